@@ -1,0 +1,74 @@
+# Settings that hold for every target, and the functions by which the folders declare theirs.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+set(KOLVANE_OUTPUT ${CMAKE_BINARY_DIR} CACHE PATH "Folder that receives bin/ and lib/")
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${KOLVANE_OUTPUT}/bin)
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${KOLVANE_OUTPUT}/lib)
+set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/archive)
+
+find_program(KOLVANE_CCACHE ccache)
+if(KOLVANE_CCACHE)
+  set(CMAKE_C_COMPILER_LAUNCHER ${KOLVANE_CCACHE})
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${KOLVANE_CCACHE})
+endif()
+
+set(KOLVANE_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize= takes them")
+if(KOLVANE_SANITIZE)
+  add_compile_options(-fsanitize=${KOLVANE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${KOLVANE_SANITIZE})
+endif()
+
+add_library(kolvane_options INTERFACE)
+target_compile_options(kolvane_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor
+                       -Wold-style-cast -Woverloaded-virtual -Werror)
+target_compile_definitions(kolvane_options INTERFACE QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII)
+target_include_directories(kolvane_options INTERFACE ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/include)
+
+# kolvane_library(NAME sources... [LINK targets...]): one logic target, standard C++ only.
+function(kolvane_library name)
+  cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
+  add_library(${name} STATIC ${ARG_UNPARSED_ARGUMENTS})
+  target_link_libraries(${name} PUBLIC kolvane_options ${ARG_LINK})
+endfunction()
+
+# kolvane_ui_library(NAME sources... [LINK targets...]): one window target, Qt Widgets allowed.
+function(kolvane_ui_library name)
+  kolvane_library(${name} ${ARGN})
+  set_target_properties(${name} PROPERTIES AUTOMOC ON AUTORCC ON)
+  target_link_libraries(${name} PUBLIC Qt6::Widgets)
+endfunction()
+
+# kolvane_test(NAME sources... [LINK targets...]): one GoogleTest program; every test in it is one of CTest's.
+function(kolvane_test name)
+  cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
+  add_executable(${name} ${ARG_UNPARSED_ARGUMENTS})
+  target_link_libraries(${name} PRIVATE kolvane_options ${ARG_LINK} GTest::gtest GTest::gtest_main)
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST)
+endfunction()
+
+# kolvane_gui_test(NAME sources... [LINK targets...]): the same with a QApplication on the offscreen platform.
+function(kolvane_gui_test name)
+  cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
+  add_executable(${name} ${ARG_UNPARSED_ARGUMENTS} ${PROJECT_SOURCE_DIR}/tests/gui/main.cpp)
+  target_link_libraries(${name} PRIVATE kolvane_options ${ARG_LINK} GTest::gtest Qt6::Widgets Qt6::Test)
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  set_target_properties(${name} PROPERTIES AUTOMOC ON RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+endfunction()
+
+# kolvane_benchmark(NAME sources... [LINK targets...]): one program in build/<preset>/bench; it measures, it asserts nothing.
+function(kolvane_benchmark name)
+  cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
+  add_executable(${name} ${ARG_UNPARSED_ARGUMENTS})
+  target_link_libraries(${name} PRIVATE kolvane_options ${ARG_LINK})
+  set_target_properties(${name} PROPERTIES AUTOMOC ON RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bench)
+endfunction()

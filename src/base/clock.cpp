@@ -1,0 +1,13 @@
+#include "base/clock.h"
+
+#include <ctime>
+
+namespace kolvane::base {
+
+double SteadyClock::Seconds() const {
+  timespec now{};
+  if (clock_gettime(CLOCK_MONOTONIC, &now) != 0) return 0;
+  return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
+}
+
+}  // namespace kolvane::base

@@ -1,0 +1,63 @@
+#include "base/folding.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace kolvane::base {
+namespace {
+
+// In UTF-8 the Latin-1 letters à to þ are C3 A0 to C3 BE, their capitals 32 below; š, œ, ž and ÿ stand
+// elsewhere.
+char Upper(char previous, char c) {
+  if (c >= 'a' && c <= 'z') return static_cast<char>(c - 32);
+  const auto byte = static_cast<unsigned char>(c);
+  if (previous == '\xC3' && byte >= 0xA0 && byte <= 0xBE && byte != 0xB7) return static_cast<char>(byte - 32);
+  if (previous == '\xC5' && (byte == 0xA1 || byte == 0x93 || byte == 0xBE))
+    return static_cast<char>(byte - 1);
+  return c;
+}
+
+constexpr std::size_t kBlock = 512;
+
+constexpr auto kBlanks = [] {
+  struct {
+    char data[kBlock];
+  } blanks{};
+  for (char& c : blanks.data) c = ' ';
+  return blanks;
+}();
+
+}  // namespace
+
+std::string UpperCase(std::string_view text) {
+  std::string out(text);
+  char previous = '\0';
+  for (char& c : out) {
+    const char folded = Upper(previous, c);
+    previous = c;
+    c = folded;
+  }
+  return out;
+}
+
+bool EqualsNoCase(std::string_view a, std::string_view b) {
+  return a.size() == b.size() && (a == b || UpperCase(a) == UpperCase(b));
+}
+
+bool ContainsNoCase(std::string_view text, std::string_view part) {
+  return UpperCase(text).find(UpperCase(part)) != std::string::npos;
+}
+
+std::string_view TrimBlanksRight(std::string_view text) {
+  while (text.size() >= kBlock && std::memcmp(text.data() + text.size() - kBlock, kBlanks.data, kBlock) == 0)
+    text.remove_suffix(kBlock);
+  const std::size_t last = text.find_last_not_of(' ');
+  return text.substr(0, last == std::string_view::npos ? 0 : last + 1);
+}
+
+std::string_view TrimBlanks(std::string_view text) {
+  text = TrimBlanksRight(text);
+  return text.substr(std::min(text.find_first_not_of(' '), text.size()));
+}
+
+}  // namespace kolvane::base

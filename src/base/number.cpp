@@ -1,0 +1,180 @@
+#include "base/number.h"
+
+#include <langinfo.h>
+#include <locale.h>
+
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+#include <limits>
+
+#include "base/runtime_error.h"
+
+namespace kolvane::base {
+namespace {
+
+bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
+
+// What a number text consists of once blanks are gone, and how much of the source it took.
+struct Scan {
+  std::string digits;
+  std::size_t taken = 0;
+};
+
+class Scanner {
+ public:
+  Scanner(std::string_view text, bool comma, bool skip_inner_blanks)
+      : text_(text), comma_(comma), skip_blanks_(skip_inner_blanks) {}
+
+  Scan Run() {
+    SkipBlanks(true);
+    if (Peek() == '-' || Peek() == '+') Sign();
+    const std::size_t whole = Digits();
+    std::size_t fraction = 0;
+    if (Peek() == '.' || (comma_ && Peek() == ',')) {
+      ++at_;
+      scan_.digits += '.';
+      fraction = Digits();
+    }
+    if (whole + fraction == 0) return {};
+    scan_.taken = at_;
+    Exponent();
+    return scan_;
+  }
+
+ private:
+  char Peek() const { return at_ < text_.size() ? text_[at_] : '\0'; }
+
+  void SkipBlanks(bool always) {
+    while ((always || skip_blanks_) && at_ < text_.size() && IsBlank(text_[at_])) ++at_;
+  }
+
+  void Sign() {
+    if (Peek() == '-') scan_.digits += '-';
+    ++at_;
+    SkipBlanks(false);
+  }
+
+  std::size_t Digits() {
+    std::size_t count = 0;
+    for (SkipBlanks(false); Peek() >= '0' && Peek() <= '9'; SkipBlanks(false), ++count)
+      scan_.digits += text_[at_++];
+    return count;
+  }
+
+  void Exponent() {
+    if ((Peek() | 0x20) != 'e' && (Peek() | 0x20) != 'd') return;
+    const std::string mantissa = scan_.digits;
+    scan_.digits += 'e';
+    ++at_;
+    if (Peek() == '-' || Peek() == '+') Sign();
+    if (Digits() == 0) {
+      scan_.digits = mantissa;
+    } else {
+      scan_.taken = at_;
+    }
+  }
+
+  std::string_view text_;
+  bool comma_;
+  bool skip_blanks_;
+  std::size_t at_ = 0;
+  Scan scan_;
+};
+
+double ValueOf(const Scan& scan) {
+  double value = 0;
+  const char* end = scan.digits.data() + scan.digits.size();
+  const auto result = std::from_chars(scan.digits.data(), end, value);
+  if (result.ec == std::errc::result_out_of_range) {
+    const bool tiny = scan.digits.find("e-") != std::string::npos;
+    value = tiny ? 0 : scan.digits.front() == '-' ? -HUGE_VAL : HUGE_VAL;
+  }
+  return value;
+}
+
+std::optional<double> HexPrefix(std::string_view text) {
+  std::size_t at = 0;
+  while (at < text.size() && IsBlank(text[at])) ++at;
+  if (at + 1 >= text.size() || text[at] != '&' || (text[at + 1] | 0x20) != 'h') return std::nullopt;
+  std::uint32_t value = 0;
+  const char* first = text.data() + at + 2;
+  const auto result = std::from_chars(first, text.data() + text.size(), value, 16);
+  if (result.ec != std::errc()) return 0.0;
+  // Up to four digits are a 16-bit pattern, up to eight a 32-bit one, so that &HFFFF is -1.
+  if (result.ptr - first <= 4) return static_cast<std::int16_t>(value);
+  return static_cast<std::int32_t>(value);
+}
+
+double Leading(std::string_view text, bool comma) {
+  if (const auto hex = HexPrefix(text)) return *hex;
+  return ValueOf(Scanner(text, comma, true).Run());
+}
+
+template <typename Int>
+Int RoundTo(double value) {
+  const double rounded = std::nearbyint(value);
+  if (!(rounded >= std::numeric_limits<Int>::min() && rounded <= std::numeric_limits<Int>::max()))
+    throw RuntimeError(RuntimeError::Kind::kOverflow);
+  return static_cast<Int>(rounded);
+}
+
+double TextValue(std::string_view text) {
+  const auto value = WholeTextNumber(text);
+  if (!value) throw RuntimeError(RuntimeError::Kind::kTypeMismatch);
+  return *value;
+}
+
+std::string General(double value, int digits, std::string_view decimal_sign) {
+  char buffer[40];
+  const int length = std::snprintf(buffer, sizeof buffer, "%.*G", digits, value);
+  std::string text(buffer, static_cast<std::size_t>(length));
+  // snprintf writes the process's decimal sign, whichever the host has set.
+  const std::size_t sign = text.find_first_not_of("-+0123456789EINFAN");
+  if (sign != std::string::npos) {
+    const std::size_t end = text.find_first_of("0123456789", sign);
+    text.replace(sign, end - sign, decimal_sign);
+  }
+  return text;
+}
+
+}  // namespace
+
+double LeadingNumber(std::string_view text) { return Leading(text, false); }
+
+double LeadingTypedNumber(std::string_view text) { return Leading(text, true); }
+
+std::optional<double> WholeTextNumber(std::string_view text) {
+  const Scan scan = Scanner(text, true, false).Run();
+  if (scan.taken == 0) return std::nullopt;
+  for (const char c : text.substr(scan.taken)) {
+    if (!IsBlank(c)) return std::nullopt;
+  }
+  return ValueOf(scan);
+}
+
+std::int16_t RoundToInt16(double value) { return RoundTo<std::int16_t>(value); }
+
+std::int32_t RoundToInt32(double value) { return RoundTo<std::int32_t>(value); }
+
+std::int16_t TextToInt16(std::string_view text) { return RoundToInt16(TextValue(text)); }
+
+std::int32_t TextToInt32(std::string_view text) { return RoundToInt32(TextValue(text)); }
+
+std::string SingleText(float value, std::string_view decimal_sign) {
+  return General(static_cast<double>(value), 7, decimal_sign);
+}
+
+std::string DoubleText(double value, std::string_view decimal_sign) {
+  return General(value, 15, decimal_sign);
+}
+
+std::string SystemDecimalSign() {
+  const locale_t user = newlocale(LC_NUMERIC_MASK, "", nullptr);
+  if (user == nullptr) return ".";
+  std::string sign = nl_langinfo_l(RADIXCHAR, user);
+  freelocale(user);
+  return sign.empty() ? "." : sign;
+}
+
+}  // namespace kolvane::base

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace kolvane::base {
+
+/// The number at the start of `text` after blanks ("12.5 V" is 12.5, "2e3x" is 2000), 0 where none stands
+/// there. Blanks between digits are passed over; "&H" begins a hexadecimal whole number. Only a point is a
+/// decimal sign.
+double LeadingNumber(std::string_view text);
+
+/// As LeadingNumber, for what a person typed: a comma serves as decimal sign as well.
+double LeadingTypedNumber(std::string_view text);
+
+/// The whole of `text` as a number (blanks around it allowed, comma or point), or nothing.
+std::optional<double> WholeTextNumber(std::string_view text);
+
+/// Rounds half to even; throws RuntimeError kOverflow outside the type's range.
+std::int16_t RoundToInt16(double value);
+std::int32_t RoundToInt32(double value);
+
+/// WholeTextNumber, rounded; throws RuntimeError kTypeMismatch for a text that is no number, kOverflow out of
+/// range.
+std::int16_t TextToInt16(std::string_view text);
+std::int32_t TextToInt32(std::string_view text);
+
+/// General decimal text, at most 7 (single) or 15 (double) significant digits, "1,5E-07" outside the plain
+/// range; `decimal_sign` stands between whole part and fraction.
+std::string SingleText(float value, std::string_view decimal_sign);
+std::string DoubleText(double value, std::string_view decimal_sign);
+
+/// The decimal sign of the user's locale (LC_ALL, LC_NUMERIC, LANG); the process's own locale is left alone.
+std::string SystemDecimalSign();
+
+}  // namespace kolvane::base

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string_view>
+
+namespace kolvane::base {
+
+/// The way to the user: a message box in the window, a line on standard error without one. Texts are German,
+/// UTF-8.
+class Prompt {
+ public:
+  virtual ~Prompt() = default;
+  /// Shows `text` with the critical icon and returns when the user has taken note of it.
+  virtual void ShowError(std::string_view text) = 0;
+  /// Shows `text` without an icon.
+  virtual void ShowMessage(std::string_view text) = 0;
+};
+
+}  // namespace kolvane::base

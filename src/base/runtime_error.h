@@ -1,0 +1,7 @@
+#pragma once
+
+#include "kolvane/RuntimeError.h"
+
+namespace kolvane::base {
+using kolvane::RuntimeError;
+}  // namespace kolvane::base

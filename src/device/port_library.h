@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace kolvane::device {
+
+/// The port library as the device operations call it. Statuses are signed 32-bit, negative = failure; texts
+/// are 8-bit strings. See devlnk.h for what each function does.
+class PortLibrary {
+ public:
+  virtual ~PortLibrary() = default;
+  virtual std::int32_t OpenPort(std::int16_t port, std::int32_t baud, const std::string& text,
+                                std::int32_t data_bits, std::int16_t stop_bits,
+                                std::int16_t receive_buffer) = 0;
+  virtual std::int32_t SelectDevice(std::int16_t address) = 0;
+  virtual std::int32_t SetTimeout(std::int32_t milliseconds) = 0;
+  virtual std::int32_t SetGpibControlBlock(std::int16_t eoi_on_write, std::int16_t stop_read_on_eos,
+                                           std::int16_t eoi_with_eos, std::int16_t eos_char,
+                                           std::int16_t zero, std::int16_t repeat_addressing,
+                                           std::int32_t milliseconds) = 0;
+  virtual std::int32_t EnablePortIo(std::int16_t port) = 0;
+  virtual std::int32_t WritePort(const std::string& text) = 0;
+  virtual std::int32_t ReadPort(char* buffer, std::int32_t count, std::int16_t terminator) = 0;
+  virtual std::int32_t FlushInQueue() = 0;
+  virtual std::int32_t ActivateInterpreter(std::int16_t value) = 0;
+  virtual std::int32_t CloseInterpreter(std::int16_t port, std::int16_t value) = 0;
+  virtual std::int32_t ClosePort() = 0;
+  virtual std::int32_t Delay(std::int32_t milliseconds) = 0;
+  virtual std::int32_t MaxUsbDevices() = 0;
+  virtual std::int32_t ScanUsbDevices(std::int32_t slots, char* buffer) = 0;
+};
+
+}  // namespace kolvane::device

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string_view>
+
+#include "terminal/log_sink.h"
+#include "terminal/pane.h"
+
+namespace kolvane::terminal {
+
+/// Whether lines are shown and logged; part of the process-wide state.
+struct OutputFlags {
+  bool SilentMode = false;     ///< AddLine does nothing at all
+  bool log_recording = false;  ///< lines are copied to the log
+};
+
+/// The one way by which lines reach pane and log.
+class Output {
+ public:
+  Output(OutputFlags& flags, Pane& pane, LogSink& log) : flags_(flags), pane_(pane), log_(log) {}
+
+  /// Shows `line` on a row of its own in `color` and copies it to the log while recording is on.
+  void AddLine(std::string_view line, Color color = kNoColor);
+
+  /// Edits the pane's text past AddLine: neither silent mode nor the log applies.
+  void AppendText(std::string_view text, int back) { pane_.AppendText(text, back); }
+
+ private:
+  OutputFlags& flags_;
+  Pane& pane_;
+  LogSink& log_;
+};
+
+}  // namespace kolvane::terminal

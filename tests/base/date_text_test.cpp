@@ -1,0 +1,25 @@
+#include "base/date_text.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+namespace kolvane::base {
+namespace {
+
+TEST(DateText, IsGermanOnASystemWithoutALocale) {
+  setenv("LC_ALL", "C.UTF-8", 1);
+  setenv("TZ", "UTC", 1);
+  tzset();
+  EXPECT_EQ(DateTimeText(1792828800), "24.10.2026 08:00:00");
+}
+
+TEST(DateText, FallsBackWhereTheLocaleIsNotInstalled) {
+  setenv("LC_ALL", "xx_XX.UTF-8", 1);
+  setenv("TZ", "UTC", 1);
+  tzset();
+  EXPECT_EQ(DateTimeText(0), "01.01.1970 00:00:00");
+}
+
+}  // namespace
+}  // namespace kolvane::base

@@ -1,0 +1,34 @@
+#include "base/folding.h"
+
+#include <gtest/gtest.h>
+
+namespace kolvane::base {
+namespace {
+
+TEST(Folding, ComparesWithoutCaseUmlautsIncluded) {
+  EXPECT_TRUE(EqualsNoCase("Größe é ž ÷", "gRÖßE É Ž ÷"));
+  EXPECT_FALSE(EqualsNoCase("a", "ab"));
+  EXPECT_FALSE(EqualsNoCase("÷", "×"));
+}
+
+TEST(Folding, FindsPartsWithoutCase) {
+  EXPECT_TRUE(ContainsNoCase("*rst PRes?", "RES"));
+  EXPECT_FALSE(ContainsNoCase("*RST", "RES"));
+}
+
+TEST(Folding, TrimsBlanksAlone) {
+  EXPECT_EQ(TrimBlanks("  a b\t  "), "a b\t");
+  EXPECT_EQ(TrimBlanks("   "), "");
+  EXPECT_EQ(TrimBlanks(""), "");
+}
+
+TEST(Folding, TrimsLongRunsOfBlanksAtEveryOffset) {
+  for (std::size_t used : {0u, 1u, 511u, 512u, 513u, 1024u, 15999u, 16000u}) {
+    std::string text(16000, ' ');
+    for (std::size_t i = 0; i < used; ++i) text[i] = 'x';
+    EXPECT_EQ(TrimBlanksRight(text).size(), used);
+  }
+}
+
+}  // namespace
+}  // namespace kolvane::base

@@ -1,0 +1,81 @@
+#include "base/number.h"
+
+#include <gtest/gtest.h>
+
+#include "base/runtime_error.h"
+
+namespace kolvane::base {
+namespace {
+
+RuntimeError::Kind KindOf(void (*step)()) {
+  try {
+    step();
+  } catch (const RuntimeError& error) {
+    return error.kind();
+  }
+  return RuntimeError::Kind::kOther;
+}
+
+TEST(LeadingNumber, TakesWhatStandsAtTheStart) {
+  EXPECT_EQ(LeadingNumber("  12.5 V"), 12.5);
+  EXPECT_EQ(LeadingNumber("1 6 15"), 1615);
+  EXPECT_EQ(LeadingNumber("-3e2x"), -300);
+  EXPECT_EQ(LeadingNumber("3ex"), 3);
+  EXPECT_EQ(LeadingNumber("1,5"), 1);
+  EXPECT_EQ(LeadingNumber("abc"), 0);
+  EXPECT_EQ(LeadingNumber("-"), 0);
+  EXPECT_EQ(LeadingNumber(""), 0);
+  EXPECT_EQ(LeadingNumber("&H10"), 16);
+  EXPECT_EQ(LeadingNumber("&hFFFF"), -1);
+  EXPECT_EQ(LeadingNumber("1e-999"), 0);
+}
+
+TEST(LeadingNumber, TypedNumbersMayHaveAComma) {
+  EXPECT_EQ(LeadingTypedNumber("1,5 s"), 1.5);
+  EXPECT_EQ(LeadingTypedNumber("1.5"), 1.5);
+}
+
+TEST(WholeTextNumber, TakesTheWholeTextOrNothing) {
+  EXPECT_EQ(WholeTextNumber(" 10 "), 10);
+  EXPECT_EQ(WholeTextNumber("1,5"), 1.5);
+  EXPECT_FALSE(WholeTextNumber("10x"));
+  EXPECT_FALSE(WholeTextNumber("1 0"));
+  EXPECT_FALSE(WholeTextNumber(""));
+  EXPECT_FALSE(WholeTextNumber("-"));
+}
+
+TEST(Conversion, RoundsHalfToEven) {
+  EXPECT_EQ(TextToInt16("2,5"), 2);
+  EXPECT_EQ(TextToInt16("3.5"), 4);
+  EXPECT_EQ(TextToInt32("-2147483648"), INT32_MIN);
+}
+
+TEST(Conversion, ThrowsAtAndPastTheLimits) {
+  EXPECT_EQ(TextToInt16("32767"), 32767);
+  EXPECT_EQ(KindOf([] { TextToInt16("32768"); }), RuntimeError::Kind::kOverflow);
+  EXPECT_EQ(TextToInt16("-32768"), -32768);
+  EXPECT_EQ(KindOf([] { TextToInt16("-32769"); }), RuntimeError::Kind::kOverflow);
+  EXPECT_EQ(TextToInt32("2147483647"), INT32_MAX);
+  EXPECT_EQ(KindOf([] { TextToInt32("2147483648"); }), RuntimeError::Kind::kOverflow);
+  EXPECT_EQ(KindOf([] { TextToInt32("1e999"); }), RuntimeError::Kind::kOverflow);
+  EXPECT_EQ(KindOf([] { TextToInt32("abc"); }), RuntimeError::Kind::kTypeMismatch);
+  EXPECT_EQ(KindOf([] { TextToInt32(""); }), RuntimeError::Kind::kTypeMismatch);
+}
+
+TEST(NumberText, IsGeneralAndUsesTheGivenSign) {
+  EXPECT_EQ(SingleText(3.25f, ","), "3,25");
+  EXPECT_EQ(SingleText(0.1f, "."), "0.1");
+  EXPECT_EQ(SingleText(123456789.0f, ","), "1,234568E+08");
+  EXPECT_EQ(DoubleText(0.1, ","), "0,1");
+  EXPECT_EQ(DoubleText(-5, ","), "-5");
+}
+
+TEST(RuntimeErrors, CarryTheirGermanDescriptions) {
+  EXPECT_STREQ(RuntimeError(RuntimeError::Kind::kOverflow).what(), "Überlauf");
+  EXPECT_STREQ(RuntimeError(RuntimeError::Kind::kSubscript).what(), "Index außerhalb des gültigen Bereichs");
+  EXPECT_STREQ(RuntimeError(RuntimeError::Kind::kTypeMismatch).what(), "Typen unverträglich");
+  EXPECT_STREQ(RuntimeError(RuntimeError::Kind::kDivisionByZero).what(), "Division durch Null");
+}
+
+}  // namespace
+}  // namespace kolvane::base
