@@ -1,0 +1,41 @@
+#include "device/connection_description.h"
+
+#include "device/connection_words.h"
+
+namespace kolvane::device {
+namespace {
+
+std::string SerialText(const std::string& name, std::int32_t speed, const ConnectionParameters& parameters) {
+  return name + " " + std::to_string(speed) + " Baud, Parity: " + ParityWord(parameters.parity) +
+         ", Data: " + std::to_string(parameters.data_bits) +
+         ", Stop: " + std::to_string(parameters.stop_bits);
+}
+
+}  // namespace
+
+std::string ConnectionDescription(const ConnectionParameters& parameters) {
+  switch (parameters.port_code) {
+    case port_code::kCom1:
+      return SerialText("COM1", parameters.baud, parameters);
+    case port_code::kCom2:
+      return SerialText("COM2", parameters.baud_index, parameters);
+    case port_code::kLpt1:
+      return "LPT1: " + LptModeWord(parameters.lpt_mode);
+    case port_code::kLpt2:
+      return "LPT2: " + LptModeWord(parameters.lpt_mode);
+    case port_code::kTcpIp:
+      return "TCP/IP: " + parameters.ip_address + ", Port " + IpPortText(parameters.ip_port);
+    case port_code::kUsb:
+      return "USB:  " + parameters.usb_address;
+    case port_code::kGpib:
+      return "GPIB: Addresse " + std::to_string(parameters.address);
+    default:
+      return {};
+  }
+}
+
+std::string StatusBarText(bool connected, const ConnectionParameters& parameters) {
+  return connected ? ConnectionDescription(parameters) : "Nicht verbunden";
+}
+
+}  // namespace kolvane::device

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace kolvane::device {
+
+/// Numbers as typed into a field of the connection dialog: the leading number (comma or point, 0 where none
+/// stands), rounded half to even. A number beyond the type's range becomes the nearest end of the range, so
+/// that reading the dialog cannot fail.
+std::int32_t TypedInt32(std::string_view text);
+std::int16_t TypedInt16(std::string_view text);
+std::uint8_t TypedByte(std::string_view text);
+
+/// As TypedInt16, with 32768 to 65535 kept as the negative number of the same 16 bits.
+std::int16_t TypedIpPort(std::string_view text);
+
+/// Receive buffer in bytes, at least 512.
+std::int32_t TypedReceiveBuffer(std::string_view text);
+
+/// Seconds that a modem may take to connect; below 10 becomes 60.
+std::int32_t TypedDialTimeout(std::string_view text);
+
+/// What the baud field carries for a parallel port: `mode_index` + 1, and 95 for the fifth mode.
+std::int32_t BaudOfLptMode(std::int32_t mode_index);
+
+}  // namespace kolvane::device

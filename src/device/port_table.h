@@ -1,0 +1,42 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "device/connection_parameters.h"
+
+namespace kolvane::device {
+
+/// Which page of the connection dialog the port parameters of a kind are read from.
+enum class ParameterPage { kRs232, kGpib, kParallel, kTcpIp };
+
+struct PortKind {
+  std::int16_t option;  ///< index of the option button
+  const char* caption;
+  std::int16_t code;
+  ParameterPage page;
+};
+
+/// The ten kinds in the order of their option buttons. USB and Offline have no port parameters of their own
+/// and take those of the RS232 page.
+inline constexpr std::array<PortKind, 10> kPortKinds = {{
+    {0, "COM 1", port_code::kCom1, ParameterPage::kRs232},
+    {1, "COM 2", port_code::kCom2, ParameterPage::kRs232},
+    {2, "COM 1 (RS485)", port_code::kCom1Rs485, ParameterPage::kRs232},
+    {3, "COM 2 (RS485)", port_code::kCom2Rs485, ParameterPage::kRs232},
+    {4, "LPT1", port_code::kLpt1, ParameterPage::kParallel},
+    {5, "LPT2", port_code::kLpt2, ParameterPage::kParallel},
+    {6, "GPIB (IEEE488)", port_code::kGpib, ParameterPage::kGpib},
+    {7, "Offline", port_code::kOffline, ParameterPage::kRs232},
+    {8, "Ethernet TCP/IP", port_code::kTcpIp, ParameterPage::kTcpIp},
+    {9, "USB", port_code::kUsb, ParameterPage::kRs232},
+}};
+
+/// Null for an index or code that no row has.
+const PortKind* PortKindOfOption(std::int16_t option);
+const PortKind* PortKindOfCode(std::int16_t code);
+
+/// The RS232 page for a code that no row has.
+ParameterPage PageOfCode(std::int16_t code);
+
+}  // namespace kolvane::device
