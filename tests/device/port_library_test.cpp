@@ -1,0 +1,132 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#include "device/lazy_port_library.h"
+#include "device/loaded_port_library.h"
+
+namespace kolvane::device {
+namespace {
+
+namespace fs = std::filesystem;
+
+class PortLibraryFile : public testing::Test {
+ protected:
+  PortLibraryFile() {
+    std::string name = (fs::temp_directory_path() / "kolvane-port-XXXXXX").string();
+    folder = mkdtemp(name.data());
+    unsetenv("KOLVANE_PORT_LIBRARY");
+  }
+  ~PortLibraryFile() override { fs::remove_all(folder); }
+
+  static PortLibraryFailure FailureOf(const std::string& path) {
+    PortLibraryResult result = LoadPortLibrary(path);
+    return std::get<PortLibraryFailure>(result);
+  }
+
+  std::string folder;
+};
+
+using Kind = PortLibraryFailure::Kind;
+
+std::string Log(PortLibrary& library) {
+  std::string text(400, ' ');
+  library.ReadPort(text.data(), 400, 10);
+  return text.substr(0, text.find_last_not_of(' ') + 1);
+}
+
+TEST_F(PortLibraryFile, PassesEveryArgumentOn) {
+  PortLibraryResult result = LoadPortLibrary(KOLVANE_COMPLETE_LIBRARY);
+  PortLibrary& library = *std::get<std::unique_ptr<PortLibrary>>(result);
+  library.OpenPort(100, 1, "host", -1, 2, 512);
+  library.SelectDevice(3);
+  library.SetTimeout(70000);
+  library.SetGpibControlBlock(1, 2, 3, 4, 0, 5, 6000);
+  library.EnablePortIo(90);
+  library.WritePort("A\xE4\n");
+  library.FlushInQueue();
+  library.ActivateInterpreter(200);
+  library.CloseInterpreter(488, 1);
+  library.ClosePort();
+  library.Delay(50);
+  library.MaxUsbDevices();
+  char record[] = "?";
+  library.ScanUsbDevices(8, record);
+  EXPECT_EQ(Log(library),
+            "open host 100 1 -1 2 512;select 3;timeout 70000;gpib 1 2 3 4 0 5 6000;enable 90;A\xE4\n;flush;"
+            "activate 200;close interpreter 488 1;close;delay 50;usb;scan 8;read 400 10;");
+  EXPECT_EQ(record[0], 'S');
+}
+
+TEST_F(PortLibraryFile, HandsBackTheStatus) {
+  PortLibraryResult result = LoadPortLibrary(KOLVANE_COMPLETE_LIBRARY);
+  PortLibrary& library = *std::get<std::unique_ptr<PortLibrary>>(result);
+  Log(library);
+  EXPECT_EQ(library.FlushInQueue(), 6);
+  EXPECT_EQ(library.ClosePort(), 12);
+}
+
+TEST_F(PortLibraryFile, IsRefusedForAMissingFunction) {
+  const PortLibraryFailure failure = FailureOf(KOLVANE_INCOMPLETE_LIBRARY);
+  EXPECT_EQ(failure.kind, Kind::kMissingFunction);
+  EXPECT_EQ(failure.detail, "QDX_ReadPort");
+  EXPECT_EQ(FailureText(failure), std::string("Die Portbibliothek „") + KOLVANE_INCOMPLETE_LIBRARY +
+                                      "“ kann nicht benutzt werden: Funktion QDX_ReadPort fehlt.");
+}
+
+TEST_F(PortLibraryFile, IsRefusedWhereThereIsNone) {
+  const PortLibraryFailure failure = FailureOf(folder + "/lib.so");
+  EXPECT_EQ(failure.kind, Kind::kNoFile);
+  EXPECT_EQ(FailureText(failure),
+            "Die Portbibliothek „" + folder + "/lib.so“ kann nicht benutzt werden: Datei nicht gefunden.");
+}
+
+TEST_F(PortLibraryFile, IsRefusedForTheSystemsReason) {
+  const std::string path = folder + "/lib.so";
+  std::ofstream(path) << "no library";
+  const PortLibraryFailure failure = FailureOf(path);
+  EXPECT_EQ(failure.kind, Kind::kNotLoadable);
+  EXPECT_FALSE(failure.detail.empty());
+  EXPECT_EQ(FailureOf("kolvane-no-such-library.so").kind, Kind::kNotLoadable);
+}
+
+TEST_F(PortLibraryFile, StandsBesideTheComponentUnlessNamed) {
+  EXPECT_EQ(PortLibraryPath("/a/b"), "/a/b/libdevlnk.so");
+  setenv("KOLVANE_PORT_LIBRARY", "", 1);
+  EXPECT_EQ(PortLibraryPath("/a/b"), "/a/b/libdevlnk.so");
+  setenv("KOLVANE_PORT_LIBRARY", "/c/other.so", 1);
+  EXPECT_EQ(PortLibraryPath("/a/b"), "/c/other.so");
+  unsetenv("KOLVANE_PORT_LIBRARY");
+}
+
+int CodeOfThisProgram() { return 0; }
+
+TEST_F(PortLibraryFile, KnowsTheFolderOfCode) {
+  const fs::path program = fs::canonical("/proc/self/exe");
+  EXPECT_EQ(FolderOfCode(reinterpret_cast<const void*>(&CodeOfThisProgram)), program.parent_path());
+}
+
+TEST_F(PortLibraryFile, IsLoadedAtFirstUseAndOnce) {
+  LazyPortLibrary source(folder);
+  fs::create_symlink(KOLVANE_COMPLETE_LIBRARY, folder + "/libdevlnk.so");
+  PortLibrary* library = source.Library();
+  ASSERT_NE(library, nullptr);
+  fs::remove(folder + "/libdevlnk.so");
+  EXPECT_EQ(source.Library(), library);
+  EXPECT_EQ(source.Failure(), "");
+}
+
+TEST_F(PortLibraryFile, IsTriedAgainAfterAFailure) {
+  LazyPortLibrary source(folder);
+  EXPECT_EQ(source.Library(), nullptr);
+  EXPECT_EQ(source.Failure(), "Die Portbibliothek „" + folder +
+                                  "/libdevlnk.so“ kann nicht benutzt werden: Datei nicht gefunden.");
+  fs::create_symlink(KOLVANE_COMPLETE_LIBRARY, folder + "/libdevlnk.so");
+  EXPECT_NE(source.Library(), nullptr);
+  EXPECT_EQ(source.Failure(), "");
+}
+
+}  // namespace
+}  // namespace kolvane::device
