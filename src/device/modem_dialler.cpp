@@ -1,0 +1,60 @@
+#include "device/modem_dialler.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "base/codepage.h"
+#include "base/folding.h"
+
+namespace kolvane::device {
+namespace {
+
+constexpr std::int32_t kConnected = 0;
+constexpr std::int32_t kFailed = -1;
+constexpr std::int32_t kReplySize = 255;
+constexpr std::int16_t kReplyTerminator = 10;
+constexpr double kShortestWait = 0.010;
+constexpr std::int32_t kPauseMs = 50;
+
+bool SaysConnect(std::string_view reply) { return base::ContainsNoCase(reply, "CONNECT"); }
+
+}  // namespace
+
+std::vector<std::string> ModemCommands(const std::string& script) {
+  std::vector<std::string> commands;
+  for (std::size_t at = 0; at < script.size();) {
+    const std::size_t end = std::min(script.find("\r\n", at), script.size());
+    if (end > at) commands.push_back(script.substr(at, end - at));
+    at = end + 2;
+  }
+  return commands;
+}
+
+std::int32_t ModemDialler::ReadReply() {
+  reply_.assign(kReplySize, ' ');
+  return library_.ReadPort(reply_.data(), kReplySize, kReplyTerminator);
+}
+
+// A read blocks until the time-out as a rule. Where it comes back empty-handed at once (the port has gone),
+// a pause keeps the loop from spinning. Negative when even that fails.
+std::int32_t ModemDialler::ReadReplyPaced() {
+  const double begin = clock_.Seconds();
+  const std::int32_t status = ReadReply();
+  const bool empty = status < 0 || base::TrimBlanksRight(reply_).empty();
+  if (!empty || clock_.Seconds() - begin >= kShortestWait) return 0;
+  return library_.Delay(kPauseMs);
+}
+
+std::int32_t ModemDialler::Dial(const std::vector<std::string>& commands, std::int32_t timeout_s) {
+  library_.FlushInQueue();
+  for (const std::string& command : commands) {
+    library_.WritePort(base::ToWindows1252(command) + '\r');
+    ReadReply();
+  }
+  for (const double begin = clock_.Seconds(); !SaysConnect(reply_);) {
+    if (clock_.Seconds() - begin > timeout_s || ReadReplyPaced() < 0) return kFailed;
+  }
+  return kConnected;
+}
+
+}  // namespace kolvane::device

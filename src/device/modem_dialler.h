@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "base/clock.h"
+#include "device/port_library.h"
+
+namespace kolvane::device {
+
+/// The commands of a dial script, whose lines are separated by CR LF; empty lines are no commands.
+std::vector<std::string> ModemCommands(const std::string& script);
+
+/// Talks an open serial port's modem into a connection: each command goes out with CR behind it and its reply
+/// is read; then replies are read until one contains "CONNECT" in any letter case, the last command's own
+/// reply included. Blocks for at most `timeout_s` seconds, and one read, behind the last command.
+class ModemDialler {
+ public:
+  ModemDialler(PortLibrary& library, const base::Clock& clock) : library_(library), clock_(clock) {}
+
+  /// 0 once connected, -1 when the time is over or the library cannot even wait. `commands` is not empty.
+  [[nodiscard]] std::int32_t Dial(const std::vector<std::string>& commands, std::int32_t timeout_s);
+
+ private:
+  std::int32_t ReadReply();
+  std::int32_t ReadReplyPaced();
+
+  PortLibrary& library_;
+  const base::Clock& clock_;
+  std::string reply_;
+};
+
+}  // namespace kolvane::device
