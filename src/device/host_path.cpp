@@ -1,0 +1,72 @@
+#include "device/host_path.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "base/folding.h"
+#include "device/terminator_code.h"
+
+namespace kolvane::device {
+namespace {
+
+constexpr std::int16_t kText = 0;
+constexpr std::int16_t kBinary = 1;
+
+std::size_t SizeOf(std::int32_t count) { return static_cast<std::size_t>(std::max(count, 0)); }
+
+std::int16_t Limited(std::int32_t code) {
+  using Limits = std::numeric_limits<std::int16_t>;
+  return static_cast<std::int16_t>(std::clamp<std::int32_t>(code, Limits::min(), Limits::max()));
+}
+
+void PutAtStart(const Bytes& received, std::size_t count, Bytes& buffer) {
+  if (buffer.size() < count) buffer.resize(count);
+  const auto end = std::copy_n(received.begin(), std::min(received.size(), count), buffer.begin());
+  std::fill(end, buffer.begin() + static_cast<std::ptrdiff_t>(count), std::uint8_t{0});
+}
+
+}  // namespace
+
+void HostPath::ReadText(std::string_view terminator, std::int32_t count, std::string& answer, Bytes& buffer) {
+  HostRead read{kText, ReadTerminatorCode(terminator), count, std::string(SizeOf(count), ' '), buffer};
+  answer.clear();
+  Run([&](HostObject& host) {
+    Read(host, read);
+    answer = base::TrimBlanksRight(read.answer.ToText());
+  });
+}
+
+void HostPath::ReadBinary(std::string_view terminator, std::int32_t count, Bytes& buffer) {
+  HostRead read{kBinary, ReadTerminatorCode(terminator), count, std::string(), Bytes(SizeOf(count))};
+  Run([&](HostObject& host) {
+    Read(host, read);
+    PutAtStart(read.buffer.ToBytes(), SizeOf(count), buffer);
+  });
+}
+
+DeviceError HostPath::LastError() {
+  DeviceError error;
+  if (failure_ || !Run([&](HostObject& host) { error.code = Limited(host.LastError().ToInt32()); }))
+    return {device_status::kHostFailed, *failure_};
+  state_.last_result = error.code;
+  error.description = HostDescription();
+  return error;
+}
+
+void HostPath::ClearLastError() {
+  Run([](HostObject& host) { host.SetLastError(0); });
+}
+
+HostObject& HostPath::Host() const {
+  if (state_.gObj == nullptr) throw RuntimeError(RuntimeError::Kind::kNoObject);
+  return *state_.gObj;
+}
+
+// A host without descriptions must not turn its own code into another one.
+std::string HostPath::HostDescription() const {
+  std::string text;
+  const auto failure = FailureOf([&] { text = Host().LastErrorDescription(); });
+  return failure ? *failure : text;
+}
+
+}  // namespace kolvane::device

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <exception>
+#include <optional>
+#include <string>
+
+#include "device/device.h"
+#include "device/device_state.h"
+#include "device/device_status.h"
+
+namespace kolvane::device {
+
+/// What both host modes have in common: reads, the error properties of the host's object, and that nothing a
+/// host throws gets past. An exception makes the operation fail with its text as description, up to the next
+/// operation or ClearLastError.
+class HostPath : public Device {
+ public:
+  explicit HostPath(DeviceState& state) : state_(state) {}
+
+  /// The host gets `count` blanks to fill, and may answer with a text or with bytes.
+  void ReadText(std::string_view terminator, std::int32_t count, std::string& answer, Bytes& buffer) override;
+  /// The host gets `count` zero bytes to fill; what it leaves out stays zero.
+  void ReadBinary(std::string_view terminator, std::int32_t count, Bytes& buffer) override;
+  /// A host's code beyond 16 bits becomes the nearest one within, so that its sign stays true.
+  DeviceError LastError() override;
+  void ClearLastError() override;
+
+ protected:
+  /// The arguments of a host's Read, which it may change.
+  struct HostRead {
+    std::int16_t binary;
+    std::int16_t terminator;
+    std::int32_t count;
+    Variant answer;
+    Variant buffer;
+  };
+  virtual void Read(HostObject& host, HostRead& read) = 0;
+
+  /// Runs `call` on the host's object; false when it threw or there is no object.
+  template <typename Call>
+  bool Run(Call call) {
+    failure_ = FailureOf([&] { call(Host()); });
+    if (failure_) state_.last_result = device_status::kHostFailed;
+    return !failure_;
+  }
+
+  DeviceState& state() { return state_; }
+
+ private:
+  template <typename Call>
+  static std::optional<std::string> FailureOf(Call call) {
+    try {
+      call();
+    } catch (const std::exception& error) {
+      return error.what();
+    } catch (...) {
+      return RuntimeError::Description(RuntimeError::Kind::kOther);
+    }
+    return std::nullopt;
+  }
+
+  HostObject& Host() const;
+  std::string HostDescription() const;
+
+  DeviceState& state_;
+  std::optional<std::string> failure_;
+};
+
+}  // namespace kolvane::device

@@ -1,0 +1,89 @@
+#include "device/open_sequence.h"
+
+#include <string>
+
+#include "base/codepage.h"
+#include "device/connection_words.h"
+#include "device/device_status.h"
+#include "device/modem_dialler.h"
+
+namespace kolvane::device {
+namespace {
+
+constexpr std::int32_t kDefaultTimeoutMs = 5000;
+constexpr std::int16_t kSoleAddress = 1;
+constexpr std::int32_t kNoBaud = 1;
+constexpr std::int16_t kGpibFifthValue = 0;
+
+bool IsParallel(std::int16_t code) { return code == port_code::kLpt1 || code == port_code::kLpt2; }
+
+bool IsSerial(std::int16_t code) { return code == port_code::kCom1 || code == port_code::kCom2; }
+
+// Kinds whose connection leads to one device, by an address of its own.
+bool IsPointToPoint(std::int16_t code) { return code == port_code::kTcpIp || code == port_code::kUsb; }
+
+}  // namespace
+
+std::int32_t OpenSequence::Run() {
+  state_.test_mode = 0;
+  if (parameters_.port_code == port_code::kOffline) {
+    state_.test_mode = parameters_.port_code;
+    return 0;
+  }
+  PortLibrary* library = source_.Library();
+  if (library == nullptr) return device_status::kNoPortLibrary;
+  Prepare(*library);
+  if (const std::int32_t result = OpenPort(*library); result < 0) return result;
+  if (parameters_.port_code != port_code::kGpib) SetTimeout(*library);
+  if (const std::int32_t result = library->SelectDevice(parameters_.address); result < 0) return result;
+  return Finish(*library);
+}
+
+void OpenSequence::Prepare(PortLibrary& library) {
+  const std::int16_t code = parameters_.port_code;
+  const GpibOptions& gpib = parameters_.gpib;
+  if (code == port_code::kGpib) {
+    state_.open_step_status = library.SetGpibControlBlock(
+        gpib.send_eoi_on_write, gpib.stop_read_on_eos, gpib.send_eoi_with_eos, gpib.eos_char, kGpibFifthValue,
+        gpib.repeat_addressing, parameters_.timeout_ms);
+  }
+  if (IsPointToPoint(code)) parameters_.address = kSoleAddress;
+  if (IsParallel(code)) state_.open_step_status = library.EnablePortIo(code);
+  if (parameters_.timeout_ms == 0) parameters_.timeout_ms = kDefaultTimeoutMs;
+  if (IsPointToPoint(code)) SetTimeout(library);
+}
+
+std::int32_t OpenSequence::OpenPort(PortLibrary& library) {
+  std::int32_t baud = parameters_.baud;
+  std::int32_t data_bits = parameters_.data_bits;
+  std::string text = ParityLetter(parameters_.parity);
+  if (IsPointToPoint(parameters_.port_code)) baud = kNoBaud;
+  if (parameters_.port_code == port_code::kTcpIp) {
+    text = base::ToWindows1252(parameters_.ip_address);
+    data_bits = parameters_.ip_port;
+  } else if (parameters_.port_code == port_code::kUsb) {
+    text = base::ToWindows1252(parameters_.usb_address);
+  }
+  return library.OpenPort(parameters_.port_code, baud, text, data_bits, parameters_.stop_bits,
+                          static_cast<std::int16_t>(parameters_.receive_buffer));
+}
+
+std::int32_t OpenSequence::Finish(PortLibrary& library) {
+  if (IsSerial(parameters_.port_code)) {
+    const std::vector<std::string> commands = ModemCommands(parameters_.modem_script);
+    if (!commands.empty())
+      state_.open_step_status = ModemDialler(library, clock_).Dial(commands, parameters_.dial_timeout_s);
+    if (state_.open_step_status < 0) {
+      library.ClosePort();
+      return 0;
+    }
+  }
+  library.ActivateInterpreter(kInterpreterValue);
+  return 0;
+}
+
+void OpenSequence::SetTimeout(PortLibrary& library) {
+  state_.open_step_status = library.SetTimeout(parameters_.timeout_ms);
+}
+
+}  // namespace kolvane::device

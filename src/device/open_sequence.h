@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+
+#include "base/clock.h"
+#include "device/connection_parameters.h"
+#include "device/device_state.h"
+#include "device/port_library_source.h"
+
+namespace kolvane::device {
+
+/// What the library's interpreter activation is called with.
+inline constexpr std::int16_t kInterpreterValue = 200;
+
+/// Opens the connection that `parameters` describe through the port library, one object for each attempt. The
+/// record changes on the way: a time-out of 0 becomes 5000, the address becomes 1 for TCP/IP and USB.
+class OpenSequence {
+ public:
+  OpenSequence(DeviceState& state, ConnectionParameters& parameters, PortLibrarySource& source,
+               const base::Clock& clock)
+      : state_(state), parameters_(parameters), source_(source), clock_(clock) {}
+
+  /// Negative for a failure. 0 stands for success, and for a serial port that was closed again because
+  /// setting the time-out or dialling failed: DeviceState::open_step_status is negative then.
+  [[nodiscard]] std::int32_t Run();
+
+ private:
+  void Prepare(PortLibrary& library);
+  std::int32_t OpenPort(PortLibrary& library);
+  std::int32_t Finish(PortLibrary& library);
+  void SetTimeout(PortLibrary& library);
+
+  DeviceState& state_;
+  ConnectionParameters& parameters_;
+  PortLibrarySource& source_;
+  const base::Clock& clock_;
+};
+
+}  // namespace kolvane::device

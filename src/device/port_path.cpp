@@ -1,0 +1,148 @@
+#include "device/port_path.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "base/codepage.h"
+#include "base/folding.h"
+#include "device/device_status.h"
+#include "device/open_sequence.h"
+#include "device/terminator_code.h"
+
+namespace kolvane::device {
+namespace {
+
+constexpr std::int16_t kCloseValue = 1;
+
+std::size_t SizeOf(std::int32_t count) { return static_cast<std::size_t>(std::max(count, 0)); }
+
+// Keeps the capacity of `out` for what both encodings write alike.
+void AssignDecoded(std::string_view bytes, std::string& out) {
+  if (base::IsAscii(bytes)) {
+    out.assign(bytes);
+  } else {
+    out = base::FromWindows1252(bytes);
+  }
+}
+
+}  // namespace
+
+PortPath::PortPath(DeviceState& state, ConnectionParameters& parameters, PortLibrarySource& source,
+                   const base::Clock& clock, DateTimeSource date_time)
+    : state_(state),
+      parameters_(parameters),
+      source_(source),
+      clock_(clock),
+      test_answer_(std::move(date_time)) {}
+
+bool PortPath::Offline() const {
+  return state_.test_mode != 0 || parameters_.port_code == port_code::kOffline;
+}
+
+// The end of a test answer is no failure of what comes next.
+void PortPath::BeginTestAnswer() {
+  test_answer_.Restart();
+  state_.last_result = 0;
+}
+
+// Calls the library, unless offline, and keeps its status; true when that is no failure.
+template <typename Call>
+bool PortPath::Run(Call call) {
+  if (Offline()) return false;
+  PortLibrary* library = source_.Library();
+  state_.last_result = library == nullptr ? device_status::kNoPortLibrary : call(*library);
+  return state_.last_result >= 0;
+}
+
+void PortPath::Open() {
+  test_answer_.Restart();
+  state_.last_result = OpenSequence(state_, parameters_, source_, clock_).Run();
+}
+
+void PortPath::Close() {
+  Run([this](PortLibrary& library) { return library.CloseInterpreter(parameters_.port_code, kCloseValue); });
+  Run([](PortLibrary& library) { return library.ClosePort(); });
+}
+
+void PortPath::Write(std::string_view command, std::string_view terminator, std::int16_t) {
+  if (Offline()) return BeginTestAnswer();
+  message_.assign(command).append(terminator);
+  if (!base::IsAscii(message_)) message_ = base::ToWindows1252(message_);
+  Run([this](PortLibrary& library) { return library.WritePort(message_); });
+}
+
+void PortPath::ReadText(std::string_view terminator, std::int32_t count, std::string& answer, Bytes& buffer) {
+  if (Offline()) {
+    BeginTestAnswer();
+    answer = test_answer_.Text();
+    return;
+  }
+  answer.clear();
+  const std::int16_t code = ReadTerminatorCode(terminator);
+  if (code == kReadWithoutTerminator) return ReceiveBytes(count, buffer);
+  const std::string_view received = ReceiveText(count, code);
+  AssignDecoded(received, answer);
+  std::memset(text_buffer_.data(), ' ', received.size());
+}
+
+void PortPath::ReadBinary(std::string_view terminator, std::int32_t count, Bytes& buffer) {
+  if (Offline()) {
+    state_.last_result = test_answer_.Take(count, buffer) ? 0 : device_status::kTestAnswerEnd;
+    return;
+  }
+  const std::int16_t code = ReadTerminatorCode(terminator);
+  if (code == kReadWithoutTerminator) return ReceiveBytes(count, buffer);
+  const std::string_view received = ReceiveText(count, code);
+  if (state_.last_result >= 0) {
+    if (buffer.size() < SizeOf(count)) buffer.resize(SizeOf(count));
+    std::copy_n(text_buffer_.begin(), SizeOf(count), buffer.begin());
+  }
+  std::memset(text_buffer_.data(), ' ', received.size());
+}
+
+// What the library wrote, wherever in the first `count` bytes it wrote it; the caller blanks it out again.
+// The buffer is a byte longer for libraries that end their text with NUL.
+std::string_view PortPath::ReceiveText(std::int32_t count, std::int16_t terminator) {
+  const std::size_t size = SizeOf(count);
+  if (text_buffer_.size() <= size) text_buffer_.resize(size + 1, ' ');
+  Run([&](PortLibrary& library) { return library.ReadPort(text_buffer_.data(), count, terminator); });
+  text_buffer_[size] = ' ';
+  return base::TrimBlanksRight({text_buffer_.data(), size});
+}
+
+void PortPath::ReceiveBytes(std::int32_t count, Bytes& buffer) {
+  const std::size_t size = SizeOf(count);
+  byte_buffer_.assign(size + 1, 0);
+  char* start = reinterpret_cast<char*>(byte_buffer_.data());
+  if (!Run([&](PortLibrary& library) { return library.ReadPort(start, count, kReadWithoutTerminator); }))
+    return;
+  if (buffer.size() < size) buffer.resize(size);
+  std::copy_n(byte_buffer_.begin(), size, buffer.begin());
+}
+
+void PortPath::SetTimeout(std::int32_t milliseconds) {
+  Run([&](PortLibrary& library) { return library.SetTimeout(milliseconds); });
+}
+
+DeviceError PortPath::LastError() {
+  const auto code = static_cast<std::int16_t>(state_.last_result);
+  if (state_.last_result == device_status::kNoPortLibrary && !source_.Failure().empty())
+    return {code, source_.Failure()};
+  return {code, std::to_string(code)};
+}
+
+void PortPath::ClearLastError() {
+  if (Offline()) BeginTestAnswer();
+}
+
+std::optional<std::int32_t> PortPath::FlushInput() {
+  if (Offline()) return std::nullopt;
+  Run([](PortLibrary& library) { return library.FlushInQueue(); });
+  return state_.last_result;
+}
+
+void PortPath::ActivateInterpreter() {
+  Run([](PortLibrary& library) { return library.ActivateInterpreter(kInterpreterValue); });
+}
+
+}  // namespace kolvane::device

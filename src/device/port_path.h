@@ -1,0 +1,57 @@
+#pragma once
+
+#include <string>
+
+#include "base/clock.h"
+#include "device/connection_parameters.h"
+#include "device/device.h"
+#include "device/device_state.h"
+#include "device/port_library_source.h"
+#include "device/test_answer.h"
+
+namespace kolvane::device {
+
+/// Operating mode 2: a connection of the terminal's own through the port library. Texts cross to the library
+/// as Windows-1252. Every library call leaves its status as the last result; without a library that is
+/// kNoPortLibrary, described by the source's sentence.
+///
+/// While the port code is -1 the library is never called: writes are dropped, text reads answer at once,
+/// binary reads take the test answer apart (TestAnswer). ClearLastError and Write begin a new test answer.
+class PortPath final : public Device {
+ public:
+  PortPath(DeviceState& state, ConnectionParameters& parameters, PortLibrarySource& source,
+           const base::Clock& clock, DateTimeSource date_time);
+
+  void Open() override;
+  void Close() override;
+  void Write(std::string_view command, std::string_view terminator, std::int16_t extra) override;
+  void ReadText(std::string_view terminator, std::int32_t count, std::string& answer, Bytes& buffer) override;
+  /// With a terminator, what came before it stands at the start of `buffer` and blanks fill it up to `count`.
+  void ReadBinary(std::string_view terminator, std::int32_t count, Bytes& buffer) override;
+  void SetTimeout(std::int32_t milliseconds) override;
+  /// The last result cut to 16 bits, and that number as text.
+  DeviceError LastError() override;
+  /// The last result stays as it is, but for the end of a test answer.
+  void ClearLastError() override;
+  std::optional<std::int32_t> FlushInput() override;
+  void ActivateInterpreter() override;
+
+ private:
+  bool Offline() const;
+  void BeginTestAnswer();
+  template <typename Call>
+  bool Run(Call call);
+  std::string_view ReceiveText(std::int32_t count, std::int16_t terminator);
+  void ReceiveBytes(std::int32_t count, Bytes& buffer);
+
+  DeviceState& state_;
+  ConnectionParameters& parameters_;
+  PortLibrarySource& source_;
+  const base::Clock& clock_;
+  TestAnswer test_answer_;
+  std::string message_;
+  std::string text_buffer_;  // nothing but blanks between two reads
+  Bytes byte_buffer_;
+};
+
+}  // namespace kolvane::device

@@ -1,0 +1,232 @@
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+#include "device/device_status.h"
+#include "device_world.h"
+
+namespace kolvane::device {
+namespace {
+
+class IndexedHost : public testing::Test, public DeviceWorld {
+ protected:
+  IndexedHost() : DeviceWorld(operating_mode::kHostByIndex) {}
+  Calls& calls = host->script.calls;
+};
+
+class SingleHost : public testing::Test, public DeviceWorld {
+ protected:
+  SingleHost() : DeviceWorld(operating_mode::kHost) {}
+  Calls& calls = host->script.calls;
+};
+
+TEST_F(IndexedHost, GoesThroughIoWithTheIndex) {
+  state.connected = true;
+  io.Open();
+  io.Close();
+  io.Write("*IDN?", "\n", 0);
+  io.Write("*IDN?", "\r\n", 7);
+  io.Write("*IDN?", "", 0);
+  io.SetTimeout(50);
+  EXPECT_EQ(io.FlushInput(), 0);
+  io.ActivateInterpreter();
+  EXPECT_EQ(calls,
+            (Calls{"IO.InitializeDevice(3)", "IO.CloseDevice(3)", "IO.WriteCommand(3, \"*IDN?\", 10, 0)",
+                   "IO.WriteCommand(3, \"*IDN?\", 2, 7)", "IO.WriteCommand(3, \"*IDN?\", -1, 0)",
+                   "IO.SetIOTimeout(3, 50)", "IO.FlushInQ(3)", "IO.InitializeDevice(3)"}));
+  EXPECT_TRUE(library.calls.empty());
+}
+
+TEST_F(IndexedHost, AppendsATerminatorThatNoCodeStandsFor) {
+  io.Write("A", "END", 0);
+  EXPECT_EQ(calls, Calls{"IO.WriteCommand(3, \"AEND\", -1, 0)"});
+}
+
+TEST_F(IndexedHost, MayChangeTheIndex) {
+  host->script.change_index = [](std::int16_t& index) { index = 8; };
+  io.Open();
+  EXPECT_EQ(state.DevIdx, 8);
+  io.Close();
+  EXPECT_EQ(calls.back(), "IO.CloseDevice(8)");
+}
+
+TEST_F(IndexedHost, ReadsTextIntoBlanks) {
+  host->script.read = [](Variant& text, Variant&) { text = "  12.5 \r\n   "; };
+  io.ReadText("\r\n", 16000, answer, buffer);
+  EXPECT_EQ(calls, Calls{"IO.Read(3, 0, 0, 10, 16000, 16000 blanks, 0 bytes)"});
+  EXPECT_EQ(answer, "  12.5 \r\n");
+}
+
+TEST_F(IndexedHost, ReadsBytesIntoTheStartOfTheBuffer) {
+  host->script.read = [](Variant&, Variant& bytes) { bytes = Bytes{1, 2, 3}; };
+  buffer = Bytes(6, 9);
+  io.ReadBinary("", 4, buffer);
+  EXPECT_EQ(calls, Calls{"IO.Read(3, 1, 0, 0, 4, \"\", 4 bytes)"});
+  EXPECT_EQ(buffer, (Bytes{1, 2, 3, 0, 9, 9}));
+}
+
+TEST_F(IndexedHost, ErrorsComeFromTheHostObjectItself) {
+  host->last_error = -12;
+  host->description = "Gerät antwortet nicht";
+  io.ClearLastError();
+  const DeviceError error = io.LastError();
+  EXPECT_EQ(calls, (Calls{"SetLastError(0)", "LastError()", "LastErrorDescription()"}));
+  EXPECT_EQ(error.code, -12);
+  EXPECT_EQ(error.description, "Gerät antwortet nicht");
+  EXPECT_EQ(state.last_result, -12);
+}
+
+TEST_F(SingleHost, GoesToTheHostObject) {
+  state.connected = true;
+  host->flushed = 17;
+  io.Open();
+  io.Close();
+  io.Write("*IDN?", "\r\n", 5);
+  io.SetTimeout(50);
+  EXPECT_EQ(io.FlushInput(), 17);
+  io.ActivateInterpreter();
+  EXPECT_EQ(calls, (Calls{"OpenDevice()", "CloseDevice()", "WriteCommand(\"*IDN?\r\n\")", "FlushInQ(0)"}));
+}
+
+TEST_F(SingleHost, ReadsText) {
+  host->script.read = [](Variant& text, Variant&) { text = "Grüße"; };
+  io.ReadText("\r", 80, answer, buffer);
+  EXPECT_EQ(calls, Calls{"Read(0, 13, 80, 80 blanks, 0 bytes)"});
+  EXPECT_EQ(answer, "Grüße");
+}
+
+TEST_F(SingleHost, TakesAnAnswerInBytesAsWindows1252) {
+  host->script.read = [](Variant& text, Variant&) { text = Bytes{0xE4, 0x80, ' '}; };
+  io.ReadText("\n", 80, answer, buffer);
+  EXPECT_EQ(answer, "ä€");
+}
+
+TEST_F(SingleHost, TakesANumberAsText) {
+  host->script.read = [](Variant& text, Variant&) { text = 12.5; };
+  io.ReadText("\n", 80, answer, buffer);
+  EXPECT_EQ(answer, "12.5");
+}
+
+TEST_F(SingleHost, TakesATextForBytes) {
+  host->script.read = [](Variant&, Variant& bytes) { bytes = "ä!?"; };
+  io.ReadBinary("\n", 2, buffer);
+  EXPECT_EQ(calls, Calls{"Read(1, 10, 2, \"\", 2 bytes)"});
+  EXPECT_EQ(buffer, (Bytes{0xE4, '!'}));
+}
+
+TEST_F(SingleHost, RefusesANumberForBytes) {
+  host->script.read = [](Variant&, Variant& bytes) { bytes = 7; };
+  buffer = {5};
+  io.ReadBinary("", 1, buffer);
+  EXPECT_EQ(buffer, Bytes{5});
+  EXPECT_EQ(io.LastError().description, "Typen unverträglich");
+}
+
+TEST_F(SingleHost, ACountBelowZeroIsNoBytes) {
+  io.ReadBinary("", -1, buffer);
+  io.ReadText("", -1, answer, buffer);
+  EXPECT_EQ(calls, (Calls{"Read(1, 0, -1, \"\", 0 bytes)", "Read(0, 0, -1, \"\", 0 bytes)"}));
+}
+
+TEST_F(SingleHost, AnExceptionBecomesAFailedOperation) {
+  host->script.on_call["WriteCommand"] = [] { throw std::runtime_error("Leitung gestört"); };
+  io.Write("A", "\n", 0);
+  EXPECT_EQ(state.last_result, device_status::kHostFailed);
+  for (int i = 0; i < 2; ++i) {
+    const DeviceError error = io.LastError();
+    EXPECT_EQ(error.code, device_status::kHostFailed);
+    EXPECT_EQ(error.description, "Leitung gestört");
+  }
+  EXPECT_EQ(calls.size(), 1u);
+}
+
+TEST_F(SingleHost, AFailureLastsUpToTheNextOperation) {
+  host->script.on_call["WriteCommand"] = [] { throw 42; };
+  io.Write("A", "\n", 0);
+  EXPECT_EQ(io.LastError().description, "Laufzeitfehler");
+  io.ReadText("\n", 10, answer, buffer);
+  EXPECT_EQ(io.LastError().code, 0);
+  EXPECT_EQ(state.last_result, 0);
+
+  io.Write("A", "\n", 0);
+  io.ClearLastError();
+  EXPECT_EQ(io.LastError().code, 0);
+}
+
+TEST_F(SingleHost, AFailedReadLeavesNoAnswer) {
+  host->script.on_call["Read"] = [] { throw std::runtime_error("Zeitüberschreitung"); };
+  answer = "alt";
+  io.ReadText("\n", 10, answer, buffer);
+  EXPECT_EQ(answer, "");
+  EXPECT_EQ(io.LastError().description, "Zeitüberschreitung");
+}
+
+TEST_F(SingleHost, AFailedFlushTellsNoCount) {
+  state.connected = true;
+  host->script.on_call["FlushInQ"] = [] { throw std::runtime_error("nein"); };
+  EXPECT_EQ(io.FlushInput(), std::nullopt);
+  EXPECT_LT(io.LastError().code, 0);
+}
+
+TEST_F(SingleHost, ErrorPropertiesThatThrowAreFailuresToo) {
+  host->script.on_call["LastError"] = [] { throw std::runtime_error("kein LastError"); };
+  EXPECT_EQ(io.LastError().code, device_status::kHostFailed);
+  EXPECT_EQ(io.LastError().description, "kein LastError");
+  host->script.on_call.clear();
+  host->script.on_call["SetLastError"] = [] { throw std::runtime_error("nur lesbar"); };
+  io.ClearLastError();
+  EXPECT_EQ(io.LastError().description, "nur lesbar");
+}
+
+TEST_F(SingleHost, AMissingDescriptionKeepsTheCode) {
+  host->script.on_call["LastErrorDescription"] = [] { throw std::runtime_error("keine Beschreibung"); };
+  host->last_error = 0;
+  EXPECT_EQ(io.LastError().code, 0);
+  host->last_error = -5;
+  const DeviceError error = io.LastError();
+  EXPECT_EQ(error.code, -5);
+  EXPECT_EQ(error.description, "keine Beschreibung");
+}
+
+TEST_F(SingleHost, CodesBeyond16BitsKeepTheirSign) {
+  const struct {
+    Variant code;
+    std::int16_t expected;
+  } cases[] = {{-32768, -32768}, {-32769, -32768},      {INT32_MIN, -32768},
+               {32768, 32767},   {Variant(" -7 "), -7}, {Variant(), 0}};
+  for (const auto& [code, expected] : cases) {
+    host->last_error = code;
+    EXPECT_EQ(io.LastError().code, expected);
+    EXPECT_EQ(state.last_result, expected);
+  }
+}
+
+TEST_F(SingleHost, ACodeThatIsNoNumberIsAFailure) {
+  host->last_error = "kaputt";
+  EXPECT_EQ(io.LastError().description, "Typen unverträglich");
+  host->last_error = 1e12;
+  io.ClearLastError();
+  EXPECT_EQ(io.LastError().description, "Überlauf");
+}
+
+TEST(HostPath, WithoutAnObjectEveryOperationFails) {
+  for (const auto mode : {operating_mode::kHostByIndex, operating_mode::kHost}) {
+    DeviceWorld world(mode);
+    world.state.gObj.reset();
+    world.state.connected = true;
+    world.io.Open();
+    EXPECT_EQ(world.io.LastError().code, device_status::kHostFailed);
+    EXPECT_EQ(world.io.LastError().description, "Kein Geräteobjekt übergeben");
+    EXPECT_EQ(world.io.FlushInput(), std::nullopt);
+  }
+}
+
+TEST(HostPath, AnObjectThatLacksTheOperationFailsIt) {
+  DeviceWorld world(operating_mode::kHost);
+  world.state.gObj = std::make_shared<HostObject>();
+  world.io.Open();
+  EXPECT_EQ(world.io.LastError().description, "Das Geräteobjekt unterstützt diese Operation nicht");
+}
+
+}  // namespace
+}  // namespace kolvane::device
