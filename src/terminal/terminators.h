@@ -1,0 +1,31 @@
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "terminal/texts.h"
+
+namespace kolvane::terminal {
+
+inline constexpr std::string_view kCrLf = "\r\n";
+
+/// The two lists carry the same words; each begins with the one used most.
+inline constexpr std::array<std::string_view, 4> kReceiveTerminatorWords = {texts::kCrLf, texts::kCr,
+                                                                            texts::kLf, texts::kNoTerminator};
+inline constexpr std::array<std::string_view, 4> kSendTerminatorWords = {texts::kLf, texts::kCr, texts::kCrLf,
+                                                                         texts::kNoTerminator};
+
+/// The receive terminator for what RcvTermChar shows: a word of the list or a character code; nothing for any
+/// other text. Throws RuntimeError kInvalidArgument for a code outside 0 to 255.
+std::optional<std::string> ReceiveTerminator(std::string_view shown);
+
+/// The send terminator for what SendTermChar shows: a word of the list, a character code, or the text itself.
+/// Throws as ReceiveTerminator does.
+std::string SendTerminator(std::string_view shown);
+
+/// How a terminator is shown: its word, or the terminator itself where there is none.
+std::string TerminatorWord(std::string_view terminator);
+
+}  // namespace kolvane::terminal

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "device/device.h"
+
+/// Every text that the terminal session shows.
+namespace kolvane::terminal::texts {
+
+inline constexpr std::array<std::string_view, 3> kReceiveModes = {"Endezeichen", "Auto", "Anzahl Zeichen"};
+inline constexpr std::array<std::string_view, 2> kReceiveFormats = {"ASCII", "Binär"};
+
+inline constexpr std::string_view kLf = "LF";
+inline constexpr std::string_view kCr = "CR";
+inline constexpr std::string_view kCrLf = "CRLF";
+inline constexpr std::string_view kNoTerminator = "Kein";
+
+inline constexpr std::array<std::string_view, 3> kOptions = {"Befehle anzeigen", "Antwortzeiten anzeigen",
+                                                             "Zeilenumbrüche in Antwort"};
+
+inline constexpr std::string_view kLocalDone = "GO TO LOCAL ausgeführt - die Verbindung wurde getrennt";
+inline constexpr std::string_view kRestartDone = "Geräte Restart ausgeführt - die Verbindung wurde getrennt";
+inline constexpr std::string_view kMeasuringStopped = "Die laufende Meßwerterfassung wurde beendet";
+
+inline constexpr std::string_view kConnectTip = "Verbindung aufbauen";
+inline constexpr std::string_view kDisconnectTip = "Verbindung trennen";
+inline constexpr std::string_view kNotConnected = "Nicht verbunden";
+inline constexpr std::string_view kConnectedWith = "  Verbindung hergestellt mit ";
+inline constexpr std::string_view kDisconnectedFrom = "  Verbindung getrennt von ";
+inline constexpr std::string_view kConnectFailed = "Fehler beim Verbindungsaufbau: ";
+inline constexpr std::string_view kDisconnectFailed = "Fehler beim Verbindungsabbau: ";
+
+/// `what` is kConnectFailed or kDisconnectFailed.
+inline std::string Failure(std::string_view what, const device::DeviceError& error) {
+  return std::string(what) + error.description + " (" + std::to_string(error.code) + ")";
+}
+
+inline std::string InputFlushed(std::int32_t bytes) {
+  return "Empfangspuffer gelöscht (" + std::to_string(bytes) + " Bytes)";
+}
+
+/// Goes into the pane's text as it stands, hence the line break in front.
+inline std::string WriteError(std::string_view description) {
+  return "\r\nWrite error: " + std::string(description);
+}
+
+/// Goes into the pane's text as it stands, hence the line break behind.
+inline std::string ResponseTime(std::string_view milliseconds) {
+  return "(dt = " + std::string(milliseconds) + " ms)\r\n";
+}
+
+}  // namespace kolvane::terminal::texts

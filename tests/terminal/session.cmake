@@ -1,0 +1,6 @@
+kolvane_test(terminal_session_test
+  received_text_test.cpp
+  session_texts_test.cpp
+  terminal_state_test.cpp
+  terminators_test.cpp
+  LINK kolvane_terminal)

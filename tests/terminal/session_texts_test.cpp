@@ -1,0 +1,37 @@
+#include <gtest/gtest.h>
+
+#include "terminal/texts.h"
+
+namespace kolvane::terminal::texts {
+namespace {
+
+TEST(Texts, ListsAndOptions) {
+  const std::array<std::string_view, 3> modes = {"Endezeichen", "Auto", "Anzahl Zeichen"};
+  const std::array<std::string_view, 2> formats = {"ASCII", "Binär"};
+  const std::array<std::string_view, 3> options = {"Befehle anzeigen", "Antwortzeiten anzeigen",
+                                                   "Zeilenumbrüche in Antwort"};
+  EXPECT_EQ(kReceiveModes, modes);
+  EXPECT_EQ(kReceiveFormats, formats);
+  EXPECT_EQ(kOptions, options);
+}
+
+TEST(Texts, ConnectionLooks) {
+  EXPECT_EQ(kConnectTip, "Verbindung aufbauen");
+  EXPECT_EQ(kDisconnectTip, "Verbindung trennen");
+  EXPECT_EQ(kNotConnected, "Nicht verbunden");
+}
+
+TEST(Texts, Failures) {
+  EXPECT_EQ(Failure(kConnectFailed, {-3, "abgelehnt"}), "Fehler beim Verbindungsaufbau: abgelehnt (-3)");
+  EXPECT_EQ(Failure(kDisconnectFailed, {-32768, ""}), "Fehler beim Verbindungsabbau:  (-32768)");
+  EXPECT_EQ(WriteError("Leitung tot"), "\r\nWrite error: Leitung tot");
+}
+
+TEST(Texts, CountsAndTimes) {
+  EXPECT_EQ(InputFlushed(0), "Empfangspuffer gelöscht (0 Bytes)");
+  EXPECT_EQ(InputFlushed(-7), "Empfangspuffer gelöscht (-7 Bytes)");
+  EXPECT_EQ(ResponseTime("3,5"), "(dt = 3,5 ms)\r\n");
+}
+
+}  // namespace
+}  // namespace kolvane::terminal::texts
