@@ -1,4 +1,5 @@
 kolvane_test(terminal_session_test
+  receive_controls_test.cpp
   received_text_test.cpp
   session_texts_test.cpp
   terminal_state_test.cpp

@@ -1,0 +1,107 @@
+#pragma once
+
+#include <algorithm>
+#include <deque>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "device/device.h"
+
+namespace kolvane::terminal {
+
+/// Control characters as \r, \n, \0, so that a test can write down what it expects.
+inline std::string Escaped(std::string_view text) {
+  std::string out;
+  for (const char c : text) {
+    if (c == '\r') {
+      out += "\\r";
+    } else if (c == '\n') {
+      out += "\\n";
+    } else if (c == '\0') {
+      out += "\\0";
+    } else {
+      out += c;
+    }
+  }
+  return out;
+}
+
+/// A device that records its calls and answers from queues. Each operation ends as its public field says,
+/// which a test may change at any time; a read from an empty queue ends with `read_error`.
+class FakeDevice final : public device::Device {
+ public:
+  static device::DeviceError TimeOut() { return {-5, "Zeitüberschreitung"}; }
+
+  void Open() override { Record("Open", open_result); }
+  void Close() override { Record("Close", close_result); }
+
+  void Write(std::string_view command, std::string_view terminator, std::int16_t extra) override {
+    Record("Write " + std::string(command) + "|" + Escaped(terminator) + "|" + std::to_string(extra),
+           write_result);
+  }
+
+  void ReadText(std::string_view terminator, std::int32_t count, std::string& answer,
+                Bytes& /*buffer*/) override {
+    const bool has_answer = !text_answers.empty();
+    Record("ReadText " + Escaped(terminator) + " " + std::to_string(count),
+           has_answer ? device::DeviceError{} : read_error);
+    if (!has_answer) return;
+    answer = text_answers.front();
+    text_answers.pop_front();
+  }
+
+  void ReadBinary(std::string_view /*terminator*/, std::int32_t count, Bytes& buffer) override {
+    const auto wanted = static_cast<std::size_t>(count);
+    const bool there = hollow_reads || wanted <= incoming.size();
+    Record("ReadBinary " + std::to_string(count), there ? device::DeviceError{} : read_error);
+    if (buffer.size() < wanted) buffer.resize(wanted);
+    if (!there || hollow_reads) return;
+    std::transform(incoming.begin(), incoming.begin() + count, buffer.begin(),
+                   [](char c) { return static_cast<std::uint8_t>(c); });
+    incoming.erase(0, wanted);
+  }
+
+  void SetTimeout(std::int32_t milliseconds) override {
+    calls.push_back("SetTimeout " + std::to_string(milliseconds));
+  }
+
+  device::DeviceError LastError() override {
+    calls.emplace_back("LastError");
+    return last_error;
+  }
+
+  void ClearLastError() override { Record("ClearLastError", {}); }
+
+  std::optional<std::int32_t> FlushInput() override {
+    calls.emplace_back("FlushInput");
+    return flushed;
+  }
+
+  void ActivateInterpreter() override { calls.emplace_back("ActivateInterpreter"); }
+
+  std::size_t CountCalls(std::string_view start) const {
+    return static_cast<std::size_t>(std::count_if(
+        calls.begin(), calls.end(), [&](const std::string& call) { return call.starts_with(start); }));
+  }
+
+  std::vector<std::string> calls;
+  device::DeviceError open_result;
+  device::DeviceError close_result;
+  device::DeviceError write_result;
+  device::DeviceError read_error = TimeOut();
+  std::deque<std::string> text_answers;  ///< UTF-8, terminators included
+  std::string incoming;                  ///< bytes of binary answers
+  bool hollow_reads = false;             ///< binary reads succeed and leave the buffer as it is
+  std::optional<std::int32_t> flushed;
+  device::DeviceError last_error;
+
+ private:
+  void Record(std::string call, const device::DeviceError& result) {
+    calls.push_back(std::move(call));
+    last_error = result;
+  }
+};
+
+}  // namespace kolvane::terminal

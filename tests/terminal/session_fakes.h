@@ -1,0 +1,65 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/clock.h"
+#include "base/prompt.h"
+#include "terminal/log_sink.h"
+#include "terminal/pane.h"
+
+namespace kolvane::terminal {
+
+using Lines = std::vector<std::string>;
+
+/// Keeps the pane's text with its line breaks, and each line with its colour.
+class FakePane final : public Pane {
+ public:
+  void AppendLine(std::string_view line, Color color) override {
+    text += "\r\n" + std::string(line);
+    lines.emplace_back(line);
+    colors.push_back(color);
+    caret_back = 0;
+  }
+  void AppendText(std::string_view appended, int back) override {
+    text += appended;
+    caret_back = back;
+  }
+  void Clear() override { text.clear(); }
+  void Refresh() override { ++refreshed; }
+
+  std::string text;
+  std::vector<std::string> lines;
+  std::vector<Color> colors;
+  int caret_back = 0;
+  int refreshed = 0;
+};
+
+class FakeLog final : public LogSink {
+ public:
+  void WriteLine(std::string_view line) override { lines.emplace_back(line); }
+  std::vector<std::string> lines;
+};
+
+class FakePrompt final : public base::Prompt {
+ public:
+  void ShowError(std::string_view text) override { errors.emplace_back(text); }
+  void ShowMessage(std::string_view text) override { messages.emplace_back(text); }
+  std::vector<std::string> errors;
+  std::vector<std::string> messages;
+};
+
+/// Ticks through `seconds`; the last of them stays.
+class FakeClock final : public base::Clock {
+ public:
+  double Seconds() const override {
+    const double now = seconds.at(asked);
+    if (asked + 1 < seconds.size()) ++asked;
+    return now;
+  }
+  std::vector<double> seconds = {0};
+  mutable std::size_t asked = 0;
+};
+
+}  // namespace kolvane::terminal
