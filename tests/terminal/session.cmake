@@ -1,4 +1,6 @@
 kolvane_test(terminal_session_test
+  connect_commands_test.cpp
+  connect_press_test.cpp
   receive_controls_test.cpp
   received_text_test.cpp
   session_texts_test.cpp

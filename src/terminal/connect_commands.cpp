@@ -1,0 +1,93 @@
+#include "terminal/connect_commands.h"
+
+#include <utility>
+
+#include "terminal/flush_input.h"
+
+namespace kolvane::terminal {
+namespace {
+
+// The mode in which the terminal's own connection can be configured.
+constexpr std::int16_t kOwnConnection = 2;
+
+}  // namespace
+
+ConnectCommands::ConnectCommands(device::Device& device, device::DeviceState& state, Output& output,
+                                 base::Prompt& prompt, ConnectionView& view, ConnectionTexts texts)
+    : device_(device),
+      state_(state),
+      output_(output),
+      prompt_(prompt),
+      view_(view),
+      texts_(std::move(texts)) {}
+
+void ConnectCommands::Connect() {
+  device_.ClearLastError();
+  device_.Open();
+  const device::DeviceError error = device_.LastError();
+  // Set before the message: it may run the event loop.
+  state_.connected = error.code >= 0;
+  if (state_.connected) {
+    button_.tool_tip = texts::kDisconnectTip;
+  } else {
+    prompt_.ShowError(texts::Failure(texts::kConnectFailed, error));
+  }
+  view_.ConnectionChanged();
+}
+
+void ConnectCommands::Disconnect() {
+  device_.ClearLastError();
+  device_.Close();
+  const device::DeviceError error = device_.LastError();
+  if (error.code >= 0) {
+    state_.connected = false;
+  } else {
+    prompt_.ShowError(texts::Failure(texts::kDisconnectFailed, error));
+  }
+  if (!state_.connected) button_.tool_tip = texts::kConnectTip;
+  view_.ConnectionChanged();
+}
+
+void ConnectCommands::Press() {
+  if (button_.tag == 0) {
+    Connect();
+    if (!state_.connected) return;
+    TurnButton(1, ConnectButtonState::kConnectedImage, texts::kDisconnectTip);
+    AddLine(texts::kConnectedWith);
+  } else {
+    Disconnect();
+    if (state_.connected) return;
+    TurnButton(0, ConnectButtonState::kDisconnectedImage, texts::kConnectTip);
+    AddLine(texts::kDisconnectedFrom);
+  }
+  view_.ConnectionChanged();
+}
+
+void ConnectCommands::Flush() { FlushInput(device_, output_); }
+
+void ConnectCommands::ShowConnected() {
+  TurnButton(0, ConnectButtonState::kConnectedImage, texts::kDisconnectTip);
+  view_.ConnectionChanged();
+}
+
+ConnectionMenu ConnectCommands::Menu() const {
+  return {.configure = !state_.connected && state_.OperMode == kOwnConnection,
+          .connect = !state_.connected,
+          .disconnect = state_.connected};
+}
+
+std::string ConnectCommands::StatusText() const {
+  return state_.connected ? texts_.description() : std::string(texts::kNotConnected);
+}
+
+void ConnectCommands::TurnButton(int tag, int image, std::string_view tool_tip) {
+  button_.tag = tag;
+  button_.image = image;
+  button_.tool_tip = tool_tip;
+}
+
+void ConnectCommands::AddLine(std::string_view what) {
+  output_.AddLine(texts_.now() + std::string(what) + texts_.description());
+}
+
+}  // namespace kolvane::terminal

@@ -1,0 +1,88 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "base/date_text.h"
+#include "base/prompt.h"
+#include "device/device.h"
+#include "device/device_state.h"
+#include "terminal/connect_button.h"
+#include "terminal/output.h"
+#include "terminal/texts.h"
+
+namespace kolvane::terminal {
+
+/// What TB_CONNECT shows. The tag decides what the next press does; the menu commands leave it alone.
+struct ConnectButtonState {
+  static constexpr int kConnectedImage = 20;
+  static constexpr int kDisconnectedImage = 21;
+
+  int tag = 0;  ///< 0: a press connects, otherwise it disconnects
+  int image = kDisconnectedImage;
+  std::string tool_tip = std::string(texts::kConnectTip);
+};
+
+/// Which items of the menu mnuCon are enabled.
+struct ConnectionMenu {
+  bool configure = false;
+  bool connect = false;
+  bool disconnect = false;
+  bool operator==(const ConnectionMenu&) const = default;
+};
+
+/// Told that button or status text may have changed; the window shows both anew.
+class ConnectionView {
+ public:
+  virtual ~ConnectionView() = default;
+  virtual void ConnectionChanged() = 0;
+};
+
+/// The texts that lines and status bar are made of; both are UTF-8.
+struct ConnectionTexts {
+  std::function<std::string()> description;                      ///< of the current connection; may be empty
+  std::function<std::string()> now = base::CurrentDateTimeText;  ///< date and time of a line
+};
+
+/// The commands of the menu "Verbindung" and of the buttons TB_CONNECT and TB_FLUSH. Failures are shown by
+/// the prompt and nowhere else.
+class ConnectCommands final : public ConnectButton {
+ public:
+  ConnectCommands(device::Device& device, device::DeviceState& state, Output& output, base::Prompt& prompt,
+                  ConnectionView& view, ConnectionTexts texts);
+
+  /// mnuConnect and mnuDisconnect: they change the connected flag and the button's tool tip alone.
+  void Connect();
+  void Disconnect();
+
+  /// TB_CONNECT: connects or disconnects as its tag says. When that succeeded, the button turns over and a
+  /// line in the pane says so.
+  void Press() override;
+
+  /// TB_FLUSH.
+  void Flush();
+
+  /// The button's look on a device that the host has opened already. The tag stays 0, so the first press
+  /// connects once more.
+  void ShowConnected();
+
+  const ConnectButtonState& button() const { return button_; }
+  ConnectionMenu Menu() const;
+  /// For the first status bar.
+  std::string StatusText() const;
+
+ private:
+  void TurnButton(int tag, int image, std::string_view tool_tip);
+  void AddLine(std::string_view what);
+
+  device::Device& device_;
+  device::DeviceState& state_;
+  Output& output_;
+  base::Prompt& prompt_;
+  ConnectionView& view_;
+  ConnectionTexts texts_;
+  ConnectButtonState button_;
+};
+
+}  // namespace kolvane::terminal

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <string>
+
+#include "terminal/connect_commands.h"
+#include "terminal/fake_device.h"
+#include "terminal/session_fakes.h"
+#include "terminal/terminal_state.h"
+
+namespace kolvane::terminal {
+
+class FakeConnectionView final : public ConnectionView {
+ public:
+  void ConnectionChanged() override { ++changes; }
+  int changes = 0;
+};
+
+/// Connect commands with nothing but fakes around them, not connected.
+struct ConnectBench {
+  /// Tag, image and tool tip.
+  std::string Button() const {
+    const ConnectButtonState& button = connect.button();
+    return std::to_string(button.tag) + " " + std::to_string(button.image) + " " + button.tool_tip;
+  }
+
+  TerminalState state;
+  device::DeviceState device_state;
+  FakeDevice device;
+  FakePane pane;
+  FakeLog log;
+  FakePrompt prompt;
+  FakeConnectionView view;
+  Output output{state.output, pane, log};
+  ConnectCommands connect{device,
+                          device_state,
+                          output,
+                          prompt,
+                          view,
+                          {.description = [] { return std::string("TCP/IP: 10.0.0.7, Port 7"); },
+                           .now = [] { return std::string("20.11.2026 08:05:09"); }}};
+};
+
+}  // namespace kolvane::terminal
