@@ -1,0 +1,108 @@
+#include "terminal/session.h"
+
+#include "base/folding.h"
+#include "base/number.h"
+#include "base/runtime_error.h"
+#include "terminal/received_text.h"
+#include "terminal/texts.h"
+
+namespace kolvane::terminal {
+namespace {
+
+std::size_t CountOf(std::string_view text) {
+  const std::int16_t typed = base::TextToInt16(text);
+  const auto count = static_cast<std::size_t>(typed);
+  if (typed < 0 || count > kCountedAnswerLimit)
+    throw base::RuntimeError(base::RuntimeError::Kind::kSubscript);
+  return count;
+}
+
+}  // namespace
+
+bool Session::SendCommand(std::string_view command, bool /*print_command*/) {
+  if (!device_state_.connected) connect_button_.Press();
+  if (!device_state_.connected) return false;
+  device_.ClearLastError();
+  device_.Write(command, state_.receive.send_terminator, 0);
+  const device::DeviceError error = device_.LastError();
+  if (error.code >= 0) return true;
+  output_.AppendText(texts::WriteError(error.description), 0);
+  return false;
+}
+
+PostSendRule Session::PostSendCheck(std::string_view command) {
+  const PostSendRule rule = RuleFor(command);
+  if (rule.disconnects) connect_button_.Press();
+  return rule;
+}
+
+bool Session::GetAnswer() {
+  device_.ClearLastError();
+  answer_.clear();
+  device_.SetTimeout(base::TextToInt32(state_.shown.timeout));
+  const bool received = ReadAnswer();
+  state_.last_answer.text.swap(answer_);
+  return received;
+}
+
+bool Session::ReadAnswer() {
+  switch (state_.receive.mode) {
+    case receive_mode::kTerminator:
+      // What counts is the format that the list shows, not the display flag.
+      return state_.shown.format != receive_format::kAscii || ReadToTerminator();
+    case receive_mode::kAuto:
+      return ReadToGap();
+    case receive_mode::kCount:
+      return ReadCounted();
+    default:
+      return true;
+  }
+}
+
+bool Session::ReadToTerminator() {
+  device_.ReadText(state_.receive.receive_terminator, kTextAnswerLimit, answer_, buffer_);
+  const bool failed = FetchError();
+  if (!failed) TrimAnswer(answer_, state_.receive.receive_terminator);
+  output_.AddLine(base::TrimBlanks(answer_));
+  return !failed;
+}
+
+bool Session::ReadToGap() {
+  gathered_.clear();
+  buffer_.assign(kCountedAnswerLimit, 0);
+  for (;;) {
+    device_.ReadBinary(state_.receive.receive_terminator, 1, buffer_);
+    // The byte past the limit is read and dropped.
+    if (device_.LastError().code < 0 || gathered_.size() == kAutoAnswerLimit) break;
+    gathered_ += static_cast<char>(buffer_.front());
+    if (gathered_.size() == 1) device_.SetTimeout(kGapMs);
+  }
+  AppendDisplayForm(gathered_, state_.receive.binary_display != 0, answer_);
+  output_.AddLine(answer_);
+  return !gathered_.empty();
+}
+
+bool Session::ReadCounted() {
+  const std::size_t count = CountOf(state_.shown.count);
+  bool failed = false;
+  if (count > 0) {
+    buffer_.assign(kCountedAnswerLimit, 0);
+    device_.ReadBinary(state_.receive.receive_terminator, static_cast<std::int32_t>(count), buffer_);
+    failed = FetchError();
+    if (!failed) {
+      gathered_.assign(buffer_.begin(), buffer_.begin() + static_cast<std::ptrdiff_t>(count));
+      AppendDisplayForm(gathered_, state_.receive.binary_display != 0, answer_);
+    }
+  }
+  output_.AddLine(answer_);
+  return !failed;
+}
+
+bool Session::FetchError() {
+  device::DeviceError error = device_.LastError();
+  if (error.code >= 0) return false;
+  answer_ = std::move(error.description);
+  return true;
+}
+
+}  // namespace kolvane::terminal

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "device/device.h"
+#include "device/device_state.h"
+#include "terminal/connect_button.h"
+#include "terminal/output.h"
+#include "terminal/post_send_check.h"
+#include "terminal/terminal_state.h"
+
+namespace kolvane::terminal {
+
+inline constexpr std::int32_t kTextAnswerLimit = 16000;   ///< characters, mode 0
+inline constexpr std::size_t kAutoAnswerLimit = 8192;     ///< bytes, mode 1
+inline constexpr std::size_t kCountedAnswerLimit = 1025;  ///< bytes, mode 2
+
+/// The way of one command to the device and of its answer to the pane and into TerminalState::last_answer.
+/// InteractiveSend and the command list's runner call it.
+///
+/// No window is needed. A front end makes an Output over its own Pane and LogSink, ConnectCommands (they are
+/// the ConnectButton) over its own Prompt and ConnectionView, fills TerminalState::receive and
+/// TerminalState::shown (timeout, count, format) from its options, and then for each command calls
+/// SendCommand, PostSendCheck and, where that continues, GetAnswer.
+class Session {
+ public:
+  Session(device::Device& device, const device::DeviceState& device_state, TerminalState& state,
+          Output& output, ConnectButton& connect_button)
+      : device_(device),
+        device_state_(device_state),
+        state_(state),
+        output_(output),
+        connect_button_(connect_button) {}
+
+  /// Writes `command` and the send terminator. Not connected, it presses the connect button once and drops
+  /// the command where that does not help; a write error goes into the pane. Returns whether the command went
+  /// out. Echoing is the caller's business, whatever `print_command` says.
+  bool SendCommand(std::string_view command, bool print_command = false);
+
+  /// Presses the connect button where the rule for `command` says so, and returns the rule.
+  PostSendRule PostSendCheck(std::string_view command);
+
+  /// Reads one answer as the receive settings say, shows it and keeps it. Returns whether one came; the
+  /// error's description is shown and kept otherwise (mode 1: an empty answer). Throws RuntimeError where the
+  /// text of ReceiveTimo or BinChars is no number or the count is outside 0 to kCountedAnswerLimit; nothing
+  /// has been read then and the last answer stays.
+  bool GetAnswer();
+
+ private:
+  bool ReadAnswer();
+  bool ReadToTerminator();
+  bool ReadToGap();
+  bool ReadCounted();
+  /// Whether the last operation failed; its description is the answer then.
+  bool FetchError();
+
+  device::Device& device_;
+  const device::DeviceState& device_state_;
+  TerminalState& state_;
+  Output& output_;
+  ConnectButton& connect_button_;
+  // Kept from exchange to exchange for their capacity.
+  std::string answer_;
+  std::string gathered_;
+  Bytes buffer_;
+};
+
+}  // namespace kolvane::terminal
