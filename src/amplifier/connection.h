@@ -1,0 +1,67 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "amplifier/line_handler.h"
+#include "amplifier/line_splitter.h"
+#include "amplifier/options.h"
+#include "amplifier/stream.h"
+
+namespace kolvane::amplifier {
+
+/// One connection: receives lines, sends the handler's answers with the pauses and the misbehaviour asked
+/// for. It never waits except in Exchange(); its owner calls when the descriptor or the clock is ready. While
+/// an answer is under way nothing more is received, so memory stays bounded whatever the peer does.
+class Connection {
+ public:
+  using Clock = std::chrono::steady_clock;
+
+  /// `handler` must outlive the connection.
+  Connection(std::unique_ptr<Stream> stream, LineHandler& handler, const Behaviour& behaviour);
+
+  int descriptor() const { return stream_->descriptor(); }
+  /// The poll(2) events to wait for.
+  short Events() const;
+  /// When OnTime() is due.
+  std::optional<Clock::time_point> Due() const { return due_; }
+  /// To be destroyed, which closes it.
+  bool Ended() const { return ended_; }
+
+  void OnEvents(short events);
+  void OnTime(Clock::time_point now);
+  /// Sleeps in the receive call for a moment and answers what came; false when that cannot be done (any
+  /// more) and the owner must poll.
+  bool Exchange();
+
+ private:
+  enum class Ending { kNone, kOrderly, kReset };
+
+  bool TakesLines() const;
+  void Take(const Transfer& received);
+  void AnswerLines();
+  void Queue();
+  void Append();
+  void Release(Clock::time_point now);
+  void Flush();
+  void EndWhenSent();
+
+  std::unique_ptr<Stream> stream_;
+  LineHandler& handler_;
+  Behaviour behaviour_;
+  LineSplitter splitter_;
+  Reply reply_;
+  std::string out_;
+  std::size_t sent_ = 0;
+  std::size_t released_ = 0;  // of out_, may go out now
+  std::optional<Clock::time_point> due_;
+  std::uint64_t answers_ = 0;
+  Ending ending_ = Ending::kNone;
+  bool peer_done_ = false;
+  bool ended_ = false;
+};
+
+}  // namespace kolvane::amplifier

@@ -1,0 +1,60 @@
+#include <sys/prctl.h>
+#include <sys/signalfd.h>
+
+#include <csignal>
+#include <cstdio>
+#include <exception>
+#include <variant>
+
+#include "amplifier/descriptor.h"
+#include "amplifier/options.h"
+#include "amplifier/server.h"
+
+namespace {
+
+using namespace kolvane::amplifier;
+
+constexpr int kFailure = 1;
+constexpr int kWrongUsage = 2;
+
+int Complain(const char* text, int status) {
+  std::fprintf(stderr, "kolvane-amplifier: %s\n", text);
+  return status;
+}
+
+// The signals arrive as readable data, so they cannot slip in between a check and a wait.
+Descriptor EndSignals() {
+  sigset_t signals;
+  sigemptyset(&signals);
+  sigaddset(&signals, SIGTERM);
+  sigaddset(&signals, SIGINT);
+  sigprocmask(SIG_BLOCK, &signals, nullptr);
+  return Descriptor(signalfd(-1, &signals, SFD_CLOEXEC));
+}
+
+int Serve(const Options& options) {
+  const Descriptor stop = EndSignals();
+  if (options.exit_with_parent) prctl(PR_SET_PDEATHSIG, SIGTERM);
+  try {
+    Server server(options);
+    if (options.tcp_port) std::printf("listening on 127.0.0.1:%u\n", unsigned{server.Port()});
+    if (!options.pty_link.empty()) std::printf("pty ready at %s\n", options.pty_link.c_str());
+    std::fflush(stdout);
+    server.Run(stop.number());
+    return 0;
+  } catch (const std::exception& error) {
+    return Complain(error.what(), kFailure);
+  }
+}
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+  const auto parsed = ParseOptions(argc, argv);
+  if (const auto* error = std::get_if<UsageError>(&parsed)) return Complain(error->text.c_str(), kWrongUsage);
+  if (const auto* information = std::get_if<Information>(&parsed)) {
+    std::fputs(information->text.c_str(), stdout);
+    return 0;
+  }
+  return Serve(std::get<Options>(parsed));
+}

@@ -1,0 +1,140 @@
+#include "amplifier/options.h"
+
+#include <getopt.h>
+
+#include <array>
+#include <charconv>
+#include <iterator>
+#include <utility>
+
+namespace kolvane::amplifier {
+namespace {
+
+constexpr std::string_view kHelp =
+    "usage: kolvane-amplifier --tcp PORT | --pty LINK [options]\n"
+    "A simulated measuring amplifier that answers line by line.\n"
+    "\n"
+    "  --tcp PORT            listen on 127.0.0.1:PORT; 0 takes a free port\n"
+    "  --pty LINK            open a pseudo terminal and make the symbolic link LINK to it\n"
+    "  --delay MS            wait before each answer\n"
+    "  --drip MS             send one byte every MS milliseconds\n"
+    "  --close-after N       close each connection after N answers\n"
+    "  --reset-after N       reset each connection after N answers\n"
+    "  --close-mid-answer N  close after half of the Nth answer\n"
+    "  --silent              answer nothing\n"
+    "  --silent-after N      answer nothing more after N answers\n"
+    "  --terminator WORD     end of each answer: crlf (default), lf, cr, none\n"
+    "  --echo                send each line back instead of being an amplifier\n"
+    "  --file PATH           a file that FILE? answers; may be given several times\n"
+    "  --seed N              another noise\n"
+    "  --exit-with-parent    end when the parent process ends\n"
+    "  --help                this text\n"
+    "  --version             the version\n";
+
+constexpr std::uint64_t kMaxCount = 1'000'000'000;
+constexpr const char* kPauseForm = "a number of milliseconds from 0 to 600000";
+constexpr const char* kCountForm = "a whole number from 0 to 1000000000";
+
+template <typename Target>
+bool TakeNumber(std::string_view text, std::uint64_t least, std::uint64_t most, Target& target) {
+  std::uint64_t value = 0;
+  const char* const end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, value);
+  if (error != std::errc() || stop != end || value < least || value > most) return false;
+  target = static_cast<Target>(value);
+  return true;
+}
+
+// One option: what its value must be (null = it has none), and what it does; false for a wrong value.
+struct Row {
+  const char* name;
+  const char* form;
+  bool (*apply)(Options& options, std::string_view value);
+};
+using Value = std::string_view;
+
+constexpr Row kRows[] = {
+    {"tcp", "a port number from 0 to 65535",
+     [](Options& o, Value v) { return TakeNumber(v, 0, 65535, o.tcp_port.emplace()); }},
+    {"pty", "the path of a link", [](Options& o, Value v) { return !(o.pty_link = v).empty(); }},
+    {"delay", kPauseForm,
+     [](Options& o, Value v) { return TakeNumber(v, 0, kMaxPauseMs, o.transmission.delay_ms); }},
+    {"drip", kPauseForm,
+     [](Options& o, Value v) { return TakeNumber(v, 0, kMaxPauseMs, o.transmission.drip_ms); }},
+    {"close-after", kCountForm,
+     [](Options& o, Value v) { return TakeNumber(v, 0, kMaxCount, o.behaviour.close_after); }},
+    {"reset-after", kCountForm,
+     [](Options& o, Value v) { return TakeNumber(v, 0, kMaxCount, o.behaviour.reset_after); }},
+    {"close-mid-answer", "a whole number from 1 to 1000000000",
+     [](Options& o, Value v) { return TakeNumber(v, 1, kMaxCount, o.behaviour.close_mid_answer); }},
+    {"silent", nullptr,
+     [](Options& o, Value) {
+       o.behaviour.silent_after = 0;
+       return true;
+     }},
+    {"silent-after", kCountForm,
+     [](Options& o, Value v) { return TakeNumber(v, 0, kMaxCount, o.behaviour.silent_after); }},
+    {"terminator", "crlf, lf, cr or none",
+     [](Options& o, Value v) {
+       const auto terminator = TerminatorNamed(v);
+       o.transmission.terminator = terminator.value_or("");
+       return terminator.has_value();
+     }},
+    {"echo", nullptr, [](Options& o, Value) { return o.echo = true; }},
+    {"file", "the path of a file", [](Options& o, Value v) { return !o.files.emplace_back(v).empty(); }},
+    {"seed", "a whole number from 0 to 18446744073709551615",
+     [](Options& o, Value v) { return TakeNumber(v, 0, std::numeric_limits<std::uint64_t>::max(), o.seed); }},
+    {"exit-with-parent", nullptr, [](Options& o, Value) { return o.exit_with_parent = true; }},
+};
+constexpr std::size_t kRowCount = std::size(kRows);
+constexpr int kHelpCode = kRowCount;
+constexpr int kVersionCode = kHelpCode + 1;
+
+std::array<option, kRowCount + 3> LongOptions() {
+  std::array<option, kRowCount + 3> table{};
+  for (std::size_t i = 0; i < kRowCount; ++i)
+    table[i] = {kRows[i].name, kRows[i].form != nullptr ? required_argument : no_argument, nullptr,
+                static_cast<int>(i)};
+  table[kRowCount] = {"help", no_argument, nullptr, kHelpCode};
+  table[kRowCount + 1] = {"version", no_argument, nullptr, kVersionCode};
+  return table;
+}
+
+// getopt_long leaves in optopt: 0 for an unknown long option, the letter of a short one, else the option's
+// code.
+std::string Complaint(int code, std::string_view argument) {
+  const std::string_view name = argument.substr(0, argument.find('='));
+  if (code == ':') return "option '" + std::string(name) + "' needs a value";
+  if (optopt > kVersionCode) return std::string("unknown option '-") + static_cast<char>(optopt) + "'";
+  if (name != argument && optopt > 0) return "option '" + std::string(name) + "' takes no value";
+  return "unknown option '" + std::string(argument) + "'";
+}
+
+std::variant<Options, Information, UsageError> Finish(Options options, int argc, char* const argv[]) {
+  if (optind < argc) return UsageError{"unexpected argument '" + std::string(argv[optind]) + "'"};
+  if (!options.tcp_port && options.pty_link.empty())
+    return UsageError{"neither --tcp PORT nor --pty LINK is given"};
+  return options;
+}
+
+}  // namespace
+
+std::variant<Options, Information, UsageError> ParseOptions(int argc, char* const argv[]) {
+  const auto table = LongOptions();
+  Options options;
+  optind = 0;  // makes getopt_long start afresh
+  for (;;) {
+    const int code = getopt_long(argc, argv, "+:", table.data(), nullptr);
+    if (code == -1) return Finish(std::move(options), argc, argv);
+    if (code == kHelpCode) return Information{std::string(kHelp)};
+    if (code == kVersionCode) return Information{"kolvane-amplifier " KOLVANE_VERSION "\n"};
+    if (code == '?' || code == ':') return UsageError{Complaint(code, argv[optind - 1])};
+    const Row& row = kRows[code];
+    const std::string_view value = optarg != nullptr ? optarg : "";
+    if (!row.apply(options, value))
+      return UsageError{"option '--" + std::string(row.name) + "': '" + std::string(value) + "' is not " +
+                        row.form};
+  }
+}
+
+}  // namespace kolvane::amplifier

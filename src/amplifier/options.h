@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstdint>
+#include <limits>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "amplifier/transmission.h"
+
+namespace kolvane::amplifier {
+
+/// How each connection misbehaves; counts are answers of that connection, and the first limit reached wins.
+struct Behaviour {
+  static constexpr std::uint64_t kNever = std::numeric_limits<std::uint64_t>::max();
+  std::uint64_t close_after = kNever;
+  std::uint64_t reset_after = kNever;
+  std::uint64_t silent_after = kNever;      // 0 = silent from the start
+  std::uint64_t close_mid_answer = kNever;  // 1 = the first answer
+};
+
+struct Options {
+  std::optional<std::uint16_t> tcp_port = {};  // 0 = a free one
+  std::string pty_link = {};                   // empty = no pty
+  Behaviour behaviour = {};
+  Transmission transmission = {};
+  bool echo = false;
+  std::vector<std::string> files = {};  // paths
+  std::uint64_t seed = 1;
+  bool exit_with_parent = false;
+};
+
+/// A text to print on standard output instead of running (--help, --version).
+struct Information {
+  std::string text;
+};
+
+/// One line, without line end, on what is wrong with the command line.
+struct UsageError {
+  std::string text;
+};
+
+std::variant<Options, Information, UsageError> ParseOptions(int argc, char* const argv[]);
+
+}  // namespace kolvane::amplifier

@@ -1,0 +1,102 @@
+#include "amplifier/pty.h"
+
+#include <fcntl.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <system_error>
+#include <utility>
+
+namespace kolvane::amplifier {
+namespace {
+
+[[noreturn]] void Fail(const std::string& what) {
+  throw std::system_error(errno, std::generic_category(), what);
+}
+
+Transfer Result(ssize_t count) {
+  if (count > 0) return {Transfer::Kind::kMoved, static_cast<std::size_t>(count)};
+  if (count < 0 && (errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR)) return {};
+  return {Transfer::Kind::kEnded, 0};
+}
+
+Descriptor OpenMaster() {
+  Descriptor master(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK));
+  if (!master || grantpt(master.number()) != 0 || unlockpt(master.number()) != 0)
+    Fail("cannot open a pseudo terminal");
+  return master;
+}
+
+std::string PathOfSlave(const Descriptor& master) {
+  std::array<char, 128> path{};
+  errno = ptsname_r(master.number(), path.data(), path.size());
+  if (errno != 0) Fail("cannot name the pseudo terminal");
+  return path.data();
+}
+
+// Raw, so that no byte is changed, echoed or taken for a signal before the terminal sets its own mode.
+Descriptor OpenSlave(const std::string& path) {
+  Descriptor slave(open(path.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC));
+  termios mode{};
+  if (!slave || tcgetattr(slave.number(), &mode) != 0) Fail("cannot open " + path);
+  cfmakeraw(&mode);
+  if (tcsetattr(slave.number(), TCSANOW, &mode) != 0) Fail("cannot set the mode of " + path);
+  return slave;
+}
+
+// By way of a second name, so that the link leads somewhere at every moment.
+void PointLink(const std::string& link, const std::string& target) {
+  struct stat present {};
+  if (lstat(link.c_str(), &present) == 0 && !S_ISLNK(present.st_mode)) {
+    errno = EEXIST;
+    Fail("cannot make the link " + link);
+  }
+  const std::string fresh = link + ".new";
+  unlink(fresh.c_str());
+  if (symlink(target.c_str(), fresh.c_str()) != 0 || std::rename(fresh.c_str(), link.c_str()) != 0)
+    Fail("cannot make the link " + link);
+}
+
+bool LeadsTo(const std::string& link, const std::string& target) {
+  std::array<char, 128> path{};
+  const ssize_t size = readlink(link.c_str(), path.data(), path.size());
+  return size > 0 && std::string_view(path.data(), static_cast<std::size_t>(size)) == target;
+}
+
+}  // namespace
+
+PtyStream::PtyStream(std::string link)
+    : link_(std::move(link)),
+      master_(OpenMaster()),
+      slave_path_(PathOfSlave(master_)),
+      slave_(OpenSlave(slave_path_)) {
+  PointLink(link_, slave_path_);
+}
+
+PtyStream::~PtyStream() {
+  if (LeadsTo(link_, slave_path_)) unlink(link_.c_str());
+}
+
+Transfer PtyStream::Receive(std::span<char> space) {
+  return Result(read(descriptor(), space.data(), space.size()));
+}
+
+// A hang-up discards what the terminal has not read, and the kernel hands bytes over to it some time after
+// the write; so nothing must be left to read at two looks in a row.
+bool PtyStream::EndOrderly() {
+  int unread = 0;
+  const bool is_read = ioctl(slave_.number(), FIONREAD, &unread) != 0 || unread == 0;
+  return std::exchange(was_read_, is_read) && is_read;
+}
+
+Transfer PtyStream::Send(std::string_view bytes) {
+  return Result(write(descriptor(), bytes.data(), bytes.size()));
+}
+
+}  // namespace kolvane::amplifier

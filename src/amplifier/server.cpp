@@ -1,0 +1,119 @@
+#include "amplifier/server.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <ctime>
+#include <fstream>
+#include <iterator>
+#include <system_error>
+
+#include "amplifier/echo.h"
+#include "amplifier/instrument.h"
+#include "amplifier/pty.h"
+
+namespace kolvane::amplifier {
+namespace {
+
+constexpr std::size_t kMaxConnections = 64;
+// Between two looks at everything else while one connection keeps the server busy.
+constexpr int kExchangesInARow = 256;
+
+std::string ReadFile(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  if (!file) throw std::system_error(errno, std::generic_category(), "cannot read " + path);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+std::unique_ptr<LineHandler> NewHandler(const Options& options, const base::Clock& clock) {
+  if (options.echo) return std::make_unique<Echo>(options.transmission);
+  Instrument::Setup setup{options.seed, options.transmission, {}};
+  for (const std::string& path : options.files) setup.files.push_back(ReadFile(path));
+  return std::make_unique<Instrument>(clock, std::move(setup));
+}
+
+timespec Until(Connection::Clock::time_point due) {
+  const auto left = std::chrono::duration_cast<std::chrono::nanoseconds>(due - Connection::Clock::now());
+  const auto count = std::max<std::int64_t>(left.count(), 0);
+  return {count / 1'000'000'000, count % 1'000'000'000};
+}
+
+}  // namespace
+
+Server::Server(const Options& options) : options_(options), handler_(NewHandler(options, clock_)) {
+  if (options.tcp_port) listener_.emplace(*options.tcp_port);
+  if (!options.pty_link.empty()) OpenPty();
+}
+
+void Server::Run(int stop) {
+  do {
+    ExchangeWhileAlone();
+    DropEnded();
+    Wait(stop);
+    ServeConnections();
+  } while (watched_.front().revents == 0);
+}
+
+void Server::ExchangeWhileAlone() {
+  if (pty_ || connections_.size() != 1) return;
+  for (int i = 0; i < kExchangesInARow && connections_.front()->Exchange(); ++i) {
+  }
+}
+
+void Server::Wait(int stop) {
+  watched_.clear();
+  Watch(stop, POLLIN);
+  // A negative descriptor is passed over by poll.
+  const bool full = connections_.size() >= kMaxConnections;
+  Watch(listener_ && !full ? listener_->ipv4() : -1, POLLIN);
+  Watch(listener_ && !full ? listener_->ipv6() : -1, POLLIN);
+  Watch(pty_ ? pty_->descriptor() : -1, pty_ ? pty_->Events() : short{0});
+  for (const auto& connection : connections_) Watch(connection->descriptor(), connection->Events());
+
+  const auto due = NextDue();
+  const timespec limit = due ? Until(*due) : timespec{};
+  if (ppoll(watched_.data(), watched_.size(), due ? &limit : nullptr, nullptr) < 0) {
+    for (pollfd& entry : watched_) entry.revents = 0;
+  }
+}
+
+std::optional<Connection::Clock::time_point> Server::NextDue() const {
+  std::optional<Connection::Clock::time_point> first = pty_ ? pty_->Due() : std::nullopt;
+  for (const auto& connection : connections_) {
+    const auto due = connection->Due();
+    if (due && (!first || *due < *first)) first = due;
+  }
+  return first;
+}
+
+void Server::ServeConnections() {
+  constexpr std::size_t kPty = 3;
+  const auto serve = [this](Connection& connection, std::size_t place) {
+    if (watched_[place].revents != 0) connection.OnEvents(watched_[place].revents);
+    if (connection.Due()) connection.OnTime(Connection::Clock::now());
+  };
+  if (pty_) serve(*pty_, kPty);
+  for (std::size_t i = 0; i < connections_.size(); ++i) serve(*connections_[i], kPty + 1 + i);
+  for (std::size_t place = 1; place < kPty; ++place) {
+    if (watched_[place].revents != 0) Accept(watched_[place].fd);
+  }
+}
+
+void Server::Accept(int listening) {
+  Descriptor socket = TcpListener::Accept(listening);
+  if (!socket) return;
+  connections_.push_back(std::make_unique<Connection>(std::make_unique<TcpStream>(std::move(socket)),
+                                                      *handler_, options_.behaviour));
+}
+
+// The link is moved to the new terminal before the old one hangs up.
+void Server::OpenPty() {
+  pty_ = std::make_unique<Connection>(std::make_unique<PtyStream>(options_.pty_link), *handler_,
+                                      options_.behaviour);
+}
+
+void Server::DropEnded() {
+  std::erase_if(connections_, [](const auto& connection) { return connection->Ended(); });
+  if (pty_ && pty_->Ended()) OpenPty();
+}
+
+}  // namespace kolvane::amplifier

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <poll.h>
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "amplifier/connection.h"
+#include "amplifier/line_handler.h"
+#include "amplifier/options.h"
+#include "amplifier/tcp.h"
+#include "base/clock.h"
+
+namespace kolvane::amplifier {
+
+/// One instrument behind all its connections. Listening starts with the constructor, answering with Run().
+class Server {
+ public:
+  /// Throws std::system_error when the port, the pty or a file cannot be opened.
+  explicit Server(const Options& options);
+
+  /// The port listened on; 0 without TCP.
+  std::uint16_t Port() const { return listener_ ? listener_->Port() : std::uint16_t{0}; }
+  /// Serves until `stop` becomes readable (an eventfd, a signalfd, a pipe), which is noticed within some
+  /// milliseconds.
+  void Run(int stop);
+
+ private:
+  void ExchangeWhileAlone();
+  void Wait(int stop);
+  void Watch(int descriptor, short events) { watched_.push_back({descriptor, events, 0}); }
+  std::optional<Connection::Clock::time_point> NextDue() const;
+  void ServeConnections();
+  void Accept(int listening);
+  void OpenPty();
+  void DropEnded();
+
+  base::SteadyClock clock_;
+  Options options_;
+  std::unique_ptr<LineHandler> handler_;
+  std::optional<TcpListener> listener_;
+  std::unique_ptr<Connection> pty_;
+  std::vector<std::unique_ptr<Connection>> connections_;
+  std::vector<pollfd> watched_;  // stop, two listeners, pty, connections
+};
+
+}  // namespace kolvane::amplifier

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <string_view>
+
+#include "amplifier/descriptor.h"
+
+namespace kolvane::amplifier {
+
+/// What a transfer brought about. kLater: nothing moved, the descriptor is not ready.
+struct Transfer {
+  enum class Kind { kMoved, kLater, kEnded };
+  Kind kind = Kind::kLater;
+  std::size_t count = 0;
+};
+
+/// A connection's way in and out. Closing is the destructor's business.
+class Stream {
+ public:
+  virtual ~Stream() = default;
+  virtual int descriptor() const = 0;
+  virtual Transfer Receive(std::span<char> space) = 0;
+  virtual Transfer Send(std::string_view bytes) = 0;
+  /// As Receive, but sleeps for some milliseconds until bytes are there: one system call instead of two where
+  /// there is nothing else to wait for. kLater at once where that is not possible.
+  virtual Transfer ReceivePatiently(std::span<char> space) = 0;
+  /// Prepares for closing: the peer gets all that was sent and then an end of stream. False: the peer has to
+  /// read first, to be tried again after a while.
+  [[nodiscard]] virtual bool EndOrderly() = 0;
+  /// Prepares for closing without regard to what the peer has not read.
+  virtual void EndByReset() = 0;
+};
+
+}  // namespace kolvane::amplifier

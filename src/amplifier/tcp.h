@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+
+#include "amplifier/stream.h"
+
+namespace kolvane::amplifier {
+
+/// An accepted TCP connection.
+class TcpStream final : public Stream {
+ public:
+  explicit TcpStream(Descriptor socket);
+
+  int descriptor() const override { return socket_.number(); }
+  Transfer Receive(std::span<char> space) override;
+  Transfer ReceivePatiently(std::span<char> space) override;
+  Transfer Send(std::string_view bytes) override;
+  [[nodiscard]] bool EndOrderly() override;
+  void EndByReset() override;
+
+ private:
+  Descriptor socket_;
+};
+
+/// Listens on 127.0.0.1 and, where the system has it, on ::1 at the same port.
+class TcpListener {
+ public:
+  /// Port 0 takes a free one. Throws std::system_error.
+  explicit TcpListener(std::uint16_t port);
+
+  std::uint16_t Port() const { return port_; }
+  int ipv4() const { return ipv4_.number(); }
+  /// -1 without IPv6.
+  int ipv6() const { return ipv6_.number(); }
+  /// A waiting connection of one of the two sockets, or none.
+  static Descriptor Accept(int listening);
+
+ private:
+  Descriptor ipv4_;
+  Descriptor ipv6_;
+  std::uint16_t port_ = 0;
+};
+
+}  // namespace kolvane::amplifier

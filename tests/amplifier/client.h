@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "amplifier/descriptor.h"
+
+namespace kolvane::amplifier {
+
+/// The other end of a connection in tests. Every wait is bounded; what does not come in time is simply
+/// missing from the result.
+class Client {
+ public:
+  /// Connects to 127.0.0.1 (or ::1) at `port`.
+  static Client Tcp(int port, bool ipv6 = false);
+  /// Opens a terminal device in raw mode.
+  static Client Pty(const std::string& path);
+
+  explicit operator bool() const { return static_cast<bool>(descriptor_); }
+  int descriptor() const { return descriptor_.number(); }
+  void Send(std::string_view bytes) const;
+  /// Sends `command` and a LF and reads the answer up to its CR LF, which is taken off.
+  std::string Ask(std::string_view command) const;
+  /// Exactly `count` bytes, or fewer when the stream ended or nothing more came.
+  std::string Read(std::size_t count) const;
+  /// Up to and without `end`.
+  std::string ReadUntil(std::string_view end) const;
+  /// Everything up to the end of the stream; `error` receives errno where it ended by one, else 0.
+  std::string ReadAll(int* error) const;
+
+ private:
+  explicit Client(Descriptor descriptor) : descriptor_(std::move(descriptor)) {}
+  bool WaitFor(short events) const;
+
+  Descriptor descriptor_;
+};
+
+}  // namespace kolvane::amplifier
