@@ -1,0 +1,120 @@
+#include "terminal/pane_text.h"
+
+#include <algorithm>
+
+#include "terminal/pane_utf8.h"
+
+namespace kolvane::terminal {
+namespace {
+
+std::size_t Moved(std::size_t offset, PaneRange erased) {
+  if (offset <= erased.begin) return offset;
+  return std::max(offset, erased.end) - (erased.end - erased.begin);
+}
+
+}  // namespace
+
+PaneRange PaneText::Selection() const { return {std::min(caret_, anchor_), std::max(caret_, anchor_)}; }
+
+std::string PaneText::SelectedText(std::string_view line_break) const {
+  return store_.Text(Selection().begin, Selection().end, line_break);
+}
+
+void PaneText::MoveTo(std::size_t offset, bool keep_anchor) {
+  Select(keep_anchor ? anchor_ : offset, offset);
+}
+
+void PaneText::Select(std::size_t anchor, std::size_t caret) {
+  anchor_ = std::min(anchor, Length());
+  caret_ = std::min(caret, Length());
+  insertion_color_ = ColorBeside(caret_);
+}
+
+void PaneText::AppendLine(std::string_view line, Color color) {
+  const Color shown = color == kNoColor ? end_color_ : color;
+  if (IsPlainLine(line)) {
+    store_.AppendLine(line, shown);
+  } else {
+    AppendUnchecked(line, shown);
+  }
+  caret_ = anchor_ = Length();
+  insertion_color_ = end_color_;
+}
+
+void PaneText::AppendUnchecked(std::string_view line, Color color) {
+  const std::string text = ToPaneText(line);
+  if (text.find('\n') == text.npos) {
+    store_.AppendLine(text, color);
+  } else {
+    store_.Insert(Length(), "\n" + text, color);
+  }
+}
+
+void PaneText::AppendText(std::string_view text, int back) {
+  store_.Insert(Length(), ToPaneText(text), kNoColor);
+  MoveTo(Length());
+  MoveBack(back);
+}
+
+void PaneText::SetText(std::string_view text) {
+  store_.Clear();
+  if (!text.empty()) store_.Insert(0, ToPaneText(text), kNoColor);
+  MoveTo(0);
+}
+
+void PaneText::ReplaceSelection(std::string_view text) {
+  const PaneRange selection = Selection();
+  const std::string inserted = ToPaneText(text);
+  if (!selection.empty()) store_.Erase(selection.begin, selection.end);
+  if (!inserted.empty()) store_.Insert(selection.begin, inserted, insertion_color_);
+  caret_ = anchor_ = selection.begin + inserted.size();
+}
+
+void PaneText::Erase(PaneRange range) {
+  if (range.empty()) return;
+  store_.Erase(range.begin, range.end);
+  Select(Moved(anchor_, range), Moved(caret_, range));
+}
+
+void PaneText::Insert(std::size_t offset, std::string_view text) {
+  const std::string inserted = ToPaneText(text);
+  store_.Insert(offset, inserted, ColorBeside(offset));
+  const std::size_t size = inserted.size();
+  Select(anchor_ + (anchor_ >= offset ? size : 0), caret_ + (caret_ >= offset ? size : 0));
+}
+
+void PaneText::InsertComment(std::string_view text) {
+  SetSelectionColor(kCommentColor);
+  std::string lines = "\n";
+  ReplaceSelection(lines.append(text).append("\n"));
+}
+
+Color PaneText::SelectionColor() const {
+  return Selection().empty() ? insertion_color_ : store_.ColorAt(Selection().begin);
+}
+
+void PaneText::SetSelectionColor(Color color) {
+  store_.SetColor(Selection().begin, Selection().end, color);
+  insertion_color_ = color;
+  if (Selection().end == Length()) end_color_ = color;
+}
+
+void PaneText::MoveBack(int length) {
+  const std::size_t from = store_.ToRichUnits(caret_);
+  const auto back = static_cast<std::size_t>(std::max(length, 0));
+  MoveTo(store_.FromRichUnits(from - std::min(from, back)));
+}
+
+void PaneText::SelectForward(int length) {
+  const std::size_t begin = Selection().begin;
+  const std::size_t end = store_.ToRichUnits(begin) + static_cast<std::size_t>(std::max(length, 0));
+  Select(begin, store_.FromRichUnits(end));
+}
+
+Color PaneText::ColorBeside(std::size_t offset) const {
+  if (offset == Length()) return end_color_;
+  const bool begins_line = store_.LineStart(store_.LineAt(offset)) == offset;
+  return store_.ColorAt(begins_line ? offset : offset - 1);
+}
+
+}  // namespace kolvane::terminal

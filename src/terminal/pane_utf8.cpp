@@ -1,0 +1,135 @@
+#include "terminal/pane_utf8.h"
+
+#include <array>
+#include <cstdint>
+
+#include "base/codepage.h"
+
+namespace kolvane::terminal {
+namespace {
+
+constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
+
+std::uint8_t ByteAt(std::string_view text, std::size_t at) { return static_cast<std::uint8_t>(text[at]); }
+
+bool IsContinuation(std::uint8_t byte) { return (byte & 0xC0) == 0x80; }
+
+std::size_t LengthByLead(std::uint8_t lead) {
+  if (lead < 0x80) return 1;
+  return lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
+}
+
+bool IsScalar(char32_t value, std::size_t length) {
+  constexpr std::array<char32_t, 5> kLeast = {0, 0, 0x80, 0x800, 0x10000};
+  return value >= kLeast[length] && value <= 0x10FFFF && (value < 0xD800 || value > 0xDFFF);
+}
+
+// 0 where no well-formed sequence begins at `at`.
+std::size_t WellFormedLength(std::string_view text, std::size_t at) {
+  const std::uint8_t lead = ByteAt(text, at);
+  const std::size_t length = LengthByLead(lead);
+  if (length == 1) return 1;
+  if (lead < 0xC2 || lead > 0xF4 || at + length > text.size()) return 0;
+  for (std::size_t i = 1; i < length; ++i) {
+    if (!IsContinuation(ByteAt(text, at + i))) return 0;
+  }
+  return IsScalar(DecodeAt(text, at).value, length) ? length : 0;
+}
+
+bool InRange(char32_t value, char32_t first, char32_t last) { return value >= first && value <= last; }
+
+bool JoinsToPrevious(char32_t value) {
+  return InRange(value, 0x300, 0x36F) || InRange(value, 0x1AB0, 0x1AFF) || InRange(value, 0x1DC0, 0x1DFF) ||
+         value == 0x200D || InRange(value, 0x20D0, 0x20FF) || InRange(value, 0xFE00, 0xFE0F) ||
+         InRange(value, 0xFE20, 0xFE2F) || InRange(value, 0x1F3FB, 0x1F3FF);
+}
+
+constexpr char32_t kJoiner = 0x200D;
+
+std::size_t PreviousPoint(std::string_view text, std::size_t end) {
+  std::size_t at = end - 1;
+  while (at > 0 && IsContinuation(ByteAt(text, at))) --at;
+  return at;
+}
+
+}  // namespace
+
+bool IsPlainLine(std::string_view text) {
+  return base::IsAscii(text) && text.find('\n') == text.npos && text.find('\r') == text.npos;
+}
+
+std::string ToPaneText(std::string_view text) {
+  std::string out;
+  out.reserve(text.size());
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t length = WellFormedLength(text, at);
+    if (text[at] == '\r') {
+      out += '\n';
+      if (at + 1 < text.size() && text[at + 1] == '\n') ++at;
+    } else {
+      out.append(length > 0 ? text.substr(at, length) : kReplacement);
+    }
+    at += length > 0 ? length : 1;
+  }
+  return out;
+}
+
+CodePoint DecodeAt(std::string_view text, std::size_t at) {
+  const std::uint8_t lead = ByteAt(text, at);
+  const std::size_t length = LengthByLead(lead);
+  if (length == 1) return {lead, 1};
+  char32_t value = lead & (0x7Fu >> length);
+  for (std::size_t i = 1; i < length; ++i) value = (value << 6) | (ByteAt(text, at + i) & 0x3Fu);
+  return {value, length};
+}
+
+std::size_t Utf16Length(std::string_view text) {
+  if (base::IsAscii(text)) return text.size();
+  std::size_t units = 0;
+  for (const char c : text) {
+    const auto byte = static_cast<std::uint8_t>(c);
+    units += IsContinuation(byte) ? 0u : byte >= 0xF0 ? 2u : 1u;
+  }
+  return units;
+}
+
+std::size_t ByteOfUnit(std::string_view text, std::size_t units) {
+  std::size_t at = 0;
+  std::size_t passed = 0;
+  while (at < text.size()) {
+    const std::uint8_t lead = ByteAt(text, at);
+    passed += lead >= 0xF0 ? 2u : 1u;
+    if (passed > units) break;
+    at += LengthByLead(lead);
+  }
+  return at;
+}
+
+std::size_t ClusterEnd(std::string_view text, std::size_t at) {
+  if (at >= text.size()) return text.size();
+  at += LengthByLead(ByteAt(text, at));
+  while (at < text.size() && ByteAt(text, at) >= 0x80) {
+    const CodePoint next = DecodeAt(text, at);
+    if (!JoinsToPrevious(next.value)) break;
+    at += next.length;
+    // A joiner takes the character behind it along, as in an emoji family.
+    if (next.value == kJoiner && at < text.size() && ByteAt(text, at) >= 0x80) {
+      at += DecodeAt(text, at).length;
+    }
+  }
+  return at;
+}
+
+std::size_t ClusterBegin(std::string_view text, std::size_t end) {
+  std::size_t begin = end;
+  while (begin > 0) {
+    begin = PreviousPoint(text, begin);
+    const bool joins = ByteAt(text, begin) >= 0x80 && JoinsToPrevious(DecodeAt(text, begin).value);
+    const bool joined = begin > 0 && ByteAt(text, begin) >= 0x80 &&
+                        DecodeAt(text, PreviousPoint(text, begin)).value == kJoiner;
+    if (!joins && !joined) break;
+  }
+  return begin;
+}
+
+}  // namespace kolvane::terminal

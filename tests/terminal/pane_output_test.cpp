@@ -1,0 +1,70 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "terminal/output.h"
+#include "terminal/pane_state.h"
+
+namespace kolvane::terminal {
+namespace {
+
+class TextPane : public Pane {
+ public:
+  PaneText text;
+  int refreshes = 0;
+
+  void AppendLine(std::string_view line, Color color) override { text.AppendLine(line, color); }
+  void AppendText(std::string_view added, int back) override { text.AppendText(added, back); }
+  void Clear() override { text.SetText(""); }
+  void Refresh() override { ++refreshes; }
+};
+
+class RecordingLog : public LogSink {
+ public:
+  std::vector<std::string> lines;
+  void WriteLine(std::string_view line) override { lines.emplace_back(line); }
+};
+
+class OutputTest : public testing::Test {
+ protected:
+  OutputFlags flags_;
+  TextPane pane_;
+  RecordingLog log_;
+  Output output_{flags_, pane_, log_};
+};
+
+TEST_F(OutputTest, ShowsALineAndRefreshesOnce) {
+  output_.AddLine("a");
+  output_.AddLine("b", kCommandColor);
+  EXPECT_EQ(Colors(pane_.text), "0:/a/ 255:b");
+  EXPECT_EQ(pane_.refreshes, 2);
+}
+
+TEST_F(OutputTest, SilenceStopsPaneAndLog) {
+  flags_ = {true, true};
+  output_.AddLine("a");
+  EXPECT_EQ(State(pane_.text), "|");
+  EXPECT_EQ(pane_.refreshes, 0);
+  EXPECT_TRUE(log_.lines.empty());
+}
+
+TEST_F(OutputTest, SilenceDoesNotStopTextPutInDirectly) {
+  flags_.SilentMode = true;
+  output_.AppendText("(dt = 1 ms)\r\n", 1);
+  EXPECT_EQ(State(pane_.text), "(dt = 1 ms)|/");
+}
+
+TEST_F(OutputTest, LogsOnlyWhileRecording) {
+  output_.AddLine("not logged");
+  flags_.log_recording = true;
+  output_.AddLine("logged", kCommandColor);
+  output_.AddLine("");
+  output_.AppendText("direct", 0);
+  flags_.log_recording = false;
+  output_.AddLine("not logged either");
+  EXPECT_EQ(log_.lines, (std::vector<std::string>{"logged", ""}));
+}
+
+}  // namespace
+}  // namespace kolvane::terminal
