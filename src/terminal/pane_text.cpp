@@ -35,13 +35,13 @@ void PaneText::AppendLine(std::string_view line, Color color) {
   if (IsPlainLine(line)) {
     store_.AppendLine(line, shown);
   } else {
-    AppendUnchecked(line, shown);
+    AppendCleaned(line, shown);
   }
   caret_ = anchor_ = Length();
   insertion_color_ = end_color_;
 }
 
-void PaneText::AppendUnchecked(std::string_view line, Color color) {
+void PaneText::AppendCleaned(std::string_view line, Color color) {
   const std::string text = ToPaneText(line);
   if (text.find('\n') == text.npos) {
     store_.AppendLine(text, color);
@@ -100,7 +100,7 @@ void PaneText::SetSelectionColor(Color color) {
 }
 
 void PaneText::MoveBack(int length) {
-  const std::size_t from = store_.ToRichUnits(caret_);
+  const std::size_t from = store_.ToRichUnits(Selection().begin);
   const auto back = static_cast<std::size_t>(std::max(length, 0));
   MoveTo(store_.FromRichUnits(from - std::min(from, back)));
 }

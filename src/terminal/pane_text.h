@@ -51,12 +51,12 @@ class PaneText {
   /// the colour holds for the lines to come, as if the end had it.
   void SetSelectionColor(Color color);
 
-  /// Lengths in characters as in AppendText.
+  /// Lengths in characters as in AppendText, from the selection's begin.
   void MoveBack(int length);
   void SelectForward(int length);
 
  private:
-  void AppendUnchecked(std::string_view line, Color color);
+  void AppendCleaned(std::string_view line, Color color);
   Color ColorBeside(std::size_t offset) const;
 
   PaneStore store_;

@@ -1,0 +1,1 @@
+kolvane_benchmark(pane_bench pane_bench.cpp LINK kolvane_terminal_ui)

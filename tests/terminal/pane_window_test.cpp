@@ -1,0 +1,173 @@
+// What the window shows, and when.
+#include <QImage>
+#include <QSignalSpy>
+#include <algorithm>
+
+#include "pane_window.h"
+#include "terminal/output.h"
+
+namespace kolvane::terminal {
+namespace {
+
+TEST_F(PaneWindow, IsTheOutputPane) {
+  EXPECT_EQ(pane_.objectName(), QStringLiteral("TermWin"));
+  EXPECT_EQ(pane_.font().family(), QStringLiteral("Courier New"));
+  EXPECT_EQ(pane_.font().pointSize(), 10);
+}
+
+TEST_F(PaneWindow, PlainTextHasEveryLineAtOnce) {
+  pane_.AppendLine("a", kNoColor);
+  pane_.AppendLine("ä\r\nb", kCommandColor);
+  EXPECT_EQ(pane_.property("plainText").toString(), QStringLiteral("\na\nä\nb"));
+  EXPECT_EQ(pane_.property("selectedText").toString(), QString());
+}
+
+TEST_F(PaneWindow, PlainTextIsWritable) {
+  pane_.AppendLine("red", kCommandColor);
+  pane_.setProperty("plainText", QStringLiteral("new\r\ntext"));
+  EXPECT_EQ(State(), "|new/text");
+  EXPECT_EQ(Colors(), "0:new/text");
+}
+
+TEST_F(PaneWindow, EveryCharacterComesBackOut) {
+  const QString text = QStringLiteral("\uFEFFa") + QChar(0) + QStringLiteral("\x1B\x7F\u2028\U0001F600ß");
+  pane_.setPlainText(text);
+  EXPECT_EQ(pane_.plainText(), text);
+}
+
+TEST_F(PaneWindow, AHundredThousandLinesComeBackOut) {
+  constexpr int kLines = 100000;
+  AppendLines(kLines);
+  EXPECT_EQ(pane_.plainText().count(u'\n'), kLines);
+  EXPECT_TRUE(pane_.plainText().endsWith(QStringLiteral("\nline 99999\nline 100000")));
+  EXPECT_GE(bar().maximum(), kLines - bar().pageStep());
+  EXPECT_TRUE(StandsAtEnd());
+}
+
+TEST_F(PaneWindow, FollowsNewLinesOnlyAtTheEnd) {
+  AppendLines(100);
+  EXPECT_TRUE(StandsAtEnd());
+  bar().setValue(10);
+  AppendLines(100);
+  EXPECT_EQ(bar().value(), 10);
+  EXPECT_FALSE(StandsAtEnd());
+  bar().setValue(bar().maximum());
+  AppendLines(1);
+  EXPECT_TRUE(StandsAtEnd());
+}
+
+TEST_F(PaneWindow, TheScrollBarFollowsByItself) {
+  for (int i = 0; i < 100; ++i) pane_.AppendLine("line", kNoColor);
+  EXPECT_TRUE(QTest::qWaitFor([this] { return bar().maximum() > 0 && StandsAtEnd(); }));
+}
+
+TEST_F(PaneWindow, ClearingGoesBackToTheTop) {
+  AppendLines(100);
+  pane_.Clear();
+  EXPECT_EQ(State(), "|");
+  EXPECT_EQ(bar().maximum(), 0);
+  AppendLines(100);
+  EXPECT_TRUE(StandsAtEnd());
+}
+
+TEST_F(PaneWindow, ALineAddedThroughOutputIsShown) {
+  class NoLog : public LogSink {
+    void WriteLine(std::string_view) override { ADD_FAILURE(); }
+  } log;
+  OutputFlags flags;
+  Output output(flags, pane_, log);
+  output.AddLine("*IDN?", kCommandColor);
+  output.AddLine("answer");
+  output.AppendText("(dt = 1 ms)\r\n", 1);
+  EXPECT_EQ(State(), "/*IDN?/answer(dt = 1 ms)|/");
+  EXPECT_EQ(Colors(), "0:/ 255:*IDN? 0:/answer(dt = 1 ms)/");
+}
+
+int Pixels(const QImage& image, const QRect& part, const QColor& color) {
+  int count = 0;
+  for (int y = std::max(0, part.top()); y <= std::min(part.bottom(), image.height() - 1); ++y) {
+    for (int x = std::max(0, part.left()); x <= std::min(part.right(), image.width() - 1); ++x) {
+      count += image.pixelColor(x, y) == color ? 1 : 0;
+    }
+  }
+  return count;
+}
+
+class PanePicture : public PaneWindow {
+ protected:
+  // Strokes thick enough to have pixels of the full colour.
+  void SetUp() override {
+    PaneWindow::SetUp();
+    pane_.setFont(QFont(QStringLiteral("Courier New"), 20, QFont::Bold));
+  }
+  QImage Picture() { return pane_.viewport()->grab().toImage(); }
+  QRect RowOf(std::size_t offset) const {
+    const QRect place = pane_.CharacterRect(offset);
+    return {0, place.top(), pane_.viewport()->width(), place.height()};
+  }
+};
+
+TEST_F(PanePicture, EachLineIsPaintedInItsColor) {
+  pane_.AppendLine("MMMM", kCommandColor);
+  pane_.AppendLine("MMMM", kNoColor);
+  const QImage image = Picture();
+  EXPECT_GT(Pixels(image, RowOf(1), Qt::red), 10);
+  EXPECT_EQ(Pixels(image, RowOf(6), Qt::red), 0);
+  EXPECT_GT(Pixels(image, RowOf(6), pane_.textColor()), 10);
+}
+
+TEST_F(PanePicture, TextWithoutAColorFollowsThePanesOwn) {
+  pane_.AppendLine("MMMM", kNoColor);
+  pane_.setTextColor(Qt::blue);
+  pane_.setBackgroundColor(Qt::yellow);
+  const QImage image = Picture();
+  EXPECT_GT(Pixels(image, RowOf(1), Qt::blue), 10);
+  EXPECT_EQ(image.pixelColor(image.width() - 1, image.height() - 1), QColor(Qt::yellow));
+  EXPECT_EQ(pane_.textColor(), QColor(Qt::blue));
+  EXPECT_EQ(pane_.backgroundColor(), QColor(Qt::yellow));
+}
+
+TEST_F(PanePicture, TheSelectionHasItsOwnGround) {
+  SetText("abc\ndef");
+  pane_.Select(1, 5);
+  const QImage image = Picture();
+  const QColor ground = pane_.palette().color(QPalette::Highlight);
+  EXPECT_EQ(Pixels(image, pane_.CharacterRect(0), ground), 0);
+  EXPECT_GT(Pixels(image, pane_.CharacterRect(1), ground), 10);
+  EXPECT_GT(Pixels(image, pane_.CharacterRect(3), ground), 10) << "the selected line break";
+  EXPECT_GT(Pixels(image, pane_.CharacterRect(4), ground), 10);
+  EXPECT_EQ(Pixels(image, pane_.CharacterRect(6), ground), 0);
+}
+
+TEST_F(PaneWindow, AWindowOfAnotherWidthKeepsTheTextAtItsTop) {
+  for (int i = 0; i < 100; ++i) pane_.AppendLine(std::string(100, static_cast<char>('a' + i % 26)), kNoColor);
+  pane_.Flush();
+  bar().setValue(bar().maximum() / 2);
+  const std::size_t top = pane_.RowAround(pane_.OffsetAt({0, 0})).begin;
+  pane_.resize(300, 200);
+  const std::size_t now = pane_.RowAround(pane_.OffsetAt({0, 0})).begin;
+  EXPECT_LE(now, top);
+  EXPECT_GT(now + 100, top);
+  EXPECT_EQ(pane_.RowAround(top).begin, now);
+}
+
+TEST_F(PaneWindow, AnotherFontMakesOtherRows) {
+  AppendLines(100);
+  const int before = bar().pageStep();
+  pane_.setFont(QFont(QStringLiteral("Courier New"), 20));
+  EXPECT_LT(bar().pageStep(), before);
+  EXPECT_TRUE(StandsAtEnd());
+}
+
+TEST_F(PaneWindow, AMebibyteInOneLineIsWrappedAndShown) {
+  pane_.AppendLine(std::string(1 << 20, 'x'), kNoColor);
+  pane_.Flush();
+  EXPECT_GT(bar().maximum(), 10000);
+  EXPECT_TRUE(StandsAtEnd());
+  EXPECT_FALSE(pane_.viewport()->grab().isNull());
+  pane_.EnsureVisible(500000);
+  EXPECT_TRUE(pane_.viewport()->rect().contains(PlaceOf(500000)));
+}
+
+}  // namespace
+}  // namespace kolvane::terminal
