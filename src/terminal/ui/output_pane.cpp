@@ -60,6 +60,9 @@ void OutputPane::Clear() { setPlainText(QString()); }
 
 void OutputPane::NoteAppended(std::size_t from) {
   if (!appended_from_) appended_from_ = from;
+  // Counting each chunk as soon as it is full leaves little for the frame, however many lines come in
+  // between.
+  if (text_.store().ChunkCount() != rows_.ChunkCount()) rows_.Sync();
   goal_x_ = -1;
 }
 

@@ -9,11 +9,12 @@ namespace {
 constexpr std::size_t kUnknown = std::numeric_limits<std::size_t>::max();
 
 std::size_t LongestLine(const PaneChunk& chunk) {
-  std::size_t longest = 0;
-  for (std::size_t line = 0; line < chunk.extent().lines; ++line) {
-    longest = std::max(longest, chunk.Line(line).size());
+  const PaneExtent extent = chunk.extent();
+  std::size_t longest = extent.bytes - chunk.LineStart(extent.lines - 1);
+  for (std::size_t line = 1; line < extent.lines; ++line) {
+    longest = std::max(longest, chunk.LineStart(line) - chunk.LineStart(line - 1));
   }
-  return longest;
+  return longest - 1;
 }
 
 }  // namespace

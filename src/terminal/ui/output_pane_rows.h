@@ -25,6 +25,8 @@ class OutputPaneRows {
   void SetLayout(const OutputPaneMetrics& metrics, qreal width);
   void Sync();
 
+  /// How many of the text's chunks the last Sync has seen.
+  std::size_t ChunkCount() const { return chunks_.size(); }
   std::size_t Total() const { return total_; }
   PaneRow RowAt(std::size_t row) const;
   /// A place between two rows of a line belongs to the second.
