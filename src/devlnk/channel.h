@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string_view>
+
+#include "devlnk/deadline.h"
+#include "devlnk/status.h"
+
+namespace kolvane::devlnk {
+
+/// What a read brought: bytes, or the failure that ended it, or neither when time was up.
+struct Received {
+  std::size_t bytes = 0;
+  Status status = Status::kOk;
+};
+
+/// An open connection to an instrument, one class for each kind of port. The destructor closes it.
+class Channel {
+ public:
+  virtual ~Channel() = default;
+
+  /// Takes what is there, at most the room given (never empty); waits until the deadline for the first byte.
+  virtual Received Read(std::span<char> room, Deadline& deadline) = 0;
+
+  /// All of `bytes` or a failure, kWriteTimeout included; a part may have gone out then.
+  virtual Status Write(std::string_view bytes, Deadline& deadline) = 0;
+
+  /// Throws away what the system still holds unread, beyond what Read can fetch.
+  virtual void DiscardInput() {}
+};
+
+/// What QDX_OpenPort was given.
+struct PortRequest {
+  std::string_view name;  ///< of the port, such as COM1
+  std::int32_t baud = 0;
+  std::string_view text;
+  std::int32_t data_bits = 0;
+  std::int16_t stop_bits = 0;
+};
+
+/// The channel is there exactly when the status is kOk.
+struct Opened {
+  Status status = Status::kOk;
+  std::unique_ptr<Channel> channel;
+};
+
+}  // namespace kolvane::devlnk

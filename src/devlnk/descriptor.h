@@ -1,0 +1,34 @@
+#pragma once
+
+#include <utility>
+
+#include "devlnk/deadline.h"
+
+namespace kolvane::devlnk {
+
+/// Owns a file descriptor.
+class Descriptor {
+ public:
+  Descriptor() = default;
+  explicit Descriptor(int fd) : fd_(fd) {}
+  Descriptor(Descriptor&& other) noexcept : fd_(std::exchange(other.fd_, -1)) {}
+  Descriptor& operator=(Descriptor&& other) noexcept {
+    std::swap(fd_, other.fd_);
+    return *this;
+  }
+  ~Descriptor();
+
+  int get() const { return fd_; }
+  explicit operator bool() const { return fd_ >= 0; }
+
+ private:
+  int fd_ = -1;
+};
+
+/// Waits until one of `events` (of poll) or a hang-up shows, whatever signals arrive; false when time is up.
+bool WaitFor(int fd, short events, Deadline& deadline);
+
+/// Switches O_NONBLOCK off.
+void MakeBlocking(int fd);
+
+}  // namespace kolvane::devlnk

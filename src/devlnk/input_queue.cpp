@@ -1,0 +1,55 @@
+#include "devlnk/input_queue.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace kolvane::devlnk {
+
+std::span<char> InputQueue::Room() {
+  const std::size_t wanted = std::min(kChunk, kLimit - size());
+  if (capacity_ - end_ < wanted) MakeRoom(wanted);
+  return {bytes_.get() + end_, wanted};
+}
+
+void InputQueue::MakeRoom(std::size_t wanted) {
+  const std::size_t held = size();
+  // Moving pays only when at least as much has been read as has to be moved; else the space is doubled.
+  if (begin_ >= held && capacity_ - held >= wanted) {
+    std::memmove(bytes_.get(), data(), held);
+  } else {
+    const std::size_t larger = std::max(2 * capacity_, held + wanted);
+    auto bytes = std::make_unique_for_overwrite<char[]>(larger);
+    if (held > 0) std::memcpy(bytes.get(), data(), held);
+    bytes_ = std::move(bytes);
+    capacity_ = larger;
+  }
+  begin_ = 0;
+  end_ = held;
+}
+
+void InputQueue::Consume(std::size_t count) {
+  begin_ += count;
+  searched_ -= std::min(searched_, count);
+  if (begin_ == end_) begin_ = end_ = 0;
+}
+
+std::optional<Answer> InputQueue::FindAnswer(std::size_t count, unsigned char terminator) {
+  const std::size_t held = std::min(size(), count);
+  if (terminator != searched_for_) {
+    searched_for_ = terminator;
+    searched_ = 0;
+  }
+  if (terminator != 0 && searched_ < held) {
+    const void* hit = std::memchr(data() + searched_, terminator, held - searched_);
+    if (hit != nullptr) {
+      const auto at = static_cast<std::size_t>(static_cast<const char*>(hit) - data());
+      const bool pair = terminator == '\n' && at > 0 && data()[at - 1] == '\r';
+      return Answer{pair ? at + 1 : at, at + 1};
+    }
+    searched_ = held;
+  }
+  if (held == count) return Answer{count, count};
+  return std::nullopt;
+}
+
+}  // namespace kolvane::devlnk

@@ -1,0 +1,112 @@
+#include "devlnk/input_queue.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+#include <string_view>
+
+namespace kolvane::devlnk {
+namespace {
+
+void Put(InputQueue& queue, std::string_view bytes) {
+  const auto room = queue.Room();
+  ASSERT_GE(room.size(), bytes.size());
+  std::memcpy(room.data(), bytes.data(), bytes.size());
+  queue.Commit(bytes.size());
+}
+
+std::string Held(const InputQueue& queue) { return {queue.data(), queue.size()}; }
+
+/// "delivered/consumed", or "-" while there is no answer.
+std::string Found(InputQueue& queue, std::size_t count, unsigned char terminator) {
+  const auto answer = queue.FindAnswer(count, terminator);
+  if (!answer) return "-";
+  return std::to_string(answer->delivered) + "/" + std::to_string(answer->consumed);
+}
+
+TEST(InputQueue, IsEmptyAtFirst) {
+  InputQueue queue;
+  EXPECT_EQ(queue.size(), 0u);
+  EXPECT_EQ(Found(queue, 1, '\n'), "-");
+  EXPECT_EQ(Found(queue, 0, '\n'), "0/0");
+  EXPECT_EQ(Found(queue, 0, 0), "0/0");
+  queue.Clear();
+  EXPECT_EQ(queue.size(), 0u);
+}
+
+TEST(InputQueue, FindsAnswersByTerminator) {
+  InputQueue queue;
+  Put(queue, "12\r\n3\n");
+  EXPECT_EQ(Found(queue, 100, '\n'), "4/4");
+  EXPECT_EQ(Found(queue, 4, '\n'), "4/4");
+  EXPECT_EQ(Found(queue, 3, '\n'), "3/3");
+  EXPECT_EQ(Found(queue, 100, '\r'), "2/3");
+  EXPECT_EQ(Found(queue, 100, ';'), "-");
+  queue.Consume(4);
+  EXPECT_EQ(Found(queue, 100, '\n'), "1/2");
+}
+
+TEST(InputQueue, FindsATerminatorThatComesAfterManyLooks) {
+  InputQueue queue;
+  for (const char* piece : {"1", "2", ".", "5"}) {
+    Put(queue, piece);
+    EXPECT_EQ(Found(queue, 100, '\n'), "-");
+  }
+  Put(queue, "\r");
+  EXPECT_EQ(Found(queue, 100, '\n'), "-");
+  Put(queue, "\n");
+  EXPECT_EQ(Found(queue, 100, '\n'), "6/6");
+}
+
+TEST(InputQueue, LooksAgainFromTheStartForAnotherTerminator) {
+  InputQueue queue;
+  Put(queue, "a;b");
+  EXPECT_EQ(Found(queue, 100, '\n'), "-");
+  EXPECT_EQ(Found(queue, 100, ';'), "1/2");
+  EXPECT_EQ(Found(queue, 100, 0), "-");
+  EXPECT_EQ(Found(queue, 3, 0), "3/3");
+}
+
+TEST(InputQueue, LooksAtTheRightPlaceAfterPartsWereTaken) {
+  InputQueue queue;
+  Put(queue, "abcdef");
+  EXPECT_EQ(Found(queue, 100, '\n'), "-");
+  queue.Consume(4);
+  Put(queue, "\n");
+  EXPECT_EQ(Found(queue, 100, '\n'), "2/3");
+  queue.Consume(3);
+  Put(queue, "\n");
+  EXPECT_EQ(Found(queue, 100, '\n'), "0/1");
+}
+
+TEST(InputQueue, KeepsTheOrderWhileItGrowsAndIsRead) {
+  InputQueue queue;
+  std::string expected;
+  for (int round = 0; round < 400; ++round) {
+    const std::string piece(1000, static_cast<char>('a' + round % 26));
+    Put(queue, piece);
+    expected += piece;
+    if (round % 3 == 0) continue;
+    queue.Consume(700);
+    expected.erase(0, 700);
+  }
+  EXPECT_TRUE(Held(queue) == expected);
+}
+
+TEST(InputQueue, OffersRoomUpToItsLimitAndNoMore) {
+  InputQueue queue;
+  while (queue.size() + InputQueue::kChunk <= InputQueue::kLimit) {
+    ASSERT_EQ(queue.Room().size(), InputQueue::kChunk);
+    queue.Commit(InputQueue::kChunk - (queue.size() == 0 ? 1 : 0));
+  }
+  ASSERT_EQ(queue.Room().size(), 1u);
+  queue.Commit(1);
+  EXPECT_EQ(queue.size(), InputQueue::kLimit);
+  EXPECT_TRUE(queue.Room().empty());
+  queue.Consume(10);
+  EXPECT_EQ(queue.Room().size(), 10u);
+}
+
+}  // namespace
+}  // namespace kolvane::devlnk
