@@ -1,0 +1,142 @@
+#include "devlnk/tcp_channel.h"
+
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <sys/time.h>
+
+#include <cerrno>
+#include <cstring>
+#include <string>
+
+#include "devlnk/descriptor.h"
+#include "devlnk/host_lookup.h"
+#include "devlnk/input_queue.h"
+#include "devlnk/stream_channel.h"
+
+namespace kolvane::devlnk {
+namespace {
+
+// A partner that vanished without a word is noticed within half a minute, idle or not.
+constexpr int kKeepIdleSeconds = 10;
+constexpr int kKeepIntervalSeconds = 5;
+constexpr int kKeepCount = 3;
+constexpr int kUnacknowledgedMs = 30'000;
+
+class TcpChannel final : public StreamChannel {
+ public:
+  explicit TcpChannel(Descriptor socket) : socket_(std::move(socket)) {}
+
+  // Closing with unread input would reset the connection, and the partner might lose the last command.
+  ~TcpChannel() override {
+    shutdown(socket_.get(), SHUT_WR);
+    recv(socket_.get(), nullptr, InputQueue::kLimit, MSG_DONTWAIT | MSG_TRUNC);
+  }
+
+ private:
+  ssize_t ReadWaiting(std::span<char> room) override {
+    return recv(socket_.get(), room.data(), room.size(), 0);
+  }
+  ssize_t ReadNow(std::span<char> room) override {
+    return recv(socket_.get(), room.data(), room.size(), MSG_DONTWAIT);
+  }
+  ssize_t WriteNow(std::string_view bytes) override {
+    return send(socket_.get(), bytes.data(), bytes.size(), MSG_DONTWAIT | MSG_NOSIGNAL);
+  }
+  int poll_fd() const override { return socket_.get(); }
+  Status EndOfInput() const override { return Status::kClosedByPeer; }
+
+  Descriptor socket_;
+};
+
+template <typename Value>
+void SetOption(int fd, int level, int option, const Value& value) {
+  setsockopt(fd, level, option, &value, sizeof value);
+}
+
+void SetOptions(int fd) {
+  SetOption(fd, IPPROTO_TCP, TCP_NODELAY, 1);
+  SetOption(fd, SOL_SOCKET, SO_KEEPALIVE, 1);
+  SetOption(fd, IPPROTO_TCP, TCP_KEEPIDLE, kKeepIdleSeconds);
+  SetOption(fd, IPPROTO_TCP, TCP_KEEPINTVL, kKeepIntervalSeconds);
+  SetOption(fd, IPPROTO_TCP, TCP_KEEPCNT, kKeepCount);
+  SetOption(fd, IPPROTO_TCP, TCP_USER_TIMEOUT, kUnacknowledgedMs);
+  SetOption(fd, SOL_SOCKET, SO_RCVTIMEO, timeval{0, StreamChannel::kSliceMs * 1000L});
+}
+
+// A port of this host's own that nobody listens on can be met by the very socket that calls it.
+bool IsConnectedToItself(int fd) {
+  sockaddr_storage own{};
+  sockaddr_storage peer{};
+  socklen_t own_size = sizeof own;
+  socklen_t peer_size = sizeof peer;
+  if (getsockname(fd, reinterpret_cast<sockaddr*>(&own), &own_size) != 0) return false;
+  if (getpeername(fd, reinterpret_cast<sockaddr*>(&peer), &peer_size) != 0) return false;
+  return own_size == peer_size && std::memcmp(&own, &peer, own_size) == 0;
+}
+
+Status StatusOfConnect(int error) {
+  return error == ETIMEDOUT ? Status::kConnectTimeout : StatusFromErrno(error);
+}
+
+Status Connect(int fd, const addrinfo& address, Deadline& deadline) {
+  if (connect(fd, address.ai_addr, address.ai_addrlen) != 0) {
+    if (errno != EINPROGRESS && errno != EINTR) return StatusOfConnect(errno);
+    if (!WaitFor(fd, POLLOUT, deadline)) return Status::kConnectTimeout;
+    int error = 0;
+    socklen_t size = sizeof error;
+    getsockopt(fd, SOL_SOCKET, SO_ERROR, &error, &size);
+    if (error != 0) return StatusOfConnect(error);
+  }
+  return IsConnectedToItself(fd) ? Status::kRefused : Status::kOk;
+}
+
+Opened OpenAddress(const addrinfo& address, Deadline deadline) {
+  Descriptor fd(socket(address.ai_family, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, address.ai_protocol));
+  if (!fd) return {StatusFromErrno(errno), nullptr};
+  const Status status = Connect(fd.get(), address, deadline);
+  if (status != Status::kOk) return {status, nullptr};
+  MakeBlocking(fd.get());
+  SetOptions(fd.get());
+  return {Status::kOk, std::make_unique<TcpChannel>(std::move(fd))};
+}
+
+int CountFrom(const addrinfo* address) {
+  int count = 0;
+  for (; address != nullptr; address = address->ai_next) ++count;
+  return count;
+}
+
+// Each address gets an equal part of the time left, so that a silent one does not use up that of the others.
+Opened OpenFirst(const addrinfo* addresses, Deadline& deadline) {
+  Opened opened{Status::kHostNotFound, nullptr};
+  for (const addrinfo* at = addresses; at != nullptr && !opened.channel; at = at->ai_next)
+    opened = OpenAddress(*at, Deadline(deadline.RemainingMs() / CountFrom(at)));
+  return opened;
+}
+
+std::string_view WithoutBlanks(std::string_view text) {
+  const std::size_t first = text.find_first_not_of(' ');
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+}  // namespace
+
+std::optional<std::uint16_t> IpPortFrom(std::int32_t data_bits) {
+  const std::int32_t port = data_bits < 0 ? data_bits + 0x10000 : data_bits;
+  const bool valid = data_bits < 0 ? port >= 0x8000 : port >= 1 && port <= 0xFFFF;
+  return valid ? std::optional(static_cast<std::uint16_t>(port)) : std::nullopt;
+}
+
+Opened OpenTcp(const PortRequest& request, Deadline& deadline) {
+  const std::string host(WithoutBlanks(request.text));
+  const auto port = IpPortFrom(request.data_bits);
+  if (host.empty() || !port) return {Status::kInvalidArgument, nullptr};
+  const FoundHost found = FindHost(host, *port, deadline);
+  if (found.status != Status::kOk) return {found.status, nullptr};
+  return OpenFirst(found.addresses.get(), deadline);
+}
+
+}  // namespace kolvane::devlnk
