@@ -1,0 +1,66 @@
+#include "devlnk/serial_channel.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+
+#include "devlnk/node_names.h"
+#include "devlnk/serial_line.h"
+#include "devlnk/stream_channel.h"
+
+namespace kolvane::devlnk {
+namespace {
+
+class SerialChannel final : public StreamChannel {
+ public:
+  explicit SerialChannel(std::unique_ptr<SerialLine> line) : line_(std::move(line)) {}
+
+  void DiscardInput() override { line_->DiscardInput(); }
+
+ private:
+  ssize_t ReadWaiting(std::span<char> room) override {
+    return read(line_->waiting_fd(), room.data(), room.size());
+  }
+  ssize_t ReadNow(std::span<char> room) override {
+    return read(line_->prompt_fd(), room.data(), room.size());
+  }
+  ssize_t WriteNow(std::string_view bytes) override {
+    return write(line_->prompt_fd(), bytes.data(), bytes.size());
+  }
+  int poll_fd() const override { return line_->prompt_fd(); }
+
+  // A line ends only by a hang-up: the adapter was pulled out, or the other end of a pty was closed.
+  Status EndOfInput() const override { return Status::kConnectionLost; }
+  Status Failure(int error) const override {
+    const bool gone = error == EIO || error == ENXIO || error == ENODEV;
+    return gone ? Status::kConnectionLost : StatusFromErrno(error);
+  }
+
+  std::unique_ptr<SerialLine> line_;
+};
+
+enum class Wiring { kRs232, kRs485 };
+
+Opened Open(const PortRequest& request, Wiring wiring) {
+  const auto parameters = SerialParametersFrom(request);
+  if (!parameters) return {Status::kInvalidArgument, nullptr};
+  std::unique_ptr<SerialLine> line;
+  Status status = SerialLine::Open(NodeFor(request.name), line);
+  if (status == Status::kOk) status = line->Apply(*parameters);
+  if (status != Status::kOk) return {status, nullptr};
+  if (wiring == Wiring::kRs485) {
+    line->UseRs485();
+  } else {
+    line->RaiseModemLines();
+  }
+  line->DiscardInput();
+  return {Status::kOk, std::make_unique<SerialChannel>(std::move(line))};
+}
+
+}  // namespace
+
+Opened OpenSerial(const PortRequest& request, Deadline&) { return Open(request, Wiring::kRs232); }
+
+Opened OpenRs485(const PortRequest& request, Deadline&) { return Open(request, Wiring::kRs485); }
+
+}  // namespace kolvane::devlnk

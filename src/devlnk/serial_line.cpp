@@ -1,0 +1,98 @@
+#include "devlnk/serial_line.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/ioctl.h>
+
+#include <algorithm>
+#include <cerrno>
+
+namespace kolvane::devlnk {
+namespace {
+
+constexpr std::int64_t kLongestFinishMs = 10'000;
+
+// Not to wait for a carrier, and not to become the process's controlling terminal.
+Descriptor OpenNode(const std::string& node) {
+  return Descriptor(open(node.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
+}
+
+// A node without hardware behind it can be opened, but answers EIO.
+Status StatusOfOpen(int error) { return error == EIO ? Status::kNoSuchNode : StatusFromErrno(error); }
+
+// The superuser passes TIOCEXCL, so programs that care also take this lock.
+Status Lock(int fd) {
+  if (flock(fd, LOCK_EX | LOCK_NB) == 0) return Status::kOk;
+  return errno == EWOULDBLOCK ? Status::kBusy : StatusOfOpen(errno);
+}
+
+}  // namespace
+
+Status SerialLine::Open(const std::string& node, std::unique_ptr<SerialLine>& line) {
+  Descriptor prompt = OpenNode(node);
+  if (!prompt) return StatusOfOpen(errno);
+  termios2 before{};
+  if (ioctl(prompt.get(), TCGETS2, &before) != 0) return StatusOfOpen(errno);
+  const Status locked = Lock(prompt.get());
+  if (locked != Status::kOk) return locked;
+  Descriptor waiting = OpenNode(node);
+  if (!waiting) return StatusOfOpen(errno);
+  MakeBlocking(waiting.get());
+  line.reset(new SerialLine(std::move(prompt), std::move(waiting), before));
+  return Status::kOk;
+}
+
+SerialLine::SerialLine(Descriptor prompt, Descriptor waiting, const termios2& before)
+    : prompt_(std::move(prompt)), waiting_(std::move(waiting)), before_(before) {
+  int exclusive = 0;
+  exclusive_before_ = ioctl(prompt_.get(), TIOCGEXCL, &exclusive) == 0 && exclusive != 0;
+  ioctl(prompt_.get(), TIOCEXCL);
+}
+
+SerialLine::~SerialLine() {
+  FinishOutput();
+  ioctl(prompt_.get(), TCSETSW2, &before_);
+  if (rs485_before_) ioctl(prompt_.get(), TIOCSRS485, &*rs485_before_);
+  if (!exclusive_before_) ioctl(prompt_.get(), TIOCNXCL);
+}
+
+// What is still to be sent gets the time that the line needs for it; the rest is dropped, so that restoring
+// the settings and closing do not wait on a line that stands still.
+void SerialLine::FinishOutput() {
+  constexpr std::int64_t kBitsOfCharacter = 12;
+  int queued = 0;
+  if (baud_ == 0 || ioctl(prompt_.get(), TIOCOUTQ, &queued) != 0 || queued <= 0) return;
+  const std::int64_t needed = queued * kBitsOfCharacter * 1000 / baud_ + 10;
+  SleepMs(static_cast<std::int32_t>(std::min(needed, kLongestFinishMs)));
+  if (ioctl(prompt_.get(), TIOCOUTQ, &queued) == 0 && queued > 0) ioctl(prompt_.get(), TCFLSH, TCOFLUSH);
+}
+
+Status SerialLine::Apply(const SerialParameters& parameters) {
+  const termios2 wanted = SettingsFor(parameters, before_);
+  termios2 reported{};
+  if (ioctl(prompt_.get(), TCSETS2, &wanted) != 0) {
+    return errno == EINVAL ? Status::kInvalidArgument : StatusOfOpen(errno);
+  }
+  if (ioctl(prompt_.get(), TCGETS2, &reported) != 0) return StatusOfOpen(errno);
+  baud_ = parameters.baud;
+  return RateMatches(parameters.baud, reported.c_ospeed) ? Status::kOk : Status::kInvalidArgument;
+}
+
+void SerialLine::UseRs485() {
+  serial_rs485 bus{};
+  if (ioctl(prompt_.get(), TIOCGRS485, &bus) != 0) return;
+  const serial_rs485 before = bus;
+  bus.flags |= SER_RS485_ENABLED | SER_RS485_RTS_ON_SEND;
+  bus.flags &= ~static_cast<std::uint32_t>(SER_RS485_RTS_AFTER_SEND | SER_RS485_RX_DURING_TX);
+  if (ioctl(prompt_.get(), TIOCSRS485, &bus) == 0) rs485_before_ = before;
+}
+
+// Instruments take the asserted lines as "the computer is there"; lines that do not exist are no failure.
+void SerialLine::RaiseModemLines() {
+  const int lines = TIOCM_DTR | TIOCM_RTS;
+  ioctl(prompt_.get(), TIOCMBIS, &lines);
+}
+
+void SerialLine::DiscardInput() { ioctl(prompt_.get(), TCFLSH, TCIFLUSH); }
+
+}  // namespace kolvane::devlnk

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <linux/serial.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "devlnk/descriptor.h"
+#include "devlnk/serial_settings.h"
+
+namespace kolvane::devlnk {
+
+/// A serial line held for this process alone; the destructor gives it back with the settings it had. It never
+/// waits longer than what is still to be sent takes.
+class SerialLine {
+ public:
+  /// kOk, or why the line cannot be had; `line` is set in the first case.
+  static Status Open(const std::string& node, std::unique_ptr<SerialLine>& line);
+  SerialLine(const SerialLine&) = delete;
+  SerialLine& operator=(const SerialLine&) = delete;
+  ~SerialLine();
+
+  /// kInvalidArgument when the driver cannot do the rate.
+  Status Apply(const SerialParameters& parameters);
+  /// Makes the driver switch the direction of the bus where it can; adapters without this do so by
+  /// themselves.
+  void UseRs485();
+  void RaiseModemLines();
+  void DiscardInput();
+
+  /// The same line twice: reads of the first wait as the settings say, nothing ever waits on the second.
+  int waiting_fd() const { return waiting_.get(); }
+  int prompt_fd() const { return prompt_.get(); }
+
+ private:
+  SerialLine(Descriptor prompt, Descriptor waiting, const termios2& before);
+  void FinishOutput();
+
+  Descriptor prompt_;
+  Descriptor waiting_;
+  termios2 before_;
+  std::uint32_t baud_ = 0;
+  bool exclusive_before_ = false;
+  std::optional<serial_rs485> rs485_before_;
+};
+
+}  // namespace kolvane::devlnk

@@ -1,0 +1,34 @@
+#pragma once
+
+// The kernel's own declarations: only they carry every rate as a number. They exclude <termios.h>.
+#include <asm/termbits.h>
+
+#include <cstdint>
+#include <optional>
+
+#include "devlnk/channel.h"
+
+namespace kolvane::devlnk {
+
+enum class Parity { kNone, kEven, kOdd };
+
+struct SerialParameters {
+  std::uint32_t baud = 9600;
+  Parity parity = Parity::kNone;
+  bool seven_data_bits = false;
+  bool two_stop_bits = false;
+};
+
+/// From what QDX_OpenPort was given; nothing where the rate is below 1 or the parity text is none of "n",
+/// "e", "o" and empty. Data bits other than 7 mean 8, stop bits other than 2 mean 1: callers hold other
+/// numbers until the user has chosen some.
+std::optional<SerialParameters> SerialParametersFrom(const PortRequest& request);
+
+/// The line's settings: raw, no flow control, reads that end after StreamChannel::kSliceMs. Of `before` only
+/// the hang-up on close and the line discipline stay.
+termios2 SettingsFor(const SerialParameters& parameters, const termios2& before);
+
+/// Whether the rate that the driver reports is near enough to the rate asked for to be understood.
+bool RateMatches(std::uint32_t wanted, std::uint32_t reported);
+
+}  // namespace kolvane::devlnk

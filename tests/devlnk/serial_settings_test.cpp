@@ -1,0 +1,102 @@
+#include "devlnk/serial_settings.h"
+
+#include <gtest/gtest.h>
+
+namespace kolvane::devlnk {
+namespace {
+
+PortRequest Request(std::string_view parity, std::int32_t data_bits = 8, std::int16_t stop_bits = 1) {
+  return {"COM1", 9600, parity, data_bits, stop_bits};
+}
+
+tcflag_t ControlFlags(const SerialParameters& parameters) { return SettingsFor(parameters, {}).c_cflag; }
+
+TEST(SerialParameters, TakeTheParityFromItsLetter) {
+  EXPECT_EQ(SerialParametersFrom(Request("n"))->parity, Parity::kNone);
+  EXPECT_EQ(SerialParametersFrom(Request(""))->parity, Parity::kNone);
+  EXPECT_EQ(SerialParametersFrom(Request("e"))->parity, Parity::kEven);
+  EXPECT_EQ(SerialParametersFrom(Request("O"))->parity, Parity::kOdd);
+  EXPECT_FALSE(SerialParametersFrom(Request("m")));
+}
+
+TEST(SerialParameters, TakeOtherBitCountsForTheUsualOnes) {
+  for (const int bits : {1, 0, -1, 5, 6, 8, 9})
+    EXPECT_FALSE(SerialParametersFrom(Request("n", bits))->seven_data_bits);
+  EXPECT_TRUE(SerialParametersFrom(Request("n", 7))->seven_data_bits);
+  EXPECT_FALSE(SerialParametersFrom(Request("n", 8, 1))->two_stop_bits);
+  EXPECT_FALSE(SerialParametersFrom(Request("n", 8, 0))->two_stop_bits);
+  EXPECT_FALSE(SerialParametersFrom(Request("n", 8, 3))->two_stop_bits);
+  EXPECT_TRUE(SerialParametersFrom(Request("n", 8, 2))->two_stop_bits);
+}
+
+TEST(SerialParameters, NeedARate) {
+  EXPECT_EQ(SerialParametersFrom({"COM1", 1, "n", 8, 1})->baud, 1u);
+  EXPECT_EQ(SerialParametersFrom({"COM1", INT32_MAX, "n", 8, 1})->baud, 2'147'483'647u);
+  EXPECT_FALSE(SerialParametersFrom({"COM1", 0, "n", 8, 1}));
+  EXPECT_FALSE(SerialParametersFrom({"COM1", -1, "n", 8, 1}));
+}
+
+TEST(SerialSettings, HoldTheFrameAskedFor) {
+  constexpr tcflag_t kAlways = CREAD | CLOCAL | B9600;
+  EXPECT_EQ(ControlFlags({9600, Parity::kNone, false, false}), kAlways | CS8);
+  EXPECT_EQ(ControlFlags({9600, Parity::kEven, true, false}), kAlways | CS7 | PARENB);
+  EXPECT_EQ(ControlFlags({9600, Parity::kOdd, true, true}), kAlways | CS7 | PARENB | PARODD | CSTOPB);
+  EXPECT_EQ(ControlFlags({9600, Parity::kNone, false, true}), kAlways | CS8 | CSTOPB);
+}
+
+TEST(SerialSettings, HoldTheRateAsCodeWhereThereIsOneAndAlwaysAsNumber) {
+  const struct {
+    std::uint32_t baud;
+    tcflag_t code;
+  } cases[] = {{50, B50},          {300, B300},         {1200, B1200},         {9600, B9600},
+               {19'200, B19200},   {38'400, B38400},    {57'600, B57600},      {115'200, B115200},
+               {230'400, B230400}, {921'600, B921600},  {4'000'000, B4000000}, {14'400, BOTHER},
+               {1, BOTHER},        {12'000'000, BOTHER}};
+  for (const auto& expected : cases) {
+    const termios2 settings = SettingsFor({expected.baud, Parity::kNone, false, false}, {});
+    EXPECT_EQ(settings.c_cflag & CBAUD, expected.code) << expected.baud;
+    EXPECT_EQ((settings.c_cflag >> IBSHIFT) & CBAUD, 0u) << "the input rate is the output rate";
+    EXPECT_EQ(settings.c_ispeed, expected.baud);
+    EXPECT_EQ(settings.c_ospeed, expected.baud);
+  }
+}
+
+TEST(SerialSettings, AreRawWithoutFlowControl) {
+  const termios2 settings = SettingsFor({9600, Parity::kNone, false, false}, {});
+  EXPECT_EQ(settings.c_iflag, static_cast<tcflag_t>(IGNBRK));
+  EXPECT_EQ(settings.c_oflag, 0u);
+  EXPECT_EQ(settings.c_lflag, 0u);
+  EXPECT_EQ(settings.c_cflag & CRTSCTS, 0u);
+  EXPECT_EQ(settings.c_cc[VMIN], 0);
+  EXPECT_EQ(settings.c_cc[VTIME], 1);
+}
+
+TEST(SerialSettings, CheckParityOnlyWhereThereIsSome) {
+  EXPECT_NE(SettingsFor({9600, Parity::kOdd, false, false}, {}).c_iflag & INPCK, 0u);
+  EXPECT_EQ(SettingsFor({9600, Parity::kNone, false, false}, {}).c_iflag & INPCK, 0u);
+}
+
+TEST(SerialSettings, KeepOfTheOldOnesTheHangUpOnCloseAlone) {
+  termios2 before{};
+  before.c_cflag = HUPCL | CRTSCTS | PARENB | CSTOPB | CS5 | B50;
+  before.c_iflag = IXON | ICRNL;
+  before.c_lflag = ECHO | ICANON;
+  before.c_line = 3;
+  const termios2 settings = SettingsFor({9600, Parity::kNone, false, false}, before);
+  EXPECT_EQ(settings.c_cflag, static_cast<tcflag_t>(HUPCL | CREAD | CLOCAL | CS8 | B9600));
+  EXPECT_EQ(settings.c_iflag, static_cast<tcflag_t>(IGNBRK));
+  EXPECT_EQ(settings.c_lflag, 0u);
+  EXPECT_EQ(settings.c_line, 3);
+}
+
+TEST(SerialRates, MatchWithinThreePercent) {
+  EXPECT_TRUE(RateMatches(9600, 9600));
+  EXPECT_TRUE(RateMatches(10'000, 10'300));
+  EXPECT_FALSE(RateMatches(10'000, 10'301));
+  EXPECT_TRUE(RateMatches(10'000, 9'700));
+  EXPECT_FALSE(RateMatches(10'000, 9'699));
+  EXPECT_FALSE(RateMatches(9600, 0));
+}
+
+}  // namespace
+}  // namespace kolvane::devlnk
