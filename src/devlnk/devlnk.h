@@ -2,8 +2,8 @@
 #define KOLVANE_DEVLNK_H
 
 /* The port library's C interface. Every function returns a signed 32-bit status, negative = failure
-   (status.h); texts are 8-bit strings ended by NUL. One port is open at a time; nothing here is safe for
-   several threads. */
+   (docs/status-codes.md), 0 = success where nothing else is said; texts are 8-bit strings ended by NUL. One
+   port is open at a time; nothing here is safe for several threads. */
 
 #include <stdint.h>
 
@@ -13,40 +13,52 @@ extern "C" {
 
 #define KOLVANE_DEVLNK_EXPORT __attribute__((visibility("default")))
 
-/* port: 1, 2 COM; 10, 20 RS485; 90, 91 LPT; 100 TCP/IP; 200 USB; 488 GPIB. text: parity letter (serial), host
-   name or address (TCP/IP), serial number (USB). data_bits: the IP port for TCP/IP, where values below 0
-   stand for 65536 more (a 16-bit port number that was kept with a sign). baud: the mode for LPT.
-   receive_buffer: bytes. */
+/* port: 1, 2 COM; 10, 20 RS485; 90, 91 LPT; 100 TCP/IP; 200 USB; 488 GPIB. text: parity letter n, e, o or
+   nothing (serial), host name or address (TCP/IP), serial number (USB). data_bits: the IP port for TCP/IP,
+   where values below 0 stand for 65536 more (a 16-bit port number that was kept with a sign); for serial
+   ports values other than 7 mean 8, and stop_bits other than 2 mean 1. baud: the mode for LPT.
+   receive_buffer: bytes; a hint that no kind of port needs. The port that was open is closed first, whatever
+   comes of the new one. */
 KOLVANE_DEVLNK_EXPORT int32_t QDX_OpenPort(int16_t port, int32_t baud, const char* text, int32_t data_bits,
                                            int16_t stop_bits, int16_t receive_buffer);
-/* Chooses the bus address that the following transfers speak to. */
+/* Chooses the bus address, 0 to 31, that the following transfers speak to. Kinds of port whose protocol
+   carries no address send nothing: TCP/IP, COM, and RS485 too, where the commands themselves address the
+   device. */
 KOLVANE_DEVLNK_EXPORT int32_t QDX_SelectDevice(int16_t address);
-/* Time-out of the following transfers in all, not for each byte. Also holds for opening TCP/IP when called
- * before. */
+/* Time-out of each following transfer in all, not for each byte; 0: only what can be done at once. 5000 at
+   first. Also holds for opening TCP/IP when called before. Needs no open port and stays when one is opened or
+   closed. */
 KOLVANE_DEVLNK_EXPORT int32_t QDX_SetTimeout(int32_t milliseconds);
+/* Flags are 0 or 1, eos_char 0 to 255. Fails where GPIB is not available. */
 KOLVANE_DEVLNK_EXPORT int32_t QDX_SetGPIBCtrlBlock(int16_t eoi_on_write, int16_t stop_read_on_eos,
                                                    int16_t eoi_with_eos, int16_t eos_char, int16_t zero,
                                                    int16_t repeat_addressing, int32_t milliseconds);
+/* port: 90 or 91. Fails where parallel ports are not available. */
 KOLVANE_DEVLNK_EXPORT int32_t QDX_EnableNTPortIO(int16_t port);
+/* Sends all of it; after a failure a part may have gone out. */
 KOLVANE_DEVLNK_EXPORT int32_t QDX_WritePort(const char* text);
-/* Receives up to count bytes over the start of buffer and leaves the rest of it as it was. terminator 0:
-   returns when count bytes are there. Otherwise: returns when that byte has arrived or count bytes are there;
-   a terminator byte standing alone is taken off, the LF of a CR LF pair is handed over with its CR. A
-   time-out is a failure; the bytes that came before it stay queued for the next read or flush. first and
-   second may be null. */
+/* Receives up to count bytes (at most 16 MiB) over the start of buffer and leaves the rest of it as it was.
+   terminator 0: returns when count bytes are there. Otherwise: returns when that byte, 1 to 255, has arrived
+   or count bytes are there; a terminator byte standing alone is taken off, the LF of a CR LF pair is handed
+   over with its CR. A failure leaves buffer untouched; the bytes that came before it stay queued for the next
+   read or flush. After a loss of the connection complete answers that came before it are delivered first.
+   first: bytes delivered, second: bytes still queued; both may be null. The count is not the return value
+   because callers may cut that to 16 bits. */
 KOLVANE_DEVLNK_EXPORT int32_t QDX_ReadPort(char* buffer, int32_t count, int32_t* first, int32_t* second,
                                            int16_t terminator);
 /* Discards what has been received and not read; returns the number of bytes. */
 KOLVANE_DEVLNK_EXPORT int32_t QDX_FlushInQueue(void);
+/* These two only fail when no port is open. */
 KOLVANE_DEVLNK_EXPORT int32_t QDX_ActivateInterpreter(int16_t value);
 KOLVANE_DEVLNK_EXPORT int32_t QDX_CloseInterpreterEx(int16_t port, int16_t value);
+/* Succeeds also when no port is open. */
 KOLVANE_DEVLNK_EXPORT int32_t QDX_ClosePort(void);
 /* Returns after that many milliseconds; needs no open port. */
 KOLVANE_DEVLNK_EXPORT int32_t QDX_Delay(int32_t milliseconds);
 /* Number of device slots that a scan can fill. */
 KOLVANE_DEVLNK_EXPORT int32_t USB_GetMaxUsbDevice(void);
 /* Fills slots records of 510 characters: serial number in the first 255, description in the next 255, blanks
- * behind. */
+   behind. */
 KOLVANE_DEVLNK_EXPORT int32_t USB_ScanUsbDevice(int32_t slots, char* buffer);
 
 #ifdef __cplusplus

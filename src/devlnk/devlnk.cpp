@@ -1,0 +1,138 @@
+#include "devlnk/devlnk.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "devlnk/port_session.h"
+
+namespace {
+
+using kolvane::devlnk::Code;
+using kolvane::devlnk::FindPortKind;
+using kolvane::devlnk::InputQueue;
+using kolvane::devlnk::PortKind;
+using kolvane::devlnk::PortRequest;
+using kolvane::devlnk::PortSession;
+using kolvane::devlnk::Status;
+
+constexpr std::int32_t kScanRecord = 510;
+
+// The C interface names no port, so there is one for the process.
+PortSession& Session() {
+  static PortSession session;
+  return session;
+}
+
+// No exception may reach a caller that was written in another language; what is thrown here is lack of
+// memory.
+template <typename Operation>
+std::int32_t Guarded(Operation operation) {
+  try {
+    return Code(operation());
+  } catch (...) {
+    return Code(Status::kOutOfResources);
+  }
+}
+
+Status OpenStatus() { return Session().is_open() ? Status::kOk : Status::kNotOpen; }
+
+bool IsByte(std::int16_t value) { return value >= 0 && value <= 255; }
+
+bool IsFlag(std::int16_t value) { return value == 0 || value == 1; }
+
+bool IsReadable(const char* buffer, std::int32_t count, std::int16_t terminator) {
+  const bool fits = count >= 0 && static_cast<std::size_t>(count) <= InputQueue::kLimit;
+  return fits && (buffer != nullptr || count == 0) && IsByte(terminator);
+}
+
+}  // namespace
+
+std::int32_t QDX_OpenPort(std::int16_t port, std::int32_t baud, const char* text, std::int32_t data_bits,
+                          std::int16_t stop_bits, std::int16_t /*receive_buffer*/) {
+  return Guarded([&] {
+    const PortKind* kind = FindPortKind(port);
+    if (kind == nullptr) {
+      Session().Close();
+      return Status::kInvalidArgument;
+    }
+    return Session().Open(*kind, PortRequest{{}, baud, text == nullptr ? "" : text, data_bits, stop_bits});
+  });
+}
+
+std::int32_t QDX_SelectDevice(std::int16_t address) {
+  if (!Session().is_open()) return Code(Status::kNotOpen);
+  return Code(address >= 0 && address <= 31 ? Status::kOk : Status::kInvalidArgument);
+}
+
+std::int32_t QDX_SetTimeout(std::int32_t milliseconds) { return Code(Session().SetTimeout(milliseconds)); }
+
+std::int32_t QDX_SetGPIBCtrlBlock(std::int16_t eoi_on_write, std::int16_t stop_read_on_eos,
+                                  std::int16_t eoi_with_eos, std::int16_t eos_char, std::int16_t zero,
+                                  std::int16_t repeat_addressing, std::int32_t milliseconds) {
+  const bool valid = IsFlag(eoi_on_write) && IsFlag(stop_read_on_eos) && IsFlag(eoi_with_eos) &&
+                     IsByte(eos_char) && zero == 0 && IsFlag(repeat_addressing) && milliseconds >= 0;
+  return Code(valid ? FindPortKind(488)->availability() : Status::kInvalidArgument);
+}
+
+std::int32_t QDX_EnableNTPortIO(std::int16_t port) {
+  if (port != 90 && port != 91) return Code(Status::kInvalidArgument);
+  return Code(FindPortKind(port)->availability());
+}
+
+std::int32_t QDX_WritePort(const char* text) {
+  if (!Session().is_open()) return Code(Status::kNotOpen);
+  if (text == nullptr) return Code(Status::kInvalidArgument);
+  return Guarded([&] { return Session().Write(text); });
+}
+
+std::int32_t QDX_ReadPort(char* buffer, std::int32_t count, std::int32_t* first, std::int32_t* second,
+                          std::int16_t terminator) {
+  if (!Session().is_open()) return Code(Status::kNotOpen);
+  if (!IsReadable(buffer, count, terminator)) return Code(Status::kInvalidArgument);
+  return Guarded([&] {
+    std::size_t delivered = 0;
+    const Status status = Session().Read({buffer, static_cast<std::size_t>(count)},
+                                         static_cast<unsigned char>(terminator), delivered);
+    if (first != nullptr) *first = static_cast<std::int32_t>(delivered);
+    if (second != nullptr) *second = static_cast<std::int32_t>(Session().queued());
+    return status;
+  });
+}
+
+std::int32_t QDX_FlushInQueue() {
+  if (!Session().is_open()) return Code(Status::kNotOpen);
+  std::int32_t count = 0;
+  const std::int32_t failed = Guarded([&] {
+    count = static_cast<std::int32_t>(Session().Flush());
+    return Status::kOk;
+  });
+  return failed < 0 ? failed : count;
+}
+
+std::int32_t QDX_ActivateInterpreter(std::int16_t /*value*/) { return Code(OpenStatus()); }
+
+std::int32_t QDX_CloseInterpreterEx(std::int16_t /*port*/, std::int16_t /*value*/) {
+  return Code(OpenStatus());
+}
+
+std::int32_t QDX_ClosePort() {
+  return Guarded([] {
+    Session().Close();
+    return Status::kOk;
+  });
+}
+
+std::int32_t QDX_Delay(std::int32_t milliseconds) {
+  if (milliseconds < 0) return Code(Status::kInvalidArgument);
+  kolvane::devlnk::SleepMs(milliseconds);
+  return Code(Status::kOk);
+}
+
+std::int32_t USB_GetMaxUsbDevice() { return 0; }
+
+std::int32_t USB_ScanUsbDevice(std::int32_t slots, char* buffer) {
+  if (slots < 0 || (buffer == nullptr && slots > 0)) return Code(Status::kInvalidArgument);
+  const std::size_t size = static_cast<std::size_t>(slots) * kScanRecord;
+  if (size > 0) std::memset(buffer, ' ', size);
+  return Code(Status::kOk);
+}

@@ -1,0 +1,89 @@
+#include "devlnk/port_session.h"
+
+#include <cstring>
+
+namespace kolvane::devlnk {
+
+Status PortSession::Open(const PortKind& kind, PortRequest request) {
+  Close();
+  if (kind.availability() != Status::kOk) return kind.availability();
+  request.name = kind.name;
+  Deadline deadline(timeout_ms_);
+  Opened opened = kind.open(request, deadline);
+  channel_ = std::move(opened.channel);
+  return opened.status;
+}
+
+void PortSession::Close() {
+  channel_.reset();
+  queue_.Clear();
+  loss_ = Status::kOk;
+  input_ended_ = false;
+}
+
+Status PortSession::SetTimeout(std::int32_t milliseconds) {
+  if (milliseconds < 0) return Status::kInvalidArgument;
+  timeout_ms_ = milliseconds;
+  return Status::kOk;
+}
+
+void PortSession::NoteLoss(Status status) {
+  if (loss_ == Status::kOk && EndsConnection(status)) loss_ = status;
+}
+
+Status PortSession::Write(std::string_view bytes) {
+  if (loss_ != Status::kOk) return loss_;
+  Deadline deadline(timeout_ms_);
+  const Status status = channel_->Write(bytes, deadline);
+  NoteLoss(status);
+  return status;
+}
+
+Status PortSession::Read(std::span<char> buffer, unsigned char terminator, std::size_t& delivered) {
+  Answer answer;
+  const Status status = Await(buffer.size(), terminator, answer);
+  if (status != Status::kOk) return status;
+  if (answer.delivered > 0) std::memcpy(buffer.data(), queue_.data(), answer.delivered);
+  queue_.Consume(answer.consumed);
+  delivered = answer.delivered;
+  return Status::kOk;
+}
+
+Status PortSession::Await(std::size_t count, unsigned char terminator, Answer& answer) {
+  Deadline deadline(timeout_ms_);
+  for (bool more = true;;) {
+    if (const auto found = queue_.FindAnswer(count, terminator)) {
+      answer = *found;
+      return Status::kOk;
+    }
+    if (input_ended_) return loss_;
+    if (!more) return Status::kReadTimeout;
+    const auto room = queue_.Room();
+    const bool over = deadline.IsOver();
+    const Received received = channel_->Read(room, deadline);
+    queue_.Commit(received.bytes);
+    NoteLoss(received.status);
+    input_ended_ = EndsConnection(received.status);
+    if (received.status != Status::kOk && !input_ended_) return received.status;
+    // Once time is over only what is there already counts; a piece smaller than the room was all of it.
+    more = received.bytes == room.size() || (received.bytes > 0 && !over);
+  }
+}
+
+std::size_t PortSession::Flush() {
+  std::size_t count = queue_.size();
+  queue_.Clear();
+  Deadline at_once(0);
+  for (std::size_t taken = 0; taken < InputQueue::kLimit && !input_ended_;) {
+    const Received received = channel_->Read(queue_.Room(), at_once);
+    NoteLoss(received.status);
+    input_ended_ = EndsConnection(received.status);
+    if (received.bytes == 0) break;
+    taken += received.bytes;
+    count += received.bytes;
+  }
+  channel_->DiscardInput();
+  return count;
+}
+
+}  // namespace kolvane::devlnk

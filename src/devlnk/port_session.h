@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string_view>
+
+#include "devlnk/channel.h"
+#include "devlnk/input_queue.h"
+#include "devlnk/port_kinds.h"
+
+namespace kolvane::devlnk {
+
+/// The one port that is open, or none, and everything that is the same for each kind of port.
+class PortSession {
+ public:
+  /// Closes the port that was open, whatever comes of the new one.
+  Status Open(const PortKind& kind, PortRequest request);
+  void Close();
+  bool is_open() const { return channel_ != nullptr; }
+
+  Status SetTimeout(std::int32_t milliseconds);
+
+  // The following need an open port.
+  Status Write(std::string_view bytes);
+  /// Copies the next answer to the start of `buffer` and sets `delivered`; a failure leaves both alone, and
+  /// the bytes queued. See QDX_ReadPort.
+  Status Read(std::span<char> buffer, unsigned char terminator, std::size_t& delivered);
+  std::size_t queued() const { return queue_.size(); }
+  /// The number of bytes thrown away; at most twice InputQueue::kLimit, if more keep coming.
+  std::size_t Flush();
+
+ private:
+  Status Await(std::size_t count, unsigned char terminator, Answer& answer);
+  void NoteLoss(Status status);
+
+  std::unique_ptr<Channel> channel_;
+  InputQueue queue_;
+  std::int32_t timeout_ms_ = 5000;
+  Status loss_ = Status::kOk;  ///< why the connection has ended, for every later transfer
+  bool input_ended_ = false;   ///< what came before the loss has been taken over in full
+};
+
+}  // namespace kolvane::devlnk

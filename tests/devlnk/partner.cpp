@@ -1,0 +1,161 @@
+#include "devlnk/partner.h"
+
+#include <fcntl.h>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <stdexcept>
+
+namespace kolvane::devlnk {
+namespace {
+
+void Require(bool condition, const char* what) {
+  if (!condition) throw std::runtime_error(what);
+}
+
+bool Await(int fd, short events) {
+  pollfd entry{fd, events, 0};
+  int ready = 0;
+  do {
+    ready = poll(&entry, 1, 20'000);
+  } while (ready < 0 && errno == EINTR);
+  return ready > 0;
+}
+
+class TcpPartner final : public Partner {
+ public:
+  TcpPartner(int family, const char* address) : listener_(family), address_(address) {}
+  ~TcpPartner() override { CloseFd(); }
+
+  std::int32_t Open() override {
+    const std::int32_t status = QDX_OpenPort(100, 1, address_, listener_.port(), 1, 512);
+    if (status >= 0) {
+      CloseFd();
+      fd_ = listener_.Accept();
+    }
+    return status;
+  }
+  void HangUp() override { CloseFd(); }
+  Status loss() const override { return Status::kClosedByPeer; }
+
+ private:
+  Listener listener_;
+  const char* address_;
+};
+
+class PtyPartner final : public Partner {
+ public:
+  explicit PtyPartner(std::int16_t port) : port_(port) { fd_ = pty_.master(); }
+  std::int32_t Open() override {
+    setenv("KOLVANE_COM1", pty_.node().c_str(), 1);
+    return QDX_OpenPort(port_, 9600, "n", 8, 1, 512);
+  }
+  void HangUp() override {
+    pty_.CloseMaster();
+    fd_ = -1;
+  }
+  Status loss() const override { return Status::kConnectionLost; }
+  void AwaitArrival() override { Require(Await(pty_.slave(), POLLIN), "nothing arrived"); }
+
+ private:
+  Pty pty_;
+  std::int16_t port_;
+};
+
+}  // namespace
+
+void Partner::CloseFd() {
+  if (fd_ >= 0) close(fd_);
+  fd_ = -1;
+}
+
+void Partner::Send(std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t sent = write(fd_, bytes.data(), bytes.size());
+    if (sent < 0 && errno == EAGAIN) Require(Await(fd_, POLLOUT), "no room");
+    Require(sent > 0 || errno == EINTR || errno == EAGAIN, "partner cannot send");
+    if (sent > 0) bytes.remove_prefix(static_cast<std::size_t>(sent));
+  }
+}
+
+std::string Partner::Receive(std::size_t count) {
+  std::string bytes(count, '\0');
+  for (std::size_t have = 0; have < count;) {
+    Require(Await(fd_, POLLIN), "partner waits in vain");
+    const ssize_t got = read(fd_, bytes.data() + have, count - have);
+    Require(got > 0 || (got < 0 && errno == EINTR), "partner cannot receive");
+    if (got > 0) have += static_cast<std::size_t>(got);
+  }
+  return bytes;
+}
+
+std::unique_ptr<Partner> MakeTcp4() { return std::make_unique<TcpPartner>(AF_INET, "127.0.0.1"); }
+std::unique_ptr<Partner> MakeTcp6() { return std::make_unique<TcpPartner>(AF_INET6, "::1"); }
+std::unique_ptr<Partner> MakeCom() { return std::make_unique<PtyPartner>(std::int16_t{1}); }
+std::unique_ptr<Partner> MakeRs485() { return std::make_unique<PtyPartner>(std::int16_t{10}); }
+
+Listener::Listener(int family, int backlog) : fd_(socket(family, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+  // sockaddr_in6 is the larger of the two, and the port stands at the same place in both.
+  sockaddr_in6 address{};
+  address.sin6_family = static_cast<sa_family_t>(family);
+  if (family == AF_INET6) {
+    address.sin6_addr = in6addr_loopback;
+  } else {
+    reinterpret_cast<sockaddr_in*>(&address)->sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  }
+  socklen_t size = family == AF_INET6 ? sizeof(sockaddr_in6) : sizeof(sockaddr_in);
+  auto* const generic = reinterpret_cast<sockaddr*>(&address);
+  Require(bind(fd_, generic, size) == 0, "no port");
+  Require(backlog == kDeaf || listen(fd_, backlog) == 0, "cannot listen");
+  getsockname(fd_, generic, &size);
+  port_ = ntohs(address.sin6_port);
+}
+
+Listener::~Listener() { close(fd_); }
+
+int Listener::Accept() {
+  const int connection = accept4(fd_, nullptr, nullptr, SOCK_CLOEXEC);
+  Require(connection >= 0, "cannot accept");
+  const int on = 1;
+  setsockopt(connection, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
+  return connection;
+}
+
+Pty::Pty() : master_(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)) {
+  char name[128];
+  Require(grantpt(master_) == 0 && unlockpt(master_) == 0, "no pseudo terminal");
+  Require(ptsname_r(master_, name, sizeof name) == 0, "no name");
+  node_ = name;
+  slave_ = open(name, O_RDWR | O_NOCTTY | O_CLOEXEC);
+  Require(slave_ >= 0, "cannot open the pseudo terminal");
+}
+
+Pty::~Pty() {
+  CloseMaster();
+  CloseSlave();
+}
+
+void Pty::CloseMaster() {
+  if (master_ >= 0) close(master_);
+  master_ = -1;
+}
+
+void Pty::CloseSlave() {
+  if (slave_ >= 0) close(slave_);
+  slave_ = -1;
+}
+
+Drip::Drip(Partner& partner, std::string text, int gap_ms)
+    : thread_([&partner, text = std::move(text), gap_ms] {
+        for (const char byte : text) {
+          partner.Send({&byte, 1});
+          poll(nullptr, 0, gap_ms);
+        }
+      }) {}
+
+}  // namespace kolvane::devlnk

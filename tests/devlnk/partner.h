@@ -1,0 +1,90 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <thread>
+
+#include "devlnk/devlnk.h"
+#include "devlnk/status.h"
+
+namespace kolvane::devlnk {
+
+/// The instrument's side of a connection, one class for each kind of port.
+class Partner {
+ public:
+  virtual ~Partner() = default;
+
+  /// Opens the library's port towards this partner; the status of QDX_OpenPort.
+  virtual std::int32_t Open() = 0;
+  /// Ends the connection in the orderly way of its kind.
+  virtual void HangUp() = 0;
+  /// What a transfer answers after HangUp.
+  virtual Status loss() const = 0;
+  /// Returns when what was sent can be read at the library's side.
+  virtual void AwaitArrival() {}
+
+  /// All of it, waiting for room.
+  void Send(std::string_view bytes);
+  /// Waits for exactly `count` bytes.
+  std::string Receive(std::size_t count);
+  int fd() const { return fd_; }
+
+ protected:
+  void CloseFd();
+
+  int fd_ = -1;
+};
+
+std::unique_ptr<Partner> MakeTcp4();
+std::unique_ptr<Partner> MakeTcp6();
+std::unique_ptr<Partner> MakeCom();
+std::unique_ptr<Partner> MakeRs485();
+
+/// A TCP port that listens on a loopback address and leaves accepting to the caller; with kDeaf the port is
+/// taken, but nobody listens.
+class Listener {
+ public:
+  static constexpr int kDeaf = -1;
+  explicit Listener(int family, int backlog = 5);
+  ~Listener();
+  int Accept();
+  int fd() const { return fd_; }
+  std::int32_t port() const { return port_; }
+
+ private:
+  int fd_;
+  std::int32_t port_ = 0;
+};
+
+/// A pseudo terminal: the instrument holds the master, the library opens node(). The test's own slave
+/// descriptor keeps the line's settings alive between openings.
+class Pty {
+ public:
+  Pty();
+  ~Pty();
+  int master() const { return master_; }
+  int slave() const { return slave_; }
+  const std::string& node() const { return node_; }
+  void CloseMaster();
+  void CloseSlave();
+
+ private:
+  int master_;
+  int slave_ = -1;
+  std::string node_;
+};
+
+/// Sends one byte after the other with a gap between them, until the text or the partner ends.
+class Drip {
+ public:
+  Drip(Partner& partner, std::string text, int gap_ms);
+  ~Drip() { thread_.join(); }
+
+ private:
+  std::thread thread_;
+};
+
+}  // namespace kolvane::devlnk
