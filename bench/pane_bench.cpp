@@ -25,6 +25,7 @@ using kolvane::terminal::OutputPane;
 class NoLog : public kolvane::terminal::LogSink {
  public:
   void WriteLine(std::string_view) override {}
+  void Close() override {}
 };
 
 std::size_t ResidentBytes() {

@@ -9,6 +9,8 @@ class LogSink {
  public:
   virtual ~LogSink() = default;
   virtual void WriteLine(std::string_view line) = 0;
+  /// Ends the log; nothing happens where none is open.
+  virtual void Close() = 0;
 };
 
 }  // namespace kolvane::terminal

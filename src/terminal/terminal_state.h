@@ -39,7 +39,7 @@ struct ReceiveShown {
   std::string receive_terminator = "CRLF";
   std::string send_terminator = "LF";
   std::string timeout = "3000";  ///< ReceiveTimo as typed, milliseconds
-  std::string count;             ///< BinChars as typed
+  std::string count = "1";       ///< BinChars as typed
 };
 
 /// The most recent answer, or the description of the error that came in its place.

@@ -24,6 +24,7 @@ class RecordingLog : public LogSink {
  public:
   std::vector<std::string> lines;
   void WriteLine(std::string_view line) override { lines.emplace_back(line); }
+  void Close() override {}
 };
 
 class OutputTest : public testing::Test {

@@ -73,6 +73,7 @@ TEST_F(PaneWindow, ClearingGoesBackToTheTop) {
 TEST_F(PaneWindow, ALineAddedThroughOutputIsShown) {
   class NoLog : public LogSink {
     void WriteLine(std::string_view) override { ADD_FAILURE(); }
+    void Close() override {}
   } log;
   OutputFlags flags;
   Output output(flags, pane_, log);

@@ -100,7 +100,7 @@ TEST_F(ReceiveControlsTest, ListsThatAnswerBackChangeNothing) {
     controls.EditReceiveTerminator("59");
     controls.EditSendTerminator("x");
     controls.EditTimeout("1");
-    controls.EditCount("1");
+    controls.EditCount("77");
   };
   controls.PickFormat(0);
   EXPECT_EQ(State(), "0/0/\\r\\n Auto/ASCII/CRLF");
@@ -109,7 +109,7 @@ TEST_F(ReceiveControlsTest, ListsThatAnswerBackChangeNothing) {
   EXPECT_EQ(view.times, 2);
   EXPECT_EQ(state.receive.send_terminator, "\n");
   EXPECT_EQ(state.shown.timeout, "3000");
-  EXPECT_EQ(state.shown.count, "");
+  EXPECT_EQ(state.shown.count, "1");
   controls.EditCount("4");
   EXPECT_EQ(state.shown.count, "4");
 }

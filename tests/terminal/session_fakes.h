@@ -39,7 +39,9 @@ class FakePane final : public Pane {
 class FakeLog final : public LogSink {
  public:
   void WriteLine(std::string_view line) override { lines.emplace_back(line); }
+  void Close() override { ++closed; }
   std::vector<std::string> lines;
+  int closed = 0;
 };
 
 class FakePrompt final : public base::Prompt {

@@ -1,0 +1,15 @@
+#include "terminal/terminal_core.h"
+
+#include "device/connection_description.h"
+
+namespace kolvane::terminal {
+
+TerminalCore::TerminalCore(TerminalSlices slices, device::PortLibrarySource& library, FrontEnd front_end)
+    : device(slices.device, slices.connection, library, clock),
+      output(slices.terminal.output, front_end.pane, front_end.log),
+      connect(
+          device, slices.device, output, front_end.prompt, front_end.connection_view,
+          {.description = [&parameters = slices.connection] { return ConnectionDescription(parameters); }}),
+      session(device, slices.device, slices.terminal, output, connect) {}
+
+}  // namespace kolvane::terminal

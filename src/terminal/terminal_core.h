@@ -1,0 +1,44 @@
+#pragma once
+
+#include "base/clock.h"
+#include "base/prompt.h"
+#include "device/connection_parameters.h"
+#include "device/device_io.h"
+#include "device/device_state.h"
+#include "device/port_library_source.h"
+#include "terminal/connect_commands.h"
+#include "terminal/log_sink.h"
+#include "terminal/output.h"
+#include "terminal/pane.h"
+#include "terminal/session.h"
+#include "terminal/terminal_state.h"
+
+namespace kolvane::terminal {
+
+/// The slices of the process-wide record that a terminal works on.
+struct TerminalSlices {
+  device::DeviceState& device;
+  device::ConnectionParameters& connection;
+  TerminalState& terminal;
+};
+
+/// What a front end brings along, be it the window or the command line.
+struct FrontEnd {
+  Pane& pane;
+  LogSink& log;
+  base::Prompt& prompt;
+  ConnectionView& connection_view;
+};
+
+/// One terminal without its front end: the way from a command to the device and back to the pane.
+struct TerminalCore {
+  TerminalCore(TerminalSlices slices, device::PortLibrarySource& library, FrontEnd front_end);
+
+  base::SteadyClock clock;
+  device::DeviceIo device;
+  Output output;
+  ConnectCommands connect;
+  Session session;
+};
+
+}  // namespace kolvane::terminal
