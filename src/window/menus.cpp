@@ -1,0 +1,106 @@
+#include "window/menus.h"
+
+#include <QMenuBar>
+#include <span>
+
+#include "window/images.h"
+#include "window/text.h"
+
+namespace kolvane::window {
+namespace {
+
+struct ItemRow {
+  const char* name;
+  const char* caption;
+  const char* icon = nullptr;
+  const char* shortcut = nullptr;
+  bool enabled = false;
+  bool ends_group = false;
+};
+
+constexpr ItemRow kFile[] = {
+    {.name = "mnuNewCommandFile", .caption = "&Neue Befehlsliste", .icon = "list-new"},
+    {.name = "mnuOpenCommandFile", .caption = "Befehlsliste ö&ffnen...", .icon = "list-open"},
+    {.name = "mnuSaveCommandFile", .caption = "Befehlsliste &speichern", .icon = "list-save"},
+    {.name = "mnuSaveCommandFileAs", .caption = "Befehlsliste speichern &als...", .ends_group = true},
+    {.name = "mnuOpenLog", .caption = "&Logdatei öffnen...", .icon = "log-open"},
+    {.name = "mnuCloseLog", .caption = "Logdatei s&chließen", .icon = "log-close", .ends_group = true},
+    {.name = "mnuSaveTerminal", .caption = "&Terminalfenster speichern...", .icon = "save"},
+    {.name = "mnuOpenTextFile", .caption = "Te&xtdatei laden...", .icon = "open-text"},
+    {.name = "mnuPrintTermWindow",
+     .caption = "Terminalfenster d&rucken",
+     .icon = "print",
+     .ends_group = true},
+    {.name = "mnuExit",
+     .caption = "Terminal &beenden",
+     .icon = "exit",
+     .shortcut = "Ctrl+Q",
+     .enabled = true},
+};
+
+constexpr ItemRow kConnection[] = {
+    {.name = "mnuConfigureConnection",
+     .caption = "Verbindung &konfigurieren...",
+     .icon = "configure-connection",
+     .ends_group = true},
+    {.name = "mnuConnect", .caption = "&Verbinden", .icon = "connect", .enabled = true},
+    {.name = "mnuDisconnect", .caption = "Verbindung &trennen", .icon = "disconnect"},
+};
+
+constexpr ItemRow kOptions[] = {
+    {.name = "mnuOption_0", .caption = "&Befehle anzeigen", .enabled = true},
+    {.name = "mnuOption_1", .caption = "&Antwortzeiten anzeigen", .enabled = true},
+    {.name = "mnuOption_2", .caption = "&Zeilenumbrüche in Antwort", .enabled = true},
+};
+
+constexpr ItemRow kPopup[] = {
+    {.name = "mnuCopy", .caption = "&Kopieren", .icon = "copy", .enabled = true},
+    {.name = "mnuCut", .caption = "&Ausschneiden", .icon = "cut", .enabled = true},
+    {.name = "mnuPaste", .caption = "&Einfügen", .icon = "paste", .enabled = true},
+    {.name = "mnuDelete", .caption = "&Löschen", .icon = "delete", .enabled = true, .ends_group = true},
+    {.name = "mnuSelectAll", .caption = "Alles &markieren", .icon = "select-all", .enabled = true},
+    {.name = "mnuClearAll",
+     .caption = "Alles l&öschen",
+     .icon = "clear",
+     .enabled = true,
+     .ends_group = true},
+    {.name = "mnuSaveAs", .caption = "&Speichern", .icon = "save"},
+    {.name = "mnuOpen", .caption = "Ö&ffnen...", .icon = "open-text"},
+    {.name = "mnuPrint", .caption = "&Drucken", .icon = "print", .ends_group = true},
+    {.name = "mnuBackColor", .caption = "&Hintergrundfarbe...", .icon = "color"},
+    {.name = "mnuFont", .caption = "Sch&riftart...", .icon = "font", .ends_group = true},
+    {.name = "mnuBinInspect", .caption = "&Binärdaten analysieren...", .icon = "inspect"},
+    {.name = "mnuInsertComment", .caption = "Kommen&tar einfügen", .icon = "comment", .enabled = true},
+};
+
+QMenu* Fill(QMenu* menu, const char* name, std::span<const ItemRow> rows) {
+  menu->setObjectName(QLatin1String(name));
+  for (const ItemRow& row : rows) {
+    QAction* item = menu->addAction(ToQt(row.caption));
+    item->setObjectName(QLatin1String(row.name));
+    if (row.icon != nullptr) item->setIcon(Icon(row.icon));
+    if (row.shortcut != nullptr) item->setShortcut(QKeySequence(QLatin1String(row.shortcut)));
+    item->setEnabled(row.enabled);
+    if (row.ends_group) menu->addSeparator();
+  }
+  return menu;
+}
+
+}  // namespace
+
+Menus::Menus(QMainWindow* window)
+    : file(Fill(window->menuBar()->addMenu(QStringLiteral("&Datei")), "mnuFile", kFile)),
+      connection(Fill(window->menuBar()->addMenu(QStringLiteral("&Verbindung")), "mnuCon", kConnection)),
+      options(Fill(window->menuBar()->addMenu(QStringLiteral("&Optionen")), "mnuOptions", kOptions)),
+      popup(Fill(new QMenu(QStringLiteral("POP1"), window), "mnuPOP1", kPopup)) {
+  for (QAction* option : options->actions()) option->setCheckable(true);
+}
+
+QAction* Menus::Item(const char* name) const {
+  for (const QMenu* menu : {file, connection, options, popup}) {
+    if (auto* item = menu->findChild<QAction*>(QLatin1String(name))) return item;
+  }
+  return nullptr;
+}
+
+}  // namespace kolvane::window

@@ -1,0 +1,36 @@
+#include "window/message_prompt.h"
+
+#include <QMessageBox>
+#include <new>
+
+#include "base/runtime_error.h"
+#include "window/text.h"
+
+namespace kolvane::window {
+namespace {
+
+constexpr auto kCaption = "Kolvane Terminal";
+
+void Show(QWidget* parent, QMessageBox::Icon icon, std::string_view text) {
+  QMessageBox box(icon, ToQt(kCaption), ToQt(text), QMessageBox::Ok, parent);
+  box.setTextFormat(Qt::PlainText);
+  box.exec();
+}
+
+}  // namespace
+
+void MessagePrompt::ShowError(std::string_view text) { Show(parent_, QMessageBox::Critical, text); }
+
+void MessagePrompt::ShowMessage(std::string_view text) { Show(parent_, QMessageBox::NoIcon, text); }
+
+void MessagePrompt::Guard(const std::function<void()>& event) {
+  try {
+    event();
+  } catch (const base::RuntimeError& error) {
+    ShowError(error.what());
+  } catch (const std::bad_alloc&) {
+    ShowError("Nicht genügend Speicher");
+  }
+}
+
+}  // namespace kolvane::window

@@ -1,0 +1,119 @@
+#include "window/terminal_bar.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+
+#include "window/flow_layout.h"
+#include "window/images.h"
+#include "window/text.h"
+
+namespace kolvane::window {
+namespace {
+
+constexpr int kMargin = 6;
+constexpr int kGap = 6;
+constexpr int kGroupGap = 16;
+
+QString WithoutMnemonic(const char* label) { return ToQt(label).remove(QLatin1Char('&')); }
+
+}  // namespace
+
+TerminalBar::TerminalBar(QWidget* parent)
+    : QToolBar(parent), command_row_(new QWidget), settings_row_(new QWidget), body_(new QWidget) {
+  setObjectName(QStringLiteral("Toolbar2"));
+  setWindowTitle(QStringLiteral("Senden und Empfangen"));
+  setMovable(false);
+  layout()->setContentsMargins(0, 0, 0, 0);
+  BuildCommandLine();
+  BuildSettings();
+  auto* rows = new QVBoxLayout(body_);
+  rows->setContentsMargins(0, kMargin, 0, kMargin);
+  rows->setSpacing(kGap);
+  rows->addWidget(command_row_);
+  rows->addWidget(settings_row_);
+  body_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+  addWidget(body_);
+}
+
+void TerminalBar::BuildCommandLine() {
+  command_ = new QComboBox(command_row_);
+  command_->setObjectName(QStringLiteral("cmbCommand"));
+  command_->setAccessibleName(QStringLiteral("Befehl"));
+  command_->setEditable(true);
+  command_->setInsertPolicy(QComboBox::NoInsert);
+  command_->setCompleter(nullptr);
+  command_->setMaxVisibleItems(20);
+  command_->lineEdit()->setPlaceholderText(QStringLiteral("Befehl eingeben, Eingabetaste sendet"));
+  send_ = new QPushButton(Icon("send"), QStringLiteral("&Senden"), command_row_);
+  send_->setObjectName(QStringLiteral("cmdSend"));
+  send_->setToolTip(QStringLiteral("Befehl senden und Antwort lesen"));
+  send_->setAutoDefault(false);
+  command_row_->setFixedHeight(std::max(command_->sizeHint().height(), send_->sizeHint().height()));
+}
+
+void TerminalBar::BuildSettings() {
+  new FlowLayout(settings_row_, kGroupGap, kGap);
+  settings_row_->layout()->setContentsMargins(kMargin, 0, kMargin, 0);
+  receive_mode_ = AddList("&Empfang bis", "cmbReceiveMode", false);
+  count_ = AddField("An&zahl", "BinChars", 5);
+  count_group_ = count_->parentWidget();
+  receive_format_ = AddList("For&mat", "cmbReceiveFormat", false);
+  receive_terminator_ = AddList("Endezeichen Empfan&g", "RcvTermChar", true);
+  receive_timeout_ = AddField("&Timeout (ms)", "ReceiveTimo", 7);
+  send_terminator_ = AddList("Endezeichen Se&nden", "SendTermChar", true);
+}
+
+QComboBox* TerminalBar::AddList(const char* label, const char* name, bool editable) {
+  auto* list = new QComboBox;
+  list->setObjectName(QLatin1String(name));
+  list->setEditable(editable);
+  list->setInsertPolicy(QComboBox::NoInsert);
+  if (editable) {
+    list->setCompleter(nullptr);
+    list->setMinimumContentsLength(5);
+  }
+  list->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+  AddGroup(label, list);
+  return list;
+}
+
+QLineEdit* TerminalBar::AddField(const char* label, const char* name, int digits) {
+  auto* field = new QLineEdit;
+  field->setObjectName(QLatin1String(name));
+  field->setFixedWidth(field->fontMetrics().horizontalAdvance(QString(digits + 2, QLatin1Char('0'))));
+  AddGroup(label, field);
+  return field;
+}
+
+QWidget* TerminalBar::AddGroup(const char* label, QWidget* field) {
+  auto* group = new QWidget(settings_row_);
+  auto* row = new QHBoxLayout(group);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->setSpacing(kGap);
+  auto* caption = new QLabel(ToQt(label));
+  caption->setBuddy(field);
+  field->setAccessibleName(WithoutMnemonic(label));
+  row->addWidget(caption);
+  row->addWidget(field);
+  settings_row_->layout()->addWidget(group);
+  return group;
+}
+
+void TerminalBar::ShowCount(bool visible) {
+  if (count_group_->isVisibleTo(settings_row_) == visible) return;
+  count_group_->setVisible(visible);
+  updateGeometry();
+}
+
+int TerminalBar::HeightAt(int width) const {
+  return command_row_->height() + settings_row_->layout()->heightForWidth(width) + 2 * kMargin + kGap;
+}
+
+void TerminalBar::PlaceCommandLine(int command_left, int command_width, int send_left) {
+  const int height = command_row_->height();
+  command_->setGeometry(command_left, 0, command_width, height);
+  send_->setGeometry(send_left, 0, send_->sizeHint().width(), height);
+}
+
+}  // namespace kolvane::window

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QToolBar>
+
+namespace kolvane::window {
+
+/// `Toolbar2` below the pane: the command line with its send button, and under it how commands are sent and
+/// answers received. It only holds the controls; the main window acts on them.
+class TerminalBar final : public QToolBar {
+  Q_OBJECT
+
+ public:
+  explicit TerminalBar(QWidget* parent = nullptr);
+
+  QComboBox* command() const { return command_; }
+  QPushButton* send() const { return send_; }
+  QComboBox* receive_mode() const { return receive_mode_; }
+  QComboBox* receive_format() const { return receive_format_; }
+  QComboBox* receive_terminator() const { return receive_terminator_; }
+  QComboBox* send_terminator() const { return send_terminator_; }
+  QLineEdit* receive_timeout() const { return receive_timeout_; }
+  QLineEdit* count() const { return count_; }
+
+  void ShowCount(bool visible);
+
+  /// Height that the bar takes at `width`; the settings go on in a further row where the width ends.
+  int HeightAt(int width) const;
+
+  /// Places command box and send button on the bar, in the bar's coordinates.
+  void PlaceCommandLine(int command_left, int command_width, int send_left);
+
+ private:
+  void BuildCommandLine();
+  void BuildSettings();
+  QComboBox* AddList(const char* label, const char* name, bool editable);
+  QLineEdit* AddField(const char* label, const char* name, int digits);
+  QWidget* AddGroup(const char* label, QWidget* field);
+
+  QWidget* command_row_;
+  QWidget* settings_row_;
+  QWidget* body_;
+  QComboBox* command_ = nullptr;
+  QPushButton* send_ = nullptr;
+  QComboBox* receive_mode_ = nullptr;
+  QComboBox* receive_format_ = nullptr;
+  QComboBox* receive_terminator_ = nullptr;
+  QComboBox* send_terminator_ = nullptr;
+  QLineEdit* receive_timeout_ = nullptr;
+  QLineEdit* count_ = nullptr;
+  QWidget* count_group_ = nullptr;
+};
+
+}  // namespace kolvane::window

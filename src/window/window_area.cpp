@@ -1,0 +1,61 @@
+#include "window/window_area.h"
+
+#include "window/window_layout.h"
+
+namespace kolvane::window {
+namespace {
+
+constexpr int kLeft = 6;
+constexpr int kTop = 6;
+constexpr QSize kSmallest(300, 320);
+
+}  // namespace
+
+WindowArea::WindowArea(QWidget* parent)
+    : QWidget(parent),
+      splitter_(new QSplitter(Qt::Horizontal, this)),
+      script_bar_(new QToolBar(this)),
+      terminal_bar_(new TerminalBar(this)),
+      status_bars_(this) {
+  splitter_->setObjectName(QStringLiteral("SplitContainer"));
+  splitter_->setChildrenCollapsible(false);
+  splitter_->move(kLeft, kTop);
+  script_bar_->setObjectName(QStringLiteral("Toolbar3"));
+  script_bar_->setOrientation(Qt::Vertical);
+}
+
+QSize WindowArea::minimumSizeHint() const { return kSmallest; }
+
+void WindowArea::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  LayOutParts();
+}
+
+void WindowArea::LayOutParts() {
+  QStatusBar* first = status_bars_.first();
+  QStatusBar* second = status_bars_.second();
+  const int bar_height = terminal_bar_->HeightAt(width());
+  const int script_width = script_bar_->actions().isEmpty() ? 0 : script_bar_->sizeHint().width();
+  const WindowLayout layout = LayOut({.inner_width = width(),
+                                      .inner_height = height(),
+                                      .split_left = kLeft,
+                                      .split_top = kTop,
+                                      .toolbar2_height = bar_height,
+                                      .toolbar3_width = script_width,
+                                      .status1_height = first->sizeHint().height(),
+                                      .status2_height = second->sizeHint().height(),
+                                      .command_left = kLeft,
+                                      .send_width = terminal_bar_->send()->sizeHint().width()});
+  if (!layout.applies) return;
+  splitter_->resize(layout.split_width, layout.split_height);
+  script_bar_->setGeometry(layout.toolbar3_left, kTop, script_width, layout.split_height);
+  // Below the splitter everything stands on the window's lower edge.
+  int top = height() - second->sizeHint().height();
+  second->setGeometry(0, top, width(), second->sizeHint().height());
+  top -= first->sizeHint().height();
+  first->setGeometry(0, top, width(), first->sizeHint().height());
+  terminal_bar_->setGeometry(0, top - bar_height, width(), bar_height);
+  terminal_bar_->PlaceCommandLine(kLeft, layout.command_width, layout.send_left);
+}
+
+}  // namespace kolvane::window
