@@ -1,0 +1,47 @@
+#include "component/application.h"
+
+#include <QLibraryInfo>
+#include <clocale>
+#include <stdexcept>
+
+namespace kolvane::component {
+namespace {
+
+bool HasDisplay() {
+  return qEnvironmentVariableIsSet("QT_QPA_PLATFORM") || !qEnvironmentVariableIsEmpty("DISPLAY") ||
+         !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+}
+
+}  // namespace
+
+Application::Application() {
+  QCoreApplication* host = QCoreApplication::instance();
+  if (host == nullptr) {
+    MakeOwn();
+  } else if (qobject_cast<QApplication*>(host) == nullptr) {
+    throw std::runtime_error("the host's application object is no QApplication: no window can be shown");
+  }
+  if (german_.load(QStringLiteral("qtbase_de"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+    QCoreApplication::installTranslator(&german_);
+}
+
+Application::~Application() {
+  QCoreApplication::removeTranslator(&german_);
+  if (!own_) return;
+  own_.reset();
+  std::setlocale(LC_ALL, host_locale_.c_str());
+}
+
+void Application::MakeOwn() {
+  // Qt ends the whole process where it finds no display; the host shall get an error instead.
+  if (!HasDisplay()) throw std::runtime_error("no display: neither DISPLAY nor WAYLAND_DISPLAY is set");
+  static int count = 1;
+  static char name[] = "kolvane";
+  static char* arguments[] = {name, nullptr};
+  host_locale_ = std::setlocale(LC_ALL, nullptr);
+  own_ = std::make_unique<QApplication>(count, arguments);
+  QApplication::setApplicationName(QStringLiteral("Kolvane"));
+  QApplication::setDesktopFileName(QStringLiteral("kolvane"));
+}
+
+}  // namespace kolvane::component

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QApplication>
+#include <QTranslator>
+#include <memory>
+#include <string>
+
+namespace kolvane::component {
+
+/// The QApplication that the window needs: the host's where it has one, one of our own for as long as this
+/// object lives otherwise. German texts for Qt's own buttons and dialogs hold for the same time.
+class Application {
+ public:
+  /// Throws std::runtime_error where no window can be shown: no display, or a host application without
+  /// windows.
+  Application();
+  ~Application();
+  Application(const Application&) = delete;
+  Application& operator=(const Application&) = delete;
+
+ private:
+  void MakeOwn();
+
+  std::string host_locale_;
+  std::unique_ptr<QApplication> own_;
+  QTranslator german_;
+};
+
+}  // namespace kolvane::component

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "device/connection_parameters.h"
+#include "device/device_state.h"
+#include "kolvane/MainClass.h"
+#include "terminal/terminal_state.h"
+#include "terminal/window_settings.h"
+
+namespace kolvane::component {
+
+/// Everything that lives as long as the component. One instance serves MainClass; a test makes its own.
+struct ComponentState {
+  device::DeviceState device;
+  device::ConnectionParameters connection;
+  terminal::TerminalState terminal;
+  terminal::WindowSettings window;
+  TerminalOptions options;
+  bool window_open = false;
+  bool can_unload = false;
+};
+
+}  // namespace kolvane::component

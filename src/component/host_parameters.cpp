@@ -1,0 +1,85 @@
+#include "component/host_parameters.h"
+
+#include "base/runtime_error.h"
+
+namespace kolvane::component {
+namespace {
+
+namespace code = device::port_code;
+
+// The numbers by which the host knows its device's properties.
+enum Property : std::int16_t {
+  kPortKind = 2,
+  kBaud = 3,
+  kParity = 4,
+  kDataBits = 5,
+  kStopBits = 6,
+  kAddress = 8,
+  kNetworkAddress = 9,
+};
+
+constexpr std::int16_t kStandardIpPort = 7;
+
+HostObject& Host(const device::DeviceState& state) {
+  if (!state.gObj) throw base::RuntimeError(base::RuntimeError::Kind::kNoObject);
+  return *state.gObj;
+}
+
+class PropertyReader {
+ public:
+  explicit PropertyReader(const device::DeviceState& state) : io_(Host(state).IO()), dev_idx_(state.DevIdx) {}
+
+  Variant operator()(Property property) {
+    std::int16_t dev_idx = dev_idx_;
+    std::int16_t number = property;
+    Variant value;
+    io_.GetDeviceProperty(dev_idx, number, value);
+    return value;
+  }
+
+ private:
+  IoObject& io_;
+  std::int16_t dev_idx_;
+};
+
+void ReadByIndex(const device::DeviceState& state, device::ConnectionParameters& p) {
+  PropertyReader property(state);
+  p.port_code = property(kPortKind).ToInt16();
+  p.baud = property(kBaud).ToInt32();
+  p.parity = property(kParity).ToInt16();
+  if (p.port_code == code::kLpt1 || p.port_code == code::kLpt2) p.lpt_mode = p.parity;
+  p.data_bits = property(kDataBits).ToInt16();
+  p.stop_bits = property(kStopBits).ToInt16();
+  if (p.port_code == code::kTcpIp) {
+    p.ip_address = property(kNetworkAddress).ToText();
+    p.ip_port = p.data_bits == 8 ? kStandardIpPort : p.data_bits;
+  } else if (p.port_code == code::kUsb) {
+    p.usb_address = property(kNetworkAddress).ToText();
+  } else {
+    p.address = property(kAddress).ToInt16();
+  }
+}
+
+void ReadSingle(const device::DeviceState& state, device::ConnectionParameters& p) {
+  Variant kind;
+  Variant address;
+  Host(state).GetDeviceInfo(kind, address);
+  p.port_code = kind.ToInt16();
+  if (p.port_code == code::kTcpIp) {
+    p.ip_address = address.ToText();
+    p.ip_port = kStandardIpPort;
+  } else if (p.port_code == code::kUsb) {
+    p.usb_address = address.ToText();
+  } else {
+    p.address = address.ToInt16();
+  }
+}
+
+}  // namespace
+
+void ReadHostParameters(const device::DeviceState& state, device::ConnectionParameters& parameters) {
+  if (state.OperMode == 0) ReadByIndex(state, parameters);
+  if (state.OperMode == 1) ReadSingle(state, parameters);
+}
+
+}  // namespace kolvane::component

@@ -1,0 +1,29 @@
+#include "kolvane/MainClass.h"
+
+#include "component/component_state.h"
+#include "component/terminal_run.h"
+
+namespace kolvane {
+namespace {
+
+component::ComponentState& State() {
+  static component::ComponentState state;
+  return state;
+}
+
+}  // namespace
+
+MainClass::MainClass() = default;
+MainClass::~MainClass() = default;
+
+void MainClass::InitTerminal(const std::shared_ptr<HostObject>& gObj) { State().device.gObj = gObj; }
+
+void MainClass::OpenTerminal(std::int16_t OperMode, std::int16_t DevIdx) {
+  component::RunTerminal(State(), OperMode, DevIdx);
+}
+
+Variant MainClass::CanUnload() const { return State().can_unload; }
+
+void MainClass::SetOptions(const TerminalOptions& options) { State().options = options; }
+
+}  // namespace kolvane

@@ -1,0 +1,119 @@
+#include "component/host_parameters.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+#include "base/runtime_error.h"
+#include "device/recording_host.h"
+
+namespace kolvane::component {
+namespace {
+
+class HostParametersTest : public testing::Test {
+ protected:
+  HostParametersTest() {
+    state_.gObj = host_;
+    state_.DevIdx = 3;
+    host_->script.properties = {{2, std::int16_t{1}}, {3, 19200},           {4, std::int16_t{2}},
+                                {5, std::int16_t{7}}, {6, std::int16_t{1}}, {8, std::int16_t{12}},
+                                {9, "10.0.0.9"}};
+  }
+
+  void Read(std::int16_t oper_mode) {
+    state_.OperMode = oper_mode;
+    ReadHostParameters(state_, parameters_);
+  }
+
+  std::shared_ptr<device::RecordingHost> host_ = std::make_shared<device::RecordingHost>();
+  device::DeviceState state_;
+  device::ConnectionParameters parameters_;
+};
+
+TEST_F(HostParametersTest, AsksTheIndexedDevicePropertyByProperty) {
+  Read(0);
+  EXPECT_EQ(host_->script.calls,
+            (std::vector<std::string>{"IO.GetDeviceProperty(3, 2)", "IO.GetDeviceProperty(3, 3)",
+                                      "IO.GetDeviceProperty(3, 4)", "IO.GetDeviceProperty(3, 5)",
+                                      "IO.GetDeviceProperty(3, 6)", "IO.GetDeviceProperty(3, 8)"}));
+  EXPECT_EQ(parameters_.port_code, 1);
+  EXPECT_EQ(parameters_.baud, 19200);
+  EXPECT_EQ(parameters_.parity, 2);
+  EXPECT_EQ(parameters_.data_bits, 7);
+  EXPECT_EQ(parameters_.stop_bits, 1);
+  EXPECT_EQ(parameters_.address, 12);
+  EXPECT_EQ(parameters_.lpt_mode, 0);
+}
+
+TEST_F(HostParametersTest, MapsDataBitsToTheIpPort) {
+  host_->script.properties[2] = std::int16_t{100};
+  host_->script.properties[5] = std::int16_t{8};
+  Read(0);
+  EXPECT_EQ(parameters_.ip_port, 7);
+  EXPECT_EQ(parameters_.ip_address, "10.0.0.9");
+  EXPECT_EQ(host_->script.calls.back(), "IO.GetDeviceProperty(3, 9)");
+  host_->script.properties[5] = std::int16_t{5};
+  Read(0);
+  EXPECT_EQ(parameters_.ip_port, 5);
+}
+
+TEST_F(HostParametersTest, TakesTheUsbAddress) {
+  host_->script.properties[2] = std::int16_t{200};
+  Read(0);
+  EXPECT_EQ(parameters_.usb_address, "10.0.0.9");
+  EXPECT_EQ(parameters_.address, 4);
+}
+
+TEST_F(HostParametersTest, TakesParityAsParallelPortModeForTheParallelPortsAlone) {
+  for (const std::int16_t kind : {std::int16_t{90}, std::int16_t{91}}) {
+    parameters_ = {};
+    host_->script.properties[2] = kind;
+    Read(0);
+    EXPECT_EQ(parameters_.lpt_mode, 2);
+    EXPECT_EQ(parameters_.parity, 2);
+  }
+}
+
+TEST_F(HostParametersTest, AsksTheSingleDeviceOnce) {
+  host_->kind = std::int16_t{100};
+  host_->address = "messplatz";
+  Read(1);
+  EXPECT_EQ(host_->script.calls, std::vector<std::string>{"GetDeviceInfo()"});
+  EXPECT_EQ(parameters_.ip_address, "messplatz");
+  EXPECT_EQ(parameters_.ip_port, 7);
+}
+
+TEST_F(HostParametersTest, ConvertsTheSingleDevicesAddress) {
+  host_->kind = std::int16_t{488};
+  host_->address = "9";
+  Read(1);
+  EXPECT_EQ(parameters_.port_code, 488);
+  EXPECT_EQ(parameters_.address, 9);
+  host_->kind = std::int16_t{200};
+  host_->address = 4711;
+  Read(1);
+  EXPECT_EQ(parameters_.usb_address, "4711");
+}
+
+TEST_F(HostParametersTest, AsksNothingInOtherModes) {
+  for (const std::int16_t oper_mode : {std::int16_t{2}, std::int16_t{3}, std::int16_t{-1}}) Read(oper_mode);
+  EXPECT_TRUE(host_->script.calls.empty());
+  state_.gObj.reset();
+  EXPECT_NO_THROW(Read(2));
+}
+
+TEST_F(HostParametersTest, LetsErrorsThrough) {
+  host_->script.properties[3] = "schnell";
+  EXPECT_THROW(Read(0), base::RuntimeError);
+  host_->script.properties[3] = 19200;
+  host_->script.properties[8] = 40000;
+  EXPECT_THROW(Read(0), base::RuntimeError);
+  host_->script.on_call["GetDeviceInfo"] = [] { throw std::logic_error("Gerät belegt"); };
+  EXPECT_THROW(Read(1), std::logic_error);
+  state_.gObj.reset();
+  EXPECT_THROW(Read(0), base::RuntimeError);
+  EXPECT_THROW(Read(1), base::RuntimeError);
+}
+
+}  // namespace
+}  // namespace kolvane::component

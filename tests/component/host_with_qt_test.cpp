@@ -1,0 +1,186 @@
+// A host that has a QApplication and uses the public header alone, apart from looking at the window's
+// widgets.
+
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QLabel>
+#include <QMainWindow>
+#include <QMessageBox>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <fstream>
+#include <stdexcept>
+
+#include "device/recording_host.h"
+#include "kolvane/MainClass.h"
+
+namespace kolvane {
+namespace {
+
+QMainWindow* Terminal() {
+  for (QWidget* widget : QApplication::topLevelWidgets()) {
+    if (widget->objectName() == QLatin1String("frmTerminal") && widget->isVisible())
+      return qobject_cast<QMainWindow*>(widget);
+  }
+  return nullptr;
+}
+
+class HostTest : public testing::Test {
+ protected:
+  HostTest() {
+    TerminalOptions options;
+    options.SettingsFile = dir_.path().toStdString() + "/Kolvane.ini";
+    terminal_.SetOptions(options);
+    host_->script.properties = {{2, std::int16_t{100}}, {3, 9600},
+                                {4, std::int16_t{0}},   {5, std::int16_t{8}},
+                                {6, std::int16_t{1}},   {9, "10.0.0.9"}};
+    host_->kind = std::int16_t{100};
+    host_->address = "10.0.0.8";
+  }
+
+  // Opens the terminal, runs `use` in it once it is shown, and closes it.
+  void Open(std::int16_t oper_mode, const std::function<void(QMainWindow&)>& use) {
+    terminal_.InitTerminal(host_);
+    bool used = false;
+    QTimer::singleShot(0, qApp, [&] {
+      QMainWindow* window = Terminal();
+      ASSERT_NE(window, nullptr);
+      use(*window);
+      used = true;
+      window->close();
+    });
+    terminal_.OpenTerminal(oper_mode, 3);
+    EXPECT_TRUE(used);
+  }
+
+  QTemporaryDir dir_;
+  std::shared_ptr<device::RecordingHost> host_ = std::make_shared<device::RecordingHost>();
+  MainClass terminal_;
+};
+
+void Send(QMainWindow& window, const QString& command) {
+  auto* box = window.findChild<QComboBox*>("cmbCommand");
+  box->setCurrentText(command);
+  QTest::keyClick(box, Qt::Key_Return);
+}
+
+QString PaneText(QMainWindow& window) {
+  return window.findChild<QWidget*>("TermWin")->property("plainText").toString();
+}
+
+TEST_F(HostTest, TheIndexedDeviceIsShownAsConnected) {
+  Open(0, [](QMainWindow& window) {
+    auto* button = window.findChild<QAction*>("TB_CONNECT");
+    EXPECT_EQ(button->property("Tag").toString(), "0");
+    EXPECT_EQ(button->property("Image").toInt(), 20);
+    EXPECT_EQ(button->toolTip(), "Verbindung trennen");
+    EXPECT_EQ(window.findChild<QLabel*>("StatusBar1_1")->text(), "TCP/IP: 10.0.0.9, Port 7");
+    EXPECT_FALSE(window.findChild<QAction*>("TB_PORTCONFIGURE")->isEnabled());
+    EXPECT_TRUE(window.isModal());
+  });
+}
+
+TEST_F(HostTest, ACommandGoesToTheIndexedDevice) {
+  host_->script.read = [](Variant& answer, Variant&) { answer = "12.5\r\n"; };
+  Open(0, [&](QMainWindow& window) {
+    host_->script.calls.clear();
+    Send(window, "MSV?");
+    EXPECT_EQ(PaneText(window).section('\n', -2), "MSV?\n12.5");
+  });
+  EXPECT_NE(std::find(host_->script.calls.begin(), host_->script.calls.end(),
+                      "IO.WriteCommand(3, \"MSV?\", 10, 0)"),
+            host_->script.calls.end());
+}
+
+TEST_F(HostTest, ACommandGoesToTheSingleDevice) {
+  host_->script.read = [](Variant& answer, Variant&) { answer = "Prüfstand 3\r\n"; };
+  Open(1, [&](QMainWindow& window) {
+    Send(window, "*IDN?");
+    EXPECT_TRUE(PaneText(window).endsWith("*IDN?\nPrüfstand 3")) << PaneText(window).toStdString();
+  });
+}
+
+TEST_F(HostTest, AnExceptionInTheSessionBecomesAFailedOperation) {
+  host_->script.on_call["Read"] = [] { throw std::runtime_error("Leitung tot"); };
+  Open(1, [&](QMainWindow& window) {
+    Send(window, "*IDN?");
+    EXPECT_TRUE(PaneText(window).endsWith("*IDN?\nLeitung tot")) << PaneText(window).toStdString();
+  });
+}
+
+TEST_F(HostTest, AHostsErrorReachesTheCallerAndNoWindowIsShown) {
+  host_->script.on_call["GetDeviceInfo"] = [] { throw std::logic_error("belegt"); };
+  terminal_.InitTerminal(host_);
+  EXPECT_THROW(terminal_.OpenTerminal(1, 0), std::logic_error);
+  EXPECT_EQ(Terminal(), nullptr);
+  host_->script.on_call.clear();
+  host_->kind = "seltsam";
+  EXPECT_THROW(terminal_.OpenTerminal(1, 0), RuntimeError);
+  EXPECT_EQ(Terminal(), nullptr);
+}
+
+TEST_F(HostTest, AMissingObjectIsAnError) {
+  terminal_.InitTerminal(nullptr);
+  EXPECT_THROW(terminal_.OpenTerminal(0, 0), RuntimeError);
+}
+
+TEST_F(HostTest, OtherModesCallNothingOnTheHost) {
+  for (const std::int16_t oper_mode : {std::int16_t{2}, std::int16_t{3}}) {
+    Open(oper_mode, [](QMainWindow& window) {
+      auto* button = window.findChild<QAction*>("TB_CONNECT");
+      EXPECT_EQ(button->toolTip(), "Verbindung aufbauen");
+      EXPECT_EQ(window.findChild<QLabel*>("StatusBar1_1")->text(), "Nicht verbunden");
+    });
+    if (oper_mode == 2) {
+      EXPECT_TRUE(host_->script.calls.empty());
+    }
+  }
+  EXPECT_TRUE(host_->script.calls.empty());
+}
+
+TEST_F(HostTest, TheDeviceIsGivenBackOpenAndTheObjectReleased) {
+  Open(1, [&](QMainWindow& window) {
+    auto* disconnect = window.findChild<QAction*>("mnuDisconnect");
+    disconnect->setEnabled(true);
+    disconnect->trigger();
+    EXPECT_EQ(window.findChild<QLabel*>("StatusBar1_1")->text(), "Nicht verbunden");
+    host_->script.calls.clear();
+  });
+  EXPECT_NE(std::find(host_->script.calls.begin(), host_->script.calls.end(), "OpenDevice()"),
+            host_->script.calls.end());
+  EXPECT_EQ(host_.use_count(), 1);
+  EXPECT_TRUE(terminal_.CanUnload().ToBool());
+}
+
+TEST_F(HostTest, OpensAgainAfterClosing) {
+  for (int i = 0; i < 2; ++i) {
+    Open(1, [&](QMainWindow& window) {
+      EXPECT_FALSE(terminal_.CanUnload().ToBool());
+      EXPECT_EQ(PaneText(window).count("Empfangspuffer gelöscht"), 1);
+    });
+  }
+}
+
+TEST_F(HostTest, ASecondTerminalWhileOneIsOpenIsRefused) {
+  Open(1, [&](QMainWindow&) { EXPECT_THROW(terminal_.OpenTerminal(1, 0), RuntimeError); });
+}
+
+TEST_F(HostTest, AnUnreadableSettingIsShownAndRaised) {
+  std::ofstream(dir_.path().toStdString() + "/Kolvane.ini") << "[TERMINAL]\nFONTSIZE=gross\n";
+  QString shown;
+  QTimer::singleShot(0, qApp, [&] {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    ASSERT_NE(box, nullptr);
+    shown = box->text();
+    box->accept();
+  });
+  EXPECT_THROW(terminal_.OpenTerminal(2, 0), RuntimeError);
+  EXPECT_TRUE(shown.contains("FONTSIZE=gross")) << shown.toStdString();
+}
+
+}  // namespace
+}  // namespace kolvane

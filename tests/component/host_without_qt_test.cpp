@@ -1,0 +1,72 @@
+// A host that knows nothing of Qt; only what closes the window here does.
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QTimer>
+
+#include <unistd.h>
+
+#include <clocale>
+#include <cstdlib>
+#include <memory>
+
+#include "kolvane/MainClass.h"
+
+namespace kolvane {
+namespace {
+
+// The terminal flushes the device's input while it loads: the moment at which an application object exists.
+class ClosingHost final : public HostObject {
+ public:
+  void GetDeviceInfo(Variant& Kind, Variant& Address) override {
+    Kind = std::int16_t{1};
+    Address = std::int16_t{5};
+  }
+  void FlushInQ(std::int32_t& Count) override {
+    Count = 3;
+    had_application = qobject_cast<QApplication*>(QCoreApplication::instance()) != nullptr;
+    QTimer::singleShot(0, qApp, [] { QApplication::closeAllWindows(); });
+  }
+  Variant LastError() override { return std::int16_t{0}; }
+  void SetLastError(std::int16_t) override {}
+  std::string LastErrorDescription() override { return ""; }
+
+  bool had_application = false;
+};
+
+class HostWithoutQtTest : public testing::Test {
+ protected:
+  HostWithoutQtTest() {
+    TerminalOptions options;
+    options.SettingsFile = testing::TempDir() + "host_without_qt_" + std::to_string(getpid()) + ".ini";
+    terminal_.SetOptions(options);
+  }
+
+  MainClass terminal_;
+};
+
+TEST_F(HostWithoutQtTest, CannotUnloadBeforeTheFirstWindow) { EXPECT_FALSE(terminal_.CanUnload().ToBool()); }
+
+TEST_F(HostWithoutQtTest, OpensTheTerminalTwiceAndLeavesNothingBehind) {
+  setenv("QT_QPA_PLATFORM", "offscreen", 1);
+  std::setlocale(LC_ALL, "C");
+  for (int i = 0; i < 2; ++i) {
+    const auto host = std::make_shared<ClosingHost>();
+    terminal_.InitTerminal(host);
+    terminal_.OpenTerminal(1, 0);
+    EXPECT_TRUE(host->had_application);
+    EXPECT_EQ(QCoreApplication::instance(), nullptr);
+    EXPECT_STREQ(std::setlocale(LC_ALL, nullptr), "C");
+    EXPECT_EQ(host.use_count(), 1);
+  }
+  EXPECT_TRUE(terminal_.CanUnload().ToBool());
+}
+
+TEST_F(HostWithoutQtTest, GetsAnErrorWhereThereIsNoDisplay) {
+  for (const char* variable : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"}) unsetenv(variable);
+  EXPECT_THROW(terminal_.OpenTerminal(2, 0), std::runtime_error);
+}
+
+}  // namespace
+}  // namespace kolvane

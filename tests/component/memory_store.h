@@ -1,0 +1,31 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "component/settings_store.h"
+
+namespace kolvane::component {
+
+/// A settings store in memory that records which keys are read and written, in order.
+class MemoryStore final : public SettingsStore {
+ public:
+  std::string Read(const std::string& section, const std::string& key,
+                   const std::string& fallback) const override {
+    reads.push_back(section + "/" + key);
+    const auto found = values.find(section + "/" + key);
+    return found == values.end() ? fallback : found->second;
+  }
+
+  void Write(const std::string& section, const std::string& key, const std::string& value) override {
+    writes.push_back(section + "/" + key);
+    values[section + "/" + key] = value;
+  }
+
+  mutable std::vector<std::string> reads;
+  std::vector<std::string> writes;
+  std::map<std::string, std::string> values;
+};
+
+}  // namespace kolvane::component

@@ -1,0 +1,89 @@
+#include "component/unload.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "component/memory_store.h"
+#include "device/fake_port_library.h"
+#include "device/recording_host.h"
+#include "terminal/session_fakes.h"
+
+namespace kolvane::component {
+namespace {
+
+class RecordingLog final : public terminal::LogSink {
+ public:
+  explicit RecordingLog(const MemoryStore& store) : store_(store) {}
+  void WriteLine(std::string_view) override {}
+  void Close() override { closed_before_saving = store_.writes.empty(); }
+  bool closed_before_saving = false;
+
+ private:
+  const MemoryStore& store_;
+};
+
+class NoView final : public terminal::ConnectionView {
+  void ConnectionChanged() override {}
+};
+
+class UnloadTest : public testing::Test {
+ protected:
+  void Run(std::int16_t oper_mode, bool connected) {
+    state_.device.OperMode = oper_mode;
+    state_.device.DevIdx = 1;
+    state_.device.connected = connected;
+    state_.device.gObj = host_;
+    Unload(state_, core_, log_, store_);
+  }
+
+  MemoryStore store_;
+  RecordingLog log_{store_};
+  ComponentState state_;
+  device::FakePortLibrary library_;
+  device::FakePortLibrarySource source_{&library_};
+  terminal::FakePane pane_;
+  terminal::FakePrompt prompt_;
+  NoView view_;
+  std::shared_ptr<device::RecordingHost> host_ = std::make_shared<device::RecordingHost>();
+  terminal::TerminalCore core_{
+      {state_.device, state_.connection, state_.terminal}, source_, {pane_, log_, prompt_, view_}};
+};
+
+TEST_F(UnloadTest, ClosesTheLogThenSavesThenReleasesTheHost) {
+  Run(1, true);
+  EXPECT_TRUE(log_.closed_before_saving);
+  EXPECT_FALSE(store_.writes.empty());
+  EXPECT_EQ(state_.device.gObj, nullptr);
+  EXPECT_TRUE(state_.can_unload);
+  EXPECT_FALSE(state_.device.connected);
+}
+
+TEST_F(UnloadTest, LeavesAConnectedHostsDeviceAlone) {
+  Run(0, true);
+  EXPECT_TRUE(host_->script.calls.empty());
+}
+
+TEST_F(UnloadTest, OpensAHostsDeviceAgain) {
+  Run(0, false);
+  EXPECT_EQ(std::count(host_->script.calls.begin(), host_->script.calls.end(), "IO.InitializeDevice(1)"), 1);
+  host_->script.calls.clear();
+  Run(1, false);
+  EXPECT_EQ(std::count(host_->script.calls.begin(), host_->script.calls.end(), "OpenDevice()"), 1);
+}
+
+TEST_F(UnloadTest, ClosesItsOwnConnection) {
+  state_.connection.port_code = device::port_code::kTcpIp;
+  Run(2, true);
+  EXPECT_EQ(library_.calls, (std::vector<std::string>{"CloseInterpreter(100, 1)", "ClosePort()"}));
+  EXPECT_FALSE(state_.device.connected);
+}
+
+TEST_F(UnloadTest, ClosesNothingThatIsNotOpen) {
+  Run(2, false);
+  EXPECT_TRUE(library_.calls.empty());
+  EXPECT_TRUE(state_.can_unload);
+}
+
+}  // namespace
+}  // namespace kolvane::component
