@@ -1,0 +1,54 @@
+// The stand-alone program: a host like any other, on the public header alone.
+
+#include <cstdio>
+#include <exception>
+
+#include "app/demo.h"
+#include "app/options.h"
+#include "kolvane/MainClass.h"
+
+namespace {
+
+using kolvane::app::Options;
+
+enum ExitStatus { kDone = 0, kFailed = 1, kUsage = 2 };
+
+void OpenTerminal(const Options& options) {
+  kolvane::MainClass terminal;
+  kolvane::TerminalOptions presets;
+  presets.Folder = options.folder;
+  terminal.SetOptions(presets);
+  terminal.OpenTerminal(options.mode, 0);
+}
+
+int Run(const Options& options) {
+  switch (options.action) {
+    case Options::Action::kOpen:
+      OpenTerminal(options);
+      return kDone;
+    case Options::Action::kDemo:
+      kolvane::app::RunDemo(options.folder);
+      return kDone;
+    case Options::Action::kHelp:
+      std::fputs(kolvane::app::HelpText().c_str(), stdout);
+      return kDone;
+    case Options::Action::kVersion:
+      std::puts("kolvane " KOLVANE_VERSION);
+      return kDone;
+    case Options::Action::kUsageError:
+      break;
+  }
+  std::fprintf(stderr, "kolvane: %s (see kolvane --help)\n", options.error.c_str());
+  return kUsage;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return Run(kolvane::app::ParseOptions(argc, argv));
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "kolvane: %s\n", error.what());
+    return kFailed;
+  }
+}

@@ -1,0 +1,53 @@
+#include "app/options.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace kolvane::app {
+namespace {
+
+Options Parse(std::vector<std::string> words) {
+  words.insert(words.begin(), "kolvane");
+  std::vector<char*> arguments;
+  for (std::string& word : words) arguments.push_back(word.data());
+  arguments.push_back(nullptr);
+  return ParseOptions(static_cast<int>(words.size()), arguments.data());
+}
+
+TEST(Options, OpenOperatingMode2ByDefault) {
+  const Options options = Parse({});
+  EXPECT_EQ(options.action, Options::Action::kOpen);
+  EXPECT_EQ(options.mode, 2);
+  EXPECT_EQ(options.folder, "");
+}
+
+TEST(Options, TakeModeAndFolder) {
+  const Options options = Parse({"--mode", "1", "--folder=/tmp/x"});
+  EXPECT_EQ(options.mode, 1);
+  EXPECT_EQ(options.folder, "/tmp/x");
+}
+
+TEST(Options, KnowDemoHelpAndVersion) {
+  EXPECT_EQ(Parse({"--demo"}).action, Options::Action::kDemo);
+  EXPECT_EQ(Parse({"--help"}).action, Options::Action::kHelp);
+  EXPECT_EQ(Parse({"--version"}).action, Options::Action::kVersion);
+}
+
+TEST(Options, TakeModesUpToSixteenBits) {
+  EXPECT_EQ(Parse({"--mode", "32767"}).mode, 32767);
+  EXPECT_EQ(Parse({"--mode", "32768"}).error, "--mode takes a whole number, not '32768'");
+}
+
+TEST(Options, RefuseInOneLine) {
+  EXPECT_EQ(Parse({"--bogus"}).error, "unknown option '--bogus'");
+  EXPECT_EQ(Parse({"-x"}).error, "unknown option '-x'");
+  EXPECT_EQ(Parse({"--mode"}).error, "option '--mode' needs a value");
+  EXPECT_EQ(Parse({"--mode", "zwei"}).error, "--mode takes a whole number, not 'zwei'");
+  EXPECT_EQ(Parse({"--mode", ""}).error, "--mode takes a whole number, not ''");
+  EXPECT_EQ(Parse({"fly"}).error, "unknown command 'fly'");
+  EXPECT_EQ(Parse({"fly"}).action, Options::Action::kUsageError);
+}
+
+}  // namespace
+}  // namespace kolvane::app
