@@ -1,0 +1,81 @@
+# Shared by ./run and ./check: what they say, and the packages that a bare Debian 12 lacks.
+
+set -euo pipefail
+cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/.."
+
+build_packages="g++ cmake ninja-build ccache qt6-base-dev qt6-svg-dev qt6-translations-l10n fonts-liberation2 fonts-dejavu-core"
+check_packages="libgtest-dev libbenchmark-dev clang-format locales"
+
+say() { printf '%s: %s\n' "$script_name" "$*"; }
+say_stderr() { say "$*" >&2; }
+
+fail() {
+  say_stderr "$*"
+  exit 1
+}
+
+# as_root COMMAND...: through sudo where the caller is not root.
+as_root() {
+  if [ "$(id -u)" -eq 0 ]; then
+    "$@"
+  elif command -v sudo >/dev/null; then
+    sudo "$@"
+  else
+    fail "packages are missing and neither root nor sudo is at hand; install: $missing"
+  fi
+}
+
+# need_packages NAME...: installs those that are missing, silent when none is.
+need_packages() {
+  missing=""
+  for package in "$@"; do
+    case "$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null)" in
+      installed) ;;
+      *) missing="$missing $package" ;;
+    esac
+  done
+  missing=${missing# }
+  [ -n "$missing" ] || return 0
+  say "installing $missing"
+  local log
+  log=$(mktemp)
+  # shellcheck disable=SC2086
+  if ! { as_root env DEBIAN_FRONTEND=noninteractive apt-get -q update &&
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get -q install -y --no-install-recommends $missing; } >"$log" 2>&1; then
+    tail -n 20 "$log" >&2
+    fail "the packages could not be installed (the lines above are apt-get's)"
+  fi
+  rm -f "$log"
+}
+
+# configure PRESET [CMAKE ARGS...]: once; later changes of the lists are noticed by the build itself.
+configure() {
+  local preset=$1
+  shift
+  [ -f "build/$preset/build.ninja" ] && [ $# -eq 0 ] && return 0
+  say "configuring ($preset)"
+  local log
+  log=$(mktemp)
+  if ! cmake --preset "$preset" "$@" >"$log" 2>&1; then
+    tail -n 30 "$log" >&2
+    fail "configuring failed (the lines above are cmake's)"
+  fi
+  rm -f "$log"
+}
+
+# build PRESET [TARGETS...]: quiet when nothing is to be done and when all goes well.
+build() {
+  local preset=$1 targets="" log
+  shift
+  [ $# -eq 0 ] || targets="--target $*"
+  # shellcheck disable=SC2086
+  if [ -z "$targets" ] || ! ninja -C "build/$preset" -n "$@" 2>/dev/null | grep -q 'no work to do'; then
+    say "building ($preset)"
+    log=$(mktemp)
+    if ! cmake --build "build/$preset" -j 2 $targets >"$log" 2>&1; then
+      tail -n 60 "$log" >&2
+      fail "the build failed (the lines above are the compiler's)"
+    fi
+    rm -f "$log"
+  fi
+}
