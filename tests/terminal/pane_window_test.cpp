@@ -1,4 +1,5 @@
 // What the window shows, and when.
+#include <QElapsedTimer>
 #include <QImage>
 #include <QSignalSpy>
 #include <algorithm>
@@ -150,6 +151,30 @@ TEST_F(PaneWindow, AWindowOfAnotherWidthKeepsTheTextAtItsTop) {
   EXPECT_LE(now, top);
   EXPECT_GT(now + 100, top);
   EXPECT_EQ(pane_.RowAround(top).begin, now);
+}
+
+TEST_F(PaneWindow, APaintAsksForNoFurtherPaint) {
+  class PaintCounter : public QObject {
+   public:
+    int paints = 0;
+
+   private:
+    bool eventFilter(QObject*, QEvent* event) override {
+      paints += event->type() == QEvent::Paint ? 1 : 0;
+      return false;
+    }
+  } counter;
+  AppendLines(100);
+  pane_.viewport()->installEventFilter(&counter);
+  pane_.viewport()->update();
+  QElapsedTimer since;
+  since.start();
+  for (int turn = 0; turn < 1000; ++turn) {
+    pane_.AppendLine("line", kNoColor);
+    QCoreApplication::processEvents();
+  }
+  // One for the update and one for each frame, which lasts 33 ms.
+  EXPECT_LE(counter.paints, 3 + since.elapsed() / 33 * 2);
 }
 
 TEST_F(PaneWindow, AnotherFontMakesOtherRows) {

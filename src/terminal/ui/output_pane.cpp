@@ -171,8 +171,8 @@ void OutputPane::EnsureVisible(std::size_t offset) {
   viewport()->update();
 }
 
+// Leaves the scroll bar alone: moving it here would ask for the next paint, and each event turn would bring one.
 void OutputPane::paintEvent(QPaintEvent* event) {
-  Flush();
   QPainter painter(viewport());
   painter.fillRect(event->rect(), palette().base());
   const PaneColors colors{textColor(), palette().color(QPalette::HighlightedText),
