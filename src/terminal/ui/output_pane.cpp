@@ -171,7 +171,8 @@ void OutputPane::EnsureVisible(std::size_t offset) {
   viewport()->update();
 }
 
-// Leaves the scroll bar alone: moving it here would ask for the next paint, and each event turn would bring one.
+// Leaves the scroll bar alone: moving it here would ask for the next paint, and each event turn would bring
+// one.
 void OutputPane::paintEvent(QPaintEvent* event) {
   QPainter painter(viewport());
   painter.fillRect(event->rect(), palette().base());
