@@ -55,10 +55,18 @@ void AmplifierProcess::Start(const std::string& program) {
   posix_spawn_file_actions_t actions;
   posix_spawn_file_actions_init(&actions);
   posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
+  posix_spawnattr_t attributes;
+  posix_spawnattr_init(&attributes);
+  sigset_t none;
+  sigemptyset(&none);
+  // The signals that end the terminal may be blocked here; the amplifier shall end by them.
+  posix_spawnattr_setsigmask(&attributes, &none);
+  posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK);
   std::string words[] = {program, "--tcp", "0", "--exit-with-parent"};
   char* arguments[] = {words[0].data(), words[1].data(), words[2].data(), words[3].data(), nullptr};
-  const int failure = posix_spawn(&child_, program.c_str(), &actions, nullptr, arguments, environ);
+  const int failure = posix_spawn(&child_, program.c_str(), &actions, &attributes, arguments, environ);
   posix_spawn_file_actions_destroy(&actions);
+  posix_spawnattr_destroy(&attributes);
   close(ends[1]);
   output_ = ends[0];
   if (failure == 0) return;

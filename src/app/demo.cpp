@@ -43,13 +43,14 @@ fs::path WriteSettings(const fs::path& folder, std::uint16_t port) {
 
 }  // namespace
 
-void RunDemo(const std::string& folder) {
+void RunDemo(const std::string& folder, int close_descriptor) {
   const fs::path programs = fs::read_symlink("/proc/self/exe").parent_path();
   const AmplifierProcess amplifier((programs / "kolvane-amplifier").string());
   const ScratchFolder scratch;
   TerminalOptions options;
   options.Folder = folder.empty() ? scratch.path().string() : folder;
   options.SettingsFile = WriteSettings(scratch.path(), amplifier.port()).string();
+  options.CloseDescriptor = close_descriptor;
   options.ConnectAtStart = true;
   MainClass terminal;
   terminal.SetOptions(options);

@@ -4,30 +4,34 @@
 #include <exception>
 
 #include "app/demo.h"
+#include "app/end_signals.h"
 #include "app/options.h"
 #include "kolvane/MainClass.h"
 
 namespace {
 
+using kolvane::app::EndSignals;
 using kolvane::app::Options;
 
 enum ExitStatus { kDone = 0, kFailed = 1, kUsage = 2 };
 
-void OpenTerminal(const Options& options) {
+void OpenTerminal(const Options& options, int close_descriptor) {
   kolvane::MainClass terminal;
   kolvane::TerminalOptions presets;
   presets.Folder = options.folder;
+  presets.CloseDescriptor = close_descriptor;
   terminal.SetOptions(presets);
   terminal.OpenTerminal(options.mode, 0);
 }
 
 int Run(const Options& options) {
+  const EndSignals end;
   switch (options.action) {
     case Options::Action::kOpen:
-      OpenTerminal(options);
+      OpenTerminal(options, end.descriptor());
       return kDone;
     case Options::Action::kDemo:
-      kolvane::app::RunDemo(options.folder);
+      kolvane::app::RunDemo(options.folder, end.descriptor());
       return kDone;
     case Options::Action::kHelp:
       std::fputs(kolvane::app::HelpText().c_str(), stdout);

@@ -1,6 +1,8 @@
 #include "component/terminal_run.h"
 
+#include <QApplication>
 #include <QEventLoop>
+#include <QSocketNotifier>
 #include <QTimer>
 
 #include "base/runtime_error.h"
@@ -51,11 +53,27 @@ void LoadOrTell(const SettingsStore& store, ComponentState& state) {
   if (state.device.OperMode == mode::kPortLibrary) device::ApplyStoredConnection(state.connection);
 }
 
-void ShowModally(window::MainWindow& window, bool connect_at_start) {
+// Message boxes and dialogs above the window go first: they would keep it from ending.
+void CloseAll(window::MainWindow& window) {
+  for (QWidget* top = QApplication::activeModalWidget(); top != nullptr && top != &window;
+       top = QApplication::activeModalWidget()) {
+    if (!top->close()) break;
+  }
+  window.close();
+}
+
+void ShowModally(window::MainWindow& window, const TerminalOptions& options, bool connect_at_start) {
   window.setWindowModality(Qt::ApplicationModal);
   window.setAttribute(Qt::WA_QuitOnClose, false);
   QEventLoop loop;
   QObject::connect(&window, &window::MainWindow::Closed, &loop, &QEventLoop::quit);
+  if (options.CloseDescriptor >= 0) {
+    auto* end = new QSocketNotifier(options.CloseDescriptor, QSocketNotifier::Read, &window);
+    QObject::connect(end, &QSocketNotifier::activated, &window, [&window, end] {
+      end->setEnabled(false);
+      CloseAll(window);
+    });
+  }
   window.show();
   if (connect_at_start) QTimer::singleShot(0, &window, [&window] { window.core().connect.Press(); });
   loop.exec();
@@ -86,7 +104,7 @@ void RunTerminal(ComponentState& state, std::int16_t oper_mode, std::int16_t dev
   if (IsHostMode(oper_mode)) window.core().connect.ShowConnected();
   window.Load();
   window.OnUnload([&] { Unload(state, window.core(), window.log(), *store); });
-  ShowModally(window, state.options.ConnectAtStart && oper_mode == mode::kPortLibrary);
+  ShowModally(window, state.options, state.options.ConnectAtStart && oper_mode == mode::kPortLibrary);
 }
 
 }  // namespace kolvane::component

@@ -2,6 +2,7 @@
 // widgets.
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <QAction>
 #include <QApplication>
@@ -163,6 +164,24 @@ TEST_F(HostTest, OpensAgainAfterClosing) {
       EXPECT_EQ(PaneText(window).count("Empfangspuffer gelöscht"), 1);
     });
   }
+}
+
+TEST_F(HostTest, ADescriptorClosesTheWindowAndTheMessageBoxAboveIt) {
+  int ends[2];
+  ASSERT_EQ(pipe(ends), 0);
+  TerminalOptions options;
+  options.SettingsFile = dir_.path().toStdString() + "/Kolvane.ini";
+  options.CloseDescriptor = ends[0];
+  terminal_.SetOptions(options);
+  terminal_.InitTerminal(host_);
+  QTimer::singleShot(0, qApp, [&] {
+    QTimer::singleShot(0, qApp, [&] { ASSERT_EQ(write(ends[1], "x", 1), 1); });
+    QMessageBox::warning(Terminal(), "Host", "offen");
+  });
+  terminal_.OpenTerminal(1, 0);
+  EXPECT_TRUE(terminal_.CanUnload().ToBool());
+  close(ends[0]);
+  close(ends[1]);
 }
 
 TEST_F(HostTest, ASecondTerminalWhileOneIsOpenIsRefused) {

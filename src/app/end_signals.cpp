@@ -1,0 +1,34 @@
+#include "app/end_signals.h"
+
+#include <signal.h>
+#include <sys/signalfd.h>
+#include <unistd.h>
+
+#include <initializer_list>
+
+namespace kolvane::app {
+namespace {
+
+sigset_t EndSet() {
+  sigset_t set;
+  sigemptyset(&set);
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&set, signal);
+  return set;
+}
+
+}  // namespace
+
+EndSignals::EndSignals() {
+  const sigset_t set = EndSet();
+  descriptor_ = signalfd(-1, &set, SFD_CLOEXEC | SFD_NONBLOCK);
+  if (descriptor_ >= 0) sigprocmask(SIG_BLOCK, &set, nullptr);
+}
+
+EndSignals::~EndSignals() {
+  if (descriptor_ < 0) return;
+  close(descriptor_);
+  const sigset_t set = EndSet();
+  sigprocmask(SIG_UNBLOCK, &set, nullptr);
+}
+
+}  // namespace kolvane::app

@@ -1,0 +1,20 @@
+#pragma once
+
+namespace kolvane::app {
+
+/// While it lives, SIGINT, SIGTERM and SIGHUP no longer end the process but make a descriptor readable.
+class EndSignals {
+ public:
+  EndSignals();
+  ~EndSignals();
+  EndSignals(const EndSignals&) = delete;
+  EndSignals& operator=(const EndSignals&) = delete;
+
+  /// -1 where the system gave none; the signals end the process as ever then.
+  int descriptor() const { return descriptor_; }
+
+ private:
+  int descriptor_ = -1;
+};
+
+}  // namespace kolvane::app
