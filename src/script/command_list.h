@@ -1,21 +1,118 @@
 #pragma once
 
-#include <array>
+#include <cstddef>
 #include <string>
+#include <string_view>
+#include <vector>
+
+#include "script/row_colors.h"
+#include "script/row_undo.h"
+#include "script/script_state.h"
 
 namespace kolvane::script {
 
-/// Rows of a command list, numbered from 1.
 inline constexpr int kListRows = 1024;
 
-/// The texts of a command list's rows, UTF-8.
+/// Told what to show anew. The running row moves through these calls up to millions of times a second, so
+/// whoever paints only notes what has changed.
+class CommandListObserver {
+ public:
+  virtual ~CommandListObserver() = default;
+  /// Text or look of the rows `first` to `last`.
+  virtual void RowsChanged(int first, int last) = 0;
+  virtual void CurrentRowChanged(int row) = 0;
+  /// File name, lines left out or modified flag.
+  virtual void FileChanged() = 0;
+};
+
+/// The command list behind the grid CommandScript: kListRows rows of UTF-8 text, numbered from 1. A row
+/// outside of them has an empty text and no look, and changing it does nothing.
 class CommandList {
  public:
-  const std::string& Text(int row) const { return rows_.at(static_cast<std::size_t>(row - 1)); }
-  void SetText(int row, std::string text) { rows_.at(static_cast<std::size_t>(row - 1)) = std::move(text); }
+  /// `run` tells whether a run is in progress; without it none ever is.
+  explicit CommandList(const RunFlags* run = nullptr) : run_(run), rows_(kListRows) {}
+  CommandList(const CommandList&) = delete;
+  CommandList& operator=(const CommandList&) = delete;
+
+  /// One observer at most; null takes it away.
+  void Observe(CommandListObserver* observer) { observer_ = observer; }
+
+  const std::string& Text(int row) const { return At(row).text; }
+  Color TextColor(int row) const { return At(row).color; }
+  /// Null for a row that is not highlighted.
+  const Highlight* HighlightOf(int row) const { return At(row).highlighted ? &At(row).highlight : nullptr; }
+
+  /// A row is one line: what follows a line break in `text` is left out. An edit takes the row's highlight
+  /// away unless a run is in progress. One step of undo.
+  void SetText(int row, std::string_view text);
+  /// The same for the rows from `first` on, as one step of undo.
+  void SetTexts(int first, const std::vector<std::string>& texts);
+  /// Takes the last edit back; returns its first row, 0 where there was none.
+  int Undo();
+  /// The last row whose text is not empty, 0 in an empty list.
+  int LastUsedRow() const;
+
+  /// Puts `command` behind the last row that holds text and makes that row current (not during a run, whose
+  /// position it is). Returns false where the list is full.
+  bool AddToScript(std::string_view command);
+  /// Empties list, file name and undo; false, and nothing done, while a run is in progress.
+  bool ClearCommandScriptGrid();
+  /// What a file held, `rows` at most kListRows, in place of everything; false while a run is in progress.
+  bool ShowFile(std::string name, std::vector<std::string> rows, std::size_t left_out);
+
+  /// Gives a row's text the colour of its kind.
+  void SyntaxColorLine(int row);
+  /// Takes the highlight away and restores the colour.
+  void ClearLineSelection(int row);
+  void HighlightLine(int row, Color back, Color fore, bool bold);
+  /// FONTCOLOR, the colour of rows of no special kind.
+  void SetDefaultTextColor(Color color);
+  Color default_text_color() const { return default_color_; }
+
+  /// 0 before a run's first row, kListRows + 1 past the end; what lies outside is brought to these.
+  int current_row() const { return current_row_; }
+  void SetCurrentRow(int row);
+
+  const std::string& file_name() const { return file_name_; }  ///< as the user gave it; empty: none yet
+  std::size_t left_out() const { return left_out_; }           ///< lines of the file beyond the last row
+  bool modified() const { return modified_; }
+  void SetFileName(std::string name);
+  void MarkSaved() { SetModified(false); }
+
+  bool InUse() const { return run_ != nullptr && run_->ScriptRunning != 0; }
 
  private:
-  std::array<std::string, kListRows> rows_;
+  struct Row {
+    std::string text;
+    Color color = 0;
+    bool highlighted = false;
+    Highlight highlight;
+  };
+
+  static bool IsRow(int row) { return row >= 1 && row <= kListRows; }
+  const Row& At(int row) const { return IsRow(row) ? rows_[static_cast<std::size_t>(row - 1)] : no_row_; }
+  Row& Used(int row) { return rows_[static_cast<std::size_t>(row - 1)]; }
+  Color ColorOf(std::string_view text) const;
+  void Replace(int first, const std::vector<std::string>& texts);
+  void Fill(std::vector<std::string> rows);
+  void SetModified(bool modified);
+  void TellRows(int first, int last) {
+    if (observer_ != nullptr) observer_->RowsChanged(first, last);
+  }
+  void TellFile() {
+    if (observer_ != nullptr) observer_->FileChanged();
+  }
+
+  const RunFlags* run_;
+  CommandListObserver* observer_ = nullptr;
+  std::vector<Row> rows_;
+  Row no_row_;
+  RowUndo undo_;
+  Color default_color_ = 0;
+  int current_row_ = 1;
+  std::string file_name_;
+  std::size_t left_out_ = 0;
+  bool modified_ = false;
 };
 
 }  // namespace kolvane::script

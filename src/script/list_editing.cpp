@@ -1,0 +1,84 @@
+#include "script/list_editing.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "script/line_splitter.h"
+
+namespace kolvane::script {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+Texts TextsOf(const CommandList& list, int first, int last) {
+  Texts texts;
+  for (int row = first; row <= last; ++row) texts.push_back(list.Text(row));
+  return texts;
+}
+
+Texts LinesOf(std::string_view text) {
+  Texts lines;
+  LineSplitter splitter([&lines](std::string_view line) { lines.emplace_back(line); });
+  splitter.Feed(text);
+  splitter.Finish();
+  return lines;
+}
+
+void Clip(int& first, int& last) {
+  first = std::max(first, 1);
+  last = std::min(last, kListRows);
+}
+
+}  // namespace
+
+std::string CopyRows(const CommandList& list, int first, int last) {
+  Clip(first, last);
+  std::string lines;
+  for (int row = first; row <= last; ++row) {
+    if (row > first) lines += '\n';
+    lines += list.Text(row);
+  }
+  return lines;
+}
+
+std::string CutRows(CommandList& list, int first, int last) {
+  std::string lines = CopyRows(list, first, last);
+  EmptyRows(list, first, last);
+  return lines;
+}
+
+void EmptyRows(CommandList& list, int first, int last) {
+  Clip(first, last);
+  if (first <= last) list.SetTexts(first, Texts(static_cast<std::size_t>(last - first + 1)));
+}
+
+int PasteRows(CommandList& list, int row, std::string_view text) {
+  Texts lines = LinesOf(text);
+  const int count = static_cast<int>(lines.size());
+  const int room = row >= 1 && row <= kListRows ? kListRows - row + 1 : 0;
+  const int written = std::min(count, room);
+  lines.resize(static_cast<std::size_t>(written));
+  list.SetTexts(row, lines);
+  return count - written;
+}
+
+bool InsertRows(CommandList& list, int row, int count) {
+  const int used = list.LastUsedRow();
+  if (row < 1 || count < 1 || row > used) return true;
+  if (count > kListRows - used) return false;
+  Texts texts = TextsOf(list, row, used);
+  texts.insert(texts.begin(), static_cast<std::size_t>(count), {});
+  list.SetTexts(row, texts);
+  return true;
+}
+
+void RemoveRows(CommandList& list, int first, int last) {
+  const int used = list.LastUsedRow();
+  Clip(first, last);
+  if (first > last || first > used) return;
+  Texts texts = TextsOf(list, last + 1, used);
+  texts.resize(static_cast<std::size_t>(used - first + 1));
+  list.SetTexts(first, texts);
+}
+
+}  // namespace kolvane::script

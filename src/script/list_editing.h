@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "script/command_list.h"
+
+/// What the grid's edit commands do to the rows `first` to `last`. Each call is one step of
+/// CommandList::Undo; rows outside the list are passed over.
+namespace kolvane::script {
+
+/// For the clipboard: the rows as lines, LF between them.
+std::string CopyRows(const CommandList& list, int first, int last);
+/// Copies the rows and empties them; the rows behind stay where they are.
+std::string CutRows(CommandList& list, int first, int last);
+void EmptyRows(CommandList& list, int first, int last);
+
+/// Writes the lines of `text` over the rows from `row` on. Returns how many lines found no row.
+int PasteRows(CommandList& list, int row, std::string_view text);
+
+/// Moves `row` and all behind it down by `count` rows. Returns false, and does nothing, where rows that hold
+/// text would leave the list.
+bool InsertRows(CommandList& list, int row, int count);
+/// Moves the rows behind `last` up to `first`.
+void RemoveRows(CommandList& list, int first, int last);
+
+}  // namespace kolvane::script

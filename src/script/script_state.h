@@ -1,0 +1,46 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace kolvane::script {
+
+inline constexpr int kLevels = 17;  ///< $REPEAT levels 0 to 16; a list's first block is level 1
+
+/// What the $ commands leave behind for the rows after them, across runs.
+struct InterpreterState {
+  std::int16_t RepeatLevel = 0;                     ///< open $REPEAT blocks; -1 after an $ENDREPEAT too many
+  std::array<std::int32_t, kLevels> RepeatCount{};  ///< passes left, by level
+  std::array<std::int16_t, kLevels> RepeatRow{};    ///< row of the $REPEAT, by level
+  std::int16_t IfDepth = 0;                         ///< $IF... executed and not yet closed
+  bool SkipRows = false;                            ///< the rows of a failed condition are passed over
+  std::vector<std::string> ParamList;               ///< empty only before the first $SPLITPARAMS
+  std::string ParamValue;                           ///< what $GETPARAM selected
+};
+
+/// What the buttons ask of a run, and whether one is on.
+struct RunFlags {
+  bool StopRequested = false;
+  bool BreakRequested = false;
+  std::int16_t ScriptRunning = 0;  ///< not 0 from a run's start to its end
+};
+
+/// The button TB_RECORD.
+struct RecordButton {
+  static constexpr int kOnImage = 16;
+  static constexpr int kOffImage = 14;
+
+  int tag = 0;  ///< 1 while sent commands are recorded
+  int image = kOffImage;
+};
+
+/// The command list's slice of the process-wide record.
+struct ScriptState {
+  InterpreterState interpreter;
+  RunFlags run;
+  RecordButton record;
+};
+
+}  // namespace kolvane::script

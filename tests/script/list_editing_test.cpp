@@ -1,0 +1,97 @@
+#include "script/list_editing.h"
+
+#include <gtest/gtest.h>
+
+#include "script/list_text.h"
+
+namespace kolvane::script {
+namespace {
+
+class ListEditingTest : public testing::Test {
+ protected:
+  void SetUp() override { FillList(list, "A|B|C|D"); }
+  CommandList list;
+};
+
+TEST_F(ListEditingTest, CopiesRowsAsLines) {
+  EXPECT_EQ(CopyRows(list, 2, 2), "B");
+  EXPECT_EQ(CopyRows(list, 2, 3), "B\nC");
+  EXPECT_EQ(CopyRows(list, 4, 5), "D\n");
+  EXPECT_EQ(CopyRows(list, 0, 1), "A");
+  EXPECT_EQ(CopyRows(list, 1024, 2000), "");
+  EXPECT_EQ(CopyRows(list, 3, 2), "");
+}
+
+TEST_F(ListEditingTest, CutsRowsAndLeavesTheRestInPlace) {
+  EXPECT_EQ(CutRows(list, 2, 3), "B\nC");
+  EXPECT_EQ(ListText(list), ">A|||D");
+  list.Undo();
+  EXPECT_EQ(ListText(list), ">A|B|C|D");
+}
+
+TEST_F(ListEditingTest, EmptiesRows) {
+  EmptyRows(list, 3, 2000);
+  EXPECT_EQ(ListText(list), ">A|B");
+  EmptyRows(list, 2, 1);
+  EXPECT_EQ(ListText(list), ">A|B");
+}
+
+TEST_F(ListEditingTest, PastesLinesOverRows) {
+  EXPECT_EQ(PasteRows(list, 2, "x\r\n$STOP\n"), 0);
+  EXPECT_EQ(ListText(list), ">A|x|$STOP|D");
+  EXPECT_EQ(list.TextColor(3), syntax_color::kSpecialCommand);
+  EXPECT_EQ(PasteRows(list, 4, "y\n\nz"), 0);
+  EXPECT_EQ(ListText(list), ">A|x|$STOP|y||z");
+  list.Undo();
+  EXPECT_EQ(ListText(list), ">A|x|$STOP|D");
+}
+
+TEST_F(ListEditingTest, PastingNothingChangesNothing) {
+  EXPECT_EQ(PasteRows(list, 1, ""), 0);
+  EXPECT_EQ(ListText(list), ">A|B|C|D");
+  EXPECT_EQ(list.Undo(), 0);
+}
+
+TEST_F(ListEditingTest, TellsHowManyPastedLinesFoundNoRow) {
+  EXPECT_EQ(PasteRows(list, 1023, "x\ny"), 0);
+  EXPECT_EQ(PasteRows(list, 1023, "x\ny\nz"), 1);
+  EXPECT_EQ(list.Text(1024), "y");
+  EXPECT_EQ(PasteRows(list, 1025, "x"), 1);
+  EXPECT_EQ(PasteRows(list, 0, "x"), 1);
+}
+
+TEST_F(ListEditingTest, InsertsRows) {
+  EXPECT_TRUE(InsertRows(list, 2, 2));
+  EXPECT_EQ(ListText(list), ">A|||B|C|D");
+  list.Undo();
+  EXPECT_EQ(ListText(list), ">A|B|C|D");
+  EXPECT_TRUE(InsertRows(list, 5, 1));
+  EXPECT_TRUE(InsertRows(list, 0, 1));
+  EXPECT_TRUE(InsertRows(list, 1, 0));
+  EXPECT_EQ(ListText(list), ">A|B|C|D");
+}
+
+TEST_F(ListEditingTest, InsertsNothingThatPushesTextOutOfTheList) {
+  EXPECT_TRUE(InsertRows(list, 1, 1020));
+  EXPECT_EQ(list.Text(1024), "D");
+  EXPECT_FALSE(InsertRows(list, 1, 1));
+  EXPECT_EQ(list.Text(1024), "D");
+  EXPECT_FALSE(InsertRows(list, 1, 2000000000));
+}
+
+TEST_F(ListEditingTest, RemovesRows) {
+  RemoveRows(list, 2, 3);
+  EXPECT_EQ(ListText(list), ">A|D");
+  list.Undo();
+  EXPECT_EQ(ListText(list), ">A|B|C|D");
+  RemoveRows(list, 3, 2000);
+  EXPECT_EQ(ListText(list), ">A|B");
+  RemoveRows(list, 3, 4);
+  RemoveRows(list, 2, 1);
+  EXPECT_EQ(ListText(list), ">A|B");
+  RemoveRows(list, -5, 1);
+  EXPECT_EQ(ListText(list), ">B");
+}
+
+}  // namespace
+}  // namespace kolvane::script
