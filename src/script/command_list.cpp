@@ -46,7 +46,7 @@ bool CommandList::AddToScript(std::string_view command) {
   if (!IsRow(row)) return false;
   SetText(row, command);
   if (!InUse()) SetCurrentRow(row);
-  SetModified(true);
+  SetModified();
   return true;
 }
 
@@ -113,6 +113,12 @@ void CommandList::SetFileName(std::string name) {
   TellFile();
 }
 
+void CommandList::MarkSaved() {
+  left_out_ = 0;
+  modified_ = false;
+  TellFile();
+}
+
 Color CommandList::ColorOf(std::string_view text) const {
   const std::string_view trimmed = base::TrimBlanks(text);
   switch (trimmed.empty() ? '\0' : trimmed.front()) {
@@ -136,11 +142,11 @@ void CommandList::Replace(int first, const std::vector<std::string>& texts) {
     if (!InUse()) target.highlighted = false;
   }
   TellRows(first, row - 1);
-  SetModified(true);
+  SetModified();
 }
 
-void CommandList::SetModified(bool modified) {
-  if (std::exchange(modified_, modified) != modified) TellFile();
+void CommandList::SetModified() {
+  if (!std::exchange(modified_, true)) TellFile();
 }
 
 }  // namespace kolvane::script

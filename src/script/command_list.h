@@ -77,7 +77,8 @@ class CommandList {
   std::size_t left_out() const { return left_out_; }           ///< lines of the file beyond the last row
   bool modified() const { return modified_; }
   void SetFileName(std::string name);
-  void MarkSaved() { SetModified(false); }
+  /// The file holds what the list holds.
+  void MarkSaved();
 
   bool InUse() const { return run_ != nullptr && run_->ScriptRunning != 0; }
 
@@ -95,7 +96,7 @@ class CommandList {
   Color ColorOf(std::string_view text) const;
   void Replace(int first, const std::vector<std::string>& texts);
   void Fill(std::vector<std::string> rows);
-  void SetModified(bool modified);
+  void SetModified();
   void TellRows(int first, int last) {
     if (observer_ != nullptr) observer_->RowsChanged(first, last);
   }

@@ -191,13 +191,16 @@ TEST(CommandListTest, TellsItsObserverWhatChanged) {
   list.ClearLineSelection(3);
   EXPECT_EQ(observer.calls, (Calls{"rows 3-3", "file", "current 3", "rows 3-3", "rows 3-3"}));
 
+  EXPECT_TRUE(list.modified());
+
   observer.calls.clear();
   list.SetText(3, "B");
-  list.MarkSaved();
+  list.SetText(3, "C");
   list.MarkSaved();
   list.SetFileName("x");
   list.ShowFile("y", {"A"}, 0);
-  EXPECT_EQ(observer.calls, (Calls{"rows 3-3", "file", "file", "rows 1-1024", "current 1", "file"}));
+  EXPECT_EQ(observer.calls,
+            (Calls{"rows 3-3", "rows 3-3", "file", "file", "rows 1-1024", "current 1", "file"}));
 
   observer.calls.clear();
   list.Observe(nullptr);

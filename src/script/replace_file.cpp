@@ -1,0 +1,115 @@
+#include "script/replace_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <filesystem>
+#include <utility>
+
+namespace kolvane::script {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kLinkLimit = 40;
+constexpr int kNameTries = 100;
+constexpr mode_t kNewMode = 0666;
+
+class OpenFile {
+ public:
+  explicit OpenFile(int descriptor) : descriptor_(descriptor) {}
+  ~OpenFile() {
+    if (descriptor_ >= 0) close(descriptor_);
+  }
+  OpenFile(const OpenFile&) = delete;
+  OpenFile& operator=(const OpenFile&) = delete;
+
+  int get() const { return descriptor_; }
+  bool Close() { return close(std::exchange(descriptor_, -1)) == 0; }
+
+ private:
+  int descriptor_;
+};
+
+// The name at the end of a chain of links; the file itself need not be there.
+int FollowLinks(fs::path& path) {
+  std::error_code error;
+  for (int links = 0; fs::is_symlink(fs::symlink_status(path, error)); ++links) {
+    if (links == kLinkLimit) return ELOOP;
+    path = path.parent_path() / fs::read_symlink(path, error);
+    if (error) return error.value();
+  }
+  return 0;
+}
+
+bool WriteAll(int descriptor, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t written = write(descriptor, bytes.data(), bytes.size());
+    if (written < 0 && errno == EINTR) continue;
+    if (written < 0) return false;
+    bytes.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return true;
+}
+
+int WriteInPlace(const fs::path& path, std::string_view bytes) {
+  OpenFile file(open(path.c_str(), O_WRONLY | O_CLOEXEC));
+  return file.get() >= 0 && WriteAll(file.get(), bytes) && file.Close() ? 0 : errno;
+}
+
+// A new file beside `path`, whose name it returns in `beside`.
+int CreateBeside(const fs::path& path, fs::path& beside) {
+  for (int number = 0; number < kNameTries; ++number) {
+    beside = path.parent_path() / (".kolvane-" + std::to_string(getpid()) + "-" + std::to_string(number));
+    const int descriptor = open(beside.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kNewMode);
+    if (descriptor >= 0 || errno != EEXIST) return descriptor;
+  }
+  return -1;
+}
+
+// The owner first, since a change of owner takes mode bits away; not everybody may give a file away.
+bool TakeOver(int descriptor, const struct stat& old) {
+  [[maybe_unused]] const int owned = fchown(descriptor, old.st_uid, old.st_gid);
+  return fchmod(descriptor, old.st_mode & 07777) == 0;
+}
+
+bool Fill(OpenFile& file, const struct stat* old, std::string_view bytes) {
+  return (old == nullptr || TakeOver(file.get(), *old)) && WriteAll(file.get(), bytes) &&
+         fsync(file.get()) == 0 && file.Close();
+}
+
+// Makes the new name last; where the folder cannot be flushed the file is there all the same.
+void FlushFolder(const fs::path& folder) {
+  OpenFile opened(open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (opened.get() >= 0) fsync(opened.get());
+}
+
+int Exchange(const fs::path& path, const struct stat* old, std::string_view bytes) {
+  fs::path beside;
+  OpenFile file(CreateBeside(path, beside));
+  if (file.get() < 0) return errno;
+  if (!Fill(file, old, bytes) || rename(beside.c_str(), path.c_str()) != 0) {
+    const int error = errno;
+    unlink(beside.c_str());
+    return error;
+  }
+  FlushFolder(path.parent_path());
+  return 0;
+}
+
+}  // namespace
+
+int ReplaceFile(const std::string& name, std::string_view bytes) {
+  fs::path path = name;
+  if (const int error = FollowLinks(path)) return error;
+  struct stat old {};
+  if (stat(path.c_str(), &old) != 0) return errno == ENOENT ? Exchange(path, nullptr, bytes) : errno;
+  if (!S_ISREG(old.st_mode)) return WriteInPlace(path, bytes);
+  if (faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0) return errno;
+  return Exchange(path, &old, bytes);
+}
+
+}  // namespace kolvane::script

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "script/file_result.h"
+
+/// Every text that the command list shows.
+namespace kolvane::script::texts {
+
+inline constexpr std::string_view kUnknownCommand = "Unbekannter $ Befehl";
+inline constexpr std::string_view kNoJumpTarget = "Sprungziel nicht gefunden";
+inline constexpr std::string_view kLogAlreadyOpen = "Logdatei bereits geöffnet";
+inline constexpr std::string_view kNoLogOpen = "Keine Logdatei geöffnet";
+inline constexpr std::string_view kNoSuchParameter = "Ungültige Parameterposition";
+
+inline constexpr std::string_view kListFull =
+    "Die Befehlsliste ist voll. Der Befehl wurde nicht aufgezeichnet.";
+
+inline std::string ErrorInRow(int row, std::string_view error) {
+  return "Fehler in Befehlsliste (Zeile " + std::to_string(row) + "): " + std::string(error);
+}
+
+/// For the second status bar; an empty name is that of a new list.
+std::string ListStatus(std::string_view file_name, std::size_t left_out);
+
+/// For a message box; empty for a result that is none.
+std::string FileFailure(const FileResult& result);
+
+}  // namespace kolvane::script::texts

@@ -1,0 +1,154 @@
+#include "script/command_file_menu.h"
+
+#include <gtest/gtest.h>
+
+#include "script/list_text.h"
+#include "script/temp_folder.h"
+#include "script/texts.h"
+#include "terminal/session_fakes.h"
+
+namespace kolvane::script {
+namespace {
+
+using Calls = std::vector<std::string>;
+
+class FakeDialogs final : public CommandFileDialogs {
+ public:
+  std::optional<std::string> AskOpenName() override {
+    calls.emplace_back("open");
+    return answer;
+  }
+  std::optional<std::string> AskSaveName() override {
+    calls.emplace_back("save");
+    return answer;
+  }
+
+  std::optional<std::string> answer;
+  Calls calls;
+};
+
+class CommandFileMenuTest : public testing::Test {
+ protected:
+  std::string Status() const { return texts::ListStatus(list.file_name(), list.left_out()); }
+
+  TempFolder folder;
+  std::string file = folder.Path("a.CMD");
+  RunFlags run;
+  CommandList list{&run};
+  FakeDialogs dialogs;
+  terminal::FakePrompt prompt;
+  CommandFileMenu menu{list, dialogs, prompt};
+};
+
+TEST_F(CommandFileMenuTest, OpensTheChosenFile) {
+  WriteBytes(file, "A\r\nB\r\n");
+  dialogs.answer = file;
+  menu.Open();
+  EXPECT_EQ(ListText(list), ">A|B");
+  EXPECT_EQ(Status(), "Befehlsliste: " + file);
+
+  dialogs.answer.reset();
+  menu.Open();
+  EXPECT_EQ(ListText(list), ">A|B");
+  EXPECT_EQ(dialogs.calls, (Calls{"open", "open"}));
+}
+
+TEST_F(CommandFileMenuTest, ShowsWhyAFileCannotBeOpened) {
+  menu.OpenFile("/none/x.CMD");
+  EXPECT_EQ(prompt.errors, Calls{"Die Befehlsliste \"/none/x.CMD\" kann nicht gelesen werden: "
+                                 "Datei oder Ordner nicht gefunden."});
+  EXPECT_EQ(Status(), "Befehlsliste: Unbenannt");
+}
+
+TEST_F(CommandFileMenuTest, SavesUnderTheCurrentName) {
+  WriteBytes(file, "A\r\n");
+  menu.OpenFile(file);
+  list.SetText(2, "B");
+  EXPECT_TRUE(list.modified());
+  menu.Save();
+  EXPECT_FALSE(list.modified());
+  EXPECT_EQ(ReadBytes(file).substr(0, 10), "A\r\nB\r\n\r\n\r\n");
+  EXPECT_EQ(dialogs.calls, Calls{});
+}
+
+TEST_F(CommandFileMenuTest, SavesANewListUnderANameForThisOnce) {
+  FillList(list, "A");
+  menu.Save();
+  EXPECT_EQ(folder.Names(), Calls{});
+
+  dialogs.answer = file;
+  list.SetText(1, "B");
+  menu.Save();
+  EXPECT_EQ(ReadBytes(file).size(), 1024 * 2 + 1u);
+  EXPECT_EQ(Status(), "Befehlsliste: Unbenannt");
+  EXPECT_FALSE(list.modified());
+  menu.Save();
+  EXPECT_EQ(dialogs.calls, (Calls{"save", "save", "save"}));
+}
+
+TEST_F(CommandFileMenuTest, SaveAsEmptiesTheFileAndTakesItsName) {
+  WriteBytes(file, "old");
+  FillList(list, "A|B");
+  list.SetCurrentRow(2);
+  menu.SaveAs();
+  EXPECT_EQ(ListText(list), "A|>B");
+
+  dialogs.answer = file;
+  menu.SaveAs();
+  EXPECT_EQ(ReadBytes(file), "");
+  EXPECT_EQ(ListText(list), ">A|B");
+  EXPECT_EQ(Status(), "Befehlsliste: " + file);
+  menu.Save();
+  EXPECT_EQ(ReadBytes(file).substr(0, 6), "A\r\nB\r\n");
+  EXPECT_EQ(ReadBytes(file).size(), 1024 * 2 + 2u);
+}
+
+TEST_F(CommandFileMenuTest, AFailedWriteIsShownAndChangesNothing) {
+  FillList(list, "A");
+  list.SetText(1, "B");
+  dialogs.answer = "/dev/full";
+  menu.Save();
+  EXPECT_TRUE(list.modified());
+  dialogs.answer = folder.Path("none/a.CMD");
+  menu.SaveAs();
+  EXPECT_EQ(Status(), "Befehlsliste: Unbenannt");
+  EXPECT_EQ(prompt.errors,
+            (Calls{"Die Befehlsliste \"/dev/full\" kann nicht geschrieben werden: Der Datenträger ist voll.",
+                   "Die Befehlsliste \"" + folder.Path("none/a.CMD") +
+                       "\" kann nicht geschrieben werden: Datei oder Ordner nicht gefunden."}));
+}
+
+TEST_F(CommandFileMenuTest, NewEmptiesTheList) {
+  WriteBytes(file, "A\r\n");
+  menu.OpenFile(file);
+  menu.New();
+  EXPECT_EQ(ListText(list), "");
+  EXPECT_EQ(Status(), "Befehlsliste: Unbenannt");
+}
+
+TEST_F(CommandFileMenuTest, DuringARunOnlySaveActs) {
+  WriteBytes(file, "A\r\n");
+  menu.OpenFile(file);
+  dialogs.answer = folder.Path("b.CMD");
+  run.ScriptRunning = 1;
+  menu.New();
+  menu.Open();
+  menu.OpenFile(folder.Path("b.CMD"));
+  menu.SaveAs();
+  EXPECT_EQ(dialogs.calls, Calls{});
+  EXPECT_EQ(prompt.errors, Calls{});
+  EXPECT_EQ(ListText(list), ">A");
+  menu.Save();
+  EXPECT_EQ(ReadBytes(file).size(), 1024 * 2 + 1u);
+}
+
+TEST_F(CommandFileMenuTest, TheStatusTellsWhatWasLeftOutUntilTheFileIsSaved) {
+  WriteBytes(file, std::string(1026, '\n'));
+  menu.OpenFile(file);
+  EXPECT_EQ(Status(), "Befehlsliste: " + file + " (2 Zeilen nicht geladen)");
+  menu.Save();
+  EXPECT_EQ(Status(), "Befehlsliste: " + file);
+}
+
+}  // namespace
+}  // namespace kolvane::script

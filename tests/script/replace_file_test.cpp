@@ -1,0 +1,167 @@
+#include "script/replace_file.h"
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+
+#include "script/temp_folder.h"
+
+namespace kolvane::script {
+namespace {
+
+namespace fs = std::filesystem;
+using Names = std::vector<std::string>;
+
+/// Lets no file grow beyond `bytes`, as a full disk would.
+class SmallFiles {
+ public:
+  explicit SmallFiles(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
+    getrlimit(RLIMIT_FSIZE, &old_);
+    const rlimit small{bytes, old_.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+  }
+  ~SmallFiles() {
+    setrlimit(RLIMIT_FSIZE, &old_);
+    std::signal(SIGXFSZ, handler_);
+  }
+  SmallFiles(const SmallFiles&) = delete;
+  SmallFiles& operator=(const SmallFiles&) = delete;
+
+ private:
+  void (*handler_)(int);
+  rlimit old_{};
+};
+
+/// Takes the rights of the superuser away, who may write any file.
+class Nobody {
+ public:
+  Nobody() : user_(geteuid()) {
+    if (user_ == 0) {
+      EXPECT_EQ(seteuid(65534), 0);
+    }
+  }
+  ~Nobody() { EXPECT_EQ(seteuid(user_), 0); }
+  Nobody(const Nobody&) = delete;
+  Nobody& operator=(const Nobody&) = delete;
+
+ private:
+  uid_t user_;
+};
+
+class ReplaceFileTest : public testing::Test {
+ protected:
+  mode_t ModeOf(const std::string& path) {
+    struct stat status {};
+    EXPECT_EQ(stat(path.c_str(), &status), 0);
+    return status.st_mode & 07777;
+  }
+
+  TempFolder folder;
+  std::string file = folder.Path("a.CMD");
+};
+
+TEST_F(ReplaceFileTest, MakesANewFileAsTheMaskAllows) {
+  const mode_t mask = umask(027);
+  EXPECT_EQ(ReplaceFile(file, "new"), 0);
+  umask(mask);
+  EXPECT_EQ(ReadBytes(file), "new");
+  EXPECT_EQ(ModeOf(file), 0640u);
+  EXPECT_EQ(folder.Names(), Names{"a.CMD"});
+}
+
+TEST_F(ReplaceFileTest, KeepsTheModeOfTheOldFile) {
+  WriteBytes(file, "old and longer");
+  chmod(file.c_str(), 0604);
+  EXPECT_EQ(ReplaceFile(file, "new"), 0);
+  EXPECT_EQ(ReadBytes(file), "new");
+  EXPECT_EQ(ModeOf(file), 0604u);
+}
+
+TEST_F(ReplaceFileTest, ReplacesAtOnceSoThatAnOpenFileStaysWhole) {
+  WriteBytes(file, "old");
+  std::ifstream reader(file);
+  EXPECT_EQ(ReplaceFile(file, "new"), 0);
+  std::string seen;
+  reader >> seen;
+  EXPECT_EQ(seen, "old");
+}
+
+TEST_F(ReplaceFileTest, FollowsLinks) {
+  fs::create_directory(folder.Path("sub"));
+  WriteBytes(folder.Path("sub/target"), "old");
+  fs::create_symlink("sub/second", file);
+  fs::create_symlink("target", folder.Path("sub/second"));
+  EXPECT_EQ(ReplaceFile(file, "new"), 0);
+  EXPECT_EQ(ReadBytes(folder.Path("sub/target")), "new");
+  EXPECT_TRUE(fs::is_symlink(file));
+  EXPECT_TRUE(fs::is_symlink(folder.Path("sub/second")));
+}
+
+TEST_F(ReplaceFileTest, ALinkToNothingMakesTheFile) {
+  fs::create_symlink(folder.Path("target"), file);
+  EXPECT_EQ(ReplaceFile(file, "new"), 0);
+  EXPECT_TRUE(fs::is_symlink(file));
+  EXPECT_EQ(ReadBytes(folder.Path("target")), "new");
+}
+
+TEST_F(ReplaceFileTest, ALinkInACircleFails) {
+  fs::create_symlink("a.CMD", file);
+  EXPECT_EQ(ReplaceFile(file, "new"), ELOOP);
+}
+
+TEST_F(ReplaceFileTest, WhatCannotBeWrittenWholeLeavesTheOldFile) {
+  WriteBytes(file, "old");
+  {
+    const SmallFiles small(1000);
+    EXPECT_EQ(ReplaceFile(file, std::string(1001, 'x')), EFBIG);
+    EXPECT_EQ(ReadBytes(file), "old");
+    EXPECT_EQ(folder.Names(), Names{"a.CMD"});
+    EXPECT_EQ(ReplaceFile(file, std::string(1000, 'x')), 0);
+  }
+  EXPECT_EQ(ReadBytes(file).size(), 1000u);
+}
+
+TEST_F(ReplaceFileTest, LeftOversOfACrashAreNotInTheWay) {
+  WriteBytes(folder.Path(".kolvane-" + std::to_string(getpid()) + "-0"), "left over");
+  EXPECT_EQ(ReplaceFile(file, "new"), 0);
+  EXPECT_EQ(ReadBytes(file), "new");
+}
+
+TEST_F(ReplaceFileTest, WritesToADeviceDirectly) {
+  EXPECT_EQ(ReplaceFile("/dev/null", "gone"), 0);
+  EXPECT_EQ(ReplaceFile("/dev/full", "too much"), ENOSPC);
+  EXPECT_TRUE(fs::is_character_file("/dev/full"));
+}
+
+TEST_F(ReplaceFileTest, TellsWhyItCannotWrite) {
+  EXPECT_EQ(ReplaceFile(folder.Path("none/a.CMD"), "x"), ENOENT);
+  EXPECT_EQ(ReplaceFile(folder.Path(""), "x"), EISDIR);
+  EXPECT_EQ(ReplaceFile("", "x"), ENOENT);
+  EXPECT_EQ(ReplaceFile(folder.Path(std::string(300, 'n')), "x"), ENAMETOOLONG);
+  WriteBytes(file, "old");
+  EXPECT_EQ(ReplaceFile(file + "/b", "x"), ENOTDIR);
+}
+
+TEST_F(ReplaceFileTest, AFileThatMayNotBeWrittenIsNotReplaced) {
+  WriteBytes(file, "old");
+  chmod(file.c_str(), 0444);
+  chmod(folder.Path("").c_str(), 0777);
+  const Nobody nobody;
+  EXPECT_EQ(ReplaceFile(file, "new"), EACCES);
+  EXPECT_EQ(ReadBytes(file), "old");
+}
+
+TEST_F(ReplaceFileTest, ANameWithoutFolderStandsInTheCurrentOne) {
+  const fs::path before = fs::current_path();
+  fs::current_path(folder.Path(""));
+  EXPECT_EQ(ReplaceFile("plain", "new"), 0);
+  fs::current_path(before);
+  EXPECT_EQ(ReadBytes(folder.Path("plain")), "new");
+}
+
+}  // namespace
+}  // namespace kolvane::script
