@@ -1,0 +1,171 @@
+#include "script/interpreter.h"
+
+#include "base/folding.h"
+#include "base/number.h"
+#include "base/runtime_error.h"
+#include "device/device_status.h"
+#include "script/counter.h"
+#include "script/texts.h"
+
+namespace kolvane::script {
+namespace {
+
+constexpr std::string_view kDone;
+
+/// ON and OFF in any letter case; any other word changes nothing.
+void Switch(bool& flag, std::string_view word) {
+  if (base::EqualsNoCase(word, "ON")) flag = true;
+  if (base::EqualsNoCase(word, "OFF")) flag = false;
+}
+
+}  // namespace
+
+const Interpreter::Command Interpreter::kCommands[] = {
+    {"$REPEAT", &Interpreter::Repeat},       {"$ENDREPEAT", &Interpreter::EndRepeat},
+    {"$DELAY", &Interpreter::Delay},         {"$STOP", &Interpreter::Stop},
+    {"$IFERR", &Interpreter::IfError},       {"$IFEQUAL", &Interpreter::IfEqual},
+    {"$IFGREATER", &Interpreter::IfGreater}, {"$IFLESS", &Interpreter::IfLess},
+    {"$ENDIF", &Interpreter::EndIf},         {"$GOTO", &Interpreter::GoTo},
+    {"$OPENLOG", &Interpreter::OpenLog},     {"$WRITELOG", &Interpreter::WriteLog},
+    {"$CLOSELOG", &Interpreter::CloseLog},   {"$SPLITPARAMS", &Interpreter::SplitParams},
+    {"$GETPARAM", &Interpreter::GetParam},   {"$CLEAR", &Interpreter::Clear},
+    {"$SILENT", &Interpreter::Silent},       {"$AUTOLOG", &Interpreter::AutoLog},
+};
+
+bool Interpreter::RunSpecialCommand(std::string_view line) {
+  try {
+    const std::string_view error = Execute(SpecialLine(line));
+    if (error.empty()) return true;
+    errors_.Report(error);
+  } catch (const base::RuntimeError& error) {
+    errors_.Report(error.what());
+  }
+  return false;
+}
+
+std::string_view Interpreter::Execute(const SpecialLine& line) {
+  for (const Command& command : kCommands) {
+    if (command.word == line.Command()) return (this->*command.action)(line);
+  }
+  return texts::kUnknownCommand;
+}
+
+std::string_view Interpreter::Repeat(const SpecialLine& line) {
+  InterpreterState& state = links_.state;
+  Count<std::int16_t>(state.RepeatLevel, 1);
+  const std::int32_t passes = base::RoundToInt32(line.Number());
+  At(state.RepeatCount, state.RepeatLevel) = passes;
+  At(state.RepeatRow, state.RepeatLevel) = static_cast<std::int16_t>(list_.current_row());
+  return kDone;
+}
+
+// The block has run once when its end is reached for the first time, hence n + 1 passes.
+std::string_view Interpreter::EndRepeat(const SpecialLine& /*line*/) {
+  InterpreterState& state = links_.state;
+  std::int32_t& passes = At(state.RepeatCount, state.RepeatLevel);
+  Count<std::int32_t>(passes, -1);
+  if (passes >= 0) {
+    list_.ClearLineSelection(list_.current_row());
+    list_.SetCurrentRow(At(state.RepeatRow, state.RepeatLevel));
+  } else {
+    Count<std::int16_t>(state.RepeatLevel, -1);
+  }
+  return kDone;
+}
+
+std::string_view Interpreter::Delay(const SpecialLine& line) {
+  const std::int32_t milliseconds = base::RoundToInt32(line.Number());
+  device::PortLibrary* library = links_.libraries.Library();
+  links_.device.last_result =
+      library == nullptr ? device::device_status::kNoPortLibrary : library->Delay(milliseconds);
+  return kDone;
+}
+
+std::string_view Interpreter::Stop(const SpecialLine& /*line*/) {
+  list_.SetCurrentRow(kListRows);
+  return kDone;
+}
+
+std::string_view Interpreter::IfError(const SpecialLine& /*line*/) {
+  return Condition(links_.terminal.last_answer.text.starts_with('?') || links_.device.last_result < 0);
+}
+
+// Texts, not numbers, are compared, and the argument stands on the left.
+std::string_view Interpreter::IfEqual(const SpecialLine& line) {
+  return Condition(line.Argument() == links_.state.ParamValue);
+}
+
+std::string_view Interpreter::IfGreater(const SpecialLine& line) {
+  return Condition(line.Argument() > links_.state.ParamValue);
+}
+
+std::string_view Interpreter::IfLess(const SpecialLine& line) {
+  return Condition(line.Argument() < links_.state.ParamValue);
+}
+
+std::string_view Interpreter::Condition(bool holds) {
+  links_.state.SkipRows = !holds;
+  Count<std::int16_t>(links_.state.IfDepth, 1);
+  return kDone;
+}
+
+// The runner closes the condition: it must do so while rows are being skipped, too.
+std::string_view Interpreter::EndIf(const SpecialLine& /*line*/) { return kDone; }
+
+std::string_view Interpreter::GoTo(const SpecialLine& line) {
+  const std::string target = std::string(line.Argument()) + ":";
+  list_.ClearLineSelection(list_.current_row());
+  for (int row = 1; row <= kListRows; ++row) {
+    list_.SetCurrentRow(row);
+    if (base::EqualsNoCase(list_.Text(row), target)) return kDone;
+  }
+  return texts::kNoJumpTarget;
+}
+
+std::string_view Interpreter::OpenLog(const SpecialLine& line) {
+  if (links_.log.LogOpen()) return texts::kLogAlreadyOpen;
+  links_.log.OpenLog(std::string(line.Unquoted()));
+  return kDone;
+}
+
+std::string_view Interpreter::WriteLog(const SpecialLine& line) {
+  if (!links_.log.LogOpen()) return texts::kNoLogOpen;
+  links_.log.WriteLogLine(line.Unquoted());
+  return kDone;
+}
+
+std::string_view Interpreter::CloseLog(const SpecialLine& /*line*/) {
+  links_.log.CloseLog();
+  return kDone;
+}
+
+std::string_view Interpreter::SplitParams(const SpecialLine& /*line*/) {
+  links_.state.ParamList = links_.terminal.last_answer.Fields();
+  return kDone;
+}
+
+std::string_view Interpreter::GetParam(const SpecialLine& line) {
+  const std::vector<std::string>& fields = links_.state.ParamList;
+  const double position = line.Number();
+  if (fields.empty()) throw base::RuntimeError(base::RuntimeError::Kind::kSubscript);
+  if (position < 1 || position > static_cast<double>(fields.size())) return texts::kNoSuchParameter;
+  links_.state.ParamValue = fields[static_cast<std::size_t>(base::RoundToInt32(position - 1))];
+  return kDone;
+}
+
+std::string_view Interpreter::Clear(const SpecialLine& /*line*/) {
+  links_.pane.Clear();
+  return kDone;
+}
+
+std::string_view Interpreter::Silent(const SpecialLine& line) {
+  Switch(links_.terminal.output.SilentMode, line.Argument());
+  return kDone;
+}
+
+std::string_view Interpreter::AutoLog(const SpecialLine& line) {
+  Switch(links_.terminal.output.log_recording, line.Argument());
+  return kDone;
+}
+
+}  // namespace kolvane::script

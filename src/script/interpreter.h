@@ -1,0 +1,73 @@
+#pragma once
+
+#include <string_view>
+
+#include "device/device_state.h"
+#include "device/port_library_source.h"
+#include "script/command_list.h"
+#include "script/list_errors.h"
+#include "script/script_log.h"
+#include "script/script_state.h"
+#include "script/special_line.h"
+#include "terminal/pane.h"
+#include "terminal/terminal_state.h"
+
+namespace kolvane::script {
+
+/// What the $ commands work on besides the list.
+struct InterpreterLinks {
+  InterpreterState& state;
+  terminal::TerminalState& terminal;     ///< last answer, silent mode, recording flag
+  device::DeviceState& device;           ///< how the last operation ended
+  device::PortLibrarySource& libraries;  ///< $DELAY
+  terminal::Pane& pane;                  ///< $CLEAR
+  ScriptLog& log;
+};
+
+/// Carries out the rows that begin with "$". It steers a run only by the list's current row and by its state.
+class Interpreter {
+ public:
+  Interpreter(CommandList& list, ListErrors& errors, const InterpreterLinks& links)
+      : list_(list), errors_(errors), links_(links) {}
+
+  /// Carries out `line`, the row that is current. Returns false where that ended in an error, which has been
+  /// reported then; what the command had changed before it failed stays changed.
+  bool RunSpecialCommand(std::string_view line);
+
+ private:
+  /// Returns the error's text, empty for none.
+  using Action = std::string_view (Interpreter::*)(const SpecialLine&);
+  struct Command {
+    std::string_view word;
+    Action action;
+  };
+  static const Command kCommands[];
+
+  std::string_view Execute(const SpecialLine& line);
+  std::string_view Repeat(const SpecialLine& line);
+  std::string_view EndRepeat(const SpecialLine& line);
+  std::string_view Delay(const SpecialLine& line);
+  std::string_view Stop(const SpecialLine& line);
+  std::string_view IfError(const SpecialLine& line);
+  std::string_view IfEqual(const SpecialLine& line);
+  std::string_view IfGreater(const SpecialLine& line);
+  std::string_view IfLess(const SpecialLine& line);
+  std::string_view EndIf(const SpecialLine& line);
+  std::string_view GoTo(const SpecialLine& line);
+  std::string_view OpenLog(const SpecialLine& line);
+  std::string_view WriteLog(const SpecialLine& line);
+  std::string_view CloseLog(const SpecialLine& line);
+  std::string_view SplitParams(const SpecialLine& line);
+  std::string_view GetParam(const SpecialLine& line);
+  std::string_view Clear(const SpecialLine& line);
+  std::string_view Silent(const SpecialLine& line);
+  std::string_view AutoLog(const SpecialLine& line);
+
+  std::string_view Condition(bool holds);
+
+  CommandList& list_;
+  ListErrors& errors_;
+  InterpreterLinks links_;
+};
+
+}  // namespace kolvane::script

@@ -1,0 +1,48 @@
+#include "script/special_line.h"
+
+#include <algorithm>
+
+#include "base/number.h"
+#include "base/runtime_error.h"
+
+namespace kolvane::script {
+namespace {
+
+char Upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+
+bool IsContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
+
+std::string_view WithoutLastCharacter(std::string_view text) {
+  while (!text.empty() && IsContinuation(text.back())) text.remove_suffix(1);
+  if (!text.empty()) text.remove_suffix(1);
+  return text;
+}
+
+}  // namespace
+
+SpecialLine::SpecialLine(std::string_view line) {
+  const std::string_view field = line.substr(0, line.find(','));
+  const std::size_t blank = std::min(field.find(' '), field.size());
+  if (blank <= kLongest) {
+    std::transform(field.begin(), field.begin() + blank, command_, Upper);
+    command_size_ = blank;
+  }
+  if (blank == field.size()) return;
+  has_argument_ = true;
+  argument_ = field.substr(blank + 1);
+  argument_ = argument_.substr(0, argument_.find(' '));
+}
+
+std::string_view SpecialLine::Argument() const {
+  if (!has_argument_) throw base::RuntimeError(base::RuntimeError::Kind::kSubscript);
+  return argument_;
+}
+
+double SpecialLine::Number() const { return base::LeadingNumber(Argument()); }
+
+std::string_view SpecialLine::Unquoted() const {
+  const std::string_view text = Argument();
+  return text.starts_with('"') ? WithoutLastCharacter(text.substr(1)) : text;
+}
+
+}  // namespace kolvane::script

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "device/fake_port_library.h"
+#include "script/command_list.h"
+#include "script/fake_script_log.h"
+#include "script/interpreter.h"
+#include "script/list_text.h"
+#include "script/script_state.h"
+#include "terminal/session_fakes.h"
+
+namespace kolvane::script {
+
+/// A list and its interpreter with nothing but fakes around them.
+struct ScriptBench {
+  using Lines = std::vector<std::string>;
+
+  /// Carries `line` out as the text of row `row`.
+  bool Do(std::string_view line, int row = 1) {
+    list.SetCurrentRow(row);
+    return interpreter.RunSpecialCommand(line);
+  }
+
+  /// The message that `line` ends in without the part that names row 1; empty where it ends well.
+  std::string ErrorOf(std::string_view line) {
+    prompt.errors.clear();
+    if (Do(line)) return {};
+    constexpr std::string_view kStart = "Fehler in Befehlsliste (Zeile 1): ";
+    const std::string message = prompt.errors.size() == 1 ? prompt.errors.front() : "not one message";
+    return message.starts_with(kStart) ? message.substr(kStart.size()) : message;
+  }
+
+  ScriptState state;
+  terminal::TerminalState terminal;
+  device::DeviceState device;
+  device::FakePortLibrary library;
+  device::FakePortLibrarySource libraries{&library};
+  terminal::FakePane pane;
+  terminal::FakePrompt prompt;
+  FakeScriptLog log;
+  CommandList list{&state.run};
+  ListErrors errors{list, prompt};
+  Interpreter interpreter{list, errors, {state.interpreter, terminal, device, libraries, pane, log}};
+};
+
+}  // namespace kolvane::script
