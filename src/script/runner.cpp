@@ -1,0 +1,150 @@
+#include "script/runner.h"
+
+#include "base/folding.h"
+#include "base/number.h"
+#include "base/runtime_error.h"
+#include "script/counter.h"
+#include "terminal/response_clock.h"
+#include "terminal/texts.h"
+
+namespace kolvane::script {
+namespace {
+
+constexpr std::string_view kEndIf = "$ENDIF";
+
+/// Undoes, however the run ends.
+template <typename Action>
+class AtEnd {
+ public:
+  explicit AtEnd(Action action) : action_(action) {}
+  ~AtEnd() { action_(); }
+  AtEnd(const AtEnd&) = delete;
+  AtEnd& operator=(const AtEnd&) = delete;
+
+ private:
+  Action action_;
+};
+
+}  // namespace
+
+void Runner::Play() {
+  if (running() || aborted_) return;
+  links_.host.LockGUI(true);
+  const AtEnd unlock([this] { links_.host.LockGUI(false); });
+  links_.state.run.StopRequested = false;
+  links_.state.run.BreakRequested = false;
+  RunCommandList(0);
+}
+
+void Runner::Stop() {
+  links_.state.run.StopRequested = true;
+  list_.ClearLineSelection(list_.current_row());
+}
+
+void Runner::RunCommandList(std::int16_t single_step) {
+  if (running() || aborted_) return;
+  links_.state.run.ScriptRunning = 1;
+  const AtEnd ended([this] { links_.state.run.ScriptRunning = 0; });
+  outcome_ = {};
+  if (single_step == 0) {
+    RunToEnd();
+  } else {
+    Step();
+  }
+}
+
+void Runner::RunToEnd() {
+  InterpreterState& state = links_.state.interpreter;
+  list_.ClearLineSelection(list_.current_row());
+  list_.SetCurrentRow(0);
+  while (!EndRequested()) {
+    list_.ClearLineSelection(list_.current_row());
+    list_.SetCurrentRow(list_.current_row() + 1);
+    if (list_.current_row() > kListRows) break;
+    Highlight(list_.current_row());
+    ExecuteRow();
+    if (state.IfDepth == 0) state.SkipRows = false;
+    links_.host.Yield();
+  }
+}
+
+void Runner::Step() {
+  const int row = list_.current_row();
+  if (ExecuteRow()) {
+    list_.ClearLineSelection(row);
+    list_.ClearLineSelection(list_.current_row());
+  }
+  if (list_.current_row() > kListRows || links_.state.run.StopRequested) return EndStepping();
+  StepOverFailedCondition();
+  list_.SetCurrentRow(list_.current_row() + 1);
+  Highlight(list_.current_row());
+}
+
+void Runner::EndStepping() {
+  InterpreterState& state = links_.state.interpreter;
+  state.IfDepth = 0;
+  state.RepeatLevel = 0;
+  state.SkipRows = false;
+  const int row = list_.current_row();
+  list_.SetCurrentRow(row > kListRows ? 1 : row + 1);
+}
+
+void Runner::StepOverFailedCondition() {
+  while (links_.state.interpreter.SkipRows && list_.current_row() < kListRows) {
+    list_.SetCurrentRow(list_.current_row() + 1);
+    ExecuteRow();
+  }
+}
+
+void Runner::Highlight(int row) {
+  list_.HighlightLine(row, kRunningRow.back, kRunningRow.fore, kRunningRow.bold);
+}
+
+bool Runner::ExecuteRow() {
+  line_ = base::TrimBlanks(list_.Text(list_.current_row()));
+  try {
+    if (LineEndsCondition()) EndIf();
+    return line_.empty() || line_.front() == '\'' || links_.state.interpreter.SkipRows || ExecuteLine();
+  } catch (const base::RuntimeError& error) {
+    errors_.Report(error.what());
+    outcome_.list_error = true;
+    return false;
+  }
+}
+
+bool Runner::ExecuteLine() {
+  if (line_.front() != '$') {
+    Exchange();
+    return true;
+  }
+  const bool done = interpreter_.RunSpecialCommand(line_);
+  outcome_.list_error |= !done;
+  return done;
+}
+
+void Runner::Exchange() {
+  const double start = links_.options.show_response_times ? terminal::DoubleMilliseconds(links_.clock) : 0;
+  Send();
+  if (links_.options.show_commands) links_.output.AddLine(line_, terminal::kCommandColor);
+  const terminal::PostSendRule rule = links_.session.PostSendCheck(line_);
+  if (!rule.continues && !rule.message.empty()) return links_.output.AddLine(rule.message);
+  outcome_.read_failed |= !links_.session.GetAnswer();
+  if (!links_.options.show_response_times) return;
+  const double elapsed = terminal::DoubleMilliseconds(links_.clock) - start;
+  links_.output.AppendText(terminal::texts::ResponseTime(base::DoubleText(elapsed, links_.decimal_sign)), 0);
+}
+
+void Runner::Send() {
+  if (links_.session.SendCommand(line_, false)) return;
+  (links_.device.connected ? outcome_.write_failed : outcome_.not_connected) = true;
+}
+
+bool Runner::LineEndsCondition() const { return base::EqualsNoCase(line_, kEndIf); }
+
+void Runner::EndIf() {
+  InterpreterState& state = links_.state.interpreter;
+  Count<std::int16_t>(state.IfDepth, -1);
+  if (state.IfDepth == 0) state.SkipRows = false;
+}
+
+}  // namespace kolvane::script

@@ -1,0 +1,94 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <utility>
+
+#include "base/clock.h"
+#include "script/interpreter.h"
+#include "script/run_host.h"
+#include "terminal/output.h"
+#include "terminal/session.h"
+
+namespace kolvane::script {
+
+/// What went wrong since a run or step began.
+struct RunOutcome {
+  bool list_error = false;     ///< a row ended in an error, which ended the run
+  bool not_connected = false;  ///< a command was dropped, since no connection came about
+  bool write_failed = false;
+  bool read_failed = false;  ///< an answer was an error or did not come
+
+  bool ExchangeFailed() const { return not_connected || write_failed || read_failed; }
+};
+
+/// What a run works on besides list and interpreter.
+struct RunnerLinks {
+  ScriptState& state;
+  terminal::Session& session;
+  const terminal::Options& options;
+  terminal::Output& output;
+  const device::DeviceState& device;
+  const base::Clock& clock;
+  RunHost& host;
+  std::string decimal_sign;  ///< in response times
+};
+
+/// Runs the command list: rows that begin with "$" through the interpreter, all others but comments, empty
+/// ones and those of a failed condition through the session. A run that is on is never entered again:
+/// whatever asks for another one in the meantime is refused and forgotten.
+class Runner {
+ public:
+  Runner(CommandList& list, Interpreter& interpreter, ListErrors& errors, RunnerLinks links)
+      : list_(list), interpreter_(interpreter), errors_(errors), links_(std::move(links)) {}
+
+  /// TB_PLAY: from the first row to the end or until Stop or Break.
+  void Play();
+  /// TB_SINGLESTEP: the current row. The row that the next step executes is highlighted then. Past the last
+  /// row, or after Stop, the loops and conditions end and the position moves on by one row instead; past the
+  /// last row it moves to row 1.
+  void SingleStep() { RunCommandList(1); }
+  /// TB_STOP: ends a run after the row in hand. Steps taken before the next Play end loops and conditions.
+  void Stop();
+  /// TB_BREAK: ends a run after the row in hand.
+  void Break() { links_.state.run.BreakRequested = true; }
+  /// The front end goes away: a run ends after the row in hand, and none begins any more.
+  void Abort() { aborted_ = true; }
+
+  /// Play without what it does around a run (0), or SingleStep (anything else).
+  void RunCommandList(std::int16_t single_step);
+
+  bool running() const { return links_.state.run.ScriptRunning != 0; }
+  /// Of the run or step in hand, or the last one.
+  const RunOutcome& outcome() const { return outcome_; }
+
+ private:
+  void RunToEnd();
+  void Step();
+  bool EndRequested() const {
+    return links_.state.run.StopRequested || links_.state.run.BreakRequested || aborted_;
+  }
+  void Highlight(int row);
+
+  /// The current row. Returns false where it ended in an error, which has been reported then.
+  bool ExecuteRow();
+  bool ExecuteLine();
+  void Exchange();
+  void Send();
+
+  bool LineEndsCondition() const;
+  void EndIf();
+
+  void EndStepping();
+  void StepOverFailedCondition();
+
+  CommandList& list_;
+  Interpreter& interpreter_;
+  ListErrors& errors_;
+  RunnerLinks links_;
+  RunOutcome outcome_;
+  std::string line_;  ///< the row in hand, trimmed; a copy, since a message box lets the user edit the list
+  bool aborted_ = false;
+};
+
+}  // namespace kolvane::script

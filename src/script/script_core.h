@@ -1,0 +1,60 @@
+#pragma once
+
+#include <string>
+
+#include "base/clock.h"
+#include "base/prompt.h"
+#include "device/device_state.h"
+#include "device/port_library_source.h"
+#include "script/command_list.h"
+#include "script/interpreter.h"
+#include "script/list_recorder.h"
+#include "script/run_host.h"
+#include "script/runner.h"
+#include "script/script_log.h"
+#include "script/script_state.h"
+#include "terminal/output.h"
+#include "terminal/pane.h"
+#include "terminal/session.h"
+#include "terminal/terminal_state.h"
+
+namespace kolvane::script {
+
+/// What a front end brings along for its command list.
+struct ScriptLinks {
+  ScriptState& state;
+  terminal::TerminalState& terminal;
+  device::DeviceState& device;
+  terminal::Session& session;
+  terminal::Output& output;
+  terminal::Pane& pane;
+  device::PortLibrarySource& libraries;
+  const base::Clock& clock;
+  base::Prompt& prompt;
+  ScriptLog& log;
+  RunHost& host;
+  std::string decimal_sign;
+};
+
+/// A command list, empty, with all that runs and records it, ready for use. What `links` refers to must
+/// outlive this.
+struct ScriptCore {
+  explicit ScriptCore(const ScriptLinks& links)
+      : list(&links.state.run),
+        errors(list, links.prompt),
+        interpreter(
+            list, errors,
+            {links.state.interpreter, links.terminal, links.device, links.libraries, links.pane, links.log}),
+        runner(list, interpreter, errors,
+               {links.state, links.session, links.terminal.options, links.output, links.device, links.clock,
+                links.host, links.decimal_sign}),
+        recorder(list, links.state.record, links.prompt) {}
+
+  CommandList list;
+  ListErrors errors;
+  Interpreter interpreter;
+  Runner runner;
+  ListRecorder recorder;
+};
+
+}  // namespace kolvane::script

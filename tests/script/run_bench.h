@@ -1,0 +1,76 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "device/fake_port_library.h"
+#include "script/fake_script_log.h"
+#include "script/list_text.h"
+#include "script/script_core.h"
+#include "terminal/session_bench.h"
+
+namespace kolvane::script {
+
+/// A front end that writes down the locks and, after each row, does what a test asks for.
+class FakeRunHost final : public RunHost {
+ public:
+  void LockGUI(bool flag) override { locks.push_back(flag); }
+  void Yield() override {
+    ++yields;
+    if (at_yield) at_yield();
+  }
+
+  std::vector<bool> locks;
+  int yields = 0;
+  std::function<void()> at_yield;
+};
+
+/// A prompt during whose error messages a test does something.
+class ActingPrompt final : public base::Prompt {
+ public:
+  void ShowError(std::string_view text) override {
+    errors.emplace_back(text);
+    if (at_error) at_error();
+  }
+  void ShowMessage(std::string_view text) override { messages.emplace_back(text); }
+
+  std::vector<std::string> errors;
+  std::vector<std::string> messages;
+  std::function<void()> at_error;
+};
+
+/// A command list with a session that is connected, and nothing but fakes around them.
+struct RunBench : terminal::SessionBench {
+  using Lines = std::vector<std::string>;
+
+  /// Fills the list, "|" between the rows, and runs it to its end.
+  void Play(std::string_view rows) {
+    FillList(core.list, rows);
+    core.runner.Play();
+  }
+
+  /// What went to the device, "|" between the commands.
+  std::string Sent() const {
+    std::string sent;
+    for (const std::string& call : device.calls) {
+      if (!call.starts_with("Write ")) continue;
+      const std::string command = call.substr(6, call.find('|') - 6);
+      sent += (sent.empty() ? "" : "|") + command;
+    }
+    return sent;
+  }
+
+  ScriptState script;
+  device::FakePortLibrary library;
+  device::FakePortLibrarySource libraries{&library};
+  terminal::FakeClock clock;
+  ActingPrompt box;
+  FakeScriptLog script_log;
+  FakeRunHost host;
+  ScriptCore core{
+      {script, state, device_state, session, output, pane, libraries, clock, box, script_log, host, ","}};
+};
+
+}  // namespace kolvane::script
