@@ -1,0 +1,71 @@
+#include <gtest/gtest.h>
+
+#include <cctype>
+#include <cstdlib>
+#include <filesystem>
+
+#include "script/list_run.h"
+#include "script/temp_folder.h"
+
+namespace kolvane::script {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::vector<std::string> ListNames() {
+  std::vector<std::string> names;
+  for (const auto& entry : fs::directory_iterator(KOLVANE_TEST_LISTS)) {
+    if (entry.path().extension() == ".CMD") names.push_back(entry.path().stem().string());
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+class GoldenListTest : public testing::TestWithParam<std::string> {
+ protected:
+  std::string Path(const char* kind) const {
+    return std::string(KOLVANE_TEST_LISTS) + "/" + GetParam() + "." + kind;
+  }
+
+  /// Compares `text` with the file of `kind`, where a missing file stands for an empty text; or renews it.
+  void Check(const char* kind, const std::string& text) const {
+    if (std::getenv("KOLVANE_RENEW_LISTS") == nullptr) {
+      EXPECT_EQ(text, ReadBytes(Path(kind))) << Path(kind);
+    } else if (text.empty()) {
+      fs::remove(Path(kind));
+    } else {
+      WriteBytes(Path(kind), text);
+    }
+  }
+};
+
+TEST_P(GoldenListTest, RunsAsItsFilesSay) {
+  const ListRun run(Path("CMD"), ReadBytes(Path("device")));
+  EXPECT_TRUE(run.loaded());
+  Check("device", run.Dialogue());
+  Check("pane", run.Pane());
+  Check("messages", run.Messages());
+  Check("log", run.Log());
+}
+
+std::string TestName(const testing::TestParamInfo<std::string>& info) {
+  std::string name = info.param;
+  std::erase_if(name, [](unsigned char c) { return std::isalnum(c) == 0; });
+  return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Lists, GoldenListTest, testing::ValuesIn(ListNames()), TestName);
+
+TEST(DialogueTest, EscapesWhatIsNoPlainCharacter) {
+  const std::string bytes("a\\\r\n\0\xFF z", 8);
+  EXPECT_EQ(dialogue::Escaped(bytes), "a\\\\\\r\\n\\x00\\xFF z");
+  EXPECT_EQ(dialogue::Unescaped(dialogue::Escaped(bytes)), bytes);
+}
+
+TEST(DialogueTest, RepliesBelongToTheCommandAboveThem) {
+  EXPECT_EQ(dialogue::Replies("> A\\n\n< 1\\r\\n\n< 2\n> B\n> C\n< 3\n"),
+            (std::vector<std::string>{"1\r\n2", "", "3"}));
+}
+
+}  // namespace
+}  // namespace kolvane::script
