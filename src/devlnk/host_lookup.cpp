@@ -1,69 +1,80 @@
 #include "devlnk/host_lookup.h"
 
-#include <ctime>
+#include <signal.h>
+
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <system_error>
+#include <thread>
 #include <utility>
-#include <vector>
 
 namespace kolvane::devlnk {
 namespace {
 
-/// A lookup that the system works on in a thread of its own; it must stay where it is until that is done.
-struct Request {
-  Request(std::string host_name, std::string port) : host(std::move(host_name)), service(std::move(port)) {
-    hints.ai_family = AF_UNSPEC;
-    hints.ai_socktype = SOCK_STREAM;
-    hints.ai_flags = AI_NUMERICSERV;
-    block.ar_name = host.c_str();
-    block.ar_service = service.c_str();
-    block.ar_request = &hints;
-  }
-  Request(const Request&) = delete;
-  Request& operator=(const Request&) = delete;
-  ~Request() {
-    if (block.ar_result != nullptr) freeaddrinfo(block.ar_result);
-  }
-
-  std::string host;
-  std::string service;
+addrinfo Hints(int flags) {
   addrinfo hints{};
-  gaicb block{};
+  hints.ai_family = AF_UNSPEC;
+  hints.ai_socktype = SOCK_STREAM;
+  hints.ai_flags = AI_NUMERICSERV | flags;
+  return hints;
+}
+
+/// The result of getaddrinfo: its code, and the list where that is 0.
+struct Answer {
+  int code = EAI_AGAIN;
+  AddressList addresses;
 };
 
-/// Requests that were given up while the system still worked on them. Never destroyed: the system may write
-/// to them until the process ends.
-std::vector<std::unique_ptr<Request>>& Abandoned() {
-  static auto* const list = new std::vector<std::unique_ptr<Request>>;
-  return *list;
+Answer Resolve(const std::string& host, const std::string& service, int flags) {
+  const addrinfo hints = Hints(flags);
+  addrinfo* found = nullptr;
+  const int code = getaddrinfo(host.c_str(), service.c_str(), &hints, &found);
+  return {code, AddressList(code == 0 ? found : nullptr)};
 }
 
-void FreeFinishedRequests() {
-  std::erase_if(Abandoned(),
-                [](const auto& request) { return gai_error(&request->block) != EAI_INPROGRESS; });
+/// Where the thread that waits for the name service leaves its answer; it may come after nobody waits any
+/// more.
+struct Lookup {
+  std::mutex mutex;
+  std::condition_variable answered;
+  bool done = false;
+  Answer answer;
+};
+
+void Work(const std::shared_ptr<Lookup>& lookup, const std::string& host, const std::string& service) {
+  Answer answer = Resolve(host, service, 0);
+  const std::lock_guard lock(lookup->mutex);
+  lookup->answer = std::move(answer);
+  lookup->done = true;
+  lookup->answered.notify_one();
 }
 
-void WaitUntilDone(gaicb& block, Deadline& deadline) {
-  const gaicb* const list[] = {&block};
-  int result = EAI_INTR;
-  while (result == EAI_INTR) {
-    const std::int32_t left = deadline.RemainingMs();
-    const timespec wait{left / 1000, (left % 1000) * 1'000'000L};
-    result = gai_suspend(list, 1, &wait);
+// The caller's signals are none of the thread's business. A name service cannot be asked to hurry, so the
+// thread is left to itself; the library stays loaded once it was (-z nodelete).
+void StartWork(const std::shared_ptr<Lookup>& lookup, const std::string& host, const std::string& service) {
+  sigset_t all;
+  sigset_t before;
+  sigfillset(&all);
+  pthread_sigmask(SIG_SETMASK, &all, &before);
+  try {
+    std::thread([lookup, host, service] { Work(lookup, host, service); }).detach();
+  } catch (const std::system_error&) {
+    lookup->answer.code = EAI_MEMORY;
+    lookup->done = true;
   }
+  pthread_sigmask(SIG_SETMASK, &before, nullptr);
 }
 
-FoundHost AskNameService(std::unique_ptr<Request> request, Deadline& deadline) {
-  FreeFinishedRequests();
-  Abandoned().reserve(Abandoned().size() + 1);
-  gaicb* list[] = {&request->block};
-  if (getaddrinfo_a(GAI_NOWAIT, list, 1, nullptr) != 0) return {Status::kOutOfResources, nullptr};
-  WaitUntilDone(request->block, deadline);
-  const int code = gai_error(&request->block);
-  if (code == EAI_INPROGRESS) {
-    if (gai_cancel(&request->block) != EAI_CANCELED) Abandoned().push_back(std::move(request));
+FoundHost AskNameService(const std::string& host, const std::string& service, Deadline& deadline) {
+  const auto lookup = std::make_shared<Lookup>();
+  StartWork(lookup, host, service);
+  std::unique_lock lock(lookup->mutex);
+  const std::chrono::milliseconds left(deadline.RemainingMs());
+  if (!lookup->answered.wait_for(lock, left, [&] { return lookup->done; }))
     return {Status::kLookupFailed, nullptr};
-  }
-  if (code != 0) return {StatusFromLookup(code), nullptr};
-  return {Status::kOk, AddressList(std::exchange(request->block.ar_result, nullptr))};
+  if (lookup->answer.code != 0) return {StatusFromLookup(lookup->answer.code), nullptr};
+  return {Status::kOk, std::move(lookup->answer.addresses)};
 }
 
 }  // namespace
@@ -82,13 +93,10 @@ Status StatusFromLookup(int code) {
 }
 
 FoundHost FindHost(const std::string& host, std::uint16_t port, Deadline& deadline) {
-  auto request = std::make_unique<Request>(host, std::to_string(port));
-  addrinfo figures = request->hints;
-  figures.ai_flags |= AI_NUMERICHOST;
-  addrinfo* found = nullptr;
-  if (getaddrinfo(host.c_str(), request->service.c_str(), &figures, &found) == 0)
-    return {Status::kOk, AddressList(found)};
-  return AskNameService(std::move(request), deadline);
+  const std::string service = std::to_string(port);
+  Answer figures = Resolve(host, service, AI_NUMERICHOST);
+  if (figures.code == 0) return {Status::kOk, std::move(figures.addresses)};
+  return AskNameService(host, service, deadline);
 }
 
 }  // namespace kolvane::devlnk
