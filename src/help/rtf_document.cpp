@@ -1,0 +1,19 @@
+#include "help/rtf_document.h"
+
+namespace kolvane::help {
+
+std::string_view RtfDocument::FontName(int number) const {
+  const auto found = fonts.find(number);
+  return found == fonts.end() ? std::string_view() : found->second;
+}
+
+std::string RtfDocument::PlainText() const {
+  std::string text;
+  for (const RtfParagraph& paragraph : paragraphs) {
+    for (const RtfRun& run : paragraph.runs) text += run.text;
+    text += '\n';
+  }
+  return text;
+}
+
+}  // namespace kolvane::help

@@ -1,0 +1,299 @@
+#include "help/rtf_reader.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "base/codepage.h"
+#include "help/rtf_tables.h"
+#include "help/rtf_tokens.h"
+#include "help/rtf_unicode.h"
+#include "help/rtf_words.h"
+
+namespace kolvane::help {
+namespace {
+
+constexpr std::int32_t kLeastSize = 2;
+constexpr std::int32_t kMostSize = 400;
+
+enum class Destination { kText, kFonts, kColours, kSkipped };
+
+// What an opening brace saves and its closing brace brings back.
+struct Group {
+  Destination destination = Destination::kText;
+  RtfFormat format = {};
+  std::size_t fallback_length = 1;
+};
+
+std::optional<Destination> DestinationOf(RtfMeaning meaning) {
+  switch (meaning) {
+    case RtfMeaning::kSkip:
+      return Destination::kSkipped;
+    case RtfMeaning::kFontTable:
+      return Destination::kFonts;
+    case RtfMeaning::kColourTable:
+      return Destination::kColours;
+    default:
+      return std::nullopt;
+  }
+}
+
+void ChangeFormat(RtfFormat& format, RtfMeaning meaning, std::int32_t parameter, bool on) {
+  switch (meaning) {
+    case RtfMeaning::kBold:
+      format.bold = on;
+      return;
+    case RtfMeaning::kItalic:
+      format.italic = on;
+      return;
+    case RtfMeaning::kUnderline:
+      format.underline = on;
+      return;
+    case RtfMeaning::kNoUnderline:
+      format.underline = false;
+      return;
+    case RtfMeaning::kSize:
+      format.half_points = std::clamp(parameter, kLeastSize, kMostSize);
+      return;
+    case RtfMeaning::kFont:
+      format.font = parameter;
+      return;
+    default:
+      return;
+  }
+}
+
+class Reader {
+ public:
+  explicit Reader(std::string_view bytes) : tokens_(bytes) {}
+
+  RtfResult Run();
+
+ private:
+  using Kind = RtfToken::Kind;
+
+  Group& Current() { return groups_.back(); }
+  bool Begins();
+  void Handle(const RtfToken& token);
+  void Open();
+  void Close();
+  void Stop(RtfFault fault);
+  void Note(RtfFault fault);
+  bool TakenAsFallback();
+  void HandleText(std::string_view bytes);
+  void HandleByte(const RtfToken& token);
+  void HandleWord(const RtfWord& word, const RtfToken& token);
+  void Apply(RtfMeaning meaning, std::int32_t parameter, bool on);
+  void ApplyToText(RtfMeaning meaning, std::int32_t parameter, bool on);
+  void AddUnicode(std::int32_t number);
+  void AddText(std::string_view text);
+  void Deliver(std::string_view text);
+  void AddToRun(std::string_view text);
+  void FinishParagraph();
+  bool CountPiece();
+
+  RtfTokens tokens_;
+  RtfResult result_;
+  std::vector<Group> groups_;
+  RtfParagraph paragraph_;
+  RtfFontTable fonts_;
+  RtfColourTable colours_;
+  RtfUnicode unicode_;
+  int default_font_ = 0;
+  std::size_t pieces_ = 0;
+  std::size_t fallback_left_ = 0;  // what follows a \u and stands for the same character
+  bool stopped_ = false;
+};
+
+RtfResult Reader::Run() {
+  if (!Begins()) return {.document = {}, .fault = RtfFault::kNotRichText};
+  while (!stopped_) Handle(tokens_.Next());
+  AddText({});
+  if (!paragraph_.runs.empty()) result_.document.paragraphs.push_back(std::move(paragraph_));
+  result_.document.fonts = fonts_.Take();
+  return std::move(result_);
+}
+
+bool Reader::Begins() {
+  if (tokens_.Next().kind != Kind::kOpen) return false;
+  groups_.emplace_back();
+  const RtfToken word = tokens_.Next();
+  return word.kind == Kind::kWord && word.text == "rtf";
+}
+
+void Reader::Handle(const RtfToken& token) {
+  switch (token.kind) {
+    case Kind::kOpen:
+      return Open();
+    case Kind::kClose:
+      return Close();
+    case Kind::kText:
+      return HandleText(token.text);
+    case Kind::kWord:
+      return HandleWord(FindRtfWord(token.text), token);
+    case Kind::kSymbol:
+      return HandleWord(FindRtfSymbol(token.text), token);
+    case Kind::kByte:
+      return HandleByte(token);
+    case Kind::kBadByte:
+      return Note(RtfFault::kBadByte);
+    case Kind::kBinary:
+      TakenAsFallback();
+      return;
+    case Kind::kEnd:
+    case Kind::kTruncated:
+      return Stop(RtfFault::kTruncated);
+  }
+}
+
+void Reader::Open() {
+  fallback_left_ = 0;
+  if (groups_.size() == kRtfDeepest) return Stop(RtfFault::kTooDeep);
+  groups_.push_back(groups_.back());
+}
+
+// Some writers leave blanks, line ends and NUL bytes behind the last brace.
+void Reader::Close() {
+  fallback_left_ = 0;
+  groups_.pop_back();
+  if (!groups_.empty()) return;
+  groups_.emplace_back();
+  RtfToken rest = tokens_.Next();
+  if (rest.kind == Kind::kText && rest.text.find_first_not_of(" \t") == std::string_view::npos)
+    rest = tokens_.Next();
+  Stop(rest.kind == Kind::kEnd ? RtfFault::kNone : RtfFault::kTextBehindEnd);
+}
+
+void Reader::Stop(RtfFault fault) {
+  Note(fault);
+  stopped_ = true;
+}
+
+void Reader::Note(RtfFault fault) {
+  if (result_.fault == RtfFault::kNone) result_.fault = fault;
+}
+
+bool Reader::TakenAsFallback() {
+  if (fallback_left_ == 0) return false;
+  --fallback_left_;
+  return true;
+}
+
+void Reader::HandleText(std::string_view bytes) {
+  const std::size_t passed = std::min(fallback_left_, bytes.size());
+  fallback_left_ -= passed;
+  bytes.remove_prefix(passed);
+  if (!bytes.empty()) AddText(base::FromWindows1252(bytes));
+}
+
+void Reader::HandleByte(const RtfToken& token) {
+  const char byte = static_cast<char>(token.parameter.value_or(0));
+  const bool control = static_cast<unsigned char>(byte) < 0x20 && byte != '\t';
+  if (!TakenAsFallback() && !control) AddText(base::FromWindows1252({&byte, 1}));
+}
+
+void Reader::HandleWord(const RtfWord& word, const RtfToken& token) {
+  if (TakenAsFallback() || Current().destination == Destination::kSkipped) return;
+  if (const auto destination = DestinationOf(word.meaning)) {
+    Current().destination = *destination;
+    return;
+  }
+  const std::int32_t parameter = token.parameter.value_or(0);
+  switch (word.meaning) {
+    case RtfMeaning::kInsert:
+      return AddText(word.text);
+    case RtfMeaning::kUnicode:
+      return AddUnicode(parameter);
+    case RtfMeaning::kFallbackLength:
+      Current().fallback_length = static_cast<std::size_t>(std::max(parameter, 0));
+      return;
+    default:
+      return Apply(word.meaning, parameter, !token.parameter || parameter != 0);
+  }
+}
+
+void Reader::Apply(RtfMeaning meaning, std::int32_t parameter, bool on) {
+  switch (Current().destination) {
+    case Destination::kText:
+      return ApplyToText(meaning, parameter, on);
+    case Destination::kFonts:
+      return fonts_.Apply(meaning, parameter);
+    case Destination::kColours:
+      return colours_.Apply(meaning, parameter);
+    case Destination::kSkipped:
+      return;
+  }
+}
+
+void Reader::ApplyToText(RtfMeaning meaning, std::int32_t parameter, bool on) {
+  RtfFormat& format = Current().format;
+  switch (meaning) {
+    case RtfMeaning::kParagraph:
+      return FinishParagraph();
+    case RtfMeaning::kPlain:
+      format = RtfFormat();
+      format.font = default_font_;
+      return;
+    case RtfMeaning::kDefaultFont:
+      format.font = default_font_ = parameter;
+      return;
+    case RtfMeaning::kColour:
+      format.colour = colours_.At(parameter);
+      return;
+    default:
+      return ChangeFormat(format, meaning, parameter, on);
+  }
+}
+
+void Reader::AddUnicode(std::int32_t number) {
+  Deliver(unicode_.Add(number));
+  fallback_left_ = Current().fallback_length;
+}
+
+void Reader::AddText(std::string_view text) {
+  Deliver(unicode_.Flush());
+  Deliver(text);
+}
+
+void Reader::Deliver(std::string_view text) {
+  if (text.empty()) return;
+  switch (Current().destination) {
+    case Destination::kText:
+      return AddToRun(text);
+    case Destination::kFonts:
+      return fonts_.AddText(text);
+    case Destination::kColours:
+      return colours_.AddText(text);
+    case Destination::kSkipped:
+      return;
+  }
+}
+
+void Reader::AddToRun(std::string_view text) {
+  const RtfFormat& format = Current().format;
+  if (paragraph_.runs.empty() || paragraph_.runs.back().format != format) {
+    if (!CountPiece()) return;
+    paragraph_.runs.push_back({.format = format, .text = {}});
+  }
+  paragraph_.runs.back().text += text;
+}
+
+void Reader::FinishParagraph() {
+  AddText({});
+  if (CountPiece()) result_.document.paragraphs.push_back(std::exchange(paragraph_, {}));
+}
+
+// Whether one more run or paragraph is allowed.
+bool Reader::CountPiece() {
+  if (pieces_ == kRtfMostPieces) {
+    Stop(RtfFault::kTooLarge);
+    return false;
+  }
+  ++pieces_;
+  return true;
+}
+
+}  // namespace
+
+RtfResult ReadRtf(std::string_view bytes) { return Reader(bytes).Run(); }
+
+}  // namespace kolvane::help

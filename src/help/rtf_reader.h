@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+#include "help/rtf_document.h"
+
+namespace kolvane::help {
+
+/// The first thing that was wrong with a rich-text file.
+enum class RtfFault {
+  kNone,
+  kNotRichText,    ///< it does not begin with {\rtf; nothing was read
+  kTruncated,      ///< it ends inside a group, an escape or binary data
+  kBadByte,        ///< \' is not followed by two hexadecimal digits; those \' were left out
+  kTextBehindEnd,  ///< something follows the last closing brace; it was left out
+  kTooDeep,        ///< more than kRtfDeepest groups inside each other; read up to there
+  kTooLarge,       ///< more than kRtfMostPieces runs and paragraphs; read up to there
+};
+
+inline constexpr std::size_t kRtfDeepest = 256;
+inline constexpr std::size_t kRtfMostPieces = 200'000;
+
+struct [[nodiscard]] RtfResult {
+  RtfDocument document;  ///< what could be read, also with a fault
+  RtfFault fault = RtfFault::kNone;
+};
+
+/// Reads the bytes of a rich-text file, whatever they are, in time and memory proportional to their number.
+/// The subset is described in docs/formats/rich-text.md; what lies outside is passed over and no fault.
+RtfResult ReadRtf(std::string_view bytes);
+
+}  // namespace kolvane::help
