@@ -1,0 +1,116 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <vector>
+
+#include "help/rtf_reader.h"
+#include "help_files.h"
+
+namespace kolvane::help {
+namespace {
+
+constexpr std::uint32_t kBlue = 0xFF0000;
+constexpr std::uint32_t kGreen = 0x008000;
+
+class CommandReference : public testing::Test {
+ protected:
+  bool IsExampleRow(const RtfParagraph& paragraph) const {
+    return paragraph.runs.size() == 1 && document_.FontName(paragraph.runs[0].format.font) == "Courier New";
+  }
+
+  static bool IsHeading(const RtfParagraph& paragraph) {
+    return paragraph.runs.size() == 1 && paragraph.runs[0].format.bold;
+  }
+
+  static bool IsHeadingOf(const RtfParagraph& paragraph, std::string_view command) {
+    return IsHeading(paragraph) && FirstWord(paragraph.runs[0].text) == command;
+  }
+
+  const std::string bytes_ = HelpFile("TermCmdHelp.rtf");
+  const RtfResult result_ = ReadRtf(bytes_);
+  const RtfDocument& document_ = result_.document;
+};
+
+TEST_F(CommandReference, IsReadWithoutComplaint) {
+  EXPECT_EQ(result_.fault, RtfFault::kNone);
+  EXPECT_GT(document_.paragraphs.size(), 200u);
+  EXPECT_NE(document_.PlainText().find("Übersicht"), std::string::npos);
+}
+
+TEST_F(CommandReference, ExplainsEachCommandAndShowsItAtWork) {
+  for (const std::string_view command : kSpecialCommands) {
+    const auto heading = std::ranges::find_if(
+        document_.paragraphs, [&](const RtfParagraph& paragraph) { return IsHeadingOf(paragraph, command); });
+    ASSERT_NE(heading, document_.paragraphs.end()) << command;
+    const auto next = std::find_if(heading + 1, document_.paragraphs.end(), IsHeading);
+    ASSERT_GT(next - heading, 2) << command;
+    EXPECT_FALSE((heading + 1)->runs.empty()) << command;
+    EXPECT_TRUE(std::any_of(heading + 1, next, [&](const RtfParagraph& paragraph) {
+      return IsExampleRow(paragraph) && FirstWord(paragraph.runs[0].text) == command;
+    })) << command;
+  }
+}
+
+TEST_F(CommandReference, ExplainsNothingThatIsNoCommand) {
+  for (const RtfParagraph& paragraph : document_.paragraphs) {
+    if (paragraph.runs.size() != 1 || !paragraph.runs[0].text.starts_with("$")) continue;
+    EXPECT_NE(std::ranges::find(kSpecialCommands, FirstWord(paragraph.runs[0].text)), kSpecialCommands.end())
+        << paragraph.runs[0].text;
+  }
+}
+
+TEST_F(CommandReference, HeadingsAreLargerThanText) {
+  std::ptrdiff_t headings = 0;
+  for (const RtfParagraph& paragraph : document_.paragraphs) {
+    const bool heading = IsHeading(paragraph);
+    headings += heading;
+    for (const auto& [format, text] : paragraph.runs) EXPECT_EQ(format.half_points >= 24, heading) << text;
+  }
+  EXPECT_GT(headings, std::ssize(kSpecialCommands));
+}
+
+TEST_F(CommandReference, ExampleRowsHaveTheGridsColours) {
+  for (const RtfParagraph& paragraph : document_.paragraphs) {
+    if (!IsExampleRow(paragraph)) continue;
+    const auto& [format, text] = paragraph.runs[0];
+    if (text.starts_with("$")) {
+      EXPECT_EQ(format.colour, kBlue) << text;
+    } else if (text.starts_with("'")) {
+      EXPECT_EQ(format.colour, kGreen) << text;
+    } else {
+      EXPECT_EQ(format.colour, std::nullopt) << text;
+    }
+  }
+}
+
+TEST_F(CommandReference, QuotesEveryErrorToTheLetter) {
+  const std::string text = document_.PlainText();
+  for (const char* error :
+       {"Fehler in Befehlsliste (Zeile ", "\nUnbekannter $ Befehl\n", "\nSprungziel nicht gefunden\n",
+        "\nLogdatei bereits geöffnet\n", "\nKeine Logdatei geöffnet\n", "\nUngültige Parameterposition\n",
+        "\nIndex außerhalb des gültigen Bereichs\n", "\nÜberlauf\n"}) {
+    EXPECT_NE(text.find(error), std::string::npos) << error;
+  }
+}
+
+TEST_F(CommandReference, StaysReadableWhenCutBehindAnyLine) {
+  const std::string whole = document_.PlainText();
+  for (std::size_t end = bytes_.find('\n'); end + 1 < bytes_.size(); end = bytes_.find('\n', end + 1)) {
+    const std::string text = ReadRtf(std::string_view(bytes_).substr(0, end)).document.PlainText();
+    EXPECT_TRUE(whole.starts_with(text.substr(0, text.find_last_not_of('\n') + 1))) << end;
+  }
+}
+
+// Any editor and any tool that compares versions can handle it.
+TEST_F(CommandReference, SourceIsAsciiInShortLines) {
+  std::size_t start = 0;
+  for (std::size_t end = bytes_.find('\n'); end != std::string::npos; end = bytes_.find('\n', start)) {
+    EXPECT_LE(end - start, 100u) << bytes_.substr(start, end - start);
+    start = end + 1;
+  }
+  EXPECT_EQ(start, bytes_.size());
+  EXPECT_TRUE(std::ranges::all_of(bytes_, [](char c) { return c == '\n' || (c >= ' ' && c <= '~'); }));
+}
+
+}  // namespace
+}  // namespace kolvane::help
