@@ -3,6 +3,7 @@
 #include "device/connection_parameters.h"
 #include "device/device_state.h"
 #include "kolvane/MainClass.h"
+#include "script/script_state.h"
 #include "terminal/terminal_state.h"
 #include "terminal/window_settings.h"
 
@@ -13,6 +14,7 @@ struct ComponentState {
   device::DeviceState device;
   device::ConnectionParameters connection;
   terminal::TerminalState terminal;
+  script::ScriptState script;
   terminal::WindowSettings window;
   TerminalOptions options;
   bool window_open = false;

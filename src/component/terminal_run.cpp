@@ -100,7 +100,11 @@ void RunTerminal(ComponentState& state, std::int16_t oper_mode, std::int16_t dev
   LoadOrTell(*store, state);
   if (IsHostMode(oper_mode)) state.device.connected = true;
   device::LazyPortLibrary library(OwnFolder());
-  window::MainWindow window({state.device, state.connection, state.terminal}, state.window, library);
+  window::MainWindow window({{state.device, state.connection, state.terminal},
+                             state.script,
+                             state.window,
+                             library,
+                             ComponentFolder(state.options.Folder)});
   if (IsHostMode(oper_mode)) window.core().connect.ShowConnected();
   window.Load();
   window.OnUnload([&] { Unload(state, window.core(), window.log(), *store); });

@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "base/number.h"
-#include "script/ui/command_grid.h"
 #include "window/images.h"
 #include "window/text.h"
 
@@ -17,19 +16,23 @@ constexpr QSize kFirstSize(1080, 720);
 
 }  // namespace
 
-MainWindow::MainWindow(terminal::TerminalSlices slices, const terminal::WindowSettings& settings,
-                       device::PortLibrarySource& library)
-    : slices_(slices),
+MainWindow::MainWindow(WindowContext context)
+    : context_(std::move(context)),
       prompt_(this),
       area_(new WindowArea(this)),
       toolbar1_(new MainToolbar(this)),
       menus_(this),
       pane_(new terminal::OutputPane),
-      core_(slices, library, {*pane_, log_, prompt_, *this}),
+      core_(context_.slices, context_.library, {*pane_, log_, prompt_, *this}),
+      dialogs_(this),
+      script_log_(log_),
+      script_({context_.script, context_.slices, core_, context_.library, script_log_},
+              {prompt_, *pane_, dialogs_, [this](bool flag) { LockGUI(flag); }, context_.folder},
+              area_->script_bar(), this),
       box_(area_->terminal_bar()->command()),
-      interactive_(core_.session, slices.terminal.options, core_.output, core_.clock, *this, box_,
-                   base::SystemDecimalSign()),
-      receive_(area_->terminal_bar(), slices.terminal, core_.device, prompt_, this),
+      interactive_(core_.session, context_.slices.terminal.options, core_.output, core_.clock,
+                   script_.recorder(), box_, base::SystemDecimalSign()),
+      receive_(area_->terminal_bar(), context_.slices.terminal, core_.device, prompt_, this),
       pane_commands_(menus_, pane_, this) {
   setObjectName(QStringLiteral("frmTerminal"));
   setWindowTitle(QStringLiteral("Kolvane Terminal"));
@@ -37,7 +40,8 @@ MainWindow::MainWindow(terminal::TerminalSlices slices, const terminal::WindowSe
   addToolBar(Qt::TopToolBarArea, toolbar1_);
   setContextMenuPolicy(Qt::NoContextMenu);
   BuildArea();
-  ApplyLook(settings.pane);
+  BuildScript();
+  ApplyLook(context_.settings.pane);
   ConnectMenus();
   ConnectSending();
   // A little less than the screen, whose whole height a frame and a panel may not leave.
@@ -48,15 +52,27 @@ void MainWindow::BuildArea() {
   pane_->setObjectName(QStringLiteral("TermWin"));
   pane_->setAccessibleName(QStringLiteral("Ausgabe"));
   area_->splitter()->addWidget(pane_);
-  area_->splitter()->addWidget(new script::CommandGrid(list_));
+  area_->splitter()->addWidget(script_.grid());
   area_->splitter()->setStretchFactor(0, 7);
   area_->splitter()->setStretchFactor(1, 3);
   area_->splitter()->setSizes({kFirstSize.width() * 7 / 10, kFirstSize.width() * 3 / 10});
   area_->status_bars().ShowLogFile("Logdatei: Keine");
-  area_->status_bars().ShowCommandList("Befehlsliste: Unbenannt");
   setCentralWidget(area_);
   connect(&receive_, &ReceiveView::CountShownOrHidden, area_, &WindowArea::LayOutParts);
   area_->terminal_bar()->command()->setFocus();
+}
+
+void MainWindow::BuildScript() {
+  const auto show_file = [this] { area_->status_bars().ShowCommandList(script_.FileStatus()); };
+  connect(script_.grid(), &script::CommandGrid::FileShownAnew, this, show_file);
+  connect(&script_, &ScriptView::RunEnded, this, [this] {
+    if (close_after_run_) close();
+  });
+  On("mnuNewCommandFile", [this] { script_.files().New(); });
+  On("mnuOpenCommandFile", [this] { script_.files().Open(); });
+  On("mnuSaveCommandFile", [this] { script_.files().Save(); });
+  On("mnuSaveCommandFileAs", [this] { script_.files().SaveAs(); });
+  show_file();
 }
 
 void MainWindow::ApplyLook(const terminal::Look& look) {
@@ -70,7 +86,7 @@ void MainWindow::ApplyLook(const terminal::Look& look) {
 
 void MainWindow::Load() {
   receive_.controls().Load(core_.output);
-  const terminal::Options& options = slices_.terminal.options;
+  const terminal::Options& options = context_.slices.terminal.options;
   menus_.Item("mnuOption_0")->setChecked(options.show_commands);
   menus_.Item("mnuOption_1")->setChecked(options.show_response_times);
   menus_.Item("mnuOption_2")->setChecked(options.line_breaks);
@@ -89,7 +105,7 @@ void MainWindow::ConnectMenus() {
   On("mnuExit", [this] { close(); });
   for (int index = 0; index < 3; ++index) {
     On(("mnuOption_" + std::to_string(index)).c_str(),
-       [this, index] { slices_.terminal.options.Toggle(index); });
+       [this, index] { context_.slices.terminal.options.Toggle(index); });
   }
 }
 
@@ -121,7 +137,26 @@ void MainWindow::ConnectionChanged() {
   area_->status_bars().ShowConnection(core_.connect.StatusText());
 }
 
+void MainWindow::LockGUI(bool flag) {
+  TerminalBar* bar = area_->terminal_bar();
+  QWidget* const widgets[] = {bar->send(),
+                              toolbar1_,
+                              menus_.file,
+                              menus_.connection,
+                              menus_.options,
+                              bar->receive_mode(),
+                              bar->receive_format(),
+                              bar->send_terminator(),
+                              bar->receive_terminator()};
+  for (QWidget* widget : widgets) widget->setEnabled(!flag);
+  for (const char* key : {"TB_OPENSCRIPT", "TB_SAVESCRIPT", "TB_PRINTSCRIPT", "TB_NEWSCRIPT", "TB_CUT",
+                          "TB_COPY", "TB_PASTE", "TB_SPECIALCOMMANDS"})
+    area_->script_bar()->Button(key)->setEnabled(!flag);
+}
+
 void MainWindow::closeEvent(QCloseEvent* event) {
+  close_after_run_ = script_.EndRun();
+  if (close_after_run_) return event->ignore();
   // The steps may show message boxes, during which the window could be closed once more.
   if (unload_) std::exchange(unload_, nullptr)();
   event->accept();

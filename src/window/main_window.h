@@ -4,31 +4,39 @@
 #include <functional>
 
 #include "device/port_library_source.h"
-#include "script/command_list.h"
 #include "terminal/interactive_send.h"
 #include "terminal/log_file.h"
 #include "terminal/terminal_core.h"
 #include "terminal/ui/output_pane.h"
 #include "terminal/window_settings.h"
 #include "window/command_box_view.h"
+#include "window/command_dialogs.h"
 #include "window/main_toolbar.h"
 #include "window/menus.h"
 #include "window/message_prompt.h"
 #include "window/pane_commands.h"
 #include "window/receive_view.h"
+#include "window/script_log_file.h"
+#include "window/script_view.h"
 #include "window/window_area.h"
 
 namespace kolvane::window {
 
+/// What the window shows and works on; all of it outlives the window.
+struct WindowContext {
+  terminal::TerminalSlices slices;
+  script::ScriptState& script;
+  terminal::WindowSettings& settings;
+  device::PortLibrarySource& library;
+  std::string folder;  ///< the component's
+};
+
 /// The terminal window `frmTerminal`: it joins the widgets with the session and decides nothing itself.
-class MainWindow final : public QMainWindow,
-                         private terminal::ConnectionView,
-                         private terminal::CommandRecorder {
+class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   Q_OBJECT
 
  public:
-  MainWindow(terminal::TerminalSlices slices, const terminal::WindowSettings& settings,
-             device::PortLibrarySource& library);
+  explicit MainWindow(WindowContext context);
 
   terminal::TerminalCore& core() { return core_; }
   terminal::LogSink& log() { return log_; }
@@ -48,10 +56,10 @@ class MainWindow final : public QMainWindow,
 
  private:
   void ConnectionChanged() override;
-  bool Recording() const override { return false; }
-  void AddToScript(std::string_view) override {}
 
   void BuildArea();
+  void BuildScript();
+  void LockGUI(bool flag);
   void ConnectMenus();
   void ConnectSending();
   void Toolbar1ButtonClick(const QString& key);
@@ -60,20 +68,23 @@ class MainWindow final : public QMainWindow,
   void ApplyLook(const terminal::Look& look);
   void On(const char* item, const std::function<void()>& event);
 
-  terminal::TerminalSlices slices_;
+  WindowContext context_;
   MessagePrompt prompt_;
   WindowArea* area_;
   MainToolbar* toolbar1_;
   Menus menus_;
   terminal::OutputPane* pane_;
-  script::CommandList list_;
   terminal::LogFile log_;
   terminal::TerminalCore core_;
+  CommandDialogs dialogs_;
+  ScriptLogFile script_log_;
+  ScriptView script_;
   CommandBoxView box_;
   terminal::InteractiveSend interactive_;
   ReceiveView receive_;
   PaneCommands pane_commands_;
   std::function<void()> unload_;
+  bool close_after_run_ = false;
 };
 
 }  // namespace kolvane::window

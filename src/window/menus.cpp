@@ -19,10 +19,19 @@ struct ItemRow {
 };
 
 constexpr ItemRow kFile[] = {
-    {.name = "mnuNewCommandFile", .caption = "&Neue Befehlsliste", .icon = "list-new"},
-    {.name = "mnuOpenCommandFile", .caption = "Befehlsliste ö&ffnen...", .icon = "list-open"},
-    {.name = "mnuSaveCommandFile", .caption = "Befehlsliste &speichern", .icon = "list-save"},
-    {.name = "mnuSaveCommandFileAs", .caption = "Befehlsliste speichern &als...", .ends_group = true},
+    {.name = "mnuNewCommandFile", .caption = "&Neue Befehlsliste", .icon = "list-new", .enabled = true},
+    {.name = "mnuOpenCommandFile",
+     .caption = "Befehlsliste ö&ffnen...",
+     .icon = "list-open",
+     .enabled = true},
+    {.name = "mnuSaveCommandFile",
+     .caption = "Befehlsliste &speichern",
+     .icon = "list-save",
+     .enabled = true},
+    {.name = "mnuSaveCommandFileAs",
+     .caption = "Befehlsliste speichern &als...",
+     .enabled = true,
+     .ends_group = true},
     {.name = "mnuOpenLog", .caption = "&Logdatei öffnen...", .icon = "log-open"},
     {.name = "mnuCloseLog", .caption = "Logdatei s&chließen", .icon = "log-close", .ends_group = true},
     {.name = "mnuSaveTerminal", .caption = "&Terminalfenster speichern...", .icon = "save"},

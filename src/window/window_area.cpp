@@ -14,14 +14,12 @@ constexpr QSize kSmallest(300, 320);
 WindowArea::WindowArea(QWidget* parent)
     : QWidget(parent),
       splitter_(new QSplitter(Qt::Horizontal, this)),
-      script_bar_(new QToolBar(this)),
+      script_bar_(new ScriptToolbar(this)),
       terminal_bar_(new TerminalBar(this)),
       status_bars_(this) {
   splitter_->setObjectName(QStringLiteral("SplitContainer"));
   splitter_->setChildrenCollapsible(false);
   splitter_->move(kLeft, kTop);
-  script_bar_->setObjectName(QStringLiteral("Toolbar3"));
-  script_bar_->setOrientation(Qt::Vertical);
 }
 
 QSize WindowArea::minimumSizeHint() const { return kSmallest; }
@@ -35,7 +33,7 @@ void WindowArea::LayOutParts() {
   QStatusBar* first = status_bars_.first();
   QStatusBar* second = status_bars_.second();
   const int bar_height = terminal_bar_->HeightAt(width());
-  const int script_width = script_bar_->actions().isEmpty() ? 0 : script_bar_->sizeHint().width();
+  const int script_width = script_bar_->sizeHint().width();
   const WindowLayout layout = LayOut({.inner_width = width(),
                                       .inner_height = height(),
                                       .split_left = kLeft,

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <QSplitter>
-#include <QToolBar>
 #include <QWidget>
 
+#include "window/script_toolbar.h"
 #include "window/status_bars.h"
 #include "window/terminal_bar.h"
 
@@ -17,6 +17,7 @@ class WindowArea final : public QWidget {
  public:
   explicit WindowArea(QWidget* parent = nullptr);
 
+  ScriptToolbar* script_bar() const { return script_bar_; }
   QSplitter* splitter() const { return splitter_; }
   TerminalBar* terminal_bar() const { return terminal_bar_; }
   StatusBars& status_bars() { return status_bars_; }
@@ -32,7 +33,7 @@ class WindowArea final : public QWidget {
 
  private:
   QSplitter* splitter_;
-  QToolBar* script_bar_;
+  ScriptToolbar* script_bar_;
   TerminalBar* terminal_bar_;
   StatusBars status_bars_;
 };

@@ -76,7 +76,8 @@ class MainWindowTest : public testing::Test {
   terminal::WindowSettings settings_;
   device::FakePortLibrary library_;
   device::FakePortLibrarySource source_{&library_};
-  MainWindow window_{{device_, connection_, terminal_}, settings_, source_};
+  script::ScriptState script_;
+  MainWindow window_{{{device_, connection_, terminal_}, script_, settings_, source_, ""}};
 };
 
 TEST_F(MainWindowTest, ShowsTheDefaults) {
@@ -265,7 +266,7 @@ TEST_F(MainWindowTest, TheCommandBoxFollowsTheResizeRules) {
     window_.resize(size);
     QApplication::processEvents();
     const int inner_width = window_.centralWidget()->width();
-    EXPECT_EQ(split->width(), inner_width - split->x() - 3);
+    EXPECT_EQ(split->width(), inner_width - split->x() - 3 - Find<QToolBar>("Toolbar3")->width());
     EXPECT_EQ(box->width(), split->width() - send->width() - 7);
     EXPECT_EQ(send->x(), box->x() + box->width() + 3);
   }

@@ -1,34 +1,157 @@
 #include "script/ui/command_grid.h"
 
-#include <QFontMetrics>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QGuiApplication>
 #include <QHeaderView>
+#include <QScopedValueRollback>
+#include <QStyledItemDelegate>
+#include <algorithm>
+
+#include "script/list_editing.h"
 
 namespace kolvane::script {
+namespace {
 
-QVariant CommandListModel::data(const QModelIndex& index, int role) const {
-  const bool text = role == Qt::DisplayRole || role == Qt::EditRole;
-  if (!text || index.column() != kTextColumn) return {};
-  return QString::fromStdString(list_.Text(index.row() + 1));
-}
+// The colours of a running or wrong row are seen through a selection too.
+class RowDelegate final : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
 
-QVariant CommandListModel::headerData(int section, Qt::Orientation orientation, int role) const {
-  if (role != Qt::DisplayRole || orientation != Qt::Horizontal) return {};
-  return section == kTextColumn ? QStringLiteral("Befehlsliste") : QStringLiteral(" ");
-}
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+    QStyledItemDelegate::initStyleOption(option, index);
+    if (index.data(Qt::BackgroundRole).isValid()) option->state &= ~QStyle::State_Selected;
+  }
+};
 
-CommandGrid::CommandGrid(CommandList& list, QWidget* parent) : QTableView(parent) {
+}  // namespace
+
+CommandGrid::CommandGrid(CommandList& list, QWidget* parent)
+    : QTableView(parent), model_(new CommandListModel(list, this)) {
   setObjectName(QStringLiteral("CommandScript"));
   setAccessibleName(QStringLiteral("Befehlsliste"));
-  setModel(new CommandListModel(list, this));
+  setModel(model_);
+  setItemDelegate(new RowDelegate(this));
   setTabKeyNavigation(false);
+  setSelectionBehavior(QAbstractItemView::SelectRows);
+  setSelectionMode(QAbstractItemView::ContiguousSelection);
+  setEditTriggers(DoubleClicked | EditKeyPressed | AnyKeyPressed);
+  setWordWrap(false);
   verticalHeader()->hide();
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-  verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
   horizontalHeader()->setSectionResizeMode(CommandListModel::kMarkerColumn, QHeaderView::Fixed);
   horizontalHeader()->setSectionResizeMode(CommandListModel::kTextColumn, QHeaderView::Stretch);
   horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+  horizontalHeader()->setHighlightSections(false);
   setColumnWidth(CommandListModel::kMarkerColumn, 18);
-  setCurrentIndex(model()->index(0, CommandListModel::kTextColumn));
+  FitRows();
+  connect(model_, &CommandListModel::CurrentRowMoved, this, &CommandGrid::ShowCurrentRow);
+  connect(model_, &CommandListModel::FileShownAnew, this, &CommandGrid::FileShownAnew);
+  ShowCurrentRow(list.current_row());
+}
+
+void CommandGrid::FitRows() { verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6); }
+
+void CommandGrid::changeEvent(QEvent* event) {
+  QTableView::changeEvent(event);
+  if (event->type() == QEvent::FontChange) FitRows();
+}
+
+void CommandGrid::ShowCurrentRow(int row) {
+  const QScopedValueRollback<bool> guard(showing_current_, true);
+  setCurrentIndex(model_->IndexOf(std::clamp(row, 1, kListRows)));
+}
+
+void CommandGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+  QTableView::currentChanged(current, previous);
+  if (!showing_current_ && !list().InUse() && current.isValid()) list().SetCurrentRow(current.row() + 1);
+}
+
+CommandGrid::RowSpan CommandGrid::SelectedRows() const {
+  RowSpan span{kListRows + 1, 0};
+  for (const QItemSelectionRange& range : selectionModel()->selection()) {
+    span.first = std::min(span.first, range.top() + 1);
+    span.last = std::max(span.last, range.bottom() + 1);
+  }
+  return span;
+}
+
+void CommandGrid::copy() const {
+  const RowSpan rows = SelectedRows();
+  if (rows.last > 0)
+    QGuiApplication::clipboard()->setText(QString::fromStdString(CopyRows(list(), rows.first, rows.last)));
+}
+
+void CommandGrid::cut() {
+  const RowSpan rows = SelectedRows();
+  if (rows.last > 0)
+    QGuiApplication::clipboard()->setText(QString::fromStdString(CutRows(list(), rows.first, rows.last)));
+}
+
+void CommandGrid::paste() {
+  const QString text = QGuiApplication::clipboard()->text();
+  if (!text.isEmpty() && currentIndex().isValid())
+    PasteRows(list(), currentIndex().row() + 1, text.toStdString());
+}
+
+void CommandGrid::deleteSelection() {
+  const RowSpan rows = SelectedRows();
+  bool empty = true;
+  for (int row = rows.first; row <= rows.last; ++row) empty = empty && list().Text(row).empty();
+  if (empty) return removeRows();
+  EmptyRows(list(), rows.first, rows.last);
+}
+
+void CommandGrid::removeRows() {
+  const RowSpan rows = SelectedRows();
+  if (rows.last > 0 && !list().InUse()) RemoveRows(list(), rows.first, rows.last);
+}
+
+void CommandGrid::insertRow() {
+  if (currentIndex().isValid() && !list().InUse()) InsertRows(list(), currentIndex().row() + 1, 1);
+}
+
+void CommandGrid::undo() {
+  const int row = list().Undo();
+  if (row > 0 && !list().InUse()) setCurrentIndex(model_->IndexOf(row));
+}
+
+bool CommandGrid::EditByKey(const QKeyEvent* event) {
+  if (event->matches(QKeySequence::Copy)) return copy(), true;
+  if (event->matches(QKeySequence::Cut)) return cut(), true;
+  if (event->matches(QKeySequence::Paste)) return paste(), true;
+  if (event->matches(QKeySequence::Undo)) return undo(), true;
+  if (event->matches(QKeySequence::Delete)) return deleteSelection(), true;
+  if (event->key() == Qt::Key_Insert && event->modifiers() == Qt::NoModifier) return insertRow(), true;
+  return false;
+}
+
+void CommandGrid::keyPressEvent(QKeyEvent* event) {
+  if (EditByKey(event)) return event->accept();
+  const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (enter && state() != EditingState) {
+    setCurrentIndex(model_->IndexOf(std::min(currentIndex().row() + 2, kListRows)));
+    return event->accept();
+  }
+  QTableView::keyPressEvent(event);
+}
+
+void CommandGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+  QTableView::closeEditor(editor, hint);
+  // Enter has taken the text over: go on with the next row, as in any grid.
+  if (hint == QAbstractItemDelegate::SubmitModelCache)
+    setCurrentIndex(model_->IndexOf(std::min(currentIndex().row() + 2, kListRows)));
+}
+
+void CommandGrid::mousePressEvent(QMouseEvent* event) {
+  Q_EMIT Touched();
+  QTableView::mousePressEvent(event);
+}
+
+void CommandGrid::contextMenuEvent(QContextMenuEvent* event) {
+  Q_EMIT Touched();
+  Q_EMIT popupRequested(event->globalPos());
 }
 
 }  // namespace kolvane::script

@@ -1,37 +1,63 @@
 #pragma once
 
-#include <QAbstractTableModel>
 #include <QTableView>
 
-#include "script/command_list.h"
+#include "script/ui/command_list_model.h"
 
 namespace kolvane::script {
 
-/// The list's rows for a table view: a narrow marker column and the text.
-class CommandListModel final : public QAbstractTableModel {
-  Q_OBJECT
-
- public:
-  static constexpr int kMarkerColumn = 0;
-  static constexpr int kTextColumn = 1;
-
-  CommandListModel(CommandList& list, QObject* parent) : QAbstractTableModel(parent), list_(list) {}
-
-  int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : kListRows; }
-  int columnCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : 2; }
-  QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
-  QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
-
- private:
-  CommandList& list_;
-};
-
-/// The grid `CommandScript` beside the output pane.
+/// The grid `CommandScript` beside the output pane. Its current row is the list's; while a list runs the user
+/// can look and edit, but not move the row that the run stands at.
 class CommandGrid final : public QTableView {
   Q_OBJECT
 
  public:
   explicit CommandGrid(CommandList& list, QWidget* parent = nullptr);
+
+  CommandList& list() const { return model_->list(); }
+  /// Shows at once what has changed.
+  void Flush() { model_->Flush(); }
+  bool HasSelection() const { return selectionModel()->hasSelection(); }
+
+ public Q_SLOTS:
+  void copy() const;
+  void cut();
+  /// Lines of the clipboard over the rows from the current one on.
+  void paste();
+  /// Empties the marked rows; rows that are empty already are taken out, and the rows behind move up.
+  void deleteSelection();
+  void undo();
+  /// An empty row at the current one, unless the last row of the list would be lost.
+  void insertRow();
+  void removeRows();
+
+ Q_SIGNALS:
+  /// The user has turned to the grid with the mouse.
+  void Touched();
+  void popupRequested(const QPoint& global);
+  void FileShownAnew();
+
+ protected:
+  void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
+  void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+  void changeEvent(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+
+ private:
+  struct RowSpan {
+    int first = 1;
+    int last = 0;
+  };
+
+  RowSpan SelectedRows() const;
+  bool EditByKey(const QKeyEvent* event);
+  void ShowCurrentRow(int row);
+  void FitRows();
+
+  CommandListModel* model_;
+  bool showing_current_ = false;
 };
 
 }  // namespace kolvane::script

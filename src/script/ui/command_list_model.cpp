@@ -1,0 +1,101 @@
+#include "script/ui/command_list_model.h"
+
+#include <QColor>
+#include <QFont>
+#include <QTimerEvent>
+#include <algorithm>
+
+#include "terminal/ui/output_pane_paint.h"
+
+namespace kolvane::script {
+namespace {
+
+constexpr int kFrameMs = 33;
+
+}  // namespace
+
+CommandListModel::CommandListModel(CommandList& list, QObject* parent)
+    : QAbstractTableModel(parent), list_(list) {
+  list_.Observe(this);
+}
+
+CommandListModel::~CommandListModel() { list_.Observe(nullptr); }
+
+QVariant CommandListModel::data(const QModelIndex& index, int role) const {
+  if (!index.isValid() || index.column() != kTextColumn) return {};
+  const int row = index.row() + 1;
+  if (role == Qt::DisplayRole || role == Qt::EditRole) return QString::fromStdString(list_.Text(row));
+  return LookOf(row, role);
+}
+
+QVariant CommandListModel::LookOf(int row, int role) const {
+  const Highlight* highlight = list_.HighlightOf(row);
+  switch (role) {
+    case Qt::ForegroundRole:
+      return terminal::ToQColor(highlight != nullptr ? highlight->fore : list_.TextColor(row));
+    case Qt::BackgroundRole:
+      return highlight != nullptr ? QVariant(terminal::ToQColor(highlight->back)) : QVariant();
+    case Qt::FontRole: {
+      if (highlight == nullptr || !highlight->bold) return {};
+      QFont bold;  // the weight alone is set: the view's family and size hold
+      bold.setBold(true);
+      return bold;
+    }
+    default:
+      return {};
+  }
+}
+
+bool CommandListModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+  if (role != Qt::EditRole || index.column() != kTextColumn) return false;
+  list_.SetText(index.row() + 1, value.toString().toStdString());
+  Flush();
+  return true;
+}
+
+Qt::ItemFlags CommandListModel::flags(const QModelIndex& index) const {
+  const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+  return index.column() == kTextColumn ? flags | Qt::ItemIsEditable : flags;
+}
+
+QVariant CommandListModel::headerData(int section, Qt::Orientation orientation, int role) const {
+  if (role != Qt::DisplayRole) return {};
+  if (orientation == Qt::Vertical) return section + 1;
+  return section == kTextColumn ? QStringLiteral("Befehlsliste") : QStringLiteral(" ");
+}
+
+void CommandListModel::RowsChanged(int first, int last) {
+  first_changed_ = std::min(first_changed_, first);
+  last_changed_ = std::max(last_changed_, last);
+  Note();
+}
+
+void CommandListModel::CurrentRowChanged(int) {
+  current_moved_ = true;
+  Note();
+}
+
+void CommandListModel::Note() {
+  if (!list_.InUse()) return Flush();
+  if (!frame_.isActive()) frame_.start(kFrameMs, this);
+}
+
+void CommandListModel::Flush() {
+  frame_.stop();
+  if (last_changed_ >= first_changed_) {
+    const QModelIndex first = IndexOf(std::max(first_changed_, 1));
+    const QModelIndex last = IndexOf(std::min(last_changed_, kListRows));
+    first_changed_ = kListRows + 1;
+    last_changed_ = 0;
+    Q_EMIT dataChanged(first, last);
+  }
+  if (!current_moved_) return;
+  current_moved_ = false;
+  Q_EMIT CurrentRowMoved(list_.current_row());
+}
+
+void CommandListModel::timerEvent(QTimerEvent* event) {
+  if (event->timerId() == frame_.timerId()) Flush();
+}
+
+}  // namespace kolvane::script

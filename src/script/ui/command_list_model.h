@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QAbstractTableModel>
+#include <QBasicTimer>
+#include <QElapsedTimer>
+
+#include "script/command_list.h"
+
+namespace kolvane::script {
+
+/// The command list's rows for a table view: a narrow marker column and the text. Reading always gives what
+/// the list holds; views are told of changes at most some thirty times a second, however often the running
+/// row moves.
+class CommandListModel final : public QAbstractTableModel, private CommandListObserver {
+  Q_OBJECT
+
+ public:
+  static constexpr int kMarkerColumn = 0;
+  static constexpr int kTextColumn = 1;
+
+  CommandListModel(CommandList& list, QObject* parent);
+  ~CommandListModel() override;
+
+  CommandList& list() const { return list_; }
+  QModelIndex IndexOf(int row) const { return index(row - 1, kTextColumn); }
+
+  int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : kListRows; }
+  int columnCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : 2; }
+  QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+  bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
+  Qt::ItemFlags flags(const QModelIndex& index) const override;
+  QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
+
+  /// Tells the views now what has changed.
+  void Flush();
+
+ Q_SIGNALS:
+  void CurrentRowMoved(int row);
+  void FileShownAnew();
+
+ protected:
+  void timerEvent(QTimerEvent* event) override;
+
+ private:
+  void RowsChanged(int first, int last) override;
+  void CurrentRowChanged(int row) override;
+  void FileChanged() override { Q_EMIT FileShownAnew(); }
+
+  void Note();
+  QVariant LookOf(int row, int role) const;
+
+  CommandList& list_;
+  QBasicTimer frame_;
+  int first_changed_ = kListRows + 1;
+  int last_changed_ = 0;
+  bool current_moved_ = false;
+};
+
+}  // namespace kolvane::script

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <functional>
+#include <string>
+
+#include "script/command_file_menu.h"
+#include "script/run_host.h"
+#include "script/script_core.h"
+#include "script/ui/command_grid.h"
+#include "terminal/terminal_core.h"
+#include "terminal/ui/output_pane.h"
+#include "window/message_prompt.h"
+#include "window/script_toolbar.h"
+
+namespace kolvane::window {
+
+/// What the command list works on.
+struct ScriptParts {
+  script::ScriptState& state;
+  terminal::TerminalSlices slices;
+  terminal::TerminalCore& core;
+  device::PortLibrarySource& library;
+  script::ScriptLog& log;
+};
+
+/// What its window side needs of the rest of the window.
+struct ScriptSurroundings {
+  MessagePrompt& prompt;
+  terminal::OutputPane& pane;
+  script::CommandFileDialogs& dialogs;
+  std::function<void(bool)> lock_gui;
+  std::string folder;  ///< the component's, where the reference of the $ commands lies
+};
+
+/// Joins grid and Toolbar3 with the command list, its files and its runner.
+class ScriptView final : public QObject, private script::RunHost {
+  Q_OBJECT
+
+ public:
+  ScriptView(ScriptParts parts, ScriptSurroundings surroundings, ScriptToolbar* toolbar, QObject* parent);
+
+  script::ListRecorder& recorder() { return core_.recorder; }
+  script::CommandFileMenu& files() { return files_; }
+  script::CommandGrid* grid() const { return grid_; }
+  /// For the second status bar.
+  std::string FileStatus() const;
+
+  /// Ends a run after the row in hand; no other begins. True while a run is on: RunEnded follows.
+  bool EndRun();
+
+ Q_SIGNALS:
+  void RunEnded();
+
+ private:
+  void LockGUI(bool flag) override { around_.lock_gui(flag); }
+  void Yield() override;
+
+  void Toolbar3ButtonClick(const QString& key);
+  void Play();
+  void SingleStep();
+  void AfterRun();
+  void ToggleRecording();
+  void ShowRecording();
+  void ShowSpecialCommands();
+
+  ScriptSurroundings around_;
+  script::ScriptCore core_;
+  script::CommandFileMenu files_;
+  ScriptToolbar* toolbar_;
+  script::CommandGrid* grid_;
+  QElapsedTimer since_events_;
+};
+
+}  // namespace kolvane::window
