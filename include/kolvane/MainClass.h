@@ -14,6 +14,7 @@ namespace kolvane {
 struct TerminalOptions {
   std::string Folder;           ///< the component's folder (histories, templates, help); UTF-8 path
   std::string SettingsFile;     ///< the settings file in place of the user's own; UTF-8 path
+  std::string CommandList;      ///< a command file to be loaded into the list; UTF-8 path
   int CloseDescriptor = -1;     ///< closes the window, with all its last steps, once it becomes readable
   bool ConnectAtStart = false;  ///< press the connect button once the window is shown (operating mode 2)
 };

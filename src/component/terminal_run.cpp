@@ -75,6 +75,7 @@ void ShowModally(window::MainWindow& window, const TerminalOptions& options, boo
     });
   }
   window.show();
+  if (!options.CommandList.empty()) window.OpenCommandFile(options.CommandList);
   if (connect_at_start) QTimer::singleShot(0, &window, [&window] { window.core().connect.Press(); });
   loop.exec();
 }

@@ -12,7 +12,14 @@
 namespace kolvane::window {
 namespace {
 
-constexpr QSize kFirstSize(1080, 720);
+constexpr QSize kFirstSize(1160, 740);
+
+QFont FontOf(const terminal::Look& look) {
+  QFont font(ToQt(look.font_name), look.font_size);
+  font.setBold(look.font_bold);
+  font.setStyleHint(QFont::TypeWriter);
+  return font;
+}
 
 }  // namespace
 
@@ -41,7 +48,7 @@ MainWindow::MainWindow(WindowContext context)
   setContextMenuPolicy(Qt::NoContextMenu);
   BuildArea();
   BuildScript();
-  ApplyLook(context_.settings.pane);
+  ApplyLooks();
   ConnectMenus();
   ConnectSending();
   // A little less than the screen, whose whole height a frame and a panel may not leave.
@@ -53,9 +60,9 @@ void MainWindow::BuildArea() {
   pane_->setAccessibleName(QStringLiteral("Ausgabe"));
   area_->splitter()->addWidget(pane_);
   area_->splitter()->addWidget(script_.grid());
-  area_->splitter()->setStretchFactor(0, 7);
-  area_->splitter()->setStretchFactor(1, 3);
-  area_->splitter()->setSizes({kFirstSize.width() * 7 / 10, kFirstSize.width() * 3 / 10});
+  area_->splitter()->setStretchFactor(0, 6);
+  area_->splitter()->setStretchFactor(1, 4);
+  area_->splitter()->setSizes({kFirstSize.width() * 6 / 10, kFirstSize.width() * 4 / 10});
   area_->status_bars().ShowLogFile("Logdatei: Keine");
   setCentralWidget(area_);
   connect(&receive_, &ReceiveView::CountShownOrHidden, area_, &WindowArea::LayOutParts);
@@ -75,13 +82,13 @@ void MainWindow::BuildScript() {
   show_file();
 }
 
-void MainWindow::ApplyLook(const terminal::Look& look) {
-  QFont font(ToQt(look.font_name), look.font_size);
-  font.setBold(look.font_bold);
-  font.setStyleHint(QFont::TypeWriter);
-  pane_->setFont(font);
-  pane_->setTextColor(ToQt(look.font_color));
-  pane_->setBackgroundColor(ToQt(look.back_color));
+void MainWindow::ApplyLooks() {
+  const terminal::Look& pane = context_.settings.pane;
+  pane_->setFont(FontOf(pane));
+  pane_->setTextColor(ToQt(pane.font_color));
+  pane_->setBackgroundColor(ToQt(pane.back_color));
+  script_.grid()->ShowLook(FontOf(context_.settings.command_list), context_.settings.command_list.font_color,
+                           ToQt(context_.settings.command_list.back_color));
 }
 
 void MainWindow::Load() {

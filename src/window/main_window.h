@@ -45,6 +45,9 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   /// does not fit its control.
   void Load();
 
+  /// Loads a command file into the list; a failure is shown.
+  void OpenCommandFile(const std::string& name) { script_.files().OpenFile(name); }
+
   /// Called once when the user closes the window, while it is still shown.
   void OnUnload(std::function<void()> unload) { unload_ = std::move(unload); }
 
@@ -65,7 +68,7 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   void Toolbar1ButtonClick(const QString& key);
   void Send();
   void OpenConnectionMenu();
-  void ApplyLook(const terminal::Look& look);
+  void ApplyLooks();
   void On(const char* item, const std::function<void()>& event);
 
   WindowContext context_;

@@ -51,6 +51,14 @@ CommandGrid::CommandGrid(CommandList& list, QWidget* parent)
   ShowCurrentRow(list.current_row());
 }
 
+void CommandGrid::ShowLook(const QFont& font, Color text, const QColor& ground) {
+  list().SetDefaultTextColor(text);
+  setFont(font);
+  QPalette colors = palette();
+  colors.setColor(QPalette::Base, ground);
+  setPalette(colors);
+}
+
 void CommandGrid::FitRows() { verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6); }
 
 void CommandGrid::changeEvent(QEvent* event) {

@@ -15,6 +15,7 @@ class CommandGrid final : public QTableView {
   explicit CommandGrid(CommandList& list, QWidget* parent = nullptr);
 
   CommandList& list() const { return model_->list(); }
+  void ShowLook(const QFont& font, Color text, const QColor& ground);
   /// Shows at once what has changed.
   void Flush() { model_->Flush(); }
   bool HasSelection() const { return selectionModel()->hasSelection(); }

@@ -1,0 +1,92 @@
+// The golden command lists, played in the window.
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QTimer>
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+
+#include "script/temp_folder.h"
+#include "window/dialogue_port.h"
+#include "window/main_window.h"
+
+namespace kolvane::window {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::vector<std::string> ListNames() {
+  std::vector<std::string> names;
+  for (const auto& entry : fs::directory_iterator(KOLVANE_TEST_LISTS)) {
+    if (entry.path().extension() == ".CMD") names.push_back(entry.path().stem().string());
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+class ListWindowTest : public testing::TestWithParam<std::string> {
+ protected:
+  ListWindowTest() {
+    device_.OperMode = 2;
+    connection_.port_code = device::port_code::kTcpIp;
+    device_.connected = true;
+    fs::current_path(folder_.Path("."));
+    window_.Load();
+    window_.show();
+    messages_.setInterval(0);
+    QObject::connect(&messages_, &QTimer::timeout, [this] {
+      if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+        shown_ += box->text().toStdString() + "\n";
+        box->accept();
+      }
+    });
+    messages_.start();
+  }
+  ~ListWindowTest() override { fs::current_path("/"); }
+
+  static std::string Path(const char* kind) {
+    return std::string(KOLVANE_TEST_LISTS) + "/" + GetParam() + "." + kind;
+  }
+
+  std::string PaneLines() {
+    QString text = window_.findChild<terminal::OutputPane*>()->plainText();
+    text.remove(0, text.startsWith('\n') ? 1 : 0);
+    return text.isEmpty() ? "" : text.toStdString() + "\n";
+  }
+
+  script::TempFolder folder_;
+  device::DeviceState device_;
+  device::ConnectionParameters connection_;
+  terminal::TerminalState terminal_;
+  terminal::WindowSettings settings_;
+  script::ScriptState script_;
+  DialoguePort port_{script::ReadBytes(Path("device"))};
+  MainWindow window_{{{device_, connection_, terminal_}, script_, settings_, port_, ""}};
+  QTimer messages_;
+  std::string shown_;
+};
+
+TEST_P(ListWindowTest, BringsAboutTheSameAsWithoutAWindow) {
+  window_.findChild<terminal::OutputPane*>()->clear();
+  window_.OpenCommandFile(Path("CMD"));
+  window_.findChild<QAction*>("TB_PLAY")->trigger();
+  EXPECT_EQ(port_.transcript(), script::ReadBytes(Path("device")));
+  EXPECT_EQ(PaneLines(), script::ReadBytes(Path("pane")));
+  EXPECT_EQ(shown_, script::ReadBytes(Path("messages")));
+  EXPECT_EQ(script_.run.ScriptRunning, 0);
+  EXPECT_TRUE(window_.findChild<QToolBar*>("Toolbar1")->isEnabled());
+}
+
+std::string TestName(const testing::TestParamInfo<std::string>& info) {
+  std::string name = info.param;
+  std::erase_if(name, [](unsigned char c) { return std::isalnum(c) == 0; });
+  return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Lists, ListWindowTest, testing::ValuesIn(ListNames()), TestName);
+
+}  // namespace
+}  // namespace kolvane::window

@@ -1,0 +1,201 @@
+// Grid and Toolbar3 in the window.
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QTest>
+#include <QTimer>
+
+#include "device/fake_port_library.h"
+#include "script/temp_folder.h"
+#include "window/main_window.h"
+
+namespace kolvane::window {
+namespace {
+
+class ScriptViewTest : public testing::Test {
+ protected:
+  ScriptViewTest() {
+    device_.OperMode = 2;
+    device_.connected = true;
+    connection_.port_code = device::port_code::kTcpIp;
+    window_.Load();
+    window_.show();
+    Grid()->setFocus();
+  }
+
+  script::CommandGrid* Grid() { return window_.findChild<script::CommandGrid*>(); }
+  QString Row(int row) { return Grid()->model()->index(row - 1, 1).data().toString(); }
+  QVariant Look(int row, int role) { return Grid()->model()->index(row - 1, 1).data(role); }
+  int CurrentRow() { return Grid()->currentIndex().row() + 1; }
+  void GoTo(int row) { Grid()->setCurrentIndex(Grid()->model()->index(row - 1, 1)); }
+  void Press(const char* key) { window_.findChild<QAction*>(QLatin1String(key))->trigger(); }
+  QString Status() { return window_.findChild<QLabel*>("StatusBar2_2")->text(); }
+
+  void Fill(const QStringList& rows) {
+    GoTo(1);
+    QApplication::clipboard()->setText(rows.join('\n'));
+    Grid()->paste();
+  }
+
+  // Types into the cell of the current row, as a person does.
+  void Type(const QString& text) {
+    QTest::keyClicks(Grid(), text.left(1));
+    auto* editor = Grid()->findChild<QLineEdit*>();
+    ASSERT_NE(editor, nullptr);
+    QTest::keyClicks(editor, text.mid(1));
+    QTest::keyClick(editor, Qt::Key_Return);
+    QApplication::processEvents();  // the editor takes its text over in an event of its own
+  }
+
+  void AnswerFileDialog(const QString& title, const QString& name) {
+    QTimer::singleShot(0, &window_, [title, name] {
+      auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+      ASSERT_NE(dialog, nullptr);
+      EXPECT_EQ(dialog->windowTitle(), title);
+      dialog->selectFile(name);
+      dialog->findChild<QLineEdit*>("fileNameEdit")->setText(name);
+      static_cast<QDialog*>(dialog)->accept();
+    });
+  }
+
+  script::TempFolder folder_;
+  device::DeviceState device_;
+  device::ConnectionParameters connection_;
+  terminal::TerminalState terminal_;
+  terminal::WindowSettings settings_;
+  script::ScriptState script_;
+  device::FakePortLibrary library_;
+  device::FakePortLibrarySource source_{&library_};
+  MainWindow window_{{{device_, connection_, terminal_}, script_, settings_, source_, folder_.Path(".")}};
+};
+
+TEST_F(ScriptViewTest, TypingOverARowAndEnterMovesDown) {
+  GoTo(3);
+  Type("$DELAY 5");
+  EXPECT_EQ(Row(3), "$DELAY 5");
+  EXPECT_EQ(CurrentRow(), 4);
+  EXPECT_EQ(Look(3, Qt::ForegroundRole).value<QColor>(), QColor(0, 0, 255));
+}
+
+TEST_F(ScriptViewTest, ColoursFollowTheKindOfARow) {
+  Fill({"' Kommentar", "$STOP", ":marke", "MSV?"});
+  EXPECT_EQ(Look(1, Qt::ForegroundRole).value<QColor>(), QColor(0, 128, 0));
+  EXPECT_EQ(Look(3, Qt::ForegroundRole).value<QColor>(), QColor(255, 0, 0));
+  EXPECT_EQ(Look(4, Qt::ForegroundRole).value<QColor>(), QColor(0, 0, 0));
+  EXPECT_FALSE(Look(4, Qt::BackgroundRole).isValid());
+}
+
+TEST_F(ScriptViewTest, RowsGoThroughTheClipboardAsLines) {
+  Fill({"eins", "zwei", "drei"});
+  Grid()->selectRow(0);
+  Grid()->selectionModel()->select(Grid()->model()->index(1, 1),
+                                   QItemSelectionModel::Select | QItemSelectionModel::Rows);
+  QTest::keyClick(Grid(), Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(QApplication::clipboard()->text(), "eins\nzwei");
+  QTest::keyClick(Grid(), Qt::Key_X, Qt::ControlModifier);
+  EXPECT_EQ(Row(1) + Row(2) + Row(3), "drei");
+  GoTo(5);
+  QTest::keyClick(Grid(), Qt::Key_V, Qt::ControlModifier);
+  EXPECT_EQ(Row(6), "zwei");
+  QTest::keyClick(Grid(), Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(Row(6), "");
+}
+
+TEST_F(ScriptViewTest, DeleteEmptiesARowAndThenTakesItOut) {
+  Fill({"eins", "zwei"});
+  GoTo(1);
+  QTest::keyClick(Grid(), Qt::Key_Delete);
+  EXPECT_EQ(Row(1), "");
+  EXPECT_EQ(Row(2), "zwei");
+  QTest::keyClick(Grid(), Qt::Key_Delete);
+  EXPECT_EQ(Row(1), "zwei");
+  QTest::keyClick(Grid(), Qt::Key_Insert);
+  EXPECT_EQ(Row(2), "zwei");
+}
+
+TEST_F(ScriptViewTest, RecordsWhatIsSentByHand) {
+  Press("TB_RECORD");
+  EXPECT_EQ(window_.findChild<QAction*>("TB_RECORD")->property("Tag").toString(), "1");
+  EXPECT_EQ(window_.findChild<QAction*>("TB_RECORD")->property("Image").toInt(), 16);
+  auto* box = window_.findChild<QComboBox*>("cmbCommand");
+  library_.replies = {{"1\r\n"}};
+  box->setCurrentText("ONE?");
+  QTest::keyClick(box, Qt::Key_Return);
+  EXPECT_EQ(Row(1), "ONE?");
+  Press("TB_RECORD");
+  EXPECT_EQ(window_.findChild<QAction*>("TB_RECORD")->property("Image").toInt(), 14);
+}
+
+TEST_F(ScriptViewTest, SavesAndLoadsThroughTheDialogs) {
+  Fill({"Größe?"});
+  AnswerFileDialog("Befehlsliste speichern", QString::fromStdString(folder_.Path("a.CMD")));
+  Press("TB_SAVESCRIPT");
+  EXPECT_EQ(script::ReadBytes(folder_.Path("a.CMD")).substr(0, 9),
+            "Gr\xF6\xDF"
+            "e?\r\n\r");
+  Press("TB_NEWSCRIPT");
+  EXPECT_EQ(Row(1), "");
+  EXPECT_EQ(Status(), "Befehlsliste: Unbenannt");
+  AnswerFileDialog("Befehlsliste öffnen", QString::fromStdString(folder_.Path("a.CMD")));
+  Press("TB_OPENSCRIPT");
+  EXPECT_EQ(Row(1), "Größe?");
+  EXPECT_EQ(Status().toStdString(), "Befehlsliste: " + folder_.Path("a.CMD"));
+}
+
+TEST_F(ScriptViewTest, AStepHighlightsTheNextRow) {
+  Fill({"$SILENT OFF", "$SILENT OFF"});
+  GoTo(1);
+  Press("TB_SINGLESTEP");
+  EXPECT_EQ(CurrentRow(), 2);
+  EXPECT_EQ(Look(2, Qt::BackgroundRole).value<QColor>(), QColor(0, 0, 255));
+  EXPECT_EQ(Look(2, Qt::ForegroundRole).value<QColor>(), QColor(255, 255, 0));
+  EXPECT_TRUE(Look(2, Qt::FontRole).value<QFont>().bold());
+}
+
+TEST_F(ScriptViewTest, StopEndsAnEndlessListAndTheControlsAreFreeAgain) {
+  Fill({"$REPEAT 2000000000", "$ENDREPEAT"});
+  bool locked = false;
+  QTimer::singleShot(20, &window_, [&] {
+    locked = !window_.findChild<QToolBar*>("Toolbar1")->isEnabled() &&
+             !window_.findChild<QAction*>("TB_OPENSCRIPT")->isEnabled() &&
+             window_.findChild<QAction*>("TB_STOP")->isEnabled();
+    Press("TB_PLAY");
+    Press("TB_SINGLESTEP");
+    Press("TB_STOP");
+  });
+  Press("TB_PLAY");
+  EXPECT_TRUE(locked);
+  EXPECT_EQ(script_.run.ScriptRunning, 0);
+  EXPECT_TRUE(window_.findChild<QToolBar*>("Toolbar1")->isEnabled());
+  EXPECT_TRUE(window_.findChild<QAction*>("TB_OPENSCRIPT")->isEnabled());
+}
+
+TEST_F(ScriptViewTest, ClosingEndsARunAndThenTheWindow) {
+  Fill({"$REPEAT 2000000000", "$ENDREPEAT"});
+  int unloads = 0;
+  window_.OnUnload([&] {
+    ++unloads;
+    EXPECT_EQ(script_.run.ScriptRunning, 0);
+  });
+  QTimer::singleShot(20, &window_, [&] {
+    window_.close();
+    EXPECT_TRUE(window_.isVisible());
+  });
+  Press("TB_PLAY");
+  EXPECT_FALSE(window_.isVisible());
+  EXPECT_EQ(unloads, 1);
+}
+
+TEST_F(ScriptViewTest, ShowsTheReferenceOfTheSpecialCommands) {
+  script::WriteBytes(folder_.Path("TermCmdHelp.rtf"),
+                     "{\\rtf1{\\colortbl;\\red0\\green0\\blue255;}\\cf1 $STOP\\cf0  h\\'e4lt an\\par}");
+  Press("TB_SPECIALCOMMANDS");
+  EXPECT_TRUE(window_.findChild<terminal::OutputPane*>()->plainText().contains("$STOP hält an"));
+}
+
+}  // namespace
+}  // namespace kolvane::window
