@@ -13,6 +13,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr char kDemoList[] = "demo.CMD";
+
 // A folder that goes with its owner.
 class ScratchFolder {
  public:
@@ -41,13 +43,22 @@ fs::path WriteSettings(const fs::path& folder, std::uint16_t port) {
   return file;
 }
 
+// The demo has the component's files in a folder of its own, and leaves its log there.
+void FillFolder(const fs::path& folder, const fs::path& component_folder) {
+  for (const char* name : {"TermCmdHelp.rtf", kDemoList})
+    fs::copy_file(component_folder / name, folder / name, fs::copy_options::skip_existing);
+  fs::current_path(folder);
+}
+
 }  // namespace
 
 void RunDemo(const std::string& folder, int close_descriptor) {
   const fs::path programs = fs::read_symlink("/proc/self/exe").parent_path();
   const AmplifierProcess amplifier((programs / "kolvane-amplifier").string());
   const ScratchFolder scratch;
+  FillFolder(scratch.path(), programs.parent_path() / "lib");
   TerminalOptions options;
+  options.CommandList = (scratch.path() / kDemoList).string();
   options.Folder = folder.empty() ? scratch.path().string() : folder;
   options.SettingsFile = WriteSettings(scratch.path(), amplifier.port()).string();
   options.CloseDescriptor = close_descriptor;

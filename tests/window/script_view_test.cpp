@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QTest>
 #include <QTimer>
+#include <algorithm>
 
 #include "device/fake_port_library.h"
 #include "script/temp_folder.h"
@@ -172,6 +173,20 @@ TEST_F(ScriptViewTest, StopEndsAnEndlessListAndTheControlsAreFreeAgain) {
   EXPECT_EQ(script_.run.ScriptRunning, 0);
   EXPECT_TRUE(window_.findChild<QToolBar*>("Toolbar1")->isEnabled());
   EXPECT_TRUE(window_.findChild<QAction*>("TB_OPENSCRIPT")->isEnabled());
+}
+
+TEST_F(ScriptViewTest, ACommandSentDuringARunGoesOutBetweenTwoRows) {
+  Fill({"$REPEAT 2000000000", "$ENDREPEAT"});
+  library_.replies = {{"1\r\n"}};
+  QTimer::singleShot(20, &window_, [&] {
+    auto* box = window_.findChild<QComboBox*>("cmbCommand");
+    box->setCurrentText("ONE?");
+    QTest::keyClick(box, Qt::Key_Return);
+    Press("TB_BREAK");
+  });
+  Press("TB_PLAY");
+  EXPECT_EQ(std::count(library_.calls.begin(), library_.calls.end(), "WritePort(\"ONE?\n\")"), 1);
+  EXPECT_TRUE(window_.findChild<terminal::OutputPane*>()->plainText().endsWith("ONE?\n1"));
 }
 
 TEST_F(ScriptViewTest, ClosingEndsARunAndThenTheWindow) {
