@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
-#include <cctype>
 #include <cstdlib>
 #include <filesystem>
 
+#include "script/list_names.h"
 #include "script/list_run.h"
 #include "script/temp_folder.h"
 
@@ -11,15 +11,6 @@ namespace kolvane::script {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::vector<std::string> ListNames() {
-  std::vector<std::string> names;
-  for (const auto& entry : fs::directory_iterator(KOLVANE_TEST_LISTS)) {
-    if (entry.path().extension() == ".CMD") names.push_back(entry.path().stem().string());
-  }
-  std::sort(names.begin(), names.end());
-  return names;
-}
 
 class GoldenListTest : public testing::TestWithParam<std::string> {
  protected:
@@ -48,13 +39,8 @@ TEST_P(GoldenListTest, RunsAsItsFilesSay) {
   Check("log", run.Log());
 }
 
-std::string TestName(const testing::TestParamInfo<std::string>& info) {
-  std::string name = info.param;
-  std::erase_if(name, [](unsigned char c) { return std::isalnum(c) == 0; });
-  return name;
-}
-
-INSTANTIATE_TEST_SUITE_P(Lists, GoldenListTest, testing::ValuesIn(ListNames()), TestName);
+INSTANTIATE_TEST_SUITE_P(Lists, GoldenListTest, testing::ValuesIn(ListNames()),
+                         [](const auto& list) { return TestNameOf(list.param); });
 
 TEST(DialogueTest, EscapesWhatIsNoPlainCharacter) {
   const std::string bytes("a\\\r\n\0\xFF z", 8);

@@ -6,9 +6,9 @@
 #include <QMessageBox>
 #include <QTimer>
 #include <algorithm>
-#include <cctype>
 #include <filesystem>
 
+#include "script/list_names.h"
 #include "script/temp_folder.h"
 #include "window/dialogue_port.h"
 #include "window/main_window.h"
@@ -17,15 +17,6 @@ namespace kolvane::window {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::vector<std::string> ListNames() {
-  std::vector<std::string> names;
-  for (const auto& entry : fs::directory_iterator(KOLVANE_TEST_LISTS)) {
-    if (entry.path().extension() == ".CMD") names.push_back(entry.path().stem().string());
-  }
-  std::sort(names.begin(), names.end());
-  return names;
-}
 
 class ListWindowTest : public testing::TestWithParam<std::string> {
  protected:
@@ -80,13 +71,8 @@ TEST_P(ListWindowTest, BringsAboutTheSameAsWithoutAWindow) {
   EXPECT_TRUE(window_.findChild<QToolBar*>("Toolbar1")->isEnabled());
 }
 
-std::string TestName(const testing::TestParamInfo<std::string>& info) {
-  std::string name = info.param;
-  std::erase_if(name, [](unsigned char c) { return std::isalnum(c) == 0; });
-  return name;
-}
-
-INSTANTIATE_TEST_SUITE_P(Lists, ListWindowTest, testing::ValuesIn(ListNames()), TestName);
+INSTANTIATE_TEST_SUITE_P(Lists, ListWindowTest, testing::ValuesIn(script::ListNames()),
+                         [](const auto& list) { return script::TestNameOf(list.param); });
 
 }  // namespace
 }  // namespace kolvane::window
