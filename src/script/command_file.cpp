@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "base/codepage.h"
+#include "base/replace_file.h"
 #include "script/line_splitter.h"
-#include "script/replace_file.h"
 
 namespace kolvane::script {
 namespace {
@@ -52,7 +52,7 @@ FileResult ReadLines(const std::string& name, Lines& lines) {
 }
 
 FileResult Write(const std::string& name, std::string_view bytes) {
-  const int error = ReplaceFile(name, bytes);
+  const int error = base::ReplaceFile(name, bytes);
   return {error == 0 ? Problem::kNone : Problem::kCannotWrite, name, error};
 }
 

@@ -1,48 +1,11 @@
 #pragma once
 
-#include <stdlib.h>
-
-#include <algorithm>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <string>
-#include <vector>
+#include "base/temp_folder.h"
 
 namespace kolvane::script {
 
-inline std::string ReadBytes(const std::string& name) {
-  std::ifstream file(name, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
-inline void WriteBytes(const std::string& name, const std::string& bytes) {
-  std::ofstream(name, std::ios::binary) << bytes;
-}
-
-/// A folder of the test's own, gone with it.
-class TempFolder {
- public:
-  TempFolder() : path_((std::filesystem::temp_directory_path() / "kolvane-script-XXXXXX").string()) {
-    if (mkdtemp(path_.data()) == nullptr) throw std::filesystem::filesystem_error("mkdtemp", {});
-  }
-  ~TempFolder() { std::filesystem::remove_all(path_); }
-  TempFolder(const TempFolder&) = delete;
-  TempFolder& operator=(const TempFolder&) = delete;
-
-  std::string Path(const std::string& name) const { return path_ + "/" + name; }
-
-  /// Names of all files in it, sorted.
-  std::vector<std::string> Names() const {
-    std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(path_))
-      names.push_back(entry.path().filename().string());
-    std::sort(names.begin(), names.end());
-    return names;
-  }
-
- private:
-  std::string path_;
-};
+using base::ReadBytes;
+using base::TempFolder;
+using base::WriteBytes;
 
 }  // namespace kolvane::script

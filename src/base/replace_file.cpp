@@ -1,4 +1,4 @@
-#include "script/replace_file.h"
+#include "base/replace_file.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -9,7 +9,9 @@
 #include <filesystem>
 #include <utility>
 
-namespace kolvane::script {
+#include "base/write_all.h"
+
+namespace kolvane::base {
 namespace {
 
 namespace fs = std::filesystem;
@@ -45,19 +47,11 @@ int FollowLinks(fs::path& path) {
   return 0;
 }
 
-bool WriteAll(int descriptor, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const ssize_t written = write(descriptor, bytes.data(), bytes.size());
-    if (written < 0 && errno == EINTR) continue;
-    if (written < 0) return false;
-    bytes.remove_prefix(static_cast<std::size_t>(written));
-  }
-  return true;
-}
-
 int WriteInPlace(const fs::path& path, std::string_view bytes) {
-  OpenFile file(open(path.c_str(), O_WRONLY | O_CLOEXEC));
-  return file.get() >= 0 && WriteAll(file.get(), bytes) && file.Close() ? 0 : errno;
+  OpenFile file(open(path.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC));
+  if (file.get() < 0) return errno;
+  if (const int error = WriteAll(file.get(), bytes)) return error;
+  return file.Close() ? 0 : errno;
 }
 
 // A new file beside `path`, whose name it returns in `beside`.
@@ -76,9 +70,10 @@ bool TakeOver(int descriptor, const struct stat& old) {
   return fchmod(descriptor, old.st_mode & 07777) == 0;
 }
 
-bool Fill(OpenFile& file, const struct stat* old, std::string_view bytes) {
-  return (old == nullptr || TakeOver(file.get(), *old)) && WriteAll(file.get(), bytes) &&
-         fsync(file.get()) == 0 && file.Close();
+int Fill(OpenFile& file, const struct stat* old, std::string_view bytes) {
+  if (old != nullptr && !TakeOver(file.get(), *old)) return errno;
+  if (const int error = WriteAll(file.get(), bytes)) return error;
+  return fsync(file.get()) == 0 && file.Close() ? 0 : errno;
 }
 
 // Makes the new name last; where the folder cannot be flushed the file is there all the same.
@@ -91,8 +86,9 @@ int Exchange(const fs::path& path, const struct stat* old, std::string_view byte
   fs::path beside;
   OpenFile file(CreateBeside(path, beside));
   if (file.get() < 0) return errno;
-  if (!Fill(file, old, bytes) || rename(beside.c_str(), path.c_str()) != 0) {
-    const int error = errno;
+  int error = Fill(file, old, bytes);
+  if (error == 0 && rename(beside.c_str(), path.c_str()) != 0) error = errno;
+  if (error != 0) {
     unlink(beside.c_str());
     return error;
   }
@@ -112,4 +108,4 @@ int ReplaceFile(const std::string& name, std::string_view bytes) {
   return Exchange(path, &old, bytes);
 }
 
-}  // namespace kolvane::script
+}  // namespace kolvane::base

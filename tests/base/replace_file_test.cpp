@@ -1,40 +1,19 @@
-#include "script/replace_file.h"
+#include "base/replace_file.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <csignal>
 
-#include "script/temp_folder.h"
+#include "base/small_files.h"
+#include "base/temp_folder.h"
 
-namespace kolvane::script {
+namespace kolvane::base {
 namespace {
 
 namespace fs = std::filesystem;
 using Names = std::vector<std::string>;
-
-/// Lets no file grow beyond `bytes`, as a full disk would.
-class SmallFiles {
- public:
-  explicit SmallFiles(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
-    getrlimit(RLIMIT_FSIZE, &old_);
-    const rlimit small{bytes, old_.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &small);
-  }
-  ~SmallFiles() {
-    setrlimit(RLIMIT_FSIZE, &old_);
-    std::signal(SIGXFSZ, handler_);
-  }
-  SmallFiles(const SmallFiles&) = delete;
-  SmallFiles& operator=(const SmallFiles&) = delete;
-
- private:
-  void (*handler_)(int);
-  rlimit old_{};
-};
 
 /// Takes the rights of the superuser away, who may write any file.
 class Nobody {
@@ -137,6 +116,11 @@ TEST_F(ReplaceFileTest, WritesToADeviceDirectly) {
   EXPECT_TRUE(fs::is_character_file("/dev/full"));
 }
 
+TEST_F(ReplaceFileTest, DoesNotWaitForAPipesReader) {
+  ASSERT_EQ(mkfifo(file.c_str(), 0666), 0);
+  EXPECT_EQ(ReplaceFile(file, "new"), ENXIO);
+}
+
 TEST_F(ReplaceFileTest, TellsWhyItCannotWrite) {
   EXPECT_EQ(ReplaceFile(folder.Path("none/a.CMD"), "x"), ENOENT);
   EXPECT_EQ(ReplaceFile(folder.Path(""), "x"), EISDIR);
@@ -164,4 +148,4 @@ TEST_F(ReplaceFileTest, ANameWithoutFolderStandsInTheCurrentOne) {
 }
 
 }  // namespace
-}  // namespace kolvane::script
+}  // namespace kolvane::base

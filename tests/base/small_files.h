@@ -1,0 +1,23 @@
+#pragma once
+
+#include <sys/resource.h>
+
+namespace kolvane::base {
+
+/// Lets no file grow beyond `bytes`, as a full disk would; the kernel's signal for it would end the process.
+class SmallFiles {
+ public:
+  explicit SmallFiles(rlim_t bytes) {
+    getrlimit(RLIMIT_FSIZE, &old_);
+    const rlimit small{bytes, old_.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+  }
+  ~SmallFiles() { setrlimit(RLIMIT_FSIZE, &old_); }
+  SmallFiles(const SmallFiles&) = delete;
+  SmallFiles& operator=(const SmallFiles&) = delete;
+
+ private:
+  rlimit old_{};
+};
+
+}  // namespace kolvane::base

@@ -1,0 +1,68 @@
+#include "base/write_all.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+
+#include "base/small_files.h"
+#include "base/temp_folder.h"
+
+namespace kolvane::base {
+namespace {
+
+class WriteAllTest : public testing::Test {
+ protected:
+  ~WriteAllTest() override { close(descriptor_); }
+
+  TempFolder folder_;
+  std::string file_ = folder_.Path("a");
+  int descriptor_ = open(file_.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666);
+};
+
+TEST_F(WriteAllTest, WritesEveryByte) {
+  const std::string bytes("a\0b", 3);
+  EXPECT_EQ(WriteAll(descriptor_, bytes), 0);
+  EXPECT_EQ(WriteAll(descriptor_, ""), 0);
+  EXPECT_EQ(ReadBytes(file_), bytes);
+}
+
+TEST_F(WriteAllTest, AFileAtItsLimitIsAFailureAndNoSignal) {
+  const SmallFiles small(10);
+  EXPECT_EQ(WriteAll(descriptor_, "0123456789"), 0);
+  EXPECT_EQ(WriteAll(descriptor_, "x"), EFBIG);
+  EXPECT_EQ(ReadBytes(file_), "0123456789");
+}
+
+TEST_F(WriteAllTest, APipeWithoutReaderIsAFailureAndNoSignal) {
+  int ends[2];
+  ASSERT_EQ(pipe(ends), 0);
+  close(ends[0]);
+  EXPECT_EQ(WriteAll(ends[1], "x"), EPIPE);
+  close(ends[1]);
+}
+
+TEST_F(WriteAllTest, LeavesTheSignalMaskAsItWas) {
+  const SmallFiles small(0);
+  EXPECT_EQ(WriteAll(descriptor_, "x"), EFBIG);
+  sigset_t mask;
+  sigset_t pending;
+  pthread_sigmask(SIG_BLOCK, nullptr, &mask);
+  sigpending(&pending);
+  for (const int number : {SIGXFSZ, SIGPIPE}) {
+    EXPECT_EQ(sigismember(&mask, number), 0);
+    EXPECT_EQ(sigismember(&pending, number), 0);
+  }
+}
+
+TEST_F(WriteAllTest, TellsWhy) {
+  EXPECT_EQ(WriteAll(-1, "x"), EBADF);
+  const int full = open("/dev/full", O_WRONLY | O_CLOEXEC);
+  EXPECT_EQ(WriteAll(full, "x"), ENOSPC);
+  close(full);
+}
+
+}  // namespace
+}  // namespace kolvane::base
