@@ -6,24 +6,20 @@
 #include <cerrno>
 
 #include "base/codepage.h"
+#include "base/write_all.h"
 
 namespace kolvane::terminal {
 
-bool LogFile::Open(const std::string& path) {
+int LogFile::Open(const std::string& path) {
   Close();
-  file_ = open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0666);
-  return IsOpen();
+  if (path.find('\0') != path.npos) return EINVAL;
+  // A pipe whose reader is slow or missing must not hold the terminal up.
+  file_ = open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_NONBLOCK | O_CLOEXEC, 0666);
+  return IsOpen() ? 0 : errno;
 }
 
-void LogFile::WriteLine(std::string_view line) {
-  const std::string bytes = base::ToWindows1252(line) + "\r\n";
-  std::string_view rest = bytes;
-  while (IsOpen() && !rest.empty()) {
-    const ssize_t written = write(file_, rest.data(), rest.size());
-    if (written < 0 && errno == EINTR) continue;
-    if (written <= 0) return;
-    rest.remove_prefix(static_cast<std::size_t>(written));
-  }
+int LogFile::WriteLine(std::string_view line) {
+  return base::WriteAll(file_, base::ToWindows1252(line) + "\r\n");
 }
 
 void LogFile::Close() {

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/system_error_text.h"
 #include "device/device.h"
 
 /// Every text that the terminal session shows.
@@ -40,6 +41,24 @@ inline std::string Failure(std::string_view what, const device::DeviceError& err
 
 inline std::string InputFlushed(std::int32_t bytes) {
   return "Empfangspuffer gelöscht (" + std::to_string(bytes) + " Bytes)";
+}
+
+inline constexpr std::string_view kStartRecordingTip = "Log aktivieren";
+inline constexpr std::string_view kStopRecordingTip = "Log deaktivieren";
+
+/// For the second status bar; an empty name is that of no log.
+inline std::string LogStatus(std::string_view file_name) {
+  return "Logdatei: " + std::string(file_name.empty() ? "Keine" : file_name);
+}
+
+/// `error` is an errno.
+inline std::string LogNotOpened(std::string_view file_name, int error) {
+  return "Die Logdatei „" + std::string(file_name) +
+         "“ kann nicht geöffnet werden: " + base::SystemErrorText(error);
+}
+inline std::string LogNotWritten(std::string_view file_name, int error) {
+  return "Die Logdatei „" + std::string(file_name) +
+         "“ kann nicht geschrieben werden: " + base::SystemErrorText(error);
 }
 
 /// Goes into the pane's text as it stands, hence the line break in front.

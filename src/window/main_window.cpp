@@ -30,9 +30,10 @@ MainWindow::MainWindow(WindowContext context)
       toolbar1_(new MainToolbar(this)),
       menus_(this),
       pane_(new terminal::OutputPane),
-      core_(context_.slices, context_.library, {*pane_, log_, prompt_, *this}),
+      log_(toolbar1_, menus_, area_->status_bars(), context_.slices.terminal.output, prompt_, this),
+      core_(context_.slices, context_.library, {*pane_, log_.control(), prompt_, *this}),
       dialogs_(this),
-      script_log_(log_),
+      script_log_(log_.control()),
       script_({context_.script, context_.slices, core_, context_.library, script_log_},
               {prompt_, *pane_, dialogs_, [this](bool flag) { LockGUI(flag); }, context_.folder},
               area_->script_bar(), this),
@@ -63,7 +64,6 @@ void MainWindow::BuildArea() {
   area_->splitter()->setStretchFactor(0, 6);
   area_->splitter()->setStretchFactor(1, 4);
   area_->splitter()->setSizes({kFirstSize.width() * 6 / 10, kFirstSize.width() * 4 / 10});
-  area_->status_bars().ShowLogFile("Logdatei: Keine");
   setCentralWidget(area_);
   connect(&receive_, &ReceiveView::CountShownOrHidden, area_, &WindowArea::LayOutParts);
   area_->terminal_bar()->command()->setFocus();
@@ -107,6 +107,8 @@ void MainWindow::On(const char* item, const std::function<void()>& event) {
 void MainWindow::ConnectMenus() {
   connect(toolbar1_, &MainToolbar::ButtonClick, this, &MainWindow::Toolbar1ButtonClick);
   connect(menus_.connection, &QMenu::aboutToShow, this, &MainWindow::OpenConnectionMenu);
+  On("mnuOpenLog", [this] { log_.Open(); });
+  On("mnuCloseLog", [this] { log_.control().CloseLog(); });
   On("mnuConnect", [this] { core_.connect.Connect(); });
   On("mnuDisconnect", [this] { core_.connect.Disconnect(); });
   On("mnuExit", [this] { close(); });
@@ -128,8 +130,16 @@ void MainWindow::Send() {
 }
 
 void MainWindow::Toolbar1ButtonClick(const QString& key) {
-  if (key == QLatin1String("TB_CONNECT")) prompt_.Guard([this] { core_.connect.Press(); });
-  if (key == QLatin1String("TB_FLUSH")) prompt_.Guard([this] { core_.connect.Flush(); });
+  const std::pair<const char*, std::function<void()>> actions[] = {
+      {"TB_CONNECT", [this] { core_.connect.Press(); }},
+      {"TB_FLUSH", [this] { core_.connect.Flush(); }},
+      {"TB_OPENLOG", [this] { log_.Open(); }},
+      {"TB_CLOSELOG", [this] { log_.control().CloseLog(); }},
+      {"TB_RECORDLOG", [this] { log_.control().PressRecord(); }},
+  };
+  for (const auto& [name, action] : actions) {
+    if (key == QLatin1String(name)) return prompt_.Guard(action);
+  }
 }
 
 void MainWindow::OpenConnectionMenu() {

@@ -5,18 +5,18 @@
 
 #include "device/port_library_source.h"
 #include "terminal/interactive_send.h"
-#include "terminal/log_file.h"
 #include "terminal/terminal_core.h"
 #include "terminal/ui/output_pane.h"
 #include "terminal/window_settings.h"
 #include "window/command_box_view.h"
 #include "window/command_dialogs.h"
+#include "window/log_commands.h"
 #include "window/main_toolbar.h"
 #include "window/menus.h"
 #include "window/message_prompt.h"
 #include "window/pane_commands.h"
 #include "window/receive_view.h"
-#include "window/script_log_file.h"
+#include "window/script_log_adapter.h"
 #include "window/script_view.h"
 #include "window/window_area.h"
 
@@ -39,7 +39,7 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   explicit MainWindow(WindowContext context);
 
   terminal::TerminalCore& core() { return core_; }
-  terminal::LogSink& log() { return log_; }
+  terminal::LogSink& log() { return log_.control(); }
 
   /// Puts the loaded settings into the controls and prepares the device. Throws RuntimeError where a setting
   /// does not fit its control.
@@ -77,10 +77,10 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   MainToolbar* toolbar1_;
   Menus menus_;
   terminal::OutputPane* pane_;
-  terminal::LogFile log_;
+  LogCommands log_;
   terminal::TerminalCore core_;
   CommandDialogs dialogs_;
-  ScriptLogFile script_log_;
+  ScriptLogAdapter script_log_;
   ScriptView script_;
   CommandBoxView box_;
   terminal::InteractiveSend interactive_;

@@ -1,61 +1,71 @@
 #include "terminal/log_file.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
+#include <sys/stat.h>
 
 #include <cerrno>
-#include <cstdio>
-#include <fstream>
-#include <sstream>
+
+#include "base/temp_folder.h"
 
 namespace kolvane::terminal {
 namespace {
 
 class LogFileTest : public testing::Test {
  protected:
-  ~LogFileTest() override { std::remove(path_.c_str()); }
+  std::string Content() const { return base::ReadBytes(path_); }
 
-  std::string Content() const {
-    std::ostringstream bytes;
-    bytes << std::ifstream(path_, std::ios::binary).rdbuf();
-    return bytes.str();
-  }
-
-  std::string path_ = testing::TempDir() + "log_file_" + std::to_string(getpid()) + ".LOG";
+  base::TempFolder folder_;
+  std::string path_ = folder_.Path("a.LOG");
   LogFile log_;
 };
 
 TEST_F(LogFileTest, EachLineHasReachedTheFileInWindows1252) {
-  ASSERT_TRUE(log_.Open(path_));
-  log_.WriteLine("Größe 5 €");
-  EXPECT_EQ(Content(),
-            "Gr\xF6\xDF"
-            "e 5 \x80\r\n");
-  log_.WriteLine("");
-  EXPECT_EQ(Content(),
-            "Gr\xF6\xDF"
-            "e 5 \x80\r\n\r\n");
+  ASSERT_EQ(log_.Open(path_), 0);
+  EXPECT_EQ(log_.WriteLine("Größe 5 €"), 0);
+  EXPECT_EQ(Content(), "Gr\xF6\xDF\x65 5 \x80\r\n");
+  EXPECT_EQ(log_.WriteLine(""), 0);
+  EXPECT_EQ(Content(), "Gr\xF6\xDF\x65 5 \x80\r\n\r\n");
+}
+
+TEST_F(LogFileTest, KeepsEveryByteOfALine) {
+  ASSERT_EQ(log_.Open(path_), 0);
+  EXPECT_EQ(log_.WriteLine(std::string_view("a\0b\nc\x1B", 6)), 0);
+  EXPECT_EQ(Content(), std::string("a\0b\nc\x1B\r\n", 8));
 }
 
 TEST_F(LogFileTest, AppendsToWhatIsThere) {
-  ASSERT_TRUE(log_.Open(path_));
-  log_.WriteLine("eins");
+  ASSERT_EQ(log_.Open(path_), 0);
+  EXPECT_EQ(log_.WriteLine("eins"), 0);
   log_.Close();
-  ASSERT_TRUE(log_.Open(path_));
-  log_.WriteLine("zwei");
+  ASSERT_EQ(log_.Open(path_), 0);
+  EXPECT_EQ(log_.WriteLine("zwei"), 0);
   EXPECT_EQ(Content(), "eins\r\nzwei\r\n");
 }
 
-TEST_F(LogFileTest, WritesNothingWhereNoneIsOpen) {
-  log_.WriteLine("verloren");
+TEST_F(LogFileTest, ClosesOnce) {
+  ASSERT_EQ(log_.Open(path_), 0);
+  log_.Close();
   log_.Close();
   EXPECT_FALSE(log_.IsOpen());
+  EXPECT_EQ(log_.WriteLine("verloren"), EBADF);
   EXPECT_EQ(Content(), "");
 }
 
 TEST_F(LogFileTest, SaysWhyItCannotBeOpened) {
-  EXPECT_FALSE(log_.Open("/nirgends/x.LOG"));
-  EXPECT_EQ(errno, ENOENT);
+  EXPECT_EQ(log_.Open("/nirgends/x.LOG"), ENOENT);
+  EXPECT_EQ(log_.Open(folder_.Path("")), EISDIR);
+  EXPECT_EQ(log_.Open(std::string("a\0b", 3)), EINVAL);
+  EXPECT_FALSE(log_.IsOpen());
+}
+
+TEST_F(LogFileTest, DoesNotWaitForAPipesReader) {
+  ASSERT_EQ(mkfifo(path_.c_str(), 0666), 0);
+  EXPECT_EQ(log_.Open(path_), ENXIO);
+}
+
+TEST_F(LogFileTest, SaysWhyALineCannotBeWritten) {
+  ASSERT_EQ(log_.Open("/dev/full"), 0);
+  EXPECT_EQ(log_.WriteLine("x"), ENOSPC);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@ kolvane_test(terminal_session_test
   connect_commands_test.cpp
   connect_press_test.cpp
   interactive_send_test.cpp
+  log_control_test.cpp
   log_file_test.cpp
   post_send_check_test.cpp
   receive_controls_test.cpp

@@ -1,0 +1,53 @@
+#include "terminal/log_control.h"
+
+namespace kolvane::terminal {
+namespace {
+
+constexpr int kRecordingImage = 25;
+constexpr int kNotRecordingImage = 28;
+
+}  // namespace
+
+void LogControl::OpenLog(const std::string& file_name) {
+  CloseLog();
+  if (const int error = file_.Open(file_name)) {
+    flags_.log_recording = false;
+    prompt_.ShowError(texts::LogNotOpened(file_name, error));
+    return;
+  }
+  file_name_ = file_name;
+  Changed();
+}
+
+void LogControl::CloseLog() {
+  if (!IsOpen()) return;
+  flags_.log_recording = false;
+  button_.image = kNotRecordingImage;
+  button_.pressed = false;
+  file_.Close();
+  file_name_.clear();
+  Changed();
+}
+
+void LogControl::PressRecord() {
+  if (!IsOpen()) return;
+  const bool start = button_.tag == 0;
+  flags_.log_recording = start;
+  button_ = start ? LogButtonState{1, kRecordingImage, texts::kStopRecordingTip, true} : LogButtonState{};
+  Changed();
+}
+
+void LogControl::WriteLine(std::string_view line) {
+  if (!IsOpen()) return;
+  const int error = file_.WriteLine(line);
+  if (error == 0) return;
+  const std::string message = texts::LogNotWritten(file_name_, error);
+  CloseLog();
+  prompt_.ShowError(message);
+}
+
+void LogControl::Changed() {
+  if (observer_ != nullptr) observer_->LogChanged();
+}
+
+}  // namespace kolvane::terminal

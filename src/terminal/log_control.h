@@ -1,0 +1,67 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "base/prompt.h"
+#include "terminal/log_file.h"
+#include "terminal/log_sink.h"
+#include "terminal/output.h"
+#include "terminal/texts.h"
+
+namespace kolvane::terminal {
+
+/// What the recording button TB_RECORDLOG shows. Closing the log releases it and takes its image back, but
+/// leaves tag and tool tip: a log closed while it records needs two presses after the next opening.
+struct LogButtonState {
+  int tag = 0;     ///< 1 from a press that starts recording to the one that ends it
+  int image = 28;  ///< 25 while recording, 28 otherwise
+  std::string_view tool_tip = texts::kStartRecordingTip;
+  bool pressed = false;
+};
+
+/// Told that the log was opened or closed, or its button pressed.
+class LogObserver {
+ public:
+  virtual ~LogObserver() = default;
+  virtual void LogChanged() = 0;
+};
+
+/// The log of a terminal: its file, the recording flag and what the window shows of both. A file that cannot
+/// be opened or written gives one message and ends the log; it is closed before the message is shown, so that
+/// whatever happens meanwhile finds no log.
+class LogControl final : public LogSink {
+ public:
+  LogControl(OutputFlags& flags, base::Prompt& prompt) : flags_(flags), prompt_(prompt) {}
+
+  /// One observer at most; null takes it away.
+  void Observe(LogObserver* observer) { observer_ = observer; }
+
+  /// Opens `file_name` (UTF-8) for appending, in place of the log that is open. It does not start recording.
+  void OpenLog(const std::string& file_name);
+  /// Ends recording and closes the file; nothing happens where none is open.
+  void CloseLog();
+  /// The press of TB_RECORDLOG; nothing happens where no log is open.
+  void PressRecord();
+
+  bool IsOpen() const { return file_.IsOpen(); }
+  const LogButtonState& button() const { return button_; }
+  /// What the status bar says: "Logdatei: " and the name as it was given, or "Logdatei: Keine".
+  std::string StatusText() const { return texts::LogStatus(file_name_); }
+
+  /// One line, recording or not; nothing happens where no log is open.
+  void WriteLine(std::string_view line) override;
+  void Close() override { CloseLog(); }
+
+ private:
+  void Changed();
+
+  OutputFlags& flags_;
+  base::Prompt& prompt_;
+  LogObserver* observer_ = nullptr;
+  LogFile file_;
+  std::string file_name_;
+  LogButtonState button_;
+};
+
+}  // namespace kolvane::terminal

@@ -1,0 +1,77 @@
+#include "window/file_dialogs.h"
+
+#include <QFileDialog>
+#include <QFileSystemModel>
+
+#include "window/text.h"
+
+namespace kolvane::window {
+namespace {
+
+constexpr auto kAllFiles = "Alle Dateien (*.*)";
+
+struct DialogRow {
+  const char* title;
+  const char* filters;  // descriptions and patterns in turn
+  bool must_exist;
+  const char* suffix;
+};
+
+constexpr auto kListFilters = "Terminal Befehls-Dateien (*.CMD)|*.CMD|Alle Dateien (*.*)|*.*";
+
+constexpr DialogRow kOpen[] = {
+    {"Befehlsliste öffnen", kListFilters, true, ""},
+    {"Logdatei öffnen", "Terminal Log-Dateien (*.LOG)|*.LOG|Alle Dateien (*.*)|*.*", false, ""},
+    {"Textdatei öffnen", "Textdateien (*.TXT)|*.TXT|Log-Dateien (*.LOG)|*.LOG|Alle Dateien (*.*)|*.*", true,
+     ""},
+};
+
+constexpr DialogRow kSave[] = {
+    {"Terminal Inhalt speichern", "Terminal Dateien (*.LOG)|*.LOG|Alle Dateien (*.*)|*.*", false, ".LOG"},
+    {"Befehlsliste speichern", kListFilters, false, ".CMD"},
+    {"Als PDF-Datei drucken", "PDF-Dateien (*.PDF)|*.PDF|Alle Dateien (*.*)|*.*", false, ".PDF"},
+};
+
+// Each description names its patterns already, as Qt wants them.
+QStringList NameFilters(const char* filters) {
+  const QStringList parts = ToQt(filters).split(QLatin1Char('|'));
+  QStringList names;
+  for (qsizetype i = 0; i < parts.size(); i += 2) names << parts[i];
+  return names;
+}
+
+// "*.*" means every file, one without a dot as well.
+void ShowEveryFileForStars(QFileDialog& dialog) {
+  QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString& filter) {
+    auto* files = dialog.findChild<QFileSystemModel*>();
+    if (files != nullptr && filter == ToQt(kAllFiles)) files->setNameFilters({QStringLiteral("*")});
+  });
+}
+
+std::optional<std::string> Ask(QFileDialog& dialog, const DialogRow& row) {
+  dialog.setWindowTitle(ToQt(row.title));
+  dialog.setNameFilters(NameFilters(row.filters));
+  dialog.setFileMode(row.must_exist ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+  dialog.setDefaultSuffix(ToQt(row.suffix));
+  ShowEveryFileForStars(dialog);
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+  return FromQt(dialog.selectedFiles().constFirst());
+}
+
+}  // namespace
+
+std::optional<std::string> AskOpenName(QWidget* parent, OpenMode mode) {
+  QFileDialog dialog(parent);
+  dialog.setObjectName(QStringLiteral("OpenDialog"));
+  dialog.setAcceptMode(QFileDialog::AcceptOpen);
+  return Ask(dialog, kOpen[static_cast<std::size_t>(mode)]);
+}
+
+std::optional<std::string> AskSaveName(QWidget* parent, SaveMode mode) {
+  QFileDialog dialog(parent);
+  dialog.setObjectName(QStringLiteral("SaveDialog"));
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  return Ask(dialog, kSave[static_cast<std::size_t>(mode)]);
+}
+
+}  // namespace kolvane::window

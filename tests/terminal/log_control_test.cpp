@@ -1,0 +1,221 @@
+#include "terminal/log_control.h"
+
+#include <gtest/gtest.h>
+
+#include "base/small_files.h"
+#include "base/temp_folder.h"
+#include "terminal/session_fakes.h"
+
+namespace kolvane::terminal {
+namespace {
+
+class RecordingObserver final : public LogObserver {
+ public:
+  void LogChanged() override { ++changes; }
+  int changes = 0;
+};
+
+class LogControlTest : public testing::Test {
+ protected:
+  LogControlTest() { log_.Observe(&observer_); }
+
+  std::string Button() const {
+    const LogButtonState& button = log_.button();
+    return std::to_string(button.tag) + " " + std::to_string(button.image) + " " +
+           std::string(button.tool_tip) + (button.pressed ? " pressed" : "");
+  }
+
+  base::TempFolder folder_;
+  std::string path_ = folder_.Path("a.LOG");
+  OutputFlags flags_;
+  FakePrompt prompt_;
+  FakePane pane_;
+  RecordingObserver observer_;
+  LogControl log_{flags_, prompt_};
+  Output output_{flags_, pane_, log_};
+};
+
+constexpr auto kOff = "0 28 Log aktivieren";
+constexpr auto kOn = "1 25 Log deaktivieren pressed";
+
+TEST_F(LogControlTest, StartsWithoutALog) {
+  EXPECT_FALSE(log_.IsOpen());
+  EXPECT_EQ(log_.StatusText(), "Logdatei: Keine");
+  EXPECT_EQ(Button(), kOff);
+}
+
+TEST_F(LogControlTest, OpeningShowsThePathAndRecordsNothing) {
+  log_.OpenLog(path_);
+  output_.AddLine("not recorded");
+  EXPECT_TRUE(log_.IsOpen());
+  EXPECT_EQ(log_.StatusText(), "Logdatei: " + path_);
+  EXPECT_EQ(Button(), kOff);
+  EXPECT_FALSE(flags_.log_recording);
+  EXPECT_EQ(base::ReadBytes(path_), "");
+  EXPECT_EQ(observer_.changes, 1);
+}
+
+TEST_F(LogControlTest, RecordsBetweenTwoPresses) {
+  log_.OpenLog(path_);
+  log_.PressRecord();
+  EXPECT_EQ(Button(), kOn);
+  output_.AddLine("Größe", kCommandColor);
+  output_.AddLine("");
+  EXPECT_EQ(base::ReadBytes(path_), "Gr\xF6\xDF\x65\r\n\r\n");
+  log_.PressRecord();
+  EXPECT_EQ(Button(), kOff);
+  output_.AddLine("not recorded");
+  EXPECT_EQ(base::ReadBytes(path_), "Gr\xF6\xDF\x65\r\n\r\n");
+}
+
+TEST_F(LogControlTest, AppendsToWhatTheFileHolds) {
+  base::WriteBytes(path_, "old\r\n");
+  log_.OpenLog(path_);
+  log_.PressRecord();
+  output_.AddLine("new");
+  EXPECT_EQ(base::ReadBytes(path_), "old\r\nnew\r\n");
+}
+
+TEST_F(LogControlTest, ClosingEndsRecordingButKeepsTagAndToolTip) {
+  log_.OpenLog(path_);
+  log_.PressRecord();
+  log_.CloseLog();
+  EXPECT_EQ(Button(), "1 28 Log deaktivieren");
+  EXPECT_FALSE(flags_.log_recording);
+  EXPECT_FALSE(log_.IsOpen());
+  EXPECT_EQ(log_.StatusText(), "Logdatei: Keine");
+}
+
+TEST_F(LogControlTest, AfterClosingWhileRecordingTheSecondPressRecords) {
+  log_.OpenLog(path_);
+  log_.PressRecord();
+  log_.CloseLog();
+  log_.OpenLog(path_);
+  log_.PressRecord();
+  EXPECT_EQ(Button(), kOff);
+  EXPECT_FALSE(flags_.log_recording);
+  log_.PressRecord();
+  EXPECT_EQ(Button(), kOn);
+  EXPECT_TRUE(flags_.log_recording);
+}
+
+TEST_F(LogControlTest, ClosingWithoutALogChangesNothing) {
+  flags_.log_recording = true;
+  log_.CloseLog();
+  log_.Close();
+  EXPECT_TRUE(flags_.log_recording);
+  EXPECT_EQ(observer_.changes, 0);
+}
+
+TEST_F(LogControlTest, APressWithoutALogChangesNothing) {
+  log_.PressRecord();
+  EXPECT_EQ(Button(), kOff);
+  EXPECT_FALSE(flags_.log_recording);
+  EXPECT_EQ(observer_.changes, 0);
+}
+
+TEST_F(LogControlTest, TheFlagSetByOthersLeavesTheButtonAlone) {
+  log_.OpenLog(path_);
+  flags_.log_recording = true;
+  output_.AddLine("recorded");
+  EXPECT_EQ(Button(), kOff);
+  EXPECT_EQ(base::ReadBytes(path_), "recorded\r\n");
+}
+
+TEST_F(LogControlTest, ASingleLineNeedsNoRecording) {
+  log_.WriteLine("lost");
+  log_.OpenLog(path_);
+  log_.WriteLine("one");
+  EXPECT_EQ(base::ReadBytes(path_), "one\r\n");
+}
+
+TEST_F(LogControlTest, OpeningClosesTheLogBefore) {
+  const std::string other = folder_.Path("b.LOG");
+  log_.OpenLog(path_);
+  log_.PressRecord();
+  log_.OpenLog(other);
+  EXPECT_FALSE(flags_.log_recording);
+  EXPECT_EQ(log_.StatusText(), "Logdatei: " + other);
+  log_.WriteLine("one");
+  EXPECT_EQ(base::ReadBytes(path_), "");
+  EXPECT_EQ(base::ReadBytes(other), "one\r\n");
+}
+
+TEST_F(LogControlTest, AMissingFolderIsTold) {
+  flags_.log_recording = true;
+  log_.OpenLog("/nirgends/a.LOG");
+  EXPECT_EQ(
+      prompt_.errors,
+      Lines{"Die Logdatei „/nirgends/a.LOG“ kann nicht geöffnet werden: Datei oder Ordner nicht gefunden"});
+  EXPECT_FALSE(log_.IsOpen());
+  EXPECT_FALSE(flags_.log_recording);
+  EXPECT_EQ(log_.StatusText(), "Logdatei: Keine");
+}
+
+TEST_F(LogControlTest, NamesThatAreNoFileAreTold) {
+  log_.OpenLog(folder_.Path(""));
+  log_.OpenLog("");
+  log_.OpenLog(std::string("a\0b", 3));
+  ASSERT_EQ(prompt_.errors.size(), 3u);
+  EXPECT_TRUE(prompt_.errors[0].ends_with("“ kann nicht geöffnet werden: Der Name bezeichnet einen Ordner"));
+  EXPECT_EQ(prompt_.errors[1],
+            "Die Logdatei „“ kann nicht geöffnet werden: Datei oder Ordner nicht gefunden");
+  EXPECT_TRUE(prompt_.errors[2].ends_with("“ kann nicht geöffnet werden: Der Name ist ungültig"));
+}
+
+TEST_F(LogControlTest, AFullDiskGivesOneMessageAndTheSessionGoesOn) {
+  log_.OpenLog("/dev/full");
+  log_.PressRecord();
+  output_.AddLine("one");
+  output_.AddLine("two");
+  EXPECT_EQ(prompt_.errors,
+            Lines{"Die Logdatei „/dev/full“ kann nicht geschrieben werden: Der Datenträger ist voll"});
+  EXPECT_EQ(pane_.lines, (Lines{"one", "two"}));
+  EXPECT_FALSE(log_.IsOpen());
+  EXPECT_FALSE(flags_.log_recording);
+  EXPECT_EQ(Button(), "1 28 Log deaktivieren");
+}
+
+TEST_F(LogControlTest, AFileAtItsLimitDoesNotEndTheProgram) {
+  const base::SmallFiles small(8);
+  log_.OpenLog(path_);
+  log_.PressRecord();
+  output_.AddLine("123456");
+  EXPECT_TRUE(prompt_.errors.empty());
+  output_.AddLine("7");
+  EXPECT_EQ(prompt_.errors,
+            Lines{"Die Logdatei „" + path_ + "“ kann nicht geschrieben werden: Die Datei würde zu groß"});
+  EXPECT_EQ(base::ReadBytes(path_), "123456\r\n");
+}
+
+// The message box runs an event loop, in which further lines may come or the log be opened anew.
+TEST_F(LogControlTest, WhatHappensDuringTheMessageFindsNoLog) {
+  class MeddlingPrompt final : public base::Prompt {
+   public:
+    void ShowError(std::string_view) override {
+      ++shown;
+      during();
+    }
+    void ShowMessage(std::string_view) override {}
+    std::function<void()> during;
+    int shown = 0;
+  } prompt;
+  LogControl log(flags_, prompt);
+  Output output(flags_, pane_, log);
+  prompt.during = [&] {
+    EXPECT_FALSE(log.IsOpen());
+    output.AddLine("meanwhile");
+    log.CloseLog();
+    log.OpenLog(path_);
+  };
+  log.OpenLog("/dev/full");
+  log.PressRecord();
+  output.AddLine("failing");
+  output.AddLine("after");
+  EXPECT_EQ(prompt.shown, 1);
+  EXPECT_EQ(pane_.lines, (Lines{"failing", "meanwhile", "after"}));
+  EXPECT_EQ(log.StatusText(), "Logdatei: " + path_);
+}
+
+}  // namespace
+}  // namespace kolvane::terminal
