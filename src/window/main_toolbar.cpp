@@ -5,7 +5,7 @@ namespace {
 
 constexpr ButtonRow kButtons[] = {
     {"TB_SAVETERMWIN", "save", "Save terminal window to file", true, false},
-    {"TB_PRINT", "print", "Print terminal window", false, true},
+    {"TB_PRINT", "print", "Print terminal window", true, true},
     {"TB_PORTCONFIGURE", "configure-connection", "Verbindung konfigurieren", false, false},
     {"TB_CONNECT", "connect", "Verbindung aufbauen", true, false},
     {"TB_FLUSH", "flush", "Eingangspuffer flushen", true, true},

@@ -6,20 +6,15 @@
 #include <utility>
 
 #include "base/number.h"
+#include "window/caption.h"
 #include "window/images.h"
+#include "window/look.h"
 #include "window/text.h"
 
 namespace kolvane::window {
 namespace {
 
 constexpr QSize kFirstSize(1160, 740);
-
-QFont FontOf(const terminal::Look& look) {
-  QFont font(ToQt(look.font_name), look.font_size);
-  font.setBold(look.font_bold);
-  font.setStyleHint(QFont::TypeWriter);
-  return font;
-}
 
 }  // namespace
 
@@ -30,6 +25,8 @@ MainWindow::MainWindow(WindowContext context)
       toolbar1_(new MainToolbar(this)),
       menus_(this),
       pane_(new terminal::OutputPane),
+      pane_target_(pane_, context_.settings.pane, prompt_, this),
+      popup_(menus_, prompt_, pane_target_, this),
       log_(toolbar1_, menus_, area_->status_bars(), context_.slices.terminal.output, prompt_, this),
       core_(context_.slices, context_.library, {*pane_, log_.control(), prompt_, *this}),
       dialogs_(this),
@@ -40,16 +37,14 @@ MainWindow::MainWindow(WindowContext context)
       box_(area_->terminal_bar()->command()),
       interactive_(core_.session, context_.slices.terminal.options, core_.output, core_.clock,
                    script_.recorder(), box_, base::SystemDecimalSign()),
-      receive_(area_->terminal_bar(), context_.slices.terminal, core_.device, prompt_, this),
-      pane_commands_(menus_, pane_, this) {
+      receive_(area_->terminal_bar(), context_.slices.terminal, core_.device, prompt_, this) {
   setObjectName(QStringLiteral("frmTerminal"));
-  setWindowTitle(QStringLiteral("Kolvane Terminal"));
   setWindowIcon(Icon("kolvane"));
   addToolBar(Qt::TopToolBarArea, toolbar1_);
   setContextMenuPolicy(Qt::NoContextMenu);
   BuildArea();
   BuildScript();
-  ApplyLooks();
+  ShowLooks();
   ConnectMenus();
   ConnectSending();
   // A little less than the screen, whose whole height a frame and a panel may not leave.
@@ -70,7 +65,10 @@ void MainWindow::BuildArea() {
 }
 
 void MainWindow::BuildScript() {
-  const auto show_file = [this] { area_->status_bars().ShowCommandList(script_.FileStatus()); };
+  const auto show_file = [this] {
+    area_->status_bars().ShowCommandList(script_.FileStatus());
+    ShowCaption();
+  };
   connect(script_.grid(), &script::CommandGrid::FileShownAnew, this, show_file);
   connect(&script_, &ScriptView::RunEnded, this, [this] {
     if (close_after_run_) close();
@@ -82,13 +80,15 @@ void MainWindow::BuildScript() {
   show_file();
 }
 
-void MainWindow::ApplyLooks() {
-  const terminal::Look& pane = context_.settings.pane;
-  pane_->setFont(FontOf(pane));
-  pane_->setTextColor(ToQt(pane.font_color));
-  pane_->setBackgroundColor(ToQt(pane.back_color));
-  script_.grid()->ShowLook(FontOf(context_.settings.command_list), context_.settings.command_list.font_color,
-                           ToQt(context_.settings.command_list.back_color));
+void MainWindow::ShowLooks() {
+  pane_target_.ShowLook();
+  const terminal::Look& list = context_.settings.command_list;
+  script_.grid()->ShowLook(FontOf(list), list.font_color, ToQt(list.back_color));
+}
+
+void MainWindow::ShowCaption() {
+  const bool connected = context_.slices.device.connected;
+  setWindowTitle(Caption(script_.grid()->list().file_name(), connected ? core_.connect.StatusText() : ""));
 }
 
 void MainWindow::Load() {
@@ -109,6 +109,12 @@ void MainWindow::ConnectMenus() {
   connect(menus_.connection, &QMenu::aboutToShow, this, &MainWindow::OpenConnectionMenu);
   On("mnuOpenLog", [this] { log_.Open(); });
   On("mnuCloseLog", [this] { log_.control().CloseLog(); });
+  On("mnuSaveTerminal", [this] { pane_target_.Save(); });
+  On("mnuOpenTextFile", [this] { pane_target_.Open(); });
+  On("mnuPrintTermWindow", [this] { pane_target_.Print(); });
+  On("mnuInsertComment", [this] { pane_target_.InsertComment(); });
+  connect(pane_, &terminal::OutputPane::popupRequested, &popup_,
+          [this](const QPoint& where) { popup_.OpenPopup(edit_target::kPane, where); });
   On("mnuConnect", [this] { core_.connect.Connect(); });
   On("mnuDisconnect", [this] { core_.connect.Disconnect(); });
   On("mnuExit", [this] { close(); });
@@ -131,6 +137,7 @@ void MainWindow::Send() {
 
 void MainWindow::Toolbar1ButtonClick(const QString& key) {
   const std::pair<const char*, std::function<void()>> actions[] = {
+      {"TB_PRINT", [this] { pane_target_.Print(); }},
       {"TB_CONNECT", [this] { core_.connect.Press(); }},
       {"TB_FLUSH", [this] { core_.connect.Flush(); }},
       {"TB_OPENLOG", [this] { log_.Open(); }},
@@ -152,6 +159,7 @@ void MainWindow::ConnectionChanged() {
   const terminal::ConnectButtonState& button = core_.connect.button();
   toolbar1_->ShowState("TB_CONNECT", button.tag, button.image, ToQt(button.tool_tip));
   area_->status_bars().ShowConnection(core_.connect.StatusText());
+  ShowCaption();
 }
 
 void MainWindow::LockGUI(bool flag) {

@@ -14,7 +14,8 @@
 #include "window/main_toolbar.h"
 #include "window/menus.h"
 #include "window/message_prompt.h"
-#include "window/pane_commands.h"
+#include "window/pane_target.h"
+#include "window/popup_commands.h"
 #include "window/receive_view.h"
 #include "window/script_log_adapter.h"
 #include "window/script_view.h"
@@ -68,7 +69,8 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   void Toolbar1ButtonClick(const QString& key);
   void Send();
   void OpenConnectionMenu();
-  void ApplyLooks();
+  void ShowLooks();
+  void ShowCaption();
   void On(const char* item, const std::function<void()>& event);
 
   WindowContext context_;
@@ -77,6 +79,8 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   MainToolbar* toolbar1_;
   Menus menus_;
   terminal::OutputPane* pane_;
+  PaneTarget pane_target_;
+  PopupCommands popup_;
   LogCommands log_;
   terminal::TerminalCore core_;
   CommandDialogs dialogs_;
@@ -85,7 +89,6 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   CommandBoxView box_;
   terminal::InteractiveSend interactive_;
   ReceiveView receive_;
-  PaneCommands pane_commands_;
   std::function<void()> unload_;
   bool close_after_run_ = false;
 };

@@ -5,14 +5,13 @@
 
 #include "base/runtime_error.h"
 #include "window/text.h"
+#include "window/texts.h"
 
 namespace kolvane::window {
 namespace {
 
-constexpr auto kCaption = "Kolvane Terminal";
-
 void Show(QWidget* parent, QMessageBox::Icon icon, std::string_view text) {
-  QMessageBox box(icon, ToQt(kCaption), ToQt(text), QMessageBox::Ok, parent);
+  QMessageBox box(icon, ToQt(texts::kProgram), ToQt(text), QMessageBox::Ok, parent);
   box.setTextFormat(Qt::PlainText);
   box.exec();
 }

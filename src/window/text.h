@@ -17,4 +17,8 @@ inline QColor ToQt(std::int32_t color) { return {color & 0xFF, (color >> 8) & 0x
 
 inline std::string FromQt(const QString& text) { return text.toStdString(); }
 
+inline std::int32_t FromQt(const QColor& color) {
+  return color.red() | color.green() << 8 | color.blue() << 16;
+}
+
 }  // namespace kolvane::window

@@ -40,6 +40,8 @@ class OutputPane : public QAbstractScrollArea, public Pane {
   /// Line ends "\n" each.
   QString plainText() const;
   void setPlainText(const QString& text);
+  /// Shows `text`, with its caret and colours, in place of the old one.
+  void SetText(PaneText text);
   QString selectedText() const;
   /// Empty where `range` ends before it begins.
   QString TextBetween(PaneRange range) const;

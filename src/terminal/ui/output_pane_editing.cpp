@@ -5,6 +5,7 @@
 #include <QStringDecoder>
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 #include "terminal/ui/output_pane.h"
 
@@ -21,6 +22,15 @@ void OutputPane::setPlainText(const QString& text) {
   Flush();
   const QString before = announcer_->IsHeard() ? plainText() : QString();
   text_.SetText(ToUtf8(text));
+  announcer_->Replaced(*this, before, {0, text_.Length()});
+  CaretMoved();
+}
+
+void OutputPane::SetText(PaneText text) {
+  Flush();
+  const QString before = announcer_->IsHeard() ? plainText() : QString();
+  text_ = std::move(text);
+  rows_.Forget();
   announcer_->Replaced(*this, before, {0, text_.Length()});
   CaretMoved();
 }

@@ -40,6 +40,12 @@ void OutputPaneRows::Sync() {
   total_ = start;
 }
 
+void OutputPaneRows::Forget() {
+  chunks_.clear();
+  lines_ = {};
+  breaks_ = {};
+}
+
 void OutputPaneRows::Measure(std::size_t chunk) {
   const PaneChunk& text = store_.Chunk(chunk);
   const bool ordinary = OutputPaneMetrics::IsOrdinary(text.text());

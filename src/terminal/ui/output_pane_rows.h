@@ -24,6 +24,8 @@ class OutputPaneRows {
 
   void SetLayout(const OutputPaneMetrics& metrics, qreal width);
   void Sync();
+  /// To be called where another text stands in the store, whose chunks may have the versions of the old ones.
+  void Forget();
 
   /// How many of the text's chunks the last Sync has seen.
   std::size_t ChunkCount() const { return chunks_.size(); }

@@ -1,0 +1,72 @@
+#include "window/look.h"
+
+#include <QColorDialog>
+#include <QDialogButtonBox>
+#include <QFontDialog>
+#include <QFontInfo>
+#include <QPushButton>
+
+#include "window/text.h"
+
+namespace kolvane::window {
+namespace {
+
+bool ChooseColor(QWidget* parent, const QString& title, QColor& color) {
+  QColorDialog dialog(color, parent);
+  dialog.setObjectName(QStringLiteral("ColorDialog"));
+  dialog.setWindowTitle(title);
+  if (dialog.exec() != QDialog::Accepted) return false;
+  color = dialog.selectedColor();
+  return true;
+}
+
+void ShowColor(QPushButton* button, const QColor& color) {
+  QPixmap swatch(button->iconSize());
+  swatch.fill(color);
+  button->setIcon(swatch);
+}
+
+// The text colour belongs to the font here; Qt's dialog knows none.
+void AddColorButton(QFontDialog& dialog, QColor& color) {
+  auto* button = dialog.findChild<QDialogButtonBox*>()->addButton(QStringLiteral("&Farbe..."),
+                                                                  QDialogButtonBox::ActionRole);
+  button->setObjectName(QStringLiteral("FontColor"));
+  ShowColor(button, color);
+  QObject::connect(button, &QPushButton::clicked, &dialog, [&dialog, &color, button] {
+    if (ChooseColor(&dialog, QStringLiteral("Schriftfarbe"), color)) ShowColor(button, color);
+  });
+}
+
+}  // namespace
+
+QFont FontOf(const terminal::Look& look) {
+  QFont font(ToQt(look.font_name), look.font_size);
+  font.setBold(look.font_bold);
+  font.setStyleHint(QFont::TypeWriter);
+  return font;
+}
+
+bool ChooseFont(QWidget* parent, terminal::Look& look) {
+  QFontDialog dialog(FontOf(look), parent);
+  dialog.setObjectName(QStringLiteral("FontDialog"));
+  dialog.setWindowTitle(QStringLiteral("Schriftart"));
+  dialog.setOption(QFontDialog::DontUseNativeDialog);
+  QColor color = ToQt(look.font_color);
+  AddColorButton(dialog, color);
+  if (dialog.exec() != QDialog::Accepted) return false;
+  const QFont font = dialog.selectedFont();
+  look.font_name = FromQt(font.family());
+  look.font_size = static_cast<std::int16_t>(QFontInfo(font).pointSize());
+  look.font_bold = font.bold();
+  look.font_color = FromQt(color);
+  return true;
+}
+
+bool ChooseBackColor(QWidget* parent, terminal::Look& look) {
+  QColor color = ToQt(look.back_color);
+  if (!ChooseColor(parent, QStringLiteral("Hintergrundfarbe"), color)) return false;
+  look.back_color = FromQt(color);
+  return true;
+}
+
+}  // namespace kolvane::window

@@ -1,0 +1,32 @@
+#include "window/popup_commands.h"
+
+namespace kolvane::window {
+
+PopupCommands::PopupCommands(Menus& menus, MessagePrompt& prompt, EditTarget& pane, QObject* parent)
+    : QObject(parent), menus_(menus), prompt_(prompt), targets_{&pane, &pane} {
+  Connect("mnuCopy", &EditTarget::Copy);
+  Connect("mnuCut", &EditTarget::Cut);
+  Connect("mnuPaste", &EditTarget::Paste);
+  Connect("mnuDelete", &EditTarget::Delete);
+  Connect("mnuSelectAll", &EditTarget::SelectAll);
+  Connect("mnuClearAll", &EditTarget::ClearAll);
+  Connect("mnuSaveAs", &EditTarget::Save);
+  Connect("mnuOpen", &EditTarget::Open);
+  Connect("mnuPrint", &EditTarget::Print);
+  Connect("mnuFont", &EditTarget::ChooseFont);
+  Connect("mnuBackColor", &EditTarget::ChooseBackColor);
+}
+
+void PopupCommands::Connect(const char* item, void (EditTarget::*command)()) {
+  connect(menus_.Item(item), &QAction::triggered, this, [this, command] {
+    prompt_.Guard([&] { (targets_.at(static_cast<std::size_t>(flag_))->*command)(); });
+  });
+}
+
+void PopupCommands::OpenPopup(int flag, const QPoint& where) {
+  SetEditTarget(flag);
+  menus_.Item("mnuPaste")->setEnabled(true);
+  menus_.popup->popup(where);
+}
+
+}  // namespace kolvane::window

@@ -1,0 +1,56 @@
+#include "window/text_decoder.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "base/codepage.h"
+
+namespace kolvane::window {
+namespace {
+
+constexpr std::string_view kMark = "\xEF\xBB\xBF";
+
+unsigned ByteOf(char c) { return static_cast<unsigned char>(c); }
+
+bool IsContinuation(char c) { return (ByteOf(c) & 0xC0) == 0x80; }
+
+std::size_t SequenceLength(char lead) {
+  if (ByteOf(lead) >= 0xF0) return 4;
+  if (ByteOf(lead) >= 0xE0) return 3;
+  return ByteOf(lead) >= 0xC0 ? 2 : 1;
+}
+
+// Bytes at the end of `text` that begin a sequence and do not end it.
+std::size_t Incomplete(std::string_view text) {
+  for (std::size_t back = 1; back <= std::min<std::size_t>(3, text.size()); ++back) {
+    const char c = text[text.size() - back];
+    if (!IsContinuation(c)) return SequenceLength(c) > back ? back : 0;
+  }
+  return 0;
+}
+
+}  // namespace
+
+std::string TextDecoder::Decode(std::string_view bytes) {
+  if (!std::exchange(begun_, true)) {
+    utf8_ = bytes.starts_with(kMark);
+    if (utf8_) bytes.remove_prefix(kMark.size());
+  }
+  pending_ += bytes;
+  const std::size_t complete = Complete();
+  std::string piece = pending_.substr(0, complete);
+  pending_.erase(0, complete);
+  return utf8_ ? piece : base::FromWindows1252(piece);
+}
+
+std::string TextDecoder::Finish() {
+  const std::string rest = std::exchange(pending_, {});
+  return utf8_ ? rest : base::FromWindows1252(rest);
+}
+
+std::size_t TextDecoder::Complete() const {
+  const std::size_t held_back = utf8_ ? Incomplete(pending_) : 0;
+  return pending_.size() - (pending_.ends_with('\r') ? 1 : held_back);
+}
+
+}  // namespace kolvane::window

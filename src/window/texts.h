@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "base/system_error_text.h"
+
+/// What the window itself tells the user. `error` is an errno.
+namespace kolvane::window::texts {
+
+inline constexpr std::string_view kProgram = "Kolvane Terminal";
+inline constexpr std::string_view kLoading = "Textdatei wird geladen …";
+inline constexpr std::string_view kPrinting = "Text wird gedruckt …";
+inline constexpr std::string_view kNotPrinted = "Der Drucker nimmt den Auftrag nicht an";
+
+inline std::string NotWritten(std::string_view file_name, int error) {
+  return "Die Datei „" + std::string(file_name) +
+         "“ kann nicht geschrieben werden: " + base::SystemErrorText(error);
+}
+
+inline std::string NotRead(std::string_view file_name, int error) {
+  return "Die Datei „" + std::string(file_name) +
+         "“ kann nicht gelesen werden: " + base::SystemErrorText(error);
+}
+
+}  // namespace kolvane::window::texts
