@@ -8,7 +8,6 @@
 #include "base/number.h"
 #include "window/caption.h"
 #include "window/images.h"
-#include "window/look.h"
 #include "window/text.h"
 
 namespace kolvane::window {
@@ -34,6 +33,7 @@ MainWindow::MainWindow(WindowContext context)
       script_({context_.script, context_.slices, core_, context_.library, script_log_},
               {prompt_, *pane_, dialogs_, [this](bool flag) { LockGUI(flag); }, context_.folder},
               area_->script_bar(), this),
+      grid_target_(script_.grid(), script_.files(), context_.settings.command_list, prompt_, this),
       box_(area_->terminal_bar()->command()),
       interactive_(core_.session, context_.slices.terminal.options, core_.output, core_.clock,
                    script_.recorder(), box_, base::SystemDecimalSign()),
@@ -44,7 +44,8 @@ MainWindow::MainWindow(WindowContext context)
   setContextMenuPolicy(Qt::NoContextMenu);
   BuildArea();
   BuildScript();
-  ShowLooks();
+  pane_target_.ShowLook();
+  grid_target_.ShowLook();
   ConnectMenus();
   ConnectSending();
   // A little less than the screen, whose whole height a frame and a panel may not leave.
@@ -70,6 +71,14 @@ void MainWindow::BuildScript() {
     ShowCaption();
   };
   connect(script_.grid(), &script::CommandGrid::FileShownAnew, this, show_file);
+  popup_.SetGrid(grid_target_);
+  connect(script_.grid(), &script::CommandGrid::Touched, this,
+          [this] { popup_.SetEditTarget(edit_target::kGrid); });
+  connect(script_.grid(), &script::CommandGrid::popupRequested, this,
+          [this](const QPoint& where) { popup_.OpenPopup(edit_target::kGrid, where); });
+  connect(area_->script_bar(), &KeyToolbar::ButtonClick, this, [this](const QString& key) {
+    if (key == QLatin1String("TB_PRINTSCRIPT")) prompt_.Guard([this] { grid_target_.Print(); });
+  });
   connect(&script_, &ScriptView::RunEnded, this, [this] {
     if (close_after_run_) close();
   });
@@ -78,12 +87,6 @@ void MainWindow::BuildScript() {
   On("mnuSaveCommandFile", [this] { script_.files().Save(); });
   On("mnuSaveCommandFileAs", [this] { script_.files().SaveAs(); });
   show_file();
-}
-
-void MainWindow::ShowLooks() {
-  pane_target_.ShowLook();
-  const terminal::Look& list = context_.settings.command_list;
-  script_.grid()->ShowLook(FontOf(list), list.font_color, ToQt(list.back_color));
 }
 
 void MainWindow::ShowCaption() {

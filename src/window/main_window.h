@@ -10,6 +10,7 @@
 #include "terminal/window_settings.h"
 #include "window/command_box_view.h"
 #include "window/command_dialogs.h"
+#include "window/grid_target.h"
 #include "window/log_commands.h"
 #include "window/main_toolbar.h"
 #include "window/menus.h"
@@ -69,7 +70,6 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   void Toolbar1ButtonClick(const QString& key);
   void Send();
   void OpenConnectionMenu();
-  void ShowLooks();
   void ShowCaption();
   void On(const char* item, const std::function<void()>& event);
 
@@ -86,6 +86,7 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   CommandDialogs dialogs_;
   ScriptLogAdapter script_log_;
   ScriptView script_;
+  GridTarget grid_target_;
   CommandBoxView box_;
   terminal::InteractiveSend interactive_;
   ReceiveView receive_;

@@ -12,7 +12,7 @@ constexpr ButtonRow kButtons[] = {
     {"TB_NEWSCRIPT", "list-new", "Neue Befehlsliste", true, false},
     {"TB_OPENSCRIPT", "list-open", "Befehlsliste öffnen", true, false},
     {"TB_SAVESCRIPT", "list-save", "Befehlsliste speichern", true, false},
-    {"TB_PRINTSCRIPT", "list-print", "Befehlsliste drucken", false, true},
+    {"TB_PRINTSCRIPT", "list-print", "Befehlsliste drucken", true, true},
     {"TB_CUT", "cut", "Ausschneiden", true, false},
     {"TB_COPY", "copy", "Kopieren", true, false},
     {"TB_PASTE", "paste", "Einfügen", true, true},

@@ -189,6 +189,24 @@ TEST_F(ScriptViewTest, ACommandSentDuringARunGoesOutBetweenTwoRows) {
   EXPECT_TRUE(window_.findChild<terminal::OutputPane*>()->plainText().endsWith("ONE?\n1"));
 }
 
+TEST_F(ScriptViewTest, ThePopupMenuActsOnTheGridItWasOpenedOn) {
+  Fill({"eins", "zwei"});
+  window_.core().output.AddLine("bleibt");
+  GoTo(2);
+  Q_EMIT Grid()->popupRequested(QPoint(0, 0));
+  window_.findChild<QMenu*>("mnuPOP1")->close();
+  Press("mnuCopy");
+  EXPECT_EQ(QApplication::clipboard()->text(), "zwei");
+  Press("mnuCut");
+  EXPECT_EQ(Row(2), "");
+  GoTo(3);
+  Press("mnuPaste");
+  EXPECT_EQ(Row(3), "zwei");
+  Press("mnuClearAll");
+  EXPECT_EQ(Row(1) + Row(3), "");
+  EXPECT_TRUE(window_.findChild<terminal::OutputPane*>()->plainText().endsWith("bleibt"));
+}
+
 TEST_F(ScriptViewTest, ClosingEndsARunAndThenTheWindow) {
   Fill({"$REPEAT 2000000000", "$ENDREPEAT"});
   int unloads = 0;

@@ -16,9 +16,14 @@ class CommandGrid final : public QTableView {
 
   CommandList& list() const { return model_->list(); }
   void ShowLook(const QFont& font, Color text, const QColor& ground);
+  struct RowSpan {
+    int first = 1;
+    int last = 0;
+  };
+  /// The marked rows; last 0 where none is.
+  RowSpan SelectedRows() const;
   /// Shows at once what has changed.
   void Flush() { model_->Flush(); }
-  bool HasSelection() const { return selectionModel()->hasSelection(); }
 
  public Q_SLOTS:
   void copy() const;
@@ -47,12 +52,6 @@ class CommandGrid final : public QTableView {
   void mousePressEvent(QMouseEvent* event) override;
 
  private:
-  struct RowSpan {
-    int first = 1;
-    int last = 0;
-  };
-
-  RowSpan SelectedRows() const;
   bool EditByKey(const QKeyEvent* event);
   void ShowCurrentRow(int row);
   void FitRows();
