@@ -37,6 +37,12 @@ void AddColorButton(QFontDialog& dialog, QColor& color) {
   });
 }
 
+// The dialog lists installed families alone, and takes any for one that is not among them.
+QFont InstalledFont(QFont font) {
+  font.setFamily(QFontInfo(font).family());
+  return font;
+}
+
 }  // namespace
 
 QFont FontOf(const terminal::Look& look) {
@@ -47,7 +53,8 @@ QFont FontOf(const terminal::Look& look) {
 }
 
 bool ChooseFont(QWidget* parent, terminal::Look& look) {
-  QFontDialog dialog(FontOf(look), parent);
+  const QFont before = InstalledFont(FontOf(look));
+  QFontDialog dialog(before, parent);
   dialog.setObjectName(QStringLiteral("FontDialog"));
   dialog.setWindowTitle(QStringLiteral("Schriftart"));
   dialog.setOption(QFontDialog::DontUseNativeDialog);
@@ -55,7 +62,7 @@ bool ChooseFont(QWidget* parent, terminal::Look& look) {
   AddColorButton(dialog, color);
   if (dialog.exec() != QDialog::Accepted) return false;
   const QFont font = dialog.selectedFont();
-  look.font_name = FromQt(font.family());
+  if (font.family() != before.family()) look.font_name = FromQt(font.family());
   look.font_size = static_cast<std::int16_t>(QFontInfo(font).pointSize());
   look.font_bold = font.bold();
   look.font_color = FromQt(color);

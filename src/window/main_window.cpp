@@ -8,6 +8,7 @@
 #include "base/number.h"
 #include "window/caption.h"
 #include "window/images.h"
+#include "window/lock_gui.h"
 #include "window/text.h"
 
 namespace kolvane::window {
@@ -31,7 +32,7 @@ MainWindow::MainWindow(WindowContext context)
       dialogs_(this),
       script_log_(log_.control()),
       script_({context_.script, context_.slices, core_, context_.library, script_log_},
-              {prompt_, *pane_, dialogs_, [this](bool flag) { LockGUI(flag); }, context_.folder},
+              {prompt_, *pane_, dialogs_, [this](bool flag) { LockGUI(*this, flag); }, context_.folder},
               area_->script_bar(), this),
       grid_target_(script_.grid(), script_.files(), context_.settings.command_list, prompt_, this),
       box_(area_->terminal_bar()->command()),
@@ -163,23 +164,6 @@ void MainWindow::ConnectionChanged() {
   toolbar1_->ShowState("TB_CONNECT", button.tag, button.image, ToQt(button.tool_tip));
   area_->status_bars().ShowConnection(core_.connect.StatusText());
   ShowCaption();
-}
-
-void MainWindow::LockGUI(bool flag) {
-  TerminalBar* bar = area_->terminal_bar();
-  QWidget* const widgets[] = {bar->send(),
-                              toolbar1_,
-                              menus_.file,
-                              menus_.connection,
-                              menus_.options,
-                              bar->receive_mode(),
-                              bar->receive_format(),
-                              bar->send_terminator(),
-                              bar->receive_terminator()};
-  for (QWidget* widget : widgets) widget->setEnabled(!flag);
-  for (const char* key : {"TB_OPENSCRIPT", "TB_SAVESCRIPT", "TB_PRINTSCRIPT", "TB_NEWSCRIPT", "TB_CUT",
-                          "TB_COPY", "TB_PASTE", "TB_SPECIALCOMMANDS"})
-    area_->script_bar()->Button(key)->setEnabled(!flag);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

@@ -64,7 +64,6 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
 
   void BuildArea();
   void BuildScript();
-  void LockGUI(bool flag);
   void ConnectMenus();
   void ConnectSending();
   void Toolbar1ButtonClick(const QString& key);

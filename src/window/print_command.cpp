@@ -35,6 +35,7 @@ void PrintToFile(QWidget* window, base::Prompt& prompt, const PrintStyle& style,
   QByteArray bytes;
   bool cancelled = false;
   QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);
   {
     QPdfWriter pages(&buffer);
     pages.setTitle(style.caption);

@@ -1,0 +1,104 @@
+#include "window/file_dialogs.h"
+
+#include <QComboBox>
+#include <QFileSystemModel>
+#include <QSignalSpy>
+
+#include "window/window_fixture.h"
+
+namespace kolvane::window {
+namespace {
+
+struct Seen {
+  QString title;
+  QStringList filters;
+  QFileDialog::FileMode mode = QFileDialog::Directory;
+  QFileDialog::AcceptMode accept = QFileDialog::AcceptOpen;
+  QString suffix;
+};
+
+class FileDialogsTest : public WindowFixture {
+ protected:
+  template <typename Ask>
+  Seen Look(Ask ask) {
+    Seen seen;
+    OnDialog<QFileDialog>([&seen](QFileDialog& dialog) {
+      seen = {dialog.windowTitle(), dialog.nameFilters(), dialog.fileMode(), dialog.acceptMode(),
+              dialog.defaultSuffix()};
+      dialog.reject();
+    });
+    EXPECT_EQ(ask(), std::nullopt);
+    return seen;
+  }
+  Seen Look(OpenMode mode) {
+    return Look([&] { return AskOpenName(&window_, mode); });
+  }
+  Seen Look(SaveMode mode) {
+    return Look([&] { return AskSaveName(&window_, mode); });
+  }
+};
+
+TEST_F(FileDialogsTest, ModesOfOpening) {
+  const Seen list = Look(OpenMode::kCommandList);
+  EXPECT_EQ(list.title, "Befehlsliste öffnen");
+  EXPECT_EQ(list.filters, (QStringList{"Terminal Befehls-Dateien (*.CMD)", "Alle Dateien (*.*)"}));
+  EXPECT_EQ(list.mode, QFileDialog::ExistingFile);
+  EXPECT_EQ(list.accept, QFileDialog::AcceptOpen);
+  const Seen log = Look(OpenMode::kLog);
+  EXPECT_EQ(log.title, "Logdatei öffnen");
+  EXPECT_EQ(log.filters, (QStringList{"Terminal Log-Dateien (*.LOG)", "Alle Dateien (*.*)"}));
+  EXPECT_EQ(log.mode, QFileDialog::AnyFile);
+  EXPECT_EQ(log.accept, QFileDialog::AcceptOpen);
+  const Seen text = Look(OpenMode::kTextFile);
+  EXPECT_EQ(text.title, "Textdatei öffnen");
+  EXPECT_EQ(text.filters, (QStringList{"Textdateien (*.TXT)", "Log-Dateien (*.LOG)", "Alle Dateien (*.*)"}));
+  EXPECT_EQ(text.mode, QFileDialog::ExistingFile);
+}
+
+TEST_F(FileDialogsTest, ModesOfSaving) {
+  const Seen terminal = Look(SaveMode::kTerminal);
+  EXPECT_EQ(terminal.title, "Terminal Inhalt speichern");
+  EXPECT_EQ(terminal.filters, (QStringList{"Terminal Dateien (*.LOG)", "Alle Dateien (*.*)"}));
+  EXPECT_EQ(terminal.accept, QFileDialog::AcceptSave);
+  EXPECT_EQ(terminal.suffix, "LOG");
+  const Seen list = Look(SaveMode::kCommandList);
+  EXPECT_EQ(list.title, "Befehlsliste speichern");
+  EXPECT_EQ(list.filters, (QStringList{"Terminal Befehls-Dateien (*.CMD)", "Alle Dateien (*.*)"}));
+  EXPECT_EQ(list.suffix, "CMD");
+  EXPECT_EQ(Look(SaveMode::kPdf).suffix, "PDF");
+}
+
+TEST_F(FileDialogsTest, ALogNeedNotExist) {
+  const std::string name = folder_.Path("new.LOG");
+  ChooseFile(name);
+  EXPECT_EQ(AskOpenName(&window_, OpenMode::kLog), name);
+}
+
+TEST_F(FileDialogsTest, ANameGetsTheSuffixThatItLacks) {
+  ChooseFile(folder_.Path("a"));
+  EXPECT_EQ(AskSaveName(&window_, SaveMode::kTerminal), folder_.Path("a.LOG"));
+  ChooseFile(folder_.Path("a.txt"));
+  EXPECT_EQ(AskSaveName(&window_, SaveMode::kTerminal), folder_.Path("a.txt"));
+}
+
+TEST_F(FileDialogsTest, KeepsNamesInUnicode) {
+  base::WriteBytes(folder_.Path("Größe €.TXT"), "");
+  ChooseFile(folder_.Path("Größe €.TXT"));
+  EXPECT_EQ(AskOpenName(&window_, OpenMode::kTextFile), folder_.Path("Größe €.TXT"));
+}
+
+// The filter's pattern is a name for "every file", with or without a dot.
+TEST_F(FileDialogsTest, AllFilesIncludeThoseWithoutADot) {
+  OnDialog<QFileDialog>([](QFileDialog& dialog) {
+    auto* filters = dialog.findChild<QComboBox*>("fileTypeCombo");
+    filters->setCurrentIndex(1);
+    Q_EMIT filters->activated(1);
+    Q_EMIT filters->textActivated(filters->itemText(1));
+    EXPECT_EQ(dialog.findChild<QFileSystemModel*>()->nameFilters(), QStringList{"*"});
+    dialog.reject();
+  });
+  EXPECT_EQ(AskOpenName(&window_, OpenMode::kCommandList), std::nullopt);
+}
+
+}  // namespace
+}  // namespace kolvane::window

@@ -1,0 +1,54 @@
+#include "window/lock_gui.h"
+
+#include "window/window_fixture.h"
+
+namespace kolvane::window {
+namespace {
+
+class LockGuiTest : public WindowFixture {
+ protected:
+  /// Which of `names`, widgets or actions, are enabled.
+  QStringList Enabled(const QStringList& names) {
+    QStringList enabled;
+    for (const QString& name : names) {
+      const auto* found = window_.findChild<QObject*>(name);
+      EXPECT_NE(found, nullptr) << name.toStdString();
+      if (found->property("enabled").toBool()) enabled << name;
+    }
+    return enabled;
+  }
+
+  const QStringList locked_ = {"cmdSend",           "Toolbar1",       "mnuFile",          "mnuCon",
+                               "mnuOptions",        "cmbReceiveMode", "cmbReceiveFormat", "SendTermChar",
+                               "RcvTermChar",       "TB_OPENSCRIPT",  "TB_SAVESCRIPT",    "TB_PRINTSCRIPT",
+                               "TB_NEWSCRIPT",      "TB_CUT",         "TB_COPY",          "TB_PASTE",
+                               "TB_SPECIALCOMMANDS"};
+  const QStringList free_ = {"cmbCommand",    "TermWin", "CommandScript", "TB_PLAY",
+                             "TB_SINGLESTEP", "TB_STOP", "TB_BREAK",      "TB_RECORD"};
+};
+
+TEST_F(LockGuiTest, LocksTheListedControlsAlone) {
+  LockGUI(window_, true);
+  EXPECT_EQ(Enabled(locked_), QStringList());
+  EXPECT_EQ(Enabled(free_), free_);
+  EXPECT_FALSE(Find<QMenu>("mnuFile")->menuAction()->isEnabled());
+}
+
+TEST_F(LockGuiTest, UnlockingEnablesThemAllWhateverTheyWereBefore) {
+  Find<QWidget>("cmbReceiveMode")->setEnabled(false);
+  Find<QAction>("TB_CUT")->setEnabled(false);
+  LockGUI(window_, true);
+  LockGUI(window_, false);
+  EXPECT_EQ(Enabled(locked_), locked_);
+  EXPECT_TRUE(Find<QMenu>("mnuFile")->menuAction()->isEnabled());
+}
+
+TEST_F(LockGuiTest, TheButtonsOfALockedBarKeepTheirStates) {
+  LockGUI(window_, true);
+  LockGUI(window_, false);
+  EXPECT_FALSE(Find<QAction>("TB_CLOSELOG")->isEnabled());
+  EXPECT_TRUE(Find<QAction>("TB_OPENLOG")->isEnabled());
+}
+
+}  // namespace
+}  // namespace kolvane::window

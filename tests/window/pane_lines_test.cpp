@@ -1,0 +1,68 @@
+#include "window/pane_lines.h"
+
+#include <gtest/gtest.h>
+
+#include "terminal/pane_text.h"
+
+namespace kolvane::window {
+namespace {
+
+/// Lines joined by "/", each run of a colour as "begin+length:#colour".
+QString Dump(const PrintSource& source) {
+  QStringList lines;
+  for (std::size_t i = 0; i < source.LineCount(); ++i) {
+    const PrintLine line = source.Line(i);
+    QString out = line.text;
+    for (const PrintRun& run : line.runs)
+      out += QStringLiteral(" %1+%2:%3").arg(run.begin).arg(run.length).arg(run.color.name());
+    lines << out;
+  }
+  return lines.join('/');
+}
+
+class PaneLinesTest : public testing::Test {
+ protected:
+  QString Whole() { return Dump(PaneLines(text_.store(), {0, text_.Length()})); }
+
+  terminal::PaneText text_;
+};
+
+TEST_F(PaneLinesTest, AnEmptyTextIsOneEmptyLine) { EXPECT_EQ(Whole(), ""); }
+
+TEST_F(PaneLinesTest, KeepsColours) {
+  text_.AppendLine("größer", terminal::kCommandColor);
+  text_.AppendLine("answer", terminal::kNoColor);
+  text_.AppendLine("note", terminal::kCommentColor);
+  EXPECT_EQ(Whole(), "/größer 0+6:#ff0000/answer/note 0+4:#008000");
+}
+
+TEST_F(PaneLinesTest, ALineMayHoldSeveralColours) {
+  text_.SetText("abcdef");
+  text_.Select(2, 4);
+  text_.SetSelectionColor(255);
+  EXPECT_EQ(Whole(), "abcdef 2+2:#ff0000");
+}
+
+TEST_F(PaneLinesTest, TakesAStretchOfTheText) {
+  text_.AppendLine("first", terminal::kCommandColor);
+  text_.AppendLine("second", terminal::kNoColor);
+  EXPECT_EQ(Dump(PaneLines(text_.store(), {3, 10})), "rst 0+3:#ff0000/sec");
+  EXPECT_EQ(Dump(PaneLines(text_.store(), {7, 7})), "");
+}
+
+TEST_F(PaneLinesTest, ShowsControlCharactersAsThePaneDoes) {
+  text_.SetText(std::string_view("a\0\x1B\tb", 5));
+  EXPECT_EQ(Whole(), "a^@^[\tb");
+}
+
+TEST_F(PaneLinesTest, ATextThatBecomesShorterHasFewerLines) {
+  for (int i = 0; i < 5; ++i) text_.AppendLine("x", terminal::kNoColor);
+  const PaneLines late(text_.store(), {8, 10});
+  const PaneLines all(text_.store(), {0, text_.Length()});
+  text_.SetText("short");
+  EXPECT_EQ(late.LineCount(), 0u);
+  EXPECT_EQ(all.LineCount(), 1u);
+}
+
+}  // namespace
+}  // namespace kolvane::window

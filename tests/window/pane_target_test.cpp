@@ -1,0 +1,218 @@
+#include <unistd.h>
+
+#include <QColorDialog>
+#include <QDialogButtonBox>
+#include <QFontDialog>
+#include <QPushButton>
+#include <QTest>
+
+#include "window/window_fixture.h"
+
+namespace kolvane::window {
+namespace {
+
+class PaneTargetTest : public WindowFixture {
+ protected:
+  std::string file_ = folder_.Path("a.LOG");
+};
+
+TEST_F(PaneTargetTest, SavesTheWholeTextAndALineEnd) {
+  AddLine("Größe", terminal::kCommandColor);
+  AddLine("5 €");
+  for (const char* item : {"mnuSaveTerminal", "mnuSaveAs"}) {
+    std::filesystem::remove(file_);
+    ChooseFile(folder_.Path("a"));
+    Press(item);
+    EXPECT_EQ(base::ReadBytes(file_), "\r\nGr\xF6\xDF\x65\r\n5 \x80\r\n") << item;
+  }
+}
+
+TEST_F(PaneTargetTest, AnEmptyPaneIsSavedAsALineEnd) {
+  ChooseFile(file_);
+  Press("mnuSaveTerminal");
+  EXPECT_EQ(base::ReadBytes(file_), "\r\n");
+}
+
+TEST_F(PaneTargetTest, ACancelledSaveWritesNothing) {
+  Cancel<QFileDialog>();
+  Press("mnuSaveTerminal");
+  EXPECT_EQ(dialogs_, 1);
+  EXPECT_TRUE(folder_.Names().empty());
+}
+
+TEST_F(PaneTargetTest, WhatCannotBeSavedIsTold) {
+  AnswerBoxes();
+  ChooseFile("/nirgends/a.LOG");
+  Press("mnuSaveTerminal");
+  EXPECT_EQ(messages_.join('/'),
+            "Die Datei „/nirgends/a.LOG“ kann nicht geschrieben werden: Datei oder Ordner nicht gefunden");
+}
+
+TEST_F(PaneTargetTest, AFileThatExistsIsReplacedAfterAQuestion) {
+  base::WriteBytes(file_, "old and longer");
+  AnswerBoxes();
+  ChooseFile(file_);
+  Press("mnuSaveTerminal");
+  EXPECT_EQ(messages_.size(), 1);
+  EXPECT_EQ(base::ReadBytes(file_), "\r\n");
+}
+
+TEST_F(PaneTargetTest, AFullDiskIsTold) {
+  std::filesystem::create_symlink("/dev/full", file_);
+  AnswerBoxes();
+  ChooseFile(file_);
+  Press("mnuSaveTerminal");
+  ASSERT_FALSE(messages_.isEmpty());
+  EXPECT_EQ(messages_.last(), QString::fromStdString("Die Datei „" + file_ +
+                                                     "“ kann nicht geschrieben werden: "
+                                                     "Der Datenträger ist voll"));
+}
+
+TEST_F(PaneTargetTest, ATextFileTakesThePlaceOfTheText) {
+  AddLine("before", terminal::kCommandColor);
+  const std::string name = folder_.Path("a.TXT");
+  base::WriteBytes(name, std::string("Gr\xF6\xDF\x65\r\n\0end\r\n", 13));
+  for (const char* item : {"mnuOpenTextFile", "mnuOpen"}) {
+    ChooseFile(name);
+    Press(item);
+    EXPECT_EQ(PaneText(), QString::fromUtf8("Größe\n\0end\n", 13)) << item;
+    AddLine("after");
+    EXPECT_TRUE(PaneText().endsWith("\n\nafter")) << item;
+  }
+}
+
+TEST_F(PaneTargetTest, ALongerTextInPlaceOfAShorterIsShownWhole) {
+  std::string bytes;
+  for (int i = 0; i < 20000; ++i) bytes += "0123456789\r\n";
+  base::WriteBytes(folder_.Path("a.TXT"), bytes);
+  ChooseFile(folder_.Path("a.TXT"));
+  Press("mnuOpenTextFile");
+  EXPECT_EQ(Pane()->text().store().LineCount(), 20001u);
+  Pane()->EnsureVisible(Pane()->text().Length());
+  EXPECT_TRUE(Pane()->viewport()->rect().intersects(Pane()->CharacterRect(Pane()->text().Length())));
+}
+
+TEST_F(PaneTargetTest, ACancelledOrFailedLoadLeavesTheText) {
+  AddLine("before");
+  Cancel<QFileDialog>();
+  Press("mnuOpenTextFile");
+  EXPECT_EQ(dialogs_, 1);
+  AnswerBoxes();
+  base::WriteBytes(folder_.Path("a.TXT"), "new");
+  // It goes between the choice and the reading.
+  OnDialog<QFileDialog>([this](QFileDialog& dialog) {
+    dialog.findChild<QLineEdit*>("fileNameEdit")->setText(QString::fromStdString(folder_.Path("a.TXT")));
+    QObject::connect(&dialog, &QDialog::accepted, &window_,
+                     [this] { std::filesystem::remove(folder_.Path("a.TXT")); });
+    static_cast<QDialog&>(dialog).accept();
+  });
+  Press("mnuOpenTextFile");
+  EXPECT_EQ(messages_.join('/'),
+            QString::fromStdString("Die Datei „" + folder_.Path("a.TXT") +
+                                   "“ kann nicht gelesen werden: Datei oder Ordner nicht gefunden"));
+  EXPECT_EQ(PaneText(), "\nbefore");
+}
+
+TEST_F(PaneTargetTest, PrintsToAPdfFileWhereThereIsNoPrinter) {
+  AddLine("command", terminal::kCommandColor);
+  for (const char* item : {"TB_PRINT", "mnuPrintTermWindow", "mnuPrint"}) {
+    const std::string name = folder_.Path(std::string(item) + ".PDF");
+    ChooseFile(name);
+    Press(item);
+    const std::string bytes = base::ReadBytes(name);
+    EXPECT_TRUE(bytes.starts_with("%PDF")) << item;
+    EXPECT_NE(bytes.find("/Type /Page\n"), bytes.npos) << item;
+  }
+}
+
+TEST_F(PaneTargetTest, ACancelledPrintWritesNothing) {
+  Cancel<QFileDialog>();
+  Press("TB_PRINT");
+  EXPECT_EQ(dialogs_, 1);
+  EXPECT_TRUE(folder_.Names().empty());
+}
+
+TEST_F(PaneTargetTest, WhatCannotBePrintedIsTold) {
+  AnswerBoxes();
+  ChooseFile("/nirgends/a.PDF");
+  Press("TB_PRINT");
+  EXPECT_EQ(messages_.join('/'),
+            "Die Datei „/nirgends/a.PDF“ kann nicht geschrieben werden: Datei oder Ordner nicht gefunden");
+}
+
+TEST_F(PaneTargetTest, AFontIsShownAndKept) {
+  OnDialog<QFontDialog>([](QFontDialog& dialog) {
+    EXPECT_EQ(dialog.windowTitle(), "Schriftart");
+    EXPECT_EQ(dialog.currentFont().pointSize(), 10);
+    QFont font("DejaVu Sans Mono", 14);
+    font.setBold(true);
+    dialog.setCurrentFont(font);
+    dialog.accept();
+  });
+  Press("mnuFont");
+  EXPECT_EQ(settings_.pane.font_name, "DejaVu Sans Mono");
+  EXPECT_EQ(settings_.pane.font_size, 14);
+  EXPECT_TRUE(settings_.pane.font_bold);
+  EXPECT_EQ(settings_.pane.font_color, 0);
+  EXPECT_EQ(Pane()->font().family(), "DejaVu Sans Mono");
+  EXPECT_EQ(Pane()->font().pointSize(), 14);
+  EXPECT_TRUE(Pane()->font().bold());
+}
+
+TEST_F(PaneTargetTest, TheFontDialogHasTheTextColourToo) {
+  OnDialog<QFontDialog>([this](QFontDialog& dialog) {
+    OnDialog<QColorDialog>([](QColorDialog& colors) {
+      EXPECT_EQ(colors.windowTitle(), "Schriftfarbe");
+      colors.setCurrentColor(QColor(1, 2, 3));
+      colors.accept();
+    });
+    dialog.findChild<QPushButton*>("FontColor")->click();
+    dialog.accept();
+  });
+  Press("mnuFont");
+  EXPECT_EQ(dialogs_, 2);
+  EXPECT_EQ(settings_.pane.font_color, 0x030201);
+  EXPECT_EQ(Pane()->textColor(), QColor(1, 2, 3));
+}
+
+TEST_F(PaneTargetTest, ABackgroundColourIsShownAndKept) {
+  OnDialog<QColorDialog>([](QColorDialog& dialog) {
+    EXPECT_EQ(dialog.windowTitle(), "Hintergrundfarbe");
+    EXPECT_EQ(dialog.currentColor(), QColor(Qt::white));
+    dialog.setCurrentColor(QColor(255, 250, 16));
+    dialog.accept();
+  });
+  Press("mnuBackColor");
+  EXPECT_EQ(settings_.pane.back_color, 0x10FAFF);
+  EXPECT_EQ(Pane()->backgroundColor(), QColor(255, 250, 16));
+}
+
+TEST_F(PaneTargetTest, CancelledDialogsChangeNoLook) {
+  Cancel<QFontDialog>();
+  Press("mnuFont");
+  Cancel<QColorDialog>();
+  Press("mnuBackColor");
+  EXPECT_EQ(dialogs_, 2);
+  EXPECT_EQ(settings_.pane.font_name, "Courier New");
+  EXPECT_EQ(settings_.pane.font_size, 10);
+  EXPECT_EQ(settings_.pane.back_color, 16777215);
+}
+
+TEST_F(PaneTargetTest, TheCaptionNamesTheConnection) {
+  EXPECT_EQ(window_.windowTitle(), "Kolvane Terminal");
+  Press("TB_CONNECT");
+  EXPECT_EQ(window_.windowTitle(), "Kolvane Terminal - TCP/IP: 10.0.0.5, Port 7");
+  Press("TB_CONNECT");
+  EXPECT_EQ(window_.windowTitle(), "Kolvane Terminal");
+}
+
+TEST_F(PaneTargetTest, AnotherFontLeavesTheTextAlone) {
+  AddLine("text");
+  OnDialog<QFontDialog>([](QFontDialog& dialog) { dialog.accept(); });
+  Press("mnuFont");
+  EXPECT_EQ(PaneText(), "\ntext");
+  EXPECT_EQ(settings_.pane.font_name, "Courier New");
+}
+
+}  // namespace
+}  // namespace kolvane::window

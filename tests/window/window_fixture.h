@@ -1,0 +1,93 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+
+#include "base/temp_folder.h"
+#include "device/fake_port_library.h"
+#include "window/main_window.h"
+
+namespace kolvane::window {
+
+/// A terminal window, shown, with answers for the dialogs that its commands open.
+class WindowFixture : public testing::Test {
+ protected:
+  WindowFixture() {
+    // No test prints on a printer of this computer.
+    qputenv("CUPS_SERVER", "/nonexistent");
+    device_.OperMode = 2;
+    connection_.port_code = device::port_code::kTcpIp;
+    connection_.ip_address = "10.0.0.5";
+    window_.Load();
+    window_.show();
+  }
+
+  template <typename Object>
+  Object* Find(const char* name) {
+    auto* found = window_.findChild<Object*>(QLatin1String(name));
+    EXPECT_NE(found, nullptr) << name;
+    return found;
+  }
+
+  void Press(const char* key) { Find<QAction>(key)->trigger(); }
+  bool Enabled(const char* key) { return Find<QAction>(key)->isEnabled(); }
+  terminal::OutputPane* Pane() { return Find<terminal::OutputPane>("TermWin"); }
+  QString PaneText() { return Pane()->plainText(); }
+  void AddLine(const std::string& line, terminal::Color color = terminal::kNoColor) {
+    window_.core().output.AddLine(line, color);
+  }
+
+  /// Hands the next modal dialog, which must be of that class, to `answer`.
+  template <typename Dialog, typename Answer>
+  void OnDialog(Answer answer) {
+    QTimer::singleShot(0, &window_, [this, answer] {
+      auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+      if (dialog == nullptr) return ADD_FAILURE() << "another dialog, or none";
+      ++dialogs_;
+      answer(*dialog);
+    });
+  }
+
+  void ChooseFile(const std::string& name) {
+    OnDialog<QFileDialog>([name](QFileDialog& dialog) {
+      dialog.findChild<QLineEdit*>("fileNameEdit")->setText(QString::fromStdString(name));
+      static_cast<QDialog&>(dialog).accept();
+    });
+  }
+  template <typename Dialog>
+  void Cancel() {
+    OnDialog<Dialog>([](QDialog& dialog) { dialog.reject(); });
+  }
+  /// From now on each message box is taken down and answered, a question with yes.
+  void AnswerBoxes() {
+    QObject::connect(&boxes_, &QTimer::timeout, &window_, [this] {
+      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      if (box == nullptr) return;
+      messages_ << box->text();
+      if (QAbstractButton* yes = box->button(QMessageBox::Yes)) return yes->click();
+      box->accept();
+    });
+    boxes_.start(0);
+  }
+
+  base::TempFolder folder_;
+  device::DeviceState device_;
+  device::ConnectionParameters connection_;
+  terminal::TerminalState terminal_;
+  terminal::WindowSettings settings_;
+  script::ScriptState script_;
+  device::FakePortLibrary library_;
+  device::FakePortLibrarySource source_{&library_};
+  MainWindow window_{{{device_, connection_, terminal_}, script_, settings_, source_, ""}};
+  int dialogs_ = 0;  ///< how many have been answered, boxes apart
+  QTimer boxes_;
+  QStringList messages_;
+};
+
+}  // namespace kolvane::window
