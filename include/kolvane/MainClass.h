@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <stdexcept>
 #include <string>
 
 #include "kolvane/Export.h"
@@ -17,6 +18,12 @@ struct TerminalOptions {
   std::string CommandList;      ///< a command file to be loaded into the list; UTF-8 path
   int CloseDescriptor = -1;     ///< closes the window, with all its last steps, once it becomes readable
   bool ConnectAtStart = false;  ///< press the connect button once the window is shown (operating mode 2)
+};
+
+/// Thrown by MainClass::OpenTerminal where there is no display to show a window on.
+class KOLVANE_EXPORT NoDisplay : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
 };
 
 /// The component's one public class. All calls come on one thread, the user-interface thread where there is
@@ -38,7 +45,7 @@ class KOLVANE_EXPORT MainClass {
   /// connection of the terminal's own; any other value opens the window on no device. In a process without a
   /// QApplication one is made for the time of the call. Throws what the host's object throws while its
   /// connection data are read, RuntimeError for a value that cannot be converted or a missing object, and
-  /// std::runtime_error when there is no display; no window is shown then.
+  /// NoDisplay when there is no display; no window is shown then.
   void OpenTerminal(std::int16_t OperMode, std::int16_t DevIdx);
 
   /// A Boolean: true once the terminal window has been closed, false before.

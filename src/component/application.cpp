@@ -4,6 +4,8 @@
 #include <clocale>
 #include <stdexcept>
 
+#include "kolvane/MainClass.h"
+
 namespace kolvane::component {
 namespace {
 
@@ -34,7 +36,7 @@ Application::~Application() {
 
 void Application::MakeOwn() {
   // Qt ends the whole process where it finds no display; the host shall get an error instead.
-  if (!HasDisplay()) throw std::runtime_error("no display: neither DISPLAY nor WAYLAND_DISPLAY is set");
+  if (!HasDisplay()) throw NoDisplay("no display: neither DISPLAY nor WAYLAND_DISPLAY is set");
   static int count = 1;
   static char name[] = "kolvane";
   static char* arguments[] = {name, nullptr};

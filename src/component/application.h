@@ -11,8 +11,7 @@ namespace kolvane::component {
 /// object lives otherwise. German texts for Qt's own buttons and dialogs hold for the same time.
 class Application {
  public:
-  /// Throws std::runtime_error where no window can be shown: no display, or a host application without
-  /// windows.
+  /// Throws NoDisplay, and std::runtime_error where the host's application has no windows.
   Application();
   ~Application();
   Application(const Application&) = delete;

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "kolvane/Export.h"
+
+namespace kolvane {
+
+enum class SerialParity : std::int16_t { kNone, kEven, kOdd };
+
+/// What ends an answer: the receive terminator, the first gap, or a number of bytes.
+enum class AnswerEnd { kTerminator, kGap, kCount };
+
+/// What a run without a window works with. What is not set keeps its stored value, or its built-in one with
+/// `Connect`; the stored settings are never changed. Texts are UTF-8.
+struct CommandRunOptions {
+  static constexpr std::int32_t kLargestCount = 1025;
+
+  std::string Connect;       ///< a RESOURCE (docs/command-line.md); empty: the user's stored connection
+  std::string SettingsFile;  ///< in place of the user's own; UTF-8 path
+  std::string LogFile;       ///< takes each line of the run; empty: none
+  std::optional<std::int32_t> Baud;
+  std::optional<SerialParity> Parity;
+  std::optional<std::int16_t> DataBits;          ///< 7 or 8
+  std::optional<std::int16_t> StopBits;          ///< 1 or 2
+  std::optional<std::int32_t> TimeoutMs;         ///< of connecting and of each answer
+  std::optional<AnswerEnd> ReceiveMode;          ///< choosing one sets ReceiveTerminator: CR LF, else none
+  std::optional<std::int32_t> Count;             ///< bytes of an answer, 0 to kLargestCount
+  std::optional<std::string> SendTerminator;     ///< the bytes behind each command
+  std::optional<std::string> ReceiveTerminator;  ///< no byte, one byte or CR LF
+  bool Binary = false;  ///< answers byte by byte as <0D>; without ReceiveMode they end at the first gap
+  bool ShowCommands = false;
+  bool ShowTimes = false;
+  bool Verbose = false;
+  /// Asked after each row or command; true ends the run.
+  std::function<bool()> StopRequested;
+};
+
+/// How a run ended; where several apply, the one that stands first here.
+enum class CommandRunStatus : int {
+  kUsage = 2,         ///< `Connect` is no RESOURCE, the list or the settings cannot be read; nothing was done
+  kNotConnected = 3,  ///< no connection came about at the start; nothing was sent
+  kStopped = 1,       ///< an error in the list, a stop that was asked for, or unusable standard output
+  kAnswerFailed = 4,  ///< at least one command or answer failed
+  kDone = 0
+};
+
+// Both write commands and answers to standard output, each line ended by LF as soon as it is complete, and
+// messages to standard error, one line each. They need neither display nor application object.
+
+/// Connects, runs the command file `File` (UTF-8 path) from its first row to its end and disconnects.
+KOLVANE_EXPORT CommandRunStatus RunCommandList(const std::string& File, const CommandRunOptions& Options);
+
+/// Connects, sends each of `Commands` (an empty one does nothing) and disconnects.
+KOLVANE_EXPORT CommandRunStatus SendCommands(const std::vector<std::string>& Commands,
+                                             const CommandRunOptions& Options);
+
+}  // namespace kolvane

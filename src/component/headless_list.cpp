@@ -1,0 +1,45 @@
+#include "component/headless_list.h"
+
+#include "base/folding.h"
+#include "base/number.h"
+#include "script/command_file.h"
+#include "script/texts.h"
+
+namespace kolvane::component {
+
+HeadlessList::HeadlessList(HeadlessTerminal& terminal, ComponentState& state)
+    : terminal_(terminal),
+      log_(terminal.log()),
+      core_({state.script, state.terminal, state.device, terminal.core().session, terminal.core().output,
+             terminal.pane(), terminal.library(), terminal.core().clock, terminal.messages(), log_, *this,
+             base::SystemDecimalSign()}) {
+  core_.list.Observe(this);
+}
+
+bool HeadlessList::Load(const std::string& file) {
+  const script::FileResult result = script::LoadCommandFile(core_.list, file);
+  if (!result.ok()) {
+    terminal_.messages().ShowError(script::texts::FileFailure(result));
+  } else if (core_.list.left_out() > 0) {
+    terminal_.messages().ShowError(script::texts::ListStatus(file, core_.list.left_out()));
+  }
+  return result.ok();
+}
+
+CommandRunStatus HeadlessList::Play() {
+  core_.runner.Play();
+  const script::RunOutcome& outcome = core_.runner.outcome();
+  if (outcome.list_error || terminal_.stopped()) return CommandRunStatus::kStopped;
+  return outcome.ExchangeFailed() ? CommandRunStatus::kAnswerFailed : CommandRunStatus::kDone;
+}
+
+void HeadlessList::Yield() {
+  terminal_.pane().EndLine();
+  if (terminal_.StopDue()) core_.runner.Abort();
+}
+
+void HeadlessList::CurrentRowChanged(int row) {
+  terminal_.pane().SetCommand(base::TrimBlanks(core_.list.Text(row)));
+}
+
+}  // namespace kolvane::component

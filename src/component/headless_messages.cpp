@@ -1,0 +1,33 @@
+#include "component/headless_messages.h"
+
+#include <string>
+
+#include "base/write_all.h"
+
+namespace kolvane::component {
+namespace {
+
+// Line breaks become one blank each, those at the ends go.
+std::string OneLine(std::string_view text) {
+  std::string line;
+  bool broken = false;
+  for (const char c : text) {
+    if (c == '\r' || c == '\n') {
+      broken = true;
+      continue;
+    }
+    if (broken && !line.empty()) line += ' ';
+    broken = false;
+    line += c;
+  }
+  return line;
+}
+
+}  // namespace
+
+void HeadlessMessages::ShowError(std::string_view text) {
+  // Whoever closed standard error does not want to know.
+  (void)base::WriteAll(descriptor_, "kolvane: " + OneLine(text) + "\n");
+}
+
+}  // namespace kolvane::component

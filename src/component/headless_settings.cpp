@@ -1,0 +1,53 @@
+#include "component/headless_settings.h"
+
+#include <string>
+
+#include "base/codepage.h"
+#include "component/settings.h"
+#include "device/stored_connection.h"
+#include "terminal/session.h"
+
+namespace kolvane::component {
+namespace {
+
+static_assert(CommandRunOptions::kLargestCount == terminal::kCountedAnswerLimit);
+
+template <typename Field, typename Value>
+void Set(Field& field, const std::optional<Value>& value) {
+  if (value) field = static_cast<Field>(*value);
+}
+
+void SetTerminator(std::string& field, const std::optional<std::string>& bytes) {
+  if (bytes) field = base::FromWindows1252(*bytes);
+}
+
+}  // namespace
+
+void LoadStoredConnection(const std::string& settings_file, ComponentState& state) {
+  const auto store = OpenIniStore(settings_file);
+  LoadSettings(*store, {state.connection, state.terminal, state.window}, true);
+  device::ApplyStoredConnection(state.connection);
+}
+
+void ApplyConnectionOptions(const CommandRunOptions& options, device::ConnectionParameters& parameters) {
+  Set(parameters.baud, options.Baud);
+  Set(parameters.parity, options.Parity);
+  Set(parameters.data_bits, options.DataBits);
+  Set(parameters.stop_bits, options.StopBits);
+  Set(parameters.timeout_ms, options.TimeoutMs);
+}
+
+void ApplyTerminalOptions(const CommandRunOptions& options, terminal::ReceiveControls& controls,
+                          terminal::TerminalState& state) {
+  if (options.TimeoutMs) controls.EditTimeout(std::to_string(*options.TimeoutMs));
+  if (options.Count) controls.EditCount(std::to_string(*options.Count));
+  // The format chooses a mode of its own, so a mode that was asked for comes behind it.
+  if (options.Binary) controls.PickFormat(terminal::receive_format::kBinary);
+  if (options.ReceiveMode) controls.PickMode(static_cast<int>(*options.ReceiveMode));
+  SetTerminator(state.receive.send_terminator, options.SendTerminator);
+  SetTerminator(state.receive.receive_terminator, options.ReceiveTerminator);
+  state.options.show_commands = options.ShowCommands;
+  state.options.show_response_times = options.ShowTimes;
+}
+
+}  // namespace kolvane::component

@@ -1,0 +1,64 @@
+#include "component/headless_terminal.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+
+#include "base/system_error_text.h"
+#include "component/folder.h"
+#include "component/headless_settings.h"
+
+namespace kolvane::component {
+
+HeadlessTerminal::HeadlessTerminal(const CommandRunOptions& options, ComponentState& state)
+    : options_(options),
+      state_(state),
+      messages_(STDERR_FILENO, options.Verbose),
+      pane_(STDOUT_FILENO, messages_),
+      log_(state.terminal.output, messages_),
+      library_(OwnFolder()),
+      core_({state.device, state.connection, state.terminal}, library_, {pane_, log_, messages_, *this}) {
+  terminal::ReceiveControls controls(state.terminal.receive, state.terminal.shown, core_.device, *this);
+  controls.Load(core_.output);
+  ApplyTerminalOptions(options, controls, state.terminal);
+}
+
+HeadlessTerminal::~HeadlessTerminal() {
+  pane_.EndLine();
+  log_.Close();
+  if (state_.device.connected) core_.connect.Press();
+}
+
+bool HeadlessTerminal::Connect() {
+  core_.connect.Press();
+  if (!state_.device.connected) return false;
+  if (!options_.LogFile.empty()) {
+    log_.OpenLog(options_.LogFile);
+    log_.PressRecord();
+  }
+  return true;
+}
+
+bool HeadlessTerminal::StopDue() {
+  if (stopped_) return true;
+  if (pane_.error() != 0) {
+    stopped_ = true;
+    // A reader that has seen enough is no failure worth a word.
+    if (pane_.error() != EPIPE)
+      messages_.ShowError(
+          "Die Standardausgabe kann nicht geschrieben werden: " + base::SystemErrorText(pane_.error()) + ".");
+  } else if (options_.StopRequested && options_.StopRequested()) {
+    stopped_ = true;
+    messages_.ShowError("Der Ablauf wurde abgebrochen.");
+  }
+  return stopped_;
+}
+
+// The first call after a change comes before the line that tells of it, the second one behind it.
+void HeadlessTerminal::ConnectionChanged() {
+  const bool changed = state_.device.connected != was_connected_;
+  was_connected_ = state_.device.connected;
+  pane_.SetConnectionNotices(changed);
+}
+
+}  // namespace kolvane::component

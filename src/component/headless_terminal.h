@@ -1,0 +1,53 @@
+#pragma once
+
+#include "component/component_state.h"
+#include "component/headless_messages.h"
+#include "component/headless_pane.h"
+#include "device/lazy_port_library.h"
+#include "kolvane/CommandRun.h"
+#include "terminal/log_control.h"
+#include "terminal/receive_controls.h"
+#include "terminal/terminal_core.h"
+
+namespace kolvane::component {
+
+/// A terminal whose front end is standard output and standard error.
+class HeadlessTerminal final : private terminal::ConnectionView, private terminal::ReceiveControlsView {
+ public:
+  /// `state` holds the connection and the stored terminal settings; the options go over the latter.
+  HeadlessTerminal(const CommandRunOptions& options, ComponentState& state);
+  /// Closes the log first and the connection then.
+  ~HeadlessTerminal() override;
+  HeadlessTerminal(const HeadlessTerminal&) = delete;
+  HeadlessTerminal& operator=(const HeadlessTerminal&) = delete;
+
+  /// Connects, and opens the log once that has succeeded.
+  [[nodiscard]] bool Connect();
+
+  /// Whether the run is to end after the exchange in hand; the user has been told why then.
+  bool StopDue();
+  /// What the last StopDue said.
+  bool stopped() const { return stopped_; }
+
+  HeadlessMessages& messages() { return messages_; }
+  HeadlessPane& pane() { return pane_; }
+  terminal::LogControl& log() { return log_; }
+  device::PortLibrarySource& library() { return library_; }
+  terminal::TerminalCore& core() { return core_; }
+
+ private:
+  void ConnectionChanged() override;
+  void ShowReceiveControls(const terminal::ReceiveShown&, bool) override {}
+
+  const CommandRunOptions& options_;
+  ComponentState& state_;
+  HeadlessMessages messages_;
+  HeadlessPane pane_;
+  terminal::LogControl log_;
+  device::LazyPortLibrary library_;
+  terminal::TerminalCore core_;
+  bool was_connected_ = false;
+  bool stopped_ = false;
+};
+
+}  // namespace kolvane::component

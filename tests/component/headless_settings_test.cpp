@@ -1,0 +1,119 @@
+#include "component/headless_settings.h"
+
+#include <gtest/gtest.h>
+
+#include "base/runtime_error.h"
+#include "base/temp_folder.h"
+#include "terminal/fake_device.h"
+
+namespace kolvane::component {
+namespace {
+
+struct NoView final : terminal::ReceiveControlsView {
+  void ShowReceiveControls(const terminal::ReceiveShown&, bool) override {}
+};
+
+struct HeadlessSettingsTest : testing::Test {
+  void Apply() { ApplyTerminalOptions(options, controls, state.terminal); }
+  const terminal::ReceiveSettings& receive() const { return state.terminal.receive; }
+
+  CommandRunOptions options;
+  ComponentState state;
+  terminal::FakeDevice device;
+  NoView view;
+  terminal::ReceiveControls controls{state.terminal.receive, state.terminal.shown, device, view};
+};
+
+TEST_F(HeadlessSettingsTest, WithoutOptionsAllStaysButWhatIsShown) {
+  state.terminal.receive.send_terminator = "\r";
+  Apply();
+  EXPECT_EQ(receive().mode, terminal::receive_mode::kTerminator);
+  EXPECT_EQ(receive().receive_terminator, "\r\n");
+  EXPECT_EQ(receive().send_terminator, "\r");
+  EXPECT_EQ(state.terminal.shown.timeout, "3000");
+  EXPECT_FALSE(state.terminal.options.show_commands);
+  EXPECT_FALSE(state.terminal.options.show_response_times);
+}
+
+TEST_F(HeadlessSettingsTest, AModeBringsItsTerminatorUnlessOneIsGiven) {
+  options.ReceiveMode = AnswerEnd::kGap;
+  Apply();
+  EXPECT_EQ(receive().mode, terminal::receive_mode::kAuto);
+  EXPECT_EQ(receive().receive_terminator, "");
+  options.ReceiveMode = AnswerEnd::kTerminator;
+  Apply();
+  EXPECT_EQ(receive().receive_terminator, "\r\n");
+  options.ReceiveTerminator = "\xA7";
+  options.SendTerminator = "";
+  Apply();
+  EXPECT_EQ(receive().receive_terminator, "§");
+  EXPECT_EQ(receive().send_terminator, "");
+}
+
+TEST_F(HeadlessSettingsTest, AModeThatIsAskedForUndoesAStoredBinaryFormat) {
+  state.terminal.shown.format = terminal::receive_format::kBinary;
+  options.ReceiveMode = AnswerEnd::kTerminator;
+  Apply();
+  EXPECT_EQ(state.terminal.shown.format, terminal::receive_format::kAscii);
+}
+
+TEST_F(HeadlessSettingsTest, BinaryEndsAtAGapOrAsAskedFor) {
+  options.Binary = true;
+  Apply();
+  EXPECT_EQ(receive().mode, terminal::receive_mode::kAuto);
+  EXPECT_EQ(receive().binary_display, 1);
+  options.ReceiveMode = AnswerEnd::kCount;
+  options.Count = 1025;
+  Apply();
+  EXPECT_EQ(receive().mode, terminal::receive_mode::kCount);
+  EXPECT_EQ(receive().binary_display, 1);
+  EXPECT_EQ(state.terminal.shown.count, "1025");
+}
+
+TEST_F(HeadlessSettingsTest, TheTimeoutHoldsForConnectingAndForAnswers) {
+  options.TimeoutMs = 250;
+  Apply();
+  ApplyConnectionOptions(options, state.connection);
+  EXPECT_EQ(state.terminal.shown.timeout, "250");
+  EXPECT_EQ(state.connection.timeout_ms, 250);
+}
+
+TEST_F(HeadlessSettingsTest, LineParametersGoOverThoseThatAreThere) {
+  state.connection.baud = 9600;
+  ApplyConnectionOptions(options, state.connection);
+  EXPECT_EQ(state.connection.baud, 9600);
+  EXPECT_EQ(state.connection.parity, 1);
+  options.Baud = 115200;
+  options.Parity = SerialParity::kOdd;
+  options.DataBits = 7;
+  options.StopBits = 2;
+  ApplyConnectionOptions(options, state.connection);
+  EXPECT_EQ(state.connection.baud, 115200);
+  EXPECT_EQ(state.connection.parity, 2);
+  EXPECT_EQ(state.connection.data_bits, 7);
+  EXPECT_EQ(state.connection.stop_bits, 2);
+}
+
+TEST_F(HeadlessSettingsTest, StoredSettingsAreReadAndNotWritten) {
+  const base::TempFolder folder;
+  const std::string text =
+      "[PORT]\nPORT=0\nBAUD=2\nPARITY=0\n[TERMINAL]\nRCVTIMO=77\nSENDTERM=\\r\nSHOWCOMMANDS=-1\n";
+  base::WriteBytes(folder.Path("a.ini"), text);
+  LoadStoredConnection(folder.Path("a.ini"), state);
+  EXPECT_EQ(state.connection.port_code, device::port_code::kCom1);
+  EXPECT_EQ(state.connection.baud, 38400);
+  EXPECT_EQ(state.connection.parity, 0);
+  EXPECT_EQ(state.terminal.shown.timeout, "77");
+  EXPECT_EQ(receive().send_terminator, "\r");
+  EXPECT_EQ(base::ReadBytes(folder.Path("a.ini")), text);
+  EXPECT_EQ(folder.Names(), std::vector<std::string>{"a.ini"});
+}
+
+TEST_F(HeadlessSettingsTest, AStoredSettingThatCannotBeReadIsAnError) {
+  const base::TempFolder folder;
+  base::WriteBytes(folder.Path("a.ini"), "[PORT]\nPORT=four\n");
+  EXPECT_THROW(LoadStoredConnection(folder.Path("a.ini"), state), base::RuntimeError);
+}
+
+}  // namespace
+}  // namespace kolvane::component
