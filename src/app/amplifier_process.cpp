@@ -61,7 +61,9 @@ void AmplifierProcess::Start(const std::string& program) {
   sigemptyset(&none);
   // The signals that end the terminal may be blocked here; the amplifier shall end by them.
   posix_spawnattr_setsigmask(&attributes, &none);
-  posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK);
+  // Ctrl+C is meant for the terminal, which still talks to the amplifier while it ends.
+  posix_spawnattr_setpgroup(&attributes, 0);
+  posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETPGROUP);
   std::string words[] = {program, "--tcp", "0", "--exit-with-parent"};
   char* arguments[] = {words[0].data(), words[1].data(), words[2].data(), words[3].data(), nullptr};
   const int failure = posix_spawn(&child_, program.c_str(), &actions, &attributes, arguments, environ);

@@ -1,11 +1,15 @@
 #include "app/demo.h"
 
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
 
 #include "app/amplifier_process.h"
+#include "app/end_signals.h"
+#include "app/stop_signals.h"
+#include "kolvane/CommandRun.h"
 #include "kolvane/MainClass.h"
 
 namespace kolvane::app {
@@ -50,22 +54,42 @@ void FillFolder(const fs::path& folder, const fs::path& component_folder) {
   fs::current_path(folder);
 }
 
-}  // namespace
-
-void RunDemo(const std::string& folder, int close_descriptor) {
-  const fs::path programs = fs::read_symlink("/proc/self/exe").parent_path();
-  const AmplifierProcess amplifier((programs / "kolvane-amplifier").string());
-  const ScratchFolder scratch;
-  FillFolder(scratch.path(), programs.parent_path() / "lib");
+void ShowDemo(const std::string& folder, const fs::path& scratch, std::uint16_t port) {
+  const EndSignals end;
   TerminalOptions options;
-  options.CommandList = (scratch.path() / kDemoList).string();
-  options.Folder = folder.empty() ? scratch.path().string() : folder;
-  options.SettingsFile = WriteSettings(scratch.path(), amplifier.port()).string();
-  options.CloseDescriptor = close_descriptor;
+  options.CommandList = (scratch / kDemoList).string();
+  options.Folder = folder.empty() ? scratch.string() : folder;
+  options.SettingsFile = WriteSettings(scratch, port).string();
+  options.CloseDescriptor = end.descriptor();
   options.ConnectAtStart = true;
   MainClass terminal;
   terminal.SetOptions(options);
   terminal.OpenTerminal(2, 0);
+}
+
+int PlayDemo(const fs::path& scratch, std::uint16_t port) {
+  std::fputs("kolvane: no display, so the demo's command list runs without a window\n", stderr);
+  CommandRunOptions options;
+  options.Connect = "TCPIP::127.0.0.1::" + std::to_string(port) + "::SOCKET";
+  options.ShowCommands = true;
+  const StopSignals stop;
+  options.StopRequested = StopSignals::Raised;
+  return static_cast<int>(RunCommandList((scratch / kDemoList).string(), options));
+}
+
+}  // namespace
+
+int RunDemo(const std::string& folder) {
+  const fs::path programs = fs::read_symlink("/proc/self/exe").parent_path();
+  const AmplifierProcess amplifier((programs / "kolvane-amplifier").string());
+  const ScratchFolder scratch;
+  FillFolder(scratch.path(), programs.parent_path() / "lib");
+  try {
+    ShowDemo(folder, scratch.path(), amplifier.port());
+    return 0;
+  } catch (const NoDisplay&) {
+    return PlayDemo(scratch.path(), amplifier.port());
+  }
 }
 
 }  // namespace kolvane::app

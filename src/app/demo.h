@@ -5,8 +5,8 @@
 namespace kolvane::app {
 
 /// Opens the terminal connected to a simulated amplifier of its own, with settings and a folder of its own
-/// that go with it. Returns when the window has been closed; throws std::runtime_error with a one-line
-/// English text.
-void RunDemo(const std::string& folder, int close_descriptor);
+/// that go with it; with no display it runs the demo's command list without a window and says so. Returns the
+/// exit status; throws std::runtime_error with a one-line English text.
+int RunDemo(const std::string& folder);
 
 }  // namespace kolvane::app

@@ -1,38 +1,53 @@
 // The stand-alone program: a host like any other, on the public header alone.
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <cstdio>
 #include <exception>
 
 #include "app/demo.h"
 #include "app/end_signals.h"
 #include "app/options.h"
+#include "app/stop_signals.h"
+#include "kolvane/CommandRun.h"
 #include "kolvane/MainClass.h"
 
 namespace {
 
-using kolvane::app::EndSignals;
 using kolvane::app::Options;
 
 enum ExitStatus { kDone = 0, kFailed = 1, kUsage = 2 };
 
-void OpenTerminal(const Options& options, int close_descriptor) {
+int OpenTerminal(const Options& options) {
+  const kolvane::app::EndSignals end;
   kolvane::MainClass terminal;
   kolvane::TerminalOptions presets;
   presets.Folder = options.folder;
-  presets.CloseDescriptor = close_descriptor;
+  presets.CloseDescriptor = end.descriptor();
   terminal.SetOptions(presets);
   terminal.OpenTerminal(options.mode, 0);
+  return kDone;
+}
+
+int RunWithoutWindow(const Options& options) {
+  const kolvane::app::StopSignals stop;
+  kolvane::CommandRunOptions run = options.run;
+  run.StopRequested = kolvane::app::StopSignals::Raised;
+  return static_cast<int>(options.action == Options::Action::kRun
+                              ? kolvane::RunCommandList(options.words.front(), run)
+                              : kolvane::SendCommands(options.words, run));
 }
 
 int Run(const Options& options) {
-  const EndSignals end;
   switch (options.action) {
     case Options::Action::kOpen:
-      OpenTerminal(options, end.descriptor());
-      return kDone;
+      return OpenTerminal(options);
     case Options::Action::kDemo:
-      kolvane::app::RunDemo(options.folder, end.descriptor());
-      return kDone;
+      return kolvane::app::RunDemo(options.folder);
+    case Options::Action::kRun:
+    case Options::Action::kSend:
+      return RunWithoutWindow(options);
     case Options::Action::kHelp:
       std::fputs(kolvane::app::HelpText().c_str(), stdout);
       return kDone;
@@ -46,9 +61,17 @@ int Run(const Options& options) {
   return kUsage;
 }
 
+// Where one of the three standard descriptors is closed, the next one opened would be taken for it.
+void FillStandardDescriptors() {
+  int descriptor = 0;
+  while (descriptor >= 0 && descriptor <= STDERR_FILENO) descriptor = open("/dev/null", O_RDWR);
+  if (descriptor > STDERR_FILENO) close(descriptor);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+  FillStandardDescriptors();
   try {
     return Run(kolvane::app::ParseOptions(argc, argv));
   } catch (const std::exception& error) {

@@ -2,9 +2,11 @@
 
 #include <getopt.h>
 
-#include <charconv>
-#include <cstring>
-#include <optional>
+#include <limits>
+#include <string_view>
+
+#include "app/option_values.h"
+#include "app/run_options.h"
 
 namespace kolvane::app {
 namespace {
@@ -17,23 +19,11 @@ constexpr option kLongOptions[] = {
     {"version", no_argument, nullptr, kVersion},     {nullptr, 0, nullptr, 0},
 };
 
-std::optional<std::int16_t> WholeNumber(const char* text) {
-  std::int16_t value = 0;
-  const char* end = text + std::strlen(text);
-  const auto result = std::from_chars(text, end, value);
-  if (result.ec != std::errc() || result.ptr != end) return std::nullopt;
-  return value;
-}
-
-void Refuse(Options& options, const std::string& why) {
-  options.action = Options::Action::kUsageError;
-  options.error = why;
-}
-
 void Apply(Options& options, int choice, char** argv) {
   switch (choice) {
     case kMode:
-      if (const auto mode = WholeNumber(optarg)) {
+      if (const auto mode = NumberValue<std::int16_t>(optarg, std::numeric_limits<std::int16_t>::min(),
+                                                      std::numeric_limits<std::int16_t>::max())) {
         options.mode = *mode;
       } else {
         Refuse(options, std::string("--mode takes a whole number, not '") + optarg + "'");
@@ -60,7 +50,26 @@ void Apply(Options& options, int choice, char** argv) {
   }
 }
 
+// `argv` begins with the command.
+void ParseCommand(int argc, char** argv, Options& options) {
+  const std::string_view command = argv[0];
+  if (command != "run" && command != "send")
+    return Refuse(options, "unknown command '" + std::string(command) + "'");
+  if (options.action == Options::Action::kDemo) return Refuse(options, "--demo takes no command");
+  options.action = command == "run" ? Options::Action::kRun : Options::Action::kSend;
+  ParseRunOptions(argc, argv, options);
+}
+
+bool TakesCommand(Options::Action action) {
+  return action == Options::Action::kOpen || action == Options::Action::kDemo;
+}
+
 }  // namespace
+
+void Refuse(Options& options, const std::string& why) {
+  options.action = Options::Action::kUsageError;
+  options.error = why;
+}
 
 Options ParseOptions(int argc, char** argv) {
   Options options;
@@ -70,23 +79,9 @@ Options ParseOptions(int argc, char** argv) {
     if (choice == -1) break;
     Apply(options, choice, argv);
   }
-  if (options.action != Options::Action::kUsageError && optind < argc)
-    Refuse(options, std::string("unknown command '") + argv[optind] + "'");
+  const int first = optind;
+  if (first < argc && TakesCommand(options.action)) ParseCommand(argc - first, argv + first, options);
   return options;
-}
-
-std::string HelpText() {
-  return "Usage: kolvane [OPTION]...\n"
-         "Opens the command terminal for measurement amplifiers and other line-oriented ASCII instruments.\n"
-         "\n"
-         "  --mode N      operating mode: 2 own connection (default); any other opens the window on no "
-         "device\n"
-         "  --demo        terminal connected to a simulated amplifier; the user's settings stay untouched\n"
-         "  --folder DIR  folder of histories, templates and help files\n"
-         "  --help        this text\n"
-         "  --version     version\n"
-         "\n"
-         "Exit status: 0 done, 1 the terminal could not be opened, 2 usage.\n";
 }
 
 }  // namespace kolvane::app

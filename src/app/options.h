@@ -2,20 +2,28 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
+
+#include "kolvane/CommandRun.h"
 
 namespace kolvane::app {
 
 /// What the command line asks for.
 struct Options {
-  enum class Action { kOpen, kDemo, kHelp, kVersion, kUsageError };
+  enum class Action { kOpen, kDemo, kRun, kSend, kHelp, kVersion, kUsageError };
   Action action = Action::kOpen;
   std::int16_t mode = 2;
   std::string folder;
-  std::string error;  ///< one line, with kUsageError
+  CommandRunOptions run;           ///< with kRun and kSend
+  std::vector<std::string> words;  ///< with kRun the one list, with kSend the commands, at least one
+  std::string error;               ///< one line, with kUsageError
 };
 
 /// Reads the arguments after the program's name; never exits and never prints.
 Options ParseOptions(int argc, char** argv);
+
+/// Makes `options` those of a usage error.
+void Refuse(Options& options, const std::string& why);
 
 /// The text of --help.
 std::string HelpText();

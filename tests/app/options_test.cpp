@@ -2,18 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <vector>
+#include "app/parse.h"
 
 namespace kolvane::app {
 namespace {
-
-Options Parse(std::vector<std::string> words) {
-  words.insert(words.begin(), "kolvane");
-  std::vector<char*> arguments;
-  for (std::string& word : words) arguments.push_back(word.data());
-  arguments.push_back(nullptr);
-  return ParseOptions(static_cast<int>(words.size()), arguments.data());
-}
 
 TEST(Options, OpenOperatingMode2ByDefault) {
   const Options options = Parse({});
@@ -47,6 +39,34 @@ TEST(Options, RefuseInOneLine) {
   EXPECT_EQ(Parse({"--mode", ""}).error, "--mode takes a whole number, not ''");
   EXPECT_EQ(Parse({"fly"}).error, "unknown command 'fly'");
   EXPECT_EQ(Parse({"fly"}).action, Options::Action::kUsageError);
+  EXPECT_EQ(Parse({"--demo", "run", "a.CMD"}).error, "--demo takes no command");
+}
+
+TEST(Options, HelpNamesEveryCallAndOption) {
+  const std::string help = HelpText();
+  for (const char* word : {"--mode",
+                           "--demo",
+                           "--folder",
+                           "--help",
+                           "--version",
+                           "kolvane run LIST.CMD",
+                           "kolvane send COMMAND...",
+                           "--connect",
+                           "--baud",
+                           "--parity none|even|odd",
+                           "--data-bits",
+                           "--stop-bits",
+                           "--timeout MS",
+                           "--send-terminator",
+                           "--receive-terminator",
+                           "--receive-mode",
+                           "--count",
+                           "--binary",
+                           "--show-commands",
+                           "--show-times",
+                           "--log FILE",
+                           "--verbose"})
+    EXPECT_NE(help.find(word), std::string::npos) << word;
 }
 
 }  // namespace

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <condition_variable>
+#include <cstdint>
+#include <functional>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace kolvane::app {
+
+/// An instrument on a loopback port, one connection after the other, that answers each line (without its LF)
+/// as `reply` says.
+class Instrument {
+ public:
+  using Reply = std::function<std::string(const std::string& line)>;
+
+  explicit Instrument(Reply reply);
+  ~Instrument();
+  Instrument(const Instrument&) = delete;
+  Instrument& operator=(const Instrument&) = delete;
+
+  std::string Resource() const { return "TCPIP::127.0.0.1::" + std::to_string(port_) + "::SOCKET"; }
+  std::uint16_t port() const { return port_; }
+
+  /// Returns once `count` lines have come.
+  void AwaitLines(std::size_t count);
+  std::vector<std::string> lines();
+  /// Returns once the program has closed a connection.
+  void AwaitClose();
+
+ private:
+  void Serve();
+  void Talk(int peer);
+
+  Reply reply_;
+  int listener_;
+  std::uint16_t port_ = 0;
+  std::mutex mutex_;
+  std::condition_variable changed_;
+  std::vector<std::string> lines_;
+  bool closed_ = false;
+  std::thread thread_;
+};
+
+/// Says each line back, ended by CR LF.
+inline std::string Echo(const std::string& line) { return line + "\r\n"; }
+
+}  // namespace kolvane::app

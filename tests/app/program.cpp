@@ -1,0 +1,60 @@
+#include "app/program.h"
+
+#include <sched.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <stdexcept>
+
+#include "base/temp_folder.h"
+
+namespace kolvane::app {
+
+Program::Program(std::vector<std::string> arguments, const Surroundings& surroundings) {
+  arguments.insert(arguments.begin(), KOLVANE_PROGRAM);
+  child_ = fork();
+  if (child_ < 0) throw std::runtime_error("fork");
+  if (child_ == 0) Execute(arguments, surroundings);
+}
+
+Program::~Program() {
+  if (child_ < 0) return;
+  kill(child_, SIGKILL);
+  waitpid(child_, nullptr, 0);
+}
+
+void Program::Execute(std::vector<std::string>& words, const Surroundings& surroundings) const {
+  for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) unsetenv(name);
+  setenv("XDG_CONFIG_HOME", "/nonexistent", 1);
+  for (const auto& [name, value] : surroundings.environment) setenv(name.c_str(), value.c_str(), 1);
+  if (!surroundings.folder.empty() && chdir(surroundings.folder.c_str()) != 0) _exit(126);
+  dup2(surroundings.output >= 0 ? surroundings.output : out_.fd(), STDOUT_FILENO);
+  dup2(err_.fd(), STDERR_FILENO);
+  std::vector<char*> argv;
+  for (std::string& word : words) argv.push_back(word.data());
+  argv.push_back(nullptr);
+  execv(argv.front(), argv.data());
+  _exit(127);
+}
+
+void Program::Signal(int number) const { kill(child_, number); }
+
+// The kernel has no event for it.
+void Program::AwaitHandled(int number) const {
+  const std::string status = "/proc/" + std::to_string(child_) + "/status";
+  for (unsigned long long caught = ~0ULL; (caught >> (number - 1) & 1) != 0; sched_yield()) {
+    const std::string text = base::ReadBytes(status);
+    caught = std::stoull(text.substr(text.find("SigCgt:") + 7), nullptr, 16);
+  }
+}
+
+Outcome Program::Wait() {
+  int status = 0;
+  waitpid(child_, &status, 0);
+  child_ = -1;
+  return {WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status), out_.text(), err_.text()};
+}
+
+}  // namespace kolvane::app

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "component/captured_output.h"
+
+namespace kolvane::app {
+
+/// How a program ended and what it wrote.
+struct Outcome {
+  int status = 0;  ///< exit status; the negative number of the signal that ended it
+  std::string out;
+  std::string err;
+};
+
+/// What a program is started with.
+struct Surroundings {
+  std::string folder = {};  ///< the current one; empty: the test's
+  std::map<std::string, std::string> environment = {};
+  int output = -1;  ///< taken as standard output; -1: captured
+};
+
+/// The real program as a child process, without a display and with settings of its own.
+class Program {
+ public:
+  explicit Program(std::vector<std::string> arguments, const Surroundings& surroundings = {});
+  ~Program();
+  Program(const Program&) = delete;
+  Program& operator=(const Program&) = delete;
+
+  void Signal(int number) const;
+  /// Returns once the program no longer catches the signal `number`.
+  void AwaitHandled(int number) const;
+  Outcome Wait();
+
+ private:
+  [[noreturn]] void Execute(std::vector<std::string>& words, const Surroundings& surroundings) const;
+
+  component::CapturedOutput out_;
+  component::CapturedOutput err_;
+  pid_t child_ = -1;
+};
+
+inline Outcome RunProgram(std::vector<std::string> arguments, const Surroundings& surroundings = {}) {
+  return Program(std::move(arguments), surroundings).Wait();
+}
+
+}  // namespace kolvane::app

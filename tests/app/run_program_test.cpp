@@ -1,0 +1,262 @@
+// `kolvane run` and `kolvane send`, the real program against instruments on real sockets and lines.
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <regex>
+
+#include "amplifier/server_thread.h"
+#include "app/instrument.h"
+#include "app/program.h"
+#include "base/temp_folder.h"
+
+namespace kolvane::app {
+namespace {
+
+struct RunProgramTest : testing::Test {
+  std::string List(const std::string& rows) const {
+    base::WriteBytes(folder.Path("a.CMD"), rows);
+    return folder.Path("a.CMD");
+  }
+  std::string Amplifier() const {
+    return "TCPIP::localhost::" + std::to_string(amplifier.Port()) + "::SOCKET";
+  }
+  Outcome Run(const std::string& rows, std::vector<std::string> options = {}) const {
+    options.insert(options.begin(), {"run", List(rows), "--connect", Amplifier()});
+    return RunProgram(options, {.folder = folder.Path("")});
+  }
+  Outcome Send(std::vector<std::string> words) const {
+    words.insert(words.begin(), {"send", "--connect", Amplifier()});
+    return RunProgram(words, {.folder = folder.Path("")});
+  }
+
+  base::TempFolder folder;
+  amplifier::ServerThread amplifier;
+};
+
+void ExpectDone(const Outcome& outcome, const std::string& out) {
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.out, out);
+  EXPECT_EQ(outcome.err, "");
+}
+
+TEST_F(RunProgramTest, PrintsAnswersAlone) {
+  ExpectDone(Run("'comment\r\nECHO eins\r\n\r\n$REPEAT 1\r\nECHO zwei\r\n$ENDREPEAT"), "eins\nzwei\nzwei\n");
+  ExpectDone(Send({"ECHO eins", "", "ECHO zwei"}), "eins\nzwei\n");
+}
+
+TEST_F(RunProgramTest, PrintsCommandsOnRequest) {
+  ExpectDone(Run("  ECHO eins \r\n$DELAY 0\r\n", {"--show-commands"}), "ECHO eins\neins\n");
+  ExpectDone(Send({"ECHO eins", "--show-commands"}), "ECHO eins\neins\n");
+}
+
+TEST_F(RunProgramTest, PrintsTimesBehindAnswers) {
+  const std::regex expected("eins\\(dt = [0-9.,E-]+ ms\\)\nzwei\\(dt = [0-9.,E-]+ ms\\)\n");
+  const Outcome run = Run("ECHO eins\r\nSTP\r\nECHO zwei\r\n", {"--show-times"});
+  EXPECT_TRUE(std::regex_match(run.out, expected)) << run.out;
+  const Outcome sent = Send({"ECHO eins", "STP", "ECHO zwei", "--show-times"});
+  EXPECT_TRUE(std::regex_match(sent.out, expected)) << sent.out;
+}
+
+TEST_F(RunProgramTest, TextsAreUtf8AndTheInstrumentsAreNot) {
+  ExpectDone(Run("NAME 1,Br\xFC"
+                 "cke\r\nNAME? 1\r\n"),
+             "0\nBrücke\n");
+  ExpectDone(Send({"NAME 1,Brücke", "NAME? 1"}), "0\nBrücke\n");
+}
+
+TEST_F(RunProgramTest, AListMayJumpBranchAndStaySilent) {
+  ExpectDone(
+      Run("$SILENT ON\r\nECHO a,b\r\n$SILENT OFF\r\n$SPLITPARAMS\r\n$GETPARAM 2\r\n$IFEQUAL b\r\nECHO ja\r\n"
+          "$ENDIF\r\n$CLEAR\r\n$GOTO end\r\nECHO nein\r\nend:\r\n"),
+      "ja\n");
+}
+
+TEST_F(RunProgramTest, TellsAboutTheConnectionOnRequest) {
+  const Outcome quiet = Send({"STP", "DCL", "ECHO wieder"});
+  ExpectDone(quiet, "wieder\n");
+  const Outcome verbose = Send({"STP", "DCL", "ECHO wieder", "--verbose"});
+  EXPECT_EQ(verbose.out, "wieder\n");
+  const std::string port = std::to_string(amplifier.Port());
+  const std::string on = "kolvane: .*  Verbindung hergestellt mit TCP/IP: localhost, Port " + port + "\n";
+  const std::string off = "kolvane: .*  Verbindung getrennt von TCP/IP: localhost, Port " + port + "\n";
+  EXPECT_TRUE(std::regex_match(
+      verbose.err,
+      std::regex(on + "kolvane: Die laufende Meßwerterfassung wurde beendet\n" + off +
+                 "kolvane: GO TO LOCAL ausgeführt - die Verbindung wurde getrennt\n" + on + off)))
+      << verbose.err;
+  EXPECT_NE(Run("STP\r\n", {"--verbose"}).err.find("Meßwerterfassung"), std::string::npos);
+}
+
+TEST_F(RunProgramTest, ReceivesInEveryMode) {
+  ExpectDone(Send({"HEX? 41420D0A43", "--receive-mode", "auto"}), "AB\nC\n");
+  ExpectDone(Send({"HEX? 410D0A", "--binary"}), "<41><0D><0A>\n");
+  ExpectDone(Send({"RAMP? 3", "--binary", "--count", "3"}), "<00><01><02>\n");
+  ExpectDone(Send({"HEX? 000102FF", "--count", "4"}), std::string("\0\1\2ÿ\n", 6));
+  ExpectDone(Send({"HEX? 613B", "--receive-terminator", "59"}), "a\n");
+}
+
+TEST_F(RunProgramTest, AFailedAnswerIsPrintedAndCounts) {
+  const Outcome late = Send({"WAIT? 2000", "--timeout", "30"});
+  EXPECT_EQ(late.status, 4);
+  EXPECT_TRUE(std::regex_match(late.out, std::regex("-[0-9]+\n"))) << late.out;
+  EXPECT_EQ(late.err, "");
+  const Outcome run = Run("WAIT? 2000\r\n$STOP\r\n", {"--timeout", "30"});
+  EXPECT_EQ(run.status, 4);
+  EXPECT_EQ(run.out, late.out);
+}
+
+TEST_F(RunProgramTest, ARefusalIsAnAnswer) { ExpectDone(Send({"NONSENSE"}), "?\n"); }
+
+TEST_F(RunProgramTest, AnErrorInTheListStopsIt) {
+  const Outcome outcome = Run("ECHO eins\r\n$REPAET 3\r\nECHO zwei\r\n");
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.out, "eins\n");
+  EXPECT_EQ(outcome.err, "kolvane: Fehler in Befehlsliste (Zeile 2): Unbekannter $ Befehl\n");
+}
+
+TEST_F(RunProgramTest, AnErrorInTheListOutweighsAFailedAnswer) {
+  EXPECT_EQ(Run("WAIT? 2000\r\n$NONSENSE\r\n", {"--timeout", "30"}).status, 1);
+}
+
+TEST_F(RunProgramTest, AListThatCannotBeReadIsUsage) {
+  const Outcome outcome = RunProgram({"run", "none.CMD", "--connect", "OFFLINE"});
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_EQ(outcome.out, "");
+  EXPECT_EQ(outcome.err,
+            "kolvane: Die Befehlsliste \"none.CMD\" kann nicht gelesen werden: Datei oder Ordner nicht "
+            "gefunden.\n");
+}
+
+TEST_F(RunProgramTest, WrongUsageIsOneLine) {
+  const Outcome option = RunProgram({"send", "X", "--bogus"});
+  EXPECT_EQ(option.status, 2);
+  EXPECT_EQ(option.err, "kolvane: unknown option '--bogus' (see kolvane --help)\n");
+  const Outcome resource = RunProgram({"send", "X", "--connect", "LPT3"});
+  EXPECT_EQ(resource.status, 2);
+  EXPECT_EQ(resource.err,
+            "kolvane: bad RESOURCE 'LPT3': it begins with none of TCPIP, ASRL, USB, GPIB, LPT1, LPT2 and "
+            "OFFLINE\n");
+}
+
+TEST_F(RunProgramTest, NoConnectionIsOneLineAndNothingIsSent) {
+  for (const char* resource : {"TCPIP::127.0.0.1::1::SOCKET", "ASRL/nonexistent::INSTR", "GPIB0::5::INSTR"}) {
+    const Outcome outcome = RunProgram({"send", "A", "B", "--connect", resource, "--show-commands"});
+    EXPECT_EQ(outcome.status, 3) << resource;
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_TRUE(std::regex_match(outcome.err, std::regex("kolvane: Fehler beim Verbindungsaufbau: .*\n")))
+        << outcome.err;
+  }
+}
+
+TEST_F(RunProgramTest, AnInstrumentThatGoesAwayIsAFailedAnswer) {
+  Instrument instrument(Echo);
+  const Outcome outcome =
+      RunProgram({"send", "DCL", "A", "--connect", instrument.Resource(), "--timeout", "5000"});
+  ExpectDone(outcome, "A\n");
+  amplifier::Options options;
+  options.behaviour.close_after = 1;
+  const amplifier::ServerThread leaving(options);
+  const Outcome left = RunProgram({"send", "ECHO a", "ECHO b", "ECHO c", "--connect",
+                                   "TCPIP::127.0.0.1::" + std::to_string(leaving.Port()) + "::SOCKET"});
+  EXPECT_EQ(left.status, 4);
+  EXPECT_TRUE(left.out.starts_with("a\n-")) << left.out;
+}
+
+TEST_F(RunProgramTest, TheTestModeNeedsNoInstrument) {
+  const Outcome outcome = RunProgram({"send", "X", "--connect", "offline"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_TRUE(outcome.out.starts_with("Test mode answer at ")) << outcome.out;
+}
+
+TEST_F(RunProgramTest, TheStoredConnectionIsUsedAndNotTouched) {
+  const std::string settings = folder.Path("Kolvane/Kolvane.ini");
+  std::filesystem::create_directory(folder.Path("Kolvane"));
+  const std::string text = "[PORT]\nPORT=8\nIPADDRESS=127.0.0.1\nIPPORT=" + std::to_string(amplifier.Port()) +
+                           "\n[TERMINAL]\nRCVMODE=1\nRCVTERM=\nSHOWCOMMANDS=-1\n";
+  base::WriteBytes(settings, text);
+  const Surroundings surroundings{.environment = {{"XDG_CONFIG_HOME", folder.Path("")}}};
+  ExpectDone(RunProgram({"send", "HEX? 41", "--timeout", "1000"}, surroundings), "A\n");
+  ExpectDone(RunProgram({"send", "ECHO a", "--receive-mode", "terminator"}, surroundings), "a\n");
+  ExpectDone(RunProgram({"run", List("HEX? 41\r\n"), "--folder", folder.Path("")}, surroundings), "A\n");
+  EXPECT_EQ(base::ReadBytes(settings), text);
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path("Kolvane")), {}), 1);
+}
+
+TEST_F(RunProgramTest, AStoredSettingThatCannotBeReadIsUsage) {
+  std::filesystem::create_directory(folder.Path("Kolvane"));
+  base::WriteBytes(folder.Path("Kolvane/Kolvane.ini"), "[PORT]\nPORT=four\n");
+  const Outcome outcome = RunProgram({"send", "X"}, {.environment = {{"XDG_CONFIG_HOME", folder.Path("")}}});
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_EQ(outcome.err,
+            "kolvane: Die gespeicherte Einstellung [PORT] PORT=four kann nicht gelesen werden: Typen "
+            "unverträglich\n");
+}
+
+TEST_F(RunProgramTest, ASerialLineIsNamedByItsDevice) {
+  amplifier::Options options;
+  options.pty_link = folder.Path("amp");
+  const amplifier::ServerThread serial(options);
+  ExpectDone(RunProgram({"send", "ECHO a", "--connect", "ASRL" + folder.Path("amp") + "::INSTR", "--baud",
+                         "19200", "--parity", "none"}),
+             "a\n");
+  ExpectDone(RunProgram({"send", "ECHO a", "--connect", "ASRL1::INSTR"},
+                        {.environment = {{"KOLVANE_COM1", folder.Path("amp")}}}),
+             "a\n");
+}
+
+TEST_F(RunProgramTest, LinesBeyondTheLastRowAreCounted) {
+  std::string rows;
+  for (int row = 0; row < 1024; ++row) rows += "'\n";
+  EXPECT_EQ(Run(rows).err, "");
+  const Outcome outcome = Run(rows + "ECHO no\nECHO no\n");
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.out, "");
+  EXPECT_EQ(outcome.err, "kolvane: Befehlsliste: " + folder.Path("a.CMD") + " (2 Zeilen nicht geladen)\n");
+}
+
+TEST_F(RunProgramTest, TheLogTakesEachLineOfTheRun) {
+  base::WriteBytes(folder.Path("run.LOG"), "old\r\n");
+  ExpectDone(Send({"NAME 1,Brücke", "STP", "NAME? 1", "--show-commands", "--log", "run.LOG"}),
+             "NAME 1,Brücke\n0\nSTP\nNAME? 1\nBrücke\n");
+  EXPECT_EQ(base::ReadBytes(folder.Path("run.LOG")),
+            "old\r\nNAME 1,Br\xFC"
+            "cke\r\n0\r\nSTP\r\nDie laufende Me\xDFwerterfassung wurde beendet\r\n"
+            "NAME? 1\r\nBr\xFC"
+            "cke\r\n");
+}
+
+TEST_F(RunProgramTest, AListMayWriteALogOfItsOwn) {
+  ExpectDone(Run("$OPENLOG \"x.LOG\"\r\n$AUTOLOG ON\r\nECHO a\r\n$WRITELOG b\r\n$CLOSELOG\r\nECHO c\r\n"),
+             "a\nc\n");
+  EXPECT_EQ(base::ReadBytes(folder.Path("x.LOG")), "a\r\nb\r\n");
+}
+
+TEST_F(RunProgramTest, ALogThatCannotBeWrittenIsOneLineAndTheRunGoesOn) {
+  for (const char* log : {"/dev/full", "/nonexistent/a.LOG"}) {
+    const Outcome outcome = Run("ECHO a\r\nECHO b\r\n", {"--log", log});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.out, "a\nb\n");
+    EXPECT_TRUE(std::regex_match(outcome.err, std::regex("kolvane: .*" + std::string(log) + ".*\n")))
+        << outcome.err;
+  }
+}
+
+TEST_F(RunProgramTest, AnotherPortLibraryMayBeMissing) {
+  const Outcome outcome = RunProgram({"send", "X", "--connect", "LPT1"},
+                                     {.environment = {{"KOLVANE_PORT_LIBRARY", "/nonexistent/lib.so"}}});
+  EXPECT_EQ(outcome.status, 3);
+  EXPECT_NE(outcome.err.find("/nonexistent/lib.so"), std::string::npos);
+}
+
+TEST_F(RunProgramTest, WithNoDisplayTheDemoRunsItsList) {
+  const Outcome outcome = RunProgram({"--demo"}, {.folder = folder.Path("")});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_TRUE(outcome.out.starts_with("*IDN?\nKOLVANE,")) << outcome.out;
+  EXPECT_EQ(outcome.err, "kolvane: no display, so the demo's command list runs without a window\n");
+  EXPECT_EQ(folder.Names(), std::vector<std::string>{});
+}
+
+}  // namespace
+}  // namespace kolvane::app

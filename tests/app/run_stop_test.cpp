@@ -1,0 +1,137 @@
+// How a run ends before its time.
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <signal.h>
+#include <unistd.h>
+
+#include <latch>
+
+#include "app/instrument.h"
+#include "app/program.h"
+#include "base/temp_folder.h"
+
+namespace kolvane::app {
+namespace {
+
+struct RunStopTest : testing::Test {
+  std::vector<std::string> Words(const std::string& rows, const Instrument& instrument) {
+    base::WriteBytes(folder.Path("a.CMD"), rows);
+    return {"run", folder.Path("a.CMD"), "--connect", instrument.Resource(), "--timeout", "60000"};
+  }
+
+  base::TempFolder folder;
+};
+
+class StoppedBySignalTest : public RunStopTest, public testing::WithParamInterface<int> {};
+
+TEST_P(StoppedBySignalTest, TheRunEndsAfterTheRowInHand) {
+  std::latch signalled(1);
+  Instrument instrument([&](const std::string& line) {
+    if (line == "B") signalled.wait();
+    return Echo(line);
+  });
+  std::vector<std::string> words = Words("A\nB\nC\n", instrument);
+  words.insert(words.end(), {"--log", folder.Path("a.LOG")});
+  Program program(words);
+  instrument.AwaitLines(2);
+  program.Signal(GetParam());
+  signalled.count_down();
+  const Outcome outcome = program.Wait();
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.out, "A\nB\n");
+  EXPECT_EQ(outcome.err, "kolvane: Der Ablauf wurde abgebrochen.\n");
+  EXPECT_EQ(base::ReadBytes(folder.Path("a.LOG")), "A\r\nB\r\n");
+  instrument.AwaitClose();
+  EXPECT_EQ(instrument.lines(), (std::vector<std::string>{"A", "B"}));
+}
+
+INSTANTIATE_TEST_SUITE_P(Signals, StoppedBySignalTest, testing::Values(SIGINT, SIGTERM, SIGHUP));
+
+TEST_F(RunStopTest, CommandsAreStoppedTheSameWay) {
+  std::latch signalled(1);
+  Instrument instrument([&](const std::string& line) {
+    signalled.wait();
+    return Echo(line);
+  });
+  Program program({"send", "A", "B", "--connect", instrument.Resource(), "--timeout", "60000"});
+  instrument.AwaitLines(1);
+  program.Signal(SIGINT);
+  signalled.count_down();
+  const Outcome outcome = program.Wait();
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.out, "A\n");
+}
+
+TEST_F(RunStopTest, AnEndlessListWithoutTheInstrumentStopsToo) {
+  Instrument instrument(Echo);
+  Program program(Words("A\n$REPEAT 2147483647\n$ENDREPEAT\n", instrument));
+  instrument.AwaitLines(1);
+  program.Signal(SIGINT);
+  EXPECT_EQ(program.Wait().status, 1);
+}
+
+TEST_F(RunStopTest, AnotherSignalEndsTheProgramAtOnce) {
+  std::latch ended(1);
+  Instrument instrument([&](const std::string& line) {
+    ended.wait();
+    return Echo(line);
+  });
+  Program program(Words("A\nB\n", instrument));
+  instrument.AwaitLines(1);
+  program.Signal(SIGINT);
+  program.AwaitHandled(SIGINT);
+  program.Signal(SIGINT);
+  EXPECT_EQ(program.Wait().status, -SIGINT);
+  ended.count_down();
+}
+
+TEST_F(RunStopTest, AReaderThatHasSeenEnoughEndsTheRunQuietly) {
+  int ends[2];
+  ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);
+  Instrument instrument(Echo);
+  close(ends[0]);
+  Program program(Words("A\nB\nC\n", instrument), {.output = ends[1]});
+  close(ends[1]);
+  const Outcome outcome = program.Wait();
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.err, "");
+  instrument.AwaitClose();
+  EXPECT_EQ(instrument.lines(), std::vector<std::string>{"A"});
+}
+
+TEST_F(RunStopTest, AFullDiskEndsTheRunWithAWord) {
+  const int full = open("/dev/full", O_WRONLY | O_CLOEXEC);
+  Instrument instrument(Echo);
+  const Outcome outcome = RunProgram(Words("A\nB\n", instrument), {.output = full});
+  close(full);
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.err,
+            "kolvane: Die Standardausgabe kann nicht geschrieben werden: Der Datenträger ist voll.\n");
+  EXPECT_EQ(instrument.lines(), std::vector<std::string>{"A"});
+}
+
+TEST_F(RunStopTest, EachAnswerIsWrittenBeforeTheNextCommandIsSent) {
+  int ends[2];
+  ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);
+  std::string seen;
+  Instrument instrument([&](const std::string& line) {
+    char buffer[64];
+    pollfd entry{ends[0], POLLIN, 0};
+    if (poll(&entry, 1, 0) == 1) {
+      const ssize_t got = read(ends[0], buffer, sizeof buffer);
+      if (got > 0) seen.append(buffer, static_cast<std::size_t>(got));
+    }
+    seen += "|";
+    return Echo(line);
+  });
+  EXPECT_EQ(RunProgram(Words("A\nB\nC\n", instrument), {.output = ends[1]}).status, 0);
+  instrument.AwaitClose();
+  EXPECT_EQ(seen, "|A\n|B\n|");
+  close(ends[0]);
+  close(ends[1]);
+}
+
+}  // namespace
+}  // namespace kolvane::app
