@@ -1,3 +1,8 @@
-kolvane_benchmark(exchange_bench exchange_bench.cpp echo_instrument.cpp LINK kolvane_terminal)
-target_compile_definitions(exchange_bench PRIVATE KOLVANE_LIBRARY_FOLDER="${KOLVANE_OUTPUT}/lib")
-add_dependencies(exchange_bench devlnk)
+kolvane_benchmark(exchange_bench exchange_bench.cpp comparison.cpp echo_instrument.cpp LINK kolvane_terminal)
+kolvane_benchmark(list_exchange_bench
+  list_exchange_bench.cpp comparison.cpp echo_instrument.cpp LINK kolvane_component_logic)
+target_include_directories(list_exchange_bench PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+foreach(target exchange_bench list_exchange_bench)
+  target_compile_definitions(${target} PRIVATE KOLVANE_LIBRARY_FOLDER="${KOLVANE_OUTPUT}/lib")
+  add_dependencies(${target} devlnk)
+endforeach()

@@ -1,25 +1,16 @@
 // Exchanges per second with an echo instrument: through session, device operations and port library, beside a
-// bare write/read loop. The two alternate in one run; both processes share one processor, because placement
-// changes the figures fourfold. Usage: exchange_bench [exchanges a round] [rounds]
+// bare write/read loop. Usage: exchange_bench [exchanges a round] [rounds]
 
-#include <unistd.h>
-
-#include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
-#include <string>
-#include <vector>
+#include <memory>
 
+#include "comparison.h"
 #include "device/lazy_port_library.h"
-#include "echo_instrument.h"
 #include "terminal/terminal_core.h"
 
 namespace kolvane::bench {
 namespace {
-
-constexpr char kCommand[] = "MSV? 1,2,3";
 
 class NoPane final : public terminal::Pane {
  public:
@@ -50,33 +41,6 @@ class NoView final : public terminal::ConnectionView {
   void ConnectionChanged() override {}
 };
 
-// One side of the comparison.
-class Loop {
- public:
-  virtual ~Loop() = default;
-  virtual void Exchange() = 0;
-};
-
-class BareLoop final : public Loop {
- public:
-  explicit BareLoop(const EchoInstrument& instrument) : fd_(OpenBare(instrument)) {}
-  ~BareLoop() override { close(fd_); }
-
-  void Exchange() override {
-    static constexpr std::string_view line = "MSV? 1,2,3\n";
-    if (write(fd_, line.data(), line.size()) < 0) std::abort();
-    char answer[256];
-    do {
-      const ssize_t got = read(fd_, answer, sizeof answer);
-      if (got <= 0) std::abort();
-      if (answer[got - 1] == '\n') return;
-    } while (true);
-  }
-
- private:
-  int fd_;
-};
-
 class SessionLoop final : public Loop {
  public:
   explicit SessionLoop(const EchoInstrument& instrument)
@@ -87,14 +51,18 @@ class SessionLoop final : public Loop {
   }
   ~SessionLoop() override { core_.connect.Press(); }
 
+  void Run(int exchanges) override {
+    while (exchanges-- > 0) Exchange();
+  }
+
+ private:
   // As a row of a command list goes: send, echo, check, read.
-  void Exchange() override {
+  void Exchange() {
     core_.session.SendCommand(kCommand);
     core_.output.AddLine(kCommand, terminal::kCommandColor);
     if (core_.session.PostSendCheck(kCommand).continues && !core_.session.GetAnswer()) std::abort();
   }
 
- private:
   device::ConnectionParameters& Parameters(const EchoInstrument& instrument) {
     parameters_.timeout_ms = 5000;
     if (instrument.node().empty()) {
@@ -122,48 +90,10 @@ class SessionLoop final : public Loop {
   terminal::TerminalCore core_;
 };
 
-double MicrosecondsEach(Loop& loop, int exchanges) {
-  const auto start = std::chrono::steady_clock::now();
-  for (int i = 0; i < exchanges; ++i) loop.Exchange();
-  const std::chrono::duration<double, std::micro> took = std::chrono::steady_clock::now() - start;
-  return took.count() / exchanges;
-}
-
-double Median(std::vector<double> values) {
-  std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2),
-                   values.end());
-  return values[values.size() / 2];
-}
-
-void Compare(const char* name, EchoInstrument::Kind kind, int exchanges, int rounds) {
-  const EchoInstrument bare_peer(kind);
-  const EchoInstrument session_peer(kind);
-  BareLoop bare(bare_peer);
-  SessionLoop session(session_peer);
-  MicrosecondsEach(bare, exchanges / 10);
-  MicrosecondsEach(session, exchanges / 10);
-  std::vector<double> bare_times;
-  std::vector<double> session_times;
-  std::vector<double> ratios;
-  for (int round = 0; round < rounds; ++round) {
-    bare_times.push_back(MicrosecondsEach(bare, exchanges));
-    session_times.push_back(MicrosecondsEach(session, exchanges));
-    ratios.push_back(session_times.back() / bare_times.back());
-  }
-  std::printf("%-4s  %10.2f  %12.2f  %12.0f  %7.3f\n", name, Median(bare_times), Median(session_times),
-              1e6 / Median(session_times), Median(ratios));
-}
-
 }  // namespace
 }  // namespace kolvane::bench
 
 int main(int argc, char** argv) {
-  using kolvane::bench::EchoInstrument;
-  const int exchanges = argc > 1 ? std::atoi(argv[1]) : 20000;
-  const int rounds = argc > 2 ? std::atoi(argv[2]) : 15;
-  kolvane::bench::PinToOneCore();
-  std::printf("      bare loop   through the   exchanges    median\n");
-  std::printf("      us each     terminal us   a second     ratio\n");
-  kolvane::bench::Compare("tcp", EchoInstrument::Kind::kTcp, exchanges, rounds);
-  kolvane::bench::Compare("pty", EchoInstrument::Kind::kPty, exchanges, rounds);
+  using namespace kolvane::bench;
+  CompareLines([](const EchoInstrument& peer) { return std::make_unique<SessionLoop>(peer); }, argc, argv);
 }

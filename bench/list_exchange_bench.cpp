@@ -1,0 +1,71 @@
+// Exchanges per second through a running command list as `kolvane run` runs it, answers written to standard
+// output (here /dev/null), beside a bare write/read loop that writes nothing. Usage: list_exchange_bench
+// [exchanges a round] [rounds]
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <memory>
+#include <string>
+
+#include "base/temp_folder.h"
+#include "comparison.h"
+#include "component/headless_list.h"
+#include "component/headless_settings.h"
+#include "device/operating_mode.h"
+
+namespace kolvane::bench {
+namespace {
+
+constexpr int kRows = 20;  // of each pass
+
+CommandRunOptions OptionsFor(const EchoInstrument& instrument) {
+  CommandRunOptions options;
+  options.Parity = SerialParity::kNone;
+  options.Connect = instrument.node().empty()
+                        ? "TCPIP::127.0.0.1::" + std::to_string(instrument.port()) + "::SOCKET"
+                        : "ASRL1::INSTR";
+  if (!instrument.node().empty()) setenv("KOLVANE_COM1", instrument.node().c_str(), 1);
+  return options;
+}
+
+class ListLoop final : public Loop {
+ public:
+  explicit ListLoop(const EchoInstrument& instrument)
+      : options_(OptionsFor(instrument)), terminal_(options_, Prepared()), list_(terminal_, state_) {
+    if (!terminal_.Connect()) std::abort();
+  }
+
+  void Run(int exchanges) override {
+    std::string rows = "$REPEAT " + std::to_string(exchanges / kRows - 1) + "\n";
+    for (int row = 0; row < kRows; ++row) rows.append(kCommand).append("\n");
+    base::WriteBytes(folder_.Path("a.CMD"), rows + "$ENDREPEAT\n$STOP\n");
+    if (!list_.Load(folder_.Path("a.CMD")) || list_.Play() != CommandRunStatus::kDone) std::abort();
+  }
+
+ private:
+  component::ComponentState& Prepared() {
+    state_.device.OperMode = device::operating_mode::kPortLibrary;
+    const auto resource = component::ParseResourceName(options_.Connect);
+    component::ApplyResource(std::get<component::Resource>(resource), state_.connection);
+    component::ApplyConnectionOptions(options_, state_.connection);
+    return state_;
+  }
+
+  base::TempFolder folder_;
+  CommandRunOptions options_;
+  component::ComponentState state_;
+  component::HeadlessTerminal terminal_;
+  component::HeadlessList list_;
+};
+
+}  // namespace
+}  // namespace kolvane::bench
+
+int main(int argc, char** argv) {
+  using namespace kolvane::bench;
+  setenv("KOLVANE_PORT_LIBRARY", KOLVANE_LIBRARY_FOLDER "/libdevlnk.so", 1);
+  dup2(open("/dev/null", O_WRONLY | O_CLOEXEC), STDOUT_FILENO);
+  CompareLines([](const EchoInstrument& peer) { return std::make_unique<ListLoop>(peer); }, argc, argv);
+}
