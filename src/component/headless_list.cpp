@@ -1,11 +1,22 @@
 #include "component/headless_list.h"
 
+#include <system_error>
+
 #include "base/folding.h"
 #include "base/number.h"
 #include "script/command_file.h"
-#include "script/texts.h"
 
 namespace kolvane::component {
+namespace {
+
+// In English, as all that is said about the command line itself.
+std::string Reason(const script::FileResult& result) {
+  if (result.problem == script::FileResult::Problem::kLineTooLong)
+    return "a line is too long for a command file";
+  return std::generic_category().message(result.error);
+}
+
+}  // namespace
 
 HeadlessList::HeadlessList(HeadlessTerminal& terminal, ComponentState& state)
     : terminal_(terminal),
@@ -19,9 +30,10 @@ HeadlessList::HeadlessList(HeadlessTerminal& terminal, ComponentState& state)
 bool HeadlessList::Load(const std::string& file) {
   const script::FileResult result = script::LoadCommandFile(core_.list, file);
   if (!result.ok()) {
-    terminal_.messages().ShowError(script::texts::FileFailure(result));
+    terminal_.messages().ShowError("cannot read the command list '" + file + "': " + Reason(result));
   } else if (core_.list.left_out() > 0) {
-    terminal_.messages().ShowError(script::texts::ListStatus(file, core_.list.left_out()));
+    terminal_.messages().ShowError("'" + file + "' is longer than " + std::to_string(script::kListRows) +
+                                   " lines, left out: " + std::to_string(core_.list.left_out()));
   }
   return result.ok();
 }

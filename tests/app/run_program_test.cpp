@@ -124,9 +124,7 @@ TEST_F(RunProgramTest, AListThatCannotBeReadIsUsage) {
   const Outcome outcome = RunProgram({"run", "none.CMD", "--connect", "OFFLINE"});
   EXPECT_EQ(outcome.status, 2);
   EXPECT_EQ(outcome.out, "");
-  EXPECT_EQ(outcome.err,
-            "kolvane: Die Befehlsliste \"none.CMD\" kann nicht gelesen werden: Datei oder Ordner nicht "
-            "gefunden.\n");
+  EXPECT_EQ(outcome.err, "kolvane: cannot read the command list 'none.CMD': No such file or directory\n");
 }
 
 TEST_F(RunProgramTest, WrongUsageIsOneLine) {
@@ -213,7 +211,7 @@ TEST_F(RunProgramTest, LinesBeyondTheLastRowAreCounted) {
   const Outcome outcome = Run(rows + "ECHO no\nECHO no\n");
   EXPECT_EQ(outcome.status, 0);
   EXPECT_EQ(outcome.out, "");
-  EXPECT_EQ(outcome.err, "kolvane: Befehlsliste: " + folder.Path("a.CMD") + " (2 Zeilen nicht geladen)\n");
+  EXPECT_EQ(outcome.err, "kolvane: '" + folder.Path("a.CMD") + "' is longer than 1024 lines, left out: 2\n");
 }
 
 TEST_F(RunProgramTest, TheLogTakesEachLineOfTheRun) {
