@@ -51,7 +51,8 @@ void PrintToFile(QWidget* window, base::Prompt& prompt, const PrintStyle& style,
 void PrintOnPrinter(QWidget* window, base::Prompt& prompt, const PrintStyle& style, const PrintSource& lines,
                     const PrintSource* selection) {
   QPrinter printer(QPrinter::HighResolution);
-  printer.setDocName(style.caption);
+  // Not the caption: a printer that is a file makes its name of this, and a connection holds slashes.
+  printer.setDocName(ToQt(texts::kProgram));
   printer.setPageMargins(kMargins, QPageLayout::Millimeter);
   QPrintDialog dialog(&printer, window);
   dialog.setObjectName(QStringLiteral("PrintDialog"));

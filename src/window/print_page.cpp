@@ -7,6 +7,8 @@ namespace kolvane::window {
 namespace {
 
 constexpr int kHeadPoints = 8;
+constexpr qreal kRulePoints = 0.5;
+constexpr qreal kPointsPerInch = 72;
 constexpr qreal kGapLines = 0.75;  // between head or foot and the text
 
 QFont HeadFont() {
@@ -43,7 +45,7 @@ void PrintPages::Begin() {
 
 void PrintPages::PaintHead() {
   painter_.setFont(font_);
-  painter_.setPen(Qt::black);
+  painter_.setPen(QPen(Qt::black, device_.logicalDpiY() * kRulePoints / kPointsPerInch));
   const QRectF head(0, 0, width(), metrics_.lineSpacing());
   const qreal room = width() - metrics_.horizontalAdvance(date_ + QStringLiteral("    "));
   painter_.drawText(head, Qt::AlignLeft, metrics_.elidedText(caption_, Qt::ElideMiddle, room));
