@@ -4,9 +4,11 @@
 
 #include <algorithm>
 
+#include "base/temp_folder.h"
 #include "component/memory_store.h"
 #include "device/fake_port_library.h"
 #include "device/recording_host.h"
+#include "terminal/log_control.h"
 #include "terminal/session_fakes.h"
 
 namespace kolvane::component {
@@ -57,6 +59,16 @@ TEST_F(UnloadTest, ClosesTheLogThenSavesThenReleasesTheHost) {
   EXPECT_EQ(state_.device.gObj, nullptr);
   EXPECT_TRUE(state_.can_unload);
   EXPECT_FALSE(state_.device.connected);
+}
+
+TEST_F(UnloadTest, EndsARecordingLog) {
+  const base::TempFolder folder;
+  terminal::LogControl log(state_.terminal.output, prompt_);
+  log.OpenLog(folder.Path("a.LOG"));
+  log.PressRecord();
+  Unload(state_, core_, log, store_);
+  EXPECT_FALSE(log.IsOpen());
+  EXPECT_FALSE(state_.terminal.output.log_recording);
 }
 
 TEST_F(UnloadTest, LeavesAConnectedHostsDeviceAlone) {
