@@ -12,7 +12,6 @@ class EditTarget {
   virtual void Delete() = 0;
   virtual void SelectAll() = 0;
   virtual void ClearAll() = 0;
-  virtual void Save() = 0;
   virtual void Open() = 0;
   virtual void Print() = 0;
   virtual void ChooseFont() = 0;

@@ -27,7 +27,6 @@ class GridTarget final : public EditTarget {
   void Delete() override { grid_->deleteSelection(); }
   void SelectAll() override { grid_->selectAll(); }
   void ClearAll() override { files_.New(); }
-  void Save() override { files_.Save(); }
   void Open() override { files_.Open(); }
   /// The rows down to the last one that holds text, or the marked ones.
   void Print() override;

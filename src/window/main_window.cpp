@@ -113,7 +113,8 @@ void MainWindow::ConnectMenus() {
   connect(menus_.connection, &QMenu::aboutToShow, this, &MainWindow::OpenConnectionMenu);
   On("mnuOpenLog", [this] { log_.Open(); });
   On("mnuCloseLog", [this] { log_.control().CloseLog(); });
-  On("mnuSaveTerminal", [this] { pane_target_.Save(); });
+  // "Speichern" of the popup menu always means the pane; the list has a menu of its own.
+  for (const char* item : {"mnuSaveTerminal", "mnuSaveAs"}) On(item, [this] { pane_target_.Save(); });
   On("mnuOpenTextFile", [this] { pane_target_.Open(); });
   On("mnuPrintTermWindow", [this] { pane_target_.Print(); });
   On("mnuInsertComment", [this] { pane_target_.InsertComment(); });

@@ -26,7 +26,7 @@ class PaneTarget final : public EditTarget {
   void SelectAll() override { pane_->selectAll(); }
   void ClearAll() override;
   /// Writes the whole text and a line end behind it, all or nothing, under a name that the user chooses.
-  void Save() override;
+  void Save();
   /// Puts a text file that the user chooses in place of the text; where it is not read to its end the text
   /// stays.
   void Open() override;

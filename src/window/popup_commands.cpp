@@ -10,7 +10,6 @@ PopupCommands::PopupCommands(Menus& menus, MessagePrompt& prompt, EditTarget& pa
   Connect("mnuDelete", &EditTarget::Delete);
   Connect("mnuSelectAll", &EditTarget::SelectAll);
   Connect("mnuClearAll", &EditTarget::ClearAll);
-  Connect("mnuSaveAs", &EditTarget::Save);
   Connect("mnuOpen", &EditTarget::Open);
   Connect("mnuPrint", &EditTarget::Print);
   Connect("mnuFont", &EditTarget::ChooseFont);

@@ -16,7 +16,6 @@ class RecordingTarget final : public EditTarget {
   void Delete() override { calls.push_back("Delete"); }
   void SelectAll() override { calls.push_back("SelectAll"); }
   void ClearAll() override { calls.push_back("ClearAll"); }
-  void Save() override { calls.push_back("Save"); }
   void Open() override { calls.push_back("Open"); }
   void Print() override { calls.push_back("Print"); }
   void ChooseFont() override { calls.push_back("ChooseFont"); }
@@ -28,12 +27,12 @@ class PopupCommandsTest : public testing::Test {
  protected:
   void PressAll() {
     for (const char* item : {"mnuCopy", "mnuCut", "mnuPaste", "mnuDelete", "mnuSelectAll", "mnuClearAll",
-                             "mnuSaveAs", "mnuOpen", "mnuPrint", "mnuFont", "mnuBackColor"})
+                             "mnuOpen", "mnuPrint", "mnuFont", "mnuBackColor"})
       menus_.Item(item)->trigger();
   }
 
-  const std::vector<std::string> all_ = {"Copy", "Cut",  "Paste", "Delete",     "SelectAll",      "ClearAll",
-                                         "Save", "Open", "Print", "ChooseFont", "ChooseBackColor"};
+  const std::vector<std::string> all_ = {"Copy",     "Cut",  "Paste", "Delete",     "SelectAll",
+                                         "ClearAll", "Open", "Print", "ChooseFont", "ChooseBackColor"};
   QMainWindow window_;
   Menus menus_{&window_};
   MessagePrompt prompt_{&window_};
