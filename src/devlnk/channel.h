@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "devlnk/deadline.h"
+#include "devlnk/gpib_options.h"
 #include "devlnk/status.h"
 
 namespace kolvane::devlnk {
@@ -21,6 +22,9 @@ struct Received {
 class Channel {
  public:
   virtual ~Channel() = default;
+
+  /// The following transfers speak to this bus address, 0 to 31. Kinds of port without addresses ignore it.
+  virtual Status Select(std::int16_t /*address*/, Deadline& /*deadline*/) { return Status::kOk; }
 
   /// Takes what is there, at most the room given (never empty); waits until the deadline for the first byte.
   virtual Received Read(std::span<char> room, Deadline& deadline) = 0;
@@ -39,6 +43,7 @@ struct PortRequest {
   std::string_view text;
   std::int32_t data_bits = 0;
   std::int16_t stop_bits = 0;
+  GpibOptions gpib = {};
 };
 
 /// The channel is there exactly when the status is kOk.

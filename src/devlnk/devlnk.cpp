@@ -9,6 +9,7 @@ namespace {
 
 using kolvane::devlnk::Code;
 using kolvane::devlnk::FindPortKind;
+using kolvane::devlnk::GpibOptions;
 using kolvane::devlnk::InputQueue;
 using kolvane::devlnk::PortKind;
 using kolvane::devlnk::PortRequest;
@@ -61,7 +62,8 @@ std::int32_t QDX_OpenPort(std::int16_t port, std::int32_t baud, const char* text
 
 std::int32_t QDX_SelectDevice(std::int16_t address) {
   if (!Session().is_open()) return Code(Status::kNotOpen);
-  return Code(address >= 0 && address <= 31 ? Status::kOk : Status::kInvalidArgument);
+  if (address < 0 || address > 31) return Code(Status::kInvalidArgument);
+  return Guarded([&] { return Session().Select(address); });
 }
 
 std::int32_t QDX_SetTimeout(std::int32_t milliseconds) { return Code(Session().SetTimeout(milliseconds)); }
@@ -71,7 +73,11 @@ std::int32_t QDX_SetGPIBCtrlBlock(std::int16_t eoi_on_write, std::int16_t stop_r
                                   std::int16_t repeat_addressing, std::int32_t milliseconds) {
   const bool valid = IsFlag(eoi_on_write) && IsFlag(stop_read_on_eos) && IsFlag(eoi_with_eos) &&
                      IsByte(eos_char) && zero == 0 && IsFlag(repeat_addressing) && milliseconds >= 0;
-  return Code(valid ? FindPortKind(488)->availability() : Status::kInvalidArgument);
+  if (!valid) return Code(Status::kInvalidArgument);
+  const GpibOptions options{eoi_on_write == 1, stop_read_on_eos == 1, eoi_with_eos == 1,
+                            static_cast<unsigned char>(eos_char), repeat_addressing == 1};
+  Session().SetGpib(options, milliseconds);
+  return Guarded([] { return FindPortKind(488)->availability(); });
 }
 
 std::int32_t QDX_EnableNTPortIO(std::int16_t port) {

@@ -22,14 +22,15 @@ extern "C" {
 KOLVANE_DEVLNK_EXPORT int32_t QDX_OpenPort(int16_t port, int32_t baud, const char* text, int32_t data_bits,
                                            int16_t stop_bits, int16_t receive_buffer);
 /* Chooses the bus address, 0 to 31, that the following transfers speak to. Kinds of port whose protocol
-   carries no address send nothing: TCP/IP, COM, and RS485 too, where the commands themselves address the
-   device. */
+   carries no address send nothing: TCP/IP, COM, USB, LPT, and RS485 too, where the commands themselves
+   address the device. GPIB opens and clears the device here; its addresses end at 30. */
 KOLVANE_DEVLNK_EXPORT int32_t QDX_SelectDevice(int16_t address);
 /* Time-out of each following transfer in all, not for each byte; 0: only what can be done at once. 5000 at
    first. Also holds for opening TCP/IP when called before. Needs no open port and stays when one is opened or
    closed. */
 KOLVANE_DEVLNK_EXPORT int32_t QDX_SetTimeout(int32_t milliseconds);
-/* Flags are 0 or 1, eos_char 0 to 255. Fails where GPIB is not available. */
+/* How GPIB transfers end, from the next QDX_OpenPort on. Flags are 0 or 1, eos_char 0 to 255, zero is 0;
+   milliseconds above 0 also set the time-out, as QDX_SetTimeout does. Fails where GPIB is not available. */
 KOLVANE_DEVLNK_EXPORT int32_t QDX_SetGPIBCtrlBlock(int16_t eoi_on_write, int16_t stop_read_on_eos,
                                                    int16_t eoi_with_eos, int16_t eos_char, int16_t zero,
                                                    int16_t repeat_addressing, int32_t milliseconds);

@@ -1,15 +1,25 @@
 #include "devlnk/port_kinds.h"
 
+#include "devlnk/gpib_channel.h"
+#include "devlnk/gpib_library.h"
 #include "devlnk/serial_channel.h"
 #include "devlnk/tcp_channel.h"
 
 namespace kolvane::devlnk {
 namespace {
 
+Opened OpenNothing(const PortRequest&, Deadline&) { return {Status::kNotAvailable, nullptr}; }
+
+Status Never() { return Status::kNotAvailable; }
+
+Status Always() { return Status::kOk; }
+
 constexpr PortKind kPortKinds[] = {
-    {1, "COM1", OpenSerial},  {2, "COM2", OpenSerial}, {10, "COM1", OpenRs485},
-    {20, "COM2", OpenRs485},  {90, "LPT1", nullptr},   {91, "LPT2", nullptr},
-    {100, "TCP/IP", OpenTcp}, {200, "USB", nullptr},   {488, "GPIB", nullptr},
+    {1, "COM1", OpenSerial, Always},           {2, "COM2", OpenSerial, Always},
+    {10, "COM1", OpenRs485, Always},           {20, "COM2", OpenRs485, Always},
+    {90, "LPT1", OpenNothing, Never},          {91, "LPT2", OpenNothing, Never},
+    {100, "TCP/IP", OpenTcp, Always},          {200, "USB", OpenNothing, Never},
+    {488, "GPIB", OpenGpib, GpibAvailability},
 };
 
 }  // namespace

@@ -10,9 +10,8 @@ namespace kolvane::devlnk {
 struct PortKind {
   std::int16_t code;
   std::string_view name;
-  Opened (*open)(const PortRequest&, Deadline&);  ///< null: this kind of port is not available here
-
-  Status availability() const { return open == nullptr ? Status::kNotAvailable : Status::kOk; }
+  Opened (*open)(const PortRequest&, Deadline&);
+  Status (*availability)();  ///< kNotAvailable where the system lacks what drives this kind of port
 };
 
 /// The row of a port code; null for a code that stands for no port.

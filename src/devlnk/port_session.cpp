@@ -6,8 +6,10 @@ namespace kolvane::devlnk {
 
 Status PortSession::Open(const PortKind& kind, PortRequest request) {
   Close();
-  if (kind.availability() != Status::kOk) return kind.availability();
+  const Status available = kind.availability();
+  if (available != Status::kOk) return available;
   request.name = kind.name;
+  request.gpib = gpib_;
   Deadline deadline(timeout_ms_);
   Opened opened = kind.open(request, deadline);
   channel_ = std::move(opened.channel);
@@ -25,6 +27,16 @@ Status PortSession::SetTimeout(std::int32_t milliseconds) {
   if (milliseconds < 0) return Status::kInvalidArgument;
   timeout_ms_ = milliseconds;
   return Status::kOk;
+}
+
+void PortSession::SetGpib(const GpibOptions& options, std::int32_t milliseconds) {
+  gpib_ = options;
+  if (milliseconds > 0) timeout_ms_ = milliseconds;
+}
+
+Status PortSession::Select(std::int16_t address) {
+  Deadline deadline(timeout_ms_);
+  return channel_->Select(address, deadline);
 }
 
 void PortSession::NoteLoss(Status status) {

@@ -21,7 +21,11 @@ class PortSession {
 
   Status SetTimeout(std::int32_t milliseconds);
 
+  /// Holds from the next opening of a GPIB port on; milliseconds above 0 also set the time-out.
+  void SetGpib(const GpibOptions& options, std::int32_t milliseconds);
+
   // The following need an open port.
+  Status Select(std::int16_t address);
   Status Write(std::string_view bytes);
   /// Copies the next answer to the start of `buffer` and sets `delivered`; a failure leaves both alone, and
   /// the bytes queued. See QDX_ReadPort.
@@ -36,6 +40,7 @@ class PortSession {
 
   std::unique_ptr<Channel> channel_;
   InputQueue queue_;
+  GpibOptions gpib_;
   std::int32_t timeout_ms_ = 5000;
   Status loss_ = Status::kOk;  ///< why the connection has ended, for every later transfer
   bool input_ended_ = false;   ///< what came before the loss has been taken over in full

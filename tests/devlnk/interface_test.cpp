@@ -4,6 +4,7 @@
 #include <sys/socket.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <set>
 #include <string>
 
@@ -20,7 +21,10 @@ constexpr std::int32_t kMissing = Code(Status::kNotAvailable);
 
 class Interface : public testing::Test {
  protected:
-  void SetUp() override { QDX_SetTimeout(20'000); }
+  void SetUp() override {
+    setenv("KOLVANE_GPIB_LIBRARY", "/nowhere/libgpib.so.0", 1);
+    QDX_SetTimeout(20'000);
+  }
   void TearDown() override { QDX_ClosePort(); }
   void OpenLoopback() { ASSERT_EQ(QDX_OpenPort(100, 1, "127.0.0.1", listener_.port(), 1, 512), 0); }
 

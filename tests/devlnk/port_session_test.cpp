@@ -50,7 +50,11 @@ Opened OpenFake(const PortRequest& request, Deadline& deadline) {
 
 Opened FailToOpen(const PortRequest&, Deadline&) { return {Status::kBusy, nullptr}; }
 
-constexpr PortKind kFake{7, "FAKE", OpenFake};
+Status Available() { return Status::kOk; }
+
+Status Missing() { return Status::kNotAvailable; }
+
+constexpr PortKind kFake{7, "FAKE", OpenFake, Available};
 
 class PortSessionTest : public testing::Test {
  protected:
@@ -76,9 +80,9 @@ TEST_F(PortSessionTest, OpensByRowWithTheTimeoutSetBefore) {
 }
 
 TEST_F(PortSessionTest, IsClosedAfterAFailedOpening) {
-  EXPECT_EQ(session_.Open(PortKind{8, "FAIL", FailToOpen}, {}), Status::kBusy);
+  EXPECT_EQ(session_.Open(PortKind{8, "FAIL", FailToOpen, Available}, {}), Status::kBusy);
   EXPECT_FALSE(session_.is_open());
-  EXPECT_EQ(session_.Open(PortKind{9, "NONE", nullptr}, {}), Status::kNotAvailable);
+  EXPECT_EQ(session_.Open(PortKind{9, "NONE", OpenFake, Missing}, {}), Status::kNotAvailable);
   EXPECT_EQ(script.calls, (std::vector<std::string>{"close"}));
 }
 

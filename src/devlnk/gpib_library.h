@@ -1,0 +1,31 @@
+#pragma once
+
+#include <memory>
+
+#include "devlnk/status.h"
+
+namespace kolvane::devlnk {
+
+/// The functions of the GPIB driver's library that are used here, under their own names. It is loaded at run
+/// time, so that this library works on systems without it.
+struct GpibLibrary {
+  int (*ibdev)(int board, int primary, int secondary, int timeout, int send_eoi, int eos) = nullptr;
+  int (*ibwrt)(int device, const void* bytes, long count) = nullptr;
+  int (*ibrd)(int device, void* room, long count) = nullptr;
+  int (*ibtmo)(int device, int timeout) = nullptr;
+  int (*ibclr)(int device) = nullptr;
+  int (*ibonl)(int device, int online) = nullptr;
+  int (*ibconfig)(int device, int option, int value) = nullptr;
+  int (*ThreadIbsta)() = nullptr;
+  int (*ThreadIberr)() = nullptr;
+  long (*ThreadIbcntl)() = nullptr;
+};
+
+/// libgpib.so.0, or the library that the variable KOLVANE_GPIB_LIBRARY names; null where it cannot be loaded
+/// or lacks a function. The library stays loaded as long as the pointer lives.
+std::shared_ptr<const GpibLibrary> LoadGpibLibrary();
+
+/// kNotAvailable where the library cannot be loaded.
+Status GpibAvailability();
+
+}  // namespace kolvane::devlnk

@@ -1,0 +1,29 @@
+#include <gtest/gtest.h>
+
+#include "devlnk/gpib_channel.h"
+
+namespace kolvane::devlnk {
+namespace {
+
+TEST(GpibTimeoutCode, IsTheNextOneNotShorter) {
+  const struct {
+    std::int32_t milliseconds;
+    int code;
+  } cases[] = {{0, 1},        {1, 5},        {2, 6},        {3, 6},          {4, 7},
+               {10, 7},       {11, 8},       {30, 8},       {31, 9},         {100, 9},
+               {101, 10},     {300, 10},     {301, 11},     {1000, 11},      {1001, 12},
+               {3000, 12},    {5000, 13},    {10'000, 13},  {10'001, 14},    {30'000, 14},
+               {100'000, 15}, {300'000, 16}, {300'001, 17}, {1'000'000, 17}, {INT32_MAX, 17}};
+  for (const auto& expected : cases)
+    EXPECT_EQ(GpibTimeoutCode(expected.milliseconds), expected.code) << expected.milliseconds;
+}
+
+TEST(GpibEosWord, HoldsTheCharacterWhereItHasAnEffect) {
+  EXPECT_EQ(GpibEosWord({true, false, false, '\n', false}), 0);
+  EXPECT_EQ(GpibEosWord({true, true, false, '\n', false}), 0x140A);
+  EXPECT_EQ(GpibEosWord({true, false, true, 0xFF, false}), 0x18FF);
+  EXPECT_EQ(GpibEosWord({true, true, true, 0, false}), 0x1C00);
+}
+
+}  // namespace
+}  // namespace kolvane::devlnk
