@@ -16,9 +16,9 @@ extern "C" {
 /* port: 1, 2 COM; 10, 20 RS485; 90, 91 LPT; 100 TCP/IP; 200 USB; 488 GPIB. text: parity letter n, e, o or
    nothing (serial), host name or address (TCP/IP), serial number (USB). data_bits: the IP port for TCP/IP,
    where values below 0 stand for 65536 more (a 16-bit port number that was kept with a sign); for serial
-   ports values other than 7 mean 8, and stop_bits other than 2 mean 1. baud: the mode for LPT.
-   receive_buffer: bytes; a hint that no kind of port needs. The port that was open is closed first, whatever
-   comes of the new one. */
+   ports values other than 7 mean 8, and stop_bits other than 2 mean 1. baud: the mode for LPT
+   (1 nibble, 2 8 bits, 3 byte, 4 EPP, 95 Interlink). receive_buffer: bytes; a hint that no kind of port
+   needs. The port that was open is closed first, whatever comes of the new one. */
 KOLVANE_DEVLNK_EXPORT int32_t QDX_OpenPort(int16_t port, int32_t baud, const char* text, int32_t data_bits,
                                            int16_t stop_bits, int16_t receive_buffer);
 /* Chooses the bus address, 0 to 31, that the following transfers speak to. Kinds of port whose protocol
@@ -34,7 +34,7 @@ KOLVANE_DEVLNK_EXPORT int32_t QDX_SetTimeout(int32_t milliseconds);
 KOLVANE_DEVLNK_EXPORT int32_t QDX_SetGPIBCtrlBlock(int16_t eoi_on_write, int16_t stop_read_on_eos,
                                                    int16_t eoi_with_eos, int16_t eos_char, int16_t zero,
                                                    int16_t repeat_addressing, int32_t milliseconds);
-/* port: 90 or 91. Fails where parallel ports are not available. */
+/* port: 90 or 91. Only checks that: the system's driver needs nothing more. */
 KOLVANE_DEVLNK_EXPORT int32_t QDX_EnableNTPortIO(int16_t port);
 /* Sends all of it; after a failure a part may have gone out. */
 KOLVANE_DEVLNK_EXPORT int32_t QDX_WritePort(const char* text);

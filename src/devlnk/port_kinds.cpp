@@ -2,6 +2,7 @@
 
 #include "devlnk/gpib_channel.h"
 #include "devlnk/gpib_library.h"
+#include "devlnk/parallel_port.h"
 #include "devlnk/serial_channel.h"
 #include "devlnk/tcp_channel.h"
 
@@ -17,7 +18,7 @@ Status Always() { return Status::kOk; }
 constexpr PortKind kPortKinds[] = {
     {1, "COM1", OpenSerial, Always},           {2, "COM2", OpenSerial, Always},
     {10, "COM1", OpenRs485, Always},           {20, "COM2", OpenRs485, Always},
-    {90, "LPT1", OpenNothing, Never},          {91, "LPT2", OpenNothing, Never},
+    {90, "LPT1", OpenParallel, Always},        {91, "LPT2", OpenParallel, Always},
     {100, "TCP/IP", OpenTcp, Always},          {200, "USB", OpenNothing, Never},
     {488, "GPIB", OpenGpib, GpibAvailability},
 };

@@ -17,6 +17,7 @@ enum class Status : std::int32_t {
   kWrongNode = -11,
   kPermissionDenied = -12,
   kBusy = -13,
+  kModeRefused = -14,
 
   kHostNotFound = -20,
   kLookupFailed = -21,
