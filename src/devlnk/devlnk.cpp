@@ -4,9 +4,11 @@
 #include <cstring>
 
 #include "devlnk/port_session.h"
+#include "devlnk/usb_scan.h"
 
 namespace {
 
+using kolvane::devlnk::AttachedUsb;
 using kolvane::devlnk::Code;
 using kolvane::devlnk::FindPortKind;
 using kolvane::devlnk::GpibOptions;
@@ -15,8 +17,11 @@ using kolvane::devlnk::PortKind;
 using kolvane::devlnk::PortRequest;
 using kolvane::devlnk::PortSession;
 using kolvane::devlnk::Status;
+using kolvane::devlnk::UsbDevice;
 
-constexpr std::int32_t kScanRecord = 510;
+constexpr std::size_t kScanField = 255;
+constexpr std::size_t kScanRecord = 2 * kScanField;
+constexpr std::int32_t kScanSlots = 64;
 
 // The C interface names no port, so there is one for the process.
 PortSession& Session() {
@@ -40,6 +45,11 @@ Status OpenStatus() { return Session().is_open() ? Status::kOk : Status::kNotOpe
 bool IsByte(std::int16_t value) { return value >= 0 && value <= 255; }
 
 bool IsFlag(std::int16_t value) { return value == 0 || value == 1; }
+
+void FillRecord(const UsbDevice& device, char* record) {
+  device.serial.copy(record, kScanField);
+  device.description.copy(record + kScanField, kScanField);
+}
 
 bool IsReadable(const char* buffer, std::int32_t count, std::int16_t terminator) {
   const bool fits = count >= 0 && static_cast<std::size_t>(count) <= InputQueue::kLimit;
@@ -134,11 +144,16 @@ std::int32_t QDX_Delay(std::int32_t milliseconds) {
   return Code(Status::kOk);
 }
 
-std::int32_t USB_GetMaxUsbDevice() { return 0; }
+std::int32_t USB_GetMaxUsbDevice() { return kScanSlots; }
 
 std::int32_t USB_ScanUsbDevice(std::int32_t slots, char* buffer) {
   if (slots < 0 || (buffer == nullptr && slots > 0)) return Code(Status::kInvalidArgument);
-  const std::size_t size = static_cast<std::size_t>(slots) * kScanRecord;
-  if (size > 0) std::memset(buffer, ' ', size);
-  return Code(Status::kOk);
+  const auto count = static_cast<std::size_t>(slots);
+  if (count > 0) std::memset(buffer, ' ', count * kScanRecord);
+  return Guarded([&] {
+    const auto devices = AttachedUsb();
+    for (std::size_t slot = 0; slot < std::min(count, devices.size()); ++slot)
+      FillRecord(devices[slot], buffer + slot * kScanRecord);
+    return Status::kOk;
+  });
 }

@@ -56,10 +56,11 @@ KOLVANE_DEVLNK_EXPORT int32_t QDX_CloseInterpreterEx(int16_t port, int16_t value
 KOLVANE_DEVLNK_EXPORT int32_t QDX_ClosePort(void);
 /* Returns after that many milliseconds; needs no open port. */
 KOLVANE_DEVLNK_EXPORT int32_t QDX_Delay(int32_t milliseconds);
-/* Number of device slots that a scan can fill. */
+/* Number of device slots that a scan can fill; a constant. */
 KOLVANE_DEVLNK_EXPORT int32_t USB_GetMaxUsbDevice(void);
 /* Fills slots records of 510 characters: serial number in the first 255, description in the next 255, blanks
-   behind. */
+   behind; blanks alone where there are no more devices. Lists what QDX_OpenPort can open by serial number:
+   instruments, then adapters with a serial line. Speaks to no device and returns within two seconds. */
 KOLVANE_DEVLNK_EXPORT int32_t USB_ScanUsbDevice(int32_t slots, char* buffer);
 
 #ifdef __cplusplus

@@ -1,13 +1,8 @@
 #include "devlnk/host_lookup.h"
 
-#include <signal.h>
-
-#include <chrono>
-#include <condition_variable>
-#include <mutex>
-#include <system_error>
-#include <thread>
 #include <utility>
+
+#include "devlnk/background_work.h"
 
 namespace kolvane::devlnk {
 namespace {
@@ -33,48 +28,11 @@ Answer Resolve(const std::string& host, const std::string& service, int flags) {
   return {code, AddressList(code == 0 ? found : nullptr)};
 }
 
-/// Where the thread that waits for the name service leaves its answer; it may come after nobody waits any
-/// more.
-struct Lookup {
-  std::mutex mutex;
-  std::condition_variable answered;
-  bool done = false;
-  Answer answer;
-};
-
-void Work(const std::shared_ptr<Lookup>& lookup, const std::string& host, const std::string& service) {
-  Answer answer = Resolve(host, service, 0);
-  const std::lock_guard lock(lookup->mutex);
-  lookup->answer = std::move(answer);
-  lookup->done = true;
-  lookup->answered.notify_one();
-}
-
-// The caller's signals are none of the thread's business. A name service cannot be asked to hurry, so the
-// thread is left to itself; the library stays loaded once it was (-z nodelete).
-void StartWork(const std::shared_ptr<Lookup>& lookup, const std::string& host, const std::string& service) {
-  sigset_t all;
-  sigset_t before;
-  sigfillset(&all);
-  pthread_sigmask(SIG_SETMASK, &all, &before);
-  try {
-    std::thread([lookup, host, service] { Work(lookup, host, service); }).detach();
-  } catch (const std::system_error&) {
-    lookup->answer.code = EAI_MEMORY;
-    lookup->done = true;
-  }
-  pthread_sigmask(SIG_SETMASK, &before, nullptr);
-}
-
 FoundHost AskNameService(const std::string& host, const std::string& service, Deadline& deadline) {
-  const auto lookup = std::make_shared<Lookup>();
-  StartWork(lookup, host, service);
-  std::unique_lock lock(lookup->mutex);
-  const std::chrono::milliseconds left(deadline.RemainingMs());
-  if (!lookup->answered.wait_for(lock, left, [&] { return lookup->done; }))
-    return {Status::kLookupFailed, nullptr};
-  if (lookup->answer.code != 0) return {StatusFromLookup(lookup->answer.code), nullptr};
-  return {Status::kOk, std::move(lookup->answer.addresses)};
+  std::optional<Answer> answer = ResultBy(deadline, [host, service] { return Resolve(host, service, 0); });
+  if (!answer) return {Status::kLookupFailed, nullptr};
+  if (answer->code != 0) return {StatusFromLookup(answer->code), nullptr};
+  return {Status::kOk, std::move(answer->addresses)};
 }
 
 }  // namespace

@@ -5,13 +5,10 @@
 #include "devlnk/parallel_port.h"
 #include "devlnk/serial_channel.h"
 #include "devlnk/tcp_channel.h"
+#include "devlnk/usb_channel.h"
 
 namespace kolvane::devlnk {
 namespace {
-
-Opened OpenNothing(const PortRequest&, Deadline&) { return {Status::kNotAvailable, nullptr}; }
-
-Status Never() { return Status::kNotAvailable; }
 
 Status Always() { return Status::kOk; }
 
@@ -19,7 +16,7 @@ constexpr PortKind kPortKinds[] = {
     {1, "COM1", OpenSerial, Always},           {2, "COM2", OpenSerial, Always},
     {10, "COM1", OpenRs485, Always},           {20, "COM2", OpenRs485, Always},
     {90, "LPT1", OpenParallel, Always},        {91, "LPT2", OpenParallel, Always},
-    {100, "TCP/IP", OpenTcp, Always},          {200, "USB", OpenNothing, Never},
+    {100, "TCP/IP", OpenTcp, Always},          {200, "USB", OpenUsb, Always},
     {488, "GPIB", OpenGpib, GpibAvailability},
 };
 

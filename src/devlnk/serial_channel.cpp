@@ -41,12 +41,10 @@ class SerialChannel final : public StreamChannel {
 
 enum class Wiring { kRs232, kRs485 };
 
-Opened Open(const PortRequest& request, Wiring wiring) {
-  const auto parameters = SerialParametersFrom(request);
-  if (!parameters) return {Status::kInvalidArgument, nullptr};
+Opened Open(const std::string& node, const SerialParameters& parameters, Wiring wiring) {
   std::unique_ptr<SerialLine> line;
-  Status status = SerialLine::Open(NodeFor(request.name), line);
-  if (status == Status::kOk) status = line->Apply(*parameters);
+  Status status = SerialLine::Open(node, line);
+  if (status == Status::kOk) status = line->Apply(parameters);
   if (status != Status::kOk) return {status, nullptr};
   if (wiring == Wiring::kRs485) {
     line->UseRs485();
@@ -57,10 +55,20 @@ Opened Open(const PortRequest& request, Wiring wiring) {
   return {Status::kOk, std::make_unique<SerialChannel>(std::move(line))};
 }
 
+Opened OpenAsAsked(const PortRequest& request, Wiring wiring) {
+  const auto parameters = SerialParametersFrom(request);
+  if (!parameters) return {Status::kInvalidArgument, nullptr};
+  return Open(NodeFor(request.name), *parameters, wiring);
+}
+
 }  // namespace
 
-Opened OpenSerial(const PortRequest& request, Deadline&) { return Open(request, Wiring::kRs232); }
+Opened OpenSerial(const PortRequest& request, Deadline&) { return OpenAsAsked(request, Wiring::kRs232); }
 
-Opened OpenRs485(const PortRequest& request, Deadline&) { return Open(request, Wiring::kRs485); }
+Opened OpenRs485(const PortRequest& request, Deadline&) { return OpenAsAsked(request, Wiring::kRs485); }
+
+Opened OpenSerialNode(const std::string& node, const SerialParameters& parameters) {
+  return Open(node, parameters, Wiring::kRs232);
+}
 
 }  // namespace kolvane::devlnk

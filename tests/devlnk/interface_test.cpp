@@ -15,7 +15,6 @@ namespace {
 
 constexpr std::int32_t kInvalid = Code(Status::kInvalidArgument);
 constexpr std::int32_t kClosed = Code(Status::kNotOpen);
-constexpr std::int16_t kWithoutBackEnd[] = {200, 488};
 constexpr std::int16_t kNoPorts[] = {0, -1, 3, 11, 92, 101, 32'767};
 constexpr std::int32_t kMissing = Code(Status::kNotAvailable);
 
@@ -104,9 +103,8 @@ TEST_F(Interface, ANegativeTimeoutLeavesTheOldOne) {
   EXPECT_EQ(QDX_ReadPort(&byte, 1, nullptr, nullptr, 0), Code(Status::kReadTimeout));
 }
 
-TEST_F(Interface, PortKindsWithoutBackEndSaySo) {
-  for (const std::int16_t port : kWithoutBackEnd)
-    EXPECT_EQ(QDX_OpenPort(port, 1, "", 8, 1, 512), kMissing) << port;
+TEST_F(Interface, PortKindsThatAreMissingSaySo) {
+  EXPECT_EQ(QDX_OpenPort(488, 1, "", 8, 1, 512), kMissing);
   for (const std::int16_t port : kNoPorts) EXPECT_EQ(QDX_OpenPort(port, 1, "", 8, 1, 512), kInvalid) << port;
 }
 
@@ -125,16 +123,6 @@ TEST_F(Interface, OnlyParallelPortsAreEnabled) {
   EXPECT_EQ(QDX_EnableNTPortIO(90), 0);
   EXPECT_EQ(QDX_EnableNTPortIO(91), 0);
   EXPECT_EQ(QDX_EnableNTPortIO(1), kInvalid);
-}
-
-TEST_F(Interface, AScanFillsItsRecordsWithBlanks) {
-  EXPECT_EQ(USB_GetMaxUsbDevice(), 0);
-  std::string buffer(2 * 510 + 10, '#');
-  EXPECT_EQ(USB_ScanUsbDevice(2, buffer.data()), 0);
-  EXPECT_EQ(buffer, std::string(2 * 510, ' ') + std::string(10, '#'));
-  EXPECT_EQ(USB_ScanUsbDevice(0, nullptr), 0);
-  EXPECT_EQ(USB_ScanUsbDevice(1, nullptr), kInvalid);
-  EXPECT_EQ(USB_ScanUsbDevice(-1, buffer.data()), kInvalid);
 }
 
 }  // namespace

@@ -11,6 +11,8 @@
 #include <cstdlib>
 #include <stdexcept>
 
+#include "devlnk/fake_sysfs.h"
+
 namespace kolvane::devlnk {
 namespace {
 
@@ -48,7 +50,7 @@ class TcpPartner final : public Partner {
   const char* address_;
 };
 
-class PtyPartner final : public Partner {
+class PtyPartner : public Partner {
  public:
   explicit PtyPartner(std::int16_t port) : port_(port) { fd_ = pty_.master(); }
   std::int32_t Open() override {
@@ -62,9 +64,26 @@ class PtyPartner final : public Partner {
   Status loss() const override { return Status::kConnectionLost; }
   void AwaitArrival() override { Require(Await(pty_.slave(), POLLIN), "nothing arrived"); }
 
- private:
+ protected:
   Pty pty_;
+
+ private:
   std::int16_t port_;
+};
+
+class UsbLinePartner final : public PtyPartner {
+ public:
+  UsbLinePartner() : PtyPartner(200) {
+    system_.AddDevice("1-2", {"idVendor", "serial=A50285BI"});
+    system_.AddNode("tty", "ttyUSB0", "1-2", pty_.node());
+  }
+  std::int32_t Open() override {
+    setenv("KOLVANE_SYSFS", system_.root().c_str(), 1);
+    return QDX_OpenPort(200, 1, "A50285BI", 8, 1, 512);
+  }
+
+ private:
+  FakeSysfs system_;
 };
 
 }  // namespace
@@ -98,6 +117,7 @@ std::unique_ptr<Partner> MakeTcp4() { return std::make_unique<TcpPartner>(AF_INE
 std::unique_ptr<Partner> MakeTcp6() { return std::make_unique<TcpPartner>(AF_INET6, "::1"); }
 std::unique_ptr<Partner> MakeCom() { return std::make_unique<PtyPartner>(std::int16_t{1}); }
 std::unique_ptr<Partner> MakeRs485() { return std::make_unique<PtyPartner>(std::int16_t{10}); }
+std::unique_ptr<Partner> MakeUsbLine() { return std::make_unique<UsbLinePartner>(); }
 
 Listener::Listener(int family, int backlog) : fd_(socket(family, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
   // sockaddr_in6 is the larger of the two, and the port stands at the same place in both.

@@ -42,6 +42,8 @@ std::unique_ptr<Partner> MakeTcp4();
 std::unique_ptr<Partner> MakeTcp6();
 std::unique_ptr<Partner> MakeCom();
 std::unique_ptr<Partner> MakeRs485();
+/// A USB adapter with a serial line, found by its serial number.
+std::unique_ptr<Partner> MakeUsbLine();
 
 /// A TCP port that listens on a loopback address and leaves accepting to the caller; with kDeaf the port is
 /// taken, but nobody listens.

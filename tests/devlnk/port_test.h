@@ -32,7 +32,7 @@ struct Kind {
 inline void PrintTo(const Kind& kind, std::ostream* out) { *out << kind.name; }
 
 inline constexpr Kind kKinds[] = {
-    {"Tcp4", MakeTcp4}, {"Tcp6", MakeTcp6}, {"Com", MakeCom}, {"Rs485", MakeRs485}};
+    {"Tcp4", MakeTcp4}, {"Tcp6", MakeTcp6}, {"Com", MakeCom}, {"Rs485", MakeRs485}, {"UsbLine", MakeUsbLine}};
 
 inline std::string NameOf(const testing::TestParamInfo<Kind>& info) { return info.param.name; }
 

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <pthread.h>
+#include <signal.h>
+
+#include <chrono>
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <thread>
+#include <utility>
+
+#include "devlnk/deadline.h"
+
+namespace kolvane::devlnk {
+
+/// The result of work that may never end, or nothing when it has not come by the deadline. The work cannot be
+/// asked to hurry, so its thread is left to itself then; `work` must own all that it uses, and may not throw.
+/// The library stays loaded once it was (-z nodelete). std::system_error where no thread can be had.
+template <typename Work>
+auto ResultBy(Deadline& deadline, Work work) -> std::optional<decltype(work())> {
+  struct Exchange {
+    std::mutex mutex;
+    std::condition_variable done;
+    std::optional<decltype(work())> result;
+  };
+  // The caller's signals are none of the thread's business, and its own mask comes back whatever happens.
+  struct BlockedSignals {
+    BlockedSignals() {
+      sigset_t all;
+      sigfillset(&all);
+      pthread_sigmask(SIG_SETMASK, &all, &before);
+    }
+    ~BlockedSignals() { pthread_sigmask(SIG_SETMASK, &before, nullptr); }
+    sigset_t before;
+  };
+  const auto exchange = std::make_shared<Exchange>();
+  {
+    const BlockedSignals blocked;
+    std::thread([exchange, work = std::move(work)] {
+      auto result = work();
+      const std::lock_guard lock(exchange->mutex);
+      exchange->result = std::move(result);
+      exchange->done.notify_one();
+    }).detach();
+  }
+  std::unique_lock lock(exchange->mutex);
+  const std::chrono::milliseconds left(deadline.RemainingMs());
+  exchange->done.wait_for(lock, left, [&] { return exchange->result.has_value(); });
+  return std::move(exchange->result);
+}
+
+}  // namespace kolvane::devlnk

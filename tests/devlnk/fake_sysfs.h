@@ -1,0 +1,30 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace kolvane::devlnk {
+
+/// A folder laid out as the system's record of USB devices is.
+class FakeSysfs {
+ public:
+  FakeSysfs();
+  FakeSysfs(const FakeSysfs&) = delete;
+  FakeSysfs& operator=(const FakeSysfs&) = delete;
+  ~FakeSysfs();
+
+  /// Attributes as "name=value"; one without value is there, but empty.
+  void AddDevice(const std::string& bus, const std::vector<std::string>& attributes);
+  /// An interface of the device `bus` and the node's entry in the class; an empty `node` leaves out its
+  /// record.
+  void AddNode(const std::string& kind, const std::string& name, const std::string& bus,
+               const std::string& node);
+  std::string root() const { return root_.string(); }
+  std::filesystem::path DeviceFolder(const std::string& bus) const { return root_ / "devices/usb1" / bus; }
+
+ private:
+  std::filesystem::path root_;
+};
+
+}  // namespace kolvane::devlnk

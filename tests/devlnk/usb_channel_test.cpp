@@ -1,0 +1,115 @@
+#include "devlnk/usb_channel.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cerrno>
+
+#include "devlnk/fake_node.h"
+
+namespace kolvane::devlnk {
+namespace {
+
+using Calls = std::vector<std::string>;
+
+class UsbChannel : public testing::Test {
+ protected:
+  void SetUp() override { script_.silence_error = ETIMEDOUT; }
+  Status Open() {
+    channel_.reset();
+    script_.calls.clear();
+    Opened opened = OpenUsbNode(MakeFakeNode(script_));
+    channel_ = std::move(opened.channel);
+    return opened.status;
+  }
+  void OpenQuietly() {
+    ASSERT_EQ(Open(), Status::kOk);
+    script_.calls.clear();
+  }
+  Received Read(std::int32_t milliseconds = 20'000) {
+    Deadline deadline(milliseconds);
+    return channel_->Read(room_, deadline);
+  }
+  Status Write(std::string_view bytes, std::int32_t milliseconds = 20'000) {
+    Deadline deadline(milliseconds);
+    return channel_->Write(bytes, deadline);
+  }
+
+  NodeScript script_;
+  std::unique_ptr<Channel> channel_;
+  std::array<char, 64> room_{};
+};
+
+TEST_F(UsbChannel, ClearsTheInstrumentAtOpeningAndFlushing) {
+  ASSERT_EQ(Open(), Status::kOk);
+  EXPECT_EQ(script_.calls, (Calls{"AUTO_ABORT 1", "CLEAR"}));
+  channel_->DiscardInput();
+  channel_.reset();
+  EXPECT_EQ(script_.calls, (Calls{"AUTO_ABORT 1", "CLEAR", "CLEAR", "close"}));
+}
+
+TEST_F(UsbChannel, OpensWhereOnlyTheClearFails) {
+  script_.failing = {{"AUTO_ABORT", ENOTTY}, {"CLEAR", EPIPE}};
+  EXPECT_EQ(Open(), Status::kOk);
+  script_.failing = {{"CLEAR", ENOTTY}};
+  EXPECT_EQ(Open(), Status::kWrongNode);
+  script_.failing = {{"CLEAR", ENODEV}};
+  EXPECT_EQ(Open(), Status::kNoSuchNode);
+}
+
+TEST_F(UsbChannel, TellsTheDriverATimeoutThatChanges) {
+  OpenQuietly();
+  script_.reads = {{"1.5\n"}, {"2\n"}};
+  EXPECT_EQ(Write("MSV?\n"), Status::kOk);
+  EXPECT_EQ(Read().bytes, 4u);
+  EXPECT_EQ(std::string(room_.data(), 4), "1.5\n");
+  EXPECT_EQ(Read(50).bytes, 2u);
+  EXPECT_EQ(script_.calls, (Calls{"TIMEOUT 20000", "write MSV?\n", "read", "TIMEOUT 100", "read"}));
+}
+
+TEST_F(UsbChannel, AsksNothingWhereThereIsNoTimeToWait) {
+  OpenQuietly();
+  const Received received = Read(0);
+  EXPECT_EQ(received.bytes, 0u);
+  EXPECT_EQ(received.status, Status::kOk);
+  EXPECT_EQ(script_.calls, Calls{});
+}
+
+TEST_F(UsbChannel, GivesUpASilentInstrument) {
+  OpenQuietly();
+  const Received received = Read(1);
+  EXPECT_EQ(received.bytes, 0u);
+  EXPECT_EQ(received.status, Status::kOk);
+  script_.writes = {{"", ETIMEDOUT}};
+  EXPECT_EQ(Write("a"), Status::kWriteTimeout);
+}
+
+TEST_F(UsbChannel, GoesOnAfterSignalsAndShortWrites) {
+  OpenQuietly();
+  script_.reads = {{"", EINTR}, {"x"}};
+  EXPECT_EQ(Read().bytes, 1u);
+  script_.writes = {{"", EINTR}, {"ab"}};
+  EXPECT_EQ(Write("abc"), Status::kOk);
+  EXPECT_EQ(script_.calls.back(), "write c");
+  script_.writes = {{""}};
+  EXPECT_EQ(Write("abc", 0), Status::kWriteTimeout);
+}
+
+TEST_F(UsbChannel, IsLostWhenThePlugIsPulled) {
+  for (const int error : {ENODEV, EPROTO, EILSEQ, EIO, ENXIO, ESHUTDOWN}) {
+    OpenQuietly();
+    script_.reads = {{"", error}};
+    EXPECT_EQ(Read().status, Status::kConnectionLost) << error;
+    script_.writes = {{"", error}};
+    EXPECT_EQ(Write("a"), Status::kConnectionLost) << error;
+  }
+}
+
+TEST_F(UsbChannel, IsNotLostByAStalledPipe) {
+  OpenQuietly();
+  script_.reads = {{"", EPIPE}};
+  EXPECT_EQ(Read().status, Status::kIoError);
+}
+
+}  // namespace
+}  // namespace kolvane::devlnk
