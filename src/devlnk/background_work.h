@@ -15,14 +15,15 @@
 
 namespace kolvane::devlnk {
 
-/// The result of work that may never end, or nothing when it has not come by the deadline. The work cannot be
-/// asked to hurry, so its thread is left to itself then; `work` must own all that it uses, and may not throw.
+/// The result of work that may never end, or nothing when it throws or has not come by the deadline. The work
+/// cannot be asked to hurry, so its thread is left to itself then; `work` must own all that it uses.
 /// The library stays loaded once it was (-z nodelete). std::system_error where no thread can be had.
 template <typename Work>
 auto ResultBy(Deadline& deadline, Work work) -> std::optional<decltype(work())> {
   struct Exchange {
     std::mutex mutex;
     std::condition_variable done;
+    bool ended = false;
     std::optional<decltype(work())> result;
   };
   // The caller's signals are none of the thread's business, and its own mask comes back whatever happens.
@@ -39,15 +40,21 @@ auto ResultBy(Deadline& deadline, Work work) -> std::optional<decltype(work())> 
   {
     const BlockedSignals blocked;
     std::thread([exchange, work = std::move(work)] {
-      auto result = work();
+      std::optional<decltype(work())> result;
+      try {
+        result = work();
+      } catch (...) {
+        // Out of memory most likely; to the caller it is an answer that does not come.
+      }
       const std::lock_guard lock(exchange->mutex);
       exchange->result = std::move(result);
+      exchange->ended = true;
       exchange->done.notify_one();
     }).detach();
   }
   std::unique_lock lock(exchange->mutex);
   const std::chrono::milliseconds left(deadline.RemainingMs());
-  exchange->done.wait_for(lock, left, [&] { return exchange->result.has_value(); });
+  exchange->done.wait_for(lock, left, [&] { return exchange->ended; });
   return std::move(exchange->result);
 }
 

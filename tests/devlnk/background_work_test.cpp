@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <future>
+#include <new>
 
 namespace kolvane::devlnk {
 namespace {
@@ -12,11 +14,15 @@ TEST(ResultBy, HandsOverWhatTheWorkBrings) {
   EXPECT_EQ(ResultBy(deadline, [] { return 7; }), 7);
 }
 
+TEST(ResultBy, HasNothingFromWorkThatThrows) {
+  Deadline deadline(INT32_MAX);
+  EXPECT_FALSE(ResultBy(deadline, []() -> int { throw std::bad_alloc(); }));
+}
+
 TEST(ResultBy, GivesUpWorkThatDoesNotEnd) {
   std::promise<void> release;
   std::shared_future<void> released = release.get_future().share();
-  std::promise<void> ended;
-  auto end = std::make_shared<std::promise<void>>(std::move(ended));
+  const auto end = std::make_shared<std::promise<void>>();
   auto has_ended = end->get_future();
   Deadline deadline(0);
   EXPECT_FALSE(ResultBy(deadline, [released, end] {
