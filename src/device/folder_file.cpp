@@ -1,0 +1,69 @@
+#include "device/folder_file.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <system_error>
+
+#include "base/codepage.h"
+#include "base/folding.h"
+#include "base/replace_file.h"
+
+namespace kolvane::device {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view kLineEnd = "\r\n";
+
+std::optional<std::string> ReadBytes(const std::string& path) {
+  std::error_code error;
+  if (!fs::is_regular_file(path, error)) return std::nullopt;
+  std::ifstream file(path, std::ios::binary);
+  if (!file) return std::nullopt;
+  std::string bytes{std::istreambuf_iterator<char>(file), {}};
+  if (file.bad()) return std::nullopt;
+  return bytes;
+}
+
+// Takes one line off the front of `bytes`, its end included.
+std::string_view TakeLine(std::string_view& bytes) {
+  const std::size_t end = std::min(bytes.find_first_of(kLineEnd), bytes.size());
+  const std::string_view line = bytes.substr(0, end);
+  bytes.remove_prefix(end);
+  bytes.remove_prefix(bytes.substr(0, 2) == kLineEnd ? 2 : bytes.empty() ? 0 : 1);
+  return line;
+}
+
+}  // namespace
+
+std::string FolderFile(const std::string& folder, std::string_view name) {
+  const fs::path exact = fs::path(folder) / name;
+  std::error_code error;
+  if (fs::exists(exact, error)) return exact;
+  std::string found;
+  for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+    const std::string other = entry->path().filename();
+    if (base::EqualsNoCase(other, name) && (found.empty() || other < found)) found = other;
+  }
+  return found.empty() ? exact : fs::path(folder) / found;
+}
+
+std::optional<std::vector<std::string>> ReadLines(const std::string& path) {
+  const std::optional<std::string> bytes = ReadBytes(path);
+  if (!bytes) return std::nullopt;
+  std::vector<std::string> lines;
+  for (std::string_view rest = *bytes; !rest.empty();) lines.push_back(base::FromWindows1252(TakeLine(rest)));
+  return lines;
+}
+
+void WriteLines(const std::string& path, const std::vector<std::string>& lines) {
+  std::string bytes;
+  for (const std::string& line : lines) bytes.append(base::ToWindows1252(line)).append(kLineEnd);
+  // Most starts and most uses of the dialog change nothing, which spares the disk.
+  if (ReadBytes(path) == bytes) return;
+  [[maybe_unused]] const int error = base::ReplaceFile(path, bytes);
+}
+
+}  // namespace kolvane::device

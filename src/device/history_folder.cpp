@@ -1,0 +1,53 @@
+#include "device/history_folder.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <system_error>
+
+#include "device/address_history.h"
+#include "device/folder_file.h"
+#include "device/modem_script_file.h"
+
+namespace kolvane::device {
+namespace {
+
+namespace fs = std::filesystem;
+
+bool IsWritable(const std::string& folder) {
+  return !folder.empty() && faccessat(AT_FDCWD, folder.c_str(), W_OK | X_OK, AT_EACCESS) == 0;
+}
+
+// Empty where the user has none. A relative path does not count.
+fs::path UserFolder() {
+  const char* data = std::getenv("XDG_DATA_HOME");
+  if (data != nullptr && fs::path(data).is_absolute()) return fs::path(data) / "Kolvane";
+  const char* home = std::getenv("HOME");
+  if (home == nullptr || !fs::path(home).is_absolute()) return {};
+  return fs::path(home) / ".local/share/Kolvane";
+}
+
+void CopyMissing(const std::string& from, const std::string& to, const char* name) {
+  std::error_code error;
+  const std::string target = FolderFile(to, name);
+  if (fs::exists(target, error)) return;
+  if (const auto lines = ReadLines(FolderFile(from, name))) WriteLines(target, *lines);
+}
+
+}  // namespace
+
+std::string HistoryFolder(const std::string& component_folder) {
+  if (IsWritable(component_folder)) return component_folder;
+  const std::string own = UserFolder();
+  if (own.empty()) return component_folder;
+  std::error_code error;
+  fs::create_directories(own, error);
+  if (component_folder.empty()) return own;
+  for (const char* name : {kIpHistoryFile, kUsbHistoryFile, kModemScriptFile})
+    CopyMissing(component_folder, own, name);
+  return own;
+}
+
+}  // namespace kolvane::device

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+
+namespace kolvane::device {
+
+/// Where the histories and the modem script are kept: the component's folder, or the user's own
+/// ($XDG_DATA_HOME/Kolvane, default ~/.local/share/Kolvane) where this user cannot write to the component's
+/// or it is not there. The user's own is made, and each file that it lacks is copied from the component's.
+std::string HistoryFolder(const std::string& component_folder);
+
+}  // namespace kolvane::device

@@ -1,0 +1,81 @@
+#include "device/history_folder.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cstdlib>
+
+#include "device/address_history.h"
+#include "device/modem_script_file.h"
+#include "temporary_folder.h"
+
+namespace kolvane::device {
+namespace {
+
+// A component's folder without permission to write, seen by a user whom permissions bind.
+class HistoryFolderTest : public testing::Test {
+ protected:
+  HistoryFolderTest() {
+    for (const TemporaryFolder* folder : {&component_, &data_})
+      std::filesystem::permissions(folder->path(), std::filesystem::perms::all);
+    setenv("XDG_DATA_HOME", data_.path().c_str(), 1);
+  }
+  ~HistoryFolderTest() override {
+    if (root_ && seteuid(0) != 0) std::abort();
+    unsetenv("XDG_DATA_HOME");
+  }
+
+  void LockComponent() {
+    std::filesystem::permissions(component_.path(), std::filesystem::perms(0555));
+    constexpr uid_t kNobody = 65534;
+    ASSERT_TRUE(!root_ || seteuid(kNobody) == 0);
+  }
+
+  const bool root_ = geteuid() == 0;
+  TemporaryFolder component_;
+  TemporaryFolder data_;
+};
+
+TEST_F(HistoryFolderTest, IsTheComponentsWhereThatCanBeWritten) {
+  EXPECT_EQ(HistoryFolder(component_.path()), component_.path());
+  EXPECT_FALSE(std::filesystem::exists(data_ / "Kolvane"));
+}
+
+TEST_F(HistoryFolderTest, IsTheUsersFilledFromTheComponentsOtherwise) {
+  component_.Write("ipaddr.ini", "10.0.0.5\r\n");
+  component_.Write("MODEM.INI", "ATZ\r\n");
+  LockComponent();
+  const std::string folder = HistoryFolder(component_.path());
+  EXPECT_EQ(folder, data_ / "Kolvane");
+  EXPECT_EQ(LoadIpHistory(folder), AddressHistory{"10.0.0.5"});
+  EXPECT_EQ(LoadModemScript(folder), "ATZ");
+  EXPECT_EQ(data_.Read("Kolvane/USBADDR.INI"), "(no file)");
+}
+
+TEST_F(HistoryFolderTest, KeepsWhatTheUserHas) {
+  component_.Write("IPADDR.INI", "10.0.0.5\r\n");
+  LockComponent();
+  SaveIpHistory(HistoryFolder(component_.path()), {"10.0.0.6"});
+  EXPECT_EQ(LoadIpHistory(HistoryFolder(component_.path())), AddressHistory{"10.0.0.6"});
+  EXPECT_EQ(component_.Read("IPADDR.INI"), "10.0.0.5\r\n");
+}
+
+TEST_F(HistoryFolderTest, IsTheUsersForAFolderThatIsNotThere) {
+  EXPECT_EQ(HistoryFolder(component_ / "none"), data_ / "Kolvane");
+  EXPECT_EQ(HistoryFolder(""), data_ / "Kolvane");
+}
+
+TEST_F(HistoryFolderTest, StandsInTheHomeFolderWithoutADataFolder) {
+  const std::string home = std::getenv("HOME") == nullptr ? "" : std::getenv("HOME");
+  setenv("HOME", data_.path().c_str(), 1);
+  setenv("XDG_DATA_HOME", "relative", 1);
+  EXPECT_EQ(HistoryFolder(component_ / "none"), data_ / ".local/share/Kolvane");
+  unsetenv("XDG_DATA_HOME");
+  EXPECT_EQ(HistoryFolder(component_ / "none"), data_ / ".local/share/Kolvane");
+  unsetenv("HOME");
+  EXPECT_EQ(HistoryFolder(component_ / "none"), component_ / "none");
+  setenv("HOME", home.c_str(), 1);
+}
+
+}  // namespace
+}  // namespace kolvane::device
