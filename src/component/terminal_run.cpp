@@ -12,9 +12,9 @@
 #include "component/settings.h"
 #include "component/settings_store.h"
 #include "component/unload.h"
+#include "device/connection_form.h"
 #include "device/lazy_port_library.h"
 #include "device/operating_mode.h"
-#include "device/stored_connection.h"
 #include "window/main_window.h"
 
 namespace kolvane::component {
@@ -44,13 +44,15 @@ class OpenMark {
 
 // The settings of this run, or the message and the error where one of them cannot be read.
 void LoadOrTell(const SettingsStore& store, ComponentState& state) {
+  window::MessagePrompt prompt(nullptr);
   try {
     LoadSettings(store, {state.connection, state.terminal, state.window}, !IsHostMode(state.device.OperMode));
   } catch (const base::RuntimeError& error) {
-    window::MessagePrompt(nullptr).ShowError(error.what());
+    prompt.ShowError(error.what());
     throw;
   }
-  if (state.device.OperMode == mode::kPortLibrary) device::ApplyStoredConnection(state.connection);
+  if (state.device.OperMode == mode::kPortLibrary)
+    device::ConfirmStoredConnection(state.connection, ComponentFolder(state.options.Folder), prompt);
 }
 
 // Message boxes and dialogs above the window go first: they would keep it from ending.

@@ -28,20 +28,21 @@ struct GpibOptions {
   std::int16_t repeat_addressing = 0;
 };
 
-/// Page "RS232 erweitert"; kept for the page alone, no port ever receives it. Check boxes are 0 or 1.
+/// Page "RS232 erweitert"; kept for the page alone, no port ever receives it. Check boxes are 0 or 1. It
+/// starts on what serial ports commonly do: both lines on, no flow control, DC1 and DC3 as Xon and Xoff.
 struct ExtendedRs232 {
   std::int32_t cts_output_flow = 0;
   std::int32_t dsr_output_flow = 0;
-  std::int32_t dtr_control = 0;  ///< 0 disabled, 1 enabled, 2 handshake
+  std::int32_t dtr_control = 1;  ///< 0 disabled, 1 enabled, 2 handshake
   std::int32_t dsr_sensitivity = 0;
-  std::int32_t rts_control = 0;  ///< 0 disabled, 1 enabled, 2 handshake, 3 toggle
+  std::int32_t rts_control = 1;  ///< 0 disabled, 1 enabled, 2 handshake, 3 toggle
   std::int32_t transmission_xon_xoff = 0;
   std::int32_t reception_xon_xoff = 0;
   std::int32_t abort_on_error = 0;
-  std::uint8_t xon_char = 0;
-  std::uint8_t xoff_char = 0;
-  std::int16_t xon_limit = 0;   ///< bytes
-  std::int16_t xoff_limit = 0;  ///< bytes
+  std::uint8_t xon_char = 17;
+  std::uint8_t xoff_char = 19;
+  std::int16_t xon_limit = 2048;  ///< bytes
+  std::int16_t xoff_limit = 512;  ///< bytes
   std::int32_t continue_after_xoff = 0;
 };
 

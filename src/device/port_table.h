@@ -36,6 +36,11 @@ inline constexpr std::array<PortKind, 10> kPortKinds = {{
 const PortKind* PortKindOfOption(std::int16_t option);
 const PortKind* PortKindOfCode(std::int16_t code);
 
+/// Several devices on one serial line, told apart by their address.
+constexpr bool IsRs485(std::int16_t code) {
+  return code == port_code::kCom1Rs485 || code == port_code::kCom2Rs485;
+}
+
 /// The RS232 page for a code that no row has.
 ParameterPage PageOfCode(std::int16_t code);
 

@@ -35,6 +35,7 @@ class FakePortLibrary final : public PortLibrary {
   std::vector<std::string> calls;
   std::map<std::string, std::deque<std::int32_t>> results;  ///< by function; 0 where none is left
   std::deque<FakeReply> replies;
+  std::string scan;  ///< what a USB scan finds
 
   std::int32_t OpenPort(std::int16_t port, std::int32_t baud, const std::string& text, std::int32_t data_bits,
                         std::int16_t stop_bits, std::int16_t receive_buffer) override {
@@ -72,7 +73,8 @@ class FakePortLibrary final : public PortLibrary {
     return Call("Delay", {Text(milliseconds)});
   }
   std::int32_t MaxUsbDevices() override { return Call("MaxUsbDevices", {}); }
-  std::int32_t ScanUsbDevices(std::int32_t slots, char*) override {
+  std::int32_t ScanUsbDevices(std::int32_t slots, char* buffer) override {
+    std::copy(scan.begin(), scan.end(), buffer);
     return Call("ScanUsbDevices", {Text(slots)});
   }
 

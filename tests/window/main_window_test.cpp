@@ -13,7 +13,7 @@
 #include <QTimer>
 
 #include "device/fake_port_library.h"
-#include "device/stored_connection.h"
+#include "device/temporary_folder.h"
 
 namespace kolvane::window {
 namespace {
@@ -23,8 +23,8 @@ class MainWindowTest : public testing::Test {
   MainWindowTest() {
     device_.OperMode = 2;
     connection_.port_option = 8;
+    connection_.port_code = device::port_code::kTcpIp;
     connection_.ip_address = "10.0.0.5";
-    device::ApplyStoredConnection(connection_);
     window_.Load();
     window_.show();
   }
@@ -77,7 +77,8 @@ class MainWindowTest : public testing::Test {
   device::FakePortLibrary library_;
   device::FakePortLibrarySource source_{&library_};
   script::ScriptState script_;
-  MainWindow window_{{{device_, connection_, terminal_}, script_, settings_, source_, ""}};
+  device::TemporaryFolder folder_;
+  MainWindow window_{{{device_, connection_, terminal_}, script_, settings_, source_, folder_.path()}};
 };
 
 TEST_F(MainWindowTest, ShowsTheDefaults) {

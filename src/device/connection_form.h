@@ -1,0 +1,109 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "base/prompt.h"
+#include "device/address_history.h"
+#include "device/connection_parameters.h"
+#include "device/device_state.h"
+#include "device/form_pages.h"
+
+namespace kolvane::device {
+
+inline constexpr const char* kInvalidAddress = "Ungültige Adresse";
+
+// The fields of the connection dialog, page by page: text of what can be typed, index of what can be picked.
+
+struct SerialFields {
+  int baud = 0;
+  int parity = 0;
+  int data_bits = 1;
+  int stop_bits = 0;
+  std::string timeout;
+  std::string receive_buffer;
+  std::string rs485_address;
+  std::string dial_timeout;
+  std::string modem_script;  ///< lines separated by CR LF
+};
+
+struct ExtendedFields {
+  std::string xon_limit;
+  std::string xoff_limit;
+  std::string xon_char;
+  std::string xoff_char;
+  int dtr_control = 0;
+  int rts_control = 0;
+  std::array<bool, 9> checks{};  ///< by index in ExtPar
+};
+
+struct GpibFields {
+  std::string address;
+  std::string timeout = "1 s";
+  std::string eos_char;
+  bool send_eoi_on_write = false;
+  bool send_eoi_with_eos = false;
+  bool stop_read_on_eos = false;
+  bool repeat_addressing = false;
+};
+
+struct ParallelFields {
+  int mode = 0;
+  std::string timeout = "10 s";
+};
+
+struct TcpIpFields {
+  std::string address;
+  std::string port;
+  std::string timeout;
+};
+
+struct UsbFields {
+  std::string address;
+  std::string timeout;  ///< kept for the settings; the RS232 page's is the one that counts
+};
+
+/// The connection dialog without its window.
+struct ConnectionForm {
+  std::int16_t port = -1;  ///< option button, -1 for none
+  FormPages pages;
+  SerialFields serial;
+  ExtendedFields extended;
+  GpibFields gpib;
+  ParallelFields parallel;
+  TcpIpFields tcpip;
+  UsbFields usb;
+  AddressHistory ip_history;
+  AddressHistory usb_history;
+
+  bool UsesRs485Address() const;
+
+  /// The user chose an option button: the page and the presets of that kind.
+  void ClickPort(std::int16_t option, const ConnectionParameters& stored);
+};
+
+/// The form as it opens: the stored connection, histories and modem script from `folder` (see HistoryFolder).
+ConnectionForm LoadForm(const ConnectionParameters& stored, const std::string& folder);
+
+/// OK: stores the form and adds the address to its history. False, with nothing stored but the port kind, for
+/// an address outside 0 to 31: the caller shows kInvalidAddress.
+[[nodiscard]] bool StoreForm(ConnectionForm& form, ConnectionParameters& parameters);
+
+/// Writes histories and modem script; after OK alone.
+void UnloadForm(const ConnectionForm& form, const std::string& folder);
+
+/// Cancel: nothing but the mark that the dialog was cancelled.
+void CancelForm(DeviceState& state);
+
+/// What OK does, with the message and the files.
+void ConfirmForm(ConnectionForm& form, ConnectionParameters& parameters, const std::string& folder,
+                 base::Prompt& prompt);
+
+/// The start in operating mode 2: loads the form from the settings and confirms it unseen, so that the record
+/// gets what follows from them (port code, rate, time-out in milliseconds). What the settings do not decide
+/// starts on 8 data bits, 1 stop bit, a receive buffer of 4096 bytes and a dial time-out of 60 s.
+void ConfirmStoredConnection(ConnectionParameters& parameters, const std::string& component_folder,
+                             base::Prompt& prompt);
+
+}  // namespace kolvane::device

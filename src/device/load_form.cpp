@@ -1,0 +1,126 @@
+#include <algorithm>
+
+#include "base/number.h"
+#include "device/connection_choices.h"
+#include "device/connection_form.h"
+#include "device/connection_words.h"
+#include "device/modem_script_file.h"
+#include "device/port_table.h"
+
+namespace kolvane::device {
+namespace {
+
+template <typename List>
+int NearestIndex(const List& list, std::int32_t index) {
+  return std::clamp(index, 0, static_cast<std::int32_t>(list.size()) - 1);
+}
+
+// The place of a number in a list of numbers, `otherwise` where it has none.
+template <typename List>
+int IndexOf(const List& list, std::int32_t value, int otherwise) {
+  const auto at = std::find(list.begin(), list.end(), std::to_string(value));
+  return at == list.end() ? otherwise : static_cast<int>(at - list.begin());
+}
+
+template <typename List>
+bool Has(const List& list, std::int32_t index) {
+  return index >= 0 && static_cast<std::size_t>(index) < list.size();
+}
+
+// An address in force is shown whatever it is; another kind's only where it could be this one's as well.
+std::string Address(const ConnectionParameters& p, bool in_force, std::int16_t lowest, std::int16_t highest) {
+  const bool fits = p.address >= lowest && p.address <= highest;
+  return in_force || fits ? std::to_string(p.address) : kAddressChoices.front();
+}
+
+std::string GpibAddress(const ConnectionParameters& p) {
+  const PortKind* kind = PortKindOfOption(p.port_option);
+  return Address(p, kind != nullptr && kind->code == port_code::kGpib, 1, kAddressChoices.size());
+}
+
+std::string Rs485Address(const ConnectionParameters& p) {
+  const PortKind* kind = PortKindOfOption(p.port_option);
+  return Address(p, kind != nullptr && IsRs485(kind->code), 0, kLastAddress);
+}
+
+SerialFields LoadSerial(const ConnectionParameters& p, const std::string& folder) {
+  const SerialFields first;
+  return {.baud = NearestIndex(kBaudChoices, p.baud_index),
+          .parity = NearestIndex(kParityWords, p.parity),
+          .data_bits = IndexOf(kDataBitsChoices, p.data_bits, first.data_bits),
+          .stop_bits = IndexOf(kStopBitsChoices, p.stop_bits, first.stop_bits),
+          .timeout = std::to_string(p.timeout_entries.rs232_seconds),
+          .receive_buffer = std::to_string(p.receive_buffer),
+          .rs485_address = Rs485Address(p),
+          .dial_timeout = std::to_string(p.dial_timeout_s),
+          .modem_script = LoadModemScript(folder)};
+}
+
+ExtendedFields LoadExtended(const ExtendedRs232& record) {
+  ExtendedFields fields{.xon_limit = std::to_string(record.xon_limit),
+                        .xoff_limit = std::to_string(record.xoff_limit),
+                        .xon_char = std::to_string(record.xon_char),
+                        .xoff_char = std::to_string(record.xoff_char),
+                        .dtr_control = NearestIndex(kDtrChoices, record.dtr_control),
+                        .rts_control = NearestIndex(kRtsChoices, record.rts_control),
+                        .checks = {}};
+  for (const ExtendedCheck& check : kExtendedChecks)
+    fields.checks[static_cast<std::size_t>(check.index)] = record.*check.field != 0;
+  return fields;
+}
+
+GpibFields LoadGpib(const ConnectionParameters& p) {
+  return {.address = GpibAddress(p),
+          .eos_char = std::to_string(p.gpib.eos_char),
+          .send_eoi_on_write = p.gpib.send_eoi_on_write != 0,
+          .send_eoi_with_eos = p.gpib.send_eoi_with_eos != 0,
+          .stop_read_on_eos = p.gpib.stop_read_on_eos != 0,
+          .repeat_addressing = p.gpib.repeat_addressing != 0};
+}
+
+// The stored entries; a time-out that was typed has none and is shown as it is in force.
+void LoadTimeoutLists(ConnectionForm& form, const ConnectionParameters& p) {
+  const TimeoutEntries& entries = p.timeout_entries;
+  const ParameterPage page = PageOfCode(p.port_code);
+  if (Has(kGpibTimeoutChoices, entries.gpib_index))
+    form.gpib.timeout = kGpibTimeoutChoices[static_cast<std::size_t>(entries.gpib_index)];
+  else if (page == ParameterPage::kGpib && p.timeout_ms > 0)
+    form.gpib.timeout = std::to_string(p.timeout_ms) + " msec";
+  if (Has(kLptTimeoutChoices, entries.lpt_index))
+    form.parallel.timeout = kLptTimeoutChoices[static_cast<std::size_t>(entries.lpt_index)];
+  else if (page == ParameterPage::kParallel && p.timeout_ms > 0)
+    form.parallel.timeout = base::DoubleText(p.timeout_ms / 1000.0, ",") + " s";
+}
+
+}  // namespace
+
+void ConnectionForm::ClickPort(std::int16_t option, const ConnectionParameters& stored) {
+  const PortKind* kind = PortKindOfOption(option);
+  if (kind == nullptr) return;
+  port = option;
+  pages.ClickPort(option);
+  if (kind->page == ParameterPage::kParallel) {
+    parallel.mode = NearestIndex(kLptModeChoices, stored.lpt_mode);
+    parallel.timeout = ParallelFields{}.timeout;
+  } else if (kind->page == ParameterPage::kGpib) {
+    gpib.timeout = GpibFields{}.timeout;
+  }
+}
+
+ConnectionForm LoadForm(const ConnectionParameters& stored, const std::string& folder) {
+  ConnectionForm form;
+  form.ip_history = LoadIpHistory(folder);
+  form.usb_history = LoadUsbHistory(folder);
+  form.serial = LoadSerial(stored, folder);
+  form.extended = LoadExtended(stored.extended_rs232);
+  form.gpib = LoadGpib(stored);
+  form.parallel.mode = NearestIndex(kLptModeChoices, stored.lpt_mode);
+  form.tcpip = {stored.ip_address, IpPortText(stored.ip_port),
+                std::to_string(stored.timeout_entries.tcpip_seconds)};
+  form.usb = {stored.usb_address, std::to_string(stored.timeout_entries.usb_seconds)};
+  form.ClickPort(stored.port_option, stored);
+  LoadTimeoutLists(form, stored);
+  return form;
+}
+
+}  // namespace kolvane::device
