@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/number.h"
+#include "device/ui/connection_dialog.h"
 #include "window/caption.h"
 #include "window/images.h"
 #include "window/lock_gui.h"
@@ -120,6 +121,7 @@ void MainWindow::ConnectMenus() {
   On("mnuInsertComment", [this] { pane_target_.InsertComment(); });
   connect(pane_, &terminal::OutputPane::popupRequested, &popup_,
           [this](const QPoint& where) { popup_.OpenPopup(edit_target::kPane, where); });
+  On("mnuConfigureConnection", [this] { ConfigureConnection(); });
   On("mnuConnect", [this] { core_.connect.Connect(); });
   On("mnuDisconnect", [this] { core_.connect.Disconnect(); });
   On("mnuExit", [this] { close(); });
@@ -143,6 +145,7 @@ void MainWindow::Send() {
 void MainWindow::Toolbar1ButtonClick(const QString& key) {
   const std::pair<const char*, std::function<void()>> actions[] = {
       {"TB_PRINT", [this] { pane_target_.Print(); }},
+      {"TB_PORTCONFIGURE", [this] { ConfigureConnection(); }},
       {"TB_CONNECT", [this] { core_.connect.Press(); }},
       {"TB_FLUSH", [this] { core_.connect.Flush(); }},
       {"TB_OPENLOG", [this] { log_.Open(); }},
@@ -156,6 +159,7 @@ void MainWindow::Toolbar1ButtonClick(const QString& key) {
 
 void MainWindow::OpenConnectionMenu() {
   const terminal::ConnectionMenu enabled = core_.connect.Menu();
+  menus_.Item("mnuConfigureConnection")->setEnabled(enabled.configure);
   menus_.Item("mnuConnect")->setEnabled(enabled.connect);
   menus_.Item("mnuDisconnect")->setEnabled(enabled.disconnect);
 }
@@ -164,7 +168,15 @@ void MainWindow::ConnectionChanged() {
   const terminal::ConnectButtonState& button = core_.connect.button();
   toolbar1_->ShowState("TB_CONNECT", button.tag, button.image, ToQt(button.tool_tip));
   area_->status_bars().ShowConnection(core_.connect.StatusText());
+  OpenConnectionMenu();
+  toolbar1_->Button("TB_PORTCONFIGURE")->setEnabled(core_.connect.Menu().configure);
   ShowCaption();
+}
+
+void MainWindow::ConfigureConnection() {
+  device::ConnectionDialog(
+      {context_.slices.connection, context_.slices.device, context_.library, prompt_, context_.folder}, this)
+      .exec();
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

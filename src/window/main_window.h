@@ -69,6 +69,7 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   void Toolbar1ButtonClick(const QString& key);
   void Send();
   void OpenConnectionMenu();
+  void ConfigureConnection();
   void ShowCaption();
   void On(const char* item, const std::function<void()>& event);
 

@@ -1,16 +1,11 @@
 #include <gtest/gtest.h>
 
 #include "device/connection_form.h"
+#include "recording_prompt.h"
 #include "temporary_folder.h"
 
 namespace kolvane::device {
 namespace {
-
-struct RecordingPrompt final : base::Prompt {
-  void ShowError(std::string_view text) override { errors.emplace_back(text); }
-  void ShowMessage(std::string_view) override {}
-  std::vector<std::string> errors;
-};
 
 class StoreFormTest : public testing::Test {
  protected:

@@ -254,6 +254,40 @@ TEST_F(MainWindowTest, TheConnectionMenuFollowsTheConnection) {
   EXPECT_TRUE(Find<QAction>("mnuDisconnect")->isEnabled());
 }
 
+TEST_F(MainWindowTest, TheConnectionCanBeConfiguredWhileThereIsNone) {
+  const auto answer = [&](const char* button) {
+    QTimer::singleShot(0, &window_, [button] {
+      auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+      ASSERT_NE(dialog, nullptr);
+      EXPECT_EQ(dialog->objectName(), "U_Port");
+      dialog->findChild<QComboBox*>("IPAddrList")->setCurrentText("10.0.0.6");
+      dialog->findChild<QPushButton*>(button)->click();
+    });
+  };
+  answer("Command2");
+  Press("TB_PORTCONFIGURE");
+  EXPECT_EQ(connection_.ip_address, "10.0.0.5");
+  EXPECT_EQ(device_.open_step_status, -1);
+  answer("Command1");
+  Press("mnuConfigureConnection");
+  EXPECT_EQ(connection_.ip_address, "10.0.0.6");
+  Connect();
+  EXPECT_FALSE(Find<QAction>("TB_PORTCONFIGURE")->isEnabled());
+  EXPECT_FALSE(Find<QAction>("mnuConfigureConnection")->isEnabled());
+  Press("TB_CONNECT");
+  EXPECT_TRUE(Find<QAction>("TB_PORTCONFIGURE")->isEnabled());
+  EXPECT_TRUE(Find<QAction>("mnuConfigureConnection")->isEnabled());
+}
+
+TEST_F(MainWindowTest, InOtherModesTheConnectionIsTheHosts) {
+  for (const std::int16_t mode : std::initializer_list<std::int16_t>{0, 1, 3}) {
+    device_.OperMode = mode;
+    window_.Load();
+    EXPECT_FALSE(Find<QAction>("TB_PORTCONFIGURE")->isEnabled());
+    EXPECT_FALSE(Find<QAction>("mnuConfigureConnection")->isEnabled());
+  }
+}
+
 TEST_F(MainWindowTest, ThePressOfTheSaveButtonChangesNothing) {
   Press("TB_SAVETERMWIN");
   EXPECT_EQ(PaneText(), "");

@@ -1,0 +1,156 @@
+#include "device/ui/connection_dialog.h"
+
+#include <QApplication>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "device/history_folder.h"
+#include "device/port_node.h"
+#include "device/ui/form_fields.h"
+#include "device/ui/instrument_pages.h"
+#include "device/ui/network_pages.h"
+#include "device/ui/serial_pages.h"
+#include "device/usb_scan.h"
+
+namespace kolvane::device {
+namespace {
+
+QString PortTip(std::int16_t code) {
+  const std::string node = PortNode(code);
+  if (node.empty()) return {};
+  return (code == port_code::kGpib ? QStringLiteral("GPIB-Karte ") : QStringLiteral("Gerätedatei ")) +
+         Utf8(node);
+}
+
+}  // namespace
+
+ConnectionDialog::ConnectionDialog(const ConnectionDialogContext& context, QWidget* parent)
+    : QDialog(parent),
+      context_(context),
+      history_folder_(HistoryFolder(context.folder)),
+      form_(LoadForm(context.parameters, history_folder_)),
+      pages_(new QTabWidget),
+      serial_(new SerialPage),
+      extended_(new ExtendedPage),
+      gpib_(new GpibPage),
+      parallel_(new ParallelPage),
+      tcpip_(new TcpIpPage(form_.ip_history)),
+      usb_(new UsbPage(form_.usb_history)) {
+  setObjectName(QStringLiteral("U_Port"));
+  setWindowTitle(QStringLiteral("Verbindung konfigurieren"));
+  auto* top = new QHBoxLayout;
+  top->addWidget(BuildPorts());
+  top->addWidget(BuildPages(), 1);
+  auto* all = new QVBoxLayout(this);
+  all->addLayout(top, 1);
+  all->addLayout(BuildButtons());
+  ShowForm();
+  if (form_.port >= 0) ports_[static_cast<std::size_t>(form_.port)]->setFocus();
+}
+
+QWidget* ConnectionDialog::BuildPorts() {
+  auto* frame = new QGroupBox(QStringLiteral("Schnittstelle"));
+  auto* column = new QVBoxLayout(frame);
+  for (const PortKind& kind : kPortKinds) {
+    auto* port = new QRadioButton(Utf8(kind.caption));
+    port->setObjectName(QStringLiteral("Port_%1").arg(kind.option));
+    port->setToolTip(PortTip(kind.code));
+    port->setChecked(kind.option == form_.port);
+    connect(port, &QRadioButton::toggled, this, [this, option = kind.option](bool on) {
+      if (on) PortClick(option);
+    });
+    ports_[static_cast<std::size_t>(kind.option)] = port;
+    column->addWidget(port);
+  }
+  column->addStretch();
+  return frame;
+}
+
+QWidget* ConnectionDialog::BuildPages() {
+  pages_->setObjectName(QStringLiteral("SSTab1"));
+  pages_->setUsesScrollButtons(false);
+  pages_->addTab(serial_, QStringLiteral("RS232"));
+  pages_->addTab(extended_, QStringLiteral("RS232 erweitert"));
+  pages_->addTab(gpib_, QStringLiteral("GPIB (IEEE488)"));
+  pages_->addTab(parallel_, QStringLiteral("Druckerport"));
+  pages_->addTab(tcpip_, QStringLiteral("TCP/IP"));
+  pages_->addTab(new OfflinePage, QStringLiteral("Offline"));
+  pages_->addTab(usb_, QStringLiteral("USB"));
+  connect(usb_->scan(), &QPushButton::clicked, this, &ConnectionDialog::Scan);
+  auto* frame = new QGroupBox(QStringLiteral("Schnittstellenparameter"));
+  (new QVBoxLayout(frame))->addWidget(pages_);
+  return frame;
+}
+
+QLayout* ConnectionDialog::BuildButtons() {
+  auto* ok = new QPushButton(QStringLiteral("OK"));
+  ok->setObjectName(QStringLiteral("Command1"));
+  ok->setDefault(true);
+  connect(ok, &QPushButton::clicked, this, &ConnectionDialog::Confirm);
+  auto* cancel = new QPushButton(QStringLiteral("Abbrechen"));
+  cancel->setObjectName(QStringLiteral("Command2"));
+  connect(cancel, &QPushButton::clicked, this, &ConnectionDialog::reject);
+  auto* row = new QHBoxLayout;
+  row->addStretch();
+  row->addWidget(ok);
+  row->addWidget(cancel);
+  return row;
+}
+
+void ConnectionDialog::ShowForm() {
+  serial_->Show(form_.serial);
+  extended_->Show(form_.extended);
+  gpib_->Show(form_.gpib);
+  parallel_->Show(form_.parallel);
+  tcpip_->Show(form_.tcpip);
+  usb_->Show(form_.usb);
+  ShowPages();
+}
+
+// The front page goes first: a tab widget leaves a page that is disabled for one of its own choice.
+void ConnectionDialog::ShowPages() {
+  pages_->setTabEnabled(form_.pages.front, true);
+  pages_->setCurrentIndex(form_.pages.front);
+  for (int page = 0; page < form_page::kCount; ++page)
+    pages_->setTabEnabled(page, form_.pages.enabled[static_cast<std::size_t>(page)]);
+  serial_->EnableAddress(form_.UsesRs485Address());
+}
+
+void ConnectionDialog::ReadForm() {
+  form_.serial = serial_->Fields();
+  form_.extended = extended_->Fields();
+  form_.gpib = gpib_->Fields();
+  form_.parallel = parallel_->Fields();
+  form_.tcpip = tcpip_->Fields();
+  form_.usb = usb_->Fields();
+}
+
+void ConnectionDialog::PortClick(std::int16_t option) {
+  ReadForm();
+  form_.ClickPort(option, context_.parameters);
+  ShowForm();
+}
+
+void ConnectionDialog::Confirm() {
+  ReadForm();
+  ConfirmForm(form_, context_.parameters, history_folder_, context_.prompt);
+  accept();
+}
+
+void ConnectionDialog::reject() {
+  CancelForm(context_.state);
+  QDialog::reject();
+}
+
+void ConnectionDialog::Scan() {
+  usb_->found()->clear();
+  PortLibrary* library = context_.library.Library();
+  if (library == nullptr) return context_.prompt.ShowError(context_.library.Failure());
+  QApplication::setOverrideCursor(Qt::WaitCursor);
+  for (const std::string& device : ScanUsb(*library, context_.state)) usb_->found()->addItem(Utf8(device));
+  QApplication::restoreOverrideCursor();
+}
+
+}  // namespace kolvane::device

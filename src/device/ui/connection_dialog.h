@@ -1,0 +1,66 @@
+#pragma once
+
+#include <QDialog>
+#include <QRadioButton>
+#include <QTabWidget>
+#include <array>
+#include <string>
+
+#include "base/prompt.h"
+#include "device/connection_form.h"
+#include "device/port_library_source.h"
+#include "device/port_table.h"
+
+namespace kolvane::device {
+
+class ExtendedPage;
+class GpibPage;
+class ParallelPage;
+class SerialPage;
+class TcpIpPage;
+class UsbPage;
+
+/// What the dialog works on; all of it outlives the dialog.
+struct ConnectionDialogContext {
+  ConnectionParameters& parameters;
+  DeviceState& state;
+  PortLibrarySource& library;
+  base::Prompt& prompt;
+  std::string folder;  ///< the component's
+};
+
+/// The dialog `U_Port`: a ConnectionForm on widgets. It loads when made; OK stores and closes, every other
+/// way out cancels.
+class ConnectionDialog final : public QDialog {
+  Q_OBJECT
+
+ public:
+  explicit ConnectionDialog(const ConnectionDialogContext& context, QWidget* parent = nullptr);
+
+  void reject() override;
+
+ private:
+  QWidget* BuildPorts();
+  QWidget* BuildPages();
+  QLayout* BuildButtons();
+  void ShowForm();
+  void ShowPages();
+  void ReadForm();
+  void PortClick(std::int16_t option);
+  void Confirm();
+  void Scan();
+
+  ConnectionDialogContext context_;
+  std::string history_folder_;
+  ConnectionForm form_;
+  std::array<QRadioButton*, kPortKinds.size()> ports_{};
+  QTabWidget* pages_;
+  SerialPage* serial_;
+  ExtendedPage* extended_;
+  GpibPage* gpib_;
+  ParallelPage* parallel_;
+  TcpIpPage* tcpip_;
+  UsbPage* usb_;
+};
+
+}  // namespace kolvane::device
