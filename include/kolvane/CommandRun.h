@@ -22,6 +22,7 @@ struct CommandRunOptions {
 
   std::string Connect;       ///< a RESOURCE (docs/command-line.md); empty: the user's stored connection
   std::string SettingsFile;  ///< in place of the user's own; UTF-8 path
+  std::string Folder;        ///< the component's folder (modem script); empty: as MainClass finds it
   std::string LogFile;       ///< takes each line of the run; empty: none
   std::optional<std::int32_t> Baud;
   std::optional<SerialParity> Parity;

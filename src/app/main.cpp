@@ -33,6 +33,7 @@ int OpenTerminal(const Options& options) {
 int RunWithoutWindow(const Options& options) {
   const kolvane::app::StopSignals stop;
   kolvane::CommandRunOptions run = options.run;
+  run.Folder = options.folder;
   run.StopRequested = kolvane::app::StopSignals::Raised;
   return static_cast<int>(options.action == Options::Action::kRun
                               ? kolvane::RunCommandList(options.words.front(), run)

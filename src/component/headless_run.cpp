@@ -5,6 +5,7 @@
 
 #include "base/number.h"
 #include "base/runtime_error.h"
+#include "component/folder.h"
 #include "component/headless_list.h"
 #include "component/headless_settings.h"
 #include "component/headless_terminal.h"
@@ -31,9 +32,9 @@ std::string PrepareNamed(const std::string& name, ComponentState& state) {
   return {};
 }
 
-std::string PrepareStored(const std::string& settings_file, ComponentState& state) {
+std::string PrepareStored(const CommandRunOptions& options, ComponentState& state) {
   try {
-    component::LoadStoredConnection(settings_file, state);
+    component::LoadStoredConnection(options.SettingsFile, component::ComponentFolder(options.Folder), state);
     return {};
   } catch (const base::RuntimeError& error) {
     return error.what();
@@ -42,8 +43,8 @@ std::string PrepareStored(const std::string& settings_file, ComponentState& stat
 
 bool Prepare(const CommandRunOptions& options, ComponentState& state) {
   state.device.OperMode = device::operating_mode::kPortLibrary;
-  const std::string problem = options.Connect.empty() ? PrepareStored(options.SettingsFile, state)
-                                                      : PrepareNamed(options.Connect, state);
+  const std::string problem =
+      options.Connect.empty() ? PrepareStored(options, state) : PrepareNamed(options.Connect, state);
   if (!problem.empty()) component::HeadlessMessages(STDERR_FILENO, false).ShowError(problem);
   component::ApplyConnectionOptions(options, state.connection);
   return problem.empty();

@@ -3,8 +3,9 @@
 #include <string>
 
 #include "base/codepage.h"
+#include "base/runtime_error.h"
 #include "component/settings.h"
-#include "device/stored_connection.h"
+#include "device/connection_form.h"
 #include "terminal/session.h"
 
 namespace kolvane::component {
@@ -23,10 +24,12 @@ void SetTerminator(std::string& field, const std::optional<std::string>& bytes) 
 
 }  // namespace
 
-void LoadStoredConnection(const std::string& settings_file, ComponentState& state) {
+void LoadStoredConnection(const std::string& settings_file, const std::string& component_folder,
+                          ComponentState& state) {
   const auto store = OpenIniStore(settings_file);
   LoadSettings(*store, {state.connection, state.terminal, state.window}, true);
-  device::ApplyStoredConnection(state.connection);
+  if (!device::CompleteConnection(state.connection, component_folder))
+    throw base::RuntimeError(base::RuntimeError::Kind::kOther, device::kInvalidAddress);
 }
 
 void ApplyConnectionOptions(const CommandRunOptions& options, device::ConnectionParameters& parameters) {

@@ -9,7 +9,8 @@ namespace kolvane::component {
 
 /// Fills the connection of `state`, and its terminal settings, from the stored ones. Throws RuntimeError for
 /// one that cannot be read.
-void LoadStoredConnection(const std::string& settings_file, ComponentState& state);
+void LoadStoredConnection(const std::string& settings_file, const std::string& component_folder,
+                          ComponentState& state);
 
 /// The parameters of the connection that `options` give go over those that are there.
 void ApplyConnectionOptions(const CommandRunOptions& options, device::ConnectionParameters& parameters);

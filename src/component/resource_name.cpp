@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "base/folding.h"
+#include "device/connection_form.h"
 #include "device/port_table.h"
-#include "device/stored_connection.h"
 
 namespace kolvane::component {
 namespace {
@@ -152,7 +152,8 @@ void ApplyResource(const Resource& resource, device::ConnectionParameters& param
   parameters.ip_address = resource.host;
   parameters.ip_port = resource.ip_port;
   parameters.usb_address = resource.serial_number;
-  device::ApplyStoredConnection(parameters);
+  // The address has been checked with the name.
+  static_cast<void>(device::CompleteConnection(parameters, ""));
 }
 
 }  // namespace kolvane::component

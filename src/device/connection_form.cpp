@@ -6,6 +6,18 @@
 
 namespace kolvane::device {
 
+namespace {
+
+// What the settings do not decide, as most instruments have it.
+void SetUsualValues(ConnectionParameters& parameters) {
+  parameters.data_bits = 8;
+  parameters.stop_bits = 1;
+  parameters.receive_buffer = 4096;
+  parameters.dial_timeout_s = 60;
+}
+
+}  // namespace
+
 bool ConnectionForm::UsesRs485Address() const {
   const PortKind* kind = PortKindOfOption(port);
   return kind != nullptr && IsRs485(kind->code);
@@ -27,13 +39,16 @@ void ConfirmForm(ConnectionForm& form, ConnectionParameters& parameters, const s
 
 void ConfirmStoredConnection(ConnectionParameters& parameters, const std::string& component_folder,
                              base::Prompt& prompt) {
-  parameters.data_bits = 8;
-  parameters.stop_bits = 1;
-  parameters.receive_buffer = 4096;
-  parameters.dial_timeout_s = 60;
+  SetUsualValues(parameters);
   const std::string folder = HistoryFolder(component_folder);
   ConnectionForm form = LoadForm(parameters, folder);
   ConfirmForm(form, parameters, folder, prompt);
+}
+
+bool CompleteConnection(ConnectionParameters& parameters, const std::string& component_folder) {
+  SetUsualValues(parameters);
+  ConnectionForm form = LoadForm(parameters, component_folder.empty() ? "" : HistoryFolder(component_folder));
+  return StoreForm(form, parameters);
 }
 
 }  // namespace kolvane::device

@@ -99,7 +99,7 @@ TEST_F(HeadlessSettingsTest, StoredSettingsAreReadAndNotWritten) {
   const std::string text =
       "[PORT]\nPORT=0\nBAUD=2\nPARITY=0\n[TERMINAL]\nRCVTIMO=77\nSENDTERM=\\r\nSHOWCOMMANDS=-1\n";
   base::WriteBytes(folder.Path("a.ini"), text);
-  LoadStoredConnection(folder.Path("a.ini"), state);
+  LoadStoredConnection(folder.Path("a.ini"), folder.Path("."), state);
   EXPECT_EQ(state.connection.port_code, device::port_code::kCom1);
   EXPECT_EQ(state.connection.baud, 38400);
   EXPECT_EQ(state.connection.parity, 0);
@@ -112,7 +112,7 @@ TEST_F(HeadlessSettingsTest, StoredSettingsAreReadAndNotWritten) {
 TEST_F(HeadlessSettingsTest, AStoredSettingThatCannotBeReadIsAnError) {
   const base::TempFolder folder;
   base::WriteBytes(folder.Path("a.ini"), "[PORT]\nPORT=four\n");
-  EXPECT_THROW(LoadStoredConnection(folder.Path("a.ini"), state), base::RuntimeError);
+  EXPECT_THROW(LoadStoredConnection(folder.Path("a.ini"), folder.Path("."), state), base::RuntimeError);
 }
 
 }  // namespace
