@@ -1,5 +1,6 @@
 #include "window/grid_target.h"
 
+#include "terminal/ui/output_pane_paint.h"
 #include "window/look.h"
 #include "window/print_command.h"
 #include "window/print_source.h"
@@ -20,7 +21,7 @@ class ListLines final : public PrintSource {
   PrintLine Line(std::size_t line) const override {
     const int row = first_ + static_cast<int>(line);
     const QString text = ToQt(list_.Text(row));
-    return {text, {{0, static_cast<int>(text.size()), ToQt(list_.TextColor(row))}}};
+    return {text, {{0, static_cast<int>(text.size()), terminal::ToQColor(list_.TextColor(row))}}};
   }
 
  private:
@@ -31,14 +32,16 @@ class ListLines final : public PrintSource {
 
 }  // namespace
 
-void GridTarget::ShowLook() { grid_->ShowLook(FontOf(look_), look_.font_color, ToQt(look_.back_color)); }
+void GridTarget::ShowLook() {
+  grid_->ShowLook(FontOf(look_), look_.font_color, terminal::ToQColor(look_.back_color));
+}
 
 void GridTarget::Print() {
   const script::CommandList& list = grid_->list();
   const auto [first, last] = grid_->SelectedRows();
   const ListLines all(list, 1, list.LastUsedRow());
   const ListLines selected(list, first, last);
-  const PrintStyle style{window_->windowTitle(), grid_->font(), ToQt(look_.font_color)};
+  const PrintStyle style{window_->windowTitle(), grid_->font(), terminal::ToQColor(look_.font_color)};
   // One marked row is only where the list stands.
   PrintLines(window_, prompt_, style, all, last > first ? &selected : nullptr);
 }

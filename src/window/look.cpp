@@ -6,6 +6,7 @@
 #include <QFontInfo>
 #include <QPushButton>
 
+#include "terminal/ui/output_pane_paint.h"
 #include "window/text.h"
 
 namespace kolvane::window {
@@ -58,7 +59,7 @@ bool ChooseFont(QWidget* parent, terminal::Look& look) {
   dialog.setObjectName(QStringLiteral("FontDialog"));
   dialog.setWindowTitle(QStringLiteral("Schriftart"));
   dialog.setOption(QFontDialog::DontUseNativeDialog);
-  QColor color = ToQt(look.font_color);
+  QColor color = terminal::ToQColor(look.font_color);
   AddColorButton(dialog, color);
   if (dialog.exec() != QDialog::Accepted) return false;
   const QFont font = dialog.selectedFont();
@@ -70,7 +71,7 @@ bool ChooseFont(QWidget* parent, terminal::Look& look) {
 }
 
 bool ChooseBackColor(QWidget* parent, terminal::Look& look) {
-  QColor color = ToQt(look.back_color);
+  QColor color = terminal::ToQColor(look.back_color);
   if (!ChooseColor(parent, QStringLiteral("Hintergrundfarbe"), color)) return false;
   look.back_color = FromQt(color);
   return true;

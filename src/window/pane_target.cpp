@@ -5,6 +5,7 @@
 
 #include "base/codepage.h"
 #include "base/replace_file.h"
+#include "terminal/ui/output_pane_paint.h"
 #include "window/file_dialogs.h"
 #include "window/look.h"
 #include "window/pane_lines.h"
@@ -17,8 +18,8 @@ namespace kolvane::window {
 
 void PaneTarget::ShowLook() {
   pane_->setFont(FontOf(look_));
-  pane_->setTextColor(ToQt(look_.font_color));
-  pane_->setBackgroundColor(ToQt(look_.back_color));
+  pane_->setTextColor(terminal::ToQColor(look_.font_color));
+  pane_->setBackgroundColor(terminal::ToQColor(look_.back_color));
 }
 
 void PaneTarget::ClearAll() {

@@ -12,9 +12,6 @@ inline QString ToQt(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-/// From a 24-bit colour in blue-green-red order.
-inline QColor ToQt(std::int32_t color) { return {color & 0xFF, (color >> 8) & 0xFF, (color >> 16) & 0xFF}; }
-
 inline std::string FromQt(const QString& text) { return text.toStdString(); }
 
 inline std::int32_t FromQt(const QColor& color) {
