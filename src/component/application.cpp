@@ -1,5 +1,7 @@
 #include "component/application.h"
 
+#include <xcb/xcb.h>
+
 #include <QLibraryInfo>
 #include <clocale>
 #include <stdexcept>
@@ -9,9 +11,18 @@
 namespace kolvane::component {
 namespace {
 
+bool XServerAnswers() {
+  xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
+  const bool answers = xcb_connection_has_error(connection) == 0;
+  xcb_disconnect(connection);
+  return answers;
+}
+
 bool HasDisplay() {
-  return qEnvironmentVariableIsSet("QT_QPA_PLATFORM") || !qEnvironmentVariableIsEmpty("DISPLAY") ||
-         !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+  const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
+  if (!platform.isEmpty() && !platform.startsWith("xcb")) return true;
+  if (platform.isEmpty() && !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")) return true;
+  return XServerAnswers();
 }
 
 }  // namespace
@@ -36,7 +47,7 @@ Application::~Application() {
 
 void Application::MakeOwn() {
   // Qt ends the whole process where it finds no display; the host shall get an error instead.
-  if (!HasDisplay()) throw NoDisplay("no display: neither DISPLAY nor WAYLAND_DISPLAY is set");
+  if (!HasDisplay()) throw NoDisplay("no display: DISPLAY and WAYLAND_DISPLAY name none that answers");
   static int count = 1;
   static char name[] = "kolvane";
   static char* arguments[] = {name, nullptr};

@@ -1,0 +1,39 @@
+"""Opens the terminal on a scale that exists in this file alone; try *IDN?, MSV? and TAR."""
+
+import kolvane
+
+
+class SimulatedScale:
+    LastError, LastErrorDescription = 0, ""
+
+    def __init__(self):
+        self.load, self.zero, self.answers = 12.5, 0.0, []
+
+    def OpenDevice(self): pass
+
+    def CloseDevice(self): pass
+
+    def WriteCommand(self, Command):
+        command = Command.strip().upper()
+        self.load += 0.25
+        if command == "TAR":
+            self.zero = self.load
+        known = {"*IDN?": "Simulated scale", "MSV?": f"{self.load - self.zero:.3f}", "TAR": "0"}
+        self.answers.append(known.get(command, "?"))
+
+    def Read(self, Binary, Terminator, Count):
+        answer = self.answers.pop(0) if self.answers else ""
+        return answer, answer.encode("cp1252")
+
+    def FlushInQ(self):
+        count, self.answers = len("".join(self.answers)), []
+        return count
+
+    def GetDeviceInfo(self):
+        return 1, 0  # COM1, bus address 0
+
+
+if __name__ == "__main__":
+    terminal = kolvane.MainClass()
+    terminal.InitTerminal(SimulatedScale())
+    terminal.OpenTerminal(1, 0)

@@ -1,0 +1,31 @@
+"""A terminal window on a device object of the test's own, with settings of its own."""
+
+import os
+import tempfile
+import unittest
+
+import kolvane
+import window_driver
+
+
+class TerminalCase(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.settings = os.path.join(folder.name, "Kolvane.ini")
+        self.terminal = kolvane.MainClass()
+        self.terminal.SetOptions(SettingsFile=self.settings)
+        self.addCleanup(self.terminal.InitTerminal, None)
+
+    def use(self, device, mode, script, index=0):
+        """Opens the terminal on the device, runs script() in its window and closes it."""
+        ran = []
+
+        def run():
+            script()
+            ran.append(True)
+
+        window_driver.use_window(run)
+        self.terminal.InitTerminal(device)
+        self.terminal.OpenTerminal(mode, index)
+        self.assertTrue(ran, "the script did not come to its end")
