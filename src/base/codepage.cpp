@@ -13,19 +13,6 @@ constexpr std::array<char16_t, 32> kHigh = {0x20AC, 0x0081, 0x201A, 0x0192, 0x20
                                             0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
                                             0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
-void AppendUtf8(std::string& out, char32_t point) {
-  if (point < 0x80) {
-    out += static_cast<char>(point);
-  } else if (point < 0x800) {
-    out += static_cast<char>(0xC0 | (point >> 6));
-    out += static_cast<char>(0x80 | (point & 0x3F));
-  } else {
-    out += static_cast<char>(0xE0 | (point >> 12));
-    out += static_cast<char>(0x80 | ((point >> 6) & 0x3F));
-    out += static_cast<char>(0x80 | (point & 0x3F));
-  }
-}
-
 char ByteOf(char32_t point) {
   if (point < 0x80 || (point >= 0xA0 && point <= 0xFF)) return static_cast<char>(point);
   for (std::size_t i = 0; i < kHigh.size(); ++i) {
@@ -39,7 +26,13 @@ struct Decoded {
   std::size_t length;
 };
 
-constexpr char32_t kMalformed = 0xFFFD;
+constexpr char32_t kMalformed = 0xFFFFFFFF;
+
+// Longer than need be, half of a pair, or past the last code point.
+bool IsForbidden(char32_t point, std::size_t length) {
+  return (length == 3 && point < 0x800) || (length == 4 && point < 0x10000) ||
+         (point >= 0xD800 && point <= 0xDFFF) || point > 0x10FFFF;
+}
 
 Decoded DecodeUtf8(std::string_view text, std::size_t at) {
   const auto lead = static_cast<std::uint8_t>(text[at]);
@@ -52,10 +45,33 @@ Decoded DecodeUtf8(std::string_view text, std::size_t at) {
     if ((next & 0xC0) != 0x80) return {kMalformed, i};
     point = (point << 6) | (next & 0x3F);
   }
-  return {point, length};
+  return {IsForbidden(point, length) ? kMalformed : point, length};
 }
 
 }  // namespace
+
+void AppendUtf8(std::string& out, char32_t point) {
+  if (point < 0x80) {
+    out += static_cast<char>(point);
+  } else if (point < 0x800) {
+    out += static_cast<char>(0xC0 | (point >> 6));
+    out += static_cast<char>(0x80 | (point & 0x3F));
+  } else {
+    out += static_cast<char>(0xE0 | (point >> 12));
+    out += static_cast<char>(0x80 | ((point >> 6) & 0x3F));
+    out += static_cast<char>(0x80 | (point & 0x3F));
+  }
+}
+
+bool IsUtf8(std::string_view text) {
+  if (IsAscii(text)) return true;
+  for (std::size_t at = 0; at < text.size();) {
+    const Decoded next = DecodeUtf8(text, at);
+    if (next.point == kMalformed) return false;
+    at += next.length;
+  }
+  return true;
+}
 
 bool IsAscii(std::string_view text) {
   std::uint64_t seen = 0;

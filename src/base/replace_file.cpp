@@ -7,8 +7,8 @@
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
-#include <utility>
 
+#include "base/open_file.h"
 #include "base/write_all.h"
 
 namespace kolvane::base {
@@ -19,22 +19,6 @@ namespace fs = std::filesystem;
 constexpr int kLinkLimit = 40;
 constexpr int kNameTries = 100;
 constexpr mode_t kNewMode = 0666;
-
-class OpenFile {
- public:
-  explicit OpenFile(int descriptor) : descriptor_(descriptor) {}
-  ~OpenFile() {
-    if (descriptor_ >= 0) close(descriptor_);
-  }
-  OpenFile(const OpenFile&) = delete;
-  OpenFile& operator=(const OpenFile&) = delete;
-
-  int get() const { return descriptor_; }
-  bool Close() { return close(std::exchange(descriptor_, -1)) == 0; }
-
- private:
-  int descriptor_;
-};
 
 // The name at the end of a chain of links; the file itself need not be there.
 int FollowLinks(fs::path& path) {
@@ -82,12 +66,25 @@ void FlushFolder(const fs::path& folder) {
   if (opened.get() >= 0) fsync(opened.get());
 }
 
-int Exchange(const fs::path& path, const struct stat* old, std::string_view bytes) {
+int PutInPlace(const fs::path& beside, const fs::path& path) {
+  return rename(beside.c_str(), path.c_str()) == 0 ? 0 : errno;
+}
+
+// As PutInPlace, where nothing has come to stand there meanwhile. Not every file system knows second names.
+int PutWhereNoneIs(const fs::path& beside, const fs::path& path) {
+  if (link(beside.c_str(), path.c_str()) != 0)
+    return errno == EPERM || errno == EOPNOTSUPP ? PutInPlace(beside, path) : errno;
+  unlink(beside.c_str());
+  return 0;
+}
+
+int Exchange(const fs::path& path, const struct stat* old, std::string_view bytes,
+             int (*put)(const fs::path&, const fs::path&) = &PutInPlace) {
   fs::path beside;
   OpenFile file(CreateBeside(path, beside));
   if (file.get() < 0) return errno;
   int error = Fill(file, old, bytes);
-  if (error == 0 && rename(beside.c_str(), path.c_str()) != 0) error = errno;
+  if (error == 0) error = put(beside, path);
   if (error != 0) {
     unlink(beside.c_str());
     return error;
@@ -106,6 +103,12 @@ int ReplaceFile(const std::string& name, std::string_view bytes) {
   if (!S_ISREG(old.st_mode)) return WriteInPlace(path, bytes);
   if (faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0) return errno;
   return Exchange(path, &old, bytes);
+}
+
+int CreateFile(const std::string& name, std::string_view bytes) {
+  struct stat old {};
+  if (lstat(name.c_str(), &old) == 0) return EEXIST;
+  return Exchange(name, nullptr, bytes, &PutWhereNoneIs);
 }
 
 }  // namespace kolvane::base

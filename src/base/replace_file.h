@@ -9,4 +9,8 @@ namespace kolvane::base {
 /// kept, symbolic links followed. What is no regular file is written to directly.
 [[nodiscard]] int ReplaceFile(const std::string& name, std::string_view bytes);
 
+/// Makes the file `name` with the content `bytes`, or returns an errno: EEXIST where there is one, even if it
+/// was made at the same moment.
+[[nodiscard]] int CreateFile(const std::string& name, std::string_view bytes);
+
 }  // namespace kolvane::base

@@ -25,6 +25,16 @@ TEST(CodePage, WritesAQuestionMarkForWhatItLacks) {
   EXPECT_EQ(ToWindows1252("\xFF\xC3\xA4"), "?\xE4");
 }
 
+TEST(CodePage, KnowsWellFormedUtf8) {
+  for (const char* good : {"", "a", "ä€", "\xEF\xBF\xBD", "\U0001F600", "\U0010FFFF", "\u0800", "\u07FF"})
+    EXPECT_TRUE(IsUtf8(good)) << good;
+  // Cut short, longer than need be, half of a pair, past the last code point.
+  for (const char* bad : {"\xC3", "\xE2\x82", "\x80", "\xFF", "\xC0\xAF", "\xE0\x80\xAF", "\xF0\x80\x80\xAF",
+                          "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xE2\x28\xA1"})
+    EXPECT_FALSE(IsUtf8(bad)) << bad;
+  EXPECT_EQ(ToWindows1252("\xE0\x80\xAF"), "?") << "no hidden '/'";
+}
+
 TEST(CodePage, KnowsAsciiAtEveryLength) {
   for (std::size_t length = 1; length < 20; ++length) {
     EXPECT_TRUE(IsAscii(std::string(length, 'a')));

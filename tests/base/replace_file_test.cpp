@@ -4,8 +4,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <atomic>
+#include <barrier>
 #include <cerrno>
+#include <thread>
 
+#include "base/nobody.h"
 #include "base/small_files.h"
 #include "base/temp_folder.h"
 
@@ -14,22 +18,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using Names = std::vector<std::string>;
-
-/// Takes the rights of the superuser away, who may write any file.
-class Nobody {
- public:
-  Nobody() : user_(geteuid()) {
-    if (user_ == 0) {
-      EXPECT_EQ(seteuid(65534), 0);
-    }
-  }
-  ~Nobody() { EXPECT_EQ(seteuid(user_), 0); }
-  Nobody(const Nobody&) = delete;
-  Nobody& operator=(const Nobody&) = delete;
-
- private:
-  uid_t user_;
-};
 
 class ReplaceFileTest : public testing::Test {
  protected:
@@ -137,6 +125,38 @@ TEST_F(ReplaceFileTest, AFileThatMayNotBeWrittenIsNotReplaced) {
   const Nobody nobody;
   EXPECT_EQ(ReplaceFile(file, "new"), EACCES);
   EXPECT_EQ(ReadBytes(file), "old");
+}
+
+TEST_F(ReplaceFileTest, CreatesOnlyWhereThereIsNothing) {
+  EXPECT_EQ(CreateFile(file, "first"), 0);
+  EXPECT_EQ(CreateFile(file, "second"), EEXIST);
+  EXPECT_EQ(ReadBytes(file), "first");
+  fs::create_symlink("none", folder.Path("link"));
+  EXPECT_EQ(CreateFile(folder.Path("link"), "x"), EEXIST);
+  EXPECT_EQ(CreateFile(folder.Path("none/b"), "x"), ENOENT);
+  EXPECT_EQ(folder.Names(), (Names{"a.CMD", "link"}));
+}
+
+TEST_F(ReplaceFileTest, OfSeveralThatCreateAtTheSameMomentOneDoes) {
+  for (int round = 0; round < 20; ++round) {
+    fs::remove(file);
+    std::atomic<int> made{-1};
+    std::atomic<int> others{0};
+    std::barrier start(4);
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 4; ++i) {
+      threads.emplace_back([&, i] {
+        start.arrive_and_wait();
+        const int error = CreateFile(file, std::to_string(i));
+        if (error == 0) made = i;
+        if (error == EEXIST) ++others;
+      });
+    }
+    for (std::thread& thread : threads) thread.join();
+    EXPECT_EQ(others, 3);
+    EXPECT_EQ(ReadBytes(file), std::to_string(made));
+    EXPECT_EQ(folder.Names(), Names{"a.CMD"});
+  }
 }
 
 TEST_F(ReplaceFileTest, ANameWithoutFolderStandsInTheCurrentOne) {

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <chrono>
+#include <string>
+
+#include "base/open_file.h"
+
+namespace kolvane::base {
+
+/// Keeps every other FolderLock on the same folder waiting, in this process and in others, for as long as it
+/// lives. Advisory and patient only for `patience`: a holder that was stopped must not stop others. It leaves
+/// no file, and the system frees it with its process.
+class FolderLock {
+ public:
+  static constexpr std::chrono::milliseconds kPatience{2000};
+
+  explicit FolderLock(const std::string& folder, std::chrono::milliseconds patience = kPatience);
+
+  /// False where the folder cannot be opened, or somebody else held it to the end.
+  bool IsHeld() const { return held_; }
+
+ private:
+  OpenFile folder_;
+  bool held_ = false;
+};
+
+}  // namespace kolvane::base
