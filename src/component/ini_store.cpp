@@ -1,45 +1,95 @@
-#include <QDir>
-#include <QSettings>
-#include <QStandardPaths>
+#include <cerrno>
+#include <cstdlib>
+#include <filesystem>
+#include <system_error>
+#include <utility>
 
+#include "base/folder_lock.h"
+#include "base/read_file.h"
+#include "base/replace_file.h"
+#include "component/ini_text.h"
 #include "component/settings_store.h"
 
 namespace kolvane::component {
 namespace {
 
-QString UserFile() {
-  return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
-         QStringLiteral("/Kolvane/Kolvane.ini");
+namespace fs = std::filesystem;
+
+// A relative path does not count. Without a home the file has no place.
+fs::path UserFile() {
+  const fs::path name = "Kolvane/Kolvane.ini";
+  const char* config = std::getenv("XDG_CONFIG_HOME");
+  if (config != nullptr && fs::path(config).is_absolute()) return config / name;
+  const char* home = std::getenv("HOME");
+  if (home == nullptr || !fs::path(home).is_absolute()) return {};
+  return home / fs::path(".config") / name;
 }
 
-QString Key(const std::string& section, const std::string& key) {
-  return QString::fromStdString(section + "/" + key);
+// A file that is not there is empty.
+int ReadBytes(const std::string& path, std::string& bytes) {
+  const int error = base::ReadFile(path, bytes);
+  return error == ENOENT ? 0 : error;
+}
+
+// Of the file itself, wherever a link to it stands.
+std::string FolderOf(const std::string& path) {
+  std::error_code error;
+  return fs::weakly_canonical(fs::absolute(path), error).parent_path();
 }
 
 class IniStore final : public SettingsStore {
  public:
-  explicit IniStore(const QString& path) : settings_(path, QSettings::IniFormat) {}
+  explicit IniStore(std::string path) : IniStore(path, Content(path)) {}
 
   std::string Read(const std::string& section, const std::string& key,
                    const std::string& fallback) const override {
-    const QVariant value = settings_.value(Key(section, key));
-    if (!value.isValid()) return fallback;
-    // A hand-written value with a bare comma is taken for a list.
-    return value.toStringList().join(QStringLiteral(",")).toStdString();
+    const auto written = written_.find({section, key});
+    return written != written_.end() ? written->second : text_.Find(section, key).value_or(fallback);
   }
 
   void Write(const std::string& section, const std::string& key, const std::string& value) override {
-    settings_.setValue(Key(section, key), QString::fromStdString(value));
+    written_[{section, key}] = value;
+  }
+
+  std::optional<SaveFailure> Flush() override {
+    const int error = read_error_ != 0 ? read_error_ : MergeIntoFile();
+    if (error != 0) return SaveFailure{path_, error};
+    return std::nullopt;
   }
 
  private:
-  QSettings settings_;
+  struct Content {
+    explicit Content(const std::string& path) : error(ReadBytes(path, bytes)) {}
+    std::string bytes;
+    int error;
+  };
+
+  IniStore(std::string path, Content content)
+      : path_(std::move(path)), read_error_(content.error), text_(std::move(content.bytes)) {}
+
+  int MergeIntoFile() const {
+    if (path_.empty()) return ENOENT;
+    std::error_code error;
+    fs::create_directories(FolderOf(path_), error);
+    if (error) return error.value();
+    // Without the lock the file would be whole as well; somebody else's new keys might be missed.
+    const base::FolderLock lock(FolderOf(path_));
+    std::string bytes;
+    if (const int unread = ReadBytes(path_, bytes)) return unread;
+    const std::string merged = IniText(bytes).With(written_);
+    return merged == bytes ? 0 : base::ReplaceFile(path_, merged);
+  }
+
+  const std::string path_;
+  const int read_error_;
+  const IniText text_;
+  IniEntries written_;
 };
 
 }  // namespace
 
 std::unique_ptr<SettingsStore> OpenIniStore(const std::string& path) {
-  return std::make_unique<IniStore>(path.empty() ? UserFile() : QString::fromStdString(path));
+  return std::make_unique<IniStore>(path.empty() ? UserFile().string() : path);
 }
 
 }  // namespace kolvane::component

@@ -1,10 +1,12 @@
 #include "component/settings.h"
 
+#include <optional>
 #include <string>
 #include <variant>
 
 #include "base/number.h"
 #include "base/runtime_error.h"
+#include "component/settings_texts.h"
 
 namespace kolvane::component {
 namespace {
@@ -34,7 +36,11 @@ struct Converter {
 
   void operator()(std::int16_t* field) const { *field = base::TextToInt16(text); }
   void operator()(std::int32_t* field) const { *field = base::TextToInt32(text); }
-  void operator()(bool* field) const { *field = base::TextToInt16(text) != 0; }
+  void operator()(bool* field) const {
+    const std::optional<double> number = base::WholeTextNumber(text);
+    if (!number) throw RuntimeError(RuntimeError::Kind::kTypeMismatch);
+    *field = *number != 0;
+  }
   void operator()(std::string* field) const { *field = text; }
   void operator()(ReceiveBuffer field) const { *field.value = base::TextToInt16(text); }
 
@@ -45,8 +51,9 @@ struct Converter {
   }
 
   void operator()(Index field) const {
-    const std::int16_t index = base::TextToInt16(text);
-    if (index < 0 || index >= field.entries) throw RuntimeError(RuntimeError::Kind::kSubscript);
+    const std::int32_t index = base::TextToInt32(text);
+    if (index < 0 || index > UINT8_MAX) throw RuntimeError(RuntimeError::Kind::kOverflow);
+    if (index >= field.entries) throw RuntimeError(RuntimeError::Kind::kSubscript);
     *field.value = static_cast<std::uint8_t>(index);
   }
 
@@ -165,11 +172,6 @@ const Row kRows[] = {
      [](SettingsTarget& t) -> Field { return &t.window.command_list.back_color; }},
 };
 
-std::string Explanation(const Row& row, const std::string& value, const RuntimeError& error) {
-  return std::string("Die gespeicherte Einstellung [") + row.section + "] " + row.key + "=" + value +
-         " kann nicht gelesen werden: " + error.what();
-}
-
 }  // namespace
 
 void LoadSettings(const SettingsStore& store, SettingsTarget target, bool with_connection) {
@@ -179,17 +181,18 @@ void LoadSettings(const SettingsStore& store, SettingsTarget target, bool with_c
     try {
       std::visit(Converter{value}, row.field(target));
     } catch (const RuntimeError& error) {
-      throw RuntimeError(error.kind(), Explanation(row, value, error));
+      throw RuntimeError(error.kind(), texts::NotLoaded(row.section, row.key, value, error.what()));
     }
   }
 }
 
-void SaveSettings(SettingsStore& store, SettingsTarget target) {
+std::optional<SaveFailure> SaveSettings(SettingsStore& store, SettingsTarget target) {
   for (const Row& row : kRows) {
     if (row.use == kWritten) store.Write(row.section, row.key, std::visit(Writer{}, row.field(target)));
   }
   store.Write("TERMINAL", "SHOWRESPONSETIME", Writer{}(&target.terminal.options.show_response_times));
   store.Write("TERMINAL", "LINEBREAKS", Writer{}(&target.terminal.options.line_breaks));
+  return store.Flush();
 }
 
 }  // namespace kolvane::component

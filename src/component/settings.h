@@ -19,7 +19,7 @@ struct SettingsTarget {
 /// as it is.
 void LoadSettings(const SettingsStore& store, SettingsTarget target, bool with_connection);
 
-/// Writes every key that is to be written, whatever the operating mode.
-void SaveSettings(SettingsStore& store, SettingsTarget target);
+/// Writes every key that is to be written, whatever the operating mode, and makes it last.
+[[nodiscard]] std::optional<SaveFailure> SaveSettings(SettingsStore& store, SettingsTarget target);
 
 }  // namespace kolvane::component

@@ -1,9 +1,16 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace kolvane::component {
+
+/// Why what was written did not come to last.
+struct SaveFailure {
+  std::string file;
+  int error;  ///< errno
+};
 
 /// Texts by section and key. Texts are UTF-8.
 class SettingsStore {
@@ -12,11 +19,14 @@ class SettingsStore {
   virtual std::string Read(const std::string& section, const std::string& key,
                            const std::string& fallback) const = 0;
   virtual void Write(const std::string& section, const std::string& key, const std::string& value) = 0;
+  /// Makes what was written since last, all of it or nothing.
+  [[nodiscard]] virtual std::optional<SaveFailure> Flush() = 0;
 };
 
 /// The INI file `path`; the user's own (Kolvane/Kolvane.ini in the configuration folder) where it is empty.
-/// What was written reaches the file when the store goes; sections and keys that it does not know stay in the
-/// file.
+/// Read gives what the file held when it was opened; what could not be read then is empty, and is never
+/// written over. Flush replaces the file at once and keeps its other sections, keys and comments, also those
+/// that have come since; of two stores that flush at the same time the later one's texts stand.
 std::unique_ptr<SettingsStore> OpenIniStore(const std::string& path);
 
 }  // namespace kolvane::component

@@ -1,5 +1,6 @@
 #include "component/terminal_run.h"
 
+#include <unistd.h>
 #include <QApplication>
 #include <QEventLoop>
 #include <QSocketNotifier>
@@ -8,9 +9,11 @@
 #include "base/runtime_error.h"
 #include "component/application.h"
 #include "component/folder.h"
+#include "component/headless_messages.h"
 #include "component/host_parameters.h"
 #include "component/settings.h"
 #include "component/settings_store.h"
+#include "component/settings_texts.h"
 #include "component/unload.h"
 #include "device/connection_form.h"
 #include "device/lazy_port_library.h"
@@ -53,6 +56,12 @@ void LoadOrTell(const SettingsStore& store, ComponentState& state) {
   }
   if (state.device.OperMode == mode::kPortLibrary)
     device::ConfirmStoredConnection(state.connection, ComponentFolder(state.options.Folder), prompt);
+}
+
+// The window is going, so what could not be saved is told where nobody has to answer.
+void UnloadOrTell(ComponentState& state, window::MainWindow& window, SettingsStore& store) {
+  const auto failure = Unload(state, window.core(), window.log(), store);
+  if (failure) HeadlessMessages(STDERR_FILENO, false).ShowError(texts::NotSaved(*failure));
 }
 
 // Message boxes and dialogs above the window go first: they would keep it from ending.
@@ -110,7 +119,7 @@ void RunTerminal(ComponentState& state, std::int16_t oper_mode, std::int16_t dev
                              ComponentFolder(state.options.Folder)});
   if (IsHostMode(oper_mode)) window.core().connect.ShowConnected();
   window.Load();
-  window.OnUnload([&] { Unload(state, window.core(), window.log(), *store); });
+  window.OnUnload([&] { UnloadOrTell(state, window, *store); });
   ShowModally(window, state.options, state.options.ConnectAtStart && oper_mode == mode::kPortLibrary);
 }
 

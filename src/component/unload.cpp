@@ -5,10 +5,11 @@
 
 namespace kolvane::component {
 
-void Unload(ComponentState& state, terminal::TerminalCore& core, terminal::LogSink& log,
-            SettingsStore& store) {
+std::optional<SaveFailure> Unload(ComponentState& state, terminal::TerminalCore& core, terminal::LogSink& log,
+                                  SettingsStore& store) {
   log.Close();
-  SaveSettings(store, {state.connection, state.terminal, state.window});
+  const std::optional<SaveFailure> failure =
+      SaveSettings(store, {state.connection, state.terminal, state.window});
   const bool own_connection = state.device.OperMode == device::operating_mode::kPortLibrary;
   if (!own_connection && !state.device.connected) core.connect.Connect();
   if (own_connection && state.device.connected) core.device.Close();
@@ -16,6 +17,7 @@ void Unload(ComponentState& state, terminal::TerminalCore& core, terminal::LogSi
   state.device.connected = false;
   state.device.gObj.reset();
   state.can_unload = true;
+  return failure;
 }
 
 }  // namespace kolvane::component

@@ -8,8 +8,9 @@
 namespace kolvane::component {
 
 /// The steps that end a terminal, in their order: close the log, save the settings, give a host its device
-/// back open (or close the terminal's own connection), release the host's object, allow unloading.
-void Unload(ComponentState& state, terminal::TerminalCore& core, terminal::LogSink& log,
-            SettingsStore& store);
+/// back open (or close the terminal's own connection), release the host's object, allow unloading. Settings
+/// that cannot be saved do not keep it from the steps behind.
+[[nodiscard]] std::optional<SaveFailure> Unload(ComponentState& state, terminal::TerminalCore& core,
+                                                terminal::LogSink& log, SettingsStore& store);
 
 }  // namespace kolvane::component

@@ -23,6 +23,13 @@ class MemoryStore final : public SettingsStore {
     values[section + "/" + key] = value;
   }
 
+  std::optional<SaveFailure> Flush() override {
+    ++flushes;
+    return failure;
+  }
+
+  int flushes = 0;
+  std::optional<SaveFailure> failure;
   mutable std::vector<std::string> reads;
   std::vector<std::string> writes;
   std::map<std::string, std::string> values;

@@ -11,7 +11,7 @@ namespace {
 class SettingsTest : public testing::Test {
  protected:
   void Load(bool with_connection = true) { LoadSettings(store_, Target(), with_connection); }
-  void Save() { SaveSettings(store_, Target()); }
+  void Save() { EXPECT_FALSE(SaveSettings(store_, Target())); }
 
   std::string LoadError() {
     try {

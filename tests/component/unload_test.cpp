@@ -36,9 +36,10 @@ class UnloadTest : public testing::Test {
     state_.device.DevIdx = 1;
     state_.device.connected = connected;
     state_.device.gObj = host_;
-    Unload(state_, core_, log_, store_);
+    failure_ = Unload(state_, core_, log_, store_);
   }
 
+  std::optional<SaveFailure> failure_;
   MemoryStore store_;
   RecordingLog log_{store_};
   ComponentState state_;
@@ -61,12 +62,23 @@ TEST_F(UnloadTest, ClosesTheLogThenSavesThenReleasesTheHost) {
   EXPECT_FALSE(state_.device.connected);
 }
 
+TEST_F(UnloadTest, GoesOnWhereTheSettingsCannotBeSaved) {
+  store_.failure = SaveFailure{"a.ini", 28};
+  state_.connection.port_code = device::port_code::kTcpIp;
+  Run(2, true);
+  ASSERT_TRUE(failure_);
+  EXPECT_EQ(failure_->file, "a.ini");
+  EXPECT_EQ(store_.flushes, 1);
+  EXPECT_EQ(library_.calls.back(), "ClosePort()");
+  EXPECT_TRUE(state_.can_unload);
+}
+
 TEST_F(UnloadTest, EndsARecordingLog) {
   const base::TempFolder folder;
   terminal::LogControl log(state_.terminal.output, prompt_);
   log.OpenLog(folder.Path("a.LOG"));
   log.PressRecord();
-  Unload(state_, core_, log, store_);
+  EXPECT_FALSE(Unload(state_, core_, log, store_));
   EXPECT_FALSE(log.IsOpen());
   EXPECT_FALSE(state_.terminal.output.log_recording);
 }

@@ -1,0 +1,133 @@
+#include "component/ini_text.h"
+
+#include <algorithm>
+#include <functional>
+#include <vector>
+
+#include "component/ini_lines.h"
+#include "component/ini_value.h"
+
+namespace kolvane::component {
+namespace {
+
+// One text for both, found without building a pair. No section's name holds a line end.
+std::string Place(std::string_view section, std::string_view key) {
+  return std::string(section).append("\n").append(key);
+}
+
+struct Edit {
+  std::size_t begin;
+  std::size_t end;  // equal: new lines
+  std::string text;
+};
+
+constexpr std::size_t kNowhere = std::string::npos;
+
+// What has to be done at which places so that the entries stand in the file.
+class Editor {
+ public:
+  Editor(std::string_view bytes, const IniEntries& entries) : bytes_(bytes), entries_(entries) {
+    for (const auto& [place, text] : entries) {
+      last_[place] = kNowhere;
+      section_end_[place.first] = kNowhere;
+    }
+    const std::size_t end = bytes.find('\n');
+    if (end != bytes.npos && end > 0 && bytes[end - 1] == '\r') line_end_ = "\r\n";
+  }
+
+  std::string Run() {
+    IniLine line;
+    for (IniLines lines(bytes_); lines.Next(line);) Note(line);
+    std::map<std::string, std::string> added;
+    for (const auto& [place, text] : entries_) {
+      const std::size_t last = last_[place];
+      if (last != kNowhere)
+        Change(edits_[last], place.second, text);
+      else
+        added[place.first] += LineOf(place.second, text);
+    }
+    return Apply(added);
+  }
+
+ private:
+  std::string LineOf(const std::string& key, const std::string& text) const {
+    return key + "=" + EncodeIniValue(text) + line_end_;
+  }
+
+  // Each line of a key that is to change goes; the last one comes back with its new text.
+  void Note(const IniLine& line) {
+    const auto section_end = section_end_.find(line.section);
+    if (section_end == section_end_.end() || (!line.is_section && line.key.empty())) return;
+    section_end->second = line.next;
+    const auto last = last_.find({section_end->first, std::string(line.key)});
+    if (line.is_section || last == last_.end()) return;
+    last->second = edits_.size();
+    edits_.push_back({line.begin, line.next, ""});
+  }
+
+  // What says the same already stays as it was written.
+  void Change(Edit& edit, const std::string& key, const std::string& text) const {
+    IniLine old;
+    const std::string_view bytes = bytes_.substr(edit.begin, edit.end - edit.begin);
+    const bool same = IniLines(bytes).Next(old) && DecodeIniValue(old.value) == text;
+    edit.text = same ? std::string(bytes) : LineOf(key, text);
+  }
+
+  std::string Apply(const std::map<std::string, std::string>& added) {
+    for (const auto& [section, lines] : added) {
+      if (const std::size_t end = section_end_[section]; end != kNowhere) edits_.push_back({end, end, lines});
+    }
+    std::stable_sort(edits_.begin(), edits_.end(),
+                     [](const Edit& a, const Edit& b) { return a.begin < b.begin; });
+    std::string out;
+    std::size_t at = 0;
+    for (const Edit& edit : edits_) {
+      out.append(bytes_.substr(at, edit.begin - at));
+      if (edit.begin == edit.end) EndLine(out);
+      out.append(edit.text);
+      at = edit.end;
+    }
+    out.append(bytes_.substr(at));
+    for (const auto& [section, lines] : added) {
+      if (section_end_[section] == kNowhere) AddSection(out, section, lines);
+    }
+    return out;
+  }
+
+  void AddSection(std::string& out, const std::string& section, const std::string& lines) const {
+    EndLine(out);
+    if (!out.empty() && out != kUtf8Mark) out += line_end_;
+    out += "[" + section + "]" + line_end_ + lines;
+  }
+
+  // A file's last line may lack its end.
+  void EndLine(std::string& out) const {
+    if (!out.empty() && out != kUtf8Mark && out.back() != '\n' && out.back() != '\r') out += line_end_;
+  }
+
+  std::string_view bytes_;
+  const IniEntries& entries_;
+  std::string line_end_ = "\n";
+  std::map<std::pair<std::string, std::string>, std::size_t> last_;  // index of the key's last edit
+  std::map<std::string, std::size_t, std::less<>> section_end_;
+  std::vector<Edit> edits_;
+};
+
+}  // namespace
+
+IniText::IniText(std::string bytes) : bytes_(std::move(bytes)) {
+  IniLine line;
+  for (IniLines lines(bytes_); lines.Next(line);) {
+    if (!line.key.empty()) values_[Place(line.section, line.key)] = line.value;
+  }
+}
+
+std::optional<std::string> IniText::Find(const std::string& section, const std::string& key) const {
+  const auto found = values_.find(Place(section, key));
+  if (found == values_.end()) return std::nullopt;
+  return DecodeIniValue(found->second);
+}
+
+std::string IniText::With(const IniEntries& entries) const { return Editor(bytes_, entries).Run(); }
+
+}  // namespace kolvane::component
