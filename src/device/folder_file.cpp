@@ -2,12 +2,11 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <system_error>
 
 #include "base/codepage.h"
 #include "base/folding.h"
+#include "base/read_file.h"
 #include "base/replace_file.h"
 
 namespace kolvane::device {
@@ -19,11 +18,14 @@ constexpr std::string_view kLineEnd = "\r\n";
 
 std::optional<std::string> ReadBytes(const std::string& path) {
   std::error_code error;
-  if (!fs::is_regular_file(path, error)) return std::nullopt;
-  std::ifstream file(path, std::ios::binary);
-  if (!file) return std::nullopt;
-  std::string bytes{std::istreambuf_iterator<char>(file), {}};
-  if (file.bad()) return std::nullopt;
+  std::string bytes;
+  if (!fs::is_regular_file(path, error) || base::ReadFile(path, bytes) != 0) return std::nullopt;
+  return bytes;
+}
+
+std::string BytesOf(const std::vector<std::string>& lines) {
+  std::string bytes;
+  for (const std::string& line : lines) bytes.append(base::ToWindows1252(line)).append(kLineEnd);
   return bytes;
 }
 
@@ -59,11 +61,14 @@ std::optional<std::vector<std::string>> ReadLines(const std::string& path) {
 }
 
 void WriteLines(const std::string& path, const std::vector<std::string>& lines) {
-  std::string bytes;
-  for (const std::string& line : lines) bytes.append(base::ToWindows1252(line)).append(kLineEnd);
+  const std::string bytes = BytesOf(lines);
   // Most starts and most uses of the dialog change nothing, which spares the disk.
   if (ReadBytes(path) == bytes) return;
   [[maybe_unused]] const int error = base::ReplaceFile(path, bytes);
+}
+
+void CreateLines(const std::string& path, const std::vector<std::string>& lines) {
+  [[maybe_unused]] const int error = base::CreateFile(path, BytesOf(lines));
 }
 
 }  // namespace kolvane::device

@@ -19,4 +19,7 @@ std::optional<std::vector<std::string>> ReadLines(const std::string& path);
 /// file is as it was then.
 void WriteLines(const std::string& path, const std::vector<std::string>& lines);
 
+/// As WriteLines, but a file that is there already, or comes to be at the same moment, stays as it is.
+void CreateLines(const std::string& path, const std::vector<std::string>& lines);
+
 }  // namespace kolvane::device

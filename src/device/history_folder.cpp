@@ -33,7 +33,7 @@ void CopyMissing(const std::string& from, const std::string& to, const char* nam
   std::error_code error;
   const std::string target = FolderFile(to, name);
   if (fs::exists(target, error)) return;
-  if (const auto lines = ReadLines(FolderFile(from, name))) WriteLines(target, *lines);
+  if (const auto lines = ReadLines(FolderFile(from, name))) CreateLines(target, *lines);
 }
 
 }  // namespace
