@@ -14,7 +14,8 @@ std::string_view Trim(std::string_view text) {
 
 bool IniLines::Next(IniLine& line) {
   if (at_ >= bytes_.size()) return false;
-  const std::size_t end = std::min(bytes_.find_first_of("\r\n", at_), bytes_.size());
+  std::size_t end = at_;
+  while (end < bytes_.size() && bytes_[end] != '\n' && bytes_[end] != '\r') ++end;
   line = {.begin = at_, .next = Behind(end), .section = section_, .key = {}, .value = {}};
   Understand(Trim(bytes_.substr(at_, end - at_)), line);
   at_ = line.next;

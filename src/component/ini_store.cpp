@@ -76,7 +76,7 @@ class IniStore final : public SettingsStore {
     const base::FolderLock lock(FolderOf(path_));
     std::string bytes;
     if (const int unread = ReadBytes(path_, bytes)) return unread;
-    const std::string merged = IniText(bytes).With(written_);
+    const std::string merged = WithIniEntries(bytes, written_);
     return merged == bytes ? 0 : base::ReplaceFile(path_, merged);
   }
 

@@ -10,11 +10,6 @@
 namespace kolvane::component {
 namespace {
 
-// One text for both, found without building a pair. No section's name holds a line end.
-std::string Place(std::string_view section, std::string_view key) {
-  return std::string(section).append("\n").append(key);
-}
-
 struct Edit {
   std::size_t begin;
   std::size_t end;  // equal: new lines
@@ -23,14 +18,17 @@ struct Edit {
 
 constexpr std::size_t kNowhere = std::string::npos;
 
+// Of a section that is to change.
+struct Section {
+  std::map<std::string, std::size_t, std::less<>> last;  // index of each key's last edit
+  std::size_t end = kNowhere;                            // behind its last key
+};
+
 // What has to be done at which places so that the entries stand in the file.
 class Editor {
  public:
   Editor(std::string_view bytes, const IniEntries& entries) : bytes_(bytes), entries_(entries) {
-    for (const auto& [place, text] : entries) {
-      last_[place] = kNowhere;
-      section_end_[place.first] = kNowhere;
-    }
+    for (const auto& [place, text] : entries) sections_[place.first].last[place.second] = kNowhere;
     const std::size_t end = bytes.find('\n');
     if (end != bytes.npos && end > 0 && bytes[end - 1] == '\r') line_end_ = "\r\n";
   }
@@ -40,7 +38,7 @@ class Editor {
     for (IniLines lines(bytes_); lines.Next(line);) Note(line);
     std::map<std::string, std::string> added;
     for (const auto& [place, text] : entries_) {
-      const std::size_t last = last_[place];
+      const std::size_t last = sections_[place.first].last[place.second];
       if (last != kNowhere)
         Change(edits_[last], place.second, text);
       else
@@ -56,11 +54,11 @@ class Editor {
 
   // Each line of a key that is to change goes; the last one comes back with its new text.
   void Note(const IniLine& line) {
-    const auto section_end = section_end_.find(line.section);
-    if (section_end == section_end_.end() || (!line.is_section && line.key.empty())) return;
-    section_end->second = line.next;
-    const auto last = last_.find({section_end->first, std::string(line.key)});
-    if (line.is_section || last == last_.end()) return;
+    const auto section = sections_.find(line.section);
+    if (section == sections_.end() || (!line.is_section && line.key.empty())) return;
+    section->second.end = line.next;
+    const auto last = section->second.last.find(line.key);
+    if (line.is_section || last == section->second.last.end()) return;
     last->second = edits_.size();
     edits_.push_back({line.begin, line.next, ""});
   }
@@ -75,7 +73,8 @@ class Editor {
 
   std::string Apply(const std::map<std::string, std::string>& added) {
     for (const auto& [section, lines] : added) {
-      if (const std::size_t end = section_end_[section]; end != kNowhere) edits_.push_back({end, end, lines});
+      if (const std::size_t end = sections_[section].end; end != kNowhere)
+        edits_.push_back({end, end, lines});
     }
     std::stable_sort(edits_.begin(), edits_.end(),
                      [](const Edit& a, const Edit& b) { return a.begin < b.begin; });
@@ -89,7 +88,7 @@ class Editor {
     }
     out.append(bytes_.substr(at));
     for (const auto& [section, lines] : added) {
-      if (section_end_[section] == kNowhere) AddSection(out, section, lines);
+      if (sections_[section].end == kNowhere) AddSection(out, section, lines);
     }
     return out;
   }
@@ -108,8 +107,7 @@ class Editor {
   std::string_view bytes_;
   const IniEntries& entries_;
   std::string line_end_ = "\n";
-  std::map<std::pair<std::string, std::string>, std::size_t> last_;  // index of the key's last edit
-  std::map<std::string, std::size_t, std::less<>> section_end_;
+  std::map<std::string, Section, std::less<>> sections_;
   std::vector<Edit> edits_;
 };
 
@@ -118,16 +116,18 @@ class Editor {
 IniText::IniText(std::string bytes) : bytes_(std::move(bytes)) {
   IniLine line;
   for (IniLines lines(bytes_); lines.Next(line);) {
-    if (!line.key.empty()) values_[Place(line.section, line.key)] = line.value;
+    if (!line.key.empty()) values_[{line.section, line.key}] = line.value;
   }
 }
 
 std::optional<std::string> IniText::Find(const std::string& section, const std::string& key) const {
-  const auto found = values_.find(Place(section, key));
+  const auto found = values_.find({section, key});
   if (found == values_.end()) return std::nullopt;
   return DecodeIniValue(found->second);
 }
 
-std::string IniText::With(const IniEntries& entries) const { return Editor(bytes_, entries).Run(); }
+std::string WithIniEntries(std::string_view bytes, const IniEntries& entries) {
+  return Editor(bytes, entries).Run();
+}
 
 }  // namespace kolvane::component

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -23,12 +24,26 @@ class IniText {
   /// The text at a key, or nothing.
   std::optional<std::string> Find(const std::string& section, const std::string& key) const;
 
-  /// The same content with these texts at their keys, each there once; every other line stays as it is.
-  std::string With(const IniEntries& entries) const;
-
  private:
+  struct Place {
+    std::string_view section;
+    std::string_view key;
+    bool operator==(const Place&) const = default;
+  };
+  struct Hash {
+    std::size_t operator()(const Place& place) const {
+      constexpr std::size_t kFactor = 31;
+      const std::hash<std::string_view> hash;
+      return hash(place.section) * kFactor + hash(place.key);
+    }
+  };
+
   std::string bytes_;
-  std::unordered_map<std::string, std::string_view> values_;
+  std::unordered_map<Place, std::string_view, Hash> values_;
 };
+
+/// The content `bytes` of an INI file with these texts at their keys, each there once; every other line stays
+/// as it is.
+std::string WithIniEntries(std::string_view bytes, const IniEntries& entries);
 
 }  // namespace kolvane::component

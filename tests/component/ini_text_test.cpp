@@ -10,7 +10,7 @@ std::string Find(const std::string& bytes, const std::string& section = "S", con
 }
 
 std::string With(const std::string& bytes, const std::string& text = "new") {
-  return IniText(bytes).With({{{"S", "K"}, text}});
+  return WithIniEntries(bytes, {{{"S", "K"}, text}});
 }
 
 TEST(IniText, FindsAKeyInItsSection) {
@@ -70,7 +70,7 @@ TEST(IniText, EndsALastLineThatHasNoEnd) {
   EXPECT_EQ(With("[R]"), "[R]\n\n[S]\nK=new\n");
   EXPECT_EQ(With("[S]\nJ=1"), "[S]\nJ=1\nK=new\n");
   EXPECT_EQ(With("[S]\nK=1"), "[S]\nK=new\n");
-  EXPECT_EQ(IniText("[S]\nK=1").With({{{"S", "J"}, "2"}, {{"S", "K"}, "3"}}), "[S]\nK=3\nJ=2\n");
+  EXPECT_EQ(WithIniEntries("[S]\nK=1", {{{"S", "J"}, "2"}, {{"S", "K"}, "3"}}), "[S]\nK=3\nJ=2\n");
 }
 
 TEST(IniText, LeavesEveryOtherLineAsItIs) {

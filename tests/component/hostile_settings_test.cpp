@@ -1,0 +1,168 @@
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <random>
+#include <regex>
+
+#include "component/stored_settings.h"
+
+namespace kolvane::component {
+namespace {
+
+constexpr std::size_t kTenMiB = 10 * 1024 * 1024;
+
+class HostileSettingsTest : public testing::Test {
+ protected:
+  static std::string SavedFile() {
+    const base::TempFolder folder;
+    StoredSettings settings;
+    settings.connection.ip_address = "Prüfstand; Halle \"2\"";
+    settings.connection.timeout_entries.rs232_seconds = INT32_MIN;
+    settings.terminal.receive.send_terminator = "§";
+    settings.window.pane.font_name =
+        " a\\b\x01"
+        "1 ";
+    EXPECT_EQ(settings.Save(folder.Path("a.ini")), 0);
+    return base::ReadBytes(folder.Path("a.ini"));
+  }
+
+  // Loads, or fails with the message, and leaves the file alone.
+  std::string Load(const std::string& bytes, StoredSettings& settings) {
+    std::filesystem::remove(file_);
+    base::WriteBytes(file_, bytes);
+    const std::string message = settings.Load(file_);
+    EXPECT_TRUE(base::ReadBytes(file_) == bytes);
+    if (!message.empty()) {
+      EXPECT_TRUE(std::regex_match(message, kMessage)) << message;
+      EXPECT_LT(message.size(), 600u);
+    }
+    return message;
+  }
+
+  std::string Load(const std::string& bytes) {
+    StoredSettings settings;
+    return Load(bytes, settings);
+  }
+
+  // The same; what loads can be saved and loaded again, and says the same then.
+  std::string Survive(const std::string& bytes) {
+    StoredSettings settings;
+    const std::string message = Load(bytes, settings);
+    if (!message.empty()) return message;
+    EXPECT_EQ(settings.Save(file_), 0);
+    StoredSettings again;
+    EXPECT_EQ(again.Load(file_), "");
+    EXPECT_EQ(again.connection.ip_address, settings.connection.ip_address);
+    EXPECT_EQ(again.connection.address, settings.connection.address);
+    EXPECT_TRUE(again.window.pane.font_name == settings.window.pane.font_name);
+    EXPECT_EQ(again.window.pane.font_size, settings.window.pane.font_size);
+    return "";
+  }
+
+  const std::regex kMessage{R"(Die gespeicherte Einstellung \[[A-Z]+\] [A-Z]+=.* kann nicht gelesen werden: )"
+                            "(Überlauf|Typen unverträglich|Index außerhalb des gültigen Bereichs)"};
+  base::TempFolder folder_;
+  std::string file_ = folder_.Path("a.ini");
+};
+
+TEST_F(HostileSettingsTest, CutAtEveryByte) {
+  const std::string bytes = SavedFile();
+  std::size_t refused = 0;
+  for (std::size_t length = 0; length <= bytes.size(); ++length) {
+    SCOPED_TRACE(length);
+    if (!Survive(bytes.substr(0, length)).empty()) ++refused;
+  }
+  EXPECT_GT(refused, 20u) << "a number cut down to nothing is none";
+}
+
+TEST_F(HostileSettingsTest, EveryByteReplaced) {
+  const std::string bytes = SavedFile();
+  for (std::size_t at = 0; at < bytes.size(); ++at) {
+    SCOPED_TRACE(at);
+    for (const char c : {'\0', '\n', '"', '\\', '[', '=', ';', '\xFF'}) {
+      std::string changed = bytes;
+      changed[at] = c;
+      Load(changed);
+    }
+  }
+}
+
+TEST_F(HostileSettingsTest, EveryByteMissing) {
+  const std::string bytes = SavedFile();
+  for (std::size_t at = 0; at < bytes.size(); ++at) Load(std::string(bytes).erase(at, 1));
+}
+
+TEST_F(HostileSettingsTest, BinaryGarbage) {
+  std::mt19937 random(1);
+  for (int round = 0; round < 30; ++round) {
+    std::string bytes = round % 2 == 0 ? "" : "[TERMINAL]\nFONTNAME=";
+    for (int i = 0; i < 20000; ++i) bytes += static_cast<char>(random());
+    Survive(bytes);
+  }
+}
+
+TEST_F(HostileSettingsTest, TenMiBWithoutALineEnd) {
+  for (const char c : {'\0', 'a', '[', '=', '"', '\\', ';', ' ', '\xFF'})
+    EXPECT_EQ(Survive(std::string(kTenMiB, c)), "");
+}
+
+TEST_F(HostileSettingsTest, TenMiBOfLinesAroundTheSettings) {
+  for (const char* line : {"\n", "[S]\n", "K=\n", "PORT=8\n", "[PORT]\nPORT=8\n", ";a\r\n", "\r"}) {
+    std::string bytes;
+    while (bytes.size() < kTenMiB) bytes += line;
+    EXPECT_EQ(Survive("[TERMINAL]\nFONTSIZE=11\n" + bytes + "\n[TERMINAL]\nFONTSIZE=12\n"), "");
+    EXPECT_EQ(OpenIniStore(file_)->Read("TERMINAL", "FONTSIZE", ""), "12");
+  }
+}
+
+TEST_F(HostileSettingsTest, TenMiBOfDifferentKeys) {
+  std::string bytes = "[PORT]\n";
+  for (int i = 0; bytes.size() < kTenMiB; ++i)
+    bytes += "K" + std::to_string(i) + "=" + std::to_string(i) + "\n";
+  EXPECT_EQ(Survive(bytes), "");
+  EXPECT_EQ(OpenIniStore(file_)->Read("PORT", "K1000", ""), "1000");
+}
+
+TEST_F(HostileSettingsTest, AValueOfTenMiB) {
+  EXPECT_EQ(Survive("[TERMINAL]\nFONTNAME=" + std::string(kTenMiB, 'x')), "");
+  EXPECT_EQ(OpenIniStore(file_)->Read("TERMINAL", "FONTNAME", "").size(), kTenMiB);
+  EXPECT_EQ(Survive("[TERMINAL]\nFONTSIZE=" + std::string(kTenMiB, 'x')),
+            "Die gespeicherte Einstellung [TERMINAL] FONTSIZE=" + std::string(80, 'x') +
+                "… kann nicht gelesen werden: Typen unverträglich");
+  EXPECT_EQ(Survive("[TERMINAL]\nFONTSIZE=" + std::string(kTenMiB, '9')),
+            "Die gespeicherte Einstellung [TERMINAL] FONTSIZE=" + std::string(80, '9') +
+                "… kann nicht gelesen werden: Überlauf");
+}
+
+TEST_F(HostileSettingsTest, TheFirstOneInTheTablesOrderIsNamed) {
+  EXPECT_EQ(Survive("[TERMINAL]\nRCVMODE=x\n[PORT]\nSTOPBITS=y\n"),
+            "Die gespeicherte Einstellung [PORT] STOPBITS=y kann nicht gelesen werden: Typen unverträglich");
+}
+
+TEST_F(HostileSettingsTest, ALineWithoutAValueIsAbsentAndOneWithAnEmptyValueIsNot) {
+  EXPECT_EQ(Survive("[TERMINAL]\nFONTSIZE\n"), "");
+  EXPECT_EQ(
+      Survive("[TERMINAL]\nFONTSIZE=\n"),
+      "Die gespeicherte Einstellung [TERMINAL] FONTSIZE= kann nicht gelesen werden: Typen unverträglich");
+}
+
+TEST_F(HostileSettingsTest, AMessageIsNotEndedByANul) {
+  EXPECT_EQ(
+      Survive(std::string("[TERMINAL]\nFONTSIZE=1\0\n", 23)),
+      "Die gespeicherte Einstellung [TERMINAL] FONTSIZE=1\\0 kann nicht gelesen werden: Typen unverträglich");
+}
+
+TEST_F(HostileSettingsTest, OfRepeatedKeysTheLastOneCountsAndStaysAlone) {
+  base::WriteBytes(file_, "[PORT]\nADDRESS=x\nADDRESS=5\n[A]\nB=1\nB=2\n[PORT]\nADDRESS=6\n");
+  StoredSettings settings;
+  EXPECT_EQ(settings.Load(file_), "");
+  EXPECT_EQ(settings.connection.address, 6);
+  EXPECT_EQ(settings.Save(file_), 0);
+  const std::string saved = base::ReadBytes(file_);
+  EXPECT_EQ(saved.find("ADDRESS=x"), saved.npos);
+  EXPECT_EQ(saved.find("\nADDRESS="), saved.rfind("\nADDRESS="));
+  EXPECT_NE(saved.find("[A]\nB=1\nB=2\n"), saved.npos) << "what is not ours stays";
+}
+
+}  // namespace
+}  // namespace kolvane::component

@@ -1,0 +1,214 @@
+#include <gtest/gtest.h>
+
+#include <array>
+
+#include "base/codepage.h"
+#include "component/ini_text.h"
+#include "component/stored_settings.h"
+
+namespace kolvane::component {
+namespace {
+
+struct Key {
+  const char* section;
+  const char* name;
+};
+
+constexpr Key kInt16[] = {{"PORT", "PORT"},   {"PORT", "ADDRESS"},      {"PORT", "PARITY"},
+                          {"PORT", "COMLOG"}, {"TERMINAL", "FONTSIZE"}, {"COMMANDLIST", "FONTSIZE"}};
+constexpr Key kInt16ReadOnly[] = {{"PORT", "RCVBUF"}, {"PORT", "DATABITS"}, {"PORT", "STOPBITS"}};
+constexpr Key kInt32[] = {
+    {"PORT", "RSTIMO"},           {"PORT", "GPIBTIMO"},        {"PORT", "LPTTIMO"},
+    {"PORT", "TCPIPTIMO"},        {"PORT", "USBTIMO"},         {"PORT", "BAUD"},
+    {"TERMINAL", "RCVTIMO"},      {"TERMINAL", "FONTCOLOR"},   {"TERMINAL", "BACKCOLOR"},
+    {"COMMANDLIST", "FONTCOLOR"}, {"COMMANDLIST", "BACKCOLOR"}};
+constexpr Key kBooleans[] = {
+    {"TERMINAL", "FONTBOLD"}, {"TERMINAL", "SHOWCOMMANDS"}, {"COMMANDLIST", "FONTBOLD"}};
+constexpr Key kTexts[] = {{"PORT", "IPADDRESS"},   {"PORT", "USBADDRESS"},   {"TERMINAL", "SENDTERM"},
+                          {"TERMINAL", "RCVTERM"}, {"TERMINAL", "FONTNAME"}, {"COMMANDLIST", "FONTNAME"}};
+
+constexpr const char* kOverflow = "Überlauf";
+constexpr const char* kMismatch = "Typen unverträglich";
+constexpr const char* kPastList = "Index außerhalb des gültigen Bereichs";
+
+class SettingsLimitsTest : public testing::Test {
+ protected:
+  // The message of loading a file that holds this one value.
+  std::string Load(const Key& key, const std::string& value) {
+    std::filesystem::remove(file_);
+    base::WriteBytes(file_, WithIniEntries("", {{{key.section, key.name}, value}}));
+    settings_ = {};
+    return settings_.Load(file_);
+  }
+
+  void ExpectKept(const Key& key, const std::string& value) { ExpectBecomes(key, value, value); }
+
+  void ExpectBecomes(const Key& key, const std::string& value, const std::string& saved) {
+    EXPECT_EQ(Load(key, value), "");
+    const std::string other = folder_.Path("b.ini");
+    std::filesystem::remove(other);
+    ASSERT_EQ(settings_.Save(other), 0);
+    EXPECT_EQ(OpenIniStore(other)->Read(key.section, key.name, "(none)"), saved) << key.name << "=" << value;
+  }
+
+  void ExpectKeptInEveryText(const std::string& text) {
+    StoredSettings saved;
+    for (std::string* field : TextsOf(saved)) *field = text;
+    ASSERT_EQ(saved.Save(file_), 0);
+    settings_ = {};
+    EXPECT_EQ(settings_.Load(file_), "");
+    for (const std::string* field : TextsOf(settings_)) EXPECT_TRUE(*field == text) << text;
+  }
+
+  static std::array<std::string*, std::size(kTexts)> TextsOf(StoredSettings& s) {
+    return {&s.connection.ip_address,
+            &s.connection.usb_address,
+            &s.terminal.receive.send_terminator,
+            &s.terminal.receive.receive_terminator,
+            &s.window.pane.font_name,
+            &s.window.command_list.font_name};
+  }
+
+  void ExpectRefused(const Key& key, const std::string& value, const std::string& reason) {
+    EXPECT_EQ(Load(key, value), std::string("Die gespeicherte Einstellung [") + key.section + "] " +
+                                    key.name + "=" + value + " kann nicht gelesen werden: " + reason);
+  }
+
+  void ExpectNumbersAlone(const Key& key) {
+    for (const char* value : {"", " ", "x", "1x", "1 2", "1;2", "ä", "--1", "&HFF", "True"})
+      ExpectRefused(key, value, kMismatch);
+  }
+
+  base::TempFolder folder_;
+  std::string file_ = folder_.Path("a.ini");
+  StoredSettings settings_;
+};
+
+TEST_F(SettingsLimitsTest, SixteenBits) {
+  for (const Key& key : kInt16) {
+    for (const char* value : {"-32768", "-1", "0", "32767"}) ExpectKept(key, value);
+    for (const char* value : {"-32769", "32768", "65535", "1e300"}) ExpectRefused(key, value, kOverflow);
+    ExpectBecomes(key, " 32767.4 ", "32767");
+    ExpectBecomes(key, "1,5", "2");
+    ExpectNumbersAlone(key);
+  }
+}
+
+TEST_F(SettingsLimitsTest, SixteenBitsThatAreReadAlone) {
+  for (const Key& key : kInt16ReadOnly) {
+    for (const char* value : {"-32768", "0", "32767"}) ExpectBecomes(key, value, "(none)");
+    for (const char* value : {"-32769", "32768"}) ExpectRefused(key, value, kOverflow);
+    ExpectNumbersAlone(key);
+  }
+  EXPECT_EQ(Load(kInt16ReadOnly[0], "32767"), "");
+  EXPECT_EQ(settings_.connection.receive_buffer, 32767);
+  EXPECT_EQ(Load(kInt16ReadOnly[1], "-32768"), "");
+  EXPECT_EQ(settings_.connection.data_bits, -32768);
+  EXPECT_EQ(Load(kInt16ReadOnly[2], "2"), "");
+  EXPECT_EQ(settings_.connection.stop_bits, 2);
+}
+
+TEST_F(SettingsLimitsTest, ThirtyTwoBits) {
+  for (const Key& key : kInt32) {
+    for (const char* value : {"-2147483648", "-1", "0", "2147483647"}) ExpectKept(key, value);
+    for (const char* value : {"-2147483649", "2147483648", "1e300"}) ExpectRefused(key, value, kOverflow);
+    ExpectNumbersAlone(key);
+  }
+}
+
+TEST_F(SettingsLimitsTest, Booleans) {
+  for (const Key& key : kBooleans) {
+    for (const char* value : {"-1", "0"}) ExpectKept(key, value);
+    for (const char* value : {"1", "32768", "-2147483649", "0.4"}) ExpectBecomes(key, value, "-1");
+    ExpectBecomes(key, "-0", "0");
+    ExpectNumbersAlone(key);
+  }
+}
+
+TEST_F(SettingsLimitsTest, BooleansThatStandElsewhereThanTheyAreWritten) {
+  for (const char* section : {"SHOWRESPONSETIME", "LINEBREAKS"}) {
+    EXPECT_EQ(Load({section, "SHOWCOMMANDS"}, "-1"), "");
+    EXPECT_EQ(settings_.terminal.options.show_response_times, section[0] == 'S');
+    EXPECT_EQ(settings_.terminal.options.line_breaks, section[0] == 'L');
+    ExpectNumbersAlone({section, "SHOWCOMMANDS"});
+  }
+}
+
+TEST_F(SettingsLimitsTest, ListIndexes) {
+  const Key mode{"TERMINAL", "RCVMODE"};
+  const Key format{"TERMINAL", "RCVFORMAT"};
+  for (const char* value : {"0", "1", "2"}) ExpectKept(mode, value);
+  for (const char* value : {"0", "1"}) ExpectKept(format, value);
+  for (const char* value : {"3", "255"}) ExpectRefused(mode, value, kPastList);
+  for (const char* value : {"2", "255"}) ExpectRefused(format, value, kPastList);
+  for (const Key& key : {mode, format}) {
+    for (const char* value : {"-1", "256", "65536"}) ExpectRefused(key, value, kOverflow);
+    ExpectNumbersAlone(key);
+  }
+}
+
+TEST_F(SettingsLimitsTest, IpPorts) {
+  const Key port{"PORT", "IPPORT"};
+  for (const char* value : {"0", "7", "32767", "32768", "65535"}) ExpectKept(port, value);
+  ExpectBecomes(port, "-1", "65535");
+  for (const char* value : {"-32769", "65536"}) ExpectRefused(port, value, kOverflow);
+  ExpectNumbersAlone(port);
+}
+
+TEST_F(SettingsLimitsTest, EveryCharacterOfTheCodePageInEveryText) {
+  std::string all;
+  for (int i = 0; i < 256; ++i) {
+    const std::string one = base::FromWindows1252(std::string(1, static_cast<char>(i)));
+    ExpectKeptInEveryText(one);
+    all += one;
+  }
+  ExpectKeptInEveryText(all);
+  ExpectKeptInEveryText(std::string(100000, 'x'));
+}
+
+TEST_F(SettingsLimitsTest, TextsThatLookLikeSomethingElse) {
+  for (const Key& key : kTexts) {
+    for (const char* text : {"",
+                             " ",
+                             "  a  ",
+                             "\t",
+                             "a\t",
+                             "Prüfstand; Halle \"2\"",
+                             "C:\\neu\\x41",
+                             "[PORT]",
+                             "PORT=9",
+                             ";",
+                             "#a",
+                             "=",
+                             "a,b",
+                             "\"",
+                             "\"\"",
+                             "\\",
+                             "\\n",
+                             "@",
+                             "@@a",
+                             "@Invalid()",
+                             "@String(a)",
+                             "@ByteArray(a)",
+                             "\r\n",
+                             "\n\r",
+                             "%20",
+                             "\x01"
+                             "1",
+                             "日本語",
+                             "😀"})
+      ExpectKept(key, text);
+    ExpectKept(key, std::string("\0 0\0", 4));
+  }
+}
+
+TEST_F(SettingsLimitsTest, EveryKeyAtOnce) {
+  settings_.Mark(32767);
+  ASSERT_EQ(settings_.Save(file_), 0);
+  StoredSettings loaded;
+  EXPECT_EQ(loaded.Load(file_), "");
+  EXPECT_EQ(loaded.MarkedBy(), 32767);
+}
+
+}  // namespace
+}  // namespace kolvane::component
