@@ -44,6 +44,7 @@ std::string HistoryFolder(const std::string& component_folder) {
   if (own.empty()) return component_folder;
   std::error_code error;
   fs::create_directories(own, error);
+  if (!fs::is_directory(own, error)) return component_folder;
   if (component_folder.empty()) return own;
   for (const char* name : {kIpHistoryFile, kUsbHistoryFile, kModemScriptFile})
     CopyMissing(component_folder, own, name);

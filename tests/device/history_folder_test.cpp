@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <barrier>
 #include <cstdlib>
+#include <thread>
 
 #include "device/address_history.h"
 #include "device/modem_script_file.h"
@@ -58,6 +60,42 @@ TEST_F(HistoryFolderTest, KeepsWhatTheUserHas) {
   SaveIpHistory(HistoryFolder(component_.path()), {"10.0.0.6"});
   EXPECT_EQ(LoadIpHistory(HistoryFolder(component_.path())), AddressHistory{"10.0.0.6"});
   EXPECT_EQ(component_.Read("IPADDR.INI"), "10.0.0.5\r\n");
+}
+
+TEST_F(HistoryFolderTest, KeepsAnEmptyFileOfTheUsers) {
+  component_.Write("IPADDR.INI", "10.0.0.5\r\n");
+  LockComponent();
+  SaveIpHistory(HistoryFolder(component_.path()), {});
+  EXPECT_TRUE(LoadIpHistory(HistoryFolder(component_.path())).empty());
+}
+
+TEST_F(HistoryFolderTest, IsTheComponentsWhereTheUsersCannotBeMadeEither) {
+  component_.Write("IPADDR.INI", "10.0.0.5\r\n");
+  data_.Write("Kolvane", "a file in the way");
+  LockComponent();
+  EXPECT_EQ(HistoryFolder(component_.path()), component_.path());
+  SaveIpHistory(component_.path(), {"10.0.0.6"});
+  EXPECT_EQ(LoadIpHistory(component_.path()), AddressHistory{"10.0.0.5"});
+}
+
+TEST_F(HistoryFolderTest, OfTerminalsThatStartAtTheSameMomentNoneLosesWhatAnotherHasSaved) {
+  component_.Write("IPADDR.INI", "10.0.0.5\r\n");
+  LockComponent();
+  for (int round = 0; round < 20; ++round) {
+    std::filesystem::remove_all(data_ / "Kolvane");
+    std::barrier start(3);
+    std::vector<std::thread> fillers;
+    for (int i = 0; i < 2; ++i) {
+      fillers.emplace_back([&] {
+        start.arrive_and_wait();
+        HistoryFolder(component_.path());
+      });
+    }
+    start.arrive_and_wait();
+    SaveIpHistory(HistoryFolder(component_.path()), {"10.0.0.6"});
+    for (std::thread& filler : fillers) filler.join();
+    EXPECT_EQ(data_.Read("Kolvane/IPADDR.INI"), "10.0.0.6\r\n");
+  }
 }
 
 TEST_F(HistoryFolderTest, IsTheUsersForAFolderThatIsNotThere) {
