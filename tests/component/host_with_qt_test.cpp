@@ -13,9 +13,10 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
-#include <fstream>
+#include <filesystem>
 #include <stdexcept>
 
+#include "base/temp_folder.h"
 #include "device/recording_host.h"
 #include "kolvane/MainClass.h"
 
@@ -57,6 +58,8 @@ class HostTest : public testing::Test {
     terminal_.OpenTerminal(oper_mode, 3);
     EXPECT_TRUE(used);
   }
+
+  std::string SettingsFile() const { return dir_.path().toStdString() + "/Kolvane.ini"; }
 
   QTemporaryDir dir_;
   std::shared_ptr<device::RecordingHost> host_ = std::make_shared<device::RecordingHost>();
@@ -189,7 +192,8 @@ TEST_F(HostTest, ASecondTerminalWhileOneIsOpenIsRefused) {
 }
 
 TEST_F(HostTest, AnUnreadableSettingIsShownAndRaised) {
-  std::ofstream(dir_.path().toStdString() + "/Kolvane.ini") << "[TERMINAL]\nFONTSIZE=gross\n";
+  const std::string bytes = "[TERMINAL]\nFONTSIZE=gross\n";
+  base::WriteBytes(SettingsFile(), bytes);
   QString shown;
   QTimer::singleShot(0, qApp, [&] {
     auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
@@ -199,6 +203,46 @@ TEST_F(HostTest, AnUnreadableSettingIsShownAndRaised) {
   });
   EXPECT_THROW(terminal_.OpenTerminal(2, 0), RuntimeError);
   EXPECT_TRUE(shown.contains("FONTSIZE=gross")) << shown.toStdString();
+  EXPECT_EQ(base::ReadBytes(SettingsFile()), bytes);
+}
+
+TEST_F(HostTest, StoredTerminatorsAreShownAsWords) {
+  const auto expect_shown = [&](const char* stored, const QString& shown) {
+    base::WriteBytes(SettingsFile(), std::string("[TERMINAL]\nSENDTERM=") + stored + "\n");
+    Open(1, [&](QMainWindow& window) {
+      EXPECT_EQ(window.findChild<QComboBox*>("SendTermChar")->currentText(), shown) << stored;
+    });
+    EXPECT_EQ(base::ReadBytes(SettingsFile()).find(std::string("SENDTERM=") + stored + "\n"), 11u);
+  };
+  expect_shown("", "Kein");
+  expect_shown("\\n", "LF");
+  expect_shown("\\r", "CR");
+  expect_shown("\\r\\n", "CRLF");
+  expect_shown("\";\"", ";");
+  expect_shown("§", "§");
+}
+
+TEST_F(HostTest, OneOptionIsKeptAndTwoStartAnewEachTime) {
+  Open(1, [](QMainWindow& window) {
+    for (const char* name : {"mnuOption_0", "mnuOption_1", "mnuOption_2"})
+      window.findChild<QAction*>(name)->trigger();
+  });
+  Open(1, [](QMainWindow& window) {
+    for (const char* name : {"mnuOption_0", "mnuOption_1", "mnuOption_2"})
+      EXPECT_FALSE(window.findChild<QAction*>(name)->isChecked()) << name;
+  });
+}
+
+TEST_F(HostTest, SettingsThatCannotBeSavedAreALineOnStandardError) {
+  std::filesystem::create_directory(SettingsFile());
+  testing::internal::CaptureStderr();
+  Open(1, [](QMainWindow&) {});
+  // The platform has lines of its own to say.
+  const std::string said = testing::internal::GetCapturedStderr();
+  EXPECT_TRUE(said.ends_with("kolvane: Die Einstellungen können nicht in der Datei „" + SettingsFile() +
+                             "“ gespeichert werden: Der Name bezeichnet einen Ordner\n"))
+      << said;
+  EXPECT_TRUE(terminal_.CanUnload().ToBool());
 }
 
 }  // namespace
