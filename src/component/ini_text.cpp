@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <functional>
-#include <vector>
 
 #include "component/ini_lines.h"
 #include "component/ini_value.h"
@@ -116,14 +115,18 @@ class Editor {
 IniText::IniText(std::string bytes) : bytes_(std::move(bytes)) {
   IniLine line;
   for (IniLines lines(bytes_); lines.Next(line);) {
-    if (!line.key.empty()) values_[{line.section, line.key}] = line.value;
+    if (!line.key.empty()) sections_[line.section].push_back({line.key, line.value});
   }
 }
 
 std::optional<std::string> IniText::Find(const std::string& section, const std::string& key) const {
-  const auto found = values_.find({section, key});
-  if (found == values_.end()) return std::nullopt;
-  return DecodeIniValue(found->second);
+  const auto found = sections_.find(section);
+  if (found == sections_.end()) return std::nullopt;
+  const auto& entries = found->second;
+  const auto last =
+      std::find_if(entries.rbegin(), entries.rend(), [&](const Entry& e) { return e.key == key; });
+  if (last == entries.rend()) return std::nullopt;
+  return DecodeIniValue(last->value);
 }
 
 std::string WithIniEntries(std::string_view bytes, const IniEntries& entries) {

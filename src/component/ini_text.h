@@ -1,12 +1,11 @@
 #pragma once
 
-#include <functional>
 #include <map>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
+#include <vector>
 
 namespace kolvane::component {
 
@@ -25,21 +24,14 @@ class IniText {
   std::optional<std::string> Find(const std::string& section, const std::string& key) const;
 
  private:
-  struct Place {
-    std::string_view section;
+  struct Entry {
     std::string_view key;
-    bool operator==(const Place&) const = default;
-  };
-  struct Hash {
-    std::size_t operator()(const Place& place) const {
-      constexpr std::size_t kFactor = 31;
-      const std::hash<std::string_view> hash;
-      return hash(place.section) * kFactor + hash(place.key);
-    }
+    std::string_view value;
   };
 
   std::string bytes_;
-  std::unordered_map<Place, std::string_view, Hash> values_;
+  // In the file's order. Few keys are ever asked for, so there is no index over what may be millions.
+  std::map<std::string_view, std::vector<Entry>> sections_;
 };
 
 /// The content `bytes` of an INI file with these texts at their keys, each there once; every other line stays

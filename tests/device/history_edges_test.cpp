@@ -113,6 +113,7 @@ TEST(HistoryEdges, AFileThatMayNotBeReadIsEmptyAndStays) {
     EXPECT_TRUE(LoadIpHistory(folder.path()).empty());
     SaveIpHistory(folder.path(), {"b"});
   }
+  fs::permissions(folder / "IPADDR.INI", fs::perms(0600));
   EXPECT_EQ(folder.Read("IPADDR.INI"), "a\r\n");
 }
 

@@ -25,6 +25,7 @@ class HistoryFolderTest : public testing::Test {
   ~HistoryFolderTest() override {
     if (root_ && seteuid(0) != 0) std::abort();
     unsetenv("XDG_DATA_HOME");
+    std::filesystem::permissions(component_.path(), std::filesystem::perms::all);
   }
 
   void LockComponent() {
