@@ -1,0 +1,91 @@
+// Dialogs and message boxes.
+#include <QLineEdit>
+#include <QProgressDialog>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTabWidget>
+#include <QTableView>
+
+#include "picture.h"
+#include "pictures.h"
+#include "window/progress.h"
+#include "window/text.h"
+#include "window/texts.h"
+
+namespace kolvane::screenshots {
+namespace {
+
+void SaveDialog(Stage& stage, const QString& folder, const char* action, const char* file) {
+  stage.WithDialog([&] { stage.Trigger(action); },
+                   [&](QWidget* dialog) { Save(folder, QLatin1String(file), Framed(dialog)); });
+}
+
+struct PageRow {
+  int port;
+  int page;
+  const char* file;
+};
+
+constexpr PageRow kPages[] = {{0, 0, "verbindung-rs232"}, {0, 1, "verbindung-rs232-erweitert"},
+                              {6, 2, "verbindung-gpib"},  {4, 3, "verbindung-druckerport"},
+                              {8, 4, "verbindung-tcpip"}, {7, 5, "verbindung-offline"},
+                              {9, 6, "verbindung-usb"}};
+
+void SavePages(QWidget* dialog, const QString& folder) {
+  auto* pages = dialog->findChild<QTabWidget*>();
+  for (const PageRow& row : kPages) {
+    dialog->findChild<QRadioButton*>(QStringLiteral("Port_%1").arg(row.port))->click();
+    pages->setCurrentIndex(row.page);
+    if (row.port == 9) dialog->findChild<QPushButton*>(QStringLiteral("Command3"))->click();
+    Save(folder, QLatin1String(row.file), Framed(dialog));
+  }
+}
+
+void ConnectionDialog(Stage& stage, const QString& folder) {
+  stage.Trigger("mnuDisconnect");
+  stage.WithDialog([&] { stage.Trigger("mnuConfigureConnection"); },
+                   [&](QWidget* dialog) { SavePages(dialog, folder); });
+}
+
+// An IP port that nobody listens on.
+void RefusedConnection(Stage& stage, const QString& folder) {
+  stage.RefuseConnections();
+  SaveDialog(stage, folder, "mnuConnect", "meldung");
+}
+
+void ListError(Stage& stage, const QString& folder) {
+  stage.LoadList("Fehler.CMD", "' ohne $OPENLOG\nMSV? 1\n$WRITELOG Beginn\nMSV? 2\n");
+  stage.Connect();
+  SaveDialog(stage, folder, "TB_PLAY", "meldung-befehlsliste");
+  auto* grid = stage.Find<QTableView>("CommandScript");
+  grid->scrollToTop();  // the error leaves the list at its end
+  const QPixmap list = Grab(grid);
+  Save(folder, QStringLiteral("befehlsliste-fehler"), list.copy(0, 0, list.width(), 160));
+}
+
+void SmallDialogs(Stage& stage, const QString& folder) {
+  stage.WithDialog([&] { stage.Trigger("mnuInsertComment"); },
+                   [&](QWidget* dialog) {
+                     dialog->findChild<QLineEdit*>()->setText(QStringLiteral("Prüfling 17, Raum 21 °C"));
+                     Save(folder, QStringLiteral("kommentar"), Framed(dialog));
+                   });
+  SaveDialog(stage, folder, "mnuFont", "schriftart");
+  SaveDialog(stage, folder, "mnuBackColor", "farbe");
+  SaveDialog(stage, folder, "mnuOpenCommandFile", "datei-oeffnen");
+}
+
+void ProgressDialog(Stage& stage, const QString& folder) {
+  const window::Progress progress(&stage.window(), window::ToQt(window::texts::kLoading), 0);
+  auto* dialog = stage.Find<QProgressDialog>("ProgressDialog");
+  dialog->setValue(dialog->maximum() * 2 / 5);
+  dialog->show();
+  Save(folder, QStringLiteral("fortschritt"), Framed(dialog));
+}
+
+}  // namespace
+
+std::vector<Picture> DialogPictures() {
+  return {ConnectionDialog, RefusedConnection, ListError, SmallDialogs, ProgressDialog};
+}
+
+}  // namespace kolvane::screenshots

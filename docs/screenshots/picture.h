@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QPixmap>
+#include <QString>
+#include <QWidget>
+
+namespace kolvane::screenshots {
+
+/// The widget as it is painted now, events included that are still to be handled.
+QPixmap Grab(QWidget* widget);
+
+/// A top-level window with a plain title bar around it, since the offscreen platform draws none.
+QPixmap Framed(QWidget* window);
+
+/// Writes FOLDER/NAME.png with as few colours as keep its look. Throws std::runtime_error where it cannot.
+void Save(const QString& folder, const QString& name, const QPixmap& picture);
+
+}  // namespace kolvane::screenshots

@@ -1,0 +1,84 @@
+// The main window and its parts.
+#include <QMenu>
+#include <QMenuBar>
+#include <QTableView>
+#include <QToolBar>
+
+#include "picture.h"
+#include "pictures.h"
+#include "terminal/ui/output_pane.h"
+
+namespace kolvane::screenshots {
+namespace {
+
+constexpr char kList[] =
+    "' Kraft an Kanal 1 überwachen\n"
+    "$CLOSELOG\n"
+    "$OPENLOG \"Kraft.LOG\"\n"
+    "LIM 1,11,14\n"
+    "$AUTOLOG ON\n"
+    "$REPEAT 9\n"
+    "MSV? 1\n"
+    "$SPLITPARAMS\n"
+    "$GETPARAM 1\n"
+    "' 11 > Messwert\n"
+    "$IFGREATER 11\n"
+    "$WRITELOG Kraft_zu_klein\n"
+    "$ENDIF\n"
+    "LIMS? 1\n"
+    "$DELAY 500\n"
+    "$ENDREPEAT\n"
+    "$AUTOLOG OFF\n"
+    "$CLOSELOG\n";
+
+QPixmap Top(QWidget* widget, int height) { return Grab(widget).copy(0, 0, widget->width(), height); }
+
+void MainWindow(Stage& stage, const QString& folder) {
+  stage.LoadList("Kraft.CMD", kList);
+  stage.Trigger("TB_CONNECT");
+  for (const char* command :
+       {"*IDN?", "NAME? 1-3", "UNIT? 1-3", "MSV? 1-3", "RANGE 1,-5", "ERR?", "TARE 1", "MSV? 1"})
+    stage.Send(QString::fromLatin1(command));
+  Save(folder, QStringLiteral("hauptfenster"), Framed(&stage.window()));
+}
+
+void Parts(Stage& stage, const QString& folder) {
+  Save(folder, QStringLiteral("werkzeugleiste-terminal"), Grab(stage.Find<QToolBar>("Toolbar1")));
+  Save(folder, QStringLiteral("werkzeugleiste-senden"), Grab(stage.Find<QToolBar>("Toolbar2")));
+  Save(folder, QStringLiteral("werkzeugleiste-befehlsliste"), Top(stage.Find<QToolBar>("Toolbar3"), 430));
+}
+
+void Menus(Stage& stage, const QString& folder) {
+  const std::pair<const char*, const char*> menus[] = {{"mnuFile", "menue-datei"},
+                                                       {"mnuCon", "menue-verbindung"},
+                                                       {"mnuOptions", "menue-optionen"},
+                                                       {"mnuPOP1", "kontextmenue"}};
+  for (const auto& [name, file] : menus) {
+    auto* menu = stage.Find<QMenu>(name);
+    menu->popup(stage.window().mapToGlobal(QPoint(200, 100)));
+    Save(folder, QLatin1String(file), Grab(menu));
+    menu->close();
+  }
+}
+
+// Nine steps: the next row to run is the one behind $GETPARAM.
+void RunningList(Stage& stage, const QString& folder) {
+  for (int step = 0; step < 9; ++step) stage.Trigger("TB_SINGLESTEP");
+  Save(folder, QStringLiteral("befehlsliste"), Top(stage.Find<QTableView>("CommandScript"), 440));
+}
+
+void BinaryAnswer(Stage& stage, const QString& folder) {
+  stage.Trigger("mnuCloseLog");
+  stage.Find<terminal::OutputPane>("TermWin")->clear();
+  stage.Choose("cmbReceiveFormat", 1);
+  for (const char* command : {"BIN? 1,8", "RAMP? 32", "HEX? 0D0A41FF"})
+    stage.Send(QString::fromLatin1(command));
+  Save(folder, QStringLiteral("hauptfenster-binaer"), Framed(&stage.window()));
+  stage.Choose("cmbReceiveMode", 0);
+}
+
+}  // namespace
+
+std::vector<Picture> WindowPictures() { return {MainWindow, Parts, Menus, RunningList, BinaryAnswer}; }
+
+}  // namespace kolvane::screenshots
