@@ -27,7 +27,7 @@ Stage::Stage(const std::string& folder)
   AttachUsbDevices();
   Configure();
   window_.Load();
-  window_.resize(1080, 640);
+  window_.resize(740, 680);
   window_.show();
   window_.activateWindow();
 }
