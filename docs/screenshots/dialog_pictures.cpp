@@ -1,5 +1,8 @@
 // Dialogs and message boxes.
+#include <QKeyEvent>
 #include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QRadioButton>
@@ -8,6 +11,7 @@
 
 #include "picture.h"
 #include "pictures.h"
+#include "terminal/ui/output_pane.h"
 #include "window/progress.h"
 #include "window/text.h"
 #include "window/texts.h"
@@ -45,6 +49,36 @@ void ConnectionDialog(Stage& stage, const QString& folder) {
   stage.Trigger("mnuDisconnect");
   stage.WithDialog([&] { stage.Trigger("mnuConfigureConnection"); },
                    [&](QWidget* dialog) { SavePages(dialog, folder); });
+}
+
+// The first answer in the pane, by the first template.
+void Inspector(Stage& stage, const QString& folder) {
+  if (!stage.Find<QAction>("mnuBinInspect")->isEnabled()) return;
+  auto* pane = stage.Find<terminal::OutputPane>("TermWin");
+  const QString text = pane->plainText();
+  const auto begin = static_cast<std::size_t>(text.indexOf(QLatin1Char('<')));
+  pane->Select(begin, static_cast<std::size_t>(text.indexOf(QLatin1String("RAMP?"))) - 1);
+  stage.WithDialog([&] { stage.Trigger("mnuBinInspect"); },
+                   [&](QWidget* dialog) {
+                     dialog->findChild<QRadioButton*>(QStringLiteral("optFormat_5"))->click();
+                     auto* dump = dialog->findChild<QPlainTextEdit*>(QStringLiteral("txtBinData"));
+                     QKeyEvent release(QEvent::KeyRelease, Qt::Key_Shift, Qt::NoModifier);
+                     QApplication::sendEvent(dump, &release);
+                     Save(folder, QStringLiteral("binaerdaten"), Framed(dialog));
+                   });
+}
+
+void HelpWindow(Stage& stage, const QString& folder) {
+  if (!stage.Find<QAction>("TB_HELP")->isEnabled()) return;
+  stage.Trigger("TB_HELP");
+  auto* help = stage.Find<QWidget>("HelpWindow");
+  help->resize(900, 560);
+  help->findChild<QTabWidget*>(QStringLiteral("HelpTabs"))->setCurrentIndex(1);
+  help->findChild<QLineEdit*>(QStringLiteral("HelpSearch"))->setText(QStringLiteral("Endezeichen Pause"));
+  auto* pages = help->findChild<QListWidget*>(QStringLiteral("HelpResults"));
+  Q_EMIT pages->itemActivated(pages->item(0));
+  Save(folder, QStringLiteral("hilfefenster"), Framed(help));
+  help->close();
 }
 
 // An IP port that nobody listens on.
@@ -85,7 +119,8 @@ void ProgressDialog(Stage& stage, const QString& folder) {
 }  // namespace
 
 std::vector<Picture> DialogPictures() {
-  return {ConnectionDialog, RefusedConnection, ListError, SmallDialogs, ProgressDialog};
+  return {Inspector, HelpWindow,   ConnectionDialog, RefusedConnection,
+          ListError, SmallDialogs, ProgressDialog};
 }
 
 }  // namespace kolvane::screenshots

@@ -3,62 +3,35 @@
 #include <QApplication>
 #include <QHash>
 #include <QPainter>
-#include <algorithm>
 #include <stdexcept>
 
 namespace kolvane::screenshots {
 namespace {
 
 constexpr int kTitleHeight = 26;
-constexpr int kPaletteSize = 256;
-constexpr int kMostColors = 4000;  // beyond, as in a colour dialog, a palette would show
+constexpr int kWidest = 650;  // what the help window shows without scrolling
+constexpr qsizetype kPaletteSize = 256;
 
-using Counts = QHash<QRgb, int>;
-
-Counts CountsOf(const QImage& image) {
-  Counts counts;
-  for (int y = 0; y < image.height(); ++y) {
-    const auto* line = reinterpret_cast<const QRgb*>(image.constScanLine(y));
-    for (int x = 0; x < image.width(); ++x) ++counts[line[x]];
-  }
-  return counts;
-}
-
-// The most frequent ones; the rest are the edges of letters.
-QList<QRgb> PaletteOf(const Counts& counts) {
-  QList<QRgb> colors = counts.keys();
-  std::sort(colors.begin(), colors.end(),
-            [&counts](QRgb a, QRgb b) { return counts[a] != counts[b] ? counts[a] > counts[b] : a < b; });
-  colors.resize(std::min<qsizetype>(colors.size(), kPaletteSize));
-  return colors;
-}
-
-int Distance(QRgb a, QRgb b) {
-  const auto square = [](int x) { return x * x; };
-  return square(qRed(a) - qRed(b)) + square(qGreen(a) - qGreen(b)) + square(qBlue(a) - qBlue(b));
-}
-
-uchar NearestIn(const QList<QRgb>& palette, QRgb color) {
-  const auto nearest = std::min_element(palette.begin(), palette.end(), [color](QRgb a, QRgb b) {
-    return Distance(a, color) < Distance(b, color);
-  });
-  return static_cast<uchar>(nearest - palette.begin());
-}
-
-QImage WithFewColors(const QImage& image) {
+// In a palette, which makes the file a third of its size, where the picture has no more colours than one
+// holds.
+QImage WithPalette(const QImage& image) {
   const QImage plain = image.convertToFormat(QImage::Format_RGB32);
-  const Counts counts = CountsOf(plain);
-  if (counts.size() > kMostColors) return plain;
-  const QList<QRgb> palette = PaletteOf(counts);
-  QHash<QRgb, uchar> places;
-  for (const QRgb color : counts.keys()) places[color] = NearestIn(palette, color);
   QImage out(plain.size(), QImage::Format_Indexed8);
-  out.setColorTable(palette);
+  QHash<QRgb, qsizetype> places;
+  QList<QRgb> palette;
   for (int y = 0; y < plain.height(); ++y) {
     const auto* from = reinterpret_cast<const QRgb*>(plain.constScanLine(y));
     uchar* to = out.scanLine(y);
-    for (int x = 0; x < plain.width(); ++x) to[x] = places[from[x]];
+    for (int x = 0; x < plain.width(); ++x) {
+      if (!places.contains(from[x])) {
+        if (palette.size() == kPaletteSize) return plain;
+        places[from[x]] = palette.size();
+        palette.append(from[x]);
+      }
+      to[x] = static_cast<uchar>(places[from[x]]);
+    }
   }
+  out.setColorTable(palette);
   return out;
 }
 
@@ -92,7 +65,9 @@ QPixmap Framed(QWidget* window) {
 
 void Save(const QString& folder, const QString& name, const QPixmap& picture) {
   const QString file = folder + QLatin1Char('/') + name + QStringLiteral(".png");
-  if (!WithFewColors(picture.toImage()).save(file, "PNG", 0))
+  QImage image = picture.toImage();
+  if (image.width() > kWidest) image = image.scaledToWidth(kWidest, Qt::SmoothTransformation);
+  if (!WithPalette(image).save(file, "PNG", 0))
     throw std::runtime_error("cannot write " + file.toStdString());
 }
 

@@ -12,7 +12,8 @@ QPixmap Grab(QWidget* widget);
 /// A top-level window with a plain title bar around it, since the offscreen platform draws none.
 QPixmap Framed(QWidget* window);
 
-/// Writes FOLDER/NAME.png with as few colours as keep its look. Throws std::runtime_error where it cannot.
+/// Writes FOLDER/NAME.png, made smaller where it is wider than a help page. Throws std::runtime_error where
+/// it cannot.
 void Save(const QString& folder, const QString& name, const QPixmap& picture);
 
 }  // namespace kolvane::screenshots

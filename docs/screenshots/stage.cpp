@@ -4,6 +4,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 
 #include "base/codepage.h"
@@ -25,11 +26,21 @@ Stage::Stage(const std::string& folder)
   setenv("KOLVANE_PORT_LIBRARY", KOLVANE_PORT_LIBRARY_FILE, 1);
   setenv("KOLVANE_SYSFS", sysfs_.root().c_str(), 1);
   AttachUsbDevices();
+  FillFolder();
   Configure();
   window_.Load();
   window_.resize(740, 680);
   window_.show();
   window_.activateWindow();
+}
+
+// Help and templates, which the build puts beside the libraries.
+void Stage::FillFolder() {
+  namespace fs = std::filesystem;
+  for (const auto& entry : fs::directory_iterator(fs::path(KOLVANE_PORT_LIBRARY_FILE).parent_path())) {
+    const fs::path extension = entry.path().extension();
+    if (extension == ".chm" || extension == ".BNS") fs::copy(entry.path(), folder_);
+  }
 }
 
 void Stage::Configure() {

@@ -40,6 +40,7 @@ class Stage {
   void RefuseConnections() { connection_.ip_port = 9; }
 
  private:
+  void FillFolder();
   void Configure();
   void AttachUsbDevices();
 

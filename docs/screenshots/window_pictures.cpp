@@ -43,7 +43,8 @@ void MainWindow(Stage& stage, const QString& folder) {
 }
 
 void Parts(Stage& stage, const QString& folder) {
-  Save(folder, QStringLiteral("werkzeugleiste-terminal"), Grab(stage.Find<QToolBar>("Toolbar1")));
+  Save(folder, QStringLiteral("werkzeugleiste-terminal"),
+       Grab(stage.Find<QToolBar>("Toolbar1")).copy(0, 0, 360, 37));
   Save(folder, QStringLiteral("werkzeugleiste-senden"), Grab(stage.Find<QToolBar>("Toolbar2")));
   Save(folder, QStringLiteral("werkzeugleiste-befehlsliste"), Top(stage.Find<QToolBar>("Toolbar3"), 430));
 }
