@@ -1,6 +1,7 @@
 // The main window and its parts.
 #include <QMenu>
 #include <QMenuBar>
+#include <QPainter>
 #include <QTableView>
 #include <QToolBar>
 
@@ -10,6 +11,8 @@
 
 namespace kolvane::screenshots {
 namespace {
+
+constexpr QSize kButton(22, 22);
 
 constexpr char kList[] =
     "' Kraft an Kanal 1 überwachen\n"
@@ -46,7 +49,21 @@ void Parts(Stage& stage, const QString& folder) {
   Save(folder, QStringLiteral("werkzeugleiste-terminal"),
        Grab(stage.Find<QToolBar>("Toolbar1")).copy(0, 0, 360, 37));
   Save(folder, QStringLiteral("werkzeugleiste-senden"), Grab(stage.Find<QToolBar>("Toolbar2")));
-  Save(folder, QStringLiteral("werkzeugleiste-befehlsliste"), Top(stage.Find<QToolBar>("Toolbar3"), 430));
+}
+
+// Each toolbar button by itself, for the tables of the help: TB_CONNECT is knopf-connect.
+void Buttons(Stage& stage, const QString& folder) {
+  for (const char* toolbar : {"Toolbar1", "Toolbar3"}) {
+    for (const QAction* action : stage.Find<QToolBar>(toolbar)->actions()) {
+      if (action->objectName().isEmpty()) continue;
+      QPixmap picture(kButton);
+      picture.fill(Qt::white);
+      QPainter painter(&picture);
+      painter.drawPixmap(0, 0, action->icon().pixmap(kButton));
+      painter.end();
+      Save(folder, QStringLiteral("knopf-") + action->objectName().mid(3).toLower(), picture);
+    }
+  }
 }
 
 void Menus(Stage& stage, const QString& folder) {
@@ -80,6 +97,8 @@ void BinaryAnswer(Stage& stage, const QString& folder) {
 
 }  // namespace
 
-std::vector<Picture> WindowPictures() { return {MainWindow, Parts, Menus, RunningList, BinaryAnswer}; }
+std::vector<Picture> WindowPictures() {
+  return {Buttons, MainWindow, Parts, Menus, RunningList, BinaryAnswer};
+}
 
 }  // namespace kolvane::screenshots
