@@ -6,6 +6,7 @@ std::string HelpText() {
   return R"(Usage: kolvane [OPTION]...
        kolvane run LIST.CMD [--connect RESOURCE] [OPTION]...
        kolvane send COMMAND... [--connect RESOURCE] [OPTION]...
+       kolvane ports
 The command terminal for measurement amplifiers and other line-oriented ASCII instruments.
 
 Without a command it opens the terminal's window:
@@ -34,6 +35,8 @@ run executes a command list without a window, send sends each COMMAND and prints
   --show-times               print the time that each exchange took
   --log FILE                 append each line to FILE
   --verbose                  tell about connecting on standard error
+
+ports lists what can be connected to, one line each: RESOURCE, device node, description.
 
 Exit status: 0 done, 1 stopped (an error in the list, a signal; the window could not be opened), 2 usage,
 3 no connection, 4 done but at least one answer failed.

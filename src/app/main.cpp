@@ -9,9 +9,11 @@
 #include "app/demo.h"
 #include "app/end_signals.h"
 #include "app/options.h"
+#include "app/port_table.h"
 #include "app/stop_signals.h"
 #include "kolvane/CommandRun.h"
 #include "kolvane/MainClass.h"
+#include "kolvane/Ports.h"
 
 namespace {
 
@@ -40,6 +42,15 @@ int RunWithoutWindow(const Options& options) {
                               : kolvane::SendCommands(options.words, run));
 }
 
+// Standard output stays empty where there is nothing to list, for whoever reads it line by line.
+int ListPorts() {
+  const std::vector<kolvane::Port> ports = kolvane::ListPorts();
+  if (ports.empty()) std::fputs("kolvane: no ports found\n", stderr);
+  const std::string table = kolvane::app::PortTable(ports);
+  std::fputs(table.c_str(), stdout);
+  return std::fflush(stdout) == 0 ? kDone : kFailed;
+}
+
 int Run(const Options& options) {
   switch (options.action) {
     case Options::Action::kOpen:
@@ -49,6 +60,8 @@ int Run(const Options& options) {
     case Options::Action::kRun:
     case Options::Action::kSend:
       return RunWithoutWindow(options);
+    case Options::Action::kPorts:
+      return ListPorts();
     case Options::Action::kHelp:
       std::fputs(kolvane::app::HelpText().c_str(), stdout);
       return kDone;

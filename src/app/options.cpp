@@ -50,12 +50,22 @@ void Apply(Options& options, int choice, char** argv) {
   }
 }
 
+// Of all options --help alone means something here.
+void ParsePorts(int argc, char** argv, Options& options) {
+  options.action = Options::Action::kPorts;
+  for (int i = 1; i < argc; ++i) {
+    if (std::string_view(argv[i]) != "--help") return Refuse(options, "ports takes no arguments");
+    options.action = Options::Action::kHelp;
+  }
+}
+
 // `argv` begins with the command.
 void ParseCommand(int argc, char** argv, Options& options) {
   const std::string_view command = argv[0];
-  if (command != "run" && command != "send")
+  if (command != "run" && command != "send" && command != "ports")
     return Refuse(options, "unknown command '" + std::string(command) + "'");
   if (options.action == Options::Action::kDemo) return Refuse(options, "--demo takes no command");
+  if (command == "ports") return ParsePorts(argc, argv, options);
   options.action = command == "run" ? Options::Action::kRun : Options::Action::kSend;
   ParseRunOptions(argc, argv, options);
 }

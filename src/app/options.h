@@ -10,7 +10,7 @@ namespace kolvane::app {
 
 /// What the command line asks for.
 struct Options {
-  enum class Action { kOpen, kDemo, kRun, kSend, kHelp, kVersion, kUsageError };
+  enum class Action { kOpen, kDemo, kRun, kSend, kPorts, kHelp, kVersion, kUsageError };
   Action action = Action::kOpen;
   std::int16_t mode = 2;
   std::string folder;

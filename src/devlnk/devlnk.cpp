@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "devlnk/eight_bit.h"
 #include "devlnk/port_session.h"
 #include "devlnk/usb_scan.h"
 
@@ -10,6 +11,7 @@ namespace {
 
 using kolvane::devlnk::AttachedUsb;
 using kolvane::devlnk::Code;
+using kolvane::devlnk::EightBitText;
 using kolvane::devlnk::FindPortKind;
 using kolvane::devlnk::GpibOptions;
 using kolvane::devlnk::InputQueue;
@@ -47,8 +49,8 @@ bool IsByte(std::int16_t value) { return value >= 0 && value <= 255; }
 bool IsFlag(std::int16_t value) { return value == 0 || value == 1; }
 
 void FillRecord(const UsbDevice& device, char* record) {
-  device.serial.copy(record, kScanField);
-  device.description.copy(record + kScanField, kScanField);
+  EightBitText(device.serial).copy(record, kScanField);
+  EightBitText(device.description).copy(record + kScanField, kScanField);
 }
 
 bool IsReadable(const char* buffer, std::int32_t count, std::int16_t terminator) {

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cerrno>
 
+#include "devlnk/eight_bit.h"
 #include "devlnk/serial_channel.h"
 #include "devlnk/usb_scan.h"
 
@@ -109,7 +110,7 @@ Opened OpenUsbNode(std::unique_ptr<DeviceNode> node) {
 Opened OpenUsb(const PortRequest& request, Deadline&) {
   if (request.text.empty()) return {Status::kInvalidArgument, nullptr};
   for (const UsbDevice& device : AttachedUsb()) {
-    if (device.serial == request.text) return OpenDevice(device);
+    if (EightBitText(device.serial) == request.text) return OpenDevice(device);
   }
   return {Status::kNoSuchNode, nullptr};
 }

@@ -26,6 +26,13 @@ TEST(Options, KnowDemoHelpAndVersion) {
   EXPECT_EQ(Parse({"--version"}).action, Options::Action::kVersion);
 }
 
+TEST(Options, PortsStandsAlone) {
+  EXPECT_EQ(Parse({"ports"}).action, Options::Action::kPorts);
+  EXPECT_EQ(Parse({"ports", "--help"}).action, Options::Action::kHelp);
+  EXPECT_EQ(Parse({"ports", "COM1"}).error, "ports takes no arguments");
+  EXPECT_EQ(Parse({"--demo", "ports"}).error, "--demo takes no command");
+}
+
 TEST(Options, TakeModesUpToSixteenBits) {
   EXPECT_EQ(Parse({"--mode", "32767"}).mode, 32767);
   EXPECT_EQ(Parse({"--mode", "32768"}).error, "--mode takes a whole number, not '32768'");
@@ -51,6 +58,7 @@ TEST(Options, HelpNamesEveryCallAndOption) {
                            "--version",
                            "kolvane run LIST.CMD",
                            "kolvane send COMMAND...",
+                           "kolvane ports",
                            "--connect",
                            "--baud",
                            "--parity none|even|odd",

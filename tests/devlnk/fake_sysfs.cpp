@@ -36,4 +36,12 @@ void FakeSysfs::AddNode(const std::string& kind, const std::string& name, const 
   if (!node.empty()) std::ofstream(entry / "uevent") << "MAJOR=188\nMINOR=0\nDEVNAME=" << node << "\n";
 }
 
+void FakeSysfs::AddClassEntry(const std::string& kind, const std::string& name) {
+  const fs::path entry = root_ / "devices/virtual" / kind / name;
+  fs::create_directories(entry);
+  fs::create_directories(root_ / "class" / kind);
+  fs::create_directory_symlink(entry, root_ / "class" / kind / name);
+  std::ofstream(entry / "uevent") << "DEVNAME=" << name << "\n";
+}
+
 }  // namespace kolvane::devlnk

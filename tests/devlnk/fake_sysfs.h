@@ -20,6 +20,8 @@ class FakeSysfs {
   /// record.
   void AddNode(const std::string& kind, const std::string& name, const std::string& bus,
                const std::string& node);
+  /// An entry of a class that belongs to no device.
+  void AddClassEntry(const std::string& kind, const std::string& name);
   std::string root() const { return root_.string(); }
   std::filesystem::path DeviceFolder(const std::string& bus) const { return root_ / "devices/usb1" / bus; }
 

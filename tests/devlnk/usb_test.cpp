@@ -40,6 +40,25 @@ TEST_F(Usb, AScanFillsItsRecordsAndLeavesBlanksBehind) {
   EXPECT_EQ(buffer, Padded("B") + Padded("Bridge") + std::string(10, '#'));
 }
 
+TEST_F(Usb, TextsBeyondAsciiAreOneByteACharacter) {
+  system_.AddDevice("1-1", {"idVendor=1",
+                            "serial=\xC3\x9C"
+                            "7",
+                            "product=Pr\xC3\xBC"
+                            "fger\xC3\xA4t"});
+  system_.AddNode("usbmisc", "usbtmc0", "1-1", "zero");
+  std::string buffer(2 * kField, '#');
+  EXPECT_EQ(USB_ScanUsbDevice(1, buffer.data()), 0);
+  EXPECT_EQ(buffer, Padded("\xDC"
+                           "7") +
+                        Padded("Pr\xFC"
+                               "fger\xE4t"));
+  EXPECT_EQ(Open("\xDC"
+                 "7"),
+            Code(Status::kWrongNode))
+      << "found, but /dev/zero is no instrument";
+}
+
 TEST_F(Usb, ScanArgumentsHaveTheirLimits) {
   char byte = '#';
   EXPECT_EQ(USB_GetMaxUsbDevice(), 64);

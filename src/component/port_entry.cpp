@@ -1,0 +1,69 @@
+#include "component/port_entry.h"
+
+#include <variant>
+
+#include "component/resource_name.h"
+#include "device/connection_parameters.h"
+
+namespace kolvane::component {
+namespace {
+
+namespace port_code = device::port_code;
+
+using device::AttachedPort;
+using Kind = AttachedPort::Kind;
+
+std::string SerialName(const AttachedPort& port) {
+  if (port.code == port_code::kCom1) return "ASRL1::INSTR";
+  if (port.code == port_code::kCom2) return "ASRL2::INSTR";
+  return "ASRL" + port.node + "::INSTR";
+}
+
+std::string ParallelName(const AttachedPort& port) {
+  if (!port.code) return {};
+  return port.code == port_code::kLpt1 ? "LPT1" : "LPT2";
+}
+
+std::string NameOf(const AttachedPort& port) {
+  switch (port.kind) {
+    case Kind::kSerial:
+      return SerialName(port);
+    case Kind::kUsb:
+      return "USB::" + port.serial_number + "::INSTR";
+    case Kind::kGpib:
+      return port.code ? "GPIB0::ADDRESS::INSTR" : "";
+    case Kind::kParallel:
+      return ParallelName(port);
+  }
+  return {};
+}
+
+// A node or a serial number may hold what would be read as another name.
+bool LeadsThere(const std::string& name, const AttachedPort& port) {
+  if (port.kind == Kind::kGpib || port.kind == Kind::kParallel) return true;
+  const auto result = ParseResourceName(name);
+  const auto* resource = std::get_if<Resource>(&result);
+  return resource != nullptr && resource->serial_number == port.serial_number &&
+         (port.code || resource->node == port.node);
+}
+
+std::string Advice(const AttachedPort& port) {
+  if (port.kind == Kind::kParallel) return ", KOLVANE_LPT1=" + port.node + " makes it LPT1";
+  if (port.kind == Kind::kGpib) return ", KOLVANE_GPIB=" + std::to_string(port.board) + " chooses it";
+  return {};
+}
+
+std::string DescriptionOf(const AttachedPort& port) {
+  if (port.kind == Kind::kGpib) return port.description + " " + std::to_string(port.board);
+  return port.description;
+}
+
+}  // namespace
+
+Port PortEntry(const AttachedPort& port) {
+  const std::string name = NameOf(port);
+  const bool usable = !name.empty() && LeadsThere(name, port);
+  return {usable ? name : "", port.node, DescriptionOf(port) + (usable ? "" : Advice(port))};
+}
+
+}  // namespace kolvane::component

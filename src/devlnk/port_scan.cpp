@@ -1,0 +1,151 @@
+#include "devlnk/port_scan.h"
+
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <charconv>
+
+#include "devlnk/background_work.h"
+#include "devlnk/gpib_library.h"
+#include "devlnk/node_names.h"
+#include "devlnk/sysfs.h"
+#include "devlnk/usb_scan.h"
+
+namespace kolvane::devlnk {
+namespace {
+
+namespace fs = std::filesystem;
+
+using Ports = std::vector<FoundPort>;
+using Kind = FoundPort::Kind;
+
+constexpr std::int32_t kLongestScanMs = 1500;
+
+// The GPIB driver makes this many entries at once, whatever boards there are.
+constexpr std::size_t kGpibTable = 16;
+
+/// A port kind of which two have names of their own.
+struct NamedKind {
+  Kind kind;
+  const char* first;
+  const char* second;
+  const char* description;
+};
+
+constexpr NamedKind kSerialKind = {Kind::kSerial, "COM1", "COM2", "serial port"};
+constexpr NamedKind kParallelKind = {Kind::kParallel, "LPT1", "LPT2", "parallel port"};
+
+bool IsCharacterDevice(const std::string& node) {
+  struct stat status {};
+  return stat(node.c_str(), &status) == 0 && S_ISCHR(status.st_mode);
+}
+
+bool IsSameNode(const std::string& a, const std::string& b) {
+  if (a == b) return true;
+  std::error_code error;
+  const fs::path first = fs::canonical(a, error);
+  return !error && first == fs::canonical(b, error) && !error;
+}
+
+std::string NameOf(const NamedKind& kind, const std::string& node) {
+  for (const char* name : {kind.first, kind.second}) {
+    if (IsSameNode(NodeFor(name), node)) return name;
+  }
+  return {};
+}
+
+void Add(Ports& ports, const NamedKind& kind, const std::string& node, const std::string& description) {
+  ports.push_back({kind.kind, NameOf(kind, node), node, 0, {}, description});
+}
+
+// What stands behind a name without being part of the record, such as a line made by another program.
+void AddNamed(Ports& ports, const NamedKind& kind, const std::vector<std::string>& recorded) {
+  for (const char* name : {kind.first, kind.second}) {
+    const std::string node = NodeFor(name);
+    const bool known =
+        std::ranges::any_of(recorded, [&](const auto& each) { return IsSameNode(each, node); });
+    if (!known && IsCharacterDevice(node)) ports.push_back({kind.kind, name, node, 0, {}, kind.description});
+  }
+}
+
+// Consoles and pseudo terminals have no device, and of the lines that the driver reserves most have no chip.
+bool IsSerialPort(const fs::path& entry) {
+  std::error_code error;
+  return fs::exists(entry / "device", error) && sysfs::Attribute(entry / "type") != "0";
+}
+
+void AddSerial(Ports& ports, const std::string& root, Deadline& deadline) {
+  std::vector<std::string> recorded;
+  for (const fs::path& entry : sysfs::EntriesOf(fs::path(root) / "class/tty", "")) {
+    if (deadline.IsOver()) return;
+    recorded.push_back(sysfs::NodeOf(entry));
+    if (!IsSerialPort(entry)) continue;
+    const fs::path device = sysfs::UsbDeviceOf(entry, root);
+    const std::string description = device.empty() ? "" : sysfs::DescriptionOf(device);
+    Add(ports, kSerialKind, recorded.back(), description.empty() ? kSerialKind.description : description);
+  }
+  AddNamed(ports, kSerialKind, recorded);
+}
+
+void AddUsb(Ports& ports, const std::string& root, Deadline& deadline) {
+  for (const UsbDevice& device : ScanUsb(root, deadline))
+    ports.push_back({Kind::kUsb, {}, device.node, 0, device.serial, device.description});
+}
+
+void AddBoard(Ports& ports, int board, const std::string& node, const char* description) {
+  const bool chosen = NodeFor("GPIB") == std::to_string(board);
+  ports.push_back({Kind::kGpib, chosen ? "GPIB" : "", node, board, {}, description});
+}
+
+int NumberOf(std::string_view text) {
+  int number = -1;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  return error == std::errc() && end == text.data() + text.size() ? number : -1;
+}
+
+// The driver's own table tells nothing, and a driver of another make may have none: then it is the board that
+// is configured.
+void AddGpib(Ports& ports, const std::string& root) {
+  const auto entries = sysfs::EntriesOf(fs::path(root) / "class/gpib_common", "gpib");
+  const bool is_table = entries.size() == kGpibTable;
+  for (const fs::path& entry : entries) {
+    const int board = NumberOf(entry.filename().string().substr(4));
+    const bool chosen = NodeFor("GPIB") == std::to_string(board);
+    if (board >= 0 && (chosen || !is_table)) AddBoard(ports, board, sysfs::NodeOf(entry), "GPIB board");
+  }
+  const int configured = NumberOf(NodeFor("GPIB"));
+  if (entries.empty() && configured >= 0 && GpibAvailability() == Status::kOk)
+    AddBoard(ports, configured, {}, "GPIB driver");
+}
+
+void AddParallel(Ports& ports, const std::string& root) {
+  std::vector<std::string> recorded;
+  for (const fs::path& entry : sysfs::EntriesOf(fs::path(root) / "class/ppdev", "parport")) {
+    recorded.push_back(sysfs::NodeOf(entry));
+    Add(ports, kParallelKind, recorded.back(), kParallelKind.description);
+  }
+  AddNamed(ports, kParallelKind, recorded);
+}
+
+}  // namespace
+
+std::vector<FoundPort> ScanPorts(const std::string& root, Deadline& deadline) {
+  Ports ports;
+  deadline.Start();
+  AddSerial(ports, root, deadline);
+  AddUsb(ports, root, deadline);
+  AddGpib(ports, root);
+  AddParallel(ports, root);
+  return ports;
+}
+
+std::vector<FoundPort> AttachedPorts() {
+  Deadline deadline(kLongestScanMs);
+  auto ports = ResultBy(deadline, [root = sysfs::Root()] {
+    Deadline own(kLongestScanMs);
+    return ScanPorts(root, own);
+  });
+  return ports ? std::move(*ports) : Ports();
+}
+
+}  // namespace kolvane::devlnk
