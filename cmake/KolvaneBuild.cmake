@@ -23,6 +23,10 @@ set(KOLVANE_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize= takes them")
 if(KOLVANE_SANITIZE)
   add_compile_options(-fsanitize=${KOLVANE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${KOLVANE_SANITIZE})
+  # The sanitizer's own library insists on being loaded before all others.
+  execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=libasan.so OUTPUT_VARIABLE asan
+                  OUTPUT_STRIP_TRAILING_WHITESPACE)
+  set(KOLVANE_PRELOAD_FIRST "${asan}:")
 endif()
 
 add_library(kolvane_options INTERFACE)
@@ -51,15 +55,20 @@ endfunction()
 # Optimising the tests' own code takes longer than it saves.
 set(test_options $<$<CONFIG:Release>:-O0>)
 
-# kolvane_test(NAME sources... [LINK targets...]): one GoogleTest program; every test in it is one of CTest's.
+# kolvane_test(NAME sources... [PRELOAD library] [LINK targets...]): one GoogleTest program; every test in it is one of
+# CTest's, run with the library loaded first.
 function(kolvane_test name)
-  cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
+  cmake_parse_arguments(ARG "" "PRELOAD" "LINK" ${ARGN})
   add_executable(${name} ${ARG_UNPARSED_ARGUMENTS})
   target_link_libraries(${name} PRIVATE kolvane_options ${ARG_LINK} GTest::gtest GTest::gtest_main)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   target_compile_options(${name} PRIVATE ${test_options})
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
-  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST)
+  set(environment "")
+  if(ARG_PRELOAD)
+    set(environment PROPERTIES ENVIRONMENT "LD_PRELOAD=${KOLVANE_PRELOAD_FIRST}${ARG_PRELOAD}")
+  endif()
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST ${environment})
 endfunction()
 
 # kolvane_gui_test(NAME sources... [LINK targets...]): the same with a QApplication on the offscreen platform.

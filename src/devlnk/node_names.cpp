@@ -21,6 +21,13 @@ constexpr Row kRows[] = {
     {"GPIB", "KOLVANE_GPIB", "0"},
 };
 
+const Row* FindRow(std::string_view name) {
+  for (const Row& row : kRows) {
+    if (row.name == name) return &row;
+  }
+  return nullptr;
+}
+
 std::string NodeOf(const Row& row) {
   const char* value = std::getenv(row.variable);
   if (value != nullptr && value[0] != '\0') return value;
@@ -32,10 +39,13 @@ std::string NodeOf(const Row& row) {
 }  // namespace
 
 std::string NodeFor(std::string_view name) {
-  for (const Row& row : kRows) {
-    if (row.name == name) return NodeOf(row);
-  }
-  return {};
+  const Row* row = FindRow(name);
+  return row == nullptr ? std::string() : NodeOf(*row);
+}
+
+std::string_view DefaultNode(std::string_view name) {
+  const Row* row = FindRow(name);
+  return row == nullptr ? std::string_view() : row->node;
 }
 
 }  // namespace kolvane::devlnk

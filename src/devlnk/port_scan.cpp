@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <optional>
 
 #include "devlnk/background_work.h"
 #include "devlnk/gpib_library.h"
@@ -35,16 +36,17 @@ struct NamedKind {
 constexpr NamedKind kSerialKind = {Kind::kSerial, "COM1", "COM2", "serial port"};
 constexpr NamedKind kParallelKind = {Kind::kParallel, "LPT1", "LPT2", "parallel port"};
 
-bool IsCharacterDevice(const std::string& node) {
+/// The device behind a node; nothing where there is none.
+std::optional<dev_t> DeviceOf(const std::string& node) {
   struct stat status {};
-  return stat(node.c_str(), &status) == 0 && S_ISCHR(status.st_mode);
+  if (stat(node.c_str(), &status) != 0 || !S_ISCHR(status.st_mode)) return std::nullopt;
+  return status.st_rdev;
 }
 
 bool IsSameNode(const std::string& a, const std::string& b) {
   if (a == b) return true;
-  std::error_code error;
-  const fs::path first = fs::canonical(a, error);
-  return !error && first == fs::canonical(b, error) && !error;
+  const auto device = DeviceOf(a);
+  return device && device == DeviceOf(b);
 }
 
 std::string NameOf(const NamedKind& kind, const std::string& node) {
@@ -58,13 +60,15 @@ void Add(Ports& ports, const NamedKind& kind, const std::string& node, const std
   ports.push_back({kind.kind, NameOf(kind, node), node, 0, {}, description});
 }
 
-// What stands behind a name without being part of the record, such as a line made by another program.
+// What the user has put behind a name without its being part of the record, such as a line made by another
+// program. The default nodes are often there without a port.
 void AddNamed(Ports& ports, const NamedKind& kind, const std::vector<std::string>& recorded) {
   for (const char* name : {kind.first, kind.second}) {
     const std::string node = NodeFor(name);
     const bool known =
         std::ranges::any_of(recorded, [&](const auto& each) { return IsSameNode(each, node); });
-    if (!known && IsCharacterDevice(node)) ports.push_back({kind.kind, name, node, 0, {}, kind.description});
+    if (!known && node != DefaultNode(name) && DeviceOf(node))
+      ports.push_back({kind.kind, name, node, 0, {}, kind.description});
   }
 }
 
