@@ -61,4 +61,8 @@ void HeadlessTerminal::ConnectionChanged() {
   pane_.SetConnectionNotices(changed);
 }
 
+void HeadlessTerminal::Dialling(const device::DialProgress& progress) {
+  messages_.Tell(terminal::texts::Dialling(progress));
+}
+
 }  // namespace kolvane::component

@@ -37,6 +37,7 @@ class HeadlessTerminal final : private terminal::ConnectionView, private termina
 
  private:
   void ConnectionChanged() override;
+  void Dialling(const device::DialProgress& progress) override;
   void ShowReceiveControls(const terminal::ReceiveShown&, bool) override {}
 
   const CommandRunOptions& options_;

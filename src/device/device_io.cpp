@@ -5,11 +5,11 @@
 namespace kolvane::device {
 
 DeviceIo::DeviceIo(DeviceState& state, ConnectionParameters& parameters, PortLibrarySource& source,
-                   const base::Clock& clock, DateTimeSource date_time)
+                   const base::Clock& clock, DialListener& listener, DateTimeSource date_time)
     : state_(state),
       indexed_host_(state),
       single_host_(state),
-      port_(state, parameters, source, clock, std::move(date_time)) {}
+      port_(state, parameters, source, clock, std::move(date_time), listener) {}
 
 Device& DeviceIo::Path() {
   switch (state_.OperMode) {

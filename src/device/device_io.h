@@ -14,7 +14,8 @@ namespace kolvane::device {
 class DeviceIo final : public Device {
  public:
   DeviceIo(DeviceState& state, ConnectionParameters& parameters, PortLibrarySource& source,
-           const base::Clock& clock, DateTimeSource date_time = base::CurrentDateTimeText);
+           const base::Clock& clock, DialListener& listener,
+           DateTimeSource date_time = base::CurrentDateTimeText);
 
   void Open() override { Path().Open(); }
   void Close() override { Path().Close(); }

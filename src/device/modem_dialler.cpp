@@ -1,6 +1,7 @@
 #include "device/modem_dialler.h"
 
 #include <algorithm>
+#include <cmath>
 #include <string_view>
 
 #include "base/codepage.h"
@@ -16,6 +17,13 @@ constexpr std::int16_t kReplyTerminator = 10;
 constexpr double kShortestWait = 0.010;
 constexpr std::int32_t kPauseMs = 50;
 
+// Replies stand between line ends, in a buffer that is filled with blanks.
+std::string WithoutLineEnds(std::string_view reply) {
+  constexpr std::string_view kBlanks = " \r\n";
+  const std::size_t first = std::min(reply.find_first_not_of(kBlanks), reply.size());
+  return base::FromWindows1252(reply.substr(first, reply.find_last_not_of(kBlanks) + 1 - first));
+}
+
 bool SaysConnect(std::string_view reply) { return base::ContainsNoCase(reply, "CONNECT"); }
 
 }  // namespace
@@ -28,6 +36,11 @@ std::vector<std::string> ModemCommands(const std::string& script) {
     at = end + 2;
   }
   return commands;
+}
+
+void ModemDialler::Tell(const std::string& command, double seconds_left) {
+  listener_.Dialling(
+      {command, WithoutLineEnds(reply_), static_cast<std::int32_t>(std::lround(seconds_left))});
 }
 
 std::int32_t ModemDialler::ReadReply() {
@@ -49,10 +62,14 @@ std::int32_t ModemDialler::Dial(const std::vector<std::string>& commands, std::i
   library_.FlushInQueue();
   for (const std::string& command : commands) {
     library_.WritePort(base::ToWindows1252(command) + '\r');
+    Tell(command, 0);
     ReadReply();
   }
   for (const double begin = clock_.Seconds(); !SaysConnect(reply_);) {
-    if (clock_.Seconds() - begin > timeout_s || ReadReplyPaced() < 0) return kFailed;
+    const double left = timeout_s - (clock_.Seconds() - begin);
+    if (left < 0) return kFailed;
+    Tell({}, left);
+    if (ReadReplyPaced() < 0) return kFailed;
   }
   return kConnected;
 }

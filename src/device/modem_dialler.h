@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "base/clock.h"
+#include "device/dial_listener.h"
 #include "device/port_library.h"
 
 namespace kolvane::device {
@@ -17,17 +18,20 @@ std::vector<std::string> ModemCommands(const std::string& script);
 /// reply included. Blocks for at most `timeout_s` seconds, and one read, behind the last command.
 class ModemDialler {
  public:
-  ModemDialler(PortLibrary& library, const base::Clock& clock) : library_(library), clock_(clock) {}
+  ModemDialler(PortLibrary& library, const base::Clock& clock, DialListener& listener)
+      : library_(library), clock_(clock), listener_(listener) {}
 
   /// 0 once connected, -1 when the time is over or the library cannot even wait. `commands` is not empty.
   [[nodiscard]] std::int32_t Dial(const std::vector<std::string>& commands, std::int32_t timeout_s);
 
  private:
+  void Tell(const std::string& command, double seconds_left);
   std::int32_t ReadReply();
   std::int32_t ReadReplyPaced();
 
   PortLibrary& library_;
   const base::Clock& clock_;
+  DialListener& listener_;
   std::string reply_;
 };
 

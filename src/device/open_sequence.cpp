@@ -72,7 +72,8 @@ std::int32_t OpenSequence::Finish(PortLibrary& library) {
   if (IsSerial(parameters_.port_code)) {
     const std::vector<std::string> commands = ModemCommands(parameters_.modem_script);
     if (!commands.empty())
-      state_.open_step_status = ModemDialler(library, clock_).Dial(commands, parameters_.dial_timeout_s);
+      state_.open_step_status =
+          ModemDialler(library, clock_, listener_).Dial(commands, parameters_.dial_timeout_s);
     if (state_.open_step_status < 0) {
       library.ClosePort();
       return 0;

@@ -5,6 +5,7 @@
 #include "base/clock.h"
 #include "device/connection_parameters.h"
 #include "device/device_state.h"
+#include "device/dial_listener.h"
 #include "device/port_library_source.h"
 
 namespace kolvane::device {
@@ -17,8 +18,8 @@ inline constexpr std::int16_t kInterpreterValue = 200;
 class OpenSequence {
  public:
   OpenSequence(DeviceState& state, ConnectionParameters& parameters, PortLibrarySource& source,
-               const base::Clock& clock)
-      : state_(state), parameters_(parameters), source_(source), clock_(clock) {}
+               const base::Clock& clock, DialListener& listener)
+      : state_(state), parameters_(parameters), source_(source), clock_(clock), listener_(listener) {}
 
   /// Negative for a failure. 0 stands for success, and for a serial port that was closed again because
   /// setting the time-out or dialling failed: DeviceState::open_step_status is negative then.
@@ -34,6 +35,7 @@ class OpenSequence {
   ConnectionParameters& parameters_;
   PortLibrarySource& source_;
   const base::Clock& clock_;
+  DialListener& listener_;
 };
 
 }  // namespace kolvane::device

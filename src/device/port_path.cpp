@@ -28,11 +28,12 @@ void AssignDecoded(std::string_view bytes, std::string& out) {
 }  // namespace
 
 PortPath::PortPath(DeviceState& state, ConnectionParameters& parameters, PortLibrarySource& source,
-                   const base::Clock& clock, DateTimeSource date_time)
+                   const base::Clock& clock, DateTimeSource date_time, DialListener& listener)
     : state_(state),
       parameters_(parameters),
       source_(source),
       clock_(clock),
+      listener_(listener),
       test_answer_(std::move(date_time)) {}
 
 bool PortPath::Offline() const {
@@ -56,7 +57,7 @@ bool PortPath::Run(Call call) {
 
 void PortPath::Open() {
   test_answer_.Restart();
-  state_.last_result = OpenSequence(state_, parameters_, source_, clock_).Run();
+  state_.last_result = OpenSequence(state_, parameters_, source_, clock_, listener_).Run();
 }
 
 void PortPath::Close() {

@@ -6,6 +6,7 @@
 #include "device/connection_parameters.h"
 #include "device/device.h"
 #include "device/device_state.h"
+#include "device/dial_listener.h"
 #include "device/port_library_source.h"
 #include "device/test_answer.h"
 
@@ -20,7 +21,7 @@ namespace kolvane::device {
 class PortPath final : public Device {
  public:
   PortPath(DeviceState& state, ConnectionParameters& parameters, PortLibrarySource& source,
-           const base::Clock& clock, DateTimeSource date_time);
+           const base::Clock& clock, DateTimeSource date_time, DialListener& listener);
 
   void Open() override;
   void Close() override;
@@ -48,6 +49,7 @@ class PortPath final : public Device {
   ConnectionParameters& parameters_;
   PortLibrarySource& source_;
   const base::Clock& clock_;
+  DialListener& listener_;
   TestAnswer test_answer_;
   std::string message_;
   std::string text_buffer_;  // nothing but blanks between two reads

@@ -8,6 +8,7 @@
 #include "base/prompt.h"
 #include "device/device.h"
 #include "device/device_state.h"
+#include "device/dial_listener.h"
 #include "terminal/connect_button.h"
 #include "terminal/output.h"
 #include "terminal/texts.h"
@@ -32,10 +33,10 @@ struct ConnectionMenu {
   bool operator==(const ConnectionMenu&) const = default;
 };
 
-/// Told that button or status text may have changed; the window shows both anew.
-class ConnectionView {
+/// Told that button or status text may have changed; the window shows both anew. While a modem is dialled it
+/// is told how that goes, in the status text's place.
+class ConnectionView : public device::DialListener {
  public:
-  virtual ~ConnectionView() = default;
   virtual void ConnectionChanged() = 0;
 };
 

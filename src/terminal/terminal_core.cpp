@@ -5,7 +5,7 @@
 namespace kolvane::terminal {
 
 TerminalCore::TerminalCore(TerminalSlices slices, device::PortLibrarySource& library, FrontEnd front_end)
-    : device(slices.device, slices.connection, library, clock),
+    : device(slices.device, slices.connection, library, clock, front_end.connection_view),
       output(slices.terminal.output, front_end.pane, front_end.log),
       connect(
           device, slices.device, output, front_end.prompt, front_end.connection_view,

@@ -7,6 +7,7 @@
 
 #include "base/system_error_text.h"
 #include "device/device.h"
+#include "device/dial_listener.h"
 
 /// Every text that the terminal session shows.
 namespace kolvane::terminal::texts {
@@ -37,6 +38,14 @@ inline constexpr std::string_view kDisconnectFailed = "Fehler beim Verbindungsab
 /// `what` is kConnectFailed or kDisconnectFailed.
 inline std::string Failure(std::string_view what, const device::DeviceError& error) {
   return std::string(what) + error.description + " (" + std::to_string(error.code) + ")";
+}
+
+/// For the first status bar while a modem is dialled.
+inline std::string Dialling(const device::DialProgress& progress) {
+  if (!progress.command.empty()) return "Modem wählt: „" + progress.command + "“ gesendet, warte auf Antwort";
+  const std::string reply = progress.reply.empty() ? "keine Antwort" : "Antwort „" + progress.reply + "“";
+  return "Modem wählt: " + reply + ", warte auf CONNECT (noch " + std::to_string(progress.seconds_left) +
+         " s)";
 }
 
 inline std::string InputFlushed(std::int32_t bytes) {

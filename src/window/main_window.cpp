@@ -1,5 +1,6 @@
 #include "window/main_window.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QLineEdit>
 #include <QScreen>
@@ -171,6 +172,13 @@ void MainWindow::ConnectionChanged() {
   OpenConnectionMenu();
   toolbar1_->Button("TB_PORTCONFIGURE")->setEnabled(core_.connect.Menu().configure);
   ShowCaption();
+}
+
+// The window waits in the port library meanwhile. Only what repaints it is let through: a key or a click
+// would start another command in the middle of this one.
+void MainWindow::Dialling(const device::DialProgress& progress) {
+  area_->status_bars().ShowConnection(terminal::texts::Dialling(progress));
+  QApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);
 }
 
 void MainWindow::ConfigureConnection() {

@@ -61,6 +61,7 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
 
  private:
   void ConnectionChanged() override;
+  void Dialling(const device::DialProgress& progress) override;
 
   void BuildArea();
   void BuildScript();

@@ -8,6 +8,7 @@
 #include "device/operating_mode.h"
 #include "fake_clock.h"
 #include "fake_port_library.h"
+#include "recording_dial_listener.h"
 #include "recording_host.h"
 
 namespace kolvane::device {
@@ -26,9 +27,10 @@ struct DeviceWorld {
   DeviceState state;
   ConnectionParameters parameters;
   FakeClock clock;
+  RecordingDialListener listener;
   FakePortLibrary library{&clock};
   FakePortLibrarySource source{&library};
-  DeviceIo io{state, parameters, source, clock, [] { return std::string("24.10.2026 08:00:00"); }};
+  DeviceIo io{state, parameters, source, clock, listener, [] { return std::string("24.10.2026 08:00:00"); }};
   std::string answer;
   Bytes buffer;
 };

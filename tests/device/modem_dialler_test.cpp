@@ -6,6 +6,7 @@
 
 #include "fake_clock.h"
 #include "fake_port_library.h"
+#include "recording_dial_listener.h"
 
 namespace kolvane::device {
 namespace {
@@ -15,10 +16,11 @@ class Dialling : public testing::Test {
   Dialling() { library.SetTimeout(2000), library.calls.clear(); }
 
   std::int32_t Dial(const std::vector<std::string>& commands, std::int32_t timeout_s = 60) {
-    return ModemDialler(library, clock).Dial(commands, timeout_s);
+    return ModemDialler(library, clock, listener).Dial(commands, timeout_s);
   }
   long Count(const std::string& call) const { return std::ranges::count(library.calls, call); }
 
+  RecordingDialListener listener;
   FakeClock clock;
   FakePortLibrary library{&clock};
 };
@@ -100,6 +102,14 @@ TEST_F(Dialling, EndsWhereTheLibraryCannotEvenWait) {
   EXPECT_EQ(Dial({"ATD"}), -1);
   EXPECT_EQ(library.calls.back(), "Delay(50)");
   EXPECT_EQ(library.calls.size(), 5u);
+}
+
+TEST_F(Dialling, TellsEachStepBeforeItBlocks) {
+  library.replies = {{"\r\n"}, {"ATDT42\r\r\n"}, {"", -9, 20}, {"RING\xC9\r\n"}, {"CONNECT"}};
+  EXPECT_EQ(Dial({"ATZ", "ATDT42"}, 60), 0);
+  EXPECT_EQ(listener.steps,
+            (std::vector<std::string>{"sent ATZ, last ''", "sent ATDT42, last ''", "60 s left, last 'ATDT42'",
+                                      "40 s left, last ''", "40 s left, last 'RINGÉ'"}));
 }
 
 TEST_F(Dialling, StallsNoLongerThanTheDialTimeout) {

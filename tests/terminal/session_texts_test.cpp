@@ -27,6 +27,14 @@ TEST(Texts, Failures) {
   EXPECT_EQ(WriteError("Leitung tot"), "\r\nWrite error: Leitung tot");
 }
 
+TEST(Texts, TheStepsOfDialling) {
+  EXPECT_EQ(Dialling({.command = "ATDT 0815", .reply = "OK"}),
+            "Modem wählt: „ATDT 0815“ gesendet, warte auf Antwort");
+  EXPECT_EQ(Dialling({.reply = "RINGING", .seconds_left = 55}),
+            "Modem wählt: Antwort „RINGING“, warte auf CONNECT (noch 55 s)");
+  EXPECT_EQ(Dialling({.seconds_left = 0}), "Modem wählt: keine Antwort, warte auf CONNECT (noch 0 s)");
+}
+
 TEST(Texts, CountsAndTimes) {
   EXPECT_EQ(InputFlushed(0), "Empfangspuffer gelöscht (0 Bytes)");
   EXPECT_EQ(InputFlushed(-7), "Empfangspuffer gelöscht (-7 Bytes)");

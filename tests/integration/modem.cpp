@@ -1,0 +1,59 @@
+#include "integration/modem.h"
+
+#include <poll.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <utility>
+
+namespace kolvane::integration {
+
+Modem::Modem(Answers answers, bool echoes) : answers_(std::move(answers)), echoes_(echoes) {
+  if (pipe(wake_) != 0) std::abort();
+  thread_ = std::thread([this] { Serve(); });
+}
+
+Modem::~Modem() {
+  close(wake_[1]);
+  thread_.join();
+  close(wake_[0]);
+}
+
+void Modem::Serve() {
+  pollfd events[] = {{line_.master(), POLLIN, 0}, {wake_[0], 0, 0}};
+  while (poll(events, 2, -1) > 0 && events[1].revents == 0) {
+    char bytes[256];
+    const ssize_t got = read(line_.master(), bytes, sizeof bytes);
+    for (ssize_t i = 0; i < got; ++i) Take(bytes[i]);
+  }
+}
+
+void Modem::Take(char c) {
+  const std::lock_guard lock(mutex_);
+  if (echoes_ && !connected_) Say({&c, 1});
+  const char end = connected_ ? '\n' : '\r';
+  if (c != end) {
+    line_so_far_ += c;
+    return;
+  }
+  lines_.push_back(std::exchange(line_so_far_, {}));
+  if (connected_) {
+    Say(lines_.back() + "\r\n");
+  } else if (const auto answer = answers_.find(lines_.back()); answer != answers_.end()) {
+    connected_ = answer->second.find("CONNECT") != std::string::npos;
+    Say(answer->second);
+  }
+  came_.notify_all();
+}
+
+void Modem::Say(std::string_view text) {
+  if (write(line_.master(), text.data(), text.size()) != static_cast<ssize_t>(text.size())) std::abort();
+}
+
+std::vector<std::string> Modem::AwaitLines(std::size_t count) {
+  std::unique_lock lock(mutex_);
+  came_.wait(lock, [&] { return lines_.size() >= count; });
+  return lines_;
+}
+
+}  // namespace kolvane::integration

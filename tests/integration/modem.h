@@ -1,0 +1,49 @@
+#pragma once
+
+#include <condition_variable>
+#include <map>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "devlnk/partner.h"
+
+namespace kolvane::integration {
+
+/// What a modem says to a line.
+using Answers = std::map<std::string, std::string>;
+
+/// A modem on a pseudo terminal. It takes lines ended by CR, answers those it has an answer for (as it
+/// stands) and stays silent otherwise. Once it has said CONNECT it says every line back, ended by CR LF.
+class Modem {
+ public:
+  explicit Modem(Answers answers, bool echoes = false);
+  ~Modem();
+  Modem(const Modem&) = delete;
+  Modem& operator=(const Modem&) = delete;
+
+  const std::string& node() const { return line_.node(); }
+  int line() const { return line_.slave(); }
+  /// Says something unasked.
+  void Say(std::string_view text);
+  /// Returns once `count` lines have come; without their CR.
+  std::vector<std::string> AwaitLines(std::size_t count);
+
+ private:
+  void Serve();
+  void Take(char c);
+
+  Answers answers_;
+  bool echoes_;
+  devlnk::Pty line_;
+  int wake_[2];
+  std::mutex mutex_;
+  std::condition_variable came_;
+  std::vector<std::string> lines_;
+  std::string line_so_far_;
+  bool connected_ = false;
+  std::thread thread_;
+};
+
+}  // namespace kolvane::integration
