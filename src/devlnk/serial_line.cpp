@@ -79,11 +79,9 @@ Status SerialLine::Apply(const SerialParameters& parameters) {
 }
 
 void SerialLine::UseRs485() {
-  serial_rs485 bus{};
-  if (ioctl(prompt_.get(), TIOCGRS485, &bus) != 0) return;
-  const serial_rs485 before = bus;
-  bus.flags |= SER_RS485_ENABLED | SER_RS485_RTS_ON_SEND;
-  bus.flags &= ~static_cast<std::uint32_t>(SER_RS485_RTS_AFTER_SEND | SER_RS485_RX_DURING_TX);
+  serial_rs485 before{};
+  if (ioctl(prompt_.get(), TIOCGRS485, &before) != 0) return;
+  serial_rs485 bus = Rs485SettingsFor(before);
   if (ioctl(prompt_.get(), TIOCSRS485, &bus) == 0) rs485_before_ = before;
 }
 

@@ -70,6 +70,13 @@ termios2 SettingsFor(const SerialParameters& parameters, const termios2& before)
   return settings;
 }
 
+serial_rs485 Rs485SettingsFor(const serial_rs485& before) {
+  serial_rs485 bus = before;
+  bus.flags |= SER_RS485_ENABLED | SER_RS485_RTS_ON_SEND;
+  bus.flags &= ~static_cast<std::uint32_t>(SER_RS485_RTS_AFTER_SEND | SER_RS485_RX_DURING_TX);
+  return bus;
+}
+
 bool RateMatches(std::uint32_t wanted, std::uint32_t reported) {
   const std::uint64_t difference = wanted > reported ? wanted - reported : reported - wanted;
   return difference * 100 <= std::uint64_t{wanted} * 3;

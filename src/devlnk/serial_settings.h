@@ -2,6 +2,7 @@
 
 // The kernel's own declarations: only they carry every rate as a number. They exclude <termios.h>.
 #include <asm/termbits.h>
+#include <linux/serial.h>
 
 #include <cstdint>
 #include <optional>
@@ -27,6 +28,10 @@ std::optional<SerialParameters> SerialParametersFrom(const PortRequest& request)
 /// The line's settings: raw, no flow control, reads that end after StreamChannel::kSliceMs. Of `before` only
 /// the hang-up on close and the line discipline stay.
 termios2 SettingsFor(const SerialParameters& parameters, const termios2& before);
+
+/// The driver drives the bus with RTS while it sends and is deaf meanwhile, so that nobody hears himself.
+/// Delays and all else stay as they are.
+serial_rs485 Rs485SettingsFor(const serial_rs485& before);
 
 /// Whether the rate that the driver reports is near enough to the rate asked for to be understood.
 bool RateMatches(std::uint32_t wanted, std::uint32_t reported);

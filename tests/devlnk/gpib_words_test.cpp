@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
+
 #include "devlnk/gpib_channel.h"
 
 namespace kolvane::devlnk {
@@ -16,6 +19,22 @@ TEST(GpibTimeoutCode, IsTheNextOneNotShorter) {
                {100'000, 15}, {300'000, 16}, {300'001, 17}, {1'000'000, 17}, {INT32_MAX, 17}};
   for (const auto& expected : cases)
     EXPECT_EQ(GpibTimeoutCode(expected.milliseconds), expected.code) << expected.milliseconds;
+}
+
+TEST(GpibTimeoutCode, ChangesPastEachOfTheDriversTimes) {
+  constexpr std::int32_t kTimes[] = {1,    3,      10,     30,      100,     300,      1000,
+                                     3000, 10'000, 30'000, 100'000, 300'000, 1'000'000};
+  constexpr int kCodeOfFirst = 5;
+  constexpr int kLast = 17;
+  for (int i = 0; i < static_cast<int>(std::size(kTimes)); ++i) {
+    EXPECT_EQ(GpibTimeoutCode(kTimes[i]), kCodeOfFirst + i) << kTimes[i];
+    EXPECT_EQ(GpibTimeoutCode(kTimes[i] + 1), std::min(kCodeOfFirst + i + 1, kLast)) << kTimes[i] + 1;
+  }
+}
+
+TEST(GpibTimeoutCode, IsNeverTheOneThatWaitsForEver) {
+  EXPECT_EQ(GpibTimeoutCode(0), 1);
+  EXPECT_EQ(GpibTimeoutCode(-1), 1);
 }
 
 TEST(GpibEosWord, HoldsTheCharacterWhereItHasAnEffect) {

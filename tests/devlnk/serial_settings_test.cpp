@@ -89,6 +89,18 @@ TEST(SerialSettings, KeepOfTheOldOnesTheHangUpOnCloseAlone) {
   EXPECT_EQ(settings.c_line, 3);
 }
 
+TEST(Rs485Settings, DriveTheBusWithRtsWhileSendingAlone) {
+  serial_rs485 before{};
+  before.flags = SER_RS485_RTS_AFTER_SEND | SER_RS485_RX_DURING_TX | SER_RS485_TERMINATE_BUS;
+  before.delay_rts_before_send = 3;
+  before.delay_rts_after_send = 4;
+  const serial_rs485 bus = Rs485SettingsFor(before);
+  EXPECT_EQ(bus.flags,
+            static_cast<std::uint32_t>(SER_RS485_ENABLED | SER_RS485_RTS_ON_SEND | SER_RS485_TERMINATE_BUS));
+  EXPECT_EQ(bus.delay_rts_before_send, 3u);
+  EXPECT_EQ(bus.delay_rts_after_send, 4u);
+}
+
 TEST(SerialRates, MatchWithinThreePercent) {
   EXPECT_TRUE(RateMatches(9600, 9600));
   EXPECT_TRUE(RateMatches(10'000, 10'300));

@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 #include <sys/ioctl.h>
 
+#include <cerrno>
+#include <cstring>
+
 namespace kolvane::emulation {
 namespace {
 
@@ -39,8 +42,25 @@ gboolean OnWrite(UMockdevIoctlBase*, UMockdevIoctlClient* client, gpointer drive
   return Complete(client, static_cast<Driver*>(driver)->Write(text));
 }
 
-// The node is a pseudo terminal, which knows its requests itself.
-gboolean OnLineControl(UMockdevIoctlBase*, UMockdevIoctlClient* client, gpointer) {
+// These requests do not say how long their argument is.
+DriverResult ControlBus(UMockdevIoctlClient* client, serial_rs485& bus) {
+  UMockdevIoctlData* argument =
+      umockdev_ioctl_data_resolve(umockdev_ioctl_client_get_arg(client), 0, sizeof bus, nullptr);
+  if (argument == nullptr) return Refused(EFAULT);
+  if (umockdev_ioctl_client_get_request(client) == TIOCGRS485) {
+    std::memcpy(argument->data, &bus, sizeof bus);
+  } else {
+    std::memcpy(&bus, argument->data, sizeof bus);
+  }
+  g_object_unref(argument);
+  return {};
+}
+
+// The node is a pseudo terminal, which knows all other requests itself.
+gboolean OnLineControl(UMockdevIoctlBase*, UMockdevIoctlClient* client, gpointer bus) {
+  const unsigned long request = umockdev_ioctl_client_get_request(client);
+  if (bus != nullptr && (request == TIOCGRS485 || request == TIOCSRS485))
+    return Complete(client, ControlBus(client, *static_cast<serial_rs485*>(bus)));
   int error = 0;
   const int value = umockdev_ioctl_client_execute(client, &error, nullptr);
   return Complete(client, {value, error});
@@ -100,9 +120,9 @@ void EmulatedSystem::Attach(const std::string& node, Driver& driver) {
   AttachHandler(node, handler);
 }
 
-void EmulatedSystem::AttachLine(const std::string& node) {
+void EmulatedSystem::AttachLine(const std::string& node, serial_rs485* bus) {
   UMockdevIoctlBase* handler = umockdev_ioctl_base_new();
-  g_signal_connect(handler, "handle-ioctl", G_CALLBACK(OnLineControl), nullptr);
+  g_signal_connect(handler, "handle-ioctl", G_CALLBACK(OnLineControl), bus);
   AttachHandler(node, handler);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <linux/serial.h>
 #include <umockdev.h>
 
 #include <cstdint>
@@ -53,8 +54,8 @@ class EmulatedSystem {
   /// What happens at /dev/`node`; the driver outlives the system, or is detached before.
   void Attach(const std::string& node, Driver& driver);
   void Detach(const std::string& node);
-  /// Makes /dev/`node` a terminal line.
-  void AttachLine(const std::string& node);
+  /// Makes /dev/`node` a terminal line, on a bus whose settings are `bus` where that is given.
+  void AttachLine(const std::string& node, serial_rs485* bus = nullptr);
   /// The other end of that line.
   int LineOf(const std::string& node) const;
 
