@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
@@ -130,6 +131,88 @@ TEST_F(ConnectionDialogTest, EveryLabelBelongsToItsField) {
     EXPECT_FALSE(Find<QWidget>(field.name)->toolTip().isEmpty()) << field.name;
     EXPECT_FALSE(Find<QWidget>(field.name)->accessibleName().isEmpty()) << field.name;
   }
+}
+
+TEST_F(ConnectionDialogTest, ToolTipsSayUnitAndRange) {
+  Open();
+  const struct {
+    const char* name;
+    const char* unit;
+    const char* range;
+  } fields[] = {{"Baud", "Bit je Sekunde", "9600 bis 38400"},
+                {"DataBits", "Bits je Zeichen", "7 oder 8"},
+                {"StopBits", "Stoppbits je Zeichen", "1 oder 2"},
+                {"TIMO", "Sekunden", "ab 0,001; bei 0 gelten 5 s"},
+                {"RCV", "Byte", "ab 512"},
+                {"Addr485", "Adresse", "0 bis 31"},
+                {"DialTIMO", "Sekunden", "ab 10"},
+                {"XOnLimit", "Byte", "0 bis 32767"},
+                {"XOffLimit", "Byte", "0 bis 32767"},
+                {"XonChar", "Zeichencode", "0 bis 255"},
+                {"XoffChar", "Zeichencode", "0 bis 255"},
+                {"GPIBAddr", "Adresse", "1 bis 16"},
+                {"GPIBTIMO", "Sekunden", "ab 0,001; bei 0 gelten 5 s"},
+                {"EOSChar", "Code", "0 bis 255"},
+                {"LPTTimo", "Sekunden", "ab 0,001; bei 0 gelten 5 s"},
+                {"txtIPPort", "Portnummer", "1 bis 65535"},
+                {"TCPIPTimo", "Sekunden", "ab 0,001; bei 0 gelten 5 s"},
+                {"USBTimo", "Sekunden", "Für die Verbindung gilt der Timeout der Seite RS232"}};
+  for (const auto& field : fields) {
+    const QString tip = Find<QWidget>(field.name)->toolTip();
+    EXPECT_TRUE(tip.contains(field.unit)) << field.name << ": " << tip.toStdString();
+    EXPECT_TRUE(tip.contains(field.range)) << field.name << ": " << tip.toStdString();
+  }
+}
+
+TEST_F(ConnectionDialogTest, EachKeyLeadsToOneFieldOfItsPage) {
+  Open();
+  for (int page = 0; page < Tabs()->count(); ++page) {
+    QString keys;
+    for (const QLabel* label : Tabs()->widget(page)->findChildren<QLabel*>()) {
+      if (label->buddy() == nullptr) continue;
+      const QString key = label->text().mid(label->text().indexOf('&') + 1, 1).toUpper();
+      EXPECT_FALSE(keys.contains(key)) << page << ": " << label->text().toStdString();
+      keys += key;
+    }
+  }
+}
+
+TEST_F(ConnectionDialogTest, TheKeyOfALabelLeadsToItsField) {
+  Open();
+  Choose(8);
+  dialog_->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(dialog_.get()));
+  QTest::keyClick(dialog_.get(), Qt::Key_P, Qt::AltModifier);
+  EXPECT_TRUE(Find<QLineEdit>("txtIPPort")->hasFocus());
+  QTest::keyClick(dialog_.get(), Qt::Key_I, Qt::AltModifier);
+  EXPECT_TRUE(Find<QComboBox>("IPAddrList")->hasFocus());
+}
+
+TEST_F(ConnectionDialogTest, TabReachesEveryFieldOfThePage) {
+  Open();
+  dialog_->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(dialog_.get()));
+  Choose(9);
+  QStringList reached;
+  for (int step = 0; step < 12; ++step) {
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    reached << QApplication::focusWidget()->objectName();
+  }
+  for (const char* name : {"USBAddrList", "USBTimo", "Command3", "lstScan", "Command1", "Command2"})
+    EXPECT_TRUE(reached.contains(name)) << name << " in " << reached.join(' ').toStdString();
+}
+
+TEST_F(ConnectionDialogTest, TimeoutListsCanBeTypedInto) {
+  Open();
+  Choose(6);
+  Find<QComboBox>("GPIBTIMO")->setCurrentText("250 msec");
+  Press("Command1");
+  EXPECT_EQ(parameters_.timeout_ms, 250);
+  Open();
+  Choose(4);
+  Find<QComboBox>("LPTTimo")->setCurrentText("1,5");
+  Press("Command1");
+  EXPECT_EQ(parameters_.timeout_ms, 1500);
 }
 
 TEST_F(ConnectionDialogTest, ListsWhatCanBeChosen) {

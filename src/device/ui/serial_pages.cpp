@@ -32,8 +32,9 @@ SerialPage::SerialPage() {
 
 FormColumn* SerialPage::BuildLine() {
   auto* column = new FormColumn;
-  baud_ = column->AddChoice({"Baud", "&Baudrate", "Bit je Sekunde"}, kBaudChoices);
-  parity_ = column->AddChoice({"Parity", "&Parität", "Prüfbit jedes Zeichens"}, kParityWords);
+  baud_ = column->AddChoice({"Baud", "&Baudrate", "Bit je Sekunde, 9600 bis 38400"}, kBaudChoices);
+  parity_ = column->AddChoice(
+      {"Parity", "&Parität", "Prüfbit jedes Zeichens: keines, gerade oder ungerade Parität"}, kParityWords);
   data_bits_ = column->AddChoice({"DataBits", "&Daten Bits", "Bits je Zeichen, 7 oder 8"}, kDataBitsChoices);
   stop_bits_ =
       column->AddChoice({"StopBits", "&Stop Bits", "Stoppbits je Zeichen, 1 oder 2"}, kStopBitsChoices);
