@@ -2,12 +2,13 @@
 
 #include <utility>
 
+#include "help/utf8.h"
+
 namespace kolvane::help {
 namespace {
 
 constexpr char32_t kNoCharacter = 0xFFFD;
 constexpr char32_t kLastCharacter = 0x10FFFF;
-constexpr char32_t kLead[] = {0, 0xC0, 0xE0, 0xF0};  // by the number of bytes that follow
 
 bool IsFirstHalf(char32_t point) { return point >= 0xD800 && point < 0xDC00; }
 bool IsSecondHalf(char32_t point) { return point >= 0xDC00 && point < 0xE000; }
@@ -16,15 +17,6 @@ char32_t PointOf(std::int32_t number) {
   if (number < 0) number += 0x10000;
   const auto point = static_cast<char32_t>(number);
   return number < 0 || point > kLastCharacter ? kNoCharacter : point;
-}
-
-std::string Utf8(char32_t point) {
-  if (point < 0x80) return {static_cast<char>(point)};
-  std::string out;
-  const int tails = point < 0x800 ? 1 : point < 0x10000 ? 2 : 3;
-  out += static_cast<char>(kLead[tails] | (point >> (6 * tails)));
-  for (int i = tails - 1; i >= 0; --i) out += static_cast<char>(0x80 | ((point >> (6 * i)) & 0x3F));
-  return out;
 }
 
 }  // namespace

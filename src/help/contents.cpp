@@ -1,0 +1,59 @@
+#include "help/contents.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "base/folding.h"
+#include "help/html.h"
+
+namespace kolvane::help {
+namespace {
+
+constexpr int kMaxLevel = 15;
+constexpr std::size_t kMaxEntries = 10'000;
+
+class Reader {
+ public:
+  void Take(const HtmlPiece& piece) {
+    const auto is = [&piece](std::string_view name) { return base::EqualsNoCase(piece.name, name); };
+    if (is("ul")) ++depth_;
+    if (is("/ul")) depth_ = std::max(depth_ - 1, 0);
+    if (is("object")) entry_ = {};
+    if (is("param")) TakeParameter(piece.text);
+    if (is("/object")) Finish();
+  }
+
+  std::vector<ContentsEntry> entries;
+
+ private:
+  void TakeParameter(std::string_view text) {
+    const std::string name = Attribute(text, "name");
+    if (base::EqualsNoCase(name, "Name")) entry_.title = Attribute(text, "value");
+    if (base::EqualsNoCase(name, "Local")) entry_.page = Attribute(text, "value");
+  }
+
+  void Finish() {
+    ContentsEntry entry = std::exchange(entry_, {});
+    if (entry.title.empty()) return;
+    entry.page.erase(0, entry.page.find_first_not_of('/'));
+    const int deepest = entries.empty() ? 0 : entries.back().level + 1;
+    entry.level = std::clamp(depth_ - 1, 0, std::min(deepest, kMaxLevel));
+    entries.push_back(std::move(entry));
+  }
+
+  int depth_ = 0;
+  ContentsEntry entry_;
+};
+
+}  // namespace
+
+std::vector<ContentsEntry> ParseContents(std::string_view html) {
+  Reader reader;
+  while (const auto piece = TakePiece(html)) {
+    if (piece->is_tag) reader.Take(*piece);
+    if (reader.entries.size() == kMaxEntries) break;
+  }
+  return std::move(reader.entries);
+}
+
+}  // namespace kolvane::help

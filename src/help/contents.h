@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kolvane::help {
+
+/// An entry of the table of contents.
+struct ContentsEntry {
+  int level = 0;  ///< 0 outermost; at most one deeper than the entry before
+  std::string title;
+  std::string page;  ///< as noted, without a '/' in front; empty where the entry is a heading only
+
+  bool operator==(const ContentsEntry&) const = default;
+};
+
+/// The entries of a contents file (.hhc) in their order. Reads what it can: an unknown element is passed
+/// over, an entry without a title is left out; there is a bound for depth and number.
+std::vector<ContentsEntry> ParseContents(std::string_view html);
+
+}  // namespace kolvane::help

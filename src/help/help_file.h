@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "help/chm_archive.h"
+#include "help/contents.h"
+#include "help/page_index.h"
+
+namespace kolvane::help {
+
+/// A compiled help file: pages by their number or path, contents and search. Paths stand without a '/' in
+/// front. A file that is damaged gives what can still be read of it; an empty result is every failure.
+class HelpFile {
+ public:
+  /// Null where the file is missing or no help file.
+  static std::unique_ptr<HelpFile> Open(const std::string& path);
+  static std::unique_ptr<HelpFile> FromBytes(std::string bytes);
+
+  /// The page of a numeric topic.
+  std::string TopicPage(std::uint32_t topic) const;
+  /// Topic 1, else the first entry of the contents that has a page, else the first page at all.
+  std::string StartPage() const;
+
+  /// A page's HTML as UTF-8.
+  std::string Page(std::string_view path) const;
+  /// Any object's bytes.
+  std::string Bytes(std::string_view path) const;
+  bool Has(std::string_view path) const;
+
+  const std::vector<ContentsEntry>& contents() const { return contents_; }
+  /// The page's title in the contents, else the one that the page gives itself, else its path.
+  std::string Title(const std::string& path) const;
+
+  /// The pages that hold every word of `words`, see PageIndex. Reads all pages at the first call.
+  std::vector<SearchHit> Search(std::string_view words) const;
+
+ private:
+  explicit HelpFile(std::unique_ptr<ChmArchive> archive);
+
+  std::vector<std::string> PagePaths() const;
+  std::string ContentsFile() const;
+  void BuildIndex() const;
+
+  std::unique_ptr<ChmArchive> archive_;
+  std::map<std::uint32_t, std::string> topics_;
+  std::vector<ContentsEntry> contents_;
+  mutable std::optional<PageIndex> index_;
+};
+
+}  // namespace kolvane::help

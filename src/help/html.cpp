@@ -1,0 +1,151 @@
+#include "help/html.h"
+
+#include <algorithm>
+
+#include "base/codepage.h"
+#include "base/folding.h"
+#include "help/utf8.h"
+
+namespace kolvane::help {
+namespace {
+
+constexpr std::string_view kBlanks = " \t\r\n\f";
+constexpr std::string_view kNone = {};
+constexpr std::size_t kLongestTag = 8192;
+
+bool IsLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+
+std::string_view SkipBlanks(std::string_view text) {
+  text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
+  return text;
+}
+
+// Where the tag at the front of `html` ends, '>' within quotes apart; 0 where it does not within the bound,
+// without which a page of quotes would be read to its end again and again.
+std::size_t TagEnd(std::string_view html) {
+  char quote = '\0';
+  for (std::size_t i = 1; i < std::min(html.size(), kLongestTag); ++i) {
+    const char c = html[i];
+    if (quote != '\0') {
+      if (c == quote) quote = '\0';
+    } else if (c == '"' || c == '\'') {
+      quote = c;
+    } else if (c == '>') {
+      return i;
+    }
+  }
+  return 0;
+}
+
+bool StartsTag(std::string_view html) {
+  if (html.size() < 2 || html[0] != '<') return false;
+  return IsLetter(html[1]) || html[1] == '/' || html[1] == '!' || html[1] == '?';
+}
+
+HtmlPiece Tag(std::string_view inside) {
+  const std::size_t end = std::min(inside.find_first_of(kBlanks), inside.size());
+  return {true, inside.substr(0, end), inside.substr(end)};
+}
+
+void SkipComments(std::string_view& html) {
+  while (html.starts_with("<!--")) {
+    const std::size_t end = html.find("-->", 4);
+    html.remove_prefix(end == std::string_view::npos ? html.size() : end + 3);
+  }
+}
+
+// The value at the front of `rest` behind its '='; takes it off.
+std::string_view TakeValue(std::string_view& rest) {
+  rest = SkipBlanks(rest);
+  const bool quoted = !rest.empty() && (rest[0] == '"' || rest[0] == '\'');
+  const std::string_view ends = quoted ? rest.substr(0, 1) : kBlanks;
+  if (quoted) rest.remove_prefix(1);
+  const std::size_t end = std::min(rest.find_first_of(ends), rest.size());
+  const std::string_view value = rest.substr(0, end);
+  rest.remove_prefix(std::min(end + 1, rest.size()));
+  return value;
+}
+
+// Whether text on both sides of the tag belongs to one word.
+bool IsInline(std::string_view name) {
+  if (name.starts_with('/')) name.remove_prefix(1);
+  constexpr std::string_view kInline[] = {"a",    "b",    "i",  "u",   "em", "strong",
+                                          "code", "span", "tt", "sub", "sup"};
+  return std::ranges::any_of(kInline, [name](std::string_view one) { return base::EqualsNoCase(one, name); });
+}
+
+void AppendCollapsed(std::string& to, std::string_view text) {
+  for (const char c : text) {
+    const bool blank = kBlanks.find(c) != std::string_view::npos;
+    if (!blank) to += c;
+    if (blank && !to.empty() && to.back() != ' ') to += ' ';
+  }
+}
+
+// Skips to the end of an element whose content is no text.
+void SkipElement(std::string_view& html, std::string_view name) {
+  while (const auto piece = TakePiece(html)) {
+    if (piece->is_tag && piece->name.starts_with('/') && base::EqualsNoCase(piece->name.substr(1), name))
+      return;
+  }
+}
+
+}  // namespace
+
+std::optional<HtmlPiece> TakePiece(std::string_view& html) {
+  SkipComments(html);
+  if (html.empty()) return std::nullopt;
+  if (StartsTag(html)) {
+    if (const std::size_t end = TagEnd(html); end > 0) {
+      const HtmlPiece tag = Tag(html.substr(1, end - 1));
+      html.remove_prefix(end + 1);
+      return tag;
+    }
+  }
+  const std::size_t next = std::min(html.find('<', 1), html.size());
+  const HtmlPiece text{false, kNone, html.substr(0, next)};
+  html.remove_prefix(next);
+  return text;
+}
+
+std::string Attribute(std::string_view tag_text, std::string_view name) {
+  for (std::string_view rest = SkipBlanks(tag_text); !rest.empty(); rest = SkipBlanks(rest)) {
+    const std::size_t end = std::min(rest.find_first_of(" \t\r\n\f="), rest.size());
+    const std::string_view attribute = rest.substr(0, end);
+    rest = SkipBlanks(rest.substr(end));
+    std::string_view value;
+    if (rest.starts_with('=')) {
+      rest.remove_prefix(1);
+      value = TakeValue(rest);
+    }
+    if (base::EqualsNoCase(attribute, name)) return ResolveEntities(value);
+  }
+  return {};
+}
+
+PageText ReadPageText(std::string_view html) {
+  PageText page;
+  bool in_title = false;
+  while (const auto piece = TakePiece(html)) {
+    if (!piece->is_tag) {
+      AppendCollapsed(in_title ? page.title : page.text, ResolveEntities(piece->text));
+      continue;
+    }
+    for (const std::string_view element : {"style", "script"}) {
+      if (base::EqualsNoCase(piece->name, element)) SkipElement(html, element);
+    }
+    if (base::EqualsNoCase(piece->name, "title")) in_title = true;
+    if (base::EqualsNoCase(piece->name, "/title")) in_title = false;
+    if (!IsInline(piece->name)) AppendCollapsed(page.text, " ");
+  }
+  page.title = std::string(base::TrimBlanks(page.title));
+  page.text = std::string(base::TrimBlanks(page.text));
+  return page;
+}
+
+std::string AsUtf8(std::string bytes) {
+  if (bytes.starts_with("\xEF\xBB\xBF")) bytes.erase(0, 3);
+  return IsUtf8(bytes) ? bytes : base::FromWindows1252(bytes);
+}
+
+}  // namespace kolvane::help

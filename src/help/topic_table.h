@@ -1,0 +1,15 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+
+namespace kolvane::help {
+
+/// The numeric topics of a help file: number to the page's path as the compiler noted it, from the bytes of
+/// the objects #IVB (pairs of number and place) and #STRINGS (texts ended by NUL). Pairs that point nowhere
+/// are left out.
+std::map<std::uint32_t, std::string> ReadTopicTable(std::string_view ivb, std::string_view strings);
+
+}  // namespace kolvane::help

@@ -1,0 +1,67 @@
+#include <random>
+
+#include "compiled_help.h"
+
+namespace kolvane::help {
+namespace {
+
+// Asks for everything that the viewer may ask for.
+void UseAll(std::string bytes) {
+  const auto file = HelpFile::FromBytes(std::move(bytes));
+  if (file == nullptr) return;
+  for (const std::uint32_t topic : {1u, 10u, 11u, 300u, 400u}) file->Page(file->TopicPage(topic));
+  for (const ContentsEntry& entry : file->contents()) file->Title(entry.page);
+  file->Bytes("images/punkt.png");
+  file->StartPage();
+  file->Search("ausgabe");
+}
+
+class DamagedHelp : public testing::Test {
+ protected:
+  const std::string whole_ = CompiledHelp();
+};
+
+TEST_F(DamagedHelp, CutAnywhereDoesNoHarm) {
+  ASSERT_GT(whole_.size(), 1000u);
+  for (std::size_t size = 0; size < whole_.size(); size += size < 600 ? 1 : 97)
+    UseAll(whole_.substr(0, size));
+}
+
+TEST_F(DamagedHelp, CutInTheHeaderIsNoHelpFile) {
+  for (std::size_t size = 0; size < 0x60; ++size)
+    EXPECT_EQ(HelpFile::FromBytes(whole_.substr(0, size)), nullptr);
+}
+
+TEST_F(DamagedHelp, AnyByteOfTheHeadersChangedDoesNoHarm) {
+  for (std::size_t i = 0; i < 0x120; ++i) {
+    for (const char value : {'\0', '\x01', '\x7F', '\x80', '\xFF'}) {
+      std::string bytes = whole_;
+      bytes[i] = value;
+      UseAll(std::move(bytes));
+    }
+  }
+}
+
+TEST_F(DamagedHelp, BytesChangedAnywhereDoNoHarm) {
+  std::mt19937 random(4711);
+  for (int round = 0; round < 2000; ++round) {
+    std::string bytes = whole_;
+    for (auto count = random() % 12 + 1; count > 0; --count)
+      bytes[random() % bytes.size()] = static_cast<char>(random());
+    UseAll(std::move(bytes));
+  }
+}
+
+TEST_F(DamagedHelp, GivesAnEmptyPageWhereThePagesCannotBeRead) {
+  // The compressed part is at the end; the directory before it stays whole.
+  std::string bytes = whole_;
+  for (std::size_t i = bytes.size() - 2000; i < bytes.size(); ++i) bytes[i] = '\xFF';
+  const auto file = HelpFile::FromBytes(bytes);
+  ASSERT_NE(file, nullptr);
+  EXPECT_TRUE(file->Has("start.html"));
+  EXPECT_EQ(file->Page("start.html"), "");
+  EXPECT_TRUE(file->Search("Ausgabe").empty());
+}
+
+}  // namespace
+}  // namespace kolvane::help

@@ -1,0 +1,111 @@
+#include "help/help_file.h"
+
+#include <filesystem>
+
+#include "base/temp_folder.h"
+#include "compiled_help.h"
+
+namespace kolvane::help {
+namespace {
+
+using HelpFileTest = CompiledHelpFixture;
+
+std::vector<std::string> Pages(const std::vector<SearchHit>& hits) {
+  std::vector<std::string> pages;
+  for (const SearchHit& hit : hits) pages.push_back(hit.page);
+  return pages;
+}
+
+using Names = std::vector<std::string>;
+
+TEST_F(HelpFileTest, FindsThePageOfATopicNumber) {
+  EXPECT_EQ(file_->TopicPage(1), "start.html");
+  EXPECT_EQ(file_->TopicPage(11), "ausgabe.html");
+  EXPECT_EQ(file_->TopicPage(400), "befehl-loop.html");
+}
+
+TEST_F(HelpFileTest, HasNoPageForAnUnknownTopic) {
+  EXPECT_EQ(file_->TopicPage(2), "");
+  EXPECT_EQ(file_->TopicPage(0xFFFFFFFF), "");
+}
+
+TEST_F(HelpFileTest, StartsWithTopicOne) { EXPECT_EQ(file_->StartPage(), "start.html"); }
+
+TEST_F(HelpFileTest, HasTheContentsInTheirOrderWithTheirLevels) {
+  const std::vector<ContentsEntry> expected = {{0, "Überblick", "start.html"},
+                                               {1, "Hauptfenster & Menüs", "hauptfenster.html"},
+                                               {2, "Ausgabe \"TermWin\"", "ausgabe.html"},
+                                               {0, "Verbindung", "verbindung.html"},
+                                               {0, "$LOOP", "befehl-loop.html"}};
+  EXPECT_EQ(file_->contents(), expected);
+}
+
+TEST_F(HelpFileTest, GivesPagesStyleSheetAndPicturesAsTheyWereCompiled) {
+  EXPECT_NE(file_->Page("start.html").find("<h1>Überblick</h1>"), std::string::npos);
+  EXPECT_EQ(file_->Bytes("style.css"), "h1 { color: #003366; }\n");
+  EXPECT_TRUE(file_->Bytes("images/punkt.png").starts_with("\x89PNG"));
+}
+
+TEST_F(HelpFileTest, MatchesPathsWithoutRegardToLetterCase) {
+  EXPECT_TRUE(file_->Has("START.HTML"));
+  EXPECT_EQ(file_->Page("START.HTML"), file_->Page("start.html"));
+}
+
+TEST_F(HelpFileTest, GivesNothingForAnObjectThatIsNotThere) {
+  for (const char* path : {"", "nirgends.html", "../start.html", "images", "images/"})
+    EXPECT_EQ(file_->Bytes(path), "") << path;
+  EXPECT_FALSE(file_->Has(""));
+}
+
+TEST_F(HelpFileTest, TakesTitlesFromTheContents) {
+  EXPECT_EQ(file_->Title("hauptfenster.html"), "Hauptfenster & Menüs");
+  EXPECT_EQ(file_->Title("nirgends.html"), "nirgends.html");
+}
+
+TEST_F(HelpFileTest, SearchesTextWithoutRegardToLetterCaseUmlautsIncluded) {
+  EXPECT_EQ(Pages(file_->Search("SCHNITTSTELLE")), Names{"verbindung.html"});
+  EXPECT_EQ(Pages(file_->Search("gröSSe")), Names{});
+  EXPECT_EQ(Pages(file_->Search("GRÖßE")), Names{"start.html"});
+  EXPECT_EQ(Pages(file_->Search("ÜBER")), (Names{"start.html", "hauptfenster.html"}));
+}
+
+TEST_F(HelpFileTest, SearchPutsTitlesBeforeTexts) {
+  EXPECT_EQ(Pages(file_->Search("ausgabe")), (Names{"ausgabe.html", "hauptfenster.html"}));
+}
+
+TEST_F(HelpFileTest, SearchWantsEveryWord) {
+  EXPECT_EQ(Pages(file_->Search("  ausgabe   rot ")), Names{"ausgabe.html"});
+  EXPECT_EQ(Pages(file_->Search("ausgabe nirgendwo")), Names{});
+}
+
+TEST_F(HelpFileTest, SearchLooksAtTextAloneAndHasNothingForNoWord) {
+  EXPECT_EQ(file_->Search("stylesheet"), std::vector<SearchHit>{});
+  EXPECT_EQ(file_->Search("Versteckt"), std::vector<SearchHit>{});
+  EXPECT_EQ(file_->Search("   "), std::vector<SearchHit>{});
+}
+
+TEST_F(HelpFileTest, SearchResolvesEntities) {
+  EXPECT_EQ(Pages(file_->Search("ähnlich über €")), Names{"hauptfenster.html"});
+}
+
+TEST(HelpFileOpen, IsNullForWhatIsNoHelpFile) {
+  const base::TempFolder folder;
+  const std::string path = folder.Path("Terminal.chm");
+  EXPECT_EQ(HelpFile::Open(path), nullptr);
+  EXPECT_EQ(HelpFile::Open(folder.Path("")), nullptr);
+  EXPECT_EQ(HelpFile::Open(""), nullptr);
+  std::ofstream(path) << "";
+  EXPECT_EQ(HelpFile::Open(path), nullptr);
+  std::ofstream(path) << "ITSF";
+  EXPECT_EQ(HelpFile::Open(path), nullptr);
+}
+
+TEST(HelpFileOpen, LeavesNoPathOfTheBuildInTheFile) {
+  const auto archive = ChmArchive::Open(CompiledHelp());
+  ASSERT_NE(archive, nullptr);
+  for (const ChmArchive::Object& object : archive->objects())
+    EXPECT_EQ(archive->Read(object.path).find(KOLVANE_BUILD_FOLDER), std::string::npos) << object.path;
+}
+
+}  // namespace
+}  // namespace kolvane::help

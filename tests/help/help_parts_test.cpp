@@ -1,0 +1,134 @@
+#include <gtest/gtest.h>
+
+#include "help/contents.h"
+#include "help/help_access.h"
+#include "help/html.h"
+#include "help/page_index.h"
+#include "help/topic_table.h"
+#include "help/utf8.h"
+
+namespace kolvane::help {
+namespace {
+
+using namespace std::string_literals;
+
+std::string Pair(std::uint32_t number, std::uint32_t place) {
+  std::string bytes;
+  for (const std::uint32_t value : {number, place}) {
+    for (int i = 0; i < 4; ++i) bytes += static_cast<char>(value >> 8 * i & 0xFF);
+  }
+  return bytes;
+}
+
+TEST(TopicTable, ReadsPairsOfNumberAndPlace) {
+  const auto topics = ReadTopicTable("\x10\0\0\0"s + Pair(1, 1) + Pair(0x10203, 7), "\0a.htm\0/x/b.htm\0"s);
+  EXPECT_EQ(topics.size(), 2u);
+  EXPECT_EQ(topics.at(1), "a.htm");
+  EXPECT_EQ(topics.at(0x10203), "/x/b.htm");
+}
+
+TEST(TopicTable, LeavesOutWhatPointsNowhere) {
+  const std::string strings = "\0a.htm\0unended"s;
+  EXPECT_TRUE(
+      ReadTopicTable("    " + Pair(1, 0) + Pair(2, 7) + Pair(3, 14) + Pair(4, 0xFFFFFFFF), strings).empty());
+  EXPECT_TRUE(ReadTopicTable("    " + Pair(1, 1).substr(0, 7), strings).empty());
+  EXPECT_TRUE(ReadTopicTable("", "").empty());
+  EXPECT_TRUE(ReadTopicTable("12", strings).empty());
+}
+
+std::string Entry(const std::string& name, const std::string& page) {
+  return "<li><object type=\"text/sitemap\"><param name=\"Name\" value=\"" + name +
+         "\"><param name=\"Local\" value=\"" + page + "\"></object>";
+}
+
+TEST(Contents, ReadsEntriesWithTheirLevels) {
+  const std::vector<ContentsEntry> expected = {{0, "A", "a.html"}, {1, "B & C", "b.html"}, {0, "D", ""}};
+  EXPECT_EQ(ParseContents("<ul>" + Entry("A", "/a.html") + "<UL>" + Entry("B &amp; C", "b.html") + "</UL>" +
+                          Entry("D", "") + "</ul>"),
+            expected);
+}
+
+TEST(Contents, LeavesOutEntriesWithoutATitleAndWhatIsNoEntry) {
+  EXPECT_EQ(
+      ParseContents("<object><param name=ImageType value=Folder></object>" + Entry("", "x.html")).size(), 0u);
+  EXPECT_EQ(ParseContents("<ul><li><object><param name=\"Name\" value=\"A\"").size(), 0u);
+}
+
+TEST(Contents, LetsNoEntryBeMoreThanOneDeeperThanTheOneBefore) {
+  const auto entries = ParseContents("<ul><ul><ul>" + Entry("A", "") + "<ul><ul>" + Entry("B", "") +
+                                     "</ul></ul></ul></ul></ul></ul></ul>" + Entry("C", ""));
+  ASSERT_EQ(entries.size(), 3u);
+  EXPECT_EQ(entries[0].level, 0);
+  EXPECT_EQ(entries[1].level, 1);
+  EXPECT_EQ(entries[2].level, 0);
+}
+
+TEST(Contents, BoundsDepthAndNumber) {
+  std::string html;
+  for (int i = 0; i < 12'000; ++i) html += "<ul>" + Entry("A", "");
+  const auto entries = ParseContents(html);
+  EXPECT_EQ(entries.size(), 10'000u);
+  EXPECT_EQ(entries.back().level, 15);
+}
+
+TEST(PageTextTest, HasTitleAndTextWithBlanksCollapsed) {
+  const PageText page = ReadPageText(
+      "<html><head><title> Der\n Titel</title><style>p { x }</style></head><body><h1>Eins</h1><p>zwei "
+      "<b>dr</b>ei"
+      "<br>vier<script>if (a < b) c</script></body>");
+  EXPECT_EQ(page.title, "Der Titel");
+  EXPECT_EQ(page.text, "Eins zwei drei vier");
+}
+
+TEST(PageTextTest, TakesAnyBytes) {
+  EXPECT_EQ(ReadPageText("a < b <").text, "a < b <");
+  EXPECT_EQ(ReadPageText("<p title=\"never ended").text, "<p title=\"never ended");
+  EXPECT_EQ(ReadPageText("a<!-- never ended").text, "a");
+  EXPECT_EQ(ReadPageText("a<style>never ended").text, "a");
+  EXPECT_EQ(ReadPageText("").text, "");
+}
+
+TEST(Entities, AreResolvedWhereTheyAreKnown) {
+  EXPECT_EQ(ResolveEntities("&lt;&amp;&gt; &Auml;&#228;&#xE4;&#X20ac;"), "<&> Äää€");
+  EXPECT_EQ(ResolveEntities("a & b &unknown; &#; &#xD800; &#1114112; &amp"),
+            "a & b &unknown; &#; &#xD800; &#1114112; &amp");
+}
+
+TEST(AsUtf8Test, TakesWhatIsNoUtf8ForWindows1252) {
+  EXPECT_EQ(AsUtf8("Ger\xE4t"), "Gerät");
+  EXPECT_EQ(AsUtf8("Gerät"), "Gerät");
+  EXPECT_EQ(AsUtf8("\xEF\xBB\xBFGerät"), "Gerät");
+  EXPECT_FALSE(IsUtf8("\xC3"));
+  EXPECT_FALSE(IsUtf8("\xC3 "));
+  EXPECT_FALSE(IsUtf8("\xC0\x80"));
+  EXPECT_TRUE(IsUtf8(Utf8(0x7F) + Utf8(0x80) + Utf8(0x7FF) + Utf8(0x800) + Utf8(0xFFFF) + Utf8(0x10FFFF)));
+}
+
+TEST(PageIndexTest, LeavesOutPagesBeyondItsBound) {
+  PageIndex index;
+  index.Add({"A", "a"}, std::string(PageIndex::kMaxText - 5, 'x'));
+  index.Add({"B", "b"}, "sechs!");
+  index.Add({"C", "c"}, "fünf");
+  EXPECT_EQ(index.Find("sechs"), std::vector<SearchHit>{});
+  EXPECT_EQ(index.Find("fünf"), (std::vector<SearchHit>{{"C", "c"}}));
+}
+
+struct RecordingViewer final : HelpViewer {
+  void ShowTopic(const std::string& path, std::uint32_t topic) override { calls.emplace_back(path, topic); }
+  std::vector<std::pair<std::string, std::uint32_t>> calls;
+};
+
+TEST(HelpAccessTest, TakesTheDefaultFileForAnEmptyPathAlone) {
+  RecordingViewer viewer;
+  std::string name = "one";
+  HelpAccess access(viewer, [&name] { return name; });
+  access.ShowHelp(1);
+  name = "two";
+  access.ShowHelp(7);
+  access.ShowHelp(-1, "/other.chm");
+  const decltype(viewer.calls) expected = {{"one", 1}, {"two", 7}, {"/other.chm", 0xFFFFFFFF}};
+  EXPECT_EQ(viewer.calls, expected);
+}
+
+}  // namespace
+}  // namespace kolvane::help
