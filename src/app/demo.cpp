@@ -51,6 +51,8 @@ fs::path WriteSettings(const fs::path& folder, std::uint16_t port) {
 void FillFolder(const fs::path& folder, const fs::path& component_folder) {
   for (const char* name : {"TermCmdHelp.rtf", kDemoList})
     fs::copy_file(component_folder / name, folder / name, fs::copy_options::skip_existing);
+  // Large, only read, and no reason to end the demo where it is missing.
+  fs::create_symlink(component_folder / "Terminal.chm", folder / "Terminal.chm");
   fs::current_path(folder);
 }
 

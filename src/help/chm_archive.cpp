@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/folding.h"
+#include "help/chm_headers.h"
 #include "help/chm_memory.h"
 
 namespace kolvane::help {
@@ -13,11 +14,6 @@ namespace {
 
 constexpr char kSignature[] = "ITSF";
 constexpr std::size_t kMaxObjects = 20'000;
-
-// The header names the format by two identifiers that differ in their first byte. The compiler of the help
-// pages writes the first one twice, which readers commonly pass over; the decoder does not.
-constexpr std::size_t kSecondIdentifier = 0x28;
-constexpr char kFirstByte = '\x11';
 
 }  // namespace
 
@@ -32,7 +28,7 @@ struct ChmArchive::Decoder {
     MSPACK_SYS_SELFTEST(ready);
     if (ready != MSPACK_ERR_OK || !bytes.starts_with(kSignature)) return false;
     memory.input = std::move(bytes);
-    if (memory.input.size() > kSecondIdentifier) memory.input[kSecondIdentifier] = kFirstByte;
+    MendHeaders(memory.input);
     chm = mspack_create_chm_decompressor(&memory.system);
     header = chm == nullptr ? nullptr : chm->open(chm, "help");
     return header != nullptr && ListObjects();

@@ -10,6 +10,7 @@
 #include "base/folding.h"
 #include "help/html.h"
 #include "help/topic_table.h"
+#include "help/widget_topics.h"
 
 namespace kolvane::help {
 namespace {
@@ -18,7 +19,6 @@ namespace fs = std::filesystem;
 
 constexpr std::uintmax_t kMaxFile = std::uintmax_t{128} << 20;
 constexpr std::size_t kMaxPages = 5'000;
-constexpr std::uint32_t kStartTopic = 1;
 
 std::string ObjectPath(std::string_view path) { return "/" + std::string(path); }
 

@@ -13,7 +13,7 @@ constexpr ButtonRow kButtons[] = {
     {"TB_CLOSELOG", "log-close", "Logdatei schließen", false, false},
     {"TB_RECORDLOG", "log-record-off", "Log aktivieren", false, true},
     {"TB_INSPECT", "inspect", "Binärdaten analysieren", false, true},
-    {"TB_HELP", "help", "Hilfe anzeigen", false, false},
+    {"TB_HELP", "help", "Hilfe anzeigen", true, false},
 };
 
 }  // namespace

@@ -8,6 +8,7 @@
 
 #include "base/number.h"
 #include "device/ui/connection_dialog.h"
+#include "help/widget_topics.h"
 #include "window/caption.h"
 #include "window/images.h"
 #include "window/lock_gui.h"
@@ -40,7 +41,8 @@ MainWindow::MainWindow(WindowContext context)
       box_(area_->terminal_bar()->command()),
       interactive_(core_.session, context_.slices.terminal.options, core_.output, core_.clock,
                    script_.recorder(), box_, base::SystemDecimalSign()),
-      receive_(area_->terminal_bar(), context_.slices.terminal, core_.device, prompt_, this) {
+      receive_(area_->terminal_bar(), context_.slices.terminal, core_.device, prompt_, this),
+      help_(this, context_.folder, prompt_) {
   setObjectName(QStringLiteral("frmTerminal"));
   setWindowIcon(Icon("kolvane"));
   addToolBar(Qt::TopToolBarArea, toolbar1_);
@@ -152,6 +154,7 @@ void MainWindow::Toolbar1ButtonClick(const QString& key) {
       {"TB_OPENLOG", [this] { log_.Open(); }},
       {"TB_CLOSELOG", [this] { log_.control().CloseLog(); }},
       {"TB_RECORDLOG", [this] { log_.control().PressRecord(); }},
+      {"TB_HELP", [this] { help_.ShowHelp(help::kStartTopic); }},
   };
   for (const auto& [name, action] : actions) {
     if (key == QLatin1String(name)) return prompt_.Guard(action);
@@ -192,6 +195,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   if (close_after_run_) return event->ignore();
   // The steps may show message boxes, during which the window could be closed once more.
   if (unload_) std::exchange(unload_, nullptr)();
+  help_.Close();
   event->accept();
   Q_EMIT Closed();
 }

@@ -11,6 +11,7 @@
 #include "window/command_box_view.h"
 #include "window/command_dialogs.h"
 #include "window/grid_target.h"
+#include "window/help_commands.h"
 #include "window/log_commands.h"
 #include "window/main_toolbar.h"
 #include "window/menus.h"
@@ -91,6 +92,7 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   CommandBoxView box_;
   terminal::InteractiveSend interactive_;
   ReceiveView receive_;
+  HelpCommands help_;
   std::function<void()> unload_;
   bool close_after_run_ = false;
 };

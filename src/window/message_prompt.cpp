@@ -12,6 +12,7 @@ namespace {
 
 void Show(QWidget* parent, QMessageBox::Icon icon, std::string_view text) {
   QMessageBox box(icon, ToQt(texts::kProgram), ToQt(text), QMessageBox::Ok, parent);
+  box.setObjectName(QStringLiteral("MessageBox"));
   box.setTextFormat(Qt::PlainText);
   box.exec();
 }

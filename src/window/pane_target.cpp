@@ -63,9 +63,12 @@ void PaneTarget::ChooseBackColor() {
 }
 
 void PaneTarget::InsertComment() {
-  const QString comment =
-      QInputDialog::getText(window_, QStringLiteral("Kommentar einfügen"), QStringLiteral("Kommentar:"));
-  if (!comment.isEmpty()) pane_->InsertComment(comment);
+  QInputDialog dialog(window_);
+  dialog.setObjectName(QStringLiteral("CommentDialog"));
+  dialog.setWindowTitle(QStringLiteral("Kommentar einfügen"));
+  dialog.setLabelText(QStringLiteral("Kommentar:"));
+  if (dialog.exec() == QDialog::Accepted && !dialog.textValue().isEmpty())
+    pane_->InsertComment(dialog.textValue());
 }
 
 }  // namespace kolvane::window

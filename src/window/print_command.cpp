@@ -29,31 +29,35 @@ void PrintOn(QPagedPaintDevice& device, QWidget* window, base::Prompt& prompt, c
   if (result == PrintResult::kFailed) prompt.ShowError(texts::kNotPrinted);
 }
 
-void PrintToFile(QWidget* window, base::Prompt& prompt, const PrintStyle& style, const PrintSource& lines) {
+// Makes a PDF file of what `print` puts on its pages, none where that returns false.
+void PrintToFile(QWidget* window, base::Prompt& prompt, const QString& title,
+                 const std::function<bool(QPdfWriter&)>& print) {
   const auto name = AskSaveName(window, SaveMode::kPdf);
   if (!name) return;
   QByteArray bytes;
-  bool cancelled = false;
   QBuffer buffer(&bytes);
   buffer.open(QIODevice::WriteOnly);
   {
     QPdfWriter pages(&buffer);
-    pages.setTitle(style.caption);
+    pages.setTitle(title);
     pages.setCreator(ToQt(texts::kProgram));
     pages.setPageMargins(kMargins, QPageLayout::Millimeter);
-    PrintOn(pages, window, prompt, style, lines, [&cancelled] { cancelled = true; });
+    if (!print(pages)) return;
   }
-  if (cancelled) return;
   const std::string_view whole(bytes.constData(), static_cast<std::size_t>(bytes.size()));
   if (const int error = base::ReplaceFile(*name, whole)) prompt.ShowError(texts::NotWritten(*name, error));
+}
+
+void SetUp(QPrinter& printer) {
+  // Not the caption: a printer that is a file makes its name of this, and a connection holds slashes.
+  printer.setDocName(ToQt(texts::kProgram));
+  printer.setPageMargins(kMargins, QPageLayout::Millimeter);
 }
 
 void PrintOnPrinter(QWidget* window, base::Prompt& prompt, const PrintStyle& style, const PrintSource& lines,
                     const PrintSource* selection) {
   QPrinter printer(QPrinter::HighResolution);
-  // Not the caption: a printer that is a file makes its name of this, and a connection holds slashes.
-  printer.setDocName(ToQt(texts::kProgram));
-  printer.setPageMargins(kMargins, QPageLayout::Millimeter);
+  SetUp(printer);
   QPrintDialog dialog(&printer, window);
   dialog.setObjectName(QStringLiteral("PrintDialog"));
   dialog.setOption(QAbstractPrintDialog::PrintSelection, selection != nullptr);
@@ -68,10 +72,29 @@ void PrintOnPrinter(QWidget* window, base::Prompt& prompt, const PrintStyle& sty
 void PrintLines(QWidget* window, base::Prompt& prompt, const PrintStyle& style, const PrintSource& lines,
                 const PrintSource* selection) {
   if (QPrinterInfo::availablePrinterNames().isEmpty()) {
-    PrintToFile(window, prompt, style, lines);
+    PrintToFile(window, prompt, style.caption, [&](QPdfWriter& pages) {
+      bool cancelled = false;
+      PrintOn(pages, window, prompt, style, lines, [&cancelled] { cancelled = true; });
+      return !cancelled;
+    });
   } else {
     PrintOnPrinter(window, prompt, style, lines, selection);
   }
+}
+
+void PrintDocument(QWidget* window, base::Prompt& prompt, const QString& title,
+                   const QTextDocument& document) {
+  if (QPrinterInfo::availablePrinterNames().isEmpty()) {
+    return PrintToFile(window, prompt, title, [&document](QPdfWriter& pages) {
+      document.print(&pages);
+      return true;
+    });
+  }
+  QPrinter printer(QPrinter::HighResolution);
+  SetUp(printer);
+  QPrintDialog dialog(&printer, window);
+  dialog.setObjectName(QStringLiteral("PrintDialog"));
+  if (dialog.exec() == QDialog::Accepted) document.print(&printer);
 }
 
 }  // namespace kolvane::window

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QTextDocument>
 #include <QWidget>
 
 #include "base/prompt.h"
@@ -12,5 +13,9 @@ namespace kolvane::window {
 /// A failure is shown.
 void PrintLines(QWidget* window, base::Prompt& prompt, const PrintStyle& style, const PrintSource& lines,
                 const PrintSource* selection = nullptr);
+
+/// The same with a formatted text, whose print-out is called `title`.
+void PrintDocument(QWidget* window, base::Prompt& prompt, const QString& title,
+                   const QTextDocument& document);
 
 }  // namespace kolvane::window

@@ -84,7 +84,7 @@ class WindowFixture : public testing::Test {
   script::ScriptState script_;
   device::FakePortLibrary library_;
   device::FakePortLibrarySource source_{&library_};
-  MainWindow window_{{{device_, connection_, terminal_}, script_, settings_, source_, ""}};
+  MainWindow window_{{{device_, connection_, terminal_}, script_, settings_, source_, folder_.Path("")}};
   int dialogs_ = 0;  ///< how many have been answered, boxes apart
   QTimer boxes_;
   QStringList messages_;

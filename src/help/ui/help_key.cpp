@@ -1,0 +1,77 @@
+#include "help/ui/help_key.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMenuBar>
+#include <QToolButton>
+#include <utility>
+
+#include "help/widget_topics.h"
+
+namespace kolvane::help {
+namespace {
+
+// The action that the focus is on, where the widget shows several.
+const QAction* MarkedAction(const QWidget* widget) {
+  if (const auto* menu = qobject_cast<const QMenu*>(widget)) return menu->activeAction();
+  if (const auto* bar = qobject_cast<const QMenuBar*>(widget)) return bar->activeAction();
+  if (const auto* button = qobject_cast<const QToolButton*>(widget)) return button->defaultAction();
+  return nullptr;
+}
+
+QString NameOf(const QAction* action) {
+  if (action == nullptr) return {};
+  const auto* menu = action->menu<QMenu*>();
+  return action->objectName().isEmpty() && menu != nullptr ? menu->objectName() : action->objectName();
+}
+
+bool IsHelpKey(const QEvent* event) {
+  if (event->type() != QEvent::KeyPress && event->type() != QEvent::ShortcutOverride) return false;
+  const auto* key = static_cast<const QKeyEvent*>(event);
+  return key->key() == Qt::Key_F1 && (key->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+}
+
+void ClosePopups() {
+  while (QWidget* popup = QApplication::activePopupWidget()) {
+    if (!popup->close()) return;
+  }
+}
+
+}  // namespace
+
+HelpKey::HelpKey(QWidget* terminal, std::function<void(std::uint32_t)> show)
+    : QObject(terminal), terminal_(terminal), show_(std::move(show)) {
+  QApplication::instance()->installEventFilter(this);
+}
+
+std::uint32_t HelpKey::TopicOf(const QWidget* widget) {
+  std::vector<std::string> names = {NameOf(MarkedAction(widget)).toStdString()};
+  for (; widget != nullptr; widget = widget->parentWidget())
+    names.push_back(widget->objectName().toStdString());
+  return TopicOfNames(names);
+}
+
+bool HelpKey::IsOfTerminal(const QWidget* widget) const {
+  while (widget != nullptr && widget != terminal_) widget = widget->parentWidget();
+  return widget != nullptr;
+}
+
+bool HelpKey::eventFilter(QObject* target, QEvent* event) {
+  if (!IsHelpKey(event)) return false;
+  const auto* widget = qobject_cast<const QWidget*>(target);
+  if (widget == nullptr || !IsOfTerminal(widget)) return false;
+  if (event->type() == QEvent::ShortcutOverride) {
+    // So that the key arrives, even where the host has made a shortcut of it.
+    event->accept();
+    return true;
+  }
+  const std::uint32_t topic = TopicOf(widget);
+  // A menu or a list that is open would keep the help from being used.
+  ClosePopups();
+  show_(topic);
+  return true;
+}
+
+}  // namespace kolvane::help

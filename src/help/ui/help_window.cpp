@@ -1,0 +1,157 @@
+#include "help/ui/help_window.h"
+
+#include <QApplication>
+#include <QSplitter>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QWindow>
+#include <utility>
+
+#include "help/ui/help_texts.h"
+
+namespace kolvane::help {
+namespace {
+
+constexpr QSize kFirstSize(980, 680);
+constexpr int kContentsWidth = 280;
+
+}  // namespace
+
+HelpWindow::HelpWindow(HelpWindowServices services, QWidget* parent)
+    : QMainWindow(parent, Qt::Window),
+      services_(std::move(services)),
+      page_(new HelpPage),
+      contents_(new ContentsTree),
+      search_(new SearchPanel([this](const QString& words) {
+        const HelpFile* file = page_->file();
+        return file == nullptr ? std::vector<SearchHit>() : file->Search(words.toStdString());
+      })),
+      tabs_(new QTabWidget) {
+  setObjectName(QStringLiteral("HelpWindow"));
+  setWindowIcon(services_.icon("help"));
+  setAttribute(Qt::WA_QuitOnClose, false);
+  setContextMenuPolicy(Qt::NoContextMenu);
+  BuildParts();
+  BuildToolbar();
+  resize(kFirstSize);
+}
+
+void HelpWindow::BuildParts() {
+  tabs_->setObjectName(QStringLiteral("HelpTabs"));
+  tabs_->addTab(contents_, QString::fromUtf8(texts::kContents));
+  tabs_->addTab(search_, QString::fromUtf8(texts::kSearch));
+  auto* splitter = new QSplitter(Qt::Horizontal);
+  splitter->setObjectName(QStringLiteral("HelpSplitter"));
+  splitter->addWidget(tabs_);
+  splitter->addWidget(page_);
+  splitter->setStretchFactor(1, 1);
+  splitter->setSizes({kContentsWidth, kFirstSize.width() - kContentsWidth});
+  setCentralWidget(splitter);
+  statusBar()->setObjectName(QStringLiteral("HelpStatus"));
+  connect(contents_, &ContentsTree::PageChosen, page_,
+          [this](const QString& page) { page_->ShowPage(page); });
+  connect(search_, &SearchPanel::PageChosen, this, &HelpWindow::ShowFound);
+  connect(page_, &QTextBrowser::historyChanged, this, &HelpWindow::PageChanged);
+  connect(page_, &HelpPage::LinkOutside, this,
+          [this](const QString& address) { statusBar()->showMessage(texts::OutsideAddress(address)); });
+}
+
+QAction* HelpWindow::AddAction(const char* name, const char* text, const char* icon,
+                               const QList<QKeySequence>& keys, const std::function<void()>& action) {
+  auto* item = new QAction(QString::fromUtf8(text), this);
+  item->setObjectName(QLatin1String(name));
+  if (icon != nullptr) item->setIcon(services_.icon(icon));
+  item->setShortcuts(keys);
+  connect(item, &QAction::triggered, this, action);
+  addAction(item);
+  return item;
+}
+
+void HelpWindow::BuildToolbar() {
+  auto* bar = addToolBar(QString::fromUtf8(texts::kToolbar));
+  bar->setObjectName(QStringLiteral("HelpToolbar"));
+  bar->setMovable(false);
+  bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+  QAction* back = AddAction("HelpBack", texts::kBack, "back", {QKeySequence(Qt::ALT | Qt::Key_Left)},
+                            [this] { page_->backward(); });
+  QAction* forward = AddAction("HelpForward", texts::kForward, "forward",
+                               {QKeySequence(Qt::ALT | Qt::Key_Right)}, [this] { page_->forward(); });
+  QAction* home =
+      AddAction("HelpHome", texts::kHome, "contents", {QKeySequence(Qt::ALT | Qt::Key_Home)}, [this] {
+        if (page_->file() != nullptr) page_->ShowPage(QString::fromStdString(page_->file()->StartPage()));
+      });
+  QAction* print = AddAction("HelpPrint", texts::kPrint, "print", {QKeySequence(Qt::CTRL | Qt::Key_P)},
+                             [this] { services_.print(*page_->document(), windowTitle(), this); });
+  AddAction("HelpFind", texts::kFind, nullptr, {QKeySequence(Qt::CTRL | Qt::Key_F)}, [this] { Find(); });
+  AddAction("HelpLarger", texts::kLarger, nullptr,
+            {QKeySequence(Qt::CTRL | Qt::Key_Plus), QKeySequence(Qt::CTRL | Qt::Key_Equal)},
+            [this] { page_->zoomIn(); });
+  AddAction("HelpSmaller", texts::kSmaller, nullptr, {QKeySequence(Qt::CTRL | Qt::Key_Minus)},
+            [this] { page_->zoomOut(); });
+  AddAction("HelpNormal", texts::kNormal, nullptr, {QKeySequence(Qt::CTRL | Qt::Key_0)},
+            [this] { page_->ResetZoom(); });
+  AddAction("HelpClose", texts::kClose, nullptr, {QKeySequence(Qt::Key_Escape)}, [this] { close(); });
+  bar->addActions({back, forward, home, print});
+  for (QAction* action : {back, forward}) action->setEnabled(false);
+  connect(page_, &QTextBrowser::backwardAvailable, back, &QAction::setEnabled);
+  connect(page_, &QTextBrowser::forwardAvailable, forward, &QAction::setEnabled);
+}
+
+void HelpWindow::ShowTopic(const std::shared_ptr<const HelpFile>& file, std::uint32_t topic) {
+  if (page_->file() != file.get()) {
+    page_->Use(file);
+    contents_->ShowEntries(file->contents());
+    search_->Refresh();
+  }
+  std::string page = file->TopicPage(topic);
+  if (page.empty()) page = file->StartPage();
+  page_->ShowPage(QString::fromStdString(page));
+  if (isMinimized()) showNormal();
+  show();
+  StayUsable();
+  raise();
+  activateWindow();
+}
+
+void HelpWindow::PageChanged() {
+  const QString path = page_->Path();
+  if (path.isEmpty() || page_->file() == nullptr) return;
+  setWindowTitle(texts::WindowTitle(QString::fromStdString(page_->file()->Title(path.toStdString()))));
+  contents_->Mark(path);
+  statusBar()->clearMessage();
+}
+
+void HelpWindow::ShowFound(const QString& page) {
+  page_->ShowPage(page);
+  page_->moveCursor(QTextCursor::Start);
+  page_->find(search_->FirstWord());
+}
+
+void HelpWindow::Find() {
+  tabs_->setCurrentWidget(search_);
+  search_->Start();
+}
+
+// A modal window blocks all windows but those that belong to it, so the help belongs to the topmost one for
+// as long as that is shown. A dialog of the help's own blocks it as usual.
+void HelpWindow::StayUsable() {
+  const QWidget* top = QApplication::activeModalWidget();
+  if (top == nullptr) top = parentWidget()->window();
+  for (const QWidget* widget = top; widget != nullptr; widget = widget->parentWidget()) {
+    if (widget == this) return;
+  }
+  QWindow* owner = top->windowHandle();
+  if (owner == nullptr || windowHandle() == nullptr || windowHandle()->transientParent() == owner) return;
+  if (owner_ != nullptr) disconnect(owner_, nullptr, this, nullptr);
+  owner_ = owner;
+  windowHandle()->setTransientParent(owner);
+  // Only after the owner has left the list of modal windows is it clear whose turn it is.
+  connect(owner, &QWindow::visibleChanged, this, &HelpWindow::StayUsable, Qt::QueuedConnection);
+}
+
+bool HelpWindow::event(QEvent* event) {
+  if (event->type() == QEvent::WindowBlocked) StayUsable();
+  return QMainWindow::event(event);
+}
+
+}  // namespace kolvane::help

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <QIcon>
+#include <QMainWindow>
+#include <QPointer>
+#include <QTabWidget>
+#include <functional>
+#include <memory>
+
+#include "help/help_file.h"
+#include "help/ui/contents_tree.h"
+#include "help/ui/help_page.h"
+#include "help/ui/search_panel.h"
+
+namespace kolvane::help {
+
+/// What the help window takes from the window above it.
+struct HelpWindowServices {
+  std::function<QIcon(const char* name)> icon;
+  std::function<void(const QTextDocument& page, const QString& title, QWidget* parent)> print;
+};
+
+/// The help viewer `HelpWindow`: not modal, and open to input while a modal dialog of the terminal is shown.
+/// Closing hides it; it goes with its parent.
+class HelpWindow final : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  HelpWindow(HelpWindowServices services, QWidget* parent);
+
+  /// Shows a topic of this file, its start page where it lacks the topic, and comes to the front. What the
+  /// file was asked for before stays in the history.
+  void ShowTopic(const std::shared_ptr<const HelpFile>& file, std::uint32_t topic);
+
+ protected:
+  bool event(QEvent* event) override;
+
+ private:
+  void BuildToolbar();
+  void BuildParts();
+  QAction* AddAction(const char* name, const char* text, const char* icon, const QList<QKeySequence>& keys,
+                     const std::function<void()>& action);
+  void PageChanged();
+  void ShowFound(const QString& page);
+  void Find();
+  void StayUsable();
+
+  HelpWindowServices services_;
+  HelpPage* page_;
+  ContentsTree* contents_;
+  SearchPanel* search_;
+  QTabWidget* tabs_;
+  QPointer<QWindow> owner_;
+};
+
+}  // namespace kolvane::help

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kolvane::help {
+
+/// The topic of help/topics.txt that F1 opens where nothing more special is known.
+inline constexpr std::uint32_t kStartTopic = 1;
+
+/// What F1 opens on the widget, action or menu of that objectName; nothing where the table lacks it. A name
+/// that ends in an index ("Port_3") stands for its array ("Port") unless it has a topic of its own.
+std::optional<std::uint32_t> WidgetTopic(std::string_view object_name);
+
+/// Every topic that WidgetTopic may name.
+std::vector<std::uint32_t> AllWidgetTopics();
+
+/// The topic of the first name that has one, kStartTopic where none has. The names of a widget and of those
+/// that it stands in, from inside out.
+std::uint32_t TopicOfNames(std::span<const std::string> names);
+
+}  // namespace kolvane::help

@@ -1,0 +1,36 @@
+#include "window/help_commands.h"
+
+#include <utility>
+
+#include "device/folder_file.h"
+#include "window/images.h"
+#include "window/print_command.h"
+
+namespace kolvane::window {
+
+HelpCommands::HelpCommands(QWidget* window, std::string folder, base::Prompt& prompt)
+    : window_(window),
+      folder_(std::move(folder)),
+      prompt_(prompt),
+      access_(*this, [this] { return device::FolderFile(folder_, help::kHelpFileName); }),
+      key_(window, [this](std::uint32_t topic) { ShowHelp(static_cast<std::int32_t>(topic)); }) {}
+
+void HelpCommands::Close() {
+  if (help_ != nullptr) help_->hide();
+}
+
+void HelpCommands::ShowTopic(const std::string& path, std::uint32_t topic) {
+  if (const auto file = files_.Get(path)) Window().ShowTopic(file, topic);
+}
+
+help::HelpWindow& HelpCommands::Window() {
+  if (help_ == nullptr) {
+    const auto print = [this](const QTextDocument& page, const QString& title, QWidget* parent) {
+      PrintDocument(parent, prompt_, title, page);
+    };
+    help_ = new help::HelpWindow({Icon, print}, window_);
+  }
+  return *help_;
+}
+
+}  // namespace kolvane::window

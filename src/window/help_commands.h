@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+#include <string>
+
+#include "base/prompt.h"
+#include "help/help_access.h"
+#include "help/help_file_cache.h"
+#include "help/ui/help_key.h"
+#include "help/ui/help_window.h"
+
+namespace kolvane::window {
+
+/// Help for the terminal window: the toolbar button's topic, F1, and the help window, which is made when it
+/// is first needed. A missing or damaged help file changes nothing and is not reported.
+class HelpCommands final : private help::HelpViewer {
+ public:
+  /// `folder` is the component's.
+  HelpCommands(QWidget* window, std::string folder, base::Prompt& prompt);
+
+  /// Topic `number` of the help file `path`, of Terminal.chm in the component's folder where it is empty.
+  void ShowHelp(std::int32_t number, const std::string& path = {}) { access_.ShowHelp(number, path); }
+  /// Called when the terminal closes.
+  void Close();
+
+ private:
+  void ShowTopic(const std::string& path, std::uint32_t topic) override;
+  help::HelpWindow& Window();
+
+  QWidget* window_;
+  std::string folder_;
+  base::Prompt& prompt_;
+  help::HelpAccess access_;
+  help::HelpFileCache files_;
+  help::HelpKey key_;
+  QPointer<help::HelpWindow> help_;
+};
+
+}  // namespace kolvane::window

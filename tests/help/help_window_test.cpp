@@ -1,0 +1,339 @@
+#include "help/ui/help_window.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDialog>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QStatusBar>
+#include <QTest>
+#include <QTextBlock>
+#include <QTimer>
+#include <QToolBar>
+#include <QWindow>
+
+#include "compiled_help.h"
+
+namespace kolvane::help {
+namespace {
+
+class HelpWindowTest : public testing::Test {
+ protected:
+  HelpWindowTest() {
+    terminal_.setObjectName(QStringLiteral("frmTerminal"));
+    terminal_.setWindowModality(Qt::ApplicationModal);
+    terminal_.show();
+  }
+
+  void Show(std::uint32_t topic) { help_.ShowTopic(file_, topic); }
+  HelpPage* Page() { return help_.findChild<HelpPage*>(QStringLiteral("HelpPage")); }
+  ContentsTree* Contents() { return help_.findChild<ContentsTree*>(QStringLiteral("HelpContents")); }
+  QListWidget* Results() { return help_.findChild<QListWidget*>(QStringLiteral("HelpResults")); }
+  QLineEdit* SearchField() { return help_.findChild<QLineEdit*>(QStringLiteral("HelpSearch")); }
+  QAction* Action(const char* name) { return help_.findChild<QAction*>(QLatin1String(name)); }
+  std::string Path() { return Page()->Path().toStdString(); }
+
+  // A click that comes from the platform, as modality is looked at there.
+  void ClickOn(QWidget* widget, const QPoint& where) {
+    QWindow* window = widget->window()->windowHandle();
+    QTest::mouseClick(window, Qt::LeftButton, {}, widget->mapTo(widget->window(), where));
+  }
+  void ClickContents(int row) {
+    QTreeWidgetItem* item = Contents()->topLevelItem(row);
+    ClickOn(Contents()->viewport(), Contents()->visualItemRect(item).center());
+  }
+
+  // Runs `work` while a modal dialog of the terminal is open.
+  void UnderDialog(const std::function<void(QDialog&)>& work) {
+    QDialog dialog(&terminal_);
+    bool done = false;
+    QTimer::singleShot(0, &dialog, [&] {
+      work(dialog);
+      done = true;
+      dialog.accept();
+    });
+    dialog.exec();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(done);
+  }
+
+  const std::shared_ptr<const HelpFile> file_ = HelpFile::Open(KOLVANE_TEST_HELP);
+  QWidget terminal_;
+  QStringList printed_;
+  HelpWindow help_{{[](const char*) { return QIcon(); },
+                    [this](const QTextDocument& page, const QString& title, QWidget* parent) {
+                      EXPECT_EQ(parent, &help_);
+                      EXPECT_FALSE(page.isEmpty());
+                      printed_ << title;
+                    }},
+                   &terminal_};
+};
+
+TEST_F(HelpWindowTest, OpensAtATopicAndNamesItInItsTitle) {
+  Show(400);
+  EXPECT_TRUE(help_.isVisible());
+  EXPECT_EQ(help_.windowModality(), Qt::NonModal);
+  EXPECT_EQ(Path(), "befehl-loop.html");
+  EXPECT_TRUE(Page()->toPlainText().contains(QStringLiteral("Wiederholt Zeilen.")));
+  EXPECT_EQ(help_.windowTitle(), QStringLiteral("$LOOP – Hilfe zum Kolvane Terminal"));
+}
+
+TEST_F(HelpWindowTest, OpensTheStartPageForATopicThatTheFileLacks) {
+  Show(999);
+  EXPECT_EQ(Path(), "start.html");
+}
+
+TEST_F(HelpWindowTest, ShowsTheContentsAsATreeAndMarksThePageOnDisplay) {
+  Show(11);
+  ASSERT_EQ(Contents()->topLevelItemCount(), 3);
+  QTreeWidgetItem* first = Contents()->topLevelItem(0);
+  EXPECT_EQ(first->text(0), QStringLiteral("Überblick"));
+  EXPECT_EQ(first->child(0)->text(0), QStringLiteral("Hauptfenster & Menüs"));
+  EXPECT_EQ(Contents()->currentItem(), first->child(0)->child(0));
+}
+
+TEST_F(HelpWindowTest, OpensAPageFromTheContents) {
+  Show(1);
+  ClickContents(1);
+  EXPECT_EQ(Path(), "verbindung.html");
+}
+
+TEST_F(HelpWindowTest, GoesBackAndForwardAndToTheStartPage) {
+  Show(1);
+  EXPECT_FALSE(Action("HelpBack")->isEnabled());
+  Show(300);
+  Show(400);
+  Action("HelpBack")->trigger();
+  EXPECT_EQ(Path(), "verbindung.html");
+  EXPECT_TRUE(Action("HelpForward")->isEnabled());
+  Action("HelpForward")->trigger();
+  EXPECT_EQ(Path(), "befehl-loop.html");
+  EXPECT_FALSE(Action("HelpForward")->isEnabled());
+  Action("HelpHome")->trigger();
+  EXPECT_EQ(Path(), "start.html");
+}
+
+TEST_F(HelpWindowTest, ComesBackToThePlaceWhereAPageWasLeft) {
+  Show(11);
+  Page()->verticalScrollBar()->setValue(200);
+  Show(400);
+  Action("HelpBack")->trigger();
+  EXPECT_EQ(Page()->verticalScrollBar()->value(), 200);
+}
+
+TEST_F(HelpWindowTest, FollowsALinkByKeyboard) {
+  Show(1);
+  Page()->setFocus();
+  QTest::keyClick(Page(), Qt::Key_Tab);
+  QTest::keyClick(Page(), Qt::Key_Return);
+  EXPECT_EQ(Path(), "hauptfenster.html");
+}
+
+TEST_F(HelpWindowTest, FollowsALinkToAPlaceOnAPage) {
+  Show(1);
+  Q_EMIT Page()->anchorClicked(QUrl(QStringLiteral("chm:/ausgabe.html#farben")));
+  EXPECT_EQ(Path(), "ausgabe.html");
+  EXPECT_GT(Page()->verticalScrollBar()->value(), 0);
+}
+
+TEST_F(HelpWindowTest, ShowsAnOutsideAddressInsteadOfFollowingIt) {
+  Show(1);
+  for (const char* address :
+       {"https://example.invalid/handbuch", "file:///etc/hostname", "mailto:a@example.invalid"}) {
+    Q_EMIT Page()->anchorClicked(QUrl(QLatin1String(address)));
+    EXPECT_EQ(Path(), "start.html");
+    EXPECT_EQ(help_.statusBar()->currentMessage(),
+              QStringLiteral("Adresse außerhalb der Hilfe: ") + QLatin1String(address));
+  }
+}
+
+TEST_F(HelpWindowTest, StaysWhereALinkLeadsNowhere) {
+  Show(1);
+  Q_EMIT Page()->anchorClicked(QUrl(QStringLiteral("chm:/nirgends.html")));
+  EXPECT_EQ(Path(), "start.html");
+  EXPECT_FALSE(Action("HelpBack")->isEnabled());
+}
+
+TEST_F(HelpWindowTest, ShowsPicturesAndTheStyleOfTheFile) {
+  Show(1);
+  const QVariant picture =
+      Page()->document()->resource(QTextDocument::ImageResource, QUrl(QStringLiteral("images/punkt.png")));
+  const QImage image =
+      picture.value<QImage>().isNull() ? QImage::fromData(picture.toByteArray()) : picture.value<QImage>();
+  EXPECT_EQ(image.size(), QSize(8, 8));
+  EXPECT_EQ(Page()->document()->begin().begin().fragment().charFormat().foreground().color(),
+            QColor(0, 0x33, 0x66));
+}
+
+TEST_F(HelpWindowTest, ReadsNothingButItsFile) {
+  Show(1);
+  for (const char* url : {"file://" KOLVANE_TEST_HELP, "/etc/passwd", "https://example.invalid/a.png",
+                          ":/qt-project.org/styles/commonstyle/images/file-16.png"}) {
+    const QVariant resource =
+        Page()->document()->resource(QTextDocument::ImageResource, QUrl(QLatin1String(url)));
+    EXPECT_TRUE(resource.toByteArray().isEmpty()) << url;
+    EXPECT_TRUE(resource.value<QImage>().isNull()) << url;
+  }
+}
+
+TEST_F(HelpWindowTest, SearchesAsWordsAreTyped) {
+  Show(1);
+  Action("HelpFind")->trigger();
+  QTest::keyClicks(SearchField(), QStringLiteral("ausgabe"));
+  ASSERT_EQ(Results()->count(), 2);
+  EXPECT_EQ(Results()->item(0)->text(), QStringLiteral("Ausgabe \"TermWin\""));
+  EXPECT_EQ(help_.findChild<QLabel*>(QStringLiteral("HelpHits"))->text(), QStringLiteral("2 Seiten"));
+  QTest::keyClick(SearchField(), Qt::Key_Return);
+  EXPECT_EQ(Path(), "ausgabe.html");
+  EXPECT_EQ(Page()->textCursor().selectedText(), QStringLiteral("Ausgabe"));
+}
+
+TEST_F(HelpWindowTest, OpensAResultThatIsClicked) {
+  Show(1);
+  Action("HelpFind")->trigger();
+  SearchField()->setText(QStringLiteral("ausgabe"));
+  ClickOn(Results()->viewport(), Results()->visualItemRect(Results()->item(1)).center());
+  EXPECT_EQ(Path(), "hauptfenster.html");
+}
+
+TEST_F(HelpWindowTest, SaysThatNothingIsFoundOnlyWhereSomethingWasLookedFor) {
+  Show(1);
+  SearchField()->setText(QStringLiteral("xyzzy"));
+  auto* hits = help_.findChild<QLabel*>(QStringLiteral("HelpHits"));
+  EXPECT_EQ(hits->text(), QStringLiteral("Nichts gefunden"));
+  QTest::keyClick(SearchField(), Qt::Key_Return);
+  EXPECT_EQ(Path(), "start.html");
+  SearchField()->clear();
+  EXPECT_EQ(hits->text(), QString());
+}
+
+TEST_F(HelpWindowTest, PrintsThePageOnDisplay) {
+  Show(300);
+  Action("HelpPrint")->trigger();
+  EXPECT_EQ(printed_, QStringList{QStringLiteral("Verbindung – Hilfe zum Kolvane Terminal")});
+}
+
+TEST_F(HelpWindowTest, ChangesTheSizeOfItsLetters) {
+  Show(1);
+  const int normal = Page()->font().pointSize();
+  Action("HelpLarger")->trigger();
+  EXPECT_EQ(Page()->font().pointSize(), normal + 1);
+  Action("HelpSmaller")->trigger();
+  Action("HelpSmaller")->trigger();
+  EXPECT_EQ(Page()->font().pointSize(), normal - 1);
+  Action("HelpNormal")->trigger();
+  EXPECT_EQ(Page()->font().pointSize(), normal);
+}
+
+TEST_F(HelpWindowTest, HasItsKeys) {
+  const std::pair<const char*, QKeySequence> keys[] = {{"HelpBack", Qt::ALT | Qt::Key_Left},
+                                                       {"HelpForward", Qt::ALT | Qt::Key_Right},
+                                                       {"HelpFind", Qt::CTRL | Qt::Key_F},
+                                                       {"HelpLarger", Qt::CTRL | Qt::Key_Plus},
+                                                       {"HelpSmaller", Qt::CTRL | Qt::Key_Minus},
+                                                       {"HelpNormal", Qt::CTRL | Qt::Key_0},
+                                                       {"HelpPrint", Qt::CTRL | Qt::Key_P},
+                                                       {"HelpHome", Qt::ALT | Qt::Key_Home},
+                                                       {"HelpClose", Qt::Key_Escape}};
+  for (const auto& [name, key] : keys) EXPECT_TRUE(Action(name)->shortcuts().contains(key)) << name;
+}
+
+TEST_F(HelpWindowTest, NamesItsButtonsInGerman) {
+  QStringList texts;
+  for (const QAction* action : help_.findChild<QToolBar*>(QStringLiteral("HelpToolbar"))->actions())
+    texts << action->text();
+  EXPECT_EQ(texts.join(QLatin1Char('|')), QStringLiteral("Zurück|Vor|Startseite|Drucken…"));
+}
+
+TEST_F(HelpWindowTest, IsHiddenByEscapeAndComesBackWithItsHistory) {
+  Show(1);
+  Action("HelpClose")->trigger();
+  EXPECT_FALSE(help_.isVisible());
+  Show(300);
+  EXPECT_TRUE(help_.isVisible());
+  Action("HelpBack")->trigger();
+  EXPECT_EQ(Path(), "start.html");
+}
+
+TEST_F(HelpWindowTest, TakesInputWhileTheTerminalIsModal) {
+  Show(1);
+  ClickContents(1);
+  EXPECT_EQ(Path(), "verbindung.html");
+}
+
+TEST_F(HelpWindowTest, TakesInputWhileADialogIsOpenedAboveTheTerminal) {
+  Show(1);
+  UnderDialog([this](QDialog&) {
+    ClickContents(1);
+    EXPECT_EQ(Path(), "verbindung.html");
+  });
+  ClickContents(2);
+  EXPECT_EQ(Path(), "befehl-loop.html");
+}
+
+TEST_F(HelpWindowTest, TakesInputWhenItIsOpenedFromADialog) {
+  UnderDialog([this](QDialog&) {
+    Show(1);
+    ClickContents(1);
+    EXPECT_EQ(Path(), "verbindung.html");
+  });
+  EXPECT_TRUE(help_.isVisible());
+  ClickContents(2);
+  EXPECT_EQ(Path(), "befehl-loop.html");
+}
+
+TEST_F(HelpWindowTest, TakesInputUnderADialogOfADialogAndAfterwards) {
+  Show(1);
+  UnderDialog([this](QDialog& outer) {
+    {
+      QDialog inner(&outer);
+      QTimer::singleShot(0, &inner, [&] {
+        ClickContents(1);
+        EXPECT_EQ(Path(), "verbindung.html");
+        inner.accept();
+      });
+      inner.exec();
+    }
+    QCoreApplication::processEvents();
+    ClickContents(2);
+    EXPECT_EQ(Path(), "befehl-loop.html");
+  });
+}
+
+TEST_F(HelpWindowTest, IsBlockedByADialogOfItsOwn) {
+  Show(1);
+  QDialog own(&help_);
+  QTimer::singleShot(0, &own, [&] {
+    ClickContents(1);
+    EXPECT_EQ(Path(), "start.html");
+    own.accept();
+  });
+  own.exec();
+  ClickContents(1);
+  EXPECT_EQ(Path(), "verbindung.html");
+}
+
+TEST_F(HelpWindowTest, LeavesTheTerminalBlockedByADialog) {
+  auto* button = new QPushButton(&terminal_);
+  button->resize(40, 20);
+  button->show();
+  QSignalSpy clicks(button, &QPushButton::clicked);
+  Show(1);
+  UnderDialog([&](QDialog&) { ClickOn(button, QPoint(10, 10)); });
+  EXPECT_EQ(clicks.count(), 0);
+  ClickOn(button, QPoint(10, 10));
+  EXPECT_EQ(clicks.count(), 1);
+}
+
+TEST_F(HelpWindowTest, StartsANewHistoryWithAnotherFile) {
+  Show(1);
+  Show(300);
+  help_.ShowTopic(HelpFile::Open(KOLVANE_TEST_HELP), 300);
+  EXPECT_EQ(Path(), "verbindung.html");
+  EXPECT_TRUE(Page()->toPlainText().contains(QStringLiteral("Schnittstelle")));
+  EXPECT_FALSE(Action("HelpBack")->isEnabled());
+}
+
+}  // namespace
+}  // namespace kolvane::help

@@ -1,0 +1,68 @@
+#include "help/widget_topics.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <sstream>
+
+#include "help/help_file.h"
+
+namespace kolvane::help {
+namespace {
+
+// Number to page, from help/topics.txt.
+std::map<std::uint32_t, std::string> ListedTopics() {
+  std::map<std::uint32_t, std::string> topics;
+  std::ifstream file(KOLVANE_HELP_FOLDER "/topics.txt");
+  for (std::string line; std::getline(file, line);) {
+    std::istringstream fields(line);
+    std::string number, level, page;
+    if (line.starts_with('#') || !std::getline(fields, number, '\t')) continue;
+    std::getline(fields, level, '\t');
+    std::getline(fields, page, '\t');
+    topics.emplace(static_cast<std::uint32_t>(std::stoul(number)), page);
+  }
+  return topics;
+}
+
+TEST(WidgetTopics, AreAllListed) {
+  const auto topics = ListedTopics();
+  for (const std::uint32_t topic : AllWidgetTopics()) EXPECT_TRUE(topics.contains(topic)) << topic;
+  EXPECT_TRUE(topics.contains(kStartTopic));
+}
+
+TEST(WidgetTopics, HavePagesInTheCompiledFile) {
+  const auto file = HelpFile::Open(KOLVANE_COMPILED_HELP);
+  ASSERT_NE(file, nullptr);
+  const auto topics = ListedTopics();
+  ASSERT_FALSE(topics.empty());
+  for (const auto& [topic, page] : topics) {
+    EXPECT_EQ(file->TopicPage(topic), page);
+    EXPECT_FALSE(file->Page(page).empty()) << page;
+  }
+  EXPECT_EQ(file->contents().size(), topics.size());
+}
+
+TEST(WidgetTopics, StandForMembersOfAControlArray) {
+  EXPECT_EQ(WidgetTopic("Port_0"), 310u);
+  EXPECT_EQ(WidgetTopic("Port_9"), 316u);
+  EXPECT_EQ(WidgetTopic("optFormat_5"), WidgetTopic("optFormat_0"));
+  EXPECT_EQ(WidgetTopic("ExtPar_12"), WidgetTopic("ExtPar_0"));
+}
+
+TEST(WidgetTopics, AreMissingForNamesThatNoWindowHas) {
+  for (const char* name :
+       {"", "_1", "nirgends", "nirgends_1", "optFormat_", "optFormat_x", "qt_spinbox_lineedit"})
+    EXPECT_EQ(WidgetTopic(name), std::nullopt) << name;
+}
+
+TEST(WidgetTopics, TakeTheInnermostNameThatHasOne) {
+  EXPECT_EQ(TopicOfNames({}), kStartTopic);
+  EXPECT_EQ(TopicOfNames(std::vector<std::string>{"", "x"}), kStartTopic);
+  EXPECT_EQ(TopicOfNames(std::vector<std::string>{"", "x", "Baud", "U_Port"}), 301u);
+}
+
+}  // namespace
+}  // namespace kolvane::help

@@ -1,0 +1,245 @@
+#include "window/help_commands.h"
+
+#include <QMenu>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTest>
+
+#include "device/ui/connection_dialog.h"
+#include "help/widget_topics.h"
+#include "window_fixture.h"
+
+namespace kolvane::window {
+namespace {
+
+class Help : public WindowFixture {
+ protected:
+  Help() { std::filesystem::copy_file(KOLVANE_COMPILED_HELP, folder_.Path("Terminal.chm")); }
+
+  help::HelpWindow* Viewer() { return window_.findChild<help::HelpWindow*>(QStringLiteral("HelpWindow")); }
+  bool IsOpen() { return Viewer() != nullptr && Viewer()->isVisible(); }
+
+  // The page on display; empty where none is.
+  std::string Page() {
+    return IsOpen() ? Viewer()->findChild<help::HelpPage*>()->Path().toStdString() : std::string();
+  }
+  std::string PageOf(std::uint32_t topic) {
+    return help::HelpFile::Open(KOLVANE_COMPILED_HELP)->TopicPage(topic);
+  }
+
+  // As from the keyboard, by way of the platform.
+  static void PressF1(QWidget* widget, Qt::KeyboardModifiers modifiers = {}) {
+    QTest::keyClick(widget, Qt::Key_F1, modifiers);
+  }
+};
+
+TEST_F(Help, ButtonOpensTopicOne) {
+  Press("TB_HELP");
+  EXPECT_EQ(Page(), PageOf(1));
+  EXPECT_EQ(Viewer()->windowModality(), Qt::NonModal);
+}
+
+TEST_F(Help, MissingFileShowsNothing) {
+  std::filesystem::remove(folder_.Path("Terminal.chm"));
+  AnswerBoxes();
+  Press("TB_HELP");
+  PressF1(Pane());
+  QCoreApplication::processEvents();
+  EXPECT_EQ(Viewer(), nullptr);
+  EXPECT_EQ(messages_, QStringList());
+  EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+}
+
+TEST_F(Help, DamagedFileShowsNothing) {
+  const std::string whole = base::ReadBytes(folder_.Path("Terminal.chm"));
+  AnswerBoxes();
+  for (const std::string& bytes :
+       {std::string(), std::string("ITSF"), whole.substr(0, 3000), std::string(4000, 'x')}) {
+    base::WriteBytes(folder_.Path("Terminal.chm"), bytes);
+    Press("TB_HELP");
+    QCoreApplication::processEvents();
+    EXPECT_EQ(Viewer(), nullptr) << bytes.size();
+  }
+  EXPECT_EQ(messages_, QStringList());
+}
+
+TEST_F(Help, FileThatIsGoneLeavesAnOpenWindowAsItIs) {
+  Press("TB_HELP");
+  std::filesystem::remove(folder_.Path("Terminal.chm"));
+  PressF1(Pane());
+  EXPECT_EQ(Page(), PageOf(1));
+}
+
+TEST_F(Help, FileIsFoundWithoutRegardToLetterCase) {
+  std::filesystem::rename(folder_.Path("Terminal.chm"), folder_.Path("TERMINAL.CHM"));
+  Press("TB_HELP");
+  EXPECT_EQ(Page(), PageOf(1));
+}
+
+TEST_F(Help, ClosesWithTheTerminal) {
+  Press("TB_HELP");
+  ASSERT_TRUE(IsOpen());
+  window_.close();
+  EXPECT_FALSE(IsOpen());
+}
+
+TEST_F(Help, LeavesTheTerminalOpenWhenItCloses) {
+  Press("TB_HELP");
+  Viewer()->close();
+  EXPECT_TRUE(window_.isVisible());
+}
+
+TEST_F(Help, F1OpensThePageOfWhatHasTheFocus) {
+  PressF1(Find<QComboBox>("cmbCommand")->lineEdit());
+  EXPECT_EQ(Page(), PageOf(200));
+  PressF1(Pane());
+  EXPECT_EQ(Page(), PageOf(11));
+  PressF1(Find<QAbstractItemView>("CommandScript"));
+  EXPECT_EQ(Page(), PageOf(12));
+  PressF1(Find<QLineEdit>("ReceiveTimo"));
+  EXPECT_EQ(Page(), PageOf(210));
+}
+
+TEST_F(Help, F1OnAToolbarButtonOpensThePageOfThatButton) {
+  auto* bar = Find<QToolBar>("Toolbar1");
+  PressF1(bar->widgetForAction(Find<QAction>("TB_CONNECT")));
+  EXPECT_EQ(Page(), PageOf(120));
+}
+
+TEST_F(Help, F1InAMenuOpensThePageOfTheMarkedItemAndClosesTheMenu) {
+  auto* menu = Find<QMenu>("mnuFile");
+  menu->popup(QPoint(0, 0));
+  menu->setActiveAction(Find<QAction>("mnuOpenLog"));
+  PressF1(menu);
+  EXPECT_FALSE(menu->isVisible());
+  EXPECT_EQ(Page(), PageOf(122));
+}
+
+TEST_F(Help, F1InAMenuWithNothingMarkedOpensThePageOfTheMenu) {
+  auto* menu = Find<QMenu>("mnuPOP1");
+  menu->popup(QPoint(0, 0));
+  PressF1(menu);
+  EXPECT_EQ(Page(), PageOf(103));
+}
+
+TEST_F(Help, F1InTheConnectionDialogOpensAHelpWindowThatCanBeUsed) {
+  OnDialog<device::ConnectionDialog>([this](QDialog& dialog) {
+    PressF1(dialog.findChild<QWidget*>(QStringLiteral("GPIBAddr")));
+    EXPECT_EQ(Page(), PageOf(303));
+    PressF1(dialog.findChild<QWidget*>(QStringLiteral("Port_8")));
+    EXPECT_EQ(Page(), PageOf(315));
+    QTest::keyClick(Viewer()->windowHandle(), Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(Page(), PageOf(303));
+    dialog.reject();
+  });
+  Press("TB_PORTCONFIGURE");
+  QCoreApplication::processEvents();
+  EXPECT_EQ(dialogs_, 1);
+  QTest::keyClick(Viewer()->windowHandle(), Qt::Key_Right, Qt::AltModifier);
+  EXPECT_EQ(Page(), PageOf(315));
+}
+
+TEST_F(Help, F1WorksInFileDialogsAndMessages) {
+  OnDialog<QFileDialog>([this](QFileDialog& dialog) {
+    PressF1(dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit")));
+    EXPECT_EQ(Page(), PageOf(17));
+    static_cast<QDialog&>(dialog).reject();
+  });
+  Press("TB_OPENLOG");
+  OnDialog<QMessageBox>([this](QMessageBox& box) {
+    PressF1(box.button(QMessageBox::Ok));
+    EXPECT_EQ(Page(), PageOf(22));
+    box.accept();
+  });
+  MessagePrompt(&window_).ShowError("x");
+  EXPECT_EQ(dialogs_, 2);
+}
+
+TEST_F(Help, F1InTheHelpWindowOpensItsOwnPage) {
+  Press("TB_HELP");
+  PressF1(Viewer()->findChild<help::HelpPage*>());
+  EXPECT_EQ(Page(), PageOf(16));
+}
+
+TEST_F(Help, F1WithAnotherKeyIsSomethingElse) {
+  for (const Qt::KeyboardModifier modifier : {Qt::ShiftModifier, Qt::ControlModifier, Qt::AltModifier})
+    PressF1(Pane(), modifier);
+  EXPECT_FALSE(IsOpen());
+}
+
+// A window of the host's, which has a meaning of its own for F1.
+struct HostWindow final : QWidget {
+  void keyPressEvent(QKeyEvent* event) override { keys += event->key() == Qt::Key_F1 ? 1 : 0; }
+  int keys = 0;
+};
+
+TEST_F(Help, LeavesTheHostItsOwnF1) {
+  HostWindow host;
+  host.show();
+  PressF1(&host);
+  EXPECT_EQ(host.keys, 1);
+  EXPECT_FALSE(IsOpen());
+}
+
+TEST_F(Help, PageIsPrintedToAFileWhereThereIsNoPrinter) {
+  Press("TB_HELP");
+  ChooseFile(folder_.Path("hilfe"));
+  Viewer()->findChild<QAction*>(QStringLiteral("HelpPrint"))->trigger();
+  EXPECT_EQ(dialogs_, 1);
+  EXPECT_TRUE(base::ReadBytes(folder_.Path("hilfe.PDF")).starts_with("%PDF"));
+}
+
+TEST_F(Help, KnowsEachActionOfTheWindow) {
+  for (const QAction* action : window_.findChildren<QAction*>()) {
+    const std::string name = action->objectName().toStdString();
+    const bool of_ours = name.starts_with("mnu") || name.starts_with("TB_");
+    // What the popup menu does with the pane's or list's text is explained on the menu's page.
+    const bool of_popup = action->parent() == Find<QMenu>("mnuPOP1");
+    if (of_ours && !of_popup) {
+      EXPECT_TRUE(help::WidgetTopic(name).has_value()) << name;
+    }
+  }
+}
+
+// Below a window, every widget that has a name must lead to a topic before the window itself is reached.
+void ExpectTopics(const QWidget& window) {
+  for (QWidget* widget : window.findChildren<QWidget*>()) {
+    if (widget->objectName().isEmpty() || widget->objectName().startsWith(QLatin1String("qt_"))) continue;
+    if (widget->focusPolicy() == Qt::NoFocus) continue;
+    bool known = false;
+    for (const QWidget* one = widget; one != nullptr && one != &window && !known; one = one->parentWidget())
+      known = help::WidgetTopic(one->objectName().toStdString()).has_value();
+    EXPECT_TRUE(known) << widget->objectName().toStdString();
+  }
+}
+
+TEST_F(Help, KnowsEachNamedWidgetOfTheWindow) { ExpectTopics(window_); }
+
+TEST_F(Help, KnowsEachNamedFieldOfTheConnectionDialog) {
+  OnDialog<device::ConnectionDialog>([](QDialog& dialog) {
+    for (const QWidget* field : dialog.findChildren<QWidget*>()) {
+      if (field->objectName().isEmpty() || field->objectName().startsWith(QLatin1String("qt_"))) continue;
+      EXPECT_NE(help::HelpKey::TopicOf(field), 10u) << field->objectName().toStdString();
+      EXPECT_NE(help::HelpKey::TopicOf(field), help::kStartTopic) << field->objectName().toStdString();
+    }
+    dialog.reject();
+  });
+  Press("TB_PORTCONFIGURE");
+  EXPECT_EQ(dialogs_, 1);
+}
+
+TEST(HelpAfterTheTerminal, F1IsTheHostsAgain) {
+  HostWindow host;
+  host.show();
+  QWidget terminal;
+  int shown = 0;
+  {
+    const help::HelpKey key(&terminal, [&shown](std::uint32_t) { ++shown; });
+    QTest::keyClick(&terminal, Qt::Key_F1);
+  }
+  QTest::keyClick(&terminal, Qt::Key_F1);
+  EXPECT_EQ(shown, 1);
+}
+
+}  // namespace
+}  // namespace kolvane::window
