@@ -8,6 +8,7 @@ namespace kolvane::help {
 namespace {
 
 constexpr int kPageRole = Qt::UserRole;
+constexpr int kRowGap = 6;
 
 }  // namespace
 
@@ -31,6 +32,7 @@ void ContentsTree::ShowEntries(const std::vector<ContentsEntry>& entries) {
     auto* item = path.isEmpty() ? new QTreeWidgetItem(this) : new QTreeWidgetItem(path.last());
     item->setText(0, QString::fromStdString(entry.title));
     item->setToolTip(0, item->text(0));
+    item->setSizeHint(0, QSize(0, fontMetrics().height() + kRowGap));
     item->setData(0, kPageRole, QString::fromStdString(entry.page));
     path.append(item);
   }

@@ -42,7 +42,7 @@ void ClosePopups() {
 }  // namespace
 
 HelpKey::HelpKey(QWidget* terminal, std::function<void(std::uint32_t)> show)
-    : QObject(terminal), terminal_(terminal), show_(std::move(show)) {
+    : terminal_(terminal), show_(std::move(show)) {
   QApplication::instance()->installEventFilter(this);
 }
 
