@@ -8,7 +8,7 @@ HelpAccess::HelpAccess(HelpViewer& viewer, std::function<std::string()> default_
     : viewer_(viewer), default_file_(std::move(default_file)) {}
 
 void HelpAccess::ShowHelp(std::int32_t number, const std::string& path) {
-  viewer_.ShowTopic(path.empty() ? default_file_() : path, static_cast<std::uint32_t>(number));
+  viewer_.ShowPlace(path.empty() ? default_file_() : path, {static_cast<std::uint32_t>(number), {}});
 }
 
 }  // namespace kolvane::help

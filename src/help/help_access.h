@@ -4,6 +4,8 @@
 #include <functional>
 #include <string>
 
+#include "help/widget_topics.h"
+
 namespace kolvane::help {
 
 /// The help file that stands beside the component.
@@ -13,7 +15,7 @@ inline constexpr char kHelpFileName[] = "Terminal.chm";
 class HelpViewer {
  public:
   virtual ~HelpViewer() = default;
-  virtual void ShowTopic(const std::string& path, std::uint32_t topic) = 0;
+  virtual void ShowPlace(const std::string& path, const HelpPlace& place) = 0;
 };
 
 /// Help at a numeric topic, for toolbar button and F1. Nothing is reported.
@@ -24,6 +26,8 @@ class HelpAccess {
 
   /// Topic `number` of the help file `path`; of the default file where it is empty.
   void ShowHelp(std::int32_t number, const std::string& path = {});
+  /// A place in the default file.
+  void ShowHelpAt(const HelpPlace& place) { viewer_.ShowPlace(default_file_(), place); }
 
  private:
   HelpViewer& viewer_;

@@ -110,10 +110,10 @@ constexpr Row kRows[] = {
     {"StopBits", 301},
     {"TIMO", 301},
     {"RCV", 301},
-    {"Addr485", 311},
-    {"Label1", 311},
-    {"DialTIMO", 320},
-    {"txtModemScript", 320},
+    {"Addr485", 301},
+    {"Label1", 301},
+    {"DialTIMO", 301},
+    {"txtModemScript", 301},
     {"XOnLimit", 302},
     {"XOffLimit", 302},
     {"XonChar", 302},
@@ -169,11 +169,11 @@ std::vector<std::uint32_t> AllWidgetTopics() {
   return topics;
 }
 
-std::uint32_t TopicOfNames(std::span<const std::string> names) {
+HelpPlace PlaceOfNames(std::span<const std::string> names) {
   for (const std::string& name : names) {
-    if (const auto topic = WidgetTopic(name)) return *topic;
+    if (const auto topic = WidgetTopic(name)) return {*topic, name};
   }
-  return kStartTopic;
+  return {};
 }
 
 }  // namespace kolvane::help

@@ -19,8 +19,16 @@ std::optional<std::uint32_t> WidgetTopic(std::string_view object_name);
 /// Every topic that WidgetTopic may name.
 std::vector<std::uint32_t> AllWidgetTopics();
 
-/// The topic of the first name that has one, kStartTopic where none has. The names of a widget and of those
-/// that it stands in, from inside out.
-std::uint32_t TopicOfNames(std::span<const std::string> names);
+/// Where the help explains something: an anchor on a topic's page, which need not be there.
+struct HelpPlace {
+  std::uint32_t topic = kStartTopic;
+  std::string anchor;
+
+  bool operator==(const HelpPlace&) const = default;
+};
+
+/// The topic of the first name that has one, and that name as the anchor; kStartTopic where none has. The
+/// names of a widget and of those that it stands in, from inside out.
+HelpPlace PlaceOfNames(std::span<const std::string> names);
 
 }  // namespace kolvane::help

@@ -13,14 +13,14 @@ HelpCommands::HelpCommands(QWidget* window, std::string folder, base::Prompt& pr
       folder_(std::move(folder)),
       prompt_(prompt),
       access_(*this, [this] { return device::FolderFile(folder_, help::kHelpFileName); }),
-      key_(window, [this](std::uint32_t topic) { ShowHelp(static_cast<std::int32_t>(topic)); }) {}
+      key_(window, [this](const help::HelpPlace& place) { access_.ShowHelpAt(place); }) {}
 
 void HelpCommands::Close() {
   if (help_ != nullptr) help_->hide();
 }
 
-void HelpCommands::ShowTopic(const std::string& path, std::uint32_t topic) {
-  if (const auto file = files_.Get(path)) Window().ShowTopic(file, topic);
+void HelpCommands::ShowPlace(const std::string& path, const help::HelpPlace& place) {
+  if (const auto file = files_.Get(path)) Window().ShowPlace(file, place);
 }
 
 help::HelpWindow& HelpCommands::Window() {

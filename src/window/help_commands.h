@@ -25,7 +25,7 @@ class HelpCommands final : private help::HelpViewer {
   void Close();
 
  private:
-  void ShowTopic(const std::string& path, std::uint32_t topic) override;
+  void ShowPlace(const std::string& path, const help::HelpPlace& place) override;
   help::HelpWindow& Window();
 
   QWidget* window_;

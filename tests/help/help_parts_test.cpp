@@ -114,8 +114,10 @@ TEST(PageIndexTest, LeavesOutPagesBeyondItsBound) {
 }
 
 struct RecordingViewer final : HelpViewer {
-  void ShowTopic(const std::string& path, std::uint32_t topic) override { calls.emplace_back(path, topic); }
-  std::vector<std::pair<std::string, std::uint32_t>> calls;
+  void ShowPlace(const std::string& path, const HelpPlace& place) override {
+    calls.emplace_back(path, place);
+  }
+  std::vector<std::pair<std::string, HelpPlace>> calls;
 };
 
 TEST(HelpAccessTest, TakesTheDefaultFileForAnEmptyPathAlone) {
@@ -126,7 +128,9 @@ TEST(HelpAccessTest, TakesTheDefaultFileForAnEmptyPathAlone) {
   name = "two";
   access.ShowHelp(7);
   access.ShowHelp(-1, "/other.chm");
-  const decltype(viewer.calls) expected = {{"one", 1}, {"two", 7}, {"/other.chm", 0xFFFFFFFF}};
+  access.ShowHelpAt({301, "Baud"});
+  const decltype(viewer.calls) expected = {
+      {"one", {1, ""}}, {"two", {7, ""}}, {"/other.chm", {0xFFFFFFFF, ""}}, {"two", {301, "Baud"}}};
   EXPECT_EQ(viewer.calls, expected);
 }
 

@@ -26,7 +26,7 @@ class HelpWindowTest : public testing::Test {
     terminal_.show();
   }
 
-  void Show(std::uint32_t topic) { help_.ShowTopic(file_, topic); }
+  void Show(std::uint32_t topic, const std::string& anchor = {}) { help_.ShowPlace(file_, {topic, anchor}); }
   HelpPage* Page() { return help_.findChild<HelpPage*>(QStringLiteral("HelpPage")); }
   ContentsTree* Contents() { return help_.findChild<ContentsTree*>(QStringLiteral("HelpContents")); }
   QListWidget* Results() { return help_.findChild<QListWidget*>(QStringLiteral("HelpResults")); }
@@ -82,6 +82,14 @@ TEST_F(HelpWindowTest, OpensAtATopicAndNamesItInItsTitle) {
 TEST_F(HelpWindowTest, OpensTheStartPageForATopicThatTheFileLacks) {
   Show(999);
   EXPECT_EQ(Path(), "start.html");
+}
+
+TEST_F(HelpWindowTest, OpensAPageAtAnAnchorOrAtItsTopWhereThereIsNone) {
+  Show(11, "nirgends");
+  EXPECT_EQ(Path(), "ausgabe.html");
+  EXPECT_EQ(Page()->verticalScrollBar()->value(), 0);
+  Show(11, "farben");
+  EXPECT_GT(Page()->verticalScrollBar()->value(), 0);
 }
 
 TEST_F(HelpWindowTest, ShowsTheContentsAsATreeAndMarksThePageOnDisplay) {
@@ -329,7 +337,7 @@ TEST_F(HelpWindowTest, LeavesTheTerminalBlockedByADialog) {
 TEST_F(HelpWindowTest, StartsANewHistoryWithAnotherFile) {
   Show(1);
   Show(300);
-  help_.ShowTopic(HelpFile::Open(KOLVANE_TEST_HELP), 300);
+  help_.ShowPlace(HelpFile::Open(KOLVANE_TEST_HELP), {300, {}});
   EXPECT_EQ(Path(), "verbindung.html");
   EXPECT_TRUE(Page()->toPlainText().contains(QStringLiteral("Schnittstelle")));
   EXPECT_FALSE(Action("HelpBack")->isEnabled());

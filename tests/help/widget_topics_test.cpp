@@ -59,9 +59,11 @@ TEST(WidgetTopics, AreMissingForNamesThatNoWindowHas) {
 }
 
 TEST(WidgetTopics, TakeTheInnermostNameThatHasOne) {
-  EXPECT_EQ(TopicOfNames({}), kStartTopic);
-  EXPECT_EQ(TopicOfNames(std::vector<std::string>{"", "x"}), kStartTopic);
-  EXPECT_EQ(TopicOfNames(std::vector<std::string>{"", "x", "Baud", "U_Port"}), 301u);
+  const auto place = [](std::vector<std::string> names) { return PlaceOfNames(names); };
+  EXPECT_EQ(place({}), (HelpPlace{kStartTopic, ""}));
+  EXPECT_EQ(place({"", "x"}), (HelpPlace{kStartTopic, ""}));
+  EXPECT_EQ(place({"", "x", "Baud", "U_Port"}), (HelpPlace{301, "Baud"}));
+  EXPECT_EQ(place({"optFormat_5", "Frame1"}), (HelpPlace{502, "optFormat_5"}));
 }
 
 }  // namespace

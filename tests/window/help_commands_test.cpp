@@ -219,8 +219,8 @@ TEST_F(Help, KnowsEachNamedFieldOfTheConnectionDialog) {
   OnDialog<device::ConnectionDialog>([](QDialog& dialog) {
     for (const QWidget* field : dialog.findChildren<QWidget*>()) {
       if (field->objectName().isEmpty() || field->objectName().startsWith(QLatin1String("qt_"))) continue;
-      EXPECT_NE(help::HelpKey::TopicOf(field), 10u) << field->objectName().toStdString();
-      EXPECT_NE(help::HelpKey::TopicOf(field), help::kStartTopic) << field->objectName().toStdString();
+      EXPECT_NE(help::HelpKey::PlaceOf(field).topic, 10u) << field->objectName().toStdString();
+      EXPECT_NE(help::HelpKey::PlaceOf(field).topic, help::kStartTopic) << field->objectName().toStdString();
     }
     dialog.reject();
   });
@@ -234,7 +234,7 @@ TEST(HelpAfterTheTerminal, F1IsTheHostsAgain) {
   QWidget terminal;
   int shown = 0;
   {
-    const help::HelpKey key(&terminal, [&shown](std::uint32_t) { ++shown; });
+    const help::HelpKey key(&terminal, [&shown](const help::HelpPlace&) { ++shown; });
     QTest::keyClick(&terminal, Qt::Key_F1);
   }
   QTest::keyClick(&terminal, Qt::Key_F1);

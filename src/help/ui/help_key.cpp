@@ -8,8 +8,6 @@
 #include <QToolButton>
 #include <utility>
 
-#include "help/widget_topics.h"
-
 namespace kolvane::help {
 namespace {
 
@@ -41,16 +39,16 @@ void ClosePopups() {
 
 }  // namespace
 
-HelpKey::HelpKey(QWidget* terminal, std::function<void(std::uint32_t)> show)
+HelpKey::HelpKey(QWidget* terminal, std::function<void(const HelpPlace&)> show)
     : terminal_(terminal), show_(std::move(show)) {
   QApplication::instance()->installEventFilter(this);
 }
 
-std::uint32_t HelpKey::TopicOf(const QWidget* widget) {
+HelpPlace HelpKey::PlaceOf(const QWidget* widget) {
   std::vector<std::string> names = {NameOf(MarkedAction(widget)).toStdString()};
   for (; widget != nullptr; widget = widget->parentWidget())
     names.push_back(widget->objectName().toStdString());
-  return TopicOfNames(names);
+  return PlaceOfNames(names);
 }
 
 bool HelpKey::IsOfTerminal(const QWidget* widget) const {
@@ -67,10 +65,10 @@ bool HelpKey::eventFilter(QObject* target, QEvent* event) {
     event->accept();
     return true;
   }
-  const std::uint32_t topic = TopicOf(widget);
+  const HelpPlace place = PlaceOf(widget);
   // A menu or a list that is open would keep the help from being used.
   ClosePopups();
-  show_(topic);
+  show_(place);
   return true;
 }
 

@@ -2,8 +2,9 @@
 
 #include <QObject>
 #include <QWidget>
-#include <cstdint>
 #include <functional>
+
+#include "help/widget_topics.h"
 
 namespace kolvane::help {
 
@@ -11,10 +12,10 @@ namespace kolvane::help {
 /// of the application keep their F1. It works for as long as it lives.
 class HelpKey final : public QObject {
  public:
-  HelpKey(QWidget* terminal, std::function<void(std::uint32_t topic)> show);
+  HelpKey(QWidget* terminal, std::function<void(const HelpPlace&)> show);
 
-  /// The topic of a widget, or of the action that is marked in it, or of what it stands in.
-  static std::uint32_t TopicOf(const QWidget* widget);
+  /// Where a widget is explained, or the action that is marked in it, or what it stands in.
+  static HelpPlace PlaceOf(const QWidget* widget);
 
  protected:
   bool eventFilter(QObject* target, QEvent* event) override;
@@ -23,7 +24,7 @@ class HelpKey final : public QObject {
   bool IsOfTerminal(const QWidget* widget) const;
 
   QWidget* terminal_;
-  std::function<void(std::uint32_t)> show_;
+  std::function<void(const HelpPlace&)> show_;
 };
 
 }  // namespace kolvane::help

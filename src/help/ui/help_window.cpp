@@ -97,15 +97,17 @@ void HelpWindow::BuildToolbar() {
   connect(page_, &QTextBrowser::forwardAvailable, forward, &QAction::setEnabled);
 }
 
-void HelpWindow::ShowTopic(const std::shared_ptr<const HelpFile>& file, std::uint32_t topic) {
+void HelpWindow::ShowPlace(const std::shared_ptr<const HelpFile>& file, const HelpPlace& place) {
   if (page_->file() != file.get()) {
     page_->Use(file);
     contents_->ShowEntries(file->contents());
     search_->Refresh();
   }
-  std::string page = file->TopicPage(topic);
-  if (page.empty()) page = file->StartPage();
-  page_->ShowPage(QString::fromStdString(page));
+  if (const std::string page = file->TopicPage(place.topic); !page.empty()) {
+    page_->ShowPage(QString::fromStdString(page), QString::fromStdString(place.anchor));
+  } else {
+    page_->ShowPage(QString::fromStdString(file->StartPage()));
+  }
   if (isMinimized()) showNormal();
   show();
   StayUsable();

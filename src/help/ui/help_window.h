@@ -11,6 +11,7 @@
 #include "help/ui/contents_tree.h"
 #include "help/ui/help_page.h"
 #include "help/ui/search_panel.h"
+#include "help/widget_topics.h"
 
 namespace kolvane::help {
 
@@ -28,9 +29,9 @@ class HelpWindow final : public QMainWindow {
  public:
   HelpWindow(HelpWindowServices services, QWidget* parent);
 
-  /// Shows a topic of this file, its start page where it lacks the topic, and comes to the front. What the
-  /// file was asked for before stays in the history.
-  void ShowTopic(const std::shared_ptr<const HelpFile>& file, std::uint32_t topic);
+  /// Shows a place in this file, its start page where it lacks the topic, and comes to the front. What was
+  /// shown of the same file before stays in the history.
+  void ShowPlace(const std::shared_ptr<const HelpFile>& file, const HelpPlace& place);
 
  protected:
   bool event(QEvent* event) override;
