@@ -112,11 +112,18 @@ double Leading(std::string_view text, bool comma) {
 }
 
 template <typename Int>
-Int RoundTo(double value) {
+std::optional<Int> Fit(double value) {
   const double rounded = std::nearbyint(value);
   if (!(rounded >= std::numeric_limits<Int>::min() && rounded <= std::numeric_limits<Int>::max()))
-    throw RuntimeError(RuntimeError::Kind::kOverflow);
+    return std::nullopt;
   return static_cast<Int>(rounded);
+}
+
+template <typename Int>
+Int RoundTo(double value) {
+  const auto rounded = Fit<Int>(value);
+  if (!rounded) throw RuntimeError(RuntimeError::Kind::kOverflow);
+  return *rounded;
 }
 
 double TextValue(std::string_view text) {
@@ -152,6 +159,10 @@ std::optional<double> WholeTextNumber(std::string_view text) {
   }
   return ValueOf(scan);
 }
+
+std::optional<std::int16_t> FitInt16(double value) { return Fit<std::int16_t>(value); }
+
+std::optional<std::int32_t> FitInt32(double value) { return Fit<std::int32_t>(value); }
 
 std::int16_t RoundToInt16(double value) { return RoundTo<std::int16_t>(value); }
 

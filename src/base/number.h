@@ -18,7 +18,11 @@ double LeadingTypedNumber(std::string_view text);
 /// The whole of `text` as a number (blanks around it allowed, comma or point), or nothing.
 std::optional<double> WholeTextNumber(std::string_view text);
 
-/// Rounds half to even; throws RuntimeError kOverflow outside the type's range.
+/// Rounds half to even; nothing outside the type's range.
+std::optional<std::int16_t> FitInt16(double value);
+std::optional<std::int32_t> FitInt32(double value);
+
+/// The same; throws RuntimeError kOverflow outside the type's range.
 std::int16_t RoundToInt16(double value);
 std::int32_t RoundToInt32(double value);
 

@@ -1,6 +1,5 @@
 #include "device/folder_file.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <system_error>
 
@@ -8,6 +7,7 @@
 #include "base/folding.h"
 #include "base/read_file.h"
 #include "base/replace_file.h"
+#include "base/take_line.h"
 
 namespace kolvane::device {
 namespace {
@@ -29,15 +29,6 @@ std::string BytesOf(const std::vector<std::string>& lines) {
   return bytes;
 }
 
-// Takes one line off the front of `bytes`, its end included.
-std::string_view TakeLine(std::string_view& bytes) {
-  const std::size_t end = std::min(bytes.find_first_of(kLineEnd), bytes.size());
-  const std::string_view line = bytes.substr(0, end);
-  bytes.remove_prefix(end);
-  bytes.remove_prefix(bytes.substr(0, 2) == kLineEnd ? 2 : bytes.empty() ? 0 : 1);
-  return line;
-}
-
 }  // namespace
 
 std::string FolderFile(const std::string& folder, std::string_view name) {
@@ -56,7 +47,8 @@ std::optional<std::vector<std::string>> ReadLines(const std::string& path) {
   const std::optional<std::string> bytes = ReadBytes(path);
   if (!bytes) return std::nullopt;
   std::vector<std::string> lines;
-  for (std::string_view rest = *bytes; !rest.empty();) lines.push_back(base::FromWindows1252(TakeLine(rest)));
+  for (std::string_view rest = *bytes; !rest.empty();)
+    lines.push_back(base::FromWindows1252(base::TakeLine(rest)));
   return lines;
 }
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include "base/runtime_error.h"
 
 namespace kolvane::base {
@@ -33,6 +35,15 @@ TEST(LeadingNumber, TakesWhatStandsAtTheStart) {
 TEST(LeadingNumber, TypedNumbersMayHaveAComma) {
   EXPECT_EQ(LeadingTypedNumber("1,5 s"), 1.5);
   EXPECT_EQ(LeadingTypedNumber("1.5"), 1.5);
+}
+
+TEST(FitInt, RoundsHalfToEvenWithinTheRangeAlone) {
+  EXPECT_EQ(FitInt16(2.5), 2);
+  EXPECT_EQ(FitInt16(32767.4), 32767);
+  EXPECT_EQ(FitInt16(32767.5), std::nullopt);
+  EXPECT_EQ(FitInt16(-32768.6), std::nullopt);
+  EXPECT_EQ(FitInt32(-2147483648.0), std::numeric_limits<std::int32_t>::min());
+  EXPECT_EQ(FitInt32(2147483648.0), std::nullopt);
 }
 
 TEST(WholeTextNumber, TakesTheWholeTextOrNothing) {
