@@ -1,0 +1,73 @@
+#include "inspect/decode.h"
+
+#include <filesystem>
+#include <new>
+#include <system_error>
+
+#include "base/number.h"
+#include "base/read_file.h"
+#include "inspect/byte_values.h"
+
+namespace kolvane::inspect {
+namespace {
+
+std::int32_t BytesOf(int format_code) {
+  switch (format_code) {
+    case format::kByte:
+      return 1;
+    case format::kShort:
+      return 2;
+    case format::kDouble:
+      return 8;
+    default:
+      return 4;
+  }
+}
+
+std::string ValueText(const InspectorState& state, std::string_view decimal_sign) {
+  switch (state.format_code) {
+    case format::kByte:
+      return std::to_string(state.buffer[0]);
+    case format::kShort:
+      return std::to_string(*ShortAt(state.buffer, 0, state.network_order));
+    case format::kLong:
+      return std::to_string(*LongAt(state.buffer, 0, state.network_order));
+    case format::kFloat:
+      return base::SingleText(*FloatAt(state.buffer, 0, state.network_order), decimal_sign);
+    default:
+      return base::DoubleText(*DoubleAt(state.buffer, 0), decimal_sign);
+  }
+}
+
+std::optional<std::string> ReadTemplate(const std::string& path) {
+  namespace fs = std::filesystem;
+  std::error_code error;
+  if (!fs::is_regular_file(path, error) || fs::file_size(path, error) > kLargestTemplate) return std::nullopt;
+  std::string bytes;
+  if (base::ReadFile(path, bytes) != 0) return std::nullopt;
+  return bytes;
+}
+
+std::vector<std::string> TemplateLines(const std::string& path, const NumberForm& form, DumpView& view,
+                                       ByteBuffer& buffer) {
+  try {
+    if (const auto file = ReadTemplate(path)) return RunTemplate(*file, form, view, buffer);
+  } catch (const std::bad_alloc&) {
+    // No template is worth the terminal's end.
+  }
+  return {};
+}
+
+}  // namespace
+
+Decoded InspectBytePattern(const std::string& template_path, std::string_view decimal_sign, DumpView& view,
+                           InspectorState& state) {
+  view.selected = 0;
+  const NumberForm form{state.network_order, decimal_sign};
+  if (state.format_code >= format::kTemplate)
+    return {.caption = {}, .lines = TemplateLines(template_path, form, view, state.buffer)};
+  [[maybe_unused]] const bool fitted = BuildByteBuf(BytesOf(state.format_code), view, state.buffer);
+  return {.caption = ValueText(state, decimal_sign), .lines = {}};
+}
+
+}  // namespace kolvane::inspect

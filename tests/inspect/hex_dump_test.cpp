@@ -1,0 +1,105 @@
+#include "inspect/hex_dump.h"
+
+#include <gtest/gtest.h>
+
+#include "base/runtime_error.h"
+#include "inspect/dump_layout.h"
+#include "inspect/marked_bytes.h"
+
+namespace kolvane::inspect {
+namespace {
+
+std::string Line(const std::string& dump, std::size_t line) { return dump.substr(line * 62, 62); }
+
+TEST(HexDumpTest, AByteStandsAsDigitsAndAsCharacter) {
+  EXPECT_EQ(BuildDump("<41><42><43>"), "0000 414243                                 ABC.............\r\n");
+}
+
+TEST(HexDumpTest, SixteenBytesFillALine) {
+  EXPECT_EQ(BuildDump(Marked("ABCDEFGHIJKLMNOP")),
+            "0000 41424344 45464748 494A4B4C 4D4E4F50    ABCDEFGHIJKLMNOP\r\n");
+}
+
+TEST(HexDumpTest, TheSeventeenthByteBeginsALineWithItsOffset) {
+  const std::string dump = DumpOf(Ramp(17));
+  ASSERT_EQ(dump.size(), 124u);
+  EXPECT_EQ(Line(dump, 0), "0000 00010203 04050607 08090A0B 0C0D0E0F    ................\r\n");
+  EXPECT_EQ(Line(dump, 1), "0016 10                                     ................\r\n");
+}
+
+TEST(HexDumpTest, NothingMarkedIsNoLine) {
+  EXPECT_EQ(BuildDump(""), "");
+  EXPECT_EQ(BuildDump(">"), "");
+  EXPECT_EQ(BuildDump("4"), "");
+  EXPECT_EQ(BuildDump("<>"), "");
+}
+
+TEST(HexDumpTest, TheLastCharacterIsNeverLookedAt) {
+  EXPECT_EQ(BuildDump("<41><42").substr(0, 12), "0000 414    ");
+  EXPECT_EQ(BuildDump("414"), "0000 41                                     A...............\r\n");
+  EXPECT_EQ(BuildDump("4142"), "0000 414                                    A...............\r\n");
+}
+
+TEST(HexDumpTest, APartOfALineThatDoesNotEndInADigitIsLost) {
+  EXPECT_EQ(BuildDump("<41><4"), "");
+  EXPECT_EQ(BuildDump("<41> "), "");
+  EXPECT_EQ(BuildDump(Marked(Ramp(17)) + " ").size(), 62u);
+  EXPECT_EQ(BuildDump(Marked(Ramp(16)) + "<4").size(), 62u);
+}
+
+TEST(HexDumpTest, EveryCharacterButTheBracketsCountsAsADigit) {
+  EXPECT_EQ(BuildDump("<41>\r\n<42>"), "0000 41\r\n42                                 A.B.............\r\n");
+  EXPECT_EQ(BuildDump("x y\xFCz<41>").substr(0, 16), "0000 x y\xFCz41    ");
+  EXPECT_EQ(BuildDump(std::string("\0<41>", 5)).substr(5, 3), std::string("\0"
+                                                                          "41",
+                                                                          3));
+}
+
+TEST(HexDumpTest, WhatIsNoHexadecimalNumberIsAPoint) {
+  EXPECT_EQ(Line(BuildDump("zz4141"), 0).substr(44, 3), ".A.");
+  EXPECT_EQ(Line(BuildDump("5z41x"), 0).substr(44, 2), ".A");
+}
+
+TEST(HexDumpTest, CharactersFrom32To127ShowThemselves) {
+  EXPECT_EQ(Line(DumpOf("\x1F\x20\x7E\x7F\x80\xFF"), 0).substr(44, 6), ". ~\x7F..");
+}
+
+TEST(HexDumpTest, LowerCaseDigitsStayAsTheyAre) {
+  EXPECT_EQ(BuildDump("<4a>.").substr(0, 7), "");
+  EXPECT_EQ(BuildDump("<4a>").substr(0, 46), "0000 4a                                     J.");
+}
+
+TEST(HexDumpTest, OffsetsFrom10000OnTakeThePlaceOfTheBlank) {
+  const std::string dump = DumpOf(Ramp(10016));
+  EXPECT_EQ(Line(dump, 624).substr(0, 9), "9984 0001");
+  EXPECT_EQ(Line(dump, 625).substr(0, 9), "100001011");
+  EXPECT_EQ(dump.size(), 626u * 62);
+}
+
+TEST(HexDumpTest, TheLargestDumpHas2047Lines) {
+  const std::string dump = DumpOf(Ramp(32752));
+  EXPECT_EQ(dump.size(), 2047u * 62);
+  EXPECT_EQ(Line(dump, 2046).substr(0, 13), "32736E0E1E2E3");
+}
+
+TEST(HexDumpTest, OneMoreLineOverflows) {
+  for (const std::size_t bytes : {32768u, 32769u, 40000u}) {
+    try {
+      (void)DumpOf(Ramp(bytes));
+      ADD_FAILURE() << bytes;
+    } catch (const base::RuntimeError& error) {
+      EXPECT_EQ(error.kind(), base::RuntimeError::Kind::kOverflow);
+    }
+  }
+  // A line that is never finished does not count.
+  EXPECT_EQ(BuildDump(Marked(Ramp(32753)) + " ").size(), 2047u * 62);
+}
+
+TEST(HexDumpTest, BytesStandAtSixteenColumns) {
+  std::string columns;
+  for (Position column = 0; column < kLineLength; ++column) columns += IsByteColumn(column) ? 'x' : '-';
+  EXPECT_EQ(columns, "-----x-x-x-x--x-x-x-x--x-x-x-x--x-x-x-x-----------------------");
+}
+
+}  // namespace
+}  // namespace kolvane::inspect
