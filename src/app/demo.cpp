@@ -53,6 +53,9 @@ void FillFolder(const fs::path& folder, const fs::path& component_folder) {
     fs::copy_file(component_folder / name, folder / name, fs::copy_options::skip_existing);
   // Large, only read, and no reason to end the demo where it is missing.
   fs::create_symlink(component_folder / "Terminal.chm", folder / "Terminal.chm");
+  for (const auto& entry : fs::directory_iterator(component_folder)) {
+    if (entry.path().extension() == ".BNS") fs::copy_file(entry, folder / entry.path().filename());
+  }
   fs::current_path(folder);
 }
 

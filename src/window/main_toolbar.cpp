@@ -12,7 +12,7 @@ constexpr ButtonRow kButtons[] = {
     {"TB_OPENLOG", "log-open", "Logdatei öffnen", false, false},
     {"TB_CLOSELOG", "log-close", "Logdatei schließen", false, false},
     {"TB_RECORDLOG", "log-record-off", "Log aktivieren", false, true},
-    {"TB_INSPECT", "inspect", "Binärdaten analysieren", false, true},
+    {"TB_INSPECT", "inspect", "Binärdaten analysieren", true, true},
     {"TB_HELP", "help", "Hilfe anzeigen", true, false},
 };
 

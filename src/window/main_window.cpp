@@ -11,6 +11,7 @@
 #include "help/widget_topics.h"
 #include "window/caption.h"
 #include "window/images.h"
+#include "window/inspect_command.h"
 #include "window/lock_gui.h"
 #include "window/text.h"
 
@@ -121,6 +122,7 @@ void MainWindow::ConnectMenus() {
   for (const char* item : {"mnuSaveTerminal", "mnuSaveAs"}) On(item, [this] { pane_target_.Save(); });
   On("mnuOpenTextFile", [this] { pane_target_.Open(); });
   On("mnuPrintTermWindow", [this] { pane_target_.Print(); });
+  On("mnuBinInspect", [this] { InspectBinaryData(); });
   On("mnuInsertComment", [this] { pane_target_.InsertComment(); });
   connect(pane_, &terminal::OutputPane::popupRequested, &popup_,
           [this](const QPoint& where) { popup_.OpenPopup(edit_target::kPane, where); });
@@ -154,6 +156,7 @@ void MainWindow::Toolbar1ButtonClick(const QString& key) {
       {"TB_OPENLOG", [this] { log_.Open(); }},
       {"TB_CLOSELOG", [this] { log_.control().CloseLog(); }},
       {"TB_RECORDLOG", [this] { log_.control().PressRecord(); }},
+      {"TB_INSPECT", [this] { InspectBinaryData(); }},
       {"TB_HELP", [this] { help_.ShowHelp(help::kStartTopic); }},
   };
   for (const auto& [name, action] : actions) {
@@ -189,6 +192,8 @@ void MainWindow::ConfigureConnection() {
       {context_.slices.connection, context_.slices.device, context_.library, prompt_, context_.folder}, this)
       .exec();
 }
+
+void MainWindow::InspectBinaryData() { InspectMarked(*pane_, inspector_, context_.folder, prompt_, this); }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
   close_after_run_ = script_.EndRun();

@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "device/port_library_source.h"
+#include "inspect/inspector_state.h"
 #include "terminal/interactive_send.h"
 #include "terminal/terminal_core.h"
 #include "terminal/ui/output_pane.h"
@@ -72,6 +73,7 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   void Send();
   void OpenConnectionMenu();
   void ConfigureConnection();
+  void InspectBinaryData();
   void ShowCaption();
   void On(const char* item, const std::function<void()>& event);
 
@@ -93,6 +95,7 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   terminal::InteractiveSend interactive_;
   ReceiveView receive_;
   HelpCommands help_;
+  inspect::InspectorState inspector_;
   std::function<void()> unload_;
   bool close_after_run_ = false;
 };

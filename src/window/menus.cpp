@@ -79,7 +79,7 @@ constexpr ItemRow kPopup[] = {
     {.name = "mnuPrint", .caption = "&Drucken", .icon = "print", .enabled = true, .ends_group = true},
     {.name = "mnuBackColor", .caption = "&Hintergrundfarbe...", .icon = "color", .enabled = true},
     {.name = "mnuFont", .caption = "Sch&riftart...", .icon = "font", .enabled = true, .ends_group = true},
-    {.name = "mnuBinInspect", .caption = "&Binärdaten analysieren...", .icon = "inspect"},
+    {.name = "mnuBinInspect", .caption = "&Binärdaten analysieren...", .icon = "inspect", .enabled = true},
     {.name = "mnuInsertComment", .caption = "Kommen&tar einfügen", .icon = "comment", .enabled = true},
 };
 

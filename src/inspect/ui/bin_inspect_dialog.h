@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QCheckBox>
+#include <QDialog>
+#include <string>
+#include <vector>
+
+#include "inspect/inspector_state.h"
+#include "inspect/ui/format_frame.h"
+#include "inspect/ui/inspect_area.h"
+
+namespace kolvane::inspect {
+
+/// What the dialog works on; all of it outlives the dialog.
+struct BinInspectContext {
+  InspectorState& state;
+  std::string folder;  ///< the component's, where the templates are
+  std::string decimal_sign;
+};
+
+/// The dialog `frmBinInspect`: the inspector on widgets. Making it looks for the templates.
+class BinInspectDialog final : public QDialog {
+  Q_OBJECT
+
+ public:
+  explicit BinInspectDialog(BinInspectContext context, QWidget* parent = nullptr);
+
+  /// Shows the dump of what is marked in the output pane (Windows-1252), the caret on its first byte. Throws
+  /// RuntimeError kOverflow where it is too long.
+  void Initialize(std::string_view marked);
+
+ private:
+  void BuildTemplateList();
+  QLayout* BuildSide();
+  void FormatClick(int option);
+  void TemplateClick(int index);
+  void Inspect();
+  void InspectAtCaret();
+  std::string TemplatePath() const;
+  void Copy() const;
+
+  BinInspectContext context_;
+  std::vector<std::string> templates_;
+  InspectArea* area_;
+  FormatFrame* formats_;
+  QCheckBox* network_order_;
+};
+
+}  // namespace kolvane::inspect

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QComboBox>
+#include <QGroupBox>
+#include <QRadioButton>
+#include <array>
+#include <string>
+#include <vector>
+
+namespace kolvane::inspect {
+
+/// The frame `Frame1`: the option buttons of the formats and the list of templates.
+class FormatFrame final : public QGroupBox {
+  Q_OBJECT
+
+ public:
+  explicit FormatFrame(QWidget* parent = nullptr);
+
+  /// Fills the list and chooses its first entry, without a word to anyone.
+  void SetTemplates(const std::vector<std::string>& names);
+  int TemplateIndex() const { return templates_->currentIndex(); }
+
+  /// Shows a format as chosen, without a word to anyone.
+  void Check(int option);
+
+  void EnableTemplates(bool enabled) { templates_->setEnabled(enabled); }
+
+ Q_SIGNALS:
+  void FormatClick(int option);
+  void TemplateClick(int index);
+
+ private:
+  static constexpr int kOptions = 6;
+
+  std::array<QRadioButton*, kOptions> options_{};
+  QComboBox* templates_;
+};
+
+}  // namespace kolvane::inspect

@@ -1,0 +1,88 @@
+#include "inspect/ui/inspect_area.h"
+
+#include "inspect/ui/text.h"
+
+namespace kolvane::inspect {
+namespace {
+
+constexpr int kTwipsPerPixel = 15;
+constexpr int kGap = (100 + kTwipsPerPixel / 2) / kTwipsPerPixel;  // above the lines
+
+constexpr int kLinesFontPoints = 11;
+constexpr int kValueFontPoints = 20;
+constexpr int kLeastHeight = 60;  // of dump and of lines
+
+}  // namespace
+
+InspectArea::InspectArea(QWidget* parent)
+    : QWidget(parent), dump_(new DumpTextBox(this)), lines_(new QListWidget(this)), value_(new QLabel(this)) {
+  BuildLines();
+  BuildValue();
+}
+
+void InspectArea::BuildLines() {
+  lines_->setObjectName(QStringLiteral("lstTemplate"));
+  lines_->setAccessibleName(QStringLiteral("Felder der Formatvorlage"));
+  lines_->setFont(ByteFont(kLinesFontPoints));
+  lines_->setUniformItemSizes(true);
+  lines_->setSelectionMode(QAbstractItemView::ExtendedSelection);
+  lines_->hide();
+}
+
+void InspectArea::BuildValue() {
+  value_->setObjectName(QStringLiteral("NumDisplay"));
+  value_->setAccessibleName(QStringLiteral("Wert"));
+  value_->setFont(ByteFont(kValueFontPoints));
+  value_->setTextFormat(Qt::PlainText);
+  value_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  value_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  value_->setMargin(kGap);
+}
+
+void InspectArea::ShowLines(bool shown) {
+  lines_->setVisible(shown);
+  LayOut();
+}
+
+void InspectArea::SetLines(const std::vector<std::string>& lines) {
+  QStringList shown;
+  shown.reserve(static_cast<qsizetype>(lines.size()));
+  for (const std::string& line : lines) shown << FromBytes(line);
+  lines_->clear();
+  lines_->addItems(shown);
+}
+
+void InspectArea::SetValue(const std::string& text) { value_->setText(QString::fromStdString(text)); }
+
+QString InspectArea::TextToCopy() const {
+  if (lines_->isHidden()) return value_->text();
+  const bool marked = !lines_->selectedItems().isEmpty();
+  QStringList texts;
+  for (int row = 0; row < lines_->count(); ++row) {
+    if (!marked || lines_->item(row)->isSelected()) texts << lines_->item(row)->text();
+  }
+  return texts.join(QLatin1Char('\n'));
+}
+
+QSize InspectArea::sizeHint() const {
+  return dump_->sizeHint() + QSize(0, value_->sizeHint().height() + kGap);
+}
+
+QSize InspectArea::minimumSizeHint() const {
+  return {dump_->minimumSizeHint().width(), 2 * kLeastHeight + kGap + value_->sizeHint().height()};
+}
+
+void InspectArea::resizeEvent(QResizeEvent*) { LayOut(); }
+
+void InspectArea::LayOut() {
+  const int value_height = value_->sizeHint().height();
+  const int value_top = height() - value_height;
+  const int lines_top = value_top / 2;
+  value_->setGeometry(0, value_top, width(), value_height);
+  lines_->setGeometry(0, lines_top, width(), value_top - lines_top);
+  const int dump_height = lines_->isHidden() ? value_top : lines_top - kGap;
+  dump_->setGeometry(0, 0, width(), dump_height);
+  dump_->ensureCursorVisible();
+}
+
+}  // namespace kolvane::inspect

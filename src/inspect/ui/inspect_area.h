@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QLabel>
+#include <QListWidget>
+
+#include "inspect/ui/dump_text_box.h"
+
+namespace kolvane::inspect {
+
+/// Dump, template lines and value, one above the other. The lines take the dump's lower part while they are
+/// shown; without them it reaches down to the value.
+class InspectArea final : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit InspectArea(QWidget* parent = nullptr);
+
+  DumpTextBox* dump() { return dump_; }
+
+  void ShowLines(bool shown);
+  void SetLines(const std::vector<std::string>& lines);
+  void SetValue(const std::string& text);
+  /// The marked lines, all where none is marked; without lines the value.
+  QString TextToCopy() const;
+
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override;
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  void BuildLines();
+  void BuildValue();
+  void LayOut();
+
+  DumpTextBox* dump_;
+  QListWidget* lines_;
+  QLabel* value_;
+};
+
+}  // namespace kolvane::inspect

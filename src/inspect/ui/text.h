@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QFont>
+#include <QString>
+#include <string_view>
+
+#include "base/codepage.h"
+
+namespace kolvane::inspect {
+
+inline QString FromBytes(std::string_view windows1252) {
+  return QString::fromStdString(base::FromWindows1252(windows1252));
+}
+
+/// The font of everything that shows bytes; where Courier New is missing another of fixed pitch.
+inline QFont ByteFont(int points) {
+  QFont font(QStringLiteral("Courier New"), points);
+  font.setStyleHint(QFont::Monospace);
+  font.setFixedPitch(true);
+  return font;
+}
+
+}  // namespace kolvane::inspect

@@ -1,0 +1,19 @@
+#include "window/inspect_command.h"
+
+#include "base/codepage.h"
+#include "base/number.h"
+#include "inspect/texts.h"
+#include "inspect/ui/bin_inspect_dialog.h"
+
+namespace kolvane::window {
+
+void InspectMarked(const terminal::OutputPane& pane, inspect::InspectorState& state,
+                   const std::string& folder, MessagePrompt& prompt, QWidget* window) {
+  const std::string marked = base::ToWindows1252(pane.text().SelectedText("\r\n"));
+  if (marked.empty()) return prompt.ShowMessage(inspect::texts::kNothingMarked);
+  inspect::BinInspectDialog dialog({state, folder, base::SystemDecimalSign()}, window);
+  dialog.Initialize(marked);
+  dialog.exec();
+}
+
+}  // namespace kolvane::window

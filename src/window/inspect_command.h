@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QWidget>
+#include <string>
+
+#include "inspect/inspector_state.h"
+#include "terminal/ui/output_pane.h"
+#include "window/message_prompt.h"
+
+namespace kolvane::window {
+
+/// "Binärdaten analysieren": opens the inspector on what is marked in the pane, or tells the user to mark
+/// something. Throws RuntimeError kOverflow where too much is marked.
+void InspectMarked(const terminal::OutputPane& pane, inspect::InspectorState& state,
+                   const std::string& folder, MessagePrompt& prompt, QWidget* window);
+
+}  // namespace kolvane::window
