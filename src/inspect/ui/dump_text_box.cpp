@@ -11,7 +11,7 @@ namespace kolvane::inspect {
 namespace {
 
 constexpr int kFontPoints = 11;
-constexpr int kLinesWanted = 12;
+constexpr int kLinesWanted = 20;
 
 int KeyCode(int qt_key) {
   if (qt_key == Qt::Key_Right) return key::kRight;
@@ -95,7 +95,12 @@ void DumpTextBox::keyReleaseEvent(QKeyEvent* event) {
   if (!event->isAutoRepeat()) Q_EMIT KeyUp();
 }
 
-void DumpTextBox::mouseDoubleClickEvent(QMouseEvent* event) { mousePressEvent(event); }
+void DumpTextBox::mouseDoubleClickEvent(QMouseEvent* event) {
+  // A second click, which marks no word.
+  QMouseEvent press(QEvent::MouseButtonPress, event->position(), event->globalPosition(), event->button(),
+                    event->buttons(), event->modifiers(), event->pointingDevice());
+  mousePressEvent(&press);
+}
 
 void DumpTextBox::mouseReleaseEvent(QMouseEvent* event) {
   QPlainTextEdit::mouseReleaseEvent(event);

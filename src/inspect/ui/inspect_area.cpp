@@ -37,6 +37,10 @@ void InspectArea::BuildValue() {
   value_->setTextInteractionFlags(Qt::TextSelectableByMouse);
   value_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   value_->setMargin(kGap);
+  value_->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+  value_->setBackgroundRole(QPalette::Base);
+  value_->setAutoFillBackground(true);
+  value_->setFixedHeight(value_->fontMetrics().height() + 2 * (kGap + value_->frameWidth()));
 }
 
 void InspectArea::ShowLines(bool shown) {
@@ -64,21 +68,18 @@ QString InspectArea::TextToCopy() const {
   return texts.join(QLatin1Char('\n'));
 }
 
-QSize InspectArea::sizeHint() const {
-  return dump_->sizeHint() + QSize(0, value_->sizeHint().height() + kGap);
-}
+QSize InspectArea::sizeHint() const { return dump_->sizeHint() + QSize(0, value_->height()); }
 
 QSize InspectArea::minimumSizeHint() const {
-  return {dump_->minimumSizeHint().width(), 2 * kLeastHeight + kGap + value_->sizeHint().height()};
+  return {dump_->minimumSizeHint().width(), 2 * kLeastHeight + kGap + value_->height()};
 }
 
 void InspectArea::resizeEvent(QResizeEvent*) { LayOut(); }
 
 void InspectArea::LayOut() {
-  const int value_height = value_->sizeHint().height();
-  const int value_top = height() - value_height;
+  const int value_top = height() - value_->height();
   const int lines_top = value_top / 2;
-  value_->setGeometry(0, value_top, width(), value_height);
+  value_->setGeometry(0, value_top, width(), value_->height());
   lines_->setGeometry(0, lines_top, width(), value_top - lines_top);
   const int dump_height = lines_->isHidden() ? value_top : lines_top - kGap;
   dump_->setGeometry(0, 0, width(), dump_height);

@@ -1,0 +1,291 @@
+#include "inspect/ui/bin_inspect_dialog.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QPushButton>
+#include <QTest>
+#include <memory>
+
+#include "base/runtime_error.h"
+#include "base/temp_folder.h"
+#include "inspect/marked_bytes.h"
+
+namespace kolvane::inspect {
+namespace {
+
+using namespace std::string_literals;
+
+class BinInspectDialogTest : public testing::Test {
+ protected:
+  void Open(std::string_view bytes) {
+    dialog_ = std::make_unique<BinInspectDialog>(BinInspectContext{state_, folder_.Path(""), ","});
+    dialog_->Initialize(Marked(bytes));
+    dialog_->show();
+    dialog_->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(dialog_.get()));
+  }
+
+  void AddTemplate(const std::string& name, const std::string& text) {
+    base::WriteBytes(folder_.Path(name), text);
+  }
+
+  template <typename Widget>
+  Widget* Find(const char* name) {
+    auto* found = dialog_->findChild<Widget*>(QLatin1String(name));
+    EXPECT_NE(found, nullptr) << name;
+    return found;
+  }
+
+  DumpTextBox* Dump() { return Find<DumpTextBox>("txtBinData"); }
+  QComboBox* Templates() { return Find<QComboBox>("cmbSpecialFormat"); }
+  QListWidget* Lines() { return Find<QListWidget>("lstTemplate"); }
+  QRadioButton* Option(int index) {
+    return Find<QRadioButton>(("optFormat_" + std::to_string(index)).c_str());
+  }
+  QString Value() { return Find<QLabel>("NumDisplay")->text(); }
+  QString Marks() { return Dump()->textCursor().selectedText(); }
+  QStringList LineTexts() {
+    QStringList texts;
+    for (int row = 0; row < Lines()->count(); ++row) texts << Lines()->item(row)->text();
+    return texts;
+  }
+
+  void ClickAt(Position place) {
+    DumpView view = Dump()->View();
+    view.MoveTo(place);
+    Dump()->Show(view);
+    QTest::mouseClick(Dump()->viewport(), Qt::LeftButton, {}, Dump()->cursorRect().center());
+  }
+
+  base::TempFolder folder_;
+  InspectorState state_;
+  std::unique_ptr<BinInspectDialog> dialog_;
+};
+
+TEST_F(BinInspectDialogTest, CarriesItsTextsToTheLetter) {
+  Open("A");
+  EXPECT_EQ(dialog_->objectName(), "frmBinInspect");
+  EXPECT_EQ(dialog_->windowTitle(), "Binärdaten analysieren");
+  EXPECT_EQ(Find<QGroupBox>("Frame1")->title(), "Anzeigeformat");
+  EXPECT_EQ(Find<QCheckBox>("chkMotorola")->text(), "Daten sind in Network Byte Order (Motorola)");
+  QStringList captions;
+  for (int index = 0; index < 6; ++index) captions << Option(index)->text();
+  EXPECT_EQ(captions, (QStringList{"Byte", "Short integer (2-Byte)", "Long integer (4-Byte)",
+                                   "Single precision float (4-Byte)", "Double precision float (8-Byte)",
+                                   "Formatvorlage aus Datei"}));
+  EXPECT_EQ(Find<QLabel>("NumDisplay")->font().family(), "Courier New");
+  EXPECT_EQ(Templates()->font().family(), "Tahoma");
+}
+
+TEST_F(BinInspectDialogTest, OpensOnTheFirstByteAsAByte) {
+  Open("\x41\x42"s);
+  EXPECT_TRUE(Option(0)->isChecked());
+  EXPECT_EQ(Value(), "65");
+  EXPECT_EQ(Marks(), "41");
+  EXPECT_EQ(Dump()->View().caret, 5);
+  EXPECT_TRUE(Dump()->hasFocus());
+}
+
+TEST_F(BinInspectDialogTest, AClickDecodesTheByteUnderIt) {
+  Open(Ramp(64));
+  ClickAt(2 * 62 + 16);
+  EXPECT_EQ(Value(), "37");
+  EXPECT_EQ(Marks(), "25");
+  ClickAt(62 + 2);
+  EXPECT_EQ(Value(), "16");
+  ClickAt(50);
+  EXPECT_EQ(Value(), "16");
+}
+
+TEST_F(BinInspectDialogTest, ANewFormatCountsFromTheNextClickOrKeyOn) {
+  Open("\x01\x02\x03\x04"s);
+  Option(1)->click();
+  EXPECT_EQ(Value(), "1");
+  QTest::keyClick(Dump(), Qt::Key_Shift);
+  EXPECT_EQ(Value(), "513");
+  EXPECT_EQ(Marks(), "0102");
+  Find<QCheckBox>("chkMotorola")->click();
+  EXPECT_EQ(Value(), "513");
+  ClickAt(5);
+  EXPECT_EQ(Value(), "258");
+  QTest::keyClick(Dump(), Qt::Key_Right);
+  EXPECT_EQ(Value(), "515");
+}
+
+TEST_F(BinInspectDialogTest, EveryOptionDecodesInItsFormat) {
+  Open("\0\0\0\0\0\0\xF0\x3F"s);
+  const char* const values[] = {"0", "0", "0", "0", "1"};
+  for (int index = 0; index < 5; ++index) {
+    Option(index)->click();
+    ClickAt(5);
+    EXPECT_EQ(Value(), values[index]) << index;
+    EXPECT_EQ(state_.format_code, index);
+  }
+}
+
+TEST_F(BinInspectDialogTest, RightAtALinesEndReachesTheNextLine) {
+  Open(Ramp(32));
+  ClickAt(38);
+  EXPECT_EQ(Value(), "15");
+  QTest::keyClick(Dump(), Qt::Key_Right);
+  EXPECT_EQ(Value(), "16");
+  EXPECT_EQ(Dump()->View().caret, 67);
+}
+
+TEST_F(BinInspectDialogTest, WithoutTemplatesTheListIsEmpty) {
+  Open("A");
+  EXPECT_EQ(Templates()->count(), 0);
+  EXPECT_EQ(Templates()->currentIndex(), -1);
+  EXPECT_FALSE(Templates()->isEnabled());
+  Option(5)->click();
+  EXPECT_TRUE(Templates()->isEnabled());
+  EXPECT_EQ(state_.format_code, 4);
+  EXPECT_FALSE(Lines()->isVisible());
+}
+
+TEST_F(BinInspectDialogTest, WithTemplatesTheFirstIsInForceAndItsLinesHidden) {
+  AddTemplate("a.BNS", "BYTECOUNT=2\r\nSumme;SHORT;0\r\n");
+  Open("\x01\x02"s);
+  EXPECT_EQ(state_.format_code, 5);
+  EXPECT_EQ(Templates()->currentText(), "a.BNS");
+  EXPECT_FALSE(Lines()->isVisible());
+  EXPECT_EQ(Value(), "");
+  EXPECT_EQ(Marks(), "");
+  EXPECT_EQ(state_.buffer, ByteBuffer{});
+  for (int index = 0; index < 6; ++index) EXPECT_FALSE(Option(index)->isChecked()) << index;
+  ClickAt(5);
+  EXPECT_EQ(LineTexts(), QStringList{"Summe=513"});
+  EXPECT_EQ(Marks(), "0102");
+  EXPECT_EQ(Value(), "");
+}
+
+TEST_F(BinInspectDialogTest, TheTwoHandlersShowTheLinesOfDifferentTemplates) {
+  for (const char* name : {"a.BNS", "b.BNS", "c.BNS"}) AddTemplate(name, name + ";BYTE;0"s);
+  Open("A");
+  const auto shown_after = [this](auto&& step) {
+    step();
+    return Lines()->isVisible();
+  };
+  EXPECT_TRUE(shown_after([&] { Option(5)->click(); }));
+  EXPECT_TRUE(shown_after([&] { Templates()->setCurrentIndex(1); }));
+  EXPECT_EQ(state_.format_code, 6);
+  EXPECT_FALSE(shown_after([&] { Option(5)->click(); }));
+  EXPECT_FALSE(shown_after([&] { Templates()->setCurrentIndex(2); }));
+  EXPECT_FALSE(shown_after([&] { Templates()->setCurrentIndex(0); }));
+  EXPECT_EQ(state_.format_code, 5);
+  EXPECT_TRUE(shown_after([&] { Option(5)->click(); }));
+  EXPECT_FALSE(shown_after([&] { Option(2)->click(); }));
+  EXPECT_FALSE(Templates()->isEnabled());
+}
+
+TEST_F(BinInspectDialogTest, TheDumpEndsAboveWhatStandsBelowItAtEverySize) {
+  AddTemplate("a.BNS", "");
+  Open("A");
+  for (const QSize size : {QSize(900, 900), dialog_->minimumSizeHint(), QSize(700, 500)}) {
+    dialog_->resize(size);
+    Option(5)->click();
+    // 100 twips.
+    EXPECT_EQ(Dump()->height(), Lines()->y() - Dump()->y() - 7);
+    EXPECT_GE(Lines()->height(), 40);
+    EXPECT_LE(Lines()->geometry().bottom(), Find<QLabel>("NumDisplay")->y());
+    Option(0)->click();
+    EXPECT_EQ(Dump()->height(), Find<QLabel>("NumDisplay")->y() - Dump()->y());
+    EXPECT_EQ(Dump()->width(), Find<QLabel>("NumDisplay")->width());
+  }
+}
+
+TEST_F(BinInspectDialogTest, LinesAreWindows1252) {
+  AddTemplate("a.BNS",
+              "BYTECOUNT=1\r\nGr\xF6\xDF"
+              "e;STRING*1;0");
+  Open("\x80"s);
+  Option(5)->click();
+  ClickAt(5);
+  EXPECT_EQ(LineTexts(), QStringList{"Größe=\"€\""});
+}
+
+TEST_F(BinInspectDialogTest, ATemplateThatIsGoneGivesNoLines) {
+  AddTemplate("a.BNS", "x;BYTE;0");
+  Open("A");
+  Option(5)->click();
+  ClickAt(5);
+  EXPECT_EQ(LineTexts(), QStringList{"x=0"});
+  std::filesystem::remove(folder_.Path("a.BNS"));
+  ClickAt(5);
+  EXPECT_EQ(LineTexts(), QStringList{});
+  EXPECT_EQ(Marks(), "");
+}
+
+TEST_F(BinInspectDialogTest, TheValueIsCopied) {
+  Open("A");
+  QTest::keyClick(Dump(), Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(QApplication::clipboard()->text(), "65");
+}
+
+TEST_F(BinInspectDialogTest, LinesAreCopiedWhileTheyAreShown) {
+  AddTemplate("a.BNS", "x;BYTE;0\r\ny;BYTE;0\r\nz;BYTE;0");
+  Open("A");
+  Option(5)->click();
+  ClickAt(5);
+  QTest::keyClick(Dump(), Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(QApplication::clipboard()->text(), "x=0\ny=0\nz=0");
+  Lines()->item(1)->setSelected(true);
+  QTest::keyClick(Lines(), Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(QApplication::clipboard()->text(), "y=0");
+}
+
+TEST_F(BinInspectDialogTest, TheKeyboardAloneSuffices) {
+  Open("\x01\x02"s);
+  QTest::keyClick(Dump(), Qt::Key_Tab);
+  EXPECT_TRUE(Option(0)->hasFocus());
+  QTest::keyClick(Option(0), Qt::Key_Down);
+  EXPECT_TRUE(Option(1)->isChecked());
+  QTest::keyClick(Option(1), Qt::Key_Backtab, Qt::ShiftModifier);
+  EXPECT_TRUE(Dump()->hasFocus());
+  EXPECT_EQ(state_.format_code, 1);
+  QTest::keyRelease(Dump(), Qt::Key_Backtab);
+  EXPECT_EQ(Value(), "513");
+  QTest::keyClick(Dump(), Qt::Key_Return);
+  EXPECT_TRUE(dialog_->isVisible());
+  QTest::keyClick(Dump(), Qt::Key_Escape);
+  EXPECT_FALSE(dialog_->isVisible());
+}
+
+TEST_F(BinInspectDialogTest, FormatAndByteOrderOutliveTheDialog) {
+  Open("\x01\x02"s);
+  Option(1)->click();
+  Find<QCheckBox>("chkMotorola")->click();
+  Open("\x01\x02"s);
+  EXPECT_TRUE(Option(1)->isChecked());
+  EXPECT_TRUE(Find<QCheckBox>("chkMotorola")->isChecked());
+  EXPECT_EQ(Value(), "258");
+}
+
+TEST_F(BinInspectDialogTest, AFormatWhoseTemplateIsGoneBecomesTheByte) {
+  AddTemplate("a.BNS", "");
+  Open("A");
+  std::filesystem::remove(folder_.Path("a.BNS"));
+  Open("A");
+  EXPECT_TRUE(Option(0)->isChecked());
+  EXPECT_EQ(Value(), "65");
+}
+
+TEST_F(BinInspectDialogTest, TooMuchIsAnOverflow) {
+  Open("A");
+  EXPECT_THROW(dialog_->Initialize(Marked(Ramp(32768))), base::RuntimeError);
+  EXPECT_NO_THROW(dialog_->Initialize(Marked(Ramp(32752))));
+}
+
+TEST_F(BinInspectDialogTest, TwoRecordsDoNotInfluenceEachOther) {
+  InspectorState other;
+  Open("\x05"s);
+  Option(1)->click();
+  ClickAt(5);
+  EXPECT_EQ(other.format_code, 0);
+  EXPECT_EQ(other.buffer, ByteBuffer{});
+}
+
+}  // namespace
+}  // namespace kolvane::inspect

@@ -1,0 +1,143 @@
+#include "inspect/ui/dump_text_box.h"
+
+#include <gtest/gtest.h>
+
+#include <QSignalSpy>
+#include <QTest>
+
+#include "inspect/marked_bytes.h"
+
+namespace kolvane::inspect {
+namespace {
+
+class DumpTextBoxTest : public testing::Test {
+ protected:
+  DumpTextBoxTest() {
+    box_.SetDump(DumpOf(Ramp(48)));
+    box_.show();
+    box_.setFocus();
+  }
+
+  void PutCaret(Position place) {
+    DumpView view = box_.View();
+    view.MoveTo(place);
+    box_.Show(view);
+  }
+  Position Caret() const { return box_.View().caret; }
+
+  DumpTextBox box_;
+};
+
+TEST_F(DumpTextBoxTest, ShowsTheDumpWithItsLines) {
+  EXPECT_EQ(box_.toPlainText().left(61), "0000 00010203 04050607 08090A0B 0C0D0E0F    ................\n");
+  EXPECT_EQ(box_.blockCount(), 4);
+  EXPECT_TRUE(box_.fontInfo().fixedPitch());
+  EXPECT_EQ(box_.font().family(), "Courier New");
+}
+
+TEST_F(DumpTextBoxTest, CountsALineEndAsTwoPositions) {
+  PutCaret(2 * 62 + 5);
+  EXPECT_EQ(box_.textCursor().position(), 2 * 61 + 5);
+  EXPECT_EQ(box_.textCursor().blockNumber(), 2);
+  QTextCursor cursor = box_.textCursor();
+  cursor.setPosition(61 + 7);
+  box_.setTextCursor(cursor);
+  EXPECT_EQ(Caret(), 62 + 7);
+}
+
+TEST_F(DumpTextBoxTest, KnowsAPlaceInsideALineEndThatTheBoxDoesNot) {
+  PutCaret(61);
+  EXPECT_EQ(Caret(), 61);
+  QTest::keyClick(&box_, Qt::Key_Left);
+  EXPECT_EQ(Caret(), 59);
+}
+
+TEST_F(DumpTextBoxTest, TheSelectionBeginsAtTheCaret) {
+  DumpView view = box_.View();
+  view.Select(38, 62 + 7 - 38);
+  box_.Show(view);
+  EXPECT_EQ(box_.textCursor().position(), 38);
+  EXPECT_EQ(box_.textCursor().selectionEnd(), 61 + 7);
+  EXPECT_EQ(box_.View().caret, 38);
+  EXPECT_EQ(box_.View().selected, 62 + 7 - 38);
+}
+
+TEST_F(DumpTextBoxTest, LeftAndRightGoTwoPositions) {
+  PutCaret(5);
+  QTest::keyPress(&box_, Qt::Key_Right);
+  EXPECT_EQ(Caret(), 7);
+  QTest::keyPress(&box_, Qt::Key_Right, Qt::ShiftModifier);
+  EXPECT_EQ(Caret(), 9);
+  EXPECT_FALSE(box_.textCursor().hasSelection());
+  QTest::keyPress(&box_, Qt::Key_Left, Qt::ControlModifier);
+  EXPECT_EQ(Caret(), 7);
+}
+
+TEST_F(DumpTextBoxTest, NoOtherKeyMovesTheCaretOrChangesTheText) {
+  PutCaret(67);
+  const QString text = box_.toPlainText();
+  for (const auto key :
+       {Qt::Key_Up, Qt::Key_Down, Qt::Key_Home, Qt::Key_End, Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_Return,
+        Qt::Key_Delete, Qt::Key_Backspace, Qt::Key_A, Qt::Key_Space}) {
+    for (const auto modifier : {Qt::NoModifier, Qt::ShiftModifier, Qt::ControlModifier})
+      QTest::keyClick(&box_, key, modifier);
+  }
+  EXPECT_EQ(Caret(), 67);
+  EXPECT_FALSE(box_.textCursor().hasSelection());
+  EXPECT_EQ(box_.toPlainText(), text);
+}
+
+TEST_F(DumpTextBoxTest, EveryKeyThatIsLetGoIsTold) {
+  QSignalSpy key_up(&box_, &DumpTextBox::KeyUp);
+  QTest::keyPress(&box_, Qt::Key_Right);
+  EXPECT_EQ(key_up.count(), 0);
+  QTest::keyRelease(&box_, Qt::Key_Right);
+  QTest::keyClick(&box_, Qt::Key_A);
+  EXPECT_EQ(key_up.count(), 2);
+}
+
+TEST_F(DumpTextBoxTest, AKeyThatIsHeldDownHasNotBeenLetGo) {
+  QSignalSpy key_up(&box_, &DumpTextBox::KeyUp);
+  PutCaret(67);
+  for (int repeat = 0; repeat < 14; ++repeat) {
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_Left, Qt::NoModifier, {}, repeat > 0);
+    QKeyEvent release(QEvent::KeyRelease, Qt::Key_Left, Qt::NoModifier, {}, true);
+    QCoreApplication::sendEvent(&box_, &press);
+    QCoreApplication::sendEvent(&box_, &release);
+  }
+  EXPECT_EQ(key_up.count(), 0);
+  EXPECT_EQ(Caret(), 39);
+}
+
+TEST_F(DumpTextBoxTest, AClickIsToldOfTheLeftButtonAlone) {
+  QSignalSpy click(&box_, &DumpTextBox::Click);
+  QTest::mouseClick(box_.viewport(), Qt::RightButton);
+  EXPECT_EQ(click.count(), 0);
+  QTest::mouseClick(box_.viewport(), Qt::LeftButton);
+  EXPECT_EQ(click.count(), 1);
+}
+
+TEST_F(DumpTextBoxTest, ADoubleClickMarksNoWord) {
+  PutCaret(9);
+  const QPoint place = box_.cursorRect().center();
+  QTest::mouseDClick(box_.viewport(), Qt::LeftButton, {}, place);
+  EXPECT_EQ(Caret(), 9);
+  EXPECT_FALSE(box_.textCursor().hasSelection());
+}
+
+TEST_F(DumpTextBoxTest, TextInsideTheDumpKeepsItsPositions) {
+  box_.SetDump(BuildDump("<41>\r\n<42>\r<43>\n<44>"));
+  DumpView view = box_.View();
+  for (Position place = 0; place <= view.Length(); ++place) {
+    const auto at = static_cast<std::size_t>(place);
+    if (place > 0 && place < view.Length() && view.text[at - 1] == '\r' && view.text[at] == '\n') continue;
+    view.MoveTo(place);
+    box_.Show(view);
+    const char c = place < view.Length() ? view.text[at] : '\n';
+    const QChar expected = c == '\r' || c == '\n' ? QChar(QChar::ParagraphSeparator) : QChar(QLatin1Char(c));
+    EXPECT_EQ(box_.document()->characterAt(box_.textCursor().position()), expected) << place;
+  }
+}
+
+}  // namespace
+}  // namespace kolvane::inspect
