@@ -12,11 +12,12 @@ constexpr int HexDigit(char c) {
   return -1;
 }
 
-/// Two characters read as a hexadecimal number as far as they form one: "4x" is 4, "x4" and " 4" are 0.
+/// Two characters read as a hexadecimal number as far as they form one, a blank in front passed over: "4x",
+/// "4 " and " 4" are 4, "x4" and "  " are 0.
 constexpr std::uint8_t HexPair(char first, char second) {
   const int high = HexDigit(first);
   const int low = HexDigit(second);
-  if (high < 0) return 0;
+  if (high < 0) return static_cast<std::uint8_t>(first == ' ' && low > 0 ? low : 0);
   return static_cast<std::uint8_t>(low < 0 ? high : high * 16 + low);
 }
 

@@ -224,6 +224,14 @@ TEST_F(BinInspectDialogTest, TheValueIsCopied) {
   EXPECT_EQ(QApplication::clipboard()->text(), "65");
 }
 
+TEST_F(BinInspectDialogTest, TheMarkedDigitsAreCopiedByMenu) {
+  Open("AB");
+  Option(1)->click();
+  ClickAt(5);
+  Dump()->actions().at(0)->trigger();
+  EXPECT_EQ(QApplication::clipboard()->text(), "4142");
+}
+
 TEST_F(BinInspectDialogTest, LinesAreCopiedWhileTheyAreShown) {
   AddTemplate("a.BNS", "x;BYTE;0\r\ny;BYTE;0\r\nz;BYTE;0");
   Open("A");

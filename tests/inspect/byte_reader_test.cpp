@@ -35,7 +35,9 @@ TEST(HexPairTest, IsReadAsFarAsItIsANumber) {
   EXPECT_EQ(HexPair('4', 'x'), 4);
   EXPECT_EQ(HexPair('4', ' '), 4);
   EXPECT_EQ(HexPair('x', '4'), 0);
-  EXPECT_EQ(HexPair(' ', '4'), 0);
+  EXPECT_EQ(HexPair(' ', '4'), 4);
+  EXPECT_EQ(HexPair(' ', 'x'), 0);
+  EXPECT_EQ(HexPair('\r', '4'), 0);
   EXPECT_EQ(HexPair(' ', ' '), 0);
   EXPECT_EQ(HexPair('\0', '\0'), 0);
   EXPECT_EQ(HexPair('\xB2', '\xB3'), 0);
@@ -56,8 +58,8 @@ TEST_F(ByteReaderTest, ReadingStepsOverGroupsAndLines) {
 }
 
 TEST_F(ByteReaderTest, ACaretOnAGroupsBlankReadsOn) {
-  EXPECT_TRUE(Read(DumpOf(Ramp(48)), 13, 3));
-  EXPECT_EQ(First(3), (std::vector<int>{0, 5, 6}));
+  EXPECT_TRUE(Read(DumpOf("ABCDEFGH"), 13, 3));
+  EXPECT_EQ(First(3), (std::vector<int>{4, 'F', 'G'}));
 }
 
 TEST_F(ByteReaderTest, ACaretOnTheOffsetReadsItsDigits) {

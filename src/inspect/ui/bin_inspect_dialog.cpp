@@ -47,6 +47,7 @@ QLayout* BinInspectDialog::BuildSide() {
   copy->setShortcut(QKeySequence::Copy);
   connect(copy, &QAction::triggered, this, &BinInspectDialog::Copy);
   addAction(copy);
+  area_->AddToMenus(copy);
   auto* copy_button = new QPushButton(copy->text());
   copy_button->setAutoDefault(false);
   connect(copy_button, &QPushButton::clicked, copy, &QAction::trigger);

@@ -43,6 +43,17 @@ void InspectArea::BuildValue() {
   value_->setFixedHeight(value_->fontMetrics().height() + 2 * (kGap + value_->frameWidth()));
 }
 
+void InspectArea::AddToMenus(QAction* copy) {
+  auto* copy_marks = new QAction(QStringLiteral("&Markierung kopieren"), this);
+  connect(copy_marks, &QAction::triggered, dump_, &QPlainTextEdit::copy);
+  dump_->addAction(copy_marks);
+  for (QWidget* widget :
+       {static_cast<QWidget*>(dump_), static_cast<QWidget*>(lines_), static_cast<QWidget*>(value_)}) {
+    widget->addAction(copy);
+    widget->setContextMenuPolicy(Qt::ActionsContextMenu);
+  }
+}
+
 void InspectArea::ShowLines(bool shown) {
   lines_->setVisible(shown);
   LayOut();

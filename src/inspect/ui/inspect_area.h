@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAction>
 #include <QLabel>
 #include <QListWidget>
 
@@ -20,6 +21,8 @@ class InspectArea final : public QWidget {
   void ShowLines(bool shown);
   void SetLines(const std::vector<std::string>& lines);
   void SetValue(const std::string& text);
+  /// Puts the command into the menus that a right click opens.
+  void AddToMenus(QAction* copy);
   /// The marked lines, all where none is marked; without lines the value.
   QString TextToCopy() const;
 
