@@ -1,0 +1,179 @@
+#include "faults/faulty_instrument.h"
+
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <sys/socket.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <filesystem>
+
+namespace kolvane::faults {
+namespace {
+
+constexpr char kSerialNumber[] = "A50285BI";
+
+void Signal(int event) {
+  const std::uint64_t one = 1;
+  [[maybe_unused]] const ssize_t written = write(event, &one, sizeof one);
+}
+
+void Unsignal(int event) {
+  std::uint64_t count = 0;
+  [[maybe_unused]] const ssize_t got = read(event, &count, sizeof count);
+}
+
+}  // namespace
+
+std::string NameOf(Port port) {
+  constexpr const char* kNames[] = {"Tcp", "Com", "Rs485", "UsbLine"};
+  return kNames[static_cast<int>(port)];
+}
+
+FaultyInstrument::FaultyInstrument(Port port, Fault fault)
+    : port_(port), fault_(std::move(fault)), calm_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
+  if (port == Port::kTcp) {
+    listener_ = std::make_unique<devlnk::Listener>(AF_INET);
+  } else {
+    LinkLine();
+  }
+  if (port == Port::kUsbLine) {
+    system_.AddDevice("1-2", {"idVendor", std::string("serial=") + kSerialNumber});
+    system_.AddNode("tty", "ttyUSB0", "1-2", node());
+  }
+  thread_ = std::thread([this] { Serve(); });
+}
+
+FaultyInstrument::~FaultyInstrument() {
+  {
+    const std::lock_guard lock(mutex_);
+    over_ = true;
+  }
+  if (listener_) shutdown(listener_->fd(), SHUT_RDWR);
+  Signal(calm_);
+  thread_.join();
+  close(calm_);
+}
+
+std::string FaultyInstrument::Resource() const {
+  switch (port_) {
+    case Port::kTcp:
+      return "TCPIP::127.0.0.1::" + std::to_string(listener_->port()) + "::SOCKET";
+    case Port::kCom:
+      return "ASRL" + node() + "::INSTR";
+    case Port::kRs485:
+      return "ASRL" + node() + "::RS485::1";
+    case Port::kUsbLine:
+      break;
+  }
+  return std::string("USB::") + kSerialNumber + "::INSTR";
+}
+
+std::map<std::string, std::string> FaultyInstrument::Environment() const {
+  return {{"KOLVANE_COM1", node()}, {"KOLVANE_SYSFS", system_.root()}};
+}
+
+void FaultyInstrument::LinkLine() {
+  pty_ = std::make_unique<devlnk::Pty>();
+  // Between connections the line must not say back what the instrument still sends.
+  termios settings{};
+  tcgetattr(pty_->slave(), &settings);
+  cfmakeraw(&settings);
+  tcsetattr(pty_->slave(), TCSANOW, &settings);
+  const std::string fresh = folder_.Path("fresh");
+  std::filesystem::create_symlink(pty_->node(), fresh);
+  std::filesystem::rename(fresh, node());
+}
+
+int FaultyInstrument::NextConnection() {
+  if (!listener_) return pty_->master();
+  pollfd entry{listener_->fd(), POLLIN, 0};
+  poll(&entry, 1, -1);
+  return IsOver() ? -1 : listener_->Accept();
+}
+
+void FaultyInstrument::Serve() {
+  for (int fd = NextConnection(); fd >= 0 && !IsOver(); fd = NextConnection()) {
+    Wire wire(fd, calm_);
+    Talk(wire);
+    EndConnection(fd);
+    NoteCalm();
+    Note(ends_);
+  }
+}
+
+void FaultyInstrument::EndConnection(int fd) {
+  if (!pty_) {
+    close(fd);
+  } else {
+    // The new line stands before the old one ends, so that whoever notices the end finds it.
+    const std::unique_ptr<devlnk::Pty> old = std::move(pty_);
+    LinkLine();
+  }
+}
+
+void FaultyInstrument::Talk(Wire& wire) {
+  while (const auto line = wire.Line()) {
+    {
+      const std::lock_guard lock(mutex_);
+      lines_.push_back(*line);
+    }
+    const bool fault = *line == "FAULT" || line->size() > Wire::kLongLine;
+    if (fault ? RunFault(wire) == After::kEnd : !wire.Send(*line + "\r\n")) return;
+    Note(answered_);
+  }
+}
+
+After FaultyInstrument::RunFault(Wire& wire) {
+  Note(begun_);
+  const After after = fault_(wire);
+  if (after == After::kGoOn) NoteCalm();
+  return after;
+}
+
+void FaultyInstrument::NoteCalm() {
+  const std::lock_guard lock(mutex_);
+  if (over_) return;
+  Unsignal(calm_);
+  done_ = begun_;
+  changed_.notify_all();
+}
+
+bool FaultyInstrument::IsOver() {
+  const std::lock_guard lock(mutex_);
+  return over_;
+}
+
+void FaultyInstrument::Note(int& counter) {
+  const std::lock_guard lock(mutex_);
+  ++counter;
+  changed_.notify_all();
+}
+
+void FaultyInstrument::Calm() {
+  std::unique_lock lock(mutex_);
+  if (done_ < begun_) Signal(calm_);
+  changed_.wait(lock, [&] { return done_ >= begun_; });
+}
+
+void FaultyInstrument::AwaitEnds(int count) {
+  std::unique_lock lock(mutex_);
+  changed_.wait(lock, [&] { return ends_ >= count; });
+}
+
+void FaultyInstrument::AwaitFault() {
+  std::unique_lock lock(mutex_);
+  changed_.wait(lock, [&] { return begun_ > 0; });
+}
+
+void FaultyInstrument::AwaitAnswers(int count) {
+  std::unique_lock lock(mutex_);
+  changed_.wait(lock, [&] { return answered_ >= count; });
+}
+
+std::vector<std::string> FaultyInstrument::lines() {
+  const std::lock_guard lock(mutex_);
+  return lines_;
+}
+
+}  // namespace kolvane::faults

@@ -1,0 +1,79 @@
+#pragma once
+
+#include <condition_variable>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "base/temp_folder.h"
+#include "devlnk/fake_sysfs.h"
+#include "devlnk/partner.h"
+#include "faults/wire.h"
+
+namespace kolvane::faults {
+
+/// The kinds of port that can be had without hardware.
+enum class Port { kTcp, kCom, kRs485, kUsbLine };
+inline constexpr Port kPorts[] = {Port::kTcp, Port::kCom, Port::kRs485, Port::kUsbLine};
+inline constexpr Port kLines[] = {Port::kCom, Port::kRs485, Port::kUsbLine};
+std::string NameOf(Port port);
+
+/// An instrument that says each line back, ended by CR LF, until it is told FAULT or a line without end. A
+/// connection that has ended is followed by the next one; a line is then another one under the same name.
+class FaultyInstrument {
+ public:
+  FaultyInstrument(Port port, Fault fault);
+  ~FaultyInstrument();
+  FaultyInstrument(const FaultyInstrument&) = delete;
+  FaultyInstrument& operator=(const FaultyInstrument&) = delete;
+
+  Port port() const { return port_; }
+  std::string Resource() const;
+  /// What a program must find in its environment to reach the instrument.
+  std::map<std::string, std::string> Environment() const;
+  std::uint16_t ip_port() const { return listener_ ? static_cast<std::uint16_t>(listener_->port()) : 0; }
+  std::string node() const { return folder_.Path("line"); }
+
+  /// Ends what the fault is at; returns once the instrument listens to lines again.
+  void Calm();
+  /// Returns once that many connections have ended.
+  void AwaitEnds(int count);
+  /// Returns once the fault has begun.
+  void AwaitFault();
+  /// Returns once it is done with that many lines.
+  void AwaitAnswers(int count);
+  std::vector<std::string> lines();
+
+ private:
+  void Serve();
+  int NextConnection();
+  void Talk(Wire& wire);
+  void EndConnection(int fd);
+  After RunFault(Wire& wire);
+  void NoteCalm();
+  bool IsOver();
+  void Note(int& counter);
+  void LinkLine();
+
+  const Port port_;
+  const Fault fault_;
+  base::TempFolder folder_;
+  devlnk::FakeSysfs system_;
+  std::unique_ptr<devlnk::Listener> listener_;
+  std::unique_ptr<devlnk::Pty> pty_;
+  int calm_;
+  std::mutex mutex_;
+  std::condition_variable changed_;
+  std::vector<std::string> lines_;
+  int ends_ = 0;
+  int begun_ = 0;
+  int done_ = 0;
+  int answered_ = 0;
+  bool over_ = false;
+  std::thread thread_;
+};
+
+}  // namespace kolvane::faults

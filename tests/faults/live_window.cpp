@@ -1,0 +1,93 @@
+#include "faults/live_window.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QMessageBox>
+#include <QPushButton>
+#include <cstdlib>
+
+#include "terminal/ui/output_pane.h"
+
+namespace kolvane::faults {
+namespace {
+
+constexpr char kPatienceMs[] = "20000";
+
+QString Masked(const QString& line) {
+  if (line.contains(QLatin1String("  Verbindung hergestellt mit "))) return QStringLiteral("<+>");
+  if (line.contains(QLatin1String("  Verbindung getrennt von "))) return QStringLiteral("<->");
+  return line;
+}
+
+}  // namespace
+
+LiveWindow::LiveWindow(Port port, Fault fault)
+    : instrument_(port, std::move(fault)),
+      connection_(ParametersOf(instrument_)),
+      window_({{device_, connection_, terminal_}, script_, settings_, library_, folder_.Path("")}) {
+  setenv("KOLVANE_PORT_LIBRARY", KOLVANE_PORT_LIBRARY_FILE, 1);
+  for (const auto& [name, value] : instrument_.Environment()) setenv(name.c_str(), value.c_str(), 1);
+  device_.OperMode = 2;
+  terminal_.shown.timeout = kPatienceMs;
+  window_.Load();
+  window_.show();
+  QObject::connect(&watch_, &QTimer::timeout, &window_, [this] {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (box == nullptr) return;
+    boxes_.push_back(box->text().toStdString());
+    box->accept();
+  });
+  watch_.start(0);
+}
+
+LiveWindow::~LiveWindow() {
+  if (device_.connected) window_.core().device.Close();
+}
+
+device::ConnectionParameters LiveWindow::ParametersOf(const FaultyInstrument& instrument) {
+  namespace port_code = device::port_code;
+  constexpr std::int16_t kCodes[] = {port_code::kTcpIp, port_code::kCom1, port_code::kCom1Rs485,
+                                     port_code::kUsb};
+  device::ConnectionParameters parameters;
+  parameters.port_code = kCodes[static_cast<int>(instrument.port())];
+  parameters.ip_address = "127.0.0.1";
+  parameters.ip_port = static_cast<std::int16_t>(instrument.ip_port());
+  parameters.usb_address = "A50285BI";
+  parameters.baud = 38400;
+  parameters.parity = 0;
+  parameters.data_bits = 8;
+  parameters.stop_bits = 1;
+  parameters.timeout_ms = 5000;
+  return parameters;
+}
+
+void LiveWindow::Press(const char* key) { window_.findChild<QAction*>(QLatin1String(key))->trigger(); }
+
+void LiveWindow::Send(const std::string& command) {
+  window_.findChild<QComboBox*>(QStringLiteral("cmbCommand"))
+      ->setCurrentText(QString::fromStdString(command));
+  window_.findChild<QPushButton*>(QStringLiteral("cmdSend"))->click();
+}
+
+void LiveWindow::Reconnect() {
+  Press("TB_CONNECT");
+  Press("TB_CONNECT");
+}
+
+std::string LiveWindow::NewLines() {
+  const QString text = window_.findChild<terminal::OutputPane*>()->plainText();
+  QStringList lines;
+  for (const QString& line : text.mid(shown_).split(QLatin1Char('\n'), Qt::SkipEmptyParts))
+    lines << Masked(line);
+  shown_ = text.size();
+  return lines.join(QLatin1Char('|')).toStdString();
+}
+
+void LiveWindow::Play(const std::string& rows) {
+  base::WriteBytes(folder_.Path("list.CMD"), rows);
+  window_.OpenCommandFile(folder_.Path("list.CMD"));
+  Press("TB_PLAY");
+}
+
+}  // namespace kolvane::faults

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QString>
+#include <QTimer>
+#include <string>
+#include <vector>
+
+#include "device/lazy_port_library.h"
+#include "faults/faulty_instrument.h"
+#include "window/main_window.h"
+
+namespace kolvane::faults {
+
+/// A terminal window, shown, whose port library is the real one and leads to a faulty instrument.
+class LiveWindow {
+ public:
+  LiveWindow(Port port, Fault fault);
+  ~LiveWindow();
+
+  FaultyInstrument& instrument() { return instrument_; }
+  terminal::TerminalState& terminal() { return terminal_; }
+  device::ConnectionParameters& connection() { return connection_; }
+  window::MainWindow& window() { return window_; }
+
+  void Press(const char* key);
+  /// Types the command and presses the send button.
+  void Send(const std::string& command);
+  /// Disconnects and connects again, by the button.
+  void Reconnect();
+  /// What came into the pane since the last call: lines joined by "|", those about connections without their
+  /// date and device as <+> and <->.
+  std::string NewLines();
+  /// The texts of the message boxes so far, each of which was taken down.
+  const std::vector<std::string>& boxes() const { return boxes_; }
+  bool connected() const { return device_.connected; }
+  void Play(const std::string& rows);
+
+ private:
+  static device::ConnectionParameters ParametersOf(const FaultyInstrument& instrument);
+
+  FaultyInstrument instrument_;
+  base::TempFolder folder_;
+  device::DeviceState device_;
+  device::ConnectionParameters connection_;
+  terminal::TerminalState terminal_;
+  terminal::WindowSettings settings_;
+  script::ScriptState script_;
+  device::LazyPortLibrary library_{""};
+  window::MainWindow window_;
+  QTimer watch_;
+  std::vector<std::string> boxes_;
+  qsizetype shown_ = 0;
+};
+
+}  // namespace kolvane::faults

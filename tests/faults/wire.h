@@ -1,0 +1,42 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace kolvane::faults {
+
+/// The instrument's end of one connection. Nothing here waits once the connection or the test has ended.
+class Wire {
+ public:
+  /// `calm` becomes readable when whatever the instrument is doing shall end.
+  Wire(int fd, int calm);
+
+  /// The next line without its LF, or what has come of one that is longer than kLongLine; nothing at the end.
+  std::optional<std::string> Line();
+  /// False where it could not be sent in full.
+  bool Send(std::string_view bytes);
+  /// Each byte on its own, with a gap behind it.
+  bool Drip(std::string_view bytes, int gap_ms);
+  bool Pause(int milliseconds);
+  /// Until the test calls for calm.
+  void AwaitCalm();
+  /// A TCP connection will end with a reset instead of an orderly close.
+  void ResetAtEnd();
+
+  static constexpr std::size_t kLongLine = 4096;
+
+ private:
+  bool Await(short events);
+
+  int fd_;
+  int calm_;
+  std::string input_;
+};
+
+/// What the instrument does when it is told FAULT; the connection ends behind it where it says so.
+enum class After { kGoOn, kEnd };
+using Fault = std::function<After(Wire&)>;
+
+}  // namespace kolvane::faults
