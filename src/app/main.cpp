@@ -5,6 +5,7 @@
 
 #include <cstdio>
 #include <exception>
+#include <new>
 
 #include "app/demo.h"
 #include "app/end_signals.h"
@@ -88,6 +89,9 @@ int main(int argc, char** argv) {
   FillStandardDescriptors();
   try {
     return Run(kolvane::app::ParseOptions(argc, argv));
+  } catch (const std::bad_alloc&) {
+    std::fputs("kolvane: out of memory\n", stderr);
+    return kFailed;
   } catch (const std::exception& error) {
     std::fprintf(stderr, "kolvane: %s\n", error.what());
     return kFailed;

@@ -20,6 +20,16 @@ constexpr int kLinkLimit = 40;
 constexpr int kNameTries = 100;
 constexpr mode_t kNewMode = 0666;
 
+// The result of a system call that is made again whenever a signal interrupts it.
+template <typename Call>
+int Uninterrupted(Call call) {
+  int result = 0;
+  do {
+    result = call();
+  } while (result < 0 && errno == EINTR);
+  return result;
+}
+
 // The name at the end of a chain of links; the file itself need not be there.
 int FollowLinks(fs::path& path) {
   std::error_code error;
@@ -32,7 +42,7 @@ int FollowLinks(fs::path& path) {
 }
 
 int WriteInPlace(const fs::path& path, std::string_view bytes) {
-  OpenFile file(open(path.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC));
+  OpenFile file(Uninterrupted([&] { return open(path.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC); }));
   if (file.get() < 0) return errno;
   if (const int error = WriteAll(file.get(), bytes)) return error;
   return file.Close() ? 0 : errno;
@@ -42,7 +52,8 @@ int WriteInPlace(const fs::path& path, std::string_view bytes) {
 int CreateBeside(const fs::path& path, fs::path& beside) {
   for (int number = 0; number < kNameTries; ++number) {
     beside = path.parent_path() / (".kolvane-" + std::to_string(getpid()) + "-" + std::to_string(number));
-    const int descriptor = open(beside.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kNewMode);
+    const int descriptor = Uninterrupted(
+        [&] { return open(beside.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kNewMode); });
     if (descriptor >= 0 || errno != EEXIST) return descriptor;
   }
   return -1;
@@ -57,7 +68,7 @@ bool TakeOver(int descriptor, const struct stat& old) {
 int Fill(OpenFile& file, const struct stat* old, std::string_view bytes) {
   if (old != nullptr && !TakeOver(file.get(), *old)) return errno;
   if (const int error = WriteAll(file.get(), bytes)) return error;
-  return fsync(file.get()) == 0 && file.Close() ? 0 : errno;
+  return Uninterrupted([&] { return fsync(file.get()); }) == 0 && file.Close() ? 0 : errno;
 }
 
 // Makes the new name last; where the folder cannot be flushed the file is there all the same.

@@ -3,12 +3,25 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <new>
 
 #include "base/system_error_text.h"
 #include "component/folder.h"
 #include "component/headless_settings.h"
 
 namespace kolvane::component {
+namespace {
+
+// The end comes by lack of memory, too, and then each step is made as far as it goes.
+template <typename Step>
+void Attempt(Step step) {
+  try {
+    step();
+  } catch (const std::bad_alloc&) {
+  }
+}
+
+}  // namespace
 
 HeadlessTerminal::HeadlessTerminal(const CommandRunOptions& options, ComponentState& state)
     : options_(options),
@@ -24,9 +37,11 @@ HeadlessTerminal::HeadlessTerminal(const CommandRunOptions& options, ComponentSt
 }
 
 HeadlessTerminal::~HeadlessTerminal() {
-  pane_.EndLine();
-  log_.Close();
-  if (state_.device.connected) core_.connect.Press();
+  Attempt([this] { pane_.EndLine(); });
+  Attempt([this] { log_.Close(); });
+  Attempt([this] {
+    if (state_.device.connected) core_.connect.Press();
+  });
 }
 
 bool HeadlessTerminal::Connect() {

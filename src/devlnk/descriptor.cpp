@@ -12,6 +12,13 @@ Descriptor::~Descriptor() {
   if (fd_ >= 0) close(fd_);
 }
 
+Descriptor OpenDescriptor(const std::string& path, int flags) {
+  for (;;) {
+    Descriptor opened(open(path.c_str(), flags));
+    if (opened || errno != EINTR) return opened;
+  }
+}
+
 bool WaitFor(int fd, short events, Deadline& deadline) {
   pollfd entry{fd, events, 0};
   for (;;) {

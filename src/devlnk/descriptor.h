@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <utility>
 
 #include "devlnk/deadline.h"
@@ -24,6 +25,9 @@ class Descriptor {
  private:
   int fd_ = -1;
 };
+
+/// open(2), tried again whenever a signal interrupts it; empty where it fails, with its errno.
+Descriptor OpenDescriptor(const std::string& path, int flags);
 
 /// Waits until one of `events` (of poll) or a hang-up shows, whatever signals arrive; false when time is up.
 bool WaitFor(int fd, short events, Deadline& deadline);

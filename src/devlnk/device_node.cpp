@@ -33,7 +33,7 @@ class SystemNode final : public DeviceNode {
 }  // namespace
 
 Status OpenDeviceNode(const std::string& path, int flags, std::unique_ptr<DeviceNode>& node) {
-  Descriptor descriptor(open(path.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC | flags));
+  Descriptor descriptor = OpenDescriptor(path, O_RDWR | O_NOCTTY | O_CLOEXEC | flags);
   if (!descriptor) return StatusFromErrno(errno);
   if (flock(descriptor.get(), LOCK_EX | LOCK_NB) != 0)
     return errno == EWOULDBLOCK ? Status::kBusy : StatusFromErrno(errno);

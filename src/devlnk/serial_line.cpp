@@ -14,7 +14,7 @@ constexpr std::int64_t kLongestFinishMs = 10'000;
 
 // Not to wait for a carrier, and not to become the process's controlling terminal.
 Descriptor OpenNode(const std::string& node) {
-  return Descriptor(open(node.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
+  return OpenDescriptor(node, O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
 }
 
 // A node without hardware behind it can be opened, but answers EIO.

@@ -25,6 +25,8 @@ Received StreamChannel::Read(std::span<char> room, Deadline& deadline) {
     if (got > 0) return {static_cast<std::size_t>(got)};
     if (got == 0) return {0, EndOfInput()};
     if (!IsTransient(errno)) return {0, Failure(errno)};
+    // A descriptor may go on saying that it is ready and yet give nothing.
+    if (deadline.IsOver()) break;
   }
   return {};
 }

@@ -14,7 +14,9 @@ int LogFile::Open(const std::string& path) {
   Close();
   if (path.find('\0') != path.npos) return EINVAL;
   // A pipe whose reader is slow or missing must not hold the terminal up.
-  file_ = open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_NONBLOCK | O_CLOEXEC, 0666);
+  do {
+    file_ = open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_NONBLOCK | O_CLOEXEC, 0666);
+  } while (!IsOpen() && errno == EINTR);
   return IsOpen() ? 0 : errno;
 }
 

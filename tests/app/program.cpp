@@ -1,7 +1,9 @@
 #include "app/program.h"
 
+#include <poll.h>
 #include <sched.h>
 #include <signal.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -14,6 +16,7 @@ namespace kolvane::app {
 
 Program::Program(std::vector<std::string> arguments, const Surroundings& surroundings) {
   arguments.insert(arguments.begin(), KOLVANE_PROGRAM);
+  arguments.insert(arguments.begin(), surroundings.wrapper.begin(), surroundings.wrapper.end());
   child_ = fork();
   if (child_ < 0) throw std::runtime_error("fork");
   if (child_ == 0) Execute(arguments, surroundings);
@@ -36,7 +39,7 @@ void Program::Execute(std::vector<std::string>& words, const Surroundings& surro
   std::vector<char*> argv;
   for (std::string& word : words) argv.push_back(word.data());
   argv.push_back(nullptr);
-  execv(argv.front(), argv.data());
+  execvp(argv.front(), argv.data());
   _exit(127);
 }
 
@@ -49,6 +52,14 @@ void Program::AwaitHandled(int number) const {
     const std::string text = base::ReadBytes(status);
     caught = std::stoull(text.substr(text.find("SigCgt:") + 7), nullptr, 16);
   }
+}
+
+bool Program::EndsWithin(int milliseconds) const {
+  const auto process = static_cast<int>(syscall(SYS_pidfd_open, child_, 0));
+  pollfd entry{process, POLLIN, 0};
+  const bool ended = poll(&entry, 1, milliseconds) == 1;
+  close(process);
+  return ended;
 }
 
 Outcome Program::Wait() {

@@ -21,7 +21,8 @@ struct Outcome {
 struct Surroundings {
   std::string folder = {};  ///< the current one; empty: the test's
   std::map<std::string, std::string> environment = {};
-  int output = -1;  ///< taken as standard output; -1: captured
+  int output = -1;                        ///< taken as standard output; -1: captured
+  std::vector<std::string> wrapper = {};  ///< a program with its arguments that starts it, found on PATH
 };
 
 /// The real program as a child process, without a display and with settings of its own.
@@ -35,6 +36,9 @@ class Program {
   void Signal(int number) const;
   /// Returns once the program no longer catches the signal `number`.
   void AwaitHandled(int number) const;
+  /// False when it still runs after that time.
+  bool EndsWithin(int milliseconds) const;
+  pid_t id() const { return child_; }
   Outcome Wait();
 
  private:

@@ -1,0 +1,44 @@
+#include "faults/shim_run.h"
+
+#include <signal.h>
+
+#include <filesystem>
+
+#include "base/temp_folder.h"
+
+namespace kolvane::faults {
+
+namespace {
+
+constexpr int kLongestRunMs = 30'000;
+
+}  // namespace
+
+std::string Describe(const FailingCall& failing, int nth) {
+  return failing.call + " " + failing.kind + (failing.once ? " once" : " on") + ", number " +
+         std::to_string(nth);
+}
+
+ShimRun RunWithShim(const FailingCall& failing, int nth, FaultyInstrument& instrument) {
+  base::TempFolder folder;
+  base::WriteBytes(folder.Path("a.CMD"), "ONE\r\nTWO\r\nTHREE\r\n");
+  std::map<std::string, std::string> environment = instrument.Environment();
+  environment.merge(std::map<std::string, std::string>{{"LD_PRELOAD", KOLVANE_FAULT_SHIM},
+                                                       {"FAULT_CALL", failing.call},
+                                                       {"FAULT_KIND", failing.kind},
+                                                       {"FAULT_NTH", std::to_string(nth)},
+                                                       {"FAULT_LAST", failing.once ? "once" : "on"},
+                                                       {"FAULT_FILE", folder.Path("hit")}});
+  app::Program program({"run", folder.Path("a.CMD"), "--connect", instrument.Resource(), "--timeout", "100",
+                        "--log", folder.Path("a.LOG")},
+                       {.environment = environment});
+  ShimRun run;
+  run.hanged = !program.EndsWithin(kLongestRunMs);
+  if (run.hanged) program.Signal(SIGKILL);
+  run.outcome = program.Wait();
+  run.log = base::ReadBytes(folder.Path("a.LOG"));
+  run.hit = std::filesystem::exists(folder.Path("hit"));
+  return run;
+}
+
+}  // namespace kolvane::faults
