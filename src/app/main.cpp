@@ -1,6 +1,7 @@
 // The stand-alone program: a host like any other, on the public header alone.
 
 #include <fcntl.h>
+#include <signal.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -87,6 +88,8 @@ void FillStandardDescriptors() {
 
 int main(int argc, char** argv) {
   FillStandardDescriptors();
+  // A file at its limit is a failure of the write, not the end of the program.
+  signal(SIGXFSZ, SIG_IGN);
   try {
     return Run(kolvane::app::ParseOptions(argc, argv));
   } catch (const std::bad_alloc&) {

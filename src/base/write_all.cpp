@@ -36,19 +36,21 @@ class QuietFailures {
 
 }  // namespace
 
-int WriteAll(int descriptor, std::string_view bytes) {
+int WriteAll(int descriptor, std::string_view bytes, std::size_t* written) {
   QuietFailures quiet;
-  while (!bytes.empty()) {
-    const ssize_t written = write(descriptor, bytes.data(), bytes.size());
-    if (written < 0 && errno == EINTR) continue;
-    if (written <= 0) {
-      const int error = written < 0 ? errno : EIO;
+  std::size_t done = 0;
+  int error = 0;
+  while (error == 0 && done < bytes.size()) {
+    const ssize_t step = write(descriptor, bytes.data() + done, bytes.size() - done);
+    if (step > 0) {
+      done += static_cast<std::size_t>(step);
+    } else if (step == 0 || errno != EINTR) {
+      error = step < 0 ? errno : EIO;
       quiet.TakePending();
-      return error;
     }
-    bytes.remove_prefix(static_cast<std::size_t>(written));
   }
-  return 0;
+  if (written != nullptr) *written = done;
+  return error;
 }
 
 }  // namespace kolvane::base

@@ -1,6 +1,7 @@
 #include "terminal/log_file.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -21,7 +22,18 @@ int LogFile::Open(const std::string& path) {
 }
 
 int LogFile::WriteLine(std::string_view line) {
-  return base::WriteAll(file_, base::ToWindows1252(line) + "\r\n");
+  std::size_t written = 0;
+  const int error = base::WriteAll(file_, base::ToWindows1252(line) + "\r\n", &written);
+  if (error != 0 && written > 0) TakeBack(static_cast<off_t>(written));
+  return error;
+}
+
+// A pipe has no such thing, and behind another program's lines nothing can be taken back.
+void LogFile::TakeBack(off_t size) const {
+  struct stat about {};
+  const off_t end = lseek(file_, 0, SEEK_CUR);
+  if (fstat(file_, &about) != 0 || !S_ISREG(about.st_mode) || about.st_size != end) return;
+  [[maybe_unused]] const int result = ftruncate(file_, end - size);
 }
 
 void LogFile::Close() {

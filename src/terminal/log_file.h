@@ -1,5 +1,7 @@
 #pragma once
 
+#include <sys/types.h>
+
 #include <string>
 #include <string_view>
 
@@ -18,11 +20,13 @@ class LogFile {
   [[nodiscard]] int Open(const std::string& path);
   bool IsOpen() const { return file_ >= 0; }
 
-  /// Returns 0 or an errno.
+  /// Returns 0 or an errno; a line that finds no room in full leaves no part of itself behind.
   [[nodiscard]] int WriteLine(std::string_view line);
   void Close();
 
  private:
+  void TakeBack(off_t size) const;
+
   int file_ = -1;
 };
 

@@ -57,6 +57,15 @@ TEST_F(WriteAllTest, LeavesTheSignalMaskAsItWas) {
   }
 }
 
+TEST_F(WriteAllTest, TellsHowMuchWasWritten) {
+  const SmallFiles small(10);
+  std::size_t written = 0;
+  EXPECT_EQ(WriteAll(descriptor_, "01234567", &written), 0);
+  EXPECT_EQ(written, 8u);
+  EXPECT_EQ(WriteAll(descriptor_, "89x", &written), EFBIG);
+  EXPECT_EQ(written, 2u);
+}
+
 TEST_F(WriteAllTest, TellsWhy) {
   EXPECT_EQ(WriteAll(-1, "x"), EBADF);
   const int full = open("/dev/full", O_WRONLY | O_CLOEXEC);

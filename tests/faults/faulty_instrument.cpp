@@ -1,6 +1,7 @@
 #include "faults/faulty_instrument.h"
 
 #include <poll.h>
+#include <signal.h>
 #include <sys/eventfd.h>
 #include <sys/socket.h>
 #include <termios.h>
@@ -93,6 +94,11 @@ int FaultyInstrument::NextConnection() {
 }
 
 void FaultyInstrument::Serve() {
+  // For this thread alone: a program that the test starts shall find the signal as it was.
+  sigset_t pipe;
+  sigemptyset(&pipe);
+  sigaddset(&pipe, SIGPIPE);
+  pthread_sigmask(SIG_BLOCK, &pipe, nullptr);
   for (int fd = NextConnection(); fd >= 0 && !IsOver(); fd = NextConnection()) {
     Wire wire(fd, calm_);
     Talk(wire);

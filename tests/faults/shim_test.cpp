@@ -150,8 +150,9 @@ TEST_F(Shim, Row28NoMemory) {
         Port::kTcp, {"malloc", Error(ENOMEM), once},
         [](const ShimRun& run) {
           if (!run.hit) return ExpectUnnoticed(run);
-          const bool done = run.outcome.status == 0;
-          EXPECT_EQ(run.outcome.err.empty(), done) << run.outcome.err;
+          // What the port library has no memory for is an answer's status, all else a message.
+          const bool told = !run.outcome.err.empty() || run.outcome.out.find("-51") != std::string::npos;
+          EXPECT_NE(told, run.outcome.status == 0) << run.outcome.err << run.outcome.out;
           EXPECT_TRUE(run.log.empty() || run.log.ends_with("\r\n")) << run.log;
         },
         step);

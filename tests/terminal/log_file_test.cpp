@@ -5,6 +5,7 @@
 
 #include <cerrno>
 
+#include "base/small_files.h"
 #include "base/temp_folder.h"
 
 namespace kolvane::terminal {
@@ -61,6 +62,27 @@ TEST_F(LogFileTest, SaysWhyItCannotBeOpened) {
 TEST_F(LogFileTest, DoesNotWaitForAPipesReader) {
   ASSERT_EQ(mkfifo(path_.c_str(), 0666), 0);
   EXPECT_EQ(log_.Open(path_), ENXIO);
+}
+
+TEST_F(LogFileTest, ALineWithoutRoomLeavesNoPartOfItself) {
+  ASSERT_EQ(log_.Open(path_), 0);
+  EXPECT_EQ(log_.WriteLine("eins"), 0);
+  const base::SmallFiles small(10);
+  EXPECT_EQ(log_.WriteLine("zwei oder drei"), EFBIG);
+  EXPECT_EQ(Content(), "eins\r\n");
+  EXPECT_EQ(log_.WriteLine("5."), 0);
+  EXPECT_EQ(Content(), "eins\r\n5.\r\n");
+}
+
+TEST_F(LogFileTest, WhatAnotherWroteMeanwhileStays) {
+  LogFile other;
+  ASSERT_EQ(log_.Open(path_), 0);
+  ASSERT_EQ(other.Open(path_), 0);
+  EXPECT_EQ(log_.WriteLine("1"), 0);
+  EXPECT_EQ(other.WriteLine("2"), 0);
+  const base::SmallFiles small(8);
+  EXPECT_EQ(log_.WriteLine("zu lang"), EFBIG);
+  EXPECT_EQ(Content(), "1\r\n2\r\n");
 }
 
 TEST_F(LogFileTest, SaysWhyALineCannotBeWritten) {
