@@ -1,0 +1,209 @@
+// Connecting that fails, and connections that the system takes away, seen from a window.
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <net/if.h>
+#include <netinet/in.h>
+#include <sched.h>
+#include <sys/file.h>
+#include <sys/ioctl.h>
+#include <sys/socket.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+
+#include "devlnk/status.h"
+#include "faults/live_window.h"
+
+namespace kolvane::faults {
+namespace {
+
+using devlnk::Status;
+
+std::string Text(Status status) { return std::to_string(devlnk::Code(status)); }
+
+std::string ConnectFailure(Status status) {
+  return "Fehler beim Verbindungsaufbau: " + Text(status) + " (" + Text(status) + ")";
+}
+
+After Nothing(Wire&) { return After::kGoOn; }
+
+void ExpectConnects(LiveWindow& live) {
+  live.NewLines();
+  live.Press("TB_CONNECT");
+  live.Send("NOW");
+  EXPECT_EQ(live.NewLines(), "<+>|NOW|NOW");
+}
+
+/// Room for no further connection.
+class FullBacklog {
+ public:
+  FullBacklog() : listener_(AF_INET, 0) {
+    for (int& waiting : waiting_) {
+      waiting = socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
+      sockaddr_in to{};
+      to.sin_family = AF_INET;
+      to.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+      to.sin_port = htons(static_cast<std::uint16_t>(listener_.port()));
+      connect(waiting, reinterpret_cast<const sockaddr*>(&to), sizeof to);
+    }
+  }
+  ~FullBacklog() {
+    for (const int waiting : waiting_) close(waiting);
+  }
+  std::int16_t port() const { return static_cast<std::int16_t>(listener_.port()); }
+
+ private:
+  devlnk::Listener listener_;
+  int waiting_[4];
+};
+
+class ConnectFault : public testing::Test {
+ protected:
+  void ExpectFailure(LiveWindow& live, Status status) {
+    live.Press("TB_CONNECT");
+    ASSERT_FALSE(live.boxes().empty());
+    EXPECT_EQ(live.boxes().back(), ConnectFailure(status));
+    EXPECT_FALSE(live.connected());
+    EXPECT_EQ(live.NewLines(), "");
+  }
+};
+
+TEST_F(ConnectFault, Row4Refused) {
+  LiveWindow live(Port::kTcp, Nothing);
+  const devlnk::Listener deaf(AF_INET, devlnk::Listener::kDeaf);
+  const std::int16_t own = live.connection().ip_port;
+  live.connection().ip_port = static_cast<std::int16_t>(deaf.port());
+  ExpectFailure(live, Status::kRefused);
+  live.connection().ip_port = own;
+  ExpectConnects(live);
+}
+
+TEST_F(ConnectFault, Row4Swallowed) {
+  LiveWindow live(Port::kTcp, Nothing);
+  const FullBacklog full;
+  const std::int16_t own = live.connection().ip_port;
+  live.connection().ip_port = full.port();
+  live.connection().timeout_ms = 200;
+  ExpectFailure(live, Status::kConnectTimeout);
+  live.connection().ip_port = own;
+  ExpectConnects(live);
+}
+
+TEST_F(ConnectFault, Row20NoModemLinesAndNoRs485) {
+  for (const Port port : kLines) {
+    LiveWindow live(port, Nothing);
+    const int line = open(live.instrument().node().c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+    int lines = 0;
+    EXPECT_EQ(ioctl(line, TIOCMGET, &lines), -1);
+    EXPECT_EQ(errno, ENOTTY);
+    close(line);
+    ExpectConnects(live);
+    EXPECT_TRUE(live.boxes().empty());
+  }
+}
+
+TEST_F(ConnectFault, Row21TheLineIsInUse) {
+  for (const Port port : kLines) {
+    LiveWindow live(port, Nothing);
+    const int line = open(live.instrument().node().c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+    ASSERT_EQ(flock(line, LOCK_EX | LOCK_NB), 0);
+    ExpectFailure(live, Status::kBusy);
+    close(line);
+    ExpectConnects(live);
+  }
+}
+
+TEST_F(ConnectFault, Row21TheLineIsNotThere) {
+  LiveWindow live(Port::kCom, Nothing);
+  const std::string node = live.instrument().node();
+  setenv("KOLVANE_COM1", "/nonexistent/line", 1);
+  ExpectFailure(live, Status::kNoSuchNode);
+  setenv("KOLVANE_COM1", node.c_str(), 1);
+  ExpectConnects(live);
+}
+
+TEST_F(ConnectFault, Row5AConnectionKilledFromOutside) {
+  if (geteuid() != 0) GTEST_SKIP() << "only root may kill connections";
+  LiveWindow live(Port::kTcp, Nothing);
+  ExpectConnects(live);
+  const std::string port = std::to_string(live.instrument().ip_port());
+  const std::string kill = "ss -K state established dport = :" + port + " >/dev/null 2>&1";
+  if (std::system(("command -v ss >/dev/null && " + kill).c_str()) != 0) GTEST_SKIP() << "no ss -K";
+  const std::string left = "test -z \"$(ss -H state established dport = :" + port + ")\"";
+  if (std::system(left.c_str()) != 0) GTEST_SKIP() << "this kernel kills no connections";
+  live.Send("NEXT");
+  const std::string lost = Text(Status::kConnectionLost);
+  const std::string lines = live.NewLines();
+  EXPECT_TRUE(lines.ends_with("NEXT|" + lost)) << lines;
+  live.Press("TB_CONNECT");
+  ExpectConnects(live);
+}
+
+/// While it lives, this thread and those that it starts have a network of their own.
+class OwnNetwork {
+ public:
+  OwnNetwork() : old_(open("/proc/self/ns/net", O_RDONLY | O_CLOEXEC)) {
+    entered_ = old_ >= 0 && unshare(CLONE_NEWNET) == 0;
+    if (entered_) SwitchLoopback(true);
+  }
+  ~OwnNetwork() {
+    if (entered_) setns(old_, CLONE_NEWNET);
+    if (old_ >= 0) close(old_);
+  }
+  bool entered() const { return entered_; }
+
+  /// Switched off it drops whatever is sent, as a cable does that is pulled out behind a switch.
+  void SwitchLoopback(bool on) {
+    const int any = socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+    ifreq request{};
+    std::strcpy(request.ifr_name, "lo");
+    request.ifr_flags = static_cast<short>(on ? IFF_UP | IFF_RUNNING : 0);
+    EXPECT_EQ(ioctl(any, SIOCSIFFLAGS, &request), 0);
+    close(any);
+  }
+
+ private:
+  int old_;
+  bool entered_ = false;
+};
+
+TEST_F(ConnectFault, Row3AHalfOpenConnection) {
+  OwnNetwork network;
+  if (!network.entered()) GTEST_SKIP() << "no network namespace of its own";
+  LiveWindow live(Port::kTcp, [](Wire& wire) {
+    wire.Send("FAULT\r\n");
+    wire.AwaitCalm();
+    return After::kEnd;
+  });
+  live.Send("FAULT");
+  EXPECT_EQ(live.NewLines(), "<+>|FAULT|FAULT");
+  network.SwitchLoopback(false);
+  live.terminal().shown.timeout = "100";
+  for (int commands = 0; commands < 3; ++commands) {
+    live.Send("NEXT");
+    EXPECT_EQ(live.NewLines(), "NEXT|" + Text(Status::kReadTimeout));
+  }
+  if (std::getenv("KOLVANE_FAULTS") != nullptr) {
+    live.terminal().shown.timeout = "60000";
+    live.Send("NEXT");
+    EXPECT_EQ(live.NewLines(), "NEXT|" + Text(Status::kConnectionLost));
+  }
+  live.Press("TB_CONNECT");
+  live.NewLines();
+  live.connection().timeout_ms = 200;
+  live.Press("TB_CONNECT");
+  ASSERT_FALSE(live.boxes().empty());
+  EXPECT_EQ(live.boxes().back(), ConnectFailure(Status::kConnectTimeout));
+  network.SwitchLoopback(true);
+  live.terminal().shown.timeout = "20000";
+  live.connection().timeout_ms = 5000;
+  live.instrument().Calm();
+  ExpectConnects(live);
+}
+
+}  // namespace
+}  // namespace kolvane::faults
