@@ -26,6 +26,10 @@ EndSignals::EndSignals() {
 
 EndSignals::~EndSignals() {
   if (descriptor_ < 0) return;
+  // What has come has done its work; still pending, it would end the process in the middle of its own end.
+  signalfd_siginfo taken;
+  while (read(descriptor_, &taken, sizeof taken) > 0) {
+  }
   close(descriptor_);
   const sigset_t set = EndSet();
   sigprocmask(SIG_UNBLOCK, &set, nullptr);

@@ -9,6 +9,7 @@
 #include <filesystem>
 
 #include "base/open_file.h"
+#include "base/uninterrupted.h"
 #include "base/write_all.h"
 
 namespace kolvane::base {
@@ -19,16 +20,6 @@ namespace fs = std::filesystem;
 constexpr int kLinkLimit = 40;
 constexpr int kNameTries = 100;
 constexpr mode_t kNewMode = 0666;
-
-// The result of a system call that is made again whenever a signal interrupts it.
-template <typename Call>
-int Uninterrupted(Call call) {
-  int result = 0;
-  do {
-    result = call();
-  } while (result < 0 && errno == EINTR);
-  return result;
-}
 
 // The name at the end of a chain of links; the file itself need not be there.
 int FollowLinks(fs::path& path) {

@@ -5,6 +5,7 @@
 #include <QEventLoop>
 #include <QSocketNotifier>
 #include <QTimer>
+#include <memory>
 
 #include "base/runtime_error.h"
 #include "component/application.h"
@@ -64,31 +65,47 @@ void UnloadOrTell(ComponentState& state, window::MainWindow& window, SettingsSto
   if (failure) HeadlessMessages(STDERR_FILENO, false).ShowError(texts::NotSaved(*failure));
 }
 
-// Message boxes and dialogs above the window go first: they would keep it from ending.
-void CloseAll(window::MainWindow& window) {
-  for (QWidget* top = QApplication::activeModalWidget(); top != nullptr && top != &window;
-       top = QApplication::activeModalWidget()) {
-    if (!top->close()) break;
+// Closes the terminal once the descriptor becomes readable, be it while a message stands before the window.
+class CloseRequest {
+ public:
+  explicit CloseRequest(int descriptor) {
+    if (descriptor < 0) return;
+    notifier_ = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
+    QObject::connect(notifier_.get(), &QSocketNotifier::activated, [this] {
+      notifier_->setEnabled(false);
+      came_ = true;
+      CloseAll();
+    });
   }
-  window.close();
-}
+
+  bool came() const { return came_; }
+  void SetWindow(window::MainWindow& window) { window_ = &window; }
+
+ private:
+  // Message boxes and dialogs above the window go first: they would keep it from ending.
+  void CloseAll() {
+    for (QWidget* top = QApplication::activeModalWidget(); top != nullptr && top != window_;
+         top = QApplication::activeModalWidget()) {
+      if (!top->close()) break;
+    }
+    if (window_ != nullptr) window_->close();
+  }
+
+  std::unique_ptr<QSocketNotifier> notifier_;
+  window::MainWindow* window_ = nullptr;
+  bool came_ = false;
+};
 
 void ShowModally(window::MainWindow& window, const TerminalOptions& options, bool connect_at_start) {
   window.setWindowModality(Qt::ApplicationModal);
   window.setAttribute(Qt::WA_QuitOnClose, false);
   QEventLoop loop;
   QObject::connect(&window, &window::MainWindow::Closed, &loop, &QEventLoop::quit);
-  if (options.CloseDescriptor >= 0) {
-    auto* end = new QSocketNotifier(options.CloseDescriptor, QSocketNotifier::Read, &window);
-    QObject::connect(end, &QSocketNotifier::activated, &window, [&window, end] {
-      end->setEnabled(false);
-      CloseAll(window);
-    });
-  }
   window.show();
   if (!options.CommandList.empty()) window.OpenCommandFile(options.CommandList);
   if (connect_at_start) QTimer::singleShot(0, &window, [&window] { window.core().connect.Press(); });
-  loop.exec();
+  // A message about the list may have been closed along with the window.
+  if (window.isVisible()) loop.exec();
 }
 
 // A window starts anew; what belongs to the component's life stays.
@@ -107,6 +124,7 @@ void RunTerminal(ComponentState& state, std::int16_t oper_mode, std::int16_t dev
   state.device.OperMode = oper_mode;
   ReadHostParameters(state.device, state.connection);
   const Application application;
+  CloseRequest close(state.options.CloseDescriptor);
   ResetForWindow(state);
   const auto store = OpenIniStore(state.options.SettingsFile);
   LoadOrTell(*store, state);
@@ -120,6 +138,8 @@ void RunTerminal(ComponentState& state, std::int16_t oper_mode, std::int16_t dev
   if (IsHostMode(oper_mode)) window.core().connect.ShowConnected();
   window.Load();
   window.OnUnload([&] { UnloadOrTell(state, window, *store); });
+  close.SetWindow(window);
+  if (close.came()) QTimer::singleShot(0, &window, [&window] { window.close(); });
   ShowModally(window, state.options, state.options.ConnectAtStart && oper_mode == mode::kPortLibrary);
 }
 

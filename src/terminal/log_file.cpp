@@ -7,6 +7,7 @@
 #include <cerrno>
 
 #include "base/codepage.h"
+#include "base/uninterrupted.h"
 #include "base/write_all.h"
 
 namespace kolvane::terminal {
@@ -15,9 +16,8 @@ int LogFile::Open(const std::string& path) {
   Close();
   if (path.find('\0') != path.npos) return EINVAL;
   // A pipe whose reader is slow or missing must not hold the terminal up.
-  do {
-    file_ = open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_NONBLOCK | O_CLOEXEC, 0666);
-  } while (!IsOpen() && errno == EINTR);
+  file_ = base::Uninterrupted(
+      [&] { return open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_NONBLOCK | O_CLOEXEC, 0666); });
   return IsOpen() ? 0 : errno;
 }
 

@@ -15,7 +15,7 @@
 namespace kolvane::app {
 
 Program::Program(std::vector<std::string> arguments, const Surroundings& surroundings) {
-  arguments.insert(arguments.begin(), KOLVANE_PROGRAM);
+  arguments.insert(arguments.begin(), surroundings.program);
   arguments.insert(arguments.begin(), surroundings.wrapper.begin(), surroundings.wrapper.end());
   child_ = fork();
   if (child_ < 0) throw std::runtime_error("fork");

@@ -23,6 +23,7 @@ struct Surroundings {
   std::map<std::string, std::string> environment = {};
   int output = -1;                        ///< taken as standard output; -1: captured
   std::vector<std::string> wrapper = {};  ///< a program with its arguments that starts it, found on PATH
+  std::string program = KOLVANE_PROGRAM;
 };
 
 /// The real program as a child process, without a display and with settings of its own.

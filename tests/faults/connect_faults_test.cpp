@@ -17,6 +17,7 @@
 
 #include "devlnk/status.h"
 #include "faults/live_window.h"
+#include "faults/thorough.h"
 
 namespace kolvane::faults {
 namespace {
@@ -187,7 +188,7 @@ TEST_F(ConnectFault, Row3AHalfOpenConnection) {
     live.Send("NEXT");
     EXPECT_EQ(live.NewLines(), "NEXT|" + Text(Status::kReadTimeout));
   }
-  if (std::getenv("KOLVANE_FAULTS") != nullptr) {
+  if (Thorough()) {
     live.terminal().shown.timeout = "60000";
     live.Send("NEXT");
     EXPECT_EQ(live.NewLines(), "NEXT|" + Text(Status::kConnectionLost));

@@ -1,7 +1,8 @@
 // Preloaded into a program: makes one chosen call fail, as the environment says.
 //
-//   FAULT_CALL  read, write, recv, send, poll, connect, open, save, fsync, rename, malloc
-//   FAULT_KIND  short, or the number of an errno
+//   FAULT_CALL  read, write, recv, send, poll, connect, open, save, fsync, rename, malloc, clock
+//   FAULT_KIND  short, kill (ends the program in the call's place), torn (and behind half a write), back (a
+//               clock that goes back an hour at each look), or the number of an errno
 //   FAULT_NTH   which of the calls that count is hit first, from 1 on
 //   FAULT_LAST  "once", or "on": every further one as well
 //   FAULT_FILE  where a hit is noted down
@@ -14,6 +15,7 @@
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <poll.h>
+#include <signal.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -23,6 +25,7 @@
 #include <cstdarg>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 
 extern "C" {
 void* __libc_malloc(std::size_t);
@@ -36,6 +39,8 @@ struct Plan {
   const char* call = "";
   const char* file = nullptr;
   bool is_short = false;
+  bool kills = false;
+  bool tears = false;
   int error = 0;
   long nth = 0;
   bool once = true;
@@ -52,12 +57,15 @@ const char* Word(const char* name) {
 
 // Before main, whose libraries' own preparations are none of the test's business.
 void ReadPlan() {
-  plan = {Word("FAULT_CALL"),
-          std::getenv("FAULT_FILE"),
-          std::strcmp(Word("FAULT_KIND"), "short") == 0,
-          std::atoi(Word("FAULT_KIND")),
-          std::atol(Word("FAULT_NTH")),
-          std::strcmp(Word("FAULT_LAST"), "on") != 0};
+  const char* kind = Word("FAULT_KIND");
+  plan.call = Word("FAULT_CALL");
+  plan.file = std::getenv("FAULT_FILE");
+  plan.is_short = std::strcmp(kind, "short") == 0;
+  plan.kills = std::strcmp(kind, "kill") == 0;
+  plan.tears = std::strcmp(kind, "torn") == 0;
+  plan.error = std::atoi(kind);
+  plan.nth = std::atol(Word("FAULT_NTH"));
+  plan.once = std::strcmp(Word("FAULT_LAST"), "on") != 0;
 }
 
 template <typename Function>
@@ -82,11 +90,12 @@ bool Counts(long number) {
 bool Hits(const char* call) {
   if (!main_begun || std::strcmp(plan.call, call) != 0 || !Counts(++calls)) return false;
   NoteHit();
+  if (plan.kills) kill(getpid(), SIGKILL);
   return true;
 }
 
 bool Fails(const char* call) {
-  if (plan.is_short || !Hits(call)) return false;
+  if (plan.is_short || plan.tears || !Hits(call)) return false;
   errno = plan.error;
   return true;
 }
@@ -158,6 +167,10 @@ ssize_t send(int fd, const void* buffer, std::size_t size, int flags) {
 ssize_t write(int fd, const void* buffer, std::size_t size) {
   static const auto real = Real<ssize_t (*)(int, const void*, std::size_t)>("write");
   const char* call = IsDevice(fd) ? "write" : IsFile(fd) ? "save" : "";
+  if (plan.tears && Hits(call)) {
+    real(fd, buffer, size / 2);
+    kill(getpid(), SIGKILL);
+  }
   return Fails(call) ? -1 : real(fd, buffer, Cut(call, size));
 }
 
@@ -194,6 +207,20 @@ int fsync(int fd) {
 int rename(const char* from, const char* to) {
   static const auto real = Real<int (*)(const char*, const char*)>("rename");
   return Fails("rename") ? -1 : real(from, to);
+}
+
+int clock_gettime(clockid_t clock, timespec* now) {
+  static const auto real = Real<int (*)(clockid_t, timespec*)>("clock_gettime");
+  const int result = real(clock, now);
+  if (clock == CLOCK_REALTIME && Fails("clock")) now->tv_sec -= 3600 * calls.load();
+  return result;
+}
+
+time_t time(time_t* where) {
+  timespec now{};
+  clock_gettime(CLOCK_REALTIME, &now);
+  if (where != nullptr) *where = now.tv_sec;
+  return now.tv_sec;
 }
 
 void* malloc(std::size_t size) { return Fails("malloc") ? nullptr : __libc_malloc(size); }

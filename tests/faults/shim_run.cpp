@@ -19,16 +19,21 @@ std::string Describe(const FailingCall& failing, int nth) {
          std::to_string(nth);
 }
 
+std::map<std::string, std::string> ShimEnvironment(const FailingCall& failing, int nth,
+                                                   const std::string& hit_file) {
+  return {{"LD_PRELOAD", KOLVANE_FAULT_SHIM},
+          {"FAULT_CALL", failing.call},
+          {"FAULT_KIND", failing.kind},
+          {"FAULT_NTH", std::to_string(nth)},
+          {"FAULT_LAST", failing.once ? "once" : "on"},
+          {"FAULT_FILE", hit_file}};
+}
+
 ShimRun RunWithShim(const FailingCall& failing, int nth, FaultyInstrument& instrument) {
   base::TempFolder folder;
   base::WriteBytes(folder.Path("a.CMD"), "ONE\r\nTWO\r\nTHREE\r\n");
   std::map<std::string, std::string> environment = instrument.Environment();
-  environment.merge(std::map<std::string, std::string>{{"LD_PRELOAD", KOLVANE_FAULT_SHIM},
-                                                       {"FAULT_CALL", failing.call},
-                                                       {"FAULT_KIND", failing.kind},
-                                                       {"FAULT_NTH", std::to_string(nth)},
-                                                       {"FAULT_LAST", failing.once ? "once" : "on"},
-                                                       {"FAULT_FILE", folder.Path("hit")}});
+  environment.merge(ShimEnvironment(failing, nth, folder.Path("hit")));
   app::Program program({"run", folder.Path("a.CMD"), "--connect", instrument.Resource(), "--timeout", "100",
                         "--log", folder.Path("a.LOG")},
                        {.environment = environment});

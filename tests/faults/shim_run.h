@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <string>
 
 #include "app/program.h"
@@ -10,9 +11,12 @@ namespace kolvane::faults {
 /// A call that the shim lets fail. See shim.cpp.
 struct FailingCall {
   std::string call;
-  std::string kind;  ///< "short" or an errno
+  std::string kind;  ///< see shim.cpp
   bool once = true;
 };
+/// The surroundings in which the nth such call fails and `hit_file` tells that there was one.
+std::map<std::string, std::string> ShimEnvironment(const FailingCall& failing, int nth,
+                                                   const std::string& hit_file);
 std::string Describe(const FailingCall& failing, int nth);
 
 /// One run of the program with three commands, one of whose calls failed.

@@ -3,10 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <sstream>
 
 #include "faults/shim_run.h"
+#include "faults/thorough.h"
 
 namespace kolvane::faults {
 namespace {
@@ -20,9 +20,6 @@ std::string WithCrLf(const std::string& text) {
   for (const char c : text) lines += c == '\n' ? std::string("\r\n") : std::string(1, c);
   return lines;
 }
-
-/// Every place and every error, not a choice of them: for tests/faults/run.
-bool Thorough() { return std::getenv("KOLVANE_FAULTS") != nullptr; }
 
 After Nothing(Wire&) { return After::kGoOn; }
 
@@ -144,7 +141,7 @@ TEST_F(Shim, Row23ALogOnADiskThatIsFull) {
 }
 
 TEST_F(Shim, Row28NoMemory) {
-  const int step = Thorough() ? 1 : 37;
+  const int step = Thorough() ? 1 : 7;
   for (const bool once : {true, false}) {
     ForEachCall(
         Port::kTcp, {"malloc", Error(ENOMEM), once},

@@ -1,0 +1,56 @@
+#include "faults/window_program.h"
+
+#include <sched.h>
+#include <signal.h>
+
+#include <filesystem>
+#include <system_error>
+
+#include "base/temp_folder.h"
+
+namespace kolvane::faults {
+namespace {
+
+constexpr int kLongestRunMs = 30'000;
+
+app::Surroundings WithSettings(app::Surroundings surroundings, const std::string& settings) {
+  surroundings.environment.merge(
+      std::map<std::string, std::string>{{"QT_QPA_PLATFORM", "offscreen"}, {"XDG_CONFIG_HOME", settings}});
+  return surroundings;
+}
+
+bool Has(const std::string& status, const char* mask, int signal) {
+  const std::size_t at = status.find(mask);
+  if (at == std::string::npos) return true;
+  return (std::stoull(status.substr(at + 7), nullptr, 16) >> (signal - 1) & 1) != 0;
+}
+
+}  // namespace
+
+WindowProgram::WindowProgram(const std::string& settings, const std::string& folder,
+                             app::Surroundings surroundings)
+    : program_({"--folder", folder}, WithSettings(std::move(surroundings), settings)) {}
+
+app::Outcome WindowProgram::End(bool* hanged) {
+  AwaitPrepared(program_.id(), SIGTERM);
+  program_.Signal(SIGTERM);
+  const bool ended = program_.EndsWithin(kLongestRunMs);
+  if (hanged != nullptr) *hanged = !ended;
+  if (!ended) program_.Signal(SIGKILL);
+  return program_.Wait();
+}
+
+// The kernel has no event for it. On the way to the program, signals are blocked now and then.
+void AwaitPrepared(pid_t process, int signal) {
+  const std::string folder = "/proc/" + std::to_string(process);
+  const auto prepared = [&] {
+    const std::string status = base::ReadBytes(folder + "/status");
+    std::error_code error;
+    const auto program = std::filesystem::read_symlink(folder + "/exe", error);
+    if (error) return true;  // it has ended
+    return program == KOLVANE_PROGRAM && (Has(status, "SigBlk:", signal) || Has(status, "SigCgt:", signal));
+  };
+  while (!prepared()) sched_yield();
+}
+
+}  // namespace kolvane::faults

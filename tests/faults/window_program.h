@@ -1,0 +1,30 @@
+#pragma once
+
+#include <map>
+#include <string>
+
+#include "app/program.h"
+
+namespace kolvane::faults {
+
+/// The program with its window, on no screen, which ends by SIGTERM as a user would end it: the settings are
+/// saved.
+class WindowProgram {
+ public:
+  /// `settings` is the folder that XDG_CONFIG_HOME names, `folder` the component's.
+  WindowProgram(const std::string& settings, const std::string& folder, app::Surroundings surroundings = {});
+
+  /// Ends it by SIGTERM once it takes that for what it is; `hanged` is set where it does not end.
+  app::Outcome End(bool* hanged = nullptr);
+  app::Program& program() { return program_; }
+
+ private:
+  app::Program program_;
+};
+
+inline constexpr char kSettingsFile[] = "Kolvane/Kolvane.ini";
+
+/// Returns once the process is the program and blocks or catches the signal.
+void AwaitPrepared(pid_t process, int signal);
+
+}  // namespace kolvane::faults
