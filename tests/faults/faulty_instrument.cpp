@@ -14,9 +14,11 @@ namespace {
 
 constexpr char kSerialNumber[] = "A50285BI";
 
-void Signal(int event) {
-  const std::uint64_t one = 1;
-  [[maybe_unused]] const ssize_t written = write(event, &one, sizeof one);
+constexpr std::uint64_t kForGood = 1 << 30;
+
+// Once, or so often that no taking of it makes an end of it.
+void Signal(int event, std::uint64_t times) {
+  [[maybe_unused]] const ssize_t written = write(event, &times, sizeof times);
 }
 
 void Unsignal(int event) {
@@ -32,7 +34,7 @@ std::string NameOf(Port port) {
 }
 
 FaultyInstrument::FaultyInstrument(Port port, Fault fault)
-    : port_(port), fault_(std::move(fault)), calm_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
+    : port_(port), fault_(std::move(fault)), calm_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK | EFD_SEMAPHORE)) {
   if (port == Port::kTcp) {
     listener_ = std::make_unique<devlnk::Listener>(AF_INET);
   } else {
@@ -51,7 +53,7 @@ FaultyInstrument::~FaultyInstrument() {
     over_ = true;
   }
   if (listener_) shutdown(listener_->fd(), SHUT_RDWR);
-  Signal(calm_);
+  Signal(calm_, kForGood);
   thread_.join();
   close(calm_);
 }
@@ -158,7 +160,7 @@ void FaultyInstrument::Note(int& counter) {
 
 void FaultyInstrument::Calm() {
   std::unique_lock lock(mutex_);
-  if (done_ < begun_) Signal(calm_);
+  if (done_ < begun_) Signal(calm_, 1);
   changed_.wait(lock, [&] { return done_ >= begun_; });
 }
 

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdint>
 
 namespace kolvane::faults {
 
@@ -62,6 +63,8 @@ void Wire::AwaitCalm() {
   pollfd entry{calm_, POLLIN, 0};
   while (poll(&entry, 1, -1) < 0 && errno == EINTR) {
   }
+  std::uint64_t taken = 0;
+  [[maybe_unused]] const ssize_t got = read(calm_, &taken, sizeof taken);
 }
 
 void Wire::ResetAtEnd() {

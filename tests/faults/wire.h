@@ -20,7 +20,7 @@ class Wire {
   /// Each byte on its own, with a gap behind it.
   bool Drip(std::string_view bytes, int gap_ms);
   bool Pause(int milliseconds);
-  /// Until the test calls for calm.
+  /// Until the test calls for calm, which is taken for this and ends nothing else.
   void AwaitCalm();
   /// A TCP connection will end with a reset instead of an orderly close.
   void ResetAtEnd();
