@@ -73,7 +73,7 @@ class ConnectFault : public testing::Test {
   }
 };
 
-TEST_F(ConnectFault, Row4Refused) {
+TEST_F(ConnectFault, Row04Refused) {
   LiveWindow live(Port::kTcp, Nothing);
   const devlnk::Listener deaf(AF_INET, devlnk::Listener::kDeaf);
   const std::int16_t own = live.connection().ip_port;
@@ -83,7 +83,7 @@ TEST_F(ConnectFault, Row4Refused) {
   ExpectConnects(live);
 }
 
-TEST_F(ConnectFault, Row4Swallowed) {
+TEST_F(ConnectFault, Row04Swallowed) {
   LiveWindow live(Port::kTcp, Nothing);
   const FullBacklog full;
   const std::int16_t own = live.connection().ip_port;
@@ -127,7 +127,7 @@ TEST_F(ConnectFault, Row21TheLineIsNotThere) {
   ExpectConnects(live);
 }
 
-TEST_F(ConnectFault, Row5AConnectionKilledFromOutside) {
+TEST_F(ConnectFault, Row05AConnectionKilledFromOutside) {
   if (geteuid() != 0) GTEST_SKIP() << "only root may kill connections";
   LiveWindow live(Port::kTcp, Nothing);
   ExpectConnects(live);
@@ -172,7 +172,7 @@ class OwnNetwork {
   bool entered_ = false;
 };
 
-TEST_F(ConnectFault, Row3AHalfOpenConnection) {
+TEST_F(ConnectFault, Row03AHalfOpenConnection) {
   OwnNetwork network;
   if (!network.entered()) GTEST_SKIP() << "no network namespace of its own";
   LiveWindow live(Port::kTcp, [](Wire& wire) {

@@ -46,7 +46,7 @@ using WindowOnTcp = WindowFault;
 INSTANTIATE_TEST_SUITE_P(Ports, WindowFault, testing::ValuesIn(kPorts), PortName);
 INSTANTIATE_TEST_SUITE_P(Ports, WindowOnTcp, testing::Values(Port::kTcp), PortName);
 
-TEST_P(WindowOnTcp, Row1AResetInTheMiddleOfAnAnswer) {
+TEST_P(WindowOnTcp, Row01AResetInTheMiddleOfAnAnswer) {
   LiveWindow& live = Open([](Wire& wire) {
     wire.Send("part of an ans");
     wire.ResetAtEnd();
@@ -60,7 +60,7 @@ TEST_P(WindowOnTcp, Row1AResetInTheMiddleOfAnAnswer) {
   ExpectReconnects(live);
 }
 
-TEST_P(WindowFault, Row2AnEndInTheMiddleOfAnAnswer) {
+TEST_P(WindowFault, Row02AnEndInTheMiddleOfAnAnswer) {
   LiveWindow& live = Open([](Wire& wire) {
     wire.Send("part of an ans");
     return After::kEnd;
@@ -93,7 +93,7 @@ TEST_P(WindowFault, Row18TheInstrumentGoesInTheMiddleOfACommand) {
   ExpectReconnects(live);
 }
 
-TEST_P(WindowFault, Row6AnAnswerOfSingleBytesIsNotCutShort) {
+TEST_P(WindowFault, Row06AnAnswerOfSingleBytesIsNotCutShort) {
   for (const int gap_ms : {20, 40, 60}) {
     LiveWindow& live = Open([gap_ms](Wire& wire) {
       wire.Drip("12.5\r\n", gap_ms);
@@ -108,7 +108,7 @@ TEST_P(WindowFault, Row6AnAnswerOfSingleBytesIsNotCutShort) {
   }
 }
 
-TEST_P(WindowFault, Row7TheTimeoutIsForTheWholeAnswer) {
+TEST_P(WindowFault, Row07TheTimeoutIsForTheWholeAnswer) {
   LiveWindow& live = Open([](Wire& wire) {
     wire.Drip(std::string(1000, 'x'), 40);
     return After::kGoOn;
@@ -125,7 +125,7 @@ TEST_P(WindowFault, Row7TheTimeoutIsForTheWholeAnswer) {
   ExpectReconnects(live);
 }
 
-TEST_P(WindowFault, Row8ALateAnswerCanBeFlushed) {
+TEST_P(WindowFault, Row08ALateAnswerCanBeFlushed) {
   LiveWindow& live = Open([](Wire& wire) {
     const auto next = wire.Line();
     wire.Send("late\r\n" + next.value_or("") + "\r\n");
@@ -143,7 +143,7 @@ TEST_P(WindowFault, Row8ALateAnswerCanBeFlushed) {
   ExpectReconnects(live);
 }
 
-TEST_P(WindowFault, Row9NoAnswerAtAll) {
+TEST_P(WindowFault, Row09NoAnswerAtAll) {
   LiveWindow& live = Open([](Wire&) { return After::kGoOn; });
   live.terminal().shown.timeout = "30";
   live.Send("FAULT");
