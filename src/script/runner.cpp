@@ -29,8 +29,9 @@ class AtEnd {
 
 void Runner::Play() {
   if (running() || aborted_) return;
-  links_.host.LockGUI(true);
+  // Locking may fail half-way for want of memory.
   const AtEnd unlock([this] { links_.host.LockGUI(false); });
+  links_.host.LockGUI(true);
   links_.state.run.StopRequested = false;
   links_.state.run.BreakRequested = false;
   RunCommandList(0);

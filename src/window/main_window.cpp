@@ -143,8 +143,7 @@ void MainWindow::ConnectSending() {
 }
 
 void MainWindow::Send() {
-  const std::string command = FromQt(area_->terminal_bar()->command()->currentText());
-  prompt_.Guard([&] { interactive_.Send(command); });
+  prompt_.Guard([this] { interactive_.Send(FromQt(area_->terminal_bar()->command()->currentText())); });
 }
 
 void MainWindow::Toolbar1ButtonClick(const QString& key) {

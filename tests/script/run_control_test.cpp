@@ -27,6 +27,14 @@ TEST_F(RunControlTest, BreakEndsTheRunAfterTheRowInHand) {
   EXPECT_EQ(host.locks, (std::vector<bool>{true, false}));
 }
 
+TEST_F(RunControlTest, ALockThatFailsHalfwayIsTakenBack) {
+  host.lock_fails = true;
+  EXPECT_THROW(Play("A"), std::bad_alloc);
+  EXPECT_EQ(Sent(), "");
+  EXPECT_EQ(host.locks, (std::vector<bool>{true, false}));
+  EXPECT_FALSE(runner.running());
+}
+
 TEST_F(RunControlTest, StopDoesTheSameAndClearsTheRow) {
   PlayAnd("A|B|C", 2, [this] { runner.Stop(); });
   EXPECT_EQ(Sent(), "A|B");
