@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include "kolvane/MainClass.h"
+#include "window/guarded_application.h"
 
 namespace kolvane::component {
 namespace {
@@ -52,7 +53,7 @@ void Application::MakeOwn() {
   static char name[] = "kolvane";
   static char* arguments[] = {name, nullptr};
   host_locale_ = std::setlocale(LC_ALL, nullptr);
-  own_ = std::make_unique<QApplication>(count, arguments);
+  own_ = std::make_unique<window::GuardedApplication>(count, arguments);
   QApplication::setApplicationName(QStringLiteral("Kolvane"));
   QApplication::setDesktopFileName(QStringLiteral("kolvane"));
 }

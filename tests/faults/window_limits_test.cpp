@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include <QAction>
 #include <QComboBox>
@@ -71,7 +72,9 @@ class NoDescriptors {
  public:
   NoDescriptors() {
     getrlimit(RLIMIT_NOFILE, &old_);
-    const rlimit none{0, old_.rlim_max};
+    const int next = dup(0);
+    close(next);
+    const rlimit none{static_cast<rlim_t>(next), old_.rlim_max};
     setrlimit(RLIMIT_NOFILE, &none);
   }
   ~NoDescriptors() { setrlimit(RLIMIT_NOFILE, &old_); }
