@@ -126,6 +126,7 @@ TEST_F(Settings, Row25AFolderThatCannotBeWritten) {
                                              .wrapper = {"unshare", "-m", "sh", "-c", script, "sh"}});
   if (outcome.status == 99) GTEST_SKIP() << "nothing can be mounted";
   EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_NE(outcome.err.find(kSettingsFile), std::string::npos) << outcome.err;
   EXPECT_EQ(base::ReadBytes(file()), saved_);
   EXPECT_EQ(base::ReadBytes(folder_.Path("own/IPADDR.INI")), "10.0.0.5\r\n");
 }
@@ -137,6 +138,7 @@ TEST_F(Settings, Row25ASettingsFileThatMayNotBeTouched) {
   const app::Outcome outcome = OpenAndClose();
   EXPECT_EQ(std::system(("chattr -i " + folder + " " + file()).c_str()), 0);
   EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_NE(outcome.err.find(kSettingsFile), std::string::npos) << outcome.err;
   EXPECT_EQ(base::ReadBytes(file()), saved_);
 }
 
@@ -146,6 +148,7 @@ TEST_F(Settings, Row25SettingsOfAnotherUser) {
   const app::Outcome outcome =
       OpenAndClose({.wrapper = {"setpriv", "--reuid", "65534", "--regid", "65534", "--clear-groups"}});
   EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_NE(outcome.err.find(kSettingsFile), std::string::npos) << outcome.err;
   EXPECT_EQ(base::ReadBytes(file()), saved_);
 }
 
