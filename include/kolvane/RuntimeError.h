@@ -3,11 +3,13 @@
 #include <stdexcept>
 #include <string>
 
+#include "kolvane/Export.h"
+
 namespace kolvane {
 
 /// A run-time error of a conversion, an array bound or an arithmetic step; what() is its German description
 /// in UTF-8. Thrown towards a host only out of MainClass::OpenTerminal, before a window is shown.
-class RuntimeError : public std::runtime_error {
+class KOLVANE_EXPORT RuntimeError : public std::runtime_error {
  public:
   enum class Kind {
     kOverflow,         ///< a value does not fit its type

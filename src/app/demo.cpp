@@ -88,7 +88,7 @@ int RunDemo(const std::string& folder) {
   const fs::path programs = fs::read_symlink("/proc/self/exe").parent_path();
   const AmplifierProcess amplifier((programs / "kolvane-amplifier").string());
   const ScratchFolder scratch;
-  FillFolder(scratch.path(), programs.parent_path() / "lib");
+  FillFolder(scratch.path(), MainClass::OwnFolder());
   try {
     ShowDemo(folder, scratch.path(), amplifier.port());
     return 0;

@@ -1,6 +1,7 @@
 #include "kolvane/MainClass.h"
 
 #include "component/component_state.h"
+#include "component/folder.h"
 #include "component/terminal_run.h"
 
 namespace kolvane {
@@ -25,5 +26,7 @@ void MainClass::OpenTerminal(std::int16_t OperMode, std::int16_t DevIdx) {
 Variant MainClass::CanUnload() const { return State().can_unload; }
 
 void MainClass::SetOptions(const TerminalOptions& options) { State().options = options; }
+
+std::string MainClass::OwnFolder() { return component::OwnFolder(); }
 
 }  // namespace kolvane

@@ -96,14 +96,20 @@ class CloseRequest {
   bool came_ = false;
 };
 
-void ShowModally(window::MainWindow& window, const TerminalOptions& options, bool connect_at_start) {
+// Pressed by the event loop, one after the other.
+void PressAtStart(window::MainWindow& window, const TerminalOptions& options) {
+  if (options.ConnectAtStart) QTimer::singleShot(0, &window, [&window] { window.core().connect.Press(); });
+  if (options.PlayAtStart) QTimer::singleShot(0, &window, [&window] { window.PressPlay(); });
+}
+
+void ShowModally(window::MainWindow& window, const TerminalOptions& options) {
   window.setWindowModality(Qt::ApplicationModal);
   window.setAttribute(Qt::WA_QuitOnClose, false);
   QEventLoop loop;
   QObject::connect(&window, &window::MainWindow::Closed, &loop, &QEventLoop::quit);
   window.show();
   if (!options.CommandList.empty()) window.OpenCommandFile(options.CommandList);
-  if (connect_at_start) QTimer::singleShot(0, &window, [&window] { window.core().connect.Press(); });
+  PressAtStart(window, options);
   // A message about the list may have been closed along with the window.
   if (window.isVisible()) loop.exec();
 }
@@ -113,7 +119,6 @@ void ResetForWindow(ComponentState& state) {
   state.device.last_result = 0;
   state.device.open_step_status = 0;
   state.terminal = {};
-  state.can_unload = false;
 }
 
 }  // namespace
@@ -128,7 +133,7 @@ void RunTerminal(ComponentState& state, std::int16_t oper_mode, std::int16_t dev
   ResetForWindow(state);
   const auto store = OpenIniStore(state.options.SettingsFile);
   LoadOrTell(*store, state);
-  if (IsHostMode(oper_mode)) state.device.connected = true;
+  state.device.connected = IsHostMode(oper_mode);
   device::LazyPortLibrary library(OwnFolder());
   window::MainWindow window({{state.device, state.connection, state.terminal},
                              state.script,
@@ -140,7 +145,10 @@ void RunTerminal(ComponentState& state, std::int16_t oper_mode, std::int16_t dev
   window.OnUnload([&] { UnloadOrTell(state, window, *store); });
   close.SetWindow(window);
   if (close.came()) QTimer::singleShot(0, &window, [&window] { window.close(); });
-  ShowModally(window, state.options, state.options.ConnectAtStart && oper_mode == mode::kPortLibrary);
+  TerminalOptions options = state.options;
+  options.ConnectAtStart &= oper_mode == mode::kPortLibrary;
+  state.can_unload = false;
+  ShowModally(window, options);
 }
 
 }  // namespace kolvane::component

@@ -109,6 +109,8 @@ void MainWindow::Load() {
   ConnectionChanged();
 }
 
+void MainWindow::PressPlay() { area_->script_bar()->Button("TB_PLAY")->trigger(); }
+
 void MainWindow::On(const char* item, const std::function<void()>& event) {
   connect(menus_.Item(item), &QAction::triggered, this, [this, event] { prompt_.Guard(event); });
 }

@@ -191,7 +191,32 @@ TEST_F(HostTest, ASecondTerminalWhileOneIsOpenIsRefused) {
   Open(1, [&](QMainWindow&) { EXPECT_THROW(terminal_.OpenTerminal(1, 0), RuntimeError); });
 }
 
+TEST_F(HostTest, TheListRunsAtStartAndTheDescriptorClosesTheWindowBehindIt) {
+  int ends[2];
+  ASSERT_EQ(pipe(ends), 0);
+  TerminalOptions options;
+  options.SettingsFile = SettingsFile();
+  options.CommandList = dir_.path().toStdString() + "/start.CMD";
+  options.PlayAtStart = true;
+  options.CloseDescriptor = ends[0];
+  base::WriteBytes(options.CommandList, "*IDN?\r\nMSV?\r\n");
+  terminal_.SetOptions(options);
+  terminal_.InitTerminal(host_);
+  std::vector<std::string> written;
+  host_->script.on_call["WriteCommand"] = [&] {
+    written.push_back(host_->script.calls.back());
+    if (written.size() < 2) return;
+    ASSERT_EQ(write(ends[1], "x", 1), 1);
+  };
+  terminal_.OpenTerminal(1, 0);
+  EXPECT_EQ(written, (std::vector<std::string>{"WriteCommand(\"*IDN?\n\")", "WriteCommand(\"MSV?\n\")"}));
+  EXPECT_TRUE(terminal_.CanUnload().ToBool());
+  close(ends[0]);
+  close(ends[1]);
+}
+
 TEST_F(HostTest, AnUnreadableSettingIsShownAndRaised) {
+  Open(1, [](QMainWindow&) {});
   const std::string bytes = "[TERMINAL]\nFONTSIZE=gross\n";
   base::WriteBytes(SettingsFile(), bytes);
   QString shown;
@@ -204,6 +229,7 @@ TEST_F(HostTest, AnUnreadableSettingIsShownAndRaised) {
   EXPECT_THROW(terminal_.OpenTerminal(2, 0), RuntimeError);
   EXPECT_TRUE(shown.contains("FONTSIZE=gross")) << shown.toStdString();
   EXPECT_EQ(base::ReadBytes(SettingsFile()), bytes);
+  EXPECT_TRUE(terminal_.CanUnload().ToBool()) << "the last window has closed, and none was opened since";
 }
 
 TEST_F(HostTest, StoredTerminatorsAreShownAsWords) {

@@ -1,0 +1,17 @@
+#!/usr/bin/env bash
+# Holds what the two shared objects export: exports.sh LIBKOLVANE LIBDEVLNK, lists beside this file.
+# What a list lacks is marked +, what a library lacks -.
+set -euo pipefail
+export LC_ALL=C
+lists=$(dirname "$(readlink -f "$0")")
+
+# exported FILE: one demangled name a line, without addresses and versions
+exported() {
+  nm -D --defined-only -C "$1" | sed -E 's/^[0-9a-f]+ //; /^A /d; s/^. //; s/@@.*//; s/\[abi:cxx11\]//' | sort -u
+}
+
+status=0
+for pair in "$1:libkolvane.exports" "$2:libdevlnk.exports"; do
+  diff -U0 --label "${pair#*:}" --label "${pair%:*}" "$lists/${pair#*:}" <(exported "${pair%:*}") || status=1
+done
+exit "$status"
