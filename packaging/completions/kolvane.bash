@@ -1,0 +1,91 @@
+# Completion of kolvane for bash. It needs nothing of bash-completion.
+
+# The resources that can be connected to now, as `kolvane ports` lists them, and the forms that take an address.
+_kolvane_resources() {
+  local resource rest
+  _kolvane_words TCPIP:: ASRL1::INSTR ASRL2::INSTR USB:: GPIB0:: LPT1 LPT2 OFFLINE
+  while read -r resource rest; do
+    # A device names itself; what the shell would act on is not put into a command line.
+    [[ $resource == *[!A-Za-z0-9:./_@%+,-]* ]] || _kolvane_words "$resource"
+  done < <("$program" ports 2>/dev/null)
+}
+
+# _kolvane_files SUFFIX: folders, and files whose name ends so in either case; all files without SUFFIX.
+_kolvane_files() {
+  compopt -o filenames 2>/dev/null
+  local entry
+  while IFS= read -r entry; do
+    [[ ! -d $entry && -n $1 && ${entry,,} != *"$1" ]] || COMPREPLY+=("$entry")
+  done < <(compgen -f -- "$cur")
+}
+
+# _kolvane_words WORD...: those that begin with what was typed.
+_kolvane_words() {
+  local word
+  for word; do
+    [[ $word != "$cur"* ]] || COMPREPLY+=("$word")
+  done
+}
+
+# The values of option $1; fails where it takes none.
+_kolvane_values() {
+  case $1 in
+    --mode) _kolvane_words 0 1 2 ;;
+    --folder) compopt -o filenames 2>/dev/null; mapfile -t COMPREPLY < <(compgen -d -- "$cur") ;;
+    --connect) _kolvane_resources ;;
+    --baud) _kolvane_words 300 600 1200 2400 4800 9600 19200 38400 57600 115200 ;;
+    --parity) _kolvane_words none even odd ;;
+    --data-bits) _kolvane_words 7 8 ;;
+    --stop-bits) _kolvane_words 1 2 ;;
+    --send-terminator | --receive-terminator) _kolvane_words LF CR CRLF NONE ;;
+    --receive-mode) _kolvane_words terminator auto count ;;
+    --log) _kolvane_files '' ;;
+    --timeout | --count) ;;
+    *) return 1 ;;
+  esac
+}
+
+# Readline takes what stands behind the last : or = for the word, so what stands before is left out.
+_kolvane_trim() {
+  local head=${cur%"${cur##*[:=]}"} i
+  [[ $COMP_WORDBREAKS == *:* && $head == *: || $COMP_WORDBREAKS == *=* && $head == *= ]] || return 0
+  for i in "${!COMPREPLY[@]}"; do COMPREPLY[i]=${COMPREPLY[i]#"$head"}; done
+}
+
+_kolvane() {
+  local window='--mode --demo --folder --help --version run send ports'
+  local run='--connect --baud --parity --data-bits --stop-bits --timeout --send-terminator --receive-terminator
+    --receive-mode --count --binary --show-commands --show-times --log --verbose --folder'
+  local line=${COMP_LINE:0:COMP_POINT} words cur program command='' i
+  read -ra words <<<"$line"
+  [[ $line == *[[:space:]] ]] && words+=('')
+  cur=${words[-1]} program=${words[0]/#\~/$HOME}
+  COMPREPLY=()
+
+  for ((i = 1; i < ${#words[@]} - 1; i++)); do
+    case ${words[i]} in
+      --mode | --folder) ((i++)) ;;
+      run | send | ports) command=${words[i]}; break ;;
+    esac
+  done
+
+  local option=${words[-2]} before=''
+  if [[ $cur == --*=* ]]; then
+    option=${cur%%=*} before=$option= cur=${cur#*=}
+  fi
+  if _kolvane_values "$option"; then
+    for i in "${!COMPREPLY[@]}"; do COMPREPLY[i]=$before${COMPREPLY[i]}; done
+    cur=$before$cur
+  elif [[ $command == run && $cur != -* ]]; then
+    _kolvane_files .cmd
+  elif [[ $command == run || $command == send && $cur == -* ]]; then
+    _kolvane_words $run
+  elif [[ -z $command ]]; then
+    _kolvane_words $window
+  fi
+  [[ ${#COMPREPLY[@]} -eq 1 && ${COMPREPLY[0]} == *:: ]] && compopt -o nospace 2>/dev/null
+  _kolvane_trim
+  return 0
+}
+
+complete -F _kolvane kolvane

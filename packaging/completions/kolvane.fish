@@ -1,0 +1,38 @@
+# Completion of kolvane for fish.
+
+# The resources that can be connected to now, as `kolvane ports` lists them, and the forms that take an address.
+function __kolvane_resources
+    printf '%s\n' TCPIP:: ASRL1::INSTR ASRL2::INSTR USB:: GPIB0:: LPT1 LPT2 OFFLINE
+    set -l program (commandline -opc)[1]
+    type -q $program; and $program ports 2>/dev/null | string replace -r '\s.*' ''
+end
+
+complete -c kolvane -f
+
+set -l window 'not __fish_seen_subcommand_from run send ports'
+complete -c kolvane -n $window -a run -d 'Execute a command list'
+complete -c kolvane -n $window -a send -d 'Send commands'
+complete -c kolvane -n $window -a ports -d 'List what can be connected to'
+complete -c kolvane -n $window -l mode -x -a '0 1 2' -d 'Operating mode'
+complete -c kolvane -n $window -l demo -d 'Terminal connected to a simulated amplifier'
+complete -c kolvane -n $window -l help -d Help
+complete -c kolvane -n $window -l version -d Version
+complete -c kolvane -l folder -x -a '(__fish_complete_directories)' -d 'Folder of histories, templates and help files'
+
+set -l run '__fish_seen_subcommand_from run send'
+complete -c kolvane -n '__fish_seen_subcommand_from run' -k -a '(__fish_complete_suffix .CMD; __fish_complete_suffix .cmd)'
+complete -c kolvane -n $run -l connect -x -a '(__kolvane_resources)' -d 'What to connect to'
+complete -c kolvane -n $run -l baud -x -a '300 600 1200 2400 4800 9600 19200 38400 57600 115200' -d 'Rate of a serial line'
+complete -c kolvane -n $run -l parity -x -a 'none even odd' -d 'Parity of a serial line'
+complete -c kolvane -n $run -l data-bits -x -a '7 8' -d 'Data bits of a serial line'
+complete -c kolvane -n $run -l stop-bits -x -a '1 2' -d 'Stop bits of a serial line'
+complete -c kolvane -n $run -l timeout -x -d 'Milliseconds for connecting and for each answer'
+complete -c kolvane -n $run -l send-terminator -x -a 'LF CR CRLF NONE' -d 'Ends each command'
+complete -c kolvane -n $run -l receive-terminator -x -a 'LF CR CRLF NONE' -d 'Ends each answer'
+complete -c kolvane -n $run -l receive-mode -x -a 'terminator auto count' -d 'Where an answer ends'
+complete -c kolvane -n $run -l count -x -d 'Bytes of an answer'
+complete -c kolvane -n $run -l binary -d 'Answers byte by byte'
+complete -c kolvane -n $run -l show-commands -d 'Print the commands, too'
+complete -c kolvane -n $run -l show-times -d 'Print the time of each exchange'
+complete -c kolvane -n $run -l log -r -F -d 'Append each line to a file'
+complete -c kolvane -n $run -l verbose -d 'Tell about connecting'

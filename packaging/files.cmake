@@ -1,0 +1,51 @@
+# The files of the program: for the component, for the desktop, for shells, for the device manager.
+
+file(GLOB component_files CONFIGURE_DEPENDS
+  ${PROJECT_SOURCE_DIR}/help/*.rtf ${PROJECT_SOURCE_DIR}/help/*.CMD ${PROJECT_SOURCE_DIR}/help/*.[Bb][Nn][Ss])
+install(FILES ${component_files} DESTINATION ${KOLVANE_INSTALL_COMPONENTDIR})
+install(FILES ${CMAKE_LIBRARY_OUTPUT_DIRECTORY}/Terminal.chm DESTINATION ${KOLVANE_INSTALL_COMPONENTDIR} OPTIONAL)
+
+install(FILES kolvane.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+install(FILES org.kolvane.Kolvane.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
+install(FILES ${PROJECT_SOURCE_DIR}/src/window/icons/kolvane.svg
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
+install(FILES 70-kolvane.rules DESTINATION lib/udev/rules.d)
+
+install(FILES completions/kolvane.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME kolvane)
+install(FILES completions/_kolvane DESTINATION ${KOLVANE_INSTALL_ZSHDIR})
+install(FILES completions/kolvane.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
+
+# install_gzipped(FILE DIR NAME COMPONENT): compressed as distributions want it, without name and time inside.
+function(install_gzipped file dir name component)
+  set(copy ${CMAKE_CURRENT_BINARY_DIR}/gzipped/${component}/${name})
+  cmake_path(GET copy PARENT_PATH folder)
+  add_custom_command(
+    OUTPUT ${copy}.gz
+    COMMAND ${CMAKE_COMMAND} -E make_directory ${folder}
+    COMMAND ${CMAKE_COMMAND} -E copy ${file} ${copy}
+    COMMAND gzip -9nf ${copy}
+    DEPENDS ${file})
+  set_property(DIRECTORY APPEND PROPERTY KOLVANE_GZIPPED ${copy}.gz)
+  install(FILES ${copy}.gz DESTINATION ${dir} COMPONENT ${component})
+endfunction()
+
+file(GLOB manual_pages CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/man/*.1)
+foreach(page IN LISTS manual_pages)
+  cmake_path(GET page FILENAME name)
+  install_gzipped(${page} ${CMAKE_INSTALL_MANDIR}/man1 ${name} runtime)
+endforeach()
+
+foreach(pair runtime:kolvane development:kolvane-dev python:python3-kolvane)
+  string(REPLACE ":" ";" pair ${pair})
+  list(GET pair 0 component)
+  list(GET pair 1 package)
+  if(component STREQUAL "python" AND NOT IS_DIRECTORY ${PROJECT_SOURCE_DIR}/python)
+    continue()
+  endif()
+  set(folder ${CMAKE_INSTALL_DATAROOTDIR}/doc/${package})
+  install(FILES copyright DESTINATION ${folder} COMPONENT ${component})
+  install_gzipped(${CMAKE_CURRENT_SOURCE_DIR}/changelog ${folder} changelog ${component})
+endforeach()
+
+get_directory_property(packed KOLVANE_GZIPPED)
+add_custom_target(kolvane_gzipped ALL DEPENDS ${packed})
