@@ -2,7 +2,8 @@
 
 namespace kolvane::app {
 
-/// While it lives, SIGINT, SIGTERM and SIGHUP no longer end the process but make a descriptor readable.
+/// While it lives, SIGINT, SIGTERM and SIGHUP no longer end the process but make a descriptor readable; those
+/// that came are done with at its end.
 class EndSignals {
  public:
   EndSignals();
