@@ -1,0 +1,46 @@
+#!/usr/bin/env bash
+# Builds hosts with the unpacked development package and runs them: cpp_host.sh ROOT EXAMPLE.
+set -euo pipefail
+root=$(readlink -f "$1") example=$2
+here=$(dirname "$(readlink -f "$0")")
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+unset DISPLAY WAYLAND_DISPLAY KOLVANE_FOLDER KOLVANE_PORT_LIBRARY LD_LIBRARY_PATH CMAKE_PREFIX_PATH
+export HOME=$scratch XDG_CONFIG_HOME=$scratch/config XDG_RUNTIME_DIR=$scratch QT_QPA_PLATFORM=offscreen
+
+# quietly COMMAND...: shows what it wrote only where it fails.
+quietly() {
+  "$@" >"$scratch/log" 2>&1 || {
+    cat "$scratch/log"
+    exit 1
+  }
+}
+
+# The example, through the CMake package.
+quietly cmake -G Ninja -S "$example" -B "$scratch/build" -DCMAKE_PREFIX_PATH="$root/usr" -DCMAKE_BUILD_TYPE=Debug
+quietly cmake --build "$scratch/build"
+for mode in 0 1; do
+  "$scratch/build/cpp-host" --mode $mode --list "$example/exchange.CMD" >"$scratch/calls" 2>"$scratch/log" ||
+    quietly cat "$scratch/log"
+  diff -u "$example/expected-$mode.txt" "$scratch/calls"
+done
+if "$scratch/build/cpp-host" --device 7 >/dev/null 2>"$scratch/log"; then exit 1; fi
+grep -q 'Kein Gerät mit dem Index 7' "$scratch/log"
+
+# A host through pkg-config, which finds the component by its soname in the folder of libraries.
+module=$(dirname "$(find "$root/usr" -name kolvane.pc)")
+export PKG_CONFIG_PATH=$module
+# shellcheck disable=SC2046
+quietly "${CXX:-c++}" -std=c++20 "$here/headless_host.cpp" -o "$scratch/headless" $(pkg-config --cflags --libs kolvane)
+export LD_LIBRARY_PATH=${module%/pkgconfig}
+status=0
+"$scratch/headless" >"$scratch/folder" 2>"$scratch/log" || status=$?
+[ "$status" = 3 ] && [ "$(cat "$scratch/folder")" = "$LD_LIBRARY_PATH/kolvane" ] || {
+  printf 'the headless host ended with %s: ' "$status"
+  cat "$scratch/folder" "$scratch/log"
+  exit 1
+}
+if grep -q Portbibliothek "$scratch/log"; then
+  cat "$scratch/log"
+  exit 1
+fi

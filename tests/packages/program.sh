@@ -1,0 +1,51 @@
+#!/usr/bin/env bash
+# Runs the unpacked program: program.sh ROOT VERSION. Nothing of the build is within its reach.
+set -euo pipefail
+root=$(readlink -f "$1") version=$2
+folder=$(dirname "$(find "$root/usr/lib" -name libdevlnk.so)")
+scratch=$(mktemp -d)
+amplifier=
+end() {
+  [ -z "$amplifier" ] || kill "$amplifier" 2>/dev/null || true
+  rm -rf "$scratch"
+}
+trap end EXIT
+unset DISPLAY WAYLAND_DISPLAY KOLVANE_FOLDER KOLVANE_PORT_LIBRARY LD_LIBRARY_PATH
+export HOME=$scratch XDG_CONFIG_HOME=$scratch/config XDG_DATA_HOME=$scratch/data XDG_RUNTIME_DIR=$scratch
+export TMPDIR=$scratch QT_QPA_PLATFORM=offscreen
+cd "$scratch"
+kolvane=$root/usr/bin/kolvane
+
+fail() {
+  printf '%s\n' "$*"
+  exit 1
+}
+
+[ "$("$kolvane" --version)" = "kolvane $version" ] || fail "--version says $("$kolvane" --version)"
+
+# A list, headless, against the unpacked amplifier; through the unpacked port library.
+mkfifo says
+"$root/usr/bin/kolvane-amplifier" --tcp 0 >says &
+amplifier=$!
+read -r line <says
+port=${line##*:}
+"$kolvane" run "$folder/demo.CMD" --connect "TCPIP::127.0.0.1::$port::SOCKET" >answers 2>errors ||
+  fail "run ended with $?: $(cat errors)"
+[ ! -s errors ] || fail "run wrote: $(cat errors)"
+grep -q '^KOLVANE,' answers || fail "no answer to *IDN?: $(head -n 5 answers)"
+
+# asked_to_end PROGRAM ARGS...: with SIGTERM waiting from before its start, so that the window closes at once.
+asked_to_end() {
+  env --block-signal=TERM sh -c 'kill -TERM $$; exec "$@"' sh "$@" >window 2>&1 || fail "$* ended with $?: $(cat window)"
+}
+asked_to_end "$kolvane"
+[ -s "$XDG_CONFIG_HOME/Kolvane/Kolvane.ini" ] || fail "the window left no settings behind"
+asked_to_end "$kolvane" --demo
+! ls -d "$TMPDIR"/kolvane-demo-* 2>/dev/null || fail "the demo left its folder behind"
+
+# What the component and the desktop look for.
+for file in libkolvane.so.0 libdevlnk.so TermCmdHelp.rtf demo.CMD; do
+  [ -s "$folder/$file" ] || fail "$file is missing beside the component"
+done
+# The help file names the pages it was made of; nobody looks for them there.
+! grep -rlF --exclude='*.chm' -e "$root" -e "${SOURCE_FOLDER:?}" "$root/usr" || fail "files above name the source"
