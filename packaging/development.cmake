@@ -14,18 +14,19 @@ install(FILES ${CMAKE_CURRENT_BINARY_DIR}/KolvaneConfig.cmake ${CMAKE_CURRENT_BI
         DESTINATION ${KOLVANE_INSTALL_CMAKEDIR})
 
 # The prefix is known at installation alone; the loader looks below /usr by itself, elsewhere a host needs the way.
-file(RELATIVE_PATH KOLVANE_PC_TO_PREFIX /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
-string(REGEX REPLACE "/$" "" KOLVANE_PC_TO_PREFIX "${KOLVANE_PC_TO_PREFIX}")
-set(RUNPATH "@RUNPATH@")
-configure_file(kolvane.pc.in ${CMAKE_CURRENT_BINARY_DIR}/kolvane.pc.in @ONLY)
+set(pc ${CMAKE_CURRENT_BINARY_DIR}/kolvane.pc)
+foreach(variable CMAKE_INSTALL_LIBDIR CMAKE_INSTALL_INCLUDEDIR PROJECT_DESCRIPTION PROJECT_VERSION)
+  string(APPEND pc_values "set(${variable} [[${${variable}}]])\n")
+endforeach()
 install(CODE "
+  ${pc_values}
   set(RUNPATH \" -Wl,-rpath,\\\${libdir}\")
   if(CMAKE_INSTALL_PREFIX STREQUAL \"/usr\")
     set(RUNPATH)
   endif()
-  configure_file(\"${CMAKE_CURRENT_BINARY_DIR}/kolvane.pc.in\" \"${CMAKE_CURRENT_BINARY_DIR}/kolvane.pc\" @ONLY)"
+  configure_file([[${CMAKE_CURRENT_SOURCE_DIR}/kolvane.pc.in]] [[${pc}]] @ONLY)"
   COMPONENT development)
-install(FILES ${CMAKE_CURRENT_BINARY_DIR}/kolvane.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+install(FILES ${pc} DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
 # library_link(TO NAME COMPONENT): the name NAME in the folder of libraries.
 function(library_link to name component)

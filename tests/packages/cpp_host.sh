@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# Builds hosts with the unpacked development package and runs them: cpp_host.sh ROOT EXAMPLE.
+# Builds hosts and runs them: cpp_host.sh ROOT PREFIX EXAMPLE. The one uses the unpacked development package, the other
+# what was installed below PREFIX.
 set -euo pipefail
-root=$(readlink -f "$1") example=$2
+root=$(readlink -f "$1") prefix=$(readlink -f "$2") example=$3
 here=$(dirname "$(readlink -f "$0")")
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
@@ -27,20 +28,16 @@ done
 if "$scratch/build/cpp-host" --device 7 >/dev/null 2>"$scratch/log"; then exit 1; fi
 grep -q 'Kein Gerät mit dem Index 7' "$scratch/log"
 
-# A host through pkg-config, which finds the component by its soname in the folder of libraries.
-module=$(dirname "$(find "$root/usr" -name kolvane.pc)")
+# A host through pkg-config, which finds the component by its soname, and the component its own folder.
+module=$(dirname "$(find "$prefix" -name kolvane.pc)")
 export PKG_CONFIG_PATH=$module
 # shellcheck disable=SC2046
 quietly "${CXX:-c++}" -std=c++20 "$here/headless_host.cpp" -o "$scratch/headless" $(pkg-config --cflags --libs kolvane)
-export LD_LIBRARY_PATH=${module%/pkgconfig}
 status=0
 "$scratch/headless" >"$scratch/folder" 2>"$scratch/log" || status=$?
-[ "$status" = 3 ] && [ "$(cat "$scratch/folder")" = "$LD_LIBRARY_PATH/kolvane" ] || {
+[ "$status" = 3 ] && [ "$(cat "$scratch/folder")" = "${module%/pkgconfig}/kolvane" ] &&
+  ! grep -q Portbibliothek "$scratch/log" || {
   printf 'the headless host ended with %s: ' "$status"
   cat "$scratch/folder" "$scratch/log"
   exit 1
 }
-if grep -q Portbibliothek "$scratch/log"; then
-  cat "$scratch/log"
-  exit 1
-fi
