@@ -24,8 +24,7 @@ namespace kolvane {
 //   4. On connect and disconnect: SetLastError(0), InitializeDevice or OpenDevice (CloseDevice), LastError,
 //      LastErrorDescription. On "clear input": FlushInQ.
 //   5. While the window closes: where the user left the device disconnected, it is opened again as in 4, so
-//   that
-//      the host gets it back open. Then the reference to the object is given up.
+//      that the host gets it back open. Then the reference to the object is given up.
 //
 // On which thread. That of OpenTerminal, always, out of the event loop that runs in there. A call that waits
 // stops the window for as long; it should wait no longer than the time-out it was given. It may run events
