@@ -12,7 +12,7 @@ set(KOLVANE_INSTALL_CMAKEDIR ${CMAKE_INSTALL_LIBDIR}/cmake/Kolvane)
 set(KOLVANE_INSTALL_PYTHONDIR lib/python3/dist-packages CACHE STRING "Python packages")
 set(KOLVANE_INSTALL_ZSHDIR ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions CACHE STRING "Completions for zsh")
 
-# One component for each package. What belongs to Python is installed with COMPONENT python.
+# One component for each package.
 set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME runtime)
 
 # kolvane_install_rpath(TARGET DIR): a program or library installed into DIR finds libkolvane.so wherever the prefix is.

@@ -51,7 +51,11 @@ its own: headers, the CMake package Kolvane and the pkg-config module kolvane.")
 set(CPACK_DEBIAN_PYTHON_PACKAGE_NAME python3-kolvane)
 set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
 set(CPACK_DEBIAN_PYTHON_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS "kolvane (= ${PROJECT_VERSION}), python3 (>= 3.11), python3 (<< 3.12)")
+# The module is built for one minor version of Python.
+math(EXPR next_minor "${Python_VERSION_MINOR} + 1")
+set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS "kolvane (= ${PROJECT_VERSION})"
+    "python3 (>= ${Python_VERSION_MAJOR}.${Python_VERSION_MINOR})" "python3 (<< ${Python_VERSION_MAJOR}.${next_minor})")
+list(JOIN CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS ", " CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS)
 set(CPACK_COMPONENT_PYTHON_DESCRIPTION "command terminal for instruments - Python binding
 Kolvane talks to measurement amplifiers and other instruments that speak a
 line-oriented ASCII protocol.

@@ -3,4 +3,4 @@
 set -euo pipefail
 unset LD_LIBRARY_PATH KOLVANE_FOLDER
 export PYTHONPATH=$1/usr/lib/python3/dist-packages PYTHONDONTWRITEBYTECODE=1
-[ "$(python3 -c 'import kolvane; print(kolvane.MainClass().CanUnload, kolvane.__file__.startswith("'"$1"'"))')" = "False True" ]
+[ "$(/usr/bin/python3 -c 'import kolvane; print(kolvane.MainClass().CanUnload, kolvane.__file__.startswith("'"$1"'"))')" = "False True" ]
