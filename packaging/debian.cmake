@@ -2,7 +2,7 @@
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_DIRECTORY ${CMAKE_BINARY_DIR}/packages)
-set(CPACK_PACKAGE_CONTACT "Kolvane maintainers <maintainers@kolvane.org>")
+set(CPACK_PACKAGE_CONTACT "Kolvane maintainers <maintainers@kolvane.example>")
 # Each description below begins with a summary of its own.
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 set(CPACK_STRIP_FILES ON)

@@ -44,5 +44,10 @@ foreach(pair runtime:kolvane development:kolvane-dev python:python3-kolvane)
   install_gzipped(${CMAKE_CURRENT_SOURCE_DIR}/changelog ${folder} changelog ${component})
 endforeach()
 
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples/cpp-host DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/kolvane-dev/examples
+        COMPONENT development)
+install(FILES ${PROJECT_SOURCE_DIR}/examples/python_host.py
+        DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/python3-kolvane/examples COMPONENT python)
+
 get_directory_property(packed KOLVANE_GZIPPED)
 add_custom_target(kolvane_gzipped ALL DEPENDS ${packed})

@@ -51,7 +51,9 @@ enum class CommandRunStatus : int {
 };
 
 // Both write commands and answers to standard output, each line ended by LF as soon as it is complete, and
-// messages to standard error, one line each. They need neither display nor application object.
+// messages to standard error, one line each. They need neither display nor application object. They return
+// when the run has ended; one at a time in a process, on whichever thread, which is also that of
+// StopRequested.
 
 /// Connects, runs the command file `File` (UTF-8 path) from its first row to its end and disconnects.
 KOLVANE_EXPORT CommandRunStatus RunCommandList(const std::string& File, const CommandRunOptions& Options);
