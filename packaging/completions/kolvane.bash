@@ -5,8 +5,8 @@ _kolvane_resources() {
   local resource rest
   _kolvane_words TCPIP:: ASRL1::INSTR ASRL2::INSTR USB:: GPIB0:: LPT1 LPT2 OFFLINE
   while read -r resource rest; do
-    # A device names itself; what the shell would act on is not put into a command line.
-    [[ $resource == *[!A-Za-z0-9:./_@%+,-]* ]] || _kolvane_words "$resource"
+    # A device names itself; what the shell would act on is not put into a command line. "-" names nothing.
+    [[ $resource == - || $resource == *ADDRESS* || $resource == *[!A-Za-z0-9:./_@%+,-]* ]] || _kolvane_words "$resource"
   done < <("$program" ports 2>/dev/null)
 }
 

@@ -4,7 +4,7 @@
 function __kolvane_resources
     printf '%s\n' TCPIP:: ASRL1::INSTR ASRL2::INSTR USB:: GPIB0:: LPT1 LPT2 OFFLINE
     set -l program (commandline -opc)[1]
-    type -q $program; and $program ports 2>/dev/null | string replace -r '\s.*' ''
+    type -q $program; and $program ports 2>/dev/null | string replace -r '\s.*' '' | string match -v -r '^-$|ADDRESS'
 end
 
 complete -c kolvane -f

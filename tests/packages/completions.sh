@@ -9,7 +9,7 @@ trap 'rm -rf "$scratch"' EXIT
 cd "$scratch"
 mkdir listen
 touch nacht.CMD tag.cmd bild.png
-printf '#!/bin/sh\nprintf "ASRL/dev/ttyUSB7::INSTR serial\\nUSB::\\$(id)::INSTR odd\\nUSB::4711\\ttab\\n"\n' >kolvane
+printf '#!/bin/sh\nprintf "ASRL/dev/ttyUSB7::INSTR serial\\nUSB::\\$(id)::INSTR odd\\nUSB::4711\\ttab\\n-  /dev/x none\\nGPIB0::ADDRESS::INSTR board\\n"\n' >kolvane
 chmod +x kolvane
 
 status=0
@@ -51,6 +51,8 @@ bash_gives './kolvane send --connect AS' ASRL1::INSTR ASRL2::INSTR ASRL/dev/ttyU
 bash_gives './kolvane send --connect ASRL1::' INSTR
 bash_gives './kolvane send --connect=ASRL/dev/ttyUSB7:' :INSTR
 bash_gives './kolvane send --connect USB::' '' 4711
+bash_gives './kolvane send --connect GPIB' GPIB0::
+bash_gives './kolvane send --connect -'
 bash_gives './kolvane send --log b' bild.png
 bash_gives './kolvane ports --' ''
 
@@ -67,4 +69,5 @@ fish_gives 'kolvane run nacht.CMD --par' --parity
 fish_gives 'kolvane run --parity ' even none odd
 fish_gives 'kolvane run na' nacht.CMD
 fish_gives 'kolvane send --connect ASRL/' ASRL/dev/ttyUSB7::INSTR
+fish_gives 'kolvane send --connect GPIB' GPIB0::
 exit "$status"
