@@ -44,8 +44,11 @@ asked_to_end "$kolvane" --demo
 ! ls -d "$TMPDIR"/kolvane-demo-* 2>/dev/null || fail "the demo left its folder behind"
 
 # What the component and the desktop look for.
-for file in libkolvane.so.0 libdevlnk.so TermCmdHelp.rtf demo.CMD; do
+for file in libkolvane.so.0 libdevlnk.so Terminal.chm TermCmdHelp.rtf demo.CMD; do
   [ -s "$folder/$file" ] || fail "$file is missing beside the component"
+done
+for program in kolvane kolvane-amplifier; do
+  [ -s "$root/usr/share/man/man1/$program.1.gz" ] || fail "$program has no manual page"
 done
 # The help file names the pages it was made of; nobody looks for them there.
 ! grep -rlF --exclude='*.chm' -e "$root" -e "${SOURCE_FOLDER:?}" "$root/usr" || fail "files above name the source"
