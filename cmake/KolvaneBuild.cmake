@@ -33,7 +33,10 @@ add_library(kolvane_options INTERFACE)
 target_compile_options(kolvane_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor
                        -Wold-style-cast -Woverloaded-virtual -Werror
                        # GCC 12 sees overlaps in "x" + std::to_string(n) that are none.
-                       -Wno-restrict)
+                       $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
+                       # Clang counts these to -Wconversion and -Wextra, GCC does not.
+                       $<$<CXX_COMPILER_ID:Clang>:-Wno-sign-conversion>
+                       $<$<CXX_COMPILER_ID:Clang>:-Wno-missing-field-initializers>)
 target_compile_definitions(kolvane_options INTERFACE QT_NO_KEYWORDS)
 target_include_directories(kolvane_options INTERFACE ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/include)
 
@@ -88,4 +91,16 @@ function(kolvane_benchmark name)
   add_executable(${name} ${ARG_UNPARSED_ARGUMENTS})
   target_link_libraries(${name} PRIVATE kolvane_options ${ARG_LINK})
   set_target_properties(${name} PROPERTIES AUTOMOC ON RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bench)
+endfunction()
+
+# kolvane_fuzz(NAME sources... [LINK targets...]): one libFuzzer program of NAME_fuzz.cpp and what is given besides.
+function(kolvane_fuzz name)
+  cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
+  add_executable(${name}_fuzz ${name}_fuzz.cpp ${ARG_UNPARSED_ARGUMENTS})
+  target_link_libraries(${name}_fuzz PRIVATE kolvane_options ${ARG_LINK})
+  target_include_directories(${name}_fuzz PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/tests
+                             ${PROJECT_SOURCE_DIR}/tests/device)
+  target_link_options(${name}_fuzz PRIVATE -fsanitize=fuzzer)
+  set_target_properties(${name}_fuzz PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/targets)
+  add_dependencies(fuzz_targets ${name}_fuzz)
 endfunction()

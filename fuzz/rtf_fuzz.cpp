@@ -1,0 +1,44 @@
+// Rich-text files.
+#include "fuzz/require.h"
+#include "fuzz/utf8.h"
+#include "help/rtf_reader.h"
+#include "help/rtf_tables.h"
+#include "help/rtf_texts.h"
+
+namespace kolvane::fuzz {
+namespace {
+
+std::size_t CheckParagraph(const help::RtfParagraph& paragraph) {
+  const help::RtfFormat* before = nullptr;
+  for (const help::RtfRun& run : paragraph.runs) {
+    Require(!run.text.empty() && IsUtf8(run.text));
+    Require(run.format.half_points >= 2 && run.format.half_points <= 400);
+    Require(!run.format.colour || *run.format.colour <= 0xFFFFFF);
+    Require(before == nullptr || !(*before == run.format));
+    before = &run.format;
+  }
+  return 1 + paragraph.runs.size();
+}
+
+void CheckFonts(const help::RtfDocument& document) {
+  Require(document.fonts.size() <= help::RtfFontTable::kMost);
+  for (const auto& [number, name] : document.fonts)
+    Require(IsUtf8(name) && document.FontName(number) == name);
+}
+
+}  // namespace
+}  // namespace kolvane::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  using namespace kolvane;
+  const help::RtfResult result = help::ReadRtf({reinterpret_cast<const char*>(data), size});
+  std::size_t pieces = 0;
+  for (const help::RtfParagraph& paragraph : result.document.paragraphs)
+    pieces += fuzz::CheckParagraph(paragraph);
+  fuzz::Require(pieces <= help::kRtfMostPieces + 1);
+  fuzz::Require(result.document.PlainText().size() <= 3 * size + 1);
+  fuzz::Require(result.fault != help::RtfFault::kNotRichText || pieces == 0);
+  fuzz::Require((result.fault == help::RtfFault::kNone) == help::FaultText(result.fault).empty());
+  fuzz::CheckFonts(result.document);
+  return 0;
+}
