@@ -22,6 +22,7 @@ constexpr std::size_t kShown = 80;
 bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 bool IsOctal(char c) { return c >= '0' && c <= '7'; }
 bool IsHex(char c) { return (c >= '0' && c <= '9') || ((c | 0x20) >= 'a' && (c | 0x20) <= 'f'); }
+bool IsContinuation(char c) { return (static_cast<std::uint8_t>(c) & 0xC0) == 0x80; }
 bool IsControl(char c) { return static_cast<std::uint8_t>(c) < 0x20; }
 
 std::string HexEscape(char c) {
@@ -107,6 +108,8 @@ class Decoder {
     const std::size_t letter = kLetters.find(c);
     if (letter != std::string_view::npos) out_ += kMeanings[letter];
     if (c == 'x' && IsHex(Peek())) Number(16, &IsHex);
+    // A character that means nothing goes with all of its bytes.
+    while (IsContinuation(Peek())) ++at_;
   }
 
   void Number(unsigned base, bool (*is_digit)(char)) {

@@ -127,6 +127,14 @@ TEST_F(IniValueTest, ValuesAreReadAsQtReadsThem) {
   for (std::size_t i = 0; i < values.size(); ++i) ASSERT_EQ(DecodeIniValue(values[i]), by_qt[i]) << values[i];
 }
 
+TEST_F(IniValueTest, AnUnknownEscapeTakesItsWholeCharacterAlong) {
+  EXPECT_EQ(DecodeIniValue("a\\äb"), "ab");
+  EXPECT_EQ(DecodeIniValue("a\\\xE4"
+                           "b"),
+            "ab");
+  EXPECT_EQ(DecodeIniValue("\\€"), "");
+}
+
 TEST_F(IniValueTest, WhatIsLeftOpenEndsWithTheLine) {
   EXPECT_EQ(DecodeIniValue("\"a;b"), "a;b");
   EXPECT_EQ(DecodeIniValue("a\\"), "a");
