@@ -17,11 +17,12 @@ constexpr std::int16_t kReplyTerminator = 10;
 constexpr double kShortestWait = 0.010;
 constexpr std::int32_t kPauseMs = 50;
 
-// Replies stand between line ends, in a buffer that is filled with blanks.
-std::string WithoutLineEnds(std::string_view reply) {
-  constexpr std::string_view kBlanks = " \r\n";
-  const std::size_t first = std::min(reply.find_first_not_of(kBlanks), reply.size());
-  return base::FromWindows1252(reply.substr(first, reply.find_last_not_of(kBlanks) + 1 - first));
+// Replies stand between line ends, in a buffer that is filled with blanks. A CR alone may stand within one,
+// as between an echo and the reply to it.
+std::string WithoutLineEnds(std::string reply) {
+  std::ranges::replace_if(
+      reply, [](char c) { return c == '\r' || c == '\n'; }, ' ');
+  return base::FromWindows1252(base::TrimBlanks(reply));
 }
 
 bool SaysConnect(std::string_view reply) { return base::ContainsNoCase(reply, "CONNECT"); }

@@ -112,6 +112,12 @@ TEST_F(Dialling, TellsEachStepBeforeItBlocks) {
                                       "40 s left, last ''", "40 s left, last 'RINGÉ'"}));
 }
 
+TEST_F(Dialling, TellsALineEndWithinAReplyAsABlank) {
+  library.replies = {{"ATZ\rOK\r\n"}, {"CONNECT"}};
+  EXPECT_EQ(Dial({"ATZ", "ATDT42"}), 0);
+  EXPECT_EQ(listener.steps, (std::vector<std::string>{"sent ATZ, last ''", "sent ATDT42, last 'ATZ OK'"}));
+}
+
 TEST_F(Dialling, StallsNoLongerThanTheDialTimeout) {
   library.mode = FakePortLibrary::Mode::kStall;
   const double begin = clock.now;
