@@ -37,7 +37,8 @@ struct ChmArchive::Decoder {
   bool ListObjects() {
     for (mschmd_file* file = header->files; file != nullptr; file = file->next) {
       if (objects.size() == kMaxObjects) return false;
-      if (file->filename == nullptr || file->offset < 0 || file->length < 0) continue;
+      if (file->filename == nullptr || *file->filename != '/' || file->offset < 0 || file->length < 0)
+        continue;
       objects.push_back({file->filename, static_cast<std::uint64_t>(file->offset),
                          static_cast<std::uint64_t>(file->length)});
       files.push_back(file);

@@ -52,6 +52,18 @@ TEST_F(DamagedHelp, BytesChangedAnywhereDoNoHarm) {
   }
 }
 
+TEST_F(DamagedHelp, ObjectsWithoutAPathFromTheRootAreLeftOut) {
+  std::string bytes = whole_;
+  const std::size_t place = bytes.find("/start.html");
+  ASSERT_NE(place, std::string::npos);
+  bytes[place] = 'x';
+  const auto archive = ChmArchive::Open(bytes);
+  ASSERT_NE(archive, nullptr);
+  for (const ChmArchive::Object& object : archive->objects()) EXPECT_TRUE(object.path.starts_with('/'));
+  const auto file = HelpFile::FromBytes(bytes);
+  EXPECT_TRUE(file->StartPage().empty() || file->Has(file->StartPage()));
+}
+
 TEST_F(DamagedHelp, GivesAnEmptyPageWhereThePagesCannotBeRead) {
   // The compressed part is at the end; the directory before it stays whole.
   std::string bytes = whole_;
