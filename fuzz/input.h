@@ -10,7 +10,8 @@ namespace kolvane::fuzz {
 /// The bytes of one run, taken off from the front; past their end there are zeros and empty texts.
 class Input {
  public:
-  Input(const std::uint8_t* data, std::size_t size) : rest_(reinterpret_cast<const char*>(data), size) {}
+  Input(const std::uint8_t* data, std::size_t size) : Input({reinterpret_cast<const char*>(data), size}) {}
+  explicit Input(std::string_view bytes) : rest_(bytes) {}
 
   bool empty() const { return rest_.empty(); }
   std::string_view Rest() const { return rest_; }
