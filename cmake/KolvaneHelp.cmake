@@ -1,7 +1,20 @@
+# kolvane_glob(VARIABLE FOLDERS...): the files of the folders. A file that comes or goes changes its folder, which makes
+# CMake look again; CONFIGURE_DEPENDS would look at every build.
+function(kolvane_glob variable)
+  list(TRANSFORM ARGN APPEND /* OUTPUT_VARIABLE patterns)
+  file(GLOB files LIST_DIRECTORIES false ${patterns})
+  set(${variable} ${files} PARENT_SCOPE)
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${ARGN})
+endfunction()
+
+# What the component looks for beside itself, but for the help file.
+kolvane_glob(KOLVANE_COMPONENT_FILES ${PROJECT_SOURCE_DIR}/help/templates)
+list(APPEND KOLVANE_COMPONENT_FILES ${PROJECT_SOURCE_DIR}/help/TermCmdHelp.rtf ${PROJECT_SOURCE_DIR}/help/demo.CMD)
+
 # kolvane_help_file(TARGET PAGES TOPICS OUTPUT): a target that compiles the pages of a folder to a help file.
 function(kolvane_help_file target pages topics output)
   find_program(KOLVANE_CHMCMD chmcmd REQUIRED)
-  file(GLOB_RECURSE page_files CONFIGURE_DEPENDS ${pages}/*)
+  kolvane_glob(page_files ${pages} ${pages}/images)
   add_custom_command(
     OUTPUT ${output}
     COMMAND ${PROJECT_SOURCE_DIR}/help/compile-help ${pages} ${topics} ${output} ${CMAKE_CURRENT_BINARY_DIR}/${target}

@@ -6,7 +6,7 @@ if(NOT DEFINED CMAKE_INSTALL_LIBDIR AND CMAKE_LIBRARY_ARCHITECTURE AND EXISTS /e
 endif()
 include(GNUInstallDirs)
 
-# The component's own folder: it finds the port library and the help files beside itself (docs/decisions/0004).
+# The component's own folder: it finds the port library and the help files beside itself (docs/decisions/0007).
 set(KOLVANE_INSTALL_COMPONENTDIR ${CMAKE_INSTALL_LIBDIR}/kolvane)
 set(KOLVANE_INSTALL_CMAKEDIR ${CMAKE_INSTALL_LIBDIR}/cmake/Kolvane)
 set(KOLVANE_INSTALL_PYTHONDIR lib/python3/dist-packages CACHE STRING "Python packages")

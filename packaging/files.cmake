@@ -1,8 +1,6 @@
 # The files of the program: for the component, for the desktop, for shells, for the device manager.
 
-file(GLOB component_files CONFIGURE_DEPENDS
-  ${PROJECT_SOURCE_DIR}/help/*.rtf ${PROJECT_SOURCE_DIR}/help/*.CMD ${PROJECT_SOURCE_DIR}/help/*.[Bb][Nn][Ss])
-install(FILES ${component_files} DESTINATION ${KOLVANE_INSTALL_COMPONENTDIR})
+install(FILES ${KOLVANE_COMPONENT_FILES} DESTINATION ${KOLVANE_INSTALL_COMPONENTDIR})
 install(FILES ${CMAKE_LIBRARY_OUTPUT_DIRECTORY}/Terminal.chm DESTINATION ${KOLVANE_INSTALL_COMPONENTDIR})
 
 install(FILES kolvane.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
@@ -29,7 +27,7 @@ function(install_gzipped file dir name component)
   install(FILES ${copy}.gz DESTINATION ${dir} COMPONENT ${component})
 endfunction()
 
-file(GLOB manual_pages CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/man/*.1)
+kolvane_glob(manual_pages ${PROJECT_SOURCE_DIR}/docs/man)
 foreach(page IN LISTS manual_pages)
   cmake_path(GET page FILENAME name)
   install_gzipped(${page} ${CMAKE_INSTALL_MANDIR}/man1 ${name} runtime)
