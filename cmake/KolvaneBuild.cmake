@@ -20,8 +20,11 @@ if(KOLVANE_CCACHE)
 endif()
 
 set(KOLVANE_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize= takes them")
+set(KOLVANE_SANITIZE_OPTIONS "" CACHE STRING "Further compiler options for what is sanitized, a list")
 if(KOLVANE_SANITIZE)
-  add_compile_options(-fsanitize=${KOLVANE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  # What is tested is instrumented. The tests' own code is not: it is the release build's, out of the compiler cache.
+  set(sanitizer_options ${KOLVANE_SANITIZE_OPTIONS} -fsanitize=${KOLVANE_SANITIZE} -fno-sanitize-recover=all
+                        -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${KOLVANE_SANITIZE})
   # The sanitizer's own library insists on being loaded before all others.
   execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=libasan.so OUTPUT_VARIABLE asan
@@ -36,7 +39,8 @@ target_compile_options(kolvane_options INTERFACE -Wall -Wextra -Wpedantic -Wconv
                        $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
                        # Clang counts these to -Wconversion and -Wextra, GCC does not.
                        $<$<CXX_COMPILER_ID:Clang>:-Wno-sign-conversion>
-                       $<$<CXX_COMPILER_ID:Clang>:-Wno-missing-field-initializers>)
+                       $<$<CXX_COMPILER_ID:Clang>:-Wno-missing-field-initializers>
+                       "$<$<NOT:$<BOOL:$<TARGET_PROPERTY:KOLVANE_TEST>>>:${sanitizer_options}>")
 target_compile_definitions(kolvane_options INTERFACE QT_NO_KEYWORDS)
 target_include_directories(kolvane_options INTERFACE ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/include)
 
@@ -66,7 +70,7 @@ function(kolvane_test name)
   target_link_libraries(${name} PRIVATE kolvane_options ${ARG_LINK} GTest::gtest GTest::gtest_main)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   target_compile_options(${name} PRIVATE ${test_options})
-  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+  set_target_properties(${name} PROPERTIES KOLVANE_TEST ON RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
   set(environment "")
   if(ARG_PRELOAD)
     set(environment PROPERTIES ENVIRONMENT "LD_PRELOAD=${KOLVANE_PRELOAD_FIRST}${ARG_PRELOAD}")
@@ -81,7 +85,8 @@ function(kolvane_gui_test name)
   target_link_libraries(${name} PRIVATE kolvane_options ${ARG_LINK} GTest::gtest Qt6::Widgets Qt6::Test)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   target_compile_options(${name} PRIVATE ${test_options})
-  set_target_properties(${name} PROPERTIES AUTOMOC ON RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+  set_target_properties(${name} PROPERTIES KOLVANE_TEST ON AUTOMOC ON
+                        RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
 endfunction()
 

@@ -9,6 +9,9 @@ check_packages="libgtest-dev libbenchmark-dev clang-format locales mypy libumock
 # For fuzz/run alone.
 fuzz_packages="clang-14 libclang-rt-14-dev llvm-14"
 
+# The presets share what they compile alike.
+export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
+
 say() { printf '%s: %s\n' "$script_name" "$*"; }
 say_stderr() { say "$*" >&2; }
 

@@ -14,6 +14,7 @@
 
 #include "devlnk/status.h"
 #include "faults/shim_run.h"
+#include "faults/thorough.h"
 #include "faults/window_program.h"
 
 namespace kolvane::faults {
@@ -120,6 +121,7 @@ TEST_F(Processes, Row28TooFewDescriptors) {
 }
 
 TEST_F(Processes, Row28TooLittleAddressSpace) {
+  if (Sanitized()) GTEST_SKIP() << kSanitized;
   FaultyInstrument instrument(Port::kTcp, Nothing);
   bool enough = false;
   for (int mebibytes = 16; mebibytes < 1024 && !enough; mebibytes += 8) {
@@ -153,6 +155,7 @@ TEST_F(Processes, Row21ALineOfSomebodyElse) {
 }
 
 TEST_F(Processes, Row30TheClockGoesBackAtEachLook) {
+  if (Sanitized()) GTEST_SKIP() << kSanitized;
   FaultyInstrument instrument(Port::kTcp, Nothing);
   std::map<std::string, std::string> environment =
       ShimEnvironment({"clock", "back", false}, 1, folder_.Path("hit"));

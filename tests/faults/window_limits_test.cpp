@@ -14,6 +14,7 @@
 #include "devlnk/status.h"
 #include "faults/failing_new.h"
 #include "faults/live_window.h"
+#include "faults/thorough.h"
 
 namespace kolvane::faults {
 namespace {
@@ -87,6 +88,7 @@ class NoDescriptors {
 };
 
 TEST(WindowLimits, Row28NoDescriptorToConnect) {
+  if (Sanitized()) GTEST_SKIP() << kSanitized;
   for (const Port port : kPorts) {
     LiveWindow live(port, Nothing);
     live.Send("FIRST");
