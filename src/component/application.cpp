@@ -56,6 +56,8 @@ void Application::MakeOwn() {
   own_ = std::make_unique<window::GuardedApplication>(count, arguments);
   QApplication::setApplicationName(QStringLiteral("Kolvane"));
   QApplication::setDesktopFileName(QStringLiteral("kolvane"));
+  // A caret that blinks would wake the processor twice a second for as long as the window stands open.
+  QApplication::setCursorFlashTime(0);
 }
 
 }  // namespace kolvane::component

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include "window/svg_icon_engine.h"
+
 // Resources of a static library are there only once this was called, outside every namespace.
 static void NeedIcons() {
   static const bool once = [] {
@@ -15,7 +17,7 @@ namespace kolvane::window {
 
 QIcon Icon(const char* name) {
   NeedIcons();
-  return QIcon(QStringLiteral(":/icons/%1.svg").arg(QLatin1String(name)));
+  return QIcon(new SvgIconEngine(QStringLiteral(":/icons/%1.svg").arg(QLatin1String(name))));
 }
 
 QIcon ImageIcon(int number) {

@@ -26,6 +26,7 @@ class ClosingHost final : public HostObject {
   void FlushInQ(std::int32_t& Count) override {
     Count = 3;
     had_application = qobject_cast<QApplication*>(QCoreApplication::instance()) != nullptr;
+    caret_blinks = QApplication::cursorFlashTime() > 0;
     QTimer::singleShot(0, qApp, [] { QApplication::closeAllWindows(); });
   }
   Variant LastError() override { return std::int16_t{0}; }
@@ -33,6 +34,7 @@ class ClosingHost final : public HostObject {
   std::string LastErrorDescription() override { return ""; }
 
   bool had_application = false;
+  bool caret_blinks = true;
 };
 
 class HostWithoutQtTest : public testing::Test {
@@ -56,6 +58,7 @@ TEST_F(HostWithoutQtTest, OpensTheTerminalTwiceAndLeavesNothingBehind) {
     terminal_.InitTerminal(host);
     terminal_.OpenTerminal(1, 0);
     EXPECT_TRUE(host->had_application);
+    EXPECT_FALSE(host->caret_blinks) << "an idle window would keep the processor awake";
     EXPECT_EQ(QCoreApplication::instance(), nullptr);
     EXPECT_STREQ(std::setlocale(LC_ALL, nullptr), "C");
     EXPECT_EQ(host.use_count(), 1);

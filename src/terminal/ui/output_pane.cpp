@@ -20,7 +20,7 @@ constexpr int kCaretWidth = 2;
 
 QFont DefaultFont() {
   QFont font(QStringLiteral("Courier New"), 10);
-  font.setStyleHint(QFont::Monospace);
+  font.setStyleHint(QFont::TypeWriter);
   return font;
 }
 
