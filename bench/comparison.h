@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 
 #include "echo_instrument.h"
 
@@ -19,12 +20,29 @@ class Loop {
 
 using MakeLoop = std::function<std::unique_ptr<Loop>(const EchoInstrument&)>;
 
-/// Prints a line with what an exchange costs in a bare write/read loop and in the loop that `make` connects
-/// to an instrument of its own. The two alternate, `rounds` times `exchanges` each.
-void Compare(EchoInstrument::Kind kind, const MakeLoop& make, int exchanges, int rounds);
+/// Writes, reads until the line's end, and nothing else.
+class BareLoop final : public Loop {
+ public:
+  explicit BareLoop(const EchoInstrument& instrument);
+  ~BareLoop() override;
+  BareLoop(const BareLoop&) = delete;
+  BareLoop& operator=(const BareLoop&) = delete;
 
-/// Compares over both kinds of line, on one processor, with the counts of the command line: [exchanges a
-/// round] [rounds]. Placement changes the figures fourfold, hence the one processor.
-void CompareLines(const MakeLoop& make, int argc, char** argv);
+  void Run(int exchanges) override;
+
+ private:
+  void Exchange() const;
+
+  int fd_;
+};
+
+double MicrosecondsEach(Loop& loop, int exchanges);
+
+inline constexpr char kBareLoop[] = "bare write/read loop";
+
+/// Compares a bare loop with the one that `make` connects to an instrument of its own, over TCP and pty, on
+/// one processor: placement changes the figures fourfold. At most `goal` times the bare loop is wanted.
+/// The counts come from the command line: [exchanges a round] [rounds].
+void CompareLines(const std::string& what, double goal, const MakeLoop& make, int argc, char** argv);
 
 }  // namespace kolvane::bench

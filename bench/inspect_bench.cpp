@@ -1,56 +1,77 @@
-// What a dump and a format template cost at their largest.
+// What a dump and a format template cost at their largest. Usage: inspect_bench [rounds]
 
-#include <benchmark/benchmark.h>
+#include <cstdlib>
 
 #include "base/temp_folder.h"
 #include "inspect/decode.h"
 #include "inspect/marked_bytes.h"
+#include "row.h"
 
 namespace kolvane::inspect {
 namespace {
 
 constexpr std::size_t kLargestDump = 32752;
 
-void Dump(benchmark::State& bench) {
+// Keeps the compiler from leaving out what nobody looks at.
+template <typename Value>
+void Use(const Value& value) {
+  asm volatile("" : : "r"(&value) : "memory");
+}
+
+double MillisecondsEach(const std::function<void()>& work) {
+  constexpr int times = 20;
+  return bench::SecondsOf([&] {
+           for (int i = 0; i < times; ++i) work();
+         }) /
+         times * 1e3;
+}
+
+void MeasureDump(int rounds) {
   const std::string marked = Marked(Ramp(kLargestDump));
-  for (auto _ : bench) benchmark::DoNotOptimize(BuildDump(marked));
-}
-BENCHMARK(Dump)->Unit(benchmark::kMicrosecond);
-
-// The yardstick: as many bytes written once as the dump has.
-void CopyOfTheDump(benchmark::State& bench) {
   const std::string dump = DumpOf(Ramp(kLargestDump));
-  for (auto _ : bench) benchmark::DoNotOptimize(std::string(dump));
+  const bench::Comparison comparison = bench::Alternate(
+      rounds, [&] { return MillisecondsEach([&] { Use(std::string(dump)); }); },
+      [&] { return MillisecondsEach([&] { Use(BuildDump(marked)); }); });
+  bench::PrintAtMost({"a dump of 32,752 bytes", "copying it", "ms"}, comparison.yardstick,
+                     comparison.measured, 2);
 }
-BENCHMARK(CopyOfTheDump)->Unit(benchmark::kMicrosecond);
 
-void RunFile(benchmark::State& bench, const std::string& text) {
+void MeasureTemplate(const char* claim, const std::string& text, int rounds) {
   const base::TempFolder folder;
   base::WriteBytes(folder.Path("a.BNS"), text);
   const std::string dump = DumpOf(Ramp(kLargestDump));
   InspectorState state{.format_code = format::kTemplate, .network_order = true};
   DumpView view{dump, kFirstByte, 0};
-  for (auto _ : bench) benchmark::DoNotOptimize(InspectBytePattern(folder.Path("a.BNS"), ",", view, state));
+  const bench::Comparison comparison = bench::Alternate(
+      rounds, [&] { return MillisecondsEach([&] { Use(base::ReadBytes(folder.Path("a.BNS"))); }); },
+      [&] {
+        return MillisecondsEach([&] { Use(InspectBytePattern(folder.Path("a.BNS"), ",", view, state)); });
+      });
+  bench::PrintAtMost({claim, "reading the file", "ms"}, comparison.yardstick, comparison.measured, 2);
 }
 
-void TemplateOf1000Lines(benchmark::State& bench) {
+std::string FieldsOfAllKinds() {
   const char* const fields[] = {"BYTE;17",     "BYTE;4;3",  "SHORT;18;0;7", "SHORT;&H20",  "LONG;100",
                                 "LONG;24;1;9", "FLOAT;200", "DOUBLE;200",   "STRING*16;40"};
   std::string text = "BYTECOUNT=257\r\n";
   for (std::size_t line = 1; line < 1000; ++line)
     text += "Field " + std::to_string(line) + ';' + fields[line % std::size(fields)] + "\r\n";
-  RunFile(bench, text);
+  return text;
 }
-BENCHMARK(TemplateOf1000Lines)->Unit(benchmark::kMicrosecond);
 
-void TemplateOf1000Failures(benchmark::State& bench) {
+std::string FieldsThatFail() {
   std::string text = "BYTECOUNT=-1\r\n";
   for (int line = 1; line < 1000; ++line) text += "x;LONG;99999999999;99999;-99999\r\n";
-  RunFile(bench, text);
+  return text;
 }
-BENCHMARK(TemplateOf1000Failures)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 }  // namespace kolvane::inspect
 
-BENCHMARK_MAIN();
+int main(int argc, char** argv) {
+  using namespace kolvane::inspect;
+  const int rounds = argc > 1 ? std::atoi(argv[1]) : 15;
+  MeasureDump(rounds);
+  MeasureTemplate("a template of 1,000 lines", FieldsOfAllKinds(), rounds);
+  MeasureTemplate("a template of 1,000 lines that all fail", FieldsThatFail(), rounds);
+}

@@ -1,5 +1,6 @@
 // How the output pane takes lines and how it answers when full, beside a QPlainTextEdit fed in batches of 33
-// ms. Usage: pane_bench [LINES]; 1000000 lines without an argument. Needs a display; shows the window.
+// ms. Usage: pane_bench [lines] [rounds]; a million lines and seven rounds without. Needs a display; shows
+// the window.
 #include <malloc.h>
 #include <unistd.h>
 #include <QApplication>
@@ -13,13 +14,18 @@
 #include <cstdlib>
 #include <fstream>
 #include <functional>
+#include <map>
 #include <string>
 
+#include "row.h"
 #include "terminal/output.h"
 #include "terminal/ui/output_pane.h"
 
 namespace {
 
+using kolvane::bench::Claim;
+using kolvane::bench::Comparison;
+using kolvane::bench::Median;
 using kolvane::terminal::OutputPane;
 
 class NoLog : public kolvane::terminal::LogSink {
@@ -79,8 +85,16 @@ void Show(QWidget& widget) {
   for (int i = 0; i < 20; ++i) QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
 }
 
+// What it costs to take lines.
+struct Filling {
+  double us_a_line = 0;
+  double bytes_a_line = 0;
+  double last_to_first = 0;  ///< the last tenth's time in the first one's
+  double longest_gap_ms = 0;
+};
+
 // `add` takes the number of a line; every `events_each` lines the window gets a turn.
-void Fill(const char* name, int lines, int events_each, const std::function<void(int)>& add) {
+Filling Fill(int lines, int events_each, const std::function<void(int)>& add) {
   malloc_trim(0);  // what the case before has left
   const std::size_t memory = ResidentBytes();
   Heartbeat heart;
@@ -99,46 +113,48 @@ void Fill(const char* name, int lines, int events_each, const std::function<void
     all += last;
   }
   const double count = 10.0 * tenth;
-  std::printf("%-44s %9.3f %9.1f %9.2f %9.1f\n", name, all * 1000 / count,
-              static_cast<double>(ResidentBytes() - memory) / count, last / first, heart.LongestMs());
+  const double taken = static_cast<double>(ResidentBytes()) - static_cast<double>(memory);
+  return {all * 1000 / count, taken / count, last / first, heart.LongestMs()};
 }
 
-void Row(const char* name, double ms) { std::printf("  %-42s %9.3f ms\n", name, ms); }
+// Milliseconds by what was done, one for each round.
+using Answers = std::map<std::string, std::vector<double>>;
 
-void MeasureWhenFull(OutputPane& pane) {
+void MeasureWhenFull(OutputPane& pane, Answers& answers) {
   const auto show = [&pane] { pane.viewport()->repaint(); };
+  const auto note = [&answers](const char* what, const std::function<void()>& work) {
+    answers[what].push_back(MsOf(work));
+  };
   QScrollBar& bar = *pane.verticalScrollBar();
-  Row("select all", MsOf([&] { pane.selectAll(), show(); }));
-  Row("copy all to the clipboard", MsOf([&] { pane.copy(); }));
+  note("select all", [&] { pane.selectAll(), show(); });
+  note("copy all to the clipboard", [&] { pane.copy(); });
   QGuiApplication::clipboard()->clear();
-  Row("jump to the middle and paint", MsOf([&] { bar.setValue(bar.maximum() / 2), show(); }));
-  Row("scroll a page and paint (mean of 100)", MsOf([&] {
-                                                 for (int i = 0; i < 100; ++i)
-                                                   bar.triggerAction(QScrollBar::SliderPageStepAdd), show();
-                                               }) / 100);
+  note("jump to the middle and paint", [&] { bar.setValue(bar.maximum() / 2), show(); });
+  note("scroll a page and paint", [&] { bar.triggerAction(QScrollBar::SliderPageStepAdd), show(); });
   const std::size_t middle = pane.text().Length() / 2;
-  Row("insert a character in the middle and paint", MsOf([&] {
-        pane.ReplaceRange({middle, middle}, QStringLiteral("x")), show();
-      }));
-  Row("insert a thousand lines in the middle", MsOf([&] {
-        pane.ReplaceRange({middle, middle}, QStringLiteral("inserted\n").repeated(1000)), show();
-      }));
-  Row("narrow the window, wrapping anew", MsOf([&] { pane.resize(300, 600), show(); }));
-  Row("read plainText", MsOf([&] { (void)pane.plainText(); }));
-  Row("clear", MsOf([&] { pane.clear(), show(); }));
+  note("insert a character in the middle and paint", [&] {
+    pane.ReplaceRange({middle, middle}, QStringLiteral("x")), show();
+  });
+  note("insert a thousand lines in the middle", [&] {
+    pane.ReplaceRange({middle, middle}, QStringLiteral("inserted\n").repeated(1000)), show();
+  });
+  note("narrow the window, wrapping anew", [&] { pane.resize(300, 600), show(); });
+  note("clear", [&] { pane.clear(), show(); });
 }
 
-void MeasurePane(int lines, int events_each, const char* name, bool when_full) {
+Filling FillPane(int lines, int events_each, Answers* answers = nullptr) {
   OutputPane pane;
   Show(pane);
   NoLog log;
   kolvane::terminal::OutputFlags flags;
   kolvane::terminal::Output output(flags, pane, log);
-  Fill(name, lines, events_each, [&](int i) { output.AddLine(Line(i), i % 2 == 0 ? 255 : 0); });
-  if (when_full) MeasureWhenFull(pane);
+  const Filling filling =
+      Fill(lines, events_each, [&](int i) { output.AddLine(Line(i), i % 2 == 0 ? 255 : 0); });
+  if (answers != nullptr) MeasureWhenFull(pane, *answers);
+  return filling;
 }
 
-void MeasureYardstick(int lines) {
+Filling FillYardstick(int lines) {
   QPlainTextEdit edit;
   edit.setFont(QFont(QStringLiteral("Courier New"), 10));
   edit.setUndoRedoEnabled(false);
@@ -146,7 +162,7 @@ void MeasureYardstick(int lines) {
   QString batch;
   QElapsedTimer since;
   since.start();
-  Fill("QPlainTextEdit, batches of 33 ms", lines, 64, [&](int i) {
+  return Fill(lines, 64, [&](int i) {
     batch += QLatin1Char('\n') + QString::fromStdString(Line(i));
     if (since.elapsed() < 33) return;
     QTextCursor end(edit.document());
@@ -157,16 +173,60 @@ void MeasureYardstick(int lines) {
   });
 }
 
+double MedianOf(const std::vector<Filling>& rounds, double Filling::*figure) {
+  std::vector<double> values;
+  for (const Filling& round : rounds) values.push_back(round.*figure);
+  return Median(values);
+}
+
+// Later rounds may find memory that earlier ones have left behind.
+double MostBytes(const std::vector<Filling>& rounds) {
+  double most = 0;
+  for (const Filling& round : rounds) most = std::max(most, round.bytes_a_line);
+  return most;
+}
+
+void Print(const std::string& what, const std::vector<Filling>& rounds,
+           const std::vector<Filling>& yardstick) {
+  const auto print = [&](const char* figure, const char* unit, double Filling::*member, double goal) {
+    const std::string claim = what + figure;
+    kolvane::bench::PrintAtMost({claim.c_str(), "QPlainTextEdit, batches of 33 ms", unit},
+                                MedianOf(yardstick, member), MedianOf(rounds, member), goal);
+  };
+  print(": time a line", "us", &Filling::us_a_line, 3);
+  const std::string bytes = what + ": memory a line";
+  kolvane::bench::PrintAtMost({bytes.c_str(), "QPlainTextEdit, batches of 33 ms", "bytes"},
+                              MostBytes(yardstick), MostBytes(rounds), 320);
+  print(": longest time without an answer", "ms", &Filling::longest_gap_ms, 120);
+  print(": last tenth to first", "", &Filling::last_to_first, 1.3);
+}
+
+void Measure(int lines, int rounds) {
+  std::vector<Filling> served;
+  std::vector<Filling> served_often;
+  std::vector<Filling> never_served;
+  std::vector<Filling> yardstick;
+  Answers answers;
+  for (int round = 0; round < rounds; ++round) {
+    served.push_back(FillPane(lines, 64, &answers));
+    yardstick.push_back(FillYardstick(lines));
+    served_often.push_back(FillPane(lines, 1));
+    never_served.push_back(FillPane(lines, lines));
+  }
+  const std::string what = std::to_string(lines) + " lines into the pane";
+  Print(what, served, yardstick);
+  Print(what + ", events after each", served_often, yardstick);
+  Print(what + ", no events", never_served, yardstick);
+  for (const auto& [name, times] : answers) {
+    const std::string claim = "a pane of " + std::to_string(lines) + " lines: " + name;
+    kolvane::bench::PrintWithoutGoal({claim.c_str(), "", "ms"}, Median(times));
+  }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
-  const int lines = argc > 1 ? std::max(10, std::atoi(argv[1])) : 1000000;
-  std::printf("%d lines of 40 characters\n", lines);
-  std::printf("%-44s %9s %9s %9s %9s\n", "", "us/line", "bytes", "last/1st", "gap ms");
-  MeasurePane(lines, 64, "AddLine, events every 64 lines", true);
-  MeasurePane(lines, 1, "AddLine, events after each line", false);
-  MeasurePane(lines, lines, "AddLine, no events", false);
-  MeasureYardstick(lines);
+  Measure(argc > 1 ? std::max(10, std::atoi(argv[1])) : 1000000, argc > 2 ? std::atoi(argv[2]) : 7);
   return 0;
 }

@@ -1,12 +1,10 @@
-// How many rows a command list without a window gets through in a second, and what loading and saving cost.
+// How many rows a command list without a window gets through in a second. Usage: rows_bench [rounds]
 
-#include <benchmark/benchmark.h>
-
+#include <cstdlib>
 #include <string>
 
-#include "script/command_file.h"
+#include "row.h"
 #include "script/run_bench.h"
-#include "script/temp_folder.h"
 
 namespace kolvane::script {
 namespace {
@@ -20,10 +18,10 @@ class BareHost final : public RunHost {
 };
 
 struct BareRun : terminal::SessionBench {
-  void Play(benchmark::State& bench, const char* rows) {
-    FillList(core.list, rows);
-    for (auto _ : bench) core.runner.Play();
-    bench.SetItemsProcessed(host.rows);
+  double RowsASecond() {
+    host.rows = 0;
+    const double seconds = bench::SecondsOf([this] { core.runner.Play(); });
+    return static_cast<double>(host.rows) / seconds;
   }
 
   ScriptState script;
@@ -36,48 +34,39 @@ struct BareRun : terminal::SessionBench {
       {script, state, device_state, session, output, pane, libraries, clock, prompt, script_log, host, ","}};
 };
 
-void NestedRepeats(benchmark::State& bench) {
-  BareRun().Play(bench, "$REPEAT 99|$REPEAT 99|$REPEAT 9|$ENDREPEAT|$ENDREPEAT|$ENDREPEAT|$STOP");
-}
-BENCHMARK(NestedRepeats)->Unit(benchmark::kMillisecond);
-
-void Conditions(benchmark::State& bench) {
-  BareRun().Play(bench,
-                 "$REPEAT 99999|$IFEQUAL x|A|$ENDIF|$IFLESS x|$CLOSELOG|$ENDIF|'comment||$ENDREPEAT|$STOP");
-}
-BENCHMARK(Conditions)->Unit(benchmark::kMillisecond);
-
-void Jumps(benchmark::State& bench) {
-  BareRun().Play(bench, "$REPEAT 9999|$GOTO here|'there:|here:|$ENDREPEAT|$STOP");
-}
-BENCHMARK(Jumps)->Unit(benchmark::kMillisecond);
-
-void FullList(CommandList& list) {
-  for (int row = 1; row <= kListRows; ++row)
-    list.SetText(row, "MSV? " + std::to_string(row) + ",4800,0 'Größe");
+// What a row costs at least: its text is looked at.
+double TextsASecond() {
+  constexpr int passes = 1000;
+  const std::vector<std::string> rows(kListRows, "$IFEQUAL x|A");
+  const double seconds = bench::SecondsOf([&] {
+    for (int pass = 0; pass < passes; ++pass) {
+      for (const std::string& row : rows) {
+        volatile bool special = row.starts_with('$');
+        (void)special;
+      }
+    }
+  });
+  return static_cast<double>(passes) * kListRows / seconds;
 }
 
-void Load(benchmark::State& bench) {
-  TempFolder folder;
-  CommandList list;
-  FullList(list);
-  bool ok = WriteCommandFile(list, folder.Path("a.CMD")).ok();
-  for (auto _ : bench) ok &= LoadCommandFile(list, folder.Path("a.CMD")).ok();
-  if (!ok) bench.SkipWithError("cannot load");
+void Measure(const char* what, const char* rows, int rounds) {
+  BareRun run;
+  FillList(run.core.list, rows);
+  const bench::Comparison comparison =
+      bench::Alternate(rounds, TextsASecond, [&] { return run.RowsASecond(); });
+  const std::string claim = std::string("rows of a list that need no device, no window: ") + what;
+  bench::PrintAtLeast({claim.c_str(), "looking at each text once", "rows/s"}, comparison.yardstick,
+                      comparison.measured, 100'000);
 }
-BENCHMARK(Load)->Unit(benchmark::kMicrosecond);
-
-void Save(benchmark::State& bench) {
-  TempFolder folder;
-  CommandList list;
-  FullList(list);
-  bool ok = true;
-  for (auto _ : bench) ok &= WriteCommandFile(list, folder.Path("a.CMD")).ok();
-  if (!ok) bench.SkipWithError("cannot save");
-}
-BENCHMARK(Save)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 }  // namespace kolvane::script
 
-BENCHMARK_MAIN();
+int main(int argc, char** argv) {
+  using kolvane::script::Measure;
+  const int rounds = argc > 1 ? std::atoi(argv[1]) : 9;
+  Measure("nested repeats", "$REPEAT 99|$REPEAT 99|$REPEAT 9|$ENDREPEAT|$ENDREPEAT|$ENDREPEAT|$STOP", rounds);
+  Measure("conditions",
+          "$REPEAT 99999|$IFEQUAL x|A|$ENDIF|$IFLESS x|$CLOSELOG|$ENDIF|'comment||$ENDREPEAT|$STOP", rounds);
+  Measure("jumps", "$REPEAT 9999|$GOTO here|'there:|here:|$ENDREPEAT|$STOP", rounds);
+}

@@ -1,27 +1,22 @@
 // What the visible window costs a running command list: rows a second that need no device, and the time of an
 // exchange with an echo instrument beside a bare write/read loop. Both processes share one processor; the X
-// server has the other. Usage: window_bench [passes of the row list] [exchanges]
+// server has the other. Usage: window_bench [passes of the row list] [exchanges a round]
 
 #include <unistd.h>
 
 #include <QApplication>
-#include <chrono>
-#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 
+#include "comparison.h"
 #include "device/lazy_port_library.h"
-#include "echo_instrument.h"
+#include "row.h"
 #include "window/main_window.h"
 
 namespace kolvane::bench {
 namespace {
 
-double SecondsOf(const std::function<void()>& step) {
-  const auto start = std::chrono::steady_clock::now();
-  step();
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
+constexpr int kRounds = 9;
 
 // A visible terminal connected to `instrument`.
 class VisibleTerminal {
@@ -57,40 +52,49 @@ class VisibleTerminal {
   window::MainWindow window_{{{device_, connection_, terminal_}, script_, settings_, library_, ""}};
 };
 
-void ExchangeBare(int fd) {
-  static constexpr std::string_view line = "MSV? 1,2,3\n";
-  if (write(fd, line.data(), line.size()) < 0) std::abort();
-  char answer[256];
-  if (read(fd, answer, sizeof answer) <= 0) std::abort();
+// What a row costs at least: its text is looked at and a number is counted up.
+double SecondsToWalk(const std::vector<std::string>& rows, int passes) {
+  return SecondsOf([&] {
+    for (int pass = 0; pass < passes; ++pass) {
+      for (const std::string& row : rows) {
+        volatile bool special = row.starts_with('$');
+        (void)special;
+      }
+    }
+  });
 }
 
-void Measure(int passes, int exchanges) {
-  const EchoInstrument instrument(EchoInstrument::Kind::kTcp);
-  const EchoInstrument bare_instrument(EchoInstrument::Kind::kTcp);
-  VisibleTerminal terminal(instrument);
-
+void MeasureRows(VisibleTerminal& terminal, int passes) {
   const std::string inner = "$REPEAT 99\n$IFEQUAL x\n$ENDIF\n$ENDREPEAT\n";
-  const double rows =
-      terminal.SecondsToPlay("$REPEAT " + std::to_string(passes - 1) + "\n" + inner + "$ENDREPEAT\n");
-  const double row_count = passes * (2.0 + 100 * 3);
-  std::printf("rows that need no device      %12.0f a second\n", row_count / rows);
+  const std::string list = "$REPEAT " + std::to_string(passes - 1) + "\n" + inner + "$ENDREPEAT\n";
+  constexpr double rows_a_pass = 2.0 + 100 * 3;
+  const std::vector<std::string> rows(static_cast<std::size_t>(rows_a_pass), "$IFEQUAL x");
+  const Comparison comparison = Alternate(
+      kRounds, [&] { return passes * rows_a_pass / SecondsToWalk(rows, passes); },
+      [&] { return passes * rows_a_pass / terminal.SecondsToPlay(list); });
+  PrintAtLeast({"rows of a list that need no device, in the window", "looking at each text once", "rows/s"},
+               comparison.yardstick, comparison.measured, 100'000);
+}
 
-  const int bare = OpenBare(bare_instrument);
-  const double bare_time = SecondsOf([&] {
-    for (int i = 0; i < exchanges; ++i) ExchangeBare(bare);
-  });
-  close(bare);
-  const double window_time =
-      terminal.SecondsToPlay("$REPEAT " + std::to_string(exchanges - 1) + "\nMSV? 1,2,3\n$ENDREPEAT\n");
-  std::printf("exchange, bare loop           %12.1f us\n", bare_time / exchanges * 1e6);
-  std::printf("exchange through the window   %12.1f us\n", window_time / exchanges * 1e6);
+void MeasureExchange(VisibleTerminal& terminal, int exchanges) {
+  const EchoInstrument bare_instrument(EchoInstrument::Kind::kTcp);
+  BareLoop bare(bare_instrument);
+  const std::string list = "$REPEAT " + std::to_string(exchanges - 1) + "\nMSV? 1,2,3\n$ENDREPEAT\n";
+  const Comparison comparison = Alternate(
+      kRounds, [&] { return MicrosecondsEach(bare, exchanges); },
+      [&] { return terminal.SecondsToPlay(list) / exchanges * 1e6; });
+  PrintAtMostMore({"an exchange through the visible window, TCP", kBareLoop, "us"}, comparison, 60);
 }
 
 }  // namespace
 }  // namespace kolvane::bench
 
 int main(int argc, char** argv) {
-  kolvane::bench::PinToOneCore();
+  using namespace kolvane::bench;
+  PinToOneCore();
   QApplication application(argc, argv);
-  kolvane::bench::Measure(argc > 1 ? std::atoi(argv[1]) : 10000, argc > 2 ? std::atoi(argv[2]) : 50000);
+  const EchoInstrument instrument(EchoInstrument::Kind::kTcp);
+  VisibleTerminal terminal(instrument);
+  MeasureRows(terminal, argc > 1 ? std::atoi(argv[1]) : 2000);
+  MeasureExchange(terminal, argc > 2 ? std::atoi(argv[2]) : 10000);
 }

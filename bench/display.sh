@@ -1,0 +1,33 @@
+# Shared by bench/report and bench/soak: a screen of the run's own, after scripts/lib.sh.
+
+bench_packages="xvfb openbox libxcb-damage0-dev libgtest-dev"
+
+# start_display: an X server on a free number, whose name goes into DISPLAY; it ends with the script.
+start_display() {
+  local number_file
+  scratch=$(mktemp -d)
+  number_file=$scratch/display
+  # The X server writes the number that it took and is ready then.
+  mkfifo "$number_file"
+  Xvfb -displayfd 3 -screen 0 1400x900x24 -nolisten tcp 3>"$number_file" >/dev/null 2>&1 &
+  display_pid=$!
+  window_manager_pid=""
+  trap stop_display EXIT
+  DISPLAY=:$(head -n 1 "$number_file")
+  export DISPLAY
+  mkdir -m 700 "$scratch/run"
+  export XDG_RUNTIME_DIR=$scratch/run XDG_CONFIG_HOME=$scratch/config XDG_CACHE_HOME=$scratch/cache
+  export QT_QPA_PLATFORM=xcb
+}
+
+start_window_manager() {
+  openbox >/dev/null 2>&1 &
+  window_manager_pid=$!
+}
+
+stop_display() {
+  [ -z "$window_manager_pid" ] || kill "$window_manager_pid" 2>/dev/null || true
+  kill "$display_pid" 2>/dev/null || true
+  wait 2>/dev/null || true
+  rm -rf "$scratch"
+}

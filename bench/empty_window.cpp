@@ -1,0 +1,12 @@
+// The yardstick of the terminal's start: a window with a text pane, the least that Qt Widgets can show.
+
+#include <QApplication>
+#include <QPlainTextEdit>
+
+int main(int argc, char** argv) {
+  QApplication application(argc, argv);
+  QPlainTextEdit pane;
+  pane.resize(1160, 740);
+  pane.show();
+  return QApplication::exec();
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace kolvane::bench {
+
+double Median(std::vector<double> values);
+
+/// Medians of rounds in which a yardstick and what is measured took turns.
+struct Comparison {
+  double yardstick;
+  double measured;
+  double ratio;       ///< of the rounds' ratios
+  double difference;  ///< of the rounds' differences
+};
+
+using Measure = std::function<double()>;
+
+/// Runs both, one after the other, `rounds` times.
+Comparison Alternate(int rounds, const Measure& yardstick, const Measure& measured);
+
+double SecondsOf(const std::function<void()>& step);
+
+/// What a row of the report tells of, and what it is compared with; no yardstick: empty.
+struct Claim {
+  const char* claim;
+  const char* yardstick;
+  const char* unit;
+};
+
+/// The rows of bench/report, on standard output: claim, yardstick, its figure, the measured one, unit, what
+/// is compared with the goal, goal and "met" or "MISSED" ("-" without a goal), a tab between them.
+void PrintAtMostTimes(const Claim& claim, const Comparison& comparison, double goal);
+void PrintAtMostMore(const Claim& claim, const Comparison& comparison, double goal);
+void PrintAtMost(const Claim& claim, double yardstick, double measured, double goal);
+void PrintAtLeast(const Claim& claim, double yardstick, double measured, double goal);
+void PrintWithoutGoal(const Claim& claim, const Comparison& comparison);
+void PrintWithoutGoal(const Claim& claim, double measured);
+
+}  // namespace kolvane::bench
