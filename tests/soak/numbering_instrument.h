@@ -1,0 +1,47 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <array>
+#include <atomic>
+#include <cstdint>
+#include <string>
+
+namespace kolvane::soak {
+
+/// What the instrument has to tell while it runs; in memory that both processes see.
+struct Tally {
+  std::atomic<std::int64_t> commands = 0;
+  std::atomic<std::int64_t> garbled = 0;  ///< commands that are not the expected one
+  /// Microseconds on the monotonic clock at which each tenth of the expected commands had come.
+  std::array<std::atomic<std::int64_t>, 11> tenths{};
+};
+
+/// An instrument on a loopback port, in a process of its own, that numbers its answers: lines of changing
+/// length with a byte beyond ASCII, some of them sent in two pieces. It writes a copy of what it sends.
+class NumberingInstrument {
+ public:
+  static constexpr char kCommand[] = "MSV? 1";
+
+  /// Expects so many commands and copies its answers to `copy`.
+  NumberingInstrument(std::int64_t expected, const std::string& copy);
+  ~NumberingInstrument();
+  NumberingInstrument(const NumberingInstrument&) = delete;
+  NumberingInstrument& operator=(const NumberingInstrument&) = delete;
+
+  std::uint16_t port() const { return port_; }
+  const Tally& tally() const { return *tally_; }
+
+  /// Returns once the connection was closed and the copy is whole.
+  void AwaitEnd();
+
+ private:
+  void Listen();
+
+  Tally* tally_;
+  int listener_ = -1;
+  std::uint16_t port_ = 0;
+  pid_t child_ = -1;
+};
+
+}  // namespace kolvane::soak

@@ -1,0 +1,201 @@
+// Many exchanges through a window that records them into a log: soak_test EXCHANGES. Nothing may be lost,
+// doubled or changed between the instrument, the pane and the log, and nothing may grow but the text. Exit
+// status 1 where that does not hold.
+
+#include <malloc.h>
+#include <unistd.h>
+
+#include <QApplication>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#include "base/temp_folder.h"
+#include "device/lazy_port_library.h"
+#include "soak/numbering_instrument.h"
+#include "window/main_window.h"
+
+namespace kolvane::soak {
+namespace {
+
+constexpr double kMegabyte = 1e6;
+// What the C library and Qt may keep for later after the largest text has gone, whatever its size was.
+constexpr double kLeftOver = 0.5 * kMegabyte;
+constexpr double kLeftOverResident = 4 * kMegabyte;
+// What the pane may need to know of its lines besides their bytes.
+constexpr double kTextShare = 2;
+
+#ifdef __SANITIZE_ADDRESS__
+constexpr bool kMemoryIsOurs = false;  // the sanitizer keeps what was freed
+#else
+constexpr bool kMemoryIsOurs = true;
+#endif
+
+struct Memory {
+  double heap;      ///< bytes in use
+  double resident;  ///< bytes
+  int descriptors;
+};
+
+Memory MemoryNow() {
+  malloc_trim(0);
+  const struct mallinfo2 heap = mallinfo2();
+  std::size_t size = 0;
+  std::size_t resident = 0;
+  std::ifstream("/proc/self/statm") >> size >> resident;
+  const auto open = std::filesystem::directory_iterator("/proc/self/fd");
+  return {static_cast<double>(heap.uordblks + heap.hblkhd),
+          static_cast<double>(resident) * static_cast<double>(sysconf(_SC_PAGESIZE)),
+          static_cast<int>(std::distance(begin(open), end(open)))};
+}
+
+class Verdict {
+ public:
+  void Expect(bool holds, const std::string& what) {
+    std::printf("%-7s%s\n", holds ? "holds" : "FAILS", what.c_str());
+    all_hold_ = all_hold_ && holds;
+  }
+  bool all_hold() const { return all_hold_; }
+
+ private:
+  bool all_hold_ = true;
+};
+
+std::string Megabytes(double bytes) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%.2f MB", bytes / kMegabyte);
+  return text;
+}
+
+// A visible terminal connected to the instrument.
+class Terminal {
+ public:
+  explicit Terminal(std::uint16_t port) : library_(KOLVANE_LIBRARY_FOLDER) {
+    device_.OperMode = 2;
+    connection_.port_code = device::port_code::kTcpIp;
+    connection_.ip_address = "127.0.0.1";
+    connection_.ip_port = static_cast<std::int16_t>(port);
+    connection_.timeout_ms = 60000;
+    terminal_.shown.timeout = "60000";
+    terminal_.options.show_commands = false;  // pane and log hold what the instrument sends, and nothing else
+    window_.Load();
+    window_.show();
+    window_.core().connect.Press();
+  }
+  ~Terminal() { window_.close(); }
+
+  void Play(const std::string& rows) {
+    const std::string name = folder_.Path("a.CMD");
+    base::WriteBytes(name, rows);
+    window_.OpenCommandFile(name);
+    window_.findChild<QAction*>(QStringLiteral("TB_PLAY"))->trigger();
+    QApplication::processEvents();
+  }
+
+  void Exchange(std::int64_t count) {
+    Play("$CLEAR\n$REPEAT " + std::to_string(count - 1) + "\n" + NumberingInstrument::kCommand +
+         "\n$ENDREPEAT\n");
+  }
+
+  void Record(std::int64_t count, const std::string& log) {
+    Play("$CLEAR\n$OPENLOG \"" + log + "\"\n$AUTOLOG ON\n$REPEAT " + std::to_string(count - 1) + "\n" +
+         NumberingInstrument::kCommand + "\n$ENDREPEAT\n$AUTOLOG OFF\n$CLOSELOG\n");
+  }
+
+  void Clear() { Play("$CLEAR\n"); }
+  void Disconnect() { window_.core().connect.Press(); }
+
+  // As an instrument would have sent it. All that it sends is in Latin-1.
+  std::string Text() {
+    QString text = window_.findChild<terminal::OutputPane*>(QStringLiteral("TermWin"))->plainText();
+    return text.replace(QLatin1Char('\n'), QLatin1String("\r\n")).toLatin1().toStdString();
+  }
+
+ private:
+  base::TempFolder folder_;
+  device::DeviceState device_;
+  device::ConnectionParameters connection_;
+  terminal::TerminalState terminal_;
+  terminal::WindowSettings settings_;
+  script::ScriptState script_;
+  device::LazyPortLibrary library_;
+  window::MainWindow window_{{{device_, connection_, terminal_}, script_, settings_, library_, ""}};
+};
+
+void JudgeMemory(Verdict& verdict, const Memory& before, const Memory& full, const Memory& after,
+                 double text) {
+  std::printf("text %s; heap %s before, %s full, %s cleared; resident %s, %s, %s\n", Megabytes(text).c_str(),
+              Megabytes(before.heap).c_str(), Megabytes(full.heap).c_str(), Megabytes(after.heap).c_str(),
+              Megabytes(before.resident).c_str(), Megabytes(full.resident).c_str(),
+              Megabytes(after.resident).c_str());
+  verdict.Expect(after.descriptors == before.descriptors, "no file is left open");
+  if (!kMemoryIsOurs) return;
+  verdict.Expect(full.heap - before.heap <= kTextShare * text + kLeftOver,
+                 "memory grows with the text and no more");
+  verdict.Expect(after.heap - before.heap <= kLeftOver, "the heap is as it was once the text is cleared");
+  verdict.Expect(after.resident - before.resident <= kLeftOverResident, "so is what the process occupies");
+}
+
+// How an exchange's time has changed; a measurement, so nobody judges it here.
+void PrintTimes(const Tally& tally, std::int64_t warm_up, std::int64_t exchanges) {
+  const double tenth = static_cast<double>(warm_up + exchanges) / 10;
+  const auto each = [&](std::size_t part) {
+    return static_cast<double>(tally.tenths[part + 1] - tally.tenths[part]) / tenth;
+  };
+  // The first one is the warm-up, without the log.
+  std::printf("an exchange took %.2f us in the second tenth, %.2f us in the last: x %.3f\n", each(1), each(9),
+              each(9) / each(1));
+}
+
+bool Soak(std::int64_t exchanges) {
+  const base::TempFolder folder;
+  const std::string copy = folder.Path("sent");
+  const std::string log = folder.Path("soak.LOG");
+  // Whatever is set up once is there before memory is measured.
+  const std::int64_t warm_up = exchanges / 9;
+  const std::int64_t all = warm_up + exchanges;
+  NumberingInstrument instrument(all, copy);
+  Verdict verdict;
+  Terminal terminal(instrument.port());
+  terminal.Exchange(warm_up);
+  terminal.Clear();
+  const Memory before = MemoryNow();
+  terminal.Record(exchanges, log);
+  const Memory full = MemoryNow();
+  // Kept in a file: in memory it would be taken for what the terminal keeps.
+  base::WriteBytes(folder.Path("shown"), terminal.Text());
+  terminal.Clear();
+  const Memory after = MemoryNow();
+  terminal.Disconnect();
+  instrument.AwaitEnd();
+
+  std::string sent = base::ReadBytes(copy);
+  std::size_t begin = 0;
+  for (std::int64_t line = 0; line < warm_up; ++line) begin = sent.find('\n', begin) + 1;
+  sent.erase(0, begin);
+  std::printf("%lld exchanges with a warm-up of %lld, %s sent\n", static_cast<long long>(exchanges),
+              static_cast<long long>(warm_up), Megabytes(static_cast<double>(sent.size())).c_str());
+  verdict.Expect(instrument.tally().commands == all, "the instrument received each command once");
+  verdict.Expect(instrument.tally().garbled == 0, "each of them unchanged");
+  verdict.Expect(base::ReadBytes(log) == sent, "the log is byte by byte what the instrument sent");
+  const std::string shown = base::ReadBytes(folder.Path("shown"));
+  // The pane breaks lines before each but the first of an empty one, the instrument behind each.
+  verdict.Expect(shown + "\r\n" == "\r\n" + sent, "so is the pane's text");
+  JudgeMemory(verdict, before, full, after, static_cast<double>(shown.size()));
+  PrintTimes(instrument.tally(), warm_up, exchanges);
+  return verdict.all_hold();
+}
+
+}  // namespace
+}  // namespace kolvane::soak
+
+int main(int argc, char** argv) {
+  const long long exchanges = argc == 2 ? std::atoll(argv[1]) : 0;
+  if (exchanges < 10) {
+    std::fputs("usage: soak_test EXCHANGES (10 or more)\n", stderr);
+    return 2;
+  }
+  QApplication application(argc, argv);
+  return kolvane::soak::Soak(exchanges) ? 0 : 1;
+}
