@@ -68,7 +68,7 @@ int SendOnly(const char* port) {
   return 0;
 }
 
-void Measure(int rounds) {
+void MeasureSend(int rounds) {
   const Listener listener;
   const Comparison comparison = Alternate(
       rounds,
@@ -89,5 +89,5 @@ void Measure(int rounds) {
 int main(int argc, char** argv) {
   using namespace kolvane::bench;
   if (argc == 3 && std::string(argv[1]) == kSend) return SendOnly(argv[2]);
-  Measure(argc > 1 ? std::atoi(argv[1]) : 21);
+  MeasureSend(argc > 1 ? std::atoi(argv[1]) : 21);
 }
