@@ -43,8 +43,9 @@ void AppendReplacingBreaks(std::string& out, std::string_view text, std::string_
 PaneStore::PaneStore() { Clear(); }
 
 void PaneStore::Clear() {
-  chunks_.clear();
-  starts_.clear();
+  // Anew, not only emptied: what millions of lines have needed is given back.
+  chunks_ = std::vector<PaneChunk>();
+  starts_ = std::vector<PaneExtent>();
   AddChunk(0);
   chunks_.back().AppendLine("", kNoColor);
 }

@@ -41,7 +41,7 @@ void OutputPaneRows::Sync() {
 }
 
 void OutputPaneRows::Forget() {
-  chunks_.clear();
+  chunks_ = std::vector<ChunkRows>();
   lines_ = {};
   breaks_ = {};
 }
