@@ -202,6 +202,22 @@ TEST_F(ConnectionDialogTest, TabReachesEveryFieldOfThePage) {
     EXPECT_TRUE(reached.contains(name)) << name << " in " << reached.join(' ').toStdString();
 }
 
+TEST_F(ConnectionDialogTest, FitsASmallScreenWithEveryLabelInFull) {
+  Open();
+  constexpr QSize kScreen(800, 600);
+  constexpr QSize kFrame(20, 60);  // of the window
+  EXPECT_LE(dialog_->width(), kScreen.width() - kFrame.width());
+  EXPECT_LE(dialog_->height(), kScreen.height() - kFrame.height());
+  for (int page = 0; page < Tabs()->count(); ++page) {
+    Tabs()->setTabEnabled(page, true);
+    Tabs()->setCurrentIndex(page);
+    for (const auto* label : Tabs()->widget(page)->findChildren<QLabel*>())
+      EXPECT_GE(label->width(), label->sizeHint().width()) << label->text().toStdString();
+    for (const auto* check : Tabs()->widget(page)->findChildren<QCheckBox*>())
+      EXPECT_GE(check->width(), check->sizeHint().width()) << check->text().toStdString();
+  }
+}
+
 TEST_F(ConnectionDialogTest, TimeoutListsCanBeTypedInto) {
   Open();
   Choose(6);

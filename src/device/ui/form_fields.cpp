@@ -5,7 +5,7 @@
 namespace kolvane::device {
 namespace {
 
-constexpr int kFieldWidth = 170;
+constexpr int kFieldWidth = 130;
 constexpr int kRowGap = 8;
 
 }  // namespace

@@ -11,7 +11,8 @@
 namespace kolvane::device {
 namespace {
 
-constexpr int kColumnGap = 28;
+constexpr int kColumnGap = 20;
+constexpr QSize kScriptSize(230, 130);
 
 template <typename... Columns>
 void LayOut(QWidget* page, Columns*... columns) {
@@ -59,7 +60,7 @@ FormColumn* SerialPage::BuildBeyond() {
   modem_script_->setTabChangesFocus(true);
   modem_script_->setLineWrapMode(QPlainTextEdit::NoWrap);
   modem_script_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-  modem_script_->setMinimumSize(300, 130);
+  modem_script_->setMinimumSize(kScriptSize);
   const FieldRow script = {"txtModemScript", "&Modem Script (AT Befehle)",
                            "Ein Befehl je Zeile, gilt für COM 1 und COM 2; leer: kein Modem"};
   auto* label = new QLabel(Utf8(script.label));
