@@ -1,5 +1,7 @@
 #include "app/demo.h"
 
+#include <unistd.h>
+
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -47,7 +49,7 @@ fs::path WriteSettings(const fs::path& folder, std::uint16_t port) {
   return file;
 }
 
-// The demo has the component's files in a folder of its own, and leaves its log there.
+// The demo has the component's files in a folder of its own.
 void FillFolder(const fs::path& folder, const fs::path& component_folder) {
   for (const char* name : {"TermCmdHelp.rtf", kDemoList})
     fs::copy_file(component_folder / name, folder / name, fs::copy_options::skip_existing);
@@ -56,17 +58,23 @@ void FillFolder(const fs::path& folder, const fs::path& component_folder) {
   for (const auto& entry : fs::directory_iterator(component_folder)) {
     if (entry.path().extension() == ".BNS") fs::copy_file(entry, folder / entry.path().filename());
   }
-  fs::current_path(folder);
+}
+
+// What the user saves and the list logs outlives the demo in the current folder. Where nothing can be written
+// there, the demo's own has to do.
+void ChooseCurrentFolder(const fs::path& scratch) {
+  if (access(".", W_OK) != 0) fs::current_path(scratch);
 }
 
 void ShowDemo(const std::string& folder, const fs::path& scratch, std::uint16_t port) {
   const EndSignals end;
   TerminalOptions options;
   options.CommandList = (scratch / kDemoList).string();
-  options.Folder = folder.empty() ? scratch.string() : folder;
+  options.Folder = folder.empty() ? scratch.string() : fs::absolute(folder).string();
   options.SettingsFile = WriteSettings(scratch, port).string();
   options.CloseDescriptor = end.descriptor();
   options.ConnectAtStart = true;
+  ChooseCurrentFolder(scratch);
   MainClass terminal;
   terminal.SetOptions(options);
   terminal.OpenTerminal(2, 0);
@@ -74,6 +82,8 @@ void ShowDemo(const std::string& folder, const fs::path& scratch, std::uint16_t 
 
 int PlayDemo(const fs::path& scratch, std::uint16_t port) {
   std::fputs("kolvane: no display, so the demo's command list runs without a window\n", stderr);
+  // Nobody has chosen to play the list, so nothing of it stays behind.
+  fs::current_path(scratch);
   CommandRunOptions options;
   options.Connect = "TCPIP::127.0.0.1::" + std::to_string(port) + "::SOCKET";
   options.ShowCommands = true;

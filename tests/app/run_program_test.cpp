@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <filesystem>
 #include <regex>
 
 #include "amplifier/server_thread.h"
@@ -254,6 +255,19 @@ TEST_F(RunProgramTest, WithNoDisplayTheDemoRunsItsList) {
   EXPECT_TRUE(outcome.out.starts_with("*IDN?\nKOLVANE,")) << outcome.out;
   EXPECT_EQ(outcome.err, "kolvane: no display, so the demo's command list runs without a window\n");
   EXPECT_EQ(folder.Names(), std::vector<std::string>{});
+}
+
+// With SIGTERM waiting from before its start, so that the window closes at once.
+TEST_F(RunProgramTest, TheDemoStaysInTheCurrentFolderAndLeavesItClean) {
+  std::filesystem::create_directory(folder.Path("own"));
+  const Outcome outcome =
+      RunProgram({"--demo", "--folder", "own"},
+                 {.folder = folder.Path(""),
+                  .environment = {{"QT_QPA_PLATFORM", "offscreen"}},
+                  .wrapper = {"env", "--block-signal=TERM", "sh", "-c", "kill -TERM $$; exec \"$@\"", "sh"}});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(folder.Names(), std::vector<std::string>{"own"});
+  EXPECT_TRUE(std::filesystem::exists(folder.Path("own/IPADDR.INI")));
 }
 
 }  // namespace

@@ -33,7 +33,7 @@ class DemoList : public testing::Test {
 
 TEST_F(DemoList, IsACommandFile) {
   EXPECT_GT(rows_.size(), 100u);
-  EXPECT_LE(rows_.size(), 150u);
+  EXPECT_LE(rows_.size(), 170u);
   EXPECT_TRUE(bytes_.ends_with("\r\n"));
   EXPECT_EQ(std::ranges::count(bytes_, '\n'), std::ssize(rows_));
   EXPECT_EQ(std::ranges::count(bytes_, '\r'), std::ssize(rows_));
@@ -53,6 +53,16 @@ TEST_F(DemoList, RowsHaveNoBlanksAtTheirEndsAndOneArgument) {
     EXPECT_EQ(base::TrimBlanks(row), row);
     if (row.starts_with("$")) {
       EXPECT_LE(std::ranges::count(row, ' '), 1) << row;
+    }
+  }
+}
+
+// The remarks are what a user reads: none is cut off in the window as it first opens.
+TEST_F(DemoList, RemarksFitTheGrid) {
+  constexpr std::size_t kColumns = 48;
+  for (const std::string& row : rows_) {
+    if (row.starts_with("'")) {
+      EXPECT_LE(base::ToWindows1252(row).size(), kColumns) << row;
     }
   }
 }
@@ -78,6 +88,15 @@ TEST_F(DemoList, StaysConnected) {
     if (row.starts_with("'") || row.starts_with("$")) continue;
     for (const char* word : {"DCL", "RES", "*RST"}) EXPECT_FALSE(base::ContainsNoCase(row, word)) << row;
   }
+}
+
+// The run ends on the grid's last row, far from the remarks: what comes next is said by the last answers.
+TEST_F(DemoList, EndsWithAnswersThatLeadOn) {
+  const auto stop = std::ranges::find(rows_, "$STOP");
+  ASSERT_NE(stop, rows_.end());
+  EXPECT_TRUE(std::prev(stop)->starts_with("ECHO ")) << *std::prev(stop);
+  const auto binary = [](const std::string& row) { return row.find("BIN? ") != std::string::npos; };
+  EXPECT_TRUE(std::any_of(rows_.begin(), stop, binary));
 }
 
 TEST_F(DemoList, ClosesItsLoopsAndItsSilence) {
