@@ -1,5 +1,6 @@
 #include "window/status_bars.h"
 
+#include "window/status_panel.h"
 #include "window/text.h"
 
 namespace kolvane::window {
@@ -13,7 +14,7 @@ QStatusBar* MakeBar(QWidget* parent, const char* name) {
 }
 
 QLabel* AddPanel(QStatusBar* bar, const char* name, const char* accessible_name) {
-  auto* panel = new QLabel(bar);
+  auto* panel = new StatusPanel(bar);
   panel->setObjectName(QLatin1String(name));
   panel->setAccessibleName(ToQt(accessible_name));
   panel->setTextFormat(Qt::PlainText);

@@ -1,0 +1,51 @@
+#include "window/status_bars.h"
+
+#include <gtest/gtest.h>
+
+#include <QImage>
+#include <QWidget>
+#include <string>
+
+namespace kolvane::window {
+namespace {
+
+class StatusBarsTest : public testing::Test {
+ protected:
+  StatusBarsTest() {
+    bars_.second()->resize(600, 24);
+    bars_.second()->show();
+  }
+
+  QLabel* Panel() { return bars_.second()->findChild<QLabel*>(QStringLiteral("StatusBar2_1")); }
+
+  QImage Picture(const std::string& text) {
+    bars_.ShowLogFile(text);
+    return Panel()->grab().toImage();
+  }
+
+  const std::string folders_ = "Logdatei: /home/messplatz/" + std::string(200, 'x') + "/";
+  QWidget window_;
+  StatusBars bars_{&window_};
+};
+
+TEST_F(StatusBarsTest, TheFileNameOfALongPathIsSeen) {
+  EXPECT_NE(Picture(folders_ + "eins.LOG"), Picture(folders_ + "zwei.LOG"));
+  EXPECT_NE(Picture("Logdatei: /eins/" + folders_), Picture("Logdatei: /zwei/" + folders_));
+  EXPECT_EQ(Picture(folders_ + folders_ + "eins.LOG"), Picture(folders_ + "y" + folders_ + "eins.LOG"));
+}
+
+TEST_F(StatusBarsTest, TheTextOfALongPathStaysWhole) {
+  bars_.ShowLogFile(folders_ + "eins.LOG");
+  EXPECT_EQ(Panel()->text().toStdString(), folders_ + "eins.LOG");
+  EXPECT_EQ(Panel()->toolTip(), Panel()->text());
+}
+
+TEST_F(StatusBarsTest, WhatIsMarkedIsSeen) {
+  const QImage plain = Picture(folders_);
+  Panel()->setSelection(0, 8);
+  EXPECT_NE(Panel()->grab().toImage(), plain);
+  EXPECT_EQ(Panel()->selectedText(), "Logdatei");
+}
+
+}  // namespace
+}  // namespace kolvane::window
