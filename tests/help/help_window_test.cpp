@@ -334,6 +334,15 @@ TEST_F(HelpWindowTest, LeavesTheTerminalBlockedByADialog) {
   EXPECT_EQ(clicks.count(), 1);
 }
 
+TEST_F(HelpWindowTest, ThePageKeepsMostOfANarrowWindow) {
+  Show(1);
+  help_.resize(500, 350);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(help_.width(), 500);
+  EXPECT_GE(Page()->width(), 300);
+  EXPECT_TRUE(Contents()->isVisible());
+}
+
 TEST_F(HelpWindowTest, StartsANewHistoryWithAnotherFile) {
   Show(1);
   Show(300);

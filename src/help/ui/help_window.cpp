@@ -14,6 +14,7 @@ namespace {
 
 constexpr QSize kFirstSize(980, 680);
 constexpr int kContentsWidth = 280;
+constexpr int kLeastPageWidth = 300;  // before the contents give way
 
 }  // namespace
 
@@ -44,6 +45,7 @@ void HelpWindow::BuildParts() {
   splitter->setObjectName(QStringLiteral("HelpSplitter"));
   splitter->addWidget(tabs_);
   splitter->addWidget(page_);
+  page_->setMinimumWidth(kLeastPageWidth);
   splitter->setStretchFactor(1, 1);
   splitter->setSizes({kContentsWidth, kFirstSize.width() - kContentsWidth});
   setCentralWidget(splitter);
