@@ -75,6 +75,16 @@ TEST(HelpPages, LinksLeadToPagesAndAnchorsThatExist) {
   }
 }
 
+TEST(HelpPages, TheTemplateOfTheExampleIsTheOneSupplied) {
+  std::string fields = base::FromWindows1252(HelpFile("templates/KVA-1-KOPF.BNS"));
+  std::erase(fields, '\r');
+  fields.erase(0, fields.find("BYTECOUNT="));
+  ASSERT_NE(fields, "");
+  EXPECT_NE(
+      HelpFile("pages/vorlage-beispiel.html").find("<pre>" + fields.substr(0, fields.size() - 1) + "</pre>"),
+      std::string::npos);
+}
+
 TEST(HelpPages, PicturesExistAndAreDescribed) {
   for (const auto& [page, html] : Pages().pages()) {
     const std::vector<std::string> pictures = HelpPages::Values(html, "src");
