@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QStatusBar>
@@ -332,6 +333,13 @@ TEST_F(HelpWindowTest, LeavesTheTerminalBlockedByADialog) {
   EXPECT_EQ(clicks.count(), 0);
   ClickOn(button, QPoint(10, 10));
   EXPECT_EQ(clicks.count(), 1);
+}
+
+TEST_F(HelpWindowTest, FitsTheScreenWhenItIsFirstShown) {
+  Show(1);
+  const QSize screen = help_.screen()->availableSize();
+  EXPECT_LT(help_.width(), screen.width());
+  EXPECT_LT(help_.height(), screen.height());
 }
 
 TEST_F(HelpWindowTest, ThePageKeepsMostOfANarrowWindow) {

@@ -1,6 +1,7 @@
 #include "help/ui/help_window.h"
 
 #include <QApplication>
+#include <QScreen>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QToolBar>
@@ -34,7 +35,7 @@ HelpWindow::HelpWindow(HelpWindowServices services, QWidget* parent)
   setContextMenuPolicy(Qt::NoContextMenu);
   BuildParts();
   BuildToolbar();
-  resize(kFirstSize);
+  resize(kFirstSize.boundedTo(screen()->availableSize() * 0.9));
 }
 
 void HelpWindow::BuildParts() {
