@@ -19,6 +19,9 @@
 
 namespace {
 
+// The operating mode of a terminal that connects by itself.
+constexpr std::int16_t kOwnConnection = 2;
+
 using kolvane::app::Options;
 
 enum ExitStatus { kDone = 0, kFailed = 1, kUsage = 2 };
@@ -30,7 +33,7 @@ int OpenTerminal(const Options& options) {
   presets.Folder = options.folder;
   presets.CloseDescriptor = end.descriptor();
   terminal.SetOptions(presets);
-  terminal.OpenTerminal(options.mode, 0);
+  terminal.OpenTerminal(options.mode.value_or(kOwnConnection), 0);
   return kDone;
 }
 

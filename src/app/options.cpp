@@ -24,7 +24,7 @@ void Apply(Options& options, int choice, char** argv) {
     case kMode:
       if (const auto mode = NumberValue<std::int16_t>(optarg, std::numeric_limits<std::int16_t>::min(),
                                                       std::numeric_limits<std::int16_t>::max())) {
-        options.mode = *mode;
+        options.mode = mode;
       } else {
         Refuse(options, std::string("--mode takes a whole number, not '") + optarg + "'");
       }
@@ -65,6 +65,7 @@ void ParseCommand(int argc, char** argv, Options& options) {
   if (command != "run" && command != "send" && command != "ports")
     return Refuse(options, "unknown command '" + std::string(command) + "'");
   if (options.action == Options::Action::kDemo) return Refuse(options, "--demo takes no command");
+  if (options.mode) return Refuse(options, "--mode takes no command");
   if (command == "ports") return ParsePorts(argc, argv, options);
   options.action = command == "run" ? Options::Action::kRun : Options::Action::kSend;
   ParseRunOptions(argc, argv, options);
@@ -89,6 +90,7 @@ Options ParseOptions(int argc, char** argv) {
     if (choice == -1) break;
     Apply(options, choice, argv);
   }
+  if (options.mode && options.action == Options::Action::kDemo) Refuse(options, "--demo takes no --mode");
   const int first = optind;
   if (first < argc && TakesCommand(options.action)) ParseCommand(argc - first, argv + first, options);
   return options;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -12,7 +13,7 @@ namespace kolvane::app {
 struct Options {
   enum class Action { kOpen, kDemo, kRun, kSend, kPorts, kHelp, kVersion, kUsageError };
   Action action = Action::kOpen;
-  std::int16_t mode = 2;
+  std::optional<std::int16_t> mode;  ///< with kOpen alone
   std::string folder;
   CommandRunOptions run;           ///< with kRun and kSend
   std::vector<std::string> words;  ///< with kRun the one list, with kSend the commands, at least one

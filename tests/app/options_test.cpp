@@ -10,7 +10,7 @@ namespace {
 TEST(Options, OpenOperatingMode2ByDefault) {
   const Options options = Parse({});
   EXPECT_EQ(options.action, Options::Action::kOpen);
-  EXPECT_EQ(options.mode, 2);
+  EXPECT_FALSE(options.mode);
   EXPECT_EQ(options.folder, "");
 }
 
@@ -31,6 +31,12 @@ TEST(Options, PortsStandsAlone) {
   EXPECT_EQ(Parse({"ports", "--help"}).action, Options::Action::kHelp);
   EXPECT_EQ(Parse({"ports", "COM1"}).error, "ports takes no arguments");
   EXPECT_EQ(Parse({"--demo", "ports"}).error, "--demo takes no command");
+}
+
+TEST(Options, TakeAModeForTheWindowAlone) {
+  EXPECT_EQ(Parse({"--mode", "1", "ports"}).error, "--mode takes no command");
+  EXPECT_EQ(Parse({"--mode", "1", "--demo"}).error, "--demo takes no --mode");
+  EXPECT_EQ(Parse({"--mode", "1", "--help"}).action, Options::Action::kHelp);
 }
 
 TEST(Options, TakeModesUpToSixteenBits) {
