@@ -25,7 +25,6 @@ void KeyToolbar::AddButton(const ButtonRow& row) {
   action->setToolTip(ToQt(row.tool_tip));
   action->setProperty("Tag", QStringLiteral("0"));
   action->setEnabled(row.enabled);
-  connect(action, &QAction::triggered, this, [this, action] { Q_EMIT ButtonClick(action->objectName()); });
 }
 
 QAction* KeyToolbar::Button(const char* key) const { return findChild<QAction*>(QLatin1String(key)); }

@@ -6,8 +6,6 @@ namespace kolvane::window {
 
 /// `Toolbar1`.
 class MainToolbar final : public KeyToolbar {
-  Q_OBJECT
-
  public:
   explicit MainToolbar(QWidget* parent = nullptr);
 };

@@ -52,7 +52,10 @@ MainWindow::MainWindow(WindowContext context)
   BuildScript();
   pane_target_.ShowLook();
   grid_target_.ShowLook();
-  ConnectMenus();
+  ConnectFiles();
+  ConnectPane();
+  ConnectConnection();
+  ConnectOptions();
   ConnectSending();
   // A little less than the screen, whose whole height a frame and a panel may not leave.
   resize(kFirstSize.boundedTo(screen()->availableSize() * 0.9));
@@ -82,16 +85,9 @@ void MainWindow::BuildScript() {
           [this] { popup_.SetEditTarget(edit_target::kGrid); });
   connect(script_.grid(), &script::CommandGrid::popupRequested, this,
           [this](const QPoint& where) { popup_.OpenPopup(edit_target::kGrid, where); });
-  connect(area_->script_bar(), &KeyToolbar::ButtonClick, this, [this](const QString& key) {
-    if (key == QLatin1String("TB_PRINTSCRIPT")) prompt_.Guard([this] { grid_target_.Print(); });
-  });
   connect(&script_, &ScriptView::RunEnded, this, [this] {
     if (close_after_run_) close();
   });
-  On("mnuNewCommandFile", [this] { script_.files().New(); });
-  On("mnuOpenCommandFile", [this] { script_.files().Open(); });
-  On("mnuSaveCommandFile", [this] { script_.files().Save(); });
-  On("mnuSaveCommandFileAs", [this] { script_.files().SaveAs(); });
   show_file();
 }
 
@@ -111,29 +107,48 @@ void MainWindow::Load() {
 
 void MainWindow::PressPlay() { area_->script_bar()->Button("TB_PLAY")->trigger(); }
 
-void MainWindow::On(const char* item, const std::function<void()>& event) {
-  connect(menus_.Item(item), &QAction::triggered, this, [this, event] { prompt_.Guard(event); });
+void MainWindow::On(std::initializer_list<const char*> names, const std::function<void()>& event) {
+  for (const char* name : names) prompt_.OnTrigger(findChild<QAction*>(QLatin1String(name)), event);
 }
 
-void MainWindow::ConnectMenus() {
-  connect(toolbar1_, &MainToolbar::ButtonClick, this, &MainWindow::Toolbar1ButtonClick);
-  connect(menus_.connection, &QMenu::aboutToShow, this, &MainWindow::OpenConnectionMenu);
-  On("mnuOpenLog", [this] { log_.Open(); });
-  On("mnuCloseLog", [this] { log_.control().CloseLog(); });
-  // "Speichern" of the popup menu always means the pane; the list has a menu of its own.
-  for (const char* item : {"mnuSaveTerminal", "mnuSaveAs"}) On(item, [this] { pane_target_.Save(); });
-  On("mnuOpenTextFile", [this] { pane_target_.Open(); });
-  On("mnuPrintTermWindow", [this] { pane_target_.Print(); });
-  On("mnuBinInspect", [this] { InspectBinaryData(); });
-  On("mnuInsertComment", [this] { pane_target_.InsertComment(); });
+void MainWindow::ConnectFiles() {
+  On({"mnuNewCommandFile"}, [this] { script_.files().New(); });
+  On({"mnuOpenCommandFile"}, [this] { script_.files().Open(); });
+  On({"mnuSaveCommandFile"}, [this] { script_.files().Save(); });
+  On({"mnuSaveCommandFileAs"}, [this] { script_.files().SaveAs(); });
+  On({"TB_PRINTSCRIPT"}, [this] { grid_target_.Print(); });
+  On({"mnuOpenLog", "TB_OPENLOG"}, [this] { log_.Open(); });
+  On({"mnuCloseLog", "TB_CLOSELOG"}, [this] { log_.control().CloseLog(); });
+  On({"TB_RECORDLOG"}, [this] { log_.control().PressRecord(); });
+  On({"mnuExit"}, [this] { close(); });
+}
+
+// TB_SAVETERMWIN does nothing.
+void MainWindow::ConnectPane() {
   connect(pane_, &terminal::OutputPane::popupRequested, &popup_,
           [this](const QPoint& where) { popup_.OpenPopup(edit_target::kPane, where); });
-  On("mnuConfigureConnection", [this] { ConfigureConnection(); });
-  On("mnuConnect", [this] { core_.connect.Connect(); });
-  On("mnuDisconnect", [this] { core_.connect.Disconnect(); });
-  On("mnuExit", [this] { close(); });
+  // "Speichern" of the popup menu always means the pane; the list has a menu of its own.
+  On({"mnuSaveTerminal", "mnuSaveAs"}, [this] { pane_target_.Save(); });
+  On({"mnuOpenTextFile"}, [this] { pane_target_.Open(); });
+  On({"mnuPrintTermWindow", "TB_PRINT"}, [this] { pane_target_.Print(); });
+  On({"mnuBinInspect", "TB_INSPECT"},
+     [this] { InspectMarked(*pane_, inspector_, context_.folder, prompt_, this); });
+  On({"mnuInsertComment"}, [this] { pane_target_.InsertComment(); });
+  On({"TB_HELP"}, [this] { help_.ShowHelp(help::kStartTopic); });
+}
+
+void MainWindow::ConnectConnection() {
+  connect(menus_.connection, &QMenu::aboutToShow, this, &MainWindow::OpenConnectionMenu);
+  On({"mnuConfigureConnection", "TB_PORTCONFIGURE"}, [this] { ConfigureConnection(); });
+  On({"mnuConnect"}, [this] { core_.connect.Connect(); });
+  On({"mnuDisconnect"}, [this] { core_.connect.Disconnect(); });
+  On({"TB_CONNECT"}, [this] { core_.connect.Press(); });
+  On({"TB_FLUSH"}, [this] { core_.connect.Flush(); });
+}
+
+void MainWindow::ConnectOptions() {
   for (int index = 0; index < 3; ++index) {
-    On(("mnuOption_" + std::to_string(index)).c_str(),
+    On({("mnuOption_" + std::to_string(index)).c_str()},
        [this, index] { context_.slices.terminal.options.Toggle(index); });
   }
 }
@@ -146,23 +161,6 @@ void MainWindow::ConnectSending() {
 
 void MainWindow::Send() {
   prompt_.Guard([this] { interactive_.Send(FromQt(area_->terminal_bar()->command()->currentText())); });
-}
-
-void MainWindow::Toolbar1ButtonClick(const QString& key) {
-  const std::pair<const char*, std::function<void()>> actions[] = {
-      {"TB_PRINT", [this] { pane_target_.Print(); }},
-      {"TB_PORTCONFIGURE", [this] { ConfigureConnection(); }},
-      {"TB_CONNECT", [this] { core_.connect.Press(); }},
-      {"TB_FLUSH", [this] { core_.connect.Flush(); }},
-      {"TB_OPENLOG", [this] { log_.Open(); }},
-      {"TB_CLOSELOG", [this] { log_.control().CloseLog(); }},
-      {"TB_RECORDLOG", [this] { log_.control().PressRecord(); }},
-      {"TB_INSPECT", [this] { InspectBinaryData(); }},
-      {"TB_HELP", [this] { help_.ShowHelp(help::kStartTopic); }},
-  };
-  for (const auto& [name, action] : actions) {
-    if (key == QLatin1String(name)) return prompt_.Guard(action);
-  }
 }
 
 void MainWindow::OpenConnectionMenu() {
@@ -193,8 +191,6 @@ void MainWindow::ConfigureConnection() {
       {context_.slices.connection, context_.slices.device, context_.library, prompt_, context_.folder}, this)
       .exec();
 }
-
-void MainWindow::InspectBinaryData() { InspectMarked(*pane_, inspector_, context_.folder, prompt_, this); }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
   close_after_run_ = script_.EndRun();

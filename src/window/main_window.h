@@ -2,6 +2,7 @@
 
 #include <QMainWindow>
 #include <functional>
+#include <initializer_list>
 
 #include "device/port_library_source.h"
 #include "inspect/inspector_state.h"
@@ -70,15 +71,17 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
 
   void BuildArea();
   void BuildScript();
-  void ConnectMenus();
+  void ConnectFiles();
+  void ConnectPane();
+  void ConnectConnection();
+  void ConnectOptions();
   void ConnectSending();
-  void Toolbar1ButtonClick(const QString& key);
   void Send();
   void OpenConnectionMenu();
   void ConfigureConnection();
-  void InspectBinaryData();
   void ShowCaption();
-  void On(const char* item, const std::function<void()>& event);
+  /// Makes `event` what each of the menu items and buttons of these names does.
+  void On(std::initializer_list<const char*> names, const std::function<void()>& event);
 
   WindowContext context_;
   MessagePrompt prompt_;

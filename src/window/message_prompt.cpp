@@ -2,6 +2,7 @@
 
 #include <QMessageBox>
 #include <new>
+#include <utility>
 
 #include "base/runtime_error.h"
 #include "window/text.h"
@@ -31,6 +32,10 @@ void MessagePrompt::Guard(const std::function<void()>& event) {
   } catch (const std::bad_alloc&) {
     ShowError("Nicht genügend Speicher");
   }
+}
+
+void MessagePrompt::OnTrigger(QAction* action, std::function<void()> event) {
+  QObject::connect(action, &QAction::triggered, action, [this, event = std::move(event)] { Guard(event); });
 }
 
 }  // namespace kolvane::window

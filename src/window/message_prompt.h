@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAction>
 #include <QWidget>
 #include <functional>
 
@@ -17,6 +18,8 @@ class MessagePrompt final : public base::Prompt {
 
   /// Runs a window event; a run-time error in it becomes a message box with its description.
   void Guard(const std::function<void()>& event);
+  /// Makes `event` what a menu item or a button does.
+  void OnTrigger(QAction* action, std::function<void()> event);
 
  private:
   QWidget* parent_;

@@ -17,9 +17,8 @@ PopupCommands::PopupCommands(Menus& menus, MessagePrompt& prompt, EditTarget& pa
 }
 
 void PopupCommands::Connect(const char* item, void (EditTarget::*command)()) {
-  connect(menus_.Item(item), &QAction::triggered, this, [this, command] {
-    prompt_.Guard([&] { (targets_.at(static_cast<std::size_t>(flag_))->*command)(); });
-  });
+  prompt_.OnTrigger(menus_.Item(item),
+                    [this, command] { (targets_.at(static_cast<std::size_t>(flag_))->*command)(); });
 }
 
 void PopupCommands::OpenPopup(int flag, const QPoint& where) {

@@ -6,8 +6,6 @@ namespace kolvane::window {
 
 /// `Toolbar3`, upright beside the command list: run control, file and edit commands of the list.
 class ScriptToolbar final : public KeyToolbar {
-  Q_OBJECT
-
  public:
   explicit ScriptToolbar(QWidget* parent = nullptr);
 

@@ -1,11 +1,10 @@
 #include "window/script_view.h"
 
 #include <QCoreApplication>
-#include <fstream>
-#include <sstream>
 #include <utility>
 
 #include "base/number.h"
+#include "base/read_file.h"
 #include "help/rtf_reader.h"
 #include "help/rtf_texts.h"
 #include "script/texts.h"
@@ -60,7 +59,7 @@ ScriptView::ScriptView(ScriptParts parts, ScriptSurroundings surroundings, Scrip
       files_(core_.list, around_.dialogs, around_.prompt),
       toolbar_(toolbar),
       grid_(new script::CommandGrid(core_.list)) {
-  connect(toolbar_, &KeyToolbar::ButtonClick, this, &ScriptView::Toolbar3ButtonClick);
+  ConnectButtons();
   ShowRecording();
   since_events_.start();
 }
@@ -80,24 +79,22 @@ void ScriptView::Yield() {
   since_events_.start();
 }
 
-void ScriptView::Toolbar3ButtonClick(const QString& key) {
-  const std::pair<const char*, std::function<void()>> actions[] = {
-      {"TB_PLAY", [this] { Play(); }},
-      {"TB_SINGLESTEP", [this] { SingleStep(); }},
-      {"TB_STOP", [this] { core_.runner.Stop(); }},
-      {"TB_BREAK", [this] { core_.runner.Break(); }},
-      {"TB_RECORD", [this] { ToggleRecording(); }},
-      {"TB_NEWSCRIPT", [this] { files_.New(); }},
-      {"TB_OPENSCRIPT", [this] { files_.Open(); }},
-      {"TB_SAVESCRIPT", [this] { files_.Save(); }},
-      {"TB_CUT", [this] { grid_->cut(); }},
-      {"TB_COPY", [this] { grid_->copy(); }},
-      {"TB_PASTE", [this] { grid_->paste(); }},
-      {"TB_SPECIALCOMMANDS", [this] { ShowSpecialCommands(); }},
+void ScriptView::ConnectButtons() {
+  const auto on = [this](const char* key, std::function<void()> event) {
+    around_.prompt.OnTrigger(toolbar_->Button(key), std::move(event));
   };
-  for (const auto& [name, action] : actions) {
-    if (key == QLatin1String(name)) return around_.prompt.Guard(action);
-  }
+  on("TB_PLAY", [this] { Play(); });
+  on("TB_SINGLESTEP", [this] { SingleStep(); });
+  on("TB_STOP", [this] { core_.runner.Stop(); });
+  on("TB_BREAK", [this] { core_.runner.Break(); });
+  on("TB_RECORD", [this] { ToggleRecording(); });
+  on("TB_NEWSCRIPT", [this] { files_.New(); });
+  on("TB_OPENSCRIPT", [this] { files_.Open(); });
+  on("TB_SAVESCRIPT", [this] { files_.Save(); });
+  on("TB_CUT", [this] { grid_->cut(); });
+  on("TB_COPY", [this] { grid_->copy(); });
+  on("TB_PASTE", [this] { grid_->paste(); });
+  on("TB_SPECIALCOMMANDS", [this] { ShowSpecialCommands(); });
 }
 
 void ScriptView::Play() {
@@ -127,11 +124,10 @@ void ScriptView::ShowRecording() {
 
 void ScriptView::ShowSpecialCommands() {
   const std::string path = around_.folder + kReference;
-  std::ifstream file(path, std::ios::binary);
-  std::ostringstream bytes;
-  if (!file || !(bytes << file.rdbuf()))
+  std::string bytes;
+  if (base::ReadFile(path, bytes) != 0)
     return around_.prompt.ShowError("Die Datei „" + path + "“ kann nicht gelesen werden");
-  const help::RtfResult read = help::ReadRtf(bytes.str());
+  const help::RtfResult read = help::ReadRtf(bytes);
   if (read.fault == help::RtfFault::kNotRichText)
     return around_.prompt.ShowError(path + ": " + std::string(help::FaultText(read.fault)));
   AppendDocument(around_.pane, read.document);

@@ -57,7 +57,7 @@ class ScriptView final : public QObject, private script::RunHost {
   void LockGUI(bool flag) override { around_.lock_gui(flag); }
   void Yield() override;
 
-  void Toolbar3ButtonClick(const QString& key);
+  void ConnectButtons();
   void Play();
   void SingleStep();
   void AfterRun();
