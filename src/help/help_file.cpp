@@ -2,12 +2,11 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <system_error>
 #include <utility>
 
 #include "base/folding.h"
+#include "base/read_file.h"
 #include "help/html.h"
 #include "help/topic_table.h"
 #include "help/widget_topics.h"
@@ -50,12 +49,9 @@ HelpFile::HelpFile(std::unique_ptr<ChmArchive> archive)
 
 std::unique_ptr<HelpFile> HelpFile::Open(const std::string& path) {
   std::error_code error;
-  if (!fs::is_regular_file(path, error)) return nullptr;
-  const std::uintmax_t size = fs::file_size(path, error);
-  if (error || size > kMaxFile) return nullptr;
-  std::ifstream file(path, std::ios::binary);
-  std::string bytes(static_cast<std::size_t>(size), '\0');
-  if (!file.read(bytes.data(), static_cast<std::streamsize>(size))) return nullptr;
+  if (fs::file_size(path, error) > kMaxFile || error) return nullptr;
+  std::string bytes;
+  if (base::ReadFile(path, bytes) != 0) return nullptr;
   return FromBytes(std::move(bytes));
 }
 
