@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/fake_prompt.h"
 #include "device/device_io.h"
 #include "fuzz/stream_library.h"
 #include "terminal/connect_bench.h"
@@ -43,7 +44,7 @@ struct SessionRig {
                       clock,        listener,   [] { return std::string("20.11.2026 08:05:09"); }};
   terminal::FakePane pane;
   terminal::FakeLog log;
-  terminal::FakePrompt prompt;
+  base::FakePrompt prompt;
   terminal::FakeConnectionView view;
   terminal::Output output{state.output, pane, log};
   terminal::ConnectCommands connect{io,

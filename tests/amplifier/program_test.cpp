@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "amplifier/descriptor.h"
+#include "base/temp_folder.h"
 #include "client.h"
 
 namespace kolvane::amplifier {
@@ -99,17 +100,15 @@ TEST(Program, AnnouncesItsPortAndEndsOnSignals) {
 }
 
 TEST(Program, AnnouncesItsLinkAndRemovesIt) {
-  std::string folder = testing::TempDir() + "amplifier_XXXXXX";
-  ASSERT_NE(mkdtemp(folder.data()), nullptr);
-  const std::string link = folder + "/amp";
+  const base::TempFolder folder;
+  const std::string link = folder.Path("amp");
   Program program({"--pty", link, "--tcp", "0", "--echo"});
   EXPECT_NE(PortIn(program.OutputLine()), 0);
   EXPECT_EQ(program.OutputLine(), "pty ready at " + link);
   EXPECT_EQ(Client::Pty(link).Ask("hello"), "hello");
   program.Signal(SIGTERM);
   EXPECT_EQ(program.Wait(), 0);
-  EXPECT_TRUE(std::filesystem::is_empty(folder));
-  std::filesystem::remove(folder);
+  EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
 }
 
 TEST(Program, EndsWithItsParent) {

@@ -8,6 +8,7 @@
 #include <system_error>
 
 #include "amplifier/server_thread.h"
+#include "base/temp_folder.h"
 #include "client.h"
 
 namespace kolvane::amplifier {
@@ -17,18 +18,10 @@ namespace fs = std::filesystem;
 
 class PtyTest : public testing::Test {
  protected:
-  void SetUp() override {
-    std::string pattern = testing::TempDir() + "amplifier_XXXXXX";
-    ASSERT_NE(mkdtemp(pattern.data()), nullptr);
-    folder_ = pattern;
-    link_ = (folder_ / "amp").string();
-  }
-  void TearDown() override { fs::remove_all(folder_); }
-
   bool LinkExists() const { return fs::is_symlink(fs::symlink_status(link_)); }
 
-  fs::path folder_;
-  std::string link_;
+  const base::TempFolder folder_;
+  const std::string link_ = folder_.Path("amp");
 };
 
 TEST_F(PtyTest, AnswersThoughTheTerminalComesAndGoes) {
@@ -64,7 +57,7 @@ TEST_F(PtyTest, RemovesTheLinkAtTheEnd) {
     EXPECT_TRUE(LinkExists());
   }
   EXPECT_FALSE(LinkExists());
-  EXPECT_TRUE(fs::is_empty(folder_));
+  EXPECT_TRUE(fs::is_empty(folder_.path()));
 }
 
 TEST_F(PtyTest, ReplacesAStaleLink) {

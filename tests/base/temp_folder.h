@@ -30,7 +30,14 @@ class TempFolder {
   TempFolder(const TempFolder&) = delete;
   TempFolder& operator=(const TempFolder&) = delete;
 
+  const std::string& path() const { return path_; }
   std::string Path(const std::string& name) const { return path_ + "/" + name; }
+
+  void Write(const std::string& name, const std::string& bytes) const { WriteBytes(Path(name), bytes); }
+  /// What the file holds; "(no file)" where there is none.
+  std::string Read(const std::string& name) const {
+    return std::filesystem::exists(Path(name)) ? ReadBytes(Path(name)) : "(no file)";
+  }
 
   /// Names of all files in it, sorted.
   std::vector<std::string> Names() const {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "base/fake_prompt.h"
 #include "base/temp_folder.h"
 #include "component/memory_store.h"
 #include "device/fake_port_library.h"
@@ -46,7 +47,7 @@ class UnloadTest : public testing::Test {
   device::FakePortLibrary library_;
   device::FakePortLibrarySource source_{&library_};
   terminal::FakePane pane_;
-  terminal::FakePrompt prompt_;
+  base::FakePrompt prompt_;
   NoView view_;
   std::shared_ptr<device::RecordingHost> host_ = std::make_shared<device::RecordingHost>();
   terminal::TerminalCore core_{

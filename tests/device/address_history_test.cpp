@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include "base/temp_folder.h"
 #include "device/folder_file.h"
 #include "device/modem_script_file.h"
-#include "temporary_folder.h"
 
 namespace kolvane::device {
 namespace {
@@ -13,7 +13,7 @@ namespace {
 using Lines = AddressHistory;
 
 TEST(IpHistory, SkipsLinesThatAreExactlyZeroOrOne) {
-  const TemporaryFolder folder;
+  const base::TempFolder folder;
   folder.Write("IPADDR.INI", "0\r\n1\r\n10.0.0.5\r\n");
   EXPECT_EQ(LoadIpHistory(folder.path()), Lines{"10.0.0.5"});
   folder.Write("IPADDR.INI", " 0\r\n00\r\n10\r\n1 \r\n");
@@ -21,41 +21,41 @@ TEST(IpHistory, SkipsLinesThatAreExactlyZeroOrOne) {
 }
 
 TEST(UsbHistory, SkipsNothing) {
-  const TemporaryFolder folder;
+  const base::TempFolder folder;
   folder.Write("USBADDR.INI", "0\r\n\r\n1\r\nSN 7\r\n");
   EXPECT_EQ(LoadUsbHistory(folder.path()), (Lines{"0", "", "1", "SN 7"}));
 }
 
 TEST(Histories, KeepEmptyLines) {
-  const TemporaryFolder folder;
+  const base::TempFolder folder;
   folder.Write("IPADDR.INI", "\r\na\r\n\r\n");
   EXPECT_EQ(LoadIpHistory(folder.path()), (Lines{"", "a", ""}));
 }
 
 TEST(Histories, TakeEveryKindOfLineEndAndALastLineWithoutOne) {
-  const TemporaryFolder folder;
+  const base::TempFolder folder;
   folder.Write("USBADDR.INI", "a\nb\rc\r\nd");
   EXPECT_EQ(LoadUsbHistory(folder.path()), (Lines{"a", "b", "c", "d"}));
 }
 
 TEST(Histories, AreEmptyWithoutAFile) {
-  const TemporaryFolder folder;
+  const base::TempFolder folder;
   EXPECT_TRUE(LoadIpHistory(folder.path()).empty());
   EXPECT_TRUE(LoadUsbHistory(folder.path()).empty());
   EXPECT_EQ(LoadModemScript(folder.path()), "");
-  EXPECT_TRUE(LoadIpHistory(folder / "none").empty());
+  EXPECT_TRUE(LoadIpHistory(folder.Path("none")).empty());
 }
 
 TEST(Histories, DoNotReadWhatIsNoRegularFile) {
-  const TemporaryFolder folder;
-  std::filesystem::create_directory(folder / "USBADDR.INI");
+  const base::TempFolder folder;
+  std::filesystem::create_directory(folder.Path("USBADDR.INI"));
   EXPECT_TRUE(LoadUsbHistory(folder.path()).empty());
-  ASSERT_EQ(mkfifo((folder / "IPADDR.INI").c_str(), 0600), 0);
+  ASSERT_EQ(mkfifo((folder.Path("IPADDR.INI")).c_str(), 0600), 0);
   EXPECT_TRUE(LoadIpHistory(folder.path()).empty());
 }
 
 TEST(Histories, AreWrittenLineByLineInOrder) {
-  const TemporaryFolder folder;
+  const base::TempFolder folder;
   folder.Write("IPADDR.INI", "old\r\nlonger than what follows\r\n");
   SaveIpHistory(folder.path(), {"b", "", "a"});
   SaveUsbHistory(folder.path(), {});
@@ -64,7 +64,7 @@ TEST(Histories, AreWrittenLineByLineInOrder) {
 }
 
 TEST(Histories, AreWindows1252) {
-  const TemporaryFolder folder;
+  const base::TempFolder folder;
   folder.Write("USBADDR.INI", "Ger\xE4t \x80\r\n");
   EXPECT_EQ(LoadUsbHistory(folder.path()), Lines{"Gerät €"});
   SaveUsbHistory(folder.path(), {"Größe", "→"});
@@ -74,7 +74,7 @@ TEST(Histories, AreWindows1252) {
 }
 
 TEST(Histories, HoldManyEntries) {
-  const TemporaryFolder folder;
+  const base::TempFolder folder;
   Lines many;
   for (int i = 0; i < 10000; ++i) many.push_back("10.0.0." + std::to_string(i));
   SaveIpHistory(folder.path(), many);
@@ -82,11 +82,11 @@ TEST(Histories, HoldManyEntries) {
 }
 
 TEST(Histories, StayQuietWhereNothingCanBeWritten) {
-  const TemporaryFolder folder;
-  SaveIpHistory(folder / "none", {"a"});
-  std::filesystem::create_directory(folder / "IPADDR.INI");
+  const base::TempFolder folder;
+  SaveIpHistory(folder.Path("none"), {"a"});
+  std::filesystem::create_directory(folder.Path("IPADDR.INI"));
   SaveIpHistory(folder.path(), {"a"});
-  EXPECT_TRUE(std::filesystem::is_directory(folder / "IPADDR.INI"));
+  EXPECT_TRUE(std::filesystem::is_directory(folder.Path("IPADDR.INI")));
 }
 
 TEST(Remember, AddsWhatIsNewAtTheEnd) {
@@ -114,13 +114,13 @@ TEST(Remember, DoesNotGrowByWhatTheFileCannotHold) {
 }
 
 TEST(ModemScript, IsReadWithoutItsBlankLines) {
-  const TemporaryFolder folder;
+  const base::TempFolder folder;
   folder.Write("MODEM.INI", "\r\nATZ\r\n\r\n\r\nATDT 0815\r\n");
   EXPECT_EQ(LoadModemScript(folder.path()), "ATZ\r\nATDT 0815");
 }
 
 TEST(ModemScript, IsWrittenWithOneLineEndBehindIt) {
-  const TemporaryFolder folder;
+  const base::TempFolder folder;
   SaveModemScript(folder.path(), "ATZ\r\n\r\nATDT");
   EXPECT_EQ(folder.Read("MODEM.INI"), "ATZ\r\n\r\nATDT\r\n");
   SaveModemScript(folder.path(), "");
@@ -129,8 +129,8 @@ TEST(ModemScript, IsWrittenWithOneLineEndBehindIt) {
 }
 
 TEST(FolderFile, MatchesWithoutRegardToLetterCase) {
-  const TemporaryFolder folder;
-  EXPECT_EQ(FolderFile(folder.path(), "IPADDR.INI"), folder / "IPADDR.INI");
+  const base::TempFolder folder;
+  EXPECT_EQ(FolderFile(folder.path(), "IPADDR.INI"), folder.Path("IPADDR.INI"));
   folder.Write("ipaddr.ini", "x\r\n");
   EXPECT_EQ(LoadIpHistory(folder.path()), Lines{"x"});
   SaveIpHistory(folder.path(), {"y"});
@@ -139,12 +139,12 @@ TEST(FolderFile, MatchesWithoutRegardToLetterCase) {
 }
 
 TEST(FolderFile, PrefersTheExactNameThenTheFirst) {
-  const TemporaryFolder folder;
+  const base::TempFolder folder;
   folder.Write("ipaddr.ini", "");
   folder.Write("Ipaddr.ini", "");
-  EXPECT_EQ(FolderFile(folder.path(), "IPADDR.INI"), folder / "Ipaddr.ini");
+  EXPECT_EQ(FolderFile(folder.path(), "IPADDR.INI"), folder.Path("Ipaddr.ini"));
   folder.Write("IPADDR.INI", "");
-  EXPECT_EQ(FolderFile(folder.path(), "IPADDR.INI"), folder / "IPADDR.INI");
+  EXPECT_EQ(FolderFile(folder.path(), "IPADDR.INI"), folder.Path("IPADDR.INI"));
 }
 
 }  // namespace

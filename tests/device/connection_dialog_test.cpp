@@ -15,9 +15,9 @@
 #include <cstdlib>
 #include <memory>
 
+#include "base/fake_prompt.h"
+#include "base/temp_folder.h"
 #include "fake_port_library.h"
-#include "recording_prompt.h"
-#include "temporary_folder.h"
 
 namespace kolvane::device {
 namespace {
@@ -66,8 +66,8 @@ class ConnectionDialogTest : public testing::Test {
   DeviceState state_;
   FakePortLibrary library_;
   FakePortLibrarySource source_{&library_};
-  RecordingPrompt prompt_;
-  TemporaryFolder folder_;
+  base::FakePrompt prompt_;
+  base::TempFolder folder_;
   std::unique_ptr<ConnectionDialog> dialog_;
 };
 

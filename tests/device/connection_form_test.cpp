@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "temporary_folder.h"
+#include "base/temp_folder.h"
 
 namespace kolvane::device {
 namespace {
@@ -42,7 +42,7 @@ TEST(LoadForm, ShowsTheStoredConnection) {
 }
 
 TEST(LoadForm, ReadsHistoriesAndScript) {
-  const TemporaryFolder folder;
+  const base::TempFolder folder;
   folder.Write("IPADDR.INI", "0\r\nhost\r\n");
   folder.Write("USBADDR.INI", "0\r\n");
   folder.Write("MODEM.INI", "ATZ\r\n\r\nATDT\r\n");

@@ -4,15 +4,15 @@
 #include <random>
 
 #include "base/codepage.h"
+#include "base/fake_prompt.h"
 #include "base/in_child.h"
 #include "base/nobody.h"
 #include "base/small_disk.h"
 #include "base/small_files.h"
+#include "base/temp_folder.h"
 #include "device/address_history.h"
 #include "device/connection_form.h"
 #include "device/modem_script_file.h"
-#include "recording_prompt.h"
-#include "temporary_folder.h"
 
 namespace kolvane::device {
 namespace {
@@ -20,15 +20,8 @@ namespace {
 namespace fs = std::filesystem;
 using Lines = AddressHistory;
 
-std::vector<std::string> NamesIn(const TemporaryFolder& folder) {
-  std::vector<std::string> names;
-  for (const auto& entry : fs::directory_iterator(folder.path())) names.push_back(entry.path().filename());
-  std::sort(names.begin(), names.end());
-  return names;
-}
-
 TEST(HistoryEdges, EveryByteButTheLineEndsComesBack) {
-  const TemporaryFolder folder;
+  const base::TempFolder folder;
   std::string bytes;
   for (int i = 0; i < 256; ++i) {
     if (i != '\r' && i != '\n') bytes += static_cast<char>(i);
@@ -37,13 +30,13 @@ TEST(HistoryEdges, EveryByteButTheLineEndsComesBack) {
   folder.Write("USBADDR.INI", bytes);
   const Lines lines = LoadUsbHistory(folder.path());
   ASSERT_EQ(lines.size(), 1u);
-  fs::remove(folder / "USBADDR.INI");
+  fs::remove(folder.Path("USBADDR.INI"));
   SaveUsbHistory(folder.path(), lines);
   EXPECT_EQ(folder.Read("USBADDR.INI"), bytes);
 }
 
 TEST(HistoryEdges, WhatIsLoadedAndSavedStaysTheSameFromThenOn) {
-  const TemporaryFolder folder;
+  const base::TempFolder folder;
   std::mt19937 random(1);
   for (int round = 0; round < 40; ++round) {
     std::string bytes;
@@ -65,13 +58,13 @@ TEST(HistoryEdges, WhatIsLoadedAndSavedStaysTheSameFromThenOn) {
 }
 
 TEST(HistoryEdges, ZeroAndOneAreSkippedAtEveryPlaceAndWithoutALineEnd) {
-  const TemporaryFolder folder;
+  const base::TempFolder folder;
   folder.Write("IPADDR.INI", "1\r\na\r\n0\r\n\r\n0\r\n+1\r\n0x\r\n1");
   EXPECT_EQ(LoadIpHistory(folder.path()), (Lines{"a", "", "+1", "0x"}));
 }
 
 TEST(HistoryEdges, ALastLineIsOneWithAndWithoutItsEndAndAnEmptyFileHasNone) {
-  const TemporaryFolder folder;
+  const base::TempFolder folder;
   folder.Write("USBADDR.INI", "a\r\n");
   EXPECT_EQ(LoadUsbHistory(folder.path()), Lines{"a"});
   folder.Write("USBADDR.INI", "a\r");
@@ -83,7 +76,7 @@ TEST(HistoryEdges, ALastLineIsOneWithAndWithoutItsEndAndAnEmptyFileHasNone) {
 }
 
 TEST(HistoryEdges, ALineMayBeLongAndThereMayBeMany) {
-  const TemporaryFolder folder;
+  const base::TempFolder folder;
   const std::string line(1024 * 1024, 'x');
   SaveUsbHistory(folder.path(), {line, "b"});
   EXPECT_TRUE(LoadUsbHistory(folder.path()) == (Lines{line, "b"}));
@@ -96,7 +89,7 @@ TEST(HistoryEdges, ALineMayBeLongAndThereMayBeMany) {
 }
 
 TEST(HistoryEdges, AScriptOfBlankLinesAloneIsEmpty) {
-  const TemporaryFolder folder;
+  const base::TempFolder folder;
   folder.Write("MODEM.INI", "\r\n\r\n\n\r");
   EXPECT_EQ(LoadModemScript(folder.path()), "");
   folder.Write("MODEM.INI", " \r\n\t\r\nATZ");
@@ -104,65 +97,65 @@ TEST(HistoryEdges, AScriptOfBlankLinesAloneIsEmpty) {
 }
 
 TEST(HistoryEdges, AFileThatMayNotBeReadIsEmptyAndStays) {
-  const TemporaryFolder folder;
+  const base::TempFolder folder;
   folder.Write("IPADDR.INI", "a\r\n");
   fs::permissions(folder.path(), fs::perms::all);
-  fs::permissions(folder / "IPADDR.INI", fs::perms::none);
+  fs::permissions(folder.Path("IPADDR.INI"), fs::perms::none);
   {
     const base::Nobody nobody;
     EXPECT_TRUE(LoadIpHistory(folder.path()).empty());
     SaveIpHistory(folder.path(), {"b"});
   }
-  fs::permissions(folder / "IPADDR.INI", fs::perms(0600));
+  fs::permissions(folder.Path("IPADDR.INI"), fs::perms(0600));
   EXPECT_EQ(folder.Read("IPADDR.INI"), "a\r\n");
 }
 
 TEST(HistoryEdges, ALinkStaysALink) {
-  const TemporaryFolder folder;
+  const base::TempFolder folder;
   folder.Write("elsewhere", "a\r\n");
-  fs::create_symlink("elsewhere", folder / "IPADDR.INI");
+  fs::create_symlink("elsewhere", folder.Path("IPADDR.INI"));
   SaveIpHistory(folder.path(), {"b"});
-  EXPECT_TRUE(fs::is_symlink(folder / "IPADDR.INI"));
+  EXPECT_TRUE(fs::is_symlink(folder.Path("IPADDR.INI")));
   EXPECT_EQ(folder.Read("elsewhere"), "b\r\n");
 }
 
 TEST(HistoryEdges, AFileSizeLimitLeavesTheOldFile) {
-  const TemporaryFolder folder;
+  const base::TempFolder folder;
   SaveIpHistory(folder.path(), {"a"});
   {
     const base::SmallFiles small(10);
     SaveIpHistory(folder.path(), {"longer than the limit"});
   }
   EXPECT_EQ(folder.Read("IPADDR.INI"), "a\r\n");
-  EXPECT_EQ(NamesIn(folder), std::vector<std::string>{"IPADDR.INI"});
+  EXPECT_EQ(folder.Names(), std::vector<std::string>{"IPADDR.INI"});
 }
 
 TEST(HistoryEdges, AFullDiskLeavesTheOldFile) {
-  const TemporaryFolder folder;
+  const base::TempFolder folder;
   const bool mounted = base::OnSmallDisk(folder.path(), [&] {
     SaveIpHistory(folder.path(), {"a"});
     SaveModemScript(folder.path(), "ATZ");
-    base::FillDisk(folder / "filler", 0);
+    base::FillDisk(folder.Path("filler"), 0);
     SaveIpHistory(folder.path(), {"b"});
     SaveModemScript(folder.path(), "ATDT");
     EXPECT_EQ(LoadIpHistory(folder.path()), Lines{"a"});
     EXPECT_EQ(LoadModemScript(folder.path()), "ATZ");
-    EXPECT_EQ(NamesIn(folder), (std::vector<std::string>{"IPADDR.INI", "MODEM.INI", "filler"}));
+    EXPECT_EQ(folder.Names(), (std::vector<std::string>{"IPADDR.INI", "MODEM.INI", "filler"}));
   });
   if (!mounted) GTEST_SKIP() << "this user may not mount a small disk";
 }
 
 // What a start in operating mode 2 does with the stored connection.
-void Start(const TemporaryFolder& folder, const std::string& ip_address) {
+void Start(const base::TempFolder& folder, const std::string& ip_address) {
   ConnectionParameters parameters;
   parameters.port_option = 8;
   parameters.ip_address = ip_address;
-  RecordingPrompt prompt;
+  base::FakePrompt prompt;
   ConfirmStoredConnection(parameters, folder.path(), prompt);
 }
 
 TEST(HistoryEdges, AStartBringsTheFilesIntoForm) {
-  const TemporaryFolder folder;
+  const base::TempFolder folder;
   folder.Write("IPADDR.INI", "0\n10.0.0.5\n1\n");
   folder.Write("USBADDR.INI", "1\nSN");
   folder.Write("MODEM.INI", "\n\nATZ\n\nATDT\n");
@@ -173,7 +166,7 @@ TEST(HistoryEdges, AStartBringsTheFilesIntoForm) {
 }
 
 TEST(HistoryEdges, AStartMakesTheFilesThatAreMissing) {
-  const TemporaryFolder folder;
+  const base::TempFolder folder;
   Start(folder, "10.0.0.6");
   EXPECT_EQ(folder.Read("IPADDR.INI"), "10.0.0.6\r\n");
   EXPECT_EQ(folder.Read("USBADDR.INI"), "");
@@ -181,7 +174,7 @@ TEST(HistoryEdges, AStartMakesTheFilesThatAreMissing) {
 }
 
 TEST(HistoryEdges, TerminalsThatStartAtOnceLeaveAWholeFile) {
-  const TemporaryFolder folder;
+  const base::TempFolder folder;
   for (int round = 0; round < 20; ++round) {
     folder.Write("IPADDR.INI", "first\r\nsecond\r\n");
     int start[2];
@@ -207,7 +200,7 @@ TEST(HistoryEdges, TerminalsThatStartAtOnceLeaveAWholeFile) {
     EXPECT_EQ(Lines(lines.begin(), lines.begin() + 2), (Lines{"first", "second"}));
     for (auto line = lines.begin() + 2; line != lines.end(); ++line)
       EXPECT_EQ(*line, std::string(2000, line->front()));
-    EXPECT_EQ(NamesIn(folder), (std::vector<std::string>{"IPADDR.INI", "MODEM.INI", "USBADDR.INI"}));
+    EXPECT_EQ(folder.Names(), (std::vector<std::string>{"IPADDR.INI", "MODEM.INI", "USBADDR.INI"}));
   }
 }
 

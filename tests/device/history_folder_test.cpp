@@ -7,9 +7,9 @@
 #include <cstdlib>
 #include <thread>
 
+#include "base/temp_folder.h"
 #include "device/address_history.h"
 #include "device/modem_script_file.h"
-#include "temporary_folder.h"
 
 namespace kolvane::device {
 namespace {
@@ -18,7 +18,7 @@ namespace {
 class HistoryFolderTest : public testing::Test {
  protected:
   HistoryFolderTest() {
-    for (const TemporaryFolder* folder : {&component_, &data_})
+    for (const base::TempFolder* folder : {&component_, &data_})
       std::filesystem::permissions(folder->path(), std::filesystem::perms::all);
     setenv("XDG_DATA_HOME", data_.path().c_str(), 1);
   }
@@ -35,13 +35,13 @@ class HistoryFolderTest : public testing::Test {
   }
 
   const bool root_ = geteuid() == 0;
-  TemporaryFolder component_;
-  TemporaryFolder data_;
+  base::TempFolder component_;
+  base::TempFolder data_;
 };
 
 TEST_F(HistoryFolderTest, IsTheComponentsWhereThatCanBeWritten) {
   EXPECT_EQ(HistoryFolder(component_.path()), component_.path());
-  EXPECT_FALSE(std::filesystem::exists(data_ / "Kolvane"));
+  EXPECT_FALSE(std::filesystem::exists(data_.Path("Kolvane")));
 }
 
 TEST_F(HistoryFolderTest, IsTheUsersFilledFromTheComponentsOtherwise) {
@@ -49,7 +49,7 @@ TEST_F(HistoryFolderTest, IsTheUsersFilledFromTheComponentsOtherwise) {
   component_.Write("MODEM.INI", "ATZ\r\n");
   LockComponent();
   const std::string folder = HistoryFolder(component_.path());
-  EXPECT_EQ(folder, data_ / "Kolvane");
+  EXPECT_EQ(folder, data_.Path("Kolvane"));
   EXPECT_EQ(LoadIpHistory(folder), AddressHistory{"10.0.0.5"});
   EXPECT_EQ(LoadModemScript(folder), "ATZ");
   EXPECT_EQ(data_.Read("Kolvane/USBADDR.INI"), "(no file)");
@@ -83,7 +83,7 @@ TEST_F(HistoryFolderTest, OfTerminalsThatStartAtTheSameMomentNoneLosesWhatAnothe
   component_.Write("IPADDR.INI", "10.0.0.5\r\n");
   LockComponent();
   for (int round = 0; round < 20; ++round) {
-    std::filesystem::remove_all(data_ / "Kolvane");
+    std::filesystem::remove_all(data_.Path("Kolvane"));
     std::barrier start(3);
     std::vector<std::thread> fillers;
     for (int i = 0; i < 2; ++i) {
@@ -100,19 +100,19 @@ TEST_F(HistoryFolderTest, OfTerminalsThatStartAtTheSameMomentNoneLosesWhatAnothe
 }
 
 TEST_F(HistoryFolderTest, IsTheUsersForAFolderThatIsNotThere) {
-  EXPECT_EQ(HistoryFolder(component_ / "none"), data_ / "Kolvane");
-  EXPECT_EQ(HistoryFolder(""), data_ / "Kolvane");
+  EXPECT_EQ(HistoryFolder(component_.Path("none")), data_.Path("Kolvane"));
+  EXPECT_EQ(HistoryFolder(""), data_.Path("Kolvane"));
 }
 
 TEST_F(HistoryFolderTest, StandsInTheHomeFolderWithoutADataFolder) {
   const std::string home = std::getenv("HOME") == nullptr ? "" : std::getenv("HOME");
   setenv("HOME", data_.path().c_str(), 1);
   setenv("XDG_DATA_HOME", "relative", 1);
-  EXPECT_EQ(HistoryFolder(component_ / "none"), data_ / ".local/share/Kolvane");
+  EXPECT_EQ(HistoryFolder(component_.Path("none")), data_.Path(".local/share/Kolvane"));
   unsetenv("XDG_DATA_HOME");
-  EXPECT_EQ(HistoryFolder(component_ / "none"), data_ / ".local/share/Kolvane");
+  EXPECT_EQ(HistoryFolder(component_.Path("none")), data_.Path(".local/share/Kolvane"));
   unsetenv("HOME");
-  EXPECT_EQ(HistoryFolder(component_ / "none"), component_ / "none");
+  EXPECT_EQ(HistoryFolder(component_.Path("none")), component_.Path("none"));
   setenv("HOME", home.c_str(), 1);
 }
 

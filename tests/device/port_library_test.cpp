@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "base/temp_folder.h"
 #include "device/lazy_port_library.h"
 #include "device/loaded_port_library.h"
 
@@ -14,19 +15,14 @@ namespace fs = std::filesystem;
 
 class PortLibraryFile : public testing::Test {
  protected:
-  PortLibraryFile() {
-    std::string name = (fs::temp_directory_path() / "kolvane-port-XXXXXX").string();
-    folder = mkdtemp(name.data());
-    unsetenv("KOLVANE_PORT_LIBRARY");
-  }
-  ~PortLibraryFile() override { fs::remove_all(folder); }
+  PortLibraryFile() { unsetenv("KOLVANE_PORT_LIBRARY"); }
 
   static PortLibraryFailure FailureOf(const std::string& path) {
     PortLibraryResult result = LoadPortLibrary(path);
     return std::get<PortLibraryFailure>(result);
   }
 
-  std::string folder;
+  const base::TempFolder folder;
 };
 
 using Kind = PortLibraryFailure::Kind;
@@ -77,14 +73,14 @@ TEST_F(PortLibraryFile, IsRefusedForAMissingFunction) {
 }
 
 TEST_F(PortLibraryFile, IsRefusedWhereThereIsNone) {
-  const PortLibraryFailure failure = FailureOf(folder + "/lib.so");
+  const PortLibraryFailure failure = FailureOf(folder.Path("lib.so"));
   EXPECT_EQ(failure.kind, Kind::kNoFile);
-  EXPECT_EQ(FailureText(failure),
-            "Die Portbibliothek „" + folder + "/lib.so“ kann nicht benutzt werden: Datei nicht gefunden.");
+  EXPECT_EQ(FailureText(failure), "Die Portbibliothek „" + folder.path() +
+                                      "/lib.so“ kann nicht benutzt werden: Datei nicht gefunden.");
 }
 
 TEST_F(PortLibraryFile, IsRefusedForTheSystemsReason) {
-  const std::string path = folder + "/lib.so";
+  const std::string path = folder.Path("lib.so");
   std::ofstream(path) << "no library";
   const PortLibraryFailure failure = FailureOf(path);
   EXPECT_EQ(failure.kind, Kind::kNotLoadable);
@@ -109,21 +105,21 @@ TEST_F(PortLibraryFile, KnowsTheFolderOfCode) {
 }
 
 TEST_F(PortLibraryFile, IsLoadedAtFirstUseAndOnce) {
-  LazyPortLibrary source(folder);
-  fs::create_symlink(KOLVANE_COMPLETE_LIBRARY, folder + "/libdevlnk.so");
+  LazyPortLibrary source(folder.path());
+  fs::create_symlink(KOLVANE_COMPLETE_LIBRARY, folder.Path("libdevlnk.so"));
   PortLibrary* library = source.Library();
   ASSERT_NE(library, nullptr);
-  fs::remove(folder + "/libdevlnk.so");
+  fs::remove(folder.Path("libdevlnk.so"));
   EXPECT_EQ(source.Library(), library);
   EXPECT_EQ(source.Failure(), "");
 }
 
 TEST_F(PortLibraryFile, IsTriedAgainAfterAFailure) {
-  LazyPortLibrary source(folder);
+  LazyPortLibrary source(folder.path());
   EXPECT_EQ(source.Library(), nullptr);
-  EXPECT_EQ(source.Failure(), "Die Portbibliothek „" + folder +
+  EXPECT_EQ(source.Failure(), "Die Portbibliothek „" + folder.path() +
                                   "/libdevlnk.so“ kann nicht benutzt werden: Datei nicht gefunden.");
-  fs::create_symlink(KOLVANE_COMPLETE_LIBRARY, folder + "/libdevlnk.so");
+  fs::create_symlink(KOLVANE_COMPLETE_LIBRARY, folder.Path("libdevlnk.so"));
   EXPECT_NE(source.Library(), nullptr);
   EXPECT_EQ(source.Failure(), "");
 }

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
+#include "base/fake_prompt.h"
+#include "base/temp_folder.h"
 #include "device/connection_form.h"
-#include "recording_prompt.h"
-#include "temporary_folder.h"
 
 namespace kolvane::device {
 namespace {
@@ -212,8 +212,8 @@ class ConfirmTest : public StoreFormTest {
   ~ConfirmTest() override { unsetenv("XDG_DATA_HOME"); }
   void ConfirmStored() { ConfirmStoredConnection(p_, folder_.path(), prompt_); }
 
-  TemporaryFolder folder_;
-  RecordingPrompt prompt_;
+  base::TempFolder folder_;
+  base::FakePrompt prompt_;
 };
 
 TEST_F(ConfirmTest, WritesTheThreeFiles) {

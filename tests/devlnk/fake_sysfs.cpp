@@ -1,19 +1,11 @@
 #include "devlnk/fake_sysfs.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <fstream>
 
 namespace kolvane::devlnk {
 
 namespace fs = std::filesystem;
-
-FakeSysfs::FakeSysfs() {
-  std::string pattern = (fs::temp_directory_path() / "devlnk_sysfs_XXXXXX").string();
-  root_ = mkdtemp(pattern.data());
-}
-
-FakeSysfs::~FakeSysfs() { fs::remove_all(root_); }
 
 void FakeSysfs::AddDevice(const std::string& bus, const std::vector<std::string>& attributes) {
   fs::create_directories(DeviceFolder(bus));

@@ -4,16 +4,13 @@
 #include <string>
 #include <vector>
 
+#include "base/temp_folder.h"
+
 namespace kolvane::devlnk {
 
 /// A folder laid out as the system's record of USB devices is.
 class FakeSysfs {
  public:
-  FakeSysfs();
-  FakeSysfs(const FakeSysfs&) = delete;
-  FakeSysfs& operator=(const FakeSysfs&) = delete;
-  ~FakeSysfs();
-
   /// Attributes as "name=value"; one without value is there, but empty.
   void AddDevice(const std::string& bus, const std::vector<std::string>& attributes);
   /// An interface of the device `bus` and the node's entry in the class; an empty `node` leaves out its
@@ -26,7 +23,8 @@ class FakeSysfs {
   std::filesystem::path DeviceFolder(const std::string& bus) const { return root_ / "devices/usb1" / bus; }
 
  private:
-  std::filesystem::path root_;
+  base::TempFolder folder_;
+  const std::filesystem::path root_ = folder_.path();
 };
 
 }  // namespace kolvane::devlnk

@@ -6,9 +6,9 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <string>
 
+#include "base/temp_folder.h"
 #include "devlnk/node_names.h"
 
 namespace kolvane::devlnk {
@@ -55,18 +55,15 @@ TEST(FindPort, SurvivesDamage) {
 class NodeNames : public testing::Test {
  protected:
   void SetUp() override {
-    std::string pattern = (std::filesystem::temp_directory_path() / "devlnk_ports_XXXXXX").string();
-    folder_ = mkdtemp(pattern.data());
-    std::filesystem::create_directories(folder_ + "/Kolvane");
-    setenv("XDG_CONFIG_HOME", folder_.c_str(), 1);
+    std::filesystem::create_directories(folder_.Path("Kolvane"));
+    setenv("XDG_CONFIG_HOME", folder_.path().c_str(), 1);
     for (const char* name : {"KOLVANE_COM1", "KOLVANE_COM2", "KOLVANE_LPT1", "KOLVANE_LPT2", "KOLVANE_GPIB"})
       unsetenv(name);
   }
-  void TearDown() override { std::filesystem::remove_all(folder_); }
-  std::string Path() const { return folder_ + "/Kolvane/ports.ini"; }
-  void WriteFile(const std::string& text) { std::ofstream(Path(), std::ios::binary) << text; }
+  std::string Path() const { return folder_.Path("Kolvane/ports.ini"); }
+  void WriteFile(const std::string& text) { base::WriteBytes(Path(), text); }
 
-  std::string folder_;
+  const base::TempFolder folder_;
 };
 
 TEST_F(NodeNames, HaveDefaults) {
@@ -90,9 +87,9 @@ TEST_F(NodeNames, ComeFromTheFileAndBeforeThatFromTheEnvironment) {
 }
 
 TEST_F(NodeNames, ComeFromTheHomeFolderWithoutAnAbsoluteConfigFolder) {
-  std::filesystem::create_directories(folder_ + "/.config/Kolvane");
-  std::ofstream(folder_ + "/.config/Kolvane/ports.ini") << "[PORTS]\nCOM2=/dev/home\n";
-  setenv("HOME", folder_.c_str(), 1);
+  std::filesystem::create_directories(folder_.Path(".config/Kolvane"));
+  folder_.Write(".config/Kolvane/ports.ini", "[PORTS]\nCOM2=/dev/home\n");
+  setenv("HOME", folder_.path().c_str(), 1);
   for (const char* useless : {"", "relative"}) {
     setenv("XDG_CONFIG_HOME", useless, 1);
     EXPECT_EQ(NodeFor("COM2"), "/dev/home");

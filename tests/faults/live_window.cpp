@@ -1,12 +1,11 @@
 #include "faults/live_window.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QComboBox>
-#include <QMessageBox>
 #include <QPushButton>
 #include <cstdlib>
 
+#include "base/temp_folder.h"
 #include "terminal/ui/output_pane.h"
 
 namespace kolvane::faults {
@@ -32,13 +31,7 @@ LiveWindow::LiveWindow(Port port, Fault fault)
   terminal_.shown.timeout = kPatienceMs;
   window_.Load();
   window_.show();
-  QObject::connect(&watch_, &QTimer::timeout, &window_, [this] {
-    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-    if (box == nullptr) return;
-    boxes_.push_back(box->text().toStdString());
-    box->accept();
-  });
-  watch_.start(0);
+  boxes_.Start();
 }
 
 LiveWindow::~LiveWindow() {
@@ -82,6 +75,12 @@ std::string LiveWindow::NewLines() {
     lines << Masked(line);
   shown_ = text.size();
   return lines.join(QLatin1Char('|')).toStdString();
+}
+
+std::vector<std::string> LiveWindow::boxes() const {
+  std::vector<std::string> texts;
+  for (const QString& text : boxes_.texts()) texts.push_back(text.toStdString());
+  return texts;
 }
 
 void LiveWindow::Play(const std::string& rows) {

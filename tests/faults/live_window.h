@@ -1,12 +1,13 @@
 #pragma once
 
 #include <QString>
-#include <QTimer>
 #include <string>
 #include <vector>
 
+#include "base/temp_folder.h"
 #include "device/lazy_port_library.h"
 #include "faults/faulty_instrument.h"
+#include "gui/box_answers.h"
 #include "window/main_window.h"
 
 namespace kolvane::faults {
@@ -31,7 +32,7 @@ class LiveWindow {
   /// date and device as <+> and <->.
   std::string NewLines();
   /// The texts of the message boxes so far, each of which was taken down.
-  const std::vector<std::string>& boxes() const { return boxes_; }
+  std::vector<std::string> boxes() const;
   bool connected() const { return device_.connected; }
   void Play(const std::string& rows);
 
@@ -47,8 +48,7 @@ class LiveWindow {
   script::ScriptState script_;
   device::LazyPortLibrary library_{""};
   window::MainWindow window_;
-  QTimer watch_;
-  std::vector<std::string> boxes_;
+  gui::BoxAnswers boxes_;
   qsizetype shown_ = 0;
 };
 

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "amplifier/server_thread.h"
+#include "base/fake_prompt.h"
 #include "device/lazy_port_library.h"
 #include "terminal/receive_controls.h"
 #include "terminal/session_fakes.h"
@@ -41,7 +42,7 @@ class LiveTerminal {
   device::LazyPortLibrary library;
   terminal::FakePane pane;
   terminal::FakeLog log;
-  terminal::FakePrompt prompt;
+  base::FakePrompt prompt;
   QuietView view;
   terminal::TerminalCore core;
   terminal::ReceiveControls controls;

@@ -2,8 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "base/fake_prompt.h"
+#include "base/temp_folder.h"
 #include "script/list_text.h"
-#include "script/temp_folder.h"
 #include "script/texts.h"
 #include "terminal/session_fakes.h"
 
@@ -31,17 +32,17 @@ class CommandFileMenuTest : public testing::Test {
  protected:
   std::string Status() const { return texts::ListStatus(list.file_name(), list.left_out()); }
 
-  TempFolder folder;
+  base::TempFolder folder;
   std::string file = folder.Path("a.CMD");
   RunFlags run;
   CommandList list{&run};
   FakeDialogs dialogs;
-  terminal::FakePrompt prompt;
+  base::FakePrompt prompt;
   CommandFileMenu menu{list, dialogs, prompt};
 };
 
 TEST_F(CommandFileMenuTest, OpensTheChosenFile) {
-  WriteBytes(file, "A\r\nB\r\n");
+  base::WriteBytes(file, "A\r\nB\r\n");
   dialogs.answer = file;
   menu.Open();
   EXPECT_EQ(ListText(list), ">A|B");
@@ -61,13 +62,13 @@ TEST_F(CommandFileMenuTest, ShowsWhyAFileCannotBeOpened) {
 }
 
 TEST_F(CommandFileMenuTest, SavesUnderTheCurrentName) {
-  WriteBytes(file, "A\r\n");
+  base::WriteBytes(file, "A\r\n");
   menu.OpenFile(file);
   list.SetText(2, "B");
   EXPECT_TRUE(list.modified());
   menu.Save();
   EXPECT_FALSE(list.modified());
-  EXPECT_EQ(ReadBytes(file).substr(0, 10), "A\r\nB\r\n\r\n\r\n");
+  EXPECT_EQ(base::ReadBytes(file).substr(0, 10), "A\r\nB\r\n\r\n\r\n");
   EXPECT_EQ(dialogs.calls, Calls{});
 }
 
@@ -79,7 +80,7 @@ TEST_F(CommandFileMenuTest, SavesANewListUnderANameForThisOnce) {
   dialogs.answer = file;
   list.SetText(1, "B");
   menu.Save();
-  EXPECT_EQ(ReadBytes(file).size(), 1024 * 2 + 1u);
+  EXPECT_EQ(base::ReadBytes(file).size(), 1024 * 2 + 1u);
   EXPECT_EQ(Status(), "Befehlsliste: Unbenannt");
   EXPECT_FALSE(list.modified());
   menu.Save();
@@ -87,7 +88,7 @@ TEST_F(CommandFileMenuTest, SavesANewListUnderANameForThisOnce) {
 }
 
 TEST_F(CommandFileMenuTest, SaveAsEmptiesTheFileAndTakesItsName) {
-  WriteBytes(file, "old");
+  base::WriteBytes(file, "old");
   FillList(list, "A|B");
   list.SetCurrentRow(2);
   menu.SaveAs();
@@ -95,12 +96,12 @@ TEST_F(CommandFileMenuTest, SaveAsEmptiesTheFileAndTakesItsName) {
 
   dialogs.answer = file;
   menu.SaveAs();
-  EXPECT_EQ(ReadBytes(file), "");
+  EXPECT_EQ(base::ReadBytes(file), "");
   EXPECT_EQ(ListText(list), ">A|B");
   EXPECT_EQ(Status(), "Befehlsliste: " + file);
   menu.Save();
-  EXPECT_EQ(ReadBytes(file).substr(0, 6), "A\r\nB\r\n");
-  EXPECT_EQ(ReadBytes(file).size(), 1024 * 2 + 2u);
+  EXPECT_EQ(base::ReadBytes(file).substr(0, 6), "A\r\nB\r\n");
+  EXPECT_EQ(base::ReadBytes(file).size(), 1024 * 2 + 2u);
 }
 
 TEST_F(CommandFileMenuTest, AFailedWriteIsShownAndChangesNothing) {
@@ -119,7 +120,7 @@ TEST_F(CommandFileMenuTest, AFailedWriteIsShownAndChangesNothing) {
 }
 
 TEST_F(CommandFileMenuTest, NewEmptiesTheList) {
-  WriteBytes(file, "A\r\n");
+  base::WriteBytes(file, "A\r\n");
   menu.OpenFile(file);
   menu.New();
   EXPECT_EQ(ListText(list), "");
@@ -127,7 +128,7 @@ TEST_F(CommandFileMenuTest, NewEmptiesTheList) {
 }
 
 TEST_F(CommandFileMenuTest, DuringARunOnlySaveActs) {
-  WriteBytes(file, "A\r\n");
+  base::WriteBytes(file, "A\r\n");
   menu.OpenFile(file);
   dialogs.answer = folder.Path("b.CMD");
   run.ScriptRunning = 1;
@@ -139,11 +140,11 @@ TEST_F(CommandFileMenuTest, DuringARunOnlySaveActs) {
   EXPECT_EQ(prompt.errors, Calls{});
   EXPECT_EQ(ListText(list), ">A");
   menu.Save();
-  EXPECT_EQ(ReadBytes(file).size(), 1024 * 2 + 1u);
+  EXPECT_EQ(base::ReadBytes(file).size(), 1024 * 2 + 1u);
 }
 
 TEST_F(CommandFileMenuTest, TheStatusTellsWhatWasLeftOutUntilTheFileIsSaved) {
-  WriteBytes(file, std::string(1026, '\n'));
+  base::WriteBytes(file, std::string(1026, '\n'));
   menu.OpenFile(file);
   EXPECT_EQ(Status(), "Befehlsliste: " + file + " (2 Zeilen nicht geladen)");
   menu.Save();

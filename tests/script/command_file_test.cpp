@@ -4,8 +4,8 @@
 
 #include <cerrno>
 
+#include "base/temp_folder.h"
 #include "script/list_text.h"
-#include "script/temp_folder.h"
 
 using namespace std::string_literals;
 
@@ -18,12 +18,12 @@ class CommandFileTest : public testing::Test {
  protected:
   /// What the list shows of a file with these bytes.
   std::string Loaded(const std::string& bytes) {
-    WriteBytes(file, bytes);
+    base::WriteBytes(file, bytes);
     EXPECT_TRUE(LoadCommandFile(list, file).ok());
     return ListText(list);
   }
 
-  TempFolder folder;
+  base::TempFolder folder;
   std::string file = folder.Path("a.CMD");
   CommandList list;
 };
@@ -64,7 +64,7 @@ TEST_F(CommandFileTest, EveryByteSurvivesARoundTrip) {
   Loaded(line + "\r\n\0\r\n"s);
   EXPECT_EQ(list.Text(2), "\0"s);
   ASSERT_TRUE(WriteCommandFile(list, file).ok());
-  EXPECT_EQ(ReadBytes(file).substr(0, line.size() + 5), line + "\r\n\0\r\n"s);
+  EXPECT_EQ(base::ReadBytes(file).substr(0, line.size() + 5), line + "\r\n\0\r\n"s);
 }
 
 TEST_F(CommandFileTest, CountsTheLinesBeyondTheLastRow) {
@@ -89,11 +89,11 @@ TEST_F(CommandFileTest, WritesAllRows) {
       "*IDN?\r\n\r\nGr\xF6\xDF"
       "e ?\r\n";
   for (int row = 4; row <= 1024; ++row) expected += "\r\n";
-  EXPECT_EQ(ReadBytes(file), expected);
+  EXPECT_EQ(base::ReadBytes(file), expected);
 
   list.SetText(1024, "x");
   ASSERT_TRUE(WriteCommandFile(list, file).ok());
-  Loaded(ReadBytes(file));
+  Loaded(base::ReadBytes(file));
   EXPECT_EQ(list.Text(1024), "x");
   EXPECT_EQ(list.left_out(), 0u);
 }
@@ -114,7 +114,7 @@ TEST_F(CommandFileTest, RefusesLinesThatNoCommandFileHas) {
   Loaded("a\r\n" + longest + "\r\nb\r\n");
   EXPECT_EQ(list.Text(2).size(), kLineLimit);
   for (const char* end : {"", "\r\nb\r\n"}) {
-    WriteBytes(file, longest + "y" + end);
+    base::WriteBytes(file, longest + "y" + end);
     EXPECT_EQ(LoadCommandFile(list, file).problem, Problem::kLineTooLong);
   }
   EXPECT_EQ(LoadCommandFile(list, "/dev/zero").problem, Problem::kLineTooLong);
@@ -124,7 +124,7 @@ TEST_F(CommandFileTest, RefusesLinesThatNoCommandFileHas) {
 TEST_F(CommandFileTest, ARunningListIsNotReplaced) {
   RunFlags run{.ScriptRunning = 1};
   CommandList running(&run);
-  WriteBytes(file, "a");
+  base::WriteBytes(file, "a");
   EXPECT_EQ(LoadCommandFile(running, file).problem, Problem::kListRunning);
   EXPECT_EQ(running.LastUsedRow(), 0);
 }
@@ -138,9 +138,9 @@ TEST_F(CommandFileTest, TellsWhyItCannotWrite) {
 }
 
 TEST_F(CommandFileTest, WritesAnEmptyFile) {
-  WriteBytes(file, "old");
+  base::WriteBytes(file, "old");
   EXPECT_TRUE(WriteEmptyFile(file).ok());
-  EXPECT_EQ(ReadBytes(file), "");
+  EXPECT_EQ(base::ReadBytes(file), "");
 }
 
 }  // namespace

@@ -3,9 +3,9 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "base/temp_folder.h"
 #include "script/list_names.h"
 #include "script/list_run.h"
-#include "script/temp_folder.h"
 
 namespace kolvane::script {
 namespace {
@@ -21,17 +21,17 @@ class GoldenListTest : public testing::TestWithParam<std::string> {
   /// Compares `text` with the file of `kind`, where a missing file stands for an empty text; or renews it.
   void Check(const char* kind, const std::string& text) const {
     if (std::getenv("KOLVANE_RENEW_LISTS") == nullptr) {
-      EXPECT_EQ(text, ReadBytes(Path(kind))) << Path(kind);
+      EXPECT_EQ(text, base::ReadBytes(Path(kind))) << Path(kind);
     } else if (text.empty()) {
       fs::remove(Path(kind));
     } else {
-      WriteBytes(Path(kind), text);
+      base::WriteBytes(Path(kind), text);
     }
   }
 };
 
 TEST_P(GoldenListTest, RunsAsItsFilesSay) {
-  const ListRun run(Path("CMD"), ReadBytes(Path("device")));
+  const ListRun run(Path("CMD"), base::ReadBytes(Path("device")));
   EXPECT_TRUE(run.loaded());
   Check("device", run.Dialogue());
   Check("pane", run.Pane());

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "base/fake_prompt.h"
 #include "device/fake_port_library.h"
 #include "script/command_file.h"
 #include "script/dialogue.h"
@@ -61,7 +62,7 @@ class ListRun {
   device::FakePortLibrarySource libraries_{&library_};
   terminal::FakePane pane_;
   terminal::FakeLog log_;
-  terminal::FakePrompt prompt_;
+  base::FakePrompt prompt_;
   terminal::FakeClock clock_;
   terminal::FakeConnectionView view_;
   terminal::Output output_{state_.output, pane_, log_};

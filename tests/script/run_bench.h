@@ -32,20 +32,6 @@ class FakeRunHost final : public RunHost {
   std::function<void()> at_yield;
 };
 
-/// A prompt during whose error messages a test does something.
-class ActingPrompt final : public base::Prompt {
- public:
-  void ShowError(std::string_view text) override {
-    errors.emplace_back(text);
-    if (at_error) at_error();
-  }
-  void ShowMessage(std::string_view text) override { messages.emplace_back(text); }
-
-  std::vector<std::string> errors;
-  std::vector<std::string> messages;
-  std::function<void()> at_error;
-};
-
 /// A command list with a session that is connected, and nothing but fakes around them.
 struct RunBench : terminal::SessionBench {
   using Lines = std::vector<std::string>;
@@ -71,11 +57,10 @@ struct RunBench : terminal::SessionBench {
   device::FakePortLibrary library;
   device::FakePortLibrarySource libraries{&library};
   terminal::FakeClock clock;
-  ActingPrompt box;
   FakeScriptLog script_log;
   FakeRunHost host;
   ScriptCore core{
-      {script, state, device_state, session, output, pane, libraries, clock, box, script_log, host, ","}};
+      {script, state, device_state, session, output, pane, libraries, clock, prompt, script_log, host, ","}};
 };
 
 }  // namespace kolvane::script

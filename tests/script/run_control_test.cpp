@@ -71,14 +71,14 @@ TEST_F(RunControlTest, PlayAndStepDuringARunDoNothing) {
 
 TEST_F(RunControlTest, PlayDuringAMessageOfAStepDoesNothing) {
   FillList(list, "$FOO|B");
-  box.at_error = [this] { runner.Play(); };
+  prompt.at_error = [this] { runner.Play(); };
   runner.SingleStep();
   EXPECT_EQ(host.locks, std::vector<bool>{});
-  EXPECT_EQ(box.errors.size(), 1u);
+  EXPECT_EQ(prompt.errors.size(), 1u);
 }
 
 TEST_F(RunControlTest, AnEditDuringAMessageStays) {
-  box.at_error = [this] { list.SetText(1, "B"); };
+  prompt.at_error = [this] { list.SetText(1, "B"); };
   Play("A|$FOO");
   EXPECT_EQ(ListText(list), "B|!$FOO");
 }
@@ -115,7 +115,7 @@ TEST_F(RunControlTest, RecordsCommandsSentByHandWhileTheButtonIsDown) {
 TEST_F(RunControlTest, TellsThatTheListIsFull) {
   list.SetText(1024, "x");
   core.recorder.AddToScript("A");
-  EXPECT_EQ(box.errors, Lines{"Die Befehlsliste ist voll. Der Befehl wurde nicht aufgezeichnet."});
+  EXPECT_EQ(prompt.errors, Lines{"Die Befehlsliste ist voll. Der Befehl wurde nicht aufgezeichnet."});
 }
 
 TEST_F(RunControlTest, ShowsTheResponseTimeOfAnAnswer) {

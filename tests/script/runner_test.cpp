@@ -141,7 +141,7 @@ TEST_F(RunnerTest, StopRowEndsTheRun) {
 TEST_F(RunnerTest, AnErrorEndsTheRunAndStaysMarked) {
   Play("A|$FOO|B");
   EXPECT_EQ(Sent(), "A");
-  EXPECT_EQ(box.errors, Lines{"Fehler in Befehlsliste (Zeile 2): Unbekannter $ Befehl"});
+  EXPECT_EQ(prompt.errors, Lines{"Fehler in Befehlsliste (Zeile 2): Unbekannter $ Befehl"});
   EXPECT_EQ(ListText(list), "A|!$FOO|B");
   EXPECT_TRUE(runner.outcome().list_error);
   Play("A");
@@ -152,7 +152,7 @@ TEST_F(RunnerTest, ACounterThatOverflowsIsAnErrorOfItsRow) {
   script.interpreter.IfDepth = -32768;
   Play("A|$ENDIF|B");
   EXPECT_EQ(Sent(), "A");
-  EXPECT_EQ(box.errors, Lines{"Fehler in Befehlsliste (Zeile 2): Überlauf"});
+  EXPECT_EQ(prompt.errors, Lines{"Fehler in Befehlsliste (Zeile 2): Überlauf"});
   EXPECT_TRUE(runner.outcome().list_error);
 }
 
@@ -160,7 +160,7 @@ TEST_F(RunnerTest, ATimeoutThatIsNoNumberIsAnErrorOfItsRow) {
   state.shown.timeout = "bald";
   Play("'|A|B");
   EXPECT_EQ(Sent(), "A");
-  EXPECT_EQ(box.errors, Lines{"Fehler in Befehlsliste (Zeile 2): Typen unverträglich"});
+  EXPECT_EQ(prompt.errors, Lines{"Fehler in Befehlsliste (Zeile 2): Typen unverträglich"});
   EXPECT_EQ(ListText(list), "'|!A|B");
   EXPECT_EQ(script.run.ScriptRunning, 0);
   EXPECT_EQ(host.locks, (std::vector<bool>{true, false}));

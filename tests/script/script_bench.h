@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/fake_prompt.h"
 #include "device/fake_port_library.h"
 #include "script/command_list.h"
 #include "script/fake_script_log.h"
@@ -39,7 +40,7 @@ struct ScriptBench {
   device::FakePortLibrary library;
   device::FakePortLibrarySource libraries{&library};
   terminal::FakePane pane;
-  terminal::FakePrompt prompt;
+  base::FakePrompt prompt;
   FakeScriptLog log;
   CommandList list{&state.run};
   ListErrors errors{list, prompt};

@@ -107,7 +107,7 @@ TEST_F(SingleStepTest, AnErrorStaysMarkedAndLeadsPastTheLastRow) {
   list.SetCurrentRow(2);
   EXPECT_EQ(Steps(1), Lines{"A|!$FOO|B"});
   EXPECT_EQ(list.current_row(), 1025);
-  EXPECT_EQ(box.errors, Lines{"Fehler in Befehlsliste (Zeile 2): Unbekannter $ Befehl"});
+  EXPECT_EQ(prompt.errors, Lines{"Fehler in Befehlsliste (Zeile 2): Unbekannter $ Befehl"});
   EXPECT_TRUE(core.runner.outcome().list_error);
 }
 
@@ -143,7 +143,7 @@ TEST_F(SingleStepTest, StepsOnWhereABreakEndedTheRun) {
 TEST_F(SingleStepTest, TheListIsInUseDuringAStep) {
   FillList(list, "$FOO");
   bool in_use = false;
-  box.at_error = [&] { in_use = list.InUse(); };
+  prompt.at_error = [&] { in_use = list.InUse(); };
   Steps(1);
   EXPECT_TRUE(in_use);
   EXPECT_FALSE(list.InUse());
@@ -154,7 +154,7 @@ TEST_F(SingleStepTest, ACounterThatOverflowsOnTheWayOverRowsIsAnErrorOfItsRow) {
   now.SkipRows = true;
   now.IfDepth = -32768;
   Steps(1);
-  EXPECT_EQ(box.errors, Lines{"Fehler in Befehlsliste (Zeile 3): Überlauf"});
+  EXPECT_EQ(prompt.errors, Lines{"Fehler in Befehlsliste (Zeile 3): Überlauf"});
   EXPECT_EQ(list.current_row(), 1025);
 }
 

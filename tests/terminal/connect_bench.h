@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "base/fake_prompt.h"
 #include "terminal/connect_commands.h"
 #include "terminal/fake_device.h"
 #include "terminal/session_fakes.h"
@@ -28,7 +29,7 @@ struct ConnectBench {
   FakeDevice device;
   FakePane pane;
   FakeLog log;
-  FakePrompt prompt;
+  base::FakePrompt prompt;
   FakeConnectionView view;
   Output output{state.output, pane, log};
   ConnectCommands connect{device,

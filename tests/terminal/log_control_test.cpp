@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/fake_prompt.h"
 #include "base/small_files.h"
 #include "base/temp_folder.h"
 #include "terminal/session_fakes.h"
@@ -28,7 +29,7 @@ class LogControlTest : public testing::Test {
   base::TempFolder folder_;
   std::string path_ = folder_.Path("a.LOG");
   OutputFlags flags_;
-  FakePrompt prompt_;
+  base::FakePrompt prompt_;
   FakePane pane_;
   RecordingObserver observer_;
   LogControl log_{flags_, prompt_};
@@ -190,19 +191,10 @@ TEST_F(LogControlTest, AFileAtItsLimitDoesNotEndTheProgram) {
 
 // The message box runs an event loop, in which further lines may come or the log be opened anew.
 TEST_F(LogControlTest, WhatHappensDuringTheMessageFindsNoLog) {
-  class MeddlingPrompt final : public base::Prompt {
-   public:
-    void ShowError(std::string_view) override {
-      ++shown;
-      during();
-    }
-    void ShowMessage(std::string_view) override {}
-    std::function<void()> during;
-    int shown = 0;
-  } prompt;
+  base::FakePrompt prompt;
   LogControl log(flags_, prompt);
   Output output(flags_, pane_, log);
-  prompt.during = [&] {
+  prompt.at_error = [&] {
     EXPECT_FALSE(log.IsOpen());
     output.AddLine("meanwhile");
     log.CloseLog();
@@ -212,7 +204,7 @@ TEST_F(LogControlTest, WhatHappensDuringTheMessageFindsNoLog) {
   log.PressRecord();
   output.AddLine("failing");
   output.AddLine("after");
-  EXPECT_EQ(prompt.shown, 1);
+  EXPECT_EQ(prompt.errors.size(), 1u);
   EXPECT_EQ(pane_.lines, (Lines{"failing", "meanwhile", "after"}));
   EXPECT_EQ(log.StatusText(), "Logdatei: " + path_);
 }

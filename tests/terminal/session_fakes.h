@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "base/clock.h"
-#include "base/prompt.h"
 #include "terminal/log_sink.h"
 #include "terminal/pane.h"
 
@@ -42,14 +41,6 @@ class FakeLog final : public LogSink {
   void Close() override { ++closed; }
   std::vector<std::string> lines;
   int closed = 0;
-};
-
-class FakePrompt final : public base::Prompt {
- public:
-  void ShowError(std::string_view text) override { errors.emplace_back(text); }
-  void ShowMessage(std::string_view text) override { messages.emplace_back(text); }
-  std::vector<std::string> errors;
-  std::vector<std::string> messages;
 };
 
 /// Ticks through `seconds`; the last of them stays.

@@ -2,8 +2,8 @@
 #include <QMenu>
 #include <cerrno>
 
+#include "base/fake_prompt.h"
 #include "base/system_error_text.h"
-#include "device/recording_prompt.h"
 #include "device/ui/connection_dialog.h"
 #include "help/help_pages.h"
 #include "help/rtf_texts.h"
@@ -51,7 +51,7 @@ TEST_F(HelpAnchors, EachControlOfTheMainWindowHasOne) {
 }
 
 TEST_F(HelpAnchors, EachControlOfTheConnectionDialogHasOne) {
-  device::RecordingPrompt prompt;
+  base::FakePrompt prompt;
   const device::ConnectionDialog dialog({connection_, device_, source_, prompt, ""});
   EXPECT_TRUE(HasAnchor(dialog.objectName().toStdString()));
   ExpectAnchors(dialog);

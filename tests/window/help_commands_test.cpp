@@ -46,7 +46,7 @@ TEST_F(Help, MissingFileShowsNothing) {
   PressF1(Pane());
   QCoreApplication::processEvents();
   EXPECT_EQ(Viewer(), nullptr);
-  EXPECT_EQ(messages_, QStringList());
+  EXPECT_EQ(boxes_.texts(), QStringList());
   EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }
 
@@ -60,7 +60,7 @@ TEST_F(Help, DamagedFileShowsNothing) {
     QCoreApplication::processEvents();
     EXPECT_EQ(Viewer(), nullptr) << bytes.size();
   }
-  EXPECT_EQ(messages_, QStringList());
+  EXPECT_EQ(boxes_.texts(), QStringList());
 }
 
 TEST_F(Help, FileThatIsGoneLeavesAnOpenWindowAsItIs) {

@@ -33,7 +33,7 @@ TEST_F(InspectCommandTest, WithNothingMarkedTheUserIsToldTo) {
   Press("TB_INSPECT");
   Press("mnuBinInspect");
   const QString text = "Bitte markieren Sie einen Binärdatenblock, den Sie analysieren möchten.";
-  EXPECT_EQ(messages_, (QStringList{text, text}));
+  EXPECT_EQ(boxes_.texts(), (QStringList{text, text}));
 }
 
 TEST_F(InspectCommandTest, ButtonAndMenuShowWhatIsMarked) {
@@ -62,7 +62,7 @@ TEST_F(InspectCommandTest, TooMuchIsAMessageAndNoDialog) {
   ShowMarked(block);
   AnswerBoxes();
   Press("TB_INSPECT");
-  EXPECT_EQ(messages_, QStringList{"Überlauf"});
+  EXPECT_EQ(boxes_.texts(), QStringList{"Überlauf"});
 }
 
 TEST_F(InspectCommandTest, TheChosenFormatStaysForTheNextBlock) {

@@ -2,14 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include <QApplication>
-#include <QMessageBox>
-#include <QTimer>
 #include <algorithm>
 #include <filesystem>
 
+#include "base/temp_folder.h"
+#include "gui/box_answers.h"
 #include "script/list_names.h"
-#include "script/temp_folder.h"
 #include "window/dialogue_port.h"
 #include "window/main_window.h"
 
@@ -27,14 +25,7 @@ class ListWindowTest : public testing::TestWithParam<std::string> {
     fs::current_path(folder_.Path("."));
     window_.Load();
     window_.show();
-    messages_.setInterval(0);
-    QObject::connect(&messages_, &QTimer::timeout, [this] {
-      if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
-        shown_ += box->text().toStdString() + "\n";
-        box->accept();
-      }
-    });
-    messages_.start();
+    boxes_.Start();
   }
   ~ListWindowTest() override { fs::current_path("/"); }
 
@@ -48,25 +39,30 @@ class ListWindowTest : public testing::TestWithParam<std::string> {
     return text.isEmpty() ? "" : text.toStdString() + "\n";
   }
 
-  script::TempFolder folder_;
+  std::string Messages() const {
+    std::string lines;
+    for (const QString& text : boxes_.texts()) lines += text.toStdString() + "\n";
+    return lines;
+  }
+
+  base::TempFolder folder_;
   device::DeviceState device_;
   device::ConnectionParameters connection_;
   terminal::TerminalState terminal_;
   terminal::WindowSettings settings_;
   script::ScriptState script_;
-  DialoguePort port_{script::ReadBytes(Path("device"))};
+  DialoguePort port_{base::ReadBytes(Path("device"))};
   MainWindow window_{{{device_, connection_, terminal_}, script_, settings_, port_, ""}};
-  QTimer messages_;
-  std::string shown_;
+  gui::BoxAnswers boxes_;
 };
 
 TEST_P(ListWindowTest, BringsAboutTheSameAsWithoutAWindow) {
   window_.findChild<terminal::OutputPane*>()->clear();
   window_.OpenCommandFile(Path("CMD"));
   window_.findChild<QAction*>("TB_PLAY")->trigger();
-  EXPECT_EQ(port_.transcript(), script::ReadBytes(Path("device")));
-  EXPECT_EQ(PaneLines(), script::ReadBytes(Path("pane")));
-  EXPECT_EQ(shown_, script::ReadBytes(Path("messages")));
+  EXPECT_EQ(port_.transcript(), base::ReadBytes(Path("device")));
+  EXPECT_EQ(PaneLines(), base::ReadBytes(Path("pane")));
+  EXPECT_EQ(Messages(), base::ReadBytes(Path("messages")));
   EXPECT_EQ(script_.run.ScriptRunning, 0);
   EXPECT_TRUE(window_.findChild<QToolBar*>("Toolbar1")->isEnabled());
 }

@@ -92,8 +92,8 @@ TEST_F(LogCommandsTest, AMissingFolderIsToldOnce) {
   AnswerBoxes();
   ChooseFile("/nirgends/a.LOG");
   Press("TB_OPENLOG");
-  EXPECT_EQ(messages_, QStringList("Die Logdatei „/nirgends/a.LOG“ kann nicht geöffnet werden: "
-                                   "Datei oder Ordner nicht gefunden"));
+  EXPECT_EQ(boxes_.texts(), QStringList("Die Logdatei „/nirgends/a.LOG“ kann nicht geöffnet werden: "
+                                        "Datei oder Ordner nicht gefunden"));
   ExpectOpen(false);
 }
 
@@ -103,7 +103,7 @@ TEST_F(LogCommandsTest, AFullDiskIsToldOnceAndTheSessionGoesOn) {
   AnswerBoxes();
   AddLine("one");
   AddLine("two");
-  EXPECT_EQ(messages_,
+  EXPECT_EQ(boxes_.texts(),
             QStringList("Die Logdatei „/dev/full“ kann nicht geschrieben werden: Der Datenträger ist voll"));
   EXPECT_EQ(PaneText(), "\none\ntwo");
   ExpectOpen(false);

@@ -12,34 +12,16 @@
 #include <QTest>
 #include <QTimer>
 
-#include "device/fake_port_library.h"
-#include "device/temporary_folder.h"
+#include "window/window_fixture.h"
 
 namespace kolvane::window {
 namespace {
 
-class MainWindowTest : public testing::Test {
+class MainWindowTest : public WindowFixture {
  protected:
-  MainWindowTest() {
-    device_.OperMode = 2;
-    connection_.port_option = 8;
-    connection_.port_code = device::port_code::kTcpIp;
-    connection_.ip_address = "10.0.0.5";
-    window_.Load();
-    window_.show();
-  }
+  MainWindowTest() { connection_.port_option = 8; }
 
-  template <typename Widget>
-  Widget* Find(const char* name) {
-    auto* found = window_.findChild<Widget*>(QLatin1String(name));
-    EXPECT_NE(found, nullptr) << name;
-    return found;
-  }
-
-  QString PaneText() { return Find<terminal::OutputPane>("TermWin")->property("plainText").toString(); }
   QString StatusText() { return Find<QLabel>("StatusBar1_1")->text(); }
-
-  void Press(const char* key) { Find<QAction>(key)->trigger(); }
 
   void Send(const QString& command) {
     Find<QComboBox>("cmbCommand")->setCurrentText(command);
@@ -51,11 +33,9 @@ class MainWindowTest : public testing::Test {
   // Runs `step`, takes down the text of the message box that it shows, and answers it.
   QString MessageDuring(const std::function<void()>& step) {
     QString text;
-    QTimer::singleShot(0, &window_, [&text] {
-      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-      ASSERT_NE(box, nullptr);
-      text = box->text();
-      box->accept();
+    OnDialog<QMessageBox>([&text](QMessageBox& box) {
+      text = box.text();
+      box.accept();
     });
     step();
     return text;
@@ -69,16 +49,6 @@ class MainWindowTest : public testing::Test {
   int Count(const std::string& call) {
     return static_cast<int>(std::count(library_.calls.begin(), library_.calls.end(), call));
   }
-
-  device::DeviceState device_;
-  device::ConnectionParameters connection_;
-  terminal::TerminalState terminal_;
-  terminal::WindowSettings settings_;
-  device::FakePortLibrary library_;
-  device::FakePortLibrarySource source_{&library_};
-  script::ScriptState script_;
-  device::TemporaryFolder folder_;
-  MainWindow window_{{{device_, connection_, terminal_}, script_, settings_, source_, folder_.path()}};
 };
 
 TEST_F(MainWindowTest, ShowsTheDefaults) {

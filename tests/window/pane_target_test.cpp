@@ -44,7 +44,7 @@ TEST_F(PaneTargetTest, WhatCannotBeSavedIsTold) {
   AnswerBoxes();
   ChooseFile("/nirgends/a.LOG");
   Press("mnuSaveTerminal");
-  EXPECT_EQ(messages_.join('/'),
+  EXPECT_EQ(boxes_.texts().join('/'),
             "Die Datei „/nirgends/a.LOG“ kann nicht geschrieben werden: Datei oder Ordner nicht gefunden");
 }
 
@@ -53,7 +53,7 @@ TEST_F(PaneTargetTest, AFileThatExistsIsReplacedAfterAQuestion) {
   AnswerBoxes();
   ChooseFile(file_);
   Press("mnuSaveTerminal");
-  EXPECT_EQ(messages_.size(), 1);
+  EXPECT_EQ(boxes_.texts().size(), 1);
   EXPECT_EQ(base::ReadBytes(file_), "\r\n");
 }
 
@@ -62,10 +62,10 @@ TEST_F(PaneTargetTest, AFullDiskIsTold) {
   AnswerBoxes();
   ChooseFile(file_);
   Press("mnuSaveTerminal");
-  ASSERT_FALSE(messages_.isEmpty());
-  EXPECT_EQ(messages_.last(), QString::fromStdString("Die Datei „" + file_ +
-                                                     "“ kann nicht geschrieben werden: "
-                                                     "Der Datenträger ist voll"));
+  ASSERT_FALSE(boxes_.texts().isEmpty());
+  EXPECT_EQ(boxes_.texts().last(), QString::fromStdString("Die Datei „" + file_ +
+                                                          "“ kann nicht geschrieben werden: "
+                                                          "Der Datenträger ist voll"));
 }
 
 TEST_F(PaneTargetTest, ATextFileTakesThePlaceOfTheText) {
@@ -107,7 +107,7 @@ TEST_F(PaneTargetTest, ACancelledOrFailedLoadLeavesTheText) {
     static_cast<QDialog&>(dialog).accept();
   });
   Press("mnuOpenTextFile");
-  EXPECT_EQ(messages_.join('/'),
+  EXPECT_EQ(boxes_.texts().join('/'),
             QString::fromStdString("Die Datei „" + folder_.Path("a.TXT") +
                                    "“ kann nicht gelesen werden: Datei oder Ordner nicht gefunden"));
   EXPECT_EQ(PaneText(), "\nbefore");
@@ -136,7 +136,7 @@ TEST_F(PaneTargetTest, WhatCannotBePrintedIsTold) {
   AnswerBoxes();
   ChooseFile("/nirgends/a.PDF");
   Press("TB_PRINT");
-  EXPECT_EQ(messages_.join('/'),
+  EXPECT_EQ(boxes_.texts().join('/'),
             "Die Datei „/nirgends/a.PDF“ kann nicht geschrieben werden: Datei oder Ordner nicht gefunden");
 }
 

@@ -4,27 +4,20 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QFileDialog>
 #include <QLineEdit>
 #include <QTest>
 #include <QTimer>
 #include <algorithm>
 
-#include "device/fake_port_library.h"
-#include "script/temp_folder.h"
-#include "window/main_window.h"
+#include "window/window_fixture.h"
 
 namespace kolvane::window {
 namespace {
 
-class ScriptViewTest : public testing::Test {
+class ScriptViewTest : public WindowFixture {
  protected:
   ScriptViewTest() {
-    device_.OperMode = 2;
     device_.connected = true;
-    connection_.port_code = device::port_code::kTcpIp;
-    window_.Load();
-    window_.show();
     Grid()->setFocus();
   }
 
@@ -33,7 +26,6 @@ class ScriptViewTest : public testing::Test {
   QVariant Look(int row, int role) { return Grid()->model()->index(row - 1, 1).data(role); }
   int CurrentRow() { return Grid()->currentIndex().row() + 1; }
   void GoTo(int row) { Grid()->setCurrentIndex(Grid()->model()->index(row - 1, 1)); }
-  void Press(const char* key) { window_.findChild<QAction*>(QLatin1String(key))->trigger(); }
   QString Status() { return window_.findChild<QLabel*>("StatusBar2_2")->text(); }
 
   void Fill(const QStringList& rows) {
@@ -51,27 +43,6 @@ class ScriptViewTest : public testing::Test {
     QTest::keyClick(editor, Qt::Key_Return);
     QApplication::processEvents();  // the editor takes its text over in an event of its own
   }
-
-  void AnswerFileDialog(const QString& title, const QString& name) {
-    QTimer::singleShot(0, &window_, [title, name] {
-      auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-      ASSERT_NE(dialog, nullptr);
-      EXPECT_EQ(dialog->windowTitle(), title);
-      dialog->selectFile(name);
-      dialog->findChild<QLineEdit*>("fileNameEdit")->setText(name);
-      static_cast<QDialog*>(dialog)->accept();
-    });
-  }
-
-  script::TempFolder folder_;
-  device::DeviceState device_;
-  device::ConnectionParameters connection_;
-  terminal::TerminalState terminal_;
-  terminal::WindowSettings settings_;
-  script::ScriptState script_;
-  device::FakePortLibrary library_;
-  device::FakePortLibrarySource source_{&library_};
-  MainWindow window_{{{device_, connection_, terminal_}, script_, settings_, source_, folder_.Path(".")}};
 };
 
 TEST_F(ScriptViewTest, TypingOverARowAndEnterMovesDown) {
@@ -120,28 +91,28 @@ TEST_F(ScriptViewTest, DeleteEmptiesARowAndThenTakesItOut) {
 
 TEST_F(ScriptViewTest, RecordsWhatIsSentByHand) {
   Press("TB_RECORD");
-  EXPECT_EQ(window_.findChild<QAction*>("TB_RECORD")->property("Tag").toString(), "1");
-  EXPECT_EQ(window_.findChild<QAction*>("TB_RECORD")->property("Image").toInt(), 16);
-  auto* box = window_.findChild<QComboBox*>("cmbCommand");
+  EXPECT_EQ(Find<QAction>("TB_RECORD")->property("Tag").toString(), "1");
+  EXPECT_EQ(Find<QAction>("TB_RECORD")->property("Image").toInt(), 16);
+  auto* box = Find<QComboBox>("cmbCommand");
   library_.replies = {{"1\r\n"}};
   box->setCurrentText("ONE?");
   QTest::keyClick(box, Qt::Key_Return);
   EXPECT_EQ(Row(1), "ONE?");
   Press("TB_RECORD");
-  EXPECT_EQ(window_.findChild<QAction*>("TB_RECORD")->property("Image").toInt(), 14);
+  EXPECT_EQ(Find<QAction>("TB_RECORD")->property("Image").toInt(), 14);
 }
 
 TEST_F(ScriptViewTest, SavesAndLoadsThroughTheDialogs) {
   Fill({"Größe?"});
-  AnswerFileDialog("Befehlsliste speichern", QString::fromStdString(folder_.Path("a.CMD")));
+  ChooseFile(folder_.Path("a.CMD"), "Befehlsliste speichern");
   Press("TB_SAVESCRIPT");
-  EXPECT_EQ(script::ReadBytes(folder_.Path("a.CMD")).substr(0, 9),
+  EXPECT_EQ(base::ReadBytes(folder_.Path("a.CMD")).substr(0, 9),
             "Gr\xF6\xDF"
             "e?\r\n\r");
   Press("TB_NEWSCRIPT");
   EXPECT_EQ(Row(1), "");
   EXPECT_EQ(Status(), "Befehlsliste: Unbenannt");
-  AnswerFileDialog("Befehlsliste öffnen", QString::fromStdString(folder_.Path("a.CMD")));
+  ChooseFile(folder_.Path("a.CMD"), "Befehlsliste öffnen");
   Press("TB_OPENSCRIPT");
   EXPECT_EQ(Row(1), "Größe?");
   EXPECT_EQ(Status().toStdString(), "Befehlsliste: " + folder_.Path("a.CMD"));
@@ -161,9 +132,7 @@ TEST_F(ScriptViewTest, StopEndsAnEndlessListAndTheControlsAreFreeAgain) {
   Fill({"$REPEAT 2000000000", "$ENDREPEAT"});
   bool locked = false;
   QTimer::singleShot(20, &window_, [&] {
-    locked = !window_.findChild<QToolBar*>("Toolbar1")->isEnabled() &&
-             !window_.findChild<QAction*>("TB_OPENSCRIPT")->isEnabled() &&
-             window_.findChild<QAction*>("TB_STOP")->isEnabled();
+    locked = !Find<QToolBar>("Toolbar1")->isEnabled() && !Enabled("TB_OPENSCRIPT") && Enabled("TB_STOP");
     Press("TB_PLAY");
     Press("TB_SINGLESTEP");
     Press("TB_STOP");
@@ -171,27 +140,27 @@ TEST_F(ScriptViewTest, StopEndsAnEndlessListAndTheControlsAreFreeAgain) {
   Press("TB_PLAY");
   EXPECT_TRUE(locked);
   EXPECT_EQ(script_.run.ScriptRunning, 0);
-  EXPECT_TRUE(window_.findChild<QToolBar*>("Toolbar1")->isEnabled());
-  EXPECT_TRUE(window_.findChild<QAction*>("TB_OPENSCRIPT")->isEnabled());
+  EXPECT_TRUE(Find<QToolBar>("Toolbar1")->isEnabled());
+  EXPECT_TRUE(Enabled("TB_OPENSCRIPT"));
 }
 
 TEST_F(ScriptViewTest, ACommandSentDuringARunGoesOutBetweenTwoRows) {
   Fill({"$REPEAT 2000000000", "$ENDREPEAT"});
   library_.replies = {{"1\r\n"}};
   QTimer::singleShot(20, &window_, [&] {
-    auto* box = window_.findChild<QComboBox*>("cmbCommand");
+    auto* box = Find<QComboBox>("cmbCommand");
     box->setCurrentText("ONE?");
     QTest::keyClick(box, Qt::Key_Return);
     Press("TB_BREAK");
   });
   Press("TB_PLAY");
   EXPECT_EQ(std::count(library_.calls.begin(), library_.calls.end(), "WritePort(\"ONE?\n\")"), 1);
-  EXPECT_TRUE(window_.findChild<terminal::OutputPane*>()->plainText().endsWith("ONE?\n1"));
+  EXPECT_TRUE(PaneText().endsWith("ONE?\n1"));
 }
 
 TEST_F(ScriptViewTest, ThePopupMenuActsOnTheGridItWasOpenedOn) {
   Fill({"eins", "zwei"});
-  window_.core().output.AddLine("bleibt");
+  AddLine("bleibt");
   GoTo(2);
   Q_EMIT Grid()->popupRequested(QPoint(0, 0));
   window_.findChild<QMenu*>("mnuPOP1")->close();
@@ -204,7 +173,7 @@ TEST_F(ScriptViewTest, ThePopupMenuActsOnTheGridItWasOpenedOn) {
   EXPECT_EQ(Row(3), "zwei");
   Press("mnuClearAll");
   EXPECT_EQ(Row(1) + Row(3), "");
-  EXPECT_TRUE(window_.findChild<terminal::OutputPane*>()->plainText().endsWith("bleibt"));
+  EXPECT_TRUE(PaneText().endsWith("bleibt"));
 }
 
 TEST_F(ScriptViewTest, ClosingEndsARunAndThenTheWindow) {
@@ -224,10 +193,10 @@ TEST_F(ScriptViewTest, ClosingEndsARunAndThenTheWindow) {
 }
 
 TEST_F(ScriptViewTest, ShowsTheReferenceOfTheSpecialCommands) {
-  script::WriteBytes(folder_.Path("TermCmdHelp.rtf"),
-                     "{\\rtf1{\\colortbl;\\red0\\green0\\blue255;}\\cf1 $STOP\\cf0  h\\'e4lt an\\par}");
+  base::WriteBytes(folder_.Path("TermCmdHelp.rtf"),
+                   "{\\rtf1{\\colortbl;\\red0\\green0\\blue255;}\\cf1 $STOP\\cf0  h\\'e4lt an\\par}");
   Press("TB_SPECIALCOMMANDS");
-  EXPECT_TRUE(window_.findChild<terminal::OutputPane*>()->plainText().contains("$STOP hält an"));
+  EXPECT_TRUE(PaneText().contains("$STOP hält an"));
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 
 #include "base/temp_folder.h"
 #include "device/fake_port_library.h"
+#include "gui/box_answers.h"
 #include "window/main_window.h"
 
 namespace kolvane::window {
@@ -54,8 +55,12 @@ class WindowFixture : public testing::Test {
     });
   }
 
-  void ChooseFile(const std::string& name) {
-    OnDialog<QFileDialog>([name](QFileDialog& dialog) {
+  /// Picks the file in the next file dialog, which must have that title where one is given.
+  void ChooseFile(const std::string& name, const QString& title = {}) {
+    OnDialog<QFileDialog>([name, title](QFileDialog& dialog) {
+      if (!title.isEmpty()) {
+        EXPECT_EQ(dialog.windowTitle(), title);
+      }
       dialog.findChild<QLineEdit*>("fileNameEdit")->setText(QString::fromStdString(name));
       static_cast<QDialog&>(dialog).accept();
     });
@@ -65,16 +70,7 @@ class WindowFixture : public testing::Test {
     OnDialog<Dialog>([](QDialog& dialog) { dialog.reject(); });
   }
   /// From now on each message box is taken down and answered, a question with yes.
-  void AnswerBoxes() {
-    QObject::connect(&boxes_, &QTimer::timeout, &window_, [this] {
-      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-      if (box == nullptr) return;
-      messages_ << box->text();
-      if (QAbstractButton* yes = box->button(QMessageBox::Yes)) return yes->click();
-      box->accept();
-    });
-    boxes_.start(0);
-  }
+  void AnswerBoxes() { boxes_.Start(); }
 
   base::TempFolder folder_;
   device::DeviceState device_;
@@ -84,10 +80,9 @@ class WindowFixture : public testing::Test {
   script::ScriptState script_;
   device::FakePortLibrary library_;
   device::FakePortLibrarySource source_{&library_};
-  MainWindow window_{{{device_, connection_, terminal_}, script_, settings_, source_, folder_.Path("")}};
+  MainWindow window_{{{device_, connection_, terminal_}, script_, settings_, source_, folder_.path()}};
   int dialogs_ = 0;  ///< how many have been answered, boxes apart
-  QTimer boxes_;
-  QStringList messages_;
+  gui::BoxAnswers boxes_;
 };
 
 }  // namespace kolvane::window
