@@ -6,9 +6,9 @@
 #include <exception>
 #include <variant>
 
-#include "amplifier/descriptor.h"
 #include "amplifier/options.h"
 #include "amplifier/server.h"
+#include "base/descriptor.h"
 
 namespace {
 
@@ -23,24 +23,24 @@ int Complain(const char* text, int status) {
 }
 
 // The signals arrive as readable data, so they cannot slip in between a check and a wait.
-Descriptor EndSignals() {
+kolvane::base::Descriptor EndSignals() {
   sigset_t signals;
   sigemptyset(&signals);
   sigaddset(&signals, SIGTERM);
   sigaddset(&signals, SIGINT);
   sigprocmask(SIG_BLOCK, &signals, nullptr);
-  return Descriptor(signalfd(-1, &signals, SFD_CLOEXEC));
+  return kolvane::base::Descriptor(signalfd(-1, &signals, SFD_CLOEXEC));
 }
 
 int Serve(const Options& options) {
-  const Descriptor stop = EndSignals();
+  const kolvane::base::Descriptor stop = EndSignals();
   if (options.exit_with_parent) prctl(PR_SET_PDEATHSIG, SIGTERM);
   try {
     Server server(options);
     if (options.tcp_port) std::printf("listening on 127.0.0.1:%u\n", unsigned{server.Port()});
     if (!options.pty_link.empty()) std::printf("pty ready at %s\n", options.pty_link.c_str());
     std::fflush(stdout);
-    server.Run(stop.number());
+    server.Run(stop.get());
     return 0;
   } catch (const std::exception& error) {
     return Complain(error.what(), kFailure);

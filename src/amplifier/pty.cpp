@@ -26,27 +26,27 @@ Transfer Result(ssize_t count) {
   return {Transfer::Kind::kEnded, 0};
 }
 
-Descriptor OpenMaster() {
-  Descriptor master(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK));
-  if (!master || grantpt(master.number()) != 0 || unlockpt(master.number()) != 0)
+base::Descriptor OpenMaster() {
+  base::Descriptor master(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK));
+  if (!master || grantpt(master.get()) != 0 || unlockpt(master.get()) != 0)
     Fail("cannot open a pseudo terminal");
   return master;
 }
 
-std::string PathOfSlave(const Descriptor& master) {
+std::string PathOfSlave(const base::Descriptor& master) {
   std::array<char, 128> path{};
-  errno = ptsname_r(master.number(), path.data(), path.size());
+  errno = ptsname_r(master.get(), path.data(), path.size());
   if (errno != 0) Fail("cannot name the pseudo terminal");
   return path.data();
 }
 
 // Raw, so that no byte is changed, echoed or taken for a signal before the terminal sets its own mode.
-Descriptor OpenSlave(const std::string& path) {
-  Descriptor slave(open(path.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC));
+base::Descriptor OpenSlave(const std::string& path) {
+  base::Descriptor slave(open(path.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC));
   termios mode{};
-  if (!slave || tcgetattr(slave.number(), &mode) != 0) Fail("cannot open " + path);
+  if (!slave || tcgetattr(slave.get(), &mode) != 0) Fail("cannot open " + path);
   cfmakeraw(&mode);
-  if (tcsetattr(slave.number(), TCSANOW, &mode) != 0) Fail("cannot set the mode of " + path);
+  if (tcsetattr(slave.get(), TCSANOW, &mode) != 0) Fail("cannot set the mode of " + path);
   return slave;
 }
 
@@ -91,7 +91,7 @@ Transfer PtyStream::Receive(std::span<char> space) {
 // the write; so nothing must be left to read at two looks in a row.
 bool PtyStream::EndOrderly() {
   int unread = 0;
-  const bool is_read = ioctl(slave_.number(), FIONREAD, &unread) != 0 || unread == 0;
+  const bool is_read = ioctl(slave_.get(), FIONREAD, &unread) != 0 || unread == 0;
   return std::exchange(was_read_, is_read) && is_read;
 }
 

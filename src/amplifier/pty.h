@@ -16,7 +16,7 @@ class PtyStream final : public Stream {
   explicit PtyStream(std::string link);
   ~PtyStream() override;
 
-  int descriptor() const override { return master_.number(); }
+  int descriptor() const override { return master_.get(); }
   Transfer Receive(std::span<char> space) override;
   Transfer ReceivePatiently(std::span<char>) override { return {}; }
   Transfer Send(std::string_view bytes) override;
@@ -25,9 +25,9 @@ class PtyStream final : public Stream {
 
  private:
   std::string link_;
-  Descriptor master_;
+  base::Descriptor master_;
   std::string slave_path_;
-  Descriptor slave_;
+  base::Descriptor slave_;
   bool was_read_ = false;
 };
 

@@ -99,7 +99,7 @@ void Server::ServeConnections() {
 }
 
 void Server::Accept(int listening) {
-  Descriptor socket = TcpListener::Accept(listening);
+  base::Descriptor socket = TcpListener::Accept(listening);
   if (!socket) return;
   connections_.push_back(std::make_unique<Connection>(std::make_unique<TcpStream>(std::move(socket)),
                                                       *handler_, options_.behaviour));

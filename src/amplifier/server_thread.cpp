@@ -14,8 +14,8 @@ Options WithPort(Options options) {
   return options;
 }
 
-Descriptor NewEvent() {
-  Descriptor event(eventfd(0, EFD_CLOEXEC));
+base::Descriptor NewEvent() {
+  base::Descriptor event(eventfd(0, EFD_CLOEXEC));
   if (!event) throw std::system_error(errno, std::generic_category(), "cannot make an event descriptor");
   return event;
 }
@@ -25,10 +25,10 @@ Descriptor NewEvent() {
 ServerThread::ServerThread(Options options)
     : server_(WithPort(std::move(options))),
       stop_(NewEvent()),
-      thread_([this] { server_.Run(stop_.number()); }) {}
+      thread_([this] { server_.Run(stop_.get()); }) {}
 
 ServerThread::~ServerThread() {
-  eventfd_write(stop_.number(), 1);
+  eventfd_write(stop_.get(), 1);
   thread_.join();
 }
 

@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <thread>
 
-#include "amplifier/descriptor.h"
 #include "amplifier/options.h"
 #include "amplifier/server.h"
+#include "base/descriptor.h"
 
 namespace kolvane::amplifier {
 
@@ -23,7 +23,7 @@ class ServerThread {
 
  private:
   Server server_;
-  Descriptor stop_;
+  base::Descriptor stop_;
   std::thread thread_;
 };
 

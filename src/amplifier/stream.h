@@ -4,7 +4,7 @@
 #include <span>
 #include <string_view>
 
-#include "amplifier/descriptor.h"
+#include "base/descriptor.h"
 
 namespace kolvane::amplifier {
 

@@ -27,26 +27,26 @@ Transfer Result(ssize_t count) {
   return {Transfer::Kind::kEnded, 0};
 }
 
-Descriptor NewListener(int family) {
-  Descriptor socket(::socket(family, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
-  if (socket) SetOption(socket.number(), SOL_SOCKET, SO_REUSEADDR, 1);
+base::Descriptor NewListener(int family) {
+  base::Descriptor socket(::socket(family, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+  if (socket) SetOption(socket.get(), SOL_SOCKET, SO_REUSEADDR, 1);
   return socket;
 }
 
 template <typename Address>
-bool Listen(const Descriptor& socket, Address& address) {
+bool Listen(const base::Descriptor& socket, Address& address) {
   socklen_t size = sizeof(address);
   auto* const generic = reinterpret_cast<sockaddr*>(&address);
-  return socket && bind(socket.number(), generic, size) == 0 && listen(socket.number(), kBacklog) == 0 &&
-         getsockname(socket.number(), generic, &size) == 0;
+  return socket && bind(socket.get(), generic, size) == 0 && listen(socket.get(), kBacklog) == 0 &&
+         getsockname(socket.get(), generic, &size) == 0;
 }
 
-Descriptor ListenOnIpv4(std::uint16_t& port) {
+base::Descriptor ListenOnIpv4(std::uint16_t& port) {
   sockaddr_in address{};
   address.sin_family = AF_INET;
   address.sin_port = htons(port);
   address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  Descriptor socket = NewListener(AF_INET);
+  base::Descriptor socket = NewListener(AF_INET);
   if (!Listen(socket, address)) {
     throw std::system_error(errno, std::generic_category(),
                             "cannot listen on 127.0.0.1:" + std::to_string(port));
@@ -56,21 +56,21 @@ Descriptor ListenOnIpv4(std::uint16_t& port) {
 }
 
 // Nobody is told when this fails: the port was announced for IPv4.
-Descriptor ListenOnIpv6(std::uint16_t port) {
+base::Descriptor ListenOnIpv6(std::uint16_t port) {
   sockaddr_in6 address{};
   address.sin6_family = AF_INET6;
   address.sin6_port = htons(port);
   address.sin6_addr = in6addr_loopback;
-  Descriptor socket = NewListener(AF_INET6);
-  if (socket) SetOption(socket.number(), IPPROTO_IPV6, IPV6_V6ONLY, 1);
-  return Listen(socket, address) ? std::move(socket) : Descriptor();
+  base::Descriptor socket = NewListener(AF_INET6);
+  if (socket) SetOption(socket.get(), IPPROTO_IPV6, IPV6_V6ONLY, 1);
+  return Listen(socket, address) ? std::move(socket) : base::Descriptor();
 }
 
 }  // namespace
 
-TcpStream::TcpStream(Descriptor socket) : socket_(std::move(socket)) {
-  SetOption(socket_.number(), IPPROTO_TCP, TCP_NODELAY, 1);
-  SetOption(socket_.number(), SOL_SOCKET, SO_RCVTIMEO, timeval{0, kPatienceUs});
+TcpStream::TcpStream(base::Descriptor socket) : socket_(std::move(socket)) {
+  SetOption(socket_.get(), IPPROTO_TCP, TCP_NODELAY, 1);
+  SetOption(socket_.get(), SOL_SOCKET, SO_RCVTIMEO, timeval{0, kPatienceUs});
 }
 
 Transfer TcpStream::Receive(std::span<char> space) {
@@ -99,8 +99,8 @@ void TcpStream::EndByReset() { SetOption(descriptor(), SOL_SOCKET, SO_LINGER, li
 TcpListener::TcpListener(std::uint16_t port)
     : ipv4_(ListenOnIpv4(port)), ipv6_(ListenOnIpv6(port)), port_(port) {}
 
-Descriptor TcpListener::Accept(int listening) {
-  return Descriptor(accept4(listening, nullptr, nullptr, SOCK_CLOEXEC));
+base::Descriptor TcpListener::Accept(int listening) {
+  return base::Descriptor(accept4(listening, nullptr, nullptr, SOCK_CLOEXEC));
 }
 
 }  // namespace kolvane::amplifier

@@ -9,9 +9,9 @@ namespace kolvane::amplifier {
 /// An accepted TCP connection.
 class TcpStream final : public Stream {
  public:
-  explicit TcpStream(Descriptor socket);
+  explicit TcpStream(base::Descriptor socket);
 
-  int descriptor() const override { return socket_.number(); }
+  int descriptor() const override { return socket_.get(); }
   Transfer Receive(std::span<char> space) override;
   Transfer ReceivePatiently(std::span<char> space) override;
   Transfer Send(std::string_view bytes) override;
@@ -19,7 +19,7 @@ class TcpStream final : public Stream {
   void EndByReset() override;
 
  private:
-  Descriptor socket_;
+  base::Descriptor socket_;
 };
 
 /// Listens on 127.0.0.1 and, where the system has it, on ::1 at the same port.
@@ -29,15 +29,15 @@ class TcpListener {
   explicit TcpListener(std::uint16_t port);
 
   std::uint16_t Port() const { return port_; }
-  int ipv4() const { return ipv4_.number(); }
+  int ipv4() const { return ipv4_.get(); }
   /// -1 without IPv6.
-  int ipv6() const { return ipv6_.number(); }
+  int ipv6() const { return ipv6_.get(); }
   /// A waiting connection of one of the two sockets, or none.
-  static Descriptor Accept(int listening);
+  static base::Descriptor Accept(int listening);
 
  private:
-  Descriptor ipv4_;
-  Descriptor ipv6_;
+  base::Descriptor ipv4_;
+  base::Descriptor ipv6_;
   std::uint16_t port_ = 0;
 };
 

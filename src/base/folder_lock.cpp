@@ -15,7 +15,7 @@ constexpr std::chrono::milliseconds kPause{5};
 
 FolderLock::FolderLock(const std::string& folder, std::chrono::milliseconds patience)
     : folder_(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
-  if (folder_.get() < 0) return;
+  if (!folder_) return;
   const auto end = std::chrono::steady_clock::now() + patience;
   while (!(held_ = flock(folder_.get(), LOCK_EX | LOCK_NB) == 0)) {
     if (errno != EWOULDBLOCK && errno != EINTR) return;

@@ -3,7 +3,7 @@
 #include <chrono>
 #include <string>
 
-#include "base/open_file.h"
+#include "base/descriptor.h"
 
 namespace kolvane::base {
 
@@ -20,7 +20,7 @@ class FolderLock {
   bool IsHeld() const { return held_; }
 
  private:
-  OpenFile folder_;
+  Descriptor folder_;
   bool held_ = false;
 };
 

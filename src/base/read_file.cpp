@@ -5,7 +5,8 @@
 
 #include <cerrno>
 
-#include "base/open_file.h"
+#include "base/descriptor.h"
+#include "base/uninterrupted.h"
 
 namespace kolvane::base {
 namespace {
@@ -16,8 +17,8 @@ constexpr std::size_t kPiece = 65536;
 int ReadAll(int descriptor, std::size_t size, std::string& bytes) {
   for (std::size_t have = 0;;) {
     bytes.resize(have + (have < size ? size - have + 1 : kPiece));
-    const ssize_t count = read(descriptor, bytes.data() + have, bytes.size() - have);
-    if (count < 0 && errno == EINTR) continue;
+    const ssize_t count =
+        Uninterrupted([&] { return read(descriptor, bytes.data() + have, bytes.size() - have); });
     if (count < 0) return errno;
     have += static_cast<std::size_t>(count);
     if (count > 0) continue;
@@ -30,8 +31,8 @@ int ReadAll(int descriptor, std::size_t size, std::string& bytes) {
 
 int ReadFile(const std::string& name, std::string& bytes) {
   bytes.clear();
-  const OpenFile file(open(name.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
-  if (file.get() < 0) return errno;
+  const Descriptor file(open(name.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+  if (!file) return errno;
   struct stat status {};
   if (fstat(file.get(), &status) != 0) return errno;
   if (S_ISDIR(status.st_mode)) return EISDIR;

@@ -8,7 +8,7 @@
 #include <cstdio>
 #include <filesystem>
 
-#include "base/open_file.h"
+#include "base/descriptor.h"
 #include "base/uninterrupted.h"
 #include "base/write_all.h"
 
@@ -33,8 +33,8 @@ int FollowLinks(fs::path& path) {
 }
 
 int WriteInPlace(const fs::path& path, std::string_view bytes) {
-  OpenFile file(Uninterrupted([&] { return open(path.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC); }));
-  if (file.get() < 0) return errno;
+  Descriptor file(Uninterrupted([&] { return open(path.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC); }));
+  if (!file) return errno;
   if (const int error = WriteAll(file.get(), bytes)) return error;
   return file.Close() ? 0 : errno;
 }
@@ -56,7 +56,7 @@ bool TakeOver(int descriptor, const struct stat& old) {
   return fchmod(descriptor, old.st_mode & 07777) == 0;
 }
 
-int Fill(OpenFile& file, const struct stat* old, std::string_view bytes) {
+int Fill(Descriptor& file, const struct stat* old, std::string_view bytes) {
   if (old != nullptr && !TakeOver(file.get(), *old)) return errno;
   if (const int error = WriteAll(file.get(), bytes)) return error;
   return Uninterrupted([&] { return fsync(file.get()); }) == 0 && file.Close() ? 0 : errno;
@@ -64,8 +64,8 @@ int Fill(OpenFile& file, const struct stat* old, std::string_view bytes) {
 
 // Makes the new name last; where the folder cannot be flushed the file is there all the same.
 void FlushFolder(const fs::path& folder) {
-  OpenFile opened(open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (opened.get() >= 0) fsync(opened.get());
+  Descriptor opened(open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (opened) fsync(opened.get());
 }
 
 int PutInPlace(const fs::path& beside, const fs::path& path) {
@@ -83,8 +83,8 @@ int PutWhereNoneIs(const fs::path& beside, const fs::path& path) {
 int Exchange(const fs::path& path, const struct stat* old, std::string_view bytes,
              int (*put)(const fs::path&, const fs::path&) = &PutInPlace) {
   fs::path beside;
-  OpenFile file(CreateBeside(path, beside));
-  if (file.get() < 0) return errno;
+  Descriptor file(CreateBeside(path, beside));
+  if (!file) return errno;
   int error = Fill(file, old, bytes);
   if (error == 0) error = put(beside, path);
   if (error != 0) {

@@ -6,8 +6,8 @@ namespace kolvane::base {
 
 /// The result of a system call, which is made again whenever a signal interrupts it.
 template <typename Call>
-int Uninterrupted(Call call) {
-  int result = 0;
+auto Uninterrupted(Call call) {
+  decltype(call()) result{};
   do {
     result = call();
   } while (result < 0 && errno == EINTR);

@@ -6,6 +6,8 @@
 
 #include <cerrno>
 
+#include "base/descriptor.h"
+#include "base/uninterrupted.h"
 #include "window/text_decoder.h"
 
 namespace kolvane::window {
@@ -18,17 +20,12 @@ class InputFile {
   // Without waiting: what is no regular file is refused below.
   explicit InputFile(const std::string& name)
       : descriptor_(open(name.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC)), error_(errno) {}
-  ~InputFile() {
-    if (descriptor_ >= 0) close(descriptor_);
-  }
-  InputFile(const InputFile&) = delete;
-  InputFile& operator=(const InputFile&) = delete;
 
   // 0 or an errno.
   int Size(std::size_t& size) const {
-    if (descriptor_ < 0) return error_;
+    if (!descriptor_) return error_;
     struct stat status {};
-    if (fstat(descriptor_, &status) != 0) return errno;
+    if (fstat(descriptor_.get(), &status) != 0) return errno;
     if (S_ISDIR(status.st_mode)) return EISDIR;
     if (!S_ISREG(status.st_mode)) return ENODEV;
     size = static_cast<std::size_t>(status.st_size);
@@ -38,16 +35,14 @@ class InputFile {
   // The next piece, an empty one at the end; 0 or an errno.
   int Read(std::string& piece) {
     piece.resize(kPieceBytes);
-    ssize_t count = 0;
-    do {
-      count = read(descriptor_, piece.data(), piece.size());
-    } while (count < 0 && errno == EINTR);
+    const ssize_t count =
+        base::Uninterrupted([&] { return read(descriptor_.get(), piece.data(), piece.size()); });
     piece.resize(static_cast<std::size_t>(count < 0 ? 0 : count));
     return count < 0 ? errno : 0;
   }
 
  private:
-  int descriptor_;
+  base::Descriptor descriptor_;
   int error_;
 };
 

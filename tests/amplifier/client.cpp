@@ -16,9 +16,9 @@ namespace {
 constexpr int kPatienceMs = 20'000;
 
 template <typename Address>
-Descriptor ConnectTo(int family, const Address& address) {
-  Descriptor socket(::socket(family, SOCK_STREAM | SOCK_CLOEXEC, 0));
-  if (connect(socket.number(), reinterpret_cast<const sockaddr*>(&address), sizeof(address)) != 0) return {};
+base::Descriptor ConnectTo(int family, const Address& address) {
+  base::Descriptor socket(::socket(family, SOCK_STREAM | SOCK_CLOEXEC, 0));
+  if (connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof(address)) != 0) return {};
   return socket;
 }
 
@@ -40,11 +40,11 @@ Client Client::Tcp(int port, bool ipv6) {
 }
 
 Client Client::Pty(const std::string& path) {
-  Descriptor terminal(open(path.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC));
+  base::Descriptor terminal(open(path.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC));
   termios mode{};
-  if (terminal && tcgetattr(terminal.number(), &mode) == 0) {
+  if (terminal && tcgetattr(terminal.get(), &mode) == 0) {
     cfmakeraw(&mode);
-    tcsetattr(terminal.number(), TCSANOW, &mode);
+    tcsetattr(terminal.get(), TCSANOW, &mode);
   }
   return Client(std::move(terminal));
 }

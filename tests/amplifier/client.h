@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "amplifier/descriptor.h"
+#include "base/descriptor.h"
 
 namespace kolvane::amplifier {
 
@@ -17,7 +17,7 @@ class Client {
   static Client Pty(const std::string& path);
 
   explicit operator bool() const { return static_cast<bool>(descriptor_); }
-  int descriptor() const { return descriptor_.number(); }
+  int descriptor() const { return descriptor_.get(); }
   void Send(std::string_view bytes) const;
   /// Sends `command` and a LF and reads the answer up to its CR LF, which is taken off.
   std::string Ask(std::string_view command) const;
@@ -29,10 +29,10 @@ class Client {
   std::string ReadAll(int* error) const;
 
  private:
-  explicit Client(Descriptor descriptor) : descriptor_(std::move(descriptor)) {}
+  explicit Client(base::Descriptor descriptor) : descriptor_(std::move(descriptor)) {}
   bool WaitFor(short events) const;
 
-  Descriptor descriptor_;
+  base::Descriptor descriptor_;
 };
 
 }  // namespace kolvane::amplifier

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "amplifier/descriptor.h"
+#include "base/descriptor.h"
 #include "base/temp_folder.h"
 #include "client.h"
 
@@ -37,8 +37,8 @@ class Program {
     }
     close(out[1]);
     close(err[1]);
-    out_ = Descriptor(out[0]);
-    err_ = Descriptor(err[0]);
+    out_ = base::Descriptor(out[0]);
+    err_ = base::Descriptor(err[0]);
   }
   ~Program() {
     if (child_ > 0) {
@@ -62,20 +62,20 @@ class Program {
   }
 
  private:
-  static std::string ReadLine(const Descriptor& from) {
+  static std::string ReadLine(const base::Descriptor& from) {
     std::string line;
-    for (char c = 0; read(from.number(), &c, 1) == 1 && c != '\n';) line += c;
+    for (char c = 0; read(from.get(), &c, 1) == 1 && c != '\n';) line += c;
     return line;
   }
-  static std::string ReadAll(const Descriptor& from) {
+  static std::string ReadAll(const base::Descriptor& from) {
     std::string text;
-    for (char c = 0; read(from.number(), &c, 1) == 1;) text += c;
+    for (char c = 0; read(from.get(), &c, 1) == 1;) text += c;
     return text;
   }
 
   pid_t child_ = -1;
-  Descriptor out_;
-  Descriptor err_;
+  base::Descriptor out_;
+  base::Descriptor err_;
 };
 
 int PortIn(const std::string& line) {
@@ -124,17 +124,17 @@ TEST(Program, EndsWithItsParent) {
     pause();
   }
   close(out[1]);
-  const Descriptor output(out[0]);
+  const base::Descriptor output(out[0]);
   std::string line;
-  for (char c = 0; read(output.number(), &c, 1) == 1 && c != '\n';) line += c;
+  for (char c = 0; read(output.get(), &c, 1) == 1 && c != '\n';) line += c;
   EXPECT_NE(PortIn(line), 0);
   kill(parent, SIGKILL);
   waitpid(parent, nullptr, 0);
   // The pipe ends when the last holder of its other end is gone.
-  pollfd entry{output.number(), POLLIN, 0};
+  pollfd entry{output.get(), POLLIN, 0};
   ASSERT_EQ(poll(&entry, 1, 20'000), 1);
   char c = 0;
-  EXPECT_EQ(read(output.number(), &c, 1), 0);
+  EXPECT_EQ(read(output.get(), &c, 1), 0);
 }
 
 TEST(Program, TellsWrongUsageInOneLine) {

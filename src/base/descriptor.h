@@ -4,9 +4,9 @@
 
 #include <utility>
 
-namespace kolvane::amplifier {
+namespace kolvane::base {
 
-/// Owns a file descriptor; -1 = none.
+/// Owns a file descriptor; negative is none.
 class Descriptor {
  public:
   Descriptor() = default;
@@ -20,11 +20,13 @@ class Descriptor {
     if (number_ >= 0) close(number_);
   }
 
-  int number() const { return number_; }
+  int get() const { return number_; }
   explicit operator bool() const { return number_ >= 0; }
+  /// False where closing fails, with its errno; there is none afterwards in any case.
+  bool Close() { return close(std::exchange(number_, -1)) == 0; }
 
  private:
   int number_ = -1;
 };
 
-}  // namespace kolvane::amplifier
+}  // namespace kolvane::base
