@@ -1,36 +1,21 @@
 #include "app/instrument.h"
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include <stdexcept>
+#include <utility>
 
 namespace kolvane::app {
 
-Instrument::Instrument(Reply reply)
-    : reply_(std::move(reply)), listener_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  socklen_t size = sizeof address;
-  auto* generic = reinterpret_cast<sockaddr*>(&address);
-  if (bind(listener_, generic, size) != 0 || listen(listener_, 8) != 0 ||
-      getsockname(listener_, generic, &size) != 0)
-    throw std::runtime_error("no loopback port");
-  port_ = ntohs(address.sin_port);
-  thread_ = std::thread([this] { Serve(); });
-}
+Instrument::Instrument(Reply reply) : reply_(std::move(reply)), thread_([this] { Serve(); }) {}
 
 Instrument::~Instrument() {
-  shutdown(listener_, SHUT_RDWR);
+  listener_.Shutdown();
   thread_.join();
-  close(listener_);
 }
 
 void Instrument::Serve() {
-  for (int peer; (peer = accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC)) >= 0;) {
+  for (int peer; (peer = listener_.Accept()) >= 0;) {
     Talk(peer);
     close(peer);
     const std::lock_guard lock(mutex_);

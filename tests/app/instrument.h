@@ -8,6 +8,8 @@
 #include <thread>
 #include <vector>
 
+#include "base/loopback.h"
+
 namespace kolvane::app {
 
 /// An instrument on a loopback port, one connection after the other, that answers each line (without its LF)
@@ -21,8 +23,8 @@ class Instrument {
   Instrument(const Instrument&) = delete;
   Instrument& operator=(const Instrument&) = delete;
 
-  std::string Resource() const { return "TCPIP::127.0.0.1::" + std::to_string(port_) + "::SOCKET"; }
-  std::uint16_t port() const { return port_; }
+  std::string Resource() const { return "TCPIP::127.0.0.1::" + std::to_string(port()) + "::SOCKET"; }
+  std::uint16_t port() const { return listener_.port(); }
 
   /// Returns once `count` lines have come.
   void AwaitLines(std::size_t count);
@@ -34,9 +36,8 @@ class Instrument {
   void Serve();
   void Talk(int peer);
 
-  Reply reply_;
-  int listener_;
-  std::uint16_t port_ = 0;
+  const Reply reply_;
+  const base::Listener listener_;
   std::mutex mutex_;
   std::condition_variable changed_;
   std::vector<std::string> lines_;

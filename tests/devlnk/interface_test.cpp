@@ -27,7 +27,7 @@ class Interface : public testing::Test {
   void TearDown() override { QDX_ClosePort(); }
   void OpenLoopback() { ASSERT_EQ(QDX_OpenPort(100, 1, "127.0.0.1", listener_.port(), 1, 512), 0); }
 
-  Listener listener_{AF_INET};
+  base::Listener listener_{AF_INET};
 };
 
 TEST(SharedObject, ExportsItsFunctionsAndNothingElse) {

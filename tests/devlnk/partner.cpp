@@ -1,8 +1,5 @@
 #include "devlnk/partner.h"
 
-#include <fcntl.h>
-#include <netinet/in.h>
-#include <netinet/tcp.h>
 #include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -46,7 +43,7 @@ class TcpPartner final : public Partner {
   Status loss() const override { return Status::kClosedByPeer; }
 
  private:
-  Listener listener_;
+  base::Listener listener_;
   const char* address_;
 };
 
@@ -65,7 +62,7 @@ class PtyPartner : public Partner {
   void AwaitArrival() override { Require(Await(pty_.slave(), POLLIN), "nothing arrived"); }
 
  protected:
-  Pty pty_;
+  base::Pty pty_;
 
  private:
   std::int16_t port_;
@@ -118,57 +115,6 @@ std::unique_ptr<Partner> MakeTcp6() { return std::make_unique<TcpPartner>(AF_INE
 std::unique_ptr<Partner> MakeCom() { return std::make_unique<PtyPartner>(std::int16_t{1}); }
 std::unique_ptr<Partner> MakeRs485() { return std::make_unique<PtyPartner>(std::int16_t{10}); }
 std::unique_ptr<Partner> MakeUsbLine() { return std::make_unique<UsbLinePartner>(); }
-
-Listener::Listener(int family, int backlog) : fd_(socket(family, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
-  // sockaddr_in6 is the larger of the two, and the port stands at the same place in both.
-  sockaddr_in6 address{};
-  address.sin6_family = static_cast<sa_family_t>(family);
-  if (family == AF_INET6) {
-    address.sin6_addr = in6addr_loopback;
-  } else {
-    reinterpret_cast<sockaddr_in*>(&address)->sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  }
-  socklen_t size = family == AF_INET6 ? sizeof(sockaddr_in6) : sizeof(sockaddr_in);
-  auto* const generic = reinterpret_cast<sockaddr*>(&address);
-  Require(bind(fd_, generic, size) == 0, "no port");
-  Require(backlog == kDeaf || listen(fd_, backlog) == 0, "cannot listen");
-  getsockname(fd_, generic, &size);
-  port_ = ntohs(address.sin6_port);
-}
-
-Listener::~Listener() { close(fd_); }
-
-int Listener::Accept() {
-  const int connection = accept4(fd_, nullptr, nullptr, SOCK_CLOEXEC);
-  Require(connection >= 0, "cannot accept");
-  const int on = 1;
-  setsockopt(connection, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
-  return connection;
-}
-
-Pty::Pty() : master_(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)) {
-  char name[128];
-  Require(grantpt(master_) == 0 && unlockpt(master_) == 0, "no pseudo terminal");
-  Require(ptsname_r(master_, name, sizeof name) == 0, "no name");
-  node_ = name;
-  slave_ = open(name, O_RDWR | O_NOCTTY | O_CLOEXEC);
-  Require(slave_ >= 0, "cannot open the pseudo terminal");
-}
-
-Pty::~Pty() {
-  CloseMaster();
-  CloseSlave();
-}
-
-void Pty::CloseMaster() {
-  if (master_ >= 0) close(master_);
-  master_ = -1;
-}
-
-void Pty::CloseSlave() {
-  if (slave_ >= 0) close(slave_);
-  slave_ = -1;
-}
 
 Drip::Drip(Partner& partner, std::string text, int gap_ms)
     : thread_([&partner, text = std::move(text), gap_ms] {

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <thread>
 
+#include "base/loopback.h"
 #include "devlnk/devlnk.h"
 #include "devlnk/status.h"
 
@@ -44,40 +45,6 @@ std::unique_ptr<Partner> MakeCom();
 std::unique_ptr<Partner> MakeRs485();
 /// A USB adapter with a serial line, found by its serial number.
 std::unique_ptr<Partner> MakeUsbLine();
-
-/// A TCP port that listens on a loopback address and leaves accepting to the caller; with kDeaf the port is
-/// taken, but nobody listens.
-class Listener {
- public:
-  static constexpr int kDeaf = -1;
-  explicit Listener(int family, int backlog = 5);
-  ~Listener();
-  int Accept();
-  int fd() const { return fd_; }
-  std::int32_t port() const { return port_; }
-
- private:
-  int fd_;
-  std::int32_t port_ = 0;
-};
-
-/// A pseudo terminal: the instrument holds the master, the library opens node(). The test's own slave
-/// descriptor keeps the line's settings alive between openings.
-class Pty {
- public:
-  Pty();
-  ~Pty();
-  int master() const { return master_; }
-  int slave() const { return slave_; }
-  const std::string& node() const { return node_; }
-  void CloseMaster();
-  void CloseSlave();
-
- private:
-  int master_;
-  int slave_ = -1;
-  std::string node_;
-};
 
 /// Sends one byte after the other with a gap between them, until the text or the partner ends.
 class Drip {

@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <fstream>
 
+#include "base/loopback.h"
 #include "devlnk/fake_sysfs.h"
 
 namespace kolvane::devlnk {
@@ -92,9 +93,8 @@ TEST_F(PortScan, TellsWhatTheNamesStandFor) {
 }
 
 TEST_F(PortScan, AddsANamedLineThatTheRecordLacks) {
-  const int master = posix_openpt(O_RDWR | O_NOCTTY);
-  ASSERT_TRUE(grantpt(master) == 0 && unlockpt(master) == 0);
-  const std::string node = ptsname(master);
+  const base::Pty pty;
+  const std::string& node = pty.node();
   const fs::path link = fs::path(system_.root()) / "line";
   fs::create_symlink(node, link);
   setenv("KOLVANE_COM2", link.c_str(), 1);
@@ -102,7 +102,6 @@ TEST_F(PortScan, AddsANamedLineThatTheRecordLacks) {
   system_.AddDevice("platform", {});
   system_.AddNode("tty", "ttyS0", "platform", node);
   EXPECT_EQ(Scan(), "serial 'COM2' '" + node + "' 0 '' 'serial port'\n");
-  close(master);
 }
 
 TEST_F(PortScan, AddsNoNamedNodeThatIsNoDevice) {

@@ -49,7 +49,7 @@ class Bus {
   }
 
   std::vector<int> addresses_;
-  Pty pty_;
+  base::Pty pty_;
   std::thread thread_;
 };
 

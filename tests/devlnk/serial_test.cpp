@@ -33,7 +33,7 @@ class Serial : public testing::Test {
     return settings;
   }
 
-  Pty pty_;
+  base::Pty pty_;
 };
 
 /// Gives up the superuser's rights for a while; the tests may run with or without them.
@@ -94,7 +94,7 @@ TEST_F(Serial, BytesFromBeforeOpeningAreNoAnswer) {
 }
 
 TEST_F(Serial, BothPortsHaveTheirOwnNodes) {
-  const Pty second;
+  const base::Pty second;
   setenv("KOLVANE_COM2", second.node().c_str(), 1);
   for (const auto port : {std::int16_t{2}, std::int16_t{20}}) {
     ASSERT_EQ(QDX_OpenPort(port, 9600, "n", 8, 1, 512), 0);

@@ -3,7 +3,6 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <net/if.h>
-#include <netinet/in.h>
 #include <sched.h>
 #include <sys/file.h>
 #include <sys/ioctl.h>
@@ -39,29 +38,6 @@ void ExpectConnects(LiveWindow& live) {
   EXPECT_EQ(live.NewLines(), "<+>|NOW|NOW");
 }
 
-/// Room for no further connection.
-class FullBacklog {
- public:
-  FullBacklog() : listener_(AF_INET, 0) {
-    for (int& waiting : waiting_) {
-      waiting = socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
-      sockaddr_in to{};
-      to.sin_family = AF_INET;
-      to.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-      to.sin_port = htons(static_cast<std::uint16_t>(listener_.port()));
-      connect(waiting, reinterpret_cast<const sockaddr*>(&to), sizeof to);
-    }
-  }
-  ~FullBacklog() {
-    for (const int waiting : waiting_) close(waiting);
-  }
-  std::int16_t port() const { return static_cast<std::int16_t>(listener_.port()); }
-
- private:
-  devlnk::Listener listener_;
-  int waiting_[4];
-};
-
 class ConnectFault : public testing::Test {
  protected:
   void ExpectFailure(LiveWindow& live, Status status) {
@@ -75,7 +51,7 @@ class ConnectFault : public testing::Test {
 
 TEST_F(ConnectFault, Row04Refused) {
   LiveWindow live(Port::kTcp, Nothing);
-  const devlnk::Listener deaf(AF_INET, devlnk::Listener::kDeaf);
+  const base::Listener deaf(AF_INET, base::Listener::kDeaf);
   const std::int16_t own = live.connection().ip_port;
   live.connection().ip_port = static_cast<std::int16_t>(deaf.port());
   ExpectFailure(live, Status::kRefused);
@@ -85,9 +61,9 @@ TEST_F(ConnectFault, Row04Refused) {
 
 TEST_F(ConnectFault, Row04Swallowed) {
   LiveWindow live(Port::kTcp, Nothing);
-  const FullBacklog full;
+  const base::FullListener full;
   const std::int16_t own = live.connection().ip_port;
-  live.connection().ip_port = full.port();
+  live.connection().ip_port = static_cast<std::int16_t>(full.port());
   live.connection().timeout_ms = 200;
   ExpectFailure(live, Status::kConnectTimeout);
   live.connection().ip_port = own;

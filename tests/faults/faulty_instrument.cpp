@@ -3,7 +3,6 @@
 #include <poll.h>
 #include <signal.h>
 #include <sys/eventfd.h>
-#include <sys/socket.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -36,7 +35,7 @@ std::string NameOf(Port port) {
 FaultyInstrument::FaultyInstrument(Port port, Fault fault)
     : port_(port), fault_(std::move(fault)), calm_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK | EFD_SEMAPHORE)) {
   if (port == Port::kTcp) {
-    listener_ = std::make_unique<devlnk::Listener>(AF_INET);
+    listener_ = std::make_unique<base::Listener>();
   } else {
     LinkLine();
   }
@@ -52,7 +51,7 @@ FaultyInstrument::~FaultyInstrument() {
     const std::lock_guard lock(mutex_);
     over_ = true;
   }
-  if (listener_) shutdown(listener_->fd(), SHUT_RDWR);
+  if (listener_) listener_->Shutdown();
   Signal(calm_, kForGood);
   thread_.join();
   close(calm_);
@@ -77,7 +76,7 @@ std::map<std::string, std::string> FaultyInstrument::Environment() const {
 }
 
 void FaultyInstrument::LinkLine() {
-  pty_ = std::make_unique<devlnk::Pty>();
+  pty_ = std::make_unique<base::Pty>();
   // Between connections the line must not say back what the instrument still sends.
   termios settings{};
   tcgetattr(pty_->slave(), &settings);
@@ -115,7 +114,7 @@ void FaultyInstrument::EndConnection(int fd) {
     close(fd);
   } else {
     // The new line stands before the old one ends, so that whoever notices the end finds it.
-    const std::unique_ptr<devlnk::Pty> old = std::move(pty_);
+    const std::unique_ptr<base::Pty> old = std::move(pty_);
     LinkLine();
   }
 }

@@ -8,9 +8,9 @@
 #include <thread>
 #include <vector>
 
+#include "base/loopback.h"
 #include "base/temp_folder.h"
 #include "devlnk/fake_sysfs.h"
-#include "devlnk/partner.h"
 #include "faults/wire.h"
 
 namespace kolvane::faults {
@@ -34,7 +34,7 @@ class FaultyInstrument {
   std::string Resource() const;
   /// What a program must find in its environment to reach the instrument.
   std::map<std::string, std::string> Environment() const;
-  std::uint16_t ip_port() const { return listener_ ? static_cast<std::uint16_t>(listener_->port()) : 0; }
+  std::uint16_t ip_port() const { return listener_ ? listener_->port() : std::uint16_t{0}; }
   std::string node() const { return folder_.Path("line"); }
 
   /// Ends what the fault is at; returns once the instrument listens to lines again.
@@ -62,8 +62,8 @@ class FaultyInstrument {
   const Fault fault_;
   base::TempFolder folder_;
   devlnk::FakeSysfs system_;
-  std::unique_ptr<devlnk::Listener> listener_;
-  std::unique_ptr<devlnk::Pty> pty_;
+  std::unique_ptr<base::Listener> listener_;
+  std::unique_ptr<base::Pty> pty_;
   int calm_;
   std::mutex mutex_;
   std::condition_variable changed_;

@@ -141,7 +141,7 @@ const Words kAsNobody = {"setpriv", "--reuid", "65534", "--regid", "65534", "--c
 
 TEST_F(Processes, Row21ALineOfSomebodyElse) {
   if (geteuid() != 0) GTEST_SKIP() << "only root may become another user";
-  devlnk::Pty pty;
+  base::Pty pty;
   const Words words = {"send", "ONE", "--connect", "ASRL" + pty.node() + "::INSTR"};
   ASSERT_EQ(chmod(pty.node().c_str(), 0600), 0);
   app::Outcome outcome = app::RunProgram(words, {.wrapper = kAsNobody});

@@ -7,7 +7,7 @@
 #include <thread>
 #include <vector>
 
-#include "devlnk/partner.h"
+#include "base/loopback.h"
 
 namespace kolvane::integration {
 
@@ -36,7 +36,7 @@ class Modem {
 
   Answers answers_;
   bool echoes_;
-  devlnk::Pty line_;
+  base::Pty line_;
   int wake_[2];
   std::mutex mutex_;
   std::condition_variable came_;

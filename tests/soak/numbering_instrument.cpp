@@ -1,8 +1,5 @@
 #include "soak/numbering_instrument.h"
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
-#include <netinet/tcp.h>
 #include <signal.h>
 #include <sys/mman.h>
 #include <sys/prctl.h>
@@ -89,12 +86,10 @@ class Service {
   Tally& tally_;
 };
 
-[[noreturn]] void Serve(int listener, std::int64_t expected, const std::string& copy, Tally& tally) {
+[[noreturn]] void Serve(const base::Listener& listener, std::int64_t expected, const std::string& copy,
+                        Tally& tally) {
   prctl(PR_SET_PDEATHSIG, SIGKILL);
-  const int peer = accept4(listener, nullptr, nullptr, SOCK_CLOEXEC);
-  const int on = 1;
-  setsockopt(peer, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
-  _exit(Service(peer, expected, copy, tally).Run() ? 0 : 1);
+  _exit(Service(listener.Accept(), expected, copy, tally).Run() ? 0 : 1);
 }
 
 }  // namespace
@@ -104,7 +99,6 @@ NumberingInstrument::NumberingInstrument(std::int64_t expected, const std::strin
       mmap(nullptr, sizeof(Tally), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
   if (shared == MAP_FAILED) throw std::system_error(errno, std::generic_category(), "mmap");
   tally_ = new (shared) Tally;
-  Listen();
   child_ = Checked(fork(), "fork");
   if (child_ == 0) Serve(listener_, expected, copy, *tally_);
 }
@@ -114,21 +108,7 @@ NumberingInstrument::~NumberingInstrument() {
     kill(child_, SIGKILL);
     waitpid(child_, nullptr, 0);
   }
-  close(listener_);
   munmap(tally_, sizeof(Tally));
-}
-
-void NumberingInstrument::Listen() {
-  listener_ = Checked(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0), "socket");
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  socklen_t size = sizeof address;
-  auto* const generic = reinterpret_cast<sockaddr*>(&address);
-  Checked(bind(listener_, generic, size), "bind");
-  Checked(listen(listener_, 1), "listen");
-  Checked(getsockname(listener_, generic, &size), "getsockname");
-  port_ = ntohs(address.sin_port);
 }
 
 void NumberingInstrument::AwaitEnd() {

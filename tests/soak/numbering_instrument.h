@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <string>
 
+#include "base/loopback.h"
+
 namespace kolvane::soak {
 
 /// What the instrument has to tell while it runs; in memory that both processes see.
@@ -29,18 +31,15 @@ class NumberingInstrument {
   NumberingInstrument(const NumberingInstrument&) = delete;
   NumberingInstrument& operator=(const NumberingInstrument&) = delete;
 
-  std::uint16_t port() const { return port_; }
+  std::uint16_t port() const { return listener_.port(); }
   const Tally& tally() const { return *tally_; }
 
   /// Returns once the connection was closed and the copy is whole.
   void AwaitEnd();
 
  private:
-  void Listen();
-
   Tally* tally_;
-  int listener_ = -1;
-  std::uint16_t port_ = 0;
+  const base::Listener listener_;
   pid_t child_ = -1;
 };
 
