@@ -15,6 +15,22 @@
 
 namespace kolvane::devlnk {
 
+/// Keeps signals from a thread that is started meanwhile: the caller's are none of its business.
+class BlockedSignals {
+ public:
+  BlockedSignals() {
+    sigset_t all;
+    sigfillset(&all);
+    pthread_sigmask(SIG_SETMASK, &all, &before_);
+  }
+  ~BlockedSignals() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
+  BlockedSignals(const BlockedSignals&) = delete;
+  BlockedSignals& operator=(const BlockedSignals&) = delete;
+
+ private:
+  sigset_t before_;
+};
+
 /// The result of work that may never end, or nothing when it throws or has not come by the deadline. The work
 /// cannot be asked to hurry, so its thread is left to itself then; `work` must own all that it uses.
 /// The library stays loaded once it was (-z nodelete). std::system_error where no thread can be had.
@@ -25,16 +41,6 @@ auto ResultBy(Deadline& deadline, Work work) -> std::optional<decltype(work())> 
     std::condition_variable done;
     bool ended = false;
     std::optional<decltype(work())> result;
-  };
-  // The caller's signals are none of the thread's business, and its own mask comes back whatever happens.
-  struct BlockedSignals {
-    BlockedSignals() {
-      sigset_t all;
-      sigfillset(&all);
-      pthread_sigmask(SIG_SETMASK, &all, &before);
-    }
-    ~BlockedSignals() { pthread_sigmask(SIG_SETMASK, &before, nullptr); }
-    sigset_t before;
   };
   const auto exchange = std::make_shared<Exchange>();
   {

@@ -6,10 +6,10 @@
 #include <charconv>
 #include <optional>
 
-#include "devlnk/background_work.h"
 #include "devlnk/gpib_library.h"
 #include "devlnk/node_names.h"
 #include "devlnk/sysfs.h"
+#include "devlnk/timely_scan.h"
 #include "devlnk/usb_scan.h"
 
 namespace kolvane::devlnk {
@@ -19,8 +19,6 @@ namespace fs = std::filesystem;
 
 using Ports = std::vector<FoundPort>;
 using Kind = FoundPort::Kind;
-
-constexpr std::int32_t kLongestScanMs = 1500;
 
 // The GPIB driver makes this many entries at once, whatever boards there are.
 constexpr std::size_t kGpibTable = 16;
@@ -143,13 +141,6 @@ std::vector<FoundPort> ScanPorts(const std::string& root, Deadline& deadline) {
   return ports;
 }
 
-std::vector<FoundPort> AttachedPorts() {
-  Deadline deadline(kLongestScanMs);
-  auto ports = ResultBy(deadline, [root = sysfs::Root()] {
-    Deadline own(kLongestScanMs);
-    return ScanPorts(root, own);
-  });
-  return ports ? std::move(*ports) : Ports();
-}
+std::vector<FoundPort> AttachedPorts() { return ScanInTime(ScanPorts); }
 
 }  // namespace kolvane::devlnk

@@ -3,15 +3,13 @@
 #include <algorithm>
 #include <utility>
 
-#include "devlnk/background_work.h"
 #include "devlnk/sysfs.h"
+#include "devlnk/timely_scan.h"
 
 namespace kolvane::devlnk {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr std::int32_t kLongestScanMs = 1500;
 
 struct NodeClass {
   const char* folder;
@@ -47,13 +45,6 @@ std::vector<UsbDevice> ScanUsb(const std::string& root, Deadline& deadline) {
   return devices;
 }
 
-std::vector<UsbDevice> AttachedUsb() {
-  Deadline deadline(kLongestScanMs);
-  auto devices = ResultBy(deadline, [root = sysfs::Root()] {
-    Deadline own(kLongestScanMs);
-    return ScanUsb(root, own);
-  });
-  return devices ? std::move(*devices) : std::vector<UsbDevice>();
-}
+std::vector<UsbDevice> AttachedUsb() { return ScanInTime(ScanUsb); }
 
 }  // namespace kolvane::devlnk
