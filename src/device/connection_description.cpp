@@ -34,8 +34,4 @@ std::string ConnectionDescription(const ConnectionParameters& parameters) {
   }
 }
 
-std::string StatusBarText(bool connected, const ConnectionParameters& parameters) {
-  return connected ? ConnectionDescription(parameters) : "Nicht verbunden";
-}
-
 }  // namespace kolvane::device

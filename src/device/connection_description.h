@@ -10,7 +10,4 @@ namespace kolvane::device {
 /// rates where COM1 shows the rate; RS485, offline and unknown kinds have no description.
 std::string ConnectionDescription(const ConnectionParameters& parameters);
 
-/// The status bar's text: the description while connected, "Nicht verbunden" otherwise.
-std::string StatusBarText(bool connected, const ConnectionParameters& parameters);
-
 }  // namespace kolvane::device

@@ -83,11 +83,5 @@ TEST(ConnectionDescription, IsEmptyForAllOtherCodes) {
     EXPECT_EQ(ConnectionDescription(Serial(code)), "") << code;
 }
 
-TEST(StatusBarText, ShowsTheDescriptionWhileConnectedOnly) {
-  EXPECT_EQ(StatusBarText(true, Serial(2)), "COM2 2 Baud, Parity: Keine, Data: 8, Stop: 1");
-  EXPECT_EQ(StatusBarText(true, Serial(10)), "");
-  EXPECT_EQ(StatusBarText(false, Serial(2)), "Nicht verbunden");
-}
-
 }  // namespace
 }  // namespace kolvane::device
