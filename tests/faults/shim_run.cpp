@@ -34,7 +34,7 @@ ShimRun RunWithShim(const FailingCall& failing, int nth, FaultyInstrument& instr
   base::WriteBytes(folder.Path("a.CMD"), "ONE\r\nTWO\r\nTHREE\r\n");
   std::map<std::string, std::string> environment = instrument.Environment();
   environment.merge(ShimEnvironment(failing, nth, folder.Path("hit")));
-  app::Program program({"run", folder.Path("a.CMD"), "--connect", instrument.Resource(), "--timeout", "100",
+  app::Program program({"run", folder.Path("a.CMD"), "--connect", instrument.Resource(), "--timeout", "250",
                         "--log", folder.Path("a.LOG")},
                        {.environment = environment});
   ShimRun run;
