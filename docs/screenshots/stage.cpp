@@ -20,9 +20,7 @@ constexpr std::uint16_t kIpPort = 5025;  // seen in the pictures
 }  // namespace
 
 Stage::Stage(const std::string& folder)
-    : folder_(folder),
-      amplifier_({.tcp_port = kIpPort}),
-      window_({{device_, connection_, terminal_}, script_, settings_, library_, folder}) {
+    : folder_(folder), amplifier_({.tcp_port = kIpPort}), window_(ContextWith(library_, folder)) {
   setenv("KOLVANE_PORT_LIBRARY", KOLVANE_PORT_LIBRARY_FILE, 1);
   setenv("KOLVANE_SYSFS", sysfs_.root().c_str(), 1);
   AttachUsbDevices();
@@ -47,7 +45,6 @@ void Stage::Configure() {
   std::ofstream(folder_ + "/IPADDR.INI") << "192.168.1.7\r\n127.0.0.1\r\n";
   std::ofstream(folder_ + "/USBADDR.INI") << "00104711\r\n";
   std::ofstream(folder_ + "/MODEM.INI") << "ATZ\r\nATE0\r\nATDT 030123456\r\n";
-  device_.OperMode = 2;
   connection_.port_option = kTcpIpOption;
   connection_.ip_address = "127.0.0.1";
   connection_.ip_port = static_cast<std::int16_t>(kIpPort);

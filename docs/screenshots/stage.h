@@ -8,12 +8,12 @@
 #include "amplifier/server_thread.h"
 #include "device/lazy_port_library.h"
 #include "devlnk/fake_sysfs.h"
-#include "window/main_window.h"
+#include "window/window_records.h"
 
 namespace kolvane::screenshots {
 
 /// A terminal window on a simulated amplifier, with a folder of its own and USB devices that do not exist.
-class Stage {
+class Stage : private window::WindowRecords {
  public:
   /// `folder` is the component's folder, which exists and is empty.
   explicit Stage(const std::string& folder);
@@ -47,11 +47,6 @@ class Stage {
   std::string folder_;
   amplifier::ServerThread amplifier_;
   devlnk::FakeSysfs sysfs_;
-  device::DeviceState device_;
-  device::ConnectionParameters connection_;
-  terminal::TerminalState terminal_;
-  terminal::WindowSettings settings_;
-  script::ScriptState script_;
   device::LazyPortLibrary library_{""};
   window::MainWindow window_;
 };

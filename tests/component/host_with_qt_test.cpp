@@ -18,18 +18,13 @@
 
 #include "base/temp_folder.h"
 #include "device/recording_host.h"
+#include "gui/shown_terminal.h"
 #include "kolvane/MainClass.h"
 
 namespace kolvane {
 namespace {
 
-QMainWindow* Terminal() {
-  for (QWidget* widget : QApplication::topLevelWidgets()) {
-    if (widget->objectName() == QLatin1String("frmTerminal") && widget->isVisible())
-      return qobject_cast<QMainWindow*>(widget);
-  }
-  return nullptr;
-}
+using gui::PaneText;
 
 class HostTest : public testing::Test {
  protected:
@@ -49,7 +44,7 @@ class HostTest : public testing::Test {
     terminal_.InitTerminal(host_);
     bool used = false;
     QTimer::singleShot(0, qApp, [&] {
-      QMainWindow* window = Terminal();
+      QMainWindow* window = gui::ShownTerminal();
       ASSERT_NE(window, nullptr);
       use(*window);
       used = true;
@@ -65,16 +60,6 @@ class HostTest : public testing::Test {
   std::shared_ptr<device::RecordingHost> host_ = std::make_shared<device::RecordingHost>();
   MainClass terminal_;
 };
-
-void Send(QMainWindow& window, const QString& command) {
-  auto* box = window.findChild<QComboBox*>("cmbCommand");
-  box->setCurrentText(command);
-  QTest::keyClick(box, Qt::Key_Return);
-}
-
-QString PaneText(QMainWindow& window) {
-  return window.findChild<QWidget*>("TermWin")->property("plainText").toString();
-}
 
 TEST_F(HostTest, TheIndexedDeviceIsShownAsConnected) {
   Open(0, [](QMainWindow& window) {
@@ -92,7 +77,7 @@ TEST_F(HostTest, ACommandGoesToTheIndexedDevice) {
   host_->script.read = [](Variant& answer, Variant&) { answer = "12.5\r\n"; };
   Open(0, [&](QMainWindow& window) {
     host_->script.calls.clear();
-    Send(window, "MSV?");
+    gui::TypeCommand(window, "MSV?");
     EXPECT_EQ(PaneText(window).section('\n', -2), "MSV?\n12.5");
   });
   EXPECT_NE(std::find(host_->script.calls.begin(), host_->script.calls.end(),
@@ -103,7 +88,7 @@ TEST_F(HostTest, ACommandGoesToTheIndexedDevice) {
 TEST_F(HostTest, ACommandGoesToTheSingleDevice) {
   host_->script.read = [](Variant& answer, Variant&) { answer = "Prüfstand 3\r\n"; };
   Open(1, [&](QMainWindow& window) {
-    Send(window, "*IDN?");
+    gui::TypeCommand(window, "*IDN?");
     EXPECT_TRUE(PaneText(window).endsWith("*IDN?\nPrüfstand 3")) << PaneText(window).toStdString();
   });
 }
@@ -111,7 +96,7 @@ TEST_F(HostTest, ACommandGoesToTheSingleDevice) {
 TEST_F(HostTest, AnExceptionInTheSessionBecomesAFailedOperation) {
   host_->script.on_call["Read"] = [] { throw std::runtime_error("Leitung tot"); };
   Open(1, [&](QMainWindow& window) {
-    Send(window, "*IDN?");
+    gui::TypeCommand(window, "*IDN?");
     EXPECT_TRUE(PaneText(window).endsWith("*IDN?\nLeitung tot")) << PaneText(window).toStdString();
   });
 }
@@ -120,11 +105,11 @@ TEST_F(HostTest, AHostsErrorReachesTheCallerAndNoWindowIsShown) {
   host_->script.on_call["GetDeviceInfo"] = [] { throw std::logic_error("belegt"); };
   terminal_.InitTerminal(host_);
   EXPECT_THROW(terminal_.OpenTerminal(1, 0), std::logic_error);
-  EXPECT_EQ(Terminal(), nullptr);
+  EXPECT_EQ(gui::ShownTerminal(), nullptr);
   host_->script.on_call.clear();
   host_->kind = "seltsam";
   EXPECT_THROW(terminal_.OpenTerminal(1, 0), RuntimeError);
-  EXPECT_EQ(Terminal(), nullptr);
+  EXPECT_EQ(gui::ShownTerminal(), nullptr);
 }
 
 TEST_F(HostTest, AMissingObjectIsAnError) {
@@ -179,7 +164,7 @@ TEST_F(HostTest, ADescriptorClosesTheWindowAndTheMessageBoxAboveIt) {
   terminal_.InitTerminal(host_);
   QTimer::singleShot(0, qApp, [&] {
     QTimer::singleShot(0, qApp, [&] { ASSERT_EQ(write(ends[1], "x", 1), 1); });
-    QMessageBox::warning(Terminal(), "Host", "offen");
+    QMessageBox::warning(gui::ShownTerminal(), "Host", "offen");
   });
   terminal_.OpenTerminal(1, 0);
   EXPECT_TRUE(terminal_.CanUnload().ToBool());

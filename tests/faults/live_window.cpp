@@ -22,12 +22,10 @@ QString Masked(const QString& line) {
 }  // namespace
 
 LiveWindow::LiveWindow(Port port, Fault fault)
-    : instrument_(port, std::move(fault)),
-      connection_(ParametersOf(instrument_)),
-      window_({{device_, connection_, terminal_}, script_, settings_, library_, folder_.Path("")}) {
+    : instrument_(port, std::move(fault)), window_(ContextWith(library_, folder_.path())) {
+  connection_ = ParametersOf(instrument_);
   setenv("KOLVANE_PORT_LIBRARY", KOLVANE_PORT_LIBRARY_FILE, 1);
   for (const auto& [name, value] : instrument_.Environment()) setenv(name.c_str(), value.c_str(), 1);
-  device_.OperMode = 2;
   terminal_.shown.timeout = kPatienceMs;
   window_.Load();
   window_.show();

@@ -8,12 +8,12 @@
 #include "device/lazy_port_library.h"
 #include "faults/faulty_instrument.h"
 #include "gui/box_answers.h"
-#include "window/main_window.h"
+#include "window/window_records.h"
 
 namespace kolvane::faults {
 
 /// A terminal window, shown, whose port library is the real one and leads to a faulty instrument.
-class LiveWindow {
+class LiveWindow : private window::WindowRecords {
  public:
   LiveWindow(Port port, Fault fault);
   ~LiveWindow();
@@ -41,11 +41,6 @@ class LiveWindow {
 
   FaultyInstrument instrument_;
   base::TempFolder folder_;
-  device::DeviceState device_;
-  device::ConnectionParameters connection_;
-  terminal::TerminalState terminal_;
-  terminal::WindowSettings settings_;
-  script::ScriptState script_;
   device::LazyPortLibrary library_{""};
   window::MainWindow window_;
   gui::BoxAnswers boxes_;

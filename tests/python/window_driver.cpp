@@ -4,25 +4,15 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QComboBox>
-#include <QMainWindow>
-#include <QMessageBox>
-#include <QTest>
 #include <QTimer>
-
 #include <string>
 
+#include "gui/shown_terminal.h"
+
 namespace py = pybind11;
+namespace gui = kolvane::gui;
 
 namespace {
-
-QMainWindow* Terminal() {
-  for (QWidget* widget : QApplication::topLevelWidgets()) {
-    if (widget->objectName() == QLatin1String("frmTerminal") && widget->isVisible())
-      return qobject_cast<QMainWindow*>(widget);
-  }
-  return nullptr;
-}
 
 py::object& Script() {
   static auto* script = new py::object;
@@ -44,16 +34,6 @@ void RunScript() {
 
 void ScheduleScript() { QTimer::singleShot(0, qApp, &RunScript); }
 
-void TypeCommand(const std::string& command) {
-  auto* box = Terminal()->findChild<QComboBox*>("cmbCommand");
-  box->setCurrentText(QString::fromStdString(command));
-  QTest::keyClick(box, Qt::Key_Return);
-}
-
-std::string PaneText() {
-  return Terminal()->findChild<QWidget*>("TermWin")->property("plainText").toString().toStdString();
-}
-
 }  // namespace
 
 PYBIND11_MODULE(window_driver, module) {
@@ -61,9 +41,13 @@ PYBIND11_MODULE(window_driver, module) {
   module.def(
       "use_window", [](py::object script) { Script() = std::move(script); },
       "Runs script() in the next terminal window, then closes it.");
-  module.def("type_command", &TypeCommand, py::call_guard<py::gil_scoped_release>());
-  module.def("pane_text", &PaneText);
   module.def(
-      "press", [](const std::string& key) { Terminal()->findChild<QAction*>(key.c_str())->trigger(); },
+      "type_command",
+      [](const std::string& text) { gui::TypeCommand(*gui::ShownTerminal(), QString::fromStdString(text)); },
+      py::call_guard<py::gil_scoped_release>());
+  module.def("pane_text", [] { return gui::PaneText(*gui::ShownTerminal()).toStdString(); });
+  module.def(
+      "press",
+      [](const std::string& key) { gui::ShownTerminal()->findChild<QAction*>(key.c_str())->trigger(); },
       py::call_guard<py::gil_scoped_release>());
 }

@@ -14,7 +14,7 @@
 #include "base/temp_folder.h"
 #include "device/lazy_port_library.h"
 #include "soak/numbering_instrument.h"
-#include "window/main_window.h"
+#include "window/window_records.h"
 
 namespace kolvane::soak {
 namespace {
@@ -69,10 +69,9 @@ std::string Megabytes(double bytes) {
 }
 
 // A visible terminal connected to the instrument.
-class Terminal {
+class Terminal : private window::WindowRecords {
  public:
   explicit Terminal(std::uint16_t port) : library_(KOLVANE_LIBRARY_FOLDER) {
-    device_.OperMode = 2;
     connection_.port_code = device::port_code::kTcpIp;
     connection_.ip_address = "127.0.0.1";
     connection_.ip_port = static_cast<std::int16_t>(port);
@@ -114,13 +113,8 @@ class Terminal {
 
  private:
   base::TempFolder folder_;
-  device::DeviceState device_;
-  device::ConnectionParameters connection_;
-  terminal::TerminalState terminal_;
-  terminal::WindowSettings settings_;
-  script::ScriptState script_;
   device::LazyPortLibrary library_;
-  window::MainWindow window_{{{device_, connection_, terminal_}, script_, settings_, library_, ""}};
+  window::MainWindow window_{ContextWith(library_, "")};
 };
 
 void JudgeMemory(Verdict& verdict, const Memory& before, const Memory& full, const Memory& after,
@@ -148,6 +142,25 @@ void PrintTimes(const Tally& tally, std::int64_t warm_up, std::int64_t exchanges
               each(9) / each(1));
 }
 
+// What the instrument sent behind that many lines.
+std::string SentBehind(std::int64_t lines, const std::string& copy) {
+  const std::string all = base::ReadBytes(copy);
+  std::size_t begin = 0;
+  for (std::int64_t line = 0; line < lines; ++line) begin = all.find('\n', begin) + 1;
+  return all.substr(begin);
+}
+
+void JudgeCommands(Verdict& verdict, const Tally& tally, std::int64_t expected) {
+  verdict.Expect(tally.commands == expected, "the instrument received each command once");
+  verdict.Expect(tally.garbled == 0, "each of them unchanged");
+}
+
+void JudgeTexts(Verdict& verdict, const std::string& sent, const std::string& log, const std::string& shown) {
+  verdict.Expect(log == sent, "the log is byte by byte what the instrument sent");
+  // The pane breaks lines before each but the first of an empty one, the instrument behind each.
+  verdict.Expect(shown + "\r\n" == "\r\n" + sent, "so is the pane's text");
+}
+
 bool Soak(std::int64_t exchanges) {
   const base::TempFolder folder;
   const std::string copy = folder.Path("sent");
@@ -170,18 +183,12 @@ bool Soak(std::int64_t exchanges) {
   terminal.Disconnect();
   instrument.AwaitEnd();
 
-  std::string sent = base::ReadBytes(copy);
-  std::size_t begin = 0;
-  for (std::int64_t line = 0; line < warm_up; ++line) begin = sent.find('\n', begin) + 1;
-  sent.erase(0, begin);
+  const std::string sent = SentBehind(warm_up, copy);
+  const std::string shown = base::ReadBytes(folder.Path("shown"));
   std::printf("%lld exchanges with a warm-up of %lld, %s sent\n", static_cast<long long>(exchanges),
               static_cast<long long>(warm_up), Megabytes(static_cast<double>(sent.size())).c_str());
-  verdict.Expect(instrument.tally().commands == all, "the instrument received each command once");
-  verdict.Expect(instrument.tally().garbled == 0, "each of them unchanged");
-  verdict.Expect(base::ReadBytes(log) == sent, "the log is byte by byte what the instrument sent");
-  const std::string shown = base::ReadBytes(folder.Path("shown"));
-  // The pane breaks lines before each but the first of an empty one, the instrument behind each.
-  verdict.Expect(shown + "\r\n" == "\r\n" + sent, "so is the pane's text");
+  JudgeCommands(verdict, instrument.tally(), all);
+  JudgeTexts(verdict, sent, base::ReadBytes(log), shown);
   JudgeMemory(verdict, before, full, after, static_cast<double>(shown.size()));
   PrintTimes(instrument.tally(), warm_up, exchanges);
   return verdict.all_hold();

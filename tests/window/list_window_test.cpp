@@ -9,17 +9,16 @@
 #include "gui/box_answers.h"
 #include "script/list_names.h"
 #include "window/dialogue_port.h"
-#include "window/main_window.h"
+#include "window/window_records.h"
 
 namespace kolvane::window {
 namespace {
 
 namespace fs = std::filesystem;
 
-class ListWindowTest : public testing::TestWithParam<std::string> {
+class ListWindowTest : public testing::TestWithParam<std::string>, protected WindowRecords {
  protected:
   ListWindowTest() {
-    device_.OperMode = 2;
     connection_.port_code = device::port_code::kTcpIp;
     device_.connected = true;
     fs::current_path(folder_.Path("."));
@@ -46,13 +45,8 @@ class ListWindowTest : public testing::TestWithParam<std::string> {
   }
 
   base::TempFolder folder_;
-  device::DeviceState device_;
-  device::ConnectionParameters connection_;
-  terminal::TerminalState terminal_;
-  terminal::WindowSettings settings_;
-  script::ScriptState script_;
   DialoguePort port_{base::ReadBytes(Path("device"))};
-  MainWindow window_{{{device_, connection_, terminal_}, script_, settings_, port_, ""}};
+  MainWindow window_{ContextWith(port_, "")};
   gui::BoxAnswers boxes_;
 };
 

@@ -12,17 +12,16 @@
 #include "base/temp_folder.h"
 #include "device/fake_port_library.h"
 #include "gui/box_answers.h"
-#include "window/main_window.h"
+#include "window/window_records.h"
 
 namespace kolvane::window {
 
 /// A terminal window, shown, with answers for the dialogs that its commands open.
-class WindowFixture : public testing::Test {
+class WindowFixture : public testing::Test, protected WindowRecords {
  protected:
   WindowFixture() {
     // No test prints on a printer of this computer.
     qputenv("CUPS_SERVER", "/nonexistent");
-    device_.OperMode = 2;
     connection_.port_code = device::port_code::kTcpIp;
     connection_.ip_address = "10.0.0.5";
     window_.Load();
@@ -73,14 +72,9 @@ class WindowFixture : public testing::Test {
   void AnswerBoxes() { boxes_.Start(); }
 
   base::TempFolder folder_;
-  device::DeviceState device_;
-  device::ConnectionParameters connection_;
-  terminal::TerminalState terminal_;
-  terminal::WindowSettings settings_;
-  script::ScriptState script_;
   device::FakePortLibrary library_;
   device::FakePortLibrarySource source_{&library_};
-  MainWindow window_{{{device_, connection_, terminal_}, script_, settings_, source_, folder_.path()}};
+  MainWindow window_{ContextWith(source_, folder_.path())};
   int dialogs_ = 0;  ///< how many have been answered, boxes apart
   gui::BoxAnswers boxes_;
 };
