@@ -40,14 +40,15 @@ app::Outcome WindowProgram::End(bool* hanged) {
   return program_.Wait();
 }
 
-// The kernel has no event for it. On the way to the program, signals are blocked now and then.
+// The kernel has no event for it. On the way to the program, signals are blocked now and then; hence first
+// which program it is, and only then what that does about the signal.
 void AwaitPrepared(pid_t process, int signal) {
   const std::string folder = "/proc/" + std::to_string(process);
   const auto prepared = [&] {
-    const std::string status = base::ReadBytes(folder + "/status");
     std::error_code error;
     const auto program = std::filesystem::read_symlink(folder + "/exe", error);
     if (error) return true;  // it has ended
+    const std::string status = base::ReadBytes(folder + "/status");
     return program == KOLVANE_PROGRAM && (Has(status, "SigBlk:", signal) || Has(status, "SigCgt:", signal));
   };
   while (!prepared()) sched_yield();
