@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "faults/privileges.h"
 #include "faults/shim_run.h"
 #include "faults/thorough.h"
 #include "faults/window_program.h"
@@ -56,7 +57,7 @@ TEST_F(Files, Row23ALogOnTheFullDevice) {
 }
 
 TEST_F(Files, Row23ALogOnADiskThatFillsUp) {
-  if (geteuid() != 0) GTEST_SKIP() << "only root may mount a small disk";
+  if (!CanMount()) GTEST_SKIP() << kNoMounts;
   const std::string disk = folder_.Path("disk");
   const std::string copy = folder_.Path("copy");
   fs::create_directory(disk);
@@ -125,7 +126,7 @@ TEST_F(Settings, Row24SettingsAtTheSizeLimit) {
 }
 
 TEST_F(Settings, Row25AFolderThatCannotBeWritten) {
-  if (geteuid() != 0) GTEST_SKIP() << "only root may mount";
+  if (!CanMount()) GTEST_SKIP() << kNoMounts;
   LeaveSomethingToSave();
   fs::create_directory(folder_.Path("own"));
   base::WriteBytes(folder_.Path("own/IPADDR.INI"), "10.0.0.5\r\n");
@@ -153,11 +154,10 @@ TEST_F(Settings, Row25ASettingsFileThatMayNotBeTouched) {
 }
 
 TEST_F(Settings, Row25SettingsOfAnotherUser) {
-  if (geteuid() != 0) GTEST_SKIP() << "only root may become another user";
+  if (!NobodyCanRun()) GTEST_SKIP() << kNotAsNobody;
   LeaveSomethingToSave();
   fs::permissions(folder_.Path(""), fs::perms(0755));
-  const app::Outcome outcome =
-      OpenAndClose({.wrapper = {"setpriv", "--reuid", "65534", "--regid", "65534", "--clear-groups"}});
+  const app::Outcome outcome = OpenAndClose({.wrapper = kAsNobody});
   EXPECT_EQ(outcome.status, 0) << outcome.err;
   EXPECT_NE(outcome.err.find(kSettingsFile), std::string::npos) << outcome.err;
   EXPECT_EQ(base::ReadBytes(file()), saved_);

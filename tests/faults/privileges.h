@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstdlib>
+
+#include "app/program.h"
+
+namespace kolvane::faults {
+
+/// The arguments that make a program run as nobody.
+inline const std::vector<std::string> kAsNobody = {"setpriv", "--reuid", "65534",
+                                                   "--regid", "65534",   "--clear-groups"};
+
+/// Nobody can only run the program where its folder is open to all.
+inline bool NobodyCanRun() { return app::RunProgram({"--version"}, {.wrapper = kAsNobody}).status == 0; }
+inline constexpr char kNotAsNobody[] = "the program cannot be run as another user here";
+
+inline bool CanMount() { return std::system("unshare -m true 2>/dev/null") == 0; }
+inline constexpr char kNoMounts[] = "no mounts of its own";
+
+}  // namespace kolvane::faults
