@@ -57,7 +57,12 @@ void AppendUtf8(std::string& out, char32_t point) {
     out += static_cast<char>(0xC0 | (point >> 6));
     out += static_cast<char>(0x80 | (point & 0x3F));
   } else {
-    out += static_cast<char>(0xE0 | (point >> 12));
+    if (point < 0x10000) {
+      out += static_cast<char>(0xE0 | (point >> 12));
+    } else {
+      out += static_cast<char>(0xF0 | (point >> 18));
+      out += static_cast<char>(0x80 | ((point >> 12) & 0x3F));
+    }
     out += static_cast<char>(0x80 | ((point >> 6) & 0x3F));
     out += static_cast<char>(0x80 | (point & 0x3F));
   }

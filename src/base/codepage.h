@@ -12,7 +12,7 @@ std::string FromWindows1252(std::string_view bytes);
 /// becomes '?'.
 std::string ToWindows1252(std::string_view text);
 
-/// Appends a code point of the basic plane as UTF-8.
+/// Appends a code point, at most U+10FFFF, as UTF-8.
 void AppendUtf8(std::string& out, char32_t point);
 
 /// Whether `text` is well-formed UTF-8.

@@ -4,7 +4,6 @@
 
 #include "base/codepage.h"
 #include "base/folding.h"
-#include "help/utf8.h"
 
 namespace kolvane::help {
 namespace {
@@ -145,7 +144,7 @@ PageText ReadPageText(std::string_view html) {
 
 std::string AsUtf8(std::string bytes) {
   if (bytes.starts_with("\xEF\xBB\xBF")) bytes.erase(0, 3);
-  return IsUtf8(bytes) ? bytes : base::FromWindows1252(bytes);
+  return base::IsUtf8(bytes) ? bytes : base::FromWindows1252(bytes);
 }
 
 }  // namespace kolvane::help

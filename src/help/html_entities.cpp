@@ -4,8 +4,8 @@
 #include <charconv>
 #include <string>
 
+#include "base/codepage.h"
 #include "help/html.h"
-#include "help/utf8.h"
 
 namespace kolvane::help {
 namespace {
@@ -55,7 +55,7 @@ std::string ResolveEntities(std::string_view text) {
     const std::size_t end = text.substr(0, kLongestName + 2).find(';');
     const std::uint32_t c = end == std::string_view::npos ? 0 : EntityCharacter(text.substr(1, end - 1));
     if (c == 0) out += '&';
-    if (c != 0) out += Utf8(c);
+    if (c != 0) base::AppendUtf8(out, c);
     text.remove_prefix(c == 0 ? 1 : end + 1);
   }
   return out;

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "help/utf8.h"
+#include "base/codepage.h"
 
 namespace kolvane::help {
 namespace {
@@ -17,6 +17,12 @@ char32_t PointOf(std::int32_t number) {
   if (number < 0) number += 0x10000;
   const auto point = static_cast<char32_t>(number);
   return number < 0 || point > kLastCharacter ? kNoCharacter : point;
+}
+
+std::string Utf8(char32_t point) {
+  std::string text;
+  base::AppendUtf8(text, point);
+  return text;
 }
 
 }  // namespace
