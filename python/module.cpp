@@ -32,13 +32,15 @@ void OpenTerminal(MainClass& terminal, std::int16_t mode, std::int16_t device_in
 }
 
 void SetOptions(MainClass& terminal, const std::string& folder, const std::string& settings_file,
-                const std::string& command_list, int close_descriptor, bool connect_at_start) {
+                const std::string& command_list, int close_descriptor, bool connect_at_start,
+                bool play_at_start) {
   TerminalOptions options;
   options.Folder = folder;
   options.SettingsFile = settings_file;
   options.CommandList = command_list;
   options.CloseDescriptor = close_descriptor;
   options.ConnectAtStart = connect_at_start;
+  options.PlayAtStart = play_at_start;
   terminal.SetOptions(options);
 }
 
@@ -62,7 +64,8 @@ void DefineMainClass(py::module_& module) {
       .def("InitTerminal", &InitTerminal, py::arg("gObj"))
       .def("OpenTerminal", &OpenTerminal, py::arg("OperMode"), py::arg("DevIdx"))
       .def("SetOptions", &SetOptions, py::kw_only(), py::arg("Folder") = "", py::arg("SettingsFile") = "",
-           py::arg("CommandList") = "", py::arg("CloseDescriptor") = -1, py::arg("ConnectAtStart") = false)
+           py::arg("CommandList") = "", py::arg("CloseDescriptor") = -1, py::arg("ConnectAtStart") = false,
+           py::arg("PlayAtStart") = false)
       .def_property_readonly("CanUnload",
                              [](const MainClass& terminal) { return terminal.CanUnload().ToBool(); });
 }

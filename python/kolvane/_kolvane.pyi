@@ -25,13 +25,14 @@ class MainClass:
         CommandList: str = "",
         CloseDescriptor: int = -1,
         ConnectAtStart: bool = False,
+        PlayAtStart: bool = False,
     ) -> None:
         """Takes effect at the next OpenTerminal.
 
         Folder: where histories, templates and help are. SettingsFile: in place of
         the user's own. CommandList: a command file to load. CloseDescriptor: the
         window closes once it becomes readable. ConnectAtStart: connect as soon as
-        the window is shown (operating mode 2).
+        the window is shown (operating mode 2). PlayAtStart: play the list then.
         """
     @property
     def CanUnload(self) -> bool:

@@ -19,12 +19,14 @@ py::object& Script() {
   return *script;
 }
 
-// Runs the script, which gets the lock for each step; the window closes whatever happens in it.
+// Runs the script, which gets the lock for each step; the window closes whatever happens in it. Without a script
+// nobody is at the window.
 void RunScript() {
   const py::gil_scoped_acquire lock;
   const py::object script = std::move(Script());
+  if (!script) return;
   try {
-    if (script) script();
+    script();
   } catch (const py::error_already_set& error) {
     PyErr_WriteUnraisable(error.value().ptr());
   }
