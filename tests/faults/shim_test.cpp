@@ -1,6 +1,7 @@
 // System calls that fail, each at every place where the program makes it.
 
 #include <gtest/gtest.h>
+#include <signal.h>
 
 #include <cerrno>
 #include <sstream>
@@ -55,7 +56,8 @@ class Shim : public testing::Test {
       SCOPED_TRACE(NameOf(port) + ": " + Describe(failing, nth));
       const ShimRun run = RunWithShim(failing, nth, instrument);
       ASSERT_FALSE(run.hanged);
-      ASSERT_GE(run.outcome.status, 0) << run.outcome.err;
+      ASSERT_EQ(run.outcome.status == -SIGKILL, failing.kind == "kill" && run.hit);
+      ASSERT_TRUE(run.outcome.status >= 0 || run.outcome.status == -SIGKILL) << run.outcome.err;
       check(run);
       if (HasFailure()) return;
       if (!run.hit) break;
@@ -142,6 +144,18 @@ TEST_F(Shim, Row23ALogOnADiskThatIsFull) {
       });
     }
   }
+}
+
+// A line is in the log as a whole or not at all, and those before it stay.
+TEST_F(Shim, Row31KilledWhileWritingTheLog) {
+  const std::vector<std::string> logs = {"", "ONE\r\n", "ONE\r\nTWO\r\n"};
+  std::size_t killed = 0;
+  ForEachCall(Port::kTcp, {"save", "kill"}, [&](const ShimRun& run) {
+    if (!run.hit) return ExpectUnnoticed(run);
+    ASSERT_LT(killed, logs.size());
+    EXPECT_EQ(run.log, logs[killed++]);
+  });
+  EXPECT_EQ(killed, logs.size());
 }
 
 TEST_F(Shim, Row28NoMemory) {
