@@ -25,25 +25,16 @@ HostObject& Host(const device::DeviceState& state) {
   return *state.gObj;
 }
 
-class PropertyReader {
- public:
-  explicit PropertyReader(const device::DeviceState& state) : io_(Host(state).IO()), dev_idx_(state.DevIdx) {}
-
-  Variant operator()(Property property) {
-    std::int16_t dev_idx = dev_idx_;
-    std::int16_t number = property;
-    Variant value;
-    io_.GetDeviceProperty(dev_idx, number, value);
-    return value;
-  }
-
- private:
-  IoObject& io_;
-  std::int16_t dev_idx_;
-};
+// The host is asked for its IO object each time: it may make a new one for each operation.
+Variant ValueOf(const device::DeviceState& state, std::int16_t number) {
+  std::int16_t dev_idx = state.DevIdx;
+  Variant value;
+  Host(state).IO().GetDeviceProperty(dev_idx, number, value);
+  return value;
+}
 
 void ReadByIndex(const device::DeviceState& state, device::ConnectionParameters& p) {
-  PropertyReader property(state);
+  const auto property = [&](Property number) { return ValueOf(state, number); };
   p.port_code = property(kPortKind).ToInt16();
   p.baud = property(kBaud).ToInt32();
   p.parity = property(kParity).ToInt16();

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <stdexcept>
 
 #include "base/runtime_error.h"
@@ -43,6 +44,31 @@ TEST_F(HostParametersTest, AsksTheIndexedDevicePropertyByProperty) {
   EXPECT_EQ(parameters_.stop_bits, 1);
   EXPECT_EQ(parameters_.address, 12);
   EXPECT_EQ(parameters_.lpt_mode, 0);
+}
+
+// Its IO object lasts until the next one is asked for.
+class HostWithFreshIo final : public HostObject {
+ public:
+  explicit HostWithFreshIo(device::HostScript& script) : script_(script) {}
+
+  IoObject& IO() override {
+    script_.Call("IO");
+    io_ = std::make_unique<device::RecordingIo>(script_);
+    return *io_;
+  }
+
+ private:
+  device::HostScript& script_;
+  std::unique_ptr<device::RecordingIo> io_;
+};
+
+TEST_F(HostParametersTest, AsksForTheIoObjectAnewBeforeEachProperty) {
+  state_.gObj = std::make_shared<HostWithFreshIo>(host_->script);
+  Read(0);
+  const std::vector<std::string>& calls = host_->script.calls;
+  ASSERT_EQ(calls.size(), 12u);
+  for (std::size_t i = 0; i < calls.size(); i += 2) EXPECT_EQ(calls[i], "IO()");
+  EXPECT_EQ(calls.back(), "IO.GetDeviceProperty(3, 8)");
 }
 
 TEST_F(HostParametersTest, MapsDataBitsToTheIpPort) {
