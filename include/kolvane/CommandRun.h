@@ -24,7 +24,7 @@ struct CommandRunOptions {
   std::string SettingsFile;  ///< in place of the user's own; UTF-8 path
   std::string Folder;        ///< the component's folder (modem script); empty: as MainClass finds it
   std::string LogFile;       ///< takes each line of the run; empty: none
-  std::optional<std::int32_t> Baud;
+  std::optional<std::int32_t> Baud;  ///< this and the next three: serial lines alone
   std::optional<SerialParity> Parity;
   std::optional<std::int16_t> DataBits;          ///< 7 or 8
   std::optional<std::int16_t> StopBits;          ///< 1 or 2

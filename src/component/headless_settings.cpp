@@ -6,6 +6,7 @@
 #include "base/runtime_error.h"
 #include "component/settings.h"
 #include "device/connection_form.h"
+#include "device/port_table.h"
 #include "terminal/session.h"
 
 namespace kolvane::component {
@@ -33,11 +34,13 @@ void LoadStoredConnection(const std::string& settings_file, const std::string& c
 }
 
 void ApplyConnectionOptions(const CommandRunOptions& options, device::ConnectionParameters& parameters) {
+  Set(parameters.timeout_ms, options.TimeoutMs);
+  // Elsewhere the same fields mean something else: the mode of a parallel port, for one.
+  if (device::PageOfCode(parameters.port_code) != device::ParameterPage::kRs232) return;
   Set(parameters.baud, options.Baud);
   Set(parameters.parity, options.Parity);
   Set(parameters.data_bits, options.DataBits);
   Set(parameters.stop_bits, options.StopBits);
-  Set(parameters.timeout_ms, options.TimeoutMs);
 }
 
 void ApplyTerminalOptions(const CommandRunOptions& options, terminal::ReceiveControls& controls,

@@ -12,7 +12,8 @@ namespace kolvane::component {
 void LoadStoredConnection(const std::string& settings_file, const std::string& component_folder,
                           ComponentState& state);
 
-/// The parameters of the connection that `options` give go over those that are there.
+/// The parameters of the connection that `options` give go over those that are there; what belongs to serial
+/// lines leaves every other kind of port alone.
 void ApplyConnectionOptions(const CommandRunOptions& options, device::ConnectionParameters& parameters);
 
 /// The same for receiving and sending; `controls` work on `state`.

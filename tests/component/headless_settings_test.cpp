@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <variant>
+
 #include "base/runtime_error.h"
 #include "base/temp_folder.h"
 #include "terminal/fake_device.h"
@@ -79,6 +81,7 @@ TEST_F(HeadlessSettingsTest, TheTimeoutHoldsForConnectingAndForAnswers) {
 }
 
 TEST_F(HeadlessSettingsTest, LineParametersGoOverThoseThatAreThere) {
+  state.connection.port_code = device::port_code::kCom2Rs485;
   state.connection.baud = 9600;
   ApplyConnectionOptions(options, state.connection);
   EXPECT_EQ(state.connection.baud, 9600);
@@ -92,6 +95,24 @@ TEST_F(HeadlessSettingsTest, LineParametersGoOverThoseThatAreThere) {
   EXPECT_EQ(state.connection.parity, 2);
   EXPECT_EQ(state.connection.data_bits, 7);
   EXPECT_EQ(state.connection.stop_bits, 2);
+}
+
+TEST_F(HeadlessSettingsTest, LineParametersLeaveOtherPortsAlone) {
+  options.Baud = 115200;
+  options.Parity = SerialParity::kOdd;
+  options.DataBits = 7;
+  options.StopBits = 2;
+  options.TimeoutMs = 250;
+  for (const char* name : {"LPT1", "LPT2", "GPIB0::5::INSTR", "TCPIP::localhost::5025::SOCKET"}) {
+    ApplyResource(std::get<Resource>(ParseResourceName(name)), state.connection);
+    const device::ConnectionParameters before = state.connection;
+    ApplyConnectionOptions(options, state.connection);
+    EXPECT_EQ(state.connection.baud, before.baud) << name;
+    EXPECT_EQ(state.connection.parity, before.parity) << name;
+    EXPECT_EQ(state.connection.data_bits, before.data_bits) << name;
+    EXPECT_EQ(state.connection.stop_bits, before.stop_bits) << name;
+    EXPECT_EQ(state.connection.timeout_ms, 250) << name;
+  }
 }
 
 TEST_F(HeadlessSettingsTest, StoredSettingsAreReadAndNotWritten) {
