@@ -2,6 +2,7 @@
 
 #include <getopt.h>
 
+#include <algorithm>
 #include <limits>
 #include <string_view>
 
@@ -19,7 +20,8 @@ constexpr option kLongOptions[] = {
     {"version", no_argument, nullptr, kVersion},     {nullptr, 0, nullptr, 0},
 };
 
-void Apply(Options& options, int choice, char** argv) {
+// `word` is the argument in hand.
+void Apply(Options& options, int choice, const char* word) {
   switch (choice) {
     case kMode:
       if (const auto mode = NumberValue<std::int16_t>(optarg, std::numeric_limits<std::int16_t>::min(),
@@ -34,6 +36,7 @@ void Apply(Options& options, int choice, char** argv) {
       break;
     case kFolder:
       options.folder = optarg;
+      if (options.folder.empty()) Refuse(options, "--folder takes a folder, not ''");
       break;
     case kHelp:
       options.action = Options::Action::kHelp;
@@ -41,11 +44,8 @@ void Apply(Options& options, int choice, char** argv) {
     case kVersion:
       options.action = Options::Action::kVersion;
       break;
-    case ':':
-      Refuse(options, std::string("option '") + argv[optind - 1] + "' needs a value");
-      break;
     default:
-      Refuse(options, std::string("unknown option '") + argv[optind - 1] + "'");
+      RefuseWord(options, choice, word);
       break;
   }
 }
@@ -82,13 +82,18 @@ void Refuse(Options& options, const std::string& why) {
   options.error = why;
 }
 
+void RefuseWord(Options& options, int choice, const std::string& word) {
+  Refuse(options, choice == ':' ? "option '" + word + "' needs a value" : "unknown option '" + word + "'");
+}
+
 Options ParseOptions(int argc, char** argv) {
   Options options;
   optind = 0;
   while (options.action != Options::Action::kUsageError) {
+    const int at = std::max(optind, 1);
     const int choice = getopt_long(argc, argv, "+:", kLongOptions, nullptr);
     if (choice == -1) break;
-    Apply(options, choice, argv);
+    Apply(options, choice, argv[at]);
   }
   if (options.mode && options.action == Options::Action::kDemo) Refuse(options, "--demo takes no --mode");
   const int first = optind;

@@ -26,6 +26,9 @@ Options ParseOptions(int argc, char** argv);
 /// Makes `options` those of a usage error.
 void Refuse(Options& options, const std::string& why);
 
+/// The same for `word`, an option for which getopt gave `choice`: ':' without its value, else not known.
+void RefuseWord(Options& options, int choice, const std::string& word);
+
 /// The text of --help.
 std::string HelpText();
 

@@ -2,6 +2,7 @@
 
 #include <getopt.h>
 
+#include <algorithm>
 #include <limits>
 
 #include "app/option_values.h"
@@ -84,7 +85,8 @@ std::vector<option> LongOptions() {
   return all;
 }
 
-void Apply(Options& options, int choice, char** argv) {
+// `word` is the argument in hand.
+void Apply(Options& options, int choice, const char* word) {
   if (choice >= kFirst) {
     const RunOption& row = kRunOptions[choice - kFirst];
     if (!row.take(options, optarg))
@@ -93,10 +95,8 @@ void Apply(Options& options, int choice, char** argv) {
     options.words.emplace_back(optarg);
   } else if (choice == kHelp) {
     options.action = Options::Action::kHelp;
-  } else if (choice == ':') {
-    Refuse(options, std::string("option '") + argv[optind - 1] + "' needs a value");
   } else {
-    Refuse(options, std::string("unknown option '") + argv[optind - 1] + "'");
+    RefuseWord(options, choice, word);
   }
 }
 
@@ -120,8 +120,11 @@ void ParseRunOptions(int argc, char** argv, Options& options) {
   const std::vector<option> long_options = LongOptions();
   optind = 0;
   // "-": commands and options may come in any order, whatever POSIXLY_CORRECT says.
-  for (int choice; (choice = getopt_long(argc, argv, "-:", long_options.data(), nullptr)) != -1;) {
-    Apply(options, choice, argv);
+  for (;;) {
+    const int at = std::max(optind, 1);
+    const int choice = getopt_long(argc, argv, "-:", long_options.data(), nullptr);
+    if (choice == -1) break;
+    Apply(options, choice, argv[at]);
     if (options.action != asked) return;
   }
   options.words.insert(options.words.end(), argv + optind, argv + argc);

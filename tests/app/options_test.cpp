@@ -47,7 +47,11 @@ TEST(Options, TakeModesUpToSixteenBits) {
 TEST(Options, RefuseInOneLine) {
   EXPECT_EQ(Parse({"--bogus"}).error, "unknown option '--bogus'");
   EXPECT_EQ(Parse({"-x"}).error, "unknown option '-x'");
+  EXPECT_EQ(Parse({"-xy"}).error, "unknown option '-xy'");
+  EXPECT_EQ(Parse({"-ü", "run"}).error, "unknown option '-ü'");
+  EXPECT_EQ(Parse({"--version=1"}).error, "unknown option '--version=1'");
   EXPECT_EQ(Parse({"--mode"}).error, "option '--mode' needs a value");
+  EXPECT_EQ(Parse({"--folder", ""}).error, "--folder takes a folder, not ''");
   EXPECT_EQ(Parse({"--mode", "zwei"}).error, "--mode takes a whole number, not 'zwei'");
   EXPECT_EQ(Parse({"--mode", ""}).error, "--mode takes a whole number, not ''");
   EXPECT_EQ(Parse({"fly"}).error, "unknown command 'fly'");

@@ -121,6 +121,8 @@ TEST(RunOptions, TakeWhatIsShownAndLogged) {
 TEST(RunOptions, RefuseInOneLine) {
   EXPECT_EQ(Refusal({"--bogus"}), "unknown option '--bogus'");
   EXPECT_EQ(Refusal({"-x"}), "unknown option '-x'");
+  EXPECT_EQ(Refusal({"--binary", "-xy", "Y"}), "unknown option '-xy'");
+  EXPECT_EQ(Refusal({"--folder", ""}), "--folder takes a folder, not ''");
   EXPECT_EQ(Refusal({"--mode", "1"}), "unknown option '--mode'");
   EXPECT_EQ(Refusal({"--connect"}), "option '--connect' needs a value");
   EXPECT_EQ(Refusal({"--connect", ""}), "--connect takes a RESOURCE, not ''");
