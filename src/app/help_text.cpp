@@ -10,7 +10,8 @@ std::string HelpText() {
 The command terminal for measurement amplifiers and other line-oriented ASCII instruments.
 
 Without a command it opens the terminal's window:
-  --mode N      operating mode: 2 own connection (default); any other opens the window on no device
+  --mode N      operating mode: 2 own connection (default); 0 and 1, a host's device, are for hosts alone;
+                any other opens the window on no device
   --demo        terminal connected to a simulated amplifier; the user's settings stay untouched
   --folder DIR  folder of histories, templates and help files; with run and send as well
   --help        this text

@@ -47,13 +47,15 @@ int RunWithoutWindow(const Options& options) {
                               : kolvane::SendCommands(options.words, run));
 }
 
+int Print(const std::string& text) {
+  return std::fputs(text.c_str(), stdout) >= 0 && std::fflush(stdout) == 0 ? kDone : kFailed;
+}
+
 // Standard output stays empty where there is nothing to list, for whoever reads it line by line.
 int ListPorts() {
   const std::vector<kolvane::Port> ports = kolvane::ListPorts();
   if (ports.empty()) std::fputs("kolvane: no ports found\n", stderr);
-  const std::string table = kolvane::app::PortTable(ports);
-  std::fputs(table.c_str(), stdout);
-  return std::fflush(stdout) == 0 ? kDone : kFailed;
+  return Print(kolvane::app::PortTable(ports));
 }
 
 int Run(const Options& options) {
@@ -68,11 +70,9 @@ int Run(const Options& options) {
     case Options::Action::kPorts:
       return ListPorts();
     case Options::Action::kHelp:
-      std::fputs(kolvane::app::HelpText().c_str(), stdout);
-      return kDone;
+      return Print(kolvane::app::HelpText());
     case Options::Action::kVersion:
-      std::puts("kolvane " KOLVANE_VERSION);
-      return kDone;
+      return Print("kolvane " KOLVANE_VERSION "\n");
     case Options::Action::kUsageError:
       break;
   }
