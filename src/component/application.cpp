@@ -2,9 +2,13 @@
 
 #include <xcb/xcb.h>
 
+#include <QDir>
 #include <QLibraryInfo>
+#include <algorithm>
 #include <clocale>
+#include <filesystem>
 #include <stdexcept>
+#include <system_error>
 
 #include "kolvane/MainClass.h"
 #include "window/guarded_application.h"
@@ -19,11 +23,32 @@ bool XServerAnswers() {
   return answers;
 }
 
+// Whether it answers stays open: the component makes no connections of its own but to an X server.
+bool CompositorIsThere() {
+  if (qEnvironmentVariableIsSet("WAYLAND_SOCKET")) return true;
+  const std::filesystem::path name = qgetenv("WAYLAND_DISPLAY").toStdString();
+  std::error_code unknown;
+  return !name.empty() &&
+         std::filesystem::is_socket(qgetenv("XDG_RUNTIME_DIR").toStdString() / name, unknown);
+}
+
+// It comes in a package of its own. A host may have brought its plugins along to where nobody else looks.
+bool WaylandIsInstalled() {
+  const QDir platforms(QLibraryInfo::path(QLibraryInfo::PluginsPath) + QStringLiteral("/platforms"));
+  return !platforms.exists() || !platforms.entryList({QStringLiteral("libqwayland*")}).isEmpty();
+}
+
+bool IsUsable(const QByteArray& platform) {
+  if (platform.startsWith("xcb")) return XServerAnswers();
+  if (platform.startsWith("wayland")) return WaylandIsInstalled() && CompositorIsThere();
+  return true;
+}
+
+// Qt takes the first platform that works, of those that the user names or of these two.
 bool HasDisplay() {
-  const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
-  if (!platform.isEmpty() && !platform.startsWith("xcb")) return true;
-  if (platform.isEmpty() && !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")) return true;
-  return XServerAnswers();
+  const QByteArray named = qgetenv("QT_QPA_PLATFORM");
+  const QList<QByteArray> platforms = (named.isEmpty() ? QByteArray("wayland;xcb") : named).split(';');
+  return std::any_of(platforms.begin(), platforms.end(), IsUsable);
 }
 
 }  // namespace
