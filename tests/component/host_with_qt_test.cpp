@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QTemporaryDir>
@@ -215,6 +216,44 @@ TEST_F(HostTest, AnUnreadableSettingIsShownAndRaised) {
   EXPECT_TRUE(shown.contains("FONTSIZE=gross")) << shown.toStdString();
   EXPECT_EQ(base::ReadBytes(SettingsFile()), bytes);
   EXPECT_TRUE(terminal_.CanUnload().ToBool()) << "the last window has closed, and none was opened since";
+}
+
+TEST_F(HostTest, AHostsConnectionIsStoredAndTheStoredOneNotRead) {
+  base::WriteBytes(SettingsFile(), "[PORT]\nADDRESS=x\nIPADDRESS=10.0.0.1\nIPPORT=9\n");
+  Open(1, [](QMainWindow& window) {
+    EXPECT_EQ(window.findChild<QLabel*>("StatusBar1_1")->text(), "TCP/IP: 10.0.0.8, Port 7");
+  });
+  const std::string saved = base::ReadBytes(SettingsFile());
+  EXPECT_TRUE(saved.starts_with("[PORT]\nADDRESS=4\nIPADDRESS=10.0.0.8\nIPPORT=7\n")) << saved;
+}
+
+TEST_F(HostTest, AllOtherModesReadTheStoredConnection) {
+  base::WriteBytes(SettingsFile(), "[PORT]\nADDRESS=x\n");
+  for (const std::int16_t oper_mode : {std::int16_t{2}, std::int16_t{3}, std::int16_t{-1}}) {
+    QTimer::singleShot(0, qApp, [] {
+      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      ASSERT_NE(box, nullptr);
+      box->accept();
+    });
+    EXPECT_THROW(terminal_.OpenTerminal(oper_mode, 0), RuntimeError) << oper_mode;
+  }
+}
+
+TEST_F(HostTest, TheFirstStartShowsTheDefaults) {
+  Open(2, [](QMainWindow& window) {
+    const auto* pane = window.findChild<QWidget*>("TermWin");
+    EXPECT_EQ(pane->font().family(), "Courier New");
+    EXPECT_EQ(pane->font().pointSize(), 10);
+    EXPECT_FALSE(pane->font().bold());
+    EXPECT_EQ(window.findChild<QComboBox*>("SendTermChar")->currentText(), "LF");
+    EXPECT_EQ(window.findChild<QComboBox*>("RcvTermChar")->currentText(), "CRLF");
+    EXPECT_EQ(window.findChild<QLineEdit*>("ReceiveTimo")->text(), "3000");
+    EXPECT_TRUE(window.findChild<QAction*>("mnuOption_0")->isChecked());
+    EXPECT_FALSE(window.findChild<QAction*>("mnuOption_1")->isChecked());
+    EXPECT_FALSE(window.findChild<QAction*>("mnuOption_2")->isChecked());
+    EXPECT_TRUE(window.findChild<QAction*>("mnuConfigureConnection")->isEnabled());
+    EXPECT_TRUE(window.findChild<QAction*>("TB_PORTCONFIGURE")->isEnabled());
+  });
 }
 
 TEST_F(HostTest, StoredTerminatorsAreShownAsWords) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -25,11 +26,13 @@ class MemoryStore final : public SettingsStore {
 
   std::optional<SaveFailure> Flush() override {
     ++flushes;
+    on_flush();
     return failure;
   }
 
   int flushes = 0;
   std::optional<SaveFailure> failure;
+  std::function<void()> on_flush = [] {};
   mutable std::vector<std::string> reads;
   std::vector<std::string> writes;
   std::map<std::string, std::string> values;

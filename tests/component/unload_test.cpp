@@ -74,6 +74,22 @@ TEST_F(UnloadTest, GoesOnWhereTheSettingsCannotBeSaved) {
   EXPECT_TRUE(state_.can_unload);
 }
 
+TEST_F(UnloadTest, SavesBeforeTheConnectionChanges) {
+  state_.connection.port_code = device::port_code::kTcpIp;
+  store_.on_flush = [this] {
+    EXPECT_TRUE(library_.calls.empty());
+    EXPECT_TRUE(host_->script.calls.empty());
+    EXPECT_FALSE(state_.can_unload);
+  };
+  Run(2, true);
+  EXPECT_FALSE(library_.calls.empty());
+  state_.can_unload = false;
+  library_.calls.clear();
+  Run(1, false);
+  EXPECT_FALSE(host_->script.calls.empty());
+  EXPECT_EQ(store_.flushes, 2);
+}
+
 TEST_F(UnloadTest, EndsARecordingLog) {
   const base::TempFolder folder;
   terminal::LogControl log(state_.terminal.output, prompt_);
