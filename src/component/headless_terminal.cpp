@@ -5,9 +5,9 @@
 #include <cerrno>
 #include <new>
 
-#include "base/system_error_text.h"
 #include "component/folder.h"
 #include "component/headless_settings.h"
+#include "component/texts.h"
 
 namespace kolvane::component {
 namespace {
@@ -59,12 +59,10 @@ bool HeadlessTerminal::StopDue() {
   if (pane_.error() != 0) {
     stopped_ = true;
     // A reader that has seen enough is no failure worth a word.
-    if (pane_.error() != EPIPE)
-      messages_.ShowError(
-          "Die Standardausgabe kann nicht geschrieben werden: " + base::SystemErrorText(pane_.error()) + ".");
+    if (pane_.error() != EPIPE) messages_.ShowError(texts::OutputNotWritten(pane_.error()));
   } else if (options_.StopRequested && options_.StopRequested()) {
     stopped_ = true;
-    messages_.ShowError("Der Ablauf wurde abgebrochen.");
+    messages_.ShowError(texts::kRunStopped);
   }
   return stopped_;
 }

@@ -6,7 +6,7 @@
 
 #include "base/number.h"
 #include "base/runtime_error.h"
-#include "component/settings_texts.h"
+#include "component/texts.h"
 
 namespace kolvane::component {
 namespace {

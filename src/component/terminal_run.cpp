@@ -14,7 +14,7 @@
 #include "component/host_parameters.h"
 #include "component/settings.h"
 #include "component/settings_store.h"
-#include "component/settings_texts.h"
+#include "component/texts.h"
 #include "component/unload.h"
 #include "device/connection_form.h"
 #include "device/lazy_port_library.h"
@@ -34,8 +34,7 @@ bool IsHostMode(std::int16_t oper_mode) {
 class OpenMark {
  public:
   explicit OpenMark(bool& open) : open_(open) {
-    if (open_)
-      throw base::RuntimeError(base::RuntimeError::Kind::kOther, "Das Terminal ist bereits geöffnet");
+    if (open_) throw base::RuntimeError(base::RuntimeError::Kind::kOther, texts::kAlreadyOpen);
     open_ = true;
   }
   ~OpenMark() { open_ = false; }

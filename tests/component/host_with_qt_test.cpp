@@ -174,7 +174,14 @@ TEST_F(HostTest, ADescriptorClosesTheWindowAndTheMessageBoxAboveIt) {
 }
 
 TEST_F(HostTest, ASecondTerminalWhileOneIsOpenIsRefused) {
-  Open(1, [&](QMainWindow&) { EXPECT_THROW(terminal_.OpenTerminal(1, 0), RuntimeError); });
+  Open(1, [&](QMainWindow&) {
+    try {
+      terminal_.OpenTerminal(1, 0);
+      FAIL();
+    } catch (const RuntimeError& error) {
+      EXPECT_STREQ(error.what(), "Das Terminal ist bereits geöffnet");
+    }
+  });
 }
 
 TEST_F(HostTest, TheListRunsAtStartAndTheDescriptorClosesTheWindowBehindIt) {

@@ -8,6 +8,9 @@
 
 namespace kolvane::component::texts {
 
+inline constexpr const char* kAlreadyOpen = "Das Terminal ist bereits geöffnet";
+inline constexpr const char* kRunStopped = "Der Ablauf wurde abgebrochen.";
+
 inline std::string NotLoaded(const std::string& section, const std::string& key, const std::string& value,
                              const std::string& reason) {
   return "Die gespeicherte Einstellung [" + section + "] " + key + "=" + ShownIniValue(value) +
@@ -17,6 +20,10 @@ inline std::string NotLoaded(const std::string& section, const std::string& key,
 inline std::string NotSaved(const SaveFailure& failure) {
   return "Die Einstellungen können nicht in der Datei „" + failure.file +
          "“ gespeichert werden: " + base::SystemErrorText(failure.error);
+}
+
+inline std::string OutputNotWritten(int error) {
+  return "Die Standardausgabe kann nicht geschrieben werden: " + base::SystemErrorText(error) + ".";
 }
 
 }  // namespace kolvane::component::texts
