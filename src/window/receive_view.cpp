@@ -14,10 +14,13 @@ void AddWords(QComboBox* list, const Words& words) {
   for (const auto& word : words) list->addItem(ToQt(word));
 }
 
-// Leaves a field alone that shows the text already, so that the caret of someone typing in it stays.
+// A word of the list is also the list's current item, so that keys and wheel go on from there. Leaves a field
+// alone that shows the text already, so that the caret of someone typing in it stays.
 void ShowText(QComboBox* list, const std::string& text) {
   const QString shown = ToQt(text);
-  if (list->currentText() != shown) list->setCurrentText(shown);
+  const int index = list->findText(shown, Qt::MatchExactly | Qt::MatchCaseSensitive);
+  if (list->currentIndex() != index) list->setCurrentIndex(index);
+  if (list->currentText() != shown) list->setEditText(shown);
 }
 
 void ShowText(QLineEdit* field, const std::string& text) {
@@ -44,8 +47,9 @@ void ReceiveView::Fill() {
 void ReceiveView::Connect(MessagePrompt& prompt) {
   const auto on_pick = [&](QComboBox* list, void (terminal::ReceiveControls::*pick)(int)) {
     const auto run = [this, &prompt, pick](int index) {
+      if (showing_) return;
       picked_ = true;
-      if (!showing_) prompt.Guard([&] { (controls_.*pick)(index); });
+      prompt.Guard([&] { (controls_.*pick)(index); });
     };
     connect(list, &QComboBox::currentIndexChanged, this, run);
     // A pick of the item that is shown already changes no index and counts all the same.

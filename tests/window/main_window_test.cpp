@@ -195,6 +195,40 @@ TEST_F(MainWindowTest, PickingAsciiShowsAutoThoughTheTerminatorIsInForce) {
   EXPECT_EQ(Find<QComboBox>("RcvTermChar")->currentText(), "CRLF");
 }
 
+TEST_F(MainWindowTest, ATerminatorSetByAPickIsTheListsCurrentItem) {
+  const auto* list = Find<QComboBox>("RcvTermChar");
+  Find<QComboBox>("RcvTermChar")->setCurrentText("59");
+  Pick("cmbReceiveMode", 1);
+  EXPECT_EQ(list->currentIndex(), 3);
+  Pick("cmbReceiveMode", 0);
+  EXPECT_EQ(list->currentIndex(), 0);
+  Pick("cmbReceiveFormat", 1);
+  EXPECT_EQ(list->currentIndex(), 3);
+  EXPECT_EQ(terminal_.receive.receive_terminator, "");
+  Pick("cmbReceiveFormat", 0);
+  EXPECT_EQ(list->currentIndex(), 0);
+}
+
+TEST_F(MainWindowTest, LoadedTerminatorsAreTheListsCurrentItems) {
+  terminal_.receive = {.mode = 1, .receive_terminator = "", .send_terminator = "\r"};
+  window_.Load();
+  EXPECT_EQ(Find<QComboBox>("RcvTermChar")->currentIndex(), 3);
+  EXPECT_EQ(Find<QComboBox>("SendTermChar")->currentIndex(), 1);
+  terminal_.receive.send_terminator = ";";
+  window_.Load();
+  EXPECT_EQ(Find<QComboBox>("SendTermChar")->currentIndex(), -1);
+  EXPECT_EQ(Find<QComboBox>("SendTermChar")->currentText(), ";");
+  EXPECT_EQ(terminal_.receive.send_terminator, ";");
+}
+
+TEST_F(MainWindowTest, TheItemShownIsPickedOnceMoreRightAfterLoading) {
+  terminal_.receive = {.mode = 1, .receive_terminator = ";"};
+  window_.Load();
+  Q_EMIT Find<QComboBox>("cmbReceiveMode")->activated(1);
+  EXPECT_EQ(Find<QComboBox>("RcvTermChar")->currentText(), "Kein");
+  EXPECT_EQ(terminal_.receive.receive_terminator, "");
+}
+
 TEST_F(MainWindowTest, TerminatorsFollowEachEdit) {
   Find<QComboBox>("RcvTermChar")->setCurrentText("59");
   EXPECT_EQ(terminal_.receive.receive_terminator, ";");
