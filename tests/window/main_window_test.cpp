@@ -336,6 +336,39 @@ TEST_F(MainWindowTest, ACommentGoesInGreenWhereTheCaretStands) {
   EXPECT_TRUE(PaneText().endsWith("\nGröße geprüft\n"));
 }
 
+TEST_F(MainWindowTest, ACommentReplacesTheSelectionAndIsNotLogged) {
+  ChooseFile(folder_.Path("a.LOG"));
+  Press("TB_OPENLOG");
+  Press("TB_RECORDLOG");
+  AddLine("abcd");
+  Pane()->Select(2, 4);
+  OnDialog<QInputDialog>([](QInputDialog& question) {
+    EXPECT_EQ(question.textValue(), "");
+    question.setTextValue("note");
+    question.accept();
+  });
+  Press("mnuInsertComment");
+  EXPECT_EQ(PaneText(), "\na\nnote\nd");
+  EXPECT_EQ(Pane()->SelectionColor(), terminal::kCommentColor);
+  EXPECT_EQ(base::ReadBytes(folder_.Path("a.LOG")), "abcd\r\n");
+}
+
+TEST_F(MainWindowTest, AnEmptyOrCancelledCommentChangesNothing) {
+  AddLine("abcd");
+  Pane()->Select(2, 4);
+  OnDialog<QInputDialog>([](QInputDialog& question) { question.accept(); });
+  Press("mnuInsertComment");
+  OnDialog<QInputDialog>([](QInputDialog& question) {
+    question.setTextValue("note");
+    question.reject();
+  });
+  Press("mnuInsertComment");
+  EXPECT_EQ(dialogs_, 2);
+  EXPECT_EQ(PaneText(), "\nabcd");
+  EXPECT_EQ(Pane()->selectedText(), "bc");
+  EXPECT_EQ(Pane()->SelectionColor(), terminal::kNoColor);
+}
+
 TEST_F(MainWindowTest, ClearAllEmptiesThePane) {
   Connect();
   Press("mnuClearAll");
