@@ -1,7 +1,11 @@
 #include "window/file_dialogs.h"
 
+#include <QApplication>
+#include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QFileSystemModel>
+#include <QKeyEvent>
+#include <QPushButton>
 
 #include "window/text.h"
 
@@ -15,13 +19,14 @@ struct DialogRow {
   const char* filters;  // descriptions and patterns in turn
   bool must_exist;
   const char* suffix;
+  bool help_button = false;
 };
 
 constexpr auto kListFilters = "Terminal Befehls-Dateien (*.CMD)|*.CMD|Alle Dateien (*.*)|*.*";
 
 constexpr DialogRow kOpen[] = {
-    {"Befehlsliste öffnen", kListFilters, true, ""},
-    {"Logdatei öffnen", "Terminal Log-Dateien (*.LOG)|*.LOG|Alle Dateien (*.*)|*.*", false, ""},
+    {"Befehlsliste öffnen", kListFilters, true, "", true},
+    {"Logdatei öffnen", "Terminal Log-Dateien (*.LOG)|*.LOG|Alle Dateien (*.*)|*.*", false, "", true},
     {"Textdatei öffnen", "Textdateien (*.TXT)|*.TXT|Log-Dateien (*.LOG)|*.LOG|Alle Dateien (*.*)|*.*", true,
      ""},
 };
@@ -48,12 +53,25 @@ void ShowEveryFileForStars(QFileDialog& dialog) {
   });
 }
 
+// The button does what F1 does. A dialog of the platform's own has no such box.
+void AddHelpButton(QFileDialog& dialog) {
+  auto* buttons = dialog.findChild<QDialogButtonBox*>();
+  if (buttons == nullptr) return;
+  auto* help = buttons->addButton(QStringLiteral("&Hilfe"), QDialogButtonBox::HelpRole);
+  help->setObjectName(QStringLiteral("HelpButton"));
+  QObject::connect(help, &QPushButton::clicked, &dialog, [&dialog] {
+    QKeyEvent key(QEvent::KeyPress, Qt::Key_F1, Qt::NoModifier);
+    QApplication::sendEvent(&dialog, &key);
+  });
+}
+
 std::optional<std::string> Ask(QFileDialog& dialog, const DialogRow& row) {
   dialog.setWindowTitle(ToQt(row.title));
   dialog.setNameFilters(NameFilters(row.filters));
   dialog.setFileMode(row.must_exist ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
   dialog.setDefaultSuffix(ToQt(row.suffix));
   ShowEveryFileForStars(dialog);
+  if (row.help_button) AddHelpButton(dialog);
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
   return FromQt(dialog.selectedFiles().constFirst());
 }

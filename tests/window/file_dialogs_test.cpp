@@ -15,6 +15,7 @@ struct Seen {
   QFileDialog::FileMode mode = QFileDialog::Directory;
   QFileDialog::AcceptMode accept = QFileDialog::AcceptOpen;
   QString suffix;
+  bool help_button = false;
 };
 
 class FileDialogsTest : public WindowFixture {
@@ -23,8 +24,9 @@ class FileDialogsTest : public WindowFixture {
   Seen Look(Ask ask) {
     Seen seen;
     OnDialog<QFileDialog>([&seen](QFileDialog& dialog) {
-      seen = {dialog.windowTitle(), dialog.nameFilters(), dialog.fileMode(), dialog.acceptMode(),
-              dialog.defaultSuffix()};
+      seen = {dialog.windowTitle(),   dialog.nameFilters(),
+              dialog.fileMode(),      dialog.acceptMode(),
+              dialog.defaultSuffix(), dialog.findChild<QPushButton*>("HelpButton") != nullptr};
       dialog.reject();
     });
     EXPECT_EQ(ask(), std::nullopt);
@@ -44,11 +46,13 @@ TEST_F(FileDialogsTest, ModesOfOpening) {
   EXPECT_EQ(list.filters, (QStringList{"Terminal Befehls-Dateien (*.CMD)", "Alle Dateien (*.*)"}));
   EXPECT_EQ(list.mode, QFileDialog::ExistingFile);
   EXPECT_EQ(list.accept, QFileDialog::AcceptOpen);
+  EXPECT_TRUE(list.help_button);
   const Seen log = Look(OpenMode::kLog);
   EXPECT_EQ(log.title, "Logdatei öffnen");
   EXPECT_EQ(log.filters, (QStringList{"Terminal Log-Dateien (*.LOG)", "Alle Dateien (*.*)"}));
   EXPECT_EQ(log.mode, QFileDialog::AnyFile);
   EXPECT_EQ(log.accept, QFileDialog::AcceptOpen);
+  EXPECT_TRUE(log.help_button);
   const Seen text = Look(OpenMode::kTextFile);
   EXPECT_EQ(text.title, "Textdatei öffnen");
   EXPECT_EQ(text.filters, (QStringList{"Textdateien (*.TXT)", "Log-Dateien (*.LOG)", "Alle Dateien (*.*)"}));

@@ -155,6 +155,22 @@ TEST_F(Help, F1WorksInFileDialogsAndMessages) {
   EXPECT_EQ(dialogs_, 2);
 }
 
+TEST_F(Help, TheButtonOfFileDialogsOpensTheirPage) {
+  for (const char* command : {"TB_OPENLOG", "mnuOpenCommandFile"}) {
+    OnDialog<QFileDialog>([this](QFileDialog& dialog) {
+      auto* button = dialog.findChild<QPushButton*>(QStringLiteral("HelpButton"));
+      ASSERT_NE(button, nullptr);
+      EXPECT_EQ(button->text(), "&Hilfe");
+      button->click();
+      EXPECT_EQ(Page(), PageOf(17));
+      EXPECT_TRUE(dialog.isVisible());
+      static_cast<QDialog&>(dialog).reject();
+    });
+    Press(command);
+  }
+  EXPECT_EQ(dialogs_, 2);
+}
+
 TEST_F(Help, F1InTheHelpWindowOpensItsOwnPage) {
   Press("TB_HELP");
   PressF1(Viewer()->findChild<help::HelpPage*>());
