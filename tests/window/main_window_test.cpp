@@ -375,6 +375,23 @@ TEST_F(MainWindowTest, ClearAllEmptiesThePane) {
   EXPECT_EQ(PaneText(), "");
 }
 
+TEST_F(MainWindowTest, TheRightButtonOpensThePopupOnThePane) {
+  AddLine("text");
+  Q_EMIT Find<script::CommandGrid>("CommandScript")->Touched();
+  Find<QAction>("mnuPaste")->setEnabled(false);
+  auto* popup = Find<QMenu>("mnuPOP1");
+  for (const Qt::MouseButton other : {Qt::LeftButton, Qt::MiddleButton}) {
+    QTest::mouseClick(Pane()->viewport(), other);
+    EXPECT_FALSE(popup->isVisible());
+  }
+  QTest::mouseClick(Pane()->viewport(), Qt::RightButton);
+  EXPECT_TRUE(popup->isVisible());
+  EXPECT_TRUE(Enabled("mnuPaste"));
+  popup->close();
+  Press("mnuSelectAll");
+  EXPECT_EQ(Pane()->selectedText(), "\ntext");
+}
+
 TEST_F(MainWindowTest, ThePopupCopiesTheSelection) {
   Connect();
   Press("mnuSelectAll");
