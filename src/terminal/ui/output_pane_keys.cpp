@@ -41,13 +41,9 @@ bool IsBackspace(const QKeyEvent& event) {
 
 bool IsEnter(const QKeyEvent& event) { return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter; }
 
-constexpr std::array kEditKeys = {QKeySequence::Copy,
-                                  QKeySequence::Cut,
-                                  QKeySequence::Paste,
-                                  QKeySequence::SelectAll,
-                                  QKeySequence::Delete,
-
-                                  QKeySequence::DeleteStartOfWord,
+constexpr std::array kEditKeys = {QKeySequence::Copy,           QKeySequence::Cut,
+                                  QKeySequence::Paste,          QKeySequence::SelectAll,
+                                  QKeySequence::Delete,         QKeySequence::DeleteStartOfWord,
                                   QKeySequence::DeleteEndOfWord};
 
 bool IsOwnKey(QKeyEvent& event) {
