@@ -19,8 +19,8 @@ py::object& Script() {
   return *script;
 }
 
-// Runs the script, which gets the lock for each step; the window closes whatever happens in it. Without a script
-// nobody is at the window.
+// Runs the script, which gets the lock for each step; the window closes whatever happens in it. Without a
+// script nobody is at the window.
 void RunScript() {
   const py::gil_scoped_acquire lock;
   const py::object script = std::move(Script());
