@@ -20,9 +20,6 @@ inline constexpr std::string_view kCr = "CR";
 inline constexpr std::string_view kCrLf = "CRLF";
 inline constexpr std::string_view kNoTerminator = "Kein";
 
-inline constexpr std::array<std::string_view, 3> kOptions = {"Befehle anzeigen", "Antwortzeiten anzeigen",
-                                                             "Zeilenumbrüche in Antwort"};
-
 inline constexpr std::string_view kLocalDone = "GO TO LOCAL ausgeführt - die Verbindung wurde getrennt";
 inline constexpr std::string_view kRestartDone = "Geräte Restart ausgeführt - die Verbindung wurde getrennt";
 inline constexpr std::string_view kMeasuringStopped = "Die laufende Meßwerterfassung wurde beendet";

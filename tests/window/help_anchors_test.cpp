@@ -58,7 +58,6 @@ TEST_F(HelpAnchors, EachControlOfTheConnectionDialogHasOne) {
 }
 
 TEST(HelpTexts, EveryChoiceIsQuoted) {
-  for (const std::string_view text : terminal::texts::kOptions) EXPECT_TRUE(IsQuoted(text)) << text;
   for (const std::string_view text : terminal::texts::kReceiveModes) EXPECT_TRUE(IsQuoted(text)) << text;
   for (const std::string_view text : terminal::texts::kReceiveFormats) EXPECT_TRUE(IsQuoted(text)) << text;
 }

@@ -1,0 +1,83 @@
+// The captions and tool tips of the commands, to the letter.
+#include <gtest/gtest.h>
+
+#include <QMenuBar>
+
+#include "window/window_fixture.h"
+
+namespace kolvane::window {
+namespace {
+
+class MenusTest : public WindowFixture {
+ protected:
+  /// "name caption" of each item in its order.
+  QStringList Items(const char* menu) {
+    QStringList items;
+    for (const QAction* item : Find<QMenu>(menu)->actions()) {
+      if (!item->isSeparator()) items << item->objectName() + ' ' + item->text().remove(u'&');
+    }
+    return items;
+  }
+};
+
+TEST_F(MenusTest, StandOnTheBarInTheirOrder) {
+  QStringList titles;
+  for (const QAction* menu : window_.menuBar()->actions()) titles << menu->text().remove(u'&');
+  EXPECT_EQ(titles, QStringList({"Datei", "Verbindung", "Optionen"}));
+  EXPECT_EQ(Find<QMenu>("mnuPOP1")->title(), "POP1");
+}
+
+TEST_F(MenusTest, OfFiles) {
+  EXPECT_EQ(Items("mnuFile"),
+            QStringList({"mnuNewCommandFile Neue Befehlsliste", "mnuOpenCommandFile Befehlsliste öffnen...",
+                         "mnuSaveCommandFile Befehlsliste speichern",
+                         "mnuSaveCommandFileAs Befehlsliste speichern als...",
+                         "mnuOpenLog Logdatei öffnen...", "mnuCloseLog Logdatei schließen",
+                         "mnuSaveTerminal Terminalfenster speichern...", "mnuOpenTextFile Textdatei laden...",
+                         "mnuPrintTermWindow Terminalfenster drucken", "mnuExit Terminal beenden"}));
+}
+
+TEST_F(MenusTest, OfTheConnection) {
+  EXPECT_EQ(Items("mnuCon"), QStringList({"mnuConfigureConnection Verbindung konfigurieren...",
+                                          "mnuConnect Verbinden", "mnuDisconnect Verbindung trennen"}));
+}
+
+TEST_F(MenusTest, OfOptions) {
+  EXPECT_EQ(Items("mnuOptions"),
+            QStringList({"mnuOption_0 Befehle anzeigen", "mnuOption_1 Antwortzeiten anzeigen",
+                         "mnuOption_2 Zeilenumbrüche in Antwort"}));
+}
+
+TEST_F(MenusTest, OfPaneAndGrid) {
+  EXPECT_EQ(Items("mnuPOP1"),
+            QStringList({"mnuCopy Kopieren", "mnuCut Ausschneiden", "mnuPaste Einfügen", "mnuDelete Löschen",
+                         "mnuSelectAll Alles markieren", "mnuClearAll Alles löschen", "mnuSaveAs Speichern",
+                         "mnuOpen Öffnen...", "mnuPrint Drucken", "mnuBackColor Hintergrundfarbe...",
+                         "mnuFont Schriftart...", "mnuBinInspect Binärdaten analysieren...",
+                         "mnuInsertComment Kommentar einfügen"}));
+}
+
+TEST_F(MenusTest, EachOptionTurnsWhatItSaysOnAndOff) {
+  const terminal::Options& options = terminal_.options;
+  EXPECT_TRUE(options.show_commands && !options.show_response_times && !options.line_breaks);
+  for (const char* item : {"mnuOption_0", "mnuOption_1", "mnuOption_2"}) Press(item);
+  EXPECT_TRUE(!options.show_commands && options.show_response_times && options.line_breaks);
+  for (const char* item : {"mnuOption_0", "mnuOption_1", "mnuOption_2"}) Press(item);
+  EXPECT_TRUE(options.show_commands && !options.show_response_times && !options.line_breaks);
+}
+
+TEST_F(MenusTest, TheToolbarsButtonsStartWithTheirToolTips) {
+  QStringList buttons;
+  for (const QAction* button : Find<QToolBar>("Toolbar1")->actions()) {
+    if (!button->isSeparator()) buttons << button->objectName() + ' ' + button->toolTip();
+  }
+  EXPECT_EQ(buttons,
+            QStringList({"TB_SAVETERMWIN Save terminal window to file", "TB_PRINT Print terminal window",
+                         "TB_PORTCONFIGURE Verbindung konfigurieren", "TB_CONNECT Verbindung aufbauen",
+                         "TB_FLUSH Eingangspuffer flushen", "TB_OPENLOG Logdatei öffnen",
+                         "TB_CLOSELOG Logdatei schließen", "TB_RECORDLOG Log aktivieren",
+                         "TB_INSPECT Binärdaten analysieren", "TB_HELP Hilfe anzeigen"}));
+}
+
+}  // namespace
+}  // namespace kolvane::window
