@@ -1,6 +1,8 @@
 #include "window/images.h"
 
 #include <QString>
+#include <algorithm>
+#include <array>
 
 #include "window/svg_icon_engine.h"
 
@@ -14,6 +16,23 @@ static void NeedIcons() {
 }
 
 namespace kolvane::window {
+namespace {
+
+// The toolbars' image list; the first image is number 1. The numbers of buttons that change their image with
+// their state are fixed: 14 and 16, 20 and 21, 25 and 28. No button has 26 or 27.
+constexpr std::array<std::string_view, 28> kImageList = {
+    "save",          "print",      "configure-connection",
+    "flush",         "log-open",   "log-close",
+    "inspect",       "help",       "list-new",
+    "list-open",     "list-save",  "list-print",
+    "cut",           "record-off", "copy",
+    "record-on",     "paste",      "play",
+    "single-step",   "disconnect", "connect",
+    "break",         "stop",       "special-commands",
+    "log-record-on", "clear",      "scan",
+    "log-record-off"};
+
+}  // namespace
 
 QIcon Icon(const char* name) {
   NeedIcons();
@@ -21,22 +40,12 @@ QIcon Icon(const char* name) {
 }
 
 QIcon ImageIcon(int number) {
-  switch (number) {
-    case image::kRecordOff:
-      return Icon("record-off");
-    case image::kRecordOn:
-      return Icon("record-on");
-    case image::kConnected:
-      return Icon("disconnect");
-    case image::kNotConnected:
-      return Icon("connect");
-    case image::kLogRecording:
-      return Icon("log-record-on");
-    case image::kLogNotRecording:
-      return Icon("log-record-off");
-    default:
-      return {};
-  }
+  const bool known = number >= 1 && static_cast<std::size_t>(number) <= kImageList.size();
+  return known ? Icon(kImageList[static_cast<std::size_t>(number) - 1].data()) : QIcon();
+}
+
+int ImageNumber(std::string_view name) {
+  return static_cast<int>(std::ranges::find(kImageList, name) - kImageList.begin()) + 1;
 }
 
 }  // namespace kolvane::window

@@ -20,11 +20,10 @@ KeyToolbar::KeyToolbar(const char* name, const char* title, std::span<const Butt
 }
 
 void KeyToolbar::AddButton(const ButtonRow& row) {
-  QAction* action = addAction(Icon(row.icon), ToQt(row.tool_tip));
+  QAction* action = addAction(QString());
   action->setObjectName(QLatin1String(row.key));
-  action->setToolTip(ToQt(row.tool_tip));
-  action->setProperty("Tag", QStringLiteral("0"));
   action->setEnabled(row.enabled);
+  ShowState(row.key, 0, ImageNumber(row.icon), ToQt(row.tool_tip));
 }
 
 QAction* KeyToolbar::Button(const char* key) const { return findChild<QAction*>(QLatin1String(key)); }

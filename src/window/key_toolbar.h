@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QToolBar>
 #include <span>
+#include <string_view>
 
 namespace kolvane::window {
 
@@ -10,13 +11,13 @@ namespace kolvane::window {
 struct ButtonRow {
   const char* key;
   const char* icon;
-  const char* tool_tip;
+  std::string_view tool_tip;
   bool enabled;
   bool ends_group;
 };
 
-/// A toolbar whose buttons are actions with their key as objectName; what changes with a button's state (text
-/// "0" or "1", image number, tool tip) is kept in the properties Tag and Image and in the tool tip.
+/// A toolbar whose buttons are actions with their key as objectName; their state is kept in the properties
+/// Tag (text "0" or "1") and Image (number in the image list) and in the tool tip.
 class KeyToolbar : public QToolBar {
  public:
   KeyToolbar(const char* name, const char* title, std::span<const ButtonRow> buttons, QWidget* parent);

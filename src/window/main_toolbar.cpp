@@ -1,5 +1,7 @@
 #include "window/main_toolbar.h"
 
+#include "terminal/texts.h"
+
 namespace kolvane::window {
 namespace {
 
@@ -7,11 +9,11 @@ constexpr ButtonRow kButtons[] = {
     {"TB_SAVETERMWIN", "save", "Save terminal window to file", true, false},
     {"TB_PRINT", "print", "Print terminal window", true, true},
     {"TB_PORTCONFIGURE", "configure-connection", "Verbindung konfigurieren", false, false},
-    {"TB_CONNECT", "connect", "Verbindung aufbauen", true, false},
+    {"TB_CONNECT", "connect", terminal::texts::kConnectTip, true, false},
     {"TB_FLUSH", "flush", "Eingangspuffer flushen", true, true},
     {"TB_OPENLOG", "log-open", "Logdatei öffnen", false, false},
     {"TB_CLOSELOG", "log-close", "Logdatei schließen", false, false},
-    {"TB_RECORDLOG", "log-record-off", "Log aktivieren", false, true},
+    {"TB_RECORDLOG", "log-record-off", terminal::texts::kStartRecordingTip, false, true},
     {"TB_INSPECT", "inspect", "Binärdaten analysieren", true, true},
     {"TB_HELP", "help", "Hilfe anzeigen", true, false},
 };

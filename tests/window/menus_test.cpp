@@ -79,5 +79,20 @@ TEST_F(MenusTest, TheToolbarsButtonsStartWithTheirToolTips) {
                          "TB_INSPECT Binärdaten analysieren", "TB_HELP Hilfe anzeigen"}));
 }
 
+TEST_F(MenusTest, EachButtonKeepsItsStateInTagAndImage) {
+  QList<int> images;
+  for (const char* bar : {"Toolbar1", "Toolbar3"}) {
+    for (const QAction* button : Find<QToolBar>(bar)->actions()) {
+      if (button->isSeparator()) continue;
+      EXPECT_EQ(button->property("Tag"), QVariant(QStringLiteral("0"))) << button->objectName().toStdString();
+      const QVariant image = button->property("Image");
+      EXPECT_EQ(image.typeId(), QMetaType::Int) << button->objectName().toStdString();
+      EXPECT_FALSE(images.contains(image.toInt())) << button->objectName().toStdString();
+      EXPECT_FALSE(button->icon().isNull()) << button->objectName().toStdString();
+      images << image.toInt();
+    }
+  }
+}
+
 }  // namespace
 }  // namespace kolvane::window
