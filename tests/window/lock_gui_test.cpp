@@ -1,5 +1,7 @@
 #include "window/lock_gui.h"
 
+#include <QTest>
+
 #include "window/window_fixture.h"
 
 namespace kolvane::window {
@@ -41,6 +43,17 @@ TEST_F(LockGuiTest, UnlockingEnablesThemAllWhateverTheyWereBefore) {
   LockGUI(window_, false);
   EXPECT_EQ(Enabled(locked_), locked_);
   EXPECT_TRUE(Find<QMenu>("mnuFile")->menuAction()->isEnabled());
+}
+
+TEST_F(LockGuiTest, TheKeysOfALockedMenuDoNothing) {
+  window_.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
+  LockGUI(window_, true);
+  QTest::keyClick(&window_, Qt::Key_Q, Qt::ControlModifier);
+  EXPECT_TRUE(window_.isVisible());
+  LockGUI(window_, false);
+  QTest::keyClick(&window_, Qt::Key_Q, Qt::ControlModifier);
+  EXPECT_FALSE(window_.isVisible());
 }
 
 TEST_F(LockGuiTest, TheButtonsOfALockedBarKeepTheirStates) {

@@ -104,7 +104,10 @@ TEST_F(MainWindowTest, AFailedConnectShowsAMessageAndChangesNothing) {
   library_.results["OpenPort"] = {-14};
   EXPECT_EQ(MessageDuring([&] { Press("TB_CONNECT"); }), "Fehler beim Verbindungsaufbau: -14 (-14)");
   EXPECT_EQ(StatusText(), "Nicht verbunden");
-  EXPECT_EQ(Find<QAction>("TB_CONNECT")->property("Tag").toString(), "0");
+  const auto* button = Find<QAction>("TB_CONNECT");
+  EXPECT_EQ(button->property("Tag").toString(), "0");
+  EXPECT_EQ(button->property("Image").toInt(), 21);
+  EXPECT_EQ(button->toolTip(), "Verbindung aufbauen");
   EXPECT_EQ(PaneText(), "");
 }
 
@@ -308,6 +311,10 @@ TEST_F(MainWindowTest, TheCommandBoxFollowsTheResizeRules) {
     EXPECT_EQ(split->width(), inner_width - split->x() - 3 - Find<QToolBar>("Toolbar3")->width());
     EXPECT_EQ(box->width(), split->width() - send->width() - 7);
     EXPECT_EQ(send->x(), box->x() + box->width() + 3);
+    int below = 2;
+    for (const char* bar : {"Toolbar2", "StatusBar1", "StatusBar2"}) below += Find<QWidget>(bar)->height();
+    EXPECT_EQ(split->height(), window_.centralWidget()->height() - split->y() - below);
+    EXPECT_EQ(Find<QToolBar>("Toolbar3")->pos(), QPoint(split->x() + split->width() + 3, split->y()));
   }
 }
 

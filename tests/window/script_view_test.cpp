@@ -176,6 +176,22 @@ TEST_F(ScriptViewTest, ThePopupMenuActsOnTheGridItWasOpenedOn) {
   EXPECT_TRUE(PaneText().endsWith("bleibt"));
 }
 
+TEST_F(ScriptViewTest, ClicksSayWhichControlThePopupMenusCommandsMean) {
+  Fill({"bleibt"});
+  AddLine("geht");
+  QTest::mouseClick(Grid()->viewport(), Qt::LeftButton, {},
+                    Grid()->visualRect(Grid()->model()->index(0, 1)).center());
+  Press("mnuCopy");
+  EXPECT_EQ(QApplication::clipboard()->text(), "bleibt");
+  QTest::mouseClick(Pane()->viewport(), Qt::RightButton, {}, QPoint(5, 5));
+  auto* popup = window_.findChild<QMenu*>("mnuPOP1");
+  EXPECT_TRUE(popup->isVisible());
+  popup->close();
+  Press("mnuClearAll");
+  EXPECT_EQ(PaneText(), "");
+  EXPECT_EQ(Row(1), "bleibt");
+}
+
 TEST_F(ScriptViewTest, ClosingEndsARunAndThenTheWindow) {
   Fill({"$REPEAT 2000000000", "$ENDREPEAT"});
   int unloads = 0;
