@@ -340,6 +340,20 @@ TEST_F(ConnectionDialogTest, OkStoresAndWritesTheHistory) {
   EXPECT_EQ(state_.open_step_status, 0);
 }
 
+TEST_F(ConnectionDialogTest, NothingIsCompletedWhileAnAddressIsTyped) {
+  folder_.Write("IPADDR.INI", "host\r\nhost-2\r\n");
+  Open();
+  dialog_->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(dialog_.get()));
+  Find<QComboBox>("IPAddrList")->setFocus();
+  QTest::keyClicks(QApplication::focusWidget(), "HOST");
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+  EXPECT_EQ(Shown("IPAddrList"), "HOST");
+  Press("Command1");
+  EXPECT_EQ(parameters_.ip_address, "HOST");
+  EXPECT_EQ(folder_.Read("IPADDR.INI"), "host\r\nhost-2\r\nHOST\r\n");
+}
+
 TEST_F(ConnectionDialogTest, AnInvalidAddressClosesWithTheKindChanged) {
   Open();
   Choose(2);
