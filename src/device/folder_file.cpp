@@ -32,6 +32,7 @@ std::string BytesOf(const std::vector<std::string>& lines) {
 }  // namespace
 
 std::string FolderFile(const std::string& folder, std::string_view name) {
+  if (folder.empty()) return {};
   const fs::path exact = fs::path(folder) / name;
   std::error_code error;
   if (fs::exists(exact, error)) return exact;
@@ -53,6 +54,7 @@ std::optional<std::vector<std::string>> ReadLines(const std::string& path) {
 }
 
 void WriteLines(const std::string& path, const std::vector<std::string>& lines) {
+  if (path.empty()) return;
   const std::string bytes = BytesOf(lines);
   // Most starts and most uses of the dialog change nothing, which spares the disk.
   if (ReadBytes(path) == bytes) return;

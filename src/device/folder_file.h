@@ -8,7 +8,8 @@
 namespace kolvane::device {
 
 /// The path of the file `name` in `folder`, whose letter case does not matter: the file named exactly so,
-/// else the first one in alphabetical order that differs in letter case alone, else `folder`/`name`.
+/// else the first one in alphabetical order that differs in letter case alone, else `folder`/`name`. Empty
+/// where there is no folder: it is not the one that the program was started in.
 std::string FolderFile(const std::string& folder, std::string_view name);
 
 /// The lines of a Windows-1252 file as UTF-8; nothing where it cannot be read or is no regular file. Each of
@@ -16,7 +17,7 @@ std::string FolderFile(const std::string& folder, std::string_view name);
 std::optional<std::vector<std::string>> ReadLines(const std::string& path);
 
 /// Gives the file these lines (UTF-8), each ended by CR LF, as Windows-1252. A failure is not reported: the
-/// file is as it was then.
+/// file is as it was then. An empty path is no file.
 void WriteLines(const std::string& path, const std::vector<std::string>& lines);
 
 /// As WriteLines, but a file that is there already, or comes to be at the same moment, stays as it is.

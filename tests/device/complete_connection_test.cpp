@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "base/temp_folder.h"
 #include "device/connection_form.h"
 
@@ -39,6 +41,16 @@ TEST(CompleteConnection, ReadsTheModemScriptAndWritesNothing) {
   EXPECT_EQ(parameters.modem_script, "ATZ\r\nATDT42");
   EXPECT_EQ(folder.Names(), std::vector<std::string>{"MODEM.INI"});
   EXPECT_EQ(base::ReadBytes(folder.Path("MODEM.INI")), "ATZ\r\n\r\nATDT42\r\n");
+}
+
+TEST(CompleteConnection, ReadsNoScriptFromWhereTheProgramWasStarted) {
+  const base::TempFolder started_in;
+  started_in.Write("MODEM.INI", "ATDT42\r\n");
+  std::filesystem::current_path(started_in.path());
+  ConnectionParameters parameters = Stored(0);
+  EXPECT_TRUE(CompleteConnection(parameters, ""));
+  std::filesystem::current_path("/");
+  EXPECT_EQ(parameters.modem_script, "");
 }
 
 TEST(CompleteConnection, RefusesAnAddressPast31) {

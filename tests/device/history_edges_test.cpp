@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
+#include <filesystem>
 #include <random>
 
 #include "base/codepage.h"
@@ -94,6 +95,18 @@ TEST(HistoryEdges, AScriptOfBlankLinesAloneIsEmpty) {
   EXPECT_EQ(LoadModemScript(folder.path()), "");
   folder.Write("MODEM.INI", " \r\n\t\r\nATZ");
   EXPECT_EQ(LoadModemScript(folder.path()), " \r\n\t\r\nATZ") << "blanks are no empty line";
+}
+
+TEST(HistoryEdges, NoFolderIsNotTheOneThatTheProgramWasStartedIn) {
+  const base::TempFolder started_in;
+  started_in.Write("IPADDR.INI", "10.0.0.5\r\n");
+  fs::current_path(started_in.path());
+  EXPECT_EQ(LoadIpHistory(""), AddressHistory{});
+  SaveIpHistory("", {"a"});
+  SaveUsbHistory("", {"b"});
+  fs::current_path("/");
+  EXPECT_EQ(started_in.Read("IPADDR.INI"), "10.0.0.5\r\n");
+  EXPECT_EQ(started_in.Names(), std::vector<std::string>{"IPADDR.INI"});
 }
 
 TEST(HistoryEdges, AFileThatMayNotBeReadIsEmptyAndStays) {
