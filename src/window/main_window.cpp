@@ -117,6 +117,10 @@ void MainWindow::ConnectFiles() {
   On({"mnuSaveCommandFile"}, [this] { script_.files().Save(); });
   On({"mnuSaveCommandFileAs"}, [this] { script_.files().SaveAs(); });
   On({"TB_PRINTSCRIPT"}, [this] { grid_target_.Print(); });
+  // Like the popup menu's items, the buttons beside the list mean what was clicked last.
+  for (const auto& [button, item] :
+       {std::pair{"TB_CUT", "mnuCut"}, {"TB_COPY", "mnuCopy"}, {"TB_PASTE", "mnuPaste"}})
+    connect(area_->script_bar()->Button(button), &QAction::triggered, menus_.Item(item), &QAction::trigger);
   On({"mnuOpenLog", "TB_OPENLOG"}, [this] { log_.Open(); });
   On({"mnuCloseLog", "TB_CLOSELOG"}, [this] { log_.control().CloseLog(); });
   On({"TB_RECORDLOG"}, [this] { log_.control().PressRecord(); });

@@ -91,9 +91,6 @@ void ScriptView::ConnectButtons() {
   on("TB_NEWSCRIPT", [this] { files_.New(); });
   on("TB_OPENSCRIPT", [this] { files_.Open(); });
   on("TB_SAVESCRIPT", [this] { files_.Save(); });
-  on("TB_CUT", [this] { grid_->cut(); });
-  on("TB_COPY", [this] { grid_->copy(); });
-  on("TB_PASTE", [this] { grid_->paste(); });
   on("TB_SPECIALCOMMANDS", [this] { ShowSpecialCommands(); });
 }
 

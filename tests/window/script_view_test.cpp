@@ -192,6 +192,36 @@ TEST_F(ScriptViewTest, ClicksSayWhichControlThePopupMenusCommandsMean) {
   EXPECT_EQ(Row(1), "bleibt");
 }
 
+TEST_F(ScriptViewTest, TheButtonsCutCopyAndPasteActOnWhatWasClickedLast) {
+  Fill({"eins", "zwei"});
+  AddLine("Ausgabe");
+  Pane()->selectAll();
+  Press("TB_COPY");
+  EXPECT_TRUE(QApplication::clipboard()->text().endsWith("Ausgabe"));
+  QTest::mouseClick(Grid()->viewport(), Qt::LeftButton, {},
+                    Grid()->visualRect(Grid()->model()->index(1, 1)).center());
+  Press("TB_CUT");
+  EXPECT_EQ(QApplication::clipboard()->text(), "zwei");
+  EXPECT_EQ(Row(2), "");
+  GoTo(3);
+  Press("TB_PASTE");
+  EXPECT_EQ(Row(3), "zwei");
+  QTest::mouseClick(Pane()->viewport(), Qt::RightButton, {}, QPoint(5, 5));
+  window_.findChild<QMenu*>("mnuPOP1")->close();
+  Press("TB_CUT");
+  EXPECT_EQ(PaneText(), "");
+  EXPECT_EQ(Row(1) + Row(3), "einszwei");
+}
+
+TEST_F(ScriptViewTest, TheTabKeyTurnsToTheGridToo) {
+  Fill({"eins"});
+  GoTo(1);
+  QFocusEvent tab(QEvent::FocusIn, Qt::TabFocusReason);
+  QApplication::sendEvent(Grid(), &tab);
+  Press("TB_COPY");
+  EXPECT_EQ(QApplication::clipboard()->text(), "eins");
+}
+
 TEST_F(ScriptViewTest, ClosingEndsARunAndThenTheWindow) {
   Fill({"$REPEAT 2000000000", "$ENDREPEAT"});
   int unloads = 0;

@@ -152,6 +152,11 @@ void CommandGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHin
     setCurrentIndex(model_->IndexOf(std::min(currentIndex().row() + 2, kListRows)));
 }
 
+void CommandGrid::focusInEvent(QFocusEvent* event) {
+  if (event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason) Q_EMIT Touched();
+  QTableView::focusInEvent(event);
+}
+
 void CommandGrid::mousePressEvent(QMouseEvent* event) {
   Q_EMIT Touched();
   QTableView::mousePressEvent(event);

@@ -38,7 +38,7 @@ class CommandGrid final : public QTableView {
   void removeRows();
 
  Q_SIGNALS:
-  /// The user has turned to the grid with the mouse.
+  /// The user has turned to the grid, with the mouse or by Tab.
   void Touched();
   void popupRequested(const QPoint& global);
   void FileShownAnew();
@@ -48,6 +48,7 @@ class CommandGrid final : public QTableView {
   void contextMenuEvent(QContextMenuEvent* event) override;
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
   void changeEvent(QEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
 
