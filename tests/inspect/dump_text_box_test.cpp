@@ -117,6 +117,21 @@ TEST_F(DumpTextBoxTest, AClickIsToldOfTheLeftButtonAlone) {
   EXPECT_EQ(click.count(), 1);
 }
 
+TEST_F(DumpTextBoxTest, MarkedBytesAreClickedNotDragged) {
+  DumpView view = box_.View();
+  view.Select(5, 8);
+  box_.Show(view);
+  const QPoint on_marks = box_.cursorRect().center() + QPoint(2, 0);
+  QTest::mousePress(box_.viewport(), Qt::RightButton, {}, on_marks);
+  EXPECT_EQ(box_.View().selected, 8);
+  QSignalSpy click(&box_, &DumpTextBox::Click);
+  QTest::mousePress(box_.viewport(), Qt::LeftButton, {}, on_marks);
+  EXPECT_FALSE(box_.textCursor().hasSelection());
+  QTest::mouseRelease(box_.viewport(), Qt::LeftButton, {}, on_marks);
+  EXPECT_EQ(click.count(), 1);
+  EXPECT_EQ(Caret(), 5);
+}
+
 TEST_F(DumpTextBoxTest, ADoubleClickMarksNoWord) {
   PutCaret(9);
   const QPoint place = box_.cursorRect().center();

@@ -95,6 +95,16 @@ void DumpTextBox::keyReleaseEvent(QKeyEvent* event) {
   if (!event->isAutoRepeat()) Q_EMIT KeyUp();
 }
 
+void DumpTextBox::mousePressEvent(QMouseEvent* event) {
+  // Marked bytes would be dragged away by a hand that is not steady, and the click be lost.
+  if (event->button() == Qt::LeftButton) {
+    QTextCursor cursor = textCursor();
+    cursor.clearSelection();
+    setTextCursor(cursor);
+  }
+  QPlainTextEdit::mousePressEvent(event);
+}
+
 void DumpTextBox::mouseDoubleClickEvent(QMouseEvent* event) {
   // A second click, which marks no word.
   QMouseEvent press(QEvent::MouseButtonPress, event->position(), event->globalPosition(), event->button(),
