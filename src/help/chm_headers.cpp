@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "help/little_endian.h"
+
 namespace kolvane::help {
 namespace {
 
@@ -18,12 +20,6 @@ constexpr std::string_view kDirectorySignature = "ITSP";
 constexpr std::size_t kFirstChunk = 0x20;
 constexpr std::size_t kLastChunk = 0x24;
 constexpr std::size_t kChunkCount = 0x2C;
-
-std::uint32_t NumberAt(const std::string& bytes, std::size_t place) {
-  std::uint32_t number = 0;
-  for (std::size_t i = 4; i-- > 0;) number = number << 8 | static_cast<unsigned char>(bytes[place + i]);
-  return number;
-}
 
 void SetNumber(std::string& bytes, std::size_t place, std::uint32_t number) {
   for (std::size_t i = 0; i < 4; ++i) bytes[place + i] = static_cast<char>(number >> 8 * i & 0xFF);

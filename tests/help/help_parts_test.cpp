@@ -35,6 +35,13 @@ TEST(TopicTable, LeavesOutWhatPointsNowhere) {
   EXPECT_TRUE(ReadTopicTable("12", strings).empty());
 }
 
+TEST(TopicTable, LeavesOutPathsOfMoreThan1024Bytes) {
+  const std::string strings = '\0' + std::string(1025, 'a') + '\0';
+  const auto topics = ReadTopicTable("    " + Pair(1, 1) + Pair(2, 2), strings);
+  EXPECT_EQ(topics.size(), 1u);
+  EXPECT_EQ(topics.at(2), std::string(1024, 'a'));
+}
+
 std::string Entry(const std::string& name, const std::string& page) {
   return "<li><object type=\"text/sitemap\"><param name=\"Name\" value=\"" + name +
          "\"><param name=\"Local\" value=\"" + page + "\"></object>";
