@@ -2,7 +2,7 @@
 
 #include <mspack.h>
 
-#include <algorithm>
+#include <unordered_map>
 #include <utility>
 
 #include "base/folding.h"
@@ -36,20 +36,19 @@ struct ChmArchive::Decoder {
 
   bool ListObjects() {
     for (mschmd_file* file = header->files; file != nullptr; file = file->next) {
-      if (objects.size() == kMaxObjects) return false;
+      if (paths.size() == kMaxObjects) return false;
       if (file->filename == nullptr || *file->filename != '/' || file->offset < 0 || file->length < 0)
         continue;
-      objects.push_back({file->filename, static_cast<std::uint64_t>(file->offset),
-                         static_cast<std::uint64_t>(file->length)});
-      files.push_back(file);
+      paths.emplace_back(file->filename);
+      // Of two whose paths differ in letter case alone the first one is meant.
+      files.emplace(base::UpperCase(paths.back()), file);
     }
     return true;
   }
 
   mschmd_file* Find(std::string_view path) const {
-    const auto found = std::ranges::find_if(
-        objects, [path](const Object& object) { return base::EqualsNoCase(object.path, path); });
-    return found == objects.end() ? nullptr : files[static_cast<std::size_t>(found - objects.begin())];
+    const auto found = files.find(base::UpperCase(path));
+    return found == files.end() ? nullptr : found->second;
   }
 
   std::string Extract(mschmd_file* file) {
@@ -66,8 +65,8 @@ struct ChmArchive::Decoder {
   ChmMemory memory;
   mschm_decompressor* chm = nullptr;
   mschmd_header* header = nullptr;
-  std::vector<Object> objects;
-  std::vector<mschmd_file*> files;  ///< one for each of `objects`
+  std::vector<std::string> paths;
+  std::unordered_map<std::string, mschmd_file*> files;  ///< by their paths in capitals
 };
 
 ChmArchive::ChmArchive(std::unique_ptr<Decoder> decoder) : decoder_(std::move(decoder)) {}
@@ -79,7 +78,7 @@ std::unique_ptr<ChmArchive> ChmArchive::Open(std::string bytes) {
   return std::unique_ptr<ChmArchive>(new ChmArchive(std::move(decoder)));
 }
 
-const std::vector<ChmArchive::Object>& ChmArchive::objects() const { return decoder_->objects; }
+const std::vector<std::string>& ChmArchive::paths() const { return decoder_->paths; }
 
 std::string ChmArchive::Read(std::string_view path) const {
   mschmd_file* const file = decoder_->Find(path);

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -16,20 +15,14 @@ class ChmArchive {
   /// A larger object is taken for a damaged directory and is not read.
   static constexpr std::size_t kMaxObject = std::size_t{32} << 20;
 
-  struct Object {
-    std::string path;         ///< begins with '/'
-    std::uint64_t place = 0;  ///< ascending places are read fastest one after the other
-    std::uint64_t size = 0;
-  };
-
   /// Null where `bytes` is no compiled help file or its directory cannot be read.
   static std::unique_ptr<ChmArchive> Open(std::string bytes);
   ~ChmArchive();
   ChmArchive(const ChmArchive&) = delete;
   ChmArchive& operator=(const ChmArchive&) = delete;
 
-  /// In the order of the file's directory.
-  const std::vector<Object>& objects() const;
+  /// The paths of all objects, each with a '/' in front, in the order of the file's directory.
+  const std::vector<std::string>& paths() const;
 
   /// The bytes of an object, whose path is compared without regard to letter case; empty on any failure.
   std::string Read(std::string_view path) const;

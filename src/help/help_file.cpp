@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <system_error>
+#include <unordered_set>
 #include <utility>
 
 #include "base/folding.h"
@@ -61,10 +62,10 @@ std::unique_ptr<HelpFile> HelpFile::FromBytes(std::string bytes) {
 }
 
 std::string HelpFile::ContentsFile() const {
-  const auto found = std::ranges::find_if(archive_->objects(), [](const ChmArchive::Object& object) {
-    return EndsWithNoCase(object.path, ".hhc");
-  });
-  return found == archive_->objects().end() ? std::string() : found->path.substr(1);
+  const std::vector<std::string>& paths = archive_->paths();
+  const auto found =
+      std::ranges::find_if(paths, [](const std::string& path) { return EndsWithNoCase(path, ".hhc"); });
+  return found == paths.end() ? std::string() : found->substr(1);
 }
 
 std::string HelpFile::TopicPage(std::uint32_t topic) const {
@@ -95,17 +96,19 @@ std::string HelpFile::Title(const std::string& path) const {
   return title.empty() ? path : title;
 }
 
-// In the order of the contents, then those that the contents lack.
+// In the order of the contents, then those that the contents lack; each once, however its letters are
+// written.
 std::vector<std::string> HelpFile::PagePaths() const {
   std::vector<std::string> pages;
-  const auto add = [&pages](const std::string& path) {
-    if (pages.size() < kMaxPages && std::ranges::find(pages, path) == pages.end()) pages.push_back(path);
+  std::unordered_set<std::string> known;
+  const auto add = [&](const std::string& path) {
+    if (pages.size() < kMaxPages && known.insert(base::UpperCase(path)).second) pages.push_back(path);
   };
   for (const ContentsEntry& entry : contents_) {
     if (Has(entry.page)) add(entry.page);
   }
-  for (const ChmArchive::Object& object : archive_->objects()) {
-    if (IsPage(object.path)) add(object.path.substr(1));
+  for (const std::string& path : archive_->paths()) {
+    if (IsPage(path)) add(path.substr(1));
   }
   return pages;
 }

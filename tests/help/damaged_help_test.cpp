@@ -59,7 +59,7 @@ TEST_F(DamagedHelp, ObjectsWithoutAPathFromTheRootAreLeftOut) {
   bytes[place] = 'x';
   const auto archive = ChmArchive::Open(bytes);
   ASSERT_NE(archive, nullptr);
-  for (const ChmArchive::Object& object : archive->objects()) EXPECT_TRUE(object.path.starts_with('/'));
+  for (const std::string& path : archive->paths()) EXPECT_TRUE(path.starts_with('/'));
   const auto file = HelpFile::FromBytes(bytes);
   EXPECT_TRUE(file->StartPage().empty() || file->Has(file->StartPage()));
 }

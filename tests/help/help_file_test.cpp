@@ -88,6 +88,16 @@ TEST_F(HelpFileTest, SearchResolvesEntities) {
   EXPECT_EQ(Pages(file_->Search("ähnlich über €")), Names{"hauptfenster.html"});
 }
 
+TEST(HelpFileSearch, FindsAPageOnceWhoseNameTheContentsWriteOtherwise) {
+  std::string bytes = CompiledHelp();
+  const std::size_t name = bytes.find("/start.html");
+  ASSERT_NE(name, std::string::npos);
+  bytes[name + 1] = 'S';
+  const auto file = HelpFile::FromBytes(bytes);
+  ASSERT_NE(file, nullptr);
+  EXPECT_EQ(Pages(file->Search("GRÖßE")), Names{"start.html"});
+}
+
 TEST(HelpFileOpen, IsNullForWhatIsNoHelpFile) {
   const base::TempFolder folder;
   const std::string path = folder.Path("Terminal.chm");
@@ -103,8 +113,8 @@ TEST(HelpFileOpen, IsNullForWhatIsNoHelpFile) {
 TEST(HelpFileOpen, LeavesNoPathOfTheBuildInTheFile) {
   const auto archive = ChmArchive::Open(CompiledHelp());
   ASSERT_NE(archive, nullptr);
-  for (const ChmArchive::Object& object : archive->objects())
-    EXPECT_EQ(archive->Read(object.path).find(KOLVANE_BUILD_FOLDER), std::string::npos) << object.path;
+  for (const std::string& path : archive->paths())
+    EXPECT_EQ(archive->Read(path).find(KOLVANE_BUILD_FOLDER), std::string::npos) << path;
 }
 
 }  // namespace
