@@ -94,6 +94,14 @@ TEST(CaretTest, RightFromALinesLastByteReachesTheNextLine) {
 
 TEST(CaretTest, LeftFromALinesFirstByteComesBackToIt) { EXPECT_EQ(Valid(AfterKey(key::kLeft, 67)), 67); }
 
+TEST(CaretTest, LeftFromAGroupsFirstByteStopsAtTheBlankBeforeIt) {
+  const Position left = Valid(AfterKey(key::kLeft, 14));
+  EXPECT_EQ(left, 13);
+  EXPECT_EQ(Valid(AfterKey(key::kLeft, left)), 11);
+}
+
+TEST(CaretTest, LeftFromTheTextsEndComesBackToIt) { EXPECT_EQ(Valid(AfterKey(key::kLeft, 124)), 124); }
+
 TEST(CaretTest, LeftHeldDownReachesTheLineBefore) {
   Position caret = 67;
   for (int repeat = 0; repeat < 14; ++repeat) caret = AfterKey(key::kLeft, caret);
