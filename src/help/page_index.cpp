@@ -30,7 +30,8 @@ void PageIndex::Add(SearchHit hit, std::string_view text) {
   if (text.size() > kMaxText - size_) return;
   size_ += text.size();
   std::string folded_title = base::UpperCase(hit.title);
-  entries_.push_back({std::move(hit), std::move(folded_title), base::UpperCase(text)});
+  std::string folded_whole = folded_title + ' ' + base::UpperCase(text);
+  entries_.push_back({std::move(hit), std::move(folded_title), std::move(folded_whole)});
 }
 
 std::vector<SearchHit> PageIndex::Find(std::string_view words) const {
@@ -41,7 +42,7 @@ std::vector<SearchHit> PageIndex::Find(std::string_view words) const {
   for (const Entry& entry : entries_) {
     if (HoldsAll(entry.folded_title, wanted)) {
       hits.push_back(entry.hit);
-    } else if (HoldsAll(entry.folded_title + ' ' + entry.folded_text, wanted)) {
+    } else if (HoldsAll(entry.folded_whole, wanted)) {
       in_text.push_back(entry.hit);
     }
   }

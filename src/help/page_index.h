@@ -30,7 +30,7 @@ class PageIndex {
   struct Entry {
     SearchHit hit;
     std::string folded_title;
-    std::string folded_text;
+    std::string folded_whole;  ///< title and text: the search runs at each letter that is typed
   };
 
   std::vector<Entry> entries_;
