@@ -29,7 +29,13 @@ class Reader {
   void TakeParameter(std::string_view text) {
     const std::string name = Attribute(text, "name");
     if (base::EqualsNoCase(name, "Name")) entry_.title = Attribute(text, "value");
-    if (base::EqualsNoCase(name, "Local")) entry_.page = Attribute(text, "value");
+    if (base::EqualsNoCase(name, "Local")) TakePage(Attribute(text, "value"));
+  }
+
+  void TakePage(const std::string& local) {
+    const std::size_t end = std::min(local.find('#'), local.size());
+    entry_.page = local.substr(0, end);
+    entry_.anchor = local.substr(std::min(end + 1, local.size()));
   }
 
   void Finish() {

@@ -24,8 +24,9 @@ std::map<std::uint32_t, std::string> ReadTopicTable(std::string_view ivb, std::s
     if (place >= strings.size()) continue;
     const std::string_view rest = strings.substr(place, kLongestPath + 1);
     const std::size_t end = rest.find('\0');
-    if (end == 0 || end == std::string_view::npos) continue;
-    topics.emplace(NumberAt(ivb, 0), rest.substr(0, end));
+    if (end == std::string_view::npos) continue;
+    const std::string_view page = rest.substr(0, std::min(end, rest.find('#')));
+    if (!page.empty()) topics.emplace(NumberAt(ivb, 0), page);
   }
   return topics;
 }

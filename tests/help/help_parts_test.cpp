@@ -26,6 +26,11 @@ TEST(TopicTable, ReadsPairsOfNumberAndPlace) {
   EXPECT_EQ(topics.at(0x10203), "/x/b.htm");
 }
 
+TEST(TopicTable, TakesAnAnchorOffThePage) {
+  EXPECT_EQ(ReadTopicTable("    " + Pair(1, 1), "\0a.htm#place\0"s).at(1), "a.htm");
+  EXPECT_TRUE(ReadTopicTable("    " + Pair(1, 1), "\0#place\0"s).empty());
+}
+
 TEST(TopicTable, LeavesOutWhatPointsNowhere) {
   const std::string strings = "\0a.htm\0unended"s;
   EXPECT_TRUE(
@@ -52,6 +57,11 @@ TEST(Contents, ReadsEntriesWithTheirLevels) {
   EXPECT_EQ(ParseContents("<ul>" + Entry("A", "/a.html") + "<UL>" + Entry("B &amp; C", "b.html") + "</UL>" +
                           Entry("D", "") + "</ul>"),
             expected);
+}
+
+TEST(Contents, TakesAnAnchorOffThePage) {
+  const std::vector<ContentsEntry> expected = {{0, "A", "a.html", "place"}, {0, "B", "b.html", ""}};
+  EXPECT_EQ(ParseContents("<ul>" + Entry("A", "a.html#place") + Entry("B", "b.html#")), expected);
 }
 
 TEST(Contents, LeavesOutEntriesWithoutATitleAndWhatIsNoEntry) {

@@ -108,6 +108,15 @@ TEST_F(HelpWindowTest, OpensAPageFromTheContents) {
   EXPECT_EQ(Path(), "verbindung.html");
 }
 
+TEST_F(HelpWindowTest, OpensThePlaceOnAPageThatTheContentsName) {
+  Show(1);
+  Contents()->ShowEntries({{0, "Ausgabe", "ausgabe.html"}, {0, "Farben", "ausgabe.html", "farben"}});
+  ClickContents(1);
+  EXPECT_EQ(Path(), "ausgabe.html");
+  EXPECT_GT(Page()->verticalScrollBar()->value(), 0);
+  EXPECT_EQ(Contents()->currentItem(), Contents()->topLevelItem(1));
+}
+
 TEST_F(HelpWindowTest, GoesBackAndForwardAndToTheStartPage) {
   Show(1);
   EXPECT_FALSE(Action("HelpBack")->isEnabled());

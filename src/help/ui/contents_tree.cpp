@@ -8,6 +8,7 @@ namespace kolvane::help {
 namespace {
 
 constexpr int kPageRole = Qt::UserRole;
+constexpr int kAnchorRole = Qt::UserRole + 1;
 constexpr int kRowGap = 6;
 
 }  // namespace
@@ -18,7 +19,8 @@ ContentsTree::ContentsTree(QWidget* parent) : QTreeWidget(parent) {
   setHeaderHidden(true);
   setUniformRowHeights(true);
   const auto choose = [this](const QTreeWidgetItem* item) {
-    if (const QString page = item->data(0, kPageRole).toString(); !page.isEmpty()) Q_EMIT PageChosen(page);
+    if (const QString page = item->data(0, kPageRole).toString(); !page.isEmpty())
+      Q_EMIT PageChosen(page, item->data(0, kAnchorRole).toString());
   };
   connect(this, &QTreeWidget::itemClicked, this, choose);
   connect(this, &QTreeWidget::itemActivated, this, choose);
@@ -34,13 +36,19 @@ void ContentsTree::ShowEntries(const std::vector<ContentsEntry>& entries) {
     item->setToolTip(0, item->text(0));
     item->setSizeHint(0, QSize(0, fontMetrics().height() + kRowGap));
     item->setData(0, kPageRole, QString::fromStdString(entry.page));
+    item->setData(0, kAnchorRole, QString::fromStdString(entry.anchor));
     path.append(item);
   }
 }
 
 void ContentsTree::Mark(const QString& page) {
+  const auto names_it = [&page](const QTreeWidgetItem* item) {
+    return item->data(0, kPageRole).toString().compare(page, Qt::CaseInsensitive) == 0;
+  };
+  // Several entries may lead to a page: the one that was chosen stays marked.
+  if (currentItem() != nullptr && names_it(currentItem())) return;
   for (QTreeWidgetItemIterator item(this); *item != nullptr; ++item) {
-    if ((*item)->data(0, kPageRole).toString().compare(page, Qt::CaseInsensitive) != 0) continue;
+    if (!names_it(*item)) continue;
     setCurrentItem(*item);
     return scrollToItem(*item);
   }

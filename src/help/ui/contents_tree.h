@@ -19,7 +19,7 @@ class ContentsTree final : public QTreeWidget {
   void Mark(const QString& page);
 
  Q_SIGNALS:
-  void PageChosen(const QString& page);
+  void PageChosen(const QString& page, const QString& anchor);
 };
 
 }  // namespace kolvane::help

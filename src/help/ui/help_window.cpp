@@ -51,8 +51,7 @@ void HelpWindow::BuildParts() {
   splitter->setSizes({kContentsWidth, kFirstSize.width() - kContentsWidth});
   setCentralWidget(splitter);
   statusBar()->setObjectName(QStringLiteral("HelpStatus"));
-  connect(contents_, &ContentsTree::PageChosen, page_,
-          [this](const QString& page) { page_->ShowPage(page); });
+  connect(contents_, &ContentsTree::PageChosen, page_, &HelpPage::ShowPage);
   connect(search_, &SearchPanel::PageChosen, this, &HelpWindow::ShowFound);
   connect(page_, &QTextBrowser::historyChanged, this, &HelpWindow::PageChanged);
   connect(page_, &HelpPage::LinkOutside, this,
