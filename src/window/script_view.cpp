@@ -5,6 +5,7 @@
 
 #include "base/number.h"
 #include "base/read_file.h"
+#include "device/folder_file.h"
 #include "help/rtf_reader.h"
 #include "help/rtf_texts.h"
 #include "script/texts.h"
@@ -16,7 +17,7 @@ namespace {
 // Between rows that take less, looking for events each time would cost more than the rows.
 constexpr int kEventsEachMs = 4;
 
-constexpr char kReference[] = "/TermCmdHelp.rtf";
+constexpr char kReference[] = "TermCmdHelp.rtf";
 
 script::ScriptLinks LinksOf(const ScriptParts& parts, const ScriptSurroundings& around,
                             script::RunHost& host) {
@@ -120,7 +121,7 @@ void ScriptView::ShowRecording() {
 }
 
 void ScriptView::ShowSpecialCommands() {
-  const std::string path = around_.folder + kReference;
+  const std::string path = device::FolderFile(around_.folder, kReference);
   std::string bytes;
   if (base::ReadFile(path, bytes) != 0)
     return around_.prompt.ShowError("Die Datei „" + path + "“ kann nicht gelesen werden");

@@ -245,5 +245,11 @@ TEST_F(ScriptViewTest, ShowsTheReferenceOfTheSpecialCommands) {
   EXPECT_TRUE(PaneText().contains("$STOP hält an"));
 }
 
+TEST_F(ScriptViewTest, TheLetterCaseOfTheReferencesFileDoesNotMatter) {
+  base::WriteBytes(folder_.Path("TERMCMDHELP.RTF"), "{\\rtf1 $STOP\\par}");
+  Press("TB_SPECIALCOMMANDS");
+  EXPECT_TRUE(PaneText().contains("$STOP"));
+}
+
 }  // namespace
 }  // namespace kolvane::window
