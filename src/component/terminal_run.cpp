@@ -113,11 +113,14 @@ void ShowModally(window::MainWindow& window, const TerminalOptions& options) {
   if (window.isVisible()) loop.exec();
 }
 
-// A window starts anew; what belongs to the component's life stays.
+// What a window's controls show starts anew. The last answer and status, the flags that $SILENT and $AUTOLOG
+// set, and what a command list has left behind belong to the component's life.
 void ResetForWindow(ComponentState& state) {
-  state.device.last_result = 0;
   state.device.open_step_status = 0;
-  state.terminal = {};
+  state.terminal.receive = {};
+  state.terminal.shown = {};
+  state.terminal.options = {};
+  state.script.record = {};
 }
 
 }  // namespace

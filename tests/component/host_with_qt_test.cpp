@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
@@ -14,6 +15,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <algorithm>
 #include <filesystem>
 #include <stdexcept>
 
@@ -53,6 +55,18 @@ class HostTest : public testing::Test {
     });
     terminal_.OpenTerminal(oper_mode, 3);
     EXPECT_TRUE(used);
+  }
+
+  // Fills the command list from row 1 on and plays it.
+  static void PlayList(QMainWindow& window, const std::vector<std::string>& rows) {
+    auto* model = window.findChild<QAbstractItemView*>("CommandScript")->model();
+    for (int row = 0; const std::string& text : rows)
+      model->setData(model->index(row++, 1), QString::fromStdString(text));
+    window.findChild<QAction*>("TB_PLAY")->trigger();
+  }
+
+  auto Count(const std::string& call) const {
+    return std::count(host_->script.calls.begin(), host_->script.calls.end(), call);
   }
 
   std::string SettingsFile() const { return dir_.path().toStdString() + "/Kolvane.ini"; }
@@ -153,6 +167,30 @@ TEST_F(HostTest, OpensAgainAfterClosing) {
       EXPECT_EQ(PaneText(window).count("Empfangspuffer gelöscht"), 1);
     });
   }
+}
+
+TEST_F(HostTest, TheLastAnswerAndTheFlagsOfAListOutliveTheWindow) {
+  host_->script.read = [](Variant& answer, Variant&) { answer = "a,b\r\n"; };
+  Open(1, [](QMainWindow& window) {
+    gui::TypeCommand(window, "MSV?");
+    PlayList(window, {"$SILENT ON", "$AUTOLOG ON"});
+  });
+  const std::string log = dir_.path().toStdString() + "/a.LOG";
+  Open(1, [&](QMainWindow& window) {
+    PlayList(window, {"$SPLITPARAMS", "$GETPARAM 2", "$IFEQUAL b", "ONE?", "$ENDIF", "$OPENLOG " + log,
+                      "$SILENT OFF", "TWO?"});
+    EXPECT_EQ(PaneText(window), "\nTWO?\na,b");
+  });
+  EXPECT_EQ(Count("WriteCommand(\"ONE?\n\")"), 1);
+  EXPECT_EQ(base::ReadBytes(log), "TWO?\r\na,b\r\n");
+}
+
+TEST_F(HostTest, ANewWindowDoesNotRecordCommands) {
+  Open(1, [](QMainWindow& window) { window.findChild<QAction*>("TB_RECORD")->trigger(); });
+  Open(1, [](QMainWindow& window) {
+    EXPECT_EQ(window.findChild<QAction*>("TB_RECORD")->property("Tag").toString(), "0");
+    EXPECT_EQ(window.findChild<QAction*>("TB_RECORD")->property("Image").toInt(), 14);
+  });
 }
 
 TEST_F(HostTest, ADescriptorClosesTheWindowAndTheMessageBoxAboveIt) {
