@@ -53,7 +53,7 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   /// Loads a command file into the list; a failure is shown.
   void OpenCommandFile(const std::string& name) { script_.files().OpenFile(name); }
 
-  /// As the toolbar's button: plays the command list from its current row.
+  /// As the toolbar's button: plays the command list from its first row.
   void PressPlay();
 
   /// Called once when the user closes the window, while it is still shown.
