@@ -10,6 +10,7 @@
 #include "help/rtf_texts.h"
 #include "script/texts.h"
 #include "window/text.h"
+#include "window/texts.h"
 
 namespace kolvane::window {
 namespace {
@@ -39,15 +40,20 @@ terminal::Color ColorOf(const help::RtfFormat& format) {
   return static_cast<terminal::Color>(format.colour.value_or(terminal::kNoColor));
 }
 
-void AppendDocument(terminal::OutputPane& pane, const help::RtfDocument& document) {
-  const std::size_t begin = pane.text().Length();
+// The document as the pane shows it, in its colours alone; caret at the begin.
+terminal::PaneText PaneTextOf(const help::RtfDocument& document) {
+  terminal::PaneText text;
+  bool first = true;
   for (const help::RtfParagraph& paragraph : document.paragraphs) {
-    pane.AppendLine("", terminal::kNoColor);
-    for (const help::RtfRun& run : paragraph.runs) pane.AppendRun(run.text, ColorOf(run.format));
+    if (!std::exchange(first, false)) text.AppendLine("", terminal::kNoColor);
+    for (const help::RtfRun& run : paragraph.runs) {
+      text.SetSelectionColor(ColorOf(run.format));
+      text.ReplaceSelection(run.text);
+    }
+    text.SetSelectionColor(terminal::kNoColor);
   }
-  // From behind the text, so that its first line comes to stand at the top.
-  pane.EnsureVisible(pane.text().Length());
-  pane.EnsureVisible(begin + 1);
+  text.MoveTo(0);
+  return text;
 }
 
 }  // namespace
@@ -123,12 +129,12 @@ void ScriptView::ShowRecording() {
 void ScriptView::ShowSpecialCommands() {
   const std::string path = device::FolderFile(around_.folder, kReference);
   std::string bytes;
-  if (base::ReadFile(path, bytes) != 0)
-    return around_.prompt.ShowError("Die Datei „" + path + "“ kann nicht gelesen werden");
+  if (const int error = base::ReadFile(path, bytes))
+    return around_.prompt.ShowError(texts::NotRead(path, error));
   const help::RtfResult read = help::ReadRtf(bytes);
-  if (read.fault == help::RtfFault::kNotRichText)
-    return around_.prompt.ShowError(path + ": " + std::string(help::FaultText(read.fault)));
-  AppendDocument(around_.pane, read.document);
+  if (read.fault != help::RtfFault::kNotRichText) around_.pane.SetText(PaneTextOf(read.document));
+  if (read.fault != help::RtfFault::kNone)
+    around_.prompt.ShowError(path + ": " + std::string(help::FaultText(read.fault)));
 }
 
 }  // namespace kolvane::window

@@ -240,9 +240,38 @@ TEST_F(ScriptViewTest, ClosingEndsARunAndThenTheWindow) {
 
 TEST_F(ScriptViewTest, ShowsTheReferenceOfTheSpecialCommands) {
   base::WriteBytes(folder_.Path("TermCmdHelp.rtf"),
-                   "{\\rtf1{\\colortbl;\\red0\\green0\\blue255;}\\cf1 $STOP\\cf0  h\\'e4lt an\\par}");
+                   "{\\rtf1{\\colortbl;\\red0\\green0\\blue255;}\\par\\cf1 $STOP\\cf0  h\\'e4lt an\\par}");
+  AddLine("alt");
   Press("TB_SPECIALCOMMANDS");
-  EXPECT_TRUE(PaneText().contains("$STOP hält an"));
+  EXPECT_EQ(PaneText(), "\n$STOP hält an");
+  EXPECT_EQ(Pane()->text().caret(), 0u);
+  EXPECT_EQ(Pane()->text().store().ColorAt(1), 0xFF0000);
+  EXPECT_EQ(Pane()->text().store().ColorAt(6), terminal::kNoColor);
+  AddLine("neu");
+  EXPECT_EQ(PaneText(), "\n$STOP hält an\nneu");
+}
+
+TEST_F(ScriptViewTest, ADamagedReferenceIsShownAsFarAsItGoesWithTheFault) {
+  base::WriteBytes(folder_.Path("TermCmdHelp.rtf"), "{\\rtf1 $STOP");
+  AnswerBoxes();
+  Press("TB_SPECIALCOMMANDS");
+  EXPECT_EQ(PaneText(), "$STOP");
+  base::WriteBytes(folder_.Path("TermCmdHelp.rtf"), "$GOTO");
+  Press("TB_SPECIALCOMMANDS");
+  EXPECT_EQ(PaneText(), "$STOP");
+  const QString file = QString::fromStdString(folder_.Path("TermCmdHelp.rtf"));
+  EXPECT_EQ(boxes_.texts(),
+            (QStringList{file + ": Die Datei ist unvollständig", file + ": Die Datei ist keine RTF-Datei"}));
+}
+
+TEST_F(ScriptViewTest, AMissingReferenceIsAMessage) {
+  AnswerBoxes();
+  AddLine("bleibt");
+  Press("TB_SPECIALCOMMANDS");
+  EXPECT_TRUE(PaneText().endsWith("bleibt"));
+  EXPECT_EQ(boxes_.texts(),
+            QStringList{"Die Datei „" + QString::fromStdString(folder_.Path("TermCmdHelp.rtf")) +
+                        "“ kann nicht gelesen werden: Datei oder Ordner nicht gefunden"});
 }
 
 TEST_F(ScriptViewTest, TheLetterCaseOfTheReferencesFileDoesNotMatter) {

@@ -56,15 +56,6 @@ void OutputPane::AppendText(std::string_view text, int back) {
   Changed();
 }
 
-void OutputPane::AppendRun(std::string_view text, Color color) {
-  NoteAppended(text_.Length());
-  text_.MoveTo(text_.Length());
-  text_.SetSelectionColor(color);
-  text_.ReplaceSelection(text);
-  text_.SetSelectionColor(kNoColor);
-  Changed();
-}
-
 void OutputPane::Clear() { setPlainText(QString()); }
 
 void OutputPane::NoteAppended(std::size_t from) {

@@ -59,8 +59,6 @@ class OutputPane : public QAbstractScrollArea, public Pane {
   Color SelectionColor() const { return text_.SelectionColor(); }
   void SetSelectionColor(Color color);
   void InsertComment(const QString& text);
-  /// `text` in `color` at the end of the last line; lines after it are in the pane's own colour.
-  void AppendRun(std::string_view text, Color color);
 
   /// The length that the Right or Left key turns into a selection next, in characters with two for a break.
   int RememberedBlockLength() const { return remembered_block_; }
