@@ -53,6 +53,17 @@ TEST_F(ScriptViewTest, TypingOverARowAndEnterMovesDown) {
   EXPECT_EQ(Look(3, Qt::ForegroundRole).value<QColor>(), QColor(0, 0, 255));
 }
 
+TEST_F(ScriptViewTest, TheMarkerColumnIsNeverCurrent) {
+  GoTo(2);
+  QTest::keyClick(Grid(), Qt::Key_Left);
+  EXPECT_EQ(Grid()->currentIndex().column(), 1);
+  Type("MSV?");
+  EXPECT_EQ(Row(2), "MSV?");
+  Grid()->setCurrentIndex(Grid()->model()->index(4, 0));
+  EXPECT_EQ(CurrentRow(), 5);
+  EXPECT_EQ(Grid()->currentIndex().column(), 1);
+}
+
 TEST_F(ScriptViewTest, ColoursFollowTheKindOfARow) {
   Fill({"' Kommentar", "$STOP", ":marke", "MSV?"});
   EXPECT_EQ(Look(1, Qt::ForegroundRole).value<QColor>(), QColor(0, 128, 0));

@@ -74,6 +74,9 @@ void CommandGrid::ShowCurrentRow(int row) {
 void CommandGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
   QTableView::currentChanged(current, previous);
   if (!showing_current_ && !list().InUse() && current.isValid()) list().SetCurrentRow(current.row() + 1);
+  // Typing and F2 edit the text, wherever in its row the user stands.
+  if (current.column() == CommandListModel::kMarkerColumn)
+    selectionModel()->setCurrentIndex(model_->IndexOf(current.row() + 1), QItemSelectionModel::NoUpdate);
 }
 
 CommandGrid::RowSpan CommandGrid::SelectedRows() const {

@@ -6,8 +6,8 @@
 
 namespace kolvane::script {
 
-/// The grid `CommandScript` beside the output pane. Its current row is the list's; while a list runs the user
-/// can look and edit, but not move the row that the run stands at.
+/// The grid `CommandScript` beside the output pane. Its current cell is the text of the list's current row;
+/// while a list runs the user can look and edit, but not move the row that the run stands at.
 class CommandGrid final : public QTableView {
   Q_OBJECT
 
