@@ -64,6 +64,18 @@ TEST_F(ScriptViewTest, TheMarkerColumnIsNeverCurrent) {
   EXPECT_EQ(Grid()->currentIndex().column(), 1);
 }
 
+TEST_F(ScriptViewTest, AHighlightHasABoldnessOfItsOwn) {
+  QFont font = Grid()->font();
+  font.setBold(true);
+  Grid()->list().HighlightLine(1, 0, 0xFFFF, false);
+  EXPECT_FALSE(Look(1, Qt::FontRole).value<QFont>().resolve(font).bold());
+  Grid()->list().HighlightLine(1, 0, 0xFFFF, true);
+  font.setBold(false);
+  EXPECT_TRUE(Look(1, Qt::FontRole).value<QFont>().resolve(font).bold());
+  Grid()->list().ClearLineSelection(1);
+  EXPECT_FALSE(Look(1, Qt::FontRole).isValid());
+}
+
 TEST_F(ScriptViewTest, ColoursFollowTheKindOfARow) {
   Fill({"' Kommentar", "$STOP", ":marke", "MSV?"});
   EXPECT_EQ(Look(1, Qt::ForegroundRole).value<QColor>(), QColor(0, 128, 0));

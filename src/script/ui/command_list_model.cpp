@@ -36,10 +36,10 @@ QVariant CommandListModel::LookOf(int row, int role) const {
     case Qt::BackgroundRole:
       return highlight != nullptr ? QVariant(terminal::ToQColor(highlight->back)) : QVariant();
     case Qt::FontRole: {
-      if (highlight == nullptr || !highlight->bold) return {};
-      QFont bold;  // the weight alone is set: the view's family and size hold
-      bold.setBold(true);
-      return bold;
+      if (highlight == nullptr) return {};
+      QFont font;  // the weight alone is set: the view's family and size hold
+      font.setBold(highlight->bold);
+      return font;
     }
     default:
       return {};
