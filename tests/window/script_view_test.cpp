@@ -125,6 +125,36 @@ TEST_F(ScriptViewTest, RecordsWhatIsSentByHand) {
   EXPECT_EQ(Find<QAction>("TB_RECORD")->property("Image").toInt(), 14);
 }
 
+TEST_F(ScriptViewTest, TheRowRecordedLastIsInView) {
+  for (int row = 1; row <= 200; ++row) Grid()->list().AddToScript("MSV?");
+  EXPECT_EQ(CurrentRow(), 200);
+  EXPECT_TRUE(Grid()->viewport()->rect().contains(Grid()->visualRect(Grid()->currentIndex()).center()));
+}
+
+TEST_F(ScriptViewTest, PrintsTheList) {
+  Fill({"MSV?"});
+  ChooseFile(folder_.Path("a.PDF"));
+  Press("TB_PRINTSCRIPT");
+  EXPECT_TRUE(base::ReadBytes(folder_.Path("a.PDF")).starts_with("%PDF"));
+}
+
+TEST_F(ScriptViewTest, SaveAsEmptiesTheFileAndSaveFillsIt) {
+  Fill({"eins", "zwei"});
+  GoTo(2);
+  Cancel<QFileDialog>();
+  Press("mnuSaveCommandFileAs");
+  EXPECT_EQ(CurrentRow(), 2);
+  EXPECT_EQ(Status(), "Befehlsliste: Unbenannt");
+  ChooseFile(folder_.Path("a.CMD"), "Befehlsliste speichern");
+  Press("mnuSaveCommandFileAs");
+  EXPECT_EQ(CurrentRow(), 1);
+  EXPECT_EQ(Row(1), "eins");
+  EXPECT_EQ(base::ReadBytes(folder_.Path("a.CMD")), "");
+  EXPECT_EQ(Status().toStdString(), "Befehlsliste: " + folder_.Path("a.CMD"));
+  Press("mnuSaveCommandFile");
+  EXPECT_EQ(base::ReadBytes(folder_.Path("a.CMD")).substr(0, 14), "eins\r\nzwei\r\n\r\n");
+}
+
 TEST_F(ScriptViewTest, SavesAndLoadsThroughTheDialogs) {
   Fill({"Größe?"});
   ChooseFile(folder_.Path("a.CMD"), "Befehlsliste speichern");
@@ -301,6 +331,24 @@ TEST_F(ScriptViewTest, TheLetterCaseOfTheReferencesFileDoesNotMatter) {
   base::WriteBytes(folder_.Path("TERMCMDHELP.RTF"), "{\\rtf1 $STOP\\par}");
   Press("TB_SPECIALCOMMANDS");
   EXPECT_TRUE(PaneText().contains("$STOP"));
+}
+
+class ListLookTest : public testing::Test, protected WindowRecords {
+ protected:
+  device::FakePortLibrary library_;
+  device::FakePortLibrarySource source_{&library_};
+};
+
+TEST_F(ListLookTest, TheGridHasTheFontAndColoursOfTheSettings) {
+  settings_.command_list = {"Liberation Mono", 13, true, 0x0000FF, 0x00FFFF};
+  const MainWindow window(ContextWith(source_, ""));
+  const auto* grid = window.findChild<script::CommandGrid*>();
+  EXPECT_EQ(grid->font().family(), "Liberation Mono");
+  EXPECT_EQ(grid->font().pointSize(), 13);
+  EXPECT_TRUE(grid->font().bold());
+  EXPECT_EQ(grid->palette().color(QPalette::Base), QColor(255, 255, 0));
+  const QModelIndex last = grid->model()->index(1023, 1);
+  EXPECT_EQ(last.data(Qt::ForegroundRole).value<QColor>(), QColor(255, 0, 0));
 }
 
 }  // namespace
