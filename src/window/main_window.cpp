@@ -112,10 +112,11 @@ void MainWindow::On(std::initializer_list<const char*> names, const std::functio
 }
 
 void MainWindow::ConnectFiles() {
-  On({"mnuNewCommandFile"}, [this] { script_.files().New(); });
-  On({"mnuOpenCommandFile"}, [this] { script_.files().Open(); });
-  On({"mnuSaveCommandFile"}, [this] { script_.files().Save(); });
-  On({"mnuSaveCommandFileAs"}, [this] { script_.files().SaveAs(); });
+  using Files = script::CommandFileMenu;
+  On({"mnuNewCommandFile"}, [this] { script_.OnFiles(&Files::New); });
+  On({"mnuOpenCommandFile"}, [this] { script_.OnFiles(&Files::Open); });
+  On({"mnuSaveCommandFile"}, [this] { script_.OnFiles(&Files::Save); });
+  On({"mnuSaveCommandFileAs"}, [this] { script_.OnFiles(&Files::SaveAs); });
   On({"TB_PRINTSCRIPT"}, [this] { grid_target_.Print(); });
   // Like the popup menu's items, the buttons beside the list mean what was clicked last.
   for (const auto& [button, item] :

@@ -95,18 +95,25 @@ void ScriptView::ConnectButtons() {
   on("TB_STOP", [this] { core_.runner.Stop(); });
   on("TB_BREAK", [this] { core_.runner.Break(); });
   on("TB_RECORD", [this] { ToggleRecording(); });
-  on("TB_NEWSCRIPT", [this] { files_.New(); });
-  on("TB_OPENSCRIPT", [this] { files_.Open(); });
-  on("TB_SAVESCRIPT", [this] { files_.Save(); });
+  on("TB_NEWSCRIPT", [this] { OnFiles(&script::CommandFileMenu::New); });
+  on("TB_OPENSCRIPT", [this] { OnFiles(&script::CommandFileMenu::Open); });
+  on("TB_SAVESCRIPT", [this] { OnFiles(&script::CommandFileMenu::Save); });
   on("TB_SPECIALCOMMANDS", [this] { ShowSpecialCommands(); });
 }
 
+void ScriptView::OnFiles(void (script::CommandFileMenu::*command)()) {
+  grid_->FinishEdit();
+  (files_.*command)();
+}
+
 void ScriptView::Play() {
+  grid_->FinishEdit();
   core_.runner.Play();
   AfterRun();
 }
 
 void ScriptView::SingleStep() {
+  grid_->FinishEdit();
   core_.runner.SingleStep();
   AfterRun();
 }

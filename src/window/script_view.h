@@ -43,6 +43,8 @@ class ScriptView final : public QObject, private script::RunHost {
 
   script::ListRecorder& recorder() { return core_.recorder; }
   script::CommandFileMenu& files() { return files_; }
+  /// Carries out a command of files() once what is being typed into the grid has been taken over.
+  void OnFiles(void (script::CommandFileMenu::*command)());
   script::CommandGrid* grid() const { return grid_; }
   /// For the second status bar.
   std::string FileStatus() const;

@@ -34,12 +34,18 @@ class ScriptViewTest : public WindowFixture {
     Grid()->paste();
   }
 
-  // Types into the cell of the current row, as a person does.
-  void Type(const QString& text) {
+  // Begins to type into the cell of the current row.
+  QLineEdit* Begin(const QString& text) {
     QTest::keyClicks(Grid(), text.left(1));
     auto* editor = Grid()->findChild<QLineEdit*>();
+    if (editor != nullptr) QTest::keyClicks(editor, text.mid(1));
+    return editor;
+  }
+
+  // Types into the cell of the current row, as a person does.
+  void Type(const QString& text) {
+    QLineEdit* editor = Begin(text);
     ASSERT_NE(editor, nullptr);
-    QTest::keyClicks(editor, text.mid(1));
     QTest::keyClick(editor, Qt::Key_Return);
     QApplication::processEvents();  // the editor takes its text over in an event of its own
   }
@@ -51,6 +57,33 @@ TEST_F(ScriptViewTest, TypingOverARowAndEnterMovesDown) {
   EXPECT_EQ(Row(3), "$DELAY 5");
   EXPECT_EQ(CurrentRow(), 4);
   EXPECT_EQ(Look(3, Qt::ForegroundRole).value<QColor>(), QColor(0, 0, 255));
+}
+
+TEST_F(ScriptViewTest, WhatIsBeingTypedIsPartOfTheListThatIsPlayed) {
+  GoTo(2);
+  ASSERT_NE(Begin("STP"), nullptr);
+  Press("TB_PLAY");
+  EXPECT_EQ(std::count(library_.calls.begin(), library_.calls.end(), "WritePort(\"STP\n\")"), 1);
+  EXPECT_EQ(Row(2), "STP");
+}
+
+TEST_F(ScriptViewTest, WhatIsBeingTypedIsSaved) {
+  const std::string file = folder_.Path("a.CMD");
+  base::WriteBytes(file, "");
+  window_.OpenCommandFile(file);
+  ASSERT_NE(Begin("eins"), nullptr);
+  Press("mnuSaveCommandFile");
+  EXPECT_EQ(base::ReadBytes(file).substr(0, 6), "eins\r\n");
+  EXPECT_EQ(CurrentRow(), 1);
+}
+
+TEST_F(ScriptViewTest, WhatIsBeingTypedGoesWithTheListThatIsCleared) {
+  GoTo(3);
+  ASSERT_NE(Begin("drei"), nullptr);
+  Press("TB_NEWSCRIPT");
+  QApplication::processEvents();
+  EXPECT_EQ(Grid()->list().LastUsedRow(), 0);
+  EXPECT_EQ(CurrentRow(), 1);
 }
 
 TEST_F(ScriptViewTest, TheMarkerColumnIsNeverCurrent) {

@@ -148,10 +148,18 @@ void CommandGrid::keyPressEvent(QKeyEvent* event) {
   QTableView::keyPressEvent(event);
 }
 
+void CommandGrid::FinishEdit() {
+  QWidget* editor = state() == EditingState ? indexWidget(currentIndex()) : nullptr;
+  if (editor == nullptr) return;
+  commitData(editor);
+  closeEditor(editor, QAbstractItemDelegate::NoHint);
+}
+
 void CommandGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
   QTableView::closeEditor(editor, hint);
-  // Enter has taken the text over: go on with the next row, as in any grid.
-  if (hint == QAbstractItemDelegate::SubmitModelCache)
+  // Enter has taken the text over: go on with the next row, as in any grid. A run that moves on closes the
+  // editor, too, and has a row of its own to go to.
+  if (hint == QAbstractItemDelegate::SubmitModelCache && !showing_current_)
     setCurrentIndex(model_->IndexOf(std::min(currentIndex().row() + 2, kListRows)));
 }
 

@@ -22,6 +22,8 @@ class CommandGrid final : public QTableView {
   };
   /// The marked rows; last 0 where none is.
   RowSpan SelectedRows() const;
+  /// Takes over what is being typed into a row, as Enter would, and stays there.
+  void FinishEdit();
   /// Shows at once what has changed.
   void Flush() { model_->Flush(); }
 
