@@ -30,7 +30,8 @@ KOLVANE_DEVLNK_EXPORT int32_t QDX_SelectDevice(int16_t address);
    closed. */
 KOLVANE_DEVLNK_EXPORT int32_t QDX_SetTimeout(int32_t milliseconds);
 /* How GPIB transfers end, from the next QDX_OpenPort on. Flags are 0 or 1, eos_char 0 to 255, zero is 0;
-   milliseconds above 0 also set the time-out, as QDX_SetTimeout does. Fails where GPIB is not available. */
+   milliseconds also set the time-out, as QDX_SetTimeout does, but 0 stands for 5000. Fails where GPIB is not
+   available. */
 KOLVANE_DEVLNK_EXPORT int32_t QDX_SetGPIBCtrlBlock(int16_t eoi_on_write, int16_t stop_read_on_eos,
                                                    int16_t eoi_with_eos, int16_t eos_char, int16_t zero,
                                                    int16_t repeat_addressing, int32_t milliseconds);

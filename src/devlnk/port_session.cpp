@@ -31,7 +31,7 @@ Status PortSession::SetTimeout(std::int32_t milliseconds) {
 
 void PortSession::SetGpib(const GpibOptions& options, std::int32_t milliseconds) {
   gpib_ = options;
-  if (milliseconds > 0) timeout_ms_ = milliseconds;
+  timeout_ms_ = milliseconds > 0 ? milliseconds : kFirstTimeoutMs;
 }
 
 Status PortSession::Select(std::int16_t address) {

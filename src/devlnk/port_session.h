@@ -14,6 +14,8 @@ namespace kolvane::devlnk {
 /// The one port that is open, or none, and everything that is the same for each kind of port.
 class PortSession {
  public:
+  static constexpr std::int32_t kFirstTimeoutMs = 5000;
+
   /// Closes the port that was open, whatever comes of the new one.
   Status Open(const PortKind& kind, PortRequest request);
   void Close();
@@ -21,7 +23,8 @@ class PortSession {
 
   Status SetTimeout(std::int32_t milliseconds);
 
-  /// Holds from the next opening of a GPIB port on; milliseconds above 0 also set the time-out.
+  /// Holds from the next opening of a GPIB port on. `milliseconds`, not negative, also set the time-out; 0 is
+  /// the one that holds at first.
   void SetGpib(const GpibOptions& options, std::int32_t milliseconds);
 
   // The following need an open port.
@@ -41,7 +44,7 @@ class PortSession {
   std::unique_ptr<Channel> channel_;
   InputQueue queue_;
   GpibOptions gpib_;
-  std::int32_t timeout_ms_ = 5000;
+  std::int32_t timeout_ms_ = kFirstTimeoutMs;
   Status loss_ = Status::kOk;  ///< why the connection has ended, for every later transfer
   bool input_ended_ = false;   ///< what came before the loss has been taken over in full
 };

@@ -85,12 +85,13 @@ TEST_F(Gpib, TakesTheOptionsOfTheControlBlock) {
   EXPECT_EQ(script_->calls, (Calls{"dev 3 0 0 10 0 7181", "config 70 6 1", "clr 70"}));
 }
 
-TEST_F(Gpib, AControlBlockWithoutTimeoutLeavesTheOldOne) {
-  ASSERT_EQ(QDX_SetTimeout(1000), 0);
+TEST_F(Gpib, AControlBlockWithTimeoutZeroSetsTheOneThatHoldsAtFirst) {
+  constexpr char kTenSeconds[] = "dev 3 0 0 13 1 0";  // the driver's next one to 5 s
+  ASSERT_EQ(QDX_SetTimeout(50), 0);
   ASSERT_EQ(QDX_SetGPIBCtrlBlock(1, 0, 0, 10, 0, 0, 0), 0);
   ASSERT_EQ(Open(), 0);
   ASSERT_EQ(QDX_SelectDevice(0), 0);
-  EXPECT_EQ(script_->calls.front(), "dev 3 0 0 11 1 0");
+  EXPECT_EQ(script_->calls.front(), kTenSeconds);
 }
 
 TEST_F(Gpib, WritesAndReadsOneAnswerAfterTheOther) {
