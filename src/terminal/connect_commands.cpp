@@ -2,15 +2,10 @@
 
 #include <utility>
 
+#include "device/operating_mode.h"
 #include "terminal/flush_input.h"
 
 namespace kolvane::terminal {
-namespace {
-
-// The mode in which the terminal's own connection can be configured.
-constexpr std::int16_t kOwnConnection = 2;
-
-}  // namespace
 
 ConnectCommands::ConnectCommands(device::Device& device, device::DeviceState& state, Output& output,
                                  base::Prompt& prompt, ConnectionView& view, ConnectionTexts texts)
@@ -71,7 +66,7 @@ void ConnectCommands::ShowConnected() {
 }
 
 ConnectionMenu ConnectCommands::Menu() const {
-  return {.configure = !state_.connected && state_.OperMode == kOwnConnection,
+  return {.configure = !state_.connected && state_.OperMode == device::operating_mode::kPortLibrary,
           .connect = !state_.connected,
           .disconnect = state_.connected};
 }
