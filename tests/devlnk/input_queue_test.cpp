@@ -94,6 +94,19 @@ TEST(InputQueue, KeepsTheOrderWhileItGrowsAndIsRead) {
   EXPECT_TRUE(Held(queue) == expected);
 }
 
+TEST(InputQueue, KeepsTheOrderWhenWhatIsLeftMovesToTheFront) {
+  InputQueue queue;
+  Put(queue, std::string(InputQueue::kChunk, 'a'));
+  Put(queue, std::string(InputQueue::kChunk - 3, 'b') + "1\n2");
+  EXPECT_EQ(Found(queue, InputQueue::kLimit, ';'), "-");
+  const void* const front = queue.data();
+  queue.Consume(2 * InputQueue::kChunk - 5);
+  Put(queue, "3\n;" + std::string(InputQueue::kChunk - 3, 'c'));
+  EXPECT_EQ(static_cast<const void*>(queue.data()), front);
+  EXPECT_TRUE(Held(queue) == "bb1\n23\n;" + std::string(InputQueue::kChunk - 3, 'c'));
+  EXPECT_EQ(Found(queue, InputQueue::kLimit, ';'), "7/8");
+}
+
 TEST(InputQueue, OffersRoomUpToItsLimitAndNoMore) {
   InputQueue queue;
   while (queue.size() + InputQueue::kChunk <= InputQueue::kLimit) {
