@@ -85,6 +85,8 @@ TEST_F(PortLibraryFile, IsRefusedForTheSystemsReason) {
   const PortLibraryFailure failure = FailureOf(path);
   EXPECT_EQ(failure.kind, Kind::kNotLoadable);
   EXPECT_FALSE(failure.detail.empty());
+  EXPECT_EQ(FailureText(failure),
+            "Die Portbibliothek „" + path + "“ kann nicht benutzt werden: " + failure.detail + ".");
   EXPECT_EQ(FailureOf("kolvane-no-such-library.so").kind, Kind::kNotLoadable);
 }
 

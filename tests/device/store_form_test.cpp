@@ -63,7 +63,7 @@ TEST_F(StoreFormTest, OtherKindsLeaveTheRs232ValuesAlone) {
   EXPECT_EQ(p_.data_bits, 1);
 }
 
-TEST_F(StoreFormTest, ReadsTheGpibPage) {
+TEST_F(StoreFormTest, ReadsTheGpibPageAndShowsItAgain) {
   form_.ClickPort(6, p_);
   form_.gpib = {"12", "250 msec", "&H0A", true, false, true, true};
   EXPECT_TRUE(StoreForm(form_, p_));
@@ -75,6 +75,14 @@ TEST_F(StoreFormTest, ReadsTheGpibPage) {
   EXPECT_EQ(p_.gpib.stop_read_on_eos, 1);
   EXPECT_EQ(p_.gpib.repeat_addressing, 1);
   EXPECT_EQ(p_.timeout_entries.gpib_index, -1);
+  const GpibFields shown = LoadForm(p_, "/nowhere").gpib;
+  EXPECT_EQ(shown.address, "12");
+  EXPECT_EQ(shown.timeout, "250 msec");
+  EXPECT_EQ(shown.eos_char, "10");
+  EXPECT_TRUE(shown.send_eoi_on_write);
+  EXPECT_FALSE(shown.send_eoi_with_eos);
+  EXPECT_TRUE(shown.stop_read_on_eos);
+  EXPECT_TRUE(shown.repeat_addressing);
 }
 
 TEST_F(StoreFormTest, TakesSecondsFromTheGpibListWhateverItsUnit) {
@@ -170,7 +178,14 @@ TEST_F(StoreFormTest, ReadsTheExtendedPageAndShowsItAgain) {
   EXPECT_EQ(record.transmission_xon_xoff, 0);
   EXPECT_EQ(record.reception_xon_xoff, 1);
   EXPECT_EQ(record.continue_after_xoff, 1);
-  EXPECT_EQ(LoadForm(p_, "/nowhere").extended.checks, form_.extended.checks);
+  const ExtendedFields shown = LoadForm(p_, "/nowhere").extended;
+  EXPECT_EQ(shown.xon_limit, "100");
+  EXPECT_EQ(shown.xoff_limit, "32767");
+  EXPECT_EQ(shown.xon_char, "255");
+  EXPECT_EQ(shown.xoff_char, "0");
+  EXPECT_EQ(shown.dtr_control, 2);
+  EXPECT_EQ(shown.rts_control, 3);
+  EXPECT_EQ(shown.checks, form_.extended.checks);
 }
 
 TEST_F(StoreFormTest, AcceptsAddressesFrom0To31) {
