@@ -47,7 +47,7 @@ void ConfirmStoredConnection(ConnectionParameters& parameters, const std::string
 
 bool CompleteConnection(ConnectionParameters& parameters, const std::string& component_folder) {
   SetUsualValues(parameters);
-  ConnectionForm form = LoadForm(parameters, component_folder.empty() ? "" : HistoryFolder(component_folder));
+  ConnectionForm form = LoadForm(parameters, ModemScriptFolder(component_folder));
   return StoreForm(form, parameters);
 }
 

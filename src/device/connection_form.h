@@ -106,7 +106,7 @@ void ConfirmForm(ConnectionForm& form, ConnectionParameters& parameters, const s
 void ConfirmStoredConnection(ConnectionParameters& parameters, const std::string& component_folder,
                              base::Prompt& prompt);
 
-/// The same for a run that has no dialog: the modem script is read from the component's folder, no file is
+/// The same for a run that has no dialog: the modem script is read (see ModemScriptFolder), no file is
 /// written. An empty folder stands for no script. False for an address outside 0 to 31.
 [[nodiscard]] bool CompleteConnection(ConnectionParameters& parameters, const std::string& component_folder);
 

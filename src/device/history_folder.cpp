@@ -51,4 +51,11 @@ std::string HistoryFolder(const std::string& component_folder) {
   return own;
 }
 
+std::string ModemScriptFolder(const std::string& component_folder) {
+  if (component_folder.empty() || IsWritable(component_folder)) return component_folder;
+  const std::string own = UserFolder();
+  std::error_code error;
+  return fs::exists(FolderFile(own, kModemScriptFile), error) ? own : component_folder;
+}
+
 }  // namespace kolvane::device

@@ -10,4 +10,8 @@ namespace kolvane::device {
 /// where it cannot be made the component's is left, to be read at least.
 std::string HistoryFolder(const std::string& component_folder);
 
+/// The folder that holds the modem script which would stand in HistoryFolder. Makes and copies nothing; an
+/// empty folder stays so.
+std::string ModemScriptFolder(const std::string& component_folder);
+
 }  // namespace kolvane::device

@@ -9,6 +9,7 @@
 
 #include "base/temp_folder.h"
 #include "device/address_history.h"
+#include "device/connection_form.h"
 #include "device/modem_script_file.h"
 
 namespace kolvane::device {
@@ -97,6 +98,18 @@ TEST_F(HistoryFolderTest, OfTerminalsThatStartAtTheSameMomentNoneLosesWhatAnothe
     for (std::thread& filler : fillers) filler.join();
     EXPECT_EQ(data_.Read("Kolvane/IPADDR.INI"), "10.0.0.6\r\n");
   }
+}
+
+TEST_F(HistoryFolderTest, ARunWithoutADialogReadsTheScriptAndMakesNothing) {
+  component_.Write("MODEM.INI", "ATZ\r\n");
+  LockComponent();
+  ConnectionParameters parameters;
+  EXPECT_TRUE(CompleteConnection(parameters, component_.path()));
+  EXPECT_EQ(parameters.modem_script, "ATZ");
+  EXPECT_FALSE(std::filesystem::exists(data_.Path("Kolvane")));
+  SaveModemScript(HistoryFolder(component_.path()), "ATDT42");
+  EXPECT_TRUE(CompleteConnection(parameters, component_.path()));
+  EXPECT_EQ(parameters.modem_script, "ATDT42");
 }
 
 TEST_F(HistoryFolderTest, IsTheUsersForAFolderThatIsNotThere) {
