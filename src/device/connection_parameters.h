@@ -74,7 +74,7 @@ struct ConnectionParameters {
   TimeoutEntries timeout_entries;
   GpibOptions gpib;
   ExtendedRs232 extended_rs232;
-  std::string modem_script;          ///< lines ended by CR LF; empty: no modem is dialled
+  std::string modem_script;          ///< lines separated by CR LF; empty: no modem is dialled
   std::int32_t dial_timeout_s = 60;  ///< seconds; entries below 10 become 60
 };
 
