@@ -8,6 +8,7 @@
 #include "component/folder.h"
 #include "component/headless_settings.h"
 #include "component/texts.h"
+#include "device/open_sequence.h"
 
 namespace kolvane::component {
 namespace {
@@ -47,6 +48,12 @@ HeadlessTerminal::~HeadlessTerminal() {
 bool HeadlessTerminal::Connect() {
   core_.connect.Press();
   if (!state_.device.connected) return false;
+  if (device::WasClosedAgain(state_.device, state_.connection)) {
+    const std::int32_t status = state_.device.open_step_status;
+    messages_.ShowError(terminal::texts::Failure(
+        terminal::texts::kConnectFailed, {static_cast<std::int16_t>(status), std::to_string(status)}));
+    return false;
+  }
   if (!options_.LogFile.empty()) {
     log_.OpenLog(options_.LogFile);
     log_.PressRecord();

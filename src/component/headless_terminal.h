@@ -21,7 +21,8 @@ class HeadlessTerminal final : private terminal::ConnectionView, private termina
   HeadlessTerminal(const HeadlessTerminal&) = delete;
   HeadlessTerminal& operator=(const HeadlessTerminal&) = delete;
 
-  /// Connects, and opens the log once that has succeeded.
+  /// Connects, and opens the log once that has succeeded. Nothing can be sent through a serial port that was
+  /// closed again, so here it is a failure.
   [[nodiscard]] bool Connect();
 
   /// Whether the run is to end after the exchange in hand; the user has been told why then.

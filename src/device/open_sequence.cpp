@@ -24,6 +24,10 @@ bool IsPointToPoint(std::int16_t code) { return code == port_code::kTcpIp || cod
 
 }  // namespace
 
+bool WasClosedAgain(const DeviceState& state, const ConnectionParameters& parameters) {
+  return IsSerial(parameters.port_code) && state.open_step_status < 0;
+}
+
 std::int32_t OpenSequence::Run() {
   state_.test_mode = 0;
   if (parameters_.port_code == port_code::kOffline) {
@@ -74,10 +78,10 @@ std::int32_t OpenSequence::Finish(PortLibrary& library) {
     if (!commands.empty())
       state_.open_step_status =
           ModemDialler(library, clock_, listener_).Dial(commands, parameters_.dial_timeout_s);
-    if (state_.open_step_status < 0) {
-      library.ClosePort();
-      return 0;
-    }
+  }
+  if (WasClosedAgain(state_, parameters_)) {
+    library.ClosePort();
+    return 0;
   }
   library.ActivateInterpreter(kInterpreterValue);
   return 0;

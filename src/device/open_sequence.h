@@ -13,6 +13,10 @@ namespace kolvane::device {
 /// What the library's interpreter activation is called with.
 inline constexpr std::int16_t kInterpreterValue = 200;
 
+/// Whether the last opening ended with a serial port that was closed again, because setting the time-out or
+/// dialling failed. The operations read it as a success; DeviceState::open_step_status says why.
+bool WasClosedAgain(const DeviceState& state, const ConnectionParameters& parameters);
+
 /// Opens the connection that `parameters` describe through the port library, one object for each attempt. The
 /// record changes on the way: a time-out of 0 becomes 5000, the address becomes 1 for TCP/IP and USB.
 class OpenSequence {
@@ -21,8 +25,7 @@ class OpenSequence {
                const base::Clock& clock, DialListener& listener)
       : state_(state), parameters_(parameters), source_(source), clock_(clock), listener_(listener) {}
 
-  /// Negative for a failure. 0 stands for success, and for a serial port that was closed again because
-  /// setting the time-out or dialling failed: DeviceState::open_step_status is negative then.
+  /// Negative for a failure. 0 stands for success, and for a port of which WasClosedAgain holds.
   [[nodiscard]] std::int32_t Run();
 
  private:

@@ -249,6 +249,14 @@ TEST_F(RunProgramTest, AnotherPortLibraryMayBeMissing) {
   EXPECT_NE(outcome.err.find("/nonexistent/lib.so"), std::string::npos);
 }
 
+TEST_F(RunProgramTest, ASerialPortThatIsClosedAgainIsNoConnection) {
+  const Outcome outcome = RunProgram({"send", "A", "--connect", "ASRL1::INSTR", "--show-commands"},
+                                     {.environment = {{"KOLVANE_PORT_LIBRARY", KOLVANE_TIMELESS_LIBRARY}}});
+  EXPECT_EQ(outcome.status, 3);
+  EXPECT_EQ(outcome.out, "");
+  EXPECT_EQ(outcome.err, "kolvane: Fehler beim Verbindungsaufbau: -7 (-7)\n");
+}
+
 TEST_F(RunProgramTest, WithNoDisplayTheDemoRunsItsList) {
   const Outcome outcome = RunProgram({"--demo"}, {.folder = folder.Path("")});
   EXPECT_EQ(outcome.status, 0);

@@ -169,6 +169,9 @@ TEST_F(Opening, ASerialPortWithoutTimeoutIsClosedAgainAndReadsAsSuccess) {
     EXPECT_EQ(Open(code), 0);
     EXPECT_EQ(calls.back(), "ClosePort()");
     EXPECT_EQ(state.open_step_status, -35);
+    EXPECT_TRUE(WasClosedAgain(state, parameters));
+    EXPECT_EQ(Open(code), 0);
+    EXPECT_FALSE(WasClosedAgain(state, parameters));
   }
 }
 
@@ -176,6 +179,7 @@ TEST_F(Opening, Rs485DoesNotMindAFailedTimeout) {
   library.results["SetTimeout"] = {-35};
   EXPECT_EQ(Open(10), 0);
   EXPECT_EQ(calls.back(), "ActivateInterpreter(200)");
+  EXPECT_FALSE(WasClosedAgain(state, parameters));
 }
 
 TEST_F(Opening, DialsOnSerialPortsBeforeTheInterpreter) {

@@ -1,5 +1,5 @@
 // A complete port library whose ReadPort hands over the calls it has seen; with KOLVANE_STUB_LACKS_READ it
-// lacks that function.
+// lacks that function, with KOLVANE_STUB_REFUSES_TIMEOUT it takes no time-out.
 #include <algorithm>
 #include <string>
 
@@ -27,7 +27,11 @@ int32_t QDX_OpenPort(int16_t port, int32_t baud, const char* text, int32_t data_
   return Note(("open " + std::string(text)).c_str(), port, baud, data_bits, stop_bits, receive_buffer);
 }
 int32_t QDX_SelectDevice(int16_t address) { return Note("select", address); }
+#ifdef KOLVANE_STUB_REFUSES_TIMEOUT
+int32_t QDX_SetTimeout(int32_t) { return -7; }
+#else
 int32_t QDX_SetTimeout(int32_t milliseconds) { return Note("timeout", milliseconds); }
+#endif
 int32_t QDX_SetGPIBCtrlBlock(int16_t eoi_on_write, int16_t stop_read_on_eos, int16_t eoi_with_eos,
                              int16_t eos_char, int16_t zero, int16_t repeat_addressing,
                              int32_t milliseconds) {
