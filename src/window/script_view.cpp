@@ -71,6 +71,8 @@ ScriptView::ScriptView(ScriptParts parts, ScriptSurroundings surroundings, Scrip
   since_events_.start();
 }
 
+ScriptView::~ScriptView() { delete grid_; }
+
 std::string ScriptView::FileStatus() const {
   return script::texts::ListStatus(core_.list.file_name(), core_.list.left_out());
 }

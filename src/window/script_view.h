@@ -40,6 +40,8 @@ class ScriptView final : public QObject, private script::RunHost {
 
  public:
   ScriptView(ScriptParts parts, ScriptSurroundings surroundings, ScriptToolbar* toolbar, QObject* parent);
+  /// Takes the grid along, which shows the list of this.
+  ~ScriptView() override;
 
   script::ListRecorder& recorder() { return core_.recorder; }
   script::CommandFileMenu& files() { return files_; }

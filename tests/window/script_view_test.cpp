@@ -117,6 +117,13 @@ TEST_F(ScriptViewTest, ColoursFollowTheKindOfARow) {
   EXPECT_FALSE(Look(4, Qt::BackgroundRole).isValid());
 }
 
+TEST_F(ScriptViewTest, TheWindowMayGoWhileARowIsEdited) {
+  Fill({"MSV?"});
+  QTest::keyClicks(Grid(), "RANGE");
+  EXPECT_NE(Grid()->findChild<QLineEdit*>(), nullptr);
+  // What follows is the fixture's destructor: an editor that hands its text over then finds no list.
+}
+
 TEST_F(ScriptViewTest, RowsGoThroughTheClipboardAsLines) {
   Fill({"eins", "zwei", "drei"});
   Grid()->selectRow(0);

@@ -51,6 +51,9 @@ CommandGrid::CommandGrid(CommandList& list, QWidget* parent)
   ShowCurrentRow(list.current_row());
 }
 
+// An editor that went later would still hand its text to the list.
+CommandGrid::~CommandGrid() { reset(); }
+
 void CommandGrid::ShowLook(const QFont& font, Color text, const QColor& ground) {
   list().SetDefaultTextColor(text);
   setFont(font);

@@ -12,7 +12,9 @@ class CommandGrid final : public QTableView {
   Q_OBJECT
 
  public:
+  /// `list` outlives the grid.
   explicit CommandGrid(CommandList& list, QWidget* parent = nullptr);
+  ~CommandGrid() override;
 
   CommandList& list() const { return model_->list(); }
   void ShowLook(const QFont& font, Color text, const QColor& ground);
