@@ -117,6 +117,19 @@ TEST_F(ScriptViewTest, ColoursFollowTheKindOfARow) {
   EXPECT_FALSE(Look(4, Qt::BackgroundRole).isValid());
 }
 
+TEST_F(ScriptViewTest, ARowIsEditedInTheColoursOfTheList) {
+  QPalette dark = Grid()->palette();
+  dark.setColor(QPalette::Text, Qt::white);
+  Grid()->setPalette(dark);
+  Grid()->ShowLook(Grid()->font(), 0x0000FF, QColor(1, 2, 3));
+  Fill({"MSV?"});
+  Grid()->edit(Grid()->currentIndex());
+  const auto* editor = Grid()->findChild<QLineEdit*>();
+  ASSERT_NE(editor, nullptr);
+  EXPECT_EQ(editor->palette().color(QPalette::Text), QColor(255, 0, 0));
+  EXPECT_EQ(editor->palette().color(QPalette::Base), QColor(1, 2, 3));
+}
+
 TEST_F(ScriptViewTest, TheWindowMayGoWhileARowIsEdited) {
   Fill({"MSV?"});
   QTest::keyClicks(Grid(), "RANGE");

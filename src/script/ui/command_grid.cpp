@@ -9,6 +9,7 @@
 #include <algorithm>
 
 #include "script/list_editing.h"
+#include "terminal/ui/output_pane_paint.h"
 
 namespace kolvane::script {
 namespace {
@@ -59,6 +60,8 @@ void CommandGrid::ShowLook(const QFont& font, Color text, const QColor& ground) 
   setFont(font);
   QPalette colors = palette();
   colors.setColor(QPalette::Base, ground);
+  // For the line in which a row is edited; the rows themselves bring their colours along.
+  colors.setColor(QPalette::Text, terminal::ToQColor(text));
   setPalette(colors);
 }
 
