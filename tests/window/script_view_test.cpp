@@ -117,6 +117,34 @@ TEST_F(ScriptViewTest, ColoursFollowTheKindOfARow) {
   EXPECT_FALSE(Look(4, Qt::BackgroundRole).isValid());
 }
 
+TEST_F(ScriptViewTest, TheRowWithAnErrorStaysInView) {
+  QStringList rows(60, "$DELAY 0");
+  rows[49] = "$FALSCH";
+  Fill(rows);
+  const auto in_view = [this] {
+    return Grid()->viewport()->rect().contains(Grid()->visualRect(Grid()->model()->index(49, 1)));
+  };
+  GoTo(1);
+  ASSERT_FALSE(in_view());
+  // The message is taken note of only when the row has come into view.
+  QTimer look;
+  QObject::connect(&look, &QTimer::timeout, &look, [&] {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (box != nullptr && in_view()) box->accept();
+  });
+  look.start(0);
+  Press("TB_PLAY");
+  EXPECT_EQ(CurrentRow(), 1024);
+  EXPECT_TRUE(in_view());
+}
+
+TEST_F(ScriptViewTest, TheViewDoesNotFollowARunBehindTheList) {
+  Fill({"' eins", "' zwei"});
+  Press("TB_PLAY");
+  EXPECT_EQ(CurrentRow(), 1024);
+  EXPECT_EQ(Grid()->rowAt(0), 0);
+}
+
 TEST_F(ScriptViewTest, ARowIsEditedInTheColoursOfTheList) {
   QPalette dark = Grid()->palette();
   dark.setColor(QPalette::Text, Qt::white);

@@ -72,9 +72,17 @@ void CommandGrid::changeEvent(QEvent* event) {
   if (event->type() == QEvent::FontChange) FitRows();
 }
 
+// A run passes the empty rows behind the list and ends at the last one. The view stays where there is
+// something to see: at the row with the error, for example.
+bool CommandGrid::IsBehindList(int row) const {
+  return row > list().LastUsedRow() && (row >= kListRows || list().InUse());
+}
+
 void CommandGrid::ShowCurrentRow(int row) {
   const QScopedValueRollback<bool> guard(showing_current_, true);
+  setAutoScroll(!IsBehindList(row));
   setCurrentIndex(model_->IndexOf(std::clamp(row, 1, kListRows)));
+  setAutoScroll(true);
 }
 
 void CommandGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {

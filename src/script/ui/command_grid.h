@@ -58,6 +58,7 @@ class CommandGrid final : public QTableView {
 
  private:
   bool EditByKey(const QKeyEvent* event);
+  bool IsBehindList(int row) const;
   void ShowCurrentRow(int row);
   void FitRows();
 
