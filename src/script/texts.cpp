@@ -3,6 +3,7 @@
 #include "base/system_error_text.h"
 
 namespace kolvane::script::texts {
+
 std::string ListStatus(std::string_view file_name, std::size_t left_out) {
   std::string text = "Befehlsliste: ";
   text += file_name.empty() ? "Unbenannt" : file_name;
@@ -12,18 +13,18 @@ std::string ListStatus(std::string_view file_name, std::size_t left_out) {
 }
 
 std::string FileFailure(const FileResult& result) {
-  const std::string file = "Die Befehlsliste \"" + result.name + "\" kann nicht ";
+  const std::string file = "Die Befehlsliste „" + result.name + "“ kann nicht ";
   switch (result.problem) {
     case FileResult::Problem::kNone:
       return {};
     case FileResult::Problem::kCannotRead:
-      return file + "gelesen werden: " + base::SystemErrorText(result.error) + ".";
+      return file + "gelesen werden: " + base::SystemErrorText(result.error);
     case FileResult::Problem::kLineTooLong:
-      return file + "gelesen werden: Die Datei enthält zu lange Zeilen.";
+      return file + "gelesen werden: Die Datei enthält zu lange Zeilen";
     case FileResult::Problem::kListRunning:
-      return file + "geladen werden, solange eine Befehlsliste läuft.";
+      return file + "geladen werden, solange eine Befehlsliste läuft";
     case FileResult::Problem::kCannotWrite:
-      return file + "geschrieben werden: " + base::SystemErrorText(result.error) + ".";
+      return file + "geschrieben werden: " + base::SystemErrorText(result.error);
   }
   return {};
 }

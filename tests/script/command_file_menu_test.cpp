@@ -56,8 +56,8 @@ TEST_F(CommandFileMenuTest, OpensTheChosenFile) {
 
 TEST_F(CommandFileMenuTest, ShowsWhyAFileCannotBeOpened) {
   menu.OpenFile("/none/x.CMD");
-  EXPECT_EQ(prompt.errors, Calls{"Die Befehlsliste \"/none/x.CMD\" kann nicht gelesen werden: "
-                                 "Datei oder Ordner nicht gefunden."});
+  EXPECT_EQ(prompt.errors, Calls{"Die Befehlsliste „/none/x.CMD“ kann nicht gelesen werden: "
+                                 "Datei oder Ordner nicht gefunden"});
   EXPECT_EQ(Status(), "Befehlsliste: Unbenannt");
 }
 
@@ -114,9 +114,9 @@ TEST_F(CommandFileMenuTest, AFailedWriteIsShownAndChangesNothing) {
   menu.SaveAs();
   EXPECT_EQ(Status(), "Befehlsliste: Unbenannt");
   EXPECT_EQ(prompt.errors,
-            (Calls{"Die Befehlsliste \"/dev/full\" kann nicht geschrieben werden: Der Datenträger ist voll.",
-                   "Die Befehlsliste \"" + folder.Path("none/a.CMD") +
-                       "\" kann nicht geschrieben werden: Datei oder Ordner nicht gefunden."}));
+            (Calls{"Die Befehlsliste „/dev/full“ kann nicht geschrieben werden: Der Datenträger ist voll",
+                   "Die Befehlsliste „" + folder.Path("none/a.CMD") +
+                       "“ kann nicht geschrieben werden: Datei oder Ordner nicht gefunden"}));
 }
 
 TEST_F(CommandFileMenuTest, NewEmptiesTheList) {

@@ -29,26 +29,26 @@ TEST(ScriptTextsTest, Status) {
 TEST(ScriptTextsTest, FailuresOfFiles) {
   EXPECT_EQ(FileFailure({Problem::kNone, "x"}), "");
   EXPECT_EQ(FileFailure({Problem::kLineTooLong, "x"}),
-            "Die Befehlsliste \"x\" kann nicht gelesen werden: Die Datei enthält zu lange Zeilen.");
+            "Die Befehlsliste „x“ kann nicht gelesen werden: Die Datei enthält zu lange Zeilen");
   EXPECT_EQ(FileFailure({Problem::kListRunning, "x"}),
-            "Die Befehlsliste \"x\" kann nicht geladen werden, solange eine Befehlsliste läuft.");
+            "Die Befehlsliste „x“ kann nicht geladen werden, solange eine Befehlsliste läuft");
   const auto reason = [](int error) {
     const std::string text = FileFailure({Problem::kCannotRead, "x", error});
     return text.substr(text.find(": ") + 2);
   };
-  EXPECT_EQ(reason(ENOENT), "Datei oder Ordner nicht gefunden.");
-  EXPECT_EQ(reason(EACCES), "Keine Berechtigung.");
-  EXPECT_EQ(reason(EPERM), "Keine Berechtigung.");
-  EXPECT_EQ(reason(EISDIR), "Der Name bezeichnet einen Ordner.");
-  EXPECT_EQ(reason(ENOTDIR), "Ein Teil des Pfades ist kein Ordner.");
-  EXPECT_EQ(reason(ENOSPC), "Der Datenträger ist voll.");
-  EXPECT_EQ(reason(EDQUOT), "Der Datenträger ist voll.");
-  EXPECT_EQ(reason(EFBIG), "Die Datei würde zu groß.");
-  EXPECT_EQ(reason(EROFS), "Der Datenträger ist schreibgeschützt.");
-  EXPECT_EQ(reason(ENAMETOOLONG), "Der Name ist zu lang.");
-  EXPECT_EQ(reason(ELOOP), "Der Verweis führt im Kreis.");
-  EXPECT_EQ(reason(EIO), "Fehler des Datenträgers.");
-  EXPECT_EQ(reason(9999), "Systemfehler 9999.");
+  EXPECT_EQ(reason(ENOENT), "Datei oder Ordner nicht gefunden");
+  EXPECT_EQ(reason(EACCES), "Keine Berechtigung");
+  EXPECT_EQ(reason(EPERM), "Keine Berechtigung");
+  EXPECT_EQ(reason(EISDIR), "Der Name bezeichnet einen Ordner");
+  EXPECT_EQ(reason(ENOTDIR), "Ein Teil des Pfades ist kein Ordner");
+  EXPECT_EQ(reason(ENOSPC), "Der Datenträger ist voll");
+  EXPECT_EQ(reason(EDQUOT), "Der Datenträger ist voll");
+  EXPECT_EQ(reason(EFBIG), "Die Datei würde zu groß");
+  EXPECT_EQ(reason(EROFS), "Der Datenträger ist schreibgeschützt");
+  EXPECT_EQ(reason(ENAMETOOLONG), "Der Name ist zu lang");
+  EXPECT_EQ(reason(ELOOP), "Der Verweis führt im Kreis");
+  EXPECT_EQ(reason(EIO), "Fehler des Datenträgers");
+  EXPECT_EQ(reason(9999), "Systemfehler 9999");
 }
 
 }  // namespace
