@@ -3,8 +3,10 @@
 #include <langinfo.h>
 #include <locale.h>
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstddef>
 #include <cstdio>
 #include <limits>
 
@@ -82,14 +84,24 @@ class Scanner {
   Scan scan_;
 };
 
+// Of a number beyond a double's range, whether it is too near to 0 and not too far from it.
+bool IsTiny(std::string_view digits) {
+  const std::string_view mantissa = digits.substr(0, digits.find('e'));
+  const std::string_view exponent = digits.substr(std::min(mantissa.size() + 1, digits.size()));
+  const auto point = static_cast<std::ptrdiff_t>(std::min(mantissa.find('.'), mantissa.size()));
+  const auto first = static_cast<std::ptrdiff_t>(mantissa.find_first_of("123456789"));
+  std::ptrdiff_t scale = 0;
+  const auto result = std::from_chars(exponent.data(), exponent.data() + exponent.size(), scale);
+  if (result.ec == std::errc::result_out_of_range) return exponent.starts_with('-');
+  return point - first + scale < 0;
+}
+
 double ValueOf(const Scan& scan) {
   double value = 0;
   const char* end = scan.digits.data() + scan.digits.size();
   const auto result = std::from_chars(scan.digits.data(), end, value);
-  if (result.ec == std::errc::result_out_of_range) {
-    const bool tiny = scan.digits.find("e-") != std::string::npos;
-    value = tiny ? 0 : scan.digits.front() == '-' ? -HUGE_VAL : HUGE_VAL;
-  }
+  if (result.ec == std::errc::result_out_of_range)
+    value = IsTiny(scan.digits) ? 0 : scan.digits.front() == '-' ? -HUGE_VAL : HUGE_VAL;
   return value;
 }
 

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <limits>
+#include <string>
 
 #include "base/runtime_error.h"
 
@@ -53,6 +55,18 @@ TEST(WholeTextNumber, TakesTheWholeTextOrNothing) {
   EXPECT_FALSE(WholeTextNumber("1 0"));
   EXPECT_FALSE(WholeTextNumber(""));
   EXPECT_FALSE(WholeTextNumber("-"));
+}
+
+TEST(WholeTextNumber, KnowsTooSmallFromTooLargeHoweverItIsWritten) {
+  const std::string zeros(400, '0');
+  EXPECT_EQ(WholeTextNumber("0." + zeros + "1"), 0.0);
+  EXPECT_EQ(WholeTextNumber("-0." + zeros + "1"), 0.0);
+  EXPECT_EQ(WholeTextNumber("1e-400"), 0.0);
+  EXPECT_EQ(WholeTextNumber("1e-99999999999999999999"), 0.0);
+  EXPECT_EQ(WholeTextNumber("1" + zeros + "e-10"), HUGE_VAL);
+  EXPECT_EQ(WholeTextNumber("-1" + zeros), -HUGE_VAL);
+  EXPECT_EQ(WholeTextNumber("1e99999999999999999999"), HUGE_VAL);
+  EXPECT_EQ(WholeTextNumber("0." + zeros + "1e405"), 10000.0);
 }
 
 TEST(Conversion, RoundsHalfToEven) {
