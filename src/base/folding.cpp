@@ -7,8 +7,8 @@
 namespace kolvane::base {
 namespace {
 
-// In UTF-8 the Latin-1 letters à to þ are C3 A0 to C3 BE, their capitals 32 below; š, œ, ž and ÿ stand
-// elsewhere.
+// In UTF-8 the Latin-1 letters à to þ are C3 A0 to C3 BE, their capitals 32 below; š, œ and ž stand
+// elsewhere. ÿ (C3 BF) is not among them: its capital Ÿ (C5 B8) differs in both bytes.
 char Upper(char previous, char c) {
   if (c >= 'a' && c <= 'z') return static_cast<char>(c - 32);
   const auto byte = static_cast<unsigned char>(c);
@@ -39,10 +39,11 @@ bool EndsInBlanks(std::string_view text) {
 std::string UpperCase(std::string_view text) {
   std::string out(text);
   char previous = '\0';
-  for (char& c : out) {
-    const char folded = Upper(previous, c);
+  for (std::size_t at = 0; at < out.size(); ++at) {
+    const char c = out[at];
+    out[at] = Upper(previous, c);
+    if (previous == '\xC3' && c == '\xBF') out.replace(at - 1, 2, "Ÿ");
     previous = c;
-    c = folded;
   }
   return out;
 }

@@ -11,6 +11,11 @@ TEST(Folding, ComparesWithoutCaseUmlautsIncluded) {
   EXPECT_FALSE(EqualsNoCase("÷", "×"));
 }
 
+TEST(Folding, KnowsTheCapitalOfEachLetterOfTheCodePage) {
+  EXPECT_EQ(UpperCase("àáâãäåæçèéêëìíîïðñòóôõöøùúûüýþÿ šœž"), "ÀÁÂÃÄÅÆÇÈÉÊËÌÍÎÏÐÑÒÓÔÕÖØÙÚÛÜÝÞŸ ŠŒŽ");
+  EXPECT_EQ(UpperCase("ß÷×µªº"), "ß÷×µªº");
+}
+
 TEST(Folding, FindsPartsWithoutCase) {
   EXPECT_TRUE(ContainsNoCase("*rst PRes?", "RES"));
   EXPECT_FALSE(ContainsNoCase("*RST", "RES"));
