@@ -1,10 +1,11 @@
 #include <unistd.h>
 
-#include <cstdlib>
+#include <optional>
 #include <variant>
 
 #include "base/number.h"
 #include "base/runtime_error.h"
+#include "component/chosen_node.h"
 #include "component/folder.h"
 #include "component/headless_list.h"
 #include "component/headless_settings.h"
@@ -21,14 +22,19 @@ using component::ComponentState;
 using component::HeadlessTerminal;
 using Status = CommandRunStatus;
 
-// Empty where `state` is ready to connect, what is wrong otherwise.
-std::string PrepareNamed(const std::string& name, ComponentState& state) {
+// What a run works on.
+struct Run {
+  ComponentState state;
+  std::optional<component::ChosenNode> node;
+};
+
+// Empty where `run` is ready to connect, what is wrong otherwise.
+std::string PrepareNamed(const std::string& name, Run& run) {
   const auto result = component::ParseResourceName(name);
   if (const auto* problem = std::get_if<component::ResourceProblem>(&result)) return problem->text;
   const auto& resource = std::get<component::Resource>(result);
-  component::ApplyResource(resource, state.connection);
-  // The port library learns from there which device COM1 is.
-  if (!resource.node.empty()) setenv("KOLVANE_COM1", resource.node.c_str(), 1);
+  component::ApplyResource(resource, run.state.connection);
+  if (!resource.node.empty()) run.node.emplace(resource.node);
   return {};
 }
 
@@ -41,12 +47,12 @@ std::string PrepareStored(const CommandRunOptions& options, ComponentState& stat
   }
 }
 
-bool Prepare(const CommandRunOptions& options, ComponentState& state) {
-  state.device.OperMode = device::operating_mode::kPortLibrary;
+bool Prepare(const CommandRunOptions& options, Run& run) {
+  run.state.device.OperMode = device::operating_mode::kPortLibrary;
   const std::string problem =
-      options.Connect.empty() ? PrepareStored(options, state) : PrepareNamed(options.Connect, state);
+      options.Connect.empty() ? PrepareStored(options, run.state) : PrepareNamed(options.Connect, run);
   if (!problem.empty()) component::HeadlessMessages(STDERR_FILENO, false).ShowError(problem);
-  component::ApplyConnectionOptions(options, state.connection);
+  component::ApplyConnectionOptions(options, run.state.connection);
   return problem.empty();
 }
 
@@ -74,24 +80,24 @@ bool Exchange(HeadlessTerminal& terminal, const terminal::Options& options, cons
 }  // namespace
 
 Status RunCommandList(const std::string& File, const CommandRunOptions& Options) {
-  ComponentState state;
-  if (!Prepare(Options, state)) return Status::kUsage;
-  HeadlessTerminal terminal(Options, state);
-  component::HeadlessList list(terminal, state);
+  Run run;
+  if (!Prepare(Options, run)) return Status::kUsage;
+  HeadlessTerminal terminal(Options, run.state);
+  component::HeadlessList list(terminal, run.state);
   if (!list.Load(File)) return Status::kUsage;
   if (!terminal.Connect()) return Status::kNotConnected;
   return terminal.StopDue() ? Status::kStopped : list.Play();
 }
 
 Status SendCommands(const std::vector<std::string>& Commands, const CommandRunOptions& Options) {
-  ComponentState state;
-  if (!Prepare(Options, state)) return Status::kUsage;
-  HeadlessTerminal terminal(Options, state);
+  Run run;
+  if (!Prepare(Options, run)) return Status::kUsage;
+  HeadlessTerminal terminal(Options, run.state);
   if (!terminal.Connect()) return Status::kNotConnected;
   bool all_done = true;
   for (const std::string& command : Commands) {
     if (terminal.StopDue()) break;
-    if (!command.empty()) all_done &= Exchange(terminal, state.terminal.options, command);
+    if (!command.empty()) all_done &= Exchange(terminal, run.state.terminal.options, command);
   }
   if (terminal.StopDue()) return Status::kStopped;
   return all_done ? Status::kDone : Status::kAnswerFailed;

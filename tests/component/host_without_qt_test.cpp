@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <memory>
 
+#include "kolvane/CommandRun.h"
 #include "kolvane/MainClass.h"
 
 namespace kolvane {
@@ -69,6 +70,19 @@ TEST_F(HostWithoutQtTest, OpensTheTerminalTwiceAndLeavesNothingBehind) {
 TEST_F(HostWithoutQtTest, GetsAnErrorWhereThereIsNoDisplay) {
   for (const char* variable : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"}) unsetenv(variable);
   EXPECT_THROW(terminal_.OpenTerminal(2, 0), std::runtime_error);
+}
+
+// Which device stands for COM1 is said in the environment, which the host has for itself.
+TEST(RunWithoutWindow, LeavesTheHostsEnvironmentAsItWas) {
+  CommandRunOptions options;
+  options.Connect = "ASRL/nonexistent/line::INSTR";
+  unsetenv("KOLVANE_COM1");
+  EXPECT_EQ(SendCommands({"X"}, options), CommandRunStatus::kNotConnected);
+  EXPECT_EQ(std::getenv("KOLVANE_COM1"), nullptr);
+  setenv("KOLVANE_COM1", "/dev/ttyUSB7", 1);
+  EXPECT_EQ(SendCommands({"X"}, options), CommandRunStatus::kNotConnected);
+  EXPECT_STREQ(std::getenv("KOLVANE_COM1"), "/dev/ttyUSB7");
+  unsetenv("KOLVANE_COM1");
 }
 
 }  // namespace
