@@ -151,8 +151,19 @@ TEST_F(PaneWindow, TellsInputMethodsAboutTheLine) {
   pane_.Select(6, 9);
   EXPECT_EQ(pane_.inputMethodQuery(Qt::ImSurroundingText).toString(), QStringLiteral("second"));
   EXPECT_EQ(pane_.inputMethodQuery(Qt::ImCursorPosition).toInt(), 3);
+  EXPECT_EQ(pane_.inputMethodQuery(Qt::ImAnchorPosition).toInt(), 0);
   EXPECT_EQ(pane_.inputMethodQuery(Qt::ImCurrentSelection).toString(), QStringLiteral("sec"));
   EXPECT_TRUE(pane_.inputMethodQuery(Qt::ImEnabled).toBool());
+}
+
+TEST_F(PaneWindow, TellsInputMethodsOfASelectionFromAnotherLineAsFarAsTheLineGoes) {
+  SetText("first\nsecond");
+  pane_.Select(2, 9);
+  EXPECT_EQ(pane_.inputMethodQuery(Qt::ImCursorPosition).toInt(), 3);
+  EXPECT_EQ(pane_.inputMethodQuery(Qt::ImAnchorPosition).toInt(), 0);
+  pane_.Select(9, 2);
+  EXPECT_EQ(pane_.inputMethodQuery(Qt::ImCursorPosition).toInt(), 2);
+  EXPECT_EQ(pane_.inputMethodQuery(Qt::ImAnchorPosition).toInt(), 6);
 }
 
 }  // namespace

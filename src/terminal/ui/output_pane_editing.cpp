@@ -177,8 +177,10 @@ QVariant OutputPane::inputMethodQuery(Qt::InputMethodQuery query) const {
     case Qt::ImSurroundingText:
       return TextBetween(line);
     case Qt::ImCursorPosition:
-    case Qt::ImAnchorPosition:
       return ToUnits(text_.caret()) - ToUnits(line.begin);
+    case Qt::ImAnchorPosition:
+      // One in another line is taken for the nearer end of this one, which is all that the other side knows.
+      return ToUnits(std::clamp(text_.anchor(), line.begin, line.end)) - ToUnits(line.begin);
     case Qt::ImCurrentSelection:
       return selectedText();
     default:
