@@ -89,6 +89,10 @@ TEST_F(ConnectionDialogTest, IsWordedToTheLetter) {
   for (const QGroupBox* frame : dialog_->findChildren<QGroupBox*>()) frames << frame->title();
   for (const char* title : {"Schnittstelle", "Schnittstellenparameter", "Parallelport (LPT1 oder LPT2)"})
     EXPECT_TRUE(frames.contains(title)) << title;
+  QStringList labels;
+  for (const QLabel* label : dialog_->findChildren<QLabel*>()) labels << label->text();
+  for (const char* text : {"Port (immer 7 für Orbanyx)", "Terminal im Testmodus betreiben"})
+    EXPECT_TRUE(labels.contains(text)) << text;
 }
 
 TEST_F(ConnectionDialogTest, EveryLabelBelongsToItsField) {

@@ -76,6 +76,15 @@ TEST_F(MainWindowTest, HasAnEmptyListOf1024Rows) {
   EXPECT_EQ(model->headerData(0, Qt::Horizontal).toString(), " ");
 }
 
+TEST_F(MainWindowTest, LabelsTheTerminatorLists) {
+  QStringList labels;
+  for (const QLabel* label : window_.findChildren<QLabel*>()) {
+    if (label->buddy() == Find<QComboBox>("RcvTermChar") || label->buddy() == Find<QComboBox>("SendTermChar"))
+      labels << label->text().remove(u'&');
+  }
+  EXPECT_EQ(labels, QStringList({"Endezeichen Empfang", "Endezeichen Senden"}));
+}
+
 TEST_F(MainWindowTest, ListsTheToolbarsButtonsInOrder) {
   QStringList keys;
   for (const QAction* action : Find<QToolBar>("Toolbar1")->actions()) {
