@@ -1,5 +1,4 @@
 #include <cerrno>
-#include <cstdlib>
 #include <filesystem>
 #include <system_error>
 #include <utility>
@@ -7,6 +6,7 @@
 #include "base/folder_lock.h"
 #include "base/read_file.h"
 #include "base/replace_file.h"
+#include "base/user_folder.h"
 #include "component/ini_text.h"
 #include "component/settings_store.h"
 
@@ -15,14 +15,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A relative path does not count. Without a home the file has no place.
+// Empty where the user has no place for it.
 fs::path UserFile() {
-  const fs::path name = "Kolvane/Kolvane.ini";
-  const char* config = std::getenv("XDG_CONFIG_HOME");
-  if (config != nullptr && fs::path(config).is_absolute()) return config / name;
-  const char* home = std::getenv("HOME");
-  if (home == nullptr || !fs::path(home).is_absolute()) return {};
-  return home / fs::path(".config") / name;
+  const fs::path folder = base::UserFolder("XDG_CONFIG_HOME", ".config");
+  return folder.empty() ? fs::path() : folder / "Kolvane.ini";
 }
 
 // A file that is not there is empty.

@@ -3,10 +3,10 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <system_error>
 
+#include "base/user_folder.h"
 #include "device/address_history.h"
 #include "device/folder_file.h"
 #include "device/modem_script_file.h"
@@ -20,14 +20,8 @@ bool IsWritable(const std::string& folder) {
   return !folder.empty() && faccessat(AT_FDCWD, folder.c_str(), W_OK | X_OK, AT_EACCESS) == 0;
 }
 
-// Empty where the user has none. A relative path does not count.
-fs::path UserFolder() {
-  const char* data = std::getenv("XDG_DATA_HOME");
-  if (data != nullptr && fs::path(data).is_absolute()) return fs::path(data) / "Kolvane";
-  const char* home = std::getenv("HOME");
-  if (home == nullptr || !fs::path(home).is_absolute()) return {};
-  return fs::path(home) / ".local/share/Kolvane";
-}
+// Empty where the user has none.
+std::string OwnFolder() { return base::UserFolder("XDG_DATA_HOME", ".local/share"); }
 
 void CopyMissing(const std::string& from, const std::string& to, const char* name) {
   std::error_code error;
@@ -40,7 +34,7 @@ void CopyMissing(const std::string& from, const std::string& to, const char* nam
 
 std::string HistoryFolder(const std::string& component_folder) {
   if (IsWritable(component_folder)) return component_folder;
-  const std::string own = UserFolder();
+  const std::string own = OwnFolder();
   if (own.empty()) return component_folder;
   std::error_code error;
   fs::create_directories(own, error);
@@ -53,7 +47,7 @@ std::string HistoryFolder(const std::string& component_folder) {
 
 std::string ModemScriptFolder(const std::string& component_folder) {
   if (component_folder.empty() || IsWritable(component_folder)) return component_folder;
-  const std::string own = UserFolder();
+  const std::string own = OwnFolder();
   std::error_code error;
   return fs::exists(FolderFile(own, kModemScriptFile), error) ? own : component_folder;
 }

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <filesystem>
+
+namespace kolvane::base {
+
+/// The folder "Kolvane" of the user's own in the one that the environment variable `variable` names
+/// (XDG_CONFIG_HOME, say), or in `below_home` of the home folder where that is not set. A relative path does
+/// not count; empty where the user has no place for it. It need not be there.
+std::filesystem::path UserFolder(const char* variable, const char* below_home);
+
+}  // namespace kolvane::base
