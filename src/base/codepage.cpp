@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <cstring>
 
+#include "base/utf8.h"
+
 namespace kolvane::base {
 namespace {
 
@@ -41,9 +43,8 @@ Decoded DecodeUtf8(std::string_view text, std::size_t at) {
   if (lead < 0xC2 || lead > 0xF4 || at + length > text.size()) return {kMalformed, 1};
   char32_t point = lead & (0x7Fu >> length);
   for (std::size_t i = 1; i < length; ++i) {
-    const auto next = static_cast<std::uint8_t>(text[at + i]);
-    if ((next & 0xC0) != 0x80) return {kMalformed, i};
-    point = (point << 6) | (next & 0x3F);
+    if (!IsUtf8Continuation(text[at + i])) return {kMalformed, i};
+    point = (point << 6) | (static_cast<std::uint8_t>(text[at + i]) & 0x3F);
   }
   return {IsForbidden(point, length) ? kMalformed : point, length};
 }

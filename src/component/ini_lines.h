@@ -3,10 +3,11 @@
 #include <cstddef>
 #include <string_view>
 
+#include "base/utf8.h"
+
 namespace kolvane::component {
 
-/// What may stand at the start of a file in UTF-8.
-inline constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+using base::kUtf8Mark;
 
 /// A line of an INI file, with the section in which it stands.
 struct IniLine {

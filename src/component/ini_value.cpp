@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "base/codepage.h"
+#include "base/utf8.h"
 
 namespace kolvane::component {
 namespace {
@@ -22,7 +23,6 @@ constexpr std::size_t kShown = 80;
 bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 bool IsOctal(char c) { return c >= '0' && c <= '7'; }
 bool IsHex(char c) { return (c >= '0' && c <= '9') || ((c | 0x20) >= 'a' && (c | 0x20) <= 'f'); }
-bool IsContinuation(char c) { return (static_cast<std::uint8_t>(c) & 0xC0) == 0x80; }
 bool IsControl(char c) { return static_cast<std::uint8_t>(c) < 0x20; }
 
 std::string HexEscape(char c) {
@@ -109,7 +109,7 @@ class Decoder {
     if (letter != std::string_view::npos) out_ += kMeanings[letter];
     if (c == 'x' && IsHex(Peek())) Number(16, &IsHex);
     // A character that means nothing goes with all of its bytes.
-    while (IsContinuation(Peek())) ++at_;
+    while (base::IsUtf8Continuation(Peek())) ++at_;
   }
 
   void Number(unsigned base, bool (*is_digit)(char)) {
@@ -160,8 +160,7 @@ std::string ShownIniValue(std::string_view text) {
   std::string shown;
   std::size_t characters = 0;
   for (const char c : text) {
-    const bool first = (static_cast<std::uint8_t>(c) & 0xC0) != 0x80;
-    if (first && ++characters > kShown) return shown + "…";
+    if (!base::IsUtf8Continuation(c) && ++characters > kShown) return shown + "…";
     shown += IsControl(c) ? Encoder().Run({&c, 1}) : std::string(1, c);
   }
   return shown;

@@ -4,6 +4,7 @@
 
 #include "base/codepage.h"
 #include "base/folding.h"
+#include "base/utf8.h"
 
 namespace kolvane::help {
 namespace {
@@ -143,7 +144,7 @@ PageText ReadPageText(std::string_view html) {
 }
 
 std::string AsUtf8(std::string bytes) {
-  if (bytes.starts_with("\xEF\xBB\xBF")) bytes.erase(0, 3);
+  if (bytes.starts_with(base::kUtf8Mark)) bytes.erase(0, base::kUtf8Mark.size());
   return base::IsUtf8(bytes) ? bytes : base::FromWindows1252(bytes);
 }
 

@@ -4,16 +4,15 @@
 
 #include "base/number.h"
 #include "base/runtime_error.h"
+#include "base/utf8.h"
 
 namespace kolvane::script {
 namespace {
 
 char Upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
-bool IsContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
-
 std::string_view WithoutLastCharacter(std::string_view text) {
-  while (!text.empty() && IsContinuation(text.back())) text.remove_suffix(1);
+  while (!text.empty() && base::IsUtf8Continuation(text.back())) text.remove_suffix(1);
   if (!text.empty()) text.remove_suffix(1);
   return text;
 }

@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "base/codepage.h"
+#include "base/utf8.h"
 
 namespace kolvane::terminal {
 namespace {
@@ -11,8 +12,6 @@ namespace {
 constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
 
 std::uint8_t ByteAt(std::string_view text, std::size_t at) { return static_cast<std::uint8_t>(text[at]); }
-
-bool IsContinuation(std::uint8_t byte) { return (byte & 0xC0) == 0x80; }
 
 std::size_t LengthByLead(std::uint8_t lead) {
   if (lead < 0x80) return 1;
@@ -31,7 +30,7 @@ std::size_t WellFormedLength(std::string_view text, std::size_t at) {
   if (length == 1) return 1;
   if (lead < 0xC2 || lead > 0xF4 || at + length > text.size()) return 0;
   for (std::size_t i = 1; i < length; ++i) {
-    if (!IsContinuation(ByteAt(text, at + i))) return 0;
+    if (!base::IsUtf8Continuation(text[at + i])) return 0;
   }
   return IsScalar(DecodeAt(text, at).value, length) ? length : 0;
 }
@@ -48,7 +47,7 @@ constexpr char32_t kJoiner = 0x200D;
 
 std::size_t PreviousPoint(std::string_view text, std::size_t end) {
   std::size_t at = end - 1;
-  while (at > 0 && IsContinuation(ByteAt(text, at))) --at;
+  while (at > 0 && base::IsUtf8Continuation(text[at])) --at;
   return at;
 }
 
@@ -87,8 +86,7 @@ std::size_t Utf16Length(std::string_view text) {
   if (base::IsAscii(text)) return text.size();
   std::size_t units = 0;
   for (const char c : text) {
-    const auto byte = static_cast<std::uint8_t>(c);
-    units += IsContinuation(byte) ? 0u : byte >= 0xF0 ? 2u : 1u;
+    units += base::IsUtf8Continuation(c) ? 0u : static_cast<std::uint8_t>(c) >= 0xF0 ? 2u : 1u;
   }
   return units;
 }

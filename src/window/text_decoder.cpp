@@ -4,15 +4,12 @@
 #include <utility>
 
 #include "base/codepage.h"
+#include "base/utf8.h"
 
 namespace kolvane::window {
 namespace {
 
-constexpr std::string_view kMark = "\xEF\xBB\xBF";
-
 unsigned ByteOf(char c) { return static_cast<unsigned char>(c); }
-
-bool IsContinuation(char c) { return (ByteOf(c) & 0xC0) == 0x80; }
 
 std::size_t SequenceLength(char lead) {
   if (ByteOf(lead) >= 0xF0) return 4;
@@ -24,7 +21,7 @@ std::size_t SequenceLength(char lead) {
 std::size_t Incomplete(std::string_view text) {
   for (std::size_t back = 1; back <= std::min<std::size_t>(3, text.size()); ++back) {
     const char c = text[text.size() - back];
-    if (!IsContinuation(c)) return SequenceLength(c) > back ? back : 0;
+    if (!base::IsUtf8Continuation(c)) return SequenceLength(c) > back ? back : 0;
   }
   return 0;
 }
@@ -33,8 +30,8 @@ std::size_t Incomplete(std::string_view text) {
 
 std::string TextDecoder::Decode(std::string_view bytes) {
   if (!std::exchange(begun_, true)) {
-    utf8_ = bytes.starts_with(kMark);
-    if (utf8_) bytes.remove_prefix(kMark.size());
+    utf8_ = bytes.starts_with(base::kUtf8Mark);
+    if (utf8_) bytes.remove_prefix(base::kUtf8Mark.size());
   }
   pending_ += bytes;
   const std::size_t complete = Complete();
