@@ -1,11 +1,13 @@
 #include "component/host_parameters.h"
 
 #include "base/runtime_error.h"
+#include "device/operating_mode.h"
 
 namespace kolvane::component {
 namespace {
 
 namespace code = device::port_code;
+namespace mode = device::operating_mode;
 
 // The numbers by which the host knows its device's properties.
 enum Property : std::int16_t {
@@ -69,8 +71,8 @@ void ReadSingle(const device::DeviceState& state, device::ConnectionParameters& 
 }  // namespace
 
 void ReadHostParameters(const device::DeviceState& state, device::ConnectionParameters& parameters) {
-  if (state.OperMode == 0) ReadByIndex(state, parameters);
-  if (state.OperMode == 1) ReadSingle(state, parameters);
+  if (state.OperMode == mode::kHostByIndex) ReadByIndex(state, parameters);
+  if (state.OperMode == mode::kHost) ReadSingle(state, parameters);
 }
 
 }  // namespace kolvane::component
