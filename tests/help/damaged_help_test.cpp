@@ -5,15 +5,20 @@
 namespace kolvane::help {
 namespace {
 
-// Asks for everything that the viewer may ask for.
+// Asks for everything that the viewer may ask for. No page is named that the file has not.
 void UseAll(std::string bytes) {
   const auto file = HelpFile::FromBytes(std::move(bytes));
   if (file == nullptr) return;
-  for (const std::uint32_t topic : {1u, 10u, 11u, 300u, 400u}) file->Page(file->TopicPage(topic));
+  for (const std::uint32_t topic : {1u, 10u, 11u, 300u, 400u}) {
+    const std::string page = file->TopicPage(topic);
+    EXPECT_TRUE(page.empty() || file->Has(page)) << page;
+    file->Page(page);
+  }
   for (const ContentsEntry& entry : file->contents()) file->Title(entry.page);
   file->Bytes("images/punkt.png");
-  file->StartPage();
-  file->Search("ausgabe");
+  const std::string start = file->StartPage();
+  EXPECT_TRUE(start.empty() || file->Has(start)) << start;
+  for (const SearchHit& hit : file->Search("ausgabe")) EXPECT_TRUE(file->Has(hit.page)) << hit.page;
 }
 
 class DamagedHelp : public testing::Test {
