@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "amplifier/settings.h"
+#include "base/folding.h"
 
 namespace kolvane::amplifier {
 namespace {
@@ -25,12 +26,6 @@ std::optional<Number> ParseWhole(std::string_view text) {
 }
 
 }  // namespace
-
-std::string_view Trim(std::string_view text) {
-  const std::size_t last = text.find_last_not_of(' ');
-  text = text.substr(0, last == std::string_view::npos ? 0 : last + 1);
-  return text.substr(std::min(text.find_first_not_of(' '), text.size()));
-}
 
 bool EqualsNoCase(std::string_view a, std::string_view b) {
   return std::ranges::equal(a, b, {}, Upper, Upper);
@@ -59,19 +54,20 @@ std::optional<ChannelRange> ParseChannels(std::string_view text) {
   constexpr auto kLast = static_cast<std::int64_t>(kChannels);
   if (ParseInteger(text, 0, 0)) return ChannelRange{0, kChannels};
   const std::size_t dash = text.find('-');
-  const auto first = ParseInteger(Trim(text.substr(0, dash)), 1, kLast);
+  const auto first = ParseInteger(base::TrimBlanks(text.substr(0, dash)), 1, kLast);
   if (!first) return std::nullopt;
   auto last = first;
-  if (dash != std::string_view::npos) last = ParseInteger(Trim(text.substr(dash + 1)), *first, kLast);
+  if (dash != std::string_view::npos)
+    last = ParseInteger(base::TrimBlanks(text.substr(dash + 1)), *first, kLast);
   if (!last) return std::nullopt;
   return ChannelRange{static_cast<std::size_t>(*first - 1), static_cast<std::size_t>(*last - *first + 1)};
 }
 
 Arguments::Arguments(std::string_view text) : whole_(text) {
-  if (Trim(text).empty()) return;
+  if (base::TrimBlanks(text).empty()) return;
   for (;;) {
     const std::size_t comma = text.find(',');
-    if (size_ < kMax) fields_[size_] = Trim(text.substr(0, comma));
+    if (size_ < kMax) fields_[size_] = base::TrimBlanks(text.substr(0, comma));
     ++size_;
     if (comma == std::string_view::npos || size_ > kMax) return;
     text.remove_prefix(comma + 1);

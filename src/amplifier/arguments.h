@@ -9,9 +9,6 @@
 
 namespace kolvane::amplifier {
 
-/// `text` without blanks (character 32) at both ends.
-std::string_view Trim(std::string_view text);
-
 /// Without regard to the case of the letters A to Z.
 bool EqualsNoCase(std::string_view a, std::string_view b);
 

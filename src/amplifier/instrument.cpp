@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "base/folding.h"
+
 namespace kolvane::amplifier {
 namespace {
 
@@ -28,7 +30,7 @@ void Instrument::Handle(const Line& line, Reply& reply) {
   reply.kind = Reply::Kind::kLine;
   reply.bytes.clear();
   reply.wait_ms = 0;
-  if (!line.too_long && Trim(line.text).empty()) {
+  if (!line.too_long && base::TrimBlanks(line.text).empty()) {
     reply.kind = Reply::Kind::kNone;
     return;
   }
