@@ -1,12 +1,6 @@
 #include "terminal/log_control.h"
 
 namespace kolvane::terminal {
-namespace {
-
-constexpr int kRecordingImage = 25;
-constexpr int kNotRecordingImage = 28;
-
-}  // namespace
 
 void LogControl::OpenLog(const std::string& file_name) {
   CloseLog();
@@ -22,7 +16,7 @@ void LogControl::OpenLog(const std::string& file_name) {
 void LogControl::CloseLog() {
   if (!IsOpen()) return;
   flags_.log_recording = false;
-  button_.image = kNotRecordingImage;
+  button_.image = LogButtonState::kNotRecordingImage;
   button_.pressed = false;
   file_.Close();
   file_name_.clear();
@@ -33,7 +27,8 @@ void LogControl::PressRecord() {
   if (!IsOpen()) return;
   const bool start = button_.tag == 0;
   flags_.log_recording = start;
-  button_ = start ? LogButtonState{1, kRecordingImage, texts::kStopRecordingTip, true} : LogButtonState{};
+  button_ = start ? LogButtonState{1, LogButtonState::kRecordingImage, texts::kStopRecordingTip, true}
+                  : LogButtonState{};
   Changed();
 }
 

@@ -14,8 +14,11 @@ namespace kolvane::terminal {
 /// What the recording button TB_RECORDLOG shows. Closing the log releases it and takes its image back, but
 /// leaves tag and tool tip: a log closed while it records needs two presses after the next opening.
 struct LogButtonState {
-  int tag = 0;     ///< 1 from a press that starts recording to the one that ends it
-  int image = 28;  ///< 25 while recording, 28 otherwise
+  static constexpr int kRecordingImage = 25;
+  static constexpr int kNotRecordingImage = 28;
+
+  int tag = 0;  ///< 1 from a press that starts recording to the one that ends it
+  int image = kNotRecordingImage;
   std::string_view tool_tip = texts::kStartRecordingTip;
   bool pressed = false;
 };
