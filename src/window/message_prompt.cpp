@@ -30,7 +30,7 @@ void MessagePrompt::Guard(const std::function<void()>& event) {
   } catch (const base::RuntimeError& error) {
     ShowError(error.what());
   } catch (const std::bad_alloc&) {
-    ShowError("Nicht genügend Speicher");
+    ShowError(texts::kNoMemory);
   }
 }
 

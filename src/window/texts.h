@@ -11,6 +11,7 @@ namespace kolvane::window::texts {
 inline constexpr std::string_view kProgram = "Kolvane Terminal";
 inline constexpr std::string_view kLoading = "Textdatei wird geladen …";
 inline constexpr std::string_view kPrinting = "Text wird gedruckt …";
+inline constexpr std::string_view kNoMemory = "Nicht genügend Speicher";
 inline constexpr std::string_view kNotPrinted = "Der Drucker nimmt den Auftrag nicht an";
 
 inline std::string NotWritten(std::string_view file_name, int error) {
