@@ -86,7 +86,7 @@ QLineEdit* TerminalBar::AddField(const char* label, const char* name, int digits
   return field;
 }
 
-QWidget* TerminalBar::AddGroup(const char* label, QWidget* field) {
+void TerminalBar::AddGroup(const char* label, QWidget* field) {
   auto* group = new QWidget(settings_row_);
   auto* row = new QHBoxLayout(group);
   row->setContentsMargins(0, 0, 0, 0);
@@ -97,7 +97,6 @@ QWidget* TerminalBar::AddGroup(const char* label, QWidget* field) {
   row->addWidget(caption);
   row->addWidget(field);
   settings_row_->layout()->addWidget(group);
-  return group;
 }
 
 void TerminalBar::ShowCount(bool visible) {

@@ -37,7 +37,7 @@ class TerminalBar final : public QToolBar {
   void BuildSettings();
   QComboBox* AddList(const char* label, const char* name, bool editable);
   QLineEdit* AddField(const char* label, const char* name, int digits);
-  QWidget* AddGroup(const char* label, QWidget* field);
+  void AddGroup(const char* label, QWidget* field);
 
   QWidget* command_row_;
   QWidget* settings_row_;
