@@ -5,6 +5,7 @@
 #include <array>
 #include <charconv>
 #include <iterator>
+#include <string_view>
 #include <utility>
 
 namespace kolvane::amplifier {

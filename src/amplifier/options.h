@@ -4,7 +4,6 @@
 #include <limits>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <variant>
 #include <vector>
 

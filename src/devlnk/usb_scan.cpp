@@ -1,7 +1,6 @@
 #include "devlnk/usb_scan.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "devlnk/sysfs.h"
 #include "devlnk/timely_scan.h"

@@ -1,7 +1,6 @@
 #include "help/rtf_words.h"
 
 #include <algorithm>
-#include <span>
 
 namespace kolvane::help {
 namespace {

@@ -1,7 +1,5 @@
 #include "device/ui/form_fields.h"
 
-#include <QLabel>
-
 namespace kolvane::device {
 namespace {
 

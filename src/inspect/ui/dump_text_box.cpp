@@ -2,7 +2,6 @@
 
 #include <QKeyEvent>
 #include <QScrollBar>
-#include <QTextBlock>
 
 #include "inspect/caret.h"
 #include "inspect/ui/text.h"

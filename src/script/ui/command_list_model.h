@@ -2,7 +2,6 @@
 
 #include <QAbstractTableModel>
 #include <QBasicTimer>
-#include <QElapsedTimer>
 
 #include "script/command_list.h"
 

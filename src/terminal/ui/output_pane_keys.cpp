@@ -1,8 +1,8 @@
 #include <QContextMenuEvent>
 #include <QKeyEvent>
-#include <QScrollBar>
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "terminal/ui/output_pane.h"
 
