@@ -7,7 +7,7 @@
 #include "component/settings.h"
 #include "device/connection_form.h"
 #include "device/port_table.h"
-#include "terminal/session.h"
+#include "terminal/typed_numbers.h"
 
 namespace kolvane::component {
 namespace {

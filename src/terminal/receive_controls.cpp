@@ -1,10 +1,10 @@
 #include "terminal/receive_controls.h"
 
-#include "base/number.h"
 #include "base/runtime_error.h"
 #include "terminal/flush_input.h"
 #include "terminal/terminators.h"
 #include "terminal/texts.h"
+#include "terminal/typed_numbers.h"
 
 namespace kolvane::terminal {
 namespace {
@@ -86,6 +86,6 @@ void ReceiveControls::Show() {
   showing_ = false;
 }
 
-void ReceiveControls::SetTimeoutAsTyped() { device_.SetTimeout(base::TextToInt32(shown_.timeout)); }
+void ReceiveControls::SetTimeoutAsTyped() { device_.SetTimeout(TypedTimeout(shown_.timeout)); }
 
 }  // namespace kolvane::terminal

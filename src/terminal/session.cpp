@@ -1,23 +1,11 @@
 #include "terminal/session.h"
 
 #include "base/folding.h"
-#include "base/number.h"
-#include "base/runtime_error.h"
 #include "terminal/received_text.h"
 #include "terminal/texts.h"
+#include "terminal/typed_numbers.h"
 
 namespace kolvane::terminal {
-namespace {
-
-std::size_t CountOf(std::string_view text) {
-  const std::int16_t typed = base::TextToInt16(text);
-  const auto count = static_cast<std::size_t>(typed);
-  if (typed < 0 || count > kCountedAnswerLimit)
-    throw base::RuntimeError(base::RuntimeError::Kind::kSubscript);
-  return count;
-}
-
-}  // namespace
 
 bool Session::SendCommand(std::string_view command, bool /*print_command*/) {
   if (!device_state_.connected) connect_button_.Press();
@@ -39,7 +27,7 @@ PostSendRule Session::PostSendCheck(std::string_view command) {
 bool Session::GetAnswer() {
   device_.ClearLastError();
   answer_.clear();
-  device_.SetTimeout(base::TextToInt32(state_.shown.timeout));
+  device_.SetTimeout(TypedTimeout(state_.shown.timeout));
   const bool received = ReadAnswer();
   state_.last_answer.text.swap(answer_);
   return received;
@@ -83,7 +71,7 @@ bool Session::ReadToGap() {
 }
 
 bool Session::ReadCounted() {
-  const std::size_t count = CountOf(state_.shown.count);
+  const std::size_t count = TypedCount(state_.shown.count);
   bool failed = false;
   if (count > 0) {
     buffer_.assign(kCountedAnswerLimit, 0);

@@ -13,9 +13,8 @@
 
 namespace kolvane::terminal {
 
-inline constexpr std::int32_t kTextAnswerLimit = 16000;   ///< characters, mode 0
-inline constexpr std::size_t kAutoAnswerLimit = 8192;     ///< bytes, mode 1
-inline constexpr std::size_t kCountedAnswerLimit = 1025;  ///< bytes, mode 2
+inline constexpr std::int32_t kTextAnswerLimit = 16000;  ///< characters, mode 0
+inline constexpr std::size_t kAutoAnswerLimit = 8192;    ///< bytes, mode 1
 
 /// The way of one command to the device and of its answer to the pane and into TerminalState::last_answer.
 /// InteractiveSend and the command list's runner call it.

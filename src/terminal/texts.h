@@ -20,6 +20,14 @@ inline constexpr std::string_view kCr = "CR";
 inline constexpr std::string_view kCrLf = "CRLF";
 inline constexpr std::string_view kNoTerminator = "Kein";
 
+inline constexpr std::string_view kTimeoutLabel = "Timeout (ms)";
+inline constexpr std::string_view kCountLabel = "Anzahl";
+
+/// What is wrong with the text of the field with that label.
+inline std::string InField(std::string_view label, std::string_view reason) {
+  return std::string(label) + ": " + std::string(reason);
+}
+
 inline constexpr std::string_view kLocalDone = "GO TO LOCAL ausgeführt - die Verbindung wurde getrennt";
 inline constexpr std::string_view kRestartDone = "Geräte Restart ausgeführt - die Verbindung wurde getrennt";
 inline constexpr std::string_view kMeasuringStopped = "Die laufende Meßwerterfassung wurde beendet";

@@ -30,17 +30,6 @@ class MainWindowTest : public WindowFixture {
 
   void Pick(const char* list, int index) { Find<QComboBox>(list)->setCurrentIndex(index); }
 
-  // Runs `step`, takes down the text of the message box that it shows, and answers it.
-  QString MessageDuring(const std::function<void()>& step) {
-    QString text;
-    OnDialog<QMessageBox>([&text](QMessageBox& box) {
-      text = box.text();
-      box.accept();
-    });
-    step();
-    return text;
-  }
-
   void Connect() {
     Press("TB_CONNECT");
     library_.calls.clear();
@@ -168,11 +157,11 @@ TEST_F(MainWindowTest, TheHistoryIsNewestFirstAndFullAt256) {
 TEST_F(MainWindowTest, ATimeoutThatIsNoNumberIsShownAndNothingIsSentTwice) {
   Connect();
   Find<QLineEdit>("ReceiveTimo")->setText("bald");
-  EXPECT_EQ(MessageDuring([&] { Send("MSV?"); }), "Typen unverträglich");
+  EXPECT_EQ(MessageDuring([&] { Send("MSV?"); }), "Timeout (ms): Typen unverträglich");
   EXPECT_EQ(Count("WritePort(\"MSV?\n\")"), 1);
   EXPECT_EQ(Find<QComboBox>("cmbCommand")->itemText(0), "MSV?");
   Find<QLineEdit>("ReceiveTimo")->setText("99999999999");
-  EXPECT_EQ(MessageDuring([&] { Send("MSV?"); }), "Überlauf");
+  EXPECT_EQ(MessageDuring([&] { Send("MSV?"); }), "Timeout (ms): Überlauf");
 }
 
 TEST_F(MainWindowTest, TheCountIsShownInItsModeAloneAndChecked) {
@@ -181,9 +170,9 @@ TEST_F(MainWindowTest, TheCountIsShownInItsModeAloneAndChecked) {
   EXPECT_TRUE(Find<QLineEdit>("BinChars")->isVisible());
   EXPECT_EQ(Find<QComboBox>("RcvTermChar")->currentText(), "Kein");
   Find<QLineEdit>("BinChars")->setText("1026");
-  EXPECT_EQ(MessageDuring([&] { Send("B?"); }), "Index außerhalb des gültigen Bereichs");
+  EXPECT_EQ(MessageDuring([&] { Send("B?"); }), "Anzahl: Index außerhalb des gültigen Bereichs");
   Find<QLineEdit>("BinChars")->setText("");
-  EXPECT_EQ(MessageDuring([&] { Send("B?"); }), "Typen unverträglich");
+  EXPECT_EQ(MessageDuring([&] { Send("B?"); }), "Anzahl: Typen unverträglich");
   Pick("cmbReceiveMode", 0);
   EXPECT_FALSE(Find<QLineEdit>("BinChars")->isVisible());
 }

@@ -8,6 +8,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
+#include <functional>
 
 #include "base/temp_folder.h"
 #include "device/fake_port_library.h"
@@ -67,6 +68,16 @@ class WindowFixture : public testing::Test, protected WindowRecords {
   template <typename Dialog>
   void Cancel() {
     OnDialog<Dialog>([](QDialog& dialog) { dialog.reject(); });
+  }
+  /// Runs `step`, takes down the text of the message box that it shows, and answers it.
+  QString MessageDuring(const std::function<void()>& step) {
+    QString text;
+    OnDialog<QMessageBox>([&text](QMessageBox& box) {
+      text = box.text();
+      box.accept();
+    });
+    step();
+    return text;
   }
   /// From now on each message box is taken down and answered, a question with yes.
   void AnswerBoxes() { boxes_.Start(); }
