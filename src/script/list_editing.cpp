@@ -56,10 +56,11 @@ int PasteRows(CommandList& list, int row, std::string_view text) {
   Texts lines = LinesOf(text);
   const int count = static_cast<int>(lines.size());
   const int room = row >= 1 && row <= kListRows ? kListRows - row + 1 : 0;
-  const int written = std::min(count, room);
-  lines.resize(static_cast<std::size_t>(written));
+  const auto behind = lines.begin() + std::min(count, room);
+  const auto left_out = std::count_if(behind, lines.end(), [](const auto& line) { return !line.empty(); });
+  lines.erase(behind, lines.end());
   list.SetTexts(row, lines);
-  return count - written;
+  return static_cast<int>(left_out);
 }
 
 bool InsertRows(CommandList& list, int row, int count) {

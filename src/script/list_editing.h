@@ -15,7 +15,8 @@ std::string CopyRows(const CommandList& list, int first, int last);
 std::string CutRows(CommandList& list, int first, int last);
 void EmptyRows(CommandList& list, int first, int last);
 
-/// Writes the lines of `text` over the rows from `row` on. Returns how many lines found no row.
+/// Writes the lines of `text` over the rows from `row` on. Returns how many lines that hold text
+/// found no row.
 int PasteRows(CommandList& list, int row, std::string_view text);
 
 /// Moves `row` and all behind it down by `count` rows. Returns false, and does nothing, where rows that hold

@@ -18,6 +18,14 @@ inline constexpr std::string_view kNoSuchParameter = "Ungültige Parameterpositi
 inline constexpr std::string_view kListFull =
     "Die Befehlsliste ist voll. Der Befehl wurde nicht aufgezeichnet.";
 
+inline constexpr std::string_view kNoRoomForARow =
+    "Die Befehlsliste ist voll. Es wurde keine Zeile eingefügt.";
+
+/// `count` is that of the lines that found no row.
+inline std::string NotPasted(int count) {
+  return "Die Befehlsliste ist voll. Nicht eingefügte Zeilen: " + std::to_string(count);
+}
+
 inline std::string ErrorInRow(int row, std::string_view error) {
   return "Fehler in Befehlsliste (Zeile " + std::to_string(row) + "): " + std::string(error);
 }

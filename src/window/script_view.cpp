@@ -67,6 +67,8 @@ ScriptView::ScriptView(ScriptParts parts, ScriptSurroundings surroundings, Scrip
       toolbar_(toolbar),
       grid_(new script::CommandGrid(core_.list)) {
   ConnectButtons();
+  connect(grid_, &script::CommandGrid::ListFull, this,
+          [this](const std::string& message) { around_.prompt.ShowError(message); });
   ShowRecording();
   since_events_.start();
 }

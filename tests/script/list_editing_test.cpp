@@ -56,6 +56,7 @@ TEST_F(ListEditingTest, TellsHowManyPastedLinesFoundNoRow) {
   EXPECT_EQ(PasteRows(list, 1023, "x\ny"), 0);
   EXPECT_EQ(PasteRows(list, 1023, "x\ny\nz"), 1);
   EXPECT_EQ(list.Text(1024), "y");
+  EXPECT_EQ(PasteRows(list, 1023, "x\ny\n\nz\n\n"), 1);
   EXPECT_EQ(PasteRows(list, 1025, "x"), 1);
   EXPECT_EQ(PasteRows(list, 0, "x"), 1);
 }

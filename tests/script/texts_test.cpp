@@ -16,6 +16,8 @@ TEST(ScriptTextsTest, ErrorsOfTheCommands) {
   EXPECT_EQ(kNoLogOpen, "Keine Logdatei geöffnet");
   EXPECT_EQ(kNoSuchParameter, "Ungültige Parameterposition");
   EXPECT_EQ(kListFull, "Die Befehlsliste ist voll. Der Befehl wurde nicht aufgezeichnet.");
+  EXPECT_EQ(kNoRoomForARow, "Die Befehlsliste ist voll. Es wurde keine Zeile eingefügt.");
+  EXPECT_EQ(NotPasted(12), "Die Befehlsliste ist voll. Nicht eingefügte Zeilen: 12");
   EXPECT_EQ(ErrorInRow(17, "Überlauf"), "Fehler in Befehlsliste (Zeile 17): Überlauf");
 }
 

@@ -74,10 +74,11 @@ TEST(HelpTexts, EveryMessageIsQuoted) {
   namespace session = terminal::texts;
   for (const std::string_view text :
        {list::kUnknownCommand, list::kNoJumpTarget, list::kLogAlreadyOpen, list::kNoLogOpen,
-        list::kNoSuchParameter, list::kListFull, session::kLocalDone, session::kRestartDone,
-        session::kMeasuringStopped, session::kConnectFailed, session::kDisconnectFailed,
-        session::kNotConnected, texts::kLoading, texts::kPrinting, texts::kNotPrinted,
-        help::FaultText(help::RtfFault::kNotRichText), std::string_view(device::kInvalidAddress)})
+        list::kNoSuchParameter, list::kListFull, list::kNoRoomForARow, session::kLocalDone,
+        session::kRestartDone, session::kMeasuringStopped, session::kConnectFailed,
+        session::kDisconnectFailed, session::kNotConnected, texts::kLoading, texts::kPrinting,
+        texts::kNotPrinted, help::FaultText(help::RtfFault::kNotRichText),
+        std::string_view(device::kInvalidAddress)})
     EXPECT_TRUE(IsQuoted(text.substr(0, text.find_last_not_of(' ') + 1))) << text;
 }
 
@@ -88,6 +89,8 @@ TEST(HelpTexts, EveryMessageAboutAFileIsQuoted) {
     const std::string text = script::texts::FileFailure({problem, "…", ENOENT});
     EXPECT_TRUE(IsQuoted(text.substr(0, text.find(base::SystemErrorText(ENOENT))))) << text;
   }
+  const std::string not_pasted = script::texts::NotPasted(0);
+  EXPECT_TRUE(IsQuoted(not_pasted.substr(0, not_pasted.rfind(':') + 1)));
   for (const std::string& text :
        {terminal::texts::LogNotOpened("…", 0), terminal::texts::LogNotWritten("…", 0),
         texts::NotWritten("…", 0), texts::NotRead("…", 0)})

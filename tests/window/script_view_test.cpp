@@ -292,6 +292,17 @@ TEST_F(ScriptViewTest, ACommandSentDuringARunGoesOutBetweenTwoRows) {
   EXPECT_TRUE(PaneText().endsWith("ONE?\n1"));
 }
 
+TEST_F(ScriptViewTest, WhatFindsNoRowIsSaid) {
+  QApplication::clipboard()->setText("x\ny\nz\n");
+  GoTo(1023);
+  EXPECT_EQ(MessageDuring([&] { Grid()->paste(); }), "Die Befehlsliste ist voll. Nicht eingefügte Zeilen: 1");
+  EXPECT_EQ(Row(1023) + Row(1024), "xy");
+  GoTo(5);
+  EXPECT_EQ(MessageDuring([&] { QTest::keyClick(Grid(), Qt::Key_Insert); }),
+            "Die Befehlsliste ist voll. Es wurde keine Zeile eingefügt.");
+  EXPECT_EQ(Row(1024), "y");
+}
+
 TEST_F(ScriptViewTest, ThePopupMenuActsOnTheGridItWasOpenedOn) {
   Fill({"eins", "zwei"});
   AddLine("bleibt");

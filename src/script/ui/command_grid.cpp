@@ -9,6 +9,7 @@
 #include <algorithm>
 
 #include "script/list_editing.h"
+#include "script/texts.h"
 #include "terminal/ui/output_pane_paint.h"
 
 namespace kolvane::script {
@@ -116,8 +117,9 @@ void CommandGrid::cut() {
 
 void CommandGrid::paste() {
   const QString text = QGuiApplication::clipboard()->text();
-  if (!text.isEmpty() && currentIndex().isValid())
-    PasteRows(list(), currentIndex().row() + 1, text.toStdString());
+  if (text.isEmpty() || !currentIndex().isValid()) return;
+  const int left_out = PasteRows(list(), currentIndex().row() + 1, text.toStdString());
+  if (left_out > 0) Q_EMIT ListFull(texts::NotPasted(left_out));
 }
 
 void CommandGrid::deleteSelection() {
@@ -134,7 +136,8 @@ void CommandGrid::removeRows() {
 }
 
 void CommandGrid::insertRow() {
-  if (currentIndex().isValid() && !list().InUse()) InsertRows(list(), currentIndex().row() + 1, 1);
+  if (!currentIndex().isValid() || list().InUse()) return;
+  if (!InsertRows(list(), currentIndex().row() + 1, 1)) Q_EMIT ListFull(std::string(texts::kNoRoomForARow));
 }
 
 void CommandGrid::undo() {

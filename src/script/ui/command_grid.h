@@ -46,6 +46,8 @@ class CommandGrid final : public QTableView {
   void Touched();
   void popupRequested(const QPoint& global);
   void FileShownAnew();
+  /// Rows that were to be pasted or inserted found no room; `message` tells the user.
+  void ListFull(const std::string& message);
 
  protected:
   void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
