@@ -1,8 +1,6 @@
 #include "echo_instrument.h"
 
-#include <arpa/inet.h>
 #include <fcntl.h>
-#include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <sched.h>
 #include <signal.h>
@@ -15,20 +13,14 @@
 #include <cerrno>
 #include <system_error>
 
+#include "loopback.h"
+
 namespace kolvane::bench {
 namespace {
 
 int Checked(int result, const char* what) {
   if (result < 0) throw std::system_error(errno, std::generic_category(), what);
   return result;
-}
-
-sockaddr_in Loopback(std::uint16_t port) {
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_port = htons(port);
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  return address;
 }
 
 void NoDelay(int fd) {

@@ -1,14 +1,13 @@
 // From the start of `kolvane send` to its first command on the wire, beside this program started anew with
 // nothing to do but connect and send. Usage: send_bench [rounds]
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
 #include <cstdlib>
 #include <string>
 
+#include "loopback.h"
 #include "process.h"
 #include "row.h"
 
@@ -19,14 +18,6 @@ constexpr char kSend[] = "--send";
 
 void Check(bool good) {
   if (!good) std::abort();
-}
-
-sockaddr_in Loopback(std::uint16_t port) {
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_port = htons(port);
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  return address;
 }
 
 // Takes one connection at a time and looks at the first byte that comes.
