@@ -12,13 +12,4 @@ std::string FromWindows1252(std::string_view bytes);
 /// becomes '?'.
 std::string ToWindows1252(std::string_view text);
 
-/// Appends a code point, at most U+10FFFF, as UTF-8.
-void AppendUtf8(std::string& out, char32_t point);
-
-/// Whether `text` is well-formed UTF-8.
-bool IsUtf8(std::string_view text);
-
-/// Whether every byte is below 128, so that both encodings are the same.
-bool IsAscii(std::string_view text);
-
 }  // namespace kolvane::base

@@ -1,13 +1,43 @@
 #pragma once
 
+#include <cstddef>
+#include <string>
 #include <string_view>
 
+/// UTF-8 as RFC 3629 defines it: no form longer than need be, no half of a pair, nothing past U+10FFFF.
 namespace kolvane::base {
 
 /// What may stand at the start of a file in UTF-8.
 inline constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
-/// Whether the byte goes on with a character of UTF-8 that an earlier one has begun.
+/// Whether the byte goes on with a character that an earlier one has begun.
 constexpr bool IsUtf8Continuation(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
+
+/// The bytes of the character that begins with `lead` in well-formed text, 1 to 4.
+constexpr std::size_t Utf8Length(char lead) {
+  const auto byte = static_cast<unsigned char>(lead);
+  return byte < 0x80 ? 1 : byte >= 0xF0 ? 4 : byte >= 0xE0 ? 3 : 2;
+}
+
+/// A code point and the bytes it takes.
+struct CodePoint {
+  char32_t value;
+  std::size_t length;
+};
+/// In place of a code point where none begins.
+inline constexpr char32_t kMalformed = 0xFFFFFFFF;
+
+/// What begins at `at`, a place within `text`. kMalformed with the bytes, at least one, that go on with it as
+/// a character would.
+CodePoint DecodeUtf8(std::string_view text, std::size_t at);
+
+/// Appends a code point, at most U+10FFFF.
+void AppendUtf8(std::string& out, char32_t point);
+
+/// Whether `text` is well-formed.
+bool IsUtf8(std::string_view text);
+
+/// Whether every byte is below 128, so that all encodings here are the same.
+bool IsAscii(std::string_view text);
 
 }  // namespace kolvane::base

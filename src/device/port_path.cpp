@@ -5,6 +5,7 @@
 
 #include "base/codepage.h"
 #include "base/folding.h"
+#include "base/utf8.h"
 #include "device/device_status.h"
 #include "device/open_sequence.h"
 #include "device/terminator_code.h"

@@ -4,7 +4,7 @@
 #include <charconv>
 #include <string>
 
-#include "base/codepage.h"
+#include "base/utf8.h"
 #include "help/html.h"
 
 namespace kolvane::help {

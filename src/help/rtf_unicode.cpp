@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "base/codepage.h"
+#include "base/utf8.h"
 
 namespace kolvane::help {
 namespace {

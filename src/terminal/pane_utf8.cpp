@@ -1,9 +1,7 @@
 #include "terminal/pane_utf8.h"
 
-#include <array>
 #include <cstdint>
 
-#include "base/codepage.h"
 #include "base/utf8.h"
 
 namespace kolvane::terminal {
@@ -12,28 +10,6 @@ namespace {
 constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
 
 std::uint8_t ByteAt(std::string_view text, std::size_t at) { return static_cast<std::uint8_t>(text[at]); }
-
-std::size_t LengthByLead(std::uint8_t lead) {
-  if (lead < 0x80) return 1;
-  return lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-}
-
-bool IsScalar(char32_t value, std::size_t length) {
-  constexpr std::array<char32_t, 5> kLeast = {0, 0, 0x80, 0x800, 0x10000};
-  return value >= kLeast[length] && value <= 0x10FFFF && (value < 0xD800 || value > 0xDFFF);
-}
-
-// 0 where no well-formed sequence begins at `at`.
-std::size_t WellFormedLength(std::string_view text, std::size_t at) {
-  const std::uint8_t lead = ByteAt(text, at);
-  const std::size_t length = LengthByLead(lead);
-  if (length == 1) return 1;
-  if (lead < 0xC2 || lead > 0xF4 || at + length > text.size()) return 0;
-  for (std::size_t i = 1; i < length; ++i) {
-    if (!base::IsUtf8Continuation(text[at + i])) return 0;
-  }
-  return IsScalar(DecodeAt(text, at).value, length) ? length : 0;
-}
 
 bool InRange(char32_t value, char32_t first, char32_t last) { return value >= first && value <= last; }
 
@@ -61,21 +37,22 @@ std::string ToPaneText(std::string_view text) {
   std::string out;
   out.reserve(text.size());
   for (std::size_t at = 0; at < text.size();) {
-    const std::size_t length = WellFormedLength(text, at);
+    const base::CodePoint next = base::DecodeUtf8(text, at);
+    const bool well_formed = next.value != base::kMalformed;
     if (text[at] == '\r') {
       out += '\n';
       if (at + 1 < text.size() && text[at + 1] == '\n') ++at;
     } else {
-      out.append(length > 0 ? text.substr(at, length) : kReplacement);
+      out.append(well_formed ? text.substr(at, next.length) : kReplacement);
     }
-    at += length > 0 ? length : 1;
+    at += well_formed ? next.length : 1;
   }
   return out;
 }
 
-CodePoint DecodeAt(std::string_view text, std::size_t at) {
+base::CodePoint DecodeAt(std::string_view text, std::size_t at) {
   const std::uint8_t lead = ByteAt(text, at);
-  const std::size_t length = LengthByLead(lead);
+  const std::size_t length = base::Utf8Length(text[at]);
   if (length == 1) return {lead, 1};
   char32_t value = lead & (0x7Fu >> length);
   for (std::size_t i = 1; i < length; ++i) value = (value << 6) | (ByteAt(text, at + i) & 0x3Fu);
@@ -98,16 +75,16 @@ std::size_t ByteOfUnit(std::string_view text, std::size_t units) {
     const std::uint8_t lead = ByteAt(text, at);
     passed += lead >= 0xF0 ? 2u : 1u;
     if (passed > units) break;
-    at += LengthByLead(lead);
+    at += base::Utf8Length(text[at]);
   }
   return at;
 }
 
 std::size_t ClusterEnd(std::string_view text, std::size_t at) {
   if (at >= text.size()) return text.size();
-  at += LengthByLead(ByteAt(text, at));
+  at += base::Utf8Length(text[at]);
   while (at < text.size() && ByteAt(text, at) >= 0x80) {
-    const CodePoint next = DecodeAt(text, at);
+    const base::CodePoint next = DecodeAt(text, at);
     if (!JoinsToPrevious(next.value)) break;
     at += next.length;
     // A joiner takes the character behind it along, as in an emoji family.

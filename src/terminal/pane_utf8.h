@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "base/utf8.h"
+
 namespace kolvane::terminal {
 
 /// Whether `text` can stand in one line as it is: ASCII without CR and LF. Every other byte, NUL included,
@@ -14,12 +16,8 @@ bool IsPlainLine(std::string_view text);
 /// becomes U+FFFD.
 std::string ToPaneText(std::string_view text);
 
-/// One code point of well-formed UTF-8 and the bytes it takes.
-struct CodePoint {
-  char32_t value;
-  std::size_t length;
-};
-CodePoint DecodeAt(std::string_view text, std::size_t at);
+/// The code point that begins at `at` of well-formed text.
+base::CodePoint DecodeAt(std::string_view text, std::size_t at);
 
 /// UTF-16 units that `text` takes, and the byte at which unit `units` begins (inside a pair: the pair's).
 std::size_t Utf16Length(std::string_view text);
