@@ -13,7 +13,7 @@ std::size_t CheckParagraph(const help::RtfParagraph& paragraph) {
   for (const help::RtfRun& run : paragraph.runs) {
     Require(!run.text.empty() && IsUtf8(run.text));
     Require(run.format.half_points >= 2 && run.format.half_points <= 400);
-    Require(!run.format.colour || *run.format.colour <= 0xFFFFFF);
+    Require(!run.format.color || *run.format.color <= 0xFFFFFF);
     Require(before == nullptr || !(*before == run.format));
     before = &run.format;
   }

@@ -16,7 +16,7 @@ struct RtfFormat {
   bool underline = false;
   int half_points = 24;                 ///< size, 2 to 400
   int font = 0;                         ///< number in RtfDocument::fonts; one that the table lacks is allowed
-  std::optional<std::uint32_t> colour;  ///< 0xBBGGRR; nothing = the pane's own text colour
+  std::optional<std::uint32_t> color;  ///< 0xBBGGRR; nothing = the pane's own text colour
 
   bool operator==(const RtfFormat&) const = default;
 };

@@ -15,7 +15,7 @@ namespace {
 constexpr std::int32_t kLeastSize = 2;
 constexpr std::int32_t kMostSize = 400;
 
-enum class Destination { kText, kFonts, kColours, kSkipped };
+enum class Destination { kText, kFonts, kColors, kSkipped };
 
 // What an opening brace saves and its closing brace brings back.
 struct Group {
@@ -30,8 +30,8 @@ std::optional<Destination> DestinationOf(RtfMeaning meaning) {
       return Destination::kSkipped;
     case RtfMeaning::kFontTable:
       return Destination::kFonts;
-    case RtfMeaning::kColourTable:
-      return Destination::kColours;
+    case RtfMeaning::kColorTable:
+      return Destination::kColors;
     default:
       return std::nullopt;
   }
@@ -96,7 +96,7 @@ class Reader {
   std::vector<Group> groups_;
   RtfParagraph paragraph_;
   RtfFontTable fonts_;
-  RtfColourTable colours_;
+  RtfColorTable colors_;
   RtfUnicode unicode_;
   int default_font_ = 0;
   std::size_t pieces_ = 0;
@@ -217,8 +217,8 @@ void Reader::Apply(RtfMeaning meaning, std::int32_t parameter, bool on) {
       return ApplyToText(meaning, parameter, on);
     case Destination::kFonts:
       return fonts_.Apply(meaning, parameter);
-    case Destination::kColours:
-      return colours_.Apply(meaning, parameter);
+    case Destination::kColors:
+      return colors_.Apply(meaning, parameter);
     case Destination::kSkipped:
       return;
   }
@@ -236,8 +236,8 @@ void Reader::ApplyToText(RtfMeaning meaning, std::int32_t parameter, bool on) {
     case RtfMeaning::kDefaultFont:
       format.font = default_font_ = parameter;
       return;
-    case RtfMeaning::kColour:
-      format.colour = colours_.At(parameter);
+    case RtfMeaning::kColor:
+      format.color = colors_.At(parameter);
       return;
     default:
       return ChangeFormat(format, meaning, parameter, on);
@@ -261,8 +261,8 @@ void Reader::Deliver(std::string_view text) {
       return AddToRun(text);
     case Destination::kFonts:
       return fonts_.AddText(text);
-    case Destination::kColours:
-      return colours_.AddText(text);
+    case Destination::kColors:
+      return colors_.AddText(text);
     case Destination::kSkipped:
       return;
   }

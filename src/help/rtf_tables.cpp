@@ -28,26 +28,26 @@ void RtfFontTable::Finish() {
   name_.clear();
 }
 
-void RtfColourTable::Apply(RtfMeaning meaning, std::int32_t parameter) {
+void RtfColorTable::Apply(RtfMeaning meaning, std::int32_t parameter) {
   if (meaning == RtfMeaning::kRed) SetComponent(0, parameter);
   if (meaning == RtfMeaning::kGreen) SetComponent(8, parameter);
   if (meaning == RtfMeaning::kBlue) SetComponent(16, parameter);
 }
 
-void RtfColourTable::SetComponent(unsigned shift, std::int32_t value) {
+void RtfColorTable::SetComponent(unsigned shift, std::int32_t value) {
   const auto component = static_cast<std::uint32_t>(std::clamp(value, 0, 255));
   entry_ = (entry_.value_or(0) & ~(0xFFu << shift)) | component << shift;
 }
 
-void RtfColourTable::AddText(std::string_view text) {
+void RtfColorTable::AddText(std::string_view text) {
   const auto ends = static_cast<std::size_t>(std::ranges::count(text, ';'));
-  for (std::size_t i = 0; i < std::min(ends, kMost - colours_.size()); ++i)
-    colours_.push_back(std::exchange(entry_, std::nullopt));
+  for (std::size_t i = 0; i < std::min(ends, kMost - colors_.size()); ++i)
+    colors_.push_back(std::exchange(entry_, std::nullopt));
 }
 
-std::optional<std::uint32_t> RtfColourTable::At(std::int32_t index) const {
+std::optional<std::uint32_t> RtfColorTable::At(std::int32_t index) const {
   const auto position = static_cast<std::size_t>(index);
-  return index >= 0 && position < colours_.size() ? colours_[position] : std::nullopt;
+  return index >= 0 && position < colors_.size() ? colors_[position] : std::nullopt;
 }
 
 }  // namespace kolvane::help

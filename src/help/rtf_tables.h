@@ -32,7 +32,7 @@ class RtfFontTable {
 };
 
 /// Collects the colour table, at most kMost entries. One that names no component is the pane's own colour.
-class RtfColourTable {
+class RtfColorTable {
  public:
   static constexpr std::size_t kMost = 256;
 
@@ -46,7 +46,7 @@ class RtfColourTable {
  private:
   void SetComponent(unsigned shift, std::int32_t value);
 
-  std::vector<std::optional<std::uint32_t>> colours_;
+  std::vector<std::optional<std::uint32_t>> colors_;
   std::optional<std::uint32_t> entry_;
 };
 

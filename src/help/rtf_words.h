@@ -8,13 +8,13 @@ enum class RtfMeaning {
   kUnknown,  ///< passed over, its group is read
   kSkip,     ///< the rest of its group is no text of the document
   kFontTable,
-  kColourTable,
+  kColorTable,
   kBold,
   kItalic,
   kUnderline,
   kNoUnderline,
   kSize,
-  kColour,
+  kColor,
   kFont,
   kDefaultFont,
   kPlain,

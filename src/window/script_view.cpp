@@ -37,7 +37,7 @@ script::ScriptLinks LinksOf(const ScriptParts& parts, const ScriptSurroundings& 
 }
 
 terminal::Color ColorOf(const help::RtfFormat& format) {
-  return static_cast<terminal::Color>(format.colour.value_or(terminal::kNoColor));
+  return static_cast<terminal::Color>(format.color.value_or(terminal::kNoColor));
 }
 
 // The document as the pane shows it, in its colours alone; caret at the begin.

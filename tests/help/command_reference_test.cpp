@@ -74,11 +74,11 @@ TEST_F(CommandReference, ExampleRowsHaveTheGridsColours) {
     if (!IsExampleRow(paragraph)) continue;
     const auto& [format, text] = paragraph.runs[0];
     if (text.starts_with("$")) {
-      EXPECT_EQ(format.colour, kBlue) << text;
+      EXPECT_EQ(format.color, kBlue) << text;
     } else if (text.starts_with("'")) {
-      EXPECT_EQ(format.colour, kGreen) << text;
+      EXPECT_EQ(format.color, kGreen) << text;
     } else {
-      EXPECT_EQ(format.colour, std::nullopt) << text;
+      EXPECT_EQ(format.color, std::nullopt) << text;
     }
   }
 }

@@ -18,9 +18,9 @@ inline std::string Dump(const RtfDocument& document) {
       if (format.underline) out += 'u';
       if (format.half_points != 24) out += 's' + std::to_string(format.half_points);
       if (format.font != 0) out += 'f' + std::to_string(format.font);
-      if (format.colour) {
+      if (format.color) {
         char digits[8];
-        std::snprintf(digits, sizeof digits, "#%06X", *format.colour);
+        std::snprintf(digits, sizeof digits, "#%06X", *format.color);
         out += digits;
       }
       out += '[' + text + ']';
