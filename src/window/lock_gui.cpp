@@ -14,13 +14,23 @@ constexpr const char* kToolbar3Buttons[] = {
     "TB_OPENSCRIPT", "TB_SAVESCRIPT", "TB_PRINTSCRIPT", "TB_NEWSCRIPT",
     "TB_CUT",        "TB_COPY",       "TB_PASTE",       "TB_SPECIALCOMMANDS"};
 
-}  // namespace
-
-void LockGUI(QWidget& window, bool flag) {
+void SetLocked(const QWidget& window, bool flag) {
   for (const char* name : kControls) window.findChild<QWidget*>(QLatin1String(name))->setEnabled(!flag);
   const auto* toolbar3 = window.findChild<QToolBar*>(QStringLiteral("Toolbar3"));
   for (const char* key : kToolbar3Buttons)
     toolbar3->findChild<QAction*>(QLatin1String(key))->setEnabled(!flag);
+}
+
+}  // namespace
+
+void GuiLock::LockGUI(bool flag) {
+  if (flag) had_keyboard_ = window_.focusWidget();
+  SetLocked(window_, flag);
+  if (flag) {
+    has_it_instead_ = window_.focusWidget();
+  } else if (had_keyboard_ != nullptr && window_.focusWidget() == has_it_instead_) {
+    had_keyboard_->setFocus();
+  }
 }
 
 }  // namespace kolvane::window

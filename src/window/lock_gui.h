@@ -1,12 +1,24 @@
 #pragma once
 
+#include <QPointer>
 #include <QWidget>
 
 namespace kolvane::window {
 
-/// Disables (true) or enables whatever could disturb a running command list, by the names of the controls:
-/// sending, the connection, files, options and how answers are received. What the user needs to look, type
-/// and end the run stays free.
-void LockGUI(QWidget& window, bool flag);
+/// Keeps the user from disturbing a running command list.
+class GuiLock {
+ public:
+  explicit GuiLock(QWidget& window) : window_(window) {}
+
+  /// Disables (true) or enables, by the names of the controls: sending, the connection, files, options and
+  /// how answers are received. What the user needs to look, type and end the run stays free. A control that
+  /// loses the keyboard over it gets it back, unless the user has gone elsewhere meanwhile.
+  void LockGUI(bool flag);
+
+ private:
+  QWidget& window_;
+  QPointer<QWidget> had_keyboard_;
+  QPointer<QWidget> has_it_instead_;
+};
 
 }  // namespace kolvane::window

@@ -12,7 +12,6 @@
 #include "window/caption.h"
 #include "window/images.h"
 #include "window/inspect_command.h"
-#include "window/lock_gui.h"
 #include "window/text.h"
 
 namespace kolvane::window {
@@ -34,9 +33,10 @@ MainWindow::MainWindow(WindowContext context)
       log_(toolbar1_, menus_, area_->status_bars(), context_.slices.terminal.output, prompt_, this),
       core_(context_.slices, context_.library, {*pane_, log_.control(), prompt_, *this}),
       dialogs_(this),
+      lock_(*this),
       script_log_(log_.control()),
       script_({context_.script, context_.slices, core_, context_.library, script_log_},
-              {prompt_, *pane_, dialogs_, [this](bool flag) { LockGUI(*this, flag); }, context_.folder},
+              {prompt_, *pane_, dialogs_, [this](bool flag) { lock_.LockGUI(flag); }, context_.folder},
               area_->script_bar(), this),
       grid_target_(script_.grid(), script_.files(), context_.settings.command_list, prompt_, this),
       box_(area_->terminal_bar()->command()),

@@ -14,6 +14,7 @@
 #include "window/command_dialogs.h"
 #include "window/grid_target.h"
 #include "window/help_commands.h"
+#include "window/lock_gui.h"
 #include "window/log_commands.h"
 #include "window/main_toolbar.h"
 #include "window/menus.h"
@@ -94,6 +95,7 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   LogCommands log_;
   terminal::TerminalCore core_;
   CommandDialogs dialogs_;
+  GuiLock lock_;
   ScriptLogAdapter script_log_;
   ScriptView script_;
   GridTarget grid_target_;

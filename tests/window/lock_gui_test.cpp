@@ -20,6 +20,7 @@ class LockGuiTest : public WindowFixture {
     return enabled;
   }
 
+  GuiLock lock_{window_};
   const QStringList locked_ = {"cmdSend",           "Toolbar1",       "mnuFile",          "mnuCon",
                                "mnuOptions",        "cmbReceiveMode", "cmbReceiveFormat", "SendTermChar",
                                "RcvTermChar",       "TB_OPENSCRIPT",  "TB_SAVESCRIPT",    "TB_PRINTSCRIPT",
@@ -30,7 +31,7 @@ class LockGuiTest : public WindowFixture {
 };
 
 TEST_F(LockGuiTest, LocksTheListedControlsAlone) {
-  LockGUI(window_, true);
+  lock_.LockGUI(true);
   EXPECT_EQ(Enabled(locked_), QStringList());
   EXPECT_EQ(Enabled(free_), free_);
   EXPECT_FALSE(Find<QMenu>("mnuFile")->menuAction()->isEnabled());
@@ -39,8 +40,8 @@ TEST_F(LockGuiTest, LocksTheListedControlsAlone) {
 TEST_F(LockGuiTest, UnlockingEnablesThemAllWhateverTheyWereBefore) {
   Find<QWidget>("cmbReceiveMode")->setEnabled(false);
   Find<QAction>("TB_CUT")->setEnabled(false);
-  LockGUI(window_, true);
-  LockGUI(window_, false);
+  lock_.LockGUI(true);
+  lock_.LockGUI(false);
   EXPECT_EQ(Enabled(locked_), locked_);
   EXPECT_TRUE(Find<QMenu>("mnuFile")->menuAction()->isEnabled());
 }
@@ -48,19 +49,37 @@ TEST_F(LockGuiTest, UnlockingEnablesThemAllWhateverTheyWereBefore) {
 TEST_F(LockGuiTest, TheKeysOfALockedMenuDoNothing) {
   window_.activateWindow();
   ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
-  LockGUI(window_, true);
+  lock_.LockGUI(true);
   QTest::keyClick(&window_, Qt::Key_Q, Qt::ControlModifier);
   EXPECT_TRUE(window_.isVisible());
-  LockGUI(window_, false);
+  lock_.LockGUI(false);
   QTest::keyClick(&window_, Qt::Key_Q, Qt::ControlModifier);
   EXPECT_FALSE(window_.isVisible());
 }
 
 TEST_F(LockGuiTest, TheButtonsOfALockedBarKeepTheirStates) {
-  LockGUI(window_, true);
-  LockGUI(window_, false);
+  lock_.LockGUI(true);
+  lock_.LockGUI(false);
   EXPECT_FALSE(Find<QAction>("TB_CLOSELOG")->isEnabled());
   EXPECT_TRUE(Find<QAction>("TB_OPENLOG")->isEnabled());
+}
+
+TEST_F(LockGuiTest, AControlThatLosesTheKeyboardGetsItBack) {
+  auto* send = Find<QWidget>("cmdSend");
+  send->setFocus();
+  lock_.LockGUI(true);
+  EXPECT_NE(window_.focusWidget(), send);
+  lock_.LockGUI(false);
+  EXPECT_EQ(window_.focusWidget(), send);
+}
+
+TEST_F(LockGuiTest, WhoGoesElsewhereMeanwhileStaysThere) {
+  Find<QWidget>("cmdSend")->setFocus();
+  lock_.LockGUI(true);
+  auto* grid = Find<QWidget>("CommandScript");
+  grid->setFocus();
+  lock_.LockGUI(false);
+  EXPECT_EQ(window_.focusWidget(), grid);
 }
 
 }  // namespace
