@@ -206,6 +206,31 @@ TEST_F(ScriptViewTest, RecordsWhatIsSentByHand) {
   EXPECT_EQ(Find<QAction>("TB_RECORD")->property("Image").toInt(), 14);
 }
 
+TEST_F(ScriptViewTest, TheRowThatRanLastIsInViewBehindARun) {
+  const auto in_view = [this](int row) {
+    return Grid()->viewport()->rect().contains(Grid()->visualRect(Grid()->model()->index(row - 1, 1)));
+  };
+  QStringList rows(200, "$DELAY 0");
+  rows[119] = "$STOP";
+  Fill(rows);
+  GoTo(1);
+  Press("TB_PLAY");
+  EXPECT_EQ(CurrentRow(), 1024);
+  EXPECT_TRUE(in_view(120));
+  GoTo(120);
+  QTest::keyClick(Grid(), Qt::Key_Delete);
+  GoTo(1);
+  Press("TB_PLAY");
+  EXPECT_TRUE(in_view(200));
+}
+
+TEST_F(ScriptViewTest, WhoGoesBehindTheListSeesThatRow) {
+  Fill({"eins"});
+  QTest::keyClick(Grid(), Qt::Key_End, Qt::ControlModifier);
+  EXPECT_EQ(CurrentRow(), 1024);
+  EXPECT_TRUE(Grid()->viewport()->rect().contains(Grid()->visualRect(Grid()->currentIndex()).center()));
+}
+
 TEST_F(ScriptViewTest, TheRowRecordedLastIsInView) {
   for (int row = 1; row <= 200; ++row) Grid()->list().AddToScript("MSV?");
   EXPECT_EQ(CurrentRow(), 200);

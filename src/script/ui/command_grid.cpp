@@ -73,17 +73,22 @@ void CommandGrid::changeEvent(QEvent* event) {
   if (event->type() == QEvent::FontChange) FitRows();
 }
 
-// A run passes the empty rows behind the list and ends at the last one. The view stays where there is
-// something to see: at the row with the error, for example.
+// A run passes the empty rows behind the list and ends at the last one. The view shows the row before, where
+// there is something to see: the one with the error, for example.
 bool CommandGrid::IsBehindList(int row) const {
   return row > list().LastUsedRow() && (row >= kListRows || list().InUse());
 }
 
 void CommandGrid::ShowCurrentRow(int row) {
+  const QModelIndex current = model_->IndexOf(std::clamp(row, 1, kListRows));
+  // The user who has gone there sees it already.
+  if (current == currentIndex()) return;
   const QScopedValueRollback<bool> guard(showing_current_, true);
-  setAutoScroll(!IsBehindList(row));
-  setCurrentIndex(model_->IndexOf(std::clamp(row, 1, kListRows)));
+  const bool behind = IsBehindList(row);
+  setAutoScroll(!behind);
+  setCurrentIndex(current);
   setAutoScroll(true);
+  if (behind && model_->last_row_with_text() > 0) scrollTo(model_->IndexOf(model_->last_row_with_text()));
 }
 
 void CommandGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {

@@ -70,7 +70,8 @@ void CommandListModel::RowsChanged(int first, int last) {
   Note();
 }
 
-void CommandListModel::CurrentRowChanged(int) {
+void CommandListModel::CurrentRowChanged(int row) {
+  if (row >= 1 && row <= kListRows && !list_.Text(row).empty()) last_row_with_text_ = row;
   current_moved_ = true;
   Note();
 }

@@ -30,6 +30,9 @@ class CommandListModel final : public QAbstractTableModel, private CommandListOb
   Qt::ItemFlags flags(const QModelIndex& index) const override;
   QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
 
+  /// The row with text that was current last; 0 where none was.
+  int last_row_with_text() const { return last_row_with_text_; }
+
   /// Tells the views now what has changed.
   void Flush();
 
@@ -53,6 +56,7 @@ class CommandListModel final : public QAbstractTableModel, private CommandListOb
   int first_changed_ = kListRows + 1;
   int last_changed_ = 0;
   bool current_moved_ = false;
+  int last_row_with_text_ = 0;
 };
 
 }  // namespace kolvane::script
