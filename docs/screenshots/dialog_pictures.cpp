@@ -1,4 +1,6 @@
 // Dialogs and message boxes.
+#include <QEventLoop>
+#include <QFileSystemModel>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
@@ -8,6 +10,7 @@
 #include <QRadioButton>
 #include <QTabWidget>
 #include <QTableView>
+#include <QTreeView>
 
 #include "picture.h"
 #include "pictures.h"
@@ -91,10 +94,18 @@ void ListError(Stage& stage, const QString& folder) {
   stage.LoadList("Fehler.CMD", "' ohne $OPENLOG\nMSV? 1\n$WRITELOG Beginn\nMSV? 2\n");
   stage.Connect();
   SaveDialog(stage, folder, "TB_PLAY", "meldung-befehlsliste");
-  auto* grid = stage.Find<QTableView>("CommandScript");
-  grid->scrollToTop();  // the error leaves the list at its end
-  const QPixmap list = Grab(grid);
+  const QPixmap list = Grab(stage.Find<QTableView>("CommandScript"));
   Save(folder, QStringLiteral("befehlsliste-fehler"), list.copy(0, 0, list.width(), 160));
+}
+
+// A file dialog reads its folder in the background.
+void AwaitFiles(const QWidget& dialog) {
+  const auto* view = dialog.findChild<QTreeView*>();
+  if (view->model()->rowCount(view->rootIndex()) > 0) return;
+  QEventLoop read;
+  QObject::connect(dialog.findChild<QFileSystemModel*>(), &QFileSystemModel::directoryLoaded, &read,
+                   &QEventLoop::quit);
+  read.exec();
 }
 
 void SmallDialogs(Stage& stage, const QString& folder) {
@@ -105,7 +116,11 @@ void SmallDialogs(Stage& stage, const QString& folder) {
                    });
   SaveDialog(stage, folder, "mnuFont", "schriftart");
   SaveDialog(stage, folder, "mnuBackColor", "farbe");
-  SaveDialog(stage, folder, "mnuOpenCommandFile", "datei-oeffnen");
+  stage.WithDialog([&] { stage.Trigger("mnuOpenCommandFile"); },
+                   [&](QWidget* dialog) {
+                     AwaitFiles(*dialog);
+                     Save(folder, QStringLiteral("datei-oeffnen"), Framed(dialog));
+                   });
 }
 
 void ProgressDialog(Stage& stage, const QString& folder) {
