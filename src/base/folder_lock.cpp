@@ -9,6 +9,7 @@
 namespace kolvane::base {
 namespace {
 
+// flock(2) waits for ever or not at all, and no descriptor tells of a lock that is given back.
 constexpr std::chrono::milliseconds kPause{5};
 
 }  // namespace
