@@ -14,8 +14,8 @@ struct RtfFormat {
   bool bold = false;
   bool italic = false;
   bool underline = false;
-  int half_points = 24;                 ///< size, 2 to 400
-  int font = 0;                         ///< number in RtfDocument::fonts; one that the table lacks is allowed
+  int half_points = 24;                ///< size, 2 to 400
+  int font = 0;                        ///< number in RtfDocument::fonts; one that the table lacks is allowed
   std::optional<std::uint32_t> color;  ///< 0xBBGGRR; nothing = the pane's own text colour
 
   bool operator==(const RtfFormat&) const = default;
