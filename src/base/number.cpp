@@ -93,7 +93,7 @@ bool IsTiny(std::string_view digits) {
   std::ptrdiff_t scale = 0;
   const auto result = std::from_chars(exponent.data(), exponent.data() + exponent.size(), scale);
   if (result.ec == std::errc::result_out_of_range) return exponent.starts_with('-');
-  return point - first + scale < 0;
+  return scale < first - point;
 }
 
 double ValueOf(const Scan& scan) {

@@ -67,6 +67,11 @@ TEST(WholeTextNumber, KnowsTooSmallFromTooLargeHoweverItIsWritten) {
   EXPECT_EQ(WholeTextNumber("-1" + zeros), -HUGE_VAL);
   EXPECT_EQ(WholeTextNumber("1e99999999999999999999"), HUGE_VAL);
   EXPECT_EQ(WholeTextNumber("0." + zeros + "1e405"), 10000.0);
+  for (const char* limit : {"9223372036854775807", "9223372036854775808"}) {
+    EXPECT_EQ(WholeTextNumber("333333E" + std::string(limit)), HUGE_VAL);
+    EXPECT_EQ(WholeTextNumber("0.003E-" + std::string(limit)), 0.0);
+    EXPECT_EQ(WholeTextNumber("0E" + std::string(limit)), 0.0);
+  }
 }
 
 TEST(Conversion, RoundsHalfToEven) {
