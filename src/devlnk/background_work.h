@@ -43,9 +43,10 @@ auto ResultBy(Deadline& deadline, Work work) -> std::optional<decltype(work())> 
     std::optional<decltype(work())> result;
   };
   const auto exchange = std::make_shared<Exchange>();
+  std::thread worker;
   {
     const BlockedSignals blocked;
-    std::thread([exchange, work = std::move(work)] {
+    worker = std::thread([exchange, work = std::move(work)] {
       std::optional<decltype(work())> result;
       try {
         result = work();
@@ -56,11 +57,16 @@ auto ResultBy(Deadline& deadline, Work work) -> std::optional<decltype(work())> 
       exchange->result = std::move(result);
       exchange->ended = true;
       exchange->done.notify_one();
-    }).detach();
+    });
   }
   std::unique_lock lock(exchange->mutex);
   const std::chrono::milliseconds left(deadline.RemainingMs());
   exchange->done.wait_for(lock, left, [&] { return exchange->ended; });
+  if (exchange->ended) {
+    worker.join();
+  } else {
+    worker.detach();
+  }
   return std::move(exchange->result);
 }
 
