@@ -9,19 +9,11 @@
 namespace kolvane::window {
 namespace {
 
-unsigned ByteOf(char c) { return static_cast<unsigned char>(c); }
-
-std::size_t SequenceLength(char lead) {
-  if (ByteOf(lead) >= 0xF0) return 4;
-  if (ByteOf(lead) >= 0xE0) return 3;
-  return ByteOf(lead) >= 0xC0 ? 2 : 1;
-}
-
 // Bytes at the end of `text` that begin a sequence and do not end it.
 std::size_t Incomplete(std::string_view text) {
   for (std::size_t back = 1; back <= std::min<std::size_t>(3, text.size()); ++back) {
     const char c = text[text.size() - back];
-    if (!base::IsUtf8Continuation(c)) return SequenceLength(c) > back ? back : 0;
+    if (!base::IsUtf8Continuation(c)) return base::Utf8Length(c) > back ? back : 0;
   }
   return 0;
 }
