@@ -14,8 +14,8 @@ namespace {
 
 class NoPane final : public terminal::Pane {
  public:
-  void AppendLine(std::string_view line, terminal::Color) override { bytes += line.size(); }
-  void AppendText(std::string_view text, int) override { bytes += text.size(); }
+  void AppendLine(LineKind, std::string_view line) override { bytes += line.size(); }
+  void AppendText(LineKind, std::string_view text, int) override { bytes += text.size(); }
   void Clear() override {}
   void Refresh() override {}
   std::size_t bytes = 0;
@@ -52,17 +52,12 @@ class SessionLoop final : public Loop {
   ~SessionLoop() override { core_.connect.Press(); }
 
   void Run(int exchanges) override {
-    while (exchanges-- > 0) Exchange();
+    while (exchanges-- > 0) {
+      if (core_.exchange.Run(kCommand, terminal::Sender::kList).Failed()) std::abort();
+    }
   }
 
  private:
-  // As a row of a command list goes: send, echo, check, read.
-  void Exchange() {
-    core_.session.SendCommand(kCommand);
-    core_.output.AddLine(kCommand, terminal::kCommandColor);
-    if (core_.session.PostSendCheck(kCommand).continues && !core_.session.GetAnswer()) std::abort();
-  }
-
   device::ConnectionParameters& Parameters(const EchoInstrument& instrument) {
     parameters_.timeout_ms = 5000;
     if (instrument.node().empty()) {

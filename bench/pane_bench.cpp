@@ -148,8 +148,9 @@ Filling FillPane(int lines, int events_each, Answers* answers = nullptr) {
   NoLog log;
   kolvane::terminal::OutputFlags flags;
   kolvane::terminal::Output output(flags, pane, log);
-  const Filling filling =
-      Fill(lines, events_each, [&](int i) { output.AddLine(Line(i), i % 2 == 0 ? 255 : 0); });
+  const Filling filling = Fill(lines, events_each, [&](int i) {
+    output.AddLine(i % 2 == 0 ? kolvane::LineKind::kCommand : kolvane::LineKind::kAnswer, Line(i));
+  });
   if (answers != nullptr) MeasureWhenFull(pane, *answers);
   return filling;
 }

@@ -28,10 +28,10 @@ struct BareRun : terminal::SessionBench {
   device::FakePortLibrary library;
   device::FakePortLibrarySource libraries{&library};
   terminal::FakeClock clock;
+  terminal::Exchange exchange{session, state.options, output, clock, ","};
   FakeScriptLog script_log;
   BareHost host;
-  ScriptCore core{
-      {script, state, device_state, session, output, pane, libraries, clock, prompt, script_log, host, ","}};
+  ScriptCore core{{script, state, device_state, exchange, pane, libraries, prompt, script_log, host}};
 };
 
 // What a row costs at least: its text is looked at.

@@ -51,11 +51,11 @@ struct ListRig : SessionRig {
   }
 
   int rows = 0;
+  terminal::Exchange exchange{session, state.options, output, clock, ","};
   script::ScriptState script;
   script::FakeScriptLog script_log;
   script::FakeRunHost host;
-  script::ScriptCore core{
-      {script, state, device_state, session, output, pane, libraries, clock, prompt, script_log, host, ","}};
+  script::ScriptCore core{{script, state, device_state, exchange, pane, libraries, prompt, script_log, host}};
 };
 
 void Play(ListRig& rig) {

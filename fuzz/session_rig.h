@@ -24,7 +24,8 @@ struct SessionRig {
     device_state.connected = true;
     pane.text.clear();
     pane.lines.clear();
-    pane.colors.clear();
+    pane.kinds.clear();
+    pane.text_kinds.clear();
     log.lines.clear();
     prompt.errors.clear();
     prompt.messages.clear();

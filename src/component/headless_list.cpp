@@ -2,8 +2,6 @@
 
 #include <system_error>
 
-#include "base/folding.h"
-#include "base/number.h"
 #include "script/command_file.h"
 
 namespace kolvane::component {
@@ -21,11 +19,8 @@ std::string Reason(const script::FileResult& result) {
 HeadlessList::HeadlessList(HeadlessTerminal& terminal, ComponentState& state)
     : terminal_(terminal),
       log_(terminal.log()),
-      core_({state.script, state.terminal, state.device, terminal.core().session, terminal.core().output,
-             terminal.pane(), terminal.library(), terminal.core().clock, terminal.messages(), log_, *this,
-             base::SystemDecimalSign()}) {
-  core_.list.Observe(this);
-}
+      core_({state.script, state.terminal, state.device, terminal.core().exchange, terminal.pane(),
+             terminal.library(), terminal.messages(), log_, *this}) {}
 
 bool HeadlessList::Load(const std::string& file) {
   const script::FileResult result = script::LoadCommandFile(core_.list, file);
@@ -42,16 +37,12 @@ CommandRunStatus HeadlessList::Play() {
   core_.runner.Play();
   const script::RunOutcome& outcome = core_.runner.outcome();
   if (outcome.list_error || terminal_.stopped()) return CommandRunStatus::kStopped;
-  return outcome.ExchangeFailed() ? CommandRunStatus::kAnswerFailed : CommandRunStatus::kDone;
+  return outcome.exchange_failed ? CommandRunStatus::kAnswerFailed : CommandRunStatus::kDone;
 }
 
 void HeadlessList::Yield() {
   terminal_.pane().EndLine();
   if (terminal_.StopDue()) core_.runner.Abort();
-}
-
-void HeadlessList::CurrentRowChanged(int row) {
-  terminal_.pane().SetCommand(base::TrimBlanks(core_.list.Text(row)));
 }
 
 }  // namespace kolvane::component

@@ -12,7 +12,7 @@
 namespace kolvane::component {
 
 /// A command list that runs in a terminal without a window.
-class HeadlessList final : private script::RunHost, private script::CommandListObserver {
+class HeadlessList final : private script::RunHost {
  public:
   HeadlessList(HeadlessTerminal& terminal, ComponentState& state);
 
@@ -25,9 +25,6 @@ class HeadlessList final : private script::RunHost, private script::CommandListO
  private:
   void LockGUI(bool) override {}
   void Yield() override;
-  void RowsChanged(int, int) override {}
-  void CurrentRowChanged(int row) override;
-  void FileChanged() override {}
 
   HeadlessTerminal& terminal_;
   window::ScriptLogAdapter log_;

@@ -1,24 +1,22 @@
 #include "component/headless_pane.h"
 
 #include "base/write_all.h"
-#include "terminal/post_send_check.h"
 #include "terminal/terminators.h"
 
 namespace kolvane::component {
 
 using terminal::kCrLf;
 
-void HeadlessPane::AppendLine(std::string_view line, terminal::Color color) {
+void HeadlessPane::AppendLine(LineKind kind, std::string_view line) {
   EndLine();
-  const bool command = color == terminal::kCommandColor;
-  if (!command && IsNotice(line)) return messages_.Tell(line);
+  if (kind == LineKind::kNotice) return messages_.Tell(line);
   line_begun_ = true;
   Append(line);
-  if (command) EndLine();
+  if (kind == LineKind::kCommand) EndLine();
 }
 
-void HeadlessPane::AppendText(std::string_view text, int /*back*/) {
-  if (text.starts_with(kCrLf)) return messages_.ShowError(text);
+void HeadlessPane::AppendText(LineKind kind, std::string_view text, int /*back*/) {
+  if (kind == LineKind::kError) return messages_.ShowError(text);
   line_begun_ = true;
   Append(text);
 }
@@ -29,13 +27,6 @@ void HeadlessPane::EndLine() {
   if (error_ == 0) error_ = base::WriteAll(descriptor_, line_);
   line_.clear();
   line_begun_ = false;
-}
-
-// An instrument may answer in the very words of a notice.
-bool HeadlessPane::IsNotice(std::string_view line) const {
-  if (connection_notices_) return true;
-  const terminal::PostSendRule rule = terminal::RuleFor(command_);
-  return !rule.continues && line == rule.message;
 }
 
 void HeadlessPane::Append(std::string_view text) {

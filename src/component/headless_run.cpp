@@ -3,7 +3,6 @@
 #include <optional>
 #include <variant>
 
-#include "base/number.h"
 #include "base/runtime_error.h"
 #include "component/chosen_node.h"
 #include "component/folder.h"
@@ -12,8 +11,6 @@
 #include "component/headless_terminal.h"
 #include "device/operating_mode.h"
 #include "kolvane/CommandRun.h"
-#include "terminal/response_clock.h"
-#include "terminal/texts.h"
 
 namespace kolvane {
 namespace {
@@ -56,27 +53,6 @@ bool Prepare(const CommandRunOptions& options, Run& run) {
   return problem.empty();
 }
 
-// A command as it would be sent by hand; false where it or its answer failed.
-bool Exchange(HeadlessTerminal& terminal, const terminal::Options& options, const std::string& command) {
-  terminal::TerminalCore& core = terminal.core();
-  terminal.pane().SetCommand(command);
-  const double start = terminal::DoubleMilliseconds(core.clock);
-  bool done = core.session.SendCommand(command);
-  if (options.show_commands) core.output.AddLine(command, terminal::kCommandColor);
-  const terminal::PostSendRule rule = core.session.PostSendCheck(command);
-  if (rule.continues) {
-    done &= core.session.GetAnswer();
-    const double elapsed = terminal::DoubleMilliseconds(core.clock) - start;
-    if (options.show_response_times)
-      core.output.AppendText(
-          terminal::texts::ResponseTime(base::DoubleText(elapsed, base::SystemDecimalSign())), 0);
-  } else {
-    core.output.AddLine(rule.message);
-  }
-  terminal.pane().EndLine();
-  return done;
-}
-
 }  // namespace
 
 Status RunCommandList(const std::string& File, const CommandRunOptions& Options) {
@@ -97,7 +73,9 @@ Status SendCommands(const std::vector<std::string>& Commands, const CommandRunOp
   bool all_done = true;
   for (const std::string& command : Commands) {
     if (terminal.StopDue()) break;
-    if (!command.empty()) all_done &= Exchange(terminal, run.state.terminal.options, command);
+    if (command.empty()) continue;
+    all_done &= !terminal.core().exchange.Run(command, terminal::Sender::kList).Failed();
+    terminal.pane().EndLine();
   }
   if (terminal.StopDue()) return Status::kStopped;
   return all_done ? Status::kDone : Status::kAnswerFailed;

@@ -74,13 +74,6 @@ bool HeadlessTerminal::StopDue() {
   return stopped_;
 }
 
-// The first call after a change comes before the line that tells of it, the second one behind it.
-void HeadlessTerminal::ConnectionChanged() {
-  const bool changed = state_.device.connected != was_connected_;
-  was_connected_ = state_.device.connected;
-  pane_.SetConnectionNotices(changed);
-}
-
 void HeadlessTerminal::Dialling(const device::DialProgress& progress) {
   messages_.Tell(terminal::texts::Dialling(progress));
 }

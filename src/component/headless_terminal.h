@@ -37,7 +37,7 @@ class HeadlessTerminal final : private terminal::ConnectionView, private termina
   terminal::TerminalCore& core() { return core_; }
 
  private:
-  void ConnectionChanged() override;
+  void ConnectionChanged() override {}
   void Dialling(const device::DialProgress& progress) override;
   void ShowReceiveControls(const terminal::ReceiveShown&, bool) override {}
 
@@ -48,7 +48,6 @@ class HeadlessTerminal final : private terminal::ConnectionView, private termina
   terminal::LogControl log_;
   device::LazyPortLibrary library_;
   terminal::TerminalCore core_;
-  bool was_connected_ = false;
   bool stopped_ = false;
 };
 

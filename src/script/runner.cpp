@@ -1,11 +1,8 @@
 #include "script/runner.h"
 
 #include "base/folding.h"
-#include "base/number.h"
 #include "base/runtime_error.h"
 #include "script/counter.h"
-#include "terminal/response_clock.h"
-#include "terminal/texts.h"
 
 namespace kolvane::script {
 namespace {
@@ -115,29 +112,12 @@ bool Runner::ExecuteRow() {
 
 bool Runner::ExecuteLine() {
   if (line_.front() != '$') {
-    Exchange();
+    outcome_.exchange_failed |= links_.exchange.Run(line_, terminal::Sender::kList).Failed();
     return true;
   }
   const bool done = interpreter_.RunSpecialCommand(line_);
   outcome_.list_error |= !done;
   return done;
-}
-
-void Runner::Exchange() {
-  const double start = links_.options.show_response_times ? terminal::DoubleMilliseconds(links_.clock) : 0;
-  Send();
-  if (links_.options.show_commands) links_.output.AddLine(line_, terminal::kCommandColor);
-  const terminal::PostSendRule rule = links_.session.PostSendCheck(line_);
-  if (!rule.continues && !rule.message.empty()) return links_.output.AddLine(rule.message);
-  outcome_.read_failed |= !links_.session.GetAnswer();
-  if (!links_.options.show_response_times) return;
-  const double elapsed = terminal::DoubleMilliseconds(links_.clock) - start;
-  links_.output.AppendText(terminal::texts::ResponseTime(base::DoubleText(elapsed, links_.decimal_sign)), 0);
-}
-
-void Runner::Send() {
-  if (links_.session.SendCommand(line_, false)) return;
-  (links_.device.connected ? outcome_.write_failed : outcome_.not_connected) = true;
 }
 
 bool Runner::LineEndsCondition() const { return base::EqualsNoCase(line_, kEndIf); }

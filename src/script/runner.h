@@ -2,45 +2,33 @@
 
 #include <cstdint>
 #include <string>
-#include <utility>
 
-#include "base/clock.h"
 #include "script/interpreter.h"
 #include "script/run_host.h"
-#include "terminal/output.h"
-#include "terminal/session.h"
+#include "terminal/exchange.h"
 
 namespace kolvane::script {
 
 /// What went wrong since a run or step began.
 struct RunOutcome {
-  bool list_error = false;     ///< a row ended in an error, which ended the run
-  bool not_connected = false;  ///< a command was dropped, since no connection came about
-  bool write_failed = false;
-  bool read_failed = false;  ///< an answer was an error or did not come
-
-  bool ExchangeFailed() const { return not_connected || write_failed || read_failed; }
+  bool list_error = false;       ///< a row ended in an error, which ended the run
+  bool exchange_failed = false;  ///< a command was not written or not answered
 };
 
 /// What a run works on besides list and interpreter.
 struct RunnerLinks {
   ScriptState& state;
-  terminal::Session& session;
-  const terminal::Options& options;
-  terminal::Output& output;
-  const device::DeviceState& device;
-  const base::Clock& clock;
+  terminal::Exchange& exchange;
   RunHost& host;
-  std::string decimal_sign;  ///< in response times
 };
 
 /// Runs the command list: rows that begin with "$" through the interpreter, all others but comments, empty
-/// ones and those of a failed condition through the session. A run that is on is never entered again:
+/// ones and those of a failed condition by an exchange. A run that is on is never entered again:
 /// whatever asks for another one in the meantime is refused and forgotten.
 class Runner {
  public:
-  Runner(CommandList& list, Interpreter& interpreter, ListErrors& errors, RunnerLinks links)
-      : list_(list), interpreter_(interpreter), errors_(errors), links_(std::move(links)) {}
+  Runner(CommandList& list, Interpreter& interpreter, ListErrors& errors, const RunnerLinks& links)
+      : list_(list), interpreter_(interpreter), errors_(errors), links_(links) {}
 
   /// TB_PLAY: from the first row to the end or until Stop or Break.
   void Play();
@@ -73,8 +61,6 @@ class Runner {
   /// The current row. Returns false where it ended in an error, which has been reported then.
   bool ExecuteRow();
   bool ExecuteLine();
-  void Exchange();
-  void Send();
 
   bool LineEndsCondition() const;
   void EndIf();

@@ -1,8 +1,5 @@
 #pragma once
 
-#include <string>
-
-#include "base/clock.h"
 #include "base/prompt.h"
 #include "device/device_state.h"
 #include "device/port_library_source.h"
@@ -13,9 +10,8 @@
 #include "script/runner.h"
 #include "script/script_log.h"
 #include "script/script_state.h"
-#include "terminal/output.h"
+#include "terminal/exchange.h"
 #include "terminal/pane.h"
-#include "terminal/session.h"
 #include "terminal/terminal_state.h"
 
 namespace kolvane::script {
@@ -25,15 +21,12 @@ struct ScriptLinks {
   ScriptState& state;
   terminal::TerminalState& terminal;
   device::DeviceState& device;
-  terminal::Session& session;
-  terminal::Output& output;
+  terminal::Exchange& exchange;
   terminal::Pane& pane;
   device::PortLibrarySource& libraries;
-  const base::Clock& clock;
   base::Prompt& prompt;
   ScriptLog& log;
   RunHost& host;
-  std::string decimal_sign;
 };
 
 /// A command list, empty, with all that runs and records it, ready for use. What `links` refers to must
@@ -45,9 +38,7 @@ struct ScriptCore {
         interpreter(
             list, errors,
             {links.state.interpreter, links.terminal, links.device, links.libraries, links.pane, links.log}),
-        runner(list, interpreter, errors,
-               {links.state, links.session, links.terminal.options, links.output, links.device, links.clock,
-                links.host, links.decimal_sign}),
+        runner(list, interpreter, errors, {links.state, links.exchange, links.host}),
         recorder(list, links.state.record, links.prompt) {}
 
   CommandList list;

@@ -17,6 +17,16 @@ ConnectCommands::ConnectCommands(device::Device& device, device::DeviceState& st
       texts_(std::move(texts)) {}
 
 void ConnectCommands::Connect() {
+  TryConnect();
+  view_.ConnectionChanged();
+}
+
+void ConnectCommands::Disconnect() {
+  TryDisconnect();
+  view_.ConnectionChanged();
+}
+
+void ConnectCommands::TryConnect() {
   device_.ClearLastError();
   device_.Open();
   const device::DeviceError error = device_.LastError();
@@ -27,10 +37,9 @@ void ConnectCommands::Connect() {
   } else {
     prompt_.ShowError(texts::Failure(texts::kConnectFailed, error));
   }
-  view_.ConnectionChanged();
 }
 
-void ConnectCommands::Disconnect() {
+void ConnectCommands::TryDisconnect() {
   device_.ClearLastError();
   device_.Close();
   const device::DeviceError error = device_.LastError();
@@ -40,20 +49,15 @@ void ConnectCommands::Disconnect() {
     prompt_.ShowError(texts::Failure(texts::kDisconnectFailed, error));
   }
   if (!state_.connected) button_.tool_tip = texts::kConnectTip;
-  view_.ConnectionChanged();
 }
 
 void ConnectCommands::Press() {
-  if (button_.tag == 0) {
-    Connect();
-    if (!state_.connected) return;
-    TurnButton(1, ConnectButtonState::kConnectedImage, texts::kDisconnectTip);
-    AddLine(texts::kConnectedWith);
-  } else {
-    Disconnect();
-    if (state_.connected) return;
-    TurnButton(0, ConnectButtonState::kDisconnectedImage, texts::kConnectTip);
-    AddLine(texts::kDisconnectedFrom);
+  const bool connect = button_.tag == 0;
+  connect ? TryConnect() : TryDisconnect();
+  if (state_.connected == connect) {
+    connect ? TurnButton(1, ConnectButtonState::kConnectedImage, texts::kDisconnectTip)
+            : TurnButton(0, ConnectButtonState::kDisconnectedImage, texts::kConnectTip);
+    AddLine(connect ? texts::kConnectedWith : texts::kDisconnectedFrom);
   }
   view_.ConnectionChanged();
 }
@@ -82,7 +86,7 @@ void ConnectCommands::TurnButton(int tag, int image, std::string_view tool_tip) 
 }
 
 void ConnectCommands::AddLine(std::string_view what) {
-  output_.AddLine(texts_.now() + std::string(what) + texts_.description());
+  output_.AddLine(LineKind::kNotice, texts_.now() + std::string(what) + texts_.description());
 }
 
 }  // namespace kolvane::terminal

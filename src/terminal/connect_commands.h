@@ -9,7 +9,6 @@
 #include "device/device.h"
 #include "device/device_state.h"
 #include "device/dial_listener.h"
-#include "terminal/connect_button.h"
 #include "terminal/output.h"
 #include "terminal/texts.h"
 
@@ -48,7 +47,7 @@ struct ConnectionTexts {
 
 /// The commands of the menu "Verbindung" and of the buttons TB_CONNECT and TB_FLUSH. Failures are shown by
 /// the prompt and nowhere else.
-class ConnectCommands final : public ConnectButton {
+class ConnectCommands {
  public:
   ConnectCommands(device::Device& device, device::DeviceState& state, Output& output, base::Prompt& prompt,
                   ConnectionView& view, ConnectionTexts texts);
@@ -57,9 +56,9 @@ class ConnectCommands final : public ConnectButton {
   void Connect();
   void Disconnect();
 
-  /// TB_CONNECT: connects or disconnects as its tag says. When that succeeded, the button turns over and a
+  /// TB_CONNECT: connects or disconnects as its tag says. When that succeeded, the button changes over and a
   /// line in the pane says so.
-  void Press() override;
+  void Press();
 
   /// TB_FLUSH.
   void Flush();
@@ -74,6 +73,8 @@ class ConnectCommands final : public ConnectButton {
   std::string StatusText() const;
 
  private:
+  void TryConnect();
+  void TryDisconnect();
   void TurnButton(int tag, int image, std::string_view tool_tip);
   void AddLine(std::string_view what);
 

@@ -5,7 +5,7 @@
 namespace kolvane::terminal {
 
 void FlushInput(device::Device& device, Output& output) {
-  if (const auto bytes = device.FlushInput()) output.AddLine(texts::InputFlushed(*bytes));
+  if (const auto bytes = device.FlushInput()) output.AddLine(LineKind::kNotice, texts::InputFlushed(*bytes));
 }
 
 }  // namespace kolvane::terminal

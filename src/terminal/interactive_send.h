@@ -1,13 +1,9 @@
 #pragma once
 
-#include <string>
 #include <string_view>
 
-#include "base/clock.h"
 #include "terminal/command_history.h"
-#include "terminal/output.h"
-#include "terminal/session.h"
-#include "terminal/terminal_state.h"
+#include "terminal/exchange.h"
 
 namespace kolvane::terminal {
 
@@ -31,28 +27,20 @@ class CommandBox {
 /// What happens when the user sends the text of the command box.
 class InteractiveSend {
  public:
-  /// `decimal_sign` stands in the response times.
-  InteractiveSend(Session& session, const Options& options, Output& output, const base::Clock& clock,
-                  CommandRecorder& recorder, CommandBox& box, std::string decimal_sign);
+  InteractiveSend(Exchange& exchange, CommandRecorder& recorder, CommandBox& box)
+      : exchange_(exchange), recorder_(recorder), box_(box) {}
 
-  /// Records, sends, echoes and checks `command`, reads and times its answer and puts it into the history; an
-  /// empty command does nothing. A RuntimeError of Session::GetAnswer comes through when all the rest has
-  /// been done; the window shows it. `command` must outlive the call.
+  /// Records and exchanges `command` and puts it into the history; an empty one does nothing. A RuntimeError
+  /// of Exchange::Run comes through when all the rest has been done; the window shows it. `command` must
+  /// outlive the call.
   void Send(std::string_view command);
 
   const CommandHistory& history() const { return history_; }
 
  private:
-  void Exchange(std::string_view command);
-  void Answer(float start);
-
-  Session& session_;
-  const Options& options_;
-  Output& output_;
-  const base::Clock& clock_;
+  Exchange& exchange_;
   CommandRecorder& recorder_;
   CommandBox& box_;
-  std::string decimal_sign_;
   CommandHistory history_;
 };
 

@@ -2,9 +2,9 @@
 
 namespace kolvane::terminal {
 
-void Output::AddLine(std::string_view line, Color color) {
+void Output::AddLine(LineKind kind, std::string_view line) {
   if (flags_.SilentMode) return;
-  pane_.AppendLine(line, color);
+  pane_.AppendLine(kind, line);
   if (flags_.log_recording) log_.WriteLine(line);
   pane_.Refresh();
 }

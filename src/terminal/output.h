@@ -18,11 +18,11 @@ class Output {
  public:
   Output(OutputFlags& flags, Pane& pane, LogSink& log) : flags_(flags), pane_(pane), log_(log) {}
 
-  /// Shows `line` on a row of its own in `color` and copies it to the log while recording is on.
-  void AddLine(std::string_view line, Color color = kNoColor);
+  /// Shows `line` on a row of its own and copies it to the log while recording is on.
+  void AddLine(LineKind kind, std::string_view line);
 
-  /// Edits the pane's text past AddLine: neither silent mode nor the log applies.
-  void AppendText(std::string_view text, int back) { pane_.AppendText(text, back); }
+  /// Edits the pane's text directly: neither silent mode nor the log applies.
+  void AppendText(LineKind kind, std::string_view text, int back) { pane_.AppendText(kind, text, back); }
 
  private:
   OutputFlags& flags_;

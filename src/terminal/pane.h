@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "kolvane/LineKind.h"
+
 namespace kolvane::terminal {
 
 /// 24-bit colour, blue-green-red: 255 red, 32768 green, 16711680 blue; 0 as a line's colour means none given.
@@ -15,15 +17,14 @@ inline constexpr Color kCommentColor = 32768;
 class Pane {
  public:
   virtual ~Pane() = default;
-  /// CR LF and `line` at the end of the text, in `color` (kNoColor: the pane's own); the caret goes past the
-  /// end.
-  virtual void AppendLine(std::string_view line, Color color) = 0;
-  /// `text` as it stands at the end, in the pane's own colour; the caret stands `back` characters before the
-  /// end then (a CR LF counts as two).
-  virtual void AppendText(std::string_view text, int back) = 0;
+  /// CR LF and `line` at the end of the text; the caret goes past the end.
+  virtual void AppendLine(LineKind kind, std::string_view line) = 0;
+  /// `text` as it stands at the end; the caret is then `back` characters before the end (a CR LF counts as
+  /// two).
+  virtual void AppendText(LineKind kind, std::string_view text, int back) = 0;
   /// Replaces the whole text by the empty one.
   virtual void Clear() = 0;
-  /// Called once behind each line: the pane may show what has come.
+  /// Called once after each line: the pane may show what has come.
   virtual void Refresh() = 0;
 };
 

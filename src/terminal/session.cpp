@@ -7,20 +7,20 @@
 
 namespace kolvane::terminal {
 
-bool Session::SendCommand(std::string_view command, bool /*print_command*/) {
-  if (!device_state_.connected) connect_button_.Press();
-  if (!device_state_.connected) return false;
+Sent Session::SendCommand(std::string_view command, bool /*print_command*/) {
+  if (!device_state_.connected) connect_.Press();
+  if (!device_state_.connected) return Sent::kNotConnected;
   device_.ClearLastError();
   device_.Write(command, state_.receive.send_terminator, 0);
   const device::DeviceError error = device_.LastError();
-  if (error.code >= 0) return true;
-  output_.AppendText(texts::WriteError(error.description), 0);
-  return false;
+  if (error.code >= 0) return Sent::kWritten;
+  output_.AppendText(LineKind::kError, texts::WriteError(error.description), 0);
+  return Sent::kWriteFailed;
 }
 
 PostSendRule Session::PostSendCheck(std::string_view command) {
   const PostSendRule rule = RuleFor(command);
-  if (rule.disconnects) connect_button_.Press();
+  if (rule.disconnects) connect_.Press();
   return rule;
 }
 
@@ -51,7 +51,7 @@ bool Session::ReadToTerminator() {
   device_.ReadText(state_.receive.receive_terminator, kTextAnswerLimit, answer_, buffer_);
   const bool failed = FetchError();
   if (!failed) TrimAnswer(answer_, state_.receive.receive_terminator);
-  output_.AddLine(base::TrimBlanks(answer_));
+  output_.AddLine(failed ? LineKind::kError : LineKind::kAnswer, base::TrimBlanks(answer_));
   return !failed;
 }
 
@@ -66,7 +66,7 @@ bool Session::ReadToGap() {
     if (gathered_.size() == 1) device_.SetTimeout(kGapMs);
   }
   AppendDisplayForm(gathered_, state_.receive.binary_display != 0, answer_);
-  output_.AddLine(answer_);
+  output_.AddLine(LineKind::kAnswer, answer_);
   return !gathered_.empty();
 }
 
@@ -82,7 +82,7 @@ bool Session::ReadCounted() {
       AppendDisplayForm(gathered_, state_.receive.binary_display != 0, answer_);
     }
   }
-  output_.AddLine(answer_);
+  output_.AddLine(failed ? LineKind::kError : LineKind::kAnswer, answer_);
   return !failed;
 }
 

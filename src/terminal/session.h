@@ -6,7 +6,7 @@
 
 #include "device/device.h"
 #include "device/device_state.h"
-#include "terminal/connect_button.h"
+#include "terminal/connect_commands.h"
 #include "terminal/output.h"
 #include "terminal/post_send_check.h"
 #include "terminal/terminal_state.h"
@@ -16,27 +16,24 @@ namespace kolvane::terminal {
 inline constexpr std::int32_t kTextAnswerLimit = 16000;  ///< characters, mode 0
 inline constexpr std::size_t kAutoAnswerLimit = 8192;    ///< bytes, mode 1
 
-/// The way of one command to the device and of its answer to the pane and into TerminalState::last_answer.
-/// InteractiveSend and the command list's runner call it.
-///
-/// No window is needed. A front end makes an Output over its own Pane and LogSink, ConnectCommands (they are
-/// the ConnectButton) over its own Prompt and ConnectionView, fills TerminalState::receive and
-/// TerminalState::shown (timeout, count, format) from its options, and then for each command calls
-/// SendCommand, PostSendCheck and, where that continues, GetAnswer.
+/// What became of a command.
+enum class Sent {
+  kWritten,
+  kNotConnected,  ///< dropped, since no connection came about
+  kWriteFailed    ///< the failure stands in the pane
+};
+
+/// The steps of an exchange: a command to the device, its answer to the pane and into
+/// TerminalState::last_answer. Exchange puts them together.
 class Session {
  public:
   Session(device::Device& device, const device::DeviceState& device_state, TerminalState& state,
-          Output& output, ConnectButton& connect_button)
-      : device_(device),
-        device_state_(device_state),
-        state_(state),
-        output_(output),
-        connect_button_(connect_button) {}
+          Output& output, ConnectCommands& connect)
+      : device_(device), device_state_(device_state), state_(state), output_(output), connect_(connect) {}
 
-  /// Writes `command` and the send terminator. Not connected, it presses the connect button once and drops
-  /// the command where that does not help; a write error goes into the pane. Returns whether the command went
-  /// out. Echoing is the caller's business, whatever `print_command` says.
-  bool SendCommand(std::string_view command, bool print_command = false);
+  /// Writes `command` and the send terminator. Not connected, it presses the connect button once. Echoing is
+  /// the caller's business, whatever `print_command` says.
+  Sent SendCommand(std::string_view command, bool print_command = false);
 
   /// Presses the connect button where the rule for `command` says so, and returns the rule.
   PostSendRule PostSendCheck(std::string_view command);
@@ -59,7 +56,7 @@ class Session {
   const device::DeviceState& device_state_;
   TerminalState& state_;
   Output& output_;
-  ConnectButton& connect_button_;
+  ConnectCommands& connect_;
   // Kept from exchange to exchange for their capacity.
   std::string answer_;
   std::string gathered_;

@@ -1,5 +1,6 @@
 #include "terminal/terminal_core.h"
 
+#include "base/number.h"
 #include "device/connection_description.h"
 
 namespace kolvane::terminal {
@@ -10,6 +11,7 @@ TerminalCore::TerminalCore(TerminalSlices slices, device::PortLibrarySource& lib
       connect(
           device, slices.device, output, front_end.prompt, front_end.connection_view,
           {.description = [&parameters = slices.connection] { return ConnectionDescription(parameters); }}),
-      session(device, slices.device, slices.terminal, output, connect) {}
+      session(device, slices.device, slices.terminal, output, connect),
+      exchange(session, slices.terminal.options, output, clock, base::SystemDecimalSign()) {}
 
 }  // namespace kolvane::terminal

@@ -7,6 +7,7 @@
 #include "device/device_state.h"
 #include "device/port_library_source.h"
 #include "terminal/connect_commands.h"
+#include "terminal/exchange.h"
 #include "terminal/log_sink.h"
 #include "terminal/output.h"
 #include "terminal/pane.h"
@@ -39,6 +40,7 @@ struct TerminalCore {
   Output output;
   ConnectCommands connect;
   Session session;
+  Exchange exchange;
 };
 
 }  // namespace kolvane::terminal

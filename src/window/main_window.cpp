@@ -6,7 +6,6 @@
 #include <QScreen>
 #include <utility>
 
-#include "base/number.h"
 #include "device/ui/connection_dialog.h"
 #include "help/widget_topics.h"
 #include "window/caption.h"
@@ -40,8 +39,7 @@ MainWindow::MainWindow(WindowContext context)
               area_->script_bar(), this),
       grid_target_(script_.grid(), script_.files(), context_.settings.command_list, prompt_, this),
       box_(area_->terminal_bar()->command()),
-      interactive_(core_.session, context_.slices.terminal.options, core_.output, core_.clock,
-                   script_.recorder(), box_, base::SystemDecimalSign()),
+      interactive_(core_.exchange, script_.recorder(), box_),
       receive_(area_->terminal_bar(), context_.slices.terminal, core_.device, prompt_, this),
       help_(this, context_.folder, prompt_) {
   setObjectName(QStringLiteral("frmTerminal"));

@@ -25,15 +25,12 @@ script::ScriptLinks LinksOf(const ScriptParts& parts, const ScriptSurroundings& 
   return {.state = parts.state,
           .terminal = parts.slices.terminal,
           .device = parts.slices.device,
-          .session = parts.core.session,
-          .output = parts.core.output,
+          .exchange = parts.core.exchange,
           .pane = around.pane,
           .libraries = parts.library,
-          .clock = parts.core.clock,
           .prompt = around.prompt,
           .log = parts.log,
-          .host = host,
-          .decimal_sign = base::SystemDecimalSign()};
+          .host = host};
 }
 
 terminal::Color ColorOf(const help::RtfFormat& format) {

@@ -21,7 +21,7 @@ struct HeadlessPaneTest : testing::Test {
 };
 
 TEST_F(HeadlessPaneTest, AnAnswerIsWrittenOnceItsExchangeIsOver) {
-  pane.AppendLine("1.5", terminal::kNoColor);
+  pane.AppendLine(LineKind::kAnswer, "1.5");
   pane.Refresh();
   EXPECT_EQ(out.text(), "");
   pane.EndLine();
@@ -31,79 +31,82 @@ TEST_F(HeadlessPaneTest, AnAnswerIsWrittenOnceItsExchangeIsOver) {
 }
 
 TEST_F(HeadlessPaneTest, TheNextLineEndsTheOneBefore) {
-  pane.AppendLine("1", terminal::kNoColor);
-  pane.AppendLine("2", terminal::kNoColor);
+  pane.AppendLine(LineKind::kAnswer, "1");
+  pane.AppendLine(LineKind::kAnswer, "2");
   EXPECT_EQ(out.text(), "1\n");
 }
 
 TEST_F(HeadlessPaneTest, ACommandIsWrittenAtOnce) {
-  pane.AppendLine("MSV?", terminal::kCommandColor);
+  pane.AppendLine(LineKind::kCommand, "MSV?");
   EXPECT_EQ(out.text(), "MSV?\n");
 }
 
 TEST_F(HeadlessPaneTest, TheResponseTimeStandsBehindTheAnswer) {
-  pane.AppendLine("1", terminal::kNoColor);
-  pane.AppendText(texts::ResponseTime("0,5"), 0);
-  pane.AppendLine("2", terminal::kNoColor);
+  pane.AppendLine(LineKind::kAnswer, "1");
+  pane.AppendText(LineKind::kTime, texts::ResponseTime("0,5"), 0);
+  pane.AppendLine(LineKind::kAnswer, "2");
   pane.EndLine();
   EXPECT_EQ(out.text(), "1(dt = 0,5 ms)\n2\n");
 }
 
 TEST_F(HeadlessPaneTest, TheResponseTimeOfASuppressedAnswerIsALineOfItsOwn) {
-  pane.AppendText(texts::ResponseTime("0,5"), 0);
+  pane.AppendText(LineKind::kTime, texts::ResponseTime("0,5"), 0);
   pane.EndLine();
   EXPECT_EQ(out.text(), "(dt = 0,5 ms)\n");
 }
 
 TEST_F(HeadlessPaneTest, AnEmptyAnswerIsAnEmptyLine) {
-  pane.AppendLine("", terminal::kNoColor);
+  pane.AppendLine(LineKind::kAnswer, "");
   pane.EndLine();
   EXPECT_EQ(out.text(), "\n");
 }
 
 TEST_F(HeadlessPaneTest, LineBreaksInAnAnswerAreLineFeeds) {
-  pane.AppendLine("a\r\nb\r\n\r\nc\r\n", terminal::kNoColor);
+  pane.AppendLine(LineKind::kAnswer, "a\r\nb\r\n\r\nc\r\n");
   pane.EndLine();
   EXPECT_EQ(out.text(), "a\nb\n\nc\n");
 }
 
 TEST_F(HeadlessPaneTest, OtherControlCharactersAreWrittenAsTheyAre) {
   const std::string answer("\0a\rb\tc\x1B[0m\x7Fü\0", 14);
-  pane.AppendLine(answer, terminal::kNoColor);
+  pane.AppendLine(LineKind::kAnswer, answer);
   pane.EndLine();
   EXPECT_EQ(out.text(), answer + "\n");
 }
 
 TEST_F(HeadlessPaneTest, AWriteErrorIsAMessage) {
-  pane.AppendLine("1", terminal::kNoColor);
-  pane.AppendText(texts::WriteError("-5"), 0);
+  pane.AppendLine(LineKind::kAnswer, "1");
+  pane.AppendText(LineKind::kError, texts::WriteError("-5"), 0);
   pane.EndLine();
   EXPECT_EQ(out.text(), "1\n");
   EXPECT_EQ(err.text(), "kolvane: Write error: -5\n");
 }
 
-TEST_F(HeadlessPaneTest, LinesOfAConnectionChangeAreNotices) {
-  pane.SetConnectionNotices(true);
-  pane.AppendLine("connected", terminal::kNoColor);
-  pane.SetConnectionNotices(false);
-  pane.AppendLine("answer", terminal::kNoColor);
+TEST_F(HeadlessPaneTest, NoticesAreMessages) {
+  pane.AppendLine(LineKind::kNotice, "connected");
+  pane.AppendLine(LineKind::kAnswer, "answer");
   pane.EndLine();
   EXPECT_EQ(out.text(), "answer\n");
   EXPECT_EQ(err.text(), "kolvane: connected\n");
 }
 
-TEST_F(HeadlessPaneTest, WhatStandsInAnAnswersPlaceIsANoticeAndTheSameWordsAsAnAnswerAreNot) {
-  pane.SetCommand("stp");
-  pane.AppendLine(texts::kMeasuringStopped, terminal::kNoColor);
-  pane.SetCommand("ECHO?");
-  pane.AppendLine(texts::kMeasuringStopped, terminal::kNoColor);
+TEST_F(HeadlessPaneTest, AnAnswerInTheWordsOfANoticeIsAnAnswer) {
+  pane.AppendLine(LineKind::kNotice, texts::kMeasuringStopped);
+  pane.AppendLine(LineKind::kAnswer, texts::kMeasuringStopped);
   pane.EndLine();
   EXPECT_EQ(out.text(), std::string(texts::kMeasuringStopped) + "\n");
   EXPECT_EQ(err.text(), "kolvane: " + std::string(texts::kMeasuringStopped) + "\n");
 }
 
+TEST_F(HeadlessPaneTest, AnErrorInAnAnswersPlaceIsALine) {
+  pane.AppendLine(LineKind::kError, "-30");
+  pane.EndLine();
+  EXPECT_EQ(out.text(), "-30\n");
+  EXPECT_EQ(err.text(), "");
+}
+
 TEST_F(HeadlessPaneTest, ClearingDoesNothing) {
-  pane.AppendLine("1", terminal::kNoColor);
+  pane.AppendLine(LineKind::kAnswer, "1");
   pane.Clear();
   pane.EndLine();
   EXPECT_EQ(out.text(), "1\n");
@@ -113,10 +116,10 @@ TEST_F(HeadlessPaneTest, AFailureIsKeptAndNothingMoreIsWritten) {
   const int full = open("/dev/full", O_WRONLY | O_CLOEXEC);
   HeadlessPane failing(full, messages);
   EXPECT_EQ(failing.error(), 0);
-  failing.AppendLine("1", terminal::kCommandColor);
+  failing.AppendLine(LineKind::kCommand, "1");
   EXPECT_EQ(failing.error(), ENOSPC);
   close(full);
-  failing.AppendLine("2", terminal::kCommandColor);
+  failing.AppendLine(LineKind::kCommand, "2");
   EXPECT_EQ(failing.error(), ENOSPC);
 }
 

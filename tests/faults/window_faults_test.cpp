@@ -88,7 +88,7 @@ TEST_P(WindowFault, Row18TheInstrumentGoesInTheMiddleOfACommand) {
     return After::kEnd;
   });
   const std::string endless(std::size_t{16} << 20, 'x');
-  EXPECT_FALSE(live.window().core().session.SendCommand(endless));
+  EXPECT_EQ(live.window().core().session.SendCommand(endless), terminal::Sent::kWriteFailed);
   EXPECT_EQ(live.NewLines(), "Write error: " + Text(Status::kConnectionLost));
   ExpectReconnects(live);
 }
@@ -245,7 +245,7 @@ TEST_P(WindowFault, Row17AnInstrumentThatNoLongerReads) {
   live.Reconnect();
   live.NewLines();
   const std::string endless(std::size_t{16} << 20, 'x');
-  EXPECT_FALSE(live.window().core().session.SendCommand(endless));
+  EXPECT_EQ(live.window().core().session.SendCommand(endless), terminal::Sent::kWriteFailed);
   EXPECT_EQ(live.NewLines(), "Write error: " + Text(Status::kWriteTimeout));
   live.instrument().Calm();
   ExpectReconnects(live);

@@ -9,7 +9,7 @@
 #include "script/run_bench.h"
 #include "script/script_core.h"
 #include "terminal/connect_bench.h"
-#include "terminal/session.h"
+#include "terminal/exchange.h"
 
 namespace kolvane::script {
 
@@ -69,10 +69,11 @@ class ListRun {
   terminal::ConnectCommands connect_{
       device_, device_state_, output_, prompt_, view_, {.description = [] { return std::string("TCP/IP"); }}};
   terminal::Session session_{device_, device_state_, state_, output_, connect_};
+  terminal::Exchange exchange_{session_, state_.options, output_, clock_, ","};
   SharedLog script_log_{log_};
   FakeRunHost host_;
-  ScriptCore core_{{script_, state_, device_state_, session_, output_, pane_, libraries_, clock_, prompt_,
-                    script_log_, host_, ","}};
+  ScriptCore core_{
+      {script_, state_, device_state_, exchange_, pane_, libraries_, prompt_, script_log_, host_}};
   bool loaded_ = false;
 };
 

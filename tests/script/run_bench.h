@@ -57,10 +57,10 @@ struct RunBench : terminal::SessionBench {
   device::FakePortLibrary library;
   device::FakePortLibrarySource libraries{&library};
   terminal::FakeClock clock;
+  terminal::Exchange exchange{session, state.options, output, clock, ","};
   FakeScriptLog script_log;
   FakeRunHost host;
-  ScriptCore core{
-      {script, state, device_state, session, output, pane, libraries, clock, prompt, script_log, host, ","}};
+  ScriptCore core{{script, state, device_state, exchange, pane, libraries, prompt, script_log, host}};
 };
 
 }  // namespace kolvane::script

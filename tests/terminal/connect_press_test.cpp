@@ -18,8 +18,8 @@ TEST_F(ConnectPressTest, ConnectsAndDisconnectsInTurn) {
   EXPECT_FALSE(device_state.connected);
   EXPECT_EQ(Button(), "0 21 Verbindung aufbauen");
   EXPECT_EQ(pane.lines, (Lines{kConnectedLine, kDisconnectedLine}));
-  EXPECT_EQ(pane.colors, (std::vector<Color>{kNoColor, kNoColor}));
-  EXPECT_EQ(view.changes, 4);
+  EXPECT_EQ(pane.kinds, (std::vector{LineKind::kNotice, LineKind::kNotice}));
+  EXPECT_EQ(view.changes, 2);
 }
 
 TEST_F(ConnectPressTest, AFailedConnectLeavesTheButton) {

@@ -31,7 +31,8 @@ class InteractiveSendTest : public testing::Test, protected SessionBench {
   FakeClock clock;
   FakeRecorder recorder;
   FakeCommandBox box;
-  InteractiveSend interactive{session, state.options, output, clock, recorder, box, ","};
+  Exchange exchange{session, state.options, output, clock, ","};
+  InteractiveSend interactive{exchange, recorder, box};
 };
 
 TEST_F(InteractiveSendTest, AnEmptyCommandDoesNothing) {
@@ -50,7 +51,7 @@ TEST_F(InteractiveSendTest, SendsEchoesAndAnswersInThisOrder) {
   EXPECT_EQ(device.calls, (Lines{"ClearLastError", "Write MSV?1,1|\\n|0", "LastError", "ClearLastError",
                                  "SetTimeout 3000", "ReadText \\r\\n 16000", "LastError"}));
   EXPECT_EQ(pane.text, "\r\nMSV?1,1\r\n12.5");
-  EXPECT_EQ(pane.colors, (std::vector<Color>{255, 0}));
+  EXPECT_EQ(pane.kinds, (std::vector{LineKind::kCommand, LineKind::kAnswer}));
   EXPECT_EQ(box.entries, Lines{"MSV?1,1"});
 }
 
@@ -142,7 +143,7 @@ TEST_F(InteractiveSendTest, ARestartDisconnectsAndReadsNothing) {
   EXPECT_EQ(pane.lines,
             (Lines{"*RST", "20.11.2026 08:05:09  Verbindung getrennt von TCP/IP: 10.0.0.7, Port 7",
                    "Geräte Restart ausgeführt - die Verbindung wurde getrennt"}));
-  EXPECT_EQ(pane.colors, (std::vector<Color>{255, 0, 0}));
+  EXPECT_EQ(pane.kinds, (std::vector{LineKind::kCommand, LineKind::kNotice, LineKind::kNotice}));
   EXPECT_FALSE(device_state.connected);
 }
 

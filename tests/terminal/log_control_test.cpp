@@ -47,7 +47,7 @@ TEST_F(LogControlTest, StartsWithoutALog) {
 
 TEST_F(LogControlTest, OpeningShowsThePathAndRecordsNothing) {
   log_.OpenLog(path_);
-  output_.AddLine("not recorded");
+  output_.AddLine(LineKind::kAnswer, "not recorded");
   EXPECT_TRUE(log_.IsOpen());
   EXPECT_EQ(log_.StatusText(), "Logdatei: " + path_);
   EXPECT_EQ(Button(), kOff);
@@ -60,12 +60,12 @@ TEST_F(LogControlTest, RecordsBetweenTwoPresses) {
   log_.OpenLog(path_);
   log_.PressRecord();
   EXPECT_EQ(Button(), kOn);
-  output_.AddLine("Größe", kCommandColor);
-  output_.AddLine("");
+  output_.AddLine(LineKind::kCommand, "Größe");
+  output_.AddLine(LineKind::kAnswer, "");
   EXPECT_EQ(base::ReadBytes(path_), "Gr\xF6\xDF\x65\r\n\r\n");
   log_.PressRecord();
   EXPECT_EQ(Button(), kOff);
-  output_.AddLine("not recorded");
+  output_.AddLine(LineKind::kAnswer, "not recorded");
   EXPECT_EQ(base::ReadBytes(path_), "Gr\xF6\xDF\x65\r\n\r\n");
 }
 
@@ -73,7 +73,7 @@ TEST_F(LogControlTest, AppendsToWhatTheFileHolds) {
   base::WriteBytes(path_, "old\r\n");
   log_.OpenLog(path_);
   log_.PressRecord();
-  output_.AddLine("new");
+  output_.AddLine(LineKind::kAnswer, "new");
   EXPECT_EQ(base::ReadBytes(path_), "old\r\nnew\r\n");
 }
 
@@ -118,7 +118,7 @@ TEST_F(LogControlTest, APressWithoutALogChangesNothing) {
 TEST_F(LogControlTest, TheFlagSetByOthersLeavesTheButtonAlone) {
   log_.OpenLog(path_);
   flags_.log_recording = true;
-  output_.AddLine("recorded");
+  output_.AddLine(LineKind::kAnswer, "recorded");
   EXPECT_EQ(Button(), kOff);
   EXPECT_EQ(base::ReadBytes(path_), "recorded\r\n");
 }
@@ -167,8 +167,8 @@ TEST_F(LogControlTest, NamesThatAreNoFileAreTold) {
 TEST_F(LogControlTest, AFullDiskGivesOneMessageAndTheSessionGoesOn) {
   log_.OpenLog("/dev/full");
   log_.PressRecord();
-  output_.AddLine("one");
-  output_.AddLine("two");
+  output_.AddLine(LineKind::kAnswer, "one");
+  output_.AddLine(LineKind::kAnswer, "two");
   EXPECT_EQ(prompt_.errors,
             Lines{"Die Logdatei „/dev/full“ kann nicht geschrieben werden: Der Datenträger ist voll"});
   EXPECT_EQ(pane_.lines, (Lines{"one", "two"}));
@@ -181,9 +181,9 @@ TEST_F(LogControlTest, AFileAtItsLimitDoesNotEndTheProgram) {
   const base::SmallFiles small(8);
   log_.OpenLog(path_);
   log_.PressRecord();
-  output_.AddLine("123456");
+  output_.AddLine(LineKind::kAnswer, "123456");
   EXPECT_TRUE(prompt_.errors.empty());
-  output_.AddLine("7");
+  output_.AddLine(LineKind::kAnswer, "7");
   EXPECT_EQ(prompt_.errors,
             Lines{"Die Logdatei „" + path_ + "“ kann nicht geschrieben werden: Die Datei würde zu groß"});
   EXPECT_EQ(base::ReadBytes(path_), "123456\r\n");
@@ -196,14 +196,14 @@ TEST_F(LogControlTest, WhatHappensDuringTheMessageFindsNoLog) {
   Output output(flags_, pane_, log);
   prompt.at_error = [&] {
     EXPECT_FALSE(log.IsOpen());
-    output.AddLine("meanwhile");
+    output.AddLine(LineKind::kAnswer, "meanwhile");
     log.CloseLog();
     log.OpenLog(path_);
   };
   log.OpenLog("/dev/full");
   log.PressRecord();
-  output.AddLine("failing");
-  output.AddLine("after");
+  output.AddLine(LineKind::kAnswer, "failing");
+  output.AddLine(LineKind::kAnswer, "after");
   EXPECT_EQ(prompt.errors.size(), 1u);
   EXPECT_EQ(pane_.lines, (Lines{"failing", "meanwhile", "after"}));
   EXPECT_EQ(log.StatusText(), "Logdatei: " + path_);

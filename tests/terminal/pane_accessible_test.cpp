@@ -56,7 +56,7 @@ TEST_F(PaneAccessible, IsAnEditableText) {
 }
 
 TEST_F(PaneAccessible, CountsUtf16UnitsWithOneForABreak) {
-  pane_.AppendLine("ä\U0001F600b", kNoColor);
+  pane_.AppendLine(LineKind::kAnswer, "ä\U0001F600b");
   EXPECT_EQ(text_->characterCount(), 5);
   EXPECT_EQ(text_->text(0, 5), QStringLiteral("\nä\U0001F600b"));
   EXPECT_EQ(text_->text(4, 5), QStringLiteral("b"));
@@ -101,8 +101,8 @@ TEST_F(PaneAccessible, EditsThroughTheEditableText) {
 TEST_F(PaneAccessible, TellsColorsAndFont) {
   pane_.setTextColor(Qt::black);
   pane_.setBackgroundColor(Qt::white);
-  pane_.AppendLine("*IDN?", kCommandColor);
-  pane_.AppendLine("answer", kNoColor);
+  pane_.AppendLine(LineKind::kCommand, "*IDN?");
+  pane_.AppendLine(LineKind::kAnswer, "answer");
   int begin = -1;
   int end = -1;
   EXPECT_EQ(text_->attributes(3, &begin, &end),
@@ -201,17 +201,17 @@ class PaneAnnouncements : public testing::Test {
 };
 
 TEST_F(PaneAnnouncements, LinesAreAnnouncedTogether) {
-  pane_.AppendLine("a", kNoColor);
-  pane_.AppendLine("b", kNoColor);
+  pane_.AppendLine(LineKind::kAnswer, "a");
+  pane_.AppendLine(LineKind::kAnswer, "b");
   EXPECT_TRUE(announcer_.sent.empty());
   pane_.Flush();
-  pane_.AppendText("c\r\n", 1);
+  pane_.AppendText(LineKind::kTime, "c\r\n", 1);
   pane_.Flush();
   EXPECT_EQ(announcer_.sent, (std::vector<std::string>{"+0:/a/b", "|4:", "+4:c/", "|5:"}));
 }
 
 TEST_F(PaneAnnouncements, EditsAreAnnouncedAfterTheLinesBefore) {
-  pane_.AppendLine("ab", kNoColor);
+  pane_.AppendLine(LineKind::kAnswer, "ab");
   QTest::keyClicks(&pane_, QStringLiteral("c"));
   QTest::keyClick(&pane_, Qt::Key_Left);
   pane_.Select(1, 3);
@@ -223,7 +223,7 @@ TEST_F(PaneAnnouncements, EditsAreAnnouncedAfterTheLinesBefore) {
 
 TEST_F(PaneAnnouncements, NothingIsAnnouncedWhileNobodyListens) {
   QAccessible::setActive(false);
-  pane_.AppendLine("a", kNoColor);
+  pane_.AppendLine(LineKind::kAnswer, "a");
   pane_.Select(0, 1);
   pane_.Clear();
   EXPECT_TRUE(announcer_.sent.empty());

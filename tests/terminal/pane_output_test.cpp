@@ -14,8 +14,10 @@ class TextPane : public Pane {
   PaneText text;
   int refreshes = 0;
 
-  void AppendLine(std::string_view line, Color color) override { text.AppendLine(line, color); }
-  void AppendText(std::string_view added, int back) override { text.AppendText(added, back); }
+  void AppendLine(LineKind kind, std::string_view line) override {
+    text.AppendLine(line, kind == LineKind::kCommand ? kCommandColor : kNoColor);
+  }
+  void AppendText(LineKind, std::string_view added, int back) override { text.AppendText(added, back); }
   void Clear() override { text.SetText(""); }
   void Refresh() override { ++refreshes; }
 };
@@ -36,15 +38,15 @@ class OutputTest : public testing::Test {
 };
 
 TEST_F(OutputTest, ShowsALineAndRefreshesOnce) {
-  output_.AddLine("a");
-  output_.AddLine("b", kCommandColor);
+  output_.AddLine(LineKind::kAnswer, "a");
+  output_.AddLine(LineKind::kCommand, "b");
   EXPECT_EQ(Colors(pane_.text), "0:/a/ 255:b");
   EXPECT_EQ(pane_.refreshes, 2);
 }
 
 TEST_F(OutputTest, SilenceStopsPaneAndLog) {
   flags_ = {true, true};
-  output_.AddLine("a");
+  output_.AddLine(LineKind::kAnswer, "a");
   EXPECT_EQ(State(pane_.text), "|");
   EXPECT_EQ(pane_.refreshes, 0);
   EXPECT_TRUE(log_.lines.empty());
@@ -52,18 +54,18 @@ TEST_F(OutputTest, SilenceStopsPaneAndLog) {
 
 TEST_F(OutputTest, SilenceDoesNotStopTextPutInDirectly) {
   flags_.SilentMode = true;
-  output_.AppendText("(dt = 1 ms)\r\n", 1);
+  output_.AppendText(LineKind::kTime, "(dt = 1 ms)\r\n", 1);
   EXPECT_EQ(State(pane_.text), "(dt = 1 ms)|/");
 }
 
 TEST_F(OutputTest, LogsOnlyWhileRecording) {
-  output_.AddLine("not logged");
+  output_.AddLine(LineKind::kAnswer, "not logged");
   flags_.log_recording = true;
-  output_.AddLine("logged", kCommandColor);
-  output_.AddLine("");
-  output_.AppendText("direct", 0);
+  output_.AddLine(LineKind::kCommand, "logged");
+  output_.AddLine(LineKind::kAnswer, "");
+  output_.AppendText(LineKind::kTime, "direct", 0);
   flags_.log_recording = false;
-  output_.AddLine("not logged either");
+  output_.AddLine(LineKind::kAnswer, "not logged either");
   EXPECT_EQ(log_.lines, (std::vector<std::string>{"logged", ""}));
 }
 

@@ -28,7 +28,7 @@ class PaneWindow : public testing::Test {
   std::string State() const { return terminal::State(pane_.text()); }
   std::string Colors() const { return terminal::Colors(pane_.text()); }
   void AppendLines(int count) {
-    for (int i = 1; i <= count; ++i) pane_.AppendLine("line " + std::to_string(i), kNoColor);
+    for (int i = 1; i <= count; ++i) pane_.AppendLine(LineKind::kAnswer, "line " + std::to_string(i));
     pane_.Flush();
   }
   QScrollBar& bar() { return *pane_.verticalScrollBar(); }

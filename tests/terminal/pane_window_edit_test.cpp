@@ -72,7 +72,7 @@ TEST_F(PaneWindow, CopyingNothingLeavesTheClipboard) {
 
 TEST_F(PaneWindow, CopyingAllHasLinesJustAdded) {
   AppendLines(2000);
-  pane_.AppendLine("last", kNoColor);
+  pane_.AppendLine(LineKind::kAnswer, "last");
   Key(Qt::Key_A, Qt::ControlModifier);
   pane_.copy();
   EXPECT_EQ(Clipboard(), pane_.plainText());
@@ -113,7 +113,7 @@ TEST_F(PaneWindow, TheSelectionColorCanBeSet) {
 TEST_F(PaneWindow, ReadOnlyTakesLinesButNoEdits) {
   EXPECT_FALSE(pane_.property("readOnly").toBool());
   pane_.setProperty("readOnly", true);
-  pane_.AppendLine("abc", kNoColor);
+  pane_.AppendLine(LineKind::kAnswer, "abc");
   QGuiApplication::clipboard()->setText(QStringLiteral("pasted"));
   pane_.Select(1, 2);
   Type("x");

@@ -17,14 +17,14 @@ TEST_F(PaneWindow, IsTheOutputPane) {
 }
 
 TEST_F(PaneWindow, PlainTextHasEveryLineAtOnce) {
-  pane_.AppendLine("a", kNoColor);
-  pane_.AppendLine("ä\r\nb", kCommandColor);
+  pane_.AppendLine(LineKind::kAnswer, "a");
+  pane_.AppendLine(LineKind::kCommand, "ä\r\nb");
   EXPECT_EQ(pane_.property("plainText").toString(), QStringLiteral("\na\nä\nb"));
   EXPECT_EQ(pane_.property("selectedText").toString(), QString());
 }
 
 TEST_F(PaneWindow, PlainTextIsWritable) {
-  pane_.AppendLine("red", kCommandColor);
+  pane_.AppendLine(LineKind::kCommand, "red");
   pane_.setProperty("plainText", QStringLiteral("new\r\ntext"));
   EXPECT_EQ(State(), "|new/text");
   EXPECT_EQ(Colors(), "0:new/text");
@@ -58,7 +58,7 @@ TEST_F(PaneWindow, FollowsNewLinesOnlyAtTheEnd) {
 }
 
 TEST_F(PaneWindow, TheScrollBarFollowsByItself) {
-  for (int i = 0; i < 100; ++i) pane_.AppendLine("line", kNoColor);
+  for (int i = 0; i < 100; ++i) pane_.AppendLine(LineKind::kAnswer, "line");
   EXPECT_TRUE(QTest::qWaitFor([this] { return bar().maximum() > 0 && StandsAtEnd(); }));
 }
 
@@ -78,9 +78,9 @@ TEST_F(PaneWindow, ALineAddedThroughOutputIsShown) {
   } log;
   OutputFlags flags;
   Output output(flags, pane_, log);
-  output.AddLine("*IDN?", kCommandColor);
-  output.AddLine("answer");
-  output.AppendText("(dt = 1 ms)\r\n", 1);
+  output.AddLine(LineKind::kCommand, "*IDN?");
+  output.AddLine(LineKind::kAnswer, "answer");
+  output.AppendText(LineKind::kTime, "(dt = 1 ms)\r\n", 1);
   EXPECT_EQ(State(), "/*IDN?/answer(dt = 1 ms)|/");
   EXPECT_EQ(Colors(), "0:/ 255:*IDN? 0:/answer(dt = 1 ms)/");
 }
@@ -110,8 +110,8 @@ class PanePicture : public PaneWindow {
 };
 
 TEST_F(PanePicture, EachLineIsPaintedInItsColor) {
-  pane_.AppendLine("MMMM", kCommandColor);
-  pane_.AppendLine("MMMM", kNoColor);
+  pane_.AppendLine(LineKind::kCommand, "MMMM");
+  pane_.AppendLine(LineKind::kAnswer, "MMMM");
   const QImage image = Picture();
   EXPECT_GT(Pixels(image, RowOf(1), Qt::red), 10);
   EXPECT_EQ(Pixels(image, RowOf(6), Qt::red), 0);
@@ -119,7 +119,7 @@ TEST_F(PanePicture, EachLineIsPaintedInItsColor) {
 }
 
 TEST_F(PanePicture, TextWithoutAColorFollowsThePanesOwn) {
-  pane_.AppendLine("MMMM", kNoColor);
+  pane_.AppendLine(LineKind::kAnswer, "MMMM");
   pane_.setTextColor(Qt::blue);
   pane_.setBackgroundColor(Qt::yellow);
   const QImage image = Picture();
@@ -142,7 +142,8 @@ TEST_F(PanePicture, TheSelectionHasItsOwnGround) {
 }
 
 TEST_F(PaneWindow, AWindowOfAnotherWidthKeepsTheTextAtItsTop) {
-  for (int i = 0; i < 100; ++i) pane_.AppendLine(std::string(100, static_cast<char>('a' + i % 26)), kNoColor);
+  for (int i = 0; i < 100; ++i)
+    pane_.AppendLine(LineKind::kAnswer, std::string(100, static_cast<char>('a' + i % 26)));
   pane_.Flush();
   bar().setValue(bar().maximum() / 2);
   const std::size_t top = pane_.RowAround(pane_.OffsetAt({0, 0})).begin;
@@ -170,7 +171,7 @@ TEST_F(PaneWindow, APaintAsksForNoFurtherPaint) {
   QElapsedTimer since;
   since.start();
   for (int turn = 0; turn < 1000; ++turn) {
-    pane_.AppendLine("line", kNoColor);
+    pane_.AppendLine(LineKind::kAnswer, "line");
     QCoreApplication::processEvents();
   }
   // One for the update and a few for each frame of 33 ms; a paint that asks for the next brings one each
@@ -187,7 +188,7 @@ TEST_F(PaneWindow, AnotherFontMakesOtherRows) {
 }
 
 TEST_F(PaneWindow, AMebibyteInOneLineIsWrappedAndShown) {
-  pane_.AppendLine(std::string(1 << 20, 'x'), kNoColor);
+  pane_.AppendLine(LineKind::kAnswer, std::string(1 << 20, 'x'));
   pane_.Flush();
   EXPECT_GT(bar().maximum(), 10000);
   EXPECT_TRUE(StandsAtEnd());

@@ -16,7 +16,7 @@ TEST_F(SessionAnswerTest, ReadsToTheTerminatorWithinTheTimeout) {
   EXPECT_TRUE(session.GetAnswer());
   EXPECT_EQ(device.calls, (Lines{"ClearLastError", "SetTimeout 3000", "ReadText \\r\\n 16000", "LastError"}));
   EXPECT_EQ(pane.lines, Lines{"12.5"});
-  EXPECT_EQ(pane.colors, std::vector<Color>{kNoColor});
+  EXPECT_EQ(pane.kinds, std::vector{LineKind::kAnswer});
   EXPECT_EQ(state.last_answer.text, "12.5");
 }
 

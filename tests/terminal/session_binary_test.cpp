@@ -19,7 +19,7 @@ TEST_F(SessionAutoTest, ReadsByteByByteToTheFirstGap) {
   EXPECT_EQ(device.calls, (Lines{"ClearLastError", "SetTimeout 3000", "ReadBinary 1", "LastError",
                                  "SetTimeout 50", "ReadBinary 1", "LastError", "ReadBinary 1", "LastError"}));
   EXPECT_EQ(pane.lines, Lines{"OK"});
-  EXPECT_EQ(pane.colors, std::vector<Color>{kNoColor});
+  EXPECT_EQ(pane.kinds, std::vector{LineKind::kAnswer});
   EXPECT_EQ(state.last_answer.text, "OK");
 }
 

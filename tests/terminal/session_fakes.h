@@ -12,17 +12,18 @@ namespace kolvane::terminal {
 
 using Lines = std::vector<std::string>;
 
-/// Keeps the pane's text with its line breaks, and each line with its colour.
+/// Keeps the pane's text with its line breaks, and each line with its kind.
 class FakePane final : public Pane {
  public:
-  void AppendLine(std::string_view line, Color color) override {
+  void AppendLine(LineKind kind, std::string_view line) override {
     text += "\r\n" + std::string(line);
     lines.emplace_back(line);
-    colors.push_back(color);
+    kinds.push_back(kind);
     caret_back = 0;
   }
-  void AppendText(std::string_view appended, int back) override {
+  void AppendText(LineKind kind, std::string_view appended, int back) override {
     text += appended;
+    text_kinds.push_back(kind);
     caret_back = back;
   }
   void Clear() override { text.clear(); }
@@ -30,7 +31,8 @@ class FakePane final : public Pane {
 
   std::string text;
   std::vector<std::string> lines;
-  std::vector<Color> colors;
+  std::vector<LineKind> kinds;
+  std::vector<LineKind> text_kinds;
   int caret_back = 0;
   int refreshed = 0;
 };

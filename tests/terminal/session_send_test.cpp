@@ -8,7 +8,7 @@ namespace {
 class SessionSendTest : public testing::Test, protected SessionBench {};
 
 TEST_F(SessionSendTest, ClearsWritesAndAsksForTheError) {
-  EXPECT_TRUE(session.SendCommand("MSV?1,1"));
+  EXPECT_EQ(session.SendCommand("MSV?1,1"), Sent::kWritten);
   EXPECT_EQ(device.calls, (Lines{"ClearLastError", "Write MSV?1,1|\\n|0", "LastError"}));
   EXPECT_EQ(pane.text, "");
 }
@@ -32,7 +32,7 @@ TEST_F(SessionSendTest, ShowsAWriteErrorPastSilentModeAndLog) {
   pane.text = "\r\nIDN?";
   pane.caret_back = 3;
   device.write_result = {-7, "Leitung tot"};
-  EXPECT_FALSE(session.SendCommand("MSV?"));
+  EXPECT_EQ(session.SendCommand("MSV?"), Sent::kWriteFailed);
   EXPECT_EQ(pane.text, "\r\nIDN?\r\nWrite error: Leitung tot");
   EXPECT_EQ(pane.caret_back, 0);
   EXPECT_EQ(log.lines, Lines{});
@@ -40,7 +40,7 @@ TEST_F(SessionSendTest, ShowsAWriteErrorPastSilentModeAndLog) {
 
 TEST_F(SessionSendTest, ConnectsOnceWhenNotConnected) {
   device_state.connected = false;
-  EXPECT_TRUE(session.SendCommand("IDN?"));
+  EXPECT_EQ(session.SendCommand("IDN?"), Sent::kWritten);
   EXPECT_EQ(device.calls, (Lines{"ClearLastError", "Open", "LastError", "ClearLastError", "Write IDN?|\\n|0",
                                  "LastError"}));
   EXPECT_EQ(pane.lines, Lines{"20.11.2026 08:05:09  Verbindung hergestellt mit TCP/IP: 10.0.0.7, Port 7"});
@@ -49,7 +49,7 @@ TEST_F(SessionSendTest, ConnectsOnceWhenNotConnected) {
 TEST_F(SessionSendTest, DropsTheCommandWhenConnectingFails) {
   device_state.connected = false;
   device.open_result = {-2, "-2"};
-  EXPECT_FALSE(session.SendCommand("IDN?"));
+  EXPECT_EQ(session.SendCommand("IDN?"), Sent::kNotConnected);
   EXPECT_EQ(device.CountCalls("Open"), 1u);
   EXPECT_EQ(device.CountCalls("Write"), 0u);
   EXPECT_EQ(prompt.errors, Lines{"Fehler beim Verbindungsaufbau: -2 (-2)"});
@@ -61,7 +61,7 @@ TEST_F(SessionSendTest, DropsTheCommandWhenTheButtonWouldDisconnect) {
   connect.Press();
   connect.Disconnect();
   device.calls.clear();
-  EXPECT_FALSE(session.SendCommand("IDN?"));
+  EXPECT_EQ(session.SendCommand("IDN?"), Sent::kNotConnected);
   EXPECT_EQ(device.calls, (Lines{"ClearLastError", "Close", "LastError"}));
   EXPECT_EQ(connect.button().tag, 0);
 }

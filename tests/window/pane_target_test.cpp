@@ -17,7 +17,7 @@ class PaneTargetTest : public WindowFixture {
 };
 
 TEST_F(PaneTargetTest, SavesTheWholeTextAndALineEnd) {
-  AddLine("Größe", terminal::kCommandColor);
+  AddLine("Größe", LineKind::kCommand);
   AddLine("5 €");
   for (const char* item : {"mnuSaveTerminal", "mnuSaveAs"}) {
     std::filesystem::remove(file_);
@@ -69,7 +69,7 @@ TEST_F(PaneTargetTest, AFullDiskIsTold) {
 }
 
 TEST_F(PaneTargetTest, ATextFileTakesThePlaceOfTheText) {
-  AddLine("before", terminal::kCommandColor);
+  AddLine("before", LineKind::kCommand);
   const std::string name = folder_.Path("a.TXT");
   base::WriteBytes(name, std::string("Gr\xF6\xDF\x65\r\n\0end\r\n", 13));
   for (const char* item : {"mnuOpenTextFile", "mnuOpen"}) {
@@ -114,7 +114,7 @@ TEST_F(PaneTargetTest, ACancelledOrFailedLoadLeavesTheText) {
 }
 
 TEST_F(PaneTargetTest, PrintsToAPdfFileWhereThereIsNoPrinter) {
-  AddLine("command", terminal::kCommandColor);
+  AddLine("command", LineKind::kCommand);
   for (const char* item : {"TB_PRINT", "mnuPrintTermWindow", "mnuPrint"}) {
     const std::string name = folder_.Path(std::string(item) + ".PDF");
     ChooseFile(name);

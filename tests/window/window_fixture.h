@@ -40,8 +40,8 @@ class WindowFixture : public testing::Test, protected WindowRecords {
   bool Enabled(const char* key) { return Find<QAction>(key)->isEnabled(); }
   terminal::OutputPane* Pane() { return Find<terminal::OutputPane>("TermWin"); }
   QString PaneText() { return Pane()->plainText(); }
-  void AddLine(const std::string& line, terminal::Color color = terminal::kNoColor) {
-    window_.core().output.AddLine(line, color);
+  void AddLine(const std::string& line, LineKind kind = LineKind::kAnswer) {
+    window_.core().output.AddLine(kind, line);
   }
 
   /// Hands the next modal dialog, which must be of that class, to `answer`.

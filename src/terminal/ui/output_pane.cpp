@@ -44,13 +44,13 @@ OutputPane::OutputPane(QWidget* parent, std::unique_ptr<PaneAnnouncer> announcer
   since_frame_.start();
 }
 
-void OutputPane::AppendLine(std::string_view line, Color color) {
+void OutputPane::AppendLine(LineKind kind, std::string_view line) {
   NoteAppended(text_.Length());
-  text_.AppendLine(line, color);
+  text_.AppendLine(line, kind == LineKind::kCommand ? kCommandColor : kNoColor);
   Changed();
 }
 
-void OutputPane::AppendText(std::string_view text, int back) {
+void OutputPane::AppendText(LineKind, std::string_view text, int back) {
   NoteAppended(text_.Length());
   text_.AppendText(text, back);
   Changed();

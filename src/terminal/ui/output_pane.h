@@ -28,8 +28,8 @@ class OutputPane : public QAbstractScrollArea, public Pane {
   explicit OutputPane(QWidget* parent = nullptr,
                       std::unique_ptr<PaneAnnouncer> announcer = std::make_unique<PaneAnnouncer>());
 
-  void AppendLine(std::string_view line, Color color) override;
-  void AppendText(std::string_view text, int back) override;
+  void AppendLine(LineKind kind, std::string_view line) override;
+  void AppendText(LineKind kind, std::string_view text, int back) override;
   void Clear() override;
   /// Shows what has come, at once where the last time is a frame ago or longer, else when the frame is over.
   void Refresh() override;

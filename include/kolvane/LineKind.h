@@ -1,0 +1,16 @@
+#pragma once
+
+#include <cstdint>
+
+namespace kolvane {
+
+/// What a line of the output is.
+enum class LineKind : std::uint8_t {
+  kCommand,  ///< a command that was sent
+  kAnswer,   ///< the device's answer to it
+  kNotice,   ///< the terminal's own word: connected, disconnected, input flushed, exchange ended
+  kError,    ///< why a command was not written, or why no answer came
+  kTime      ///< the response time of the answer before it
+};
+
+}  // namespace kolvane

@@ -1,0 +1,55 @@
+#include "terminal/exchange.h"
+
+#include <utility>
+
+#include "base/number.h"
+#include "terminal/texts.h"
+
+namespace kolvane::terminal {
+
+Exchange::Exchange(Session& session, const Options& options, Output& output, const base::Clock& clock,
+                   std::string decimal_sign)
+    : session_(session),
+      options_(options),
+      output_(output),
+      clock_(clock),
+      decimal_sign_(std::move(decimal_sign)) {}
+
+ExchangeResult Exchange::Run(std::string_view command, Sender sender) {
+  ExchangeResult result;
+  const double start = Start(sender);
+  result.sent = session_.SendCommand(command);
+  if (options_.show_commands) output_.AddLine(LineKind::kCommand, command);
+  const PostSendRule rule = session_.PostSendCheck(command);
+  if (!rule.continues) {
+    result.ended_by_word = true;
+    output_.AddLine(LineKind::kNotice, rule.message);
+    return result;
+  }
+  result.answered = session_.GetAnswer();
+  if (options_.show_response_times) ShowTime(start, sender);
+  return result;
+}
+
+// For the user one option decides whether the start is taken and the other whether a time is shown: with only
+// the latter, the time shown is the end itself.
+double Exchange::Start(Sender sender) const {
+  const bool taken = sender == Sender::kUser ? options_.show_commands : options_.show_response_times;
+  return taken ? Milliseconds(sender) : 0;
+}
+
+// Single precision makes the user's times coarser the longer the clock has run.
+double Exchange::Milliseconds(Sender sender) const {
+  if (sender == Sender::kList) return clock_.Seconds() * 1000.0;
+  return static_cast<double>(static_cast<float>(clock_.Seconds()) * 1000.0f);
+}
+
+void Exchange::ShowTime(double start, Sender sender) {
+  const double elapsed = Milliseconds(sender) - start;
+  const bool user = sender == Sender::kUser;
+  const std::string text = user ? base::SingleText(static_cast<float>(elapsed), decimal_sign_)
+                                : base::DoubleText(elapsed, decimal_sign_);
+  output_.AppendText(LineKind::kTime, texts::ResponseTime(text), user ? 1 : 0);
+}
+
+}  // namespace kolvane::terminal

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "base/clock.h"
+#include "terminal/output.h"
+#include "terminal/session.h"
+#include "terminal/terminal_state.h"
+
+namespace kolvane::terminal {
+
+/// Who sends a command; it decides how the response time is measured.
+enum class Sender {
+  kUser,  ///< single precision; the start is only taken while commands are shown
+  kList   ///< double precision
+};
+
+/// How one exchange went.
+struct ExchangeResult {
+  Sent sent = Sent::kWritten;
+  bool ended_by_word = false;  ///< a word in the command ended the exchange: no answer was read
+  bool answered = false;
+
+  bool Failed() const { return sent != Sent::kWritten || !(answered || ended_by_word); }
+};
+
+/// One command and its answer: send, echo, check for a word that ends the exchange, read, time. The command
+/// line, the command list and runs without a window all exchange through this.
+class Exchange {
+ public:
+  /// `decimal_sign` stands in the response times.
+  Exchange(Session& session, const Options& options, Output& output, const base::Clock& clock,
+           std::string decimal_sign);
+
+  /// Throws what Session::GetAnswer throws, once the command has been sent and echoed.
+  ExchangeResult Run(std::string_view command, Sender sender);
+
+ private:
+  double Start(Sender sender) const;
+  double Milliseconds(Sender sender) const;
+  void ShowTime(double start, Sender sender);
+
+  Session& session_;
+  const Options& options_;
+  Output& output_;
+  const base::Clock& clock_;
+  std::string decimal_sign_;
+};
+
+}  // namespace kolvane::terminal

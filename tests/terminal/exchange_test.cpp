@@ -1,0 +1,88 @@
+#include "terminal/exchange.h"
+
+#include <gtest/gtest.h>
+
+#include "terminal/session_bench.h"
+
+namespace kolvane::terminal {
+namespace {
+
+class ExchangeTest : public testing::Test, protected SessionBench {
+ protected:
+  /// The time shown after an answer that takes the clock from `start` to `end`, seconds.
+  std::string TimeShown(Sender sender, double start, double end) {
+    state.options.show_response_times = true;
+    clock.seconds = {start, end};
+    clock.asked = 0;
+    device.text_answers = {"1\r\n"};
+    pane.text.clear();
+    exchange.Run("A?", sender);
+    return pane.text.substr(pane.text.find('('));
+  }
+
+  FakeClock clock;
+  Exchange exchange{session, state.options, output, clock, ","};
+};
+
+TEST_F(ExchangeTest, TellsEachLineAsWhatItIs) {
+  state.options.show_response_times = true;
+  device.text_answers = {"1\r\n"};
+  const ExchangeResult result = exchange.Run("A?", Sender::kList);
+  EXPECT_FALSE(result.Failed());
+  EXPECT_EQ(pane.kinds, (std::vector{LineKind::kCommand, LineKind::kAnswer}));
+  EXPECT_EQ(pane.text_kinds, std::vector{LineKind::kTime});
+}
+
+TEST_F(ExchangeTest, AnAnswerThatDoesNotComeIsAnError) {
+  const ExchangeResult result = exchange.Run("A?", Sender::kList);
+  EXPECT_TRUE(result.Failed());
+  EXPECT_EQ(result.sent, Sent::kWritten);
+  EXPECT_EQ(pane.kinds, (std::vector{LineKind::kCommand, LineKind::kError}));
+}
+
+TEST_F(ExchangeTest, ACommandThatIsNotWrittenIsAnErrorPastTheLines) {
+  device.write_result = {-7, "Leitung tot"};
+  device.text_answers = {"late\r\n"};
+  const ExchangeResult result = exchange.Run("A?", Sender::kList);
+  EXPECT_EQ(result.sent, Sent::kWriteFailed);
+  EXPECT_TRUE(result.Failed());
+  EXPECT_EQ(pane.text_kinds, std::vector{LineKind::kError});
+}
+
+TEST_F(ExchangeTest, WithoutAConnectionTheCommandIsDropped) {
+  device_state.connected = false;
+  device.open_result = {-22, "abgelehnt"};
+  EXPECT_EQ(exchange.Run("A?", Sender::kList).sent, Sent::kNotConnected);
+}
+
+TEST_F(ExchangeTest, AWordThatEndsItIsANoticeAndNoFailure) {
+  const ExchangeResult result = exchange.Run("STP", Sender::kList);
+  EXPECT_TRUE(result.ended_by_word);
+  EXPECT_FALSE(result.Failed());
+  EXPECT_EQ(pane.kinds, (std::vector{LineKind::kCommand, LineKind::kNotice}));
+}
+
+TEST_F(ExchangeTest, TheUsersTimesAreOfSinglePrecision) {
+  EXPECT_EQ(TimeShown(Sender::kUser, 0, 0.0035), "(dt = 3,5 ms)\r\n");
+  EXPECT_EQ(TimeShown(Sender::kUser, 100000, 100000.001), "(dt = 0 ms)\r\n");
+  EXPECT_EQ(TimeShown(Sender::kUser, 100000, 100000.005), "(dt = 8 ms)\r\n");
+  EXPECT_EQ(pane.caret_back, 1);
+}
+
+TEST_F(ExchangeTest, TheListsTimesAreOfDoublePrecision) {
+  EXPECT_EQ(TimeShown(Sender::kList, 100000, 100000.5), "(dt = 500 ms)\r\n");
+  EXPECT_EQ(pane.caret_back, 0);
+}
+
+TEST_F(ExchangeTest, TheListNeedsOnlyTheOptionOfTheTimes) {
+  state.options.show_commands = false;
+  EXPECT_EQ(TimeShown(Sender::kList, 2, 2.25), "(dt = 250 ms)\r\n");
+}
+
+TEST_F(ExchangeTest, WithoutCommandsTheUserIsShownTheEndItself) {
+  state.options.show_commands = false;
+  EXPECT_EQ(TimeShown(Sender::kUser, 2, 2), "(dt = 2000 ms)\r\n");
+}
+
+}  // namespace
+}  // namespace kolvane::terminal
