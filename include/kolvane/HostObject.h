@@ -80,8 +80,8 @@ class KOLVANE_EXPORT IoObject {
   ///     8  device address
   ///     9  IP address or USB serial number, a text
   ///
-  /// Numbers have 16 bits but for the baud rate; any Variant that converts will do. One that does not makes
-  /// OpenTerminal throw RuntimeError.
+  /// Numbers have 16 bits but for the baud rate; any Variant that converts will do. One that does not, a
+  /// `Value` left as nothing for one, makes OpenTerminal throw RuntimeError.
   virtual void GetDeviceProperty(std::int16_t& DevIdx, std::int16_t& Number, Variant& Value);
 };
 
@@ -107,11 +107,12 @@ class KOLVANE_EXPORT HostObject {
   virtual void FlushInQ(std::int32_t& Count);
   /// Puts the port kind (as property 2 of IoObject::GetDeviceProperty) into `Kind`, and into `Address` a text
   /// for kinds 100 (IP address, its port is shown as 7) and 200 (USB serial number), a 16-bit number
-  /// otherwise. A value that does not convert makes OpenTerminal throw RuntimeError.
+  /// otherwise. A value that does not convert or is left as nothing makes OpenTerminal throw RuntimeError.
   virtual void GetDeviceInfo(Variant& Kind, Variant& Address);
 
   /// How the last operation ended: negative for a failure, whatever number it is. Both modes ask after an
-  /// operation; a number beyond 16 bits is taken for the nearest one within.
+  /// operation; a number beyond 16 bits is taken for the nearest one within, and what is no number, nothing
+  /// included, is a failure.
   virtual Variant LastError();
   /// Called with 0 before an operation that is to be judged.
   virtual void SetLastError(std::int16_t Code);

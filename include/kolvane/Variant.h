@@ -30,7 +30,7 @@ class KOLVANE_EXPORT Variant {
   bool empty() const { return std::holds_alternative<std::monostate>(value_); }
 
   /// Numbers are rounded half to even; true is -1; a text must be a whole number text ("7", " 12.5 ");
-  /// nothing is 0.
+  /// nothing and bytes are a type mismatch.
   std::int16_t ToInt16() const;
   std::int32_t ToInt32() const;
   /// Numbers in plain decimal, Booleans as "-1" and "0", bytes read as Windows-1252, nothing as the empty

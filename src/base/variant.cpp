@@ -14,7 +14,6 @@ double Number(const std::variant<std::monostate, bool, std::int32_t, double, std
   return std::visit(
       [](const auto& held) -> double {
         using Held = std::decay_t<decltype(held)>;
-        if constexpr (std::is_same_v<Held, std::monostate>) return 0;
         if constexpr (std::is_same_v<Held, bool>) return held ? -1 : 0;
         if constexpr (std::is_arithmetic_v<Held>) return static_cast<double>(held);
         if constexpr (std::is_same_v<Held, std::string>) {

@@ -35,6 +35,12 @@ Variant ValueOf(const device::DeviceState& state, std::int16_t number) {
   return value;
 }
 
+// Nothing is an empty text elsewhere, but no address.
+std::string AddressText(const Variant& value) {
+  if (value.empty()) throw base::RuntimeError(base::RuntimeError::Kind::kTypeMismatch);
+  return value.ToText();
+}
+
 void ReadByIndex(const device::DeviceState& state, device::ConnectionParameters& p) {
   const auto property = [&](Property number) { return ValueOf(state, number); };
   p.port_code = property(kPortKind).ToInt16();
@@ -44,10 +50,10 @@ void ReadByIndex(const device::DeviceState& state, device::ConnectionParameters&
   p.data_bits = property(kDataBits).ToInt16();
   p.stop_bits = property(kStopBits).ToInt16();
   if (p.port_code == code::kTcpIp) {
-    p.ip_address = property(kNetworkAddress).ToText();
+    p.ip_address = AddressText(property(kNetworkAddress));
     p.ip_port = p.data_bits == 8 ? kStandardIpPort : p.data_bits;
   } else if (p.port_code == code::kUsb) {
-    p.usb_address = property(kNetworkAddress).ToText();
+    p.usb_address = AddressText(property(kNetworkAddress));
   } else {
     p.address = property(kAddress).ToInt16();
   }
@@ -59,10 +65,10 @@ void ReadSingle(const device::DeviceState& state, device::ConnectionParameters& 
   Host(state).GetDeviceInfo(kind, address);
   p.port_code = kind.ToInt16();
   if (p.port_code == code::kTcpIp) {
-    p.ip_address = address.ToText();
+    p.ip_address = AddressText(address);
     p.ip_port = kStandardIpPort;
   } else if (p.port_code == code::kUsb) {
-    p.usb_address = address.ToText();
+    p.usb_address = AddressText(address);
   } else {
     p.address = address.ToInt16();
   }

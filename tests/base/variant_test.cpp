@@ -6,7 +6,6 @@ namespace kolvane {
 namespace {
 
 TEST(Variant, ConvertsToNumbers) {
-  EXPECT_EQ(Variant().ToInt16(), 0);
   EXPECT_EQ(Variant(true).ToInt16(), -1);
   EXPECT_EQ(Variant(2.5).ToInt32(), 2);
   EXPECT_EQ(Variant("100").ToInt16(), 100);
@@ -15,6 +14,9 @@ TEST(Variant, ConvertsToNumbers) {
 TEST(Variant, RefusesWhatIsNoNumber) {
   EXPECT_THROW(Variant("zwei").ToInt16(), RuntimeError);
   EXPECT_THROW(Variant(Bytes{1}).ToInt32(), RuntimeError);
+  EXPECT_THROW(Variant().ToInt16(), RuntimeError);
+  EXPECT_THROW(Variant().ToInt32(), RuntimeError);
+  EXPECT_THROW(Variant().ToBool(), RuntimeError);
   EXPECT_EQ(Variant(32767).ToInt16(), 32767);
   EXPECT_THROW(Variant(32768).ToInt16(), RuntimeError);
 }

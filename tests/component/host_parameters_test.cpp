@@ -128,6 +128,25 @@ TEST_F(HostParametersTest, AsksNothingInOtherModes) {
   EXPECT_NO_THROW(Read(2));
 }
 
+TEST_F(HostParametersTest, RefusesAPropertyThatTheHostLeavesAsNothing) {
+  const auto given = host_->script.properties;
+  for (const auto& [number, value] : given) {
+    // A port kind that asks for this one.
+    host_->script.properties[2] = std::int16_t(number == 9 ? 100 : 1);
+    host_->script.properties[number] = Variant();
+    EXPECT_THROW(Read(0), base::RuntimeError) << number;
+    host_->script.properties = given;
+  }
+}
+
+TEST_F(HostParametersTest, RefusesDeviceInfoThatTheHostLeavesAsNothing) {
+  EXPECT_THROW(Read(1), base::RuntimeError);
+  for (const std::int16_t kind : {std::int16_t{1}, std::int16_t{100}, std::int16_t{200}}) {
+    host_->kind = kind;
+    EXPECT_THROW(Read(1), base::RuntimeError) << kind;
+  }
+}
+
 TEST_F(HostParametersTest, LetsErrorsThrough) {
   host_->script.properties[3] = "schnell";
   EXPECT_THROW(Read(0), base::RuntimeError);

@@ -192,8 +192,8 @@ TEST_F(SingleHost, CodesBeyond16BitsKeepTheirSign) {
   const struct {
     Variant code;
     std::int16_t expected;
-  } cases[] = {{-32768, -32768}, {-32769, -32768},      {INT32_MIN, -32768},
-               {32768, 32767},   {Variant(" -7 "), -7}, {Variant(), 0}};
+  } cases[] = {
+      {-32768, -32768}, {-32769, -32768}, {INT32_MIN, -32768}, {32768, 32767}, {Variant(" -7 "), -7}};
   for (const auto& [code, expected] : cases) {
     host->last_error = code;
     EXPECT_EQ(io.LastError().code, expected);
@@ -207,6 +207,10 @@ TEST_F(SingleHost, ACodeThatIsNoNumberIsAFailure) {
   host->last_error = 1e12;
   io.ClearLastError();
   EXPECT_EQ(io.LastError().description, "Überlauf");
+  host->last_error = Variant();
+  io.ClearLastError();
+  EXPECT_EQ(io.LastError().code, device_status::kHostFailed);
+  EXPECT_EQ(io.LastError().description, "Typen unverträglich");
 }
 
 TEST(HostPath, WithoutAnObjectEveryOperationFails) {
