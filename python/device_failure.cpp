@@ -1,6 +1,7 @@
 #include "device_failure.h"
 
 #include <string>
+#include <utility>
 
 #include "values.h"
 
@@ -11,12 +12,23 @@ namespace {
 
 // "ValueError" where the exception has no text of its own, or none that can be had.
 std::string TextOf(const py::error_already_set& raised) {
-  const auto name = py::str(raised.type().attr("__name__")).cast<std::string>();
+  const std::string name = ToUtf8(raised.type().attr("__name__"));
   try {
-    const auto text = py::str(raised.value()).cast<std::string>();
+    const std::string text = ToUtf8(py::str(raised.value()));
     return text.empty() ? name : text;
   } catch (const py::error_already_set&) {
     return name;
+  }
+}
+
+// A log that cannot be written must not become a failure of the device.
+template <typename... Arguments>
+void LogError(Arguments&&... arguments) {
+  try {
+    py::module_::import("logging").attr("getLogger")("kolvane").attr("error")(
+        std::forward<Arguments>(arguments)...);
+  } catch (py::error_already_set& failure) {
+    failure.discard_as_unraisable("kolvane: log");
   }
 }
 
@@ -24,5 +36,18 @@ std::string TextOf(const py::error_already_set& raised) {
 
 DeviceFailure::DeviceFailure(py::error_already_set raised)
     : std::runtime_error(TextOf(raised)), exception_(std::move(raised)) {}
+
+void DeviceFailure::Log(const char* operation) const {
+  const py::gil_scoped_acquire lock;
+  // What C code raises has none.
+  const py::object traceback = exception_.trace() ? exception_.trace() : py::none();
+  LogError("%s failed", operation,
+           py::arg("exc_info") = py::make_tuple(exception_.type(), exception_.value(), traceback));
+}
+
+void LogMismatch(const char* operation, const RuntimeError& error) {
+  const py::gil_scoped_acquire lock;
+  LogError("%s failed: %s", operation, ToStr(error.what()));
+}
 
 }  // namespace kolvane::python

@@ -5,6 +5,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "kolvane/RuntimeError.h"
+
 namespace kolvane::python {
 
 /// A Python exception on its way through the component: what() is its text alone, as the terminal shows it;
@@ -16,8 +18,14 @@ class DeviceFailure : public std::runtime_error {
 
   void Raise() const { throw exception_; }
 
+  /// Hands the traceback to the logger "kolvane": in the session nobody else gets it.
+  void Log(const char* operation) const;
+
  private:
   pybind11::error_already_set exception_;
 };
+
+/// The same for a result that does not convert.
+void LogMismatch(const char* operation, const RuntimeError& error);
 
 }  // namespace kolvane::python

@@ -49,33 +49,37 @@ LateBound::~LateBound() {
 }
 
 void PythonIo::InitializeDevice(std::int16_t& DevIdx) {
-  host_.With([&](const py::object& host) { host.attr("IO").attr("InitializeDevice")(DevIdx); });
+  host_.InSession("IO.InitializeDevice",
+                  [&](const py::object& host) { host.attr("IO").attr("InitializeDevice")(DevIdx); });
 }
 
 void PythonIo::CloseDevice(std::int16_t& DevIdx) {
-  host_.With([&](const py::object& host) { host.attr("IO").attr("CloseDevice")(DevIdx); });
+  host_.InSession("IO.CloseDevice",
+                  [&](const py::object& host) { host.attr("IO").attr("CloseDevice")(DevIdx); });
 }
 
 void PythonIo::WriteCommand(std::int16_t& DevIdx, std::string& Command, std::int16_t& Terminator,
                             std::int16_t& Extra) {
-  host_.With([&](const py::object& host) {
+  host_.InSession("IO.WriteCommand", [&](const py::object& host) {
     host.attr("IO").attr("WriteCommand")(DevIdx, ToStr(Command), Terminator, Extra);
   });
 }
 
 void PythonIo::Read(std::int16_t& DevIdx, std::int16_t& Binary, std::int16_t& Zero, std::int16_t& Terminator,
                     std::int32_t& Count, Variant& Answer, Variant& Buffer) {
-  host_.With([&](const py::object& host) {
+  host_.InSession("IO.Read", [&](const py::object& host) {
     CallRead(host.attr("IO").attr("Read"), Answer, Buffer, DevIdx, Binary, Zero, Terminator, Count);
   });
 }
 
 void PythonIo::SetIOTimeout(std::int16_t& DevIdx, std::int32_t& Milliseconds) {
-  host_.With([&](const py::object& host) { host.attr("IO").attr("SetIOTimeout")(DevIdx, Milliseconds); });
+  host_.InSession("IO.SetIOTimeout", [&](const py::object& host) {
+    host.attr("IO").attr("SetIOTimeout")(DevIdx, Milliseconds);
+  });
 }
 
 void PythonIo::FlushInQ(std::int16_t& DevIdx) {
-  host_.With([&](const py::object& host) { host.attr("IO").attr("FlushInQ")(DevIdx); });
+  host_.InSession("IO.FlushInQ", [&](const py::object& host) { host.attr("IO").attr("FlushInQ")(DevIdx); });
 }
 
 void PythonIo::GetDeviceProperty(std::int16_t& DevIdx, std::int16_t& Number, Variant& Value) {
@@ -85,26 +89,27 @@ void PythonIo::GetDeviceProperty(std::int16_t& DevIdx, std::int16_t& Number, Var
 }
 
 void PythonHost::OpenDevice() {
-  host_.With([](const py::object& host) { host.attr("OpenDevice")(); });
+  host_.InSession("OpenDevice", [](const py::object& host) { host.attr("OpenDevice")(); });
 }
 
 void PythonHost::CloseDevice() {
-  host_.With([](const py::object& host) { host.attr("CloseDevice")(); });
+  host_.InSession("CloseDevice", [](const py::object& host) { host.attr("CloseDevice")(); });
 }
 
 void PythonHost::WriteCommand(const std::string& Command) {
-  host_.With([&](const py::object& host) { host.attr("WriteCommand")(ToStr(Command)); });
+  host_.InSession("WriteCommand", [&](const py::object& host) { host.attr("WriteCommand")(ToStr(Command)); });
 }
 
 void PythonHost::Read(std::int16_t& Binary, std::int16_t& Terminator, std::int32_t& Count, Variant& Answer,
                       Variant& Buffer) {
-  host_.With([&](const py::object& host) {
+  host_.InSession("Read", [&](const py::object& host) {
     CallRead(host.attr("Read"), Answer, Buffer, Binary, Terminator, Count);
   });
 }
 
 void PythonHost::FlushInQ(std::int32_t& Count) {
-  host_.With([&](const py::object& host) { Count = ToVariant(host.attr("FlushInQ")()).ToInt32(); });
+  host_.InSession("FlushInQ",
+                  [&](const py::object& host) { Count = ToVariant(host.attr("FlushInQ")()).ToInt32(); });
 }
 
 void PythonHost::GetDeviceInfo(Variant& Kind, Variant& Address) {
@@ -114,16 +119,18 @@ void PythonHost::GetDeviceInfo(Variant& Kind, Variant& Address) {
 }
 
 Variant PythonHost::LastError() {
-  return host_.With([](const py::object& host) { return ToVariant(host.attr("LastError")); });
+  return host_.InSession("LastError",
+                         [](const py::object& host) { return ToVariant(host.attr("LastError")); });
 }
 
 void PythonHost::SetLastError(std::int16_t Code) {
-  host_.With([&](const py::object& host) { host.attr("LastError") = Code; });
+  host_.InSession("LastError", [&](const py::object& host) { host.attr("LastError") = Code; });
 }
 
 std::string PythonHost::LastErrorDescription() {
-  return host_.With(
-      [](const py::object& host) { return ToVariant(host.attr("LastErrorDescription")).ToText(); });
+  return host_.InSession("LastErrorDescription", [](const py::object& host) {
+    return ToVariant(host.attr("LastErrorDescription")).ToText();
+  });
 }
 
 }  // namespace kolvane::python

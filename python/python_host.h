@@ -17,14 +17,31 @@ class LateBound {
   LateBound(const LateBound&) = delete;
   LateBound& operator=(const LateBound&) = delete;
 
-  /// Runs `use(object)` with the interpreter lock held; what Python raises leaves as DeviceFailure.
+  /// Runs `use(object)` with the interpreter lock held; what Python raises leaves as DeviceFailure. The call
+  /// may take this object away.
   template <typename Use>
   auto With(Use use) const {
     const pybind11::gil_scoped_acquire lock;
+    const pybind11::object object = object_;
     try {
-      return use(object_);
+      return use(object);
     } catch (pybind11::error_already_set& raised) {
       throw DeviceFailure(std::move(raised));
+    }
+  }
+
+  /// The same for an operation of the session, where a failure is shown by its text alone: what is behind it
+  /// goes to the log.
+  template <typename Use>
+  auto InSession(const char* operation, Use use) const {
+    try {
+      return With(std::move(use));
+    } catch (const DeviceFailure& failure) {
+      failure.Log(operation);
+      throw;
+    } catch (const RuntimeError& error) {
+      LogMismatch(operation, error);
+      throw;
     }
   }
 

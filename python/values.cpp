@@ -26,6 +26,51 @@ Variant FromBuffer(const py::handle& value) {
   return Bytes(view.begin(), view.end());
 }
 
+// A sequence in memory; scalars of ctypes and NumPy lie there, too, but have no dimension.
+bool HasElements(const py::handle& value) {
+  if (PyObject_CheckBuffer(value.ptr()) == 0) return false;
+  return py::memoryview(py::reinterpret_borrow<py::object>(value)).attr("ndim").cast<int>() > 0;
+}
+
+// Where the module has not been imported there is no value of its types.
+bool IsInstance(const py::handle& value, const char* module, const char* type) {
+  const py::object imported = py::module_::import("sys").attr("modules").attr("get")(module);
+  return py::hasattr(imported, type) && py::isinstance(value, imported.attr(type));
+}
+
+// What a scalar of ctypes or NumPy holds; any other value as it is.
+py::object Unpacked(const py::handle& value) {
+  if (IsInstance(value, "_ctypes", "_SimpleCData")) return value.attr("value");
+  if (IsInstance(value, "numpy", "generic")) return value.attr("item")();
+  return py::reinterpret_borrow<py::object>(value);
+}
+
+// Null where `value` lacks the method `slot` or refuses it.
+py::object Converted(const py::handle& value, unaryfunc slot, unaryfunc convert) {
+  if (slot == nullptr) return {};
+  auto result = py::reinterpret_steal<py::object>(convert(value.ptr()));
+  if (!result && PyErr_ExceptionMatches(PyExc_TypeError) == 0) throw py::error_already_set();
+  PyErr_Clear();
+  return result;
+}
+
+// An int or a float; null where `value` counts as neither.
+py::object Number(const py::handle& value) {
+  const PyNumberMethods* methods = Py_TYPE(value.ptr())->tp_as_number;
+  if (methods == nullptr) return {};
+  py::object number = Converted(value, methods->nb_index, &PyNumber_Index);
+  if (!number) number = Converted(value, methods->nb_float, &PyNumber_Float);
+  return number;
+}
+
+Variant FromOtherType(const py::handle& value) {
+  const py::object unpacked = Unpacked(value);
+  if (Py_TYPE(unpacked.ptr()) != Py_TYPE(value.ptr())) return ToVariant(unpacked);
+  if (const py::object number = Number(value)) return ToVariant(number);
+  if (PyObject_CheckBuffer(value.ptr()) != 0) return FromBuffer(value);
+  throw RuntimeError(RuntimeError::Kind::kTypeMismatch);
+}
+
 }  // namespace
 
 Variant ToVariant(const py::handle& value) {
@@ -33,9 +78,15 @@ Variant ToVariant(const py::handle& value) {
   if (PyBool_Check(value.ptr()) != 0) return value.cast<bool>();
   if (PyLong_Check(value.ptr()) != 0) return FromInt(value);
   if (PyFloat_Check(value.ptr()) != 0) return value.cast<double>();
-  if (PyUnicode_Check(value.ptr()) != 0) return value.cast<std::string>();
-  if (PyObject_CheckBuffer(value.ptr()) != 0) return FromBuffer(value);
-  throw RuntimeError(RuntimeError::Kind::kTypeMismatch);
+  if (PyUnicode_Check(value.ptr()) != 0) return ToUtf8(py::reinterpret_borrow<py::str>(value));
+  return HasElements(value) ? FromBuffer(value) : FromOtherType(value);
+}
+
+std::string ToUtf8(const py::str& text) {
+  const auto encoded =
+      py::reinterpret_steal<py::bytes>(PyUnicode_AsEncodedString(text.ptr(), "utf-8", "replace"));
+  if (!encoded) throw py::error_already_set();
+  return encoded;
 }
 
 py::str ToStr(const std::string& text) {

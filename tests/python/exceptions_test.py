@@ -1,14 +1,16 @@
 """Where a Python exception ends up, and what the component itself raises."""
 
+import logging
 import subprocess
 import sys
 import traceback
 import unittest
+import unittest.mock
 
 import kolvane
 from device_object_test import Indexed, Single
 from terminal_case import TerminalCase
-from window_driver import pane_text, type_command
+from window_driver import pane_text, press, type_command
 
 
 class LostDevice(Exception):
@@ -21,8 +23,10 @@ def lost(*arguments):
 
 class WhileOpening(TerminalCase):
     def open(self, device, mode):
+        """The caller gets the exception, so nobody has to look for it in the log."""
         self.terminal.InitTerminal(device)
-        self.terminal.OpenTerminal(mode, 0)
+        with self.assertNoLogs("kolvane"):
+            self.terminal.OpenTerminal(mode, 0)
 
     def test_the_device_object_s_exception_reaches_the_caller(self):
         device = Single()
@@ -85,7 +89,65 @@ class InTheSession(TerminalCase):
             type_command("MSV?")
             self.assertIn("Größe", pane_text())
 
-        self.use(device, 1, script)
+        with self.assertLogs("kolvane"):
+            self.use(device, 1, script)
+
+    def test_its_traceback_goes_to_the_log(self):
+        device = Single()
+
+        def script():
+            device.WriteCommand = lost
+            type_command("MSV?")
+
+        with self.assertLogs("kolvane", "ERROR") as log:
+            self.use(device, 1, script)
+        self.assertEqual(len(log.records), 1)
+        self.assertEqual(log.records[0].getMessage(), "WriteCommand failed")
+        self.assertIn("LostDevice: Gerät verloren", log.output[0])
+        self.assertIn("in lost", log.output[0])
+
+    def test_so_do_those_of_the_io_object(self):
+        device = Indexed()
+
+        def script():
+            device.IO.Read = lambda *arguments: {}[5]
+            type_command("MSV?")
+            self.assertEqual(pane_text().split("\n")[-1], "5")
+
+        with self.assertLogs("kolvane", "ERROR") as log:
+            self.use(device, 0, script)
+        self.assertEqual(log.records[0].getMessage(), "IO.Read failed")
+        self.assertIn("KeyError: 5", log.output[0])
+
+    def test_and_a_result_that_does_not_convert(self):
+        device = Single()
+
+        def script():
+            device.FlushInQ = lambda: "viele"
+            press("TB_FLUSH")
+
+        with self.assertLogs("kolvane", "ERROR") as log:
+            self.use(device, 1, script)
+        self.assertEqual(log.output, ["ERROR:kolvane:FlushInQ failed: Typen unverträglich"])
+
+    def test_a_log_that_fails_changes_nothing(self):
+        class Broken(logging.Filter):
+            def filter(self, record):
+                raise OSError("disk full")
+
+        device = Single()
+
+        def script():
+            device.WriteCommand = lost
+            type_command("MSV?")
+            self.assertIn("Gerät verloren", pane_text())
+
+        broken = Broken()
+        logging.getLogger("kolvane").addFilter(broken)
+        self.addCleanup(logging.getLogger("kolvane").removeFilter, broken)
+        with unittest.mock.patch("sys.unraisablehook") as unraisable:
+            self.use(device, 1, script)
+        self.assertEqual(str(unraisable.call_args[0][0].exc_value), "disk full")
 
     def test_one_without_text_is_shown_by_its_name(self):
         device = Indexed()
@@ -98,7 +160,8 @@ class InTheSession(TerminalCase):
             type_command("MSV?")
             self.assertIn("KeyError", pane_text())
 
-        self.use(device, 0, script)
+        with self.assertLogs("kolvane"):
+            self.use(device, 0, script)
 
 
 class AtTheEnd(unittest.TestCase):
