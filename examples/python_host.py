@@ -34,6 +34,6 @@ class SimulatedScale:
 
 
 if __name__ == "__main__":
-    terminal = kolvane.MainClass()
-    terminal.InitTerminal(SimulatedScale())
-    terminal.OpenTerminal(1, 0)
+    with kolvane.MainClass() as terminal:
+        terminal.InitTerminal(SimulatedScale())
+        terminal.OpenTerminal(1, 0)

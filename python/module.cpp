@@ -1,16 +1,48 @@
 #include <pybind11/pybind11.h>
+#include <pybind11/stl/filesystem.h>
 
+#include <filesystem>
 #include <memory>
-#include <string>
+#include <stdexcept>
 
 #include "device_failure.h"
 #include "kolvane/MainClass.h"
 #include "python_host.h"
+#include "values.h"
 
 namespace py = pybind11;
 
 namespace kolvane::python {
 namespace {
+
+using Path = std::filesystem::path;
+
+constexpr const char* kMainClass = R"(The component: keeps a device object and opens the terminal window on it.
+
+There is one terminal in a process; all objects of this class share it. As a context manager it gives the
+device object up at the end of the block.)";
+
+constexpr const char* kInitTerminal = R"(Keeps the device object until the terminal window has closed.
+
+gObj: an object of any class with the members of IndexedHost (operating mode 0) or SingleHost (mode 1), or
+None. Nothing is called on it.)";
+
+constexpr const char* kOpenTerminal = R"(Shows the terminal window and returns when it has been closed.
+
+OperMode: 0 the device DevIdx through gObj.IO, 1 the one device gObj, 2 a connection of the terminal's own;
+any other value opens the window on no device. Call it on the thread of the program's Qt application, or on
+the main thread where there is none; other threads go on meanwhile. Raises what the device object raises
+while the window opens, NoDisplay where there is no display, and Error for a missing device object, a value
+that cannot be converted, a stored setting that cannot be read, a terminal that is already open and a wrong
+thread.)";
+
+constexpr const char* kSetOptions = R"(Takes effect at the next OpenTerminal and holds for all that follow.
+
+Folder: where histories, templates and help are. SettingsFile: in place of the user's own. CommandList: a
+command file to load. CloseDescriptor: the window closes once this file descriptor becomes readable.
+ConnectAtStart: connect as soon as the window is shown (operating mode 2). PlayAtStart: play the list then.)";
+
+constexpr const char* kCanUnload = "True once a terminal window has been closed and while none is open.";
 
 void InitTerminal(MainClass& terminal, py::object host) {
   std::shared_ptr<PythonHost> object;
@@ -31,49 +63,61 @@ void OpenTerminal(MainClass& terminal, std::int16_t mode, std::int16_t device_in
   if (PyErr_CheckSignals() != 0) throw py::error_already_set();
 }
 
-void SetOptions(MainClass& terminal, const std::string& folder, const std::string& settings_file,
-                const std::string& command_list, int close_descriptor, bool connect_at_start,
-                bool play_at_start) {
+void SetOptions(MainClass& terminal, const Path& folder, const Path& settings_file, const Path& command_list,
+                int close_descriptor, bool connect_at_start, bool play_at_start) {
   TerminalOptions options;
-  options.Folder = folder;
-  options.SettingsFile = settings_file;
-  options.CommandList = command_list;
+  options.Folder = folder.string();
+  options.SettingsFile = settings_file.string();
+  options.CommandList = command_list.string();
   options.CloseDescriptor = close_descriptor;
   options.ConnectAtStart = connect_at_start;
   options.PlayAtStart = play_at_start;
   terminal.SetOptions(options);
 }
 
-void DefineExceptions(py::module_& module) {
-  static py::exception<RuntimeError> error(module, "Error", PyExc_RuntimeError);
-  static py::exception<NoDisplay> no_display(module, "NoDisplay", error.ptr());
-  py::register_exception_translator([](std::exception_ptr exception) {
+// The package has the classes; here they are looked up when one is needed.
+void Raise(const char* name, const std::exception& exception) {
+  PyErr_SetObject(py::module_::import("kolvane").attr(name).ptr(), ToStr(exception.what()).ptr());
+}
+
+void TranslateExceptions() {
+  py::register_local_exception_translator([](std::exception_ptr exception) {
     try {
       if (exception) std::rethrow_exception(exception);
-    } catch (const RuntimeError& failure) {
-      error(failure.what());
+    } catch (const py::builtin_exception&) {
+      throw;
     } catch (const NoDisplay& failure) {
-      no_display(failure.what());
+      Raise("NoDisplay", failure);
+    } catch (const std::runtime_error& failure) {
+      Raise("Error", failure);
     }
   });
 }
 
 void DefineMainClass(py::module_& module) {
-  py::class_<MainClass>(module, "MainClass")
-      .def(py::init<>())
-      .def("InitTerminal", &InitTerminal, py::arg("gObj"))
-      .def("OpenTerminal", &OpenTerminal, py::arg("OperMode"), py::arg("DevIdx"))
+  py::class_<MainClass> main_class(module, "MainClass", kMainClass);
+  main_class.attr("__module__") = "kolvane";
+  main_class.def(py::init<>(), "Makes no window yet.")
+      .def("InitTerminal", &InitTerminal, py::arg("gObj"), kInitTerminal)
+      .def("OpenTerminal", &OpenTerminal, py::arg("OperMode"), py::arg("DevIdx"), kOpenTerminal)
       .def("SetOptions", &SetOptions, py::kw_only(), py::arg("Folder") = "", py::arg("SettingsFile") = "",
            py::arg("CommandList") = "", py::arg("CloseDescriptor") = -1, py::arg("ConnectAtStart") = false,
-           py::arg("PlayAtStart") = false)
-      .def_property_readonly("CanUnload",
-                             [](const MainClass& terminal) { return terminal.CanUnload().ToBool(); });
+           py::arg("PlayAtStart") = false, kSetOptions)
+      .def_property_readonly(
+          "CanUnload", [](const MainClass& terminal) { return terminal.CanUnload().ToBool(); }, kCanUnload)
+      .def(
+          "__enter__", [](py::object terminal) { return terminal; }, "Returns the object itself.")
+      .def(
+          "__exit__", [](MainClass& terminal, const py::args&) { InitTerminal(terminal, py::none()); },
+          "Gives the device object up.");
 }
 
 }  // namespace
 }  // namespace kolvane::python
 
 PYBIND11_MODULE(_kolvane, module) {
-  kolvane::python::DefineExceptions(module);
+  module.doc() = "The compiled part of the package kolvane.";
+  module.attr("__version__") = KOLVANE_VERSION;
+  kolvane::python::TranslateExceptions();
   kolvane::python::DefineMainClass(module);
 }

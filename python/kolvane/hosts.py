@@ -1,8 +1,8 @@
 """What the terminal asks of a device object: protocols for type checkers, and a reference for readers."""
 
-from typing import Optional, Protocol, Tuple, Union
+from typing import Optional, Protocol, SupportsFloat, SupportsIndex, Tuple, Union
 
-Value = Union[None, bool, int, float, str, bytes]
+Number = Union[SupportsIndex, SupportsFloat]
 
 
 class IndexedIO(Protocol):
@@ -11,10 +11,14 @@ class IndexedIO(Protocol):
     def InitializeDevice(self, DevIdx: int) -> object:
         """Opens (or opens again) the device."""
 
-    def CloseDevice(self, DevIdx: int) -> object: ...
+    def CloseDevice(self, DevIdx: int) -> object:
+        """Closes the device; InitializeDevice opens it again."""
 
     def WriteCommand(self, DevIdx: int, Command: str, Terminator: int, Extra: int) -> object:
-        """Terminator: 2 CR LF, -1 nothing, 0 to 255 that character. Extra is 0."""
+        """Sends the command and its end.
+
+        Terminator: 2 CR LF, -1 nothing, 0 to 255 that character. Extra is 0.
+        """
 
     def Read(
         self, DevIdx: int, Binary: int, Zero: int, Terminator: int, Count: int
@@ -26,13 +30,18 @@ class IndexedIO(Protocol):
         The value that is not asked for may be None.
         """
 
-    def SetIOTimeout(self, DevIdx: int, Milliseconds: int) -> object: ...
+    def SetIOTimeout(self, DevIdx: int, Milliseconds: int) -> object:
+        """The time-out of the reads and writes that follow."""
 
-    def FlushInQ(self, DevIdx: int) -> object: ...
+    def FlushInQ(self, DevIdx: int) -> object:
+        """Discards what the device has sent and nobody has read."""
 
-    def GetDeviceProperty(self, DevIdx: int, Number: int) -> Value:
-        """2 port kind, 3 baud rate, 4 parity, 5 data bits, 6 stop bits,
-        8 device address, 9 IP address or USB serial number."""
+    def GetDeviceProperty(self, DevIdx: int, Number: int) -> Union[Number, str]:
+        """Returns what the terminal shows about the connection.
+
+        Number: 2 port kind, 3 baud rate, 4 parity, 5 data bits, 6 stop bits,
+        8 device address, 9 IP address or USB serial number. None is no value.
+        """
 
 
 class IndexedHost(Protocol):
@@ -42,7 +51,8 @@ class IndexedHost(Protocol):
     LastErrorDescription: str
 
     @property
-    def IO(self) -> IndexedIO: ...
+    def IO(self) -> IndexedIO:
+        """Asked for anew at each operation."""
 
 
 class SingleHost(Protocol):
@@ -51,18 +61,20 @@ class SingleHost(Protocol):
     LastError: int
     LastErrorDescription: str
 
-    def OpenDevice(self) -> object: ...
+    def OpenDevice(self) -> object:
+        """Opens (or opens again) the device."""
 
-    def CloseDevice(self) -> object: ...
+    def CloseDevice(self) -> object:
+        """Closes the device; OpenDevice opens it again."""
 
     def WriteCommand(self, Command: str) -> object:
-        """Command carries its terminator."""
+        """Sends the command, which carries its terminator."""
 
     def Read(self, Binary: int, Terminator: int, Count: int) -> Tuple[Optional[str], Optional[bytes]]:
         """As IndexedIO.Read, for the one device."""
 
-    def FlushInQ(self) -> int:
-        """Returns the number of bytes discarded."""
+    def FlushInQ(self) -> Number:
+        """Discards unread input and returns the number of bytes discarded."""
 
-    def GetDeviceInfo(self) -> Tuple[int, Union[str, int]]:
+    def GetDeviceInfo(self) -> Tuple[Number, Union[str, Number]]:
         """Returns (port kind, address)."""

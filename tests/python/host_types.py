@@ -1,4 +1,6 @@
-"""Read by the type checker alone: device objects of the tests and of the example fit the protocols."""
+"""Read by the type checker alone: what a host writes fits the types."""
+
+import pathlib
 
 import kolvane
 from device_object_test import Indexed, Single
@@ -7,3 +9,10 @@ from python_host import SimulatedScale
 indexed: kolvane.IndexedHost = Indexed()
 single: kolvane.SingleHost = Single()
 scale: kolvane.SingleHost = SimulatedScale()
+
+with kolvane.MainClass() as terminal:
+    terminal.SetOptions(Folder=pathlib.Path("/srv/kolvane"), SettingsFile=b"/tmp/Kolvane.ini", CommandList="a.CMD")
+    terminal.InitTerminal(single)
+    terminal.OpenTerminal(1, 0)
+    unloadable: bool = terminal.CanUnload
+version: str = kolvane.__version__
