@@ -44,7 +44,7 @@ endforeach()
 
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples/cpp-host DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/kolvane-dev/examples
         COMPONENT development)
-install(FILES ${PROJECT_SOURCE_DIR}/examples/python_host.py
+install(FILES ${PROJECT_SOURCE_DIR}/examples/python_host.py ${PROJECT_SOURCE_DIR}/examples/python_asyncio_host.py
         DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/python3-kolvane/examples COMPONENT python)
 
 get_directory_property(packed KOLVANE_GZIPPED)

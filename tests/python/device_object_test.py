@@ -1,6 +1,7 @@
 """Which member the terminal calls with which values, and what becomes of what it returns."""
 
 import unittest
+import weakref
 
 from terminal_case import TerminalCase
 from window_driver import pane_text, press, type_command
@@ -136,6 +137,25 @@ class SingleDevice(TerminalCase):
         device = InFull()
         self.use(device, 1, lambda: (type_command("MSV?"), self.assertIn("in full", pane_text())))
         self.assertIn(("Read", True, b""), device.calls)
+
+    def test_the_object_may_be_released_inside_its_own_call(self):
+        terminal = self.terminal
+
+        class Leaving(Single):
+            def WriteCommand(self, Command):
+                terminal.InitTerminal(None)
+
+        leaving = [Leaving()]
+        gone = weakref.ref(leaving[0])
+
+        def script():
+            leaving.clear()
+            type_command("MSV?")
+            self.assertIsNone(gone())
+            self.assertIn("Kein Geräteobjekt übergeben", pane_text())
+            self.terminal.InitTerminal(Single())
+
+        self.use(leaving[0], 1, script)
 
     def test_the_device_is_open_again_after_the_window(self):
         device = Single()

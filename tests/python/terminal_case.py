@@ -27,5 +27,6 @@ class TerminalCase(unittest.TestCase):
 
         window_driver.use_window(run)
         self.terminal.InitTerminal(device)
+        del device
         self.terminal.OpenTerminal(mode, index)
         self.assertTrue(ran, "the script did not come to its end")
