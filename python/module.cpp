@@ -17,7 +17,8 @@ namespace {
 
 using Path = std::filesystem::path;
 
-constexpr const char* kMainClass = R"(The component: keeps a device object and opens the terminal window on it.
+constexpr const char* kMainClass =
+    R"(The component: keeps a device object and opens the terminal window on it.
 
 There is one terminal in a process; all objects of this class share it. As a context manager it gives the
 device object up at the end of the block.)";

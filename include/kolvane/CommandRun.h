@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "kolvane/Export.h"
+#include "kolvane/LineKind.h"
 
 namespace kolvane {
 
@@ -39,6 +40,10 @@ struct CommandRunOptions {
   bool Verbose = false;
   /// Asked after each row or command; true ends the run.
   std::function<bool()> StopRequested;
+  /// Takes each line, without its line end, in the place of standard output and standard error; a response
+  /// time and a message are lines of their own here. Which lines come is said by the fields above, as without
+  /// it.
+  std::function<void(LineKind Kind, const std::string& Line)> OnLine;
 };
 
 /// How a run ended; where several apply, the one that stands first here.
@@ -51,9 +56,10 @@ enum class CommandRunStatus : int {
 };
 
 // Both write commands and answers to standard output, each line ended by LF as soon as it is complete, and
-// messages to standard error, one line each. They need neither display nor application object. They return
-// when the run has ended; one at a time in a process, on whichever thread, which is also that of
-// StopRequested.
+// messages to standard error, one line each; or they hand all of them to OnLine. They need neither display
+// nor application object. They return when the run has ended; one at a time in a process, on whichever
+// thread, which is also that of StopRequested and OnLine. What one of these two throws ends the run and
+// leaves the call once log and connection are closed; OnLine gets no more lines then.
 
 /// Connects, runs the command file `File` (UTF-8 path) from its first row to its end and disconnects.
 KOLVANE_EXPORT CommandRunStatus RunCommandList(const std::string& File, const CommandRunOptions& Options);

@@ -1,7 +1,5 @@
 #include "component/headless_messages.h"
 
-#include <string>
-
 #include "base/write_all.h"
 
 namespace kolvane::component {
@@ -25,7 +23,21 @@ std::string OneLine(std::string_view text) {
 
 }  // namespace
 
-void HeadlessMessages::ShowError(std::string_view text) {
+void HostLines::Hand(LineKind kind, const std::string& line) {
+  if (failed()) return;
+  try {
+    handler_(kind, line);
+  } catch (...) {
+    thrown_ = std::current_exception();
+  }
+}
+
+void HostLines::Rethrow() const {
+  if (failed()) std::rethrow_exception(thrown_);
+}
+
+void HeadlessMessages::Show(LineKind kind, std::string_view text) {
+  if (host_ != nullptr) return host_->Hand(kind, OneLine(text));
   // Whoever closed standard error does not want to know.
   (void)base::WriteAll(descriptor_, "kolvane: " + OneLine(text) + "\n");
 }

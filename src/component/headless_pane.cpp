@@ -10,31 +10,38 @@ using terminal::kCrLf;
 void HeadlessPane::AppendLine(LineKind kind, std::string_view line) {
   EndLine();
   if (kind == LineKind::kNotice) return messages_.Tell(line);
-  line_begun_ = true;
-  Append(line);
+  Append(kind, line);
   if (kind == LineKind::kCommand) EndLine();
 }
 
 void HeadlessPane::AppendText(LineKind kind, std::string_view text, int /*back*/) {
   if (kind == LineKind::kError) return messages_.ShowError(text);
-  line_begun_ = true;
-  Append(text);
+  if (messages_.host() != nullptr) EndLine();
+  Append(kind, text);
 }
 
 void HeadlessPane::EndLine() {
   if (!line_begun_) return;
-  if (!line_.ends_with('\n')) line_ += '\n';
-  if (error_ == 0) error_ = base::WriteAll(descriptor_, line_);
+  WriteLine();
   line_.clear();
   line_begun_ = false;
 }
 
-void HeadlessPane::Append(std::string_view text) {
+void HeadlessPane::Append(LineKind kind, std::string_view text) {
+  if (!line_begun_) kind_ = kind;
+  line_begun_ = true;
   for (std::size_t at; (at = text.find(kCrLf)) != std::string_view::npos;) {
     line_.append(text.substr(0, at)).append(1, '\n');
     text.remove_prefix(at + kCrLf.size());
   }
   line_ += text;
+}
+
+void HeadlessPane::WriteLine() {
+  if (line_.ends_with('\n')) line_.pop_back();
+  if (messages_.host() != nullptr) return messages_.host()->Hand(kind_, line_);
+  line_ += '\n';
+  if (error_ == 0) error_ = base::WriteAll(descriptor_, line_);
 }
 
 }  // namespace kolvane::component

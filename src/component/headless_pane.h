@@ -8,15 +8,15 @@
 
 namespace kolvane::component {
 
-/// The output pane as lines of standard output: commands, answers and what stands in their place go
-/// there, all else to `messages`. A line
-/// is written, with its LF, once nothing can follow in it any more.
+/// The output pane as lines of standard output, or of the host of `messages`: commands, answers and what
+/// stands in their place go there, all else to `messages`. A line is written, with its LF, once nothing can
+/// follow in it any more.
 class HeadlessPane final : public terminal::Pane {
  public:
   HeadlessPane(int descriptor, HeadlessMessages& messages) : descriptor_(descriptor), messages_(messages) {}
 
   void AppendLine(LineKind kind, std::string_view line) override;
-  /// An error is a message; other text goes on in the line in hand.
+  /// An error is a message; other text goes on in the line in hand, for a host in one of its own.
   void AppendText(LineKind kind, std::string_view text, int back) override;
   void Clear() override {}
   void Refresh() override {}
@@ -28,10 +28,12 @@ class HeadlessPane final : public terminal::Pane {
   int error() const { return error_; }
 
  private:
-  void Append(std::string_view text);
+  void Append(LineKind kind, std::string_view text);
+  void WriteLine();
 
   int descriptor_;
   HeadlessMessages& messages_;
+  LineKind kind_ = LineKind::kAnswer;
   std::string line_;
   bool line_begun_ = false;
   int error_ = 0;

@@ -19,8 +19,9 @@ using component::ComponentState;
 using component::HeadlessTerminal;
 using Status = CommandRunStatus;
 
-// What a run works on.
+// What a run works on. The host's function outlives the terminal, which has lines to the last.
 struct Run {
+  component::HostLines host;
   ComponentState state;
   std::optional<component::ChosenNode> node;
 };
@@ -48,30 +49,27 @@ bool Prepare(const CommandRunOptions& options, Run& run) {
   run.state.device.OperMode = device::operating_mode::kPortLibrary;
   const std::string problem =
       options.Connect.empty() ? PrepareStored(options, run.state) : PrepareNamed(options.Connect, run);
-  if (!problem.empty()) component::HeadlessMessages(STDERR_FILENO, false).ShowError(problem);
+  component::HostLines* host = run.host.wanted() ? &run.host : nullptr;
+  if (!problem.empty()) component::HeadlessMessages(STDERR_FILENO, false, host).ShowError(problem);
   component::ApplyConnectionOptions(options, run.state.connection);
   return problem.empty();
 }
 
-}  // namespace
-
-Status RunCommandList(const std::string& File, const CommandRunOptions& Options) {
-  Run run;
-  if (!Prepare(Options, run)) return Status::kUsage;
-  HeadlessTerminal terminal(Options, run.state);
+Status RunList(const std::string& file, const CommandRunOptions& options, Run& run) {
+  if (!Prepare(options, run)) return Status::kUsage;
+  HeadlessTerminal terminal(options, run.host, run.state);
   component::HeadlessList list(terminal, run.state);
-  if (!list.Load(File)) return Status::kUsage;
+  if (!list.Load(file)) return Status::kUsage;
   if (!terminal.Connect()) return Status::kNotConnected;
   return terminal.StopDue() ? Status::kStopped : list.Play();
 }
 
-Status SendCommands(const std::vector<std::string>& Commands, const CommandRunOptions& Options) {
-  Run run;
-  if (!Prepare(Options, run)) return Status::kUsage;
-  HeadlessTerminal terminal(Options, run.state);
+Status Send(const std::vector<std::string>& commands, const CommandRunOptions& options, Run& run) {
+  if (!Prepare(options, run)) return Status::kUsage;
+  HeadlessTerminal terminal(options, run.host, run.state);
   if (!terminal.Connect()) return Status::kNotConnected;
   bool all_done = true;
-  for (const std::string& command : Commands) {
+  for (const std::string& command : commands) {
     if (terminal.StopDue()) break;
     if (command.empty()) continue;
     all_done &= !terminal.core().exchange.Run(command, terminal::Sender::kList).Failed();
@@ -79,6 +77,22 @@ Status SendCommands(const std::vector<std::string>& Commands, const CommandRunOp
   }
   if (terminal.StopDue()) return Status::kStopped;
   return all_done ? Status::kDone : Status::kAnswerFailed;
+}
+
+}  // namespace
+
+Status RunCommandList(const std::string& File, const CommandRunOptions& Options) {
+  Run run{component::HostLines(Options.OnLine), {}, {}};
+  const Status status = RunList(File, Options, run);
+  run.host.Rethrow();
+  return status;
+}
+
+Status SendCommands(const std::vector<std::string>& Commands, const CommandRunOptions& Options) {
+  Run run{component::HostLines(Options.OnLine), {}, {}};
+  const Status status = Send(Commands, Options, run);
+  run.host.Rethrow();
+  return status;
 }
 
 }  // namespace kolvane

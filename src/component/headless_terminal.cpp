@@ -24,10 +24,11 @@ void Attempt(Step step) {
 
 }  // namespace
 
-HeadlessTerminal::HeadlessTerminal(const CommandRunOptions& options, ComponentState& state)
+HeadlessTerminal::HeadlessTerminal(const CommandRunOptions& options, HostLines& host, ComponentState& state)
     : options_(options),
+      host_(host),
       state_(state),
-      messages_(STDERR_FILENO, options.Verbose),
+      messages_(STDERR_FILENO, options.Verbose, host.wanted() ? &host : nullptr),
       pane_(STDOUT_FILENO, messages_),
       log_(state.terminal.output, messages_),
       library_(OwnFolder()),
@@ -63,7 +64,9 @@ bool HeadlessTerminal::Connect() {
 
 bool HeadlessTerminal::StopDue() {
   if (stopped_) return true;
-  if (pane_.error() != 0) {
+  if (host_.failed()) {
+    stopped_ = true;
+  } else if (pane_.error() != 0) {
     stopped_ = true;
     // A reader that has seen enough is no failure worth a word.
     if (pane_.error() != EPIPE) messages_.ShowError(texts::OutputNotWritten(pane_.error()));

@@ -11,11 +11,11 @@
 
 namespace kolvane::component {
 
-/// A terminal whose front end is standard output and standard error.
+/// A terminal whose front end is standard output and standard error, or a host's function.
 class HeadlessTerminal final : private terminal::ConnectionView, private terminal::ReceiveControlsView {
  public:
   /// `state` holds the connection and the stored terminal settings; the options go over the latter.
-  HeadlessTerminal(const CommandRunOptions& options, ComponentState& state);
+  HeadlessTerminal(const CommandRunOptions& options, HostLines& host, ComponentState& state);
   /// Closes the log first and the connection then.
   ~HeadlessTerminal() override;
   HeadlessTerminal(const HeadlessTerminal&) = delete;
@@ -42,6 +42,7 @@ class HeadlessTerminal final : private terminal::ConnectionView, private termina
   void ShowReceiveControls(const terminal::ReceiveShown&, bool) override {}
 
   const CommandRunOptions& options_;
+  HostLines& host_;
   ComponentState& state_;
   HeadlessMessages messages_;
   HeadlessPane pane_;

@@ -4,6 +4,10 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "component/captured_output.h"
 #include "terminal/texts.h"
@@ -121,6 +125,53 @@ TEST_F(HeadlessPaneTest, AFailureIsKeptAndNothingMoreIsWritten) {
   close(full);
   failing.AppendLine(LineKind::kCommand, "2");
   EXPECT_EQ(failing.error(), ENOSPC);
+}
+
+struct HeadlessPaneOfAHostTest : testing::Test {
+  std::vector<std::pair<LineKind, std::string>> lines;
+  HostLines::Handler handler = [this](LineKind kind, const std::string& line) {
+    lines.emplace_back(kind, line);
+  };
+  HostLines host{handler};
+  CapturedOutput out;
+  CapturedOutput err;
+  HeadlessMessages messages{err.fd(), true, &host};
+  HeadlessPane pane{out.fd(), messages};
+};
+
+TEST_F(HeadlessPaneOfAHostTest, EveryLineIsHandedOverByItsKindAndNothingIsWritten) {
+  pane.AppendLine(LineKind::kCommand, "MSV?");
+  pane.AppendLine(LineKind::kAnswer, "1\r\n2\r\n");
+  pane.AppendText(LineKind::kTime, texts::ResponseTime("0,5"), 0);
+  pane.AppendLine(LineKind::kNotice, "connected");
+  pane.AppendText(LineKind::kError, texts::WriteError("-5"), 0);
+  pane.AppendLine(LineKind::kError, "-7");
+  pane.EndLine();
+  EXPECT_EQ(lines, (std::vector<std::pair<LineKind, std::string>>{{LineKind::kCommand, "MSV?"},
+                                                                  {LineKind::kAnswer, "1\n2"},
+                                                                  {LineKind::kTime, "(dt = 0,5 ms)"},
+                                                                  {LineKind::kNotice, "connected"},
+                                                                  {LineKind::kError, "Write error: -5"},
+                                                                  {LineKind::kError, "-7"}}));
+  EXPECT_EQ(out.text() + err.text(), "");
+}
+
+TEST_F(HeadlessPaneOfAHostTest, TheFirstExceptionIsKeptAndEndsTheHanding) {
+  handler = [this](LineKind kind, const std::string& line) {
+    lines.emplace_back(kind, line);
+    throw std::runtime_error(line);
+  };
+  pane.AppendLine(LineKind::kCommand, "ONE");
+  EXPECT_TRUE(host.failed());
+  pane.AppendLine(LineKind::kCommand, "TWO");
+  messages.ShowError("three");
+  EXPECT_EQ(lines.size(), 1u);
+  try {
+    host.Rethrow();
+    FAIL();
+  } catch (const std::runtime_error& error) {
+    EXPECT_STREQ(error.what(), "ONE");
+  }
 }
 
 TEST(HeadlessMessages, AreOneLineEach) {

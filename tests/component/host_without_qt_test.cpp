@@ -10,6 +10,10 @@
 #include <clocale>
 #include <cstdlib>
 #include <memory>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "kolvane/CommandRun.h"
 #include "kolvane/MainClass.h"
@@ -83,6 +87,62 @@ TEST(RunWithoutWindow, LeavesTheHostsEnvironmentAsItWas) {
   EXPECT_EQ(SendCommands({"X"}, options), CommandRunStatus::kNotConnected);
   EXPECT_STREQ(std::getenv("KOLVANE_COM1"), "/dev/ttyUSB7");
   unsetenv("KOLVANE_COM1");
+}
+
+class RunForAHost : public testing::Test {
+ protected:
+  RunForAHost() {
+    options_.Connect = "OFFLINE";
+    options_.OnLine = [this](LineKind kind, const std::string& line) { lines_.emplace_back(kind, line); };
+  }
+
+  std::vector<LineKind> Kinds() const {
+    std::vector<LineKind> kinds;
+    for (const auto& [kind, line] : lines_) kinds.push_back(kind);
+    return kinds;
+  }
+
+  CommandRunOptions options_;
+  std::vector<std::pair<LineKind, std::string>> lines_;
+};
+
+TEST_F(RunForAHost, HandsOverEachLineByItsKind) {
+  options_.ShowCommands = options_.ShowTimes = options_.Verbose = true;
+  testing::internal::CaptureStdout();
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(SendCommands({"MSV?"}, options_), CommandRunStatus::kDone);
+  EXPECT_EQ(testing::internal::GetCapturedStdout() + testing::internal::GetCapturedStderr(), "");
+  EXPECT_EQ(Kinds(), (std::vector{LineKind::kNotice, LineKind::kCommand, LineKind::kAnswer, LineKind::kTime,
+                                  LineKind::kNotice}));
+  EXPECT_EQ(lines_[1].second, "MSV?");
+  EXPECT_TRUE(lines_[2].second.starts_with("Test mode answer at ")) << lines_[2].second;
+}
+
+TEST_F(RunForAHost, HandsOverWhatIsWrongBeforeTheRun) {
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(RunCommandList("/nonexistent.CMD", options_), CommandRunStatus::kUsage);
+  options_.Connect = "NOWHERE";
+  EXPECT_EQ(SendCommands({"MSV?"}, options_), CommandRunStatus::kUsage);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+  EXPECT_EQ(Kinds(), (std::vector{LineKind::kError, LineKind::kError}));
+  EXPECT_NE(lines_[0].second.find("/nonexistent.CMD"), std::string::npos);
+}
+
+TEST_F(RunForAHost, EndsByTheExceptionOfTheFunction) {
+  int handed = 0;
+  options_.OnLine = [&](LineKind, const std::string& line) {
+    ++handed;
+    throw std::logic_error(line);
+  };
+  EXPECT_THROW(SendCommands({"ONE", "TWO"}, options_), std::logic_error);
+  EXPECT_EQ(handed, 1);
+}
+
+TEST_F(RunForAHost, EndsByTheExceptionOfTheOtherFunction) {
+  options_.Verbose = true;
+  options_.StopRequested = []() -> bool { throw std::logic_error("no"); };
+  EXPECT_THROW(SendCommands({"ONE"}, options_), std::logic_error);
+  EXPECT_EQ(Kinds(), (std::vector{LineKind::kNotice, LineKind::kNotice})) << "connected and disconnected";
 }
 
 }  // namespace
