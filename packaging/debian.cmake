@@ -61,6 +61,6 @@ Kolvane talks to measurement amplifiers and other instruments that speak a
 line-oriented ASCII protocol.
 
 The package has the Python module kolvane, with which a Python program opens
-the terminal on devices of its own.")
+the terminal on devices of its own and runs command lists without a window.")
 
 include(CPack)

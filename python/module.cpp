@@ -5,6 +5,7 @@
 #include <memory>
 #include <stdexcept>
 
+#include "command_run.h"
 #include "device_failure.h"
 #include "kolvane/MainClass.h"
 #include "python_host.h"
@@ -121,4 +122,5 @@ PYBIND11_MODULE(_kolvane, module) {
   module.attr("__version__") = KOLVANE_VERSION;
   kolvane::python::TranslateExceptions();
   kolvane::python::DefineMainClass(module);
+  kolvane::python::DefineCommandRun(module);
 }

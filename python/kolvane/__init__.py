@@ -1,16 +1,35 @@
-"""Opens the Kolvane command terminal on a device object written in Python.
+"""Opens the Kolvane command terminal on a device object written in Python, or does without a window.
 
     with kolvane.MainClass() as terminal:
         terminal.InitTerminal(device)
         terminal.OpenTerminal(1, 0)
+
+    kolvane.send("*IDN?", connect="TCPIP::192.168.1.7::5025::SOCKET", on_line=print)
 """
 
 from ._kolvane import MainClass, __version__
 from .errors import Error, NoDisplay
+from .headless import LineKind, Port, RunOptions, RunStatus, list_ports, run, send
 from .hosts import IndexedHost, IndexedIO, SingleHost
 
-__all__ = ["Error", "IndexedHost", "IndexedIO", "MainClass", "NoDisplay", "SingleHost", "__version__"]
+__all__ = [
+    "Error",
+    "IndexedHost",
+    "IndexedIO",
+    "LineKind",
+    "MainClass",
+    "NoDisplay",
+    "Port",
+    "RunOptions",
+    "RunStatus",
+    "SingleHost",
+    "__version__",
+    "list_ports",
+    "run",
+    "send",
+]
 
 # Tracebacks and pickles name the package, which stays, and not the file in which a class happens to be.
-for _public in (Error, NoDisplay, IndexedHost, IndexedIO, SingleHost):
-    _public.__module__ = __name__
+for _name in __all__:
+    if hasattr(globals()[_name], "__module__"):
+        globals()[_name].__module__ = __name__

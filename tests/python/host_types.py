@@ -16,3 +16,13 @@ with kolvane.MainClass() as terminal:
     terminal.OpenTerminal(1, 0)
     unloadable: bool = terminal.CanUnload
 version: str = kolvane.__version__
+
+
+def on_line(kind: kolvane.LineKind, line: str) -> None:
+    print(kind.value, line)
+
+
+options = kolvane.RunOptions(connect="OFFLINE", timeout=1.5, send_terminator=b"\r", log=pathlib.Path("a.log"))
+status: kolvane.RunStatus = kolvane.run(pathlib.Path("a.CMD"), options, on_line=on_line, stop_requested=lambda: False)
+status = kolvane.send(["*IDN?"], connect="OFFLINE", on_line=on_line)
+resources = [port.resource for port in kolvane.list_ports()]

@@ -1,0 +1,232 @@
+"""Command lists and commands without a window, and the ports that there are."""
+
+import dataclasses
+import enum
+import os
+import threading
+from typing import Any, Callable, Dict, Iterable, List, NamedTuple, Optional, Tuple, Union
+
+from . import _kolvane
+from .errors import Error
+
+Path = Union[str, bytes, "os.PathLike[str]", "os.PathLike[bytes]"]
+Terminator = Union[str, bytes]
+
+
+class LineKind(str, enum.Enum):
+    """What a line of a run is.
+
+    COMMAND: a command that was sent. ANSWER: the device's answer to it. NOTICE:
+    the terminal's own word, such as connected and disconnected. ERROR: why a
+    command was not written or no answer came, and every other message. TIME: the
+    response time of the answer before it.
+    """
+
+    COMMAND = "command"
+    ANSWER = "answer"
+    NOTICE = "notice"
+    ERROR = "error"
+    TIME = "time"
+
+
+class RunStatus(enum.IntEnum):
+    """How a run ended: the exit statuses of the program.
+
+    STOPPED: an error in the list, or a stop that was asked for. USAGE: no such
+    resource, a list or settings that cannot be read; nothing was done.
+    NOT_CONNECTED: no connection came about at the start; nothing was sent.
+    ANSWER_FAILED: at least one command or answer failed.
+    """
+
+    DONE = 0
+    STOPPED = 1
+    USAGE = 2
+    NOT_CONNECTED = 3
+    ANSWER_FAILED = 4
+
+
+class Port(NamedTuple):
+    """A port that this computer has; empty texts where there is none."""
+
+    resource: str
+    node: str
+    description: str
+
+
+LineHandler = Callable[[LineKind, str], object]
+
+_KINDS = tuple(LineKind)
+_PARITIES = ("none", "even", "odd")
+_RECEIVE_MODES = ("terminator", "auto", "count")
+# The port library has one connection.
+_one_at_a_time = threading.Lock()
+
+
+@dataclasses.dataclass(frozen=True)
+class RunOptions:
+    """What a run works with: the options of the program's command line.
+
+    connect: a RESOURCE such as "TCPIP::192.168.1.7::5025::SOCKET"; without it the
+    user's stored connection. settings_file: in place of the user's own. folder:
+    the component's folder. log: a file that takes each line of the run.
+
+    Serial lines only: baud, parity ("none", "even", "odd"), data_bits (7, 8) and
+    stop_bits (1, 2).
+
+    timeout: seconds, of connecting and of each answer. receive_mode: an answer ends
+    by its "terminator", at the first gap ("auto") or after "count" bytes; count,
+    0 to 1025, says after how many. send_terminator ends each command,
+    receive_terminator (nothing, one character or CR LF) each answer. binary: each
+    byte of an answer as <0D>.
+
+    show_commands, show_times: commands and response times are lines, too. verbose:
+    so are notices.
+
+    What is not given keeps its stored value, or its built-in one with connect.
+    Raises ValueError for what the program would refuse.
+    """
+
+    connect: str = ""
+    settings_file: Path = ""
+    folder: Path = ""
+    log: Path = ""
+    baud: Optional[int] = None
+    parity: Optional[str] = None
+    data_bits: Optional[int] = None
+    stop_bits: Optional[int] = None
+    timeout: Optional[float] = None
+    receive_mode: Optional[str] = None
+    count: Optional[int] = None
+    send_terminator: Optional[Terminator] = None
+    receive_terminator: Optional[Terminator] = None
+    binary: bool = False
+    show_commands: bool = False
+    show_times: bool = False
+    verbose: bool = False
+
+    def __post_init__(self) -> None:
+        self._check_word("parity", _PARITIES)
+        self._check_word("receive_mode", _RECEIVE_MODES)
+        self._check_range("baud", 1, 2**31 - 1)
+        self._check_range("data_bits", 7, 8)
+        self._check_range("stop_bits", 1, 2)
+        self._check_range("timeout", 0, (2**31 - 1) / 1000)
+        self._check_range("count", 0, _kolvane.largest_count)
+        terminator = _bytes(self.receive_terminator) or b""
+        if len(terminator) > 1 and terminator != b"\r\n":
+            raise ValueError("receive_terminator must be empty, one character or CR LF")
+        if self.binary and self.receive_mode == "terminator":
+            raise ValueError("binary needs receive_mode auto or count")
+        if self.count is not None and self.receive_mode not in (None, "count"):
+            raise ValueError("count needs receive_mode count")
+
+    def _check_word(self, name: str, words: Tuple[str, ...]) -> None:
+        value = getattr(self, name)
+        if value is not None and value not in words:
+            raise ValueError(f"{name} must be one of {', '.join(words)}, not {value!r}")
+
+    def _check_range(self, name: str, smallest: float, largest: float) -> None:
+        value = getattr(self, name)
+        if value is not None and not smallest <= value <= largest:
+            raise ValueError(f"{name} must be {smallest} to {largest}, not {value!r}")
+
+
+def _bytes(terminator: Optional[Terminator]) -> Optional[bytes]:
+    return terminator.encode("cp1252") if isinstance(terminator, str) else terminator
+
+
+def _number(word: Optional[str], words: Tuple[str, ...]) -> Optional[int]:
+    return None if word is None else words.index(word)
+
+
+def _values(options: RunOptions) -> Dict[str, Any]:
+    """The fields as the compiled part takes them."""
+    receive_mode = options.receive_mode if options.count is None else "count"
+    return {
+        "Connect": options.connect,
+        "SettingsFile": os.fsencode(options.settings_file),
+        "Folder": os.fsencode(options.folder),
+        "LogFile": os.fsencode(options.log),
+        "Baud": options.baud,
+        "Parity": _number(options.parity, _PARITIES),
+        "DataBits": options.data_bits,
+        "StopBits": options.stop_bits,
+        "TimeoutMs": None if options.timeout is None else round(options.timeout * 1000),
+        "ReceiveMode": _number(receive_mode, _RECEIVE_MODES),
+        "Count": options.count,
+        "SendTerminator": _bytes(options.send_terminator),
+        "ReceiveTerminator": _bytes(options.receive_terminator),
+        "Binary": options.binary,
+        "ShowCommands": options.show_commands,
+        "ShowTimes": options.show_times,
+        "Verbose": options.verbose,
+    }
+
+
+def _by_number(on_line: Optional[LineHandler]) -> Optional[Callable[[int, str], object]]:
+    if on_line is None:
+        return None
+    take: LineHandler = on_line
+    return lambda number, line: take(_KINDS[number], line)
+
+
+def _run(
+    start: Callable[..., int],
+    what: Any,
+    options: RunOptions,
+    on_line: Optional[LineHandler],
+    stop_requested: Optional[Callable[[], bool]],
+) -> RunStatus:
+    if not _one_at_a_time.acquire(blocking=False):
+        raise Error("another run is under way: there is one at a time in a process")
+    try:
+        return RunStatus(start(what, _values(options), _by_number(on_line), stop_requested))
+    finally:
+        _one_at_a_time.release()
+
+
+def run(
+    command_list: Path,
+    options: RunOptions = RunOptions(),
+    *,
+    on_line: Optional[LineHandler] = None,
+    stop_requested: Optional[Callable[[], bool]] = None,
+    **changes: Any,
+) -> RunStatus:
+    """Connects, runs a command file from its first row to its end, and disconnects.
+
+    changes: fields of RunOptions by name, over `options`. on_line(kind, line)
+    takes each line in the place of standard output and standard error.
+    stop_requested() is asked after each row; true ends the run. What either of
+    them raises ends the run, too, and is raised here; so does Ctrl+C. No display
+    is needed, and any thread will do; other threads go on meanwhile. Raises
+    Error where another run is under way.
+    """
+    options = dataclasses.replace(options, **changes)
+    return _run(_kolvane.run_list, os.fsencode(command_list), options, on_line, stop_requested)
+
+
+def send(
+    commands: Union[str, Iterable[str]],
+    options: RunOptions = RunOptions(),
+    *,
+    on_line: Optional[LineHandler] = None,
+    stop_requested: Optional[Callable[[], bool]] = None,
+    **changes: Any,
+) -> RunStatus:
+    """Connects, sends one command or several and reads the answer to each, and disconnects.
+
+    The other arguments are those of run. An empty command does nothing.
+    """
+    options = dataclasses.replace(options, **changes)
+    lines = [commands] if isinstance(commands, str) else list(commands)
+    encoded = [line.encode("utf-8", "replace") for line in lines]
+    return _run(_kolvane.send_commands, encoded, options, on_line, stop_requested)
+
+
+def list_ports() -> List[Port]:
+    """Serial ports, USB devices with a serial number, GPIB boards and parallel ports, in this order.
+
+    No device is spoken to; it takes two seconds at most.
+    """
+    return [Port(*port) for port in _kolvane.list_ports()]

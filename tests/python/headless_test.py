@@ -1,0 +1,260 @@
+"""Command lists and commands without a window: what reaches the caller, and how a run ends."""
+
+import asyncio
+import os
+import pathlib
+import pickle
+import signal
+import socketserver
+import subprocess
+import sys
+import tempfile
+import threading
+import unittest
+import unittest.mock
+
+import kolvane
+from kolvane import LineKind, RunOptions, RunStatus
+
+
+class Echo(socketserver.StreamRequestHandler):
+    """An instrument that gives each command back, in capitals; HUSH it leaves without an answer, ASK it asks about."""
+
+    def handle(self):
+        for line in self.rfile:
+            self.server.received.append(line)
+            command = line.strip()
+            if command == b"ASK":
+                self.server.ask()
+            if command != b"HUSH":
+                self.wfile.write(command.upper() + b"\r\n")
+
+
+class HeadlessCase(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.folder = pathlib.Path(folder.name)
+        self.lines = []
+
+    def on_line(self, kind, line):
+        self.lines.append((kind, line))
+
+    def instrument(self):
+        """The resource of an instrument that lasts for the test."""
+        self.server = socketserver.ThreadingTCPServer(("127.0.0.1", 0), Echo)
+        self.server.daemon_threads = True
+        self.server.received = []
+        thread = threading.Thread(target=self.server.serve_forever, args=[0.01])
+        thread.start()
+        self.addCleanup(self.server.server_close)
+        self.addCleanup(thread.join)
+        self.addCleanup(self.server.shutdown)
+        return "TCPIP::127.0.0.1::%d::SOCKET" % self.server.server_address[1]
+
+    def list_file(self, *rows):
+        path = self.folder / "a.CMD"
+        path.write_bytes("".join(row + "\r\n" for row in rows).encode("cp1252"))
+        return path
+
+
+class Lines(HeadlessCase):
+    def test_each_is_handed_over_by_its_kind(self):
+        status = kolvane.send(
+            "msv?", connect=self.instrument(), on_line=self.on_line, show_commands=True, show_times=True, verbose=True
+        )
+        self.assertIs(status, RunStatus.DONE)
+        self.assertEqual(
+            [kind for kind, line in self.lines],
+            [LineKind.NOTICE, LineKind.COMMAND, LineKind.ANSWER, LineKind.TIME, LineKind.NOTICE],
+        )
+        self.assertEqual([line for kind, line in self.lines][1:3], ["msv?", "MSV?"])
+        self.assertRegex(self.lines[3][1], r"^\(dt = .* ms\)$")
+
+    def test_those_of_a_list_too(self):
+        path = self.list_file("' zweimal", "$REPEAT 1", "größe 5 µm", "$ENDREPEAT")
+        status = kolvane.run(path, connect=self.instrument(), on_line=self.on_line)
+        self.assertIs(status, RunStatus.DONE)
+        # The instrument speaks of bytes, which upper() leaves alone beyond ASCII.
+        self.assertEqual(self.lines, [("answer", "GRößE 5 µM")] * 2)
+
+    def test_a_time_out_is_an_error_in_the_answer_s_place(self):
+        status = kolvane.send(["HUSH", "a"], connect=self.instrument(), on_line=self.on_line, timeout=0.05)
+        self.assertIs(status, RunStatus.ANSWER_FAILED)
+        self.assertEqual([kind for kind, line in self.lines], [LineKind.ERROR, LineKind.ANSWER])
+
+    def test_a_message_is_one_too(self):
+        status = kolvane.run(self.list_file("a", "$NOSUCH"), connect="OFFLINE", on_line=self.on_line)
+        self.assertIs(status, RunStatus.STOPPED)
+        self.assertEqual(self.lines[1:], [("error", "Fehler in Befehlsliste (Zeile 2): Unbekannter $ Befehl")])
+
+    def test_without_a_function_they_are_printed(self):
+        program = "import kolvane, sys; sys.exit(kolvane.send(['', 'x'], connect=sys.argv[1]))"
+        run = subprocess.run([sys.executable, "-c", program, self.instrument()], capture_output=True, text=True)
+        self.assertEqual((run.returncode, run.stdout, run.stderr), (0, "X\n", ""))
+
+    def test_with_one_nothing_is_printed(self):
+        program = """
+import kolvane, sys
+sys.exit(kolvane.send("x", connect=sys.argv[1], verbose=True, on_line=lambda kind, line: None))
+"""
+        for resource, status in ((self.instrument(), RunStatus.DONE), ("NOWHERE", RunStatus.USAGE)):
+            run = subprocess.run([sys.executable, "-c", program, resource], capture_output=True, text=True)
+            self.assertEqual((run.returncode, run.stdout, run.stderr), (status, "", ""))
+
+
+class Options(HeadlessCase):
+    def test_they_may_be_kept_and_changed(self):
+        options = RunOptions(connect=self.instrument(), show_commands=True)
+        kolvane.send("a", options, on_line=self.on_line)
+        kolvane.send("b", options, on_line=self.on_line, show_commands=False)
+        self.assertEqual([line for kind, line in self.lines], ["a", "A", "B"])
+
+    def test_terminators_are_texts_or_bytes(self):
+        for terminator in ("\r\n", b"\r\n"):
+            kolvane.send("a", connect=self.instrument(), on_line=self.on_line, send_terminator=terminator)
+            self.assertEqual(self.server.received, [b"a\r\n"])
+
+    def test_a_count_ends_an_answer(self):
+        kolvane.send("abcdef", connect=self.instrument(), on_line=self.on_line, count=4)
+        self.assertEqual(self.lines, [("answer", "ABCD")])
+
+    def test_a_log_takes_the_lines(self):
+        log = self.folder / "run.log"
+        kolvane.send("a", connect=self.instrument(), on_line=self.on_line, log=log)
+        self.assertIn(b"A\r\n", log.read_bytes())
+
+    def test_every_one_reaches_the_run(self):
+        """Each by what it does where it can be seen, or by its being taken at all."""
+        status = kolvane.send(
+            "a", connect=self.instrument(), on_line=self.on_line, settings_file=self.folder / "no.ini",
+            folder=os.fsencode(self.folder), baud=9600, parity="odd", data_bits=7, stop_bits=2, timeout=1,
+            receive_mode="auto", binary=True, receive_terminator="",
+        )  # fmt: skip
+        self.assertIs(status, RunStatus.DONE)
+        self.assertEqual(self.lines, [("answer", "<41><0D><0A>")])
+
+    def test_what_the_program_would_refuse_is_a_value_error(self):
+        refused = (
+            {"baud": 0},
+            {"parity": "mark"},
+            {"data_bits": 9},
+            {"stop_bits": 0},
+            {"timeout": -1},
+            {"timeout": float("nan")},
+            {"receive_mode": "gap"},
+            {"count": 1026},
+            {"receive_terminator": "ab"},
+            {"send_terminator": "Ω"},
+            {"binary": True, "receive_mode": "terminator"},
+            {"count": 1, "receive_mode": "auto"},
+        )
+        for options in refused:
+            with self.assertRaises(ValueError, msg=options):
+                kolvane.send("a", connect="OFFLINE", on_line=self.on_line, **options)
+        self.assertEqual(self.lines, [])
+
+    def test_an_unknown_one_is_named(self):
+        with self.assertRaisesRegex(TypeError, "bauds"):
+            kolvane.send("a", bauds=9600)
+
+    def test_a_list_that_cannot_be_read(self):
+        self.assertIs(kolvane.run(self.folder / "none.CMD", connect="OFFLINE", on_line=self.on_line), RunStatus.USAGE)
+        self.assertRegex(self.lines[0][1], "none.CMD")
+
+    def test_no_connection(self):
+        status = kolvane.send("a", connect="TCPIP::127.0.0.1::1::SOCKET", on_line=self.on_line)
+        self.assertIs(status, RunStatus.NOT_CONNECTED)
+        self.assertEqual([kind for kind, line in self.lines], [LineKind.ERROR])
+
+    def test_kinds_and_statuses_can_be_pickled(self):
+        for value in (LineKind.TIME, RunStatus.STOPPED, RunOptions(baud=300), kolvane.Port("a", "b", "c")):
+            self.assertEqual(pickle.loads(pickle.dumps(value)), value)
+
+
+class Ends(HeadlessCase):
+    def test_by_the_wish_of_the_caller(self):
+        status = kolvane.send(
+            ["a", "b", "c"],
+            connect=self.instrument(),
+            on_line=self.on_line,
+            stop_requested=lambda: len(self.server.received) == 2,
+        )
+        self.assertIs(status, RunStatus.STOPPED)
+        self.assertEqual(self.lines[:2], [("answer", "A"), ("answer", "B")])
+        self.assertEqual(self.server.received, [b"a\n", b"b\n"])
+
+    def test_by_an_exception_of_the_line_s_function(self):
+        def fail(kind, line):
+            self.on_line(kind, line)
+            raise LookupError(line)
+
+        with self.assertRaisesRegex(LookupError, "^A$"):
+            kolvane.send(["a", "b"], connect=self.instrument(), on_line=fail)
+        self.assertEqual(self.lines, [("answer", "A")])
+        self.assertEqual(self.server.received, [b"a\n"])
+
+    def test_by_an_exception_of_the_other_one(self):
+        def fail():
+            raise LookupError
+
+        with self.assertRaises(LookupError):
+            kolvane.send("a", connect=self.instrument(), on_line=self.on_line, stop_requested=fail)
+
+    def test_by_a_signal_whose_handler_raises(self):
+        class Alarm(Exception):
+            pass
+
+        def ring(number, frame):
+            raise Alarm
+
+        self.addCleanup(signal.signal, signal.SIGALRM, signal.signal(signal.SIGALRM, ring))
+        endless = self.list_file("$SILENT ON", "$REPEAT 32767", "$DELAY 1", "$ENDREPEAT")
+        signal.setitimer(signal.ITIMER_REAL, 0.02)
+        with self.assertRaises(Alarm):
+            kolvane.run(endless, connect="OFFLINE")
+
+    def test_and_another_one_may_follow(self):
+        with self.assertRaises(LookupError):
+            kolvane.send("a", connect="OFFLINE", stop_requested=unittest.mock.Mock(side_effect=LookupError))
+        self.assertIs(kolvane.send("a", connect="OFFLINE", on_line=self.on_line), RunStatus.DONE)
+
+
+class Threads(HeadlessCase):
+    def test_any_will_do_while_a_loop_goes_on(self):
+        async def answered_by_the_loop():
+            resource = self.instrument()
+            loop, asked, may_answer = asyncio.get_running_loop(), asyncio.Event(), threading.Event()
+            self.server.ask = lambda: (loop.call_soon_threadsafe(asked.set), may_answer.wait())
+            run = asyncio.create_task(asyncio.to_thread(kolvane.send, "ASK", connect=resource, on_line=self.on_line))
+            await asked.wait()
+            may_answer.set()
+            return await run
+
+        self.assertIs(asyncio.run(answered_by_the_loop()), RunStatus.DONE)
+        self.assertEqual(self.lines, [("answer", "ASK")])
+
+    def test_one_run_at_a_time(self):
+        refusals = []
+
+        def again(kind, line):
+            with self.assertRaisesRegex(kolvane.Error, "one at a time") as caught:
+                kolvane.send("b", connect="OFFLINE")
+            refusals.append(caught.exception)
+
+        self.assertIs(kolvane.send("a", connect="OFFLINE", on_line=again), RunStatus.DONE)
+        self.assertEqual(len(refusals), 1)
+
+
+class Ports(HeadlessCase):
+    def test_each_has_a_resource_a_node_and_a_description(self):
+        (self.folder / "class/ppdev/parport1").mkdir(parents=True)
+        settings = {"KOLVANE_SYSFS": str(self.folder), "KOLVANE_LPT2": "/dev/parport1", "KOLVANE_GPIB_LIBRARY": "/nowhere"}
+        with unittest.mock.patch.dict(os.environ, settings):
+            ports = kolvane.list_ports()
+        self.assertEqual(ports, [kolvane.Port("LPT2", "/dev/parport1", "parallel port")])
+        self.assertEqual(ports[0].resource, "LPT2")
+
+
+if __name__ == "__main__":
+    unittest.main()
