@@ -52,7 +52,7 @@ class SilentOutput {
 class ListLoop final : public Loop {
  public:
   explicit ListLoop(const EchoInstrument& instrument)
-      : options_(OptionsFor(instrument)), terminal_(options_, Prepared()), list_(terminal_, state_) {
+      : options_(OptionsFor(instrument)), terminal_(options_, host_, Prepared()), list_(terminal_, state_) {
     if (!terminal_.Connect()) std::abort();
   }
 
@@ -75,6 +75,7 @@ class ListLoop final : public Loop {
 
   base::TempFolder folder_;
   CommandRunOptions options_;
+  component::HostLines host_{options_.OnLine};
   component::ComponentState state_;
   component::HeadlessTerminal terminal_;
   component::HeadlessList list_;
