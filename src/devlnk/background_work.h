@@ -31,11 +31,12 @@ class BlockedSignals {
   sigset_t before_;
 };
 
-/// The result of work that may never end, or nothing when it throws or has not come by the deadline. The work
-/// cannot be asked to hurry, so its thread is left to itself then; `work` must own all that it uses.
-/// The library stays loaded once it was (-z nodelete). std::system_error where no thread can be had.
+/// The result of work that may never end, or nothing where it throws, has not come by the deadline or was
+/// given up. The work cannot be asked to hurry, so its thread is left to itself then; `work` must own all
+/// that it uses. The library stays loaded once it was (-z nodelete). std::system_error where no thread can be
+/// had.
 template <typename Work>
-auto ResultBy(Deadline& deadline, Work work) -> std::optional<decltype(work())> {
+auto RunWithDeadline(Deadline& deadline, Work work) -> std::optional<decltype(work())> {
   struct Exchange {
     std::mutex mutex;
     std::condition_variable done;
@@ -59,14 +60,18 @@ auto ResultBy(Deadline& deadline, Work work) -> std::optional<decltype(work())> 
       exchange->done.notify_one();
     });
   }
-  std::unique_lock lock(exchange->mutex);
-  const std::chrono::milliseconds left(deadline.RemainingMs());
-  exchange->done.wait_for(lock, left, [&] { return exchange->ended; });
-  if (exchange->ended) {
-    worker.join();
-  } else {
+  for (;;) {
+    {
+      std::unique_lock lock(exchange->mutex);
+      exchange->done.wait_for(lock, std::chrono::milliseconds(deadline.SliceMs()),
+                              [&] { return exchange->ended; });
+      if (exchange->ended) break;
+    }
+    if (deadline.Continue()) continue;
     worker.detach();
+    return std::nullopt;
   }
+  worker.join();
   return std::move(exchange->result);
 }
 

@@ -33,7 +33,12 @@ class Channel {
   virtual Status Write(std::string_view bytes, Deadline& deadline) = 0;
 
   /// Throws away what the system still holds unread, beyond what Read can fetch.
-  virtual void DiscardInput() {}
+  virtual void DiscardInput(Deadline& /*deadline*/) {}
+
+  /// What has come and Read has not fetched yet, as far as the system tells.
+  virtual std::size_t Waiting() const { return 0; }
+  /// Becomes readable when something comes, or the connection ends; negative: there is none.
+  virtual int wait_fd() const { return -1; }
 };
 
 /// What QDX_OpenPort was given.

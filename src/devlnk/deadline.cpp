@@ -1,6 +1,6 @@
 #include "devlnk/deadline.h"
 
-#include <cerrno>
+#include <algorithm>
 #include <ctime>
 
 namespace kolvane::devlnk {
@@ -8,6 +8,12 @@ namespace {
 
 constexpr std::int64_t kNsPerMs = 1'000'000;
 constexpr std::int64_t kNsPerSecond = 1'000'000'000;
+
+// Rounded up, 0 for what is past.
+std::int32_t MsUntil(std::int64_t end_ns, std::int64_t now_ns) {
+  const std::int64_t left = end_ns - now_ns;
+  return left <= 0 ? 0 : static_cast<std::int32_t>((left + kNsPerMs - 1) / kNsPerMs);
+}
 
 }  // namespace
 
@@ -17,30 +23,68 @@ std::int64_t MonotonicNs() {
   return static_cast<std::int64_t>(now.tv_sec) * kNsPerSecond + now.tv_nsec;
 }
 
-void SleepMs(std::int32_t milliseconds) {
-  const std::int64_t end = MonotonicNs() + milliseconds * kNsPerMs;
-  timespec until{};
-  until.tv_sec = static_cast<std::time_t>(end / kNsPerSecond);
-  until.tv_nsec = static_cast<long>(end % kNsPerSecond);
-  while (clock_nanosleep(CLOCK_MONOTONIC, TIMER_ABSTIME, &until, nullptr) == EINTR) {
-  }
+void Waiting::Start(std::int64_t now_ns) {
+  if (start_ns_ != 0) return;
+  start_ns_ = now_ns;
+  due_ns_ = now_ns + kPaceMs * kNsPerMs;
+}
+
+void Waiting::Attend(std::int64_t now_ns) {
+  if (!attended() || given_up_ || now_ns < due_ns_) return;
+  const auto waited_ms =
+      static_cast<std::int32_t>(std::min<std::int64_t>((now_ns - start_ns_) / kNsPerMs, INT32_MAX));
+  called_ = true;
+  given_up_ = handler_.function(handler_.context, waited_ms) != 0;
+  // From the call's end on: a handler that takes long is no reason to do nothing else.
+  due_ns_ = MonotonicNs() + kPaceMs * kNsPerMs;
 }
 
 void Deadline::Start() {
   if (started_) return;
   started_ = true;
-  end_ns_ = MonotonicNs() + total_ms_ * kNsPerMs;
+  const std::int64_t now = MonotonicNs();
+  end_ns_ = now + total_ms_ * kNsPerMs;
+  if (waiting_ != nullptr) waiting_->Start(now);
 }
 
 std::int32_t Deadline::RemainingMs() {
+  if (given_up()) return 0;
   if (!started_) {
     Start();
     return total_ms_;
   }
-  const std::int64_t left = end_ns_ - MonotonicNs();
-  return left <= 0 ? 0 : static_cast<std::int32_t>((left + kNsPerMs - 1) / kNsPerMs);
+  return MsUntil(end_ns_, MonotonicNs());
 }
 
-bool Deadline::IsOver() { return started_ ? RemainingMs() == 0 : total_ms_ == 0; }
+std::int32_t Deadline::SliceMs() {
+  const std::int32_t remaining = RemainingMs();
+  return attended() ? std::min(remaining, MsUntil(waiting_->due_ns(), MonotonicNs())) : remaining;
+}
+
+void Deadline::Attend() {
+  Start();
+  if (attended()) waiting_->Attend(MonotonicNs());
+}
+
+bool Deadline::Continue() {
+  Attend();
+  return !IsOver();
+}
+
+bool Deadline::IsOver() { return started_ || given_up() ? RemainingMs() == 0 : total_ms_ == 0; }
+
+void SleepUntilOver(Deadline& deadline) {
+  while (!deadline.IsOver()) {
+    const std::int32_t slice = deadline.SliceMs();
+    const timespec time{slice / 1000, slice % 1000 * 1'000'000L};
+    clock_nanosleep(CLOCK_MONOTONIC, 0, &time, nullptr);
+    if (!deadline.Continue()) return;
+  }
+}
+
+void SleepMs(std::int32_t milliseconds) {
+  Deadline deadline(milliseconds);
+  SleepUntilOver(deadline);
+}
 
 }  // namespace kolvane::devlnk

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <utility>
 
@@ -29,8 +30,12 @@ class Descriptor {
 /// open(2), tried again whenever a signal interrupts it; empty where it fails, with its errno.
 Descriptor OpenDescriptor(const std::string& path, int flags);
 
-/// Waits until one of `events` (of poll) or a hang-up shows, whatever signals arrive; false when time is up.
+/// Waits until one of `events` (of poll) or a hang-up shows, whatever signals arrive; false when the
+/// deadline is over.
 bool WaitFor(int fd, short events, Deadline& deadline);
+
+/// What the system holds unread of a stream; 0 where it cannot tell.
+std::size_t BytesToRead(int fd);
 
 /// Switches O_NONBLOCK off.
 void MakeBlocking(int fd);

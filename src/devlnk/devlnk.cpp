@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include "devlnk/eight_bit.h"
 #include "devlnk/port_session.h"
@@ -11,6 +12,7 @@ namespace {
 
 using kolvane::devlnk::AttachedUsb;
 using kolvane::devlnk::Code;
+using kolvane::devlnk::Deadline;
 using kolvane::devlnk::EightBitText;
 using kolvane::devlnk::FindPortKind;
 using kolvane::devlnk::GpibOptions;
@@ -20,6 +22,7 @@ using kolvane::devlnk::PortRequest;
 using kolvane::devlnk::PortSession;
 using kolvane::devlnk::Status;
 using kolvane::devlnk::UsbDevice;
+using kolvane::devlnk::Waiting;
 
 constexpr std::size_t kScanField = 255;
 constexpr std::size_t kScanRecord = 2 * kScanField;
@@ -31,15 +34,27 @@ PortSession& Session() {
   return session;
 }
 
+// An operation is under way: a wait handler may have called back.
+bool busy = false;
+
 // No exception may reach a caller that was written in another language; what is thrown here is lack of
 // memory.
 template <typename Operation>
-std::int32_t Guarded(Operation operation) {
+std::int32_t Operate(Operation operation) {
+  if (std::exchange(busy, true)) return Code(Status::kBusy);
+  Status status = Status::kOutOfResources;
   try {
-    return Code(operation());
+    status = operation();
   } catch (...) {
-    return Code(Status::kOutOfResources);
   }
+  busy = false;
+  return Code(status);
+}
+
+// The same for what needs an open port.
+template <typename Operation>
+std::int32_t OperateOpen(Operation operation) {
+  return Operate([&] { return Session().is_open() ? operation() : Status::kNotOpen; });
 }
 
 Status OpenStatus() { return Session().is_open() ? Status::kOk : Status::kNotOpen; }
@@ -62,7 +77,7 @@ bool IsReadable(const char* buffer, std::int32_t count, std::int16_t terminator)
 
 std::int32_t QDX_OpenPort(std::int16_t port, std::int32_t baud, const char* text, std::int32_t data_bits,
                           std::int16_t stop_bits, std::int16_t /*receive_buffer*/) {
-  return Guarded([&] {
+  return Operate([&] {
     const PortKind* kind = FindPortKind(port);
     if (kind == nullptr) {
       Session().Close();
@@ -73,12 +88,13 @@ std::int32_t QDX_OpenPort(std::int16_t port, std::int32_t baud, const char* text
 }
 
 std::int32_t QDX_SelectDevice(std::int16_t address) {
-  if (!Session().is_open()) return Code(Status::kNotOpen);
-  if (address < 0 || address > 31) return Code(Status::kInvalidArgument);
-  return Guarded([&] { return Session().Select(address); });
+  return OperateOpen(
+      [&] { return address < 0 || address > 31 ? Status::kInvalidArgument : Session().Select(address); });
 }
 
-std::int32_t QDX_SetTimeout(std::int32_t milliseconds) { return Code(Session().SetTimeout(milliseconds)); }
+std::int32_t QDX_SetTimeout(std::int32_t milliseconds) {
+  return Operate([&] { return Session().SetTimeout(milliseconds); });
+}
 
 std::int32_t QDX_SetGPIBCtrlBlock(std::int16_t eoi_on_write, std::int16_t stop_read_on_eos,
                                   std::int16_t eoi_with_eos, std::int16_t eos_char, std::int16_t zero,
@@ -88,8 +104,10 @@ std::int32_t QDX_SetGPIBCtrlBlock(std::int16_t eoi_on_write, std::int16_t stop_r
   if (!valid) return Code(Status::kInvalidArgument);
   const GpibOptions options{eoi_on_write == 1, stop_read_on_eos == 1, eoi_with_eos == 1,
                             static_cast<unsigned char>(eos_char), repeat_addressing == 1};
-  Session().SetGpib(options, milliseconds);
-  return Guarded([] { return FindPortKind(488)->availability(); });
+  return Operate([&] {
+    Session().SetGpib(options, milliseconds);
+    return FindPortKind(488)->availability();
+  });
 }
 
 std::int32_t QDX_EnableNTPortIO(std::int16_t port) {
@@ -98,16 +116,13 @@ std::int32_t QDX_EnableNTPortIO(std::int16_t port) {
 }
 
 std::int32_t QDX_WritePort(const char* text) {
-  if (!Session().is_open()) return Code(Status::kNotOpen);
-  if (text == nullptr) return Code(Status::kInvalidArgument);
-  return Guarded([&] { return Session().Write(text); });
+  return OperateOpen([&] { return text == nullptr ? Status::kInvalidArgument : Session().Write(text); });
 }
 
 std::int32_t QDX_ReadPort(char* buffer, std::int32_t count, std::int32_t* first, std::int32_t* second,
                           std::int16_t terminator) {
-  if (!Session().is_open()) return Code(Status::kNotOpen);
-  if (!IsReadable(buffer, count, terminator)) return Code(Status::kInvalidArgument);
-  return Guarded([&] {
+  return OperateOpen([&] {
+    if (!IsReadable(buffer, count, terminator)) return Status::kInvalidArgument;
     std::size_t delivered = 0;
     const Status status = Session().Read({buffer, static_cast<std::size_t>(count)},
                                          static_cast<unsigned char>(terminator), delivered);
@@ -118,23 +133,22 @@ std::int32_t QDX_ReadPort(char* buffer, std::int32_t count, std::int32_t* first,
 }
 
 std::int32_t QDX_FlushInQueue() {
-  if (!Session().is_open()) return Code(Status::kNotOpen);
   std::int32_t count = 0;
-  const std::int32_t failed = Guarded([&] {
+  const std::int32_t failed = OperateOpen([&] {
     count = static_cast<std::int32_t>(Session().Flush());
     return Status::kOk;
   });
   return failed < 0 ? failed : count;
 }
 
-std::int32_t QDX_ActivateInterpreter(std::int16_t /*value*/) { return Code(OpenStatus()); }
+std::int32_t QDX_ActivateInterpreter(std::int16_t /*value*/) { return Operate(OpenStatus); }
 
 std::int32_t QDX_CloseInterpreterEx(std::int16_t /*port*/, std::int16_t /*value*/) {
-  return Code(OpenStatus());
+  return Operate(OpenStatus);
 }
 
 std::int32_t QDX_ClosePort() {
-  return Guarded([] {
+  return Operate([] {
     Session().Close();
     return Status::kOk;
   });
@@ -142,8 +156,12 @@ std::int32_t QDX_ClosePort() {
 
 std::int32_t QDX_Delay(std::int32_t milliseconds) {
   if (milliseconds < 0) return Code(Status::kInvalidArgument);
-  kolvane::devlnk::SleepMs(milliseconds);
-  return Code(Status::kOk);
+  return Operate([&] {
+    Waiting waiting(Session().wait_handler());
+    Deadline deadline(milliseconds, &waiting);
+    SleepUntilOver(deadline);
+    return waiting.given_up() ? Status::kGivenUp : Status::kOk;
+  });
 }
 
 std::int32_t USB_GetMaxUsbDevice() { return kScanSlots; }
@@ -152,10 +170,35 @@ std::int32_t USB_ScanUsbDevice(std::int32_t slots, char* buffer) {
   if (slots < 0 || (buffer == nullptr && slots > 0)) return Code(Status::kInvalidArgument);
   const auto count = static_cast<std::size_t>(slots);
   if (count > 0) std::memset(buffer, ' ', count * kScanRecord);
-  return Guarded([&] {
-    const auto devices = AttachedUsb();
+  return Operate([&] {
+    Waiting waiting(Session().wait_handler());
+    const auto devices = AttachedUsb(&waiting);
     for (std::size_t slot = 0; slot < std::min(count, devices.size()); ++slot)
       FillRecord(devices[slot], buffer + slot * kScanRecord);
+    return waiting.given_up() ? Status::kGivenUp : Status::kOk;
+  });
+}
+
+std::int32_t QDX_SetWaitHandler(std::int32_t (*handler)(void*, std::int32_t), void* context) {
+  return Operate([&] {
+    Session().SetWaitHandler({handler, context});
     return Status::kOk;
   });
+}
+
+std::int32_t QDX_BytesWaiting() {
+  return static_cast<std::int32_t>(std::min<std::size_t>(Session().bytes_waiting(), INT32_MAX));
+}
+
+std::int32_t QDX_WaitDescriptor() { return Session().wait_fd(); }
+
+std::int32_t QDX_StatusText(std::int32_t status, char* buffer, std::int32_t size) {
+  if (buffer == nullptr || size <= 0) return 0;
+  const std::string_view text = kolvane::devlnk::StatusText(status);
+  std::size_t length = std::min(text.size(), static_cast<std::size_t>(size) - 1);
+  const auto continues = [](char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; };
+  while (length < text.size() && continues(text[length])) --length;
+  text.copy(buffer, length);
+  buffer[length] = '\0';
+  return static_cast<std::int32_t>(length);
 }

@@ -64,6 +64,25 @@ KOLVANE_DEVLNK_EXPORT int32_t USB_GetMaxUsbDevice(void);
    instruments, then adapters with a serial line. Speaks to no device and returns within two seconds. */
 KOLVANE_DEVLNK_EXPORT int32_t USB_ScanUsbDevice(int32_t slots, char* buffer);
 
+/* The following are optional: callers look them up and work with libraries that lack them. */
+
+/* handler is called about every 50 ms while a call here waits for more than that, with the time that the call
+   has waited so far; another result than 0 gives the call up, which then fails with GivenUp (-60): bytes that
+   came stay queued, of a command a part may have gone out. null: nobody is called. While handler runs, every
+   function here but QDX_BytesWaiting, QDX_WaitDescriptor and QDX_StatusText fails with Busy (-13). A USB or
+   GPIB transfer that was given up ends in the driver on its own time-out; until then the next one waits. */
+KOLVANE_DEVLNK_EXPORT int32_t QDX_SetWaitHandler(int32_t (*handler)(void* context, int32_t waited_ms),
+                                                 void* context);
+/* Bytes that have come and have not been read, as far as the system tells; 0 where no port is open. */
+KOLVANE_DEVLNK_EXPORT int32_t QDX_BytesWaiting(void);
+/* A descriptor that becomes readable when something comes or the connection ends, good until the port is
+   closed; bytes that QDX_BytesWaiting already counts may not show on it. Negative: there is none. Only to be
+   waited on. */
+KOLVANE_DEVLNK_EXPORT int32_t QDX_WaitDescriptor(void);
+/* What a status means, German, UTF-8, ended by NUL and cut to size bytes at whole characters. Returns the
+   length of what buffer holds then, 0 for a status that is no failure of this library. */
+KOLVANE_DEVLNK_EXPORT int32_t QDX_StatusText(int32_t status, char* buffer, int32_t size);
+
 #ifdef __cplusplus
 }
 #endif

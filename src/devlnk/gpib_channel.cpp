@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <charconv>
 #include <optional>
+#include <string>
 
+#include "devlnk/driver_thread.h"
 #include "devlnk/gpib_library.h"
 #include "devlnk/node_names.h"
 
@@ -28,108 +30,41 @@ constexpr int kNoSecondaryAddress = 0;
 constexpr std::int16_t kLastAddress = 30;  // 31 means "nobody listens" on the bus
 constexpr int kLastBoard = 15;
 
-class GpibChannel final : public Channel {
+/// A device on the bus, taken offline by the destructor. The driver keeps the last transfer's outcome for
+/// each thread: whoever makes a transfer asks for that, too.
+class GpibDevice {
  public:
-  GpibChannel(std::shared_ptr<const GpibLibrary> library, int board, const GpibOptions& options)
-      : library_(std::move(library)), board_(board), options_(options) {}
-  GpibChannel(const GpibChannel&) = delete;
-  GpibChannel& operator=(const GpibChannel&) = delete;
-  ~GpibChannel() override { CloseDevice(); }
+  GpibDevice(std::shared_ptr<const GpibLibrary> library, int handle)
+      : library_(std::move(library)), handle_(handle) {}
+  GpibDevice(const GpibDevice&) = delete;
+  GpibDevice& operator=(const GpibDevice&) = delete;
+  ~GpibDevice() { library_->ibonl(handle_, 0); }
 
-  Status Select(std::int16_t address, Deadline& deadline) override;
-  Received Read(std::span<char> room, Deadline& deadline) override;
-  Status Write(std::string_view bytes, Deadline& deadline) override;
-  // What the host has not asked for waits in the device; only a clear makes the device forget it.
-  void DiscardInput() override {
-    if (device_ >= 0) library_->ibclr(device_);
+  /// What one transfer did. Neither bytes nor a failure where it timed out.
+  struct Transfer {
+    Received moved;
+    bool timed_out = false;
+  };
+  Transfer Read(std::span<char> room) const {
+    return OutcomeOf(library_->ibrd(handle_, room.data(), static_cast<long>(room.size())), room.size());
   }
+  Transfer Write(std::string_view bytes) const {
+    return OutcomeOf(library_->ibwrt(handle_, bytes.data(), static_cast<long>(bytes.size())), bytes.size());
+  }
+  bool Clear() const { return (library_->ibclr(handle_) & kError) == 0; }
+  void SetTimeoutCode(int code) const { library_->ibtmo(handle_, code); }
 
  private:
-  void CloseDevice();
-  void SetTimeout(Deadline& deadline);
-  bool TimedOut(int status) const;
-  std::size_t Count(std::size_t most) const;
-  Status FailureOfSelect() const;
-  Status FailureOfTransfer() const;
+  Transfer OutcomeOf(int status, std::size_t most) const;
 
   std::shared_ptr<const GpibLibrary> library_;
-  int board_;
-  GpibOptions options_;
-  int device_ = -1;
-  int timeout_code_ = 0;
+  int handle_;
 };
 
-void GpibChannel::CloseDevice() {
-  if (device_ >= 0) library_->ibonl(device_, 0);
-  device_ = -1;
-}
-
-Status GpibChannel::Select(std::int16_t address, Deadline& deadline) {
-  if (address > kLastAddress) return Status::kInvalidArgument;
-  CloseDevice();
-  timeout_code_ = GpibTimeoutCode(deadline.RemainingMs());
-  device_ = library_->ibdev(board_, address, kNoSecondaryAddress, timeout_code_,
-                            options_.eoi_on_write ? 1 : 0, GpibEosWord(options_));
-  if (device_ < 0) return FailureOfSelect();
-  library_->ibconfig(device_, kRepeatAddressing, options_.repeat_addressing ? 1 : 0);
-  if ((library_->ibclr(device_) & kError) == 0) return Status::kOk;
-  const Status failure = FailureOfSelect();
-  CloseDevice();
-  return failure;
-}
-
-void GpibChannel::SetTimeout(Deadline& deadline) {
-  const int code = GpibTimeoutCode(deadline.RemainingMs());
-  if (code != timeout_code_) library_->ibtmo(device_, code);
-  timeout_code_ = code;
-}
-
-bool GpibChannel::TimedOut(int status) const {
-  return (status & kTimedOut) != 0 || ((status & kError) != 0 && library_->ThreadIberr() == kAborted);
-}
-
-std::size_t GpibChannel::Count(std::size_t most) const {
-  const long count = library_->ThreadIbcntl();
-  return count <= 0 ? 0 : std::min(static_cast<std::size_t>(count), most);
-}
-
-// A device that is asked for more than it has to say may report an error of its own, so nothing is asked when
-// there is no time to wait for it.
-Received GpibChannel::Read(std::span<char> room, Deadline& deadline) {
-  if (device_ < 0) return {0, Status::kNotOpen};
-  while (!deadline.IsOver()) {
-    SetTimeout(deadline);
-    const int status = library_->ibrd(device_, room.data(), static_cast<long>(room.size()));
-    const bool timed_out = TimedOut(status);
-    const bool failed = (status & kError) != 0 && !timed_out;
-    const Status failure = failed ? FailureOfTransfer() : Status::kOk;
-    // After a failure of the system the count is none.
-    const bool counts = !failed || library_->ThreadIberr() != kSystemError;
-    const std::size_t count = counts ? Count(room.size()) : 0;
-    if (count > 0 || !timed_out) return {count, failure};
-  }
-  return {};
-}
-
-Status GpibChannel::Write(std::string_view bytes, Deadline& deadline) {
-  if (device_ < 0) return Status::kNotOpen;
-  while (!bytes.empty()) {
-    SetTimeout(deadline);
-    const int status = library_->ibwrt(device_, bytes.data(), static_cast<long>(bytes.size()));
-    const bool timed_out = TimedOut(status);
-    if ((status & kError) != 0 && !timed_out) return FailureOfTransfer();
-    const std::size_t sent = Count(bytes.size());
-    bytes.remove_prefix(sent);
-    if (sent == 0 && !timed_out) return Status::kIoError;
-    if (!bytes.empty() && deadline.IsOver()) return Status::kWriteTimeout;
-  }
-  return Status::kOk;
-}
-
-Status GpibChannel::FailureOfSelect() const {
-  switch (library_->ThreadIberr()) {
+Status FailureOfSelect(const GpibLibrary& library) {
+  switch (library.ThreadIberr()) {
     case kSystemError:
-      return StatusFromErrno(static_cast<int>(library_->ThreadIbcntl()));
+      return StatusFromErrno(static_cast<int>(library.ThreadIbcntl()));
     case kNoListener:
     case kAborted:
     case kNoBoard:
@@ -144,9 +79,129 @@ Status GpibChannel::FailureOfSelect() const {
   }
 }
 
-Status GpibChannel::FailureOfTransfer() const {
-  const Status status = FailureOfSelect();
+Status FailureOfTransfer(const GpibLibrary& library) {
+  const Status status = FailureOfSelect(library);
   return status == Status::kNoSuchNode ? Status::kConnectionLost : status;
+}
+
+GpibDevice::Transfer GpibDevice::OutcomeOf(int status, std::size_t most) const {
+  const bool error = (status & kError) != 0;
+  const bool timed_out = (status & kTimedOut) != 0 || (error && library_->ThreadIberr() == kAborted);
+  const bool failed = error && !timed_out;
+  // After a failure of the system the count is its errno.
+  const bool counts = !failed || library_->ThreadIberr() != kSystemError;
+  const long count = counts ? library_->ThreadIbcntl() : 0;
+  const std::size_t moved = count <= 0 ? 0 : std::min(static_cast<std::size_t>(count), most);
+  return {{moved, failed ? FailureOfTransfer(*library_) : Status::kOk}, timed_out};
+}
+
+struct DeviceOnBus {
+  int board;
+  int address;
+  int timeout_code;
+  GpibOptions options;
+};
+
+/// The device is there exactly when the status is kOk.
+struct Selected {
+  std::shared_ptr<GpibDevice> device;
+  Status status = Status::kOk;
+};
+
+Selected SelectDevice(const std::shared_ptr<const GpibLibrary>& library, const DeviceOnBus& wanted) {
+  const int handle = library->ibdev(wanted.board, wanted.address, kNoSecondaryAddress, wanted.timeout_code,
+                                    wanted.options.eoi_on_write ? 1 : 0, GpibEosWord(wanted.options));
+  if (handle < 0) return {nullptr, FailureOfSelect(*library)};
+  auto device = std::make_shared<GpibDevice>(library, handle);
+  library->ibconfig(handle, kRepeatAddressing, wanted.options.repeat_addressing ? 1 : 0);
+  if (!device->Clear()) return {nullptr, FailureOfSelect(*library)};
+  return {std::move(device), Status::kOk};
+}
+
+class GpibChannel final : public Channel {
+ public:
+  GpibChannel(std::shared_ptr<const GpibLibrary> library, int board, const GpibOptions& options)
+      : library_(std::move(library)), board_(board), options_(options) {}
+
+  Status Select(std::int16_t address, Deadline& deadline) override;
+  Received Read(std::span<char> room, Deadline& deadline) override;
+  Status Write(std::string_view bytes, Deadline& deadline) override;
+  void DiscardInput(Deadline& deadline) override;
+
+ private:
+  void SetTimeout(Deadline& deadline);
+
+  std::shared_ptr<const GpibLibrary> library_;
+  int board_;
+  GpibOptions options_;
+  std::shared_ptr<GpibDevice> device_;
+  DriverThread thread_;
+  int timeout_code_ = 0;
+};
+
+Status GpibChannel::Select(std::int16_t address, Deadline& deadline) {
+  if (address > kLastAddress) return Status::kInvalidArgument;
+  if (!thread_.AwaitIdle(deadline)) return Status::kReadTimeout;
+  thread_.DropLate();
+  device_.reset();
+  timeout_code_ = GpibTimeoutCode(deadline.RemainingMs());
+  const auto selected = std::make_shared<Selected>();
+  const bool done = thread_.Run(deadline, [selected, library = library_,
+                                           device = DeviceOnBus{board_, address, timeout_code_, options_}] {
+    *selected = SelectDevice(library, device);
+  });
+  if (!done) return Status::kGivenUp;
+  device_ = selected->device;
+  return selected->status;
+}
+
+void GpibChannel::SetTimeout(Deadline& deadline) {
+  const int code = GpibTimeoutCode(deadline.RemainingMs());
+  if (code != timeout_code_) device_->SetTimeoutCode(code);
+  timeout_code_ = code;
+}
+
+// What the host has not asked for waits in the device; only a clear makes the device forget it.
+void GpibChannel::DiscardInput(Deadline& deadline) {
+  if (device_ == nullptr || !thread_.AwaitIdle(deadline)) return;
+  thread_.DropLate();
+  (void)thread_.Run(deadline, [device = device_] { (void)device->Clear(); });
+}
+
+// A device that is asked for more than it has to say may report an error of its own, so nothing is asked when
+// there is no time to wait for it.
+Received GpibChannel::Read(std::span<char> room, Deadline& deadline) {
+  if (device_ == nullptr) return {0, Status::kNotOpen};
+  while (!deadline.IsOver() && thread_.AwaitIdle(deadline)) {
+    SetTimeout(deadline);
+    const auto timed_out = std::make_shared<bool>(false);
+    const Received received =
+        thread_.Read(room, deadline, [device = device_, timed_out](std::span<char> into) {
+          const GpibDevice::Transfer transfer = device->Read(into);
+          *timed_out = transfer.timed_out;
+          return transfer.moved;
+        });
+    if (deadline.given_up() || received.bytes > 0 || !*timed_out) return received;
+    deadline.Attend();
+  }
+  return {};
+}
+
+Status GpibChannel::Write(std::string_view bytes, Deadline& deadline) {
+  if (device_ == nullptr) return Status::kNotOpen;
+  while (!bytes.empty()) {
+    if (!thread_.AwaitIdle(deadline)) return Status::kWriteTimeout;
+    SetTimeout(deadline);
+    const auto transfer = std::make_shared<GpibDevice::Transfer>();
+    const bool done = thread_.Run(
+        deadline, [device = device_, transfer, own = std::string(bytes)] { *transfer = device->Write(own); });
+    if (!done) return Status::kWriteTimeout;
+    if (transfer->moved.status != Status::kOk) return transfer->moved.status;
+    bytes.remove_prefix(transfer->moved.bytes);
+    if (transfer->moved.bytes == 0 && !transfer->timed_out) return Status::kIoError;
+    if (!bytes.empty() && deadline.IsOver()) return Status::kWriteTimeout;
+  }
+  return Status::kOk;
 }
 
 std::optional<int> BoardFrom(std::string_view text) {

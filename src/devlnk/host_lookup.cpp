@@ -29,7 +29,8 @@ Answer Resolve(const std::string& host, const std::string& service, int flags) {
 }
 
 FoundHost AskNameService(const std::string& host, const std::string& service, Deadline& deadline) {
-  std::optional<Answer> answer = ResultBy(deadline, [host, service] { return Resolve(host, service, 0); });
+  std::optional<Answer> answer =
+      RunWithDeadline(deadline, [host, service] { return Resolve(host, service, 0); });
   if (!answer) return {Status::kLookupFailed, nullptr};
   if (answer->code != 0) return {StatusFromLookup(answer->code), nullptr};
   return {Status::kOk, std::move(answer->addresses)};

@@ -104,6 +104,7 @@ bool ParallelChannel::Turn(Direction direction) {
 void ParallelChannel::Pause(Deadline& deadline) {
   Deadline pace(std::min(kPaceMs, deadline.RemainingMs()));
   node_->Wait(pace);
+  deadline.Attend();
   // Counts and clears the interrupts; left alone they would end the next wait at once.
   Request(PPCLRIRQ, 0);
 }

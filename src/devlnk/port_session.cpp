@@ -3,6 +3,14 @@
 #include <cstring>
 
 namespace kolvane::devlnk {
+namespace {
+
+// A failure of an operation that was given up is no news.
+Status Outcome(Status status, const Deadline& deadline) {
+  return status != Status::kOk && deadline.given_up() ? Status::kGivenUp : status;
+}
+
+}  // namespace
 
 Status PortSession::Open(const PortKind& kind, PortRequest request) {
   Close();
@@ -10,10 +18,11 @@ Status PortSession::Open(const PortKind& kind, PortRequest request) {
   if (available != Status::kOk) return available;
   request.name = kind.name;
   request.gpib = gpib_;
-  Deadline deadline(timeout_ms_);
+  Waiting waiting(handler_);
+  Deadline deadline(timeout_ms_, &waiting);
   Opened opened = kind.open(request, deadline);
   channel_ = std::move(opened.channel);
-  return opened.status;
+  return Outcome(opened.status, deadline);
 }
 
 void PortSession::Close() {
@@ -35,8 +44,9 @@ void PortSession::SetGpib(const GpibOptions& options, std::int32_t milliseconds)
 }
 
 Status PortSession::Select(std::int16_t address) {
-  Deadline deadline(timeout_ms_);
-  return channel_->Select(address, deadline);
+  Waiting waiting(handler_);
+  Deadline deadline(timeout_ms_, &waiting);
+  return Outcome(channel_->Select(address, deadline), deadline);
 }
 
 void PortSession::NoteLoss(Status status) {
@@ -45,15 +55,18 @@ void PortSession::NoteLoss(Status status) {
 
 Status PortSession::Write(std::string_view bytes) {
   if (loss_ != Status::kOk) return loss_;
-  Deadline deadline(timeout_ms_);
+  Waiting waiting(handler_);
+  Deadline deadline(timeout_ms_, &waiting);
   const Status status = channel_->Write(bytes, deadline);
   NoteLoss(status);
-  return status;
+  return status == Status::kWriteTimeout ? Outcome(status, deadline) : status;
 }
 
 Status PortSession::Read(std::span<char> buffer, unsigned char terminator, std::size_t& delivered) {
   Answer answer;
-  const Status status = Await(buffer.size(), terminator, answer);
+  Waiting waiting(handler_);
+  Deadline deadline(timeout_ms_, &waiting);
+  const Status status = Await(deadline, buffer.size(), terminator, answer);
   if (status != Status::kOk) return status;
   if (answer.delivered > 0) std::memcpy(buffer.data(), queue_.data(), answer.delivered);
   queue_.Consume(answer.consumed);
@@ -61,14 +74,16 @@ Status PortSession::Read(std::span<char> buffer, unsigned char terminator, std::
   return Status::kOk;
 }
 
-Status PortSession::Await(std::size_t count, unsigned char terminator, Answer& answer) {
-  Deadline deadline(timeout_ms_);
+Status PortSession::Await(Deadline& deadline, std::size_t count, unsigned char terminator, Answer& answer) {
   for (bool more = true;;) {
     if (const auto found = queue_.FindAnswer(count, terminator)) {
       answer = *found;
       return Status::kOk;
     }
     if (input_ended_) return loss_;
+    // A drip never waits long enough for the handler.
+    if (deadline.started()) deadline.Attend();
+    if (deadline.given_up()) return Status::kGivenUp;
     if (!more) return Status::kReadTimeout;
     const auto room = queue_.Room();
     const bool over = deadline.IsOver();
@@ -94,7 +109,9 @@ std::size_t PortSession::Flush() {
     taken += received.bytes;
     count += received.bytes;
   }
-  channel_->DiscardInput();
+  Waiting waiting(handler_);
+  Deadline deadline(timeout_ms_, &waiting);
+  channel_->DiscardInput(deadline);
   return count;
 }
 

@@ -22,6 +22,9 @@ class PortSession {
   bool is_open() const { return channel_ != nullptr; }
 
   Status SetTimeout(std::int32_t milliseconds);
+  /// Called while the operations below, and Open, wait. It must not use the session, but for bytes_waiting().
+  void SetWaitHandler(WaitHandler handler) { handler_ = handler; }
+  WaitHandler wait_handler() const { return handler_; }
 
   /// Holds from the next opening of a GPIB port on. `milliseconds`, not negative, also set the time-out; 0 is
   /// the one that holds at first.
@@ -34,17 +37,22 @@ class PortSession {
   /// the bytes queued. See QDX_ReadPort.
   Status Read(std::span<char> buffer, unsigned char terminator, std::size_t& delivered);
   std::size_t queued() const { return queue_.size(); }
+  /// What has come and has not been read; 0 where no port is open.
+  std::size_t bytes_waiting() const { return is_open() ? queue_.size() + channel_->Waiting() : 0; }
+  /// See Channel::wait_fd.
+  int wait_fd() const { return is_open() ? channel_->wait_fd() : -1; }
   /// The number of bytes thrown away; at most twice InputQueue::kLimit, if more keep coming.
   std::size_t Flush();
 
  private:
-  Status Await(std::size_t count, unsigned char terminator, Answer& answer);
+  Status Await(Deadline& deadline, std::size_t count, unsigned char terminator, Answer& answer);
   void NoteLoss(Status status);
 
   std::unique_ptr<Channel> channel_;
   InputQueue queue_;
   GpibOptions gpib_;
   std::int32_t timeout_ms_ = kFirstTimeoutMs;
+  WaitHandler handler_;
   Status loss_ = Status::kOk;  ///< why the connection has ended, for every later transfer
   bool input_ended_ = false;   ///< what came before the loss has been taken over in full
 };

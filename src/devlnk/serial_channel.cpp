@@ -13,9 +13,12 @@ namespace {
 
 class SerialChannel final : public StreamChannel {
  public:
-  explicit SerialChannel(std::unique_ptr<SerialLine> line) : line_(std::move(line)) {}
+  explicit SerialChannel(std::unique_ptr<SerialLine> line)
+      : StreamChannel(kSerialSliceMs), line_(std::move(line)) {}
 
-  void DiscardInput() override { line_->DiscardInput(); }
+  void DiscardInput(Deadline&) override { line_->DiscardInput(); }
+  std::size_t Waiting() const override { return BytesToRead(line_->prompt_fd()); }
+  int wait_fd() const override { return line_->prompt_fd(); }
 
  private:
   ssize_t ReadWaiting(std::span<char> room) override {

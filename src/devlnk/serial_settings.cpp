@@ -1,7 +1,5 @@
 #include "devlnk/serial_settings.h"
 
-#include "devlnk/stream_channel.h"
-
 namespace kolvane::devlnk {
 namespace {
 
@@ -66,7 +64,7 @@ termios2 SettingsFor(const SerialParameters& parameters, const termios2& before)
   // With parity a damaged character arrives as NUL: an error that shows, not a digit that is missing.
   settings.c_iflag = IGNBRK | (parameters.parity == Parity::kNone ? 0 : INPCK);
   settings.c_cc[VMIN] = 0;
-  settings.c_cc[VTIME] = StreamChannel::kSliceMs / 100;
+  settings.c_cc[VTIME] = kSerialSliceMs / 100;
   return settings;
 }
 

@@ -20,12 +20,15 @@ struct SerialParameters {
   bool two_stop_bits = false;
 };
 
+/// What the first read of an answer waits inside the call; the driver counts in tenths of a second.
+inline constexpr std::int32_t kSerialSliceMs = 100;
+
 /// From what QDX_OpenPort was given; nothing where the rate is below 1 or the parity text is none of "n",
 /// "e", "o" and empty. Data bits other than 7 mean 8, stop bits other than 2 mean 1: callers hold other
 /// numbers until the user has chosen some.
 std::optional<SerialParameters> SerialParametersFrom(const PortRequest& request);
 
-/// The line's settings: raw, no flow control, reads that end after StreamChannel::kSliceMs. Of `before` only
+/// The line's settings: raw, no flow control, reads that end after kSerialSliceMs. Of `before` only
 /// the hang-up on close and the line discipline stay.
 termios2 SettingsFor(const SerialParameters& parameters, const termios2& before);
 

@@ -48,6 +48,54 @@ Status StatusFromErrno(int error) {
   }
 }
 
+std::string_view StatusText(std::int32_t code) {
+  switch (static_cast<Status>(code)) {
+    case Status::kOk:
+      return {};
+    case Status::kInvalidArgument:
+      return "unbrauchbarer Wert";
+    case Status::kNotOpen:
+      return "keine Verbindung offen";
+    case Status::kNotAvailable:
+      return "Schnittstelle auf diesem System nicht vorhanden";
+    case Status::kNoSuchNode:
+      return "Gerät oder Gerätedatei nicht gefunden";
+    case Status::kWrongNode:
+      return "kein Gerät dieser Art";
+    case Status::kPermissionDenied:
+      return "keine Berechtigung";
+    case Status::kBusy:
+      return "von einem anderen Programm benutzt";
+    case Status::kModeRefused:
+      return "Betriebsart abgelehnt";
+    case Status::kHostNotFound:
+      return "Rechnername unbekannt";
+    case Status::kLookupFailed:
+      return "Namensdienst antwortet nicht";
+    case Status::kRefused:
+      return "Verbindung abgelehnt";
+    case Status::kUnreachable:
+      return "Gerät nicht erreichbar";
+    case Status::kConnectTimeout:
+      return "keine Antwort auf den Verbindungsversuch";
+    case Status::kReadTimeout:
+      return "keine Antwort innerhalb des Timeouts";
+    case Status::kWriteTimeout:
+      return "Befehl nicht innerhalb des Timeouts gesendet";
+    case Status::kClosedByPeer:
+      return "Verbindung vom Gerät geschlossen";
+    case Status::kConnectionLost:
+      return "Verbindung abgerissen";
+    case Status::kIoError:
+      return "Fehler des Systems bei der Übertragung";
+    case Status::kOutOfResources:
+      return "Speicher oder Dateien des Systems erschöpft";
+    case Status::kGivenUp:
+      return "abgebrochen";
+  }
+  return {};
+}
+
 bool EndsConnection(Status status) {
   return status == Status::kClosedByPeer || status == Status::kConnectionLost ||
          status == Status::kUnreachable;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 namespace kolvane::devlnk {
 
@@ -33,12 +34,18 @@ enum class Status : std::int32_t {
 
   kIoError = -50,
   kOutOfResources = -51,
+
+  kGivenUp = -60,
 };
 
 constexpr std::int32_t Code(Status status) { return static_cast<std::int32_t>(status); }
 
 /// The one translation of errno, so that the same failure has the same code on every kind of port.
 Status StatusFromErrno(int error);
+
+/// What a status means, German, UTF-8 ("Verbindung abgelehnt"); empty for a number that is no failure of this
+/// library.
+std::string_view StatusText(std::int32_t code);
 
 /// Whether nothing can be transferred any more until the port is opened again.
 bool EndsConnection(Status status);

@@ -13,16 +13,26 @@ bool IsTransient(int error) { return error == EINTR || error == EAGAIN; }
 
 }  // namespace
 
+// A slice longer than the handler's pace is only waited on an instrument that was prompt the last time.
+bool StreamChannel::WaitsInRead(const Deadline& deadline) const {
+  if (deadline.started() || deadline.total_ms() < slice_ms_) return false;
+  return slice_ms_ <= Waiting::kPaceMs || prompt_ || !deadline.attended();
+}
+
 Received StreamChannel::Read(std::span<char> room, Deadline& deadline) {
-  if (!deadline.started() && deadline.total_ms() >= kSliceMs) {
+  if (WaitsInRead(deadline)) {
     deadline.Start();
     const ssize_t got = ReadWaiting(room);
     if (got > 0) return {static_cast<std::size_t>(got)};
     if (got < 0 && !IsTransient(errno)) return {0, Failure(errno)};
   }
+  prompt_ = false;
   while (WaitFor(poll_fd(), POLLIN, deadline)) {
     const ssize_t got = ReadNow(room);
-    if (got > 0) return {static_cast<std::size_t>(got)};
+    if (got > 0) {
+      prompt_ = !deadline.called();
+      return {static_cast<std::size_t>(got)};
+    }
     if (got == 0) return {0, EndOfInput()};
     if (!IsTransient(errno)) return {0, Failure(errno)};
     // A descriptor may go on saying that it is ready and yet give nothing.
@@ -36,10 +46,11 @@ Status StreamChannel::Write(std::string_view bytes, Deadline& deadline) {
     const ssize_t sent = WriteNow(bytes);
     if (sent > 0) {
       bytes.remove_prefix(static_cast<std::size_t>(sent));
+      if (!bytes.empty()) deadline.Attend();
       continue;
     }
     if (sent < 0 && !IsTransient(errno)) return Failure(errno);
-    if (deadline.IsOver() || !WaitFor(poll_fd(), POLLOUT, deadline)) return Status::kWriteTimeout;
+    if (!deadline.Continue() || !WaitFor(poll_fd(), POLLOUT, deadline)) return Status::kWriteTimeout;
   }
   return Status::kOk;
 }

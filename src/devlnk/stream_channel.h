@@ -7,17 +7,18 @@
 namespace kolvane::devlnk {
 
 /// The waiting that all stream descriptors share. The first read of an operation waits inside the read call
-/// itself for up to kSliceMs, so that a prompt answer costs one system call; only what takes longer, or comes
-/// in pieces, is waited for with poll.
+/// itself for a slice, so that a prompt answer costs one system call; only what takes longer, or comes in
+/// pieces, is waited for with poll.
 class StreamChannel : public Channel {
  public:
-  static constexpr std::int32_t kSliceMs = 100;
+  /// `slice_ms`: how long ReadWaiting waits.
+  explicit StreamChannel(std::int32_t slice_ms) : slice_ms_(slice_ms) {}
 
   Received Read(std::span<char> room, Deadline& deadline) final;
   Status Write(std::string_view bytes, Deadline& deadline) final;
 
  protected:
-  /// These answer as read(2) and write(2) do, errno included. ReadWaiting gives up after kSliceMs, with 0 or
+  /// These answer as read(2) and write(2) do, errno included. ReadWaiting gives up after the slice, with 0 or
   /// EAGAIN; the other two never block.
   virtual ssize_t ReadWaiting(std::span<char> room) = 0;
   virtual ssize_t ReadNow(std::span<char> room) = 0;
@@ -27,6 +28,12 @@ class StreamChannel : public Channel {
   /// What it means that ReadNow returned 0.
   virtual Status EndOfInput() const = 0;
   virtual Status Failure(int error) const { return StatusFromErrno(error); }
+
+ private:
+  bool WaitsInRead(const Deadline& deadline) const;
+
+  std::int32_t slice_ms_;
+  bool prompt_ = false;  ///< the last answer came before anybody had to be called
 };
 
 }  // namespace kolvane::devlnk

@@ -24,15 +24,21 @@ constexpr int kKeepIntervalSeconds = 5;
 constexpr int kKeepCount = 3;
 constexpr int kUnacknowledgedMs = 30'000;
 
+// What the first read of an answer waits inside the call.
+constexpr std::int32_t kSliceMs = Waiting::kPaceMs;
+
 class TcpChannel final : public StreamChannel {
  public:
-  explicit TcpChannel(Descriptor socket) : socket_(std::move(socket)) {}
+  explicit TcpChannel(Descriptor socket) : StreamChannel(kSliceMs), socket_(std::move(socket)) {}
 
   // Closing with unread input would reset the connection, and the partner might lose the last command.
   ~TcpChannel() override {
     shutdown(socket_.get(), SHUT_WR);
     recv(socket_.get(), nullptr, InputQueue::kLimit, MSG_DONTWAIT | MSG_TRUNC);
   }
+
+  std::size_t Waiting() const override { return BytesToRead(socket_.get()); }
+  int wait_fd() const override { return socket_.get(); }
 
  private:
   ssize_t ReadWaiting(std::span<char> room) override {
@@ -62,7 +68,7 @@ void SetOptions(int fd) {
   SetOption(fd, IPPROTO_TCP, TCP_KEEPINTVL, kKeepIntervalSeconds);
   SetOption(fd, IPPROTO_TCP, TCP_KEEPCNT, kKeepCount);
   SetOption(fd, IPPROTO_TCP, TCP_USER_TIMEOUT, kUnacknowledgedMs);
-  SetOption(fd, SOL_SOCKET, SO_RCVTIMEO, timeval{0, StreamChannel::kSliceMs * 1000L});
+  SetOption(fd, SOL_SOCKET, SO_RCVTIMEO, timeval{0, kSliceMs * 1000L});
 }
 
 // A port of this host's own that nobody listens on can be met by the very socket that calls it.
@@ -111,8 +117,9 @@ int CountFrom(const addrinfo* address) {
 // Each address gets an equal part of the time left, so that a silent one does not use up that of the others.
 Opened OpenFirst(const addrinfo* addresses, Deadline& deadline) {
   Opened opened{Status::kHostNotFound, nullptr};
-  for (const addrinfo* at = addresses; at != nullptr && !opened.channel; at = at->ai_next)
-    opened = OpenAddress(*at, Deadline(deadline.RemainingMs() / CountFrom(at)));
+  for (const addrinfo* at = addresses; at != nullptr && !opened.channel && !deadline.given_up();
+       at = at->ai_next)
+    opened = OpenAddress(*at, deadline.Part(deadline.RemainingMs() / CountFrom(at)));
   return opened;
 }
 

@@ -5,7 +5,9 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <string>
 
+#include "devlnk/driver_thread.h"
 #include "devlnk/eight_bit.h"
 #include "devlnk/serial_channel.h"
 #include "devlnk/usb_scan.h"
@@ -37,27 +39,47 @@ class UsbChannel final : public Channel {
   explicit UsbChannel(std::unique_ptr<DeviceNode> node) : node_(std::move(node)) {}
 
   /// Before anything else.
-  Status Prepare();
+  Status Prepare(Deadline& deadline);
 
   Received Read(std::span<char> room, Deadline& deadline) override;
   Status Write(std::string_view bytes, Deadline& deadline) override;
-  // What the host has not asked for waits in the instrument; only a clear makes the instrument forget it.
-  void DiscardInput() override { node_->Control(USBTMC_IOCTL_CLEAR, nullptr); }
+  void DiscardInput(Deadline& deadline) override;
 
  private:
+  bool Clear(Deadline& deadline, int& error);
   void SetTimeout(Deadline& deadline);
 
-  std::unique_ptr<DeviceNode> node_;
+  std::shared_ptr<DeviceNode> node_;
+  DriverThread thread_;
   std::uint32_t timeout_ms_ = 0;
 };
 
-Status UsbChannel::Prepare() {
+// False where it was given up; `error` is an errno, 0 for none.
+bool UsbChannel::Clear(Deadline& deadline, int& error) {
+  const auto result = std::make_shared<int>(0);
+  const bool done = thread_.Run(deadline, [node = node_, result] {
+    if (node->Control(USBTMC_IOCTL_CLEAR, nullptr) != 0) *result = errno;
+  });
+  if (done) error = *result;
+  return done;
+}
+
+Status UsbChannel::Prepare(Deadline& deadline) {
   std::uint8_t on = 1;
   // After a time-out the driver itself withdraws the request; older drivers do not know this.
   node_->Control(USBTMC_IOCTL_AUTO_ABORT, &on);
-  if (node_->Control(USBTMC_IOCTL_CLEAR, nullptr) == 0) return Status::kOk;
+  int error = 0;
+  if (!Clear(deadline, error)) return Status::kGivenUp;
   // A clear that the instrument does not know is no hindrance; a node without that request is no instrument.
-  return errno == ENOTTY || errno == ENODEV ? StatusFromErrno(errno) : Status::kOk;
+  return error == ENOTTY || error == ENODEV ? StatusFromErrno(error) : Status::kOk;
+}
+
+// What the host has not asked for waits in the instrument; only a clear makes the instrument forget it.
+void UsbChannel::DiscardInput(Deadline& deadline) {
+  if (!thread_.AwaitIdle(deadline)) return;
+  thread_.DropLate();
+  int error = 0;
+  (void)Clear(deadline, error);
 }
 
 void UsbChannel::SetTimeout(Deadline& deadline) {
@@ -69,48 +91,64 @@ void UsbChannel::SetTimeout(Deadline& deadline) {
 // An instrument that is asked for more than it has to say may report an error of its own, so nothing is asked
 // when there is no time to wait for it.
 Received UsbChannel::Read(std::span<char> room, Deadline& deadline) {
-  while (!deadline.IsOver()) {
+  while (!deadline.IsOver() && thread_.AwaitIdle(deadline)) {
     SetTimeout(deadline);
-    const ssize_t got = node_->Read(room);
-    if (got >= 0) return {static_cast<std::size_t>(got)};
-    if (errno != ETIMEDOUT && errno != EINTR) return {0, FailureOfTransfer(errno)};
+    // An empty message ends the read as bytes do.
+    const auto timed_out = std::make_shared<bool>(false);
+    const Received received = thread_.Read(room, deadline, [node = node_, timed_out](std::span<char> into) {
+      const ssize_t got = node->Read(into);
+      if (got >= 0) return Received{static_cast<std::size_t>(got)};
+      *timed_out = errno == ETIMEDOUT || errno == EINTR;
+      return *timed_out ? Received{} : Received{0, FailureOfTransfer(errno)};
+    });
+    if (deadline.given_up() || !*timed_out) return received;
+    deadline.Attend();
   }
   return {};
 }
 
 Status UsbChannel::Write(std::string_view bytes, Deadline& deadline) {
+  struct Outcome {
+    ssize_t sent = 0;
+    int error = 0;
+  };
   while (!bytes.empty()) {
+    if (!thread_.AwaitIdle(deadline)) return Status::kWriteTimeout;
     SetTimeout(deadline);
-    const ssize_t sent = node_->Write(bytes);
-    if (sent < 0 && errno == ETIMEDOUT) return Status::kWriteTimeout;
-    if (sent < 0 && errno != EINTR) return FailureOfTransfer(errno);
-    if (sent > 0) bytes.remove_prefix(static_cast<std::size_t>(sent));
+    const auto outcome = std::make_shared<Outcome>();
+    const bool done = thread_.Run(deadline, [node = node_, outcome, own = std::string(bytes)] {
+      outcome->sent = node->Write(own);
+      outcome->error = errno;
+    });
+    if (!done || (outcome->sent < 0 && outcome->error == ETIMEDOUT)) return Status::kWriteTimeout;
+    if (outcome->sent < 0 && outcome->error != EINTR) return FailureOfTransfer(outcome->error);
+    if (outcome->sent > 0) bytes.remove_prefix(static_cast<std::size_t>(outcome->sent));
     if (!bytes.empty() && deadline.IsOver()) return Status::kWriteTimeout;
   }
   return Status::kOk;
 }
 
-Opened OpenDevice(const UsbDevice& device) {
+Opened OpenDevice(const UsbDevice& device, Deadline& deadline) {
   if (device.driver == UsbDriver::kSerial) return OpenSerialNode(device.node, SerialParameters{});
   std::unique_ptr<DeviceNode> node;
   const Status status = OpenDeviceNode(device.node, 0, node);
   if (status != Status::kOk) return {status, nullptr};
-  return OpenUsbNode(std::move(node));
+  return OpenUsbNode(std::move(node), deadline);
 }
 
 }  // namespace
 
-Opened OpenUsbNode(std::unique_ptr<DeviceNode> node) {
+Opened OpenUsbNode(std::unique_ptr<DeviceNode> node, Deadline& deadline) {
   auto channel = std::make_unique<UsbChannel>(std::move(node));
-  const Status status = channel->Prepare();
+  const Status status = channel->Prepare(deadline);
   if (status != Status::kOk) return {status, nullptr};
   return {Status::kOk, std::move(channel)};
 }
 
-Opened OpenUsb(const PortRequest& request, Deadline&) {
+Opened OpenUsb(const PortRequest& request, Deadline& deadline) {
   if (request.text.empty()) return {Status::kInvalidArgument, nullptr};
-  for (const UsbDevice& device : AttachedUsb()) {
-    if (EightBitText(device.serial) == request.text) return OpenDevice(device);
+  for (const UsbDevice& device : AttachedUsb(deadline.waiting())) {
+    if (EightBitText(device.serial) == request.text) return OpenDevice(device, deadline);
   }
   return {Status::kNoSuchNode, nullptr};
 }

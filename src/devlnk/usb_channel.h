@@ -12,6 +12,6 @@ namespace kolvane::devlnk {
 Opened OpenUsb(const PortRequest& request, Deadline& deadline);
 
 /// Clears the instrument behind an open node of the message driver.
-Opened OpenUsbNode(std::unique_ptr<DeviceNode> node);
+Opened OpenUsbNode(std::unique_ptr<DeviceNode> node, Deadline& deadline);
 
 }  // namespace kolvane::devlnk

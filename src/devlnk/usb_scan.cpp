@@ -44,6 +44,6 @@ std::vector<UsbDevice> ScanUsb(const std::string& root, Deadline& deadline) {
   return devices;
 }
 
-std::vector<UsbDevice> AttachedUsb() { return ScanInTime(ScanUsb); }
+std::vector<UsbDevice> AttachedUsb(Waiting* waiting) { return ScanInTime(ScanUsb, waiting); }
 
 }  // namespace kolvane::devlnk

@@ -24,6 +24,6 @@ std::vector<UsbDevice> ScanUsb(const std::string& root, Deadline& deadline);
 
 /// The same over /sys, or over the folder that the variable KOLVANE_SYSFS names. Returns within two seconds
 /// even where the system's record does not answer, then with nothing.
-std::vector<UsbDevice> AttachedUsb();
+std::vector<UsbDevice> AttachedUsb(Waiting* waiting = nullptr);
 
 }  // namespace kolvane::devlnk

@@ -9,23 +9,23 @@
 namespace kolvane::devlnk {
 namespace {
 
-TEST(ResultBy, HandsOverWhatTheWorkBrings) {
+TEST(RunWithDeadline, HandsOverWhatTheWorkBrings) {
   Deadline deadline(20'000);
-  EXPECT_EQ(ResultBy(deadline, [] { return 7; }), 7);
+  EXPECT_EQ(RunWithDeadline(deadline, [] { return 7; }), 7);
 }
 
-TEST(ResultBy, HasNothingFromWorkThatThrows) {
+TEST(RunWithDeadline, HasNothingFromWorkThatThrows) {
   Deadline deadline(INT32_MAX);
-  EXPECT_FALSE(ResultBy(deadline, []() -> int { throw std::bad_alloc(); }));
+  EXPECT_FALSE(RunWithDeadline(deadline, []() -> int { throw std::bad_alloc(); }));
 }
 
-TEST(ResultBy, GivesUpWorkThatDoesNotEnd) {
+TEST(RunWithDeadline, GivesUpWorkThatDoesNotEnd) {
   std::promise<void> release;
   std::shared_future<void> released = release.get_future().share();
   const auto end = std::make_shared<std::promise<void>>();
   auto has_ended = end->get_future();
   Deadline deadline(0);
-  EXPECT_FALSE(ResultBy(deadline, [released, end] {
+  EXPECT_FALSE(RunWithDeadline(deadline, [released, end] {
     released.wait();
     end->set_value();
     return 7;

@@ -44,7 +44,8 @@ TEST(SharedObject, ExportsItsFunctionsAndNothingElse) {
                                              "QDX_SetGPIBCtrlBlock", "QDX_EnableNTPortIO", "QDX_WritePort",
                                              "QDX_ReadPort", "QDX_FlushInQueue", "QDX_ActivateInterpreter",
                                              "QDX_CloseInterpreterEx", "QDX_ClosePort", "QDX_Delay",
-                                             "USB_GetMaxUsbDevice", "USB_ScanUsbDevice"}));
+                                             "USB_GetMaxUsbDevice", "USB_ScanUsbDevice", "QDX_SetWaitHandler",
+                                             "QDX_BytesWaiting", "QDX_WaitDescriptor", "QDX_StatusText"}));
 }
 
 TEST_F(Interface, TransfersNeedAnOpenPort) {

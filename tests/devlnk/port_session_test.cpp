@@ -40,7 +40,7 @@ class FakeChannel final : public Channel {
     script.calls.push_back("write " + std::string(bytes));
     return script.write;
   }
-  void DiscardInput() override { script.calls.push_back("discard"); }
+  void DiscardInput(Deadline&) override { script.calls.push_back("discard"); }
 };
 
 Opened OpenFake(const PortRequest& request, Deadline& deadline) {

@@ -15,7 +15,8 @@ namespace {
 /// Always ready to be read, yet every call is refused.
 class Refusing final : public StreamChannel {
  public:
-  explicit Refusing(int error) : error_(error), ready_(OpenDescriptor("/dev/zero", O_RDWR | O_CLOEXEC)) {}
+  explicit Refusing(int error)
+      : StreamChannel(50), error_(error), ready_(OpenDescriptor("/dev/zero", O_RDWR | O_CLOEXEC)) {}
 
   int calls = 0;
 

@@ -18,7 +18,8 @@ class UsbChannel : public testing::Test {
   Status Open() {
     channel_.reset();
     script_.calls.clear();
-    Opened opened = OpenUsbNode(MakeFakeNode(script_));
+    Deadline deadline(20'000);
+    Opened opened = OpenUsbNode(MakeFakeNode(script_), deadline);
     channel_ = std::move(opened.channel);
     return opened.status;
   }
@@ -43,7 +44,8 @@ class UsbChannel : public testing::Test {
 TEST_F(UsbChannel, ClearsTheInstrumentAtOpeningAndFlushing) {
   ASSERT_EQ(Open(), Status::kOk);
   EXPECT_EQ(script_.calls, (Calls{"AUTO_ABORT 1", "CLEAR"}));
-  channel_->DiscardInput();
+  Deadline deadline(20'000);
+  channel_->DiscardInput(deadline);
   channel_.reset();
   EXPECT_EQ(script_.calls, (Calls{"AUTO_ABORT 1", "CLEAR", "CLEAR", "close"}));
 }
