@@ -1,8 +1,12 @@
 #pragma once
 
+#include <fcntl.h>
 #include <unistd.h>
 
+#include <string>
 #include <utility>
+
+#include "base/uninterrupted.h"
 
 namespace kolvane::base {
 
@@ -28,5 +32,10 @@ class Descriptor {
  private:
   int number_ = -1;
 };
+
+/// open(2), made again whenever a signal interrupts it; empty where it fails, with its errno.
+inline Descriptor OpenDescriptor(const std::string& path, int flags) {
+  return Descriptor(Uninterrupted([&] { return open(path.c_str(), flags); }));
+}
 
 }  // namespace kolvane::base

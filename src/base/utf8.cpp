@@ -45,6 +45,12 @@ void AppendUtf8(std::string& out, char32_t point) {
   }
 }
 
+std::string_view Utf8Prefix(std::string_view text, std::size_t bytes) {
+  if (bytes >= text.size()) return text;
+  while (bytes > 0 && IsUtf8Continuation(text[bytes])) --bytes;
+  return text.substr(0, bytes);
+}
+
 bool IsUtf8(std::string_view text) {
   if (IsAscii(text)) return true;
   for (std::size_t at = 0; at < text.size();) {

@@ -34,6 +34,9 @@ CodePoint DecodeUtf8(std::string_view text, std::size_t at);
 /// Appends a code point, at most U+10FFFF.
 void AppendUtf8(std::string& out, char32_t point);
 
+/// The start of `text`, at most `bytes` of it, that ends with a whole character.
+std::string_view Utf8Prefix(std::string_view text, std::size_t bytes);
+
 /// Whether `text` is well-formed.
 bool IsUtf8(std::string_view text);
 

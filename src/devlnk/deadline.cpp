@@ -1,6 +1,9 @@
 #include "devlnk/deadline.h"
 
+#include <poll.h>
+
 #include <algorithm>
+#include <cerrno>
 #include <ctime>
 
 namespace kolvane::devlnk {
@@ -72,6 +75,16 @@ bool Deadline::Continue() {
 }
 
 bool Deadline::IsOver() { return started_ || given_up() ? RemainingMs() == 0 : total_ms_ == 0; }
+
+bool WaitFor(int fd, short events, Deadline& deadline) {
+  pollfd entry{fd, events, 0};
+  do {
+    const int ready = poll(&entry, 1, deadline.SliceMs());
+    if (ready > 0) return true;
+    if (ready < 0 && errno != EINTR) return false;
+  } while (deadline.Continue());
+  return false;
+}
 
 void SleepUntilOver(Deadline& deadline) {
   while (!deadline.IsOver()) {

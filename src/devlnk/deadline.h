@@ -76,6 +76,10 @@ class Deadline {
   std::int64_t end_ns_ = 0;
 };
 
+/// Waits until one of `events` (of poll) or a hang-up shows, whatever signals arrive; false when the deadline
+/// is over.
+bool WaitFor(int fd, short events, Deadline& deadline);
+
 /// Nanoseconds of the clock that never jumps back.
 std::int64_t MonotonicNs();
 

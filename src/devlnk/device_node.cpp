@@ -8,14 +8,14 @@
 
 #include <cerrno>
 
-#include "devlnk/descriptor.h"
+#include "base/descriptor.h"
 
 namespace kolvane::devlnk {
 namespace {
 
 class SystemNode final : public DeviceNode {
  public:
-  explicit SystemNode(Descriptor descriptor) : descriptor_(std::move(descriptor)) {}
+  explicit SystemNode(base::Descriptor descriptor) : descriptor_(std::move(descriptor)) {}
 
   int Control(unsigned long request, void* argument) override {
     return ioctl(descriptor_.get(), request, argument);
@@ -27,13 +27,13 @@ class SystemNode final : public DeviceNode {
   void Wait(Deadline& deadline) override { WaitFor(descriptor_.get(), POLLIN, deadline); }
 
  private:
-  Descriptor descriptor_;
+  base::Descriptor descriptor_;
 };
 
 }  // namespace
 
 Status OpenDeviceNode(const std::string& path, int flags, std::unique_ptr<DeviceNode>& node) {
-  Descriptor descriptor = OpenDescriptor(path, O_RDWR | O_NOCTTY | O_CLOEXEC | flags);
+  base::Descriptor descriptor = base::OpenDescriptor(path, O_RDWR | O_NOCTTY | O_CLOEXEC | flags);
   if (!descriptor) return StatusFromErrno(errno);
   if (flock(descriptor.get(), LOCK_EX | LOCK_NB) != 0)
     return errno == EWOULDBLOCK ? Status::kBusy : StatusFromErrno(errno);

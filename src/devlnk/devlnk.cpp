@@ -4,6 +4,7 @@
 #include <cstring>
 #include <utility>
 
+#include "base/utf8.h"
 #include "devlnk/eight_bit.h"
 #include "devlnk/port_session.h"
 #include "devlnk/usb_scan.h"
@@ -194,11 +195,8 @@ std::int32_t QDX_WaitDescriptor() { return Session().wait_fd(); }
 
 std::int32_t QDX_StatusText(std::int32_t status, char* buffer, std::int32_t size) {
   if (buffer == nullptr || size <= 0) return 0;
-  const std::string_view text = kolvane::devlnk::StatusText(status);
-  std::size_t length = std::min(text.size(), static_cast<std::size_t>(size) - 1);
-  const auto continues = [](char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; };
-  while (length < text.size() && continues(text[length])) --length;
-  text.copy(buffer, length);
-  buffer[length] = '\0';
-  return static_cast<std::int32_t>(length);
+  const std::string_view text =
+      kolvane::base::Utf8Prefix(kolvane::devlnk::StatusText(status), static_cast<std::size_t>(size) - 1);
+  buffer[text.copy(buffer, text.size())] = '\0';
+  return static_cast<std::int32_t>(text.size());
 }

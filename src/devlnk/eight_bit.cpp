@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "base/utf8.h"
+
 namespace kolvane::devlnk {
 namespace {
-
-bool IsContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80; }
 
 // The character at the start of `text`, which is not ASCII and takes `size` bytes.
 char CharacterOf(std::string_view text, std::size_t size) {
@@ -20,7 +20,7 @@ std::string EightBitText(std::string_view utf8) {
   std::string text;
   while (!utf8.empty()) {
     const bool ascii = static_cast<unsigned char>(utf8[0]) < 0x80;
-    const auto* next = std::find_if_not(utf8.begin() + 1, utf8.end(), IsContinuation);
+    const auto* next = std::find_if_not(utf8.begin() + 1, utf8.end(), base::IsUtf8Continuation);
     const std::size_t size = ascii ? 1 : static_cast<std::size_t>(next - utf8.begin());
     text += ascii ? utf8[0] : CharacterOf(utf8, size);
     utf8.remove_prefix(size);

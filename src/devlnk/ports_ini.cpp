@@ -6,24 +6,20 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdlib>
 
-#include "devlnk/descriptor.h"
+#include "base/descriptor.h"
+#include "base/folding.h"
+#include "base/take_line.h"
+#include "base/user_folder.h"
+#include "base/utf8.h"
 
 namespace kolvane::devlnk {
 namespace {
 
 constexpr std::size_t kReadLimit = std::size_t{64} << 10;
 
-char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
-
-bool EqualsNoCase(std::string_view a, std::string_view b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [](char x, char y) { return Lower(x) == Lower(y); });
-}
-
 std::string_view Trim(std::string_view text) {
-  constexpr std::string_view kBlanks = " \t\r";
+  constexpr std::string_view kBlanks = " \t";
   const std::size_t first = text.find_first_not_of(kBlanks);
   if (first == std::string_view::npos) return {};
   return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
@@ -38,18 +34,9 @@ bool HasControlCharacter(std::string_view text) {
   return std::any_of(text.begin(), text.end(), [](char c) { return (c >= 0 && c < ' ') || c == '\x7F'; });
 }
 
-std::string_view TakeLine(std::string_view& text) {
-  const std::size_t end = std::min(text.find('\n'), text.size());
-  const std::string_view line = Trim(text.substr(0, end));
-  text.remove_prefix(std::min(end + 1, text.size()));
-  return line;
-}
-
 std::string PortsFilePath() {
-  const char* config = std::getenv("XDG_CONFIG_HOME");
-  if (config != nullptr && config[0] == '/') return std::string(config) + "/Kolvane/ports.ini";
-  const char* home = std::getenv("HOME");
-  return home == nullptr ? std::string() : std::string(home) + "/.config/Kolvane/ports.ini";
+  const std::filesystem::path folder = base::UserFolder("XDG_CONFIG_HOME", ".config");
+  return folder.empty() ? std::string() : (folder / "ports.ini").string();
 }
 
 bool IsRegularFile(int fd) {
@@ -60,23 +47,23 @@ bool IsRegularFile(int fd) {
 }  // namespace
 
 std::string_view FindPort(std::string_view text, std::string_view key) {
-  if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
+  if (text.starts_with(base::kUtf8Mark)) text.remove_prefix(base::kUtf8Mark.size());
   std::string_view found;
   bool in_section = false;
   while (!text.empty()) {
-    const std::string_view line = TakeLine(text);
-    if (line.starts_with('[')) in_section = EqualsNoCase(line, "[PORTS]");
+    const std::string_view line = Trim(base::TakeLine(text));
+    if (line.starts_with('[')) in_section = base::EqualsNoCase(line, "[PORTS]");
     const std::size_t sign = line.find('=');
     if (!in_section || sign == std::string_view::npos) continue;
     const std::string_view value = Unquote(Trim(line.substr(sign + 1)));
-    if (EqualsNoCase(Trim(line.substr(0, sign)), key) && !HasControlCharacter(value)) found = value;
+    if (base::EqualsNoCase(Trim(line.substr(0, sign)), key) && !HasControlCharacter(value)) found = value;
   }
   return found;
 }
 
 std::string ReadPortsFile() {
   // Not to wait for the writer of a pipe that stands in the file's place.
-  const Descriptor file(open(PortsFilePath().c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  const base::Descriptor file(open(PortsFilePath().c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
   if (!file || !IsRegularFile(file.get())) return {};
   std::string text(kReadLimit, '\0');
   std::size_t size = 0;

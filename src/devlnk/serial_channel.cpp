@@ -17,8 +17,6 @@ class SerialChannel final : public StreamChannel {
       : StreamChannel(kSerialSliceMs), line_(std::move(line)) {}
 
   void DiscardInput(Deadline&) override { line_->DiscardInput(); }
-  std::size_t Waiting() const override { return BytesToRead(line_->prompt_fd()); }
-  int wait_fd() const override { return line_->prompt_fd(); }
 
  private:
   ssize_t ReadWaiting(std::span<char> room) override {

@@ -7,14 +7,16 @@
 #include <algorithm>
 #include <cerrno>
 
+#include "devlnk/stream_channel.h"
+
 namespace kolvane::devlnk {
 namespace {
 
 constexpr std::int64_t kLongestFinishMs = 10'000;
 
 // Not to wait for a carrier, and not to become the process's controlling terminal.
-Descriptor OpenNode(const std::string& node) {
-  return OpenDescriptor(node, O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+base::Descriptor OpenNode(const std::string& node) {
+  return base::OpenDescriptor(node, O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
 }
 
 // A node without hardware behind it can be opened, but answers EIO.
@@ -29,20 +31,20 @@ Status Lock(int fd) {
 }  // namespace
 
 Status SerialLine::Open(const std::string& node, std::unique_ptr<SerialLine>& line) {
-  Descriptor prompt = OpenNode(node);
+  base::Descriptor prompt = OpenNode(node);
   if (!prompt) return StatusOfOpen(errno);
   termios2 before{};
   if (ioctl(prompt.get(), TCGETS2, &before) != 0) return StatusOfOpen(errno);
   const Status locked = Lock(prompt.get());
   if (locked != Status::kOk) return locked;
-  Descriptor waiting = OpenNode(node);
+  base::Descriptor waiting = OpenNode(node);
   if (!waiting) return StatusOfOpen(errno);
   MakeBlocking(waiting.get());
   line.reset(new SerialLine(std::move(prompt), std::move(waiting), before));
   return Status::kOk;
 }
 
-SerialLine::SerialLine(Descriptor prompt, Descriptor waiting, const termios2& before)
+SerialLine::SerialLine(base::Descriptor prompt, base::Descriptor waiting, const termios2& before)
     : prompt_(std::move(prompt)), waiting_(std::move(waiting)), before_(before) {
   int exclusive = 0;
   exclusive_before_ = ioctl(prompt_.get(), TIOCGEXCL, &exclusive) == 0 && exclusive != 0;

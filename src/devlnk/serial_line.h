@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "devlnk/descriptor.h"
+#include "base/descriptor.h"
 #include "devlnk/serial_settings.h"
 
 namespace kolvane::devlnk {
@@ -34,11 +34,11 @@ class SerialLine {
   int prompt_fd() const { return prompt_.get(); }
 
  private:
-  SerialLine(Descriptor prompt, Descriptor waiting, const termios2& before);
+  SerialLine(base::Descriptor prompt, base::Descriptor waiting, const termios2& before);
   void FinishOutput();
 
-  Descriptor prompt_;
-  Descriptor waiting_;
+  base::Descriptor prompt_;
+  base::Descriptor waiting_;
   termios2 before_;
   std::uint32_t baud_ = 0;
   bool exclusive_before_ = false;

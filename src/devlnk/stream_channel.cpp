@@ -1,10 +1,10 @@
 #include "devlnk/stream_channel.h"
 
+#include <fcntl.h>
 #include <poll.h>
+#include <sys/ioctl.h>
 
 #include <cerrno>
-
-#include "devlnk/descriptor.h"
 
 namespace kolvane::devlnk {
 namespace {
@@ -54,5 +54,12 @@ Status StreamChannel::Write(std::string_view bytes, Deadline& deadline) {
   }
   return Status::kOk;
 }
+
+std::size_t StreamChannel::Waiting() const {
+  int count = 0;
+  return ioctl(poll_fd(), FIONREAD, &count) == 0 && count > 0 ? static_cast<std::size_t>(count) : 0;
+}
+
+void MakeBlocking(int fd) { fcntl(fd, F_SETFL, fcntl(fd, F_GETFL) & ~O_NONBLOCK); }
 
 }  // namespace kolvane::devlnk

@@ -16,6 +16,8 @@ class StreamChannel : public Channel {
 
   Received Read(std::span<char> room, Deadline& deadline) final;
   Status Write(std::string_view bytes, Deadline& deadline) final;
+  std::size_t Waiting() const final;
+  int wait_fd() const final { return poll_fd(); }
 
  protected:
   /// These answer as read(2) and write(2) do, errno included. ReadWaiting gives up after the slice, with 0 or
@@ -35,5 +37,8 @@ class StreamChannel : public Channel {
   std::int32_t slice_ms_;
   bool prompt_ = false;  ///< the last answer came before anybody had to be called
 };
+
+/// Switches O_NONBLOCK off.
+void MakeBlocking(int fd);
 
 }  // namespace kolvane::devlnk

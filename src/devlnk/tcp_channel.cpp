@@ -10,7 +10,8 @@
 #include <cstring>
 #include <string>
 
-#include "devlnk/descriptor.h"
+#include "base/descriptor.h"
+#include "base/folding.h"
 #include "devlnk/host_lookup.h"
 #include "devlnk/input_queue.h"
 #include "devlnk/stream_channel.h"
@@ -29,16 +30,13 @@ constexpr std::int32_t kSliceMs = Waiting::kPaceMs;
 
 class TcpChannel final : public StreamChannel {
  public:
-  explicit TcpChannel(Descriptor socket) : StreamChannel(kSliceMs), socket_(std::move(socket)) {}
+  explicit TcpChannel(base::Descriptor socket) : StreamChannel(kSliceMs), socket_(std::move(socket)) {}
 
   // Closing with unread input would reset the connection, and the partner might lose the last command.
   ~TcpChannel() override {
     shutdown(socket_.get(), SHUT_WR);
     recv(socket_.get(), nullptr, InputQueue::kLimit, MSG_DONTWAIT | MSG_TRUNC);
   }
-
-  std::size_t Waiting() const override { return BytesToRead(socket_.get()); }
-  int wait_fd() const override { return socket_.get(); }
 
  private:
   ssize_t ReadWaiting(std::span<char> room) override {
@@ -53,7 +51,7 @@ class TcpChannel final : public StreamChannel {
   int poll_fd() const override { return socket_.get(); }
   Status EndOfInput() const override { return Status::kClosedByPeer; }
 
-  Descriptor socket_;
+  base::Descriptor socket_;
 };
 
 template <typename Value>
@@ -99,7 +97,8 @@ Status Connect(int fd, const addrinfo& address, Deadline& deadline) {
 }
 
 Opened OpenAddress(const addrinfo& address, Deadline deadline) {
-  Descriptor fd(socket(address.ai_family, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, address.ai_protocol));
+  base::Descriptor fd(
+      socket(address.ai_family, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, address.ai_protocol));
   if (!fd) return {StatusFromErrno(errno), nullptr};
   const Status status = Connect(fd.get(), address, deadline);
   if (status != Status::kOk) return {status, nullptr};
@@ -123,12 +122,6 @@ Opened OpenFirst(const addrinfo* addresses, Deadline& deadline) {
   return opened;
 }
 
-std::string_view WithoutBlanks(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(' ');
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 }  // namespace
 
 std::optional<std::uint16_t> IpPortFrom(std::int32_t data_bits) {
@@ -138,7 +131,7 @@ std::optional<std::uint16_t> IpPortFrom(std::int32_t data_bits) {
 }
 
 Opened OpenTcp(const PortRequest& request, Deadline& deadline) {
-  const std::string host(WithoutBlanks(request.text));
+  const std::string host(base::TrimBlanks(request.text));
   const auto port = IpPortFrom(request.data_bits);
   if (host.empty() || !port) return {Status::kInvalidArgument, nullptr};
   const FoundHost found = FindHost(host, *port, deadline);

@@ -54,5 +54,15 @@ TEST(Utf8, TakesWhatIsMalformedTogether) {
   EXPECT_EQ(length_of("\xE2\x82"), 1u) << "the text ends within it";
 }
 
+TEST(Utf8Prefix, EndsWithAWholeCharacter) {
+  EXPECT_EQ(Utf8Prefix("aä€", 10), "aä€");
+  EXPECT_EQ(Utf8Prefix("aä€", 6), "aä€");
+  EXPECT_EQ(Utf8Prefix("aä€", 5), "aä");
+  EXPECT_EQ(Utf8Prefix("aä€", 3), "aä");
+  EXPECT_EQ(Utf8Prefix("aä€", 2), "a");
+  EXPECT_EQ(Utf8Prefix("aä€", 1), "a");
+  EXPECT_EQ(Utf8Prefix("aä€", 0), "");
+}
+
 }  // namespace
 }  // namespace kolvane::base

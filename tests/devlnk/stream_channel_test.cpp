@@ -1,13 +1,13 @@
 #include "devlnk/stream_channel.h"
 
-#include "devlnk/descriptor.h"
-
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
+
+#include "base/descriptor.h"
 
 namespace kolvane::devlnk {
 namespace {
@@ -16,7 +16,7 @@ namespace {
 class Refusing final : public StreamChannel {
  public:
   explicit Refusing(int error)
-      : StreamChannel(50), error_(error), ready_(OpenDescriptor("/dev/zero", O_RDWR | O_CLOEXEC)) {}
+      : StreamChannel(50), error_(error), ready_(base::OpenDescriptor("/dev/zero", O_RDWR | O_CLOEXEC)) {}
 
   int calls = 0;
 
@@ -33,7 +33,7 @@ class Refusing final : public StreamChannel {
   Status EndOfInput() const override { return Status::kClosedByPeer; }
 
   int error_;
-  Descriptor ready_;
+  base::Descriptor ready_;
 };
 
 class StreamChannelTest : public testing::TestWithParam<int> {

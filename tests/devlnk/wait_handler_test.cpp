@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "base/loopback.h"
-#include "devlnk/descriptor.h"
+#include "devlnk/deadline.h"
 #include "devlnk/port_test.h"
 
 namespace kolvane::devlnk {
