@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -33,8 +34,9 @@ class Device {
   virtual void ReadText(std::string_view terminator, std::int32_t count, std::string& answer,
                         Bytes& buffer) = 0;
 
-  /// `count` bytes into the start of `buffer`, which is not made smaller. Waits for all of them.
-  virtual void ReadBinary(std::string_view terminator, std::int32_t count, Bytes& buffer) = 0;
+  /// `count` bytes into the start of `buffer`, which is not made smaller. Waits for all of them, or for
+  /// `terminator`, which is one of them then. Returns how many came, 0 for a failure.
+  virtual std::size_t ReadBinary(std::string_view terminator, std::int32_t count, Bytes& buffer) = 0;
 
   virtual void SetTimeout(std::int32_t milliseconds) = 0;
   virtual DeviceError LastError() = 0;

@@ -26,8 +26,8 @@ class DeviceIo final : public Device {
                 Bytes& buffer) override {
     Path().ReadText(terminator, count, answer, buffer);
   }
-  void ReadBinary(std::string_view terminator, std::int32_t count, Bytes& buffer) override {
-    Path().ReadBinary(terminator, count, buffer);
+  std::size_t ReadBinary(std::string_view terminator, std::int32_t count, Bytes& buffer) override {
+    return Path().ReadBinary(terminator, count, buffer);
   }
   void SetTimeout(std::int32_t milliseconds) override { Path().SetTimeout(milliseconds); }
   DeviceError LastError() override { return Path().LastError(); }

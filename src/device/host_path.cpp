@@ -36,12 +36,13 @@ void HostPath::ReadText(std::string_view terminator, std::int32_t count, std::st
   });
 }
 
-void HostPath::ReadBinary(std::string_view terminator, std::int32_t count, Bytes& buffer) {
+std::size_t HostPath::ReadBinary(std::string_view terminator, std::int32_t count, Bytes& buffer) {
   HostRead read{kBinary, ReadTerminatorCode(terminator), count, std::string(), Bytes(SizeOf(count))};
-  Run([&](HostObject& host) {
+  const bool done = Run([&](HostObject& host) {
     Read(host, read);
     PutAtStart(read.buffer.ToBytes(), SizeOf(count), buffer);
   });
+  return done ? SizeOf(count) : 0;
 }
 
 DeviceError HostPath::LastError() {

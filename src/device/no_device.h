@@ -11,7 +11,7 @@ class NoDevice final : public Device {
   void Close() override {}
   void Write(std::string_view, std::string_view, std::int16_t) override {}
   void ReadText(std::string_view, std::int32_t, std::string& answer, Bytes&) override { answer.clear(); }
-  void ReadBinary(std::string_view, std::int32_t, Bytes&) override {}
+  std::size_t ReadBinary(std::string_view, std::int32_t, Bytes&) override { return 0; }
   void SetTimeout(std::int32_t) override {}
   DeviceError LastError() override { return {}; }
   void ClearLastError() override {}

@@ -81,25 +81,20 @@ void PortPath::ReadText(std::string_view terminator, std::int32_t count, std::st
   }
   answer.clear();
   const std::int16_t code = ReadTerminatorCode(terminator);
-  if (code == kReadWithoutTerminator) return ReceiveBytes(count, buffer);
+  if (code == kReadWithoutTerminator) {
+    ReceiveBytes(count, code, buffer);
+    return;
+  }
   const std::string_view received = ReceiveText(count, code);
   AssignDecoded(received, answer);
   std::memset(text_buffer_.data(), ' ', received.size());
 }
 
-void PortPath::ReadBinary(std::string_view terminator, std::int32_t count, Bytes& buffer) {
-  if (Offline()) {
-    state_.last_result = test_answer_.Take(count, buffer) ? 0 : device_status::kTestAnswerEnd;
-    return;
-  }
-  const std::int16_t code = ReadTerminatorCode(terminator);
-  if (code == kReadWithoutTerminator) return ReceiveBytes(count, buffer);
-  const std::string_view received = ReceiveText(count, code);
-  if (state_.last_result >= 0) {
-    if (buffer.size() < SizeOf(count)) buffer.resize(SizeOf(count));
-    std::copy_n(text_buffer_.begin(), SizeOf(count), buffer.begin());
-  }
-  std::memset(text_buffer_.data(), ' ', received.size());
+std::size_t PortPath::ReadBinary(std::string_view terminator, std::int32_t count, Bytes& buffer) {
+  if (!Offline()) return ReceiveBytes(count, ReadTerminatorCode(terminator), buffer);
+  const bool taken = test_answer_.Take(count, buffer);
+  state_.last_result = taken ? 0 : device_status::kTestAnswerEnd;
+  return taken ? SizeOf(count) : 0;
 }
 
 // What the library wrote, wherever in the first `count` bytes it wrote it; the caller blanks it out again.
@@ -112,14 +107,19 @@ std::string_view PortPath::ReceiveText(std::int32_t count, std::int16_t terminat
   return base::TrimBlanksRight({text_buffer_.data(), size});
 }
 
-void PortPath::ReceiveBytes(std::int32_t count, Bytes& buffer) {
-  const std::size_t size = SizeOf(count);
-  byte_buffer_.assign(size + 1, 0);
+// The library takes a lone terminator off and does not say how many bytes came. So the buffer is filled with
+// that very byte beforehand: what came ends with the first one, whoever wrote it.
+std::size_t PortPath::ReceiveBytes(std::int32_t count, std::int16_t terminator, Bytes& buffer) {
+  const auto last = static_cast<std::uint8_t>(terminator);
+  byte_buffer_.assign(SizeOf(count) + 1, last);
   char* start = reinterpret_cast<char*>(byte_buffer_.data());
-  if (!Run([&](PortLibrary& library) { return library.ReadPort(start, count, kReadWithoutTerminator); }))
-    return;
-  if (buffer.size() < size) buffer.resize(size);
-  std::copy_n(byte_buffer_.begin(), size, buffer.begin());
+  if (!Run([&](PortLibrary& library) { return library.ReadPort(start, count, terminator); })) return 0;
+  const auto end = byte_buffer_.end() - 1;
+  const auto found = terminator == kReadWithoutTerminator ? end : std::find(byte_buffer_.begin(), end, last);
+  const auto received = std::min(found + 1, end) - byte_buffer_.begin();
+  if (buffer.size() < SizeOf(count)) buffer.resize(SizeOf(count));
+  std::copy_n(byte_buffer_.begin(), received, buffer.begin());
+  return static_cast<std::size_t>(received);
 }
 
 void PortPath::SetTimeout(std::int32_t milliseconds) {

@@ -27,8 +27,7 @@ class PortPath final : public Device {
   void Close() override;
   void Write(std::string_view command, std::string_view terminator, std::int16_t extra) override;
   void ReadText(std::string_view terminator, std::int32_t count, std::string& answer, Bytes& buffer) override;
-  /// With a terminator, what came before it stands at the start of `buffer` and blanks fill it up to `count`.
-  void ReadBinary(std::string_view terminator, std::int32_t count, Bytes& buffer) override;
+  std::size_t ReadBinary(std::string_view terminator, std::int32_t count, Bytes& buffer) override;
   void SetTimeout(std::int32_t milliseconds) override;
   /// The last result cut to 16 bits, and that number as text.
   DeviceError LastError() override;
@@ -43,7 +42,7 @@ class PortPath final : public Device {
   template <typename Call>
   bool Run(Call call);
   std::string_view ReceiveText(std::int32_t count, std::int16_t terminator);
-  void ReceiveBytes(std::int32_t count, Bytes& buffer);
+  std::size_t ReceiveBytes(std::int32_t count, std::int16_t terminator, Bytes& buffer);
 
   DeviceState& state_;
   ConnectionParameters& parameters_;

@@ -59,9 +59,9 @@ bool Session::ReadToGap() {
   gathered_.clear();
   buffer_.assign(kCountedAnswerLimit, 0);
   for (;;) {
-    device_.ReadBinary(state_.receive.receive_terminator, 1, buffer_);
+    const std::size_t received = device_.ReadBinary(state_.receive.receive_terminator, 1, buffer_);
     // The byte past the limit is read and dropped.
-    if (device_.LastError().code < 0 || gathered_.size() == kAutoAnswerLimit) break;
+    if (device_.LastError().code < 0 || received == 0 || gathered_.size() == kAutoAnswerLimit) break;
     gathered_ += static_cast<char>(buffer_.front());
     if (gathered_.size() == 1) device_.SetTimeout(kGapMs);
   }
@@ -75,10 +75,11 @@ bool Session::ReadCounted() {
   bool failed = false;
   if (count > 0) {
     buffer_.assign(kCountedAnswerLimit, 0);
-    device_.ReadBinary(state_.receive.receive_terminator, static_cast<std::int32_t>(count), buffer_);
+    const std::size_t received =
+        device_.ReadBinary(state_.receive.receive_terminator, static_cast<std::int32_t>(count), buffer_);
     failed = FetchError();
     if (!failed) {
-      gathered_.assign(buffer_.begin(), buffer_.begin() + static_cast<std::ptrdiff_t>(count));
+      gathered_.assign(buffer_.begin(), buffer_.begin() + static_cast<std::ptrdiff_t>(received));
       AppendDisplayForm(gathered_, state_.receive.binary_display != 0, answer_);
     }
   }

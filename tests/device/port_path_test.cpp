@@ -164,14 +164,30 @@ TEST_F(OverPortLibrary, AFailedBinaryReadLeavesTheBuffer) {
   EXPECT_EQ(buffer, (Bytes{1, 2}));
 }
 
-TEST_F(OverPortLibrary, ABinaryReadWithATerminatorIsFilledUpWithBlanks) {
-  library.replies = {{"AB"}, {"C"}};
+TEST_F(OverPortLibrary, ABinaryReadGivesTheBytesThatCameUpToTheTerminator) {
+  library.replies = {{"AB"}, {"C\r\n"}, {"DEFG"}, {""}};
   buffer = Bytes(5, 9);
-  io.ReadBinary("\r\n", 4, buffer);
+  EXPECT_EQ(io.ReadBinary("\r\n", 4, buffer), 3u);
   EXPECT_EQ(calls, Calls{"ReadPort(4, 10)"});
-  EXPECT_EQ(buffer, (Bytes{'A', 'B', ' ', ' ', 9}));
-  io.ReadBinary("\r\n", 2, buffer);
-  EXPECT_EQ(buffer, (Bytes{'C', ' ', ' ', ' ', 9}));
+  EXPECT_EQ(buffer, (Bytes{'A', 'B', '\n', 9, 9}));
+  EXPECT_EQ(io.ReadBinary("\r\n", 4, buffer), 3u);
+  EXPECT_EQ(buffer, (Bytes{'C', '\r', '\n', 9, 9}));
+  EXPECT_EQ(io.ReadBinary("\n", 4, buffer), 4u);
+  EXPECT_EQ(buffer, (Bytes{'D', 'E', 'F', 'G', 9}));
+  EXPECT_EQ(io.ReadBinary(";", 4, buffer), 1u);
+  EXPECT_EQ(buffer, (Bytes{';', 'E', 'F', 'G', 9}));
+}
+
+TEST_F(OverPortLibrary, ReadsByteByByteWhatCame) {
+  // What the library makes of 41 0D 0A 20 42 0A: it takes each LF off.
+  library.replies = {{"A"}, {"\r"}, {""}, {" "}, {"B"}, {""}};
+  Bytes received;
+  for (int i = 0; i < 6; ++i) {
+    EXPECT_EQ(io.ReadBinary("\r\n", 1, buffer), 1u);
+    received.push_back(buffer.front());
+  }
+  EXPECT_EQ(received, (Bytes{'A', '\r', '\n', ' ', 'B', '\n'}));
+  EXPECT_EQ(io.ReadBinary("\r\n", 1, buffer), 0u);
 }
 
 TEST_F(OverPortLibrary, ACountBelowZeroIsNoBytes) {

@@ -65,6 +65,19 @@ TEST_P(ExchangeTest, AutomaticEndEndsAtTheFirstGap) {
   EXPECT_EQ(terminal_.Ask("HEX? 0D0A41"), "<0D><0A><41>");
 }
 
+TEST_P(ExchangeTest, ATerminatorLeavesTheBytesOfABinaryAnswerAlone) {
+  ReceiveBinary(1);
+  for (const char* terminator : {"CRLF", "LF", "CR", "65"}) {
+    terminal_.controls.EditReceiveTerminator(terminator);
+    EXPECT_EQ(terminal_.Ask("HEX? 410D0A42200A430D"), "<41><0D><0A><42><20><0A><43><0D>") << terminator;
+  }
+  ReceiveBinary(2, "10");
+  terminal_.controls.EditReceiveTerminator("LF");
+  EXPECT_EQ(terminal_.Ask("HEX? 41420A"), "<41><42><0A>");
+  EXPECT_EQ(terminal_.Ask("HEX? 41420D0A"), "<41><42><0D><0A>");
+  EXPECT_EQ(terminal_.Ask("HEX? 4142434445464748490A"), "<41><42><43><44><45><46><47><48><49><0A>");
+}
+
 TEST_P(ExchangeTest, AutomaticEndShowsCharactersInAscii) {
   terminal_.controls.PickMode(1);
   EXPECT_EQ(terminal_.Ask("UNIT? 4"), "°C\r\n");

@@ -85,8 +85,9 @@ class DialogueDevice final : public device::Device {
     answer = base::FromWindows1252(incoming_.substr(0, end + terminator.size()));
     incoming_.erase(0, end + terminator.size());
   }
-  void ReadBinary(std::string_view, std::int32_t, Bytes&) override {
+  std::size_t ReadBinary(std::string_view, std::int32_t, Bytes&) override {
     error_ = terminal::FakeDevice::TimeOut();
+    return 0;
   }
   void SetTimeout(std::int32_t) override {}
   device::DeviceError LastError() override { return error_; }

@@ -52,15 +52,19 @@ class FakeDevice final : public device::Device {
     text_answers.pop_front();
   }
 
-  void ReadBinary(std::string_view /*terminator*/, std::int32_t count, Bytes& buffer) override {
-    const auto wanted = static_cast<std::size_t>(count);
+  std::size_t ReadBinary(std::string_view terminator, std::int32_t count, Bytes& buffer) override {
+    auto wanted = static_cast<std::size_t>(count);
+    const std::size_t end = terminator.empty() ? std::string::npos : incoming.find(terminator.back());
+    if (end < wanted) wanted = end + 1;
     const bool there = hollow_reads || wanted <= incoming.size();
     Record("ReadBinary " + std::to_string(count), there ? device::DeviceError{} : read_error);
     if (buffer.size() < wanted) buffer.resize(wanted);
-    if (!there || hollow_reads) return;
-    std::transform(incoming.begin(), incoming.begin() + count, buffer.begin(),
+    if (!there) return 0;
+    if (hollow_reads) return wanted;
+    std::transform(incoming.begin(), incoming.begin() + static_cast<std::ptrdiff_t>(wanted), buffer.begin(),
                    [](char c) { return static_cast<std::uint8_t>(c); });
     incoming.erase(0, wanted);
+    return wanted;
   }
 
   void SetTimeout(std::int32_t milliseconds) override {

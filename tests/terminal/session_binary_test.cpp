@@ -94,6 +94,15 @@ TEST_F(SessionCountTest, ReadsThatManyBytesAtOnce) {
   EXPECT_EQ(device.incoming, "!");
 }
 
+TEST_F(SessionCountTest, ShowsOnlyWhatCameWhereATerminatorEndedIt) {
+  state.receive = {.mode = receive_mode::kCount, .binary_display = 1, .receive_terminator = "\n"};
+  state.shown.count = "10";
+  device.incoming = "AB\nC";
+  EXPECT_TRUE(session.GetAnswer());
+  EXPECT_EQ(pane.lines, Lines{"<41><42><0A>"});
+  EXPECT_EQ(device.incoming, "C");
+}
+
 TEST_F(SessionCountTest, ShowsCharactersWithTheFlagOff) {
   state.shown.count = " 3,4 ";
   device.incoming = "\xE4,\x80";
