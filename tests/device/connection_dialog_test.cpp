@@ -12,6 +12,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTest>
+#include <QWheelEvent>
 #include <cstdlib>
 #include <memory>
 
@@ -313,6 +314,79 @@ TEST_F(ConnectionDialogTest, AClickPresetsAndKeepsWhatWasTypedElsewhere) {
   Choose(6);
   EXPECT_EQ(Shown("GPIBTIMO"), "1 s");
   EXPECT_EQ(Shown("IPAddrList"), "typed");
+}
+
+TEST_F(ConnectionDialogTest, AClickOnTheChosenPortActsAgain) {
+  Open();
+  Choose(0);
+  Tabs()->setCurrentIndex(1);
+  Choose(0);
+  EXPECT_EQ(Tabs()->currentIndex(), 0);
+  Choose(4);
+  Find<QComboBox>("LPTTimo")->setCurrentText("30 s");
+  Choose(4);
+  EXPECT_EQ(Shown("LPTTimo"), "10 s");
+}
+
+TEST_F(ConnectionDialogTest, KeysGoOnFromTheEntryThatIsShown) {
+  folder_.Write("IPADDR.INI", "a\r\nb\r\nc\r\n");
+  folder_.Write("USBADDR.INI", "d\r\ne\r\nf\r\n");
+  parameters_.port_option = 2;
+  parameters_.address = 12;
+  parameters_.ip_address = "b";
+  parameters_.usb_address = "e";
+  parameters_.timeout_entries = {.gpib_index = 6, .lpt_index = 3};
+  Open();
+  const struct {
+    const char* name;
+    const char* shown;
+    const char* next;
+  } lists[] = {{"Addr485", "12", "13"},
+               {"GPIBTIMO", "100 s", "300 s"},
+               {"LPTTimo", "100 s", "300 s"},
+               {"IPAddrList", "b", "c"},
+               {"USBAddrList", "e", "f"}};
+  Tabs()->setTabEnabled(6, true);
+  for (const auto& list : lists) {
+    EXPECT_EQ(Shown(list.name), list.shown);
+    QTest::keyClick(Find<QComboBox>(list.name), Qt::Key_Down);
+    EXPECT_EQ(Shown(list.name), list.next);
+  }
+}
+
+TEST_F(ConnectionDialogTest, AnAddressInAnotherLetterCaseIsNoEntry) {
+  folder_.Write("IPADDR.INI", "host\r\n");
+  parameters_.ip_address = "HOST";
+  Open();
+  EXPECT_EQ(Shown("IPAddrList"), "HOST");
+  EXPECT_EQ(Find<QComboBox>("IPAddrList")->currentIndex(), -1);
+}
+
+TEST_F(ConnectionDialogTest, TheWheelTurnsAListOnlyWithTheFocus) {
+  parameters_.port_option = 0;
+  Open();
+  dialog_->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(dialog_.get()));
+  const auto turn = [](QComboBox* list) {
+    QWheelEvent down(QPointF(5, 5), list->mapToGlobal(QPointF(5, 5)), {}, {0, -120}, Qt::NoButton,
+                     Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(list, &down);
+  };
+  const auto lists = dialog_->findChildren<QComboBox*>();
+  EXPECT_EQ(lists.size(), 13);
+  for (QComboBox* list : lists) {
+    const QString before = list->currentText();
+    turn(list);
+    EXPECT_EQ(list->currentText(), before) << list->objectName().toStdString();
+    // A step of the wheel would give it the focus first.
+    EXPECT_EQ(list->focusPolicy(), Qt::StrongFocus) << list->objectName().toStdString();
+  }
+  Find<QComboBox>("Baud")->setFocus();
+  turn(Find<QComboBox>("Baud"));
+  EXPECT_EQ(Shown("Baud"), "19200");
+  Find<QComboBox>("Parity")->setFocus();
+  turn(Find<QComboBox>("Parity"));
+  EXPECT_EQ(Shown("Parity"), "Ungerade");
 }
 
 TEST_F(ConnectionDialogTest, TheAddressIsEnabledForRs485) {

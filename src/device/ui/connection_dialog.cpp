@@ -58,9 +58,12 @@ QWidget* ConnectionDialog::BuildPorts() {
     port->setObjectName(QStringLiteral("Port_%1").arg(kind.option));
     port->setToolTip(PortTip(kind.code));
     port->setChecked(kind.option == form_.port);
-    connect(port, &QRadioButton::toggled, this, [this, option = kind.option](bool on) {
+    const auto click = [this, option = kind.option](bool on) {
       if (on) PortClick(option);
-    });
+    };
+    connect(port, &QRadioButton::toggled, this, click);
+    // A click on the button that is on already toggles nothing.
+    connect(port, &QRadioButton::clicked, this, click);
     ports_[static_cast<std::size_t>(kind.option)] = port;
     column->addWidget(port);
   }

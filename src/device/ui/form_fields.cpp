@@ -1,5 +1,7 @@
 #include "device/ui/form_fields.h"
 
+#include "device/ui/wheel_guard.h"
+
 namespace kolvane::device {
 namespace {
 
@@ -32,6 +34,7 @@ QComboBox* FormColumn::AddChoice(const FieldRow& row, std::span<const char* cons
   auto* box = new QComboBox;
   for (const char* choice : choices) box->addItem(Utf8(choice));
   box->setMinimumWidth(kFieldWidth);
+  GuardWheel(box);
   Add(row, box);
   return box;
 }
@@ -54,8 +57,10 @@ QCheckBox* FormColumn::AddCheck(const FieldRow& row) {
 
 void ShowText(QComboBox* box, const std::string& text) {
   const QString shown = Utf8(text);
-  if (!box->isEditable() && box->findText(shown) < 0) box->addItem(shown);
-  box->setCurrentText(shown);
+  const auto find = [&] { return box->findText(shown, Qt::MatchExactly | Qt::MatchCaseSensitive); };
+  if (!box->isEditable() && find() < 0) box->addItem(shown);
+  box->setCurrentIndex(find());
+  if (box->currentText() != shown) box->setEditText(shown);
 }
 
 void ShowText(QLineEdit* line, const std::string& text) { line->setText(Utf8(text)); }

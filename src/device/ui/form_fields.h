@@ -38,7 +38,8 @@ class FormColumn final : public QFormLayout {
   void Add(const FieldRow& row, QWidget* field);
 };
 
-/// Shows `text`, as an entry of its own where a list that cannot be typed into lacks it.
+/// Shows `text` and makes its entry the current one, so that keys and wheel go on from there. A list that
+/// cannot be typed into gets an entry for a text that it lacks.
 void ShowText(QComboBox* box, const std::string& text);
 void ShowText(QLineEdit* line, const std::string& text);
 void ShowHistory(QComboBox* box, const std::vector<std::string>& history);
