@@ -152,6 +152,10 @@ void ApplyResource(const Resource& resource, device::ConnectionParameters& param
   parameters.ip_address = resource.host;
   parameters.ip_port = resource.ip_port;
   parameters.usb_address = resource.serial_number;
+  // What the settings hold for a stored connection.
+  parameters.data_bits = 8;
+  parameters.stop_bits = 1;
+  parameters.receive_buffer = 4096;
   // The address has been checked with the name.
   static_cast<void>(device::CompleteConnection(parameters, ""));
 }

@@ -8,12 +8,17 @@ namespace kolvane::device {
 
 namespace {
 
-// What the settings do not decide, as most instruments have it.
-void SetUsualValues(ConnectionParameters& parameters) {
-  parameters.data_bits = 8;
-  parameters.stop_bits = 1;
-  parameters.receive_buffer = 4096;
-  parameters.dial_timeout_s = 60;
+// The form of a start knows the settings, and nothing of an earlier session in the same process.
+ConnectionForm StartForm(ConnectionParameters& parameters, const std::string& folder) {
+  const SerialFields usual;
+  parameters.timeout_ms = 0;
+  parameters.timeout_texts = {};
+  ConnectionForm form = LoadForm(parameters, folder);
+  form.serial.data_bits = usual.data_bits;
+  form.serial.stop_bits = usual.stop_bits;
+  form.serial.receive_buffer = usual.receive_buffer;
+  form.serial.dial_timeout = usual.dial_timeout;
+  return form;
 }
 
 }  // namespace
@@ -39,15 +44,13 @@ void ConfirmForm(ConnectionForm& form, ConnectionParameters& parameters, const s
 
 void ConfirmStoredConnection(ConnectionParameters& parameters, const std::string& component_folder,
                              base::Prompt& prompt) {
-  SetUsualValues(parameters);
   const std::string folder = HistoryFolder(component_folder);
-  ConnectionForm form = LoadForm(parameters, folder);
+  ConnectionForm form = StartForm(parameters, folder);
   ConfirmForm(form, parameters, folder, prompt);
 }
 
 bool CompleteConnection(ConnectionParameters& parameters, const std::string& component_folder) {
-  SetUsualValues(parameters);
-  ConnectionForm form = LoadForm(parameters, ModemScriptFolder(component_folder));
+  ConnectionForm form = StartForm(parameters, ModemScriptFolder(component_folder));
   return StoreForm(form, parameters);
 }
 

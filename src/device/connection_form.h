@@ -22,9 +22,9 @@ struct SerialFields {
   int data_bits = 1;
   int stop_bits = 0;
   std::string timeout;
-  std::string receive_buffer;
+  std::string receive_buffer = "4096";
   std::string rs485_address;
-  std::string dial_timeout;
+  std::string dial_timeout = "60";
   std::string modem_script;  ///< lines separated by CR LF
 };
 
@@ -87,7 +87,7 @@ struct ConnectionForm {
 ConnectionForm LoadForm(const ConnectionParameters& stored, const std::string& folder);
 
 /// OK: stores the form and adds the address to its history. False, with nothing stored but the port kind, for
-/// an address outside 0 to 31: the caller shows kInvalidAddress.
+/// a kind that selects a bus address and one outside 0 to 31: the caller shows kInvalidAddress.
 [[nodiscard]] bool StoreForm(ConnectionForm& form, ConnectionParameters& parameters);
 
 /// Writes histories and modem script; after OK alone.
@@ -101,13 +101,14 @@ void ConfirmForm(ConnectionForm& form, ConnectionParameters& parameters, const s
                  base::Prompt& prompt);
 
 /// The start in operating mode 2: loads the form from the settings and confirms it unseen, so that the record
-/// gets what follows from them (port code, rate, time-out in milliseconds). What the settings do not decide
-/// starts on 8 data bits, 1 stop bit, a receive buffer of 4096 bytes and a dial time-out of 60 s.
+/// gets what follows from them (port code, rate, time-out in milliseconds). Data bits, stop bits, receive
+/// buffer and dial time-out start on the defaults of SerialFields; the record takes the first three over only
+/// for the kinds that read the RS232 page.
 void ConfirmStoredConnection(ConnectionParameters& parameters, const std::string& component_folder,
                              base::Prompt& prompt);
 
 /// The same for a run that has no dialog: the modem script is read (see ModemScriptFolder), no file is
-/// written. An empty folder stands for no script. False for an address outside 0 to 31.
+/// written. An empty folder stands for no script. False where StoreForm says so.
 [[nodiscard]] bool CompleteConnection(ConnectionParameters& parameters, const std::string& component_folder);
 
 }  // namespace kolvane::device

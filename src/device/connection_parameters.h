@@ -55,6 +55,15 @@ struct TimeoutEntries {
   std::int32_t lpt_index = 0;
 };
 
+/// The time-out fields of the connection dialog as they stood at its last OK; empty before the first.
+struct TimeoutTexts {
+  std::string rs232;
+  std::string tcpip;
+  std::string usb;
+  std::string gpib;
+  std::string lpt;
+};
+
 /// Everything that opening a connection needs. One record for the component's life.
 struct ConnectionParameters {
   std::int16_t port_code = port_code::kLpt1;
@@ -72,6 +81,7 @@ struct ConnectionParameters {
   std::int16_t lpt_mode = 0;          ///< 0 to 4
   std::int32_t timeout_ms = 0;        ///< 0 becomes 5000 when a connection is opened
   TimeoutEntries timeout_entries;
+  TimeoutTexts timeout_texts;
   GpibOptions gpib;
   ExtendedRs232 extended_rs232;
   std::string modem_script;          ///< lines separated by CR LF; empty: no modem is dialled

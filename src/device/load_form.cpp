@@ -1,11 +1,14 @@
 #include <algorithm>
+#include <utility>
 
 #include "base/number.h"
 #include "device/connection_choices.h"
 #include "device/connection_form.h"
 #include "device/connection_words.h"
 #include "device/modem_script_file.h"
+#include "device/number_entry.h"
 #include "device/port_table.h"
+#include "device/timeout_entry.h"
 
 namespace kolvane::device {
 namespace {
@@ -43,14 +46,19 @@ std::string Rs485Address(const ConnectionParameters& p) {
   return Address(p, kind != nullptr && IsRs485(kind->code), 0, kLastAddress);
 }
 
+// A value of the settings that the field would not take over is not shown.
+std::string ReceiveBuffer(const ConnectionParameters& p, const std::string& otherwise) {
+  return p.receive_buffer < kSmallestReceiveBuffer ? otherwise : std::to_string(p.receive_buffer);
+}
+
 SerialFields LoadSerial(const ConnectionParameters& p, const std::string& folder) {
   const SerialFields first;
   return {.baud = NearestIndex(kBaudChoices, p.baud_index),
           .parity = NearestIndex(kParityWords, p.parity),
           .data_bits = IndexOf(kDataBitsChoices, p.data_bits, first.data_bits),
           .stop_bits = IndexOf(kStopBitsChoices, p.stop_bits, first.stop_bits),
-          .timeout = std::to_string(p.timeout_entries.rs232_seconds),
-          .receive_buffer = std::to_string(p.receive_buffer),
+          .timeout = {},
+          .receive_buffer = ReceiveBuffer(p, first.receive_buffer),
           .rs485_address = Rs485Address(p),
           .dial_timeout = std::to_string(p.dial_timeout_s),
           .modem_script = LoadModemScript(folder)};
@@ -78,18 +86,46 @@ GpibFields LoadGpib(const ConnectionParameters& p) {
           .repeat_addressing = p.gpib.repeat_addressing != 0};
 }
 
-// The stored entries; a time-out that was typed has none and is shown as it is in force.
-void LoadTimeoutLists(ConnectionForm& form, const ConnectionParameters& p) {
-  const TimeoutEntries& entries = p.timeout_entries;
-  const ParameterPage page = PageOfCode(p.port_code);
-  if (Has(kGpibTimeoutChoices, entries.gpib_index))
-    form.gpib.timeout = kGpibTimeoutChoices[static_cast<std::size_t>(entries.gpib_index)];
-  else if (page == ParameterPage::kGpib && p.timeout_ms > 0)
-    form.gpib.timeout = std::to_string(p.timeout_ms) + " msec";
-  if (Has(kLptTimeoutChoices, entries.lpt_index))
-    form.parallel.timeout = kLptTimeoutChoices[static_cast<std::size_t>(entries.lpt_index)];
-  else if (page == ParameterPage::kParallel && p.timeout_ms > 0)
-    form.parallel.timeout = base::DoubleText(p.timeout_ms / 1000.0, ",") + " s";
+// What a field held at the last OK, else what the settings hold.
+std::string LastText(const std::string& typed, std::string stored) {
+  return typed.empty() ? std::move(stored) : typed;
+}
+
+template <typename List>
+std::string StoredText(const List& list, std::int32_t index, const std::string& otherwise) {
+  return Has(list, index) ? list[static_cast<std::size_t>(index)] : otherwise;
+}
+
+std::string SecondsText(std::int32_t milliseconds) { return base::DoubleText(milliseconds / 1000.0, ","); }
+
+// The page in force shows the time-out in force, where its text has come to mean another one.
+void ShowTimeoutInForce(ConnectionForm& form, const ConnectionParameters& p) {
+  const auto show = [&p](std::string& text, auto meaning, const std::string& in_force) {
+    if (meaning(text) != p.timeout_ms) text = in_force;
+  };
+  switch (PageOfCode(p.port_code)) {
+    case ParameterPage::kRs232:
+      return show(form.serial.timeout, Rs232Timeout, SecondsText(p.timeout_ms));
+    case ParameterPage::kTcpIp:
+      return show(form.tcpip.timeout, TcpIpTimeout, SecondsText(p.timeout_ms));
+    case ParameterPage::kGpib:
+      return show(form.gpib.timeout, GpibTimeout, std::to_string(p.timeout_ms) + " msec");
+    case ParameterPage::kParallel:
+      return show(form.parallel.timeout, ParallelTimeout, SecondsText(p.timeout_ms) + " s");
+  }
+}
+
+void LoadTimeouts(ConnectionForm& form, const ConnectionParameters& p) {
+  const TimeoutEntries& stored = p.timeout_entries;
+  const TimeoutTexts& typed = p.timeout_texts;
+  form.serial.timeout = LastText(typed.rs232, std::to_string(stored.rs232_seconds));
+  form.tcpip.timeout = LastText(typed.tcpip, std::to_string(stored.tcpip_seconds));
+  form.usb.timeout = LastText(typed.usb, std::to_string(stored.usb_seconds));
+  form.gpib.timeout =
+      LastText(typed.gpib, StoredText(kGpibTimeoutChoices, stored.gpib_index, form.gpib.timeout));
+  form.parallel.timeout =
+      LastText(typed.lpt, StoredText(kLptTimeoutChoices, stored.lpt_index, form.parallel.timeout));
+  if (p.timeout_ms > 0) ShowTimeoutInForce(form, p);
 }
 
 }  // namespace
@@ -115,11 +151,10 @@ ConnectionForm LoadForm(const ConnectionParameters& stored, const std::string& f
   form.extended = LoadExtended(stored.extended_rs232);
   form.gpib = LoadGpib(stored);
   form.parallel.mode = NearestIndex(kLptModeChoices, stored.lpt_mode);
-  form.tcpip = {stored.ip_address, IpPortText(stored.ip_port),
-                std::to_string(stored.timeout_entries.tcpip_seconds)};
-  form.usb = {stored.usb_address, std::to_string(stored.timeout_entries.usb_seconds)};
+  form.tcpip = {stored.ip_address, IpPortText(stored.ip_port), {}};
+  form.usb = {stored.usb_address, {}};
   form.ClickPort(stored.port_option, stored);
-  LoadTimeoutLists(form, stored);
+  LoadTimeouts(form, stored);
   return form;
 }
 

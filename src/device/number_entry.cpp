@@ -8,7 +8,6 @@
 namespace kolvane::device {
 namespace {
 
-constexpr std::int32_t kSmallestReceiveBuffer = 512;
 constexpr std::int32_t kShortestDialTimeout = 10;
 constexpr std::int32_t kDefaultDialTimeout = 60;
 constexpr std::int32_t kFifthLptMode = 5;

@@ -15,7 +15,9 @@ std::uint8_t TypedByte(std::string_view text);
 /// As TypedInt16, with 32768 to 65535 kept as the negative number of the same 16 bits.
 std::int16_t TypedIpPort(std::string_view text);
 
-/// Receive buffer in bytes, at least 512.
+inline constexpr std::int32_t kSmallestReceiveBuffer = 512;
+
+/// Receive buffer in bytes, at least kSmallestReceiveBuffer.
 std::int32_t TypedReceiveBuffer(std::string_view text);
 
 /// Seconds that a modem may take to connect; below 10 becomes 60.

@@ -6,6 +6,7 @@
 #include "device/connection_words.h"
 #include "device/device_status.h"
 #include "device/modem_dialler.h"
+#include "device/port_table.h"
 
 namespace kolvane::device {
 namespace {
@@ -18,9 +19,6 @@ constexpr std::int16_t kGpibFifthValue = 0;
 bool IsParallel(std::int16_t code) { return code == port_code::kLpt1 || code == port_code::kLpt2; }
 
 bool IsSerial(std::int16_t code) { return code == port_code::kCom1 || code == port_code::kCom2; }
-
-// Kinds whose connection leads to one device, by an address of its own.
-bool IsPointToPoint(std::int16_t code) { return code == port_code::kTcpIp || code == port_code::kUsb; }
 
 }  // namespace
 

@@ -41,6 +41,11 @@ constexpr bool IsRs485(std::int16_t code) {
   return code == port_code::kCom1Rs485 || code == port_code::kCom2Rs485;
 }
 
+/// Kinds whose connection leads to one device, by an address of its own.
+constexpr bool IsPointToPoint(std::int16_t code) {
+  return code == port_code::kTcpIp || code == port_code::kUsb;
+}
+
 /// The RS232 page for a code that no row has.
 ParameterPage PageOfCode(std::int16_t code);
 

@@ -27,6 +27,9 @@ std::int16_t AddressOf(const ConnectionForm& form, const ConnectionParameters& p
   return p.address;
 }
 
+// TCP/IP and USB are opened with an address of their own, offline nothing is opened.
+bool SelectsAddress(std::int16_t code) { return !IsPointToPoint(code) && code != port_code::kOffline; }
+
 void StoreAddress(ConnectionForm& form, ConnectionParameters& p) {
   if (p.port_code == port_code::kTcpIp) {
     p.ip_address = form.tcpip.address;
@@ -81,6 +84,14 @@ TimeoutEntries EntriesOf(const ConnectionForm& form) {
           .lpt_index = IndexOf(kLptTimeoutChoices, form.parallel.timeout)};
 }
 
+TimeoutTexts TextsOf(const ConnectionForm& form) {
+  return {.rs232 = form.serial.timeout,
+          .tcpip = form.tcpip.timeout,
+          .usb = form.usb.timeout,
+          .gpib = form.gpib.timeout,
+          .lpt = form.parallel.timeout};
+}
+
 void StoreExtended(const ExtendedFields& fields, ExtendedRs232& record) {
   record.xon_limit = TypedInt16(fields.xon_limit);
   record.xoff_limit = TypedInt16(fields.xoff_limit);
@@ -100,11 +111,12 @@ bool StoreForm(ConnectionForm& form, ConnectionParameters& p) {
     p.port_code = kind->code;
   }
   const std::int16_t address = AddressOf(form, p);
-  if (address < 0 || address > kLastAddress) return false;
+  if (SelectsAddress(p.port_code) && (address < 0 || address > kLastAddress)) return false;
   p.address = address;
   StoreAddress(form, p);
   StorePage(form, p);
   p.timeout_entries = EntriesOf(form);
+  p.timeout_texts = TextsOf(form);
   StoreExtended(form.extended, p.extended_rs232);
   p.dial_timeout_s = TypedDialTimeout(form.serial.dial_timeout);
   p.modem_script = form.serial.modem_script;

@@ -130,6 +130,16 @@ TEST_F(HeadlessSettingsTest, StoredSettingsAreReadAndNotWritten) {
   EXPECT_EQ(folder.Names(), std::vector<std::string>{"a.ini"});
 }
 
+TEST_F(HeadlessSettingsTest, StoredLineValuesAreTheConnectionsWhereNoPageIsReadForThem) {
+  const base::TempFolder folder;
+  base::WriteBytes(folder.Path("a.ini"), "[PORT]\nPORT=8\nADDRESS=40\nRCVBUF=2048\nDATABITS=7\nSTOPBITS=2\n");
+  LoadStoredConnection(folder.Path("a.ini"), folder.Path("."), state);
+  EXPECT_EQ(state.connection.port_code, device::port_code::kTcpIp);
+  EXPECT_EQ(state.connection.receive_buffer, 2048);
+  EXPECT_EQ(state.connection.data_bits, 7);
+  EXPECT_EQ(state.connection.stop_bits, 2);
+}
+
 TEST_F(HeadlessSettingsTest, AStoredSettingThatCannotBeReadIsAnError) {
   const base::TempFolder folder;
   base::WriteBytes(folder.Path("a.ini"), "[PORT]\nPORT=four\n");

@@ -140,6 +140,9 @@ TEST(ResourceName, BecomesConnectionParameters) {
   EXPECT_EQ(parameters.ip_address, "amp");
   EXPECT_EQ(static_cast<std::uint16_t>(parameters.ip_port), 40000);
   EXPECT_EQ(parameters.timeout_ms, 5000);
+  EXPECT_EQ(parameters.data_bits, 8);
+  EXPECT_EQ(parameters.stop_bits, 1);
+  EXPECT_EQ(parameters.receive_buffer, 4096);
 
   ApplyResource(Parsed("ASRL2::RS485::9"), parameters);
   EXPECT_EQ(parameters.port_code, port_code::kCom2Rs485);

@@ -236,6 +236,17 @@ TEST_F(ConnectionDialogTest, TimeoutListsCanBeTypedInto) {
   EXPECT_EQ(parameters_.timeout_ms, 1500);
 }
 
+TEST_F(ConnectionDialogTest, AFractionOfASecondSurvivesOpeningAndConfirmingAgain) {
+  Open();
+  Choose(0);
+  Find<QLineEdit>("TIMO")->setText("0,5");
+  Press("Command1");
+  Open();
+  EXPECT_EQ(Text("TIMO"), "0,5");
+  Press("Command1");
+  EXPECT_EQ(parameters_.timeout_ms, 500);
+}
+
 TEST_F(ConnectionDialogTest, ListsWhatCanBeChosen) {
   Open();
   EXPECT_EQ(Items("Baud"), "9600|19200|38400");

@@ -3,6 +3,7 @@
 #include "base/fake_prompt.h"
 #include "base/temp_folder.h"
 #include "device/connection_form.h"
+#include "device/port_table.h"
 
 namespace kolvane::device {
 namespace {
@@ -212,13 +213,66 @@ TEST_F(StoreFormTest, AnInvalidAddressLeavesAllButTheKind) {
   EXPECT_EQ(p_.modem_script, "");
 }
 
-TEST_F(StoreFormTest, AStoredAddressOutOfRangeIsRefusedForEveryKind) {
+TEST_F(StoreFormTest, AStoredAddressOutOfRangeIsRefusedWhereItWouldBeSelected) {
   p_.address = 32;
-  form_.tcpip.address = "host";
-  EXPECT_FALSE(Store(8));
-  EXPECT_EQ(p_.port_code, port_code::kTcpIp);
-  EXPECT_EQ(p_.ip_address, "");
-  EXPECT_TRUE(form_.ip_history.empty());
+  form_.serial.baud = 2;
+  for (const std::int16_t option : std::initializer_list<std::int16_t>{0, 1, 4, 5}) {
+    EXPECT_FALSE(Store(option)) << option;
+    EXPECT_EQ(p_.port_option, option);
+  }
+  EXPECT_EQ(p_.baud_index, 0);
+}
+
+TEST_F(StoreFormTest, AStoredAddressOutOfRangeDoesNotMatterToKindsWithoutOne) {
+  p_.address = 32;
+  form_.tcpip = {"host", "5025", "2"};
+  EXPECT_TRUE(Store(8));
+  EXPECT_EQ(p_.ip_address, "host");
+  EXPECT_EQ(p_.timeout_ms, 2000);
+  form_.usb.address = "SN 7";
+  EXPECT_TRUE(Store(9));
+  EXPECT_EQ(p_.usb_address, "SN 7");
+  EXPECT_TRUE(Store(7));
+  EXPECT_EQ(p_.address, 32);
+}
+
+TEST_F(StoreFormTest, ShowsATimeoutAgainAsItWasTyped) {
+  form_.serial.timeout = "0,5";
+  form_.tcpip.timeout = "0.25";
+  form_.usb.timeout = "1,5 s";
+  EXPECT_TRUE(Store(0));
+  EXPECT_EQ(p_.timeout_ms, 500);
+  form_ = LoadForm(p_, "/nowhere");
+  EXPECT_EQ(form_.serial.timeout, "0,5");
+  EXPECT_EQ(form_.tcpip.timeout, "0.25");
+  EXPECT_EQ(form_.usb.timeout, "1,5 s");
+  EXPECT_TRUE(Store(8));
+  EXPECT_EQ(p_.timeout_ms, 250);
+  form_ = LoadForm(p_, "/nowhere");
+  EXPECT_EQ(form_.serial.timeout, "0,5");
+  EXPECT_EQ(form_.tcpip.timeout, "0.25");
+  form_.gpib.timeout = "250 msec";
+  form_.parallel.timeout = "2,5";
+  EXPECT_TRUE(StoreForm(form_, p_));
+  form_ = LoadForm(p_, "/nowhere");
+  EXPECT_EQ(form_.gpib.timeout, "250 msec");
+  EXPECT_EQ(form_.parallel.timeout, "2,5");
+}
+
+TEST_F(StoreFormTest, ShowsTheTimeoutThatOpeningPutInThePlaceOfNone) {
+  for (const std::int16_t option : std::initializer_list<std::int16_t>{0, 9, 8, 6, 4}) {
+    form_.ClickPort(option, p_);
+    form_.serial.timeout = form_.tcpip.timeout = form_.gpib.timeout = form_.parallel.timeout = "0";
+    EXPECT_TRUE(StoreForm(form_, p_));
+    EXPECT_EQ(p_.timeout_ms, 0);
+    p_.timeout_ms = 5000;
+    const ConnectionForm shown = LoadForm(p_, "/nowhere");
+    const ParameterPage page = PageOfCode(p_.port_code);
+    EXPECT_EQ(shown.serial.timeout, page == ParameterPage::kRs232 ? "5" : "0") << option;
+    EXPECT_EQ(shown.tcpip.timeout, page == ParameterPage::kTcpIp ? "5" : "0") << option;
+    EXPECT_EQ(shown.gpib.timeout, page == ParameterPage::kGpib ? "5000 msec" : "0") << option;
+    EXPECT_EQ(shown.parallel.timeout, page == ParameterPage::kParallel ? "5 s" : "0") << option;
+  }
 }
 
 class ConfirmTest : public StoreFormTest {
@@ -265,6 +319,65 @@ TEST_F(ConfirmTest, AtTheStartDerivesWhatOpeningNeeds) {
   EXPECT_EQ(p_.receive_buffer, 4096);
   EXPECT_EQ(p_.dial_timeout_s, 60);
   EXPECT_EQ(p_.timeout_ms, 2000);
+}
+
+TEST_F(ConfirmTest, AtTheStartTheStoredLineValuesAreTheRecordsUnlessTheRs232PageIsRead) {
+  const auto start = [this](std::int16_t option) {
+    p_.port_option = option;
+    p_.data_bits = 7;
+    p_.stop_bits = 2;
+    p_.receive_buffer = 2048;
+    ConfirmStored();
+  };
+  for (const std::int16_t option : std::initializer_list<std::int16_t>{4, 5, 6, 8}) {
+    start(option);
+    EXPECT_EQ(p_.data_bits, 7) << option;
+    EXPECT_EQ(p_.stop_bits, 2) << option;
+    EXPECT_EQ(p_.receive_buffer, 2048) << option;
+  }
+  for (const std::int16_t option : std::initializer_list<std::int16_t>{0, 1, 2, 3, 7, 9}) {
+    start(option);
+    EXPECT_EQ(p_.data_bits, 8) << option;
+    EXPECT_EQ(p_.stop_bits, 1) << option;
+    EXPECT_EQ(p_.receive_buffer, 4096) << option;
+  }
+}
+
+TEST_F(ConfirmTest, AfterTheStartTheDialogShowsUsualValuesForThoseThatItCannotShow) {
+  p_.port_option = 8;
+  p_.data_bits = p_.stop_bits = 1;
+  p_.receive_buffer = 1;
+  ConfirmStored();
+  EXPECT_EQ(p_.receive_buffer, 1);
+  const SerialFields shown = LoadForm(p_, folder_.path()).serial;
+  EXPECT_EQ(shown.data_bits, 1);
+  EXPECT_EQ(shown.stop_bits, 0);
+  EXPECT_EQ(shown.receive_buffer, "4096");
+  EXPECT_EQ(shown.dial_timeout, "60");
+}
+
+TEST_F(ConfirmTest, AtTheStartNothingOfAnEarlierSessionCounts) {
+  form_.serial.timeout = "0,5";
+  form_.serial.dial_timeout = "90";
+  form_.gpib.timeout = "250 msec";
+  EXPECT_TRUE(Store(6));
+  EXPECT_TRUE(Store(0));
+  p_.timeout_entries.rs232_seconds = 7;
+  ConfirmStored();
+  EXPECT_EQ(p_.timeout_ms, 7000);
+  EXPECT_EQ(p_.dial_timeout_s, 60);
+  EXPECT_EQ(LoadForm(p_, folder_.path()).serial.timeout, "7");
+  EXPECT_EQ(LoadForm(p_, folder_.path()).gpib.timeout, "1 s");
+}
+
+TEST_F(ConfirmTest, AtTheStartAnAddressOutOfRangeIsNotToldWhereTheKindHasNone) {
+  p_.port_option = 8;
+  p_.address = 40;
+  p_.timeout_entries.tcpip_seconds = 3;
+  ConfirmStored();
+  EXPECT_TRUE(prompt_.errors.empty());
+  EXPECT_EQ(p_.port_code, port_code::kTcpIp);
+  EXPECT_EQ(p_.timeout_ms, 3000);
 }
 
 TEST_F(ConfirmTest, AtTheStartTheStoredListEntriesWinOverThePresets) {
