@@ -1,10 +1,8 @@
 #include <unistd.h>
 
-#include <optional>
 #include <variant>
 
 #include "base/runtime_error.h"
-#include "component/chosen_node.h"
 #include "component/folder.h"
 #include "component/headless_list.h"
 #include "component/headless_settings.h"
@@ -23,16 +21,13 @@ using Status = CommandRunStatus;
 struct Run {
   component::HostLines host;
   ComponentState state;
-  std::optional<component::ChosenNode> node;
 };
 
-// Empty where `run` is ready to connect, what is wrong otherwise.
-std::string PrepareNamed(const std::string& name, Run& run) {
+// Empty where `state` is ready to connect, what is wrong otherwise.
+std::string PrepareNamed(const std::string& name, ComponentState& state) {
   const auto result = component::ParseResourceName(name);
   if (const auto* problem = std::get_if<component::ResourceProblem>(&result)) return problem->text;
-  const auto& resource = std::get<component::Resource>(result);
-  component::ApplyResource(resource, run.state.connection);
-  if (!resource.node.empty()) run.node.emplace(resource.node);
+  component::ApplyResource(std::get<component::Resource>(result), state.connection);
   return {};
 }
 
@@ -48,7 +43,7 @@ std::string PrepareStored(const CommandRunOptions& options, ComponentState& stat
 bool Prepare(const CommandRunOptions& options, Run& run) {
   run.state.device.OperMode = device::operating_mode::kPortLibrary;
   const std::string problem =
-      options.Connect.empty() ? PrepareStored(options, run.state) : PrepareNamed(options.Connect, run);
+      options.Connect.empty() ? PrepareStored(options, run.state) : PrepareNamed(options.Connect, run.state);
   component::HostLines* host = run.host.wanted() ? &run.host : nullptr;
   if (!problem.empty()) component::HeadlessMessages(STDERR_FILENO, false, host).ShowError(problem);
   component::ApplyConnectionOptions(options, run.state.connection);

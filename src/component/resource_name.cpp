@@ -152,6 +152,7 @@ void ApplyResource(const Resource& resource, device::ConnectionParameters& param
   parameters.ip_address = resource.host;
   parameters.ip_port = resource.ip_port;
   parameters.usb_address = resource.serial_number;
+  parameters.node = resource.node;
   // What the settings hold for a stored connection.
   parameters.data_bits = 8;
   parameters.stop_bits = 1;

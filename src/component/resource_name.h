@@ -15,7 +15,7 @@ struct Resource {
   std::string host = {};     ///< name or number; an IPv6 address without its brackets
   std::int16_t ip_port = 0;  ///< as ConnectionParameters::ip_port
   std::string serial_number = {};
-  std::string node = {};  ///< the device that COM1 stands for; empty: the one that is configured
+  std::string node = {};  ///< of a serial line; empty: the one that is configured
   bool operator==(const Resource&) const = default;
 };
 

@@ -31,6 +31,7 @@ struct Functions {
   decltype(&QDX_Delay) delay;
   decltype(&USB_GetMaxUsbDevice) max_usb_devices;
   decltype(&USB_ScanUsbDevice) scan_usb_devices;
+  decltype(&QDX_SetNode) set_node;  // optional
 };
 
 // Looks functions up and keeps the name of the first that is missing.
@@ -40,8 +41,13 @@ class Resolver {
 
   template <typename Function>
   void Find(const char* name, Function& function) {
-    function = reinterpret_cast<Function>(dlsym(handle_, name));
+    FindOptional(name, function);
     if (function == nullptr && missing_.empty()) missing_ = name;
+  }
+
+  template <typename Function>
+  void FindOptional(const char* name, Function& function) {
+    function = reinterpret_cast<Function>(dlsym(handle_, name));
   }
 
   const std::string& missing() const { return missing_; }
@@ -68,6 +74,7 @@ std::string Resolve(void* handle, Functions& functions) {
   resolver.Find("QDX_Delay", functions.delay);
   resolver.Find("USB_GetMaxUsbDevice", functions.max_usb_devices);
   resolver.Find("USB_ScanUsbDevice", functions.scan_usb_devices);
+  resolver.FindOptional("QDX_SetNode", functions.set_node);
   return resolver.missing();
 }
 
@@ -105,6 +112,10 @@ class LoadedPortLibrary final : public PortLibrary {
   std::int32_t MaxUsbDevices() override { return call_.max_usb_devices(); }
   std::int32_t ScanUsbDevices(std::int32_t slots, char* buffer) override {
     return call_.scan_usb_devices(slots, buffer);
+  }
+  bool TakesNode() const override { return call_.set_node != nullptr; }
+  std::int32_t SetNode(std::int16_t port, const std::string& node) override {
+    return TakesNode() ? call_.set_node(port, node.c_str()) : PortLibrary::SetNode(port, node);
   }
 
  private:

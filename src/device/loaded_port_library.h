@@ -25,8 +25,8 @@ std::string FailureText(const PortLibraryFailure& failure);
 
 using PortLibraryResult = std::variant<std::unique_ptr<PortLibrary>, PortLibraryFailure>;
 
-/// Loads the shared object at `path`, which must export every function that PortLibrary offers; it is
-/// unloaded with the object that is returned.
+/// Loads the shared object at `path`, which must export every function of PortLibrary but the optional ones;
+/// it is unloaded with the object that is returned.
 [[nodiscard]] PortLibraryResult LoadPortLibrary(const std::string& path);
 
 }  // namespace kolvane::device

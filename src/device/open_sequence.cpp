@@ -34,11 +34,18 @@ std::int32_t OpenSequence::Run() {
   }
   PortLibrary* library = source_.Library();
   if (library == nullptr) return device_status::kNoPortLibrary;
+  if (const std::int32_t result = ChooseNode(*library); result < 0) return result;
   Prepare(*library);
   if (const std::int32_t result = OpenPort(*library); result < 0) return result;
   if (parameters_.port_code != port_code::kGpib) SetTimeout(*library);
   if (const std::int32_t result = library->SelectDevice(parameters_.address); result < 0) return result;
   return Finish(*library);
+}
+
+std::int32_t OpenSequence::ChooseNode(PortLibrary& library) {
+  if (parameters_.node.empty()) return 0;
+  if (!library.TakesNode()) return device_status::kNoNodeFunction;
+  return library.SetNode(parameters_.port_code, parameters_.node);
 }
 
 void OpenSequence::Prepare(PortLibrary& library) {

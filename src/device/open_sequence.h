@@ -29,6 +29,7 @@ class OpenSequence {
   [[nodiscard]] std::int32_t Run();
 
  private:
+  std::int32_t ChooseNode(PortLibrary& library);
   void Prepare(PortLibrary& library);
   std::int32_t OpenPort(PortLibrary& library);
   std::int32_t Finish(PortLibrary& library);

@@ -6,7 +6,8 @@
 namespace kolvane::device {
 
 /// The port library as the device operations call it. Statuses are signed 32-bit, negative = failure; texts
-/// are 8-bit strings. See devlnk.h for what each function does.
+/// are 8-bit strings. See devlnk.h for what each function does. The virtual functions with a body are the
+/// optional ones.
 class PortLibrary {
  public:
   virtual ~PortLibrary() = default;
@@ -29,6 +30,10 @@ class PortLibrary {
   virtual std::int32_t Delay(std::int32_t milliseconds) = 0;
   virtual std::int32_t MaxUsbDevices() = 0;
   virtual std::int32_t ScanUsbDevices(std::int32_t slots, char* buffer) = 0;
+
+  /// Whether there is a SetNode.
+  virtual bool TakesNode() const { return false; }
+  virtual std::int32_t SetNode(std::int16_t /*port*/, const std::string& /*node*/) { return -1; }
 };
 
 }  // namespace kolvane::device

@@ -126,10 +126,18 @@ void PortPath::SetTimeout(std::int32_t milliseconds) {
   Run([&](PortLibrary& library) { return library.SetTimeout(milliseconds); });
 }
 
+bool PortPath::LacksNodeFunction() const {
+  const PortLibrary* library = source_.Library();
+  return !parameters_.node.empty() && library != nullptr && !library->TakesNode();
+}
+
 DeviceError PortPath::LastError() {
   const auto code = static_cast<std::int16_t>(state_.last_result);
   if (state_.last_result == device_status::kNoPortLibrary && !source_.Failure().empty())
     return {code, source_.Failure()};
+  if (state_.last_result == device_status::kNoNodeFunction && LacksNodeFunction())
+    return {code, "Die Portbibliothek kann die Gerätedatei „" + parameters_.node +
+                      "“ nicht öffnen: Funktion QDX_SetNode fehlt."};
   return {code, std::to_string(code)};
 }
 

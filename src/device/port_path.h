@@ -38,6 +38,7 @@ class PortPath final : public Device {
 
  private:
   bool Offline() const;
+  bool LacksNodeFunction() const;
   void BeginTestAnswer();
   template <typename Call>
   bool Run(Call call);

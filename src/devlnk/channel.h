@@ -4,10 +4,12 @@
 #include <cstdint>
 #include <memory>
 #include <span>
+#include <string>
 #include <string_view>
 
 #include "devlnk/deadline.h"
 #include "devlnk/gpib_options.h"
+#include "devlnk/node_names.h"
 #include "devlnk/status.h"
 
 namespace kolvane::devlnk {
@@ -49,7 +51,12 @@ struct PortRequest {
   std::int32_t data_bits = 0;
   std::int16_t stop_bits = 0;
   GpibOptions gpib = {};
+  std::string node = {};  ///< device node or board number; empty: as configured for the name
 };
+
+inline std::string NodeOf(const PortRequest& request) {
+  return request.node.empty() ? NodeFor(request.name) : request.node;
+}
 
 /// The channel is there exactly when the status is kOk.
 struct Opened {

@@ -14,6 +14,7 @@ namespace {
 using kolvane::devlnk::AttachedUsb;
 using kolvane::devlnk::Code;
 using kolvane::devlnk::Deadline;
+using kolvane::devlnk::DefaultNode;
 using kolvane::devlnk::EightBitText;
 using kolvane::devlnk::FindPortKind;
 using kolvane::devlnk::GpibOptions;
@@ -162,6 +163,15 @@ std::int32_t QDX_Delay(std::int32_t milliseconds) {
     Deadline deadline(milliseconds, &waiting);
     SleepUntilOver(deadline);
     return waiting.given_up() ? Status::kGivenUp : Status::kOk;
+  });
+}
+
+std::int32_t QDX_SetNode(std::int16_t port, const char* node) {
+  const PortKind* kind = FindPortKind(port);
+  if (kind == nullptr || DefaultNode(kind->name).empty()) return Code(Status::kInvalidArgument);
+  return Operate([&] {
+    Session().SetNode(*kind, node == nullptr ? "" : node);
+    return Status::kOk;
   });
 }
 

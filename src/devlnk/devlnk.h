@@ -57,6 +57,10 @@ KOLVANE_DEVLNK_EXPORT int32_t QDX_CloseInterpreterEx(int16_t port, int16_t value
 KOLVANE_DEVLNK_EXPORT int32_t QDX_ClosePort(void);
 /* Returns after that many milliseconds; needs no open port. */
 KOLVANE_DEVLNK_EXPORT int32_t QDX_Delay(int32_t milliseconds);
+/* Optional: a library in the place of this one may lack it. The device node that the next QDX_OpenPort of
+   that port opens in place of the configured one (GPIB: board number); NULL or empty: as configured. Only for
+   ports that stand for a node: COM, RS485, LPT, GPIB. */
+KOLVANE_DEVLNK_EXPORT int32_t QDX_SetNode(int16_t port, const char* node);
 /* Number of device slots that a scan can fill; a constant. */
 KOLVANE_DEVLNK_EXPORT int32_t USB_GetMaxUsbDevice(void);
 /* Fills slots records of 510 characters: serial number in the first 255, description in the next 255, blanks

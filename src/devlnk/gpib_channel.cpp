@@ -7,7 +7,6 @@
 
 #include "devlnk/driver_thread.h"
 #include "devlnk/gpib_library.h"
-#include "devlnk/node_names.h"
 
 namespace kolvane::devlnk {
 namespace {
@@ -235,7 +234,7 @@ int GpibEosWord(const GpibOptions& options) {
 }
 
 Opened OpenGpib(const PortRequest& request, Deadline&) {
-  const auto board = BoardFrom(NodeFor(request.name));
+  const auto board = BoardFrom(NodeOf(request));
   if (!board) return {Status::kInvalidArgument, nullptr};
   auto library = LoadGpibLibrary();
   if (library == nullptr) return {Status::kNotAvailable, nullptr};

@@ -8,8 +8,6 @@
 #include <algorithm>
 #include <cerrno>
 
-#include "devlnk/node_names.h"
-
 namespace kolvane::devlnk {
 namespace {
 
@@ -156,7 +154,7 @@ Opened OpenParallel(const PortRequest& request, Deadline&) {
   const auto mode = ParallelModeFrom(request.baud);
   if (!mode) return {Status::kInvalidArgument, nullptr};
   std::unique_ptr<DeviceNode> node;
-  const Status status = OpenDeviceNode(NodeFor(request.name), O_NONBLOCK, node);
+  const Status status = OpenDeviceNode(NodeOf(request), O_NONBLOCK, node);
   if (status != Status::kOk) return {status, nullptr};
   return OpenParallelNode(std::move(node), *mode);
 }

@@ -1,6 +1,7 @@
 #include "devlnk/port_session.h"
 
 #include <cstring>
+#include <utility>
 
 namespace kolvane::devlnk {
 namespace {
@@ -14,12 +15,14 @@ Status Outcome(Status status, const Deadline& deadline) {
 
 Status PortSession::Open(const PortKind& kind, PortRequest request) {
   Close();
+  const auto chosen = nodes_.extract(kind.code);
   const Status available = kind.availability();
   if (available != Status::kOk) return available;
   request.name = kind.name;
   request.gpib = gpib_;
   Waiting waiting(handler_);
   Deadline deadline(timeout_ms_, &waiting);
+  if (!chosen.empty()) request.node = chosen.mapped();
   Opened opened = kind.open(request, deadline);
   channel_ = std::move(opened.channel);
   return Outcome(opened.status, deadline);
@@ -41,6 +44,10 @@ Status PortSession::SetTimeout(std::int32_t milliseconds) {
 void PortSession::SetGpib(const GpibOptions& options, std::int32_t milliseconds) {
   gpib_ = options;
   timeout_ms_ = milliseconds > 0 ? milliseconds : kFirstTimeoutMs;
+}
+
+void PortSession::SetNode(const PortKind& kind, std::string node) {
+  nodes_.insert_or_assign(kind.code, std::move(node));
 }
 
 Status PortSession::Select(std::int16_t address) {

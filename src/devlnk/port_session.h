@@ -1,8 +1,10 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <span>
+#include <string>
 #include <string_view>
 
 #include "devlnk/channel.h"
@@ -30,6 +32,9 @@ class PortSession {
   /// the one that holds at first.
   void SetGpib(const GpibOptions& options, std::int32_t milliseconds);
 
+  /// The next opening of that kind takes `node` in place of the configured one; empty: as configured.
+  void SetNode(const PortKind& kind, std::string node);
+
   // The following need an open port.
   Status Select(std::int16_t address);
   Status Write(std::string_view bytes);
@@ -51,6 +56,7 @@ class PortSession {
   std::unique_ptr<Channel> channel_;
   InputQueue queue_;
   GpibOptions gpib_;
+  std::map<std::int16_t, std::string> nodes_;  ///< for the next opening, by port code
   std::int32_t timeout_ms_ = kFirstTimeoutMs;
   WaitHandler handler_;
   Status loss_ = Status::kOk;  ///< why the connection has ended, for every later transfer

@@ -4,7 +4,6 @@
 
 #include <cerrno>
 
-#include "devlnk/node_names.h"
 #include "devlnk/serial_line.h"
 #include "devlnk/stream_channel.h"
 
@@ -59,7 +58,7 @@ Opened Open(const std::string& node, const SerialParameters& parameters, Wiring 
 Opened OpenAsAsked(const PortRequest& request, Wiring wiring) {
   const auto parameters = SerialParametersFrom(request);
   if (!parameters) return {Status::kInvalidArgument, nullptr};
-  return Open(NodeFor(request.name), *parameters, wiring);
+  return Open(NodeOf(request), *parameters, wiring);
 }
 
 }  // namespace

@@ -257,6 +257,17 @@ TEST_F(RunProgramTest, ASerialPortThatIsClosedAgainIsNoConnection) {
   EXPECT_EQ(outcome.err, "kolvane: Fehler beim Verbindungsaufbau: -7 (-7)\n");
 }
 
+TEST_F(RunProgramTest, ALibraryThatTakesNoNodeIsNoConnection) {
+  const Surroundings plain = {.environment = {{"KOLVANE_PORT_LIBRARY", KOLVANE_PLAIN_LIBRARY}}};
+  const Outcome outcome = RunProgram({"send", "A", "--connect", "ASRL/dev/ttyUSB0::INSTR"}, plain);
+  EXPECT_EQ(outcome.status, 3);
+  EXPECT_EQ(outcome.out, "");
+  EXPECT_EQ(outcome.err,
+            "kolvane: Fehler beim Verbindungsaufbau: Die Portbibliothek kann die Gerätedatei "
+            "„/dev/ttyUSB0“ nicht öffnen: Funktion QDX_SetNode fehlt. (-904)\n");
+  EXPECT_EQ(RunProgram({"send", "STP", "--connect", "ASRL1::INSTR"}, plain).status, 0);
+}
+
 TEST_F(RunProgramTest, WithNoDisplayTheDemoRunsItsList) {
   const Outcome outcome = RunProgram({"--demo"}, {.folder = folder.Path("")});
   EXPECT_EQ(outcome.status, 0);

@@ -76,7 +76,22 @@ TEST_F(HostWithoutQtTest, GetsAnErrorWhereThereIsNoDisplay) {
   EXPECT_THROW(terminal_.OpenTerminal(2, 0), std::runtime_error);
 }
 
-// Which device stands for COM1 is said in the environment, which the host has for itself.
+TEST(RunWithoutWindow, LeavesTheHostsEnvironmentAloneWhileItRuns) {
+  setenv("KOLVANE_PORT_LIBRARY", KOLVANE_COMPLETE_LIBRARY, 1);
+  unsetenv("KOLVANE_COM1");
+  int asked = 0;
+  CommandRunOptions options;
+  options.Connect = "ASRL/dev/ttyUSB9::INSTR";
+  options.StopRequested = [&asked] {
+    EXPECT_EQ(std::getenv("KOLVANE_COM1"), nullptr);
+    ++asked;
+    return true;
+  };
+  EXPECT_EQ(SendCommands({"X"}, options), CommandRunStatus::kStopped);
+  EXPECT_GT(asked, 0);
+  unsetenv("KOLVANE_PORT_LIBRARY");
+}
+
 TEST(RunWithoutWindow, LeavesTheHostsEnvironmentAsItWas) {
   CommandRunOptions options;
   options.Connect = "ASRL/nonexistent/line::INSTR";

@@ -36,11 +36,16 @@ class FakePortLibrary final : public PortLibrary {
   std::map<std::string, std::deque<std::int32_t>> results;  ///< by function; 0 where none is left
   std::deque<FakeReply> replies;
   std::string scan;  ///< what a USB scan finds
+  bool takes_node = true;
 
   std::int32_t OpenPort(std::int16_t port, std::int32_t baud, const std::string& text, std::int32_t data_bits,
                         std::int16_t stop_bits, std::int16_t receive_buffer) override {
     return Call("OpenPort", {Text(port), Text(baud), Quoted(text), Text(data_bits), Text(stop_bits),
                              Text(receive_buffer)});
+  }
+  bool TakesNode() const override { return takes_node; }
+  std::int32_t SetNode(std::int16_t port, const std::string& node) override {
+    return Call("SetNode", {Text(port), Quoted(node)});
   }
   std::int32_t SelectDevice(std::int16_t address) override { return Call("SelectDevice", {Text(address)}); }
   std::int32_t SetTimeout(std::int32_t milliseconds) override {

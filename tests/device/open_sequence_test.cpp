@@ -82,6 +82,38 @@ TEST_F(Opening, Usb) {
   EXPECT_EQ(parameters.address, 1);
 }
 
+TEST_F(Opening, AChosenNodeIsGivenAtEachOpening) {
+  parameters.node = "/dev/ttyUSB7";
+  for (int round = 0; round < 2; ++round) {
+    calls.clear();
+    EXPECT_EQ(Open(10), 0);
+    EXPECT_EQ(calls, (Calls{"SetNode(10, \"/dev/ttyUSB7\")", "OpenPort(10, 19200, \"o\", 8, 2, 4096)",
+                            "SetTimeout(3000)", "SelectDevice(12)", "ActivateInterpreter(200)"}));
+  }
+}
+
+TEST_F(Opening, ANodeThatTheLibraryRefusesIsTheResult) {
+  parameters.node = "/dev/ttyUSB7";
+  library.results["SetNode"] = {-2};
+  EXPECT_EQ(Open(1), -2);
+  EXPECT_EQ(calls, Calls{"SetNode(1, \"/dev/ttyUSB7\")"});
+}
+
+TEST_F(Opening, ALibraryThatTakesNoNodeIsNotCalledAndSaysSo) {
+  parameters.node = "/dev/ttyUSB7";
+  parameters.port_code = port_code::kCom1;
+  library.takes_node = false;
+  io.Open();
+  EXPECT_TRUE(calls.empty());
+  EXPECT_EQ(io.LastError().code, -904);
+  EXPECT_EQ(io.LastError().description,
+            "Die Portbibliothek kann die Gerätedatei „/dev/ttyUSB7“ nicht öffnen: Funktion QDX_SetNode "
+            "fehlt.");
+  parameters.node.clear();
+  io.Open();
+  EXPECT_EQ(io.LastError().code, 0);
+}
+
 TEST_F(Opening, OfflineCallsNothing) {
   EXPECT_EQ(Open(-1), 0);
   EXPECT_TRUE(calls.empty());

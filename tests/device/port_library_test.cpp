@@ -50,9 +50,11 @@ TEST_F(PortLibraryFile, PassesEveryArgumentOn) {
   library.MaxUsbDevices();
   char record[] = "?";
   library.ScanUsbDevices(8, record);
+  EXPECT_TRUE(library.TakesNode());
+  library.SetNode(10, "/dev/x");
   EXPECT_EQ(Log(library),
             "open host 100 1 -1 2 512;select 3;timeout 70000;gpib 1 2 3 4 0 5 6000;enable 90;A\xE4\n;flush;"
-            "activate 200;close interpreter 488 1;close;delay 50;usb;scan 8;read 400 10;");
+            "activate 200;close interpreter 488 1;close;delay 50;usb;scan 8;node /dev/x 10;read 400 10;");
   EXPECT_EQ(record[0], 'S');
 }
 
@@ -62,6 +64,14 @@ TEST_F(PortLibraryFile, HandsBackTheStatus) {
   Log(library);
   EXPECT_EQ(library.FlushInQueue(), 6);
   EXPECT_EQ(library.ClosePort(), 12);
+}
+
+TEST_F(PortLibraryFile, MayLackTheOptionalFunctions) {
+  PortLibraryResult result = LoadPortLibrary(KOLVANE_PLAIN_LIBRARY);
+  PortLibrary& library = *std::get<std::unique_ptr<PortLibrary>>(result);
+  EXPECT_FALSE(library.TakesNode());
+  EXPECT_LT(library.SetNode(1, "/dev/x"), 0);
+  EXPECT_EQ(Log(library), "read 400 10;");
 }
 
 TEST_F(PortLibraryFile, IsRefusedForAMissingFunction) {

@@ -1,5 +1,6 @@
 // A complete port library whose ReadPort hands over the calls it has seen; with KOLVANE_STUB_LACKS_READ it
-// lacks that function, with KOLVANE_STUB_REFUSES_TIMEOUT it takes no time-out.
+// lacks that function, with KOLVANE_STUB_REFUSES_TIMEOUT it takes no time-out, with KOLVANE_STUB_IS_PLAIN it
+// lacks the optional functions.
 #include <algorithm>
 #include <string>
 
@@ -48,6 +49,11 @@ int32_t QDX_ReadPort(char* buffer, int32_t count, int32_t* first, int32_t* secon
   std::copy_n(Log().begin(), std::min(Log().size(), static_cast<std::size_t>(count)), buffer);
   Log().clear();
   return count;
+}
+#endif
+#ifndef KOLVANE_STUB_IS_PLAIN
+int32_t QDX_SetNode(int16_t port, const char* node) {
+  return Note(("node " + std::string(node)).c_str(), port);
 }
 #endif
 int32_t QDX_FlushInQueue(void) { return Note("flush"); }

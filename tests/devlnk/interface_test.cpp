@@ -40,12 +40,12 @@ TEST(SharedObject, ExportsItsFunctionsAndNothingElse) {
     exported.insert(name.substr(0, name.find('\n')));
   }
   ASSERT_EQ(pclose(list), 0);
-  EXPECT_EQ(exported, (std::set<std::string>{"QDX_OpenPort", "QDX_SelectDevice", "QDX_SetTimeout",
-                                             "QDX_SetGPIBCtrlBlock", "QDX_EnableNTPortIO", "QDX_WritePort",
-                                             "QDX_ReadPort", "QDX_FlushInQueue", "QDX_ActivateInterpreter",
-                                             "QDX_CloseInterpreterEx", "QDX_ClosePort", "QDX_Delay",
-                                             "USB_GetMaxUsbDevice", "USB_ScanUsbDevice", "QDX_SetWaitHandler",
-                                             "QDX_BytesWaiting", "QDX_WaitDescriptor", "QDX_StatusText"}));
+  EXPECT_EQ(exported, (std::set<std::string>{
+                          "QDX_OpenPort", "QDX_SelectDevice", "QDX_SetTimeout", "QDX_SetGPIBCtrlBlock",
+                          "QDX_EnableNTPortIO", "QDX_WritePort", "QDX_ReadPort", "QDX_FlushInQueue",
+                          "QDX_ActivateInterpreter", "QDX_CloseInterpreterEx", "QDX_ClosePort", "QDX_Delay",
+                          "USB_GetMaxUsbDevice", "USB_ScanUsbDevice", "QDX_SetNode", "QDX_SetWaitHandler",
+                          "QDX_BytesWaiting", "QDX_WaitDescriptor", "QDX_StatusText"}));
 }
 
 TEST_F(Interface, TransfersNeedAnOpenPort) {
@@ -118,6 +118,14 @@ TEST_F(Interface, TheGpibControlBlockIsChecked) {
   EXPECT_EQ(QDX_SetGPIBCtrlBlock(0, 0, 0, 10, 1, 0, 1000), kInvalid);
   EXPECT_EQ(QDX_SetGPIBCtrlBlock(0, 0, 0, 10, 0, 2, 1000), kInvalid);
   EXPECT_EQ(QDX_SetGPIBCtrlBlock(0, 0, 0, 10, 0, 0, -1), kInvalid);
+}
+
+TEST_F(Interface, OnlyPortsWithADeviceNodeTakeOne) {
+  for (const std::int16_t port : std::initializer_list<std::int16_t>{1, 2, 10, 20, 90, 91, 488})
+    EXPECT_EQ(QDX_SetNode(port, nullptr), 0) << port;
+  EXPECT_EQ(QDX_SetNode(100, "/dev/ttyS0"), kInvalid);
+  EXPECT_EQ(QDX_SetNode(200, nullptr), kInvalid);
+  for (const std::int16_t port : kNoPorts) EXPECT_EQ(QDX_SetNode(port, "/dev/ttyS0"), kInvalid) << port;
 }
 
 TEST_F(Interface, OnlyParallelPortsAreEnabled) {
