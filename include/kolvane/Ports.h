@@ -16,7 +16,8 @@ struct Port {
 
 /// Serial ports, USB devices with a serial number, GPIB boards and parallel ports, in this order. No device
 /// is spoken to; it takes two seconds at most. A GPIB resource has the word ADDRESS in the place of the bus
-/// address.
+/// address. Where KOLVANE_PORT_LIBRARY names a port library, the USB devices are those that its scan finds,
+/// in its own time; one that cannot be asked is a line on standard error.
 KOLVANE_EXPORT std::vector<Port> ListPorts();
 
 }  // namespace kolvane

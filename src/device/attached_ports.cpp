@@ -1,5 +1,6 @@
 #include "device/attached_ports.h"
 
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
@@ -45,6 +46,24 @@ std::vector<AttachedPort> AttachedPorts() {
   std::vector<AttachedPort> ports;
   for (const Found& port : devlnk::AttachedPorts())
     ports.push_back({KindOf(port.kind), CodeOf(port), port.node, port.board, port.serial, port.description});
+  return ports;
+}
+
+std::vector<AttachedPort> WithUsbOf(const std::vector<UsbInstrument>& found,
+                                    std::vector<AttachedPort> ports) {
+  std::vector<AttachedPort> usb;
+  for (const UsbInstrument& each : found) {
+    const auto known = std::ranges::find_if(ports, [&](const AttachedPort& port) {
+      return port.kind == Kind::kUsb && port.serial_number == each.serial_number;
+    });
+    usb.push_back(known == ports.end()
+                      ? AttachedPort{Kind::kUsb, port_code::kUsb, {}, 0, each.serial_number, each.description}
+                      : *known);
+  }
+  std::erase_if(ports, [](const AttachedPort& port) { return port.kind == Kind::kUsb; });
+  const auto after_serial =
+      std::ranges::find_if(ports, [](const AttachedPort& port) { return port.kind != Kind::kSerial; });
+  ports.insert(after_serial, usb.begin(), usb.end());
   return ports;
 }
 

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "device/usb_scan.h"
+
 namespace kolvane::device {
 
 /// A port that this computer has, for the user to choose from.
@@ -16,9 +18,14 @@ struct AttachedPort {
   int board = 0;                     ///< GPIB
   std::string serial_number;         ///< USB
   std::string description;           ///< English
+  bool operator==(const AttachedPort&) const = default;
 };
 
 /// All of them: serial ports, USB, GPIB, parallel ports. Takes two seconds at most and speaks to no device.
 std::vector<AttachedPort> AttachedPorts();
+
+/// `ports` with the USB devices that a port library has found in the place of their own. What `ports` know of
+/// a serial number stays.
+std::vector<AttachedPort> WithUsbOf(const std::vector<UsbInstrument>& found, std::vector<AttachedPort> ports);
 
 }  // namespace kolvane::device

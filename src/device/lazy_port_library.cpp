@@ -9,6 +9,11 @@
 #include "device/loaded_port_library.h"
 
 namespace kolvane::device {
+namespace {
+
+constexpr char kVariable[] = "KOLVANE_PORT_LIBRARY";
+
+}  // namespace
 
 std::string FolderOfCode(const void* address) {
   Dl_info info{};
@@ -20,9 +25,13 @@ std::string FolderOfCode(const void* address) {
   return file.parent_path();
 }
 
+bool IsPortLibraryNamed() {
+  const char* chosen = std::getenv(kVariable);
+  return chosen != nullptr && *chosen != '\0';
+}
+
 std::string PortLibraryPath(const std::string& folder) {
-  const char* chosen = std::getenv("KOLVANE_PORT_LIBRARY");
-  return chosen != nullptr && *chosen != '\0' ? chosen : folder + "/libdevlnk.so";
+  return IsPortLibraryNamed() ? std::getenv(kVariable) : folder + "/libdevlnk.so";
 }
 
 PortLibrary* LazyPortLibrary::Library() {

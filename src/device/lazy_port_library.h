@@ -11,6 +11,9 @@ namespace kolvane::device {
 /// The folder, without a separator at its end, of the file whose code `address` lies in.
 std::string FolderOfCode(const void* address);
 
+/// Whether KOLVANE_PORT_LIBRARY names a library.
+bool IsPortLibraryNamed();
+
 /// The file named by KOLVANE_PORT_LIBRARY, or libdevlnk.so in `folder` where that is not set.
 std::string PortLibraryPath(const std::string& folder);
 

@@ -23,7 +23,7 @@ std::string FieldText(std::string_view field) {
 
 }  // namespace
 
-std::vector<std::string> ScanUsb(PortLibrary& library, DeviceState& state) {
+std::vector<UsbInstrument> FindUsb(PortLibrary& library, DeviceState& state) {
   const std::int32_t slots = std::min(library.MaxUsbDevices(), kMostSlots);
   if (slots < 0) {
     state.open_step_status = slots;
@@ -32,13 +32,20 @@ std::vector<std::string> ScanUsb(PortLibrary& library, DeviceState& state) {
   const auto count = static_cast<std::size_t>(slots);
   std::string buffer(count * kRecordSize + kSpareBlanks, ' ');
   state.open_step_status = library.ScanUsbDevices(slots, buffer.data());
-  std::vector<std::string> found;
+  std::vector<UsbInstrument> found;
   for (std::size_t slot = 0; slot < count; ++slot) {
     const auto record = std::string_view(buffer).substr(slot * kRecordSize, kRecordSize);
     const std::string serial = FieldText(record.substr(0, kFieldSize));
-    if (!serial.empty()) found.push_back(serial + " - " + FieldText(record.substr(kFieldSize)));
+    if (!serial.empty()) found.push_back({serial, FieldText(record.substr(kFieldSize))});
   }
   return found;
+}
+
+std::vector<std::string> ScanUsb(PortLibrary& library, DeviceState& state) {
+  std::vector<std::string> lines;
+  for (const UsbInstrument& found : FindUsb(library, state))
+    lines.push_back(found.serial_number + " - " + found.description);
+  return lines;
 }
 
 }  // namespace kolvane::device

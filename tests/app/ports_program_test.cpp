@@ -11,9 +11,10 @@ namespace {
 
 class PortsProgram : public testing::Test {
  protected:
-  Outcome Ports(std::vector<std::string> more = {}, int output = -1) {
+  Outcome Ports(std::vector<std::string> more = {}, int output = -1, const std::string& library = "") {
     more.insert(more.begin(), "ports");
     return RunProgram(more, {.environment = {{"KOLVANE_SYSFS", system_.root()},
+                                             {"KOLVANE_PORT_LIBRARY", library},
                                              {"KOLVANE_COM1", "/dev/ttyUSB0"},
                                              {"KOLVANE_COM2", "/nowhere"},
                                              {"KOLVANE_LPT1", "/nowhere"},
@@ -45,6 +46,29 @@ TEST_F(PortsProgram, ListsWhatIsThere) {
             "GPIB0::ADDRESS::INSTR  /dev/gpib0     GPIB board 0\n"
             "LPT2                   /dev/parport1  parallel port\n");
   EXPECT_EQ(outcome.err, "");
+}
+
+TEST_F(PortsProgram, ListsTheUsbInstrumentsThatAnotherPortLibraryFinds) {
+  system_.AddDevice("1-1", {"idVendor=0403", "serial=A5", "product=UART"});
+  system_.AddNode("tty", "ttyUSB0", "1-1", "ttyUSB0");
+  system_.AddClassEntry("ppdev", "parport1");
+  const Outcome outcome = Ports({}, -1, KOLVANE_COMPLETE_LIBRARY);
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.out,
+            "ASRL1::INSTR   /dev/ttyUSB0   UART\n"
+            "USB::S::INSTR  -              -\n"
+            "LPT2           /dev/parport1  parallel port\n");
+  EXPECT_EQ(outcome.err, "");
+}
+
+TEST_F(PortsProgram, SaysWhyAnotherPortLibraryCannotBeAsked) {
+  system_.AddClassEntry("ppdev", "parport1");
+  const Outcome outcome = Ports({}, -1, "/nowhere/lib.so");
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.out, "LPT2  /dev/parport1  parallel port\n");
+  EXPECT_EQ(outcome.err,
+            "kolvane: Die Portbibliothek „/nowhere/lib.so“ kann nicht benutzt werden: Datei nicht "
+            "gefunden.\n");
 }
 
 TEST_F(PortsProgram, SaysThatNothingIsThere) {

@@ -33,6 +33,12 @@ TEST_F(UsbScanTest, ListsSerialNumberAndDescriptionTrimmed) {
   EXPECT_EQ(library_.calls, (Found{"MaxUsbDevices()", "ScanUsbDevices(2)"}));
 }
 
+TEST_F(UsbScanTest, GivesSerialNumberAndDescriptionApart) {
+  library_.scan = Padded("A - 1") + Padded("x");
+  library_.results["MaxUsbDevices"] = {1};
+  EXPECT_EQ(FindUsb(library_, state_), (std::vector<UsbInstrument>{{"A - 1", "x"}}));
+}
+
 TEST_F(UsbScanTest, LeavesOutSlotsWithoutASerialNumber) {
   library_.scan = Padded("") + Padded("nothing") + Padded("B2") + Padded("x");
   EXPECT_EQ(Scan(3), Found{"B2 - x"});
