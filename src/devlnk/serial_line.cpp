@@ -12,7 +12,9 @@
 namespace kolvane::devlnk {
 namespace {
 
-constexpr std::int64_t kLongestFinishMs = 10'000;
+constexpr std::int32_t kLongestFinishMs = 10'000;
+constexpr std::int32_t kLongestStandstillMs = 1000;
+constexpr std::int32_t kPaceMs = 50;
 
 // Not to wait for a carrier, and not to become the process's controlling terminal.
 base::Descriptor OpenNode(const std::string& node) {
@@ -28,7 +30,44 @@ Status Lock(int fd) {
   return errno == EWOULDBLOCK ? Status::kBusy : StatusOfOpen(errno);
 }
 
+class LineOutput final : public OutputQueue {
+ public:
+  explicit LineOutput(int fd) : fd_(fd) {}
+
+  int Bytes() override {
+    int queued = 0;
+    return ioctl(fd_, TIOCOUTQ, &queued) == 0 ? queued : 0;
+  }
+  void Wait(std::int32_t milliseconds) override { SleepMs(milliseconds); }
+  void Drop() override { ioctl(fd_, TCFLSH, TCOFLUSH); }
+
+ private:
+  int fd_;
+};
+
+std::int32_t TimeToSend(int bytes, std::uint32_t baud) {
+  constexpr std::int64_t kBitsOfCharacter = 12;
+  const std::int64_t needed = bytes * kBitsOfCharacter * 1000 / baud + 10;
+  return static_cast<std::int32_t>(std::min<std::int64_t>(needed, kLongestStandstillMs));
+}
+
 }  // namespace
+
+void FinishOutput(OutputQueue& queue, std::uint32_t baud) {
+  std::int32_t waited = 0;
+  std::int32_t stood_still = 0;
+  int before = queue.Bytes();
+  std::int32_t step = TimeToSend(before, baud);
+  while (before > 0) {
+    if (stood_still >= kLongestStandstillMs || waited >= kLongestFinishMs) return queue.Drop();
+    queue.Wait(step);
+    const int left = queue.Bytes();
+    waited += step;
+    stood_still = left < before ? 0 : stood_still + step;
+    before = left;
+    step = std::max(TimeToSend(left, baud), kPaceMs);
+  }
+}
 
 Status SerialLine::Open(const std::string& node, std::unique_ptr<SerialLine>& line) {
   base::Descriptor prompt = OpenNode(node);
@@ -51,22 +90,13 @@ SerialLine::SerialLine(base::Descriptor prompt, base::Descriptor waiting, const 
   ioctl(prompt_.get(), TIOCEXCL);
 }
 
+// Restoring the settings and closing would wait on output that stands still.
 SerialLine::~SerialLine() {
-  FinishOutput();
+  LineOutput output(prompt_.get());
+  if (baud_ != 0) FinishOutput(output, baud_);
   ioctl(prompt_.get(), TCSETSW2, &before_);
   if (rs485_before_) ioctl(prompt_.get(), TIOCSRS485, &*rs485_before_);
   if (!exclusive_before_) ioctl(prompt_.get(), TIOCNXCL);
-}
-
-// What is still to be sent gets the time that the line needs for it; the rest is dropped, so that restoring
-// the settings and closing do not wait on a line that stands still.
-void SerialLine::FinishOutput() {
-  constexpr std::int64_t kBitsOfCharacter = 12;
-  int queued = 0;
-  if (baud_ == 0 || ioctl(prompt_.get(), TIOCOUTQ, &queued) != 0 || queued <= 0) return;
-  const std::int64_t needed = queued * kBitsOfCharacter * 1000 / baud_ + 10;
-  SleepMs(static_cast<std::int32_t>(std::min(needed, kLongestFinishMs)));
-  if (ioctl(prompt_.get(), TIOCOUTQ, &queued) == 0 && queued > 0) ioctl(prompt_.get(), TCFLSH, TCOFLUSH);
 }
 
 Status SerialLine::Apply(const SerialParameters& parameters) {

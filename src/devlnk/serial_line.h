@@ -11,8 +11,21 @@
 
 namespace kolvane::devlnk {
 
-/// A serial line held for this process alone; the destructor gives it back with the settings it had. It never
-/// waits longer than what is still to be sent takes.
+/// What a line still has to send.
+class OutputQueue {
+ public:
+  virtual ~OutputQueue() = default;
+  virtual int Bytes() = 0;
+  virtual void Wait(std::int32_t milliseconds) = 0;
+  virtual void Drop() = 0;
+};
+
+/// Gives what is still to be sent the time that a line of that rate needs for it. Drops the rest once nothing
+/// has left for a second, or after 10 seconds.
+void FinishOutput(OutputQueue& queue, std::uint32_t baud);
+
+/// A serial line held for this process alone; the destructor gives it back with the settings it had, after
+/// FinishOutput.
 class SerialLine {
  public:
   /// kOk, or why the line cannot be had; `line` is set in the first case.
@@ -35,7 +48,6 @@ class SerialLine {
 
  private:
   SerialLine(base::Descriptor prompt, base::Descriptor waiting, const termios2& before);
-  void FinishOutput();
 
   base::Descriptor prompt_;
   base::Descriptor waiting_;
