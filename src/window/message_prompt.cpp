@@ -1,6 +1,11 @@
 #include "window/message_prompt.h"
 
+#include <QLabel>
+#include <QLayout>
 #include <QMessageBox>
+#include <QScreen>
+#include <QTextBoundaryFinder>
+#include <algorithm>
 #include <new>
 #include <utility>
 
@@ -11,10 +16,55 @@
 namespace kolvane::window {
 namespace {
 
+// Each run of characters between two places where a line may end.
+template <typename Use>
+void ForEachPart(const QString& text, QTextBoundaryFinder::BoundaryType type, Use use) {
+  QTextBoundaryFinder finder(type, text);
+  for (qsizetype start = 0, end = finder.toNextBoundary(); end > start;
+       start = end, end = finder.toNextBoundary())
+    use(text.mid(start, end - start));
+}
+
+// The text with places to end a line within words that are wider than one.
+QString Breakable(const QString& text, const QFontMetrics& metrics, int line_width) {
+  constexpr QChar kZeroWidthSpace(0x200B);
+  QString breakable;
+  ForEachPart(text, QTextBoundaryFinder::Line, [&](const QString& word) {
+    if (metrics.horizontalAdvance(word) <= line_width) {
+      breakable += word;
+    } else {
+      ForEachPart(word, QTextBoundaryFinder::Grapheme,
+                  [&](const QString& character) { breakable += character + kZeroWidthSpace; });
+    }
+  });
+  return breakable;
+}
+
+// A box ends its lines between words only and cuts one that is wider, such as a path. Then a label takes the
+// place of the box's own, which keeps the text for whoever copies it.
+void WrapLongWords(QMessageBox& box) {
+  auto* own = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+  const int line_width =
+      std::min(box.fontMetrics().averageCharWidth() * 60, box.screen()->availableSize().width() / 2);
+  const QString text = Breakable(box.text(), box.fontMetrics(), line_width);
+  if (own == nullptr || text == box.text()) return;
+  auto* label = new QLabel(text, &box);
+  label->setTextFormat(Qt::PlainText);
+  label->setAccessibleName(box.text());
+  label->setWordWrap(true);
+  label->setIndent(own->indent());
+  label->setContentsMargins(own->contentsMargins());
+  label->setAlignment(own->alignment());
+  label->setMinimumWidth(line_width + 2 * label->fontMetrics().averageCharWidth());
+  delete box.layout()->replaceWidget(own, label);
+  own->hide();
+}
+
 void Show(QWidget* parent, QMessageBox::Icon icon, std::string_view text) {
   QMessageBox box(icon, ToQt(texts::kProgram), ToQt(text), QMessageBox::Ok, parent);
   box.setObjectName(QStringLiteral("MessageBox"));
   box.setTextFormat(Qt::PlainText);
+  WrapLongWords(box);
   box.exec();
 }
 
