@@ -53,13 +53,13 @@ void ExpectShownInFull(const std::string& text) {
   });
 }
 
-TEST(MessagePrompt, ShowsWordsOfAnyLengthInFull) {
+TEST(LongMessages, AreShownInFullWhateverTheLengthOfTheirWords) {
   ExpectShownInFull("Die Datei „/home/lab/" + std::string(76, 'm') + ".CMD“ kann nicht gelesen werden.");
   ExpectShownInFull("Die Datei „/home/" + std::string(255, 'W') + "/" + std::string(255, 'i') +
                     "/a.CMD“ kann nicht gelesen werden: " + std::string(120, 'x'));
 }
 
-TEST(MessagePrompt, LeavesOtherTextsToTheBox) {
+TEST(ShortMessages, AreLeftToTheBox) {
   for (const char* text : {"Ungültige Adresse", "Fehler beim Verbindungsaufbau: -10 (-10)", "eins\nzwei"}) {
     ExpectShownInFull(text);
     ShowAndLook(text, [](const QMessageBox& box) {
