@@ -223,6 +223,29 @@ TEST_F(ConnectionDialogTest, FitsASmallScreenWithEveryLabelInFull) {
   }
 }
 
+TEST_F(ConnectionDialogTest, FitsTheUsualScreenWithALargeFont) {
+  const QFont before = QApplication::font();
+  QFont large = before;
+  large.setPointSize(14);
+  QApplication::setFont(large);
+  Open();
+  constexpr QSize kScreen(1024, 768);
+  constexpr QSize kFrame(20, 60);  // of the window
+  EXPECT_LE(dialog_->width(), kScreen.width() - kFrame.width());
+  EXPECT_LE(dialog_->height(), kScreen.height() - kFrame.height());
+  EXPECT_LE(dialog_->minimumSizeHint().width(), kScreen.width() - kFrame.width());
+  EXPECT_LE(dialog_->minimumSizeHint().height(), kScreen.height() - kFrame.height());
+  for (const auto* port : dialog_->findChildren<QRadioButton*>())
+    EXPECT_GE(port->width(), port->sizeHint().width()) << port->text().toStdString();
+  for (int page = 0; page < Tabs()->count(); ++page) {
+    Tabs()->setTabEnabled(page, true);
+    Tabs()->setCurrentIndex(page);
+    for (const auto* label : Tabs()->widget(page)->findChildren<QLabel*>())
+      EXPECT_GE(label->width(), label->sizeHint().width()) << label->text().toStdString();
+  }
+  QApplication::setFont(before);
+}
+
 TEST_F(ConnectionDialogTest, TimeoutListsCanBeTypedInto) {
   Open();
   Choose(6);

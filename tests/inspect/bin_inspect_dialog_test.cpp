@@ -64,6 +64,23 @@ class BinInspectDialogTest : public testing::Test {
   std::unique_ptr<BinInspectDialog> dialog_;
 };
 
+TEST_F(BinInspectDialogTest, FitsTheUsualScreenWithALargeFont) {
+  const QFont before = QApplication::font();
+  QFont large = before;
+  large.setPointSize(14);
+  QApplication::setFont(large);
+  Open("A");
+  constexpr QSize kScreen(1024, 768);
+  constexpr QSize kFrame(20, 60);  // of the window
+  EXPECT_LE(dialog_->width(), kScreen.width() - kFrame.width());
+  EXPECT_LE(dialog_->height(), kScreen.height() - kFrame.height());
+  EXPECT_LE(dialog_->minimumSizeHint().width(), kScreen.width() - kFrame.width());
+  EXPECT_LE(dialog_->minimumSizeHint().height(), kScreen.height() - kFrame.height());
+  for (const auto* button : dialog_->findChildren<QAbstractButton*>())
+    EXPECT_GE(button->width(), button->minimumSizeHint().width()) << button->text().toStdString();
+  QApplication::setFont(before);
+}
+
 TEST_F(BinInspectDialogTest, CarriesItsTextsToTheLetter) {
   Open("A");
   EXPECT_EQ(dialog_->objectName(), "frmBinInspect");

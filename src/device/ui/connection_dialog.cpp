@@ -4,6 +4,7 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
 
 #include "device/history_folder.h"
@@ -16,6 +17,8 @@
 
 namespace kolvane::device {
 namespace {
+
+constexpr QSize kWindowFrame(20, 60);  // what a window manager may put around the dialog
 
 QString PortTip(std::int16_t code) {
   const std::string node = PortNode(code);
@@ -40,19 +43,14 @@ ConnectionDialog::ConnectionDialog(const ConnectionDialogContext& context, QWidg
       usb_(new UsbPage(form_.usb_history)) {
   setObjectName(QStringLiteral("U_Port"));
   setWindowTitle(QStringLiteral("Verbindung konfigurieren"));
-  auto* top = new QHBoxLayout;
-  top->addWidget(BuildPorts());
-  top->addWidget(BuildPages(), 1);
-  auto* all = new QVBoxLayout(this);
-  all->addLayout(top, 1);
-  all->addLayout(BuildButtons());
+  LayOut(BuildPorts(), BuildPages());
   ShowForm();
   if (form_.port >= 0) ports_[static_cast<std::size_t>(form_.port)]->setFocus();
 }
 
 QWidget* ConnectionDialog::BuildPorts() {
   auto* frame = new QGroupBox(QStringLiteral("Schnittstelle"));
-  auto* column = new QVBoxLayout(frame);
+  ports_grid_ = new QGridLayout(frame);
   for (const PortKind& kind : kPortKinds) {
     auto* port = new QRadioButton(Utf8(kind.caption));
     port->setObjectName(QStringLiteral("Port_%1").arg(kind.option));
@@ -65,15 +63,41 @@ QWidget* ConnectionDialog::BuildPorts() {
     // A click on the button that is on already toggles nothing.
     connect(port, &QRadioButton::clicked, this, click);
     ports_[static_cast<std::size_t>(kind.option)] = port;
-    column->addWidget(port);
   }
-  column->addStretch();
+  ArrangePorts(kPortKinds.size());
   return frame;
+}
+
+void ConnectionDialog::ArrangePorts(std::size_t rows) {
+  const auto at = [](std::size_t position) { return static_cast<int>(position); };
+  for (std::size_t i = 0; i < ports_.size(); ++i)
+    ports_grid_->addWidget(ports_[i], at(i % rows), at(i / rows));
+  ports_grid_->setRowStretch(at(rows), 1);
+}
+
+// With a large font the ports have no room beside the pages; above them they stand in pairs.
+void ConnectionDialog::LayOut(QWidget* ports, QWidget* pages) {
+  const QSize room = screen()->availableSize() - kWindowFrame;
+  auto* all = new QVBoxLayout(this);
+  auto* top = new QBoxLayout(QBoxLayout::LeftToRight);
+  const QMargins margins = all->contentsMargins();
+  const int beside = margins.left() + ports->sizeHint().width() + all->spacing() + pages->sizeHint().width() +
+                     margins.right();
+  if (beside > room.width()) {
+    top->setDirection(QBoxLayout::TopToBottom);
+    ArrangePorts(2);
+  }
+  top->addWidget(ports);
+  top->addWidget(pages, 1);
+  all->addLayout(top, 1);
+  all->addLayout(BuildButtons());
+  resize(sizeHint().boundedTo(room));
 }
 
 QWidget* ConnectionDialog::BuildPages() {
   pages_->setObjectName(QStringLiteral("SSTab1"));
   pages_->setUsesScrollButtons(false);
+  pages_->setElideMode(Qt::ElideRight);
   pages_->addTab(serial_, QStringLiteral("RS232"));
   pages_->addTab(extended_, QStringLiteral("RS232 erweitert"));
   pages_->addTab(gpib_, QStringLiteral("GPIB (IEEE488)"));

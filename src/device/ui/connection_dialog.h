@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QBoxLayout>
 #include <QDialog>
+#include <QGridLayout>
 #include <QRadioButton>
 #include <QTabWidget>
 #include <array>
@@ -43,6 +45,8 @@ class ConnectionDialog final : public QDialog {
   QWidget* BuildPorts();
   QWidget* BuildPages();
   QLayout* BuildButtons();
+  void ArrangePorts(std::size_t rows);
+  void LayOut(QWidget* ports, QWidget* pages);
   void ShowForm();
   void ShowPages();
   void ReadForm();
@@ -54,6 +58,7 @@ class ConnectionDialog final : public QDialog {
   std::string history_folder_;
   ConnectionForm form_;
   std::array<QRadioButton*, kPortKinds.size()> ports_{};
+  QGridLayout* ports_grid_ = nullptr;
   QTabWidget* pages_;
   SerialPage* serial_;
   ExtendedPage* extended_;

@@ -5,6 +5,7 @@
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -15,6 +16,11 @@
 #include "inspect/template_list.h"
 
 namespace kolvane::inspect {
+namespace {
+
+constexpr int kWindowFrame = 20;  // what a window manager may put beside the dialog
+
+}  // namespace
 
 BinInspectDialog::BinInspectDialog(BinInspectContext context, QWidget* parent)
     : QDialog(parent),
@@ -28,12 +34,9 @@ BinInspectDialog::BinInspectDialog(BinInspectContext context, QWidget* parent)
   network_order_->setObjectName(QStringLiteral("chkMotorola"));
   network_order_->setChecked(context_.state.network_order);
   connect(network_order_, &QCheckBox::toggled, this, [this](bool on) { context_.state.network_order = on; });
-  auto* below = new QHBoxLayout;
-  below->addWidget(formats_);
-  below->addLayout(BuildSide());
   auto* all = new QVBoxLayout(this);
   all->addWidget(area_, 1);
-  all->addLayout(below);
+  BuildBelow(all);
   connect(area_->dump(), &DumpTextBox::Click, this, &BinInspectDialog::InspectAtCaret);
   connect(area_->dump(), &DumpTextBox::KeyUp, this, &BinInspectDialog::InspectAtCaret);
   connect(formats_, &FormatFrame::FormatClick, this, &BinInspectDialog::FormatClick);
@@ -42,7 +45,19 @@ BinInspectDialog::BinInspectDialog(BinInspectContext context, QWidget* parent)
   area_->dump()->setFocus();
 }
 
-QLayout* BinInspectDialog::BuildSide() {
+// With a large font the rest has no room beside the formats.
+void BinInspectDialog::BuildBelow(QVBoxLayout* all) {
+  auto* below = new QBoxLayout(QBoxLayout::LeftToRight);
+  QBoxLayout* side = BuildSide();
+  below->addWidget(formats_);
+  below->addLayout(side);
+  all->addLayout(below);
+  if (sizeHint().width() <= screen()->availableSize().width() - kWindowFrame) return;
+  below->setDirection(QBoxLayout::TopToBottom);
+  side->setDirection(QBoxLayout::LeftToRight);
+}
+
+QBoxLayout* BinInspectDialog::BuildSide() {
   auto* copy = new QAction(QStringLiteral("Wert &kopieren"), this);
   copy->setShortcut(QKeySequence::Copy);
   connect(copy, &QAction::triggered, this, &BinInspectDialog::Copy);

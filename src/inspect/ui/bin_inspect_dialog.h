@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QBoxLayout>
 #include <QCheckBox>
 #include <QDialog>
 #include <string>
@@ -31,7 +32,8 @@ class BinInspectDialog final : public QDialog {
 
  private:
   void BuildTemplateList();
-  QLayout* BuildSide();
+  void BuildBelow(QVBoxLayout* all);
+  QBoxLayout* BuildSide();
   void FormatClick(int option);
   void TemplateClick(int index);
   void Inspect();
