@@ -1,6 +1,7 @@
 #include "window/main_toolbar.h"
 
 #include "terminal/texts.h"
+#include "window/texts.h"
 
 namespace kolvane::window {
 namespace {
@@ -8,7 +9,7 @@ namespace {
 constexpr ButtonRow kButtons[] = {
     {"TB_SAVETERMWIN", "save", "Save terminal window to file", true, false},
     {"TB_PRINT", "print", "Print terminal window", true, true},
-    {"TB_PORTCONFIGURE", "configure-connection", "Verbindung konfigurieren", false, false},
+    {"TB_PORTCONFIGURE", "configure-connection", texts::kConfigureTip, false, false},
     {"TB_CONNECT", "connect", terminal::texts::kConnectTip, true, false},
     {"TB_FLUSH", "flush", "Eingangspuffer flushen", true, true},
     {"TB_OPENLOG", "log-open", "Logdatei öffnen", false, false},

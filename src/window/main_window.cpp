@@ -6,12 +6,15 @@
 #include <QScreen>
 #include <utility>
 
+#include "base/number.h"
+#include "device/operating_mode.h"
 #include "device/ui/connection_dialog.h"
 #include "help/widget_topics.h"
 #include "window/caption.h"
 #include "window/images.h"
 #include "window/inspect_command.h"
 #include "window/text.h"
+#include "window/texts.h"
 
 namespace kolvane::window {
 namespace {
@@ -178,8 +181,17 @@ void MainWindow::ConnectionChanged() {
   toolbar1_->ShowState("TB_CONNECT", button.tag, button.image, ToQt(button.tool_tip));
   area_->status_bars().ShowConnection(core_.connect.StatusText());
   OpenConnectionMenu();
-  toolbar1_->Button("TB_PORTCONFIGURE")->setEnabled(core_.connect.Menu().configure);
+  ShowConfigureButton();
   ShowCaption();
+}
+
+// In the other modes the connection is the host's, whether it stands or not.
+void MainWindow::ShowConfigureButton() {
+  const device::DeviceState& device = context_.slices.device;
+  const bool own = device.OperMode == device::operating_mode::kPortLibrary;
+  QAction* button = toolbar1_->Button("TB_PORTCONFIGURE");
+  button->setEnabled(core_.connect.Menu().configure);
+  button->setToolTip(ToQt(own && device.connected ? texts::kConfigureTipConnected : texts::kConfigureTip));
 }
 
 // The window waits in the port library meanwhile. Only what repaints it is let through: a key or a click

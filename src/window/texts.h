@@ -9,6 +9,9 @@
 namespace kolvane::window::texts {
 
 inline constexpr std::string_view kProgram = "Kolvane Terminal";
+inline constexpr std::string_view kConfigureTip = "Verbindung konfigurieren";
+inline constexpr std::string_view kConfigureTipConnected =
+    "Verbindung konfigurieren: nur möglich, solange keine Verbindung besteht";
 inline constexpr std::string_view kLoading = "Textdatei wird geladen …";
 inline constexpr std::string_view kPrinting = "Text wird gedruckt …";
 inline constexpr std::string_view kNoMemory = "Nicht genügend Speicher";

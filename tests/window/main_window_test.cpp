@@ -284,6 +284,16 @@ TEST_F(MainWindowTest, TheConnectionCanBeConfiguredWhileThereIsNone) {
   EXPECT_TRUE(Find<QAction>("mnuConfigureConnection")->isEnabled());
 }
 
+TEST_F(MainWindowTest, TheConfigureButtonSaysWhyItIsDisabledWhileConnected) {
+  const auto* button = Find<QAction>("TB_PORTCONFIGURE");
+  EXPECT_EQ(button->toolTip(), "Verbindung konfigurieren");
+  Connect();
+  EXPECT_EQ(button->toolTip(), "Verbindung konfigurieren: nur möglich, solange keine Verbindung besteht");
+  EXPECT_EQ(button->text(), "Verbindung konfigurieren");
+  Press("TB_CONNECT");
+  EXPECT_EQ(button->toolTip(), "Verbindung konfigurieren");
+}
+
 TEST_F(MainWindowTest, InOtherModesTheConnectionIsTheHosts) {
   for (const std::int16_t mode : std::initializer_list<std::int16_t>{0, 1, 3}) {
     device_.OperMode = mode;
