@@ -77,14 +77,14 @@ Status Send(const std::vector<std::string>& commands, const CommandRunOptions& o
 }  // namespace
 
 Status RunCommandList(const std::string& File, const CommandRunOptions& Options) {
-  Run run{component::HostLines(Options.OnLine), {}, {}};
+  Run run{component::HostLines(Options.OnLine), {}};
   const Status status = RunList(File, Options, run);
   run.host.Rethrow();
   return status;
 }
 
 Status SendCommands(const std::vector<std::string>& Commands, const CommandRunOptions& Options) {
-  Run run{component::HostLines(Options.OnLine), {}, {}};
+  Run run{component::HostLines(Options.OnLine), {}};
   const Status status = Send(Commands, Options, run);
   run.host.Rethrow();
   return status;

@@ -6,7 +6,6 @@
 #include <QScreen>
 #include <utility>
 
-#include "base/number.h"
 #include "device/operating_mode.h"
 #include "device/ui/connection_dialog.h"
 #include "help/widget_topics.h"
