@@ -1,6 +1,19 @@
 #include "terminal/log_control.h"
 
+#include <filesystem>
+#include <system_error>
+
 namespace kolvane::terminal {
+namespace {
+
+// The current folder may be another one by the time somebody looks for the file.
+std::string FullPath(const std::string& file_name) {
+  std::error_code failure;
+  const std::filesystem::path full = std::filesystem::absolute(file_name, failure);
+  return failure ? file_name : full.string();
+}
+
+}  // namespace
 
 void LogControl::OpenLog(const std::string& file_name) {
   CloseLog();
@@ -9,7 +22,7 @@ void LogControl::OpenLog(const std::string& file_name) {
     prompt_.ShowError(texts::LogNotOpened(file_name, error));
     return;
   }
-  file_name_ = file_name;
+  file_name_ = FullPath(file_name);
   Changed();
 }
 

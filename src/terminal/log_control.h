@@ -49,7 +49,7 @@ class LogControl final : public LogSink {
 
   bool IsOpen() const { return file_.IsOpen(); }
   const LogButtonState& button() const { return button_; }
-  /// What the status bar says: "Logdatei: " and the name as it was given, or "Logdatei: Keine".
+  /// What the status bar says: "Logdatei: " and the full path, or "Logdatei: Keine".
   std::string StatusText() const { return texts::LogStatus(file_name_); }
 
   /// One line, recording or not; nothing happens where no log is open.

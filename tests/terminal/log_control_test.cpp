@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "base/fake_prompt.h"
 #include "base/small_files.h"
 #include "base/temp_folder.h"
@@ -9,6 +11,8 @@
 
 namespace kolvane::terminal {
 namespace {
+
+namespace fs = std::filesystem;
 
 class RecordingObserver final : public LogObserver {
  public:
@@ -54,6 +58,25 @@ TEST_F(LogControlTest, OpeningShowsThePathAndRecordsNothing) {
   EXPECT_FALSE(flags_.log_recording);
   EXPECT_EQ(base::ReadBytes(path_), "");
   EXPECT_EQ(observer_.changes, 1);
+}
+
+TEST_F(LogControlTest, ARelativeNameIsShownWithItsFolder) {
+  const fs::path before = fs::current_path();
+  fs::current_path(folder_.Path("."));
+  const std::string full = (fs::current_path() / "a.LOG").string();
+  log_.OpenLog("a.LOG");
+  fs::current_path(before);
+  EXPECT_EQ(log_.StatusText(), "Logdatei: " + full);
+  log_.WriteLine("x");
+  EXPECT_EQ(base::ReadBytes(path_), "x\r\n");
+}
+
+TEST_F(LogControlTest, AnEmptyNameStaysAFailure) {
+  log_.OpenLog("");
+  EXPECT_FALSE(log_.IsOpen());
+  EXPECT_EQ(log_.StatusText(), "Logdatei: Keine");
+  ASSERT_EQ(prompt_.errors.size(), 1u);
+  EXPECT_TRUE(prompt_.errors.front().starts_with("Die Logdatei „“ ")) << prompt_.errors.front();
 }
 
 TEST_F(LogControlTest, RecordsBetweenTwoPresses) {
