@@ -17,22 +17,40 @@ void CommandList::SetText(int row, std::string_view text) { SetTexts(row, {std::
 void CommandList::SetTexts(int first, const std::vector<std::string>& texts) {
   const int last = first + static_cast<int>(texts.size()) - 1;
   if (texts.empty() || !IsRow(first) || !IsRow(last)) return;
-  RowsBefore before{first, {}};
-  bool changes = false;
-  for (int row = first; row <= last; ++row) {
-    before.texts.push_back(Text(row));
-    changes |= Text(row) != FirstLine(texts[static_cast<std::size_t>(row - first)]);
-  }
-  if (!changes) return;
-  undo_.Push(std::move(before));
+  std::vector<std::string> before = Texts(first, last);
+  if (std::ranges::equal(before, texts, {}, {}, FirstLine)) return;
+  Push({first, std::move(before), modified_, {}});
   Replace(first, texts);
+  SetModified(true);
 }
 
-int CommandList::Undo() {
-  const auto before = undo_.Pop();
-  if (!before) return 0;
-  Replace(before->first, before->texts);
-  return before->first;
+std::vector<std::string> CommandList::Texts(int first, int last) const {
+  std::vector<std::string> texts;
+  for (int row = first; row <= last; ++row) texts.push_back(Text(row));
+  return texts;
+}
+
+ListStep CommandList::Whole() const { return {1, Texts(1, LastUsedRow()), modified_, file_}; }
+
+void CommandList::Push(ListStep before) {
+  done_.Push(std::move(before));
+  undone_.Clear();
+}
+
+int CommandList::GoTo(ListSteps& from, ListSteps& to) {
+  const ListStep* top = from.Top();
+  if (top == nullptr || (top->file && InUse())) return 0;
+  ListStep step = from.Pop();
+  if (step.file) {
+    to.Push(Whole());
+    Show(*std::move(step.file), std::move(step.texts), step.modified);
+  } else {
+    const int last = step.first + static_cast<int>(step.texts.size()) - 1;
+    to.Push({step.first, Texts(step.first, last), modified_, {}});
+    Replace(step.first, step.texts);
+    SetModified(step.modified);
+  }
+  return step.first;
 }
 
 int CommandList::LastUsedRow() const {
@@ -46,7 +64,7 @@ bool CommandList::AddToScript(std::string_view command) {
   if (!IsRow(row)) return false;
   SetText(row, command);
   if (!InUse()) SetCurrentRow(row);
-  SetModified();
+  SetModified(true);
   return true;
 }
 
@@ -54,14 +72,18 @@ bool CommandList::ClearCommandScriptGrid() { return ShowFile({}, {}, 0); }
 
 bool CommandList::ShowFile(std::string name, std::vector<std::string> rows, std::size_t left_out) {
   if (InUse()) return false;
-  Fill(std::move(rows));
-  undo_.Clear();
-  SetCurrentRow(1);
-  file_name_ = std::move(name);
-  left_out_ = left_out;
-  modified_ = false;
-  TellFile();
+  // Of a list that nobody has touched there is nothing to bring back.
+  if (LastUsedRow() > 0 || !file_.name.empty() || done_.Top() != nullptr) Push(Whole());
+  Show({std::move(name), left_out}, std::move(rows), false);
   return true;
+}
+
+void CommandList::Show(ListFile file, std::vector<std::string> rows, bool modified) {
+  Fill(std::move(rows));
+  SetCurrentRow(1);
+  file_ = std::move(file);
+  modified_ = modified;
+  TellFile();
 }
 
 void CommandList::Fill(std::vector<std::string> rows) {
@@ -108,16 +130,22 @@ void CommandList::SetCurrentRow(int row) {
 }
 
 void CommandList::SetFileName(std::string name) {
-  file_name_ = std::move(name);
-  left_out_ = 0;
+  file_ = {std::move(name), 0};
+  modified_ = LastUsedRow() > 0;
+  done_.MarkModified();
+  undone_.MarkModified();
   TellFile();
 }
 
 void CommandList::MarkSaved() {
-  left_out_ = 0;
+  file_.left_out = 0;
   modified_ = false;
+  done_.MarkModified();
+  undone_.MarkModified();
   TellFile();
 }
+
+void CommandList::MarkModified() { SetModified(true); }
 
 Color CommandList::ColorOf(std::string_view text) const {
   const std::string_view trimmed = base::TrimBlanks(text);
@@ -141,12 +169,12 @@ void CommandList::Replace(int first, const std::vector<std::string>& texts) {
     target.color = ColorOf(target.text);
     if (!InUse()) target.highlighted = false;
   }
+  ++revision_;
   TellRows(first, row - 1);
-  SetModified();
 }
 
-void CommandList::SetModified() {
-  if (!std::exchange(modified_, true)) TellFile();
+void CommandList::SetModified(bool modified) {
+  if (std::exchange(modified_, modified) != modified) TellFile();
 }
 
 }  // namespace kolvane::script

@@ -1,12 +1,13 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "script/list_steps.h"
 #include "script/row_colors.h"
-#include "script/row_undo.h"
 #include "script/script_state.h"
 
 namespace kolvane::script {
@@ -38,6 +39,7 @@ class CommandList {
   void Observe(CommandListObserver* observer) { observer_ = observer; }
 
   const std::string& Text(int row) const { return At(row).text; }
+  std::vector<std::string> Texts(int first, int last) const;
   Color TextColor(int row) const { return At(row).color; }
   /// Null for a row that is not highlighted.
   const Highlight* HighlightOf(int row) const { return At(row).highlighted ? &At(row).highlight : nullptr; }
@@ -47,17 +49,22 @@ class CommandList {
   void SetText(int row, std::string_view text);
   /// The same for the rows from `first` on, as one step of undo.
   void SetTexts(int first, const std::vector<std::string>& texts);
-  /// Takes the last edit back; returns its first row, 0 where there was none.
-  int Undo();
+  /// Takes the last edit back, or brings back the list that New or Open has replaced, with its name. Returns
+  /// the first row of what changed, 0 where there was nothing to take back. During a run the list itself is
+  /// not replaced.
+  int Undo() { return GoTo(done_, undone_); }
+  /// Takes the last Undo back; an edit since then ends that.
+  int Redo() { return GoTo(undone_, done_); }
   /// The last row whose text is not empty, 0 in an empty list.
   int LastUsedRow() const;
 
   /// Puts `command` behind the last row that holds text and makes that row current (not during a run, whose
   /// position it is). Returns false where the list is full.
   bool AddToScript(std::string_view command);
-  /// Empties list, file name and undo; false, and nothing done, while a run is in progress.
+  /// Empties list and file name, as one step of undo; false, and nothing done, while a run is in progress.
   bool ClearCommandScriptGrid();
-  /// What a file held, `rows` at most kListRows, in place of everything; false while a run is in progress.
+  /// What a file held, `rows` at most kListRows, in place of everything, as one step of undo; false while a run
+  /// is in progress.
   bool ShowFile(std::string name, std::vector<std::string> rows, std::size_t left_out);
 
   /// Gives a row's text the colour of its kind.
@@ -73,12 +80,17 @@ class CommandList {
   int current_row() const { return current_row_; }
   void SetCurrentRow(int row);
 
-  const std::string& file_name() const { return file_name_; }  ///< as the user gave it; empty: none yet
-  std::size_t left_out() const { return left_out_; }           ///< lines of the file beyond the last row
+  const std::string& file_name() const { return file_.name; }
+  std::size_t left_out() const { return file_.left_out; }
   bool modified() const { return modified_; }
+  /// Another number after each change of rows, file name or modified flag.
+  std::uint64_t revision() const { return revision_; }
+  /// The list goes by the name of a file that is empty yet.
   void SetFileName(std::string name);
   /// The file holds what the list holds.
   void MarkSaved();
+  /// No file holds what the list holds.
+  void MarkModified();
 
   bool InUse() const { return run_ != nullptr && run_->ScriptRunning != 0; }
 
@@ -94,13 +106,18 @@ class CommandList {
   const Row& At(int row) const { return IsRow(row) ? rows_[static_cast<std::size_t>(row - 1)] : no_row_; }
   Row& Used(int row) { return rows_[static_cast<std::size_t>(row - 1)]; }
   Color ColorOf(std::string_view text) const;
+  void Push(ListStep before);
+  int GoTo(ListSteps& from, ListSteps& to);
+  ListStep Whole() const;
+  void Show(ListFile file, std::vector<std::string> rows, bool modified);
   void Replace(int first, const std::vector<std::string>& texts);
   void Fill(std::vector<std::string> rows);
-  void SetModified();
+  void SetModified(bool modified);
   void TellRows(int first, int last) {
     if (observer_ != nullptr) observer_->RowsChanged(first, last);
   }
   void TellFile() {
+    ++revision_;
     if (observer_ != nullptr) observer_->FileChanged();
   }
 
@@ -108,12 +125,13 @@ class CommandList {
   CommandListObserver* observer_ = nullptr;
   std::vector<Row> rows_;
   Row no_row_;
-  RowUndo undo_;
+  ListSteps done_;
+  ListSteps undone_;
   Color default_color_ = 0;
   int current_row_ = 1;
-  std::string file_name_;
-  std::size_t left_out_ = 0;
+  ListFile file_;
   bool modified_ = false;
+  std::uint64_t revision_ = 0;
 };
 
 }  // namespace kolvane::script

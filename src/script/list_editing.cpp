@@ -10,12 +10,6 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-Texts TextsOf(const CommandList& list, int first, int last) {
-  Texts texts;
-  for (int row = first; row <= last; ++row) texts.push_back(list.Text(row));
-  return texts;
-}
-
 Texts LinesOf(std::string_view text) {
   Texts lines;
   LineSplitter splitter([&lines](std::string_view line) { lines.emplace_back(line); });
@@ -67,7 +61,7 @@ bool InsertRows(CommandList& list, int row, int count) {
   const int used = list.LastUsedRow();
   if (row < 1 || count < 1 || row > used) return true;
   if (count > kListRows - used) return false;
-  Texts texts = TextsOf(list, row, used);
+  Texts texts = list.Texts(row, used);
   texts.insert(texts.begin(), static_cast<std::size_t>(count), {});
   list.SetTexts(row, texts);
   return true;
@@ -77,7 +71,7 @@ void RemoveRows(CommandList& list, int first, int last) {
   const int used = list.LastUsedRow();
   Clip(first, last);
   if (first > last || first > used) return;
-  Texts texts = TextsOf(list, last + 1, used);
+  Texts texts = list.Texts(last + 1, used);
   texts.resize(static_cast<std::size_t>(used - first + 1));
   list.SetTexts(first, texts);
 }

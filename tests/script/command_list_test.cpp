@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <utility>
+
 #include "script/list_text.h"
 #include "script/recording_observer.h"
 
@@ -138,7 +141,6 @@ TEST(CommandListTest, ClearsEverythingButNotDuringARun) {
   EXPECT_EQ(list.file_name(), "");
   EXPECT_EQ(list.left_out(), 0u);
   EXPECT_FALSE(list.modified());
-  EXPECT_EQ(list.Undo(), 0);
 }
 
 TEST(CommandListTest, KeepsTheCurrentRowBetweenBeforeTheFirstAndBehindTheLast) {
@@ -177,6 +179,148 @@ TEST(CommandListTest, UndoesTheLast100Edits) {
   for (int edit = 0; edit < 100; ++edit) EXPECT_EQ(list.Undo(), 1);
   EXPECT_EQ(list.Text(1), "0");
   EXPECT_EQ(list.Undo(), 0);
+}
+
+TEST(CommandListTest, UndoBringsBackTheListThatNewHasEmptied) {
+  CommandList list;
+  list.ShowFile("/x/a.CMD", {"A", "B"}, 3);
+  list.SetText(2, "C");
+  list.ClearCommandScriptGrid();
+  EXPECT_EQ(list.Undo(), 1);
+  EXPECT_EQ(ListText(list), ">A|C");
+  EXPECT_EQ(list.file_name(), "/x/a.CMD");
+  EXPECT_EQ(list.left_out(), 3u);
+  EXPECT_TRUE(list.modified());
+  EXPECT_EQ(list.Undo(), 2);
+  EXPECT_EQ(ListText(list), ">A|B");
+  EXPECT_FALSE(list.modified());
+  EXPECT_EQ(list.Undo(), 0);
+}
+
+TEST(CommandListTest, UndoBringsBackTheListThatAFileHasReplaced) {
+  CommandList list;
+  FillList(list, "A|B|C");
+  list.ShowFile("/x/b.CMD", {"x"}, 0);
+  list.SetText(1, "y");
+  EXPECT_EQ(list.Undo(), 1);
+  EXPECT_EQ(list.file_name(), "/x/b.CMD");
+  EXPECT_EQ(list.Undo(), 1);
+  EXPECT_EQ(ListText(list), ">A|B|C");
+  EXPECT_EQ(list.file_name(), "");
+}
+
+TEST(CommandListTest, AListThatNobodyTouchedIsNotBroughtBack) {
+  CommandList list;
+  list.ShowFile("/x/b.CMD", {"x"}, 0);
+  EXPECT_EQ(list.Undo(), 0);
+  EXPECT_EQ(ListText(list), ">x");
+}
+
+TEST(CommandListTest, DuringARunUndoTakesEditsBackButReplacesNoList) {
+  RunFlags run;
+  CommandList list(&run);
+  FillList(list, "A");
+  list.ClearCommandScriptGrid();
+  run.ScriptRunning = 1;
+  EXPECT_EQ(list.Undo(), 0);
+  list.SetText(1, "B");
+  EXPECT_EQ(list.Undo(), 1);
+  EXPECT_EQ(list.Undo(), 0);
+  run.ScriptRunning = 0;
+  EXPECT_EQ(list.Undo(), 1);
+  EXPECT_EQ(ListText(list), ">A");
+}
+
+TEST(CommandListTest, RedoTakesUndoBack) {
+  CommandList list;
+  list.SetText(1, "A");
+  list.SetText(2, "B");
+  list.ShowFile("/x/c.CMD", {"C"}, 1);
+  EXPECT_EQ(list.Redo(), 0);
+  for (int step = 0; step < 3; ++step) list.Undo();
+  EXPECT_EQ(ListText(list), "");
+  EXPECT_EQ(list.Redo(), 1);
+  EXPECT_EQ(list.Redo(), 2);
+  EXPECT_EQ(ListText(list), ">A|B");
+  EXPECT_EQ(list.Redo(), 1);
+  EXPECT_EQ(ListText(list), ">C");
+  EXPECT_EQ(list.file_name(), "/x/c.CMD");
+  EXPECT_EQ(list.left_out(), 1u);
+  EXPECT_EQ(list.Redo(), 0);
+}
+
+TEST(CommandListTest, AnEditEndsRedo) {
+  CommandList list;
+  list.SetText(1, "A");
+  list.Undo();
+  list.SetText(1, "B");
+  EXPECT_EQ(list.Redo(), 0);
+  EXPECT_EQ(ListText(list), ">B");
+}
+
+TEST(CommandListTest, GoingBackToWhatTheFileHoldsIsNoModification) {
+  CommandList list;
+  list.ShowFile("/x/a.CMD", {"A"}, 0);
+  list.SetText(1, "B");
+  list.SetText(1, "C");
+  list.Undo();
+  EXPECT_TRUE(list.modified());
+  list.Undo();
+  EXPECT_FALSE(list.modified());
+  list.Redo();
+  EXPECT_TRUE(list.modified());
+  list.MarkSaved();
+  EXPECT_FALSE(list.modified());
+  list.Undo();
+  EXPECT_TRUE(list.modified());
+  list.Redo();
+  EXPECT_FALSE(list.modified());
+  list.Redo();
+  EXPECT_TRUE(list.modified());
+}
+
+TEST(CommandListTest, SavingOneListSaysNothingOfAnother) {
+  CommandList list;
+  list.ShowFile("/x/a.CMD", {"A"}, 0);
+  list.ClearCommandScriptGrid();
+  list.SetText(1, "B");
+  list.MarkSaved();
+  list.Undo();
+  EXPECT_TRUE(list.modified());
+  list.Undo();
+  EXPECT_FALSE(list.modified());
+  EXPECT_EQ(ListText(list), ">A");
+}
+
+TEST(CommandListTest, ANameForAFileThatIsEmptyYetLeavesTheRowsUnsaved) {
+  CommandList list;
+  list.SetFileName("/x/empty.CMD");
+  EXPECT_FALSE(list.modified());
+  list.ShowFile("/x/a.CMD", {"A"}, 0);
+  list.SetFileName("/x/b.CMD");
+  EXPECT_TRUE(list.modified());
+}
+
+TEST(CommandListTest, ItsRevisionTellsOfEveryChange) {
+  CommandList list;
+  std::uint64_t last = list.revision();
+  const auto changed = [&] { return std::exchange(last, list.revision()) != last; };
+  list.SetText(1, "A");
+  EXPECT_TRUE(changed());
+  list.SetText(1, "B");
+  EXPECT_TRUE(changed());
+  list.HighlightLine(1, 1, 2, true);
+  list.ClearLineSelection(1);
+  list.SetCurrentRow(7);
+  EXPECT_FALSE(changed());
+  list.MarkSaved();
+  EXPECT_TRUE(changed());
+  list.Undo();
+  EXPECT_TRUE(changed());
+  list.SetFileName("x");
+  EXPECT_TRUE(changed());
+  list.ClearCommandScriptGrid();
+  EXPECT_TRUE(changed());
 }
 
 TEST(CommandListTest, TellsItsObserverWhatChanged) {
