@@ -14,12 +14,12 @@ constexpr std::array<char16_t, 32> kHigh = {0x20AC, 0x0081, 0x201A, 0x0192, 0x20
                                             0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
                                             0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
-char ByteOf(char32_t point) {
+std::optional<char> ByteOf(char32_t point) {
   if (point < 0x80 || (point >= 0xA0 && point <= 0xFF)) return static_cast<char>(point);
   for (std::size_t i = 0; i < kHigh.size(); ++i) {
     if (kHigh[i] == point) return static_cast<char>(0x80 + i);
   }
-  return '?';
+  return std::nullopt;
 }
 
 }  // namespace
@@ -41,10 +41,24 @@ std::string ToWindows1252(std::string_view text) {
   out.reserve(text.size());
   for (std::size_t at = 0; at < text.size();) {
     const CodePoint next = DecodeUtf8(text, at);
-    out += ByteOf(next.value);
+    out += ByteOf(next.value).value_or('?');
     at += next.length;
   }
   return out;
+}
+
+std::optional<std::size_t> FirstOutsideWindows1252(std::string_view text) {
+  for (std::size_t at = 0; at < text.size();) {
+    const CodePoint next = DecodeUtf8(text, at);
+    if (!ByteOf(next.value)) return at;
+    at += next.length;
+  }
+  return std::nullopt;
+}
+
+std::string_view OutsideWindows1252(std::string_view text) {
+  const auto at = FirstOutsideWindows1252(text);
+  return at ? text.substr(*at, DecodeUtf8(text, *at).length) : std::string_view();
 }
 
 }  // namespace kolvane::base

@@ -192,6 +192,12 @@ std::string DoubleText(double value, std::string_view decimal_sign) {
   return General(value, 15, decimal_sign);
 }
 
+std::string ShortText(double value, std::string_view decimal_sign) {
+  constexpr double kWithoutFraction = 999.5;
+  if (std::abs(value) < kWithoutFraction) return General(value, 3, decimal_sign);
+  return General(std::round(value), 15, decimal_sign);
+}
+
 std::string SystemDecimalSign() {
   const locale_t user = newlocale(LC_NUMERIC_MASK, "", nullptr);
   if (user == nullptr) return ".";

@@ -36,6 +36,9 @@ std::int32_t TextToInt32(std::string_view text);
 std::string SingleText(float value, std::string_view decimal_sign);
 std::string DoubleText(double value, std::string_view decimal_sign);
 
+/// Three significant digits, but never less than the whole part: "0,0285", "12,3", "1235".
+std::string ShortText(double value, std::string_view decimal_sign);
+
 /// The decimal sign of the user's locale (LC_ALL, LC_NUMERIC, LANG); the process's own locale is left alone.
 std::string SystemDecimalSign();
 

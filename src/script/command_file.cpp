@@ -66,6 +66,14 @@ FileResult LoadCommandFile(CommandList& list, const std::string& name) {
   return result;
 }
 
+std::vector<int> RowsOutsideCodePage(const CommandList& list) {
+  std::vector<int> rows;
+  for (int row = 1; row <= kListRows; ++row) {
+    if (base::FirstOutsideWindows1252(list.Text(row))) rows.push_back(row);
+  }
+  return rows;
+}
+
 FileResult WriteCommandFile(const CommandList& list, const std::string& name) {
   std::string bytes;
   for (int row = 1; row <= kListRows; ++row) {

@@ -1,5 +1,8 @@
 #include "script/command_file_menu.h"
 
+#include <vector>
+
+#include "base/codepage.h"
 #include "script/command_file.h"
 #include "script/texts.h"
 
@@ -17,7 +20,7 @@ void CommandFileMenu::New() { list_.ClearCommandScriptGrid(); }
 
 void CommandFileMenu::Open() {
   if (list_.InUse()) return;
-  if (const auto name = dialogs_.AskOpenName()) OpenFile(*name);
+  if (const auto name = dialogs_.AskOpenName(list_.file_name())) OpenFile(*name);
 }
 
 void CommandFileMenu::OpenFile(const std::string& name) {
@@ -26,13 +29,24 @@ void CommandFileMenu::OpenFile(const std::string& name) {
 
 void CommandFileMenu::Save() {
   std::optional<std::string> name = list_.file_name();
-  if (name->empty()) name = dialogs_.AskSaveName();
-  if (name && Succeeded(WriteCommandFile(list_, *name), prompt_)) list_.MarkSaved();
+  if (name->empty()) name = dialogs_.AskSaveName({});
+  if (!name) return;
+  const bool lacks = TellWhatTheFileLacks();
+  if (!Succeeded(WriteCommandFile(list_, *name), prompt_)) return;
+  list_.MarkSaved();
+  if (lacks) list_.MarkModified();
+}
+
+bool CommandFileMenu::TellWhatTheFileLacks() {
+  const std::vector<int> rows = RowsOutsideCodePage(list_);
+  if (rows.empty()) return false;
+  prompt_.ShowError(texts::NotInFile(rows, base::OutsideWindows1252(list_.Text(rows.front()))));
+  return true;
 }
 
 void CommandFileMenu::SaveAs() {
   if (list_.InUse()) return;
-  const auto name = dialogs_.AskSaveName();
+  const auto name = dialogs_.AskSaveName(list_.file_name());
   if (!name || !Succeeded(WriteEmptyFile(*name), prompt_)) return;
   list_.SetCurrentRow(1);
   list_.SetFileName(*name);

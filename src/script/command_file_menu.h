@@ -8,12 +8,13 @@
 
 namespace kolvane::script {
 
-/// The file dialogs of the command list; nothing where the user cancelled.
+/// The file dialogs of the command list; nothing where the user cancelled. They start beside `in_hand`, the
+/// list's own file, which may be empty; that for saving proposes its name.
 class CommandFileDialogs {
  public:
   virtual ~CommandFileDialogs() = default;
-  virtual std::optional<std::string> AskOpenName() = 0;
-  virtual std::optional<std::string> AskSaveName() = 0;
+  virtual std::optional<std::string> AskOpenName(const std::string& in_hand) = 0;
+  virtual std::optional<std::string> AskSaveName(const std::string& in_hand) = 0;
 };
 
 /// The file commands of menu and toolbar. A failure is shown by the prompt and changes nothing.
@@ -27,12 +28,14 @@ class CommandFileMenu {
   void New();
   void Open();
   void OpenFile(const std::string& name);
-  /// A list without a name asks for one, for this once.
+  /// A list without a name asks for one, for this once. Characters that the file cannot hold are told first.
   void Save();
   /// Empties the chosen file and takes its name over; the rows follow with the next Save.
   void SaveAs();
 
  private:
+  bool TellWhatTheFileLacks();
+
   CommandList& list_;
   CommandFileDialogs& dialogs_;
   base::Prompt& prompt_;

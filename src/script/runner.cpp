@@ -1,8 +1,10 @@
 #include "script/runner.h"
 
+#include "base/codepage.h"
 #include "base/folding.h"
 #include "base/runtime_error.h"
 #include "script/counter.h"
+#include "script/texts.h"
 
 namespace kolvane::script {
 namespace {
@@ -44,6 +46,7 @@ void Runner::RunCommandList(std::int16_t single_step) {
   links_.state.run.ScriptRunning = 1;
   const AtEnd ended([this] { links_.state.run.ScriptRunning = 0; });
   outcome_ = {};
+  last_row_ = 0;
   if (single_step == 0) {
     RunToEnd();
   } else {
@@ -111,13 +114,21 @@ bool Runner::ExecuteRow() {
 }
 
 bool Runner::ExecuteLine() {
-  if (line_.front() != '$') {
-    outcome_.exchange_failed |= links_.exchange.Run(line_, terminal::Sender::kList).Failed();
-    return true;
-  }
-  const bool done = interpreter_.RunSpecialCommand(line_);
+  last_row_ = list_.current_row();
+  const bool done = line_.front() == '$' ? interpreter_.RunSpecialCommand(line_) : SendLine();
   outcome_.list_error |= !done;
   return done;
+}
+
+// A device would take another command for it: "MEAS:RES 5 Ω" would arrive as a query.
+bool Runner::SendLine() {
+  const std::string_view outside = base::OutsideWindows1252(line_);
+  if (outside.empty()) {
+    outcome_.exchange_failed |= links_.exchange.Run(line_, terminal::Sender::kList).Failed();
+  } else {
+    errors_.Report(texts::NotSent(outside));
+  }
+  return outside.empty();
 }
 
 bool Runner::LineEndsCondition() const { return base::EqualsNoCase(line_, kEndIf); }

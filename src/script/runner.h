@@ -49,6 +49,8 @@ class Runner {
   bool running() const { return links_.state.run.ScriptRunning != 0; }
   /// Of the run or step in hand, or the last one.
   const RunOutcome& outcome() const { return outcome_; }
+  /// The row that it carried out last, be it in vain; 0 where none was.
+  int last_row() const { return last_row_; }
 
  private:
   void RunToEnd();
@@ -61,6 +63,7 @@ class Runner {
   /// The current row. Returns false where it ended in an error, which has been reported then.
   bool ExecuteRow();
   bool ExecuteLine();
+  bool SendLine();
 
   bool LineEndsCondition() const;
   void EndIf();
@@ -74,6 +77,7 @@ class Runner {
   RunnerLinks links_;
   RunOutcome outcome_;
   std::string line_;  ///< the row in hand, trimmed; a copy, since a message box lets the user edit the list
+  int last_row_ = 0;
   bool aborted_ = false;
 };
 

@@ -12,6 +12,14 @@ std::string ListStatus(std::string_view file_name, std::size_t left_out) {
   return text;
 }
 
+std::string NotInFile(const std::vector<int>& rows, std::string_view character) {
+  std::string text = "Das Zeichen „" + std::string(character) + "“ in Zeile " + std::to_string(rows.front()) +
+                     " kann nicht gespeichert werden. In der Datei steht dafür „?“.";
+  if (rows.size() == 2) text += " Ebenso in einer weiteren Zeile.";
+  if (rows.size() > 2) text += " Ebenso in " + std::to_string(rows.size() - 1) + " weiteren Zeilen.";
+  return text;
+}
+
 std::string FileFailure(const FileResult& result) {
   const std::string file = "Die Befehlsliste „" + result.name + "“ kann nicht ";
   switch (result.problem) {

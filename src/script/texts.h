@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "script/file_result.h"
 
@@ -29,6 +30,15 @@ inline std::string NotPasted(int count) {
 inline std::string ErrorInRow(int row, std::string_view error) {
   return "Fehler in Befehlsliste (Zeile " + std::to_string(row) + "): " + std::string(error);
 }
+
+/// The error of a row that no device could be sent as it stands.
+inline std::string NotSent(std::string_view character) {
+  return "Das Zeichen „" + std::string(character) + "“ kann nicht gesendet werden";
+}
+
+/// Before a list is saved: the rows, at least one, with characters that a command file cannot hold;
+/// `character` is the first of them.
+std::string NotInFile(const std::vector<int>& rows, std::string_view character);
 
 /// For the second status bar; an empty name is that of a new list.
 std::string ListStatus(std::string_view file_name, std::size_t left_out);

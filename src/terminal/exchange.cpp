@@ -48,7 +48,7 @@ void Exchange::ShowTime(double start, Sender sender) {
   const double elapsed = Milliseconds(sender) - start;
   const bool user = sender == Sender::kUser;
   const std::string text = user ? base::SingleText(static_cast<float>(elapsed), decimal_sign_)
-                                : base::DoubleText(elapsed, decimal_sign_);
+                                : base::ShortText(elapsed, decimal_sign_);
   output_.AppendText(LineKind::kTime, texts::ResponseTime(text), user ? 1 : 0);
 }
 

@@ -4,12 +4,12 @@
 
 namespace kolvane::window {
 
-std::optional<std::string> CommandDialogs::AskOpenName() {
-  return window::AskOpenName(parent_, OpenMode::kCommandList);
+std::optional<std::string> CommandDialogs::AskOpenName(const std::string& in_hand) {
+  return window::AskOpenName(parent_, OpenMode::kCommandList, in_hand);
 }
 
-std::optional<std::string> CommandDialogs::AskSaveName() {
-  return window::AskSaveName(parent_, SaveMode::kCommandList);
+std::optional<std::string> CommandDialogs::AskSaveName(const std::string& in_hand) {
+  return window::AskSaveName(parent_, SaveMode::kCommandList, in_hand);
 }
 
 }  // namespace kolvane::window

@@ -10,8 +10,8 @@ namespace kolvane::window {
 class CommandDialogs final : public script::CommandFileDialogs {
  public:
   explicit CommandDialogs(QWidget* parent) : parent_(parent) {}
-  std::optional<std::string> AskOpenName() override;
-  std::optional<std::string> AskSaveName() override;
+  std::optional<std::string> AskOpenName(const std::string& in_hand) override;
+  std::optional<std::string> AskSaveName(const std::string& in_hand) override;
 
  private:
   QWidget* parent_;

@@ -2,7 +2,9 @@
 
 #include <QApplication>
 #include <QDialogButtonBox>
+#include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QFileSystemModel>
 #include <QKeyEvent>
 #include <QPushButton>
@@ -65,12 +67,19 @@ void AddHelpButton(QFileDialog& dialog) {
   });
 }
 
-std::optional<std::string> Ask(QFileDialog& dialog, const DialogRow& row) {
+void StartBeside(QFileDialog& dialog, const QFileInfo& file) {
+  if (file.fileName().isEmpty() || !file.absoluteDir().exists()) return;
+  dialog.setDirectory(file.absoluteDir());
+  if (dialog.acceptMode() == QFileDialog::AcceptSave) dialog.selectFile(file.fileName());
+}
+
+std::optional<std::string> Ask(QFileDialog& dialog, const DialogRow& row, const std::string& beside) {
   dialog.setWindowTitle(ToQt(row.title));
   dialog.setNameFilters(NameFilters(row.filters));
   dialog.setFileMode(row.must_exist ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
   dialog.setDefaultSuffix(ToQt(row.suffix));
   ShowEveryFileForStars(dialog);
+  StartBeside(dialog, QFileInfo(ToQt(beside)));
   if (row.help_button) AddHelpButton(dialog);
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
   return FromQt(dialog.selectedFiles().constFirst());
@@ -78,18 +87,18 @@ std::optional<std::string> Ask(QFileDialog& dialog, const DialogRow& row) {
 
 }  // namespace
 
-std::optional<std::string> AskOpenName(QWidget* parent, OpenMode mode) {
+std::optional<std::string> AskOpenName(QWidget* parent, OpenMode mode, const std::string& beside) {
   QFileDialog dialog(parent);
   dialog.setObjectName(QStringLiteral("OpenDialog"));
   dialog.setAcceptMode(QFileDialog::AcceptOpen);
-  return Ask(dialog, kOpen[static_cast<std::size_t>(mode)]);
+  return Ask(dialog, kOpen[static_cast<std::size_t>(mode)], beside);
 }
 
-std::optional<std::string> AskSaveName(QWidget* parent, SaveMode mode) {
+std::optional<std::string> AskSaveName(QWidget* parent, SaveMode mode, const std::string& beside) {
   QFileDialog dialog(parent);
   dialog.setObjectName(QStringLiteral("SaveDialog"));
   dialog.setAcceptMode(QFileDialog::AcceptSave);
-  return Ask(dialog, kSave[static_cast<std::size_t>(mode)]);
+  return Ask(dialog, kSave[static_cast<std::size_t>(mode)], beside);
 }
 
 }  // namespace kolvane::window

@@ -26,5 +26,27 @@ TEST(CodePage, WritesAQuestionMarkForWhatItLacks) {
   EXPECT_EQ(ToWindows1252("\xE0\x80\xAF"), "?") << "no hidden '/'";
 }
 
+TEST(CodePage, FindsTheFirstCharacterThatHasNoByte) {
+  EXPECT_EQ(FirstOutsideWindows1252(""), std::nullopt);
+  EXPECT_EQ(FirstOutsideWindows1252("MEAS:RES 5 ?"), std::nullopt);
+  EXPECT_EQ(FirstOutsideWindows1252("Größe 5 µV € Ÿ"), std::nullopt);
+  EXPECT_EQ(FirstOutsideWindows1252("MEAS:RES 5 Ω"), 11u);
+  EXPECT_EQ(FirstOutsideWindows1252("ö→Ω"), 2u);
+  EXPECT_EQ(FirstOutsideWindows1252("\xF0\x9F\x98\x80"), 0u);
+  EXPECT_EQ(FirstOutsideWindows1252("ab\xFF"), 2u) << "malformed";
+}
+
+TEST(CodePage, NamesTheCharacterThatHasNoByte) {
+  EXPECT_EQ(OutsideWindows1252("5 Ω oder 5 →"), "Ω");
+  EXPECT_EQ(OutsideWindows1252("5 µ"), "");
+}
+
+TEST(CodePage, EveryByteIsInside) {
+  for (int byte = 0; byte < 256; ++byte) {
+    const char c = static_cast<char>(byte);
+    EXPECT_EQ(FirstOutsideWindows1252(FromWindows1252({&c, 1})), std::nullopt) << byte;
+  }
+}
+
 }  // namespace
 }  // namespace kolvane::base

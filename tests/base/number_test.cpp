@@ -100,6 +100,18 @@ TEST(NumberText, IsGeneralAndUsesTheGivenSign) {
   EXPECT_EQ(DoubleText(-5, ","), "-5");
 }
 
+TEST(NumberText, IsShortWhereNobodyReadsMoreDigits) {
+  EXPECT_EQ(ShortText(0.0284699997864664, ","), "0,0285");
+  EXPECT_EQ(ShortText(0.25, "."), "0.25");
+  EXPECT_EQ(ShortText(12.345, ","), "12,3");
+  EXPECT_EQ(ShortText(999.4, ","), "999");
+  EXPECT_EQ(ShortText(999.5, ","), "1000");
+  EXPECT_EQ(ShortText(1234.56, ","), "1235");
+  EXPECT_EQ(ShortText(86400000.4, ","), "86400000");
+  EXPECT_EQ(ShortText(0, ","), "0");
+  EXPECT_EQ(ShortText(-3.1416, ","), "-3,14");
+}
+
 TEST(RuntimeErrors, CarryTheirGermanDescriptions) {
   EXPECT_STREQ(RuntimeError(RuntimeError::Kind::kOverflow).what(), "Überlauf");
   EXPECT_STREQ(RuntimeError(RuntimeError::Kind::kSubscript).what(), "Index außerhalb des gültigen Bereichs");

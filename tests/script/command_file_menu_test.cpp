@@ -15,12 +15,12 @@ using Calls = std::vector<std::string>;
 
 class FakeDialogs final : public CommandFileDialogs {
  public:
-  std::optional<std::string> AskOpenName() override {
-    calls.emplace_back("open");
+  std::optional<std::string> AskOpenName(const std::string& in_hand) override {
+    calls.push_back("open" + in_hand);
     return answer;
   }
-  std::optional<std::string> AskSaveName() override {
-    calls.emplace_back("save");
+  std::optional<std::string> AskSaveName(const std::string& in_hand) override {
+    calls.push_back("save" + in_hand);
     return answer;
   }
 
@@ -51,7 +51,7 @@ TEST_F(CommandFileMenuTest, OpensTheChosenFile) {
   dialogs.answer.reset();
   menu.Open();
   EXPECT_EQ(ListText(list), ">A|B");
-  EXPECT_EQ(dialogs.calls, (Calls{"open", "open"}));
+  EXPECT_EQ(dialogs.calls, (Calls{"open", "open" + file}));
 }
 
 TEST_F(CommandFileMenuTest, ShowsWhyAFileCannotBeOpened) {
@@ -117,6 +117,41 @@ TEST_F(CommandFileMenuTest, AFailedWriteIsShownAndChangesNothing) {
             (Calls{"Die Befehlsliste „/dev/full“ kann nicht geschrieben werden: Der Datenträger ist voll",
                    "Die Befehlsliste „" + folder.Path("none/a.CMD") +
                        "“ kann nicht geschrieben werden: Datei oder Ordner nicht gefunden"}));
+}
+
+TEST_F(CommandFileMenuTest, SavingAsStartsFromTheFileInHand) {
+  base::WriteBytes(file, "A\r\n");
+  menu.OpenFile(file);
+  menu.SaveAs();
+  EXPECT_EQ(dialogs.calls, Calls{"save" + file});
+}
+
+TEST_F(CommandFileMenuTest, TellsWhatTheFileCannotHoldBeforeItIsWritten) {
+  base::WriteBytes(file, "A\r\n");
+  menu.OpenFile(file);
+  list.SetText(3, "MEAS:RES 5 Ω");
+  prompt.at_error = [&] { EXPECT_EQ(base::ReadBytes(file), "A\r\n"); };
+  menu.Save();
+  EXPECT_EQ(prompt.errors, Calls{"Das Zeichen „Ω“ in Zeile 3 kann nicht gespeichert werden. "
+                                 "In der Datei steht dafür „?“."});
+  EXPECT_EQ(base::ReadBytes(file).substr(0, 17), "A\r\n\r\nMEAS:RES 5 ?");
+  EXPECT_EQ(list.Text(3), "MEAS:RES 5 Ω");
+  EXPECT_TRUE(list.modified()) << "the file holds something else";
+
+  list.SetText(3, "MEAS:RES 5");
+  menu.Save();
+  EXPECT_FALSE(list.modified());
+  EXPECT_EQ(prompt.errors.size(), 1u);
+}
+
+TEST_F(CommandFileMenuTest, AListWithoutANameTellsItOnceTheNameIsChosen) {
+  FillList(list, "→|Ω");
+  menu.Save();
+  EXPECT_EQ(prompt.errors, Calls{});
+  dialogs.answer = file;
+  menu.Save();
+  EXPECT_EQ(prompt.errors, Calls{"Das Zeichen „→“ in Zeile 1 kann nicht gespeichert werden. "
+                                 "In der Datei steht dafür „?“. Ebenso in einer weiteren Zeile."});
 }
 
 TEST_F(CommandFileMenuTest, NewEmptiesTheList) {

@@ -218,5 +218,32 @@ TEST_F(RunnerTest, RecordsShownLinesWhileAutoLogIsOn) {
   EXPECT_EQ(log.lines, (Lines{"A", "1"}));
 }
 
+TEST_F(RunnerTest, ARowThatTheDeviceWouldMisunderstandIsAnError) {
+  Play("A|MEAS:RES 5 Ω|B");
+  EXPECT_EQ(Sent(), "A");
+  EXPECT_EQ(prompt.errors,
+            Lines{"Fehler in Befehlsliste (Zeile 2): Das Zeichen „Ω“ kann nicht gesendet werden"});
+  EXPECT_EQ(ListText(list), "A|!MEAS:RES 5 Ω|B");
+  EXPECT_TRUE(core.runner.outcome().list_error);
+}
+
+TEST_F(RunnerTest, CommentsMayHoldAnyCharacter) {
+  Play("' 5 Ω|A µ");
+  EXPECT_EQ(Sent(), "A µ");
+  EXPECT_EQ(prompt.errors, Lines{});
+}
+
+TEST_F(RunnerTest, KnowsTheRowThatItCarriedOutLast) {
+  EXPECT_EQ(core.runner.last_row(), 0);
+  Play("A|B|'|");
+  EXPECT_EQ(core.runner.last_row(), 2);
+  Play("A|$STOP|B");
+  EXPECT_EQ(core.runner.last_row(), 2);
+  Play("A|$GOTO nowhere|B");
+  EXPECT_EQ(core.runner.last_row(), 2);
+  Play("'");
+  EXPECT_EQ(core.runner.last_row(), 0);
+}
+
 }  // namespace
 }  // namespace kolvane::script

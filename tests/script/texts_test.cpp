@@ -53,5 +53,12 @@ TEST(ScriptTextsTest, FailuresOfFiles) {
   EXPECT_EQ(reason(9999), "Systemfehler 9999");
 }
 
+TEST(ScriptTextsTest, SayWhichCharactersAFileCannotHold) {
+  EXPECT_EQ(texts::NotInFile({7}, "Ω"),
+            "Das Zeichen „Ω“ in Zeile 7 kann nicht gespeichert werden. In der Datei steht dafür „?“.");
+  EXPECT_TRUE(texts::NotInFile({7, 9}, "Ω").ends_with("„?“. Ebenso in einer weiteren Zeile."));
+  EXPECT_TRUE(texts::NotInFile({7, 9, 12}, "Ω").ends_with("„?“. Ebenso in 2 weiteren Zeilen."));
+}
+
 }  // namespace
 }  // namespace kolvane::script::texts

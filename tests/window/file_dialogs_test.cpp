@@ -72,6 +72,45 @@ TEST_F(FileDialogsTest, ModesOfSaving) {
   EXPECT_EQ(Look(SaveMode::kPdf).suffix, "PDF");
 }
 
+TEST_F(FileDialogsTest, StartBesideTheFileInHand) {
+  const std::string name = folder_.Path("liste.CMD");
+  base::WriteBytes(name, "");
+  OnDialog<QFileDialog>([&](QFileDialog& dialog) {
+    EXPECT_EQ(dialog.directory().path().toStdString(), folder_.path());
+    EXPECT_EQ(dialog.findChild<QLineEdit*>("fileNameEdit")->text(), "");
+    dialog.reject();
+  });
+  EXPECT_EQ(AskOpenName(&window_, OpenMode::kCommandList, name), std::nullopt);
+  OnDialog<QFileDialog>([&](QFileDialog& dialog) {
+    EXPECT_EQ(dialog.directory().path().toStdString(), folder_.path());
+    EXPECT_EQ(dialog.findChild<QLineEdit*>("fileNameEdit")->text(), "liste.CMD");
+    dialog.reject();
+  });
+  EXPECT_EQ(AskSaveName(&window_, SaveMode::kCommandList, name), std::nullopt);
+}
+
+TEST_F(FileDialogsTest, StartWhereTheyDidBesideAFileWhoseFolderIsGone) {
+  OnDialog<QFileDialog>([](QFileDialog& dialog) {
+    EXPECT_EQ(dialog.directory(), QDir::current());
+    dialog.reject();
+  });
+  EXPECT_EQ(AskOpenName(&window_, OpenMode::kCommandList, folder_.Path("gone/a.CMD")), std::nullopt);
+}
+
+TEST_F(FileDialogsTest, ThoseOfTheListStartBesideIt) {
+  const std::string name = folder_.Path("liste.CMD");
+  base::WriteBytes(name, "A\r\n");
+  window_.OpenCommandFile(name);
+  for (const char* item : {"mnuOpenCommandFile", "mnuSaveCommandFileAs"}) {
+    OnDialog<QFileDialog>([&](QFileDialog& dialog) {
+      EXPECT_EQ(dialog.directory().path().toStdString(), folder_.path()) << item;
+      dialog.reject();
+    });
+    Press(item);
+  }
+  EXPECT_EQ(dialogs_, 2);
+}
+
 TEST_F(FileDialogsTest, ALogNeedNotExist) {
   const std::string name = folder_.Path("new.LOG");
   ChooseFile(name);
