@@ -12,6 +12,16 @@ std::string ListStatus(std::string_view file_name, std::size_t left_out) {
   return text;
 }
 
+std::string LeftList(std::string_view file_name, std::string_view when, std::size_t rows, std::size_t more) {
+  file_name.remove_prefix(file_name.rfind('/') + 1);
+  std::string text = "Nicht gespeicherte Befehlsliste";
+  if (!file_name.empty()) text += " „" + std::string(file_name) + "“";
+  text += " vom " + std::string(when) + ", ";
+  text += rows == 1 ? "1 Zeile" : std::to_string(rows) + " Zeilen";
+  if (more > 0) text += " (danach " + std::to_string(more) + " weitere)";
+  return text;
+}
+
 std::string NotInFile(const std::vector<int>& rows, std::string_view character) {
   std::string text = "Das Zeichen „" + std::string(character) + "“ in Zeile " + std::to_string(rows.front()) +
                      " kann nicht gespeichert werden. In der Datei steht dafür „?“.";

@@ -27,6 +27,11 @@ inline std::string NotPasted(int count) {
   return "Die Befehlsliste ist voll. Nicht eingefügte Zeilen: " + std::to_string(count);
 }
 
+// For screen readers.
+inline constexpr std::string_view kRunningRow = "läuft";
+inline constexpr std::string_view kErrorRow = "Fehler";
+inline std::string RowName(int row) { return "Zeile " + std::to_string(row); }
+
 inline std::string ErrorInRow(int row, std::string_view error) {
   return "Fehler in Befehlsliste (Zeile " + std::to_string(row) + "): " + std::string(error);
 }
@@ -36,12 +41,23 @@ inline std::string NotSent(std::string_view character) {
   return "Das Zeichen „" + std::string(character) + "“ kann nicht gesendet werden";
 }
 
+/// Of a character that is being typed.
+inline std::string NotInCodePage(std::string_view character) {
+  return "Das Zeichen „" + std::string(character) + "“ kann weder gesendet noch gespeichert werden";
+}
+
 /// Before a list is saved: the rows, at least one, with characters that a command file cannot hold;
 /// `character` is the first of them.
 std::string NotInFile(const std::vector<int>& rows, std::string_view character);
 
 /// For the second status bar; an empty name is that of a new list.
 std::string ListStatus(std::string_view file_name, std::size_t left_out);
+
+/// Offers a list that a window has left unsaved: the name of its file, which may be empty, when it was kept,
+/// how many rows it has and how many such lists follow.
+std::string LeftList(std::string_view file_name, std::string_view when, std::size_t rows, std::size_t more);
+inline constexpr std::string_view kRestore = "Wiederherstellen";
+inline constexpr std::string_view kDiscard = "Verwerfen";
 
 /// For a message box; empty for a result that is none.
 std::string FileFailure(const FileResult& result);

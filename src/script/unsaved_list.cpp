@@ -1,0 +1,133 @@
+#include "script/unsaved_list.h"
+
+#include <stdlib.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <filesystem>
+#include <utility>
+
+#include "base/read_file.h"
+#include "base/replace_file.h"
+#include "base/utf8.h"
+#include "script/line_splitter.h"
+
+namespace kolvane::script {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr char kPrefix[] = "list-";
+constexpr std::chrono::milliseconds kAtOnce{0};
+
+// A folder that is seen before its owner has locked it would pass for one that was left behind, so both are
+// done under the lock of the folder around it.
+std::optional<CopyFolder> MakeFolder(const std::string& folder) {
+  std::error_code failure;
+  fs::create_directories(folder, failure);
+  const base::FolderLock around(folder);
+  CopyFolder made{folder + "/" + kPrefix + "XXXXXX", nullptr};
+  if (!around.IsHeld() || mkdtemp(made.path.data()) == nullptr) return std::nullopt;
+  made.lock = std::make_unique<base::FolderLock>(made.path, kAtOnce);
+  return made;
+}
+
+std::vector<std::string> LinesOf(std::string_view bytes) {
+  std::vector<std::string> lines;
+  LineSplitter splitter([&lines](std::string_view line) { lines.emplace_back(line); });
+  splitter.Feed(bytes);
+  splitter.Finish();
+  return lines;
+}
+
+// The name of a file with a line break in it is given up.
+std::string FullName(const std::string& name) {
+  std::error_code failure;
+  const fs::path full = name.empty() ? fs::path() : fs::absolute(name, failure);
+  return full.string().find_first_of("\r\n") == std::string::npos ? full.string() : std::string();
+}
+
+// Nothing where the file cannot be read, an empty text where there is none.
+std::optional<std::string> ReadText(const std::string& file, std::time_t& saved_at) {
+  struct stat about {};
+  std::string bytes;
+  int error = stat(file.c_str(), &about) == 0 ? 0 : errno;
+  if (error == 0) error = base::ReadFile(file, bytes);
+  saved_at = about.st_mtime;
+  if (error != 0 && error != ENOENT) return std::nullopt;
+  return bytes;
+}
+
+std::optional<LeftCopy> ReadCopy(CopyFolder folder) {
+  std::time_t saved_at = 0;
+  const std::optional<std::string> text = ReadText(folder.File(), saved_at);
+  if (!text) return std::nullopt;
+  std::vector<std::string> lines = LinesOf(*text);
+  if (lines.size() < 2 || !base::IsUtf8(*text)) {
+    folder.Remove();
+    return std::nullopt;
+  }
+  std::string name = std::move(lines.front());
+  lines.erase(lines.begin());
+  lines.resize(std::min<std::size_t>(lines.size(), kListRows));
+  return LeftCopy(std::move(folder), std::move(name), std::move(lines), saved_at);
+}
+
+std::optional<CopyFolder> Claim(const fs::path& path) {
+  if (!path.filename().string().starts_with(kPrefix)) return std::nullopt;
+  auto lock = std::make_unique<base::FolderLock>(path.string(), kAtOnce);
+  if (!lock->IsHeld()) return std::nullopt;
+  return CopyFolder{path.string(), std::move(lock)};
+}
+
+}  // namespace
+
+void CopyFolder::Remove() const {
+  std::error_code ignored;
+  fs::remove_all(path, ignored);
+}
+
+bool UnsavedCopy::Update(const CommandList& list) {
+  if (folder_.empty() || list.revision() == written_) return true;
+  if (list.modified() && list.LastUsedRow() > 0) return Write(list);
+  if (own_) own_->Remove();
+  own_.reset();
+  written_ = list.revision();
+  return true;
+}
+
+bool UnsavedCopy::Write(const CommandList& list) {
+  if (!own_) own_ = MakeFolder(folder_);
+  if (!own_) return false;
+  std::string bytes = FullName(list.file_name()) + '\n';
+  for (int row = 1; row <= list.LastUsedRow(); ++row) bytes += list.Text(row) + '\n';
+  const int error = base::ReplaceFile(own_->File(), bytes);
+  if (error == 0) written_ = list.revision();
+  if (error == ENOENT) own_.reset();  // somebody has taken the folder away: the next copy makes another
+  return error == 0;
+}
+
+bool LeftCopy::Restore(CommandList& list) const {
+  if (!list.ShowFile(name_, rows_, 0)) return false;
+  list.MarkModified();
+  return true;
+}
+
+std::vector<LeftCopy> LeftCopies(const std::string& folder) {
+  std::vector<LeftCopy> copies;
+  const base::FolderLock around(folder);
+  if (folder.empty() || !around.IsHeld()) return copies;
+  std::error_code failure;
+  for (const auto& entry : fs::directory_iterator(folder, failure)) {
+    std::optional<CopyFolder> left = Claim(entry.path());
+    std::optional<LeftCopy> copy = left ? ReadCopy(*std::move(left)) : std::nullopt;
+    if (copy) copies.push_back(*std::move(copy));
+  }
+  std::ranges::stable_sort(copies, std::greater(), &LeftCopy::saved_at);
+  for (std::size_t old = kLeftCopiesKept; old < copies.size(); ++old) copies[old].Remove();
+  if (copies.size() > kLeftCopiesKept) copies.erase(copies.begin() + kLeftCopiesKept, copies.end());
+  return copies;
+}
+
+}  // namespace kolvane::script

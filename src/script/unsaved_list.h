@@ -1,0 +1,71 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <ctime>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "base/folder_lock.h"
+#include "script/command_list.h"
+
+/// Copies of lists that no command file holds, see docs/formats/unsaved-list.md.
+namespace kolvane::script {
+
+/// A window's own folder for its copy, which no other window takes while this lives.
+struct CopyFolder {
+  std::string path;
+  std::unique_ptr<base::FolderLock> lock;
+
+  std::string File() const { return path + "/list"; }
+  /// Takes the folder away with what it holds.
+  void Remove() const;
+};
+
+/// Keeps the copy of one list up to date. It stays behind when this goes; a failure leaves the one before.
+class UnsavedCopy {
+ public:
+  /// `folder` holds the copies of all windows and is made when it is needed; empty: no copy is kept.
+  explicit UnsavedCopy(std::string folder) : folder_(std::move(folder)) {}
+
+  /// Writes a list that is modified, takes the copy of any other away; false where it could not be written.
+  bool Update(const CommandList& list);
+
+ private:
+  bool Write(const CommandList& list);
+
+  std::string folder_;
+  std::optional<CopyFolder> own_;
+  std::uint64_t written_ = 0;  ///< the list's revision
+};
+
+/// A copy that a window has left behind. While this lives no other window is offered it.
+class LeftCopy {
+ public:
+  LeftCopy(CopyFolder folder, std::string name, std::vector<std::string> rows, std::time_t saved_at)
+      : folder_(std::move(folder)), name_(std::move(name)), rows_(std::move(rows)), saved_at_(saved_at) {}
+
+  const std::string& name() const { return name_; }  ///< of the list's file; empty: it had none
+  std::size_t size() const { return rows_.size(); }
+  std::time_t saved_at() const { return saved_at_; }
+
+  /// Puts the rows, which count as modified, and the name into `list`; false while a run is in progress.
+  bool Restore(CommandList& list) const;
+  void Remove() const { folder_.Remove(); }
+
+ private:
+  CopyFolder folder_;
+  std::string name_;
+  std::vector<std::string> rows_;
+  std::time_t saved_at_;
+};
+
+inline constexpr std::size_t kLeftCopiesKept = 5;
+
+/// What other windows have left in `folder`, newest first; older ones are removed.
+std::vector<LeftCopy> LeftCopies(const std::string& folder);
+
+}  // namespace kolvane::script

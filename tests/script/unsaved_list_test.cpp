@@ -1,0 +1,232 @@
+#include "script/unsaved_list.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <utime.h>
+
+#include <algorithm>
+#include <csignal>
+#include <ctime>
+#include <filesystem>
+
+#include "base/in_child.h"
+#include "base/temp_folder.h"
+#include "script/list_text.h"
+
+namespace kolvane::script {
+namespace {
+
+namespace fs = std::filesystem;
+using Names = std::vector<std::string>;
+
+class UnsavedListTest : public testing::Test {
+ protected:
+  /// The names and rows of what is offered, newest first.
+  Names Offered() const {
+    Names offered;
+    for (const LeftCopy& copy : LeftCopies(folder_)) {
+      CommandList list;
+      EXPECT_TRUE(copy.Restore(list));
+      EXPECT_TRUE(list.modified());
+      offered.push_back(list.file_name() + " " + ListText(list));
+    }
+    return offered;
+  }
+  std::size_t Folders() const {
+    std::size_t count = 0;
+    for ([[maybe_unused]] const auto& entry : fs::directory_iterator(folder_)) ++count;
+    return count;
+  }
+  /// A window that is closed on a modified list, `age` seconds ago.
+  void Leave(const std::string& row, int age = 0) {
+    CommandList list;
+    list.SetText(1, row);
+    const Names before = Paths();
+    EXPECT_TRUE(UnsavedCopy(folder_).Update(list));
+    for (const std::string& path : Paths()) {
+      if (std::ranges::find(before, path) != before.end()) continue;
+      const utimbuf times{std::time(nullptr) - age, std::time(nullptr) - age};
+      EXPECT_EQ(utime((path + "/list").c_str(), &times), 0);
+    }
+  }
+  Names Paths() const {
+    Names paths;
+    if (!fs::exists(folder_)) return paths;
+    for (const auto& entry : fs::directory_iterator(folder_)) paths.push_back(entry.path().string());
+    return paths;
+  }
+
+  base::TempFolder temp_;
+  std::string folder_ = temp_.Path("state/Unsaved");
+  CommandList list_;
+};
+
+TEST_F(UnsavedListTest, NothingIsWrittenForAListWithoutChanges) {
+  UnsavedCopy copy(folder_);
+  EXPECT_TRUE(copy.Update(list_));
+  list_.ShowFile("/x/a.CMD", {"A"}, 0);
+  EXPECT_TRUE(copy.Update(list_));
+  EXPECT_FALSE(fs::exists(folder_));
+  EXPECT_EQ(Offered(), Names{});
+  EXPECT_FALSE(fs::exists(folder_));
+}
+
+TEST_F(UnsavedListTest, WhatAWindowLeavesIsOfferedToTheNext) {
+  {
+    list_.ShowFile("/x/a.CMD", {"A"}, 0);
+    list_.SetText(3, "MEAS:RES 5 Ω");
+    UnsavedCopy copy(folder_);
+    EXPECT_TRUE(copy.Update(list_));
+    list_.SetText(4, "'");
+    EXPECT_TRUE(copy.Update(list_));
+  }
+  EXPECT_EQ(Offered(), Names{"/x/a.CMD >A||MEAS:RES 5 Ω|'"});
+}
+
+TEST_F(UnsavedListTest, AListOfAWindowThatLivesIsNobodyElses) {
+  UnsavedCopy first(folder_);
+  list_.SetText(1, "A");
+  EXPECT_TRUE(first.Update(list_));
+  EXPECT_EQ(Offered(), Names{});
+
+  UnsavedCopy second(folder_);
+  CommandList other;
+  other.SetText(1, "B");
+  EXPECT_TRUE(second.Update(other));
+  EXPECT_EQ(Folders(), 2u);
+  EXPECT_EQ(Offered(), Names{});
+}
+
+TEST_F(UnsavedListTest, WhatIsOfferedToOneWindowIsNotOfferedToAnother) {
+  Leave("A");
+  const std::vector<LeftCopy> first = LeftCopies(folder_);
+  EXPECT_EQ(first.size(), 1u);
+  EXPECT_EQ(LeftCopies(folder_).size(), 0u);
+}
+
+TEST_F(UnsavedListTest, AProgramThatWasKilledLeavesItsList) {
+  const pid_t child = base::InChild([this] {
+    list_.SetText(1, "A");
+    UnsavedCopy copy(folder_);
+    copy.Update(list_);
+    raise(SIGKILL);
+  });
+  int status = 0;
+  ASSERT_EQ(waitpid(child, &status, 0), child);
+  EXPECT_TRUE(WIFSIGNALED(status));
+  EXPECT_EQ(Offered(), Names{" >A"});
+}
+
+TEST_F(UnsavedListTest, SavingTakesTheCopyAway) {
+  UnsavedCopy copy(folder_);
+  list_.SetText(1, "A");
+  EXPECT_TRUE(copy.Update(list_));
+  EXPECT_EQ(Folders(), 1u);
+  list_.MarkSaved();
+  EXPECT_TRUE(copy.Update(list_));
+  EXPECT_EQ(Folders(), 0u);
+  list_.SetText(1, "B");
+  EXPECT_TRUE(copy.Update(list_));
+  EXPECT_EQ(Folders(), 1u);
+}
+
+TEST_F(UnsavedListTest, AnEmptyListNeedsNoCopy) {
+  UnsavedCopy copy(folder_);
+  list_.SetText(1, "A");
+  EXPECT_TRUE(copy.Update(list_));
+  list_.SetText(1, "");
+  EXPECT_TRUE(copy.Update(list_));
+  EXPECT_EQ(Folders(), 0u);
+}
+
+TEST_F(UnsavedListTest, WhatIsDiscardedIsNotOfferedAgain) {
+  Leave("A");
+  LeftCopies(folder_).front().Remove();
+  EXPECT_EQ(Offered(), Names{});
+  EXPECT_EQ(Folders(), 0u);
+}
+
+TEST_F(UnsavedListTest, TheNewestFiveAreKept) {
+  for (int age = 1; age <= 7; ++age) Leave(std::to_string(age), age * 60);
+  EXPECT_EQ(Offered(), (Names{" >1", " >2", " >3", " >4", " >5"}));
+  EXPECT_EQ(Folders(), 5u);
+}
+
+TEST_F(UnsavedListTest, TellsWhenAndHowMuch) {
+  Leave("A", 3600);
+  const std::vector<LeftCopy> left = LeftCopies(folder_);
+  ASSERT_EQ(left.size(), 1u);
+  EXPECT_NEAR(static_cast<double>(left.front().saved_at()), static_cast<double>(std::time(nullptr) - 3600),
+              5);
+  EXPECT_EQ(left.front().size(), 1u);
+  EXPECT_EQ(left.front().name(), "");
+}
+
+TEST_F(UnsavedListTest, ARunKeepsItsList) {
+  Leave("A");
+  RunFlags run;
+  CommandList list(&run);
+  run.ScriptRunning = 1;
+  EXPECT_FALSE(LeftCopies(folder_).front().Restore(list));
+  EXPECT_EQ(ListText(list), "");
+}
+
+TEST_F(UnsavedListTest, OnlyTheUserMayReadTheCopy) {
+  Leave("A");
+  struct stat about {};
+  ASSERT_EQ(stat(Paths().front().c_str(), &about), 0);
+  EXPECT_EQ(about.st_mode & 0777u, 0700u);
+}
+
+TEST_F(UnsavedListTest, ARelativeNameIsKeptWithItsFolder) {
+  list_.ShowFile("a.CMD", {"A"}, 0);
+  list_.SetText(1, "B");
+  EXPECT_TRUE(UnsavedCopy(folder_).Update(list_));
+  EXPECT_EQ(LeftCopies(folder_).front().name(), fs::absolute("a.CMD").string());
+}
+
+TEST_F(UnsavedListTest, WhatIsNoCopyIsPassedOver) {
+  fs::create_directories(folder_ + "/list-empty");
+  fs::create_directories(folder_ + "/list-binary");
+  fs::create_directories(folder_ + "/list-nameless");
+  fs::create_directories(folder_ + "/foreign");
+  base::WriteBytes(folder_ + "/list-file", "\nA\n");
+  base::WriteBytes(folder_ + "/list-binary/list", "\n\xFF\n");
+  base::WriteBytes(folder_ + "/list-nameless/list", "/x/a.CMD\n");
+  EXPECT_EQ(Offered(), Names{});
+  EXPECT_EQ(Folders(), 2u) << "a file, and what is not ours";
+}
+
+TEST_F(UnsavedListTest, ALongFileGivesTheRowsThatThereAre) {
+  std::string bytes = "\n";
+  for (int row = 1; row <= 1100; ++row) bytes += std::to_string(row) + "\r\n";
+  fs::create_directories(folder_ + "/list-long");
+  base::WriteBytes(folder_ + "/list-long/list", bytes);
+  const std::vector<LeftCopy> left = LeftCopies(folder_);
+  ASSERT_EQ(left.size(), 1u);
+  EXPECT_TRUE(left.front().Restore(list_));
+  EXPECT_EQ(list_.Text(1024), "1024");
+}
+
+TEST_F(UnsavedListTest, WithoutAPlaceThereIsNoCopy) {
+  list_.SetText(1, "A");
+  EXPECT_TRUE(UnsavedCopy("").Update(list_));
+  EXPECT_EQ(LeftCopies("").size(), 0u);
+  EXPECT_FALSE(UnsavedCopy("/proc/none").Update(list_));
+  EXPECT_EQ(LeftCopies("/proc/none").size(), 0u);
+}
+
+TEST_F(UnsavedListTest, AFolderThatSomebodyTookAwayIsMadeAnew) {
+  UnsavedCopy copy(folder_);
+  list_.SetText(1, "A");
+  EXPECT_TRUE(copy.Update(list_));
+  fs::remove_all(folder_);
+  list_.SetText(1, "B");
+  EXPECT_FALSE(copy.Update(list_));
+  EXPECT_TRUE(copy.Update(list_));
+  EXPECT_EQ(Folders(), 1u);
+}
+
+}  // namespace
+}  // namespace kolvane::script
