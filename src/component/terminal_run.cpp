@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "base/runtime_error.h"
+#include "base/user_folder.h"
 #include "component/application.h"
 #include "component/folder.h"
 #include "component/headless_messages.h"
@@ -123,6 +124,13 @@ void ResetForWindow(ComponentState& state) {
   state.script.record = {};
 }
 
+// Only the user's own terminal keeps and offers lists, not one with settings of its own.
+std::string UnsavedFolder(const ComponentState& state) {
+  if (state.device.OperMode != mode::kPortLibrary || !state.options.SettingsFile.empty()) return {};
+  const auto folder = base::UserFolder("XDG_STATE_HOME", ".local/state");
+  return folder.empty() ? std::string() : (folder / "Unsaved").string();
+}
+
 }  // namespace
 
 void RunTerminal(ComponentState& state, std::int16_t oper_mode, std::int16_t dev_idx) {
@@ -141,7 +149,8 @@ void RunTerminal(ComponentState& state, std::int16_t oper_mode, std::int16_t dev
                              state.script,
                              state.window,
                              library,
-                             ComponentFolder(state.options.Folder)});
+                             ComponentFolder(state.options.Folder),
+                             UnsavedFolder(state)});
   if (IsHostMode(oper_mode)) window.core().connect.ShowConnected();
   window.Load();
   window.OnUnload([&] { UnloadOrTell(state, window, *store); });

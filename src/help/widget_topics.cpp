@@ -17,6 +17,7 @@ constexpr Row kRows[] = {
     {"frmTerminal", 10},
     {"TermWin", 11},
     {"CommandScript", 12},
+    {"UnsavedBar", 402},
     {"StatusBar1", 13},
     {"StatusBar2", 13},
     {"HelpWindow", 16},

@@ -63,8 +63,8 @@ class CommandList {
   bool AddToScript(std::string_view command);
   /// Empties list and file name, as one step of undo; false, and nothing done, while a run is in progress.
   bool ClearCommandScriptGrid();
-  /// What a file held, `rows` at most kListRows, in place of everything, as one step of undo; false while a run
-  /// is in progress.
+  /// What a file held, `rows` at most kListRows, in place of everything, as one step of undo; false while a
+  /// run is in progress.
   bool ShowFile(std::string name, std::vector<std::string> rows, std::size_t left_out);
 
   /// Gives a row's text the colour of its kind.

@@ -18,6 +18,14 @@ Texts LinesOf(std::string_view text) {
   return lines;
 }
 
+// Leaves the first `room` lines; returns how many of the others hold text.
+int CutTo(Texts& lines, int room) {
+  const auto behind = lines.begin() + std::min(static_cast<int>(lines.size()), room);
+  const auto left_out = std::count_if(behind, lines.end(), [](const auto& line) { return !line.empty(); });
+  lines.erase(behind, lines.end());
+  return static_cast<int>(left_out);
+}
+
 void Clip(int& first, int& last) {
   first = std::max(first, 1);
   last = std::min(last, kListRows);
@@ -48,13 +56,21 @@ void EmptyRows(CommandList& list, int first, int last) {
 
 int PasteRows(CommandList& list, int row, std::string_view text) {
   Texts lines = LinesOf(text);
-  const int count = static_cast<int>(lines.size());
-  const int room = row >= 1 && row <= kListRows ? kListRows - row + 1 : 0;
-  const auto behind = lines.begin() + std::min(count, room);
-  const auto left_out = std::count_if(behind, lines.end(), [](const auto& line) { return !line.empty(); });
-  lines.erase(behind, lines.end());
+  const int left_out = CutTo(lines, row >= 1 && row <= kListRows ? kListRows - row + 1 : 0);
   list.SetTexts(row, lines);
-  return static_cast<int>(left_out);
+  return left_out;
+}
+
+PastedRows ReplaceRow(CommandList& list, int row, std::string_view text) {
+  Texts lines = LinesOf(text);
+  lines.resize(std::max<std::size_t>(lines.size(), 1));
+  const int used = list.InUse() ? row : std::max(list.LastUsedRow(), row);
+  const int left_out = CutTo(lines, kListRows - used + 1);
+  const PastedRows pasted{row + static_cast<int>(lines.size()) - 1, left_out};
+  const Texts behind = list.Texts(row + 1, used);
+  lines.insert(lines.end(), behind.begin(), behind.end());
+  list.SetTexts(row, lines);
+  return pasted;
 }
 
 bool InsertRows(CommandList& list, int row, int count) {

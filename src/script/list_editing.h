@@ -19,6 +19,15 @@ void EmptyRows(CommandList& list, int first, int last);
 /// found no row.
 int PasteRows(CommandList& list, int row, std::string_view text);
 
+struct PastedRows {
+  int last = 0;      ///< the row that the last line went into
+  int left_out = 0;  ///< lines that hold text and found no row
+};
+/// What was typed or pasted into the cell of `row`: its first line replaces the row, each further line
+/// becomes a row of its own, and the rows behind move down. During a run no row moves: there they are written
+/// over.
+PastedRows ReplaceRow(CommandList& list, int row, std::string_view text);
+
 /// Moves `row` and all behind it down by `count` rows. Returns false, and does nothing, where rows that hold
 /// text would leave the list.
 bool InsertRows(CommandList& list, int row, int count);

@@ -1,6 +1,7 @@
 #include "window/grid_target.h"
 
 #include "terminal/ui/output_pane_paint.h"
+#include "window/caption.h"
 #include "window/look.h"
 #include "window/print_command.h"
 #include "window/print_source.h"
@@ -41,7 +42,7 @@ void GridTarget::Print() {
   const auto [first, last] = grid_->SelectedRows();
   const ListLines all(list, 1, list.LastUsedRow());
   const ListLines selected(list, first, last);
-  const PrintStyle style{window_->windowTitle(), grid_->font(), terminal::ToQColor(look_.font_color)};
+  const PrintStyle style{CaptionWithoutMark(*window_), grid_->font(), terminal::ToQColor(look_.font_color)};
   // One marked row is only where the list stands.
   PrintLines(window_, prompt_, style, all, last > first ? &selected : nullptr);
 }

@@ -37,7 +37,8 @@ MainWindow::MainWindow(WindowContext context)
       lock_(*this),
       script_log_(log_.control()),
       script_({context_.script, context_.slices, core_, context_.library, script_log_},
-              {prompt_, *pane_, dialogs_, [this](bool flag) { lock_.LockGUI(flag); }, context_.folder},
+              {prompt_, *pane_, dialogs_, [this](bool flag) { lock_.LockGUI(flag); }, context_.folder,
+               context_.unsaved},
               area_->script_bar(), this),
       grid_target_(script_.grid(), script_.files(), context_.settings.command_list, prompt_, this),
       box_(area_->terminal_bar()->command()),
@@ -65,7 +66,7 @@ void MainWindow::BuildArea() {
   pane_->setObjectName(QStringLiteral("TermWin"));
   pane_->setAccessibleName(QStringLiteral("Ausgabe"));
   area_->splitter()->addWidget(pane_);
-  area_->splitter()->addWidget(script_.grid());
+  area_->splitter()->addWidget(script_.panel());
   area_->splitter()->setStretchFactor(0, 6);
   area_->splitter()->setStretchFactor(1, 4);
   area_->splitter()->setSizes({kFirstSize.width() * 6 / 10, kFirstSize.width() * 4 / 10});
@@ -92,8 +93,10 @@ void MainWindow::BuildScript() {
 }
 
 void MainWindow::ShowCaption() {
+  const script::CommandList& list = script_.grid()->list();
   const bool connected = context_.slices.device.connected;
-  setWindowTitle(Caption(script_.grid()->list().file_name(), connected ? core_.connect.StatusText() : ""));
+  setWindowTitle(Caption(list.file_name(), connected ? core_.connect.StatusText() : "", list.modified()));
+  setWindowModified(list.modified());
 }
 
 void MainWindow::Load() {
@@ -209,6 +212,7 @@ void MainWindow::ConfigureConnection() {
 void MainWindow::closeEvent(QCloseEvent* event) {
   close_after_run_ = script_.EndRun();
   if (close_after_run_) return event->ignore();
+  script_.KeepUnsaved();
   // The steps may show message boxes, during which the window could be closed once more.
   if (unload_) std::exchange(unload_, nullptr)();
   help_.Close();

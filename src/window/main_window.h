@@ -34,7 +34,8 @@ struct WindowContext {
   script::ScriptState& script;
   terminal::WindowSettings& settings;
   device::PortLibrarySource& library;
-  std::string folder;  ///< the component's
+  std::string folder;        ///< the component's
+  std::string unsaved = {};  ///< for copies of command lists that are not saved yet; empty: none are kept
 };
 
 /// The terminal window `frmTerminal`: it joins the widgets with the session and decides nothing itself.

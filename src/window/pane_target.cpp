@@ -6,6 +6,7 @@
 #include "base/codepage.h"
 #include "base/replace_file.h"
 #include "terminal/ui/output_pane_paint.h"
+#include "window/caption.h"
 #include "window/file_dialogs.h"
 #include "window/look.h"
 #include "window/pane_lines.h"
@@ -46,7 +47,7 @@ void PaneTarget::Open() {
 }
 
 void PaneTarget::Print() {
-  const PrintStyle style{window_->windowTitle(), pane_->font(), pane_->textColor()};
+  const PrintStyle style{CaptionWithoutMark(*window_), pane_->font(), pane_->textColor()};
   const terminal::PaneStore& store = pane_->text().store();
   const terminal::PaneRange selection = pane_->text().Selection();
   const PaneLines all(store, {0, store.Length()});

@@ -1,6 +1,7 @@
 #include "window/script_view.h"
 
 #include <QCoreApplication>
+#include <QVBoxLayout>
 #include <utility>
 
 #include "base/number.h"
@@ -62,18 +63,34 @@ ScriptView::ScriptView(ScriptParts parts, ScriptSurroundings surroundings, Scrip
       core_(LinksOf(parts, around_, *this)),
       files_(core_.list, around_.dialogs, around_.prompt),
       toolbar_(toolbar),
-      grid_(new script::CommandGrid(core_.list)) {
+      panel_(new QWidget),
+      grid_(new script::CommandGrid(core_.list)),
+      unsaved_(new UnsavedView(grid_, around_.unsaved, around_.prompt, panel_)) {
+  auto* column = new QVBoxLayout(panel_);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  column->addWidget(unsaved_);
+  column->addWidget(grid_);
   ConnectButtons();
   connect(grid_, &script::CommandGrid::ListFull, this,
           [this](const std::string& message) { around_.prompt.ShowError(message); });
+  connect(grid_, &script::CommandGrid::FileDropped, this, [this](const std::string& name) {
+    grid_->FinishEdit();
+    around_.prompt.Guard([this, &name] { files_.OpenFile(name); });
+  });
   ShowRecording();
   since_events_.start();
 }
 
-ScriptView::~ScriptView() { delete grid_; }
+ScriptView::~ScriptView() { delete panel_; }
 
 std::string ScriptView::FileStatus() const {
   return script::texts::ListStatus(core_.list.file_name(), core_.list.left_out());
+}
+
+void ScriptView::KeepUnsaved() {
+  grid_->FinishEdit();
+  unsaved_->Keep();
 }
 
 bool ScriptView::EndRun() {
@@ -121,8 +138,9 @@ void ScriptView::SingleStep() {
 
 // A press while a run is on comes here too, and has done nothing.
 void ScriptView::AfterRun() {
-  grid_->Flush();
-  if (!core_.runner.running()) Q_EMIT RunEnded();
+  if (core_.runner.running()) return;
+  grid_->ShowRunEnd(core_.runner.last_row());
+  Q_EMIT RunEnded();
 }
 
 void ScriptView::ToggleRecording() {

@@ -13,6 +13,7 @@
 #include "terminal/ui/output_pane.h"
 #include "window/message_prompt.h"
 #include "window/script_toolbar.h"
+#include "window/unsaved_view.h"
 
 namespace kolvane::window {
 
@@ -31,7 +32,8 @@ struct ScriptSurroundings {
   terminal::OutputPane& pane;
   script::CommandFileDialogs& dialogs;
   std::function<void(bool)> lock_gui;
-  std::string folder;  ///< the component's, where the reference of the $ commands lies
+  std::string folder;   ///< the component's, where the reference of the $ commands lies
+  std::string unsaved;  ///< where copies of unsaved lists are kept; empty: none are
 };
 
 /// Joins grid and Toolbar3 with the command list, its files and its runner.
@@ -40,7 +42,7 @@ class ScriptView final : public QObject, private script::RunHost {
 
  public:
   ScriptView(ScriptParts parts, ScriptSurroundings surroundings, ScriptToolbar* toolbar, QObject* parent);
-  /// Takes the grid along, which shows the list of this.
+  /// Takes the panel along, whose grid shows the list of this.
   ~ScriptView() override;
 
   script::ListRecorder& recorder() { return core_.recorder; }
@@ -48,8 +50,13 @@ class ScriptView final : public QObject, private script::RunHost {
   /// Carries out a command of files() once what is being typed into the grid has been taken over.
   void OnFiles(void (script::CommandFileMenu::*command)());
   script::CommandGrid* grid() const { return grid_; }
+  /// The grid with the bar above it that offers what other windows have left unsaved.
+  QWidget* panel() const { return panel_; }
   /// For the second status bar.
   std::string FileStatus() const;
+
+  /// Called when the window closes: a copy of the list stays where it is modified.
+  void KeepUnsaved();
 
   /// Ends a run after the row in hand; no other begins. True while a run is on: RunEnded follows.
   bool EndRun();
@@ -73,7 +80,9 @@ class ScriptView final : public QObject, private script::RunHost {
   script::ScriptCore core_;
   script::CommandFileMenu files_;
   ScriptToolbar* toolbar_;
+  QWidget* panel_;
   script::CommandGrid* grid_;
+  UnsavedView* unsaved_;
   QElapsedTimer since_events_;
 };
 

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
@@ -338,6 +339,48 @@ TEST_F(HostTest, SettingsThatCannotBeSavedAreALineOnStandardError) {
                              "“ gespeichert werden: Der Name bezeichnet einen Ordner\n"))
       << said;
   EXPECT_TRUE(terminal_.CanUnload().ToBool());
+}
+
+// The terminal with the user's own settings, whose folders are the test's.
+class OwnTerminalTest : public HostTest {
+ protected:
+  OwnTerminalTest() {
+    terminal_.SetOptions({});
+    setenv("XDG_CONFIG_HOME", temp_.Path("config").c_str(), 1);
+    setenv("XDG_STATE_HOME", temp_.Path("state").c_str(), 1);
+    setenv("KOLVANE_FOLDER", temp_.path().c_str(), 1);
+  }
+  ~OwnTerminalTest() override {
+    for (const char* name : {"XDG_CONFIG_HOME", "XDG_STATE_HOME", "KOLVANE_FOLDER"}) unsetenv(name);
+  }
+
+  static void TypeRow(QMainWindow& window) {
+    auto* model = window.findChild<QAbstractItemView*>("CommandScript")->model();
+    model->setData(model->index(0, 1), "MSV?");
+  }
+  bool Left() const { return std::filesystem::exists(temp_.Path("state/Kolvane/Unsaved")); }
+
+  base::TempFolder temp_;
+};
+
+TEST_F(OwnTerminalTest, AListThatWasNotSavedIsOfferedByTheNextOne) {
+  Open(2, TypeRow);
+  EXPECT_TRUE(Left());
+  Open(2, [](QMainWindow& window) {
+    EXPECT_TRUE(window.findChild<QWidget*>("UnsavedBar")->isVisible());
+    window.findChild<QAbstractButton*>("cmdRestore")->click();
+    auto* list = window.findChild<QAbstractItemView*>("CommandScript");
+    EXPECT_EQ(list->model()->index(0, 1).data().toString(), "MSV?");
+  });
+}
+
+TEST_F(OwnTerminalTest, InTheOtherModesAndWithSettingsOfItsOwnAHostSeesNothingOfThat) {
+  for (const int oper_mode : {0, 1, 3}) Open(static_cast<std::int16_t>(oper_mode), TypeRow);
+  TerminalOptions options;
+  options.SettingsFile = SettingsFile();
+  terminal_.SetOptions(options);
+  Open(2, TypeRow);
+  EXPECT_FALSE(Left());
 }
 
 }  // namespace

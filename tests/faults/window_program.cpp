@@ -14,8 +14,9 @@ namespace {
 constexpr int kLongestRunMs = 30'000;
 
 app::Surroundings WithSettings(app::Surroundings surroundings, const std::string& settings) {
-  surroundings.environment.merge(
-      std::map<std::string, std::string>{{"QT_QPA_PLATFORM", "offscreen"}, {"XDG_CONFIG_HOME", settings}});
+  surroundings.environment.merge(std::map<std::string, std::string>{{"QT_QPA_PLATFORM", "offscreen"},
+                                                                    {"XDG_CONFIG_HOME", settings},
+                                                                    {"XDG_STATE_HOME", settings + "/state"}});
   return surroundings;
 }
 

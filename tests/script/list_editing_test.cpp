@@ -61,6 +61,38 @@ TEST_F(ListEditingTest, TellsHowManyPastedLinesFoundNoRow) {
   EXPECT_EQ(PasteRows(list, 0, "x"), 1);
 }
 
+TEST_F(ListEditingTest, LinesInACellBecomeFurtherRows) {
+  EXPECT_EQ(ReplaceRow(list, 2, "x\r\n$STOP\n\ny").last, 5);
+  EXPECT_EQ(ListText(list), ">A|x|$STOP||y|C|D");
+  list.Undo();
+  EXPECT_EQ(ListText(list), ">A|B|C|D");
+  EXPECT_EQ(ReplaceRow(list, 2, "x").last, 2);
+  EXPECT_EQ(ReplaceRow(list, 3, "").last, 3);
+  EXPECT_EQ(ListText(list), ">A|x||D");
+  EXPECT_EQ(ReplaceRow(list, 6, "y\nz\n").last, 7);
+  EXPECT_EQ(ListText(list), ">A|x||D||y|z");
+}
+
+TEST_F(ListEditingTest, NoRowLeavesTheListForALineInACell) {
+  list.SetText(1022, "x");
+  const PastedRows pasted = ReplaceRow(list, 2, "1\n2\n3\n4\n\n5");
+  EXPECT_EQ(pasted.last, 4);
+  EXPECT_EQ(pasted.left_out, 2);
+  EXPECT_EQ(list.Text(1024), "x");
+  EXPECT_EQ(list.Text(5), "C");
+  EXPECT_EQ(ReplaceRow(list, 1024, "y\nz").left_out, 1);
+  EXPECT_EQ(list.Text(1024), "y");
+}
+
+TEST(ListEditing, DuringARunLinesInACellMoveNoRow) {
+  RunFlags run;
+  CommandList list(&run);
+  FillList(list, "A|B|C|D");
+  run.ScriptRunning = 1;
+  EXPECT_EQ(ReplaceRow(list, 2, "x\ny").last, 3);
+  EXPECT_EQ(ListText(list), ">A|x|y|D");
+}
+
 TEST_F(ListEditingTest, InsertsRows) {
   EXPECT_TRUE(InsertRows(list, 2, 2));
   EXPECT_EQ(ListText(list), ">A|||B|C|D");

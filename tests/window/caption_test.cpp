@@ -13,5 +13,19 @@ TEST(Caption, NamesListAndConnectionWhereThereAreAny) {
             "Kolvane Terminal - test.CMD - TCP/IP: 10.0.0.5, Port 7");
 }
 
+TEST(Caption, HasThePlaceOfTheMarkBehindAListThatIsModified) {
+  EXPECT_EQ(Caption("", "", true), "Kolvane Terminal[*]");
+  EXPECT_EQ(Caption("/a/test.CMD", "COM1", true), "Kolvane Terminal - test.CMD[*] - COM1");
+}
+
+TEST(Caption, IsPrintedWithoutTheMark) {
+  QWidget window;
+  window.setWindowTitle(Caption("a.CMD", "COM1", true));
+  EXPECT_EQ(CaptionWithoutMark(window), "Kolvane Terminal - a.CMD - COM1");
+  window.setWindowTitle(Caption("a[*].CMD", "", true));
+  EXPECT_EQ(window.windowTitle(), "Kolvane Terminal - a[*][*].CMD[*]");
+  EXPECT_EQ(CaptionWithoutMark(window), "Kolvane Terminal - a[*].CMD");
+}
+
 }  // namespace
 }  // namespace kolvane::window

@@ -9,55 +9,12 @@
 #include <QTimer>
 #include <algorithm>
 
-#include "window/window_fixture.h"
+#include "window/grid_fixture.h"
 
 namespace kolvane::window {
 namespace {
 
-class ScriptViewTest : public WindowFixture {
- protected:
-  ScriptViewTest() {
-    device_.connected = true;
-    Grid()->setFocus();
-  }
-
-  script::CommandGrid* Grid() { return window_.findChild<script::CommandGrid*>(); }
-  QString Row(int row) { return Grid()->model()->index(row - 1, 1).data().toString(); }
-  QVariant Look(int row, int role) { return Grid()->model()->index(row - 1, 1).data(role); }
-  int CurrentRow() { return Grid()->currentIndex().row() + 1; }
-  void GoTo(int row) { Grid()->setCurrentIndex(Grid()->model()->index(row - 1, 1)); }
-  QString Status() { return window_.findChild<QLabel*>("StatusBar2_2")->text(); }
-
-  void Fill(const QStringList& rows) {
-    GoTo(1);
-    QApplication::clipboard()->setText(rows.join('\n'));
-    Grid()->paste();
-  }
-
-  // Begins to type into the cell of the current row.
-  QLineEdit* Begin(const QString& text) {
-    QTest::keyClicks(Grid(), text.left(1));
-    auto* editor = Grid()->findChild<QLineEdit*>();
-    if (editor != nullptr) QTest::keyClicks(editor, text.mid(1));
-    return editor;
-  }
-
-  // Types into the cell of the current row, as a person does.
-  void Type(const QString& text) {
-    QLineEdit* editor = Begin(text);
-    ASSERT_NE(editor, nullptr);
-    QTest::keyClick(editor, Qt::Key_Return);
-    QApplication::processEvents();  // the editor takes its text over in an event of its own
-  }
-};
-
-TEST_F(ScriptViewTest, TypingOverARowAndEnterMovesDown) {
-  GoTo(3);
-  Type("$DELAY 5");
-  EXPECT_EQ(Row(3), "$DELAY 5");
-  EXPECT_EQ(CurrentRow(), 4);
-  EXPECT_EQ(Look(3, Qt::ForegroundRole).value<QColor>(), QColor(0, 0, 255));
-}
+class ScriptViewTest : public GridFixture {};
 
 TEST_F(ScriptViewTest, WhatIsBeingTypedIsPartOfTheListThatIsPlayed) {
   GoTo(2);
@@ -86,37 +43,6 @@ TEST_F(ScriptViewTest, WhatIsBeingTypedGoesWithTheListThatIsCleared) {
   EXPECT_EQ(CurrentRow(), 1);
 }
 
-TEST_F(ScriptViewTest, TheMarkerColumnIsNeverCurrent) {
-  GoTo(2);
-  QTest::keyClick(Grid(), Qt::Key_Left);
-  EXPECT_EQ(Grid()->currentIndex().column(), 1);
-  Type("MSV?");
-  EXPECT_EQ(Row(2), "MSV?");
-  Grid()->setCurrentIndex(Grid()->model()->index(4, 0));
-  EXPECT_EQ(CurrentRow(), 5);
-  EXPECT_EQ(Grid()->currentIndex().column(), 1);
-}
-
-TEST_F(ScriptViewTest, AHighlightHasABoldnessOfItsOwn) {
-  QFont font = Grid()->font();
-  font.setBold(true);
-  Grid()->list().HighlightLine(1, 0, 0xFFFF, false);
-  EXPECT_FALSE(Look(1, Qt::FontRole).value<QFont>().resolve(font).bold());
-  Grid()->list().HighlightLine(1, 0, 0xFFFF, true);
-  font.setBold(false);
-  EXPECT_TRUE(Look(1, Qt::FontRole).value<QFont>().resolve(font).bold());
-  Grid()->list().ClearLineSelection(1);
-  EXPECT_FALSE(Look(1, Qt::FontRole).isValid());
-}
-
-TEST_F(ScriptViewTest, ColoursFollowTheKindOfARow) {
-  Fill({"' Kommentar", "$STOP", ":marke", "MSV?"});
-  EXPECT_EQ(Look(1, Qt::ForegroundRole).value<QColor>(), QColor(0, 128, 0));
-  EXPECT_EQ(Look(3, Qt::ForegroundRole).value<QColor>(), QColor(255, 0, 0));
-  EXPECT_EQ(Look(4, Qt::ForegroundRole).value<QColor>(), QColor(0, 0, 0));
-  EXPECT_FALSE(Look(4, Qt::BackgroundRole).isValid());
-}
-
 TEST_F(ScriptViewTest, TheRowWithAnErrorStaysInView) {
   QStringList rows(60, "$DELAY 0");
   rows[49] = "$FALSCH";
@@ -134,28 +60,47 @@ TEST_F(ScriptViewTest, TheRowWithAnErrorStaysInView) {
   });
   look.start(0);
   Press("TB_PLAY");
-  EXPECT_EQ(CurrentRow(), 1024);
+  EXPECT_EQ(CurrentRow(), 50);
   EXPECT_TRUE(in_view());
 }
 
 TEST_F(ScriptViewTest, TheViewDoesNotFollowARunBehindTheList) {
   Fill({"' eins", "' zwei"});
   Press("TB_PLAY");
-  EXPECT_EQ(CurrentRow(), 1024);
+  EXPECT_EQ(CurrentRow(), 1);
+  EXPECT_EQ(Grid()->list().current_row(), 1025);
   EXPECT_EQ(Grid()->rowAt(0), 0);
 }
 
-TEST_F(ScriptViewTest, ARowIsEditedInTheColoursOfTheList) {
-  QPalette dark = Grid()->palette();
-  dark.setColor(QPalette::Text, Qt::white);
-  Grid()->setPalette(dark);
-  Grid()->ShowLook(Grid()->font(), 0x0000FF, QColor(1, 2, 3));
-  Fill({"MSV?"});
-  Grid()->edit(Grid()->currentIndex());
-  const auto* editor = Grid()->findChild<QLineEdit*>();
-  ASSERT_NE(editor, nullptr);
-  EXPECT_EQ(editor->palette().color(QPalette::Text), QColor(255, 0, 0));
-  EXPECT_EQ(editor->palette().color(QPalette::Base), QColor(1, 2, 3));
+TEST_F(ScriptViewTest, TypingAfterARunGoesWhereTheCursorIsSeen) {
+  Fill({"$SILENT OFF", "$SILENT OFF", "' Ende"});
+  GoTo(1);
+  Press("TB_PLAY");
+  EXPECT_EQ(CurrentRow(), 2);
+  Type("$SILENT ON");
+  EXPECT_EQ(Row(2), "$SILENT ON");
+  EXPECT_EQ(Grid()->list().LastUsedRow(), 3);
+  EXPECT_EQ(CurrentRow(), 3);
+}
+
+TEST_F(ScriptViewTest, AfterAJumpToNowhereTheCursorIsOnTheJump) {
+  Fill({"$SILENT OFF", "$GOTO weg", "$SILENT OFF"});
+  AnswerBoxes();
+  Press("TB_PLAY");
+  EXPECT_EQ(boxes_.texts(), QStringList{"Fehler in Befehlsliste (Zeile 1024): Sprungziel nicht gefunden"});
+  EXPECT_EQ(CurrentRow(), 2);
+}
+
+TEST_F(ScriptViewTest, AfterARunAStepBeginsAtTheFirstRowUnlessTheUserGoesElsewhere) {
+  Fill({"$SILENT OFF", "$SILENT OFF", "$SILENT OFF"});
+  Press("TB_PLAY");
+  EXPECT_EQ(CurrentRow(), 3);
+  Press("TB_SINGLESTEP");
+  EXPECT_EQ(CurrentRow(), 1);
+  Press("TB_PLAY");
+  QTest::mouseClick(Grid()->viewport(), Qt::LeftButton, {},
+                    Grid()->visualRect(Grid()->model()->index(2, 1)).center());
+  EXPECT_EQ(Grid()->list().current_row(), 3);
 }
 
 TEST_F(ScriptViewTest, TheWindowMayGoWhileARowIsEdited) {
@@ -163,34 +108,6 @@ TEST_F(ScriptViewTest, TheWindowMayGoWhileARowIsEdited) {
   QTest::keyClicks(Grid(), "RANGE");
   EXPECT_NE(Grid()->findChild<QLineEdit*>(), nullptr);
   // What follows is the fixture's destructor: an editor that hands its text over then finds no list.
-}
-
-TEST_F(ScriptViewTest, RowsGoThroughTheClipboardAsLines) {
-  Fill({"eins", "zwei", "drei"});
-  Grid()->selectRow(0);
-  Grid()->selectionModel()->select(Grid()->model()->index(1, 1),
-                                   QItemSelectionModel::Select | QItemSelectionModel::Rows);
-  QTest::keyClick(Grid(), Qt::Key_C, Qt::ControlModifier);
-  EXPECT_EQ(QApplication::clipboard()->text(), "eins\nzwei");
-  QTest::keyClick(Grid(), Qt::Key_X, Qt::ControlModifier);
-  EXPECT_EQ(Row(1) + Row(2) + Row(3), "drei");
-  GoTo(5);
-  QTest::keyClick(Grid(), Qt::Key_V, Qt::ControlModifier);
-  EXPECT_EQ(Row(6), "zwei");
-  QTest::keyClick(Grid(), Qt::Key_Z, Qt::ControlModifier);
-  EXPECT_EQ(Row(6), "");
-}
-
-TEST_F(ScriptViewTest, DeleteEmptiesARowAndThenTakesItOut) {
-  Fill({"eins", "zwei"});
-  GoTo(1);
-  QTest::keyClick(Grid(), Qt::Key_Delete);
-  EXPECT_EQ(Row(1), "");
-  EXPECT_EQ(Row(2), "zwei");
-  QTest::keyClick(Grid(), Qt::Key_Delete);
-  EXPECT_EQ(Row(1), "zwei");
-  QTest::keyClick(Grid(), Qt::Key_Insert);
-  EXPECT_EQ(Row(2), "zwei");
 }
 
 TEST_F(ScriptViewTest, RecordsWhatIsSentByHand) {
@@ -215,7 +132,7 @@ TEST_F(ScriptViewTest, TheRowThatRanLastIsInViewBehindARun) {
   Fill(rows);
   GoTo(1);
   Press("TB_PLAY");
-  EXPECT_EQ(CurrentRow(), 1024);
+  EXPECT_EQ(CurrentRow(), 120);
   EXPECT_TRUE(in_view(120));
   GoTo(120);
   QTest::keyClick(Grid(), Qt::Key_Delete);
@@ -315,17 +232,6 @@ TEST_F(ScriptViewTest, ACommandSentDuringARunGoesOutBetweenTwoRows) {
   Press("TB_PLAY");
   EXPECT_EQ(std::count(library_.calls.begin(), library_.calls.end(), "WritePort(\"ONE?\n\")"), 1);
   EXPECT_TRUE(PaneText().endsWith("ONE?\n1"));
-}
-
-TEST_F(ScriptViewTest, WhatFindsNoRowIsSaid) {
-  QApplication::clipboard()->setText("x\ny\nz\n");
-  GoTo(1023);
-  EXPECT_EQ(MessageDuring([&] { Grid()->paste(); }), "Die Befehlsliste ist voll. Nicht eingefügte Zeilen: 1");
-  EXPECT_EQ(Row(1023) + Row(1024), "xy");
-  GoTo(5);
-  EXPECT_EQ(MessageDuring([&] { QTest::keyClick(Grid(), Qt::Key_Insert); }),
-            "Die Befehlsliste ist voll. Es wurde keine Zeile eingefügt.");
-  EXPECT_EQ(Row(1024), "y");
 }
 
 TEST_F(ScriptViewTest, ThePopupMenuActsOnTheGridItWasOpenedOn) {
@@ -448,24 +354,6 @@ TEST_F(ScriptViewTest, TheLetterCaseOfTheReferencesFileDoesNotMatter) {
   base::WriteBytes(folder_.Path("TERMCMDHELP.RTF"), "{\\rtf1 $STOP\\par}");
   Press("TB_SPECIALCOMMANDS");
   EXPECT_TRUE(PaneText().contains("$STOP"));
-}
-
-class ListLookTest : public testing::Test, protected WindowRecords {
- protected:
-  device::FakePortLibrary library_;
-  device::FakePortLibrarySource source_{&library_};
-};
-
-TEST_F(ListLookTest, TheGridHasTheFontAndColoursOfTheSettings) {
-  settings_.command_list = {"Liberation Mono", 13, true, 0x0000FF, 0x00FFFF};
-  const MainWindow window(ContextWith(source_, ""));
-  const auto* grid = window.findChild<script::CommandGrid*>();
-  EXPECT_EQ(grid->font().family(), "Liberation Mono");
-  EXPECT_EQ(grid->font().pointSize(), 13);
-  EXPECT_TRUE(grid->font().bold());
-  EXPECT_EQ(grid->palette().color(QPalette::Base), QColor(255, 255, 0));
-  const QModelIndex last = grid->model()->index(1023, 1);
-  EXPECT_EQ(last.data(Qt::ForegroundRole).value<QColor>(), QColor(255, 0, 0));
 }
 
 }  // namespace

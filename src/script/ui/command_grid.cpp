@@ -1,31 +1,36 @@
 #include "script/ui/command_grid.h"
 
+#include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
-#include <QGuiApplication>
 #include <QHeaderView>
+#include <QMimeData>
+#include <QPainter>
 #include <QScopedValueRollback>
-#include <QStyledItemDelegate>
+#include <QUrl>
 #include <algorithm>
+#include <utility>
 
 #include "script/list_editing.h"
 #include "script/texts.h"
+#include "script/ui/row_delegate.h"
 #include "terminal/ui/output_pane_paint.h"
 
 namespace kolvane::script {
 namespace {
 
-// The colours of a running or wrong row are seen through a selection too.
-class RowDelegate final : public QStyledItemDelegate {
- public:
-  using QStyledItemDelegate::QStyledItemDelegate;
+// The command file that is being dragged, where that is all.
+QString DraggedFile(const QMimeData& data) {
+  const QList<QUrl> files = data.urls();
+  if (files.size() != 1 || !files.front().isLocalFile()) return {};
+  const QString name = files.front().toLocalFile();
+  return name.endsWith(QLatin1String(".CMD"), Qt::CaseInsensitive) ? name : QString();
+}
 
- protected:
-  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
-    QStyledItemDelegate::initStyleOption(option, index);
-    if (index.data(Qt::BackgroundRole).isValid()) option->state &= ~QStyle::State_Selected;
-  }
-};
+// What redoes differs between platforms.
+bool IsControlY(const QKeyEvent* event) {
+  return event->key() == Qt::Key_Y && event->modifiers() == Qt::ControlModifier;
+}
 
 }  // namespace
 
@@ -34,7 +39,9 @@ CommandGrid::CommandGrid(CommandList& list, QWidget* parent)
   setObjectName(QStringLiteral("CommandScript"));
   setAccessibleName(QStringLiteral("Befehlsliste"));
   setModel(model_);
-  setItemDelegate(new RowDelegate(this));
+  auto* delegate = new RowDelegate(this);
+  setItemDelegate(delegate);
+  setAcceptDrops(true);
   setTabKeyNavigation(false);
   setSelectionBehavior(QAbstractItemView::SelectRows);
   setSelectionMode(QAbstractItemView::ContiguousSelection);
@@ -50,6 +57,16 @@ CommandGrid::CommandGrid(CommandList& list, QWidget* parent)
   FitRows();
   connect(model_, &CommandListModel::CurrentRowMoved, this, &CommandGrid::ShowCurrentRow);
   connect(model_, &CommandListModel::FileShownAnew, this, &CommandGrid::FileShownAnew);
+  connect(model_, &CommandListModel::dataChanged, this, &CommandGrid::DescribeState);
+  // Both come in the middle of an edit.
+  connect(
+      model_, &CommandListModel::LinesLeftOut, this,
+      [this](int count) { Q_EMIT ListFull(texts::NotPasted(count)); }, Qt::QueuedConnection);
+  connect(delegate, &RowDelegate::SeveralLines, this, &CommandGrid::FinishEdit, Qt::QueuedConnection);
+  connect(qApp, &QApplication::focusChanged, this, [this] {
+    update();
+    viewport()->update();
+  });
   ShowCurrentRow(list.current_row());
 }
 
@@ -73,22 +90,34 @@ void CommandGrid::changeEvent(QEvent* event) {
   if (event->type() == QEvent::FontChange) FitRows();
 }
 
-// A run passes the empty rows behind the list and ends at the last one. The view shows the row before, where
-// there is something to see: the one with the error, for example.
 bool CommandGrid::IsBehindList(int row) const {
   return row > list().LastUsedRow() && (row >= kListRows || list().InUse());
 }
 
 void CommandGrid::ShowCurrentRow(int row) {
-  const QModelIndex current = model_->IndexOf(std::clamp(row, 1, kListRows));
+  if (!IsBehindList(row)) MoveCursor(row);
+}
+
+void CommandGrid::ShowRunEnd(int last_row) {
+  model_->Flush();
+  if (IsBehindList(list().current_row())) MoveCursor(last_row);
+  DescribeState();
+}
+
+void CommandGrid::MoveCursor(int row) {
+  const QModelIndex cursor = model_->IndexOf(std::clamp(row, 1, kListRows));
   // The user who has gone there sees it already.
-  if (current == currentIndex()) return;
+  if (cursor == currentIndex()) return;
   const QScopedValueRollback<bool> guard(showing_current_, true);
-  const bool behind = IsBehindList(row);
-  setAutoScroll(!behind);
-  setCurrentIndex(current);
-  setAutoScroll(true);
-  if (behind && model_->last_row_with_text() > 0) scrollTo(model_->IndexOf(model_->last_row_with_text()));
+  setCurrentIndex(cursor);
+}
+
+// So that a screen reader, too, tells how far a run is and where it failed.
+void CommandGrid::DescribeState() {
+  const QString state = currentIndex().data(Qt::AccessibleDescriptionRole).toString();
+  const QString row = QString::fromStdString(texts::RowName(currentIndex().row() + 1));
+  const QString description = state.isEmpty() ? QString() : row + QStringLiteral(": ") + state;
+  if (description != accessibleDescription()) setAccessibleDescription(description);
 }
 
 void CommandGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
@@ -97,6 +126,7 @@ void CommandGrid::currentChanged(const QModelIndex& current, const QModelIndex& 
   // Typing and F2 edit the text, wherever in its row the user stands.
   if (current.column() == CommandListModel::kMarkerColumn)
     selectionModel()->setCurrentIndex(model_->IndexOf(current.row() + 1), QItemSelectionModel::NoUpdate);
+  DescribeState();
 }
 
 CommandGrid::RowSpan CommandGrid::SelectedRows() const {
@@ -145,8 +175,11 @@ void CommandGrid::insertRow() {
   if (!InsertRows(list(), currentIndex().row() + 1, 1)) Q_EMIT ListFull(std::string(texts::kNoRoomForARow));
 }
 
-void CommandGrid::undo() {
-  const int row = list().Undo();
+void CommandGrid::undo() { GoToChange(list().Undo()); }
+
+void CommandGrid::redo() { GoToChange(list().Redo()); }
+
+void CommandGrid::GoToChange(int row) {
   if (row > 0 && !list().InUse()) setCurrentIndex(model_->IndexOf(row));
 }
 
@@ -155,6 +188,7 @@ bool CommandGrid::EditByKey(const QKeyEvent* event) {
   if (event->matches(QKeySequence::Cut)) return cut(), true;
   if (event->matches(QKeySequence::Paste)) return paste(), true;
   if (event->matches(QKeySequence::Undo)) return undo(), true;
+  if (event->matches(QKeySequence::Redo) || IsControlY(event)) return redo(), true;
   if (event->matches(QKeySequence::Delete)) return deleteSelection(), true;
   if (event->key() == Qt::Key_Insert && event->modifiers() == Qt::NoModifier) return insertRow(), true;
   return false;
@@ -175,6 +209,9 @@ void CommandGrid::FinishEdit() {
   if (editor == nullptr) return;
   commitData(editor);
   closeEditor(editor, QAbstractItemDelegate::NoHint);
+  // Lines that were pasted have filled further rows.
+  const QModelIndex last = model_->IndexOf(model_->last_edited_row());
+  if (last.row() > currentIndex().row()) setCurrentIndex(last);
 }
 
 void CommandGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
@@ -182,7 +219,7 @@ void CommandGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHin
   // Enter has taken the text over: go on with the next row, as in any grid. A run that moves on closes the
   // editor, too, and has a row of its own to go to.
   if (hint == QAbstractItemDelegate::SubmitModelCache && !showing_current_)
-    setCurrentIndex(model_->IndexOf(std::min(currentIndex().row() + 2, kListRows)));
+    setCurrentIndex(model_->IndexOf(std::min(model_->last_edited_row() + 1, kListRows)));
 }
 
 void CommandGrid::focusInEvent(QFocusEvent* event) {
@@ -193,6 +230,35 @@ void CommandGrid::focusInEvent(QFocusEvent* event) {
 void CommandGrid::mousePressEvent(QMouseEvent* event) {
   Q_EMIT Touched();
   QTableView::mousePressEvent(event);
+  // The cursor may have stood there before, and the list somewhere else.
+  if (!list().InUse() && currentIndex().isValid()) list().SetCurrentRow(currentIndex().row() + 1);
+}
+
+void CommandGrid::dragEnterEvent(QDragEnterEvent* event) { AnswerDrag(event); }
+
+void CommandGrid::dragMoveEvent(QDragMoveEvent* event) { AnswerDrag(event); }
+
+void CommandGrid::AnswerDrag(QDropEvent* event) const {
+  const bool wanted = !list().InUse() && !DraggedFile(*event->mimeData()).isEmpty();
+  event->setAccepted(wanted);
+  if (wanted) event->acceptProposedAction();
+}
+
+void CommandGrid::dropEvent(QDropEvent* event) {
+  AnswerDrag(event);
+  if (event->isAccepted()) Q_EMIT FileDropped(DraggedFile(*event->mimeData()).toStdString());
+}
+
+// The frame tells where the keyboard is.
+bool CommandGrid::event(QEvent* event) {
+  const bool done = QTableView::event(event);
+  const QWidget* focus = QApplication::focusWidget();
+  if (event->type() != QEvent::Paint || focus == nullptr || (focus != this && !isAncestorOf(focus)))
+    return done;
+  QPainter painter(this);
+  painter.setPen(palette().color(QPalette::Highlight));
+  painter.drawRect(rect().adjusted(0, 0, -1, -1));
+  return done;
 }
 
 void CommandGrid::contextMenuEvent(QContextMenuEvent* event) {

@@ -6,8 +6,9 @@
 
 namespace kolvane::script {
 
-/// The grid `CommandScript` beside the output pane. Its current cell is the text of the list's current row;
-/// while a list runs the user can look and edit, but not move the row that the run stands at.
+/// The grid `CommandScript` beside the output pane. Its current cell is the text of the list's current row,
+/// as long as there is something to see: a run ends behind the list. While a list runs the user can look and
+/// edit, but not move the row that the run stands at.
 class CommandGrid final : public QTableView {
   Q_OBJECT
 
@@ -26,8 +27,9 @@ class CommandGrid final : public QTableView {
   RowSpan SelectedRows() const;
   /// Takes over what is being typed into a row, as Enter would, and stays there.
   void FinishEdit();
-  /// Shows at once what has changed.
-  void Flush() { model_->Flush(); }
+  /// Shows at once what has changed, and after a run, which has passed the empty rows behind the list, puts
+  /// the cursor where there is something to see: in `last_row`, the one carried out last, or in row 1.
+  void ShowRunEnd(int last_row);
 
  public Q_SLOTS:
   void copy() const;
@@ -37,6 +39,7 @@ class CommandGrid final : public QTableView {
   /// Empties the marked rows; rows that are empty already are taken out, and the rows behind move up.
   void deleteSelection();
   void undo();
+  void redo();
   /// An empty row at the current one, unless the last row of the list would be lost.
   void insertRow();
   void removeRows();
@@ -48,20 +51,30 @@ class CommandGrid final : public QTableView {
   void FileShownAnew();
   /// Rows that were to be pasted or inserted found no room; `message` tells the user.
   void ListFull(const std::string& message);
+  /// A command file was dropped on the grid.
+  void FileDropped(const std::string& name);
 
  protected:
   void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
   void changeEvent(QEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dragMoveEvent(QDragMoveEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+  bool event(QEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
 
  private:
   bool EditByKey(const QKeyEvent* event);
+  void GoToChange(int row);
   bool IsBehindList(int row) const;
   void ShowCurrentRow(int row);
+  void MoveCursor(int row);
+  void DescribeState();
+  void AnswerDrag(QDropEvent* event) const;
   void FitRows();
 
   CommandListModel* model_;

@@ -4,7 +4,11 @@
 #include <QFont>
 #include <QTimerEvent>
 #include <algorithm>
+#include <utility>
 
+#include "base/codepage.h"
+#include "script/list_editing.h"
+#include "script/texts.h"
 #include "terminal/ui/output_pane_paint.h"
 
 namespace kolvane::script {
@@ -22,8 +26,10 @@ CommandListModel::CommandListModel(CommandList& list, QObject* parent)
 CommandListModel::~CommandListModel() { list_.Observe(nullptr); }
 
 QVariant CommandListModel::data(const QModelIndex& index, int role) const {
-  if (!index.isValid() || index.column() != kTextColumn) return {};
+  if (!index.isValid()) return {};
   const int row = index.row() + 1;
+  if (role == Qt::AccessibleDescriptionRole) return StateOf(row);
+  if (index.column() != kTextColumn) return {};
   if (role == Qt::DisplayRole || role == Qt::EditRole) return QString::fromStdString(list_.Text(row));
   return LookOf(row, role);
 }
@@ -41,15 +47,34 @@ QVariant CommandListModel::LookOf(int row, int role) const {
       font.setBold(highlight->bold);
       return font;
     }
+    case Qt::ToolTipRole:
+      return ToolTipOf(row);
     default:
       return {};
   }
 }
 
+// What sighted users see by the row's colours.
+QString CommandListModel::StateOf(int row) const {
+  const Highlight* highlight = list_.HighlightOf(row);
+  if (highlight == nullptr) return {};
+  const bool error = *highlight == kErrorRow;
+  return QString::fromUtf8((error ? texts::kErrorRow : texts::kRunningRow).data());
+}
+
+QString CommandListModel::ToolTipOf(int row) const {
+  const std::string& text = list_.Text(row);
+  const std::string_view outside = base::OutsideWindows1252(text);
+  const std::string trouble = outside.empty() ? "" : "\n" + texts::NotInCodePage(outside);
+  return QString::fromStdString(text + trouble);
+}
+
 bool CommandListModel::setData(const QModelIndex& index, const QVariant& value, int role) {
   if (role != Qt::EditRole || index.column() != kTextColumn) return false;
-  list_.SetText(index.row() + 1, value.toString().toStdString());
+  const PastedRows edited = ReplaceRow(list_, index.row() + 1, value.toString().toStdString());
+  last_edited_row_ = edited.last;
   Flush();
+  if (edited.left_out > 0) Q_EMIT LinesLeftOut(edited.left_out);
   return true;
 }
 
@@ -70,8 +95,7 @@ void CommandListModel::RowsChanged(int first, int last) {
   Note();
 }
 
-void CommandListModel::CurrentRowChanged(int row) {
-  if (row >= 1 && row <= kListRows && !list_.Text(row).empty()) last_row_with_text_ = row;
+void CommandListModel::CurrentRowChanged(int /*row*/) {
   current_moved_ = true;
   Note();
 }
@@ -83,16 +107,13 @@ void CommandListModel::Note() {
 
 void CommandListModel::Flush() {
   frame_.stop();
-  if (last_changed_ >= first_changed_) {
-    const QModelIndex first = IndexOf(std::max(first_changed_, 1));
-    const QModelIndex last = IndexOf(std::min(last_changed_, kListRows));
-    first_changed_ = kListRows + 1;
-    last_changed_ = 0;
-    Q_EMIT dataChanged(first, last);
-  }
-  if (!current_moved_) return;
-  current_moved_ = false;
-  Q_EMIT CurrentRowMoved(list_.current_row());
+  if (std::exchange(current_moved_, false)) Q_EMIT CurrentRowMoved(list_.current_row());
+  if (last_changed_ < first_changed_) return;
+  const QModelIndex first = IndexOf(std::max(first_changed_, 1));
+  const QModelIndex last = IndexOf(std::min(last_changed_, kListRows));
+  first_changed_ = kListRows + 1;
+  last_changed_ = 0;
+  Q_EMIT dataChanged(first, last);
 }
 
 void CommandListModel::timerEvent(QTimerEvent* event) {

@@ -30,8 +30,8 @@ class CommandListModel final : public QAbstractTableModel, private CommandListOb
   Qt::ItemFlags flags(const QModelIndex& index) const override;
   QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
 
-  /// The row with text that was current last; 0 where none was.
-  int last_row_with_text() const { return last_row_with_text_; }
+  /// The last row that the last edit of a cell has filled.
+  int last_edited_row() const { return last_edited_row_; }
 
   /// Tells the views now what has changed.
   void Flush();
@@ -39,6 +39,8 @@ class CommandListModel final : public QAbstractTableModel, private CommandListOb
  Q_SIGNALS:
   void CurrentRowMoved(int row);
   void FileShownAnew();
+  /// Lines that were pasted into a cell found no row.
+  void LinesLeftOut(int count);
 
  protected:
   void timerEvent(QTimerEvent* event) override;
@@ -50,13 +52,15 @@ class CommandListModel final : public QAbstractTableModel, private CommandListOb
 
   void Note();
   QVariant LookOf(int row, int role) const;
+  QString StateOf(int row) const;
+  QString ToolTipOf(int row) const;
 
   CommandList& list_;
   QBasicTimer frame_;
   int first_changed_ = kListRows + 1;
   int last_changed_ = 0;
   bool current_moved_ = false;
-  int last_row_with_text_ = 0;
+  int last_edited_row_ = 0;
 };
 
 }  // namespace kolvane::script

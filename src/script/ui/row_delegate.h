@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QStyledItemDelegate>
+
+namespace kolvane::script {
+
+/// Shows and edits the rows of the grid. The colours of a running or wrong row are seen through a selection,
+/// which is grey where the list has no focus; what Windows-1252 lacks is underlined, while it is typed too.
+class RowDelegate final : public QStyledItemDelegate {
+  Q_OBJECT
+
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+  QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                        const QModelIndex& index) const override;
+  /// A tool tip is for what cannot be seen: a row that is wider than its column, a character's trouble.
+  bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                 const QModelIndex& index) override;
+
+ Q_SIGNALS:
+  /// Several lines stand in the editor, which can show only one.
+  void SeveralLines(QWidget* editor) const;
+
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
+};
+
+}  // namespace kolvane::script

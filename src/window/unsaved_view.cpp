@@ -1,0 +1,98 @@
+#include "window/unsaved_view.h"
+
+#include <QAccessible>
+#include <QHBoxLayout>
+#include <utility>
+
+#include "base/date_text.h"
+#include "script/texts.h"
+#include "window/text.h"
+
+namespace kolvane::window {
+
+UnsavedView::UnsavedView(script::CommandGrid* grid, const std::string& folder, MessagePrompt& prompt,
+                         QWidget* parent)
+    : QFrame(parent),
+      grid_(grid),
+      prompt_(prompt),
+      copy_(folder),
+      left_(script::LeftCopies(folder)),
+      text_(new QLabel) {
+  setObjectName(QStringLiteral("UnsavedBar"));
+  setBackgroundRole(QPalette::ToolTipBase);
+  setForegroundRole(QPalette::ToolTipText);
+  setAutoFillBackground(true);
+  text_->setObjectName(QStringLiteral("UnsavedText"));
+  text_->setTextFormat(Qt::PlainText);
+  text_->setWordWrap(true);
+  text_->setForegroundRole(QPalette::ToolTipText);
+  auto* row = new QHBoxLayout(this);
+  row->setContentsMargins(6, 3, 3, 3);
+  row->addWidget(text_, 1);
+  row->addWidget(AddButton("cmdRestore", script::texts::kRestore, &UnsavedView::Restore));
+  row->addWidget(AddButton("cmdDiscard", script::texts::kDiscard, &UnsavedView::Discard));
+  write_.setSingleShot(true);
+  write_.setInterval(kWrittenAfterMs);
+  connect(&write_, &QTimer::timeout, this, &UnsavedView::Keep);
+  connect(grid_->model(), &QAbstractItemModel::dataChanged, this, &UnsavedView::NoteChange);
+  connect(grid_, &script::CommandGrid::FileShownAnew, this, &UnsavedView::NoteChange);
+  ShowNext();
+}
+
+QPushButton* UnsavedView::AddButton(const char* name, std::string_view text, void (UnsavedView::*command)()) {
+  auto* button = new QPushButton(ToQt(text), this);
+  button->setObjectName(QLatin1String(name));
+  button->setAutoDefault(false);
+  connect(button, &QPushButton::clicked, this,
+          [this, command] { prompt_.Guard([this, command] { (this->*command)(); }); });
+  return button;
+}
+
+void UnsavedView::Keep() {
+  write_.stop();
+  copy_.Update(grid_->list());
+}
+
+// A run changes how rows look, many times a second, and nothing that is kept.
+void UnsavedView::NoteChange() {
+  if (std::exchange(noted_, grid_->list().revision()) == grid_->list().revision()) return;
+  if (!write_.isActive()) write_.start();
+}
+
+void UnsavedView::Restore() {
+  grid_->FinishEdit();
+  if (!left_.front().Restore(grid_->list())) return;
+  grid_->setFocus();
+  // What another window has left goes once it is this one's.
+  if (copy_.Update(grid_->list())) left_.front().Remove();
+  left_.erase(left_.begin());
+  ShowNext();
+}
+
+void UnsavedView::Discard() {
+  left_.front().Remove();
+  left_.erase(left_.begin());
+  ShowNext();
+}
+
+void UnsavedView::ShowNext() {
+  setHidden(left_.empty());
+  if (left_.empty()) return;
+  const script::LeftCopy& next = left_.front();
+  text_->setText(ToQt(script::texts::LeftList(next.name(), base::DateTimeText(next.saved_at()), next.size(),
+                                              left_.size() - 1)));
+  setAccessibleName(text_->text());
+  Announce();
+}
+
+void UnsavedView::showEvent(QShowEvent* event) {
+  QFrame::showEvent(event);
+  Announce();
+}
+
+void UnsavedView::Announce() {
+  QAccessibleEvent told(this, QAccessible::Alert);
+  QAccessible::updateAccessibility(&told);
+}
+
+}  // namespace kolvane::window

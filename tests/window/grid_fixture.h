@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QApplication>
+#include <QClipboard>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTest>
+
+#include "window/window_fixture.h"
+
+namespace kolvane::window {
+
+/// The terminal window with its grid in the focus.
+class GridFixture : public WindowFixture {
+ protected:
+  GridFixture() {
+    device_.connected = true;
+    Grid()->setFocus();
+  }
+
+  script::CommandGrid* Grid() { return window_.findChild<script::CommandGrid*>(); }
+  QString Row(int row) { return Grid()->model()->index(row - 1, 1).data().toString(); }
+  QVariant Look(int row, int role) { return Grid()->model()->index(row - 1, 1).data(role); }
+  int CurrentRow() { return Grid()->currentIndex().row() + 1; }
+  void GoTo(int row) { Grid()->setCurrentIndex(Grid()->model()->index(row - 1, 1)); }
+  QString Status() { return window_.findChild<QLabel*>("StatusBar2_2")->text(); }
+
+  void Fill(const QStringList& rows) {
+    GoTo(1);
+    QApplication::clipboard()->setText(rows.join('\n'));
+    Grid()->paste();
+  }
+
+  // Begins to type into the cell of the current row.
+  QLineEdit* Begin(const QString& text) {
+    QTest::keyClicks(Grid(), text.left(1));
+    auto* editor = Grid()->findChild<QLineEdit*>();
+    if (editor != nullptr) QTest::keyClicks(editor, text.mid(1));
+    return editor;
+  }
+
+  // Types into the cell of the current row, as a person does.
+  void Type(const QString& text) {
+    QLineEdit* editor = Begin(text);
+    ASSERT_NE(editor, nullptr);
+    QTest::keyClick(editor, Qt::Key_Return);
+    QApplication::processEvents();  // the editor takes its text over in an event of its own
+  }
+};
+
+}  // namespace kolvane::window

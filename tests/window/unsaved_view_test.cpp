@@ -1,0 +1,167 @@
+#include "window/unsaved_view.h"
+
+#include <QAccessible>
+
+#include "script/list_text.h"
+#include "window/grid_fixture.h"
+
+namespace kolvane::window {
+namespace {
+
+/// Terminal windows, one after the other or at once, whose lists have copies in one folder.
+class UnsavedViewTest : public testing::Test, protected WindowRecords {
+ protected:
+  std::unique_ptr<MainWindow> Open() {
+    WindowContext context = ContextWith(source_, temp_.path());
+    context.unsaved = temp_.Path("Unsaved");
+    auto window = std::make_unique<MainWindow>(std::move(context));
+    window->Load();
+    window->show();
+    return window;
+  }
+  static script::CommandList& List(MainWindow& window) {
+    return window.findChild<script::CommandGrid*>()->list();
+  }
+  static QWidget* Bar(MainWindow& window) { return window.findChild<QWidget*>("UnsavedBar"); }
+  static QString Offer(MainWindow& window) {
+    return Bar(window)->isVisible() ? window.findChild<QLabel*>("UnsavedText")->text() : QString();
+  }
+  static void Click(MainWindow& window, const char* button) {
+    window.findChild<QPushButton*>(QLatin1String(button))->click();
+  }
+  /// A window that is closed on a list that nobody has saved.
+  void LeaveList(const std::string& row) {
+    const auto window = Open();
+    List(*window).SetText(1, row);
+    window->close();
+  }
+
+  base::TempFolder temp_;
+  device::FakePortLibrary library_;
+  device::FakePortLibrarySource source_{&library_};
+};
+
+TEST_F(UnsavedViewTest, WithNothingLeftThereIsNoBar) {
+  const auto window = Open();
+  EXPECT_FALSE(Bar(*window)->isVisible());
+  window->close();
+  EXPECT_TRUE(temp_.Names().empty());
+}
+
+TEST_F(UnsavedViewTest, TheNextWindowOffersWhatWasLeftAndRestoresIt) {
+  LeaveList("MSV?");
+  const auto window = Open();
+  EXPECT_TRUE(Offer(*window).startsWith("Nicht gespeicherte Befehlsliste vom "))
+      << Offer(*window).toStdString();
+  EXPECT_TRUE(Offer(*window).endsWith(", 1 Zeile"));
+  EXPECT_EQ(script::ListText(List(*window)), "") << "nothing happens unasked";
+  Click(*window, "cmdRestore");
+  EXPECT_EQ(script::ListText(List(*window)), ">MSV?");
+  EXPECT_TRUE(window->isWindowModified());
+  EXPECT_FALSE(Bar(*window)->isVisible());
+  EXPECT_EQ(window->focusWidget()->objectName(), "CommandScript");
+}
+
+TEST_F(UnsavedViewTest, RestoringIsAStepOfUndo) {
+  LeaveList("MSV?");
+  const auto window = Open();
+  List(*window).SetText(1, "anderes");
+  Click(*window, "cmdRestore");
+  EXPECT_EQ(List(*window).Undo(), 1);
+  EXPECT_EQ(script::ListText(List(*window)), ">anderes");
+}
+
+TEST_F(UnsavedViewTest, WhatIsDiscardedIsGone) {
+  LeaveList("MSV?");
+  {
+    const auto window = Open();
+    Click(*window, "cmdDiscard");
+    EXPECT_FALSE(Bar(*window)->isVisible());
+    EXPECT_EQ(script::ListText(List(*window)), "");
+  }
+  EXPECT_FALSE(Bar(*Open())->isVisible());
+}
+
+TEST_F(UnsavedViewTest, AnOfferThatNobodyAnswersIsMadeAgain) {
+  LeaveList("MSV?");
+  Open()->close();
+  EXPECT_NE(Offer(*Open()), "");
+}
+
+TEST_F(UnsavedViewTest, SeveralAreOfferedOneAfterTheOther) {
+  LeaveList("eins");
+  LeaveList("zwei");
+  const auto window = Open();
+  EXPECT_TRUE(Offer(*window).endsWith("(danach 1 weitere)"));
+  Click(*window, "cmdDiscard");
+  EXPECT_TRUE(Offer(*window).endsWith(", 1 Zeile"));
+  Click(*window, "cmdRestore");
+  EXPECT_FALSE(Bar(*window)->isVisible());
+}
+
+TEST_F(UnsavedViewTest, WindowsThatAreOpenAtOnceDoNotMix) {
+  const auto first = Open();
+  List(*first).SetText(1, "eins");
+  Bar(*first)->findChild<QTimer*>()->setInterval(0);
+  EXPECT_TRUE(QTest::qWaitFor([this] { return !temp_.Names().empty(); }));
+  const auto second = Open();
+  EXPECT_FALSE(Bar(*second)->isVisible());
+}
+
+TEST_F(UnsavedViewTest, TheCopyIsWrittenSomeTimeAfterTheFirstChange) {
+  const auto window = Open();
+  const auto* timer = Bar(*window)->findChild<QTimer*>();
+  EXPECT_FALSE(timer->isActive());
+  List(*window).HighlightLine(1, 1, 2, true);
+  EXPECT_FALSE(timer->isActive()) << "nothing to be kept";
+  List(*window).SetText(1, "A");
+  EXPECT_TRUE(timer->isActive());
+  EXPECT_EQ(timer->interval(), 2000);
+  EXPECT_TRUE(temp_.Names().empty());
+}
+
+TEST_F(UnsavedViewTest, WhatIsSavedLeavesNothingBehind) {
+  const std::string file = temp_.Path("a.CMD");
+  base::WriteBytes(file, "A\r\n");
+  {
+    const auto window = Open();
+    window->OpenCommandFile(file);
+    List(*window).SetText(1, "B");
+    window->findChild<QAction*>("mnuSaveCommandFile")->trigger();
+    window->close();
+  }
+  EXPECT_FALSE(Bar(*Open())->isVisible());
+  EXPECT_EQ(temp_.Names(), std::vector<std::string>{"a.CMD"});
+}
+
+TEST_F(UnsavedViewTest, WhatIsBeingTypedIsLeftToo) {
+  {
+    const auto window = Open();
+    auto* grid = window->findChild<script::CommandGrid*>();
+    QTest::keyClicks(grid, "M");
+    QTest::keyClicks(grid->findChild<QLineEdit*>(), "SV?");
+    window->close();
+  }
+  const auto window = Open();
+  Click(*window, "cmdRestore");
+  EXPECT_EQ(script::ListText(List(*window)), ">MSV?");
+}
+
+TEST_F(UnsavedViewTest, ARunKeepsItsListAndTheOffer) {
+  LeaveList("MSV?");
+  const auto window = Open();
+  script_.run.ScriptRunning = 1;
+  Click(*window, "cmdRestore");
+  script_.run.ScriptRunning = 0;
+  EXPECT_EQ(script::ListText(List(*window)), "");
+  EXPECT_NE(Offer(*window), "");
+}
+
+TEST_F(UnsavedViewTest, AScreenReaderReadsTheOffer) {
+  LeaveList("MSV?");
+  const auto window = Open();
+  EXPECT_EQ(QAccessible::queryAccessibleInterface(Bar(*window))->text(QAccessible::Name), Offer(*window));
+}
+
+}  // namespace
+}  // namespace kolvane::window
