@@ -1,8 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QIcon>
 #include <QImage>
 #include <QPainter>
+#include <QPalette>
+#include <QPixmapCache>
+#include <cmath>
 
 #include "window/images.h"
 
@@ -27,6 +31,35 @@ TEST(SvgIconEngineTest, AnIconIsDrawnInWhateverSizeIsAskedFor) {
 TEST(SvgIconEngineTest, ADisabledIconLooksOtherwise) {
   const QIcon icon = Icon("connect");
   EXPECT_NE(icon.pixmap(22, QIcon::Disabled).toImage(), icon.pixmap(22).toImage());
+}
+
+// How much an icon stands out against the bar that it is on.
+double Contrast(const QIcon& icon, QIcon::Mode mode, const QColor& ground) {
+  QImage bar(44, 44, QImage::Format_RGB32);
+  bar.fill(ground);
+  QPainter painter(&bar);
+  painter.drawPixmap(0, 0, icon.pixmap(44, mode));
+  painter.end();
+  double sum = 0;
+  for (int y = 0; y < bar.height(); ++y) {
+    for (int x = 0; x < bar.width(); ++x) sum += std::abs(qGray(bar.pixel(x, y)) - qGray(ground.rgb()));
+  }
+  return sum;
+}
+
+TEST(SvgIconEngineTest, ADisabledIconIsFaintOnBrightAndDarkDesktops) {
+  const QPalette before = QApplication::palette();
+  for (const QColor& ground : {QColor(239, 239, 239), QColor(53, 53, 53)}) {
+    QApplication::setPalette(QPalette(ground));
+    QPixmapCache::clear();
+    for (const char* name : {"save", "connect", "log-open", "help", "stop"}) {
+      const QIcon icon = Icon(name);
+      EXPECT_LT(Contrast(icon, QIcon::Disabled, ground), 0.6 * Contrast(icon, QIcon::Normal, ground))
+          << name << ' ' << ground.name().toStdString();
+    }
+  }
+  QApplication::setPalette(before);
+  QPixmapCache::clear();
 }
 
 TEST(SvgIconEngineTest, IconsOfOneFileShareTheirImages) {
