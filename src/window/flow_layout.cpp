@@ -43,7 +43,7 @@ int FlowLayout::Arrange(const QRect& rect, bool place) const {
   int row_height = 0;
   for (QLayoutItem* item : items_) {
     if (item->isEmpty()) continue;
-    const QSize size = item->sizeHint();
+    const QSize size = item->sizeHint().boundedTo({inner.width(), QLAYOUTSIZE_MAX});
     if (x > inner.x() && x + size.width() > inner.right() + 1) {
       x = inner.x();
       y += row_height + vertical_gap_;

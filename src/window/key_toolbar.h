@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QAction>
+#include <QPointer>
 #include <QToolBar>
+#include <QToolButton>
 #include <span>
 #include <string_view>
 
@@ -17,7 +19,8 @@ struct ButtonRow {
 };
 
 /// A toolbar whose buttons are actions with their key as objectName; their state is kept in the properties
-/// Tag (text "0" or "1") and Image (number in the image list) and in the tool tip.
+/// Tag (text "0" or "1") and Image (number in the image list) and in the tool tip. It is one stop in the tab
+/// order: the arrow keys go from button to button, Enter and the space bar press.
 class KeyToolbar : public QToolBar {
  public:
   KeyToolbar(const char* name, const char* title, std::span<const ButtonRow> buttons, QWidget* parent);
@@ -25,8 +28,20 @@ class KeyToolbar : public QToolBar {
   QAction* Button(const char* key) const;
   void ShowState(const char* key, int tag, int image, const QString& tool_tip);
 
+ protected:
+  void actionEvent(QActionEvent* event) override;
+  bool eventFilter(QObject* target, QEvent* event) override;
+
  private:
   void AddButton(const ButtonRow& row);
+  /// The buttons that can be gone to, in their order.
+  QList<QToolButton*> Stops() const;
+  /// The first enabled button from `start` on, or from the first one, around the bar.
+  QToolButton* EnabledFrom(const QAction* start) const;
+  void SetTabStop(QToolButton* button);
+  bool MoveByKey(QToolButton* from, int key);
+
+  QPointer<QToolButton> tab_stop_;
 };
 
 }  // namespace kolvane::window

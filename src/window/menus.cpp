@@ -19,14 +19,20 @@ struct ItemRow {
 };
 
 constexpr ItemRow kFile[] = {
-    {.name = "mnuNewCommandFile", .caption = "&Neue Befehlsliste", .icon = "list-new", .enabled = true},
+    {.name = "mnuNewCommandFile",
+     .caption = "&Neue Befehlsliste",
+     .icon = "list-new",
+     .shortcut = "Ctrl+N",
+     .enabled = true},
     {.name = "mnuOpenCommandFile",
      .caption = "Befehlsliste ö&ffnen...",
      .icon = "list-open",
+     .shortcut = "Ctrl+O",
      .enabled = true},
     {.name = "mnuSaveCommandFile",
      .caption = "Befehlsliste &speichern",
      .icon = "list-save",
+     .shortcut = "Ctrl+S",
      .enabled = true},
     {.name = "mnuSaveCommandFileAs",
      .caption = "Befehlsliste speichern &als...",

@@ -1,5 +1,8 @@
 #include "window/script_toolbar.h"
 
+#include <QLayout>
+#include <QStyle>
+
 namespace kolvane::window {
 namespace {
 
@@ -19,6 +22,11 @@ constexpr ButtonRow kButtons[] = {
     {"TB_SPECIALCOMMANDS", "special-commands", "Hilfe zu den $-Befehlen", true, false},
 };
 
+constexpr QSize kLarge(22, 22);
+constexpr QSize kSmall(16, 16);
+constexpr QSize kSmallest(12, 12);
+constexpr int kRunControls = 4;  // the first buttons
+
 }  // namespace
 
 ScriptToolbar::ScriptToolbar(QWidget* parent) : KeyToolbar("Toolbar3", "Befehlsliste", kButtons, parent) {
@@ -26,12 +34,30 @@ ScriptToolbar::ScriptToolbar(QWidget* parent) : KeyToolbar("Toolbar3", "Befehlsl
   Button("TB_PLAY")->setShortcut(Qt::Key_F5);
   Button("TB_STOP")->setShortcut(Qt::SHIFT | Qt::Key_F5);
   Button("TB_SINGLESTEP")->setShortcut(Qt::Key_F10);
+  // The key beside Scroll Lock is called otherwise while Ctrl is held.
+  Button("TB_BREAK")->setShortcuts({Qt::Key_F6, Qt::CTRL | Qt::Key_Pause, Qt::CTRL | Qt::Key_Cancel});
+  Button("TB_RECORD")->setShortcut(Qt::CTRL | Qt::Key_R);
+  Button("TB_PRINTSCRIPT")->setShortcut(Qt::CTRL | Qt::Key_P);
+  Button("TB_SPECIALCOMMANDS")->setShortcut(Qt::CTRL | Qt::Key_F1);
   Button("TB_RECORD")->setCheckable(true);
 }
 
 void ScriptToolbar::ShowRecording(int tag, int image) {
   ShowState("TB_RECORD", tag, image, Button("TB_RECORD")->toolTip());
   Button("TB_RECORD")->setChecked(tag == 1);
+}
+
+void ScriptToolbar::FitInto(int height) {
+  if (iconSize() == kLarge) whole_height_ = sizeHint().height();
+  if (height >= whole_height_) return setIconSize(kLarge);
+  setIconSize(height >= RunControlHeight(kSmall) ? kSmall : kSmallest);
+}
+
+int ScriptToolbar::RunControlHeight(QSize icons) const {
+  const int padding = widgetForAction(Button("TB_STOP"))->sizeHint().height() - iconSize().height();
+  const QMargins margins = layout()->contentsMargins();
+  return kRunControls * (icons.height() + padding + layout()->spacing()) + margins.top() + margins.bottom() +
+         style()->pixelMetric(QStyle::PM_ToolBarExtensionExtent, nullptr, this);
 }
 
 }  // namespace kolvane::window

@@ -10,6 +10,16 @@ class ScriptToolbar final : public KeyToolbar {
   explicit ScriptToolbar(QWidget* parent = nullptr);
 
   void ShowRecording(int tag, int image);
+
+  /// Makes the buttons small where they do not all find room in `height`, so that those that control a run
+  /// stay in view in the smallest window.
+  void FitInto(int height);
+
+ private:
+  /// Of the bar with those buttons alone in view.
+  int RunControlHeight(QSize icons) const;
+
+  int whole_height_ = 0;  ///< of the bar with large buttons
 };
 
 }  // namespace kolvane::window

@@ -1,14 +1,20 @@
 #include "window/unsaved_view.h"
 
 #include <QAccessible>
-#include <QHBoxLayout>
 #include <utility>
 
 #include "base/date_text.h"
 #include "script/texts.h"
+#include "window/flow_layout.h"
+#include "window/status_panel.h"
 #include "window/text.h"
 
 namespace kolvane::window {
+namespace {
+
+constexpr int kGap = 3;
+
+}  // namespace
 
 UnsavedView::UnsavedView(script::CommandGrid* grid, const std::string& folder, MessagePrompt& prompt,
                          QWidget* parent)
@@ -17,20 +23,22 @@ UnsavedView::UnsavedView(script::CommandGrid* grid, const std::string& folder, M
       prompt_(prompt),
       copy_(folder),
       left_(script::LeftCopies(folder)),
-      text_(new QLabel) {
+      text_(new StatusPanel) {
   setObjectName(QStringLiteral("UnsavedBar"));
   setBackgroundRole(QPalette::ToolTipBase);
   setForegroundRole(QPalette::ToolTipText);
   setAutoFillBackground(true);
   text_->setObjectName(QStringLiteral("UnsavedText"));
   text_->setTextFormat(Qt::PlainText);
-  text_->setWordWrap(true);
   text_->setForegroundRole(QPalette::ToolTipText);
-  auto* row = new QHBoxLayout(this);
-  row->setContentsMargins(6, 3, 3, 3);
-  row->addWidget(text_, 1);
+  auto* row = new FlowLayout(this, kGap, kGap);
+  row->setContentsMargins(2 * kGap, kGap, kGap, kGap);
+  row->addWidget(text_);
   row->addWidget(AddButton("cmdRestore", script::texts::kRestore, &UnsavedView::Restore));
-  row->addWidget(AddButton("cmdDiscard", script::texts::kDiscard, &UnsavedView::Discard));
+  auto* discard = AddButton("cmdDiscard", script::texts::kDiscard, &UnsavedView::Discard);
+  row->addWidget(discard);
+  text_->setFixedHeight(discard->sizeHint().height());
+  text_->setMinimumWidth(1);
   write_.setSingleShot(true);
   write_.setInterval(kWrittenAfterMs);
   connect(&write_, &QTimer::timeout, this, &UnsavedView::Keep);
@@ -81,6 +89,7 @@ void UnsavedView::ShowNext() {
   const script::LeftCopy& next = left_.front();
   text_->setText(ToQt(script::texts::LeftList(next.name(), base::DateTimeText(next.saved_at()), next.size(),
                                               left_.size() - 1)));
+  text_->setToolTip(text_->text());
   setAccessibleName(text_->text());
   Announce();
 }

@@ -33,18 +33,20 @@ void WindowArea::LayOutParts() {
   QStatusBar* first = status_bars_.first();
   QStatusBar* second = status_bars_.second();
   const int bar_height = terminal_bar_->HeightAt(width());
-  const int script_width = script_bar_->sizeHint().width();
-  const WindowLayout layout = LayOut({.inner_width = width(),
-                                      .inner_height = height(),
-                                      .split_left = kLeft,
-                                      .split_top = kTop,
-                                      .toolbar2_height = bar_height,
-                                      .toolbar3_width = script_width,
-                                      .status1_height = first->sizeHint().height(),
-                                      .status2_height = second->sizeHint().height(),
-                                      .command_left = kLeft,
-                                      .send_width = terminal_bar_->send()->sizeHint().width()});
-  if (!layout.applies) return;
+  LayoutInput input{.inner_width = width(),
+                    .inner_height = height(),
+                    .split_left = kLeft,
+                    .split_top = kTop,
+                    .toolbar2_height = bar_height,
+                    .status1_height = first->sizeHint().height(),
+                    .status2_height = second->sizeHint().height(),
+                    .command_left = kLeft,
+                    .send_width = terminal_bar_->send()->sizeHint().width()};
+  if (!LayOut(input).applies) return;
+  // Its width follows from the height that it gets.
+  script_bar_->FitInto(LayOut(input).split_height);
+  const int script_width = input.toolbar3_width = script_bar_->sizeHint().width();
+  const WindowLayout layout = LayOut(input);
   splitter_->resize(layout.split_width, layout.split_height);
   script_bar_->setGeometry(layout.toolbar3_left, kTop, script_width, layout.split_height);
   // Below the splitter everything stands on the window's lower edge.

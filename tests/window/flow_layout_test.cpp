@@ -2,10 +2,18 @@
 
 #include <gtest/gtest.h>
 
+#include <QLayoutItem>
 #include <QWidget>
 
 namespace kolvane::window {
 namespace {
+
+// Would like more than a narrow window has.
+class WideItem final : public QWidgetItem {
+ public:
+  using QWidgetItem::QWidgetItem;
+  QSize sizeHint() const override { return {300, 20}; }
+};
 
 class FlowLayoutTest : public testing::Test {
  protected:
@@ -32,6 +40,13 @@ TEST_F(FlowLayoutTest, PlacesItems) {
   layout_->setGeometry(QRect(0, 0, 215, 100));
   EXPECT_EQ(boxes_[1]->pos(), QPoint(110, 0));
   EXPECT_EQ(boxes_[2]->pos(), QPoint(0, 25));
+}
+
+TEST_F(FlowLayoutTest, GivesNoItemMoreThanTheWholeWidth) {
+  auto* wide = new QWidget(&parent_);
+  layout_->addItem(new WideItem(wide));
+  layout_->setGeometry(QRect(0, 0, 200, 200));
+  EXPECT_EQ(wide->width(), 200);
 }
 
 TEST_F(FlowLayoutTest, LeavesNoGapForAHiddenItem) {
