@@ -244,6 +244,7 @@ TEST_F(GridTest, ACharacterThatCannotBeSentIsMarkedWhileItIsTyped) {
   const QImage plain = editor->grab().toImage();
   EXPECT_EQ(editor->toolTip(), "");
   editor->setText("5 Ω");
+  QApplication::processEvents();
   EXPECT_EQ(editor->toolTip(), "Das Zeichen „Ω“ kann weder gesendet noch gespeichert werden");
   EXPECT_EQ(editor->accessibleDescription(), editor->toolTip());
   const auto red = [](const QImage& image) {
@@ -259,6 +260,7 @@ TEST_F(GridTest, ACharacterThatCannotBeSentIsMarkedWhileItIsTyped) {
   EXPECT_EQ(red(plain), 0);
   EXPECT_GT(red(editor->grab().toImage()), 0);
   editor->setText("5 µ");
+  QApplication::processEvents();
   EXPECT_EQ(editor->toolTip(), "");
   EXPECT_EQ(red(editor->grab().toImage()), 0);
 

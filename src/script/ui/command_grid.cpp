@@ -58,11 +58,11 @@ CommandGrid::CommandGrid(CommandList& list, QWidget* parent)
   connect(model_, &CommandListModel::CurrentRowMoved, this, &CommandGrid::ShowCurrentRow);
   connect(model_, &CommandListModel::FileShownAnew, this, &CommandGrid::FileShownAnew);
   connect(model_, &CommandListModel::dataChanged, this, &CommandGrid::DescribeState);
-  // Both come in the middle of an edit.
+  // In the middle of an edit no message can be shown.
   connect(
       model_, &CommandListModel::LinesLeftOut, this,
       [this](int count) { Q_EMIT ListFull(texts::NotPasted(count)); }, Qt::QueuedConnection);
-  connect(delegate, &RowDelegate::SeveralLines, this, &CommandGrid::FinishEdit, Qt::QueuedConnection);
+  connect(delegate, &RowDelegate::SeveralLines, this, &CommandGrid::FinishEdit);
   connect(qApp, &QApplication::focusChanged, this, [this] {
     update();
     viewport()->update();

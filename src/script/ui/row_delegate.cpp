@@ -133,12 +133,16 @@ QWidget* RowDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& 
   auto* editor = qobject_cast<QLineEdit*>(widget);
   if (editor == nullptr) return widget;
   editor->setAccessibleName(QString::fromStdString(texts::RowName(index.row() + 1)));
-  connect(editor, &QLineEdit::textChanged, editor, [this, editor] {
-    if (DropLastLineEnd(editor)) return;
-    MarkOutside(editor);
-    if (HasSeveralLines(editor->text())) Q_EMIT SeveralLines(editor);
-  });
+  // Later, as an input method that has put the text in sets formats of its own first.
+  connect(
+      editor, &QLineEdit::textChanged, editor, [this, editor] { LookAt(editor); }, Qt::QueuedConnection);
   return editor;
+}
+
+void RowDelegate::LookAt(QLineEdit* editor) const {
+  if (DropLastLineEnd(editor)) return;
+  MarkOutside(editor);
+  if (HasSeveralLines(editor->text())) Q_EMIT SeveralLines();
 }
 
 bool RowDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,

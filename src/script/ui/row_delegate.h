@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QLineEdit>
 #include <QStyledItemDelegate>
 
 namespace kolvane::script {
@@ -21,10 +22,13 @@ class RowDelegate final : public QStyledItemDelegate {
 
  Q_SIGNALS:
   /// Several lines stand in the editor, which can show only one.
-  void SeveralLines(QWidget* editor) const;
+  void SeveralLines() const;
 
  protected:
   void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
+
+ private:
+  void LookAt(QLineEdit* editor) const;
 };
 
 }  // namespace kolvane::script
