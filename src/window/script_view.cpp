@@ -74,10 +74,10 @@ ScriptView::ScriptView(ScriptParts parts, ScriptSurroundings surroundings, Scrip
   ConnectButtons();
   connect(grid_, &script::CommandGrid::ListFull, this,
           [this](const std::string& message) { around_.prompt.ShowError(message); });
-  connect(grid_, &script::CommandGrid::FileDropped, this, [this](const std::string& name) {
-    grid_->FinishEdit();
-    around_.prompt.Guard([this, &name] { files_.OpenFile(name); });
-  });
+  // Later, so that whoever it was dragged from need not wait for the file.
+  connect(
+      grid_, &script::CommandGrid::FileDropped, this, [this](const QString& name) { OpenDropped(name); },
+      Qt::QueuedConnection);
   ShowRecording();
   since_events_.start();
 }
@@ -122,6 +122,11 @@ void ScriptView::ConnectButtons() {
 void ScriptView::OnFiles(void (script::CommandFileMenu::*command)()) {
   grid_->FinishEdit();
   (files_.*command)();
+}
+
+void ScriptView::OpenDropped(const QString& name) {
+  grid_->FinishEdit();
+  around_.prompt.Guard([this, &name] { files_.OpenFile(FromQt(name)); });
 }
 
 void ScriptView::Play() {

@@ -69,6 +69,7 @@ class ScriptView final : public QObject, private script::RunHost {
   void Yield() override;
 
   void ConnectButtons();
+  void OpenDropped(const QString& name);
   void Play();
   void SingleStep();
   void AfterRun();

@@ -9,11 +9,9 @@
 #include <QScopedValueRollback>
 #include <QUrl>
 #include <algorithm>
-#include <utility>
 
 #include "script/list_editing.h"
 #include "script/texts.h"
-#include "script/ui/row_delegate.h"
 #include "terminal/ui/output_pane_paint.h"
 
 namespace kolvane::script {
@@ -35,18 +33,23 @@ bool IsControlY(const QKeyEvent* event) {
 }  // namespace
 
 CommandGrid::CommandGrid(CommandList& list, QWidget* parent)
-    : QTableView(parent), model_(new CommandListModel(list, this)) {
+    : QTableView(parent), model_(new CommandListModel(list, this)), delegate_(new RowDelegate(this)) {
   setObjectName(QStringLiteral("CommandScript"));
   setAccessibleName(QStringLiteral("Befehlsliste"));
   setModel(model_);
-  auto* delegate = new RowDelegate(this);
-  setItemDelegate(delegate);
+  setItemDelegate(delegate_);
   setAcceptDrops(true);
   setTabKeyNavigation(false);
   setSelectionBehavior(QAbstractItemView::SelectRows);
   setSelectionMode(QAbstractItemView::ContiguousSelection);
   setEditTriggers(DoubleClicked | EditKeyPressed | AnyKeyPressed);
   setWordWrap(false);
+  SetUpHeaders();
+  Connect();
+  ShowCurrentRow(list.current_row());
+}
+
+void CommandGrid::SetUpHeaders() {
   verticalHeader()->hide();
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   horizontalHeader()->setSectionResizeMode(CommandListModel::kMarkerColumn, QHeaderView::Fixed);
@@ -55,6 +58,9 @@ CommandGrid::CommandGrid(CommandList& list, QWidget* parent)
   horizontalHeader()->setHighlightSections(false);
   setColumnWidth(CommandListModel::kMarkerColumn, 18);
   FitRows();
+}
+
+void CommandGrid::Connect() {
   connect(model_, &CommandListModel::CurrentRowMoved, this, &CommandGrid::ShowCurrentRow);
   connect(model_, &CommandListModel::FileShownAnew, this, &CommandGrid::FileShownAnew);
   connect(model_, &CommandListModel::dataChanged, this, &CommandGrid::DescribeState);
@@ -62,12 +68,11 @@ CommandGrid::CommandGrid(CommandList& list, QWidget* parent)
   connect(
       model_, &CommandListModel::LinesLeftOut, this,
       [this](int count) { Q_EMIT ListFull(texts::NotPasted(count)); }, Qt::QueuedConnection);
-  connect(delegate, &RowDelegate::SeveralLines, this, &CommandGrid::FinishEdit);
+  connect(delegate_, &RowDelegate::SeveralLines, this, &CommandGrid::FinishEdit);
   connect(qApp, &QApplication::focusChanged, this, [this] {
     update();
     viewport()->update();
   });
-  ShowCurrentRow(list.current_row());
 }
 
 // An editor that went later would still hand its text to the list.
@@ -246,7 +251,7 @@ void CommandGrid::AnswerDrag(QDropEvent* event) const {
 
 void CommandGrid::dropEvent(QDropEvent* event) {
   AnswerDrag(event);
-  if (event->isAccepted()) Q_EMIT FileDropped(DraggedFile(*event->mimeData()).toStdString());
+  if (event->isAccepted()) Q_EMIT FileDropped(DraggedFile(*event->mimeData()));
 }
 
 // The frame tells where the keyboard is.

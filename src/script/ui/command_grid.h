@@ -3,6 +3,7 @@
 #include <QTableView>
 
 #include "script/ui/command_list_model.h"
+#include "script/ui/row_delegate.h"
 
 namespace kolvane::script {
 
@@ -52,7 +53,7 @@ class CommandGrid final : public QTableView {
   /// Rows that were to be pasted or inserted found no room; `message` tells the user.
   void ListFull(const std::string& message);
   /// A command file was dropped on the grid.
-  void FileDropped(const std::string& name);
+  void FileDropped(const QString& name);
 
  protected:
   void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
@@ -68,6 +69,8 @@ class CommandGrid final : public QTableView {
   void mousePressEvent(QMouseEvent* event) override;
 
  private:
+  void SetUpHeaders();
+  void Connect();
   bool EditByKey(const QKeyEvent* event);
   void GoToChange(int row);
   bool IsBehindList(int row) const;
@@ -78,6 +81,7 @@ class CommandGrid final : public QTableView {
   void FitRows();
 
   CommandListModel* model_;
+  RowDelegate* delegate_;
   bool showing_current_ = false;
 };
 
