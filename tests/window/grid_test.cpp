@@ -314,6 +314,13 @@ TEST_F(GridTest, TheCurrentRowIsGreyWhereTheListHasNoFocus) {
   EXPECT_NE(Grid()->grab().toImage().pixelColor(0, 5), highlight);
 }
 
+TEST_F(GridTest, TheFrameStaysWhileARowIsEdited) {
+  QApplication::setActiveWindow(&window_);
+  const QColor highlight = Grid()->palette().color(QPalette::Active, QPalette::Highlight);
+  ASSERT_NE(Edit(2), nullptr);
+  EXPECT_EQ(Grid()->grab().toImage().pixelColor(0, 5), highlight);
+}
+
 TEST_F(GridTest, AScreenReaderIsToldWhichRowFailed) {
   Fill({"$SILENT OFF", "$FALSCH"});
   EXPECT_EQ(Grid()->accessibleDescription(), "");

@@ -69,10 +69,6 @@ void CommandGrid::Connect() {
       model_, &CommandListModel::LinesLeftOut, this,
       [this](int count) { Q_EMIT ListFull(texts::NotPasted(count)); }, Qt::QueuedConnection);
   connect(delegate_, &RowDelegate::SeveralLines, this, &CommandGrid::FinishEdit);
-  connect(qApp, &QApplication::focusChanged, this, [this] {
-    update();
-    viewport()->update();
-  });
 }
 
 // An editor that went later would still hand its text to the list.
@@ -221,6 +217,7 @@ void CommandGrid::FinishEdit() {
 
 void CommandGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
   QTableView::closeEditor(editor, hint);
+  ShowFocus();
   // Enter has taken the text over: go on with the next row, as in any grid. A run that moves on closes the
   // editor, too, and has a row of its own to go to.
   if (hint == QAbstractItemDelegate::SubmitModelCache && !showing_current_)
@@ -230,6 +227,17 @@ void CommandGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHin
 void CommandGrid::focusInEvent(QFocusEvent* event) {
   if (event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason) Q_EMIT Touched();
   QTableView::focusInEvent(event);
+  ShowFocus();
+}
+
+void CommandGrid::focusOutEvent(QFocusEvent* event) {
+  QTableView::focusOutEvent(event);
+  ShowFocus();
+}
+
+void CommandGrid::ShowFocus() {
+  update();
+  viewport()->update();
 }
 
 void CommandGrid::mousePressEvent(QMouseEvent* event) {

@@ -65,6 +65,7 @@ class CommandGrid final : public QTableView {
   void dropEvent(QDropEvent* event) override;
   bool event(QEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
 
@@ -77,6 +78,7 @@ class CommandGrid final : public QTableView {
   void ShowCurrentRow(int row);
   void MoveCursor(int row);
   void DescribeState();
+  void ShowFocus();
   void AnswerDrag(QDropEvent* event) const;
   void FitRows();
 
