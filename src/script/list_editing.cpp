@@ -20,9 +20,9 @@ Texts LinesOf(std::string_view text) {
 
 // Leaves the first `room` lines; returns how many of the others hold text.
 int CutTo(Texts& lines, int room) {
-  const auto behind = lines.begin() + std::min(static_cast<int>(lines.size()), room);
-  const auto left_out = std::count_if(behind, lines.end(), [](const auto& line) { return !line.empty(); });
-  lines.erase(behind, lines.end());
+  const auto end = lines.begin() + std::min(static_cast<int>(lines.size()), room);
+  const auto left_out = std::count_if(end, lines.end(), [](const auto& line) { return !line.empty(); });
+  lines.erase(end, lines.end());
   return static_cast<int>(left_out);
 }
 
@@ -67,8 +67,8 @@ PastedRows ReplaceRow(CommandList& list, int row, std::string_view text) {
   const int used = list.InUse() ? row : std::max(list.LastUsedRow(), row);
   const int left_out = CutTo(lines, kListRows - used + 1);
   const PastedRows pasted{row + static_cast<int>(lines.size()) - 1, left_out};
-  const Texts behind = list.Texts(row + 1, used);
-  lines.insert(lines.end(), behind.begin(), behind.end());
+  const Texts after = list.Texts(row + 1, used);
+  lines.insert(lines.end(), after.begin(), after.end());
   list.SetTexts(row, lines);
   return pasted;
 }

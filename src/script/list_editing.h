@@ -24,8 +24,8 @@ struct PastedRows {
   int left_out = 0;  ///< lines that hold text and found no row
 };
 /// What was typed or pasted into the cell of `row`: its first line replaces the row, each further line
-/// becomes a row of its own, and the rows behind move down. During a run no row moves: there they are written
-/// over.
+/// becomes a row of its own, and the rows after it move down. During a run no row moves: further lines
+/// overwrite.
 PastedRows ReplaceRow(CommandList& list, int row, std::string_view text);
 
 /// Moves `row` and all behind it down by `count` rows. Returns false, and does nothing, where rows that hold

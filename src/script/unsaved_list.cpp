@@ -21,7 +21,7 @@ namespace fs = std::filesystem;
 constexpr char kPrefix[] = "list-";
 constexpr std::chrono::milliseconds kAtOnce{0};
 
-// A folder that is seen before its owner has locked it would pass for one that was left behind, so both are
+// A folder that is seen before its owner has locked it would pass for one without an owner, so both are
 // done under the lock of the folder around it.
 std::optional<CopyFolder> MakeFolder(const std::string& folder) {
   std::error_code failure;

@@ -25,7 +25,7 @@ struct CopyFolder {
   void Remove() const;
 };
 
-/// Keeps the copy of one list up to date. It stays behind when this goes; a failure leaves the one before.
+/// Keeps the copy of one list up to date. It stays when this goes; a failure leaves the one before.
 class UnsavedCopy {
  public:
   /// `folder` holds the copies of all windows and is made when it is needed; empty: no copy is kept.
@@ -42,7 +42,7 @@ class UnsavedCopy {
   std::uint64_t written_ = 0;  ///< the list's revision
 };
 
-/// A copy that a window has left behind. While this lives no other window is offered it.
+/// A copy whose window is gone. While this lives no other window is offered it.
 class LeftCopy {
  public:
   LeftCopy(CopyFolder folder, std::string name, std::vector<std::string> rows, std::time_t saved_at)

@@ -16,7 +16,7 @@ class ScriptToolbar final : public KeyToolbar {
   void FitInto(int height);
 
  private:
-  /// Of the bar with those buttons alone in view.
+  /// Of the bar with only those buttons in view.
   int RunControlHeight(QSize icons) const;
 
   int whole_height_ = 0;  ///< of the bar with large buttons

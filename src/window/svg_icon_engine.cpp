@@ -19,7 +19,7 @@ QPixmap Drawn(const QString& file, const QSize& size) {
   return image;
 }
 
-// Grey and nearly transparent: the style's own way tells the two apart on a bright bar alone.
+// Grey and nearly transparent: the style's own way tells the two apart only on a bright bar.
 QPixmap Disabled(const QPixmap& image) {
   constexpr int kPercent = 40;
   QImage faded = image.toImage().convertToFormat(QImage::Format_ARGB32);

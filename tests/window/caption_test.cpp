@@ -13,7 +13,7 @@ TEST(Caption, NamesListAndConnectionWhereThereAreAny) {
             "Kolvane Terminal - test.CMD - TCP/IP: 10.0.0.5, Port 7");
 }
 
-TEST(Caption, HasThePlaceOfTheMarkBehindAListThatIsModified) {
+TEST(Caption, HasThePlaceOfTheMarkAfterAListThatIsModified) {
   EXPECT_EQ(Caption("", "", true), "Kolvane Terminal[*]");
   EXPECT_EQ(Caption("/a/test.CMD", "COM1", true), "Kolvane Terminal - test.CMD[*] - COM1");
 }

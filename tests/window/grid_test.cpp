@@ -208,7 +208,7 @@ TEST_F(GridTest, LinesPastedIntoACellBecomeFurtherRows) {
   EXPECT_EQ(Rows(4), (QStringList{"eins", "zwei", "drei", ""}));
 }
 
-TEST_F(GridTest, EnterGoesOnBehindTheLinesThatWerePasted) {
+TEST_F(GridTest, EnterGoesOnAfterTheLinesThatWerePasted) {
   Fill({"eins"});
   QLineEdit* editor = Edit(2);
   ASSERT_NE(editor, nullptr);

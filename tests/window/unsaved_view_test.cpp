@@ -120,7 +120,7 @@ TEST_F(UnsavedViewTest, TheCopyIsWrittenSomeTimeAfterTheFirstChange) {
   EXPECT_TRUE(temp_.Names().empty());
 }
 
-TEST_F(UnsavedViewTest, WhatIsSavedLeavesNothingBehind) {
+TEST_F(UnsavedViewTest, WhatIsSavedLeavesNothing) {
   const std::string file = temp_.Path("a.CMD");
   base::WriteBytes(file, "A\r\n");
   {

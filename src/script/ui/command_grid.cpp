@@ -91,17 +91,17 @@ void CommandGrid::changeEvent(QEvent* event) {
   if (event->type() == QEvent::FontChange) FitRows();
 }
 
-bool CommandGrid::IsBehindList(int row) const {
+bool CommandGrid::IsPastList(int row) const {
   return row > list().LastUsedRow() && (row >= kListRows || list().InUse());
 }
 
 void CommandGrid::ShowCurrentRow(int row) {
-  if (!IsBehindList(row)) MoveCursor(row);
+  if (!IsPastList(row)) MoveCursor(row);
 }
 
 void CommandGrid::ShowRunEnd(int last_row) {
   model_->Flush();
-  if (IsBehindList(list().current_row())) MoveCursor(last_row);
+  if (IsPastList(list().current_row())) MoveCursor(last_row);
   DescribeState();
 }
 

@@ -8,8 +8,8 @@
 namespace kolvane::script {
 
 /// The grid `CommandScript` beside the output pane. Its current cell is the text of the list's current row,
-/// as long as there is something to see: a run ends behind the list. While a list runs the user can look and
-/// edit, but not move the row that the run stands at.
+/// as long as there is something to see: a run ends past the last row. While a list runs the user can look
+/// and edit, but not move the row that the run stands at.
 class CommandGrid final : public QTableView {
   Q_OBJECT
 
@@ -28,7 +28,7 @@ class CommandGrid final : public QTableView {
   RowSpan SelectedRows() const;
   /// Takes over what is being typed into a row, as Enter would, and stays there.
   void FinishEdit();
-  /// Shows at once what has changed, and after a run, which has passed the empty rows behind the list, puts
+  /// Shows at once what has changed, and after a run, which has passed the empty rows after the list, puts
   /// the cursor where there is something to see: in `last_row`, the one carried out last, or in row 1.
   void ShowRunEnd(int last_row);
 
@@ -74,7 +74,7 @@ class CommandGrid final : public QTableView {
   void Connect();
   bool EditByKey(const QKeyEvent* event);
   void GoToChange(int row);
-  bool IsBehindList(int row) const;
+  bool IsPastList(int row) const;
   void ShowCurrentRow(int row);
   void MoveCursor(int row);
   void DescribeState();

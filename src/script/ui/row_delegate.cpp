@@ -44,7 +44,7 @@ QString TroubleOf(const QString& text) {
   return outside.empty() ? QString() : QString::fromStdString(texts::NotInCodePage(outside));
 }
 
-// A line edit takes formats from an input method alone.
+// A line edit takes formats only from an input method.
 void MarkOutside(QLineEdit* editor) {
   QTextCharFormat wave;
   wave.setUnderlineStyle(QTextCharFormat::WaveUnderline);
