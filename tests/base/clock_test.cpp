@@ -1,0 +1,27 @@
+#include "base/clock.h"
+
+#include <gtest/gtest.h>
+
+#include <ctime>
+
+namespace kolvane::base {
+namespace {
+
+double Uptime() {
+  timespec now{};
+  clock_gettime(CLOCK_MONOTONIC, &now);
+  return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
+}
+
+TEST(SteadyClock, CountsFromItsOwnStart) {
+  const double before = Uptime();
+  const SteadyClock clock;
+  const double first = clock.Seconds();
+  const double second = clock.Seconds();
+  EXPECT_LE(first, Uptime() - before) << "however long the machine has been up";
+  EXPECT_GE(first, 0);
+  EXPECT_GE(second, first);
+}
+
+}  // namespace
+}  // namespace kolvane::base
