@@ -40,17 +40,24 @@ std::size_t HostPath::ReadBinary(std::string_view terminator, std::int32_t count
   HostRead read{kBinary, ReadTerminatorCode(terminator), count, std::string(), Bytes(SizeOf(count))};
   const bool done = Run([&](HostObject& host) {
     Read(host, read);
-    PutAtStart(read.buffer.ToBytes(), SizeOf(count), buffer);
+    const Bytes received = read.buffer.ToBytes();
+    nothing_came_ = count == 1 && received.empty();
+    PutAtStart(received, SizeOf(count), buffer);
   });
-  return done ? SizeOf(count) : 0;
+  return done && !nothing_came_ ? SizeOf(count) : 0;
 }
 
 DeviceError HostPath::LastError() {
   DeviceError error;
-  if (failure_ || !Run([&](HostObject& host) { error.code = Limited(host.LastError().ToInt32()); }))
-    return {device_status::kHostFailed, *failure_};
+  if (!failure_)
+    failure_ = FailureOf([&](HostObject& host) { error.code = Limited(host.LastError().ToInt32()); });
+  if (failure_) {
+    error = {device_status::kHostFailed, *failure_};
+  } else {
+    error.description = HostDescription();
+    if (nothing_came_ && error.code >= 0) error.code = device_status::kHostFailed;
+  }
   state_.last_result = error.code;
-  error.description = HostDescription();
   return error;
 }
 
@@ -58,15 +65,10 @@ void HostPath::ClearLastError() {
   Run([](HostObject& host) { host.SetLastError(0); });
 }
 
-HostObject& HostPath::Host() const {
-  if (state_.gObj == nullptr) throw RuntimeError(RuntimeError::Kind::kNoObject);
-  return *state_.gObj;
-}
-
 // A host without descriptions must not turn its own code into another one.
 std::string HostPath::HostDescription() const {
   std::string text;
-  const auto failure = FailureOf([&] { text = Host().LastErrorDescription(); });
+  const auto failure = FailureOf([&](HostObject& host) { text = host.LastErrorDescription(); });
   return failure ? *failure : text;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <exception>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -12,14 +13,16 @@ namespace kolvane::device {
 
 /// What both host modes have in common: reads, the error properties of the host's object, and that nothing a
 /// host throws gets past. An exception makes the operation fail with its text as description, up to the next
-/// operation or ClearLastError.
+/// operation or ClearLastError. The host's object lives to the end of each call, whoever releases it in
+/// there.
 class HostPath : public Device {
  public:
   explicit HostPath(DeviceState& state) : state_(state) {}
 
   /// The host gets `count` blanks to fill, and may answer with a text or with bytes.
   void ReadText(std::string_view terminator, std::int32_t count, std::string& answer, Bytes& buffer) override;
-  /// The host gets `count` zero bytes to fill; what it leaves out stays zero and counts as received.
+  /// The host gets `count` zero bytes to fill; what it leaves out stays zero and counts as received. A read of
+  /// one byte that brings none is a failure: an answer that is read byte by byte ends there.
   std::size_t ReadBinary(std::string_view terminator, std::int32_t count, Bytes& buffer) override;
   /// A host's code beyond 16 bits becomes the nearest one within, so that its sign stays true.
   DeviceError LastError() override;
@@ -39,7 +42,8 @@ class HostPath : public Device {
   /// Runs `call` on the host's object; false when it threw or there is no object.
   template <typename Call>
   bool Run(Call call) {
-    failure_ = FailureOf([&] { call(Host()); });
+    nothing_came_ = false;
+    failure_ = FailureOf(call);
     if (failure_) state_.last_result = device_status::kHostFailed;
     return !failure_;
   }
@@ -48,9 +52,11 @@ class HostPath : public Device {
 
  private:
   template <typename Call>
-  static std::optional<std::string> FailureOf(Call call) {
+  std::optional<std::string> FailureOf(Call call) const {
+    const std::shared_ptr<HostObject> held = state_.gObj;
     try {
-      call();
+      if (held == nullptr) throw RuntimeError(RuntimeError::Kind::kNoObject);
+      call(*held);
     } catch (const std::exception& error) {
       return error.what();
     } catch (...) {
@@ -59,11 +65,11 @@ class HostPath : public Device {
     return std::nullopt;
   }
 
-  HostObject& Host() const;
   std::string HostDescription() const;
 
   DeviceState& state_;
   std::optional<std::string> failure_;
+  bool nothing_came_ = false;  // in answer to the read of one byte
 };
 
 }  // namespace kolvane::device

@@ -24,8 +24,8 @@ void IndexedHostPath::SetTimeout(std::int32_t milliseconds) {
 }
 
 std::optional<std::int32_t> IndexedHostPath::FlushInput() {
-  const bool done = Run([this](HostObject& host) { host.IO().FlushInQ(state().DevIdx); });
-  return done ? std::optional(0) : std::nullopt;
+  Run([this](HostObject& host) { host.IO().FlushInQ(state().DevIdx); });
+  return 0;
 }
 
 void IndexedHostPath::ActivateInterpreter() { Open(); }

@@ -14,7 +14,7 @@ class IndexedHostPath final : public HostPath {
   void Close() override;
   void Write(std::string_view command, std::string_view terminator, std::int16_t extra) override;
   void SetTimeout(std::int32_t milliseconds) override;
-  /// 0, as this host call tells no number; nothing when it failed.
+  /// 0, as this host call tells no number.
   std::optional<std::int32_t> FlushInput() override;
   void ActivateInterpreter() override;
 

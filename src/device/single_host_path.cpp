@@ -17,8 +17,7 @@ void SingleHostPath::Write(std::string_view command, std::string_view terminator
 
 std::optional<std::int32_t> SingleHostPath::FlushInput() {
   std::int32_t count = 0;
-  const bool done = Run([&](HostObject& host) { host.FlushInQ(count); });
-  return done ? std::optional(count) : std::nullopt;
+  return Run([&](HostObject& host) { host.FlushInQ(count); }) ? count : 0;
 }
 
 void SingleHostPath::Read(HostObject& host, HostRead& read) {

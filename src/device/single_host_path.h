@@ -14,7 +14,7 @@ class SingleHostPath final : public HostPath {
   void Close() override;
   void Write(std::string_view command, std::string_view terminator, std::int16_t extra) override;
   void SetTimeout(std::int32_t) override {}
-  /// What the host counted; nothing when the call failed.
+  /// What the host counted; 0 when the call failed.
   std::optional<std::int32_t> FlushInput() override;
   void ActivateInterpreter() override {}
 

@@ -161,11 +161,85 @@ TEST_F(SingleHost, AFailedReadLeavesNoAnswer) {
   EXPECT_EQ(io.LastError().description, "Zeitüberschreitung");
 }
 
-TEST_F(SingleHost, AFailedFlushTellsNoCount) {
+TEST_F(SingleHost, AFlushThatTheHostRefusesCountsNothing) {
   state.connected = true;
+  host->flushed = 17;
   host->script.on_call["FlushInQ"] = [] { throw std::runtime_error("nein"); };
-  EXPECT_EQ(io.FlushInput(), std::nullopt);
+  EXPECT_EQ(io.FlushInput(), 0);
   EXPECT_LT(io.LastError().code, 0);
+}
+
+TEST_F(IndexedHost, AFlushThatTheHostRefusesCountsNothing) {
+  state.connected = true;
+  host->script.on_call["IO.FlushInQ"] = [] { throw std::runtime_error("nein"); };
+  EXPECT_EQ(io.FlushInput(), 0);
+  EXPECT_LT(io.LastError().code, 0);
+}
+
+// Count and text reads take what there is; a single byte is what an answer without an end is made of.
+TEST_F(SingleHost, AReadOfOneByteThatBringsNoneIsAFailure) {
+  for (const Variant& nothing : {Variant(Bytes{}), Variant(""), Variant()}) {
+    host->script.read = [&](Variant&, Variant& bytes) { bytes = nothing; };
+    io.ReadBinary("", 1, buffer);
+    for (int i = 0; i < 2; ++i) EXPECT_LT(io.LastError().code, 0);
+    EXPECT_LT(state.last_result, 0);
+    io.ClearLastError();
+    EXPECT_EQ(io.LastError().code, 0);
+    io.ReadBinary("", 2, buffer);
+    EXPECT_EQ(io.LastError().code, 0);
+  }
+  host->script.read = [](Variant&, Variant& bytes) { bytes = Bytes{0}; };
+  io.ReadBinary("", 1, buffer);
+  EXPECT_EQ(io.LastError().code, 0);
+}
+
+TEST_F(SingleHost, AReadOfOneByteThatBringsNoneKeepsTheHostsOwnError) {
+  host->script.read = [this](Variant&, Variant& bytes) {
+    bytes = Bytes{};
+    host->last_error = -7;
+    host->description = "Zeitüberschreitung";
+  };
+  io.ReadBinary("", 1, buffer);
+  EXPECT_EQ(io.LastError().code, -7);
+  EXPECT_EQ(io.LastError().description, "Zeitüberschreitung");
+}
+
+// A host whose only owner is the terminal, and which says when it goes.
+class OwnedHost final : public HostObject {
+ public:
+  OwnedHost(DeviceState& state, bool& gone) : state_(state), gone_(gone) {}
+  ~OwnedHost() override { gone_ = true; }
+  void OpenDevice() override { GiveUp(); }
+  void WriteCommand(const std::string&) override { GiveUp(); }
+  std::string LastErrorDescription() override {
+    GiveUp();
+    return "noch da";
+  }
+  Variant LastError() override { return -3; }
+
+ private:
+  void GiveUp() {
+    state_.gObj.reset();
+    EXPECT_FALSE(gone_) << "in the middle of its own call";
+  }
+
+  DeviceState& state_;
+  bool& gone_;
+};
+
+TEST_F(SingleHost, LivesToTheEndOfACallThatReleasesIt) {
+  bool gone = false;
+  const auto own = [&] { state.gObj = std::make_shared<OwnedHost>(state, gone = false); };
+  own();
+  io.Open();
+  EXPECT_TRUE(gone);
+  own();
+  io.Write("A", "\n", 0);
+  EXPECT_TRUE(gone);
+  own();
+  EXPECT_EQ(io.LastError().description, "noch da");
+  EXPECT_TRUE(gone);
+  EXPECT_EQ(io.LastError().description, "Kein Geräteobjekt übergeben");
 }
 
 TEST_F(SingleHost, ErrorPropertiesThatThrowAreFailuresToo) {
@@ -221,7 +295,7 @@ TEST(HostPath, WithoutAnObjectEveryOperationFails) {
     world.io.Open();
     EXPECT_EQ(world.io.LastError().code, device_status::kHostFailed);
     EXPECT_EQ(world.io.LastError().description, "Kein Geräteobjekt übergeben");
-    EXPECT_EQ(world.io.FlushInput(), std::nullopt);
+    EXPECT_EQ(world.io.FlushInput(), 0);
   }
 }
 
