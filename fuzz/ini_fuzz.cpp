@@ -17,9 +17,8 @@ constexpr std::uint32_t kOneRoundTripIn = 64;
 class TextStore final : public component::SettingsStore {
  public:
   explicit TextStore(const component::IniText& text) : text_(text) {}
-  std::string Read(const std::string& section, const std::string& key,
-                   const std::string& fallback) const override {
-    return text_.Find(section, key).value_or(fallback);
+  std::optional<std::string> Find(const std::string& section, const std::string& key) const override {
+    return text_.Find(section, key);
   }
   void Write(const std::string&, const std::string&, const std::string&) override {}
   std::optional<component::SaveFailure> Flush() override { return std::nullopt; }

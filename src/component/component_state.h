@@ -1,5 +1,8 @@
 #pragma once
 
+#include <optional>
+
+#include "component/host_parameters.h"
 #include "device/connection_parameters.h"
 #include "device/device_state.h"
 #include "kolvane/MainClass.h"
@@ -13,6 +16,7 @@ namespace kolvane::component {
 struct ComponentState {
   device::DeviceState device;
   device::ConnectionParameters connection;
+  std::optional<HostParts> host_parts;  ///< what of it a host gave, operating modes 0 and 1
   terminal::TerminalState terminal;
   script::ScriptState script;
   terminal::WindowSettings window;

@@ -1,7 +1,15 @@
 #include "component/host_parameters.h"
 
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+
 #include "base/runtime_error.h"
+#include "component/texts.h"
+#include "device/connection_choices.h"
 #include "device/operating_mode.h"
+#include "device/port_table.h"
 
 namespace kolvane::component {
 namespace {
@@ -22,63 +30,104 @@ enum Property : std::int16_t {
 
 constexpr std::int16_t kStandardIpPort = 7;
 
-HostObject& Host(const device::DeviceState& state) {
+// A value that a host gave, with the place where it gave it.
+class HostValue {
+ public:
+  HostValue(std::string place, Variant value) : place_(std::move(place)), value_(std::move(value)) {}
+
+  std::int16_t ToInt16() const { return As(&Variant::ToInt16); }
+  std::int32_t ToInt32() const { return As(&Variant::ToInt32); }
+  std::string ToText() const { return As(AddressText); }
+
+ private:
+  // Nothing is an empty text elsewhere, but no address.
+  static std::string AddressText(const Variant& value) {
+    if (value.empty()) throw base::RuntimeError(base::RuntimeError::Kind::kTypeMismatch);
+    return value.ToText();
+  }
+
+  template <typename Convert>
+  auto As(Convert convert) const {
+    try {
+      return std::invoke(convert, value_);
+    } catch (const base::RuntimeError& error) {
+      throw base::RuntimeError(error.kind(), texts::NotConverted(error.what(), place_, value_));
+    }
+  }
+
+  std::string place_;
+  Variant value_;
+};
+
+// The object itself, kept for as long as it works.
+std::shared_ptr<HostObject> Host(const device::DeviceState& state) {
   if (!state.gObj) throw base::RuntimeError(base::RuntimeError::Kind::kNoObject);
-  return *state.gObj;
+  return state.gObj;
 }
 
 // The host is asked for its IO object each time: it may make a new one for each operation.
-Variant ValueOf(const device::DeviceState& state, std::int16_t number) {
-  std::int16_t dev_idx = state.DevIdx;
+HostValue ValueOf(device::DeviceState& state, std::int16_t number) {
+  std::string place = texts::PropertyPlace(number);
   Variant value;
-  Host(state).IO().GetDeviceProperty(dev_idx, number, value);
-  return value;
+  const std::shared_ptr<HostObject> host = Host(state);
+  host->IO().GetDeviceProperty(state.DevIdx, number, value);
+  return {std::move(place), std::move(value)};
 }
 
-// Nothing is an empty text elsewhere, but no address.
-std::string AddressText(const Variant& value) {
-  if (value.empty()) throw base::RuntimeError(base::RuntimeError::Kind::kTypeMismatch);
-  return value.ToText();
+HostParts TakeKind(const HostValue& value, device::ConnectionParameters& p) {
+  p.port_code = value.ToInt16();
+  const device::PortKind* kind = device::PortKindOfCode(p.port_code);
+  if (kind != nullptr) p.port_option = kind->option;
+  return {.kind = kind != nullptr,
+          .address = p.port_code != code::kTcpIp && p.port_code != code::kUsb,
+          .ip_address = p.port_code == code::kTcpIp,
+          .usb_address = p.port_code == code::kUsb};
 }
 
-void ReadByIndex(const device::DeviceState& state, device::ConnectionParameters& p) {
+HostParts ReadByIndex(device::DeviceState& state, device::ConnectionParameters& p) {
   const auto property = [&](Property number) { return ValueOf(state, number); };
-  p.port_code = property(kPortKind).ToInt16();
+  HostParts given = TakeKind(property(kPortKind), p);
   p.baud = property(kBaud).ToInt32();
   p.parity = property(kParity).ToInt16();
+  given.baud = device::BaudIndex(p.baud).has_value();
+  given.parity = true;
   if (p.port_code == code::kLpt1 || p.port_code == code::kLpt2) p.lpt_mode = p.parity;
   p.data_bits = property(kDataBits).ToInt16();
   p.stop_bits = property(kStopBits).ToInt16();
-  if (p.port_code == code::kTcpIp) {
-    p.ip_address = AddressText(property(kNetworkAddress));
+  if (given.ip_address) {
+    p.ip_address = property(kNetworkAddress).ToText();
     p.ip_port = p.data_bits == 8 ? kStandardIpPort : p.data_bits;
-  } else if (p.port_code == code::kUsb) {
-    p.usb_address = AddressText(property(kNetworkAddress));
+  } else if (given.usb_address) {
+    p.usb_address = property(kNetworkAddress).ToText();
   } else {
     p.address = property(kAddress).ToInt16();
   }
+  return given;
 }
 
-void ReadSingle(const device::DeviceState& state, device::ConnectionParameters& p) {
+HostParts ReadSingle(const device::DeviceState& state, device::ConnectionParameters& p) {
   Variant kind;
-  Variant address;
-  Host(state).GetDeviceInfo(kind, address);
-  p.port_code = kind.ToInt16();
-  if (p.port_code == code::kTcpIp) {
-    p.ip_address = AddressText(address);
+  Variant info;
+  Host(state)->GetDeviceInfo(kind, info);
+  const HostParts given = TakeKind({texts::kInfoKind, kind}, p);
+  const HostValue address(texts::kInfoAddress, info);
+  if (given.ip_address) {
+    p.ip_address = address.ToText();
     p.ip_port = kStandardIpPort;
-  } else if (p.port_code == code::kUsb) {
-    p.usb_address = AddressText(address);
+  } else if (given.usb_address) {
+    p.usb_address = address.ToText();
   } else {
     p.address = address.ToInt16();
   }
+  return given;
 }
 
 }  // namespace
 
-void ReadHostParameters(const device::DeviceState& state, device::ConnectionParameters& parameters) {
-  if (state.OperMode == mode::kHostByIndex) ReadByIndex(state, parameters);
-  if (state.OperMode == mode::kHost) ReadSingle(state, parameters);
+HostParts ReadHostParameters(device::DeviceState& state, device::ConnectionParameters& parameters) {
+  if (state.OperMode == mode::kHostByIndex) return ReadByIndex(state, parameters);
+  if (state.OperMode == mode::kHost) return ReadSingle(state, parameters);
+  return {};
 }
 
 }  // namespace kolvane::component

@@ -37,10 +37,11 @@ class IniStore final : public SettingsStore {
  public:
   explicit IniStore(std::string path) : IniStore(path, Content(path)) {}
 
-  std::string Read(const std::string& section, const std::string& key,
-                   const std::string& fallback) const override {
+  std::string File() const override { return path_; }
+
+  std::optional<std::string> Find(const std::string& section, const std::string& key) const override {
     const auto written = written_.find({section, key});
-    return written != written_.end() ? written->second : text_.Find(section, key).value_or(fallback);
+    return written != written_.end() ? written->second : text_.Find(section, key);
   }
 
   void Write(const std::string& section, const std::string& key, const std::string& value) override {

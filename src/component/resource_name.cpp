@@ -153,7 +153,7 @@ void ApplyResource(const Resource& resource, device::ConnectionParameters& param
   parameters.ip_port = resource.ip_port;
   parameters.usb_address = resource.serial_number;
   parameters.node = resource.node;
-  // What the settings hold for a stored connection.
+  // Nothing is stored for a named connection; the usual values do for every kind.
   parameters.data_bits = 8;
   parameters.stop_bits = 1;
   parameters.receive_buffer = 4096;

@@ -7,6 +7,7 @@
 #include "base/number.h"
 #include "base/runtime_error.h"
 #include "component/texts.h"
+#include "device/port_table.h"
 
 namespace kolvane::component {
 namespace {
@@ -21,6 +22,9 @@ struct Index {  // of a list, which could not show anything past its last entry
   std::uint8_t* value;
   std::uint8_t entries;
 };
+struct PortOption {  // one of the kinds there are
+  std::int16_t* value;
+};
 struct NumberText {  // shown as it stands, but a 32-bit whole number
   std::string* value;
 };
@@ -28,8 +32,8 @@ struct ReceiveBuffer {  // stored in 16 bits
   std::int32_t* value;
 };
 
-using Field =
-    std::variant<std::int16_t*, std::int32_t*, bool*, std::string*, IpPort, Index, NumberText, ReceiveBuffer>;
+using Field = std::variant<std::int16_t*, std::int32_t*, bool*, std::string*, IpPort, Index, PortOption,
+                           NumberText, ReceiveBuffer>;
 
 struct Converter {
   const std::string& text;
@@ -57,6 +61,12 @@ struct Converter {
     *field.value = static_cast<std::uint8_t>(index);
   }
 
+  void operator()(PortOption field) const {
+    const std::int16_t option = base::TextToInt16(text);
+    if (device::PortKindOfOption(option) == nullptr) throw RuntimeError(RuntimeError::Kind::kSubscript);
+    *field.value = option;
+  }
+
   void operator()(NumberText field) const {
     base::TextToInt32(text);
     *field.value = text;
@@ -73,6 +83,7 @@ struct Writer {
     return std::to_string(static_cast<std::uint16_t>(*field.value));
   }
   std::string operator()(Index field) const { return std::to_string(*field.value); }
+  std::string operator()(PortOption field) const { return std::to_string(*field.value); }
 
   // A text that is no such number would keep the terminal from opening next time.
   std::string operator()(NumberText field) const {
@@ -92,22 +103,23 @@ struct Row {
   const char* section;
   const char* key;
   const char* fallback;
-  Scope scope;  // kConnection: a host may have given it instead
+  Scope scope;  // kConnection: not read where a host has the connection
   Use use;
   Field (*field)(SettingsTarget&);
+  bool HostParts::*said = nullptr;  // what of a host's connection is kept in it
 };
 
 const Row kRows[] = {
     {"PORT", "PORT", "4", kConnection, kWritten,
-     [](SettingsTarget& t) -> Field { return &t.connection.port_option; }},
+     [](SettingsTarget& t) -> Field { return PortOption{&t.connection.port_option}; }, &HostParts::kind},
     {"PORT", "ADDRESS", "4", kConnection, kWritten,
-     [](SettingsTarget& t) -> Field { return &t.connection.address; }},
+     [](SettingsTarget& t) -> Field { return &t.connection.address; }, &HostParts::address},
     {"PORT", "IPADDRESS", "", kConnection, kWritten,
-     [](SettingsTarget& t) -> Field { return &t.connection.ip_address; }},
+     [](SettingsTarget& t) -> Field { return &t.connection.ip_address; }, &HostParts::ip_address},
     {"PORT", "IPPORT", "7", kConnection, kWritten,
-     [](SettingsTarget& t) -> Field { return IpPort{&t.connection.ip_port}; }},
+     [](SettingsTarget& t) -> Field { return IpPort{&t.connection.ip_port}; }, &HostParts::ip_address},
     {"PORT", "USBADDRESS", "", kConnection, kWritten,
-     [](SettingsTarget& t) -> Field { return &t.connection.usb_address; }},
+     [](SettingsTarget& t) -> Field { return &t.connection.usb_address; }, &HostParts::usb_address},
     {"PORT", "RSTIMO", "5", kConnection, kWritten,
      [](SettingsTarget& t) -> Field { return &t.connection.timeout_entries.rs232_seconds; }},
     {"PORT", "GPIBTIMO", "4", kConnection, kWritten,
@@ -119,9 +131,9 @@ const Row kRows[] = {
     {"PORT", "USBTIMO", "5", kConnection, kWritten,
      [](SettingsTarget& t) -> Field { return &t.connection.timeout_entries.usb_seconds; }},
     {"PORT", "BAUD", "0", kConnection, kWritten,
-     [](SettingsTarget& t) -> Field { return &t.connection.baud_index; }},
+     [](SettingsTarget& t) -> Field { return &t.connection.baud_index; }, &HostParts::baud},
     {"PORT", "PARITY", "1", kConnection, kWritten,
-     [](SettingsTarget& t) -> Field { return &t.connection.parity; }},
+     [](SettingsTarget& t) -> Field { return &t.connection.parity; }, &HostParts::parity},
     {"PORT", "RCVBUF", "1", kConnection, kReadOnly,
      [](SettingsTarget& t) -> Field { return ReceiveBuffer{&t.connection.receive_buffer}; }},
     {"PORT", "DATABITS", "1", kConnection, kReadOnly,
@@ -181,14 +193,20 @@ void LoadSettings(const SettingsStore& store, SettingsTarget target, bool with_c
     try {
       std::visit(Converter{value}, row.field(target));
     } catch (const RuntimeError& error) {
-      throw RuntimeError(error.kind(), texts::NotLoaded(row.section, row.key, value, error.what()));
+      throw RuntimeError(error.kind(),
+                         texts::NotLoaded(row.section, row.key, value, error.what(), store.File()));
     }
   }
 }
 
-std::optional<SaveFailure> SaveSettings(SettingsStore& store, SettingsTarget target) {
+std::optional<SaveFailure> SaveSettings(SettingsStore& store, SettingsTarget target, const HostParts* host) {
   for (const Row& row : kRows) {
-    if (row.use == kWritten) store.Write(row.section, row.key, std::visit(Writer{}, row.field(target)));
+    if (row.use != kWritten) continue;
+    if (host == nullptr || row.scope == kAlways || (row.said != nullptr && host->*row.said)) {
+      store.Write(row.section, row.key, std::visit(Writer{}, row.field(target)));
+    } else if (!store.Find(row.section, row.key)) {
+      store.Write(row.section, row.key, row.fallback);
+    }
   }
   store.Write("TERMINAL", "SHOWRESPONSETIME", Writer{}(&target.terminal.options.show_response_times));
   store.Write("TERMINAL", "LINEBREAKS", Writer{}(&target.terminal.options.line_breaks));

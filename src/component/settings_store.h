@@ -16,15 +16,19 @@ struct SaveFailure {
 class SettingsStore {
  public:
   virtual ~SettingsStore() = default;
-  virtual std::string Read(const std::string& section, const std::string& key,
-                           const std::string& fallback) const = 0;
+  /// Where the texts are kept, for messages; empty for a store without a file.
+  virtual std::string File() const { return {}; }
+  virtual std::optional<std::string> Find(const std::string& section, const std::string& key) const = 0;
+  std::string Read(const std::string& section, const std::string& key, const std::string& fallback) const {
+    return Find(section, key).value_or(fallback);
+  }
   virtual void Write(const std::string& section, const std::string& key, const std::string& value) = 0;
   /// Makes what was written since last, all of it or nothing.
   [[nodiscard]] virtual std::optional<SaveFailure> Flush() = 0;
 };
 
 /// The INI file `path`; the user's own (Kolvane/Kolvane.ini in the configuration folder) where it is empty.
-/// Read gives what the file held when it was opened; what could not be read then is empty, and is never
+/// Find gives what the file held when it was opened; what could not be read then is empty, and is never
 /// written over. Flush replaces the file at once and keeps its other sections, keys and comments, also those
 /// that have come since; of two stores that flush at the same time the later one's texts stand.
 std::unique_ptr<SettingsStore> OpenIniStore(const std::string& path);

@@ -6,6 +6,7 @@
 #include <QSocketNotifier>
 #include <QTimer>
 #include <memory>
+#include <optional>
 
 #include "base/runtime_error.h"
 #include "base/user_folder.h"
@@ -55,8 +56,11 @@ void LoadOrTell(const SettingsStore& store, ComponentState& state) {
     prompt.ShowError(error.what());
     throw;
   }
-  if (state.device.OperMode == mode::kPortLibrary)
+  if (state.device.OperMode == mode::kPortLibrary) {
     device::ConfirmStoredConnection(state.connection, ComponentFolder(state.options.Folder), prompt);
+  } else if (!IsHostMode(state.device.OperMode)) {
+    device::DeriveFromStored(state.connection);
+  }
 }
 
 // The window is going, so what could not be saved is told where nobody has to answer.
@@ -137,7 +141,8 @@ void RunTerminal(ComponentState& state, std::int16_t oper_mode, std::int16_t dev
   const OpenMark mark(state.window_open);
   state.device.DevIdx = dev_idx;
   state.device.OperMode = oper_mode;
-  ReadHostParameters(state.device, state.connection);
+  const HostParts parts = ReadHostParameters(state.device, state.connection);
+  state.host_parts = IsHostMode(oper_mode) ? std::optional(parts) : std::nullopt;
   const Application application;
   CloseRequest close(state.options.CloseDescriptor);
   ResetForWindow(state);

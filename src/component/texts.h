@@ -1,20 +1,35 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "base/system_error_text.h"
 #include "component/ini_value.h"
 #include "component/settings_store.h"
+#include "kolvane/Variant.h"
 
 namespace kolvane::component::texts {
 
 inline constexpr const char* kAlreadyOpen = "Das Terminal ist bereits geöffnet";
 inline constexpr const char* kRunStopped = "Der Ablauf wurde abgebrochen.";
 
+/// `file` is empty for a store that is none.
 inline std::string NotLoaded(const std::string& section, const std::string& key, const std::string& value,
-                             const std::string& reason) {
+                             const std::string& reason, const std::string& file) {
   return "Die gespeicherte Einstellung [" + section + "] " + key + "=" + ShownIniValue(value) +
-         " kann nicht gelesen werden: " + reason;
+         " kann nicht gelesen werden: " + reason + (file.empty() ? "" : " (Datei „" + file + "“)");
+}
+
+inline constexpr const char* kInfoKind = "GetDeviceInfo, Schnittstelle";
+inline constexpr const char* kInfoAddress = "GetDeviceInfo, Adresse";
+
+inline std::string PropertyPlace(std::int16_t number) {
+  return "GetDeviceProperty, Eigenschaft " + std::to_string(number);
+}
+
+inline std::string NotConverted(const std::string& reason, const std::string& place, const Variant& value) {
+  const std::string shown = value.empty() ? "kein Wert" : "„" + ShownIniValue(value.ToText()) + "“";
+  return reason + " (" + place + ": " + shown + ")";
 }
 
 inline std::string NotSaved(const SaveFailure& failure) {

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 
 #include "device/connection_parameters.h"
 
@@ -21,6 +22,9 @@ inline constexpr std::array<const char*, 8> kGpibTimeoutChoices = {"100 ms", "30
 inline constexpr std::array<const char*, 5> kLptModeChoices = {"Nibble Mode", "Bit 8 Mode", "Byte Mode",
                                                                "EPP Mode", "Orbanyx Interlink Modus"};
 inline constexpr std::array<const char*, 5> kLptTimeoutChoices = {"3 s", "10 s", "30 s", "100 s", "300 s"};
+
+/// The place of a rate in kBaudChoices.
+std::optional<std::int32_t> BaudIndex(std::int32_t rate);
 
 /// The highest bus address that is accepted, typed or not.
 inline constexpr std::int16_t kLastAddress = 31;

@@ -54,4 +54,12 @@ bool CompleteConnection(ConnectionParameters& parameters, const std::string& com
   return StoreForm(form, parameters);
 }
 
+void DeriveFromStored(ConnectionParameters& parameters) {
+  ConnectionParameters confirmed = parameters;
+  static_cast<void>(CompleteConnection(confirmed, ""));
+  parameters.port_code = confirmed.port_code;
+  parameters.baud = confirmed.baud;
+  parameters.timeout_ms = confirmed.timeout_ms;
+}
+
 }  // namespace kolvane::device

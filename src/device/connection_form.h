@@ -111,4 +111,8 @@ void ConfirmStoredConnection(ConnectionParameters& parameters, const std::string
 /// written. An empty folder stands for no script. False where StoreForm says so.
 [[nodiscard]] bool CompleteConnection(ConnectionParameters& parameters, const std::string& component_folder);
 
+/// The start in an operating mode without a device: port code, rate and time-out as the stored entries of
+/// the lists say, nothing else. No file is read or written, nothing is told.
+void DeriveFromStored(ConnectionParameters& parameters);
+
 }  // namespace kolvane::device

@@ -105,6 +105,11 @@ void StoreExtended(const ExtendedFields& fields, ExtendedRs232& record) {
 
 }  // namespace
 
+std::optional<std::int32_t> BaudIndex(std::int32_t rate) {
+  const std::int32_t index = IndexOf(kBaudChoices, std::to_string(rate));
+  return index < 0 ? std::nullopt : std::optional(index);
+}
+
 bool StoreForm(ConnectionForm& form, ConnectionParameters& p) {
   if (const PortKind* kind = PortKindOfOption(form.port)) {
     p.port_option = kind->option;

@@ -190,7 +190,8 @@ TEST_F(RunProgramTest, AStoredSettingThatCannotBeReadIsUsage) {
   EXPECT_EQ(outcome.status, 2);
   EXPECT_EQ(outcome.err,
             "kolvane: Die gespeicherte Einstellung [PORT] PORT=four kann nicht gelesen werden: Typen "
-            "unverträglich\n");
+            "unverträglich (Datei „" +
+                folder.Path("Kolvane/Kolvane.ini") + "“)\n");
 }
 
 TEST_F(RunProgramTest, ASerialLineIsNamedByItsDevice) {

@@ -71,6 +71,14 @@ TEST_F(HostParametersTest, AsksForTheIoObjectAnewBeforeEachProperty) {
   EXPECT_EQ(calls.back(), "IO.GetDeviceProperty(3, 8)");
 }
 
+TEST_F(HostParametersTest, TheHostMayChangeTheIndex) {
+  host_->script.change_index = [](std::int16_t& index) { ++index; };
+  Read(0);
+  EXPECT_EQ(host_->script.calls.front(), "IO.GetDeviceProperty(3, 2)");
+  EXPECT_EQ(host_->script.calls.back(), "IO.GetDeviceProperty(8, 8)");
+  EXPECT_EQ(state_.DevIdx, 9) << "all later calls go to that device";
+}
+
 TEST_F(HostParametersTest, MapsDataBitsToTheIpPort) {
   host_->script.properties[2] = std::int16_t{100};
   host_->script.properties[5] = std::int16_t{8};
@@ -121,6 +129,29 @@ TEST_F(HostParametersTest, ConvertsTheSingleDevicesAddress) {
   EXPECT_EQ(parameters_.usb_address, "4711");
 }
 
+TEST_F(HostParametersTest, TellsWhatTheHostHasSaid) {
+  const auto said = [this](std::int16_t oper_mode, std::int16_t kind) {
+    state_.OperMode = oper_mode;
+    host_->script.properties[2] = host_->kind = kind;
+    host_->address = "5";
+    const HostParts parts = ReadHostParameters(state_, parameters_);
+    return std::string(parts.kind ? "kind " : "") + (parts.baud ? "baud " : "") +
+           (parts.parity ? "parity " : "") + (parts.address ? "address" : "") +
+           (parts.ip_address ? "ip" : "") + (parts.usb_address ? "usb" : "");
+  };
+  EXPECT_EQ(said(0, 1), "kind baud parity address");
+  EXPECT_EQ(parameters_.port_option, 0);
+  EXPECT_EQ(said(0, 100), "kind baud parity ip");
+  EXPECT_EQ(parameters_.port_option, 8);
+  EXPECT_EQ(said(1, 200), "kind usb");
+  EXPECT_EQ(parameters_.port_option, 9);
+  EXPECT_EQ(said(1, 77), "address");
+  EXPECT_EQ(parameters_.port_option, 9);
+  host_->script.properties[3] = 115200;
+  EXPECT_EQ(said(0, 488), "kind parity address");
+  EXPECT_EQ(said(2, 488), "");
+}
+
 TEST_F(HostParametersTest, AsksNothingInOtherModes) {
   for (const std::int16_t oper_mode : {std::int16_t{2}, std::int16_t{3}, std::int16_t{-1}}) Read(oper_mode);
   EXPECT_TRUE(host_->script.calls.empty());
@@ -145,6 +176,29 @@ TEST_F(HostParametersTest, RefusesDeviceInfoThatTheHostLeavesAsNothing) {
     host_->kind = kind;
     EXPECT_THROW(Read(1), base::RuntimeError) << kind;
   }
+}
+
+TEST_F(HostParametersTest, SaysWhatDidNotConvert) {
+  const auto error = [this](std::int16_t oper_mode) -> std::string {
+    try {
+      Read(oper_mode);
+    } catch (const base::RuntimeError& thrown) {
+      return thrown.what();
+    }
+    return "";
+  };
+  host_->script.properties[3] = "sch\nnell";
+  EXPECT_EQ(error(0), "Typen unverträglich (GetDeviceProperty, Eigenschaft 3: „sch\\nnell“)");
+  host_->script.properties[3] = 19200;
+  host_->script.properties[8] = 40000;
+  EXPECT_EQ(error(0), "Überlauf (GetDeviceProperty, Eigenschaft 8: „40000“)");
+  host_->kind = "seltsam";
+  EXPECT_EQ(error(1), "Typen unverträglich (GetDeviceInfo, Schnittstelle: „seltsam“)");
+  host_->kind = 488;
+  host_->address = "1 oder 2";
+  EXPECT_EQ(error(1), "Typen unverträglich (GetDeviceInfo, Adresse: „1 oder 2“)");
+  state_.gObj.reset();
+  EXPECT_EQ(error(1), "Kein Geräteobjekt übergeben");
 }
 
 TEST_F(HostParametersTest, LetsErrorsThrough) {

@@ -26,13 +26,16 @@ class HostileSettingsTest : public testing::Test {
     return base::ReadBytes(folder.Path("a.ini"));
   }
 
-  // Loads, or fails with the message, and leaves the file alone.
+  // Loads, or fails with the message up to the file's name, and leaves the file alone.
   std::string Load(const std::string& bytes, StoredSettings& settings) {
     std::filesystem::remove(file_);
     base::WriteBytes(file_, bytes);
-    const std::string message = settings.Load(file_);
+    std::string message = settings.Load(file_);
     EXPECT_TRUE(base::ReadBytes(file_) == bytes);
     if (!message.empty()) {
+      const std::string file = " (Datei „" + file_ + "“)";
+      EXPECT_TRUE(message.ends_with(file)) << message;
+      message.resize(message.size() - std::min(file.size(), message.size()));
       EXPECT_TRUE(std::regex_match(message, kMessage)) << message;
       EXPECT_LT(message.size(), 600u);
     }

@@ -12,11 +12,12 @@ namespace kolvane::component {
 /// A settings store in memory that records which keys are read and written, in order.
 class MemoryStore final : public SettingsStore {
  public:
-  std::string Read(const std::string& section, const std::string& key,
-                   const std::string& fallback) const override {
+  std::string File() const override { return file; }
+
+  std::optional<std::string> Find(const std::string& section, const std::string& key) const override {
     reads.push_back(section + "/" + key);
     const auto found = values.find(section + "/" + key);
-    return found == values.end() ? fallback : found->second;
+    return found == values.end() ? std::nullopt : std::optional(found->second);
   }
 
   void Write(const std::string& section, const std::string& key, const std::string& value) override {
@@ -30,6 +31,7 @@ class MemoryStore final : public SettingsStore {
     return failure;
   }
 
+  std::string file;
   int flushes = 0;
   std::optional<SaveFailure> failure;
   std::function<void()> on_flush = [] {};

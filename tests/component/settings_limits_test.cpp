@@ -14,8 +14,11 @@ struct Key {
   const char* name;
 };
 
-constexpr Key kInt16[] = {{"PORT", "PORT"},   {"PORT", "ADDRESS"},      {"PORT", "PARITY"},
-                          {"PORT", "COMLOG"}, {"TERMINAL", "FONTSIZE"}, {"COMMANDLIST", "FONTSIZE"}};
+constexpr Key kInt16[] = {{"PORT", "ADDRESS"},
+                          {"PORT", "PARITY"},
+                          {"PORT", "COMLOG"},
+                          {"TERMINAL", "FONTSIZE"},
+                          {"COMMANDLIST", "FONTSIZE"}};
 constexpr Key kInt16ReadOnly[] = {{"PORT", "RCVBUF"}, {"PORT", "DATABITS"}, {"PORT", "STOPBITS"}};
 constexpr Key kInt32[] = {
     {"PORT", "RSTIMO"},           {"PORT", "GPIBTIMO"},        {"PORT", "LPTTIMO"},
@@ -71,7 +74,8 @@ class SettingsLimitsTest : public testing::Test {
 
   void ExpectRefused(const Key& key, const std::string& value, const std::string& reason) {
     EXPECT_EQ(Load(key, value), std::string("Die gespeicherte Einstellung [") + key.section + "] " +
-                                    key.name + "=" + value + " kann nicht gelesen werden: " + reason);
+                                    key.name + "=" + value + " kann nicht gelesen werden: " + reason +
+                                    " (Datei „" + file_ + "“)");
   }
 
   void ExpectNumbersAlone(const Key& key) {
@@ -145,6 +149,14 @@ TEST_F(SettingsLimitsTest, ListIndexes) {
     for (const char* value : {"-1", "256", "65536"}) ExpectRefused(key, value, kOverflow);
     ExpectNumbersAlone(key);
   }
+}
+
+TEST_F(SettingsLimitsTest, PortKinds) {
+  const Key port{"PORT", "PORT"};
+  for (const char* value : {"0", "4", "9"}) ExpectKept(port, value);
+  for (const char* value : {"-32768", "-1", "10", "32767"}) ExpectRefused(port, value, kPastList);
+  for (const char* value : {"-32769", "32768"}) ExpectRefused(port, value, kOverflow);
+  ExpectNumbersAlone(port);
 }
 
 TEST_F(SettingsLimitsTest, IpPorts) {

@@ -109,6 +109,36 @@ TEST_F(SettingsTest, NamesSectionKeyAndValueOfWhatItCannotRead) {
   EXPECT_TRUE(store_.writes.empty());
 }
 
+TEST_F(SettingsTest, NamesTheFileOfWhatItCannotRead) {
+  store_.file = "/etc/a.ini";
+  store_.values["PORT/PORT"] = "10";
+  EXPECT_EQ(LoadError(),
+            "Die gespeicherte Einstellung [PORT] PORT=10 kann nicht gelesen werden: "
+            "Index außerhalb des gültigen Bereichs (Datei „/etc/a.ini“)");
+}
+
+TEST_F(SettingsTest, KeepsOfAHostsConnectionWhatItHasSaid) {
+  store_.values = {{"PORT/PORT", "x"}, {"PORT/ADDRESS", "y"}, {"PORT/BAUD", "2"}, {"PORT/RSTIMO", "9"}};
+  const auto before = store_.values;
+  connection_.ip_address = "10.0.0.9";
+  connection_.parity = 2;
+  HostParts said;
+  EXPECT_FALSE(SaveSettings(store_, Target(), &said));
+  for (const auto& [key, value] : before) EXPECT_EQ(store_.values[key], value) << key;
+  EXPECT_EQ(store_.values["PORT/PARITY"], "1") << "the default, where nothing is stored";
+  EXPECT_EQ(store_.values["PORT/IPADDRESS"], "");
+  EXPECT_EQ(store_.values.size(), 31u);
+  said = {
+      .kind = true, .baud = true, .parity = true, .address = true, .ip_address = true, .usb_address = true};
+  EXPECT_FALSE(SaveSettings(store_, Target(), &said));
+  EXPECT_EQ(store_.values["PORT/PORT"], "4");
+  EXPECT_EQ(store_.values["PORT/ADDRESS"], "4");
+  EXPECT_EQ(store_.values["PORT/BAUD"], "0");
+  EXPECT_EQ(store_.values["PORT/PARITY"], "2");
+  EXPECT_EQ(store_.values["PORT/IPADDRESS"], "10.0.0.9");
+  EXPECT_EQ(store_.values["PORT/RSTIMO"], "9");
+}
+
 TEST_F(SettingsTest, RefusesListIndexesPastTheList) {
   store_.values["TERMINAL/RCVMODE"] = "2";
   store_.values["TERMINAL/RCVFORMAT"] = "1";

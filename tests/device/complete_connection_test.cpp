@@ -27,10 +27,13 @@ TEST(CompleteConnection, DerivesWhatOpeningNeeds) {
   EXPECT_EQ(serial.modem_script, "");
   ConnectionParameters tcp = Stored(8);
   tcp.ip_port = -1;
+  tcp.receive_buffer = 1;
   EXPECT_TRUE(CompleteConnection(tcp, ""));
   EXPECT_EQ(tcp.port_code, port_code::kTcpIp);
   EXPECT_EQ(tcp.timeout_ms, 3000);
   EXPECT_EQ(tcp.ip_port, -1);
+  EXPECT_EQ(tcp.data_bits, 1);
+  EXPECT_EQ(tcp.receive_buffer, 1);
 }
 
 TEST(CompleteConnection, ReadsTheModemScriptAndWritesNothing) {

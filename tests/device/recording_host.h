@@ -67,6 +67,7 @@ class RecordingIo final : public IoObject {
   void FlushInQ(std::int16_t& DevIdx) override { script_.Call("IO.FlushInQ", script_.List(DevIdx)); }
   void GetDeviceProperty(std::int16_t& DevIdx, std::int16_t& Number, Variant& Value) override {
     script_.Call("IO.GetDeviceProperty", script_.List(DevIdx, Number));
+    script_.change_index(DevIdx);
     Value = script_.properties[Number];
   }
 

@@ -2,6 +2,7 @@
 
 #include "base/fake_prompt.h"
 #include "base/temp_folder.h"
+#include "device/connection_choices.h"
 #include "device/connection_form.h"
 #include "device/port_table.h"
 
