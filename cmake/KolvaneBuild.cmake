@@ -90,6 +90,23 @@ function(kolvane_gui_test name)
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
 endfunction()
 
+# kolvane_x_test(NAME sources... [LINK targets...]): one GoogleTest program without a QApplication, run as a whole on a
+# plain X server of its own.
+function(kolvane_x_test name)
+  cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
+  add_executable(${name} ${ARG_UNPARSED_ARGUMENTS})
+  target_link_libraries(${name} PRIVATE kolvane_options ${ARG_LINK} GTest::gtest GTest::gtest_main Qt6::Widgets Qt6::Test)
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  target_compile_options(${name} PRIVATE ${test_options})
+  set_target_properties(${name} PROPERTIES KOLVANE_TEST ON RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+  kolvane_on_x(${name} ${name})
+endfunction()
+
+# kolvane_on_x(TEST PROGRAM): the target PROGRAM run as a whole on a plain X server of its own.
+function(kolvane_on_x test program)
+  add_test(NAME OnX.${test} COMMAND ${PROJECT_SOURCE_DIR}/tests/gui/with_xvfb $<TARGET_FILE:${program}>)
+endfunction()
+
 # kolvane_benchmark(NAME sources... [LINK targets...]): one program in build/<preset>/bench; it measures, it asserts nothing.
 function(kolvane_benchmark name)
   cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})

@@ -11,6 +11,10 @@ namespace kolvane::component {
 /// object lives otherwise. German texts for Qt's own buttons and dialogs hold for the same time.
 class Application {
  public:
+  /// Throws std::runtime_error unless this is the thread of the host's application object, or the main
+  /// thread where the host has none: Qt's windows live on one thread.
+  static void CheckThread();
+
   /// Throws NoDisplay, and std::runtime_error where the host's application has no windows.
   Application();
   ~Application();
@@ -19,6 +23,7 @@ class Application {
 
  private:
   void MakeOwn();
+  void RestoreLocale() const;
 
   std::string host_locale_;
   std::unique_ptr<QApplication> own_;

@@ -138,6 +138,7 @@ std::string UnsavedFolder(const ComponentState& state) {
 }  // namespace
 
 void RunTerminal(ComponentState& state, std::int16_t oper_mode, std::int16_t dev_idx) {
+  Application::CheckThread();
   const OpenMark mark(state.window_open);
   state.device.DevIdx = dev_idx;
   state.device.OperMode = oper_mode;

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QTimer>
 
 #include <unistd.h>
 
@@ -12,35 +11,16 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
+#include "component/closing_host.h"
 #include "kolvane/CommandRun.h"
 #include "kolvane/MainClass.h"
 
 namespace kolvane {
 namespace {
-
-// The terminal flushes the device's input while it loads: the moment at which an application object exists.
-class ClosingHost final : public HostObject {
- public:
-  void GetDeviceInfo(Variant& Kind, Variant& Address) override {
-    Kind = std::int16_t{1};
-    Address = std::int16_t{5};
-  }
-  void FlushInQ(std::int32_t& Count) override {
-    Count = 3;
-    had_application = qobject_cast<QApplication*>(QCoreApplication::instance()) != nullptr;
-    caret_blinks = QApplication::cursorFlashTime() > 0;
-    QTimer::singleShot(0, qApp, [] { QApplication::closeAllWindows(); });
-  }
-  Variant LastError() override { return std::int16_t{0}; }
-  void SetLastError(std::int16_t) override {}
-  std::string LastErrorDescription() override { return ""; }
-
-  bool had_application = false;
-  bool caret_blinks = true;
-};
 
 class HostWithoutQtTest : public testing::Test {
  protected:
@@ -64,11 +44,69 @@ TEST_F(HostWithoutQtTest, OpensTheTerminalTwiceAndLeavesNothingBehind) {
     terminal_.OpenTerminal(1, 0);
     EXPECT_TRUE(host->had_application);
     EXPECT_FALSE(host->caret_blinks) << "an idle window would keep the processor awake";
+    EXPECT_EQ(host->locale, "C") << "what the host reads and writes means the same meanwhile";
     EXPECT_EQ(QCoreApplication::instance(), nullptr);
     EXPECT_STREQ(std::setlocale(LC_ALL, nullptr), "C");
     EXPECT_EQ(host.use_count(), 1);
   }
   EXPECT_TRUE(terminal_.CanUnload().ToBool());
+}
+
+TEST_F(HostWithoutQtTest, OnAnotherThreadThanTheMainOneItIsRefused) {
+  setenv("QT_QPA_PLATFORM", "offscreen", 1);
+  const auto host = std::make_shared<ClosingHost>();
+  terminal_.InitTerminal(host);
+  std::string error;
+  std::thread([&] {
+    try {
+      terminal_.OpenTerminal(1, 0);
+    } catch (const std::runtime_error& thrown) {
+      error = thrown.what();
+    }
+  }).join();
+  EXPECT_EQ(error,
+            "OpenTerminal was called on another thread than the main one, in a process without an "
+            "application object");
+  EXPECT_FALSE(host->had_application);
+  terminal_.OpenTerminal(1, 0);
+  EXPECT_TRUE(host->had_application);
+}
+
+TEST_F(HostWithoutQtTest, OpensAgainAfterItsEventLoopsWereEnded) {
+  setenv("QT_QPA_PLATFORM", "offscreen", 1);
+  const auto host = std::make_shared<ClosingHost>();
+  host->on_shown = [] { QCoreApplication::exit(0); };
+  terminal_.InitTerminal(host);
+  terminal_.OpenTerminal(1, 0);
+  bool shown = false;
+  host->on_shown = [&] {
+    shown = true;
+    QApplication::closeAllWindows();
+  };
+  terminal_.InitTerminal(host);
+  terminal_.OpenTerminal(1, 0);
+  EXPECT_TRUE(shown) << "the second terminal is not ended by the first one's end";
+}
+
+TEST_F(HostWithoutQtTest, GetsAnErrorWhereNoPlatformWorks) {
+  for (const char* platform : {"nonsense", "nonsense;alike", ";", "linuxfb:fb=/dev/null"}) {
+    setenv("QT_QPA_PLATFORM", platform, 1);
+    try {
+      terminal_.OpenTerminal(2, 0);
+      ADD_FAILURE() << platform;
+    } catch (const NoDisplay& error) {
+      EXPECT_EQ(std::string(error.what()),
+                std::string("no display: nothing works of what QT_QPA_PLATFORM names: ") + platform);
+    }
+  }
+}
+
+TEST_F(HostWithoutQtTest, TakesTheFirstPlatformThatWorks) {
+  setenv("QT_QPA_PLATFORM", "nonsense;OffScreen", 1);
+  const auto host = std::make_shared<ClosingHost>();
+  terminal_.InitTerminal(host);
+  terminal_.OpenTerminal(1, 0);
+  EXPECT_TRUE(host->had_application);
 }
 
 TEST_F(HostWithoutQtTest, GetsAnErrorWhereThereIsNoDisplay) {

@@ -20,10 +20,12 @@ quietly() {
 # The example, through the CMake package.
 quietly cmake -G Ninja -S "$example" -B "$scratch/build" -DCMAKE_PREFIX_PATH="$root/usr" -DCMAKE_BUILD_TYPE=Debug
 quietly cmake --build "$scratch/build"
-for mode in 0 1; do
-  "$scratch/build/cpp-host" --mode $mode --list "$example/exchange.CMD" >"$scratch/calls" 2>"$scratch/log" ||
-    quietly cat "$scratch/log"
-  diff -u "$example/expected-$mode.txt" "$scratch/calls"
+for display in "" "$here/../gui/with_xvfb"; do
+  for mode in 0 1; do
+    $display "$scratch/build/cpp-host" --mode $mode --list "$example/exchange.CMD" >"$scratch/calls" 2>"$scratch/log" ||
+      quietly cat "$scratch/log"
+    diff -u "$example/expected-$mode.txt" "$scratch/calls"
+  done
 done
 if "$scratch/build/cpp-host" --device 7 >/dev/null 2>"$scratch/log"; then exit 1; fi
 grep -q 'Kein Gerät mit dem Index 7' "$scratch/log"

@@ -1,0 +1,139 @@
+#include "component/display.h"
+
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
+#include <xcb/xcb.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QPluginLoader>
+#include <QStringList>
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+
+#include "kolvane/MainClass.h"
+
+namespace kolvane::component {
+namespace {
+
+namespace fs = std::filesystem;
+
+// A server that is about to reset itself drops whom it has just let in; the next one gets in.
+constexpr int kXAttempts = 3;
+
+// Kinds of character devices, as the kernel numbers them.
+constexpr unsigned kFramebuffer = 29;
+constexpr unsigned kGraphicsCard = 226;
+
+bool IsWayland(const QByteArray& platform) { return platform.toLower().startsWith("wayland"); }
+
+bool IsX(const QByteArray& platform) { return platform.split(':').front().toLower() == "xcb"; }
+
+bool NeedsServer(const QByteArray& platform) { return IsWayland(platform) || IsX(platform); }
+
+// Whether it answers stays open: the component makes no connections of its own but to an X server.
+bool CompositorIsThere() {
+  if (qEnvironmentVariableIsSet("WAYLAND_SOCKET")) return true;
+  const fs::path name = qgetenv("WAYLAND_DISPLAY").toStdString();
+  std::error_code unknown;
+  return !name.empty() && fs::is_socket(qgetenv("XDG_RUNTIME_DIR").toStdString() / name, unknown);
+}
+
+bool IsDevice(const fs::path& path, unsigned kind) {
+  struct stat status {};
+  return stat(path.c_str(), &status) == 0 && S_ISCHR(status.st_mode) && major(status.st_rdev) == kind;
+}
+
+bool HasFramebuffer(const QList<QByteArray>& arguments) {
+  QByteArray device = "/dev/fb0";
+  for (const QByteArray& argument : arguments) {
+    if (argument.startsWith("fb=")) device = argument.mid(3);
+  }
+  return IsDevice(device.toStdString(), kFramebuffer);
+}
+
+bool HasGraphicsCard() {
+  std::error_code none;
+  const fs::directory_iterator cards("/dev/dri", none);
+  return std::any_of(begin(cards), end(cards),
+                     [](const auto& card) { return IsDevice(card, kGraphicsCard); });
+}
+
+// Where Qt looks for its platforms; the host's own folder is one of the places once there is an application.
+QStringList PlatformFolders() {
+  QStringList folders;
+  const QString own = QFileInfo(QFile::symLinkTarget(QStringLiteral("/proc/self/exe"))).path();
+  for (const QString& folder : QCoreApplication::libraryPaths() + QStringList{own})
+    folders << folder + QStringLiteral("/platforms");
+  folders << qEnvironmentVariable("QT_QPA_PLATFORM_PLUGIN_PATH").split(u':', Qt::SkipEmptyParts);
+  return folders;
+}
+
+bool Offers(const QPluginLoader& plugin, const QString& platform) {
+  const QJsonObject data = plugin.metaData().value(QStringLiteral("MetaData")).toObject();
+  const QJsonArray keys = data.value(QStringLiteral("Keys")).toArray();
+  return std::any_of(keys.begin(), keys.end(), [&](const QJsonValue& key) {
+    return key.toString().compare(platform, Qt::CaseInsensitive) == 0;
+  });
+}
+
+// Loading it shows whether all that it needs is there; Qt loads the same one next. Without any folder a host
+// may have brought its plug-ins along to where nobody else looks.
+bool IsInstalled(const QString& platform) {
+  bool any_folder = false;
+  for (const QString& folder : PlatformFolders()) {
+    const QDir plugins(folder);
+    any_folder |= plugins.exists();
+    for (const QString& name : plugins.entryList({QStringLiteral("*.so")}, QDir::Files)) {
+      QPluginLoader plugin(plugins.filePath(name));
+      if (Offers(plugin, platform)) return plugin.load();
+    }
+  }
+  return !any_folder;
+}
+
+}  // namespace
+
+// Qt takes the first platform that works, of those that the user names or of these two.
+DisplayProbe::DisplayProbe() {
+  const QByteArray named = qgetenv("QT_QPA_PLATFORM");
+  const QList<QByteArray> platforms = (named.isEmpty() ? QByteArray("wayland;xcb") : named).split(';');
+  if (std::any_of(platforms.begin(), platforms.end(), [this](const auto& one) { return IsUsable(one); }))
+    return;
+  if (std::any_of(platforms.begin(), platforms.end(), NeedsServer))
+    throw NoDisplay("no display: DISPLAY and WAYLAND_DISPLAY name none that answers");
+  throw NoDisplay("no display: nothing works of what QT_QPA_PLATFORM names: " + named.toStdString());
+}
+
+DisplayProbe::~DisplayProbe() {
+  if (x_server_ != nullptr) xcb_disconnect(x_server_);
+}
+
+bool DisplayProbe::IsUsable(const QByteArray& platform) {
+  const QList<QByteArray> parts = platform.split(':');
+  const QByteArray name = parts.front().toLower();
+  if (!IsInstalled(QString::fromLatin1(name))) return false;
+  if (IsX(platform)) return XServerAnswers();
+  if (IsWayland(platform)) return CompositorIsThere();
+  // Without a device to draw on Qt ends the process, or crashes.
+  if (name == "linuxfb") return HasFramebuffer(parts);
+  if (name == "eglfs" || name == "minimalegl" || name == "vkkhrdisplay") return HasGraphicsCard();
+  return true;
+}
+
+bool DisplayProbe::XServerAnswers() {
+  for (int attempt = 0; attempt < kXAttempts; ++attempt) {
+    x_server_ = xcb_connect(nullptr, nullptr);
+    if (xcb_connection_has_error(x_server_) == 0) return true;
+    xcb_disconnect(x_server_);
+    x_server_ = nullptr;
+  }
+  return false;
+}
+
+}  // namespace kolvane::component
