@@ -25,15 +25,18 @@ namespace kolvane {
 //      LastErrorDescription. On "clear input": FlushInQ.
 //   5. While the window closes: where the user left the device disconnected, it is opened again as in 4, so
 //      that the host gets it back open. Then the reference to the object is given up.
+// A reference is held for the time of each call, so that an object which is let go meanwhile (the window
+// closes, InitTerminal gets another one) lives to the end of it.
 //
 // On which thread. That of OpenTerminal, always, out of the event loop that runs in there. A call that waits
 // stops the window for as long; it should wait no longer than the time-out it was given. It may run events
-// of the host's own, but must not open a second terminal.
+// of the host's own, but must not open a second terminal; an attempt to connect is not begun again before it
+// has returned. The process's locale is the host's.
 //
 // With which values. Texts are UTF-8 for the host; what the code page Windows-1252 lacks becomes "?" where a
 // text has to become bytes. Arguments taken by reference belong to the call: the host may change them, and
 // but for DevIdx, Answer, Buffer, Value, Kind, Address and Count of FlushInQ nobody looks at what it left. A
-// changed DevIdx goes along with the calls that follow, except for GetDeviceProperty.
+// changed DevIdx goes along with the calls that follow.
 //
 // What a failure does. An operation fails when LastError is negative afterwards; the terminal shows
 // LastErrorDescription (in place of the answer, behind the command or in a message box) and goes on. An
@@ -60,13 +63,14 @@ class KOLVANE_EXPORT IoObject {
   /// none) or `Count` (16000) characters. `Answer` comes as a text of `Count` blanks, the room for the
   /// answer; blanks and terminator at its end are taken off afterwards, and it may as well be handed back as
   /// bytes. `Binary` 1: exactly `Count` (1 to 1025) bytes into `Buffer`, which comes with as many zero bytes;
-  /// bytes that are missing count as zero, and a text is taken for its Windows-1252 bytes. `Zero` is 0. The
-  /// one of the two values that is not asked for is ignored.
+  /// bytes that are missing count as zero, and a text is taken for its Windows-1252 bytes. A read of one byte
+  /// that brings none ends an answer, as a failure does. `Zero` is 0. The one of the two values that is not
+  /// asked for is ignored.
   virtual void Read(std::int16_t& DevIdx, std::int16_t& Binary, std::int16_t& Zero, std::int16_t& Terminator,
                     std::int32_t& Count, Variant& Answer, Variant& Buffer);
   /// The time-out of the following reads and writes, in milliseconds.
   virtual void SetIOTimeout(std::int16_t& DevIdx, std::int32_t& Milliseconds);
-  /// Discards what the device has sent and nobody has read.
+  /// Discards what the device has sent and nobody has read. The user is told, with a count of 0.
   virtual void FlushInQ(std::int16_t& DevIdx);
   /// Puts property `Number` into `Value`. Asked for 2, 3, 4, 5, 6 in this order and then for 9 (port kinds
   /// 100 and 200) or 8 (all others):
@@ -103,7 +107,7 @@ class KOLVANE_EXPORT HostObject {
   virtual void Read(std::int16_t& Binary, std::int16_t& Terminator, std::int32_t& Count, Variant& Answer,
                     Variant& Buffer);
   /// Discards unread input and sets `Count`, which comes as 0, to the number of bytes discarded; the user is
-  /// told.
+  /// told, of 0 where it throws.
   virtual void FlushInQ(std::int32_t& Count);
   /// Puts the port kind (as property 2 of IoObject::GetDeviceProperty) into `Kind`, and into `Address` a text
   /// for kinds 100 (IP address, its port is shown as 7) and 200 (USB serial number), a 16-bit number

@@ -13,12 +13,14 @@ namespace kolvane {
 
 /// What a host may preset before it opens the terminal; empty fields keep the defaults.
 struct TerminalOptions {
-  std::string Folder;           ///< the component's folder (histories, templates, help); UTF-8 path
-  std::string SettingsFile;     ///< the settings file in place of the user's own; UTF-8 path
-  std::string CommandList;      ///< a command file to be loaded into the list; UTF-8 path
-  int CloseDescriptor = -1;     ///< closes the window, with all its last steps, once it becomes readable
+  std::string Folder;        ///< the component's folder (histories, templates, help); UTF-8 path
+  std::string SettingsFile;  ///< the settings file in place of the user's own; UTF-8 path
+  std::string CommandList;   ///< a command file to be loaded into the list; UTF-8 path
+  /// Closes the window, with all its last steps, once it becomes readable. Dialling gives up then, and what
+  /// fails is a line on standard error: nobody may sit before the window to answer a message.
+  int CloseDescriptor = -1;
   bool ConnectAtStart = false;  ///< press the connect button once the window is shown (operating mode 2)
-  bool PlayAtStart = false;     ///< press the play button after that: the command list runs
+  bool PlayAtStart = false;     ///< press the play button when that is done: the command list runs
 };
 
 /// Thrown by MainClass::OpenTerminal where there is no display to show a window on.
@@ -31,7 +33,8 @@ class KOLVANE_EXPORT NoDisplay : public std::runtime_error {
 /// asks whether the component may go.
 ///
 /// There is one terminal in a process: all objects of this class share its state, which lasts as long as the
-/// component is loaded. All calls come on one thread, the user-interface thread where there is one.
+/// component is loaded. All calls come on one thread: that of the process's QApplication, or the main thread
+/// where it has none.
 class KOLVANE_EXPORT MainClass {
  public:
   MainClass();
@@ -55,16 +58,18 @@ class KOLVANE_EXPORT MainClass {
   /// the host's device is opened again if the user left it disconnected, or the terminal's own connection is
   /// closed; the host's object is released, and CanUnload turns true.
   ///
-  /// The call runs a Qt event loop. In a process without a QApplication one is made for the time of the call,
-  /// and the process's locale is put back afterwards; in a process with one the window is modal to the whole
-  /// application, so the host's windows take no input meanwhile.
+  /// The call runs a Qt event loop. In a process without a QApplication one is made for the time of the call;
+  /// the process's locale stays the host's. In a process with one the window is modal to the whole
+  /// application, so the host's windows take no input meanwhile, and stands over the active one. Ending the
+  /// application's event loops (QCoreApplication::exit) closes the window with all its last steps.
   ///
-  /// Throws what the host's object throws while its connection data are read, RuntimeError for a missing
-  /// object, a value that cannot be converted, a stored setting that cannot be read (after a message) or a
-  /// terminal that is already open, NoDisplay when there is no display, and std::runtime_error where the
-  /// process has a QCoreApplication that is no QApplication. No window is shown then, the host's object
-  /// stays, and CanUnload keeps its value. Nothing else is thrown: failures of the session are shown to the
-  /// user.
+  /// Throws std::runtime_error on another thread than MainClass says, before anything else is done. Throws
+  /// what the host's object throws while its connection data are read, RuntimeError for a missing object, a
+  /// value that cannot be converted, a stored setting that cannot be read (after a message) or a terminal
+  /// that is already open, NoDisplay when there is no display or QT_QPA_PLATFORM names nothing that works,
+  /// and std::runtime_error where the process has a QCoreApplication that is no QApplication. No window is
+  /// shown then, the host's object stays, and CanUnload keeps its value. Nothing else is thrown: failures of
+  /// the session are shown to the user.
   void OpenTerminal(std::int16_t OperMode, std::int16_t DevIdx);
 
   /// A Boolean: false until the first terminal window has closed and while one is open, true otherwise. A

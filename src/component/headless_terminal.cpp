@@ -50,6 +50,7 @@ bool HeadlessTerminal::Connect() {
   core_.connect.Press();
   if (!state_.device.connected) return false;
   if (device::WasClosedAgain(state_.device, state_.connection)) {
+    if (StopDue()) return false;
     const std::int32_t status = state_.device.open_step_status;
     messages_.ShowError(terminal::texts::Failure(
         terminal::texts::kConnectFailed, {static_cast<std::int16_t>(status), std::to_string(status)}));
@@ -70,7 +71,7 @@ bool HeadlessTerminal::StopDue() {
     stopped_ = true;
     // A reader that has seen enough is no failure worth a word.
     if (pane_.error() != EPIPE) messages_.ShowError(texts::OutputNotWritten(pane_.error()));
-  } else if (options_.StopRequested && options_.StopRequested()) {
+  } else if (StopRequested()) {
     stopped_ = true;
     messages_.ShowError(texts::kRunStopped);
   }

@@ -39,6 +39,8 @@ class HeadlessTerminal final : private terminal::ConnectionView, private termina
  private:
   void ConnectionChanged() override {}
   void Dialling(const device::DialProgress& progress) override;
+  bool DiallingGivenUp() const override { return StopRequested(); }
+  bool StopRequested() const { return options_.StopRequested && options_.StopRequested(); }
   void ShowReceiveControls(const terminal::ReceiveShown&, bool) override {}
 
   const CommandRunOptions& options_;

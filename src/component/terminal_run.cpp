@@ -1,18 +1,19 @@
 #include "component/terminal_run.h"
 
-#include <unistd.h>
 #include <QApplication>
-#include <QEventLoop>
-#include <QSocketNotifier>
+#include <QPointer>
+#include <QScreen>
 #include <QTimer>
+#include <QWindow>
+#include <algorithm>
 #include <memory>
 #include <optional>
 
 #include "base/runtime_error.h"
 #include "base/user_folder.h"
 #include "component/application.h"
+#include "component/close_watch.h"
 #include "component/folder.h"
-#include "component/headless_messages.h"
 #include "component/host_parameters.h"
 #include "component/settings.h"
 #include "component/settings_store.h"
@@ -48,8 +49,8 @@ class OpenMark {
 };
 
 // The settings of this run, or the message and the error where one of them cannot be read.
-void LoadOrTell(const SettingsStore& store, ComponentState& state) {
-  window::MessagePrompt prompt(nullptr);
+void LoadOrTell(const SettingsStore& store, ComponentState& state, CloseWatch& close) {
+  window::MessagePrompt prompt(nullptr, &close);
   try {
     LoadSettings(store, {state.connection, state.terminal, state.window}, !IsHostMode(state.device.OperMode));
   } catch (const base::RuntimeError& error) {
@@ -64,58 +65,55 @@ void LoadOrTell(const SettingsStore& store, ComponentState& state) {
 }
 
 // The window is going, so what could not be saved is told where nobody has to answer.
-void UnloadOrTell(ComponentState& state, window::MainWindow& window, SettingsStore& store) {
+void UnloadOrTell(ComponentState& state, window::MainWindow& window, SettingsStore& store,
+                  CloseWatch& close) {
   const auto failure = Unload(state, window.core(), window.log(), store);
-  if (failure) HeadlessMessages(STDERR_FILENO, false).ShowError(texts::NotSaved(*failure));
+  if (failure) close.Messages().ShowError(texts::NotSaved(*failure));
 }
 
-// Closes the terminal once the descriptor becomes readable, be it while a message stands before the window.
-class CloseRequest {
- public:
-  explicit CloseRequest(int descriptor) {
-    if (descriptor < 0) return;
-    notifier_ = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
-    QObject::connect(notifier_.get(), &QSocketNotifier::activated, [this] {
-      notifier_->setEnabled(false);
-      came_ = true;
-      CloseAll();
-    });
+// Without a window manager there may be no active one.
+QWidget* HostWindow() {
+  if (QWidget* active = QApplication::activeWindow()) return active;
+  for (QWidget* widget : QApplication::topLevelWidgets()) {
+    if (widget->isVisible() && (widget->windowType() == Qt::Window || widget->windowType() == Qt::Dialog))
+      return widget;
   }
-
-  bool came() const { return came_; }
-  void SetWindow(window::MainWindow& window) { window_ = &window; }
-
- private:
-  // Message boxes and dialogs above the window go first: they would keep it from ending.
-  void CloseAll() {
-    for (QWidget* top = QApplication::activeModalWidget(); top != nullptr && top != window_;
-         top = QApplication::activeModalWidget()) {
-      if (!top->close()) break;
-    }
-    if (window_ != nullptr) window_->close();
-  }
-
-  std::unique_ptr<QSocketNotifier> notifier_;
-  window::MainWindow* window_ = nullptr;
-  bool came_ = false;
-};
-
-// Pressed by the event loop, one after the other.
-void PressAtStart(window::MainWindow& window, const TerminalOptions& options) {
-  if (options.ConnectAtStart) QTimer::singleShot(0, &window, [&window] { window.core().connect.Press(); });
-  if (options.PlayAtStart) QTimer::singleShot(0, &window, [&window] { window.PressPlay(); });
+  return nullptr;
 }
 
-void ShowModally(window::MainWindow& window, const TerminalOptions& options) {
+// In a host's application the terminal stands over the window that the user has left for it. A server without
+// a window manager would put it into the corner.
+void PlaceOver(const QWidget& host, window::MainWindow& window) {
+  const QRect screen = host.screen()->availableGeometry();
+  // It gets a frame like the host's.
+  QRect place({}, window.size() + host.frameSize() - host.size());
+  place.moveCenter(host.frameGeometry().center());
+  place.moveRight(std::min(place.right(), screen.right()));
+  place.moveBottom(std::min(place.bottom(), screen.bottom()));
+  window.move(std::max(place.left(), screen.left()), std::max(place.top(), screen.top()));
+  // Moved before it is made, so that the place is that of its frame.
+  window.winId();
+  window.windowHandle()->setTransientParent(host.windowHandle());
+}
+
+// One after the other: a dialled connection takes its time, and serves timers meanwhile.
+void PressAtStart(window::MainWindow& window, const TerminalOptions& options, const CloseWatch& close) {
+  QTimer::singleShot(0, &window,
+                     [&window, &close, connect = options.ConnectAtStart, play = options.PlayAtStart] {
+                       if (connect) window.core().connect.Press();
+                       if (play && !close.Made()) window.PressPlay();
+                     });
+}
+
+void ShowModally(window::MainWindow& window, const QWidget* host, const TerminalOptions& options,
+                 CloseWatch& close) {
   window.setWindowModality(Qt::ApplicationModal);
   window.setAttribute(Qt::WA_QuitOnClose, false);
-  QEventLoop loop;
-  QObject::connect(&window, &window::MainWindow::Closed, &loop, &QEventLoop::quit);
+  if (host != nullptr) PlaceOver(*host, window);
   window.show();
   if (!options.CommandList.empty()) window.OpenCommandFile(options.CommandList);
-  PressAtStart(window, options);
-  // A message about the list may have been closed along with the window.
-  if (window.isVisible()) loop.exec();
+  PressAtStart(window, options, close);
+  close.RunEvents();
 }
 
 // What a window's controls show starts anew. The last answer and status, the flags that $SILENT and $AUTOLOG
@@ -145,10 +143,11 @@ void RunTerminal(ComponentState& state, std::int16_t oper_mode, std::int16_t dev
   const HostParts parts = ReadHostParameters(state.device, state.connection);
   state.host_parts = IsHostMode(oper_mode) ? std::optional(parts) : std::nullopt;
   const Application application;
-  CloseRequest close(state.options.CloseDescriptor);
+  const QPointer<QWidget> host_window = HostWindow();
+  CloseWatch close(state.options.CloseDescriptor);
   ResetForWindow(state);
   const auto store = OpenIniStore(state.options.SettingsFile);
-  LoadOrTell(*store, state);
+  LoadOrTell(*store, state, close);
   state.device.connected = IsHostMode(oper_mode);
   device::LazyPortLibrary library(OwnFolder());
   window::MainWindow window({{state.device, state.connection, state.terminal},
@@ -156,16 +155,18 @@ void RunTerminal(ComponentState& state, std::int16_t oper_mode, std::int16_t dev
                              state.window,
                              library,
                              ComponentFolder(state.options.Folder),
+                             &close,
                              UnsavedFolder(state)});
   if (IsHostMode(oper_mode)) window.core().connect.ShowConnected();
   window.Load();
-  window.OnUnload([&] { UnloadOrTell(state, window, *store); });
+  window.OnUnload([&] { UnloadOrTell(state, window, *store, close); });
   close.SetWindow(window);
-  if (close.came()) QTimer::singleShot(0, &window, [&window] { window.close(); });
   TerminalOptions options = state.options;
   options.ConnectAtStart &= oper_mode == mode::kPortLibrary;
   state.can_unload = false;
-  ShowModally(window, options);
+  ShowModally(window, host_window, options, close);
+  // Somebody ended the event loop, with the window still open.
+  if (!state.can_unload) window.close();
 }
 
 }  // namespace kolvane::component

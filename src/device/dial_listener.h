@@ -17,6 +17,8 @@ class DialListener {
  public:
   virtual ~DialListener() = default;
   virtual void Dialling(const DialProgress& /*progress*/) {}
+  /// Asked after each step: true ends the dialling as a failure.
+  virtual bool DiallingGivenUp() const { return false; }
 };
 
 }  // namespace kolvane::device

@@ -65,12 +65,13 @@ std::int32_t ModemDialler::Dial(const std::vector<std::string>& commands, std::i
     library_.WritePort(base::ToWindows1252(command) + '\r');
     Tell(command, 0);
     ReadReply();
+    if (listener_.DiallingGivenUp()) return kFailed;
   }
   for (const double begin = clock_.Seconds(); !SaysConnect(reply_);) {
     const double left = timeout_s - (clock_.Seconds() - begin);
     if (left < 0) return kFailed;
     Tell({}, left);
-    if (ReadReplyPaced() < 0) return kFailed;
+    if (ReadReplyPaced() < 0 || listener_.DiallingGivenUp()) return kFailed;
   }
   return kConnected;
 }

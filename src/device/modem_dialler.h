@@ -21,7 +21,8 @@ class ModemDialler {
   ModemDialler(PortLibrary& library, const base::Clock& clock, DialListener& listener)
       : library_(library), clock_(clock), listener_(listener) {}
 
-  /// 0 once connected, -1 when the time is over or the library cannot even wait. `commands` is not empty.
+  /// 0 once connected, -1 when the time is over, the listener gives up or the library cannot even wait.
+  /// `commands` is not empty.
   [[nodiscard]] std::int32_t Dial(const std::vector<std::string>& commands, std::int32_t timeout_s);
 
  private:

@@ -6,6 +6,21 @@
 #include "terminal/flush_input.h"
 
 namespace kolvane::terminal {
+namespace {
+
+// Sets a flag for as long as it lives.
+class Flagged {
+ public:
+  explicit Flagged(bool& flag) : flag_(flag) { flag_ = true; }
+  ~Flagged() { flag_ = false; }
+  Flagged(const Flagged&) = delete;
+  Flagged& operator=(const Flagged&) = delete;
+
+ private:
+  bool& flag_;
+};
+
+}  // namespace
 
 ConnectCommands::ConnectCommands(device::Device& device, device::DeviceState& state, Output& output,
                                  base::Prompt& prompt, ConnectionView& view, ConnectionTexts texts)
@@ -17,6 +32,7 @@ ConnectCommands::ConnectCommands(device::Device& device, device::DeviceState& st
       texts_(std::move(texts)) {}
 
 void ConnectCommands::Connect() {
+  if (connecting_) return;
   TryConnect();
   view_.ConnectionChanged();
 }
@@ -26,10 +42,15 @@ void ConnectCommands::Disconnect() {
   view_.ConnectionChanged();
 }
 
-void ConnectCommands::TryConnect() {
+device::DeviceError ConnectCommands::Open() {
+  const Flagged attempt(connecting_);
   device_.ClearLastError();
   device_.Open();
-  const device::DeviceError error = device_.LastError();
+  return device_.LastError();
+}
+
+void ConnectCommands::TryConnect() {
+  const device::DeviceError error = Open();
   // Set before the message: it may run the event loop.
   state_.connected = error.code >= 0;
   if (state_.connected) {
@@ -52,6 +73,7 @@ void ConnectCommands::TryDisconnect() {
 }
 
 void ConnectCommands::Press() {
+  if (connecting_) return;
   const bool connect = button_.tag == 0;
   connect ? TryConnect() : TryDisconnect();
   if (state_.connected == connect) {

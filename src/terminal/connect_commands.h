@@ -52,9 +52,12 @@ class ConnectCommands {
   ConnectCommands(device::Device& device, device::DeviceState& state, Output& output, base::Prompt& prompt,
                   ConnectionView& view, ConnectionTexts texts);
 
-  /// mnuConnect and mnuDisconnect: they change the connected flag and the button's tool tip alone.
+  /// mnuConnect and mnuDisconnect: they change the connected flag and the button's tool tip alone. An attempt
+  /// to connect is not entered again: whatever asks for another one meanwhile is refused.
   void Connect();
   void Disconnect();
+  /// While an attempt to connect is on the stack.
+  bool connecting() const { return connecting_; }
 
   /// TB_CONNECT: connects or disconnects as its tag says. When that succeeded, the button changes over and a
   /// line in the pane says so.
@@ -75,6 +78,7 @@ class ConnectCommands {
  private:
   void TryConnect();
   void TryDisconnect();
+  device::DeviceError Open();
   void TurnButton(int tag, int image, std::string_view tool_tip);
   void AddLine(std::string_view what);
 
@@ -85,6 +89,7 @@ class ConnectCommands {
   ConnectionView& view_;
   ConnectionTexts texts_;
   ConnectButtonState button_;
+  bool connecting_ = false;
 };
 
 }  // namespace kolvane::terminal

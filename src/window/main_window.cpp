@@ -24,7 +24,7 @@ constexpr QSize kFirstSize(1160, 740);
 
 MainWindow::MainWindow(WindowContext context)
     : context_(std::move(context)),
-      prompt_(this),
+      prompt_(this, context_.close),
       area_(new WindowArea(this)),
       toolbar1_(new MainToolbar(this)),
       menus_(this),

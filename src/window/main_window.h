@@ -10,6 +10,7 @@
 #include "terminal/terminal_core.h"
 #include "terminal/ui/output_pane.h"
 #include "terminal/window_settings.h"
+#include "window/close_request.h"
 #include "window/command_box_view.h"
 #include "window/command_dialogs.h"
 #include "window/grid_target.h"
@@ -34,8 +35,9 @@ struct WindowContext {
   script::ScriptState& script;
   terminal::WindowSettings& settings;
   device::PortLibrarySource& library;
-  std::string folder;        ///< the component's
-  std::string unsaved = {};  ///< for copies of command lists that are not saved yet; empty: none are kept
+  std::string folder;             ///< the component's
+  CloseRequest* close = nullptr;  ///< null: only the user closes it
+  std::string unsaved = {};       ///< for copies of command lists that are not saved yet; empty: none are kept
 };
 
 /// The terminal window `frmTerminal`: it joins the widgets with the session and decides nothing itself.
@@ -70,6 +72,7 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
  private:
   void ConnectionChanged() override;
   void Dialling(const device::DialProgress& progress) override;
+  bool DiallingGivenUp() const override { return prompt_.Unattended(); }
 
   void BuildArea();
   void BuildScript();

@@ -65,14 +65,22 @@ void Show(QWidget* parent, QMessageBox::Icon icon, std::string_view text) {
   box.setObjectName(QStringLiteral("MessageBox"));
   box.setTextFormat(Qt::PlainText);
   WrapLongWords(box);
+  // In a host without a window to be seen it would be the last one, with which Qt ends the host.
+  box.setAttribute(Qt::WA_QuitOnClose, false);
   box.exec();
 }
 
 }  // namespace
 
-void MessagePrompt::ShowError(std::string_view text) { Show(parent_, QMessageBox::Critical, text); }
+void MessagePrompt::ShowError(std::string_view text) {
+  if (Unattended()) return close_->Messages().ShowError(text);
+  Show(parent_, QMessageBox::Critical, text);
+}
 
-void MessagePrompt::ShowMessage(std::string_view text) { Show(parent_, QMessageBox::NoIcon, text); }
+void MessagePrompt::ShowMessage(std::string_view text) {
+  if (Unattended()) return close_->Messages().ShowMessage(text);
+  Show(parent_, QMessageBox::NoIcon, text);
+}
 
 void MessagePrompt::Guard(const std::function<void()>& event) {
   try {

@@ -5,13 +5,17 @@
 #include <functional>
 
 #include "base/prompt.h"
+#include "window/close_request.h"
 
 namespace kolvane::window {
 
-/// Message boxes above a window.
+/// Message boxes above a window, for as long as somebody is there to answer them.
 class MessagePrompt final : public base::Prompt {
  public:
-  explicit MessagePrompt(QWidget* parent) : parent_(parent) {}
+  /// `close` may be null: then somebody always is.
+  explicit MessagePrompt(QWidget* parent, CloseRequest* close = nullptr) : parent_(parent), close_(close) {}
+
+  bool Unattended() const { return close_ != nullptr && close_->Made(); }
 
   void ShowError(std::string_view text) override;
   void ShowMessage(std::string_view text) override;
@@ -23,6 +27,7 @@ class MessagePrompt final : public base::Prompt {
 
  private:
   QWidget* parent_;
+  CloseRequest* close_;
 };
 
 }  // namespace kolvane::window

@@ -61,6 +61,7 @@ ScriptView::ScriptView(ScriptParts parts, ScriptSurroundings surroundings, Scrip
     : QObject(parent),
       around_(std::move(surroundings)),
       core_(LinksOf(parts, around_, *this)),
+      connect_(parts.core.connect),
       files_(core_.list, around_.dialogs, around_.prompt),
       toolbar_(toolbar),
       panel_(new QWidget),
@@ -101,6 +102,7 @@ bool ScriptView::EndRun() {
 void ScriptView::Yield() {
   if (since_events_.elapsed() < kEventsEachMs) return;
   QCoreApplication::processEvents();
+  if (around_.prompt.Unattended()) core_.runner.Abort();
   since_events_.start();
 }
 
@@ -129,15 +131,15 @@ void ScriptView::OpenDropped(const QString& name) {
   around_.prompt.Guard([this, &name] { files_.OpenFile(FromQt(name)); });
 }
 
-void ScriptView::Play() {
-  grid_->FinishEdit();
-  core_.runner.Play();
-  AfterRun();
-}
+void ScriptView::Play() { Run(&script::Runner::Play); }
 
-void ScriptView::SingleStep() {
+void ScriptView::SingleStep() { Run(&script::Runner::SingleStep); }
+
+void ScriptView::Run(void (script::Runner::*command)()) {
+  // Its rows would be lost on a line that is still being dialled.
+  if (connect_.connecting()) return;
   grid_->FinishEdit();
-  core_.runner.SingleStep();
+  (core_.runner.*command)();
   AfterRun();
 }
 

@@ -72,6 +72,7 @@ class ScriptView final : public QObject, private script::RunHost {
   void OpenDropped(const QString& name);
   void Play();
   void SingleStep();
+  void Run(void (script::Runner::*command)());
   void AfterRun();
   void ToggleRecording();
   void ShowRecording();
@@ -79,6 +80,7 @@ class ScriptView final : public QObject, private script::RunHost {
 
   ScriptSurroundings around_;
   script::ScriptCore core_;
+  const terminal::ConnectCommands& connect_;
   script::CommandFileMenu files_;
   ScriptToolbar* toolbar_;
   QWidget* panel_;

@@ -6,11 +6,13 @@
 #include <signal.h>
 #include <unistd.h>
 
+#include <filesystem>
 #include <latch>
 
 #include "app/instrument.h"
 #include "app/program.h"
 #include "base/temp_folder.h"
+#include "integration/modem.h"
 
 namespace kolvane::app {
 namespace {
@@ -62,6 +64,23 @@ TEST_F(RunStopTest, CommandsAreStoppedTheSameWay) {
   const Outcome outcome = program.Wait();
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.out, "A\n");
+}
+
+TEST_F(RunStopTest, DiallingIsGivenUp) {
+  integration::Modem modem(integration::Answers{{"AT2", "CONNECT\r\n"}});
+  std::filesystem::create_directory(folder.Path("Kolvane"));
+  base::WriteBytes(folder.Path("Kolvane/Kolvane.ini"), "[PORT]\nPORT=0\nRSTIMO=60\n");
+  base::WriteBytes(folder.Path("MODEM.INI"), "AT1\r\nAT2\r\n");
+  Program program({"send", "X", "--folder", folder.path()},
+                  {.environment = {{"XDG_CONFIG_HOME", folder.path()}, {"KOLVANE_COM1", modem.node()}}});
+  modem.AwaitLines(1);
+  program.Signal(SIGTERM);
+  program.AwaitHandled(SIGTERM);
+  modem.Say("OK\r\n");
+  const Outcome outcome = program.Wait();
+  EXPECT_EQ(outcome.status, 3) << "no connection came about";
+  EXPECT_EQ(outcome.err, "kolvane: Der Ablauf wurde abgebrochen.\n");
+  EXPECT_EQ(modem.AwaitLines(1), std::vector<std::string>{"AT1"});
 }
 
 TEST_F(RunStopTest, AnEndlessListWithoutTheInstrumentStopsToo) {

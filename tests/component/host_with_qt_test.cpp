@@ -13,7 +13,6 @@
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QMessageBox>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <algorithm>
@@ -21,61 +20,10 @@
 #include <stdexcept>
 
 #include "base/temp_folder.h"
-#include "device/recording_host.h"
-#include "gui/shown_terminal.h"
-#include "kolvane/MainClass.h"
+#include "component/host_fixture.h"
 
 namespace kolvane {
 namespace {
-
-using gui::PaneText;
-
-class HostTest : public testing::Test {
- protected:
-  HostTest() {
-    TerminalOptions options;
-    options.SettingsFile = dir_.path().toStdString() + "/Kolvane.ini";
-    terminal_.SetOptions(options);
-    host_->script.properties = {{2, std::int16_t{100}}, {3, 9600},
-                                {4, std::int16_t{0}},   {5, std::int16_t{8}},
-                                {6, std::int16_t{1}},   {9, "10.0.0.9"}};
-    host_->kind = std::int16_t{100};
-    host_->address = "10.0.0.8";
-  }
-
-  // Opens the terminal, runs `use` in it once it is shown, and closes it.
-  void Open(std::int16_t oper_mode, const std::function<void(QMainWindow&)>& use) {
-    terminal_.InitTerminal(host_);
-    bool used = false;
-    QTimer::singleShot(0, qApp, [&] {
-      QMainWindow* window = gui::ShownTerminal();
-      ASSERT_NE(window, nullptr);
-      use(*window);
-      used = true;
-      window->close();
-    });
-    terminal_.OpenTerminal(oper_mode, 3);
-    EXPECT_TRUE(used);
-  }
-
-  // Fills the command list from row 1 on and plays it.
-  static void PlayList(QMainWindow& window, const std::vector<std::string>& rows) {
-    auto* model = window.findChild<QAbstractItemView*>("CommandScript")->model();
-    for (int row = 0; const std::string& text : rows)
-      model->setData(model->index(row++, 1), QString::fromStdString(text));
-    window.findChild<QAction*>("TB_PLAY")->trigger();
-  }
-
-  auto Count(const std::string& call) const {
-    return std::count(host_->script.calls.begin(), host_->script.calls.end(), call);
-  }
-
-  std::string SettingsFile() const { return dir_.path().toStdString() + "/Kolvane.ini"; }
-
-  QTemporaryDir dir_;
-  std::shared_ptr<device::RecordingHost> host_ = std::make_shared<device::RecordingHost>();
-  MainClass terminal_;
-};
 
 TEST_F(HostTest, TheIndexedDeviceIsShownAsConnected) {
   Open(0, [](QMainWindow& window) {
@@ -270,7 +218,36 @@ TEST_F(HostTest, AHostsConnectionIsStoredAndTheStoredOneNotRead) {
     EXPECT_EQ(window.findChild<QLabel*>("StatusBar1_1")->text(), "TCP/IP: 10.0.0.8, Port 7");
   });
   const std::string saved = base::ReadBytes(SettingsFile());
-  EXPECT_TRUE(saved.starts_with("[PORT]\nADDRESS=4\nIPADDRESS=10.0.0.8\nIPPORT=7\n")) << saved;
+  EXPECT_TRUE(saved.starts_with("[PORT]\nADDRESS=x\nIPADDRESS=10.0.0.8\nIPPORT=7\n")) << saved;
+}
+
+TEST_F(HostTest, WhatAHostSaysNothingOfStaysAsItIsStored) {
+  const std::string stored = "[PORT]\nPORT=0\nADDRESS=9\nRSTIMO=11\nGPIBTIMO=1\nBAUD=2\nPARITY=0\n";
+  base::WriteBytes(SettingsFile(), stored);
+  Open(1, [](QMainWindow&) {});
+  std::string saved = base::ReadBytes(SettingsFile());
+  EXPECT_TRUE(saved.starts_with("[PORT]\nPORT=8\nADDRESS=9\nRSTIMO=11\nGPIBTIMO=1\nBAUD=2\nPARITY=0\n"))
+      << saved;
+  host_->script.properties = {{2, std::int16_t{2}}, {3, 19200},           {4, std::int16_t{2}},
+                              {5, std::int16_t{8}}, {6, std::int16_t{1}}, {8, std::int16_t{7}}};
+  Open(0, [](QMainWindow&) {});
+  saved = base::ReadBytes(SettingsFile());
+  EXPECT_TRUE(saved.starts_with("[PORT]\nPORT=1\nADDRESS=7\nRSTIMO=11\nGPIBTIMO=1\nBAUD=1\nPARITY=2\n"))
+      << saved;
+}
+
+TEST_F(HostTest, WithoutADeviceTheRecordIsFilledFromTheSettings) {
+  base::WriteBytes(SettingsFile(), "[PORT]\nPORT=8\nADDRESS=40\nIPADDRESS=10.0.0.1\nIPPORT=9\n");
+  Open(3, [](QMainWindow& window) {
+    window.findChild<QAction*>("TB_CONNECT")->trigger();
+    EXPECT_TRUE(PaneText(window).contains("  Verbindung hergestellt mit TCP/IP: 10.0.0.1, Port 9"));
+  });
+  base::WriteBytes(SettingsFile(), "[PORT]\nPORT=0\nBAUD=2\n");
+  Open(-1, [](QMainWindow& window) {
+    window.findChild<QAction*>("TB_CONNECT")->trigger();
+    EXPECT_EQ(window.findChild<QLabel*>("StatusBar1_1")->text(),
+              "COM1 38400 Baud, Parity: Gerade, Data: 1, Stop: 1");
+  });
 }
 
 TEST_F(HostTest, AllOtherModesReadTheStoredConnection) {

@@ -112,6 +112,17 @@ TEST_F(Dialling, TellsEachStepBeforeItBlocks) {
                                       "40 s left, last ''", "40 s left, last 'RINGÉ'"}));
 }
 
+TEST_F(Dialling, IsGivenUpAfterTheStepInHand) {
+  library.replies = {{"OK"}, {"OK"}, {"", -9, 2}, {"CONNECT"}};
+  for (const std::size_t patience : {1u, 2u, 3u}) {
+    listener.steps.clear();
+    listener.patience = patience;
+    EXPECT_EQ(Dial({"ATZ", "ATD"}), -1);
+    EXPECT_EQ(listener.steps.size(), patience);
+    library.replies = {{"OK"}, {"OK"}, {"", -9, 2}, {"CONNECT"}};
+  }
+}
+
 TEST_F(Dialling, TellsALineEndWithinAReplyAsABlank) {
   library.replies = {{"ATZ\rOK\r\n"}, {"CONNECT"}};
   EXPECT_EQ(Dial({"ATZ", "ATDT42"}), 0);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -15,8 +17,10 @@ class RecordingDialListener final : public DialListener {
                                                       : "sent " + progress.command;
     steps.push_back(what + ", last '" + progress.reply + "'");
   }
+  bool DiallingGivenUp() const override { return steps.size() >= patience; }
 
   std::vector<std::string> steps;
+  std::size_t patience = SIZE_MAX;  ///< how many steps it waits for
 };
 
 }  // namespace kolvane::device

@@ -26,6 +26,22 @@ TEST_F(ConnectCommandsTest, ConnectChangesFlagAndToolTipAlone) {
   EXPECT_EQ(connect.StatusText(), "TCP/IP: 10.0.0.7, Port 7");
 }
 
+// A host that opens its device may run events, and so does who waits for a modem.
+TEST_F(ConnectCommandsTest, AnAttemptIsNotEnteredAgain) {
+  device.on_open = [this] {
+    EXPECT_TRUE(connect.connecting());
+    connect.Connect();
+    connect.Press();
+  };
+  connect.Press();
+  EXPECT_EQ(device.CountCalls("Open"), 1u);
+  EXPECT_FALSE(connect.connecting());
+  EXPECT_EQ(Button(), "1 20 Verbindung trennen");
+  connect.Press();
+  connect.Connect();
+  EXPECT_EQ(device.CountCalls("Open"), 2u);
+}
+
 TEST_F(ConnectCommandsTest, AFailedConnectShowsItsMessage) {
   device.open_result = {-12, "Gerät antwortet nicht"};
   connect.Connect();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <deque>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -34,7 +35,10 @@ class FakeDevice final : public device::Device {
  public:
   static device::DeviceError TimeOut() { return {-5, "Zeitüberschreitung"}; }
 
-  void Open() override { Record("Open", open_result); }
+  void Open() override {
+    Record("Open", open_result);
+    on_open();
+  }
   void Close() override { Record("Close", close_result); }
 
   void Write(std::string_view command, std::string_view terminator, std::int16_t extra) override {
@@ -91,6 +95,7 @@ class FakeDevice final : public device::Device {
   }
 
   std::vector<std::string> calls;
+  std::function<void()> on_open = [] {};
   device::DeviceError open_result;
   device::DeviceError close_result;
   device::DeviceError write_result;

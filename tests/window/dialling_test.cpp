@@ -1,6 +1,8 @@
 // What the window shows while a modem is dialled.
 
+#include <QAbstractItemView>
 #include <QLabel>
+#include <algorithm>
 
 #include "window/window_fixture.h"
 
@@ -47,6 +49,30 @@ TEST_F(DiallingWindow, PaintsEachStepAndTheConnectionInTheEnd) {
             "Modem wählt: „ATDT42“ gesendet, warte auf Antwort\n"
             "Modem wählt: Antwort „RINGING“, warte auf CONNECT (noch 60 s)\n"
             "COM1 9600 Baud, Parity: Gerade, Data: 1, Stop: 1");
+}
+
+TEST_F(DiallingWindow, IsGivenUpOnceTheWindowIsToClose) {
+  library_.replies = {{"OK\r\n"}, {"OK\r\n"}, {"CONNECT\r\n"}};
+  QTimer::singleShot(0, &window_, [this] { close_.made = true; });
+  Press("TB_CONNECT");
+  EXPECT_EQ(library_.calls.back(), "ClosePort()");
+  EXPECT_EQ(library_.replies.size(), 2u);
+  EXPECT_LT(device_.open_step_status, 0);
+}
+
+// What fires while the window waits.
+TEST_F(DiallingWindow, LetsNothingElseConnectOrRun) {
+  library_.replies = {{"OK\r\n"}, {"OK\r\n"}, {"CONNECT\r\n"}};
+  Find<QAbstractItemView>("CommandScript")
+      ->model()
+      ->setData(Find<QAbstractItemView>("CommandScript")->model()->index(0, 1), "MSV?");
+  QTimer::singleShot(0, &window_, [this] {
+    for (const char* key : {"TB_CONNECT", "TB_PLAY", "TB_SINGLESTEP", "mnuConnect"}) Press(key);
+  });
+  Press("TB_CONNECT");
+  EXPECT_EQ(std::count(library_.calls.begin(), library_.calls.end(), "WritePort(\"ATZ\r\")"), 1);
+  EXPECT_EQ(std::count(library_.calls.begin(), library_.calls.end(), "WritePort(\"MSV?\n\")"), 0);
+  EXPECT_TRUE(device_.connected);
 }
 
 }  // namespace

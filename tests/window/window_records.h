@@ -2,10 +2,22 @@
 
 #include <string>
 
+#include "base/fake_prompt.h"
 #include "device/operating_mode.h"
+#include "window/close_request.h"
 #include "window/main_window.h"
 
 namespace kolvane::window {
+
+/// A request that a test makes.
+class FakeCloseRequest final : public CloseRequest {
+ public:
+  bool Made() const override { return made; }
+  base::Prompt& Messages() override { return messages; }
+
+  bool made = false;
+  base::FakePrompt messages;
+};
 
 /// What a terminal window works on, as the component would keep it, on the way through a port library. A
 /// base, so that it outlives the window.
@@ -14,7 +26,7 @@ class WindowRecords {
   WindowRecords() { device_.OperMode = device::operating_mode::kPortLibrary; }
 
   WindowContext ContextWith(device::PortLibrarySource& library, const std::string& folder) {
-    return {{device_, connection_, terminal_}, script_, settings_, library, folder};
+    return {{device_, connection_, terminal_}, script_, settings_, library, folder, &close_};
   }
 
   device::DeviceState device_;
@@ -22,6 +34,7 @@ class WindowRecords {
   terminal::TerminalState terminal_;
   terminal::WindowSettings settings_;
   script::ScriptState script_;
+  FakeCloseRequest close_;
 };
 
 }  // namespace kolvane::window

@@ -1,0 +1,59 @@
+#include "component/close_watch.h"
+
+#include <poll.h>
+#include <unistd.h>
+
+#include <QApplication>
+#include <QTimer>
+
+#include "base/uninterrupted.h"
+
+namespace kolvane::component {
+namespace {
+
+bool IsReadable(int descriptor) {
+  pollfd event{descriptor, POLLIN, 0};
+  return base::Uninterrupted([&] { return poll(&event, 1, 0); }) > 0 && (event.revents & POLLNVAL) == 0;
+}
+
+}  // namespace
+
+CloseWatch::CloseWatch(int descriptor) : descriptor_(descriptor), messages_(STDERR_FILENO, false) {
+  if (descriptor < 0) return;
+  notifier_ = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
+  QObject::connect(notifier_.get(), &QSocketNotifier::activated, [this] {
+    notifier_->setEnabled(false);
+    came_ = true;
+    CloseAll();
+  });
+}
+
+bool CloseWatch::Made() const {
+  return came_ || (loop_ != nullptr && !loop_->isRunning()) || (descriptor_ >= 0 && IsReadable(descriptor_));
+}
+
+void CloseWatch::SetWindow(window::MainWindow& window) {
+  window_ = &window;
+  if (came_) QTimer::singleShot(0, &window, [&window] { window.close(); });
+}
+
+void CloseWatch::RunEvents() {
+  QEventLoop loop;
+  QObject::connect(window_, &window::MainWindow::Closed, &loop, &QEventLoop::quit);
+  loop_ = &loop;
+  // A message about the list may have been closed along with the window.
+  if (window_->isVisible()) loop.exec();
+  loop_ = nullptr;
+  came_ = true;
+}
+
+// Message boxes and dialogs above the window go first: they would keep it from ending.
+void CloseWatch::CloseAll() {
+  for (QWidget* top = QApplication::activeModalWidget(); top != nullptr && top != window_;
+       top = QApplication::activeModalWidget()) {
+    if (!top->close()) break;
+  }
+  if (window_ != nullptr) window_->close();
+}
+
+}  // namespace kolvane::component

@@ -1,0 +1,109 @@
+// How a terminal ends that nobody closes at its window.
+
+#include <QMessageBox>
+#include <stdexcept>
+
+#include "base/temp_folder.h"
+#include "component/host_fixture.h"
+#include "component/pipe_ends.h"
+#include "gui/box_answers.h"
+
+namespace kolvane {
+namespace {
+
+/// Its log and its device stand open or not, as somebody has left them.
+class CloseTest : public HostTest {
+ protected:
+  // As a user who has disconnected the device, with a log open.
+  void LeaveOpen(QMainWindow& window) {
+    PlayList(window, {"$OPENLOG " + log_, "$AUTOLOG ON", "*IDN?"});
+    auto* disconnect = window.findChild<QAction*>("mnuDisconnect");
+    disconnect->setEnabled(true);
+    disconnect->trigger();
+    host_->script.calls.clear();
+  }
+
+  void ExpectUnloaded() {
+    EXPECT_EQ(Count("OpenDevice()"), 1) << "given back open";
+    EXPECT_EQ(host_.use_count(), 1);
+    EXPECT_TRUE(terminal_.CanUnload().ToBool());
+    EXPECT_TRUE(base::ReadBytes(SettingsFile()).find("\nPORT=8\n") != std::string::npos);
+    EXPECT_NE(base::ReadBytes(log_).find("*IDN?\r\n"), std::string::npos);
+  }
+
+  const std::string log_ = dir_.path().toStdString() + "/a.LOG";
+};
+
+TEST_F(CloseTest, AHostThatEndsItsEventLoopsGetsEveryLastStep) {
+  terminal_.InitTerminal(host_);
+  QTimer::singleShot(0, qApp, [this] {
+    QTimer::singleShot(0, qApp, [this] {
+      LeaveOpen(*gui::ShownTerminal());
+      QCoreApplication::exit(5);
+    });
+    terminal_.OpenTerminal(1, 0);
+    EXPECT_EQ(gui::ShownTerminal(), nullptr);
+    ExpectUnloaded();
+  });
+  EXPECT_EQ(QApplication::exec(), 5);
+  Open(1, [](QMainWindow&) {});
+}
+
+TEST_F(CloseTest, AHostThatEndsItsEventLoopsEndsAListThatWouldRunForEver) {
+  host_->script.read = [](Variant& answer, Variant&) { answer = "1\r\n"; };
+  host_->script.on_call["WriteCommand"] = [] { QCoreApplication::exit(0); };
+  terminal_.InitTerminal(host_);
+  QTimer::singleShot(0, qApp, [this] {
+    QTimer::singleShot(0, qApp, [] { PlayList(*gui::ShownTerminal(), {"again:", "MSV?", "$GOTO again"}); });
+    terminal_.OpenTerminal(1, 0);
+    EXPECT_TRUE(terminal_.CanUnload().ToBool());
+  });
+  EXPECT_EQ(QApplication::exec(), 0);
+}
+
+TEST_F(CloseTest, AfterARequestFailuresGoToStandardError) {
+  const PipeEnds close;
+  options_.CloseDescriptor = close.reader();
+  terminal_.SetOptions(options_);
+  terminal_.InitTerminal(host_);
+  gui::BoxAnswers boxes;
+  QTimer::singleShot(0, qApp, [&] {
+    LeaveOpen(*gui::ShownTerminal());
+    host_->script.on_call["OpenDevice"] = [] { throw std::runtime_error("Gerät aus"); };
+    boxes.Start();
+    close.Request();
+  });
+  testing::internal::CaptureStderr();
+  terminal_.OpenTerminal(1, 0);
+  const std::string said = testing::internal::GetCapturedStderr();
+  EXPECT_TRUE(said.ends_with("kolvane: Fehler beim Verbindungsaufbau: Gerät aus (-901)\n")) << said;
+  EXPECT_EQ(boxes.texts(), QStringList{});
+  ExpectUnloaded();
+}
+
+TEST_F(CloseTest, WhoClosesTheWindowIsShownTheFailure) {
+  gui::BoxAnswers boxes;
+  Open(1, [&](QMainWindow& window) {
+    LeaveOpen(window);
+    host_->script.on_call["OpenDevice"] = [] { throw std::runtime_error("Gerät aus"); };
+    boxes.Start();
+  });
+  EXPECT_EQ(boxes.texts(), QStringList{"Fehler beim Verbindungsaufbau: Gerät aus (-901)"});
+  ExpectUnloaded();
+}
+
+// It was made before the window was there to be closed.
+TEST_F(CloseTest, ARequestThatCameFirstKeepsAMessageFromBeingShown) {
+  const PipeEnds close;
+  close.Request();
+  options_.CloseDescriptor = close.reader();
+  terminal_.SetOptions(options_);
+  base::WriteBytes(SettingsFile(), "[TERMINAL]\nFONTSIZE=gross\n");
+  gui::BoxAnswers boxes;
+  boxes.Start();
+  EXPECT_THROW(terminal_.OpenTerminal(2, 0), RuntimeError);
+  EXPECT_EQ(boxes.texts(), QStringList{});
+}
+
+}  // namespace
+}  // namespace kolvane

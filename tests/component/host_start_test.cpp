@@ -1,0 +1,221 @@
+// How a host with a QApplication gets at its terminal: on which thread, where it stands, what is pressed
+// first.
+
+#include <QAbstractButton>
+#include <QLabel>
+#include <QMessageBox>
+#include <QScreen>
+#include <QSignalSpy>
+#include <QTest>
+#include <QWindow>
+#include <stdexcept>
+#include <thread>
+
+#include "base/loopback.h"
+#include "base/temp_folder.h"
+#include "component/host_fixture.h"
+#include "component/pipe_ends.h"
+#include "integration/modem.h"
+
+namespace kolvane {
+namespace {
+
+TEST_F(HostTest, OnAnotherThreadThanTheApplicationsItIsRefused) {
+  terminal_.InitTerminal(host_);
+  std::string error;
+  std::thread([&] {
+    try {
+      terminal_.OpenTerminal(1, 0);
+    } catch (const std::runtime_error& thrown) {
+      error = thrown.what();
+    }
+  }).join();
+  EXPECT_EQ(error, "OpenTerminal was called on another thread than the one of the host's application object");
+  EXPECT_TRUE(host_->script.calls.empty());
+  Open(1, [](QMainWindow&) {});
+}
+
+TEST_F(HostTest, AMessageBeforeTheWindowIsNotTheHostsLastWindow) {
+  base::WriteBytes(SettingsFile(), "[TERMINAL]\nFONTSIZE=gross\n");
+  QSignalSpy last_closed(qApp, &QGuiApplication::lastWindowClosed);
+  QTimer::singleShot(0, qApp, [this] {
+    QTimer::singleShot(0, qApp, [] {
+      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      ASSERT_NE(box, nullptr);
+      box->button(QMessageBox::Ok)->click();
+    });
+    EXPECT_THROW(terminal_.OpenTerminal(2, 0), RuntimeError);
+    // The host's own end, unless it has been made to end before.
+    QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(7); });
+  });
+  EXPECT_EQ(QApplication::exec(), 7);
+  EXPECT_EQ(last_closed.count(), 0);
+}
+
+class PlaceTest : public HostTest {
+ protected:
+  PlaceTest() {
+    host_window_.resize(100, 80);
+    host_window_.show();
+  }
+
+  void ExpectOver(QMainWindow& window) {
+    EXPECT_EQ(window.windowHandle()->transientParent(), host_window_.windowHandle());
+    EXPECT_TRUE(screen_.contains(window.frameGeometry()));
+  }
+
+  void ExpectCentred(QMainWindow& window) {
+    const QPoint off = window.frameGeometry().center() - host_window_.frameGeometry().center();
+    EXPECT_LE(off.manhattanLength(), 2) << "rounded";
+  }
+
+  QWidget host_window_;
+  const QRect screen_ = host_window_.screen()->availableGeometry();
+};
+
+TEST_F(PlaceTest, IsOverTheHostsActiveWindow) {
+  QWidget other;
+  other.show();
+  for (const QPoint center : {screen_.center(), screen_.topLeft(), screen_.bottomRight()}) {
+    host_window_.move(center - QPoint(50, 40));
+    host_window_.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&host_window_));
+    Open(1, [&](QMainWindow& window) {
+      ExpectOver(window);
+      if (center == screen_.center()) ExpectCentred(window);
+    });
+  }
+}
+
+TEST_F(PlaceTest, IsOverTheHostsWindowWhereNoneIsActive) {
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&host_window_));
+  QApplication::setActiveWindow(nullptr);
+  host_window_.move(screen_.center());
+  Open(1, [this](QMainWindow& window) { ExpectOver(window); });
+}
+
+TEST_F(PlaceTest, IsTheSystemsWhereTheHostShowsNone) {
+  host_window_.hide();
+  Open(1, [](QMainWindow& window) { EXPECT_EQ(window.windowHandle()->transientParent(), nullptr); });
+}
+
+// It gives its only reference away and is let go while it works, as by a second InitTerminal.
+class HostThatIsLetGo final : public HostObject {
+ public:
+  HostThatIsLetGo(MainClass& terminal, bool& gone) : terminal_(terminal), gone_(gone) {}
+  ~HostThatIsLetGo() override { gone_ = true; }
+  void GetDeviceInfo(Variant& kind, Variant& address) override {
+    kind = std::int16_t{1};
+    address = std::int16_t{5};
+  }
+  void WriteCommand(const std::string& command) override {
+    if (command.starts_with("CLOSE")) gui::ShownTerminal()->close();
+    if (command.starts_with("INIT")) terminal_.InitTerminal(nullptr);
+    EXPECT_FALSE(gone_) << command;
+  }
+  Variant LastError() override { return 0; }
+  void SetLastError(std::int16_t) override {}
+
+ private:
+  MainClass& terminal_;
+  bool& gone_;
+};
+
+TEST_F(HostTest, AHostThatIsLetGoInItsOwnCallLivesToItsEnd) {
+  for (const char* command : {"CLOSE", "INIT"}) {
+    bool gone = false;
+    terminal_.InitTerminal(std::make_shared<HostThatIsLetGo>(terminal_, gone));
+    QTimer::singleShot(0, qApp, [&] {
+      gui::TypeCommand(*gui::ShownTerminal(), command);
+      EXPECT_TRUE(gone);
+      if (QMainWindow* open = gui::ShownTerminal()) open->close();
+    });
+    terminal_.OpenTerminal(1, 0);
+    EXPECT_TRUE(terminal_.CanUnload().ToBool());
+  }
+}
+
+/// A terminal on a connection of its own, which connects and plays as soon as it is shown.
+class StartTest : public HostTest {
+ protected:
+  StartTest() {
+    options_.Folder = dir_.path().toStdString();
+    options_.CommandList = options_.Folder + "/start.CMD";
+    options_.CloseDescriptor = close_.reader();
+    options_.ConnectAtStart = options_.PlayAtStart = true;
+    base::WriteBytes(options_.CommandList, "*IDN?\r\n");
+    setenv("XDG_DATA_HOME", options_.Folder.c_str(), 1);
+  }
+  ~StartTest() override {
+    for (const char* name : {"XDG_DATA_HOME", "KOLVANE_COM1"}) unsetenv(name);
+  }
+
+  void DialWith(const integration::Modem& modem, const std::string& script) {
+    setenv("KOLVANE_COM1", modem.node().c_str(), 1);
+    base::WriteBytes(options_.Folder + "/MODEM.INI", script);
+    base::WriteBytes(SettingsFile(), "[PORT]\nPORT=0\nRSTIMO=1\n[TERMINAL]\nRCVTIMO=1\n");
+    terminal_.SetOptions(options_);
+  }
+
+  PipeEnds close_;
+};
+
+TEST_F(StartTest, TheListWaitsForTheModem) {
+  using integration::Answers;
+  integration::Modem modem(Answers{{"ATD", "RINGING\r\n\r\nCONNECT\r\n"}});
+  DialWith(modem, "ATD\r\n");
+  std::thread end([&] {
+    modem.AwaitLines(2);
+    close_.Request();
+  });
+  terminal_.OpenTerminal(2, 0);
+  end.join();
+  EXPECT_EQ(modem.AwaitLines(2), (std::vector<std::string>{"ATD", "*IDN?"})) << "dialled once";
+}
+
+// How many message boxes stand above the window.
+int ShownBoxes() {
+  const QWidgetList windows = QApplication::topLevelWidgets();
+  return static_cast<int>(std::count_if(windows.begin(), windows.end(), [](const QWidget* window) {
+    return window->isVisible() && qobject_cast<const QMessageBox*>(window) != nullptr;
+  }));
+}
+
+TEST_F(StartTest, TheListWaitsForTheMessageOfARefusedConnection) {
+  base::WriteBytes(SettingsFile(), "[PORT]\nPORT=8\nIPADDRESS=127.0.0.1\nIPPORT=1\n");
+  terminal_.SetOptions(options_);
+  int boxes = 0;
+  QTimer look;
+  QObject::connect(&look, &QTimer::timeout, qApp, [&] {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (box == nullptr) return;
+    EXPECT_EQ(ShownBoxes(), 1);
+    // That of the connection, and that of the list's row.
+    if (++boxes == 2) close_.Request();
+    box->accept();
+  });
+  look.start(0);
+  terminal_.OpenTerminal(2, 0);
+  EXPECT_EQ(boxes, 2);
+}
+
+TEST_F(StartTest, ACloseRequestEndsTheDialling) {
+  using integration::Answers;
+  integration::Modem modem(Answers{{"AT1", "OK\r\n"}, {"AT2", "CONNECT\r\n"}});
+  DialWith(modem, "AT1\r\nAT2\r\n");
+  QTimer look;
+  QObject::connect(&look, &QTimer::timeout, qApp, [&] {
+    const QMainWindow* window = gui::ShownTerminal();
+    const QString status = window == nullptr ? "" : window->findChild<QLabel*>("StatusBar1_1")->text();
+    if (!status.startsWith("Modem wählt")) return;
+    look.stop();
+    close_.Request();
+  });
+  look.start(0);
+  terminal_.OpenTerminal(2, 0);
+  EXPECT_EQ(modem.AwaitLines(1), std::vector<std::string>{"AT1"}) << "neither dialled on nor played";
+  EXPECT_TRUE(terminal_.CanUnload().ToBool());
+}
+
+}  // namespace
+}  // namespace kolvane
