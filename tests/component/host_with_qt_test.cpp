@@ -57,6 +57,26 @@ TEST_F(HostTest, ACommandGoesToTheSingleDevice) {
   });
 }
 
+TEST_F(HostTest, AnAnswerReadByteByByteEndsWhereTheHostHasNoMore) {
+  base::WriteBytes(SettingsFile(), "[TERMINAL]\nRCVMODE=1\nRCVTERM=\n");
+  int reads = 0;
+  host_->script.read = [&](Variant&, Variant& buffer) {
+    buffer = ++reads <= 2 ? Bytes{static_cast<std::uint8_t>('0' + reads)} : Bytes{};
+  };
+  Open(1, [&](QMainWindow& window) {
+    gui::TypeCommand(window, "MSV?");
+    EXPECT_TRUE(PaneText(window).endsWith("MSV?\n12")) << PaneText(window).toStdString();
+  });
+  EXPECT_EQ(reads, 3);
+}
+
+TEST_F(HostTest, AFlushThatTheHostRefusesShowsItsLine) {
+  host_->script.on_call["FlushInQ"] = [] { throw std::runtime_error("nein"); };
+  Open(1, [](QMainWindow& window) {
+    EXPECT_TRUE(PaneText(window).contains("Empfangspuffer gelöscht (0 Bytes)"));
+  });
+}
+
 TEST_F(HostTest, AnExceptionInTheSessionBecomesAFailedOperation) {
   host_->script.on_call["Read"] = [] { throw std::runtime_error("Leitung tot"); };
   Open(1, [&](QMainWindow& window) {
