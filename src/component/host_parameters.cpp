@@ -35,9 +35,9 @@ class HostValue {
  public:
   HostValue(std::string place, Variant value) : place_(std::move(place)), value_(std::move(value)) {}
 
-  std::int16_t ToInt16() const { return As(&Variant::ToInt16); }
-  std::int32_t ToInt32() const { return As(&Variant::ToInt32); }
-  std::string ToText() const { return As(AddressText); }
+  std::int16_t ToInt16() const { return As<std::int16_t>(&Variant::ToInt16); }
+  std::int32_t ToInt32() const { return As<std::int32_t>(&Variant::ToInt32); }
+  std::string ToText() const { return As<std::string>(AddressText); }
 
  private:
   // Nothing is an empty text elsewhere, but no address.
@@ -46,8 +46,8 @@ class HostValue {
     return value.ToText();
   }
 
-  template <typename Convert>
-  auto As(Convert convert) const {
+  template <typename Result, typename Convert>
+  Result As(Convert convert) const {
     try {
       return std::invoke(convert, value_);
     } catch (const base::RuntimeError& error) {
