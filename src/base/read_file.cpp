@@ -1,8 +1,10 @@
 #include "base/read_file.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/stat.h>
 
+#include <array>
 #include <cerrno>
 
 #include "base/descriptor.h"
@@ -12,6 +14,24 @@ namespace kolvane::base {
 namespace {
 
 constexpr std::size_t kPiece = 65536;
+constexpr int kSliceMs = 50;
+
+// The name may lead to a pipe or a line that nobody serves: neither opening nor reading waits there.
+Descriptor OpenToRead(const std::string& name) {
+  return Descriptor(open(name.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+}
+
+// 0 once there is something to read, or the end.
+int AwaitPiece(int descriptor, const GiveUp& give_up) {
+  for (int waited = 0; !give_up(waited);) {
+    pollfd entry{descriptor, POLLIN, 0};
+    const int ready = poll(&entry, 1, kSliceMs);
+    if (ready > 0) return 0;
+    if (ready == 0) waited += kSliceMs;
+    if (ready < 0 && errno != EINTR) return errno;
+  }
+  return ETIMEDOUT;
+}
 
 // The size is only a hint: the file may change meanwhile.
 int ReadAll(int descriptor, std::size_t size, std::string& bytes) {
@@ -31,7 +51,7 @@ int ReadAll(int descriptor, std::size_t size, std::string& bytes) {
 
 int ReadFile(const std::string& name, std::string& bytes) {
   bytes.clear();
-  const Descriptor file(open(name.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+  const Descriptor file = OpenToRead(name);
   if (!file) return errno;
   struct stat status {};
   if (fstat(file.get(), &status) != 0) return errno;
@@ -40,6 +60,19 @@ int ReadFile(const std::string& name, std::string& bytes) {
   const int error = ReadAll(file.get(), static_cast<std::size_t>(status.st_size), bytes);
   if (error != 0) bytes.clear();
   return error;
+}
+
+int ReadPieces(const std::string& name, const TakePiece& take, const GiveUp& give_up) {
+  const Descriptor file = OpenToRead(name);
+  if (!file) return errno;
+  std::array<char, kPiece> piece;
+  for (;;) {
+    if (const int error = AwaitPiece(file.get(), give_up); error != 0) return error;
+    const ssize_t count = read(file.get(), piece.data(), piece.size());
+    if (count == 0) return 0;
+    if (count > 0 && !take({piece.data(), static_cast<std::size_t>(count)})) return 0;
+    if (count < 0 && errno != EINTR && errno != EAGAIN) return errno;
+  }
 }
 
 }  // namespace kolvane::base

@@ -27,6 +27,7 @@ constexpr Row kTexts[] = {
     {EIO, "Fehler des Datenträgers"},
     {EPIPE, "Die Gegenseite liest nicht mehr"},
     {EAGAIN, "Die Gegenseite nimmt nichts mehr an"},
+    {ETIMEDOUT, "Es kam zu lange nichts"},
     {ENXIO, "Gerät nicht bereit"},
     {ENODEV, "Das ist keine gewöhnliche Datei"},
     {ETXTBSY, "Die Datei wird gerade ausgeführt"},

@@ -23,7 +23,9 @@ HeadlessList::HeadlessList(HeadlessTerminal& terminal, ComponentState& state)
              terminal.library(), terminal.messages(), log_, *this}) {}
 
 bool HeadlessList::Load(const std::string& file) {
-  const script::FileResult result = script::LoadCommandFile(core_.list, file);
+  const auto stop_due = [this](int /*waited_ms*/) { return terminal_.StopDue(); };
+  const script::FileResult result = script::LoadCommandFile(core_.list, file, stop_due);
+  if (terminal_.stopped()) return false;
   if (!result.ok()) {
     terminal_.messages().ShowError("cannot read the command list '" + file + "': " + Reason(result));
   } else if (core_.list.left_out() > 0) {

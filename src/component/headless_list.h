@@ -16,7 +16,7 @@ class HeadlessList final : private script::RunHost {
  public:
   HeadlessList(HeadlessTerminal& terminal, ComponentState& state);
 
-  /// False, and the user has been told, where `file` cannot be read.
+  /// False, and the user has been told, where `file` cannot be read or a stop was asked for meanwhile.
   [[nodiscard]] bool Load(const std::string& file);
 
   /// Runs the list on the open connection.

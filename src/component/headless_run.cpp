@@ -54,7 +54,7 @@ Status RunList(const std::string& file, const CommandRunOptions& options, Run& r
   if (!Prepare(options, run)) return Status::kUsage;
   HeadlessTerminal terminal(options, run.host, run.state);
   component::HeadlessList list(terminal, run.state);
-  if (!list.Load(file)) return Status::kUsage;
+  if (!list.Load(file)) return terminal.stopped() ? Status::kStopped : Status::kUsage;
   if (!terminal.Connect()) return Status::kNotConnected;
   return terminal.StopDue() ? Status::kStopped : list.Play();
 }

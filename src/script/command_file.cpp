@@ -1,9 +1,5 @@
 #include "script/command_file.h"
 
-#include <array>
-#include <cerrno>
-#include <cstdio>
-#include <memory>
 #include <utility>
 #include <vector>
 
@@ -29,24 +25,20 @@ struct Lines {
   }
 };
 
-struct CloseFile {
-  void operator()(std::FILE* file) const { std::fclose(file); }
-};
-
-FileResult ReadLines(const std::string& name, Lines& lines) {
-  const std::unique_ptr<std::FILE, CloseFile> file(std::fopen(name.c_str(), "rbe"));
-  if (!file) return {Problem::kCannotRead, name, errno};
+FileResult ReadLines(const std::string& name, const base::GiveUp& give_up, Lines& lines) {
   bool too_long = false;
   LineSplitter splitter([&](std::string_view line) {
     too_long |= line.size() > kLineLimit;
     lines.Add(line);
   });
-  std::array<char, 65536> chunk;
-  while (const std::size_t size = std::fread(chunk.data(), 1, chunk.size(), file.get())) {
-    splitter.Feed({chunk.data(), size});
-    if (too_long || splitter.pending() > kLineLimit) return {Problem::kLineTooLong, name};
-  }
-  if (std::ferror(file.get()) != 0) return {Problem::kCannotRead, name, errno};
+  const auto take = [&](std::string_view piece) {
+    splitter.Feed(piece);
+    too_long |= splitter.pending() > kLineLimit;
+    return !too_long;
+  };
+  const int error = base::ReadPieces(name, take, give_up);
+  if (error != 0) return {Problem::kCannotRead, name, error};
+  if (too_long) return {Problem::kLineTooLong, name};
   splitter.Finish();
   return {Problem::kNone, name};
 }
@@ -58,9 +50,9 @@ FileResult Write(const std::string& name, std::string_view bytes) {
 
 }  // namespace
 
-FileResult LoadCommandFile(CommandList& list, const std::string& name) {
+FileResult LoadCommandFile(CommandList& list, const std::string& name, const base::GiveUp& give_up) {
   Lines lines;
-  FileResult result = ReadLines(name, lines);
+  FileResult result = ReadLines(name, give_up, lines);
   if (result.ok() && !list.ShowFile(name, std::move(lines.rows), lines.left_out))
     result.problem = Problem::kListRunning;
   return result;

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "base/read_file.h"
 #include "script/command_list.h"
 #include "script/file_result.h"
 
@@ -12,9 +13,14 @@ namespace kolvane::script {
 
 inline constexpr std::size_t kLineLimit = 1 << 20;  ///< bytes of one line
 
-/// Shows the file `name` in `list`, which keeps what it held where that fails. Lines beyond the last row are
-/// counted in CommandList::left_out().
-FileResult LoadCommandFile(CommandList& list, const std::string& name);
+/// How long a pipe may bring nothing before it is given up, while nobody can stop the wait.
+inline constexpr int kQuietMs = 5000;
+
+/// Shows the file `name`, which may be a pipe, in `list`, which keeps what it held where that fails. Lines
+/// beyond the last row are counted in CommandList::left_out().
+FileResult LoadCommandFile(
+    CommandList& list, const std::string& name,
+    const base::GiveUp& give_up = [](int waited_ms) { return waited_ms >= kQuietMs; });
 
 /// The rows with characters that a command file writes as '?'.
 std::vector<int> RowsOutsideCodePage(const CommandList& list);

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <signal.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <filesystem>
@@ -11,6 +12,7 @@
 
 #include "app/instrument.h"
 #include "app/program.h"
+#include "base/descriptor.h"
 #include "base/temp_folder.h"
 #include "integration/modem.h"
 
@@ -104,6 +106,35 @@ TEST_F(RunStopTest, AnotherSignalEndsTheProgramAtOnce) {
   program.Signal(SIGINT);
   EXPECT_EQ(program.Wait().status, -SIGINT);
   ended.count_down();
+}
+
+TEST_F(RunStopTest, AListThatAPipeBringsIsPlayed) {
+  Instrument instrument(Echo);
+  std::vector<std::string> words = Words("", instrument);
+  words[1] = folder.Path("pipe");
+  ASSERT_EQ(mkfifo(words[1].c_str(), 0600), 0);
+  Program program(words);
+  {
+    const base::Descriptor writer(open(words[1].c_str(), O_WRONLY | O_CLOEXEC));
+    ASSERT_EQ(write(writer.get(), "A\nB\n", 4), 4);
+  }
+  const Outcome outcome = program.Wait();
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.out, "A\nB\n");
+}
+
+TEST_F(RunStopTest, AListThatDoesNotComeStopsToo) {
+  const std::string pipe = folder.Path("pipe");
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  Program program({"run", pipe, "--connect", "OFFLINE"});
+  // Opening returns once the program reads.
+  const base::Descriptor writer(open(pipe.c_str(), O_WRONLY | O_CLOEXEC));
+  program.Signal(SIGTERM);
+  ASSERT_TRUE(program.EndsWithin(20'000));
+  const Outcome outcome = program.Wait();
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.out, "");
+  EXPECT_EQ(outcome.err, "kolvane: Der Ablauf wurde abgebrochen.\n");
 }
 
 TEST_F(RunStopTest, AReaderThatHasSeenEnoughEndsTheRunQuietly) {

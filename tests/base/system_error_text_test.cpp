@@ -17,6 +17,7 @@ TEST(SystemErrorText, SaysItInGerman) {
   EXPECT_EQ(SystemErrorText(EFBIG), "Die Datei würde zu groß");
   EXPECT_EQ(SystemErrorText(EROFS), "Der Datenträger ist schreibgeschützt");
   EXPECT_EQ(SystemErrorText(ENAMETOOLONG), "Der Name ist zu lang");
+  EXPECT_EQ(SystemErrorText(ETIMEDOUT), "Es kam zu lange nichts");
   EXPECT_EQ(SystemErrorText(EIO), "Fehler des Datenträgers");
 }
 

@@ -1,9 +1,13 @@
 #include "script/command_file.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <cerrno>
+#include <thread>
 
+#include "base/descriptor.h"
 #include "base/temp_folder.h"
 #include "script/list_text.h"
 
@@ -119,6 +123,26 @@ TEST_F(CommandFileTest, RefusesLinesThatNoCommandFileHas) {
   }
   EXPECT_EQ(LoadCommandFile(list, "/dev/zero").problem, Problem::kLineTooLong);
   EXPECT_EQ(list.Text(3), "b");
+}
+
+TEST_F(CommandFileTest, LoadsWhatAPipeBrings) {
+  ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+  std::jthread writer([this] {
+    const base::Descriptor end(open(file.c_str(), O_WRONLY | O_CLOEXEC));
+    EXPECT_EQ(write(end.get(), "a\r\nb", 4), 4);
+  });
+  EXPECT_TRUE(LoadCommandFile(list, file).ok());
+  EXPECT_EQ(ListText(list), ">a|b");
+}
+
+TEST_F(CommandFileTest, APipeThatIsGivenUpLeavesTheListAlone) {
+  Loaded("a\r\nb");
+  const std::string silent = folder.Path("silent");
+  ASSERT_EQ(mkfifo(silent.c_str(), 0600), 0);
+  const FileResult result = LoadCommandFile(list, silent, [](int) { return true; });
+  EXPECT_EQ(result.problem, Problem::kCannotRead);
+  EXPECT_EQ(result.error, ETIMEDOUT);
+  EXPECT_EQ(ListText(list), ">a|b");
 }
 
 TEST_F(CommandFileTest, ARunningListIsNotReplaced) {
