@@ -20,16 +20,20 @@ constexpr option kLongOptions[] = {
     {"version", no_argument, nullptr, kVersion},     {nullptr, 0, nullptr, 0},
 };
 
+void TakeMode(Options& options, const char* value) {
+  constexpr std::int16_t kSmallest = std::numeric_limits<std::int16_t>::min();
+  constexpr std::int16_t kLargest = std::numeric_limits<std::int16_t>::max();
+  options.mode = NumberValue(value, kSmallest, kLargest);
+  if (options.mode) return;
+  Refuse(options, "--mode takes a whole number from " + std::to_string(kSmallest) + " to " +
+                      std::to_string(kLargest) + ", not '" + value + "'");
+}
+
 // `word` is the argument in hand.
 void Apply(Options& options, int choice, const char* word) {
   switch (choice) {
     case kMode:
-      if (const auto mode = NumberValue<std::int16_t>(optarg, std::numeric_limits<std::int16_t>::min(),
-                                                      std::numeric_limits<std::int16_t>::max())) {
-        options.mode = mode;
-      } else {
-        Refuse(options, std::string("--mode takes a whole number, not '") + optarg + "'");
-      }
+      TakeMode(options, optarg);
       break;
     case kDemo:
       options.action = Options::Action::kDemo;

@@ -41,7 +41,8 @@ TEST(Options, TakeAModeForTheWindowAlone) {
 
 TEST(Options, TakeModesUpToSixteenBits) {
   EXPECT_EQ(Parse({"--mode", "32767"}).mode, 32767);
-  EXPECT_EQ(Parse({"--mode", "32768"}).error, "--mode takes a whole number, not '32768'");
+  EXPECT_EQ(Parse({"--mode", "32768"}).error,
+            "--mode takes a whole number from -32768 to 32767, not '32768'");
 }
 
 TEST(Options, RefuseInOneLine) {
@@ -52,8 +53,8 @@ TEST(Options, RefuseInOneLine) {
   EXPECT_EQ(Parse({"--version=1"}).error, "unknown option '--version=1'");
   EXPECT_EQ(Parse({"--mode"}).error, "option '--mode' needs a value");
   EXPECT_EQ(Parse({"--folder", ""}).error, "--folder takes a folder, not ''");
-  EXPECT_EQ(Parse({"--mode", "zwei"}).error, "--mode takes a whole number, not 'zwei'");
-  EXPECT_EQ(Parse({"--mode", ""}).error, "--mode takes a whole number, not ''");
+  EXPECT_EQ(Parse({"--mode", "zwei"}).error, "--mode takes a whole number from -32768 to 32767, not 'zwei'");
+  EXPECT_EQ(Parse({"--mode", ""}).error, "--mode takes a whole number from -32768 to 32767, not ''");
   EXPECT_EQ(Parse({"fly"}).error, "unknown command 'fly'");
   EXPECT_EQ(Parse({"fly"}).action, Options::Action::kUsageError);
   EXPECT_EQ(Parse({"--demo", "run", "a.CMD"}).error, "--demo takes no command");
