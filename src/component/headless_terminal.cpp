@@ -49,13 +49,6 @@ HeadlessTerminal::~HeadlessTerminal() {
 bool HeadlessTerminal::Connect() {
   core_.connect.Press();
   if (!state_.device.connected) return false;
-  if (device::WasClosedAgain(state_.device, state_.connection)) {
-    if (StopDue()) return false;
-    const std::int32_t status = state_.device.open_step_status;
-    messages_.ShowError(terminal::texts::Failure(
-        terminal::texts::kConnectFailed, {static_cast<std::int16_t>(status), std::to_string(status)}));
-    return false;
-  }
   if (!options_.LogFile.empty()) {
     log_.OpenLog(options_.LogFile);
     log_.PressRecord();
@@ -78,7 +71,18 @@ bool HeadlessTerminal::StopDue() {
   return stopped_;
 }
 
+bool HeadlessTerminal::AcceptsConnection() {
+  if (!device::WasClosedAgain(state_.device, state_.connection)) return true;
+  if (StopDue()) return false;
+  const std::int32_t status = state_.device.open_step_status;
+  messages_.ShowError(terminal::texts::Failure(terminal::texts::kConnectFailed,
+                                               {static_cast<std::int16_t>(status), std::to_string(status)}) +
+                      (modem_word_.empty() ? "" : texts::ModemSaid(modem_word_)));
+  return false;
+}
+
 void HeadlessTerminal::Dialling(const device::DialProgress& progress) {
+  modem_word_ = progress.reply;
   messages_.Tell(terminal::texts::Dialling(progress));
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "component/component_state.h"
 #include "component/headless_messages.h"
 #include "component/headless_pane.h"
@@ -11,7 +13,9 @@
 
 namespace kolvane::component {
 
-/// A terminal whose front end is standard output and standard error, or a host's function.
+/// A terminal whose front end is standard output and standard error, or a host's function. Nothing can be sent
+/// through a serial port that was closed again, because the modem refused, say; here that is a connection that
+/// failed.
 class HeadlessTerminal final : private terminal::ConnectionView, private terminal::ReceiveControlsView {
  public:
   /// `state` holds the connection and the stored terminal settings; the options go over the latter.
@@ -21,8 +25,7 @@ class HeadlessTerminal final : private terminal::ConnectionView, private termina
   HeadlessTerminal(const HeadlessTerminal&) = delete;
   HeadlessTerminal& operator=(const HeadlessTerminal&) = delete;
 
-  /// Connects, and opens the log once that has succeeded. Nothing can be sent through a serial port that was
-  /// closed again, so here it is a failure.
+  /// Connects, and opens the log once that has succeeded.
   [[nodiscard]] bool Connect();
 
   /// Whether the run is to end after the exchange in hand; the user has been told why then.
@@ -37,6 +40,7 @@ class HeadlessTerminal final : private terminal::ConnectionView, private termina
   terminal::TerminalCore& core() { return core_; }
 
  private:
+  bool AcceptsConnection() override;
   void ConnectionChanged() override {}
   void Dialling(const device::DialProgress& progress) override;
   bool DiallingGivenUp() const override { return StopRequested(); }
@@ -51,6 +55,7 @@ class HeadlessTerminal final : private terminal::ConnectionView, private termina
   terminal::LogControl log_;
   device::LazyPortLibrary library_;
   terminal::TerminalCore core_;
+  std::string modem_word_;  ///< the last one while dialling
   bool stopped_ = false;
 };
 

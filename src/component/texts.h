@@ -37,6 +37,11 @@ inline std::string NotSaved(const SaveFailure& failure) {
          "“ gespeichert werden: " + base::SystemErrorText(failure.error);
 }
 
+/// Follows the failure to connect.
+inline std::string ModemSaid(const std::string& word) {
+  return ", letzte Antwort des Modems: „" + word + "“";
+}
+
 inline std::string OutputNotWritten(int error) {
   return "Die Standardausgabe kann nicht geschrieben werden: " + base::SystemErrorText(error) + ".";
 }

@@ -8,7 +8,7 @@ namespace kolvane::device {
 /// How far dialling has come. Texts are UTF-8, without line ends.
 struct DialProgress {
   std::string command = {};       ///< has just gone out; empty while waiting for the connection
-  std::string reply = {};         ///< the last one of the modem; empty where none came
+  std::string reply = {};         ///< the modem's last word to the last command; empty where none came
   std::int32_t seconds_left = 0;  ///< of the dial time-out, while waiting
 };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <string_view>
+#include <utility>
 
 #include "base/codepage.h"
 #include "base/folding.h"
@@ -40,13 +41,15 @@ std::vector<std::string> ModemCommands(const std::string& script) {
 }
 
 void ModemDialler::Tell(const std::string& command, double seconds_left) {
-  listener_.Dialling(
-      {command, WithoutLineEnds(reply_), static_cast<std::int32_t>(std::lround(seconds_left))});
+  listener_.Dialling({command, last_word_, static_cast<std::int32_t>(std::lround(seconds_left))});
 }
 
+// A read that brings nothing leaves the last word standing.
 std::int32_t ModemDialler::ReadReply() {
   reply_.assign(kReplySize, ' ');
-  return library_.ReadPort(reply_.data(), kReplySize, kReplyTerminator);
+  const std::int32_t status = library_.ReadPort(reply_.data(), kReplySize, kReplyTerminator);
+  if (std::string word = WithoutLineEnds(reply_); !word.empty()) last_word_ = std::move(word);
+  return status;
 }
 
 // A read blocks until the time-out as a rule. Where it comes back empty-handed at once (the port has gone),
@@ -64,6 +67,7 @@ std::int32_t ModemDialler::Dial(const std::vector<std::string>& commands, std::i
   for (const std::string& command : commands) {
     library_.WritePort(base::ToWindows1252(command) + '\r');
     Tell(command, 0);
+    last_word_.clear();
     ReadReply();
     if (listener_.DiallingGivenUp()) return kFailed;
   }

@@ -34,6 +34,7 @@ class ModemDialler {
   const base::Clock& clock_;
   DialListener& listener_;
   std::string reply_;
+  std::string last_word_;  ///< of the replies to the command in hand; UTF-8
 };
 
 }  // namespace kolvane::device

@@ -52,10 +52,10 @@ device::DeviceError ConnectCommands::Open() {
 void ConnectCommands::TryConnect() {
   const device::DeviceError error = Open();
   // Set before the message: it may run the event loop.
-  state_.connected = error.code >= 0;
+  state_.connected = error.code >= 0 && view_.AcceptsConnection();
   if (state_.connected) {
     button_.tool_tip = texts::kDisconnectTip;
-  } else {
+  } else if (error.code < 0) {
     prompt_.ShowError(texts::Failure(texts::kConnectFailed, error));
   }
 }

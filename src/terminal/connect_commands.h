@@ -36,6 +36,8 @@ struct ConnectionMenu {
 /// is told how that goes, in the status text's place.
 class ConnectionView : public device::DialListener {
  public:
+  /// Asked once a connection has been opened; false, and the user has been told why: it counts as failed.
+  virtual bool AcceptsConnection() { return true; }
   virtual void ConnectionChanged() = 0;
 };
 

@@ -109,7 +109,15 @@ TEST_F(Dialling, TellsEachStepBeforeItBlocks) {
   EXPECT_EQ(Dial({"ATZ", "ATDT42"}, 60), 0);
   EXPECT_EQ(listener.steps,
             (std::vector<std::string>{"sent ATZ, last ''", "sent ATDT42, last ''", "60 s left, last 'ATDT42'",
-                                      "40 s left, last ''", "40 s left, last 'RINGÉ'"}));
+                                      "40 s left, last 'ATDT42'", "40 s left, last 'RINGÉ'"}));
+}
+
+TEST_F(Dialling, KeepsTheLastWordThatWasSaidToTheCommandInHand) {
+  library.replies = {{"OK\r\n"}, {"", -9, 20}, {"BUSY\r\n"}, {"", -9, 20}, {"\r\n", 0, 50}};
+  EXPECT_EQ(Dial({"ATZ", "ATDT42"}, 60), -1);
+  EXPECT_EQ(listener.steps,
+            (std::vector<std::string>{"sent ATZ, last ''", "sent ATDT42, last 'OK'", "60 s left, last ''",
+                                      "60 s left, last 'BUSY'", "40 s left, last 'BUSY'"}));
 }
 
 TEST_F(Dialling, IsGivenUpAfterTheStepInHand) {
