@@ -64,7 +64,7 @@ enum class CommandRunStatus : int {
 /// Connects, runs the command file `File` (UTF-8 path) from its first row to its end and disconnects.
 KOLVANE_EXPORT CommandRunStatus RunCommandList(const std::string& File, const CommandRunOptions& Options);
 
-/// Connects, sends each of `Commands` (an empty one does nothing) and disconnects.
+/// Connects, sends each of `Commands` (of an empty one the terminator alone) and disconnects.
 KOLVANE_EXPORT CommandRunStatus SendCommands(const std::vector<std::string>& Commands,
                                              const CommandRunOptions& Options);
 

@@ -1,6 +1,9 @@
 #include "component/headless_messages.h"
 
+#include <unistd.h>
+
 #include "base/write_all.h"
+#include "terminal/received_text.h"
 
 namespace kolvane::component {
 namespace {
@@ -21,7 +24,32 @@ std::string OneLine(std::string_view text) {
   return line;
 }
 
+bool IsControl(char c) {
+  const auto byte = static_cast<unsigned char>(c);
+  return byte == 0x7F || (byte < 0x20 && c != '\t' && c != '\n');
+}
+
+// The range from U+0080 to U+009F: C2 80 to C2 9F.
+bool IsSecondControl(std::string_view text) {
+  return text.size() > 1 && text[0] == '\xC2' && (static_cast<unsigned char>(text[1]) & 0xE0) == 0x80;
+}
+
 }  // namespace
+
+std::string WithVisibleControls(std::string_view text) {
+  std::string visible;
+  while (!text.empty()) {
+    const std::size_t size = IsSecondControl(text) ? 2 : 1;
+    const std::string_view last = text.substr(size - 1, 1);
+    if (size == 2 || IsControl(last[0])) {
+      terminal::AppendDisplayForm(last, true, visible);
+    } else {
+      visible += last;
+    }
+    text.remove_prefix(size);
+  }
+  return visible;
+}
 
 void HostLines::Hand(LineKind kind, const std::string& line) {
   if (failed()) return;
@@ -36,10 +64,14 @@ void HostLines::Rethrow() const {
   if (failed()) std::rethrow_exception(thrown_);
 }
 
+HeadlessMessages::HeadlessMessages(int descriptor, bool verbose, HostLines* host)
+    : descriptor_(descriptor), verbose_(verbose), at_terminal_(isatty(descriptor) == 1), host_(host) {}
+
 void HeadlessMessages::Show(LineKind kind, std::string_view text) {
   if (host_ != nullptr) return host_->Hand(kind, OneLine(text));
+  const std::string line = "kolvane: " + OneLine(text) + "\n";
   // Whoever closed standard error does not want to know.
-  (void)base::WriteAll(descriptor_, "kolvane: " + OneLine(text) + "\n");
+  (void)base::WriteAll(descriptor_, at_terminal_ ? WithVisibleControls(line) : line);
 }
 
 }  // namespace kolvane::component

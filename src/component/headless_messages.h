@@ -10,6 +10,9 @@
 
 namespace kolvane::component {
 
+/// `text` (UTF-8) with its control characters as <1B>, tab and line feed apart. A terminal would act on them.
+std::string WithVisibleControls(std::string_view text);
+
 /// A host's function for the lines of a run, where it has one. The first exception out of it is kept: it ends
 /// the run and is thrown once everything has been closed.
 class HostLines {
@@ -35,8 +38,7 @@ class HostLines {
 /// handed to `host`.
 class HeadlessMessages final : public base::Prompt {
  public:
-  HeadlessMessages(int descriptor, bool verbose, HostLines* host = nullptr)
-      : descriptor_(descriptor), verbose_(verbose), host_(host) {}
+  HeadlessMessages(int descriptor, bool verbose, HostLines* host = nullptr);
 
   void ShowError(std::string_view text) override { Show(LineKind::kError, text); }
   void ShowMessage(std::string_view text) override { ShowError(text); }
@@ -53,6 +55,7 @@ class HeadlessMessages final : public base::Prompt {
 
   int descriptor_;
   bool verbose_;
+  bool at_terminal_;
   HostLines* host_;
 };
 

@@ -1,11 +1,16 @@
 #include "component/headless_pane.h"
 
+#include <unistd.h>
+
 #include "base/write_all.h"
 #include "terminal/terminators.h"
 
 namespace kolvane::component {
 
 using terminal::kCrLf;
+
+HeadlessPane::HeadlessPane(int descriptor, HeadlessMessages& messages)
+    : descriptor_(descriptor), at_terminal_(isatty(descriptor) == 1), messages_(messages) {}
 
 void HeadlessPane::AppendLine(LineKind kind, std::string_view line) {
   EndLine();
@@ -41,7 +46,7 @@ void HeadlessPane::WriteLine() {
   if (line_.ends_with('\n')) line_.pop_back();
   if (messages_.host() != nullptr) return messages_.host()->Hand(kind_, line_);
   line_ += '\n';
-  if (error_ == 0) error_ = base::WriteAll(descriptor_, line_);
+  if (error_ == 0) error_ = base::WriteAll(descriptor_, at_terminal_ ? WithVisibleControls(line_) : line_);
 }
 
 }  // namespace kolvane::component

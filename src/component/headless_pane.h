@@ -10,10 +10,11 @@ namespace kolvane::component {
 
 /// The output pane as lines of standard output, or of the host of `messages`: commands, answers and what
 /// stands in their place go there, all else to `messages`. A line is written, with its LF, once nothing can
-/// follow in it any more.
+/// follow in it any more: as it came, control characters included, but visibly at a terminal, which would act
+/// on them.
 class HeadlessPane final : public terminal::Pane {
  public:
-  HeadlessPane(int descriptor, HeadlessMessages& messages) : descriptor_(descriptor), messages_(messages) {}
+  HeadlessPane(int descriptor, HeadlessMessages& messages);
 
   void AppendLine(LineKind kind, std::string_view line) override;
   /// An error is a message; other text goes on in the line in hand, for a host in one of its own.
@@ -32,6 +33,7 @@ class HeadlessPane final : public terminal::Pane {
   void WriteLine();
 
   int descriptor_;
+  bool at_terminal_;
   HeadlessMessages& messages_;
   LineKind kind_ = LineKind::kAnswer;
   std::string line_;

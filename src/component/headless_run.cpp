@@ -66,7 +66,6 @@ Status Send(const std::vector<std::string>& commands, const CommandRunOptions& o
   bool all_done = true;
   for (const std::string& command : commands) {
     if (terminal.StopDue()) break;
-    if (command.empty()) continue;
     all_done &= !terminal.core().exchange.Run(command, terminal::Sender::kList).Failed();
     terminal.pane().EndLine();
   }

@@ -44,12 +44,17 @@ void ExpectDone(const Outcome& outcome, const std::string& out) {
 
 TEST_F(RunProgramTest, PrintsAnswersAlone) {
   ExpectDone(Run("'comment\r\nECHO eins\r\n\r\n$REPEAT 1\r\nECHO zwei\r\n$ENDREPEAT"), "eins\nzwei\nzwei\n");
-  ExpectDone(Send({"ECHO eins", "", "ECHO zwei"}), "eins\nzwei\n");
+  ExpectDone(Send({"ECHO eins", "ECHO zwei"}), "eins\nzwei\n");
 }
 
 TEST_F(RunProgramTest, PrintsCommandsOnRequest) {
   ExpectDone(Run("  ECHO eins \r\n$DELAY 0\r\n", {"--show-commands"}), "ECHO eins\neins\n");
   ExpectDone(Send({"ECHO eins", "--show-commands"}), "ECHO eins\neins\n");
+}
+
+TEST_F(RunProgramTest, AnEmptyCommandIsTheTerminatorAlone) {
+  Instrument instrument([](const std::string& line) { return "<" + line + ">\r\n"; });
+  ExpectDone(RunProgram({"send", "", "A", "--connect", instrument.Resource()}), "<>\n<A>\n");
 }
 
 TEST_F(RunProgramTest, PrintsTimesBehindAnswers) {
@@ -256,6 +261,9 @@ TEST_F(RunProgramTest, ASerialPortThatIsClosedAgainIsNoConnection) {
   EXPECT_EQ(outcome.status, 3);
   EXPECT_EQ(outcome.out, "");
   EXPECT_EQ(outcome.err, "kolvane: Fehler beim Verbindungsaufbau: -7 (-7)\n");
+  const Outcome verbose = RunProgram({"send", "A", "--connect", "ASRL1::INSTR", "--verbose"},
+                                     {.environment = {{"KOLVANE_PORT_LIBRARY", KOLVANE_TIMELESS_LIBRARY}}});
+  EXPECT_EQ(verbose.err, outcome.err) << "neither made nor closed";
 }
 
 TEST_F(RunProgramTest, ALibraryThatTakesNoNodeIsNoConnection) {

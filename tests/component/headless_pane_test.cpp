@@ -3,12 +3,14 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "base/loopback.h"
 #include "component/captured_output.h"
 #include "terminal/texts.h"
 
@@ -76,6 +78,23 @@ TEST_F(HeadlessPaneTest, OtherControlCharactersAreWrittenAsTheyAre) {
   pane.AppendLine(LineKind::kAnswer, answer);
   pane.EndLine();
   EXPECT_EQ(out.text(), answer + "\n");
+}
+
+TEST_F(HeadlessPaneTest, AtATerminalControlCharactersAreVisible) {
+  base::Pty terminal;
+  HeadlessPane shown(terminal.slave(), messages);
+  const auto show = [&](std::string_view answer) {
+    shown.AppendLine(LineKind::kAnswer, answer);
+    shown.EndLine();
+    char text[64];
+    const ssize_t size = read(terminal.master(), text, sizeof text);
+    // The line discipline makes CR LF of LF.
+    return std::string(text, static_cast<std::size_t>(std::max<ssize_t>(size, 0)));
+  };
+  EXPECT_EQ(show("\x1B[2J\x1B]0;x\a"), "<1B>[2J<1B>]0;x<07>\r\n");
+  EXPECT_EQ(show(std::string_view("a\0\rb\tc\x7F", 7)), "a<00><0D>b\tc<7F>\r\n");
+  EXPECT_EQ(show("\xC2\x90\xC2\x9F\xC2\xA0Ü"), "<90><9F>\xC2\xA0Ü\r\n");
+  EXPECT_EQ(show("a\r\nb"), "a\r\nb\r\n");
 }
 
 TEST_F(HeadlessPaneTest, AWriteErrorIsAMessage) {
@@ -172,6 +191,16 @@ TEST_F(HeadlessPaneOfAHostTest, TheFirstExceptionIsKeptAndEndsTheHanding) {
   } catch (const std::runtime_error& error) {
     EXPECT_STREQ(error.what(), "ONE");
   }
+}
+
+TEST(HeadlessMessages, AtATerminalControlCharactersAreVisible) {
+  base::Pty terminal;
+  HeadlessMessages messages(terminal.slave(), false);
+  messages.ShowError("RING\x1B[H");
+  char text[64];
+  const ssize_t size = read(terminal.master(), text, sizeof text);
+  EXPECT_EQ(std::string(text, static_cast<std::size_t>(std::max<ssize_t>(size, 0))),
+            "kolvane: RING<1B>[H\r\n");
 }
 
 TEST(HeadlessMessages, AreOneLineEach) {
