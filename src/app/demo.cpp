@@ -1,7 +1,5 @@
 #include "app/demo.h"
 
-#include <unistd.h>
-
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -20,23 +18,33 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr char kDemoList[] = "demo.CMD";
+constexpr char kDemoLog[] = "demo.LOG";
+constexpr char kReference[] = "TermCmdHelp.rtf";
+constexpr char kHelpFile[] = "Terminal.chm";
 
-// A folder that goes with its owner.
-class ScratchFolder {
+// The demo's own place: the list and its log in the current folder of the demo, settings and the component's
+// files below it. All of it goes with its owner, but what the user has saved there.
+class DemoFolder {
  public:
-  ScratchFolder() {
+  DemoFolder() {
     std::string pattern = (fs::temp_directory_path() / "kolvane-demo-XXXXXX").string();
     if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no folder for the demo in " + pattern);
     path_ = pattern;
+    fs::create_directory(component());
   }
-  ~ScratchFolder() {
+  ~DemoFolder() {
     std::error_code ignored;
-    fs::remove_all(path_, ignored);
+    fs::remove_all(component(), ignored);
+    for (const char* own : {kDemoList, kDemoLog}) fs::remove(path_ / own, ignored);
+    std::error_code kept;
+    fs::remove(path_, kept);
+    if (kept) std::fprintf(stderr, "kolvane: what was saved in the demo stays in %s\n", path_.c_str());
   }
-  ScratchFolder(const ScratchFolder&) = delete;
-  ScratchFolder& operator=(const ScratchFolder&) = delete;
+  DemoFolder(const DemoFolder&) = delete;
+  DemoFolder& operator=(const DemoFolder&) = delete;
 
   const fs::path& path() const { return path_; }
+  fs::path component() const { return path_ / "component"; }
 
  private:
   fs::path path_;
@@ -49,47 +57,39 @@ fs::path WriteSettings(const fs::path& folder, std::uint16_t port) {
   return file;
 }
 
-// The demo has the component's files in a folder of its own.
-void FillFolder(const fs::path& folder, const fs::path& component_folder) {
-  for (const char* name : {"TermCmdHelp.rtf", kDemoList})
-    fs::copy_file(component_folder / name, folder / name, fs::copy_options::skip_existing);
+void FillFolder(const DemoFolder& demo, const fs::path& component_folder) {
+  fs::copy_file(component_folder / kDemoList, demo.path() / kDemoList);
+  fs::copy_file(component_folder / kReference, demo.component() / kReference);
   // Large, only read, and no reason to end the demo where it is missing.
-  fs::create_symlink(component_folder / "Terminal.chm", folder / "Terminal.chm");
+  fs::create_symlink(component_folder / kHelpFile, demo.component() / kHelpFile);
   for (const auto& entry : fs::directory_iterator(component_folder)) {
-    if (entry.path().extension() == ".BNS") fs::copy_file(entry, folder / entry.path().filename());
+    if (entry.path().extension() == ".BNS") fs::copy_file(entry, demo.component() / entry.path().filename());
   }
 }
 
-// What the user saves and the list logs outlives the demo in the current folder. Where nothing can be written
-// there, the demo's own has to do.
-void ChooseCurrentFolder(const fs::path& scratch) {
-  if (access(".", W_OK) != 0) fs::current_path(scratch);
-}
-
-void ShowDemo(const std::string& folder, const fs::path& scratch, std::uint16_t port) {
+void ShowDemo(const std::string& folder, const DemoFolder& demo, std::uint16_t port) {
   const EndSignals end;
   TerminalOptions options;
-  options.CommandList = (scratch / kDemoList).string();
-  options.Folder = folder.empty() ? scratch.string() : fs::absolute(folder).string();
-  options.SettingsFile = WriteSettings(scratch, port).string();
+  options.CommandList = (demo.path() / kDemoList).string();
+  options.Folder = (folder.empty() ? demo.component() : fs::absolute(folder)).string();
+  options.SettingsFile = WriteSettings(demo.component(), port).string();
   options.CloseDescriptor = end.descriptor();
   options.ConnectAtStart = true;
-  ChooseCurrentFolder(scratch);
+  fs::current_path(demo.path());
   MainClass terminal;
   terminal.SetOptions(options);
   terminal.OpenTerminal(2, 0);
 }
 
-int PlayDemo(const fs::path& scratch, std::uint16_t port) {
+int PlayDemo(const DemoFolder& demo, std::uint16_t port) {
   std::fputs("kolvane: no display, so the demo's command list runs without a window\n", stderr);
-  // Nobody has chosen to play the list, so nothing of it stays behind.
-  fs::current_path(scratch);
+  fs::current_path(demo.path());
   CommandRunOptions options;
   options.Connect = "TCPIP::127.0.0.1::" + std::to_string(port) + "::SOCKET";
   options.ShowCommands = true;
   const StopSignals stop;
   options.StopRequested = StopSignals::Raised;
-  return static_cast<int>(RunCommandList((scratch / kDemoList).string(), options));
+  return static_cast<int>(RunCommandList(kDemoList, options));
 }
 
 }  // namespace
@@ -97,13 +97,13 @@ int PlayDemo(const fs::path& scratch, std::uint16_t port) {
 int RunDemo(const std::string& folder) {
   const fs::path programs = fs::read_symlink("/proc/self/exe").parent_path();
   const AmplifierProcess amplifier((programs / "kolvane-amplifier").string());
-  const ScratchFolder scratch;
-  FillFolder(scratch.path(), MainClass::OwnFolder());
+  const DemoFolder demo;
+  FillFolder(demo, MainClass::OwnFolder());
   try {
-    ShowDemo(folder, scratch.path(), amplifier.port());
+    ShowDemo(folder, demo, amplifier.port());
     return 0;
   } catch (const NoDisplay&) {
-    return PlayDemo(scratch.path(), amplifier.port());
+    return PlayDemo(demo, amplifier.port());
   }
 }
 

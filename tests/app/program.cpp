@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <stdexcept>
 
 #include "base/temp_folder.h"
@@ -52,6 +53,17 @@ void Program::AwaitHandled(int number) const {
     const std::string text = base::ReadBytes(status);
     caught = std::stoull(text.substr(text.find("SigCgt:") + 7), nullptr, 16);
   }
+}
+
+// Nor for this.
+std::string Program::AwaitFolderIn(const std::string& parent) const {
+  const std::filesystem::path link = "/proc/" + std::to_string(child_) + "/cwd";
+  std::filesystem::path current;
+  while (current.parent_path() != parent) {
+    sched_yield();
+    current = std::filesystem::read_symlink(link);
+  }
+  return current;
 }
 
 bool Program::EndsWithin(int milliseconds) const {

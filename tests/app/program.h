@@ -37,6 +37,8 @@ class Program {
   void Signal(int number) const;
   /// Returns once the program no longer catches the signal `number`.
   void AwaitHandled(int number) const;
+  /// Returns the program's current folder once that lies in `parent`.
+  std::string AwaitFolderIn(const std::string& parent) const;
   /// False when it still runs after that time.
   bool EndsWithin(int milliseconds) const;
   pid_t id() const { return child_; }

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <signal.h>
 #include <unistd.h>
 
 #include <filesystem>
@@ -285,17 +286,54 @@ TEST_F(RunProgramTest, WithNoDisplayTheDemoRunsItsList) {
   EXPECT_EQ(folder.Names(), std::vector<std::string>{});
 }
 
-// With SIGTERM waiting from before its start, so that the window closes at once.
-TEST_F(RunProgramTest, TheDemoStaysInTheCurrentFolderAndLeavesItClean) {
-  std::filesystem::create_directory(folder.Path("own"));
-  const Outcome outcome =
-      RunProgram({"--demo", "--folder", "own"},
-                 {.folder = folder.Path(""),
-                  .environment = {{"QT_QPA_PLATFORM", "offscreen"}},
-                  .wrapper = {"env", "--block-signal=TERM", "sh", "-c", "kill -TERM $$; exec \"$@\"", "sh"}});
+class DemoTest : public RunProgramTest {
+ protected:
+  DemoTest() {
+    for (const char* name : {"current", "temporary"}) std::filesystem::create_directory(folder.Path(name));
+  }
+
+  // Qt makes a folder below TMPDIR without a runtime folder, and tells what the platform cannot do.
+  Surroundings Offscreen() const {
+    return {.folder = folder.Path("current"),
+            .environment = {{"QT_QPA_PLATFORM", "offscreen"},
+                            {"QT_LOGGING_RULES", "default.warning=false"},
+                            {"TMPDIR", folder.Path("temporary")},
+                            {"XDG_RUNTIME_DIR", folder.path()}}};
+  }
+  bool IsEmpty(const char* name) const { return std::filesystem::is_empty(folder.Path(name)); }
+};
+
+TEST_F(DemoTest, LeavesTheCurrentFolderAloneAndNothingBehind) {
+  Program demo({"--demo"}, Offscreen());
+  const std::string own = demo.AwaitFolderIn(folder.Path("temporary"));
+  EXPECT_TRUE(std::filesystem::exists(own + "/demo.CMD"));
+  base::WriteBytes(own + "/demo.LOG", "as the list writes it");
+  demo.Signal(SIGTERM);
+  const Outcome outcome = demo.Wait();
   EXPECT_EQ(outcome.status, 0) << outcome.err;
-  EXPECT_EQ(folder.Names(), std::vector<std::string>{"own"});
-  EXPECT_TRUE(std::filesystem::exists(folder.Path("own/IPADDR.INI")));
+  EXPECT_TRUE(IsEmpty("current"));
+  EXPECT_TRUE(IsEmpty("temporary"));
+}
+
+TEST_F(DemoTest, LeavesWhatTheUserSavesInItsFolder) {
+  Program demo({"--demo"}, Offscreen());
+  const std::string own = demo.AwaitFolderIn(folder.Path("temporary"));
+  base::WriteBytes(own + "/mine.CMD", "*IDN?");
+  demo.Signal(SIGTERM);
+  const Outcome outcome = demo.Wait();
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.err, "kolvane: what was saved in the demo stays in " + own + "\n");
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(own), {}), 1);
+}
+
+TEST_F(DemoTest, TheFolderThatIsNamedIsTheComponents) {
+  std::filesystem::create_directory(folder.Path("current/own"));
+  Program demo({"--demo", "--folder", "own"}, Offscreen());
+  demo.AwaitFolderIn(folder.Path("temporary"));
+  demo.Signal(SIGTERM);
+  EXPECT_EQ(demo.Wait().status, 0);
+  EXPECT_TRUE(std::filesystem::exists(folder.Path("current/own/IPADDR.INI")));
+  EXPECT_TRUE(IsEmpty("temporary"));
 }
 
 }  // namespace
