@@ -19,18 +19,18 @@ _kolvane_files() {
   done < <(compgen -f -- "$cur")
 }
 
-# _kolvane_words WORD...: those that begin with what was typed.
+# _kolvane_words WORD...: those that begin with what was typed, each once.
 _kolvane_words() {
   local word
   for word; do
-    [[ $word != "$cur"* ]] || COMPREPLY+=("$word")
+    [[ $word != "$cur"* || " ${COMPREPLY[*]-} " == *" $word "* ]] || COMPREPLY+=("$word")
   done
 }
 
 # The values of option $1; fails where it takes none.
 _kolvane_values() {
   case $1 in
-    --mode) _kolvane_words 0 1 2 ;;
+    --mode) _kolvane_words 2 ;; # 0 and 1 are for hosts alone
     --folder) compopt -o filenames 2>/dev/null; mapfile -t COMPREPLY < <(compgen -d -- "$cur") ;;
     --connect) _kolvane_resources ;;
     --baud) _kolvane_words 300 600 1200 2400 4800 9600 19200 38400 57600 115200 ;;
@@ -53,7 +53,7 @@ _kolvane_trim() {
 }
 
 _kolvane() {
-  local window='--mode --demo --folder --help --version run send ports'
+  local window='--mode --demo --folder --help --version run send ports help'
   local run='--connect --baud --parity --data-bits --stop-bits --timeout --send-terminator --receive-terminator
     --receive-mode --count --binary --show-commands --show-times --log --verbose --folder'
   local line=${COMP_LINE:0:COMP_POINT} words cur program command='' i
@@ -65,7 +65,7 @@ _kolvane() {
   for ((i = 1; i < ${#words[@]} - 1; i++)); do
     case ${words[i]} in
       --mode | --folder) ((i++)) ;;
-      run | send | ports) command=${words[i]}; break ;;
+      run | send | ports | help) command=${words[i]}; break ;;
     esac
   done
 

@@ -9,13 +9,14 @@ end
 
 complete -c kolvane -f
 
-set -l window 'not __fish_seen_subcommand_from run send ports'
+set -l window 'not __fish_seen_subcommand_from run send ports help'
 complete -c kolvane -n $window -a run -d 'Execute a command list'
 complete -c kolvane -n $window -a send -d 'Send commands'
 complete -c kolvane -n $window -a ports -d 'List what can be connected to'
-complete -c kolvane -n $window -l mode -x -a '0 1 2' -d 'Operating mode'
+complete -c kolvane -n $window -a help -d 'Print a summary'
+complete -c kolvane -n $window -l mode -x -a 2 -d 'Operating mode'
 complete -c kolvane -n $window -l demo -d 'Terminal connected to a simulated amplifier'
-complete -c kolvane -n $window -l help -d Help
+complete -c kolvane -n $window -s h -l help -d Help
 complete -c kolvane -n $window -l version -d Version
 complete -c kolvane -l folder -x -a '(__fish_complete_directories)' -d 'Folder of histories, templates and help files'
 

@@ -7,6 +7,7 @@ std::string HelpText() {
        kolvane run LIST.CMD [--connect RESOURCE] [OPTION]...
        kolvane send COMMAND... [--connect RESOURCE] [OPTION]...
        kolvane ports
+       kolvane help
 The command terminal for measurement amplifiers and other line-oriented ASCII instruments.
 
 Without a command it opens the terminal's window:
@@ -14,7 +15,7 @@ Without a command it opens the terminal's window:
                 any other opens the window on no device
   --demo        terminal connected to a simulated amplifier; the user's settings stay untouched
   --folder DIR  folder of histories, templates and help files; with run and send as well
-  --help        this text
+  -h, --help    this text, as does help
   --version     version
 
 run executes a command list without a window, send sends each COMMAND and prints each answer:

@@ -43,6 +43,7 @@ void Apply(Options& options, int choice, const char* word) {
       if (options.folder.empty()) Refuse(options, "--folder takes a folder, not ''");
       break;
     case kHelp:
+    case 'h':
       options.action = Options::Action::kHelp;
       break;
     case kVersion:
@@ -54,11 +55,12 @@ void Apply(Options& options, int choice, const char* word) {
   }
 }
 
-// Of all options --help alone means something here.
+// Of all options help alone means something here.
 void ParsePorts(int argc, char** argv, Options& options) {
   options.action = Options::Action::kPorts;
   for (int i = 1; i < argc; ++i) {
-    if (std::string_view(argv[i]) != "--help") return Refuse(options, "ports takes no arguments");
+    const std::string_view word = argv[i];
+    if (word != "--help" && word != "-h") return Refuse(options, "ports takes no arguments");
     options.action = Options::Action::kHelp;
   }
 }
@@ -66,6 +68,10 @@ void ParsePorts(int argc, char** argv, Options& options) {
 // `argv` begins with the command.
 void ParseCommand(int argc, char** argv, Options& options) {
   const std::string_view command = argv[0];
+  if (command == "help") {
+    options.action = Options::Action::kHelp;
+    return;
+  }
   if (command != "run" && command != "send" && command != "ports")
     return Refuse(options, "unknown command '" + std::string(command) + "'");
   if (options.action == Options::Action::kDemo) return Refuse(options, "--demo takes no command");
@@ -95,7 +101,7 @@ Options ParseOptions(int argc, char** argv) {
   optind = 0;
   while (options.action != Options::Action::kUsageError) {
     const int at = std::max(optind, 1);
-    const int choice = getopt_long(argc, argv, "+:", kLongOptions, nullptr);
+    const int choice = getopt_long(argc, argv, "+:h", kLongOptions, nullptr);
     if (choice == -1) break;
     Apply(options, choice, argv[at]);
   }

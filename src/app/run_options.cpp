@@ -93,7 +93,7 @@ void Apply(Options& options, int choice, const char* word) {
       Refuse(options, std::string("--") + row.name + " takes " + row.expected + ", not '" + optarg + "'");
   } else if (choice == kWord) {
     options.words.emplace_back(optarg);
-  } else if (choice == kHelp) {
+  } else if (choice == kHelp || choice == 'h') {
     options.action = Options::Action::kHelp;
   } else {
     RefuseWord(options, choice, word);
@@ -122,7 +122,7 @@ void ParseRunOptions(int argc, char** argv, Options& options) {
   // "-": commands and options may come in any order, whatever POSIXLY_CORRECT says.
   for (;;) {
     const int at = std::max(optind, 1);
-    const int choice = getopt_long(argc, argv, "-:", long_options.data(), nullptr);
+    const int choice = getopt_long(argc, argv, "-:h", long_options.data(), nullptr);
     if (choice == -1) break;
     Apply(options, choice, argv[at]);
     if (options.action != asked) return;

@@ -22,8 +22,15 @@ TEST(Options, TakeModeAndFolder) {
 
 TEST(Options, KnowDemoHelpAndVersion) {
   EXPECT_EQ(Parse({"--demo"}).action, Options::Action::kDemo);
-  EXPECT_EQ(Parse({"--help"}).action, Options::Action::kHelp);
   EXPECT_EQ(Parse({"--version"}).action, Options::Action::kVersion);
+}
+
+TEST(Options, KnowEveryUsualWayToAskForHelp) {
+  using Words = std::vector<std::string>;
+  for (const Words& words :
+       {Words{"--help"}, Words{"-h"}, Words{"help"}, Words{"help", "run"}, Words{"run", "-h"},
+        Words{"send", "--help"}, Words{"ports", "-h"}, Words{"--folder", "x", "help"}})
+    EXPECT_EQ(Parse(words).action, Options::Action::kHelp) << words.front();
 }
 
 TEST(Options, PortsStandsAlone) {
@@ -70,6 +77,8 @@ TEST(Options, HelpNamesEveryCallAndOption) {
                            "kolvane run LIST.CMD",
                            "kolvane send COMMAND...",
                            "kolvane ports",
+                           "kolvane help",
+                           "-h, --help",
                            "--connect",
                            "--baud",
                            "--parity none|even|odd",

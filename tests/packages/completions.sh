@@ -9,7 +9,7 @@ trap 'rm -rf "$scratch"' EXIT
 cd "$scratch"
 mkdir listen
 touch nacht.CMD tag.cmd bild.png
-printf '#!/bin/sh\nprintf "ASRL/dev/ttyUSB7::INSTR serial\\nUSB::\\$(id)::INSTR odd\\nUSB::4711\\ttab\\n-  /dev/x none\\nGPIB0::ADDRESS::INSTR board\\n"\n' >kolvane
+printf '#!/bin/sh\nprintf "ASRL1::INSTR serial\nASRL/dev/ttyUSB7::INSTR serial\\nUSB::\\$(id)::INSTR odd\\nUSB::4711\\ttab\\n-  /dev/x none\\nGPIB0::ADDRESS::INSTR board\\n"\n' >kolvane
 chmod +x kolvane
 
 status=0
@@ -23,7 +23,7 @@ same() {
 # What the programs understand is what is completed.
 for option in $("$program" --help | grep -oE -- '--[a-z][a-z-]+' | sort -u); do
   grep -qE -- "(^|[^a-z-])$option([^a-z-]|$)" "$folder/kolvane.bash" || same bash "$option" nothing
-  grep -qE -- "'(\(- \*\))?$option\[" "$folder/_kolvane" || same zsh "$option" nothing
+  grep -qE -- "(\(- \*\)'\{-h,$option\}'|'(\(- \*\))?$option)\[" "$folder/_kolvane" || same zsh "$option" nothing
   grep -qE -- " -l ${option#--} " "$folder/kolvane.fish" || same fish "$option" nothing
 done
 
@@ -38,9 +38,9 @@ bash_gives() {
   same "bash: $COMP_LINE" "$*" "${COMPREPLY[*]-}"
 }
 bash_gives './kolvane --d' --demo
-bash_gives './kolvane ' --mode --demo --folder --help --version run send ports
+bash_gives './kolvane ' --mode --demo --folder --help --version run send ports help
 bash_gives './kolvane --folder s' # no such folder
-bash_gives './kolvane --mode ' 0 1 2
+bash_gives './kolvane --mode ' 2
 bash_gives './kolvane run ' listen nacht.CMD tag.cmd
 bash_gives './kolvane run --par' --parity
 bash_gives './kolvane run nacht.CMD --parity ' none even odd
@@ -49,6 +49,7 @@ bash_gives './kolvane --folder run send --re' --receive-terminator --receive-mod
 bash_gives './kolvane send *IDN? ' ''
 bash_gives './kolvane send --connect AS' ASRL1::INSTR ASRL2::INSTR ASRL/dev/ttyUSB7::INSTR
 bash_gives './kolvane send --connect ASRL1::' INSTR
+bash_gives './kolvane help ' ''
 bash_gives './kolvane send --connect=ASRL/dev/ttyUSB7:' :INSTR
 bash_gives './kolvane send --connect USB::' '' 4711
 bash_gives './kolvane send --connect GPIB' GPIB0::
@@ -63,11 +64,13 @@ fish_gives() {
   same "fish: $1" "${*:2}" "$got"
 }
 export HOME=$scratch PATH=$scratch:$PATH
-fish_gives 'kolvane ' ports run send
+fish_gives 'kolvane ' help ports run send
+fish_gives 'kolvane --mode ' 2
 fish_gives 'kolvane --d' --demo
 fish_gives 'kolvane run nacht.CMD --par' --parity
 fish_gives 'kolvane run --parity ' even none odd
 fish_gives 'kolvane run na' nacht.CMD
 fish_gives 'kolvane send --connect ASRL/' ASRL/dev/ttyUSB7::INSTR
+fish_gives 'kolvane send --connect ASRL1' ASRL1::INSTR
 fish_gives 'kolvane send --connect GPIB' GPIB0::
 exit "$status"
