@@ -27,7 +27,7 @@ set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_SOURCE_DIR}/triggers)
 # What no library names: the drawing of icons, German buttons of Qt's own, a font as wide as the one that is asked for.
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_DEPENDS "libqt6svg6, qt6-translations-l10n")
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_RECOMMENDS "fonts-liberation2 | fonts-liberation, hicolor-icon-theme")
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_RECOMMENDS "fonts-liberation2 | fonts-liberation, hicolor-icon-theme, qt6-wayland")
 set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "command terminal for measurement amplifiers
 Kolvane talks to measurement amplifiers and other instruments that speak a
 line-oriented ASCII protocol: over TCP/IP, serial lines and RS485, GPIB, USB

@@ -97,6 +97,11 @@ bool IsInstalled(const QString& platform) {
   return !any_folder;
 }
 
+// One that the user sees and Qt cannot speak to.
+bool IsUnreachableCompositor(const QByteArray& platform) {
+  return IsWayland(platform) && CompositorIsThere() && !IsInstalled(QStringLiteral("wayland"));
+}
+
 }  // namespace
 
 // Qt takes the first platform that works, of those that the user names or of these two.
@@ -105,6 +110,11 @@ DisplayProbe::DisplayProbe() {
   const QList<QByteArray> platforms = (named.isEmpty() ? QByteArray("wayland;xcb") : named).split(';');
   if (std::any_of(platforms.begin(), platforms.end(), [this](const auto& one) { return IsUsable(one); }))
     return;
+  if (std::any_of(platforms.begin(), platforms.end(), IsUnreachableCompositor))
+    throw NoDisplay(
+        "no display: Qt's Wayland plug-in is missing (Debian package qt6-wayland), and DISPLAY names no X "
+        "server "
+        "that answers");
   if (std::any_of(platforms.begin(), platforms.end(), NeedsServer))
     throw NoDisplay("no display: DISPLAY and WAYLAND_DISPLAY name none that answers");
   throw NoDisplay("no display: nothing works of what QT_QPA_PLATFORM names: " + named.toStdString());

@@ -2,20 +2,36 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/un.h>
 #include <unistd.h>
 
+#include <QDir>
+#include <QLibraryInfo>
+
 #include "app/program.h"
+#include "base/descriptor.h"
 #include "base/temp_folder.h"
 
 namespace kolvane::app {
 namespace {
 
-constexpr char kNoDisplay[] = "kolvane: no display: DISPLAY and WAYLAND_DISPLAY name none that answers\n";
+constexpr char kNoDisplay[] = "no display: DISPLAY and WAYLAND_DISPLAY name none that answers";
+constexpr char kNoWayland[] =
+    "no display: Qt's Wayland plug-in is missing (Debian package qt6-wayland), and DISPLAY names no X server "
+    "that "
+    "answers";
 
-void ExpectNoDisplay(const std::map<std::string, std::string>& environment) {
+void ExpectNoDisplay(const std::map<std::string, std::string>& environment,
+                     const std::string& text = kNoDisplay) {
   const Outcome outcome = RunProgram({}, {.environment = environment});
   EXPECT_EQ(outcome.status, 1);
-  EXPECT_EQ(outcome.err, kNoDisplay);
+  EXPECT_EQ(outcome.err, "kolvane: " + text + "\n");
+}
+
+bool QtSpeaksWayland() {
+  const auto folder = QDir(QLibraryInfo::path(QLibraryInfo::PluginsPath) + QStringLiteral("/platforms"));
+  return !folder.entryList({QStringLiteral("libqwayland*")}).isEmpty();
 }
 
 TEST(NoWindow, NothingNamesADisplay) { ExpectNoDisplay({}); }
@@ -30,6 +46,27 @@ TEST(NoWindow, NobodyIsThereUnderTheNameOfADisplay) {
                    {"WAYLAND_DISPLAY", "wayland-0"},
                    {"XDG_RUNTIME_DIR", runtime},
                    {"DISPLAY", folder.Path("no-server")}});
+}
+
+TEST(NoWindow, ACompositorThatQtCannotSpeakToIsNamed) {
+  if (QtSpeaksWayland()) GTEST_SKIP() << "Qt speaks Wayland here";
+  const base::TempFolder folder;
+  const base::Descriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+  sockaddr_un address{AF_UNIX, {}};
+  folder.Path("wayland-0").copy(address.sun_path, sizeof address.sun_path - 1);
+  ASSERT_EQ(bind(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+  const std::map<std::string, std::string> session = {{"WAYLAND_DISPLAY", "wayland-0"},
+                                                      {"XDG_RUNTIME_DIR", folder.path()}};
+  ExpectNoDisplay(session, kNoWayland);
+  auto x_alone = session;
+  x_alone["QT_QPA_PLATFORM"] = "xcb";
+  ExpectNoDisplay(x_alone);
+}
+
+TEST(NoWindow, TheHelpExplainsTheseMessages) {
+  const std::string page = base::ReadBytes(KOLVANE_HELP_FOLDER "/pages/meldungen-start.html");
+  for (const char* text : {kNoDisplay, kNoWayland})
+    EXPECT_NE(page.find("</a>" + std::string(text) + "</h2>"), std::string::npos) << text;
 }
 
 TEST(NoWindow, TheModesOfHostsNeedAHostsDevice) {
