@@ -42,6 +42,13 @@ target_compile_options(kolvane_options INTERFACE -Wall -Wextra -Wpedantic -Wconv
                        $<$<CXX_COMPILER_ID:Clang>:-Wno-missing-field-initializers>
                        "$<$<NOT:$<BOOL:$<TARGET_PROPERTY:KOLVANE_TEST>>>:${sanitizer_options}>")
 target_compile_definitions(kolvane_options INTERFACE QT_NO_KEYWORDS)
+# What is released is hardened as the distribution's own packages are. The tests' own code is not optimised, which
+# fortification needs, and the sanitizers have checks of their own.
+if(NOT KOLVANE_SANITIZE)
+  target_compile_options(kolvane_options INTERFACE
+    "$<$<AND:$<CONFIG:Release>,$<NOT:$<BOOL:$<TARGET_PROPERTY:KOLVANE_TEST>>>>:-D_FORTIFY_SOURCE=2;-fstack-protector-strong>")
+  target_link_options(kolvane_options INTERFACE LINKER:-z,relro,-z,now)
+endif()
 target_include_directories(kolvane_options INTERFACE ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/include)
 
 # kolvane_library(NAME sources... [LINK targets...]): one logic target, standard C++ only.

@@ -42,6 +42,32 @@ foreach(pair runtime:kolvane development:kolvane-dev python:python3-kolvane)
   install_gzipped(${CMAKE_CURRENT_SOURCE_DIR}/changelog ${folder} changelog ${component})
 endforeach()
 
+# install_documents(COMPONENT FOLDER DOCUMENT...): documents of docs/ into share/doc/FOLDER. Links to other files of the
+# source tree lead to where those are installed.
+function(install_documents component folder)
+  string(REGEX REPLACE "[^/]+" ".." prefix share/doc/${folder})
+  foreach(document IN LISTS ARGN)
+    set(source ${PROJECT_SOURCE_DIR}/docs/${document})
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${source})
+    file(READ ${source} text)
+    string(REGEX REPLACE "\\]\\((\\.\\./)+help/templates\\)" "](${prefix}/${KOLVANE_INSTALL_COMPONENTDIR})" text "${text}")
+    string(REPLACE "](../include/" "](${prefix}/${CMAKE_INSTALL_INCLUDEDIR}/" text "${text}")
+    string(REPLACE "](../examples/" "](examples/" text "${text}")
+    string(REPLACE "](python.md" "](../python3-kolvane/python.md" text "${text}")
+    cmake_path(GET document FILENAME name)
+    file(CONFIGURE OUTPUT documents/${folder}/${name} CONTENT "${text}" @ONLY)
+    install(FILES ${CMAKE_CURRENT_BINARY_DIR}/documents/${folder}/${name}
+            DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/${folder} COMPONENT ${component})
+  endforeach()
+endfunction()
+install_documents(runtime kolvane amplifier.md command-line.md port-library.md status-codes.md)
+install_documents(runtime kolvane/formats formats/command-file.md formats/histories.md formats/log-file.md
+                  formats/ports-ini.md formats/settings.md formats/template.md)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/formats/examples
+        DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/kolvane/formats COMPONENT runtime)
+install_documents(development kolvane-dev embedding.md)
+install_documents(python python3-kolvane python.md)
+
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples/cpp-host DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/kolvane-dev/examples
         COMPONENT development)
 install(FILES ${PROJECT_SOURCE_DIR}/examples/python_host.py ${PROJECT_SOURCE_DIR}/examples/python_asyncio_host.py

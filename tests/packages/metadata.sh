@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Validates what the unpacked package tells the desktop: metadata.sh ROOT.
+# Validates what the unpacked packages tell the desktop and the reader: metadata.sh ROOT.
 set -euo pipefail
 share=$1/usr/share
 desktop-file-validate "$share/applications/kolvane.desktop"
@@ -7,5 +7,19 @@ appstreamcli validate --no-net "$share/metainfo/org.kolvane.Kolvane.metainfo.xml
   cat "$1/../appstream"
   exit 1
 }
+# Documents are there, and their links lead somewhere.
+documents=$(find "$share/doc" -name '*.md')
+for name in kolvane/command-line.md kolvane/formats/template.md kolvane-dev/embedding.md python3-kolvane/python.md; do
+  [ -s "$share/doc/$name" ] || { echo "$name is missing" && exit 1; }
+done
+for document in $documents; do
+  for link in $(grep -oE '\]\([^)]*\)' "$document" | sed -E 's/^\]\(//; s/\)$//; s/#.*//' | grep -v '^https\?:' || true); do
+    [ -e "$(dirname "$document")/$link" ] || { echo "$document: $link leads nowhere" && exit 1; }
+  done
+done
+
+# Without its plug-in Qt shows no window in a Wayland session.
+[[ $(dpkg-deb -f "$1"/../kolvane_*.deb Recommends) == *qt6-wayland* ]] || { echo "qt6-wayland is not recommended" && exit 1; }
+
 icon=$(sed -n 's/^Icon=//p' "$share/applications/kolvane.desktop")
 [ -s "$share/icons/hicolor/scalable/apps/$icon.svg" ]
