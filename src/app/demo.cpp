@@ -19,8 +19,6 @@ namespace fs = std::filesystem;
 
 constexpr char kDemoList[] = "demo.CMD";
 constexpr char kDemoLog[] = "demo.LOG";
-constexpr char kReference[] = "TermCmdHelp.rtf";
-constexpr char kHelpFile[] = "Terminal.chm";
 
 // The demo's own place: the list and its log in the current folder of the demo, settings and the component's
 // files below it. All of it goes with its owner, but what the user has saved there.
@@ -57,11 +55,9 @@ fs::path WriteSettings(const fs::path& folder, std::uint16_t port) {
   return file;
 }
 
+// The help files are found beside the component.
 void FillFolder(const DemoFolder& demo, const fs::path& component_folder) {
   fs::copy_file(component_folder / kDemoList, demo.path() / kDemoList);
-  fs::copy_file(component_folder / kReference, demo.component() / kReference);
-  // Large, only read, and no reason to end the demo where it is missing.
-  fs::create_symlink(component_folder / kHelpFile, demo.component() / kHelpFile);
   for (const auto& entry : fs::directory_iterator(component_folder)) {
     if (entry.path().extension() == ".BNS") fs::copy_file(entry, demo.component() / entry.path().filename());
   }

@@ -9,4 +9,7 @@ namespace kolvane::base {
 /// not count; empty where the user has no place for it. It need not be there.
 std::filesystem::path UserFolder(const char* variable, const char* below_home);
 
+/// The one for the user's own data: $XDG_DATA_HOME/Kolvane, default ~/.local/share/Kolvane.
+inline std::filesystem::path UserDataFolder() { return UserFolder("XDG_DATA_HOME", ".local/share"); }
+
 }  // namespace kolvane::base

@@ -156,6 +156,8 @@ void RunTerminal(ComponentState& state, std::int16_t oper_mode, std::int16_t dev
                              library,
                              ComponentFolder(state.options.Folder),
                              &close,
+                             OwnFolder(),
+                             base::UserDataFolder(),
                              UnsavedFolder(state)});
   if (IsHostMode(oper_mode)) window.core().connect.ShowConnected();
   window.Load();

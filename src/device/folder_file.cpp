@@ -44,6 +44,15 @@ std::string FolderFile(const std::string& folder, std::string_view name) {
   return found.empty() ? exact : fs::path(folder) / found;
 }
 
+std::string FirstFolderFile(const std::vector<std::string>& folders, std::string_view name) {
+  for (const std::string& folder : folders) {
+    const std::string file = FolderFile(folder, name);
+    std::error_code error;
+    if (fs::exists(file, error)) return file;
+  }
+  return folders.empty() ? std::string() : FolderFile(folders.front(), name);
+}
+
 std::optional<std::vector<std::string>> ReadLines(const std::string& path) {
   const std::optional<std::string> bytes = ReadBytes(path);
   if (!bytes) return std::nullopt;

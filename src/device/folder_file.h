@@ -12,6 +12,9 @@ namespace kolvane::device {
 /// where there is no folder: it is not the one that the program was started in.
 std::string FolderFile(const std::string& folder, std::string_view name);
 
+/// The same in the first of `folders` that has the file; in the first one at all where none has it.
+std::string FirstFolderFile(const std::vector<std::string>& folders, std::string_view name);
+
 /// The lines of a Windows-1252 file as UTF-8; nothing where it cannot be read or is no regular file. Each of
 /// CR LF, LF and CR ends a line.
 std::optional<std::vector<std::string>> ReadLines(const std::string& path);

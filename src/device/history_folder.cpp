@@ -20,9 +20,6 @@ bool IsWritable(const std::string& folder) {
   return !folder.empty() && faccessat(AT_FDCWD, folder.c_str(), W_OK | X_OK, AT_EACCESS) == 0;
 }
 
-// Empty where the user has none.
-std::string OwnFolder() { return base::UserFolder("XDG_DATA_HOME", ".local/share"); }
-
 void CopyMissing(const std::string& from, const std::string& to, const char* name) {
   std::error_code error;
   const std::string target = FolderFile(to, name);
@@ -34,7 +31,7 @@ void CopyMissing(const std::string& from, const std::string& to, const char* nam
 
 std::string HistoryFolder(const std::string& component_folder) {
   if (IsWritable(component_folder)) return component_folder;
-  const std::string own = OwnFolder();
+  const std::string own = base::UserDataFolder();
   if (own.empty()) return component_folder;
   std::error_code error;
   fs::create_directories(own, error);
@@ -47,7 +44,7 @@ std::string HistoryFolder(const std::string& component_folder) {
 
 std::string ModemScriptFolder(const std::string& component_folder) {
   if (component_folder.empty() || IsWritable(component_folder)) return component_folder;
-  const std::string own = OwnFolder();
+  const std::string own = base::UserDataFolder();
   std::error_code error;
   return fs::exists(FolderFile(own, kModemScriptFile), error) ? own : component_folder;
 }

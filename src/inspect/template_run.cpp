@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <optional>
 
+#include "base/codepage.h"
 #include "base/folding.h"
 #include "base/number.h"
 #include "base/take_line.h"
+#include "base/utf8.h"
 #include "inspect/bit_range.h"
 #include "inspect/byte_values.h"
 #include "inspect/template_line.h"
@@ -133,6 +135,11 @@ class TemplateRun {
 
 std::vector<std::string> RunTemplate(std::string_view file, const NumberForm& form, DumpView& view,
                                      ByteBuffer& buffer) {
+  std::string converted;
+  if (file.starts_with(base::kUtf8Mark) && base::IsUtf8(file)) {
+    converted = base::ToWindows1252(file.substr(base::kUtf8Mark.size()));
+    file = converted;
+  }
   TemplateRun run(form, view, buffer);
   while (!file.empty()) run.Line(base::TakeLine(file));
   return run.TakeLines();

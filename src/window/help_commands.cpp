@@ -8,11 +8,11 @@
 
 namespace kolvane::window {
 
-HelpCommands::HelpCommands(QWidget* window, std::string folder, base::Prompt& prompt)
+HelpCommands::HelpCommands(QWidget* window, std::vector<std::string> folders, base::Prompt& prompt)
     : window_(window),
-      folder_(std::move(folder)),
+      folders_(std::move(folders)),
       prompt_(prompt),
-      access_(*this, [this] { return device::FolderFile(folder_, help::kHelpFileName); }),
+      access_(*this, [this] { return device::FirstFolderFile(folders_, help::kHelpFileName); }),
       key_(window, [this](const help::HelpPlace& place) { access_.ShowHelpAt(place); }) {}
 
 void HelpCommands::Close() {

@@ -3,6 +3,7 @@
 #include <QPointer>
 #include <QWidget>
 #include <string>
+#include <vector>
 
 #include "base/prompt.h"
 #include "help/help_access.h"
@@ -16,10 +17,10 @@ namespace kolvane::window {
 /// is first needed. A missing or damaged help file changes nothing and is not reported.
 class HelpCommands final : private help::HelpViewer {
  public:
-  /// `folder` is the component's.
-  HelpCommands(QWidget* window, std::string folder, base::Prompt& prompt);
+  HelpCommands(QWidget* window, std::vector<std::string> folders, base::Prompt& prompt);
 
-  /// Topic `number` of the help file `path`, of Terminal.chm in the component's folder where it is empty.
+  /// Topic `number` of the help file `path`, of Terminal.chm in the first of the folders that has it where it
+  /// is empty.
   void ShowHelp(std::int32_t number, const std::string& path = {}) { access_.ShowHelp(number, path); }
   /// Called when the terminal closes.
   void Close();
@@ -29,7 +30,7 @@ class HelpCommands final : private help::HelpViewer {
   help::HelpWindow& Window();
 
   QWidget* window_;
-  std::string folder_;
+  std::vector<std::string> folders_;
   base::Prompt& prompt_;
   help::HelpAccess access_;
   help::HelpFileCache files_;

@@ -8,10 +8,11 @@
 namespace kolvane::window {
 
 void InspectMarked(const terminal::OutputPane& pane, inspect::InspectorState& state,
-                   const std::string& folder, MessagePrompt& prompt, QWidget* window) {
+                   const TemplateFolders& folders, MessagePrompt& prompt, QWidget* window) {
   const std::string marked = base::ToWindows1252(pane.text().SelectedText("\r\n"));
   if (marked.empty()) return prompt.ShowMessage(inspect::texts::kNothingMarked);
-  inspect::BinInspectDialog dialog({state, folder, base::SystemDecimalSign()}, window);
+  inspect::BinInspectDialog dialog({state, folders.component, base::SystemDecimalSign(), folders.user},
+                                   window);
   dialog.Initialize(marked);
   dialog.exec();
 }

@@ -9,9 +9,15 @@
 
 namespace kolvane::window {
 
+/// Where format templates lie.
+struct TemplateFolders {
+  std::string component;
+  std::string user;  ///< the user's own; may be empty
+};
+
 /// "Binärdaten analysieren": opens the inspector on what is marked in the pane, or tells the user to mark
 /// something. Throws RuntimeError kOverflow where too much is marked.
 void InspectMarked(const terminal::OutputPane& pane, inspect::InspectorState& state,
-                   const std::string& folder, MessagePrompt& prompt, QWidget* window);
+                   const TemplateFolders& folders, MessagePrompt& prompt, QWidget* window);
 
 }  // namespace kolvane::window

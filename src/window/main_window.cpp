@@ -37,14 +37,14 @@ MainWindow::MainWindow(WindowContext context)
       lock_(*this),
       script_log_(log_.control()),
       script_({context_.script, context_.slices, core_, context_.library, script_log_},
-              {prompt_, *pane_, dialogs_, [this](bool flag) { lock_.LockGUI(flag); }, context_.folder,
+              {prompt_, *pane_, dialogs_, [this](bool flag) { lock_.LockGUI(flag); }, HelpFolders(),
                context_.unsaved},
               area_->script_bar(), this),
       grid_target_(script_.grid(), script_.files(), context_.settings.command_list, prompt_, this),
       box_(area_->terminal_bar()->command()),
       interactive_(core_.exchange, script_.recorder(), box_),
       receive_(area_->terminal_bar(), context_.slices.terminal, core_.device, prompt_, this),
-      help_(this, context_.folder, prompt_) {
+      help_(this, HelpFolders(), prompt_) {
   setObjectName(QStringLiteral("frmTerminal"));
   setWindowIcon(Icon("kolvane"));
   addToolBar(Qt::TopToolBarArea, toolbar1_);
@@ -139,8 +139,9 @@ void MainWindow::ConnectPane() {
   On({"mnuSaveTerminal", "mnuSaveAs"}, [this] { pane_target_.Save(); });
   On({"mnuOpenTextFile"}, [this] { pane_target_.Open(); });
   On({"mnuPrintTermWindow", "TB_PRINT"}, [this] { pane_target_.Print(); });
-  On({"mnuBinInspect", "TB_INSPECT"},
-     [this] { InspectMarked(*pane_, inspector_, context_.folder, prompt_, this); });
+  On({"mnuBinInspect", "TB_INSPECT"}, [this] {
+    InspectMarked(*pane_, inspector_, {context_.folder, context_.user_folder}, prompt_, this);
+  });
   On({"mnuInsertComment"}, [this] { pane_target_.InsertComment(); });
   On({"TB_HELP"}, [this] { help_.ShowHelp(help::kStartTopic); });
 }

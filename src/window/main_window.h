@@ -3,6 +3,8 @@
 #include <QMainWindow>
 #include <functional>
 #include <initializer_list>
+#include <string>
+#include <vector>
 
 #include "device/port_library_source.h"
 #include "inspect/inspector_state.h"
@@ -37,6 +39,8 @@ struct WindowContext {
   device::PortLibrarySource& library;
   std::string folder;             ///< the component's
   CloseRequest* close = nullptr;  ///< null: only the user closes it
+  std::string own_folder = {};    ///< of the component's file, for help files that `folder` lacks; may be empty
+  std::string user_folder = {};   ///< the user's own, for format templates; may be empty
   std::string unsaved = {};       ///< for copies of command lists that are not saved yet; empty: none are kept
 };
 
@@ -74,6 +78,7 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   void Dialling(const device::DialProgress& progress) override;
   bool DiallingGivenUp() const override { return prompt_.Unattended(); }
 
+  std::vector<std::string> HelpFolders() const { return {context_.folder, context_.own_folder}; }
   void BuildArea();
   void BuildScript();
   void ConnectFiles();

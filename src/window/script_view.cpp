@@ -160,7 +160,7 @@ void ScriptView::ShowRecording() {
 }
 
 void ScriptView::ShowSpecialCommands() {
-  const std::string path = device::FolderFile(around_.folder, kReference);
+  const std::string path = device::FirstFolderFile(around_.folders, kReference);
   std::string bytes;
   if (const int error = base::ReadFile(path, bytes))
     return around_.prompt.ShowError(texts::NotRead(path, error));

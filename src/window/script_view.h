@@ -4,6 +4,7 @@
 #include <QObject>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "script/command_file_menu.h"
 #include "script/run_host.h"
@@ -32,8 +33,8 @@ struct ScriptSurroundings {
   terminal::OutputPane& pane;
   script::CommandFileDialogs& dialogs;
   std::function<void(bool)> lock_gui;
-  std::string folder;   ///< the component's, where the reference of the $ commands lies
-  std::string unsaved;  ///< where copies of unsaved lists are kept; empty: none are
+  std::vector<std::string> folders;  ///< the reference of the $ commands lies in one of them
+  std::string unsaved;               ///< where copies of unsaved lists are kept; empty: none are
 };
 
 /// Joins grid and Toolbar3 with the command list, its files and its runner.

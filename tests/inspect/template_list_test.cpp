@@ -9,33 +9,77 @@
 namespace kolvane::inspect {
 namespace {
 
-std::vector<std::string> NamesAmong(const std::vector<std::string>& files) {
-  const base::TempFolder folder;
-  for (const std::string& file : files) base::WriteBytes(folder.Path(file), "");
-  return ListTemplates(folder.Path(""));
+using Names = std::vector<std::string>;
+
+class TemplateListTest : public testing::Test {
+ protected:
+  static void Fill(const base::TempFolder& folder, const Names& files) {
+    for (const std::string& file : files) base::WriteBytes(folder.Path(file), "");
+  }
+
+  Names Listed() const {
+    Names names;
+    for (const TemplateFile& file : ListTemplates(user_.path(), component_.path()))
+      names.push_back(file.name);
+    return names;
+  }
+  Names ListedOf(const Names& files) const {
+    Fill(component_, files);
+    return Listed();
+  }
+
+  base::TempFolder user_;
+  base::TempFolder component_;
+};
+
+TEST_F(TemplateListTest, AnythingMayFollowTheEnding) {
+  EXPECT_EQ(ListedOf({"a.BNS", "b.BNS2", "c.BNS.txt", "d.BN", "e.TXT", "fBNS"}),
+            (Names{"a.BNS", "b.BNS2", "c.BNS.txt"}));
 }
 
-TEST(TemplateListTest, AnythingMayFollowTheEnding) {
-  EXPECT_EQ(NamesAmong({"a.BNS", "b.BNS2", "c.BNS.txt", "d.BN", "e.TXT", "fBNS"}),
-            (std::vector<std::string>{"a.BNS", "b.BNS2", "c.BNS.txt"}));
+TEST_F(TemplateListTest, LetterCaseDoesNotMatterAndOrdersNothing) {
+  EXPECT_EQ(ListedOf({"b.bns", "A.Bns", "a.BNS", "C.BNS"}), (Names{"A.Bns", "a.BNS", "b.bns", "C.BNS"}));
 }
 
-TEST(TemplateListTest, LetterCaseDoesNotMatterAndOrdersNothing) {
-  EXPECT_EQ(NamesAmong({"b.bns", "A.Bns", "a.BNS", "C.BNS"}),
-            (std::vector<std::string>{"A.Bns", "a.BNS", "b.bns", "C.BNS"}));
+TEST_F(TemplateListTest, FoldersAreLeftOut) {
+  std::filesystem::create_directory(component_.Path("a.BNS"));
+  EXPECT_EQ(ListedOf({"b.BNS"}), Names{"b.BNS"});
 }
 
-TEST(TemplateListTest, FoldersAreLeftOut) {
-  const base::TempFolder folder;
-  std::filesystem::create_directory(folder.Path("a.BNS"));
-  base::WriteBytes(folder.Path("b.BNS"), "");
-  EXPECT_EQ(ListTemplates(folder.Path("")), std::vector<std::string>{"b.BNS"});
+TEST_F(TemplateListTest, AFolderThatIsNotThereHasNone) {
+  EXPECT_TRUE(ListTemplates("/nonexistent/folder", "/nonexistent/other").empty());
+  EXPECT_TRUE(ListTemplates("", "").empty());
+  EXPECT_TRUE(ListedOf({"readme.txt"}).empty());
 }
 
-TEST(TemplateListTest, AFolderThatIsNotThereHasNone) {
-  EXPECT_TRUE(ListTemplates("/nonexistent/folder").empty());
-  EXPECT_TRUE(ListTemplates("").empty());
-  EXPECT_TRUE(NamesAmong({"readme.txt"}).empty());
+TEST_F(TemplateListTest, TheUsersOwnComeFirst) {
+  Fill(user_, {"z.BNS", "y.bns"});
+  EXPECT_EQ(ListedOf({"a.BNS", "b.BNS"}), (Names{"y.bns", "z.BNS", "a.BNS", "b.BNS"}));
+  const auto files = ListTemplates(user_.path(), component_.path());
+  EXPECT_EQ(files.front().path, user_.Path("y.bns"));
+  EXPECT_EQ(files.back().path, component_.Path("b.BNS"));
+}
+
+TEST_F(TemplateListTest, WhatComesWithTheProgramComesLast) {
+  EXPECT_EQ(ListedOf({"KVA-1-KOPF.BNS", "kva-2-int16.bns", "Z.BNS"}),
+            (Names{"Z.BNS", "KVA-1-KOPF.BNS", "kva-2-int16.bns"}));
+}
+
+TEST_F(TemplateListTest, TheUsersOwnTakesThePlaceOfAnotherOfItsName) {
+  Fill(user_, {"kva-1-kopf.bns"});
+  EXPECT_EQ(ListedOf({"KVA-1-KOPF.BNS", "A.BNS"}), (Names{"kva-1-kopf.bns", "A.BNS"}));
+  const auto same = ListTemplates(component_.path(), component_.path());
+  EXPECT_EQ(same.size(), 2u);
+}
+
+TEST_F(TemplateListTest, KnowsWhichComeWithTheProgram) {
+  int count = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(KOLVANE_SUPPLIED_TEMPLATES)) {
+    EXPECT_TRUE(IsSupplied(entry.path().filename().string())) << entry;
+    ++count;
+  }
+  EXPECT_EQ(count, 3);
+  EXPECT_FALSE(IsSupplied("A.BNS"));
 }
 
 }  // namespace

@@ -137,6 +137,20 @@ TEST_F(TemplateRunTest, WithoutACountTheBufferIsWhatTheLastReadLeft) {
   EXPECT_EQ(Run("a;LONG;0"), (Lines{"a=5"}));
 }
 
+TEST_F(TemplateRunTest, AMarkMakesItUtf8) {
+  Show("\x05");
+  EXPECT_EQ(Run("BYTECOUNT=1|Gr\xC3\xB6\xC3\x9F"
+                "e;BYTE;0"),
+            Lines{"Gr\xC3\xB6\xC3\x9F"
+                  "e=5"});
+  EXPECT_EQ(Run("\xEF\xBB\xBFGr\xC3\xB6\xC3\x9F"
+                "e;BYTE;0|\xE2\x86\x92;BYTE;0"),
+            (Lines{"Gr\xF6\xDF"
+                   "e=5",
+                   "?=5"}));
+  EXPECT_EQ(Run("\xEF\xBB\xBF\xF6;BYTE;0"), Lines{"\xEF\xBB\xBF\xF6=5"}) << "no UTF-8 after all";
+}
+
 TEST_F(TemplateRunTest, LinesMayEndAsOtherSystemsEndThem) {
   EXPECT_EQ(RunTemplate("a;BYTE;0\nb;BYTE;0\rc;BYTE;0", form_, view_, buffer_), (Lines{"a=0", "b=0", "c=0"}));
 }

@@ -13,7 +13,6 @@
 #include "inspect/decode.h"
 #include "inspect/format_choice.h"
 #include "inspect/hex_dump.h"
-#include "inspect/template_list.h"
 
 namespace kolvane::inspect {
 namespace {
@@ -81,9 +80,11 @@ QBoxLayout* BinInspectDialog::BuildSide() {
 }
 
 void BinInspectDialog::BuildTemplateList() {
-  templates_ = ListTemplates(context_.folder);
-  formats_->EnableTemplates(!templates_.empty());
-  formats_->SetTemplates(templates_);
+  templates_ = ListTemplates(context_.user_folder, context_.folder);
+  std::vector<std::string> names;
+  for (const TemplateFile& file : templates_) names.push_back(file.name);
+  formats_->EnableTemplates(!names.empty());
+  formats_->SetTemplates(names);
   // The first template is in force then, though no option is chosen until the user does.
   if (!templates_.empty()) return area_->ShowLines(ClickTemplate(context_.state, 0).lines_shown);
   // What the code meant last time may have been deleted since.
@@ -127,7 +128,7 @@ void BinInspectDialog::Inspect() {
 
 std::string BinInspectDialog::TemplatePath() const {
   const auto index = static_cast<std::size_t>(context_.state.format_code - format::kTemplate);
-  return index < templates_.size() ? context_.folder + "/" + templates_[index] : std::string();
+  return index < templates_.size() ? templates_[index].path : std::string();
 }
 
 void BinInspectDialog::Copy() const { QGuiApplication::clipboard()->setText(area_->TextToCopy()); }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "inspect/inspector_state.h"
+#include "inspect/template_list.h"
 #include "inspect/ui/format_frame.h"
 #include "inspect/ui/inspect_area.h"
 
@@ -17,6 +18,7 @@ struct BinInspectContext {
   InspectorState& state;
   std::string folder;  ///< the component's, where the templates are
   std::string decimal_sign;
+  std::string user_folder = {};  ///< the user's own, whose templates come first; may be empty
 };
 
 /// The dialog `frmBinInspect`: the inspector on widgets. Making it looks for the templates.
@@ -42,7 +44,7 @@ class BinInspectDialog final : public QDialog {
   void Copy() const;
 
   BinInspectContext context_;
-  std::vector<std::string> templates_;
+  std::vector<TemplateFile> templates_;
   InspectArea* area_;
   FormatFrame* formats_;
   QCheckBox* network_order_;
