@@ -144,6 +144,7 @@ constexpr Row kRows[] = {
     {"NumDisplay", 502},
     {"Frame1", 502},
     {"optFormat", 502},
+    {"optFormat_5", 505},
     {"chkMotorola", 503},
     {"cmbSpecialFormat", 505},
     {"lstTemplate", 505},

@@ -48,7 +48,7 @@ TEST(WidgetTopics, HavePagesInTheCompiledFile) {
 TEST(WidgetTopics, StandForMembersOfAControlArray) {
   EXPECT_EQ(WidgetTopic("Port_0"), 310u);
   EXPECT_EQ(WidgetTopic("Port_9"), 316u);
-  EXPECT_EQ(WidgetTopic("optFormat_5"), WidgetTopic("optFormat_0"));
+  EXPECT_EQ(WidgetTopic("optFormat_4"), WidgetTopic("optFormat_0"));
   EXPECT_EQ(WidgetTopic("ExtPar_12"), WidgetTopic("ExtPar_0"));
 }
 
@@ -63,7 +63,8 @@ TEST(WidgetTopics, TakeTheInnermostNameThatHasOne) {
   EXPECT_EQ(place({}), (HelpPlace{kStartTopic, ""}));
   EXPECT_EQ(place({"", "x"}), (HelpPlace{kStartTopic, ""}));
   EXPECT_EQ(place({"", "x", "Baud", "U_Port"}), (HelpPlace{301, "Baud"}));
-  EXPECT_EQ(place({"optFormat_5", "Frame1"}), (HelpPlace{502, "optFormat_5"}));
+  EXPECT_EQ(place({"optFormat_3", "Frame1"}), (HelpPlace{502, "optFormat_3"}));
+  EXPECT_EQ(place({"optFormat_5", "Frame1"}), (HelpPlace{505, "optFormat_5"}));
 }
 
 }  // namespace

@@ -155,6 +155,17 @@ TEST_F(Help, F1WorksInFileDialogsAndMessages) {
   EXPECT_EQ(dialogs_, 2);
 }
 
+TEST_F(Help, F1InAMessageOpensWhatExplainsIt) {
+  OnDialog<QMessageBox>([this](QMessageBox& box) {
+    PressF1(box.button(QMessageBox::Ok));
+    EXPECT_EQ(Page(), PageOf(602));
+    EXPECT_EQ(Viewer()->findChild<help::HelpPage*>()->source().fragment(), "s22");
+    box.accept();
+  });
+  MessagePrompt(&window_).ShowError("Fehler beim Verbindungsaufbau: -22 (-22)");
+  EXPECT_EQ(dialogs_, 1);
+}
+
 TEST_F(Help, TheButtonOfFileDialogsOpensTheirPage) {
   for (const char* command : {"TB_OPENLOG", "mnuOpenCommandFile"}) {
     OnDialog<QFileDialog>([this](QFileDialog& dialog) {

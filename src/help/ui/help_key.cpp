@@ -5,8 +5,11 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QToolButton>
 #include <utility>
+
+#include "help/message_topics.h"
 
 namespace kolvane::help {
 namespace {
@@ -45,6 +48,9 @@ HelpKey::HelpKey(QWidget* terminal, std::function<void(const HelpPlace&)> show)
 }
 
 HelpPlace HelpKey::PlaceOf(const QWidget* widget) {
+  if (const auto* box = qobject_cast<const QMessageBox*>(widget->window())) {
+    if (auto place = MessagePlace(box->text().toStdString())) return *std::move(place);
+  }
   std::vector<std::string> names = {NameOf(MarkedAction(widget)).toStdString()};
   for (; widget != nullptr; widget = widget->parentWidget())
     names.push_back(widget->objectName().toStdString());

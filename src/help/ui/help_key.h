@@ -14,7 +14,8 @@ class HelpKey final : public QObject {
  public:
   HelpKey(QWidget* terminal, std::function<void(const HelpPlace&)> show);
 
-  /// Where a widget is explained, or the action that is marked in it, or what it stands in.
+  /// Where the message of a box is explained; of any other widget where it is itself, or the action that is
+  /// marked in it, or what it stands in.
   static HelpPlace PlaceOf(const QWidget* widget);
 
  protected:

@@ -1,0 +1,140 @@
+// F1 in a message box leads to what explains that message.
+
+#include "help/message_topics.h"
+
+#include <cerrno>
+
+#include "device/connection_form.h"
+#include "help/help_pages.h"
+#include "help/rtf_texts.h"
+#include "inspect/texts.h"
+#include "kolvane/RuntimeError.h"
+#include "script/texts.h"
+#include "terminal/texts.h"
+#include "window/texts.h"
+#include "window/window_fixture.h"
+
+namespace kolvane::window {
+namespace {
+
+using help::HelpPlace;
+using help::MessagePlace;
+
+const help::HelpPages& Pages() {
+  static const help::HelpPages pages(KOLVANE_HELP_FOLDER);
+  return pages;
+}
+
+std::string PageOf(std::uint32_t number) {
+  static const std::vector<help::TopicLine> topics = Pages().Topics();
+  for (const help::TopicLine& topic : topics) {
+    if (topic.number == static_cast<int>(number)) return Pages().pages().at(topic.page);
+  }
+  return {};
+}
+
+// The place of a message, whose page must have it.
+HelpPlace Place(std::string_view text) {
+  const auto place = MessagePlace(text);
+  if (!place) {
+    ADD_FAILURE() << "explained nowhere: " << text;
+    return {};
+  }
+  EXPECT_TRUE(help::HelpPages::HasAnchor(PageOf(place->topic), place->anchor))
+      << text << ": " << place->anchor;
+  return *place;
+}
+
+std::string Connecting(const std::string& description, int code) {
+  return terminal::texts::Failure(terminal::texts::kConnectFailed,
+                                  {static_cast<std::int16_t>(code), description});
+}
+
+TEST(MessageTopics, AStatusLeadsToItsRow) {
+  for (const int status : help::ExplainedStatuses()) {
+    const std::string code = std::to_string(-status);
+    EXPECT_EQ(Place(Connecting(code, -status)), (HelpPlace{602, "s" + std::to_string(status)}));
+  }
+  EXPECT_EQ(Place(terminal::texts::Failure(terminal::texts::kDisconnectFailed, {-13, "-13"})),
+            (HelpPlace{602, "s13"}));
+  EXPECT_EQ(Place(Connecting("Gerät belegt", -7)), (HelpPlace{601, "aufbau"})) << "a host's own";
+}
+
+TEST(MessageTopics, EveryStatusOfThePageIsKnown) {
+  std::set<std::string> known;
+  for (const int status : help::ExplainedStatuses()) known.insert("s" + std::to_string(status));
+  std::set<std::string> on_page;
+  for (const std::string& anchor : help::HelpPages::Matches(PageOf(602), "<a name=\"(s[0-9]+)\">"))
+    on_page.insert(anchor);
+  EXPECT_EQ(known, on_page);
+}
+
+TEST(MessageTopics, OfTheConnection) {
+  EXPECT_EQ(
+      Place(Connecting("Die Portbibliothek „x“ kann nicht benutzt werden: Datei nicht gefunden.", -902)),
+      (HelpPlace{601, "bibliothek"}));
+  EXPECT_EQ(Place(device::kInvalidAddress), (HelpPlace{601, "adresse"}));
+  EXPECT_EQ(Place(RuntimeError::Description(RuntimeError::Kind::kNoObject)), (HelpPlace{601, "host"}));
+}
+
+TEST(MessageTopics, OfARunningList) {
+  namespace list = script::texts;
+  const auto in_row = [](std::string_view error) { return Place(list::ErrorInRow(3, error)); };
+  const std::pair<std::string_view, const char*> errors[] = {
+      {list::kUnknownCommand, "m1"},    {list::kNoJumpTarget, "m2"},
+      {list::kLogAlreadyOpen, "m3"},    {list::kNoLogOpen, "m4"},
+      {list::kNoSuchParameter, "m5"},   {"Index außerhalb des gültigen Bereichs", "m6"},
+      {"Timeout (ms): Überlauf", "m7"}, {"Typen unverträglich", "m8"}};
+  for (const auto& [error, anchor] : errors) EXPECT_EQ(in_row(error), (HelpPlace{603, anchor})) << error;
+  EXPECT_EQ(MessagePlace(list::ErrorInRow(3, "etwas anderes")), (HelpPlace{603, ""}));
+  for (const std::string& text :
+       {std::string(list::kListFull), std::string(list::kNoRoomForARow), list::NotPasted(2)})
+    EXPECT_EQ(Place(text), (HelpPlace{603, "voll"}));
+}
+
+TEST(MessageTopics, OfFiles) {
+  using Problem = script::FileResult::Problem;
+  const std::pair<Problem, const char*> problems[] = {{Problem::kCannotRead, "d1"},
+                                                      {Problem::kLineTooLong, "d2"},
+                                                      {Problem::kListRunning, "d3"},
+                                                      {Problem::kCannotWrite, "d4"}};
+  for (const auto& [problem, anchor] : problems)
+    EXPECT_EQ(Place(script::texts::FileFailure({problem, "/x/a.CMD", ENOENT})), (HelpPlace{604, anchor}));
+  EXPECT_EQ(Place(texts::NotWritten("/x/a", ENOSPC)), (HelpPlace{604, "d5"}));
+  EXPECT_EQ(Place(texts::NotRead("/x/a", ENOENT)), (HelpPlace{604, "d6"}));
+  EXPECT_EQ(Place(texts::NotRead("/x/TermCmdHelp.rtf", ENOENT)), (HelpPlace{604, "d7"}));
+  for (const auto fault :
+       {help::RtfFault::kNotRichText, help::RtfFault::kTruncated, help::RtfFault::kTooLarge})
+    EXPECT_EQ(Place("/x/TermCmdHelp.rtf: " + std::string(help::FaultText(fault))), (HelpPlace{604, "d8"}));
+  EXPECT_EQ(Place(texts::kNotPrinted), (HelpPlace{604, "d9"}));
+  EXPECT_EQ(Place(texts::kNoMemory), (HelpPlace{604, "d10"}));
+  EXPECT_EQ(Place(terminal::texts::LogNotOpened("/x/a.LOG", EACCES)), (HelpPlace{605, "l1"}));
+  EXPECT_EQ(Place(terminal::texts::LogNotWritten("/x/a.LOG", ENOSPC)), (HelpPlace{605, "l2"}));
+}
+
+TEST(MessageTopics, OfInputsAndTheStart) {
+  using Kind = RuntimeError::Kind;
+  const std::pair<Kind, const char*> kinds[] = {{Kind::kTypeMismatch, "e1"},
+                                                {Kind::kOverflow, "e2"},
+                                                {Kind::kSubscript, "e3"},
+                                                {Kind::kInvalidArgument, "e4"}};
+  for (const auto& [kind, anchor] : kinds)
+    EXPECT_EQ(Place(terminal::texts::InField("Anzahl", RuntimeError::Description(kind))),
+              (HelpPlace{606, anchor}));
+  EXPECT_EQ(
+      Place("Die gespeicherte Einstellung [PORT] PORT=x kann nicht gelesen werden: Typen unverträglich"),
+      (HelpPlace{607, "einstellung"}));
+}
+
+TEST(MessageTopics, OfTheInspector) {
+  EXPECT_EQ(Place(inspect::texts::kNothingMarked), (HelpPlace{610, "markieren"}));
+  EXPECT_EQ(Place(RuntimeError::Description(RuntimeError::Kind::kOverflow)), (HelpPlace{610, "ueberlauf"}));
+}
+
+TEST(MessageTopics, AnyOtherTextHasNone) {
+  for (const char* text : {"", "x", "a.CMD existiert bereits.\nMöchten Sie sie ersetzen?"})
+    EXPECT_EQ(MessagePlace(text), std::nullopt) << text;
+}
+
+}  // namespace
+}  // namespace kolvane::window
