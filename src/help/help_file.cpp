@@ -117,7 +117,9 @@ void HelpFile::BuildIndex() const {
   index_.emplace();
   for (const std::string& path : PagePaths()) {
     const std::string html = Page(path);
-    if (!html.empty()) index_->Add({Title(path), path}, ReadPageText(html).text);
+    if (html.empty()) continue;
+    const PageText page = ReadPageText(html);
+    index_->Add({Title(path), path}, page.text, page.key_words);
   }
 }
 

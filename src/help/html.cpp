@@ -134,6 +134,9 @@ PageText ReadPageText(std::string_view html) {
     for (const std::string_view element : {"style", "script"}) {
       if (base::EqualsNoCase(piece->name, element)) SkipElement(html, element);
     }
+    if (base::EqualsNoCase(piece->name, "meta") &&
+        base::EqualsNoCase(Attribute(piece->text, "name"), "keywords"))
+      page.key_words = Attribute(piece->text, "content");
     if (base::EqualsNoCase(piece->name, "title")) in_title = true;
     if (base::EqualsNoCase(piece->name, "/title")) in_title = false;
     if (!IsInline(piece->name)) AppendCollapsed(page.text, " ");

@@ -23,9 +23,11 @@ std::string Attribute(std::string_view tag_text, std::string_view name);
 /// Text with its entities (&amp;, &auml;, &#228;, &#xE4; …) as characters; unknown ones stay.
 std::string ResolveEntities(std::string_view text);
 
-/// What a page says: its title and its text, one blank for each run of white space.
+/// What a page says: its title, its key words (of the meta element "keywords") and its text, one space for
+/// each run of white space.
 struct PageText {
   std::string title;
+  std::string key_words;
   std::string text;
 };
 PageText ReadPageText(std::string_view html);

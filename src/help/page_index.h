@@ -14,23 +14,28 @@ struct SearchHit {
   bool operator==(const SearchHit&) const = default;
 };
 
-/// What the search looks through. Letters are compared without regard to case, umlauts included.
+/// What the search looks through. Letters are compared without regard to case, umlauts included, which may as
+/// well be spelled out: ae, oe, ue, and ss for ß.
 class PageIndex {
  public:
   /// Pages beyond this much text are not searched.
   static constexpr std::size_t kMaxText = std::size_t{32} << 20;
 
-  void Add(SearchHit hit, std::string_view text);
+  /// `key_words` are further words for what the page is about.
+  void Add(SearchHit hit, std::string_view text, std::string_view key_words = {});
 
-  /// The pages that hold every word, parts of words included: those with all of them in the title first, each
-  /// group in the order of Add. None for no word.
+  /// The pages that hold every word, parts of words included: those with all of them in the title first, then
+  /// those that have them among title and key words; within a group the page with the most hits first, in the
+  /// order of Add where they are as many. None for no word.
   std::vector<SearchHit> Find(std::string_view words) const;
 
  private:
   struct Entry {
     SearchHit hit;
-    std::string folded_title;
-    std::string folded_whole;  ///< title and text: the search runs at each letter that is typed
+    // Folded, since the search runs at each letter that is typed.
+    std::string title;
+    std::string subject;  ///< title and key words
+    std::string whole;    ///< the same and the text
   };
 
   std::vector<Entry> entries_;

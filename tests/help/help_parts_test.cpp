@@ -116,6 +116,34 @@ TEST(AsUtf8Test, TakesWhatIsNoUtf8ForWindows1252) {
   EXPECT_EQ(AsUtf8("\xEF\xBB\xBFGerät"), "Gerät");
 }
 
+TEST(PageIndexTest, PutsTitlesThenKeyWordsThenTextsAndWhereThereIsMoreFirst) {
+  PageIndex index;
+  index.Add({"A", "text"}, "wort");
+  index.Add({"B", "twice"}, "wort und wort");
+  index.Add({"C", "key"}, "anderes", "Wort");
+  index.Add({"Wort", "title"}, "anderes");
+  index.Add({"D", "also"}, "wort");
+  std::string order;
+  for (const SearchHit& hit : index.Find("WORT")) order += hit.page + " ";
+  EXPECT_EQ(order, "title key twice text also ");
+}
+
+TEST(PageIndexTest, TakesUmlautsInBothSpellings) {
+  PageIndex index;
+  index.Add({"Größe", "a"}, "Überlauf, Maße");
+  index.Add({"Groesse", "b"}, "Ueberlauf, Masse");
+  for (const char* word : {"größe", "GROESSE", "überlauf", "ueberlauf", "maße", "MASSE"})
+    EXPECT_EQ(index.Find(word).size(), 2u) << word;
+}
+
+TEST(PageTextTest, GivesTheKeyWords) {
+  const PageText page =
+      ReadPageText("<head><META Name=\"Keywords\" content=\"Offset, Gr&ouml;&szlig;e\"></head>x");
+  EXPECT_EQ(page.key_words, "Offset, Größe");
+  EXPECT_EQ(page.text, "x");
+  EXPECT_EQ(ReadPageText("<meta name=\"author\" content=\"x\">").key_words, "");
+}
+
 TEST(PageIndexTest, LeavesOutPagesBeyondItsBound) {
   PageIndex index;
   index.Add({"A", "a"}, std::string(PageIndex::kMaxText - 5, 'x'));

@@ -215,6 +215,47 @@ TEST_F(HelpWindowTest, OpensAResultThatIsClicked) {
   EXPECT_EQ(Path(), "hauptfenster.html");
 }
 
+TEST_F(HelpWindowTest, GoesFromHitToHitAndOnToTheNextPage) {
+  Show(1);
+  Action("HelpFind")->trigger();
+  SearchField()->setText(QStringLiteral("ausgabe"));
+  QTest::keyClick(SearchField(), Qt::Key_Return);
+  ASSERT_EQ(Path(), "ausgabe.html");
+  const int first = Page()->textCursor().selectionStart();
+  Action("HelpFindNext")->trigger();
+  EXPECT_EQ(Path(), "ausgabe.html");
+  EXPECT_GT(Page()->textCursor().selectionStart(), first);
+  Action("HelpFindPrevious")->trigger();
+  EXPECT_EQ(Page()->textCursor().selectionStart(), first);
+  Page()->moveCursor(QTextCursor::End);
+  Action("HelpFindNext")->trigger();
+  EXPECT_EQ(Path(), "hauptfenster.html");
+  EXPECT_EQ(Results()->currentRow(), 1);
+  EXPECT_EQ(Page()->textCursor().selectedText().toLower(), QStringLiteral("ausgabe"));
+  Page()->moveCursor(QTextCursor::Start);
+  Action("HelpFindPrevious")->trigger();
+  EXPECT_EQ(Path(), "ausgabe.html") << "round the end of the list";
+  EXPECT_GT(Page()->textCursor().selectionStart(), first) << "from the page's end";
+}
+
+TEST_F(HelpWindowTest, FindsUmlautsThatAreSpelledOut) {
+  Show(1);
+  SearchField()->setText(QStringLiteral("GROESSE"));
+  ASSERT_EQ(Results()->count(), 1);
+  QTest::keyClick(SearchField(), Qt::Key_Return);
+  EXPECT_EQ(Page()->textCursor().selectedText().toLower(), QStringLiteral("größe"));
+  SearchField()->setText(QStringLiteral("größe"));
+  QTest::keyClick(SearchField(), Qt::Key_Return);
+  EXPECT_EQ(Page()->textCursor().selectedText().toLower(), QStringLiteral("größe"));
+}
+
+TEST_F(HelpWindowTest, WithNothingToLookForF3OpensTheSearch) {
+  Show(1);
+  Action("HelpFindNext")->trigger();
+  EXPECT_TRUE(SearchField()->isVisible());
+  EXPECT_EQ(help_.focusWidget(), SearchField());
+}
+
 TEST_F(HelpWindowTest, SaysThatNothingIsFoundOnlyWhereSomethingWasLookedFor) {
   Show(1);
   SearchField()->setText(QStringLiteral("xyzzy"));
@@ -248,6 +289,8 @@ TEST_F(HelpWindowTest, HasItsKeys) {
   const std::pair<const char*, QKeySequence> keys[] = {{"HelpBack", Qt::ALT | Qt::Key_Left},
                                                        {"HelpForward", Qt::ALT | Qt::Key_Right},
                                                        {"HelpFind", Qt::CTRL | Qt::Key_F},
+                                                       {"HelpFindNext", Qt::Key_F3},
+                                                       {"HelpFindPrevious", Qt::SHIFT | Qt::Key_F3},
                                                        {"HelpLarger", Qt::CTRL | Qt::Key_Plus},
                                                        {"HelpSmaller", Qt::CTRL | Qt::Key_Minus},
                                                        {"HelpNormal", Qt::CTRL | Qt::Key_0},

@@ -63,6 +63,12 @@ TEST(HelpTopics, EverySpecialCommandHasOne) {
   }
 }
 
+TEST(HelpPages, EachHasKeyWords) {
+  for (const auto& [page, html] : Pages().pages())
+    EXPECT_EQ(HelpPages::Matches(html, "\n<meta name=\"keywords\" content=\"([^\"]+)\">\n").size(), 1u)
+        << page;
+}
+
 TEST(HelpPages, LinksLeadToPagesAndAnchorsThatExist) {
   for (const auto& [page, html] : Pages().pages()) {
     for (const std::string& link : HelpPages::Values(html, "href")) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -65,6 +66,29 @@ TEST(WidgetTopics, TakeTheInnermostNameThatHasOne) {
   EXPECT_EQ(place({"", "x", "Baud", "U_Port"}), (HelpPlace{301, "Baud"}));
   EXPECT_EQ(place({"optFormat_3", "Frame1"}), (HelpPlace{502, "optFormat_3"}));
   EXPECT_EQ(place({"optFormat_5", "Frame1"}), (HelpPlace{505, "optFormat_5"}));
+}
+
+// The words by which somebody looks who does not know the page's own.
+TEST(HelpSearch, FindsWhatIsCalledOtherwiseHere) {
+  const auto file = HelpFile::Open(KOLVANE_COMPILED_HELP);
+  ASSERT_NE(file, nullptr);
+  const std::pair<const char*, const char*> words[] = {{"Offset", "hexdump.html"},
+                                                       {"Endian", "byte-reihenfolge.html"},
+                                                       {"Skript", "befehlsliste-grundlagen.html"},
+                                                       {"Makro", "befehlsliste-grundlagen.html"},
+                                                       {"Label", "befehl-goto.html"},
+                                                       {"Zeitstempel", "option-antwortzeiten.html"},
+                                                       {"Ueberlauf", "meldungen-eingaben.html"},
+                                                       {"groesser", "befehl-ifgreater.html"},
+                                                       {"schleife", "befehl-repeat.html"},
+                                                       {"baudrate", "seite-rs232.html"}};
+  constexpr std::size_t kInSight = 4;
+  for (const auto& [word, page] : words) {
+    std::vector<SearchHit> hits = file->Search(word);
+    hits.resize(std::min(hits.size(), kInSight));
+    EXPECT_TRUE(std::ranges::any_of(hits, [page](const SearchHit& hit) { return hit.page == page; }))
+        << word << ": " << (hits.empty() ? "nothing" : hits.front().page);
+  }
 }
 
 }  // namespace

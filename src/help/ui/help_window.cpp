@@ -85,6 +85,9 @@ void HelpWindow::BuildToolbar() {
   QAction* print = AddAction("HelpPrint", texts::kPrint, "print", {QKeySequence(Qt::CTRL | Qt::Key_P)},
                              [this] { services_.print(*page_->document(), windowTitle(), this); });
   AddAction("HelpFind", texts::kFind, nullptr, {QKeySequence(Qt::CTRL | Qt::Key_F)}, [this] { Find(); });
+  AddAction("HelpFindNext", texts::kFindNext, nullptr, {QKeySequence(Qt::Key_F3)}, [this] { FindNext({}); });
+  AddAction("HelpFindPrevious", texts::kFindPrevious, nullptr, {QKeySequence(Qt::SHIFT | Qt::Key_F3)},
+            [this] { FindNext(QTextDocument::FindBackward); });
   AddAction("HelpLarger", texts::kLarger, nullptr,
             {QKeySequence(Qt::CTRL | Qt::Key_Plus), QKeySequence(Qt::CTRL | Qt::Key_Equal)},
             [this] { page_->zoomIn(); });
@@ -128,7 +131,19 @@ void HelpWindow::PageChanged() {
 void HelpWindow::ShowFound(const QString& page) {
   page_->ShowPage(page);
   page_->moveCursor(QTextCursor::Start);
-  page_->find(search_->FirstWord());
+  if (const auto hits = search_->Hits()) page_->find(*hits);
+}
+
+// On this page, else on the next one that was found.
+void HelpWindow::FindNext(QTextDocument::FindFlags direction) {
+  const auto hits = search_->Hits();
+  if (!hits) return Find();
+  if (page_->find(*hits, direction)) return;
+  const bool back = direction.testFlag(QTextDocument::FindBackward);
+  search_->ChooseNext(back ? -1 : 1);
+  if (!back) return;
+  page_->moveCursor(QTextCursor::End);
+  page_->find(*hits, direction);
 }
 
 void HelpWindow::Find() {

@@ -44,6 +44,7 @@ class HelpWindow final : public QMainWindow {
   void PageChanged();
   void ShowFound(const QString& page);
   void Find();
+  void FindNext(QTextDocument::FindFlags direction);
   void StayUsable();
 
   HelpWindowServices services_;

@@ -1,6 +1,7 @@
 #include "help/ui/search_panel.h"
 
 #include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 
 #include "help/ui/help_texts.h"
@@ -9,6 +10,22 @@ namespace kolvane::help {
 namespace {
 
 constexpr int kPageRole = Qt::UserRole;
+
+// Each letter that may be spelled out, in both ways.
+QString PatternOf(const QString& word) {
+  static const QRegularExpression kSpelled(QStringLiteral("(ä|ae)|(ö|oe)|(ü|ue)|(ß|ss)"),
+                                           QRegularExpression::CaseInsensitiveOption);
+  constexpr const char* kBoth[] = {"(?:ä|ae)", "(?:ö|oe)", "(?:ü|ue)", "(?:ß|ss)"};
+  QString pattern;
+  qsizetype end = 0;
+  for (auto match = kSpelled.globalMatch(word); match.hasNext();) {
+    const QRegularExpressionMatch letter = match.next();
+    pattern += QRegularExpression::escape(word.mid(end, letter.capturedStart() - end));
+    pattern += QString::fromUtf8(kBoth[letter.lastCapturedIndex() - 1]);
+    end = letter.capturedEnd();
+  }
+  return pattern + QRegularExpression::escape(word.mid(end));
+}
 
 }  // namespace
 
@@ -52,13 +69,28 @@ void SearchPanel::Refresh() {
   count_->setText(texts::Hits(results_->count()));
 }
 
-QString SearchPanel::FirstWord() const { return words_->text().simplified().section(QLatin1Char(' '), 0, 0); }
+std::optional<QRegularExpression> SearchPanel::Hits() const {
+  QStringList patterns;
+  for (const QString& word : words_->text().simplified().split(QLatin1Char(' '), Qt::SkipEmptyParts))
+    patterns << PatternOf(word);
+  if (patterns.isEmpty()) return std::nullopt;
+  return QRegularExpression(patterns.join(QLatin1Char('|')), QRegularExpression::CaseInsensitiveOption);
+}
+
+void SearchPanel::Choose(int row) {
+  results_->setCurrentRow(row);
+  Q_EMIT PageChosen(results_->item(row)->data(kPageRole).toString());
+}
+
+void SearchPanel::ChooseNext(int step) {
+  const int count = results_->count();
+  if (count > 0) Choose((std::max(results_->currentRow(), 0) + step + count) % count);
+}
 
 void SearchPanel::ChooseFirst() {
   if (results_->count() == 0) return;
-  results_->setCurrentRow(0);
   results_->setFocus();
-  Q_EMIT PageChosen(results_->item(0)->data(kPageRole).toString());
+  Choose(0);
 }
 
 }  // namespace kolvane::help

@@ -3,8 +3,10 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QRegularExpression>
 #include <QWidget>
 #include <functional>
+#include <optional>
 #include <vector>
 
 #include "help/page_index.h"
@@ -23,12 +25,16 @@ class SearchPanel final : public QWidget {
   void Start();
   /// Searches for the same words once more, as there is another file.
   void Refresh();
-  QString FirstWord() const;
+  /// Matches each of the words where it stands in a page, umlauts spelled out or not; nothing for no word.
+  std::optional<QRegularExpression> Hits() const;
+  /// Chooses the page after the chosen one, or with -1 the one before, round the ends of the list.
+  void ChooseNext(int step);
 
  Q_SIGNALS:
   void PageChosen(const QString& page);
 
  private:
+  void Choose(int row);
   void ChooseFirst();
 
   SearchFunction search_;
