@@ -39,6 +39,20 @@ TEST_F(Help, ButtonOpensTopicOne) {
   EXPECT_EQ(Viewer()->windowModality(), Qt::NonModal);
 }
 
+TEST_F(Help, NoPageIsWiderThanItsWindowAsItFirstOpens) {
+  Press("TB_HELP");
+  Viewer()->resize(help::HelpWindow::kFirstSize);
+  auto* page = Viewer()->findChild<help::HelpPage*>();
+  QString wide;
+  for (const help::ContentsEntry& entry : page->file()->contents()) {
+    page->ShowPage(QString::fromStdString(entry.page));
+    QCoreApplication::processEvents();
+    if (const int over = page->horizontalScrollBar()->maximum(); over > 0)
+      wide += QString::fromStdString(entry.page) + QStringLiteral(" by %1\n").arg(over);
+  }
+  EXPECT_EQ(wide.toStdString(), "");
+}
+
 TEST_F(Help, MissingFileShowsNothing) {
   std::filesystem::remove(folder_.Path("Terminal.chm"));
   AnswerBoxes();

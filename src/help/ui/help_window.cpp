@@ -13,7 +13,6 @@
 namespace kolvane::help {
 namespace {
 
-constexpr QSize kFirstSize(980, 680);
 constexpr int kContentsWidth = 280;
 constexpr int kLeastPageWidth = 300;  // before the contents give way
 

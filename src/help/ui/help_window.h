@@ -27,6 +27,9 @@ class HelpWindow final : public QMainWindow {
   Q_OBJECT
 
  public:
+  /// As it first opens where the screen is large enough: no page has to be scrolled sideways.
+  static constexpr QSize kFirstSize{1000, 680};
+
   HelpWindow(HelpWindowServices services, QWidget* parent);
 
   /// Shows a place in this file, its start page where it lacks the topic, and comes to the front. What was
