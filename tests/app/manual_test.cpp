@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <set>
@@ -9,6 +10,7 @@
 
 #include "amplifier/options.h"
 #include "app/options.h"
+#include "app/parse.h"
 
 namespace kolvane::app {
 namespace {
@@ -48,6 +50,40 @@ TEST(Manual, OfTheAmplifierHasTheOptionsOfItsHelp) {
   ASSERT_TRUE(options.contains("--close-mid-answer"));
   options.insert("--connect");  // kolvane's, in the example
   EXPECT_EQ(OptionsIn(Manual("kolvane-amplifier.1")), options);
+}
+
+// The words of a call as the shell would make them, without the program's name.
+std::vector<std::string> WordsOf(const std::string& call) {
+  std::vector<std::string> words = {""};
+  bool quoted = false;
+  for (const char c : call) {
+    if (c == '\'') {
+      quoted = !quoted;
+    } else if (quoted || (c != ' ' && c != '\n' && c != '\\')) {
+      words.back() += c;
+    } else if (!words.back().empty()) {
+      words.emplace_back();
+    }
+  }
+  std::erase_if(words, [](const std::string& word) { return word.empty() || word.starts_with("&gt;"); });
+  words.erase(words.begin());
+  return words;
+}
+
+TEST(HelpPages, TheCallsThatTheyShowAreUnderstood) {
+  int calls = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(KOLVANE_HELP_FOLDER "/pages")) {
+    if (entry.path().extension() != ".html") continue;
+    std::ifstream file(entry.path());
+    const std::string html{std::istreambuf_iterator<char>(file), {}};
+    constexpr std::string_view kBegin = "<pre class=\"aufruf\">";
+    for (std::size_t at = html.find(kBegin); at != std::string::npos; at = html.find(kBegin, at + 1)) {
+      const std::size_t begin = at + kBegin.size();
+      EXPECT_EQ(Parse(WordsOf(html.substr(begin, html.find("</pre>", begin) - begin))).error, "") << entry;
+      ++calls;
+    }
+  }
+  EXPECT_EQ(calls, 2);
 }
 
 TEST(Manual, HasEveryCommandOfTheHelp) {

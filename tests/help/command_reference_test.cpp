@@ -83,6 +83,25 @@ TEST_F(CommandReference, ExampleRowsHaveTheGridsColours) {
   }
 }
 
+// Both say the same, so what a user is warned of on a page must not be missing here.
+TEST_F(CommandReference, WarnsOfWhatThePagesWarnOf) {
+  const std::string text = document_.PlainText();
+  for (const char* warning : {"$IFERR trifft dort also immer zu", "Status der letzten Übertragung neu"})
+    EXPECT_NE(text.find(warning), std::string::npos) << warning;
+}
+
+// The log is written ("mitschreiben"); recorded ("aufzeichnen") are commands into the list, and measured
+// values.
+TEST_F(CommandReference, HasOneWordForTheLog) {
+  for (const RtfParagraph& paragraph : document_.paragraphs) {
+    std::string text;
+    for (const auto& [format, run] : paragraph.runs) text += run;
+    if (text.find("Logdatei") == std::string::npos) continue;
+    for (const char* word : {"aufzeichnen", "Aufzeichnung", "zeichnet"})
+      EXPECT_EQ(text.find(word), std::string::npos) << text;
+  }
+}
+
 TEST_F(CommandReference, QuotesEveryErrorToTheLetter) {
   const std::string text = document_.PlainText();
   for (const char* error :

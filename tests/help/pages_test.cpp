@@ -87,9 +87,9 @@ TEST(HelpPages, TheTemplateOfTheExampleIsTheOneSupplied) {
   std::erase(fields, '\r');
   fields.erase(0, fields.find("BYTECOUNT="));
   ASSERT_NE(fields, "");
-  EXPECT_NE(
-      HelpFile("pages/vorlage-beispiel.html").find("<pre>" + fields.substr(0, fields.size() - 1) + "</pre>"),
-      std::string::npos);
+  EXPECT_NE(HelpFile("pages/vorlage-beispiel.html")
+                .find("<pre class=\"vorlage\">" + fields.substr(0, fields.size() - 1) + "</pre>"),
+            std::string::npos);
 }
 
 TEST(HelpPages, PicturesExistAndAreDescribed) {

@@ -1,0 +1,133 @@
+// Every example that help and reference show does what it is shown for.
+
+#include <gtest/gtest.h>
+
+#include "help/example_run.h"
+#include "help/help_files.h"
+#include "help/help_pages.h"
+#include "help/rtf_reader.h"
+#include "inspect/hex_dump.h"
+#include "inspect/marked_bytes.h"
+#include "inspect/template_run.h"
+
+namespace kolvane::help {
+namespace {
+
+/// An example: where it stands, and its lines.
+struct Example {
+  std::string where;
+  std::vector<std::string> lines;
+};
+
+std::vector<std::string> LinesOf(const std::string& text) {
+  std::vector<std::string> lines;
+  std::istringstream stream(text);
+  for (std::string line; std::getline(stream, line);) lines.push_back(line);
+  return lines;
+}
+
+// The blocks of that class, <pre class="kind">, of all pages.
+std::vector<Example> OfPages(const std::string& kind) {
+  std::vector<Example> examples;
+  const HelpPages pages(KOLVANE_HELP_FOLDER);
+  for (const auto& [page, html] : pages.pages()) {
+    const std::string begin = "<pre class=\"" + kind + "\">";
+    for (std::size_t at = html.find(begin); at != std::string::npos; at = html.find(begin, at + 1)) {
+      std::string text = html.substr(at + begin.size(), html.find("</pre>", at) - at - begin.size());
+      for (const auto& [entity, character] : {std::pair{"&lt;", "<"}, {"&gt;", ">"}, {"&amp;", "&"}})
+        text = std::regex_replace(text, std::regex(entity), character);
+      examples.push_back({page, LinesOf(text)});
+    }
+  }
+  return examples;
+}
+
+// The groups of rows of the reference, but for the texts of its errors.
+std::vector<Example> OfReference() {
+  const RtfDocument document = ReadRtf(HelpFile("TermCmdHelp.rtf")).document;
+  std::vector<Example> examples;
+  std::string heading;
+  bool in_group = false;
+  for (const RtfParagraph& paragraph : document.paragraphs) {
+    const bool sole = paragraph.runs.size() == 1;
+    if (sole && paragraph.runs[0].format.bold) heading = paragraph.runs[0].text;
+    const bool row = sole && !paragraph.runs[0].format.bold && heading != "Fehlermeldungen" &&
+                     document.FontName(paragraph.runs[0].format.font) == "Courier New";
+    if (row && !in_group) examples.push_back({heading, {}});
+    if (row) examples.back().lines.push_back(paragraph.runs[0].text);
+    in_group = row;
+  }
+  return examples;
+}
+
+// Whether a run comes to a $WRITELOG depends on what is measured.
+bool OpensTheLogItWrites(const std::vector<std::string>& lines) {
+  const auto first = [&lines](std::string_view command) {
+    return std::ranges::find(lines, command, FirstWord);
+  };
+  return first("$WRITELOG") == lines.end() || first("$OPENLOG") < first("$WRITELOG");
+}
+
+void ExpectPlays(const std::vector<Example>& examples) {
+  for (const auto& [where, lines] : examples) {
+    const ExampleRun run(lines);
+    EXPECT_EQ(run.errors(), std::vector<std::string>{}) << where;
+    EXPECT_TRUE(OpensTheLogItWrites(lines)) << where;
+    EXPECT_TRUE(run.closed()) << where << ": a loop or a condition stays open";
+  }
+}
+
+TEST(Examples, OfThePagesPlay) {
+  const auto examples = OfPages("beispiel");
+  EXPECT_EQ(examples.size(), 20u);
+  ExpectPlays(examples);
+}
+
+TEST(Examples, OfTheReferencePlay) {
+  const auto examples = OfReference();
+  EXPECT_EQ(examples.size(), kSpecialCommands.size() + 1);
+  ExpectPlays(examples);
+}
+
+// What is not played is no list of commands: a display, the content of another file, the form of a call.
+TEST(Examples, EveryBlockOfThePagesHasItsKind) {
+  const std::set<std::string> kinds = {"beispiel", "vorlage", "aufruf", "syntax", "anzeige", "datei"};
+  const HelpPages pages(KOLVANE_HELP_FOLDER);
+  for (const auto& [page, html] : pages.pages()) {
+    EXPECT_EQ(html.find("<pre>"), std::string::npos) << page;
+    for (const std::string& kind : HelpPages::Matches(html, "<pre class=\"([^\"]*)\">"))
+      EXPECT_TRUE(kinds.contains(kind)) << page << ": " << kind;
+  }
+}
+
+TEST(Examples, OfTheBranchesTakeThem) {
+  for (const auto& [where, lines] : OfPages("beispiel")) {
+    if (where != "befehl-ifequal.html" && where != "befehl-getparam.html") continue;
+    const std::vector<std::string> log = ExampleRun(lines).log();
+    EXPECT_EQ(std::ranges::count_if(log, [](const std::string& call) { return call.starts_with("write "); }),
+              1)
+        << where;
+  }
+}
+
+TEST(Examples, OfTemplatesGiveALineAField) {
+  device::FakeClock clock;
+  const std::string dump = inspect::BuildDump(inspect::Marked(AmplifierDevice(clock).Ask("BIN? 1,8")));
+  const auto examples = OfPages("vorlage");
+  EXPECT_EQ(examples.size(), 10u);
+  for (const auto& [where, lines] : examples) {
+    std::string text = "BYTECOUNT=48\r\n";
+    for (const std::string& line : lines) text += base::ToWindows1252(line) + "\r\n";
+    const auto fields =
+        std::ranges::count_if(lines, [](const std::string& line) { return line.find(';') != line.npos; });
+    inspect::DumpView view{dump, 5, 0};
+    inspect::ByteBuffer buffer{};
+    const auto result = inspect::RunTemplate(text, {false, ","}, view, buffer);
+    EXPECT_EQ(std::ssize(result), fields) << where;
+    EXPECT_EQ(result.empty(), where == "vorlage-bemerkung.html" || where == "vorlage-bytecount.html")
+        << where;
+  }
+}
+
+}  // namespace
+}  // namespace kolvane::help
