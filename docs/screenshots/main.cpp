@@ -1,4 +1,5 @@
-// Makes every picture of the windows: kolvane-screenshots FOLDER writes them as FOLDER/*.png.
+// Makes every picture of the windows: kolvane-screenshots FOLDER writes them as FOLDER/*.png. It needs an X
+// server with a window manager.
 #include <QApplication>
 #include <QDir>
 #include <QLibraryInfo>
@@ -41,10 +42,11 @@ void MakePictures(const QString& target) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  qputenv("QT_QPA_PLATFORM", "offscreen");
+  qputenv("QT_QPA_PLATFORM", "xcb");
   qputenv("CUPS_SERVER", "/nonexistent");
   QApplication application(argc, argv);
   QApplication::setStyle(QStringLiteral("Fusion"));
+  QApplication::setCursorFlashTime(0);
   QApplication::setFont(QFont(QStringLiteral("Liberation Sans"), 9));
   QTranslator german;
   if (german.load(QStringLiteral("qtbase_de"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))

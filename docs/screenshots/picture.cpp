@@ -1,14 +1,17 @@
 #include "picture.h"
 
 #include <QApplication>
+#include <QEventLoop>
 #include <QHash>
-#include <QPainter>
+#include <QScreen>
+#include <QTimer>
+#include <QWindow>
 #include <stdexcept>
 
 namespace kolvane::screenshots {
 namespace {
 
-constexpr int kTitleHeight = 26;
+constexpr int kLookMs = 150;
 constexpr int kWidest = 650;  // what the help window shows without scrolling
 constexpr qsizetype kPaletteSize = 256;
 
@@ -43,31 +46,34 @@ QPixmap Grab(QWidget* widget) {
 }
 
 QPixmap Framed(QWidget* window) {
-  const QPixmap content = Grab(window);
-  QPixmap out(content.width() + 2, content.height() + kTitleHeight + 1);
-  out.fill(QColor(0x5b, 0x6b, 0x7c));
-  QPainter painter(&out);
-  const QRect bar(1, 1, content.width(), kTitleHeight - 1);
-  painter.fillRect(bar, QColor(0xdd, 0xe4, 0xec));
-  QFont font = QApplication::font();
-  font.setBold(true);
-  painter.setFont(font);
-  painter.setPen(QColor(0x26, 0x32, 0x3f));
-  const QString title =
-      painter.fontMetrics().elidedText(window->windowTitle(), Qt::ElideMiddle, bar.width() - 60);
-  painter.drawText(bar, Qt::AlignCenter, title);
-  const QRect cross(bar.right() - 18, bar.center().y() - 3, 8, 8);
-  painter.drawLine(cross.topLeft(), cross.bottomRight());
-  painter.drawLine(cross.topRight(), cross.bottomLeft());
-  painter.drawPixmap(1, kTitleHeight, content);
-  return out;
+  window->raise();
+  window->activateWindow();
+  window->repaint();
+  // The window manager draws its frame when it likes and tells nobody; what no longer changes is drawn.
+  QImage last;
+  QEventLoop drawn;
+  QTimer look;
+  QObject::connect(&look, &QTimer::timeout, &drawn, [&] {
+    // The widget would go on saying what it was told before the frame was there.
+    const QRect frame = window->windowHandle()->frameGeometry();
+    const QImage now =
+        window->screen()->grabWindow(0, frame.x(), frame.y(), frame.width(), frame.height()).toImage();
+    if (frame != window->geometry() && now == last) drawn.quit();
+    last = now;
+  });
+  look.start(kLookMs);
+  drawn.exec();
+  return QPixmap::fromImage(last);
 }
 
 void Save(const QString& folder, const QString& name, const QPixmap& picture) {
+  const bool wide = picture.width() > kWidest;
+  SaveAsItIs(folder, name, wide ? picture.scaledToWidth(kWidest, Qt::SmoothTransformation) : picture);
+}
+
+void SaveAsItIs(const QString& folder, const QString& name, const QPixmap& picture) {
   const QString file = folder + QLatin1Char('/') + name + QStringLiteral(".png");
-  QImage image = picture.toImage();
-  if (image.width() > kWidest) image = image.scaledToWidth(kWidest, Qt::SmoothTransformation);
-  if (!WithPalette(image).save(file, "PNG", 0))
+  if (!WithPalette(picture.toImage()).save(file, "PNG", 0))
     throw std::runtime_error("cannot write " + file.toStdString());
 }
 

@@ -27,7 +27,8 @@ Stage::Stage(const std::string& folder)
   FillFolder();
   Configure();
   window_.Load();
-  window_.resize(740, 680);
+  // Wide enough for the controls of sending and receiving in one row.
+  window_.resize(920, 680);
   window_.show();
   window_.activateWindow();
 }

@@ -13,6 +13,7 @@ namespace kolvane::screenshots {
 namespace {
 
 constexpr QSize kButton(22, 22);
+constexpr QSize kLarge(1270, 770);
 
 constexpr char kList[] =
     "' Kraft an Kanal 1 überwachen\n"
@@ -43,6 +44,17 @@ void MainWindow(Stage& stage, const QString& folder) {
        {"*IDN?", "NAME? 1-3", "UNIT? 1-3", "MSV? 1-3", "RANGE 1,-5", "ERR?", "TARE 1", "MSV? 1"})
     stage.Send(QString::fromLatin1(command));
   Save(folder, QStringLiteral("hauptfenster"), Framed(&stage.window()));
+}
+
+// For README and software catalogues.
+void LargeWindow(Stage& stage, const QString& folder) {
+  const QSize usual = stage.window().size();
+  stage.window().resize(kLarge);
+  for (const char* command : {"UNIT? 0", "RANGE? 0", "MSV? 0", "RATE?", "LIM 1,11,14", "LIMS? 1",
+                              "STA 100,1-2", "BUF?", "MSV? 1-3"})
+    stage.Send(QString::fromLatin1(command));
+  SaveAsItIs(folder, QStringLiteral("kolvane"), Framed(&stage.window()));
+  stage.window().resize(usual);
 }
 
 void Parts(Stage& stage, const QString& folder) {
@@ -98,7 +110,7 @@ void BinaryAnswer(Stage& stage, const QString& folder) {
 }  // namespace
 
 std::vector<Picture> WindowPictures() {
-  return {Buttons, MainWindow, Parts, Menus, RunningList, BinaryAnswer};
+  return {Buttons, MainWindow, LargeWindow, Parts, Menus, RunningList, BinaryAnswer};
 }
 
 }  // namespace kolvane::screenshots

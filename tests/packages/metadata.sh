@@ -7,6 +7,14 @@ appstreamcli validate --no-net "$share/metainfo/org.kolvane.Kolvane.metainfo.xml
   cat "$1/../appstream"
   exit 1
 }
+# The picture that it names is the repository's, in its true size.
+picture=$(sed -n 's|.*<image [^>]*width="\([0-9]*\)" height="\([0-9]*\)">.*/kolvane.png</image>|\1 x \2|p' \
+  "$share/metainfo/org.kolvane.Kolvane.metainfo.xml")
+[[ -n $picture && $(file -b "${SOURCE_FOLDER:?}/docs/images/kolvane.png") == *", $picture,"* ]] || {
+  echo "docs/images/kolvane.png is not $picture"
+  exit 1
+}
+
 # Documents are there, and their links lead somewhere.
 documents=$(find "$share/doc" -name '*.md')
 for name in kolvane/command-line.md kolvane/formats/template.md kolvane-dev/embedding.md python3-kolvane/python.md; do
