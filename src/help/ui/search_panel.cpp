@@ -41,6 +41,7 @@ SearchPanel::SearchPanel(SearchFunction search, QWidget* parent)
   words_->setClearButtonEnabled(true);
   results_->setObjectName(QStringLiteral("HelpResults"));
   results_->setAccessibleName(QString::fromUtf8(texts::kResults));
+  results_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   count_->setObjectName(QStringLiteral("HelpHits"));
   auto* column = new QVBoxLayout(this);
   for (QWidget* part : std::initializer_list<QWidget*>{words_, results_, count_}) column->addWidget(part);
@@ -64,6 +65,7 @@ void SearchPanel::Refresh() {
   if (words_->text().trimmed().isEmpty()) return;
   for (const SearchHit& hit : search_(words_->text())) {
     auto* item = new QListWidgetItem(QString::fromStdString(hit.title), results_);
+    item->setToolTip(item->text());
     item->setData(kPageRole, QString::fromStdString(hit.page));
   }
   count_->setText(texts::Hits(results_->count()));
