@@ -21,9 +21,15 @@ Descriptor OpenToRead(const std::string& name) {
   return Descriptor(open(name.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
 }
 
-// 0 once there is something to read, or the end.
-int AwaitPiece(int descriptor, const GiveUp& give_up) {
+bool IsRegular(int descriptor) {
+  struct stat status {};
+  return fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+}
+
+// 0 once there is something to read, or the end. A file on a disk has it at once.
+int AwaitPiece(int descriptor, bool regular, const GiveUp& give_up) {
   for (int waited = 0; !give_up(waited);) {
+    if (regular) return 0;
     pollfd entry{descriptor, POLLIN, 0};
     const int ready = poll(&entry, 1, kSliceMs);
     if (ready > 0) return 0;
@@ -65,9 +71,10 @@ int ReadFile(const std::string& name, std::string& bytes) {
 int ReadPieces(const std::string& name, const TakePiece& take, const GiveUp& give_up) {
   const Descriptor file = OpenToRead(name);
   if (!file) return errno;
+  const bool regular = IsRegular(file.get());
   std::array<char, kPiece> piece;
   for (;;) {
-    if (const int error = AwaitPiece(file.get(), give_up); error != 0) return error;
+    if (const int error = AwaitPiece(file.get(), regular, give_up); error != 0) return error;
     const ssize_t count = read(file.get(), piece.data(), piece.size());
     if (count == 0) return 0;
     if (count > 0 && !take({piece.data(), static_cast<std::size_t>(count)})) return 0;
