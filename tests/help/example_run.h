@@ -36,8 +36,9 @@ class AmplifierDevice final : public device::Device {
     if (there) answer = base::FromWindows1252(reply_.bytes).append(terminator);
     reply_ = {};
   }
-  void ReadBinary(std::string_view, std::int32_t, Bytes&) override {
+  std::size_t ReadBinary(std::string_view, std::int32_t, Bytes&) override {
     error_ = terminal::FakeDevice::TimeOut();
+    return 0;
   }
   void SetTimeout(std::int32_t) override {}
   device::DeviceError LastError() override { return error_; }
@@ -91,8 +92,9 @@ class ExampleRun {
   terminal::ConnectCommands connect_{device_, device_state_, output_,
                                      prompt_, view_,         {.description = [] { return std::string(); }}};
   terminal::Session session_{device_, device_state_, state_, output_, connect_};
-  script::ScriptCore core_{{script_, state_, device_state_, session_, output_, pane_, libraries_, clock_,
-                            prompt_, log_, host_, ","}};
+  terminal::Exchange exchange_{session_, state_.options, output_, clock_, ","};
+  script::ScriptCore core_{
+      {script_, state_, device_state_, exchange_, pane_, libraries_, prompt_, log_, host_}};
 };
 
 }  // namespace kolvane::help

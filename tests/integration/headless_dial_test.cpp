@@ -27,7 +27,8 @@ TEST(HeadlessDial, ARefusalIsOneLineWithTheModemsLastWord) {
   options.Verbose = true;
   testing::internal::CaptureStderr();
   {
-    component::HeadlessTerminal terminal(options, state);
+    component::HostLines host(options.OnLine);
+    component::HeadlessTerminal terminal(options, host, state);
     EXPECT_FALSE(terminal.Connect());
   }
   const std::string said = testing::internal::GetCapturedStderr();

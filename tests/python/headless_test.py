@@ -91,7 +91,7 @@ class Lines(HeadlessCase):
     def test_without_a_function_they_are_printed(self):
         program = "import kolvane, sys; sys.exit(kolvane.send(['', 'x'], connect=sys.argv[1]))"
         run = subprocess.run([sys.executable, "-c", program, self.instrument()], capture_output=True, text=True)
-        self.assertEqual((run.returncode, run.stdout, run.stderr), (0, "X\n", ""))
+        self.assertEqual((run.returncode, run.stdout, run.stderr), (0, "\nX\n", ""))
 
     def test_with_one_nothing_is_printed(self):
         program = """

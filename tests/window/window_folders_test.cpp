@@ -41,7 +41,7 @@ class WindowFolders : public testing::Test, protected WindowRecords {
       for (int row = 0; row < list->count(); ++row) names << list->itemText(row);
       dialog->reject();
     });
-    window_.core().output.AddLine("<41>");
+    window_.core().output.AddLine(LineKind::kAnswer, "<41>");
     Pane()->Select(0, Pane()->text().Length());
     Press("TB_INSPECT");
     return names;
