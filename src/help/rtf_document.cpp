@@ -2,11 +2,6 @@
 
 namespace kolvane::help {
 
-std::string_view RtfDocument::FontName(int number) const {
-  const auto found = fonts.find(number);
-  return found == fonts.end() ? std::string_view() : found->second;
-}
-
 std::string RtfDocument::PlainText() const {
   std::string text;
   for (const RtfParagraph& paragraph : paragraphs) {

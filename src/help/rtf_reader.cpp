@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "base/codepage.h"
-#include "help/rtf_tables.h"
+#include "help/rtf_color_table.h"
 #include "help/rtf_tokens.h"
 #include "help/rtf_unicode.h"
 #include "help/rtf_words.h"
@@ -12,10 +12,7 @@
 namespace kolvane::help {
 namespace {
 
-constexpr std::int32_t kLeastSize = 2;
-constexpr std::int32_t kMostSize = 400;
-
-enum class Destination { kText, kFonts, kColors, kSkipped };
+enum class Destination { kText, kColors, kSkipped };
 
 // What an opening brace saves and its closing brace brings back.
 struct Group {
@@ -28,37 +25,10 @@ std::optional<Destination> DestinationOf(RtfMeaning meaning) {
   switch (meaning) {
     case RtfMeaning::kSkip:
       return Destination::kSkipped;
-    case RtfMeaning::kFontTable:
-      return Destination::kFonts;
     case RtfMeaning::kColorTable:
       return Destination::kColors;
     default:
       return std::nullopt;
-  }
-}
-
-void ChangeFormat(RtfFormat& format, RtfMeaning meaning, std::int32_t parameter, bool on) {
-  switch (meaning) {
-    case RtfMeaning::kBold:
-      format.bold = on;
-      return;
-    case RtfMeaning::kItalic:
-      format.italic = on;
-      return;
-    case RtfMeaning::kUnderline:
-      format.underline = on;
-      return;
-    case RtfMeaning::kNoUnderline:
-      format.underline = false;
-      return;
-    case RtfMeaning::kSize:
-      format.half_points = std::clamp(parameter, kLeastSize, kMostSize);
-      return;
-    case RtfMeaning::kFont:
-      format.font = parameter;
-      return;
-    default:
-      return;
   }
 }
 
@@ -95,10 +65,8 @@ class Reader {
   RtfResult result_;
   std::vector<Group> groups_;
   RtfParagraph paragraph_;
-  RtfFontTable fonts_;
   RtfColorTable colors_;
   RtfUnicode unicode_;
-  int default_font_ = 0;
   std::size_t pieces_ = 0;
   std::size_t fallback_left_ = 0;  // what follows a \u and stands for the same character
   bool stopped_ = false;
@@ -109,7 +77,6 @@ RtfResult Reader::Run() {
   while (!stopped_) Handle(tokens_.Next());
   AddText({});
   if (!paragraph_.runs.empty()) result_.document.paragraphs.push_back(std::move(paragraph_));
-  result_.document.fonts = fonts_.Take();
   return std::move(result_);
 }
 
@@ -215,8 +182,6 @@ void Reader::Apply(RtfMeaning meaning, std::int32_t parameter, bool on) {
   switch (Current().destination) {
     case Destination::kText:
       return ApplyToText(meaning, parameter, on);
-    case Destination::kFonts:
-      return fonts_.Apply(meaning, parameter);
     case Destination::kColors:
       return colors_.Apply(meaning, parameter);
     case Destination::kSkipped:
@@ -231,16 +196,15 @@ void Reader::ApplyToText(RtfMeaning meaning, std::int32_t parameter, bool on) {
       return FinishParagraph();
     case RtfMeaning::kPlain:
       format = RtfFormat();
-      format.font = default_font_;
       return;
-    case RtfMeaning::kDefaultFont:
-      format.font = default_font_ = parameter;
+    case RtfMeaning::kBold:
+      format.bold = on;
       return;
     case RtfMeaning::kColor:
       format.color = colors_.At(parameter);
       return;
     default:
-      return ChangeFormat(format, meaning, parameter, on);
+      return;
   }
 }
 
@@ -259,8 +223,6 @@ void Reader::Deliver(std::string_view text) {
   switch (Current().destination) {
     case Destination::kText:
       return AddToRun(text);
-    case Destination::kFonts:
-      return fonts_.AddText(text);
     case Destination::kColors:
       return colors_.AddText(text);
     case Destination::kSkipped:

@@ -7,16 +7,9 @@ namespace kolvane::help {
 enum class RtfMeaning {
   kUnknown,  ///< passed over, its group is read
   kSkip,     ///< the rest of its group is no text of the document
-  kFontTable,
   kColorTable,
   kBold,
-  kItalic,
-  kUnderline,
-  kNoUnderline,
-  kSize,
   kColor,
-  kFont,
-  kDefaultFont,
   kPlain,
   kParagraph,
   kInsert,  ///< stands for `text`

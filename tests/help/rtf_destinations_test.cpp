@@ -12,11 +12,11 @@ TEST_P(RtfSkipped, IsNoTextOfTheDocument) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Destinations, RtfSkipped,
-                         testing::Values("*\\unheard", "*", "annotation", "filetbl", "fldinst", "footer",
-                                         "footerf", "footerl", "footerr", "footnote", "header", "headerf",
-                                         "headerl", "headerr", "info", "listoverridetable", "listtable",
-                                         "nonshppict", "object", "pict", "revtbl", "rsidtbl", "stylesheet",
-                                         "tc", "xe"));
+                         testing::Values("*\\unheard", "*", "annotation", "filetbl", "fldinst", "fonttbl",
+                                         "footer", "footerf", "footerl", "footerr", "footnote", "header",
+                                         "headerf", "headerl", "headerr", "info", "listoverridetable",
+                                         "listtable", "nonshppict", "object", "pict", "revtbl", "rsidtbl",
+                                         "stylesheet", "tc", "xe"));
 
 TEST(RtfDestinations, UnknownWordsArePassedOverAndTheirTextShown) {
   EXPECT_EQ(Read("a{\\unheard12 b}\\viewkind4\\sa200 c"), "[abc]/");
@@ -24,7 +24,7 @@ TEST(RtfDestinations, UnknownWordsArePassedOverAndTheirTextShown) {
 }
 
 TEST(RtfDestinations, FieldsShowTheirResult) {
-  EXPECT_EQ(Read("{\\field{\\*\\fldinst HYPERLINK \"x\"}{\\fldrslt{\\ul y}}}z"), "u[y][z]/");
+  EXPECT_EQ(Read("{\\field{\\*\\fldinst HYPERLINK \"x\"}{\\fldrslt{\\b y}}}z"), "b[y][z]/");
 }
 
 TEST(RtfDestinations, BinaryDataHidesBraces) {

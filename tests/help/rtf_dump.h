@@ -7,17 +7,13 @@
 
 namespace kolvane::help {
 
-/// A document as one line: each run as marks and text in brackets, each paragraph ended by "/". Marks: b, i,
-/// u, s and the size where it is not 24, f and the font where it is not 0, # and the colour as BBGGRR.
+/// A document as one line: each run as marks and text in brackets, each paragraph ended by "/". Marks: b for
+/// bold, # and the colour as BBGGRR.
 inline std::string Dump(const RtfDocument& document) {
   std::string out;
   for (const RtfParagraph& paragraph : document.paragraphs) {
     for (const auto& [format, text] : paragraph.runs) {
       if (format.bold) out += 'b';
-      if (format.italic) out += 'i';
-      if (format.underline) out += 'u';
-      if (format.half_points != 24) out += 's' + std::to_string(format.half_points);
-      if (format.font != 0) out += 'f' + std::to_string(format.font);
       if (format.color) {
         char digits[8];
         std::snprintf(digits, sizeof digits, "#%06X", *format.color);

@@ -1,32 +1,9 @@
-#include "help/rtf_tables.h"
+#include "help/rtf_color_table.h"
 
 #include <algorithm>
 #include <utility>
 
-#include "base/folding.h"
-
 namespace kolvane::help {
-
-void RtfFontTable::Apply(RtfMeaning meaning, std::int32_t parameter) {
-  if (meaning != RtfMeaning::kFont) return;
-  number_ = parameter;
-  name_.clear();
-}
-
-void RtfFontTable::AddText(std::string_view text) {
-  for (std::size_t end = text.find(';'); end != std::string_view::npos; end = text.find(';')) {
-    name_ += text.substr(0, end);
-    Finish();
-    text.remove_prefix(end + 1);
-  }
-  // One byte too many is enough to know that the name is too long.
-  name_ += text.substr(0, kLongestName + 1 - std::min(name_.size(), kLongestName + 1));
-}
-
-void RtfFontTable::Finish() {
-  if (fonts_.size() < kMost && name_.size() <= kLongestName) fonts_[number_] = base::TrimBlanks(name_);
-  name_.clear();
-}
 
 void RtfColorTable::Apply(RtfMeaning meaning, std::int32_t parameter) {
   if (meaning == RtfMeaning::kRed) SetComponent(0, parameter);
