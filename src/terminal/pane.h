@@ -13,6 +13,11 @@ inline constexpr Color kNoColor = 0;
 inline constexpr Color kCommandColor = 255;
 inline constexpr Color kCommentColor = 32768;
 
+/// Added to a colour in the pane's text: bold. By itself it is bold in the pane's own colour.
+inline constexpr Color kBold = 1 << 24;
+constexpr bool IsBold(Color color) { return (color & kBold) != 0; }
+constexpr Color WithoutBold(Color color) { return color & ~kBold; }
+
 /// The output pane as the session sees it: a text that grows at its end. Texts are UTF-8.
 class Pane {
  public:

@@ -90,7 +90,7 @@ void PaneText::InsertComment(std::string_view text) {
 }
 
 Color PaneText::SelectionColor() const {
-  return Selection().empty() ? insertion_color_ : store_.ColorAt(Selection().begin);
+  return WithoutBold(Selection().empty() ? insertion_color_ : store_.ColorAt(Selection().begin));
 }
 
 void PaneText::SetSelectionColor(Color color) {

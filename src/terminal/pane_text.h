@@ -48,7 +48,7 @@ class PaneText {
   /// The colour of the selection's begin, or the one in which the next insertion at the caret appears.
   Color SelectionColor() const;
   /// Colours the selection, and what is inserted at the caret from now until it moves. At the end of the text
-  /// the colour holds for the lines to come, as if the end had it.
+  /// the colour holds for the lines to come, as if the end had it. `color` may carry kBold.
   void SetSelectionColor(Color color);
 
   /// Lengths in characters as in AppendText, from the selection's begin.

@@ -37,9 +37,9 @@ MainWindow::MainWindow(WindowContext context)
       lock_(*this),
       script_log_(log_.control()),
       script_({context_.script, context_.slices, core_, context_.library, script_log_},
-              {prompt_, *pane_, dialogs_, [this](bool flag) { lock_.LockGUI(flag); }, HelpFolders(),
-               context_.unsaved},
+              {prompt_, *pane_, dialogs_, [this](bool flag) { lock_.LockGUI(flag); }, context_.unsaved},
               area_->script_bar(), this),
+      reference_(*pane_, HelpFolders(), prompt_),
       grid_target_(script_.grid(), script_.files(), context_.settings.command_list, prompt_, this),
       box_(area_->terminal_bar()->command()),
       interactive_(core_.exchange, script_.recorder(), box_),
@@ -133,6 +133,8 @@ void MainWindow::ConnectFiles() {
 
 // TB_SAVETERMWIN does nothing.
 void MainWindow::ConnectPane() {
+  connect(pane_, &terminal::OutputPane::Touched, this,
+          [this] { popup_.SetEditTarget(edit_target::kPane); });
   connect(pane_, &terminal::OutputPane::popupRequested, &popup_,
           [this](const QPoint& where) { popup_.OpenPopup(edit_target::kPane, where); });
   // "Speichern" of the popup menu always means the pane; the list has a menu of its own.
@@ -143,6 +145,7 @@ void MainWindow::ConnectPane() {
     InspectMarked(*pane_, inspector_, {context_.folder, context_.user_folder}, prompt_, this);
   });
   On({"mnuInsertComment"}, [this] { pane_target_.InsertComment(); });
+  On({"TB_SPECIALCOMMANDS"}, [this] { reference_.Press(); });
   On({"TB_HELP"}, [this] { help_.ShowHelp(help::kStartTopic); });
 }
 
@@ -169,7 +172,9 @@ void MainWindow::ConnectSending() {
 }
 
 void MainWindow::Send() {
-  prompt_.Guard([this] { interactive_.Send(FromQt(area_->terminal_bar()->command()->currentText())); });
+  const std::string command = FromQt(area_->terminal_bar()->command()->currentText());
+  if (!command.empty()) pane_->FollowEnd();
+  prompt_.Guard([&] { interactive_.Send(command); });
 }
 
 void MainWindow::OpenConnectionMenu() {

@@ -15,6 +15,7 @@
 #include "window/close_request.h"
 #include "window/command_box_view.h"
 #include "window/command_dialogs.h"
+#include "window/command_reference.h"
 #include "window/grid_target.h"
 #include "window/help_commands.h"
 #include "window/lock_gui.h"
@@ -108,6 +109,7 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   GuiLock lock_;
   ScriptLogAdapter script_log_;
   ScriptView script_;
+  CommandReference reference_;
   GridTarget grid_target_;
   CommandBoxView box_;
   terminal::InteractiveSend interactive_;

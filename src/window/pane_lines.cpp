@@ -23,6 +23,11 @@ ColorRun StretchIn(const terminal::PaneChunk& chunk, std::size_t at) {
   return {begin, run->end, run->color};
 }
 
+PrintRun RunIn(terminal::Color color, int begin, int length) {
+  const bool own = terminal::WithoutBold(color) == terminal::kNoColor;
+  return {begin, length, own ? QColor() : terminal::ToQColor(color), terminal::IsBold(color)};
+}
+
 // A tab stays one: where it leads to depends on its place in the row.
 void AppendShown(QString& out, std::string_view text) {
   if (OutputPaneMetrics::IsOrdinary(text)) {
@@ -61,8 +66,7 @@ PrintLine PaneLines::Line(std::size_t line) const {
     const auto begin = static_cast<int>(out.text.size());
     AppendShown(out.text, whole.substr(at - start, until - at));
     const int length = static_cast<int>(out.text.size()) - begin;
-    if (stretch.color != terminal::kNoColor)
-      out.runs.push_back({begin, length, terminal::ToQColor(stretch.color)});
+    if (stretch.color != terminal::kNoColor) out.runs.push_back(RunIn(stretch.color, begin, length));
     at = until;
   }
   return out;

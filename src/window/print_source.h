@@ -8,14 +8,15 @@
 
 namespace kolvane::window {
 
-/// UTF-16 units [begin, begin + length) of a line in a colour of their own.
+/// UTF-16 units [begin, begin + length) of a line with a look of their own.
 struct PrintRun {
   int begin;
   int length;
-  QColor color;
+  QColor color;  ///< not valid: the text's own
+  bool bold = false;
 };
 
-/// One line of text to print; what no run covers is in the text's own colour.
+/// One line of text to print; what no run covers looks like the text itself.
 struct PrintLine {
   QString text;
   std::vector<PrintRun> runs;

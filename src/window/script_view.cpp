@@ -5,21 +5,14 @@
 #include <utility>
 
 #include "base/number.h"
-#include "base/read_file.h"
-#include "device/folder_file.h"
-#include "help/rtf_reader.h"
-#include "help/rtf_texts.h"
 #include "script/texts.h"
 #include "window/text.h"
-#include "window/texts.h"
 
 namespace kolvane::window {
 namespace {
 
 // Between rows that take less, looking for events each time would cost more than the rows.
 constexpr int kEventsEachMs = 4;
-
-constexpr char kReference[] = "TermCmdHelp.rtf";
 
 script::ScriptLinks LinksOf(const ScriptParts& parts, const ScriptSurroundings& around,
                             script::RunHost& host) {
@@ -32,26 +25,6 @@ script::ScriptLinks LinksOf(const ScriptParts& parts, const ScriptSurroundings& 
           .prompt = around.prompt,
           .log = parts.log,
           .host = host};
-}
-
-terminal::Color ColorOf(const help::RtfFormat& format) {
-  return static_cast<terminal::Color>(format.color.value_or(terminal::kNoColor));
-}
-
-// The document as the pane shows it, in its colours alone; caret at the begin.
-terminal::PaneText PaneTextOf(const help::RtfDocument& document) {
-  terminal::PaneText text;
-  bool first = true;
-  for (const help::RtfParagraph& paragraph : document.paragraphs) {
-    if (!std::exchange(first, false)) text.AppendLine("", terminal::kNoColor);
-    for (const help::RtfRun& run : paragraph.runs) {
-      text.SetSelectionColor(ColorOf(run.format));
-      text.ReplaceSelection(run.text);
-    }
-    text.SetSelectionColor(terminal::kNoColor);
-  }
-  text.MoveTo(0);
-  return text;
 }
 
 }  // namespace
@@ -118,7 +91,6 @@ void ScriptView::ConnectButtons() {
   on("TB_NEWSCRIPT", [this] { OnFiles(&script::CommandFileMenu::New); });
   on("TB_OPENSCRIPT", [this] { OnFiles(&script::CommandFileMenu::Open); });
   on("TB_SAVESCRIPT", [this] { OnFiles(&script::CommandFileMenu::Save); });
-  on("TB_SPECIALCOMMANDS", [this] { ShowSpecialCommands(); });
 }
 
 void ScriptView::OnFiles(void (script::CommandFileMenu::*command)()) {
@@ -157,17 +129,6 @@ void ScriptView::ToggleRecording() {
 
 void ScriptView::ShowRecording() {
   toolbar_->ShowRecording(core_.recorder.button().tag, core_.recorder.button().image);
-}
-
-void ScriptView::ShowSpecialCommands() {
-  const std::string path = device::FirstFolderFile(around_.folders, kReference);
-  std::string bytes;
-  if (const int error = base::ReadFile(path, bytes))
-    return around_.prompt.ShowError(texts::NotRead(path, error));
-  const help::RtfResult read = help::ReadRtf(bytes);
-  if (read.fault != help::RtfFault::kNotRichText) around_.pane.SetText(PaneTextOf(read.document));
-  if (read.fault != help::RtfFault::kNone)
-    around_.prompt.ShowError(path + ": " + std::string(help::FaultText(read.fault)));
 }
 
 }  // namespace kolvane::window

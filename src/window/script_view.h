@@ -33,8 +33,7 @@ struct ScriptSurroundings {
   terminal::OutputPane& pane;
   script::CommandFileDialogs& dialogs;
   std::function<void(bool)> lock_gui;
-  std::vector<std::string> folders;  ///< the reference of the $ commands lies in one of them
-  std::string unsaved;               ///< where copies of unsaved lists are kept; empty: none are
+  std::string unsaved;  ///< where copies of unsaved lists are kept; empty: none are
 };
 
 /// Joins grid and Toolbar3 with the command list, its files and its runner.
@@ -77,7 +76,6 @@ class ScriptView final : public QObject, private script::RunHost {
   void AfterRun();
   void ToggleRecording();
   void ShowRecording();
-  void ShowSpecialCommands();
 
   ScriptSurroundings around_;
   script::ScriptCore core_;

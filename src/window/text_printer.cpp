@@ -64,7 +64,8 @@ class LinePrinter {
       const int to = std::min(run.begin + run.length, end);
       if (from >= to) continue;
       QTextCharFormat format;
-      format.setForeground(run.color);
+      if (run.color.isValid()) format.setForeground(run.color);
+      if (run.bold) format.setFontWeight(QFont::Bold);
       formats.append({from - begin, to - from, format});
     }
     return formats;

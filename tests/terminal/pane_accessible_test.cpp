@@ -113,6 +113,13 @@ TEST_F(PaneAccessible, TellsColorsAndFont) {
   EXPECT_TRUE(text_->attributes(8, &begin, &end).startsWith(QStringLiteral("color:rgb(0,0,0);")));
   EXPECT_EQ(begin, 6);
   EXPECT_EQ(end, 13);
+  pane_.AppendLine("bold", kBold);
+  EXPECT_EQ(text_->attributes(15, &begin, &end),
+            QStringLiteral("color:rgb(0,0,0);background-color:rgb(255,255,255);font-family:\"Courier New\";"
+                           "font-size:10pt;font-weight:bold;font-style:normal;"));
+  EXPECT_EQ(begin, 14);
+  EXPECT_EQ(end, 18);
+  pane_.Select(13, 13);
   pane_.InsertComment(QStringLiteral("c"));
   EXPECT_TRUE(text_->attributes(14, &begin, &end).startsWith(QStringLiteral("color:rgb(0,128,0);")));
 }

@@ -118,6 +118,25 @@ TEST_F(PanePicture, EachLineIsPaintedInItsColor) {
   EXPECT_GT(Pixels(image, RowOf(6), pane_.textColor()), 10);
 }
 
+TEST_F(PanePicture, BoldTextIsHeavierInTheSamePlace) {
+  pane_.setFont(QFont(QStringLiteral("Courier New"), 20));
+  pane_.AppendLine("lllll.", kNoColor);
+  pane_.AppendLine("lllll.", kBold);
+  pane_.AppendLine("lllll.", kCommandColor | kBold);
+  const QImage image = Picture();
+  const auto ink = [&](std::size_t offset) {
+    int sum = 0;
+    for (int y = RowOf(offset).top(); y <= RowOf(offset).bottom(); ++y) {
+      for (int x = 0; x < image.width(); ++x) sum += 255 - image.pixelColor(x, y).green();
+    }
+    return sum;
+  };
+  EXPECT_GT(ink(8), ink(1) * 5 / 4);
+  EXPECT_GT(ink(15), ink(1) * 5 / 4);
+  EXPECT_GT(Pixels(image, RowOf(15), Qt::red), 10);
+  EXPECT_EQ(pane_.CharacterRect(6).left(), pane_.CharacterRect(13).left());
+}
+
 TEST_F(PanePicture, TextWithoutAColorFollowsThePanesOwn) {
   pane_.AppendLine(LineKind::kAnswer, "MMMM");
   pane_.setTextColor(Qt::blue);

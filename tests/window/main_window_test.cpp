@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QScrollBar>
 #include <QTest>
 #include <QTimer>
 
@@ -125,6 +126,20 @@ TEST_F(MainWindowTest, AnExchangeShowsCommandAndAnswer) {
   EXPECT_EQ(Count("WritePort(\"MSV?\n\")"), 1);
   EXPECT_EQ(Find<QComboBox>("cmbCommand")->lineEdit()->selectedText(), "MSV?");
   EXPECT_EQ(Find<QComboBox>("cmbCommand")->count(), 1);
+}
+
+TEST_F(MainWindowTest, ASentCommandIsSeenWhereverTheViewStood) {
+  Connect();
+  for (int i = 0; i < 200; ++i) AddLine("line");
+  Pane()->Flush();
+  auto* bar = Pane()->verticalScrollBar();
+  bar->setValue(0);
+  library_.replies = {{"1\r\n"}};
+  Send("");
+  EXPECT_EQ(bar->value(), 0);
+  Send("ONE?");
+  Pane()->Flush();
+  EXPECT_EQ(bar->value(), bar->maximum());
 }
 
 TEST_F(MainWindowTest, TheSendButtonSendsToo) {
@@ -405,6 +420,18 @@ TEST_F(MainWindowTest, TheRightButtonOpensThePopupOnThePane) {
   popup->close();
   Press("mnuSelectAll");
   EXPECT_EQ(Pane()->selectedText(), "\ntext");
+}
+
+TEST_F(MainWindowTest, TabIntoThePaneMakesItTheTargetOfTheMenu) {
+  AddLine("text");
+  for (const Qt::FocusReason reason : {Qt::TabFocusReason, Qt::BacktabFocusReason}) {
+    Q_EMIT Find<script::CommandGrid>("CommandScript")->Touched();
+    QFocusEvent tab(QEvent::FocusIn, reason);
+    QApplication::sendEvent(Pane(), &tab);
+    Pane()->Select(0, 0);
+    Press("mnuSelectAll");
+    EXPECT_EQ(Pane()->selectedText(), "\ntext");
+  }
 }
 
 TEST_F(MainWindowTest, ThePopupCopiesTheSelection) {

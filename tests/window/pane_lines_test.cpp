@@ -7,14 +7,17 @@
 namespace kolvane::window {
 namespace {
 
-/// Lines joined by "/", each run of a colour as "begin+length:#colour".
+/// Lines joined by "/", each run as "begin+length:#colour", with "b" in front of it where it is bold.
 QString Dump(const PrintSource& source) {
   QStringList lines;
   for (std::size_t i = 0; i < source.LineCount(); ++i) {
     const PrintLine line = source.Line(i);
     QString out = line.text;
     for (const PrintRun& run : line.runs)
-      out += QStringLiteral(" %1+%2:%3").arg(run.begin).arg(run.length).arg(run.color.name());
+      out += QStringLiteral(" %1+%2:%3%4")
+                 .arg(run.begin)
+                 .arg(run.length)
+                 .arg(QLatin1String(run.bold ? "b" : ""), run.color.isValid() ? run.color.name() : QString());
     lines << out;
   }
   return lines.join('/');
@@ -34,6 +37,12 @@ TEST_F(PaneLinesTest, KeepsColours) {
   text_.AppendLine("answer", terminal::kNoColor);
   text_.AppendLine("note", terminal::kCommentColor);
   EXPECT_EQ(Whole(), "/größer 0+6:#ff0000/answer/note 0+4:#008000");
+}
+
+TEST_F(PaneLinesTest, KeepsBold) {
+  text_.AppendLine("title", terminal::kBold);
+  text_.AppendLine("$STOP", terminal::kBold | 0xFF0000);
+  EXPECT_EQ(Whole(), "/title 0+5:b/$STOP 0+5:b#0000ff");
 }
 
 TEST_F(PaneLinesTest, ALineMayHoldSeveralColours) {

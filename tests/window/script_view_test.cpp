@@ -327,6 +327,52 @@ TEST_F(ScriptViewTest, ShowsTheReferenceOfTheSpecialCommands) {
   EXPECT_EQ(PaneText(), "\n$STOP hält an\nneu");
 }
 
+TEST_F(ScriptViewTest, TheReferenceIsBoldWhereItsFileIs) {
+  base::WriteBytes(folder_.Path("TermCmdHelp.rtf"),
+                   "{\\rtf1{\\colortbl;\\red0\\green0\\blue255;}\\b Titel\\par\\cf1 $STOP\\b0 x\\par}");
+  Press("TB_SPECIALCOMMANDS");
+  EXPECT_EQ(PaneText(), "Titel\n$STOPx");
+  EXPECT_EQ(Pane()->text().store().ColorAt(0), terminal::kBold);
+  EXPECT_EQ(Pane()->text().store().ColorAt(6), terminal::kBold | 0xFF0000);
+  EXPECT_EQ(Pane()->text().store().ColorAt(11), 0xFF0000);
+}
+
+TEST_F(ScriptViewTest, ASecondPressBringsTheSessionBack) {
+  base::WriteBytes(folder_.Path("TermCmdHelp.rtf"), "{\\rtf1 $STOP\\par}");
+  AddLine("vorher", terminal::kCommandColor);
+  Press("TB_SPECIALCOMMANDS");
+  EXPECT_EQ(PaneText(), "$STOP");
+  AddLine("dazu", terminal::kCommandColor);
+  window_.core().output.AppendText("(dt)\r\n", 1);
+  Press("TB_SPECIALCOMMANDS");
+  EXPECT_EQ(PaneText(), "\nvorher\ndazu(dt)\n");
+  EXPECT_EQ(Pane()->text().store().ColorAt(1), terminal::kCommandColor);
+  EXPECT_EQ(Pane()->text().store().ColorAt(8), terminal::kCommandColor);
+  EXPECT_EQ(Pane()->text().caret(), Pane()->text().Length() - 1);
+  Press("TB_SPECIALCOMMANDS");
+  EXPECT_EQ(PaneText(), "$STOP");
+}
+
+TEST_F(ScriptViewTest, ATextThatTookTheReferencesPlaceStays) {
+  base::WriteBytes(folder_.Path("TermCmdHelp.rtf"), "{\\rtf1 $STOP\\par}");
+  for (const bool clears : {true, false}) {
+    AddLine("alt");
+    Press("TB_SPECIALCOMMANDS");
+    if (clears) {
+      Press("mnuClearAll");
+    } else {
+      base::WriteBytes(folder_.Path("a.TXT"), "geladen");
+      ChooseFile(folder_.Path("a.TXT"));
+      Press("mnuOpenTextFile");
+    }
+    EXPECT_EQ(PaneText(), clears ? "" : "geladen");
+    Press("TB_SPECIALCOMMANDS");
+    EXPECT_EQ(PaneText(), "$STOP");
+    Press("TB_SPECIALCOMMANDS");
+    EXPECT_EQ(PaneText(), clears ? "" : "geladen");
+  }
+}
+
 TEST_F(ScriptViewTest, ADamagedReferenceIsShownAsFarAsItGoesWithTheFault) {
   base::WriteBytes(folder_.Path("TermCmdHelp.rtf"), "{\\rtf1 $STOP");
   AnswerBoxes();
@@ -334,7 +380,9 @@ TEST_F(ScriptViewTest, ADamagedReferenceIsShownAsFarAsItGoesWithTheFault) {
   EXPECT_EQ(PaneText(), "$STOP");
   base::WriteBytes(folder_.Path("TermCmdHelp.rtf"), "$GOTO");
   Press("TB_SPECIALCOMMANDS");
-  EXPECT_EQ(PaneText(), "$STOP");
+  EXPECT_EQ(PaneText(), "");
+  Press("TB_SPECIALCOMMANDS");
+  EXPECT_EQ(PaneText(), "");
   const QString file = QString::fromStdString(folder_.Path("TermCmdHelp.rtf"));
   EXPECT_EQ(boxes_.texts(),
             (QStringList{file + ": Die Datei ist unvollständig", file + ": Die Datei ist keine RTF-Datei"}));

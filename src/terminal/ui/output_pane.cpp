@@ -46,13 +46,16 @@ OutputPane::OutputPane(QWidget* parent, std::unique_ptr<PaneAnnouncer> announcer
 
 void OutputPane::AppendLine(LineKind kind, std::string_view line) {
   NoteAppended(text_.Length());
-  text_.AppendLine(line, kind == LineKind::kCommand ? kCommandColor : kNoColor);
+  const Color color = kind == LineKind::kCommand ? kCommandColor : kNoColor;
+  text_.AppendLine(line, color);
+  if (session_) session_->AppendLine(line, color);
   Changed();
 }
 
 void OutputPane::AppendText(LineKind, std::string_view text, int back) {
   NoteAppended(text_.Length());
   text_.AppendText(text, back);
+  if (session_) session_->AppendText(text, back);
   Changed();
 }
 
@@ -226,7 +229,15 @@ void OutputPane::scrollContentsBy(int, int) {
   viewport()->update();
 }
 
+void OutputPane::FollowEnd() {
+  follows_ = true;
+  Changed();
+  Flush();
+  viewport()->update();
+}
+
 void OutputPane::focusInEvent(QFocusEvent* event) {
+  if (event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason) Q_EMIT Touched();
   QAbstractScrollArea::focusInEvent(event);
   viewport()->update();
 }

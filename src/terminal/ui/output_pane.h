@@ -42,6 +42,13 @@ class OutputPane : public QAbstractScrollArea, public Pane {
   void setPlainText(const QString& text);
   /// Shows `text`, with its caret and colours, in place of the old one.
   void SetText(PaneText text);
+  /// The same until EndAside brings the old text back. Lines that come meanwhile go to the end of both; any
+  /// other text set meanwhile stays.
+  void ShowAside(PaneText text);
+  bool ShowsAside() const { return session_.has_value(); }
+  void EndAside();
+  /// Goes to the end, where the view follows the lines to come.
+  void FollowEnd();
   QString selectedText() const;
   /// Empty where `range` ends before it begins.
   QString TextBetween(PaneRange range) const;
@@ -90,6 +97,8 @@ class OutputPane : public QAbstractScrollArea, public Pane {
   void clear() { Clear(); }
 
  Q_SIGNALS:
+  /// The user has turned to the pane by Tab.
+  void Touched();
   /// The user asks for the popup menu at this place of the screen.
   void popupRequested(const QPoint& global);
 
@@ -114,6 +123,7 @@ class OutputPane : public QAbstractScrollArea, public Pane {
  private:
   enum class Unit { kCharacter, kWord, kLine };
 
+  PaneText Exchange(PaneText text);
   void NoteAppended(std::size_t from);
   void Changed();
   void ShowFrame();
@@ -140,6 +150,7 @@ class OutputPane : public QAbstractScrollArea, public Pane {
   void DragTo(QPoint place);
 
   PaneText text_;
+  std::optional<PaneText> session_;  // while another text is shown in its place
   OutputPaneMetrics metrics_;
   mutable OutputPaneRows rows_;
   std::unique_ptr<PaneAnnouncer> announcer_;

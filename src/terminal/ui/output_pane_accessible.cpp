@@ -159,12 +159,14 @@ QString OutputPaneAccessible::attributes(int offset, int* begin, int* end) const
   const ColorStretch stretch = StretchAt(pane().text().store(), Place(offset));
   *begin = pane().ToUnits(stretch.begin);
   *end = pane().ToUnits(stretch.end);
-  const QColor color = stretch.color == kNoColor ? pane().textColor() : ToQColor(stretch.color);
+  const bool own = WithoutBold(stretch.color) == kNoColor;
+  const QColor color = own ? pane().textColor() : ToQColor(stretch.color);
   const QFont font = pane().font();
+  const bool bold = font.bold() || IsBold(stretch.color);
   return QStringLiteral(
              "color:%1;background-color:%2;font-family:\"%3\";font-size:%4pt;font-weight:%5;font-style:%6;")
       .arg(Rgb(color), Rgb(pane().backgroundColor()), font.family(), QString::number(font.pointSizeF()),
-           font.bold() ? QStringLiteral("bold") : QStringLiteral("normal"),
+           bold ? QStringLiteral("bold") : QStringLiteral("normal"),
            font.italic() ? QStringLiteral("italic") : QStringLiteral("normal"));
 }
 

@@ -19,6 +19,7 @@ std::string ToUtf8(const QString& text) { return text.toStdString(); }
 QString OutputPane::plainText() const { return TextBetween({0, text_.Length()}); }
 
 void OutputPane::setPlainText(const QString& text) {
+  EndAside();
   Flush();
   const QString before = announcer_->IsHeard() ? plainText() : QString();
   text_.SetText(ToUtf8(text));
@@ -27,12 +28,28 @@ void OutputPane::setPlainText(const QString& text) {
 }
 
 void OutputPane::SetText(PaneText text) {
+  session_.reset();
+  Exchange(std::move(text));
+}
+
+void OutputPane::ShowAside(PaneText text) {
+  PaneText before = Exchange(std::move(text));
+  if (!session_) session_ = std::move(before);
+}
+
+void OutputPane::EndAside() {
+  if (session_) SetText(*std::exchange(session_, std::nullopt));
+}
+
+// Returns the text shown before.
+PaneText OutputPane::Exchange(PaneText text) {
   Flush();
   const QString before = announcer_->IsHeard() ? plainText() : QString();
-  text_ = std::move(text);
+  PaneText old = std::exchange(text_, std::move(text));
   rows_.Forget();
   announcer_->Replaced(*this, before, {0, text_.Length()});
   CaretMoved();
+  return old;
 }
 
 QString OutputPane::selectedText() const { return TextBetween(text_.Selection()); }

@@ -19,6 +19,11 @@ QFont Unshaped(QFont font) {
   return font;
 }
 
+QFont Bold(QFont font) {
+  font.setBold(true);
+  return font;
+}
+
 std::uint8_t ByteOf(char c) { return static_cast<std::uint8_t>(c); }
 
 bool IsOneByte(std::string_view text, std::size_t at) {
@@ -39,6 +44,7 @@ bool MayBreakBehind(char c) { return c == ' ' || c == '\t' || c == ',' || c == '
 OutputPaneMetrics::OutputPaneMetrics(const QFont& font)
     : plain_font_(Unshaped(font)),
       cluster_font_(font),
+      bold_font_(Bold(font)),
       metrics_(plain_font_),
       row_height_(static_cast<int>(std::ceil(metrics_.height()))),
       ascent_(std::ceil(metrics_.ascent())) {

@@ -17,9 +17,11 @@ class OutputPaneMetrics {
  public:
   explicit OutputPaneMetrics(const QFont& font);
 
-  /// The fonts to paint plain characters and other clusters with.
+  /// The fonts to paint plain characters, other clusters and bold ones with. A bold cluster takes the room of
+  /// its plain one.
   const QFont& plain_font() const { return plain_font_; }
   const QFont& cluster_font() const { return cluster_font_; }
+  const QFont& bold_font() const { return bold_font_; }
   /// Device-independent pixels.
   int row_height() const { return row_height_; }
   qreal ascent() const { return ascent_; }
@@ -54,6 +56,7 @@ class OutputPaneMetrics {
 
   QFont plain_font_;
   QFont cluster_font_;
+  QFont bold_font_;
   QFontMetricsF metrics_;
   int row_height_;
   qreal ascent_;

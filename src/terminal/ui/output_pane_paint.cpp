@@ -26,9 +26,9 @@ void OutputPanePainter::PaintRow(const PaneRow& row, QPointF left_top) {
   for (std::size_t at = row.begin; at < row.end;) {
     const std::size_t end = std::min(row.end, EndOfLook(lines, start, at));
     const Color color = lines.colors().At(at - start);
-    const QColor own = color == kNoColor ? colors_.text : ToQColor(color);
+    const QColor own = WithoutBold(color) == kNoColor ? colors_.text : ToQColor(color);
     painter_.setPen(IsSelected(at) ? colors_.selected_text : own);
-    x = PaintText(text.substr(at - row.begin, end - at), base, x);
+    x = PaintText(text.substr(at - row.begin, end - at), base, x, IsBold(color));
     at = end;
   }
 }
@@ -58,16 +58,17 @@ std::size_t OutputPanePainter::EndOfLook(const PaneChunk& chunk, std::size_t chu
   return std::min(end, begins > at ? begins : chunk_start + run->end);
 }
 
-qreal OutputPanePainter::PaintText(std::string_view text, QPointF base, qreal x) {
+// Bold characters are painted one by one: in a bold font they would not end where the next one begins.
+qreal OutputPanePainter::PaintText(std::string_view text, QPointF base, qreal x, bool bold) {
   std::size_t plain = 0;
   qreal plain_x = x;
   for (std::size_t at = 0; at < text.size();) {
     const std::size_t end = ClusterEnd(text, at);
     const std::string_view cluster = text.substr(at, end - at);
     const qreal advance = metrics_.Advance(cluster, x);
-    if (!OutputPaneMetrics::IsPlain(cluster)) {
+    if (bold || !OutputPaneMetrics::IsPlain(cluster)) {
       PaintPlain(text.substr(plain, at - plain), base + QPointF(plain_x, 0));
-      PaintCluster(cluster, base + QPointF(x, 0));
+      PaintCluster(cluster, base + QPointF(x, 0), bold);
       plain = end;
       plain_x = x + advance;
     }
@@ -84,9 +85,9 @@ void OutputPanePainter::PaintPlain(std::string_view text, QPointF at) {
   painter_.drawText(at, QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
 }
 
-void OutputPanePainter::PaintCluster(std::string_view cluster, QPointF at) {
-  if (cluster.front() == '\t') return;
-  painter_.setFont(metrics_.cluster_font());
+void OutputPanePainter::PaintCluster(std::string_view cluster, QPointF at, bool bold) {
+  if (cluster == "\t" || cluster == " ") return;
+  painter_.setFont(bold ? metrics_.bold_font() : metrics_.cluster_font());
   painter_.drawText(at, OutputPaneMetrics::Shown(cluster));
 }
 

@@ -10,7 +10,7 @@
 
 namespace kolvane::terminal {
 
-/// The colour as the screen takes it.
+/// The colour as the screen takes it; bold is left to the font.
 QColor ToQColor(Color color);
 
 /// What text without a colour of its own, and selected text, are painted in.
@@ -34,9 +34,9 @@ class OutputPanePainter {
   bool IsSelected(std::size_t offset) const;
   void PaintGround(const PaneRow& row, std::string_view text, QPointF left_top);
   std::size_t EndOfLook(const PaneChunk& chunk, std::size_t chunk_start, std::size_t at) const;
-  qreal PaintText(std::string_view text, QPointF base, qreal x);
+  qreal PaintText(std::string_view text, QPointF base, qreal x, bool bold);
   void PaintPlain(std::string_view text, QPointF at);
-  void PaintCluster(std::string_view cluster, QPointF at);
+  void PaintCluster(std::string_view cluster, QPointF at, bool bold);
 
   QPainter& painter_;
   const PaneStore& store_;
