@@ -96,6 +96,20 @@ std::string PaneStore::Text(std::size_t begin, std::size_t end, std::string_view
   return out;
 }
 
+PanePiece PaneStore::Piece(std::size_t begin, std::size_t end) const {
+  PanePiece piece{Text(begin, end, "\n"), {}};
+  for (std::size_t chunk = ChunkOfOffset(begin); begin < end; ++chunk) {
+    const std::size_t start = starts_[chunk].bytes;
+    const std::size_t until = std::min(end, start + chunks_[chunk].extent().bytes);
+    ColorRuns colors = chunks_[chunk].colors();
+    colors = colors.TakeTail(begin - start);
+    colors.Erase(until - begin, chunks_[chunk].extent().bytes);
+    piece.colors.Join(colors, piece.text.size() - (end - begin));
+    begin = until;
+  }
+  return piece;
+}
+
 std::size_t PaneStore::ToUnits(std::size_t offset) const {
   const std::size_t chunk = ChunkOfOffset(offset);
   return starts_[chunk].units + chunks_[chunk].ToUnits(offset - starts_[chunk].bytes);
@@ -143,6 +157,11 @@ void PaneStore::Insert(std::size_t offset, std::string_view text, Color color) {
   const std::size_t chunk = ChunkOfOffset(offset);
   chunks_[chunk].Insert(offset - starts_[chunk].bytes, text, color);
   Edited(chunk);
+}
+
+void PaneStore::Insert(std::size_t offset, const PanePiece& piece) {
+  Insert(offset, piece.text, kNoColor);
+  for (const ColorRun& run : piece.colors.runs()) SetColor(offset + run.begin, offset + run.end, run.color);
 }
 
 void PaneStore::Erase(std::size_t begin, std::size_t end) {

@@ -10,6 +10,12 @@
 
 namespace kolvane::terminal {
 
+/// A piece of text with its colours.
+struct PanePiece {
+  std::string text;
+  ColorRuns colors;
+};
+
 /// A text of millions of lines with colours, without caret or rules of its own: well-formed UTF-8 in which LF
 /// alone breaks lines. A position is a byte offset, 0 to Length(). Appending costs the same however long the
 /// text is; an edit in the middle moves one chunk's bytes.
@@ -26,6 +32,7 @@ class PaneStore {
   std::string_view Line(std::size_t line) const;
   /// The text of [begin, end) with `line_break` for each break.
   std::string Text(std::size_t begin, std::size_t end, std::string_view line_break) const;
+  PanePiece Piece(std::size_t begin, std::size_t end) const;
 
   /// Positions counted in UTF-16 units, a line break being one; a position inside a pair is the pair's.
   std::size_t ToUnits(std::size_t offset) const;
@@ -39,6 +46,7 @@ class PaneStore {
   /// A break and `line`, which holds none, at the end.
   void AppendLine(std::string_view line, Color color);
   void Insert(std::size_t offset, std::string_view text, Color color);
+  void Insert(std::size_t offset, const PanePiece& piece);
   void Erase(std::size_t begin, std::size_t end);
   void SetColor(std::size_t begin, std::size_t end, Color color);
   void Clear();

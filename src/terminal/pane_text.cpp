@@ -58,35 +58,61 @@ void PaneText::AppendText(std::string_view text, int back) {
 
 void PaneText::SetText(std::string_view text) {
   store_.Clear();
+  undo_.Forget();
   if (!text.empty()) store_.Insert(0, ToPaneText(text), kNoColor);
   MoveTo(0);
 }
 
+// The text is clean.
+void PaneText::Exchange(PaneRange range, std::string_view text, Color color) {
+  if (range.empty() && text.empty()) return;
+  const bool typed = !text.empty() && text.front() != '\n' && ClusterEnd(text, 0) == text.size();
+  undo_.Note({range.begin, text.size(), store_.Piece(range.begin, range.end), end_color_}, typed);
+  if (!range.empty()) store_.Erase(range.begin, range.end);
+  if (!text.empty()) store_.Insert(range.begin, text, color);
+}
+
 void PaneText::ReplaceSelection(std::string_view text) {
-  const PaneRange selection = Selection();
+  const std::size_t begin = Selection().begin;
   const std::string inserted = ToPaneText(text);
-  if (!selection.empty()) store_.Erase(selection.begin, selection.end);
-  if (!inserted.empty()) store_.Insert(selection.begin, inserted, insertion_color_);
-  caret_ = anchor_ = selection.begin + inserted.size();
+  Exchange(Selection(), inserted, insertion_color_);
+  caret_ = anchor_ = begin + inserted.size();
 }
 
 void PaneText::Erase(PaneRange range) {
   if (range.empty()) return;
-  store_.Erase(range.begin, range.end);
+  Exchange(range, "", kNoColor);
   Select(Moved(anchor_, range), Moved(caret_, range));
 }
 
 void PaneText::Insert(std::size_t offset, std::string_view text) {
   const std::string inserted = ToPaneText(text);
-  store_.Insert(offset, inserted, ColorBeside(offset));
+  Exchange({offset, offset}, inserted, ColorBeside(offset));
   const std::size_t size = inserted.size();
   Select(anchor_ + (anchor_ >= offset ? size : 0), caret_ + (caret_ >= offset ? size : 0));
 }
 
 void PaneText::InsertComment(std::string_view text) {
+  std::string lines = "\n" + ToPaneText(text) + "\n";
+  const PaneRange selection = Selection();
+  Exchange(selection, lines, kCommentColor);
+  caret_ = anchor_ = selection.begin + lines.size();
   SetSelectionColor(kCommentColor);
-  std::string lines = "\n";
-  ReplaceSelection(lines.append(text).append("\n"));
+}
+
+std::optional<PaneRange> PaneText::Undoable() const {
+  const PaneEdit* edit = undo_.Newest();
+  if (edit == nullptr) return std::nullopt;
+  return PaneRange{edit->begin, edit->begin + edit->inserted};
+}
+
+void PaneText::Undo() {
+  if (undo_.Newest() == nullptr) return;
+  const PaneEdit edit = undo_.Take();
+  if (edit.inserted > 0) store_.Erase(edit.begin, edit.begin + edit.inserted);
+  if (!edit.removed.text.empty()) store_.Insert(edit.begin, edit.removed);
+  end_color_ = edit.end_color;
+  MoveTo(edit.begin + edit.removed.text.size());
 }
 
 Color PaneText::SelectionColor() const {

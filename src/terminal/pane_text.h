@@ -1,12 +1,14 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "terminal/pane.h"
 #include "terminal/pane_moves.h"
 #include "terminal/pane_store.h"
+#include "terminal/pane_undo.h"
 
 namespace kolvane::terminal {
 
@@ -37,13 +39,21 @@ class PaneText {
   /// Replaces the whole text, caret at its begin.
   void SetText(std::string_view text);
 
-  /// Puts `text` in the insertion colour in place of the selection, the caret behind it.
+  /// Puts `text` in the insertion colour in place of the selection, the caret after it. This and the next
+  /// three are edits of the user's, which Undo takes back.
   void ReplaceSelection(std::string_view text);
   void Erase(PaneRange range);
   void Insert(std::size_t offset, std::string_view text);
   /// Puts `text` on a line of its own in place of the selection, in the comments' colour, which stays the
   /// insertion colour.
   void InsertComment(std::string_view text);
+
+  /// What Undo takes away next; nothing where there is nothing to take back.
+  std::optional<PaneRange> Undoable() const;
+  /// Takes the newest edit back and puts the caret there.
+  void Undo();
+  /// Nothing can be taken back from here on.
+  void ForgetEdits() { undo_.Forget(); }
 
   /// The colour of the selection's begin, or the one in which the next insertion at the caret appears.
   Color SelectionColor() const;
@@ -58,8 +68,10 @@ class PaneText {
  private:
   void AppendCleaned(std::string_view line, Color color);
   Color ColorBeside(std::size_t offset) const;
+  void Exchange(PaneRange range, std::string_view text, Color color);
 
   PaneStore store_;
+  PaneUndo undo_;
   std::size_t caret_ = 0;
   std::size_t anchor_ = 0;
   Color insertion_color_ = kNoColor;

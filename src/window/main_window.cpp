@@ -6,7 +6,9 @@
 #include <QScreen>
 #include <utility>
 
+#include "device/connection_description.h"
 #include "device/operating_mode.h"
+#include "device/port_table.h"
 #include "device/ui/connection_dialog.h"
 #include "help/widget_topics.h"
 #include "window/caption.h"
@@ -19,6 +21,13 @@ namespace kolvane::window {
 namespace {
 
 constexpr QSize kFirstSize(1160, 740);
+
+// Some kinds of port have no description.
+std::string Chosen(const device::ConnectionParameters& connection) {
+  const std::string description = ConnectionDescription(connection);
+  const device::PortKind* kind = device::PortKindOfCode(connection.port_code);
+  return description.empty() && kind != nullptr ? kind->caption : description;
+}
 
 }  // namespace
 
@@ -99,6 +108,11 @@ void MainWindow::ShowCaption() {
   setWindowModified(list.modified());
 }
 
+void MainWindow::ShowHowToBegin() {
+  const bool choosable = core_.connect.Menu().configure;
+  pane_->setPlaceholderText(ToQt(texts::HowToBegin(choosable ? Chosen(context_.slices.connection) : "")));
+}
+
 void MainWindow::Load() {
   receive_.controls().Load(core_.output);
   const terminal::Options& options = context_.slices.terminal.options;
@@ -133,10 +147,14 @@ void MainWindow::ConnectFiles() {
 
 // TB_SAVETERMWIN does nothing.
 void MainWindow::ConnectPane() {
-  connect(pane_, &terminal::OutputPane::Touched, this,
-          [this] { popup_.SetEditTarget(edit_target::kPane); });
+  connect(pane_, &terminal::OutputPane::Touched, this, [this] { popup_.SetEditTarget(edit_target::kPane); });
   connect(pane_, &terminal::OutputPane::popupRequested, &popup_,
           [this](const QPoint& where) { popup_.OpenPopup(edit_target::kPane, where); });
+  // Later, so that whoever it was dragged from need not wait for the file.
+  connect(
+      pane_, &terminal::OutputPane::fileDropped, this,
+      [this](const QString& path) { prompt_.Guard([&] { pane_target_.Load(FromQt(path)); }); },
+      Qt::QueuedConnection);
   // "Speichern" of the popup menu always means the pane; the list has a menu of its own.
   On({"mnuSaveTerminal", "mnuSaveAs"}, [this] { pane_target_.Save(); });
   On({"mnuOpenTextFile"}, [this] { pane_target_.Open(); });
@@ -191,6 +209,7 @@ void MainWindow::ConnectionChanged() {
   OpenConnectionMenu();
   ShowConfigureButton();
   ShowCaption();
+  ShowHowToBegin();
 }
 
 // In the other modes the connection is the host's, whether it stands or not.
@@ -213,6 +232,7 @@ void MainWindow::ConfigureConnection() {
   device::ConnectionDialog(
       {context_.slices.connection, context_.slices.device, context_.library, prompt_, context_.folder}, this)
       .exec();
+  ShowHowToBegin();
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

@@ -92,6 +92,7 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   void ConfigureConnection();
   void ShowCaption();
   void ShowConfigureButton();
+  void ShowHowToBegin();
   /// Makes `event` what each of the menu items and buttons of these names does.
   void On(std::initializer_list<const char*> names, const std::function<void()>& event);
 

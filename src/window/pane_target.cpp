@@ -24,7 +24,7 @@ void PaneTarget::ShowLook() {
 }
 
 void PaneTarget::ClearAll() {
-  pane_->clear();
+  pane_->deleteAll();
   pane_->SetSelectionColor(terminal::kNoColor);
 }
 
@@ -36,14 +36,16 @@ void PaneTarget::Save() {
 }
 
 void PaneTarget::Open() {
-  const auto name = AskOpenName(window_, OpenMode::kTextFile);
-  if (!name) return;
+  if (const auto name = AskOpenName(window_, OpenMode::kTextFile)) Load(*name);
+}
+
+void PaneTarget::Load(const std::string& name) {
   Progress progress(window_, ToQt(texts::kLoading));
   terminal::PaneText text;
   const int error = ReadTextFile(
-      *name, text, [&](std::size_t done, std::size_t whole) { return progress.Advance(done, whole); });
+      name, text, [&](std::size_t done, std::size_t whole) { return progress.Advance(done, whole); });
   if (error == 0) return pane_->SetText(std::move(text));
-  if (error != ECANCELED) prompt_.ShowError(texts::NotRead(*name, error));
+  if (error != ECANCELED) prompt_.ShowError(texts::NotRead(name, error));
 }
 
 void PaneTarget::Print() {

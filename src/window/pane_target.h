@@ -30,6 +30,8 @@ class PaneTarget final : public EditTarget {
   /// Puts a text file that the user chooses in place of the text; where it is not read to its end the text
   /// stays.
   void Open() override;
+  /// The same with the file `name`.
+  void Load(const std::string& name);
   void Print() override;
   void ChooseFont() override;
   void ChooseBackColor() override;

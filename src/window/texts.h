@@ -17,6 +17,18 @@ inline constexpr std::string_view kPrinting = "Text wird gedruckt …";
 inline constexpr std::string_view kNoMemory = "Nicht genügend Speicher";
 inline constexpr std::string_view kNotPrinted = "Der Drucker nimmt den Auftrag nicht an";
 
+/// What the empty pane says; `connection` describes the one that can still be chosen, empty where none can.
+inline std::string HowToBegin(std::string_view connection) {
+  const std::string choose =
+      "Menü „Verbindung“, „Verbindung konfigurieren...“: Hier wählen Sie die "
+      "Schnittstelle. Eingestellt ist „" +
+      std::string(connection) + "“.\n\n";
+  const std::string send = std::string("Unten einen Befehl eingeben: Die Eingabetaste ") +
+                           (connection.empty() ? "sendet ihn" : "verbindet und sendet ihn") +
+                           ", die Antwort erscheint hier.\n\n";
+  return (connection.empty() ? "" : choose) + send + "F1 zeigt zu jedem Feld die Hilfe.";
+}
+
 inline std::string NotWritten(std::string_view file_name, int error) {
   return "Die Datei „" + std::string(file_name) +
          "“ kann nicht geschrieben werden: " + base::SystemErrorText(error);

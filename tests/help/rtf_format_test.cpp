@@ -43,9 +43,7 @@ TEST(RtfFormat, ColourTableEndsAt256Entries) {
   EXPECT_EQ(Read(table + "}\\cf255 a\\cf256 b"), "#0000FF[a][b]/");
 }
 
-TEST(RtfFormat, PlainEndsItAll) {
-  EXPECT_EQ(Read(kTables + "\\b\\cf1 a\\plain b"), "b#FF0000[a][b]/");
-}
+TEST(RtfFormat, PlainEndsItAll) { EXPECT_EQ(Read(kTables + "\\b\\cf1 a\\plain b"), "b#FF0000[a][b]/"); }
 
 }  // namespace
 }  // namespace kolvane::help

@@ -98,6 +98,14 @@ TEST_F(PaneAccessible, EditsThroughTheEditableText) {
   EXPECT_EQ(State(), "|new");
 }
 
+TEST_F(PaneAccessible, AnEmptyPaneIsDescribedByItsPlaceholder) {
+  pane_.setPlaceholderText(QStringLiteral("begin here"));
+  EXPECT_EQ(interface_->text(QAccessible::Description), QStringLiteral("begin here"));
+  EXPECT_EQ(interface_->text(QAccessible::Value), QString());
+  SetText("a");
+  EXPECT_EQ(interface_->text(QAccessible::Description), QString());
+}
+
 TEST_F(PaneAccessible, TellsColorsAndFont) {
   pane_.setTextColor(Qt::black);
   pane_.setBackgroundColor(Qt::white);
@@ -113,15 +121,24 @@ TEST_F(PaneAccessible, TellsColorsAndFont) {
   EXPECT_TRUE(text_->attributes(8, &begin, &end).startsWith(QStringLiteral("color:rgb(0,0,0);")));
   EXPECT_EQ(begin, 6);
   EXPECT_EQ(end, 13);
-  pane_.AppendLine("bold", kBold);
-  EXPECT_EQ(text_->attributes(15, &begin, &end),
-            QStringLiteral("color:rgb(0,0,0);background-color:rgb(255,255,255);font-family:\"Courier New\";"
-                           "font-size:10pt;font-weight:bold;font-style:normal;"));
-  EXPECT_EQ(begin, 14);
-  EXPECT_EQ(end, 18);
-  pane_.Select(13, 13);
   pane_.InsertComment(QStringLiteral("c"));
   EXPECT_TRUE(text_->attributes(14, &begin, &end).startsWith(QStringLiteral("color:rgb(0,128,0);")));
+}
+
+TEST_F(PaneAccessible, TellsWhatIsBold) {
+  pane_.setTextColor(Qt::black);
+  PaneText text;
+  text.AppendLine("bold", kBold);
+  text.AppendLine("plain", kNoColor);
+  pane_.SetText(std::move(text));
+  int begin = -1;
+  int end = -1;
+  const QString attributes = text_->attributes(2, &begin, &end);
+  EXPECT_TRUE(attributes.startsWith(QStringLiteral("color:rgb(0,0,0);")));
+  EXPECT_TRUE(attributes.contains(QStringLiteral("font-weight:bold;")));
+  EXPECT_EQ(begin, 1);
+  EXPECT_EQ(end, 5);
+  EXPECT_TRUE(text_->attributes(6, &begin, &end).contains(QStringLiteral("font-weight:normal;")));
 }
 
 TEST_F(PaneAccessible, TellsWhereCharactersStand) {

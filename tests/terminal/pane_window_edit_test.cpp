@@ -47,6 +47,46 @@ TEST_F(PaneWindow, ErasesCharactersWordsAndTheSelection) {
   EXPECT_EQ(State(), "tee|");
 }
 
+TEST_F(PaneWindow, TakesBackWhatWasTypedOrDeleted) {
+  PaneText text;
+  text.AppendLine("one", kCommandColor);
+  pane_.SetText(std::move(text));
+  Type("ab");
+  Key(Qt::Key_Backspace);
+  AppendLines(1);
+  pane_.selectAll();
+  Key(Qt::Key_Delete);
+  EXPECT_EQ(State(), "|");
+  Key(Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(State(), "/onea/line 1|");
+  EXPECT_EQ(Colors(), "0:/ 255:one 0:a/line 1");
+  Key(Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(State(), "/oneab|/line 1");
+  Key(Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(State(), "/one|/line 1");
+  Key(Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(State(), "/one|/line 1");
+}
+
+TEST_F(PaneWindow, WhatAllWasDeletedComesBackUntilATextIsSet) {
+  SetText("abc");
+  pane_.deleteAll();
+  EXPECT_EQ(State(), "|");
+  pane_.undo();
+  EXPECT_EQ(State(), "abc|");
+  pane_.deleteAll();
+  pane_.clear();
+  pane_.undo();
+  EXPECT_EQ(State(), "|");
+}
+
+TEST_F(PaneWindow, AReadOnlyPaneTakesNothingBack) {
+  Type("abc");
+  pane_.setReadOnly(true);
+  Key(Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(State(), "abc|");
+}
+
 TEST_F(PaneWindow, CopiesCutsAndPastes) {
   SetText("ab\ncd");
   pane_.Select(1, 4);

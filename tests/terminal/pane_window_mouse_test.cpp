@@ -1,4 +1,6 @@
+#include <QMimeData>
 #include <QSignalSpy>
+#include <QUrl>
 
 #include "pane_window.h"
 
@@ -49,6 +51,97 @@ TEST_F(PaneMouse, DraggingMarks) {
   Release(LeftOf(0));
   Drag(LeftOf(0));
   EXPECT_EQ(State(), "[|a]bc/def");
+}
+
+TEST_F(PaneMouse, LinesThatComeLeaveASelectionAloneUntilTheButtonIsLetGo) {
+  AppendLines(3);
+  Press(LeftOf(1));
+  AppendLines(1);
+  Drag(LeftOf(5));
+  AppendLines(2);
+  EXPECT_EQ(pane_.selectedText(), QStringLiteral("line"));
+  Release(LeftOf(5));
+  EXPECT_EQ(pane_.selectedText(), QStringLiteral("line"));
+  EXPECT_TRUE(pane_.plainText().endsWith(QStringLiteral("line 3\nline 1\nline 1\nline 2")));
+  AppendLines(1);
+  EXPECT_EQ(pane_.selectedText(), QString());
+  EXPECT_EQ(pane_.text().caret(), pane_.text().Length());
+}
+
+TEST_F(PaneMouse, TheViewStandsStillWhileTheButtonIsDown) {
+  AppendLines(100);
+  ASSERT_TRUE(StandsAtEnd());
+  const int value = bar().value();
+  const std::size_t top = pane_.OffsetAt(QPoint(0, 0));
+  Press(LeftOf(top));
+  AppendLines(100);
+  EXPECT_EQ(bar().value(), value);
+  Release(LeftOf(top));
+  pane_.Flush();
+  EXPECT_TRUE(StandsAtEnd());
+}
+
+TEST_F(PaneMouse, AViewThatIsScrolledBackStaysThereAfterTheButton) {
+  AppendLines(100);
+  bar().setValue(10);
+  Press(QPoint(5, 5));
+  AppendLines(100);
+  Release(QPoint(5, 5));
+  pane_.Flush();
+  EXPECT_EQ(bar().value(), 10);
+}
+
+TEST_F(PaneMouse, AButtonLetGoElsewhereEndsTheMarking) {
+  AppendLines(100);
+  Press(QPoint(5, 5));
+  QFocusEvent gone(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+  QCoreApplication::sendEvent(&pane_, &gone);
+  AppendLines(1);
+  EXPECT_TRUE(StandsAtEnd());
+  EXPECT_EQ(pane_.text().caret(), pane_.text().Length());
+}
+
+class PaneDrop : public PaneMouse {
+ protected:
+  // Whether it is taken.
+  bool Drop(const QMimeData& data, Qt::DropActions actions = Qt::CopyAction | Qt::MoveAction) {
+    QDragEnterEvent enter({5, 5}, actions, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(pane_.viewport(), &enter);
+    if (!enter.isAccepted()) return false;
+    EXPECT_EQ(enter.dropAction(), Qt::CopyAction);
+    QDragMoveEvent move({5, 5}, actions, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(pane_.viewport(), &move);
+    EXPECT_TRUE(move.isAccepted());
+    QDropEvent drop({5, 5}, actions, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(pane_.viewport(), &drop);
+    EXPECT_EQ(drop.dropAction(), Qt::CopyAction);
+    return drop.isAccepted();
+  }
+
+  QSignalSpy dropped_{&pane_, &OutputPane::fileDropped};
+};
+
+TEST_F(PaneDrop, AFileIsReported) {
+  QMimeData data;
+  data.setUrls({QUrl::fromLocalFile(QStringLiteral("/tmp/größe.TXT"))});
+  EXPECT_TRUE(Drop(data));
+  ASSERT_EQ(dropped_.size(), 1);
+  EXPECT_EQ(dropped_[0][0].toString(), QStringLiteral("/tmp/größe.TXT"));
+  EXPECT_EQ(State(), "|");
+}
+
+TEST_F(PaneDrop, AnythingElseIsRefused) {
+  QMimeData text;
+  text.setText(QStringLiteral("text"));
+  QMimeData remote;
+  remote.setUrls({QUrl(QStringLiteral("http://example.com/a.txt"))});
+  QMimeData several;
+  several.setUrls({QUrl::fromLocalFile(QStringLiteral("/a")), QUrl::fromLocalFile(QStringLiteral("/b"))});
+  for (const QMimeData* data : {&text, &remote, &several}) EXPECT_FALSE(Drop(*data));
+  QMimeData file;
+  file.setUrls({QUrl::fromLocalFile(QStringLiteral("/a"))});
+  EXPECT_FALSE(Drop(file, Qt::MoveAction)) << "the file would go";
+  EXPECT_EQ(dropped_.size(), 0);
 }
 
 TEST_F(PaneMouse, AClickWithShiftStretchesTheSelection) {

@@ -120,9 +120,9 @@ TEST_F(PanePicture, EachLineIsPaintedInItsColor) {
 
 TEST_F(PanePicture, BoldTextIsHeavierInTheSamePlace) {
   pane_.setFont(QFont(QStringLiteral("Courier New"), 20));
-  pane_.AppendLine("lllll.", kNoColor);
-  pane_.AppendLine("lllll.", kBold);
-  pane_.AppendLine("lllll.", kCommandColor | kBold);
+  PaneText text;
+  for (const Color color : {kNoColor, kBold, kCommandColor | kBold}) text.AppendLine("lllll.", color);
+  pane_.SetText(std::move(text));
   const QImage image = Picture();
   const auto ink = [&](std::size_t offset) {
     int sum = 0;
@@ -146,6 +146,32 @@ TEST_F(PanePicture, TextWithoutAColorFollowsThePanesOwn) {
   EXPECT_EQ(image.pixelColor(image.width() - 1, image.height() - 1), QColor(Qt::yellow));
   EXPECT_EQ(pane_.textColor(), QColor(Qt::blue));
   EXPECT_EQ(pane_.backgroundColor(), QColor(Qt::yellow));
+}
+
+TEST_F(PanePicture, AnEmptyPaneShowsItsPlaceholder) {
+  pane_.setTextColor(Qt::black);
+  pane_.setBackgroundColor(Qt::white);
+  pane_.clearFocus();
+  const QImage empty = Picture();
+  pane_.setPlaceholderText(QStringLiteral("MMMM"));
+  EXPECT_NE(Picture(), empty);
+  EXPECT_EQ(pane_.plainText(), QString());
+  EXPECT_EQ(pane_.property("placeholderText").toString(), QStringLiteral("MMMM"));
+  SetText("\n");
+  EXPECT_EQ(Picture(), empty);
+  pane_.clear();
+  EXPECT_NE(Picture(), empty);
+}
+
+TEST_F(PanePicture, AFrameShowsTheFocus) {
+  pane_.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&pane_));
+  const QColor highlight = pane_.palette().color(QPalette::Highlight);
+  const auto corner = [this] { return pane_.grab().toImage().pixelColor(0, 0); };
+  pane_.setFocus();
+  EXPECT_EQ(corner(), highlight);
+  pane_.clearFocus();
+  EXPECT_NE(corner(), highlight);
 }
 
 TEST_F(PanePicture, TheSelectionHasItsOwnGround) {

@@ -9,10 +9,12 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QRadioButton>
 #include <QScrollBar>
 #include <QTest>
 #include <QTimer>
 
+#include "device/ui/connection_dialog.h"
 #include "window/window_fixture.h"
 
 namespace kolvane::window {
@@ -316,6 +318,52 @@ TEST_F(MainWindowTest, InOtherModesTheConnectionIsTheHosts) {
     EXPECT_FALSE(Find<QAction>("TB_PORTCONFIGURE")->isEnabled());
     EXPECT_FALSE(Find<QAction>("mnuConfigureConnection")->isEnabled());
   }
+}
+
+TEST_F(MainWindowTest, TheEmptyPaneSaysHowToBegin) {
+  const auto hint = [this] { return Pane()->placeholderText(); };
+  EXPECT_TRUE(hint().contains("„Verbindung konfigurieren...“"));
+  EXPECT_TRUE(hint().contains("„TCP/IP: 10.0.0.5, Port 7“")) << hint().toStdString();
+  EXPECT_EQ(PaneText(), "");
+  OnDialog<device::ConnectionDialog>([](QDialog& dialog) {
+    dialog.findChild<QRadioButton*>("Port_7")->click();
+    dialog.findChild<QPushButton*>("Command1")->click();
+  });
+  Press("mnuConfigureConnection");
+  EXPECT_TRUE(hint().contains("„Offline“")) << hint().toStdString();
+  Press("mnuConnect");
+  EXPECT_TRUE(hint().startsWith("Unten einen Befehl eingeben")) << hint().toStdString();
+  EXPECT_EQ(PaneText(), "");
+}
+
+TEST_F(MainWindowTest, WhereTheHostConnectsThePaneDoesNotSpeakOfIt) {
+  device_.OperMode = 0;
+  window_.Load();
+  EXPECT_FALSE(Pane()->placeholderText().contains("Verbindung"));
+}
+
+TEST_F(MainWindowTest, ADroppedTextFileIsLoaded) {
+  base::WriteBytes(folder_.Path("a.TXT"),
+                   "gr\xF6\xDF"
+                   "er\r\n2");
+  AddLine("alt");
+  Q_EMIT Pane()->fileDropped(QString::fromStdString(folder_.Path("a.TXT")));
+  QApplication::processEvents();
+  EXPECT_EQ(PaneText(), "größer\n2");
+  AnswerBoxes();
+  Q_EMIT Pane()->fileDropped(QString::fromStdString(folder_.Path("fehlt")));
+  QApplication::processEvents();
+  ASSERT_EQ(boxes_.texts().size(), 1);
+  EXPECT_TRUE(boxes_.texts()[0].contains("kann nicht gelesen werden"));
+  EXPECT_EQ(PaneText(), "größer\n2");
+}
+
+TEST_F(MainWindowTest, ClearAllCanBeTakenBack) {
+  AddLine("one");
+  Press("mnuClearAll");
+  EXPECT_EQ(PaneText(), "");
+  QTest::keyClick(Pane(), Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(PaneText(), "\none");
 }
 
 TEST_F(MainWindowTest, ThePressOfTheSaveButtonChangesNothing) {

@@ -339,15 +339,22 @@ TEST_F(ScriptViewTest, TheReferenceIsBoldWhereItsFileIs) {
 
 TEST_F(ScriptViewTest, ASecondPressBringsTheSessionBack) {
   base::WriteBytes(folder_.Path("TermCmdHelp.rtf"), "{\\rtf1 $STOP\\par}");
-  AddLine("vorher", terminal::kCommandColor);
+  AddLine("vorher");
   Press("TB_SPECIALCOMMANDS");
   EXPECT_EQ(PaneText(), "$STOP");
-  AddLine("dazu", terminal::kCommandColor);
-  window_.core().output.AppendText("(dt)\r\n", 1);
+  Press("mnuOption_1");
+  library_.replies = {{"1\r\n"}};
+  Find<QComboBox>("cmbCommand")->setCurrentText("A?");
+  QTest::keyClick(Find<QComboBox>("cmbCommand"), Qt::Key_Return);
+  EXPECT_TRUE(PaneText().startsWith("$STOP\n"));
   Press("TB_SPECIALCOMMANDS");
-  EXPECT_EQ(PaneText(), "\nvorher\ndazu(dt)\n");
-  EXPECT_EQ(Pane()->text().store().ColorAt(1), terminal::kCommandColor);
-  EXPECT_EQ(Pane()->text().store().ColorAt(8), terminal::kCommandColor);
+  const QStringList lines = PaneText().split('\n');
+  ASSERT_EQ(lines.size(), 5) << PaneText().toStdString();
+  EXPECT_EQ(lines[1], "vorher");
+  EXPECT_EQ(lines[2], "A?");
+  EXPECT_TRUE(lines[3].startsWith("1(dt = "));
+  EXPECT_EQ(Pane()->text().store().ColorAt(static_cast<std::size_t>(PaneText().indexOf("A?"))),
+            terminal::kCommandColor);
   EXPECT_EQ(Pane()->text().caret(), Pane()->text().Length() - 1);
   Press("TB_SPECIALCOMMANDS");
   EXPECT_EQ(PaneText(), "$STOP");

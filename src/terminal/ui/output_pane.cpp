@@ -1,6 +1,7 @@
 #include "terminal/ui/output_pane.h"
 
 #include <QFocusEvent>
+#include <QGuiApplication>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QScrollBar>
@@ -17,6 +18,9 @@ namespace {
 constexpr int kFrameMs = 33;
 constexpr int kMargin = 4;
 constexpr int kCaretWidth = 2;
+constexpr int kFocusWidth = 2;
+constexpr float kPlaceholderAlpha = 0.6f;
+constexpr int kPlaceholderMargin = 16;
 
 QFont DefaultFont() {
   QFont font(QStringLiteral("Courier New"), 10);
@@ -41,21 +45,31 @@ OutputPane::OutputPane(QWidget* parent, std::unique_ptr<PaneAnnouncer> announcer
   setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
   viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
   viewport()->setCursor(Qt::IBeamCursor);
+  setAcceptDrops(true);
+  // For the frame that shows the focus.
+  setViewportMargins(1, 1, 1, 1);
+  setBackgroundRole(QPalette::Base);
+  setAutoFillBackground(true);
   since_frame_.start();
 }
 
 void OutputPane::AppendLine(LineKind kind, std::string_view line) {
-  NoteAppended(text_.Length());
   const Color color = kind == LineKind::kCommand ? kCommandColor : kNoColor;
-  text_.AppendLine(line, color);
-  if (session_) session_->AppendLine(line, color);
-  Changed();
+  AppendBy([&](PaneText& text) { text.AppendLine(line, color); });
 }
 
 void OutputPane::AppendText(LineKind, std::string_view text, int back) {
+  AppendBy([&](PaneText& to) { to.AppendText(text, back); });
+}
+
+template <typename Append>
+void OutputPane::AppendBy(const Append& append) {
   NoteAppended(text_.Length());
-  text_.AppendText(text, back);
-  if (session_) session_->AppendText(text, back);
+  const std::size_t anchor = text_.anchor();
+  const std::size_t caret = text_.caret();
+  append(text_);
+  if (marking_) text_.Select(anchor, caret);
+  if (session_) append(*session_);
   Changed();
 }
 
@@ -94,8 +108,10 @@ void OutputPane::Flush() {
   QScrollBar& bar = *verticalScrollBar();
   bar.setPageStep(VisibleRows());
   bar.setMaximum(std::max(0, static_cast<int>(Rows().Total()) - VisibleRows()));
-  if (follows_) bar.setValue(bar.maximum());
-  follows_ = bar.value() == bar.maximum();
+  if (!marking_) {
+    if (follows_) bar.setValue(bar.maximum());
+    follows_ = bar.value() == bar.maximum();
+  }
   updating_bar_ = false;
   if (appended_from_) announcer_->Appended(*this, *std::exchange(appended_from_, std::nullopt));
 }
@@ -189,7 +205,31 @@ void OutputPane::paintEvent(QPaintEvent* event) {
     if (row >= total) break;
     rows.PaintRow(rows_.RowAt(row), QPointF(kMargin, below * height));
   }
+  if (text_.Length() == 0 && preedit_.isEmpty()) PaintPlaceholder(painter);
   if (hasFocus()) PaintCaret(painter);
+}
+
+// Who looks at the window sees where the keyboard is.
+void OutputPane::PaintFocus() {
+  QPainter painter(this);
+  painter.setPen(
+      QPen(palette().color(QPalette::Highlight), kFocusWidth, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
+  const qreal inside = kFocusWidth / 2.0;
+  painter.drawRect(QRectF(rect()).adjusted(inside, inside, -inside, -inside));
+}
+
+void OutputPane::setPlaceholderText(const QString& text) {
+  placeholder_ = text;
+  viewport()->update();
+}
+
+void OutputPane::PaintPlaceholder(QPainter& painter) {
+  QColor pale = textColor();
+  pale.setAlphaF(kPlaceholderAlpha);
+  painter.setPen(pale);
+  painter.setFont(QGuiApplication::font());
+  const QMargins around(kPlaceholderMargin, kPlaceholderMargin, kPlaceholderMargin, kPlaceholderMargin);
+  painter.drawText(viewport()->rect().marginsRemoved(around), Qt::AlignLeft | Qt::TextWordWrap, placeholder_);
 }
 
 // Steady, so that an idle window does nothing at all.
@@ -239,11 +279,15 @@ void OutputPane::FollowEnd() {
 void OutputPane::focusInEvent(QFocusEvent* event) {
   if (event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason) Q_EMIT Touched();
   QAbstractScrollArea::focusInEvent(event);
+  update();
   viewport()->update();
 }
 
 void OutputPane::focusOutEvent(QFocusEvent* event) {
   QAbstractScrollArea::focusOutEvent(event);
+  // The button may be let go where nobody tells this widget.
+  EndMarking();
+  update();
   viewport()->update();
 }
 

@@ -16,13 +16,14 @@ namespace kolvane::terminal {
 
 /// The output pane `TermWin`: shows a PaneText, lets the user mark, copy and edit it, and takes lines as fast
 /// as they come. The text is always up to date; rows, scroll bar and picture follow at most some thirty times
-/// a second. Lines wrap at the window's edge. New text scrolls the view only where it stood at the end.
-/// Offsets are PaneText's.
+/// a second. Lines wrap at the window's edge. New text scrolls the view only where it stood at the end, and
+/// leaves view and selection alone while the user marks with the mouse. Offsets are PaneText's.
 class OutputPane : public QAbstractScrollArea, public Pane {
   Q_OBJECT
   Q_PROPERTY(QString plainText READ plainText WRITE setPlainText)
   Q_PROPERTY(QString selectedText READ selectedText)
   Q_PROPERTY(bool readOnly READ isReadOnly WRITE setReadOnly)
+  Q_PROPERTY(QString placeholderText READ placeholderText WRITE setPlaceholderText)
 
  public:
   explicit OutputPane(QWidget* parent = nullptr,
@@ -56,6 +57,10 @@ class OutputPane : public QAbstractScrollArea, public Pane {
   /// The user can move, mark and copy, but change nothing.
   bool isReadOnly() const { return read_only_; }
   void setReadOnly(bool read_only) { read_only_ = read_only; }
+
+  /// Shown, paler, while the text is empty; no part of it.
+  const QString& placeholderText() const { return placeholder_; }
+  void setPlaceholderText(const QString& text);
 
   /// Colours of text without one of its own, and of the ground.
   QColor textColor() const { return palette().color(QPalette::Text); }
@@ -94,6 +99,10 @@ class OutputPane : public QAbstractScrollArea, public Pane {
   void cut();
   void paste();
   void deleteSelection();
+  /// As the user's own deletion: undo() brings the text back.
+  void deleteAll();
+  /// Takes back what the user typed, pasted or deleted last.
+  void undo();
   void clear() { Clear(); }
 
  Q_SIGNALS:
@@ -101,11 +110,16 @@ class OutputPane : public QAbstractScrollArea, public Pane {
   void Touched();
   /// The user asks for the popup menu at this place of the screen.
   void popupRequested(const QPoint& global);
+  /// The user has dropped a file here.
+  void fileDropped(const QString& path);
 
  protected:
   bool event(QEvent* event) override;
   void changeEvent(QEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dragMoveEvent(QDragMoveEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   void inputMethodEvent(QInputMethodEvent* event) override;
@@ -124,10 +138,14 @@ class OutputPane : public QAbstractScrollArea, public Pane {
   enum class Unit { kCharacter, kWord, kLine };
 
   PaneText Exchange(PaneText text);
+  template <typename Append>
+  void AppendBy(const Append& append);
   void NoteAppended(std::size_t from);
   void Changed();
   void ShowFrame();
   void Relayout();
+  void PaintFocus();
+  void PaintPlaceholder(QPainter& painter);
   void PaintCaret(QPainter& painter);
   const OutputPaneRows& Rows() const;
   std::string_view TextOf(const PaneRow& row) const;
@@ -148,12 +166,14 @@ class OutputPane : public QAbstractScrollArea, public Pane {
 
   PaneRange Around(std::size_t offset) const;
   void DragTo(QPoint place);
+  void EndMarking();
 
   PaneText text_;
   std::optional<PaneText> session_;  // while another text is shown in its place
   OutputPaneMetrics metrics_;
   mutable OutputPaneRows rows_;
   std::unique_ptr<PaneAnnouncer> announcer_;
+  QString placeholder_;
   bool read_only_ = false;
   int remembered_block_ = 0;
 
@@ -164,6 +184,7 @@ class OutputPane : public QAbstractScrollArea, public Pane {
   bool updating_bar_ = false;                 // the scroll bar moves by itself
   std::optional<std::size_t> appended_from_;  // begin of the text not announced yet
 
+  bool marking_ = false;  // with the mouse, until its button is let go
   QBasicTimer drag_timer_;
   QPoint drag_place_;
   Unit drag_unit_ = Unit::kCharacter;

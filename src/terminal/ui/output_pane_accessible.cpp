@@ -41,7 +41,9 @@ QAccessible::State OutputPaneAccessible::state() const {
 }
 
 QString OutputPaneAccessible::text(QAccessible::Text kind) const {
-  return kind == QAccessible::Value ? pane().plainText() : QAccessibleWidget::text(kind);
+  if (kind == QAccessible::Value) return pane().plainText();
+  if (kind == QAccessible::Description && pane().text().Length() == 0) return pane().placeholderText();
+  return QAccessibleWidget::text(kind);
 }
 
 void OutputPaneAccessible::setText(QAccessible::Text kind, const QString& text) {

@@ -29,16 +29,18 @@ void OutputPane::setPlainText(const QString& text) {
 
 void OutputPane::SetText(PaneText text) {
   session_.reset();
+  text.ForgetEdits();
   Exchange(std::move(text));
 }
 
 void OutputPane::ShowAside(PaneText text) {
+  text.ForgetEdits();
   PaneText before = Exchange(std::move(text));
   if (!session_) session_ = std::move(before);
 }
 
 void OutputPane::EndAside() {
-  if (session_) SetText(*std::exchange(session_, std::nullopt));
+  if (session_) Exchange(*std::exchange(session_, std::nullopt));
 }
 
 // Returns the text shown before.
@@ -164,6 +166,22 @@ void OutputPane::cut() {
 void OutputPane::paste() { Replace(QGuiApplication::clipboard()->text()); }
 
 void OutputPane::deleteSelection() { Replace(QString()); }
+
+void OutputPane::deleteAll() {
+  EndAside();
+  ReplaceRange({0, text_.Length()}, QString());
+  CaretMoved();
+}
+
+void OutputPane::undo() {
+  if (read_only_ || !text_.Undoable()) return;
+  Flush();
+  const PaneRange range = *text_.Undoable();
+  const QString before = announcer_->IsHeard() ? TextBetween(range) : QString();
+  text_.Undo();
+  announcer_->Replaced(*this, before, {range.begin, text_.caret()});
+  CaretMoved();
+}
 
 void OutputPane::inputMethodEvent(QInputMethodEvent* event) {
   if (read_only_) {

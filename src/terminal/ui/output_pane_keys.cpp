@@ -41,9 +41,13 @@ bool IsBackspace(const QKeyEvent& event) {
 
 bool IsEnter(const QKeyEvent& event) { return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter; }
 
-constexpr std::array kEditKeys = {QKeySequence::Copy,           QKeySequence::Cut,
-                                  QKeySequence::Paste,          QKeySequence::SelectAll,
-                                  QKeySequence::Delete,         QKeySequence::DeleteStartOfWord,
+constexpr std::array kEditKeys = {QKeySequence::Copy,
+                                  QKeySequence::Cut,
+                                  QKeySequence::Paste,
+                                  QKeySequence::Undo,
+                                  QKeySequence::SelectAll,
+                                  QKeySequence::Delete,
+                                  QKeySequence::DeleteStartOfWord,
                                   QKeySequence::DeleteEndOfWord};
 
 bool IsOwnKey(QKeyEvent& event) {
@@ -56,6 +60,11 @@ bool IsOwnKey(QKeyEvent& event) {
 }  // namespace
 
 bool OutputPane::event(QEvent* event) {
+  if (event->type() == QEvent::Paint && hasFocus()) {
+    const bool done = QAbstractScrollArea::event(event);
+    PaintFocus();
+    return done;
+  }
   // What the pane does with a key comes before the window's shortcuts while it has the focus.
   if (event->type() == QEvent::ShortcutOverride) {
     auto& key = static_cast<QKeyEvent&>(*event);
@@ -137,6 +146,8 @@ bool OutputPane::EditByKey(QKeyEvent* event) {
     cut();
   } else if (event->matches(QKeySequence::Paste)) {
     paste();
+  } else if (event->matches(QKeySequence::Undo)) {
+    undo();
   } else if (event->matches(QKeySequence::Delete)) {
     EraseTowards(NextCharacter);
   } else if (IsBackspace(*event)) {

@@ -1,9 +1,12 @@
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QStyleHints>
+#include <QUrl>
 #include <algorithm>
+#include <utility>
 
 #include "terminal/ui/output_pane.h"
 
@@ -29,6 +32,7 @@ PaneRange OutputPane::Around(std::size_t offset) const {
 void OutputPane::mousePressEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton) return;
   Flush();
+  marking_ = true;
   const std::size_t offset = OffsetAt(event->pos());
   const int interval = QGuiApplication::styleHints()->mouseDoubleClickInterval();
   const bool third =
@@ -48,6 +52,7 @@ void OutputPane::mousePressEvent(QMouseEvent* event) {
 
 void OutputPane::mouseDoubleClickEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton) return;
+  marking_ = true;
   drag_unit_ = Unit::kWord;
   drag_place_ = event->pos();
   drag_origin_ = Around(OffsetAt(event->pos()));
@@ -81,14 +86,47 @@ void OutputPane::DragTo(QPoint place) {
   }
 }
 
+// The view goes on where it stood before.
+void OutputPane::EndMarking() {
+  drag_timer_.stop();
+  if (std::exchange(marking_, false)) Changed();
+}
+
 void OutputPane::mouseReleaseEvent(QMouseEvent* event) {
   if (event->button() == Qt::RightButton) Q_EMIT popupRequested(event->globalPosition().toPoint());
   if (event->button() != Qt::LeftButton) return;
-  drag_timer_.stop();
+  EndMarking();
   QClipboard& clipboard = *QGuiApplication::clipboard();
   if (clipboard.supportsSelection() && !text_.Selection().empty()) {
     clipboard.setText(selectedText(), QClipboard::Selection);
   }
+}
+
+namespace {
+
+// Of one local file; empty for anything else.
+QString DroppedFile(const QMimeData& data) {
+  const QList<QUrl> urls = data.urls();
+  return urls.size() == 1 ? urls.constFirst().toLocalFile() : QString();
+}
+
+// Always as a copy: the file stays where it is.
+void AcceptFile(QDropEvent& event) {
+  if (DroppedFile(*event.mimeData()).isEmpty() || !event.possibleActions().testFlag(Qt::CopyAction))
+    return event.ignore();
+  event.setDropAction(Qt::CopyAction);
+  event.accept();
+}
+
+}  // namespace
+
+void OutputPane::dragEnterEvent(QDragEnterEvent* event) { AcceptFile(*event); }
+
+void OutputPane::dragMoveEvent(QDragMoveEvent* event) { AcceptFile(*event); }
+
+void OutputPane::dropEvent(QDropEvent* event) {
+  AcceptFile(*event);
+  if (event->isAccepted()) Q_EMIT fileDropped(DroppedFile(*event->mimeData()));
 }
 
 }  // namespace kolvane::terminal
