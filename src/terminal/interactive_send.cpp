@@ -6,17 +6,19 @@
 
 namespace kolvane::terminal {
 
-void InteractiveSend::Send(std::string_view command) {
-  if (command.empty()) return;
+bool InteractiveSend::Send(std::string_view command) {
+  if (command.empty()) return false;
+  bool sent = true;
   std::exception_ptr error;
   try {
     if (recorder_.Recording()) recorder_.AddToScript(command);
-    exchange_.Run(command, Sender::kUser);
+    sent = exchange_.Run(command, Sender::kUser).sent == Sent::kWritten;
   } catch (const base::RuntimeError&) {
     error = std::current_exception();
   }
   box_.ShowHistory(history_, history_.Add(command));
   if (error) std::rethrow_exception(error);
+  return sent;
 }
 
 }  // namespace kolvane::terminal

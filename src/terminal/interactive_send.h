@@ -31,9 +31,9 @@ class InteractiveSend {
       : exchange_(exchange), recorder_(recorder), box_(box) {}
 
   /// Records and exchanges `command` and puts it into the history; an empty one does nothing. A RuntimeError
-  /// of Exchange::Run comes through when all the rest has been done; the window shows it. `command` must
-  /// outlive the call.
-  void Send(std::string_view command);
+  /// of Exchange::Run comes through when all the rest has been done; the window shows it. Returns whether the
+  /// command went out. `command` must outlive the call.
+  bool Send(std::string_view command);
 
   const CommandHistory& history() const { return history_; }
 

@@ -1,6 +1,9 @@
 #include "terminal/session.h"
 
+#include <utility>
+
 #include "base/folding.h"
+#include "base/runtime_error.h"
 #include "terminal/received_text.h"
 #include "terminal/texts.h"
 #include "terminal/typed_numbers.h"
@@ -8,12 +11,14 @@
 namespace kolvane::terminal {
 
 Sent Session::SendCommand(std::string_view command, bool /*print_command*/) {
+  sent_ = false;
   if (!device_state_.connected) connect_.Press();
   if (!device_state_.connected) return Sent::kNotConnected;
   device_.ClearLastError();
   device_.Write(command, state_.receive.send_terminator, 0);
   const device::DeviceError error = device_.LastError();
-  if (error.code >= 0) return Sent::kWritten;
+  sent_ = error.code >= 0;
+  if (sent_) return Sent::kWritten;
   output_.AppendText(LineKind::kError, texts::WriteError(error.description), 0);
   return Sent::kWriteFailed;
 }
@@ -27,13 +32,23 @@ PostSendRule Session::PostSendCheck(std::string_view command) {
 bool Session::GetAnswer() {
   device_.ClearLastError();
   answer_.clear();
-  device_.SetTimeout(TypedTimeout(state_.shown.timeout));
   const bool received = ReadAnswer();
   state_.last_answer.text.swap(answer_);
   return received;
 }
 
 bool Session::ReadAnswer() {
+  const bool awaited = std::exchange(sent_, false);
+  try {
+    device_.SetTimeout(TypedTimeout(state_.shown.timeout));
+    return ReadAsSet();
+  } catch (const base::RuntimeError& error) {
+    if (!awaited) throw;
+    throw base::RuntimeError(error.kind(), texts::AnswerToCome(error.what()));
+  }
+}
+
+bool Session::ReadAsSet() {
   switch (state_.receive.mode) {
     case receive_mode::kTerminator:
       // What counts is the format that the list shows, not the display flag.

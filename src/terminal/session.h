@@ -46,6 +46,7 @@ class Session {
 
  private:
   bool ReadAnswer();
+  bool ReadAsSet();
   bool ReadToTerminator();
   bool ReadToGap();
   bool ReadCounted();
@@ -57,6 +58,7 @@ class Session {
   TerminalState& state_;
   Output& output_;
   ConnectCommands& connect_;
+  bool sent_ = false;  // the command whose answer is read next
   // Kept from exchange to exchange for their capacity.
   std::string answer_;
   std::string gathered_;

@@ -28,6 +28,17 @@ inline std::string InField(std::string_view label, std::string_view reason) {
   return std::string(label) + ": " + std::string(reason);
 }
 
+/// `what` is why the answer was not read after its command had been sent.
+inline std::string AnswerToCome(std::string_view what) {
+  return std::string(what) +
+         ". Die Antwort auf den Befehl steht noch aus, „Eingangspuffer flushen“ verwirft sie.";
+}
+
+/// Of a character that the code page of the device lacks.
+inline std::string NotSendable(std::string_view character) {
+  return "Das Zeichen „" + std::string(character) + "“ kann nicht gesendet werden";
+}
+
 inline constexpr std::string_view kLocalDone = "GO TO LOCAL ausgeführt - die Verbindung wurde getrennt";
 inline constexpr std::string_view kRestartDone = "Geräte Restart ausgeführt - die Verbindung wurde getrennt";
 inline constexpr std::string_view kMeasuringStopped = "Die laufende Meßwerterfassung wurde beendet";

@@ -16,6 +16,15 @@ auto InField(std::string_view label, Convert convert) {
   }
 }
 
+std::string FaultOf(std::string_view text, const auto& convert) {
+  try {
+    convert(text);
+  } catch (const base::RuntimeError& error) {
+    return error.what();
+  }
+  return {};
+}
+
 }  // namespace
 
 std::int32_t TypedTimeout(std::string_view text) {
@@ -31,5 +40,9 @@ std::size_t TypedCount(std::string_view text) {
     return count;
   });
 }
+
+std::string TimeoutFault(std::string_view text) { return FaultOf(text, TypedTimeout); }
+
+std::string CountFault(std::string_view text) { return FaultOf(text, TypedCount); }
 
 }  // namespace kolvane::terminal

@@ -12,6 +12,7 @@
 #include "device/ui/connection_dialog.h"
 #include "help/widget_topics.h"
 #include "window/caption.h"
+#include "window/field_mark.h"
 #include "window/images.h"
 #include "window/inspect_command.h"
 #include "window/text.h"
@@ -52,6 +53,7 @@ MainWindow::MainWindow(WindowContext context)
       grid_target_(script_.grid(), script_.files(), context_.settings.command_list, prompt_, this),
       box_(area_->terminal_bar()->command()),
       interactive_(core_.exchange, script_.recorder(), box_),
+      lines_(interactive_),
       receive_(area_->terminal_bar(), context_.slices.terminal, core_.device, prompt_, this),
       help_(this, HelpFolders(), prompt_) {
   setObjectName(QStringLiteral("frmTerminal"));
@@ -187,12 +189,18 @@ void MainWindow::ConnectSending() {
   TerminalBar* bar = area_->terminal_bar();
   connect(bar->command()->lineEdit(), &QLineEdit::returnPressed, this, &MainWindow::Send);
   connect(bar->send(), &QPushButton::clicked, this, &MainWindow::Send);
+  // Later, as an input method that has put the text in sets formats of its own first.
+  connect(
+      bar->command()->lineEdit(), &QLineEdit::textChanged, this,
+      [bar] { MarkOutside(bar->command()->lineEdit()); }, Qt::QueuedConnection);
+  On({"TB_STOP"}, [this] { lines_.Stop(); });
 }
 
 void MainWindow::Send() {
-  const std::string command = FromQt(area_->terminal_bar()->command()->currentText());
-  if (!command.empty()) pane_->FollowEnd();
-  prompt_.Guard([&] { interactive_.Send(command); });
+  const std::string text = FromQt(area_->terminal_bar()->command()->currentText());
+  if (!text.empty()) pane_->FollowEnd();
+  prompt_.Guard([&] { lines_.Send(text, [] { QApplication::processEvents(); }); });
+  if (std::exchange(close_after_lines_, false)) close();
 }
 
 void MainWindow::OpenConnectionMenu() {
@@ -236,8 +244,10 @@ void MainWindow::ConfigureConnection() {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
+  lines_.Stop();
+  close_after_lines_ = lines_.IsSending();
   close_after_run_ = script_.EndRun();
-  if (close_after_run_) return event->ignore();
+  if (close_after_run_ || close_after_lines_) return event->ignore();
   script_.KeepUnsaved();
   // The steps may show message boxes, during which the window could be closed once more.
   if (unload_) std::exchange(unload_, nullptr)();

@@ -8,7 +8,7 @@
 
 #include "device/port_library_source.h"
 #include "inspect/inspector_state.h"
-#include "terminal/interactive_send.h"
+#include "terminal/command_lines.h"
 #include "terminal/terminal_core.h"
 #include "terminal/ui/output_pane.h"
 #include "terminal/window_settings.h"
@@ -114,11 +114,13 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   GridTarget grid_target_;
   CommandBoxView box_;
   terminal::InteractiveSend interactive_;
+  terminal::CommandLines lines_;
   ReceiveView receive_;
   HelpCommands help_;
   inspect::InspectorState inspector_;
   std::function<void()> unload_;
   bool close_after_run_ = false;
+  bool close_after_lines_ = false;
 };
 
 }  // namespace kolvane::window

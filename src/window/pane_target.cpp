@@ -16,6 +16,11 @@
 #include "window/texts.h"
 
 namespace kolvane::window {
+namespace {
+
+constexpr int kCommentColumns = 70;
+
+}  // namespace
 
 void PaneTarget::ShowLook() {
   pane_->setFont(FontOf(look_));
@@ -70,6 +75,7 @@ void PaneTarget::InsertComment() {
   dialog.setObjectName(QStringLiteral("CommentDialog"));
   dialog.setWindowTitle(QStringLiteral("Kommentar einfügen"));
   dialog.setLabelText(QStringLiteral("Kommentar:"));
+  dialog.resize(dialog.fontMetrics().averageCharWidth() * kCommentColumns, dialog.sizeHint().height());
   if (dialog.exec() == QDialog::Accepted && !dialog.textValue().isEmpty())
     pane_->InsertComment(dialog.textValue());
 }

@@ -4,6 +4,8 @@
 #include <utility>
 
 #include "terminal/terminators.h"
+#include "terminal/typed_numbers.h"
+#include "window/field_mark.h"
 #include "window/text.h"
 
 namespace kolvane::window {
@@ -70,6 +72,12 @@ void ReceiveView::Connect(MessagePrompt& prompt) {
           &terminal::ReceiveControls::EditReceiveTerminator);
   on_edit(bar_->send_terminator(), &QComboBox::currentTextChanged,
           &terminal::ReceiveControls::EditSendTerminator);
+  const auto mark = [this](QLineEdit* field, std::string (*fault)(std::string_view)) {
+    connect(field, &QLineEdit::textChanged, this,
+            [field, fault](const QString& text) { MarkField(field, ToQt(fault(FromQt(text)))); });
+  };
+  mark(bar_->receive_timeout(), &terminal::TimeoutFault);
+  mark(bar_->count(), &terminal::CountFault);
   on_edit(bar_->receive_timeout(), &QLineEdit::textChanged, &terminal::ReceiveControls::EditTimeout);
   on_edit(bar_->count(), &QLineEdit::textChanged, &terminal::ReceiveControls::EditCount);
 }

@@ -1,9 +1,15 @@
 #include "window/terminal_bar.h"
 
+#include <QDropEvent>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMimeData>
+#include <QUrl>
 #include <QVBoxLayout>
+#include <algorithm>
 
+#include "device/ui/wheel_guard.h"
+#include "window/bar_list.h"
 #include "window/flow_layout.h"
 #include "window/images.h"
 #include "window/text.h"
@@ -16,6 +22,11 @@ constexpr int kGap = 6;
 constexpr int kGroupGap = 16;
 
 QString WithoutMnemonic(const char* label) { return ToQt(label).remove(QLatin1Char('&')); }
+
+bool BringsFiles(const QMimeData& data) {
+  const QList<QUrl> urls = data.urls();
+  return std::any_of(urls.begin(), urls.end(), [](const QUrl& url) { return url.isLocalFile(); });
+}
 
 }  // namespace
 
@@ -44,6 +55,10 @@ void TerminalBar::BuildCommandLine() {
   command_->setInsertPolicy(QComboBox::NoInsert);
   command_->setCompleter(nullptr);
   command_->setMaxVisibleItems(20);
+  command_->setToolTip(QStringLiteral("Befehl an das Gerät; Pfeil auf und Pfeil ab holen frühere Befehle"));
+  command_->lineEdit()->setAccessibleName(command_->accessibleName());
+  command_->lineEdit()->installEventFilter(this);
+  device::GuardWheel(command_);
   command_->lineEdit()->setPlaceholderText(QStringLiteral("Befehl eingeben, Eingabetaste sendet"));
   send_ = new QPushButton(Icon("send"), QStringLiteral("&Senden"), command_row_);
   send_->setObjectName(QStringLiteral("cmdSend"));
@@ -55,17 +70,25 @@ void TerminalBar::BuildCommandLine() {
 void TerminalBar::BuildSettings() {
   new FlowLayout(settings_row_, kGroupGap, kGap);
   settings_row_->layout()->setContentsMargins(kMargin, 0, kMargin, 0);
-  receive_mode_ = AddList("&Empfang bis", "cmbReceiveMode", false);
-  count_ = AddField("An&zahl", "BinChars", 5);
+  receive_mode_ =
+      AddList("&Empfang bis", "cmbReceiveMode", "Woran das Ende einer Antwort erkannt wird", false);
+  count_ = AddField("An&zahl", "BinChars", "So viele Zeichen hat eine Antwort, höchstens 1025", 5);
   count_group_ = count_->parentWidget();
-  receive_format_ = AddList("For&mat", "cmbReceiveFormat", false);
-  receive_terminator_ = AddList("Endezeichen Empfan&g", "RcvTermChar", true);
-  receive_timeout_ = AddField("&Timeout (ms)", "ReceiveTimo", 7);
-  send_terminator_ = AddList("Endezeichen Se&nden", "SendTermChar", true);
+  receive_format_ = AddList("For&mat", "cmbReceiveFormat",
+                            "Antworten als Text zeigen oder jedes Byte als hexadezimalen Code", false);
+  receive_terminator_ = AddList("Endezeichen Empfan&g", "RcvTermChar",
+                                "Bis zu diesem Zeichen wird eine Antwort gelesen; auch ein Zeichencode, etwa "
+                                "59",
+                                true);
+  receive_timeout_ = AddField("&Timeout (ms)", "ReceiveTimo",
+                              "So lange wird auf eine Antwort gewartet, in Millisekunden", 7);
+  send_terminator_ =
+      AddList("Endezeichen Se&nden", "SendTermChar",
+              "Wird an jeden Befehl angehängt; auch ein Zeichencode, etwa 59, oder ein Text", true);
 }
 
-QComboBox* TerminalBar::AddList(const char* label, const char* name, bool editable) {
-  auto* list = new QComboBox;
+QComboBox* TerminalBar::AddList(const char* label, const char* name, const char* tip, bool editable) {
+  auto* list = new BarList;
   list->setObjectName(QLatin1String(name));
   list->setEditable(editable);
   list->setInsertPolicy(QComboBox::NoInsert);
@@ -74,19 +97,22 @@ QComboBox* TerminalBar::AddList(const char* label, const char* name, bool editab
     list->setMinimumContentsLength(5);
   }
   list->setSizeAdjustPolicy(QComboBox::AdjustToContents);
-  AddGroup(label, list);
+  AddGroup(label, tip, list);
+  if (editable) list->lineEdit()->setAccessibleName(list->accessibleName());
+  // The next thing typed is a command.
+  connect(list, &BarList::PickedWithMouse, this, [this] { command_->setFocus(); });
   return list;
 }
 
-QLineEdit* TerminalBar::AddField(const char* label, const char* name, int digits) {
+QLineEdit* TerminalBar::AddField(const char* label, const char* name, const char* tip, int digits) {
   auto* field = new QLineEdit;
   field->setObjectName(QLatin1String(name));
   field->setFixedWidth(field->fontMetrics().horizontalAdvance(QString(digits + 2, QLatin1Char('0'))));
-  AddGroup(label, field);
+  AddGroup(label, tip, field);
   return field;
 }
 
-void TerminalBar::AddGroup(const char* label, QWidget* field) {
+void TerminalBar::AddGroup(const char* label, const char* tip, QWidget* field) {
   auto* group = new QWidget(settings_row_);
   auto* row = new QHBoxLayout(group);
   row->setContentsMargins(0, 0, 0, 0);
@@ -94,9 +120,21 @@ void TerminalBar::AddGroup(const char* label, QWidget* field) {
   auto* caption = new QLabel(ToQt(label));
   caption->setBuddy(field);
   field->setAccessibleName(WithoutMnemonic(label));
+  field->setToolTip(ToQt(tip));
   row->addWidget(caption);
   row->addWidget(field);
   settings_row_->layout()->addWidget(group);
+}
+
+// A file dropped on the command line would become a command made of its address.
+bool TerminalBar::eventFilter(QObject* watched, QEvent* event) {
+  const bool drag = event->type() == QEvent::DragEnter || event->type() == QEvent::DragMove ||
+                    event->type() == QEvent::Drop;
+  if (drag && BringsFiles(*static_cast<QDropEvent*>(event)->mimeData())) {
+    event->ignore();
+    return true;
+  }
+  return QToolBar::eventFilter(watched, event);
 }
 
 void TerminalBar::ShowCount(bool visible) {

@@ -32,12 +32,15 @@ class TerminalBar final : public QToolBar {
   /// Places command box and send button on the bar, in the bar's coordinates.
   void PlaceCommandLine(int command_left, int command_width, int send_left);
 
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
   void BuildCommandLine();
   void BuildSettings();
-  QComboBox* AddList(const char* label, const char* name, bool editable);
-  QLineEdit* AddField(const char* label, const char* name, int digits);
-  void AddGroup(const char* label, QWidget* field);
+  QComboBox* AddList(const char* label, const char* name, const char* tip, bool editable);
+  QLineEdit* AddField(const char* label, const char* name, const char* tip, int digits);
+  void AddGroup(const char* label, const char* tip, QWidget* field);
 
   QWidget* command_row_;
   QWidget* settings_row_;

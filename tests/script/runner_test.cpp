@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "script/run_bench.h"
+#include "terminal/texts.h"
 
 namespace kolvane::script {
 namespace {
@@ -161,7 +162,8 @@ TEST_F(RunnerTest, ATimeoutThatIsNoNumberIsAnErrorOfItsRow) {
   state.shown.timeout = "bald";
   Play("'|A|B");
   EXPECT_EQ(Sent(), "A");
-  EXPECT_EQ(prompt.errors, Lines{"Fehler in Befehlsliste (Zeile 2): Timeout (ms): Typen unverträglich"});
+  EXPECT_EQ(prompt.errors, Lines{"Fehler in Befehlsliste (Zeile 2): " +
+                                 terminal::texts::AnswerToCome("Timeout (ms): Typen unverträglich")});
   EXPECT_EQ(ListText(list), "'|!A|B");
   EXPECT_EQ(script.run.ScriptRunning, 0);
   EXPECT_EQ(host.locks, (std::vector<bool>{true, false}));

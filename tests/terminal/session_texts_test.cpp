@@ -38,5 +38,12 @@ TEST(Texts, CountsAndTimes) {
   EXPECT_EQ(ResponseTime("3,5"), "(dt = 3,5 ms)\r\n");
 }
 
+TEST(SessionTexts, SayWhatBecameOfACommand) {
+  EXPECT_EQ(
+      texts::AnswerToCome("Anzahl: Überlauf"),
+      "Anzahl: Überlauf. Die Antwort auf den Befehl steht noch aus, „Eingangspuffer flushen“ verwirft sie.");
+  EXPECT_EQ(texts::NotSendable("Ω"), "Das Zeichen „Ω“ kann nicht gesendet werden");
+}
+
 }  // namespace
 }  // namespace kolvane::terminal::texts

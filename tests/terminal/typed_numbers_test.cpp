@@ -28,6 +28,13 @@ TEST(TypedNumbers, ATimeoutIsA32BitNumber) {
   EXPECT_EQ(WhatOf([] { TypedTimeout(""); }), "Timeout (ms): Typen unverträglich");
 }
 
+TEST(TypedNumbers, SayWhatIsWrongWithoutAThrow) {
+  EXPECT_EQ(TimeoutFault("3000"), "");
+  EXPECT_EQ(TimeoutFault("bald"), "Timeout (ms): Typen unverträglich");
+  EXPECT_EQ(CountFault("1025"), "");
+  EXPECT_EQ(CountFault("1026"), "Anzahl: Index außerhalb des gültigen Bereichs");
+}
+
 TEST(TypedNumbers, ACountIsWithinItsLimit) {
   EXPECT_EQ(TypedCount("0"), 0u);
   EXPECT_EQ(TypedCount("1025"), 1025u);

@@ -1,0 +1,117 @@
+#include "terminal/command_lines.h"
+
+#include <gtest/gtest.h>
+
+#include "base/runtime_error.h"
+#include "terminal/session_bench.h"
+
+namespace kolvane::terminal {
+namespace {
+
+std::string WhatOf(const std::function<void()>& step) {
+  try {
+    step();
+  } catch (const base::RuntimeError& error) {
+    return error.what();
+  }
+  return "";
+}
+
+class NoRecorder final : public CommandRecorder {
+ public:
+  bool Recording() const override { return false; }
+  void AddToScript(std::string_view) override {}
+};
+
+class NoBox final : public CommandBox {
+ public:
+  void ShowHistory(const CommandHistory&, HistoryChange) override {}
+};
+
+class CommandLinesTest : public testing::Test, protected SessionBench {
+ protected:
+  void Send(std::string_view text) {
+    lines.Send(text, [this] {
+      ++between;
+      if (on_between) on_between();
+    });
+  }
+
+  Lines Sent() const {
+    Lines sent;
+    for (const CommandHistory& history = interactive.history(); const std::string& entry : history.entries())
+      sent.insert(sent.begin(), entry);
+    return sent;
+  }
+
+  FakeClock clock;
+  NoRecorder recorder;
+  NoBox box;
+  InteractiveSend interactive{session, state.options, output, clock, recorder, box, ","};
+  CommandLines lines{interactive};
+  std::function<void()> on_between;
+  int between = 0;
+};
+
+TEST_F(CommandLinesTest, OneLineIsOneCommand) {
+  Send("A?");
+  Send("B?\r\n");
+  Send("");
+  Send("\n\n");
+  EXPECT_EQ(Sent(), (Lines{"A?", "B?"}));
+  EXPECT_EQ(between, 0);
+}
+
+TEST_F(CommandLinesTest, EachLineIsACommandWithAnAnswerOfItsOwn) {
+  device.text_answers = {"1\r\n", "2\r\n", "3\r\n"};
+  Send("A?\nB?\r\n\r\nC?");
+  EXPECT_EQ(Sent(), (Lines{"A?", "B?", "C?"}));
+  EXPECT_EQ(pane.text, "\r\nA?\r\n1\r\nB?\r\n2\r\nC?\r\n3");
+  EXPECT_EQ(between, 2);
+}
+
+TEST_F(CommandLinesTest, CanBeStoppedBetweenTwoLines) {
+  on_between = [this] { lines.Stop(); };
+  Send("A?\nB?\nC?");
+  EXPECT_EQ(Sent(), Lines{"A?"});
+  on_between = nullptr;
+  Send("D?\nE?");
+  EXPECT_EQ(Sent(), (Lines{"A?", "D?", "E?"}));
+}
+
+TEST_F(CommandLinesTest, NoneBeginsWithinAnother) {
+  on_between = [this] {
+    EXPECT_TRUE(lines.IsSending());
+    Send("X?\nY?");
+  };
+  Send("A?\nB?");
+  EXPECT_EQ(Sent(), (Lines{"A?", "B?"}));
+  EXPECT_FALSE(lines.IsSending());
+}
+
+TEST_F(CommandLinesTest, ACommandThatDoesNotGoOutIsTheLast) {
+  device.write_result = {-7, "Leitung tot"};
+  Send("A?\nB?");
+  EXPECT_EQ(Sent(), Lines{"A?"});
+}
+
+TEST_F(CommandLinesTest, AnAnswerThatCannotBeReadEndsThem) {
+  state.shown.timeout = "bald";
+  EXPECT_EQ(WhatOf([this] { Send("A?\nB?"); }),
+            "Timeout (ms): Typen unverträglich. Die Antwort auf den Befehl steht noch aus, „Eingangspuffer "
+            "flushen“ verwirft sie.");
+  EXPECT_EQ(Sent(), Lines{"A?"});
+  EXPECT_FALSE(lines.IsSending());
+}
+
+TEST_F(CommandLinesTest, ACharacterThatCannotBeSentIsToldBeforeAnythingIsSent) {
+  EXPECT_EQ(WhatOf([this] { Send("A?\nMEAS:RES 5 Ω"); }), "Das Zeichen „Ω“ kann nicht gesendet werden");
+  EXPECT_EQ(device.calls, Lines{});
+  EXPECT_EQ(Sent(), Lines{});
+  EXPECT_EQ(pane.text, "");
+  Send("MEAS:RES 5 µ€ß?");
+  EXPECT_EQ(Sent(), Lines{"MEAS:RES 5 µ€ß?"});
+}
+
+}  // namespace
+}  // namespace kolvane::terminal

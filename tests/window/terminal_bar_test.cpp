@@ -1,0 +1,133 @@
+#include "window/terminal_bar.h"
+
+#include <QAbstractItemView>
+#include <QInputDialog>
+#include <QMimeData>
+#include <QTest>
+#include <QUrl>
+#include <QWheelEvent>
+
+#include "window/window_fixture.h"
+
+namespace kolvane::window {
+namespace {
+
+constexpr const char* kLists[] = {"cmbReceiveMode", "cmbReceiveFormat", "RcvTermChar", "SendTermChar"};
+
+class TerminalBarTest : public WindowFixture {
+ protected:
+  void Activate() {
+    window_.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
+  }
+
+  // A step towards the user, which goes to the next entry.
+  static void TurnWheel(QWidget* widget) {
+    QWheelEvent event(QPointF(5, 5), widget->mapToGlobal(QPointF(5, 5)), {}, {0, -120}, Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(widget, &event);
+  }
+
+  void PickWithMouse(QComboBox* list, int index) {
+    list->showPopup();
+    QAbstractItemView* view = list->view();
+    const QRect row = view->visualRect(view->model()->index(index, 0));
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, {row.left() + 5, row.center().y()});
+  }
+};
+
+TEST_F(TerminalBarTest, TheWheelNeedsTheFocus) {
+  Activate();
+  for (const char* name : {"cmbReceiveMode", "cmbReceiveFormat", "RcvTermChar", "SendTermChar"}) {
+    auto* list = Find<QComboBox>(name);
+    list->setCurrentIndex(0);
+    Find<QWidget>("cmdSend")->setFocus();
+    TurnWheel(list);
+    EXPECT_EQ(list->currentIndex(), 0) << name;
+    EXPECT_FALSE(list->focusPolicy() & Qt::WheelFocus & ~Qt::StrongFocus) << name;
+    list->setFocus();
+    TurnWheel(list);
+    EXPECT_EQ(list->currentIndex(), 1) << name;
+  }
+}
+
+TEST_F(TerminalBarTest, TheWheelLeavesTheCommandLineAloneToo) {
+  Activate();
+  auto* box = Find<QComboBox>("cmbCommand");
+  box->addItems({"B?", "A?"});
+  box->setCurrentIndex(0);
+  Find<QWidget>("cmdSend")->setFocus();
+  TurnWheel(box);
+  EXPECT_EQ(box->currentText(), "B?");
+  box->setFocus();
+  TurnWheel(box);
+  EXPECT_EQ(box->currentText(), "A?");
+}
+
+TEST_F(TerminalBarTest, APickWithTheMouseGivesTheKeyboardBackToTheCommandLine) {
+  Activate();
+  for (const char* name : kLists) {
+    auto* list = Find<QComboBox>(name);
+    list->setFocus();
+    PickWithMouse(list, 1);
+    EXPECT_EQ(list->currentIndex(), 1) << name;
+    EXPECT_EQ(window_.focusWidget(), Find<QComboBox>("cmbCommand")) << name;
+  }
+}
+
+TEST_F(TerminalBarTest, APickByKeyLeavesTheKeyboardThere) {
+  Activate();
+  auto* list = Find<QComboBox>("cmbReceiveMode");
+  list->setFocus();
+  QTest::keyClick(list, Qt::Key_Down);
+  EXPECT_EQ(list->currentIndex(), 1);
+  EXPECT_EQ(window_.focusWidget(), list);
+  list->showPopup();
+  QTest::keyClick(list->view(), Qt::Key_Down);
+  QTest::keyClick(list->view(), Qt::Key_Return);
+  EXPECT_EQ(list->currentIndex(), 2);
+  EXPECT_EQ(window_.focusWidget(), list);
+}
+
+TEST_F(TerminalBarTest, EachFieldSaysWhatItIs) {
+  for (const char* name : {"cmbCommand", "cmdSend", "cmbReceiveMode", "cmbReceiveFormat", "RcvTermChar",
+                           "SendTermChar", "ReceiveTimo", "BinChars"})
+    EXPECT_GT(Find<QWidget>(name)->toolTip().size(), 15) << name;
+}
+
+TEST_F(TerminalBarTest, TheEditsWithinListsHaveTheirNames) {
+  EXPECT_EQ(Find<QComboBox>("cmbCommand")->lineEdit()->accessibleName(), "Befehl");
+  EXPECT_EQ(Find<QComboBox>("RcvTermChar")->lineEdit()->accessibleName(), "Endezeichen Empfang");
+  EXPECT_EQ(Find<QComboBox>("SendTermChar")->lineEdit()->accessibleName(), "Endezeichen Senden");
+}
+
+TEST_F(TerminalBarTest, AFileDroppedOnTheCommandLineTypesNothing) {
+  QLineEdit* edit = Find<QComboBox>("cmbCommand")->lineEdit();
+  QMimeData file;
+  file.setUrls({QUrl::fromLocalFile(QStringLiteral("/tmp/a.TXT"))});
+  file.setText(QStringLiteral("file:///tmp/a.TXT"));
+  QMimeData text;
+  text.setText(QStringLiteral("MSV?"));
+  for (const auto& [data, taken] : {std::pair{&file, false}, {&text, true}}) {
+    QDragEnterEvent enter({5, 5}, Qt::CopyAction, data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(edit, &enter);
+    EXPECT_EQ(enter.isAccepted(), taken);
+    QDropEvent drop({5, 5}, Qt::CopyAction, data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(edit, &drop);
+    EXPECT_EQ(edit->text(), taken ? "MSV?" : "");
+  }
+}
+
+TEST_F(TerminalBarTest, TheCommentBoxIsWideEnoughForALine) {
+  OnDialog<QInputDialog>([](QInputDialog& question) {
+    const int line = question.fontMetrics().horizontalAdvance(QString(60, QLatin1Char('n')));
+    EXPECT_GE(question.findChild<QLineEdit*>()->width(), line * 3 / 4);
+    EXPECT_GT(question.width(), 350);
+    question.reject();
+  });
+  Press("mnuInsertComment");
+  EXPECT_EQ(dialogs_, 1);
+}
+
+}  // namespace
+}  // namespace kolvane::window
