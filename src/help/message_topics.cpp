@@ -72,16 +72,6 @@ constexpr Row kRows[] = {
     {"", "Laufzeitfehler", kInput, "e5"},
 };
 
-// The number in the brackets that end a failure, "… (-22)"; 0 where there is none.
-int StatusIn(std::string_view text) {
-  const std::size_t start = text.rfind("(-");
-  if (start == std::string_view::npos || !text.ends_with(')')) return 0;
-  int status = 0;
-  const char* end = text.data() + text.size() - 1;
-  const auto result = std::from_chars(text.data() + start + 2, end, status);
-  return result.ec == std::errc() && result.ptr == end ? status : 0;
-}
-
 bool IsExplained(int status) { return std::ranges::find(kExplained, status) != std::end(kExplained); }
 
 bool IsOfTheReference(std::string_view text) {
@@ -93,6 +83,15 @@ bool IsOfTheReference(std::string_view text) {
 }
 
 }  // namespace
+
+int StatusIn(std::string_view text) {
+  const std::size_t start = text.rfind("(-");
+  if (start == std::string_view::npos || !text.ends_with(')')) return 0;
+  int status = 0;
+  const char* end = text.data() + text.size() - 1;
+  const auto result = std::from_chars(text.data() + start + 2, end, status);
+  return result.ec == std::errc() && result.ptr == end ? status : 0;
+}
 
 std::optional<HelpPlace> MessagePlace(std::string_view text) {
   if (IsOfTheReference(text)) return HelpPlace{kFiles, "d8"};

@@ -1,14 +1,11 @@
 #include "window/file_dialogs.h"
 
-#include <QApplication>
-#include <QDialogButtonBox>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFileSystemModel>
-#include <QKeyEvent>
-#include <QPushButton>
 
+#include "window/help_button.h"
 #include "window/text.h"
 
 namespace kolvane::window {
@@ -52,18 +49,6 @@ void ShowEveryFileForStars(QFileDialog& dialog) {
   QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString& filter) {
     auto* files = dialog.findChild<QFileSystemModel*>();
     if (files != nullptr && filter == ToQt(kAllFiles)) files->setNameFilters({QStringLiteral("*")});
-  });
-}
-
-// The button does what F1 does. A dialog of the platform's own has no such box.
-void AddHelpButton(QFileDialog& dialog) {
-  auto* buttons = dialog.findChild<QDialogButtonBox*>();
-  if (buttons == nullptr) return;
-  auto* help = buttons->addButton(QStringLiteral("&Hilfe"), QDialogButtonBox::HelpRole);
-  help->setObjectName(QStringLiteral("HelpButton"));
-  QObject::connect(help, &QPushButton::clicked, &dialog, [&dialog] {
-    QKeyEvent key(QEvent::KeyPress, Qt::Key_F1, Qt::NoModifier);
-    QApplication::sendEvent(&dialog, &key);
   });
 }
 

@@ -10,6 +10,8 @@
 #include <utility>
 
 #include "base/runtime_error.h"
+#include "help/message_topics.h"
+#include "window/help_button.h"
 #include "window/text.h"
 #include "window/texts.h"
 
@@ -60,6 +62,13 @@ void WrapLongWords(QMessageBox& box) {
   own->hide();
 }
 
+void OfferHelp(QMessageBox& box) {
+  AddHelpButton(box);
+  // With a second button Esc would do nothing.
+  box.setEscapeButton(QMessageBox::Ok);
+  box.setDefaultButton(QMessageBox::Ok);
+}
+
 void Show(QWidget* parent, QMessageBox::Icon icon, std::string_view text) {
   QMessageBox box(icon, ToQt(texts::kProgram), ToQt(text), QMessageBox::Ok, parent);
   box.setObjectName(QStringLiteral("MessageBox"));
@@ -67,6 +76,7 @@ void Show(QWidget* parent, QMessageBox::Icon icon, std::string_view text) {
   WrapLongWords(box);
   // In a host without a window to be seen it would be the last one, with which Qt ends the host.
   box.setAttribute(Qt::WA_QuitOnClose, false);
+  if (parent != nullptr && help::StatusIn(text) != 0) OfferHelp(box);
   box.exec();
 }
 

@@ -196,6 +196,40 @@ TEST_F(Help, TheButtonOfFileDialogsOpensTheirPage) {
   EXPECT_EQ(dialogs_, 2);
 }
 
+TEST_F(Help, AMessageWithAStatusHasAButtonThatDoesWhatF1Does) {
+  OnDialog<QMessageBox>([this](QMessageBox& box) {
+    PressF1(box.button(QMessageBox::Ok));
+    const std::string page = Page();
+    const QUrl place = Viewer()->findChild<help::HelpPage*>()->source();
+    Viewer()->close();
+    auto* button = box.findChild<QPushButton*>(QStringLiteral("HelpButton"));
+    ASSERT_NE(button, nullptr);
+    EXPECT_EQ(button->text(), "&Hilfe");
+    button->click();
+    EXPECT_TRUE(box.isVisible());
+    EXPECT_NE(Page(), "");
+    EXPECT_EQ(Page(), page);
+    EXPECT_EQ(Viewer()->findChild<help::HelpPage*>()->source(), place);
+    EXPECT_EQ(box.defaultButton(), box.button(QMessageBox::Ok));
+    QTest::keyClick(&box, Qt::Key_Escape);
+    EXPECT_FALSE(box.isVisible());
+  });
+  library_.results["OpenPort"] = {-10};
+  Press("TB_CONNECT");
+  EXPECT_EQ(dialogs_, 1);
+}
+
+TEST_F(Help, AMessageWithoutAStatusHasNoSuchButton) {
+  for (const char* text : {"x", "Fehler (10)", "Fehler (-)", "Fehler (-10) x", "(-1a)"}) {
+    OnDialog<QMessageBox>([](QMessageBox& box) {
+      EXPECT_EQ(box.findChild<QPushButton*>(QStringLiteral("HelpButton")), nullptr);
+      box.accept();
+    });
+    MessagePrompt(&window_).ShowError(text);
+  }
+  EXPECT_EQ(dialogs_, 5);
+}
+
 TEST_F(Help, F1InTheHelpWindowOpensItsOwnPage) {
   Press("TB_HELP");
   PressF1(Viewer()->findChild<help::HelpPage*>());
