@@ -16,7 +16,8 @@ start_display() {
   DISPLAY=:$(head -n 1 "$number_file")
   export DISPLAY
   mkdir -m 700 "$scratch/run"
-  export XDG_RUNTIME_DIR=$scratch/run XDG_CONFIG_HOME=$scratch/config XDG_CACHE_HOME=$scratch/cache
+  export XDG_RUNTIME_DIR=$scratch/run XDG_CONFIG_HOME=$scratch/config XDG_STATE_HOME=$scratch/state \
+    XDG_CACHE_HOME=$scratch/cache
   export QT_QPA_PLATFORM=xcb
 }
 

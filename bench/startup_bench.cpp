@@ -97,7 +97,7 @@ int main(int argc, char** argv) {
   using namespace kolvane::bench;
   // Settings and caches of the measurement's own, kept between the rounds.
   const kolvane::base::TempFolder home;
-  for (const char* name : {"XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR"})
+  for (const char* name : {"XDG_CONFIG_HOME", "XDG_STATE_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR"})
     setenv(name, home.Path(name).c_str(), 1), std::filesystem::create_directory(home.Path(name));
   std::filesystem::permissions(home.Path("XDG_RUNTIME_DIR"), std::filesystem::perms::owner_all);
   setenv("QT_QPA_PLATFORM", "xcb", 1);

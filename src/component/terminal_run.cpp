@@ -17,6 +17,7 @@
 #include "component/host_parameters.h"
 #include "component/settings.h"
 #include "component/settings_store.h"
+#include "component/state_file.h"
 #include "component/texts.h"
 #include "component/unload.h"
 #include "device/connection_form.h"
@@ -71,6 +72,16 @@ void UnloadOrTell(ComponentState& state, window::MainWindow& window, SettingsSto
   if (failure) close.Messages().ShowError(texts::NotSaved(*failure));
 }
 
+void SaveStateOrTell(StateFile& file, CloseWatch& close) {
+  if (const auto failure = file.Save()) close.Messages().ShowError(texts::StateNotSaved(*failure));
+}
+
+// Only the user's own terminal finds its windows again, not one with settings of its own.
+std::string StateFileOf(const ComponentState& state) {
+  const bool own = state.device.OperMode == mode::kPortLibrary && state.options.SettingsFile.empty();
+  return own ? UserStateFile() : std::string();
+}
+
 // Without a window manager there may be no active one.
 QWidget* HostWindow() {
   if (QWidget* active = QApplication::activeWindow()) return active;
@@ -90,7 +101,9 @@ void PlaceOver(const QWidget& host, window::MainWindow& window) {
   place.moveCenter(host.frameGeometry().center());
   place.moveRight(std::min(place.right(), screen.right()));
   place.moveBottom(std::min(place.bottom(), screen.bottom()));
-  window.move(std::max(place.left(), screen.left()), std::max(place.top(), screen.top()));
+  // Where the user has put it before, it stays.
+  if (!window.testAttribute(Qt::WA_Moved))
+    window.move(std::max(place.left(), screen.left()), std::max(place.top(), screen.top()));
   // Moved before it is made, so that the place is that of its frame.
   window.winId();
   window.windowHandle()->setTransientParent(host.windowHandle());
@@ -149,6 +162,7 @@ void RunTerminal(ComponentState& state, std::int16_t oper_mode, std::int16_t dev
   const auto store = OpenIniStore(state.options.SettingsFile);
   LoadOrTell(*store, state, close);
   state.device.connected = IsHostMode(oper_mode);
+  StateFile state_file(StateFileOf(state));
   device::LazyPortLibrary library(OwnFolder());
   window::MainWindow window({{state.device, state.connection, state.terminal},
                              state.script,
@@ -158,10 +172,14 @@ void RunTerminal(ComponentState& state, std::int16_t oper_mode, std::int16_t dev
                              &close,
                              OwnFolder(),
                              base::UserDataFolder(),
-                             UnsavedFolder(state)});
+                             UnsavedFolder(state),
+                             &state_file});
   if (IsHostMode(oper_mode)) window.core().connect.ShowConnected();
   window.Load();
-  window.OnUnload([&] { UnloadOrTell(state, window, *store, close); });
+  window.OnUnload([&] {
+    SaveStateOrTell(state_file, close);
+    UnloadOrTell(state, window, *store, close);
+  });
   close.SetWindow(window);
   TerminalOptions options = state.options;
   options.ConnectAtStart &= oper_mode == mode::kPortLibrary;

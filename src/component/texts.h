@@ -42,6 +42,11 @@ inline std::string ModemSaid(const std::string& word) {
   return ", letzte Antwort des Modems: „" + word + "“";
 }
 
+inline std::string StateNotSaved(const SaveFailure& failure) {
+  return "Fenstergrößen und Ordner können nicht in der Datei „" + failure.file +
+         "“ gespeichert werden: " + base::SystemErrorText(failure.error);
+}
+
 inline std::string OutputNotWritten(int error) {
   return "Die Standardausgabe kann nicht geschrieben werden: " + base::SystemErrorText(error) + ".";
 }

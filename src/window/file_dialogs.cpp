@@ -7,6 +7,7 @@
 
 #include "window/help_button.h"
 #include "window/text.h"
+#include "window/window_memory.h"
 
 namespace kolvane::window {
 namespace {
@@ -14,6 +15,7 @@ namespace {
 constexpr auto kAllFiles = "Alle Dateien (*.*)";
 
 struct DialogRow {
+  const char* kind;  // each remembers a folder of its own
   const char* title;
   const char* filters;  // descriptions and patterns in turn
   bool must_exist;
@@ -21,19 +23,21 @@ struct DialogRow {
   bool help_button = false;
 };
 
+constexpr auto kCommandList = "CommandList";
 constexpr auto kListFilters = "Terminal Befehls-Dateien (*.CMD)|*.CMD|Alle Dateien (*.*)|*.*";
 
 constexpr DialogRow kOpen[] = {
-    {"Befehlsliste öffnen", kListFilters, true, "", true},
-    {"Logdatei öffnen", "Terminal Log-Dateien (*.LOG)|*.LOG|Alle Dateien (*.*)|*.*", false, "", true},
-    {"Textdatei öffnen", "Textdateien (*.TXT)|*.TXT|Log-Dateien (*.LOG)|*.LOG|Alle Dateien (*.*)|*.*", true,
-     ""},
+    {kCommandList, "Befehlsliste öffnen", kListFilters, true, "", true},
+    {"Log", "Logdatei öffnen", "Terminal Log-Dateien (*.LOG)|*.LOG|Alle Dateien (*.*)|*.*", false, "", true},
+    {"Text", "Textdatei öffnen", "Textdateien (*.TXT)|*.TXT|Log-Dateien (*.LOG)|*.LOG|Alle Dateien (*.*)|*.*",
+     true, ""},
 };
 
 constexpr DialogRow kSave[] = {
-    {"Terminal Inhalt speichern", "Terminal Dateien (*.LOG)|*.LOG|Alle Dateien (*.*)|*.*", false, ".LOG"},
-    {"Befehlsliste speichern", kListFilters, false, ".CMD"},
-    {"Als PDF-Datei drucken", "PDF-Dateien (*.PDF)|*.PDF|Alle Dateien (*.*)|*.*", false, ".PDF"},
+    {"Terminal", "Terminal Inhalt speichern", "Terminal Dateien (*.LOG)|*.LOG|Alle Dateien (*.*)|*.*", false,
+     ".LOG"},
+    {kCommandList, "Befehlsliste speichern", kListFilters, false, ".CMD"},
+    {"Pdf", "Als PDF-Datei drucken", "PDF-Dateien (*.PDF)|*.PDF|Alle Dateien (*.*)|*.*", false, ".PDF"},
 };
 
 // Each description names its patterns already, as Qt wants them.
@@ -66,8 +70,13 @@ std::optional<std::string> Ask(QFileDialog& dialog, const DialogRow& row, const 
   ShowEveryFileForStars(dialog);
   StartBeside(dialog, QFileInfo(ToQt(beside)));
   if (row.help_button) AddHelpButton(dialog);
+  WindowMemory* memory = WindowMemory::Of(dialog.parentWidget());
+  const QString folder = memory == nullptr ? QString() : memory->Folder(row.kind);
+  if (!folder.isEmpty()) dialog.setDirectory(folder);
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
-  return FromQt(dialog.selectedFiles().constFirst());
+  const QString file = dialog.selectedFiles().constFirst();
+  if (memory != nullptr) memory->NoteFile(row.kind, file);
+  return FromQt(file);
 }
 
 }  // namespace

@@ -71,6 +71,7 @@ MainWindow::MainWindow(WindowContext context)
   ConnectSending();
   // A little less than the screen, whose whole height a frame and a panel may not leave.
   resize(kFirstSize.boundedTo(screen()->availableSize() * 0.9));
+  if (context_.state != nullptr) memory_ = new WindowMemory(this, area_->splitter(), *context_.state);
 }
 
 void MainWindow::BuildArea() {
@@ -249,6 +250,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   close_after_run_ = script_.EndRun();
   if (close_after_run_ || close_after_lines_) return event->ignore();
   script_.KeepUnsaved();
+  if (memory_ != nullptr) memory_->Note();
   // The steps may show message boxes, during which the window could be closed once more.
   if (unload_) std::exchange(unload_, nullptr)();
   help_.Close();

@@ -29,6 +29,7 @@
 #include "window/script_log_adapter.h"
 #include "window/script_view.h"
 #include "window/window_area.h"
+#include "window/window_memory.h"
 
 namespace kolvane::window {
 
@@ -43,6 +44,7 @@ struct WindowContext {
   std::string own_folder = {};    ///< of the component's file, for help files that `folder` lacks; may be empty
   std::string user_folder = {};   ///< the user's own, for format templates; may be empty
   std::string unsaved = {};       ///< for copies of command lists that are not saved yet; empty: none are kept
+  StateStore* state = nullptr;    ///< what earlier windows have left; null: nothing is kept
 };
 
 /// The terminal window `frmTerminal`: it joins the widgets with the session and decides nothing itself.
@@ -117,6 +119,7 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   terminal::CommandLines lines_;
   ReceiveView receive_;
   HelpCommands help_;
+  WindowMemory* memory_ = nullptr;
   inspect::InspectorState inspector_;
   std::function<void()> unload_;
   bool close_after_run_ = false;

@@ -31,7 +31,7 @@ Program::~Program() {
 
 void Program::Execute(std::vector<std::string>& words, const Surroundings& surroundings) const {
   for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) unsetenv(name);
-  setenv("XDG_CONFIG_HOME", "/nonexistent", 1);
+  for (const char* name : {"XDG_CONFIG_HOME", "XDG_STATE_HOME"}) setenv(name, "/nonexistent", 1);
   setenv("LSAN_OPTIONS", "print_suppressions=0:suppressions=" KOLVANE_LEAKS, 1);
   for (const auto& [name, value] : surroundings.environment) setenv(name.c_str(), value.c_str(), 1);
   if (!surroundings.folder.empty() && chdir(surroundings.folder.c_str()) != 0) _exit(126);

@@ -9,6 +9,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
@@ -378,6 +379,45 @@ TEST_F(OwnTerminalTest, InTheOtherModesAndWithSettingsOfItsOwnAHostSeesNothingOf
   terminal_.SetOptions(options);
   Open(2, TypeRow);
   EXPECT_FALSE(Left());
+}
+
+class StateTest : public HostTest {
+ protected:
+  StateTest() {
+    qputenv("XDG_CONFIG_HOME", dir_.path().toUtf8());
+    qputenv("XDG_STATE_HOME", dir_.path().toUtf8());
+  }
+  ~StateTest() override {
+    qunsetenv("XDG_CONFIG_HOME");
+    qunsetenv("XDG_STATE_HOME");
+  }
+
+  void OpenAndResize(std::int16_t oper_mode) {
+    Open(oper_mode, [](QMainWindow& window) {
+      EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
+      QApplication::processEvents();
+      window.resize(611, 522);
+    });
+  }
+  bool IsKept() const { return QFile::exists(dir_.path() + "/Kolvane/state.ini"); }
+};
+
+TEST_F(StateTest, TheUsersOwnTerminalFindsItsSizeAgain) {
+  terminal_.SetOptions({});
+  Open(2, [](QMainWindow& window) { EXPECT_NE(window.size(), QSize(611, 522)); });
+  EXPECT_FALSE(IsKept()) << "nothing was changed";
+  OpenAndResize(2);
+  EXPECT_TRUE(IsKept());
+  Open(2, [](QMainWindow& window) { EXPECT_EQ(window.size(), QSize(611, 522)); });
+}
+
+TEST_F(StateTest, ATerminalOfAHostOrWithSettingsOfItsOwnKeepsNothing) {
+  OpenAndResize(2);
+  terminal_.SetOptions({});
+  OpenAndResize(0);
+  OpenAndResize(1);
+  OpenAndResize(7);
+  EXPECT_FALSE(IsKept());
 }
 
 }  // namespace

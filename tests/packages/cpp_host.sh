@@ -7,7 +7,7 @@ here=$(dirname "$(readlink -f "$0")")
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 unset DISPLAY WAYLAND_DISPLAY KOLVANE_FOLDER KOLVANE_PORT_LIBRARY LD_LIBRARY_PATH CMAKE_PREFIX_PATH
-export HOME=$scratch XDG_CONFIG_HOME=$scratch/config XDG_RUNTIME_DIR=$scratch QT_QPA_PLATFORM=offscreen
+export HOME=$scratch XDG_CONFIG_HOME=$scratch/config XDG_STATE_HOME=$scratch/state XDG_RUNTIME_DIR=$scratch QT_QPA_PLATFORM=offscreen
 
 # quietly COMMAND...: shows what it wrote only where it fails.
 quietly() {

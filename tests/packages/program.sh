@@ -11,7 +11,7 @@ end() {
 }
 trap end EXIT
 unset DISPLAY WAYLAND_DISPLAY KOLVANE_FOLDER KOLVANE_PORT_LIBRARY LD_LIBRARY_PATH
-export HOME=$scratch XDG_CONFIG_HOME=$scratch/config XDG_DATA_HOME=$scratch/data XDG_RUNTIME_DIR=$scratch
+export HOME=$scratch XDG_CONFIG_HOME=$scratch/config XDG_STATE_HOME=$scratch/state XDG_DATA_HOME=$scratch/data XDG_RUNTIME_DIR=$scratch
 export TMPDIR=$scratch QT_QPA_PLATFORM=offscreen
 cd "$scratch"
 kolvane=$root/usr/bin/kolvane

@@ -1,0 +1,137 @@
+#include "window/window_memory.h"
+
+#include <QChildEvent>
+#include <QDir>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QProgressDialog>
+#include <QScreen>
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "window/text.h"
+
+namespace kolvane::window {
+namespace {
+
+constexpr char kWindow[] = "WINDOW";
+constexpr char kGeometry[] = "Geometry";
+constexpr char kSplitter[] = "Splitter";
+constexpr char kSizes[] = "SIZES";
+constexpr char kFolders[] = "FOLDERS";
+
+// Two whole numbers above 0, "640,480".
+std::optional<std::pair<int, int>> PairOf(const std::string& text) {
+  const QStringList parts = ToQt(text).split(QLatin1Char(','));
+  if (parts.size() != 2) return std::nullopt;
+  const int first = parts[0].toInt();
+  const int second = parts[1].toInt();
+  return first > 0 && second > 0 ? std::optional(std::pair(first, second)) : std::nullopt;
+}
+
+std::string TextOf(int first, int second) { return std::to_string(first) + "," + std::to_string(second); }
+
+// Boxes with a message have the size of their text.
+bool IsDialog(const QWidget& widget) {
+  const Qt::WindowType type = widget.windowType();
+  return (type == Qt::Dialog || type == Qt::Window) && !widget.objectName().isEmpty() &&
+         qobject_cast<const QMessageBox*>(&widget) == nullptr &&
+         qobject_cast<const QProgressDialog*>(&widget) == nullptr;
+}
+
+// `place` where it lies within `screen`; else something like it that does and leaves room for a frame.
+QRect Fitted(QRect place, const QRect& screen) {
+  constexpr double kShare = 0.9;
+  if (screen.contains(place)) return place;
+  place.setSize(place.size().boundedTo(screen.size() * kShare));
+  place.moveRight(std::min(place.right(), screen.right()));
+  place.moveBottom(std::min(place.bottom(), screen.bottom()));
+  place.moveLeft(std::max(place.left(), screen.left()));
+  place.moveTop(std::max(place.top(), screen.top()));
+  return place;
+}
+
+// Around the same middle.
+void Resize(QWidget& dialog, QSize size) {
+  QRect place(QPoint(), size);
+  place.moveCenter(dialog.geometry().center());
+  dialog.setGeometry(Fitted(place, dialog.screen()->availableGeometry()));
+}
+
+}  // namespace
+
+WindowMemory::WindowMemory(QMainWindow* window, QSplitter* splitter, StateStore& store)
+    : QObject(window), window_(window), splitter_(splitter), store_(store) {
+  RestorePlace();
+  RestoreSplitter();
+  connect(splitter_, &QSplitter::splitterMoved, this, [this] { splitter_moved_ = true; });
+  window_->installEventFilter(this);
+}
+
+WindowMemory* WindowMemory::Of(const QWidget* widget) {
+  for (; widget != nullptr; widget = widget->parentWidget()) {
+    if (auto* memory = widget->findChild<WindowMemory*>(QString(), Qt::FindDirectChildrenOnly)) return memory;
+  }
+  return nullptr;
+}
+
+void WindowMemory::RestorePlace() {
+  const std::string text = store_.Read(kWindow, kGeometry);
+  if (!window_->restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(text)))) return;
+  if (window_->windowState() != Qt::WindowNoState) return;
+  const QRect place = window_->geometry();
+  const QRect fitted = Fitted(place, window_->screen()->availableGeometry());
+  if (fitted != place) window_->setGeometry(fitted);
+}
+
+void WindowMemory::RestoreSplitter() {
+  if (const auto widths = PairOf(store_.Read(kWindow, kSplitter)))
+    splitter_->setSizes({widths->first, widths->second});
+}
+
+QString WindowMemory::Folder(const char* kind) const {
+  const QString folder = ToQt(store_.Read(kFolders, kind));
+  return QDir(folder).exists() ? folder : QString();
+}
+
+void WindowMemory::NoteFile(const char* kind, const QString& path) {
+  store_.Write(kFolders, kind, FromQt(QFileInfo(path).absolutePath()));
+}
+
+void WindowMemory::Note() {
+  const QByteArray geometry = window_->saveGeometry();
+  if (!first_geometry_.isEmpty() && geometry != first_geometry_)
+    store_.Write(kWindow, kGeometry, geometry.toBase64().toStdString());
+  const QList<int> widths = splitter_->sizes();
+  if (splitter_moved_ && widths.size() == 2) store_.Write(kWindow, kSplitter, TextOf(widths[0], widths[1]));
+}
+
+bool WindowMemory::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == window_) {
+    // By now the window manager has placed it.
+    if (event->type() == QEvent::Paint && first_geometry_.isEmpty())
+      first_geometry_ = window_->saveGeometry();
+    if (event->type() == QEvent::ChildAdded)
+      static_cast<QChildEvent*>(event)->child()->installEventFilter(this);
+  } else if (auto* widget = qobject_cast<QWidget*>(watched); widget != nullptr && !event->spontaneous()) {
+    if (event->type() == QEvent::Show && IsDialog(*widget)) ShowDialog(*widget);
+    if (event->type() == QEvent::Hide) HideDialog(*widget);
+  }
+  return false;
+}
+
+void WindowMemory::ShowDialog(QWidget& dialog) {
+  const auto size = PairOf(store_.Read(kSizes, FromQt(dialog.objectName())));
+  if (size && !shown_.contains(&dialog)) Resize(dialog, {size->first, size->second});
+  connect(&dialog, &QObject::destroyed, this, [this](const QObject* gone) { shown_.remove(gone); });
+  shown_[&dialog] = dialog.size();
+}
+
+void WindowMemory::HideDialog(const QWidget& dialog) {
+  const auto shown = shown_.constFind(&dialog);
+  if (shown == shown_.constEnd() || *shown == dialog.size() || dialog.isMaximized()) return;
+  store_.Write(kSizes, FromQt(dialog.objectName()), TextOf(dialog.width(), dialog.height()));
+}
+
+}  // namespace kolvane::window

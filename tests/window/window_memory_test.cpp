@@ -1,0 +1,205 @@
+#include "window/window_memory.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QScreen>
+#include <QSplitter>
+#include <QTest>
+#include <QTimer>
+#include <map>
+#include <memory>
+
+#include "base/temp_folder.h"
+#include "device/fake_port_library.h"
+#include "window/file_dialogs.h"
+#include "window/window_records.h"
+
+namespace kolvane::window {
+namespace {
+
+class MemoryStore final : public StateStore {
+ public:
+  std::string Read(const std::string& section, const std::string& key) const override {
+    const auto found = texts.find(section + "/" + key);
+    return found == texts.end() ? std::string() : found->second;
+  }
+  void Write(const std::string& section, const std::string& key, const std::string& text) override {
+    texts[section + "/" + key] = text;
+  }
+
+  std::map<std::string, std::string> texts;
+};
+
+class WindowMemoryTest : public testing::Test, protected WindowRecords {
+ protected:
+  // A terminal as the next start of the program shows it.
+  MainWindow& Start() {
+    window_.reset();
+    WindowContext context = ContextWith(source_, folder_.path());
+    context.state = &store_;
+    window_ = std::make_unique<MainWindow>(std::move(context));
+    window_->Load();
+    window_->show();
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(window_.get()));
+    QApplication::processEvents();
+    return *window_;
+  }
+  void End() { window_->close(); }
+
+  QSplitter* Splitter() { return window_->findChild<QSplitter*>(QStringLiteral("SplitContainer")); }
+
+  /// Hands the dialog that `open` shows to `use`, and rejects it.
+  template <typename Dialog>
+  void InDialog(const std::function<void()>& open, const std::function<void(Dialog&)>& use) {
+    bool used = false;
+    QTimer::singleShot(0, window_.get(), [&] {
+      auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+      ASSERT_NE(dialog, nullptr);
+      use(*dialog);
+      used = true;
+      static_cast<QDialog*>(dialog)->reject();
+    });
+    open();
+    EXPECT_TRUE(used);
+  }
+
+  void Comment(const std::function<void(QInputDialog&)>& use) {
+    InDialog<QInputDialog>(
+        [this] { window_->findChild<QAction*>(QStringLiteral("mnuInsertComment"))->trigger(); }, use);
+  }
+
+  std::string FolderOfDialog(OpenMode mode) {
+    std::string folder;
+    InDialog<QFileDialog>([&] { AskOpenName(window_.get(), mode); },
+                          [&](QFileDialog& dialog) { folder = dialog.directory().path().toStdString(); });
+    return folder;
+  }
+
+  base::TempFolder folder_;
+  device::FakePortLibrary library_;
+  device::FakePortLibrarySource source_{&library_};
+  MemoryStore store_;
+  std::unique_ptr<MainWindow> window_;
+};
+
+TEST_F(WindowMemoryTest, AnUntouchedWindowLeavesNothing) {
+  Start();
+  Comment([](QInputDialog&) {});
+  End();
+  EXPECT_TRUE(store_.texts.empty()) << store_.texts.begin()->first;
+}
+
+TEST_F(WindowMemoryTest, SizePlaceAndSplitterComeBack) {
+  Start();
+  window_->setGeometry(30, 20, 640, 500);
+  QApplication::processEvents();
+  Splitter()->setSizes({200, 400});
+  Q_EMIT Splitter()->splitterMoved(200, 1);
+  const QList<int> widths = Splitter()->sizes();
+  End();
+  Start();
+  EXPECT_EQ(window_->geometry(), QRect(30, 20, 640, 500));
+  EXPECT_EQ(Splitter()->sizes(), widths);
+}
+
+TEST_F(WindowMemoryTest, AMaximizedWindowIsMaximizedAgain) {
+  Start();
+  window_->showMaximized();
+  End();
+  Start();
+  EXPECT_TRUE(window_->isMaximized());
+}
+
+TEST_F(WindowMemoryTest, ASizeThatDoesNotFitTheScreenIsCorrected) {
+  const QRect screen = Start().screen()->availableGeometry();
+  window_->setGeometry(screen.width() - 50, 10, screen.width() * 2, screen.height() * 2);
+  End();
+  Start();
+  EXPECT_TRUE(screen.contains(window_->geometry())) << window_->width() << " x " << window_->height();
+}
+
+TEST_F(WindowMemoryTest, WhatCannotBeUnderstoodIsPassedOver) {
+  Start();
+  const QRect usual = window_->geometry();
+  const QList<int> widths = Splitter()->sizes();
+  End();
+  for (const char* text : {"x", "-1,-1", "0,0", "1", "1,2,3", "99999999999,1", "AAAA"}) {
+    store_.texts = {{"WINDOW/Geometry", text},
+                    {"WINDOW/Splitter", text},
+                    {"SIZES/CommentDialog", text},
+                    {"FOLDERS/Log", text}};
+    Start();
+    EXPECT_EQ(window_->geometry(), usual) << text;
+    if (std::string_view(text) != "1,1") {
+      EXPECT_EQ(Splitter()->sizes(), widths) << text;
+    }
+    End();
+  }
+}
+
+TEST_F(WindowMemoryTest, ADialogHasItsSizeAgain) {
+  Start();
+  QSize usual;
+  Comment([&](QInputDialog& dialog) {
+    usual = dialog.size();
+    dialog.resize(usual + QSize(100, 0));
+  });
+  End();
+  EXPECT_EQ(store_.texts.size(), 1u);
+  Start();
+  Comment([&](QInputDialog& dialog) { EXPECT_EQ(dialog.size(), usual + QSize(100, 0)); });
+}
+
+TEST_F(WindowMemoryTest, ADialogStaysOnTheScreen) {
+  store_.Write("SIZES", "CommentDialog", "30000,30000");
+  const QRect screen = Start().screen()->availableGeometry();
+  Comment([&](QInputDialog& dialog) {
+    const QRect place = dialog.geometry();
+    EXPECT_TRUE(screen.contains(place))
+        << place.x() << ' ' << place.y() << ' ' << place.width() << ' ' << place.height();
+  });
+}
+
+TEST_F(WindowMemoryTest, MessagesHaveTheSizeOfTheirText) {
+  Start();
+  InDialog<QMessageBox>([this] { MessagePrompt(window_.get()).ShowError("x"); },
+                        [](QMessageBox& box) { box.resize(700, 300); });
+  End();
+  EXPECT_TRUE(store_.texts.empty());
+}
+
+TEST_F(WindowMemoryTest, FileDialogsStartWhereTheLastFileOfTheirKindWas) {
+  for (const char* kind : {"logs", "texts"}) std::filesystem::create_directory(folder_.Path(kind));
+  base::WriteBytes(folder_.Path("texts/a.TXT"), "");
+  Start();
+  for (const auto& [mode, name] : {std::pair{OpenMode::kLog, folder_.Path("logs/a.LOG")},
+                                   {OpenMode::kTextFile, folder_.Path("texts/a.TXT")}}) {
+    QTimer::singleShot(0, window_.get(), [name] {
+      auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+      ASSERT_NE(dialog, nullptr);
+      dialog->findChild<QLineEdit*>("fileNameEdit")->setText(QString::fromStdString(name));
+      static_cast<QDialog*>(dialog)->accept();
+    });
+    EXPECT_EQ(AskOpenName(window_.get(), mode), name);
+  }
+  End();
+  Start();
+  EXPECT_EQ(FolderOfDialog(OpenMode::kLog), folder_.Path("logs"));
+  EXPECT_EQ(FolderOfDialog(OpenMode::kTextFile), folder_.Path("texts"));
+  std::filesystem::remove(folder_.Path("logs"));
+  EXPECT_NE(FolderOfDialog(OpenMode::kLog), folder_.Path("logs")) << "it is gone";
+}
+
+TEST_F(WindowMemoryTest, WithoutAStoreNothingIsRemembered) {
+  MainWindow window(ContextWith(source_, folder_.path()));
+  EXPECT_EQ(WindowMemory::Of(&window), nullptr);
+  EXPECT_EQ(WindowMemory::Of(nullptr), nullptr);
+}
+
+}  // namespace
+}  // namespace kolvane::window
