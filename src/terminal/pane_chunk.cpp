@@ -15,6 +15,13 @@ std::vector<std::uint32_t> LineStartsIn(std::string_view text, std::size_t offse
   return starts;
 }
 
+// So much more fits without another allocation.
+template <typename Container>
+void MakeRoom(Container& container, std::size_t more) {
+  const std::size_t needed = container.size() + more;
+  if (needed > container.capacity()) container.reserve(std::max(needed, 2 * container.capacity()));
+}
+
 }  // namespace
 
 std::size_t PaneChunk::LineAt(std::size_t offset) const {
@@ -43,6 +50,9 @@ void PaneChunk::Shrink() {
 
 void PaneChunk::AppendLine(std::string_view line, Color color) {
   const std::size_t begin = text_.size();
+  MakeRoom(text_, line.size() + 1);
+  MakeRoom(starts_, 1);
+  colors_.MakeRoomForOne();
   starts_.push_back(static_cast<std::uint32_t>(begin));
   text_.append(line);
   text_.push_back('\n');

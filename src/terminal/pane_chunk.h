@@ -41,7 +41,7 @@ class PaneChunk {
   /// Gives back what Reserve and growth took in advance.
   void Shrink();
 
-  /// A line at the end; it holds no LF.
+  /// A line at the end; it holds no LF. Where memory is lacking nothing has changed.
   void AppendLine(std::string_view line, Color color);
   void Insert(std::size_t at, std::string_view text, Color color);
   /// May take the last LF along if a Join follows.

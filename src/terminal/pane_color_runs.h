@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -26,6 +27,10 @@ class ColorRuns {
   /// First run that ends behind `at`; runs().end() if none does.
   std::vector<ColorRun>::const_iterator FirstBehind(std::size_t at) const;
 
+  /// The next Append allocates nothing.
+  void MakeRoomForOne() {
+    if (runs_.size() == runs_.capacity()) runs_.reserve(std::max<std::size_t>(1, 2 * runs_.size()));
+  }
   /// A run behind all others.
   void Append(std::size_t begin, std::size_t end, Color color);
   /// Makes room for `size` bytes at `at`, in `color`.

@@ -46,8 +46,7 @@ void PaneStore::Clear() {
   // Anew, not only emptied: what millions of lines have needed is given back.
   chunks_ = std::vector<PaneChunk>();
   starts_ = std::vector<PaneExtent>();
-  AddChunk(0);
-  chunks_.back().AppendLine("", kNoColor);
+  AddChunk(0, "", kNoColor);
 }
 
 PaneExtent PaneStore::total() const { return starts_.back() + chunks_.back().extent(); }
@@ -147,7 +146,7 @@ void PaneStore::AppendLine(std::string_view line, Color color) {
   const PaneExtent last = chunks_.back().extent();
   if (IsOverfull({last.bytes + line.size() + 1, 0, last.lines + 1})) {
     chunks_.back().Shrink();
-    AddChunk(std::max(kChunkBytes, line.size() + 1));
+    return AddChunk(std::max(kChunkBytes, line.size() + 1), line, color);
   }
   chunks_.back().AppendLine(line, color);
   chunks_.back().version = ++version_;
@@ -191,11 +190,19 @@ void PaneStore::SetColor(std::size_t begin, std::size_t end, Color color) {
   }
 }
 
-void PaneStore::AddChunk(std::size_t bytes) {
+// Where memory is lacking nothing has changed.
+void PaneStore::AddChunk(std::size_t bytes, std::string_view line, Color color) {
+  PaneChunk chunk;
+  chunk.Reserve(bytes);
+  chunk.AppendLine(line, color);
+  chunk.version = ++version_;
   starts_.push_back(chunks_.empty() ? PaneExtent{} : total());
-  chunks_.emplace_back();
-  chunks_.back().Reserve(bytes);
-  chunks_.back().version = ++version_;
+  try {
+    chunks_.push_back(std::move(chunk));
+  } catch (...) {
+    starts_.pop_back();
+    throw;
+  }
 }
 
 void PaneStore::Edited(std::size_t chunk) {

@@ -62,7 +62,7 @@ class PaneStore {
   PaneExtent total() const;
   template <typename Measure>
   std::size_t FindChunk(std::size_t value, Measure measure) const;
-  void AddChunk(std::size_t bytes);
+  void AddChunk(std::size_t bytes, std::string_view line, Color color);
   void Edited(std::size_t chunk);
   void Split(std::size_t chunk);
   void Reindex(std::size_t from);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace kolvane::terminal {
 namespace {
@@ -85,24 +86,26 @@ bool OutputPaneRows::OneRowEach(std::size_t chunk) const {
 const std::vector<std::size_t>& OutputPaneRows::LinesOf(std::size_t chunk) const {
   const PaneChunk& text = store_.Chunk(chunk);
   if (lines_.version == text.version) return lines_.rows;
-  lines_ = {text.version, {}};
+  LinesOfChunk found{text.version, {}};
   std::size_t rows = 0;
   for (std::size_t line = 0; line < text.extent().lines; ++line) {
-    lines_.rows.push_back(rows);
+    found.rows.push_back(rows);
     rows += RowsOfLine(chunk, line);
   }
+  lines_ = std::move(found);
   return lines_.rows;
 }
 
 const std::vector<std::uint32_t>& OutputPaneRows::BreaksOf(std::size_t chunk, std::size_t line) const {
   const PaneChunk& text = store_.Chunk(chunk);
   if (breaks_.version == text.version && breaks_.line == line) return breaks_.breaks;
-  breaks_ = {text.version, line, {}};
+  BreaksOfLine found{text.version, line, {}};
   const std::string_view whole = text.Line(line);
   const bool printable = IsPrintable(chunk, whole);
   for (std::size_t row = 0; (row = metrics_->NextRow(whole, row, width_, printable)) < whole.size();) {
-    breaks_.breaks.push_back(static_cast<std::uint32_t>(row));
+    found.breaks.push_back(static_cast<std::uint32_t>(row));
   }
+  breaks_ = std::move(found);
   return breaks_.breaks;
 }
 

@@ -1,0 +1,79 @@
+// A pane that runs out of memory while it takes lines or lays them out: what it holds stays whole.
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <new>
+
+#include "faults/failing_new.h"
+#include "terminal/pane_state.h"
+#include "terminal/ui/output_pane_rows.h"
+
+namespace kolvane::faults {
+namespace {
+
+using terminal::OutputPaneMetrics;
+using terminal::OutputPaneRows;
+using terminal::PaneText;
+
+/// Runs `step` again and again, the nth allocation of the nth time failing, until none fails; `check` in
+/// between.
+template <typename Step, typename Check>
+void WithoutMemory(Step step, Check check) {
+  bool hit = true;
+  for (int nth = 1; hit; ++nth) {
+    SCOPED_TRACE(nth);
+    try {
+      const FailingNew failing(nth);
+      step();
+      hit = failing.hit();
+    } catch (const std::bad_alloc&) {
+    }
+    check();
+    if (testing::Test::HasFailure()) return;
+  }
+}
+
+void ExpectWholeLines(const std::string& line) {
+  std::unique_ptr<PaneText> text;
+  const auto append = [&] {
+    text = std::make_unique<PaneText>();
+    for (int i = 0; i < 100; ++i)
+      text->AppendLine(line, i % 2 == 1 ? terminal::kCommandColor : terminal::kNoColor);
+  };
+  WithoutMemory(append, [&] {
+    if (text == nullptr) return;
+    text->AppendLine(line, terminal::kNoColor);
+    const terminal::PaneStore& store = text->store();
+    EXPECT_EQ(text->Length(), (store.LineCount() - 1) * (line.size() + 1));
+    for (std::size_t i = 1; i < store.LineCount(); ++i) EXPECT_EQ(store.Line(i), line) << i;
+  });
+}
+
+TEST(PaneMemory, Row28ALineIsThereOrNot) {
+  ExpectWholeLines("line");
+  ExpectWholeLines(std::string(2000, 'x'));
+}
+
+TEST(PaneMemory, Row28RowsAreFoundAgain) {
+  PaneText text;
+  for (int i = 0; i < 20; ++i)
+    text.AppendLine("a line that is wrapped, wherever that is", terminal::kNoColor);
+  const OutputPaneMetrics metrics{QFont(QStringLiteral("Courier New"), 10)};
+  OutputPaneRows rows(text.store(), metrics);
+  rows.SetLayout(metrics, metrics.blank() * 10);
+  const auto walk = [&] {
+    rows.Sync();
+    std::size_t reached = 0;
+    for (std::size_t row = 0; row < rows.Total(); ++row) {
+      const terminal::PaneRow place = rows.RowAt(row);
+      EXPECT_EQ(place.begin, reached);
+      EXPECT_EQ(rows.RowOf(place.begin), row);
+      reached = place.end + (place.ends_line ? 1 : 0);
+    }
+    EXPECT_EQ(reached, text.Length() + 1);
+  };
+  WithoutMemory([&] { rows.SetLayout(metrics, metrics.blank() * 10), walk(); }, walk);
+}
+
+}  // namespace
+}  // namespace kolvane::faults
