@@ -9,38 +9,19 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QRadioButton>
-#include <QScrollBar>
 #include <QTest>
 #include <QTimer>
 
-#include "device/ui/connection_dialog.h"
-#include "window/window_fixture.h"
+#include "window/sending_fixture.h"
 
 namespace kolvane::window {
 namespace {
 
-class MainWindowTest : public WindowFixture {
+class MainWindowTest : public SendingFixture {
  protected:
-  MainWindowTest() { connection_.port_option = 8; }
-
   QString StatusText() { return Find<QLabel>("StatusBar1_1")->text(); }
 
-  void Send(const QString& command) {
-    Find<QComboBox>("cmbCommand")->setCurrentText(command);
-    QTest::keyClick(Find<QComboBox>("cmbCommand"), Qt::Key_Return);
-  }
-
   void Pick(const char* list, int index) { Find<QComboBox>(list)->setCurrentIndex(index); }
-
-  void Connect() {
-    Press("TB_CONNECT");
-    library_.calls.clear();
-  }
-
-  int Count(const std::string& call) {
-    return static_cast<int>(std::count(library_.calls.begin(), library_.calls.end(), call));
-  }
 };
 
 TEST_F(MainWindowTest, ShowsTheDefaults) {
@@ -130,20 +111,6 @@ TEST_F(MainWindowTest, AnExchangeShowsCommandAndAnswer) {
   EXPECT_EQ(Find<QComboBox>("cmbCommand")->count(), 1);
 }
 
-TEST_F(MainWindowTest, ASentCommandIsSeenWhereverTheViewStood) {
-  Connect();
-  for (int i = 0; i < 200; ++i) AddLine("line");
-  Pane()->Flush();
-  auto* bar = Pane()->verticalScrollBar();
-  bar->setValue(0);
-  library_.replies = {{"1\r\n"}};
-  Send("");
-  EXPECT_EQ(bar->value(), 0);
-  Send("ONE?");
-  Pane()->Flush();
-  EXPECT_EQ(bar->value(), bar->maximum());
-}
-
 TEST_F(MainWindowTest, TheSendButtonSendsToo) {
   Connect();
   library_.replies = {{"1\r\n"}};
@@ -181,113 +148,6 @@ TEST_F(MainWindowTest, ATimeoutThatIsNoNumberIsShownAndNothingIsSentTwice) {
   EXPECT_EQ(Find<QComboBox>("cmbCommand")->itemText(0), "MSV?");
   Find<QLineEdit>("ReceiveTimo")->setText("99999999999");
   EXPECT_EQ(MessageDuring([&] { Send("MSV?"); }), "Timeout (ms): Überlauf" + to_come);
-}
-
-TEST_F(MainWindowTest, WithoutACommandNoAnswerIsToCome) {
-  library_.results["OpenPort"] = {-14};
-  Find<QLineEdit>("ReceiveTimo")->setText("bald");
-  AnswerBoxes();
-  Send("MSV?");
-  EXPECT_EQ(boxes_.texts().last(), "Timeout (ms): Typen unverträglich");
-}
-
-TEST_F(MainWindowTest, AFieldIsMarkedWhileItHoldsNoNumber) {
-  for (const char* name : {"ReceiveTimo", "BinChars"}) {
-    auto* field = Find<QLineEdit>(name);
-    const QString tip = field->toolTip();
-    const QColor ground = field->palette().color(QPalette::Base);
-    field->setText("1x");
-    EXPECT_NE(field->palette().color(QPalette::Base), ground) << name;
-    EXPECT_TRUE(field->toolTip().endsWith(": Typen unverträglich")) << field->toolTip().toStdString();
-    EXPECT_EQ(field->accessibleDescription(), field->toolTip());
-    field->setText("-x");
-    field->setText("10");
-    EXPECT_EQ(field->palette().color(QPalette::Base), ground) << name;
-    EXPECT_EQ(field->toolTip(), tip);
-    EXPECT_EQ(field->accessibleDescription(), "");
-  }
-}
-
-TEST_F(MainWindowTest, ACharacterThatCannotBeSentIsMarkedWhileItIsTyped) {
-  QLineEdit* edit = Find<QComboBox>("cmbCommand")->lineEdit();
-  const auto red = [edit] {
-    const QImage image = edit->grab().toImage();
-    int count = 0;
-    for (int y = 0; y < image.height(); ++y) {
-      for (int x = 0; x < image.width(); ++x) {
-        const QColor color = image.pixelColor(x, y);
-        count += color.red() > 200 && color.green() < 100 && color.blue() < 100 ? 1 : 0;
-      }
-    }
-    return count;
-  };
-  edit->insert("5 µ");
-  QApplication::processEvents();
-  EXPECT_EQ(red(), 0);
-  edit->insert("Ω→");
-  QApplication::processEvents();
-  EXPECT_GT(red(), 3);
-  EXPECT_EQ(edit->toolTip(), "Das Zeichen „Ω“ kann nicht gesendet werden");
-  EXPECT_EQ(edit->accessibleDescription(), edit->toolTip());
-  QTest::keyClick(edit, Qt::Key_Backspace);
-  QTest::keyClick(edit, Qt::Key_Backspace);
-  QApplication::processEvents();
-  EXPECT_EQ(edit->text(), "5 µ");
-  EXPECT_EQ(red(), 0);
-  EXPECT_EQ(edit->toolTip(), "");
-  EXPECT_EQ(edit->accessibleDescription(), "");
-}
-
-TEST_F(MainWindowTest, ACharacterThatCannotBeSentIsToldAndNothingIsSent) {
-  Connect();
-  EXPECT_EQ(MessageDuring([&] { Send("MEAS:RES 5 Ω"); }), "Das Zeichen „Ω“ kann nicht gesendet werden");
-  EXPECT_TRUE(library_.calls.empty());
-  EXPECT_EQ(Find<QComboBox>("cmbCommand")->currentText(), "MEAS:RES 5 Ω");
-  EXPECT_EQ(Find<QComboBox>("cmbCommand")->count(), 0);
-}
-
-TEST_F(MainWindowTest, PastedLinesAreCommandsOfTheirOwn) {
-  Connect();
-  library_.replies = {{"1\r\n"}, {"2\r\n"}};
-  const QString before = PaneText();
-  QApplication::clipboard()->setText("A?\nB?\n");
-  Find<QComboBox>("cmbCommand")->setFocus();
-  Find<QComboBox>("cmbCommand")->lineEdit()->paste();
-  QTest::keyClick(Find<QComboBox>("cmbCommand"), Qt::Key_Return);
-  EXPECT_EQ(PaneText(), before + "\nA?\n1\nB?\n2");
-  EXPECT_EQ(Count("WritePort(\"A?\n\")"), 1);
-  EXPECT_EQ(Count("WritePort(\"B?\n\")"), 1);
-  EXPECT_EQ(Find<QComboBox>("cmbCommand")->itemText(0), "B?");
-  EXPECT_EQ(Find<QComboBox>("cmbCommand")->itemText(1), "A?");
-}
-
-TEST_F(MainWindowTest, StopEndsPastedLines) {
-  Connect();
-  library_.replies = {{"1\r\n"}, {"2\r\n"}};
-  QTimer::singleShot(0, &window_, [this] {
-    Send("X?");
-    Press("TB_STOP");
-  });
-  Send("A?\nB?\nC?");
-  EXPECT_EQ(Count("WritePort(\"A?\n\")"), 1);
-  EXPECT_EQ(Count("WritePort(\"B?\n\")"), 0);
-  EXPECT_EQ(Count("WritePort(\"X?\n\")"), 0) << "none begins within another";
-}
-
-TEST_F(MainWindowTest, ClosingEndsPastedLinesFirst) {
-  Connect();
-  library_.replies = {{"1\r\n"}, {"2\r\n"}};
-  int unloads = 0;
-  window_.OnUnload([&] { ++unloads; });
-  QTimer::singleShot(0, &window_, [&] {
-    window_.close();
-    EXPECT_TRUE(window_.isVisible());
-    EXPECT_EQ(unloads, 0);
-  });
-  Send("A?\nB?\nC?");
-  EXPECT_FALSE(window_.isVisible());
-  EXPECT_EQ(unloads, 1);
-  EXPECT_EQ(Count("WritePort(\"B?\n\")"), 0);
 }
 
 TEST_F(MainWindowTest, TheCountIsShownInItsModeAloneAndChecked) {
@@ -430,52 +290,6 @@ TEST_F(MainWindowTest, InOtherModesTheConnectionIsTheHosts) {
   }
 }
 
-TEST_F(MainWindowTest, TheEmptyPaneSaysHowToBegin) {
-  const auto hint = [this] { return Pane()->placeholderText(); };
-  EXPECT_TRUE(hint().contains("„Verbindung konfigurieren...“"));
-  EXPECT_TRUE(hint().contains("„TCP/IP: 10.0.0.5, Port 7“")) << hint().toStdString();
-  EXPECT_EQ(PaneText(), "");
-  OnDialog<device::ConnectionDialog>([](QDialog& dialog) {
-    dialog.findChild<QRadioButton*>("Port_7")->click();
-    dialog.findChild<QPushButton*>("Command1")->click();
-  });
-  Press("mnuConfigureConnection");
-  EXPECT_TRUE(hint().contains("„Offline“")) << hint().toStdString();
-  Press("mnuConnect");
-  EXPECT_TRUE(hint().startsWith("Unten einen Befehl eingeben")) << hint().toStdString();
-  EXPECT_EQ(PaneText(), "");
-}
-
-TEST_F(MainWindowTest, WhereTheHostConnectsThePaneDoesNotSpeakOfIt) {
-  device_.OperMode = 0;
-  window_.Load();
-  EXPECT_FALSE(Pane()->placeholderText().contains("Verbindung"));
-}
-
-TEST_F(MainWindowTest, ADroppedTextFileIsLoaded) {
-  base::WriteBytes(folder_.Path("a.TXT"),
-                   "gr\xF6\xDF"
-                   "er\r\n2");
-  AddLine("alt");
-  Q_EMIT Pane()->fileDropped(QString::fromStdString(folder_.Path("a.TXT")));
-  QApplication::processEvents();
-  EXPECT_EQ(PaneText(), "größer\n2");
-  AnswerBoxes();
-  Q_EMIT Pane()->fileDropped(QString::fromStdString(folder_.Path("fehlt")));
-  QApplication::processEvents();
-  ASSERT_EQ(boxes_.texts().size(), 1);
-  EXPECT_TRUE(boxes_.texts()[0].contains("kann nicht gelesen werden"));
-  EXPECT_EQ(PaneText(), "größer\n2");
-}
-
-TEST_F(MainWindowTest, ClearAllCanBeTakenBack) {
-  AddLine("one");
-  Press("mnuClearAll");
-  EXPECT_EQ(PaneText(), "");
-  QTest::keyClick(Pane(), Qt::Key_Z, Qt::ControlModifier);
-  EXPECT_EQ(PaneText(), "\none");
-}
-
 TEST_F(MainWindowTest, ThePressOfTheSaveButtonChangesNothing) {
   Press("TB_SAVETERMWIN");
   EXPECT_EQ(PaneText(), "");
@@ -578,18 +392,6 @@ TEST_F(MainWindowTest, TheRightButtonOpensThePopupOnThePane) {
   popup->close();
   Press("mnuSelectAll");
   EXPECT_EQ(Pane()->selectedText(), "\ntext");
-}
-
-TEST_F(MainWindowTest, TabIntoThePaneMakesItTheTargetOfTheMenu) {
-  AddLine("text");
-  for (const Qt::FocusReason reason : {Qt::TabFocusReason, Qt::BacktabFocusReason}) {
-    Q_EMIT Find<script::CommandGrid>("CommandScript")->Touched();
-    QFocusEvent tab(QEvent::FocusIn, reason);
-    QApplication::sendEvent(Pane(), &tab);
-    Pane()->Select(0, 0);
-    Press("mnuSelectAll");
-    EXPECT_EQ(Pane()->selectedText(), "\ntext");
-  }
 }
 
 TEST_F(MainWindowTest, ThePopupCopiesTheSelection) {

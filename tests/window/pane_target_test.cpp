@@ -4,8 +4,10 @@
 #include <QDialogButtonBox>
 #include <QFontDialog>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QTest>
 
+#include "device/ui/connection_dialog.h"
 #include "window/window_fixture.h"
 
 namespace kolvane::window {
@@ -212,6 +214,64 @@ TEST_F(PaneTargetTest, AnotherFontLeavesTheTextAlone) {
   Press("mnuFont");
   EXPECT_EQ(PaneText(), "\ntext");
   EXPECT_EQ(settings_.pane.font_name, "Courier New");
+}
+
+TEST_F(PaneTargetTest, TheEmptyPaneSaysHowToBegin) {
+  const auto hint = [this] { return Pane()->placeholderText(); };
+  EXPECT_TRUE(hint().contains("„Verbindung konfigurieren...“"));
+  EXPECT_TRUE(hint().contains("„TCP/IP: 10.0.0.5, Port 7“")) << hint().toStdString();
+  EXPECT_EQ(PaneText(), "");
+  OnDialog<device::ConnectionDialog>([](QDialog& dialog) {
+    dialog.findChild<QRadioButton*>("Port_7")->click();
+    dialog.findChild<QPushButton*>("Command1")->click();
+  });
+  Press("mnuConfigureConnection");
+  EXPECT_TRUE(hint().contains("„Offline“")) << hint().toStdString();
+  Press("mnuConnect");
+  EXPECT_TRUE(hint().startsWith("Unten einen Befehl eingeben")) << hint().toStdString();
+  EXPECT_EQ(PaneText(), "");
+}
+
+TEST_F(PaneTargetTest, WhereTheHostConnectsThePaneDoesNotSpeakOfIt) {
+  device_.OperMode = 0;
+  window_.Load();
+  EXPECT_FALSE(Pane()->placeholderText().contains("Verbindung"));
+}
+
+TEST_F(PaneTargetTest, ADroppedTextFileIsLoaded) {
+  base::WriteBytes(folder_.Path("a.TXT"),
+                   "gr\xF6\xDF"
+                   "er\r\n2");
+  AddLine("alt");
+  Q_EMIT Pane()->fileDropped(QString::fromStdString(folder_.Path("a.TXT")));
+  QApplication::processEvents();
+  EXPECT_EQ(PaneText(), "größer\n2");
+  AnswerBoxes();
+  Q_EMIT Pane()->fileDropped(QString::fromStdString(folder_.Path("fehlt")));
+  QApplication::processEvents();
+  ASSERT_EQ(boxes_.texts().size(), 1);
+  EXPECT_TRUE(boxes_.texts()[0].contains("kann nicht gelesen werden"));
+  EXPECT_EQ(PaneText(), "größer\n2");
+}
+
+TEST_F(PaneTargetTest, ClearAllCanBeTakenBack) {
+  AddLine("one");
+  Press("mnuClearAll");
+  EXPECT_EQ(PaneText(), "");
+  QTest::keyClick(Pane(), Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(PaneText(), "\none");
+}
+
+TEST_F(PaneTargetTest, TabIntoThePaneMakesItTheTargetOfTheMenu) {
+  AddLine("text");
+  for (const Qt::FocusReason reason : {Qt::TabFocusReason, Qt::BacktabFocusReason}) {
+    Q_EMIT Find<script::CommandGrid>("CommandScript")->Touched();
+    QFocusEvent tab(QEvent::FocusIn, reason);
+    QApplication::sendEvent(Pane(), &tab);
+    Pane()->Select(0, 0);
+    Press("mnuSelectAll");
+    EXPECT_EQ(Pane()->selectedText(), "\ntext");
+  }
 }
 
 }  // namespace
