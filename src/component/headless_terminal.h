@@ -13,9 +13,9 @@
 
 namespace kolvane::component {
 
-/// A terminal whose front end is standard output and standard error, or a host's function. Nothing can be sent
-/// through a serial port that was closed again, because the modem refused, say; here that is a connection that
-/// failed.
+/// A terminal whose front end is standard output and standard error, or a host's function. Nothing can be
+/// sent through a serial port that was closed again, because the modem refused, say; here that is a
+/// connection that failed.
 class HeadlessTerminal final : private terminal::ConnectionView, private terminal::ReceiveControlsView {
  public:
   /// `state` holds the connection and the stored terminal settings; the options go over the latter.

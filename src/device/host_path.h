@@ -21,8 +21,8 @@ class HostPath : public Device {
 
   /// The host gets `count` blanks to fill, and may answer with a text or with bytes.
   void ReadText(std::string_view terminator, std::int32_t count, std::string& answer, Bytes& buffer) override;
-  /// The host gets `count` zero bytes to fill; what it leaves out stays zero and counts as received. A read of
-  /// one byte that brings none is a failure: an answer that is read byte by byte ends there.
+  /// The host gets `count` zero bytes to fill; what it leaves out stays zero and counts as received. A read
+  /// of one byte that brings none is a failure: an answer that is read byte by byte ends there.
   std::size_t ReadBinary(std::string_view terminator, std::int32_t count, Bytes& buffer) override;
   /// A host's code beyond 16 bits becomes the nearest one within, so that its sign stays true.
   DeviceError LastError() override;

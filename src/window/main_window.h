@@ -41,10 +41,10 @@ struct WindowContext {
   device::PortLibrarySource& library;
   std::string folder;             ///< the component's
   CloseRequest* close = nullptr;  ///< null: only the user closes it
-  std::string own_folder = {};    ///< of the component's file, for help files that `folder` lacks; may be empty
-  std::string user_folder = {};   ///< the user's own, for format templates; may be empty
-  std::string unsaved = {};       ///< for copies of command lists that are not saved yet; empty: none are kept
-  StateStore* state = nullptr;    ///< what earlier windows have left; null: nothing is kept
+  std::string own_folder = {};  ///< of the component's file, for help files that `folder` lacks; may be empty
+  std::string user_folder = {};  ///< the user's own, for format templates; may be empty
+  std::string unsaved = {};      ///< for copies of command lists that are not saved yet; empty: none are kept
+  StateStore* state = nullptr;   ///< what earlier windows have left; null: nothing is kept
 };
 
 /// The terminal window `frmTerminal`: it joins the widgets with the session and decides nothing itself.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "help/reference_paragraphs.h"
 #include "help/rtf_reader.h"
 #include "help_files.h"
 
@@ -12,20 +13,12 @@ namespace {
 constexpr std::uint32_t kBlue = 0xFF0000;
 constexpr std::uint32_t kGreen = 0x008000;
 
-// How the source begins a paragraph that is a row of an example.
-constexpr std::string_view kExampleRow = "\\pard\\li360\\plain\\f1\\fs20";
-
 class CommandReference : public testing::Test {
  protected:
-  // The rows of examples, each read by itself.
   std::vector<RtfParagraph> ExampleRows() const {
-    const std::string tables = bytes_.substr(0, bytes_.find("\\pard"));
     std::vector<RtfParagraph> rows;
-    for (std::size_t at = bytes_.find(kExampleRow); at != std::string::npos;
-         at = bytes_.find(kExampleRow, at + 1)) {
-      const std::string source = bytes_.substr(at, bytes_.find("\\par\n", at) - at);
-      RtfResult row = ReadRtf(tables + source + "}");
-      if (source.find('{') == std::string::npos) rows.push_back(std::move(row.document.paragraphs.at(0)));
+    for (const auto& [text, example_row] : ReferenceParagraphs(bytes_)) {
+      if (example_row) rows.push_back(text);
     }
     return rows;
   }

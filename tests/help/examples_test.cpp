@@ -5,7 +5,7 @@
 #include "help/example_run.h"
 #include "help/help_files.h"
 #include "help/help_pages.h"
-#include "help/rtf_reader.h"
+#include "help/reference_paragraphs.h"
 #include "inspect/hex_dump.h"
 #include "inspect/marked_bytes.h"
 #include "inspect/template_run.h"
@@ -44,15 +44,13 @@ std::vector<Example> OfPages(const std::string& kind) {
 
 // The groups of rows of the reference, but for the texts of its errors.
 std::vector<Example> OfReference() {
-  const RtfDocument document = ReadRtf(HelpFile("TermCmdHelp.rtf")).document;
   std::vector<Example> examples;
   std::string heading;
   bool in_group = false;
-  for (const RtfParagraph& paragraph : document.paragraphs) {
+  for (const auto& [paragraph, example_row] : ReferenceParagraphs(HelpFile("TermCmdHelp.rtf"))) {
     const bool sole = paragraph.runs.size() == 1;
     if (sole && paragraph.runs[0].format.bold) heading = paragraph.runs[0].text;
-    const bool row = sole && !paragraph.runs[0].format.bold && heading != "Fehlermeldungen" &&
-                     document.FontName(paragraph.runs[0].format.font) == "Courier New";
+    const bool row = example_row && sole && heading != "Fehlermeldungen";
     if (row && !in_group) examples.push_back({heading, {}});
     if (row) examples.back().lines.push_back(paragraph.runs[0].text);
     in_group = row;

@@ -47,7 +47,8 @@ class CommandLinesTest : public testing::Test, protected SessionBench {
   FakeClock clock;
   NoRecorder recorder;
   NoBox box;
-  InteractiveSend interactive{session, state.options, output, clock, recorder, box, ","};
+  Exchange exchange{session, state.options, output, clock, ","};
+  InteractiveSend interactive{exchange, recorder, box};
   CommandLines lines{interactive};
   std::function<void()> on_between;
   int between = 0;
