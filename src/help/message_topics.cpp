@@ -45,7 +45,10 @@ constexpr Row kRows[] = {
     {"Fehler in Befehlsliste ", "Index außerhalb des gültigen Bereichs", kList, "m6"},
     {"Fehler in Befehlsliste ", "Überlauf", kList, "m7"},
     {"Fehler in Befehlsliste ", "Typen unverträglich", kList, "m8"},
+    {"Fehler in Befehlsliste ", "“ kann nicht gesendet werden", kList, "m9"},
     {"Fehler in Befehlsliste ", "", kList, ""},
+    {"Das Zeichen „", "“ kann nicht gesendet werden", kInput, "e6"},
+    {"Das Zeichen „", "kann nicht gespeichert werden", kFiles, "d11"},
     {"Die Befehlsliste ist voll.", "", kList, "voll"},
     {"Die Befehlsliste „", "“ kann nicht gelesen werden: Die Datei enthält zu lange Zeilen", kFiles, "d2"},
     {"Die Befehlsliste „", "“ kann nicht gelesen werden: ", kFiles, "d1"},
@@ -60,6 +63,7 @@ constexpr Row kRows[] = {
     {"Die Logdatei „", "“ kann nicht geschrieben werden: ", kLog, "l2"},
     {"Die gespeicherte Einstellung ", "", kStart, "einstellung"},
     {"Die Einstellungen können nicht ", "", kStart, "speichern"},
+    {"Fenstergrößen und Ordner können nicht ", "", kStart, "speichern"},
     {"Das Terminal ist bereits geöffnet", "", kStart, "offen"},
     {"Bitte markieren Sie einen Binärdatenblock", "", kBinary, "markieren"},
     // No field of the window overflows without its name before the word.

@@ -4,7 +4,7 @@
 #include "base/folding.h"
 #include "base/runtime_error.h"
 #include "script/counter.h"
-#include "script/texts.h"
+#include "terminal/texts.h"
 
 namespace kolvane::script {
 namespace {
@@ -126,7 +126,7 @@ bool Runner::SendLine() {
   if (outside.empty()) {
     outcome_.exchange_failed |= links_.exchange.Run(line_, terminal::Sender::kList).Failed();
   } else {
-    errors_.Report(texts::NotSent(outside));
+    errors_.Report(terminal::texts::NotSendable(outside));
   }
   return outside.empty();
 }

@@ -36,11 +36,6 @@ inline std::string ErrorInRow(int row, std::string_view error) {
   return "Fehler in Befehlsliste (Zeile " + std::to_string(row) + "): " + std::string(error);
 }
 
-/// The error of a row that no device could be sent as it stands.
-inline std::string NotSent(std::string_view character) {
-  return "Das Zeichen „" + std::string(character) + "“ kann nicht gesendet werden";
-}
-
 /// Of a character that is being typed.
 inline std::string NotInCodePage(std::string_view character) {
   return "Das Zeichen „" + std::string(character) + "“ kann weder gesendet noch gespeichert werden";

@@ -56,8 +56,12 @@ void ShowEveryFileForStars(QFileDialog& dialog) {
   });
 }
 
-void StartBeside(QFileDialog& dialog, const QFileInfo& file) {
-  if (file.fileName().isEmpty() || !file.absoluteDir().exists()) return;
+// Beside the file in hand, or where the user worked last.
+void StartIn(QFileDialog& dialog, const QFileInfo& file, const QString& last_folder) {
+  if (file.fileName().isEmpty() || !file.absoluteDir().exists()) {
+    if (!last_folder.isEmpty()) dialog.setDirectory(last_folder);
+    return;
+  }
   dialog.setDirectory(file.absoluteDir());
   if (dialog.acceptMode() == QFileDialog::AcceptSave) dialog.selectFile(file.fileName());
 }
@@ -68,11 +72,9 @@ std::optional<std::string> Ask(QFileDialog& dialog, const DialogRow& row, const 
   dialog.setFileMode(row.must_exist ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
   dialog.setDefaultSuffix(ToQt(row.suffix));
   ShowEveryFileForStars(dialog);
-  StartBeside(dialog, QFileInfo(ToQt(beside)));
   if (row.help_button) AddHelpButton(dialog);
   WindowMemory* memory = WindowMemory::Of(dialog.parentWidget());
-  const QString folder = memory == nullptr ? QString() : memory->Folder(row.kind);
-  if (!folder.isEmpty()) dialog.setDirectory(folder);
+  StartIn(dialog, QFileInfo(ToQt(beside)), memory == nullptr ? QString() : memory->Folder(row.kind));
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
   const QString file = dialog.selectedFiles().constFirst();
   if (memory != nullptr) memory->NoteFile(row.kind, file);

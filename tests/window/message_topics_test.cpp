@@ -86,6 +86,7 @@ TEST(MessageTopics, OfARunningList) {
       {list::kNoSuchParameter, "m5"},   {"Index außerhalb des gültigen Bereichs", "m6"},
       {"Timeout (ms): Überlauf", "m7"}, {"Typen unverträglich", "m8"}};
   for (const auto& [error, anchor] : errors) EXPECT_EQ(in_row(error), (HelpPlace{603, anchor})) << error;
+  EXPECT_EQ(in_row(terminal::texts::NotSendable("Ω")), (HelpPlace{603, "m9"}));
   EXPECT_EQ(MessagePlace(list::ErrorInRow(3, "etwas anderes")), (HelpPlace{603, ""}));
   for (const std::string& text :
        {std::string(list::kListFull), std::string(list::kNoRoomForARow), list::NotPasted(2)})
@@ -121,6 +122,10 @@ TEST(MessageTopics, OfInputsAndTheStart) {
   for (const auto& [kind, anchor] : kinds)
     EXPECT_EQ(Place(terminal::texts::InField("Anzahl", RuntimeError::Description(kind))),
               (HelpPlace{606, anchor}));
+  EXPECT_EQ(Place(terminal::texts::NotSendable("Ω")), (HelpPlace{606, "e6"}));
+  EXPECT_EQ(
+      Place("Fenstergrößen und Ordner können nicht in der Datei „/x/state.ini“ gespeichert werden: voll"),
+      (HelpPlace{607, "speichern"}));
   EXPECT_EQ(
       Place("Die gespeicherte Einstellung [PORT] PORT=x kann nicht gelesen werden: Typen unverträglich"),
       (HelpPlace{607, "einstellung"}));

@@ -73,9 +73,9 @@ class WindowMemoryTest : public testing::Test, protected WindowRecords {
         [this] { window_->findChild<QAction*>(QStringLiteral("mnuInsertComment"))->trigger(); }, use);
   }
 
-  std::string FolderOfDialog(OpenMode mode) {
+  std::string FolderOfDialog(OpenMode mode, const std::string& beside = {}) {
     std::string folder;
-    InDialog<QFileDialog>([&] { AskOpenName(window_.get(), mode); },
+    InDialog<QFileDialog>([&] { AskOpenName(window_.get(), mode, beside); },
                           [&](QFileDialog& dialog) { folder = dialog.directory().path().toStdString(); });
     return folder;
   }
@@ -191,6 +191,8 @@ TEST_F(WindowMemoryTest, FileDialogsStartWhereTheLastFileOfTheirKindWas) {
   Start();
   EXPECT_EQ(FolderOfDialog(OpenMode::kLog), folder_.Path("logs"));
   EXPECT_EQ(FolderOfDialog(OpenMode::kTextFile), folder_.Path("texts"));
+  EXPECT_EQ(FolderOfDialog(OpenMode::kLog, folder_.Path("texts/b.LOG")), folder_.Path("texts"))
+      << "beside the file in hand";
   std::filesystem::remove(folder_.Path("logs"));
   EXPECT_NE(FolderOfDialog(OpenMode::kLog), folder_.Path("logs")) << "it is gone";
 }
