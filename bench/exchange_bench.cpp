@@ -6,13 +6,13 @@
 #include <memory>
 
 #include "comparison.h"
-#include "device/lazy_port_library.h"
+#include "device/loaded_port_library.h"
 #include "terminal/terminal_core.h"
 
 namespace kolvane::bench {
 namespace {
 
-class NoPane final : public terminal::Pane {
+class NoPane final : public pane::Pane {
  public:
   void AppendLine(LineKind, std::string_view line) override { bytes += line.size(); }
   void AppendText(LineKind, std::string_view text, int) override { bytes += text.size(); }
@@ -21,10 +21,12 @@ class NoPane final : public terminal::Pane {
   std::size_t bytes = 0;
 };
 
-class NoLog final : public terminal::LogSink {
+class NoLog final : public terminal::Log {
  public:
   void WriteLine(std::string_view) override {}
-  void Close() override {}
+  bool IsOpen() const override { return true; }
+  void OpenLog(const std::string&) override {}
+  void CloseLog() override {}
 };
 
 class FatalPrompt final : public base::Prompt {

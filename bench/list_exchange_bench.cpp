@@ -11,9 +11,10 @@
 
 #include "base/temp_folder.h"
 #include "comparison.h"
-#include "component/headless_list.h"
-#include "component/headless_settings.h"
-#include "device/operating_mode.h"
+#include "device/device_state.h"
+#include "headless/options.h"
+#include "headless/resource_name.h"
+#include "headless/run.h"
 
 namespace kolvane::bench {
 namespace {
@@ -52,7 +53,9 @@ class SilentOutput {
 class ListLoop final : public Loop {
  public:
   explicit ListLoop(const EchoInstrument& instrument)
-      : options_(OptionsFor(instrument)), terminal_(options_, host_, Prepared()), list_(terminal_, state_) {
+      : options_(OptionsFor(instrument)),
+        terminal_({options_, host_, Prepared(), {}}),
+        list_(terminal_, state_) {
     if (!terminal_.Connect()) std::abort();
   }
 
@@ -65,20 +68,20 @@ class ListLoop final : public Loop {
   }
 
  private:
-  component::ComponentState& Prepared() {
+  headless::RunState& Prepared() {
     state_.device.OperMode = device::operating_mode::kPortLibrary;
-    const auto resource = component::ParseResourceName(options_.Connect);
-    component::ApplyResource(std::get<component::Resource>(resource), state_.connection);
-    component::ApplyConnectionOptions(options_, state_.connection);
+    const auto resource = headless::ParseResourceName(options_.Connect);
+    headless::ApplyResource(std::get<headless::Resource>(resource), state_.connection);
+    headless::ApplyConnectionOptions(options_, state_.connection);
     return state_;
   }
 
   base::TempFolder folder_;
   CommandRunOptions options_;
-  component::HostLines host_{options_.OnLine};
-  component::ComponentState state_;
-  component::HeadlessTerminal terminal_;
-  component::HeadlessList list_;
+  headless::HostLines host_{options_.OnLine};
+  headless::RunState state_;
+  headless::Terminal terminal_;
+  headless::List list_;
 };
 
 }  // namespace

@@ -1,1 +1,1 @@
-kolvane_benchmark(pane_bench pane_bench.cpp LINK bench_support kolvane_terminal_ui)
+kolvane_benchmark(pane_bench pane_bench.cpp LINK bench_support kolvane_terminal kolvane_pane_ui)

@@ -17,21 +17,23 @@
 #include <map>
 #include <string>
 
+#include "pane/ui/output_pane.h"
 #include "row.h"
 #include "terminal/output.h"
-#include "terminal/ui/output_pane.h"
 
 namespace {
 
 using kolvane::bench::Claim;
 using kolvane::bench::Comparison;
 using kolvane::bench::Median;
-using kolvane::terminal::OutputPane;
+using kolvane::pane::OutputPane;
 
-class NoLog : public kolvane::terminal::LogSink {
+class NoLog : public kolvane::terminal::Log {
  public:
   void WriteLine(std::string_view) override {}
-  void Close() override {}
+  bool IsOpen() const override { return true; }
+  void OpenLog(const std::string&) override {}
+  void CloseLog() override {}
 };
 
 std::size_t ResidentBytes() {

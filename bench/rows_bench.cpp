@@ -29,9 +29,8 @@ struct BareRun : terminal::SessionBench {
   device::FakePortLibrarySource libraries{&library};
   terminal::FakeClock clock;
   terminal::Exchange exchange{session, state.options, output, clock, ","};
-  FakeScriptLog script_log;
   BareHost host;
-  ScriptCore core{{script, state, device_state, exchange, pane, libraries, prompt, script_log, host}};
+  ScriptCore core{{script, state, device_state, exchange, pane, libraries, prompt, log, host}};
 };
 
 // What a row costs at least: its text is looked at.

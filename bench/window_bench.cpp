@@ -9,7 +9,7 @@
 #include <fstream>
 
 #include "comparison.h"
-#include "device/lazy_port_library.h"
+#include "device/loaded_port_library.h"
 #include "row.h"
 #include "window/main_window.h"
 

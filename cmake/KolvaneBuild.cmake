@@ -51,14 +51,17 @@ if(NOT KOLVANE_SANITIZE)
 endif()
 target_include_directories(kolvane_options INTERFACE ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/include)
 
-# kolvane_library(NAME sources... [LINK targets...]): one logic target, standard C++ only.
+# kolvane_library(NAME [sources...] [EXCEPT files...] [LINK targets...]): one logic target, standard C++ only: every
+# source file of the folder, and those that are named besides.
 function(kolvane_library name)
-  cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
-  add_library(${name} STATIC ${ARG_UNPARSED_ARGUMENTS})
+  cmake_parse_arguments(ARG "" "" "EXCEPT;LINK" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} *.cpp *.h)
+  list(REMOVE_ITEM sources ${ARG_EXCEPT} "")
+  add_library(${name} STATIC ${sources} ${ARG_UNPARSED_ARGUMENTS})
   target_link_libraries(${name} PUBLIC kolvane_options ${ARG_LINK})
 endfunction()
 
-# kolvane_ui_library(NAME sources... [LINK targets...]): one window target, Qt Widgets allowed.
+# kolvane_ui_library(NAME ...): as kolvane_library, a window target: Qt Widgets allowed.
 function(kolvane_ui_library name)
   kolvane_library(${name} ${ARGN})
   set_target_properties(${name} PROPERTIES AUTOMOC ON AUTORCC ON)

@@ -1,6 +1,6 @@
 // Windows-1252 and back: every file and every device byte goes this way.
-#include "base/codepage.h"
-#include "base/folding.h"
+#include "base/encoding.h"
+#include "base/text.h"
 #include "fuzz/require.h"
 #include "fuzz/utf8.h"
 

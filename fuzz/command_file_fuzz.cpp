@@ -1,7 +1,7 @@
 // Command files: what was read, written and read again is the same list.
 #include "script/command_file.h"
 
-#include "base/codepage.h"
+#include "base/encoding.h"
 #include "fuzz/input.h"
 #include "fuzz/require.h"
 #include "fuzz/scratch_folder.h"

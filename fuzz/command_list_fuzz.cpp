@@ -6,8 +6,7 @@
 #include "fuzz/input.h"
 #include "fuzz/require.h"
 #include "fuzz/session_rig.h"
-#include "script/fake_script_log.h"
-#include "script/line_splitter.h"
+#include "script/command_file.h"
 #include "script/run_bench.h"
 #include "script/script_core.h"
 
@@ -30,8 +29,8 @@ struct ListRig : SessionRig {
   void ResetAll() {
     Reset();
     script = {};
-    script_log.calls.clear();
-    script_log.open = false;
+    log.calls.clear();
+    log.open = false;
     host.yields = 0;
     host.locks.clear();
   }
@@ -53,9 +52,8 @@ struct ListRig : SessionRig {
   int rows = 0;
   terminal::Exchange exchange{session, state.options, output, clock, ","};
   script::ScriptState script;
-  script::FakeScriptLog script_log;
   script::FakeRunHost host;
-  script::ScriptCore core{{script, state, device_state, exchange, pane, libraries, prompt, script_log, host}};
+  script::ScriptCore core{{script, state, device_state, exchange, pane, libraries, prompt, log, host}};
 };
 
 void Play(ListRig& rig) {

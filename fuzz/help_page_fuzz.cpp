@@ -3,7 +3,6 @@
 #include "fuzz/require.h"
 #include "help/contents.h"
 #include "help/html.h"
-#include "help/topic_table.h"
 
 namespace kolvane::fuzz {
 namespace {

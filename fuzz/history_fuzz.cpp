@@ -1,7 +1,6 @@
 // The address histories and the modem script: what was read, written and read again is the same.
-#include "device/address_history.h"
+#include "device/histories.h"
 #include "device/modem_dialler.h"
-#include "device/modem_script_file.h"
 #include "fuzz/input.h"
 #include "fuzz/require.h"
 #include "fuzz/scratch_folder.h"

@@ -1,6 +1,6 @@
 // A dial script and what the modem says to it: dialling ends, connected exactly when a CONNECT was read.
-#include "base/codepage.h"
-#include "base/folding.h"
+#include "base/encoding.h"
+#include "base/text.h"
 #include "device/modem_dialler.h"
 #include "fuzz/input.h"
 #include "fuzz/require.h"

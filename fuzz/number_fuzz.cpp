@@ -7,11 +7,10 @@
 
 #include "base/runtime_error.h"
 #include "device/number_entry.h"
-#include "device/terminator_code.h"
-#include "device/timeout_entry.h"
+#include "device/test_answer.h"
 #include "fuzz/require.h"
 #include "fuzz/utf8.h"
-#include "terminal/terminators.h"
+#include "terminal/typed_fields.h"
 
 namespace kolvane::fuzz {
 namespace {

@@ -1,5 +1,5 @@
 // ports.ini, which says what COM1 and its like stand for.
-#include "devlnk/ports_ini.h"
+#include "devlnk/node_names.h"
 
 #include "fuzz/require.h"
 

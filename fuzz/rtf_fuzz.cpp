@@ -2,7 +2,6 @@
 #include "fuzz/require.h"
 #include "fuzz/utf8.h"
 #include "help/rtf_reader.h"
-#include "help/rtf_texts.h"
 
 namespace kolvane::fuzz {
 namespace {

@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "device/fake_clock.h"
-#include "device/port_library_source.h"
+#include "device/port_library.h"
 #include "devlnk/input_queue.h"
 
 namespace kolvane::fuzz {

@@ -1,5 +1,5 @@
 // What a port library's scan for USB devices leaves in the buffer.
-#include "device/usb_scan.h"
+#include "device/attached_ports.h"
 
 #include "device/fake_port_library.h"
 #include "fuzz/input.h"

@@ -12,11 +12,11 @@
 #include <QTableView>
 #include <QTreeView>
 
+#include "base/ui/text.h"
+#include "pane/ui/output_pane.h"
 #include "picture.h"
 #include "pictures.h"
-#include "terminal/ui/output_pane.h"
-#include "window/progress.h"
-#include "window/text.h"
+#include "window/text_file.h"
 #include "window/texts.h"
 
 namespace kolvane::screenshots {
@@ -57,7 +57,7 @@ void ConnectionDialog(Stage& stage, const QString& folder) {
 // The first answer in the pane, by the first template.
 void Inspector(Stage& stage, const QString& folder) {
   if (!stage.Find<QAction>("mnuBinInspect")->isEnabled()) return;
-  auto* pane = stage.Find<terminal::OutputPane>("TermWin");
+  auto* pane = stage.Find<pane::OutputPane>("TermWin");
   const QString text = pane->plainText();
   const auto begin = static_cast<std::size_t>(text.indexOf(QLatin1Char('<')));
   pane->Select(begin, static_cast<std::size_t>(text.indexOf(QLatin1String("RAMP?"))) - 1);
@@ -124,7 +124,7 @@ void SmallDialogs(Stage& stage, const QString& folder) {
 }
 
 void ProgressDialog(Stage& stage, const QString& folder) {
-  const window::Progress progress(&stage.window(), window::ToQt(window::texts::kLoading), 0);
+  const window::Progress progress(&stage.window(), base::ToQt(window::texts::kLoading), 0);
   auto* dialog = stage.Find<QProgressDialog>("ProgressDialog");
   dialog->setValue(dialog->maximum() * 2 / 5);
   dialog->show();

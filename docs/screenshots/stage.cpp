@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "base/codepage.h"
+#include "base/encoding.h"
 #include "device/connection_form.h"
 #include "window/message_prompt.h"
 

@@ -5,8 +5,8 @@
 #include <functional>
 #include <string>
 
-#include "amplifier/server_thread.h"
-#include "device/lazy_port_library.h"
+#include "amplifier/server.h"
+#include "device/loaded_port_library.h"
 #include "devlnk/fake_sysfs.h"
 #include "window/window_records.h"
 

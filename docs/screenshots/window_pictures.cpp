@@ -5,9 +5,9 @@
 #include <QTableView>
 #include <QToolBar>
 
+#include "pane/ui/output_pane.h"
 #include "picture.h"
 #include "pictures.h"
-#include "terminal/ui/output_pane.h"
 
 namespace kolvane::screenshots {
 namespace {
@@ -99,7 +99,7 @@ void RunningList(Stage& stage, const QString& folder) {
 
 void BinaryAnswer(Stage& stage, const QString& folder) {
   stage.Trigger("mnuCloseLog");
-  stage.Find<terminal::OutputPane>("TermWin")->clear();
+  stage.Find<pane::OutputPane>("TermWin")->clear();
   stage.Choose("cmbReceiveFormat", 1);
   for (const char* command : {"BIN? 1,8", "RAMP? 32", "HEX? 0D0A41FF"})
     stage.Send(QString::fromLatin1(command));

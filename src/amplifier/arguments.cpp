@@ -4,8 +4,8 @@
 #include <charconv>
 #include <cmath>
 
-#include "amplifier/settings.h"
-#include "base/folding.h"
+#include "amplifier/state.h"
+#include "base/text.h"
 
 namespace kolvane::amplifier {
 namespace {

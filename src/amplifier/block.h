@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "amplifier/settings.h"
+#include "amplifier/state.h"
 
 namespace kolvane::amplifier {
 

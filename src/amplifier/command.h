@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "amplifier/arguments.h"
-#include "amplifier/line_handler.h"
+#include "amplifier/line_commands.h"
 #include "amplifier/state.h"
 
 namespace kolvane::amplifier {

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "base/folding.h"
+#include "base/text.h"
 
 namespace kolvane::amplifier {
 namespace {

@@ -1,6 +1,8 @@
-// Commands that try out the line and the reader rather than measure.
+#include "amplifier/line_commands.h"
 
 #include "amplifier/command.h"
+
+// Commands that try out the line and the reader rather than measure.
 
 namespace kolvane::amplifier {
 namespace {

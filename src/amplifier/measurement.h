@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "amplifier/settings.h"
+#include "amplifier/state.h"
 
 namespace kolvane::amplifier {
 

@@ -7,7 +7,7 @@
 #include <variant>
 #include <vector>
 
-#include "amplifier/transmission.h"
+#include "amplifier/stream.h"
 
 namespace kolvane::amplifier {
 

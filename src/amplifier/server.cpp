@@ -1,14 +1,17 @@
 #include "amplifier/server.h"
 
+#include <sys/eventfd.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <ctime>
 #include <fstream>
 #include <iterator>
 #include <system_error>
+#include <utility>
 
-#include "amplifier/echo.h"
 #include "amplifier/instrument.h"
+#include "amplifier/line_commands.h"
 #include "amplifier/pty.h"
 
 namespace kolvane::amplifier {
@@ -114,6 +117,31 @@ void Server::OpenPty() {
 void Server::DropEnded() {
   std::erase_if(connections_, [](const auto& connection) { return connection->Ended(); });
   if (pty_ && pty_->Ended()) OpenPty();
+}
+
+namespace {
+
+Options WithPort(Options options) {
+  if (!options.tcp_port && options.pty_link.empty()) options.tcp_port = 0;
+  return options;
+}
+
+base::Descriptor NewEvent() {
+  base::Descriptor event(eventfd(0, EFD_CLOEXEC));
+  if (!event) throw std::system_error(errno, std::generic_category(), "cannot make an event descriptor");
+  return event;
+}
+
+}  // namespace
+
+ServerThread::ServerThread(Options options)
+    : server_(WithPort(std::move(options))),
+      stop_(NewEvent()),
+      thread_([this] { server_.Run(stop_.get()); }) {}
+
+ServerThread::~ServerThread() {
+  eventfd_write(stop_.get(), 1);
+  thread_.join();
 }
 
 }  // namespace kolvane::amplifier

@@ -5,13 +5,15 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <thread>
 #include <vector>
 
 #include "amplifier/connection.h"
-#include "amplifier/line_handler.h"
+#include "amplifier/line_commands.h"
 #include "amplifier/options.h"
 #include "amplifier/tcp.h"
 #include "base/clock.h"
+#include "base/descriptor.h"
 
 namespace kolvane::amplifier {
 
@@ -44,6 +46,24 @@ class Server {
   std::unique_ptr<Connection> pty_;
   std::vector<std::unique_ptr<Connection>> connections_;
   std::vector<pollfd> watched_;  // stop, two listeners, pty, connections
+};
+
+/// A server inside this process, for tests: ServerThread amplifier({.echo = true}), then connect to
+/// 127.0.0.1:Port(). It can be connected to once constructed; the destructor ends it.
+class ServerThread {
+ public:
+  /// Without port and pty link it listens on a free port. Throws std::system_error as Server does.
+  explicit ServerThread(Options options = {});
+  ~ServerThread();
+  ServerThread(const ServerThread&) = delete;
+  ServerThread& operator=(const ServerThread&) = delete;
+
+  std::uint16_t Port() const { return server_.Port(); }
+
+ private:
+  Server server_;
+  base::Descriptor stop_;
+  std::thread thread_;
 };
 
 }  // namespace kolvane::amplifier

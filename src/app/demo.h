@@ -1,8 +1,31 @@
 #pragma once
 
+#include <sys/types.h>
+
+#include <cstdint>
 #include <string>
 
 namespace kolvane::app {
+
+/// A simulated amplifier of our own, listening on a free loopback port for as long as this object lives.
+class AmplifierProcess {
+ public:
+  /// Starts `program` and waits until it listens. Throws std::runtime_error with a one-line English text.
+  explicit AmplifierProcess(const std::string& program);
+  ~AmplifierProcess();
+  AmplifierProcess(const AmplifierProcess&) = delete;
+  AmplifierProcess& operator=(const AmplifierProcess&) = delete;
+
+  std::uint16_t port() const { return port_; }
+
+ private:
+  void Start(const std::string& program);
+  void Stop();
+
+  pid_t child_ = -1;
+  int output_ = -1;
+  std::uint16_t port_ = 0;
+};
 
 /// Opens the terminal connected to a simulated amplifier of its own, with settings, the component's files and
 /// a current folder of its own. They go with it, but what the user has saved there stays, and a line says

@@ -9,10 +9,9 @@
 #include <new>
 
 #include "app/demo.h"
-#include "app/end_signals.h"
 #include "app/options.h"
-#include "app/port_table.h"
-#include "app/stop_signals.h"
+#include "app/port_listing.h"
+#include "app/signals.h"
 #include "kolvane/CommandRun.h"
 #include "kolvane/MainClass.h"
 #include "kolvane/Ports.h"

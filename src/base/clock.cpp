@@ -1,6 +1,10 @@
 #include "base/clock.h"
 
+#include <locale.h>
+
+#include <cstdlib>
 #include <ctime>
+#include <string_view>
 
 namespace kolvane::base {
 namespace {
@@ -16,5 +20,35 @@ double Uptime() {
 SteadyClock::SteadyClock() : origin_(Uptime()) {}
 
 double SteadyClock::Seconds() const { return Uptime() - origin_; }
+
+namespace {
+
+constexpr char kGermanForm[] = "%d.%m.%Y %H:%M:%S";
+
+bool IsPlainLocale(std::string_view name) { return name == "C" || name == "POSIX" || name.starts_with("C."); }
+
+// The name that decides the form of dates, by the order of precedence that POSIX gives.
+std::string_view TimeLocaleName() {
+  for (const char* variable : {"LC_ALL", "LC_TIME", "LANG"}) {
+    const char* value = std::getenv(variable);
+    if (value != nullptr && *value != '\0') return value;
+  }
+  return "C";
+}
+
+}  // namespace
+
+std::string DateTimeText(std::time_t when) {
+  std::tm local{};
+  localtime_r(&when, &local);
+  char buffer[120];
+  const locale_t user = IsPlainLocale(TimeLocaleName()) ? nullptr : newlocale(LC_TIME_MASK, "", nullptr);
+  if (user == nullptr) return {buffer, std::strftime(buffer, sizeof buffer, kGermanForm, &local)};
+  const std::size_t length = strftime_l(buffer, sizeof buffer, "%x %X", &local, user);
+  freelocale(user);
+  return {buffer, length};
+}
+
+std::string CurrentDateTimeText() { return DateTimeText(std::time(nullptr)); }
 
 }  // namespace kolvane::base

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <ctime>
+#include <string>
+
 namespace kolvane::base {
 
 /// A clock that never jumps back; its origin is arbitrary.
@@ -20,5 +23,11 @@ class SteadyClock final : public Clock {
  private:
   double origin_;
 };
+
+/// Date and time in the default form of the user's locale (LC_ALL, LC_TIME, LANG), local time, UTF-8. A
+/// system without a locale of its own (C, POSIX) gets the form of the interface's language, "20.11.2026
+/// 08:05:09".
+std::string DateTimeText(std::time_t when);
+std::string CurrentDateTimeText();
 
 }  // namespace kolvane::base

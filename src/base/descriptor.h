@@ -3,12 +3,23 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <cerrno>
+#include <cstddef>
 #include <string>
+#include <string_view>
 #include <utility>
 
-#include "base/uninterrupted.h"
-
 namespace kolvane::base {
+
+/// The result of a system call, which is made again whenever a signal interrupts it.
+template <typename Call>
+auto Uninterrupted(Call call) {
+  decltype(call()) result{};
+  do {
+    result = call();
+  } while (result < 0 && errno == EINTR);
+  return result;
+}
 
 /// Owns a file descriptor; negative is none.
 class Descriptor {
@@ -37,5 +48,10 @@ class Descriptor {
 inline Descriptor OpenDescriptor(const std::string& path, int flags) {
   return Descriptor(Uninterrupted([&] { return open(path.c_str(), flags); }));
 }
+
+/// Writes all of `bytes` to an open descriptor. Returns 0 or an errno; a file that may not grow further
+/// (EFBIG) and a pipe that nobody reads (EPIPE) are such failures too, not signals. What was written before
+/// a failure stays; `written`, where given, tells how much that was.
+[[nodiscard]] int WriteAll(int descriptor, std::string_view bytes, std::size_t* written = nullptr);
 
 }  // namespace kolvane::base

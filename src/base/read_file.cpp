@@ -8,7 +8,6 @@
 #include <cerrno>
 
 #include "base/descriptor.h"
-#include "base/uninterrupted.h"
 
 namespace kolvane::base {
 namespace {

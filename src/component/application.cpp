@@ -8,9 +8,9 @@
 #include <stdexcept>
 
 #include "component/display.h"
-#include "window/guarded_application.h"
 
 namespace kolvane::component {
+
 namespace {
 
 constexpr const char* kNotItsThread =
@@ -54,7 +54,7 @@ void Application::MakeOwn() {
   static char name[] = "kolvane";
   static char* arguments[] = {name, nullptr};
   host_locale_ = std::setlocale(LC_ALL, nullptr);
-  own_ = std::make_unique<window::GuardedApplication>(count, arguments);
+  own_ = std::make_unique<GuardedApplication>(count, arguments);
   // Qt has made it the user's; the host's code runs during the call, and reads and writes numbers.
   RestoreLocale();
   QApplication::setApplicationName(QStringLiteral("Kolvane"));

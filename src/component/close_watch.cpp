@@ -6,7 +6,7 @@
 #include <QApplication>
 #include <QTimer>
 
-#include "base/uninterrupted.h"
+#include "base/descriptor.h"
 
 namespace kolvane::component {
 namespace {

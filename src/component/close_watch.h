@@ -4,9 +4,9 @@
 #include <QSocketNotifier>
 #include <memory>
 
-#include "component/headless_messages.h"
-#include "window/close_request.h"
+#include "headless/messages.h"
 #include "window/main_window.h"
+#include "window/message_prompt.h"
 
 namespace kolvane::component {
 
@@ -35,7 +35,7 @@ class CloseWatch final : public window::CloseRequest {
   window::MainWindow* window_ = nullptr;
   QEventLoop* loop_ = nullptr;  // while it runs
   bool came_ = false;
-  HeadlessMessages messages_;
+  headless::Messages messages_;
 };
 
 }  // namespace kolvane::component

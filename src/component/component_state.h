@@ -8,7 +8,6 @@
 #include "kolvane/MainClass.h"
 #include "script/script_state.h"
 #include "terminal/terminal_state.h"
-#include "terminal/window_settings.h"
 
 namespace kolvane::component {
 

@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-#include "device/lazy_port_library.h"
+#include "device/loaded_port_library.h"
 
 namespace kolvane::component {
 

@@ -7,8 +7,8 @@
 
 #include "base/runtime_error.h"
 #include "component/texts.h"
-#include "device/connection_choices.h"
-#include "device/operating_mode.h"
+#include "device/connection_texts.h"
+#include "device/device_state.h"
 #include "device/port_table.h"
 
 namespace kolvane::component {

@@ -1,14 +1,14 @@
+#include "component/ini_store.h"
+
 #include <cerrno>
 #include <filesystem>
 #include <system_error>
 #include <utility>
 
-#include "base/folder_lock.h"
 #include "base/read_file.h"
 #include "base/replace_file.h"
-#include "base/user_folder.h"
+#include "base/system.h"
 #include "component/ini_text.h"
-#include "component/settings_store.h"
 
 namespace kolvane::component {
 namespace {
@@ -87,6 +87,28 @@ class IniStore final : public SettingsStore {
 
 std::unique_ptr<SettingsStore> OpenIniStore(const std::string& path) {
   return std::make_unique<IniStore>(path.empty() ? UserFile().string() : path);
+}
+
+StateFile::StateFile(const std::string& path) : store_(path.empty() ? nullptr : OpenIniStore(path)) {}
+
+std::string StateFile::Read(const std::string& section, const std::string& key) const {
+  return store_ == nullptr ? std::string() : store_->Read(section, key, "");
+}
+
+void StateFile::Write(const std::string& section, const std::string& key, const std::string& text) {
+  if (store_ == nullptr || store_->Read(section, key, "") == text) return;
+  store_->Write(section, key, text);
+  changed_ = true;
+}
+
+std::optional<SaveFailure> StateFile::Save() {
+  if (!std::exchange(changed_, false)) return std::nullopt;
+  return store_->Flush();
+}
+
+std::string UserStateFile() {
+  const auto folder = base::UserFolder("XDG_STATE_HOME", ".local/state");
+  return folder.empty() ? std::string() : (folder / "state.ini").string();
 }
 
 }  // namespace kolvane::component

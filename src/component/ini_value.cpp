@@ -3,8 +3,7 @@
 #include <charconv>
 #include <cstdint>
 
-#include "base/codepage.h"
-#include "base/utf8.h"
+#include "base/encoding.h"
 
 namespace kolvane::component {
 namespace {

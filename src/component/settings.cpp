@@ -199,6 +199,12 @@ void LoadSettings(const SettingsStore& store, SettingsTarget target, bool with_c
   }
 }
 
+void LoadStoredConnection(const std::string& settings_file, device::ConnectionParameters& connection,
+                          terminal::TerminalState& terminal) {
+  terminal::WindowSettings unused;
+  LoadSettings(*OpenIniStore(settings_file), {connection, terminal, unused}, true);
+}
+
 std::optional<SaveFailure> SaveSettings(SettingsStore& store, SettingsTarget target, const HostParts* host) {
   for (const Row& row : kRows) {
     if (row.use != kWritten) continue;

@@ -10,22 +10,49 @@
 #include <optional>
 
 #include "base/runtime_error.h"
-#include "base/user_folder.h"
+#include "base/system.h"
 #include "component/application.h"
 #include "component/close_watch.h"
 #include "component/folder.h"
 #include "component/host_parameters.h"
+#include "component/ini_store.h"
 #include "component/settings.h"
-#include "component/settings_store.h"
-#include "component/state_file.h"
 #include "component/texts.h"
-#include "component/unload.h"
 #include "device/connection_form.h"
-#include "device/lazy_port_library.h"
-#include "device/operating_mode.h"
+#include "device/connection_texts.h"
+#include "device/device_state.h"
+#include "device/loaded_port_library.h"
 #include "window/main_window.h"
 
 namespace kolvane::component {
+
+namespace {
+
+// A host gives a rate; what is kept of one is its place in the list.
+std::optional<SaveFailure> Save(ComponentState& state, SettingsStore& store) {
+  device::ConnectionParameters connection = state.connection;
+  if (state.host_parts)
+    connection.baud_index = device::BaudIndex(connection.baud).value_or(connection.baud_index);
+  return SaveSettings(store, {connection, state.terminal, state.window},
+                      state.host_parts ? &*state.host_parts : nullptr);
+}
+
+}  // namespace
+
+std::optional<SaveFailure> Unload(ComponentState& state, terminal::TerminalCore& core, terminal::Log& log,
+                                  SettingsStore& store) {
+  log.CloseLog();
+  const std::optional<SaveFailure> failure = Save(state, store);
+  const bool own_connection = state.device.OperMode == device::operating_mode::kPortLibrary;
+  if (!own_connection && !state.device.connected) core.connect.Connect();
+  if (own_connection && state.device.connected) core.device.Close();
+  // From here on the terminal holds no connection; a host's device is the host's again.
+  state.device.connected = false;
+  state.device.gObj.reset();
+  state.can_unload = true;
+  return failure;
+}
+
 namespace {
 
 namespace mode = device::operating_mode;

@@ -3,15 +3,14 @@
 #include <cstdint>
 #include <string>
 
-#include "base/system_error_text.h"
+#include "base/system.h"
+#include "component/ini_store.h"
 #include "component/ini_value.h"
-#include "component/settings_store.h"
 #include "kolvane/Variant.h"
 
 namespace kolvane::component::texts {
 
 inline constexpr const char* kAlreadyOpen = "Das Terminal ist bereits geöffnet";
-inline constexpr const char* kRunStopped = "Der Ablauf wurde abgebrochen.";
 
 /// `file` is empty for a store that is none.
 inline std::string NotLoaded(const std::string& section, const std::string& key, const std::string& value,
@@ -37,18 +36,9 @@ inline std::string NotSaved(const SaveFailure& failure) {
          "“ gespeichert werden: " + base::SystemErrorText(failure.error);
 }
 
-/// Follows the failure to connect.
-inline std::string ModemSaid(const std::string& word) {
-  return ", letzte Antwort des Modems: „" + word + "“";
-}
-
 inline std::string StateNotSaved(const SaveFailure& failure) {
   return "Fenstergrößen und Ordner können nicht in der Datei „" + failure.file +
          "“ gespeichert werden: " + base::SystemErrorText(failure.error);
-}
-
-inline std::string OutputNotWritten(int error) {
-  return "Die Standardausgabe kann nicht geschrieben werden: " + base::SystemErrorText(error) + ".";
 }
 
 }  // namespace kolvane::component::texts

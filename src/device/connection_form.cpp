@@ -1,7 +1,6 @@
 #include "device/connection_form.h"
 
-#include "device/history_folder.h"
-#include "device/modem_script_file.h"
+#include "device/histories.h"
 #include "device/port_table.h"
 
 namespace kolvane::device {

@@ -5,10 +5,10 @@
 #include <string>
 
 #include "base/prompt.h"
-#include "device/address_history.h"
 #include "device/connection_parameters.h"
 #include "device/device_state.h"
 #include "device/form_pages.h"
+#include "device/histories.h"
 
 namespace kolvane::device {
 

@@ -1,6 +1,6 @@
 #include "device/device_io.h"
 
-#include "device/operating_mode.h"
+#include "device/device_state.h"
 
 namespace kolvane::device {
 

@@ -1,13 +1,26 @@
 #pragma once
 
-#include "base/date_text.h"
+#include "base/clock.h"
 #include "device/device.h"
-#include "device/indexed_host_path.h"
-#include "device/no_device.h"
+#include "device/host_path.h"
 #include "device/port_path.h"
-#include "device/single_host_path.h"
 
 namespace kolvane::device {
+
+/// The device of operating modes that have none: every operation does nothing and none of them fails.
+class NoDevice final : public Device {
+ public:
+  void Open() override {}
+  void Close() override {}
+  void Write(std::string_view, std::string_view, std::int16_t) override {}
+  void ReadText(std::string_view, std::int32_t, std::string& answer, Bytes&) override { answer.clear(); }
+  std::size_t ReadBinary(std::string_view, std::int32_t, Bytes&) override { return 0; }
+  void SetTimeout(std::int32_t) override {}
+  DeviceError LastError() override { return {}; }
+  void ClearLastError() override {}
+  std::optional<std::int32_t> FlushInput() override { return std::nullopt; }
+  void ActivateInterpreter() override {}
+};
 
 /// The one way to the instrument: each call goes the path of DeviceState::OperMode as it stands at that
 /// moment. Everything given by reference must outlive this object.

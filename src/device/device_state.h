@@ -7,6 +7,21 @@
 
 namespace kolvane::device {
 
+/// Values of DeviceState::OperMode; with any other the operations do nothing.
+namespace operating_mode {
+inline constexpr std::int16_t kHostByIndex = 0;
+inline constexpr std::int16_t kHost = 1;
+inline constexpr std::int16_t kPortLibrary = 2;
+}  // namespace operating_mode
+
+/// Failures that this layer itself reports as a last result, apart from those of host and port library.
+namespace device_status {
+inline constexpr std::int16_t kHostFailed = -901;      ///< the host's object raised an exception
+inline constexpr std::int16_t kNoPortLibrary = -902;   ///< the port library cannot be loaded
+inline constexpr std::int16_t kTestAnswerEnd = -903;   ///< offline: the test answer has been read to its end
+inline constexpr std::int16_t kNoNodeFunction = -904;  ///< a node was chosen, the port library takes none
+}  // namespace device_status
+
 /// Which device the operations work on and how the last of them ended.
 struct DeviceState {
   std::shared_ptr<HostObject> gObj;  ///< the host's device object, operating modes 0 and 1

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <limits>
 
-#include "base/folding.h"
-#include "device/terminator_code.h"
+#include "base/text.h"
+#include "device/test_answer.h"
 
 namespace kolvane::device {
 namespace {
@@ -70,6 +70,59 @@ std::string HostPath::HostDescription() const {
   std::string text;
   const auto failure = FailureOf([&](HostObject& host) { text = host.LastErrorDescription(); });
   return failure ? *failure : text;
+}
+
+void IndexedHostPath::Open() {
+  Run([this](HostObject& host) { host.IO().InitializeDevice(state().DevIdx); });
+}
+
+void IndexedHostPath::Close() {
+  Run([this](HostObject& host) { host.IO().CloseDevice(state().DevIdx); });
+}
+
+void IndexedHostPath::Write(std::string_view command, std::string_view terminator, std::int16_t extra) {
+  std::string text(command);
+  std::int16_t code = WriteTerminatorCode(terminator);
+  if (code == kWriteNothing) text += terminator;
+  Run([&](HostObject& host) { host.IO().WriteCommand(state().DevIdx, text, code, extra); });
+}
+
+void IndexedHostPath::SetTimeout(std::int32_t milliseconds) {
+  Run([&](HostObject& host) { host.IO().SetIOTimeout(state().DevIdx, milliseconds); });
+}
+
+std::optional<std::int32_t> IndexedHostPath::FlushInput() {
+  Run([this](HostObject& host) { host.IO().FlushInQ(state().DevIdx); });
+  return 0;
+}
+
+void IndexedHostPath::ActivateInterpreter() { Open(); }
+
+void IndexedHostPath::Read(HostObject& host, HostRead& read) {
+  std::int16_t zero = 0;
+  host.IO().Read(state().DevIdx, read.binary, zero, read.terminator, read.count, read.answer, read.buffer);
+}
+
+void SingleHostPath::Open() {
+  Run([](HostObject& host) { host.OpenDevice(); });
+}
+
+void SingleHostPath::Close() {
+  Run([](HostObject& host) { host.CloseDevice(); });
+}
+
+void SingleHostPath::Write(std::string_view command, std::string_view terminator, std::int16_t) {
+  message_.assign(command).append(terminator);
+  Run([this](HostObject& host) { host.WriteCommand(message_); });
+}
+
+std::optional<std::int32_t> SingleHostPath::FlushInput() {
+  std::int32_t count = 0;
+  return Run([&](HostObject& host) { host.FlushInQ(count); }) ? count : 0;
+}
+
+void SingleHostPath::Read(HostObject& host, HostRead& read) {
+  host.Read(read.binary, read.terminator, read.count, read.answer, read.buffer);
 }
 
 }  // namespace kolvane::device

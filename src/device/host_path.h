@@ -7,7 +7,6 @@
 
 #include "device/device.h"
 #include "device/device_state.h"
-#include "device/device_status.h"
 
 namespace kolvane::device {
 
@@ -70,6 +69,44 @@ class HostPath : public Device {
   DeviceState& state_;
   std::optional<std::string> failure_;
   bool nothing_came_ = false;  // in answer to the read of one byte
+};
+
+/// Operating mode 0: one of many devices, by its index, through the host object's IO(). The index goes along
+/// by reference, so a host may change it.
+class IndexedHostPath final : public HostPath {
+ public:
+  using HostPath::HostPath;
+
+  void Open() override;
+  void Close() override;
+  void Write(std::string_view command, std::string_view terminator, std::int16_t extra) override;
+  void SetTimeout(std::int32_t milliseconds) override;
+  /// 0, as this host call tells no number.
+  std::optional<std::int32_t> FlushInput() override;
+  void ActivateInterpreter() override;
+
+ private:
+  void Read(HostObject& host, HostRead& read) override;
+};
+
+/// Operating mode 1: the host object itself, which stands for one device. It has no time-out and no
+/// interpreter to activate.
+class SingleHostPath final : public HostPath {
+ public:
+  using HostPath::HostPath;
+
+  void Open() override;
+  void Close() override;
+  void Write(std::string_view command, std::string_view terminator, std::int16_t extra) override;
+  void SetTimeout(std::int32_t) override {}
+  /// What the host counted; 0 when the call failed.
+  std::optional<std::int32_t> FlushInput() override;
+  void ActivateInterpreter() override {}
+
+ private:
+  void Read(HostObject& host, HostRead& read) override;
+
+  std::string message_;
 };
 
 }  // namespace kolvane::device

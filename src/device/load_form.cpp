@@ -2,13 +2,11 @@
 #include <utility>
 
 #include "base/number.h"
-#include "device/connection_choices.h"
 #include "device/connection_form.h"
-#include "device/connection_words.h"
-#include "device/modem_script_file.h"
+#include "device/connection_texts.h"
+#include "device/histories.h"
 #include "device/number_entry.h"
 #include "device/port_table.h"
-#include "device/timeout_entry.h"
 
 namespace kolvane::device {
 namespace {

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <variant>
 
 #include "device/port_library.h"
@@ -28,5 +29,27 @@ using PortLibraryResult = std::variant<std::unique_ptr<PortLibrary>, PortLibrary
 /// Loads the shared object at `path`, which must export every function of PortLibrary but the optional ones;
 /// it is unloaded with the object that is returned.
 [[nodiscard]] PortLibraryResult LoadPortLibrary(const std::string& path);
+
+/// The folder, without a separator at its end, of the file whose code `address` lies in.
+std::string FolderOfCode(const void* address);
+
+/// Whether KOLVANE_PORT_LIBRARY names a library.
+bool IsPortLibraryNamed();
+
+/// The file named by KOLVANE_PORT_LIBRARY, or libdevlnk.so in `folder` where that is not set.
+std::string PortLibraryPath(const std::string& folder);
+
+/// Loads PortLibraryPath(folder) at first use; after a failure each further use tries again.
+class LazyPortLibrary final : public PortLibrarySource {
+ public:
+  explicit LazyPortLibrary(std::string folder) : folder_(std::move(folder)) {}
+  PortLibrary* Library() override;
+  std::string Failure() const override { return failure_; }
+
+ private:
+  std::string folder_;
+  std::unique_ptr<PortLibrary> library_;
+  std::string failure_;
+};
 
 }  // namespace kolvane::device

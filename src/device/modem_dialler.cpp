@@ -5,8 +5,8 @@
 #include <string_view>
 #include <utility>
 
-#include "base/codepage.h"
-#include "base/folding.h"
+#include "base/encoding.h"
+#include "base/text.h"
 
 namespace kolvane::device {
 namespace {

@@ -26,4 +26,17 @@ std::int32_t TypedDialTimeout(std::string_view text);
 /// What the baud field carries for a parallel port: `mode_index` + 1, and 95 for the fifth mode.
 std::int32_t BaudOfLptMode(std::int32_t mode_index);
 
+/// Milliseconds from the text of a time-out field: leading number (comma or point), rounded half to even,
+/// limited to 32 bits.
+
+/// Seconds; a negative entry becomes 0.
+std::int32_t Rs232Timeout(std::string_view text);
+
+/// Seconds; a negative entry stays negative.
+std::int32_t ParallelTimeout(std::string_view text);
+std::int32_t TcpIpTimeout(std::string_view text);
+
+/// Milliseconds where the text contains "msec", seconds otherwise: the list's "100 ms" is 100000.
+std::int32_t GpibTimeout(std::string_view text);
+
 }  // namespace kolvane::device

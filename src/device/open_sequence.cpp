@@ -2,9 +2,9 @@
 
 #include <string>
 
-#include "base/codepage.h"
-#include "device/connection_words.h"
-#include "device/device_status.h"
+#include "base/encoding.h"
+#include "device/connection_texts.h"
+#include "device/device_state.h"
 #include "device/modem_dialler.h"
 #include "device/port_table.h"
 

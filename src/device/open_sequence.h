@@ -5,8 +5,8 @@
 #include "base/clock.h"
 #include "device/connection_parameters.h"
 #include "device/device_state.h"
-#include "device/dial_listener.h"
-#include "device/port_library_source.h"
+#include "device/modem_dialler.h"
+#include "device/port_library.h"
 
 namespace kolvane::device {
 

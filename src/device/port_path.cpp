@@ -3,12 +3,11 @@
 #include <algorithm>
 #include <cstring>
 
-#include "base/codepage.h"
-#include "base/folding.h"
-#include "base/utf8.h"
-#include "device/device_status.h"
+#include "base/encoding.h"
+#include "base/text.h"
+#include "device/device_state.h"
 #include "device/open_sequence.h"
-#include "device/terminator_code.h"
+#include "device/test_answer.h"
 
 namespace kolvane::device {
 namespace {

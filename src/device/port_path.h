@@ -6,8 +6,8 @@
 #include "device/connection_parameters.h"
 #include "device/device.h"
 #include "device/device_state.h"
-#include "device/dial_listener.h"
-#include "device/port_library_source.h"
+#include "device/modem_dialler.h"
+#include "device/port_library.h"
 #include "device/test_answer.h"
 
 namespace kolvane::device {

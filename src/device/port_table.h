@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
 
 #include "device/connection_parameters.h"
 
@@ -48,5 +49,9 @@ constexpr bool IsPointToPoint(std::int16_t code) {
 
 /// The RS232 page for a code that no row has.
 ParameterPage PageOfCode(std::int16_t code);
+
+/// What this computer has behind a port code, for the user to read: the device node of COM and LPT, the board
+/// number of GPIB; empty for the other kinds.
+std::string PortNode(std::int16_t code);
 
 }  // namespace kolvane::device

@@ -1,10 +1,9 @@
 #include <algorithm>
 
-#include "device/connection_choices.h"
 #include "device/connection_form.h"
+#include "device/connection_texts.h"
 #include "device/number_entry.h"
 #include "device/port_table.h"
-#include "device/timeout_entry.h"
 
 namespace kolvane::device {
 namespace {

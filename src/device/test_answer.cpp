@@ -1,10 +1,27 @@
 #include "device/test_answer.h"
 
 #include <algorithm>
+#include <string>
 
-#include "base/codepage.h"
+#include "base/encoding.h"
 
 namespace kolvane::device {
+namespace {
+
+std::int16_t CodeOf(char character) { return static_cast<std::uint8_t>(character); }
+
+}  // namespace
+
+std::int16_t WriteTerminatorCode(std::string_view terminator) {
+  if (terminator == "\r\n") return kWriteCrLf;
+  const std::string characters = base::ToWindows1252(terminator);
+  return characters.size() == 1 ? CodeOf(characters.front()) : kWriteNothing;
+}
+
+std::int16_t ReadTerminatorCode(std::string_view terminator) {
+  if (terminator.empty()) return kReadWithoutTerminator;
+  return CodeOf(base::ToWindows1252(terminator).back());
+}
 
 void TestAnswer::Restart() {
   bytes_.clear();

@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "devlnk/deadline.h"
+#include "devlnk/sysfs.h"
 
 namespace kolvane::devlnk {
 
@@ -73,6 +74,19 @@ auto RunWithDeadline(Deadline& deadline, Work work) -> std::optional<decltype(wo
   }
   worker.join();
   return std::move(exchange->result);
+}
+
+/// What `scan(root, deadline)` finds in the system's record of devices. Returns within two seconds even where
+/// the record does not answer, then with nothing.
+template <typename Scan>
+auto ScanInTime(Scan scan, Waiting* waiting = nullptr) {
+  constexpr std::int32_t kLongestMs = 1500;
+  Deadline deadline(kLongestMs, waiting);
+  auto found = RunWithDeadline(deadline, [scan, root = sysfs::Root()] {
+    Deadline own(kLongestMs);
+    return scan(root, own);
+  });
+  return found ? std::move(*found) : typename decltype(found)::value_type();
 }
 
 }  // namespace kolvane::devlnk

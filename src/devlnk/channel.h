@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "devlnk/deadline.h"
-#include "devlnk/gpib_options.h"
+#include "devlnk/gpib_library.h"
 #include "devlnk/node_names.h"
 #include "devlnk/status.h"
 

@@ -4,18 +4,17 @@
 #include <cstring>
 #include <utility>
 
-#include "base/utf8.h"
-#include "devlnk/eight_bit.h"
+#include "base/encoding.h"
 #include "devlnk/port_session.h"
-#include "devlnk/usb_scan.h"
+#include "devlnk/usb_devices.h"
 
 namespace {
 
+using kolvane::base::EightBitText;
 using kolvane::devlnk::AttachedUsb;
 using kolvane::devlnk::Code;
 using kolvane::devlnk::Deadline;
 using kolvane::devlnk::DefaultNode;
-using kolvane::devlnk::EightBitText;
 using kolvane::devlnk::FindPortKind;
 using kolvane::devlnk::GpibOptions;
 using kolvane::devlnk::InputQueue;

@@ -3,7 +3,7 @@
 #include <cstdint>
 
 #include "devlnk/channel.h"
-#include "devlnk/gpib_options.h"
+#include "devlnk/gpib_library.h"
 
 namespace kolvane::devlnk {
 

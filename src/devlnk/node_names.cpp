@@ -1,10 +1,83 @@
 #include "devlnk/node_names.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
 #include <cstdlib>
 
-#include "devlnk/ports_ini.h"
+#include "base/descriptor.h"
+#include "base/encoding.h"
+#include "base/system.h"
+#include "base/text.h"
 
 namespace kolvane::devlnk {
+namespace {
+
+constexpr std::size_t kReadLimit = std::size_t{64} << 10;
+
+std::string_view Trim(std::string_view text) {
+  constexpr std::string_view kBlanks = " \t";
+  const std::size_t first = text.find_first_not_of(kBlanks);
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+std::string_view Unquote(std::string_view value) {
+  const bool quoted = value.size() >= 2 && value.front() == '"' && value.back() == '"';
+  return quoted ? value.substr(1, value.size() - 2) : value;
+}
+
+bool HasControlCharacter(std::string_view text) {
+  return std::any_of(text.begin(), text.end(), [](char c) { return (c >= 0 && c < ' ') || c == '\x7F'; });
+}
+
+std::string PortsFilePath() {
+  const std::filesystem::path folder = base::UserFolder("XDG_CONFIG_HOME", ".config");
+  return folder.empty() ? std::string() : (folder / "ports.ini").string();
+}
+
+bool IsRegularFile(int fd) {
+  struct stat status {};
+  return fstat(fd, &status) == 0 && S_ISREG(status.st_mode);
+}
+
+}  // namespace
+
+std::string_view FindPort(std::string_view text, std::string_view key) {
+  if (text.starts_with(base::kUtf8Mark)) text.remove_prefix(base::kUtf8Mark.size());
+  std::string_view found;
+  bool in_section = false;
+  while (!text.empty()) {
+    const std::string_view line = Trim(base::TakeLine(text));
+    if (line.starts_with('[')) in_section = base::EqualsNoCase(line, "[PORTS]");
+    const std::size_t sign = line.find('=');
+    if (!in_section || sign == std::string_view::npos) continue;
+    const std::string_view value = Unquote(Trim(line.substr(sign + 1)));
+    if (base::EqualsNoCase(Trim(line.substr(0, sign)), key) && !HasControlCharacter(value)) found = value;
+  }
+  return found;
+}
+
+std::string ReadPortsFile() {
+  // Not to wait for the writer of a pipe that stands in the file's place.
+  const base::Descriptor file(open(PortsFilePath().c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  if (!file || !IsRegularFile(file.get())) return {};
+  std::string text(kReadLimit, '\0');
+  std::size_t size = 0;
+  while (size < kReadLimit) {
+    const ssize_t got = read(file.get(), text.data() + size, kReadLimit - size);
+    if (got < 0 && errno == EINTR) continue;
+    if (got <= 0) break;
+    size += static_cast<std::size_t>(got);
+  }
+  // A line that the limit cuts might name another node.
+  text.resize(size < kReadLimit ? size : text.rfind('\n') + 1);
+  return text;
+}
+
 namespace {
 
 struct Row {

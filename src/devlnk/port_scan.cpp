@@ -6,11 +6,11 @@
 #include <charconv>
 #include <optional>
 
+#include "devlnk/background_work.h"
 #include "devlnk/gpib_library.h"
 #include "devlnk/node_names.h"
 #include "devlnk/sysfs.h"
-#include "devlnk/timely_scan.h"
-#include "devlnk/usb_scan.h"
+#include "devlnk/usb_devices.h"
 
 namespace kolvane::devlnk {
 namespace {

@@ -11,7 +11,7 @@
 #include <string>
 
 #include "base/descriptor.h"
-#include "base/folding.h"
+#include "base/text.h"
 #include "devlnk/host_lookup.h"
 #include "devlnk/input_queue.h"
 #include "devlnk/stream_channel.h"

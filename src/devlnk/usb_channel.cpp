@@ -7,10 +7,10 @@
 #include <cerrno>
 #include <string>
 
+#include "base/encoding.h"
 #include "devlnk/driver_thread.h"
-#include "devlnk/eight_bit.h"
 #include "devlnk/serial_channel.h"
-#include "devlnk/usb_scan.h"
+#include "devlnk/usb_devices.h"
 
 namespace kolvane::devlnk {
 namespace {
@@ -148,7 +148,7 @@ Opened OpenUsbNode(std::unique_ptr<DeviceNode> node, Deadline& deadline) {
 Opened OpenUsb(const PortRequest& request, Deadline& deadline) {
   if (request.text.empty()) return {Status::kInvalidArgument, nullptr};
   for (const UsbDevice& device : AttachedUsb(deadline.waiting())) {
-    if (EightBitText(device.serial) == request.text) return OpenDevice(device, deadline);
+    if (base::EightBitText(device.serial) == request.text) return OpenDevice(device, deadline);
   }
   return {Status::kNoSuchNode, nullptr};
 }

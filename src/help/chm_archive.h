@@ -1,12 +1,39 @@
 #pragma once
 
+#include <mspack.h>
+
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace kolvane::help {
+
+/// The 32-bit number at `place`, low byte first; all four bytes lie within `bytes`.
+inline std::uint32_t NumberAt(std::string_view bytes, std::size_t place) {
+  std::uint32_t number = 0;
+  for (std::size_t i = 4; i-- > 0;) number = number << 8 | static_cast<unsigned char>(bytes[place + i]);
+  return number;
+}
+
+/// Mends in the bytes of a help file what the compiler of the help pages writes otherwise than the format
+/// wants it and the decoder minds. Bytes that are no help file stay as they are.
+void MendHeaders(std::string& bytes);
+
+/// What the decoder reads from and writes to: the help file's bytes and one output, both in memory. The name
+/// of the output is the empty text, every other name is the help file.
+struct ChmMemory {
+  ChmMemory();
+  ChmMemory(const ChmMemory&) = delete;
+  ChmMemory& operator=(const ChmMemory&) = delete;
+
+  mspack_system system;  ///< stays the first member, as the decoder hands back this address alone
+  std::string input;
+  std::string output;
+  std::size_t output_limit = 0;  ///< a write beyond it fails
+};
 
 /// The objects of a compiled help file, which is kept in memory. Whatever is wrong with the file, a read
 /// gives nothing; neither an exception nor a message comes of it.

@@ -6,10 +6,10 @@
 #include <unordered_set>
 #include <utility>
 
-#include "base/folding.h"
 #include "base/read_file.h"
+#include "base/text.h"
+#include "help/contents.h"
 #include "help/html.h"
-#include "help/topic_table.h"
 #include "help/widget_topics.h"
 
 namespace kolvane::help {
@@ -126,6 +126,19 @@ void HelpFile::BuildIndex() const {
 std::vector<SearchHit> HelpFile::Search(std::string_view words) const {
   if (!index_) BuildIndex();
   return index_->Find(words);
+}
+
+std::shared_ptr<const HelpFile> HelpFileCache::Get(const std::string& path) {
+  std::error_code error;
+  Version version{path, std::filesystem::file_size(path, error), {}};
+  if (error) return nullptr;
+  version.time = std::filesystem::last_write_time(path, error);
+  if (error) return nullptr;
+  if (file_ != nullptr && version == version_) return file_;
+  std::shared_ptr<const HelpFile> file = HelpFile::Open(path);
+  if (file == nullptr || file->StartPage().empty()) return nullptr;
+  version_ = std::move(version);
+  return file_ = std::move(file);
 }
 
 }  // namespace kolvane::help

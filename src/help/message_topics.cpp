@@ -5,7 +5,7 @@
 #include <iterator>
 #include <string>
 
-#include "help/rtf_texts.h"
+#include "help/rtf_reader.h"
 
 namespace kolvane::help {
 namespace {

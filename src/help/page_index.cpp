@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "base/folding.h"
+#include "base/text.h"
 
 namespace kolvane::help {
 namespace {

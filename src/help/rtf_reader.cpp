@@ -3,13 +3,41 @@
 #include <algorithm>
 #include <utility>
 
-#include "base/codepage.h"
-#include "help/rtf_color_table.h"
+#include "base/encoding.h"
 #include "help/rtf_tokens.h"
-#include "help/rtf_unicode.h"
 #include "help/rtf_words.h"
 
 namespace kolvane::help {
+
+std::string RtfDocument::PlainText() const {
+  std::string text;
+  for (const RtfParagraph& paragraph : paragraphs) {
+    for (const RtfRun& run : paragraph.runs) text += run.text;
+    text += '\n';
+  }
+  return text;
+}
+
+std::string_view FaultText(RtfFault fault) {
+  switch (fault) {
+    case RtfFault::kNone:
+      break;
+    case RtfFault::kNotRichText:
+      return "Die Datei ist keine RTF-Datei";
+    case RtfFault::kTruncated:
+      return "Die Datei ist unvollständig";
+    case RtfFault::kBadByte:
+      return "Die Datei enthält ein beschädigtes Zeichen";
+    case RtfFault::kTextBehindEnd:
+      return "Hinter dem Ende des Textes steht noch etwas";
+    case RtfFault::kTooDeep:
+      return "Die Gruppen der Datei sind zu tief geschachtelt";
+    case RtfFault::kTooLarge:
+      return "Die Datei enthält zu viele Absätze";
+  }
+  return {};
+}
+
 namespace {
 
 enum class Destination { kText, kColors, kSkipped };

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
 #include <string_view>
-
-#include "help/rtf_document.h"
+#include <vector>
 
 namespace kolvane::help {
 
@@ -17,6 +19,33 @@ enum class RtfFault {
   kTooDeep,        ///< more than kRtfDeepest groups inside each other; read up to there
   kTooLarge,       ///< more than kRtfMostPieces runs and paragraphs; read up to there
 };
+
+/// How a run of characters looks, as far as the pane can show it.
+struct RtfFormat {
+  bool bold = false;
+  std::optional<std::uint32_t> color;  ///< 0xBBGGRR; nothing = the pane's own text colour
+
+  bool operator==(const RtfFormat&) const = default;
+};
+
+/// Text in UTF-8, never empty; "\t" is a tab, "\n" a line break within the paragraph.
+struct RtfRun {
+  RtfFormat format;
+  std::string text;
+};
+
+struct RtfParagraph {
+  std::vector<RtfRun> runs;  ///< neighbours differ in format; empty for an empty line
+};
+
+struct RtfDocument {
+  std::vector<RtfParagraph> paragraphs;
+  /// The text alone, each paragraph ended by "\n".
+  std::string PlainText() const;
+};
+
+/// The fault in German, UTF-8, to follow "<file>: "; empty for kNone.
+std::string_view FaultText(RtfFault fault);
 
 inline constexpr std::size_t kRtfDeepest = 256;
 inline constexpr std::size_t kRtfMostPieces = 200'000;

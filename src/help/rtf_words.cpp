@@ -1,8 +1,73 @@
 #include "help/rtf_words.h"
 
 #include <algorithm>
+#include <utility>
+
+#include "base/encoding.h"
 
 namespace kolvane::help {
+
+void RtfColorTable::Apply(RtfMeaning meaning, std::int32_t parameter) {
+  if (meaning == RtfMeaning::kRed) SetComponent(0, parameter);
+  if (meaning == RtfMeaning::kGreen) SetComponent(8, parameter);
+  if (meaning == RtfMeaning::kBlue) SetComponent(16, parameter);
+}
+
+void RtfColorTable::SetComponent(unsigned shift, std::int32_t value) {
+  const auto component = static_cast<std::uint32_t>(std::clamp(value, 0, 255));
+  entry_ = (entry_.value_or(0) & ~(0xFFu << shift)) | component << shift;
+}
+
+void RtfColorTable::AddText(std::string_view text) {
+  const auto ends = static_cast<std::size_t>(std::ranges::count(text, ';'));
+  for (std::size_t i = 0; i < std::min(ends, kMost - colors_.size()); ++i)
+    colors_.push_back(std::exchange(entry_, std::nullopt));
+}
+
+std::optional<std::uint32_t> RtfColorTable::At(std::int32_t index) const {
+  const auto position = static_cast<std::size_t>(index);
+  return index >= 0 && position < colors_.size() ? colors_[position] : std::nullopt;
+}
+
+namespace {
+
+constexpr char32_t kNoCharacter = 0xFFFD;
+constexpr char32_t kLastCharacter = 0x10FFFF;
+
+bool IsFirstHalf(char32_t point) { return point >= 0xD800 && point < 0xDC00; }
+bool IsSecondHalf(char32_t point) { return point >= 0xDC00 && point < 0xE000; }
+
+char32_t PointOf(std::int32_t number) {
+  if (number < 0) number += 0x10000;
+  const auto point = static_cast<char32_t>(number);
+  return number < 0 || point > kLastCharacter ? kNoCharacter : point;
+}
+
+std::string Utf8(char32_t point) {
+  std::string text;
+  base::AppendUtf8(text, point);
+  return text;
+}
+
+}  // namespace
+
+std::string RtfUnicode::Add(std::int32_t number) {
+  const char32_t point = PointOf(number);
+  if (first_half_ != 0 && IsSecondHalf(point))
+    return Utf8(0x10000 + ((std::exchange(first_half_, 0) - 0xD800) << 10) + (point - 0xDC00));
+  std::string text = Flush();
+  if (IsFirstHalf(point)) {
+    first_half_ = point;
+  } else if (point >= 0x20) {
+    text += Utf8(IsSecondHalf(point) ? kNoCharacter : point);
+  }
+  return text;
+}
+
+std::string RtfUnicode::Flush() {
+  return std::exchange(first_half_, 0) != 0 ? Utf8(kNoCharacter) : std::string();
+}
+
 namespace {
 
 using enum RtfMeaning;

@@ -1,14 +1,33 @@
 #pragma once
 
+#include <array>
 #include <bit>
+#include <cstdint>
 #include <optional>
 
-#include "inspect/byte_reader.h"
-#include "inspect/byte_swap.h"
+#include "inspect/hex_dump.h"
+
+namespace kolvane::inspect {
+
+using ByteBuffer = std::array<std::uint8_t, 257>;
+
+/// The value with its bytes in reverse order; a single is swapped as a bit pattern.
+constexpr std::int16_t BSwapS(std::int16_t value) {
+  const auto bits = static_cast<std::uint16_t>(value);
+  return static_cast<std::int16_t>(static_cast<std::uint16_t>(bits << 8 | bits >> 8));
+}
+
+constexpr std::int32_t BSwapL(std::int32_t value) {
+  const auto bits = static_cast<std::uint32_t>(value);
+  return static_cast<std::int32_t>(bits << 24 | (bits & 0xFF00) << 8 | (bits >> 8 & 0xFF00) | bits >> 24);
+}
+
+constexpr float BSwapF(float value) {
+  return std::bit_cast<float>(BSwapL(std::bit_cast<std::int32_t>(value)));
+}
 
 /// Values in the byte buffer, in the machine's order (low byte first) or, where `network_order` is set, the
 /// other one. Nothing where the first byte lies outside the buffer; bytes behind its end count as 0.
-namespace kolvane::inspect {
 
 template <std::size_t kBytes>
 std::optional<std::uint64_t> BitsAt(const ByteBuffer& buffer, std::int32_t offset) {
@@ -54,5 +73,13 @@ inline std::optional<double> DoubleAt(const ByteBuffer& buffer, std::int32_t off
   if (!bits) return std::nullopt;
   return std::bit_cast<double>(*bits);
 }
+
+/// Reads bytes from the caret on into the buffer and selects them in the dump. Reading stops `kTextEnd`
+/// positions before the text's end: the rest of the buffer keeps what an earlier read left. With a count
+/// below 1 it goes on to that end. False where the buffer was full before: the caret then stays behind the
+/// last byte, and nothing is selected.
+[[nodiscard]] bool BuildByteBuf(std::int32_t total_bytes, DumpView& view, ByteBuffer& buffer);
+
+inline constexpr Position kTextEnd = 22;
 
 }  // namespace kolvane::inspect

@@ -9,6 +9,17 @@
 #include "inspect/byte_values.h"
 
 namespace kolvane::inspect {
+
+FormatLayout ClickFormat(InspectorState& state, int option, int list_index) {
+  state.format_code = option < format::kTemplate ? option : format::kTemplate + list_index;
+  return {.lines_shown = state.format_code == format::kTemplate};
+}
+
+FormatLayout ClickTemplate(InspectorState& state, int list_index) {
+  state.format_code = format::kTemplate + list_index;
+  return {.lines_shown = state.format_code == format::kTemplate + 1};
+}
+
 namespace {
 
 std::int32_t BytesOf(int format_code) {

@@ -6,8 +6,6 @@
 #include <limits>
 
 #include "base/runtime_error.h"
-#include "inspect/dump_layout.h"
-#include "inspect/hex_pair.h"
 
 namespace kolvane::inspect {
 namespace {

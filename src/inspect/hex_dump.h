@@ -1,9 +1,80 @@
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
+/// The hex dump's lines, on which all caret arithmetic relies: a decimal offset, sixteen bytes in four groups
+/// of four, the bytes as characters, CR LF. Columns count from 0; every position is one byte of a
+/// Windows-1252 text, CR LF two.
 namespace kolvane::inspect {
+
+using Position = std::ptrdiff_t;
+
+inline constexpr Position kLineText = 60;    ///< without CR LF
+inline constexpr Position kLineLength = 62;  ///< with it
+inline constexpr Position kOffsetWidth = 5;  ///< the field and the blank behind it
+inline constexpr Position kFirstByte = 5;    ///< column of the line's first digit
+inline constexpr Position kHexEnd = 40;      ///< columns from here on hold no bytes
+inline constexpr Position kCharacters = 44;  ///< column of the first byte as a character
+
+inline constexpr Position kBytesPerLine = 16;
+inline constexpr Position kBytesPerGroup = 4;
+inline constexpr Position kGroupLength = 9;  ///< eight digits and a blank
+
+constexpr Position ColumnOf(Position caret) { return caret % kLineLength; }
+
+/// The column of the first digit of the line's byte 0 to 15.
+constexpr Position ByteColumn(Position byte) {
+  return kFirstByte + byte / kBytesPerGroup * kGroupLength + byte % kBytesPerGroup * 2;
+}
+
+/// Whether a byte's first digit stands there.
+constexpr bool IsByteColumn(Position column) {
+  const Position in_hex = column - kFirstByte;
+  return in_hex >= 0 && column < kHexEnd && in_hex % kGroupLength % 2 == 0 &&
+         in_hex % kGroupLength < 2 * kBytesPerGroup;
+}
+
+/// The dump with what its text box has besides: caret (the selection's start) and selection, both within the
+/// text.
+struct DumpView {
+  std::string_view text;
+  Position caret = 0;
+  Position selected = 0;
+
+  Position Length() const { return static_cast<Position>(text.size()); }
+
+  /// The selection goes.
+  void MoveTo(Position place) {
+    caret = std::clamp<Position>(place, 0, Length());
+    selected = 0;
+  }
+
+  void Select(Position start, Position length) {
+    MoveTo(start);
+    selected = std::clamp<Position>(length, 0, Length() - caret);
+  }
+};
+
+/// The value of a hexadecimal digit, -1 for any other character.
+constexpr int HexDigit(char c) {
+  if (c >= '0' && c <= '9') return c - '0';
+  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+  return -1;
+}
+
+/// Two characters read as a hexadecimal number as far as they form one, a blank in front passed over: "4x",
+/// "4 " and " 4" are 4, "x4" and "  " are 0.
+constexpr std::uint8_t HexPair(char first, char second) {
+  const int high = HexDigit(first);
+  const int low = HexDigit(second);
+  if (high < 0) return static_cast<std::uint8_t>(first == ' ' && low > 0 ? low : 0);
+  return static_cast<std::uint8_t>(low < 0 ? high : high * 16 + low);
+}
 
 /// Lays out what is marked in the output pane, bytes as "<41>", as a hex dump. Every character but the
 /// brackets counts as a digit, and the last one is never looked at: a part of a line that does not end in

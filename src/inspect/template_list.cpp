@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <system_error>
 
-#include "base/folding.h"
+#include "base/text.h"
 
 namespace kolvane::inspect {
 namespace {
@@ -47,7 +47,8 @@ std::vector<TemplateFile> ListTemplates(const std::string& user_folder, const st
   std::vector<TemplateFile> files = TemplatesIn(user_folder);
   std::vector<TemplateFile> others = TemplatesIn(component_folder);
   std::erase_if(others, [&files](const TemplateFile& file) { return Has(files, file.name); });
-  std::ranges::stable_partition(others, [](const TemplateFile& file) { return !IsSupplied(file.name); });
+  std::stable_partition(others.begin(), others.end(),
+                        [](const TemplateFile& file) { return !IsSupplied(file.name); });
   files.insert(files.end(), others.begin(), others.end());
   return files;
 }

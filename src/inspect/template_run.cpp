@@ -3,16 +3,54 @@
 #include <algorithm>
 #include <optional>
 
-#include "base/codepage.h"
-#include "base/folding.h"
+#include "base/encoding.h"
 #include "base/number.h"
-#include "base/take_line.h"
-#include "base/utf8.h"
-#include "inspect/bit_range.h"
+#include "base/text.h"
 #include "inspect/byte_values.h"
-#include "inspect/template_line.h"
 
 namespace kolvane::inspect {
+
+BitRange BitsFromTo(std::int16_t first, std::int16_t last) {
+  constexpr std::int16_t kHighestBit = 14;
+  int mask = 0;
+  for (int bit = std::max<std::int16_t>(first, 0); bit <= std::min(last, kHighestBit); ++bit)
+    mask |= 1 << bit;
+  const auto bits = static_cast<std::int16_t>(mask);
+  return {bits, last <= first ? bits : std::int16_t{1}};
+}
+
+namespace {
+
+constexpr std::string_view kByteCount = "BYTECOUNT=";
+constexpr std::string_view kString = "STRING*";
+
+}  // namespace
+
+std::optional<FieldLine> SplitFieldLine(std::string_view stripped) {
+  FieldLine line;
+  while (line.count < FieldLine::kMostFields) {
+    const std::size_t end = stripped.find(';');
+    line.fields[line.count++] = stripped.substr(0, end);
+    if (end == std::string_view::npos) break;
+    stripped.remove_prefix(end + 1);
+  }
+  if (line.count < 2) return std::nullopt;
+  return line;
+}
+
+std::optional<std::string_view> ByteCountText(std::string_view line, std::string_view stripped) {
+  if (stripped.find('=') == std::string_view::npos) return std::nullopt;
+  const std::size_t keyword = base::UpperCase(stripped).find(kByteCount);
+  if (keyword == std::string::npos) return std::nullopt;
+  return line.substr(std::min(keyword + kByteCount.size(), line.size()));
+}
+
+std::optional<std::string_view> StringLengthText(std::string_view type) {
+  const std::size_t keyword = type.find(kString);
+  if (keyword == std::string_view::npos) return std::nullopt;
+  return type.substr(keyword + kString.size());
+}
+
 namespace {
 
 // A step that fails leaves its target as it was.

@@ -1,15 +1,58 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "base/read_file.h"
 #include "script/command_list.h"
-#include "script/file_result.h"
+
+namespace kolvane::script {
+
+/// How reading or writing a command file ended.
+struct [[nodiscard]] FileResult {
+  enum class Problem {
+    kNone,
+    kCannotRead,   ///< `error` says why
+    kLineTooLong,  ///< the file is no command file
+    kListRunning,  ///< a list is not replaced while it runs
+    kCannotWrite   ///< `error` says why; the old file is still there
+  };
+
+  Problem problem = Problem::kNone;
+  std::string name;  ///< the file, as the user gave it
+  int error = 0;     ///< errno
+
+  bool ok() const { return problem == Problem::kNone; }
+};
+
+/// Cuts a stream of bytes, or a text, into lines. CR LF, LF and CR alone end a line each; a line end at the
+/// very end does not begin another line.
+class LineSplitter {
+ public:
+  using Sink = std::function<void(std::string_view line)>;
+
+  explicit LineSplitter(Sink sink) : sink_(std::move(sink)) {}
+
+  void Feed(std::string_view bytes);
+  /// Hands over the last line where it has no end.
+  void Finish();
+
+  /// Length of the line that has begun and not yet ended.
+  std::size_t pending() const { return pending_.size(); }
+
+ private:
+  void EndLine(std::string_view tail);
+
+  Sink sink_;
+  std::string pending_;
+  bool after_cr_ = false;
+};
 
 /// Command files, see docs/formats/command-file.md.
-namespace kolvane::script {
 
 inline constexpr std::size_t kLineLimit = 1 << 20;  ///< bytes of one line
 

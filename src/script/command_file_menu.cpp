@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "base/codepage.h"
+#include "base/encoding.h"
 #include "script/command_file.h"
 #include "script/texts.h"
 

@@ -1,10 +1,10 @@
 #include "script/interpreter.h"
 
-#include "base/folding.h"
 #include "base/number.h"
 #include "base/runtime_error.h"
-#include "device/device_status.h"
-#include "script/counter.h"
+#include "base/text.h"
+#include "device/device_state.h"
+#include "script/special_line.h"
 #include "script/texts.h"
 
 namespace kolvane::script {
@@ -123,14 +123,14 @@ std::string_view Interpreter::GoTo(const SpecialLine& line) {
 }
 
 std::string_view Interpreter::OpenLog(const SpecialLine& line) {
-  if (links_.log.LogOpen()) return texts::kLogAlreadyOpen;
+  if (links_.log.IsOpen()) return texts::kLogAlreadyOpen;
   links_.log.OpenLog(std::string(line.Unquoted()));
   return kDone;
 }
 
 std::string_view Interpreter::WriteLog(const SpecialLine& line) {
-  if (!links_.log.LogOpen()) return texts::kNoLogOpen;
-  links_.log.WriteLogLine(line.Unquoted());
+  if (!links_.log.IsOpen()) return texts::kNoLogOpen;
+  links_.log.WriteLine(line.Unquoted());
   return kDone;
 }
 

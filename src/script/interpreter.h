@@ -3,13 +3,12 @@
 #include <string_view>
 
 #include "device/device_state.h"
-#include "device/port_library_source.h"
+#include "device/port_library.h"
+#include "pane/pane.h"
 #include "script/command_list.h"
 #include "script/list_errors.h"
-#include "script/script_log.h"
 #include "script/script_state.h"
 #include "script/special_line.h"
-#include "terminal/pane.h"
 #include "terminal/terminal_state.h"
 
 namespace kolvane::script {
@@ -20,8 +19,8 @@ struct InterpreterLinks {
   terminal::TerminalState& terminal;     ///< last answer, silent mode, recording flag
   device::DeviceState& device;           ///< how the last operation ended
   device::PortLibrarySource& libraries;  ///< $DELAY
-  terminal::Pane& pane;                  ///< $CLEAR
-  ScriptLog& log;
+  pane::Pane& pane;                      ///< $CLEAR
+  terminal::Log& log;
 };
 
 /// Carries out the rows that begin with "$". It steers a run only by the list's current row and by its state.

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "script/line_splitter.h"
+#include "script/command_file.h"
 
 namespace kolvane::script {
 namespace {

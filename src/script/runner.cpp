@@ -1,9 +1,9 @@
 #include "script/runner.h"
 
-#include "base/codepage.h"
-#include "base/folding.h"
+#include "base/encoding.h"
 #include "base/runtime_error.h"
-#include "script/counter.h"
+#include "base/text.h"
+#include "script/special_line.h"
 #include "terminal/texts.h"
 
 namespace kolvane::script {

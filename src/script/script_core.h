@@ -2,16 +2,14 @@
 
 #include "base/prompt.h"
 #include "device/device_state.h"
-#include "device/port_library_source.h"
+#include "device/port_library.h"
+#include "pane/pane.h"
 #include "script/command_list.h"
 #include "script/interpreter.h"
 #include "script/list_recorder.h"
-#include "script/run_host.h"
 #include "script/runner.h"
-#include "script/script_log.h"
 #include "script/script_state.h"
 #include "terminal/exchange.h"
-#include "terminal/pane.h"
 #include "terminal/terminal_state.h"
 
 namespace kolvane::script {
@@ -22,10 +20,10 @@ struct ScriptLinks {
   terminal::TerminalState& terminal;
   device::DeviceState& device;
   terminal::Exchange& exchange;
-  terminal::Pane& pane;
+  pane::Pane& pane;
   device::PortLibrarySource& libraries;
   base::Prompt& prompt;
-  ScriptLog& log;
+  terminal::Log& log;
   RunHost& host;
 };
 

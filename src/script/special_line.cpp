@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
+#include "base/encoding.h"
 #include "base/number.h"
 #include "base/runtime_error.h"
-#include "base/utf8.h"
 
 namespace kolvane::script {
 namespace {

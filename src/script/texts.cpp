@@ -1,6 +1,6 @@
 #include "script/texts.h"
 
-#include "base/system_error_text.h"
+#include "base/system.h"
 
 namespace kolvane::script::texts {
 

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "script/file_result.h"
+#include "script/command_file.h"
 
 /// Every text that the command list shows.
 namespace kolvane::script::texts {

@@ -8,10 +8,10 @@
 #include <filesystem>
 #include <utility>
 
+#include "base/encoding.h"
 #include "base/read_file.h"
 #include "base/replace_file.h"
-#include "base/utf8.h"
-#include "script/line_splitter.h"
+#include "script/command_file.h"
 
 namespace kolvane::script {
 namespace {

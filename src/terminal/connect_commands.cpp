@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "device/operating_mode.h"
-#include "terminal/flush_input.h"
+#include "device/device_state.h"
+#include "terminal/output.h"
 
 namespace kolvane::terminal {
 namespace {

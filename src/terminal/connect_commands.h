@@ -4,11 +4,11 @@
 #include <string>
 #include <string_view>
 
-#include "base/date_text.h"
+#include "base/clock.h"
 #include "base/prompt.h"
 #include "device/device.h"
 #include "device/device_state.h"
-#include "device/dial_listener.h"
+#include "device/modem_dialler.h"
 #include "terminal/output.h"
 #include "terminal/texts.h"
 

@@ -1,10 +1,22 @@
 #include "terminal/interactive_send.h"
 
 #include <exception>
+#include <string>
 
+#include "base/encoding.h"
 #include "base/runtime_error.h"
+#include "base/text.h"
+#include "terminal/texts.h"
 
 namespace kolvane::terminal {
+
+HistoryChange CommandHistory::Add(std::string_view command) {
+  if (!entries_.empty() && base::EqualsNoCase(entries_.front(), command)) return {};
+  entries_.emplace_front(command);
+  if (entries_.size() <= kLimit) return {.inserted = true};
+  entries_.pop_back();
+  return {.inserted = true, .dropped_last = true};
+}
 
 bool InteractiveSend::Send(std::string_view command) {
   if (command.empty()) return false;
@@ -19,6 +31,41 @@ bool InteractiveSend::Send(std::string_view command) {
   box_.ShowHistory(history_, history_.Add(command));
   if (error) std::rethrow_exception(error);
   return sent;
+}
+
+namespace {
+
+// True for as long as it lives.
+class Mark {
+ public:
+  explicit Mark(bool& flag) : flag_(flag) { flag_ = true; }
+  ~Mark() { flag_ = false; }
+  Mark(const Mark&) = delete;
+  Mark& operator=(const Mark&) = delete;
+
+ private:
+  bool& flag_;
+};
+
+void RequireCodePage(std::string_view text) {
+  const std::string_view outside = base::OutsideWindows1252(text);
+  if (!outside.empty())
+    throw base::RuntimeError(base::RuntimeError::Kind::kInvalidArgument, texts::NotSendable(outside));
+}
+
+}  // namespace
+
+void CommandLines::Send(std::string_view text, const std::function<void()>& between) {
+  if (sending_) return;
+  RequireCodePage(text);
+  const Mark sending(sending_);
+  stopped_ = false;
+  while (!text.empty() && !stopped_) {
+    const std::string_view line = base::TakeLine(text);
+    if (line.empty()) continue;
+    if (!interactive_.Send(line)) return;
+    if (!text.empty()) between();
+  }
 }
 
 }  // namespace kolvane::terminal

@@ -1,11 +1,34 @@
 #pragma once
 
+#include <cstddef>
+#include <deque>
+#include <functional>
+#include <string>
 #include <string_view>
 
-#include "terminal/command_history.h"
 #include "terminal/exchange.h"
 
 namespace kolvane::terminal {
+
+/// What CommandHistory::Add did to the list, for whoever shows it.
+struct HistoryChange {
+  bool inserted = false;      ///< the command became entry 0
+  bool dropped_last = false;  ///< the oldest entry made room for it
+};
+
+/// The commands sent by hand, newest first.
+class CommandHistory {
+ public:
+  static constexpr std::size_t kLimit = 256;
+
+  /// Puts `command` on top unless the entry there is the same without regard to case.
+  HistoryChange Add(std::string_view command);
+
+  const std::deque<std::string>& entries() const { return entries_; }
+
+ private:
+  std::deque<std::string> entries_;
+};
 
 /// The command list, as far as sent commands are recorded into it.
 class CommandRecorder {
@@ -42,6 +65,27 @@ class InteractiveSend {
   CommandRecorder& recorder_;
   CommandBox& box_;
   CommandHistory history_;
+};
+
+/// Sends what stands in the command box: one command a line, where several were pasted into it.
+class CommandLines {
+ public:
+  explicit CommandLines(InteractiveSend& interactive) : interactive_(interactive) {}
+
+  /// Sends the lines of `text` one after the other, empty ones left out. Between two of them it calls
+  /// `between`, the time to serve events; a call of Send from there does nothing. Stop(), and a command that
+  /// does not go out, end it. Throws RuntimeError, before anything is sent, for a character that
+  /// Windows-1252 lacks, and what InteractiveSend::Send throws.
+  void Send(std::string_view text, const std::function<void()>& between);
+
+  /// No further line is sent.
+  void Stop() { stopped_ = true; }
+  bool IsSending() const { return sending_; }
+
+ private:
+  InteractiveSend& interactive_;
+  bool sending_ = false;
+  bool stopped_ = false;
 };
 
 }  // namespace kolvane::terminal

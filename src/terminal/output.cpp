@@ -1,5 +1,7 @@
 #include "terminal/output.h"
 
+#include "terminal/texts.h"
+
 namespace kolvane::terminal {
 
 void Output::AddLine(LineKind kind, std::string_view line) {
@@ -7,6 +9,10 @@ void Output::AddLine(LineKind kind, std::string_view line) {
   pane_.AppendLine(kind, line);
   if (flags_.log_recording) log_.WriteLine(line);
   pane_.Refresh();
+}
+
+void FlushInput(device::Device& device, Output& output) {
+  if (const auto bytes = device.FlushInput()) output.AddLine(LineKind::kNotice, texts::InputFlushed(*bytes));
 }
 
 }  // namespace kolvane::terminal

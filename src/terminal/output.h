@@ -1,9 +1,10 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
-#include "terminal/log_sink.h"
-#include "terminal/pane.h"
+#include "device/device.h"
+#include "pane/pane.h"
 
 namespace kolvane::terminal {
 
@@ -13,10 +14,24 @@ struct OutputFlags {
   bool log_recording = false;  ///< lines are copied to the log
 };
 
+/// The log file as output and command list reach it. Whoever implements it tells the user about a file that
+/// cannot be opened or written.
+class Log {
+ public:
+  virtual ~Log() = default;
+  virtual bool IsOpen() const = 0;
+  /// Opens `file_name` (UTF-8, may be empty) for appending.
+  virtual void OpenLog(const std::string& file_name) = 0;
+  /// Nothing happens where none is open.
+  virtual void CloseLog() = 0;
+  /// One line into the open log, whether lines are being recorded or not; nothing happens where none is open.
+  virtual void WriteLine(std::string_view line) = 0;
+};
+
 /// The one way by which lines reach pane and log.
 class Output {
  public:
-  Output(OutputFlags& flags, Pane& pane, LogSink& log) : flags_(flags), pane_(pane), log_(log) {}
+  Output(OutputFlags& flags, pane::Pane& pane, Log& log) : flags_(flags), pane_(pane), log_(log) {}
 
   /// Shows `line` on a row of its own and copies it to the log while recording is on.
   void AddLine(LineKind kind, std::string_view line);
@@ -26,8 +41,12 @@ class Output {
 
  private:
   OutputFlags& flags_;
-  Pane& pane_;
-  LogSink& log_;
+  pane::Pane& pane_;
+  Log& log_;
 };
+
+/// Discards what the device has sent and nobody has read, and says in the pane how much it was. Silent where
+/// flushing does not apply (not connected, test mode).
+void FlushInput(device::Device& device, Output& output);
 
 }  // namespace kolvane::terminal

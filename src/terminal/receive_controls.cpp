@@ -1,10 +1,9 @@
 #include "terminal/receive_controls.h"
 
 #include "base/runtime_error.h"
-#include "terminal/flush_input.h"
-#include "terminal/terminators.h"
+#include "terminal/output.h"
 #include "terminal/texts.h"
-#include "terminal/typed_numbers.h"
+#include "terminal/typed_fields.h"
 
 namespace kolvane::terminal {
 namespace {

@@ -2,13 +2,58 @@
 
 #include <utility>
 
-#include "base/folding.h"
+#include "base/encoding.h"
 #include "base/runtime_error.h"
-#include "terminal/received_text.h"
+#include "base/text.h"
 #include "terminal/texts.h"
-#include "terminal/typed_numbers.h"
+#include "terminal/typed_fields.h"
 
 namespace kolvane::terminal {
+
+PostSendRule RuleFor(std::string_view command) {
+  const std::string upper = base::UpperCase(command);
+  const auto contains = [&upper](const char* word) { return upper.find(word) != std::string::npos; };
+  if (contains("DCL")) return {.disconnects = true, .continues = false, .message = texts::kLocalDone};
+  if (contains("RES") || contains("*RST"))
+    return {.disconnects = true, .continues = false, .message = texts::kRestartDone};
+  if (contains("STP")) return {.continues = false, .message = texts::kMeasuringStopped};
+  return {};
+}
+
+namespace {
+
+std::string_view WithoutTerminator(std::string_view text, std::string_view terminator) {
+  if (text.ends_with(kCrLf)) return text.substr(0, text.size() - kCrLf.size());
+  // A CR LF is received up to its LF, so a device may have sent no CR, and a host taken off only the LF.
+  if (terminator == kCrLf && !text.empty() && kCrLf.find(text.back()) != std::string_view::npos)
+    return text.substr(0, text.size() - 1);
+  return text.ends_with(terminator) ? text.substr(0, text.size() - terminator.size()) : text;
+}
+
+}  // namespace
+
+void TrimAnswer(std::string& answer, std::string_view receive_terminator) {
+  std::string_view kept = base::TrimBlanks(answer);
+  if (kept.ends_with('\0')) kept.remove_suffix(1);
+  kept = WithoutTerminator(kept, receive_terminator);
+  const auto start = static_cast<std::size_t>(kept.data() - answer.data());
+  answer.resize(start + kept.size());
+  answer.erase(0, start);
+}
+
+void AppendDisplayForm(std::string_view bytes, bool binary, std::string& text) {
+  if (!binary) {
+    text += base::FromWindows1252(bytes);
+    return;
+  }
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  text.reserve(text.size() + 4 * bytes.size());
+  for (const char c : bytes) {
+    const auto byte = static_cast<unsigned char>(c);
+    const char form[] = {'<', kDigits[byte >> 4], kDigits[byte & 15], '>'};
+    text.append(form, sizeof form);
+  }
+}
 
 Sent Session::SendCommand(std::string_view command, bool /*print_command*/) {
   sent_ = false;

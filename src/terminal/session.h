@@ -8,10 +8,28 @@
 #include "device/device_state.h"
 #include "terminal/connect_commands.h"
 #include "terminal/output.h"
-#include "terminal/post_send_check.h"
 #include "terminal/terminal_state.h"
 
 namespace kolvane::terminal {
+
+/// What a command that has been sent means for the session.
+struct PostSendRule {
+  bool disconnects = false;  ///< the connect button is to be pressed
+  bool continues = true;     ///< an answer follows
+  std::string_view message;  ///< shown in the answer's place; may be empty
+};
+
+/// The rule for `command`: it is searched for "DCL", "RES" (or "*RST") and "STP" in this order, anywhere and
+/// in any letter case; the first hit wins, longer words that happen to contain one of them included.
+PostSendRule RuleFor(std::string_view command);
+
+/// Takes off a text answer what does not belong to it: the blanks around it, then one NUL, then the
+/// terminator (CR LF in any case; part of it where the device left only that).
+void TrimAnswer(std::string& answer, std::string_view receive_terminator);
+
+/// Appends received bytes as they are shown: the characters with these Windows-1252 codes or, with `binary`,
+/// <0D> for each.
+void AppendDisplayForm(std::string_view bytes, bool binary, std::string& text);
 
 inline constexpr std::int32_t kTextAnswerLimit = 16000;  ///< characters, mode 0
 inline constexpr std::size_t kAutoAnswerLimit = 8192;    ///< bytes, mode 1

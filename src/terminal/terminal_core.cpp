@@ -1,7 +1,7 @@
 #include "terminal/terminal_core.h"
 
 #include "base/number.h"
-#include "device/connection_description.h"
+#include "device/connection_texts.h"
 
 namespace kolvane::terminal {
 

@@ -5,12 +5,12 @@
 #include "device/connection_parameters.h"
 #include "device/device_io.h"
 #include "device/device_state.h"
-#include "device/port_library_source.h"
+#include "device/port_library.h"
+#include "pane/pane.h"
 #include "terminal/connect_commands.h"
 #include "terminal/exchange.h"
-#include "terminal/log_sink.h"
+#include "terminal/log.h"
 #include "terminal/output.h"
-#include "terminal/pane.h"
 #include "terminal/session.h"
 #include "terminal/terminal_state.h"
 
@@ -25,8 +25,8 @@ struct TerminalSlices {
 
 /// What a front end brings along, be it the window or the command line.
 struct FrontEnd {
-  Pane& pane;
-  LogSink& log;
+  pane::Pane& pane;
+  Log& log;
   base::Prompt& prompt;
   ConnectionView& connection_view;
 };

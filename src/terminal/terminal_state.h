@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "base/look.h"
 #include "terminal/output.h"
 
 namespace kolvane::terminal {
@@ -65,6 +66,13 @@ struct TerminalState {
   LastAnswer last_answer;
   Options options;
   OutputFlags output;
+};
+
+/// What the window shows and the settings keep besides connection and reception.
+struct WindowSettings {
+  std::int16_t com_log = 0;
+  base::Look pane;
+  base::Look command_list;
 };
 
 }  // namespace kolvane::terminal

@@ -5,9 +5,9 @@
 #include <string>
 #include <string_view>
 
-#include "base/system_error_text.h"
+#include "base/system.h"
 #include "device/device.h"
-#include "device/dial_listener.h"
+#include "device/modem_dialler.h"
 
 /// Every text that the terminal session shows.
 namespace kolvane::terminal::texts {

@@ -2,12 +2,12 @@
 
 #include <QLineEdit>
 
-#include "window/text.h"
+#include "base/ui/text.h"
 
 namespace kolvane::window {
 
 void CommandBoxView::ShowHistory(const terminal::CommandHistory& history, terminal::HistoryChange change) {
-  if (change.inserted) box_->insertItem(0, ToQt(history.entries().front()));
+  if (change.inserted) box_->insertItem(0, base::ToQt(history.entries().front()));
   if (change.dropped_last) box_->removeItem(box_->count() - 1);
   box_->setCurrentIndex(0);
   box_->lineEdit()->setText(box_->itemText(0));

@@ -5,9 +5,9 @@
 #include <QTextCharFormat>
 #include <QVariant>
 
-#include "base/codepage.h"
+#include "base/encoding.h"
+#include "base/ui/text.h"
 #include "terminal/texts.h"
-#include "window/text.h"
 
 namespace kolvane::window {
 namespace {
@@ -22,7 +22,7 @@ QColor Reddened(const QColor& ground) {
   return QColor(mix(ground.red(), kRed), mix(ground.green(), 0), mix(ground.blue(), 0));
 }
 
-qsizetype Units(std::string_view text) { return ToQt(text).size(); }
+qsizetype Units(std::string_view text) { return base::ToQt(text).size(); }
 
 // The characters that the code page lacks, as an input method would mark them: a line edit takes formats from
 // nobody else.
@@ -59,13 +59,13 @@ void MarkField(QLineEdit* field, const QString& fault) {
 }
 
 void MarkOutside(QLineEdit* field) {
-  const std::string text = FromQt(field->text());
+  const std::string text = base::FromQt(field->text());
   const std::string_view outside = base::OutsideWindows1252(text);
   const bool marked = !field->toolTip().isEmpty();
   if (outside.empty() && !marked) return;
   QInputMethodEvent event({}, OutsideMarks(text, field->cursorPosition()));
   QApplication::sendEvent(field, &event);
-  const QString fault = outside.empty() ? QString() : ToQt(terminal::texts::NotSendable(outside));
+  const QString fault = outside.empty() ? QString() : base::ToQt(terminal::texts::NotSendable(outside));
   field->setToolTip(fault);
   field->setAccessibleDescription(fault);
 }

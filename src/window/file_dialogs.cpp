@@ -1,15 +1,32 @@
 #include "window/file_dialogs.h"
 
+#include <QApplication>
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFileSystemModel>
+#include <QKeyEvent>
+#include <QPushButton>
 
-#include "window/help_button.h"
-#include "window/text.h"
+#include "base/ui/text.h"
 #include "window/window_memory.h"
 
 namespace kolvane::window {
+
+void AddHelpButton(QDialog& dialog) {
+  auto* buttons = dialog.findChild<QDialogButtonBox*>();
+  if (buttons == nullptr) return;
+  auto* help = buttons->addButton(QStringLiteral("&Hilfe"), QDialogButtonBox::HelpRole);
+  help->setObjectName(QStringLiteral("HelpButton"));
+  // A message box takes each of its buttons for an answer.
+  help->disconnect();
+  QObject::connect(help, &QPushButton::clicked, &dialog, [&dialog] {
+    QKeyEvent key(QEvent::KeyPress, Qt::Key_F1, Qt::NoModifier);
+    QApplication::sendEvent(&dialog, &key);
+  });
+}
+
 namespace {
 
 constexpr auto kAllFiles = "Alle Dateien (*.*)";
@@ -42,7 +59,7 @@ constexpr DialogRow kSave[] = {
 
 // Each description names its patterns already, as Qt wants them.
 QStringList NameFilters(const char* filters) {
-  const QStringList parts = ToQt(filters).split(QLatin1Char('|'));
+  const QStringList parts = base::ToQt(filters).split(QLatin1Char('|'));
   QStringList names;
   for (qsizetype i = 0; i < parts.size(); i += 2) names << parts[i];
   return names;
@@ -52,7 +69,7 @@ QStringList NameFilters(const char* filters) {
 void ShowEveryFileForStars(QFileDialog& dialog) {
   QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString& filter) {
     auto* files = dialog.findChild<QFileSystemModel*>();
-    if (files != nullptr && filter == ToQt(kAllFiles)) files->setNameFilters({QStringLiteral("*")});
+    if (files != nullptr && filter == base::ToQt(kAllFiles)) files->setNameFilters({QStringLiteral("*")});
   });
 }
 
@@ -67,18 +84,18 @@ void StartIn(QFileDialog& dialog, const QFileInfo& file, const QString& last_fol
 }
 
 std::optional<std::string> Ask(QFileDialog& dialog, const DialogRow& row, const std::string& beside) {
-  dialog.setWindowTitle(ToQt(row.title));
+  dialog.setWindowTitle(base::ToQt(row.title));
   dialog.setNameFilters(NameFilters(row.filters));
   dialog.setFileMode(row.must_exist ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
-  dialog.setDefaultSuffix(ToQt(row.suffix));
+  dialog.setDefaultSuffix(base::ToQt(row.suffix));
   ShowEveryFileForStars(dialog);
   if (row.help_button) AddHelpButton(dialog);
   WindowMemory* memory = WindowMemory::Of(dialog.parentWidget());
-  StartIn(dialog, QFileInfo(ToQt(beside)), memory == nullptr ? QString() : memory->Folder(row.kind));
+  StartIn(dialog, QFileInfo(base::ToQt(beside)), memory == nullptr ? QString() : memory->Folder(row.kind));
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
   const QString file = dialog.selectedFiles().constFirst();
   if (memory != nullptr) memory->NoteFile(row.kind, file);
-  return FromQt(file);
+  return base::FromQt(file);
 }
 
 }  // namespace
@@ -95,6 +112,14 @@ std::optional<std::string> AskSaveName(QWidget* parent, SaveMode mode, const std
   dialog.setObjectName(QStringLiteral("SaveDialog"));
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   return Ask(dialog, kSave[static_cast<std::size_t>(mode)], beside);
+}
+
+std::optional<std::string> CommandDialogs::AskOpenName(const std::string& in_hand) {
+  return window::AskOpenName(parent_, OpenMode::kCommandList, in_hand);
+}
+
+std::optional<std::string> CommandDialogs::AskSaveName(const std::string& in_hand) {
+  return window::AskSaveName(parent_, SaveMode::kCommandList, in_hand);
 }
 
 }  // namespace kolvane::window

@@ -1,10 +1,17 @@
 #pragma once
 
+#include <QDialog>
 #include <QWidget>
 #include <optional>
 #include <string>
 
+#include "script/command_file_menu.h"
+
 namespace kolvane::window {
+
+/// Adds "Hilfe" to the buttons of `dialog`: it does what F1 does there, and the dialog stays open. A dialog
+/// of the platform's own has no buttons to add it to.
+void AddHelpButton(QDialog& dialog);
 
 /// What the open-file dialog is asked for.
 enum class OpenMode {
@@ -23,5 +30,16 @@ std::optional<std::string> AskOpenName(QWidget* parent, OpenMode mode, const std
 /// The same; the name of `beside` is proposed. A name without a suffix gets the mode's own; replacing a file
 /// is confirmed in the dialog.
 std::optional<std::string> AskSaveName(QWidget* parent, SaveMode mode, const std::string& beside = {});
+
+/// The file dialogs of the command list.
+class CommandDialogs final : public script::CommandFileDialogs {
+ public:
+  explicit CommandDialogs(QWidget* parent) : parent_(parent) {}
+  std::optional<std::string> AskOpenName(const std::string& in_hand) override;
+  std::optional<std::string> AskSaveName(const std::string& in_hand) override;
+
+ private:
+  QWidget* parent_;
+};
 
 }  // namespace kolvane::window

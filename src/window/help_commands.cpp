@@ -2,9 +2,12 @@
 
 #include <utility>
 
-#include "device/folder_file.h"
-#include "window/images.h"
-#include "window/print_command.h"
+#include "base/read_file.h"
+#include "device/histories.h"
+#include "help/rtf_reader.h"
+#include "window/icons.h"
+#include "window/printing.h"
+#include "window/texts.h"
 
 namespace kolvane::window {
 
@@ -31,6 +34,52 @@ help::HelpWindow& HelpCommands::Window() {
     help_ = new help::HelpWindow({Icon, print}, window_);
   }
   return *help_;
+}
+
+namespace {
+
+constexpr char kReference[] = "TermCmdHelp.rtf";
+
+base::Color ColorOf(const help::RtfFormat& format) {
+  const auto color = static_cast<base::Color>(format.color.value_or(base::kNoColor));
+  return format.bold ? color | base::kBold : color;
+}
+
+// Caret at the begin.
+pane::PaneText PaneTextOf(const help::RtfDocument& document) {
+  pane::PaneText text;
+  bool first = true;
+  for (const help::RtfParagraph& paragraph : document.paragraphs) {
+    if (!std::exchange(first, false)) text.AppendLine("", base::kNoColor);
+    for (const help::RtfRun& run : paragraph.runs) {
+      text.SetSelectionColor(ColorOf(run.format));
+      text.ReplaceSelection(run.text);
+    }
+    text.SetSelectionColor(base::kNoColor);
+  }
+  text.MoveTo(0);
+  return text;
+}
+
+}  // namespace
+
+CommandReference::CommandReference(pane::OutputPane& pane, std::vector<std::string> folders,
+                                   MessagePrompt& prompt)
+    : pane_(pane), folders_(std::move(folders)), prompt_(prompt) {}
+
+void CommandReference::Press() {
+  if (pane_.ShowsAside()) return pane_.EndAside();
+  Show();
+}
+
+void CommandReference::Show() {
+  const std::string path = device::FirstFolderFile(folders_, kReference);
+  std::string bytes;
+  if (const int error = base::ReadFile(path, bytes)) return prompt_.ShowError(texts::NotRead(path, error));
+  const help::RtfResult read = help::ReadRtf(bytes);
+  if (read.fault != help::RtfFault::kNotRichText) pane_.ShowAside(PaneTextOf(read.document));
+  if (read.fault != help::RtfFault::kNone)
+    prompt_.ShowError(path + ": " + std::string(help::FaultText(read.fault)));
 }
 
 }  // namespace kolvane::window

@@ -7,9 +7,11 @@
 
 #include "base/prompt.h"
 #include "help/help_access.h"
-#include "help/help_file_cache.h"
+#include "help/help_file.h"
 #include "help/ui/help_key.h"
 #include "help/ui/help_window.h"
+#include "pane/ui/output_pane.h"
+#include "window/message_prompt.h"
 
 namespace kolvane::window {
 
@@ -36,6 +38,23 @@ class HelpCommands final : private help::HelpViewer {
   help::HelpFileCache files_;
   help::HelpKey key_;
   QPointer<help::HelpWindow> help_;
+};
+
+/// The reference of the $ commands, `TermCmdHelp.rtf`, which the pane shows in the session's place.
+class CommandReference {
+ public:
+  /// The reference lies in the first of `folders` that has it.
+  CommandReference(pane::OutputPane& pane, std::vector<std::string> folders, MessagePrompt& prompt);
+
+  /// TB_SPECIALCOMMANDS: shows the reference, or the session's text again. What cannot be read is told.
+  void Press();
+
+ private:
+  void Show();
+
+  pane::OutputPane& pane_;
+  std::vector<std::string> folders_;
+  MessagePrompt& prompt_;
 };
 
 }  // namespace kolvane::window

@@ -1,13 +1,13 @@
 #include "window/inspect_command.h"
 
-#include "base/codepage.h"
+#include "base/encoding.h"
 #include "base/number.h"
 #include "inspect/texts.h"
 #include "inspect/ui/bin_inspect_dialog.h"
 
 namespace kolvane::window {
 
-void InspectMarked(const terminal::OutputPane& pane, inspect::InspectorState& state,
+void InspectMarked(const pane::OutputPane& pane, inspect::InspectorState& state,
                    const TemplateFolders& folders, MessagePrompt& prompt, QWidget* window) {
   const std::string marked = base::ToWindows1252(pane.text().SelectedText("\r\n"));
   if (marked.empty()) return prompt.ShowMessage(inspect::texts::kNothingMarked);

@@ -3,8 +3,8 @@
 #include <QWidget>
 #include <string>
 
-#include "inspect/inspector_state.h"
-#include "terminal/ui/output_pane.h"
+#include "inspect/decode.h"
+#include "pane/ui/output_pane.h"
 #include "window/message_prompt.h"
 
 namespace kolvane::window {
@@ -17,7 +17,7 @@ struct TemplateFolders {
 
 /// "Binärdaten analysieren": opens the inspector on what is marked in the pane, or tells the user to mark
 /// something. Throws RuntimeError kOverflow where too much is marked.
-void InspectMarked(const terminal::OutputPane& pane, inspect::InspectorState& state,
+void InspectMarked(const pane::OutputPane& pane, inspect::InspectorState& state,
                    const TemplateFolders& folders, MessagePrompt& prompt, QWidget* window);
 
 }  // namespace kolvane::window

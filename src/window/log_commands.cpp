@@ -1,7 +1,7 @@
 #include "window/log_commands.h"
 
+#include "base/ui/text.h"
 #include "window/file_dialogs.h"
-#include "window/text.h"
 
 namespace kolvane::window {
 
@@ -27,7 +27,7 @@ void LogCommands::LogChanged() {
   for (QAction* item : {toolbar_->Button("TB_OPENLOG"), menus_.Item("mnuOpenLog")}) item->setEnabled(!open);
   for (QAction* item : {toolbar_->Button("TB_CLOSELOG"), menus_.Item("mnuCloseLog")}) item->setEnabled(open);
   const terminal::LogButtonState& button = control_.button();
-  toolbar_->ShowState("TB_RECORDLOG", button.tag, button.image, ToQt(button.tool_tip));
+  toolbar_->ShowState("TB_RECORDLOG", button.tag, button.image, base::ToQt(button.tool_tip));
   toolbar_->Button("TB_RECORDLOG")->setEnabled(open);
   toolbar_->Button("TB_RECORDLOG")->setChecked(button.pressed);
   status_bars_.ShowLogFile(control_.StatusText());

@@ -2,11 +2,11 @@
 
 #include <QObject>
 
-#include "terminal/log_control.h"
-#include "window/main_toolbar.h"
+#include "terminal/log.h"
 #include "window/menus.h"
 #include "window/message_prompt.h"
 #include "window/status_bars.h"
+#include "window/toolbars.h"
 
 namespace kolvane::window {
 

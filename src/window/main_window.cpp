@@ -6,16 +6,16 @@
 #include <QScreen>
 #include <utility>
 
-#include "device/connection_description.h"
-#include "device/operating_mode.h"
+#include "base/ui/text.h"
+#include "device/connection_texts.h"
+#include "device/device_state.h"
 #include "device/port_table.h"
 #include "device/ui/connection_dialog.h"
 #include "help/widget_topics.h"
-#include "window/caption.h"
 #include "window/field_mark.h"
-#include "window/images.h"
+#include "window/icons.h"
 #include "window/inspect_command.h"
-#include "window/text.h"
+#include "window/status_bars.h"
 #include "window/texts.h"
 
 namespace kolvane::window {
@@ -38,15 +38,14 @@ MainWindow::MainWindow(WindowContext context)
       area_(new WindowArea(this)),
       toolbar1_(new MainToolbar(this)),
       menus_(this),
-      pane_(new terminal::OutputPane),
+      pane_(new pane::OutputPane),
       pane_target_(pane_, context_.settings.pane, prompt_, this),
       popup_(menus_, prompt_, pane_target_, this),
       log_(toolbar1_, menus_, area_->status_bars(), context_.slices.terminal.output, prompt_, this),
       core_(context_.slices, context_.library, {*pane_, log_.control(), prompt_, *this}),
       dialogs_(this),
       lock_(*this),
-      script_log_(log_.control()),
-      script_({context_.script, context_.slices, core_, context_.library, script_log_},
+      script_({context_.script, context_.slices, core_, context_.library, log_.control()},
               {prompt_, *pane_, dialogs_, [this](bool flag) { lock_.LockGUI(flag); }, context_.unsaved},
               area_->script_bar(), this),
       reference_(*pane_, HelpFolders(), prompt_),
@@ -113,7 +112,8 @@ void MainWindow::ShowCaption() {
 
 void MainWindow::ShowHowToBegin() {
   const bool choosable = core_.connect.Menu().configure;
-  pane_->setPlaceholderText(ToQt(texts::HowToBegin(choosable ? Chosen(context_.slices.connection) : "")));
+  pane_->setPlaceholderText(
+      base::ToQt(texts::HowToBegin(choosable ? Chosen(context_.slices.connection) : "")));
 }
 
 void MainWindow::Load() {
@@ -150,13 +150,13 @@ void MainWindow::ConnectFiles() {
 
 // TB_SAVETERMWIN does nothing.
 void MainWindow::ConnectPane() {
-  connect(pane_, &terminal::OutputPane::Touched, this, [this] { popup_.SetEditTarget(edit_target::kPane); });
-  connect(pane_, &terminal::OutputPane::popupRequested, &popup_,
+  connect(pane_, &pane::OutputPane::Touched, this, [this] { popup_.SetEditTarget(edit_target::kPane); });
+  connect(pane_, &pane::OutputPane::popupRequested, &popup_,
           [this](const QPoint& where) { popup_.OpenPopup(edit_target::kPane, where); });
   // Later, so that whoever it was dragged from need not wait for the file.
   connect(
-      pane_, &terminal::OutputPane::fileDropped, this,
-      [this](const QString& path) { prompt_.Guard([&] { pane_target_.Load(FromQt(path)); }); },
+      pane_, &pane::OutputPane::fileDropped, this,
+      [this](const QString& path) { prompt_.Guard([&] { pane_target_.Load(base::FromQt(path)); }); },
       Qt::QueuedConnection);
   // "Speichern" of the popup menu always means the pane; the list has a menu of its own.
   On({"mnuSaveTerminal", "mnuSaveAs"}, [this] { pane_target_.Save(); });
@@ -198,7 +198,7 @@ void MainWindow::ConnectSending() {
 }
 
 void MainWindow::Send() {
-  const std::string text = FromQt(area_->terminal_bar()->command()->currentText());
+  const std::string text = base::FromQt(area_->terminal_bar()->command()->currentText());
   if (!text.empty()) pane_->FollowEnd();
   prompt_.Guard([&] { lines_.Send(text, [] { QApplication::processEvents(); }); });
   if (std::exchange(close_after_lines_, false)) close();
@@ -213,7 +213,7 @@ void MainWindow::OpenConnectionMenu() {
 
 void MainWindow::ConnectionChanged() {
   const terminal::ConnectButtonState& button = core_.connect.button();
-  toolbar1_->ShowState("TB_CONNECT", button.tag, button.image, ToQt(button.tool_tip));
+  toolbar1_->ShowState("TB_CONNECT", button.tag, button.image, base::ToQt(button.tool_tip));
   area_->status_bars().ShowConnection(core_.connect.StatusText());
   OpenConnectionMenu();
   ShowConfigureButton();
@@ -227,7 +227,8 @@ void MainWindow::ShowConfigureButton() {
   const bool own = device.OperMode == device::operating_mode::kPortLibrary;
   QAction* button = toolbar1_->Button("TB_PORTCONFIGURE");
   button->setEnabled(core_.connect.Menu().configure);
-  button->setToolTip(ToQt(own && device.connected ? texts::kConfigureTipConnected : texts::kConfigureTip));
+  button->setToolTip(
+      base::ToQt(own && device.connected ? texts::kConfigureTipConnected : texts::kConfigureTip));
 }
 
 // The window waits in the port library meanwhile. Only what repaints it is let through: a key or a click

@@ -6,28 +6,23 @@
 #include <string>
 #include <vector>
 
-#include "device/port_library_source.h"
-#include "inspect/inspector_state.h"
-#include "terminal/command_lines.h"
+#include "device/port_library.h"
+#include "inspect/decode.h"
+#include "pane/ui/output_pane.h"
+#include "terminal/interactive_send.h"
 #include "terminal/terminal_core.h"
-#include "terminal/ui/output_pane.h"
-#include "terminal/window_settings.h"
-#include "window/close_request.h"
+#include "terminal/terminal_state.h"
 #include "window/command_box_view.h"
-#include "window/command_dialogs.h"
-#include "window/command_reference.h"
-#include "window/grid_target.h"
+#include "window/edit_targets.h"
+#include "window/file_dialogs.h"
 #include "window/help_commands.h"
 #include "window/lock_gui.h"
 #include "window/log_commands.h"
-#include "window/main_toolbar.h"
 #include "window/menus.h"
 #include "window/message_prompt.h"
-#include "window/pane_target.h"
-#include "window/popup_commands.h"
 #include "window/receive_view.h"
-#include "window/script_log_adapter.h"
 #include "window/script_view.h"
+#include "window/toolbars.h"
 #include "window/window_area.h"
 #include "window/window_memory.h"
 
@@ -55,7 +50,7 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   explicit MainWindow(WindowContext context);
 
   terminal::TerminalCore& core() { return core_; }
-  terminal::LogSink& log() { return log_.control(); }
+  terminal::Log& log() { return log_.control(); }
 
   /// Puts the loaded settings into the controls and prepares the device. Throws RuntimeError where a setting
   /// does not fit its control.
@@ -103,14 +98,13 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   WindowArea* area_;
   MainToolbar* toolbar1_;
   Menus menus_;
-  terminal::OutputPane* pane_;
+  pane::OutputPane* pane_;
   PaneTarget pane_target_;
   PopupCommands popup_;
   LogCommands log_;
   terminal::TerminalCore core_;
   CommandDialogs dialogs_;
   GuiLock lock_;
-  ScriptLogAdapter script_log_;
   ScriptView script_;
   CommandReference reference_;
   GridTarget grid_target_;

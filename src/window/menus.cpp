@@ -3,8 +3,8 @@
 #include <QMenuBar>
 #include <span>
 
-#include "window/images.h"
-#include "window/text.h"
+#include "base/ui/text.h"
+#include "window/icons.h"
 
 namespace kolvane::window {
 namespace {
@@ -92,7 +92,7 @@ constexpr ItemRow kPopup[] = {
 QMenu* Fill(QMenu* menu, const char* name, std::span<const ItemRow> rows) {
   menu->setObjectName(QLatin1String(name));
   for (const ItemRow& row : rows) {
-    QAction* item = menu->addAction(ToQt(row.caption));
+    QAction* item = menu->addAction(base::ToQt(row.caption));
     item->setObjectName(QLatin1String(row.name));
     if (row.icon != nullptr) item->setIcon(Icon(row.icon));
     if (row.shortcut != nullptr) item->setShortcut(QKeySequence(QLatin1String(row.shortcut)));
@@ -117,6 +117,31 @@ QAction* Menus::Item(const char* name) const {
     if (auto* item = menu->findChild<QAction*>(QLatin1String(name))) return item;
   }
   return nullptr;
+}
+
+PopupCommands::PopupCommands(Menus& menus, MessagePrompt& prompt, EditTarget& pane, QObject* parent)
+    : QObject(parent), menus_(menus), prompt_(prompt), targets_{&pane, &pane} {
+  Connect("mnuCopy", &EditTarget::Copy);
+  Connect("mnuCut", &EditTarget::Cut);
+  Connect("mnuPaste", &EditTarget::Paste);
+  Connect("mnuDelete", &EditTarget::Delete);
+  Connect("mnuSelectAll", &EditTarget::SelectAll);
+  Connect("mnuClearAll", &EditTarget::ClearAll);
+  Connect("mnuOpen", &EditTarget::Open);
+  Connect("mnuPrint", &EditTarget::Print);
+  Connect("mnuFont", &EditTarget::ChooseFont);
+  Connect("mnuBackColor", &EditTarget::ChooseBackColor);
+}
+
+void PopupCommands::Connect(const char* item, void (EditTarget::*command)()) {
+  prompt_.OnTrigger(menus_.Item(item),
+                    [this, command] { (targets_.at(static_cast<std::size_t>(flag_))->*command)(); });
+}
+
+void PopupCommands::OpenPopup(int flag, const QPoint& where) {
+  SetEditTarget(flag);
+  menus_.Item("mnuPaste")->setEnabled(true);
+  menus_.popup->popup(where);
 }
 
 }  // namespace kolvane::window

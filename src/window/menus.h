@@ -3,6 +3,12 @@
 #include <QAction>
 #include <QMainWindow>
 #include <QMenu>
+#include <QObject>
+#include <QPoint>
+#include <array>
+
+#include "window/edit_targets.h"
+#include "window/message_prompt.h"
 
 namespace kolvane::window {
 
@@ -17,6 +23,30 @@ struct Menus {
   QMenu* connection;
   QMenu* options;
   QMenu* popup;
+};
+
+/// The popup menu that pane and grid share. Its commands go to the control that the edit-target flag names.
+class PopupCommands final : public QObject {
+  Q_OBJECT
+
+ public:
+  PopupCommands(Menus& menus, MessagePrompt& prompt, EditTarget& pane, QObject* parent);
+
+  /// Says what the flag's value 1 stands for; without it that is the pane too.
+  void SetGrid(EditTarget& grid) { targets_[edit_target::kGrid] = &grid; }
+
+  /// `flag` is edit_target::kPane or kGrid.
+  void SetEditTarget(int flag) { flag_ = flag; }
+  /// Opens the menu on that control at this place of the screen.
+  void OpenPopup(int flag, const QPoint& where);
+
+ private:
+  void Connect(const char* item, void (EditTarget::*command)());
+
+  Menus& menus_;
+  MessagePrompt& prompt_;
+  std::array<EditTarget*, 2> targets_;
+  int flag_ = edit_target::kPane;
 };
 
 }  // namespace kolvane::window

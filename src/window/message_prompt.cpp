@@ -10,9 +10,9 @@
 #include <utility>
 
 #include "base/runtime_error.h"
+#include "base/ui/text.h"
 #include "help/message_topics.h"
-#include "window/help_button.h"
-#include "window/text.h"
+#include "window/file_dialogs.h"
 #include "window/texts.h"
 
 namespace kolvane::window {
@@ -70,7 +70,7 @@ void OfferHelp(QMessageBox& box) {
 }
 
 void Show(QWidget* parent, QMessageBox::Icon icon, std::string_view text) {
-  QMessageBox box(icon, ToQt(texts::kProgram), ToQt(text), QMessageBox::Ok, parent);
+  QMessageBox box(icon, base::ToQt(texts::kProgram), base::ToQt(text), QMessageBox::Ok, parent);
   box.setObjectName(QStringLiteral("MessageBox"));
   box.setTextFormat(Qt::PlainText);
   WrapLongWords(box);

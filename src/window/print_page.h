@@ -1,11 +1,47 @@
 #pragma once
 
+#include <QColor>
+#include <QFont>
 #include <QFontMetricsF>
 #include <QPagedPaintDevice>
 #include <QPainter>
 #include <QString>
+#include <cstddef>
+#include <vector>
+
+#include "pane/pane_moves.h"
+#include "pane/pane_store.h"
 
 namespace kolvane::window {
+
+/// UTF-16 units [begin, begin + length) of a line with a look of their own.
+struct PrintRun {
+  int begin;
+  int length;
+  QColor color;  ///< not valid: the text's own
+  bool bold = false;
+};
+
+/// One line of text to print; what no run covers looks like the text itself.
+struct PrintLine {
+  QString text;
+  std::vector<PrintRun> runs;
+};
+
+/// Lines to print. They may become fewer while printing goes on.
+class PrintSource {
+ public:
+  virtual ~PrintSource() = default;
+  virtual std::size_t LineCount() const = 0;
+  virtual PrintLine Line(std::size_t line) const = 0;
+};
+
+/// How lines are printed.
+struct PrintStyle {
+  QString caption;  ///< on top of each page
+  QFont font;
+  QColor text;  ///< the text's own colour; one too pale for paper becomes black
+};
 
 /// The pages of a print-out one after the other, each with its head and foot. Measures are the device's
 /// pixels.
@@ -43,6 +79,21 @@ class PrintPages {
   bool printed_ = false;
   bool any_printed_ = false;
   bool failed_;
+};
+
+/// A stretch of the pane's text as lines to print. Control characters come out as the pane shows them.
+class PaneLines final : public PrintSource {
+ public:
+  PaneLines(const pane::PaneStore& store, pane::PaneRange range);
+
+  std::size_t LineCount() const override;
+  PrintLine Line(std::size_t line) const override;
+
+ private:
+  const pane::PaneStore& store_;
+  pane::PaneRange range_;
+  std::size_t first_;
+  std::size_t count_;
 };
 
 }  // namespace kolvane::window

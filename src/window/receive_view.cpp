@@ -3,30 +3,29 @@
 #include <QScopedValueRollback>
 #include <utility>
 
-#include "terminal/terminators.h"
-#include "terminal/typed_numbers.h"
+#include "base/ui/text.h"
+#include "terminal/typed_fields.h"
 #include "window/field_mark.h"
-#include "window/text.h"
 
 namespace kolvane::window {
 namespace {
 
 template <typename Words>
 void AddWords(QComboBox* list, const Words& words) {
-  for (const auto& word : words) list->addItem(ToQt(word));
+  for (const auto& word : words) list->addItem(base::ToQt(word));
 }
 
 // A word of the list is also the list's current item, so that keys and wheel go on from there. Leaves a field
 // alone that shows the text already, so that the caret of someone typing in it stays.
 void ShowText(QComboBox* list, const std::string& text) {
-  const QString shown = ToQt(text);
+  const QString shown = base::ToQt(text);
   const int index = list->findText(shown, Qt::MatchExactly | Qt::MatchCaseSensitive);
   if (list->currentIndex() != index) list->setCurrentIndex(index);
   if (list->currentText() != shown) list->setEditText(shown);
 }
 
 void ShowText(QLineEdit* field, const std::string& text) {
-  const QString shown = ToQt(text);
+  const QString shown = base::ToQt(text);
   if (field->text() != shown) field->setText(shown);
 }
 
@@ -63,7 +62,7 @@ void ReceiveView::Connect(MessagePrompt& prompt) {
   const auto on_edit = [&](auto* field, auto signal,
                            void (terminal::ReceiveControls::*edit)(std::string_view)) {
     connect(field, signal, this, [this, &prompt, edit](const QString& text) {
-      if (!showing_) prompt.Guard([&] { (controls_.*edit)(FromQt(text)); });
+      if (!showing_) prompt.Guard([&] { (controls_.*edit)(base::FromQt(text)); });
     });
   };
   on_pick(bar_->receive_mode(), &terminal::ReceiveControls::PickMode);
@@ -74,7 +73,7 @@ void ReceiveView::Connect(MessagePrompt& prompt) {
           &terminal::ReceiveControls::EditSendTerminator);
   const auto mark = [this](QLineEdit* field, std::string (*fault)(std::string_view)) {
     connect(field, &QLineEdit::textChanged, this,
-            [field, fault](const QString& text) { MarkField(field, ToQt(fault(FromQt(text)))); });
+            [field, fault](const QString& text) { MarkField(field, base::ToQt(fault(base::FromQt(text)))); });
   };
   mark(bar_->receive_timeout(), &terminal::TimeoutFault);
   mark(bar_->count(), &terminal::CountFault);

@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "base/number.h"
+#include "base/ui/text.h"
 #include "script/texts.h"
-#include "window/text.h"
 
 namespace kolvane::window {
 namespace {
@@ -100,7 +100,7 @@ void ScriptView::OnFiles(void (script::CommandFileMenu::*command)()) {
 
 void ScriptView::OpenDropped(const QString& name) {
   grid_->FinishEdit();
-  around_.prompt.Guard([this, &name] { files_.OpenFile(FromQt(name)); });
+  around_.prompt.Guard([this, &name] { files_.OpenFile(base::FromQt(name)); });
 }
 
 void ScriptView::Play() { Run(&script::Runner::Play); }

@@ -6,14 +6,14 @@
 #include <string>
 #include <vector>
 
+#include "pane/ui/output_pane.h"
 #include "script/command_file_menu.h"
-#include "script/run_host.h"
+#include "script/runner.h"
 #include "script/script_core.h"
 #include "script/ui/command_grid.h"
 #include "terminal/terminal_core.h"
-#include "terminal/ui/output_pane.h"
 #include "window/message_prompt.h"
-#include "window/script_toolbar.h"
+#include "window/toolbars.h"
 #include "window/unsaved_view.h"
 
 namespace kolvane::window {
@@ -24,13 +24,13 @@ struct ScriptParts {
   terminal::TerminalSlices slices;
   terminal::TerminalCore& core;
   device::PortLibrarySource& library;
-  script::ScriptLog& log;
+  terminal::Log& log;
 };
 
 /// What its window side needs of the rest of the window.
 struct ScriptSurroundings {
   MessagePrompt& prompt;
-  terminal::OutputPane& pane;
+  pane::OutputPane& pane;
   script::CommandFileDialogs& dialogs;
   std::function<void(bool)> lock_gui;
   std::string unsaved;  ///< where copies of unsaved lists are kept; empty: none are

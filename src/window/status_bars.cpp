@@ -1,9 +1,47 @@
 #include "window/status_bars.h"
 
-#include "window/status_panel.h"
-#include "window/text.h"
+#include <QPainter>
+
+#include "base/ui/text.h"
+#include "window/texts.h"
 
 namespace kolvane::window {
+namespace {
+
+constexpr QLatin1String kMark("[*]");
+constexpr QLatin1String kNoMark("[*][*]");  // how a caption that holds these characters has them
+
+void Append(QString& caption, std::string_view part) {
+  if (!part.empty()) caption += QStringLiteral(" - ") + base::ToQt(part).replace(kMark, kNoMark);
+}
+
+}  // namespace
+
+QString Caption(std::string_view command_file, std::string_view connection, bool modified) {
+  command_file.remove_prefix(command_file.rfind('/') + 1);
+  QString caption = base::ToQt(texts::kProgram);
+  Append(caption, command_file);
+  if (modified) caption += kMark;
+  Append(caption, connection);
+  return caption;
+}
+
+QString CaptionWithoutMark(const QWidget& window) {
+  QStringList parts = window.windowTitle().split(kNoMark);
+  for (QString& part : parts) part.remove(kMark);
+  return parts.join(kMark);
+}
+
+void StatusPanel::paintEvent(QPaintEvent* event) {
+  const QRect area = contentsRect().adjusted(indent(), 0, -indent(), 0);
+  const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, area.width());
+  // Marks stand in the whole text.
+  if (shown == text() || hasSelectedText()) return QLabel::paintEvent(event);
+  QPainter painter(this);
+  painter.setPen(palette().color(foregroundRole()));
+  painter.drawText(area, static_cast<int>(alignment()) | Qt::TextSingleLine, shown);
+}
+
 namespace {
 
 QStatusBar* MakeBar(QWidget* parent, const char* name) {
@@ -16,7 +54,7 @@ QStatusBar* MakeBar(QWidget* parent, const char* name) {
 QLabel* AddPanel(QStatusBar* bar, const char* name, const char* accessible_name) {
   auto* panel = new StatusPanel(bar);
   panel->setObjectName(QLatin1String(name));
-  panel->setAccessibleName(ToQt(accessible_name));
+  panel->setAccessibleName(base::ToQt(accessible_name));
   panel->setTextFormat(Qt::PlainText);
   panel->setTextInteractionFlags(Qt::TextSelectableByMouse);
   // A long path must not keep the window from being made narrow.
@@ -27,7 +65,7 @@ QLabel* AddPanel(QStatusBar* bar, const char* name, const char* accessible_name)
 }
 
 void ShowIn(QLabel* panel, std::string_view text) {
-  panel->setText(ToQt(text));
+  panel->setText(base::ToQt(text));
   panel->setToolTip(panel->text());
 }
 

@@ -2,9 +2,28 @@
 
 #include <QLabel>
 #include <QStatusBar>
+#include <QString>
+#include <QWidget>
 #include <string_view>
 
 namespace kolvane::window {
+
+/// The window's caption: the program, the file of the command list without its folder, and what is connected.
+/// Either of the two may be empty. A list that is `modified` has the place of QWidget's mark after it.
+QString Caption(std::string_view command_file, std::string_view connection, bool modified = false);
+
+/// A window's caption without that mark, for paper.
+QString CaptionWithoutMark(const QWidget& window);
+
+/// A panel of a status bar. A text that is too long is shown without its middle, so that a path's file name
+/// is seen; the text itself, the tool tip and what is marked stay whole.
+class StatusPanel final : public QLabel {
+ public:
+  using QLabel::QLabel;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+};
 
 /// The two status bars: the connection in the first; log file and command list in the second.
 class StatusBars {

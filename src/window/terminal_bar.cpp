@@ -1,27 +1,49 @@
 #include "window/terminal_bar.h"
 
+#include <QAbstractItemView>
 #include <QDropEvent>
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMimeData>
 #include <QUrl>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <utility>
 
-#include "device/ui/wheel_guard.h"
-#include "window/bar_list.h"
+#include "base/ui/text.h"
+#include "base/ui/wheel_guard.h"
 #include "window/flow_layout.h"
-#include "window/images.h"
-#include "window/text.h"
+#include "window/icons.h"
 
 namespace kolvane::window {
+
+BarList::BarList(QWidget* parent) : QComboBox(parent) {
+  base::GuardWheel(this);
+  connect(this, &QComboBox::activated, this, [this] {
+    if (std::exchange(with_mouse_, false)) Q_EMIT PickedWithMouse();
+  });
+}
+
+// The view is made when it is needed first.
+void BarList::showPopup() {
+  with_mouse_ = false;
+  QComboBox::showPopup();
+  view()->viewport()->installEventFilter(this);
+}
+
+bool BarList::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::MouseButtonRelease) with_mouse_ = true;
+  return QComboBox::eventFilter(watched, event);
+}
+
 namespace {
 
 constexpr int kMargin = 6;
 constexpr int kGap = 6;
 constexpr int kGroupGap = 16;
 
-QString WithoutMnemonic(const char* label) { return ToQt(label).remove(QLatin1Char('&')); }
+QString WithoutMnemonic(const char* label) { return base::ToQt(label).remove(QLatin1Char('&')); }
 
 bool BringsFiles(const QMimeData& data) {
   const QList<QUrl> urls = data.urls();
@@ -58,7 +80,7 @@ void TerminalBar::BuildCommandLine() {
   command_->setToolTip(QStringLiteral("Befehl an das Gerät; Pfeil auf und Pfeil ab holen frühere Befehle"));
   command_->lineEdit()->setAccessibleName(command_->accessibleName());
   command_->lineEdit()->installEventFilter(this);
-  device::GuardWheel(command_);
+  base::GuardWheel(command_);
   command_->lineEdit()->setPlaceholderText(QStringLiteral("Befehl eingeben, Eingabetaste sendet"));
   send_ = new QPushButton(Icon("send"), QStringLiteral("&Senden"), command_row_);
   send_->setObjectName(QStringLiteral("cmdSend"));
@@ -117,10 +139,10 @@ void TerminalBar::AddGroup(const char* label, const char* tip, QWidget* field) {
   auto* row = new QHBoxLayout(group);
   row->setContentsMargins(0, 0, 0, 0);
   row->setSpacing(kGap);
-  auto* caption = new QLabel(ToQt(label));
+  auto* caption = new QLabel(base::ToQt(label));
   caption->setBuddy(field);
   field->setAccessibleName(WithoutMnemonic(label));
-  field->setToolTip(ToQt(tip));
+  field->setToolTip(base::ToQt(tip));
   row->addWidget(caption);
   row->addWidget(field);
   settings_row_->layout()->addWidget(group);

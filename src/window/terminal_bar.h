@@ -7,6 +7,26 @@
 
 namespace kolvane::window {
 
+/// A list on the terminal bar. Its wheel needs the focus; a pick with the mouse is reported, so that the
+/// keyboard can go back to where it is wanted.
+class BarList final : public QComboBox {
+  Q_OBJECT
+
+ public:
+  explicit BarList(QWidget* parent = nullptr);
+
+  void showPopup() override;
+
+ Q_SIGNALS:
+  void PickedWithMouse();
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  bool with_mouse_ = false;
+};
+
 /// `Toolbar2` below the pane: the command line with its send button, and under it how commands are sent and
 /// answers received. It only holds the controls; the main window acts on them.
 class TerminalBar final : public QToolBar {

@@ -4,13 +4,81 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <utility>
 
 #include "base/descriptor.h"
-#include "base/uninterrupted.h"
-#include "window/text_decoder.h"
+#include "base/encoding.h"
+#include "base/ui/text.h"
+#include "window/texts.h"
 
 namespace kolvane::window {
+namespace {
+
+constexpr int kSteps = 1000;
+constexpr int kShownEachMs = 30;
+
+}  // namespace
+
+Progress::Progress(QWidget* parent, const QString& label, int appears_after_ms) : dialog_(parent) {
+  dialog_.setObjectName(QStringLiteral("ProgressDialog"));
+  dialog_.setWindowTitle(base::ToQt(texts::kProgram));
+  dialog_.setLabelText(label);
+  dialog_.setCancelButtonText(QStringLiteral("Abbrechen"));
+  dialog_.setWindowModality(Qt::WindowModal);
+  dialog_.setMinimumDuration(appears_after_ms);
+  dialog_.setRange(0, kSteps);
+  // The end of the work takes it away, not the last step.
+  dialog_.setAutoReset(false);
+  dialog_.setAutoClose(false);
+  dialog_.setValue(0);
+  since_shown_.start();
+}
+
+bool Progress::Advance(std::size_t done, std::size_t whole) {
+  if (since_shown_.elapsed() < kShownEachMs) return !dialog_.wasCanceled();
+  since_shown_.start();
+  const double part = whole == 0 ? 0 : static_cast<double>(done) / static_cast<double>(whole);
+  dialog_.setValue(static_cast<int>(part * kSteps));
+  return !dialog_.wasCanceled();
+}
+
+namespace {
+
+// Bytes at the end of `text` that begin a sequence and do not end it.
+std::size_t Incomplete(std::string_view text) {
+  for (std::size_t back = 1; back <= std::min<std::size_t>(3, text.size()); ++back) {
+    const char c = text[text.size() - back];
+    if (!base::IsUtf8Continuation(c)) return base::Utf8Length(c) > back ? back : 0;
+  }
+  return 0;
+}
+
+}  // namespace
+
+std::string TextDecoder::Decode(std::string_view bytes) {
+  if (!std::exchange(begun_, true)) {
+    utf8_ = bytes.starts_with(base::kUtf8Mark);
+    if (utf8_) bytes.remove_prefix(base::kUtf8Mark.size());
+  }
+  pending_ += bytes;
+  const std::size_t complete = Complete();
+  std::string piece = pending_.substr(0, complete);
+  pending_.erase(0, complete);
+  return utf8_ ? piece : base::FromWindows1252(piece);
+}
+
+std::string TextDecoder::Finish() {
+  const std::string rest = std::exchange(pending_, {});
+  return utf8_ ? rest : base::FromWindows1252(rest);
+}
+
+std::size_t TextDecoder::Complete() const {
+  const std::size_t held_back = utf8_ ? Incomplete(pending_) : 0;
+  return pending_.size() - (pending_.ends_with('\r') ? 1 : held_back);
+}
+
 namespace {
 
 constexpr std::size_t kPieceBytes = 256 * 1024;
@@ -48,7 +116,7 @@ class InputFile {
 
 }  // namespace
 
-int ReadTextFile(const std::string& name, terminal::PaneText& text, const ProgressStep& step) {
+int ReadTextFile(const std::string& name, pane::PaneText& text, const ProgressStep& step) {
   InputFile file(name);
   std::size_t size = 0;
   if (const int error = file.Size(size)) return error;

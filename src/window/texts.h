@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "base/system_error_text.h"
+#include "base/system.h"
 
 /// What the window itself tells the user. `error` is an errno.
 namespace kolvane::window::texts {

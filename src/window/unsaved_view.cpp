@@ -3,11 +3,11 @@
 #include <QAccessible>
 #include <utility>
 
-#include "base/date_text.h"
+#include "base/clock.h"
+#include "base/ui/text.h"
 #include "script/texts.h"
 #include "window/flow_layout.h"
-#include "window/status_panel.h"
-#include "window/text.h"
+#include "window/status_bars.h"
 
 namespace kolvane::window {
 namespace {
@@ -48,7 +48,7 @@ UnsavedView::UnsavedView(script::CommandGrid* grid, const std::string& folder, M
 }
 
 QPushButton* UnsavedView::AddButton(const char* name, std::string_view text, void (UnsavedView::*command)()) {
-  auto* button = new QPushButton(ToQt(text), this);
+  auto* button = new QPushButton(base::ToQt(text), this);
   button->setObjectName(QLatin1String(name));
   button->setAutoDefault(false);
   connect(button, &QPushButton::clicked, this,
@@ -87,8 +87,8 @@ void UnsavedView::ShowNext() {
   setHidden(left_.empty());
   if (left_.empty()) return;
   const script::LeftCopy& next = left_.front();
-  text_->setText(ToQt(script::texts::LeftList(next.name(), base::DateTimeText(next.saved_at()), next.size(),
-                                              left_.size() - 1)));
+  text_->setText(base::ToQt(script::texts::LeftList(next.name(), base::DateTimeText(next.saved_at()),
+                                                    next.size(), left_.size() - 1)));
   text_->setToolTip(text_->text());
   setAccessibleName(text_->text());
   Announce();

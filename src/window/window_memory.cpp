@@ -10,7 +10,7 @@
 #include <optional>
 #include <utility>
 
-#include "window/text.h"
+#include "base/ui/text.h"
 
 namespace kolvane::window {
 namespace {
@@ -23,7 +23,7 @@ constexpr char kFolders[] = "FOLDERS";
 
 // Two whole numbers above 0, "640,480".
 std::optional<std::pair<int, int>> PairOf(const std::string& text) {
-  const QStringList parts = ToQt(text).split(QLatin1Char(','));
+  const QStringList parts = base::ToQt(text).split(QLatin1Char(','));
   if (parts.size() != 2) return std::nullopt;
   const int first = parts[0].toInt();
   const int second = parts[1].toInt();
@@ -91,12 +91,12 @@ void WindowMemory::RestoreSplitter() {
 }
 
 QString WindowMemory::Folder(const char* kind) const {
-  const QString folder = ToQt(store_.Read(kFolders, kind));
+  const QString folder = base::ToQt(store_.Read(kFolders, kind));
   return QDir(folder).exists() ? folder : QString();
 }
 
 void WindowMemory::NoteFile(const char* kind, const QString& path) {
-  store_.Write(kFolders, kind, FromQt(QFileInfo(path).absolutePath()));
+  store_.Write(kFolders, kind, base::FromQt(QFileInfo(path).absolutePath()));
 }
 
 void WindowMemory::Note() {
@@ -122,7 +122,7 @@ bool WindowMemory::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void WindowMemory::ShowDialog(QWidget& dialog) {
-  const auto size = PairOf(store_.Read(kSizes, FromQt(dialog.objectName())));
+  const auto size = PairOf(store_.Read(kSizes, base::FromQt(dialog.objectName())));
   if (size && !shown_.contains(&dialog)) Resize(dialog, {size->first, size->second});
   connect(&dialog, &QObject::destroyed, this, [this](const QObject* gone) { shown_.remove(gone); });
   shown_[&dialog] = dialog.size();
@@ -131,7 +131,7 @@ void WindowMemory::ShowDialog(QWidget& dialog) {
 void WindowMemory::HideDialog(const QWidget& dialog) {
   const auto shown = shown_.constFind(&dialog);
   if (shown == shown_.constEnd() || *shown == dialog.size() || dialog.isMaximized()) return;
-  store_.Write(kSizes, FromQt(dialog.objectName()), TextOf(dialog.width(), dialog.height()));
+  store_.Write(kSizes, base::FromQt(dialog.objectName()), TextOf(dialog.width(), dialog.height()));
 }
 
 }  // namespace kolvane::window

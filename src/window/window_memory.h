@@ -5,7 +5,6 @@
 #include <QObject>
 #include <QSize>
 #include <QSplitter>
-#include <string>
 
 #include "window/state_store.h"
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "amplifier/echo.h"
+#include "amplifier/line_commands.h"
 
 namespace kolvane::amplifier {
 namespace {

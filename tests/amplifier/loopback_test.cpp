@@ -5,7 +5,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "amplifier/server_thread.h"
+#include "amplifier/server.h"
 
 namespace kolvane::amplifier {
 namespace {

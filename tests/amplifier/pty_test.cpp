@@ -7,7 +7,7 @@
 #include <fstream>
 #include <system_error>
 
-#include "amplifier/server_thread.h"
+#include "amplifier/server.h"
 #include "base/temp_folder.h"
 #include "client.h"
 

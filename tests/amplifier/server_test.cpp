@@ -9,7 +9,6 @@
 #include <system_error>
 #include <vector>
 
-#include "amplifier/server_thread.h"
 #include "client.h"
 
 namespace kolvane::amplifier {

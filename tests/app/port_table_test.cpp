@@ -1,4 +1,4 @@
-#include "app/port_table.h"
+#include "app/port_listing.h"
 
 #include <gtest/gtest.h>
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "component/captured_output.h"
+#include "base/captured_output.h"
 
 namespace kolvane::app {
 
@@ -47,8 +47,8 @@ class Program {
  private:
   [[noreturn]] void Execute(std::vector<std::string>& words, const Surroundings& surroundings) const;
 
-  component::CapturedOutput out_;
-  component::CapturedOutput err_;
+  base::CapturedOutput out_;
+  base::CapturedOutput err_;
   pid_t child_ = -1;
 };
 

@@ -7,7 +7,7 @@
 
 #include "app/instrument.h"
 #include "app/program.h"
-#include "base/codepage.h"
+#include "base/encoding.h"
 #include "base/temp_folder.h"
 #include "script/dialogue.h"
 #include "terminal/texts.h"

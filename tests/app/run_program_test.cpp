@@ -8,7 +8,7 @@
 #include <filesystem>
 #include <regex>
 
-#include "amplifier/server_thread.h"
+#include "amplifier/server.h"
 #include "app/instrument.h"
 #include "app/program.h"
 #include "base/temp_folder.h"

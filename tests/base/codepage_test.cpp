@@ -1,4 +1,4 @@
-#include "base/codepage.h"
+#include "base/encoding.h"
 
 #include <gtest/gtest.h>
 

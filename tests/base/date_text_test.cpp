@@ -1,4 +1,4 @@
-#include "base/date_text.h"
+#include "base/clock.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "base/folder_lock.h"
+#include "base/replace_file.h"
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>

@@ -1,4 +1,4 @@
-#include "base/folding.h"
+#include "base/text.h"
 
 #include <gtest/gtest.h>
 

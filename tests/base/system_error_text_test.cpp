@@ -1,4 +1,4 @@
-#include "base/system_error_text.h"
+#include "base/system.h"
 
 #include <gtest/gtest.h>
 

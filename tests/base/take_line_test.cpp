@@ -1,4 +1,4 @@
-#include "base/take_line.h"
+#include "base/text.h"
 
 #include <gtest/gtest.h>
 

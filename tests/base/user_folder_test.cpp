@@ -1,4 +1,4 @@
-#include "base/user_folder.h"
+#include "base/system.h"
 
 #include <gtest/gtest.h>
 

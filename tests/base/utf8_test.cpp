@@ -1,4 +1,4 @@
-#include "base/utf8.h"
+#include "base/encoding.h"
 
 #include <gtest/gtest.h>
 

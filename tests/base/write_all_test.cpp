@@ -1,4 +1,4 @@
-#include "base/write_all.h"
+#include "base/descriptor.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

@@ -7,7 +7,7 @@
 
 #include "base/nobody.h"
 #include "base/temp_folder.h"
-#include "component/settings_store.h"
+#include "component/ini_store.h"
 
 namespace kolvane::component {
 namespace {

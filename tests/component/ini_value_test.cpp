@@ -6,7 +6,7 @@
 #include <QTemporaryDir>
 #include <random>
 
-#include "base/codepage.h"
+#include "base/encoding.h"
 #include "base/temp_folder.h"
 
 namespace kolvane::component {

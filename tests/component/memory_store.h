@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "component/settings_store.h"
+#include "component/ini_store.h"
 
 namespace kolvane::component {
 

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "base/codepage.h"
+#include "base/encoding.h"
 #include "component/ini_text.h"
 #include "component/stored_settings.h"
 

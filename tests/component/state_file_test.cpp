@@ -1,4 +1,4 @@
-#include "component/state_file.h"
+#include "component/ini_store.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "component/unload.h"
+#include "component/terminal_run.h"
 
 #include <gtest/gtest.h>
 
@@ -9,17 +9,19 @@
 #include "component/memory_store.h"
 #include "device/fake_port_library.h"
 #include "device/recording_host.h"
-#include "terminal/log_control.h"
+#include "terminal/log.h"
 #include "terminal/session_fakes.h"
 
 namespace kolvane::component {
 namespace {
 
-class RecordingLog final : public terminal::LogSink {
+class RecordingLog final : public terminal::Log {
  public:
   explicit RecordingLog(const MemoryStore& store) : store_(store) {}
   void WriteLine(std::string_view) override {}
-  void Close() override { closed_before_saving = store_.writes.empty(); }
+  bool IsOpen() const override { return true; }
+  void OpenLog(const std::string&) override {}
+  void CloseLog() override { closed_before_saving = store_.writes.empty(); }
   bool closed_before_saving = false;
 
  private:

@@ -1,11 +1,9 @@
-#include "device/address_history.h"
+#include "device/histories.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include "base/temp_folder.h"
-#include "device/folder_file.h"
-#include "device/modem_script_file.h"
 
 namespace kolvane::device {
 namespace {

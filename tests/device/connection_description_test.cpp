@@ -1,4 +1,4 @@
-#include "device/connection_description.h"
+#include "device/connection_texts.h"
 
 #include <gtest/gtest.h>
 

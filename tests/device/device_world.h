@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "device/device_io.h"
-#include "device/operating_mode.h"
+#include "device/device_state.h"
 #include "fake_clock.h"
 #include "fake_port_library.h"
 #include "recording_dial_listener.h"

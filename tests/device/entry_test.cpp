@@ -2,10 +2,9 @@
 
 #include <vector>
 
-#include "device/connection_words.h"
+#include "device/connection_texts.h"
 #include "device/number_entry.h"
 #include "device/port_table.h"
-#include "device/timeout_entry.h"
 
 namespace kolvane::device {
 namespace {

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "device/port_library_source.h"
+#include "device/port_library.h"
 #include "fake_clock.h"
 
 namespace kolvane::device {

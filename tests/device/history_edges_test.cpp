@@ -4,16 +4,15 @@
 #include <filesystem>
 #include <random>
 
-#include "base/codepage.h"
+#include "base/encoding.h"
 #include "base/fake_prompt.h"
 #include "base/in_child.h"
 #include "base/nobody.h"
 #include "base/small_disk.h"
 #include "base/small_files.h"
 #include "base/temp_folder.h"
-#include "device/address_history.h"
 #include "device/connection_form.h"
-#include "device/modem_script_file.h"
+#include "device/histories.h"
 
 namespace kolvane::device {
 namespace {

@@ -1,4 +1,4 @@
-#include "device/history_folder.h"
+#include "device/histories.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -8,9 +8,7 @@
 #include <thread>
 
 #include "base/temp_folder.h"
-#include "device/address_history.h"
 #include "device/connection_form.h"
-#include "device/modem_script_file.h"
 
 namespace kolvane::device {
 namespace {

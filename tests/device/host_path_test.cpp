@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-#include "device/device_status.h"
+#include "device/device_state.h"
 #include "device_world.h"
 
 namespace kolvane::device {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "device/device_status.h"
+#include "device/device_state.h"
 #include "device_world.h"
 
 namespace kolvane::device {

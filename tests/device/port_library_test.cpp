@@ -5,7 +5,6 @@
 #include <fstream>
 
 #include "base/temp_folder.h"
-#include "device/lazy_port_library.h"
 #include "device/loaded_port_library.h"
 
 namespace kolvane::device {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "device/dial_listener.h"
+#include "device/modem_dialler.h"
 
 namespace kolvane::device {
 

@@ -2,8 +2,8 @@
 
 #include "base/fake_prompt.h"
 #include "base/temp_folder.h"
-#include "device/connection_choices.h"
 #include "device/connection_form.h"
+#include "device/connection_texts.h"
 #include "device/port_table.h"
 
 namespace kolvane::device {

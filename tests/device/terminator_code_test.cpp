@@ -1,4 +1,4 @@
-#include "device/terminator_code.h"
+#include "device/test_answer.h"
 
 #include <gtest/gtest.h>
 

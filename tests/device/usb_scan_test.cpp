@@ -1,4 +1,4 @@
-#include "device/usb_scan.h"
+#include "device/attached_ports.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "devlnk/ports_ini.h"
+#include "devlnk/node_names.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -9,7 +9,6 @@
 #include <string>
 
 #include "base/temp_folder.h"
-#include "devlnk/node_names.h"
 
 namespace kolvane::devlnk {
 namespace {

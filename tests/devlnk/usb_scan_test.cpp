@@ -1,4 +1,4 @@
-#include "devlnk/usb_scan.h"
+#include "devlnk/usb_devices.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>

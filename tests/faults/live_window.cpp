@@ -6,7 +6,7 @@
 #include <cstdlib>
 
 #include "base/temp_folder.h"
-#include "terminal/ui/output_pane.h"
+#include "pane/ui/output_pane.h"
 
 namespace kolvane::faults {
 namespace {
@@ -67,7 +67,7 @@ void LiveWindow::Reconnect() {
 }
 
 std::string LiveWindow::NewLines() {
-  const QString text = window_.findChild<terminal::OutputPane*>()->plainText();
+  const QString text = window_.findChild<pane::OutputPane*>()->plainText();
   QStringList lines;
   for (const QString& line : text.mid(shown_).split(QLatin1Char('\n'), Qt::SkipEmptyParts))
     lines << Masked(line);

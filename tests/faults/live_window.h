@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "base/temp_folder.h"
-#include "device/lazy_port_library.h"
+#include "device/loaded_port_library.h"
 #include "faults/faulty_instrument.h"
 #include "gui/box_answers.h"
 #include "window/window_records.h"

@@ -1,11 +1,11 @@
 // Entry of the window's fault tests: the application object that the component makes, on no screen.
 #include <gtest/gtest.h>
 
-#include "window/guarded_application.h"
+#include "component/application.h"
 
 int main(int argc, char** argv) {
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   testing::InitGoogleTest(&argc, argv);
-  const kolvane::window::GuardedApplication application(argc, argv);
+  const kolvane::component::GuardedApplication application(argc, argv);
   return RUN_ALL_TESTS();
 }

@@ -5,15 +5,15 @@
 #include <new>
 
 #include "faults/failing_new.h"
-#include "terminal/pane_state.h"
-#include "terminal/ui/output_pane_rows.h"
+#include "pane/pane_state.h"
+#include "pane/ui/output_pane_rows.h"
 
 namespace kolvane::faults {
 namespace {
 
-using terminal::OutputPaneMetrics;
-using terminal::OutputPaneRows;
-using terminal::PaneText;
+using pane::OutputPaneMetrics;
+using pane::OutputPaneRows;
+using pane::PaneText;
 
 /// Runs `step` again and again, the nth allocation of the nth time failing, until none fails; `check` in
 /// between.
@@ -37,13 +37,12 @@ void ExpectWholeLines(const std::string& line) {
   std::unique_ptr<PaneText> text;
   const auto append = [&] {
     text = std::make_unique<PaneText>();
-    for (int i = 0; i < 100; ++i)
-      text->AppendLine(line, i % 2 == 1 ? terminal::kCommandColor : terminal::kNoColor);
+    for (int i = 0; i < 100; ++i) text->AppendLine(line, i % 2 == 1 ? base::kCommandColor : base::kNoColor);
   };
   WithoutMemory(append, [&] {
     if (text == nullptr) return;
-    text->AppendLine(line, terminal::kNoColor);
-    const terminal::PaneStore& store = text->store();
+    text->AppendLine(line, base::kNoColor);
+    const pane::PaneStore& store = text->store();
     EXPECT_EQ(text->Length(), (store.LineCount() - 1) * (line.size() + 1));
     for (std::size_t i = 1; i < store.LineCount(); ++i) EXPECT_EQ(store.Line(i), line) << i;
   });
@@ -56,8 +55,7 @@ TEST(PaneMemory, Row28ALineIsThereOrNot) {
 
 TEST(PaneMemory, Row28RowsAreFoundAgain) {
   PaneText text;
-  for (int i = 0; i < 20; ++i)
-    text.AppendLine("a line that is wrapped, wherever that is", terminal::kNoColor);
+  for (int i = 0; i < 20; ++i) text.AppendLine("a line that is wrapped, wherever that is", base::kNoColor);
   const OutputPaneMetrics metrics{QFont(QStringLiteral("Courier New"), 10)};
   OutputPaneRows rows(text.store(), metrics);
   rows.SetLayout(metrics, metrics.blank() * 10);
@@ -65,7 +63,7 @@ TEST(PaneMemory, Row28RowsAreFoundAgain) {
     rows.Sync();
     std::size_t reached = 0;
     for (std::size_t row = 0; row < rows.Total(); ++row) {
-      const terminal::PaneRow place = rows.RowAt(row);
+      const pane::PaneRow place = rows.RowAt(row);
       EXPECT_EQ(place.begin, reached);
       EXPECT_EQ(rows.RowOf(place.begin), row);
       reached = place.end + (place.ends_line ? 1 : 0);

@@ -4,7 +4,7 @@
 #include <exception>
 #include <string>
 
-#include "device/address_history.h"
+#include "device/histories.h"
 #include "script/command_file.h"
 
 namespace {

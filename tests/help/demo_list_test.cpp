@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <vector>
 
-#include "base/codepage.h"
-#include "base/folding.h"
+#include "base/encoding.h"
 #include "base/number.h"
+#include "base/text.h"
 #include "help_files.h"
 
 namespace kolvane::help {

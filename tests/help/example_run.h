@@ -5,12 +5,11 @@
 #include <vector>
 
 #include "amplifier/instrument.h"
-#include "base/codepage.h"
+#include "base/encoding.h"
 #include "base/fake_prompt.h"
 #include "device/device.h"
 #include "device/fake_clock.h"
 #include "device/fake_port_library.h"
-#include "script/fake_script_log.h"
 #include "script/run_bench.h"
 #include "script/script_core.h"
 #include "terminal/session_fakes.h"
@@ -86,7 +85,7 @@ class ExampleRun {
   terminal::FakeLog unused_log_;
   terminal::FakeConnectionView view_;
   base::FakePrompt prompt_;
-  script::FakeScriptLog log_;
+  terminal::FakeLog log_;
   script::FakeRunHost host_;
   terminal::Output output_{state_.output, pane_, unused_log_};
   terminal::ConnectCommands connect_{device_, device_state_, output_,

@@ -4,7 +4,6 @@
 #include "help/help_access.h"
 #include "help/html.h"
 #include "help/page_index.h"
-#include "help/topic_table.h"
 
 namespace kolvane::help {
 namespace {

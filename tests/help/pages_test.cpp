@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "base/codepage.h"
+#include "base/encoding.h"
 #include "help/help_files.h"
 #include "help/help_pages.h"
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "help/rtf_texts.h"
+#include "help/rtf_reader.h"
 #include "rtf_dump.h"
 
 namespace kolvane::help {

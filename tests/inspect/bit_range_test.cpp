@@ -1,4 +1,4 @@
-#include "inspect/bit_range.h"
+#include "inspect/template_run.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "inspect/box_positions.h"
+#include "inspect/caret.h"
 
 #include <gtest/gtest.h>
 

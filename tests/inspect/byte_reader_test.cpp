@@ -1,4 +1,4 @@
-#include "inspect/byte_reader.h"
+#include "inspect/byte_values.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 #include <limits>
 #include <vector>
 
-#include "inspect/hex_pair.h"
+#include "inspect/hex_dump.h"
 #include "inspect/marked_bytes.h"
 
 namespace kolvane::inspect {

@@ -1,10 +1,8 @@
-#include "inspect/byte_swap.h"
+#include "inspect/byte_values.h"
 
 #include <gtest/gtest.h>
 
 #include <limits>
-
-#include "inspect/byte_values.h"
 
 namespace kolvane::inspect {
 namespace {

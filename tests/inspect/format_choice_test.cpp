@@ -1,4 +1,4 @@
-#include "inspect/format_choice.h"
+#include "inspect/decode.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "base/runtime_error.h"
-#include "inspect/dump_layout.h"
 #include "inspect/marked_bytes.h"
 
 namespace kolvane::inspect {

@@ -9,9 +9,9 @@
 #include <memory>
 
 #include "device/device_io.h"
+#include "device/device_state.h"
 #include "device/fake_clock.h"
-#include "device/lazy_port_library.h"
-#include "device/operating_mode.h"
+#include "device/loaded_port_library.h"
 #include "devlnk/status.h"
 #include "integration/modem.h"
 

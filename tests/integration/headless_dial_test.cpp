@@ -4,8 +4,8 @@
 
 #include <cstdlib>
 
-#include "component/headless_terminal.h"
-#include "device/operating_mode.h"
+#include "device/device_state.h"
+#include "headless/terminal.h"
 #include "integration/modem.h"
 
 namespace kolvane::integration {
@@ -15,7 +15,7 @@ TEST(HeadlessDial, ARefusalIsOneLineWithTheModemsLastWord) {
   Modem modem(Answers{{"ATD", "\r\nNO CARRIER\r\n"}});
   setenv("KOLVANE_PORT_LIBRARY", KOLVANE_PORT_LIBRARY_FILE, 1);
   setenv("KOLVANE_COM1", modem.node().c_str(), 1);
-  component::ComponentState state;
+  headless::RunState state;
   state.device.OperMode = device::operating_mode::kPortLibrary;
   state.connection.port_code = device::port_code::kCom1;
   state.connection.baud = 9600;
@@ -27,8 +27,8 @@ TEST(HeadlessDial, ARefusalIsOneLineWithTheModemsLastWord) {
   options.Verbose = true;
   testing::internal::CaptureStderr();
   {
-    component::HostLines host(options.OnLine);
-    component::HeadlessTerminal terminal(options, host, state);
+    headless::HostLines host(options.OnLine);
+    headless::Terminal terminal({options, host, state, {}});
     EXPECT_FALSE(terminal.Connect());
   }
   const std::string said = testing::internal::GetCapturedStderr();

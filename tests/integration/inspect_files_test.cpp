@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <optional>
 
-#include "base/codepage.h"
+#include "base/encoding.h"
 #include "base/temp_folder.h"
 #include "inspect/hex_dump.h"
 #include "inspect/template_run.h"

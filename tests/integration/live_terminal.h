@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <string>
 
-#include "amplifier/server_thread.h"
+#include "amplifier/server.h"
 #include "base/fake_prompt.h"
-#include "device/lazy_port_library.h"
+#include "device/loaded_port_library.h"
 #include "terminal/receive_controls.h"
 #include "terminal/session_fakes.h"
 #include "terminal/terminal_core.h"

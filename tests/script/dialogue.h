@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "base/codepage.h"
+#include "base/encoding.h"
 #include "terminal/fake_device.h"
 
 namespace kolvane::script {

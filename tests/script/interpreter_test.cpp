@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "device/device_status.h"
+#include "device/device_state.h"
 #include "script/script_bench.h"
 
 namespace kolvane::script {

@@ -1,4 +1,4 @@
-#include "script/line_splitter.h"
+#include "script/command_file.h"
 
 #include <gtest/gtest.h>
 

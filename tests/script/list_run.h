@@ -13,20 +13,6 @@
 
 namespace kolvane::script {
 
-/// A log whose lines go where the recorded ones go.
-class SharedLog final : public ScriptLog {
- public:
-  explicit SharedLog(terminal::FakeLog& log) : log_(log) {}
-  bool LogOpen() const override { return open_; }
-  void OpenLog(const std::string& /*name*/) override { open_ = true; }
-  void CloseLog() override { open_ = false; }
-  void WriteLogLine(std::string_view line) override { log_.WriteLine(line); }
-
- private:
-  terminal::FakeLog& log_;
-  bool open_ = false;
-};
-
 /// One run of a command file over the real session, connected to the instrument of a dialogue.
 class ListRun {
  public:
@@ -70,10 +56,8 @@ class ListRun {
       device_, device_state_, output_, prompt_, view_, {.description = [] { return std::string("TCP/IP"); }}};
   terminal::Session session_{device_, device_state_, state_, output_, connect_};
   terminal::Exchange exchange_{session_, state_.options, output_, clock_, ","};
-  SharedLog script_log_{log_};
   FakeRunHost host_;
-  ScriptCore core_{
-      {script_, state_, device_state_, exchange_, pane_, libraries_, prompt_, script_log_, host_}};
+  ScriptCore core_{{script_, state_, device_state_, exchange_, pane_, libraries_, prompt_, log_, host_}};
   bool loaded_ = false;
 };
 

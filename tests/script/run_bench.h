@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "device/fake_port_library.h"
-#include "script/fake_script_log.h"
 #include "script/list_text.h"
 #include "script/script_core.h"
 #include "terminal/session_bench.h"
@@ -58,9 +57,8 @@ struct RunBench : terminal::SessionBench {
   device::FakePortLibrarySource libraries{&library};
   terminal::FakeClock clock;
   terminal::Exchange exchange{session, state.options, output, clock, ","};
-  FakeScriptLog script_log;
   FakeRunHost host;
-  ScriptCore core{{script, state, device_state, exchange, pane, libraries, prompt, script_log, host}};
+  ScriptCore core{{script, state, device_state, exchange, pane, libraries, prompt, log, host}};
 };
 
 }  // namespace kolvane::script

@@ -7,7 +7,6 @@
 #include "base/fake_prompt.h"
 #include "device/fake_port_library.h"
 #include "script/command_list.h"
-#include "script/fake_script_log.h"
 #include "script/interpreter.h"
 #include "script/list_text.h"
 #include "script/script_state.h"
@@ -41,7 +40,7 @@ struct ScriptBench {
   device::FakePortLibrarySource libraries{&library};
   terminal::FakePane pane;
   base::FakePrompt prompt;
-  FakeScriptLog log;
+  terminal::FakeLog log;
   CommandList list{&state.run};
   ListErrors errors{list, prompt};
   Interpreter interpreter{list, errors, {state.interpreter, terminal, device, libraries, pane, log}};

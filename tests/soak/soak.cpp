@@ -12,7 +12,7 @@
 #include <fstream>
 
 #include "base/temp_folder.h"
-#include "device/lazy_port_library.h"
+#include "device/loaded_port_library.h"
 #include "soak/numbering_instrument.h"
 #include "window/window_records.h"
 
@@ -107,7 +107,7 @@ class Terminal : private window::WindowRecords {
 
   // As an instrument would have sent it. All that it sends is in Latin-1.
   std::string Text() {
-    QString text = window_.findChild<terminal::OutputPane*>(QStringLiteral("TermWin"))->plainText();
+    QString text = window_.findChild<pane::OutputPane*>(QStringLiteral("TermWin"))->plainText();
     return text.replace(QLatin1Char('\n'), QLatin1String("\r\n")).toLatin1().toStdString();
   }
 

@@ -1,4 +1,4 @@
-#include "terminal/command_history.h"
+#include "terminal/interactive_send.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "terminal/command_lines.h"
+#include "terminal/interactive_send.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "terminal/log_control.h"
+#include "terminal/log.h"
 
 #include <gtest/gtest.h>
 
@@ -126,7 +126,7 @@ TEST_F(LogControlTest, AfterClosingWhileRecordingTheSecondPressRecords) {
 TEST_F(LogControlTest, ClosingWithoutALogChangesNothing) {
   flags_.log_recording = true;
   log_.CloseLog();
-  log_.Close();
+  log_.CloseLog();
   EXPECT_TRUE(flags_.log_recording);
   EXPECT_EQ(observer_.changes, 0);
 }

@@ -1,4 +1,4 @@
-#include "terminal/log_file.h"
+#include "terminal/log.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>

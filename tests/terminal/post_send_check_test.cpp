@@ -1,4 +1,4 @@
-#include "terminal/post_send_check.h"
+#include "terminal/session.h"
 
 #include <gtest/gtest.h>
 

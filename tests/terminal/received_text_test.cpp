@@ -1,4 +1,4 @@
-#include "terminal/received_text.h"
+#include "terminal/session.h"
 
 #include <gtest/gtest.h>
 

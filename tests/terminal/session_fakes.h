@@ -5,15 +5,15 @@
 #include <vector>
 
 #include "base/clock.h"
-#include "terminal/log_sink.h"
-#include "terminal/pane.h"
+#include "pane/pane.h"
+#include "terminal/log.h"
 
 namespace kolvane::terminal {
 
 using Lines = std::vector<std::string>;
 
 /// Keeps the pane's text with its line breaks, and each line with its kind.
-class FakePane final : public Pane {
+class FakePane final : public pane::Pane {
  public:
   void AppendLine(LineKind kind, std::string_view line) override {
     text += "\r\n" + std::string(line);
@@ -37,12 +37,27 @@ class FakePane final : public Pane {
   int refreshed = 0;
 };
 
-class FakeLog final : public LogSink {
+/// A log that keeps its lines and writes down each call. A name in `refused` cannot be opened.
+class FakeLog final : public Log {
  public:
-  void WriteLine(std::string_view line) override { lines.emplace_back(line); }
-  void Close() override { ++closed; }
+  bool IsOpen() const override { return open; }
+  void OpenLog(const std::string& name) override {
+    calls.push_back("open " + name);
+    open = name != refused;
+  }
+  void CloseLog() override {
+    calls.emplace_back("close");
+    open = false;
+  }
+  void WriteLine(std::string_view line) override {
+    lines.emplace_back(line);
+    calls.push_back("write " + std::string(line));
+  }
+
   std::vector<std::string> lines;
-  int closed = 0;
+  std::vector<std::string> calls;
+  std::string refused = "refused";
+  bool open = false;
 };
 
 /// Ticks through `seconds`; the last of them stays.

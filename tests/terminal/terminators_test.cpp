@@ -1,4 +1,4 @@
-#include "terminal/terminators.h"
+#include "terminal/typed_fields.h"
 
 #include <gtest/gtest.h>
 

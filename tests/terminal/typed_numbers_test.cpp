@@ -1,4 +1,4 @@
-#include "terminal/typed_numbers.h"
+#include "terminal/typed_fields.h"
 
 #include <gtest/gtest.h>
 

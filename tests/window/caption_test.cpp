@@ -1,4 +1,4 @@
-#include "window/caption.h"
+#include "window/status_bars.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 #include <cstring>
 #include <string>
 
-#include "device/port_library_source.h"
+#include "device/port_library.h"
 #include "script/dialogue.h"
 
 namespace kolvane::window {

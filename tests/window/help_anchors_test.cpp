@@ -3,10 +3,10 @@
 #include <cerrno>
 
 #include "base/fake_prompt.h"
-#include "base/system_error_text.h"
+#include "base/system.h"
 #include "device/ui/connection_dialog.h"
 #include "help/help_pages.h"
-#include "help/rtf_texts.h"
+#include "help/rtf_reader.h"
 #include "kolvane/RuntimeError.h"
 #include "script/texts.h"
 #include "terminal/texts.h"

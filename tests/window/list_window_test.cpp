@@ -33,7 +33,7 @@ class ListWindowTest : public testing::TestWithParam<std::string>, protected Win
   }
 
   std::string PaneLines() {
-    QString text = window_.findChild<terminal::OutputPane*>()->plainText();
+    QString text = window_.findChild<pane::OutputPane*>()->plainText();
     text.remove(0, text.startsWith('\n') ? 1 : 0);
     return text.isEmpty() ? "" : text.toStdString() + "\n";
   }
@@ -51,7 +51,7 @@ class ListWindowTest : public testing::TestWithParam<std::string>, protected Win
 };
 
 TEST_P(ListWindowTest, BringsAboutTheSameAsWithoutAWindow) {
-  window_.findChild<terminal::OutputPane*>()->clear();
+  window_.findChild<pane::OutputPane*>()->clear();
   window_.OpenCommandFile(Path("CMD"));
   window_.findChild<QAction*>("TB_PLAY")->trigger();
   EXPECT_EQ(port_.transcript(), base::ReadBytes(Path("device")));

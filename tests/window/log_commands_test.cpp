@@ -113,7 +113,7 @@ TEST_F(LogCommandsTest, AFullDiskIsToldOnceAndTheSessionGoesOn) {
 TEST_F(LogCommandsTest, UnloadingClosesTheLog) {
   OpenLog(path_);
   Press("TB_RECORDLOG");
-  window_.log().Close();
+  window_.log().CloseLog();
   EXPECT_FALSE(terminal_.output.log_recording);
   AddLine("not recorded");
   EXPECT_EQ(base::ReadBytes(path_), "");

@@ -8,7 +8,7 @@
 #include <QScreen>
 #include <QTimer>
 
-#include "window/text.h"
+#include "base/ui/text.h"
 
 namespace kolvane::window {
 namespace {
@@ -40,7 +40,7 @@ QLabel* TextLabel(const QMessageBox& box) {
 
 void ExpectShownInFull(const std::string& text) {
   ShowAndLook(text, [&](const QMessageBox& box) {
-    EXPECT_EQ(FromQt(box.text()), text);
+    EXPECT_EQ(base::FromQt(box.text()), text);
     const QLabel* label = TextLabel(box);
     ASSERT_NE(label, nullptr);
     const int width = label->contentsRect().width() - std::max(label->indent(), 0);

@@ -351,7 +351,7 @@ TEST_F(MainWindowTest, ACommentReplacesTheSelectionAndIsNotLogged) {
   });
   Press("mnuInsertComment");
   EXPECT_EQ(PaneText(), "\na\nnote\nd");
-  EXPECT_EQ(Pane()->SelectionColor(), terminal::kCommentColor);
+  EXPECT_EQ(Pane()->SelectionColor(), base::kCommentColor);
   EXPECT_EQ(base::ReadBytes(folder_.Path("a.LOG")), "abcd\r\n");
 }
 
@@ -368,7 +368,7 @@ TEST_F(MainWindowTest, AnEmptyOrCancelledCommentChangesNothing) {
   EXPECT_EQ(dialogs_, 2);
   EXPECT_EQ(PaneText(), "\nabcd");
   EXPECT_EQ(Pane()->selectedText(), "bc");
-  EXPECT_EQ(Pane()->SelectionColor(), terminal::kNoColor);
+  EXPECT_EQ(Pane()->SelectionColor(), base::kNoColor);
 }
 
 TEST_F(MainWindowTest, ClearAllEmptiesThePane) {

@@ -6,7 +6,7 @@
 
 #include "device/connection_form.h"
 #include "help/help_pages.h"
-#include "help/rtf_texts.h"
+#include "help/rtf_reader.h"
 #include "inspect/texts.h"
 #include "kolvane/RuntimeError.h"
 #include "script/texts.h"

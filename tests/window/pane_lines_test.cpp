@@ -1,8 +1,8 @@
-#include "window/pane_lines.h"
+#include "window/print_page.h"
 
 #include <gtest/gtest.h>
 
-#include "terminal/pane_text.h"
+#include "pane/pane_text.h"
 
 namespace kolvane::window {
 namespace {
@@ -27,21 +27,21 @@ class PaneLinesTest : public testing::Test {
  protected:
   QString Whole() { return Dump(PaneLines(text_.store(), {0, text_.Length()})); }
 
-  terminal::PaneText text_;
+  pane::PaneText text_;
 };
 
 TEST_F(PaneLinesTest, AnEmptyTextIsOneEmptyLine) { EXPECT_EQ(Whole(), ""); }
 
 TEST_F(PaneLinesTest, KeepsColours) {
-  text_.AppendLine("größer", terminal::kCommandColor);
-  text_.AppendLine("answer", terminal::kNoColor);
-  text_.AppendLine("note", terminal::kCommentColor);
+  text_.AppendLine("größer", base::kCommandColor);
+  text_.AppendLine("answer", base::kNoColor);
+  text_.AppendLine("note", base::kCommentColor);
   EXPECT_EQ(Whole(), "/größer 0+6:#ff0000/answer/note 0+4:#008000");
 }
 
 TEST_F(PaneLinesTest, KeepsBold) {
-  text_.AppendLine("title", terminal::kBold);
-  text_.AppendLine("$STOP", terminal::kBold | 0xFF0000);
+  text_.AppendLine("title", base::kBold);
+  text_.AppendLine("$STOP", base::kBold | 0xFF0000);
   EXPECT_EQ(Whole(), "/title 0+5:b/$STOP 0+5:b#0000ff");
 }
 
@@ -53,8 +53,8 @@ TEST_F(PaneLinesTest, ALineMayHoldSeveralColours) {
 }
 
 TEST_F(PaneLinesTest, TakesAStretchOfTheText) {
-  text_.AppendLine("first", terminal::kCommandColor);
-  text_.AppendLine("second", terminal::kNoColor);
+  text_.AppendLine("first", base::kCommandColor);
+  text_.AppendLine("second", base::kNoColor);
   EXPECT_EQ(Dump(PaneLines(text_.store(), {3, 10})), "rst 0+3:#ff0000/sec");
   EXPECT_EQ(Dump(PaneLines(text_.store(), {7, 7})), "");
 }
@@ -65,7 +65,7 @@ TEST_F(PaneLinesTest, ShowsControlCharactersAsThePaneDoes) {
 }
 
 TEST_F(PaneLinesTest, ATextThatBecomesShorterHasFewerLines) {
-  for (int i = 0; i < 5; ++i) text_.AppendLine("x", terminal::kNoColor);
+  for (int i = 0; i < 5; ++i) text_.AppendLine("x", base::kNoColor);
   const PaneLines late(text_.store(), {8, 10});
   const PaneLines all(text_.store(), {0, text_.Length()});
   text_.SetText("short");

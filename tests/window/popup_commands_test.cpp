@@ -1,4 +1,4 @@
-#include "window/popup_commands.h"
+#include "window/menus.h"
 
 #include <gtest/gtest.h>
 

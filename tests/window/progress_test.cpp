@@ -1,4 +1,4 @@
-#include "window/progress.h"
+#include "window/text_file.h"
 
 #include <gtest/gtest.h>
 

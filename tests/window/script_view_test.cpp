@@ -322,7 +322,7 @@ TEST_F(ScriptViewTest, ShowsTheReferenceOfTheSpecialCommands) {
   EXPECT_EQ(PaneText(), "\n$STOP hält an");
   EXPECT_EQ(Pane()->text().caret(), 0u);
   EXPECT_EQ(Pane()->text().store().ColorAt(1), 0xFF0000);
-  EXPECT_EQ(Pane()->text().store().ColorAt(6), terminal::kNoColor);
+  EXPECT_EQ(Pane()->text().store().ColorAt(6), base::kNoColor);
   AddLine("neu");
   EXPECT_EQ(PaneText(), "\n$STOP hält an\nneu");
 }
@@ -332,8 +332,8 @@ TEST_F(ScriptViewTest, TheReferenceIsBoldWhereItsFileIs) {
                    "{\\rtf1{\\colortbl;\\red0\\green0\\blue255;}\\b Titel\\par\\cf1 $STOP\\b0 x\\par}");
   Press("TB_SPECIALCOMMANDS");
   EXPECT_EQ(PaneText(), "Titel\n$STOPx");
-  EXPECT_EQ(Pane()->text().store().ColorAt(0), terminal::kBold);
-  EXPECT_EQ(Pane()->text().store().ColorAt(6), terminal::kBold | 0xFF0000);
+  EXPECT_EQ(Pane()->text().store().ColorAt(0), base::kBold);
+  EXPECT_EQ(Pane()->text().store().ColorAt(6), base::kBold | 0xFF0000);
   EXPECT_EQ(Pane()->text().store().ColorAt(11), 0xFF0000);
 }
 
@@ -354,7 +354,7 @@ TEST_F(ScriptViewTest, ASecondPressBringsTheSessionBack) {
   EXPECT_EQ(lines[2], "A?");
   EXPECT_TRUE(lines[3].startsWith("1(dt = "));
   EXPECT_EQ(Pane()->text().store().ColorAt(static_cast<std::size_t>(PaneText().indexOf("A?"))),
-            terminal::kCommandColor);
+            base::kCommandColor);
   EXPECT_EQ(Pane()->text().caret(), Pane()->text().Length() - 1);
   Press("TB_SPECIALCOMMANDS");
   EXPECT_EQ(PaneText(), "$STOP");

@@ -8,7 +8,7 @@
 #include <QPixmapCache>
 #include <cmath>
 
-#include "window/images.h"
+#include "window/icons.h"
 
 namespace kolvane::window {
 namespace {

@@ -22,7 +22,7 @@ class TextFileTest : public testing::Test {
 
   base::TempFolder folder_;
   std::string file_ = folder_.Path("a.TXT");
-  terminal::PaneText text_;
+  pane::PaneText text_;
   std::vector<std::pair<std::size_t, std::size_t>> steps_;
   std::size_t steps_wanted_ = 100;
 };

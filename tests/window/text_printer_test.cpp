@@ -1,4 +1,4 @@
-#include "window/text_printer.h"
+#include "window/printing.h"
 
 #include <gtest/gtest.h>
 

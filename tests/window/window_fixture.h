@@ -38,7 +38,7 @@ class WindowFixture : public testing::Test, protected WindowRecords {
 
   void Press(const char* key) { Find<QAction>(key)->trigger(); }
   bool Enabled(const char* key) { return Find<QAction>(key)->isEnabled(); }
-  terminal::OutputPane* Pane() { return Find<terminal::OutputPane>("TermWin"); }
+  pane::OutputPane* Pane() { return Find<pane::OutputPane>("TermWin"); }
   QString PaneText() { return Pane()->plainText(); }
   void AddLine(const std::string& line, LineKind kind = LineKind::kAnswer) {
     window_.core().output.AddLine(kind, line);

@@ -31,7 +31,7 @@ class WindowFolders : public testing::Test, protected WindowRecords {
   }
 
   void Press(const char* key) { window_.findChild<QAction*>(QLatin1String(key))->trigger(); }
-  terminal::OutputPane* Pane() { return window_.findChild<terminal::OutputPane*>(); }
+  pane::OutputPane* Pane() { return window_.findChild<pane::OutputPane*>(); }
 
   QStringList TemplatesOffered() {
     QStringList names;

@@ -1,4 +1,4 @@
-#include "window/window_layout.h"
+#include "window/window_area.h"
 
 #include <gtest/gtest.h>
 

@@ -3,9 +3,9 @@
 #include <string>
 
 #include "base/fake_prompt.h"
-#include "device/operating_mode.h"
-#include "window/close_request.h"
+#include "device/device_state.h"
 #include "window/main_window.h"
+#include "window/message_prompt.h"
 
 namespace kolvane::window {
 

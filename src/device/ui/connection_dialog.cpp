@@ -7,13 +7,13 @@
 #include <QScreen>
 #include <QVBoxLayout>
 
-#include "device/history_folder.h"
-#include "device/port_node.h"
+#include "device/attached_ports.h"
+#include "device/histories.h"
+#include "device/port_table.h"
 #include "device/ui/form_fields.h"
 #include "device/ui/instrument_pages.h"
 #include "device/ui/network_pages.h"
 #include "device/ui/serial_pages.h"
-#include "device/usb_scan.h"
 
 namespace kolvane::device {
 namespace {

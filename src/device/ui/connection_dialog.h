@@ -10,7 +10,7 @@
 
 #include "base/prompt.h"
 #include "device/connection_form.h"
-#include "device/port_library_source.h"
+#include "device/port_library.h"
 #include "device/port_table.h"
 
 namespace kolvane::device {

@@ -1,6 +1,6 @@
 #include "device/ui/form_fields.h"
 
-#include "device/ui/wheel_guard.h"
+#include "base/ui/wheel_guard.h"
 
 namespace kolvane::device {
 namespace {
@@ -34,7 +34,7 @@ QComboBox* FormColumn::AddChoice(const FieldRow& row, std::span<const char* cons
   auto* box = new QComboBox;
   for (const char* choice : choices) box->addItem(Utf8(choice));
   box->setMinimumWidth(kFieldWidth);
-  GuardWheel(box);
+  base::GuardWheel(box);
   Add(row, box);
   return box;
 }

@@ -4,7 +4,7 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
-#include "device/connection_choices.h"
+#include "device/connection_texts.h"
 #include "device/ui/form_fields.h"
 
 namespace kolvane::device {

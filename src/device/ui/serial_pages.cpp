@@ -4,8 +4,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 
-#include "device/connection_choices.h"
-#include "device/connection_words.h"
+#include "device/connection_texts.h"
 #include "device/ui/form_fields.h"
 
 namespace kolvane::device {

@@ -8,9 +8,8 @@
 #include <memory>
 
 #include "help/help_file.h"
-#include "help/ui/contents_tree.h"
 #include "help/ui/help_page.h"
-#include "help/ui/search_panel.h"
+#include "help/ui/panels.h"
 #include "help/widget_topics.h"
 
 namespace kolvane::help {

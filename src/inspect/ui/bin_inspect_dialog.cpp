@@ -11,7 +11,6 @@
 
 #include "inspect/caret.h"
 #include "inspect/decode.h"
-#include "inspect/format_choice.h"
 #include "inspect/hex_dump.h"
 
 namespace kolvane::inspect {

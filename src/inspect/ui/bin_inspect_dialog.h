@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "inspect/inspector_state.h"
+#include "inspect/decode.h"
 #include "inspect/template_list.h"
 #include "inspect/ui/format_frame.h"
 #include "inspect/ui/inspect_area.h"

@@ -3,8 +3,8 @@
 #include <QPlainTextEdit>
 #include <string>
 
-#include "inspect/box_positions.h"
-#include "inspect/dump_view.h"
+#include "inspect/caret.h"
+#include "inspect/hex_dump.h"
 
 namespace kolvane::inspect {
 

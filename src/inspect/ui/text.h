@@ -4,7 +4,7 @@
 #include <QString>
 #include <string_view>
 
-#include "base/codepage.h"
+#include "base/encoding.h"
 
 namespace kolvane::inspect {
 

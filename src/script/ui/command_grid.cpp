@@ -10,9 +10,10 @@
 #include <QUrl>
 #include <algorithm>
 
+#include "base/ui/look.h"
+#include "pane/ui/output_pane_paint.h"
 #include "script/list_editing.h"
 #include "script/texts.h"
-#include "terminal/ui/output_pane_paint.h"
 
 namespace kolvane::script {
 namespace {
@@ -80,7 +81,7 @@ void CommandGrid::ShowLook(const QFont& font, Color text, const QColor& ground) 
   QPalette colors = palette();
   colors.setColor(QPalette::Base, ground);
   // For the line in which a row is edited; the rows themselves bring their colours along.
-  colors.setColor(QPalette::Text, terminal::ToQColor(text));
+  colors.setColor(QPalette::Text, base::ToQColor(text));
   setPalette(colors);
 }
 

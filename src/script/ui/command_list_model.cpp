@@ -6,10 +6,11 @@
 #include <algorithm>
 #include <utility>
 
-#include "base/codepage.h"
+#include "base/encoding.h"
+#include "base/ui/look.h"
+#include "pane/ui/output_pane_paint.h"
 #include "script/list_editing.h"
 #include "script/texts.h"
-#include "terminal/ui/output_pane_paint.h"
 
 namespace kolvane::script {
 namespace {
@@ -38,9 +39,9 @@ QVariant CommandListModel::LookOf(int row, int role) const {
   const Highlight* highlight = list_.HighlightOf(row);
   switch (role) {
     case Qt::ForegroundRole:
-      return terminal::ToQColor(highlight != nullptr ? highlight->fore : list_.TextColor(row));
+      return base::ToQColor(highlight != nullptr ? highlight->fore : list_.TextColor(row));
     case Qt::BackgroundRole:
-      return highlight != nullptr ? QVariant(terminal::ToQColor(highlight->back)) : QVariant();
+      return highlight != nullptr ? QVariant(base::ToQColor(highlight->back)) : QVariant();
     case Qt::FontRole: {
       if (highlight == nullptr) return {};
       QFont font;  // the weight alone is set: the view's family and size hold

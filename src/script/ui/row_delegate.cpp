@@ -10,7 +10,7 @@
 #include <QToolTip>
 #include <vector>
 
-#include "base/codepage.h"
+#include "base/encoding.h"
 #include "script/texts.h"
 
 namespace kolvane::script {

@@ -1,0 +1,56 @@
+#include "base/descriptor.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <ctime>
+
+namespace kolvane::base {
+namespace {
+
+// Keeps the signals that come along with two failures of write() from ending the process. Their handlers
+// belong to the host, hence a mask for the time of one call.
+class QuietFailures {
+ public:
+  QuietFailures() {
+    sigemptyset(&signals_);
+    sigaddset(&signals_, SIGXFSZ);
+    sigaddset(&signals_, SIGPIPE);
+    pthread_sigmask(SIG_BLOCK, &signals_, &old_);
+  }
+  ~QuietFailures() { pthread_sigmask(SIG_SETMASK, &old_, nullptr); }
+  QuietFailures(const QuietFailures&) = delete;
+  QuietFailures& operator=(const QuietFailures&) = delete;
+
+  void TakePending() {
+    const timespec at_once{};
+    while (sigtimedwait(&signals_, nullptr, &at_once) > 0) {
+    }
+  }
+
+ private:
+  sigset_t signals_{};
+  sigset_t old_{};
+};
+
+}  // namespace
+
+int WriteAll(int descriptor, std::string_view bytes, std::size_t* written) {
+  QuietFailures quiet;
+  std::size_t done = 0;
+  int error = 0;
+  while (error == 0 && done < bytes.size()) {
+    const ssize_t step = write(descriptor, bytes.data() + done, bytes.size() - done);
+    if (step > 0) {
+      done += static_cast<std::size_t>(step);
+    } else if (step == 0 || errno != EINTR) {
+      error = step < 0 ? errno : EIO;
+      quiet.TakePending();
+    }
+  }
+  if (written != nullptr) *written = done;
+  return error;
+}
+
+}  // namespace kolvane::base

@@ -1,0 +1,80 @@
+#include "base/text.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+
+namespace kolvane::base {
+namespace {
+
+// In UTF-8 the Latin-1 letters à to þ are C3 A0 to C3 BE, their capitals 32 below; š, œ and ž stand
+// elsewhere. ÿ (C3 BF) is not among them: its capital Ÿ (C5 B8) differs in both bytes.
+char Upper(char previous, char c) {
+  if (c >= 'a' && c <= 'z') return static_cast<char>(c - 32);
+  const auto byte = static_cast<unsigned char>(c);
+  if (previous == '\xC3' && byte >= 0xA0 && byte <= 0xBE && byte != 0xB7) return static_cast<char>(byte - 32);
+  if (previous == '\xC5' && (byte == 0xA1 || byte == 0x93 || byte == 0xBE))
+    return static_cast<char>(byte - 1);
+  return c;
+}
+
+// Of this size the compiler makes vector instructions without a call in between.
+constexpr std::size_t kBlock = 256;
+constexpr std::uint64_t kEightBlanks = 0x2020202020202020;
+
+template <std::size_t size>
+bool EndsInBlanks(std::string_view text) {
+  if (text.size() < size) return false;
+  std::uint64_t others = 0;
+  for (std::size_t at = text.size() - size; at < text.size(); at += sizeof others) {
+    std::uint64_t eight = 0;
+    std::memcpy(&eight, text.data() + at, sizeof eight);
+    others |= eight ^ kEightBlanks;
+  }
+  return others == 0;
+}
+
+}  // namespace
+
+std::string UpperCase(std::string_view text) {
+  std::string out(text);
+  char previous = '\0';
+  for (std::size_t at = 0; at < out.size(); ++at) {
+    const char c = out[at];
+    out[at] = Upper(previous, c);
+    if (previous == '\xC3' && c == '\xBF') out.replace(at - 1, 2, "Ÿ");
+    previous = c;
+  }
+  return out;
+}
+
+bool EqualsNoCase(std::string_view a, std::string_view b) {
+  return a.size() == b.size() && (a == b || UpperCase(a) == UpperCase(b));
+}
+
+bool ContainsNoCase(std::string_view text, std::string_view part) {
+  return UpperCase(text).find(UpperCase(part)) != std::string::npos;
+}
+
+std::string_view TrimBlanksRight(std::string_view text) {
+  while (EndsInBlanks<kBlock>(text)) text.remove_suffix(kBlock);
+  while (EndsInBlanks<sizeof kEightBlanks>(text)) text.remove_suffix(sizeof kEightBlanks);
+  const std::size_t last = text.find_last_not_of(' ');
+  return text.substr(0, last == std::string_view::npos ? 0 : last + 1);
+}
+
+std::string_view TrimBlanks(std::string_view text) {
+  text = TrimBlanksRight(text);
+  return text.substr(std::min(text.find_first_not_of(' '), text.size()));
+}
+
+std::string_view TakeLine(std::string_view& bytes) {
+  constexpr std::string_view kLineEnd = "\r\n";
+  const std::size_t end = std::min(bytes.find_first_of(kLineEnd), bytes.size());
+  const std::string_view line = bytes.substr(0, end);
+  bytes.remove_prefix(end);
+  bytes.remove_prefix(bytes.substr(0, 2) == kLineEnd ? 2 : bytes.empty() ? 0 : 1);
+  return line;
+}
+
+}  // namespace kolvane::base

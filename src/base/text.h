@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace kolvane::base {
+
+/// Comparisons without regard to case, for the letters that Windows-1252 holds (umlauts included), on UTF-8
+/// texts.
+bool EqualsNoCase(std::string_view a, std::string_view b);
+bool ContainsNoCase(std::string_view text, std::string_view part);
+std::string UpperCase(std::string_view text);
+
+/// `text` without the blanks (character 32 alone) at both ends.
+std::string_view TrimBlanks(std::string_view text);
+
+/// `text` without the blanks at its end; costs far less than a look at each character where thousands stand
+/// there.
+std::string_view TrimBlanksRight(std::string_view text);
+
+/// Takes one line off the front of `bytes`, which is not empty, and returns it without its end: CR LF, LF or
+/// CR.
+std::string_view TakeLine(std::string_view& bytes);
+
+}  // namespace kolvane::base

@@ -1,0 +1,84 @@
+#include "base/ui/look.h"
+
+#include <QColorDialog>
+#include <QDialogButtonBox>
+#include <QFontDialog>
+#include <QFontInfo>
+#include <QPushButton>
+
+#include "base/ui/text.h"
+
+namespace kolvane::base {
+namespace {
+
+bool ChooseColor(QWidget* parent, const QString& title, QColor& color) {
+  QColorDialog dialog(color, parent);
+  dialog.setObjectName(QStringLiteral("ColorDialog"));
+  dialog.setWindowTitle(title);
+  if (dialog.exec() != QDialog::Accepted) return false;
+  color = dialog.selectedColor();
+  return true;
+}
+
+void ShowColor(QPushButton* button, const QColor& color) {
+  QPixmap swatch(button->iconSize());
+  swatch.fill(color);
+  button->setIcon(swatch);
+}
+
+// The text colour belongs to the font here; Qt's dialog knows none.
+void AddColorButton(QFontDialog& dialog, QColor& color) {
+  auto* button = dialog.findChild<QDialogButtonBox*>()->addButton(QStringLiteral("&Farbe..."),
+                                                                  QDialogButtonBox::ActionRole);
+  button->setObjectName(QStringLiteral("FontColor"));
+  ShowColor(button, color);
+  QObject::connect(button, &QPushButton::clicked, &dialog, [&dialog, &color, button] {
+    if (ChooseColor(&dialog, QStringLiteral("Schriftfarbe"), color)) ShowColor(button, color);
+  });
+}
+
+// The dialog lists installed families alone, and takes any for one that is not among them.
+QFont InstalledFont(QFont font) {
+  font.setFamily(QFontInfo(font).family());
+  return font;
+}
+
+}  // namespace
+
+QColor ToQColor(Color color) {
+  constexpr int kByte = 0xFF;
+  return QColor(color & kByte, (color >> 8) & kByte, (color >> 16) & kByte);
+}
+
+QFont FontOf(const Look& look) {
+  QFont font(ToQt(look.font_name), look.font_size);
+  font.setBold(look.font_bold);
+  font.setStyleHint(QFont::TypeWriter);
+  return font;
+}
+
+bool ChooseFont(QWidget* parent, Look& look) {
+  const QFont before = InstalledFont(FontOf(look));
+  QFontDialog dialog(before, parent);
+  dialog.setObjectName(QStringLiteral("FontDialog"));
+  dialog.setWindowTitle(QStringLiteral("Schriftart"));
+  dialog.setOption(QFontDialog::DontUseNativeDialog);
+  QColor color = ToQColor(look.font_color);
+  AddColorButton(dialog, color);
+  if (dialog.exec() != QDialog::Accepted) return false;
+  const QFont font = dialog.selectedFont();
+  if (font.family() != before.family()) look.font_name = FromQt(font.family());
+  look.font_size = static_cast<std::int16_t>(QFontInfo(font).pointSize());
+  look.font_bold = font.bold();
+  look.font_color = FromQt(color);
+  return true;
+}
+
+bool ChooseBackColor(QWidget* parent, Look& look) {
+  QColor color = ToQColor(look.back_color);
+  if (!ChooseColor(parent, QStringLiteral("Hintergrundfarbe"), color)) return false;
+  look.back_color = FromQt(color);
+  return true;
+}
+
+}  // namespace kolvane::base

@@ -1,0 +1,76 @@
+#include "kolvane/CommandRun.h"
+
+#include <unistd.h>
+
+#include <variant>
+
+#include "base/runtime_error.h"
+#include "component/folder.h"
+#include "component/settings.h"
+#include "device/connection_form.h"
+#include "headless/options.h"
+#include "headless/ports.h"
+#include "headless/resource_name.h"
+#include "headless/run.h"
+#include "kolvane/Ports.h"
+
+namespace kolvane {
+namespace {
+
+using headless::RunState;
+
+// Empty where `state` is ready to connect, what is wrong otherwise.
+std::string PrepareNamed(const std::string& name, RunState& state) {
+  const auto result = headless::ParseResourceName(name);
+  if (const auto* problem = std::get_if<headless::ResourceProblem>(&result)) return problem->text;
+  headless::ApplyResource(std::get<headless::Resource>(result), state.connection);
+  return {};
+}
+
+std::string PrepareStored(const CommandRunOptions& options, RunState& state) {
+  try {
+    component::LoadStoredConnection(options.SettingsFile, state.connection, state.terminal);
+  } catch (const base::RuntimeError& error) {
+    return error.what();
+  }
+  const bool complete =
+      device::CompleteConnection(state.connection, component::ComponentFolder(options.Folder));
+  return complete ? std::string() : device::kInvalidAddress;
+}
+
+bool Prepare(const CommandRunOptions& options, headless::HostLines& host, RunState& state) {
+  state.device.OperMode = device::operating_mode::kPortLibrary;
+  const std::string problem =
+      options.Connect.empty() ? PrepareStored(options, state) : PrepareNamed(options.Connect, state);
+  if (!problem.empty())
+    headless::Messages(STDERR_FILENO, false, host.wanted() ? &host : nullptr).ShowError(problem);
+  headless::ApplyConnectionOptions(options, state.connection);
+  return problem.empty();
+}
+
+// The host's function outlives the terminal, which has lines to the last.
+template <typename Run>
+CommandRunStatus RunPrepared(const CommandRunOptions& options, Run run) {
+  headless::HostLines host(options.OnLine);
+  RunState state;
+  CommandRunStatus status = CommandRunStatus::kUsage;
+  if (Prepare(options, host, state)) status = run({options, host, state, component::OwnFolder()});
+  host.Rethrow();
+  return status;
+}
+
+}  // namespace
+
+CommandRunStatus RunCommandList(const std::string& File, const CommandRunOptions& Options) {
+  return RunPrepared(Options,
+                     [&File](const headless::RunSetup& setup) { return headless::RunList(setup, File); });
+}
+
+CommandRunStatus SendCommands(const std::vector<std::string>& Commands, const CommandRunOptions& Options) {
+  return RunPrepared(
+      Options, [&Commands](const headless::RunSetup& setup) { return headless::SendAll(setup, Commands); });
+}
+
+std::vector<Port> ListPorts() { return headless::Ports(component::OwnFolder()); }
+
+}  // namespace kolvane

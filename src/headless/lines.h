@@ -1,0 +1,44 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "headless/messages.h"
+#include "pane/pane.h"
+
+namespace kolvane::headless {
+
+/// The output pane as lines of standard output, or of the host of `messages`: commands, answers and what
+/// stands in their place go there, all else to `messages`. A line is written, with its LF, once nothing can
+/// follow in it any more: as it came, control characters included, but visibly at a terminal, which would act
+/// on them.
+class LinePane final : public pane::Pane {
+ public:
+  LinePane(int descriptor, Messages& messages);
+
+  void AppendLine(LineKind kind, std::string_view line) override;
+  /// An error is a message; other text goes on in the line in hand, for a host in one of its own.
+  void AppendText(LineKind kind, std::string_view text, int back) override;
+  void Clear() override {}
+  void Refresh() override {}
+
+  /// The exchange in hand is over: the line in hand is complete.
+  void EndLine();
+
+  /// 0, or why standard output took no more; nothing is written from then on.
+  int error() const { return error_; }
+
+ private:
+  void Append(LineKind kind, std::string_view text);
+  void WriteLine();
+
+  int descriptor_;
+  bool at_terminal_;
+  Messages& messages_;
+  LineKind kind_ = LineKind::kAnswer;
+  std::string line_;
+  bool line_begun_ = false;
+  int error_ = 0;
+};
+
+}  // namespace kolvane::headless

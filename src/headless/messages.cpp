@@ -1,0 +1,77 @@
+#include "headless/messages.h"
+
+#include <unistd.h>
+
+#include "base/descriptor.h"
+#include "terminal/session.h"
+
+namespace kolvane::headless {
+namespace {
+
+// Line breaks become one blank each, those at the ends go.
+std::string OneLine(std::string_view text) {
+  std::string line;
+  bool broken = false;
+  for (const char c : text) {
+    if (c == '\r' || c == '\n') {
+      broken = true;
+      continue;
+    }
+    if (broken && !line.empty()) line += ' ';
+    broken = false;
+    line += c;
+  }
+  return line;
+}
+
+bool IsControl(char c) {
+  const auto byte = static_cast<unsigned char>(c);
+  return byte == 0x7F || (byte < 0x20 && c != '\t' && c != '\n');
+}
+
+// The range from U+0080 to U+009F: C2 80 to C2 9F.
+bool IsSecondControl(std::string_view text) {
+  return text.size() > 1 && text[0] == '\xC2' && (static_cast<unsigned char>(text[1]) & 0xE0) == 0x80;
+}
+
+}  // namespace
+
+std::string WithVisibleControls(std::string_view text) {
+  std::string visible;
+  while (!text.empty()) {
+    const std::size_t size = IsSecondControl(text) ? 2 : 1;
+    const std::string_view last = text.substr(size - 1, 1);
+    if (size == 2 || IsControl(last[0])) {
+      terminal::AppendDisplayForm(last, true, visible);
+    } else {
+      visible += last;
+    }
+    text.remove_prefix(size);
+  }
+  return visible;
+}
+
+void HostLines::Hand(LineKind kind, const std::string& line) {
+  if (failed()) return;
+  try {
+    handler_(kind, line);
+  } catch (...) {
+    thrown_ = std::current_exception();
+  }
+}
+
+void HostLines::Rethrow() const {
+  if (failed()) std::rethrow_exception(thrown_);
+}
+
+Messages::Messages(int descriptor, bool verbose, HostLines* host)
+    : descriptor_(descriptor), verbose_(verbose), at_terminal_(isatty(descriptor) == 1), host_(host) {}
+
+void Messages::Show(LineKind kind, std::string_view text) {
+  if (host_ != nullptr) return host_->Hand(kind, OneLine(text));
+  const std::string line = "kolvane: " + OneLine(text) + "\n";
+  // Whoever closed standard error does not want to know.
+  (void)base::WriteAll(descriptor_, at_terminal_ ? WithVisibleControls(line) : line);
+}
+
+}  // namespace kolvane::headless

@@ -1,0 +1,48 @@
+#include "headless/options.h"
+
+#include <string>
+
+#include "base/encoding.h"
+#include "device/port_table.h"
+#include "terminal/typed_fields.h"
+
+namespace kolvane::headless {
+namespace {
+
+static_assert(CommandRunOptions::kLargestCount == terminal::kCountedAnswerLimit);
+
+template <typename Field, typename Value>
+void Set(Field& field, const std::optional<Value>& value) {
+  if (value) field = static_cast<Field>(*value);
+}
+
+void SetTerminator(std::string& field, const std::optional<std::string>& bytes) {
+  if (bytes) field = base::FromWindows1252(*bytes);
+}
+
+}  // namespace
+
+void ApplyConnectionOptions(const CommandRunOptions& options, device::ConnectionParameters& parameters) {
+  Set(parameters.timeout_ms, options.TimeoutMs);
+  // Elsewhere the same fields mean something else: the mode of a parallel port, for one.
+  if (device::PageOfCode(parameters.port_code) != device::ParameterPage::kRs232) return;
+  Set(parameters.baud, options.Baud);
+  Set(parameters.parity, options.Parity);
+  Set(parameters.data_bits, options.DataBits);
+  Set(parameters.stop_bits, options.StopBits);
+}
+
+void ApplyTerminalOptions(const CommandRunOptions& options, terminal::ReceiveControls& controls,
+                          terminal::TerminalState& state) {
+  if (options.TimeoutMs) controls.EditTimeout(std::to_string(*options.TimeoutMs));
+  if (options.Count) controls.EditCount(std::to_string(*options.Count));
+  // The format chooses a mode of its own, so a mode that was asked for comes behind it.
+  if (options.Binary) controls.PickFormat(terminal::receive_format::kBinary);
+  if (options.ReceiveMode) controls.PickMode(static_cast<int>(*options.ReceiveMode));
+  SetTerminator(state.receive.send_terminator, options.SendTerminator);
+  SetTerminator(state.receive.receive_terminator, options.ReceiveTerminator);
+  state.options.show_commands = options.ShowCommands;
+  state.options.show_response_times = options.ShowTimes;
+}
+
+}  // namespace kolvane::headless

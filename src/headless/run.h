@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "headless/terminal.h"
+#include "kolvane/CommandRun.h"
+#include "script/runner.h"
+#include "script/script_core.h"
+
+namespace kolvane::headless {
+
+/// A command list that runs in a terminal without a window.
+class List final : private script::RunHost {
+ public:
+  List(Terminal& terminal, RunState& state);
+
+  /// False, and the user has been told, where `file` cannot be read or a stop was asked for meanwhile.
+  [[nodiscard]] bool Load(const std::string& file);
+
+  /// Runs the list on the open connection.
+  CommandRunStatus Play();
+
+ private:
+  void LockGUI(bool) override {}
+  void Yield() override;
+
+  Terminal& terminal_;
+  script::ScriptCore core_;
+};
+
+/// Connects, plays the command file and disconnects.
+CommandRunStatus RunList(const RunSetup& setup, const std::string& file);
+
+/// Connects, sends each command (of an empty one the terminator alone) and disconnects.
+CommandRunStatus SendAll(const RunSetup& setup, const std::vector<std::string>& commands);
+
+}  // namespace kolvane::headless

@@ -1,0 +1,88 @@
+#include "headless/terminal.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <new>
+
+#include "device/open_sequence.h"
+#include "headless/options.h"
+#include "headless/texts.h"
+
+namespace kolvane::headless {
+namespace {
+
+// The end comes by lack of memory, too, and then each step is made as far as it goes.
+template <typename Step>
+void Attempt(Step step) {
+  try {
+    step();
+  } catch (const std::bad_alloc&) {
+  }
+}
+
+}  // namespace
+
+Terminal::Terminal(const RunSetup& setup)
+    : options_(setup.options),
+      host_(setup.host),
+      state_(setup.state),
+      messages_(STDERR_FILENO, options_.Verbose, host_.wanted() ? &host_ : nullptr),
+      pane_(STDOUT_FILENO, messages_),
+      log_(state_.terminal.output, messages_),
+      library_(setup.library_folder),
+      core_({state_.device, state_.connection, state_.terminal}, library_, {pane_, log_, messages_, *this}) {
+  terminal::ReceiveControls controls(state_.terminal.receive, state_.terminal.shown, core_.device, *this);
+  controls.Load(core_.output);
+  ApplyTerminalOptions(options_, controls, state_.terminal);
+}
+
+Terminal::~Terminal() {
+  Attempt([this] { pane_.EndLine(); });
+  Attempt([this] { log_.CloseLog(); });
+  Attempt([this] {
+    if (state_.device.connected) core_.connect.Press();
+  });
+}
+
+bool Terminal::Connect() {
+  core_.connect.Press();
+  if (!state_.device.connected) return false;
+  if (!options_.LogFile.empty()) {
+    log_.OpenLog(options_.LogFile);
+    log_.PressRecord();
+  }
+  return true;
+}
+
+bool Terminal::StopDue() {
+  if (stopped_) return true;
+  if (host_.failed()) {
+    stopped_ = true;
+  } else if (pane_.error() != 0) {
+    stopped_ = true;
+    // A reader that has seen enough is no failure worth a word.
+    if (pane_.error() != EPIPE) messages_.ShowError(texts::OutputNotWritten(pane_.error()));
+  } else if (StopRequested()) {
+    stopped_ = true;
+    messages_.ShowError(texts::kRunStopped);
+  }
+  return stopped_;
+}
+
+bool Terminal::AcceptsConnection() {
+  if (!device::WasClosedAgain(state_.device, state_.connection)) return true;
+  if (StopDue()) return false;
+  const std::int32_t status = state_.device.open_step_status;
+  messages_.ShowError(terminal::texts::Failure(terminal::texts::kConnectFailed,
+                                               {static_cast<std::int16_t>(status), std::to_string(status)}) +
+                      (modem_word_.empty() ? "" : texts::ModemSaid(modem_word_)));
+  return false;
+}
+
+void Terminal::Dialling(const device::DialProgress& progress) {
+  modem_word_ = progress.reply;
+  messages_.Tell(terminal::texts::Dialling(progress));
+}
+
+}  // namespace kolvane::headless

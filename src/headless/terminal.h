@@ -1,0 +1,78 @@
+#pragma once
+
+#include <string>
+
+#include "device/loaded_port_library.h"
+#include "headless/lines.h"
+#include "headless/messages.h"
+#include "kolvane/CommandRun.h"
+#include "script/script_state.h"
+#include "terminal/log.h"
+#include "terminal/receive_controls.h"
+#include "terminal/terminal_core.h"
+
+namespace kolvane::headless {
+
+/// What a run works on.
+struct RunState {
+  device::DeviceState device;
+  device::ConnectionParameters connection;
+  terminal::TerminalState terminal;
+  script::ScriptState script;
+};
+
+/// What a run is made of besides: options, lines and state outlive it.
+struct RunSetup {
+  const CommandRunOptions& options;
+  HostLines& host;
+  RunState& state;
+  std::string library_folder;  ///< where the port library lies unless another one is named
+};
+
+/// A terminal whose front end is standard output and standard error, or a host's function. Nothing can be
+/// sent through a serial port that was closed again, because the modem refused, say; here that is a
+/// connection that failed.
+class Terminal final : private terminal::ConnectionView, private terminal::ReceiveControlsView {
+ public:
+  /// The state holds the connection and the stored terminal settings; the options go over the latter.
+  explicit Terminal(const RunSetup& setup);
+  /// Closes the log first and the connection then.
+  ~Terminal() override;
+  Terminal(const Terminal&) = delete;
+  Terminal& operator=(const Terminal&) = delete;
+
+  /// Connects, and opens the log once that has succeeded.
+  [[nodiscard]] bool Connect();
+
+  /// Whether the run is to end after the exchange in hand; the user has been told why then.
+  bool StopDue();
+  /// What the last StopDue said.
+  bool stopped() const { return stopped_; }
+
+  Messages& messages() { return messages_; }
+  LinePane& pane() { return pane_; }
+  terminal::LogControl& log() { return log_; }
+  device::PortLibrarySource& library() { return library_; }
+  terminal::TerminalCore& core() { return core_; }
+
+ private:
+  bool AcceptsConnection() override;
+  void ConnectionChanged() override {}
+  void Dialling(const device::DialProgress& progress) override;
+  bool DiallingGivenUp() const override { return StopRequested(); }
+  bool StopRequested() const { return options_.StopRequested && options_.StopRequested(); }
+  void ShowReceiveControls(const terminal::ReceiveShown&, bool) override {}
+
+  const CommandRunOptions& options_;
+  HostLines& host_;
+  RunState& state_;
+  Messages messages_;
+  LinePane pane_;
+  terminal::LogControl log_;
+  device::LazyPortLibrary library_;
+  terminal::TerminalCore core_;
+  std::string modem_word_;  ///< the last one while dialling
+  bool stopped_ = false;
+};
+
+}  // namespace kolvane::headless

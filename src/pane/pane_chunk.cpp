@@ -1,0 +1,111 @@
+#include "pane/pane_chunk.h"
+
+#include <algorithm>
+
+#include "pane/pane_moves.h"
+
+namespace kolvane::pane {
+namespace {
+
+std::vector<std::uint32_t> LineStartsIn(std::string_view text, std::size_t offset) {
+  std::vector<std::uint32_t> starts;
+  for (std::size_t at = text.find('\n'); at != text.npos; at = text.find('\n', at + 1)) {
+    starts.push_back(static_cast<std::uint32_t>(offset + at + 1));
+  }
+  return starts;
+}
+
+// So much more fits without another allocation.
+template <typename Container>
+void MakeRoom(Container& container, std::size_t more) {
+  const std::size_t needed = container.size() + more;
+  if (needed > container.capacity()) container.reserve(std::max(needed, 2 * container.capacity()));
+}
+
+}  // namespace
+
+std::size_t PaneChunk::LineAt(std::size_t offset) const {
+  const auto behind = std::upper_bound(starts_.begin(), starts_.end(), offset);
+  return static_cast<std::size_t>(behind - starts_.begin()) - 1;
+}
+
+std::string_view PaneChunk::Line(std::size_t line) const {
+  const std::size_t begin = starts_[line];
+  const std::size_t end = line + 1 < starts_.size() ? starts_[line + 1] : text_.size();
+  return text().substr(begin, end - 1 - begin);
+}
+
+std::size_t PaneChunk::ToUnits(std::size_t offset) const {
+  return units_ == text_.size() ? offset : Utf16Length(text().substr(0, offset));
+}
+
+std::size_t PaneChunk::FromUnits(std::size_t units) const {
+  return units_ == text_.size() ? units : ByteOfUnit(text_, units);
+}
+
+void PaneChunk::Shrink() {
+  text_.shrink_to_fit();
+  starts_.shrink_to_fit();
+}
+
+void PaneChunk::AppendLine(std::string_view line, Color color) {
+  const std::size_t begin = text_.size();
+  MakeRoom(text_, line.size() + 1);
+  MakeRoom(starts_, 1);
+  colors_.MakeRoomForOne();
+  starts_.push_back(static_cast<std::uint32_t>(begin));
+  text_.append(line);
+  text_.push_back('\n');
+  units_ += Utf16Length(line) + 1;
+  colors_.Append(begin, begin + line.size(), color);
+}
+
+void PaneChunk::Insert(std::size_t at, std::string_view text, Color color) {
+  const auto behind = std::upper_bound(starts_.begin(), starts_.end(), at);
+  for (auto start = behind; start != starts_.end(); ++start)
+    *start += static_cast<std::uint32_t>(text.size());
+  const std::vector<std::uint32_t> added = LineStartsIn(text, at);
+  starts_.insert(behind, added.begin(), added.end());
+  text_.insert(at, text);
+  units_ += Utf16Length(text);
+  colors_.Insert(at, text.size(), color);
+}
+
+void PaneChunk::Erase(std::size_t begin, std::size_t end) {
+  units_ -= Utf16Length(text().substr(begin, end - begin));
+  // A line goes with the LF before it.
+  const auto first = std::upper_bound(starts_.begin(), starts_.end(), begin);
+  const auto last = std::upper_bound(first, starts_.end(), end);
+  for (auto start = last; start != starts_.end(); ++start) *start -= static_cast<std::uint32_t>(end - begin);
+  starts_.erase(first, last);
+  text_.erase(begin, end - begin);
+  colors_.Erase(begin, end);
+}
+
+PaneChunk PaneChunk::TakeTail(std::size_t line) {
+  const std::size_t at = starts_[line];
+  const auto first = starts_.begin() + static_cast<std::ptrdiff_t>(line);
+  PaneChunk tail;
+  tail.text_ = text_.substr(at);
+  tail.starts_.assign(first, starts_.end());
+  for (std::uint32_t& start : tail.starts_) start -= static_cast<std::uint32_t>(at);
+  tail.colors_ = colors_.TakeTail(at);
+  tail.units_ = Utf16Length(tail.text_);
+  units_ -= tail.units_;
+  starts_.erase(first, starts_.end());
+  text_.resize(at);
+  return tail;
+}
+
+void PaneChunk::Join(const PaneChunk& tail) {
+  const std::size_t at = text_.size();
+  const bool open = !starts_.empty() && (starts_.back() == at || text_.back() != '\n');
+  for (std::size_t i = open ? 1 : 0; i < tail.starts_.size(); ++i) {
+    starts_.push_back(static_cast<std::uint32_t>(at) + tail.starts_[i]);
+  }
+  text_ += tail.text_;
+  colors_.Join(tail.colors_, at);
+  units_ += tail.units_;
+}
+
+}  // namespace kolvane::pane

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "pane/color_runs.h"
+
+namespace kolvane::pane {
+
+/// How much text: bytes, UTF-16 units and lines, a line break counting one of each.
+struct PaneExtent {
+  std::size_t bytes = 0;
+  std::size_t units = 0;
+  std::size_t lines = 0;
+};
+
+/// A few hundred consecutive whole lines of the pane, each ended by LF. Offsets are bytes within the chunk,
+/// lines count from its first one.
+class PaneChunk {
+ public:
+  /// Changes with every edit and differs from every other chunk's, so that a view knows what it has measured.
+  std::uint64_t version = 0;
+
+  std::string_view text() const { return text_; }
+  PaneExtent extent() const { return {text_.size(), units_, starts_.size()}; }
+  const ColorRuns& colors() const { return colors_; }
+
+  std::size_t LineAt(std::size_t offset) const;
+  std::size_t LineStart(std::size_t line) const { return starts_[line]; }
+  /// The line without its LF.
+  std::string_view Line(std::size_t line) const;
+
+  std::size_t ToUnits(std::size_t offset) const;
+  std::size_t FromUnits(std::size_t units) const;
+
+  /// Room for `bytes` in one piece.
+  void Reserve(std::size_t bytes) { text_.reserve(bytes); }
+  /// Gives back what Reserve and growth took in advance.
+  void Shrink();
+
+  /// A line at the end; it holds no LF. Where memory is lacking nothing has changed.
+  void AppendLine(std::string_view line, Color color);
+  void Insert(std::size_t at, std::string_view text, Color color);
+  /// May take the last LF along if a Join follows.
+  void Erase(std::size_t begin, std::size_t end);
+  void SetColor(std::size_t begin, std::size_t end, Color color) { colors_.Set(begin, end, color); }
+
+  /// Takes away and returns the lines from `line` on.
+  PaneChunk TakeTail(std::size_t line);
+  /// Puts `tail` behind; where this chunk's last LF is missing, the lines at the seam become one.
+  void Join(const PaneChunk& tail);
+
+ private:
+  std::string text_;
+  std::vector<std::uint32_t> starts_;
+  ColorRuns colors_;
+  std::size_t units_ = 0;
+};
+
+}  // namespace kolvane::pane

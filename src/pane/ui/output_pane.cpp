@@ -1,0 +1,305 @@
+#include "pane/ui/output_pane.h"
+
+#include <QFocusEvent>
+#include <QGuiApplication>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QTimerEvent>
+#include <algorithm>
+#include <utility>
+
+#include "base/ui/look.h"
+#include "pane/ui/output_pane_accessible.h"
+#include "pane/ui/output_pane_paint.h"
+
+namespace kolvane::pane {
+namespace {
+
+constexpr int kFrameMs = 33;
+constexpr int kMargin = 4;
+constexpr int kCaretWidth = 2;
+constexpr int kFocusWidth = 2;
+constexpr float kPlaceholderAlpha = 0.6f;
+constexpr int kPlaceholderMargin = 16;
+
+QFont DefaultFont() {
+  QFont font(QStringLiteral("Courier New"), 10);
+  font.setStyleHint(QFont::TypeWriter);
+  return font;
+}
+
+}  // namespace
+
+OutputPane::OutputPane(QWidget* parent, std::unique_ptr<PaneAnnouncer> announcer)
+    : QAbstractScrollArea(parent),
+      metrics_(DefaultFont()),
+      rows_(text_.store(), metrics_),
+      announcer_(std::move(announcer)) {
+  InstallPaneAccessibility();
+  setObjectName(QStringLiteral("TermWin"));
+  setFont(DefaultFont());
+  setFocusPolicy(Qt::StrongFocus);
+  setAttribute(Qt::WA_InputMethodEnabled);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  // Always there: a bar that comes and goes would wrap every line anew.
+  setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+  viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
+  viewport()->setCursor(Qt::IBeamCursor);
+  setAcceptDrops(true);
+  // For the frame that shows the focus.
+  setViewportMargins(1, 1, 1, 1);
+  setBackgroundRole(QPalette::Base);
+  setAutoFillBackground(true);
+  since_frame_.start();
+}
+
+void OutputPane::AppendLine(LineKind kind, std::string_view line) {
+  const Color color = kind == LineKind::kCommand ? base::kCommandColor : kNoColor;
+  AppendBy([&](PaneText& text) { text.AppendLine(line, color); });
+}
+
+void OutputPane::AppendText(LineKind, std::string_view text, int back) {
+  AppendBy([&](PaneText& to) { to.AppendText(text, back); });
+}
+
+template <typename Append>
+void OutputPane::AppendBy(const Append& append) {
+  NoteAppended(text_.Length());
+  const std::size_t anchor = text_.anchor();
+  const std::size_t caret = text_.caret();
+  append(text_);
+  if (marking_) text_.Select(anchor, caret);
+  if (session_) append(*session_);
+  Changed();
+}
+
+void OutputPane::Clear() { setPlainText(QString()); }
+
+void OutputPane::NoteAppended(std::size_t from) {
+  if (!appended_from_) appended_from_ = from;
+  // Counting each chunk as soon as it is full leaves little for the frame, however many lines come in
+  // between.
+  if (text_.store().ChunkCount() != rows_.ChunkCount()) rows_.Sync();
+  goal_x_ = -1;
+}
+
+void OutputPane::Changed() {
+  if (stale_) return;
+  stale_ = true;
+  frame_timer_.start(kFrameMs, this);
+}
+
+void OutputPane::Refresh() {
+  if (stale_ && since_frame_.elapsed() >= kFrameMs) ShowFrame();
+}
+
+void OutputPane::ShowFrame() {
+  Flush();
+  // Not update(): a caller that waits for an answer without serving events wants its lines seen as well.
+  viewport()->repaint();
+  since_frame_.start();
+}
+
+void OutputPane::Flush() {
+  if (!stale_) return;
+  stale_ = false;
+  frame_timer_.stop();
+  updating_bar_ = true;
+  QScrollBar& bar = *verticalScrollBar();
+  bar.setPageStep(VisibleRows());
+  bar.setMaximum(std::max(0, static_cast<int>(Rows().Total()) - VisibleRows()));
+  if (!marking_) {
+    if (follows_) bar.setValue(bar.maximum());
+    follows_ = bar.value() == bar.maximum();
+  }
+  updating_bar_ = false;
+  if (appended_from_) announcer_->Appended(*this, *std::exchange(appended_from_, std::nullopt));
+}
+
+const OutputPaneRows& OutputPane::Rows() const {
+  rows_.Sync();
+  return rows_;
+}
+
+std::string_view OutputPane::TextOf(const PaneRow& row) const {
+  const PaneStore& store = text_.store();
+  const std::size_t chunk = store.ChunkOfOffset(row.begin);
+  return store.Chunk(chunk).text().substr(row.begin - store.ChunkStart(chunk).bytes, row.end - row.begin);
+}
+
+std::size_t OutputPane::TopRow() const { return static_cast<std::size_t>(verticalScrollBar()->value()); }
+
+int OutputPane::VisibleRows() const { return std::max(1, viewport()->height() / metrics_.row_height()); }
+
+// The text at the top stays there when rows are made anew.
+void OutputPane::Relayout() {
+  const std::size_t row = std::min(TopRow(), Rows().Total() - 1);
+  const std::size_t top = rows_.RowAt(row).begin;
+  if (metrics_.cluster_font() != font()) metrics_ = OutputPaneMetrics(font());
+  rows_.SetLayout(metrics_, std::max(0, viewport()->width() - 2 * kMargin));
+  stale_ = true;
+  Flush();
+  if (!follows_) verticalScrollBar()->setValue(static_cast<int>(rows_.RowOf(top)));
+  viewport()->update();
+}
+
+void OutputPane::setTextColor(const QColor& color) {
+  QPalette changed = palette();
+  changed.setColor(QPalette::Text, color);
+  setPalette(changed);
+}
+
+void OutputPane::setBackgroundColor(const QColor& color) {
+  QPalette changed = palette();
+  changed.setColor(QPalette::Base, color);
+  setPalette(changed);
+}
+
+QRect OutputPane::CharacterRect(std::size_t offset) const {
+  const std::size_t index = Rows().RowOf(offset);
+  const PaneRow row = rows_.RowAt(index);
+  const std::string_view text = TextOf(row);
+  const qreal left = metrics_.X(text, offset - row.begin);
+  const std::size_t next = NextCharacter(text_.store(), offset);
+  const qreal right =
+      next <= row.end && next > offset ? metrics_.X(text, next - row.begin) : left + metrics_.blank();
+  const int y = (static_cast<int>(index) - static_cast<int>(TopRow())) * metrics_.row_height();
+  return QRectF(kMargin + left, y, right - left, metrics_.row_height()).toRect();
+}
+
+std::size_t OutputPane::OffsetAt(QPoint place) const {
+  const int height = metrics_.row_height();
+  const int below = place.y() >= 0 ? place.y() / height : (place.y() + 1) / height - 1;
+  const int last = static_cast<int>(Rows().Total()) - 1;
+  const int row = std::clamp(static_cast<int>(TopRow()) + below, 0, last);
+  return PlaceInRow(rows_.RowAt(static_cast<std::size_t>(row)), place.x() - kMargin);
+}
+
+// The end of a row that does not end its line is the begin of the next one, so the last place is before it.
+std::size_t OutputPane::PlaceInRow(const PaneRow& row, qreal x) const {
+  const std::size_t offset = row.begin + metrics_.ByteAt(TextOf(row), x);
+  return offset == row.end && !row.ends_line ? PreviousCharacter(text_.store(), offset) : offset;
+}
+
+void OutputPane::EnsureVisible(std::size_t offset) {
+  Changed();
+  Flush();
+  const int row = static_cast<int>(rows_.RowOf(offset));
+  QScrollBar& bar = *verticalScrollBar();
+  bar.setValue(std::clamp(bar.value(), row - VisibleRows() + 1, row));
+  viewport()->update();
+}
+
+// Leaves the scroll bar alone: moving it here would ask for the next paint, and each event turn would bring
+// one.
+void OutputPane::paintEvent(QPaintEvent* event) {
+  QPainter painter(viewport());
+  painter.fillRect(event->rect(), palette().base());
+  const PaneColors colors{textColor(), palette().color(QPalette::HighlightedText),
+                          palette().color(QPalette::Highlight)};
+  OutputPanePainter rows(painter, text_.store(), metrics_, colors, text_.Selection());
+  const int height = metrics_.row_height();
+  const std::size_t total = Rows().Total();
+  for (int below = event->rect().top() / height; below * height <= event->rect().bottom(); ++below) {
+    const std::size_t row = TopRow() + static_cast<std::size_t>(below);
+    if (row >= total) break;
+    rows.PaintRow(rows_.RowAt(row), QPointF(kMargin, below * height));
+  }
+  if (text_.Length() == 0 && preedit_.isEmpty()) PaintPlaceholder(painter);
+  if (hasFocus()) PaintCaret(painter);
+}
+
+// Who looks at the window sees where the keyboard is.
+void OutputPane::PaintFocus() {
+  QPainter painter(this);
+  painter.setPen(
+      QPen(palette().color(QPalette::Highlight), kFocusWidth, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
+  const qreal inside = kFocusWidth / 2.0;
+  painter.drawRect(QRectF(rect()).adjusted(inside, inside, -inside, -inside));
+}
+
+void OutputPane::setPlaceholderText(const QString& text) {
+  placeholder_ = text;
+  viewport()->update();
+}
+
+void OutputPane::PaintPlaceholder(QPainter& painter) {
+  QColor pale = textColor();
+  pale.setAlphaF(kPlaceholderAlpha);
+  painter.setPen(pale);
+  painter.setFont(QGuiApplication::font());
+  const QMargins around(kPlaceholderMargin, kPlaceholderMargin, kPlaceholderMargin, kPlaceholderMargin);
+  painter.drawText(viewport()->rect().marginsRemoved(around), Qt::AlignLeft | Qt::TextWordWrap, placeholder_);
+}
+
+// Steady, so that an idle window does nothing at all.
+void OutputPane::PaintCaret(QPainter& painter) {
+  const QRect place = CharacterRect(text_.caret());
+  const int left = std::min(place.left(), viewport()->width() - kCaretWidth);
+  if (!preedit_.isEmpty()) {
+    QFont underlined = metrics_.cluster_font();
+    underlined.setUnderline(true);
+    const qreal width = QFontMetricsF(underlined).horizontalAdvance(preedit_);
+    painter.fillRect(QRectF(left, place.top(), width, place.height()), palette().base());
+    painter.setFont(underlined);
+    painter.setPen(textColor());
+    painter.drawText(QPointF(left, place.top() + metrics_.ascent()), preedit_);
+  }
+  painter.fillRect(QRect(left, place.top(), kCaretWidth, place.height()), textColor());
+}
+
+void OutputPane::resizeEvent(QResizeEvent* event) {
+  QAbstractScrollArea::resizeEvent(event);
+  Relayout();
+}
+
+void OutputPane::showEvent(QShowEvent* event) {
+  QAbstractScrollArea::showEvent(event);
+  Flush();
+}
+
+void OutputPane::changeEvent(QEvent* event) {
+  QAbstractScrollArea::changeEvent(event);
+  if (event->type() == QEvent::FontChange) Relayout();
+  if (event->type() == QEvent::PaletteChange) viewport()->update();
+}
+
+void OutputPane::scrollContentsBy(int, int) {
+  if (!updating_bar_) follows_ = verticalScrollBar()->value() == verticalScrollBar()->maximum();
+  viewport()->update();
+}
+
+void OutputPane::FollowEnd() {
+  follows_ = true;
+  Changed();
+  Flush();
+  viewport()->update();
+}
+
+void OutputPane::focusInEvent(QFocusEvent* event) {
+  if (event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason) Q_EMIT Touched();
+  QAbstractScrollArea::focusInEvent(event);
+  update();
+  viewport()->update();
+}
+
+void OutputPane::focusOutEvent(QFocusEvent* event) {
+  QAbstractScrollArea::focusOutEvent(event);
+  // The button may be let go where nobody tells this widget.
+  EndMarking();
+  update();
+  viewport()->update();
+}
+
+void OutputPane::timerEvent(QTimerEvent* event) {
+  if (event->timerId() == frame_timer_.timerId()) {
+    ShowFrame();
+  } else if (event->timerId() == drag_timer_.timerId()) {
+    DragTo(drag_place_);
+  } else {
+    QAbstractScrollArea::timerEvent(event);
+  }
+}
+
+}  // namespace kolvane::pane

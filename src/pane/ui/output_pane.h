@@ -1,0 +1,197 @@
+#pragma once
+
+#include <QAbstractScrollArea>
+#include <QBasicTimer>
+#include <QElapsedTimer>
+#include <memory>
+#include <optional>
+
+#include "pane/pane.h"
+#include "pane/pane_text.h"
+#include "pane/ui/output_pane_accessible.h"
+#include "pane/ui/output_pane_metrics.h"
+#include "pane/ui/output_pane_rows.h"
+
+namespace kolvane::pane {
+
+/// The output pane `TermWin`: shows a PaneText, lets the user mark, copy and edit it, and takes lines as fast
+/// as they come. The text is always up to date; rows, scroll bar and picture follow at most some thirty times
+/// a second. Lines wrap at the window's edge. New text scrolls the view only where it stood at the end, and
+/// leaves view and selection alone while the user marks with the mouse. Offsets are PaneText's.
+class OutputPane : public QAbstractScrollArea, public Pane {
+  Q_OBJECT
+  Q_PROPERTY(QString plainText READ plainText WRITE setPlainText)
+  Q_PROPERTY(QString selectedText READ selectedText)
+  Q_PROPERTY(bool readOnly READ isReadOnly WRITE setReadOnly)
+  Q_PROPERTY(QString placeholderText READ placeholderText WRITE setPlaceholderText)
+
+ public:
+  explicit OutputPane(QWidget* parent = nullptr,
+                      std::unique_ptr<PaneAnnouncer> announcer = std::make_unique<PaneAnnouncer>());
+
+  void AppendLine(LineKind kind, std::string_view line) override;
+  void AppendText(LineKind kind, std::string_view text, int back) override;
+  void Clear() override;
+  /// Shows what has come, at once where the last time is a frame ago or longer, else when the frame is over.
+  void Refresh() override;
+  /// Brings the rows and the scroll bar up to the text, which itself never lags behind.
+  void Flush();
+
+  const PaneText& text() const { return text_; }
+  /// Line ends "\n" each.
+  QString plainText() const;
+  void setPlainText(const QString& text);
+  /// Shows `text`, with its caret and colours, in place of the old one.
+  void SetText(PaneText text);
+  /// The same until EndAside brings the old text back. Lines that come meanwhile go to the end of both; any
+  /// other text set meanwhile stays.
+  void ShowAside(PaneText text);
+  bool ShowsAside() const { return session_.has_value(); }
+  void EndAside();
+  /// Goes to the end, where the view follows the lines to come.
+  void FollowEnd();
+  QString selectedText() const;
+  /// Empty where `range` ends before it begins.
+  QString TextBetween(PaneRange range) const;
+
+  /// The user can move, mark and copy, but change nothing.
+  bool isReadOnly() const { return read_only_; }
+  void setReadOnly(bool read_only) { read_only_ = read_only; }
+
+  /// Shown, paler, while the text is empty; no part of it.
+  const QString& placeholderText() const { return placeholder_; }
+  void setPlaceholderText(const QString& text);
+
+  /// Colours of text without one of its own, and of the ground.
+  QColor textColor() const { return palette().color(QPalette::Text); }
+  void setTextColor(const QColor& color);
+  QColor backgroundColor() const { return palette().color(QPalette::Base); }
+  void setBackgroundColor(const QColor& color);
+
+  Color SelectionColor() const { return text_.SelectionColor(); }
+  void SetSelectionColor(Color color);
+  void InsertComment(const QString& text);
+
+  /// The length that the Right or Left key turns into a selection next, in characters with two for a break.
+  int RememberedBlockLength() const { return remembered_block_; }
+  void SetRememberedBlockLength(int length) { remembered_block_ = length; }
+
+  /// Between offsets and UTF-16 units, a line break counting one.
+  int ToUnits(std::size_t offset) const;
+  std::size_t FromUnits(int units) const;
+
+  /// Marks from `anchor` to `caret` and shows the caret's place.
+  void Select(std::size_t anchor, std::size_t caret);
+  /// Caret and selection stay with the text around.
+  void ReplaceRange(PaneRange range, const QString& text);
+
+  /// Where the character at `offset` stands in the viewport, and which is nearest to a place in it.
+  QRect CharacterRect(std::size_t offset) const;
+  std::size_t OffsetAt(QPoint place) const;
+  PaneRow RowAround(std::size_t offset) const { return Rows().RowAt(rows_.RowOf(offset)); }
+  void EnsureVisible(std::size_t offset);
+
+  QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
+
+ public Q_SLOTS:
+  void selectAll();
+  void copy() const;
+  void cut();
+  void paste();
+  void deleteSelection();
+  /// As the user's own deletion: undo() brings the text back.
+  void deleteAll();
+  /// Takes back what the user typed, pasted or deleted last.
+  void undo();
+  void clear() { Clear(); }
+
+ Q_SIGNALS:
+  /// The user has turned to the pane by Tab.
+  void Touched();
+  /// The user asks for the popup menu at this place of the screen.
+  void popupRequested(const QPoint& global);
+  /// The user has dropped a file here.
+  void fileDropped(const QString& path);
+
+ protected:
+  bool event(QEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dragMoveEvent(QDragMoveEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+  void inputMethodEvent(QInputMethodEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void scrollContentsBy(int dx, int dy) override;
+  void showEvent(QShowEvent* event) override;
+  void timerEvent(QTimerEvent* event) override;
+
+ private:
+  enum class Unit { kCharacter, kWord, kLine };
+
+  PaneText Exchange(PaneText text);
+  template <typename Append>
+  void AppendBy(const Append& append);
+  void NoteAppended(std::size_t from);
+  void Changed();
+  void ShowFrame();
+  void Relayout();
+  void PaintFocus();
+  void PaintPlaceholder(QPainter& painter);
+  void PaintCaret(QPainter& painter);
+  const OutputPaneRows& Rows() const;
+  std::string_view TextOf(const PaneRow& row) const;
+  std::size_t TopRow() const;
+  int VisibleRows() const;
+
+  void MoveCaret(std::size_t offset, bool keep_anchor);
+  void CaretMoved();
+  void Replace(const QString& text);
+  void EraseTowards(std::size_t (*step)(const PaneStore&, std::size_t));
+  bool MoveByKey(QKeyEvent* event);
+  bool EditByKey(QKeyEvent* event);
+  bool SelectRememberedBlock(QKeyEvent* event);
+  void MoveByRows(int rows, bool keep_anchor);
+  std::size_t RowBegin() const;
+  std::size_t RowEnd() const;
+  std::size_t PlaceInRow(const PaneRow& row, qreal x) const;
+
+  PaneRange Around(std::size_t offset) const;
+  void DragTo(QPoint place);
+  void EndMarking();
+
+  PaneText text_;
+  std::optional<PaneText> session_;  // while another text is shown in its place
+  OutputPaneMetrics metrics_;
+  mutable OutputPaneRows rows_;
+  std::unique_ptr<PaneAnnouncer> announcer_;
+  QString placeholder_;
+  bool read_only_ = false;
+  int remembered_block_ = 0;
+
+  QBasicTimer frame_timer_;
+  QElapsedTimer since_frame_;
+  bool stale_ = false;                        // rows, scroll bar and picture are behind the text
+  bool follows_ = true;                       // the view stands at the end
+  bool updating_bar_ = false;                 // the scroll bar moves by itself
+  std::optional<std::size_t> appended_from_;  // begin of the text not announced yet
+
+  bool marking_ = false;  // with the mouse, until its button is let go
+  QBasicTimer drag_timer_;
+  QPoint drag_place_;
+  Unit drag_unit_ = Unit::kCharacter;
+  PaneRange drag_origin_{0, 0};
+  QElapsedTimer since_double_click_;
+  qreal goal_x_ = -1;  // where Up and Down head for; negative: where the caret stands
+  QString preedit_;
+};
+
+}  // namespace kolvane::pane

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QColor>
+#include <QPainter>
+
+#include "pane/pane_moves.h"
+#include "pane/pane_store.h"
+#include "pane/ui/output_pane_metrics.h"
+#include "pane/ui/output_pane_rows.h"
+
+namespace kolvane::pane {
+
+/// What text without a colour of its own, and selected text, are painted in.
+struct PaneColors {
+  QColor text;
+  QColor selected_text;
+  QColor selected_ground;
+};
+
+/// Paints rows of a pane, each in one go: the ground of what is selected, then the text.
+class OutputPanePainter {
+ public:
+  OutputPanePainter(QPainter& painter, const PaneStore& store, const OutputPaneMetrics& metrics,
+                    const PaneColors& colors, PaneRange selection)
+      : painter_(painter), store_(store), metrics_(metrics), colors_(colors), selection_(selection) {}
+
+  /// `left_top` is the row's corner.
+  void PaintRow(const PaneRow& row, QPointF left_top);
+
+ private:
+  bool IsSelected(std::size_t offset) const;
+  void PaintGround(const PaneRow& row, std::string_view text, QPointF left_top);
+  std::size_t EndOfLook(const PaneChunk& chunk, std::size_t chunk_start, std::size_t at) const;
+  qreal PaintText(std::string_view text, QPointF base, qreal x, bool bold);
+  void PaintPlain(std::string_view text, QPointF at);
+  void PaintCluster(std::string_view cluster, QPointF at, bool bold);
+
+  QPainter& painter_;
+  const PaneStore& store_;
+  const OutputPaneMetrics& metrics_;
+  const PaneColors& colors_;
+  PaneRange selection_;
+};
+
+}  // namespace kolvane::pane

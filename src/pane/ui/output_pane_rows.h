@@ -1,0 +1,73 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "pane/pane_store.h"
+#include "pane/ui/output_pane_metrics.h"
+
+namespace kolvane::pane {
+
+/// One row of the window: bytes [begin, end) of the text, the line's break not among them.
+struct PaneRow {
+  std::size_t begin;
+  std::size_t end;
+  bool ends_line;
+};
+
+/// Which part of the text stands in which row when lines wrap at a width. Keeps one count a chunk and works
+/// out the rest where it is asked; call Sync after each change of the text, before anything else.
+class OutputPaneRows {
+ public:
+  OutputPaneRows(const PaneStore& store, const OutputPaneMetrics& metrics)
+      : store_(store), metrics_(&metrics) {}
+
+  void SetLayout(const OutputPaneMetrics& metrics, qreal width);
+  void Sync();
+  /// To be called where another text stands in the store, whose chunks may have the versions of the old ones.
+  void Forget();
+
+  /// How many of the text's chunks the last Sync has seen.
+  std::size_t ChunkCount() const { return chunks_.size(); }
+  std::size_t Total() const { return total_; }
+  PaneRow RowAt(std::size_t row) const;
+  /// A place between two rows of a line belongs to the second.
+  std::size_t RowOf(std::size_t offset) const;
+
+ private:
+  struct ChunkRows {
+    std::uint64_t version = 0;
+    std::size_t longest = 0;  // bytes of its longest line; kUnknown if not all of the chunk is ordinary
+    std::size_t rows = 0;     // 0: not counted for this layout
+    std::size_t start = 0;    // rows before the chunk
+  };
+  struct LinesOfChunk {
+    std::uint64_t version = 0;
+    std::vector<std::size_t> rows;  // rows of the chunk before each line
+  };
+  struct BreaksOfLine {
+    std::uint64_t version = 0;
+    std::size_t line = 0;
+    std::vector<std::uint32_t> breaks;
+  };
+
+  void Measure(std::size_t chunk);
+  std::size_t CountRows(std::size_t chunk) const;
+  std::size_t RowsOfLine(std::size_t chunk, std::size_t line) const;
+  bool IsPrintable(std::size_t chunk, std::string_view line) const;
+  bool OneRowEach(std::size_t chunk) const;
+  std::size_t RowsBefore(std::size_t chunk, std::size_t line) const;
+  const std::vector<std::size_t>& LinesOf(std::size_t chunk) const;
+  const std::vector<std::uint32_t>& BreaksOf(std::size_t chunk, std::size_t line) const;
+
+  const PaneStore& store_;
+  const OutputPaneMetrics* metrics_;
+  qreal width_ = 0;
+  std::vector<ChunkRows> chunks_;
+  std::size_t total_ = 1;
+  // The last ones asked for: painting asks for neighbours.
+  mutable LinesOfChunk lines_;
+  mutable BreaksOfLine breaks_;
+};
+
+}  // namespace kolvane::pane

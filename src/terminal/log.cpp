@@ -1,0 +1,94 @@
+#include "terminal/log.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+
+#include "base/descriptor.h"
+#include "base/encoding.h"
+
+namespace kolvane::terminal {
+
+int LogFile::Open(const std::string& path) {
+  Close();
+  if (path.find('\0') != path.npos) return EINVAL;
+  // A pipe whose reader is slow or missing must not hold the terminal up.
+  file_ = base::Descriptor(base::Uninterrupted(
+      [&] { return open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_NONBLOCK | O_CLOEXEC, 0666); }));
+  return IsOpen() ? 0 : errno;
+}
+
+int LogFile::WriteLine(std::string_view line) {
+  std::size_t written = 0;
+  const int error = base::WriteAll(file_.get(), base::ToWindows1252(line) + "\r\n", &written);
+  if (error != 0 && written > 0) TakeBack(static_cast<off_t>(written));
+  return error;
+}
+
+// A pipe has no such thing, and behind another program's lines nothing can be taken back.
+void LogFile::TakeBack(off_t size) const {
+  struct stat about {};
+  const off_t end = lseek(file_.get(), 0, SEEK_CUR);
+  if (fstat(file_.get(), &about) != 0 || !S_ISREG(about.st_mode) || about.st_size != end) return;
+  [[maybe_unused]] const int result = ftruncate(file_.get(), end - size);
+}
+
+namespace {
+
+// The current folder may be another one by the time somebody looks for the file.
+std::string FullPath(const std::string& file_name) {
+  std::error_code failure;
+  const std::filesystem::path full = std::filesystem::absolute(file_name, failure);
+  return failure ? file_name : full.string();
+}
+
+}  // namespace
+
+void LogControl::OpenLog(const std::string& file_name) {
+  CloseLog();
+  if (const int error = file_.Open(file_name)) {
+    flags_.log_recording = false;
+    prompt_.ShowError(texts::LogNotOpened(file_name, error));
+    return;
+  }
+  file_name_ = FullPath(file_name);
+  Changed();
+}
+
+void LogControl::CloseLog() {
+  if (!IsOpen()) return;
+  flags_.log_recording = false;
+  button_.image = LogButtonState::kNotRecordingImage;
+  button_.pressed = false;
+  file_.Close();
+  file_name_.clear();
+  Changed();
+}
+
+void LogControl::PressRecord() {
+  if (!IsOpen()) return;
+  const bool start = button_.tag == 0;
+  flags_.log_recording = start;
+  button_ = start ? LogButtonState{1, LogButtonState::kRecordingImage, texts::kStopRecordingTip, true}
+                  : LogButtonState{};
+  Changed();
+}
+
+void LogControl::WriteLine(std::string_view line) {
+  if (!IsOpen()) return;
+  const int error = file_.WriteLine(line);
+  if (error == 0) return;
+  const std::string message = texts::LogNotWritten(file_name_, error);
+  CloseLog();
+  prompt_.ShowError(message);
+}
+
+void LogControl::Changed() {
+  if (observer_ != nullptr) observer_->LogChanged();
+}
+
+}  // namespace kolvane::terminal

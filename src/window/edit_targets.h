@@ -1,0 +1,102 @@
+#pragma once
+
+#include <QWidget>
+
+#include "pane/ui/output_pane.h"
+#include "script/command_file_menu.h"
+#include "script/ui/command_grid.h"
+#include "terminal/terminal_state.h"
+#include "window/message_prompt.h"
+
+namespace kolvane::window {
+
+/// A control that the popup menu acts on.
+class EditTarget {
+ public:
+  virtual ~EditTarget() = default;
+  virtual void Copy() = 0;
+  virtual void Cut() = 0;
+  virtual void Paste() = 0;
+  virtual void Delete() = 0;
+  virtual void SelectAll() = 0;
+  virtual void ClearAll() = 0;
+  virtual void Open() = 0;
+  virtual void Print() = 0;
+  virtual void ChooseFont() = 0;
+  virtual void ChooseBackColor() = 0;
+};
+
+/// Values of the edit-target flag.
+namespace edit_target {
+inline constexpr int kPane = 0;
+inline constexpr int kGrid = 1;
+}  // namespace edit_target
+
+/// The commands of popup menu and toolbar on the command list's grid.
+class GridTarget final : public EditTarget {
+ public:
+  /// `look` takes what the user chooses; `window` stands behind the dialogs.
+  GridTarget(script::CommandGrid* grid, script::CommandFileMenu& files, base::Look& look,
+             MessagePrompt& prompt, QWidget* window)
+      : grid_(grid), files_(files), look_(look), prompt_(prompt), window_(window) {}
+
+  /// Gives the grid the font and the colours of its look.
+  void ShowLook();
+
+  void Copy() override { grid_->copy(); }
+  void Cut() override { grid_->cut(); }
+  void Paste() override { grid_->paste(); }
+  void Delete() override { grid_->deleteSelection(); }
+  void SelectAll() override { grid_->selectAll(); }
+  void ClearAll() override { files_.New(); }
+  void Open() override { files_.Open(); }
+  /// The rows down to the last one that holds text, or the marked ones.
+  void Print() override;
+  void ChooseFont() override;
+  void ChooseBackColor() override;
+
+ private:
+  script::CommandGrid* grid_;
+  script::CommandFileMenu& files_;
+  base::Look& look_;
+  MessagePrompt& prompt_;
+  QWidget* window_;
+};
+
+/// The commands of menu, toolbar and popup menu on the output pane.
+class PaneTarget final : public EditTarget {
+ public:
+  /// `look` takes what the user chooses; `window` stands behind the dialogs.
+  PaneTarget(pane::OutputPane* pane, base::Look& look, MessagePrompt& prompt, QWidget* window)
+      : pane_(pane), look_(look), prompt_(prompt), window_(window) {}
+
+  /// Gives the pane the font and the colours of its look.
+  void ShowLook();
+
+  void Copy() override { pane_->copy(); }
+  void Cut() override { pane_->cut(); }
+  void Paste() override { pane_->paste(); }
+  void Delete() override { pane_->deleteSelection(); }
+  void SelectAll() override { pane_->selectAll(); }
+  void ClearAll() override;
+  /// Writes the whole text and a line end behind it, all or nothing, under a name that the user chooses.
+  void Save();
+  /// Puts a text file that the user chooses in place of the text; where it is not read to its end the text
+  /// stays.
+  void Open() override;
+  /// The same with the file `name`.
+  void Load(const std::string& name);
+  void Print() override;
+  void ChooseFont() override;
+  void ChooseBackColor() override;
+
+  void InsertComment();
+
+ private:
+  pane::OutputPane* pane_;
+  base::Look& look_;
+  MessagePrompt& prompt_;
+  QWidget* window_;
+};
+
+}  // namespace kolvane::window

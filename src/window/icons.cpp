@@ -1,0 +1,111 @@
+#include "window/icons.h"
+
+#include <QApplication>
+#include <QPainter>
+#include <QPixmapCache>
+#include <QString>
+#include <QStyle>
+#include <QStyleOption>
+#include <QSvgRenderer>
+#include <algorithm>
+#include <array>
+#include <span>
+
+namespace kolvane::window {
+namespace {
+
+QPixmap Drawn(const QString& file, const QSize& size) {
+  QPixmap image(size);
+  image.fill(Qt::transparent);
+  QPainter painter(&image);
+  QSvgRenderer(file).render(&painter);
+  return image;
+}
+
+// Grey and nearly transparent: the style's own way tells the two apart only on a bright bar.
+QPixmap Disabled(const QPixmap& image) {
+  constexpr int kPercent = 40;
+  QImage faded = image.toImage().convertToFormat(QImage::Format_ARGB32);
+  for (int y = 0; y < faded.height(); ++y) {
+    auto* line = reinterpret_cast<QRgb*>(faded.scanLine(y));
+    for (QRgb& pixel : std::span(line, static_cast<std::size_t>(faded.width()))) {
+      const int gray = qGray(pixel);
+      pixel = qRgba(gray, gray, gray, qAlpha(pixel) * kPercent / 100);
+    }
+  }
+  return QPixmap::fromImage(faded);
+}
+
+QPixmap InMode(QIcon::Mode mode, const QPixmap& image) {
+  if (mode == QIcon::Normal) return image;
+  if (mode == QIcon::Disabled) return Disabled(image);
+  QStyleOption option;
+  option.palette = QGuiApplication::palette();
+  return QApplication::style()->generatedIconPixmap(mode, image, &option);
+}
+
+}  // namespace
+
+void SvgIconEngine::paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) {
+  const qreal ratio = painter->device()->devicePixelRatio();
+  QPixmap image = pixmap((QSizeF(rect.size()) * ratio).toSize(), mode, state);
+  image.setDevicePixelRatio(ratio);
+  painter->drawPixmap(rect, image);
+}
+
+QPixmap SvgIconEngine::pixmap(const QSize& size, QIcon::Mode mode, QIcon::State /*state*/) {
+  if (size.isEmpty()) return {};
+  const QString name =
+      QStringLiteral("kolvane-svg %1 %2x%3 %4").arg(file_).arg(size.width()).arg(size.height()).arg(mode);
+  QPixmap image;
+  if (QPixmapCache::find(name, &image)) return image;
+  image = mode == QIcon::Normal ? Drawn(file_, size) : InMode(mode, pixmap(size, QIcon::Normal, {}));
+  QPixmapCache::insert(name, image);
+  return image;
+}
+
+}  // namespace kolvane::window
+
+// Resources of a static library are there only once this was called, outside every namespace.
+static void NeedIcons() {
+  static const bool once = [] {
+    Q_INIT_RESOURCE(icons);
+    return true;
+  }();
+  static_cast<void>(once);
+}
+
+namespace kolvane::window {
+namespace {
+
+// The toolbars' image list; the first image is number 1. The numbers of buttons that change their image with
+// their state are fixed: 14 and 16, 20 and 21, 25 and 28. No button has 26 or 27.
+constexpr std::array<std::string_view, 28> kImageList = {
+    "save",          "print",      "configure-connection",
+    "flush",         "log-open",   "log-close",
+    "inspect",       "help",       "list-new",
+    "list-open",     "list-save",  "list-print",
+    "cut",           "record-off", "copy",
+    "record-on",     "paste",      "play",
+    "single-step",   "disconnect", "connect",
+    "break",         "stop",       "special-commands",
+    "log-record-on", "clear",      "scan",
+    "log-record-off"};
+
+}  // namespace
+
+QIcon Icon(const char* name) {
+  NeedIcons();
+  return QIcon(new SvgIconEngine(QStringLiteral(":/icons/%1.svg").arg(QLatin1String(name))));
+}
+
+QIcon ImageIcon(int number) {
+  const bool known = number >= 1 && static_cast<std::size_t>(number) <= kImageList.size();
+  return known ? Icon(kImageList[static_cast<std::size_t>(number) - 1].data()) : QIcon();
+}
+
+int ImageNumber(std::string_view name) {
+  return static_cast<int>(std::ranges::find(kImageList, name) - kImageList.begin()) + 1;
+}
+
+}  // namespace kolvane::window

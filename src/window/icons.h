@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QIcon>
+#include <QIconEngine>
+#include <QString>
+#include <string_view>
+
+namespace kolvane::window {
+
+/// An icon from an SVG file that reads the file when it is shown first: most icons stand in menus and pages
+/// that nobody opens. The images are shared by all icons of the file.
+class SvgIconEngine final : public QIconEngine {
+ public:
+  explicit SvgIconEngine(QString file) : file_(std::move(file)) {}
+
+  void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override;
+  QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override;
+  QIconEngine* clone() const override { return new SvgIconEngine(*this); }
+  QString key() const override { return QStringLiteral("kolvane-svg"); }
+
+ private:
+  QString file_;
+};
+
+/// The icon of that name in the program's own set.
+QIcon Icon(const char* name);
+
+/// The icon that a number of the toolbars' image list stands for; an empty one for a number beyond the list.
+QIcon ImageIcon(int number);
+
+/// The number of an icon in the image list.
+int ImageNumber(std::string_view name);
+
+}  // namespace kolvane::window

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QPagedPaintDevice>
+#include <QTextDocument>
+#include <QWidget>
+
+#include "base/prompt.h"
+#include "window/print_page.h"
+#include "window/text_file.h"
+
+namespace kolvane::window {
+
+enum class PrintResult { kDone, kCancelled, kFailed };
+
+/// Prints `lines` on the pages of `device`, a printer or a PDF file: wrapped at the page's edge, with
+/// caption, date and page number on each page. Pages outside the device's page ranges are left out. The
+/// page's size and margins are the device's.
+PrintResult PrintText(QPagedPaintDevice& device, const PrintStyle& style, const PrintSource& lines,
+                      const ProgressStep& step);
+
+/// Prints `lines`, or `selection` where the user wants that, after asking for the printer; `selection` may be
+/// null. Where there is no printer it asks for the name of a PDF file, which is written whole or not at all.
+/// A failure is shown.
+void PrintLines(QWidget* window, base::Prompt& prompt, const PrintStyle& style, const PrintSource& lines,
+                const PrintSource* selection = nullptr);
+
+/// The same with a formatted text, whose print-out is called `title`.
+void PrintDocument(QWidget* window, base::Prompt& prompt, const QString& title,
+                   const QTextDocument& document);
+
+}  // namespace kolvane::window

@@ -1,0 +1,196 @@
+#include "window/toolbars.h"
+
+#include <QActionEvent>
+#include <QKeyEvent>
+#include <QLayout>
+#include <QStyle>
+#include <algorithm>
+
+#include "base/ui/text.h"
+#include "terminal/texts.h"
+#include "window/icons.h"
+#include "window/texts.h"
+
+namespace kolvane::window {
+
+KeyToolbar::KeyToolbar(const char* name, const char* title, std::span<const ButtonRow> buttons,
+                       QWidget* parent)
+    : QToolBar(parent) {
+  setObjectName(QLatin1String(name));
+  setWindowTitle(base::ToQt(title));
+  setMovable(false);
+  setContextMenuPolicy(Qt::PreventContextMenu);
+  setIconSize(QSize(22, 22));
+  for (const ButtonRow& row : buttons) {
+    AddButton(row);
+    if (row.ends_group) addSeparator();
+  }
+}
+
+void KeyToolbar::AddButton(const ButtonRow& row) {
+  QAction* action = addAction(QString());
+  action->setObjectName(QLatin1String(row.key));
+  action->setEnabled(row.enabled);
+  ShowState(row.key, 0, ImageNumber(row.icon), base::ToQt(row.tool_tip));
+}
+
+QAction* KeyToolbar::Button(const char* key) const { return findChild<QAction*>(QLatin1String(key)); }
+
+void KeyToolbar::ShowState(const char* key, int tag, int image, const QString& tool_tip) {
+  QAction* action = Button(key);
+  action->setProperty("Tag", QString::number(tag));
+  action->setProperty("Image", image);
+  action->setIcon(ImageIcon(image));
+  action->setText(tool_tip);
+  action->setToolTip(tool_tip);
+}
+
+QList<QToolButton*> KeyToolbar::Stops() const {
+  QList<QToolButton*> stops;
+  for (QToolButton* button : findChildren<QToolButton*>(QString(), Qt::FindDirectChildrenOnly)) {
+    if (button->isEnabledTo(this) && button->isVisibleTo(this)) stops.append(button);
+  }
+  return stops;
+}
+
+void KeyToolbar::SetTabStop(QToolButton* button) {
+  if (tab_stop_ != nullptr) tab_stop_->setFocusPolicy(Qt::NoFocus);
+  tab_stop_ = button;
+  if (tab_stop_ != nullptr) tab_stop_->setFocusPolicy(Qt::TabFocus);
+}
+
+void KeyToolbar::actionEvent(QActionEvent* event) {
+  QToolBar::actionEvent(event);
+  if (event->type() == QEvent::ActionAdded) {
+    if (QWidget* button = widgetForAction(event->action())) button->installEventFilter(this);
+  }
+  // The bar hears of its actions before their buttons do.
+  const QAction* stop = tab_stop_ != nullptr ? tab_stop_->defaultAction() : nullptr;
+  if (stop != nullptr && stop->isEnabled()) return;
+  const bool had_focus = stop != nullptr && window()->focusWidget() == tab_stop_;
+  SetTabStop(EnabledFrom(stop));
+  // A button that its own press disables does not send the keyboard elsewhere.
+  if (had_focus && tab_stop_ != nullptr) tab_stop_->setFocus();
+}
+
+QToolButton* KeyToolbar::EnabledFrom(const QAction* start) const {
+  QList<QAction*> all = actions();
+  const auto first = std::ranges::find(all, start);
+  if (first != all.end()) std::ranges::rotate(all, first);
+  const auto enabled = std::ranges::find_if(
+      all, [](const QAction* action) { return action->isEnabled() && !action->isSeparator(); });
+  return enabled == all.end() ? nullptr : qobject_cast<QToolButton*>(widgetForAction(*enabled));
+}
+
+bool KeyToolbar::eventFilter(QObject* target, QEvent* event) {
+  auto* button = qobject_cast<QToolButton*>(target);
+  if (button == nullptr || event->type() != QEvent::KeyPress) return QToolBar::eventFilter(target, event);
+  const int key = static_cast<QKeyEvent*>(event)->key();
+  if (key == Qt::Key_Return || key == Qt::Key_Enter) return button->click(), true;
+  return MoveByKey(button, key) || QToolBar::eventFilter(target, event);
+}
+
+bool KeyToolbar::MoveByKey(QToolButton* from, int key) {
+  const QList<QToolButton*> stops = Stops();
+  const qsizetype last = stops.size() - 1;
+  qsizetype to = stops.indexOf(from);
+  switch (key) {
+    case Qt::Key_Left:
+    case Qt::Key_Up:
+      to = std::max<qsizetype>(to - 1, 0);
+      break;
+    case Qt::Key_Right:
+    case Qt::Key_Down:
+      to = std::min(to + 1, last);
+      break;
+    case Qt::Key_Home:
+      to = 0;
+      break;
+    case Qt::Key_End:
+      to = last;
+      break;
+    default:
+      return false;
+  }
+  SetTabStop(stops.value(to));
+  stops.value(to)->setFocus(Qt::TabFocusReason);
+  return true;
+}
+
+namespace {
+
+constexpr ButtonRow kMainButtons[] = {
+    {"TB_SAVETERMWIN", "save", "Save terminal window to file", true, false},
+    {"TB_PRINT", "print", "Print terminal window", true, true},
+    {"TB_PORTCONFIGURE", "configure-connection", texts::kConfigureTip, false, false},
+    {"TB_CONNECT", "connect", terminal::texts::kConnectTip, true, false},
+    {"TB_FLUSH", "flush", "Eingangspuffer flushen", true, true},
+    {"TB_OPENLOG", "log-open", "Logdatei öffnen", false, false},
+    {"TB_CLOSELOG", "log-close", "Logdatei schließen", false, false},
+    {"TB_RECORDLOG", "log-record-off", terminal::texts::kStartRecordingTip, false, true},
+    {"TB_INSPECT", "inspect", "Binärdaten analysieren", true, true},
+    {"TB_HELP", "help", "Hilfe anzeigen", true, false},
+};
+
+}  // namespace
+
+MainToolbar::MainToolbar(QWidget* parent) : KeyToolbar("Toolbar1", "Terminal", kMainButtons, parent) {}
+
+namespace {
+
+constexpr ButtonRow kScriptButtons[] = {
+    {"TB_PLAY", "play", "Befehlsliste abspielen (F5)", true, false},
+    {"TB_SINGLESTEP", "single-step", "Einzelschritt (F10)", true, false},
+    {"TB_BREAK", "break", "Nach der laufenden Zeile anhalten", true, false},
+    {"TB_STOP", "stop", "Befehlsliste beenden (Umschalt+F5)", true, false},
+    {"TB_RECORD", "record-off", "Gesendete Befehle aufzeichnen", true, true},
+    {"TB_NEWSCRIPT", "list-new", "Neue Befehlsliste", true, false},
+    {"TB_OPENSCRIPT", "list-open", "Befehlsliste öffnen", true, false},
+    {"TB_SAVESCRIPT", "list-save", "Befehlsliste speichern", true, false},
+    {"TB_PRINTSCRIPT", "list-print", "Befehlsliste drucken", true, true},
+    {"TB_CUT", "cut", "Ausschneiden", true, false},
+    {"TB_COPY", "copy", "Kopieren", true, false},
+    {"TB_PASTE", "paste", "Einfügen", true, true},
+    {"TB_SPECIALCOMMANDS", "special-commands", "Hilfe zu den $-Befehlen", true, false},
+};
+
+constexpr QSize kLarge(22, 22);
+constexpr QSize kSmall(16, 16);
+constexpr QSize kSmallest(12, 12);
+constexpr int kRunControls = 4;  // the first buttons
+
+}  // namespace
+
+ScriptToolbar::ScriptToolbar(QWidget* parent)
+    : KeyToolbar("Toolbar3", "Befehlsliste", kScriptButtons, parent) {
+  setOrientation(Qt::Vertical);
+  Button("TB_PLAY")->setShortcut(Qt::Key_F5);
+  Button("TB_STOP")->setShortcut(Qt::SHIFT | Qt::Key_F5);
+  Button("TB_SINGLESTEP")->setShortcut(Qt::Key_F10);
+  // The key beside Scroll Lock is called otherwise while Ctrl is held.
+  Button("TB_BREAK")->setShortcuts({Qt::Key_F6, Qt::CTRL | Qt::Key_Pause, Qt::CTRL | Qt::Key_Cancel});
+  Button("TB_RECORD")->setShortcut(Qt::CTRL | Qt::Key_R);
+  Button("TB_PRINTSCRIPT")->setShortcut(Qt::CTRL | Qt::Key_P);
+  Button("TB_SPECIALCOMMANDS")->setShortcut(Qt::CTRL | Qt::Key_F1);
+  Button("TB_RECORD")->setCheckable(true);
+}
+
+void ScriptToolbar::ShowRecording(int tag, int image) {
+  ShowState("TB_RECORD", tag, image, Button("TB_RECORD")->toolTip());
+  Button("TB_RECORD")->setChecked(tag == 1);
+}
+
+void ScriptToolbar::FitInto(int height) {
+  if (iconSize() == kLarge) whole_height_ = sizeHint().height();
+  if (height >= whole_height_) return setIconSize(kLarge);
+  setIconSize(height >= RunControlHeight(kSmall) ? kSmall : kSmallest);
+}
+
+int ScriptToolbar::RunControlHeight(QSize icons) const {
+  const int padding = widgetForAction(Button("TB_STOP"))->sizeHint().height() - iconSize().height();
+  const QMargins margins = layout()->contentsMargins();
+  return kRunControls * (icons.height() + padding + layout()->spacing()) + margins.top() + margins.bottom() +
+         style()->pixelMetric(QStyle::PM_ToolBarExtensionExtent, nullptr, this);
+}
+
+}  // namespace kolvane::window

@@ -1,0 +1,216 @@
+#include "headless/lines.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "base/captured_output.h"
+#include "base/loopback.h"
+#include "terminal/texts.h"
+
+namespace kolvane::headless {
+namespace {
+
+namespace texts = terminal::texts;
+
+struct LinePaneTest : testing::Test {
+  base::CapturedOutput out;
+  base::CapturedOutput err;
+  Messages messages{err.fd(), true};
+  LinePane pane{out.fd(), messages};
+};
+
+TEST_F(LinePaneTest, AnAnswerIsWrittenOnceItsExchangeIsOver) {
+  pane.AppendLine(LineKind::kAnswer, "1.5");
+  pane.Refresh();
+  EXPECT_EQ(out.text(), "");
+  pane.EndLine();
+  EXPECT_EQ(out.text(), "1.5\n");
+  pane.EndLine();
+  EXPECT_EQ(out.text(), "1.5\n");
+}
+
+TEST_F(LinePaneTest, TheNextLineEndsTheOneBefore) {
+  pane.AppendLine(LineKind::kAnswer, "1");
+  pane.AppendLine(LineKind::kAnswer, "2");
+  EXPECT_EQ(out.text(), "1\n");
+}
+
+TEST_F(LinePaneTest, ACommandIsWrittenAtOnce) {
+  pane.AppendLine(LineKind::kCommand, "MSV?");
+  EXPECT_EQ(out.text(), "MSV?\n");
+}
+
+TEST_F(LinePaneTest, TheResponseTimeStandsBehindTheAnswer) {
+  pane.AppendLine(LineKind::kAnswer, "1");
+  pane.AppendText(LineKind::kTime, texts::ResponseTime("0,5"), 0);
+  pane.AppendLine(LineKind::kAnswer, "2");
+  pane.EndLine();
+  EXPECT_EQ(out.text(), "1(dt = 0,5 ms)\n2\n");
+}
+
+TEST_F(LinePaneTest, TheResponseTimeOfASuppressedAnswerIsALineOfItsOwn) {
+  pane.AppendText(LineKind::kTime, texts::ResponseTime("0,5"), 0);
+  pane.EndLine();
+  EXPECT_EQ(out.text(), "(dt = 0,5 ms)\n");
+}
+
+TEST_F(LinePaneTest, AnEmptyAnswerIsAnEmptyLine) {
+  pane.AppendLine(LineKind::kAnswer, "");
+  pane.EndLine();
+  EXPECT_EQ(out.text(), "\n");
+}
+
+TEST_F(LinePaneTest, LineBreaksInAnAnswerAreLineFeeds) {
+  pane.AppendLine(LineKind::kAnswer, "a\r\nb\r\n\r\nc\r\n");
+  pane.EndLine();
+  EXPECT_EQ(out.text(), "a\nb\n\nc\n");
+}
+
+TEST_F(LinePaneTest, OtherControlCharactersAreWrittenAsTheyAre) {
+  const std::string answer("\0a\rb\tc\x1B[0m\x7Fü\0", 14);
+  pane.AppendLine(LineKind::kAnswer, answer);
+  pane.EndLine();
+  EXPECT_EQ(out.text(), answer + "\n");
+}
+
+TEST_F(LinePaneTest, AtATerminalControlCharactersAreVisible) {
+  base::Pty terminal;
+  LinePane shown(terminal.slave(), messages);
+  const auto show = [&](std::string_view answer) {
+    shown.AppendLine(LineKind::kAnswer, answer);
+    shown.EndLine();
+    char text[64];
+    const ssize_t size = read(terminal.master(), text, sizeof text);
+    // The line discipline makes CR LF of LF.
+    return std::string(text, static_cast<std::size_t>(std::max<ssize_t>(size, 0)));
+  };
+  EXPECT_EQ(show("\x1B[2J\x1B]0;x\a"), "<1B>[2J<1B>]0;x<07>\r\n");
+  EXPECT_EQ(show(std::string_view("a\0\rb\tc\x7F", 7)), "a<00><0D>b\tc<7F>\r\n");
+  EXPECT_EQ(show("\xC2\x90\xC2\x9F\xC2\xA0Ü"), "<90><9F>\xC2\xA0Ü\r\n");
+  EXPECT_EQ(show("a\r\nb"), "a\r\nb\r\n");
+}
+
+TEST_F(LinePaneTest, AWriteErrorIsAMessage) {
+  pane.AppendLine(LineKind::kAnswer, "1");
+  pane.AppendText(LineKind::kError, texts::WriteError("-5"), 0);
+  pane.EndLine();
+  EXPECT_EQ(out.text(), "1\n");
+  EXPECT_EQ(err.text(), "kolvane: Write error: -5\n");
+}
+
+TEST_F(LinePaneTest, NoticesAreMessages) {
+  pane.AppendLine(LineKind::kNotice, "connected");
+  pane.AppendLine(LineKind::kAnswer, "answer");
+  pane.EndLine();
+  EXPECT_EQ(out.text(), "answer\n");
+  EXPECT_EQ(err.text(), "kolvane: connected\n");
+}
+
+TEST_F(LinePaneTest, AnAnswerInTheWordsOfANoticeIsAnAnswer) {
+  pane.AppendLine(LineKind::kNotice, texts::kMeasuringStopped);
+  pane.AppendLine(LineKind::kAnswer, texts::kMeasuringStopped);
+  pane.EndLine();
+  EXPECT_EQ(out.text(), std::string(texts::kMeasuringStopped) + "\n");
+  EXPECT_EQ(err.text(), "kolvane: " + std::string(texts::kMeasuringStopped) + "\n");
+}
+
+TEST_F(LinePaneTest, AnErrorInAnAnswersPlaceIsALine) {
+  pane.AppendLine(LineKind::kError, "-30");
+  pane.EndLine();
+  EXPECT_EQ(out.text(), "-30\n");
+  EXPECT_EQ(err.text(), "");
+}
+
+TEST_F(LinePaneTest, ClearingDoesNothing) {
+  pane.AppendLine(LineKind::kAnswer, "1");
+  pane.Clear();
+  pane.EndLine();
+  EXPECT_EQ(out.text(), "1\n");
+}
+
+TEST_F(LinePaneTest, AFailureIsKeptAndNothingMoreIsWritten) {
+  const int full = open("/dev/full", O_WRONLY | O_CLOEXEC);
+  LinePane failing(full, messages);
+  EXPECT_EQ(failing.error(), 0);
+  failing.AppendLine(LineKind::kCommand, "1");
+  EXPECT_EQ(failing.error(), ENOSPC);
+  close(full);
+  failing.AppendLine(LineKind::kCommand, "2");
+  EXPECT_EQ(failing.error(), ENOSPC);
+}
+
+struct LinePaneOfAHostTest : testing::Test {
+  std::vector<std::pair<LineKind, std::string>> lines;
+  HostLines::Handler handler = [this](LineKind kind, const std::string& line) {
+    lines.emplace_back(kind, line);
+  };
+  HostLines host{handler};
+  base::CapturedOutput out;
+  base::CapturedOutput err;
+  Messages messages{err.fd(), true, &host};
+  LinePane pane{out.fd(), messages};
+};
+
+TEST_F(LinePaneOfAHostTest, EveryLineIsHandedOverByItsKindAndNothingIsWritten) {
+  pane.AppendLine(LineKind::kCommand, "MSV?");
+  pane.AppendLine(LineKind::kAnswer, "1\r\n2\r\n");
+  pane.AppendText(LineKind::kTime, texts::ResponseTime("0,5"), 0);
+  pane.AppendLine(LineKind::kNotice, "connected");
+  pane.AppendText(LineKind::kError, texts::WriteError("-5"), 0);
+  pane.AppendLine(LineKind::kError, "-7");
+  pane.EndLine();
+  EXPECT_EQ(lines, (std::vector<std::pair<LineKind, std::string>>{{LineKind::kCommand, "MSV?"},
+                                                                  {LineKind::kAnswer, "1\n2"},
+                                                                  {LineKind::kTime, "(dt = 0,5 ms)"},
+                                                                  {LineKind::kNotice, "connected"},
+                                                                  {LineKind::kError, "Write error: -5"},
+                                                                  {LineKind::kError, "-7"}}));
+  EXPECT_EQ(out.text() + err.text(), "");
+}
+
+TEST_F(LinePaneOfAHostTest, TheFirstExceptionIsKeptAndEndsTheHanding) {
+  handler = [this](LineKind kind, const std::string& line) {
+    lines.emplace_back(kind, line);
+    throw std::runtime_error(line);
+  };
+  pane.AppendLine(LineKind::kCommand, "ONE");
+  EXPECT_TRUE(host.failed());
+  pane.AppendLine(LineKind::kCommand, "TWO");
+  messages.ShowError("three");
+  EXPECT_EQ(lines.size(), 1u);
+  try {
+    host.Rethrow();
+    FAIL();
+  } catch (const std::runtime_error& error) {
+    EXPECT_STREQ(error.what(), "ONE");
+  }
+}
+
+TEST(Messages, AtATerminalControlCharactersAreVisible) {
+  base::Pty terminal;
+  Messages messages(terminal.slave(), false);
+  messages.ShowError("RING\x1B[H");
+  char text[64];
+  const ssize_t size = read(terminal.master(), text, sizeof text);
+  EXPECT_EQ(std::string(text, static_cast<std::size_t>(std::max<ssize_t>(size, 0))),
+            "kolvane: RING<1B>[H\r\n");
+}
+
+TEST(Messages, AreOneLineEach) {
+  base::CapturedOutput err;
+  Messages messages(err.fd(), false);
+  messages.ShowError("a\r\nb\n\nc\r\n");
+  messages.ShowMessage("Grüße");
+  messages.Tell("nothing");
+  EXPECT_EQ(err.text(), "kolvane: a b c\nkolvane: Grüße\n");
+}
+
+}  // namespace
+}  // namespace kolvane::headless

@@ -1,0 +1,240 @@
+// What the window shows, and when.
+#include <QElapsedTimer>
+#include <QImage>
+#include <QSignalSpy>
+#include <algorithm>
+
+#include "pane_window.h"
+
+namespace kolvane::pane {
+namespace {
+
+TEST_F(PaneWindow, IsTheOutputPane) {
+  EXPECT_EQ(pane_.objectName(), QStringLiteral("TermWin"));
+  EXPECT_EQ(pane_.font().family(), QStringLiteral("Courier New"));
+  EXPECT_EQ(pane_.font().pointSize(), 10);
+}
+
+TEST_F(PaneWindow, PlainTextHasEveryLineAtOnce) {
+  pane_.AppendLine(LineKind::kAnswer, "a");
+  pane_.AppendLine(LineKind::kCommand, "ä\r\nb");
+  EXPECT_EQ(pane_.property("plainText").toString(), QStringLiteral("\na\nä\nb"));
+  EXPECT_EQ(pane_.property("selectedText").toString(), QString());
+}
+
+TEST_F(PaneWindow, PlainTextIsWritable) {
+  pane_.AppendLine(LineKind::kCommand, "red");
+  pane_.setProperty("plainText", QStringLiteral("new\r\ntext"));
+  EXPECT_EQ(State(), "|new/text");
+  EXPECT_EQ(Colors(), "0:new/text");
+}
+
+TEST_F(PaneWindow, EveryCharacterComesBackOut) {
+  const QString text = QStringLiteral("\uFEFFa") + QChar(0) + QStringLiteral("\x1B\x7F\u2028\U0001F600ß");
+  pane_.setPlainText(text);
+  EXPECT_EQ(pane_.plainText(), text);
+}
+
+TEST_F(PaneWindow, AHundredThousandLinesComeBackOut) {
+  constexpr int kLines = 100000;
+  AppendLines(kLines);
+  EXPECT_EQ(pane_.plainText().count(u'\n'), kLines);
+  EXPECT_TRUE(pane_.plainText().endsWith(QStringLiteral("\nline 99999\nline 100000")));
+  EXPECT_GE(bar().maximum(), kLines - bar().pageStep());
+  EXPECT_TRUE(StandsAtEnd());
+}
+
+TEST_F(PaneWindow, FollowsNewLinesOnlyAtTheEnd) {
+  AppendLines(100);
+  EXPECT_TRUE(StandsAtEnd());
+  bar().setValue(10);
+  AppendLines(100);
+  EXPECT_EQ(bar().value(), 10);
+  EXPECT_FALSE(StandsAtEnd());
+  bar().setValue(bar().maximum());
+  AppendLines(1);
+  EXPECT_TRUE(StandsAtEnd());
+}
+
+TEST_F(PaneWindow, TheScrollBarFollowsByItself) {
+  for (int i = 0; i < 100; ++i) pane_.AppendLine(LineKind::kAnswer, "line");
+  EXPECT_TRUE(QTest::qWaitFor([this] { return bar().maximum() > 0 && StandsAtEnd(); }));
+}
+
+TEST_F(PaneWindow, ClearingGoesBackToTheTop) {
+  AppendLines(100);
+  pane_.Clear();
+  EXPECT_EQ(State(), "|");
+  EXPECT_EQ(bar().maximum(), 0);
+  AppendLines(100);
+  EXPECT_TRUE(StandsAtEnd());
+}
+
+TEST_F(PaneWindow, ALineIsShownInTheColorOfItsKind) {
+  pane_.AppendLine(LineKind::kCommand, "*IDN?");
+  pane_.AppendLine(LineKind::kAnswer, "answer");
+  pane_.AppendText(LineKind::kTime, "(dt = 1 ms)\r\n", 1);
+  EXPECT_EQ(State(), "/*IDN?/answer(dt = 1 ms)|/");
+  EXPECT_EQ(Colors(), "0:/ 255:*IDN? 0:/answer(dt = 1 ms)/");
+}
+
+int Pixels(const QImage& image, const QRect& part, const QColor& color) {
+  int count = 0;
+  for (int y = std::max(0, part.top()); y <= std::min(part.bottom(), image.height() - 1); ++y) {
+    for (int x = std::max(0, part.left()); x <= std::min(part.right(), image.width() - 1); ++x) {
+      count += image.pixelColor(x, y) == color ? 1 : 0;
+    }
+  }
+  return count;
+}
+
+class PanePicture : public PaneWindow {
+ protected:
+  // Strokes thick enough to have pixels of the full colour.
+  void SetUp() override {
+    PaneWindow::SetUp();
+    pane_.setFont(QFont(QStringLiteral("Courier New"), 20, QFont::Bold));
+  }
+  QImage Picture() { return pane_.viewport()->grab().toImage(); }
+  QRect RowOf(std::size_t offset) const {
+    const QRect place = pane_.CharacterRect(offset);
+    return {0, place.top(), pane_.viewport()->width(), place.height()};
+  }
+};
+
+TEST_F(PanePicture, EachLineIsPaintedInItsColor) {
+  pane_.AppendLine(LineKind::kCommand, "MMMM");
+  pane_.AppendLine(LineKind::kAnswer, "MMMM");
+  const QImage image = Picture();
+  EXPECT_GT(Pixels(image, RowOf(1), Qt::red), 10);
+  EXPECT_EQ(Pixels(image, RowOf(6), Qt::red), 0);
+  EXPECT_GT(Pixels(image, RowOf(6), pane_.textColor()), 10);
+}
+
+TEST_F(PanePicture, BoldTextIsHeavierInTheSamePlace) {
+  pane_.setFont(QFont(QStringLiteral("Courier New"), 20));
+  PaneText text;
+  for (const Color color : {base::kNoColor, base::kBold, base::kCommandColor | base::kBold})
+    text.AppendLine("lllll.", color);
+  pane_.SetText(std::move(text));
+  const QImage image = Picture();
+  const auto ink = [&](std::size_t offset) {
+    int sum = 0;
+    for (int y = RowOf(offset).top(); y <= RowOf(offset).bottom(); ++y) {
+      for (int x = 0; x < image.width(); ++x) sum += 255 - image.pixelColor(x, y).green();
+    }
+    return sum;
+  };
+  EXPECT_GT(ink(8), ink(1) * 5 / 4);
+  EXPECT_GT(ink(15), ink(1) * 5 / 4);
+  EXPECT_GT(Pixels(image, RowOf(15), Qt::red), 10);
+  EXPECT_EQ(pane_.CharacterRect(6).left(), pane_.CharacterRect(13).left());
+}
+
+TEST_F(PanePicture, TextWithoutAColorFollowsThePanesOwn) {
+  pane_.AppendLine(LineKind::kAnswer, "MMMM");
+  pane_.setTextColor(Qt::blue);
+  pane_.setBackgroundColor(Qt::yellow);
+  const QImage image = Picture();
+  EXPECT_GT(Pixels(image, RowOf(1), Qt::blue), 10);
+  EXPECT_EQ(image.pixelColor(image.width() - 1, image.height() - 1), QColor(Qt::yellow));
+  EXPECT_EQ(pane_.textColor(), QColor(Qt::blue));
+  EXPECT_EQ(pane_.backgroundColor(), QColor(Qt::yellow));
+}
+
+TEST_F(PanePicture, AnEmptyPaneShowsItsPlaceholder) {
+  pane_.setTextColor(Qt::black);
+  pane_.setBackgroundColor(Qt::white);
+  pane_.clearFocus();
+  const QImage empty = Picture();
+  pane_.setPlaceholderText(QStringLiteral("MMMM"));
+  EXPECT_NE(Picture(), empty);
+  EXPECT_EQ(pane_.plainText(), QString());
+  EXPECT_EQ(pane_.property("placeholderText").toString(), QStringLiteral("MMMM"));
+  SetText("\n");
+  EXPECT_EQ(Picture(), empty);
+  pane_.clear();
+  EXPECT_NE(Picture(), empty);
+}
+
+TEST_F(PanePicture, AFrameShowsTheFocus) {
+  pane_.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&pane_));
+  const QColor highlight = pane_.palette().color(QPalette::Highlight);
+  const auto corner = [this] { return pane_.grab().toImage().pixelColor(0, 0); };
+  pane_.setFocus();
+  EXPECT_EQ(corner(), highlight);
+  pane_.clearFocus();
+  EXPECT_NE(corner(), highlight);
+}
+
+TEST_F(PanePicture, TheSelectionHasItsOwnGround) {
+  SetText("abc\ndef");
+  pane_.Select(1, 5);
+  const QImage image = Picture();
+  const QColor ground = pane_.palette().color(QPalette::Highlight);
+  EXPECT_EQ(Pixels(image, pane_.CharacterRect(0), ground), 0);
+  EXPECT_GT(Pixels(image, pane_.CharacterRect(1), ground), 10);
+  EXPECT_GT(Pixels(image, pane_.CharacterRect(3), ground), 10) << "the selected line break";
+  EXPECT_GT(Pixels(image, pane_.CharacterRect(4), ground), 10);
+  EXPECT_EQ(Pixels(image, pane_.CharacterRect(6), ground), 0);
+}
+
+TEST_F(PaneWindow, AWindowOfAnotherWidthKeepsTheTextAtItsTop) {
+  for (int i = 0; i < 100; ++i)
+    pane_.AppendLine(LineKind::kAnswer, std::string(100, static_cast<char>('a' + i % 26)));
+  pane_.Flush();
+  bar().setValue(bar().maximum() / 2);
+  const std::size_t top = pane_.RowAround(pane_.OffsetAt({0, 0})).begin;
+  pane_.resize(300, 200);
+  const std::size_t now = pane_.RowAround(pane_.OffsetAt({0, 0})).begin;
+  EXPECT_LE(now, top);
+  EXPECT_GT(now + 100, top);
+  EXPECT_EQ(pane_.RowAround(top).begin, now);
+}
+
+TEST_F(PaneWindow, APaintAsksForNoFurtherPaint) {
+  class PaintCounter : public QObject {
+   public:
+    int paints = 0;
+
+   private:
+    bool eventFilter(QObject*, QEvent* event) override {
+      paints += event->type() == QEvent::Paint ? 1 : 0;
+      return false;
+    }
+  } counter;
+  AppendLines(100);
+  pane_.viewport()->installEventFilter(&counter);
+  pane_.viewport()->update();
+  QElapsedTimer since;
+  since.start();
+  for (int turn = 0; turn < 1000; ++turn) {
+    pane_.AppendLine(LineKind::kAnswer, "line");
+    QCoreApplication::processEvents();
+  }
+  // One for the update and a few for each frame of 33 ms; a paint that asks for the next brings one each
+  // turn.
+  EXPECT_LE(counter.paints, 10 + since.elapsed() / 10);
+}
+
+TEST_F(PaneWindow, AnotherFontMakesOtherRows) {
+  AppendLines(100);
+  const int before = bar().pageStep();
+  pane_.setFont(QFont(QStringLiteral("Courier New"), 20));
+  EXPECT_LT(bar().pageStep(), before);
+  EXPECT_TRUE(StandsAtEnd());
+}
+
+TEST_F(PaneWindow, AMebibyteInOneLineIsWrappedAndShown) {
+  pane_.AppendLine(LineKind::kAnswer, std::string(1 << 20, 'x'));
+  pane_.Flush();
+  EXPECT_GT(bar().maximum(), 10000);
+  EXPECT_TRUE(StandsAtEnd());
+  EXPECT_FALSE(pane_.viewport()->grab().isNull());
+  pane_.EnsureVisible(500000);
+  EXPECT_TRUE(pane_.viewport()->rect().contains(PlaceOf(500000)));
+}
+
+}  // namespace
+}  // namespace kolvane::pane

@@ -1,0 +1,67 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "pane/pane_state.h"
+#include "terminal/output.h"
+#include "terminal/session_fakes.h"
+
+namespace kolvane::terminal {
+namespace {
+
+class TextPane : public pane::Pane {
+ public:
+  pane::PaneText text;
+  int refreshes = 0;
+
+  void AppendLine(LineKind kind, std::string_view line) override {
+    text.AppendLine(line, kind == LineKind::kCommand ? base::kCommandColor : base::kNoColor);
+  }
+  void AppendText(LineKind, std::string_view added, int back) override { text.AppendText(added, back); }
+  void Clear() override { text.SetText(""); }
+  void Refresh() override { ++refreshes; }
+};
+
+class OutputTest : public testing::Test {
+ protected:
+  OutputFlags flags_;
+  TextPane pane_;
+  FakeLog log_;
+  Output output_{flags_, pane_, log_};
+};
+
+TEST_F(OutputTest, ShowsALineAndRefreshesOnce) {
+  output_.AddLine(LineKind::kAnswer, "a");
+  output_.AddLine(LineKind::kCommand, "b");
+  EXPECT_EQ(pane::Colors(pane_.text), "0:/a/ 255:b");
+  EXPECT_EQ(pane_.refreshes, 2);
+}
+
+TEST_F(OutputTest, SilenceStopsPaneAndLog) {
+  flags_ = {true, true};
+  output_.AddLine(LineKind::kAnswer, "a");
+  EXPECT_EQ(pane::State(pane_.text), "|");
+  EXPECT_EQ(pane_.refreshes, 0);
+  EXPECT_TRUE(log_.lines.empty());
+}
+
+TEST_F(OutputTest, SilenceDoesNotStopTextPutInDirectly) {
+  flags_.SilentMode = true;
+  output_.AppendText(LineKind::kTime, "(dt = 1 ms)\r\n", 1);
+  EXPECT_EQ(pane::State(pane_.text), "(dt = 1 ms)|/");
+}
+
+TEST_F(OutputTest, LogsOnlyWhileRecording) {
+  output_.AddLine(LineKind::kAnswer, "not logged");
+  flags_.log_recording = true;
+  output_.AddLine(LineKind::kCommand, "logged");
+  output_.AddLine(LineKind::kAnswer, "");
+  output_.AppendText(LineKind::kTime, "direct", 0);
+  flags_.log_recording = false;
+  output_.AddLine(LineKind::kAnswer, "not logged either");
+  EXPECT_EQ(log_.lines, (std::vector<std::string>{"logged", ""}));
+}
+
+}  // namespace
+}  // namespace kolvane::terminal
