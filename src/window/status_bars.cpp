@@ -75,10 +75,15 @@ StatusBars::StatusBars(QWidget* parent)
     : first_(MakeBar(parent, "StatusBar1")),
       second_(MakeBar(parent, "StatusBar2")),
       connection_(AddPanel(first_, "StatusBar1_1", "Verbindung")),
+      state_(AddPanel(first_, "StatusBar1_2", "Zustand")),
       log_file_(AddPanel(second_, "StatusBar2_1", "Logdatei")),
       command_list_(AddPanel(second_, "StatusBar2_2", "Befehlsliste")) {}
 
 void StatusBars::ShowConnection(std::string_view text) { ShowIn(connection_, text); }
+
+void StatusBars::ShowState(terminal::StateKind kind, std::string_view text) {
+  if (state_line_.Set(kind, text)) ShowIn(state_, state_line_.Text());
+}
 
 void StatusBars::ShowLogFile(std::string_view text) { ShowIn(log_file_, text); }
 

@@ -6,6 +6,8 @@
 #include <QWidget>
 #include <string_view>
 
+#include "terminal/state_line.h"
+
 namespace kolvane::window {
 
 /// The window's caption: the program, the file of the command list without its folder, and what is connected.
@@ -25,7 +27,7 @@ class StatusPanel final : public QLabel {
   void paintEvent(QPaintEvent* event) override;
 };
 
-/// The two status bars: the connection in the first; log file and command list in the second.
+/// The two status bars: connection and state in the first; log file and command list in the second.
 class StatusBars {
  public:
   explicit StatusBars(QWidget* parent);
@@ -34,6 +36,8 @@ class StatusBars {
   QStatusBar* second() const { return second_; }
 
   void ShowConnection(std::string_view text);
+  /// Shown unless there is something more urgent; an empty text takes back the last of that kind.
+  void ShowState(terminal::StateKind kind, std::string_view text);
   void ShowLogFile(std::string_view text);
   void ShowCommandList(std::string_view text);
 
@@ -41,8 +45,10 @@ class StatusBars {
   QStatusBar* first_;
   QStatusBar* second_;
   QLabel* connection_;
+  QLabel* state_;
   QLabel* log_file_;
   QLabel* command_list_;
+  terminal::StateLine state_line_;
 };
 
 }  // namespace kolvane::window

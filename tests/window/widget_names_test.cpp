@@ -47,7 +47,7 @@ TEST_F(WidgetNames, OfTheMainWindow) {
   ExpectEach<QSplitter>(window_, {"SplitContainer"});
   ExpectEach<QToolBar>(window_, {"Toolbar1", "Toolbar2", "Toolbar3"});
   ExpectEach<QStatusBar>(window_, {"StatusBar1", "StatusBar2"});
-  ExpectEach<QLabel>(window_, {"StatusBar1_1", "StatusBar2_1", "StatusBar2_2"});
+  ExpectEach<QLabel>(window_, {"StatusBar1_1", "StatusBar1_2", "StatusBar2_1", "StatusBar2_2"});
 }
 
 TEST_F(WidgetNames, OfMenusAndTheirItems) {

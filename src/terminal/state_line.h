@@ -1,0 +1,41 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace kolvane::terminal {
+
+/// What the user is told about the session besides the connection, most urgent first.
+enum class StateKind {
+  kWait,      ///< what is waited for
+  kRun,       ///< how far the command list has come
+  kLost,      ///< the connection is lost
+  kModem,     ///< the modem's last word after a dialling that failed
+  kBytes,     ///< bytes that have come and were not read
+  kLeftOver,  ///< what an earlier run has left behind: loops, conditions, silence, recording
+};
+
+/// One text of each kind; the most urgent one is shown. Texts are UTF-8, an empty one is none.
+class StateLine {
+ public:
+  /// Returns whether Text() has changed.
+  bool Set(StateKind kind, std::string_view text) {
+    const std::string before = Text();
+    texts_[static_cast<std::size_t>(kind)] = text;
+    return Text() != before;
+  }
+
+  std::string Text() const {
+    for (const std::string& text : texts_) {
+      if (!text.empty()) return text;
+    }
+    return {};
+  }
+
+ private:
+  std::array<std::string, static_cast<std::size_t>(StateKind::kLeftOver) + 1> texts_;
+};
+
+}  // namespace kolvane::terminal
