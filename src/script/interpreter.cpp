@@ -21,15 +21,24 @@ void Switch(bool& flag, std::string_view word) {
 }  // namespace
 
 const Interpreter::Command Interpreter::kCommands[] = {
-    {"$REPEAT", &Interpreter::Repeat},       {"$ENDREPEAT", &Interpreter::EndRepeat},
-    {"$DELAY", &Interpreter::Delay},         {"$STOP", &Interpreter::Stop},
-    {"$IFERR", &Interpreter::IfError},       {"$IFEQUAL", &Interpreter::IfEqual},
-    {"$IFGREATER", &Interpreter::IfGreater}, {"$IFLESS", &Interpreter::IfLess},
-    {"$ENDIF", &Interpreter::EndIf},         {"$GOTO", &Interpreter::GoTo},
-    {"$OPENLOG", &Interpreter::OpenLog},     {"$WRITELOG", &Interpreter::WriteLog},
-    {"$CLOSELOG", &Interpreter::CloseLog},   {"$SPLITPARAMS", &Interpreter::SplitParams},
-    {"$GETPARAM", &Interpreter::GetParam},   {"$CLEAR", &Interpreter::Clear},
-    {"$SILENT", &Interpreter::Silent},       {"$AUTOLOG", &Interpreter::AutoLog},
+    {SpecialCommand::kRepeat, &Interpreter::Repeat},
+    {SpecialCommand::kEndRepeat, &Interpreter::EndRepeat},
+    {SpecialCommand::kDelay, &Interpreter::Delay},
+    {SpecialCommand::kStop, &Interpreter::Stop},
+    {SpecialCommand::kIfError, &Interpreter::IfError},
+    {SpecialCommand::kIfEqual, &Interpreter::IfEqual},
+    {SpecialCommand::kIfGreater, &Interpreter::IfGreater},
+    {SpecialCommand::kIfLess, &Interpreter::IfLess},
+    {SpecialCommand::kEndIf, &Interpreter::EndIf},
+    {SpecialCommand::kGoTo, &Interpreter::GoTo},
+    {SpecialCommand::kOpenLog, &Interpreter::OpenLog},
+    {SpecialCommand::kWriteLog, &Interpreter::WriteLog},
+    {SpecialCommand::kCloseLog, &Interpreter::CloseLog},
+    {SpecialCommand::kSplitParams, &Interpreter::SplitParams},
+    {SpecialCommand::kGetParam, &Interpreter::GetParam},
+    {SpecialCommand::kClear, &Interpreter::Clear},
+    {SpecialCommand::kSilent, &Interpreter::Silent},
+    {SpecialCommand::kAutoLog, &Interpreter::AutoLog},
 };
 
 bool Interpreter::RunSpecialCommand(std::string_view line) {
@@ -44,8 +53,10 @@ bool Interpreter::RunSpecialCommand(std::string_view line) {
 }
 
 std::string_view Interpreter::Execute(const SpecialLine& line) {
+  const SpecialWord* word = FindSpecialWord(line.Command());
+  if (word == nullptr) return texts::kUnknownCommand;
   for (const Command& command : kCommands) {
-    if (command.word == line.Command()) return (this->*command.action)(line);
+    if (command.special == word->command) return (this->*command.action)(line);
   }
   return texts::kUnknownCommand;
 }

@@ -37,7 +37,7 @@ class Interpreter {
   /// Returns the error's text, empty for none.
   using Action = std::string_view (Interpreter::*)(const SpecialLine&);
   struct Command {
-    std::string_view word;
+    SpecialCommand special;
     Action action;
   };
   static const Command kCommands[];

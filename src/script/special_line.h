@@ -8,6 +8,82 @@
 
 namespace kolvane::script {
 
+enum class SpecialCommand {
+  kRepeat,
+  kEndRepeat,
+  kDelay,
+  kStop,
+  kIfError,
+  kIfEqual,
+  kIfGreater,
+  kIfLess,
+  kEndIf,
+  kGoTo,
+  kOpenLog,
+  kWriteLog,
+  kCloseLog,
+  kSplitParams,
+  kGetParam,
+  kClear,
+  kSilent,
+  kAutoLog,
+  kFlush,
+  kRead,
+  kAnswers
+};
+
+/// What a command's one argument is.
+enum class ArgumentKind {
+  kNone,
+  kNumber,
+  kPosition,
+  kText,
+  kQuotedText,
+  kFile,
+  kLabel,
+  kOnOff,
+  kWhichAnswers
+};
+
+struct SpecialWord {
+  std::string_view word;
+  SpecialCommand command;
+  ArgumentKind argument;
+};
+
+/// Every $ command, for the interpreter, the checker and completion.
+inline constexpr SpecialWord kSpecialWords[] = {
+    {"$REPEAT", SpecialCommand::kRepeat, ArgumentKind::kNumber},
+    {"$ENDREPEAT", SpecialCommand::kEndRepeat, ArgumentKind::kNone},
+    {"$DELAY", SpecialCommand::kDelay, ArgumentKind::kNumber},
+    {"$STOP", SpecialCommand::kStop, ArgumentKind::kNone},
+    {"$IFERR", SpecialCommand::kIfError, ArgumentKind::kNone},
+    {"$IFEQUAL", SpecialCommand::kIfEqual, ArgumentKind::kText},
+    {"$IFGREATER", SpecialCommand::kIfGreater, ArgumentKind::kText},
+    {"$IFLESS", SpecialCommand::kIfLess, ArgumentKind::kText},
+    {"$ENDIF", SpecialCommand::kEndIf, ArgumentKind::kNone},
+    {"$GOTO", SpecialCommand::kGoTo, ArgumentKind::kLabel},
+    {"$OPENLOG", SpecialCommand::kOpenLog, ArgumentKind::kFile},
+    {"$WRITELOG", SpecialCommand::kWriteLog, ArgumentKind::kQuotedText},
+    {"$CLOSELOG", SpecialCommand::kCloseLog, ArgumentKind::kNone},
+    {"$SPLITPARAMS", SpecialCommand::kSplitParams, ArgumentKind::kNone},
+    {"$GETPARAM", SpecialCommand::kGetParam, ArgumentKind::kPosition},
+    {"$CLEAR", SpecialCommand::kClear, ArgumentKind::kNone},
+    {"$SILENT", SpecialCommand::kSilent, ArgumentKind::kOnOff},
+    {"$AUTOLOG", SpecialCommand::kAutoLog, ArgumentKind::kOnOff},
+    {"$FLUSH", SpecialCommand::kFlush, ArgumentKind::kNone},
+    {"$READ", SpecialCommand::kRead, ArgumentKind::kNone},
+    {"$ANSWERS", SpecialCommand::kAnswers, ArgumentKind::kWhichAnswers},
+};
+
+/// The command of this word, in upper case; null for none.
+constexpr const SpecialWord* FindSpecialWord(std::string_view word) {
+  for (const SpecialWord& special : kSpecialWords) {
+    if (special.word == word) return &special;
+  }
+  return nullptr;
+}
+
 /// Adds `step` to a counter; throws RuntimeError kOverflow, the counter as it was, where its type is too
 /// small.
 template <typename Counter>

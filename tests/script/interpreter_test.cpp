@@ -30,6 +30,15 @@ TEST_F(InterpreterTest, UnknownCommands) {
     EXPECT_EQ(ErrorOf(line), "Unbekannter $ Befehl") << line;
 }
 
+// The last three of the table are not carried out yet.
+TEST_F(InterpreterTest, CarriesOutTheWordsOfTheTable) {
+  for (const SpecialWord& special : kSpecialWords) {
+    const bool known = ErrorOf(std::string(special.word) + " 1") != "Unbekannter $ Befehl";
+    EXPECT_EQ(known, special.command < SpecialCommand::kFlush) << special.word;
+    EXPECT_EQ(FindSpecialWord(special.word), &special);
+  }
+}
+
 TEST_F(InterpreterTest, CommandWordsStandInAnyLetterCase) {
   EXPECT_TRUE(Do("$repeat 2"));
   EXPECT_TRUE(Do("$Repeat 2"));
