@@ -112,6 +112,7 @@ class SpecialLine {
   /// The word that names the command, in upper case; empty for one longer than any command's.
   std::string_view Command() const { return {command_, command_size_}; }
 
+  bool HasArgument() const { return has_argument_; }
   /// Empty where two blanks stand in front of it. Throws RuntimeError kSubscript where there is none.
   std::string_view Argument() const;
   /// The number at the argument's start, 0 where none stands there.

@@ -1,0 +1,276 @@
+#include "script/checker/row_check.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "base/encoding.h"
+#include "base/number.h"
+#include "base/text.h"
+#include "script/checker/check_texts.h"
+#include "script/checker/row_words.h"
+
+namespace kolvane::script::checker {
+namespace {
+
+FlowOp OpOf(SpecialCommand command) {
+  switch (command) {
+    case SpecialCommand::kRepeat:
+      return FlowOp::kRepeat;
+    case SpecialCommand::kEndRepeat:
+      return FlowOp::kEndRepeat;
+    case SpecialCommand::kIfError:
+    case SpecialCommand::kIfEqual:
+    case SpecialCommand::kIfGreater:
+    case SpecialCommand::kIfLess:
+      return FlowOp::kCondition;
+    case SpecialCommand::kEndIf:
+      return FlowOp::kEndIf;
+    case SpecialCommand::kGoTo:
+      return FlowOp::kGoTo;
+    case SpecialCommand::kStop:
+      return FlowOp::kStop;
+    case SpecialCommand::kOpenLog:
+      return FlowOp::kOpenLog;
+    case SpecialCommand::kWriteLog:
+      return FlowOp::kWriteLog;
+    case SpecialCommand::kCloseLog:
+      return FlowOp::kCloseLog;
+    case SpecialCommand::kSplitParams:
+      return FlowOp::kSplitParams;
+    case SpecialCommand::kGetParam:
+      return FlowOp::kGetParam;
+    case SpecialCommand::kDelay:
+    case SpecialCommand::kClear:
+    case SpecialCommand::kSilent:
+    case SpecialCommand::kAutoLog:
+    case SpecialCommand::kFlush:
+    case SpecialCommand::kRead:
+    case SpecialCommand::kAnswers:
+      break;
+  }
+  return FlowOp::kPass;
+}
+
+bool IsHex(std::string_view text) {
+  return text.size() > 2 && text.size() <= 10 && text[0] == '&' && (text[1] | 0x20) == 'h' &&
+         text.find_first_not_of("0123456789ABCDEFabcdef", 2) == std::string_view::npos;
+}
+
+bool IsNumber(std::string_view text) { return IsHex(text) || base::WholeTextNumber(text).has_value(); }
+
+/// One known command with its argument.
+class ArgumentCheck {
+ public:
+  ArgumentCheck(int row, const RowParts& parts, std::vector<Finding>& findings)
+      : row_(row), parts_(parts), findings_(findings) {}
+
+  RowMeaning Run() {
+    step_.op = OpOf(parts_.word->command);
+    if (parts_.word->argument == ArgumentKind::kNone) {
+      CheckNothingFollows();
+    } else if (!parts_.has_argument) {
+      Add(FindingKind::kError, texts::MissingArgument(*parts_.word));
+    } else if (parts_.argument.empty()) {
+      CheckEmptyArgument();
+    } else {
+      CheckArgument();
+      CheckRest();
+    }
+    return {step_, std::string(parts_.argument)};
+  }
+
+ private:
+  void Add(FindingKind kind, std::string text, std::string replacement = {}) {
+    findings_.push_back({row_, kind, std::move(text), std::move(replacement)});
+  }
+
+  std::string Mended(std::string_view argument) const {
+    return std::string(parts_.word->word) + " " + std::string(argument);
+  }
+
+  void CheckNothingFollows() {
+    const std::string_view after = base::TrimBlanks(parts_.line.substr(parts_.name.size()));
+    if (after.empty()) return;
+    const bool end_if = parts_.word->command == SpecialCommand::kEndIf;
+    if (end_if) step_.op = FlowOp::kPass;
+    Add(FindingKind::kHint, end_if ? texts::SurplusAfterEndIf(after) : texts::SurplusText(after),
+        std::string(parts_.word->word));
+  }
+
+  bool RefusesEmptyArgument() const {
+    return parts_.word->argument == ArgumentKind::kPosition ||
+           parts_.word->argument == ArgumentKind::kWhichAnswers;
+  }
+
+  void CheckEmptyArgument() {
+    if (parts_.word->argument == ArgumentKind::kLabel) return;
+    const bool two_spaces = !parts_.rest.empty() && !parts_.rest.starts_with(',');
+    Add(RefusesEmptyArgument() ? FindingKind::kError : FindingKind::kHint, texts::EmptyArgument(two_spaces),
+        two_spaces ? Mended(parts_.rest) : std::string());
+  }
+
+  void CheckArgument() {
+    switch (parts_.word->argument) {
+      case ArgumentKind::kNumber:
+        return CheckNumber();
+      case ArgumentKind::kPosition:
+        return CheckPosition();
+      case ArgumentKind::kQuotedText:
+      case ArgumentKind::kFile:
+        return CheckQuotes();
+      case ArgumentKind::kOnOff:
+        return CheckOnOff();
+      case ArgumentKind::kWhichAnswers:
+        if (!OneOf("ALWAYS", "QUERIES"))
+          Add(FindingKind::kError, texts::NeitherAlwaysNorQueries(parts_.argument));
+        return;
+      default:
+        return;
+    }
+  }
+
+  bool OneOf(std::string_view a, std::string_view b) const {
+    return base::EqualsNoCase(parts_.argument, a) || base::EqualsNoCase(parts_.argument, b);
+  }
+
+  void CheckNumber() {
+    const double value = base::LeadingNumber(parts_.argument);
+    const auto number = base::FitInt32(value);
+    if (!number) return Add(FindingKind::kError, texts::OutOfRange(*parts_.word, parts_.argument));
+    step_.count = *number;
+    if (IsDigitAfterComma()) Add(FindingKind::kHint, texts::SurplusAfterComma(*number));
+    CheckForm(value, *number);
+    if (*number >= 0) return;
+    const bool overflows = step_.op == FlowOp::kRepeat && *number == std::numeric_limits<std::int32_t>::min();
+    Add(FindingKind::kHint,
+        overflows ? std::string(texts::kCountsBelowRange) : texts::NegativeNumber(*parts_.word));
+  }
+
+  void CheckPosition() {
+    const double position = base::LeadingNumber(parts_.argument);
+    if (position < 1 || !base::FitInt32(position))
+      return Add(FindingKind::kError, texts::NoPosition(parts_.argument));
+    CheckForm(position, static_cast<std::int32_t>(std::nearbyint(position - 1)) + 1);
+  }
+
+  void CheckForm(double value, std::int32_t number) {
+    if (!IsNumber(parts_.argument)) {
+      Add(FindingKind::kHint, texts::NoNumber(parts_.argument, number));
+    } else if (value != std::nearbyint(value)) {
+      Add(FindingKind::kHint, texts::RoundedNumber(parts_.argument, number));
+    }
+  }
+
+  void CheckQuotes() {
+    const std::string_view text = parts_.argument;
+    if (!text.starts_with('"') || (text.size() > 1 && text.ends_with('"')) || !parts_.rest.empty()) return;
+    Add(FindingKind::kHint, texts::MissingQuote(text), Mended(std::string(text) + '"'));
+  }
+
+  void CheckOnOff() {
+    if (OneOf("ON", "OFF")) return;
+    const std::string_view on_or_off = OneOf("EIN", "AN") ? "ON" : OneOf("AUS", "AB") ? "OFF" : "";
+    Add(FindingKind::kHint, texts::NeitherOnNorOff(parts_.argument),
+        on_or_off.empty() ? std::string() : Mended(on_or_off));
+  }
+
+  bool IsDigitAfterComma() const {
+    return parts_.rest.size() > 1 && parts_.rest[0] == ',' && parts_.rest[1] >= '0' && parts_.rest[1] <= '9';
+  }
+
+  void CheckRest() {
+    const bool told = parts_.word->argument == ArgumentKind::kNumber && IsDigitAfterComma();
+    if (parts_.rest.empty() || told) return;
+    Add(FindingKind::kHint, texts::SurplusText(parts_.rest), OneWord());
+  }
+
+  /// What $WRITELOG can write of several words.
+  std::string OneWord() const {
+    if (parts_.word->argument != ArgumentKind::kQuotedText || parts_.line.find(',') != std::string_view::npos)
+      return {};
+    std::string words(parts_.line.substr(parts_.name.size() + 1));
+    std::replace(words.begin(), words.end(), ' ', '_');
+    return Mended(words);
+  }
+
+  int row_;
+  const RowParts& parts_;
+  std::vector<Finding>& findings_;
+  FlowStep step_;
+};
+
+// The row counts as what was probably meant, so that its partner is not reported too.
+RowMeaning CheckUnknown(int row, const RowParts& parts, std::vector<Finding>& findings) {
+  if (IsElse(parts.name)) {
+    findings.push_back({row, FindingKind::kError, texts::NoElse(parts.name)});
+    return {};
+  }
+  const WordProposal proposal = ProposeWord(parts);
+  findings.push_back(
+      {row, FindingKind::kError, texts::UnknownCommand(parts.name, proposal.row), proposal.row});
+  if (proposal.word == nullptr) return {};
+  std::vector<Finding> of_no_interest;
+  RowMeaning meaning = ArgumentCheck(row, RowParts(proposal.row), of_no_interest).Run();
+  meaning.step.misspelled = true;
+  return meaning;
+}
+
+void CheckTab(int row, const RowParts& parts, std::vector<Finding>& findings) {
+  const std::size_t start = parts.line.find_first_not_of(" \t");
+  if (start == 0 || start == std::string_view::npos) return;
+  const std::string_view command = parts.line.substr(start);
+  if (command.starts_with('$'))
+    findings.push_back(
+        {row, FindingKind::kHint, std::string(texts::kTabBeforeCommand), std::string(command)});
+}
+
+}  // namespace
+
+RowMeaning CheckRow(int row, const RowParts& parts, std::vector<Finding>& findings) {
+  if (parts.IsSpecial())
+    return parts.word == nullptr ? CheckUnknown(row, parts, findings)
+                                 : ArgumentCheck(row, parts, findings).Run();
+  CheckTab(row, parts, findings);
+  return {};
+}
+
+namespace {
+
+/// The first character that the code page lacks; empty for none.
+std::string_view ForeignCharacter(std::string_view text) {
+  for (std::size_t at = 0; at < text.size();) {
+    const std::string_view character = text.substr(at, base::DecodeUtf8(text, at).length);
+    if (character != "?" && base::ToWindows1252(character) == "?") return character;
+    at += character.size();
+  }
+  return {};
+}
+
+/// The original of a UTF-8 row that was read as Windows-1252; nothing for any other row, `text` itself where
+/// the code page lacks part of the original.
+std::optional<std::string> ReadAsUtf8(std::string_view text, std::string bytes) {
+  if (!base::IsUtf8(bytes)) return std::nullopt;
+  if (bytes.starts_with(base::kUtf8Mark)) bytes.erase(0, base::kUtf8Mark.size());
+  return ForeignCharacter(bytes).empty() ? bytes : std::string(text);
+}
+
+}  // namespace
+
+void CheckCharacters(int row, std::string_view text, std::vector<Finding>& findings) {
+  if (base::IsAscii(text)) return;
+  std::string bytes = base::ToWindows1252(text);
+  if (std::ranges::count(bytes, '?') != std::ranges::count(text, '?')) {
+    findings.push_back({row, FindingKind::kHint, texts::OutsideCodePage(ForeignCharacter(text))});
+    return;
+  }
+  const auto meant = ReadAsUtf8(text, std::move(bytes));
+  if (!meant) return;
+  findings.push_back(
+      {row, FindingKind::kHint, std::string(texts::kSavedAsUtf8), *meant == text ? std::string() : *meant});
+}
+
+}  // namespace kolvane::script::checker

@@ -1,0 +1,155 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "base/text.h"
+#include "script/checker/check_texts.h"
+#include "script/checker/checker.h"
+#include "script/checker/row_words.h"
+#include "script/run_bench.h"
+#include "script/special_line.h"
+#include "script/texts.h"
+
+namespace kolvane::script::checker {
+
+/// Plays lists on the real runner and interpreter and compares what they refuse with what the checker has
+/// said before. What a run leaves behind is the start of the next one.
+class CheckReplay {
+ public:
+  CheckReplay() {
+    bench_.host.at_yield = [this] { RowDone(); };
+  }
+
+  /// Back to a fresh program.
+  void Reset() {
+    bench_.script.interpreter = {};
+    bench_.state.last_answer = {};
+    bench_.log.open = false;
+  }
+
+  /// What earlier runs have left.
+  void SetState(const InterpreterState& state) { bench_.script.interpreter = state; }
+  void SetLogOpen(bool open) { bench_.log.open = open; }
+  /// What the device answers, one after the other and over again; an empty text is a time-out.
+  void SetAnswers(std::vector<std::string> answers) { answers_ = std::move(answers); }
+
+  /// Plays at most `budget` rows of the list. With `log_known` the checker is told whether the log is open.
+  /// Returns the first disagreement, empty for none.
+  std::string Compare(const std::vector<std::string>& rows, bool log_known, int budget) {
+    const std::vector<std::string_view> views(rows.begin(), rows.end());
+    opened_unknown_ = !log_known && bench_.log.open;
+    const LogAtStart log = bench_.log.open ? LogAtStart::kOpen : LogAtStart::kClosed;
+    Prepare(rows, CheckList(views,
+                            RunStart::Of(bench_.script.interpreter, log_known ? log : LogAtStart::kUnknown)));
+    budget_ = budget;
+    bench_.core.runner.Play();
+    return disagreement_;
+  }
+
+  int rows_played() const { return rows_played_; }
+  int refused() const { return refused_; }
+  int errors_met() const { return errors_met_; }
+
+ private:
+  struct Said {
+    bool anything = false;
+    bool error = false;
+    bool never_reached = false;
+  };
+
+  void Prepare(const std::vector<std::string>& rows, const std::vector<Finding>& findings) {
+    said_.assign(kListRows + 2, {});
+    for (const Finding& finding : findings) {
+      Said& said = said_.at(static_cast<std::size_t>(finding.row));
+      said.anything = true;
+      said.error |= finding.kind == FindingKind::kError;
+      said.never_reached |= finding.text.ends_with(" nie erreicht");
+    }
+    Fill(rows);
+    bench_.device.calls.clear();
+    bench_.library.calls.clear();
+    bench_.log.calls.clear();
+    bench_.log.lines.clear();
+    bench_.prompt.errors.clear();
+    bench_.pane.text.clear();
+    bench_.pane.lines.clear();
+    disagreement_.clear();
+    row_ = 1;
+    skips_ = bench_.script.interpreter.SkipRows;
+    Answer();
+  }
+
+  /// As ShowFile, which writes every row of the list.
+  void Fill(std::vector<std::string> rows) {
+    const std::size_t before = std::exchange(rows_, rows.size());
+    rows.resize(std::max(rows_, before));
+    bench_.core.list.SetTexts(1, rows);
+  }
+
+  void Answer() {
+    bench_.device.text_answers.clear();
+    if (answers_.empty()) return;
+    const std::string& answer = answers_[next_answer_++ % answers_.size()];
+    if (!answer.empty()) bench_.device.text_answers.push_back(answer + "\r\n");
+  }
+
+  std::string Row() const { return std::to_string(row_) + " \"" + bench_.core.list.Text(row_) + "\""; }
+
+  /// A split answer has as many fields as the device likes, and a log of which nothing is known is taken for
+  /// closed where that is what the list needs.
+  bool IsBeyondTheList() const {
+    const std::string& error = bench_.prompt.errors.back();
+    // Some words are checked that the interpreter does not carry out yet.
+    const RowParts parts(bench_.core.list.Text(row_));
+    if (parts.word != nullptr && error.ends_with(script::texts::kUnknownCommand)) return true;
+    if (opened_unknown_ && error.ends_with(script::texts::kLogAlreadyOpen)) return true;
+    if (!error.ends_with(script::texts::kNoSuchParameter)) return false;
+    return SpecialLine(parts.line).Number() >= 1;
+  }
+
+  bool IsEndIf() const { return base::EqualsNoCase(base::TrimBlanks(bench_.core.list.Text(row_)), "$ENDIF"); }
+
+  // The row `row_` has been executed or passed over.
+  void RowDone() {
+    ++rows_played_;
+    const Said& said = said_.at(static_cast<std::size_t>(row_));
+    if (bench_.core.runner.outcome().list_error) {
+      ++refused_;
+      if (!said.anything && !IsBeyondTheList()) Disagree("refused, nothing said: ");
+    } else if (said.error && !skips_) {
+      Disagree("an error was said, not refused: ");
+    }
+    errors_met_ += said.error && !skips_;
+    if (said.never_reached && (!skips_ || IsEndIf())) Disagree("said to be out of reach, executed: ");
+    row_ = bench_.core.list.current_row() + 1;
+    skips_ = bench_.script.interpreter.SkipRows;
+    // All rows after the last one used are empty.
+    if (--budget_ <= 0 || row_ > static_cast<int>(rows_)) bench_.core.runner.Break();
+    Answer();
+  }
+
+  void Disagree(const std::string& how) {
+    if (disagreement_.empty()) disagreement_ = how + Row();
+  }
+
+  RunBench bench_;
+  std::vector<std::string> answers_;
+  std::size_t next_answer_ = 0;
+  std::vector<Said> said_;
+  std::string disagreement_;
+  std::size_t rows_ = 0;
+  int row_ = 1;
+  bool skips_ = false;
+  bool opened_unknown_ = false;
+  int budget_ = 0;
+  int rows_played_ = 0;
+  int refused_ = 0;
+  int errors_met_ = 0;
+};
+
+}  // namespace kolvane::script::checker
