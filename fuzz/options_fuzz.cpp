@@ -47,5 +47,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   fuzz::Require((options.action == fuzz::Action::kUsageError) == !options.error.empty());
   fuzz::Require(options.error.find('\n') == std::string::npos);
   if (options.action == fuzz::Action::kRun || options.action == fuzz::Action::kSend) fuzz::CheckRun(options);
+  fuzz::Require(options.action != fuzz::Action::kCheck || !options.words.empty());
   return 0;
 }

@@ -53,7 +53,7 @@ _kolvane_trim() {
 }
 
 _kolvane() {
-  local window='--mode --demo --folder --help --version run send ports help'
+  local window='--mode --demo --folder --help --version run send check ports help'
   local run='--connect --baud --parity --data-bits --stop-bits --timeout --send-terminator --receive-terminator
     --receive-mode --count --binary --show-commands --show-times --log --verbose --folder'
   local line=${COMP_LINE:0:COMP_POINT} words cur program command='' i
@@ -65,7 +65,7 @@ _kolvane() {
   for ((i = 1; i < ${#words[@]} - 1; i++)); do
     case ${words[i]} in
       --mode | --folder) ((i++)) ;;
-      run | send | ports | help) command=${words[i]}; break ;;
+      run | send | check | ports | help) command=${words[i]}; break ;;
     esac
   done
 
@@ -76,7 +76,7 @@ _kolvane() {
   if _kolvane_values "$option"; then
     for i in "${!COMPREPLY[@]}"; do COMPREPLY[i]=$before${COMPREPLY[i]}; done
     cur=$before$cur
-  elif [[ $command == run && $cur != -* ]]; then
+  elif [[ $command == check || $command == run && $cur != -* ]]; then
     _kolvane_files .cmd
   elif [[ $command == run || $command == send && $cur == -* ]]; then
     _kolvane_words $run

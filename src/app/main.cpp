@@ -9,10 +9,12 @@
 #include <new>
 
 #include "app/demo.h"
+#include "app/finding_lines.h"
 #include "app/options.h"
 #include "app/port_listing.h"
 #include "app/signals.h"
 #include "kolvane/CommandRun.h"
+#include "kolvane/ListCheck.h"
 #include "kolvane/MainClass.h"
 #include "kolvane/Ports.h"
 
@@ -50,6 +52,15 @@ int Print(const std::string& text) {
   return std::fputs(text.c_str(), stdout) >= 0 && std::fflush(stdout) == 0 ? kDone : kFailed;
 }
 
+int CheckLists(const Options& options) {
+  const std::vector<kolvane::CheckedCommandList> lists = kolvane::CheckCommandLists(options.words);
+  for (const kolvane::CheckedCommandList& list : lists) {
+    if (!list.Problem.empty()) std::fprintf(stderr, "kolvane: %s\n", list.Problem.c_str());
+  }
+  const int printed = Print(kolvane::app::FindingLines(lists));
+  return printed == kDone ? kolvane::app::CheckStatus(lists) : printed;
+}
+
 // Standard output stays empty where there is nothing to list, for whoever reads it line by line.
 int ListPorts() {
   const std::vector<kolvane::Port> ports = kolvane::ListPorts();
@@ -66,6 +77,8 @@ int Run(const Options& options) {
     case Options::Action::kRun:
     case Options::Action::kSend:
       return RunWithoutWindow(options);
+    case Options::Action::kCheck:
+      return CheckLists(options);
     case Options::Action::kPorts:
       return ListPorts();
     case Options::Action::kHelp:

@@ -64,6 +64,25 @@ void ParsePorts(int argc, char** argv, Options& options) {
   }
 }
 
+void ParseCheck(int argc, char** argv, Options& options) {
+  options.action = Options::Action::kCheck;
+  bool names_only = false;
+  for (int i = 1; i < argc; ++i) {
+    const std::string word = argv[i];
+    if (names_only || !word.starts_with('-')) {
+      options.words.push_back(word);
+    } else if (word == "--help" || word == "-h") {
+      options.action = Options::Action::kHelp;
+      return;
+    } else if (word == "--") {
+      names_only = true;
+    } else {
+      return RefuseWord(options, '?', word);
+    }
+  }
+  if (options.words.empty()) Refuse(options, "check needs a command list");
+}
+
 // `argv` begins with the command.
 void ParseCommand(int argc, char** argv, Options& options) {
   const std::string_view command = argv[0];
@@ -71,10 +90,11 @@ void ParseCommand(int argc, char** argv, Options& options) {
     options.action = Options::Action::kHelp;
     return;
   }
-  if (command != "run" && command != "send" && command != "ports")
+  if (command != "run" && command != "send" && command != "check" && command != "ports")
     return Refuse(options, "unknown command '" + std::string(command) + "'");
   if (options.action == Options::Action::kDemo) return Refuse(options, "--demo takes no command");
   if (options.mode) return Refuse(options, "--mode takes no command");
+  if (command == "check") return ParseCheck(argc, argv, options);
   if (command == "ports") return ParsePorts(argc, argv, options);
   options.action = command == "run" ? Options::Action::kRun : Options::Action::kSend;
   ParseRunOptions(argc, argv, options);
@@ -114,6 +134,7 @@ std::string HelpText() {
   return R"(Usage: kolvane [OPTION]...
        kolvane run LIST.CMD [--connect RESOURCE] [OPTION]...
        kolvane send COMMAND... [--connect RESOURCE] [OPTION]...
+       kolvane check LIST.CMD...
        kolvane ports
        kolvane help
 The command terminal for measurement amplifiers and other line-oriented ASCII instruments.
@@ -146,9 +167,13 @@ run executes a command list without a window, send sends each COMMAND and prints
   --log FILE                 append each line to FILE
   --verbose                  tell about connecting on standard error
 
+check reports what is wrong in command lists without running them, one line each: FILE:ROW: Fehler: TEXT where a run
+is refused when it gets there, FILE:ROW: Hinweis: TEXT for what is odd. Exit status: 0 no Fehler, 1 at least one,
+2 a list cannot be read.
+
 ports lists what can be connected to, one line each: RESOURCE, device node, description.
 
-Exit status: 0 done, 1 stopped (an error in the list, a signal; the window could not be opened), 2 usage,
+Exit status otherwise: 0 done, 1 stopped (an error in the list, a signal; the window could not be opened), 2 usage,
 3 no connection, 4 done but at least one answer failed.
 )";
 }

@@ -12,6 +12,7 @@
 #include "headless/ports.h"
 #include "headless/resource_name.h"
 #include "headless/run.h"
+#include "kolvane/ListCheck.h"
 #include "kolvane/Ports.h"
 
 namespace kolvane {
@@ -69,6 +70,10 @@ CommandRunStatus RunCommandList(const std::string& File, const CommandRunOptions
 CommandRunStatus SendCommands(const std::vector<std::string>& Commands, const CommandRunOptions& Options) {
   return RunPrepared(
       Options, [&Commands](const headless::RunSetup& setup) { return headless::SendAll(setup, Commands); });
+}
+
+std::vector<CheckedCommandList> CheckCommandLists(const std::vector<std::string>& Files) {
+  return headless::CheckFiles(Files);
 }
 
 std::vector<Port> ListPorts() { return headless::Ports(component::OwnFolder()); }

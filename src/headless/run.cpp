@@ -2,6 +2,8 @@
 
 #include <system_error>
 
+#include "script/checker/check_texts.h"
+#include "script/checker/checker.h"
 #include "script/command_file.h"
 
 namespace kolvane::headless {
@@ -12,6 +14,10 @@ std::string Reason(const script::FileResult& result) {
   if (result.problem == script::FileResult::Problem::kLineTooLong)
     return "a line is too long for a command file";
   return std::generic_category().message(result.error);
+}
+
+std::string CannotRead(const std::string& file, const script::FileResult& result) {
+  return "cannot read the command list '" + file + "': " + Reason(result);
 }
 
 }  // namespace
@@ -26,7 +32,7 @@ bool List::Load(const std::string& file) {
   const script::FileResult result = script::LoadCommandFile(core_.list, file, stop_due);
   if (terminal_.stopped()) return false;
   if (!result.ok()) {
-    terminal_.messages().ShowError("cannot read the command list '" + file + "': " + Reason(result));
+    terminal_.messages().ShowError(CannotRead(file, result));
   } else if (core_.list.left_out() > 0) {
     terminal_.messages().ShowError("'" + file + "' is longer than " + std::to_string(script::kListRows) +
                                    " lines, left out: " + std::to_string(core_.list.left_out()));
@@ -65,6 +71,41 @@ CommandRunStatus SendAll(const RunSetup& setup, const std::vector<std::string>& 
   }
   if (terminal.StopDue()) return CommandRunStatus::kStopped;
   return all_done ? CommandRunStatus::kDone : CommandRunStatus::kAnswerFailed;
+}
+
+namespace {
+
+ListFinding Public(const script::checker::Finding& finding) {
+  return {finding.row, finding.kind == script::checker::FindingKind::kError, finding.text,
+          finding.replacement, finding.other_row};
+}
+
+ListFinding LeftOut(std::size_t lines) {
+  constexpr int kFirst = script::kListRows + 1;
+  const int last = script::kListRows + static_cast<int>(lines);
+  return {kFirst, false, script::checker::texts::BeyondTheList(kFirst, last), {}, 0};
+}
+
+CheckedCommandList CheckFile(const std::string& file) {
+  CheckedCommandList checked{file, {}, {}};
+  script::CommandList list;
+  const script::FileResult result = script::LoadCommandFile(list, file);
+  if (!result.ok()) {
+    checked.Problem = CannotRead(file, result);
+    return checked;
+  }
+  for (const script::checker::Finding& finding : script::checker::CheckList(list))
+    checked.Findings.push_back(Public(finding));
+  if (list.left_out() > 0) checked.Findings.push_back(LeftOut(list.left_out()));
+  return checked;
+}
+
+}  // namespace
+
+std::vector<CheckedCommandList> CheckFiles(const std::vector<std::string>& files) {
+  std::vector<CheckedCommandList> checked;
+  for (const std::string& file : files) checked.push_back(CheckFile(file));
+  return checked;
 }
 
 }  // namespace kolvane::headless

@@ -5,6 +5,7 @@
 
 #include "headless/terminal.h"
 #include "kolvane/CommandRun.h"
+#include "kolvane/ListCheck.h"
 #include "script/runner.h"
 #include "script/script_core.h"
 
@@ -34,5 +35,8 @@ CommandRunStatus RunList(const RunSetup& setup, const std::string& file);
 
 /// Connects, sends each command (of an empty one the terminator alone) and disconnects.
 CommandRunStatus SendAll(const RunSetup& setup, const std::vector<std::string>& commands);
+
+/// Checks command files without running them.
+std::vector<CheckedCommandList> CheckFiles(const std::vector<std::string>& files);
 
 }  // namespace kolvane::headless

@@ -40,6 +40,18 @@ TEST(Options, PortsStandsAlone) {
   EXPECT_EQ(Parse({"--demo", "ports"}).error, "--demo takes no command");
 }
 
+TEST(Options, CheckTakesLists) {
+  const Options options = Parse({"check", "a.CMD", "--", "-b.CMD"});
+  EXPECT_EQ(options.action, Options::Action::kCheck);
+  EXPECT_EQ(options.words, (std::vector<std::string>{"a.CMD", "-b.CMD"}));
+  EXPECT_EQ(Parse({"check", "a.CMD", "--help"}).action, Options::Action::kHelp);
+  EXPECT_EQ(Parse({"check", "-h"}).action, Options::Action::kHelp);
+  EXPECT_EQ(Parse({"check"}).error, "check needs a command list");
+  EXPECT_EQ(Parse({"check", "--"}).error, "check needs a command list");
+  EXPECT_EQ(Parse({"check", "a.CMD", "--log", "x"}).error, "unknown option '--log'");
+  EXPECT_EQ(Parse({"--demo", "check", "a.CMD"}).error, "--demo takes no command");
+}
+
 TEST(Options, TakeAModeForTheWindowAlone) {
   EXPECT_EQ(Parse({"--mode", "1", "ports"}).error, "--mode takes no command");
   EXPECT_EQ(Parse({"--mode", "1", "--demo"}).error, "--demo takes no --mode");
@@ -76,6 +88,7 @@ TEST(Options, HelpNamesEveryCallAndOption) {
                            "--version",
                            "kolvane run LIST.CMD",
                            "kolvane send COMMAND...",
+                           "kolvane check LIST.CMD...",
                            "kolvane ports",
                            "kolvane help",
                            "-h, --help",

@@ -38,7 +38,7 @@ bash_gives() {
   same "bash: $COMP_LINE" "$*" "${COMPREPLY[*]-}"
 }
 bash_gives './kolvane --d' --demo
-bash_gives './kolvane ' --mode --demo --folder --help --version run send ports help
+bash_gives './kolvane ' --mode --demo --folder --help --version run send check ports help
 bash_gives './kolvane --folder s' # no such folder
 bash_gives './kolvane --mode ' 2
 bash_gives './kolvane run ' listen nacht.CMD tag.cmd
@@ -46,6 +46,8 @@ bash_gives './kolvane run --par' --parity
 bash_gives './kolvane run nacht.CMD --parity ' none even odd
 bash_gives './kolvane run --parity=e' even
 bash_gives './kolvane --folder run send --re' --receive-terminator --receive-mode
+bash_gives './kolvane check ' listen nacht.CMD tag.cmd
+bash_gives './kolvane check nacht.CMD t' tag.cmd
 bash_gives './kolvane send *IDN? ' ''
 bash_gives './kolvane send --connect AS' ASRL1::INSTR ASRL2::INSTR ASRL/dev/ttyUSB7::INSTR
 bash_gives './kolvane send --connect ASRL1::' INSTR
@@ -64,12 +66,13 @@ fish_gives() {
   same "fish: $1" "${*:2}" "$got"
 }
 export HOME=$scratch PATH=$scratch:$PATH
-fish_gives 'kolvane ' help ports run send
+fish_gives 'kolvane ' check help ports run send
 fish_gives 'kolvane --mode ' 2
 fish_gives 'kolvane --d' --demo
 fish_gives 'kolvane run nacht.CMD --par' --parity
 fish_gives 'kolvane run --parity ' even none odd
 fish_gives 'kolvane run na' nacht.CMD
+fish_gives 'kolvane check na' nacht.CMD
 fish_gives 'kolvane send --connect ASRL/' ASRL/dev/ttyUSB7::INSTR
 fish_gives 'kolvane send --connect ASRL1' ASRL1::INSTR
 fish_gives 'kolvane send --connect GPIB' GPIB0::

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "kolvane/ListCheck.h"
+
+namespace kolvane::app {
+
+/// One line a finding: "FILE:ROW: Fehler: TEXT" or "FILE:ROW: Hinweis: TEXT".
+std::string FindingLines(const std::vector<CheckedCommandList>& lists);
+
+/// The exit status of `kolvane check`: 0 no errors, 1 at least one, 2 a file cannot be read.
+int CheckStatus(const std::vector<CheckedCommandList>& lists);
+
+}  // namespace kolvane::app
