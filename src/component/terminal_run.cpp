@@ -13,6 +13,7 @@
 #include "base/system.h"
 #include "component/application.h"
 #include "component/close_watch.h"
+#include "component/extras_file.h"
 #include "component/folder.h"
 #include "component/host_parameters.h"
 #include "component/ini_store.h"
@@ -109,6 +110,16 @@ std::string StateFileOf(const ComponentState& state) {
   return own ? UserStateFile() : std::string();
 }
 
+void SaveExtrasOrTell(ExtrasFile& file, const ComponentState& state, CloseWatch& close) {
+  if (const auto failure = file.Save(state.terminal.extras))
+    close.Messages().ShowError(texts::NotSaved(*failure));
+}
+
+// Whoever chooses a settings file works beside what the user keeps.
+std::string ExtrasFileOf(const ComponentState& state) {
+  return state.options.SettingsFile.empty() ? UserExtrasFile() : std::string();
+}
+
 // Without a window manager there may be no active one.
 QWidget* HostWindow() {
   if (QWidget* active = QApplication::activeWindow()) return active;
@@ -190,6 +201,8 @@ void RunTerminal(ComponentState& state, std::int16_t oper_mode, std::int16_t dev
   LoadOrTell(*store, state, close);
   state.device.connected = IsHostMode(oper_mode);
   StateFile state_file(StateFileOf(state));
+  ExtrasFile extras_file(ExtrasFileOf(state));
+  state.terminal.extras = extras_file.Load();
   device::LazyPortLibrary library(OwnFolder());
   window::MainWindow window({{state.device, state.connection, state.terminal},
                              state.script,
@@ -205,6 +218,7 @@ void RunTerminal(ComponentState& state, std::int16_t oper_mode, std::int16_t dev
   window.Load();
   window.OnUnload([&] {
     SaveStateOrTell(state_file, close);
+    SaveExtrasOrTell(extras_file, state, close);
     UnloadOrTell(state, window, *store, close);
   });
   close.SetWindow(window);

@@ -22,8 +22,9 @@ ExchangeResult Exchange::Run(std::string_view command, Sender sender) {
   if (options_.show_commands) output_.AddLine(LineKind::kCommand, command);
   const PostSendRule rule = session_.PostSendCheck(command);
   if (!rule.continues) {
-    result.ended_by_word = true;
-    output_.AddLine(LineKind::kNotice, rule.message);
+    result.answer_due = false;
+    result.ended_by_word = !rule.message.empty();
+    if (result.ended_by_word) output_.AddLine(LineKind::kNotice, rule.message);
     return result;
   }
   result.answered = session_.GetAnswer();

@@ -19,10 +19,11 @@ enum class Sender {
 /// How one exchange went.
 struct ExchangeResult {
   Sent sent = Sent::kWritten;
-  bool ended_by_word = false;  ///< a word in the command ended the exchange: no answer was read
+  bool ended_by_word = false;  ///< a word in the command ended the exchange
+  bool answer_due = true;      ///< false then, and where a command that is no query has no answer
   bool answered = false;
 
-  bool Failed() const { return sent != Sent::kWritten || !(answered || ended_by_word); }
+  bool Failed() const { return sent != Sent::kWritten || (answer_due && !answered); }
 };
 
 /// One command and its answer: send, echo, check for a word that ends the exchange, read, time. The command

@@ -20,6 +20,20 @@ PostSendRule RuleFor(std::string_view command) {
   return {};
 }
 
+bool IsQuery(std::string_view command) {
+  char quote = 0;
+  for (const char c : command) {
+    if (quote != 0) {
+      if (c == quote) quote = 0;
+    } else if (c == '"' || c == '\'') {
+      quote = c;
+    } else if (c == '?') {
+      return true;
+    }
+  }
+  return false;
+}
+
 namespace {
 
 std::string_view WithoutTerminator(std::string_view text, std::string_view terminator) {
@@ -69,8 +83,9 @@ Sent Session::SendCommand(std::string_view command, bool /*print_command*/) {
 }
 
 PostSendRule Session::PostSendCheck(std::string_view command) {
-  const PostSendRule rule = RuleFor(command);
+  PostSendRule rule = state_.extras.device_words ? RuleFor(command) : PostSendRule{};
   if (rule.disconnects) connect_.Press();
+  if (state_.extras.queries_only && !IsQuery(command)) rule.continues = false;
   return rule;
 }
 

@@ -23,6 +23,9 @@ struct PostSendRule {
 /// in any letter case; the first hit wins, longer words that happen to contain one of them included.
 PostSendRule RuleFor(std::string_view command);
 
+/// Whether `command` has a "?" outside "..." and '...'.
+bool IsQuery(std::string_view command);
+
 /// Takes off a text answer what does not belong to it: the blanks around it, then one NUL, then the
 /// terminator (CR LF in any case; part of it where the device left only that).
 void TrimAnswer(std::string& answer, std::string_view receive_terminator);
@@ -53,7 +56,8 @@ class Session {
   /// the caller's business, whatever `print_command` says.
   Sent SendCommand(std::string_view command, bool print_command = false);
 
-  /// Presses the connect button where the rule for `command` says so, and returns the rule.
+  /// Presses the connect button where the rule for `command` says so, and returns the rule. Without device
+  /// words no rule ends an exchange; where only queries are answered, another command's continues no longer.
   PostSendRule PostSendCheck(std::string_view command);
 
   /// Reads one answer as the receive settings say, shows it and keeps it. Returns whether one came; the

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "base/look.h"
+#include "terminal/extras.h"
 #include "terminal/output.h"
 
 namespace kolvane::terminal {
@@ -66,6 +67,7 @@ struct TerminalState {
   LastAnswer last_answer;
   Options options;
   OutputFlags output;
+  Extras extras;
 };
 
 /// What the window shows and the settings keep besides connection and reception.

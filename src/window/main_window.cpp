@@ -38,6 +38,7 @@ MainWindow::MainWindow(WindowContext context)
       area_(new WindowArea(this)),
       toolbar1_(new MainToolbar(this)),
       menus_(this),
+      extras_(this, prompt_),
       pane_(new pane::OutputPane),
       pane_target_(pane_, context_.settings.pane, prompt_, this),
       popup_(menus_, prompt_, pane_target_, this),
@@ -46,7 +47,7 @@ MainWindow::MainWindow(WindowContext context)
       dialogs_(this),
       lock_(*this),
       script_({context_.script, context_.slices, core_, context_.library, log_.control()},
-              {prompt_, *pane_, dialogs_, [this](bool flag) { lock_.LockGUI(flag); }, context_.unsaved},
+              {prompt_, *pane_, dialogs_, [this](bool flag) { Lock(flag); }, context_.unsaved},
               area_->script_bar(), this),
       reference_(*pane_, HelpFolders(), prompt_),
       grid_target_(script_.grid(), script_.files(), context_.settings.command_list, prompt_, this),
@@ -67,6 +68,7 @@ MainWindow::MainWindow(WindowContext context)
   ConnectPane();
   ConnectConnection();
   ConnectOptions();
+  ConnectExtras();
   ConnectSending();
   // A little less than the screen, whose whole height a frame and a panel may not leave.
   resize(kFirstSize.boundedTo(screen()->availableSize() * 0.9));
@@ -186,6 +188,12 @@ void MainWindow::ConnectOptions() {
   }
 }
 
+void MainWindow::ConnectExtras() {
+  terminal::Extras& extras = context_.slices.terminal.extras;
+  extras_.OnToggle("mnuQueriesOnly", extras.queries_only);
+  extras_.OnToggle("mnuDeviceWords", extras.device_words);
+}
+
 void MainWindow::ConnectSending() {
   TerminalBar* bar = area_->terminal_bar();
   connect(bar->command()->lineEdit(), &QLineEdit::returnPressed, this, &MainWindow::Send);
@@ -195,6 +203,11 @@ void MainWindow::ConnectSending() {
       bar->command()->lineEdit(), &QLineEdit::textChanged, this,
       [bar] { MarkOutside(bar->command()->lineEdit()); }, Qt::QueuedConnection);
   On({"TB_STOP"}, [this] { lines_.Stop(); });
+}
+
+void MainWindow::Lock(bool flag) {
+  lock_.LockGUI(flag);
+  extras_.Lock(flag);
 }
 
 void MainWindow::Send() {

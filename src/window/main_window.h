@@ -14,6 +14,7 @@
 #include "terminal/terminal_state.h"
 #include "window/command_box_view.h"
 #include "window/edit_targets.h"
+#include "window/extras_menu.h"
 #include "window/file_dialogs.h"
 #include "window/help_commands.h"
 #include "window/lock_gui.h"
@@ -83,10 +84,12 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   void ConnectPane();
   void ConnectConnection();
   void ConnectOptions();
+  void ConnectExtras();
   void ConnectSending();
   void Send();
   void OpenConnectionMenu();
   void ConfigureConnection();
+  void Lock(bool flag);
   void ShowCaption();
   void ShowConfigureButton();
   void ShowHowToBegin();
@@ -98,6 +101,7 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   WindowArea* area_;
   MainToolbar* toolbar1_;
   Menus menus_;
+  ExtrasMenu extras_;
   pane::OutputPane* pane_;
   PaneTarget pane_target_;
   PopupCommands popup_;

@@ -411,6 +411,18 @@ TEST_F(StateTest, TheUsersOwnTerminalFindsItsSizeAgain) {
   Open(2, [](QMainWindow& window) { EXPECT_EQ(window.size(), QSize(611, 522)); });
 }
 
+TEST_F(StateTest, TheAdditionsOfAWindowAreKeptOnceOneIsChanged) {
+  terminal_.SetOptions({});
+  const QString file = QString::fromLocal8Bit(qgetenv("XDG_CONFIG_HOME")) + "/Kolvane/Extras.ini";
+  QFile::remove(file);
+  for (std::int16_t mode = 0; mode <= 2; ++mode) Open(mode, [](QMainWindow&) {});
+  EXPECT_FALSE(QFile::exists(file)) << "nothing was changed";
+  Open(2, [](QMainWindow& window) { window.findChild<QAction*>("mnuQueriesOnly")->trigger(); });
+  EXPECT_EQ(base::ReadBytes(file.toStdString()), "[EXTRAS]\nQueriesOnly=1\n");
+  Open(1,
+       [](QMainWindow& window) { EXPECT_TRUE(window.findChild<QAction*>("mnuQueriesOnly")->isChecked()); });
+}
+
 TEST_F(StateTest, ATerminalOfAHostOrWithSettingsOfItsOwnKeepsNothing) {
   OpenAndResize(2);
   terminal_.SetOptions({});

@@ -62,6 +62,37 @@ TEST_F(ExchangeTest, AWordThatEndsItIsANoticeAndNoFailure) {
   EXPECT_EQ(pane.kinds, (std::vector{LineKind::kCommand, LineKind::kNotice}));
 }
 
+TEST_F(ExchangeTest, WithoutDeviceWordsNoneEndsAnExchange) {
+  state.extras.device_words = false;
+  device.text_answers = {"1\r\n"};
+  const ExchangeResult result = exchange.Run("PRES?", Sender::kList);
+  EXPECT_TRUE(result.answered);
+  EXPECT_FALSE(result.ended_by_word);
+  EXPECT_TRUE(device_state.connected);
+}
+
+TEST_F(ExchangeTest, WhereOnlyQueriesAreAnsweredNothingElseIsReadFor) {
+  state.extras.queries_only = true;
+  state.last_answer.text = "earlier";
+  const ExchangeResult result = exchange.Run("VOLT 5", Sender::kList);
+  EXPECT_FALSE(result.Failed());
+  EXPECT_EQ(std::ranges::count(device.calls, "ClearLastError"), 1) << "of the write";
+  EXPECT_EQ(state.last_answer.text, "earlier");
+  EXPECT_EQ(pane.lines, Lines{"VOLT 5"});
+}
+
+TEST_F(ExchangeTest, ADeviceWordStillEndsWhatIsNoQuery) {
+  state.extras.queries_only = true;
+  EXPECT_TRUE(exchange.Run("STP", Sender::kList).ended_by_word);
+}
+
+TEST_F(ExchangeTest, AQueryHasItsQuestionMarkOutsideQuotes) {
+  for (const char* query : {"?", "*IDN?", "A 'b?' ?", R"(A "it's"; B?)", "A? 'x"})
+    EXPECT_TRUE(IsQuery(query)) << query;
+  for (const char* other : {"", "A", "DISP 'ready?'", R"(DISP "what?")", "A 'open?"})
+    EXPECT_FALSE(IsQuery(other)) << other;
+}
+
 TEST_F(ExchangeTest, TheUsersTimesAreOfSinglePrecision) {
   EXPECT_EQ(TimeShown(Sender::kUser, 0, 0.0035), "(dt = 3,5 ms)\r\n");
   EXPECT_EQ(TimeShown(Sender::kUser, 100000, 100000.001), "(dt = 0 ms)\r\n");

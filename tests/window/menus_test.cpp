@@ -23,7 +23,7 @@ class MenusTest : public WindowFixture {
 TEST_F(MenusTest, StandOnTheBarInTheirOrder) {
   QStringList titles;
   for (const QAction* menu : window_.menuBar()->actions()) titles << menu->text().remove(u'&');
-  EXPECT_EQ(titles, QStringList({"Datei", "Verbindung", "Optionen"}));
+  EXPECT_EQ(titles, QStringList({"Datei", "Verbindung", "Optionen", "Extras"}));
   EXPECT_EQ(Find<QMenu>("mnuPOP1")->title(), "POP1");
 }
 
@@ -46,6 +46,13 @@ TEST_F(MenusTest, OfOptions) {
   EXPECT_EQ(Items("mnuOptions"),
             QStringList({"mnuOption_0 Befehle anzeigen", "mnuOption_1 Antwortzeiten anzeigen",
                          "mnuOption_2 Zeilenumbrüche in Antwort"}));
+}
+
+TEST_F(MenusTest, OfExtras) {
+  EXPECT_EQ(Items("mnuExtras"), QStringList({
+                                    "mnuQueriesOnly Nur auf Abfragen warten",
+                                    "mnuDeviceWords DCL, RES und STP beachten",
+                                }));
 }
 
 TEST_F(MenusTest, OfPaneAndGrid) {

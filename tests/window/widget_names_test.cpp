@@ -51,7 +51,7 @@ TEST_F(WidgetNames, OfTheMainWindow) {
 }
 
 TEST_F(WidgetNames, OfMenusAndTheirItems) {
-  ExpectEach<QMenu>(window_, {"mnuFile", "mnuCon", "mnuOptions", "mnuPOP1"});
+  ExpectEach<QMenu>(window_, {"mnuFile", "mnuCon", "mnuOptions", "mnuExtras", "mnuPOP1"});
   ExpectEach<QAction>(window_, {"mnuNewCommandFile", "mnuOpenCommandFile", "mnuSaveCommandFile",
                                 "mnuSaveCommandFileAs", "mnuOpenLog", "mnuCloseLog", "mnuSaveTerminal",
                                 "mnuOpenTextFile", "mnuPrintTermWindow", "mnuExit", "mnuConfigureConnection",

@@ -1,0 +1,72 @@
+#include "window/extras_menu.h"
+
+#include <gtest/gtest.h>
+
+#include <QMessageBox>
+
+#include "base/runtime_error.h"
+#include "window/window_fixture.h"
+
+namespace kolvane::window {
+namespace {
+
+/// A menu of its own, in a window that has nothing else.
+class ExtrasMenuTest : public testing::Test {
+ protected:
+  QStringList Names() {
+    QStringList names;
+    for (const QAction* item : window_.findChild<QMenu*>("mnuExtras")->actions()) {
+      if (!item->isSeparator()) names << (item->menu() ? item->menu()->objectName() : item->objectName());
+    }
+    return names;
+  }
+
+  QMainWindow window_;
+  MessagePrompt prompt_{&window_};
+  ExtrasMenu menu_{&window_, prompt_};
+};
+
+TEST_F(ExtrasMenuTest, AnItemComesToItsPlaceWhateverCameBefore) {
+  menu_.AddMenu("mnuRecent");
+  menu_.On("mnuReadAnswer", [] {});
+  menu_.On("mnuUtf8", [] {});
+  menu_.On("mnuFind", [] {});
+  EXPECT_EQ(Names(), QStringList({"mnuFind", "mnuReadAnswer", "mnuUtf8", "mnuRecent"}));
+}
+
+TEST_F(ExtrasMenuTest, ACheckMarkShowsItsFlagAndTurnsItOver) {
+  bool flag = true;
+  int changes = 0;
+  QAction* item = menu_.OnToggle("mnuUtf8", flag, [&] { ++changes; });
+  EXPECT_TRUE(item->isChecked());
+  item->trigger();
+  EXPECT_FALSE(flag);
+  EXPECT_EQ(changes, 1);
+}
+
+TEST_F(ExtrasMenuTest, WhileAListRunsOnlyWhatCannotDisturbItIsEnabled) {
+  for (const char* name : {"mnuFind", "mnuReadAnswer", "mnuListen"}) menu_.On(name, [] {});
+  menu_.SetAllowed("mnuListen", false);
+  menu_.Lock(true);
+  EXPECT_TRUE(menu_.Item("mnuFind")->isEnabled());
+  EXPECT_FALSE(menu_.Item("mnuReadAnswer")->isEnabled());
+  menu_.Lock(false);
+  EXPECT_TRUE(menu_.Item("mnuReadAnswer")->isEnabled());
+  EXPECT_FALSE(menu_.Item("mnuListen")->isEnabled()) << "refused for another reason";
+}
+
+TEST_F(ExtrasMenuTest, AnItemThatIsNotInTheMenuIsNone) { EXPECT_EQ(menu_.Item("mnuFind"), nullptr); }
+
+class ExtrasInTheWindow : public WindowFixture {};
+
+TEST_F(ExtrasInTheWindow, CheckMarksAreThoseOfTheState) {
+  EXPECT_FALSE(Find<QAction>("mnuQueriesOnly")->isChecked());
+  EXPECT_TRUE(Find<QAction>("mnuDeviceWords")->isChecked());
+  Press("mnuQueriesOnly");
+  Press("mnuDeviceWords");
+  EXPECT_TRUE(terminal_.extras.queries_only);
+  EXPECT_FALSE(terminal_.extras.device_words);
+}
+
+}  // namespace
+}  // namespace kolvane::window
