@@ -4,9 +4,12 @@
 #include <signal.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <exception>
+#include <filesystem>
 #include <new>
+#include <system_error>
 
 #include "app/demo.h"
 #include "app/finding_lines.h"
@@ -27,11 +30,24 @@ using kolvane::app::Options;
 
 enum ExitStatus { kDone = 0, kFailed = 1, kUsage = 2 };
 
+// Empty for a file that can be opened.
+std::string WhyUnreadable(const std::string& file) {
+  std::error_code error;
+  if (std::filesystem::is_directory(file, error)) return std::generic_category().message(EISDIR);
+  return access(file.c_str(), R_OK) == 0 ? std::string() : std::generic_category().message(errno);
+}
+
 int OpenTerminal(const Options& options) {
+  const std::string list = options.words.empty() ? std::string() : options.words.front();
+  if (const std::string why = list.empty() ? "" : WhyUnreadable(list); !why.empty()) {
+    std::fprintf(stderr, "kolvane: cannot read the command list '%s': %s\n", list.c_str(), why.c_str());
+    return kUsage;
+  }
   const kolvane::app::EndSignals end;
   kolvane::MainClass terminal;
   kolvane::TerminalOptions presets;
   presets.Folder = options.folder;
+  presets.CommandList = list;
   presets.CloseDescriptor = end.descriptor();
   terminal.SetOptions(presets);
   terminal.OpenTerminal(options.mode.value_or(kOwnConnection), 0);

@@ -1,6 +1,7 @@
 #include "app/options.h"
 
 #include <getopt.h>
+#include <strings.h>
 
 #include <algorithm>
 #include <limits>
@@ -83,6 +84,20 @@ void ParseCheck(int argc, char** argv, Options& options) {
   if (options.words.empty()) Refuse(options, "check needs a command list");
 }
 
+// What a command file is called, or where it lies; commands have no such names.
+bool IsListName(std::string_view word) {
+  constexpr std::size_t kEnding = sizeof ".CMD" - 1;
+  const bool ending = word.size() > kEnding && strcasecmp(word.data() + word.size() - kEnding, ".CMD") == 0;
+  return ending || word.find('/') != word.npos;
+}
+
+void ParseList(int argc, char** argv, Options& options) {
+  if (options.action == Options::Action::kDemo) return Refuse(options, "--demo takes no command list");
+  if (argc > 1)
+    return Refuse(options, "one command list can be opened, not also '" + std::string(argv[1]) + "'");
+  options.words = {argv[0]};
+}
+
 // `argv` begins with the command.
 void ParseCommand(int argc, char** argv, Options& options) {
   const std::string_view command = argv[0];
@@ -90,6 +105,7 @@ void ParseCommand(int argc, char** argv, Options& options) {
     options.action = Options::Action::kHelp;
     return;
   }
+  if (IsListName(command)) return ParseList(argc, argv, options);
   if (command != "run" && command != "send" && command != "check" && command != "ports")
     return Refuse(options, "unknown command '" + std::string(command) + "'");
   if (options.action == Options::Action::kDemo) return Refuse(options, "--demo takes no command");
@@ -131,7 +147,7 @@ Options ParseOptions(int argc, char** argv) {
 }
 
 std::string HelpText() {
-  return R"(Usage: kolvane [OPTION]...
+  return R"(Usage: kolvane [OPTION]... [LIST.CMD]
        kolvane run LIST.CMD [--connect RESOURCE] [OPTION]...
        kolvane send COMMAND... [--connect RESOURCE] [OPTION]...
        kolvane check LIST.CMD...
@@ -139,7 +155,7 @@ std::string HelpText() {
        kolvane help
 The command terminal for measurement amplifiers and other line-oriented ASCII instruments.
 
-Without a command it opens the terminal's window:
+Without a command it opens the terminal's window, with the command list where one is named:
   --mode N      operating mode: 2 own connection (default); 0 and 1, a host's device, are for hosts alone;
                 any other opens the window on no device
   --demo        terminal connected to a simulated amplifier; the user's settings stay untouched

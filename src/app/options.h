@@ -15,10 +15,10 @@ struct Options {
   Action action = Action::kOpen;
   std::optional<std::int16_t> mode;  ///< with kOpen alone
   std::string folder;
-  CommandRunOptions run;  ///< with kRun and kSend
-  std::vector<std::string>
-      words;  ///< with kRun the one list, with kSend the commands, with kCheck the lists, at least one
-  std::string error;  ///< one line, with kUsageError
+  CommandRunOptions run;           ///< with kRun and kSend
+  std::vector<std::string> words;  ///< with kOpen the list to open, if any, with kRun the one list, with
+                                   ///< kSend the commands, with kCheck the lists, at least one
+  std::string error;               ///< one line, with kUsageError
 };
 
 /// Reads the arguments after the program's name; never exits and never prints.

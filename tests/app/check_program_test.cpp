@@ -107,5 +107,16 @@ TEST_F(CheckProgram, FailsWhereStandardOutputIsFull) {
   close(full);
 }
 
+// The window itself needs a display: see the tests of the component.
+TEST_F(CheckProgram, AListThatTheWindowCannotReadIsOneLine) {
+  for (const char* name : {"nowhere.CMD", "./nowhere"}) {
+    const Outcome outcome = RunProgram({name}, {.folder = folder_.path()});
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_EQ(outcome.err, "kolvane: cannot read the command list '" + std::string(name) +
+                               "': No such file or directory\n");
+  }
+}
+
 }  // namespace
 }  // namespace kolvane::app

@@ -79,6 +79,18 @@ TEST(Options, RefuseInOneLine) {
   EXPECT_EQ(Parse({"--demo", "run", "a.CMD"}).error, "--demo takes no command");
 }
 
+TEST(Options, AListOpensInTheWindow) {
+  for (const char* name : {"list.CMD", "list.cmd", "./list", "/tmp/list", "run/list"}) {
+    const Options options = Parse({"--folder", "/tmp", name});
+    EXPECT_EQ(options.action, Options::Action::kOpen) << name;
+    EXPECT_EQ(options.words, std::vector<std::string>({name}));
+  }
+  EXPECT_EQ(Parse({".CMD"}).error, "unknown command '.CMD'");
+  EXPECT_EQ(Parse({"a.CMD", "b.CMD"}).error, "one command list can be opened, not also 'b.CMD'");
+  EXPECT_EQ(Parse({"--demo", "a.CMD"}).error, "--demo takes no command list");
+  EXPECT_EQ(Parse({"--mode", "2", "a.CMD"}).action, Options::Action::kOpen);
+}
+
 TEST(Options, HelpNamesEveryCallAndOption) {
   const std::string help = HelpText();
   for (const char* word : {"--mode",
