@@ -18,6 +18,21 @@ char Upper(char previous, char c) {
   return c;
 }
 
+// What UpperCase makes of each byte where all are ASCII; false where they are not. Of this size the compiler
+// makes vector instructions.
+constexpr std::size_t kAsciiBlock = 64;
+
+bool UpperCaseAscii(char* bytes) {
+  unsigned others = 0;
+  for (std::size_t i = 0; i < kAsciiBlock; ++i) others |= static_cast<unsigned char>(bytes[i]);
+  if (others >= 0x80) return false;
+  for (std::size_t i = 0; i < kAsciiBlock; ++i) {
+    const bool small = bytes[i] >= 'a' && bytes[i] <= 'z';
+    bytes[i] = static_cast<char>(bytes[i] - (small ? 32 : 0));
+  }
+  return true;
+}
+
 // Of this size the compiler makes vector instructions without a call in between.
 constexpr std::size_t kBlock = 256;
 constexpr std::uint64_t kEightBlanks = 0x2020202020202020;
@@ -39,11 +54,18 @@ bool EndsInBlanks(std::string_view text) {
 std::string UpperCase(std::string_view text) {
   std::string out(text);
   char previous = '\0';
-  for (std::size_t at = 0; at < out.size(); ++at) {
-    const char c = out[at];
-    out[at] = Upper(previous, c);
-    if (previous == '\xC3' && c == '\xBF') out.replace(at - 1, 2, "Ÿ");
-    previous = c;
+  for (std::size_t at = 0; at < out.size();) {
+    const std::size_t end = std::min(at + kAsciiBlock, out.size());
+    if (end - at == kAsciiBlock && UpperCaseAscii(out.data() + at)) {
+      at = end;
+      previous = '\0';
+    }
+    for (; at < end; ++at) {
+      const char c = out[at];
+      out[at] = Upper(previous, c);
+      if (previous == '\xC3' && c == '\xBF') out.replace(at - 1, 2, "Ÿ");
+      previous = c;
+    }
   }
   return out;
 }

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "base/encoding.h"
+#include "pane/matcher.h"
 #include "pane/pane_store.h"
 
 namespace kolvane::pane {
@@ -35,13 +36,6 @@ std::size_t PreviousCharacter(const PaneStore& store, std::size_t offset);
 /// Begin of the next word, number or sign, and of the one before; a line's end is a stop of its own.
 std::size_t NextWord(const PaneStore& store, std::size_t offset);
 std::size_t PreviousWord(const PaneStore& store, std::size_t offset);
-
-/// Bytes [begin, end) of a text.
-struct PaneRange {
-  std::size_t begin;
-  std::size_t end;
-  bool empty() const { return begin == end; }
-};
 
 /// The word, run of blanks or run of signs around `offset`, within its line.
 PaneRange WordAround(const PaneStore& store, std::size_t offset);

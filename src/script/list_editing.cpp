@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "base/text.h"
 #include "script/command_file.h"
 
 namespace kolvane::script {
@@ -89,6 +90,53 @@ void RemoveRows(CommandList& list, int first, int last) {
   if (first > last || first > used) return;
   Texts texts = list.Texts(last + 1, used);
   texts.resize(static_cast<std::size_t>(used - first + 1));
+  list.SetTexts(first, texts);
+}
+
+bool InsertLines(CommandList& list, int row, std::string_view text) {
+  Texts lines = LinesOf(text);
+  const int used = std::max(list.LastUsedRow(), row - 1);
+  if (row < 1 || static_cast<int>(lines.size()) > kListRows - used) return false;
+  const Texts after = list.Texts(row, used);
+  lines.insert(lines.end(), after.begin(), after.end());
+  list.SetTexts(row, lines);
+  return true;
+}
+
+bool DuplicateRows(CommandList& list, int first, int last) {
+  Clip(first, last);
+  return first <= last && InsertLines(list, last + 1, CopyRows(list, first, last) + '\n');
+}
+
+bool MoveRowsUp(CommandList& list, int first, int last) {
+  if (first <= 1 || last > kListRows || first > last) return false;
+  Texts texts = list.Texts(first - 1, last);
+  std::rotate(texts.begin(), texts.begin() + 1, texts.end());
+  list.SetTexts(first - 1, texts);
+  return true;
+}
+
+bool MoveRowsDown(CommandList& list, int first, int last) {
+  if (first < 1 || last >= kListRows || first > last) return false;
+  Texts texts = list.Texts(first, last + 1);
+  std::rotate(texts.rbegin(), texts.rbegin() + 1, texts.rend());
+  list.SetTexts(first, texts);
+  return true;
+}
+
+void ToggleComments(CommandList& list, int first, int last) {
+  Clip(first, last);
+  Texts texts = list.Texts(first, last);
+  const auto is_comment = [](std::string_view text) { return base::TrimBlanks(text).starts_with('\''); };
+  const bool all = std::ranges::all_of(
+      texts, [&](const std::string& text) { return base::TrimBlanks(text).empty() || is_comment(text); });
+  for (std::string& text : texts) {
+    if (base::TrimBlanks(text).empty()) continue;
+    if (all)
+      text.erase(text.find('\''), 1);
+    else
+      text.insert(0, 1, '\'');
+  }
   list.SetTexts(first, texts);
 }
 

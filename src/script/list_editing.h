@@ -31,6 +31,16 @@ PastedRows ReplaceRow(CommandList& list, int row, std::string_view text);
 /// Moves `row` and all behind it down by `count` rows. Returns false, and does nothing, where rows that hold
 /// text would leave the list.
 bool InsertRows(CommandList& list, int row, int count);
+/// Puts the lines of `text` in front of `row`, whose rows move down. Returns false, and does nothing, where
+/// rows that hold text would leave the list.
+bool InsertLines(CommandList& list, int row, std::string_view text);
+/// Puts a copy of the rows behind them; false as above.
+bool DuplicateRows(CommandList& list, int first, int last);
+/// Exchanges the rows with the one in front of them, or with the one behind; false where there is none.
+bool MoveRowsUp(CommandList& list, int first, int last);
+bool MoveRowsDown(CommandList& list, int first, int last);
+/// Makes comments of the rows that hold text, or, where all of them are comments, takes the marks away.
+void ToggleComments(CommandList& list, int first, int last);
 /// Moves the rows behind `last` up to `first`.
 void RemoveRows(CommandList& list, int first, int last);
 

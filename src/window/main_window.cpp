@@ -15,6 +15,7 @@
 #include "window/field_mark.h"
 #include "window/icons.h"
 #include "window/inspect_command.h"
+#include "window/list_commands.h"
 #include "window/status_bars.h"
 #include "window/texts.h"
 
@@ -55,7 +56,9 @@ MainWindow::MainWindow(WindowContext context)
       interactive_(core_.exchange, script_.recorder(), box_),
       lines_(interactive_),
       receive_(area_->terminal_bar(), context_.slices.terminal, core_.device, prompt_, this),
-      help_(this, HelpFolders(), prompt_) {
+      help_(this, HelpFolders(), prompt_),
+      find_in_pane_(new pane::PaneFind(pane_)),
+      find_in_list_(new script::ListFind(script_.grid())) {
   setObjectName(QStringLiteral("frmTerminal"));
   setWindowIcon(Icon("kolvane"));
   addToolBar(Qt::TopToolBarArea, toolbar1_);
@@ -69,6 +72,7 @@ MainWindow::MainWindow(WindowContext context)
   ConnectConnection();
   ConnectOptions();
   ConnectExtras();
+  ConnectFinding();
   ConnectSending();
   // A little less than the screen, whose whole height a frame and a panel may not leave.
   resize(kFirstSize.boundedTo(screen()->availableSize() * 0.9));
@@ -192,6 +196,33 @@ void MainWindow::ConnectExtras() {
   terminal::Extras& extras = context_.slices.terminal.extras;
   extras_.OnToggle("mnuQueriesOnly", extras.queries_only);
   extras_.OnToggle("mnuDeviceWords", extras.device_words);
+  AddListCommands(extras_, script_);
+}
+
+void MainWindow::ConnectFinding() {
+  FindBar* bar = area_->find_bar();
+  extras_.On("mnuFind", [this] { OpenFindBar(); });
+  const auto go = [this, bar](void (FindBar::*step)()) {
+    return [this, bar, step] { bar->IsOpen() ? (bar->*step)() : OpenFindBar(); };
+  };
+  extras_.On("mnuFindNext", go(&FindBar::GoToNext));
+  extras_.On("mnuFindPrevious", go(&FindBar::GoToPrevious));
+}
+
+// In the list where it has the keyboard, else in the pane; again for the same where the bar itself has it.
+void MainWindow::OpenFindBar() {
+  FindBar* bar = area_->find_bar();
+  const QWidget* focus = focusWidget();
+  const auto has_focus = [focus](const QWidget* widget) {
+    return focus == widget || widget->isAncestorOf(focus);
+  };
+  const bool again = bar->IsOpen() && has_focus(bar);
+  const bool list = again ? bar->target() == find_in_list_ : has_focus(script_.grid());
+  if (list) script_.grid()->FinishEdit();
+  if (list)
+    bar->Open(find_in_list_, base::ToQt(texts::kFindInList));
+  else
+    bar->Open(find_in_pane_, base::ToQt(texts::kFindInPane));
 }
 
 void MainWindow::ConnectSending() {
@@ -208,6 +239,7 @@ void MainWindow::ConnectSending() {
 void MainWindow::Lock(bool flag) {
   lock_.LockGUI(flag);
   extras_.Lock(flag);
+  area_->find_bar()->ShowReplaceable();
 }
 
 void MainWindow::Send() {

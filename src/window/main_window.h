@@ -9,6 +9,8 @@
 #include "device/port_library.h"
 #include "inspect/decode.h"
 #include "pane/ui/output_pane.h"
+#include "pane/ui/pane_find.h"
+#include "script/ui/list_find.h"
 #include "terminal/interactive_send.h"
 #include "terminal/terminal_core.h"
 #include "terminal/terminal_state.h"
@@ -85,6 +87,8 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   void ConnectConnection();
   void ConnectOptions();
   void ConnectExtras();
+  void ConnectFinding();
+  void OpenFindBar();
   void ConnectSending();
   void Send();
   void OpenConnectionMenu();
@@ -117,6 +121,8 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   terminal::CommandLines lines_;
   ReceiveView receive_;
   HelpCommands help_;
+  pane::PaneFind* find_in_pane_;
+  script::ListFind* find_in_list_;
   WindowMemory* memory_ = nullptr;
   inspect::InspectorState inspector_;
   std::function<void()> unload_;

@@ -45,6 +45,12 @@ ScriptView::ScriptView(ScriptParts parts, ScriptSurroundings surroundings, Scrip
   column->setSpacing(0);
   column->addWidget(unsaved_);
   column->addWidget(grid_);
+  auto* findings = new script::FindingsList(panel_);
+  column->addWidget(findings);
+  check_ = new script::ListCheck(grid_, findings, [&state = parts.state.interpreter, &log = parts.log] {
+    using script::checker::LogAtStart;
+    return script::checker::RunStart::Of(state, log.IsOpen() ? LogAtStart::kOpen : LogAtStart::kClosed);
+  });
   ConnectButtons();
   connect(grid_, &script::CommandGrid::ListFull, this,
           [this](const std::string& message) { around_.prompt.ShowError(message); });
@@ -119,6 +125,7 @@ void ScriptView::Run(void (script::Runner::*command)()) {
 void ScriptView::AfterRun() {
   if (core_.runner.running()) return;
   grid_->ShowRunEnd(core_.runner.last_row());
+  check_->CheckAgain();
   Q_EMIT RunEnded();
 }
 

@@ -11,6 +11,7 @@
 #include "script/runner.h"
 #include "script/script_core.h"
 #include "script/ui/command_grid.h"
+#include "script/ui/list_check.h"
 #include "terminal/terminal_core.h"
 #include "window/message_prompt.h"
 #include "window/toolbars.h"
@@ -50,7 +51,9 @@ class ScriptView final : public QObject, private script::RunHost {
   /// Carries out a command of files() once what is being typed into the grid has been taken over.
   void OnFiles(void (script::CommandFileMenu::*command)());
   script::CommandGrid* grid() const { return grid_; }
-  /// The grid with the bar above it that offers what other windows have left unsaved.
+  script::ListCheck& check() { return *check_; }
+  /// The grid with what the check of the list has found, and with the bar above it that offers what other
+  /// windows have left unsaved.
   QWidget* panel() const { return panel_; }
   /// For the second status bar.
   std::string FileStatus() const;
@@ -85,6 +88,7 @@ class ScriptView final : public QObject, private script::RunHost {
   QWidget* panel_;
   script::CommandGrid* grid_;
   UnsavedView* unsaved_;
+  script::ListCheck* check_;
   QElapsedTimer since_events_;
 };
 

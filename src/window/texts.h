@@ -17,6 +17,9 @@ inline constexpr std::string_view kPrinting = "Text wird gedruckt …";
 inline constexpr std::string_view kNoMemory = "Nicht genügend Speicher";
 inline constexpr std::string_view kNotPrinted = "Der Drucker nimmt den Auftrag nicht an";
 
+inline constexpr std::string_view kFindInPane = "Suchen in der Ausgabe:";
+inline constexpr std::string_view kFindInList = "Suchen in der Befehlsliste:";
+
 /// What the empty pane says; `connection` describes the one that can still be chosen, empty where none can.
 inline std::string HowToBegin(std::string_view connection) {
   const std::string choose =

@@ -1,5 +1,6 @@
 #include "window/window_area.h"
 
+#include <QLayout>
 #include <cmath>
 
 namespace kolvane::window {
@@ -42,10 +43,12 @@ WindowArea::WindowArea(QWidget* parent)
       splitter_(new QSplitter(Qt::Horizontal, this)),
       script_bar_(new ScriptToolbar(this)),
       terminal_bar_(new TerminalBar(this)),
+      find_bar_(new FindBar(this)),
       status_bars_(this) {
   splitter_->setObjectName(QStringLiteral("SplitContainer"));
   splitter_->setChildrenCollapsible(false);
   splitter_->move(kLeft, kTop);
+  connect(find_bar_, &FindBar::OpenedOrClosed, this, &WindowArea::LayOutParts);
 }
 
 QSize WindowArea::minimumSizeHint() const { return kSmallest; }
@@ -59,8 +62,10 @@ void WindowArea::LayOutParts() {
   QStatusBar* first = status_bars_.first();
   QStatusBar* second = status_bars_.second();
   const int bar_height = terminal_bar_->HeightAt(width());
+  const int find_height =
+      find_bar_->isVisibleTo(this) ? find_bar_->layout()->heightForWidth(width() - 2 * kLeft) : 0;
   LayoutInput input{.inner_width = width(),
-                    .inner_height = height(),
+                    .inner_height = height() - find_height,
                     .split_left = kLeft,
                     .split_top = kTop,
                     .toolbar2_height = bar_height,
@@ -81,6 +86,7 @@ void WindowArea::LayOutParts() {
   top -= first->sizeHint().height();
   first->setGeometry(0, top, width(), first->sizeHint().height());
   terminal_bar_->setGeometry(0, top - bar_height, width(), bar_height);
+  find_bar_->setGeometry(kLeft, top - bar_height - find_height, width() - 2 * kLeft, find_height);
   terminal_bar_->PlaceCommandLine(kLeft, layout.command_width, layout.send_left);
 }
 

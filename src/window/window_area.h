@@ -3,6 +3,7 @@
 #include <QSplitter>
 #include <QWidget>
 
+#include "window/find_bar.h"
 #include "window/status_bars.h"
 #include "window/terminal_bar.h"
 #include "window/toolbars.h"
@@ -39,7 +40,8 @@ struct WindowLayout {
 WindowLayout LayOut(const LayoutInput& input);
 
 /// The window's inner area: `SplitContainer` with pane and command list, `Toolbar3` to its right, below them
-/// the terminal bar and the two status bars. Their places follow the window's resize rules, not a Qt layout.
+/// the find bar while it is open, the terminal bar and the two status bars. Their places follow the window's
+/// resize rules, not a Qt layout.
 class WindowArea final : public QWidget {
   Q_OBJECT
 
@@ -49,6 +51,7 @@ class WindowArea final : public QWidget {
   ScriptToolbar* script_bar() const { return script_bar_; }
   QSplitter* splitter() const { return splitter_; }
   TerminalBar* terminal_bar() const { return terminal_bar_; }
+  FindBar* find_bar() const { return find_bar_; }
   StatusBars& status_bars() { return status_bars_; }
 
   QSize minimumSizeHint() const override;
@@ -64,6 +67,7 @@ class WindowArea final : public QWidget {
   QSplitter* splitter_;
   ScriptToolbar* script_bar_;
   TerminalBar* terminal_bar_;
+  FindBar* find_bar_;
   StatusBars status_bars_;
 };
 

@@ -126,5 +126,46 @@ TEST_F(ListEditingTest, RemovesRows) {
   EXPECT_EQ(ListText(list), ">B");
 }
 
+TEST_F(ListEditingTest, InsertsLinesInFrontOfARow) {
+  EXPECT_TRUE(InsertLines(list, 2, "x\r\ny\n"));
+  EXPECT_EQ(ListText(list), ">A|x|y|B|C|D");
+  list.Undo();
+  EXPECT_EQ(ListText(list), ">A|B|C|D") << "one step of undo";
+  EXPECT_TRUE(InsertLines(list, 6, "x"));
+  EXPECT_EQ(ListText(list), ">A|B|C|D||x");
+  list.SetText(kListRows, "Z");
+  EXPECT_FALSE(InsertLines(list, 1, "x"));
+}
+
+TEST_F(ListEditingTest, DuplicatesRows) {
+  EXPECT_TRUE(DuplicateRows(list, 2, 3));
+  EXPECT_EQ(ListText(list), ">A|B|C|B|C|D");
+  list.Undo();
+  list.SetText(1023, "Z");
+  EXPECT_FALSE(DuplicateRows(list, 1, 2));
+}
+
+TEST_F(ListEditingTest, MovesRows) {
+  EXPECT_TRUE(MoveRowsUp(list, 2, 3));
+  EXPECT_EQ(ListText(list), ">B|C|A|D");
+  EXPECT_FALSE(MoveRowsUp(list, 1, 2));
+  EXPECT_TRUE(MoveRowsDown(list, 1, 2));
+  EXPECT_EQ(ListText(list), ">A|B|C|D");
+  EXPECT_TRUE(MoveRowsDown(list, 4, 4));
+  EXPECT_EQ(ListText(list), ">A|B|C||D");
+  EXPECT_FALSE(MoveRowsDown(list, kListRows, kListRows));
+  EXPECT_FALSE(MoveRowsDown(list, 3, 2));
+}
+
+TEST_F(ListEditingTest, MakesCommentsAndTakesThemBack) {
+  FillList(list, "A|  B||'C");
+  ToggleComments(list, 1, 4);
+  EXPECT_EQ(ListText(list), ">'A|'  B||''C");
+  ToggleComments(list, 1, 4);
+  EXPECT_EQ(ListText(list), ">A|  B||'C");
+  ToggleComments(list, 3, 4);
+  EXPECT_EQ(list.Text(4), "C") << "empty rows do not count";
+}
+
 }  // namespace
 }  // namespace kolvane::script

@@ -50,8 +50,16 @@ TEST_F(MenusTest, OfOptions) {
 
 TEST_F(MenusTest, OfExtras) {
   EXPECT_EQ(Items("mnuExtras"), QStringList({
+                                    "mnuFind Suchen...",
+                                    "mnuFindNext Weitersuchen",
+                                    "mnuFindPrevious Zurücksuchen",
                                     "mnuQueriesOnly Nur auf Abfragen warten",
                                     "mnuDeviceWords DCL, RES und STP beachten",
+                                    "mnuCheckList Befehlsliste prüfen",
+                                    "mnuDuplicateRow Zeile verdoppeln",
+                                    "mnuToggleComment Auskommentieren",
+                                    "mnuMoveUp Nach oben",
+                                    "mnuMoveDown Nach unten",
                                 }));
 }
 

@@ -35,7 +35,8 @@ OutputPane::OutputPane(QWidget* parent, std::unique_ptr<PaneAnnouncer> announcer
     : QAbstractScrollArea(parent),
       metrics_(DefaultFont()),
       rows_(text_.store(), metrics_),
-      announcer_(std::move(announcer)) {
+      announcer_(std::move(announcer)),
+      bar_(new base::MarkedScrollBar) {
   InstallPaneAccessibility();
   setObjectName(QStringLiteral("TermWin"));
   setFont(DefaultFont());
@@ -43,6 +44,7 @@ OutputPane::OutputPane(QWidget* parent, std::unique_ptr<PaneAnnouncer> announcer
   setAttribute(Qt::WA_InputMethodEnabled);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   // Always there: a bar that comes and goes would wrap every line anew.
+  setVerticalScrollBar(bar_);
   setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
   viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
   viewport()->setCursor(Qt::IBeamCursor);
@@ -115,6 +117,7 @@ void OutputPane::Flush() {
   }
   updating_bar_ = false;
   if (appended_from_) announcer_->Appended(*this, *std::exchange(appended_from_, std::nullopt));
+  Q_EMIT TextShown();
 }
 
 const OutputPaneRows& OutputPane::Rows() const {
@@ -197,8 +200,9 @@ void OutputPane::paintEvent(QPaintEvent* event) {
   QPainter painter(viewport());
   painter.fillRect(event->rect(), palette().base());
   const PaneColors colors{textColor(), palette().color(QPalette::HighlightedText),
-                          palette().color(QPalette::Highlight)};
-  OutputPanePainter rows(painter, text_.store(), metrics_, colors, text_.Selection());
+                          palette().color(QPalette::Highlight),
+                          base::HitGround(palette().color(QPalette::Base))};
+  OutputPanePainter rows(painter, text_.store(), metrics_, colors, text_.Selection(), search_);
   const int height = metrics_.row_height();
   const std::size_t total = Rows().Total();
   for (int below = event->rect().top() / height; below * height <= event->rect().bottom(); ++below) {
@@ -208,6 +212,25 @@ void OutputPane::paintEvent(QPaintEvent* event) {
   }
   if (text_.Length() == 0 && preedit_.isEmpty()) PaintPlaceholder(painter);
   if (hasFocus()) PaintCaret(painter);
+}
+
+void OutputPane::ShowHits(const PaneSearch* search) {
+  search_ = search;
+  MarkHits();
+}
+
+void OutputPane::MarkHits() {
+  std::vector<double> places;
+  const std::size_t chunks = search_ == nullptr ? 0 : std::min(search_->ChunkCount(), Rows().ChunkCount());
+  for (std::size_t chunk = 0; chunk < chunks; ++chunk) {
+    if (search_->CountIn(chunk) == 0) continue;
+    for (std::size_t part = 0; part < PaneSearch::kParts; ++part) {
+      if (search_->PartsIn(chunk)[part])
+        places.push_back(rows_.Share(chunk, static_cast<double>(part) / PaneSearch::kParts));
+    }
+  }
+  bar_->SetMarks(places);
+  viewport()->update();
 }
 
 // Who looks at the window sees where the keyboard is.

@@ -6,7 +6,9 @@
 #include <memory>
 #include <optional>
 
+#include "base/ui/marked_scroll_bar.h"
 #include "pane/pane.h"
+#include "pane/pane_search.h"
 #include "pane/pane_text.h"
 #include "pane/ui/output_pane_accessible.h"
 #include "pane/ui/output_pane_metrics.h"
@@ -91,6 +93,11 @@ class OutputPane : public QAbstractScrollArea, public Pane {
   PaneRow RowAround(std::size_t offset) const { return Rows().RowAt(rows_.RowOf(offset)); }
   void EnsureVisible(std::size_t offset);
 
+  /// Highlights the hits of `search`, which has the pane's text; null: none.
+  void ShowHits(const PaneSearch* search);
+  /// Brings the marks in the scroll bar up to the search.
+  void MarkHits();
+
   QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
 
  public Q_SLOTS:
@@ -106,6 +113,10 @@ class OutputPane : public QAbstractScrollArea, public Pane {
   void clear() { Clear(); }
 
  Q_SIGNALS:
+  /// Rows and scroll bar are as the text is now.
+  void TextShown();
+  /// Another text stands in the old one's place.
+  void TextExchanged();
   /// The user has turned to the pane by Tab.
   void Touched();
   /// The user asks for the popup menu at this place of the screen.
@@ -173,6 +184,8 @@ class OutputPane : public QAbstractScrollArea, public Pane {
   OutputPaneMetrics metrics_;
   mutable OutputPaneRows rows_;
   std::unique_ptr<PaneAnnouncer> announcer_;
+  base::MarkedScrollBar* bar_;
+  const PaneSearch* search_ = nullptr;
   QString placeholder_;
   bool read_only_ = false;
   int remembered_block_ = 0;

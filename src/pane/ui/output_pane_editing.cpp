@@ -50,6 +50,7 @@ PaneText OutputPane::Exchange(PaneText text) {
   const QString before = announcer_->IsHeard() ? plainText() : QString();
   PaneText old = std::exchange(text_, std::move(text));
   rows_.Forget();
+  Q_EMIT TextExchanged();
   announcer_->Replaced(*this, before, {0, text_.Length()});
   CaretMoved();
   return old;

@@ -16,6 +16,7 @@ void OutputPanePainter::PaintRow(const PaneRow& row, QPointF left_top) {
   const std::size_t start = store_.ChunkStart(chunk).bytes;
   const PaneChunk& lines = store_.Chunk(chunk);
   const std::string_view text = lines.text().substr(row.begin - start, row.end - row.begin);
+  if (search_ != nullptr) PaintHits(row, chunk, text, left_top);
   PaintGround(row, text, left_top);
   const QPointF base = left_top + QPointF(0, metrics_.ascent());
   qreal x = 0;
@@ -39,6 +40,21 @@ void OutputPanePainter::PaintGround(const PaneRow& row, std::string_view text, Q
   const qreal right = metrics_.X(text, end - row.begin) + (with_break ? metrics_.blank() / 2 : 0);
   const QRectF ground(left_top.x() + left, left_top.y(), right - left, metrics_.row_height());
   painter_.fillRect(ground, colors_.selected_ground);
+}
+
+void OutputPanePainter::PaintHits(const PaneRow& row, std::size_t chunk, std::string_view text,
+                                  QPointF left_top) {
+  const std::size_t start = store_.ChunkStart(chunk).bytes;
+  const Hits& hits = search_->HitsIn(chunk);
+  auto hit = std::ranges::upper_bound(hits, row.begin - start, {}, &PaneRange::end);
+  for (; hit != hits.end() && start + hit->begin < row.end; ++hit) {
+    const std::size_t begin = std::max(start + hit->begin, row.begin);
+    const std::size_t end = std::min(start + hit->end, row.end);
+    const qreal left = metrics_.X(text, begin - row.begin);
+    const qreal width = metrics_.X(text, end - row.begin) - left;
+    painter_.fillRect(QRectF(left_top.x() + left, left_top.y(), width, metrics_.row_height()),
+                      colors_.hit_ground);
+  }
 }
 
 // Where colour or selection change next behind `at`.

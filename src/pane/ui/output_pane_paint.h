@@ -4,6 +4,7 @@
 #include <QPainter>
 
 #include "pane/pane_moves.h"
+#include "pane/pane_search.h"
 #include "pane/pane_store.h"
 #include "pane/ui/output_pane_metrics.h"
 #include "pane/ui/output_pane_rows.h"
@@ -15,14 +16,20 @@ struct PaneColors {
   QColor text;
   QColor selected_text;
   QColor selected_ground;
+  QColor hit_ground;
 };
 
-/// Paints rows of a pane, each in one go: the ground of what is selected, then the text.
+/// Paints rows of a pane, each in one go: the grounds of hits and of what is selected, then the text.
 class OutputPanePainter {
  public:
   OutputPanePainter(QPainter& painter, const PaneStore& store, const OutputPaneMetrics& metrics,
-                    const PaneColors& colors, PaneRange selection)
-      : painter_(painter), store_(store), metrics_(metrics), colors_(colors), selection_(selection) {}
+                    const PaneColors& colors, PaneRange selection, const PaneSearch* search = nullptr)
+      : painter_(painter),
+        store_(store),
+        metrics_(metrics),
+        colors_(colors),
+        selection_(selection),
+        search_(search) {}
 
   /// `left_top` is the row's corner.
   void PaintRow(const PaneRow& row, QPointF left_top);
@@ -30,6 +37,7 @@ class OutputPanePainter {
  private:
   bool IsSelected(std::size_t offset) const;
   void PaintGround(const PaneRow& row, std::string_view text, QPointF left_top);
+  void PaintHits(const PaneRow& row, std::size_t chunk, std::string_view text, QPointF left_top);
   std::size_t EndOfLook(const PaneChunk& chunk, std::size_t chunk_start, std::size_t at) const;
   qreal PaintText(std::string_view text, QPointF base, qreal x, bool bold);
   void PaintPlain(std::string_view text, QPointF at);
@@ -40,6 +48,7 @@ class OutputPanePainter {
   const OutputPaneMetrics& metrics_;
   const PaneColors& colors_;
   PaneRange selection_;
+  const PaneSearch* search_;
 };
 
 }  // namespace kolvane::pane

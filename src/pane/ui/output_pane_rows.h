@@ -30,6 +30,11 @@ class OutputPaneRows {
   /// How many of the text's chunks the last Sync has seen.
   std::size_t ChunkCount() const { return chunks_.size(); }
   std::size_t Total() const { return total_; }
+  /// Where in all rows, 0 to 1, this part of the chunk's rows ends.
+  double Share(std::size_t chunk, double part) const {
+    return (static_cast<double>(chunks_[chunk].start) + part * static_cast<double>(chunks_[chunk].rows)) /
+           static_cast<double>(total_);
+  }
   PaneRow RowAt(std::size_t row) const;
   /// A place between two rows of a line belongs to the second.
   std::size_t RowOf(std::size_t offset) const;

@@ -123,6 +123,22 @@ std::vector<Finding> CheckList(const std::vector<std::string_view>& rows, const 
   return findings;
 }
 
+std::string FindingLine(const Finding& finding) {
+  return (finding.kind == FindingKind::kError ? "Fehler: " : "Hinweis: ") + finding.text;
+}
+
+std::vector<int> Indents(const CommandList& list) {
+  std::vector<int> indents;
+  int depth = 0;
+  for (int row = 1; row <= list.LastUsedRow(); ++row) {
+    const FlowOp op = FlowOpOf(RowParts(list.Text(row)));
+    if (op == FlowOp::kEndRepeat || op == FlowOp::kEndIf) depth = std::max(depth - 1, 0);
+    indents.push_back(depth);
+    if (op == FlowOp::kRepeat || op == FlowOp::kCondition) ++depth;
+  }
+  return indents;
+}
+
 std::vector<Finding> CheckList(const CommandList& list, const RunStart& start) {
   std::vector<std::string_view> rows;
   for (int row = 1; row <= list.LastUsedRow(); ++row) rows.emplace_back(list.Text(row));

@@ -25,6 +25,9 @@ struct Finding {
   int other_row = 0;             ///< the row that it has to do with; 0: none
 };
 
+/// "Fehler: ..." or "Hinweis: ...".
+std::string FindingLine(const Finding& finding);
+
 enum class LogAtStart { kClosed, kOpen, kUnknown };
 
 /// The state that a run starts in. The default is a fresh program's, except that a log may be open: by --log
@@ -59,5 +62,8 @@ std::vector<Finding> CheckList(const std::vector<std::string_view>& rows, const 
 
 /// The same for the rows of `list`.
 std::vector<Finding> CheckList(const CommandList& list, const RunStart& start = {});
+
+/// How deep each row of `list` is inside loops and conditions, by the text alone; the first one is row 1's.
+std::vector<int> Indents(const CommandList& list);
 
 }  // namespace kolvane::script::checker

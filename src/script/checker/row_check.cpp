@@ -230,6 +230,10 @@ void CheckTab(int row, const RowParts& parts, std::vector<Finding>& findings) {
 
 }  // namespace
 
+FlowOp FlowOpOf(const RowParts& parts) {
+  return parts.word == nullptr ? FlowOp::kPass : OpOf(parts.word->command);
+}
+
 RowMeaning CheckRow(int row, const RowParts& parts, std::vector<Finding>& findings) {
   if (parts.IsSpecial())
     return parts.word == nullptr ? CheckUnknown(row, parts, findings)

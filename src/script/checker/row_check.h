@@ -16,6 +16,9 @@ struct RowMeaning {
   std::string label;  ///< FlowOp::kGoTo: the argument
 };
 
+/// What the row does to the course of a run, as far as it is a known command.
+FlowOp FlowOpOf(const RowParts& parts);
+
 /// Reports what is wrong with row number `row` by itself. Its errors are those that every execution of the
 /// row ends in. Labels are not looked up.
 RowMeaning CheckRow(int row, const RowParts& parts, std::vector<Finding>& findings);

@@ -9,6 +9,7 @@
 #include <QScopedValueRollback>
 #include <QUrl>
 #include <algorithm>
+#include <utility>
 
 #include "base/ui/look.h"
 #include "pane/ui/output_pane_paint.h"
@@ -34,7 +35,10 @@ bool IsControlY(const QKeyEvent* event) {
 }  // namespace
 
 CommandGrid::CommandGrid(CommandList& list, QWidget* parent)
-    : QTableView(parent), model_(new CommandListModel(list, this)), delegate_(new RowDelegate(this)) {
+    : QTableView(parent),
+      model_(new CommandListModel(list, this)),
+      delegate_(new RowDelegate(this)),
+      bar_(new base::MarkedScrollBar) {
   setObjectName(QStringLiteral("CommandScript"));
   setAccessibleName(QStringLiteral("Befehlsliste"));
   setModel(model_);
@@ -45,13 +49,15 @@ CommandGrid::CommandGrid(CommandList& list, QWidget* parent)
   setSelectionMode(QAbstractItemView::ContiguousSelection);
   setEditTriggers(DoubleClicked | EditKeyPressed | AnyKeyPressed);
   setWordWrap(false);
+  setVerticalScrollBar(bar_);
   SetUpHeaders();
   Connect();
   ShowCurrentRow(list.current_row());
 }
 
 void CommandGrid::SetUpHeaders() {
-  verticalHeader()->hide();
+  verticalHeader()->setHighlightSections(false);
+  verticalHeader()->setDefaultAlignment(Qt::AlignRight | Qt::AlignVCenter);
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   horizontalHeader()->setSectionResizeMode(CommandListModel::kMarkerColumn, QHeaderView::Fixed);
   horizontalHeader()->setSectionResizeMode(CommandListModel::kTextColumn, QHeaderView::Stretch);
@@ -83,6 +89,12 @@ void CommandGrid::ShowLook(const QFont& font, Color text, const QColor& ground) 
   // For the line in which a row is edited; the rows themselves bring their colours along.
   colors.setColor(QPalette::Text, base::ToQColor(text));
   setPalette(colors);
+}
+
+void CommandGrid::ShowHits(RowHitsOf hits, const std::vector<double>& marks) {
+  delegate_->ShowHits(std::move(hits));
+  bar_->SetMarks(marks);
+  viewport()->update();
 }
 
 void CommandGrid::FitRows() { verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6); }
@@ -177,6 +189,44 @@ void CommandGrid::insertRow() {
   if (!InsertRows(list(), currentIndex().row() + 1, 1)) Q_EMIT ListFull(std::string(texts::kNoRoomForARow));
 }
 
+void CommandGrid::insertPaste() {
+  const QString text = QGuiApplication::clipboard()->text();
+  if (text.isEmpty() || !currentIndex().isValid() || list().InUse()) return;
+  if (!InsertLines(list(), currentIndex().row() + 1, text.toStdString()))
+    Q_EMIT ListFull(std::string(texts::kNoRoomForARow));
+}
+
+void CommandGrid::duplicateRows() {
+  const RowSpan rows = SelectedRows();
+  if (rows.last == 0 || list().InUse()) return;
+  if (!DuplicateRows(list(), rows.first, rows.last)) {
+    Q_EMIT ListFull(std::string(texts::kNoRoomForARow));
+  } else {
+    MarkRows(rows.last + 1, 2 * rows.last - rows.first + 1);
+  }
+}
+
+void CommandGrid::moveRowsUp() {
+  const RowSpan rows = SelectedRows();
+  if (!list().InUse() && MoveRowsUp(list(), rows.first, rows.last)) MarkRows(rows.first - 1, rows.last - 1);
+}
+
+void CommandGrid::moveRowsDown() {
+  const RowSpan rows = SelectedRows();
+  if (!list().InUse() && MoveRowsDown(list(), rows.first, rows.last)) MarkRows(rows.first + 1, rows.last + 1);
+}
+
+void CommandGrid::toggleComments() {
+  const RowSpan rows = SelectedRows();
+  if (rows.last > 0 && !list().InUse()) ToggleComments(list(), rows.first, rows.last);
+}
+
+void CommandGrid::MarkRows(int first, int last) {
+  setCurrentIndex(model_->IndexOf(first));
+  selectionModel()->select(QItemSelection(model_->index(first - 1, 0), model_->IndexOf(last)),
+                           QItemSelectionModel::ClearAndSelect);
+}
+
 void CommandGrid::undo() { GoToChange(list().Undo()); }
 
 void CommandGrid::redo() { GoToChange(list().Redo()); }
@@ -192,6 +242,8 @@ bool CommandGrid::EditByKey(const QKeyEvent* event) {
   if (event->matches(QKeySequence::Undo)) return undo(), true;
   if (event->matches(QKeySequence::Redo) || IsControlY(event)) return redo(), true;
   if (event->matches(QKeySequence::Delete)) return deleteSelection(), true;
+  if (event->key() == Qt::Key_V && event->modifiers() == (Qt::ControlModifier | Qt::ShiftModifier))
+    return insertPaste(), true;
   if (event->key() == Qt::Key_Insert && event->modifiers() == Qt::NoModifier) return insertRow(), true;
   return false;
 }

@@ -2,6 +2,7 @@
 
 #include <QTableView>
 
+#include "base/ui/marked_scroll_bar.h"
 #include "script/ui/command_list_model.h"
 #include "script/ui/row_delegate.h"
 
@@ -26,6 +27,15 @@ class CommandGrid final : public QTableView {
   };
   /// The marked rows; last 0 where none is.
   RowSpan SelectedRows() const;
+  /// Puts the cursor into the row, in view.
+  void GoToRow(int row) { setCurrentIndex(model_->IndexOf(row)); }
+  /// Highlights what a search has found, in the rows and at `marks` in the scroll bar.
+  void ShowHits(RowHitsOf hits, const std::vector<double>& marks);
+  /// Marks what the checker has found, and shows the rows inside loops and conditions to the right.
+  void ShowFindings(const std::vector<checker::Finding>& findings, std::vector<int> indents) {
+    model_->ShowFindings(findings, std::move(indents));
+    DescribeState();
+  }
   /// Takes over what is being typed into a row, as Enter would, and stays there.
   void FinishEdit();
   /// Shows at once what has changed, and after a run, which has passed the empty rows after the list, puts
@@ -44,6 +54,13 @@ class CommandGrid final : public QTableView {
   /// An empty row at the current one, unless the last row of the list would be lost.
   void insertRow();
   void removeRows();
+  /// The clipboard's lines as rows in front of the current one.
+  void insertPaste();
+  // On the marked rows, which stay marked; nothing while a run is on.
+  void duplicateRows();
+  void moveRowsUp();
+  void moveRowsDown();
+  void toggleComments();
 
  Q_SIGNALS:
   /// The user has turned to the grid, with the mouse or by Tab.
@@ -74,6 +91,7 @@ class CommandGrid final : public QTableView {
   void Connect();
   bool EditByKey(const QKeyEvent* event);
   void GoToChange(int row);
+  void MarkRows(int first, int last);
   bool IsPastList(int row) const;
   void ShowCurrentRow(int row);
   void MoveCursor(int row);
@@ -84,6 +102,7 @@ class CommandGrid final : public QTableView {
 
   CommandListModel* model_;
   RowDelegate* delegate_;
+  base::MarkedScrollBar* bar_;
   bool showing_current_ = false;
 };
 

@@ -31,6 +31,9 @@ QVariant CommandListModel::data(const QModelIndex& index, int role) const {
   const int row = index.row() + 1;
   if (role == Qt::AccessibleDescriptionRole) return StateOf(row);
   if (index.column() != kTextColumn) return {};
+  if (role == kFindingRole) return FindingOf(row);
+  if (role == kIndentRole)
+    return row <= static_cast<int>(indents_.size()) ? indents_[static_cast<std::size_t>(row - 1)] : 0;
   if (role == Qt::DisplayRole || role == Qt::EditRole) return QString::fromStdString(list_.Text(row));
   return LookOf(row, role);
 }
@@ -58,7 +61,8 @@ QVariant CommandListModel::LookOf(int row, int role) const {
 // What sighted users see by the row's colours.
 QString CommandListModel::StateOf(int row) const {
   const Highlight* highlight = list_.HighlightOf(row);
-  if (highlight == nullptr) return {};
+  const auto found = findings_.find(row);
+  if (highlight == nullptr) return found == findings_.end() ? QString() : found->second.text;
   const bool error = *highlight == kErrorRow;
   return QString::fromUtf8((error ? texts::kErrorRow : texts::kRunningRow).data());
 }
@@ -67,7 +71,26 @@ QString CommandListModel::ToolTipOf(int row) const {
   const std::string& text = list_.Text(row);
   const std::string_view outside = base::OutsideWindows1252(text);
   const std::string trouble = outside.empty() ? "" : "\n" + texts::NotInCodePage(outside);
-  return QString::fromStdString(text + trouble);
+  const auto found = findings_.find(row);
+  const QString findings = found == findings_.end() ? QString() : QLatin1Char('\n') + found->second.text;
+  return QString::fromStdString(text + trouble) + findings;
+}
+
+int CommandListModel::FindingOf(int row) const {
+  const auto found = findings_.find(row);
+  return found == findings_.end() ? 0 : found->second.error ? 2 : 1;
+}
+
+void CommandListModel::ShowFindings(const std::vector<checker::Finding>& findings, std::vector<int> indents) {
+  findings_.clear();
+  for (const checker::Finding& finding : findings) {
+    RowFindings& row = findings_[finding.row];
+    row.error |= finding.kind == checker::FindingKind::kError;
+    if (!row.text.isEmpty()) row.text += QLatin1Char('\n');
+    row.text += QString::fromStdString(checker::FindingLine(finding));
+  }
+  indents_ = std::move(indents);
+  Q_EMIT dataChanged(index(0, 0), index(kListRows - 1, kTextColumn));
 }
 
 bool CommandListModel::setData(const QModelIndex& index, const QVariant& value, int role) {

@@ -3,6 +3,10 @@
 #include <QAbstractTableModel>
 #include <QBasicTimer>
 
+#include <map>
+#include <vector>
+
+#include "script/checker/checker.h"
 #include "script/command_list.h"
 
 namespace kolvane::script {
@@ -16,6 +20,11 @@ class CommandListModel final : public QAbstractTableModel, private CommandListOb
  public:
   static constexpr int kMarkerColumn = 0;
   static constexpr int kTextColumn = 1;
+
+  /// What the checker says of the row: 0 nothing, 1 a hint, 2 an error; and by how many steps the row is
+  /// shown to the right.
+  static constexpr int kFindingRole = Qt::UserRole + 1;
+  static constexpr int kIndentRole = Qt::UserRole + 2;
 
   CommandListModel(CommandList& list, QObject* parent);
   ~CommandListModel() override;
@@ -32,6 +41,9 @@ class CommandListModel final : public QAbstractTableModel, private CommandListOb
 
   /// The last row that the last edit of a cell has filled.
   int last_edited_row() const { return last_edited_row_; }
+
+  /// What the checker has found, and each row's indentation; both empty: nothing is checked.
+  void ShowFindings(const std::vector<checker::Finding>& findings, std::vector<int> indents);
 
   /// Tells the views now what has changed.
   void Flush();
@@ -54,8 +66,16 @@ class CommandListModel final : public QAbstractTableModel, private CommandListOb
   QVariant LookOf(int row, int role) const;
   QString StateOf(int row) const;
   QString ToolTipOf(int row) const;
+  int FindingOf(int row) const;
+
+  struct RowFindings {
+    bool error = false;
+    QString text;  // a line each
+  };
 
   CommandList& list_;
+  std::map<int, RowFindings> findings_;
+  std::vector<int> indents_;
   QBasicTimer frame_;
   int first_changed_ = kListRows + 1;
   int last_changed_ = 0;

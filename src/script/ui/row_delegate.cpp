@@ -2,16 +2,20 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QCompleter>
 #include <QHelpEvent>
 #include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QPainter>
+#include <QStandardItemModel>
 #include <QTextCharFormat>
 #include <QToolTip>
 #include <vector>
 
 #include "base/encoding.h"
+#include "script/completion.h"
 #include "script/texts.h"
+#include "script/ui/command_list_model.h"
 
 namespace kolvane::script {
 namespace {
@@ -94,10 +98,43 @@ bool HasFocus(const QWidget* view) {
   return view != nullptr && focus != nullptr && (focus == view || view->isAncestorOf(focus));
 }
 
+/// The part of a cell in which its text is painted.
+QRect TextRect(const QStyleOptionViewItem& option) {
+  const QStyle* style = option.widget != nullptr ? option.widget->style() : QApplication::style();
+  const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, &option, option.widget) + 1;
+  return style->subElementRect(QStyle::SE_ItemViewItemText, &option, option.widget).adjusted(margin, 0, 0, 0);
+}
+
+constexpr int kIndentSpaces = 2;
+constexpr int kError = 2;  // of CommandListModel::kFindingRole
+constexpr QColor kHintColor(200, 120, 0);
+
+/// The spaces that a row is shown behind, and that are not part of it.
+QString Indentation(const QModelIndex& index) {
+  return QString(kIndentSpaces * index.data(CommandListModel::kIndentRole).toInt(), QLatin1Char(' '));
+}
+
+/// Where `span` of the cell's text, as it is shown, stands.
+QRect SpanRect(const QStyleOptionViewItem& option, const Span& span) {
+  const QRect text = TextRect(option);
+  const int left = text.left() + option.fontMetrics.horizontalAdvance(option.text.left(span.start));
+  const int width = option.fontMetrics.horizontalAdvance(option.text.mid(span.start, span.length));
+  return {left, text.top(), width, text.height()};
+}
+
+Span SpanOf(const QString& text, pane::PaneRange range) {
+  const QByteArray bytes = text.toUtf8();
+  const auto units = [&bytes](std::size_t to) {
+    return QString::fromUtf8(bytes.first(static_cast<qsizetype>(to))).size();
+  };
+  return {units(range.begin), units(range.end) - units(range.begin)};
+}
+
 }  // namespace
 
 void RowDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
   QStyledItemDelegate::initStyleOption(option, index);
+  if (!option->text.isEmpty()) option->text.prepend(Indentation(index));
   if (index.data(Qt::BackgroundRole).isValid()) option->state &= ~QStyle::State_Selected;
   if (HasFocus(option->widget)) return;
   const QColor text = option->palette.color(QPalette::Text);
@@ -110,21 +147,35 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   QStyledItemDelegate::paint(painter, option, index);
   QStyleOptionViewItem shown = option;
   initStyleOption(&shown, index);
-  const std::vector<Span> spans = OutsideSpans(shown.text);
-  if (spans.empty()) return;
-  const QStyle* style = shown.widget != nullptr ? shown.widget->style() : QApplication::style();
-  const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, &shown, shown.widget) + 1;
-  const QRect text = style->subElementRect(QStyle::SE_ItemViewItemText, &shown, shown.widget);
-  const bool highlighted = index.data(Qt::BackgroundRole).isValid();
+  if (shown.text.isEmpty()) return;
   painter->save();
-  painter->setClipRect(text);
-  for (const Span& span : spans) {
-    const int left = text.left() + margin + shown.fontMetrics.horizontalAdvance(shown.text.left(span.start));
-    const int width = shown.fontMetrics.horizontalAdvance(shown.text.mid(span.start, span.length));
-    Underline(painter, {left, text.top(), width, text.height()},
-              highlighted ? shown.palette.color(QPalette::Text) : QColor(Qt::red));
-  }
+  painter->setClipRect(TextRect(shown));
+  if (hits_) PaintHits(painter, shown, index);
+  const bool highlighted = index.data(Qt::BackgroundRole).isValid();
+  const QColor own = shown.palette.color(QPalette::Text);
+  for (const Span& span : OutsideSpans(shown.text))
+    Underline(painter, SpanRect(shown, span), highlighted ? own : QColor(Qt::red));
+  const int finding = index.data(CommandListModel::kFindingRole).toInt();
+  const qsizetype indent = Indentation(index).size();
+  if (finding != 0)
+    Underline(painter, SpanRect(shown, {indent, shown.text.size() - indent}),
+              highlighted         ? own
+              : finding == kError ? QColor(Qt::red)
+                                  : kHintColor);
   painter->restore();
+}
+
+// Over the text, whatever the style has painted under it.
+void RowDelegate::PaintHits(QPainter* painter, const QStyleOptionViewItem& option,
+                            const QModelIndex& index) const {
+  constexpr QColor kHit(255, 200, 0, 90);
+  constexpr QColor kCurrent(255, 120, 0, 140);
+  const QString indent = Indentation(index);
+  for (const RowHit& hit : hits_(index.row() + 1)) {
+    Span span = SpanOf(option.text.mid(indent.size()), hit.range);
+    span.start += indent.size();
+    painter->fillRect(SpanRect(option, span), hit.current ? kCurrent : kHit);
+  }
 }
 
 QWidget* RowDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& option,
@@ -133,10 +184,45 @@ QWidget* RowDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& 
   auto* editor = qobject_cast<QLineEdit*>(widget);
   if (editor == nullptr) return widget;
   editor->setAccessibleName(QString::fromStdString(texts::RowName(index.row() + 1)));
+  const auto* model = qobject_cast<const CommandListModel*>(index.model());
+  if (model != nullptr) AddCompletion(editor, model->list());
   // Later, as an input method that has put the text in sets formats of its own first.
   connect(
       editor, &QLineEdit::textChanged, editor, [this, editor] { LookAt(editor); }, Qt::QueuedConnection);
   return editor;
+}
+
+void RowDelegate::AddCompletion(QLineEdit* editor, const CommandList& list) const {
+  auto* completer = new QCompleter(new QStandardItemModel(editor), editor);
+  completer->setWidget(editor);
+  completer->setCompletionMode(QCompleter::UnfilteredPopupCompletion);
+  completer->setCompletionRole(Qt::UserRole);
+  const auto offer = [editor, completer, &list] {
+    auto* model = static_cast<QStandardItemModel*>(completer->model());
+    model->clear();
+    for (const Completion& each : Completions(editor->text().toStdString(), list)) {
+      auto* item = new QStandardItem(QString::fromStdString(each.shown));
+      item->setData(QString::fromStdString(each.row), Qt::UserRole);
+      model->appendRow(item);
+    }
+    if (model->rowCount() == 0) return completer->popup()->hide();
+    completer->complete();
+    completer->popup()->setCurrentIndex({});
+  };
+  connect(editor, &QLineEdit::textEdited, completer, offer);
+  connect(completer, qOverload<const QString&>(&QCompleter::activated), editor,
+          [editor, offer](const QString& row) {
+            editor->setText(row);
+            offer();
+          });
+  // Enter takes the row over where nothing is chosen from the list, as it does without it.
+  connect(editor, &QLineEdit::returnPressed, completer, [this, editor, completer] {
+    if (!completer->popup()->isVisible() || completer->popup()->currentIndex().isValid()) return;
+    completer->popup()->hide();
+    auto* delegate = const_cast<RowDelegate*>(this);
+    Q_EMIT delegate->commitData(editor);
+    Q_EMIT delegate->closeEditor(editor, SubmitModelCache);
+  });
 }
 
 void RowDelegate::LookAt(QLineEdit* editor) const {
@@ -150,7 +236,8 @@ bool RowDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QS
   if (event->type() != QEvent::ToolTip) return QStyledItemDelegate::helpEvent(event, view, option, index);
   const QString text = index.data(Qt::ToolTipRole).toString();
   const bool cut = sizeHint(option, index).width() > option.rect.width();
-  const bool wanted = cut || !TroubleOf(index.data().toString()).isEmpty();
+  const bool wanted = cut || !TroubleOf(index.data().toString()).isEmpty() ||
+                      index.data(CommandListModel::kFindingRole).toInt() != 0;
   // A command may look like a tag.
   const QString lines = text.toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>"));
   const QString shown = QStringLiteral("<qt>%1</qt>").arg(lines);

@@ -2,8 +2,21 @@
 
 #include <QLineEdit>
 #include <QStyledItemDelegate>
+#include <functional>
+#include <vector>
+
+#include "pane/matcher.h"
+#include "script/command_list.h"
 
 namespace kolvane::script {
+
+/// What a search has found in a row.
+struct RowHit {
+  pane::PaneRange range;
+  bool current = false;
+};
+using RowHits = std::vector<RowHit>;
+using RowHitsOf = std::function<RowHits(int row)>;
 
 /// Shows and edits the rows of the grid. The colours of a running or wrong row are seen through a selection,
 /// which is grey where the list has no focus; what Windows-1252 lacks is underlined, while it is typed too.
@@ -12,6 +25,9 @@ class RowDelegate final : public QStyledItemDelegate {
 
  public:
   using QStyledItemDelegate::QStyledItemDelegate;
+
+  /// Whose hits are highlighted; empty: none.
+  void ShowHits(RowHitsOf hits) { hits_ = std::move(hits); }
 
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
   QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
@@ -29,6 +45,10 @@ class RowDelegate final : public QStyledItemDelegate {
 
  private:
   void LookAt(QLineEdit* editor) const;
+  void AddCompletion(QLineEdit* editor, const CommandList& list) const;
+  void PaintHits(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const;
+
+  RowHitsOf hits_;
 };
 
 }  // namespace kolvane::script

@@ -260,5 +260,12 @@ TEST(Checker, TakesAFullList) {
   EXPECT_EQ(Check(rows + "$FOO"), "Fehler 1024: Unbekannter $ Befehl „$FOO“");
 }
 
+TEST(Indents, FollowLoopsAndConditions) {
+  CommandList list;
+  list.SetTexts(1, {"A", "$repeat 2", "B", "$IFERR", "C", "$ENDIF", " $ENDREPEAT", "D", "$ENDREPEAT", "E"});
+  EXPECT_EQ(Indents(list), std::vector({0, 0, 1, 1, 2, 1, 0, 0, 0, 0}));
+  EXPECT_TRUE(Indents(CommandList()).empty());
+}
+
 }  // namespace
 }  // namespace kolvane::script::checker

@@ -1,0 +1,96 @@
+#include "pane/ui/pane_find.h"
+
+#include <QElapsedTimer>
+#include <QTimerEvent>
+#include <utility>
+
+namespace kolvane::pane {
+namespace {
+
+// Short enough that typing and a running list are not held up.
+constexpr int kSliceMs = 6;
+
+}  // namespace
+
+PaneFind::PaneFind(OutputPane* pane) : FindTarget(pane), pane_(pane), search_(pane->text().store()) {
+  connect(pane_, &OutputPane::TextShown, this, [this] { TextChanged(false); });
+  connect(pane_, &OutputPane::TextExchanged, this, [this] { TextChanged(true); });
+}
+
+void PaneFind::Search(std::shared_ptr<const Matcher> matcher) {
+  if (!search_.IsOn()) origin_ = pane_->text().Selection().begin;
+  current_.reset();
+  origin_ = std::min(origin_, pane_->text().Length());
+  search_.Start(std::move(matcher), origin_);
+  pane_->ShowHits(search_.IsOn() ? &search_ : nullptr);
+  if (search_.IsOn()) return GoTo(Goal::kNext, origin_);
+  goal_ = Goal::kNone;
+  slices_.stop();
+  ShowProgress();
+}
+
+void PaneFind::GoToNext() {
+  const PaneRange selection = pane_->text().Selection();
+  GoTo(Goal::kNext, selection.end);
+}
+
+void PaneFind::GoToPrevious() { GoTo(Goal::kPrevious, pane_->text().Selection().begin); }
+
+void PaneFind::GoTo(Goal goal, std::size_t from) {
+  if (!search_.IsOn()) return;
+  goal_ = goal;
+  goal_from_ = from;
+  slices_.start(0, this);
+}
+
+void PaneFind::TextChanged(bool exchanged) {
+  if (!search_.IsOn()) return;
+  search_.Sync(exchanged);
+  if (exchanged) origin_ = goal_from_ = 0;
+  // What has been cut off takes its hits along.
+  if (search_.IsComplete()) return ShowProgress();
+  slices_.start(0, this);
+}
+
+void PaneFind::timerEvent(QTimerEvent* event) {
+  if (event->timerId() != slices_.timerId()) return FindTarget::timerEvent(event);
+  QElapsedTimer slice;
+  slice.start();
+  search_.Sync();
+  search_.Advance([&slice] { return slice.elapsed() >= kSliceMs; });
+  if (goal_ != Goal::kNone && ReachGoal()) goal_ = Goal::kNone;
+  if (search_.IsComplete()) slices_.stop();
+  ShowProgress();
+}
+
+/// False while the text on the way to the goal has not been searched.
+bool PaneFind::ReachGoal() {
+  goal_from_ = std::min(goal_from_, pane_->text().Length());
+  const PaneSearch::Answer answer =
+      goal_ == Goal::kNext ? search_.NextHit(goal_from_) : search_.PreviousHit(goal_from_);
+  if (!answer.known) return false;
+  current_ = answer.hit;
+  if (current_) pane_->Select(current_->begin, current_->end);
+  return true;
+}
+
+FindState PaneFind::State() const {
+  FindState state{.count = search_.Count(), .complete = search_.IsComplete() && goal_ == Goal::kNone};
+  if (current_ && current_->end <= pane_->text().Length() && state.count > 0)
+    state.current = std::min(search_.CountBefore(current_->begin) + 1, state.count);
+  return state;
+}
+
+QString PaneFind::Marked() const {
+  const PaneStore& store = pane_->text().store();
+  const PaneRange marked = pane_->text().Selection();
+  const bool one_line = store.LineAt(marked.begin) == store.LineAt(marked.end);
+  return one_line ? pane_->selectedText() : QString();
+}
+
+void PaneFind::ShowProgress() {
+  pane_->MarkHits();
+  Q_EMIT StateChanged();
+}
+
+}  // namespace kolvane::pane

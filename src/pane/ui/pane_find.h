@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QBasicTimer>
+
+#include "pane/pane_search.h"
+#include "pane/ui/find_target.h"
+#include "pane/ui/output_pane.h"
+
+namespace kolvane::pane {
+
+/// Finds in an output pane, in slices between which events are served.
+class PaneFind final : public FindTarget {
+  Q_OBJECT
+
+ public:
+  /// The pane outlives this or goes together with it.
+  explicit PaneFind(OutputPane* pane);
+
+  void Search(std::shared_ptr<const Matcher> matcher) override;
+  void GoToNext() override;
+  void GoToPrevious() override;
+  FindState State() const override;
+  QString Marked() const override;
+  QWidget* Widget() const override { return pane_; }
+
+ protected:
+  void timerEvent(QTimerEvent* event) override;
+
+ private:
+  enum class Goal { kNone, kNext, kPrevious };
+
+  void GoTo(Goal goal, std::size_t from);
+  bool ReachGoal();
+  void TextChanged(bool exchanged);
+  void ShowProgress();
+
+  OutputPane* pane_;
+  PaneSearch search_;
+  QBasicTimer slices_;
+  std::size_t origin_ = 0;  // where the first search began
+  Goal goal_ = Goal::kNone;
+  std::size_t goal_from_ = 0;
+  std::optional<PaneRange> current_;
+};
+
+}  // namespace kolvane::pane

@@ -1,0 +1,112 @@
+#include "pane/ui/regex_matcher.h"
+
+#include "pane/pane_moves.h"
+
+namespace kolvane::pane {
+namespace {
+
+using Options = QRegularExpression::PatternOptions;
+
+Options OptionsOf(bool match_case) {
+  Options options = QRegularExpression::MultilineOption | QRegularExpression::UseUnicodePropertiesOption;
+  return match_case ? options : options | QRegularExpression::CaseInsensitiveOption;
+}
+
+QString ToQString(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+/// Turns positions in UTF-16 units into bytes, each not before the last one.
+class ByteCounter {
+ public:
+  explicit ByteCounter(std::string_view text, qsizetype units)
+      : text_(text), ascii_(static_cast<std::size_t>(units) == text.size()) {}
+
+  std::size_t At(qsizetype unit) {
+    const auto wanted = static_cast<std::size_t>(unit);
+    if (ascii_) return wanted;
+    byte_ += ByteOfUnit(text_.substr(byte_), wanted - unit_);
+    unit_ = wanted;
+    return byte_;
+  }
+
+ private:
+  std::string_view text_;
+  bool ascii_;
+  std::size_t byte_ = 0;
+  std::size_t unit_ = 0;
+};
+
+}  // namespace
+
+RegexMatcher::RegexMatcher(const QString& pattern, bool match_case)
+    : expression_(pattern, OptionsOf(match_case)) {
+  expression_.optimize();
+}
+
+QString RegexMatcher::Fault() const {
+  if (expression_.isValid()) return {};
+  return QStringLiteral("Kein gültiger Ausdruck, Fehler an Stelle %1: %2")
+      .arg(expression_.patternErrorOffset() + 1)
+      .arg(expression_.errorString());
+}
+
+Hits RegexMatcher::FindIn(std::string_view lines) const {
+  Hits hits;
+  if (!expression_.isValid()) return hits;
+  const QString text = ToQString(lines);
+  ByteCounter bytes(lines, text.size());
+  const auto add = [&](qsizetype begin, qsizetype end) {
+    if (begin == end) return;
+    const std::size_t first = bytes.At(begin);
+    hits.push_back({first, bytes.At(end)});
+  };
+  // All lines at once: each start costs more than the search.
+  qsizetype done = 0;
+  for (auto matches = expression_.globalMatch(text); matches.hasNext();) {
+    const QRegularExpressionMatch match = matches.next();
+    const qsizetype line_end = text.indexOf(QLatin1Char('\n'), match.capturedStart());
+    if (match.capturedEnd() > line_end) {
+      FindLineByLine(text, done, add);
+      break;
+    }
+    add(match.capturedStart(), match.capturedEnd());
+    done = match.capturedEnd();
+  }
+  return hits;
+}
+
+// For an expression that would go on in the next line.
+template <typename Add>
+void RegexMatcher::FindLineByLine(const QString& text, qsizetype from, const Add& add) const {
+  qsizetype begin = from == 0 ? 0 : text.lastIndexOf(QLatin1Char('\n'), from - 1) + 1;
+  for (; begin < text.size(); from = begin) {
+    const qsizetype end = text.indexOf(QLatin1Char('\n'), begin);
+    const QString line = text.sliced(begin, end - begin);
+    for (auto matches = expression_.globalMatch(line, from - begin); matches.hasNext();) {
+      const QRegularExpressionMatch match = matches.next();
+      add(begin + match.capturedStart(), begin + match.capturedEnd());
+    }
+    begin = end + 1;
+  }
+}
+
+std::string RegexMatcher::Replacement(std::string_view line, PaneRange hit, std::string_view with) const {
+  const QString text = ToQString(line);
+  const auto start = static_cast<qsizetype>(Utf16Length(line.substr(0, hit.begin)));
+  const QRegularExpressionMatch match = expression_.match(text, start);
+  QString out;
+  bool escaped = false;
+  for (const QChar c : ToQString(with)) {
+    const bool begins = !escaped && c == QLatin1Char('\\');
+    const bool group = escaped && c >= QLatin1Char('0') && c <= QLatin1Char('9');
+    if (group)
+      out += match.captured(c.digitValue());
+    else if (!begins)
+      out += c;
+    escaped = begins;
+  }
+  return out.toStdString();
+}
+
+}  // namespace kolvane::pane

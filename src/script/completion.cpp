@@ -1,0 +1,87 @@
+#include "script/completion.h"
+
+#include <algorithm>
+
+#include "base/text.h"
+#include "script/special_line.h"
+
+namespace kolvane::script {
+namespace {
+
+std::string_view ArgumentName(const SpecialWord& word) {
+  switch (word.argument) {
+    case ArgumentKind::kNumber:
+      return word.command == SpecialCommand::kDelay ? " ms" : " n";
+    case ArgumentKind::kPosition:
+      return " n";
+    case ArgumentKind::kText:
+    case ArgumentKind::kQuotedText:
+      return " text";
+    case ArgumentKind::kFile:
+      return " datei";
+    case ArgumentKind::kLabel:
+      return " marke";
+    case ArgumentKind::kOnOff:
+      return " ON|OFF";
+    case ArgumentKind::kWhichAnswers:
+      return " ALWAYS|QUERIES";
+    case ArgumentKind::kNone:
+      break;
+  }
+  return {};
+}
+
+std::vector<std::string> Labels(const CommandList& list) {
+  std::vector<std::string> labels;
+  for (int row = 1; row <= list.LastUsedRow(); ++row) {
+    const std::string& text = list.Text(row);
+    // $GOTO takes one word.
+    if (text.size() > 1 && text.ends_with(':') && text.find_first_of(" ,") == text.npos)
+      labels.push_back(text.substr(0, text.size() - 1));
+  }
+  return labels;
+}
+
+std::vector<std::string> Arguments(const SpecialWord& word, const CommandList& list) {
+  switch (word.argument) {
+    case ArgumentKind::kLabel:
+      return Labels(list);
+    case ArgumentKind::kOnOff:
+      return {"ON", "OFF"};
+    case ArgumentKind::kWhichAnswers:
+      return {"ALWAYS", "QUERIES"};
+    default:
+      return {};
+  }
+}
+
+bool BeginsWith(std::string_view text, std::string_view begin) {
+  return base::UpperCase(text).starts_with(base::UpperCase(begin));
+}
+
+}  // namespace
+
+std::vector<Completion> Completions(std::string_view typed, const CommandList& list) {
+  std::vector<Completion> found;
+  if (!typed.starts_with('$')) return found;
+  const std::size_t space = typed.find(' ');
+  if (space == typed.npos) {
+    for (const SpecialWord& word : kSpecialWords) {
+      const std::string name(word.word);
+      if (BeginsWith(name, typed))
+        found.push_back({name + (word.argument == ArgumentKind::kNone ? "" : " "),
+                         name + std::string(ArgumentName(word))});
+    }
+  } else if (const SpecialWord* word = FindSpecialWord(base::UpperCase(typed.substr(0, space)))) {
+    const std::string begin(typed.substr(0, space + 1));
+    for (const std::string& argument : Arguments(*word, list))
+      if (BeginsWith(argument, typed.substr(space + 1)))
+        found.push_back({begin + argument, begin + argument});
+  }
+  const auto complete = [typed](const Completion& each) {
+    return base::EqualsNoCase(base::TrimBlanksRight(each.row), typed);
+  };
+  return std::ranges::any_of(found, complete) ? std::vector<Completion>() : found;
+}
+
+}  // namespace kolvane::script

@@ -1,0 +1,107 @@
+#include "script/ui/list_check.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <algorithm>
+#include <utility>
+
+namespace kolvane::script {
+namespace {
+
+constexpr int kDelayMs = 300;
+constexpr int kShownRows = 6;
+enum Column : int { kRow, kKind, kText };
+
+QString KindName(checker::FindingKind kind) {
+  return kind == checker::FindingKind::kError ? QStringLiteral("Fehler") : QStringLiteral("Hinweis");
+}
+
+QString Counted(const std::vector<checker::Finding>& findings) {
+  const auto errors = std::ranges::count(findings, checker::FindingKind::kError, &checker::Finding::kind);
+  const auto hints = static_cast<std::ptrdiff_t>(findings.size()) - errors;
+  return QStringLiteral("Meldung (Fehler: %1, Hinweise: %2)").arg(errors).arg(hints);
+}
+
+}  // namespace
+
+FindingsList::FindingsList(QWidget* parent) : QTreeWidget(parent) {
+  setObjectName(QStringLiteral("FindingsList"));
+  setAccessibleName(QStringLiteral("Ergebnis der Prüfung"));
+  setToolTip(QStringLiteral("Was die Prüfung gefunden hat; Esc beendet sie"));
+  setRootIsDecorated(false);
+  setUniformRowHeights(true);
+  setColumnCount(3);
+  header()->setStretchLastSection(true);
+  header()->setSectionResizeMode(kRow, QHeaderView::ResizeToContents);
+  header()->setSectionResizeMode(kKind, QHeaderView::ResizeToContents);
+  setFixedHeight(header()->sizeHint().height() + kShownRows * (fontMetrics().height() + 4));
+  connect(this, &QTreeWidget::currentItemChanged, this, [this](const QTreeWidgetItem* item) {
+    if (item != nullptr) Q_EMIT RowChosen(item->data(kRow, Qt::DisplayRole).toInt());
+  });
+  connect(this, &QTreeWidget::itemClicked, this, [this](const QTreeWidgetItem* item) {
+    Q_EMIT RowChosen(item->data(kRow, Qt::DisplayRole).toInt());
+  });
+  hide();
+}
+
+void FindingsList::Show(const std::vector<checker::Finding>& findings) {
+  const QSignalBlocker quiet(this);
+  const int chosen = currentItem() == nullptr ? 0 : currentItem()->data(kRow, Qt::DisplayRole).toInt();
+  clear();
+  setHeaderLabels({QStringLiteral("Zeile"), QStringLiteral("Art"), Counted(findings)});
+  for (const checker::Finding& finding : findings) {
+    auto* item = new QTreeWidgetItem(this);
+    item->setData(kRow, Qt::DisplayRole, finding.row);
+    item->setText(kKind, KindName(finding.kind));
+    item->setText(kText, QString::fromStdString(finding.text));
+    item->setToolTip(kText, item->text(kText).toHtmlEscaped());
+    if (finding.row == chosen) setCurrentItem(item);
+  }
+}
+
+void FindingsList::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape) return Q_EMIT Closed();
+  QTreeWidget::keyPressEvent(event);
+}
+
+ListCheck::ListCheck(CommandGrid* grid, FindingsList* findings, std::function<checker::RunStart()> start)
+    : QObject(grid), grid_(grid), findings_(findings), start_(std::move(start)) {
+  delay_.setSingleShot(true);
+  delay_.setInterval(kDelayMs);
+  connect(&delay_, &QTimer::timeout, this, &ListCheck::Check);
+  connect(grid_->model(), &QAbstractItemModel::dataChanged, this, [this] {
+    if (live_ && grid_->list().revision() != revision_) delay_.start();
+  });
+  connect(findings_, &FindingsList::RowChosen, grid_, &CommandGrid::GoToRow);
+  connect(findings_, &FindingsList::Closed, this, &ListCheck::End);
+}
+
+void ListCheck::Begin() {
+  live_ = true;
+  Check();
+  findings_->show();
+  if (findings_->topLevelItemCount() > 0) findings_->setCurrentItem(findings_->topLevelItem(0));
+}
+
+void ListCheck::End() {
+  live_ = false;
+  delay_.stop();
+  grid_->ShowFindings({}, {});
+  findings_->hide();
+  grid_->setFocus();
+}
+
+void ListCheck::CheckAgain() {
+  if (live_) Check();
+}
+
+void ListCheck::Check() {
+  const CommandList& list = grid_->list();
+  if (list.InUse()) return;
+  revision_ = list.revision();
+  const std::vector<checker::Finding> findings = checker::CheckList(list, start_());
+  grid_->ShowFindings(findings, checker::Indents(list));
+  findings_->Show(findings);
+}
+
+}  // namespace kolvane::script

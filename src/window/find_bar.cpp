@@ -1,0 +1,187 @@
+#include "window/find_bar.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <memory>
+
+#include "base/ui/text.h"
+#include "pane/ui/regex_matcher.h"
+#include "window/field_mark.h"
+#include "window/flow_layout.h"
+
+namespace kolvane::window {
+namespace {
+
+constexpr int kGap = 6;
+constexpr int kRowGap = 3;
+constexpr int kTextColumns = 24;
+constexpr int kCountColumns = 22;
+
+QString CountText(const pane::FindState& state) {
+  if (state.count == 0) return state.complete ? QStringLiteral("Nichts gefunden") : QString();
+  return QStringLiteral("%1 von %2").arg(state.current).arg(state.count);
+}
+
+int Columns(const QWidget* widget, int count) { return widget->fontMetrics().averageCharWidth() * count; }
+
+bool IsEnter(const QKeyEvent* event) {
+  return event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+}
+
+}  // namespace
+
+FindBar::FindBar(QWidget* parent) : QWidget(parent) {
+  setObjectName(QStringLiteral("FindBar"));
+  new FlowLayout(this, kGap, kRowGap);
+  AddFinding();
+  AddReplacing();
+  auto* close = Add(new QPushButton(QStringLiteral("Schließen")), "FindClose", "Schließt die Suche (Esc)");
+  connect(close, &QPushButton::clicked, this, &FindBar::Close);
+  hide();
+}
+
+template <typename Widget>
+Widget* FindBar::Add(Widget* widget, const char* name, const char* tip) {
+  widget->setObjectName(QLatin1String(name));
+  widget->setToolTip(base::ToQt(tip));
+  layout()->addWidget(widget);
+  return widget;
+}
+
+void FindBar::AddFinding() {
+  layout()->addWidget(place_ = new QLabel);
+  text_ = Add(new QLineEdit, "FindText", "Gesuchter Text; Eingabetaste sucht weiter, mit Umschalt zurück");
+  text_->setAccessibleName(QStringLiteral("Suchen"));
+  text_->setMinimumWidth(Columns(this, kTextColumns));
+  place_->setBuddy(text_);
+  match_case_ = Add(new QCheckBox(QStringLiteral("Groß/klein")), "FindCase",
+                    "Unterscheidet große und kleine Buchstaben");
+  regex_ = Add(new QCheckBox(QStringLiteral("Ausdruck")), "FindRegex",
+               "Der Text ist ein regulärer Ausdruck; er gilt für jede Zeile einzeln");
+  auto* previous =
+      Add(new QPushButton(QStringLiteral("Zurück")), "FindPrevious", "Zum vorigen Treffer (Umschalt+F3)");
+  auto* next = Add(new QPushButton(QStringLiteral("Weiter")), "FindNext", "Zum nächsten Treffer (F3)");
+  count_ = Add(new QLabel, "FindCount", "");
+  count_->setMinimumWidth(Columns(this, kCountColumns));
+  // The row's texts stand beside each other, not at its top.
+  place_->setMinimumHeight(text_->sizeHint().height());
+  count_->setMinimumHeight(text_->sizeHint().height());
+  count_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  connect(text_, &QLineEdit::textChanged, this, &FindBar::Search);
+  connect(match_case_, &QCheckBox::toggled, this, &FindBar::Search);
+  connect(regex_, &QCheckBox::toggled, this, &FindBar::Search);
+  connect(previous, &QPushButton::clicked, this, &FindBar::GoToPrevious);
+  connect(next, &QPushButton::clicked, this, &FindBar::GoToNext);
+}
+
+void FindBar::AddReplacing() {
+  replacing_ = new QWidget;
+  auto* row = new QHBoxLayout(replacing_);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->setSpacing(kGap);
+  auto* caption = new QLabel(QStringLiteral("Ersetzen durch:"));
+  replacement_ = new QLineEdit;
+  replacement_->setObjectName(QStringLiteral("ReplaceText"));
+  replacement_->setAccessibleName(QStringLiteral("Ersetzen durch"));
+  replacement_->setToolTip(
+      QStringLiteral("Ersatz; bei einem Ausdruck steht \\1 für seine erste Klammer, \\0 für den Treffer"));
+  replacement_->setMinimumWidth(Columns(this, kTextColumns));
+  caption->setBuddy(replacement_);
+  auto* one = new QPushButton(QStringLiteral("Ersetzen"));
+  one->setObjectName(QStringLiteral("ReplaceNext"));
+  one->setToolTip(QStringLiteral("Ersetzt den Treffer und geht zum nächsten"));
+  auto* all = new QPushButton(QStringLiteral("Alle ersetzen"));
+  all->setObjectName(QStringLiteral("ReplaceAll"));
+  all->setToolTip(QStringLiteral("Ersetzt alle Treffer; Strg+Z nimmt es auf einmal zurück"));
+  for (QWidget* widget : {static_cast<QWidget*>(caption), static_cast<QWidget*>(replacement_),
+                          static_cast<QWidget*>(one), static_cast<QWidget*>(all)})
+    row->addWidget(widget);
+  layout()->addWidget(replacing_);
+  connect(one, &QPushButton::clicked, this, [this] { target_->ReplaceCurrent(replacement_->text()); });
+  connect(all, &QPushButton::clicked, this, &FindBar::ReplaceAll);
+  connect(
+      replacement_, &QLineEdit::textChanged, this, [this] { MarkOutside(replacement_); },
+      Qt::QueuedConnection);
+}
+
+void FindBar::Open(pane::FindTarget* target, const QString& place) {
+  if (target_ != target) {
+    if (target_ != nullptr) target_->Search(nullptr);
+    if (target_ != nullptr) target_->disconnect(this);
+    target_ = target;
+    connect(target, &pane::FindTarget::StateChanged, this, &FindBar::ShowState);
+  }
+  place_->setText(place);
+  replacing_->setVisible(target->Replaces());
+  ShowReplaceable();
+  const QString marked = target->Marked();
+  if (!marked.isEmpty()) text_->setText(marked);
+  show();
+  Q_EMIT OpenedOrClosed();
+  text_->setFocus(Qt::ShortcutFocusReason);
+  text_->selectAll();
+  Search();
+}
+
+void FindBar::Close() {
+  if (target_ == nullptr) return;
+  target_->disconnect(this);
+  target_->Search(nullptr);
+  QWidget* back = target_->Widget();
+  target_.clear();
+  hide();
+  Q_EMIT OpenedOrClosed();
+  back->setFocus(Qt::OtherFocusReason);
+}
+
+void FindBar::GoToNext() {
+  if (target_ != nullptr) target_->GoToNext();
+}
+
+void FindBar::GoToPrevious() {
+  if (target_ != nullptr) target_->GoToPrevious();
+}
+
+void FindBar::Search() {
+  if (target_ == nullptr) return;
+  std::shared_ptr<const pane::Matcher> matcher;
+  QString fault;
+  if (text_->text().isEmpty()) {
+    matcher = nullptr;
+  } else if (regex_->isChecked()) {
+    auto regex = std::make_shared<pane::RegexMatcher>(text_->text(), match_case_->isChecked());
+    fault = regex->Fault();
+    if (fault.isEmpty()) matcher = std::move(regex);
+  } else {
+    matcher = std::make_shared<pane::PlainMatcher>(base::FromQt(text_->text()), match_case_->isChecked());
+  }
+  MarkField(text_, fault);
+  target_->Search(matcher);
+  if (matcher == nullptr)
+    count_->setText(fault.isEmpty() ? QString() : QStringLiteral("Ungültiger Ausdruck"));
+}
+
+void FindBar::ShowState() {
+  if (text_->text().isEmpty() || target_ == nullptr) return count_->clear();
+  count_->setText(CountText(target_->State()));
+}
+
+void FindBar::ShowReplaceable() { replacing_->setEnabled(target_ != nullptr && target_->CanReplace()); }
+
+void FindBar::ReplaceAll() {
+  const int count = target_->ReplaceAll(replacement_->text());
+  count_->setText(QStringLiteral("%1 ersetzt").arg(count));
+}
+
+void FindBar::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape) return Close();
+  if (!IsEnter(event)) return QWidget::keyPressEvent(event);
+  if (text_->hasFocus())
+    event->modifiers().testFlag(Qt::ShiftModifier) ? GoToPrevious() : GoToNext();
+  else if (auto* button = qobject_cast<QPushButton*>(focusWidget()))
+    button->click();
+  else if (replacement_->hasFocus())
+    target_->ReplaceCurrent(replacement_->text());
+}
+
+}  // namespace kolvane::window

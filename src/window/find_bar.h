@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QWidget>
+
+#include "pane/ui/find_target.h"
+
+namespace kolvane::window {
+
+/// The bar `FindBar` below pane and list, which finds in one of the two. It is hidden until it is opened.
+class FindBar final : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit FindBar(QWidget* parent);
+
+  /// Opens the bar for `target`, which `place` names, and looks for what is marked there.
+  void Open(pane::FindTarget* target, const QString& place);
+  bool IsOpen() const { return target_ != nullptr; }
+  pane::FindTarget* target() const { return target_; }
+  /// Ends the search; who was searched gets the keyboard.
+  void Close();
+  void GoToNext();
+  void GoToPrevious();
+
+  /// The target may take replacements now, or no longer.
+  void ShowReplaceable();
+
+ Q_SIGNALS:
+  void OpenedOrClosed();
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  template <typename Widget>
+  Widget* Add(Widget* widget, const char* name, const char* tip);
+  void AddFinding();
+  void AddReplacing();
+  void Search();
+  void ShowState();
+  void ReplaceAll();
+
+  QPointer<pane::FindTarget> target_;
+  QLabel* place_;
+  QLineEdit* text_;
+  QCheckBox* match_case_;
+  QCheckBox* regex_;
+  QLabel* count_;
+  QWidget* replacing_;
+  QLineEdit* replacement_ = nullptr;
+};
+
+}  // namespace kolvane::window

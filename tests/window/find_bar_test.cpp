@@ -1,0 +1,175 @@
+#include "window/find_bar.h"
+
+#include "window/grid_fixture.h"
+
+namespace kolvane::window {
+namespace {
+
+/// The terminal window with the find bar, which its tests open.
+class FindBarTest : public GridFixture {
+ protected:
+  FindBar* Bar() { return Find<FindBar>("FindBar"); }
+  QLineEdit* Text() { return Find<QLineEdit>("FindText"); }
+  QString Count() {
+    Finish();
+    return Find<QLabel>("FindCount")->text();
+  }
+  void Finish() {
+    while (Bar()->IsOpen() && !Bar()->target()->State().complete)
+      QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  }
+  void OpenIn(QWidget* widget) {
+    widget->setFocus();
+    Press("mnuFind");
+  }
+  void Look(const QString& text) {
+    Text()->setText(text);
+    Finish();
+  }
+  void Click(const char* button) {
+    Find<QPushButton>(button)->click();
+    Finish();
+  }
+  QString Marked() { return Pane()->selectedText(); }
+};
+
+TEST_F(FindBarTest, IsHiddenAndTakesNoRoomUntilItIsAskedFor) {
+  EXPECT_FALSE(Bar()->isVisible());
+  const int height = Find<QWidget>("SplitContainer")->height();
+  OpenIn(Pane());
+  EXPECT_TRUE(Bar()->isVisible());
+  EXPECT_LT(Find<QWidget>("SplitContainer")->height(), height);
+  EXPECT_EQ(window_.focusWidget(), Text());
+  Click("FindClose");
+  EXPECT_FALSE(Bar()->isVisible());
+  EXPECT_EQ(Find<QWidget>("SplitContainer")->height(), height);
+}
+
+TEST_F(FindBarTest, FindsInThePane) {
+  for (const char* line : {"Messwert 1", "fehler", "messwert 2"}) AddLine(line);
+  Pane()->Select(0, 0);
+  OpenIn(Pane());
+  EXPECT_EQ(Count(), "");
+  Look("messwert");
+  EXPECT_EQ(Count(), "1 von 2");
+  EXPECT_EQ(Marked(), "Messwert");
+  Click("FindNext");
+  EXPECT_EQ(Count(), "2 von 2");
+  Press("mnuFindNext");
+  EXPECT_EQ(Count(), "1 von 2") << "from the beginning again";
+  Press("mnuFindPrevious");
+  EXPECT_EQ(Count(), "2 von 2");
+  AddLine("noch ein Messwert");
+  Pane()->Flush();
+  EXPECT_EQ(Count(), "2 von 3");
+  Find<QCheckBox>("FindCase")->click();
+  EXPECT_EQ(Count(), "1 von 1");
+  Look("nirgends");
+  EXPECT_EQ(Count(), "Nichts gefunden");
+}
+
+TEST_F(FindBarTest, EnterGoesOnAndWithShiftBack) {
+  for (const char* line : {"a1", "a2", "a3"}) AddLine(line);
+  Pane()->Select(0, 0);
+  OpenIn(Pane());
+  Look("a");
+  QTest::keyClick(Text(), Qt::Key_Return);
+  EXPECT_EQ(Count(), "2 von 3");
+  QTest::keyClick(Text(), Qt::Key_Return, Qt::ShiftModifier);
+  EXPECT_EQ(Count(), "1 von 3");
+}
+
+TEST_F(FindBarTest, EscClosesAndGivesTheKeyboardBack) {
+  OpenIn(Pane());
+  QTest::keyClick(Text(), Qt::Key_Escape);
+  EXPECT_FALSE(Bar()->isVisible());
+  EXPECT_EQ(window_.focusWidget(), Pane());
+  OpenIn(Grid());
+  QTest::keyClick(Text(), Qt::Key_Escape);
+  EXPECT_EQ(window_.focusWidget(), Grid());
+}
+
+TEST_F(FindBarTest, LooksForWhatIsMarked) {
+  AddLine("one two");
+  AddLine("two");
+  Pane()->Select(5, 8);
+  OpenIn(Pane());
+  EXPECT_EQ(Text()->text(), "two");
+  EXPECT_EQ(Count(), "1 von 2");
+}
+
+TEST_F(FindBarTest, SaysWhatIsWrongWithAnExpression) {
+  AddLine("a(b");
+  OpenIn(Pane());
+  Find<QCheckBox>("FindRegex")->click();
+  Look("a(");
+  EXPECT_EQ(Count(), "Ungültiger Ausdruck");
+  EXPECT_TRUE(Text()->toolTip().startsWith("Kein gültiger Ausdruck"));
+  Look("a\\(");
+  EXPECT_EQ(Count(), "1 von 1");
+  EXPECT_FALSE(Text()->toolTip().startsWith("Kein"));
+}
+
+TEST_F(FindBarTest, FindsInTheListAndGoesThere) {
+  Fill({"*IDN?", "MEAS?", "$DELAY 10", "MEAS?"});
+  GoTo(3);
+  OpenIn(Grid());
+  Look("meas");
+  EXPECT_EQ(Count(), "2 von 2");
+  EXPECT_EQ(CurrentRow(), 4);
+  Click("FindNext");
+  EXPECT_EQ(CurrentRow(), 2);
+  EXPECT_EQ(Grid()->list().current_row(), 2);
+  Fill({"MEAS?"});
+  EXPECT_EQ(Count().right(1), "3") << "what comes counts too";
+}
+
+TEST_F(FindBarTest, ReplacesOneHitAfterTheOther) {
+  Fill({"a b a", "a"});
+  GoTo(1);
+  OpenIn(Grid());
+  Look("a");
+  Find<QLineEdit>("ReplaceText")->setText("aa");
+  Click("ReplaceNext");
+  EXPECT_EQ(Row(1), "aa b a");
+  Click("ReplaceNext");
+  EXPECT_EQ(Row(1), "aa b aa");
+  Click("ReplaceNext");
+  EXPECT_EQ(Row(2), "aa");
+}
+
+TEST_F(FindBarTest, ReplacesAllAsOneStepOfUndo) {
+  Fill({"A=1", "B", "C=3"});
+  OpenIn(Grid());
+  Find<QCheckBox>("FindRegex")->click();
+  Look("(\\w)=(\\d)");
+  Find<QLineEdit>("ReplaceText")->setText("\\2=\\1");
+  Click("ReplaceAll");
+  EXPECT_EQ(Row(1) + Row(2) + Row(3), "1=AB3=C");
+  EXPECT_EQ(Find<QLabel>("FindCount")->text(), "2 ersetzt");
+  Grid()->undo();
+  EXPECT_EQ(Row(1) + Row(2) + Row(3), "A=1BC=3");
+}
+
+TEST_F(FindBarTest, ReplacesInTheListOnly) {
+  OpenIn(Pane());
+  EXPECT_FALSE(Find<QLineEdit>("ReplaceText")->isVisible());
+  OpenIn(Grid());
+  EXPECT_TRUE(Find<QLineEdit>("ReplaceText")->isVisible());
+}
+
+TEST_F(FindBarTest, HighlightsTheHitsOfTheList) {
+  Fill({"MEAS?"});
+  GoTo(5);
+  const auto cell = [this] {
+    const QRect rect = Grid()->visualRect(Grid()->model()->index(0, 1));
+    return Grid()->viewport()->grab(rect).toImage();
+  };
+  const QImage before = cell();
+  OpenIn(Grid());
+  Look("eas");
+  EXPECT_NE(cell(), before);
+}
+
+}  // namespace
+}  // namespace kolvane::window

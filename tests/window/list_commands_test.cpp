@@ -1,0 +1,176 @@
+#include "window/list_commands.h"
+
+#include <QAbstractItemView>
+#include <QCompleter>
+#include <QHeaderView>
+
+#include "window/grid_fixture.h"
+
+namespace kolvane::window {
+namespace {
+
+/// The terminal window with a list that its menu Extras works on.
+class ListCommandsTest : public GridFixture {
+ protected:
+  script::FindingsList* Findings() { return Find<script::FindingsList>("FindingsList"); }
+  QStringList Shown() {
+    QStringList shown;
+    for (int i = 0; i < Findings()->topLevelItemCount(); ++i) {
+      const QTreeWidgetItem* item = Findings()->topLevelItem(i);
+      shown << item->text(0) + " " + item->text(1);
+    }
+    return shown;
+  }
+  int Finding(int row) { return Look(row, script::CommandListModel::kFindingRole).toInt(); }
+  int Indent(int row) { return Look(row, script::CommandListModel::kIndentRole).toInt(); }
+  void WaitForTheCheck(const QStringList& expected) {
+    while (Shown() != expected) QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  }
+  void Mark(int first, int last) {
+    GoTo(first);
+    Grid()->selectionModel()->select(
+        QItemSelection(Grid()->model()->index(first - 1, 0), Grid()->model()->index(last - 1, 1)),
+        QItemSelectionModel::ClearAndSelect);
+  }
+  QString Rows(int last) {
+    QStringList rows;
+    for (int row = 1; row <= last; ++row) rows << Row(row);
+    return rows.join('|');
+  }
+};
+
+TEST_F(ListCommandsTest, NothingIsCheckedUntilItIsAskedFor) {
+  Fill({"$NIX", "$REPEAT 2", "A", "$ENDREPEAT"});
+  EXPECT_FALSE(Findings()->isVisible());
+  EXPECT_EQ(Finding(1), 0);
+  EXPECT_EQ(Indent(3), 0);
+}
+
+TEST_F(ListCommandsTest, TheCheckMarksRowsAndListsWhatItFinds) {
+  Fill({"A", "$NIX", "$REPEAT 2", "B", "$STOP now"});
+  GoTo(1);
+  Press("mnuCheckList");
+  EXPECT_TRUE(Findings()->isVisible());
+  EXPECT_EQ(Shown(), QStringList({"2 Fehler", "3 Hinweis", "5 Hinweis"}));
+  EXPECT_EQ(CurrentRow(), 2) << "the first finding";
+  EXPECT_EQ(Finding(1), 0);
+  EXPECT_EQ(Finding(2), 2);
+  EXPECT_EQ(Finding(5), 1);
+  EXPECT_TRUE(Look(2, Qt::ToolTipRole).toString().contains("Fehler: "));
+  EXPECT_TRUE(Grid()->accessibleDescription().startsWith("Zeile 2: Fehler: "));
+  EXPECT_EQ(Indent(4), 1);
+  EXPECT_EQ(Row(4), "B") << "shown, never stored";
+}
+
+TEST_F(ListCommandsTest, AFindingLeadsToItsRow) {
+  Fill({"$NIX", "A", "$AUCHNIX"});
+  Press("mnuCheckList");
+  QTest::keyClick(Findings(), Qt::Key_Down);
+  EXPECT_EQ(CurrentRow(), 3);
+}
+
+TEST_F(ListCommandsTest, TheCheckFollowsChanges) {
+  Fill({"A", "B"});
+  Press("mnuCheckList");
+  EXPECT_EQ(Shown(), QStringList());
+  Grid()->list().SetText(2, "$NIX");
+  WaitForTheCheck({"2 Fehler"});
+  Grid()->list().SetText(2, "B");
+  WaitForTheCheck({});
+}
+
+TEST_F(ListCommandsTest, EscEndsTheCheck) {
+  Fill({"$NIX"});
+  Press("mnuCheckList");
+  QTest::keyClick(Findings(), Qt::Key_Escape);
+  EXPECT_FALSE(Findings()->isVisible());
+  EXPECT_EQ(Finding(1), 0);
+}
+
+TEST_F(ListCommandsTest, TheCheckKnowsWhatEarlierRunsHaveLeft) {
+  Fill({"$GETPARAM 1"});
+  Press("mnuCheckList");
+  EXPECT_EQ(Shown(), QStringList({"1 Fehler"}));
+  script_.interpreter.ParamList = {"a"};
+  Press("mnuCheckList");
+  EXPECT_EQ(Shown(), QStringList());
+}
+
+TEST_F(ListCommandsTest, RowsAreNumbered) {
+  EXPECT_TRUE(Grid()->verticalHeader()->isVisible());
+  EXPECT_EQ(Grid()->model()->headerData(11, Qt::Vertical), 12);
+}
+
+TEST_F(ListCommandsTest, TheMarkedRowsAreDuplicatedAndMoved) {
+  Fill({"A", "B", "C"});
+  Mark(1, 2);
+  Press("mnuDuplicateRow");
+  EXPECT_EQ(Rows(6), "A|B|A|B|C|");
+  EXPECT_EQ(Grid()->SelectedRows().first, 3);
+  EXPECT_EQ(Grid()->SelectedRows().last, 4);
+  Press("mnuMoveDown");
+  EXPECT_EQ(Rows(5), "A|B|C|A|B");
+  Press("mnuMoveUp");
+  Press("mnuMoveUp");
+  EXPECT_EQ(Rows(5), "A|A|B|B|C");
+  EXPECT_EQ(Grid()->SelectedRows().first, 2);
+  EXPECT_EQ(Grid()->SelectedRows().last, 3);
+}
+
+TEST_F(ListCommandsTest, TheMarkedRowsBecomeComments) {
+  Fill({"A", "B", "C"});
+  Mark(2, 3);
+  Press("mnuToggleComment");
+  EXPECT_EQ(Rows(3), "A|'B|'C");
+  Press("mnuToggleComment");
+  EXPECT_EQ(Rows(3), "A|B|C");
+}
+
+TEST_F(ListCommandsTest, ClipboardLinesAreInsertedAsRows) {
+  Fill({"A", "B"});
+  GoTo(2);
+  QApplication::clipboard()->setText("x\ny");
+  QTest::keyClick(Grid(), Qt::Key_V, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_EQ(Rows(4), "A|x|y|B");
+}
+
+TEST_F(ListCommandsTest, NothingMovesWhileAListRuns) {
+  Fill({"A", "B"});
+  Mark(1, 1);
+  script_.run.ScriptRunning = 1;
+  Grid()->duplicateRows();
+  Grid()->moveRowsDown();
+  Grid()->toggleComments();
+  Grid()->insertPaste();
+  script_.run.ScriptRunning = 0;
+  EXPECT_EQ(Rows(3), "A|B|");
+}
+
+TEST_F(ListCommandsTest, DollarWordsAreCompletedWhileTheyAreTyped) {
+  GoTo(1);
+  QLineEdit* editor = Begin("$REPE");
+  ASSERT_NE(editor, nullptr);
+  auto* completer = editor->findChild<QCompleter*>();
+  ASSERT_NE(completer, nullptr);
+  ASSERT_TRUE(completer->popup()->isVisible());
+  EXPECT_EQ(completer->popup()->model()->index(0, 0).data().toString(), "$REPEAT n");
+  QTest::keyClick(completer->popup(), Qt::Key_Down);
+  QTest::keyClick(completer->popup(), Qt::Key_Return);
+  EXPECT_EQ(editor->text(), "$REPEAT ");
+  EXPECT_FALSE(completer->popup()->isVisible());
+}
+
+TEST_F(ListCommandsTest, EnterTakesTheRowOverWhereNothingWasChosen) {
+  GoTo(1);
+  QLineEdit* editor = Begin("$REP");
+  ASSERT_NE(editor, nullptr);
+  auto* popup = editor->findChild<QCompleter*>()->popup();
+  ASSERT_TRUE(popup->isVisible());
+  QTest::keyClick(popup, Qt::Key_Return);
+  QApplication::processEvents();
+  EXPECT_EQ(Row(1), "$REP");
+  EXPECT_EQ(CurrentRow(), 2);
+}
+
+}  // namespace
+}  // namespace kolvane::window
