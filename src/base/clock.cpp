@@ -51,4 +51,25 @@ std::string DateTimeText(std::time_t when) {
 
 std::string CurrentDateTimeText() { return DateTimeText(std::time(nullptr)); }
 
+namespace {
+
+constexpr std::int64_t kMsPerSecond = 1000;
+
+}  // namespace
+
+void TimeText::Append(std::int64_t time_ms, char decimal_sign, std::string& out) {
+  const std::int64_t ms = (time_ms % kMsPerSecond + kMsPerSecond) % kMsPerSecond;
+  const auto second = static_cast<std::time_t>((time_ms - ms) / kMsPerSecond);
+  if (second != second_ || text_.empty()) {
+    std::tm local{};
+    localtime_r(&second, &local);
+    char text[64];
+    text_.assign(text, std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &local));
+    second_ = second;
+  }
+  out += text_;
+  out += decimal_sign;
+  out.append(std::to_string(kMsPerSecond + ms), 1);
+}
+
 }  // namespace kolvane::base

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <ctime>
 #include <string>
 
@@ -29,5 +30,19 @@ class SteadyClock final : public Clock {
 /// 08:05:09".
 std::string DateTimeText(std::time_t when);
 std::string CurrentDateTimeText();
+
+/// Writes moments in local time, "2026-11-21 15:01:04.123". Those of one second share their work.
+class TimeText {
+ public:
+  /// Where the time of day begins.
+  static constexpr std::size_t kDateLength = sizeof "2026-11-21 " - 1;
+
+  /// Appends `time_ms`, milliseconds since 1970 UTC; `decimal_sign` stands before the milliseconds.
+  void Append(std::int64_t time_ms, char decimal_sign, std::string& out);
+
+ private:
+  std::time_t second_ = 0;  // of text_
+  std::string text_;
+};
 
 }  // namespace kolvane::base

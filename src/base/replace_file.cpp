@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <thread>
+#include <utility>
 
 #include "base/descriptor.h"
 
@@ -32,13 +33,6 @@ int FollowLinks(fs::path& path) {
   return 0;
 }
 
-int WriteInPlace(const fs::path& path, std::string_view bytes) {
-  Descriptor file(Uninterrupted([&] { return open(path.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC); }));
-  if (!file) return errno;
-  if (const int error = WriteAll(file.get(), bytes)) return error;
-  return file.Close() ? 0 : errno;
-}
-
 // A new file beside `path`, whose name it returns in `beside`.
 int CreateBeside(const fs::path& path, fs::path& beside) {
   for (int number = 0; number < kNameTries; ++number) {
@@ -54,12 +48,6 @@ int CreateBeside(const fs::path& path, fs::path& beside) {
 bool TakeOver(int descriptor, const struct stat& old) {
   [[maybe_unused]] const int owned = fchown(descriptor, old.st_uid, old.st_gid);
   return fchmod(descriptor, old.st_mode & 07777) == 0;
-}
-
-int Fill(Descriptor& file, const struct stat* old, std::string_view bytes) {
-  if (old != nullptr && !TakeOver(file.get(), *old)) return errno;
-  if (const int error = WriteAll(file.get(), bytes)) return error;
-  return Uninterrupted([&] { return fsync(file.get()); }) == 0 && file.Close() ? 0 : errno;
 }
 
 // Makes the new name last; where the folder cannot be flushed the file is there all the same.
@@ -80,37 +68,69 @@ int PutWhereNoneIs(const fs::path& beside, const fs::path& path) {
   return 0;
 }
 
-int Exchange(const fs::path& path, const struct stat* old, std::string_view bytes,
-             int (*put)(const fs::path&, const fs::path&) = &PutInPlace) {
-  fs::path beside;
-  Descriptor file(CreateBeside(path, beside));
-  if (!file) return errno;
-  int error = Fill(file, old, bytes);
-  if (error == 0) error = put(beside, path);
-  if (error != 0) {
-    unlink(beside.c_str());
-    return error;
-  }
-  FlushFolder(path.parent_path());
-  return 0;
+int WriteOnce(FileReplacement& file, int opened, std::string_view bytes) {
+  if (opened != 0) return opened;
+  if (const int error = file.Write(bytes)) return error;
+  return file.Commit();
 }
 
 }  // namespace
 
-int ReplaceFile(const std::string& name, std::string_view bytes) {
+FileReplacement::~FileReplacement() {
+  if (!beside_.empty()) unlink(beside_.c_str());
+}
+
+int FileReplacement::Open(const std::string& name) {
   fs::path path = name;
   if (const int error = FollowLinks(path)) return error;
+  path_ = path;
   struct stat old {};
-  if (stat(path.c_str(), &old) != 0) return errno == ENOENT ? Exchange(path, nullptr, bytes) : errno;
-  if (!S_ISREG(old.st_mode)) return WriteInPlace(path, bytes);
-  if (faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0) return errno;
-  return Exchange(path, &old, bytes);
+  if (stat(path_.c_str(), &old) != 0) return errno == ENOENT ? OpenBeside() : errno;
+  if (!S_ISREG(old.st_mode)) {
+    file_ = Descriptor(Uninterrupted([&] { return open(path_.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC); }));
+    return file_ ? 0 : errno;
+  }
+  if (faccessat(AT_FDCWD, path_.c_str(), W_OK, AT_EACCESS) != 0) return errno;
+  if (const int error = OpenBeside()) return error;
+  return TakeOver(file_.get(), old) ? 0 : errno;
+}
+
+int FileReplacement::OpenNew(const std::string& name) {
+  struct stat old {};
+  if (lstat(name.c_str(), &old) == 0) return EEXIST;
+  path_ = name;
+  only_new_ = true;
+  return OpenBeside();
+}
+
+int FileReplacement::OpenBeside() {
+  fs::path beside;
+  file_ = Descriptor(CreateBeside(path_, beside));
+  if (!file_) return errno;
+  // Without an allocation that might fail: from here on the file is cleaned up.
+  beside_ = std::move(beside);
+  return 0;
+}
+
+int FileReplacement::Write(std::string_view bytes) { return WriteAll(file_.get(), bytes); }
+
+int FileReplacement::Commit() {
+  if (beside_.empty()) return file_.Close() ? 0 : errno;
+  if (Uninterrupted([&] { return fsync(file_.get()); }) != 0 || !file_.Close()) return errno;
+  if (const int error = only_new_ ? PutWhereNoneIs(beside_, path_) : PutInPlace(beside_, path_)) return error;
+  beside_.clear();
+  FlushFolder(path_.parent_path());
+  return 0;
+}
+
+int ReplaceFile(const std::string& name, std::string_view bytes) {
+  FileReplacement file;
+  return WriteOnce(file, file.Open(name), bytes);
 }
 
 int CreateFile(const std::string& name, std::string_view bytes) {
-  struct stat old {};
-  if (lstat(name.c_str(), &old) == 0) return EEXIST;
-  return Exchange(name, nullptr, bytes, &PutWhereNoneIs);
+  FileReplacement file;
+  return WriteOnce(file, file.OpenNew(name), bytes);
 }
 
 namespace {

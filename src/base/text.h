@@ -22,4 +22,14 @@ std::string_view TrimBlanksRight(std::string_view text);
 /// CR.
 std::string_view TakeLine(std::string_view& bytes);
 
+/// Hands the fields of `text`, which commas separate, to `use` one by one for as long as that returns true;
+/// an empty text is one empty field. Whether it returned true for all of them.
+template <typename Use>
+bool ForEachField(std::string_view text, Use use) {
+  for (std::size_t comma; (comma = text.find(',')) != std::string_view::npos; text.remove_prefix(comma + 1)) {
+    if (!use(text.substr(0, comma))) return false;
+  }
+  return use(text);
+}
+
 }  // namespace kolvane::base

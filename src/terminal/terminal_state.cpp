@@ -1,15 +1,15 @@
 #include "terminal/terminal_state.h"
 
-#include <string_view>
+#include "base/text.h"
 
 namespace kolvane::terminal {
 
 std::vector<std::string> LastAnswer::Fields() const {
   std::vector<std::string> fields;
-  std::string_view rest = text;
-  for (std::size_t comma; (comma = rest.find(',')) != std::string_view::npos; rest.remove_prefix(comma + 1))
-    fields.emplace_back(rest.substr(0, comma));
-  fields.emplace_back(rest);
+  base::ForEachField(text, [&fields](std::string_view field) {
+    fields.emplace_back(field);
+    return true;
+  });
   return fields;
 }
 

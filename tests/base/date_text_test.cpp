@@ -21,5 +21,16 @@ TEST(DateText, FallsBackWhereTheLocaleIsNotInstalled) {
   EXPECT_EQ(DateTimeText(0), "01.01.1970 00:00:00");
 }
 
+TEST(TimeText, IsDateAndTimeOfDayToTheMillisecond) {
+  setenv("TZ", "UTC", 1);
+  tzset();
+  TimeText text;
+  std::string out;
+  text.Append(1792828800007, '.', out);
+  text.Append(1792828800107, ',', out);
+  text.Append(-1, '.', out);
+  EXPECT_EQ(out, "2026-10-24 08:00:00.0072026-10-24 08:00:00,1071969-12-31 23:59:59.999");
+}
+
 }  // namespace
 }  // namespace kolvane::base

@@ -167,5 +167,29 @@ TEST_F(ReplaceFileTest, ANameWithoutFolderStandsInTheCurrentOne) {
   EXPECT_EQ(ReadBytes(folder.Path("plain")), "new");
 }
 
+TEST_F(ReplaceFileTest, TakesPiecesUntilItIsCommitted) {
+  WriteBytes(file, "old");
+  FileReplacement replacement;
+  ASSERT_EQ(replacement.Open(file), 0);
+  EXPECT_EQ(replacement.Write("one "), 0);
+  EXPECT_EQ(replacement.Write("two"), 0);
+  EXPECT_EQ(ReadBytes(file), "old");
+  EXPECT_EQ(replacement.Commit(), 0);
+  EXPECT_EQ(ReadBytes(file), "one two");
+  EXPECT_EQ(folder.Names(), Names{"a.CMD"});
+}
+
+TEST_F(ReplaceFileTest, LeavesTheFileAsItWasWithoutACommit) {
+  WriteBytes(file, "old");
+  {
+    FileReplacement replacement;
+    ASSERT_EQ(replacement.Open(file), 0);
+    EXPECT_EQ(replacement.Write("new"), 0);
+    EXPECT_EQ(folder.Names().size(), 2u);
+  }
+  EXPECT_EQ(ReadBytes(file), "old");
+  EXPECT_EQ(folder.Names(), Names{"a.CMD"});
+}
+
 }  // namespace
 }  // namespace kolvane::base
