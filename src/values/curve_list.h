@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "values/store.h"
+
+namespace kolvane::values {
+
+/// How the series of a store are called and shown. What the user has chosen for a field of a command outlives
+/// the store's being cleared.
+class CurveList {
+ public:
+  /// So many are shown unasked.
+  static constexpr std::size_t kFirstShown = 8;
+
+  explicit CurveList(const Store& store) : store_(store) {}
+
+  /// Takes up the series that have come since.
+  void Refresh();
+  std::size_t size() const { return curves_.size(); }
+
+  bool IsShown(std::size_t number) const { return curves_[number].shown; }
+  void Show(std::size_t number, bool shown);
+
+  /// The name that the user gave, otherwise the command, with the field's number where it has several: "MSV?
+  /// 1,2 [2]".
+  std::string Name(std::size_t number) const;
+  /// An empty name takes the own one back.
+  void SetName(std::size_t number, const std::string& name);
+
+  /// The colour that the user chose, 0xRRGGBB; nothing where it is that of the curve's number.
+  std::optional<std::uint32_t> Color(std::size_t number) const { return curves_[number].color; }
+  void SetColor(std::size_t number, std::optional<std::uint32_t> color);
+
+ private:
+  struct Curve {
+    bool shown = true;
+    std::string name;
+    std::optional<std::uint32_t> color;
+  };
+  using Field = std::pair<std::string, std::size_t>;
+
+  Field FieldOf(std::size_t number) const;
+  void Remember(std::size_t number) { chosen_[FieldOf(number)] = curves_[number]; }
+
+  const Store& store_;
+  std::uint64_t generation_ = 0;
+  std::vector<Curve> curves_;
+  std::map<Field, Curve> chosen_;
+};
+
+}  // namespace kolvane::values
