@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QBasicTimer>
+#include <QObject>
+#include <QProgressDialog>
+#include <functional>
+
+#include "base/replace_file.h"
+#include "values/csv_writer.h"
+#include "values/store.h"
+
+namespace kolvane::values {
+
+/// Writes rows of a store as a CSV file, a few milliseconds at a time, so that windows and a running list go
+/// on meanwhile; the user may cancel. The file is written whole or not at all.
+class CsvJob final : public QObject {
+  Q_OBJECT
+
+ public:
+  /// The first `rows` rows of the store.
+  CsvJob(const Store& store, std::size_t rows, CsvForm form, QWidget* window);
+
+  /// Begins, and ends at once where there is little to write.
+  void Start(const std::string& name);
+
+ Q_SIGNALS:
+  /// Once it has ended: 0, an errno, or ECANCELED where the user cancelled or the store was cleared. The job
+  /// may be deleted later from there on.
+  void Ended(int error);
+
+ protected:
+  void timerEvent(QTimerEvent* event) override;
+
+ private:
+  void WriteSlice();
+  void End(int error);
+  int WritePiece();
+
+  const Store& store_;
+  std::size_t rows_;
+  std::uint64_t generation_;
+  CsvWriter writer_;
+  RowReader reader_;
+  std::string piece_;
+  base::FileReplacement file_;
+  QProgressDialog progress_;
+  QBasicTimer next_;
+};
+
+}  // namespace kolvane::values

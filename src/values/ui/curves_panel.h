@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QAction>
+#include <QLabel>
+#include <QTableView>
+
+#include "values/ui/curves_model.h"
+
+namespace kolvane::values {
+
+/// The list of curves `ValuesCurves` with what the user can do to them, and above it which rows its
+/// statistics are of.
+class CurvesPanel final : public QWidget {
+  Q_OBJECT
+
+ public:
+  /// The model outlives the panel.
+  explicit CurvesPanel(CurvesModel& model, QWidget* parent = nullptr);
+
+  void SetScope(const QString& text) { scope_->setText(text); }
+  QTableView* table() const { return table_; }
+
+  QSize sizeHint() const override;
+
+ protected:
+  bool eventFilter(QObject* target, QEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  QAction* AddAction(const char* name, std::string_view text, const QKeySequence& key,
+                     const std::function<void()>& action);
+  void BuildTable();
+  void BuildActions();
+  QList<int> SelectedCurves() const;
+  void ToggleSelected();
+  void AskColor();
+  void FitColumns();
+
+  CurvesModel& model_;
+  QLabel* scope_;
+  QTableView* table_;
+};
+
+}  // namespace kolvane::values

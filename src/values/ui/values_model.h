@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QAbstractTableModel>
+#include <string>
+
+#include "values/store.h"
+
+namespace kolvane::values {
+
+/// The rows of a store for a view: time of day, command, and a column for each field. Views learn of new rows
+/// when ShowRows is called.
+class ValuesModel final : public QAbstractTableModel {
+  Q_OBJECT
+
+ public:
+  static constexpr int kTimeColumn = 0;
+  static constexpr int kCommandColumn = 1;
+  static constexpr int kFirstFieldColumn = 2;
+
+  /// The store outlives the model.
+  ValuesModel(const Store& store, std::string decimal_sign, QObject* parent);
+
+  /// Shows the first `rows` rows of the store.
+  void ShowRows(std::size_t rows);
+
+  int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : rows_; }
+  int columnCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : columns_; }
+  QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+  QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
+
+  /// The cells of these rows with tabs between them, a line a row.
+  QString Text(const RowRanges& ranges) const;
+
+ private:
+  QString CellText(std::size_t row, int column) const;
+  QString TimeOf(std::size_t row) const;
+
+  const Store& store_;
+  std::string decimal_sign_;
+  std::uint64_t generation_;
+  int rows_ = 0;
+  int columns_ = kFirstFieldColumn;
+};
+
+}  // namespace kolvane::values

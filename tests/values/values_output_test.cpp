@@ -1,0 +1,194 @@
+#include "values/ui/values_output.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QImage>
+#include <QMainWindow>
+#include <QProgressDialog>
+#include <QSvgRenderer>
+#include <QTest>
+#include <filesystem>
+
+#include "base/fake_prompt.h"
+#include "base/temp_folder.h"
+#include "gui/box_answers.h"
+#include "values/csv_reader.h"
+#include "values/filled_store.h"
+#include "values/ui/csv_job.h"
+
+namespace kolvane::values {
+namespace {
+
+class ValuesOutputTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    for (int i = 0; i < 100; ++i) Add(store_, "MSV? 1,2", {0.5 * i, -1.0 * i});
+    curves_.Refresh();
+    plot_.resize(600, 400);
+    plot_.ShowRows(100);
+    window_.show();
+  }
+
+  SaveDialog* Dialog() { return window_.findChild<SaveDialog*>("SaveDialog"); }
+  void Answer(const QString& filter, const std::string& name) {
+    SaveDialog* dialog = Dialog();
+    ASSERT_NE(dialog, nullptr);
+    dialog->selectNameFilter(filter);
+    dialog->selectFile(QString::fromStdString(name));
+    QMetaObject::invokeMethod(dialog, "accept");
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  }
+  // Saves 100 rows under a name in the folder and returns what that file holds.
+  std::string Saved(const QString& filter, const std::string& name, const std::string& written_name = {}) {
+    output_.Save(100);
+    Answer(filter, folder_.Path(name));
+    return base::ReadBytes(folder_.Path(written_name.empty() ? name : written_name));
+  }
+
+  base::TempFolder folder_;
+  Store store_;
+  CurveList curves_{store_};
+  base::FakePrompt prompt_;
+  QMainWindow window_;
+  ValuesPlot plot_{store_, curves_, ","};
+  ValuesOutput output_{store_, prompt_, plot_, &window_};
+};
+
+TEST_F(ValuesOutputTest, OffersEachForm) {
+  output_.Save(100);
+  ASSERT_NE(Dialog(), nullptr);
+  EXPECT_TRUE(Dialog()->isVisible());
+  EXPECT_EQ(Dialog()->windowTitle(), "Messwerte speichern");
+  EXPECT_EQ(Dialog()->nameFilters(),
+            (QStringList{"CSV, Komma und Dezimalpunkt (*.csv)", "CSV, Semikolon und Dezimalkomma (*.csv)",
+                         "SVG-Bild (*.svg)", "PNG-Bild (*.png)", "PDF-Datei (*.pdf)"}));
+}
+
+TEST_F(ValuesOutputTest, SavesBothFormsOfCsv) {
+  const auto comma = ReadCsv(Saved("CSV, Komma und Dezimalpunkt (*.csv)", "a.csv"), ',');
+  ASSERT_TRUE(comma);
+  EXPECT_EQ(comma->size(), 101u);
+  EXPECT_EQ((*comma)[0], (std::vector<std::string>{"time", "command", "field1", "field2"}));
+  EXPECT_EQ((*comma)[4][1], "MSV? 1,2");
+  EXPECT_EQ((*comma)[4][2], "1.5");
+  const auto semicolon = ReadCsv(Saved("CSV, Semikolon und Dezimalkomma (*.csv)", "b.csv"), ';');
+  ASSERT_TRUE(semicolon);
+  EXPECT_EQ((*semicolon)[4][2], "1,5");
+  EXPECT_EQ((*semicolon)[4][3], "-3");
+}
+
+TEST_F(ValuesOutputTest, SavesPictures) {
+  QSvgRenderer svg(QByteArray::fromStdString(Saved("SVG-Bild (*.svg)", "a.svg")));
+  EXPECT_TRUE(svg.isValid());
+  EXPECT_EQ(svg.viewBoxF().size(), QSizeF(plot_.size()));
+  QImage png;
+  ASSERT_TRUE(png.loadFromData(QByteArray::fromStdString(Saved("PNG-Bild (*.png)", "a.png")), "PNG"));
+  EXPECT_EQ(png.size(), plot_.size() * 2);
+  EXPECT_EQ(Saved("PDF-Datei (*.pdf)", "a.pdf").substr(0, 5), "%PDF-");
+}
+
+TEST_F(ValuesOutputTest, AddsTheSuffixOfTheFilter) {
+  EXPECT_EQ(Saved("PDF-Datei (*.pdf)", "plot", "plot.pdf").substr(0, 4), "%PDF");
+  EXPECT_NE(Saved("CSV, Semikolon und Dezimalkomma (*.csv)", "rows", "rows.csv").find("time;command"),
+            std::string::npos);
+}
+
+TEST_F(ValuesOutputTest, TakesTheFormThatTheSuffixNames) {
+  EXPECT_EQ(Saved("CSV, Komma und Dezimalpunkt (*.csv)", "plot.PDF").substr(0, 4), "%PDF");
+  EXPECT_EQ(Saved("PDF-Datei (*.pdf)", "rows.csv").substr(0, 5), "time,");
+  EXPECT_EQ(Saved("CSV, Semikolon und Dezimalkomma (*.csv)", "rows.dat").substr(0, 5), "time;");
+}
+
+TEST_F(ValuesOutputTest, RemembersFormAndFolder) {
+  Saved("PNG-Bild (*.png)", "a.png");
+  output_.Save(100);
+  EXPECT_EQ(Dialog()->selectedNameFilter(), "PNG-Bild (*.png)");
+  EXPECT_EQ(Dialog()->directory().canonicalPath(),
+            QDir(QString::fromStdString(folder_.Path(""))).canonicalPath());
+}
+
+TEST_F(ValuesOutputTest, TellsWhatCannotBeWritten) {
+  const std::string name = folder_.Path("missing/a.csv");
+  auto* job = new CsvJob(store_, 100, kCommaForm, &window_);
+  int ended = -1;
+  QObject::connect(job, &CsvJob::Ended, [&ended](int error) { ended = error; });
+  job->Start(name);
+  EXPECT_EQ(ended, ENOENT);
+  gui::BoxAnswers overwrite;
+  overwrite.Start();
+  for (const auto& [filter, file] :
+       {std::pair{"CSV, Komma und Dezimalpunkt (*.csv)", "full.csv"}, {"SVG-Bild (*.svg)", "full.svg"}}) {
+    std::filesystem::create_symlink("/dev/full", folder_.Path(file));
+    output_.Save(100);
+    Answer(filter, folder_.Path(file));
+  }
+  ASSERT_EQ(prompt_.errors.size(), 2u);
+  EXPECT_NE(prompt_.errors[0].find("full.csv“ kann nicht geschrieben werden: "), std::string::npos);
+  EXPECT_NE(prompt_.errors[1].find("full.svg“ kann nicht geschrieben werden: "), std::string::npos);
+}
+
+TEST_F(ValuesOutputTest, WritesManyRowsInSlices) {
+  while (store_.rows() < 200000) Add(store_, "A?", {1.0});
+  auto* job = new CsvJob(store_, 200000, kCommaForm, &window_);
+  int ended = -1;
+  QObject::connect(job, &CsvJob::Ended, [&ended](int error) { ended = error; });
+  job->Start(folder_.Path("many.csv"));
+  EXPECT_EQ(ended, -1);
+  EXPECT_FALSE(std::filesystem::exists(folder_.Path("many.csv")));
+  // Rows that come meanwhile are not among them.
+  Add(store_, "B?", {1, 2, 3});
+  ASSERT_TRUE(QTest::qWaitFor([&ended] { return ended == 0; }));
+  const auto rows = ReadCsv(base::ReadBytes(folder_.Path("many.csv")), ',');
+  ASSERT_TRUE(rows);
+  EXPECT_EQ(rows->size(), 200001u);
+}
+
+TEST_F(ValuesOutputTest, LeavesNoFileWhereItIsCancelledOrTheStoreCleared) {
+  while (store_.rows() < 200000) Add(store_, "A?", {1.0});
+  const auto run = [this](const std::function<void()>& meanwhile) {
+    auto* job = new CsvJob(store_, store_.rows(), kCommaForm, &window_);
+    int ended = -1;
+    QObject::connect(job, &CsvJob::Ended, [&ended](int error) { ended = error; });
+    job->Start(folder_.Path("many.csv"));
+    meanwhile();
+    EXPECT_TRUE(QTest::qWaitFor([&ended] { return ended >= 0; }));
+    delete job;
+    return ended;
+  };
+  EXPECT_EQ(run([this] { window_.findChild<QProgressDialog*>("ProgressDialog")->cancel(); }), ECANCELED);
+  EXPECT_EQ(run([this] { store_.Clear(); }), ECANCELED);
+  EXPECT_EQ(folder_.Names().size(), 0u);
+}
+
+TEST_F(ValuesOutputTest, PrintsToAPdfFileWithoutAPrinter) {
+  qputenv("CUPS_SERVER", "/nonexistent");
+  output_.Print();
+  ASSERT_NE(Dialog(), nullptr);
+  EXPECT_EQ(Dialog()->windowTitle(), "Als PDF-Datei drucken");
+  EXPECT_EQ(Dialog()->nameFilters(), QStringList{"PDF-Datei (*.pdf)"});
+  Answer("PDF-Datei (*.pdf)", folder_.Path("print.pdf"));
+  EXPECT_EQ(base::ReadBytes(folder_.Path("print.pdf")).substr(0, 5), "%PDF-");
+}
+
+TEST_F(ValuesOutputTest, PrintsOnAPage) {
+  QPrinter printer(QPrinter::HighResolution);
+  printer.setOutputFileName(QString::fromStdString(folder_.Path("page.pdf")));
+  EXPECT_TRUE(PrintPicture(printer, plot_.Scene(false), plot_.font(), plot_.size()));
+  EXPECT_EQ(base::ReadBytes(folder_.Path("page.pdf")).substr(0, 5), "%PDF-");
+}
+
+// The curve is where its values are, on white whatever the screen's colours are.
+TEST_F(ValuesOutputTest, PicturesShowTheCurves) {
+  const QImage picture = PictureImage(plot_.Scene(false), plot_.font(), plot_.size());
+  EXPECT_EQ(picture.pixelColor(1, picture.height() / 2), QColor(Qt::white));
+  int blue = 0;
+  for (int y = 0; y < picture.height(); ++y) {
+    for (int x = 0; x < picture.width(); ++x)
+      blue += picture.pixelColor(x, y) == CurveColor(0, false) ? 1 : 0;
+  }
+  EXPECT_GT(blue, 500);
+}
+
+}  // namespace
+}  // namespace kolvane::values
