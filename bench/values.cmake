@@ -1,0 +1,1 @@
+kolvane_benchmark(values_bench values_bench.cpp LINK bench_support kolvane_values_ui)
