@@ -15,9 +15,12 @@
 #include <fstream>
 #include <functional>
 #include <map>
+#include <memory>
 #include <string>
 
 #include "pane/ui/output_pane.h"
+#include "pane/ui/pane_find.h"
+#include "pane/ui/regex_matcher.h"
 #include "row.h"
 #include "terminal/output.h"
 
@@ -27,6 +30,8 @@ using kolvane::bench::Claim;
 using kolvane::bench::Comparison;
 using kolvane::bench::Median;
 using kolvane::pane::OutputPane;
+using kolvane::pane::PlainMatcher;
+using kolvane::pane::RegexMatcher;
 
 class NoLog : public kolvane::terminal::Log {
  public:
@@ -119,6 +124,14 @@ Filling Fill(int lines, int events_each, const std::function<void(int)>& add) {
   return {all * 1000 / count, taken / count, last / first, heart.LongestMs()};
 }
 
+// Until all of the pane has been searched, events served meanwhile.
+void Find(OutputPane& pane, std::shared_ptr<const kolvane::pane::Matcher> matcher) {
+  kolvane::pane::PaneFind find(&pane);
+  find.Search(std::move(matcher));
+  while (!find.State().complete) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  find.Search(nullptr);
+}
+
 // Milliseconds by what was done, one for each round.
 using Answers = std::map<std::string, std::vector<double>>;
 
@@ -133,6 +146,8 @@ void MeasureWhenFull(OutputPane& pane, Answers& answers) {
   QGuiApplication::clipboard()->clear();
   note("jump to the middle and paint", [&] { bar.setValue(bar.maximum() / 2), show(); });
   note("scroll a page and paint", [&] { bar.triggerAction(QScrollBar::SliderPageStepAdd), show(); });
+  note("find a text", [&] { Find(pane, std::make_shared<PlainMatcher>("10500000", false)); });
+  note("find an expression", [&] { Find(pane, std::make_shared<RegexMatcher>("10.*99 ", false)); });
   const std::size_t middle = pane.text().Length() / 2;
   note("insert a character in the middle and paint", [&] {
     pane.ReplaceRange({middle, middle}, QStringLiteral("x")), show();

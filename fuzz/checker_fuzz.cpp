@@ -45,7 +45,7 @@ script::InterpreterState State(Input& input) {
 /// answers.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace kolvane;
-  static script::CheckReplay replay;
+  static script::checker::CheckReplay replay;
   replay.Reset();
   fuzz::Input input(data, size);
   const std::uint8_t settings = input.Byte();

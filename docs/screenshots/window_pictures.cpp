@@ -1,7 +1,10 @@
 // The main window and its parts.
+#include <QKeyEvent>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPainter>
+#include <QPushButton>
 #include <QTableView>
 #include <QToolBar>
 
@@ -97,6 +100,43 @@ void RunningList(Stage& stage, const QString& folder) {
   Save(folder, QStringLiteral("befehlsliste"), Top(stage.Find<QTableView>("CommandScript"), 440));
 }
 
+void Escape(QWidget* widget) {
+  QKeyEvent key(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+  QApplication::sendEvent(widget, &key);
+}
+
+void Finding(Stage& stage, const QString& folder) {
+  stage.Find<QTableView>("CommandScript")->setFocus();
+  stage.Trigger("mnuFind");
+  stage.Find<QLineEdit>("FindText")->setText(QStringLiteral("param"));
+  stage.Find<QLineEdit>("ReplaceText")->setText(QStringLiteral("PARAM"));
+  Save(folder, QStringLiteral("suchen"), Grab(stage.Find<QWidget>("FindBar")));
+  stage.Find<QPushButton>("FindClose")->click();
+}
+
+void Checking(Stage& stage, const QString& folder) {
+  stage.LoadList("Kraft.CMD",
+                 "LIM 1,11,14\n$REPEAT 9\nMSV? 1\n$GETPARAM 1\n$IFGREATER 11\n$GOTO ned\n$ENDIF\n"
+                 "$DELY 500\n$ENDREPEAT\n$STOP jetzt\n'end:\n");
+  stage.Trigger("mnuCheckList");
+  Save(folder, QStringLiteral("befehlsliste-pruefung"),
+       Grab(stage.Find<QWidget>("CommandScript")->parentWidget()));
+  Escape(stage.Find<QWidget>("FindingsList"));
+}
+
+void Standing(Stage& stage, const QString& folder) {
+  stage.LoadList("Kraft.CMD", kList);
+  auto* grid = stage.Find<QTableView>("CommandScript");
+  for (const int row : {10, 13}) {
+    grid->setCurrentIndex(grid->model()->index(row, 1));
+    stage.Trigger("mnuBreakpoint");
+  }
+  stage.Trigger("TB_PLAY");
+  Save(folder, QStringLiteral("haltepunkt"), Grab(grid->parentWidget()));
+  Escape(stage.Find<QWidget>("WatchPanel"));
+  stage.LoadList("Kraft.CMD", kList);
+}
+
 void BinaryAnswer(Stage& stage, const QString& folder) {
   stage.Trigger("mnuCloseLog");
   stage.Find<pane::OutputPane>("TermWin")->clear();
@@ -110,7 +150,8 @@ void BinaryAnswer(Stage& stage, const QString& folder) {
 }  // namespace
 
 std::vector<Picture> WindowPictures() {
-  return {Buttons, MainWindow, LargeWindow, Parts, Menus, RunningList, BinaryAnswer};
+  return {Buttons,     MainWindow, LargeWindow, Parts,    Menus,
+          RunningList, Finding,    Checking,    Standing, BinaryAnswer};
 }
 
 }  // namespace kolvane::screenshots

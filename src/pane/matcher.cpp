@@ -1,22 +1,19 @@
 #include "pane/matcher.h"
 
-#include <algorithm>
-#include <functional>
-
 #include "base/text.h"
 
 namespace kolvane::pane {
 namespace {
 
-template <typename Searcher>
-Hits HitsOf(std::string_view lines, std::size_t size, const Searcher& searcher) {
+Hits HitsOf(std::string_view lines, std::string_view text) {
   Hits hits;
-  for (auto at = lines.begin(); (at = std::search(at, lines.end(), searcher)) != lines.end();
-       at += static_cast<std::ptrdiff_t>(size)) {
-    const auto begin = static_cast<std::size_t>(at - lines.begin());
-    hits.push_back({begin, begin + size});
+  for (std::size_t begin = 0;;) {
+    const std::size_t at = lines.find(text, begin);
+    if (at == lines.npos) return hits;
+    begin = at;
+    hits.push_back({begin, begin + text.size()});
+    begin += text.size();
   }
-  return hits;
 }
 
 }  // namespace
@@ -25,9 +22,7 @@ PlainMatcher::PlainMatcher(std::string_view text, bool match_case)
     : text_(match_case ? std::string(text) : base::UpperCase(text)), match_case_(match_case) {}
 
 Hits PlainMatcher::FindIn(std::string_view lines) const {
-  const std::boyer_moore_horspool_searcher searcher(text_.begin(), text_.end());
-  return match_case_ ? HitsOf(lines, text_.size(), searcher)
-                     : HitsOf(base::UpperCase(lines), text_.size(), searcher);
+  return match_case_ ? HitsOf(lines, text_) : HitsOf(base::UpperCase(lines), text_);
 }
 
 std::string ReplaceHits(const Matcher& matcher, std::string_view line, std::string_view with) {

@@ -92,6 +92,7 @@ void CommandList::Fill(std::vector<std::string> rows) {
     Row& target = Used(row);
     target.text = std::move(rows[static_cast<std::size_t>(row - 1)]);
     target.highlighted = false;
+    target.breakpoint = false;
     target.color = ColorOf(target.text);
   }
   TellRows(1, kListRows);
@@ -114,6 +115,22 @@ void CommandList::HighlightLine(int row, Color back, Color fore, bool bold) {
   Used(row).highlighted = true;
   Used(row).highlight = {back, fore, bold};
   TellRows(row, row);
+}
+
+void CommandList::ToggleBreakpoint(int row) {
+  if (!IsRow(row)) return;
+  Used(row).breakpoint = !Used(row).breakpoint;
+  TellRows(row, row);
+}
+
+void CommandList::NoteError(int row, std::string_view error) {
+  error_row_ = row;
+  error_ = error;
+}
+
+std::string_view CommandList::ErrorOf(int row) const {
+  const Highlight* highlight = HighlightOf(row);
+  return row == error_row_ && highlight != nullptr && *highlight == kErrorRow ? error_ : std::string_view();
 }
 
 void CommandList::SetDefaultTextColor(Color color) {

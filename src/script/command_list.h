@@ -156,6 +156,13 @@ class CommandList {
   /// No file holds what the list holds.
   void MarkModified();
 
+  /// Runs stop before a row with a breakpoint. It stays with its number, whatever text comes there.
+  bool HasBreakpoint(int row) const { return IsRow(row) && At(row).breakpoint; }
+  void ToggleBreakpoint(int row);
+  /// Why the row is marked as erroneous; empty for any other.
+  std::string_view ErrorOf(int row) const;
+  void NoteError(int row, std::string_view error);
+
   bool InUse() const { return run_ != nullptr && run_->ScriptRunning != 0; }
 
  private:
@@ -163,6 +170,7 @@ class CommandList {
     std::string text;
     Color color = 0;
     bool highlighted = false;
+    bool breakpoint = false;
     Highlight highlight;
   };
 
@@ -196,6 +204,8 @@ class CommandList {
   ListFile file_;
   bool modified_ = false;
   std::uint64_t revision_ = 0;
+  int error_row_ = 0;
+  std::string error_;
 };
 
 }  // namespace kolvane::script

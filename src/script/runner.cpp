@@ -26,18 +26,41 @@ class AtEnd {
 
 }  // namespace
 
+int Runner::stands_at() const {
+  const auto* mark = list_.HighlightOf(broken_at_ != 0 ? broken_at_ : stands_at_);
+  return mark != nullptr && *mark == kRunningRow ? stands_at_ : 0;
+}
+
 void Runner::Play() {
+  if (!running()) stop_before_ = 0;
+  PlayFrom(1);
+}
+
+void Runner::PlayFromHere() {
+  if (!running()) stop_before_ = 0;
+  const int row = list_.current_row();
+  PlayFrom(broken_at_ == row && stands_at() != 0 ? row + 1 : row);
+}
+
+void Runner::PlayFrom(int first) {
   if (running() || aborted_) return;
   // Locking may fail half-way for want of memory.
   const AtEnd unlock([this] { links_.host.LockGUI(false); });
   links_.host.LockGUI(true);
   links_.state.run.StopRequested = false;
   links_.state.run.BreakRequested = false;
+  first_ = first;
+  const AtEnd reset([this] {
+    first_ = 1;
+    stop_before_ = 0;
+  });
   RunCommandList(0);
 }
 
 void Runner::Stop() {
   links_.state.run.StopRequested = true;
+  list_.ClearLineSelection(stands_at_);
+  stands_at_ = 0;
   list_.ClearLineSelection(list_.current_row());
 }
 
@@ -48,29 +71,46 @@ void Runner::RunCommandList(std::int16_t single_step) {
   outcome_ = {};
   last_row_ = 0;
   if (single_step == 0) {
-    RunToEnd();
+    RunToEnd(first_);
   } else {
     Step();
   }
 }
 
-void Runner::RunToEnd() {
+void Runner::RunToEnd(int first) {
   InterpreterState& state = links_.state.interpreter;
+  list_.ClearLineSelection(stands_at_);
   list_.ClearLineSelection(list_.current_row());
-  list_.SetCurrentRow(0);
-  while (!EndRequested()) {
+  stands_at_ = 0;
+  broken_at_ = 0;
+  list_.SetCurrentRow(first - 1);
+  for (bool begins = first > 1; !EndRequested(); begins = false) {
     list_.ClearLineSelection(list_.current_row());
     list_.SetCurrentRow(list_.current_row() + 1);
     if (list_.current_row() > kListRows) break;
     Highlight(list_.current_row());
+    if (!begins && StopsBefore(list_.current_row())) {
+      stands_at_ = list_.current_row();
+      return;
+    }
     ExecuteRow();
     if (state.IfDepth == 0) state.SkipRows = false;
     links_.host.Yield();
   }
+  if (!links_.state.run.BreakRequested || links_.state.run.StopRequested || outcome_.list_error) return;
+  broken_at_ = list_.current_row();
+  stands_at_ = broken_at_ < kListRows ? broken_at_ + 1 : 0;
+}
+
+// Rows of a failed condition are passed over.
+bool Runner::StopsBefore(int row) const {
+  return !links_.state.interpreter.SkipRows && (row == stop_before_ || list_.HasBreakpoint(row));
 }
 
 void Runner::Step() {
   const int row = list_.current_row();
+  broken_at_ = 0;
+  if (stands_at_ != row) list_.ClearLineSelection(stands_at_);
   if (ExecuteRow()) {
     list_.ClearLineSelection(row);
     list_.ClearLineSelection(list_.current_row());
@@ -79,9 +119,11 @@ void Runner::Step() {
   StepOverFailedCondition();
   list_.SetCurrentRow(list_.current_row() + 1);
   Highlight(list_.current_row());
+  stands_at_ = list_.current_row();
 }
 
 void Runner::EndStepping() {
+  stands_at_ = 0;
   InterpreterState& state = links_.state.interpreter;
   state.IfDepth = 0;
   state.RepeatLevel = 0;

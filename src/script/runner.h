@@ -42,6 +42,15 @@ class Runner {
 
   /// TB_PLAY: from the first row to the end or until Stop or Break.
   void Play();
+  /// Plays from the current row on, whatever breakpoint that has. After Break it goes on behind the row in
+  /// hand, as long as that is the current one. Loops and conditions stay as they are.
+  void PlayFromHere();
+  /// The next PlayOn, which plays from where a run stands, else from the first row, stops before `row`.
+  void StopBefore(int row) { stop_before_ = row; }
+  void PlayOn() { PlayFrom(stands_at() != 0 ? stands_at() : 1); }
+  /// The row before which a run stands that a step, Break, a breakpoint or PlayOn has ended; 0 for none, and
+  /// where the row that was marked then is another by now.
+  int stands_at() const;
   /// TB_SINGLESTEP: the current row. The row that the next step executes is highlighted then. Past the last
   /// row, or after Stop, the loops and conditions end and the position moves on by one row instead; past the
   /// last row it moves to row 1.
@@ -63,7 +72,10 @@ class Runner {
   int last_row() const { return last_row_; }
 
  private:
-  void RunToEnd();
+  /// What Play does around a run from `first` on.
+  void PlayFrom(int first);
+  void RunToEnd(int first);
+  bool StopsBefore(int row) const;
   void Step();
   bool EndRequested() const {
     return links_.state.run.StopRequested || links_.state.run.BreakRequested || aborted_;
@@ -88,6 +100,10 @@ class Runner {
   RunOutcome outcome_;
   std::string line_;  ///< the row in hand, trimmed; a copy, since a message box lets the user edit the list
   int last_row_ = 0;
+  int stands_at_ = 0;
+  int broken_at_ = 0;  // the row in hand when Break ended a run
+  int stop_before_ = 0;
+  int first_ = 1;  // of the run in hand
   bool aborted_ = false;
 };
 

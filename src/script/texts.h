@@ -30,6 +30,7 @@ inline std::string NotPasted(int count) {
 // For screen readers.
 inline constexpr std::string_view kRunningRow = "läuft";
 inline constexpr std::string_view kErrorRow = "Fehler";
+inline constexpr std::string_view kBreakpoint = "Haltepunkt";
 inline std::string RowName(int row) { return "Zeile " + std::to_string(row); }
 
 inline std::string ErrorInRow(int row, std::string_view error) {

@@ -70,7 +70,7 @@ constexpr int kCommentColumns = 70;
 }  // namespace
 
 void PaneTarget::ShowLook() {
-  pane_->setFont(base::FontOf(look_));
+  pane_->SetBaseFont(base::FontOf(look_));
   pane_->setTextColor(base::ToQColor(look_.font_color));
   pane_->setBackgroundColor(base::ToQColor(look_.back_color));
 }
@@ -101,7 +101,7 @@ void PaneTarget::Load(const std::string& name) {
 }
 
 void PaneTarget::Print() {
-  const PrintStyle style{CaptionWithoutMark(*window_), pane_->font(), pane_->textColor()};
+  const PrintStyle style{CaptionWithoutMark(*window_), base::FontOf(look_), pane_->textColor()};
   const pane::PaneStore& store = pane_->text().store();
   const pane::PaneRange selection = pane_->text().Selection();
   const PaneLines all(store, {0, store.Length()});

@@ -8,6 +8,9 @@ void AddListCommands(ExtrasMenu& extras, ScriptView& script) {
     grid->FinishEdit();
     script.check().Begin();
   });
+  extras.On("mnuBreakpoint", [grid] { grid->toggleBreakpoint(); });
+  extras.On("mnuPlayFromRow", [&script] { script.PlayFromHere(); });
+  extras.On("mnuRunToRow", [&script] { script.PlayToHere(); });
   const auto on_rows = [&extras, grid](const char* name, void (script::CommandGrid::*edit)()) {
     extras.On(name, [grid, edit] {
       grid->FinishEdit();

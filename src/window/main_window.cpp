@@ -48,7 +48,10 @@ MainWindow::MainWindow(WindowContext context)
       dialogs_(this),
       lock_(*this),
       script_({context_.script, context_.slices, core_, context_.library, log_.control()},
-              {prompt_, *pane_, dialogs_, [this](bool flag) { Lock(flag); }, context_.unsaved},
+              {prompt_, *pane_, dialogs_, [this](bool flag) { Lock(flag); }, context_.unsaved,
+               [this](const std::string& text) {
+                 area_->status_bars().ShowState(terminal::StateKind::kRun, text);
+               }},
               area_->script_bar(), this),
       reference_(*pane_, HelpFolders(), prompt_),
       grid_target_(script_.grid(), script_.files(), context_.settings.command_list, prompt_, this),
@@ -58,7 +61,9 @@ MainWindow::MainWindow(WindowContext context)
       receive_(area_->terminal_bar(), context_.slices.terminal, core_.device, prompt_, this),
       help_(this, HelpFolders(), prompt_),
       find_in_pane_(new pane::PaneFind(pane_)),
-      find_in_list_(new script::ListFind(script_.grid())) {
+      find_in_list_(new script::ListFind(script_.grid())),
+      recent_(new RecentLists(extras_.AddMenu("mnuRecent"), context_.state,
+                              [this](const QString& name) { script_.OpenFile(name); })) {
   setObjectName(QStringLiteral("frmTerminal"));
   setWindowIcon(Icon("kolvane"));
   addToolBar(Qt::TopToolBarArea, toolbar1_);
@@ -96,6 +101,7 @@ void MainWindow::BuildScript() {
   const auto show_file = [this] {
     area_->status_bars().ShowCommandList(script_.FileStatus());
     ShowCaption();
+    recent_->Note(script_.grid()->list().file_name());
   };
   connect(script_.grid(), &script::CommandGrid::FileShownAnew, this, show_file);
   popup_.SetGrid(grid_target_);

@@ -24,6 +24,7 @@
 #include "window/menus.h"
 #include "window/message_prompt.h"
 #include "window/receive_view.h"
+#include "window/recent_lists.h"
 #include "window/script_view.h"
 #include "window/toolbars.h"
 #include "window/window_area.h"
@@ -123,6 +124,7 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   HelpCommands help_;
   pane::PaneFind* find_in_pane_;
   script::ListFind* find_in_list_;
+  RecentLists* recent_;
   WindowMemory* memory_ = nullptr;
   inspect::InspectorState inspector_;
   std::function<void()> unload_;

@@ -13,6 +13,7 @@ namespace {
 
 // Between rows that take less, looking for events each time would cost more than the rows.
 constexpr int kEventsEachMs = 4;
+constexpr int kProgressMs = 200;
 
 script::ScriptLinks LinksOf(const ScriptParts& parts, const ScriptSurroundings& around,
                             script::RunHost& host) {
@@ -35,6 +36,10 @@ ScriptView::ScriptView(ScriptParts parts, ScriptSurroundings surroundings, Scrip
       around_(std::move(surroundings)),
       core_(LinksOf(parts, around_, *this)),
       connect_(parts.core.connect),
+      state_(parts.state),
+      terminal_(parts.slices.terminal),
+      device_(parts.slices.device),
+      log_(parts.log),
       files_(core_.list, around_.dialogs, around_.prompt),
       toolbar_(toolbar),
       panel_(new QWidget),
@@ -47,6 +52,12 @@ ScriptView::ScriptView(ScriptParts parts, ScriptSurroundings surroundings, Scrip
   column->addWidget(grid_);
   auto* findings = new script::FindingsList(panel_);
   column->addWidget(findings);
+  watch_ = new script::WatchPanel(panel_);
+  column->addWidget(watch_);
+  connect(watch_, &script::WatchPanel::Closed, this, [this] {
+    watching_ = false;
+    grid_->setFocus();
+  });
   check_ = new script::ListCheck(grid_, findings, [&state = parts.state.interpreter, &log = parts.log] {
     using script::checker::LogAtStart;
     return script::checker::RunStart::Of(state, log.IsOpen() ? LogAtStart::kOpen : LogAtStart::kClosed);
@@ -56,7 +67,7 @@ ScriptView::ScriptView(ScriptParts parts, ScriptSurroundings surroundings, Scrip
           [this](const std::string& message) { around_.prompt.ShowError(message); });
   // Later, so that whoever it was dragged from need not wait for the file.
   connect(
-      grid_, &script::CommandGrid::FileDropped, this, [this](const QString& name) { OpenDropped(name); },
+      grid_, &script::CommandGrid::FileDropped, this, [this](const QString& name) { OpenFile(name); },
       Qt::QueuedConnection);
   ShowRecording();
   since_events_.start();
@@ -81,6 +92,7 @@ bool ScriptView::EndRun() {
 void ScriptView::Yield() {
   if (since_events_.elapsed() < kEventsEachMs) return;
   QCoreApplication::processEvents();
+  ShowProgress();
   if (around_.prompt.Unattended()) core_.runner.Abort();
   since_events_.start();
 }
@@ -104,7 +116,7 @@ void ScriptView::OnFiles(void (script::CommandFileMenu::*command)()) {
   (files_.*command)();
 }
 
-void ScriptView::OpenDropped(const QString& name) {
+void ScriptView::OpenFile(const QString& name) {
   grid_->FinishEdit();
   around_.prompt.Guard([this, &name] { files_.OpenFile(base::FromQt(name)); });
 }
@@ -117,6 +129,10 @@ void ScriptView::Run(void (script::Runner::*command)()) {
   // Its rows would be lost on a line that is still being dialled.
   if (connect_.connecting()) return;
   grid_->FinishEdit();
+  if (!core_.runner.running()) {
+    since_start_.start();
+    since_progress_.start();
+  }
   (core_.runner.*command)();
   AfterRun();
 }
@@ -125,8 +141,45 @@ void ScriptView::Run(void (script::Runner::*command)()) {
 void ScriptView::AfterRun() {
   if (core_.runner.running()) return;
   grid_->ShowRunEnd(core_.runner.last_row());
+  around_.progress({});
+  ShowWatch();
   check_->CheckAgain();
   Q_EMIT RunEnded();
+}
+
+void ScriptView::PlayFromHere() {
+  watching_ = true;
+  Run(&script::Runner::PlayFromHere);
+}
+
+void ScriptView::PlayToHere() {
+  watching_ = true;
+  core_.runner.StopBefore(grid_->currentIndex().row() + 1);
+  Run(&script::Runner::PlayOn);
+}
+
+void ScriptView::ShowWatch() {
+  const int row = core_.runner.stands_at();
+  watching_ |= core_.list.HasBreakpoint(row);
+  watch_->setVisible(watching_ && row != 0);
+  if (!watch_->isVisibleTo(panel_)) return;
+  watch_->Show(script::WatchItems(core_.list, state_.interpreter,
+                                  {.fields = terminal_.last_answer.Fields(),
+                                   .last_result = device_.last_result,
+                                   .silent = terminal_.output.SilentMode,
+                                   .log_open = log_.IsOpen(),
+                                   .log_recording = terminal_.output.log_recording}));
+  // The grid has less room now.
+  panel_->layout()->activate();
+  grid_->scrollTo(grid_->currentIndex());
+}
+
+// A run that is over at once shows none.
+void ScriptView::ShowProgress() {
+  if (since_progress_.elapsed() < kProgressMs) return;
+  since_progress_.start();
+  around_.progress(script::RunProgress(core_.list, state_.interpreter,
+                                       static_cast<double>(since_start_.elapsed()) / 1000));
 }
 
 void ScriptView::ToggleRecording() {

@@ -12,6 +12,7 @@
 #include "script/script_core.h"
 #include "script/ui/command_grid.h"
 #include "script/ui/list_check.h"
+#include "script/ui/watch_panel.h"
 #include "terminal/terminal_core.h"
 #include "window/message_prompt.h"
 #include "window/toolbars.h"
@@ -35,6 +36,8 @@ struct ScriptSurroundings {
   script::CommandFileDialogs& dialogs;
   std::function<void(bool)> lock_gui;
   std::string unsaved;  ///< where copies of unsaved lists are kept; empty: none are
+  std::function<void(const std::string&)> progress = [](const std::string&) {
+  };  ///< of a run; empty: none is on
 };
 
 /// Joins grid and Toolbar3 with the command list, its files and its runner.
@@ -52,6 +55,12 @@ class ScriptView final : public QObject, private script::RunHost {
   void OnFiles(void (script::CommandFileMenu::*command)());
   script::CommandGrid* grid() const { return grid_; }
   script::ListCheck& check() { return *check_; }
+  /// Opens a command file; a failure is shown.
+  void OpenFile(const QString& name);
+  /// Plays from the current row on, or goes on where a run stands.
+  void PlayFromHere();
+  /// Plays up to the current row, before which the run stops.
+  void PlayToHere();
   /// The grid with what the check of the list has found, and with the bar above it that offers what other
   /// windows have left unsaved.
   QWidget* panel() const { return panel_; }
@@ -72,23 +81,32 @@ class ScriptView final : public QObject, private script::RunHost {
   void Yield() override;
 
   void ConnectButtons();
-  void OpenDropped(const QString& name);
   void Play();
   void SingleStep();
   void Run(void (script::Runner::*command)());
   void AfterRun();
+  void ShowWatch();
+  void ShowProgress();
   void ToggleRecording();
   void ShowRecording();
 
   ScriptSurroundings around_;
   script::ScriptCore core_;
   const terminal::ConnectCommands& connect_;
+  const script::ScriptState& state_;
+  const terminal::TerminalState& terminal_;
+  const device::DeviceState& device_;
+  const terminal::Log& log_;
   script::CommandFileMenu files_;
   ScriptToolbar* toolbar_;
   QWidget* panel_;
   script::CommandGrid* grid_;
   UnsavedView* unsaved_;
   script::ListCheck* check_;
+  script::WatchPanel* watch_;
+  bool watching_ = false;  // the user has asked for more than playing and stepping
+  QElapsedTimer since_start_;
+  QElapsedTimer since_progress_;
   QElapsedTimer since_events_;
 };
 

@@ -53,7 +53,7 @@ TEST_F(PaneMouse, DraggingMarks) {
   EXPECT_EQ(State(), "[|a]bc/def");
 }
 
-TEST_F(PaneMouse, LinesThatComeLeaveASelectionAloneUntilTheButtonIsLetGo) {
+TEST_F(PaneMouse, LinesThatComeLeaveASelectionAlone) {
   AppendLines(3);
   Press(LeftOf(1));
   AppendLines(1);
@@ -64,8 +64,7 @@ TEST_F(PaneMouse, LinesThatComeLeaveASelectionAloneUntilTheButtonIsLetGo) {
   EXPECT_EQ(pane_.selectedText(), QStringLiteral("line"));
   EXPECT_TRUE(pane_.plainText().endsWith(QStringLiteral("line 3\nline 1\nline 1\nline 2")));
   AppendLines(1);
-  EXPECT_EQ(pane_.selectedText(), QString());
-  EXPECT_EQ(pane_.text().caret(), pane_.text().Length());
+  EXPECT_EQ(pane_.selectedText(), QStringLiteral("line")) << "also after the button was let go";
 }
 
 TEST_F(PaneMouse, TheViewStandsStillWhileTheButtonIsDown) {

@@ -236,5 +236,48 @@ TEST_F(PaneWindow, AMebibyteInOneLineIsWrappedAndShown) {
   EXPECT_TRUE(pane_.viewport()->rect().contains(PlaceOf(500000)));
 }
 
+TEST_F(PaneWindow, ZoomsByKeysAndWheel) {
+  const double points = pane_.font().pointSizeF();
+  Key(Qt::Key_Plus, Qt::ControlModifier);
+  Key(Qt::Key_Plus, Qt::ControlModifier | Qt::KeypadModifier);
+  EXPECT_EQ(pane_.zoom(), 2);
+  EXPECT_GT(pane_.font().pointSizeF(), points);
+  Key(Qt::Key_Minus, Qt::ControlModifier);
+  EXPECT_EQ(pane_.zoom(), 1);
+  Key(Qt::Key_0, Qt::ControlModifier);
+  EXPECT_EQ(pane_.font().pointSizeF(), points);
+  const auto turn = [this](int angle, Qt::KeyboardModifiers modifiers) {
+    QWheelEvent event(QPointF(5, 5), pane_.mapToGlobal(QPointF(5, 5)), {}, {0, angle}, Qt::NoButton,
+                      modifiers, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(pane_.viewport(), &event);
+  };
+  turn(120, Qt::ControlModifier);
+  EXPECT_EQ(pane_.zoom(), 1);
+  turn(120, Qt::NoModifier);
+  EXPECT_EQ(pane_.zoom(), 1);
+  turn(-120, Qt::ControlModifier);
+  EXPECT_EQ(pane_.font().pointSizeF(), points);
+}
+
+TEST_F(PaneWindow, AnotherFontIsZoomedLikeTheOneBefore) {
+  pane_.SetZoom(3);
+  QFont font = pane_.font();
+  font.setPointSizeF(20);
+  pane_.SetBaseFont(font);
+  EXPECT_GT(pane_.font().pointSizeF(), 20);
+  pane_.SetZoom(0);
+  EXPECT_EQ(pane_.font().pointSizeF(), 20);
+}
+
+TEST_F(PaneWindow, LinesThatComeLeaveWhatIsMarked) {
+  SetText("one two");
+  pane_.Select(0, 3);
+  pane_.AppendLine(LineKind::kAnswer, "three");
+  EXPECT_EQ(pane_.selectedText(), "one");
+  pane_.Select(2, 2);
+  pane_.AppendLine(LineKind::kAnswer, "four");
+  EXPECT_EQ(pane_.text().caret(), pane_.text().Length()) << "without a mark the caret goes to the end";
+}
+
 }  // namespace
 }  // namespace kolvane::pane

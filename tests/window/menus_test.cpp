@@ -56,10 +56,14 @@ TEST_F(MenusTest, OfExtras) {
                                     "mnuQueriesOnly Nur auf Abfragen warten",
                                     "mnuDeviceWords DCL, RES und STP beachten",
                                     "mnuCheckList Befehlsliste prüfen",
+                                    "mnuBreakpoint Haltepunkt",
+                                    "mnuPlayFromRow Ab dieser Zeile abspielen",
+                                    "mnuRunToRow Bis hierher abspielen",
                                     "mnuDuplicateRow Zeile verdoppeln",
                                     "mnuToggleComment Auskommentieren",
                                     "mnuMoveUp Nach oben",
                                     "mnuMoveDown Nach unten",
+                                    " Zuletzt verwendet",
                                 }));
 }
 

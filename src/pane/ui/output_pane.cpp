@@ -7,6 +7,7 @@
 #include <QScrollBar>
 #include <QTimerEvent>
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "base/ui/look.h"
@@ -22,6 +23,9 @@ constexpr int kCaretWidth = 2;
 constexpr int kFocusWidth = 2;
 constexpr float kPlaceholderAlpha = 0.6f;
 constexpr int kPlaceholderMargin = 16;
+constexpr int kMostZoom = 16;
+constexpr double kZoomStep = 1.1;
+constexpr double kSmallestPoints = 4;
 
 QFont DefaultFont() {
   QFont font(QStringLiteral("Courier New"), 10);
@@ -33,6 +37,7 @@ QFont DefaultFont() {
 
 OutputPane::OutputPane(QWidget* parent, std::unique_ptr<PaneAnnouncer> announcer)
     : QAbstractScrollArea(parent),
+      base_font_(DefaultFont()),
       metrics_(DefaultFont()),
       rows_(text_.store(), metrics_),
       announcer_(std::move(announcer)),
@@ -71,7 +76,8 @@ void OutputPane::AppendBy(const Append& append) {
   const std::size_t anchor = text_.anchor();
   const std::size_t caret = text_.caret();
   append(text_);
-  if (marking_) text_.Select(anchor, caret);
+  // What the user has marked stays so.
+  if (marking_ || anchor != caret) text_.Select(anchor, caret);
   if (session_) append(*session_);
   Changed();
 }
@@ -145,6 +151,19 @@ void OutputPane::Relayout() {
   Flush();
   if (!follows_) verticalScrollBar()->setValue(static_cast<int>(rows_.RowOf(top)));
   viewport()->update();
+}
+
+void OutputPane::SetBaseFont(const QFont& font) {
+  base_font_ = font;
+  SetZoom(zoom_);
+}
+
+void OutputPane::SetZoom(int steps) {
+  zoom_ = std::clamp(steps, -kMostZoom, kMostZoom);
+  QFont zoomed = base_font_;
+  if (zoom_ != 0)
+    zoomed.setPointSizeF(std::max(kSmallestPoints, base_font_.pointSizeF() * std::pow(kZoomStep, zoom_)));
+  setFont(zoomed);
 }
 
 void OutputPane::setTextColor(const QColor& color) {

@@ -93,6 +93,12 @@ class OutputPane : public QAbstractScrollArea, public Pane {
   PaneRow RowAround(std::size_t offset) const { return Rows().RowAt(rows_.RowOf(offset)); }
   void EnsureVisible(std::size_t offset);
 
+  /// The font that is shown larger or smaller by zooming.
+  void SetBaseFont(const QFont& font);
+  /// In steps of a tenth from the base font's size; 0 is that itself.
+  int zoom() const { return zoom_; }
+  void SetZoom(int steps);
+
   /// Highlights the hits of `search`, which has the pane's text; null: none.
   void ShowHits(const PaneSearch* search);
   /// Brings the marks in the scroll bar up to the search.
@@ -144,6 +150,7 @@ class OutputPane : public QAbstractScrollArea, public Pane {
   void scrollContentsBy(int dx, int dy) override;
   void showEvent(QShowEvent* event) override;
   void timerEvent(QTimerEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
 
  private:
   enum class Unit { kCharacter, kWord, kLine };
@@ -169,6 +176,7 @@ class OutputPane : public QAbstractScrollArea, public Pane {
   void EraseTowards(std::size_t (*step)(const PaneStore&, std::size_t));
   bool MoveByKey(QKeyEvent* event);
   bool EditByKey(QKeyEvent* event);
+  bool ZoomByKey(QKeyEvent* event);
   bool SelectRememberedBlock(QKeyEvent* event);
   void MoveByRows(int rows, bool keep_anchor);
   std::size_t RowBegin() const;
@@ -181,6 +189,8 @@ class OutputPane : public QAbstractScrollArea, public Pane {
 
   PaneText text_;
   std::optional<PaneText> session_;  // while another text is shown in its place
+  QFont base_font_;
+  int zoom_ = 0;
   OutputPaneMetrics metrics_;
   mutable OutputPaneRows rows_;
   std::unique_ptr<PaneAnnouncer> announcer_;

@@ -1,7 +1,9 @@
 #include <QContextMenuEvent>
 #include <QKeyEvent>
+#include <QWheelEvent>
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <utility>
 
 #include "pane/ui/output_pane.h"
@@ -50,9 +52,25 @@ constexpr std::array kEditKeys = {QKeySequence::Copy,
                                   QKeySequence::DeleteStartOfWord,
                                   QKeySequence::DeleteEndOfWord};
 
+// How many steps larger the key asks for; nothing for any other, 0 for the size as it was chosen.
+std::optional<int> ZoomOf(const QKeyEvent& event) {
+  if ((event.modifiers() & ~(Qt::KeypadModifier | Qt::ShiftModifier)) != Qt::ControlModifier) return {};
+  switch (event.key()) {
+    case Qt::Key_Plus:
+      return 1;
+    case Qt::Key_Minus:
+      return -1;
+    case Qt::Key_0:
+      return event.modifiers().testFlag(Qt::ShiftModifier) ? std::optional<int>() : 0;
+    default:
+      return {};
+  }
+}
+
 bool IsOwnKey(QKeyEvent& event) {
   const auto matches = [&event](QKeySequence::StandardKey key) { return event.matches(key); };
-  return IsTyped(event) || IsBackspace(event) || std::any_of(kEditKeys.begin(), kEditKeys.end(), matches) ||
+  return IsTyped(event) || IsBackspace(event) || ZoomOf(event) ||
+         std::any_of(kEditKeys.begin(), kEditKeys.end(), matches) ||
          std::any_of(kKeyMoves.begin(), kKeyMoves.end(),
                      [&matches](const KeyMove& key) { return matches(key.move) || matches(key.select); });
 }
@@ -77,7 +95,7 @@ bool OutputPane::event(QEvent* event) {
 }
 
 void OutputPane::keyPressEvent(QKeyEvent* event) {
-  if (SelectRememberedBlock(event) || MoveByKey(event) || EditByKey(event)) {
+  if (ZoomByKey(event) || SelectRememberedBlock(event) || MoveByKey(event) || EditByKey(event)) {
     event->accept();
   } else {
     // Not the scroll area's own keys: it would scroll without the caret.
@@ -105,6 +123,19 @@ bool OutputPane::SelectRememberedBlock(QKeyEvent* event) {
   text_.SelectForward(std::exchange(remembered_block_, 0));
   CaretMoved();
   return true;
+}
+
+bool OutputPane::ZoomByKey(QKeyEvent* event) {
+  const std::optional<int> steps = ZoomOf(*event);
+  if (steps) SetZoom(*steps == 0 ? 0 : zoom_ + *steps);
+  return steps.has_value();
+}
+
+void OutputPane::wheelEvent(QWheelEvent* event) {
+  if (!event->modifiers().testFlag(Qt::ControlModifier)) return QAbstractScrollArea::wheelEvent(event);
+  const int turned = event->angleDelta().y();
+  SetZoom(zoom_ + (turned > 0) - (turned < 0));
+  event->accept();
 }
 
 bool OutputPane::MoveByKey(QKeyEvent* event) {

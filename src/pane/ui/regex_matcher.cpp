@@ -8,7 +8,7 @@ namespace {
 using Options = QRegularExpression::PatternOptions;
 
 Options OptionsOf(bool match_case) {
-  Options options = QRegularExpression::MultilineOption | QRegularExpression::UseUnicodePropertiesOption;
+  const Options options = QRegularExpression::MultilineOption;
   return match_case ? options : options | QRegularExpression::CaseInsensitiveOption;
 }
 
@@ -40,9 +40,8 @@ class ByteCounter {
 }  // namespace
 
 RegexMatcher::RegexMatcher(const QString& pattern, bool match_case)
-    : expression_(pattern, OptionsOf(match_case)) {
-  expression_.optimize();
-}
+    : expression_(pattern, OptionsOf(match_case) | QRegularExpression::UseUnicodePropertiesOption),
+      ascii_(pattern, OptionsOf(match_case)) {}
 
 QString RegexMatcher::Fault() const {
   if (expression_.isValid()) return {};
@@ -56,6 +55,9 @@ Hits RegexMatcher::FindIn(std::string_view lines) const {
   if (!expression_.isValid()) return hits;
   const QString text = ToQString(lines);
   ByteCounter bytes(lines, text.size());
+  // Where the properties of characters say the same, looking them up takes most of the time.
+  const QRegularExpression& expression =
+      static_cast<std::size_t>(text.size()) == lines.size() ? ascii_ : expression_;
   const auto add = [&](qsizetype begin, qsizetype end) {
     if (begin == end) return;
     const std::size_t first = bytes.At(begin);
@@ -63,7 +65,7 @@ Hits RegexMatcher::FindIn(std::string_view lines) const {
   };
   // All lines at once: each start costs more than the search.
   qsizetype done = 0;
-  for (auto matches = expression_.globalMatch(text); matches.hasNext();) {
+  for (auto matches = expression.globalMatch(text); matches.hasNext();) {
     const QRegularExpressionMatch match = matches.next();
     const qsizetype line_end = text.indexOf(QLatin1Char('\n'), match.capturedStart());
     if (match.capturedEnd() > line_end) {

@@ -24,6 +24,7 @@ class RegexMatcher final : public Matcher {
   void FindLineByLine(const QString& text, qsizetype from, const Add& add) const;
 
   QRegularExpression expression_;
+  QRegularExpression ascii_;  // for text that is ASCII throughout
 };
 
 }  // namespace kolvane::pane

@@ -221,6 +221,10 @@ void CommandGrid::toggleComments() {
   if (rows.last > 0 && !list().InUse()) ToggleComments(list(), rows.first, rows.last);
 }
 
+void CommandGrid::toggleBreakpoint() {
+  if (currentIndex().isValid()) list().ToggleBreakpoint(currentIndex().row() + 1);
+}
+
 void CommandGrid::MarkRows(int first, int last) {
   setCurrentIndex(model_->IndexOf(first));
   selectionModel()->select(QItemSelection(model_->index(first - 1, 0), model_->IndexOf(last)),
@@ -296,6 +300,10 @@ void CommandGrid::ShowFocus() {
 void CommandGrid::mousePressEvent(QMouseEvent* event) {
   Q_EMIT Touched();
   QTableView::mousePressEvent(event);
+  const QModelIndex clicked = indexAt(event->position().toPoint());
+  const bool marker = clicked.isValid() && clicked.column() == CommandListModel::kMarkerColumn;
+  if (marker && event->button() == Qt::LeftButton && event->modifiers() == Qt::NoModifier && !list().InUse())
+    list().ToggleBreakpoint(clicked.row() + 1);
   // The cursor may have stood there before, and the list somewhere else.
   if (!list().InUse() && currentIndex().isValid()) list().SetCurrentRow(currentIndex().row() + 1);
 }

@@ -61,6 +61,8 @@ class CommandGrid final : public QTableView {
   void moveRowsUp();
   void moveRowsDown();
   void toggleComments();
+  /// In the current row.
+  void toggleBreakpoint();
 
  Q_SIGNALS:
   /// The user has turned to the grid, with the mouse or by Tab.

@@ -30,6 +30,7 @@ QVariant CommandListModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
   const int row = index.row() + 1;
   if (role == Qt::AccessibleDescriptionRole) return StateOf(row);
+  if (index.column() == kMarkerColumn) return MarkOf(row, role);
   if (index.column() != kTextColumn) return {};
   if (role == kFindingRole) return FindingOf(row);
   if (role == kIndentRole)
@@ -58,13 +59,33 @@ QVariant CommandListModel::LookOf(int row, int role) const {
   }
 }
 
-// What sighted users see by the row's colours.
-QString CommandListModel::StateOf(int row) const {
+QVariant CommandListModel::MarkOf(int row, int role) const {
   const Highlight* highlight = list_.HighlightOf(row);
-  const auto found = findings_.find(row);
-  if (highlight == nullptr) return found == findings_.end() ? QString() : found->second.text;
-  const bool error = *highlight == kErrorRow;
-  return QString::fromUtf8((error ? texts::kErrorRow : texts::kRunningRow).data());
+  const bool error = highlight != nullptr && *highlight == kErrorRow;
+  const bool running = highlight != nullptr && !error;
+  if (role == kMarkRole)
+    return (list_.HasBreakpoint(row) ? kBreakpointMark : 0) | (running ? kRunningMark : 0) |
+           (error ? kErrorMark : 0);
+  if (role != Qt::AccessibleTextRole && role != Qt::ToolTipRole) return {};
+  const QString why = ErrorOf(row);
+  return StateOf(row) + (why.isEmpty() ? QString() : QStringLiteral(": ") + why);
+}
+
+// What sighted users see by the row's colours and marks.
+QString CommandListModel::StateOf(int row) const {
+  QStringList states;
+  if (const Highlight* highlight = list_.HighlightOf(row)) {
+    const bool error = *highlight == kErrorRow;
+    states << QString::fromUtf8((error ? texts::kErrorRow : texts::kRunningRow).data());
+  }
+  if (list_.HasBreakpoint(row)) states << QString::fromUtf8(texts::kBreakpoint.data());
+  if (const auto found = findings_.find(row); found != findings_.end()) states << found->second.text;
+  return states.join(QStringLiteral(", "));
+}
+
+QString CommandListModel::ErrorOf(int row) const {
+  const std::string_view error = list_.ErrorOf(row);
+  return QString::fromUtf8(error.data(), static_cast<qsizetype>(error.size()));
 }
 
 QString CommandListModel::ToolTipOf(int row) const {
@@ -73,7 +94,8 @@ QString CommandListModel::ToolTipOf(int row) const {
   const std::string trouble = outside.empty() ? "" : "\n" + texts::NotInCodePage(outside);
   const auto found = findings_.find(row);
   const QString findings = found == findings_.end() ? QString() : QLatin1Char('\n') + found->second.text;
-  return QString::fromStdString(text + trouble) + findings;
+  const QString error = list_.ErrorOf(row).empty() ? QString() : QLatin1Char('\n') + ErrorOf(row);
+  return QString::fromStdString(text + trouble) + findings + error;
 }
 
 int CommandListModel::FindingOf(int row) const {

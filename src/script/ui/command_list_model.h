@@ -25,6 +25,9 @@ class CommandListModel final : public QAbstractTableModel, private CommandListOb
   /// shown to the right.
   static constexpr int kFindingRole = Qt::UserRole + 1;
   static constexpr int kIndentRole = Qt::UserRole + 2;
+  /// Of the marker column: a combination of Mark.
+  static constexpr int kMarkRole = Qt::UserRole + 3;
+  enum Mark : int { kBreakpointMark = 1, kRunningMark = 2, kErrorMark = 4 };
 
   CommandListModel(CommandList& list, QObject* parent);
   ~CommandListModel() override;
@@ -64,7 +67,9 @@ class CommandListModel final : public QAbstractTableModel, private CommandListOb
 
   void Note();
   QVariant LookOf(int row, int role) const;
+  QVariant MarkOf(int row, int role) const;
   QString StateOf(int row) const;
+  QString ErrorOf(int row) const;
   QString ToolTipOf(int row) const;
   int FindingOf(int row) const;
 

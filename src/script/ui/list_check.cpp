@@ -2,6 +2,7 @@
 
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QLayout>
 #include <algorithm>
 #include <utility>
 
@@ -80,6 +81,8 @@ void ListCheck::Begin() {
   live_ = true;
   Check();
   findings_->show();
+  // So that the row that is gone to is in view.
+  if (findings_->parentWidget()->layout() != nullptr) findings_->parentWidget()->layout()->activate();
   if (findings_->topLevelItemCount() > 0) findings_->setCurrentItem(findings_->topLevelItem(0));
 }
 

@@ -7,9 +7,11 @@
 #include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QPainter>
+#include <QPolygonF>
 #include <QStandardItemModel>
 #include <QTextCharFormat>
 #include <QToolTip>
+#include <algorithm>
 #include <vector>
 
 #include "base/encoding.h"
@@ -122,6 +124,35 @@ QRect SpanRect(const QStyleOptionViewItem& option, const Span& span) {
   return {left, text.top(), width, text.height()};
 }
 
+/// A red disc for a breakpoint, over it an arrow for the row that runs or a cross for one that failed.
+void PaintMarks(QPainter* painter, const QRect& cell, int marks) {
+  if (marks == 0) return;
+  const double side = std::min(cell.width(), cell.height()) - 5.0;
+  QRectF box(0, 0, side, side);
+  box.moveCenter(QRectF(cell).center());
+  painter->save();
+  painter->setRenderHint(QPainter::Antialiasing);
+  painter->setPen(Qt::NoPen);
+  if ((marks & CommandListModel::kBreakpointMark) != 0) {
+    painter->setBrush(QColor(200, 30, 30));
+    painter->drawEllipse(box);
+  }
+  const QRectF inner = box.adjusted(side / 5, side / 5, -side / 5, -side / 5);
+  if ((marks & CommandListModel::kRunningMark) != 0) {
+    painter->setBrush(QColor(255, 215, 0));
+    painter->setPen(QColor(60, 60, 60));
+    painter->drawPolygon(
+        QPolygonF({inner.topLeft(), {inner.right(), inner.center().y()}, inner.bottomLeft()}));
+  }
+  if ((marks & CommandListModel::kErrorMark) != 0) {
+    painter->setPen(
+        QPen((marks & CommandListModel::kBreakpointMark) != 0 ? QColor(Qt::white) : QColor(200, 30, 30), 2));
+    painter->drawLine(inner.topLeft(), inner.bottomRight());
+    painter->drawLine(inner.bottomLeft(), inner.topRight());
+  }
+  painter->restore();
+}
+
 Span SpanOf(const QString& text, pane::PaneRange range) {
   const QByteArray bytes = text.toUtf8();
   const auto units = [&bytes](std::size_t to) {
@@ -145,6 +176,8 @@ void RowDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInde
 void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                         const QModelIndex& index) const {
   QStyledItemDelegate::paint(painter, option, index);
+  if (index.column() == CommandListModel::kMarkerColumn)
+    return PaintMarks(painter, option.rect, index.data(CommandListModel::kMarkRole).toInt());
   QStyleOptionViewItem shown = option;
   initStyleOption(&shown, index);
   if (shown.text.isEmpty()) return;
@@ -236,7 +269,10 @@ bool RowDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QS
   if (event->type() != QEvent::ToolTip) return QStyledItemDelegate::helpEvent(event, view, option, index);
   const QString text = index.data(Qt::ToolTipRole).toString();
   const bool cut = sizeHint(option, index).width() > option.rect.width();
-  const bool wanted = cut || !TroubleOf(index.data().toString()).isEmpty() ||
+  const bool marked = index.column() == CommandListModel::kMarkerColumn && !text.isEmpty();
+  const bool failed =
+      !index.siblingAtColumn(CommandListModel::kMarkerColumn).data(Qt::ToolTipRole).toString().isEmpty();
+  const bool wanted = cut || marked || failed || !TroubleOf(index.data().toString()).isEmpty() ||
                       index.data(CommandListModel::kFindingRole).toInt() != 0;
   // A command may look like a tag.
   const QString lines = text.toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>"));

@@ -1,0 +1,72 @@
+#include "script/watch.h"
+
+#include <algorithm>
+
+#include "base/number.h"
+#include "base/text.h"
+#include "script/special_line.h"
+
+namespace kolvane::script {
+namespace {
+
+std::string YesOrNo(bool value) { return value ? "ja" : "nein"; }
+
+/// How often a $REPEAT's block runs by its row; 0 where another row stands there by now.
+std::int64_t Passes(const std::string& row) {
+  const SpecialLine line(base::TrimBlanks(row));
+  if (line.Command() != "$REPEAT" || !line.HasArgument()) return 0;
+  const auto count = base::FitInt32(line.Number());
+  return count ? std::max<std::int64_t>(*count, 0) + 1 : 0;
+}
+
+/// "3 von 10" of the loop that is open at `level`.
+std::string PassOf(const CommandList& list, const InterpreterState& state, std::size_t level) {
+  const std::int64_t passes = Passes(list.Text(state.RepeatRow[level]));
+  const std::int64_t pass = passes - state.RepeatCount[level];
+  if (pass < 1 || pass > passes) return "noch " + std::to_string(state.RepeatCount[level]);
+  return std::to_string(pass) + " von " + std::to_string(passes);
+}
+
+WatchItem Loops(const CommandList& list, const InterpreterState& state) {
+  WatchItem item{"Schleifen", std::to_string(state.RepeatLevel)};
+  for (int level = 1; level <= std::min<int>(state.RepeatLevel, kLevels - 1); ++level) {
+    const auto at = static_cast<std::size_t>(level);
+    item.children.push_back({"Zeile " + std::to_string(state.RepeatRow[at]), PassOf(list, state, at)});
+  }
+  return item;
+}
+
+WatchItem Fields(const std::vector<std::string>& fields) {
+  WatchItem item{"Letzte Antwort", std::to_string(fields.size()) + (fields.size() == 1 ? " Teil" : " Teile")};
+  int number = 0;
+  for (const std::string& field : fields) item.children.push_back({std::to_string(++number), field});
+  return item;
+}
+
+}  // namespace
+
+std::vector<WatchItem> WatchItems(const CommandList& list, const InterpreterState& state,
+                                  const WatchedSession& session) {
+  return {
+      {"ParamValue", state.ParamValue},
+      Fields(session.fields),
+      Loops(list, state),
+      {"Offene Bedingungen", std::to_string(state.IfDepth)},
+      {"Zeilen werden übergangen", YesOrNo(state.SkipRows)},
+      {"Status", std::to_string(session.last_result)},
+      {"$SILENT", session.silent ? "ON" : "OFF"},
+      {"Logdatei", session.log_open ? (session.log_recording ? "offen, schreibt mit" : "offen") : "keine"},
+  };
+}
+
+std::string RunProgress(const CommandList& list, const InterpreterState& state, double seconds) {
+  std::string text =
+      "Zeile " + std::to_string(list.current_row()) + " von " + std::to_string(list.LastUsedRow());
+  if (state.RepeatLevel >= 1 && state.RepeatLevel < kLevels)
+    text += ", Schleife " + PassOf(list, state, static_cast<std::size_t>(state.RepeatLevel));
+  const auto whole = static_cast<long>(seconds);
+  const std::string rest = std::to_string(whole % 60);
+  return text + ", " + std::to_string(whole / 60) + ":" + (rest.size() < 2 ? "0" : "") + rest;
+}
+
+}  // namespace kolvane::script

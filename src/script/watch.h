@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "script/command_list.h"
+#include "script/script_state.h"
+
+namespace kolvane::script {
+
+/// One line of what a run is in the middle of, with what belongs to it. Texts are German, UTF-8.
+struct WatchItem {
+  std::string name;
+  std::string value;
+  std::vector<WatchItem> children = {};
+};
+
+/// What a run works with besides the interpreter's state.
+struct WatchedSession {
+  std::vector<std::string> fields;  ///< of the last answer
+  std::int32_t last_result = 0;
+  bool silent = false;
+  bool log_open = false;
+  bool log_recording = false;
+};
+
+std::vector<WatchItem> WatchItems(const CommandList& list, const InterpreterState& state,
+                                  const WatchedSession& session);
+
+/// How far a run has come: "Zeile 12 von 240, Schleife 3 von 10, 0:42".
+std::string RunProgress(const CommandList& list, const InterpreterState& state, double seconds);
+
+}  // namespace kolvane::script

@@ -1,0 +1,178 @@
+// Breakpoints, playing from a row and up to one, and what is shown of a run that stands.
+#include <gtest/gtest.h>
+
+#include "script/run_bench.h"
+#include "script/watch.h"
+
+namespace kolvane::script {
+namespace {
+
+class DebugTest : public testing::Test, protected RunBench {
+ protected:
+  void PlayTo(int row) {
+    runner.StopBefore(row);
+    runner.PlayOn();
+  }
+  std::string Rows() const { return ListText(list); }
+
+  CommandList& list = core.list;
+  Runner& runner = core.runner;
+};
+
+TEST_F(DebugTest, ARunStopsBeforeABreakpoint) {
+  FillList(list, "A|B|C");
+  list.ToggleBreakpoint(2);
+  runner.Play();
+  EXPECT_EQ(Sent(), "A");
+  EXPECT_EQ(Rows(), "A|>*B|C") << "the row is marked as the next one";
+  EXPECT_EQ(runner.stands_at(), 2);
+  EXPECT_FALSE(runner.running());
+  EXPECT_EQ(host.locks, (std::vector<bool>{true, false}));
+}
+
+TEST_F(DebugTest, ItGoesOnBehindABreakpoint) {
+  FillList(list, "A|B|C");
+  list.ToggleBreakpoint(2);
+  runner.Play();
+  runner.PlayFromHere();
+  EXPECT_EQ(Sent(), "A|B|C");
+  EXPECT_EQ(runner.stands_at(), 0);
+}
+
+TEST_F(DebugTest, ABreakpointInALoopStopsInEachPass) {
+  FillList(list, "$REPEAT 2|A|$ENDREPEAT|B");
+  list.ToggleBreakpoint(2);
+  runner.Play();
+  EXPECT_EQ(Sent(), "");
+  runner.PlayFromHere();
+  EXPECT_EQ(Sent(), "A");
+  EXPECT_EQ(runner.stands_at(), 2);
+  list.ToggleBreakpoint(2);
+  runner.PlayFromHere();
+  EXPECT_EQ(Sent(), "A|A|A|B") << "the counters were kept";
+}
+
+TEST_F(DebugTest, RowsOfAFailedConditionDoNotStopARun) {
+  script.interpreter.ParamValue = "x";
+  FillList(list, "$IFEQUAL y|A|$ENDIF|B");
+  list.ToggleBreakpoint(2);
+  runner.Play();
+  EXPECT_EQ(Sent(), "B");
+}
+
+TEST_F(DebugTest, ItGoesOnAfterBreak) {
+  FillList(list, "A|B|C");
+  host.at_yield = [this] {
+    if (list.current_row() == 2) runner.Break();
+  };
+  runner.Play();
+  EXPECT_EQ(Sent(), "A|B");
+  host.at_yield = nullptr;
+  runner.PlayFromHere();
+  EXPECT_EQ(Sent(), "A|B|C") << "the row in hand was carried out";
+}
+
+TEST_F(DebugTest, AnotherRowChosenAfterBreakIsTheFirst) {
+  FillList(list, "A|B|C");
+  host.at_yield = [this] {
+    if (list.current_row() == 2) runner.Break();
+  };
+  runner.Play();
+  host.at_yield = nullptr;
+  list.SetCurrentRow(1);
+  runner.PlayFromHere();
+  EXPECT_EQ(Sent(), "A|B|A|B|C");
+}
+
+TEST_F(DebugTest, PlaysFromTheCurrentRow) {
+  FillList(list, "A|B|C");
+  list.ToggleBreakpoint(2);
+  list.SetCurrentRow(2);
+  runner.PlayFromHere();
+  EXPECT_EQ(Sent(), "B|C") << "its own breakpoint does not stop it";
+}
+
+TEST_F(DebugTest, PlaysUpToARow) {
+  FillList(list, "A|B|C|D");
+  PlayTo(3);
+  EXPECT_EQ(Sent(), "A|B");
+  EXPECT_EQ(Rows(), "A|B|>*C|D");
+  list.SetCurrentRow(4);
+  PlayTo(4);
+  EXPECT_EQ(Sent(), "A|B|C") << "from where the run stands";
+  runner.Play();
+  EXPECT_EQ(Sent(), "A|B|C|A|B|C|D") << "playing does not stop there again";
+}
+
+TEST_F(DebugTest, PlaysUpToARowFromWhereAStepStands) {
+  FillList(list, "A|B|C");
+  runner.SingleStep();
+  list.SetCurrentRow(3);
+  PlayTo(3);
+  EXPECT_EQ(Sent(), "A|B");
+}
+
+TEST_F(DebugTest, AnotherListHasNoRunThatStands) {
+  FillList(list, "A|B|C");
+  PlayTo(3);
+  FillList(list, "D|E|F");
+  EXPECT_EQ(runner.stands_at(), 0);
+  PlayTo(2);
+  EXPECT_EQ(Sent(), "A|B|D");
+}
+
+TEST_F(DebugTest, AnErrorLeavesNothingToGoOnWith) {
+  FillList(list, "A|$NIX|B");
+  list.ToggleBreakpoint(3);
+  runner.Play();
+  EXPECT_EQ(runner.stands_at(), 0);
+  EXPECT_EQ(list.ErrorOf(2), "Unbekannter $ Befehl");
+  EXPECT_EQ(list.ErrorOf(1), "");
+  list.ClearLineSelection(2);
+  EXPECT_EQ(list.ErrorOf(2), "");
+}
+
+TEST_F(DebugTest, ANewListHasNoBreakpoints) {
+  list.ToggleBreakpoint(2);
+  EXPECT_TRUE(list.HasBreakpoint(2));
+  FillList(list, "A|B");
+  EXPECT_FALSE(list.HasBreakpoint(2));
+  list.ToggleBreakpoint(0);
+  EXPECT_FALSE(list.HasBreakpoint(0));
+}
+
+std::string WatchText(const std::vector<WatchItem>& items) {
+  std::string lines;
+  for (const WatchItem& item : items) {
+    lines += item.name + "=" + item.value + ";";
+    if (!item.children.empty()) lines += "(" + WatchText(item.children) + ")";
+  }
+  return lines;
+}
+
+TEST_F(DebugTest, TheWatchShowsWhatARunIsInTheMiddleOf) {
+  FillList(list, "$REPEAT 9|$REPEAT x|A|$ENDREPEAT|$ENDREPEAT");
+  list.ToggleBreakpoint(3);
+  runner.Play();
+  script.interpreter.ParamValue = "12";
+  const auto items = WatchItems(list, script.interpreter,
+                                {.fields = {"1", "2"}, .last_result = -3, .silent = true, .log_open = true});
+  EXPECT_EQ(WatchText(items),
+            "ParamValue=12;Letzte Antwort=2 Teile;(1=1;2=2;)Schleifen=2;(Zeile 1=1 von 10;Zeile 2=1 von 1;)"
+            "Offene Bedingungen=0;Zeilen werden übergangen=nein;Status=-3;$SILENT=ON;Logdatei=offen;");
+}
+
+TEST_F(DebugTest, TheProgressNamesRowLoopAndTime) {
+  FillList(list, "$REPEAT 9|A|$ENDREPEAT|B");
+  EXPECT_EQ(RunProgress(list, script.interpreter, 59.9), "Zeile 1 von 4, 0:59");
+  int passes = 0;
+  host.at_yield = [&] {
+    if (list.current_row() != 2 || ++passes != 3) return;
+    EXPECT_EQ(RunProgress(list, script.interpreter, 62), "Zeile 2 von 4, Schleife 3 von 10, 1:02");
+  };
+  runner.Play();
+  EXPECT_EQ(passes, 10);
+}
+
+}  // namespace
+}  // namespace kolvane::script

@@ -1,0 +1,87 @@
+#include "script/ui/watch_panel.h"
+#include "window/grid_fixture.h"
+
+namespace kolvane::window {
+namespace {
+
+/// The terminal window with a list that is played in parts.
+class DebugCommandsTest : public GridFixture {
+ protected:
+  DebugCommandsTest() { Fill({"$REPEAT 2", "$CLEAR", "$ENDREPEAT", "$STOP"}); }
+
+  script::WatchPanel* Watch() { return Find<script::WatchPanel>("WatchPanel"); }
+  QVariant Mark(int row, int role) { return Grid()->model()->index(row - 1, 0).data(role); }
+  int Marks(int row) { return Mark(row, script::CommandListModel::kMarkRole).toInt(); }
+  QPoint MarkerOf(int row) { return Grid()->visualRect(Grid()->model()->index(row - 1, 0)).center(); }
+};
+
+TEST_F(DebugCommandsTest, F9SetsABreakpointAndTakesItOff) {
+  GoTo(2);
+  Press("mnuBreakpoint");
+  EXPECT_EQ(Marks(2), script::CommandListModel::kBreakpointMark);
+  EXPECT_EQ(Mark(2, Qt::AccessibleTextRole).toString(), "Haltepunkt");
+  Press("mnuBreakpoint");
+  EXPECT_EQ(Marks(2), 0);
+}
+
+TEST_F(DebugCommandsTest, AClickIntoTheFirstColumnDoesTheSame) {
+  QTest::mouseClick(Grid()->viewport(), Qt::LeftButton, Qt::NoModifier, MarkerOf(3));
+  EXPECT_TRUE(Grid()->list().HasBreakpoint(3));
+  EXPECT_EQ(CurrentRow(), 3);
+  QTest::mouseClick(Grid()->viewport(), Qt::LeftButton, Qt::ShiftModifier, MarkerOf(3));
+  EXPECT_TRUE(Grid()->list().HasBreakpoint(3)) << "that marks rows";
+  QTest::mouseClick(Grid()->viewport(), Qt::LeftButton, Qt::NoModifier, MarkerOf(3));
+  EXPECT_FALSE(Grid()->list().HasBreakpoint(3));
+}
+
+TEST_F(DebugCommandsTest, AStandingRunShowsItsState) {
+  GoTo(2);
+  Press("mnuBreakpoint");
+  EXPECT_FALSE(Watch()->isVisible());
+  Press("TB_PLAY");
+  EXPECT_EQ(CurrentRow(), 2);
+  ASSERT_TRUE(Watch()->isVisible());
+  EXPECT_EQ(Marks(2), script::CommandListModel::kBreakpointMark | script::CommandListModel::kRunningMark);
+  const auto loops = Watch()->findItems("Schleifen", Qt::MatchExactly);
+  ASSERT_EQ(loops.size(), 1);
+  ASSERT_EQ(loops.front()->childCount(), 1);
+  EXPECT_EQ(loops.front()->child(0)->text(1), "1 von 3");
+  loops.front()->setExpanded(true);
+  Press("mnuPlayFromRow");
+  const auto again = Watch()->findItems("Schleifen", Qt::MatchExactly);
+  EXPECT_EQ(again.front()->child(0)->text(1), "2 von 3");
+  EXPECT_TRUE(again.front()->isExpanded());
+  GoTo(2);
+  Press("mnuBreakpoint");
+  Press("mnuPlayFromRow");
+  EXPECT_FALSE(Watch()->isVisible()) << "the run has ended";
+}
+
+TEST_F(DebugCommandsTest, StepsAloneShowNoMoreThanBefore) {
+  GoTo(1);
+  Press("TB_SINGLESTEP");
+  EXPECT_FALSE(Watch()->isVisible());
+}
+
+TEST_F(DebugCommandsTest, ARunGoesUpToTheMarkedRow) {
+  GoTo(4);
+  Press("mnuRunToRow");
+  EXPECT_EQ(CurrentRow(), 4);
+  EXPECT_EQ(Marks(4), script::CommandListModel::kRunningMark);
+  EXPECT_TRUE(Watch()->isVisible());
+  QTest::keyClick(Watch(), Qt::Key_Escape);
+  EXPECT_FALSE(Watch()->isVisible());
+}
+
+TEST_F(DebugCommandsTest, TheRowThatFailedSaysWhy) {
+  Fill({"$CLEAR", "$NIX"});
+  gui::BoxAnswers boxes;
+  boxes.Start();
+  Press("TB_PLAY");
+  EXPECT_EQ(Marks(2), script::CommandListModel::kErrorMark);
+  EXPECT_EQ(Mark(2, Qt::ToolTipRole).toString(), "Fehler: Unbekannter $ Befehl");
+  EXPECT_TRUE(Look(2, Qt::ToolTipRole).toString().endsWith("Unbekannter $ Befehl"));
+}
+
+}  // namespace
+}  // namespace kolvane::window
