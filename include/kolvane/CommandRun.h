@@ -16,10 +16,15 @@ enum class SerialParity : std::int16_t { kNone, kEven, kOdd };
 /// What ends an answer: the receive terminator, the first gap, or a number of bytes.
 enum class AnswerEnd { kTerminator, kGap, kCount };
 
+/// What standard output holds: the lines of the output pane, or a record for each exchange
+/// (docs/formats/answers.md).
+enum class AnswerFormat { kText, kCsv, kJson };
+
 /// What a run without a window works with. What is not set keeps its stored value, or its built-in one with
 /// `Connect`; the stored settings are never changed. Texts are UTF-8.
 struct CommandRunOptions {
   static constexpr std::int32_t kLargestCount = 1025;
+  static constexpr std::int32_t kMostFields = 8192;
 
   std::string Connect;       ///< a RESOURCE (docs/command-line.md); empty: the user's stored connection
   std::string SettingsFile;  ///< in place of the user's own; UTF-8 path
@@ -38,6 +43,9 @@ struct CommandRunOptions {
   bool ShowCommands = false;
   bool ShowTimes = false;
   bool Verbose = false;
+  AnswerFormat Format = AnswerFormat::kText;
+  /// With kCsv: a row for each numeric answer alone, with so many columns for its fields.
+  std::optional<std::int32_t> Fields;
   /// Asked after each row or command; true ends the run.
   std::function<bool()> StopRequested;
   /// Takes each line, without its line end, in the place of standard output and standard error; a response

@@ -39,8 +39,9 @@ _kolvane_values() {
     --stop-bits) _kolvane_words 1 2 ;;
     --send-terminator | --receive-terminator) _kolvane_words LF CR CRLF NONE ;;
     --receive-mode) _kolvane_words terminator auto count ;;
+    --format) _kolvane_words text csv json ;;
     --log) _kolvane_files '' ;;
-    --timeout | --count) ;;
+    --timeout | --count | --fields) ;;
     *) return 1 ;;
   esac
 }
@@ -55,7 +56,7 @@ _kolvane_trim() {
 _kolvane() {
   local window='--mode --demo --folder --help --version run send check ports help'
   local run='--connect --baud --parity --data-bits --stop-bits --timeout --send-terminator --receive-terminator
-    --receive-mode --count --binary --show-commands --show-times --log --verbose --folder'
+    --receive-mode --count --binary --show-commands --show-times --format --fields --log --verbose --folder'
   local line=${COMP_LINE:0:COMP_POINT} words cur program command='' i
   read -ra words <<<"$line"
   [[ $line == *[[:space:]] ]] && words+=('')

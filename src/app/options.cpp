@@ -180,6 +180,8 @@ run executes a command list without a window, send sends each COMMAND and prints
   --binary                   answers as <0D><0A>
   --show-commands            print the commands, too
   --show-times               print the time that each exchange took
+  --format text|csv|json     lines as in the window, or a record for each exchange
+  --fields N                 with csv: numeric answers alone, a column for each of N fields
   --log FILE                 append each line to FILE
   --verbose                  tell about connecting on standard error
 

@@ -32,6 +32,9 @@ constexpr Word<SerialParity> kParities[] = {
 constexpr Word<AnswerEnd> kReceiveModes[] = {
     {"terminator", AnswerEnd::kTerminator}, {"auto", AnswerEnd::kGap}, {"count", AnswerEnd::kCount}};
 
+constexpr Word<AnswerFormat> kFormats[] = {
+    {"text", AnswerFormat::kText}, {"csv", AnswerFormat::kCsv}, {"json", AnswerFormat::kJson}};
+
 }  // namespace
 
 std::optional<std::string> TerminatorValue(std::string_view text) {
@@ -100,6 +103,18 @@ constexpr RunOption kRunOptions[] = {
        return Take(o.run.Count, NumberValue<std::int32_t>(v, 0, CommandRunOptions::kLargestCount));
      },
      "a number of bytes from 0 to 1025"},
+    {"format",
+     [](Options& o, const char* v) {
+       const auto format = Find(kFormats, v);
+       if (format) o.run.Format = *format;
+       return format.has_value();
+     },
+     "text, csv or json"},
+    {"fields",
+     [](Options& o, const char* v) {
+       return Take(o.run.Fields, NumberValue<std::int32_t>(v, 1, CommandRunOptions::kMostFields));
+     },
+     "a number of columns from 1 to 8192"},
     {"log", [](Options& o, const char* v) { return TakeText(o.run.LogFile, v); }, "a file"},
     {"binary", [](Options& o, const char*) { return Switch(o.run.Binary); }, nullptr},
     {"show-commands", [](Options& o, const char*) { return Switch(o.run.ShowCommands); }, nullptr},
@@ -146,6 +161,7 @@ std::string Contradiction(const Options& options) {
     return "--binary needs --receive-mode auto or count";
   if (run.Count && run.ReceiveMode && run.ReceiveMode != AnswerEnd::kCount)
     return "--count needs --receive-mode count";
+  if (run.Fields && run.Format != AnswerFormat::kCsv) return "--fields needs --format csv";
   return {};
 }
 

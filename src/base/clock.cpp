@@ -2,6 +2,7 @@
 
 #include <locale.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <ctime>
 #include <string_view>
@@ -55,11 +56,33 @@ namespace {
 
 constexpr std::int64_t kMsPerSecond = 1000;
 
+// Before 1970, too, the milliseconds count forwards.
+std::int64_t MsOf(std::int64_t time_ms) { return (time_ms % kMsPerSecond + kMsPerSecond) % kMsPerSecond; }
+
+std::time_t SecondOf(std::int64_t time_ms) {
+  return static_cast<std::time_t>((time_ms - MsOf(time_ms)) / kMsPerSecond);
+}
+
+std::string ThreeDigits(std::int64_t ms) { return std::to_string(kMsPerSecond + ms).substr(1); }
+
 }  // namespace
 
+std::int64_t WallClockMs() {
+  const auto since_1970 = std::chrono::system_clock::now().time_since_epoch();
+  return std::chrono::floor<std::chrono::milliseconds>(since_1970).count();
+}
+
+std::string UtcTimeText(std::int64_t time_ms) {
+  const std::time_t second = SecondOf(time_ms);
+  std::tm utc{};
+  gmtime_r(&second, &utc);
+  char text[64];
+  const std::size_t length = std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%S.", &utc);
+  return std::string(text, length) + ThreeDigits(MsOf(time_ms)) + 'Z';
+}
+
 void TimeText::Append(std::int64_t time_ms, char decimal_sign, std::string& out) {
-  const std::int64_t ms = (time_ms % kMsPerSecond + kMsPerSecond) % kMsPerSecond;
-  const auto second = static_cast<std::time_t>((time_ms - ms) / kMsPerSecond);
+  const std::time_t second = SecondOf(time_ms);
   if (second != second_ || text_.empty()) {
     std::tm local{};
     localtime_r(&second, &local);
@@ -69,7 +92,7 @@ void TimeText::Append(std::int64_t time_ms, char decimal_sign, std::string& out)
   }
   out += text_;
   out += decimal_sign;
-  out.append(std::to_string(kMsPerSecond + ms), 1);
+  out += ThreeDigits(MsOf(time_ms));
 }
 
 }  // namespace kolvane::base

@@ -31,6 +31,12 @@ class SteadyClock final : public Clock {
 std::string DateTimeText(std::time_t when);
 std::string CurrentDateTimeText();
 
+/// Milliseconds since 1970 UTC.
+std::int64_t WallClockMs();
+
+/// A moment in that count as RFC 3339 has it, UTC: "2026-11-21T14:01:04.123Z".
+std::string UtcTimeText(std::int64_t time_ms);
+
 /// Writes moments in local time, "2026-11-21 15:01:04.123". Those of one second share their work.
 class TimeText {
  public:

@@ -118,6 +118,20 @@ bool IsUtf8(std::string_view text) {
   return true;
 }
 
+std::string Base64(std::string_view bytes) {
+  constexpr std::string_view kDigits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+  std::string out;
+  out.reserve((bytes.size() + 2) / 3 * 4);
+  for (std::size_t at = 0; at < bytes.size(); at += 3) {
+    const std::string_view three = bytes.substr(at, 3);
+    unsigned bits = 0;
+    for (std::size_t i = 0; i < 3; ++i)
+      bits = bits << 8 | (i < three.size() ? static_cast<unsigned char>(three[i]) : 0u);
+    for (std::size_t i = 0; i < 4; ++i) out += i <= three.size() ? kDigits[bits >> (18 - 6 * i) & 63] : '=';
+  }
+  return out;
+}
+
 bool IsAscii(std::string_view text) {
   std::uint64_t seen = 0;
   std::size_t i = 0;

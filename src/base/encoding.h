@@ -55,6 +55,9 @@ std::string_view Utf8Prefix(std::string_view text, std::size_t bytes);
 /// Whether `text` is well-formed.
 bool IsUtf8(std::string_view text);
 
+/// The bytes in Base64 (RFC 4648), with the "=" at the end.
+std::string Base64(std::string_view bytes);
+
 /// Whether every byte is below 128, so that all encodings here are the same.
 bool IsAscii(std::string_view text);
 

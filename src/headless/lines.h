@@ -14,7 +14,8 @@ namespace kolvane::headless {
 /// on them.
 class LinePane final : public pane::Pane {
  public:
-  LinePane(int descriptor, Messages& messages);
+  /// With `shows_lines` off only messages are shown, and what WriteRecord is given.
+  LinePane(int descriptor, Messages& messages, bool shows_lines = true);
 
   void AppendLine(LineKind kind, std::string_view line) override;
   /// An error is a message; other text goes on in the line in hand, for a host in one of its own.
@@ -25,14 +26,19 @@ class LinePane final : public pane::Pane {
   /// The exchange in hand is over: the line in hand is complete.
   void EndLine();
 
+  /// Writes a line of its own, an answer's for a host.
+  void WriteRecord(std::string_view record);
+
   /// 0, or why standard output took no more; nothing is written from then on.
   int error() const { return error_; }
 
  private:
   void Append(LineKind kind, std::string_view text);
   void WriteLine();
+  void Write(std::string_view line);
 
   int descriptor_;
+  bool shows_lines_;
   bool at_terminal_;
   Messages& messages_;
   LineKind kind_ = LineKind::kAnswer;

@@ -28,10 +28,11 @@ Terminal::Terminal(const RunSetup& setup)
       host_(setup.host),
       state_(setup.state),
       messages_(STDERR_FILENO, options_.Verbose, host_.wanted() ? &host_ : nullptr),
-      pane_(STDOUT_FILENO, messages_),
+      pane_(STDOUT_FILENO, messages_, options_.Format == AnswerFormat::kText),
       log_(state_.terminal.output, messages_),
       library_(setup.library_folder),
-      core_({state_.device, state_.connection, state_.terminal}, library_, {pane_, log_, messages_, *this}) {
+      core_({state_.device, state_.connection, state_.terminal}, library_, {pane_, log_, messages_, *this}),
+      records_(options_, state_.device, state_.terminal.last_answer, core_.clock, pane_) {
   terminal::ReceiveControls controls(state_.terminal.receive, state_.terminal.shown, core_.device, *this);
   controls.Load(core_.output);
   ApplyTerminalOptions(options_, controls, state_.terminal);
@@ -48,6 +49,10 @@ Terminal::~Terminal() {
 bool Terminal::Connect() {
   core_.connect.Press();
   if (!state_.device.connected) return false;
+  if (options_.Format != AnswerFormat::kText) {
+    records_.Begin();
+    core_.exchange.Listen(&records_);
+  }
   if (!options_.LogFile.empty()) {
     log_.OpenLog(options_.LogFile);
     log_.PressRecord();

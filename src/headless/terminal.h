@@ -5,6 +5,7 @@
 #include "device/loaded_port_library.h"
 #include "headless/lines.h"
 #include "headless/messages.h"
+#include "headless/records.h"
 #include "kolvane/CommandRun.h"
 #include "script/script_state.h"
 #include "terminal/log.h"
@@ -71,6 +72,7 @@ class Terminal final : private terminal::ConnectionView, private terminal::Recei
   terminal::LogControl log_;
   device::LazyPortLibrary library_;
   terminal::TerminalCore core_;
+  RecordWriter records_;
   std::string modem_word_;  ///< the last one while dialling
   bool stopped_ = false;
 };

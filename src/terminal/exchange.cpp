@@ -16,6 +16,12 @@ Exchange::Exchange(Session& session, const Options& options, Output& output, con
       decimal_sign_(std::move(decimal_sign)) {}
 
 ExchangeResult Exchange::Run(std::string_view command, Sender sender) {
+  const ExchangeResult result = Carry(command, sender);
+  if (listener_ != nullptr) listener_->ExchangeEnded(command, result);
+  return result;
+}
+
+ExchangeResult Exchange::Carry(std::string_view command, Sender sender) {
   ExchangeResult result;
   const double start = Start(sender);
   result.sent = session_.SendCommand(command);

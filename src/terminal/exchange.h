@@ -26,6 +26,14 @@ struct ExchangeResult {
   bool Failed() const { return sent != Sent::kWritten || (answer_due && !answered); }
 };
 
+/// Is told of each exchange that has ended, whatever is shown of it.
+class ExchangeListener {
+ public:
+  virtual ~ExchangeListener() = default;
+  /// TerminalState::last_answer is this exchange's where an answer was due.
+  virtual void ExchangeEnded(std::string_view command, const ExchangeResult& result) = 0;
+};
+
 /// One command and its answer: send, echo, check for a word that ends the exchange, read, time. The command
 /// line, the command list and runs without a window all exchange through this.
 class Exchange {
@@ -37,7 +45,11 @@ class Exchange {
   /// Throws what Session::GetAnswer throws, once the command has been sent and echoed.
   ExchangeResult Run(std::string_view command, Sender sender);
 
+  /// One at a time, which outlives this object or is taken back with null.
+  void Listen(ExchangeListener* listener) { listener_ = listener; }
+
  private:
+  ExchangeResult Carry(std::string_view command, Sender sender);
   double Start(Sender sender) const;
   double Milliseconds(Sender sender) const;
   void ShowTime(double start, Sender sender);
@@ -47,6 +59,7 @@ class Exchange {
   Output& output_;
   const base::Clock& clock_;
   std::string decimal_sign_;
+  ExchangeListener* listener_ = nullptr;
 };
 
 }  // namespace kolvane::terminal

@@ -92,6 +92,7 @@ PostSendRule Session::PostSendCheck(std::string_view command) {
 bool Session::GetAnswer() {
   device_.ClearLastError();
   answer_.clear();
+  state_.last_answer.bytes.clear();
   const bool received = ReadAnswer();
   state_.last_answer.text.swap(answer_);
   return received;
@@ -140,7 +141,7 @@ bool Session::ReadToGap() {
     gathered_ += static_cast<char>(buffer_.front());
     if (gathered_.size() == 1) device_.SetTimeout(kGapMs);
   }
-  AppendDisplayForm(gathered_, state_.receive.binary_display != 0, answer_);
+  TakeBytes();
   output_.AddLine(LineKind::kAnswer, answer_);
   return !gathered_.empty();
 }
@@ -155,11 +156,17 @@ bool Session::ReadCounted() {
     failed = FetchError();
     if (!failed) {
       gathered_.assign(buffer_.begin(), buffer_.begin() + static_cast<std::ptrdiff_t>(received));
-      AppendDisplayForm(gathered_, state_.receive.binary_display != 0, answer_);
+      TakeBytes();
     }
   }
   output_.AddLine(failed ? LineKind::kError : LineKind::kAnswer, answer_);
   return !failed;
+}
+
+void Session::TakeBytes() {
+  const bool binary = state_.receive.binary_display != 0;
+  AppendDisplayForm(gathered_, binary, answer_);
+  if (binary) state_.last_answer.bytes = gathered_;
 }
 
 bool Session::FetchError() {

@@ -72,6 +72,7 @@ class Session {
   bool ReadToTerminator();
   bool ReadToGap();
   bool ReadCounted();
+  void TakeBytes();
   /// Whether the last operation failed; its description is the answer then.
   bool FetchError();
 

@@ -47,6 +47,7 @@ struct ReceiveShown {
 /// The most recent answer, or the description of the error that came in its place.
 struct LastAnswer {
   std::string text;
+  std::string bytes;  ///< as they came, where the text shows each as <0D>
   /// The text split at every comma; an empty text is one empty field.
   std::vector<std::string> Fields() const;
 };

@@ -29,12 +29,13 @@ class CsvWriter {
   void Append(const Row& row, std::string& out);
 
  private:
-  void AppendText(std::string_view text, std::string& out) const;
-
   CsvForm form_;
   std::size_t fields_;
   base::TimeText time_;
 };
+
+/// A cell of text, quoted where that is needed.
+void AppendText(std::string_view text, char separator, std::string& out);
 
 /// The shortest decimal text that reads back as the same number.
 void AppendNumber(double value, char decimal_sign, std::string& out);

@@ -1,6 +1,5 @@
 #include "values/row.h"
 
-#include <chrono>
 #include <cmath>
 
 #include "base/number.h"
@@ -8,10 +7,7 @@
 
 namespace kolvane::values {
 
-Moment Now(const base::Clock& clock) {
-  const auto since_1970 = std::chrono::system_clock::now().time_since_epoch();
-  return {std::chrono::floor<std::chrono::milliseconds>(since_1970).count(), clock.Seconds()};
-}
+Moment Now(const base::Clock& clock) { return {base::WallClockMs(), clock.Seconds()}; }
 
 std::optional<Row> RowMaker::Make(Moment moment, std::string_view command, std::string_view answer) {
   fields_.clear();

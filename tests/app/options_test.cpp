@@ -117,6 +117,8 @@ TEST(Options, HelpNamesEveryCallAndOption) {
                            "--binary",
                            "--show-commands",
                            "--show-times",
+                           "--format text|csv|json",
+                           "--fields N",
                            "--log FILE",
                            "--verbose"})
     EXPECT_NE(help.find(word), std::string::npos) << word;

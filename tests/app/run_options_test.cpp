@@ -111,6 +111,20 @@ TEST(RunOptions, ACountIsAReceiveMode) {
   EXPECT_TRUE(Given({"--binary", "--count", "5"}).Binary);
 }
 
+TEST(RunOptions, TakeTheFormatOfAnswers) {
+  EXPECT_EQ(Given({}).Format, AnswerFormat::kText);
+  EXPECT_EQ(Given({"--format", "text"}).Format, AnswerFormat::kText);
+  EXPECT_EQ(Given({"--format", "JSON"}).Format, AnswerFormat::kJson);
+  EXPECT_EQ(Given({"--format", "csv", "--fields", "8192"}).Fields, 8192);
+  EXPECT_EQ(Refusal({"--format", "xml"}), "--format takes text, csv or json, not 'xml'");
+  EXPECT_EQ(Refusal({"--format", "csv", "--fields", "0"}),
+            "--fields takes a number of columns from 1 to 8192, not '0'");
+  EXPECT_EQ(Refusal({"--format", "csv", "--fields", "8193"}),
+            "--fields takes a number of columns from 1 to 8192, not '8193'");
+  EXPECT_EQ(Refusal({"--fields", "2"}), "--fields needs --format csv");
+  EXPECT_EQ(Refusal({"--fields", "2", "--format", "json"}), "--fields needs --format csv");
+}
+
 TEST(RunOptions, TakeWhatIsShownAndLogged) {
   const CommandRunOptions run = Given({"--show-commands", "--show-times", "--log", "a b.LOG"});
   EXPECT_TRUE(run.ShowCommands);

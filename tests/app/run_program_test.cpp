@@ -53,6 +53,31 @@ TEST_F(RunProgramTest, PrintsCommandsOnRequest) {
   ExpectDone(Send({"ECHO eins", "--show-commands"}), "ECHO eins\neins\n");
 }
 
+TEST_F(RunProgramTest, PrintsRecordsOnRequest) {
+  const std::string rows = "$SILENT ON\r\nECHO 1,2.50\r\nECHO x\r\nSTP\r\n";
+  const std::regex local("\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3}");
+  const Outcome csv = Run(rows, {"--format", "csv"});
+  EXPECT_EQ(std::regex_replace(csv.out, local, "T"),
+            "time,command,status,answer\n"
+            "T,\"ECHO 1,2.50\",0,\"1,2.50\"\nT,ECHO x,0,x\nT,STP,0,\n");
+  const Outcome numbers = Run(rows, {"--format", "csv", "--fields", "3", "--show-commands"});
+  EXPECT_EQ(std::regex_replace(numbers.out, local, "T"),
+            "time,command,field1,field2,field3\nT,\"ECHO 1,2.50\",1,2.5,\n");
+  const Outcome json = Send({"ECHO 1,2.50", "--format", "json"});
+  const std::regex utc("\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\d\\.\\d{3}Z");
+  EXPECT_EQ(
+      std::regex_replace(json.out, utc, "T"),
+      "{\"time\":\"T\",\"command\":\"ECHO 1,2.50\",\"status\":0,\"answer\":\"1,2.50\",\"fields\":[1.0,2.5]}\n");
+  EXPECT_EQ(csv.err + numbers.err + json.err, "");
+}
+
+TEST_F(RunProgramTest, ARunWithoutAConnectionPrintsNoRecord) {
+  const Outcome outcome =
+      RunProgram({"send", "A", "--connect", "TCPIP::localhost::1::SOCKET", "--format", "csv"}, {});
+  EXPECT_EQ(outcome.status, 3);
+  EXPECT_EQ(outcome.out, "");
+}
+
 TEST_F(RunProgramTest, AnEmptyCommandIsTheTerminatorAlone) {
   Instrument instrument([](const std::string& line) { return "<" + line + ">\r\n"; });
   ExpectDone(RunProgram({"send", "", "A", "--connect", instrument.Resource()}), "<>\n<A>\n");

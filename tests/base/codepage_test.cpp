@@ -48,5 +48,14 @@ TEST(CodePage, EveryByteIsInside) {
   }
 }
 
+TEST(Base64, IsThatOfTheStandard) {
+  EXPECT_EQ(Base64(""), "");
+  EXPECT_EQ(Base64("f"), "Zg==");
+  EXPECT_EQ(Base64("fo"), "Zm8=");
+  EXPECT_EQ(Base64("foo"), "Zm9v");
+  EXPECT_EQ(Base64("foobar"), "Zm9vYmFy");
+  EXPECT_EQ(Base64(std::string_view("\xFB\xFF\0", 3)), "+/8A");
+}
+
 }  // namespace
 }  // namespace kolvane::base

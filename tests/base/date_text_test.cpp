@@ -21,6 +21,11 @@ TEST(DateText, FallsBackWhereTheLocaleIsNotInstalled) {
   EXPECT_EQ(DateTimeText(0), "01.01.1970 00:00:00");
 }
 
+TEST(UtcTimeText, IsRfc3339) {
+  EXPECT_EQ(UtcTimeText(1792828800007), "2026-10-24T08:00:00.007Z");
+  EXPECT_EQ(UtcTimeText(-1), "1969-12-31T23:59:59.999Z");
+}
+
 TEST(TimeText, IsDateAndTimeOfDayToTheMillisecond) {
   setenv("TZ", "UTC", 1);
   tzset();

@@ -93,6 +93,30 @@ TEST_F(ExchangeTest, AQueryHasItsQuestionMarkOutsideQuotes) {
     EXPECT_FALSE(IsQuery(other)) << other;
 }
 
+class Listener final : public ExchangeListener {
+ public:
+  explicit Listener(const TerminalState& state) : state_(state) {}
+  void ExchangeEnded(std::string_view command, const ExchangeResult& result) override {
+    told.push_back(std::string(command) + (result.Failed() ? " failed " : " ") + state_.last_answer.text);
+  }
+  std::vector<std::string> told;
+
+ private:
+  const TerminalState& state_;
+};
+
+TEST_F(ExchangeTest, TellsOfEachEndWhateverIsShown) {
+  Listener listener(state);
+  exchange.Listen(&listener);
+  state.output.SilentMode = true;
+  device.text_answers = {"1,2\r\n"};
+  exchange.Run("A?", Sender::kList);
+  exchange.Run("B?", Sender::kUser);
+  exchange.Listen(nullptr);
+  exchange.Run("C?", Sender::kList);
+  EXPECT_EQ(listener.told, (std::vector<std::string>{"A? 1,2", "B? failed " + state.last_answer.text}));
+}
+
 TEST_F(ExchangeTest, TheUsersTimesAreOfSinglePrecision) {
   EXPECT_EQ(TimeShown(Sender::kUser, 0, 0.0035), "(dt = 3,5 ms)\r\n");
   EXPECT_EQ(TimeShown(Sender::kUser, 100000, 100000.001), "(dt = 0 ms)\r\n");

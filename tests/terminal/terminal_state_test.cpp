@@ -26,12 +26,12 @@ TEST(TerminalState, BeginsAsAFirstStartDoes) {
 }
 
 TEST(LastAnswer, IsSplitAtEveryComma) {
-  EXPECT_EQ(LastAnswer{"1,2,3"}.Fields(), (Fields{"1", "2", "3"}));
-  EXPECT_EQ(LastAnswer{"12.5"}.Fields(), Fields{"12.5"});
-  EXPECT_EQ(LastAnswer{""}.Fields(), Fields{""});
-  EXPECT_EQ(LastAnswer{","}.Fields(), (Fields{"", ""}));
-  EXPECT_EQ(LastAnswer{"a,, b ,"}.Fields(), (Fields{"a", "", " b ", ""}));
-  EXPECT_EQ(LastAnswer{"Größe,µm"}.Fields(), (Fields{"Größe", "µm"}));
+  EXPECT_EQ((LastAnswer{"1,2,3", {}}).Fields(), (Fields{"1", "2", "3"}));
+  EXPECT_EQ((LastAnswer{"12.5", {}}).Fields(), Fields{"12.5"});
+  EXPECT_EQ((LastAnswer{"", {}}).Fields(), Fields{""});
+  EXPECT_EQ((LastAnswer{",", {}}).Fields(), (Fields{"", ""}));
+  EXPECT_EQ((LastAnswer{"a,, b ,", {}}).Fields(), (Fields{"a", "", " b ", ""}));
+  EXPECT_EQ((LastAnswer{"Größe,µm", {}}).Fields(), (Fields{"Größe", "µm"}));
 }
 
 TEST(Options, ToggleOneMarkEach) {
