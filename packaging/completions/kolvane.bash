@@ -40,8 +40,9 @@ _kolvane_values() {
     --send-terminator | --receive-terminator) _kolvane_words LF CR CRLF NONE ;;
     --receive-mode) _kolvane_words terminator auto count ;;
     --format) _kolvane_words text csv json ;;
-    --log) _kolvane_files '' ;;
-    --timeout | --count | --fields) ;;
+    --log | --template) _kolvane_files '' ;;
+    --repeat) _kolvane_words all ;;
+    --timeout | --count | --fields | --offset) ;;
     *) return 1 ;;
   esac
 }
@@ -54,7 +55,7 @@ _kolvane_trim() {
 }
 
 _kolvane() {
-  local window='--mode --demo --folder --help --version run send check ports help'
+  local window='--mode --demo --folder --help --version run send check ports dump decode help'
   local run='--connect --baud --parity --data-bits --stop-bits --timeout --send-terminator --receive-terminator
     --receive-mode --count --binary --show-commands --show-times --format --fields --log --verbose --folder'
   local line=${COMP_LINE:0:COMP_POINT} words cur program command='' i
@@ -66,7 +67,7 @@ _kolvane() {
   for ((i = 1; i < ${#words[@]} - 1; i++)); do
     case ${words[i]} in
       --mode | --folder) ((i++)) ;;
-      run | send | check | ports | help) command=${words[i]}; break ;;
+      run | send | check | ports | dump | decode | help) command=${words[i]}; break ;;
     esac
   done
 
@@ -81,6 +82,10 @@ _kolvane() {
     _kolvane_files .cmd
   elif [[ $command == run || $command == send && $cur == -* ]]; then
     _kolvane_words $run
+  elif [[ $command == decode && $cur == -* ]]; then
+    _kolvane_words --template --offset --motorola --repeat --format
+  elif [[ $command == dump || $command == decode ]]; then
+    _kolvane_files ''
   elif [[ -z $command ]]; then
     _kolvane_words $window
   fi

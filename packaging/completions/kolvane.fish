@@ -9,11 +9,13 @@ end
 
 complete -c kolvane -f
 
-set -l window 'not __fish_seen_subcommand_from run send check ports help'
+set -l window 'not __fish_seen_subcommand_from run send check ports dump decode help'
 complete -c kolvane -n $window -a run -d 'Execute a command list'
 complete -c kolvane -n $window -a send -d 'Send commands'
 complete -c kolvane -n $window -a check -d 'Check command lists'
 complete -c kolvane -n $window -a ports -d 'List what can be connected to'
+complete -c kolvane -n $window -a dump -d 'Print a hex dump'
+complete -c kolvane -n $window -a decode -d 'Print the fields of a template'
 complete -c kolvane -n $window -a help -d 'Print a summary'
 complete -c kolvane -n $window -l mode -x -a 2 -d 'Operating mode'
 complete -c kolvane -n $window -l demo -d 'Terminal connected to a simulated amplifier'
@@ -40,3 +42,11 @@ complete -c kolvane -n $run -l format -x -a 'text csv json' -d 'Lines or records
 complete -c kolvane -n $run -l fields -x -d 'Numeric answers alone, with so many columns'
 complete -c kolvane -n $run -l log -r -F -d 'Append each line to a file'
 complete -c kolvane -n $run -l verbose -d 'Tell about connecting'
+
+complete -c kolvane -n '__fish_seen_subcommand_from dump decode' -F
+set -l decode '__fish_seen_subcommand_from decode'
+complete -c kolvane -n $decode -l template -r -F -d 'Format template'
+complete -c kolvane -n $decode -l offset -x -d 'Begin at this byte'
+complete -c kolvane -n $decode -l motorola -d 'High byte first'
+complete -c kolvane -n $decode -l repeat -x -a all -d 'So many records'
+complete -c kolvane -n $decode -l format -x -a 'text csv json' -d 'Lines or records'

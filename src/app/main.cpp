@@ -17,6 +17,7 @@
 #include "app/port_listing.h"
 #include "app/signals.h"
 #include "kolvane/CommandRun.h"
+#include "kolvane/Decode.h"
 #include "kolvane/ListCheck.h"
 #include "kolvane/MainClass.h"
 #include "kolvane/Ports.h"
@@ -84,6 +85,11 @@ int ListPorts() {
   return Print(kolvane::app::PortTable(ports));
 }
 
+int Tell(const kolvane::DecodeResult& result) {
+  if (!result.Problem.empty()) std::fprintf(stderr, "kolvane: %s\n", result.Problem.c_str());
+  return result.Status;
+}
+
 int Run(const Options& options) {
   switch (options.action) {
     case Options::Action::kOpen:
@@ -97,6 +103,10 @@ int Run(const Options& options) {
       return CheckLists(options);
     case Options::Action::kPorts:
       return ListPorts();
+    case Options::Action::kDump:
+      return Tell(kolvane::DumpFile(options.words.front()));
+    case Options::Action::kDecode:
+      return Tell(kolvane::DecodeFile(options.decode));
     case Options::Action::kHelp:
       return Print(kolvane::app::HelpText());
     case Options::Action::kVersion:

@@ -7,6 +7,7 @@
 #include <limits>
 #include <string_view>
 
+#include "app/decode_options.h"
 #include "app/run_options.h"
 
 namespace kolvane::app {
@@ -106,12 +107,15 @@ void ParseCommand(int argc, char** argv, Options& options) {
     return;
   }
   if (IsListName(command)) return ParseList(argc, argv, options);
-  if (command != "run" && command != "send" && command != "check" && command != "ports")
+  constexpr std::string_view kCommands[] = {"run", "send", "check", "ports", "dump", "decode"};
+  if (std::ranges::find(kCommands, command) == std::end(kCommands))
     return Refuse(options, "unknown command '" + std::string(command) + "'");
   if (options.action == Options::Action::kDemo) return Refuse(options, "--demo takes no command");
   if (options.mode) return Refuse(options, "--mode takes no command");
   if (command == "check") return ParseCheck(argc, argv, options);
   if (command == "ports") return ParsePorts(argc, argv, options);
+  if (command == "dump") return ParseDumpOptions(argc, argv, options);
+  if (command == "decode") return ParseDecodeOptions(argc, argv, options);
   options.action = command == "run" ? Options::Action::kRun : Options::Action::kSend;
   ParseRunOptions(argc, argv, options);
 }
@@ -152,6 +156,8 @@ std::string HelpText() {
        kolvane send COMMAND... [--connect RESOURCE] [OPTION]...
        kolvane check LIST.CMD...
        kolvane ports
+       kolvane dump FILE|-
+       kolvane decode FILE|- --template T.BNS [OPTION]...
        kolvane help
 The command terminal for measurement amplifiers and other line-oriented ASCII instruments.
 
@@ -190,6 +196,15 @@ is refused when it gets there, FILE:ROW: Hinweis: TEXT for what is odd. Exit sta
 2 a list cannot be read.
 
 ports lists what can be connected to, one line each: RESOURCE, device node, description.
+
+dump prints a hex dump of a file, or of standard input, as the binary inspector shows it.
+
+decode prints the fields of a format template, a line each:
+  --template T.BNS           the template
+  --offset N                 begin at byte N (0x for hexadecimal)
+  --motorola                 high byte first
+  --repeat N|all             so many records, one after the other; one without it
+  --format text|csv|json     lines, a row a record, or an object a record
 
 Exit status otherwise: 0 done, 1 stopped (an error in the list, a signal; the window could not be opened), 2 usage,
 3 no connection, 4 done but at least one answer failed.

@@ -6,19 +6,34 @@
 #include <vector>
 
 #include "kolvane/CommandRun.h"
+#include "kolvane/Decode.h"
 
 namespace kolvane::app {
 
 /// What the command line asks for.
 struct Options {
-  enum class Action { kOpen, kDemo, kRun, kSend, kCheck, kPorts, kHelp, kVersion, kUsageError };
+  enum class Action {
+    kOpen,
+    kDemo,
+    kRun,
+    kSend,
+    kCheck,
+    kPorts,
+    kDump,
+    kDecode,
+    kHelp,
+    kVersion,
+    kUsageError
+  };
   Action action = Action::kOpen;
   std::optional<std::int16_t> mode;  ///< with kOpen alone
   std::string folder;
-  CommandRunOptions run;           ///< with kRun and kSend
-  std::vector<std::string> words;  ///< with kOpen the list to open, if any, with kRun the one list, with
-                                   ///< kSend the commands, with kCheck the lists, at least one
-  std::string error;               ///< one line, with kUsageError
+  CommandRunOptions run;  ///< with kRun and kSend
+  DecodeOptions decode;   ///< with kDecode
+  /// With kOpen the list to open, if any, with kRun the one list, with kSend the commands, with kCheck the
+  /// lists (at least one), with kDump the file.
+  std::vector<std::string> words;
+  std::string error;  ///< one line, with kUsageError
 };
 
 /// Reads the arguments after the program's name; never exits and never prints.

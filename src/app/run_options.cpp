@@ -45,6 +45,8 @@ std::optional<std::string> TerminatorValue(std::string_view text) {
 
 std::optional<SerialParity> ParityValue(std::string_view text) { return Find(kParities, text); }
 
+std::optional<AnswerFormat> FormatValue(std::string_view text) { return Find(kFormats, text); }
+
 std::optional<AnswerEnd> ReceiveModeValue(std::string_view text) { return Find(kReceiveModes, text); }
 
 namespace {
@@ -105,7 +107,7 @@ constexpr RunOption kRunOptions[] = {
      "a number of bytes from 0 to 1025"},
     {"format",
      [](Options& o, const char* v) {
-       const auto format = Find(kFormats, v);
+       const auto format = FormatValue(v);
        if (format) o.run.Format = *format;
        return format.has_value();
      },

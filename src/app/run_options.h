@@ -13,10 +13,10 @@ namespace kolvane::app {
 
 /// Digits, with a sign in front where `smallest` is negative.
 template <typename Number>
-std::optional<Number> NumberValue(std::string_view text, Number smallest, Number largest) {
+std::optional<Number> NumberValue(std::string_view text, Number smallest, Number largest, int base = 10) {
   Number value{};
   const char* end = text.data() + text.size();
-  const auto result = std::from_chars(text.data(), end, value);
+  const auto result = std::from_chars(text.data(), end, value, base);
   const bool whole = result.ec == std::errc() && result.ptr == end;
   return whole && value >= smallest && value <= largest ? std::optional(value) : std::nullopt;
 }
@@ -26,6 +26,9 @@ std::optional<std::string> TerminatorValue(std::string_view text);
 
 /// none, even and odd.
 std::optional<SerialParity> ParityValue(std::string_view text);
+
+/// text, csv and json.
+std::optional<AnswerFormat> FormatValue(std::string_view text);
 
 /// terminator, auto and count.
 std::optional<AnswerEnd> ReceiveModeValue(std::string_view text);

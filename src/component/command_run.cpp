@@ -8,6 +8,7 @@
 #include "component/folder.h"
 #include "component/settings.h"
 #include "device/connection_form.h"
+#include "headless/decode.h"
 #include "headless/options.h"
 #include "headless/ports.h"
 #include "headless/resource_name.h"
@@ -75,6 +76,12 @@ CommandRunStatus SendCommands(const std::vector<std::string>& Commands, const Co
 std::vector<CheckedCommandList> CheckCommandLists(const std::vector<std::string>& Files) {
   return headless::CheckFiles(Files);
 }
+
+DecodeResult DecodeFile(const DecodeOptions& Options) {
+  return headless::Decode(Options, STDOUT_FILENO, STDERR_FILENO);
+}
+
+DecodeResult DumpFile(const std::string& File) { return headless::Dump(File, STDOUT_FILENO); }
 
 std::vector<Port> ListPorts() { return headless::Ports(component::OwnFolder()); }
 

@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
+#include "base/csv.h"
 #include "base/encoding.h"
 
 namespace kolvane::headless {
@@ -97,9 +98,9 @@ std::string RecordWriter::CsvRecord(const values::Moment& moment, std::string_vi
   std::string record;
   time_.Append(moment.time_ms, '.', record);
   record += kSeparator;
-  values::AppendText(command, kSeparator, record);
+  base::AppendCsvText(command, kSeparator, record);
   record += kSeparator + std::to_string(status) + kSeparator;
-  values::AppendText(answer, kSeparator, record);
+  base::AppendCsvText(answer, kSeparator, record);
   return record;
 }
 

@@ -4,12 +4,14 @@
 #include <bit>
 #include <cstdint>
 #include <optional>
+#include <span>
 
 #include "inspect/hex_dump.h"
 
 namespace kolvane::inspect {
 
 using ByteBuffer = std::array<std::uint8_t, 257>;
+using ByteSpan = std::span<const std::uint8_t>;
 
 /// The value with its bytes in reverse order; a single is swapped as a bit pattern.
 constexpr std::int16_t BSwapS(std::int16_t value) {
@@ -26,50 +28,49 @@ constexpr float BSwapF(float value) {
   return std::bit_cast<float>(BSwapL(std::bit_cast<std::int32_t>(value)));
 }
 
-/// Values in the byte buffer, in the machine's order (low byte first) or, where `network_order` is set, the
-/// other one. Nothing where the first byte lies outside the buffer; bytes behind its end count as 0.
+/// Values in a buffer, in the machine's order (low byte first) or, where `network_order` is set, the other
+/// one. Nothing where the first byte lies outside the buffer; bytes after its end count as 0.
 
 template <std::size_t kBytes>
-std::optional<std::uint64_t> BitsAt(const ByteBuffer& buffer, std::int32_t offset) {
-  if (offset < 0 || static_cast<std::size_t>(offset) >= buffer.size()) return std::nullopt;
+std::optional<std::uint64_t> BitsAt(ByteSpan bytes, std::int32_t offset) {
+  if (offset < 0 || static_cast<std::size_t>(offset) >= bytes.size()) return std::nullopt;
   const auto first = static_cast<std::size_t>(offset);
   std::uint64_t bits = 0;
-  for (std::size_t i = 0; i < kBytes && first + i < buffer.size(); ++i)
-    bits |= static_cast<std::uint64_t>(buffer[first + i]) << (8 * i);
+  for (std::size_t i = 0; i < kBytes && first + i < bytes.size(); ++i)
+    bits |= static_cast<std::uint64_t>(bytes[first + i]) << (8 * i);
   return bits;
 }
 
-inline std::optional<std::uint8_t> ByteAt(const ByteBuffer& buffer, std::int32_t offset) {
-  const auto bits = BitsAt<1>(buffer, offset);
+inline std::optional<std::uint8_t> ByteAt(ByteSpan bytes, std::int32_t offset) {
+  const auto bits = BitsAt<1>(bytes, offset);
   if (!bits) return std::nullopt;
   return static_cast<std::uint8_t>(*bits);
 }
 
-inline std::optional<std::int16_t> ShortAt(const ByteBuffer& buffer, std::int32_t offset,
-                                           bool network_order) {
-  const auto bits = BitsAt<2>(buffer, offset);
+inline std::optional<std::int16_t> ShortAt(ByteSpan bytes, std::int32_t offset, bool network_order) {
+  const auto bits = BitsAt<2>(bytes, offset);
   if (!bits) return std::nullopt;
   const auto value = static_cast<std::int16_t>(*bits);
   return network_order ? BSwapS(value) : value;
 }
 
-inline std::optional<std::int32_t> LongAt(const ByteBuffer& buffer, std::int32_t offset, bool network_order) {
-  const auto bits = BitsAt<4>(buffer, offset);
+inline std::optional<std::int32_t> LongAt(ByteSpan bytes, std::int32_t offset, bool network_order) {
+  const auto bits = BitsAt<4>(bytes, offset);
   if (!bits) return std::nullopt;
   const auto value = static_cast<std::int32_t>(*bits);
   return network_order ? BSwapL(value) : value;
 }
 
-inline std::optional<float> FloatAt(const ByteBuffer& buffer, std::int32_t offset, bool network_order) {
-  const auto bits = BitsAt<4>(buffer, offset);
+inline std::optional<float> FloatAt(ByteSpan bytes, std::int32_t offset, bool network_order) {
+  const auto bits = BitsAt<4>(bytes, offset);
   if (!bits) return std::nullopt;
   const auto value = std::bit_cast<float>(static_cast<std::uint32_t>(*bits));
   return network_order ? BSwapF(value) : value;
 }
 
 /// Doubles know no network order.
-inline std::optional<double> DoubleAt(const ByteBuffer& buffer, std::int32_t offset) {
-  const auto bits = BitsAt<8>(buffer, offset);
+inline std::optional<double> DoubleAt(ByteSpan bytes, std::int32_t offset) {
+  const auto bits = BitsAt<8>(bytes, offset);
   if (!bits) return std::nullopt;
   return std::bit_cast<double>(*bits);
 }

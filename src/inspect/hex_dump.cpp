@@ -12,6 +12,10 @@ namespace {
 
 using Line = std::array<char, kLineLength>;
 
+constexpr char CharacterOf(std::uint8_t byte) {
+  return byte >= 32 && byte <= 127 ? static_cast<char>(byte) : '.';
+}
+
 class DumpWriter {
  public:
   explicit DumpWriter(std::size_t digits) {
@@ -57,8 +61,7 @@ class DumpWriter {
     for (Position byte = 0; byte < kBytesPerLine; ++byte) {
       const auto at = static_cast<std::size_t>(ByteColumn(byte));
       const std::uint8_t value = HexPair(line_[at], line_[at + 1]);
-      line_[static_cast<std::size_t>(kCharacters + byte)] =
-          value >= 32 && value <= 127 ? static_cast<char>(value) : '.';
+      line_[static_cast<std::size_t>(kCharacters + byte)] = CharacterOf(value);
     }
     dump_.append(line_.data(), line_.size());
     ++lines_;
@@ -88,6 +91,58 @@ std::string BuildDump(std::string_view marked) {
     if (!IsBracket(marked[i])) writer.Put(marked[i], i + 2 == marked.size());
   }
   return writer.Take();
+}
+
+void AppendDumpLine(std::uint64_t offset, std::string_view bytes, std::string& out) {
+  const std::string number = std::to_string(offset);
+  if (number.size() < 4) out.append(4 - number.size(), '0');
+  out += number;
+  if (number.size() != static_cast<std::size_t>(kOffsetWidth)) out += ' ';
+  std::string text(static_cast<std::size_t>(kLineText - kOffsetWidth), ' ');
+  for (std::size_t i = 0; i < static_cast<std::size_t>(kBytesPerLine); ++i) {
+    constexpr std::string_view kDigits = "0123456789ABCDEF";
+    const auto byte = i < bytes.size() ? static_cast<std::uint8_t>(bytes[i]) : std::uint8_t{0};
+    const auto column = static_cast<std::size_t>(ByteColumn(static_cast<Position>(i)) - kOffsetWidth);
+    if (i < bytes.size()) {
+      text[column] = kDigits[byte >> 4];
+      text[column + 1] = kDigits[byte & 15];
+    }
+    text[static_cast<std::size_t>(kCharacters - kOffsetWidth) + i] = CharacterOf(byte);
+  }
+  out += text;
+}
+
+std::string DumpOfBytes(std::string_view bytes) {
+  std::string dump;
+  dump.reserve((bytes.size() / static_cast<std::size_t>(kBytesPerLine) + 1) *
+               static_cast<std::size_t>(kLineLength));
+  for (std::size_t at = 0; at < bytes.size(); at += static_cast<std::size_t>(kBytesPerLine)) {
+    AppendDumpLine(at, bytes.substr(at, static_cast<std::size_t>(kBytesPerLine)), dump);
+    dump += "\r\n";
+  }
+  return dump;
+}
+
+std::string BytesOf(std::string_view dump) {
+  std::string bytes;
+  for (std::size_t line = 0; line + 1 < dump.size(); line += static_cast<std::size_t>(kLineLength)) {
+    for (Position byte = 0; byte < kBytesPerLine; ++byte) {
+      const std::size_t at = line + static_cast<std::size_t>(ByteColumn(byte));
+      // Only the last line may end early; a space further left was marked as a digit.
+      if (dump.substr(at, line + static_cast<std::size_t>(kHexEnd) - at).find_first_not_of(' ') ==
+          std::string_view::npos)
+        break;
+      bytes += static_cast<char>(HexPair(dump[at], dump[at + 1]));
+    }
+  }
+  return bytes;
+}
+
+std::size_t ByteAtPlace(Position place) {
+  const Position column = ColumnOf(place);
+  Position byte = 0;
+  while (byte + 1 < kBytesPerLine && ByteColumn(byte + 1) <= column) ++byte;
+  return static_cast<std::size_t>(place / kLineLength * kBytesPerLine + byte);
 }
 
 }  // namespace kolvane::inspect

@@ -81,4 +81,26 @@ constexpr std::uint8_t HexPair(char first, char second) {
 /// front of it is lost. Both texts are Windows-1252. Throws RuntimeError kOverflow beyond 2047 lines.
 std::string BuildDump(std::string_view marked);
 
+/// The most bytes that a dump holds.
+inline constexpr std::size_t kMostDumpBytes = 2047 * 16;
+
+/// The dump of bytes, at most kMostDumpBytes: what BuildDump gives for them.
+std::string DumpOfBytes(std::string_view bytes);
+
+/// Appends the line of at most sixteen bytes, without its end; `offset` is that of the first one. From 100000
+/// on the offset makes the line longer.
+void AppendDumpLine(std::uint64_t offset, std::string_view bytes, std::string& out);
+
+/// The bytes of a dump. A single digit at its end is a byte, too.
+std::string BytesOf(std::string_view dump);
+
+/// Where the first digit of a byte stands.
+constexpr Position PlaceOfByte(std::size_t byte) {
+  const auto at = static_cast<Position>(byte);
+  return at / kBytesPerLine * kLineLength + ByteColumn(at % kBytesPerLine);
+}
+
+/// The byte whose digits stand at `place`, or that before a place where none do; 0 in front of the first.
+std::size_t ByteAtPlace(Position place);
+
 }  // namespace kolvane::inspect

@@ -1,51 +1,14 @@
 #pragma once
 
-#include <array>
-#include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
+#include <variant>
 #include <vector>
 
 #include "inspect/byte_values.h"
+#include "inspect/template_file.h"
 
 namespace kolvane::inspect {
-
-/// The bits of a value that a field line names. A single bit is moved down to 0 or 1, several stay where they
-/// are; bits from 15 on and below 0 never enter the mask. A range without bits has divisor 0.
-struct BitRange {
-  std::int16_t mask = 0;
-  std::int16_t divisor = 0;
-};
-
-BitRange BitsFromTo(std::int16_t first, std::int16_t last);
-
-/// A line that describes a field, split at ";". Fields beyond the fifth are left out.
-struct FieldLine {
-  static constexpr std::size_t kMostFields = 5;
-
-  std::array<std::string_view, kMostFields> fields;
-  std::size_t count = 0;
-
-  std::string_view name() const { return fields[0]; }
-  std::string_view type() const { return fields[1]; }
-  /// The field of that index, where the line has it.
-  std::optional<std::string_view> Field(std::size_t index) const {
-    if (index >= count) return std::nullopt;
-    return fields[index];
-  }
-};
-
-/// Nothing where the line, stripped of blanks at both ends, has fewer than two fields.
-std::optional<FieldLine> SplitFieldLine(std::string_view stripped);
-
-/// What the count is read from where a line says how many bytes to take; nothing for any other line. The
-/// keyword is found in the stripped line, but its place is applied to the line as it stands: with leading
-/// blanks the count is read from too far to the left.
-std::optional<std::string_view> ByteCountText(std::string_view line, std::string_view stripped);
-
-/// What the length is read from where a field of that type is a text.
-std::optional<std::string_view> StringLengthText(std::string_view type);
 
 /// How numbers are read and shown.
 struct NumberForm {
@@ -53,11 +16,27 @@ struct NumberForm {
   std::string_view decimal_sign = ".";
 };
 
-/// Runs a format template, the bytes of its file, at the caret and returns a line for each field. Nothing
-/// fails: a step that cannot be done is left out, and what it would have set stays as the lines before left
-/// it (docs/formats/template.md). Template and lines are Windows-1252; a template in UTF-8 begins with its
-/// mark.
+/// A line of a template's result, and which bytes it shows: `offset` counts from the caret.
+struct ResultLine {
+  std::string text;
+  std::int32_t offset = 0;
+  std::int32_t length = 0;
+};
+
+/// Runs a template at the caret and returns a line for each field. Nothing fails, as ParseTemplate.
+std::vector<ResultLine> RunTemplate(const Template& parsed, const NumberForm& form, DumpView& view,
+                                    ByteBuffer& buffer);
+
+/// The same with the bytes of the template's file, for who wants the texts alone.
 std::vector<std::string> RunTemplate(std::string_view file, const NumberForm& form, DumpView& view,
                                      ByteBuffer& buffer);
+
+/// Whether all its bytes lie within the first `size`.
+bool IsWithin(const TemplateField& field, std::size_t size);
+
+/// The value of a field: nothing where it does not lie within the bytes as a whole or has no bits. Texts are
+/// Windows-1252, singles have the shortest decimal form of their own.
+using FieldValue = std::variant<std::monostate, std::int64_t, double, std::string>;
+FieldValue ValueOf(const TemplateField& field, ByteSpan bytes, bool network_order);
 
 }  // namespace kolvane::inspect

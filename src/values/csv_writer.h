@@ -34,10 +34,4 @@ class CsvWriter {
   base::TimeText time_;
 };
 
-/// A cell of text, quoted where that is needed.
-void AppendText(std::string_view text, char separator, std::string& out);
-
-/// The shortest decimal text that reads back as the same number.
-void AppendNumber(double value, char decimal_sign, std::string& out);
-
 }  // namespace kolvane::values

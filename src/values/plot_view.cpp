@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <utility>
 
-#include "values/csv_writer.h"
+#include "base/csv.h"
 
 namespace kolvane::values {
 namespace {
@@ -230,7 +230,7 @@ std::string DurationText(double seconds, TimeForm form, int decimals, const std:
 
 std::string NumberText(double value, const std::string& decimal_sign) {
   std::string text;
-  AppendNumber(value, '.', text);
+  base::AppendCsvNumber(value, '.', text);
   return WithSign(std::move(text), decimal_sign);
 }
 

@@ -83,7 +83,7 @@ TEST(HelpPages, TheCallsThatTheyShowAreUnderstood) {
       ++calls;
     }
   }
-  EXPECT_EQ(calls, 2);
+  EXPECT_EQ(calls, 4);
 }
 
 TEST(Manual, HasEveryCommandOfTheHelp) {

@@ -91,6 +91,29 @@ TEST(Options, AListOpensInTheWindow) {
   EXPECT_EQ(Parse({"--mode", "2", "a.CMD"}).action, Options::Action::kOpen);
 }
 
+TEST(Options, TakeWhatIsToBeDecoded) {
+  const Options options = Parse({"decode", "--template", "T.BNS", "--offset", "0x1F", "--motorola",
+                                 "--repeat", "all", "--format", "CSV", "-"});
+  EXPECT_EQ(options.action, Options::Action::kDecode);
+  EXPECT_EQ(options.decode.File, "-");
+  EXPECT_EQ(options.decode.Template, "T.BNS");
+  EXPECT_EQ(options.decode.Offset, 31u);
+  EXPECT_TRUE(options.decode.Motorola);
+  EXPECT_EQ(options.decode.Repeat, std::nullopt);
+  EXPECT_EQ(options.decode.Format, AnswerFormat::kCsv);
+  EXPECT_EQ(Parse({"decode", "a", "--template", "T", "--repeat", "7"}).decode.Repeat, 7u);
+  EXPECT_EQ(Parse({"decode", "a", "--template", "T"}).decode.Repeat, 1u);
+  EXPECT_EQ(Parse({"dump", "--", "-a"}).words, std::vector<std::string>{"-a"});
+  EXPECT_EQ(Parse({"dump", "--help"}).action, Options::Action::kHelp);
+  EXPECT_EQ(Parse({"dump", "a", "--motorola"}).error, "unknown option '--motorola'");
+  EXPECT_EQ(Parse({"decode", "a", "--offset", "-1"}).error,
+            "--offset takes a number of bytes (0x for hexadecimal), not '-1'");
+  EXPECT_EQ(Parse({"decode", "a", "--repeat", "0"}).error,
+            "--repeat takes a number of records or all, not '0'");
+  EXPECT_EQ(Parse({"decode", "a", "--format", "xml"}).error, "--format takes text, csv or json, not 'xml'");
+  EXPECT_EQ(Parse({"decode", "a"}).error, "decode needs --template T.BNS");
+}
+
 TEST(Options, HelpNamesEveryCallAndOption) {
   const std::string help = HelpText();
   for (const char* word : {"--mode",
@@ -102,6 +125,12 @@ TEST(Options, HelpNamesEveryCallAndOption) {
                            "kolvane send COMMAND...",
                            "kolvane check LIST.CMD...",
                            "kolvane ports",
+                           "kolvane dump FILE|-",
+                           "kolvane decode FILE|-",
+                           "--template T.BNS",
+                           "--offset N",
+                           "--motorola",
+                           "--repeat N|all",
                            "kolvane help",
                            "-h, --help",
                            "--connect",

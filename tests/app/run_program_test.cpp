@@ -65,9 +65,9 @@ TEST_F(RunProgramTest, PrintsRecordsOnRequest) {
             "time,command,field1,field2,field3\nT,\"ECHO 1,2.50\",1,2.5,\n");
   const Outcome json = Send({"ECHO 1,2.50", "--format", "json"});
   const std::regex utc("\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\d\\.\\d{3}Z");
-  EXPECT_EQ(
-      std::regex_replace(json.out, utc, "T"),
-      "{\"time\":\"T\",\"command\":\"ECHO 1,2.50\",\"status\":0,\"answer\":\"1,2.50\",\"fields\":[1.0,2.5]}\n");
+  EXPECT_EQ(std::regex_replace(json.out, utc, "T"),
+            "{\"time\":\"T\",\"command\":\"ECHO "
+            "1,2.50\",\"status\":0,\"answer\":\"1,2.50\",\"fields\":[1.0,2.5]}\n");
   EXPECT_EQ(csv.err + numbers.err + json.err, "");
 }
 

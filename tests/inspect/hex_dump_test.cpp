@@ -100,5 +100,40 @@ TEST(HexDumpTest, BytesStandAtSixteenColumns) {
   EXPECT_EQ(columns, "-----x-x-x-x--x-x-x-x--x-x-x-x--x-x-x-x-----------------------");
 }
 
+TEST(DumpOfBytes, IsTheDumpOfTheSameBytesMarked) {
+  std::string all;
+  for (int i = 0; i < 700; ++i) all += static_cast<char>(i * 7);
+  for (const std::size_t length : {0u, 1u, 15u, 16u, 17u, 700u}) {
+    const std::string bytes = all.substr(0, length);
+    const std::string dump = DumpOfBytes(bytes);
+    EXPECT_EQ(dump, DumpOf(bytes)) << length;
+    EXPECT_EQ(BytesOf(dump), bytes) << length;
+  }
+  const std::string most(kMostDumpBytes, 'x');
+  EXPECT_EQ(DumpOfBytes(most), DumpOf(most));
+}
+
+TEST(BytesOf, TakesASingleDigitForAByte) {
+  EXPECT_EQ(BytesOf(BuildDump("<41><4>")), "A\x04");
+  EXPECT_EQ(BytesOf(BuildDump("<41><  ><42>")), std::string("A\0B", 3));
+}
+
+TEST(ByteAtPlace, IsThatOfTheDigitsOrTheOneBefore) {
+  for (std::size_t byte = 0; byte < 40; ++byte) {
+    EXPECT_EQ(ByteAtPlace(PlaceOfByte(byte)), byte);
+    EXPECT_EQ(ByteAtPlace(PlaceOfByte(byte) + 1), byte);
+  }
+  EXPECT_EQ(ByteAtPlace(0), 0u);
+  EXPECT_EQ(ByteAtPlace(PlaceOfByte(3) + 2), 3u);
+  EXPECT_EQ(ByteAtPlace(kCharacters), 15u);
+}
+
+TEST(AppendDumpLine, GoesOnPastTheOffsetsOfTheInspector) {
+  std::string line;
+  AppendDumpLine(100000, "A", line);
+  EXPECT_TRUE(line.starts_with("100000 41 "));
+  EXPECT_TRUE(line.ends_with("    A..............."));
+}
+
 }  // namespace
 }  // namespace kolvane::inspect

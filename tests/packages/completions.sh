@@ -38,7 +38,7 @@ bash_gives() {
   same "bash: $COMP_LINE" "$*" "${COMPREPLY[*]-}"
 }
 bash_gives './kolvane --d' --demo
-bash_gives './kolvane ' --mode --demo --folder --help --version run send check ports help
+bash_gives './kolvane ' --mode --demo --folder --help --version run send check ports dump decode help
 bash_gives './kolvane --folder s' # no such folder
 bash_gives './kolvane --mode ' 2
 bash_gives './kolvane run ' listen nacht.CMD tag.cmd
@@ -66,7 +66,7 @@ fish_gives() {
   same "fish: $1" "${*:2}" "$got"
 }
 export HOME=$scratch PATH=$scratch:$PATH
-fish_gives 'kolvane ' check help ports run send
+fish_gives 'kolvane ' check decode dump help ports run send
 fish_gives 'kolvane --mode ' 2
 fish_gives 'kolvane --d' --demo
 fish_gives 'kolvane run nacht.CMD --par' --parity

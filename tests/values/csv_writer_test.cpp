@@ -6,6 +6,7 @@
 #include <limits>
 #include <vector>
 
+#include "base/csv.h"
 #include "values/csv_reader.h"
 
 namespace kolvane::values {
@@ -40,7 +41,7 @@ class CsvWriterTest : public testing::Test {
 
   static std::string Number(double value) {
     std::string out;
-    AppendNumber(value, '.', out);
+    base::AppendCsvNumber(value, '.', out);
     return out;
   }
 };

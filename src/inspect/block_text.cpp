@@ -1,0 +1,118 @@
+#include "inspect/block_text.h"
+
+#include <charconv>
+
+#include "base/encoding.h"
+#include "base/text.h"
+#include "inspect/hex_dump.h"
+
+namespace kolvane::inspect {
+namespace {
+
+constexpr std::size_t kLine = static_cast<std::size_t>(kBytesPerLine);
+
+// Each byte as `prefix` and two digits, sixteen a line, lines between `begin` and `end`.
+struct ByteForm {
+  std::string_view prefix;
+  std::string_view between;  // bytes of a line
+  std::string_view begin;
+  std::string_view end;
+  std::string_view last_end;
+};
+
+std::string Lines(const ByteForm& form, std::string_view bytes) {
+  constexpr std::string_view kDigits = "0123456789abcdef";
+  std::string text;
+  for (std::size_t at = 0; at < bytes.size(); ++at) {
+    text.append(at % kLine == 0 ? form.begin : form.between).append(form.prefix);
+    const auto byte = static_cast<unsigned char>(bytes[at]);
+    text += kDigits[byte >> 4];
+    text += kDigits[byte & 15];
+    const bool last = at + 1 == bytes.size();
+    if (last || at % kLine == kLine - 1) text += last ? form.last_end : form.end;
+  }
+  return text;
+}
+
+std::string DumpText(std::string_view bytes, std::size_t offset) {
+  std::string text;
+  for (std::size_t at = 0; at < bytes.size(); at += kLine) {
+    if (at > 0) text += '\n';
+    AppendDumpLine(offset + at, bytes.substr(at, kLine), text);
+  }
+  return text;
+}
+
+}  // namespace
+
+std::string CopyText(CopyForm form, std::string_view bytes, std::size_t offset) {
+  switch (form) {
+    case CopyForm::kHex:
+      return Lines({"", " ", "", "\n", ""}, bytes);
+    case CopyForm::kC:
+      return "const unsigned char data[" + std::to_string(bytes.size()) + "] = {\n" +
+             Lines({"0x", ", ", "    ", ",\n", "\n"}, bytes) + "};";
+    case CopyForm::kPython:
+      if (bytes.size() <= kLine) return "b\"" + Lines({"\\x", "", "", "", ""}, bytes) + '"';
+      return "(\n" + Lines({"\\x", "", "    b\"", "\"\n", "\"\n"}, bytes) + ")";
+    case CopyForm::kBase64:
+      return base::Base64(bytes);
+    case CopyForm::kDump:
+      return DumpText(bytes, offset);
+    case CopyForm::kText:
+      return base::FromWindows1252(bytes);
+  }
+  return {};
+}
+
+namespace {
+
+std::optional<std::string> HexBytes(std::string_view typed) {
+  std::string bytes;
+  int high = -1;
+  for (const char c : typed) {
+    if (c == ' ' && high < 0) continue;
+    const int digit = HexDigit(c);
+    if (digit < 0) return std::nullopt;
+    if (high < 0) {
+      high = digit;
+    } else {
+      bytes += static_cast<char>(high * 16 + digit);
+      high = -1;
+    }
+  }
+  if (high >= 0 || bytes.empty()) return std::nullopt;
+  return bytes;
+}
+
+}  // namespace
+
+std::optional<std::string> SearchBytes(std::string_view typed) {
+  const bool quoted = typed.size() > 2 && typed.front() == '"' && typed.back() == '"';
+  if (!quoted) {
+    if (auto bytes = HexBytes(typed)) return bytes;
+  }
+  const std::string_view text = quoted ? typed.substr(1, typed.size() - 2) : typed;
+  if (text.empty() || base::FirstOutsideWindows1252(text)) return std::nullopt;
+  return base::ToWindows1252(text);
+}
+
+std::optional<std::int64_t> TypedOffset(std::string_view typed, std::int64_t at) {
+  typed = base::TrimBlanks(typed);
+  const bool relative = typed.starts_with('+') || typed.starts_with('-');
+  const bool back = typed.starts_with('-');
+  if (relative) typed.remove_prefix(1);
+  const std::string upper = base::UpperCase(typed.substr(0, 2));
+  const bool hex = upper == "&H" || upper == "0X";
+  if (hex) typed.remove_prefix(2);
+  std::int64_t number = 0;
+  const char* end = typed.data() + typed.size();
+  const auto read = std::from_chars(typed.data(), end, number, hex ? 16 : 10);
+  constexpr std::int64_t kLargest = std::int64_t{1} << 60;
+  if (typed.starts_with('-') || read.ec != std::errc() || read.ptr != end || number > kLargest)
+    return std::nullopt;
+  if (!relative) return number;
+  return back ? at - number : at + number;
+}
+
+}  // namespace kolvane::inspect
