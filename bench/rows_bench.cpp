@@ -25,12 +25,10 @@ struct BareRun : terminal::SessionBench {
   }
 
   ScriptState script;
-  device::FakePortLibrary library;
-  device::FakePortLibrarySource libraries{&library};
   terminal::FakeClock clock;
-  terminal::Exchange exchange{session, state.options, output, clock, ","};
+  terminal::Exchange exchange{session, waits, state.options, output, clock, ","};
   BareHost host;
-  ScriptCore core{{script, state, device_state, exchange, pane, libraries, prompt, log, host}};
+  ScriptCore core{{script, state, device_state, exchange, pane, waits, prompt, log, host}};
 };
 
 // What a row costs at least: its text is looked at.

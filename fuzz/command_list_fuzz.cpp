@@ -50,10 +50,10 @@ struct ListRig : SessionRig {
   }
 
   int rows = 0;
-  terminal::Exchange exchange{session, state.options, output, clock, ","};
+  terminal::Exchange exchange{session, waits, state.options, output, clock, ","};
   script::ScriptState script;
   script::FakeRunHost host;
-  script::ScriptCore core{{script, state, device_state, exchange, pane, libraries, prompt, log, host}};
+  script::ScriptCore core{{script, state, device_state, exchange, pane, waits, prompt, log, host}};
 };
 
 void Play(ListRig& rig) {

@@ -13,11 +13,12 @@ namespace {
 constexpr std::int32_t kReadTimeoutMs = 1000;
 constexpr std::int32_t kDialTimeoutS = 10;
 
-class CheckingListener final : public device::DialListener {
+class CheckingListener final : public device::WaitListener {
  public:
-  void Dialling(const device::DialProgress& progress) override {
+  bool Dialling(const device::DialProgress& progress) override {
     Require(IsUtf8(progress.reply) && progress.reply.find_first_of("\r\n") == std::string::npos);
     Require(progress.seconds_left >= 0 && progress.seconds_left <= kDialTimeoutS);
+    return true;
   }
 };
 
@@ -30,6 +31,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   static device::FakeClock clock;
   static fuzz::StreamLibrary library(clock);
   static fuzz::CheckingListener listener;
+  static fuzz::StreamLibrarySource source(library);
+  static device::Waits waits(source, clock, listener);
   clock.now = 0;
   fuzz::Input input(data, size);
   const auto commands = device::ModemCommands(base::FromWindows1252(input.Until('\0')));
@@ -39,8 +42,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   // Dialling begins with a flush, so everything comes behind it.
   library.Send({}, input.Rest());
   library.SetTimeout(fuzz::kReadTimeoutMs);
-  const std::int32_t result =
-      device::ModemDialler(library, clock, listener).Dial(commands, fuzz::kDialTimeoutS);
+  const std::int32_t result = device::ModemDialler(library, clock, waits).Dial(commands, fuzz::kDialTimeoutS);
   fuzz::Require(result == 0 || result == -1);
   fuzz::Require(result == -1 || base::ContainsNoCase(library.consumed(), "CONNECT"));
   const auto reads = static_cast<double>(commands.size());

@@ -40,9 +40,10 @@ struct SessionRig {
   device::FakeClock clock;
   StreamLibrary library{clock};
   StreamLibrarySource libraries{library};
-  device::DialListener listener;
+  device::WaitListener listener;
+  device::Waits waits{libraries, clock, listener};
   device::DeviceIo io{device_state, parameters, libraries,
-                      clock,        listener,   [] { return std::string("20.11.2026 08:05:09"); }};
+                      clock,        waits,      [] { return std::string("20.11.2026 08:05:09"); }};
   terminal::FakePane pane;
   terminal::FakeLog log;
   base::FakePrompt prompt;

@@ -44,6 +44,11 @@ Folder: where histories, templates and help are. SettingsFile: in place of the u
 command file to load. CloseDescriptor: the window closes once this file descriptor becomes readable.
 ConnectAtStart: connect as soon as the window is shown (operating mode 2). PlayAtStart: play the list then.)";
 
+constexpr const char* kWait = R"(Keeps the window alive while the device object waits for its device.
+
+To be called from within a method of that object, every 50 ms or so. False once the user has given up or closes
+the window: the method should end as a failure then. From anywhere else it does nothing and returns True.)";
+
 constexpr const char* kCanUnload = "True once a terminal window has been closed and while none is open.";
 
 void InitTerminal(MainClass& terminal, py::object host) {
@@ -105,6 +110,7 @@ void DefineMainClass(py::module_& module) {
       .def("SetOptions", &SetOptions, py::kw_only(), py::arg("Folder") = "", py::arg("SettingsFile") = "",
            py::arg("CommandList") = "", py::arg("CloseDescriptor") = -1, py::arg("ConnectAtStart") = false,
            py::arg("PlayAtStart") = false, kSetOptions)
+      .def("Wait", &MainClass::Wait, py::call_guard<py::gil_scoped_release>(), kWait)
       .def_property_readonly(
           "CanUnload", [](const MainClass& terminal) { return terminal.CanUnload().ToBool(); }, kCanUnload)
       .def(

@@ -72,6 +72,13 @@ class KOLVANE_EXPORT MainClass {
   /// the session are shown to the user.
   void OpenTerminal(std::int16_t OperMode, std::int16_t DevIdx);
 
+  /// Keeps the window alive while the host's device object waits for its device: to be called from within a
+  /// call of that object, on its thread, every 50 ms or so (more often costs nothing). The window is painted,
+  /// moved and scrolled meanwhile, and no command is started. False once the user has given up what is waited
+  /// for, or closes the window: the object's call should end as a failure then. From anywhere else it does
+  /// nothing and returns true.
+  bool Wait();
+
   /// A Boolean: false until the first terminal window has closed and while one is open, true otherwise. A
   /// host asks before it unloads the library.
   Variant CanUnload() const;

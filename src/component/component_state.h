@@ -5,6 +5,7 @@
 #include "component/host_parameters.h"
 #include "device/connection_parameters.h"
 #include "device/device_state.h"
+#include "device/waits.h"
 #include "kolvane/MainClass.h"
 #include "script/script_state.h"
 #include "terminal/terminal_state.h"
@@ -20,6 +21,7 @@ struct ComponentState {
   script::ScriptState script;
   terminal::WindowSettings window;
   TerminalOptions options;
+  device::Waits* waits = nullptr;  ///< of the window that is open
   bool window_open = false;
   bool can_unload = false;
 };

@@ -23,6 +23,11 @@ void MainClass::OpenTerminal(std::int16_t OperMode, std::int16_t DevIdx) {
   component::RunTerminal(State(), OperMode, DevIdx);
 }
 
+bool MainClass::Wait() {
+  device::Waits* waits = State().waits;
+  return waits == nullptr || !waits->IsUnderWay() || waits->Attend();
+}
+
 Variant MainClass::CanUnload() const { return State().can_unload; }
 
 void MainClass::SetOptions(const TerminalOptions& options) { State().options = options; }

@@ -77,6 +77,18 @@ class OpenMark {
   bool& open_;
 };
 
+// Lends a host the waits of the window for as long as it lives.
+class WaitLoan {
+ public:
+  WaitLoan(ComponentState& state, device::Waits& waits) : state_(state) { state_.waits = &waits; }
+  ~WaitLoan() { state_.waits = nullptr; }
+  WaitLoan(const WaitLoan&) = delete;
+  WaitLoan& operator=(const WaitLoan&) = delete;
+
+ private:
+  ComponentState& state_;
+};
+
 // The settings of this run, or the message and the error where one of them cannot be read.
 void LoadOrTell(const SettingsStore& store, ComponentState& state, CloseWatch& close) {
   window::MessagePrompt prompt(nullptr, &close);
@@ -151,7 +163,7 @@ void PlaceOver(const QWidget& host, window::MainWindow& window) {
 void PressAtStart(window::MainWindow& window, const TerminalOptions& options, const CloseWatch& close) {
   QTimer::singleShot(0, &window,
                      [&window, &close, connect = options.ConnectAtStart, play = options.PlayAtStart] {
-                       if (connect) window.core().connect.Press();
+                       if (connect) window.PressConnect();
                        if (play && !close.Made()) window.PressPlay();
                      });
 }
@@ -214,6 +226,7 @@ void RunTerminal(ComponentState& state, std::int16_t oper_mode, std::int16_t dev
                              base::UserDataFolder(),
                              UnsavedFolder(state),
                              &state_file});
+  const WaitLoan loan(state, window.core().waits);
   if (IsHostMode(oper_mode)) window.core().connect.ShowConnected();
   window.Load();
   window.OnUnload([&] {

@@ -5,11 +5,12 @@
 namespace kolvane::device {
 
 DeviceIo::DeviceIo(DeviceState& state, ConnectionParameters& parameters, PortLibrarySource& source,
-                   const base::Clock& clock, DialListener& listener, DateTimeSource date_time)
+                   const base::Clock& clock, Waits& waits, DateTimeSource date_time)
     : state_(state),
+      waits_(waits),
       indexed_host_(state),
       single_host_(state),
-      port_(state, parameters, source, clock, std::move(date_time), listener) {}
+      port_(state, parameters, source, clock, std::move(date_time), waits) {}
 
 Device& DeviceIo::Path() {
   switch (state_.OperMode) {
@@ -22,6 +23,46 @@ Device& DeviceIo::Path() {
     default:
       return none_;
   }
+}
+
+Device& DeviceIo::PathBeforeWait() {
+  Device& path = Path();
+  if (&path == &port_) {
+    waits_.BeforeLibraryCall();
+  } else {
+    waits_.BeforeHostCall();
+  }
+  return path;
+}
+
+void DeviceIo::Open() {
+  const Waits::Scope scope(waits_, Operation::kConnecting);
+  PathBeforeWait().Open();
+}
+
+void DeviceIo::Close() {
+  const Waits::Scope scope(waits_, Operation::kNone);
+  PathBeforeWait().Close();
+}
+
+void DeviceIo::Write(std::string_view command, std::string_view terminator, std::int16_t extra) {
+  const Waits::Scope scope(waits_, Operation::kSending);
+  PathBeforeWait().Write(command, terminator, extra);
+}
+
+void DeviceIo::ReadText(std::string_view terminator, std::int32_t count, std::string& answer, Bytes& buffer) {
+  const Waits::Scope scope(waits_, Operation::kAnswer);
+  PathBeforeWait().ReadText(terminator, count, answer, buffer);
+}
+
+// Read byte by byte, an answer that drips in never waits long in one call.
+std::size_t DeviceIo::ReadBinary(std::string_view terminator, std::int32_t count, Bytes& buffer) {
+  const Waits::Scope scope(waits_, Operation::kAnswer);
+  if (!waits_.Attend()) {
+    state_.last_result = device_status::kGivenUp;
+    return 0;
+  }
+  return PathBeforeWait().ReadBinary(terminator, count, buffer);
 }
 
 std::optional<std::int32_t> DeviceIo::FlushInput() {

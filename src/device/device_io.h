@@ -4,6 +4,7 @@
 #include "device/device.h"
 #include "device/host_path.h"
 #include "device/port_path.h"
+#include "device/waits.h"
 
 namespace kolvane::device {
 
@@ -27,21 +28,14 @@ class NoDevice final : public Device {
 class DeviceIo final : public Device {
  public:
   DeviceIo(DeviceState& state, ConnectionParameters& parameters, PortLibrarySource& source,
-           const base::Clock& clock, DialListener& listener,
-           DateTimeSource date_time = base::CurrentDateTimeText);
+           const base::Clock& clock, Waits& waits, DateTimeSource date_time = base::CurrentDateTimeText);
 
-  void Open() override { Path().Open(); }
-  void Close() override { Path().Close(); }
-  void Write(std::string_view command, std::string_view terminator, std::int16_t extra) override {
-    Path().Write(command, terminator, extra);
-  }
-  void ReadText(std::string_view terminator, std::int32_t count, std::string& answer,
-                Bytes& buffer) override {
-    Path().ReadText(terminator, count, answer, buffer);
-  }
-  std::size_t ReadBinary(std::string_view terminator, std::int32_t count, Bytes& buffer) override {
-    return Path().ReadBinary(terminator, count, buffer);
-  }
+  void Open() override;
+  void Close() override;
+  void Write(std::string_view command, std::string_view terminator, std::int16_t extra) override;
+  void ReadText(std::string_view terminator, std::int32_t count, std::string& answer, Bytes& buffer) override;
+  /// Ends with kGivenUp, and nothing is read, once the answer in hand was given up.
+  std::size_t ReadBinary(std::string_view terminator, std::int32_t count, Bytes& buffer) override;
   void SetTimeout(std::int32_t milliseconds) override { Path().SetTimeout(milliseconds); }
   DeviceError LastError() override { return Path().LastError(); }
   void ClearLastError() override { Path().ClearLastError(); }
@@ -51,8 +45,10 @@ class DeviceIo final : public Device {
 
  private:
   Device& Path();
+  Device& PathBeforeWait();
 
   DeviceState& state_;
+  Waits& waits_;
   IndexedHostPath indexed_host_;
   SingleHostPath single_host_;
   PortPath port_;

@@ -34,7 +34,9 @@ struct Functions {
   decltype(&QDX_Delay) delay;
   decltype(&USB_GetMaxUsbDevice) max_usb_devices;
   decltype(&USB_ScanUsbDevice) scan_usb_devices;
-  decltype(&QDX_SetNode) set_node;  // optional
+  // Optional.
+  decltype(&QDX_SetNode) set_node;
+  decltype(&QDX_SetWaitHandler) set_wait_handler;
 };
 
 // Looks functions up and keeps the name of the first that is missing.
@@ -78,6 +80,7 @@ std::string Resolve(void* handle, Functions& functions) {
   resolver.Find("USB_GetMaxUsbDevice", functions.max_usb_devices);
   resolver.Find("USB_ScanUsbDevice", functions.scan_usb_devices);
   resolver.FindOptional("QDX_SetNode", functions.set_node);
+  resolver.FindOptional("QDX_SetWaitHandler", functions.set_wait_handler);
   return resolver.missing();
 }
 
@@ -115,6 +118,10 @@ class LoadedPortLibrary final : public PortLibrary {
   std::int32_t MaxUsbDevices() override { return call_.max_usb_devices(); }
   std::int32_t ScanUsbDevices(std::int32_t slots, char* buffer) override {
     return call_.scan_usb_devices(slots, buffer);
+  }
+  bool SetWaitHandler(const WaitHandler& handler) override {
+    return call_.set_wait_handler != nullptr &&
+           call_.set_wait_handler(handler.function, handler.context) >= 0;
   }
   bool TakesNode() const override { return call_.set_node != nullptr; }
   std::int32_t SetNode(std::int16_t port, const std::string& node) override {
@@ -194,7 +201,13 @@ PortLibrary* LazyPortLibrary::Library() {
   }
   failure_.clear();
   library_ = std::move(std::get<std::unique_ptr<PortLibrary>>(result));
+  SetWaitHandler(handler_);
   return library_.get();
+}
+
+void LazyPortLibrary::SetWaitHandler(const WaitHandler& handler) {
+  handler_ = handler;
+  attended_ = library_ != nullptr && library_->SetWaitHandler(handler_) && handler_.function != nullptr;
 }
 
 }  // namespace kolvane::device

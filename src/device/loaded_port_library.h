@@ -45,11 +45,15 @@ class LazyPortLibrary final : public PortLibrarySource {
   explicit LazyPortLibrary(std::string folder) : folder_(std::move(folder)) {}
   PortLibrary* Library() override;
   std::string Failure() const override { return failure_; }
+  void SetWaitHandler(const WaitHandler& handler) override;
+  bool IsAttended() const override { return attended_; }
 
  private:
   std::string folder_;
   std::unique_ptr<PortLibrary> library_;
   std::string failure_;
+  WaitHandler handler_;
+  bool attended_ = false;
 };
 
 }  // namespace kolvane::device

@@ -41,7 +41,7 @@ std::vector<std::string> ModemCommands(const std::string& script) {
 }
 
 void ModemDialler::Tell(const std::string& command, double seconds_left) {
-  listener_.Dialling({command, last_word_, static_cast<std::int32_t>(std::lround(seconds_left))});
+  waits_.TellDialling({command, last_word_, static_cast<std::int32_t>(std::lround(seconds_left))});
 }
 
 // A read that brings nothing leaves the last word standing.
@@ -69,13 +69,13 @@ std::int32_t ModemDialler::Dial(const std::vector<std::string>& commands, std::i
     Tell(command, 0);
     last_word_.clear();
     ReadReply();
-    if (listener_.DiallingGivenUp()) return kFailed;
+    if (!waits_.AttendNow()) return kFailed;
   }
   for (const double begin = clock_.Seconds(); !SaysConnect(reply_);) {
     const double left = timeout_s - (clock_.Seconds() - begin);
     if (left < 0) return kFailed;
     Tell({}, left);
-    if (ReadReplyPaced() < 0 || listener_.DiallingGivenUp()) return kFailed;
+    if (ReadReplyPaced() < 0 || !waits_.AttendNow()) return kFailed;
   }
   return kConnected;
 }

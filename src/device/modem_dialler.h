@@ -6,24 +6,9 @@
 
 #include "base/clock.h"
 #include "device/port_library.h"
+#include "device/waits.h"
 
 namespace kolvane::device {
-
-/// How far dialling has come. Texts are UTF-8, without line ends.
-struct DialProgress {
-  std::string command = {};       ///< has just gone out; empty while waiting for the connection
-  std::string reply = {};         ///< the modem's last word to the last command; empty where none came
-  std::int32_t seconds_left = 0;  ///< of the dial time-out, while waiting
-};
-
-/// Told before each step of a dialling that may block. The steps follow one another on the caller's thread.
-class DialListener {
- public:
-  virtual ~DialListener() = default;
-  virtual void Dialling(const DialProgress& /*progress*/) {}
-  /// Asked after each step: true ends the dialling as a failure.
-  virtual bool DiallingGivenUp() const { return false; }
-};
 
 /// The commands of a dial script, whose lines are separated by CR LF; empty lines are no commands.
 std::vector<std::string> ModemCommands(const std::string& script);
@@ -33,10 +18,10 @@ std::vector<std::string> ModemCommands(const std::string& script);
 /// reply included. Blocks for at most `timeout_s` seconds, and one read, behind the last command.
 class ModemDialler {
  public:
-  ModemDialler(PortLibrary& library, const base::Clock& clock, DialListener& listener)
-      : library_(library), clock_(clock), listener_(listener) {}
+  ModemDialler(PortLibrary& library, const base::Clock& clock, Waits& waits)
+      : library_(library), clock_(clock), waits_(waits) {}
 
-  /// 0 once connected, -1 when the time is over, the listener gives up or the library cannot even wait.
+  /// 0 once connected, -1 when the time is over, it was given up or the library cannot even wait.
   /// `commands` is not empty.
   [[nodiscard]] std::int32_t Dial(const std::vector<std::string>& commands, std::int32_t timeout_s);
 
@@ -47,7 +32,7 @@ class ModemDialler {
 
   PortLibrary& library_;
   const base::Clock& clock_;
-  DialListener& listener_;
+  Waits& waits_;
   std::string reply_;
   std::string last_word_;  ///< of the replies to the command in hand; UTF-8
 };

@@ -82,7 +82,7 @@ std::int32_t OpenSequence::Finish(PortLibrary& library) {
     const std::vector<std::string> commands = ModemCommands(parameters_.modem_script);
     if (!commands.empty())
       state_.open_step_status =
-          ModemDialler(library, clock_, listener_).Dial(commands, parameters_.dial_timeout_s);
+          ModemDialler(library, clock_, waits_).Dial(commands, parameters_.dial_timeout_s);
   }
   if (WasClosedAgain(state_, parameters_)) {
     library.ClosePort();

@@ -22,8 +22,8 @@ bool WasClosedAgain(const DeviceState& state, const ConnectionParameters& parame
 class OpenSequence {
  public:
   OpenSequence(DeviceState& state, ConnectionParameters& parameters, PortLibrarySource& source,
-               const base::Clock& clock, DialListener& listener)
-      : state_(state), parameters_(parameters), source_(source), clock_(clock), listener_(listener) {}
+               const base::Clock& clock, Waits& waits)
+      : state_(state), parameters_(parameters), source_(source), clock_(clock), waits_(waits) {}
 
   /// Negative for a failure. 0 stands for success, and for a port of which WasClosedAgain holds.
   [[nodiscard]] std::int32_t Run();
@@ -39,7 +39,7 @@ class OpenSequence {
   ConnectionParameters& parameters_;
   PortLibrarySource& source_;
   const base::Clock& clock_;
-  DialListener& listener_;
+  Waits& waits_;
 };
 
 }  // namespace kolvane::device

@@ -5,6 +5,13 @@
 
 namespace kolvane::device {
 
+/// Called about every 50 ms by a call that waits, from 50 ms on, with the time it has waited; another result
+/// than 0 gives the call up. Without a function nobody is called.
+struct WaitHandler {
+  std::int32_t (*function)(void* context, std::int32_t waited_ms) = nullptr;
+  void* context = nullptr;
+};
+
 /// The port library as the device operations call it. Statuses are signed 32-bit, negative = failure; texts
 /// are 8-bit strings. See devlnk.h for what each function does. The virtual functions with a body are the
 /// optional ones.
@@ -31,6 +38,9 @@ class PortLibrary {
   virtual std::int32_t MaxUsbDevices() = 0;
   virtual std::int32_t ScanUsbDevices(std::int32_t slots, char* buffer) = 0;
 
+  /// False where the library has no wait handler.
+  virtual bool SetWaitHandler(const WaitHandler& /*handler*/) { return false; }
+
   /// Whether there is a SetNode.
   virtual bool TakesNode() const { return false; }
   virtual std::int32_t SetNode(std::int16_t /*port*/, const std::string& /*node*/) { return -1; }
@@ -44,6 +54,11 @@ class PortLibrarySource {
   virtual PortLibrary* Library() = 0;
   /// German sentence for the user; empty after a Library() that was not null.
   virtual std::string Failure() const = 0;
+
+  /// For this library and each that is loaded later.
+  virtual void SetWaitHandler(const WaitHandler& /*handler*/) {}
+  /// Whether the library, which is loaded, calls that handler.
+  virtual bool IsAttended() const { return false; }
 };
 
 }  // namespace kolvane::device

@@ -28,12 +28,12 @@ void AssignDecoded(std::string_view bytes, std::string& out) {
 }  // namespace
 
 PortPath::PortPath(DeviceState& state, ConnectionParameters& parameters, PortLibrarySource& source,
-                   const base::Clock& clock, DateTimeSource date_time, DialListener& listener)
+                   const base::Clock& clock, DateTimeSource date_time, Waits& waits)
     : state_(state),
       parameters_(parameters),
       source_(source),
       clock_(clock),
-      listener_(listener),
+      waits_(waits),
       test_answer_(std::move(date_time)) {}
 
 bool PortPath::Offline() const {
@@ -57,7 +57,7 @@ bool PortPath::Run(Call call) {
 
 void PortPath::Open() {
   test_answer_.Restart();
-  state_.last_result = OpenSequence(state_, parameters_, source_, clock_, listener_).Run();
+  state_.last_result = OpenSequence(state_, parameters_, source_, clock_, waits_).Run();
 }
 
 void PortPath::Close() {

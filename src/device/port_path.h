@@ -21,7 +21,7 @@ namespace kolvane::device {
 class PortPath final : public Device {
  public:
   PortPath(DeviceState& state, ConnectionParameters& parameters, PortLibrarySource& source,
-           const base::Clock& clock, DateTimeSource date_time, DialListener& listener);
+           const base::Clock& clock, DateTimeSource date_time, Waits& waits);
 
   void Open() override;
   void Close() override;
@@ -49,7 +49,7 @@ class PortPath final : public Device {
   ConnectionParameters& parameters_;
   PortLibrarySource& source_;
   const base::Clock& clock_;
-  DialListener& listener_;
+  Waits& waits_;
   TestAnswer test_answer_;
   std::string message_;
   std::string text_buffer_;  // nothing but blanks between two reads

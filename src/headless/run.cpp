@@ -25,7 +25,7 @@ std::string CannotRead(const std::string& file, const script::FileResult& result
 List::List(Terminal& terminal, RunState& state)
     : terminal_(terminal),
       core_({state.script, state.terminal, state.device, terminal.core().exchange, terminal.pane(),
-             terminal.library(), terminal.messages(), terminal.log(), *this}) {}
+             terminal.core().waits, terminal.messages(), terminal.log(), *this}) {}
 
 bool List::Load(const std::string& file) {
   const auto stop_due = [this](int /*waited_ms*/) { return terminal_.StopDue(); };

@@ -85,9 +85,16 @@ bool Terminal::AcceptsConnection() {
   return false;
 }
 
-void Terminal::Dialling(const device::DialProgress& progress) {
+// What has come is seen before what is still waited for.
+bool Terminal::Waiting(device::Operation /*operation*/, double /*seconds*/) {
+  pane_.EndLine();
+  return !StopRequested();
+}
+
+bool Terminal::Dialling(const device::DialProgress& progress) {
   modem_word_ = progress.reply;
   messages_.Tell(terminal::texts::Dialling(progress));
+  return !StopRequested();
 }
 
 }  // namespace kolvane::headless

@@ -53,14 +53,13 @@ class Terminal final : private terminal::ConnectionView, private terminal::Recei
   Messages& messages() { return messages_; }
   LinePane& pane() { return pane_; }
   terminal::LogControl& log() { return log_; }
-  device::PortLibrarySource& library() { return library_; }
   terminal::TerminalCore& core() { return core_; }
 
  private:
   bool AcceptsConnection() override;
   void ConnectionChanged() override {}
-  void Dialling(const device::DialProgress& progress) override;
-  bool DiallingGivenUp() const override { return StopRequested(); }
+  bool Dialling(const device::DialProgress& progress) override;
+  bool Waiting(device::Operation operation, double seconds) override;
   bool StopRequested() const { return options_.StopRequested && options_.StopRequested(); }
   void ShowReceiveControls(const terminal::ReceiveShown&, bool) override {}
 

@@ -86,9 +86,7 @@ std::string_view Interpreter::EndRepeat(const SpecialLine& /*line*/) {
 
 std::string_view Interpreter::Delay(const SpecialLine& line) {
   const std::int32_t milliseconds = base::RoundToInt32(line.Number());
-  device::PortLibrary* library = links_.libraries.Library();
-  links_.device.last_result =
-      library == nullptr ? device::device_status::kNoPortLibrary : library->Delay(milliseconds);
+  links_.device.last_result = links_.waits.Delay(milliseconds);
   return kDone;
 }
 

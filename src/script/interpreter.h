@@ -3,7 +3,7 @@
 #include <string_view>
 
 #include "device/device_state.h"
-#include "device/port_library.h"
+#include "device/waits.h"
 #include "pane/pane.h"
 #include "script/command_list.h"
 #include "script/list_errors.h"
@@ -16,10 +16,10 @@ namespace kolvane::script {
 /// What the $ commands work on besides the list.
 struct InterpreterLinks {
   InterpreterState& state;
-  terminal::TerminalState& terminal;     ///< last answer, silent mode, recording flag
-  device::DeviceState& device;           ///< how the last operation ended
-  device::PortLibrarySource& libraries;  ///< $DELAY
-  pane::Pane& pane;                      ///< $CLEAR
+  terminal::TerminalState& terminal;  ///< last answer, silent mode, recording flag
+  device::DeviceState& device;        ///< how the last operation ended
+  device::Waits& waits;               ///< $DELAY
+  pane::Pane& pane;                   ///< $CLEAR
   terminal::Log& log;
 };
 

@@ -93,6 +93,7 @@ void Runner::RunToEnd(int first) {
       stands_at_ = list_.current_row();
       return;
     }
+    links_.host.RowStarts();
     ExecuteRow();
     if (state.IfDepth == 0) state.SkipRows = false;
     links_.host.Yield();

@@ -14,6 +14,8 @@ class RunHost {
   virtual ~RunHost() = default;
   /// Locks (true) or unlocks whatever would disturb a run.
   virtual void LockGUI(bool flag) = 0;
+  /// Called once the run has come to a row, before that is carried out.
+  virtual void RowStarts() {}
   /// Called after each row of a run: the time to process events, or to look whether a stop was asked for. The
   /// implementer decides how often that is worth while.
   virtual void Yield() = 0;

@@ -2,7 +2,7 @@
 
 #include "base/prompt.h"
 #include "device/device_state.h"
-#include "device/port_library.h"
+#include "device/waits.h"
 #include "pane/pane.h"
 #include "script/command_list.h"
 #include "script/interpreter.h"
@@ -21,7 +21,7 @@ struct ScriptLinks {
   device::DeviceState& device;
   terminal::Exchange& exchange;
   pane::Pane& pane;
-  device::PortLibrarySource& libraries;
+  device::Waits& waits;
   base::Prompt& prompt;
   terminal::Log& log;
   RunHost& host;
@@ -35,7 +35,7 @@ struct ScriptCore {
         errors(list, links.prompt),
         interpreter(
             list, errors,
-            {links.state.interpreter, links.terminal, links.device, links.libraries, links.pane, links.log}),
+            {links.state.interpreter, links.terminal, links.device, links.waits, links.pane, links.log}),
         runner(list, interpreter, errors, {links.state, links.exchange, links.host}),
         recorder(list, links.state.record, links.prompt) {}
 

@@ -8,7 +8,7 @@
 #include "base/prompt.h"
 #include "device/device.h"
 #include "device/device_state.h"
-#include "device/modem_dialler.h"
+#include "device/waits.h"
 #include "terminal/output.h"
 #include "terminal/texts.h"
 
@@ -34,7 +34,7 @@ struct ConnectionMenu {
 
 /// Told that button or status text may have changed; the window shows both anew. While a modem is dialled it
 /// is told how that goes, in the status text's place.
-class ConnectionView : public device::DialListener {
+class ConnectionView : public device::WaitListener {
  public:
   /// Asked once a connection has been opened; false, and the user has been told why: it counts as failed.
   virtual bool AcceptsConnection() { return true; }

@@ -7,15 +7,17 @@
 
 namespace kolvane::terminal {
 
-Exchange::Exchange(Session& session, const Options& options, Output& output, const base::Clock& clock,
-                   std::string decimal_sign)
+Exchange::Exchange(Session& session, device::Waits& waits, const Options& options, Output& output,
+                   const base::Clock& clock, std::string decimal_sign)
     : session_(session),
+      waits_(waits),
       options_(options),
       output_(output),
       clock_(clock),
       decimal_sign_(std::move(decimal_sign)) {}
 
 ExchangeResult Exchange::Run(std::string_view command, Sender sender) {
+  const device::Waits::Scope scope(waits_, device::Operation::kAnswer);
   const ExchangeResult result = Carry(command, sender);
   if (listener_ != nullptr) listener_->ExchangeEnded(command, result);
   return result;

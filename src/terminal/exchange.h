@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "base/clock.h"
+#include "device/waits.h"
 #include "terminal/output.h"
 #include "terminal/session.h"
 #include "terminal/terminal_state.h"
@@ -39,9 +40,10 @@ class ExchangeListener {
 class Exchange {
  public:
   /// `decimal_sign` stands in the response times.
-  Exchange(Session& session, const Options& options, Output& output, const base::Clock& clock,
-           std::string decimal_sign);
+  Exchange(Session& session, device::Waits& waits, const Options& options, Output& output,
+           const base::Clock& clock, std::string decimal_sign);
 
+  /// To whoever waits it is one operation: given up once, what is left of it is given up too.
   /// Throws what Session::GetAnswer throws, once the command has been sent and echoed.
   ExchangeResult Run(std::string_view command, Sender sender);
 
@@ -55,6 +57,7 @@ class Exchange {
   void ShowTime(double start, Sender sender);
 
   Session& session_;
+  device::Waits& waits_;
   const Options& options_;
   Output& output_;
   const base::Clock& clock_;

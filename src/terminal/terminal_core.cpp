@@ -6,12 +6,13 @@
 namespace kolvane::terminal {
 
 TerminalCore::TerminalCore(TerminalSlices slices, device::PortLibrarySource& library, FrontEnd front_end)
-    : device(slices.device, slices.connection, library, clock, front_end.connection_view),
+    : waits(library, clock, front_end.connection_view),
+      device(slices.device, slices.connection, library, clock, waits),
       output(slices.terminal.output, front_end.pane, front_end.log),
       connect(
           device, slices.device, output, front_end.prompt, front_end.connection_view,
           {.description = [&parameters = slices.connection] { return ConnectionDescription(parameters); }}),
       session(device, slices.device, slices.terminal, output, connect),
-      exchange(session, slices.terminal.options, output, clock, base::SystemDecimalSign()) {}
+      exchange(session, waits, slices.terminal.options, output, clock, base::SystemDecimalSign()) {}
 
 }  // namespace kolvane::terminal

@@ -6,6 +6,7 @@
 #include "device/device_io.h"
 #include "device/device_state.h"
 #include "device/port_library.h"
+#include "device/waits.h"
 #include "pane/pane.h"
 #include "terminal/connect_commands.h"
 #include "terminal/exchange.h"
@@ -36,6 +37,7 @@ struct TerminalCore {
   TerminalCore(TerminalSlices slices, device::PortLibrarySource& library, FrontEnd front_end);
 
   base::SteadyClock clock;
+  device::Waits waits;
   device::DeviceIo device;
   Output output;
   ConnectCommands connect;

@@ -56,6 +56,26 @@ inline std::string Failure(std::string_view what, const device::DeviceError& err
   return std::string(what) + error.description + " (" + std::to_string(error.code) + ")";
 }
 
+/// What is waited for, and for how many seconds.
+inline std::string Waiting(device::Operation operation, double seconds) {
+  const auto tenths = static_cast<long>(seconds * 10);
+  const std::string since =
+      std::to_string(tenths / 10) + "," + std::to_string(tenths % 10) + " s, Esc bricht ab)";
+  switch (operation) {
+    case device::Operation::kConnecting:
+      return "verbindet (" + since;
+    case device::Operation::kSending:
+      return "sendet (" + since;
+    case device::Operation::kAnswer:
+      return "wartet auf Antwort (" + since;
+    case device::Operation::kDelay:
+      return "Pause (" + since;
+    case device::Operation::kNone:
+      break;
+  }
+  return {};
+}
+
 /// For the first status bar while a modem is dialled.
 inline std::string Dialling(const device::DialProgress& progress) {
   if (!progress.command.empty()) return "Modem wählt: „" + progress.command + "“ gesendet, warte auf Antwort";

@@ -44,11 +44,17 @@ MainWindow::MainWindow(WindowContext context)
       pane_target_(pane_, context_.settings.pane, prompt_, this),
       popup_(menus_, prompt_, pane_target_, this),
       log_(toolbar1_, menus_, area_->status_bars(), context_.slices.terminal.output, prompt_, this),
+      wait_(*this, area_->status_bars(),
+            [this] {
+              pane_->Flush();
+              script_.Flush();
+            }),
       core_(context_.slices, context_.library, {*pane_, log_.control(), prompt_, *this}),
       dialogs_(this),
       lock_(*this),
-      script_({context_.script, context_.slices, core_, context_.library, log_.control()},
-              {prompt_, *pane_, dialogs_, [this](bool flag) { Lock(flag); }, context_.unsaved,
+      script_({context_.script, context_.slices, core_, log_.control()},
+              {prompt_, *pane_, dialogs_, [this](bool flag) { Lock(flag); }, [this] { wait_.PaintNow(); },
+               context_.unsaved,
                [this](const std::string& text) {
                  area_->status_bars().ShowState(terminal::StateKind::kRun, text);
                }},
@@ -79,6 +85,7 @@ MainWindow::MainWindow(WindowContext context)
   ConnectExtras();
   ConnectFinding();
   ConnectSending();
+  ConnectWaiting();
   // A little less than the screen, whose whole height a frame and a panel may not leave.
   resize(kFirstSize.boundedTo(screen()->availableSize() * 0.9));
   if (context_.state != nullptr) memory_ = new WindowMemory(this, area_->splitter(), *context_.state);
@@ -109,9 +116,6 @@ void MainWindow::BuildScript() {
           [this] { popup_.SetEditTarget(edit_target::kGrid); });
   connect(script_.grid(), &script::CommandGrid::popupRequested, this,
           [this](const QPoint& where) { popup_.OpenPopup(edit_target::kGrid, where); });
-  connect(&script_, &ScriptView::RunEnded, this, [this] {
-    if (close_after_run_) close();
-  });
   show_file();
 }
 
@@ -136,6 +140,8 @@ void MainWindow::Load() {
   menus_.Item("mnuOption_2")->setChecked(options.line_breaks);
   ConnectionChanged();
 }
+
+void MainWindow::PressConnect() { toolbar1_->Button("TB_CONNECT")->trigger(); }
 
 void MainWindow::PressPlay() { area_->script_bar()->Button("TB_PLAY")->trigger(); }
 
@@ -239,7 +245,37 @@ void MainWindow::ConnectSending() {
   connect(
       bar->command()->lineEdit(), &QLineEdit::textChanged, this,
       [bar] { MarkOutside(bar->command()->lineEdit()); }, Qt::QueuedConnection);
-  On({"TB_STOP"}, [this] { lines_.Stop(); });
+}
+
+void MainWindow::ConnectWaiting() {
+  ScriptToolbar* bar = area_->script_bar();
+  const QList<QAction*> stopping = {bar->Button("TB_STOP"), bar->Button("TB_BREAK")};
+  QList<QWidget*> buttons;
+  for (QAction* action : stopping) {
+    buttons.append(bar->widgetForAction(action));
+    connect(action, &QAction::triggered, this, [this] { wait_.GiveUp(); });
+  }
+  prompt_.OnTrigger(
+      stopping.front(), [this] { lines_.Stop(); }, MessagePrompt::While::kAlways);
+  const auto is_running = [this] { return script_.IsRunning() || lines_.IsSending(); };
+  wait_.SetControls({.readable = {pane_, script_.grid()},
+                     .copying = {menus_.Item("mnuCopy"), menus_.Item("mnuSelectAll"), bar->Button("TB_COPY")},
+                     .stopping = stopping,
+                     .stop_buttons = buttons,
+                     .can_stop = is_running});
+  prompt_.SetLinks({.is_waiting = [this] { return wait_.IsServing(); },
+                    .is_running = [this] { return script_.IsRunning(); },
+                    .stop = [this] { script_.Stop(); },
+                    .before_message = [this] { wait_.WaitOver(); },
+                    .after_event = [this] { CloseWhenIdle(); }});
+}
+
+bool MainWindow::IsBusy() const {
+  return core_.waits.IsUnderWay() || core_.connect.connecting() || script_.IsRunning() || lines_.IsSending();
+}
+
+bool MainWindow::Waiting(device::Operation operation, double seconds) {
+  return wait_.Waiting(operation, seconds) && GoesOn();
 }
 
 void MainWindow::Lock(bool flag) {
@@ -249,10 +285,10 @@ void MainWindow::Lock(bool flag) {
 }
 
 void MainWindow::Send() {
+  if (wait_.IsServing()) return;
   const std::string text = base::FromQt(area_->terminal_bar()->command()->currentText());
   if (!text.empty()) pane_->FollowEnd();
   prompt_.Guard([&] { lines_.Send(text, [] { QApplication::processEvents(); }); });
-  if (std::exchange(close_after_lines_, false)) close();
 }
 
 void MainWindow::OpenConnectionMenu() {
@@ -282,11 +318,9 @@ void MainWindow::ShowConfigureButton() {
       base::ToQt(own && device.connected ? texts::kConfigureTipConnected : texts::kConfigureTip));
 }
 
-// The window waits in the port library meanwhile. Only what repaints it is let through: a key or a click
-// would start another command in the middle of this one.
-void MainWindow::Dialling(const device::DialProgress& progress) {
+bool MainWindow::Dialling(const device::DialProgress& progress) {
   area_->status_bars().ShowConnection(terminal::texts::Dialling(progress));
-  QApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);
+  return wait_.Serve() && GoesOn();
 }
 
 void MainWindow::ConfigureConnection() {
@@ -296,11 +330,15 @@ void MainWindow::ConfigureConnection() {
   ShowHowToBegin();
 }
 
+// Asked for during a command, closing follows once that has been given up.
 void MainWindow::closeEvent(QCloseEvent* event) {
-  lines_.Stop();
-  close_after_lines_ = lines_.IsSending();
-  close_after_run_ = script_.EndRun();
-  if (close_after_run_ || close_after_lines_) return event->ignore();
+  close_when_idle_ = IsBusy();
+  prompt_.Dismiss(close_when_idle_);
+  if (close_when_idle_) {
+    lines_.Stop();
+    script_.Abort();
+    return event->ignore();
+  }
   script_.KeepUnsaved();
   if (memory_ != nullptr) memory_->Note();
   // The steps may show message boxes, during which the window could be closed once more.
@@ -308,6 +346,10 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   help_.Close();
   event->accept();
   Q_EMIT Closed();
+}
+
+void MainWindow::CloseWhenIdle() {
+  if (close_when_idle_ && !IsBusy()) close();
 }
 
 }  // namespace kolvane::window

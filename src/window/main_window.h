@@ -27,6 +27,7 @@
 #include "window/recent_lists.h"
 #include "window/script_view.h"
 #include "window/toolbars.h"
+#include "window/wait_view.h"
 #include "window/window_area.h"
 #include "window/window_memory.h"
 
@@ -49,6 +50,7 @@ struct WindowContext {
 /// The terminal window `frmTerminal`: it joins the widgets with the session and decides nothing itself.
 class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   Q_OBJECT
+  Q_PROPERTY(bool busy READ IsBusy)
 
  public:
   explicit MainWindow(WindowContext context);
@@ -63,8 +65,12 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   /// Loads a command file into the list; a failure is shown.
   void OpenCommandFile(const std::string& name) { script_.files().OpenFile(name); }
 
-  /// As the toolbar's button: plays the command list from its first row.
+  /// As the toolbar's buttons: connects or disconnects, plays the command list from its first row.
+  void PressConnect();
   void PressPlay();
+
+  /// While an exchange, an attempt to connect or a run is under way.
+  bool IsBusy() const;
 
   /// Called once when the user closes the window, while it is still shown.
   void OnUnload(std::function<void()> unload) { unload_ = std::move(unload); }
@@ -77,8 +83,10 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
 
  private:
   void ConnectionChanged() override;
-  void Dialling(const device::DialProgress& progress) override;
-  bool DiallingGivenUp() const override { return prompt_.Unattended(); }
+  bool Dialling(const device::DialProgress& progress) override;
+  void BeforeUnattended() override { wait_.PaintNow(); }
+  bool Waiting(device::Operation operation, double seconds) override;
+  void WaitOver() override { wait_.WaitOver(); }
 
   std::vector<std::string> HelpFolders() const { return {context_.folder, context_.own_folder}; }
   void BuildArea();
@@ -91,6 +99,9 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   void ConnectFinding();
   void OpenFindBar();
   void ConnectSending();
+  void ConnectWaiting();
+  void CloseWhenIdle();
+  bool GoesOn() const { return !close_when_idle_ && !prompt_.Unattended(); }
   void Send();
   void OpenConnectionMenu();
   void ConfigureConnection();
@@ -111,6 +122,7 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   PaneTarget pane_target_;
   PopupCommands popup_;
   LogCommands log_;
+  WaitView wait_;
   terminal::TerminalCore core_;
   CommandDialogs dialogs_;
   GuiLock lock_;
@@ -128,8 +140,7 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   WindowMemory* memory_ = nullptr;
   inspect::InspectorState inspector_;
   std::function<void()> unload_;
-  bool close_after_run_ = false;
-  bool close_after_lines_ = false;
+  bool close_when_idle_ = false;
 };
 
 }  // namespace kolvane::window

@@ -134,8 +134,11 @@ PopupCommands::PopupCommands(Menus& menus, MessagePrompt& prompt, EditTarget& pa
 }
 
 void PopupCommands::Connect(const char* item, void (EditTarget::*command)()) {
-  prompt_.OnTrigger(menus_.Item(item),
-                    [this, command] { (targets_.at(static_cast<std::size_t>(flag_))->*command)(); });
+  // These two change nothing.
+  const bool reads = command == &EditTarget::Copy || command == &EditTarget::SelectAll;
+  prompt_.OnTrigger(
+      menus_.Item(item), [this, command] { (targets_.at(static_cast<std::size_t>(flag_))->*command)(); },
+      reads ? MessagePrompt::While::kAlways : MessagePrompt::While::kIdle);
 }
 
 void PopupCommands::OpenPopup(int flag, const QPoint& where) {

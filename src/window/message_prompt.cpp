@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <QLayout>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QScreen>
 #include <QTextBoundaryFinder>
 #include <algorithm>
@@ -62,34 +63,45 @@ void WrapLongWords(QMessageBox& box) {
   own->hide();
 }
 
-void OfferHelp(QMessageBox& box) {
-  AddHelpButton(box);
-  // With a second button Esc would do nothing.
+// With a second button Esc would do nothing.
+void KeepOkOnEsc(QMessageBox& box) {
   box.setEscapeButton(QMessageBox::Ok);
   box.setDefaultButton(QMessageBox::Ok);
 }
 
-void Show(QWidget* parent, QMessageBox::Icon icon, std::string_view text) {
-  QMessageBox box(icon, base::ToQt(texts::kProgram), base::ToQt(text), QMessageBox::Ok, parent);
+QPushButton* AddStopButton(QMessageBox& box) {
+  QPushButton* stop = box.addButton(base::ToQt(texts::kEndRun), QMessageBox::DestructiveRole);
+  stop->setObjectName(QStringLiteral("EndRun"));
+  return stop;
+}
+
+}  // namespace
+
+void MessagePrompt::Show(int icon, std::string_view text) {
+  if (dismissed_) return;
+  links_.before_message();
+  QMessageBox box(static_cast<QMessageBox::Icon>(icon), base::ToQt(texts::kProgram), base::ToQt(text),
+                  QMessageBox::Ok, parent_);
   box.setObjectName(QStringLiteral("MessageBox"));
   box.setTextFormat(Qt::PlainText);
   WrapLongWords(box);
   // In a host without a window to be seen it would be the last one, with which Qt ends the host.
   box.setAttribute(Qt::WA_QuitOnClose, false);
-  if (parent != nullptr && help::StatusIn(text) != 0) OfferHelp(box);
+  if (parent_ != nullptr && help::StatusIn(text) != 0) AddHelpButton(box);
+  const QPushButton* stop = links_.is_running() ? AddStopButton(box) : nullptr;
+  KeepOkOnEsc(box);
   box.exec();
+  if (stop != nullptr && box.clickedButton() == stop) links_.stop();
 }
-
-}  // namespace
 
 void MessagePrompt::ShowError(std::string_view text) {
   if (Unattended()) return close_->Messages().ShowError(text);
-  Show(parent_, QMessageBox::Critical, text);
+  Show(QMessageBox::Critical, text);
 }
 
 void MessagePrompt::ShowMessage(std::string_view text) {
   if (Unattended()) return close_->Messages().ShowMessage(text);
-  Show(parent_, QMessageBox::NoIcon, text);
+  Show(QMessageBox::NoIcon, text);
 }
 
 void MessagePrompt::Guard(const std::function<void()>& event) {
@@ -100,10 +112,13 @@ void MessagePrompt::Guard(const std::function<void()>& event) {
   } catch (const std::bad_alloc&) {
     ShowError(texts::kNoMemory);
   }
+  links_.after_event();
 }
 
-void MessagePrompt::OnTrigger(QAction* action, std::function<void()> event) {
-  QObject::connect(action, &QAction::triggered, action, [this, event = std::move(event)] { Guard(event); });
+void MessagePrompt::OnTrigger(QAction* action, std::function<void()> event, While when) {
+  QObject::connect(action, &QAction::triggered, action, [this, event = std::move(event), when] {
+    if (when == While::kAlways || !links_.is_waiting()) Guard(event);
+  });
 }
 
 }  // namespace kolvane::window

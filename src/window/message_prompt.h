@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QWidget>
 #include <functional>
+#include <utility>
 
 #include "base/prompt.h"
 
@@ -31,12 +32,32 @@ class MessagePrompt final : public base::Prompt {
 
   /// Runs a window event; a run-time error in it becomes a message box with its description.
   void Guard(const std::function<void()>& event);
+
+  /// When a menu item or a button acts.
+  enum class While { kIdle, kAlways };
   /// Makes `event` what a menu item or a button does.
-  void OnTrigger(QAction* action, std::function<void()> event);
+  void OnTrigger(QAction* action, std::function<void()> event, While when = While::kIdle);
+
+  /// What the messages and events of a window have to do with what is under way in it.
+  struct Links {
+    std::function<bool()> is_waiting = [] { return false; };  ///< events of While::kIdle do nothing then
+    std::function<bool()> is_running = [] { return false; };  ///< messages offer to end the run then
+    std::function<void()> stop = [] {};                       ///< ends the run
+    std::function<void()> before_message = [] {};
+    std::function<void()> after_event = [] {};
+  };
+  void SetLinks(Links links) { links_ = std::move(links); }
+
+  /// While true nobody is told anything: the user is closing the window.
+  void Dismiss(bool dismissed) { dismissed_ = dismissed; }
 
  private:
+  void Show(int icon, std::string_view text);
+
   QWidget* parent_;
   CloseRequest* close_;
+  Links links_;
+  bool dismissed_ = false;
 };
 
 }  // namespace kolvane::window

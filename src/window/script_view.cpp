@@ -14,6 +14,7 @@ namespace {
 // Between rows that take less, looking for events each time would cost more than the rows.
 constexpr int kEventsEachMs = 4;
 constexpr int kProgressMs = 200;
+constexpr int kFrameMs = 16;
 
 script::ScriptLinks LinksOf(const ScriptParts& parts, const ScriptSurroundings& around,
                             script::RunHost& host) {
@@ -22,7 +23,7 @@ script::ScriptLinks LinksOf(const ScriptParts& parts, const ScriptSurroundings& 
           .device = parts.slices.device,
           .exchange = parts.core.exchange,
           .pane = around.pane,
-          .libraries = parts.library,
+          .waits = parts.core.waits,
           .prompt = around.prompt,
           .log = parts.log,
           .host = host};
@@ -35,7 +36,6 @@ ScriptView::ScriptView(ScriptParts parts, ScriptSurroundings surroundings, Scrip
     : QObject(parent),
       around_(std::move(surroundings)),
       core_(LinksOf(parts, around_, *this)),
-      connect_(parts.core.connect),
       state_(parts.state),
       terminal_(parts.slices.terminal),
       device_(parts.slices.device),
@@ -71,6 +71,7 @@ ScriptView::ScriptView(ScriptParts parts, ScriptSurroundings surroundings, Scrip
       Qt::QueuedConnection);
   ShowRecording();
   since_events_.start();
+  since_painted_.start();
 }
 
 ScriptView::~ScriptView() { delete panel_; }
@@ -84,11 +85,6 @@ void ScriptView::KeepUnsaved() {
   unsaved_->Keep();
 }
 
-bool ScriptView::EndRun() {
-  core_.runner.Abort();
-  return core_.runner.running();
-}
-
 void ScriptView::Yield() {
   if (since_events_.elapsed() < kEventsEachMs) return;
   QCoreApplication::processEvents();
@@ -98,13 +94,16 @@ void ScriptView::Yield() {
 }
 
 void ScriptView::ConnectButtons() {
-  const auto on = [this](const char* key, std::function<void()> event) {
-    around_.prompt.OnTrigger(toolbar_->Button(key), std::move(event));
+  using While = MessagePrompt::While;
+  const auto on = [this](const char* key, std::function<void()> event, While when = While::kIdle) {
+    around_.prompt.OnTrigger(toolbar_->Button(key), std::move(event), when);
   };
   on("TB_PLAY", [this] { Play(); });
   on("TB_SINGLESTEP", [this] { SingleStep(); });
-  on("TB_STOP", [this] { core_.runner.Stop(); });
-  on("TB_BREAK", [this] { core_.runner.Break(); });
+  on(
+      "TB_STOP", [this] { Stop(); }, While::kAlways);
+  on(
+      "TB_BREAK", [this] { core_.runner.Break(); }, While::kAlways);
   on("TB_RECORD", [this] { ToggleRecording(); });
   on("TB_NEWSCRIPT", [this] { OnFiles(&script::CommandFileMenu::New); });
   on("TB_OPENSCRIPT", [this] { OnFiles(&script::CommandFileMenu::Open); });
@@ -125,9 +124,13 @@ void ScriptView::Play() { Run(&script::Runner::Play); }
 
 void ScriptView::SingleStep() { Run(&script::Runner::SingleStep); }
 
+void ScriptView::RowStarts() {
+  if (since_painted_.elapsed() < kFrameMs) return;
+  around_.paint();
+  since_painted_.start();
+}
+
 void ScriptView::Run(void (script::Runner::*command)()) {
-  // Its rows would be lost on a line that is still being dialled.
-  if (connect_.connecting()) return;
   grid_->FinishEdit();
   if (!core_.runner.running()) {
     since_start_.start();
@@ -144,7 +147,6 @@ void ScriptView::AfterRun() {
   around_.progress({});
   ShowWatch();
   check_->CheckAgain();
-  Q_EMIT RunEnded();
 }
 
 void ScriptView::PlayFromHere() {

@@ -25,7 +25,6 @@ struct ScriptParts {
   script::ScriptState& state;
   terminal::TerminalSlices slices;
   terminal::TerminalCore& core;
-  device::PortLibrarySource& library;
   terminal::Log& log;
 };
 
@@ -35,7 +34,8 @@ struct ScriptSurroundings {
   pane::OutputPane& pane;
   script::CommandFileDialogs& dialogs;
   std::function<void(bool)> lock_gui;
-  std::string unsaved;  ///< where copies of unsaved lists are kept; empty: none are
+  std::function<void()> paint;  ///< shows at once what has changed
+  std::string unsaved;          ///< where copies of unsaved lists are kept; empty: none are
   std::function<void(const std::string&)> progress = [](const std::string&) {
   };  ///< of a run; empty: none is on
 };
@@ -70,14 +70,17 @@ class ScriptView final : public QObject, private script::RunHost {
   /// Called when the window closes: a copy of the list stays where it is modified.
   void KeepUnsaved();
 
-  /// Ends a run after the row in hand; no other begins. True while a run is on: RunEnded follows.
-  bool EndRun();
-
- Q_SIGNALS:
-  void RunEnded();
+  bool IsRunning() const { return core_.runner.running(); }
+  /// Ends a run after the row in hand.
+  void Stop() { core_.runner.Stop(); }
+  /// The same, and no other begins.
+  void Abort() { core_.runner.Abort(); }
+  /// Brings the grid up to the list.
+  void Flush() { grid_->Flush(); }
 
  private:
   void LockGUI(bool flag) override { around_.lock_gui(flag); }
+  void RowStarts() override;
   void Yield() override;
 
   void ConnectButtons();
@@ -92,7 +95,6 @@ class ScriptView final : public QObject, private script::RunHost {
 
   ScriptSurroundings around_;
   script::ScriptCore core_;
-  const terminal::ConnectCommands& connect_;
   const script::ScriptState& state_;
   const terminal::TerminalState& terminal_;
   const device::DeviceState& device_;
@@ -108,6 +110,7 @@ class ScriptView final : public QObject, private script::RunHost {
   QElapsedTimer since_start_;
   QElapsedTimer since_progress_;
   QElapsedTimer since_events_;
+  QElapsedTimer since_painted_;
 };
 
 }  // namespace kolvane::window

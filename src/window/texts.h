@@ -15,6 +15,7 @@ inline constexpr std::string_view kConfigureTipConnected =
 inline constexpr std::string_view kLoading = "Textdatei wird geladen …";
 inline constexpr std::string_view kPrinting = "Text wird gedruckt …";
 inline constexpr std::string_view kNoMemory = "Nicht genügend Speicher";
+inline constexpr std::string_view kEndRun = "Befehlsliste beenden";
 inline constexpr std::string_view kNotPrinted = "Der Drucker nimmt den Auftrag nicht an";
 
 inline constexpr std::string_view kFindInPane = "Suchen in der Ausgabe:";

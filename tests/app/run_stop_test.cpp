@@ -30,10 +30,10 @@ struct RunStopTest : testing::Test {
 
 class StoppedBySignalTest : public RunStopTest, public testing::WithParamInterface<int> {};
 
-TEST_P(StoppedBySignalTest, TheRunEndsAfterTheRowInHand) {
-  std::latch signalled(1);
+TEST_P(StoppedBySignalTest, TheRowInHandIsGivenUpAndTheRunEnds) {
+  std::latch over(1);
   Instrument instrument([&](const std::string& line) {
-    if (line == "B") signalled.wait();
+    if (line == "B") over.wait();
     return Echo(line);
   });
   std::vector<std::string> words = Words("A\nB\nC\n", instrument);
@@ -41,12 +41,12 @@ TEST_P(StoppedBySignalTest, TheRunEndsAfterTheRowInHand) {
   Program program(words);
   instrument.AwaitLines(2);
   program.Signal(GetParam());
-  signalled.count_down();
   const Outcome outcome = program.Wait();
+  over.count_down();
   EXPECT_EQ(outcome.status, 1);
-  EXPECT_EQ(outcome.out, "A\nB\n");
+  EXPECT_EQ(outcome.out, "A\n-60\n");
   EXPECT_EQ(outcome.err, "kolvane: Der Ablauf wurde abgebrochen.\n");
-  EXPECT_EQ(base::ReadBytes(folder.Path("a.LOG")), "A\r\nB\r\n");
+  EXPECT_EQ(base::ReadBytes(folder.Path("a.LOG")), "A\r\n-60\r\n");
   instrument.AwaitClose();
   EXPECT_EQ(instrument.lines(), (std::vector<std::string>{"A", "B"}));
 }
@@ -54,18 +54,18 @@ TEST_P(StoppedBySignalTest, TheRunEndsAfterTheRowInHand) {
 INSTANTIATE_TEST_SUITE_P(Signals, StoppedBySignalTest, testing::Values(SIGINT, SIGTERM, SIGHUP));
 
 TEST_F(RunStopTest, CommandsAreStoppedTheSameWay) {
-  std::latch signalled(1);
+  std::latch over(1);
   Instrument instrument([&](const std::string& line) {
-    signalled.wait();
+    over.wait();
     return Echo(line);
   });
   Program program({"send", "A", "B", "--connect", instrument.Resource(), "--timeout", "60000"});
   instrument.AwaitLines(1);
   program.Signal(SIGINT);
-  signalled.count_down();
   const Outcome outcome = program.Wait();
+  over.count_down();
   EXPECT_EQ(outcome.status, 1);
-  EXPECT_EQ(outcome.out, "A\n");
+  EXPECT_EQ(outcome.out, "-60\n");
 }
 
 TEST_F(RunStopTest, DiallingIsGivenUp) {

@@ -8,8 +8,8 @@
 #include "device/device_state.h"
 #include "fake_clock.h"
 #include "fake_port_library.h"
-#include "recording_dial_listener.h"
 #include "recording_host.h"
+#include "recording_wait_listener.h"
 
 namespace kolvane::device {
 
@@ -27,10 +27,11 @@ struct DeviceWorld {
   DeviceState state;
   ConnectionParameters parameters;
   FakeClock clock;
-  RecordingDialListener listener;
+  RecordingWaitListener listener;
   FakePortLibrary library{&clock};
   FakePortLibrarySource source{&library};
-  DeviceIo io{state, parameters, source, clock, listener, [] { return std::string("24.10.2026 08:00:00"); }};
+  Waits waits{source, clock, listener};
+  DeviceIo io{state, parameters, source, clock, waits, [] { return std::string("24.10.2026 08:00:00"); }};
   std::string answer;
   Bytes buffer;
 };

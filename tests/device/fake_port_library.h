@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "device/fake_clock.h"
 #include "device/port_library.h"
-#include "fake_clock.h"
 
 namespace kolvane::device {
 

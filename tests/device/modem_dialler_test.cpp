@@ -6,7 +6,7 @@
 
 #include "fake_clock.h"
 #include "fake_port_library.h"
-#include "recording_dial_listener.h"
+#include "recording_wait_listener.h"
 
 namespace kolvane::device {
 namespace {
@@ -16,13 +16,16 @@ class Dialling : public testing::Test {
   Dialling() { library.SetTimeout(2000), library.calls.clear(); }
 
   std::int32_t Dial(const std::vector<std::string>& commands, std::int32_t timeout_s = 60) {
-    return ModemDialler(library, clock, listener).Dial(commands, timeout_s);
+    const Waits::Scope scope(waits, Operation::kConnecting);
+    return ModemDialler(library, clock, waits).Dial(commands, timeout_s);
   }
   long Count(const std::string& call) const { return std::ranges::count(library.calls, call); }
 
-  RecordingDialListener listener;
+  RecordingWaitListener listener;
   FakeClock clock;
   FakePortLibrary library{&clock};
+  FakePortLibrarySource source{&library};
+  Waits waits{source, clock, listener};
 };
 
 TEST(ModemCommands, AreTheLinesThatAreNotEmpty) {

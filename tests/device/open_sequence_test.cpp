@@ -27,7 +27,7 @@ class Opening : public testing::Test, public DeviceWorld {
 
   std::int32_t Open(std::int16_t code) {
     parameters.port_code = code;
-    return OpenSequence(state, parameters, source, clock, listener).Run();
+    return OpenSequence(state, parameters, source, clock, waits).Run();
   }
 
   Calls& calls = library.calls;

@@ -84,6 +84,8 @@ class ExampleRun {
   terminal::FakePane pane_;
   terminal::FakeLog unused_log_;
   terminal::FakeConnectionView view_;
+  device::FakeClock wait_clock_;
+  device::Waits waits_{libraries_, wait_clock_, view_};
   base::FakePrompt prompt_;
   terminal::FakeLog log_;
   script::FakeRunHost host_;
@@ -91,9 +93,8 @@ class ExampleRun {
   terminal::ConnectCommands connect_{device_, device_state_, output_,
                                      prompt_, view_,         {.description = [] { return std::string(); }}};
   terminal::Session session_{device_, device_state_, state_, output_, connect_};
-  terminal::Exchange exchange_{session_, state_.options, output_, clock_, ","};
-  script::ScriptCore core_{
-      {script_, state_, device_state_, exchange_, pane_, libraries_, prompt_, log_, host_}};
+  terminal::Exchange exchange_{session_, waits_, state_.options, output_, clock_, ","};
+  script::ScriptCore core_{{script_, state_, device_state_, exchange_, pane_, waits_, prompt_, log_, host_}};
 };
 
 }  // namespace kolvane::help

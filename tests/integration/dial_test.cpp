@@ -24,7 +24,7 @@ constexpr std::int32_t kPatienceMs = 20'000;
 constexpr std::int32_t kShortMs = 1;
 
 /// Each step that waits for the connection takes five seconds of the test's own time.
-class DialTest : public testing::Test, private device::DialListener {
+class DialTest : public testing::Test, private device::WaitListener {
  protected:
   std::int32_t Dial(Modem& modem, const std::string& script, std::int32_t timeout_ms = kPatienceMs) {
     setenv("KOLVANE_PORT_LIBRARY", KOLVANE_PORT_LIBRARY_FILE, 1);
@@ -60,16 +60,18 @@ class DialTest : public testing::Test, private device::DialListener {
   device::ConnectionParameters parameters_;
   device::FakeClock clock_;
   device::LazyPortLibrary library_{""};
-  device::DeviceIo device_{state_, parameters_, library_, clock_, *this};
+  device::Waits waits_{library_, clock_, *this};
+  device::DeviceIo device_{state_, parameters_, library_, clock_, waits_};
   std::function<void(const device::DialProgress&)> on_wait_ = [](const auto&) {};
   Lines replies_;
 
  private:
-  void Dialling(const device::DialProgress& progress) override {
-    if (!progress.command.empty()) return;
+  bool Dialling(const device::DialProgress& progress) override {
+    if (!progress.command.empty()) return true;
     replies_.push_back(progress.reply);
     clock_.Advance(5);
     on_wait_(progress);
+    return true;
   }
 };
 

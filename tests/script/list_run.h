@@ -51,13 +51,15 @@ class ListRun {
   base::FakePrompt prompt_;
   terminal::FakeClock clock_;
   terminal::FakeConnectionView view_;
+  device::FakeClock wait_clock_;
+  device::Waits waits_{libraries_, wait_clock_, view_};
   terminal::Output output_{state_.output, pane_, log_};
   terminal::ConnectCommands connect_{
       device_, device_state_, output_, prompt_, view_, {.description = [] { return std::string("TCP/IP"); }}};
   terminal::Session session_{device_, device_state_, state_, output_, connect_};
-  terminal::Exchange exchange_{session_, state_.options, output_, clock_, ","};
+  terminal::Exchange exchange_{session_, waits_, state_.options, output_, clock_, ","};
   FakeRunHost host_;
-  ScriptCore core_{{script_, state_, device_state_, exchange_, pane_, libraries_, prompt_, log_, host_}};
+  ScriptCore core_{{script_, state_, device_state_, exchange_, pane_, waits_, prompt_, log_, host_}};
   bool loaded_ = false;
 };
 

@@ -53,12 +53,10 @@ struct RunBench : terminal::SessionBench {
   }
 
   ScriptState script;
-  device::FakePortLibrary library;
-  device::FakePortLibrarySource libraries{&library};
   terminal::FakeClock clock;
-  terminal::Exchange exchange{session, state.options, output, clock, ","};
+  terminal::Exchange exchange{session, waits, state.options, output, clock, ","};
   FakeRunHost host;
-  ScriptCore core{{script, state, device_state, exchange, pane, libraries, prompt, log, host}};
+  ScriptCore core{{script, state, device_state, exchange, pane, waits, prompt, log, host}};
 };
 
 }  // namespace kolvane::script

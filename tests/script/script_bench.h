@@ -10,6 +10,7 @@
 #include "script/interpreter.h"
 #include "script/list_text.h"
 #include "script/script_state.h"
+#include "terminal/connect_bench.h"
 #include "terminal/session_fakes.h"
 
 namespace kolvane::script {
@@ -38,12 +39,15 @@ struct ScriptBench {
   device::DeviceState device;
   device::FakePortLibrary library;
   device::FakePortLibrarySource libraries{&library};
+  device::FakeClock wait_clock;
+  terminal::FakeConnectionView view;
+  device::Waits waits{libraries, wait_clock, view};
   terminal::FakePane pane;
   base::FakePrompt prompt;
   terminal::FakeLog log;
   CommandList list{&state.run};
   ListErrors errors{list, prompt};
-  Interpreter interpreter{list, errors, {state.interpreter, terminal, device, libraries, pane, log}};
+  Interpreter interpreter{list, errors, {state.interpreter, terminal, device, waits, pane, log}};
 };
 
 }  // namespace kolvane::script

@@ -47,7 +47,7 @@ class CommandLinesTest : public testing::Test, protected SessionBench {
   FakeClock clock;
   NoRecorder recorder;
   NoBox box;
-  Exchange exchange{session, state.options, output, clock, ","};
+  Exchange exchange{session, waits, state.options, output, clock, ","};
   InteractiveSend interactive{exchange, recorder, box};
   CommandLines lines{interactive};
   std::function<void()> on_between;

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "base/fake_prompt.h"
+#include "device/fake_port_library.h"
 #include "terminal/connect_commands.h"
 #include "terminal/fake_device.h"
 #include "terminal/session_fakes.h"
@@ -13,7 +15,16 @@ namespace kolvane::terminal {
 class FakeConnectionView final : public ConnectionView {
  public:
   void ConnectionChanged() override { ++changes; }
+  bool Waiting(device::Operation operation, double /*seconds*/) override {
+    waited_for.push_back(operation);
+    return !gives_up;
+  }
+  void WaitOver() override { ++waits_over; }
+
   int changes = 0;
+  bool gives_up = false;
+  std::vector<device::Operation> waited_for;
+  int waits_over = 0;
 };
 
 /// Connect commands with nothing but fakes around them, not connected.
@@ -31,6 +42,10 @@ struct ConnectBench {
   FakeLog log;
   base::FakePrompt prompt;
   FakeConnectionView view;
+  device::FakePortLibrary library;
+  device::FakePortLibrarySource libraries{&library};
+  device::FakeClock wait_clock;
+  device::Waits waits{libraries, wait_clock, view};
   Output output{state.output, pane, log};
   ConnectCommands connect{device,
                           device_state,

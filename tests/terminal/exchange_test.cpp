@@ -21,7 +21,7 @@ class ExchangeTest : public testing::Test, protected SessionBench {
   }
 
   FakeClock clock;
-  Exchange exchange{session, state.options, output, clock, ","};
+  Exchange exchange{session, waits, state.options, output, clock, ","};
 };
 
 TEST_F(ExchangeTest, TellsEachLineAsWhatItIs) {

@@ -31,7 +31,7 @@ class InteractiveSendTest : public testing::Test, protected SessionBench {
   FakeClock clock;
   FakeRecorder recorder;
   FakeCommandBox box;
-  Exchange exchange{session, state.options, output, clock, ","};
+  Exchange exchange{session, waits, state.options, output, clock, ","};
   InteractiveSend interactive{exchange, recorder, box};
 };
 

@@ -38,6 +38,8 @@ class CommandGrid final : public QTableView {
   }
   /// Takes over what is being typed into a row, as Enter would, and stays there.
   void FinishEdit();
+  /// Brings the rows up to the list.
+  void Flush() { model_->Flush(); }
   /// Shows at once what has changed, and after a run, which has passed the empty rows after the list, puts
   /// the cursor where there is something to see: in `last_row`, the one carried out last, or in row 1.
   void ShowRunEnd(int last_row);

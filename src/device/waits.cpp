@@ -1,0 +1,80 @@
+#include "device/waits.h"
+
+#include <new>
+
+#include "device/device_state.h"
+
+namespace kolvane::device {
+namespace {
+
+constexpr double kPace = 0.050;  // seconds
+
+}  // namespace
+
+Waits::Waits(PortLibrarySource& source, const base::Clock& clock, WaitListener& listener)
+    : source_(source), clock_(clock), listener_(listener) {
+  source_.SetWaitHandler({&Waits::Handle, this});
+}
+
+Waits::~Waits() { source_.SetWaitHandler({}); }
+
+void Waits::Begin() {
+  timed_ = false;
+  told_ = false;
+  given_up_ = false;
+}
+
+void Waits::End() {
+  if (told_) listener_.WaitOver();
+}
+
+// The clock is asked only where something takes long: an exchange that is answered at once pays nothing.
+void Waits::StartAt(double seconds) {
+  if (timed_) return;
+  timed_ = true;
+  start_ = last_told_ = seconds;
+}
+
+bool Waits::Attend() {
+  const double now = clock_.Seconds();
+  StartAt(now);
+  return now - last_told_ < kPace ? !given_up_ : Tell(now);
+}
+
+bool Waits::AttendNow() {
+  const double now = clock_.Seconds();
+  StartAt(now);
+  return Tell(now);
+}
+
+bool Waits::Tell(double now) {
+  if (attending_ || given_up_) return !given_up_;
+  attending_ = true;
+  told_ = depth_ > 0;
+  last_told_ = now;
+  try {
+    given_up_ = !listener_.Waiting(operation_, now - start_);
+  } catch (const std::bad_alloc&) {
+    given_up_ = true;
+  }
+  attending_ = false;
+  return !given_up_;
+}
+
+std::int32_t Waits::Handle(void* context, std::int32_t waited_ms) {
+  auto& waits = *static_cast<Waits*>(context);
+  const double now = waits.clock_.Seconds();
+  if (waits.depth_ == 0) waits.Begin();
+  waits.StartAt(now - waited_ms / 1000.0);
+  return waits.Tell(now) ? 0 : 1;
+}
+
+std::int32_t Waits::Delay(std::int32_t milliseconds) {
+  PortLibrary* library = source_.Library();
+  if (library == nullptr) return device_status::kNoPortLibrary;
+  const Scope scope(*this, Operation::kDelay);
+  BeforeLibraryCall();
+  return library->Delay(milliseconds);
+}
+
+}  // namespace kolvane::device

@@ -1,0 +1,183 @@
+#include "window/wait_view.h"
+
+#include <QAbstractItemView>
+#include <QAction>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QScrollBar>
+#include <algorithm>
+
+#include "terminal/texts.h"
+
+namespace kolvane::window {
+namespace {
+
+constexpr double kShownAfter = 0.5;  // seconds; a shorter wait would only flicker
+
+constexpr QKeySequence::StandardKey kReadingKeys[] = {
+    QKeySequence::Copy,
+    QKeySequence::SelectAll,
+    QKeySequence::MoveToNextChar,
+    QKeySequence::MoveToPreviousChar,
+    QKeySequence::MoveToNextWord,
+    QKeySequence::MoveToPreviousWord,
+    QKeySequence::MoveToNextLine,
+    QKeySequence::MoveToPreviousLine,
+    QKeySequence::MoveToNextPage,
+    QKeySequence::MoveToPreviousPage,
+    QKeySequence::MoveToStartOfLine,
+    QKeySequence::MoveToEndOfLine,
+    QKeySequence::MoveToStartOfDocument,
+    QKeySequence::MoveToEndOfDocument,
+    QKeySequence::SelectNextChar,
+    QKeySequence::SelectPreviousChar,
+    QKeySequence::SelectNextWord,
+    QKeySequence::SelectPreviousWord,
+    QKeySequence::SelectNextLine,
+    QKeySequence::SelectPreviousLine,
+    QKeySequence::SelectNextPage,
+    QKeySequence::SelectPreviousPage,
+    QKeySequence::SelectStartOfLine,
+    QKeySequence::SelectEndOfLine,
+    QKeySequence::SelectStartOfDocument,
+    QKeySequence::SelectEndOfDocument,
+};
+
+bool IsReadingKey(const QKeyEvent& event) {
+  return std::ranges::any_of(kReadingKeys, [&](auto key) { return event.matches(key); });
+}
+
+bool IsInput(QEvent::Type type) {
+  switch (type) {
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::ShortcutOverride:
+    case QEvent::Shortcut:
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+    case QEvent::Wheel:
+    case QEvent::ContextMenu:
+    case QEvent::InputMethod:
+    case QEvent::TabletPress:
+    case QEvent::TabletMove:
+    case QEvent::TabletRelease:
+    case QEvent::TouchBegin:
+    case QEvent::TouchUpdate:
+    case QEvent::TouchEnd:
+    case QEvent::DragEnter:
+    case QEvent::DragMove:
+    case QEvent::Drop:
+      return true;
+    default:
+      return false;
+  }
+}
+
+}  // namespace
+
+WaitView::WaitView(QWidget& window, StatusBars& bars, std::function<void()> paint)
+    : QObject(&window), window_(window), bars_(bars), paint_(std::move(paint)) {}
+
+void WaitView::PaintNow() {
+  if (serving_) return;
+  paint_();
+  QCoreApplication::sendPostedEvents(&window_, QEvent::UpdateRequest);
+}
+
+bool WaitView::Waiting(device::Operation operation, double seconds) {
+  waiting_ = true;
+  if (seconds >= kShownAfter && operation != device::Operation::kNone) {
+    bars_.ShowState(terminal::StateKind::kWait, terminal::texts::Waiting(operation, seconds));
+    if (!shown_) QApplication::setOverrideCursor(Qt::WaitCursor);
+    shown_ = true;
+  }
+  return Serve();
+}
+
+// What was typed or clicked since the last time is dropped, too.
+void WaitView::WaitOver() {
+  if (!std::exchange(waiting_, false)) return;
+  if (shown_) {
+    QApplication::restoreOverrideCursor();
+    bars_.ShowState(terminal::StateKind::kWait, "");
+    shown_ = false;
+  }
+  Serve();
+  given_up_ = false;
+}
+
+bool WaitView::Serve() {
+  if (serving_) return true;
+  serving_ = true;
+  modal_ = QApplication::activeModalWidget();
+  qApp->installEventFilter(this);
+  QCoreApplication::processEvents();
+  qApp->removeEventFilter(this);
+  serving_ = false;
+  return !std::exchange(given_up_, false);
+}
+
+bool WaitView::eventFilter(QObject* target, QEvent* event) {
+  // Windows of the system hand their events on to widgets.
+  if (!IsInput(event->type()) || target->isWindowType() || !IsDropped(target, event)) return false;
+  if (event->type() == QEvent::DragEnter || event->type() == QEvent::DragMove) event->ignore();
+  return true;
+}
+
+bool WaitView::IsDropped(QObject* target, QEvent* event) {
+  // A dialog of the host's that has opened meanwhile must be answered.
+  const QWidget* modal = QApplication::activeModalWidget();
+  if (modal != nullptr && modal != modal_) return false;
+  if (event->type() == QEvent::Shortcut) return IsShortcutDropped(*target);
+  const auto* widget = qobject_cast<QWidget*>(target);
+  if (widget == nullptr) return true;
+  switch (event->type()) {
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::ShortcutOverride:
+      return IsKeyDropped(*widget, *static_cast<QKeyEvent*>(event));
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+    case QEvent::Wheel:
+      return IsMouseDropped(*widget, *event);
+    default:
+      return true;
+  }
+}
+
+bool WaitView::IsKeyDropped(const QWidget& target, const QKeyEvent& event) {
+  if (event.type() == QEvent::KeyPress && event.key() == Qt::Key_Escape) GiveUp();
+  return event.key() == Qt::Key_Escape || !IsReadable(target) || !IsReadingKey(event);
+}
+
+bool WaitView::IsMouseDropped(const QWidget& target, const QEvent& event) const {
+  if (qobject_cast<const QScrollBar*>(&target) != nullptr) return false;
+  if (event.type() == QEvent::Wheel) return !IsReadable(target);
+  // In the list it would start an edit.
+  const bool in_list = qobject_cast<const QAbstractItemView*>(target.parentWidget()) != nullptr;
+  if (event.type() == QEvent::MouseButtonDblClick && in_list) return true;
+  const auto& mouse = static_cast<const QMouseEvent&>(event);
+  const bool left = (mouse.buttons() | mouse.button()) == Qt::LeftButton || mouse.buttons() == Qt::NoButton;
+  if (!left || mouse.button() == Qt::RightButton || mouse.button() == Qt::MiddleButton) return true;
+  if (controls_.can_stop() && controls_.stop_buttons.contains(&target)) return false;
+  return !IsReadable(target);
+}
+
+bool WaitView::IsShortcutDropped(const QObject& target) {
+  const auto is_target = [&](const QAction* action) { return action == &target; };
+  if (std::ranges::any_of(controls_.copying, is_target)) return false;
+  return !controls_.can_stop() || std::ranges::none_of(controls_.stopping, is_target);
+}
+
+bool WaitView::IsReadable(const QWidget& widget) const {
+  return std::ranges::any_of(controls_.readable, [&](const QWidget* readable) {
+    return readable == &widget || readable->isAncestorOf(&widget);
+  });
+}
+
+}  // namespace kolvane::window

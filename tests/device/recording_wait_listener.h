@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "device/modem_dialler.h"
+
+namespace kolvane::device {
+
+/// Writes down each step of a dialling and each wait.
+class RecordingWaitListener final : public WaitListener {
+ public:
+  bool Dialling(const DialProgress& progress) override {
+    const std::string what = progress.command.empty() ? std::to_string(progress.seconds_left) + " s left"
+                                                      : "sent " + progress.command;
+    steps.push_back(what + ", last '" + progress.reply + "'");
+    return steps.size() < patience;
+  }
+  bool Waiting(Operation operation, double seconds) override {
+    waited.push_back({operation, seconds});
+    return steps.size() < patience;
+  }
+  void WaitOver() override { ++over; }
+  void BeforeUnattended() override { ++unattended; }
+
+  struct Wait {
+    Operation operation;
+    double seconds;
+  };
+  std::vector<std::string> steps;
+  std::vector<Wait> waited;
+  int over = 0;
+  int unattended = 0;
+  std::size_t patience = SIZE_MAX;  ///< how many steps it waits for
+};
+
+}  // namespace kolvane::device

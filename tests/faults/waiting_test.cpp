@@ -1,0 +1,292 @@
+// What the user can do with a window while it waits for the instrument, and what not.
+
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTimer>
+#include <QToolBar>
+#include <QtTest/QTest>
+#include <utility>
+
+#include "devlnk/status.h"
+#include "faults/live_window.h"
+#include "pane/ui/output_pane.h"
+#include "script/ui/command_grid.h"
+
+namespace kolvane::faults {
+namespace {
+
+const std::string kGivenUp = std::to_string(devlnk::Code(devlnk::Status::kGivenUp));
+
+After Silence(Wire& wire) {
+  wire.AwaitCalm();
+  return After::kGoOn;
+}
+
+class Waiting : public testing::TestWithParam<Port> {
+ protected:
+  LiveWindow& Open(Fault fault) {
+    live_ = std::make_unique<LiveWindow>(GetParam(), std::move(fault));
+    live_->Send("FIRST");
+    EXPECT_EQ(live_->NewLines(), "<+>|FIRST|FIRST");
+    return *live_;
+  }
+
+  /// Does `step` the first time that the window serves events while the instrument is silent.
+  void OnceWaiting(std::function<void()> step) {
+    WhileWaiting([this, step = std::move(step)] {
+      if (live_->instrument().lines().back() != "FAULT") return false;
+      step();
+      return true;
+    });
+  }
+  /// Does `step` again and again until it returns true.
+  void WhileWaiting(std::function<bool()> step) {
+    look_ = std::make_unique<QTimer>();
+    QObject::connect(look_.get(), &QTimer::timeout, look_.get(), [this, step = std::move(step)] {
+      if (!look_->isActive()) return;
+      look_->stop();
+      if (!step()) look_->start();
+    });
+    look_->start(10);
+  }
+
+  void Escape() { QTest::keyClick(live_->window().focusWidget(), Qt::Key_Escape); }
+  template <typename Widget>
+  Widget* Find(const char* name) {
+    return live_->window().findChild<Widget*>(QLatin1String(name));
+  }
+  QString State() { return Find<QLabel>("StatusBar1_2")->text(); }
+
+  /// The line is as it was before.
+  void ExpectUsable() {
+    live_->instrument().Calm();
+    live_->Send("NOW");
+    EXPECT_EQ(live_->NewLines(), "NOW|NOW");
+    EXPECT_TRUE(live_->boxes().empty());
+    EXPECT_FALSE(live_->window().property("busy").toBool());
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+    EXPECT_EQ(State(), "");
+  }
+
+  std::unique_ptr<LiveWindow> live_;
+  std::unique_ptr<QTimer> look_;
+};
+
+std::string PortName(const testing::TestParamInfo<Port>& info) { return NameOf(info.param); }
+
+using WaitingOnTcp = Waiting;
+INSTANTIATE_TEST_SUITE_P(Ports, Waiting, testing::ValuesIn(kPorts), PortName);
+INSTANTIATE_TEST_SUITE_P(Ports, WaitingOnTcp, testing::Values(Port::kTcp), PortName);
+
+TEST_P(Waiting, EscGivesUpAnAnswer) {
+  LiveWindow& live = Open(Silence);
+  OnceWaiting([&] {
+    EXPECT_TRUE(live.window().property("busy").toBool());
+    Escape();
+  });
+  live.Send("FAULT");
+  EXPECT_EQ(live.NewLines(), "FAULT|" + kGivenUp);
+  ExpectUsable();
+}
+
+TEST_P(Waiting, WhatHadComeOfAnAnswerIsThereForTheNextRead) {
+  LiveWindow& live = Open([](Wire& wire) {
+    wire.Send("begin");
+    wire.AwaitCalm();
+    wire.Send(" and end\r\n");
+    return After::kGoOn;
+  });
+  OnceWaiting([&] { Escape(); });
+  live.Send("FAULT");
+  live.instrument().Calm();
+  live.Send("NEXT");
+  live.Send("LAST");
+  EXPECT_EQ(live.NewLines(), "FAULT|" + kGivenUp + "|NEXT|begin and end|LAST|NEXT");
+}
+
+// Each byte comes before the window would be called about it.
+TEST_P(Waiting, OfAnAnswerThatDripsWhatCameIsShown) {
+  LiveWindow& live = Open([](Wire& wire) {
+    wire.Drip(std::string(100'000, 'x'), 10);
+    return After::kGoOn;
+  });
+  live.terminal().receive.mode = terminal::receive_mode::kAuto;
+  OnceWaiting([&] { Escape(); });
+  live.Send("FAULT");
+  const std::string lines = live.NewLines();
+  EXPECT_TRUE(lines.starts_with("FAULT|xx")) << lines;
+  EXPECT_LT(lines.size(), 8192u);
+}
+
+TEST_P(Waiting, KeysAndClicksAreDroppedNotKept) {
+  LiveWindow& live = Open(Silence);
+  OnceWaiting([&] {
+    auto* command = Find<QComboBox>("cmbCommand");
+    for (int press = 0; press < 3; ++press) QTest::keyClick(command->lineEdit(), Qt::Key_Return);
+    QTest::keyClicks(command->lineEdit(), QStringLiteral("TYPED"));
+    QTest::mouseClick(Find<QPushButton>("cmdSend"), Qt::LeftButton);
+    QTest::keyClick(&live.window(), Qt::Key_F5);
+    // As a screen reader presses them.
+    Find<QPushButton>("cmdSend")->click();
+    for (const char* key :
+         {"TB_CONNECT", "TB_FLUSH", "TB_PLAY", "TB_SINGLESTEP", "mnuDisconnect", "mnuConnect"})
+      live.Press(key);
+    EXPECT_EQ(command->currentText(), "FAULT");
+    Escape();
+  });
+  live.Send("FAULT");
+  EXPECT_EQ(live.NewLines(), "FAULT|" + kGivenUp);
+  ExpectUsable();
+  EXPECT_EQ(live.instrument().lines(), (std::vector<std::string>{"FIRST", "FAULT", "NOW"}));
+}
+
+TEST_P(WaitingOnTcp, TheStateSaysWhatIsWaitedFor) {
+  Open(Silence);
+  QString state;
+  WhileWaiting([&] {
+    state = State();
+    if (state.isEmpty()) return false;
+    EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+    Escape();
+    return true;
+  });
+  live_->Send("FAULT");
+  EXPECT_TRUE(state.startsWith("wartet auf Antwort (0,")) << state.toStdString();
+  EXPECT_TRUE(state.endsWith(" s, Esc bricht ab)")) << state.toStdString();
+  live_->NewLines();
+  ExpectUsable();
+}
+
+TEST_P(WaitingOnTcp, TextCanBeSelectedCopiedAndScrolled) {
+  LiveWindow& live = Open(Silence);
+  auto* pane = Find<pane::OutputPane>("TermWin");
+  OnceWaiting([&] {
+    QTest::mouseDClick(pane->viewport(), Qt::LeftButton, {},
+                       pane->CharacterRect(pane->plainText().size() - 1).center());
+    EXPECT_EQ(pane->selectedText(), "FAULT");
+    QTest::keyClick(pane, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(), "FAULT");
+    const QString text = pane->plainText();
+    for (const int key : {Qt::Key_Delete, Qt::Key_Return, Qt::Key_X})
+      QTest::keyClick(pane, static_cast<Qt::Key>(key));
+    EXPECT_EQ(pane->plainText(), text);
+    Escape();
+  });
+  live.Send("FAULT");
+  live.NewLines();
+  ExpectUsable();
+}
+
+TEST_P(WaitingOnTcp, ClosingGivesUpAndDoesTheLastSteps) {
+  LiveWindow& live = Open(Silence);
+  bool unloaded = false;
+  live.window().OnUnload([&] { unloaded = true; });
+  const QSignalSpy closed(&live.window(), &window::MainWindow::Closed);
+  OnceWaiting([&] {
+    live.window().close();
+    EXPECT_FALSE(unloaded);
+  });
+  live.Send("FAULT");
+  EXPECT_TRUE(unloaded);
+  EXPECT_EQ(closed.count(), 1);
+  EXPECT_FALSE(live.window().isVisible());
+  EXPECT_TRUE(live.boxes().empty());
+}
+
+TEST_P(WaitingOnTcp, StopGivesUpTheRowInHandAndEndsTheRun) {
+  for (const char* key : {"TB_STOP", "TB_BREAK"}) {
+    SCOPED_TRACE(key);
+    LiveWindow& live = Open(Silence);
+    OnceWaiting([&] { live.Press(key); });
+    live.Play("ONE\r\nFAULT\r\nNEVER\r\n");
+    EXPECT_EQ(live.NewLines(), "ONE|ONE|FAULT|" + kGivenUp);
+    ExpectUsable();
+    live_.reset();
+  }
+}
+
+TEST_P(WaitingOnTcp, ARunIsStoppedByKeysAndByTheButtonItself) {
+  const std::function<void()> ways[] = {
+      [&] { QTest::keyClick(&live_->window(), Qt::Key_F5, Qt::ShiftModifier); },
+      [&] { QTest::keyClick(&live_->window(), Qt::Key_F6); },
+      [&] {
+        auto* bar = live_->window().findChild<QToolBar*>("Toolbar3");
+        QTest::mouseClick(bar->widgetForAction(Find<QAction>("TB_STOP")), Qt::LeftButton);
+      }};
+  for (const auto& way : ways) {
+    LiveWindow& live = Open(Silence);
+    live.window().activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&live.window()));
+    OnceWaiting(way);
+    live.Play("FAULT\r\nNEVER\r\n");
+    EXPECT_EQ(live.NewLines(), "FAULT|" + kGivenUp);
+    ExpectUsable();
+    live_.reset();
+  }
+}
+
+TEST_P(WaitingOnTcp, EscGivesUpARowAndTheRunGoesOn) {
+  LiveWindow& live = Open(Silence);
+  OnceWaiting([&] {
+    EXPECT_EQ(Find<script::CommandGrid>("CommandScript")->list().current_row(), 2);
+    Escape();
+    live.instrument().Calm();
+  });
+  live.Play("ONE\r\nFAULT\r\nTHREE\r\n");
+  EXPECT_EQ(live.NewLines(), "ONE|ONE|FAULT|" + kGivenUp + "|THREE|THREE");
+}
+
+TEST_P(WaitingOnTcp, EscGivesUpADelay) {
+  LiveWindow& live = Open(Silence);
+  QString state;
+  WhileWaiting([&] {
+    state = State();
+    if (state.isEmpty()) return false;
+    Escape();
+    return true;
+  });
+  live.Play("$DELAY 600000\r\nTWO\r\n");
+  EXPECT_TRUE(state.startsWith("Pause (0,")) << state.toStdString();
+  EXPECT_EQ(live.NewLines(), "TWO|TWO");
+  ExpectUsable();
+}
+
+TEST_P(WaitingOnTcp, BreakEndsADelayAndTheRun) {
+  LiveWindow& live = Open(Silence);
+  WhileWaiting([&] { return live.window().property("busy").toBool() && (live.Press("TB_BREAK"), true); });
+  live.Play("$DELAY 600000\r\nNEVER\r\n");
+  EXPECT_EQ(live.NewLines(), "");
+  ExpectUsable();
+}
+
+TEST_P(WaitingOnTcp, EscGivesUpAConnection) {
+  LiveWindow& live = Open(Silence);
+  live.Press("TB_CONNECT");
+  live.NewLines();
+  const base::FullListener full;
+  live.connection().ip_port = static_cast<std::int16_t>(full.port());
+  QString state;
+  WhileWaiting([&] {
+    state = State();
+    if (state.isEmpty()) return false;
+    Escape();
+    return true;
+  });
+  live.Press("TB_CONNECT");
+  EXPECT_TRUE(state.startsWith("verbindet (0,")) << state.toStdString();
+  EXPECT_EQ(live.boxes(),
+            std::vector<std::string>{"Fehler beim Verbindungsaufbau: " + kGivenUp + " (" + kGivenUp + ")"});
+  EXPECT_FALSE(live.connected());
+}
+
+}  // namespace
+}  // namespace kolvane::faults
