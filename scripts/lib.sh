@@ -4,7 +4,7 @@ set -euo pipefail
 cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/.."
 
 build_packages="g++ cmake ninja-build ccache qt6-base-dev qt6-svg-dev libxcb1-dev nlohmann-json3-dev pkgconf qt6-translations-l10n fonts-liberation2 fonts-dejavu-core pybind11-dev python3-dev fp-utils libmspack-dev"
-check_packages="libgtest-dev libxcb-damage0-dev strace clang-format locales mypy python3-numpy python3-pyqt6 xvfb libumockdev-dev umockdev groff-base tzdata dpkg-dev file desktop-file-utils appstream zsh fish"
+check_packages="libgtest-dev libxcb-damage0-dev strace clang-format clang-tidy locales mypy python3-numpy python3-pyqt6 xvfb libumockdev-dev umockdev groff-base tzdata dpkg-dev file desktop-file-utils appstream zsh fish"
 
 # For scripts/screenshots alone: a display, and a small window manager that draws frames.
 picture_packages="xvfb openbox"
@@ -81,7 +81,7 @@ build() {
   if [ -z "$targets" ] || ! ninja -C "build/$preset" -n "$@" 2>/dev/null | grep -q 'no work to do'; then
     say "building ($preset)"
     log=$(mktemp)
-    if ! cmake --build "build/$preset" -j 2 $targets >"$log" 2>&1; then
+    if ! cmake --build "build/$preset" -j "$(nproc)" $targets >"$log" 2>&1; then
       tail -n 60 "$log" >&2
       fail "the build failed (the lines above are the compiler's)"
     fi

@@ -177,7 +177,6 @@ TEST_F(Settings, Row26ASettingsFileCutAnywhere) {
 }
 
 TEST_F(Settings, Row26KilledWhileSaving) {
-  if (Sanitized()) GTEST_SKIP() << kSanitized;
   LeaveSomethingToSave();
   for (const char* call : {"save", "fsync", "rename"}) {
     bool hit = true;
@@ -204,10 +203,6 @@ TEST_F(Settings, Row26KilledWhileSaving) {
 
 class Saving : public testing::TestWithParam<const char*> {
  protected:
-  void SetUp() override {
-    if (Sanitized()) GTEST_SKIP() << kSanitized;
-  }
-
   std::string where() const {
     return GetParam() == std::string("list") ? folder_.Path("a.CMD") : folder_.Path("");
   }

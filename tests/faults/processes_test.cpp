@@ -15,7 +15,6 @@
 #include "devlnk/status.h"
 #include "faults/privileges.h"
 #include "faults/shim_run.h"
-#include "faults/thorough.h"
 #include "faults/window_program.h"
 
 namespace kolvane::faults {
@@ -122,7 +121,6 @@ TEST_F(Processes, Row28TooFewDescriptors) {
 }
 
 TEST_F(Processes, Row28TooLittleAddressSpace) {
-  if (Sanitized()) GTEST_SKIP() << kSanitized;
   FaultyInstrument instrument(Port::kTcp, Nothing);
   bool enough = false;
   for (int mebibytes = 16; mebibytes < 1024 && !enough; mebibytes += 8) {
@@ -153,7 +151,6 @@ TEST_F(Processes, Row21ALineOfSomebodyElse) {
 }
 
 TEST_F(Processes, Row30TheClockGoesBackAtEachLook) {
-  if (Sanitized()) GTEST_SKIP() << kSanitized;
   FaultyInstrument instrument(Port::kTcp, Nothing);
   std::map<std::string, std::string> environment =
       ShimEnvironment({"clock", "back", false}, 1, folder_.Path("hit"));

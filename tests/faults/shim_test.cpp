@@ -41,10 +41,6 @@ bool IsInOrder(const std::string& out) {
 
 class Shim : public testing::Test {
  protected:
-  void SetUp() override {
-    if (Sanitized()) GTEST_SKIP() << kSanitized;
-  }
-
   static constexpr int kMostCalls = 10'000;
 
   /// `check` on each run, for n = 1, 2, 3 ... until a run does not make that many calls.

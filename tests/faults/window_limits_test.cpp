@@ -14,7 +14,6 @@
 #include "devlnk/status.h"
 #include "faults/failing_new.h"
 #include "faults/live_window.h"
-#include "faults/thorough.h"
 
 namespace kolvane::faults {
 namespace {
@@ -88,7 +87,6 @@ class NoDescriptors {
 };
 
 TEST(WindowLimits, Row28NoDescriptorToConnect) {
-  if (Sanitized()) GTEST_SKIP() << kSanitized;
   for (const Port port : kPorts) {
     LiveWindow live(port, Nothing);
     live.Send("FIRST");
