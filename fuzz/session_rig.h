@@ -3,6 +3,7 @@
 #include "base/fake_prompt.h"
 #include "device/device_io.h"
 #include "fuzz/stream_library.h"
+#include "pane/fake_pane.h"
 #include "terminal/connect_bench.h"
 #include "terminal/connect_commands.h"
 #include "terminal/session.h"
@@ -44,7 +45,7 @@ struct SessionRig {
   device::Waits waits{libraries, clock, listener};
   device::DeviceIo io{device_state, parameters, libraries,
                       clock,        waits,      [] { return std::string("20.11.2026 08:05:09"); }};
-  terminal::FakePane pane;
+  pane::FakePane pane;
   terminal::FakeLog log;
   base::FakePrompt prompt;
   terminal::FakeConnectionView view;

@@ -215,11 +215,39 @@ TEST_F(SettingsLimitsTest, TextsThatLookLikeSomethingElse) {
 }
 
 TEST_F(SettingsLimitsTest, EveryKeyAtOnce) {
-  settings_.Mark(32767);
-  ASSERT_EQ(settings_.Save(file_), 0);
-  StoredSettings loaded;
-  EXPECT_EQ(loaded.Load(file_), "");
-  EXPECT_EQ(loaded.MarkedBy(), 32767);
+  // Each key has a value of its own, and none its default.
+  const IniEntries read_only = {{{"PORT", "RCVBUF"}, "1001"},
+                                {{"PORT", "DATABITS"}, "1002"},
+                                {{"PORT", "STOPBITS"}, "1003"},
+                                {{"SHOWRESPONSETIME", "SHOWCOMMANDS"}, "-1"},
+                                {{"LINEBREAKS", "SHOWCOMMANDS"}, "-1"}};
+  IniEntries written = {{{"PORT", "PORT"}, "8"},
+                        {{"PORT", "IPPORT"}, "40000"},
+                        {{"TERMINAL", "RCVMODE"}, "2"},
+                        {{"TERMINAL", "RCVFORMAT"}, "1"},
+                        {{"TERMINAL", "FONTBOLD"}, "-1"},
+                        {{"TERMINAL", "SHOWCOMMANDS"}, "0"},
+                        {{"COMMANDLIST", "FONTBOLD"}, "-1"}};
+  int number = 2000;
+  for (const Key& key : kInt16) written[{key.section, key.name}] = std::to_string(++number);
+  for (const Key& key : kInt32) written[{key.section, key.name}] = std::to_string(100'000 + ++number);
+  for (const Key& key : kTexts) written[{key.section, key.name}] = "text " + std::to_string(++number);
+  ASSERT_EQ(written.size() + read_only.size(), 34u);
+
+  base::WriteBytes(file_, WithIniEntries(WithIniEntries("", written), read_only));
+  EXPECT_EQ(settings_.Load(file_), "");
+  EXPECT_EQ(settings_.connection.receive_buffer, 1001);
+  EXPECT_EQ(settings_.connection.data_bits, 1002);
+  EXPECT_EQ(settings_.connection.stop_bits, 1003);
+  EXPECT_TRUE(settings_.terminal.options.show_response_times);
+  EXPECT_TRUE(settings_.terminal.options.line_breaks);
+
+  const std::string other = folder_.Path("b.ini");
+  ASSERT_EQ(settings_.Save(other), 0);
+  const auto saved = OpenIniStore(other);
+  for (const auto& [key, value] : written)
+    EXPECT_EQ(saved->Read(key.first, key.second, ""), value) << key.second;
+  EXPECT_EQ(settings_.connection.timeout_entries.gpib_index, 102'007) << "each in its own field";
 }
 
 }  // namespace

@@ -9,8 +9,8 @@
 #include "component/memory_store.h"
 #include "device/fake_port_library.h"
 #include "device/recording_host.h"
+#include "pane/fake_pane.h"
 #include "terminal/log.h"
-#include "terminal/session_fakes.h"
 
 namespace kolvane::component {
 namespace {
@@ -48,7 +48,7 @@ class UnloadTest : public testing::Test {
   ComponentState state_;
   device::FakePortLibrary library_;
   device::FakePortLibrarySource source_{&library_};
-  terminal::FakePane pane_;
+  pane::FakePane pane_;
   base::FakePrompt prompt_;
   NoView view_;
   std::shared_ptr<device::RecordingHost> host_ = std::make_shared<device::RecordingHost>();

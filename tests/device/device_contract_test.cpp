@@ -1,119 +1,76 @@
-// What every Device promises, over each path that DeviceIo has.
-#include <gtest/gtest.h>
+// The device contract over each path that DeviceIo has, and on the fake.
+#include "device_contract.h"
 
-#include <functional>
 #include <stdexcept>
 
 #include "device_world.h"
+#include "fake_device.h"
 
 namespace kolvane::device {
 namespace {
 
-struct PathCase {
-  const char* name;
-  std::int16_t mode;
-  std::int16_t port_code;
-  bool can_fail;     // offline and window-only paths never do
-  bool has_answers;  // a window without device has none
-};
-
-std::ostream& operator<<(std::ostream& out, const PathCase& path) { return out << path.name; }
-
-class DeviceContract : public testing::TestWithParam<PathCase>, public DeviceWorld {
- protected:
-  DeviceContract() : DeviceWorld(GetParam().mode) {
-    parameters.port_code = GetParam().port_code;
+class PathSetup final : public DeviceSetup, private DeviceWorld {
+ public:
+  PathSetup(std::int16_t mode, std::int16_t port_code) : DeviceWorld(mode) {
+    parameters.port_code = port_code;
     host->script.read = [this](Variant& text, Variant& bytes) {
-      text = received + "   ";
-      bytes = Bytes(received.begin(), received.end());
+      text = received_ + "   ";
+      bytes = Bytes(received_.begin(), received_.end());
     };
     io.Open();
     state.connected = true;
   }
 
-  void Receive(const std::string& bytes) {
-    received = bytes;
+  Device& device() override { return io; }
+  void Receive(const std::string& bytes) override {
+    received_ = bytes;
     library.replies = {{bytes}};
   }
-
-  void BreakDown() {
+  void BreakDown() override {
     library.mode = FakePortLibrary::Mode::kFail;
     for (const char* call : {"OpenDevice", "CloseDevice", "WriteCommand", "Read", "IO.InitializeDevice",
                              "IO.CloseDevice", "IO.WriteCommand", "IO.Read"})
       host->script.on_call[call] = [] { throw std::runtime_error("gestört"); };
   }
+  void Disconnect() override { state.connected = false; }
 
-  std::string received;
+ private:
+  std::string received_;
 };
 
-TEST_P(DeviceContract, AnOperationThatWorksIsNoError) {
-  io.ClearLastError();
-  EXPECT_GE(io.LastError().code, 0);
-  io.Write("*IDN?", "\n", 0);
-  EXPECT_GE(io.LastError().code, 0);
-  io.Close();
-  EXPECT_GE(io.LastError().code, 0);
-}
-
-TEST_P(DeviceContract, AFailureIsReportedAndNeverThrown) {
-  BreakDown();
-  const std::function<void()> operations[] = {[this] { io.Open(); }, [this] { io.Write("A", "\n", 0); },
-                                              [this] { io.ReadText("\n", 16000, answer, buffer); },
-                                              [this] { io.ReadBinary("", 1, buffer); },
-                                              [this] { io.Close(); }};
-  for (const auto& operation : operations) {
-    EXPECT_NO_THROW(operation());
-    const DeviceError error = io.LastError();
-    EXPECT_EQ(error.code < 0, GetParam().can_fail);
-    EXPECT_TRUE(error.code >= 0 || !error.description.empty());
-  }
-}
-
-TEST_P(DeviceContract, ATextAnswerHasNoFillingAtItsEnd) {
-  Receive(" 1,5 \r\n");
-  answer = "alt";
-  io.ReadText("\r\n", 16000, answer, buffer);
-  EXPECT_EQ(answer.empty(), !GetParam().has_answers);
-  EXPECT_FALSE(answer.ends_with(' '));
-  EXPECT_GE(io.LastError().code, 0);
-}
-
-TEST_P(DeviceContract, ABinaryAnswerNeverShrinksTheBuffer) {
-  Receive("AB");
-  buffer = Bytes(5, 9);
-  io.ReadBinary("", 2, buffer);
-  ASSERT_EQ(buffer.size(), 5u);
-  EXPECT_EQ(buffer[0] != 9, GetParam().has_answers);
-  EXPECT_EQ((Bytes{buffer[2], buffer[3], buffer[4]}), (Bytes{9, 9, 9}));
-}
-
-TEST_P(DeviceContract, FlushTellsNothingWhileNotConnected) {
-  state.connected = false;
-  EXPECT_EQ(io.FlushInput(), std::nullopt);
-}
-
-TEST_P(DeviceContract, EveryOperationMayComeInAnyOrder) {
-  for (int round = 0; round < 2; ++round) {
-    EXPECT_NO_THROW(io.Close());
-    EXPECT_NO_THROW(io.SetTimeout(-1));
-    EXPECT_NO_THROW(io.ActivateInterpreter());
-    EXPECT_NO_THROW(io.FlushInput());
-    EXPECT_NO_THROW(io.ReadText("", 0, answer, buffer));
-    EXPECT_NO_THROW(io.ReadBinary("", 0, buffer));
-    EXPECT_NO_THROW(io.Write("", "", 0));
-    EXPECT_NO_THROW(io.ClearLastError());
-    EXPECT_NO_THROW(io.LastError());
-  }
+DeviceCase Path(const char* name, std::int16_t mode, std::int16_t port_code, bool can_fail,
+                bool has_answers) {
+  return {name, [=] { return std::make_unique<PathSetup>(mode, port_code); }, can_fail, has_answers};
 }
 
 INSTANTIATE_TEST_SUITE_P(AllPaths, DeviceContract,
-                         testing::Values(PathCase{"IndexedHost", 0, 0, true, true},
-                                         PathCase{"SingleHost", 1, 0, true, true},
-                                         PathCase{"PortLibrary", 2, port_code::kCom1, true, true},
-                                         PathCase{"Offline", 2, port_code::kOffline, false, true},
-                                         PathCase{"WindowOnly", 3, 0, false, false},
-                                         PathCase{"NegativeMode", -1, 0, false, false}),
-                         [](const auto& path) { return std::string(path.param.name); });
+                         testing::Values(Path("IndexedHost", 0, 0, true, true),
+                                         Path("SingleHost", 1, 0, true, true),
+                                         Path("PortLibrary", 2, port_code::kCom1, true, true),
+                                         Path("Offline", 2, port_code::kOffline, false, true),
+                                         Path("WindowOnly", 3, 0, false, false),
+                                         Path("NegativeMode", -1, 0, false, false)),
+                         NameOf);
+
+class FakeSetup final : public DeviceSetup {
+ public:
+  Device& device() override { return fake_; }
+  void Receive(const std::string& bytes) override {
+    fake_.text_answers = {bytes};
+    fake_.incoming = bytes;
+  }
+  void BreakDown() override {
+    fake_.open_result = fake_.close_result = fake_.write_result = FakeDevice::TimeOut();
+  }
+
+ private:
+  FakeDevice fake_;
+};
+
+INSTANTIATE_TEST_SUITE_P(Fakes, DeviceContract,
+                         testing::Values(DeviceCase{"FakeDevice",
+                                                    [] { return std::make_unique<FakeSetup>(); }}),
+                         NameOf);
 
 }  // namespace
 }  // namespace kolvane::device

@@ -5,7 +5,9 @@
 #include <fstream>
 
 #include "base/temp_folder.h"
+#include "device/fake_port_library.h"
 #include "device/loaded_port_library.h"
+#include "device/port_library_contract.h"
 
 namespace kolvane::device {
 namespace {
@@ -134,6 +136,24 @@ TEST_F(PortLibraryFile, IsTriedAgainAfterAFailure) {
   EXPECT_NE(source.Library(), nullptr);
   EXPECT_EQ(source.Failure(), "");
 }
+
+std::shared_ptr<PortLibrary> Loaded(const char* path) {
+  PortLibraryResult result = LoadPortLibrary(path);
+  return std::get<std::unique_ptr<PortLibrary>>(std::move(result));
+}
+
+std::shared_ptr<PortLibrary> Fake() {
+  auto fake = std::make_shared<FakePortLibrary>();
+  fake->replies = {{"1234567890\n"}};
+  return fake;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Libraries, PortLibraryContract,
+    testing::Values(PortLibraryCase{"Complete", [] { return Loaded(KOLVANE_COMPLETE_LIBRARY); }},
+                    PortLibraryCase{"Plain", [] { return Loaded(KOLVANE_PLAIN_LIBRARY); }},
+                    PortLibraryCase{"Fake", Fake}),
+    NameOf);
 
 }  // namespace
 }  // namespace kolvane::device

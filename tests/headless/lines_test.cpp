@@ -12,6 +12,7 @@
 
 #include "base/captured_output.h"
 #include "base/loopback.h"
+#include "pane/pane_contract.h"
 #include "terminal/texts.h"
 
 namespace kolvane::headless {
@@ -211,6 +212,26 @@ TEST(Messages, AreOneLineEach) {
   messages.Tell("nothing");
   EXPECT_EQ(err.text(), "kolvane: a b c\nkolvane: Grüße\n");
 }
+
+class LinePaneCase {
+ public:
+  pane::Pane& pane() { return pane_; }
+  std::string Text() {
+    pane_.EndLine();
+    std::string text = out_.text();
+    text.pop_back();
+    return text;
+  }
+
+ private:
+  base::CapturedOutput out_;
+  base::CapturedOutput err_;
+  Messages messages_{err_.fd(), true};
+  LinePane pane_{out_.fd(), messages_};
+};
+
+using pane::PaneContract;
+INSTANTIATE_TYPED_TEST_SUITE_P(Lines, PaneContract, LinePaneCase);
 
 }  // namespace
 }  // namespace kolvane::headless

@@ -4,9 +4,9 @@
 
 #include <variant>
 
+#include "device/fake_device.h"
 #include "headless/resource_name.h"
 #include "headless/terminal.h"
-#include "terminal/fake_device.h"
 
 namespace kolvane::headless {
 namespace {
@@ -21,7 +21,7 @@ struct OptionsTest : testing::Test {
 
   CommandRunOptions options;
   RunState state;
-  terminal::FakeDevice device;
+  device::FakeDevice device;
   NoView view;
   terminal::ReceiveControls controls{state.terminal.receive, state.terminal.shown, device, view};
 };

@@ -9,7 +9,9 @@
 #include "base/fake_prompt.h"
 #include "device/device.h"
 #include "device/fake_clock.h"
+#include "device/fake_device.h"
 #include "device/fake_port_library.h"
+#include "pane/fake_pane.h"
 #include "script/run_bench.h"
 #include "script/script_core.h"
 #include "terminal/session_fakes.h"
@@ -31,12 +33,12 @@ class AmplifierDevice final : public device::Device {
   void ReadText(std::string_view terminator, std::int32_t /*count*/, std::string& answer,
                 Bytes& /*buffer*/) override {
     const bool there = reply_.kind != amplifier::Reply::Kind::kNone;
-    error_ = there ? device::DeviceError{} : terminal::FakeDevice::TimeOut();
+    error_ = there ? device::DeviceError{} : device::FakeDevice::TimeOut();
     if (there) answer = base::FromWindows1252(reply_.bytes).append(terminator);
     reply_ = {};
   }
   std::size_t ReadBinary(std::string_view, std::int32_t, Bytes&) override {
-    error_ = terminal::FakeDevice::TimeOut();
+    error_ = device::FakeDevice::TimeOut();
     return 0;
   }
   void SetTimeout(std::int32_t) override {}
@@ -81,7 +83,7 @@ class ExampleRun {
   device::DeviceState device_state_;
   script::ScriptState script_;
   terminal::TerminalState state_;
-  terminal::FakePane pane_;
+  pane::FakePane pane_;
   terminal::FakeLog unused_log_;
   terminal::FakeConnectionView view_;
   device::FakeClock wait_clock_;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "device/device_contract.h"
 #include "help/example_run.h"
 #include "help/help_files.h"
 #include "help/help_pages.h"
@@ -126,6 +127,26 @@ TEST(Examples, OfTemplatesGiveALineAField) {
         << where;
   }
 }
+
+class AmplifierSetup final : public device::DeviceSetup {
+ public:
+  device::Device& device() override { return device_; }
+  // What it answers is its own matter.
+  void Receive(const std::string& /*bytes*/) override { device_.Write("*IDN?", "\n", 0); }
+
+ private:
+  device::FakeClock clock_;
+  AmplifierDevice device_{clock_};
+};
+
+using device::DeviceContract;
+INSTANTIATE_TEST_SUITE_P(Amplifier, DeviceContract,
+                         testing::Values(device::DeviceCase{
+                             .name = "AmplifierDevice",
+                             .make = [] { return std::make_unique<AmplifierSetup>(); },
+                             .can_fail = false,
+                             .reads_binary = false}),
+                         device::NameOf);
 
 }  // namespace
 }  // namespace kolvane::help

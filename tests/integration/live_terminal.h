@@ -6,6 +6,7 @@
 #include "amplifier/server.h"
 #include "base/fake_prompt.h"
 #include "device/loaded_port_library.h"
+#include "pane/fake_pane.h"
 #include "terminal/receive_controls.h"
 #include "terminal/session_fakes.h"
 #include "terminal/terminal_core.h"
@@ -40,7 +41,7 @@ class LiveTerminal {
   device::ConnectionParameters parameters;
   terminal::TerminalState state;
   device::LazyPortLibrary library;
-  terminal::FakePane pane;
+  pane::FakePane pane;
   terminal::FakeLog log;
   base::FakePrompt prompt;
   QuietView view;

@@ -4,6 +4,7 @@
 #include <QSignalSpy>
 #include <algorithm>
 
+#include "pane/pane_contract.h"
 #include "pane_window.h"
 
 namespace kolvane::pane {
@@ -278,6 +279,17 @@ TEST_F(PaneWindow, LinesThatComeLeaveWhatIsMarked) {
   pane_.AppendLine(LineKind::kAnswer, "four");
   EXPECT_EQ(pane_.text().caret(), pane_.text().Length()) << "without a mark the caret goes to the end";
 }
+
+class WindowCase {
+ public:
+  Pane& pane() { return pane_; }
+  std::string Text() const { return pane_.text().Text("\n").substr(1); }
+
+ private:
+  OutputPane pane_;
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Window, PaneContract, WindowCase);
 
 }  // namespace
 }  // namespace kolvane::pane

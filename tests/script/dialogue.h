@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "base/encoding.h"
-#include "terminal/fake_device.h"
+#include "device/fake_device.h"
 
 namespace kolvane::script {
 
@@ -80,13 +80,13 @@ class DialogueDevice final : public device::Device {
   void ReadText(std::string_view terminator, std::int32_t /*count*/, std::string& answer,
                 Bytes& /*buffer*/) override {
     const std::size_t end = incoming_.find(terminator);
-    error_ = end == std::string::npos ? terminal::FakeDevice::TimeOut() : device::DeviceError{};
+    error_ = end == std::string::npos ? device::FakeDevice::TimeOut() : device::DeviceError{};
     if (end == std::string::npos) return;
     answer = base::FromWindows1252(incoming_.substr(0, end + terminator.size()));
     incoming_.erase(0, end + terminator.size());
   }
   std::size_t ReadBinary(std::string_view, std::int32_t, Bytes&) override {
-    error_ = terminal::FakeDevice::TimeOut();
+    error_ = device::FakeDevice::TimeOut();
     return 0;
   }
   void SetTimeout(std::int32_t) override {}

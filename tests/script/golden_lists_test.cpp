@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "base/temp_folder.h"
+#include "device/device_contract.h"
 #include "script/list_names.h"
 #include "script/list_run.h"
 
@@ -11,6 +12,7 @@ namespace kolvane::script {
 namespace {
 
 namespace fs = std::filesystem;
+using device::DeviceContract;
 
 class GoldenListTest : public testing::TestWithParam<std::string> {
  protected:
@@ -52,6 +54,23 @@ TEST(DialogueTest, RepliesBelongToTheCommandAboveThem) {
   EXPECT_EQ(dialogue::Replies("> A\\n\n< 1\\r\\n\n< 2\n> B\n> C\n< 3\n"),
             (std::vector<std::string>{"1\r\n2", "", "3"}));
 }
+
+class DialogueSetup final : public device::DeviceSetup {
+ public:
+  device::Device& device() override { return device_; }
+  void Receive(const std::string& /*bytes*/) override { device_.Write("A", "\n", 0); }
+
+ private:
+  DialogueDevice device_{"> A\\n\n<  1,5 \\r\\n\n"};
+};
+
+INSTANTIATE_TEST_SUITE_P(Dialogue, DeviceContract,
+                         testing::Values(device::DeviceCase{
+                             .name = "DialogueDevice",
+                             .make = [] { return std::make_unique<DialogueSetup>(); },
+                             .can_fail = false,
+                             .reads_binary = false}),
+                         device::NameOf);
 
 }  // namespace
 }  // namespace kolvane::script

@@ -4,6 +4,7 @@
 
 #include "base/fake_prompt.h"
 #include "device/fake_port_library.h"
+#include "pane/fake_pane.h"
 #include "script/command_file.h"
 #include "script/dialogue.h"
 #include "script/run_bench.h"
@@ -46,7 +47,7 @@ class ListRun {
   DialogueDevice device_;
   device::FakePortLibrary library_;
   device::FakePortLibrarySource libraries_{&library_};
-  terminal::FakePane pane_;
+  pane::FakePane pane_;
   terminal::FakeLog log_;
   base::FakePrompt prompt_;
   terminal::FakeClock clock_;

@@ -6,6 +6,7 @@
 
 #include "base/fake_prompt.h"
 #include "device/fake_port_library.h"
+#include "pane/fake_pane.h"
 #include "script/command_list.h"
 #include "script/interpreter.h"
 #include "script/list_text.h"
@@ -42,7 +43,7 @@ struct ScriptBench {
   device::FakeClock wait_clock;
   terminal::FakeConnectionView view;
   device::Waits waits{libraries, wait_clock, view};
-  terminal::FakePane pane;
+  pane::FakePane pane;
   base::FakePrompt prompt;
   terminal::FakeLog log;
   CommandList list{&state.run};

@@ -4,9 +4,10 @@
 #include <vector>
 
 #include "base/fake_prompt.h"
+#include "device/fake_device.h"
 #include "device/fake_port_library.h"
+#include "pane/fake_pane.h"
 #include "terminal/connect_commands.h"
-#include "terminal/fake_device.h"
 #include "terminal/session_fakes.h"
 #include "terminal/terminal_state.h"
 
@@ -37,8 +38,8 @@ struct ConnectBench {
 
   TerminalState state;
   device::DeviceState device_state;
-  FakeDevice device;
-  FakePane pane;
+  device::FakeDevice device;
+  pane::FakePane pane;
   FakeLog log;
   base::FakePrompt prompt;
   FakeConnectionView view;

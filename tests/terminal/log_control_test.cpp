@@ -7,6 +7,7 @@
 #include "base/fake_prompt.h"
 #include "base/small_files.h"
 #include "base/temp_folder.h"
+#include "pane/fake_pane.h"
 #include "terminal/session_fakes.h"
 
 namespace kolvane::terminal {
@@ -34,7 +35,7 @@ class LogControlTest : public testing::Test {
   std::string path_ = folder_.Path("a.LOG");
   OutputFlags flags_;
   base::FakePrompt prompt_;
-  FakePane pane_;
+  pane::FakePane pane_;
   RecordingObserver observer_;
   LogControl log_{flags_, prompt_};
   Output output_{flags_, pane_, log_};

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "pane/fake_pane.h"
 #include "pane/pane_state.h"
 #include "terminal/output.h"
 #include "terminal/session_fakes.h"
@@ -10,23 +11,10 @@
 namespace kolvane::terminal {
 namespace {
 
-class TextPane : public pane::Pane {
- public:
-  pane::PaneText text;
-  int refreshes = 0;
-
-  void AppendLine(LineKind kind, std::string_view line) override {
-    text.AppendLine(line, kind == LineKind::kCommand ? base::kCommandColor : base::kNoColor);
-  }
-  void AppendText(LineKind, std::string_view added, int back) override { text.AppendText(added, back); }
-  void Clear() override { text.SetText(""); }
-  void Refresh() override { ++refreshes; }
-};
-
 class OutputTest : public testing::Test {
  protected:
   OutputFlags flags_;
-  TextPane pane_;
+  pane::TextPane pane_;
   FakeLog log_;
   Output output_{flags_, pane_, log_};
 };

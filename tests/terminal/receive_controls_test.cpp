@@ -4,7 +4,8 @@
 
 #include <functional>
 
-#include "terminal/fake_device.h"
+#include "device/fake_device.h"
+#include "pane/fake_pane.h"
 #include "terminal/session_fakes.h"
 #include "terminal/texts.h"
 #include "terminal/thrown_by.h"
@@ -32,15 +33,15 @@ class ReceiveControlsTest : public testing::Test {
   std::string State() const {
     const ReceiveShown& shown = state.shown;
     return std::to_string(state.receive.mode) + "/" + std::to_string(state.receive.binary_display) + "/" +
-           Escaped(state.receive.receive_terminator) + " " +
+           device::Escaped(state.receive.receive_terminator) + " " +
            std::string(texts::kReceiveModes.at(static_cast<std::size_t>(shown.mode))) + "/" +
            std::string(texts::kReceiveFormats.at(static_cast<std::size_t>(shown.format))) + "/" +
            shown.receive_terminator + (view.count_shown ? " +count" : "");
   }
 
   TerminalState state;
-  FakeDevice device;
-  FakePane pane;
+  device::FakeDevice device;
+  pane::FakePane pane;
   FakeLog log;
   Output output{state.output, pane, log};
   FakeView view;

@@ -5,37 +5,11 @@
 #include <vector>
 
 #include "base/clock.h"
-#include "pane/pane.h"
 #include "terminal/log.h"
 
 namespace kolvane::terminal {
 
 using Lines = std::vector<std::string>;
-
-/// Keeps the pane's text with its line breaks, and each line with its kind.
-class FakePane final : public pane::Pane {
- public:
-  void AppendLine(LineKind kind, std::string_view line) override {
-    text += "\r\n" + std::string(line);
-    lines.emplace_back(line);
-    kinds.push_back(kind);
-    caret_back = 0;
-  }
-  void AppendText(LineKind kind, std::string_view appended, int back) override {
-    text += appended;
-    text_kinds.push_back(kind);
-    caret_back = back;
-  }
-  void Clear() override { text.clear(); }
-  void Refresh() override { ++refreshed; }
-
-  std::string text;
-  std::vector<std::string> lines;
-  std::vector<LineKind> kinds;
-  std::vector<LineKind> text_kinds;
-  int caret_back = 0;
-  int refreshed = 0;
-};
 
 /// A log that keeps its lines and writes down each call. A name in `refused` cannot be opened.
 class FakeLog final : public Log {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstring>
 #include <string>
 
 #include "device/port_library.h"
@@ -40,7 +39,7 @@ class DialoguePort final : public device::PortLibrary, public device::PortLibrar
     const device::DeviceError error = device_.LastError();
     if (error.code < 0) return error.code;
     const std::string bytes = base::ToWindows1252(answer);
-    std::memcpy(buffer, bytes.data(), bytes.size());
+    bytes.copy(buffer, static_cast<std::size_t>(count));
     return 0;
   }
   std::int32_t FlushInQueue() override { return 0; }

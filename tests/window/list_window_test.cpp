@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "base/temp_folder.h"
+#include "device/port_library_contract.h"
 #include "gui/box_answers.h"
 #include "script/list_names.h"
 #include "window/dialogue_port.h"
@@ -15,6 +16,8 @@ namespace kolvane::window {
 namespace {
 
 namespace fs = std::filesystem;
+using device::PortLibraryCase;
+using device::PortLibraryContract;
 
 class ListWindowTest : public testing::TestWithParam<std::string>, protected WindowRecords {
  protected:
@@ -63,6 +66,12 @@ TEST_P(ListWindowTest, BringsAboutTheSameAsWithoutAWindow) {
 
 INSTANTIATE_TEST_SUITE_P(Lists, ListWindowTest, testing::ValuesIn(script::ListNames()),
                          [](const auto& list) { return script::TestNameOf(list.param); });
+
+INSTANTIATE_TEST_SUITE_P(
+    Dialogue, PortLibraryContract,
+    testing::Values(PortLibraryCase{
+        "DialoguePort", [] { return std::make_shared<DialoguePort>("> *IDN?\\n\n< 1234567890\\r\\n\n"); }}),
+    NameOf);
 
 }  // namespace
 }  // namespace kolvane::window

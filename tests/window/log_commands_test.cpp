@@ -110,7 +110,7 @@ TEST_F(LogCommandsTest, AFullDiskIsToldOnceAndTheSessionGoesOn) {
   EXPECT_EQ(Status(), "Logdatei: Keine");
 }
 
-TEST_F(LogCommandsTest, UnloadingClosesTheLog) {
+TEST_F(LogCommandsTest, ClosingTheLogEndsTheRecording) {
   OpenLog(path_);
   Press("TB_RECORDLOG");
   window_.log().CloseLog();

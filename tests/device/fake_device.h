@@ -10,7 +10,7 @@
 
 #include "device/device.h"
 
-namespace kolvane::terminal {
+namespace kolvane::device {
 
 /// Control characters as \r, \n, \0, so that a test can write down what it expects.
 inline std::string Escaped(std::string_view text) {
@@ -31,9 +31,9 @@ inline std::string Escaped(std::string_view text) {
 
 /// A device that records its calls and answers from queues. Each operation ends as its public field says,
 /// which a test may change at any time; a read from an empty queue ends with `read_error`.
-class FakeDevice final : public device::Device {
+class FakeDevice final : public Device {
  public:
-  static device::DeviceError TimeOut() { return {-5, "Zeitüberschreitung"}; }
+  static DeviceError TimeOut() { return {-5, "Zeitüberschreitung"}; }
 
   void Open() override {
     Record("Open", open_result);
@@ -50,7 +50,7 @@ class FakeDevice final : public device::Device {
                 Bytes& /*buffer*/) override {
     const bool has_answer = !text_answers.empty();
     Record("ReadText " + Escaped(terminator) + " " + std::to_string(count),
-           has_answer ? device::DeviceError{} : read_error);
+           has_answer ? DeviceError{} : read_error);
     if (!has_answer) return;
     answer = text_answers.front();
     text_answers.pop_front();
@@ -61,7 +61,7 @@ class FakeDevice final : public device::Device {
     const std::size_t end = terminator.empty() ? std::string::npos : incoming.find(terminator.back());
     if (end < wanted) wanted = end + 1;
     const bool there = hollow_reads || wanted <= incoming.size();
-    Record("ReadBinary " + std::to_string(count), there ? device::DeviceError{} : read_error);
+    Record("ReadBinary " + std::to_string(count), there ? DeviceError{} : read_error);
     if (buffer.size() < wanted) buffer.resize(wanted);
     if (!there) return 0;
     if (hollow_reads) return wanted;
@@ -75,7 +75,7 @@ class FakeDevice final : public device::Device {
     calls.push_back("SetTimeout " + std::to_string(milliseconds));
   }
 
-  device::DeviceError LastError() override {
+  DeviceError LastError() override {
     calls.emplace_back("LastError");
     return last_error;
   }
@@ -96,21 +96,21 @@ class FakeDevice final : public device::Device {
 
   std::vector<std::string> calls;
   std::function<void()> on_open = [] {};
-  device::DeviceError open_result;
-  device::DeviceError close_result;
-  device::DeviceError write_result;
-  device::DeviceError read_error = TimeOut();
+  DeviceError open_result;
+  DeviceError close_result;
+  DeviceError write_result;
+  DeviceError read_error = TimeOut();
   std::deque<std::string> text_answers;  ///< UTF-8, terminators included
   std::string incoming;                  ///< bytes of binary answers
   bool hollow_reads = false;             ///< binary reads succeed and leave the buffer as it is
   std::optional<std::int32_t> flushed;
-  device::DeviceError last_error;
+  DeviceError last_error;
 
  private:
-  void Record(std::string call, const device::DeviceError& result) {
+  void Record(std::string call, const DeviceError& result) {
     calls.push_back(std::move(call));
     last_error = result;
   }
 };
 
-}  // namespace kolvane::terminal
+}  // namespace kolvane::device
