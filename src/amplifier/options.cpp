@@ -2,11 +2,12 @@
 
 #include <getopt.h>
 
-#include <array>
-#include <charconv>
 #include <iterator>
 #include <string_view>
 #include <utility>
+#include <vector>
+
+#include "base/option_table.h"
 
 namespace kolvane::amplifier {
 namespace {
@@ -38,23 +39,14 @@ constexpr const char* kCountForm = "a whole number from 0 to 1000000000";
 
 template <typename Target>
 bool TakeNumber(std::string_view text, std::uint64_t least, std::uint64_t most, Target& target) {
-  std::uint64_t value = 0;
-  const char* const end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, value);
-  if (error != std::errc() || stop != end || value < least || value > most) return false;
-  target = static_cast<Target>(value);
-  return true;
+  const auto value = base::NumberValue(text, least, most);
+  if (value) target = static_cast<Target>(*value);
+  return value.has_value();
 }
 
-// One option: what its value must be (null = it has none), and what it does; false for a wrong value.
-struct Row {
-  const char* name;
-  const char* form;
-  bool (*apply)(Options& options, std::string_view value);
-};
 using Value = std::string_view;
 
-constexpr Row kRows[] = {
+constexpr base::OptionRow<Options> kRows[] = {
     {"tcp", "a port number from 0 to 65535",
      [](Options& o, Value v) { return TakeNumber(v, 0, 65535, o.tcp_port.emplace()); }},
     {"pty", "the path of a link", [](Options& o, Value v) { return !(o.pty_link = v).empty(); }},
@@ -91,16 +83,6 @@ constexpr std::size_t kRowCount = std::size(kRows);
 constexpr int kHelpCode = kRowCount;
 constexpr int kVersionCode = kHelpCode + 1;
 
-std::array<option, kRowCount + 3> LongOptions() {
-  std::array<option, kRowCount + 3> table{};
-  for (std::size_t i = 0; i < kRowCount; ++i)
-    table[i] = {kRows[i].name, kRows[i].form != nullptr ? required_argument : no_argument, nullptr,
-                static_cast<int>(i)};
-  table[kRowCount] = {"help", no_argument, nullptr, kHelpCode};
-  table[kRowCount + 1] = {"version", no_argument, nullptr, kVersionCode};
-  return table;
-}
-
 // getopt_long leaves in optopt: 0 for an unknown long option, the letter of a short one, else the option's
 // code.
 std::string Complaint(int code, std::string_view argument) {
@@ -121,7 +103,8 @@ std::variant<Options, Information, UsageError> Finish(Options options, int argc,
 }  // namespace
 
 std::variant<Options, Information, UsageError> ParseOptions(int argc, char* const argv[]) {
-  const auto table = LongOptions();
+  const std::vector<option> table = base::LongOptions<Options>(
+      kRows, 0, {{"help", no_argument, nullptr, kHelpCode}, {"version", no_argument, nullptr, kVersionCode}});
   Options options;
   optind = 0;  // makes getopt_long start afresh
   for (;;) {
@@ -130,11 +113,11 @@ std::variant<Options, Information, UsageError> ParseOptions(int argc, char* cons
     if (code == kHelpCode) return Information{std::string(kHelp)};
     if (code == kVersionCode) return Information{"kolvane-amplifier " KOLVANE_VERSION "\n"};
     if (code == '?' || code == ':') return UsageError{Complaint(code, argv[optind - 1])};
-    const Row& row = kRows[code];
+    const auto& row = kRows[code];
     const std::string_view value = optarg != nullptr ? optarg : "";
-    if (!row.apply(options, value))
+    if (!row.take(options, value))
       return UsageError{"option '--" + std::string(row.name) + "': '" + std::string(value) + "' is not " +
-                        row.form};
+                        row.expected};
   }
 }
 

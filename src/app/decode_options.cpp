@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "app/run_options.h"
+#include "base/option_table.h"
 
 namespace kolvane::app {
 namespace {
@@ -26,7 +27,7 @@ constexpr std::uint64_t kLargest = std::numeric_limits<std::int64_t>::max();
 
 void TakeOffset(Options& options, std::string_view value) {
   const bool hex = value.starts_with("0x") || value.starts_with("0X");
-  const auto offset = NumberValue<std::uint64_t>(hex ? value.substr(2) : value, 0, kLargest, hex ? 16 : 10);
+  const auto offset = base::NumberValue<std::uint64_t>(hex ? value.substr(2) : value, 0, kLargest, hex ? 16 : 10);
   if (!offset)
     return Refuse(options,
                   "--offset takes a number of bytes (0x for hexadecimal), not '" + std::string(value) + "'");
@@ -34,7 +35,7 @@ void TakeOffset(Options& options, std::string_view value) {
 }
 
 void TakeRepeat(Options& options, std::string_view value) {
-  options.decode.Repeat = NumberValue<std::uint64_t>(value, 1, kLargest);
+  options.decode.Repeat = base::NumberValue<std::uint64_t>(value, 1, kLargest);
   if (!options.decode.Repeat && value != "all")
     Refuse(options, "--repeat takes a number of records or all, not '" + std::string(value) + "'");
 }

@@ -13,50 +13,37 @@
 namespace kolvane::app {
 namespace {
 
-enum Long : int { kMode = 256, kDemo, kFolder, kHelp, kVersion };
-
-constexpr option kLongOptions[] = {
-    {"mode", required_argument, nullptr, kMode},     {"demo", no_argument, nullptr, kDemo},
-    {"folder", required_argument, nullptr, kFolder}, {"help", no_argument, nullptr, kHelp},
-    {"version", no_argument, nullptr, kVersion},     {nullptr, 0, nullptr, 0},
-};
-
-void TakeMode(Options& options, const char* value) {
-  constexpr std::int16_t kSmallest = std::numeric_limits<std::int16_t>::min();
-  constexpr std::int16_t kLargest = std::numeric_limits<std::int16_t>::max();
-  options.mode = NumberValue(value, kSmallest, kLargest);
-  if (options.mode) return;
-  Refuse(options, "--mode takes a whole number from " + std::to_string(kSmallest) + " to " +
-                      std::to_string(kLargest) + ", not '" + value + "'");
+bool TakeAction(Options& options, Options::Action action) {
+  options.action = action;
+  return true;
 }
+
+constexpr std::int16_t kSmallest = std::numeric_limits<std::int16_t>::min();
+constexpr std::int16_t kLargest = std::numeric_limits<std::int16_t>::max();
+using Value = std::string_view;
+
+constexpr base::OptionRow<Options> kOptions[] = {
+    {"mode", "a whole number from -32768 to 32767",
+     [](Options& o, Value v) { return (o.mode = base::NumberValue(v, kSmallest, kLargest)).has_value(); }},
+    {"demo", nullptr, [](Options& o, Value) { return TakeAction(o, Options::Action::kDemo); }},
+    {"folder", "a folder", [](Options& o, Value v) { return !(o.folder = v).empty(); }},
+    {"help", nullptr, [](Options& o, Value) { return TakeAction(o, Options::Action::kHelp); }},
+    {"version", nullptr, [](Options& o, Value) { return TakeAction(o, Options::Action::kVersion); }},
+};
+constexpr int kFirst = 1000;
 
 // `word` is the argument in hand.
 void Apply(Options& options, int choice, const char* word) {
-  switch (choice) {
-    case kMode:
-      TakeMode(options, optarg);
-      break;
-    case kDemo:
-      options.action = Options::Action::kDemo;
-      break;
-    case kFolder:
-      options.folder = optarg;
-      if (options.folder.empty()) Refuse(options, "--folder takes a folder, not ''");
-      break;
-    case kHelp:
-    case 'h':
-      options.action = Options::Action::kHelp;
-      break;
-    case kVersion:
-      options.action = Options::Action::kVersion;
-      break;
-    default:
-      RefuseWord(options, choice, word);
-      break;
+  if (choice >= kFirst) {
+    TakeOption(options, kOptions[choice - kFirst]);
+  } else if (choice == 'h') {
+    options.action = Options::Action::kHelp;
+  } else {
+    RefuseWord(options, choice, word);
   }
 }
 
-// Of all options help alone means something here.
+// Of all options only help means something here.
 void ParsePorts(int argc, char** argv, Options& options) {
   options.action = Options::Action::kPorts;
   for (int i = 1; i < argc; ++i) {
@@ -135,12 +122,19 @@ void RefuseWord(Options& options, int choice, const std::string& word) {
   Refuse(options, choice == ':' ? "option '" + word + "' needs a value" : "unknown option '" + word + "'");
 }
 
+void TakeOption(Options& options, const base::OptionRow<Options>& row) {
+  const std::string value = optarg != nullptr ? optarg : "";
+  if (!row.take(options, value))
+    Refuse(options, std::string("--") + row.name + " takes " + row.expected + ", not '" + value + "'");
+}
+
 Options ParseOptions(int argc, char** argv) {
   Options options;
+  const std::vector<option> long_options = base::LongOptions<Options>(kOptions, kFirst, {});
   optind = 0;
   while (options.action != Options::Action::kUsageError) {
     const int at = std::max(optind, 1);
-    const int choice = getopt_long(argc, argv, "+:h", kLongOptions, nullptr);
+    const int choice = getopt_long(argc, argv, "+:h", long_options.data(), nullptr);
     if (choice == -1) break;
     Apply(options, choice, argv[at]);
   }

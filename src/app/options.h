@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "base/option_table.h"
 #include "kolvane/CommandRun.h"
 #include "kolvane/Decode.h"
 
@@ -44,6 +45,9 @@ void Refuse(Options& options, const std::string& why);
 
 /// The same for `word`, an option for which getopt gave `choice`: ':' without its value, else not known.
 void RefuseWord(Options& options, int choice, const std::string& word);
+
+/// Hands getopt's value to the option of `row`; a wrong one is a usage error.
+void TakeOption(Options& options, const base::OptionRow<Options>& row);
 
 /// The text of --help.
 std::string HelpText();

@@ -6,9 +6,15 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <utility>
+#include <vector>
+
+#include "base/option_table.h"
 
 namespace kolvane::app {
 namespace {
+
+using base::NumberValue;
 
 template <typename Value>
 struct Word {
@@ -53,97 +59,67 @@ namespace {
 
 constexpr std::int32_t kLargest = std::numeric_limits<std::int32_t>::max();
 
-/// One option: how its value is taken, and what is said where there is none to be had.
-struct RunOption {
-  const char* name;
-  bool (*take)(Options& options, const char* value);
-  const char* expected;  // null: an option without a value
-};
-
 template <typename Value>
 bool Take(std::optional<Value>& field, std::optional<Value> value) {
   field = std::move(value);
   return field.has_value();
 }
 
-bool TakeText(std::string& field, const char* value) {
+bool TakeText(std::string& field, std::string_view value) {
   field = value;
   return !field.empty();
 }
 
-bool Switch(bool& flag) { return flag = true; }
+constexpr const char* kTerminatorForm = "LF, CR, CRLF, NONE or a character code from 0 to 255";
+using Value = std::string_view;
 
-constexpr RunOption kRunOptions[] = {
-    {"connect", [](Options& o, const char* v) { return TakeText(o.run.Connect, v); }, "a RESOURCE"},
-    {"folder", [](Options& o, const char* v) { return TakeText(o.folder, v); }, "a folder"},
-    {"baud",
-     [](Options& o, const char* v) { return Take(o.run.Baud, NumberValue<std::int32_t>(v, 1, kLargest)); },
-     "a rate"},
-    {"parity", [](Options& o, const char* v) { return Take(o.run.Parity, ParityValue(v)); },
-     "none, even or odd"},
-    {"data-bits",
-     [](Options& o, const char* v) { return Take(o.run.DataBits, NumberValue<std::int16_t>(v, 7, 8)); },
-     "7 or 8"},
-    {"stop-bits",
-     [](Options& o, const char* v) { return Take(o.run.StopBits, NumberValue<std::int16_t>(v, 1, 2)); },
-     "1 or 2"},
-    {"timeout",
-     [](Options& o, const char* v) {
-       return Take(o.run.TimeoutMs, NumberValue<std::int32_t>(v, 0, kLargest));
-     },
-     "a number of milliseconds"},
-    {"send-terminator",
-     [](Options& o, const char* v) { return Take(o.run.SendTerminator, TerminatorValue(v)); },
-     "LF, CR, CRLF, NONE or a character code from 0 to 255"},
-    {"receive-terminator",
-     [](Options& o, const char* v) { return Take(o.run.ReceiveTerminator, TerminatorValue(v)); },
-     "LF, CR, CRLF, NONE or a character code from 0 to 255"},
-    {"receive-mode", [](Options& o, const char* v) { return Take(o.run.ReceiveMode, ReceiveModeValue(v)); },
-     "terminator, auto or count"},
-    {"count",
-     [](Options& o, const char* v) {
+constexpr base::OptionRow<Options> kRunOptions[] = {
+    {"connect", "a RESOURCE", [](Options& o, Value v) { return TakeText(o.run.Connect, v); }},
+    {"folder", "a folder", [](Options& o, Value v) { return TakeText(o.folder, v); }},
+    {"baud", "a rate",
+     [](Options& o, Value v) { return Take(o.run.Baud, NumberValue<std::int32_t>(v, 1, kLargest)); }},
+    {"parity", "none, even or odd", [](Options& o, Value v) { return Take(o.run.Parity, ParityValue(v)); }},
+    {"data-bits", "7 or 8",
+     [](Options& o, Value v) { return Take(o.run.DataBits, NumberValue<std::int16_t>(v, 7, 8)); }},
+    {"stop-bits", "1 or 2",
+     [](Options& o, Value v) { return Take(o.run.StopBits, NumberValue<std::int16_t>(v, 1, 2)); }},
+    {"timeout", "a number of milliseconds",
+     [](Options& o, Value v) { return Take(o.run.TimeoutMs, NumberValue<std::int32_t>(v, 0, kLargest)); }},
+    {"send-terminator", kTerminatorForm,
+     [](Options& o, Value v) { return Take(o.run.SendTerminator, TerminatorValue(v)); }},
+    {"receive-terminator", kTerminatorForm,
+     [](Options& o, Value v) { return Take(o.run.ReceiveTerminator, TerminatorValue(v)); }},
+    {"receive-mode", "terminator, auto or count",
+     [](Options& o, Value v) { return Take(o.run.ReceiveMode, ReceiveModeValue(v)); }},
+    {"count", "a number of bytes from 0 to 1025",
+     [](Options& o, Value v) {
        return Take(o.run.Count, NumberValue<std::int32_t>(v, 0, CommandRunOptions::kLargestCount));
-     },
-     "a number of bytes from 0 to 1025"},
-    {"format",
-     [](Options& o, const char* v) {
+     }},
+    {"format", "text, csv or json",
+     [](Options& o, Value v) {
        const auto format = FormatValue(v);
        if (format) o.run.Format = *format;
        return format.has_value();
-     },
-     "text, csv or json"},
-    {"fields",
-     [](Options& o, const char* v) {
+     }},
+    {"fields", "a number of columns from 1 to 8192",
+     [](Options& o, Value v) {
        return Take(o.run.Fields, NumberValue<std::int32_t>(v, 1, CommandRunOptions::kMostFields));
-     },
-     "a number of columns from 1 to 8192"},
-    {"log", [](Options& o, const char* v) { return TakeText(o.run.LogFile, v); }, "a file"},
-    {"binary", [](Options& o, const char*) { return Switch(o.run.Binary); }, nullptr},
-    {"show-commands", [](Options& o, const char*) { return Switch(o.run.ShowCommands); }, nullptr},
-    {"show-times", [](Options& o, const char*) { return Switch(o.run.ShowTimes); }, nullptr},
-    {"verbose", [](Options& o, const char*) { return Switch(o.run.Verbose); }, nullptr},
+     }},
+    {"log", "a file", [](Options& o, Value v) { return TakeText(o.run.LogFile, v); }},
+    {"binary", nullptr, [](Options& o, Value) { return o.run.Binary = true; }},
+    {"show-commands", nullptr, [](Options& o, Value) { return o.run.ShowCommands = true; }},
+    {"show-times", nullptr, [](Options& o, Value) { return o.run.ShowTimes = true; }},
+    {"verbose", nullptr, [](Options& o, Value) { return o.run.Verbose = true; }},
 };
 
 constexpr int kHelp = 1000;
 constexpr int kFirst = 1001;  // + the index in kRunOptions
 constexpr int kWord = 1;      // getopt's own, for an argument that is no option
 
-std::vector<option> LongOptions() {
-  std::vector<option> all;
-  int value = kFirst;
-  for (const RunOption& row : kRunOptions)
-    all.push_back({row.name, row.expected == nullptr ? no_argument : required_argument, nullptr, value++});
-  all.push_back({"help", no_argument, nullptr, kHelp});
-  all.push_back({});
-  return all;
-}
-
 // `word` is the argument in hand.
 void Apply(Options& options, int choice, const char* word) {
   if (choice >= kFirst) {
-    const RunOption& row = kRunOptions[choice - kFirst];
-    if (!row.take(options, optarg))
-      Refuse(options, std::string("--") + row.name + " takes " + row.expected + ", not '" + optarg + "'");
+    TakeOption(options, kRunOptions[choice - kFirst]);
   } else if (choice == kWord) {
     options.words.emplace_back(optarg);
   } else if (choice == kHelp || choice == 'h') {
@@ -171,7 +147,8 @@ std::string Contradiction(const Options& options) {
 
 void ParseRunOptions(int argc, char** argv, Options& options) {
   const Options::Action asked = options.action;
-  const std::vector<option> long_options = LongOptions();
+  const std::vector<option> long_options =
+      base::LongOptions<Options>(kRunOptions, kFirst, {{"help", no_argument, nullptr, kHelp}});
   optind = 0;
   // "-": commands and options may come in any order, whatever POSIXLY_CORRECT says.
   for (;;) {

@@ -15,6 +15,9 @@
 
 namespace kolvane::help {
 
+/// The help file that lies beside the component.
+inline constexpr char kHelpFileName[] = "Terminal.chm";
+
 /// A compiled help file: pages by their number or path, contents and search. Paths stand without a '/' in
 /// front. A file that is damaged gives what can still be read of it; an empty result is every failure.
 class HelpFile {

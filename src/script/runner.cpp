@@ -11,14 +11,14 @@ namespace {
 
 constexpr std::string_view kEndIf = "$ENDIF";
 
-/// Undoes, however the run ends.
+/// Calls `action` at the end of the scope, however that is left.
 template <typename Action>
-class AtEnd {
+class ScopeExit {
  public:
-  explicit AtEnd(Action action) : action_(action) {}
-  ~AtEnd() { action_(); }
-  AtEnd(const AtEnd&) = delete;
-  AtEnd& operator=(const AtEnd&) = delete;
+  explicit ScopeExit(Action action) : action_(action) {}
+  ~ScopeExit() { action_(); }
+  ScopeExit(const ScopeExit&) = delete;
+  ScopeExit& operator=(const ScopeExit&) = delete;
 
  private:
   Action action_;
@@ -45,7 +45,7 @@ void Runner::PlayFromHere() {
 void Runner::PlayFrom(int first) {
   if (running() || aborted_) return;
   // Locking may fail half-way for want of memory.
-  const AtEnd unlock([this] { links_.host.LockGUI(false); });
+  const ScopeExit unlock([this] { links_.host.LockGUI(false); });
   links_.host.LockGUI(true);
   links_.state.run.StopRequested = false;
   links_.state.run.BreakRequested = false;
@@ -67,7 +67,7 @@ void Runner::Stop() {
 void Runner::RunCommandList(std::int16_t single_step) {
   if (running() || aborted_) return;
   links_.state.run.ScriptRunning = 1;
-  const AtEnd ended([this] { links_.state.run.ScriptRunning = 0; });
+  const ScopeExit ended([this] { links_.state.run.ScriptRunning = 0; });
   outcome_ = {};
   last_row_ = 0;
   if (single_step == 0) {

@@ -15,11 +15,18 @@ HelpCommands::HelpCommands(QWidget* window, std::vector<std::string> folders, ba
     : window_(window),
       folders_(std::move(folders)),
       prompt_(prompt),
-      access_(*this, [this] { return device::FirstFolderFile(folders_, help::kHelpFileName); }),
-      key_(window, [this](const help::HelpPlace& place) { access_.ShowHelpAt(place); }) {}
+      key_(window, [this](const help::HelpPlace& place) { ShowPlace(DefaultFile(), place); }) {}
+
+void HelpCommands::ShowHelp(std::int32_t number, const std::string& path) {
+  ShowPlace(path.empty() ? DefaultFile() : path, {static_cast<std::uint32_t>(number), {}});
+}
 
 void HelpCommands::Close() {
   if (help_ != nullptr) help_->hide();
+}
+
+std::string HelpCommands::DefaultFile() const {
+  return device::FirstFolderFile(folders_, help::kHelpFileName);
 }
 
 void HelpCommands::ShowPlace(const std::string& path, const help::HelpPlace& place) {

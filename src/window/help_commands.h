@@ -2,11 +2,11 @@
 
 #include <QPointer>
 #include <QWidget>
+#include <cstdint>
 #include <string>
 #include <vector>
 
 #include "base/prompt.h"
-#include "help/help_access.h"
 #include "help/help_file.h"
 #include "help/ui/help_key.h"
 #include "help/ui/help_window.h"
@@ -17,24 +17,24 @@ namespace kolvane::window {
 
 /// Help for the terminal window: the toolbar button's topic, F1, and the help window, which is made when it
 /// is first needed. A missing or damaged help file changes nothing and is not reported.
-class HelpCommands final : private help::HelpViewer {
+class HelpCommands {
  public:
   HelpCommands(QWidget* window, std::vector<std::string> folders, base::Prompt& prompt);
 
   /// Topic `number` of the help file `path`, of Terminal.chm in the first of the folders that has it where it
   /// is empty.
-  void ShowHelp(std::int32_t number, const std::string& path = {}) { access_.ShowHelp(number, path); }
+  void ShowHelp(std::int32_t number, const std::string& path = {});
   /// Called when the terminal closes.
   void Close();
 
  private:
-  void ShowPlace(const std::string& path, const help::HelpPlace& place) override;
+  std::string DefaultFile() const;
+  void ShowPlace(const std::string& path, const help::HelpPlace& place);
   help::HelpWindow& Window();
 
   QWidget* window_;
   std::vector<std::string> folders_;
   base::Prompt& prompt_;
-  help::HelpAccess access_;
   help::HelpFileCache files_;
   help::HelpKey key_;
   QPointer<help::HelpWindow> help_;

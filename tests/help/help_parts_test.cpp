@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include "help/contents.h"
-#include "help/help_access.h"
 #include "help/html.h"
 #include "help/page_index.h"
 
@@ -150,27 +149,6 @@ TEST(PageIndexTest, LeavesOutPagesBeyondItsBound) {
   index.Add({"C", "c"}, "fünf");
   EXPECT_EQ(index.Find("sechs"), std::vector<SearchHit>{});
   EXPECT_EQ(index.Find("fünf"), (std::vector<SearchHit>{{"C", "c"}}));
-}
-
-struct RecordingViewer final : HelpViewer {
-  void ShowPlace(const std::string& path, const HelpPlace& place) override {
-    calls.emplace_back(path, place);
-  }
-  std::vector<std::pair<std::string, HelpPlace>> calls;
-};
-
-TEST(HelpAccessTest, TakesTheDefaultFileForAnEmptyPathAlone) {
-  RecordingViewer viewer;
-  std::string name = "one";
-  HelpAccess access(viewer, [&name] { return name; });
-  access.ShowHelp(1);
-  name = "two";
-  access.ShowHelp(7);
-  access.ShowHelp(-1, "/other.chm");
-  access.ShowHelpAt({301, "Baud"});
-  const decltype(viewer.calls) expected = {
-      {"one", {1, ""}}, {"two", {7, ""}}, {"/other.chm", {0xFFFFFFFF, ""}}, {"two", {301, "Baud"}}};
-  EXPECT_EQ(viewer.calls, expected);
 }
 
 }  // namespace

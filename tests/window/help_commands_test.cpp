@@ -5,6 +5,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include "base/fake_prompt.h"
 #include "device/ui/connection_dialog.h"
 #include "help/widget_topics.h"
 #include "window_fixture.h"
@@ -88,6 +89,21 @@ TEST_F(Help, FileIsFoundWithoutRegardToLetterCase) {
   std::filesystem::rename(folder_.Path("Terminal.chm"), folder_.Path("TERMINAL.CHM"));
   Press("TB_HELP");
   EXPECT_EQ(Page(), PageOf(1));
+}
+
+TEST_F(Help, TakesTheFileThatIsNamedInPlaceOfItsOwn) {
+  const std::string other = folder_.Path("other.chm");
+  std::filesystem::rename(folder_.Path("Terminal.chm"), other);
+  base::FakePrompt prompt;
+  HelpCommands commands(&window_, {folder_.Path("")}, prompt);
+  commands.ShowHelp(help::kStartTopic);
+  EXPECT_FALSE(IsOpen());
+  commands.ShowHelp(help::kStartTopic, other);
+  EXPECT_EQ(Page(), PageOf(1));
+  std::filesystem::rename(other, folder_.Path("Terminal.chm"));
+  commands.Close();
+  commands.ShowHelp(200);
+  EXPECT_EQ(Page(), PageOf(200)) << "looked for at each call";
 }
 
 TEST_F(Help, ClosesWithTheTerminal) {

@@ -4,7 +4,6 @@
 #include <QApplication>
 #include <QCompleter>
 #include <QHelpEvent>
-#include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QPainter>
 #include <QPolygonF>
@@ -15,6 +14,7 @@
 #include <vector>
 
 #include "base/encoding.h"
+#include "base/ui/outside_code_page.h"
 #include "script/completion.h"
 #include "script/texts.h"
 #include "script/ui/command_list_model.h"
@@ -22,27 +22,7 @@
 namespace kolvane::script {
 namespace {
 
-struct Span {
-  qsizetype start;
-  qsizetype length;
-};
-
-std::vector<Span> OutsideSpans(const QString& text) {
-  std::vector<Span> spans;
-  const std::string bytes = text.toStdString();
-  std::string_view rest = bytes;
-  qsizetype start = 0;
-  while (const auto at = base::FirstOutsideWindows1252(rest)) {
-    const std::string_view character = base::OutsideWindows1252(rest);
-    start += QString::fromUtf8(rest.data(), static_cast<qsizetype>(*at)).size();
-    const qsizetype length =
-        QString::fromUtf8(character.data(), static_cast<qsizetype>(character.size())).size();
-    spans.push_back({start, length});
-    start += length;
-    rest.remove_prefix(*at + character.size());
-  }
-  return spans;
-}
+using Span = base::CharacterSpan;
 
 QString TroubleOf(const QString& text) {
   const std::string bytes = text.toStdString();
@@ -50,21 +30,7 @@ QString TroubleOf(const QString& text) {
   return outside.empty() ? QString() : QString::fromStdString(texts::NotInCodePage(outside));
 }
 
-// A line edit takes formats only from an input method.
-void MarkOutside(QLineEdit* editor) {
-  QTextCharFormat wave;
-  wave.setUnderlineStyle(QTextCharFormat::WaveUnderline);
-  wave.setUnderlineColor(Qt::red);
-  QList<QInputMethodEvent::Attribute> marks;
-  for (const Span& span : OutsideSpans(editor->text()))
-    marks.append({QInputMethodEvent::TextFormat, static_cast<int>(span.start) - editor->cursorPosition(),
-                  static_cast<int>(span.length), wave});
-  QInputMethodEvent event({}, marks);
-  QApplication::sendEvent(editor, &event);
-  const QString trouble = TroubleOf(editor->text());
-  editor->setToolTip(trouble);
-  editor->setAccessibleDescription(trouble);
-}
+void MarkOutside(QLineEdit* editor) { base::MarkOutside(editor, TroubleOf(editor->text())); }
 
 // What was copied as a whole line brings its end along.
 bool DropLastLineEnd(QLineEdit* editor) {
@@ -180,6 +146,20 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     return PaintMarks(painter, option.rect, index.data(CommandListModel::kMarkRole).toInt());
   QStyleOptionViewItem shown = option;
   initStyleOption(&shown, index);
+  const std::vector<Span> spans = base::OutsideSpans(shown.text);
+  if (spans.empty()) return;
+  const QStyle* style = shown.widget != nullptr ? shown.widget->style() : QApplication::style();
+  const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, &shown, shown.widget) + 1;
+  const QRect text = style->subElementRect(QStyle::SE_ItemViewItemText, &shown, shown.widget);
+  const bool highlighted = index.data(Qt::BackgroundRole).isValid();
+  painter->save();
+  painter->setClipRect(text);
+  for (const Span& span : spans) {
+    const int left = text.left() + margin + shown.fontMetrics.horizontalAdvance(shown.text.left(span.start));
+    const int width = shown.fontMetrics.horizontalAdvance(shown.text.mid(span.start, span.length));
+    Underline(painter, {left, text.top(), width, text.height()},
+              highlighted ? shown.palette.color(QPalette::Text) : QColor(Qt::red));
+  }
   if (shown.text.isEmpty()) return;
   painter->save();
   painter->setClipRect(TextRect(shown));

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <getopt.h>
+
+#include <charconv>
+#include <initializer_list>
+#include <optional>
+#include <span>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+namespace kolvane::base {
+
+/// One long option of a program: how `Options` takes its value, and what that must be.
+template <typename Options>
+struct OptionRow {
+  const char* name;
+  const char* expected;                                    ///< null: an option without a value
+  bool (*take)(Options& options, std::string_view value);  ///< false for a wrong value
+};
+
+/// getopt_long's table: each row with `first` plus its index as code, then `others`, then the end.
+template <typename Options>
+std::vector<option> LongOptions(std::span<const OptionRow<Options>> rows, int first,
+                                std::initializer_list<option> others) {
+  std::vector<option> all;
+  for (const OptionRow<Options>& row : rows)
+    all.push_back({row.name, row.expected == nullptr ? no_argument : required_argument, nullptr, first++});
+  all.insert(all.end(), others);
+  all.push_back({});
+  return all;
+}
+
+/// Digits, after a sign where `smallest` is negative; nothing for anything else.
+template <typename Number>
+std::optional<Number> NumberValue(std::string_view text, Number smallest, Number largest, int base = 10) {
+  Number value{};
+  const char* end = text.data() + text.size();
+  const auto result = std::from_chars(text.data(), end, value, base);
+  const bool whole = result.ec == std::errc() && result.ptr == end;
+  return whole && value >= smallest && value <= largest ? std::optional(value) : std::nullopt;
+}
+
+}  // namespace kolvane::base

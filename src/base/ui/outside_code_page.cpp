@@ -1,0 +1,41 @@
+#include "base/ui/outside_code_page.h"
+
+#include <QApplication>
+#include <QInputMethodEvent>
+
+#include "base/encoding.h"
+#include "base/ui/text.h"
+
+namespace kolvane::base {
+
+std::vector<CharacterSpan> OutsideSpans(const QString& text) {
+  std::vector<CharacterSpan> spans;
+  const std::string bytes = FromQt(text);
+  std::string_view rest = bytes;
+  qsizetype start = 0;
+  while (const auto at = FirstOutsideWindows1252(rest)) {
+    const std::string_view character = OutsideWindows1252(rest);
+    start += ToQt(rest.substr(0, *at)).size();
+    const qsizetype length = ToQt(character).size();
+    spans.push_back({start, length});
+    start += length;
+    rest.remove_prefix(*at + character.size());
+  }
+  return spans;
+}
+
+void MarkOutside(QLineEdit* field, const QString& fault, QTextCharFormat format) {
+  format.setUnderlineStyle(QTextCharFormat::WaveUnderline);
+  format.setUnderlineColor(Qt::red);
+  // A line edit takes formats only from an input method.
+  QList<QInputMethodEvent::Attribute> marks;
+  for (const CharacterSpan& span : OutsideSpans(field->text()))
+    marks.append({QInputMethodEvent::TextFormat, static_cast<int>(span.start) - field->cursorPosition(),
+                  static_cast<int>(span.length), format});
+  QInputMethodEvent event({}, marks);
+  QApplication::sendEvent(field, &event);
+  field->setToolTip(fault);
+  field->setAccessibleDescription(fault);
+}
+
+}  // namespace kolvane::base
