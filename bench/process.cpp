@@ -25,7 +25,7 @@ namespace {
   _exit(127);
 }
 
-// The number behind `name` in a file of "name: number" lines.
+// The number after `name` in a file of "name: number" lines.
 std::int64_t Field(const std::string& file, const std::string& name) {
   std::ifstream lines(file);
   for (std::string word; lines >> word;) {
@@ -38,7 +38,7 @@ std::int64_t Field(const std::string& file, const std::string& name) {
 std::int64_t TicksIn(const std::string& file) {
   std::ifstream stat(file);
   std::string text((std::istreambuf_iterator<char>(stat)), {});
-  // The name in parentheses may hold blanks; user and system time are the 12th and 13th words behind it.
+  // The name in parentheses may hold spaces; user and system time are the 12th and 13th words after it.
   std::istringstream words(text.substr(text.rfind(')') + 1));
   std::string skipped;
   for (int word = 0; word < 11; ++word) words >> skipped;

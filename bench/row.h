@@ -23,7 +23,7 @@ Comparison Alternate(int rounds, const Measure& yardstick, const Measure& measur
 
 double SecondsOf(const std::function<void()>& step);
 
-/// What a row of the report tells of, and what it is compared with; no yardstick: empty.
+/// What a row of the report is about, and what it is compared with; no yardstick: empty.
 struct Claim {
   const char* claim;
   const char* yardstick;

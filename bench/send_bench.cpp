@@ -1,4 +1,4 @@
-// From the start of `kolvane send` to its first command on the wire, beside this program started anew with
+// From the start of `kolvane send` to its first command on the wire, beside this program started again with
 // nothing to do but connect and send. Usage: send_bench [rounds]
 
 #include <sys/socket.h>

@@ -36,7 +36,7 @@ endif()
 add_library(kolvane_options INTERFACE)
 target_compile_options(kolvane_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor
                        -Wold-style-cast -Woverloaded-virtual
-                       # GCC 12 sees overlaps in "x" + std::to_string(n) that are none.
+                       # GCC 12 sees overlaps in "x" + std::to_string(n) that are not there.
                        $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
                        # Clang counts these to -Wconversion and -Wextra, GCC does not.
                        $<$<CXX_COMPILER_ID:Clang>:-Wno-sign-conversion>

@@ -20,7 +20,7 @@ constexpr int kStepBudget = 40;
 struct ListRig : SessionRig {
   ListRig() {
     host.at_yield = [this] {
-      // All rows behind the last one used are empty.
+      // All rows after the last one used are empty.
       if (host.yields >= kRunBudget || core.list.current_row() > rows) core.runner.Break();
     };
   }
@@ -74,14 +74,14 @@ void CheckEnd(const ListRig& rig, bool whole) {
   std::size_t list_errors = 0;
   for (const std::string& error : rig.prompt.errors)
     list_errors += error.starts_with("Fehler in Befehlsliste (Zeile ");
-  // A run goes on behind no error but one of the last row's, which is the row that it goes on at.
+  // A run goes on after no error but one of the last row's, which is the row that it goes on at.
   if (whole) Require((list_errors > 0) == rig.core.runner.outcome().list_error);
 }
 
 }  // namespace
 }  // namespace kolvane::fuzz
 
-/// Three bytes of settings; up to the first NUL the list, behind it what the instrument sends.
+/// Three bytes of settings; up to the first NUL the list, after it what the instrument sends.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace kolvane;
   static fuzz::ListRig rig;

@@ -1,4 +1,4 @@
-// Kolvane.ini: any file can be read and written to; settings that it gives are, stored anew, the same.
+// Kolvane.ini: any file can be read and written to; settings that it gives are, stored again, the same.
 #include "base/runtime_error.h"
 #include "component/ini_text.h"
 #include "component/ini_value.h"

@@ -7,7 +7,7 @@
 
 namespace kolvane::fuzz {
 
-/// The bytes of one run, taken off from the front; past their end there are zeros and empty texts.
+/// The bytes of one run, taken from the front; past their end there are zeros and empty texts.
 class Input {
  public:
   Input(const std::uint8_t* data, std::size_t size) : Input({reinterpret_cast<const char*>(data), size}) {}
@@ -30,7 +30,7 @@ class Input {
     return taken;
   }
 
-  /// What stands before the next `end`, which is taken off as well.
+  /// What stands before the next `end`, which is stripped as well.
   std::string_view Until(char end) {
     const std::string_view taken = Take(rest_.find(end));
     Byte();

@@ -1,4 +1,4 @@
-// The $ commands, one a line, behind an answer of the instrument.
+// The $ commands, one a line, after an answer of the instrument.
 #include "fuzz/input.h"
 #include "fuzz/require.h"
 #include "script/script_bench.h"

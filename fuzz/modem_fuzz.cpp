@@ -25,7 +25,7 @@ class CheckingListener final : public device::WaitListener {
 }  // namespace
 }  // namespace kolvane::fuzz
 
-/// Up to the first NUL the script, behind it what the modem sends.
+/// Up to the first NUL the script, after it what the modem sends.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace kolvane;
   static device::FakeClock clock;
@@ -39,7 +39,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   for (const std::string& command : commands)
     fuzz::Require(!command.empty() && command.find("\r\n") == std::string::npos);
   if (commands.empty()) return 0;
-  // Dialling begins with a flush, so everything comes behind it.
+  // Dialling begins with a flush, so everything comes after it.
   library.Send({}, input.Rest());
   library.SetTimeout(fuzz::kReadTimeoutMs);
   const std::int32_t result = device::ModemDialler(library, clock, waits).Dial(commands, fuzz::kDialTimeoutS);

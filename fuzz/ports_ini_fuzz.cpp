@@ -12,7 +12,7 @@ void Check(std::string_view text, std::string_view key) {
   for (const char c : value) Require(static_cast<unsigned char>(c) >= ' ' && c != '\x7F');
 }
 
-// A section behind everything else counts, whatever stands before it.
+// A section after everything else counts, whatever stands before it.
 void CheckLast(std::string_view text) {
   const std::string with_section = std::string(text) + "\n[ports]\r\n com1 = \"/dev/last\" \r\n";
   Require(devlnk::FindPort(with_section, "COM1") == "/dev/last");

@@ -34,7 +34,7 @@ class ScratchFolder {
   const std::string& path() const { return path_; }
   std::string operator/(std::string_view name) const { return path_ + "/" + std::string(name); }
 
-  /// Gives the file these bytes, and a time of its own: who caches files by their time reads it anew.
+  /// Gives the file these bytes, and a time of its own: who caches files by their time reads it again.
   void Put(const std::string& name, std::string_view bytes) {
     const int file = open((*this / name).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
     Require(file >= 0);

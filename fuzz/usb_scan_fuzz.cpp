@@ -6,7 +6,7 @@
 #include "fuzz/require.h"
 #include "fuzz/utf8.h"
 
-/// The first byte is the number of slots that the library claims; each field is one of the lines behind it.
+/// The first byte is the number of slots that the library claims; each field is one of the lines after it.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace kolvane;
   constexpr std::size_t kField = 255;

@@ -13,7 +13,7 @@ write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/KolvaneConfigVersio
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/KolvaneConfig.cmake ${CMAKE_CURRENT_BINARY_DIR}/KolvaneConfigVersion.cmake
         DESTINATION ${KOLVANE_INSTALL_CMAKEDIR})
 
-# The prefix is known at installation alone; the loader looks below /usr by itself, elsewhere a host needs the way.
+# The prefix is known only at installation; the loader looks below /usr by itself, elsewhere a host needs the way.
 set(pc ${CMAKE_CURRENT_BINARY_DIR}/kolvane.pc)
 foreach(variable CMAKE_INSTALL_LIBDIR CMAKE_INSTALL_INCLUDEDIR PROJECT_DESCRIPTION PROJECT_VERSION)
   string(APPEND pc_values "set(${variable} [[${${variable}}]])\n")

@@ -10,7 +10,7 @@ namespace py = pybind11;
 namespace kolvane::python {
 namespace {
 
-// "ValueError" where the exception has no text of its own, or none that can be had.
+// "ValueError" where the exception has no text of its own, or none that is available.
 std::string TextOf(const py::error_already_set& raised) {
   const std::string name = ToUtf8(raised.type().attr("__name__"));
   try {

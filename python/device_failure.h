@@ -9,7 +9,7 @@
 
 namespace kolvane::python {
 
-/// A Python exception on its way through the component: what() is its text alone, as the terminal shows it;
+/// A Python exception on its way through the component: what() is only its text, as the terminal shows it;
 /// Raise gives it back to Python with its type and traceback.
 class DeviceFailure : public std::runtime_error {
  public:

@@ -27,7 +27,7 @@ int RequiredParameters(const py::object& method) {
 }
 
 // A Read that declares the contract's last two parameters as well gets them as they come: the answer filled
-// with blanks, the buffer with zeros.
+// with spaces, the buffer with zeros.
 template <typename... In>
 void CallRead(const py::object& method, Variant& answer, Variant& buffer, In... in) {
   const bool in_full = RequiredParameters(method) == static_cast<int>(sizeof...(in)) + 2;

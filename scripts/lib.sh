@@ -6,10 +6,10 @@ cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/.."
 build_packages="g++ cmake ninja-build ccache qt6-base-dev qt6-svg-dev libxcb1-dev nlohmann-json3-dev pkgconf qt6-translations-l10n fonts-liberation2 fonts-dejavu-core pybind11-dev python3-dev fp-utils libmspack-dev"
 check_packages="libgtest-dev libxcb-damage0-dev strace clang-format clang-tidy locales mypy python3-numpy python3-pyqt6 xvfb libumockdev-dev umockdev groff-base tzdata dpkg-dev file desktop-file-utils appstream zsh fish"
 
-# For scripts/screenshots alone: a display, and a small window manager that draws frames.
+# Only for scripts/screenshots: a display, and a small window manager that draws frames.
 picture_packages="xvfb openbox"
 
-# For fuzz/run alone.
+# Only for fuzz/run.
 fuzz_packages="clang-14 libclang-rt-14-dev llvm-14"
 
 # The presets share what they compile alike.

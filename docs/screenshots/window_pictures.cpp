@@ -94,7 +94,7 @@ void Menus(Stage& stage, const QString& folder) {
   }
 }
 
-// Nine steps: the next row to run is the one behind $GETPARAM.
+// Nine steps: the next row to run is the one after $GETPARAM.
 void RunningList(Stage& stage, const QString& folder) {
   for (int step = 0; step < 9; ++step) stage.Trigger("TB_SINGLESTEP");
   Save(folder, QStringLiteral("befehlsliste"), Top(stage.Find<QTableView>("CommandScript"), 440));

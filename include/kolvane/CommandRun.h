@@ -30,14 +30,14 @@ struct CommandRunOptions {
   std::string SettingsFile;  ///< in place of the user's own; UTF-8 path
   std::string Folder;        ///< the component's folder (modem script); empty: as MainClass finds it
   std::string LogFile;       ///< takes each line of the run; empty: none
-  std::optional<std::int32_t> Baud;  ///< this and the next three: serial lines alone
+  std::optional<std::int32_t> Baud;  ///< this and the next three: serial lines only
   std::optional<SerialParity> Parity;
   std::optional<std::int16_t> DataBits;          ///< 7 or 8
   std::optional<std::int16_t> StopBits;          ///< 1 or 2
   std::optional<std::int32_t> TimeoutMs;         ///< of connecting and of each answer
   std::optional<AnswerEnd> ReceiveMode;          ///< choosing one sets ReceiveTerminator: CR LF, else none
   std::optional<std::int32_t> Count;             ///< bytes of an answer, 0 to kLargestCount
-  std::optional<std::string> SendTerminator;     ///< the bytes behind each command
+  std::optional<std::string> SendTerminator;     ///< the bytes after each command
   std::optional<std::string> ReceiveTerminator;  ///< no byte, one byte or CR LF
   bool Binary = false;  ///< answers byte by byte as <0D>; without ReceiveMode they end at the first gap
   bool ShowCommands = false;
@@ -74,7 +74,7 @@ enum class CommandRunStatus : int {
 /// disconnects.
 KOLVANE_EXPORT CommandRunStatus RunCommandList(const std::string& File, const CommandRunOptions& Options);
 
-/// Connects, sends each of `Commands` (of an empty one the terminator alone) and disconnects.
+/// Connects, sends each of `Commands` (of an empty one only the terminator) and disconnects.
 KOLVANE_EXPORT CommandRunStatus SendCommands(const std::vector<std::string>& Commands,
                                              const CommandRunOptions& Options);
 

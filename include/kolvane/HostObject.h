@@ -16,7 +16,7 @@ namespace kolvane {
 //   1. Before the window is shown, once: the connection data, through GetDeviceProperty or GetDeviceInfo. The
 //      device counts as open from then on: it is the host that opened it.
 //   2. While the window is prepared, and whenever the user picks another receive mode or time-out:
-//      SetIOTimeout; FlushInQ behind the first.
+//      SetIOTimeout; FlushInQ after the first.
 //   3. For each command: SetLastError(0), WriteCommand, LastError, LastErrorDescription; then for its answer
 //      SetLastError(0), SetIOTimeout, Read, LastError, LastErrorDescription. An answer that ends at a gap is
 //      read byte by byte: Read of one byte and the two error calls each time, and after the first byte
@@ -39,7 +39,7 @@ namespace kolvane {
 // changed DevIdx goes along with the calls that follow.
 //
 // What a failure does. An operation fails when LastError is negative afterwards; the terminal shows
-// LastErrorDescription (in place of the answer, behind the command or in a message box) and goes on. An
+// LastErrorDescription (in place of the answer, after the command or in a message box) and goes on. An
 // exception, of any type, is a failure too: its what() is the description, its code is -901, and LastError is
 // not asked. Only an exception of step 1 gets past the terminal: it reaches the caller of OpenTerminal, and
 // no window is shown. Operations that the host does not override throw RuntimeError::Kind::kNoMember.
@@ -60,8 +60,8 @@ class KOLVANE_EXPORT IoObject {
   /// Reads one answer, waiting for the time-out at most.
   ///
   /// `Binary` 0: text into `Answer`, up to the character with the code `Terminator` (10 for CR LF, 0 for
-  /// none) or `Count` (16000) characters. `Answer` comes as a text of `Count` blanks, the room for the
-  /// answer; blanks and terminator at its end are taken off afterwards, and it may as well be handed back as
+  /// none) or `Count` (16000) characters. `Answer` comes as a text of `Count` spaces, the room for the
+  /// answer; spaces and terminator at its end are stripped afterwards, and it may as well be handed back as
   /// bytes. `Binary` 1: exactly `Count` (1 to 1025) bytes into `Buffer`, which comes with as many zero bytes;
   /// bytes that are missing count as zero, and a text is taken for its Windows-1252 bytes. A read of one byte
   /// that brings none ends an answer, as a failure does. `Zero` is 0. The one of the two values that is not
@@ -95,7 +95,7 @@ class KOLVANE_EXPORT HostObject {
  public:
   virtual ~HostObject();
 
-  /// Asked anew for each operation; the object returned outlives the operation.
+  /// Asked again for each operation; the object returned outlives the operation.
   virtual IoObject& IO();
 
   /// Opens (or opens again) the device.
@@ -115,8 +115,8 @@ class KOLVANE_EXPORT HostObject {
   virtual void GetDeviceInfo(Variant& Kind, Variant& Address);
 
   /// How the last operation ended: negative for a failure, whatever number it is. Both modes ask after an
-  /// operation; a number beyond 16 bits is taken for the nearest one within, and what is no number, nothing
-  /// included, is a failure.
+  /// operation; a number beyond 16 bits is taken for the nearest one within, and what is not a number,
+  /// nothing included, is a failure.
   virtual Variant LastError();
   /// Called with 0 before an operation that is to be judged.
   virtual void SetLastError(std::int16_t Code);

@@ -19,7 +19,7 @@ class KOLVANE_EXPORT RuntimeError : public std::runtime_error {
     kInvalidArgument,  ///< a value that the operation does not take
     kNoObject,         ///< an operation on an object that was never given
     kNoMember,         ///< an object that lacks the operation
-    kOther             ///< described by its text alone
+    kOther             ///< described by its text only
   };
 
   explicit RuntimeError(Kind kind) : std::runtime_error(Description(kind)), kind_(kind) {}

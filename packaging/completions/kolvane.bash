@@ -30,7 +30,7 @@ _kolvane_words() {
 # The values of option $1; fails where it takes none.
 _kolvane_values() {
   case $1 in
-    --mode) _kolvane_words 2 ;; # 0 and 1 are for hosts alone
+    --mode) _kolvane_words 2 ;; # 0 and 1 are for hosts only
     --folder) compopt -o filenames 2>/dev/null; mapfile -t COMPREPLY < <(compgen -d -- "$cur") ;;
     --connect) _kolvane_resources ;;
     --baud) _kolvane_words 300 600 1200 2400 4800 9600 19200 38400 57600 115200 ;;
@@ -47,7 +47,7 @@ _kolvane_values() {
   esac
 }
 
-# Readline takes what stands behind the last : or = for the word, so what stands before is left out.
+# Readline takes what stands after the last : or = for the word, so what stands before is left out.
 _kolvane_trim() {
   local head=${cur%"${cur##*[:=]}"} i
   [[ $COMP_WORDBREAKS == *:* && $head == *: || $COMP_WORDBREAKS == *=* && $head == *= ]] || return 0

@@ -28,12 +28,12 @@ struct ChannelRange {
 };
 std::optional<ChannelRange> ParseChannels(std::string_view text);
 
-/// The parameters behind a command word: separated by ",", blanks around each taken off.
+/// The parameters after a command word: separated by ",", spaces around each stripped.
 class Arguments {
  public:
   static constexpr std::size_t kMax = 8;
 
-  /// `text` is what stands behind the word and one blank. Views into it are kept.
+  /// `text` is what stands after the word and one space. Views into it are kept.
   explicit Arguments(std::string_view text);
 
   /// How many there are; more than kMax count as kMax + 1.

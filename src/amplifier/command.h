@@ -19,7 +19,7 @@ struct Command {
   Refusal (*run)(State& state, const Arguments& arguments, Reply& reply);
 };
 
-/// For a command that takes any text behind its word.
+/// For a command that takes any text after its word.
 inline constexpr std::size_t kAnyCount = Arguments::kMax + 1;
 
 std::span<const Command> SystemCommands();

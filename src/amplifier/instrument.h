@@ -12,7 +12,7 @@
 namespace kolvane::amplifier {
 
 /// The measuring amplifier: commands in, answers out, no input or output of its own. Its answers follow from
-/// the commands, the seed and the clock alone. docs/amplifier.md describes the command set.
+/// only the commands, the seed and the clock. docs/amplifier.md describes the command set.
 class Instrument final : public LineHandler {
  public:
   struct Setup {

@@ -13,7 +13,7 @@ struct Reply {
   enum class Kind {
     kNone,   // nothing goes out
     kLine,   // `bytes`, then the terminator
-    kBytes,  // `bytes` alone: the reader knows how many
+    kBytes,  // only `bytes`: the reader knows how many
   };
   Kind kind = Kind::kNone;
   std::string bytes;

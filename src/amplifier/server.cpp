@@ -65,7 +65,7 @@ void Server::ExchangeWhileAlone() {
 void Server::Wait(int stop) {
   watched_.clear();
   Watch(stop, POLLIN);
-  // A negative descriptor is passed over by poll.
+  // A negative descriptor is skipped by poll.
   const bool full = connections_.size() >= kMaxConnections;
   Watch(listener_ && !full ? listener_->ipv4() : -1, POLLIN);
   Watch(listener_ && !full ? listener_->ipv6() : -1, POLLIN);

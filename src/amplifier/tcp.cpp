@@ -55,7 +55,7 @@ base::Descriptor ListenOnIpv4(std::uint16_t& port) {
   return socket;
 }
 
-// Nobody is told when this fails: the port was announced for IPv4.
+// It is not reported when this fails: the port was announced for IPv4.
 base::Descriptor ListenOnIpv6(std::uint16_t port) {
   sockaddr_in6 address{};
   address.sin6_family = AF_INET6;

@@ -1,4 +1,4 @@
-// The stand-alone program: a host like any other, on the public header alone.
+// The stand-alone program: a host like any other, on the public header only.
 
 #include <fcntl.h>
 #include <signal.h>

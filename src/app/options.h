@@ -27,7 +27,7 @@ struct Options {
     kUsageError
   };
   Action action = Action::kOpen;
-  std::optional<std::int16_t> mode;  ///< with kOpen alone
+  std::optional<std::int16_t> mode;  ///< with kOpen only
   std::string folder;
   CommandRunOptions run;  ///< with kRun and kSend
   DecodeOptions decode;   ///< with kDecode

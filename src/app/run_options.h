@@ -7,10 +7,10 @@
 #include "app/options.h"
 #include "kolvane/CommandRun.h"
 
-/// The values that options take; nothing for a text that is none.
+/// The values that options take; nothing for any other text.
 namespace kolvane::app {
 
-/// LF, CR, CRLF and NONE in any letter case, or a character code from 0 to 255; the bytes they stand for.
+/// LF, CR, CRLF and NONE in any case, or a character code from 0 to 255; the bytes they stand for.
 std::optional<std::string> TerminatorValue(std::string_view text);
 
 /// none, even and odd.
@@ -22,7 +22,7 @@ std::optional<AnswerFormat> FormatValue(std::string_view text);
 /// terminator, auto and count.
 std::optional<AnswerEnd> ReceiveModeValue(std::string_view text);
 
-/// Reads what stands behind `run` or `send`, argv[0], into `options`, whose action says which of the two.
+/// Reads what stands after `run` or `send`, argv[0], into `options`, whose action says which of the two.
 void ParseRunOptions(int argc, char** argv, Options& options);
 
 }  // namespace kolvane::app

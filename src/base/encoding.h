@@ -42,7 +42,7 @@ struct CodePoint {
 /// In place of a code point where none begins.
 inline constexpr char32_t kMalformed = 0xFFFFFFFF;
 
-/// What begins at `at`, a place within `text`. kMalformed with the bytes, at least one, that go on with it as
+/// What begins at `at`, a place within `text`. kMalformed with the bytes, at least one, that continue it as
 /// a character would.
 CodePoint DecodeUtf8(std::string_view text, std::size_t at);
 

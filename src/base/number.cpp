@@ -17,7 +17,7 @@ namespace {
 
 bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 
-// What a number text consists of once blanks are gone, and how much of the source it took.
+// What a number text consists of once spaces are gone, and how much of the source it took.
 struct Scan {
   std::string digits;
   std::size_t taken = 0;

@@ -7,15 +7,15 @@
 
 namespace kolvane::base {
 
-/// The number at the start of `text` after blanks ("12.5 V" is 12.5, "2e3x" is 2000), 0 where none stands
-/// there. Blanks between digits are passed over; "&H" begins a hexadecimal whole number. Only a point is a
+/// The number at the start of `text` after spaces ("12.5 V" is 12.5, "2e3x" is 2000), 0 where none stands
+/// there. Spaces between digits are skipped; "&H" begins a hexadecimal whole number. Only a point is a
 /// decimal sign.
 double LeadingNumber(std::string_view text);
 
 /// As LeadingNumber, for what a person typed: a comma serves as decimal sign as well.
 double LeadingTypedNumber(std::string_view text);
 
-/// The whole of `text` as a number (blanks around it allowed, comma or point), or nothing.
+/// The whole of `text` as a number (spaces around it allowed, comma or point), or nothing.
 std::optional<double> WholeTextNumber(std::string_view text);
 
 /// Rounds half to even; nothing outside the type's range.
@@ -26,8 +26,8 @@ std::optional<std::int32_t> FitInt32(double value);
 std::int16_t RoundToInt16(double value);
 std::int32_t RoundToInt32(double value);
 
-/// WholeTextNumber, rounded; throws RuntimeError kTypeMismatch for a text that is no number, kOverflow out of
-/// range.
+/// WholeTextNumber, rounded; throws RuntimeError kTypeMismatch for a text that is not a number, kOverflow out
+/// of range.
 std::int16_t TextToInt16(std::string_view text);
 std::int32_t TextToInt32(std::string_view text);
 

@@ -135,7 +135,7 @@ int CreateFile(const std::string& name, std::string_view bytes) {
 
 namespace {
 
-// flock(2) waits for ever or not at all, and no descriptor tells of a lock that is given back.
+// flock(2) waits for ever or not at all, and no descriptor reports a lock that is given back.
 constexpr std::chrono::milliseconds kPause{5};
 
 }  // namespace

@@ -11,10 +11,10 @@ bool EqualsNoCase(std::string_view a, std::string_view b);
 bool ContainsNoCase(std::string_view text, std::string_view part);
 std::string UpperCase(std::string_view text);
 
-/// `text` without the blanks (character 32 alone) at both ends.
+/// `text` without the spaces (character 32 only) at both ends.
 std::string_view TrimBlanks(std::string_view text);
 
-/// `text` without the blanks at its end; costs far less than a look at each character where thousands stand
+/// `text` without the spaces at its end; costs far less than a look at each character where thousands stand
 /// there.
 std::string_view TrimBlanksRight(std::string_view text);
 

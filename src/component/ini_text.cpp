@@ -19,13 +19,13 @@ bool IniLines::Next(IniLine& line) {
   if (at_ >= bytes_.size()) return false;
   std::size_t end = at_;
   while (end < bytes_.size() && bytes_[end] != '\n' && bytes_[end] != '\r') ++end;
-  line = {.begin = at_, .next = Behind(end), .section = section_, .key = {}, .value = {}};
+  line = {.begin = at_, .next = After(end), .section = section_, .key = {}, .value = {}};
   Understand(Trim(bytes_.substr(at_, end - at_)), line);
   at_ = line.next;
   return true;
 }
 
-std::size_t IniLines::Behind(std::size_t end) const {
+std::size_t IniLines::After(std::size_t end) const {
   if (bytes_.substr(end, 2) == "\r\n") return end + 2;
   return std::min(end + 1, bytes_.size());
 }
@@ -54,7 +54,7 @@ constexpr std::size_t kNowhere = std::string::npos;
 // Of a section that is to change.
 struct Section {
   std::map<std::string, std::size_t, std::less<>> last;  // index of each key's last edit
-  std::size_t end = kNowhere;                            // behind its last key
+  std::size_t end = kNowhere;                            // after its last key
 };
 
 // What has to be done at which places so that the entries stand in the file.

@@ -17,7 +17,7 @@ using base::kUtf8Mark;
 /// A line of an INI file, with the section in which it stands.
 struct IniLine {
   std::size_t begin;
-  std::size_t next;  ///< behind its end
+  std::size_t next;  ///< after its end
   std::string_view section;
   std::string_view key;    ///< empty: none
   std::string_view value;  ///< as it stands
@@ -30,11 +30,11 @@ class IniLines {
   explicit IniLines(std::string_view bytes)
       : bytes_(bytes), at_(bytes.starts_with(kUtf8Mark) ? kUtf8Mark.size() : 0) {}
 
-  /// False behind the last one.
+  /// False after the last one.
   bool Next(IniLine& line);
 
  private:
-  std::size_t Behind(std::size_t end) const;
+  std::size_t After(std::size_t end) const;
   void Understand(std::string_view text, IniLine& line);
 
   std::string_view bytes_;

@@ -8,7 +8,7 @@
 namespace kolvane::component {
 namespace {
 
-// Letters behind a backslash, and what they stand for.
+// Letters after a backslash, and what they stand for.
 constexpr std::string_view kLetters = "abfnrtv\"?'\\";
 constexpr std::string_view kMeanings = "\a\b\f\n\r\t\v\"?'\\";
 constexpr std::string_view kWithLetter = "\a\b\f\n\r\t\v\"\\";
@@ -30,7 +30,7 @@ std::string HexEscape(char c) {
   return "\\x" + std::string(digits, end);
 }
 
-// A digit behind a numeric escape would be read as part of it, so it becomes one itself.
+// A digit after a numeric escape would be read as part of it, so it becomes one itself.
 class Encoder {
  public:
   std::string Run(std::string_view text) {
@@ -82,7 +82,7 @@ class Decoder {
     while (IsBlank(Peek())) ++at_;
   }
 
-  // An escaped blank stands, a plain one at the end is none.
+  // An escaped space stands, a plain one at the end is none.
   void ChopBlanks() {
     while (out_.size() > escaped_to_ && IsBlank(out_.back())) out_.pop_back();
   }

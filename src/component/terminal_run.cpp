@@ -105,7 +105,7 @@ void LoadOrTell(const SettingsStore& store, ComponentState& state, CloseWatch& c
   }
 }
 
-// The window is going, so what could not be saved is told where nobody has to answer.
+// The window is going, so what could not be saved is reported where nobody has to answer.
 void UnloadOrTell(ComponentState& state, window::MainWindow& window, SettingsStore& store,
                   CloseWatch& close) {
   const auto failure = Unload(state, window.core(), window.log(), store);
@@ -179,7 +179,7 @@ void ShowModally(window::MainWindow& window, const QWidget* host, const Terminal
   close.RunEvents();
 }
 
-// What a window's controls show starts anew. The last answer and status, the flags that $SILENT and $AUTOLOG
+// What a window's controls show starts again. The last answer and status, the flags that $SILENT and $AUTOLOG
 // set, and what a command list has left behind belong to the component's life.
 void ResetForWindow(ComponentState& state) {
   state.device.open_step_status = 0;

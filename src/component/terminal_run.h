@@ -11,7 +11,7 @@ namespace kolvane::component {
 
 /// The steps that end a terminal, in their order: close the log, save the settings, give a host its device
 /// back open (or close the terminal's own connection), release the host's object, allow unloading. Settings
-/// that cannot be saved do not keep it from the steps behind.
+/// that cannot be saved do not keep it from the steps after it.
 [[nodiscard]] std::optional<SaveFailure> Unload(ComponentState& state, terminal::TerminalCore& core,
                                                 terminal::Log& log, SettingsStore& store);
 

@@ -18,7 +18,7 @@ constexpr std::size_t kSpareBlanks = 10;
 // Far more than one computer can have; a library that claims more shall not exhaust the memory.
 constexpr std::int32_t kMostSlots = 4096;
 
-// A field is filled with blanks; a library that ends it with NUL is understood, too.
+// A field is filled with spaces; a library that ends it with NUL is understood, too.
 std::string FieldText(std::string_view field) {
   field = field.substr(0, field.find('\0'));
   return base::FromWindows1252(base::TrimBlanks(field));

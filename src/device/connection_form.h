@@ -90,7 +90,7 @@ ConnectionForm LoadForm(const ConnectionParameters& stored, const std::string& f
 /// a kind that selects a bus address and one outside 0 to 31: the caller shows kInvalidAddress.
 [[nodiscard]] bool StoreForm(ConnectionForm& form, ConnectionParameters& parameters);
 
-/// Writes histories and modem script; after OK alone.
+/// Writes histories and modem script; after OK only.
 void UnloadForm(const ConnectionForm& form, const std::string& folder);
 
 /// Cancel: nothing but the mark that the dialog was cancelled.
@@ -112,7 +112,7 @@ void ConfirmStoredConnection(ConnectionParameters& parameters, const std::string
 [[nodiscard]] bool CompleteConnection(ConnectionParameters& parameters, const std::string& component_folder);
 
 /// The start in an operating mode without a device: port code, rate and time-out as the stored entries of
-/// the lists say, nothing else. No file is read or written, nothing is told.
+/// the lists say, nothing else. No file is read or written, nothing is reported.
 void DeriveFromStored(ConnectionParameters& parameters);
 
 }  // namespace kolvane::device

@@ -28,7 +28,7 @@ struct GpibOptions {
   std::int16_t repeat_addressing = 0;
 };
 
-/// Page "RS232 erweitert"; kept for the page alone, no port ever receives it. Check boxes are 0 or 1. It
+/// Page "RS232 erweitert"; kept for the page only, no port ever receives it. Check boxes are 0 or 1. It
 /// starts on what serial ports commonly do: both lines on, no flow control, DC1 and DC3 as Xon and Xoff.
 struct ExtendedRs232 {
   std::int32_t cts_output_flow = 0;

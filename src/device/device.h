@@ -28,7 +28,7 @@ class Device {
   /// Sends `command` followed by `terminator` (empty, one character or CR LF).
   virtual void Write(std::string_view command, std::string_view terminator, std::int16_t extra) = 0;
 
-  /// Text answer, up to `terminator` or `count` characters. `answer` comes back without the blanks that
+  /// Text answer, up to `terminator` or `count` characters. `answer` comes back without the spaces that
   /// filled the rest of the buffer; with an empty terminator in port-library mode `count` bytes go to
   /// `buffer` instead.
   virtual void ReadText(std::string_view terminator, std::int32_t count, std::string& answer,

@@ -25,7 +25,7 @@ struct FormPages {
 
   /// The page of the kind comes to the front; of the others those that the kind has no use for are disabled.
   /// The page "RS232" is enabled for the kinds that take parameters from it (COM, Offline, USB), "RS232
-  /// erweitert" again for COM. An option that is none changes nothing.
+  /// erweitert" again for COM. A number that is not an option changes nothing.
   void ClickPort(std::int16_t option);
 };
 

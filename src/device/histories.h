@@ -7,8 +7,8 @@
 
 namespace kolvane::device {
 
-/// The path of the file `name` in `folder`, whose letter case does not matter: the file named exactly so,
-/// else the first one in alphabetical order that differs in letter case alone, else `folder`/`name`. Empty
+/// The path of the file `name` in `folder`, whose case does not matter: the file named exactly so,
+/// else the first one in alphabetical order that differs only in case, else `folder`/`name`. Empty
 /// where there is no folder: it is not the one that the program was started in.
 std::string FolderFile(const std::string& folder, std::string_view name);
 
@@ -61,7 +61,7 @@ inline constexpr const char* kModemScriptFile = "MODEM.INI";
 /// The dial script (UTF-8), its lines separated by CR LF, without the empty ones. No file is an empty script.
 std::string LoadModemScript(const std::string& folder);
 
-/// Writes the script, lines separated by CR LF, and one CR LF behind it; quiet where the file cannot be
+/// Writes the script, lines separated by CR LF, and one CR LF after it; quiet where the file cannot be
 /// written.
 void SaveModemScript(const std::string& folder, const std::string& script);
 

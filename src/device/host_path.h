@@ -18,7 +18,7 @@ class HostPath : public Device {
  public:
   explicit HostPath(DeviceState& state) : state_(state) {}
 
-  /// The host gets `count` blanks to fill, and may answer with a text or with bytes.
+  /// The host gets `count` spaces to fill, and may answer with a text or with bytes.
   void ReadText(std::string_view terminator, std::int32_t count, std::string& answer, Bytes& buffer) override;
   /// The host gets `count` zero bytes to fill; what it leaves out stays zero and counts as received. A read
   /// of one byte that brings none is a failure: an answer that is read byte by byte ends there.
@@ -81,7 +81,7 @@ class IndexedHostPath final : public HostPath {
   void Close() override;
   void Write(std::string_view command, std::string_view terminator, std::int16_t extra) override;
   void SetTimeout(std::int32_t milliseconds) override;
-  /// 0, as this host call tells no number.
+  /// 0, as this host call reports no number.
   std::optional<std::int32_t> FlushInput() override;
   void ActivateInterpreter() override;
 

@@ -178,7 +178,7 @@ std::string FolderOfCode(const void* address) {
   if (dladdr(address, &info) == 0 || info.dli_fname == nullptr) return ".";
   std::error_code error;
   const std::filesystem::path file = std::filesystem::canonical(info.dli_fname, error);
-  // A program found along PATH is known by its bare name alone.
+  // A program found along PATH is known by its bare name only.
   if (error) return std::filesystem::canonical("/proc/self/exe", error).parent_path();
   return file.parent_path();
 }

@@ -18,7 +18,7 @@ constexpr std::int16_t kReplyTerminator = 10;
 constexpr double kShortestWait = 0.010;
 constexpr std::int32_t kPauseMs = 50;
 
-// Replies stand between line ends, in a buffer that is filled with blanks. A CR alone may stand within one,
+// Replies stand between line ends, in a buffer that is filled with spaces. A single CR may stand within one,
 // as between an echo and the reply to it.
 std::string WithoutLineEnds(std::string reply) {
   std::ranges::replace_if(

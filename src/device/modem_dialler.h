@@ -13,9 +13,9 @@ namespace kolvane::device {
 /// The commands of a dial script, whose lines are separated by CR LF; empty lines are no commands.
 std::vector<std::string> ModemCommands(const std::string& script);
 
-/// Talks an open serial port's modem into a connection: each command goes out with CR behind it and its reply
-/// is read; then replies are read until one contains "CONNECT" in any letter case, the last command's own
-/// reply included. Blocks for at most `timeout_s` seconds, and one read, behind the last command.
+/// Talks an open serial port's modem into a connection: each command goes out with CR after it and its reply
+/// is read; then replies are read until one contains "CONNECT" in any case, the last command's own
+/// reply included. Blocks for at most `timeout_s` seconds, and one read, after the last command.
 class ModemDialler {
  public:
   ModemDialler(PortLibrary& library, const base::Clock& clock, Waits& waits)

@@ -50,7 +50,7 @@ class PortLibrary {
 class PortLibrarySource {
  public:
   virtual ~PortLibrarySource() = default;
-  /// Null when there is none to be had; Failure() says why then.
+  /// Null when none is available; Failure() says why then.
   virtual PortLibrary* Library() = 0;
   /// German sentence for the user; empty after a Library() that was not null.
   virtual std::string Failure() const = 0;

@@ -96,8 +96,8 @@ std::size_t PortPath::ReadBinary(std::string_view terminator, std::int32_t count
   return taken ? SizeOf(count) : 0;
 }
 
-// What the library wrote, wherever in the first `count` bytes it wrote it; the caller blanks it out again.
-// The buffer is a byte longer for libraries that end their text with NUL.
+// What the library wrote, wherever in the first `count` bytes it wrote it; the caller fills it with spaces
+// again. The buffer is a byte longer for libraries that end their text with NUL.
 std::string_view PortPath::ReceiveText(std::int32_t count, std::int16_t terminator) {
   const std::size_t size = SizeOf(count);
   if (text_buffer_.size() <= size) text_buffer_.resize(size + 1, ' ');

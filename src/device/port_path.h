@@ -52,7 +52,7 @@ class PortPath final : public Device {
   Waits& waits_;
   TestAnswer test_answer_;
   std::string message_;
-  std::string text_buffer_;  // nothing but blanks between two reads
+  std::string text_buffer_;  // nothing but spaces between two reads
   Bytes byte_buffer_;
 };
 

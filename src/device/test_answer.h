@@ -33,7 +33,7 @@ class TestAnswer {
 
   std::string Text() const { return "Test mode answer at " + date_time_(); }
 
-  /// The next `count` bytes of the answer, blanks behind its end, into the start of `buffer`. False, with
+  /// The next `count` bytes of the answer, spaces after its end, into the start of `buffer`. False, with
   /// `buffer` untouched, once the answer has been handed over to its end: so a read of one byte after the
   /// other ends as it does on a device that falls silent.
   [[nodiscard]] bool Take(std::int32_t count, Bytes& buffer);

@@ -34,8 +34,8 @@ class BlockedSignals {
 
 /// The result of work that may never end, or nothing where it throws, has not come by the deadline or was
 /// given up. The work cannot be asked to hurry, so its thread is left to itself then; `work` must own all
-/// that it uses. The library stays loaded once it was (-z nodelete). std::system_error where no thread can be
-/// had.
+/// that it uses. The library stays loaded once it was (-z nodelete). std::system_error where no thread is
+/// available.
 template <typename Work>
 auto RunWithDeadline(Deadline& deadline, Work work) -> std::optional<decltype(work())> {
   struct Exchange {

@@ -37,7 +37,7 @@ class Channel {
   /// Throws away what the system still holds unread, beyond what Read can fetch.
   virtual void DiscardInput(Deadline& /*deadline*/) {}
 
-  /// What has come and Read has not fetched yet, as far as the system tells.
+  /// What has come and Read has not fetched yet, as far as the system reports.
   virtual std::size_t Waiting() const { return 0; }
   /// Becomes readable when something comes, or the connection ends; negative: there is none.
   virtual int wait_fd() const { return -1; }

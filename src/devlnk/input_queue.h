@@ -30,7 +30,7 @@ class InputQueue {
   void Clear() { Consume(size()); }
 
   /// The next answer once it is complete: `count` bytes when `terminator` is 0, else up to that byte, at most
-  /// `count`. A terminator is taken off, but an LF that follows a CR is delivered with it. Looks at each byte
+  /// `count`. A terminator is stripped, but an LF that follows a CR is delivered with it. Looks at each byte
   /// once, however often it is asked while an answer grows.
   std::optional<Answer> FindAnswer(std::size_t count, unsigned char terminator);
 

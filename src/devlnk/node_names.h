@@ -9,7 +9,7 @@ namespace kolvane::devlnk {
 /// whatever; docs/formats/ports-ini.md has the rules.
 std::string_view FindPort(std::string_view text, std::string_view key);
 
-/// The start of the user's ports.ini, as much of it as counts; empty when there is none to be read.
+/// The start of the user's ports.ini, as much of it as counts; empty when it cannot be read.
 std::string ReadPortsFile();
 
 /// What stands for COM1, COM2, LPT1, LPT2 (device nodes) or GPIB (board number) on this system: the variable

@@ -105,7 +105,7 @@ int NumberOf(std::string_view text) {
   return error == std::errc() && end == text.data() + text.size() ? number : -1;
 }
 
-// The driver's own table tells nothing, and a driver of another make may have none: then it is the board that
+// The driver's own table says nothing, and a driver of another make may have none: then it is the board that
 // is configured.
 void AddGpib(Ports& ports, const std::string& root) {
   const auto entries = sysfs::EntriesOf(fs::path(root) / "class/gpib_common", "gpib");

@@ -24,7 +24,7 @@ class OutputQueue {
 /// has left for a second, or after 10 seconds.
 void FinishOutput(OutputQueue& queue, std::uint32_t baud);
 
-/// A serial line held for this process alone; the destructor gives it back with the settings it had, after
+/// A serial line held for this process only; the destructor gives it back with the settings it had, after
 /// FinishOutput.
 class SerialLine {
  public:

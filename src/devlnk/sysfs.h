@@ -14,7 +14,7 @@ std::string Root();
 /// shorter ones first: ttyUSB2 before ttyUSB10.
 std::vector<std::filesystem::path> EntriesOf(const std::filesystem::path& folder, std::string_view prefix);
 
-/// The first line of a file, without control characters and the blanks at its ends; empty when there is none.
+/// The first line of a file, without control characters and the spaces at its ends; empty when there is none.
 std::string Attribute(const std::filesystem::path& path);
 
 /// The device node of an entry by the system's record, which may differ from the entry's name.

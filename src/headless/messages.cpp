@@ -8,7 +8,7 @@
 namespace kolvane::headless {
 namespace {
 
-// Line breaks become one blank each, those at the ends go.
+// Line breaks become one space each, those at the ends go.
 std::string OneLine(std::string_view text) {
   std::string line;
   bool broken = false;

@@ -36,7 +36,7 @@ void ApplyTerminalOptions(const CommandRunOptions& options, terminal::ReceiveCon
                           terminal::TerminalState& state) {
   if (options.TimeoutMs) controls.EditTimeout(std::to_string(*options.TimeoutMs));
   if (options.Count) controls.EditCount(std::to_string(*options.Count));
-  // The format chooses a mode of its own, so a mode that was asked for comes behind it.
+  // The format chooses a mode of its own, so a mode that was asked for comes after it.
   if (options.Binary) controls.PickFormat(terminal::receive_format::kBinary);
   if (options.ReceiveMode) controls.PickMode(static_cast<int>(*options.ReceiveMode));
   SetTerminator(state.receive.send_terminator, options.SendTerminator);

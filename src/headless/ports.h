@@ -12,7 +12,7 @@ namespace kolvane::headless {
 /// none.
 Port PortEntry(const device::AttachedPort& port);
 
-/// What can be connected to. What a named port library fails with is told on standard error.
+/// What can be connected to. What a named port library fails with is reported on standard error.
 std::vector<Port> Ports(const std::string& library_folder);
 
 }  // namespace kolvane::headless

@@ -33,7 +33,7 @@ class List final : private script::RunHost {
 /// Connects, plays the command file and disconnects.
 CommandRunStatus RunList(const RunSetup& setup, const std::string& file);
 
-/// Connects, sends each command (of an empty one the terminator alone) and disconnects.
+/// Connects, sends each command (of an empty one only the terminator) and disconnects.
 CommandRunStatus SendAll(const RunSetup& setup, const std::vector<std::string>& commands);
 
 /// Checks command files without running them.

@@ -41,7 +41,7 @@ void MendHeaders(std::string& bytes) {
   // The two identifiers of the format differ in their first byte; the compiler writes the first one twice.
   bytes[kSecondIdentifier] = kSecondIdentifierStart;
   // It also names the last chunk of a larger directory as its first. Chunks of the index, which would be
-  // passed over, may lie between those of the list.
+  // skipped, may lie between those of the list.
   const std::size_t directory = NumberAt(bytes, kDirectoryPlace);
   if (directory > bytes.size() || bytes.size() - directory < kChunkCount + 4) return;
   if (bytes.compare(directory, kDirectorySignature.size(), kDirectorySignature) != 0) return;
@@ -153,7 +153,7 @@ struct ChmArchive::Decoder {
       if (file->filename == nullptr || *file->filename != '/' || file->offset < 0 || file->length < 0)
         continue;
       paths.emplace_back(file->filename);
-      // Of two whose paths differ in letter case alone the first one is meant.
+      // Of two whose paths differ only in case the first one is meant.
       files.emplace(base::UpperCase(paths.back()), file);
     }
     return true;

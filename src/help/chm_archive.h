@@ -29,7 +29,7 @@ struct ChmMemory {
   ChmMemory(const ChmMemory&) = delete;
   ChmMemory& operator=(const ChmMemory&) = delete;
 
-  mspack_system system;  ///< stays the first member, as the decoder hands back this address alone
+  mspack_system system;  ///< stays the first member, as the decoder hands back only this address
   std::string input;
   std::string output;
   std::size_t output_limit = 0;  ///< a write beyond it fails
@@ -48,10 +48,10 @@ class ChmArchive {
   ChmArchive(const ChmArchive&) = delete;
   ChmArchive& operator=(const ChmArchive&) = delete;
 
-  /// The paths of all objects, each with a '/' in front, in the order of the file's directory.
+  /// The paths of all objects, each with a leading '/', in the order of the file's directory.
   const std::vector<std::string>& paths() const;
 
-  /// The bytes of an object, whose path is compared without regard to letter case; empty on any failure.
+  /// The bytes of an object, whose path is compared without regard to case; empty on any failure.
   std::string Read(std::string_view path) const;
   bool Has(std::string_view path) const;
 

@@ -12,7 +12,7 @@ namespace kolvane::help {
 struct ContentsEntry {
   int level = 0;  ///< 0 outermost; at most one deeper than the entry before
   std::string title;
-  std::string page;         ///< as noted, without a '/' in front; empty where the entry is a heading only
+  std::string page;         ///< as noted, without a leading '/'; empty where the entry is a heading only
   std::string anchor = {};  ///< the place on the page
 
   bool operator==(const ContentsEntry&) const = default;

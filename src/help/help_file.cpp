@@ -28,14 +28,14 @@ bool EndsWithNoCase(std::string_view text, std::string_view end) {
 
 bool IsPage(std::string_view path) { return EndsWithNoCase(path, ".html") || EndsWithNoCase(path, ".htm"); }
 
-std::string_view TailBehind(std::string_view path) {
+std::string_view TailAfter(std::string_view path) {
   const std::size_t separator = path.find_first_of("/\\");
   return separator == std::string_view::npos ? std::string_view() : path.substr(separator + 1);
 }
 
 // The compiler notes a page by the path that it had in the build: the longest tail of it that is in the file.
 std::string ResolveTail(const ChmArchive& archive, std::string_view noted) {
-  for (; !noted.empty(); noted = TailBehind(noted)) {
+  for (; !noted.empty(); noted = TailAfter(noted)) {
     if (archive.Has(ObjectPath(noted))) return std::string(noted);
   }
   return {};

@@ -57,7 +57,7 @@ class HelpFile {
   mutable std::optional<PageIndex> index_;
 };
 
-/// Keeps the help file that was read last, and reads it anew when it has changed.
+/// Keeps the help file that was read last, and reads it again when it has changed.
 class HelpFileCache {
  public:
   /// Null where the file is missing or damaged; what was read before is kept then.

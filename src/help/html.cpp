@@ -108,7 +108,7 @@ void SkipComments(std::string_view& html) {
   }
 }
 
-// The value at the front of `rest` behind its '='; takes it off.
+// The value at the front of `rest` after its '='; strips it.
 std::string_view TakeValue(std::string_view& rest) {
   rest = SkipBlanks(rest);
   const bool quoted = !rest.empty() && (rest[0] == '"' || rest[0] == '\'');

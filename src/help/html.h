@@ -18,7 +18,7 @@ struct HtmlPiece {
   std::string_view text;  ///< of a tag what follows its name
 };
 
-/// Takes the next piece off the front of `html`; nothing at its end. Comments are passed over. Any bytes are
+/// Takes the next piece off the front of `html`; nothing at its end. Comments are skipped. Any bytes are
 /// good enough: a tag that never ends is text.
 std::optional<HtmlPiece> TakePiece(std::string_view& html);
 

@@ -11,7 +11,7 @@ namespace {
 constexpr std::pair<std::string_view, std::string_view> kSpelledOut[] = {
     {"Ä", "AE"}, {"Ö", "OE"}, {"Ü", "UE"}, {"ß", "SS"}};
 
-// What is the same to the search: letter case, and umlauts spelled out.
+// What is the same to the search: case, and umlauts spelled out.
 std::string Fold(std::string_view text) {
   std::string folded = base::UpperCase(text);
   for (const auto& [letter, spelled] : kSpelledOut) {

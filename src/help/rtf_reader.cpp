@@ -28,7 +28,7 @@ std::string_view FaultText(RtfFault fault) {
       return "Die Datei ist unvollständig";
     case RtfFault::kBadByte:
       return "Die Datei enthält ein beschädigtes Zeichen";
-    case RtfFault::kTextBehindEnd:
+    case RtfFault::kTextAfterEnd:
       return "Hinter dem Ende des Textes steht noch etwas";
     case RtfFault::kTooDeep:
       return "Die Gruppen der Datei sind zu tief geschachtelt";
@@ -146,7 +146,7 @@ void Reader::Open() {
   groups_.push_back(groups_.back());
 }
 
-// Some writers leave blanks, line ends and NUL bytes behind the last brace.
+// Some writers leave spaces, line ends and NUL bytes after the last brace.
 void Reader::Close() {
   fallback_left_ = 0;
   groups_.pop_back();
@@ -155,7 +155,7 @@ void Reader::Close() {
   RtfToken rest = tokens_.Next();
   if (rest.kind == Kind::kText && rest.text.find_first_not_of(" \t") == std::string_view::npos)
     rest = tokens_.Next();
-  Stop(rest.kind == Kind::kEnd ? RtfFault::kNone : RtfFault::kTextBehindEnd);
+  Stop(rest.kind == Kind::kEnd ? RtfFault::kNone : RtfFault::kTextAfterEnd);
 }
 
 void Reader::Stop(RtfFault fault) {

@@ -12,12 +12,12 @@ namespace kolvane::help {
 /// The first thing that was wrong with a rich-text file.
 enum class RtfFault {
   kNone,
-  kNotRichText,    ///< it does not begin with {\rtf; nothing was read
-  kTruncated,      ///< it ends inside a group, an escape or binary data
-  kBadByte,        ///< \' is not followed by two hexadecimal digits; those \' were left out
-  kTextBehindEnd,  ///< something follows the last closing brace; it was left out
-  kTooDeep,        ///< more than kRtfDeepest groups inside each other; read up to there
-  kTooLarge,       ///< more than kRtfMostPieces runs and paragraphs; read up to there
+  kNotRichText,   ///< it does not begin with {\rtf; nothing was read
+  kTruncated,     ///< it ends inside a group, an escape or binary data
+  kBadByte,       ///< \' is not followed by two hexadecimal digits; those \' were left out
+  kTextAfterEnd,  ///< something follows the last closing brace; it was left out
+  kTooDeep,       ///< more than kRtfDeepest groups inside each other; read up to there
+  kTooLarge,      ///< more than kRtfMostPieces runs and paragraphs; read up to there
 };
 
 /// How a run of characters looks, as far as the pane can show it.
@@ -40,7 +40,7 @@ struct RtfParagraph {
 
 struct RtfDocument {
   std::vector<RtfParagraph> paragraphs;
-  /// The text alone, each paragraph ended by "\n".
+  /// Only the text, each paragraph ended by "\n".
   std::string PlainText() const;
 };
 
@@ -56,7 +56,7 @@ struct [[nodiscard]] RtfResult {
 };
 
 /// Reads the bytes of a rich-text file, whatever they are, in time and memory proportional to their number.
-/// The subset is described in docs/formats/rich-text.md; what lies outside is passed over and no fault.
+/// The subset is described in docs/formats/rich-text.md; what lies outside is skipped and no fault.
 RtfResult ReadRtf(std::string_view bytes);
 
 }  // namespace kolvane::help

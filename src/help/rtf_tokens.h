@@ -13,12 +13,12 @@ struct RtfToken {
     kClose,      ///< }
     kText,       ///< `text`: bytes that stand for themselves
     kWord,       ///< `text` is the control word, `parameter` its number
-    kSymbol,     ///< `text` is the one byte behind the backslash
+    kSymbol,     ///< `text` is the one byte after the backslash
     kByte,       ///< `text` is the two digits of \'hh, `parameter` the byte
     kBadByte,    ///< \' without two hexadecimal digits
-    kBinary,     ///< \bin and its bytes, passed over
+    kBinary,     ///< \bin and its bytes, skipped
     kEnd,        ///< the end of the file
-    kTruncated,  ///< the file ends behind a backslash, in \'hh or in binary data
+    kTruncated,  ///< the file ends after a backslash, in \'hh or in binary data
   };
 
   Kind kind = Kind::kEnd;
@@ -27,7 +27,7 @@ struct RtfToken {
 };
 
 /// Cuts the bytes of a rich-text file into tokens, each byte looked at once. Line ends and control bytes, NUL
-/// among them, are passed over. Tokens point into the bytes.
+/// among them, are skipped. Tokens point into the bytes.
 class RtfTokens {
  public:
   explicit RtfTokens(std::string_view bytes) : bytes_(bytes) {}

@@ -122,7 +122,7 @@ constexpr RtfWord kWords[] = {
     {"xe", kSkip},
 };
 
-// A line end behind a backslash is a \par.
+// A line end after a backslash is a \par.
 constexpr RtfWord kSymbols[] = {
     {"\n", kParagraph},       {"\r", kParagraph},    {"*", kSkip},
     {"-", kInsert, "\u00AD"}, {"\\", kInsert, "\\"}, {"_", kInsert, "\u2011"},

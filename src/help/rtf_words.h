@@ -9,7 +9,7 @@
 namespace kolvane::help {
 
 enum class RtfMeaning {
-  kUnknown,  ///< passed over, its group is read
+  kUnknown,  ///< skipped, its group is read
   kSkip,     ///< the rest of its group is no text of the document
   kColorTable,
   kBold,
@@ -50,7 +50,7 @@ class RtfUnicode {
   /// count from 65536 down; what is no character becomes U+FFFD.
   std::string Add(std::int32_t number);
 
-  /// U+FFFD if a first half was left alone, else empty; to be asked before any other text.
+  /// U+FFFD if a first half was left without its second, else empty; to be asked before any other text.
   std::string Flush();
 
  private:
@@ -66,7 +66,7 @@ struct RtfWord {
 /// What a control word means; names are case-sensitive.
 RtfWord FindRtfWord(std::string_view name);
 
-/// The same for the byte behind the backslash of a control symbol.
+/// The same for the byte after the backslash of a control symbol.
 RtfWord FindRtfSymbol(std::string_view byte);
 
 }  // namespace kolvane::help

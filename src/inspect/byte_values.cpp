@@ -13,7 +13,7 @@ std::uint8_t ByteAt(const DumpView& view, Position place) {
   return HexPair(CharacterAt(view, place), CharacterAt(view, place + 1));
 }
 
-// The place of the byte behind the one at `place`.
+// The place of the byte after the one at `place`.
 Position NextByte(Position place) {
   place += 2;
   const Position column = ColumnOf(place);

@@ -77,7 +77,7 @@ inline std::optional<double> DoubleAt(ByteSpan bytes, std::int32_t offset) {
 
 /// Reads bytes from the caret on into the buffer and selects them in the dump. Reading stops `kTextEnd`
 /// positions before the text's end: the rest of the buffer keeps what an earlier read left. With a count
-/// below 1 it goes on to that end. False where the buffer was full before: the caret then stays behind the
+/// below 1 it goes on to that end. False where the buffer was full before: the caret then stays after the
 /// last byte, and nothing is selected.
 [[nodiscard]] bool BuildByteBuf(std::int32_t total_bytes, DumpView& view, ByteBuffer& buffer);
 

@@ -15,7 +15,7 @@ Position BoxPositions::ToBox(Position place) const {
 }
 
 Position BoxPositions::FromBox(Position place) const {
-  // The nth line feed shares the box's position with the place behind it: its own less the n before it.
+  // The nth line feed shares the box's position with the place after it: its own less the n before it.
   Position before = 0;
   Position after = static_cast<Position>(line_feeds_.size());
   while (before < after) {

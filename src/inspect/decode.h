@@ -32,10 +32,10 @@ struct FormatLayout {
 };
 
 /// The option button `option` was clicked while the template list stood at `list_index` (-1: at none). The
-/// lines are shown for the first template alone.
+/// lines are shown for the first template only.
 FormatLayout ClickFormat(InspectorState& state, int option, int list_index);
 
-/// A template was chosen. The lines are shown for the second template alone.
+/// A template was chosen. The lines are shown for the second template only.
 FormatLayout ClickTemplate(InspectorState& state, int list_index);
 
 /// What is shown after a decode: a value, or the lines of a template. What is missing stays as it was.

@@ -47,7 +47,7 @@ class DumpWriter {
     digits_in_group_ = 0;
   }
 
-  // Four digits, or five: those of an offset from 10000 on take the place of the blank.
+  // Four digits, or five: those of an offset from 10000 on take the place of the space.
   void WriteOffset() {
     const Position offset = lines_ * kBytesPerLine;
     if (offset > std::numeric_limits<std::int16_t>::max())

@@ -15,14 +15,14 @@ using Position = std::ptrdiff_t;
 
 inline constexpr Position kLineText = 60;    ///< without CR LF
 inline constexpr Position kLineLength = 62;  ///< with it
-inline constexpr Position kOffsetWidth = 5;  ///< the field and the blank behind it
+inline constexpr Position kOffsetWidth = 5;  ///< the field and the space after it
 inline constexpr Position kFirstByte = 5;    ///< column of the line's first digit
 inline constexpr Position kHexEnd = 40;      ///< columns from here on hold no bytes
 inline constexpr Position kCharacters = 44;  ///< column of the first byte as a character
 
 inline constexpr Position kBytesPerLine = 16;
 inline constexpr Position kBytesPerGroup = 4;
-inline constexpr Position kGroupLength = 9;  ///< eight digits and a blank
+inline constexpr Position kGroupLength = 9;  ///< eight digits and a space
 
 constexpr Position ColumnOf(Position caret) { return caret % kLineLength; }
 
@@ -67,7 +67,7 @@ constexpr int HexDigit(char c) {
   return -1;
 }
 
-/// Two characters read as a hexadecimal number as far as they form one, a blank in front passed over: "4x",
+/// Two characters read as a hexadecimal number as far as they form one, a space before it skipped: "4x",
 /// "4 " and " 4" are 4, "x4" and "  " are 0.
 constexpr std::uint8_t HexPair(char first, char second) {
   const int high = HexDigit(first);

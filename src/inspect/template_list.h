@@ -14,7 +14,7 @@ struct TemplateFile {
   bool operator==(const TemplateFile&) const = default;
 };
 
-/// The files that match `*.BNS*`, letter case ignored: those of the user's own folder, then those of the
+/// The files that match `*.BNS*`, case ignored: those of the user's own folder, then those of the
 /// component's whose names the user's own has not, and of these the ones that come with the program last.
 /// Each group is in alphabetical order. A folder that cannot be read, or is empty, has none.
 std::vector<TemplateFile> ListTemplates(const std::string& user_folder, const std::string& component_folder);

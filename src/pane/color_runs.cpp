@@ -4,13 +4,13 @@
 
 namespace kolvane::pane {
 
-std::vector<ColorRun>::const_iterator ColorRuns::FirstBehind(std::size_t at) const {
+std::vector<ColorRun>::const_iterator ColorRuns::FirstAfter(std::size_t at) const {
   return std::upper_bound(runs_.begin(), runs_.end(), at,
                           [](std::size_t value, const ColorRun& run) { return value < run.end; });
 }
 
 Color ColorRuns::At(std::size_t at) const {
-  const auto run = FirstBehind(at);
+  const auto run = FirstAfter(at);
   return run != runs_.end() && run->begin <= at ? run->color : kNoColor;
 }
 
@@ -45,7 +45,7 @@ void ColorRuns::Set(std::size_t begin, std::size_t end, Color color) {
 
 ColorRuns ColorRuns::TakeTail(std::size_t at) {
   ColorRuns tail;
-  const auto first = FirstBehind(at);
+  const auto first = FirstAfter(at);
   for (auto run = first; run != runs_.end(); ++run) {
     tail.Append(std::max<std::size_t>(run->begin, at) - at, run->end - at, run->color);
   }

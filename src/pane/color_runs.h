@@ -27,14 +27,14 @@ class ColorRuns {
 
   /// The colour of the byte at `at`.
   Color At(std::size_t at) const;
-  /// First run that ends behind `at`; runs().end() if none does.
-  std::vector<ColorRun>::const_iterator FirstBehind(std::size_t at) const;
+  /// First run that ends after `at`; runs().end() if none does.
+  std::vector<ColorRun>::const_iterator FirstAfter(std::size_t at) const;
 
   /// The next Append allocates nothing.
   void MakeRoomForOne() {
     if (runs_.size() == runs_.capacity()) runs_.reserve(std::max<std::size_t>(1, 2 * runs_.size()));
   }
-  /// A run behind all others.
+  /// A run after all others.
   void Append(std::size_t begin, std::size_t end, Color color);
   /// Makes room for `size` bytes at `at`, in `color`.
   void Insert(std::size_t at, std::size_t size, Color color);
@@ -43,7 +43,7 @@ class ColorRuns {
 
   /// Takes away and returns what stands from `at` on, counted from there.
   ColorRuns TakeTail(std::size_t at);
-  /// Puts `tail` behind, which begins at byte `at` here.
+  /// Appends `tail`, which begins at byte `at` here.
   void Join(const ColorRuns& tail, std::size_t at);
 
  private:

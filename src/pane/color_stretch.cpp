@@ -9,7 +9,7 @@ namespace {
 // Where `color`, begun before or at `at`, ends within the chunk.
 std::size_t EndWithin(const PaneChunk& chunk, std::size_t at, Color color) {
   const ColorRuns& colors = chunk.colors();
-  const auto run = colors.FirstBehind(at);
+  const auto run = colors.FirstAfter(at);
   const bool none = run == colors.runs().end();
   if (color == kNoColor) return none ? chunk.extent().bytes : std::max<std::size_t>(run->begin, at);
   return none || run->begin > at || run->color != color ? at : run->end;
@@ -19,7 +19,7 @@ std::size_t EndWithin(const PaneChunk& chunk, std::size_t at, Color color) {
 std::size_t BeginWithin(const PaneChunk& chunk, std::size_t at, Color color) {
   if (at == 0) return 0;
   const ColorRuns& colors = chunk.colors();
-  const auto run = colors.FirstBehind(at - 1);
+  const auto run = colors.FirstAfter(at - 1);
   const bool covers = run != colors.runs().end() && run->begin < at;
   if (color != kNoColor) return covers && run->color == color ? run->begin : at;
   if (covers) return at;

@@ -50,7 +50,7 @@ class PaneChunk {
 
   /// Takes away and returns the lines from `line` on.
   PaneChunk TakeTail(std::size_t line);
-  /// Puts `tail` behind; where this chunk's last LF is missing, the lines at the seam become one.
+  /// Appends `tail`; where this chunk's last LF is missing, the lines at the seam become one.
   void Join(const PaneChunk& tail);
 
  private:

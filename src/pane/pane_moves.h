@@ -26,7 +26,7 @@ std::size_t Utf16Length(std::string_view text);
 std::size_t ByteOfUnit(std::string_view text, std::size_t units);
 
 /// End of the cluster that begins at `at`, and begin of the one that ends there: a character together with
-/// the combining marks behind it. The caret stands between clusters only.
+/// the combining marks after it. The caret stands between clusters only.
 std::size_t ClusterEnd(std::string_view text, std::size_t at);
 std::size_t ClusterBegin(std::string_view text, std::size_t end);
 
@@ -37,7 +37,7 @@ std::size_t PreviousCharacter(const PaneStore& store, std::size_t offset);
 std::size_t NextWord(const PaneStore& store, std::size_t offset);
 std::size_t PreviousWord(const PaneStore& store, std::size_t offset);
 
-/// The word, run of blanks or run of signs around `offset`, within its line.
+/// The word, run of spaces or run of signs around `offset`, within its line.
 PaneRange WordAround(const PaneStore& store, std::size_t offset);
 /// The line with its break.
 PaneRange LineAround(const PaneStore& store, std::size_t offset);

@@ -43,7 +43,7 @@ void AppendReplacingBreaks(std::string& out, std::string_view text, std::string_
 PaneStore::PaneStore() { Clear(); }
 
 void PaneStore::Clear() {
-  // Anew, not only emptied: what millions of lines have needed is given back.
+  // Made again, not only emptied: what millions of lines have needed is given back.
   chunks_ = std::vector<PaneChunk>();
   starts_ = std::vector<PaneExtent>();
   AddChunk(0, "", kNoColor);

@@ -29,8 +29,8 @@ struct [[nodiscard]] FileResult {
   bool ok() const { return problem == Problem::kNone; }
 };
 
-/// Cuts a stream of bytes, or a text, into lines. CR LF, LF and CR alone end a line each; a line end at the
-/// very end does not begin another line.
+/// Cuts a stream of bytes, or a text, into lines. CR LF, LF and a single CR end a line each; a line end at
+/// the very end does not begin another line.
 class LineSplitter {
  public:
   using Sink = std::function<void(std::string_view line)>;

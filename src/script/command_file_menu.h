@@ -28,7 +28,8 @@ class CommandFileMenu {
   void New();
   void Open();
   void OpenFile(const std::string& name);
-  /// A list without a name asks for one, for this once. Characters that the file cannot hold are told first.
+  /// A list without a name asks for one, for this once. Characters that the file cannot hold are reported
+  /// first.
   void Save();
   /// Empties the chosen file and takes its name over; the rows follow with the next Save.
   void SaveAs();

@@ -78,7 +78,7 @@ class ListSteps {
 
 inline constexpr int kListRows = 1024;
 
-/// Told what to show anew. The running row moves through these calls up to millions of times a second, so
+/// Told what to show again. The running row moves through these calls up to millions of times a second, so
 /// whoever paints only notes what has changed.
 class CommandListObserver {
  public:
@@ -94,7 +94,7 @@ class CommandListObserver {
 /// outside of them has an empty text and no look, and changing it does nothing.
 class CommandList {
  public:
-  /// `run` tells whether a run is in progress; without it none ever is.
+  /// `run` says whether a run is in progress; without it none ever is.
   explicit CommandList(const RunFlags* run = nullptr) : run_(run), rows_(kListRows) {}
   CommandList(const CommandList&) = delete;
   CommandList& operator=(const CommandList&) = delete;
@@ -122,7 +122,7 @@ class CommandList {
   /// The last row whose text is not empty, 0 in an empty list.
   int LastUsedRow() const;
 
-  /// Puts `command` behind the last row that holds text and makes that row current (not during a run, whose
+  /// Puts `command` after the last row that holds text and makes that row current (not during a run, whose
   /// position it is). Returns false where the list is full.
   bool AddToScript(std::string_view command);
   /// Empties list and file name, as one step of undo; false, and nothing done, while a run is in progress.

@@ -15,7 +15,7 @@ struct Completion {
   bool operator==(const Completion&) const = default;
 };
 
-/// For `typed`, the begin of a row: the $ words, behind $GOTO the labels of `list`, behind others the words
+/// For `typed`, the begin of a row: the $ words, after $GOTO the labels of `list`, after others the words
 /// that they take. None where `typed` is complete.
 std::vector<Completion> Completions(std::string_view typed, const CommandList& list);
 

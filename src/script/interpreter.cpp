@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::string_view kDone;
 
-/// ON and OFF in any letter case; any other word changes nothing.
+/// ON and OFF in any case; any other word changes nothing.
 void Switch(bool& flag, std::string_view word) {
   if (base::EqualsNoCase(word, "ON")) flag = true;
   if (base::EqualsNoCase(word, "OFF")) flag = false;

@@ -6,12 +6,12 @@
 #include "script/command_list.h"
 
 /// What the grid's edit commands do to the rows `first` to `last`. Each call is one step of
-/// CommandList::Undo; rows outside the list are passed over.
+/// CommandList::Undo; rows outside the list are skipped.
 namespace kolvane::script {
 
 /// For the clipboard: the rows as lines, LF between them.
 std::string CopyRows(const CommandList& list, int first, int last);
-/// Copies the rows and empties them; the rows behind stay where they are.
+/// Copies the rows and empties them; the rows after stay where they are.
 std::string CutRows(CommandList& list, int first, int last);
 void EmptyRows(CommandList& list, int first, int last);
 
@@ -28,20 +28,20 @@ struct PastedRows {
 /// overwrite.
 PastedRows ReplaceRow(CommandList& list, int row, std::string_view text);
 
-/// Moves `row` and all behind it down by `count` rows. Returns false, and does nothing, where rows that hold
+/// Moves `row` and all after it down by `count` rows. Returns false, and does nothing, where rows that hold
 /// text would leave the list.
 bool InsertRows(CommandList& list, int row, int count);
-/// Puts the lines of `text` in front of `row`, whose rows move down. Returns false, and does nothing, where
+/// Puts the lines of `text` before `row`, whose rows move down. Returns false, and does nothing, where
 /// rows that hold text would leave the list.
 bool InsertLines(CommandList& list, int row, std::string_view text);
-/// Puts a copy of the rows behind them; false as above.
+/// Puts a copy of the rows after them; false as above.
 bool DuplicateRows(CommandList& list, int first, int last);
-/// Exchanges the rows with the one in front of them, or with the one behind; false where there is none.
+/// Exchanges the rows with the one before them, or with the one after; false where there is none.
 bool MoveRowsUp(CommandList& list, int first, int last);
 bool MoveRowsDown(CommandList& list, int first, int last);
 /// Makes comments of the rows that hold text, or, where all of them are comments, takes the marks away.
 void ToggleComments(CommandList& list, int first, int last);
-/// Moves the rows behind `last` up to `first`.
+/// Moves the rows after `last` up to `first`.
 void RemoveRows(CommandList& list, int first, int last);
 
 }  // namespace kolvane::script

@@ -15,7 +15,7 @@ struct InterpreterState {
   std::array<std::int32_t, kLevels> RepeatCount{};  ///< passes left, by level
   std::array<std::int16_t, kLevels> RepeatRow{};    ///< row of the $REPEAT, by level
   std::int16_t IfDepth = 0;                         ///< $IF... executed and not yet closed
-  bool SkipRows = false;                            ///< the rows of a failed condition are passed over
+  bool SkipRows = false;                            ///< the rows of a failed condition are skipped
   std::vector<std::string> ParamList;               ///< empty only before the first $SPLITPARAMS
   std::string ParamValue;                           ///< what $GETPARAM selected
 };

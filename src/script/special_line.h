@@ -103,7 +103,7 @@ Element& At(std::array<Element, size>& array, int index) {
 }
 
 /// A row that begins with "$", taken apart. The line is cut at each comma and its first piece at each single
-/// blank; word 0 is the command, word 1 the one argument, all the rest is not used.
+/// space; word 0 is the command, word 1 the one argument, all the rest is not used.
 class SpecialLine {
  public:
   /// `line` must outlive this.
@@ -113,12 +113,12 @@ class SpecialLine {
   std::string_view Command() const { return {command_, command_size_}; }
 
   bool HasArgument() const { return has_argument_; }
-  /// Empty where two blanks stand in front of it. Throws RuntimeError kSubscript where there is none.
+  /// Empty where two spaces come before it. Throws RuntimeError kSubscript where there is none.
   std::string_view Argument() const;
   /// The number at the argument's start, 0 where none stands there.
   double Number() const;
   /// The argument without the quotes that enclose it: where it begins with one, its first and last character
-  /// are taken off, whatever the last one is.
+  /// are stripped, whatever the last one is.
   std::string_view Unquoted() const;
 
  private:

@@ -32,7 +32,7 @@ struct ConnectionMenu {
   bool operator==(const ConnectionMenu&) const = default;
 };
 
-/// Told that button or status text may have changed; the window shows both anew. While a modem is dialled it
+/// Told that button or status text may have changed; the window shows both again. While a modem is dialled it
 /// is told how that goes, in the status text's place.
 class ConnectionView : public device::WaitListener {
  public:
@@ -54,7 +54,7 @@ class ConnectCommands {
   ConnectCommands(device::Device& device, device::DeviceState& state, Output& output, base::Prompt& prompt,
                   ConnectionView& view, ConnectionTexts texts);
 
-  /// mnuConnect and mnuDisconnect: they change the connected flag and the button's tool tip alone. An attempt
+  /// mnuConnect and mnuDisconnect: they change the connected flag and the button's tool tip only. An attempt
   /// to connect is not entered again: whatever asks for another one meanwhile is refused.
   void Connect();
   void Disconnect();

@@ -29,7 +29,7 @@ int LogFile::WriteLine(std::string_view line) {
   return error;
 }
 
-// A pipe has no such thing, and behind another program's lines nothing can be taken back.
+// A pipe has no such thing, and after another program's lines nothing can be taken back.
 void LogFile::TakeBack(off_t size) const {
   struct stat about {};
   const off_t end = lseek(file_.get(), 0, SEEK_CUR);

@@ -28,11 +28,11 @@ class ReceiveControls {
 
   /// Shows the loaded settings (`ReceiveShown::timeout` is one of them), sets the device's time-out and
   /// flushes its input. Throws RuntimeError for a mode or format that the lists lack and for a time-out that
-  /// is no number.
+  /// is not a number.
   void Load(Output& output);
 
-  /// Mode 0 throws RuntimeError for a time-out that is no number; all else has been done then. An index that
-  /// the list lacks is ignored.
+  /// Mode 0 throws RuntimeError for a time-out that is not a number; all else has been done then. An index
+  /// that the list lacks is ignored.
   void PickMode(int index);
   void PickFormat(int index);
 

@@ -38,7 +38,7 @@ namespace {
 
 std::string_view WithoutTerminator(std::string_view text, std::string_view terminator) {
   if (text.ends_with(kCrLf)) return text.substr(0, text.size() - kCrLf.size());
-  // A CR LF is received up to its LF, so a device may have sent no CR, and a host taken off only the LF.
+  // A CR LF is received up to its LF, so a device may have sent no CR, and a host stripped only the LF.
   if (terminator == kCrLf && !text.empty() && kCrLf.find(text.back()) != std::string_view::npos)
     return text.substr(0, text.size() - 1);
   return text.ends_with(terminator) ? text.substr(0, text.size() - terminator.size()) : text;

@@ -20,13 +20,13 @@ struct PostSendRule {
 };
 
 /// The rule for `command`: it is searched for "DCL", "RES" (or "*RST") and "STP" in this order, anywhere and
-/// in any letter case; the first hit wins, longer words that happen to contain one of them included.
+/// in any case; the first hit wins, longer words that happen to contain one of them included.
 PostSendRule RuleFor(std::string_view command);
 
 /// Whether `command` has a "?" outside "..." and '...'.
 bool IsQuery(std::string_view command);
 
-/// Takes off a text answer what does not belong to it: the blanks around it, then one NUL, then the
+/// Strips a text answer of what does not belong to it: the spaces around it, then one NUL, then the
 /// terminator (CR LF in any case; part of it where the device left only that).
 void TrimAnswer(std::string& answer, std::string_view receive_terminator);
 
@@ -62,8 +62,8 @@ class Session {
 
   /// Reads one answer as the receive settings say, shows it and keeps it. Returns whether one came; the
   /// error's description is shown and kept otherwise (mode 1: an empty answer). Throws RuntimeError where the
-  /// text of ReceiveTimo or BinChars is no number or the count is outside 0 to kCountedAnswerLimit; nothing
-  /// has been read then and the last answer stays.
+  /// text of ReceiveTimo or BinChars is not a number or the count is outside 0 to kCountedAnswerLimit;
+  /// nothing has been read then and the last answer stays.
   bool GetAnswer();
 
  private:

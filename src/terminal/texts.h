@@ -111,7 +111,7 @@ inline std::string WriteError(std::string_view description) {
   return "\r\nWrite error: " + std::string(description);
 }
 
-/// Goes into the pane's text as it stands, hence the line break behind.
+/// Goes into the pane's text as it stands, hence the line break at its end.
 inline std::string ResponseTime(std::string_view milliseconds) {
   return "(dt = " + std::string(milliseconds) + " ms)\r\n";
 }

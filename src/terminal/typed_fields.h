@@ -31,7 +31,7 @@ std::string SendTerminator(std::string_view shown);
 std::string TerminatorWord(std::string_view terminator);
 
 /// What is typed into the fields of numbers. Throws RuntimeError, its text naming the field, kTypeMismatch
-/// for a text that is no number and kOverflow for one outside the type's range.
+/// for a text that is not a number and kOverflow for one outside the type's range.
 
 inline constexpr std::size_t kCountedAnswerLimit = 1025;  ///< bytes of an answer in mode 2
 

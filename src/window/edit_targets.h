@@ -79,7 +79,7 @@ class PaneTarget final : public EditTarget {
   void Delete() override { pane_->deleteSelection(); }
   void SelectAll() override { pane_->selectAll(); }
   void ClearAll() override;
-  /// Writes the whole text and a line end behind it, all or nothing, under a name that the user chooses.
+  /// Writes the whole text and a line end after it, all or nothing, under a name that the user chooses.
   void Save();
   /// Puts a text file that the user chooses in place of the text; where it is not read to its end the text
   /// stays.

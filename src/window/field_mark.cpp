@@ -13,12 +13,12 @@ namespace {
 
 constexpr char kUsualTip[] = "usualToolTip";
 
-// As red as can be while the text stays readable, on a light and on a dark ground.
-QColor Reddened(const QColor& ground) {
+// As red as can be while the text stays readable, on a light and on a dark background.
+QColor Reddened(const QColor& background) {
   constexpr int kParts = 4;
   constexpr int kRed = 255;
   const auto mix = [](int value, int share) { return (value * (kParts - 1) + share) / kParts; };
-  return QColor(mix(ground.red(), kRed), mix(ground.green(), 0), mix(ground.blue(), 0));
+  return QColor(mix(background.red(), kRed), mix(background.green(), 0), mix(background.blue(), 0));
 }
 
 }  // namespace

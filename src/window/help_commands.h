@@ -46,7 +46,7 @@ class CommandReference {
   /// The reference lies in the first of `folders` that has it.
   CommandReference(pane::OutputPane& pane, std::vector<std::string> folders, MessagePrompt& prompt);
 
-  /// TB_SPECIALCOMMANDS: shows the reference, or the session's text again. What cannot be read is told.
+  /// TB_SPECIALCOMMANDS: shows the reference, or the session's text again. What cannot be read is reported.
   void Press();
 
  private:

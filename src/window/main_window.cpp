@@ -110,7 +110,7 @@ void MainWindow::BuildScript() {
     ShowCaption();
     recent_->Note(script_.grid()->list().file_name());
   };
-  connect(script_.grid(), &script::CommandGrid::FileShownAnew, this, show_file);
+  connect(script_.grid(), &script::CommandGrid::FileShownAgain, this, show_file);
   popup_.SetGrid(grid_target_);
   connect(script_.grid(), &script::CommandGrid::Touched, this,
           [this] { popup_.SetEditTarget(edit_target::kGrid); });

@@ -88,7 +88,7 @@ using pane::OutputPaneMetrics;
 
 // What is in one colour from `at` on, all within the chunk.
 ColorRun StretchIn(const pane::PaneChunk& chunk, std::size_t at) {
-  const auto run = chunk.colors().FirstBehind(at);
+  const auto run = chunk.colors().FirstAfter(at);
   const auto begin = static_cast<std::uint32_t>(at);
   if (run == chunk.colors().runs().end())
     return {begin, static_cast<std::uint32_t>(chunk.extent().bytes), base::kNoColor};

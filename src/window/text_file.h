@@ -31,7 +31,7 @@ class Progress {
 };
 
 /// Makes UTF-8 of a text file that comes in pieces: Windows-1252, or UTF-8 where the file begins with its
-/// mark, which is taken off. No piece that comes out ends within a character or within a CR LF.
+/// mark, which is stripped. No piece that comes out ends within a character or within a CR LF.
 class TextDecoder {
  public:
   /// The first piece holds the mark whole or does not hold it at all.

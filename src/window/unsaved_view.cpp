@@ -43,7 +43,7 @@ UnsavedView::UnsavedView(script::CommandGrid* grid, const std::string& folder, M
   write_.setInterval(kWrittenAfterMs);
   connect(&write_, &QTimer::timeout, this, &UnsavedView::Keep);
   connect(grid_->model(), &QAbstractItemModel::dataChanged, this, &UnsavedView::NoteChange);
-  connect(grid_, &script::CommandGrid::FileShownAnew, this, &UnsavedView::NoteChange);
+  connect(grid_, &script::CommandGrid::FileShownAgain, this, &UnsavedView::NoteChange);
   ShowNext();
 }
 

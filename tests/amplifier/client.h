@@ -19,7 +19,7 @@ class Client {
   explicit operator bool() const { return static_cast<bool>(descriptor_); }
   int descriptor() const { return descriptor_.get(); }
   void Send(std::string_view bytes) const;
-  /// Sends `command` and a LF and reads the answer up to its CR LF, which is taken off.
+  /// Sends `command` and a LF and reads the answer up to its CR LF, which is stripped.
   std::string Ask(std::string_view command) const;
   /// Exactly `count` bytes, or fewer when the stream ended or nothing more came.
   std::string Read(std::size_t count) const;

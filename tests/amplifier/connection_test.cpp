@@ -56,7 +56,7 @@ class FakeStream final : public Stream {
   FakePeer& peer_;
 };
 
-// Echoes "|" behind each line; WAIT answers late.
+// Echoes "|" after each line; WAIT answers late.
 class ConnectionTest : public testing::Test {
  protected:
   class Handler final : public LineHandler {

@@ -10,7 +10,7 @@ TEST_F(SystemCommandsTest, IdentifiesItself) {
   EXPECT_TRUE(WrongCount("*IDN? 1"));
 }
 
-TEST_F(SystemCommandsTest, WordsAreFoundInAnyCaseAndAfterBlanks) {
+TEST_F(SystemCommandsTest, WordsAreFoundInAnyCaseAndAfterSpaces) {
   EXPECT_EQ(Ask("chs?"), "1,2,3,4,5,6,7,8");
   EXPECT_EQ(Ask("  Chs?  "), "1,2,3,4,5,6,7,8");
 }
@@ -69,7 +69,7 @@ TEST_F(SystemCommandsTest, ListsEveryCommandOnce) {
             "ECHO,LONG?,RAMP?,HEX?,WAIT?,FILES?,FILE?,FILESIZE?,DELAY,DELAY?,DRIP,DRIP?,TERM,TERM?,MUTE");
 }
 
-// A terminal that looks for these letters in what it sends must find them where they are meant to be alone.
+// A terminal that looks for these letters in what it sends must find them only where they are meant to be.
 TEST_F(SystemCommandsTest, OnlyFourWordsHoldTheLettersOfTheEndingOnes) {
   std::string found;
   for (const auto rows : {SystemCommands(), ChannelCommands(), MeasuringCommands(), LineCommands()}) {

@@ -27,7 +27,7 @@ std::vector<std::string> ListNames() {
   return names;
 }
 
-/// Each line of `text` behind `prefix`, but for the one that stands in an answer's place.
+/// Each line of `text` after `prefix`, but for the one that stands in an answer's place.
 std::string Lines(std::string_view text, const std::string& prefix = "") {
   std::string lines;
   while (!text.empty()) {

@@ -83,7 +83,7 @@ TEST_F(RunProgramTest, AnEmptyCommandIsTheTerminatorAlone) {
   ExpectDone(RunProgram({"send", "", "A", "--connect", instrument.Resource()}), "<>\n<A>\n");
 }
 
-TEST_F(RunProgramTest, PrintsTimesBehindAnswers) {
+TEST_F(RunProgramTest, PrintsTimesAfterAnswers) {
   const std::regex expected("eins\\(dt = [0-9.,E-]+ ms\\)\nzwei\\(dt = [0-9.,E-]+ ms\\)\n");
   const Outcome run = Run("ECHO eins\r\nSTP\r\nECHO zwei\r\n", {"--show-times"});
   EXPECT_TRUE(std::regex_match(run.out, expected)) << run.out;
@@ -317,7 +317,7 @@ class DemoTest : public RunProgramTest {
     for (const char* name : {"current", "temporary"}) std::filesystem::create_directory(folder.Path(name));
   }
 
-  // Qt makes a folder below TMPDIR without a runtime folder, and tells what the platform cannot do.
+  // Qt makes a folder below TMPDIR without a runtime folder, and reports what the platform cannot do.
   Surroundings Offscreen() const {
     return {.folder = folder.Path("current"),
             .environment = {{"QT_QPA_PLATFORM", "offscreen"},
@@ -328,7 +328,7 @@ class DemoTest : public RunProgramTest {
   bool IsEmpty(const char* name) const { return std::filesystem::is_empty(folder.Path(name)); }
 };
 
-TEST_F(DemoTest, LeavesTheCurrentFolderAloneAndNothingBehind) {
+TEST_F(DemoTest, LeavesTheCurrentFolderAloneAndNothingAfter) {
   Program demo({"--demo"}, Offscreen());
   const std::string own = demo.AwaitFolderIn(folder.Path("temporary"));
   EXPECT_TRUE(std::filesystem::exists(own + "/demo.CMD"));

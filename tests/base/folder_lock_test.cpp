@@ -32,7 +32,7 @@ TEST_F(FolderLockTest, KeepsOthersOutForAsLongAsItLives) {
 }
 
 TEST_F(FolderLockTest, OneThreadAtATimeHoldsIt) {
-  int inside = 0;  // guarded by the lock alone
+  int inside = 0;  // guarded by the lock only
   std::atomic<int> most{0};
   std::vector<std::thread> threads;
   for (int i = 0; i < 4; ++i) {

@@ -21,13 +21,13 @@ TEST(Folding, FindsPartsWithoutCase) {
   EXPECT_FALSE(ContainsNoCase("*RST", "RES"));
 }
 
-TEST(Folding, TrimsBlanksAlone) {
+TEST(Folding, TrimsOnlySpaces) {
   EXPECT_EQ(TrimBlanks("  a b\t  "), "a b\t");
   EXPECT_EQ(TrimBlanks("   "), "");
   EXPECT_EQ(TrimBlanks(""), "");
 }
 
-TEST(Folding, TrimsLongRunsOfBlanksAtEveryOffset) {
+TEST(Folding, TrimsLongRunsOfSpacesAtEveryOffset) {
   for (std::size_t used : {0u, 1u, 511u, 512u, 513u, 1024u, 15999u, 16000u}) {
     std::string text(16000, ' ');
     for (std::size_t i = 0; i < used; ++i) text[i] = 'x';

@@ -62,7 +62,7 @@ class HostWithFreshIo final : public HostObject {
   std::unique_ptr<device::RecordingIo> io_;
 };
 
-TEST_F(HostParametersTest, AsksForTheIoObjectAnewBeforeEachProperty) {
+TEST_F(HostParametersTest, AsksForTheIoObjectAgainBeforeEachProperty) {
   state_.gObj = std::make_shared<HostWithFreshIo>(host_->script);
   Read(0);
   const std::vector<std::string>& calls = host_->script.calls;

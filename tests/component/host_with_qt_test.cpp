@@ -1,4 +1,4 @@
-// A host that has a QApplication and uses the public header alone, apart from looking at the window's
+// A host that has a QApplication and uses the public header only, apart from looking at the window's
 // widgets.
 
 #include <gtest/gtest.h>
@@ -192,7 +192,7 @@ TEST_F(HostTest, ASecondTerminalWhileOneIsOpenIsRefused) {
   });
 }
 
-TEST_F(HostTest, TheListRunsAtStartAndTheDescriptorClosesTheWindowBehindIt) {
+TEST_F(HostTest, TheListRunsAtStartAndTheDescriptorClosesTheWindowAfterIt) {
   int ends[2];
   ASSERT_EQ(pipe(ends), 0);
   TerminalOptions options;
@@ -316,7 +316,7 @@ TEST_F(HostTest, StoredTerminatorsAreShownAsWords) {
   expect_shown("§", "§");
 }
 
-TEST_F(HostTest, OneOptionIsKeptAndTwoStartAnewEachTime) {
+TEST_F(HostTest, OneOptionIsKeptAndTwoStartAgainEachTime) {
   Open(1, [](QMainWindow& window) {
     for (const char* name : {"mnuOption_0", "mnuOption_1", "mnuOption_2"})
       window.findChild<QAction*>(name)->trigger();

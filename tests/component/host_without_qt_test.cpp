@@ -35,7 +35,7 @@ class HostWithoutQtTest : public testing::Test {
 
 TEST_F(HostWithoutQtTest, CannotUnloadBeforeTheFirstWindow) { EXPECT_FALSE(terminal_.CanUnload().ToBool()); }
 
-TEST_F(HostWithoutQtTest, OpensTheTerminalTwiceAndLeavesNothingBehind) {
+TEST_F(HostWithoutQtTest, OpensTheTerminalTwiceAndLeavesNothingAfter) {
   setenv("QT_QPA_PLATFORM", "offscreen", 1);
   std::setlocale(LC_ALL, "C");
   for (int i = 0; i < 2; ++i) {

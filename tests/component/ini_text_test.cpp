@@ -21,7 +21,7 @@ TEST(IniText, FindsAKeyInItsSection) {
   EXPECT_EQ(Find("[S]\nK=\n"), "");
 }
 
-TEST(IniText, LetterCaseCounts) {
+TEST(IniText, CaseCounts) {
   EXPECT_EQ(Find("[s]\nK=1\n"), "(none)");
   EXPECT_EQ(Find("[S]\nk=1\n"), "(none)");
 }
@@ -32,7 +32,7 @@ TEST(IniText, EveryLineEndWillDo) {
   EXPECT_EQ(Find("\n\n[S]\n\n\nK=1"), "1");
 }
 
-TEST(IniText, BlanksAroundNamesDoNotCount) { EXPECT_EQ(Find(" [ S ] x\n\tK\t = 1 \n"), "1"); }
+TEST(IniText, SpacesAroundNamesDoNotCount) { EXPECT_EQ(Find(" [ S ] x\n\tK\t = 1 \n"), "1"); }
 
 TEST(IniText, AMarkAtTheStartDoesNotCount) {
   EXPECT_EQ(Find("\xEF\xBB\xBF[S]\nK=1\n"), "1");

@@ -30,7 +30,7 @@ struct StoredSettings {
     return failure ? failure->error : 0;
   }
 
-  /// Gives every text and most numbers values that belong to `number` alone.
+  /// Gives every text and most numbers values that belong to `number` only.
   void Mark(std::int16_t number, std::size_t length = 20) {
     const std::string text = std::to_string(number) + std::string(length, 'x');
     connection.ip_address = connection.usb_address = text;

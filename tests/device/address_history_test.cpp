@@ -111,13 +111,13 @@ TEST(Remember, DoesNotGrowByWhatTheFileCannotHold) {
   EXPECT_EQ(history, Lines{"?1"});
 }
 
-TEST(ModemScript, IsReadWithoutItsBlankLines) {
+TEST(ModemScript, IsReadWithoutItsSpaceLines) {
   const base::TempFolder folder;
   folder.Write("MODEM.INI", "\r\nATZ\r\n\r\n\r\nATDT 0815\r\n");
   EXPECT_EQ(LoadModemScript(folder.path()), "ATZ\r\nATDT 0815");
 }
 
-TEST(ModemScript, IsWrittenWithOneLineEndBehindIt) {
+TEST(ModemScript, IsWrittenWithOneLineEndAfterIt) {
   const base::TempFolder folder;
   SaveModemScript(folder.path(), "ATZ\r\n\r\nATDT");
   EXPECT_EQ(folder.Read("MODEM.INI"), "ATZ\r\n\r\nATDT\r\n");
@@ -126,7 +126,7 @@ TEST(ModemScript, IsWrittenWithOneLineEndBehindIt) {
   EXPECT_EQ(LoadModemScript(folder.path()), "");
 }
 
-TEST(FolderFile, MatchesWithoutRegardToLetterCase) {
+TEST(FolderFile, MatchesWithoutRegardToCase) {
   const base::TempFolder folder;
   EXPECT_EQ(FolderFile(folder.path(), "IPADDR.INI"), folder.Path("IPADDR.INI"));
   folder.Write("ipaddr.ini", "x\r\n");

@@ -64,7 +64,7 @@ TEST(ConnectionDescription, ShowsTheIpPortAsItWasTyped) {
   EXPECT_EQ(ConnectionDescription(parameters), "TCP/IP: 192.168.0.7, Port 65535");
 }
 
-TEST(ConnectionDescription, UsbHasTwoBlanks) {
+TEST(ConnectionDescription, UsbHasTwoSpaces) {
   ConnectionParameters parameters;
   parameters.port_code = port_code::kUsb;
   parameters.usb_address = "A1234";

@@ -388,7 +388,7 @@ TEST_F(ConnectionDialogTest, KeysGoOnFromTheEntryThatIsShown) {
   }
 }
 
-TEST_F(ConnectionDialogTest, AnAddressInAnotherLetterCaseIsNoEntry) {
+TEST_F(ConnectionDialogTest, AnAddressInAnotherCaseIsNoEntry) {
   folder_.Write("IPADDR.INI", "host\r\n");
   parameters_.ip_address = "HOST";
   Open();

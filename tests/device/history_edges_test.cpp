@@ -88,7 +88,7 @@ TEST(HistoryEdges, ALineMayBeLongAndThereMayBeMany) {
   EXPECT_EQ(LoadIpHistory(folder.path()).size(), many.size() / 17);
 }
 
-TEST(HistoryEdges, AScriptOfBlankLinesAloneIsEmpty) {
+TEST(HistoryEdges, AScriptOfSpaceLinesIsEmpty) {
   const base::TempFolder folder;
   folder.Write("MODEM.INI", "\r\n\r\n\n\r");
   EXPECT_EQ(LoadModemScript(folder.path()), "");

@@ -50,7 +50,7 @@ TEST_F(IndexedHost, MayChangeTheIndex) {
   EXPECT_EQ(calls.back(), "IO.CloseDevice(8)");
 }
 
-TEST_F(IndexedHost, ReadsTextIntoBlanks) {
+TEST_F(IndexedHost, ReadsTextIntoSpaces) {
   host->script.read = [](Variant& text, Variant&) { text = "  12.5 \r\n   "; };
   io.ReadText("\r\n", 16000, answer, buffer);
   EXPECT_EQ(calls, Calls{"IO.Read(3, 0, 0, 10, 16000, 16000 blanks, 0 bytes)"});

@@ -45,7 +45,7 @@ TEST_F(Dialling, SendsEachLineAndReadsItsReply) {
                                       "WritePort(\"ATDT42\r\")", "ReadPort(255, 10)", "ReadPort(255, 10)"}));
 }
 
-TEST_F(Dialling, TakesConnectInAnyLetterCaseAnywhereInTheReply) {
+TEST_F(Dialling, TakesConnectInAnyCaseAnywhereInTheReply) {
   for (const char* reply : {"CONNECT", "connect\r\n", "57600 Connect fast"}) {
     library.replies = {{"OK"}, {reply}};
     EXPECT_EQ(Dial({"ATD"}), 0) << reply;
@@ -134,7 +134,7 @@ TEST_F(Dialling, IsGivenUpAfterTheStepInHand) {
   }
 }
 
-TEST_F(Dialling, TellsALineEndWithinAReplyAsABlank) {
+TEST_F(Dialling, TellsALineEndWithinAReplyAsASpace) {
   library.replies = {{"ATZ\rOK\r\n"}, {"CONNECT"}};
   EXPECT_EQ(Dial({"ATZ", "ATDT42"}), 0);
   EXPECT_EQ(listener.steps, (std::vector<std::string>{"sent ATZ, last ''", "sent ATDT42, last 'ATZ OK'"}));

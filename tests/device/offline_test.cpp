@@ -75,7 +75,7 @@ TEST_F(Offline, EachExchangeBeginsANewAnswer) {
   EXPECT_EQ(ReadToEnd(), kAnswer);
 }
 
-TEST_F(Offline, CountedReadsAreFilledUpWithBlanks) {
+TEST_F(Offline, CountedReadsAreFilledUpWithSpaces) {
   buffer = Bytes(52, 9);
   io.ReadBinary("", 50, buffer);
   EXPECT_EQ(std::string(buffer.begin(), buffer.end()), kAnswer + std::string(11, ' ') + "\t\t");

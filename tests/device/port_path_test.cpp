@@ -106,7 +106,7 @@ TEST_F(OverPortLibrary, ReadsWindows1252) {
   EXPECT_EQ(calls, Calls{"ReadPort(16000, 10)"});
 }
 
-TEST_F(OverPortLibrary, KeepsLeadingBlanksAndNoneOfTheFilling) {
+TEST_F(OverPortLibrary, KeepsLeadingSpacesAndNoneOfTheFilling) {
   library.replies = {{"  1 2  \r\n  "}};
   EXPECT_EQ(Read(), "  1 2  \r\n");
 }

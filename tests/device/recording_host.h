@@ -31,7 +31,7 @@ struct HostScript {
     return list;
   }
 
-  /// "16000 blanks", "4 bytes" or the quoted text.
+  /// "16000 spaces", "4 bytes" or the quoted text.
   static std::string Shape(const Variant& value) {
     const std::string text = value.ToText();
     if (value == Variant(value.ToBytes())) return std::to_string(value.ToBytes().size()) + " bytes";

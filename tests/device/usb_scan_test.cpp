@@ -44,7 +44,7 @@ TEST_F(UsbScanTest, LeavesOutSlotsWithoutASerialNumber) {
   EXPECT_EQ(Scan(3), Found{"B2 - x"});
 }
 
-TEST_F(UsbScanTest, FindsNothingInABufferOfBlanks) {
+TEST_F(UsbScanTest, FindsNothingInABufferOfSpaces) {
   EXPECT_EQ(Scan(4), Found{});
   EXPECT_EQ(Scan(0), Found{});
 }

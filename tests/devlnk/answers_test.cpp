@@ -17,7 +17,7 @@ TEST_P(Answers, CommandsArriveToTheLetter) {
   EXPECT_EQ(partner_->Receive(9), "MSV?\x80\xFF\r\n\n");
 }
 
-TEST_P(Answers, ATerminatorAloneIsTakenOff) {
+TEST_P(Answers, OnlyATerminatorIsStripped) {
   partner_->Send("12.5\n");
   EXPECT_EQ(Answer(), "12.5");
   partner_->Send("7\r8\r\xFF");

@@ -25,7 +25,7 @@ TEST(FindPort, ReadsKeysOfItsSectionAlone) {
   EXPECT_EQ(FindPort("", "COM1"), "");
 }
 
-TEST(FindPort, IgnoresLetterCaseMarksAndComments) {
+TEST(FindPort, IgnoresCaseMarksAndComments) {
   EXPECT_EQ(FindPort("\xEF\xBB\xBF[ports]\ncom1=/dev/A", "COM1"), "/dev/A");
   EXPECT_EQ(FindPort("[PORTS]\n;COM1=/dev/A\n# COM1=/dev/B\nCOM1=/dev/C", "COM1"), "/dev/C");
   EXPECT_EQ(FindPort("  [Ports]\t\n\tCOM1\t=\t\"/dev/with blank \"\n", "COM1"), "/dev/with blank ");

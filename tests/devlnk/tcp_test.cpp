@@ -49,7 +49,7 @@ TEST_F(Tcp, PortsThatAreNoneAreInvalid) {
     EXPECT_EQ(Open("127.0.0.1", port), Code(Status::kInvalidArgument)) << port;
 }
 
-TEST_F(Tcp, HostsAreNamesOrAddressesWithBlanksAround) {
+TEST_F(Tcp, HostsAreNamesOrAddressesWithSpacesAround) {
   const base::Listener listener(AF_INET);
   EXPECT_EQ(Open("localhost", listener.port()), 0);
   EXPECT_EQ(Open("  127.0.0.1 ", listener.port()), 0);

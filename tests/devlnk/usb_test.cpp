@@ -25,7 +25,7 @@ class Usb : public testing::Test {
   FakeSysfs system_;
 };
 
-TEST_F(Usb, AScanFillsItsRecordsAndLeavesBlanksBehind) {
+TEST_F(Usb, AScanFillsItsRecordsAndLeavesSpacesAfterThem) {
   system_.AddDevice("1-1",
                     {"idVendor=1", "serial=" + std::string(300, 'S'), "product=" + std::string(300, 'P')});
   system_.AddNode("tty", "ttyUSB0", "1-1", "ttyUSB0");

@@ -9,7 +9,7 @@
 namespace kolvane::emulation {
 
 /// The kernel's driver for instruments of the test and measurement class with an instrument behind it that
-/// says each command back, "?" taken off. The answer waits until it is read or cleared.
+/// says each command back, "?" stripped. The answer waits until it is read or cleared.
 class TmcDriver final : public Driver {
  public:
   DriverResult Control(unsigned long request, std::span<std::uint8_t> argument) override;

@@ -8,7 +8,7 @@
 
 namespace {
 
-// The window's thread alone is meant: other threads have a count of their own, which is none.
+// Only the window's thread is meant: other threads have a count of their own, which is none.
 thread_local long left = 0;
 
 // Qt does not outlive a lack of memory in the middle of its own work.

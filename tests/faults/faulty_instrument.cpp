@@ -95,7 +95,7 @@ int FaultyInstrument::NextConnection() {
 }
 
 void FaultyInstrument::Serve() {
-  // For this thread alone: a program that the test starts shall find the signal as it was.
+  // For this thread only: a program that the test starts shall find the signal as it was.
   sigset_t pipe;
   sigemptyset(&pipe);
   sigaddset(&pipe, SIGPIPE);

@@ -15,7 +15,7 @@
 
 namespace kolvane::faults {
 
-/// The kinds of port that can be had without hardware.
+/// The kinds of port that are available without hardware.
 enum class Port { kTcp, kCom, kRs485, kUsbLine };
 inline constexpr Port kPorts[] = {Port::kTcp, Port::kCom, Port::kRs485, Port::kUsbLine};
 inline constexpr Port kLines[] = {Port::kCom, Port::kRs485, Port::kUsbLine};

@@ -96,7 +96,7 @@ class Settings : public testing::Test {
     EXPECT_NE(saved_, "");
   }
 
-  /// A file that lacks a setting is written anew, one that holds all of them is left alone.
+  /// A file that lacks a setting is written again, one that holds all of them is left alone.
   void LeaveSomethingToSave() {
     const std::size_t at = saved_.find("RSTIMO=");
     ASSERT_NE(at, std::string::npos);
@@ -105,10 +105,10 @@ class Settings : public testing::Test {
   }
 
   app::Outcome OpenAndClose(app::Surroundings surroundings = {}) {
-    bool hanged = false;
+    bool hung = false;
     const app::Outcome outcome =
-        WindowProgram(folder_.Path("config"), folder_.Path("own"), std::move(surroundings)).End(&hanged);
-    EXPECT_FALSE(hanged);
+        WindowProgram(folder_.Path("config"), folder_.Path("own"), std::move(surroundings)).End(&hung);
+    EXPECT_FALSE(hung);
     EXPECT_GE(outcome.status, 0) << outcome.err;
     return outcome;
   }

@@ -96,9 +96,9 @@ TEST_P(Signalled, Row29TheLogHoldsWholeLinesAndTheConnectionIsClosed) {
 TEST_F(Processes, Row29AMessageBeforeTheWindowEndsByTheSignalToo) {
   std::filesystem::create_directories(folder_.Path("config/Kolvane"));
   base::WriteBytes(folder_.Path("config/") + kSettingsFile, "[TERMINAL]\nRCVMODE=none\n");
-  bool hanged = false;
-  const app::Outcome outcome = WindowProgram(folder_.Path("config"), folder_.Path("")).End(&hanged);
-  EXPECT_FALSE(hanged);
+  bool hung = false;
+  const app::Outcome outcome = WindowProgram(folder_.Path("config"), folder_.Path("")).End(&hung);
+  EXPECT_FALSE(hung);
   EXPECT_EQ(outcome.status, 1);
   EXPECT_NE(outcome.err.find("[TERMINAL] RCVMODE=none"), std::string::npos) << outcome.err;
 }
@@ -228,9 +228,9 @@ TEST_F(Processes, Row31NoHomeFolder) {
   if (geteuid() == 0 && !NobodyCanRun()) GTEST_SKIP() << kNotAsNobody;
   if (geteuid() == 0) wrapper.insert(wrapper.end(), kAsNobody.begin(), kAsNobody.end());
   EXPECT_EQ(app::RunProgram({"send", "ONE", "--connect", "OFFLINE"}, {.wrapper = wrapper}).status, 0);
-  bool hanged = false;
-  const app::Outcome outcome = WindowProgram("", "/nonexistent", {.wrapper = wrapper}).End(&hanged);
-  EXPECT_FALSE(hanged);
+  bool hung = false;
+  const app::Outcome outcome = WindowProgram("", "/nonexistent", {.wrapper = wrapper}).End(&hung);
+  EXPECT_FALSE(hung);
   EXPECT_EQ(outcome.status, 0) << outcome.err;
 }
 
@@ -238,9 +238,9 @@ TEST_F(Processes, Row31ACurrentFolderThatIsGone) {
   const std::string script = "mkdir gone && cd gone && rmdir ../gone && exec \"$@\"";
   const app::Surroundings gone{.folder = folder_.Path(""), .wrapper = {"sh", "-c", script, "sh"}};
   EXPECT_EQ(app::RunProgram({"send", "ONE", "--connect", "OFFLINE"}, gone).status, 0);
-  bool hanged = false;
-  const app::Outcome outcome = WindowProgram(folder_.Path("config"), folder_.Path("own"), gone).End(&hanged);
-  EXPECT_FALSE(hanged);
+  bool hung = false;
+  const app::Outcome outcome = WindowProgram(folder_.Path("config"), folder_.Path("own"), gone).End(&hung);
+  EXPECT_FALSE(hung);
   EXPECT_EQ(outcome.status, 0) << outcome.err;
 }
 

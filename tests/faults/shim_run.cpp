@@ -38,8 +38,8 @@ ShimRun RunWithShim(const FailingCall& failing, int nth, FaultyInstrument& instr
                         "--log", folder.Path("a.LOG")},
                        {.environment = environment});
   ShimRun run;
-  run.hanged = !program.EndsWithin(kLongestRunMs);
-  if (run.hanged) program.Signal(SIGKILL);
+  run.hung = !program.EndsWithin(kLongestRunMs);
+  if (run.hung) program.Signal(SIGKILL);
   run.outcome = program.Wait();
   run.log = base::ReadBytes(folder.Path("a.LOG"));
   run.hit = std::filesystem::exists(folder.Path("hit"));

@@ -14,7 +14,7 @@ struct FailingCall {
   std::string kind;  ///< see shim.cpp
   bool once = true;
 };
-/// The surroundings in which the nth such call fails and `hit_file` tells that there was one.
+/// The surroundings in which the nth such call fails and `hit_file` shows that there was one.
 std::map<std::string, std::string> ShimEnvironment(const FailingCall& failing, int nth,
                                                    const std::string& hit_file);
 std::string Describe(const FailingCall& failing, int nth);
@@ -23,8 +23,8 @@ std::string Describe(const FailingCall& failing, int nth);
 struct ShimRun {
   app::Outcome outcome;
   std::string log;
-  bool hit = false;     ///< the program makes that many such calls
-  bool hanged = false;  ///< and was killed for it
+  bool hit = false;   ///< the program makes that many such calls
+  bool hung = false;  ///< and was killed for it
 };
 
 /// Sends ONE, TWO and THREE as a list with a log, the `nth` such call failing.

@@ -51,7 +51,7 @@ class Shim : public testing::Test {
     for (; nth < kMostCalls; nth += step) {
       SCOPED_TRACE(NameOf(port) + ": " + Describe(failing, nth));
       const ShimRun run = RunWithShim(failing, nth, instrument);
-      ASSERT_FALSE(run.hanged);
+      ASSERT_FALSE(run.hung);
       ASSERT_EQ(run.outcome.status == -SIGKILL, failing.kind == "kill" && run.hit);
       ASSERT_TRUE(run.outcome.status >= 0 || run.outcome.status == -SIGKILL) << run.outcome.err;
       check(run);

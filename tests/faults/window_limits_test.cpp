@@ -68,7 +68,7 @@ TEST(WindowLimits, Row28AListWithoutMemory) {
   }
 }
 
-/// No further descriptor can be had while it lives.
+/// No further descriptor is available while it lives.
 class NoDescriptors {
  public:
   NoDescriptors() {

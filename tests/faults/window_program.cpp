@@ -32,11 +32,11 @@ WindowProgram::WindowProgram(const std::string& settings, const std::string& fol
                              app::Surroundings surroundings)
     : program_({"--folder", folder}, WithSettings(std::move(surroundings), settings)) {}
 
-app::Outcome WindowProgram::End(bool* hanged) {
+app::Outcome WindowProgram::End(bool* hung) {
   AwaitPrepared(program_.id(), SIGTERM);
   program_.Signal(SIGTERM);
   const bool ended = program_.EndsWithin(kLongestRunMs);
-  if (hanged != nullptr) *hanged = !ended;
+  if (hung != nullptr) *hung = !ended;
   if (!ended) program_.Signal(SIGKILL);
   return program_.Wait();
 }

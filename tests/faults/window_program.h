@@ -14,8 +14,8 @@ class WindowProgram {
   /// `settings` is the folder that XDG_CONFIG_HOME names, `folder` the component's.
   WindowProgram(const std::string& settings, const std::string& folder, app::Surroundings surroundings = {});
 
-  /// Ends it by SIGTERM once it takes that for what it is; `hanged` is set where it does not end.
-  app::Outcome End(bool* hanged = nullptr);
+  /// Ends it by SIGTERM once it takes that for what it is; `hung` is set where it does not end.
+  app::Outcome End(bool* hung = nullptr);
   app::Program& program() { return program_; }
 
  private:

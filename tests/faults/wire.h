@@ -17,7 +17,7 @@ class Wire {
   std::optional<std::string> Line();
   /// False where it could not be sent in full.
   bool Send(std::string_view bytes);
-  /// Each byte on its own, with a gap behind it.
+  /// Each byte on its own, with a gap after it.
   bool Drip(std::string_view bytes, int gap_ms);
   bool Pause(int milliseconds);
   /// Until the test calls for calm, which is taken for this and ends nothing else.
@@ -35,7 +35,7 @@ class Wire {
   std::string input_;
 };
 
-/// What the instrument does when it is told FAULT; the connection ends behind it where it says so.
+/// What the instrument does when it is told FAULT; the connection ends after it where it says so.
 enum class After { kGoOn, kEnd };
 using Fault = std::function<After(Wire&)>;
 

@@ -48,7 +48,7 @@ TEST_F(LinePaneTest, ACommandIsWrittenAtOnce) {
   EXPECT_EQ(out.text(), "MSV?\n");
 }
 
-TEST_F(LinePaneTest, TheResponseTimeStandsBehindTheAnswer) {
+TEST_F(LinePaneTest, TheResponseTimeStandsAfterTheAnswer) {
   pane.AppendLine(LineKind::kAnswer, "1");
   pane.AppendText(LineKind::kTime, texts::ResponseTime("0,5"), 0);
   pane.AppendLine(LineKind::kAnswer, "2");
@@ -230,8 +230,9 @@ class LinePaneCase {
   LinePane pane_{out_.fd(), messages_};
 };
 
-using pane::PaneContract;
-INSTANTIATE_TYPED_TEST_SUITE_P(Lines, PaneContract, LinePaneCase);
-
 }  // namespace
 }  // namespace kolvane::headless
+
+namespace kolvane::pane {
+INSTANTIATE_TYPED_TEST_SUITE_P(Lines, PaneContract, headless::LinePaneCase);
+}

@@ -110,7 +110,7 @@ TEST_F(CommandReference, QuotesEveryErrorToTheLetter) {
   }
 }
 
-TEST_F(CommandReference, StaysReadableWhenCutBehindAnyLine) {
+TEST_F(CommandReference, StaysReadableWhenCutAfterAnyLine) {
   const std::string whole = document_.PlainText();
   for (std::size_t end = bytes_.find('\n'); end + 1 < bytes_.size(); end = bytes_.find('\n', end + 1)) {
     const std::string text = ReadRtf(std::string_view(bytes_).substr(0, end)).document.PlainText();

@@ -48,7 +48,7 @@ TEST_F(DemoList, UsesEverySpecialCommandAndNoOther) {
   }
 }
 
-TEST_F(DemoList, RowsHaveNoBlanksAtTheirEndsAndOneArgument) {
+TEST_F(DemoList, RowsHaveNoSpacesAtTheirEndsAndOneArgument) {
   for (const std::string& row : rows_) {
     EXPECT_EQ(base::TrimBlanks(row), row);
     if (row.starts_with("$")) {
@@ -75,7 +75,7 @@ TEST_F(DemoList, EveryJumpHasItsTarget) {
 }
 
 // A label that the run comes to without a jump would be sent.
-TEST_F(DemoList, LabelsThatAreNoCommentStandBehindTheStop) {
+TEST_F(DemoList, LabelsThatAreNoCommentStandAfterTheStop) {
   const auto stop = std::ranges::find(rows_, "$STOP");
   ASSERT_NE(stop, rows_.end());
   EXPECT_TRUE(std::none_of(rows_.begin(), stop, [](const std::string& row) {

@@ -46,7 +46,7 @@ TEST_F(HelpFileTest, GivesPagesStyleSheetAndPicturesAsTheyWereCompiled) {
   EXPECT_TRUE(file_->Bytes("images/punkt.png").starts_with("\x89PNG"));
 }
 
-TEST_F(HelpFileTest, MatchesPathsWithoutRegardToLetterCase) {
+TEST_F(HelpFileTest, MatchesPathsWithoutRegardToCase) {
   EXPECT_TRUE(file_->Has("START.HTML"));
   EXPECT_EQ(file_->Page("START.HTML"), file_->Page("start.html"));
 }
@@ -62,7 +62,7 @@ TEST_F(HelpFileTest, TakesTitlesFromTheContents) {
   EXPECT_EQ(file_->Title("nirgends.html"), "nirgends.html");
 }
 
-TEST_F(HelpFileTest, SearchesTextWithoutRegardToLetterCaseUmlautsIncluded) {
+TEST_F(HelpFileTest, SearchesTextWithoutRegardToCaseUmlautsIncluded) {
   EXPECT_EQ(Pages(file_->Search("SCHNITTSTELLE")), Names{"verbindung.html"});
   EXPECT_EQ(Pages(file_->Search("gröSSe")), Names{"start.html"});
   EXPECT_EQ(Pages(file_->Search("Groesse")), Names{"start.html"});

@@ -85,7 +85,7 @@ TEST(Contents, BoundsDepthAndNumber) {
   EXPECT_EQ(entries.back().level, 15);
 }
 
-TEST(PageTextTest, HasTitleAndTextWithBlanksCollapsed) {
+TEST(PageTextTest, HasTitleAndTextWithSpacesCollapsed) {
   const PageText page = ReadPageText(
       "<html><head><title> Der\n Titel</title><style>p { x }</style></head><body><h1>Eins</h1><p>zwei "
       "<b>dr</b>ei"

@@ -18,7 +18,7 @@ INSTANTIATE_TEST_SUITE_P(Destinations, RtfSkipped,
                                          "listtable", "nonshppict", "object", "pict", "revtbl", "rsidtbl",
                                          "stylesheet", "tc", "xe"));
 
-TEST(RtfDestinations, UnknownWordsArePassedOverAndTheirTextShown) {
+TEST(RtfDestinations, UnknownWordsAreSkippedAndTheirTextShown) {
   EXPECT_EQ(Read("a{\\unheard12 b}\\viewkind4\\sa200 c"), "[abc]/");
   EXPECT_EQ(Read("a\\B b\\PAR c"), "[abc]/");
 }

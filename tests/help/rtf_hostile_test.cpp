@@ -48,11 +48,11 @@ TEST(RtfFaults, ADamagedByteIsLeftOut) {
 
 TEST(RtfFaults, TheFirstOneIsTold) { EXPECT_EQ(FaultOf("{\\rtf1 a\\'xy"), RtfFault::kBadByte); }
 
-TEST(RtfFaults, TextBehindTheLastBraceIsLeftOut) {
-  EXPECT_EQ(FaultOf("{\\rtf1 a} b}"), RtfFault::kTextBehindEnd);
+TEST(RtfFaults, TextAfterTheLastBraceIsLeftOut) {
+  EXPECT_EQ(FaultOf("{\\rtf1 a} b}"), RtfFault::kTextAfterEnd);
   EXPECT_EQ(TextOf("{\\rtf1 a} b}"), "a\n");
-  EXPECT_EQ(FaultOf("{\\rtf1 a}}"), RtfFault::kTextBehindEnd);
-  EXPECT_EQ(FaultOf("{\\rtf1 a}\\"), RtfFault::kTextBehindEnd);
+  EXPECT_EQ(FaultOf("{\\rtf1 a}}"), RtfFault::kTextAfterEnd);
+  EXPECT_EQ(FaultOf("{\\rtf1 a}\\"), RtfFault::kTextAfterEnd);
   EXPECT_EQ(FaultOf("{\\rtf1 a}\r\n \t\0\0"s), RtfFault::kNone);
 }
 
@@ -83,7 +83,7 @@ TEST(RtfFaults, HaveAGermanTextEach) {
   EXPECT_EQ(FaultText(RtfFault::kNotRichText), "Die Datei ist keine RTF-Datei");
   EXPECT_EQ(FaultText(RtfFault::kTruncated), "Die Datei ist unvollständig");
   EXPECT_EQ(FaultText(RtfFault::kBadByte), "Die Datei enthält ein beschädigtes Zeichen");
-  EXPECT_EQ(FaultText(RtfFault::kTextBehindEnd), "Hinter dem Ende des Textes steht noch etwas");
+  EXPECT_EQ(FaultText(RtfFault::kTextAfterEnd), "Hinter dem Ende des Textes steht noch etwas");
   EXPECT_EQ(FaultText(RtfFault::kTooDeep), "Die Gruppen der Datei sind zu tief geschachtelt");
   EXPECT_EQ(FaultText(RtfFault::kTooLarge), "Die Datei enthält zu viele Absätze");
 }

@@ -57,7 +57,7 @@ TEST_F(ByteReaderTest, ReadingStepsOverGroupsAndLines) {
   EXPECT_EQ(view_.selected, 67 + 6 - 5 + 2);
 }
 
-TEST_F(ByteReaderTest, ACaretOnAGroupsBlankReadsOn) {
+TEST_F(ByteReaderTest, ACaretOnAGroupsSpaceReadsOn) {
   EXPECT_TRUE(Read(DumpOf("ABCDEFGH"), 13, 3));
   EXPECT_EQ(First(3), (std::vector<int>{4, 'F', 'G'}));
 }
@@ -108,7 +108,7 @@ TEST_F(ByteReaderTest, TheBufferTakes257Bytes) {
   EXPECT_EQ(view_.selected, 16 * 62 + 2);
 }
 
-TEST_F(ByteReaderTest, AskedForMoreItFillsTheBufferAndStopsBehindIt) {
+TEST_F(ByteReaderTest, AskedForMoreItFillsTheBufferAndStopsAfterIt) {
   const std::string dump = DumpOf(Ramp(400));
   for (const std::int32_t count : {258, 1000000000, 0, -1, std::numeric_limits<std::int32_t>::min()}) {
     buffer_.fill(0xEE);

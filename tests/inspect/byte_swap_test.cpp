@@ -43,7 +43,7 @@ TEST(ByteValuesTest, OffsetsOutsideTheBufferGiveNothing) {
   }
 }
 
-TEST(ByteValuesTest, BytesBehindTheBufferAreZero) {
+TEST(ByteValuesTest, BytesAfterTheBufferAreZero) {
   ByteBuffer buffer{};
   buffer[256] = 0x12;
   EXPECT_EQ(ByteAt(buffer, 256), 0x12);

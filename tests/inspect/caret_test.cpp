@@ -41,7 +41,7 @@ TEST(CaretTest, ASecondDigitLeadsOneFurther) {
   EXPECT_EQ(Valid(37), 38);
 }
 
-TEST(CaretTest, TheSecondDigitOfAGroupsLastByteLeadsOntoTheBlank) {
+TEST(CaretTest, TheSecondDigitOfAGroupsLastByteLeadsOntoTheSpace) {
   for (const Position column : {12, 21, 30}) EXPECT_EQ(Valid(column), column + 1);
   for (const Position column : {13, 22, 31}) EXPECT_EQ(Valid(column), column + 1);
 }
@@ -55,7 +55,7 @@ TEST(CaretTest, WhatStandsRightOfTheBytesLeadsToTheNextLine) {
   for (const Position column : {40, 44, 59, 60, 61}) EXPECT_EQ(Valid(column), 67) << column;
 }
 
-TEST(CaretTest, BehindTheLastLineIsTheTextsEnd) {
+TEST(CaretTest, AfterTheLastLineIsTheTextsEnd) {
   for (const Position column : {40, 61}) EXPECT_EQ(Valid(62 + column), 124) << column;
   DumpView empty;
   EnsureValidCaretPos(empty);
@@ -94,7 +94,7 @@ TEST(CaretTest, RightFromALinesLastByteReachesTheNextLine) {
 
 TEST(CaretTest, LeftFromALinesFirstByteComesBackToIt) { EXPECT_EQ(Valid(AfterKey(key::kLeft, 67)), 67); }
 
-TEST(CaretTest, LeftFromAGroupsFirstByteStopsAtTheBlankBeforeIt) {
+TEST(CaretTest, LeftFromAGroupsFirstByteStopsAtTheSpaceBeforeIt) {
   const Position left = Valid(AfterKey(key::kLeft, 14));
   EXPECT_EQ(left, 13);
   EXPECT_EQ(Valid(AfterKey(key::kLeft, left)), 11);

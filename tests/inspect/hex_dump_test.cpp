@@ -68,7 +68,7 @@ TEST(HexDumpTest, LowerCaseDigitsStayAsTheyAre) {
   EXPECT_EQ(BuildDump("<4a>").substr(0, 46), "0000 4a                                     J.");
 }
 
-TEST(HexDumpTest, OffsetsFrom10000OnTakeThePlaceOfTheBlank) {
+TEST(HexDumpTest, OffsetsFrom10000OnTakeThePlaceOfTheSpace) {
   const std::string dump = DumpOf(Ramp(10016));
   EXPECT_EQ(Line(dump, 624).substr(0, 9), "9984 0001");
   EXPECT_EQ(Line(dump, 625).substr(0, 9), "100001011");

@@ -37,7 +37,7 @@ TEST_F(TemplateListTest, AnythingMayFollowTheEnding) {
             (Names{"a.BNS", "b.BNS2", "c.BNS.txt"}));
 }
 
-TEST_F(TemplateListTest, LetterCaseDoesNotMatterAndOrdersNothing) {
+TEST_F(TemplateListTest, CaseDoesNotMatterAndOrdersNothing) {
   EXPECT_EQ(ListedOf({"b.bns", "A.Bns", "a.BNS", "C.BNS"}), (Names{"A.Bns", "a.BNS", "b.bns", "C.BNS"}));
 }
 

@@ -48,7 +48,7 @@ TEST_F(TemplateRunTest, FixedKeywordsMatchInAnyCaseTextInUpperCaseAlone) {
   EXPECT_EQ(Run("BYTECOUNT=1|Name;byte;0|x;string*4;0|y;String*4;0|z;ByTe;0"), (Lines{"Name=65", "z=65"}));
 }
 
-TEST_F(TemplateRunTest, BlanksInTheTypeFailTheFixedKeywordsAlone) {
+TEST_F(TemplateRunTest, SpacesInTheTypeFailTheFixedKeywordsAlone) {
   Show("ABCD");
   EXPECT_EQ(Run("BYTECOUNT=4|a; BYTE;0|b;BYTE ;0|c; my STRING*2 ;0|d;XSTRING*2X;0"),
             (Lines{"c=\"AB\"", "d=\"AB\""}));
@@ -115,7 +115,7 @@ TEST_F(TemplateRunTest, TheByteCountMayStandAnywhereInItsLine) {
 
 TEST_F(TemplateRunTest, TheCountIsReadFromTheUnstrippedLine) {
   Show(Ramp(32));
-  // Two blanks in front: what is read begins with "T=" and is no number.
+  // Two spaces before it: what is read begins with "T=" and is not a number.
   Run("  BYTECOUNT=3");
   EXPECT_EQ(view_.selected, 2 * 62 - 5);
   Run("BYTECOUNT=3  ");

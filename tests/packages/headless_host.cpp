@@ -1,4 +1,4 @@
-// The smallest host: what pkg-config tells a compiler is enough for it.
+// The smallest host: what pkg-config gives a compiler is enough for it.
 #include <kolvane/CommandRun.h>
 #include <kolvane/MainClass.h>
 

@@ -168,7 +168,7 @@ TEST_F(PaneAccessible, TellsThePieceAroundAPlace) {
   EXPECT_EQ(At(14, QAccessible::LineBoundary), "-1--1:");
 }
 
-TEST_F(PaneAccessible, TellsThePiecesBeforeAndBehindAPlace) {
+TEST_F(PaneAccessible, TellsThePiecesBeforeAndAfterAPlace) {
   SetText("one two\nthree\n");
   EXPECT_EQ(Before(4, QAccessible::CharBoundary), "3-4: ");
   EXPECT_EQ(After(4, QAccessible::CharBoundary), "5-6:w");

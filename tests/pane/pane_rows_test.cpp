@@ -13,7 +13,7 @@ namespace {
 QFont Fixed() { return QFont(QStringLiteral("Courier New"), 10); }
 QFont Proportional() { return QFont(QStringLiteral("Liberation Serif"), 10); }
 
-// The rows of a text at a width of `columns` blanks, "|" between them and "/" for line breaks.
+// The rows of a text at a width of `columns` spaces, "|" between them and "/" for line breaks.
 std::string Wrapped(std::string_view text, int columns, const QFont& font = Fixed()) {
   PaneText pane;
   pane.SetText(text);
@@ -41,13 +41,13 @@ TEST(PaneRows, ARowHoldsWhatFits) {
   EXPECT_EQ(Wrapped("abcdefghijabcdefghijk", 10), "abcdefghij|abcdefghij|k/");
 }
 
-TEST(PaneRows, RowsEndBehindWordsWhereTheyCan) {
+TEST(PaneRows, RowsEndAfterWordsWhereTheyCan) {
   EXPECT_EQ(Wrapped("one two three four", 10), "one two |three four/");
   EXPECT_EQ(Wrapped("1.25,2.50,3.75", 8), "1.25,|2.50,|3.75/");
   EXPECT_EQ(Wrapped("<0D><0A><41>", 10), "<0D><0A>|<41>/");
 }
 
-TEST(PaneRows, ABlankAtTheEdgeHangsOver) {
+TEST(PaneRows, ASpaceAtTheEdgeHangsOver) {
   EXPECT_EQ(Wrapped("abcdefghij klm", 10), "abcdefghij |klm/");
   EXPECT_EQ(Wrapped("abcdefghij ", 10), "abcdefghij /");
   EXPECT_EQ(Wrapped("abcdefghij  ", 10), "abcdefghij | /");

@@ -109,7 +109,7 @@ TEST_F(Undoing, EditsOfOthersCount) {
   EXPECT_EQ(AfterUndo(), "ab|cd");
 }
 
-TEST_F(Undoing, ATextSetAnewEndsTheRecord) {
+TEST_F(Undoing, ATextSetAgainEndsTheRecord) {
   Type("ab");
   pane_.SetText("new");
   EXPECT_EQ(pane_.Undoable(), std::nullopt);

@@ -93,7 +93,7 @@ TEST_F(PaneWindow, RightMarksTheRememberedBlockBeforeTheCaret) {
   EXPECT_EQ(State(), "ab/cd|ef") << "used up";
 }
 
-TEST_F(PaneWindow, LeftMarksTheRememberedBlockBehindTheCaret) {
+TEST_F(PaneWindow, LeftMarksTheRememberedBlockAfterTheCaret) {
   SetText("abcdef");
   pane_.Select(2, 2);
   pane_.SetRememberedBlockLength(3);

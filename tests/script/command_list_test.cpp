@@ -91,7 +91,7 @@ TEST(CommandListTest, ARowIsOneLine) {
   EXPECT_EQ(ListText(list), ">A|C");
 }
 
-TEST(CommandListTest, RecordsBehindTheLastRowThatHoldsText) {
+TEST(CommandListTest, RecordsAfterTheLastRowThatHoldsText) {
   CommandList list;
   EXPECT_TRUE(list.AddToScript("A"));
   EXPECT_EQ(ListText(list), ">A");
@@ -143,7 +143,7 @@ TEST(CommandListTest, ClearsEverythingButNotDuringARun) {
   EXPECT_FALSE(list.modified());
 }
 
-TEST(CommandListTest, KeepsTheCurrentRowBetweenBeforeTheFirstAndBehindTheLast) {
+TEST(CommandListTest, KeepsTheCurrentRowBetweenBeforeTheFirstAndAfterTheLast) {
   CommandList list;
   EXPECT_EQ(list.current_row(), 1);
   list.SetCurrentRow(0);

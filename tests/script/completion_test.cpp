@@ -30,7 +30,7 @@ TEST(Completion, LeavesRoomForAnArgument) {
   EXPECT_EQ(Completions("$CLOSE", list), std::vector({Completion{"$CLOSELOG", "$CLOSELOG"}}));
 }
 
-TEST(Completion, OffersTheLabelsBehindGoto) {
+TEST(Completion, OffersTheLabelsAfterGoto) {
   constexpr std::string_view kRows = "start:|MEAS?|'rest:|two words:|ende:|:";
   EXPECT_EQ(Shown("$goto ", kRows), "$goto start|$goto 'rest|$goto ende");
   EXPECT_EQ(Shown("$GOTO S", kRows), "$GOTO start");

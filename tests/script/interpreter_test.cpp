@@ -39,7 +39,7 @@ TEST_F(InterpreterTest, CarriesOutTheWordsOfTheTable) {
   }
 }
 
-TEST_F(InterpreterTest, CommandWordsStandInAnyLetterCase) {
+TEST_F(InterpreterTest, CommandWordsStandInAnyCase) {
   EXPECT_TRUE(Do("$repeat 2"));
   EXPECT_TRUE(Do("$Repeat 2"));
   EXPECT_EQ(now.RepeatLevel, 2);

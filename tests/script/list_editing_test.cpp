@@ -126,7 +126,7 @@ TEST_F(ListEditingTest, RemovesRows) {
   EXPECT_EQ(ListText(list), ">B");
 }
 
-TEST_F(ListEditingTest, InsertsLinesInFrontOfARow) {
+TEST_F(ListEditingTest, InsertsLinesBeforeARow) {
   EXPECT_TRUE(InsertLines(list, 2, "x\r\ny\n"));
   EXPECT_EQ(ListText(list), ">A|x|y|B|C|D");
   list.Undo();

@@ -8,8 +8,8 @@
 
 namespace kolvane::script {
 
-/// The rows up to the last one used, "|" between them; ">" in front of the current row, "!" in front of an
-/// erroneous row and "*" in front of a running one.
+/// The rows up to the last one used, "|" between them; ">" before the current row, "!" before an
+/// erroneous row and "*" before a running one.
 inline std::string ListText(const CommandList& list) {
   std::string text;
   for (int row = 1; row <= list.LastUsedRow(); ++row) {

@@ -41,7 +41,7 @@ TEST_F(RunnerTest, ShowsNoCommandsWithoutThatOption) {
   EXPECT_EQ(pane.lines, Lines{"1"});
 }
 
-TEST_F(RunnerTest, CommentsEmptyRowsAndBlanksAreNotSent) {
+TEST_F(RunnerTest, CommentsEmptyRowsAndSpacesAreNotSent) {
   Play("'A|||   |  'B|label:");
   EXPECT_EQ(Sent(), "label:");
 }
@@ -128,7 +128,7 @@ TEST_F(RunnerTest, ARunLeavesLoopsAndConditionsToTheNext) {
   EXPECT_EQ(Sent(), "C");
 }
 
-TEST_F(RunnerTest, JumpsContinueBehindTheLabel) {
+TEST_F(RunnerTest, JumpsContinueAfterTheLabel) {
   Play("$GOTO over|A|'OVER:|OVER:|B");
   EXPECT_EQ(Sent(), "B");
 }

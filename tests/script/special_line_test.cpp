@@ -15,7 +15,7 @@ TEST(SpecialLineTest, TakesCommandAndOneArgument) {
   EXPECT_EQ(SpecialLine("$").Command(), "$");
 }
 
-TEST(SpecialLineTest, EachBlankEndsAWordAndACommaTheLine) {
+TEST(SpecialLineTest, EachSpaceEndsAWordAndACommaTheLine) {
   EXPECT_EQ(SpecialLine("$A  b").Argument(), "");
   EXPECT_EQ(SpecialLine("$A ").Argument(), "");
   EXPECT_EQ(SpecialLine("$A ,b").Argument(), "");

@@ -186,7 +186,7 @@ TEST_F(UnsavedListTest, ARelativeNameIsKeptWithItsFolder) {
   EXPECT_EQ(LeftCopies(folder_).front().name(), fs::absolute("a.CMD").string());
 }
 
-TEST_F(UnsavedListTest, WhatIsNoCopyIsPassedOver) {
+TEST_F(UnsavedListTest, WhatIsNotACopyIsSkipped) {
   fs::create_directories(folder_ + "/list-empty");
   fs::create_directories(folder_ + "/list-binary");
   fs::create_directories(folder_ + "/list-nameless");
@@ -217,7 +217,7 @@ TEST_F(UnsavedListTest, WithoutAPlaceThereIsNoCopy) {
   EXPECT_EQ(LeftCopies("/proc/none").size(), 0u);
 }
 
-TEST_F(UnsavedListTest, AFolderThatSomebodyTookAwayIsMadeAnew) {
+TEST_F(UnsavedListTest, AFolderThatSomebodyTookAwayIsMadeAgain) {
   UnsavedCopy copy(folder_);
   list_.SetText(1, "A");
   EXPECT_TRUE(copy.Update(list_));

@@ -142,7 +142,7 @@ void PrintTimes(const Tally& tally, std::int64_t warm_up, std::int64_t exchanges
               each(9) / each(1));
 }
 
-// What the instrument sent behind that many lines.
+// What the instrument sent after that many lines.
 std::string SentBehind(std::int64_t lines, const std::string& copy) {
   const std::string all = base::ReadBytes(copy);
   std::size_t begin = 0;

@@ -12,7 +12,7 @@ TEST(CommandHistory, KeepsTheNewestFirst) {
   EXPECT_EQ(history.entries(), (std::deque<std::string>{"MSV?", "IDN?"}));
 }
 
-TEST(CommandHistory, KeepsARepeatedCommandOnceInAnyLetterCase) {
+TEST(CommandHistory, KeepsARepeatedCommandOnceInAnyCase) {
   CommandHistory history;
   history.Add("Größe?");
   const HistoryChange change = history.Add("GRÖßE?");

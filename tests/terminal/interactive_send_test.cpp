@@ -62,7 +62,7 @@ TEST_F(InteractiveSendTest, EchoesOnlyUnderItsOption) {
   EXPECT_EQ(pane.text, "\r\n1");
 }
 
-TEST_F(InteractiveSendTest, EchoesBehindAWriteError) {
+TEST_F(InteractiveSendTest, EchoesAfterAWriteError) {
   device.write_result = {-7, "Leitung tot"};
   interactive.Send("A?");
   EXPECT_EQ(pane.text, "\r\nWrite error: Leitung tot\r\nA?\r\nZeitüberschreitung");

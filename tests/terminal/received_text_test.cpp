@@ -12,7 +12,7 @@ std::string Trimmed(std::string answer, std::string_view terminator = "\r\n") {
   return answer;
 }
 
-TEST(TrimAnswer, TakesOffBlanksNulAndCrLfInThisOrder) {
+TEST(TrimAnswer, StripsSpacesNulAndCrLfInThisOrder) {
   EXPECT_EQ(Trimmed("12.5\r\n"), "12.5");
   EXPECT_EQ(Trimmed("12.5\r\n" + std::string(15994, ' ')), "12.5");
   EXPECT_EQ(Trimmed("  12.5"), "12.5");

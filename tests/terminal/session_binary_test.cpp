@@ -23,7 +23,7 @@ TEST_F(SessionAutoTest, ReadsByteByByteToTheFirstGap) {
   EXPECT_EQ(state.last_answer.text, "OK");
 }
 
-TEST_F(SessionAutoTest, SetsTheWholeTimeoutAnewForEachAnswer) {
+TEST_F(SessionAutoTest, SetsTheWholeTimeoutAgainForEachAnswer) {
   device.incoming = "a";
   session.GetAnswer();
   device.calls.clear();
@@ -37,7 +37,7 @@ TEST_F(SessionAutoTest, DoesNotShowTheErrorThatEndsIt) {
   EXPECT_EQ(state.last_answer.text, "");
 }
 
-TEST_F(SessionAutoTest, KeepsBlanksAndTerminators) {
+TEST_F(SessionAutoTest, KeepsSpacesAndTerminators) {
   device.incoming = " 1,2 \r\n\0"s;
   session.GetAnswer();
   EXPECT_EQ(state.last_answer.text, " 1,2 \r\n\0"s);

@@ -85,7 +85,7 @@ TEST_F(Help, FileThatIsGoneLeavesAnOpenWindowAsItIs) {
   EXPECT_EQ(Page(), PageOf(1));
 }
 
-TEST_F(Help, FileIsFoundWithoutRegardToLetterCase) {
+TEST_F(Help, FileIsFoundWithoutRegardToCase) {
   std::filesystem::rename(folder_.Path("Terminal.chm"), folder_.Path("TERMINAL.CHM"));
   Press("TB_HELP");
   EXPECT_EQ(Page(), PageOf(1));

@@ -75,7 +75,7 @@ TEST_F(KeyToolbarTest, TabComesBackToTheButtonThatWasLeft) {
   EXPECT_FALSE(TabOrder().contains("TB_PLAY"));
 }
 
-TEST_F(KeyToolbarTest, ButtonsThatAreDisabledArePassedOver) {
+TEST_F(KeyToolbarTest, ButtonsThatAreDisabledAreSkipped) {
   ButtonOf("TB_SAVETERMWIN")->setFocus();
   PressKey(ButtonOf("TB_SAVETERMWIN"), Qt::Key_Right);
   Find<QAction>("TB_PORTCONFIGURE")->setEnabled(false);

@@ -69,7 +69,7 @@ TEST_F(ScriptViewTest, TheRowWithAnErrorStaysInView) {
   EXPECT_TRUE(in_view());
 }
 
-TEST_F(ScriptViewTest, TheViewDoesNotFollowARunBehindTheList) {
+TEST_F(ScriptViewTest, TheViewDoesNotFollowARunPastTheList) {
   Fill({"' eins", "' zwei"});
   Press("TB_PLAY");
   EXPECT_EQ(CurrentRow(), 1);
@@ -128,7 +128,7 @@ TEST_F(ScriptViewTest, RecordsWhatIsSentByHand) {
   EXPECT_EQ(Find<QAction>("TB_RECORD")->property("Image").toInt(), 14);
 }
 
-TEST_F(ScriptViewTest, TheRowThatRanLastIsInViewBehindARun) {
+TEST_F(ScriptViewTest, TheRowThatRanLastIsInViewAfterARun) {
   const auto in_view = [this](int row) {
     return Grid()->viewport()->rect().contains(Grid()->visualRect(Grid()->model()->index(row - 1, 1)));
   };
@@ -146,7 +146,7 @@ TEST_F(ScriptViewTest, TheRowThatRanLastIsInViewBehindARun) {
   EXPECT_TRUE(in_view(200));
 }
 
-TEST_F(ScriptViewTest, WhoGoesBehindTheListSeesThatRow) {
+TEST_F(ScriptViewTest, WhoGoesPastTheListSeesThatRow) {
   Fill({"eins"});
   QTest::keyClick(Grid(), Qt::Key_End, Qt::ControlModifier);
   EXPECT_EQ(CurrentRow(), 1024);
@@ -410,7 +410,7 @@ TEST_F(ScriptViewTest, AMissingReferenceIsAMessage) {
                         "“ kann nicht gelesen werden: Datei oder Ordner nicht gefunden"});
 }
 
-TEST_F(ScriptViewTest, TheLetterCaseOfTheReferencesFileDoesNotMatter) {
+TEST_F(ScriptViewTest, TheCaseOfTheReferencesFileDoesNotMatter) {
   base::WriteBytes(folder_.Path("TERMCMDHELP.RTF"), "{\\rtf1 $STOP\\par}");
   Press("TB_SPECIALCOMMANDS");
   EXPECT_TRUE(PaneText().contains("$STOP"));

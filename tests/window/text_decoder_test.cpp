@@ -21,7 +21,7 @@ TEST(TextDecoder, ReadsWindows1252) {
   EXPECT_EQ(Decode({"Gr\xF6\xDF\x65 \x80\r\n"}), (Pieces{"Größe €\r\n", ""}));
 }
 
-TEST(TextDecoder, ReadsUtf8BehindItsMark) {
+TEST(TextDecoder, ReadsUtf8AfterItsMark) {
   EXPECT_EQ(Decode({"\xEF\xBB\xBFGröße"}), (Pieces{"Größe", ""}));
   EXPECT_EQ(Decode({"\xEF\xBB\xBF"}), (Pieces{"", ""}));
 }

@@ -25,7 +25,7 @@ TEST(WindowLayout, FollowsTheFiveSteps) {
   EXPECT_EQ(layout.split_height, 564);   // 700 - 10 - 80 - 22 - 22 - 1.67
   EXPECT_EQ(layout.command_width, 844);  // 951 - 100 - 6.67
   EXPECT_EQ(layout.send_left, 853);      // 6 + 844 + 3.33
-  EXPECT_EQ(layout.toolbar3_left, 960);  // behind the splitter
+  EXPECT_EQ(layout.toolbar3_left, 960);  // after the splitter
 }
 
 TEST(WindowLayout, LeavesASmallerWindowAsItIs) {

@@ -123,7 +123,7 @@ TEST_F(WindowMemoryTest, ASizeThatDoesNotFitTheScreenIsCorrected) {
   EXPECT_TRUE(screen.contains(window_->geometry())) << window_->width() << " x " << window_->height();
 }
 
-TEST_F(WindowMemoryTest, WhatCannotBeUnderstoodIsPassedOver) {
+TEST_F(WindowMemoryTest, WhatCannotBeUnderstoodIsSkipped) {
   Start();
   const QRect usual = window_->geometry();
   const QList<int> widths = Splitter()->sizes();

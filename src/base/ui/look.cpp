@@ -37,7 +37,7 @@ void AddColorButton(QFontDialog& dialog, QColor& color) {
   });
 }
 
-// The dialog lists installed families alone, and takes any for one that is not among them.
+// The dialog lists installed families only, and takes any for one that is not among them.
 QFont InstalledFont(QFont font) {
   font.setFamily(QFontInfo(font).family());
   return font;

@@ -17,7 +17,7 @@ class SerialPage final : public QWidget {
 
   void Show(const SerialFields& fields);
   SerialFields Fields() const;
-  /// The bus address matters for some kinds alone.
+  /// The bus address matters for some kinds only.
   void EnableAddress(bool enabled);
 
  private:

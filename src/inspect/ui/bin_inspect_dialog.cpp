@@ -96,7 +96,7 @@ void BinInspectDialog::Initialize(std::string_view marked) {
   DumpView view = area_->dump()->View();
   view.MoveTo(kFirstByte);
   area_->dump()->Show(view);
-  // A template runs at the user's wish alone.
+  // A template runs only at the user's wish.
   if (context_.state.format_code < format::kTemplate) Inspect();
 }
 

@@ -8,7 +8,7 @@
 
 namespace kolvane::inspect {
 
-/// The text box `txtBinData`: shows a dump, tells of each click and of each key that is let go, and obeys no
+/// The text box `txtBinData`: shows a dump, reports each click and each key that is let go, and obeys no
 /// keys but Right and Left; those that leave the box or the dialog go on to them.
 class DumpTextBox final : public QPlainTextEdit {
   Q_OBJECT

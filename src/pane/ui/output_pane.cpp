@@ -48,7 +48,7 @@ OutputPane::OutputPane(QWidget* parent, std::unique_ptr<PaneAnnouncer> announcer
   setFocusPolicy(Qt::StrongFocus);
   setAttribute(Qt::WA_InputMethodEnabled);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  // Always there: a bar that comes and goes would wrap every line anew.
+  // Always there: a bar that comes and goes would wrap every line again.
   setVerticalScrollBar(bar_);
   setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
   viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
@@ -141,7 +141,7 @@ std::size_t OutputPane::TopRow() const { return static_cast<std::size_t>(vertica
 
 int OutputPane::VisibleRows() const { return std::max(1, viewport()->height() / metrics_.row_height()); }
 
-// The text at the top stays there when rows are made anew.
+// The text at the top stays there when rows are made again.
 void OutputPane::Relayout() {
   const std::size_t row = std::min(TopRow(), Rows().Total() - 1);
   const std::size_t top = rows_.RowAt(row).begin;
@@ -198,7 +198,7 @@ std::size_t OutputPane::OffsetAt(QPoint place) const {
   return PlaceInRow(rows_.RowAt(static_cast<std::size_t>(row)), place.x() - kMargin);
 }
 
-// The end of a row that does not end its line is the begin of the next one, so the last place is before it.
+// The end of a row that does not end its line is the start of the next one, so the last place is before it.
 std::size_t OutputPane::PlaceInRow(const PaneRow& row, qreal x) const {
   const std::size_t offset = row.begin + metrics_.ByteAt(TextOf(row), x);
   return offset == row.end && !row.ends_line ? PreviousCharacter(text_.store(), offset) : offset;
@@ -328,7 +328,7 @@ void OutputPane::focusInEvent(QFocusEvent* event) {
 
 void OutputPane::focusOutEvent(QFocusEvent* event) {
   QAbstractScrollArea::focusOutEvent(event);
-  // The button may be let go where nobody tells this widget.
+  // The button may be let go without this widget being told.
   EndMarking();
   update();
   viewport()->update();

@@ -64,7 +64,7 @@ class OutputPane : public QAbstractScrollArea, public Pane {
   const QString& placeholderText() const { return placeholder_; }
   void setPlaceholderText(const QString& text);
 
-  /// Colours of text without one of its own, and of the ground.
+  /// Colours of text without one of its own, and of the background.
   QColor textColor() const { return palette().color(QPalette::Text); }
   void setTextColor(const QColor& color);
   QColor backgroundColor() const { return palette().color(QPalette::Base); }

@@ -37,7 +37,7 @@ std::uint8_t IsOdd(std::uint8_t byte) {
                                    static_cast<unsigned>(byte > 0xC3));
 }
 
-bool MayBreakBehind(char c) { return c == ' ' || c == '\t' || c == ',' || c == ';' || c == '>'; }
+bool MayBreakAfter(char c) { return c == ' ' || c == '\t' || c == ',' || c == ';' || c == '>'; }
 
 }  // namespace
 
@@ -113,20 +113,20 @@ std::size_t OutputPaneMetrics::NextRow(std::string_view line, std::size_t row, q
       if (line[at] == ' ') return end;
       return candidate > row ? candidate : at;
     }
-    if (MayBreakBehind(line[end - 1])) candidate = end;
+    if (MayBreakAfter(line[end - 1])) candidate = end;
     at = end;
   }
   return line.size();
 }
 
-// The same by counting: a million lines wrap anew while the window is being resized.
+// The same by counting: a million lines wrap again while the window is being resized.
 std::size_t OutputPaneMetrics::NextFixedRow(std::string_view line, std::size_t row,
                                             std::size_t columns) const {
   const std::size_t full = row + std::max<std::size_t>(columns, 1);
   if (full >= line.size()) return line.size();
   if (line[full] == ' ') return full + 1;
   for (std::size_t at = full; at > row; --at) {
-    if (MayBreakBehind(line[at - 1])) return at;
+    if (MayBreakAfter(line[at - 1])) return at;
   }
   return full;
 }

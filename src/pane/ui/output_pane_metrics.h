@@ -34,9 +34,9 @@ class OutputPaneMetrics {
   /// The byte whose begin is nearest to `x`.
   std::size_t ByteAt(std::string_view row, qreal x) const;
 
-  /// Where the row behind the one that begins at `row` of `line` begins; the line's size if none does. A row
-  /// takes what fits into `width`; it ends behind a blank, comma, semicolon or ">" where it holds one, and a
-  /// blank at the edge hangs over. `printable`: the line is known to be IsPrintable.
+  /// Where the row after the one that begins at `row` of `line` begins; the line's size if none does. A row
+  /// takes what fits into `width`; it ends after a space, comma, semicolon or ">" where it holds one, and a
+  /// space at the edge hangs over. `printable`: the line is known to be IsPrintable.
   std::size_t NextRow(std::string_view line, std::size_t row, qreal width, bool printable) const;
   /// A line of so many bytes, all of them ordinary, fits into `width` whatever they are.
   std::size_t SurelyFitting(qreal width) const;

@@ -30,7 +30,7 @@ void OutputPanePainter::PaintRow(const PaneRow& row, QPointF left_top) {
   }
 }
 
-// A selected line break shows as half a blank.
+// A selected line break shows as half a space.
 void OutputPanePainter::PaintGround(const PaneRow& row, std::string_view text, QPointF left_top) {
   const std::size_t begin = std::max(selection_.begin, row.begin);
   const std::size_t end = std::min(selection_.end, row.end);
@@ -57,14 +57,14 @@ void OutputPanePainter::PaintHits(const PaneRow& row, std::size_t chunk, std::st
   }
 }
 
-// Where colour or selection change next behind `at`.
+// Where colour or selection change next after `at`.
 std::size_t OutputPanePainter::EndOfLook(const PaneChunk& chunk, std::size_t chunk_start,
                                          std::size_t at) const {
   std::size_t end = chunk_start + chunk.extent().bytes;
   for (const std::size_t edge : {selection_.begin, selection_.end}) {
     if (edge > at) end = std::min(end, edge);
   }
-  const auto run = chunk.colors().FirstBehind(at - chunk_start);
+  const auto run = chunk.colors().FirstAfter(at - chunk_start);
   if (run == chunk.colors().runs().end()) return end;
   const std::size_t begins = chunk_start + run->begin;
   return std::min(end, begins > at ? begins : chunk_start + run->end);

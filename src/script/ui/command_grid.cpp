@@ -69,7 +69,7 @@ void CommandGrid::SetUpHeaders() {
 
 void CommandGrid::Connect() {
   connect(model_, &CommandListModel::CurrentRowMoved, this, &CommandGrid::ShowCurrentRow);
-  connect(model_, &CommandListModel::FileShownAnew, this, &CommandGrid::FileShownAnew);
+  connect(model_, &CommandListModel::FileShownAgain, this, &CommandGrid::FileShownAgain);
   connect(model_, &CommandListModel::dataChanged, this, &CommandGrid::DescribeState);
   // In the middle of an edit no message can be shown.
   connect(
@@ -126,7 +126,7 @@ void CommandGrid::MoveCursor(int row) {
   setCurrentIndex(cursor);
 }
 
-// So that a screen reader, too, tells how far a run is and where it failed.
+// So that a screen reader, too, reports how far a run is and where it failed.
 void CommandGrid::DescribeState() {
   const QString state = currentIndex().data(Qt::AccessibleDescriptionRole).toString();
   const QString row = QString::fromStdString(texts::RowName(currentIndex().row() + 1));
@@ -323,7 +323,7 @@ void CommandGrid::dropEvent(QDropEvent* event) {
   if (event->isAccepted()) Q_EMIT FileDropped(DraggedFile(*event->mimeData()));
 }
 
-// The frame tells where the keyboard is.
+// The frame shows where the keyboard is.
 bool CommandGrid::event(QEvent* event) {
   const bool done = QTableView::event(event);
   const QWidget* focus = QApplication::focusWidget();

@@ -49,14 +49,14 @@ class CommandGrid final : public QTableView {
   void cut();
   /// Lines of the clipboard over the rows from the current one on.
   void paste();
-  /// Empties the marked rows; rows that are empty already are taken out, and the rows behind move up.
+  /// Empties the marked rows; rows that are empty already are taken out, and the rows after them move up.
   void deleteSelection();
   void undo();
   void redo();
   /// An empty row at the current one, unless the last row of the list would be lost.
   void insertRow();
   void removeRows();
-  /// The clipboard's lines as rows in front of the current one.
+  /// The clipboard's lines as rows before the current one.
   void insertPaste();
   // On the marked rows, which stay marked; nothing while a run is on.
   void duplicateRows();
@@ -70,7 +70,7 @@ class CommandGrid final : public QTableView {
   /// The user has turned to the grid, with the mouse or by Tab.
   void Touched();
   void popupRequested(const QPoint& global);
-  void FileShownAnew();
+  void FileShownAgain();
   /// Rows that were to be pasted or inserted found no room; `message` tells the user.
   void ListFull(const std::string& message);
   /// A command file was dropped on the grid.

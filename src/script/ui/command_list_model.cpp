@@ -48,7 +48,7 @@ QVariant CommandListModel::LookOf(int row, int role) const {
       return highlight != nullptr ? QVariant(base::ToQColor(highlight->back)) : QVariant();
     case Qt::FontRole: {
       if (highlight == nullptr) return {};
-      QFont font;  // the weight alone is set: the view's family and size hold
+      QFont font;  // only the weight is set: the view's family and size hold
       font.setBold(highlight->bold);
       return font;
     }

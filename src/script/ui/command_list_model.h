@@ -53,7 +53,7 @@ class CommandListModel final : public QAbstractTableModel, private CommandListOb
 
  Q_SIGNALS:
   void CurrentRowMoved(int row);
-  void FileShownAnew();
+  void FileShownAgain();
   /// Lines that were pasted into a cell found no row.
   void LinesLeftOut(int count);
 
@@ -63,7 +63,7 @@ class CommandListModel final : public QAbstractTableModel, private CommandListOb
  private:
   void RowsChanged(int first, int last) override;
   void CurrentRowChanged(int row) override;
-  void FileChanged() override { Q_EMIT FileShownAnew(); }
+  void FileChanged() override { Q_EMIT FileShownAgain(); }
 
   void Note();
   QVariant LookOf(int row, int role) const;

@@ -54,10 +54,10 @@ void Underline(QPainter* painter, const QRect& rect, const QColor& color) {
   }
 }
 
-// Readable on any ground that the user chooses.
+// Readable on any background that the user chooses.
 QColor Between(const QColor& ground, const QColor& text) {
-  constexpr int kGroundShare = 3;
-  const auto mix = [](int a, int b) { return (kGroundShare * a + b) / (kGroundShare + 1); };
+  constexpr int kBackgroundShare = 3;
+  const auto mix = [](int a, int b) { return (kBackgroundShare * a + b) / (kBackgroundShare + 1); };
   return {mix(ground.red(), text.red()), mix(ground.green(), text.green()), mix(ground.blue(), text.blue())};
 }
 
@@ -77,7 +77,7 @@ constexpr int kIndentSpaces = 2;
 constexpr int kError = 2;  // of CommandListModel::kFindingRole
 constexpr QColor kHintColor(200, 120, 0);
 
-/// The spaces that a row is shown behind, and that are not part of it.
+/// The spaces that a row is shown after, and that are not part of it.
 QString Indentation(const QModelIndex& index) {
   return QString(kIndentSpaces * index.data(CommandListModel::kIndentRole).toInt(), QLatin1Char(' '));
 }
@@ -166,7 +166,7 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   if (hits_) PaintHits(painter, shown, index);
   const bool highlighted = index.data(Qt::BackgroundRole).isValid();
   const QColor own = shown.palette.color(QPalette::Text);
-  for (const Span& span : OutsideSpans(shown.text))
+  for (const Span& span : base::OutsideSpans(shown.text))
     Underline(painter, SpanRect(shown, span), highlighted ? own : QColor(Qt::red));
   const int finding = index.data(CommandListModel::kFindingRole).toInt();
   const qsizetype indent = Indentation(index).size();

@@ -114,7 +114,7 @@ class CheckReplay {
 
   bool IsEndIf() const { return base::EqualsNoCase(base::TrimBlanks(bench_.core.list.Text(row_)), "$ENDIF"); }
 
-  // The row `row_` has been executed or passed over.
+  // The row `row_` has been executed or skipped.
   void RowDone() {
     ++rows_played_;
     const Said& said = said_.at(static_cast<std::size_t>(row_));

@@ -136,7 +136,7 @@ TEST(Checker, FindsConditionsWithoutTheirOtherEnd) {
             "Hinweis 2: Mit „now“ dahinter schließt $ENDIF keine Bedingung => $ENDIF");
 }
 
-// The conditions that a miscount makes wrong are not told of one by one.
+// The conditions that a miscount makes wrong are not reported one by one.
 TEST(Checker, TellsOfAMiscountOnce) {
   EXPECT_EQ(Check("$ENDIF|$IFERR|X?|$ENDIF|$IFERR|X?|$ENDIF"),
             "Hinweis 1: Zu diesem $ENDIF fehlt die Bedingung, die folgenden wirken dann nicht mehr");
