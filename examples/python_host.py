@@ -1,4 +1,4 @@
-"""Opens the terminal on a scale that exists in this file alone; try *IDN?, MSV? and TAR."""
+"""Opens the terminal on a scale that exists in this file only; try *IDN?, MSV? and TAR."""
 
 import kolvane
 

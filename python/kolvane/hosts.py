@@ -52,7 +52,7 @@ class IndexedHost(Protocol):
 
     @property
     def IO(self) -> IndexedIO:
-        """Asked for anew at each operation."""
+        """Asked for again at each operation."""
 
 
 class SingleHost(Protocol):
