@@ -27,7 +27,8 @@ constexpr std::uint64_t kLargest = std::numeric_limits<std::int64_t>::max();
 
 void TakeOffset(Options& options, std::string_view value) {
   const bool hex = value.starts_with("0x") || value.starts_with("0X");
-  const auto offset = base::NumberValue<std::uint64_t>(hex ? value.substr(2) : value, 0, kLargest, hex ? 16 : 10);
+  const auto offset =
+      base::NumberValue<std::uint64_t>(hex ? value.substr(2) : value, 0, kLargest, hex ? 16 : 10);
   if (!offset)
     return Refuse(options,
                   "--offset takes a number of bytes (0x for hexadecimal), not '" + std::string(value) + "'");

@@ -50,7 +50,7 @@ void Runner::PlayFrom(int first) {
   links_.state.run.StopRequested = false;
   links_.state.run.BreakRequested = false;
   first_ = first;
-  const AtEnd reset([this] {
+  const ScopeExit reset([this] {
     first_ = 1;
     stop_before_ = 0;
   });

@@ -146,20 +146,6 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     return PaintMarks(painter, option.rect, index.data(CommandListModel::kMarkRole).toInt());
   QStyleOptionViewItem shown = option;
   initStyleOption(&shown, index);
-  const std::vector<Span> spans = base::OutsideSpans(shown.text);
-  if (spans.empty()) return;
-  const QStyle* style = shown.widget != nullptr ? shown.widget->style() : QApplication::style();
-  const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, &shown, shown.widget) + 1;
-  const QRect text = style->subElementRect(QStyle::SE_ItemViewItemText, &shown, shown.widget);
-  const bool highlighted = index.data(Qt::BackgroundRole).isValid();
-  painter->save();
-  painter->setClipRect(text);
-  for (const Span& span : spans) {
-    const int left = text.left() + margin + shown.fontMetrics.horizontalAdvance(shown.text.left(span.start));
-    const int width = shown.fontMetrics.horizontalAdvance(shown.text.mid(span.start, span.length));
-    Underline(painter, {left, text.top(), width, text.height()},
-              highlighted ? shown.palette.color(QPalette::Text) : QColor(Qt::red));
-  }
   if (shown.text.isEmpty()) return;
   painter->save();
   painter->setClipRect(TextRect(shown));
