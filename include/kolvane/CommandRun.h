@@ -46,6 +46,14 @@ struct CommandRunOptions {
   AnswerFormat Format = AnswerFormat::kText;
   /// With kCsv: a row for each numeric answer alone, with so many columns for its fields.
   std::optional<std::int32_t> Fields;
+  bool Flush = false;        ///< what has come is discarded before each command, silently
+  bool QueriesOnly = false;  ///< a command without "?" outside quotes is not followed by a read
+  bool Blocks = false;       ///< an answer that begins with "#" and a digit is read as a block
+  bool DeviceWords = true;   ///< DCL, RES and STP end an exchange
+  bool Reconnect = false;    ///< after a lost connection the next command connects first
+  bool Utf8 = false;         ///< the device's bytes are UTF-8
+  bool ErrorLines = true;    ///< a failed answer has a line on standard output
+  bool TimeStamps = false;  ///< lines on standard output and in the log begin with "2026-11-21 15:01:04.123 "
   /// Asked after each row or command; true ends the run.
   std::function<bool()> StopRequested;
   /// Takes each line, without its line end, in the place of standard output and standard error; a response
@@ -57,7 +65,7 @@ struct CommandRunOptions {
 /// How a run ended; where several apply, the one that stands first here.
 enum class CommandRunStatus : int {
   kUsage = 2,         ///< `Connect` is no RESOURCE, the list or the settings cannot be read; nothing was done
-  kNotConnected = 3,  ///< no connection came about at the start; nothing was sent
+  kNotConnected = 3,  ///< no connection came about at the start and nothing was sent, or none after a loss
   kStopped = 1,       ///< an error in the list, a stop that was asked for, or unusable standard output
   kAnswerFailed = 4,  ///< at least one command or answer failed
   kDone = 0

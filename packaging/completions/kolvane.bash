@@ -57,7 +57,8 @@ _kolvane_trim() {
 _kolvane() {
   local window='--mode --demo --folder --help --version run send check ports dump decode help'
   local run='--connect --baud --parity --data-bits --stop-bits --timeout --send-terminator --receive-terminator
-    --receive-mode --count --binary --show-commands --show-times --format --fields --log --verbose --folder'
+    --receive-mode --count --binary --show-commands --show-times --format --fields --log --verbose --folder
+    --answers --flush --blocks --no-device-words --reconnect --utf8 --no-errors --timestamps'
   local line=${COMP_LINE:0:COMP_POINT} words cur program command='' i
   read -ra words <<<"$line"
   [[ $line == *[[:space:]] ]] && words+=('')

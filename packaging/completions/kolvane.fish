@@ -42,6 +42,14 @@ complete -c kolvane -n $run -l format -x -a 'text csv json' -d 'Lines or records
 complete -c kolvane -n $run -l fields -x -d 'Numeric answers alone, with so many columns'
 complete -c kolvane -n $run -l log -r -F -d 'Append each line to a file'
 complete -c kolvane -n $run -l verbose -d 'Tell about connecting'
+complete -c kolvane -n $run -x -l answers -a 'always queries' -d 'After which commands to read'
+complete -c kolvane -n $run -l flush -d 'Discard what has come before each command'
+complete -c kolvane -n $run -l blocks -d 'Read blocks as one answer'
+complete -c kolvane -n $run -l no-device-words -d 'DCL, RES and STP end no exchange'
+complete -c kolvane -n $run -l reconnect -d 'Connect anew after a loss'
+complete -c kolvane -n $run -l utf8 -d 'The instrument speaks UTF-8'
+complete -c kolvane -n $run -l no-errors -d 'Failed answers on standard error only'
+complete -c kolvane -n $run -l timestamps -d 'Begin each line with its time'
 
 complete -c kolvane -n '__fish_seen_subcommand_from dump decode' -F
 set -l decode '__fish_seen_subcommand_from decode'

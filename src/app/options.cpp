@@ -184,6 +184,14 @@ run executes a command list without a window, send sends each COMMAND and prints
   --fields N                 with csv: numeric answers alone, a column for each of N fields
   --log FILE                 append each line to FILE
   --verbose                  tell about connecting on standard error
+  --answers always|queries   queries: a command without "?" is not followed by a read
+  --flush                    discard what has come before each command
+  --blocks                   read answers that begin with # and a digit as blocks
+  --no-device-words          DCL, RES and STP end no exchange
+  --reconnect                after a lost connection the next command connects first
+  --utf8                     the instrument speaks UTF-8
+  --no-errors                failed answers on standard error alone
+  --timestamps               begin each line with its time
 
 check reports what is wrong in command lists without running them, one line each: FILE:ROW: Fehler: TEXT where a run
 is refused when it gets there, FILE:ROW: Hinweis: TEXT for what is odd. Exit status: 0 no Fehler, 1 at least one,

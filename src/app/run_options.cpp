@@ -57,6 +57,8 @@ std::optional<AnswerEnd> ReceiveModeValue(std::string_view text) { return Find(k
 
 namespace {
 
+constexpr Word<bool> kQueriesOnly[] = {{"always", false}, {"queries", true}};
+
 constexpr std::int32_t kLargest = std::numeric_limits<std::int32_t>::max();
 
 template <typename Value>
@@ -110,6 +112,19 @@ constexpr base::OptionRow<Options> kRunOptions[] = {
     {"show-commands", nullptr, [](Options& o, Value) { return o.run.ShowCommands = true; }},
     {"show-times", nullptr, [](Options& o, Value) { return o.run.ShowTimes = true; }},
     {"verbose", nullptr, [](Options& o, Value) { return o.run.Verbose = true; }},
+    {"answers", "always or queries",
+     [](Options& o, Value v) {
+       const auto queries_only = Find(kQueriesOnly, v);
+       o.run.QueriesOnly = queries_only.value_or(false);
+       return queries_only.has_value();
+     }},
+    {"flush", nullptr, [](Options& o, Value) { return o.run.Flush = true; }},
+    {"blocks", nullptr, [](Options& o, Value) { return o.run.Blocks = true; }},
+    {"no-device-words", nullptr, [](Options& o, Value) { return !(o.run.DeviceWords = false); }},
+    {"reconnect", nullptr, [](Options& o, Value) { return o.run.Reconnect = true; }},
+    {"utf8", nullptr, [](Options& o, Value) { return o.run.Utf8 = true; }},
+    {"no-errors", nullptr, [](Options& o, Value) { return !(o.run.ErrorLines = false); }},
+    {"timestamps", nullptr, [](Options& o, Value) { return o.run.TimeStamps = true; }},
 };
 
 constexpr int kHelp = 1000;

@@ -95,4 +95,12 @@ void TimeText::Append(std::int64_t time_ms, char decimal_sign, std::string& out)
   out += ThreeDigits(MsOf(time_ms));
 }
 
+std::string TimeStamp() {
+  using std::chrono::milliseconds;
+  const auto now = std::chrono::system_clock::now().time_since_epoch();
+  std::string text;
+  TimeText().Append(std::chrono::duration_cast<milliseconds>(now).count(), '.', text);
+  return text;
+}
+
 }  // namespace kolvane::base

@@ -170,4 +170,16 @@ std::string EightBitText(std::string_view utf8) {
   return text;
 }
 
+std::string FromUtf8OrWindows1252(std::string_view bytes) {
+  if (IsUtf8(bytes)) return std::string(bytes);
+  std::string text;
+  for (std::size_t at = 0; at < bytes.size();) {
+    const CodePoint point = DecodeUtf8(bytes, at);
+    const std::string_view piece = bytes.substr(at, point.length);
+    text += point.value == kMalformed ? FromWindows1252(piece) : std::string(piece);
+    at += point.length;
+  }
+  return text;
+}
+
 }  // namespace kolvane::base

@@ -14,6 +14,9 @@ std::string FromWindows1252(std::string_view bytes);
 /// becomes '?'.
 std::string ToWindows1252(std::string_view text);
 
+/// What a device sends that speaks UTF-8: each byte that is part of no character counts as Windows-1252.
+std::string FromUtf8OrWindows1252(std::string_view bytes);
+
 /// Where the first character of UTF-8 text stands for which ToWindows1252 would write a '?' of its own, in
 /// bytes; nothing where there is none.
 std::optional<std::size_t> FirstOutsideWindows1252(std::string_view text);

@@ -11,6 +11,8 @@ class Prompt {
   virtual ~Prompt() = default;
   /// Shows `text` with the critical icon and returns when the user has taken note of it.
   virtual void ShowError(std::string_view text) = 0;
+  /// The same, and what else is known of the failure; `words` may be empty.
+  virtual void ShowFailure(std::string_view text, std::string_view /*words*/) { ShowError(text); }
   /// Shows `text` without an icon.
   virtual void ShowMessage(std::string_view text) = 0;
 };

@@ -15,6 +15,7 @@ namespace kolvane::device {
 struct DeviceError {
   std::int16_t code = 0;
   std::string description;
+  std::string words = {};  ///< what a failure's code means, German; empty where nobody knows
 };
 
 /// The nine operations on the instrument. None throws; a failure is fetched with LastError. Texts are UTF-8.
@@ -47,6 +48,14 @@ class Device {
   virtual std::optional<std::int32_t> FlushInput() = 0;
 
   virtual void ActivateInterpreter() = 0;
+
+  /// Bytes that have come and have not been read, as far as is known.
+  virtual std::int32_t BytesWaiting() { return 0; }
+  /// Becomes readable when something comes or the connection ends, good until it is closed; negative: there
+  /// is none.
+  virtual int WaitDescriptor() { return -1; }
+  /// Returns after that many milliseconds; a failure where waiting was given up.
+  virtual void Pause(std::int32_t /*milliseconds*/) {}
 };
 
 }  // namespace kolvane::device

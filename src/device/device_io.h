@@ -42,6 +42,9 @@ class DeviceIo final : public Device {
   /// In every mode nothing while not connected.
   std::optional<std::int32_t> FlushInput() override;
   void ActivateInterpreter() override { Path().ActivateInterpreter(); }
+  std::int32_t BytesWaiting() override { return state_.connected ? Path().BytesWaiting() : 0; }
+  int WaitDescriptor() override { return state_.connected ? Path().WaitDescriptor() : -1; }
+  void Pause(std::int32_t milliseconds) override { Path().Pause(milliseconds); }
 
  private:
   Device& Path();

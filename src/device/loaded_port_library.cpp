@@ -37,6 +37,9 @@ struct Functions {
   // Optional.
   decltype(&QDX_SetNode) set_node;
   decltype(&QDX_SetWaitHandler) set_wait_handler;
+  decltype(&QDX_BytesWaiting) bytes_waiting;
+  decltype(&QDX_WaitDescriptor) wait_descriptor;
+  decltype(&QDX_StatusText) status_text;
 };
 
 // Looks functions up and keeps the name of the first that is missing.
@@ -81,6 +84,9 @@ std::string Resolve(void* handle, Functions& functions) {
   resolver.Find("USB_ScanUsbDevice", functions.scan_usb_devices);
   resolver.FindOptional("QDX_SetNode", functions.set_node);
   resolver.FindOptional("QDX_SetWaitHandler", functions.set_wait_handler);
+  resolver.FindOptional("QDX_BytesWaiting", functions.bytes_waiting);
+  resolver.FindOptional("QDX_WaitDescriptor", functions.wait_descriptor);
+  resolver.FindOptional("QDX_StatusText", functions.status_text);
   return resolver.missing();
 }
 
@@ -122,6 +128,16 @@ class LoadedPortLibrary final : public PortLibrary {
   bool SetWaitHandler(const WaitHandler& handler) override {
     return call_.set_wait_handler != nullptr &&
            call_.set_wait_handler(handler.function, handler.context) >= 0;
+  }
+  std::int32_t BytesWaiting() override { return call_.bytes_waiting == nullptr ? 0 : call_.bytes_waiting(); }
+  std::int32_t WaitDescriptor() override {
+    return call_.wait_descriptor == nullptr ? -1 : call_.wait_descriptor();
+  }
+  std::string StatusText(std::int32_t status) override {
+    char text[256] = "";
+    if (call_.status_text == nullptr || call_.status_text(status, text, sizeof text) <= 0) return {};
+    text[sizeof text - 1] = '\0';
+    return text;
   }
   bool TakesNode() const override { return call_.set_node != nullptr; }
   std::int32_t SetNode(std::int16_t port, const std::string& node) override {

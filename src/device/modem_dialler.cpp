@@ -1,6 +1,7 @@
 #include "device/modem_dialler.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <string_view>
 #include <utility>
@@ -38,6 +39,11 @@ std::vector<std::string> ModemCommands(const std::string& script) {
     at = end + 2;
   }
   return commands;
+}
+
+bool IsRefusal(std::string_view word) {
+  return std::ranges::any_of(std::array{"NO CARRIER", "BUSY", "NO ANSWER", "NO DIALTONE", "ERROR"},
+                             [word](const char* refusal) { return base::ContainsNoCase(word, refusal); });
 }
 
 void ModemDialler::Tell(const std::string& command, double seconds_left) {

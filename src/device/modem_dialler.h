@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "base/clock.h"
@@ -12,6 +13,9 @@ namespace kolvane::device {
 
 /// The commands of a dial script, whose lines are separated by CR LF; empty lines are no commands.
 std::vector<std::string> ModemCommands(const std::string& script);
+
+/// Whether a modem's word says that no connection will come about.
+bool IsRefusal(std::string_view word);
 
 /// Talks an open serial port's modem into a connection: each command goes out with CR after it and its reply
 /// is read; then replies are read until one contains "CONNECT" in any case, the last command's own
@@ -24,6 +28,9 @@ class ModemDialler {
   /// 0 once connected, -1 when the time is over, it was given up or the library cannot even wait.
   /// `commands` is not empty.
   [[nodiscard]] std::int32_t Dial(const std::vector<std::string>& commands, std::int32_t timeout_s);
+
+  /// The modem's last word; empty where none came.
+  const std::string& last_word() const { return last_word_; }
 
  private:
   void Tell(const std::string& command, double seconds_left);

@@ -28,6 +28,7 @@ bool WasClosedAgain(const DeviceState& state, const ConnectionParameters& parame
 
 std::int32_t OpenSequence::Run() {
   state_.test_mode = 0;
+  state_.modem_word.reset();
   if (parameters_.port_code == port_code::kOffline) {
     state_.test_mode = parameters_.port_code;
     return 0;
@@ -80,9 +81,7 @@ std::int32_t OpenSequence::OpenPort(PortLibrary& library) {
 std::int32_t OpenSequence::Finish(PortLibrary& library) {
   if (IsSerial(parameters_.port_code)) {
     const std::vector<std::string> commands = ModemCommands(parameters_.modem_script);
-    if (!commands.empty())
-      state_.open_step_status =
-          ModemDialler(library, clock_, waits_).Dial(commands, parameters_.dial_timeout_s);
+    if (!commands.empty()) Dial(library, commands);
   }
   if (WasClosedAgain(state_, parameters_)) {
     library.ClosePort();
@@ -90,6 +89,12 @@ std::int32_t OpenSequence::Finish(PortLibrary& library) {
   }
   library.ActivateInterpreter(kInterpreterValue);
   return 0;
+}
+
+void OpenSequence::Dial(PortLibrary& library, const std::vector<std::string>& commands) {
+  ModemDialler dialler(library, clock_, waits_);
+  state_.open_step_status = dialler.Dial(commands, parameters_.dial_timeout_s);
+  if (state_.open_step_status < 0) state_.modem_word = dialler.last_word();
 }
 
 void OpenSequence::SetTimeout(PortLibrary& library) {

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
+#include <vector>
 
 #include "base/clock.h"
 #include "device/connection_parameters.h"
@@ -33,6 +35,7 @@ class OpenSequence {
   void Prepare(PortLibrary& library);
   std::int32_t OpenPort(PortLibrary& library);
   std::int32_t Finish(PortLibrary& library);
+  void Dial(PortLibrary& library, const std::vector<std::string>& commands);
   void SetTimeout(PortLibrary& library);
 
   DeviceState& state_;

@@ -40,6 +40,10 @@ class PortLibrary {
 
   /// False where the library has no wait handler.
   virtual bool SetWaitHandler(const WaitHandler& /*handler*/) { return false; }
+  virtual std::int32_t BytesWaiting() { return 0; }
+  virtual std::int32_t WaitDescriptor() { return -1; }
+  /// UTF-8; empty for a status that it does not know.
+  virtual std::string StatusText(std::int32_t /*status*/) { return {}; }
 
   /// Whether there is a SetNode.
   virtual bool TakesNode() const { return false; }

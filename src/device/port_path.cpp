@@ -17,11 +17,11 @@ constexpr std::int16_t kCloseValue = 1;
 std::size_t SizeOf(std::int32_t count) { return static_cast<std::size_t>(std::max(count, 0)); }
 
 // Keeps the capacity of `out` for what both encodings write alike.
-void AssignDecoded(std::string_view bytes, std::string& out) {
+void AssignDecoded(std::string_view bytes, bool utf8, std::string& out) {
   if (base::IsAscii(bytes)) {
     out.assign(bytes);
   } else {
-    out = base::FromWindows1252(bytes);
+    out = utf8 ? base::FromUtf8OrWindows1252(bytes) : base::FromWindows1252(bytes);
   }
 }
 
@@ -57,6 +57,7 @@ bool PortPath::Run(Call call) {
 
 void PortPath::Open() {
   test_answer_.Restart();
+  state_.put_back.clear();
   state_.last_result = OpenSequence(state_, parameters_, source_, clock_, waits_).Run();
 }
 
@@ -68,7 +69,7 @@ void PortPath::Close() {
 void PortPath::Write(std::string_view command, std::string_view terminator, std::int16_t) {
   if (Offline()) return BeginTestAnswer();
   message_.assign(command).append(terminator);
-  if (!base::IsAscii(message_)) message_ = base::ToWindows1252(message_);
+  if (!state_.utf8 && !base::IsAscii(message_)) message_ = base::ToWindows1252(message_);
   Run([this](PortLibrary& library) { return library.WritePort(message_); });
 }
 
@@ -85,7 +86,7 @@ void PortPath::ReadText(std::string_view terminator, std::int32_t count, std::st
     return;
   }
   const std::string_view received = ReceiveText(count, code);
-  AssignDecoded(received, answer);
+  AssignDecoded(received, state_.utf8, answer);
   std::memset(text_buffer_.data(), ' ', received.size());
 }
 
@@ -137,7 +138,13 @@ DeviceError PortPath::LastError() {
   if (state_.last_result == device_status::kNoNodeFunction && LacksNodeFunction())
     return {code, "Die Portbibliothek kann die Gerätedatei „" + parameters_.node +
                       "“ nicht öffnen: Funktion QDX_SetNode fehlt."};
-  return {code, std::to_string(code)};
+  return {code, std::to_string(code), Words()};
+}
+
+std::string PortPath::Words() const {
+  if (state_.last_result >= 0 || Offline()) return {};
+  PortLibrary* library = source_.Library();
+  return library == nullptr ? std::string() : library->StatusText(state_.last_result);
 }
 
 void PortPath::ClearLastError() {
@@ -146,12 +153,29 @@ void PortPath::ClearLastError() {
 
 std::optional<std::int32_t> PortPath::FlushInput() {
   if (Offline()) return std::nullopt;
-  Run([](PortLibrary& library) { return library.FlushInQueue(); });
+  const auto put_back = static_cast<std::int32_t>(state_.put_back.size());
+  state_.put_back.clear();
+  if (Run([](PortLibrary& library) { return library.FlushInQueue(); })) return state_.last_result + put_back;
   return state_.last_result;
 }
 
 void PortPath::ActivateInterpreter() {
   Run([](PortLibrary& library) { return library.ActivateInterpreter(kInterpreterValue); });
+}
+
+std::int32_t PortPath::BytesWaiting() {
+  PortLibrary* library = Offline() ? nullptr : source_.Library();
+  if (library == nullptr) return 0;
+  return library->BytesWaiting() + static_cast<std::int32_t>(state_.put_back.size());
+}
+
+int PortPath::WaitDescriptor() {
+  PortLibrary* library = Offline() ? nullptr : source_.Library();
+  return library == nullptr ? -1 : library->WaitDescriptor();
+}
+
+void PortPath::Pause(std::int32_t milliseconds) {
+  Run([this, milliseconds](PortLibrary& /*library*/) { return waits_.Delay(milliseconds); });
 }
 
 }  // namespace kolvane::device

@@ -29,16 +29,20 @@ class PortPath final : public Device {
   void ReadText(std::string_view terminator, std::int32_t count, std::string& answer, Bytes& buffer) override;
   std::size_t ReadBinary(std::string_view terminator, std::int32_t count, Bytes& buffer) override;
   void SetTimeout(std::int32_t milliseconds) override;
-  /// The last result cut to 16 bits, and that number as text.
+  /// The last result cut to 16 bits, that number as text, and the library's words for a failure.
   DeviceError LastError() override;
   /// The last result stays as it is, but for the end of a test answer.
   void ClearLastError() override;
   std::optional<std::int32_t> FlushInput() override;
   void ActivateInterpreter() override;
+  std::int32_t BytesWaiting() override;
+  int WaitDescriptor() override;
+  void Pause(std::int32_t milliseconds) override;
 
  private:
   bool Offline() const;
   bool LacksNodeFunction() const;
+  std::string Words() const;
   void BeginTestAnswer();
   template <typename Call>
   bool Run(Call call);

@@ -1,6 +1,9 @@
 #include "device/port_table.h"
 
 #include <algorithm>
+#include <charconv>
+#include <string_view>
+#include <system_error>
 
 #include "device/connection_parameters.h"
 #include "devlnk/node_names.h"
@@ -24,23 +27,45 @@ ParameterPage PageOfCode(std::int16_t code) {
   return kind == nullptr ? ParameterPage::kRs232 : kind->page;
 }
 
-std::string PortNode(std::int16_t code) {
+namespace {
+
+// Empty for the kinds that need no node.
+std::string_view NodeName(std::int16_t code) {
   switch (code) {
     case port_code::kCom1:
     case port_code::kCom1Rs485:
-      return devlnk::NodeFor("COM1");
+      return "COM1";
     case port_code::kCom2:
     case port_code::kCom2Rs485:
-      return devlnk::NodeFor("COM2");
+      return "COM2";
     case port_code::kLpt1:
-      return devlnk::NodeFor("LPT1");
+      return "LPT1";
     case port_code::kLpt2:
-      return devlnk::NodeFor("LPT2");
+      return "LPT2";
     case port_code::kGpib:
-      return devlnk::NodeFor("GPIB");
+      return "GPIB";
     default:
       return {};
   }
+}
+
+}  // namespace
+
+std::string PortNode(std::int16_t code) { return devlnk::NodeFor(NodeName(code)); }
+
+std::string FindPortSetting(std::string_view text, std::string_view key) {
+  return std::string(devlnk::FindPort(text, key));
+}
+
+std::optional<std::int32_t> ConfiguredRate(std::int16_t code) {
+  const std::string_view name = NodeName(code);
+  if (!name.starts_with("COM")) return std::nullopt;
+  const std::string text = devlnk::ReadPortsFile();
+  const std::string_view rate = devlnk::FindPort(text, std::string(name) + "_BAUD");
+  std::int32_t value = 0;
+  const auto result = std::from_chars(rate.data(), rate.data() + rate.size(), value);
+  const bool whole = result.ec == std::errc() && result.ptr == rate.data() + rate.size();
+  return whole && value > 0 ? std::optional(value) : std::nullopt;
 }
 
 }  // namespace kolvane::device

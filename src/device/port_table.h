@@ -2,7 +2,9 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
 
 #include "device/connection_parameters.h"
 
@@ -53,5 +55,12 @@ ParameterPage PageOfCode(std::int16_t code);
 /// What this computer has behind a port code, for the user to read: the device node of COM and LPT, the board
 /// number of GPIB; empty for the other kinds.
 std::string PortNode(std::int16_t code);
+
+/// The value of `key` in the text of a ports.ini; empty where it has none.
+std::string FindPortSetting(std::string_view text, std::string_view key);
+
+/// The rate that ports.ini gives the line behind a port code, "COM1_BAUD=115200"; nothing where it gives
+/// none.
+std::optional<std::int32_t> ConfiguredRate(std::int16_t code);
 
 }  // namespace kolvane::device

@@ -42,6 +42,8 @@ void StoreAddress(ConnectionForm& form, ConnectionParameters& p) {
 
 void StoreSerial(const SerialFields& fields, ConnectionParameters& p) {
   p.baud = TypedInt32(Entry(kBaudChoices, fields.baud));
+  // A node of its own is none of the configured lines.
+  if (const auto rate = ConfiguredRate(p.port_code); rate && p.node.empty()) p.baud = *rate;
   p.baud_index = fields.baud;
   p.parity = static_cast<std::int16_t>(fields.parity);
   p.data_bits = TypedInt16(Entry(kDataBitsChoices, fields.data_bits));

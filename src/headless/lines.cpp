@@ -2,6 +2,9 @@
 
 #include <unistd.h>
 
+#include <utility>
+
+#include "base/clock.h"
 #include "base/descriptor.h"
 #include "terminal/typed_fields.h"
 
@@ -9,25 +12,30 @@ namespace kolvane::headless {
 
 using terminal::kCrLf;
 
-LinePane::LinePane(int descriptor, Messages& messages, bool shows_lines)
-    : descriptor_(descriptor),
-      shows_lines_(shows_lines),
-      at_terminal_(isatty(descriptor) == 1),
-      messages_(messages) {}
+LinePane::LinePane(int descriptor, Messages& messages, LineChoice choice)
+    : descriptor_(descriptor), at_terminal_(isatty(descriptor) == 1), messages_(messages), choice_(choice) {}
 
 void LinePane::AppendLine(LineKind kind, std::string_view line) {
   EndLine();
   if (kind == LineKind::kNotice) return messages_.Tell(line);
-  if (!shows_lines_) return;
+  if (!choice_.shown) return;
+  if (kind == LineKind::kError && !choice_.errors && messages_.host() == nullptr) return;
   Append(kind, line);
   if (kind == LineKind::kCommand) EndLine();
 }
 
 void LinePane::AppendText(LineKind kind, std::string_view text, int /*back*/) {
   if (kind == LineKind::kError) return messages_.ShowError(text);
-  if (!shows_lines_) return;
+  if (!choice_.shown) return;
   if (messages_.host() != nullptr) EndLine();
   Append(kind, text);
+}
+
+// The line that it is about stands first.
+void LinePane::Remark(LineKind kind, std::string_view text) {
+  if (!line_begun_) return messages_.Remark(kind, text);
+  remark_ = text;
+  remark_kind_ = kind;
 }
 
 void LinePane::EndLine() {
@@ -35,10 +43,15 @@ void LinePane::EndLine() {
   WriteLine();
   line_.clear();
   line_begun_ = false;
+  if (const std::string remark = std::exchange(remark_, {}); !remark.empty())
+    messages_.Remark(remark_kind_, remark);
 }
 
 void LinePane::Append(LineKind kind, std::string_view text) {
-  if (!line_begun_) kind_ = kind;
+  if (!line_begun_) {
+    kind_ = kind;
+    if (choice_.times && messages_.host() == nullptr) line_ = base::TimeStamp() + ' ';
+  }
   line_begun_ = true;
   for (std::size_t at; (at = text.find(kCrLf)) != std::string_view::npos;) {
     line_.append(text.substr(0, at)).append(1, '\n');

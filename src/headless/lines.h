@@ -8,19 +8,26 @@
 
 namespace kolvane::headless {
 
+/// Which lines go to standard output, and how.
+struct LineChoice {
+  bool shown = true;   ///< false: nothing but messages and what WriteRecord is given
+  bool errors = true;  ///< what stands in the place of an answer that did not come, too
+  bool times = false;  ///< each line begins with its time, "2026-11-21 15:01:04.123 "
+};
+
 /// The output pane as lines of standard output, or of the host of `messages`: commands, answers and what
 /// stands in their place go there, all else to `messages`. A line is written, with its LF, once nothing can
 /// follow in it any more: as it came, control characters included, but visibly at a terminal, which would act
 /// on them.
 class LinePane final : public pane::Pane {
  public:
-  /// With `shows_lines` off only messages are shown, and what WriteRecord is given.
-  LinePane(int descriptor, Messages& messages, bool shows_lines = true);
+  LinePane(int descriptor, Messages& messages, LineChoice choice = {});
 
   void AppendLine(LineKind kind, std::string_view line) override;
   /// An error is a message; other text goes on in the line in hand, for a host in one of its own.
   void AppendText(LineKind kind, std::string_view text, int back) override;
   void Clear() override {}
+  void Remark(LineKind kind, std::string_view text) override;
   void Refresh() override {}
 
   /// The exchange in hand is over: the line in hand is complete.
@@ -38,12 +45,14 @@ class LinePane final : public pane::Pane {
   void Write(std::string_view line);
 
   int descriptor_;
-  bool shows_lines_;
   bool at_terminal_;
   Messages& messages_;
+  LineChoice choice_;
   LineKind kind_ = LineKind::kAnswer;
   std::string line_;
   bool line_begun_ = false;
+  std::string remark_;  ///< belongs to the line in hand
+  LineKind remark_kind_ = LineKind::kError;
   int error_ = 0;
 };
 

@@ -67,6 +67,10 @@ void HostLines::Rethrow() const {
 Messages::Messages(int descriptor, bool verbose, HostLines* host)
     : descriptor_(descriptor), verbose_(verbose), at_terminal_(isatty(descriptor) == 1), host_(host) {}
 
+void Messages::ShowFailure(std::string_view text, std::string_view words) {
+  ShowError(words.empty() ? std::string(text) : std::string(text) + ": " + std::string(words));
+}
+
 void Messages::Show(LineKind kind, std::string_view text) {
   if (host_ != nullptr) return host_->Hand(kind, OneLine(text));
   const std::string line = "kolvane: " + OneLine(text) + "\n";

@@ -41,7 +41,13 @@ class Messages final : public base::Prompt {
   Messages(int descriptor, bool verbose, HostLines* host = nullptr);
 
   void ShowError(std::string_view text) override { Show(LineKind::kError, text); }
+  void ShowFailure(std::string_view text, std::string_view words) override;
   void ShowMessage(std::string_view text) override { ShowError(text); }
+  /// A line that belongs to one on standard output: a host has got that one, and notices that are told anyway
+  /// are not repeated.
+  void Remark(LineKind kind, std::string_view text) {
+    if (host_ == nullptr && !(kind == LineKind::kNotice && verbose_)) ShowError(text);
+  }
   /// What is worth telling only to who asked for it.
   void Tell(std::string_view text) {
     if (verbose_) Show(LineKind::kNotice, text);

@@ -43,6 +43,13 @@ void ApplyTerminalOptions(const CommandRunOptions& options, terminal::ReceiveCon
   SetTerminator(state.receive.receive_terminator, options.ReceiveTerminator);
   state.options.show_commands = options.ShowCommands;
   state.options.show_response_times = options.ShowTimes;
+  state.flush_first = options.Flush;
+  state.extras.queries_only = options.QueriesOnly;
+  state.extras.blocks = options.Blocks;
+  state.extras.device_words = options.DeviceWords;
+  state.extras.reconnect = options.Reconnect;
+  state.extras.utf8 = options.Utf8;
+  state.extras.log_time_stamps = options.TimeStamps;
 }
 
 }  // namespace kolvane::headless

@@ -115,12 +115,24 @@ Result Gpib(const Fields& fields) {
   return Resource{.port_code = port_code::kGpib, .address = *address};
 }
 
+// HOST:PORT, a host in brackets where it has colons itself; a name of another kind has "::".
+std::optional<std::string> InFull(std::string_view name) {
+  if (name.starts_with("/dev/")) return "ASRL" + std::string(name) + "::INSTR";
+  const std::size_t colon = name.rfind(':');
+  if (colon == std::string_view::npos || colon == 0 || colon + 1 == name.size()) return std::nullopt;
+  const std::string_view host = name.substr(0, colon);
+  const bool bracketed = host.starts_with('[') && host.ends_with(']');
+  if (!bracketed && host.find(':') != std::string_view::npos) return std::nullopt;
+  return "TCPIP::" + std::string(host) + "::" + std::string(name.substr(colon + 1)) + "::SOCKET";
+}
+
 Result Parse(std::string_view name) {
   if (name.size() > kLongestName) return Problem("it is too long");
   if (std::ranges::any_of(name, IsControl)) return Problem("it contains a control character");
   if (Is(name, "OFFLINE")) return Resource{};
   if (Is(name, "LPT1")) return Resource{.port_code = port_code::kLpt1};
   if (Is(name, "LPT2")) return Resource{.port_code = port_code::kLpt2};
+  if (const auto full = InFull(name)) return Parse(*full);
   const Fields fields = Split(name);
   // The board's number may be left out; there is one of each.
   if (Is(fields[0], "TCPIP") || Is(fields[0], "TCPIP0")) return TcpIp(fields);

@@ -43,13 +43,14 @@ bool List::Load(const std::string& file) {
 CommandRunStatus List::Play() {
   core_.runner.Play();
   const script::RunOutcome& outcome = core_.runner.outcome();
+  if (terminal_.ConnectionGone()) return CommandRunStatus::kNotConnected;
   if (outcome.list_error || terminal_.stopped()) return CommandRunStatus::kStopped;
   return outcome.exchange_failed ? CommandRunStatus::kAnswerFailed : CommandRunStatus::kDone;
 }
 
 void List::Yield() {
   terminal_.pane().EndLine();
-  if (terminal_.StopDue()) core_.runner.Abort();
+  if (terminal_.StopDue() || terminal_.ConnectionGone()) core_.runner.Abort();
 }
 
 CommandRunStatus RunList(const RunSetup& setup, const std::string& file) {
@@ -68,6 +69,7 @@ CommandRunStatus SendAll(const RunSetup& setup, const std::vector<std::string>& 
     if (terminal.StopDue()) break;
     all_done &= !terminal.core().exchange.Run(command, terminal::Sender::kList).Failed();
     terminal.pane().EndLine();
+    if (terminal.ConnectionGone()) return CommandRunStatus::kNotConnected;
   }
   if (terminal.StopDue()) return CommandRunStatus::kStopped;
   return all_done ? CommandRunStatus::kDone : CommandRunStatus::kAnswerFailed;

@@ -5,7 +5,9 @@
 #include <cerrno>
 #include <new>
 
+#include "device/connection_texts.h"
 #include "device/open_sequence.h"
+#include "device/port_table.h"
 #include "headless/options.h"
 #include "headless/texts.h"
 
@@ -21,6 +23,13 @@ void Attempt(Step step) {
   }
 }
 
+// As the user knows it: what stands in the status bar, or the kind and the node behind it.
+std::string PortOf(const device::ConnectionParameters& connection) {
+  const std::string node = device::PortNode(connection.port_code);
+  if (node.empty()) return device::ConnectionDescription(connection);
+  return std::string(device::PortKindOfCode(connection.port_code)->caption) + " (" + node + ")";
+}
+
 }  // namespace
 
 Terminal::Terminal(const RunSetup& setup)
@@ -28,7 +37,10 @@ Terminal::Terminal(const RunSetup& setup)
       host_(setup.host),
       state_(setup.state),
       messages_(STDERR_FILENO, options_.Verbose, host_.wanted() ? &host_ : nullptr),
-      pane_(STDOUT_FILENO, messages_, options_.Format == AnswerFormat::kText),
+      pane_(STDOUT_FILENO, messages_,
+            {.shown = options_.Format == AnswerFormat::kText,
+             .errors = options_.ErrorLines,
+             .times = options_.TimeStamps}),
       log_(state_.terminal.output, messages_),
       library_(setup.library_folder),
       core_({state_.device, state_.connection, state_.terminal}, library_, {pane_, log_, messages_, *this}),
@@ -36,11 +48,16 @@ Terminal::Terminal(const RunSetup& setup)
   terminal::ReceiveControls controls(state_.terminal.receive, state_.terminal.shown, core_.device, *this);
   controls.Load(core_.output);
   ApplyTerminalOptions(options_, controls, state_.terminal);
+  terminal::ApplyExtras({state_.device, state_.connection, state_.terminal});
 }
 
 Terminal::~Terminal() {
   Attempt([this] { pane_.EndLine(); });
   Attempt([this] { log_.CloseLog(); });
+  Attempt([this] {
+    if (const std::string rest = terminal::texts::BytesWaiting(core_.device.BytesWaiting()); !rest.empty())
+      messages_.ShowError(rest);
+  });
   Attempt([this] {
     if (state_.device.connected) core_.connect.Press();
   });
@@ -48,7 +65,11 @@ Terminal::~Terminal() {
 
 bool Terminal::Connect() {
   core_.connect.Press();
-  if (!state_.device.connected) return false;
+  if (!state_.device.connected) {
+    if (options_.Connect.empty() && !StopRequested())
+      messages_.ShowError(texts::StoredTried(PortOf(state_.connection)));
+    return false;
+  }
   if (options_.Format != AnswerFormat::kText) {
     records_.Begin();
     core_.exchange.Listen(&records_);
@@ -92,6 +113,8 @@ bool Terminal::Waiting(device::Operation /*operation*/, double /*seconds*/) {
 }
 
 bool Terminal::Dialling(const device::DialProgress& progress) {
+  if (progress.reply != modem_word_ && device::IsRefusal(progress.reply))
+    messages_.ShowError(texts::ModemRefused(progress.reply));
   modem_word_ = progress.reply;
   messages_.Tell(terminal::texts::Dialling(progress));
   return !StopRequested();

@@ -47,6 +47,9 @@ class Terminal final : private terminal::ConnectionView, private terminal::Recei
 
   /// Whether the run is to end after the exchange in hand; the user has been told why then.
   bool StopDue();
+  /// Whether connecting anew after a loss was in vain.
+  bool ConnectionGone() const { return core_.connect.lost() && !state_.device.connected; }
+
   /// What the last StopDue said.
   bool stopped() const { return stopped_; }
 

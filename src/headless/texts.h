@@ -13,6 +13,14 @@ inline std::string ModemSaid(const std::string& word) {
   return ", letzte Antwort des Modems: „" + word + "“";
 }
 
+/// Follows the failure to connect where no --connect was given.
+inline std::string StoredTried(const std::string& port) {
+  return "Versucht wurde die gespeicherte Verbindung: " + port + ". --connect nennt eine andere.";
+}
+
+/// Of a dial.
+inline std::string ModemRefused(const std::string& word) { return "Das Modem antwortet „" + word + "“."; }
+
 inline std::string OutputNotWritten(int error) {
   return "Die Standardausgabe kann nicht geschrieben werden: " + base::SystemErrorText(error) + ".";
 }

@@ -19,8 +19,8 @@ constexpr std::uint32_t kInput = 606;
 constexpr std::uint32_t kStart = 607;
 constexpr std::uint32_t kBinary = 610;
 
-constexpr int kExplained[] = {2,  3,  4,  10, 11, 12, 13, 14, 20,  21,  22,  23,
-                              24, 30, 31, 40, 41, 50, 51, 60, 901, 902, 903, 904};
+constexpr int kExplained[] = {2,  3,  4,  10, 11, 12, 13, 14, 20,  21,  22,  23, 24,
+                              30, 31, 40, 41, 50, 51, 60, 61, 901, 902, 903, 904};
 
 // A text belongs to the first row whose beginning it has and whose part it holds.
 struct Row {

@@ -17,6 +17,8 @@ class Pane {
   virtual void AppendText(LineKind kind, std::string_view text, int back) = 0;
   /// Replaces the whole text by the empty one.
   virtual void Clear() = 0;
+  /// More about the line before, where there is no window to show it.
+  virtual void Remark(LineKind /*kind*/, std::string_view /*text*/) {}
   /// Called once after each line: the pane may show what has come.
   virtual void Refresh() = 0;
 };

@@ -46,25 +46,29 @@ std::size_t PaneChunk::FromUnits(std::size_t units) const {
 void PaneChunk::Shrink() {
   text_.shrink_to_fit();
   starts_.shrink_to_fit();
+  origins_.shrink_to_fit();
 }
 
-void PaneChunk::AppendLine(std::string_view line, Color color) {
+void PaneChunk::AppendLine(std::string_view line, Color color, LineOrigin origin) {
   const std::size_t begin = text_.size();
   MakeRoom(text_, line.size() + 1);
   MakeRoom(starts_, 1);
+  MakeRoom(origins_, 1);
   colors_.MakeRoomForOne();
   starts_.push_back(static_cast<std::uint32_t>(begin));
+  origins_.push_back(origin);
   text_.append(line);
   text_.push_back('\n');
   units_ += Utf16Length(line) + 1;
   colors_.Append(begin, begin + line.size(), color);
 }
 
-void PaneChunk::Insert(std::size_t at, std::string_view text, Color color) {
+void PaneChunk::Insert(std::size_t at, std::string_view text, Color color, LineOrigin origin) {
   const auto behind = std::upper_bound(starts_.begin(), starts_.end(), at);
   for (auto start = behind; start != starts_.end(); ++start)
     *start += static_cast<std::uint32_t>(text.size());
   const std::vector<std::uint32_t> added = LineStartsIn(text, at);
+  origins_.insert(origins_.begin() + (behind - starts_.begin()), added.size(), origin);
   starts_.insert(behind, added.begin(), added.end());
   text_.insert(at, text);
   units_ += Utf16Length(text);
@@ -77,6 +81,11 @@ void PaneChunk::Erase(std::size_t begin, std::size_t end) {
   const auto first = std::upper_bound(starts_.begin(), starts_.end(), begin);
   const auto last = std::upper_bound(first, starts_.end(), end);
   for (auto start = last; start != starts_.end(); ++start) *start -= static_cast<std::uint32_t>(end - begin);
+  // What is left of the last line stands in the place of a first one that goes from its start.
+  if (last != first && *(first - 1) == begin)
+    origins_[static_cast<std::size_t>(first - starts_.begin()) - 1] =
+        origins_[static_cast<std::size_t>(last - starts_.begin()) - 1];
+  origins_.erase(origins_.begin() + (first - starts_.begin()), origins_.begin() + (last - starts_.begin()));
   starts_.erase(first, last);
   text_.erase(begin, end - begin);
   colors_.Erase(begin, end);
@@ -88,6 +97,9 @@ PaneChunk PaneChunk::TakeTail(std::size_t line) {
   PaneChunk tail;
   tail.text_ = text_.substr(at);
   tail.starts_.assign(first, starts_.end());
+  const auto first_origin = origins_.begin() + static_cast<std::ptrdiff_t>(line);
+  tail.origins_.assign(first_origin, origins_.end());
+  origins_.erase(first_origin, origins_.end());
   for (std::uint32_t& start : tail.starts_) start -= static_cast<std::uint32_t>(at);
   tail.colors_ = colors_.TakeTail(at);
   tail.units_ = Utf16Length(tail.text_);
@@ -100,9 +112,11 @@ PaneChunk PaneChunk::TakeTail(std::size_t line) {
 void PaneChunk::Join(const PaneChunk& tail) {
   const std::size_t at = text_.size();
   const bool open = !starts_.empty() && (starts_.back() == at || text_.back() != '\n');
+  if (open && starts_.back() == at && !tail.origins_.empty()) origins_.back() = tail.origins_.front();
   for (std::size_t i = open ? 1 : 0; i < tail.starts_.size(); ++i) {
     starts_.push_back(static_cast<std::uint32_t>(at) + tail.starts_[i]);
   }
+  origins_.insert(origins_.end(), tail.origins_.begin() + (open ? 1 : 0), tail.origins_.end());
   text_ += tail.text_;
   colors_.Join(tail.colors_, at);
   units_ += tail.units_;

@@ -17,6 +17,12 @@ struct PaneExtent {
   std::size_t lines = 0;
 };
 
+/// Where a line comes from.
+struct LineOrigin {
+  std::int64_t at_ms = 0;  ///< when, milliseconds since 1970 UTC; 0: nobody knows
+  bool failure = false;    ///< it stands in the place of an answer, or says why a command was not written
+};
+
 /// A few hundred consecutive whole lines of the pane, each ended by LF. Offsets are bytes within the chunk,
 /// lines count from its first one.
 class PaneChunk {
@@ -32,6 +38,7 @@ class PaneChunk {
   std::size_t LineStart(std::size_t line) const { return starts_[line]; }
   /// The line without its LF.
   std::string_view Line(std::size_t line) const;
+  LineOrigin Origin(std::size_t line) const { return origins_[line]; }
 
   std::size_t ToUnits(std::size_t offset) const;
   std::size_t FromUnits(std::size_t units) const;
@@ -42,8 +49,9 @@ class PaneChunk {
   void Shrink();
 
   /// A line at the end; it holds no LF. Where memory is lacking nothing has changed.
-  void AppendLine(std::string_view line, Color color);
-  void Insert(std::size_t at, std::string_view text, Color color);
+  void AppendLine(std::string_view line, Color color, LineOrigin origin = {});
+  /// `origin` is that of the lines that begin in `text`.
+  void Insert(std::size_t at, std::string_view text, Color color, LineOrigin origin = {});
   /// May take the last LF along if a Join follows.
   void Erase(std::size_t begin, std::size_t end);
   void SetColor(std::size_t begin, std::size_t end, Color color) { colors_.Set(begin, end, color); }
@@ -56,6 +64,7 @@ class PaneChunk {
  private:
   std::string text_;
   std::vector<std::uint32_t> starts_;
+  std::vector<LineOrigin> origins_;  // by line
   ColorRuns colors_;
   std::size_t units_ = 0;
 };

@@ -142,19 +142,24 @@ Color PaneStore::ColorAt(std::size_t offset) const {
   return chunks_[chunk].colors().At(offset - starts_[chunk].bytes);
 }
 
+LineOrigin PaneStore::Origin(std::size_t line) const {
+  const std::size_t chunk = ChunkOfLine(line);
+  return chunks_[chunk].Origin(line - starts_[chunk].lines);
+}
+
 void PaneStore::AppendLine(std::string_view line, Color color) {
   const PaneExtent last = chunks_.back().extent();
   if (IsOverfull({last.bytes + line.size() + 1, 0, last.lines + 1})) {
     chunks_.back().Shrink();
     return AddChunk(std::max(kChunkBytes, line.size() + 1), line, color);
   }
-  chunks_.back().AppendLine(line, color);
+  chunks_.back().AppendLine(line, color, origin_);
   chunks_.back().version = ++version_;
 }
 
 void PaneStore::Insert(std::size_t offset, std::string_view text, Color color) {
   const std::size_t chunk = ChunkOfOffset(offset);
-  chunks_[chunk].Insert(offset - starts_[chunk].bytes, text, color);
+  chunks_[chunk].Insert(offset - starts_[chunk].bytes, text, color, origin_);
   Edited(chunk);
 }
 
@@ -194,7 +199,7 @@ void PaneStore::SetColor(std::size_t begin, std::size_t end, Color color) {
 void PaneStore::AddChunk(std::size_t bytes, std::string_view line, Color color) {
   PaneChunk chunk;
   chunk.Reserve(bytes);
-  chunk.AppendLine(line, color);
+  chunk.AppendLine(line, color, origin_);
   chunk.version = ++version_;
   starts_.push_back(chunks_.empty() ? PaneExtent{} : total());
   try {

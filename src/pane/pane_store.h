@@ -30,6 +30,7 @@ class PaneStore {
   std::size_t LineStart(std::size_t line) const;
   /// The line without its break; valid until the next change.
   std::string_view Line(std::size_t line) const;
+  LineOrigin Origin(std::size_t line) const;
   /// The text of [begin, end) with `line_break` for each break.
   std::string Text(std::size_t begin, std::size_t end, std::string_view line_break) const;
   PanePiece Piece(std::size_t begin, std::size_t end) const;
@@ -42,6 +43,9 @@ class PaneStore {
   std::size_t FromRichUnits(std::size_t units) const;
 
   Color ColorAt(std::size_t offset) const;
+
+  /// Where the lines come from that are put in from now on.
+  void SetOrigin(LineOrigin origin) { origin_ = origin; }
 
   /// A break and `line`, which holds none, at the end.
   void AppendLine(std::string_view line, Color color);
@@ -70,6 +74,7 @@ class PaneStore {
   std::vector<PaneChunk> chunks_;
   std::vector<PaneExtent> starts_;
   std::uint64_t version_ = 0;
+  LineOrigin origin_;
 };
 
 }  // namespace kolvane::pane

@@ -63,11 +63,13 @@ void PaneText::Select(std::size_t anchor, std::size_t caret) {
 
 void PaneText::AppendLine(std::string_view line, Color color) {
   const Color shown = color == kNoColor ? end_color_ : color;
+  store_.SetOrigin(origin_);
   if (IsPlainLine(line)) {
     store_.AppendLine(line, shown);
   } else {
     AppendCleaned(line, shown);
   }
+  store_.SetOrigin({});
   caret_ = anchor_ = Length();
   insertion_color_ = end_color_;
 }
@@ -82,7 +84,9 @@ void PaneText::AppendCleaned(std::string_view line, Color color) {
 }
 
 void PaneText::AppendText(std::string_view text, int back) {
+  store_.SetOrigin(origin_);
   store_.Insert(Length(), ToPaneText(text), kNoColor);
+  store_.SetOrigin({});
   MoveTo(Length());
   MoveBack(back);
 }

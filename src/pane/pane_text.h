@@ -61,6 +61,10 @@ class PaneText {
   void MoveTo(std::size_t offset, bool keep_anchor = false);
   void Select(std::size_t anchor, std::size_t caret);
 
+  /// Where the lines come from that the next AppendLine and AppendText put in; those of the user come from
+  /// nowhere.
+  void SetOrigin(LineOrigin origin) { origin_ = origin; }
+
   /// A line break and `line` in `color` at the end, where the caret goes. kNoColor: in the end's colour,
   /// which is the pane's own until SetSelectionColor is called there.
   void AppendLine(std::string_view line, Color color);
@@ -107,6 +111,7 @@ class PaneText {
   std::size_t anchor_ = 0;
   Color insertion_color_ = kNoColor;
   Color end_color_ = kNoColor;
+  LineOrigin origin_;
 };
 
 }  // namespace kolvane::pane

@@ -39,6 +39,9 @@ const Interpreter::Command Interpreter::kCommands[] = {
     {SpecialCommand::kClear, &Interpreter::Clear},
     {SpecialCommand::kSilent, &Interpreter::Silent},
     {SpecialCommand::kAutoLog, &Interpreter::AutoLog},
+    {SpecialCommand::kFlush, &Interpreter::Flush},
+    {SpecialCommand::kRead, &Interpreter::Read},
+    {SpecialCommand::kAnswers, &Interpreter::Answers},
 };
 
 bool Interpreter::RunSpecialCommand(std::string_view line) {
@@ -174,6 +177,23 @@ std::string_view Interpreter::Silent(const SpecialLine& line) {
 
 std::string_view Interpreter::AutoLog(const SpecialLine& line) {
   Switch(links_.terminal.output.log_recording, line.Argument());
+  return kDone;
+}
+
+std::string_view Interpreter::Flush(const SpecialLine& /*line*/) {
+  links_.exchange.Flush();
+  return kDone;
+}
+
+std::string_view Interpreter::Read(const SpecialLine& /*line*/) {
+  links_.state.ReadFailed |= links_.exchange.Read(terminal::Sender::kList).Failed();
+  return kDone;
+}
+
+std::string_view Interpreter::Answers(const SpecialLine& line) {
+  const bool queries = base::EqualsNoCase(line.Argument(), "QUERIES");
+  if (!queries && !base::EqualsNoCase(line.Argument(), "ALWAYS")) return texts::kUnknownCommand;
+  links_.terminal.answers_of_run = queries;
   return kDone;
 }
 

@@ -9,6 +9,7 @@
 #include "script/list_errors.h"
 #include "script/script_state.h"
 #include "script/special_line.h"
+#include "terminal/exchange.h"
 #include "terminal/terminal_state.h"
 
 namespace kolvane::script {
@@ -20,6 +21,7 @@ struct InterpreterLinks {
   device::DeviceState& device;        ///< how the last operation ended
   device::Waits& waits;               ///< $DELAY
   pane::Pane& pane;                   ///< $CLEAR
+  terminal::Exchange& exchange;       ///< $READ, $FLUSH
   terminal::Log& log;
 };
 
@@ -32,6 +34,12 @@ class Interpreter {
   /// Carries out `line`, the row that is current. Returns false where that ended in an error, which has been
   /// reported then; what the command had changed before it failed stays changed.
   bool RunSpecialCommand(std::string_view line);
+
+  /// Whether every character can be sent.
+  bool SpeaksUtf8() const { return links_.device.utf8; }
+
+  /// What rows have chosen for the rest of their run holds no longer.
+  void EndOfRun() { links_.terminal.answers_of_run.reset(); }
 
  private:
   /// Returns the error's text, empty for none.
@@ -61,6 +69,9 @@ class Interpreter {
   std::string_view Clear(const SpecialLine& line);
   std::string_view Silent(const SpecialLine& line);
   std::string_view AutoLog(const SpecialLine& line);
+  std::string_view Flush(const SpecialLine& line);
+  std::string_view Read(const SpecialLine& line);
+  std::string_view Answers(const SpecialLine& line);
 
   std::string_view Condition(bool holds);
 

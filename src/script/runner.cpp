@@ -1,5 +1,7 @@
 #include "script/runner.h"
 
+#include <utility>
+
 #include "base/encoding.h"
 #include "base/runtime_error.h"
 #include "base/text.h"
@@ -54,7 +56,10 @@ void Runner::PlayFrom(int first) {
     first_ = 1;
     stop_before_ = 0;
   });
+  // Whoever goes on is in the same run.
+  if (first == 1) interpreter_.EndOfRun();
   RunCommandList(0);
+  if (list_.current_row() > kListRows || links_.state.run.StopRequested) interpreter_.EndOfRun();
 }
 
 void Runner::Stop() {
@@ -129,6 +134,7 @@ void Runner::EndStepping() {
   state.IfDepth = 0;
   state.RepeatLevel = 0;
   state.SkipRows = false;
+  interpreter_.EndOfRun();
   const int row = list_.current_row();
   list_.SetCurrentRow(row > kListRows ? 1 : row + 1);
 }
@@ -159,13 +165,15 @@ bool Runner::ExecuteRow() {
 bool Runner::ExecuteLine() {
   last_row_ = list_.current_row();
   const bool done = line_.front() == '$' ? interpreter_.RunSpecialCommand(line_) : SendLine();
+  outcome_.exchange_failed |= std::exchange(links_.state.interpreter.ReadFailed, false);
   outcome_.list_error |= !done;
   return done;
 }
 
 // A device would take another command for it: "MEAS:RES 5 Ω" would arrive as a query.
 bool Runner::SendLine() {
-  const std::string_view outside = base::OutsideWindows1252(line_);
+  const std::string_view outside =
+      interpreter_.SpeaksUtf8() ? std::string_view() : base::OutsideWindows1252(line_);
   if (outside.empty()) {
     outcome_.exchange_failed |= links_.exchange.Run(line_, terminal::Sender::kList).Failed();
   } else {

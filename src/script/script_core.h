@@ -33,9 +33,9 @@ struct ScriptCore {
   explicit ScriptCore(const ScriptLinks& links)
       : list(&links.state.run),
         errors(list, links.prompt),
-        interpreter(
-            list, errors,
-            {links.state.interpreter, links.terminal, links.device, links.waits, links.pane, links.log}),
+        interpreter(list, errors,
+                    {links.state.interpreter, links.terminal, links.device, links.waits, links.pane,
+                     links.exchange, links.log}),
         runner(list, interpreter, errors, {links.state, links.exchange, links.host}),
         recorder(list, links.state.record, links.prompt) {}
 

@@ -18,6 +18,7 @@ struct InterpreterState {
   bool SkipRows = false;                            ///< the rows of a failed condition are skipped
   std::vector<std::string> ParamList;               ///< empty only before the first $SPLITPARAMS
   std::string ParamValue;                           ///< what $GETPARAM selected
+  bool ReadFailed = false;                          ///< a $READ brought no answer; of the row in hand
 };
 
 /// What the buttons ask of a run, and whether one is on.

@@ -1,5 +1,6 @@
 #include "terminal/connect_commands.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "device/device_state.h"
@@ -44,6 +45,7 @@ void ConnectCommands::Disconnect() {
 
 device::DeviceError ConnectCommands::Open() {
   const Flagged attempt(connecting_);
+  view_.ConnectionEnding();
   device_.ClearLastError();
   device_.Open();
   return device_.LastError();
@@ -54,26 +56,85 @@ void ConnectCommands::TryConnect() {
   // Set before the message: it may run the event loop.
   state_.connected = error.code >= 0 && view_.AcceptsConnection();
   if (state_.connected) {
+    ClearState();
+    // The connection counts as open, as ever, but nobody is at the other end.
+    if (state_.modem_word) output_.ShowState(StateKind::kModem, texts::LineClosed(*state_.modem_word));
     button_.tool_tip = texts::kDisconnectTip;
   } else if (error.code < 0) {
-    prompt_.ShowError(texts::Failure(texts::kConnectFailed, error));
+    ShowFailure(texts::kConnectFailed, error);
   }
 }
 
+void ConnectCommands::ShowFailure(std::string_view what, const device::DeviceError& error) {
+  output_.ShowState(StateKind::kWords, error.words.empty() ? "" : texts::Words(error, 0));
+  prompt_.ShowFailure(texts::Failure(what, error), error.words);
+}
+
+// What was said of the last connection does not hold for this one.
+void ConnectCommands::ClearState() {
+  lost_ = false;
+  for (const StateKind kind : {StateKind::kLost, StateKind::kModem, StateKind::kBytes, StateKind::kWords})
+    output_.ShowState(kind, {});
+}
+
+void ConnectCommands::NoteLoss() {
+  if (!state_.connected || lost_) return;
+  lost_ = true;
+  output_.ShowState(StateKind::kLost, texts::kConnectionLost);
+}
+
+namespace {
+
+constexpr std::int32_t kFirstPauseMs = 500;
+
+}  // namespace
+
+device::DeviceError ConnectCommands::OpenAgain() {
+  const double begin = reconnect_.clock->Seconds();
+  for (std::int32_t pause = kFirstPauseMs;; pause *= 2) {
+    device::DeviceError error = Open();
+    const double left = *reconnect_.timeout_ms - (reconnect_.clock->Seconds() - begin) * 1000;
+    if (error.code >= 0 || error.code == device::device_status::kGivenUp || left < 1) return error;
+    device_.Pause(static_cast<std::int32_t>(std::min<double>(pause, left)));
+    if (device::DeviceError given_up = device_.LastError(); given_up.code < 0) return given_up;
+  }
+}
+
+void ConnectCommands::Reconnect() {
+  if (connecting_) return;
+  view_.ConnectionEnding();
+  device_.Close();
+  state_.connected = false;
+  const device::DeviceError error = OpenAgain();
+  if (error.code >= 0 && view_.AcceptsConnection()) {
+    state_.connected = true;
+    ClearState();
+    TurnButton(1, ConnectButtonState::kConnectedImage, texts::kDisconnectTip);
+    AddLine(texts::kConnectedWith);
+  } else {
+    TurnButton(0, ConnectButtonState::kDisconnectedImage, texts::kConnectTip);
+    if (error.code < 0) ShowFailure(texts::kConnectFailed, error);
+  }
+  view_.ConnectionChanged();
+}
+
 void ConnectCommands::TryDisconnect() {
+  view_.ConnectionEnding();
   device_.ClearLastError();
   device_.Close();
   const device::DeviceError error = device_.LastError();
   if (error.code >= 0) {
     state_.connected = false;
+    ClearState();
   } else {
-    prompt_.ShowError(texts::Failure(texts::kDisconnectFailed, error));
+    ShowFailure(texts::kDisconnectFailed, error);
   }
   if (!state_.connected) button_.tool_tip = texts::kConnectTip;
 }
 
 void ConnectCommands::Press() {
   if (connecting_) return;
+  if (lost_ && reconnect_.wanted != nullptr && *reconnect_.wanted) return Reconnect();
   const bool connect = button_.tag == 0;
   connect ? TryConnect() : TryDisconnect();
   if (state_.connected == connect) {

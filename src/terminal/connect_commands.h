@@ -39,6 +39,8 @@ class ConnectionView : public device::WaitListener {
   /// Asked once a connection has been opened; false, and the user has been told why: it counts as failed.
   virtual bool AcceptsConnection() { return true; }
   virtual void ConnectionChanged() = 0;
+  /// The port is about to be closed, or opened anew: its descriptor goes.
+  virtual void ConnectionEnding() {}
 };
 
 /// The texts that lines and status bar are made of; both are UTF-8.
@@ -68,6 +70,18 @@ class ConnectCommands {
   /// TB_FLUSH.
   void Flush();
 
+  /// The connection has ended by itself. All else stays as it was until somebody connects.
+  void NoteLoss();
+  bool lost() const { return lost_; }
+
+  /// How a lost connection comes back: `wanted` says whether at all, for `timeout_ms` it is tried. All of it
+  /// must outlive this.
+  void ReconnectAfterLoss(const bool& wanted, const std::int32_t& timeout_ms, const base::Clock& clock) {
+    reconnect_ = {&wanted, &timeout_ms, &clock};
+  }
+  /// Connects anew, again and again after pauses that double, and shows the failure where that is in vain.
+  void Reconnect();
+
   /// The button's look on a device that the host has opened already. The tag stays 0, so the first press
   /// connects once more.
   void ShowConnected();
@@ -81,6 +95,9 @@ class ConnectCommands {
   void TryConnect();
   void TryDisconnect();
   device::DeviceError Open();
+  device::DeviceError OpenAgain();
+  void ShowFailure(std::string_view what, const device::DeviceError& error);
+  void ClearState();
   void TurnButton(int tag, int image, std::string_view tool_tip);
   void AddLine(std::string_view what);
 
@@ -92,6 +109,12 @@ class ConnectCommands {
   ConnectionTexts texts_;
   ConnectButtonState button_;
   bool connecting_ = false;
+  bool lost_ = false;
+  struct {
+    const bool* wanted = nullptr;
+    const std::int32_t* timeout_ms = nullptr;
+    const base::Clock* clock = nullptr;
+  } reconnect_;
 };
 
 }  // namespace kolvane::terminal

@@ -32,12 +32,29 @@ ExchangeResult Exchange::Carry(std::string_view command, Sender sender) {
   if (!rule.continues) {
     result.answer_due = false;
     result.ended_by_word = !rule.message.empty();
-    if (result.ended_by_word) output_.AddLine(LineKind::kNotice, rule.message);
+    if (result.ended_by_word) {
+      output_.AddLine(LineKind::kNotice, rule.message);
+      output_.Remark(LineKind::kNotice, rule.message);
+    }
+    session_.TellBytesWaiting();
     return result;
   }
+  GetAnswer(result, start, sender);
+  return result;
+}
+
+ExchangeResult Exchange::Read(Sender sender) {
+  ExchangeResult result;
+  const double start = Start(sender);
+  result.sent = session_.EnsureConnected() ? Sent::kWritten : Sent::kNotConnected;
+  if (result.sent == Sent::kWritten) GetAnswer(result, start, sender);
+  return result;
+}
+
+void Exchange::GetAnswer(ExchangeResult& result, double start, Sender sender) {
   result.answered = session_.GetAnswer();
   if (options_.show_response_times) ShowTime(start, sender);
-  return result;
+  session_.TellBytesWaiting();
 }
 
 // For the user one option decides whether the start is taken and the other whether a time is shown: with only

@@ -47,11 +47,18 @@ class Exchange {
   /// Throws what Session::GetAnswer throws, once the command has been sent and echoed.
   ExchangeResult Run(std::string_view command, Sender sender);
 
+  /// Reads one answer without sending anything; connects first, as a command does.
+  ExchangeResult Read(Sender sender);
+
+  /// Discards what has come and says so.
+  void Flush() { session_.Flush(); }
+
   /// One at a time, which outlives this object or is taken back with null.
   void Listen(ExchangeListener* listener) { listener_ = listener; }
 
  private:
   ExchangeResult Carry(std::string_view command, Sender sender);
+  void GetAnswer(ExchangeResult& result, double start, Sender sender);
   double Start(Sender sender) const;
   double Milliseconds(Sender sender) const;
   void ShowTime(double start, Sender sender);

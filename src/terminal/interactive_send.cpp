@@ -57,7 +57,7 @@ void RequireCodePage(std::string_view text) {
 
 void CommandLines::Send(std::string_view text, const std::function<void()>& between) {
   if (sending_) return;
-  RequireCodePage(text);
+  if (utf8_ == nullptr || !*utf8_) RequireCodePage(text);
   const Mark sending(sending_);
   stopped_ = false;
   while (!text.empty() && !stopped_) {

@@ -70,7 +70,9 @@ class InteractiveSend {
 /// Sends what stands in the command box: one command a line, where several were pasted into it.
 class CommandLines {
  public:
-  explicit CommandLines(InteractiveSend& interactive) : interactive_(interactive) {}
+  /// `utf8`: every character can be sent.
+  explicit CommandLines(InteractiveSend& interactive, const bool* utf8 = nullptr)
+      : interactive_(interactive), utf8_(utf8) {}
 
   /// Sends the lines of `text` one after the other, empty ones left out. Between two of them it calls
   /// `between`, the time to serve events; a call of Send from there does nothing. Stop(), and a command that
@@ -84,6 +86,7 @@ class CommandLines {
 
  private:
   InteractiveSend& interactive_;
+  const bool* utf8_;
   bool sending_ = false;
   bool stopped_ = false;
 };

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "base/clock.h"
 #include "base/descriptor.h"
 #include "base/encoding.h"
 
@@ -80,7 +81,8 @@ void LogControl::PressRecord() {
 
 void LogControl::WriteLine(std::string_view line) {
   if (!IsOpen()) return;
-  const int error = file_.WriteLine(line);
+  const int error = flags_.log_time_stamps ? file_.WriteLine(base::TimeStamp() + ' ' + std::string(line))
+                                           : file_.WriteLine(line);
   if (error == 0) return;
   const std::string message = texts::LogNotWritten(file_name_, error);
   CloseLog();

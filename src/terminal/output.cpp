@@ -12,7 +12,10 @@ void Output::AddLine(LineKind kind, std::string_view line) {
 }
 
 void FlushInput(device::Device& device, Output& output) {
-  if (const auto bytes = device.FlushInput()) output.AddLine(LineKind::kNotice, texts::InputFlushed(*bytes));
+  const auto bytes = device.FlushInput();
+  if (!bytes) return;
+  output.AddLine(LineKind::kNotice, texts::InputFlushed(*bytes));
+  output.ShowState(StateKind::kBytes, {});
 }
 
 }  // namespace kolvane::terminal

@@ -5,13 +5,15 @@
 
 #include "device/device.h"
 #include "pane/pane.h"
+#include "terminal/state_line.h"
 
 namespace kolvane::terminal {
 
 /// Whether lines are shown and logged; part of the process-wide state.
 struct OutputFlags {
-  bool SilentMode = false;     ///< AddLine does nothing at all
-  bool log_recording = false;  ///< lines are copied to the log
+  bool SilentMode = false;       ///< AddLine does nothing at all
+  bool log_recording = false;    ///< lines are copied to the log
+  bool log_time_stamps = false;  ///< each line of the log begins with its time
 };
 
 /// The log file as output and command list reach it. Whoever implements it tells the user about a file that
@@ -36,6 +38,16 @@ class Output {
   /// Shows `line` on a row of its own and copies it to the log while recording is on.
   void AddLine(LineKind kind, std::string_view line);
 
+  /// For those who look at the lines without a window: what a failed answer means, and why an exchange ended.
+  void Remark(LineKind kind, std::string_view text) { pane_.Remark(kind, text); }
+
+  /// One view at most.
+  void SetStateView(StateView* view) { state_view_ = view; }
+  bool ShowsState() const { return state_view_ != nullptr; }
+  void ShowState(StateKind kind, std::string_view text) {
+    if (ShowsState()) state_view_->ShowState(kind, text);
+  }
+
   /// Edits the pane's text directly: neither silent mode nor the log applies.
   void AppendText(LineKind kind, std::string_view text, int back) { pane_.AppendText(kind, text, back); }
 
@@ -43,6 +55,7 @@ class Output {
   OutputFlags& flags_;
   pane::Pane& pane_;
   Log& log_;
+  StateView* state_view_ = nullptr;
 };
 
 /// Discards what the device has sent and nobody has read, and says in the pane how much it was. Silent where

@@ -1,10 +1,12 @@
 #include "terminal/session.h"
 
+#include <string>
 #include <utility>
 
 #include "base/encoding.h"
 #include "base/runtime_error.h"
 #include "base/text.h"
+#include "terminal/block_reader.h"
 #include "terminal/texts.h"
 #include "terminal/typed_fields.h"
 
@@ -55,9 +57,9 @@ void TrimAnswer(std::string& answer, std::string_view receive_terminator) {
   answer.erase(0, start);
 }
 
-void AppendDisplayForm(std::string_view bytes, bool binary, std::string& text) {
+void AppendDisplayForm(std::string_view bytes, bool binary, std::string& text, bool utf8) {
   if (!binary) {
-    text += base::FromWindows1252(bytes);
+    text += utf8 ? base::FromUtf8OrWindows1252(bytes) : base::FromWindows1252(bytes);
     return;
   }
   constexpr std::string_view kDigits = "0123456789ABCDEF";
@@ -69,23 +71,33 @@ void AppendDisplayForm(std::string_view bytes, bool binary, std::string& text) {
   }
 }
 
+bool Session::EnsureConnected() {
+  if (connect_.lost() && state_.extras.reconnect) {
+    connect_.Reconnect();
+  } else if (!device_state_.connected) {
+    connect_.Press();
+  }
+  return device_state_.connected;
+}
+
 Sent Session::SendCommand(std::string_view command, bool /*print_command*/) {
   sent_ = false;
-  if (!device_state_.connected) connect_.Press();
-  if (!device_state_.connected) return Sent::kNotConnected;
+  if (!EnsureConnected()) return Sent::kNotConnected;
+  if (state_.flush_first) device_.FlushInput();
   device_.ClearLastError();
   device_.Write(command, state_.receive.send_terminator, 0);
   const device::DeviceError error = device_.LastError();
   sent_ = error.code >= 0;
   if (sent_) return Sent::kWritten;
   output_.AppendText(LineKind::kError, texts::WriteError(error.description), 0);
+  ShowWords(error);
   return Sent::kWriteFailed;
 }
 
 PostSendRule Session::PostSendCheck(std::string_view command) {
   PostSendRule rule = state_.extras.device_words ? RuleFor(command) : PostSendRule{};
   if (rule.disconnects) connect_.Press();
-  if (state_.extras.queries_only && !IsQuery(command)) rule.continues = false;
+  if (state_.QueriesOnly() && !IsQuery(command)) rule.continues = false;
   return rule;
 }
 
@@ -98,10 +110,16 @@ bool Session::GetAnswer() {
   return received;
 }
 
+void Session::TellBytesWaiting() {
+  if (!output_.ShowsState()) return;
+  output_.ShowState(StateKind::kBytes, texts::BytesWaiting(device_.BytesWaiting()));
+}
+
 bool Session::ReadAnswer() {
   const bool awaited = std::exchange(sent_, false);
   try {
-    device_.SetTimeout(TypedTimeout(state_.shown.timeout));
+    timeout_ms_ = TypedTimeout(state_.shown.timeout);
+    device_.SetTimeout(timeout_ms_);
     return ReadAsSet();
   } catch (const base::RuntimeError& error) {
     if (!awaited) throw;
@@ -111,11 +129,16 @@ bool Session::ReadAnswer() {
 
 bool Session::ReadAsSet() {
   switch (state_.receive.mode) {
-    case receive_mode::kTerminator:
+    case receive_mode::kTerminator: {
       // What counts is the format that the list shows, not the display flag.
-      return state_.shown.format != receive_format::kAscii || ReadToTerminator();
-    case receive_mode::kAuto:
-      return ReadToGap();
+      if (state_.shown.format != receive_format::kAscii) return true;
+      const std::optional<bool> block = ReadBlock();
+      return block ? *block : ReadToTerminator();
+    }
+    case receive_mode::kAuto: {
+      const std::optional<bool> block = ReadBlock();
+      return block ? *block : ReadToGap();
+    }
     case receive_mode::kCount:
       return ReadCounted();
     default:
@@ -123,57 +146,115 @@ bool Session::ReadAsSet() {
   }
 }
 
+std::optional<bool> Session::ReadBlock() {
+  if (!state_.extras.blocks) return std::nullopt;
+  switch (BlockReader(device_, device_state_, state_.receive.receive_terminator).Read(gathered_)) {
+    case BlockReader::Result::kNoBlock:
+      return std::nullopt;
+    case BlockReader::Result::kNothing:
+      // In mode 1 that is an empty answer.
+      if (state_.receive.mode == receive_mode::kAuto) {
+        NoteFailure(device_.LastError());
+        return !ShowAnswer({});
+      }
+      break;
+    case BlockReader::Result::kFailed:
+      break;
+    case BlockReader::Result::kTooLong:
+      device_state_.last_result = device::device_status::kBlockTooLong;
+      return ShowFailure({device::device_status::kBlockTooLong,
+                          std::to_string(device::device_status::kBlockTooLong), texts::kBlockTooLong});
+    case BlockReader::Result::kBlock:
+      AppendGathered();
+      return ShowAnswer(answer_);
+  }
+  return ShowFailure(device_.LastError());
+}
+
+// Bytes that an earlier read has put back come first; they may end the answer by themselves.
 bool Session::ReadToTerminator() {
-  device_.ReadText(state_.receive.receive_terminator, kTextAnswerLimit, answer_, buffer_);
-  const bool failed = FetchError();
-  if (!failed) TrimAnswer(answer_, state_.receive.receive_terminator);
-  output_.AddLine(failed ? LineKind::kError : LineKind::kAnswer, base::TrimBlanks(answer_));
-  return !failed;
+  const std::string& terminator = state_.receive.receive_terminator;
+  const std::string before = Decoded(device_state_.put_back);
+  if (before.empty() || terminator.empty() || !before.ends_with(terminator.back())) {
+    device_.ReadText(terminator, kTextAnswerLimit, answer_, buffer_);
+    if (device::DeviceError error = device_.LastError(); error.code < 0) return ShowFailure(std::move(error));
+  }
+  device_state_.put_back.clear();
+  if (!before.empty()) answer_.insert(0, before);
+  TrimAnswer(answer_, terminator);
+  return ShowAnswer(base::TrimBlanks(answer_));
 }
 
 bool Session::ReadToGap() {
-  gathered_.clear();
+  gathered_ = std::exchange(device_state_.put_back, {});
+  if (!gathered_.empty()) device_.SetTimeout(kGapMs);
   buffer_.assign(kCountedAnswerLimit, 0);
+  device::DeviceError error;
   for (;;) {
     const std::size_t received = device_.ReadBinary(state_.receive.receive_terminator, 1, buffer_);
+    error = device_.LastError();
     // The byte past the limit is read and dropped.
-    if (device_.LastError().code < 0 || received == 0 || gathered_.size() == kAutoAnswerLimit) break;
+    if (error.code < 0 || received == 0 || gathered_.size() == kAutoAnswerLimit) break;
     gathered_ += static_cast<char>(buffer_.front());
     if (gathered_.size() == 1) device_.SetTimeout(kGapMs);
   }
-  TakeBytes();
-  output_.AddLine(LineKind::kAnswer, answer_);
+  AppendGathered();
+  ShowAnswer(answer_);
+  if (gathered_.empty()) NoteFailure(error);
   return !gathered_.empty();
 }
 
 bool Session::ReadCounted() {
   const std::size_t count = TypedCount(state_.shown.count);
-  bool failed = false;
-  if (count > 0) {
+  gathered_.clear();
+  if (count > device_state_.put_back.size()) {
     buffer_.assign(kCountedAnswerLimit, 0);
+    const std::size_t left = count - device_state_.put_back.size();
     const std::size_t received =
-        device_.ReadBinary(state_.receive.receive_terminator, static_cast<std::int32_t>(count), buffer_);
-    failed = FetchError();
-    if (!failed) {
-      gathered_.assign(buffer_.begin(), buffer_.begin() + static_cast<std::ptrdiff_t>(received));
-      TakeBytes();
-    }
+        device_.ReadBinary(state_.receive.receive_terminator, static_cast<std::int32_t>(left), buffer_);
+    if (device::DeviceError error = device_.LastError(); error.code < 0) return ShowFailure(std::move(error));
+    gathered_.assign(buffer_.begin(), buffer_.begin() + static_cast<std::ptrdiff_t>(received));
   }
-  output_.AddLine(failed ? LineKind::kError : LineKind::kAnswer, answer_);
-  return !failed;
+  gathered_.insert(0, device_state_.put_back, 0, count);
+  device_state_.put_back.erase(0, count);
+  AppendGathered();
+  return ShowAnswer(answer_);
 }
 
-void Session::TakeBytes() {
-  const bool binary = state_.receive.binary_display != 0;
-  AppendDisplayForm(gathered_, binary, answer_);
-  if (binary) state_.last_answer.bytes = gathered_;
+std::string Session::Decoded(std::string_view bytes) const {
+  return device_state_.utf8 ? base::FromUtf8OrWindows1252(bytes) : base::FromWindows1252(bytes);
 }
 
-bool Session::FetchError() {
-  device::DeviceError error = device_.LastError();
-  if (error.code >= 0) return false;
-  answer_ = std::move(error.description);
+void Session::AppendGathered() {
+  const bool binary = state_.receive.mode != receive_mode::kTerminator && state_.receive.binary_display != 0;
+  AppendDisplayForm(gathered_, binary, answer_, device_state_.utf8);
+}
+
+bool Session::ShowAnswer(std::string_view shown) {
+  output_.AddLine(LineKind::kAnswer, shown);
+  output_.ShowState(StateKind::kWords, {});
   return true;
+}
+
+// The error's description is the answer.
+bool Session::ShowFailure(device::DeviceError error) {
+  answer_ = error.description;
+  output_.AddLine(LineKind::kError, state_.receive.mode == receive_mode::kTerminator
+                                        ? base::TrimBlanks(answer_)
+                                        : std::string_view(answer_));
+  NoteFailure(error);
+  return false;
+}
+
+void Session::NoteFailure(const device::DeviceError& error) {
+  ShowWords(error);
+  output_.Remark(LineKind::kError, texts::Words(error, timeout_ms_));
+}
+
+void Session::ShowWords(const device::DeviceError& error) {
+  if (error.words.empty()) return;
+  output_.ShowState(StateKind::kWords, texts::Words(error, timeout_ms_));
+  if (device::EndsConnection(error.code)) connect_.NoteLoss();
 }
 
 }  // namespace kolvane::terminal

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -30,9 +32,9 @@ bool IsQuery(std::string_view command);
 /// terminator (CR LF in any case; part of it where the device left only that).
 void TrimAnswer(std::string& answer, std::string_view receive_terminator);
 
-/// Appends received bytes as they are shown: the characters with these Windows-1252 codes or, with `binary`,
-/// <0D> for each.
-void AppendDisplayForm(std::string_view bytes, bool binary, std::string& text);
+/// Appends received bytes as they are shown: the characters with these Windows-1252 codes (with `utf8`, these
+/// characters) or, with `binary`, <0D> for each.
+void AppendDisplayForm(std::string_view bytes, bool binary, std::string& text, bool utf8 = false);
 
 inline constexpr std::int32_t kTextAnswerLimit = 16000;  ///< characters, mode 0
 inline constexpr std::size_t kAutoAnswerLimit = 8192;    ///< bytes, mode 1
@@ -48,13 +50,23 @@ enum class Sent {
 /// TerminalState::last_answer. Exchange puts them together.
 class Session {
  public:
-  Session(device::Device& device, const device::DeviceState& device_state, TerminalState& state,
-          Output& output, ConnectCommands& connect)
+  Session(device::Device& device, device::DeviceState& device_state, TerminalState& state, Output& output,
+          ConnectCommands& connect)
       : device_(device), device_state_(device_state), state_(state), output_(output), connect_(connect) {}
 
   /// Writes `command` and the send terminator. Not connected, it presses the connect button once. Echoing is
   /// the caller's business, whatever `print_command` says.
   Sent SendCommand(std::string_view command, bool print_command = false);
+
+  /// Connects where nothing is connected, and after a loss where that is wanted. Returns whether there is a
+  /// connection.
+  bool EnsureConnected();
+
+  /// Tells how many bytes have come that no answer took; nothing is asked where nobody is told.
+  void TellBytesWaiting();
+
+  /// Discards what has come and says so.
+  void Flush() { FlushInput(device_, output_); }
 
   /// Presses the connect button where the rule for `command` says so, and returns the rule. Without device
   /// words no rule ends an exchange; where only queries are answered, another command's continues no longer.
@@ -69,19 +81,26 @@ class Session {
  private:
   bool ReadAnswer();
   bool ReadAsSet();
+  /// Nothing where the answer is no block.
+  std::optional<bool> ReadBlock();
   bool ReadToTerminator();
   bool ReadToGap();
   bool ReadCounted();
-  void TakeBytes();
-  /// Whether the last operation failed; its description is the answer then.
-  bool FetchError();
+  std::string Decoded(std::string_view bytes) const;
+  /// Appends what was gathered to the answer, as modes 1 and 2 show it.
+  void AppendGathered();
+  bool ShowAnswer(std::string_view shown);
+  bool ShowFailure(device::DeviceError error);
+  void NoteFailure(const device::DeviceError& error);
+  void ShowWords(const device::DeviceError& error);
 
   device::Device& device_;
-  const device::DeviceState& device_state_;
+  device::DeviceState& device_state_;
   TerminalState& state_;
   Output& output_;
   ConnectCommands& connect_;
-  bool sent_ = false;  // the command whose answer is read next
+  bool sent_ = false;            // the command whose answer is read next
+  std::int32_t timeout_ms_ = 0;  // of the answer in hand
   // Kept from exchange to exchange for their capacity.
   std::string answer_;
   std::string gathered_;

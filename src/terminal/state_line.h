@@ -14,7 +14,16 @@ enum class StateKind {
   kLost,      ///< the connection is lost
   kModem,     ///< the modem's last word after a dialling that failed
   kBytes,     ///< bytes that have come and were not read
+  kWords,     ///< what the last failure means
   kLeftOver,  ///< what an earlier run has left behind: loops, conditions, silence, recording
+};
+
+/// Whoever shows the state.
+class StateView {
+ public:
+  virtual ~StateView() = default;
+  /// An empty text takes back the last of that kind.
+  virtual void ShowState(StateKind kind, std::string_view text) = 0;
 };
 
 /// One text of each kind; the most urgent one is shown. Texts are UTF-8, an empty one is none.

@@ -24,6 +24,9 @@ struct TerminalSlices {
   TerminalState& terminal;
 };
 
+/// Hands the additions to those that they concern; to be called when they have changed.
+void ApplyExtras(const TerminalSlices& slices);
+
 /// What a front end brings along, be it the window or the command line.
 struct FrontEnd {
   pane::Pane& pane;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -69,6 +70,11 @@ struct TerminalState {
   Options options;
   OutputFlags output;
   Extras extras;
+  std::optional<bool> answers_of_run;  ///< queries only, as the list in hand has chosen
+  bool flush_first = false;            ///< what has come is discarded before each command
+
+  /// Whether a command that is no query is not followed by a read.
+  bool QueriesOnly() const { return answers_of_run.value_or(extras.queries_only); }
 };
 
 /// What the window shows and the settings keep besides connection and reception.

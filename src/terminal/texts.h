@@ -7,6 +7,7 @@
 
 #include "base/system.h"
 #include "device/device.h"
+#include "device/device_state.h"
 #include "device/modem_dialler.h"
 
 /// Every text that the terminal session shows.
@@ -86,6 +87,29 @@ inline std::string Dialling(const device::DialProgress& progress) {
 
 inline std::string InputFlushed(std::int32_t bytes) {
   return "Empfangspuffer gelöscht (" + std::to_string(bytes) + " Bytes)";
+}
+
+inline constexpr const char* kConnectionLost = "Verbindung verloren";
+/// `word` is the modem's last one, empty where none came.
+inline std::string LineClosed(std::string_view word) {
+  return std::string(word.empty() ? "Keine Antwort des Modems" : word) + ", Leitung geschlossen";
+}
+
+inline constexpr const char* kBlockTooLong = "Block länger als 64 MiB";
+
+/// Empty for none.
+inline std::string BytesWaiting(std::int32_t bytes) {
+  if (bytes <= 0) return {};
+  return bytes == 1 ? "1 Byte wartet" : std::to_string(bytes) + " Bytes warten";
+}
+
+/// A failure by its code and what that means, or by its description alone where nobody knows.
+inline std::string Words(const device::DeviceError& error, std::int32_t timeout_ms) {
+  if (error.words.empty()) return error.description;
+  const std::string meaning = error.code == device::device_status::kReadTimeout
+                                  ? "keine Antwort innerhalb von " + std::to_string(timeout_ms) + " ms"
+                                  : error.words;
+  return std::to_string(error.code) + ": " + meaning;
 }
 
 inline constexpr std::string_view kStartRecordingTip = "Log aktivieren";

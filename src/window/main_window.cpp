@@ -1,6 +1,7 @@
 #include "window/main_window.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QCloseEvent>
 #include <QLineEdit>
 #include <QScreen>
@@ -11,6 +12,7 @@
 #include "device/device_state.h"
 #include "device/port_table.h"
 #include "device/ui/connection_dialog.h"
+#include "device/ui/ports_dialog.h"
 #include "help/widget_topics.h"
 #include "window/field_mark.h"
 #include "window/icons.h"
@@ -63,7 +65,8 @@ MainWindow::MainWindow(WindowContext context)
       grid_target_(script_.grid(), script_.files(), context_.settings.command_list, prompt_, this),
       box_(area_->terminal_bar()->command()),
       interactive_(core_.exchange, script_.recorder(), box_),
-      lines_(interactive_),
+      lines_(interactive_, &context_.slices.device.utf8),
+      listener_(core_.device, context_.slices, core_.output, core_.connect, [this] { return IsBusy(); }),
       receive_(area_->terminal_bar(), context_.slices.terminal, core_.device, prompt_, this),
       help_(this, HelpFolders(), prompt_),
       find_in_pane_(new pane::PaneFind(pane_)),
@@ -206,8 +209,30 @@ void MainWindow::ConnectOptions() {
 
 void MainWindow::ConnectExtras() {
   terminal::Extras& extras = context_.slices.terminal.extras;
+  const auto apply = [this] { ApplyExtras(context_.slices); };
+  core_.output.SetStateView(&area_->status_bars());
+  extras_.On("mnuReadAnswer", [this] {
+    pane_->FollowEnd();
+    prompt_.Guard([this] { core_.exchange.Read(terminal::Sender::kUser); });
+    listener_.Look();
+  });
+  extras_.OnToggle("mnuListen", extras.listen, [this] { listener_.Look(); });
   extras_.OnToggle("mnuQueriesOnly", extras.queries_only);
+  extras_.OnToggle("mnuBlocks", extras.blocks);
   extras_.OnToggle("mnuDeviceWords", extras.device_words);
+  extras_.OnToggle("mnuReconnect", extras.reconnect);
+  extras_.OnToggle("mnuTimeStamps", extras.time_stamps, [this] { ShowTimeStamps(); });
+  extras_.OnToggle("mnuLogTimeStamps", extras.log_time_stamps, apply);
+  extras_.OnToggle("mnuUtf8", extras.utf8, apply);
+  extras_.On("mnuPorts", [this] {
+    device::PortsDialog({context_.library, prompt_, context_.slices.device.connected}, this).exec();
+  });
+  extras_.On("mnuCopyWithTimes",
+             [this] { QApplication::clipboard()->setText(pane_->SelectedTextWithTimes()); });
+  ShowTimeStamps();
+  pane_->SetFailureHelp([this](const QString& line) { return MeaningOf(line); });
+  const bool own = context_.slices.device.OperMode == device::operating_mode::kPortLibrary;
+  for (const char* name : {"mnuListen", "mnuReconnect", "mnuUtf8"}) extras_.SetAllowed(name, own);
   AddListCommands(extras_, script_);
 }
 
@@ -278,10 +303,21 @@ bool MainWindow::Waiting(device::Operation operation, double seconds) {
   return wait_.Waiting(operation, seconds) && GoesOn();
 }
 
+void MainWindow::ShowTimeStamps() { pane_->setTimeStamps(context_.slices.terminal.extras.time_stamps); }
+
+// The status stands at the line's end: "-30", "Write error: -41".
+QString MainWindow::MeaningOf(const QString& line) {
+  bool is_status = false;
+  const int status = line.section(u' ', -1).toInt(&is_status);
+  device::PortLibrary* library = is_status && status < 0 ? context_.library.Library() : nullptr;
+  return library == nullptr ? QString() : base::ToQt(library->StatusText(status));
+}
+
 void MainWindow::Lock(bool flag) {
   lock_.LockGUI(flag);
   extras_.Lock(flag);
   area_->find_bar()->ShowReplaceable();
+  if (!flag) listener_.Look();
 }
 
 void MainWindow::Send() {
@@ -289,6 +325,7 @@ void MainWindow::Send() {
   const std::string text = base::FromQt(area_->terminal_bar()->command()->currentText());
   if (!text.empty()) pane_->FollowEnd();
   prompt_.Guard([&] { lines_.Send(text, [] { QApplication::processEvents(); }); });
+  listener_.Look();
 }
 
 void MainWindow::OpenConnectionMenu() {
@@ -302,6 +339,7 @@ void MainWindow::ConnectionChanged() {
   const terminal::ConnectButtonState& button = core_.connect.button();
   toolbar1_->ShowState("TB_CONNECT", button.tag, button.image, base::ToQt(button.tool_tip));
   area_->status_bars().ShowConnection(core_.connect.StatusText());
+  listener_.Renew();
   OpenConnectionMenu();
   ShowConfigureButton();
   ShowCaption();
@@ -320,6 +358,8 @@ void MainWindow::ShowConfigureButton() {
 
 bool MainWindow::Dialling(const device::DialProgress& progress) {
   area_->status_bars().ShowConnection(terminal::texts::Dialling(progress));
+  if (device::IsRefusal(progress.reply))
+    area_->status_bars().ShowState(terminal::StateKind::kModem, progress.reply);
   return wait_.Serve() && GoesOn();
 }
 
@@ -341,6 +381,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   }
   script_.KeepUnsaved();
   if (memory_ != nullptr) memory_->Note();
+  listener_.Forget();
   // The steps may show message boxes, during which the window could be closed once more.
   if (unload_) std::exchange(unload_, nullptr)();
   help_.Close();

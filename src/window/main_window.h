@@ -19,6 +19,7 @@
 #include "window/extras_menu.h"
 #include "window/file_dialogs.h"
 #include "window/help_commands.h"
+#include "window/listener.h"
 #include "window/lock_gui.h"
 #include "window/log_commands.h"
 #include "window/menus.h"
@@ -82,6 +83,7 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   void closeEvent(QCloseEvent* event) override;
 
  private:
+  void ConnectionEnding() override { listener_.Forget(); }
   void ConnectionChanged() override;
   bool Dialling(const device::DialProgress& progress) override;
   void BeforeUnattended() override { wait_.PaintNow(); }
@@ -106,6 +108,8 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   void OpenConnectionMenu();
   void ConfigureConnection();
   void Lock(bool flag);
+  void ShowTimeStamps();
+  QString MeaningOf(const QString& line);
   void ShowCaption();
   void ShowConfigureButton();
   void ShowHowToBegin();
@@ -132,6 +136,7 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   CommandBoxView box_;
   terminal::InteractiveSend interactive_;
   terminal::CommandLines lines_;
+  Listener listener_;
   ReceiveView receive_;
   HelpCommands help_;
   pane::PaneFind* find_in_pane_;

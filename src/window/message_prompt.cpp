@@ -77,13 +77,14 @@ QPushButton* AddStopButton(QMessageBox& box) {
 
 }  // namespace
 
-void MessagePrompt::Show(int icon, std::string_view text) {
+void MessagePrompt::Show(int icon, std::string_view text, std::string_view words) {
   if (dismissed_) return;
   links_.before_message();
   QMessageBox box(static_cast<QMessageBox::Icon>(icon), base::ToQt(texts::kProgram), base::ToQt(text),
                   QMessageBox::Ok, parent_);
   box.setObjectName(QStringLiteral("MessageBox"));
   box.setTextFormat(Qt::PlainText);
+  box.setInformativeText(base::ToQt(words));
   WrapLongWords(box);
   // In a host without a window to be seen it would be the last one, with which Qt ends the host.
   box.setAttribute(Qt::WA_QuitOnClose, false);
@@ -97,6 +98,11 @@ void MessagePrompt::Show(int icon, std::string_view text) {
 void MessagePrompt::ShowError(std::string_view text) {
   if (Unattended()) return close_->Messages().ShowError(text);
   Show(QMessageBox::Critical, text);
+}
+
+void MessagePrompt::ShowFailure(std::string_view text, std::string_view words) {
+  if (Unattended()) return close_->Messages().ShowFailure(text, words);
+  Show(QMessageBox::Critical, text, words);
 }
 
 void MessagePrompt::ShowMessage(std::string_view text) {

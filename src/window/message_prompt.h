@@ -28,6 +28,7 @@ class MessagePrompt final : public base::Prompt {
   bool Unattended() const { return close_ != nullptr && close_->Made(); }
 
   void ShowError(std::string_view text) override;
+  void ShowFailure(std::string_view text, std::string_view words) override;
   void ShowMessage(std::string_view text) override;
 
   /// Runs a window event; a run-time error in it becomes a message box with its description.
@@ -52,7 +53,7 @@ class MessagePrompt final : public base::Prompt {
   void Dismiss(bool dismissed) { dismissed_ = dismissed; }
 
  private:
-  void Show(int icon, std::string_view text);
+  void Show(int icon, std::string_view text, std::string_view words = {});
 
   QWidget* parent_;
   CloseRequest* close_;

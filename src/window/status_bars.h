@@ -28,7 +28,7 @@ class StatusPanel final : public QLabel {
 };
 
 /// The two status bars: connection and state in the first; log file and command list in the second.
-class StatusBars {
+class StatusBars : public terminal::StateView {
  public:
   explicit StatusBars(QWidget* parent);
 
@@ -37,7 +37,7 @@ class StatusBars {
 
   void ShowConnection(std::string_view text);
   /// Shown unless there is something more urgent; an empty text takes back the last of that kind.
-  void ShowState(terminal::StateKind kind, std::string_view text);
+  void ShowState(terminal::StateKind kind, std::string_view text) override;
   void ShowLogFile(std::string_view text);
   void ShowCommandList(std::string_view text);
 

@@ -143,5 +143,18 @@ TEST(RunOptions, RefuseInOneLine) {
   EXPECT_EQ(Refusal({"--verbose=yes"}), "unknown option '--verbose=yes'");
 }
 
+TEST(RunOptions, AdditionsAreOffUntilAskedFor) {
+  const CommandRunOptions usual = Given({});
+  EXPECT_FALSE(usual.Flush || usual.QueriesOnly || usual.Blocks || usual.Reconnect || usual.Utf8 ||
+               usual.TimeStamps);
+  EXPECT_TRUE(usual.DeviceWords && usual.ErrorLines);
+  const CommandRunOptions all = Given({"--flush", "--answers", "queries", "--blocks", "--no-device-words",
+                                       "--reconnect", "--utf8", "--no-errors", "--timestamps"});
+  EXPECT_TRUE(all.Flush && all.QueriesOnly && all.Blocks && all.Reconnect && all.Utf8 && all.TimeStamps);
+  EXPECT_FALSE(all.DeviceWords || all.ErrorLines);
+  EXPECT_FALSE(Given({"--answers", "always"}).QueriesOnly);
+  EXPECT_EQ(Refusal({"--answers", "never"}), "--answers takes always or queries, not 'never'");
+}
+
 }  // namespace
 }  // namespace kolvane::app

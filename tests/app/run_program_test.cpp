@@ -37,11 +37,14 @@ struct RunProgramTest : testing::Test {
   amplifier::ServerThread amplifier;
 };
 
-void ExpectDone(const Outcome& outcome, const std::string& out) {
+void ExpectDone(const Outcome& outcome, const std::string& out, const std::string& err = "") {
   EXPECT_EQ(outcome.status, 0);
   EXPECT_EQ(outcome.out, out);
-  EXPECT_EQ(outcome.err, "");
+  EXPECT_EQ(outcome.err, err);
 }
+
+constexpr char kStopped[] = "kolvane: Die laufende Meßwerterfassung wurde beendet\n";
+constexpr char kLocal[] = "kolvane: GO TO LOCAL ausgeführt - die Verbindung wurde getrennt\n";
 
 TEST_F(RunProgramTest, PrintsAnswersAlone) {
   ExpectDone(Run("'comment\r\nECHO eins\r\n\r\n$REPEAT 1\r\nECHO zwei\r\n$ENDREPEAT"), "eins\nzwei\nzwei\n");
@@ -68,7 +71,9 @@ TEST_F(RunProgramTest, PrintsRecordsOnRequest) {
   EXPECT_EQ(std::regex_replace(json.out, utc, "T"),
             "{\"time\":\"T\",\"command\":\"ECHO "
             "1,2.50\",\"status\":0,\"answer\":\"1,2.50\",\"fields\":[1.0,2.5]}\n");
-  EXPECT_EQ(csv.err + numbers.err + json.err, "");
+  EXPECT_EQ(csv.err, kStopped);
+  EXPECT_EQ(numbers.err, kStopped);
+  EXPECT_EQ(json.err, "");
 }
 
 TEST_F(RunProgramTest, ARunWithoutAConnectionPrintsNoRecord) {
@@ -107,7 +112,7 @@ TEST_F(RunProgramTest, AListMayJumpBranchAndStaySilent) {
 
 TEST_F(RunProgramTest, TellsAboutTheConnectionOnRequest) {
   const Outcome quiet = Send({"STP", "DCL", "ECHO wieder"});
-  ExpectDone(quiet, "wieder\n");
+  ExpectDone(quiet, "wieder\n", std::string(kStopped) + kLocal);
   const Outcome verbose = Send({"STP", "DCL", "ECHO wieder", "--verbose"});
   EXPECT_EQ(verbose.out, "wieder\n");
   const std::string port = std::to_string(amplifier.Port());
@@ -133,7 +138,7 @@ TEST_F(RunProgramTest, AFailedAnswerIsPrintedAndCounts) {
   const Outcome late = Send({"WAIT? 2000", "--timeout", "30"});
   EXPECT_EQ(late.status, 4);
   EXPECT_TRUE(std::regex_match(late.out, std::regex("-[0-9]+\n"))) << late.out;
-  EXPECT_EQ(late.err, "");
+  EXPECT_EQ(late.err, "kolvane: -30: keine Antwort innerhalb von 30 ms\n");
   const Outcome run = Run("WAIT? 2000\r\n$STOP\r\n", {"--timeout", "30"});
   EXPECT_EQ(run.status, 4);
   EXPECT_EQ(run.out, late.out);
@@ -184,7 +189,7 @@ TEST_F(RunProgramTest, AnInstrumentThatGoesAwayIsAFailedAnswer) {
   Instrument instrument(Echo);
   const Outcome outcome =
       RunProgram({"send", "DCL", "A", "--connect", instrument.Resource(), "--timeout", "5000"});
-  ExpectDone(outcome, "A\n");
+  ExpectDone(outcome, "A\n", kLocal);
   amplifier::Options options;
   options.behaviour.close_after = 1;
   const amplifier::ServerThread leaving(options);
@@ -250,7 +255,7 @@ TEST_F(RunProgramTest, LinesBeyondTheLastRowAreCounted) {
 TEST_F(RunProgramTest, TheLogTakesEachLineOfTheRun) {
   base::WriteBytes(folder.Path("run.LOG"), "old\r\n");
   ExpectDone(Send({"NAME 1,Brücke", "STP", "NAME? 1", "--show-commands", "--log", "run.LOG"}),
-             "NAME 1,Brücke\n0\nSTP\nNAME? 1\nBrücke\n");
+             "NAME 1,Brücke\n0\nSTP\nNAME? 1\nBrücke\n", kStopped);
   EXPECT_EQ(base::ReadBytes(folder.Path("run.LOG")),
             "old\r\nNAME 1,Br\xFC"
             "cke\r\n0\r\nSTP\r\nDie laufende Me\xDFwerterfassung wurde beendet\r\n"
@@ -307,7 +312,9 @@ TEST_F(RunProgramTest, WithNoDisplayTheDemoRunsItsList) {
   const Outcome outcome = RunProgram({"--demo"}, {.folder = folder.Path("")});
   EXPECT_EQ(outcome.status, 0);
   EXPECT_TRUE(outcome.out.starts_with("*IDN?\nKOLVANE,")) << outcome.out;
-  EXPECT_EQ(outcome.err, "kolvane: no display, so the demo's command list runs without a window\n");
+  EXPECT_EQ(
+      outcome.err,
+      std::string("kolvane: no display, so the demo's command list runs without a window\n") + kStopped);
   EXPECT_EQ(folder.Names(), std::vector<std::string>{});
 }
 
@@ -359,6 +366,58 @@ TEST_F(DemoTest, TheFolderThatIsNamedIsTheComponents) {
   EXPECT_EQ(demo.Wait().status, 0);
   EXPECT_TRUE(std::filesystem::exists(folder.Path("current/own/IPADDR.INI")));
   EXPECT_TRUE(IsEmpty("temporary"));
+}
+
+TEST_F(RunProgramTest, AFailedAnswerIsExplainedOnStandardError) {
+  Instrument silent([](const std::string&) { return std::string(); });
+  const Outcome outcome = RunProgram({"send", "A", "--timeout", "100", "--connect", silent.Resource()});
+  EXPECT_EQ(outcome.status, 4);
+  EXPECT_EQ(outcome.out, "-30\n");
+  EXPECT_EQ(outcome.err, "kolvane: -30: keine Antwort innerhalb von 100 ms\n");
+  EXPECT_EQ(RunProgram({"send", "A", "--timeout", "100", "--no-errors", "--connect", silent.Resource()}).out,
+            "");
+}
+
+TEST_F(RunProgramTest, ACommandThatIsNoQueryMayHaveNoAnswer) {
+  Instrument instrument(
+      [](const std::string& line) { return line.ends_with('?') ? "5\r\n" : std::string(); });
+  ExpectDone(
+      RunProgram({"send", "VOLT 5", "VOLT?", "--answers", "queries", "--connect", instrument.Resource()}),
+      "5\n");
+  ExpectDone(RunProgram({"run", List("$ANSWERS QUERIES\r\nVOLT 5\r\nVOLT?\r\n"), "--connect",
+                         instrument.Resource()}),
+             "5\n");
+}
+
+TEST_F(RunProgramTest, BytesThatWaitAtTheEndAreTold) {
+  Instrument chatty([](const std::string&) { return std::string("1\r\n2\r\n"); });
+  const Outcome outcome = RunProgram({"send", "A", "--connect", chatty.Resource()});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.out, "1\n");
+  EXPECT_EQ(outcome.err, "kolvane: 3 Bytes warten\n");
+  ExpectDone(RunProgram({"run", List("A\r\n$READ\r\n"), "--connect", chatty.Resource()}), "1\n2\n");
+}
+
+TEST_F(RunProgramTest, AWordThatEndsAnExchangeIsToldUnlessWordsAreOff) {
+  Instrument instrument([](const std::string&) { return std::string("7\r\n"); });
+  const Outcome outcome = RunProgram({"send", "STP?", "--connect", instrument.Resource()});
+  EXPECT_EQ(outcome.out, "");
+  EXPECT_TRUE(outcome.err.starts_with("kolvane: Die laufende Meßwerterfassung wurde beendet\n"))
+      << outcome.err;
+  ExpectDone(RunProgram({"send", "PRES?", "--no-device-words", "--connect", instrument.Resource()}), "7\n");
+}
+
+TEST_F(RunProgramTest, BlocksAndUtf8) {
+  Instrument instrument([](const std::string& line) {
+    return line == "B?" ? std::string("#15a\r\nbc\r\n") : "Ω " + line + "\r\n";
+  });
+  ExpectDone(RunProgram({"send", "B?", "Ω?", "--blocks", "--utf8", "--connect", instrument.Resource()}),
+             "#15a\nbc\nΩ Ω?\n");
+}
+
+TEST_F(RunProgramTest, AShortNameWillDo) {
+  Instrument instrument([](const std::string&) { return std::string("7\r\n"); });
+  ExpectDone(RunProgram({"send", "A", "--connect", "127.0.0.1:" + std::to_string(instrument.port())}), "7\n");
 }
 
 }  // namespace

@@ -45,7 +45,7 @@ TEST_P(StoppedBySignalTest, TheRowInHandIsGivenUpAndTheRunEnds) {
   over.count_down();
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.out, "A\n-60\n");
-  EXPECT_EQ(outcome.err, "kolvane: Der Ablauf wurde abgebrochen.\n");
+  EXPECT_EQ(outcome.err, "kolvane: -60: abgebrochen\nkolvane: Der Ablauf wurde abgebrochen.\n");
   EXPECT_EQ(base::ReadBytes(folder.Path("a.LOG")), "A\r\n-60\r\n");
   instrument.AwaitClose();
   EXPECT_EQ(instrument.lines(), (std::vector<std::string>{"A", "B"}));

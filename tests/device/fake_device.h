@@ -89,6 +89,12 @@ class FakeDevice final : public Device {
 
   void ActivateInterpreter() override { calls.emplace_back("ActivateInterpreter"); }
 
+  std::int32_t BytesWaiting() override { return waiting(); }
+  void Pause(std::int32_t milliseconds) override {
+    paused_ms += milliseconds;
+    Record("Pause " + std::to_string(milliseconds), pause_result);
+  }
+
   std::size_t CountCalls(std::string_view start) const {
     return static_cast<std::size_t>(std::count_if(
         calls.begin(), calls.end(), [&](const std::string& call) { return call.starts_with(start); }));
@@ -104,7 +110,10 @@ class FakeDevice final : public Device {
   std::string incoming;                  ///< bytes of binary answers
   bool hollow_reads = false;             ///< binary reads succeed and leave the buffer as it is
   std::optional<std::int32_t> flushed;
-  DeviceError last_error;
+  std::function<std::int32_t()> waiting = [] { return 0; };
+  std::int32_t paused_ms = 0;
+  device::DeviceError pause_result;
+  device::DeviceError last_error;
 
  private:
   void Record(std::string call, const DeviceError& result) {

@@ -37,6 +37,8 @@ class FakePortLibrary final : public PortLibrary {
   std::deque<FakeReply> replies;
   std::string scan;  ///< what a USB scan finds
   bool takes_node = true;
+  std::int32_t bytes_waiting = 0;
+  std::string status_text;
 
   std::int32_t OpenPort(std::int16_t port, std::int32_t baud, const std::string& text, std::int32_t data_bits,
                         std::int16_t stop_bits, std::int16_t receive_buffer) override {
@@ -44,6 +46,8 @@ class FakePortLibrary final : public PortLibrary {
                              Text(receive_buffer)});
   }
   bool TakesNode() const override { return takes_node; }
+  std::int32_t BytesWaiting() override { return bytes_waiting; }
+  std::string StatusText(std::int32_t) override { return status_text; }
   std::int32_t SetNode(std::int16_t port, const std::string& node) override {
     return Call("SetNode", {Text(port), Quoted(node)});
   }

@@ -263,5 +263,34 @@ TEST_F(OverPortLibrary, ChoosesThePathAtEachCall) {
   EXPECT_EQ(calls.size(), 4u);
 }
 
+TEST_F(OverPortLibrary, AFailureHasTheLibrarysWords) {
+  library.status_text = "Verbindung abgelehnt";
+  library.results["WritePort"] = {-22};
+  io.Write("A", "\n", 0);
+  EXPECT_EQ(io.LastError().words, "Verbindung abgelehnt");
+  io.Write("A", "\n", 0);
+  EXPECT_EQ(io.LastError().words, "");
+}
+
+TEST_F(OverPortLibrary, TellsWhatWaitsOnceConnected) {
+  library.bytes_waiting = 12;
+  EXPECT_EQ(io.BytesWaiting(), 0);
+  state.connected = true;
+  EXPECT_EQ(io.BytesWaiting(), 12);
+  state.put_back = "x";
+  EXPECT_EQ(io.BytesWaiting(), 13);
+  library.results["FlushInQueue"] = {12};
+  EXPECT_EQ(io.FlushInput(), 13);
+  EXPECT_EQ(state.put_back, "");
+}
+
+TEST_F(OverPortLibrary, AnInstrumentMaySpeakUtf8) {
+  state.utf8 = true;
+  io.Write("Ω", "\n", 0);
+  EXPECT_EQ(calls.back(), "WritePort(\"Ω\n\")");
+  library.replies = {{"5 Ω \xFC\n"}};
+  EXPECT_EQ(Read(), "5 Ω ü\n");
+}
+
 }  // namespace
 }  // namespace kolvane::device

@@ -56,7 +56,7 @@ TEST_F(EmulatedProgramTest, ExchangesOverTheParallelPort) {
 
 TEST_F(EmulatedProgramTest, SaysWhyThereIsNoConnection) {
   EXPECT_EQ(RunProgram({"send", "--connect", "USB::OTHER::INSTR", "X"}).err,
-            "kolvane: Fehler beim Verbindungsaufbau: -10 (-10)\n");
+            "kolvane: Fehler beim Verbindungsaufbau: -10 (-10): Gerät oder Gerätedatei nicht gefunden\n");
   EXPECT_EQ(RunProgram({"send", "--connect", "LPT2", "X"}).status, 3);
 }
 

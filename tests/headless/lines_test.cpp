@@ -3,6 +3,8 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 
+#include <regex>
+
 #include <algorithm>
 #include <cerrno>
 #include <stdexcept>
@@ -211,6 +213,35 @@ TEST(Messages, AreOneLineEach) {
   messages.ShowMessage("Grüße");
   messages.Tell("nothing");
   EXPECT_EQ(err.text(), "kolvane: a b c\nkolvane: Grüße\n");
+}
+
+TEST_F(LinePaneTest, ARemarkFollowsTheLineThatItIsAbout) {
+  pane.AppendLine(LineKind::kError, "-30");
+  pane.Remark(LineKind::kError, "-30: keine Antwort");
+  pane.AppendText(LineKind::kTime, "(dt = 1 ms)\r\n", 0);
+  EXPECT_EQ(err.text(), "");
+  pane.EndLine();
+  EXPECT_EQ(out.text(), "-30(dt = 1 ms)\n");
+  EXPECT_EQ(err.text(), "kolvane: -30: keine Antwort\n");
+}
+
+TEST_F(LinePaneTest, FailedAnswersMayStayOffStandardOutput) {
+  LinePane without(out.fd(), messages, {.errors = false});
+  without.AppendLine(LineKind::kError, "-30");
+  without.Remark(LineKind::kError, "-30: keine Antwort");
+  without.AppendLine(LineKind::kAnswer, "1");
+  without.EndLine();
+  EXPECT_EQ(out.text(), "1\n");
+  EXPECT_EQ(err.text(), "kolvane: -30: keine Antwort\n");
+}
+
+TEST_F(LinePaneTest, LinesMayBeginWithTheirTime) {
+  LinePane stamped(out.fd(), messages, {.times = true});
+  stamped.AppendLine(LineKind::kAnswer, "1");
+  stamped.EndLine();
+  EXPECT_TRUE(
+      std::regex_match(out.text(), std::regex("20\\d\\d-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3} 1\n")))
+      << out.text();
 }
 
 class LinePaneCase {

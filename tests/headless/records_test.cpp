@@ -46,7 +46,7 @@ class RecordsTest : public testing::Test {
   base::CapturedOutput out;
   base::CapturedOutput err;
   Messages messages{err.fd(), false};
-  LinePane pane{out.fd(), messages, false};
+  LinePane pane{out.fd(), messages, {.shown = false}};
   CommandRunOptions options;
   device::DeviceState device;
   terminal::LastAnswer answer;

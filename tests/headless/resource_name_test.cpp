@@ -159,5 +159,13 @@ TEST(ResourceName, BecomesConnectionParameters) {
   EXPECT_EQ(parameters.usb_address, "4711");
 }
 
+TEST(ResourceName, TakesShortNames) {
+  EXPECT_EQ(Parsed("192.168.1.7:5025"), Parsed("TCPIP::192.168.1.7::5025::SOCKET"));
+  EXPECT_EQ(Parsed("[::1]:7"), Parsed("TCPIP::[::1]::7::SOCKET"));
+  EXPECT_EQ(Parsed("/dev/ttyUSB0"), Parsed("ASRL/dev/ttyUSB0::INSTR"));
+  EXPECT_EQ(Refusal("host:0"), "bad RESOURCE 'host:0': the port must be a number from 1 to 65535");
+  for (const char* name : {":7", "host:", "::1:7", "host"}) EXPECT_NE(Refusal(name), "accepted") << name;
+}
+
 }  // namespace
 }  // namespace kolvane::headless

@@ -33,7 +33,9 @@ TEST(HeadlessDial, ARefusalIsOneLineWithTheModemsLastWord) {
   }
   const std::string said = testing::internal::GetCapturedStderr();
   EXPECT_TRUE(said.ends_with(
-      "\nkolvane: Fehler beim Verbindungsaufbau: -1 (-1), letzte Antwort des Modems: „NO CARRIER“\n"))
+      "\nkolvane: Fehler beim Verbindungsaufbau: -1 (-1), letzte Antwort des Modems: „NO CARRIER“\n"
+      "kolvane: Versucht wurde die gespeicherte Verbindung: COM 1 (" +
+      modem.node() + "). --connect nennt eine andere.\n"))
       << said;
   EXPECT_EQ(said.find("Verbindung hergestellt"), std::string::npos) << said;
 }

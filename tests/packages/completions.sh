@@ -21,8 +21,8 @@ same() {
 }
 
 # What the programs understand is what is completed.
-for option in $("$program" --help | grep -oE -- '--[a-z][a-z-]+' | sort -u); do
-  grep -qE -- "(^|[^a-z-])$option([^a-z-]|$)" "$folder/kolvane.bash" || same bash "$option" nothing
+for option in $("$program" --help | grep -oE -- '--[a-z][a-z0-9-]+' | sort -u); do
+  grep -qE -- "(^|[^a-z-])$option([^a-z0-9-]|$)" "$folder/kolvane.bash" || same bash "$option" nothing
   grep -qE -- "(\(- \*\)'\{-h,$option\}'|'(\(- \*\))?$option)\[" "$folder/_kolvane" || same zsh "$option" nothing
   grep -qE -- " -l ${option#--} " "$folder/kolvane.fish" || same fish "$option" nothing
 done
@@ -45,7 +45,7 @@ bash_gives './kolvane run ' listen nacht.CMD tag.cmd
 bash_gives './kolvane run --par' --parity
 bash_gives './kolvane run nacht.CMD --parity ' none even odd
 bash_gives './kolvane run --parity=e' even
-bash_gives './kolvane --folder run send --re' --receive-terminator --receive-mode
+bash_gives './kolvane --folder run send --re' --receive-terminator --receive-mode --reconnect
 bash_gives './kolvane check ' listen nacht.CMD tag.cmd
 bash_gives './kolvane check nacht.CMD t' tag.cmd
 bash_gives './kolvane send *IDN? ' ''

@@ -25,10 +25,12 @@ class FakePane final : public Pane {
     caret_back = back;
   }
   void Clear() override { text.clear(); }
+  void Remark(LineKind /*kind*/, std::string_view remark) override { remarks.emplace_back(remark); }
   void Refresh() override { ++refreshed; }
 
   std::string text;
   std::vector<std::string> lines;
+  std::vector<std::string> remarks;
   std::vector<LineKind> kinds;
   std::vector<LineKind> text_kinds;
   int caret_back = 0;

@@ -2,6 +2,7 @@
 #include <QElapsedTimer>
 #include <QImage>
 #include <QSignalSpy>
+#include <QTime>
 #include <algorithm>
 
 #include "pane/pane_contract.h"
@@ -278,6 +279,22 @@ TEST_F(PaneWindow, LinesThatComeLeaveWhatIsMarked) {
   pane_.Select(2, 2);
   pane_.AppendLine(LineKind::kAnswer, "four");
   EXPECT_EQ(pane_.text().caret(), pane_.text().Length()) << "without a mark the caret goes to the end";
+}
+
+TEST_F(PaneWindow, TheMarginShowsWhenEachLineCame) {
+  const int width = pane_.viewport()->width();
+  pane_.AppendLine(LineKind::kAnswer, "a");
+  pane_.setProperty("timeStamps", true);
+  EXPECT_LT(pane_.viewport()->width(), width);
+  QString time;
+  QMetaObject::invokeMethod(&pane_, "lineTime", Q_RETURN_ARG(QString, time), Q_ARG(int, 1));
+  EXPECT_TRUE(QTime::fromString(time, "HH:mm:ss.zzz").isValid()) << time.toStdString();
+  EXPECT_EQ(pane_.lineTime(0), "") << "before the first break nobody has sent anything";
+  EXPECT_EQ(pane_.lineTime(7), "");
+  pane_.selectAll();
+  EXPECT_EQ(pane_.SelectedTextWithTimes().section(u'\n', 1, 1), time + " a");
+  pane_.setProperty("timeStamps", false);
+  EXPECT_EQ(pane_.viewport()->width(), width);
 }
 
 class WindowCase {

@@ -117,7 +117,7 @@ class Options(HeadlessCase):
 
     def test_a_count_ends_an_answer(self):
         kolvane.send("abcdef", connect=self.instrument(), on_line=self.on_line, count=4)
-        self.assertEqual(self.lines, [("answer", "ABCD")])
+        self.assertEqual(self.lines, [("answer", "ABCD"), ("error", "4 Bytes warten")])
 
     def test_a_log_takes_the_lines(self):
         log = self.folder / "run.log"

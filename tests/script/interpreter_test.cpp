@@ -33,10 +33,21 @@ TEST_F(InterpreterTest, UnknownCommands) {
 // The last three of the table are not carried out yet.
 TEST_F(InterpreterTest, CarriesOutTheWordsOfTheTable) {
   for (const SpecialWord& special : kSpecialWords) {
-    const bool known = ErrorOf(std::string(special.word) + " 1") != "Unbekannter $ Befehl";
-    EXPECT_EQ(known, special.command < SpecialCommand::kFlush) << special.word;
+    const char* argument = special.command == SpecialCommand::kAnswers ? " ALWAYS" : " 1";
+    EXPECT_NE(ErrorOf(std::string(special.word) + argument), "Unbekannter $ Befehl") << special.word;
     EXPECT_EQ(FindSpecialWord(special.word), &special);
   }
+}
+
+TEST_F(InterpreterTest, AnswersChoosesForTheRestOfTheRun) {
+  EXPECT_TRUE(Do("$ANSWERS queries"));
+  EXPECT_TRUE(terminal.QueriesOnly());
+  EXPECT_TRUE(Do("$ANSWERS ALWAYS"));
+  EXPECT_FALSE(terminal.QueriesOnly());
+  EXPECT_EQ(ErrorOf("$ANSWERS NEVER"), "Unbekannter $ Befehl");
+  terminal.extras.queries_only = true;
+  interpreter.EndOfRun();
+  EXPECT_TRUE(terminal.QueriesOnly());
 }
 
 TEST_F(InterpreterTest, CommandWordsStandInAnyCase) {

@@ -12,6 +12,7 @@
 #include "script/list_text.h"
 #include "script/script_state.h"
 #include "terminal/connect_bench.h"
+#include "terminal/session_bench.h"
 #include "terminal/session_fakes.h"
 
 namespace kolvane::script {
@@ -48,7 +49,11 @@ struct ScriptBench {
   terminal::FakeLog log;
   CommandList list{&state.run};
   ListErrors errors{list, prompt};
-  Interpreter interpreter{list, errors, {state.interpreter, terminal, device, waits, pane, log}};
+  terminal::SessionBench session;  ///< of its own, for what reads and flushes
+  base::SteadyClock clock;
+  terminal::Exchange exchange{session.session, session.waits, session.state.options,
+                              session.output,  clock,         ","};
+  Interpreter interpreter{list, errors, {state.interpreter, terminal, device, waits, pane, exchange, log}};
 };
 
 }  // namespace kolvane::script

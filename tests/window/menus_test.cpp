@@ -49,22 +49,29 @@ TEST_F(MenusTest, OfOptions) {
 }
 
 TEST_F(MenusTest, OfExtras) {
-  EXPECT_EQ(Items("mnuExtras"), QStringList({
-                                    "mnuFind Suchen...",
-                                    "mnuFindNext Weitersuchen",
-                                    "mnuFindPrevious Zurücksuchen",
-                                    "mnuQueriesOnly Nur auf Abfragen warten",
-                                    "mnuDeviceWords DCL, RES und STP beachten",
-                                    "mnuCheckList Befehlsliste prüfen",
-                                    "mnuBreakpoint Haltepunkt",
-                                    "mnuPlayFromRow Ab dieser Zeile abspielen",
-                                    "mnuRunToRow Bis hierher abspielen",
-                                    "mnuDuplicateRow Zeile verdoppeln",
-                                    "mnuToggleComment Auskommentieren",
-                                    "mnuMoveUp Nach oben",
-                                    "mnuMoveDown Nach unten",
-                                    " Zuletzt verwendet",
-                                }));
+  EXPECT_EQ(Items("mnuExtras"), QStringList({"mnuFind Suchen...",
+                                             "mnuFindNext Weitersuchen",
+                                             "mnuFindPrevious Zurücksuchen",
+                                             "mnuReadAnswer Antwort lesen",
+                                             "mnuListen Mithören",
+                                             "mnuQueriesOnly Nur auf Abfragen warten",
+                                             "mnuBlocks Blockantworten (#) erkennen",
+                                             "mnuDeviceWords DCL, RES und STP beachten",
+                                             "mnuReconnect Nach Abbruch neu verbinden",
+                                             "mnuTimeStamps Zeitstempel anzeigen",
+                                             "mnuLogTimeStamps Zeitstempel ins Log",
+                                             "mnuUtf8 Gerät spricht UTF-8",
+                                             "mnuCheckList Befehlsliste prüfen",
+                                             "mnuBreakpoint Haltepunkt",
+                                             "mnuPlayFromRow Ab dieser Zeile abspielen",
+                                             "mnuRunToRow Bis hierher abspielen",
+                                             "mnuDuplicateRow Zeile verdoppeln",
+                                             "mnuToggleComment Auskommentieren",
+                                             "mnuMoveUp Nach oben",
+                                             "mnuMoveDown Nach unten",
+                                             "mnuPorts Schnittstellen zuordnen...",
+                                             "mnuCopyWithTimes Mit Zeiten kopieren",
+                                             " Zuletzt verwendet"}));
 }
 
 TEST_F(MenusTest, OfPaneAndGrid) {

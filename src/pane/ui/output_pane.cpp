@@ -1,7 +1,9 @@
 #include "pane/ui/output_pane.h"
 
+#include <QDateTime>
 #include <QFocusEvent>
 #include <QGuiApplication>
+#include <QHelpEvent>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QScrollBar>
@@ -13,6 +15,7 @@
 #include "base/ui/look.h"
 #include "pane/ui/output_pane_accessible.h"
 #include "pane/ui/output_pane_paint.h"
+#include "pane/ui/time_margin.h"
 
 namespace kolvane::pane {
 namespace {
@@ -54,8 +57,7 @@ OutputPane::OutputPane(QWidget* parent, std::unique_ptr<PaneAnnouncer> announcer
   viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
   viewport()->setCursor(Qt::IBeamCursor);
   setAcceptDrops(true);
-  // For the frame that shows the focus.
-  setViewportMargins(1, 1, 1, 1);
+  PlaceTimeMargin();
   setBackgroundRole(QPalette::Base);
   setAutoFillBackground(true);
   since_frame_.start();
@@ -63,15 +65,18 @@ OutputPane::OutputPane(QWidget* parent, std::unique_ptr<PaneAnnouncer> announcer
 
 void OutputPane::AppendLine(LineKind kind, std::string_view line) {
   const Color color = kind == LineKind::kCommand ? base::kCommandColor : kNoColor;
-  AppendBy([&](PaneText& text) { text.AppendLine(line, color); });
+  AppendBy(kind, [&](PaneText& text) { text.AppendLine(line, color); });
 }
 
-void OutputPane::AppendText(LineKind, std::string_view text, int back) {
-  AppendBy([&](PaneText& to) { to.AppendText(text, back); });
+void OutputPane::AppendText(LineKind kind, std::string_view text, int back) {
+  AppendBy(kind, [&](PaneText& to) { to.AppendText(text, back); });
 }
 
 template <typename Append>
-void OutputPane::AppendBy(const Append& append) {
+void OutputPane::AppendBy(LineKind kind, const Append& append) {
+  const LineOrigin origin{.at_ms = QDateTime::currentMSecsSinceEpoch(), .failure = kind == LineKind::kError};
+  text_.SetOrigin(origin);
+  if (session_) session_->SetOrigin(origin);
   NoteAppended(text_.Length());
   const std::size_t anchor = text_.anchor();
   const std::size_t caret = text_.caret();
@@ -231,6 +236,7 @@ void OutputPane::paintEvent(QPaintEvent* event) {
   }
   if (text_.Length() == 0 && preedit_.isEmpty()) PaintPlaceholder(painter);
   if (hasFocus()) PaintCaret(painter);
+  if (time_margin_ != nullptr) time_margin_->update();
 }
 
 void OutputPane::ShowHits(const PaneSearch* search) {
@@ -293,6 +299,7 @@ void OutputPane::PaintCaret(QPainter& painter) {
 
 void OutputPane::resizeEvent(QResizeEvent* event) {
   QAbstractScrollArea::resizeEvent(event);
+  PlaceTimeMargin();
   Relayout();
 }
 
@@ -303,8 +310,18 @@ void OutputPane::showEvent(QShowEvent* event) {
 
 void OutputPane::changeEvent(QEvent* event) {
   QAbstractScrollArea::changeEvent(event);
-  if (event->type() == QEvent::FontChange) Relayout();
+  if (event->type() == QEvent::FontChange) {
+    PlaceTimeMargin();
+    Relayout();
+  }
   if (event->type() == QEvent::PaletteChange) viewport()->update();
+}
+
+bool OutputPane::viewportEvent(QEvent* event) {
+  if (event->type() != QEvent::ToolTip) return QAbstractScrollArea::viewportEvent(event);
+  const auto& help = static_cast<const QHelpEvent&>(*event);
+  ShowFailureHelp(help.pos(), help.globalPos());
+  return true;
 }
 
 void OutputPane::scrollContentsBy(int, int) {

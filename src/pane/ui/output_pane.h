@@ -3,6 +3,7 @@
 #include <QAbstractScrollArea>
 #include <QBasicTimer>
 #include <QElapsedTimer>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -16,6 +17,8 @@
 
 namespace kolvane::pane {
 
+class TimeMargin;
+
 /// The output pane `TermWin`: shows a PaneText, lets the user mark, copy and edit it, and takes lines as fast
 /// as they come. The text is always up to date; rows, scroll bar and picture follow at most some thirty times
 /// a second. Lines wrap at the window's edge. New text scrolls the view only where it stood at the end, and
@@ -26,6 +29,7 @@ class OutputPane : public QAbstractScrollArea, public Pane {
   Q_PROPERTY(QString selectedText READ selectedText)
   Q_PROPERTY(bool readOnly READ isReadOnly WRITE setReadOnly)
   Q_PROPERTY(QString placeholderText READ placeholderText WRITE setPlaceholderText)
+  Q_PROPERTY(bool timeStamps READ timeStamps WRITE setTimeStamps)
 
  public:
   explicit OutputPane(QWidget* parent = nullptr,
@@ -59,6 +63,17 @@ class OutputPane : public QAbstractScrollArea, public Pane {
   /// The user can move, mark and copy, but change nothing.
   bool isReadOnly() const { return read_only_; }
   void setReadOnly(bool read_only) { read_only_ = read_only; }
+
+  /// A margin with the time at which each line came.
+  bool timeStamps() const { return time_margin_ != nullptr; }
+  void setTimeStamps(bool shown);
+  /// "HH:mm:ss.zzz", local time; empty for a line that nobody has sent. Lines count from 0, as in plainText.
+  Q_INVOKABLE QString lineTime(int line) const;
+  /// `text` is the selection with the time before each line.
+  QString SelectedTextWithTimes() const;
+
+  /// Says more about a line that tells of a failure, as a tool tip; empty where there is no more to say.
+  void SetFailureHelp(std::function<QString(const QString& line)> help) { failure_help_ = std::move(help); }
 
   /// Shown, paler, while the text is empty; no part of it.
   const QString& placeholderText() const { return placeholder_; }
@@ -151,18 +166,23 @@ class OutputPane : public QAbstractScrollArea, public Pane {
   void showEvent(QShowEvent* event) override;
   void timerEvent(QTimerEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
+  bool viewportEvent(QEvent* event) override;
 
  private:
   enum class Unit { kCharacter, kWord, kLine };
+  static constexpr int kFrameMargin = 1;  // for the frame that shows the focus
 
   PaneText Exchange(PaneText text);
   template <typename Append>
-  void AppendBy(const Append& append);
+  void AppendBy(LineKind kind, const Append& append);
   void NoteAppended(std::size_t from);
   void Changed();
   void ShowFrame();
   void Relayout();
+  friend class TimeMargin;
   void PaintFocus();
+  void PlaceTimeMargin();
+  void ShowFailureHelp(const QPoint& place, const QPoint& global);
   void PaintPlaceholder(QPainter& painter);
   void PaintCaret(QPainter& painter);
   const OutputPaneRows& Rows() const;
@@ -196,6 +216,8 @@ class OutputPane : public QAbstractScrollArea, public Pane {
   std::unique_ptr<PaneAnnouncer> announcer_;
   base::MarkedScrollBar* bar_;
   const PaneSearch* search_ = nullptr;
+  TimeMargin* time_margin_ = nullptr;
+  std::function<QString(const QString& line)> failure_help_;
   QString placeholder_;
   bool read_only_ = false;
   int remembered_block_ = 0;

@@ -1,0 +1,121 @@
+#include "device/ports_file.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <filesystem>
+#include <optional>
+#include <system_error>
+
+#include "base/read_file.h"
+#include "base/replace_file.h"
+#include "base/system.h"
+#include "base/text.h"
+#include "device/port_table.h"
+
+namespace kolvane::device {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view kSection = "[PORTS]";
+
+fs::path PortsFile() {
+  const fs::path folder = base::UserFolder("XDG_CONFIG_HOME", ".config");
+  return folder.empty() ? fs::path() : folder / "ports.ini";
+}
+
+int ReadPorts(const fs::path& file, std::string& text) {
+  const int error = base::ReadFile(file.string(), text);
+  return error == ENOENT ? 0 : error;
+}
+
+std::string_view Trimmed(std::string_view text) {
+  constexpr std::string_view kSpace = " \t\r\n";
+  const std::size_t begin = text.find_first_not_of(kSpace);
+  if (begin == text.npos) return {};
+  return text.substr(begin, text.find_last_not_of(kSpace) + 1 - begin);
+}
+
+bool HasKey(std::string_view line, std::string_view name) {
+  const std::size_t equals = line.find('=');
+  return equals != line.npos && base::EqualsNoCase(Trimmed(line.substr(0, equals)), name);
+}
+
+std::string_view TakeWholeLine(std::string_view& text) {
+  const std::size_t size = std::min(text.find('\n'), text.size() - 1) + 1;
+  const std::string_view line = text.substr(0, size);
+  text.remove_prefix(size);
+  return line;
+}
+
+// So that another line can follow.
+void EndLine(std::string& text) {
+  if (!text.empty() && text.back() != '\n') text += '\n';
+}
+
+}  // namespace
+
+std::vector<PortSetting> LoadPortSettings() {
+  std::string text;
+  const bool readable = ReadPorts(PortsFile(), text) == 0;
+  std::vector<PortSetting> settings;
+  for (const std::string_view name : kPortSettings) {
+    PortSetting setting{.name = std::string(name)};
+    const char* variable = std::getenv(("KOLVANE_" + setting.name).c_str());
+    setting.fixed = !name.ends_with("_BAUD") && variable != nullptr && *variable != '\0';
+    if (setting.fixed) {
+      setting.value = variable;
+    } else if (readable) {
+      setting.value = FindPortSetting(text, name);
+    }
+    settings.push_back(std::move(setting));
+  }
+  return settings;
+}
+
+std::string WithPortSetting(std::string_view text, std::string_view name, std::string_view value) {
+  std::string out;
+  std::optional<std::size_t> place;  // of the key, else the end of the section
+  bool in_section = false;
+  bool found = false;
+  while (!text.empty()) {
+    const std::string_view line = TakeWholeLine(text);
+    const std::string_view content = Trimmed(line);
+    if (content.starts_with('[')) in_section = base::EqualsNoCase(content, kSection);
+    const bool is_key = in_section && HasKey(content, name);
+    if (!is_key) out += line;
+    if (is_key || (in_section && !found && !content.empty())) place = out.size();
+    found |= is_key;
+  }
+  if (value.empty()) return out;
+  if (!place) {
+    EndLine(out);
+    out += std::string(kSection) + "\n";
+    place = out.size();
+  }
+  if (*place == out.size()) {
+    EndLine(out);
+    place = out.size();
+  }
+  return out.insert(*place, std::string(name) + "=" + std::string(value) + "\n");
+}
+
+int SavePortSettings(const std::vector<PortSetting>& settings) {
+  const fs::path file = PortsFile();
+  if (file.empty()) return ENOENT;
+  std::error_code failure;
+  fs::create_directories(file.parent_path(), failure);
+  if (failure) return failure.value();
+  const base::FolderLock lock(file.parent_path().string());
+  std::string before;
+  if (const int error = ReadPorts(file, before)) return error;
+  std::string text = before;
+  for (const PortSetting& setting : settings) {
+    if (!setting.fixed && FindPortSetting(text, setting.name) != setting.value)
+      text = WithPortSetting(text, setting.name, setting.value);
+  }
+  return text == before ? 0 : base::ReplaceFile(file.string(), text);
+}
+
+}  // namespace kolvane::device

@@ -1,0 +1,148 @@
+#include "device/ui/ports_dialog.h"
+
+#include <QDialogButtonBox>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "base/system.h"
+#include "base/ui/text.h"
+#include "device/connection_parameters.h"
+#include "device/port_table.h"
+
+namespace kolvane::device {
+namespace {
+
+constexpr const char* kRates[] = {"300",     "600",     "1200",    "2400",    "4800",    "9600",
+                                  "19200",   "38400",   "57600",   "115200",  "230400",  "460800",
+                                  "500000",  "576000",  "921600",  "1000000", "1152000", "1500000",
+                                  "2000000", "2500000", "3000000", "3500000", "4000000"};
+
+struct FieldRow {
+  const char* object_name;
+  const char* label;
+  std::int16_t code;  // of the port that is tried; 0: none
+};
+
+// In the order of kPortSettings.
+constexpr FieldRow kFields[] = {{"COM1_Node", "COM1, Gerätedatei", port_code::kCom1},
+                                {"COM1_Baud", "COM1, Baudrate", 0},
+                                {"COM2_Node", "COM2, Gerätedatei", port_code::kCom2},
+                                {"COM2_Baud", "COM2, Baudrate", 0},
+                                {"LPT1_Node", "LPT1, Gerätedatei", port_code::kLpt1},
+                                {"LPT2_Node", "LPT2, Gerätedatei", port_code::kLpt2},
+                                {"GPIB_Board", "GPIB, Nummer der Karte", port_code::kGpib}};
+
+bool Offers(const PortSetting& setting, const AttachedPort& port) {
+  if (setting.name == "GPIB") return port.kind == AttachedPort::Kind::kGpib;
+  if (setting.name.starts_with("LPT")) return port.kind == AttachedPort::Kind::kParallel;
+  return port.kind == AttachedPort::Kind::kSerial && !setting.name.ends_with("_BAUD");
+}
+
+QStringList Choices(const PortSetting& setting, const std::vector<AttachedPort>& ports) {
+  QStringList choices(QString{});
+  if (setting.name.ends_with("_BAUD")) {
+    for (const char* rate : kRates) choices << QLatin1String(rate);
+    return choices;
+  }
+  for (const AttachedPort& port : ports) {
+    if (Offers(setting, port))
+      choices << (setting.name == "GPIB" ? QString::number(port.board) : base::ToQt(port.node));
+  }
+  return choices;
+}
+
+}  // namespace
+
+PortsDialog::PortsDialog(const PortsDialogContext& context, QWidget* parent)
+    : QDialog(parent), context_(context), loaded_(LoadPortSettings()), result_(new QLabel) {
+  setObjectName(QStringLiteral("PortsDialog"));
+  setWindowTitle(QStringLiteral("Schnittstellen zuordnen"));
+  auto* form = new QFormLayout;
+  const std::vector<AttachedPort> ports = AttachedPorts();
+  for (const PortSetting& setting : loaded_) fields_.push_back(AddField(form, setting, ports));
+  result_->setTextFormat(Qt::PlainText);
+  result_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  auto* buttons = new QDialogButtonBox;
+  auto* test = buttons->addButton(QStringLiteral("&Prüfen"), QDialogButtonBox::ActionRole);
+  test->setObjectName(QStringLiteral("cmdTest"));
+  test->setEnabled(!context.connected);
+  if (context.connected) test->setToolTip(QStringLiteral("Geht nur ohne Verbindung"));
+  auto* ok = buttons->addButton(QStringLiteral("OK"), QDialogButtonBox::AcceptRole);
+  ok->setObjectName(QStringLiteral("cmdOK"));
+  ok->setDefault(true);
+  buttons->addButton(QStringLiteral("Abbrechen"), QDialogButtonBox::RejectRole)
+      ->setObjectName(QStringLiteral("cmdCancel"));
+  connect(test, &QPushButton::clicked, this, &PortsDialog::Test);
+  connect(buttons, &QDialogButtonBox::accepted, this, &PortsDialog::accept);
+  connect(buttons, &QDialogButtonBox::rejected, this, &PortsDialog::reject);
+  auto* layout = new QVBoxLayout(this);
+  layout->addLayout(form);
+  layout->addWidget(result_);
+  layout->addWidget(buttons);
+}
+
+QComboBox* PortsDialog::AddField(QFormLayout* form, const PortSetting& setting,
+                                 const std::vector<AttachedPort>& ports) {
+  const FieldRow& row = kFields[fields_.size()];
+  auto* field = new QComboBox;
+  field->setObjectName(QLatin1String(row.object_name));
+  field->setEditable(true);
+  field->addItems(Choices(setting, ports));
+  field->setCurrentText(base::ToQt(setting.value));
+  field->setMinimumContentsLength(24);
+  field->setEnabled(!setting.fixed);
+  if (setting.fixed)
+    field->setToolTip(base::ToQt("Die Umgebungsvariable KOLVANE_" + setting.name + " gibt dies vor"));
+  form->addRow(base::ToQt(row.label), field);
+  return field;
+}
+
+std::vector<PortSetting> PortsDialog::Entered() const {
+  std::vector<PortSetting> settings = loaded_;
+  for (std::size_t at = 0; at < settings.size(); ++at)
+    settings[at].value = base::FromQt(fields_[at]->currentText().trimmed());
+  return settings;
+}
+
+void PortsDialog::Test() {
+  QStringList results;
+  for (const PortSetting& setting : Entered()) {
+    if (const QString result = TestOne(setting); !result.isEmpty())
+      results << base::ToQt(setting.name) + QLatin1String(": ") + result;
+  }
+  result_->setText(results.isEmpty() ? QStringLiteral("Nichts zugeordnet") : results.join(u'\n'));
+}
+
+// Opens and closes the port; nothing is sent.
+QString PortsDialog::TestOne(const PortSetting& setting) {
+  const auto at = std::ranges::find(kPortSettings, setting.name) - kPortSettings.begin();
+  const std::int16_t code = kFields[at].code;
+  if (code == 0 || setting.value.empty()) return {};
+  PortLibrary* library = context_.library.Library();
+  if (library == nullptr) return base::ToQt(context_.library.Failure());
+  if (!library->TakesNode()) return QStringLiteral("lässt sich mit dieser Portbibliothek nicht prüfen");
+  library->SetNode(code, setting.value);
+  const std::int32_t rate = code == port_code::kCom1 || code == port_code::kCom2 ? 9600 : 1;
+  const std::int32_t status = library->OpenPort(code, rate, "n", 8, 1, 4096);
+  library->ClosePort();
+  if (status >= 0) return QStringLiteral("in Ordnung");
+  const std::string words = library->StatusText(status);
+  return QString::number(status) + (words.empty() ? QString() : QLatin1String(": ") + base::ToQt(words));
+}
+
+void PortsDialog::accept() {
+  const std::vector<PortSetting> settings = Entered();
+  for (const PortSetting& setting : settings) {
+    bool number = false;
+    const int rate = base::ToQt(setting.value).toInt(&number);
+    if (!setting.name.ends_with("_BAUD") || setting.value.empty() || (number && rate > 0)) continue;
+    return context_.prompt.ShowError("„" + setting.value + "“ ist keine Baudrate");
+  }
+  if (const int error = SavePortSettings(settings))
+    return context_.prompt.ShowError("Die Datei „ports.ini“ kann nicht geschrieben werden: " +
+                                     base::SystemErrorText(error));
+  QDialog::accept();
+}
+
+}  // namespace kolvane::device

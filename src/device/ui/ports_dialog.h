@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QComboBox>
+#include <QDialog>
+#include <QFormLayout>
+#include <QLabel>
+#include <string>
+#include <vector>
+
+#include "base/prompt.h"
+#include "device/attached_ports.h"
+#include "device/port_library.h"
+#include "device/ports_file.h"
+
+namespace kolvane::device {
+
+/// What the dialog works on; all of it outlives the dialog.
+struct PortsDialogContext {
+  PortLibrarySource& library;
+  base::Prompt& prompt;
+  bool connected = false;  ///< a connection is open: nothing can be tried
+};
+
+/// The dialog `PortsDialog`: which devices COM1, COM2, LPT1, LPT2 and GPIB are, and the rates of the serial
+/// lines. OK writes them to ports.ini.
+class PortsDialog final : public QDialog {
+  Q_OBJECT
+
+ public:
+  explicit PortsDialog(const PortsDialogContext& context, QWidget* parent = nullptr);
+
+  void accept() override;
+
+ private:
+  QComboBox* AddField(QFormLayout* form, const PortSetting& setting, const std::vector<AttachedPort>& ports);
+  std::vector<PortSetting> Entered() const;
+  void Test();
+  QString TestOne(const PortSetting& setting);
+
+  PortsDialogContext context_;
+  std::vector<PortSetting> loaded_;
+  std::vector<QComboBox*> fields_;
+  QLabel* result_;
+};
+
+}  // namespace kolvane::device

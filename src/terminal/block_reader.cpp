@@ -1,0 +1,110 @@
+#include "terminal/block_reader.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "base/encoding.h"
+#include "terminal/terminal_state.h"
+
+namespace kolvane::terminal {
+namespace {
+
+constexpr std::size_t kLargestPiece = 1u << 20;
+
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+}  // namespace
+
+BlockReader::Result BlockReader::Read(std::string& block) {
+  block_ = std::exchange(state_.put_back, {});
+  if (block_.empty() && !Take(1)) return Result::kNothing;
+  if (block_.front() != '#') return GiveBack();
+  if (block_.size() < 2 && !Take(1)) return Result::kFailed;
+  if (!IsDigit(block_[1])) return GiveBack();
+  const auto digits = static_cast<std::size_t>(block_[1] - '0');
+  const Result result = digits == 0 ? TakeToTerminator() : TakeCounted(digits);
+  if (result == Result::kBlock) block = std::move(block_);
+  return result;
+}
+
+// Appends up to so many bytes, which may have to be waited for.
+bool BlockReader::Take(std::size_t count, std::string_view terminator) {
+  const std::size_t received = device_.ReadBinary(terminator, static_cast<std::int32_t>(count), buffer_);
+  if (device_.LastError().code < 0 || received == 0) return false;
+  block_.append(reinterpret_cast<const char*>(buffer_.data()), std::min(received, count));
+  return true;
+}
+
+// What is there can be had at once; where nothing is, the next byte is waited for.
+std::size_t BlockReader::Piece(std::size_t left) {
+  const auto waiting = static_cast<std::size_t>(std::max(device_.BytesWaiting(), 1));
+  return std::min({waiting, left, kLargestPiece});
+}
+
+BlockReader::Result BlockReader::TakeCounted(std::size_t digits) {
+  std::size_t length = 0;
+  for (std::size_t at = 2; at < 2 + digits; ++at) {
+    if (block_.size() == at && !Take(1)) return Result::kFailed;
+    if (!IsDigit(block_[at])) return GiveBack();
+    length = 10 * length + static_cast<std::size_t>(block_[at] - '0');
+  }
+  if (length > kBlockLimit) return Result::kTooLong;
+  const std::size_t end = 2 + digits + length;
+  while (block_.size() < end) {
+    if (!Take(Piece(end - block_.size()))) return Result::kFailed;
+  }
+  DropTerminator();
+  return Result::kBlock;
+}
+
+// A piece ends at the terminator's last byte, which may also stand alone within the block.
+BlockReader::Result BlockReader::TakeToTerminator() {
+  if (terminator_.empty()) device_.SetTimeout(kGapMs);
+  do {
+    if (block_.size() > kBlockLimit) return Result::kTooLong;
+    if (Take(Piece(kLargestPiece), terminator_)) continue;
+    if (!terminator_.empty()) return Result::kFailed;
+    ForgetError();
+    return Result::kBlock;
+  } while (terminator_.empty() || !block_.ends_with(terminator_));
+  block_.resize(block_.size() - terminator_.size());
+  return Result::kBlock;
+}
+
+// Of what follows within the gap; without a terminator in force a line end counts as one.
+void BlockReader::DropTerminator() {
+  const std::size_t end = block_.size();
+  const std::string_view expected = terminator_.empty() ? std::string_view("\r\n") : terminator_;
+  device_.SetTimeout(kGapMs);
+  std::size_t matched = 0;
+  while (matched < expected.size() && Take(1)) {
+    const char last = block_.back();
+    if (last == expected[matched]) {
+      ++matched;
+    } else if (matched == 0 && last == expected.back()) {
+      matched = expected.size();
+    } else {
+      break;
+    }
+  }
+  if (matched < expected.size()) state_.put_back = block_.substr(end);
+  block_.resize(end);
+  ForgetError();
+}
+
+// The gap that ends a block is no failure of the exchange.
+void BlockReader::ForgetError() {
+  device_.ClearLastError();
+  state_.last_result = 0;
+}
+
+// A character is given back whole, so that it is decoded as one.
+BlockReader::Result BlockReader::GiveBack() {
+  const char lead = block_.back();
+  const bool begun = state_.utf8 && !base::IsAscii({&lead, 1}) && !base::IsUtf8Continuation(lead);
+  if (begun) Take(base::Utf8Length(lead) - 1);
+  state_.put_back = std::move(block_);
+  return Result::kNoBlock;
+}
+
+}  // namespace kolvane::terminal

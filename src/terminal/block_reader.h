@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "device/device.h"
+#include "device/device_state.h"
+
+namespace kolvane::terminal {
+
+/// The longest block that is read, its head not counted.
+inline constexpr std::size_t kBlockLimit = 64u << 20;
+
+/// Reads answers in the form of IEEE 488.2: "#", a digit that says how many digits follow, these digits as
+/// the number of bytes, the bytes; or "#0" and bytes up to the terminator. The device's time-out holds
+/// between the bytes.
+class BlockReader {
+ public:
+  enum class Result {
+    kBlock,    ///< it stands in the text, head included
+    kNoBlock,  ///< the answer begins otherwise; what was read of it is DeviceState::put_back
+    kNothing,  ///< nothing came; the device's last error says why
+    kFailed,   ///< the same in the middle of a block; what came of it is dropped
+    kTooLong   ///< above kBlockLimit; nothing but the head was read
+  };
+
+  /// `terminator` may be empty: then "#0" ends at the first gap.
+  BlockReader(device::Device& device, device::DeviceState& state, std::string_view terminator)
+      : device_(device), state_(state), terminator_(terminator) {}
+
+  Result Read(std::string& block);
+
+ private:
+  bool Take(std::size_t count, std::string_view terminator = {});
+  Result TakeCounted(std::size_t digits);
+  Result TakeToTerminator();
+  std::size_t Piece(std::size_t left);
+  void DropTerminator();
+  void ForgetError();
+  Result GiveBack();
+
+  device::Device& device_;
+  device::DeviceState& state_;
+  std::string_view terminator_;
+  std::string block_;
+  Bytes buffer_;
+};
+
+}  // namespace kolvane::terminal

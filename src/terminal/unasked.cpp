@@ -1,0 +1,75 @@
+#include "terminal/unasked.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "terminal/session.h"
+#include "terminal/texts.h"
+
+namespace kolvane::terminal {
+
+bool Unasked::Take() {
+  const std::int32_t waiting = device_.BytesWaiting();
+  if (waiting <= 0) return Probe();
+  if (!state_.extras.listen) {
+    output_.ShowState(StateKind::kBytes, texts::BytesWaiting(waiting));
+    return false;
+  }
+  const auto count = std::min(static_cast<std::size_t>(waiting), kMostAtOnce);
+  std::string bytes = std::exchange(device_state_.put_back, {});
+  const std::size_t left = count - std::min(count, bytes.size());
+  if (left > 0) {
+    const std::size_t received = device_.ReadBinary({}, static_cast<std::int32_t>(left), buffer_);
+    if (device_.LastError().code < 0) return Probe();
+    bytes.append(reinterpret_cast<const char*>(buffer_.data()), received);
+  }
+  ShowLines(bytes);
+  output_.ShowState(StateKind::kBytes, {});
+  return true;
+}
+
+// Nothing has come, so it is the connection that has ended; a byte that came in between is kept. How the last
+// operation ended is for the commands' sake as it was.
+bool Unasked::Probe() {
+  const std::int32_t before = device_state_.last_result;
+  const std::size_t received = device_.ReadBinary({}, 1, buffer_);
+  const device::DeviceError error = device_.LastError();
+  device_state_.last_result = before;
+  if (error.code >= 0) {
+    device_state_.put_back.append(reinterpret_cast<const char*>(buffer_.data()),
+                                  std::min<std::size_t>(received, 1));
+    return received > 0;
+  }
+  ShowRest();
+  if (device::EndsConnection(error.code)) connect_.NoteLoss();
+  return false;
+}
+
+// Lines end at the receive terminator, at LF where there is none.
+void Unasked::ShowLines(std::string_view bytes) {
+  const std::string& terminator = state_.receive.receive_terminator;
+  const char last = terminator.empty() ? '\n' : terminator.back();
+  for (std::size_t end; (end = bytes.find(last)) != std::string_view::npos; bytes.remove_prefix(end + 1)) {
+    rest_ += bytes.substr(0, end);
+    ShowLine();
+  }
+  rest_ += bytes;
+  // A line without an end is shown in parts.
+  if (rest_.size() >= kMostAtOnce) ShowRest();
+}
+
+void Unasked::ShowRest() {
+  if (HasRest()) ShowLine();
+}
+
+void Unasked::ShowLine() {
+  if (rest_.ends_with('\r')) rest_.pop_back();
+  std::string line;
+  AppendDisplayForm(rest_,
+                    state_.receive.mode != receive_mode::kTerminator && state_.receive.binary_display != 0,
+                    line, device_state_.utf8);
+  rest_.clear();
+  output_.AddLine(LineKind::kAnswer, line);
+}
+
+}  // namespace kolvane::terminal

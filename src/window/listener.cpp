@@ -1,0 +1,55 @@
+#include "window/listener.h"
+
+#include <utility>
+
+namespace kolvane::window {
+namespace {
+
+// While a command is under way the port is its own.
+constexpr int kBusyMs = 50;
+// A line that gets no end within this time is shown as it is.
+constexpr int kRestMs = 200;
+
+}  // namespace
+
+Listener::Listener(device::Device& device, const terminal::TerminalSlices& slices, terminal::Output& output,
+                   terminal::ConnectCommands& connect, std::function<bool()> is_busy)
+    : device_(device),
+      unasked_(device, slices.device, slices.terminal, output, connect),
+      is_busy_(std::move(is_busy)) {
+  again_.setSingleShot(true);
+  rest_.setSingleShot(true);
+  QObject::connect(&again_, &QTimer::timeout, this, &Listener::Take);
+  QObject::connect(&rest_, &QTimer::timeout, this, [this] { unasked_.ShowRest(); });
+}
+
+void Listener::Renew() {
+  const int descriptor = device_.WaitDescriptor();
+  if (descriptor < 0) return notifier_.reset();
+  if (notifier_ != nullptr && notifier_->socket() == descriptor) return;
+  notifier_ = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
+  QObject::connect(notifier_.get(), &QSocketNotifier::activated, this, &Listener::Take);
+}
+
+void Listener::Look() {
+  if (notifier_ == nullptr) return;
+  notifier_->setEnabled(true);
+  if (device_.BytesWaiting() > 0) again_.start(0);
+}
+
+void Listener::Take() {
+  if (notifier_ == nullptr) return;
+  if (is_busy_()) {
+    notifier_->setEnabled(false);
+    again_.start(kBusyMs);
+    return;
+  }
+  const bool goes_on = unasked_.Take();
+  // The connection may have gone over it.
+  if (notifier_ == nullptr) return;
+  notifier_->setEnabled(goes_on);
+  if (goes_on && device_.BytesWaiting() > 0) again_.start(0);
+  if (unasked_.HasRest()) rest_.start(kRestMs);
+}
+
+}  // namespace kolvane::window

@@ -1,0 +1,152 @@
+#include "terminal/block_reader.h"
+
+#include <gtest/gtest.h>
+
+#include "terminal/session_bench.h"
+
+using namespace std::string_literals;
+
+namespace kolvane::terminal {
+namespace {
+
+using Result = BlockReader::Result;
+
+class BlockReaderTest : public testing::Test, protected SessionBench {
+ protected:
+  /// What `incoming` is read as with that terminator.
+  Result Read(const std::string& incoming, std::string_view terminator = "\r\n") {
+    device.incoming = incoming;
+    return BlockReader(device, device_state, terminator).Read(block_);
+  }
+
+  std::string block_;
+};
+
+TEST_F(BlockReaderTest, TakesAsManyBytesAsTheHeadSaysWhateverTheyAre) {
+  EXPECT_EQ(Read("#14\r\n\0#\r\nnext"s), Result::kBlock);
+  EXPECT_EQ(block_, "#14\r\n\0#"s);
+  EXPECT_EQ(device.incoming, "next");
+  EXPECT_EQ(Read("#10\r\n"), Result::kBlock);
+  EXPECT_EQ(block_, "#10");
+}
+
+TEST_F(BlockReaderTest, ReadsWhatWaitsInOneGo) {
+  device.waiting = [this] { return static_cast<std::int32_t>(device.incoming.size()); };
+  EXPECT_EQ(Read("#6100000" + std::string(100000, 'x') + "\r\n"), Result::kBlock);
+  EXPECT_EQ(block_.size(), 100008u);
+  EXPECT_LT(device.CountCalls("ReadBinary"), 20u);
+}
+
+TEST_F(BlockReaderTest, AnEndlessBlockGoesToTheTerminator) {
+  EXPECT_EQ(Read("#0a\nb\r\nrest"), Result::kBlock);
+  EXPECT_EQ(block_, "#0a\nb");
+  EXPECT_EQ(device.incoming, "rest");
+  EXPECT_EQ(Read("#0abc", ""), Result::kBlock) << "without one, to the gap";
+  EXPECT_EQ(block_, "#0abc");
+}
+
+TEST_F(BlockReaderTest, OnlyATerminatorIsTakenOffBehindIt) {
+  EXPECT_EQ(Read("#12abxy"), Result::kBlock);
+  EXPECT_EQ(block_, "#12ab");
+  EXPECT_EQ(device_state.put_back + device.incoming, "xy");
+  device_state.put_back.clear();
+  EXPECT_EQ(Read("#12ab\nxy"), Result::kBlock) << "LF for CR LF";
+  EXPECT_EQ(device_state.put_back + device.incoming, "xy");
+}
+
+TEST_F(BlockReaderTest, TheGapBehindItIsNoFailure) {
+  device_state.last_result = -30;
+  EXPECT_EQ(Read("#12ab"), Result::kBlock);
+  EXPECT_EQ(device_state.last_result, 0);
+}
+
+TEST_F(BlockReaderTest, WhatIsNoBlockIsGivenBack) {
+  for (const std::string& answer : {"12.5\r\n"s, "#\r\n"s, "#x\r\n"s, "#2a7\r\n"s, "#3 12\r\n"s}) {
+    EXPECT_EQ(Read(answer), Result::kNoBlock) << answer;
+    EXPECT_EQ(device_state.put_back + device.incoming, answer);
+    device_state.put_back.clear();
+  }
+}
+
+TEST_F(BlockReaderTest, WhatWasGivenBackComesFirst) {
+  device_state.put_back = "#1";
+  EXPECT_EQ(Read("3abc\r\n"), Result::kBlock);
+  EXPECT_EQ(block_, "#13abc");
+}
+
+TEST_F(BlockReaderTest, ABlockThatBreaksOffFails) {
+  EXPECT_EQ(Read(""), Result::kNothing);
+  for (const char* begun : {"#", "#3", "#312", "#14abc"}) EXPECT_EQ(Read(begun), Result::kFailed) << begun;
+  EXPECT_EQ(Read("#0abc"), Result::kFailed);
+}
+
+TEST_F(BlockReaderTest, ALengthThatNobodyHasRoomForIsRefused) {
+  EXPECT_EQ(Read("#8671088651"), Result::kTooLong);
+  EXPECT_EQ(Read("#9999999999"), Result::kTooLong);
+}
+
+class SessionBlocksTest : public testing::Test, protected SessionBench {
+ protected:
+  SessionBlocksTest() { state.extras.blocks = true; }
+};
+
+TEST_F(SessionBlocksTest, ABlockIsShownAsItCame) {
+  device.incoming = "#15a\r\nbc\r\n";
+  EXPECT_TRUE(session.GetAnswer());
+  EXPECT_EQ(state.last_answer.text, "#15a\r\nbc");
+  EXPECT_EQ(pane.lines, Lines{"#15a\r\nbc"});
+}
+
+TEST_F(SessionBlocksTest, AnotherAnswerIsWholeAgain) {
+  device.incoming = "1";
+  device.text_answers = {"2.5\r\n"};
+  EXPECT_TRUE(session.GetAnswer());
+  EXPECT_EQ(state.last_answer.text, "12.5");
+  EXPECT_EQ(device_state.put_back, "");
+}
+
+TEST_F(SessionBlocksTest, AnEmptyLineIsAnEmptyAnswer) {
+  state.receive.receive_terminator = "\n";
+  device.incoming = "\n";
+  EXPECT_TRUE(session.GetAnswer());
+  EXPECT_EQ(state.last_answer.text, "");
+  EXPECT_EQ(device.CountCalls("ReadText"), 0u);
+}
+
+TEST_F(SessionBlocksTest, ABegunAnswerIsKeptForTheNextRead) {
+  device.incoming = "1";
+  EXPECT_FALSE(session.GetAnswer());
+  device.text_answers = {"2\r\n"};
+  EXPECT_TRUE(session.GetAnswer());
+  EXPECT_EQ(state.last_answer.text, "12");
+}
+
+TEST_F(SessionBlocksTest, InModeAutoTheFormatDecides) {
+  state.receive.mode = receive_mode::kAuto;
+  state.receive.receive_terminator = "";
+  state.receive.binary_display = 1;
+  device.incoming = "#12\r\n";
+  EXPECT_TRUE(session.GetAnswer());
+  EXPECT_EQ(state.last_answer.text, "<23><31><32><0D><0A>");
+  device.incoming = "ab";
+  EXPECT_TRUE(session.GetAnswer());
+  EXPECT_EQ(state.last_answer.text, "<61><62>");
+}
+
+TEST_F(SessionBlocksTest, ABlockThatIsTooLongHasAStatusOfItsOwn) {
+  device.incoming = "#8671088651";
+  EXPECT_FALSE(session.GetAnswer());
+  EXPECT_EQ(state.last_answer.text, "-61");
+  EXPECT_EQ(device_state.last_result, -61);
+}
+
+TEST_F(SessionBlocksTest, SwitchedOffABlockIsReadAsEver) {
+  state.extras.blocks = false;
+  device.text_answers = {"#15a\r\n"};
+  EXPECT_TRUE(session.GetAnswer());
+  EXPECT_EQ(state.last_answer.text, "#15a");
+  EXPECT_EQ(device.CountCalls("ReadBinary"), 0u);
+}
+
+}  // namespace
+}  // namespace kolvane::terminal

@@ -1,0 +1,73 @@
+#include "terminal/unasked.h"
+
+#include <gtest/gtest.h>
+
+#include "terminal/connect_bench.h"
+
+namespace kolvane::terminal {
+namespace {
+
+/// Keeps the last text of each kind.
+struct RecordedState final : StateView {
+  void ShowState(StateKind kind, std::string_view text) override { line.Set(kind, text); }
+  StateLine line;
+};
+
+class UnaskedTest : public testing::Test, protected ConnectBench {
+ protected:
+  UnaskedTest() {
+    device_state.connected = true;
+    state.extras.listen = true;
+    output.SetStateView(&shown_);
+    device.waiting = [this] { return static_cast<std::int32_t>(device.incoming.size()); };
+  }
+
+  RecordedState shown_;
+  Unasked unasked_{device, device_state, state, output, connect};
+};
+
+TEST_F(UnaskedTest, LinesAreShownAsTheyCome) {
+  device.incoming = "a\r\n\r\nb\r\nc";
+  EXPECT_TRUE(unasked_.Take());
+  EXPECT_EQ(pane.lines, (Lines{"a", "", "b"}));
+  EXPECT_TRUE(unasked_.HasRest());
+  device.incoming = "d\r\n";
+  EXPECT_TRUE(unasked_.Take());
+  EXPECT_EQ(pane.lines.back(), "cd");
+  EXPECT_FALSE(unasked_.HasRest());
+}
+
+TEST_F(UnaskedTest, ALineWithoutAnEndIsShownWhenNoMoreComes) {
+  device.incoming = "login: ";
+  unasked_.Take();
+  unasked_.ShowRest();
+  EXPECT_EQ(pane.lines, Lines{"login: "});
+}
+
+TEST_F(UnaskedTest, WhoeverDoesNotListenIsToldHowMuchWaits) {
+  state.extras.listen = false;
+  device.incoming = "greeting\r\n";
+  EXPECT_FALSE(unasked_.Take());
+  EXPECT_EQ(shown_.line.Text(), "10 Bytes warten");
+  EXPECT_EQ(device.incoming.size(), 10u);
+  EXPECT_EQ(pane.lines, Lines{});
+}
+
+TEST_F(UnaskedTest, TheEndOfTheConnectionIsToldAtOnce) {
+  device_state.last_result = 3;
+  device.read_error = {-40, "-40", "geschlossen"};
+  EXPECT_FALSE(unasked_.Take());
+  EXPECT_EQ(shown_.line.Text(), "Verbindung verloren");
+  EXPECT_TRUE(connect.lost());
+  EXPECT_TRUE(device_state.connected) << "as ever, until somebody connects";
+  EXPECT_EQ(device_state.last_result, 3);
+}
+
+TEST_F(UnaskedTest, AFloodIsTakenInPieces) {
+  device.incoming = std::string(3 * Unasked::kMostAtOnce, 'x');
+  EXPECT_TRUE(unasked_.Take());
+  EXPECT_EQ(device.incoming.size(), 2 * Unasked::kMostAtOnce);
+}
+
+}  // namespace
+}  // namespace kolvane::terminal
