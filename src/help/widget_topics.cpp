@@ -53,6 +53,8 @@ constexpr Row kRows[] = {
     {"mnuOption_1", 126},
     {"mnuOption_2", 127},
     {"mnuExtras", 104},
+    {"mnuValues", 130},
+    {"ValuesWindow", 130},
     {"mnuFind", 105},
     {"mnuFindNext", 105},
     {"mnuFindPrevious", 105},

@@ -72,7 +72,8 @@ MainWindow::MainWindow(WindowContext context)
       find_in_pane_(new pane::PaneFind(pane_)),
       find_in_list_(new script::ListFind(script_.grid())),
       recent_(new RecentLists(extras_.AddMenu("mnuRecent"), context_.state,
-                              [this](const QString& name) { script_.OpenFile(name); })) {
+                              [this](const QString& name) { script_.OpenFile(name); })),
+      values_(core_, context_.slices.terminal.last_answer, prompt_, this) {
   setObjectName(QStringLiteral("frmTerminal"));
   setWindowIcon(Icon("kolvane"));
   addToolBar(Qt::TopToolBarArea, toolbar1_);
@@ -233,6 +234,7 @@ void MainWindow::ConnectExtras() {
   pane_->SetFailureHelp([this](const QString& line) { return MeaningOf(line); });
   const bool own = context_.slices.device.OperMode == device::operating_mode::kPortLibrary;
   for (const char* name : {"mnuListen", "mnuReconnect", "mnuUtf8"}) extras_.SetAllowed(name, own);
+  extras_.On("mnuValues", [this] { values_.Show(); });
   AddListCommands(extras_, script_);
 }
 
@@ -385,6 +387,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   // The steps may show message boxes, during which the window could be closed once more.
   if (unload_) std::exchange(unload_, nullptr)();
   help_.Close();
+  values_.Close();
   event->accept();
   Q_EMIT Closed();
 }

@@ -28,6 +28,7 @@
 #include "window/recent_lists.h"
 #include "window/script_view.h"
 #include "window/toolbars.h"
+#include "window/values_command.h"
 #include "window/wait_view.h"
 #include "window/window_area.h"
 #include "window/window_memory.h"
@@ -142,6 +143,7 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   pane::PaneFind* find_in_pane_;
   script::ListFind* find_in_list_;
   RecentLists* recent_;
+  ValuesCommand values_;
   WindowMemory* memory_ = nullptr;
   inspect::InspectorState inspector_;
   std::function<void()> unload_;

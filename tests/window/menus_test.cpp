@@ -61,6 +61,7 @@ TEST_F(MenusTest, OfExtras) {
                                              "mnuTimeStamps Zeitstempel anzeigen",
                                              "mnuLogTimeStamps Zeitstempel ins Log",
                                              "mnuUtf8 Gerät spricht UTF-8",
+                                             "mnuValues Messwerte...",
                                              "mnuCheckList Befehlsliste prüfen",
                                              "mnuBreakpoint Haltepunkt",
                                              "mnuPlayFromRow Ab dieser Zeile abspielen",

@@ -1,0 +1,38 @@
+#include "window/values_command.h"
+
+#include <new>
+
+#include "base/number.h"
+#include "window/icons.h"
+
+namespace kolvane::window {
+
+ValuesCommand::ValuesCommand(terminal::TerminalCore& core, const terminal::LastAnswer& answer,
+                             base::Prompt& prompt, QWidget* window)
+    : core_(core), answer_(answer), prompt_(prompt), parent_(window) {}
+
+ValuesCommand::~ValuesCommand() { core_.exchange.Listen(nullptr); }
+
+void ValuesCommand::Show() {
+  if (window_ == nullptr) {
+    window_ = std::make_unique<values::ValuesWindow>(
+        values::ValuesContext{store_, prompt_, Icon, base::SystemDecimalSign()}, parent_);
+    core_.exchange.Listen(this);
+  }
+  window_->Present();
+}
+
+void ValuesCommand::Close() {
+  if (window_ != nullptr) window_->close();
+}
+
+void ValuesCommand::ExchangeEnded(std::string_view command, const terminal::ExchangeResult& result) {
+  if (result.Failed() || !result.answered) return;
+  try {
+    if (const auto row = maker_.Make(values::Now(core_.clock), command, answer_.text)) store_.Add(*row);
+  } catch (const std::bad_alloc&) {
+    // The terminal goes on without this value.
+  }
+}
+
+}  // namespace kolvane::window

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QWidget>
+#include <memory>
+
+#include "base/prompt.h"
+#include "terminal/terminal_core.h"
+#include "values/row.h"
+#include "values/store.h"
+#include "values/ui/values_window.h"
+
+namespace kolvane::window {
+
+/// "Messwerte...": from the first time on every answer that splits into numbers is kept, and shown in a
+/// window beside the terminal's. Nothing is taken before.
+class ValuesCommand final : private terminal::ExchangeListener {
+ public:
+  /// All of it outlives this object.
+  ValuesCommand(terminal::TerminalCore& core, const terminal::LastAnswer& answer, base::Prompt& prompt,
+                QWidget* window);
+  ~ValuesCommand() override;
+  ValuesCommand(const ValuesCommand&) = delete;
+  ValuesCommand& operator=(const ValuesCommand&) = delete;
+
+  void Show();
+  void Close();
+
+ private:
+  void ExchangeEnded(std::string_view command, const terminal::ExchangeResult& result) override;
+
+  terminal::TerminalCore& core_;
+  const terminal::LastAnswer& answer_;
+  base::Prompt& prompt_;
+  QWidget* parent_;
+  values::Store store_;
+  values::RowMaker maker_;
+  std::unique_ptr<values::ValuesWindow> window_;  // gone before the store
+};
+
+}  // namespace kolvane::window
