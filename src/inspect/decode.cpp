@@ -59,26 +59,40 @@ std::optional<std::string> ReadTemplate(const std::string& path) {
   return bytes;
 }
 
-std::vector<std::string> TemplateLines(const std::string& path, const NumberForm& form, DumpView& view,
-                                       ByteBuffer& buffer) {
+Decoded RunFile(const std::string& path, const NumberForm& form, DumpView& view, ByteBuffer& buffer) {
+  Decoded decoded;
+  decoded.lines.emplace();
   try {
-    if (const auto file = ReadTemplate(path)) return RunTemplate(*file, form, view, buffer);
+    auto parsed = LoadTemplate(path);
+    if (!parsed) return decoded;
+    decoded.fields = RunTemplate(*parsed, form, view, buffer);
+    decoded.problems = std::move(parsed->problems);
+    for (const ResultLine& field : decoded.fields) decoded.lines->push_back(field.text);
   } catch (const std::bad_alloc&) {
     // No template is worth the terminal's end.
+    decoded.fields.clear();
+    decoded.lines->clear();
   }
-  return {};
+  return decoded;
 }
 
 }  // namespace
+
+std::optional<Template> LoadTemplate(const std::string& path) {
+  const auto file = ReadTemplate(path);
+  if (!file) return std::nullopt;
+  return ParseTemplate(*file);
+}
 
 Decoded InspectBytePattern(const std::string& template_path, std::string_view decimal_sign, DumpView& view,
                            InspectorState& state) {
   view.selected = 0;
   const NumberForm form{state.network_order, decimal_sign};
-  if (state.format_code >= format::kTemplate)
-    return {.caption = {}, .lines = TemplateLines(template_path, form, view, state.buffer)};
+  if (state.format_code >= format::kTemplate) return RunFile(template_path, form, view, state.buffer);
   [[maybe_unused]] const bool fitted = BuildByteBuf(BytesOf(state.format_code), view, state.buffer);
-  return {.caption = ValueText(state, decimal_sign), .lines = {}};
+  Decoded decoded;
+  decoded.caption = ValueText(state, decimal_sign);
+  return decoded;
 }
 
 }  // namespace kolvane::inspect

@@ -42,7 +42,12 @@ FormatLayout ClickTemplate(InspectorState& state, int list_index);
 struct Decoded {
   std::optional<std::string> caption;
   std::optional<std::vector<std::string>> lines;
+  std::vector<ResultLine> fields;  ///< with `lines`: which bytes each of them shows
+  std::vector<TemplateProblem> problems;
 };
+
+/// A template's file; nothing where it cannot be opened.
+std::optional<Template> LoadTemplate(const std::string& path);
 
 /// A template of more bytes is taken for one that cannot be opened.
 inline constexpr std::size_t kLargestTemplate = std::size_t{16} << 20;

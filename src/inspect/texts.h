@@ -50,6 +50,7 @@ inline constexpr std::string_view kPreviousPage = "Seite &zurück";
 inline constexpr std::string_view kNextPage = "Seite &vor";
 inline constexpr std::string_view kAllFiles = "Alle Dateien (*)";
 inline constexpr std::string_view kCsvFiles = "CSV-Dateien (*.csv)";
+inline constexpr std::string_view kMoreRecords = "… weitere Sätze: „CSV speichern...“ nimmt alle";
 inline constexpr std::string_view kNothingToSave =
     "Die Formatvorlage ergibt hier keine Felder. Bitte wählen Sie eine Formatvorlage aus.";
 

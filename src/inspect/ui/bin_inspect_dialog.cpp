@@ -2,21 +2,34 @@
 
 #include <QAction>
 #include <QClipboard>
+#include <QDropEvent>
+#include <QFileDialog>
 #include <QGuiApplication>
-#include <QHBoxLayout>
+#include <QMimeData>
 #include <QPushButton>
 #include <QScreen>
+#include <QUrl>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 
+#include "base/encoding.h"
+#include "base/replace_file.h"
+#include "base/ui/text.h"
 #include "inspect/caret.h"
 #include "inspect/decode.h"
 #include "inspect/hex_dump.h"
+#include "inspect/template_records.h"
+#include "inspect/texts.h"
 
 namespace kolvane::inspect {
 namespace {
 
-constexpr int kWindowFrame = 20;  // what a window manager may put beside the dialog
+constexpr int kWindowFrame = 20;           // what a window manager may put beside the dialog
+constexpr int kTitleBar = 60;              // and above it
+constexpr std::size_t kMostColored = 200;  // fields, so that a click stays a click
+constexpr std::size_t kMostLines = 2000;   // of all records together
+constexpr int kMostProblems = 3;
 
 }  // namespace
 
@@ -24,6 +37,11 @@ BinInspectDialog::BinInspectDialog(BinInspectContext context, QWidget* parent)
     : QDialog(parent),
       context_(std::move(context)),
       area_(new InspectArea),
+      bar_(new PlaceBar),
+      values_(new ValuePanel(context_.decimal_sign)),
+      position_(new QLabel),
+      problems_(new QLabel),
+      buttons_(new BlockButtons),
       formats_(new FormatFrame),
       network_order_(new QCheckBox(QStringLiteral("Daten sind in Network Byte Order (Motorola)"))) {
   setObjectName(QStringLiteral("frmBinInspect"));
@@ -33,14 +51,57 @@ BinInspectDialog::BinInspectDialog(BinInspectContext context, QWidget* parent)
   network_order_->setChecked(context_.state.network_order);
   connect(network_order_, &QCheckBox::toggled, this, [this](bool on) { context_.state.network_order = on; });
   auto* all = new QVBoxLayout(this);
-  all->addWidget(area_, 1);
+  BuildBlock(all);
   BuildBelow(all);
+  ConnectBlock();
   connect(area_->dump(), &DumpTextBox::Click, this, &BinInspectDialog::InspectAtCaret);
   connect(area_->dump(), &DumpTextBox::KeyUp, this, &BinInspectDialog::InspectAtCaret);
   connect(formats_, &FormatFrame::FormatClick, this, &BinInspectDialog::FormatClick);
   connect(formats_, &FormatFrame::TemplateClick, this, &BinInspectDialog::TemplateClick);
   BuildTemplateList();
+  // From the dump to the formats, as it stands below it.
+  formats_->FollowInTabOrder(area_->dump());
   area_->dump()->setFocus();
+  const QSize room = screen()->availableSize() - QSize(kWindowFrame, kTitleBar);
+  resize(sizeHint().boundedTo(room));
+}
+
+void BinInspectDialog::BuildBlock(QVBoxLayout* all) {
+  auto* parts = new QSplitter;
+  parts->setObjectName(QStringLiteral("InspectSplitter"));
+  parts->addWidget(area_);
+  parts->addWidget(values_);
+  parts->setStretchFactor(0, 1);
+  parts->setCollapsible(0, false);
+  position_->setObjectName(QStringLiteral("PositionLabel"));
+  position_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  position_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  problems_->setObjectName(QStringLiteral("TemplateProblems"));
+  problems_->setWordWrap(true);
+  problems_->setTextFormat(Qt::PlainText);
+  problems_->hide();
+  all->addWidget(bar_);
+  all->addWidget(parts, 1);
+  all->addWidget(problems_);
+  all->addWidget(position_);
+  block_ = new BlockView(*area_->dump(), *bar_, *values_, *position_, context_.prompt, this);
+  setAcceptDrops(true);
+}
+
+void BinInspectDialog::ConnectBlock() {
+  connect(block_, &BlockView::CaretSet, this, &BinInspectDialog::CaretSet);
+  connect(buttons_, &BlockButtons::LoadFile, block_, &BlockView::AskForFile);
+  connect(buttons_, &BlockButtons::SaveBlock, block_, &BlockView::SaveBlock);
+  connect(buttons_, &BlockButtons::CopyAs, block_, &BlockView::CopyAs);
+  connect(buttons_, &BlockButtons::ShowResultList, this, [this](bool shown) {
+    area_->ShowLines(shown);
+    if (shown) Inspect();
+  });
+  connect(buttons_, &BlockButtons::RepeatTemplate, this, &BinInspectDialog::TemplateChanged);
+  connect(buttons_, &BlockButtons::SaveCsv, this, &BinInspectDialog::SaveCsv);
+  connect(area_, &InspectArea::LinesShown, buttons_->result_list(), &QPushButton::setChecked);
+  connect(area_, &InspectArea::LineClicked, this, &BinInspectDialog::ShowField);
+  connect(&watcher_, &QFileSystemWatcher::fileChanged, this, &BinInspectDialog::TemplateChanged);
 }
 
 // With a large font the rest has no room beside the formats.
@@ -50,7 +111,7 @@ void BinInspectDialog::BuildBelow(QVBoxLayout* all) {
   below->addWidget(formats_);
   below->addLayout(side);
   all->addLayout(below);
-  if (sizeHint().width() <= screen()->availableSize().width() - kWindowFrame) return;
+  if (below->sizeHint().width() <= screen()->availableSize().width() - kWindowFrame) return;
   below->setDirection(QBoxLayout::TopToBottom);
   side->setDirection(QBoxLayout::LeftToRight);
 }
@@ -67,14 +128,12 @@ QBoxLayout* BinInspectDialog::BuildSide() {
   auto* close = new QPushButton(QStringLiteral("S&chließen"));
   close->setAutoDefault(false);
   connect(close, &QPushButton::clicked, this, &QDialog::reject);
-  auto* buttons = new QHBoxLayout;
-  buttons->addStretch();
-  buttons->addWidget(copy_button);
-  buttons->addWidget(close);
+  buttons_->Add(copy_button);
+  buttons_->Add(close);
   auto* side = new QVBoxLayout;
   side->addWidget(network_order_);
   side->addStretch();
-  side->addLayout(buttons);
+  side->addWidget(buttons_);
   return side;
 }
 
@@ -92,12 +151,17 @@ void BinInspectDialog::BuildTemplateList() {
 }
 
 void BinInspectDialog::Initialize(std::string_view marked) {
-  area_->dump()->SetDump(BuildDump(marked));
+  block_->ShowDump(BuildDump(marked));
   DumpView view = area_->dump()->View();
   view.MoveTo(kFirstByte);
   area_->dump()->Show(view);
-  // A template runs only at the user's wish.
-  if (context_.state.format_code < format::kTemplate) Inspect();
+  CaretSet(true);
+}
+
+// In a new block a template runs only when the user asks for it.
+void BinInspectDialog::CaretSet(bool is_new) {
+  if (!is_new || context_.state.format_code < format::kTemplate) return Inspect();
+  block_->CaretMoved(0);
 }
 
 void BinInspectDialog::FormatClick(int option) {
@@ -119,13 +183,129 @@ void BinInspectDialog::InspectAtCaret() {
 
 void BinInspectDialog::Inspect() {
   DumpView view = area_->dump()->View();
+  const std::size_t caret = ByteAtPlace(view.caret);
   const Decoded decoded = InspectBytePattern(TemplatePath(), context_.decimal_sign, view, context_.state);
   area_->dump()->Show(view);
   if (decoded.caption) area_->SetValue(*decoded.caption);
-  if (decoded.lines) area_->SetLines(*decoded.lines);
+  ShowResult(decoded, caret);
+  block_->CaretMoved(view.selected);
+}
+
+void BinInspectDialog::ShowResult(const Decoded& decoded, std::size_t caret) {
+  fields_.clear();
+  template_ran_ = decoded.lines.has_value();
+  ShowProblems(decoded.problems);
+  if (!template_ran_) return area_->dump()->SetFields({});
+  for (const ResultLine& field : decoded.fields) {
+    const bool there = field.offset >= 0 && field.length > 0;
+    fields_.push_back({there ? caret + static_cast<std::size_t>(field.offset) : caret,
+                       there ? static_cast<std::size_t>(field.length) : 0});
+  }
+  area_->SetLines(*decoded.lines);
+  if (buttons_->repeat()->isChecked()) ShowRecords();
+  std::vector<ByteRange> colored(
+      fields_.begin(), fields_.begin() + static_cast<std::ptrdiff_t>(std::min(fields_.size(), kMostColored)));
+  area_->dump()->SetFields(colored);
+  for (std::size_t line = 0; line < colored.size(); ++line)
+    area_->SetLineColor(static_cast<int>(line), area_->dump()->FieldColor(line));
+  Watch();
+}
+
+// The list in place of the one record's: each record with its number.
+void BinInspectDialog::ShowRecords() {
+  const auto parsed = LoadTemplate(TemplatePath());
+  const auto length = parsed ? parsed->RecordLength() : std::nullopt;
+  if (!length) return;
+  const std::uint64_t begin = block_->Offset();
+  const std::uint64_t end = std::min(block_->source().size(), block_->page_offset() + kMostDumpBytes);
+  const NumberForm form{context_.state.network_order, context_.decimal_sign};
+  std::vector<std::string> lines;
+  fields_.clear();
+  std::uint64_t at = begin;
+  for (int number = 1; at < end && lines.size() < kMostLines; ++number, at += *length) {
+    for (ResultLine& line :
+         RecordLines(*parsed, form, block_->source().Read(at, std::min(*length, ByteBuffer{}.size())))) {
+      lines.push_back(std::to_string(number) + ": " + std::move(line.text));
+      fields_.push_back(
+          {static_cast<std::size_t>(at - block_->page_offset()) + static_cast<std::size_t>(line.offset),
+           static_cast<std::size_t>(line.length)});
+    }
+  }
+  if (at < end) lines.emplace_back(base::ToWindows1252(texts::kMoreRecords));
+  area_->SetLines(lines);
+}
+
+void BinInspectDialog::ShowProblems(const std::vector<TemplateProblem>& problems) {
+  QStringList lines;
+  for (const TemplateProblem& problem : problems) {
+    if (lines.size() == kMostProblems) break;
+    lines << base::ToQt(texts::Problem(problem.line, problem.kind, base::FromWindows1252(problem.text)));
+  }
+  problems_->setText(lines.join(QLatin1Char('\n')));
+  problems_->setVisible(!lines.isEmpty());
+}
+
+void BinInspectDialog::ShowField(int row) {
+  const auto at = static_cast<std::size_t>(row);
+  if (at >= fields_.size() || fields_[at].count == 0) return;
+  area_->dump()->ShowMark(fields_[at]);
+  block_->CaretMoved(area_->dump()->View().selected);
+}
+
+// An editor may have put another file into its place, which is no longer watched.
+void BinInspectDialog::Watch() {
+  const QString path = base::ToQt(TemplatePath());
+  if (path.isEmpty() || watcher_.files() == QStringList{path}) return;
+  if (!watcher_.files().isEmpty()) watcher_.removePaths(watcher_.files());
+  watcher_.addPath(path);
+}
+
+void BinInspectDialog::TemplateChanged() {
+  if (context_.state.format_code >= format::kTemplate && template_ran_) Inspect();
+}
+
+std::string BinInspectDialog::CsvText() const {
+  const auto parsed = LoadTemplate(TemplatePath());
+  if (!parsed || parsed->Fields().empty() || !parsed->RecordLength()) return {};
+  const std::size_t length = *parsed->RecordLength();
+  const RecordTable table(*parsed);
+  std::string text;
+  table.AppendCsvHeader(text);
+  const bool all = buttons_->repeat()->isChecked();
+  std::uint64_t at = block_->Offset();
+  do {
+    const std::string record = block_->source().Read(at, std::min(length, ByteBuffer{}.size()));
+    if (record.empty()) break;
+    table.AppendCsvRecord(record, context_.state.network_order, text);
+    at += length;
+  } while (all);
+  return text;
+}
+
+void BinInspectDialog::SaveCsv() {
+  const std::string text = CsvText();
+  if (text.empty()) return block_->Tell(std::string(texts::kNothingToSave));
+  QFileDialog dialog(this, QString(), QString(), base::ToQt(texts::kCsvFiles));
+  dialog.setObjectName(QStringLiteral("SaveDialog"));
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setDefaultSuffix(QStringLiteral("csv"));
+  if (dialog.exec() != QDialog::Accepted) return;
+  const std::string name = base::FromQt(dialog.selectedFiles().value(0));
+  if (const int error = base::ReplaceFile(name, text)) block_->Tell(texts::NotWritten(name, error));
+}
+
+void BinInspectDialog::dragEnterEvent(QDragEnterEvent* event) {
+  const QList<QUrl> urls = event->mimeData()->urls();
+  if (urls.size() == 1 && urls.front().isLocalFile()) event->acceptProposedAction();
+}
+
+void BinInspectDialog::dropEvent(QDropEvent* event) {
+  event->acceptProposedAction();
+  block_->LoadFile(base::FromQt(event->mimeData()->urls().value(0).toLocalFile()));
 }
 
 std::string BinInspectDialog::TemplatePath() const {
+  if (context_.state.format_code < format::kTemplate) return {};
   const auto index = static_cast<std::size_t>(context_.state.format_code - format::kTemplate);
   return index < templates_.size() ? templates_[index].path : std::string();
 }

@@ -3,11 +3,17 @@
 #include <QBoxLayout>
 #include <QCheckBox>
 #include <QDialog>
+#include <QFileSystemWatcher>
+#include <QLabel>
+#include <QSplitter>
 #include <string>
 #include <vector>
 
+#include "base/prompt.h"
 #include "inspect/decode.h"
 #include "inspect/template_list.h"
+#include "inspect/ui/block_tools.h"
+#include "inspect/ui/block_view.h"
 #include "inspect/ui/format_frame.h"
 #include "inspect/ui/inspect_area.h"
 
@@ -18,7 +24,8 @@ struct BinInspectContext {
   InspectorState& state;
   std::string folder;  ///< the component's, where the templates are
   std::string decimal_sign;
-  std::string user_folder = {};  ///< the user's own, whose templates come first; may be empty
+  std::string user_folder = {};    ///< the user's own, whose templates come first; may be empty
+  base::Prompt* prompt = nullptr;  ///< for messages about files; null: they stand in `PositionLabel`
 };
 
 /// The dialog `frmBinInspect`: the inspector on widgets. Making it looks for the templates.
@@ -32,7 +39,13 @@ class BinInspectDialog final : public QDialog {
   /// RuntimeError kOverflow where it is too long.
   void Initialize(std::string_view marked);
 
+ protected:
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+
  private:
+  void BuildBlock(QVBoxLayout* all);
+  void ConnectBlock();
   void BuildTemplateList();
   void BuildBelow(QVBoxLayout* all);
   QBoxLayout* BuildSide();
@@ -40,12 +53,30 @@ class BinInspectDialog final : public QDialog {
   void TemplateClick(int index);
   void Inspect();
   void InspectAtCaret();
+  void CaretSet(bool is_new);
+  void ShowResult(const Decoded& decoded, std::size_t caret);
+  void ShowRecords();
+  void ShowProblems(const std::vector<TemplateProblem>& problems);
+  void ShowField(int row);
+  void SaveCsv();
+  std::string CsvText() const;
+  void Watch();
+  void TemplateChanged();
   std::string TemplatePath() const;
   void Copy() const;
 
   BinInspectContext context_;
   std::vector<TemplateFile> templates_;
   InspectArea* area_;
+  PlaceBar* bar_;
+  ValuePanel* values_;
+  QLabel* position_;
+  QLabel* problems_;
+  BlockButtons* buttons_;
+  BlockView* block_;
+  QFileSystemWatcher watcher_;
+  bool template_ran_ = false;      // last
+  std::vector<ByteRange> fields_;  // what each line of the result shows
   FormatFrame* formats_;
   QCheckBox* network_order_;
 };

@@ -1,7 +1,10 @@
 #include "inspect/ui/dump_text_box.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QScrollBar>
+#include <algorithm>
+#include <utility>
 
 #include "inspect/caret.h"
 #include "inspect/ui/text.h"
@@ -11,6 +14,11 @@ namespace {
 
 constexpr int kFontPoints = 11;
 constexpr int kLinesWanted = 20;
+
+// Places that lie this far left of a digit still count to it: a caret's own place is rounded to pixels.
+constexpr double kTolerance = 1.5;
+constexpr int kFieldColors = 6;
+constexpr int kLinesKept = 2;  // around a mark that is shown
 
 int KeyCode(int qt_key) {
   if (qt_key == Qt::Key_Right) return key::kRight;
@@ -29,6 +37,7 @@ DumpTextBox::DumpTextBox(QWidget* parent) : QPlainTextEdit(parent) {
   setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   setTabChangesFocus(true);
   setTabStopDistance(fontMetrics().horizontalAdvance(QLatin1Char(' ')));
+  setAcceptDrops(false);
   // The bytes of the value stay visible while the formats have the focus.
   QPalette colors = palette();
   for (const auto role : {QPalette::Highlight, QPalette::HighlightedText})
@@ -41,6 +50,8 @@ void DumpTextBox::SetDump(std::string dump) {
   positions_ = BoxPositions(dump_);
   caret_ = 0;
   box_caret_ = 0;
+  mark_.reset();
+  fields_.clear();
   setPlainText(FromBytes(dump_));
 }
 
@@ -54,13 +65,89 @@ DumpView DumpTextBox::View() const {
 }
 
 void DumpTextBox::Show(const DumpView& view) {
+  const bool moved = view.caret != caret_;
+  const int top = verticalScrollBar()->value();
   caret_ = view.caret;
   box_caret_ = positions_.ToBox(caret_);
   QTextCursor cursor = textCursor();
   cursor.setPosition(static_cast<int>(positions_.ToBox(caret_ + view.selected)));
   cursor.setPosition(static_cast<int>(box_caret_), QTextCursor::KeepAnchor);
   setTextCursor(cursor);
-  ensureCursorVisible();
+  if (moved) {
+    ensureCursorVisible();
+  } else {
+    verticalScrollBar()->setValue(top);
+  }
+}
+
+void DumpTextBox::ShowMark(const ByteRange& range) {
+  SetMark(range);
+  const int line = static_cast<int>(PlaceOfByte(range.first) / kLineLength);
+  QScrollBar* bar = verticalScrollBar();
+  if (line < bar->value()) bar->setValue(line - kLinesKept);
+  if (line >= bar->value() + bar->pageStep()) bar->setValue(line - bar->pageStep() + 1 + kLinesKept);
+}
+
+void DumpTextBox::SetMark(std::optional<ByteRange> mark) {
+  if (mark == mark_) return;
+  mark_ = mark;
+  PaintStretches();
+}
+
+void DumpTextBox::SetFields(std::vector<ByteRange> fields) {
+  if (fields == fields_) return;
+  fields_ = std::move(fields);
+  PaintStretches();
+}
+
+QColor DumpTextBox::FieldColor(std::size_t number) const {
+  const bool dark = palette().color(QPalette::Base).lightness() < palette().color(QPalette::Text).lightness();
+  const int hue = static_cast<int>(number % kFieldColors) * 360 / kFieldColors;
+  return dark ? QColor::fromHsl(hue, 110, 75) : QColor::fromHsl(hue, 170, 205);
+}
+
+QTextEdit::ExtraSelection DumpTextBox::Stretch(Position from, Position to, const QColor& color) const {
+  QTextEdit::ExtraSelection stretch;
+  stretch.format.setBackground(color);
+  stretch.cursor = QTextCursor(document());
+  stretch.cursor.setPosition(static_cast<int>(positions_.ToBox(from)));
+  stretch.cursor.setPosition(static_cast<int>(positions_.ToBox(to)), QTextCursor::KeepAnchor);
+  return stretch;
+}
+
+// A piece for each line: its digits and its characters.
+void DumpTextBox::AppendStretches(const ByteRange& range, const QColor& color,
+                                  QList<QTextEdit::ExtraSelection>& stretches) const {
+  constexpr auto kLine = static_cast<std::size_t>(kBytesPerLine);
+  for (std::size_t first = range.first; first < range.first + range.count;) {
+    const std::size_t last = std::min(range.first + range.count, (first / kLine + 1) * kLine) - 1;
+    const Position digits = PlaceOfByte(first);
+    const Position line = digits - ColumnOf(digits);
+    if (line + kLineText > static_cast<Position>(dump_.size())) return;
+    stretches << Stretch(digits, PlaceOfByte(last) + 2, color);
+    const auto in_line = static_cast<Position>(first % kLine);
+    const auto count = static_cast<Position>(last - first + 1);
+    stretches << Stretch(line + kCharacters + in_line, line + kCharacters + in_line + count, color);
+    first = last + 1;
+  }
+}
+
+// Beneath colours of fields the selection is a veil.
+void DumpTextBox::PaintStretches() {
+  QPalette colors = palette();
+  const QPalette usual = QApplication::palette(this);
+  QColor veil = usual.color(QPalette::Active, QPalette::Highlight);
+  if (!fields_.empty()) veil.setAlpha(60);
+  const auto text = fields_.empty() ? QPalette::HighlightedText : QPalette::Text;
+  for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+    colors.setColor(group, QPalette::Highlight, veil);
+    colors.setColor(group, QPalette::HighlightedText, usual.color(QPalette::Active, text));
+  }
+  setPalette(colors);
+  QList<QTextEdit::ExtraSelection> stretches;
+  for (std::size_t i = 0; i < fields_.size(); ++i) AppendStretches(fields_[i], FieldColor(i), stretches);
+  if (mark_) AppendStretches(*mark_, QColor(255, 200, 60, 190), stretches);
+  setExtraSelections(stretches);
 }
 
 QSize DumpTextBox::sizeHint() const {
@@ -82,6 +169,11 @@ bool DumpTextBox::event(QEvent* event) {
 
 void DumpTextBox::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Escape) return event->ignore();
+  if (event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown) {
+    const bool down = event->key() == Qt::Key_PageDown;
+    verticalScrollBar()->triggerAction(down ? QAbstractSlider::SliderPageStepAdd
+                                            : QAbstractSlider::SliderPageStepSub);
+  }
   DumpView view = View();
   const Position before = view.caret;
   PressKey(KeyCode(event->key()), view);
@@ -100,6 +192,8 @@ void DumpTextBox::mousePressEvent(QMouseEvent* event) {
     QTextCursor cursor = textCursor();
     cursor.clearSelection();
     setTextCursor(cursor);
+    pressed_ = ByteAtPlace(PlaceAt(event->position().toPoint()));
+    SetMark(std::nullopt);
   }
   QPlainTextEdit::mousePressEvent(event);
 }
@@ -113,7 +207,29 @@ void DumpTextBox::mouseDoubleClickEvent(QMouseEvent* event) {
 
 void DumpTextBox::mouseReleaseEvent(QMouseEvent* event) {
   QPlainTextEdit::mouseReleaseEvent(event);
-  if (event->button() == Qt::LeftButton) Q_EMIT Click();
+  if (event->button() != Qt::LeftButton) return;
+  const Position place = PlaceAt(event->position().toPoint());
+  const std::size_t byte = ByteAtPlace(place);
+  DumpView view = View();
+  view.MoveTo(byte == pressed_ ? place : PlaceOfByte(std::min(byte, pressed_)));
+  Show(view);
+  if (byte != pressed_)
+    SetMark(ByteRange{std::min(byte, pressed_), std::max(byte, pressed_) - std::min(byte, pressed_) + 1});
+  Q_EMIT Click();
+}
+
+// Of a byte its first digit, whichever is under the pointer.
+Position DumpTextBox::PlaceAt(const QPoint& pointer) const {
+  QTextCursor cursor = cursorForPosition(pointer);
+  const int in_line = cursor.positionInBlock();
+  cursor.movePosition(QTextCursor::StartOfBlock);
+  const double width = QFontMetricsF(font()).horizontalAdvance(QLatin1Char('0'));
+  const double left = cursorRect(cursor).left();
+  const auto under = static_cast<Position>((std::max(0.0, pointer.x() - left) + kTolerance) / width);
+  const Position line = positions_.FromBox(cursor.position());
+  if (line % kLineLength != 0 || under >= kHexEnd || under < kFirstByte)
+    return positions_.FromBox(cursor.position() + in_line);
+  return line + (IsByteColumn(under - 1) ? under - 1 : under);
 }
 
 }  // namespace kolvane::inspect

@@ -50,6 +50,14 @@ void FormatFrame::SetTemplates(const std::vector<std::string>& names) {
   templates_->setCurrentIndex(names.empty() ? -1 : 0);
 }
 
+void FormatFrame::FollowInTabOrder(QWidget* widget) {
+  for (QWidget* option : options_) {
+    setTabOrder(widget, option);
+    widget = option;
+  }
+  setTabOrder(widget, templates_);
+}
+
 void FormatFrame::Check(int option) {
   QRadioButton* button = options_.at(static_cast<std::size_t>(option));
   const QSignalBlocker quiet(button);

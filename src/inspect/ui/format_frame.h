@@ -23,6 +23,9 @@ class FormatFrame final : public QGroupBox {
   /// Shows a format as chosen, without a word to anyone.
   void Check(int option);
 
+  /// The options and the list come right after `widget` in the tab order.
+  void FollowInTabOrder(QWidget* widget);
+
   void EnableTemplates(bool enabled) { templates_->setEnabled(enabled); }
 
  Q_SIGNALS:

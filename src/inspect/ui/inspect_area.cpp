@@ -27,6 +27,11 @@ void InspectArea::BuildLines() {
   lines_->setUniformItemSizes(true);
   lines_->setSelectionMode(QAbstractItemView::ExtendedSelection);
   lines_->hide();
+  connect(lines_, &QListWidget::currentRowChanged, this, [this](int row) {
+    if (row >= 0 && lines_->hasFocus()) Q_EMIT LineClicked(row);
+  });
+  connect(lines_, &QListWidget::itemClicked, this,
+          [this](QListWidgetItem* item) { Q_EMIT LineClicked(lines_->row(item)); });
 }
 
 void InspectArea::BuildValue() {
@@ -57,6 +62,7 @@ void InspectArea::AddToMenus(QAction* copy) {
 void InspectArea::ShowLines(bool shown) {
   lines_->setVisible(shown);
   LayOut();
+  Q_EMIT LinesShown(shown);
 }
 
 void InspectArea::SetLines(const std::vector<std::string>& lines) {
@@ -65,6 +71,11 @@ void InspectArea::SetLines(const std::vector<std::string>& lines) {
   for (const std::string& line : lines) shown << FromBytes(line);
   lines_->clear();
   lines_->addItems(shown);
+}
+
+// On a colour of its own the text is the dump's.
+void InspectArea::SetLineColor(int row, const QColor& color) {
+  if (QListWidgetItem* line = lines_->item(row)) line->setBackground(color);
 }
 
 void InspectArea::SetValue(const std::string& text) { value_->setText(QString::fromStdString(text)); }

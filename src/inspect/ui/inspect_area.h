@@ -20,6 +20,7 @@ class InspectArea final : public QWidget {
 
   void ShowLines(bool shown);
   void SetLines(const std::vector<std::string>& lines);
+  void SetLineColor(int row, const QColor& color);
   void SetValue(const std::string& text);
   /// Puts the command into the menus that a right click opens.
   void AddToMenus(QAction* copy);
@@ -28,6 +29,10 @@ class InspectArea final : public QWidget {
 
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
+
+ Q_SIGNALS:
+  void LinesShown(bool shown);
+  void LineClicked(int row);
 
  protected:
   void resizeEvent(QResizeEvent* event) override;

@@ -1,0 +1,112 @@
+#include "inspect/ui/block_tools.h"
+
+#include <QHBoxLayout>
+#include <QMenu>
+
+#include "base/ui/text.h"
+#include "inspect/texts.h"
+
+namespace kolvane::inspect {
+namespace {
+
+constexpr int kColumns = 2;
+constexpr int kFieldWidth = 12;  // characters
+
+QPushButton* MakeButton(const char* name, std::string_view caption) {
+  auto* button = new QPushButton(base::ToQt(caption));
+  button->setObjectName(QLatin1String(name));
+  button->setAutoDefault(false);
+  return button;
+}
+
+}  // namespace
+
+PlaceBar::PlaceBar(QWidget* parent) : QWidget(parent) {
+  auto* row = new QHBoxLayout(this);
+  row->setContentsMargins(0, 0, 0, 0);
+  go_to_ = AddField("GoToEdit", texts::kGoTo, texts::kGoToTip);
+  find_ = AddField("InspectFind", texts::kFind, texts::kFindTip);
+  row->addStretch();
+  previous_ = AddPageButton("cmdPreviousPage", texts::kPreviousPage, -1);
+  next_ = AddPageButton("cmdNextPage", texts::kNextPage, 1);
+  connect(go_to_, &QLineEdit::returnPressed, this, [this] { Q_EMIT GoTo(go_to_->text()); });
+  connect(find_, &QLineEdit::returnPressed, this, [this] { Q_EMIT Find(find_->text()); });
+  ShowPages(false, false, false);
+}
+
+QLineEdit* PlaceBar::AddField(const char* name, std::string_view caption, std::string_view tip) {
+  auto* field = new QLineEdit;
+  field->setObjectName(QLatin1String(name));
+  field->setToolTip(base::ToQt(tip));
+  field->setMinimumWidth(fontMetrics().averageCharWidth() * kFieldWidth);
+  auto* label = new QLabel(base::ToQt(caption));
+  label->setBuddy(field);
+  layout()->addWidget(label);
+  layout()->addWidget(field);
+  return field;
+}
+
+QPushButton* PlaceBar::AddPageButton(const char* name, std::string_view caption, int by) {
+  QPushButton* button = MakeButton(name, caption);
+  layout()->addWidget(button);
+  connect(button, &QPushButton::clicked, this, [this, by] { Q_EMIT TurnPage(by); });
+  return button;
+}
+
+void PlaceBar::ShowPages(bool previous, bool next, bool any) {
+  previous_->setVisible(any);
+  next_->setVisible(any);
+  previous_->setEnabled(previous);
+  next_->setEnabled(next);
+}
+
+BlockButtons::BlockButtons(QWidget* parent) : QWidget(parent), grid_(new QGridLayout(this)) {
+  grid_->setContentsMargins(0, 0, 0, 0);
+  connect(AddButton("cmdLoadFile", texts::kLoadFile), &QPushButton::clicked, this, &BlockButtons::LoadFile);
+  connect(AddButton("cmdSaveBlock", texts::kSaveBlock), &QPushButton::clicked, this,
+          &BlockButtons::SaveBlock);
+  result_list_ = AddButton("cmdResultList", texts::kResultList);
+  result_list_->setCheckable(true);
+  connect(result_list_, &QPushButton::clicked, this, &BlockButtons::ShowResultList);
+  repeat_ = new QCheckBox(base::ToQt(texts::kRepeat));
+  repeat_->setObjectName(QStringLiteral("chkRepeat"));
+  connect(repeat_, &QCheckBox::toggled, this, &BlockButtons::RepeatTemplate);
+  Place(repeat_);
+  connect(AddButton("cmdSaveCsv", texts::kSaveCsv), &QPushButton::clicked, this, &BlockButtons::SaveCsv);
+  AddCopyMenu();
+}
+
+QPushButton* BlockButtons::AddButton(const char* name, std::string_view caption) {
+  QPushButton* button = MakeButton(name, caption);
+  Place(button);
+  return button;
+}
+
+void BlockButtons::Add(QPushButton* button) { Place(button); }
+
+void BlockButtons::Place(QWidget* widget) {
+  const int count = grid_->count();
+  grid_->addWidget(widget, count / kColumns, count % kColumns);
+}
+
+void BlockButtons::AddCopyMenu() {
+  struct Row {
+    const char* name;
+    const char* caption;
+    CopyForm form;
+  };
+  constexpr Row kRows[] = {
+      {"CopyAsHex", "&Hexadezimal", CopyForm::kHex},        {"CopyAsC", "&C-Array", CopyForm::kC},
+      {"CopyAsPython", "&Python-Bytes", CopyForm::kPython}, {"CopyAsBase64", "&Base64", CopyForm::kBase64},
+      {"CopyAsDump", "Hex&dump", CopyForm::kDump},          {"CopyAsText", "&Text", CopyForm::kText}};
+  QPushButton* button = AddButton("cmdCopyAs", texts::kCopyAs);
+  auto* menu = new QMenu(button);
+  for (const Row& row : kRows) {
+    QAction* item = menu->addAction(QLatin1String(row.caption));
+    item->setObjectName(QLatin1String(row.name));
+    connect(item, &QAction::triggered, this, [this, form = row.form] { Q_EMIT CopyAs(form); });
+  }
+  button->setMenu(menu);
+}
+
+}  // namespace kolvane::inspect

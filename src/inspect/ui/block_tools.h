@@ -1,0 +1,72 @@
+#pragma once
+
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QWidget>
+#include <string_view>
+
+#include "inspect/block_text.h"
+
+namespace kolvane::inspect {
+
+/// The row above the dump: where to go, what to find, the pages of a file.
+class PlaceBar final : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit PlaceBar(QWidget* parent = nullptr);
+
+  QLineEdit* go_to() { return go_to_; }
+  QLineEdit* find() { return find_; }
+  /// Both buttons are there only while there is more than one page.
+  void ShowPages(bool previous, bool next, bool any);
+
+ Q_SIGNALS:
+  void GoTo(const QString& typed);
+  void Find(const QString& typed);
+  void TurnPage(int by);
+
+ private:
+  QLineEdit* AddField(const char* name, std::string_view caption, std::string_view tip);
+  QPushButton* AddPageButton(const char* name, std::string_view caption, int by);
+
+  QLineEdit* go_to_;
+  QLineEdit* find_;
+  QPushButton* previous_;
+  QPushButton* next_;
+};
+
+/// The buttons for what is done with block and result.
+class BlockButtons final : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit BlockButtons(QWidget* parent = nullptr);
+
+  QPushButton* result_list() { return result_list_; }
+  QCheckBox* repeat() { return repeat_; }
+  /// Adds a button of the dialog's own.
+  void Add(QPushButton* button);
+
+ Q_SIGNALS:
+  void LoadFile();
+  void SaveBlock();
+  void CopyAs(CopyForm form);
+  void ShowResultList(bool shown);
+  void RepeatTemplate();
+  void SaveCsv();
+
+ private:
+  QPushButton* AddButton(const char* name, std::string_view caption);
+  void AddCopyMenu();
+  void Place(QWidget* widget);
+
+  QGridLayout* grid_;
+  QPushButton* result_list_;
+  QCheckBox* repeat_;
+};
+
+}  // namespace kolvane::inspect

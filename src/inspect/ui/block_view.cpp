@@ -1,0 +1,159 @@
+#include "inspect/ui/block_view.h"
+
+#include <QClipboard>
+#include <QFileDialog>
+#include <QGuiApplication>
+#include <algorithm>
+#include <utility>
+
+#include "base/replace_file.h"
+#include "base/ui/text.h"
+#include "inspect/texts.h"
+
+namespace kolvane::inspect {
+namespace {
+
+constexpr std::size_t kLongestValue = 8;
+constexpr std::size_t kPiece = 1 << 16;
+
+int SaveTo(const std::string& name, const BlockSource& source) {
+  base::FileReplacement file;
+  if (const int error = file.Open(name)) return error;
+  for (std::uint64_t at = 0; at < source.size();) {
+    const std::string piece = source.Read(at, kPiece);
+    if (piece.empty()) return EIO;
+    if (const int error = file.Write(piece)) return error;
+    at += piece.size();
+  }
+  return file.Commit();
+}
+
+}  // namespace
+
+BlockView::BlockView(DumpTextBox& dump, PlaceBar& bar, ValuePanel& values, QLabel& label,
+                     base::Prompt* prompt, QWidget* window)
+    : QObject(window),
+      dump_(dump),
+      bar_(bar),
+      values_(values),
+      label_(label),
+      prompt_(prompt),
+      window_(window) {
+  connect(&bar, &PlaceBar::GoTo, this, [this](const QString& typed) { GoTo(base::FromQt(typed)); });
+  connect(&bar, &PlaceBar::Find, this, [this](const QString& typed) { Find(base::FromQt(typed)); });
+  connect(&bar, &PlaceBar::TurnPage, this, &BlockView::TurnPage);
+}
+
+void BlockView::ShowDump(std::string dump) {
+  bytes_ = BytesOf(dump);
+  source_.SetBytes(bytes_);
+  page_ = 0;
+  dump_.SetDump(std::move(dump));
+  ShowPages();
+}
+
+void BlockView::AskForFile() {
+  QFileDialog dialog(window_, QString(), QString(), base::ToQt(texts::kAllFiles));
+  dialog.setObjectName(QStringLiteral("OpenDialog"));
+  dialog.setFileMode(QFileDialog::ExistingFile);
+  if (dialog.exec() == QDialog::Accepted) LoadFile(base::FromQt(dialog.selectedFiles().value(0)));
+}
+
+void BlockView::LoadFile(const std::string& name) {
+  if (const int error = source_.Open(name)) return Tell(texts::NotRead(name, error));
+  ShowPage(0, 0, true);
+}
+
+void BlockView::ShowPage(std::uint64_t page, std::size_t byte, bool anew) {
+  page_ = page;
+  bytes_ = source_.Read(page_offset(), kPageBytes);
+  dump_.SetDump(DumpOfBytes(bytes_));
+  DumpView view = dump_.View();
+  view.MoveTo(PlaceOfByte(byte));
+  dump_.Show(view);
+  ShowPages();
+  Q_EMIT CaretSet(anew);
+}
+
+void BlockView::ShowPages() { bar_.ShowPages(page_ > 0, page_ + 1 < Pages(), Pages() > 1); }
+
+void BlockView::TurnPage(int by) {
+  const bool possible = by < 0 ? page_ > 0 : page_ + 1 < Pages();
+  if (possible) ShowPage(by < 0 ? page_ - 1 : page_ + 1, 0, true);
+}
+
+std::uint64_t BlockView::Offset() const { return page_offset() + ByteAtPlace(dump_.View().caret); }
+
+void BlockView::CaretMoved(Position value) {
+  value_ = value;
+  const std::size_t byte = ByteAtPlace(dump_.View().caret);
+  values_.ShowBytes(byte < bytes_.size() ? std::string_view(bytes_).substr(byte, kLongestValue) : "");
+  const auto marked = Marked();
+  const std::size_t in_value =
+      static_cast<std::size_t>(value > 0 ? ByteAtPlace(dump_.View().caret + value - 1) - byte + 1 : 0);
+  std::string text = texts::Place(marked ? page_offset() + marked->first : Offset(),
+                                  marked ? marked->count : in_value, source_.size());
+  if (Pages() > 1) text += texts::Page(page_ + 1, Pages());
+  label_.setText(base::ToQt(text));
+}
+
+// The selection of a decoded value counts as none.
+std::optional<ByteRange> BlockView::Marked() const {
+  if (dump_.mark()) return dump_.mark();
+  const DumpView view = dump_.View();
+  if (view.selected == 0 || view.selected == value_) return std::nullopt;
+  const std::size_t first = ByteAtPlace(view.caret);
+  const std::size_t last = std::min(ByteAtPlace(view.caret + view.selected - 1) + 1, bytes_.size());
+  if (first >= last) return std::nullopt;
+  return ByteRange{first, last - first};
+}
+
+void BlockView::MoveTo(std::uint64_t offset) {
+  const std::uint64_t page = offset / kPageBytes;
+  const auto byte = static_cast<std::size_t>(offset % kPageBytes);
+  if (page != page_) return ShowPage(page, byte, false);
+  DumpView view = dump_.View();
+  view.MoveTo(PlaceOfByte(byte));
+  dump_.Show(view);
+  Q_EMIT CaretSet(false);
+}
+
+void BlockView::GoTo(const std::string& typed) {
+  const auto offset = TypedOffset(typed, static_cast<std::int64_t>(Offset()));
+  if (!offset) return label_.setText(base::ToQt(texts::NoOffset(typed)));
+  if (*offset < 0 || static_cast<std::uint64_t>(*offset) >= source_.size())
+    return label_.setText(base::ToQt(texts::OutsideBlock(*offset, source_.size())));
+  MoveTo(static_cast<std::uint64_t>(*offset));
+}
+
+void BlockView::Find(const std::string& typed) {
+  const auto bytes = SearchBytes(typed);
+  const auto found = bytes ? source_.Find(*bytes, Offset() + 1) : std::nullopt;
+  if (!found) return label_.setText(base::ToQt(texts::NotFound(typed)));
+  MoveTo(*found);
+  dump_.ShowMark({static_cast<std::size_t>(*found - page_offset()), bytes->size()});
+  CaretMoved(value_);
+}
+
+void BlockView::CopyAs(CopyForm form) {
+  const ByteRange range = Marked().value_or(ByteRange{0, bytes_.size()});
+  const std::string text = CopyText(form, std::string_view(bytes_).substr(range.first, range.count),
+                                    static_cast<std::size_t>(page_offset()) + range.first);
+  QGuiApplication::clipboard()->setText(base::ToQt(text));
+}
+
+void BlockView::SaveBlock() {
+  QFileDialog dialog(window_, QString(), QString(), base::ToQt(texts::kAllFiles));
+  dialog.setObjectName(QStringLiteral("SaveDialog"));
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  if (dialog.exec() != QDialog::Accepted) return;
+  const std::string name = base::FromQt(dialog.selectedFiles().value(0));
+  if (const int error = SaveTo(name, source_)) Tell(texts::NotWritten(name, error));
+}
+
+void BlockView::Tell(const std::string& text) {
+  if (prompt_ != nullptr) return prompt_->ShowError(text);
+  label_.setText(base::ToQt(text));
+}
+
+}  // namespace kolvane::inspect

@@ -1,0 +1,262 @@
+// What stands in the inspector beside dump, format and value.
+#include <QAction>
+#include <QClipboard>
+#include <QDropEvent>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QScrollBar>
+#include <QTableWidget>
+#include <QTimer>
+#include <QUrl>
+#include <filesystem>
+
+#include "inspect/dialog_fixture.h"
+
+namespace kolvane::inspect {
+namespace {
+
+using namespace std::string_literals;
+
+class InspectToolsTest : public BinInspectDialogTest {
+ protected:
+  QString Position() { return Find<QLabel>("PositionLabel")->text(); }
+  QString Cell(const QString& type, int column) {
+    auto* panel = Find<QTableWidget>("ValuePanel");
+    for (int row = 0; row < panel->rowCount(); ++row) {
+      if (panel->item(row, 0)->text() == type) return panel->item(row, column)->text();
+    }
+    return QStringLiteral("no such type");
+  }
+  void Type(const char* field, const QString& text) {
+    auto* edit = Find<QLineEdit>(field);
+    edit->setText(text);
+    QTest::keyClick(edit, Qt::Key_Return);
+  }
+  std::size_t Caret() { return ByteAtPlace(Dump()->View().caret); }
+  QPoint PointOf(Position place, double share) {
+    QTextCursor cursor(Dump()->document());
+    cursor.setPosition(static_cast<int>(BoxPositions(Dump()->View().text).ToBox(place)));
+    const double width = QFontMetricsF(Dump()->font()).horizontalAdvance(QLatin1Char('0'));
+    const QRect rect = Dump()->cursorRect(cursor);
+    return {static_cast<int>(rect.left() + share * width), rect.center().y()};
+  }
+  QString Copied(const char* form) {
+    Find<QAction>(form)->trigger();
+    return QApplication::clipboard()->text();
+  }
+  void Answer(const char* name, const std::string& file) {
+    QTimer::singleShot(0, dialog_.get(), [name, file] {
+      auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+      ASSERT_NE(dialog, nullptr);
+      EXPECT_EQ(dialog->objectName(), name);
+      dialog->findChild<QLineEdit*>("fileNameEdit")->setText(QString::fromStdString(file));
+      static_cast<QDialog&>(*dialog).accept();
+    });
+  }
+  void Click(const char* button) { Find<QPushButton>(button)->click(); }
+};
+
+TEST_F(InspectToolsTest, ThePanelHasEachTypeAtOnceAndAtEachMove) {
+  Open("\x01\x02\x03\x04"s);
+  EXPECT_EQ(Cell("16 Bit ohne Vorzeichen", 1), "513");
+  EXPECT_EQ(Cell("16 Bit ohne Vorzeichen", 2), "258");
+  EXPECT_EQ(Cell("64 Bit mit Vorzeichen", 1), "");
+  QTest::keyClick(Dump(), Qt::Key_Right);
+  EXPECT_EQ(Cell("8 Bit ohne Vorzeichen", 1), "2");
+  EXPECT_EQ(Position(), "Position 1 (&H1), 1 Byte markiert, Block 4 Bytes");
+}
+
+TEST_F(InspectToolsTest, WithTemplatesTheFirstClickShowsValues) {
+  AddTemplate("a.BNS", "BYTECOUNT=2\r\nSumme;SHORT;0\r\n");
+  Open("\x01\x02"s);
+  EXPECT_EQ(Cell("8 Bit ohne Vorzeichen", 1), "1");
+  ClickAt(7);
+  EXPECT_EQ(Cell("8 Bit ohne Vorzeichen", 1), "2");
+}
+
+TEST_F(InspectToolsTest, AClickMeansTheByteUnderThePointer) {
+  Open(Ramp(64));
+  for (const std::size_t byte : {0u, 3u, 4u, 15u, 16u, 37u}) {
+    for (const double share : {0.1, 0.6, 1.1, 1.7}) {
+      QTest::mouseClick(Dump()->viewport(), Qt::LeftButton, {}, PointOf(PlaceOfByte(byte), share));
+      EXPECT_EQ(Caret(), byte) << byte << ' ' << share;
+      EXPECT_EQ(Value(), QString::number(byte));
+    }
+  }
+}
+
+TEST_F(InspectToolsTest, GoesToAPlaceOrSaysWhyNot) {
+  Open(Ramp(64));
+  Type("GoToEdit", "&H11");
+  EXPECT_EQ(Caret(), 17u);
+  EXPECT_EQ(Value(), "17");
+  Type("GoToEdit", "-2");
+  EXPECT_EQ(Caret(), 15u);
+  Type("GoToEdit", "64");
+  EXPECT_EQ(Position(), "Position 64 liegt außerhalb: Block 64 Bytes");
+  Type("GoToEdit", "abc");
+  EXPECT_EQ(Position(), "„abc“ ist keine Position");
+  EXPECT_EQ(Caret(), 15u);
+  EXPECT_EQ(Value(), "15");
+}
+
+TEST_F(InspectToolsTest, FindsBytesAndTextsRoundTheEnd) {
+  Open("RIFF....WAVERIFF"s);
+  Type("InspectFind", "RIFF");
+  EXPECT_EQ(Caret(), 12u);
+  EXPECT_EQ(Position(), "Position 12 (&HC), 4 Bytes markiert, Block 16 Bytes");
+  Type("InspectFind", "RIFF");
+  EXPECT_EQ(Caret(), 0u);
+  Type("InspectFind", "57 41");
+  EXPECT_EQ(Caret(), 8u);
+  Type("InspectFind", "00");
+  EXPECT_EQ(Position(), "„00“ nicht gefunden");
+  EXPECT_EQ(Caret(), 8u);
+}
+
+TEST_F(InspectToolsTest, PageKeysMoveTheViewAndNotTheCaret) {
+  Open(Ramp(2000));
+  dialog_->resize(900, 500);
+  ClickAt(5);
+  QTest::keyClick(Dump(), Qt::Key_PageDown);
+  const int top = Dump()->verticalScrollBar()->value();
+  EXPECT_GT(top, 5);
+  EXPECT_EQ(Dump()->View().caret, 5);
+  QTest::keyClick(Dump(), Qt::Key_PageUp);
+  EXPECT_EQ(Dump()->verticalScrollBar()->value(), 0);
+  QTest::keyClick(Dump(), Qt::Key_PageDown);
+  QTest::keyClick(Dump(), Qt::Key_Right);
+  EXPECT_LT(Dump()->verticalScrollBar()->value(), top);
+}
+
+TEST_F(InspectToolsTest, CopiesTheWholeBlockOrWhatIsMarked) {
+  Open("ABCDEF");
+  Option(1)->click();
+  ClickAt(5);
+  EXPECT_EQ(Copied("CopyAsHex"), "41 42 43 44 45 46");
+  EXPECT_EQ(Copied("CopyAsBase64"), "QUJDREVG");
+  QTest::mousePress(Dump()->viewport(), Qt::LeftButton, {}, PointOf(PlaceOfByte(1), 0.5));
+  QTest::mouseMove(Dump()->viewport(), PointOf(PlaceOfByte(3), 1.5));
+  QTest::mouseRelease(Dump()->viewport(), Qt::LeftButton, {}, PointOf(PlaceOfByte(3), 1.5));
+  EXPECT_EQ(Copied("CopyAsText"), "BCD");
+  EXPECT_EQ(Caret(), 1u);
+  EXPECT_EQ(Marks(), "4243");
+  EXPECT_EQ(Position(), "Position 1 (&H1), 3 Bytes markiert, Block 6 Bytes");
+  ClickAt(5);
+  QTextCursor cursor = Dump()->textCursor();
+  cursor.setPosition(7);
+  cursor.setPosition(13, QTextCursor::KeepAnchor);
+  Dump()->setTextCursor(cursor);
+  EXPECT_EQ(Copied("CopyAsText"), "BCD");
+}
+
+TEST_F(InspectToolsTest, ThirdTemplatesAreReadOnDemand) {
+  for (const char* name : {"a.BNS", "b.BNS", "c.BNS"})
+    AddTemplate(name, "BYTECOUNT=2\r\n" + std::string(name, 1) + ";BYTE;1");
+  Open("AB");
+  Templates()->setCurrentIndex(2);
+  EXPECT_FALSE(Lines()->isVisible());
+  Click("cmdResultList");
+  EXPECT_TRUE(Lines()->isVisible());
+  EXPECT_EQ(LineTexts(), QStringList{"c=66"});
+  Click("cmdResultList");
+  EXPECT_FALSE(Lines()->isVisible());
+  Option(5)->click();
+  EXPECT_FALSE(Find<QPushButton>("cmdResultList")->isChecked());
+  Templates()->setCurrentIndex(1);
+  EXPECT_TRUE(Find<QPushButton>("cmdResultList")->isChecked());
+}
+
+TEST_F(InspectToolsTest, FieldsAreColoredAndALineShowsItsBytes) {
+  AddTemplate("a.BNS", "BYTECOUNT=4\r\na;BYTE;0\r\nb;SHORT;2");
+  Open("ABCDEF");
+  Click("cmdResultList");
+  EXPECT_EQ(Dump()->extraSelections().size(), 4);
+  EXPECT_EQ(Dump()->extraSelections().at(2).cursor.selectedText(), "4344");
+  EXPECT_EQ(Dump()->extraSelections().at(3).cursor.selectedText(), "CD");
+  EXPECT_EQ(Lines()->item(1)->background().color(),
+            Dump()->extraSelections().at(2).format.background().color());
+  QTest::mouseClick(Lines()->viewport(), Qt::LeftButton, {},
+                    Lines()->visualItemRect(Lines()->item(1)).center());
+  EXPECT_EQ(Dump()->mark(), (ByteRange{2, 2}));
+  EXPECT_EQ(Caret(), 0u);
+  EXPECT_EQ(Copied("CopyAsText"), "CD");
+  Option(0)->click();
+  ClickAt(5);
+  EXPECT_TRUE(Dump()->extraSelections().isEmpty());
+}
+
+TEST_F(InspectToolsTest, ATemplateIsRepeatedAndSavedAsCsv) {
+  AddTemplate("a.BNS", "BYTECOUNT=2\r\na;BYTE;0\r\nb;BYTE;1");
+  Open("ABCDE");
+  Click("cmdResultList");
+  Answer("SaveDialog", folder_.Path("one.csv"));
+  Click("cmdSaveCsv");
+  EXPECT_EQ(base::ReadBytes(folder_.Path("one.csv")), "a,b\n65,66\n");
+  Find<QCheckBox>("chkRepeat")->click();
+  EXPECT_EQ(LineTexts(), (QStringList{"1: a=65", "1: b=66", "2: a=67", "2: b=68", "3: a=69"}));
+  Answer("SaveDialog", folder_.Path("all.csv"));
+  Click("cmdSaveCsv");
+  EXPECT_EQ(base::ReadBytes(folder_.Path("all.csv")), "a,b\n65,66\n67,68\n69,\n");
+}
+
+TEST_F(InspectToolsTest, AnEditedTemplateRunsAnew) {
+  AddTemplate("a.BNS", "BYTECOUNT=1\r\na;BYTE;0");
+  Open("AB");
+  Click("cmdResultList");
+  EXPECT_EQ(LineTexts(), QStringList{"a=65"});
+  AddTemplate("a.BNS", "BYTECOUNT=1\r\nnew;BYTE;0");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return LineTexts() == QStringList{"new=65"}; }));
+}
+
+TEST_F(InspectToolsTest, LinesThatFailedAreTold) {
+  AddTemplate("a.BNS", "BYTECOUNT=1\r\na;BYTE;0\r\nb;FLAOT;0");
+  Open("AB");
+  EXPECT_FALSE(Find<QLabel>("TemplateProblems")->isVisible());
+  Click("cmdResultList");
+  EXPECT_EQ(Find<QLabel>("TemplateProblems")->text(), "Zeile 3: Typ „FLAOT“ unbekannt");
+  EXPECT_TRUE(Find<QLabel>("TemplateProblems")->isVisible());
+}
+
+TEST_F(InspectToolsTest, AFileIsLoadedPageByPage) {
+  const std::string bytes = Ramp(kMostDumpBytes) + "second page";
+  base::WriteBytes(folder_.Path("data"), bytes);
+  Open("A");
+  EXPECT_FALSE(Find<QPushButton>("cmdNextPage")->isVisible());
+  Answer("OpenDialog", folder_.Path("data"));
+  Click("cmdLoadFile");
+  EXPECT_EQ(BytesOf(Dump()->View().text), Ramp(kMostDumpBytes));
+  EXPECT_EQ(Value(), "0");
+  EXPECT_FALSE(Find<QPushButton>("cmdPreviousPage")->isEnabled());
+  Click("cmdNextPage");
+  EXPECT_EQ(BytesOf(Dump()->View().text), "second page");
+  EXPECT_EQ(Position(), "Position 32752 (&H7FF0), 1 Byte markiert, Block 32763 Bytes, Seite 2 von 2");
+  EXPECT_FALSE(Find<QPushButton>("cmdNextPage")->isEnabled());
+  Type("GoToEdit", "3");
+  EXPECT_EQ(Value(), "3");
+  Type("InspectFind", "page");
+  EXPECT_EQ(Caret(), 7u);
+  Answer("SaveDialog", folder_.Path("copy"));
+  Click("cmdSaveBlock");
+  EXPECT_EQ(base::ReadBytes(folder_.Path("copy")), bytes);
+}
+
+TEST_F(InspectToolsTest, ADroppedFileIsLoadedAndWhatCannotBeReadIsTold) {
+  base::WriteBytes(folder_.Path("data"), "XYZ");
+  Open("A");
+  QMimeData mime;
+  mime.setUrls({QUrl::fromLocalFile(QString::fromStdString(folder_.Path("data")))});
+  QDropEvent drop({}, Qt::CopyAction, &mime, Qt::LeftButton, {});
+  QCoreApplication::sendEvent(dialog_.get(), &drop);
+  EXPECT_EQ(Value(), "88");
+  std::filesystem::remove(folder_.Path("data"));
+  mime.setUrls({QUrl::fromLocalFile(QString::fromStdString(folder_.Path("data")))});
+  QDropEvent gone({}, Qt::CopyAction, &mime, Qt::LeftButton, {});
+  QCoreApplication::sendEvent(dialog_.get(), &gone);
+  EXPECT_TRUE(Position().startsWith("Die Datei „")) << Position().toStdString();
+  EXPECT_EQ(Value(), "88");
+}
+
+}  // namespace
+}  // namespace kolvane::inspect
