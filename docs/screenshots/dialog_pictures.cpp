@@ -16,6 +16,7 @@
 #include "pane/ui/output_pane.h"
 #include "picture.h"
 #include "pictures.h"
+#include "values/ui/values_window.h"
 #include "window/text_file.h"
 #include "window/texts.h"
 
@@ -69,6 +70,19 @@ void Inspector(Stage& stage, const QString& folder) {
                      QApplication::sendEvent(dump, &release);
                      Save(folder, QStringLiteral("binaerdaten"), Framed(dialog));
                    });
+}
+
+// A wave on channel 1 and what it does to the others.
+void Values(Stage& stage, const QString& folder) {
+  stage.Choose("cmbReceiveFormat", 0);
+  stage.Choose("cmbReceiveMode", 0);
+  stage.Trigger("mnuValues");
+  for (int row = 0; row < 120; ++row) stage.Send(QStringLiteral("MSV? 1-3"));
+  auto* window = stage.Find<values::ValuesWindow>("ValuesWindow");
+  window->resize(900, 560);
+  window->Refresh();
+  Save(folder, QStringLiteral("messwerte"), Framed(window));
+  window->close();
 }
 
 void HelpWindow(Stage& stage, const QString& folder) {
@@ -134,8 +148,8 @@ void ProgressDialog(Stage& stage, const QString& folder) {
 }  // namespace
 
 std::vector<Picture> DialogPictures() {
-  return {Inspector, HelpWindow,   ConnectionDialog, RefusedConnection,
-          ListError, SmallDialogs, ProgressDialog};
+  return {Inspector,         Values,    HelpWindow,   ConnectionDialog,
+          RefusedConnection, ListError, SmallDialogs, ProgressDialog};
 }
 
 }  // namespace kolvane::screenshots

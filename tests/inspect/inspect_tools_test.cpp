@@ -20,7 +20,7 @@ using namespace std::string_literals;
 
 class InspectToolsTest : public BinInspectDialogTest {
  protected:
-  QString Position() { return Find<QLabel>("PositionLabel")->text(); }
+  QString PlaceText() { return Find<QLabel>("PositionLabel")->text(); }
   QString Cell(const QString& type, int column) {
     auto* panel = Find<QTableWidget>("ValuePanel");
     for (int row = 0; row < panel->rowCount(); ++row) {
@@ -64,7 +64,7 @@ TEST_F(InspectToolsTest, ThePanelHasEachTypeAtOnceAndAtEachMove) {
   EXPECT_EQ(Cell("64 Bit mit Vorzeichen", 1), "");
   QTest::keyClick(Dump(), Qt::Key_Right);
   EXPECT_EQ(Cell("8 Bit ohne Vorzeichen", 1), "2");
-  EXPECT_EQ(Position(), "Position 1 (&H1), 1 Byte markiert, Block 4 Bytes");
+  EXPECT_EQ(PlaceText(), "Position 1 (&H1), 1 Byte markiert, Block 4 Bytes");
 }
 
 TEST_F(InspectToolsTest, WithTemplatesTheFirstClickShowsValues) {
@@ -94,9 +94,9 @@ TEST_F(InspectToolsTest, GoesToAPlaceOrSaysWhyNot) {
   Type("GoToEdit", "-2");
   EXPECT_EQ(Caret(), 15u);
   Type("GoToEdit", "64");
-  EXPECT_EQ(Position(), "Position 64 liegt außerhalb: Block 64 Bytes");
+  EXPECT_EQ(PlaceText(), "Position 64 liegt außerhalb: Block 64 Bytes");
   Type("GoToEdit", "abc");
-  EXPECT_EQ(Position(), "„abc“ ist keine Position");
+  EXPECT_EQ(PlaceText(), "„abc“ ist keine Position");
   EXPECT_EQ(Caret(), 15u);
   EXPECT_EQ(Value(), "15");
 }
@@ -105,13 +105,13 @@ TEST_F(InspectToolsTest, FindsBytesAndTextsRoundTheEnd) {
   Open("RIFF....WAVERIFF"s);
   Type("InspectFind", "RIFF");
   EXPECT_EQ(Caret(), 12u);
-  EXPECT_EQ(Position(), "Position 12 (&HC), 4 Bytes markiert, Block 16 Bytes");
+  EXPECT_EQ(PlaceText(), "Position 12 (&HC), 4 Bytes markiert, Block 16 Bytes");
   Type("InspectFind", "RIFF");
   EXPECT_EQ(Caret(), 0u);
   Type("InspectFind", "57 41");
   EXPECT_EQ(Caret(), 8u);
   Type("InspectFind", "00");
-  EXPECT_EQ(Position(), "„00“ nicht gefunden");
+  EXPECT_EQ(PlaceText(), "„00“ nicht gefunden");
   EXPECT_EQ(Caret(), 8u);
 }
 
@@ -142,7 +142,7 @@ TEST_F(InspectToolsTest, CopiesTheWholeBlockOrWhatIsMarked) {
   EXPECT_EQ(Copied("CopyAsText"), "BCD");
   EXPECT_EQ(Caret(), 1u);
   EXPECT_EQ(Marks(), "4243");
-  EXPECT_EQ(Position(), "Position 1 (&H1), 3 Bytes markiert, Block 6 Bytes");
+  EXPECT_EQ(PlaceText(), "Position 1 (&H1), 3 Bytes markiert, Block 6 Bytes");
   ClickAt(5);
   QTextCursor cursor = Dump()->textCursor();
   cursor.setPosition(7);
@@ -231,7 +231,7 @@ TEST_F(InspectToolsTest, AFileIsLoadedPageByPage) {
   EXPECT_FALSE(Find<QPushButton>("cmdPreviousPage")->isEnabled());
   Click("cmdNextPage");
   EXPECT_EQ(BytesOf(Dump()->View().text), "second page");
-  EXPECT_EQ(Position(), "Position 32752 (&H7FF0), 1 Byte markiert, Block 32763 Bytes, Seite 2 von 2");
+  EXPECT_EQ(PlaceText(), "Position 32752 (&H7FF0), 1 Byte markiert, Block 32763 Bytes, Seite 2 von 2");
   EXPECT_FALSE(Find<QPushButton>("cmdNextPage")->isEnabled());
   Type("GoToEdit", "3");
   EXPECT_EQ(Value(), "3");
@@ -254,7 +254,7 @@ TEST_F(InspectToolsTest, ADroppedFileIsLoadedAndWhatCannotBeReadIsTold) {
   mime.setUrls({QUrl::fromLocalFile(QString::fromStdString(folder_.Path("data")))});
   QDropEvent gone({}, Qt::CopyAction, &mime, Qt::LeftButton, {});
   QCoreApplication::sendEvent(dialog_.get(), &gone);
-  EXPECT_TRUE(Position().startsWith("Die Datei „")) << Position().toStdString();
+  EXPECT_TRUE(PlaceText().startsWith("Die Datei „")) << PlaceText().toStdString();
   EXPECT_EQ(Value(), "88");
 }
 
