@@ -10,6 +10,7 @@
 #include <QRadioButton>
 #include <QTabWidget>
 #include <QTableView>
+#include <QThread>
 #include <QTreeView>
 
 #include "base/ui/text.h"
@@ -77,7 +78,10 @@ void Values(Stage& stage, const QString& folder) {
   stage.Choose("cmbReceiveFormat", 0);
   stage.Choose("cmbReceiveMode", 0);
   stage.Trigger("mnuValues");
-  for (int row = 0; row < 120; ++row) stage.Send(QStringLiteral("MSV? 1-3"));
+  for (int row = 0; row < 120; ++row) {
+    stage.Send(QStringLiteral("MSV? 5-6"));
+    QThread::msleep(25);
+  }
   auto* window = stage.Find<values::ValuesWindow>("ValuesWindow");
   window->resize(900, 560);
   window->Refresh();

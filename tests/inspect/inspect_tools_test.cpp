@@ -54,6 +54,15 @@ class InspectToolsTest : public BinInspectDialogTest {
       static_cast<QDialog&>(*dialog).accept();
     });
   }
+  void Drop(const std::string& file) {
+    QMimeData mime;
+    mime.setUrls({QUrl::fromLocalFile(QString::fromStdString(file))});
+    QDragEnterEvent enter({}, Qt::CopyAction, &mime, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(dialog_.get(), &enter);
+    ASSERT_TRUE(enter.isAccepted());
+    QDropEvent drop({}, Qt::CopyAction, &mime, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(dialog_.get(), &drop);
+  }
   void Click(const char* button) { Find<QPushButton>(button)->click(); }
 };
 
@@ -245,15 +254,10 @@ TEST_F(InspectToolsTest, AFileIsLoadedPageByPage) {
 TEST_F(InspectToolsTest, ADroppedFileIsLoadedAndWhatCannotBeReadIsTold) {
   base::WriteBytes(folder_.Path("data"), "XYZ");
   Open("A");
-  QMimeData mime;
-  mime.setUrls({QUrl::fromLocalFile(QString::fromStdString(folder_.Path("data")))});
-  QDropEvent drop({}, Qt::CopyAction, &mime, Qt::LeftButton, {});
-  QCoreApplication::sendEvent(dialog_.get(), &drop);
+  Drop(folder_.Path("data"));
   EXPECT_EQ(Value(), "88");
   std::filesystem::remove(folder_.Path("data"));
-  mime.setUrls({QUrl::fromLocalFile(QString::fromStdString(folder_.Path("data")))});
-  QDropEvent gone({}, Qt::CopyAction, &mime, Qt::LeftButton, {});
-  QCoreApplication::sendEvent(dialog_.get(), &gone);
+  Drop(folder_.Path("data"));
   EXPECT_TRUE(PlaceText().startsWith("Die Datei „")) << PlaceText().toStdString();
   EXPECT_EQ(Value(), "88");
 }

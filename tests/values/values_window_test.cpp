@@ -186,6 +186,7 @@ TEST_F(ValuesWindowTest, ClearsValuesWhilePaused) {
   Action("ValuesClear")->trigger();
   Fill(5);
   EXPECT_EQ(Rows(), 0);
+  EXPECT_EQ(Statistics(0, CurvesModel::kName), "") << "of a curve that is gone";
   Action("ValuesPause")->trigger();
   EXPECT_EQ(Rows(), 5);
 }

@@ -3,6 +3,7 @@
 #include <QTableView>
 #include <QTest>
 
+#include "base/number.h"
 #include "base/temp_folder.h"
 #include "values/ui/values_table.h"
 #include "values/ui/values_window.h"
@@ -54,7 +55,8 @@ TEST_F(ValuesCommandTest, EachAnswerThatSplitsIntoNumbersIsARow) {
   Ask("MSV? 1", "0.25");
   terminal_.output.SilentMode = false;
   Send("MSV?");
-  EXPECT_EQ(Rows(), (QStringList{"MSV? 1-2|1,5|-2", "MSV? 1|0,25|"}));
+  const QString sign = QString::fromStdString(base::SystemDecimalSign());
+  EXPECT_EQ(Rows(), (QStringList{"MSV? 1-2|1" + sign + "5|-2", "MSV? 1|0" + sign + "25|"}));
 }
 
 TEST_F(ValuesCommandTest, RowsComeFromAListBesideWhichTheWindowIsOpen) {

@@ -16,6 +16,7 @@ namespace {
 constexpr int kColumns = 3;
 constexpr int kRowMargin = 4;
 constexpr int kCellMargin = 10;
+constexpr int kRowsWanted = 8;
 constexpr int kWidthWanted = 420;
 
 }  // namespace
@@ -65,7 +66,7 @@ void ValuePanel::ShowBytes(std::string_view bytes) {
 }
 
 QSize ValuePanel::sizeHint() const {
-  const int rows = rowCount() * verticalHeader()->defaultSectionSize();
+  const int rows = kRowsWanted * verticalHeader()->defaultSectionSize();
   return {kWidthWanted, rows + horizontalHeader()->sizeHint().height() + 2 * frameWidth()};
 }
 

@@ -79,7 +79,8 @@ void CurvesModel::ColumnsChanged(int first, int last) {
 }
 
 QVariant CurvesModel::data(const QModelIndex& index, int role) const {
-  if (!index.isValid() || index.row() >= rows_) return {};
+  // Once the values have been cleared, the rows are those of curves that are gone.
+  if (!index.isValid() || index.row() >= rows_ || generation_ != store_.generation()) return {};
   const auto curve = static_cast<std::size_t>(index.row());
   if (index.column() == kName) return NameData(curve, role);
   if (role == Qt::DisplayRole) return NumberText(curve, index.column());

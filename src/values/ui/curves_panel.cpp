@@ -15,7 +15,7 @@ namespace {
 constexpr int kRowMargin = 4;
 constexpr int kRowsWanted = 5;
 constexpr int kCellMargin = 10;
-constexpr int kLeastNameWidth = 8;  // characters
+constexpr int kNameWidth = 24;  // characters
 
 bool IsDark(const QPalette& palette) {
   return palette.color(QPalette::Base).lightness() < palette.color(QPalette::Text).lightness();
@@ -53,11 +53,9 @@ void CurvesPanel::BuildTable() {
   FitColumns();
 }
 
-// The names get what the numbers leave.
 void CurvesPanel::FitColumns() {
   table_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kRowMargin);
-  table_->horizontalHeader()->setSectionResizeMode(CurvesModel::kName, QHeaderView::Stretch);
-  table_->horizontalHeader()->setMinimumSectionSize(fontMetrics().averageCharWidth() * kLeastNameWidth);
+  table_->setColumnWidth(CurvesModel::kName, fontMetrics().averageCharWidth() * kNameWidth);
   for (int column = CurvesModel::kValue; column < CurvesModel::kColumns; ++column) {
     const auto* widest = column == CurvesModel::kCount ? "10000000" : "-0,12345678";
     const QString head = model_.headerData(column, Qt::Horizontal).toString();
