@@ -43,7 +43,26 @@ WatchItem Fields(const std::vector<std::string>& fields) {
   return item;
 }
 
+std::string Count(std::int32_t count, std::string_view one, std::string_view more) {
+  return std::to_string(count) + " " + std::string(count == 1 ? one : more);
+}
+
 }  // namespace
+
+std::string LeftOver(const InterpreterState& state, bool silent, bool recording) {
+  std::string text;
+  const auto add = [&text](const std::string& part) {
+    text += (text.empty() ? "Noch offen: " : ", ") + part;
+  };
+  if (state.RepeatLevel > 0) add(Count(state.RepeatLevel, "Schleife", "Schleifen"));
+  if (state.RepeatLevel < 0) add(Count(-state.RepeatLevel, "$ENDREPEAT zu viel", "$ENDREPEAT zu viel"));
+  if (state.IfDepth > 0) add(Count(state.IfDepth, "Bedingung", "Bedingungen"));
+  if (state.IfDepth < 0) add(Count(-state.IfDepth, "$ENDIF zu viel", "$ENDIF zu viel"));
+  if (state.SkipRows) add("Zeilen werden übergangen");
+  if (silent) add("$SILENT ON");
+  if (recording) add("$AUTOLOG ON");
+  return text;
+}
 
 std::vector<WatchItem> WatchItems(const CommandList& list, const InterpreterState& state,
                                   const WatchedSession& session) {

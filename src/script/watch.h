@@ -28,6 +28,10 @@ struct WatchedSession {
 std::vector<WatchItem> WatchItems(const CommandList& list, const InterpreterState& state,
                                   const WatchedSession& session);
 
+/// What an earlier run has left open and the next one starts with; empty where that is nothing. `recording`:
+/// $AUTOLOG has switched the log's recording on.
+std::string LeftOver(const InterpreterState& state, bool silent, bool recording);
+
 /// How far a run has come: "Zeile 12 von 240, Schleife 3 von 10, 0:42".
 std::string RunProgress(const CommandList& list, const InterpreterState& state, double seconds);
 

@@ -26,7 +26,8 @@ class StateView {
   virtual void ShowState(StateKind kind, std::string_view text) = 0;
 };
 
-/// One text of each kind; the most urgent one is shown. Texts are UTF-8, an empty one is none.
+/// One text of each kind; the most urgent one is shown, what a failure means and what was left over together.
+/// That of a run starts with its row, ended by a comma. Texts are UTF-8, an empty one is none.
 class StateLine {
  public:
   /// Returns whether Text() has changed.
@@ -36,14 +37,23 @@ class StateLine {
     return Text() != before;
   }
 
+  /// What a run waits for has its row before it: "Zeile 12 von 240: wartet auf Antwort (1,2 s, ...)".
   std::string Text() const {
-    for (const std::string& text : texts_) {
-      if (!text.empty()) return text;
+    const std::string& wait = Of(StateKind::kWait);
+    const std::string& run = Of(StateKind::kRun);
+    if (!wait.empty() && !run.empty()) return run.substr(0, run.find(',')) + ": " + wait;
+    for (StateKind kind :
+         {StateKind::kWait, StateKind::kRun, StateKind::kLost, StateKind::kModem, StateKind::kBytes}) {
+      if (const std::string& text = Of(kind); !text.empty()) return text;
     }
-    return {};
+    const std::string& words = Of(StateKind::kWords);
+    const std::string& left_over = Of(StateKind::kLeftOver);
+    return words + (words.empty() || left_over.empty() ? "" : "; ") + left_over;
   }
 
  private:
+  const std::string& Of(StateKind kind) const { return texts_[static_cast<std::size_t>(kind)]; }
+
   std::array<std::string, static_cast<std::size_t>(StateKind::kLeftOver) + 1> texts_;
 };
 

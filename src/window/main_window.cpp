@@ -59,7 +59,8 @@ MainWindow::MainWindow(WindowContext context)
                context_.unsaved,
                [this](const std::string& text) {
                  area_->status_bars().ShowState(terminal::StateKind::kRun, text);
-               }},
+               },
+               [this] { ShowLeftOver(); }},
               area_->script_bar(), this),
       reference_(*pane_, HelpFolders(), prompt_),
       grid_target_(script_.grid(), script_.files(), context_.settings.command_list, prompt_, this),
@@ -165,8 +166,14 @@ void MainWindow::ConnectFiles() {
        {std::pair{"TB_CUT", "mnuCut"}, {"TB_COPY", "mnuCopy"}, {"TB_PASTE", "mnuPaste"}})
     connect(area_->script_bar()->Button(button), &QAction::triggered, menus_.Item(item), &QAction::trigger);
   On({"mnuOpenLog", "TB_OPENLOG"}, [this] { log_.Open(); });
-  On({"mnuCloseLog", "TB_CLOSELOG"}, [this] { log_.control().CloseLog(); });
-  On({"TB_RECORDLOG"}, [this] { log_.control().PressRecord(); });
+  On({"mnuCloseLog", "TB_CLOSELOG"}, [this] {
+    log_.control().CloseLog();
+    ShowLeftOver();
+  });
+  On({"TB_RECORDLOG"}, [this] {
+    log_.control().PressRecord();
+    ShowLeftOver();
+  });
   On({"mnuExit"}, [this] { close(); });
 }
 
@@ -231,6 +238,7 @@ void MainWindow::ConnectExtras() {
   extras_.On("mnuCopyWithTimes",
              [this] { QApplication::clipboard()->setText(pane_->SelectedTextWithTimes()); });
   ShowTimeStamps();
+  ShowLeftOver();
   pane_->SetFailureHelp([this](const QString& line) { return MeaningOf(line); });
   const bool own = context_.slices.device.OperMode == device::operating_mode::kPortLibrary;
   for (const char* name : {"mnuListen", "mnuReconnect", "mnuUtf8"}) extras_.SetAllowed(name, own);
@@ -302,7 +310,15 @@ bool MainWindow::IsBusy() const {
 }
 
 bool MainWindow::Waiting(device::Operation operation, double seconds) {
+  if (script_.IsRunning()) script_.ShowProgress();
   return wait_.Waiting(operation, seconds) && GoesOn();
+}
+
+void MainWindow::ShowLeftOver() {
+  const terminal::OutputFlags& output = context_.slices.terminal.output;
+  const bool recording = output.log_recording && log_.control().IsOpen() && log_.control().button().tag == 0;
+  area_->status_bars().ShowState(terminal::StateKind::kLeftOver,
+                                 script::LeftOver(context_.script.interpreter, output.SilentMode, recording));
 }
 
 void MainWindow::ShowTimeStamps() { pane_->setTimeStamps(context_.slices.terminal.extras.time_stamps); }

@@ -110,6 +110,7 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   void ConfigureConnection();
   void Lock(bool flag);
   void ShowTimeStamps();
+  void ShowLeftOver();
   QString MeaningOf(const QString& line);
   void ShowCaption();
   void ShowConfigureButton();

@@ -145,6 +145,7 @@ void ScriptView::AfterRun() {
   if (core_.runner.running()) return;
   grid_->ShowRunEnd(core_.runner.last_row());
   around_.progress({});
+  around_.run_ended();
   ShowWatch();
   check_->CheckAgain();
 }

@@ -37,7 +37,8 @@ struct ScriptSurroundings {
   std::function<void()> paint;  ///< shows at once what has changed
   std::string unsaved;          ///< where copies of unsaved lists are kept; empty: none are
   std::function<void(const std::string&)> progress = [](const std::string&) {
-  };  ///< of a run; empty: none is on
+  };                                        ///< of a run; empty: none is on
+  std::function<void()> run_ended = [] {};  ///< or a step
 };
 
 /// Joins grid and Toolbar3 with the command list, its files and its runner.
@@ -66,6 +67,8 @@ class ScriptView final : public QObject, private script::RunHost {
   QWidget* panel() const { return panel_; }
   /// For the second status bar.
   std::string FileStatus() const;
+  /// In a run, at most every 200 ms.
+  void ShowProgress();
 
   /// Called when the window closes: a copy of the list stays where it is modified.
   void KeepUnsaved();
@@ -89,7 +92,6 @@ class ScriptView final : public QObject, private script::RunHost {
   void Run(void (script::Runner::*command)());
   void AfterRun();
   void ShowWatch();
-  void ShowProgress();
   void ToggleRecording();
   void ShowRecording();
 

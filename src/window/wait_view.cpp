@@ -88,7 +88,8 @@ void WaitView::PaintNow() {
 }
 
 bool WaitView::Waiting(device::Operation operation, double seconds) {
-  waiting_ = true;
+  // The row in hand, and the lines before it.
+  if (!std::exchange(waiting_, true)) paint_();
   if (seconds >= kShownAfter && operation != device::Operation::kNone) {
     bars_.ShowState(terminal::StateKind::kWait, terminal::texts::Waiting(operation, seconds));
     if (!shown_) QApplication::setOverrideCursor(Qt::WaitCursor);

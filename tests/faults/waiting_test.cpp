@@ -250,12 +250,12 @@ TEST_P(WaitingOnTcp, EscGivesUpADelay) {
   QString state;
   WhileWaiting([&] {
     state = State();
-    if (state.isEmpty()) return false;
+    if (!state.contains("Pause")) return false;
     Escape();
     return true;
   });
   live.Play("$DELAY 600000\r\nTWO\r\n");
-  EXPECT_TRUE(state.startsWith("Pause (0,")) << state.toStdString();
+  EXPECT_TRUE(state.startsWith("Zeile 1 von 2: Pause (0,")) << state.toStdString();
   EXPECT_EQ(live.NewLines(), "TWO|TWO");
   ExpectUsable();
 }
@@ -266,6 +266,28 @@ TEST_P(WaitingOnTcp, BreakEndsADelayAndTheRun) {
   live.Play("$DELAY 600000\r\nNEVER\r\n");
   EXPECT_EQ(live.NewLines(), "");
   ExpectUsable();
+}
+
+TEST_P(WaitingOnTcp, WhatAStoppedRunLeavesOpenIsShown) {
+  LiveWindow& live = Open(Silence);
+  OnceWaiting([&] { live.Press("TB_BREAK"); });
+  live.Play("$SILENT ON\r\n$REPEAT 3\r\nFAULT\r\n$ENDREPEAT\r\n");
+  EXPECT_EQ(State(), "-60: abgebrochen; Noch offen: 1 Schleife, $SILENT ON");
+  live.instrument().Calm();
+  live.Play("$SILENT OFF\r\nNOW\r\n");
+  EXPECT_EQ(State(), "Noch offen: 1 Schleife");
+}
+
+// The mark follows each row that takes longer than a frame, before its answer has come.
+TEST_P(WaitingOnTcp, TheMarkIsOnTheRowInHand) {
+  LiveWindow& live = Open(Silence);
+  auto* grid = Find<script::CommandGrid>("CommandScript");
+  OnceWaiting([&] {
+    EXPECT_EQ(grid->currentIndex().row(), 2);
+    Escape();
+    live.instrument().Calm();
+  });
+  live.Play("ONE\r\nTWO\r\nFAULT\r\nFOUR\r\n");
 }
 
 TEST_P(WaitingOnTcp, EscGivesUpAConnection) {

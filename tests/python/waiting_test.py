@@ -1,6 +1,7 @@
 """What goes on while OpenTerminal waits: other threads, and a list without a person."""
 
 import os
+import select
 import threading
 import unittest
 
@@ -31,6 +32,38 @@ class InterpreterLock(TerminalCase):
         self.terminal.OpenTerminal(1, 0)
         other.join()
         self.assertTrue(self.terminal.CanUnload)
+
+
+class OfTheDeviceObject(TerminalCase):
+    def test_a_wait_is_given_up_when_the_terminal_is_to_close(self):
+        read_end, write_end = os.pipe()
+        self.addCleanup(os.close, read_end)
+        self.addCleanup(os.close, write_end)
+        waits = []
+
+        def wait():
+            waits.append(self.terminal.Wait())
+            return waits[-1]
+
+        class Device(Single):
+            def Read(self, Binary, Terminator, Count):
+                os.write(write_end, b"x")
+                while wait():
+                    select.select([], [], [], 0.001)
+                raise TimeoutError("given up")
+
+        commands = os.path.join(os.path.dirname(self.settings), "a.CMD")
+        with open(commands, "w", newline="") as file:
+            file.write("ONE\r\nNEVER\r\n$STOP\r\n")
+        device = Device()
+        self.terminal.SetOptions(
+            SettingsFile=self.settings, CommandList=commands, CloseDescriptor=read_end, PlayAtStart=True
+        )
+        self.terminal.InitTerminal(device)
+        self.terminal.OpenTerminal(1, 0)
+        self.assertIs(waits[-1], False)
+        self.assertEqual([call for call in device.calls if call[0] == "WriteCommand"], [("WriteCommand", "ONE\n")])
+        self.assertTrue(self.terminal.Wait())
 
 
 class WithoutAPerson(TerminalCase):

@@ -162,6 +162,21 @@ TEST_F(DebugTest, TheWatchShowsWhatARunIsInTheMiddleOf) {
             "Offene Bedingungen=0;Zeilen werden übergangen=nein;Status=-3;$SILENT=ON;Logdatei=offen;");
 }
 
+TEST_F(DebugTest, WhatARunLeavesOpenIsNamed) {
+  EXPECT_EQ(LeftOver(script.interpreter, false, false), "");
+  FillList(list, "$REPEAT 9|$REPEAT 9|$IFERR|A|$ENDIF|$ENDREPEAT|$ENDREPEAT");
+  host.at_yield = [&] {
+    if (list.current_row() == 3) runner.Break();
+  };
+  runner.Play();
+  EXPECT_EQ(LeftOver(script.interpreter, true, true),
+            "Noch offen: 2 Schleifen, 1 Bedingung, Zeilen werden übergangen, $SILENT ON, $AUTOLOG ON");
+  script.interpreter = {};
+  script.interpreter.RepeatLevel = -1;
+  script.interpreter.IfDepth = -2;
+  EXPECT_EQ(LeftOver(script.interpreter, false, false), "Noch offen: 1 $ENDREPEAT zu viel, 2 $ENDIF zu viel");
+}
+
 TEST_F(DebugTest, TheProgressNamesRowLoopAndTime) {
   FillList(list, "$REPEAT 9|A|$ENDREPEAT|B");
   EXPECT_EQ(RunProgress(list, script.interpreter, 59.9), "Zeile 1 von 4, 0:59");

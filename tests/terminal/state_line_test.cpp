@@ -14,9 +14,28 @@ TEST(StateLine, ShowsTheMostUrgent) {
   EXPECT_TRUE(line.Set(StateKind::kLost, "lost"));
   EXPECT_TRUE(line.Set(StateKind::kRun, "run"));
   EXPECT_TRUE(line.Set(StateKind::kWait, "wait"));
-  EXPECT_EQ(line.Text(), "wait");
+  EXPECT_EQ(line.Text(), "run: wait");
   line.Set(StateKind::kWait, "");
   EXPECT_EQ(line.Text(), "run");
+  line.Set(StateKind::kRun, "");
+  EXPECT_EQ(line.Text(), "lost");
+}
+
+TEST(StateLine, PutsTheRowBeforeWhatARunWaitsFor) {
+  StateLine line;
+  line.Set(StateKind::kRun, "Zeile 12 von 240, Schleife 3 von 10, 0:42");
+  line.Set(StateKind::kWait, "wartet auf Antwort (1,2 s, Esc bricht ab)");
+  EXPECT_EQ(line.Text(), "Zeile 12 von 240: wartet auf Antwort (1,2 s, Esc bricht ab)");
+  line.Set(StateKind::kRun, "");
+  EXPECT_EQ(line.Text(), "wartet auf Antwort (1,2 s, Esc bricht ab)");
+}
+
+TEST(StateLine, ShowsTogetherWhatAFailureMeansAndWhatWasLeftOver) {
+  StateLine line;
+  line.Set(StateKind::kWords, "-60: abgebrochen");
+  EXPECT_EQ(line.Text(), "-60: abgebrochen");
+  line.Set(StateKind::kLeftOver, "Noch offen: 1 Schleife");
+  EXPECT_EQ(line.Text(), "-60: abgebrochen; Noch offen: 1 Schleife");
 }
 
 TEST(StateLine, ReportsOnlyWhatChangesTheText) {
