@@ -1,10 +1,14 @@
 // What the visible window costs a running command list: rows a second that need no device, and the time of an
-// exchange with an echo instrument beside a bare write/read loop. Both processes share one processor; the X
-// server has the other. Usage: window_bench [passes of the row list] [exchanges a round]
+// exchange with an echo instrument beside a bare write/read loop; and the longest time without an answer to
+// events while an answer does not come. Both processes share one processor; the X server has the other.
+// Usage: window_bench [passes of the row list] [exchanges a round]
 
 #include <unistd.h>
 
 #include <QApplication>
+#include <QElapsedTimer>
+#include <QTimer>
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 
@@ -40,6 +44,13 @@ class VisibleTerminal {
     window_.OpenCommandFile(name);
     unlink(name.c_str());
     return SecondsOf([this] { window_.findChild<QAction*>(QStringLiteral("TB_PLAY"))->trigger(); });
+  }
+
+  /// Waits for an answer whose end does not come.
+  void AwaitNothing(int milliseconds) {
+    terminal_.receive.receive_terminator = "~";
+    terminal_.shown.timeout = std::to_string(milliseconds);
+    window_.core().exchange.Run("MSV?", terminal::Sender::kUser);
   }
 
  private:
@@ -86,6 +97,37 @@ void MeasureExchange(VisibleTerminal& terminal, int exchanges) {
   PrintAtMostMore({"an exchange through the visible window, TCP", kBareLoop, "us"}, comparison, 60);
 }
 
+// The longest time, in ms, between two turns of a timer that is due each ms.
+double LongestGap(const std::function<void()>& wait) {
+  double longest = 0;
+  QElapsedTimer since;
+  QTimer timer;
+  QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
+    longest = std::max(longest, static_cast<double>(since.nsecsElapsed()) / 1e6);
+    since.start();
+  });
+  timer.start(1);
+  since.start();
+  wait();
+  return std::max(longest, static_cast<double>(since.nsecsElapsed()) / 1e6);
+}
+
+void MeasureWait(VisibleTerminal& terminal) {
+  constexpr int kWaitMs = 1000;
+  const Comparison comparison = Alternate(
+      kRounds,
+      [] {
+        return LongestGap([] {
+          QEventLoop loop;
+          QTimer::singleShot(kWaitMs, &loop, &QEventLoop::quit);
+          loop.exec();
+        });
+      },
+      [&] { return LongestGap([&] { terminal.AwaitNothing(kWaitMs); }); });
+  PrintAtMost({"longest time without an answer while waiting for the instrument", "event loop", "ms"},
+              comparison.yardstick, comparison.measured, 60);
+}
+
 }  // namespace
 }  // namespace kolvane::bench
 
@@ -97,4 +139,5 @@ int main(int argc, char** argv) {
   VisibleTerminal terminal(instrument);
   MeasureRows(terminal, argc > 1 ? std::atoi(argv[1]) : 2000);
   MeasureExchange(terminal, argc > 2 ? std::atoi(argv[2]) : 10000);
+  MeasureWait(terminal);
 }

@@ -113,6 +113,14 @@ TEST_P(Waiting, WhatHadComeOfAnAnswerIsThereForTheNextRead) {
   EXPECT_EQ(live.NewLines(), "FAULT|" + kGivenUp + "|NEXT|begin and end|LAST|NEXT");
 }
 
+TEST_P(Waiting, EscGivesUpACommandThatNobodyReads) {
+  LiveWindow& live = Open(Silence);
+  WhileWaiting([&] { return live.window().property("busy").toBool() && (Escape(), true); });
+  EXPECT_EQ(live.window().core().session.SendCommand(std::string(std::size_t{16} << 20, 'x')),
+            terminal::Sent::kWriteFailed);
+  EXPECT_EQ(live.NewLines(), "Write error: " + kGivenUp);
+}
+
 // Each byte comes before the window would be called about it.
 TEST_P(Waiting, OfAnAnswerThatDripsWhatCameIsShown) {
   LiveWindow& live = Open([](Wire& wire) {
