@@ -51,6 +51,8 @@ std::string_view NodeName(std::int16_t code) {
 
 }  // namespace
 
+std::string DefaultNode(std::string_view name) { return std::string(devlnk::DefaultNode(name)); }
+
 std::string PortNode(std::int16_t code) { return devlnk::NodeFor(NodeName(code)); }
 
 std::string FindPortSetting(std::string_view text, std::string_view key) {

@@ -56,6 +56,10 @@ ParameterPage PageOfCode(std::int16_t code);
 /// number of GPIB; empty for the other kinds.
 std::string PortNode(std::int16_t code);
 
+/// The device node or board number that a port of ports.ini ("COM1", "GPIB") stands for where nothing else is
+/// set; empty for any other name.
+std::string DefaultNode(std::string_view name);
+
 /// The value of `key` in the text of a ports.ini; empty where it has none.
 std::string FindPortSetting(std::string_view text, std::string_view key);
 

@@ -1,6 +1,7 @@
 #include "device/ui/ports_dialog.h"
 
 #include <QDialogButtonBox>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -17,6 +18,10 @@ constexpr const char* kRates[] = {"300",     "600",     "1200",    "2400",    "4
                                   "19200",   "38400",   "57600",   "115200",  "230400",  "460800",
                                   "500000",  "576000",  "921600",  "1000000", "1152000", "1500000",
                                   "2000000", "2500000", "3000000", "3500000", "4000000"};
+
+constexpr std::int32_t kUsualRate = 9600;
+constexpr std::int32_t kNoRate = 1;
+constexpr std::int16_t kBuffer = 4096;  // bytes
 
 struct FieldRow {
   const char* object_name;
@@ -91,6 +96,9 @@ QComboBox* PortsDialog::AddField(QFormLayout* form, const PortSetting& setting,
   field->addItems(Choices(setting, ports));
   field->setCurrentText(base::ToQt(setting.value));
   field->setMinimumContentsLength(24);
+  field->lineEdit()->setPlaceholderText(setting.name.ends_with("_BAUD")
+                                            ? QStringLiteral("wie in „Verbindung konfigurieren“")
+                                            : base::ToQt(DefaultNode(setting.name)));
   field->setEnabled(!setting.fixed);
   if (setting.fixed)
     field->setToolTip(base::ToQt("Die Umgebungsvariable KOLVANE_" + setting.name + " gibt dies vor"));
@@ -107,15 +115,18 @@ std::vector<PortSetting> PortsDialog::Entered() const {
 
 void PortsDialog::Test() {
   QStringList results;
-  for (const PortSetting& setting : Entered()) {
-    if (const QString result = TestOne(setting); !result.isEmpty())
+  const std::vector<PortSetting> settings = Entered();
+  for (std::size_t at = 0; at < settings.size(); ++at) {
+    const PortSetting& setting = settings[at];
+    const bool has_rate = at + 1 < settings.size() && settings[at + 1].name == setting.name + "_BAUD";
+    if (const QString result = TestOne(setting, has_rate ? settings[at + 1].value : ""); !result.isEmpty())
       results << base::ToQt(setting.name) + QLatin1String(": ") + result;
   }
   result_->setText(results.isEmpty() ? QStringLiteral("Nichts zugeordnet") : results.join(u'\n'));
 }
 
 // Opens and closes the port; nothing is sent.
-QString PortsDialog::TestOne(const PortSetting& setting) {
+QString PortsDialog::TestOne(const PortSetting& setting, const std::string& rate) {
   const auto at = std::ranges::find(kPortSettings, setting.name) - kPortSettings.begin();
   const std::int16_t code = kFields[at].code;
   if (code == 0 || setting.value.empty()) return {};
@@ -123,8 +134,9 @@ QString PortsDialog::TestOne(const PortSetting& setting) {
   if (library == nullptr) return base::ToQt(context_.library.Failure());
   if (!library->TakesNode()) return QStringLiteral("lässt sich mit dieser Portbibliothek nicht prüfen");
   library->SetNode(code, setting.value);
-  const std::int32_t rate = code == port_code::kCom1 || code == port_code::kCom2 ? 9600 : 1;
-  const std::int32_t status = library->OpenPort(code, rate, "n", 8, 1, 4096);
+  const bool serial = code == port_code::kCom1 || code == port_code::kCom2;
+  const std::int32_t baud = serial ? std::max(base::ToQt(rate).toInt(), 0) : kNoRate;
+  const std::int32_t status = library->OpenPort(code, baud == 0 ? kUsualRate : baud, "n", 8, 1, kBuffer);
   library->ClosePort();
   if (status >= 0) return QStringLiteral("in Ordnung");
   const std::string words = library->StatusText(status);

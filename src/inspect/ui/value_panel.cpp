@@ -37,6 +37,7 @@ ValuePanel::ValuePanel(std::string decimal_sign, QWidget* parent)
   verticalHeader()->hide();
   verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kRowMargin);
   horizontalHeader()->setHighlightSections(false);
+  horizontalHeader()->setTextElideMode(Qt::ElideRight);
   horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
   horizontalHeader()->setSectionResizeMode(0, QHeaderView::Interactive);
   setColumnWidth(0, fontMetrics().horizontalAdvance(base::ToQt(texts::kUnsigned16)) + kCellMargin);

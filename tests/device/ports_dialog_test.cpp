@@ -1,0 +1,129 @@
+#include "device/ui/ports_dialog.h"
+
+#include <gtest/gtest.h>
+
+#include <QLineEdit>
+#include <QPushButton>
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+
+#include "base/fake_prompt.h"
+#include "base/temp_folder.h"
+#include "fake_port_library.h"
+
+namespace kolvane::device {
+namespace {
+
+class PortsDialogTest : public testing::Test {
+ protected:
+  PortsDialogTest() { setenv("XDG_CONFIG_HOME", folder_.path().c_str(), 1); }
+  ~PortsDialogTest() override {
+    unsetenv("KOLVANE_COM2");
+    unsetenv("XDG_CONFIG_HOME");
+  }
+
+  void Open(bool connected = false) {
+    dialog_ = std::make_unique<PortsDialog>(PortsDialogContext{source_, prompt_, connected});
+    dialog_->show();
+  }
+  QComboBox* Field(const char* name) {
+    auto* field = dialog_->findChild<QComboBox*>(QLatin1String(name));
+    EXPECT_NE(field, nullptr) << name;
+    return field;
+  }
+  QPushButton* Button(const char* name) { return dialog_->findChild<QPushButton*>(QLatin1String(name)); }
+  QString Result() {
+    for (const auto* label : dialog_->findChildren<QLabel*>()) {
+      if (label->buddy() == nullptr) return label->text();
+    }
+    return {};
+  }
+  std::string File() { return std::filesystem::exists(path_) ? base::ReadBytes(path_) : ""; }
+
+  base::TempFolder folder_;
+  std::string path_ = folder_.Path("Kolvane/ports.ini");
+  FakePortLibrary library_;
+  FakePortLibrarySource source_{&library_};
+  base::FakePrompt prompt_;
+  std::unique_ptr<PortsDialog> dialog_;
+};
+
+TEST_F(PortsDialogTest, EmptyFieldsShowTheDefaultsAndWriteNothing) {
+  Open();
+  for (const char* name :
+       {"COM1_Node", "COM1_Baud", "COM2_Node", "COM2_Baud", "LPT1_Node", "LPT2_Node", "GPIB_Board"}) {
+    EXPECT_EQ(Field(name)->currentText(), "") << name;
+    EXPECT_NE(Field(name)->lineEdit()->placeholderText(), "") << name;
+  }
+  EXPECT_EQ(Field("COM1_Node")->lineEdit()->placeholderText(), "/dev/ttyS0");
+  Button("cmdTest")->click();
+  EXPECT_EQ(Result(), "Nichts zugeordnet");
+  EXPECT_TRUE(library_.calls.empty());
+  Button("cmdOK")->click();
+  EXPECT_EQ(dialog_->result(), QDialog::Accepted);
+  EXPECT_EQ(File(), "");
+}
+
+TEST_F(PortsDialogTest, OkWritesWhatWasChangedAndKeepsTheRest) {
+  std::filesystem::create_directories(folder_.Path("Kolvane"));
+  base::WriteBytes(path_, "; mine\n[PORTS]\nCOM1=/dev/a\nX=1\n");
+  Open();
+  EXPECT_EQ(Field("COM1_Node")->currentText(), "/dev/a");
+  Field("COM1_Node")->setCurrentText(" /dev/b ");
+  Field("COM1_Baud")->setCurrentText("115200");
+  Button("cmdOK")->click();
+  EXPECT_EQ(File(), "; mine\n[PORTS]\nCOM1=/dev/b\nX=1\nCOM1_BAUD=115200\n");
+}
+
+TEST_F(PortsDialogTest, CancelWritesNothing) {
+  Open();
+  Field("COM1_Node")->setCurrentText("/dev/b");
+  Button("cmdCancel")->click();
+  EXPECT_EQ(File(), "");
+}
+
+TEST_F(PortsDialogTest, WhatIsNoRateIsRefused) {
+  for (const char* rate : {"schnell", "0", "-1", "9600,5"}) {
+    Open();
+    Field("COM2_Baud")->setCurrentText(QString::fromUtf8(rate));
+    Button("cmdOK")->click();
+    EXPECT_TRUE(dialog_->isVisible());
+    EXPECT_EQ(prompt_.errors.back(), "„" + std::string(rate) + "“ ist keine Baudrate");
+  }
+  EXPECT_EQ(File(), "");
+}
+
+TEST_F(PortsDialogTest, ATryOpensAndClosesEachPort) {
+  library_.results["OpenPort"] = {0, -10};
+  library_.status_text = "Gerät nicht gefunden";
+  Open();
+  Field("COM1_Node")->setCurrentText("/dev/a");
+  Field("COM1_Baud")->setCurrentText("38400");
+  Field("GPIB_Board")->setCurrentText("1");
+  Button("cmdTest")->click();
+  EXPECT_EQ(library_.calls,
+            (std::vector<std::string>{"SetNode(1, \"/dev/a\")", "OpenPort(1, 38400, \"n\", 8, 1, 4096)",
+                                      "ClosePort()", "SetNode(488, \"1\")",
+                                      "OpenPort(488, 1, \"n\", 8, 1, 4096)", "ClosePort()"}));
+  EXPECT_EQ(Result(), "COM1: in Ordnung\nGPIB: -10: Gerät nicht gefunden");
+}
+
+TEST_F(PortsDialogTest, WhileConnectedNothingIsTried) {
+  Open(true);
+  EXPECT_FALSE(Button("cmdTest")->isEnabled());
+  EXPECT_NE(Button("cmdTest")->toolTip(), "");
+}
+
+TEST_F(PortsDialogTest, WhatTheEnvironmentGivesCannotBeChanged) {
+  setenv("KOLVANE_COM2", "/dev/env", 1);
+  Open();
+  EXPECT_EQ(Field("COM2_Node")->currentText(), "/dev/env");
+  EXPECT_FALSE(Field("COM2_Node")->isEnabled());
+  EXPECT_TRUE(Field("COM2_Node")->toolTip().contains("KOLVANE_COM2"));
+  Button("cmdOK")->click();
+  EXPECT_EQ(File(), "");
+}
+
+}  // namespace
+}  // namespace kolvane::device
