@@ -69,6 +69,37 @@ TEST_F(ScriptViewTest, TheRowWithAnErrorStaysInView) {
   EXPECT_TRUE(in_view());
 }
 
+TEST_F(ScriptViewTest, ARunWithoutItsDeviceEndsFromWithinAMessage) {
+  library_.mode = device::FakePortLibrary::Mode::kFail;
+  device_.connected = false;
+  QStringList rows;
+  for (int row = 0; row < 40; ++row) rows << "MSV? " + QString::number(row);
+  Fill(rows);
+  int boxes = 0;
+  QTimer look;
+  QObject::connect(&look, &QTimer::timeout, &look, [&] {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (box == nullptr) return;
+    EXPECT_EQ(box->text(), "Fehler beim Verbindungsaufbau: -7 (-7)");
+    if (++boxes < 3) return box->accept();
+    auto* end = box->findChild<QPushButton*>("EndRun");
+    ASSERT_NE(end, nullptr);
+    EXPECT_EQ(end->text(), "Befehlsliste beenden");
+    end->click();
+  });
+  look.start(0);
+  Press("TB_PLAY");
+  EXPECT_EQ(boxes, 3);
+  EXPECT_FALSE(window_.property("busy").toBool());
+  // Outside a run there is nothing to end.
+  look.stop();
+  OnDialog<QMessageBox>([](QMessageBox& box) {
+    EXPECT_EQ(box.findChild<QPushButton*>("EndRun"), nullptr);
+    box.accept();
+  });
+  Press("mnuConnect");
+}
+
 TEST_F(ScriptViewTest, TheViewDoesNotFollowARunPastTheList) {
   Fill({"' eins", "' zwei"});
   Press("TB_PLAY");
