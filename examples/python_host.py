@@ -1,4 +1,7 @@
-"""Opens the terminal on a scale that exists in this file only; try *IDN?, MSV? and TAR."""
+"""Opens the terminal on a scale that exists in this file only; try *IDN?, MSV?, TAR and SLOW?."""
+
+import select
+import time
 
 import kolvane
 
@@ -6,7 +9,8 @@ import kolvane
 class SimulatedScale:
     LastError, LastErrorDescription = 0, ""
 
-    def __init__(self):
+    def __init__(self, terminal):
+        self.terminal = terminal
         self.load, self.zero, self.answers = 12.5, 0.0, []
 
     def OpenDevice(self): pass
@@ -18,8 +22,18 @@ class SimulatedScale:
         self.load += 0.25
         if command == "TAR":
             self.zero = self.load
-        known = {"*IDN?": "Simulated scale", "MSV?": f"{self.load - self.zero:.3f}", "TAR": "0"}
+        if command == "SLOW?":
+            self.wait(3)
+        known = {"*IDN?": "Simulated scale", "MSV?": f"{self.load - self.zero:.3f}", "TAR": "0", "SLOW?": "done"}
         self.answers.append(known.get(command, "?"))
+
+    def wait(self, seconds):
+        """Keeps the window alive meanwhile; Esc, stop and closing give up."""
+        end = time.monotonic() + seconds
+        while time.monotonic() < end:
+            if not self.terminal.Wait():
+                raise TimeoutError("given up")
+            select.select([], [], [], 0.05)  # a real device: its descriptor
 
     def Read(self, Binary, Terminator, Count):
         answer = self.answers.pop(0) if self.answers else ""
@@ -35,5 +49,5 @@ class SimulatedScale:
 
 if __name__ == "__main__":
     with kolvane.MainClass() as terminal:
-        terminal.InitTerminal(SimulatedScale())
+        terminal.InitTerminal(SimulatedScale(terminal))
         terminal.OpenTerminal(1, 0)

@@ -33,7 +33,8 @@ DriverResult TmcDriver::Control(unsigned long request, std::span<std::uint8_t> a
 }
 
 DriverResult TmcDriver::Read(std::span<char> room) {
-  const std::lock_guard lock(mutex_);
+  std::unique_lock lock(mutex_);
+  released_.wait(lock, [this] { return !held_; });
   if (unplugged_) return Refused(ENODEV);
   if (answer_.empty()) return Refused(ETIMEDOUT);
   const std::size_t size = std::min(room.size(), answer_.size());
@@ -49,6 +50,17 @@ DriverResult TmcDriver::Write(std::string_view bytes) {
   if (result.value < 0) return result;
   if (command.ends_with('?')) answer_ += command.substr(0, command.size() - 1) + "\r\n";
   return {static_cast<long>(bytes.size())};
+}
+
+void TmcDriver::Hold() {
+  const std::lock_guard lock(mutex_);
+  held_ = true;
+}
+
+void TmcDriver::Release() {
+  const std::lock_guard lock(mutex_);
+  held_ = false;
+  released_.notify_all();
 }
 
 void TmcDriver::Unplug() {

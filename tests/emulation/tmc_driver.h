@@ -1,5 +1,6 @@
 #pragma once
 
+#include <condition_variable>
 #include <mutex>
 #include <string>
 #include <vector>
@@ -16,6 +17,9 @@ class TmcDriver final : public Driver {
   DriverResult Read(std::span<char> room) override;
   DriverResult Write(std::string_view bytes) override;
 
+  /// Reads wait from now on, as with an instrument that says nothing; Release ends them without an answer.
+  void Hold();
+  void Release();
   /// From now on every call fails as it does when the plug has been pulled.
   void Unplug();
   /// What came: "clear", "auto-abort", "timeout 500", "write *IDN?".
@@ -26,6 +30,8 @@ class TmcDriver final : public Driver {
 
   std::mutex mutex_;
   bool unplugged_ = false;
+  bool held_ = false;
+  std::condition_variable released_;
   std::string answer_;
   std::vector<std::string> calls_;
 };

@@ -91,6 +91,21 @@ TEST_F(UsbDeviceTest, ASilentInstrumentTimesOutAndStaysUsable) {
   EXPECT_EQ(Answer(), "X\r\n");
 }
 
+TEST_F(UsbDeviceTest, AReadThatTheDriverHoldsCanBeGivenUp) {
+  AddInstrument();
+  ASSERT_EQ(Open("MY1"), 0);
+  driver_.Hold();
+  int told = 0;
+  QDX_SetWaitHandler([](void* count, std::int32_t) { return ++*static_cast<int*>(count) == 2 ? 1 : 0; },
+                     &told);
+  EXPECT_EQ(AnswerStatus(), Code(Status::kGivenUp));
+  EXPECT_EQ(told, 2);
+  QDX_SetWaitHandler(nullptr, nullptr);
+  driver_.Release();
+  EXPECT_EQ(QDX_WritePort("X?\n"), 0);
+  EXPECT_EQ(Answer(), "X\r\n");
+}
+
 TEST_F(UsbDeviceTest, FlushingMakesTheInstrumentForget) {
   AddInstrument();
   ASSERT_EQ(Open("MY1"), 0);

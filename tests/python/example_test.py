@@ -28,8 +28,8 @@ class Example(TerminalCase):
         return lines
 
     def test_the_scale_names_itself_weighs_and_sets_zero(self):
-        lines = self.lines_after(python_host, ["*IDN?", "MSV?", "TAR", "MSV?"])
-        for answer in ("Simulated scale", "13.000", "0.250"):
+        lines = self.lines_after(python_host, ["*IDN?", "MSV?", "TAR", "MSV?", "SLOW?"])
+        for answer in ("Simulated scale", "13.000", "0.250", "done"):
             self.assertIn(answer, lines)
 
     def test_the_device_of_a_loop_in_another_thread_answers(self):
