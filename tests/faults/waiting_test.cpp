@@ -6,13 +6,16 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDragEnterEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTimer>
 #include <QToolBar>
+#include <QUrl>
 #include <QtTest/QTest>
 #include <utility>
 
@@ -146,8 +149,14 @@ TEST_P(Waiting, KeysAndClicksAreDroppedNotKept) {
     // As a screen reader presses them.
     Find<QPushButton>("cmdSend")->click();
     for (const char* key :
-         {"TB_CONNECT", "TB_FLUSH", "TB_PLAY", "TB_SINGLESTEP", "mnuDisconnect", "mnuConnect"})
+         {"TB_CONNECT", "TB_FLUSH", "TB_PLAY", "TB_SINGLESTEP", "mnuDisconnect", "mnuConnect",
+          "mnuReadAnswer", "mnuPlayFromRow", "mnuRunToRow", "mnuPorts", "mnuOpenCommandFile"})
       live.Press(key);
+    QMimeData list;
+    list.setUrls({QUrl::fromLocalFile("/nonexistent.CMD")});
+    QDragEnterEvent drag({}, Qt::CopyAction, &list, Qt::LeftButton, {});
+    QApplication::sendEvent(Find<script::CommandGrid>("CommandScript")->viewport(), &drag);
+    EXPECT_FALSE(drag.isAccepted());
     EXPECT_EQ(command->currentText(), "FAULT");
     Escape();
   });
