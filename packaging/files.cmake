@@ -4,7 +4,9 @@ install(FILES ${KOLVANE_COMPONENT_FILES} DESTINATION ${KOLVANE_INSTALL_COMPONENT
 install(FILES ${CMAKE_LIBRARY_OUTPUT_DIRECTORY}/Terminal.chm DESTINATION ${KOLVANE_INSTALL_COMPONENTDIR})
 
 install(FILES kolvane.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
-install(FILES org.kolvane.Kolvane.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
+configure_file(org.kolvane.Kolvane.metainfo.xml.in org.kolvane.Kolvane.metainfo.xml @ONLY)
+configure_file(changelog.in changelog @ONLY)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/org.kolvane.Kolvane.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 install(FILES ${PROJECT_SOURCE_DIR}/src/window/icons/kolvane.svg
         DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
 install(FILES 70-kolvane.rules DESTINATION lib/udev/rules.d)
@@ -39,7 +41,7 @@ foreach(pair runtime:kolvane development:kolvane-dev python:python3-kolvane)
   list(GET pair 1 package)
   set(folder ${CMAKE_INSTALL_DATAROOTDIR}/doc/${package})
   install(FILES copyright DESTINATION ${folder} COMPONENT ${component})
-  install_gzipped(${CMAKE_CURRENT_SOURCE_DIR}/changelog ${folder} changelog ${component})
+  install_gzipped(${CMAKE_CURRENT_BINARY_DIR}/changelog ${folder} changelog ${component})
 endforeach()
 
 # install_documents(COMPONENT FOLDER DOCUMENT...): documents of docs/ into share/doc/FOLDER. Links to other files of the
