@@ -84,7 +84,7 @@ TEST(Examples, OfThePagesPlay) {
 
 TEST(Examples, OfTheReferencePlay) {
   const auto examples = OfReference();
-  EXPECT_EQ(examples.size(), kSpecialCommands.size() + 1);
+  EXPECT_EQ(examples.size(), kSpecialCommands.size() + kAddedCommands.size() + 1);
   ExpectPlays(examples);
 }
 

@@ -14,6 +14,9 @@ inline constexpr std::array<std::string_view, 18> kSpecialCommands = {
     "$IFGREATER", "$IFLESS",      "$ENDIF",    "$GOTO",  "$OPENLOG", "$WRITELOG",
     "$CLOSELOG",  "$SPLITPARAMS", "$GETPARAM", "$CLEAR", "$SILENT",  "$AUTOLOG"};
 
+/// Those that are additions; they share a page, and the demo does without them.
+inline constexpr std::array<std::string_view, 3> kAddedCommands = {"$READ", "$FLUSH", "$ANSWERS"};
+
 /// The bytes of a file in help/ of the source tree; empty when it is missing.
 inline std::string HelpFile(const std::string& name) {
   std::ifstream file(std::string(KOLVANE_HELP_FOLDER) + "/" + name, std::ios::binary);

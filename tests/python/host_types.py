@@ -8,7 +8,7 @@ from python_host import SimulatedScale
 
 indexed: kolvane.IndexedHost = Indexed()
 single: kolvane.SingleHost = Single()
-scale: kolvane.SingleHost = SimulatedScale()
+scale: kolvane.SingleHost = SimulatedScale(kolvane.MainClass())
 
 with kolvane.MainClass() as terminal:
     terminal.SetOptions(Folder=pathlib.Path("/srv/kolvane"), SettingsFile=b"/tmp/Kolvane.ini", CommandList="a.CMD")
