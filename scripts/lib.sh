@@ -12,6 +12,9 @@ picture_packages="xvfb openbox"
 # Only for fuzz/run.
 fuzz_packages="clang-14 libclang-rt-14-dev llvm-14"
 
+# Only for tests/peers/run: programs that others wrote.
+peer_packages="redis-server memcached gpsd socat ser2net python3"
+
 # The presets share what they compile alike.
 export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
 

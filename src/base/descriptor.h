@@ -1,6 +1,7 @@
 #pragma once
 
 #include <fcntl.h>
+#include <poll.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -19,6 +20,12 @@ auto Uninterrupted(Call call) {
     result = call();
   } while (result < 0 && errno == EINTR);
   return result;
+}
+
+/// Whether a read would return at once; asks without waiting.
+inline bool IsReadable(int descriptor) {
+  pollfd entry{descriptor, POLLIN, 0};
+  return Uninterrupted([&entry] { return poll(&entry, 1, 0); }) > 0;
 }
 
 /// Owns a file descriptor; negative is none.

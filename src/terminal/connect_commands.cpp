@@ -1,8 +1,10 @@
 #include "terminal/connect_commands.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <utility>
 
+#include "base/descriptor.h"
 #include "device/device_state.h"
 #include "terminal/output.h"
 
@@ -75,6 +77,25 @@ void ConnectCommands::ClearState() {
   lost_ = false;
   for (const StateKind kind : {StateKind::kLost, StateKind::kModem, StateKind::kBytes, StateKind::kWords})
     output_.ShowState(kind, {});
+}
+
+bool ConnectCommands::Probe() {
+  const std::int32_t before = state_.last_result;
+  Bytes buffer;
+  const std::size_t received = device_.ReadBinary({}, 1, buffer);
+  const device::DeviceError error = device_.LastError();
+  state_.last_result = before;
+  if (error.code >= 0) {
+    state_.put_back.append(reinterpret_cast<const char*>(buffer.data()), std::min<std::size_t>(received, 1));
+    return received > 0;
+  }
+  if (device::EndsConnection(error.code)) NoteLoss();
+  return false;
+}
+
+void ConnectCommands::LookForLoss() {
+  const int descriptor = device_.WaitDescriptor();
+  if (descriptor >= 0 && base::IsReadable(descriptor) && device_.BytesWaiting() <= 0) Probe();
 }
 
 void ConnectCommands::NoteLoss() {

@@ -70,6 +70,13 @@ class ConnectCommands {
   /// TB_FLUSH.
   void Flush();
 
+  /// For a port that is ready although no byte is counted: reads one. A byte that came in between is put
+  /// back, and true returned; an end of the connection is noted. How the last operation ended stays as it
+  /// was.
+  bool Probe();
+  /// The same where the port's descriptor says that it is ready; costs nothing else.
+  void LookForLoss();
+
   /// The connection has ended by itself. All else stays as it was until somebody connects.
   void NoteLoss();
   bool lost() const { return lost_; }

@@ -72,6 +72,7 @@ void AppendDisplayForm(std::string_view bytes, bool binary, std::string& text, b
 }
 
 bool Session::EnsureConnected() {
+  if (state_.extras.reconnect && device_state_.connected) connect_.LookForLoss();
   if (connect_.lost() && state_.extras.reconnect) {
     connect_.Reconnect();
   } else if (!device_state_.connected) {
@@ -177,7 +178,7 @@ bool Session::ReadToTerminator() {
   const std::string before = Decoded(device_state_.put_back);
   if (before.empty() || terminator.empty() || !before.ends_with(terminator.back())) {
     device_.ReadText(terminator, kTextAnswerLimit, answer_, buffer_);
-    if (device::DeviceError error = device_.LastError(); error.code < 0) return ShowFailure(std::move(error));
+    if (const device::DeviceError error = device_.LastError(); error.code < 0) return ShowFailure(error);
   }
   device_state_.put_back.clear();
   if (!before.empty()) answer_.insert(0, before);
@@ -212,7 +213,7 @@ bool Session::ReadCounted() {
     const std::size_t left = count - device_state_.put_back.size();
     const std::size_t received =
         device_.ReadBinary(state_.receive.receive_terminator, static_cast<std::int32_t>(left), buffer_);
-    if (device::DeviceError error = device_.LastError(); error.code < 0) return ShowFailure(std::move(error));
+    if (const device::DeviceError error = device_.LastError(); error.code < 0) return ShowFailure(error);
     gathered_.assign(buffer_.begin(), buffer_.begin() + static_cast<std::ptrdiff_t>(received));
   }
   gathered_.insert(0, device_state_.put_back, 0, count);
@@ -237,7 +238,7 @@ bool Session::ShowAnswer(std::string_view shown) {
 }
 
 // The error's description is the answer.
-bool Session::ShowFailure(device::DeviceError error) {
+bool Session::ShowFailure(const device::DeviceError& error) {
   answer_ = error.description;
   output_.AddLine(LineKind::kError, state_.receive.mode == receive_mode::kTerminator
                                         ? base::TrimBlanks(answer_)

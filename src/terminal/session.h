@@ -90,7 +90,7 @@ class Session {
   /// Appends what was gathered to the answer, as modes 1 and 2 show it.
   void AppendGathered();
   bool ShowAnswer(std::string_view shown);
-  bool ShowFailure(device::DeviceError error);
+  bool ShowFailure(const device::DeviceError& error);
   void NoteFailure(const device::DeviceError& error);
   void ShowWords(const device::DeviceError& error);
 

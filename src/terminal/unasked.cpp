@@ -28,20 +28,9 @@ bool Unasked::Take() {
   return true;
 }
 
-// Nothing has come, so it is the connection that has ended; a byte that came in between is kept. How the last
-// operation ended is for the commands' sake as it was.
 bool Unasked::Probe() {
-  const std::int32_t before = device_state_.last_result;
-  const std::size_t received = device_.ReadBinary({}, 1, buffer_);
-  const device::DeviceError error = device_.LastError();
-  device_state_.last_result = before;
-  if (error.code >= 0) {
-    device_state_.put_back.append(reinterpret_cast<const char*>(buffer_.data()),
-                                  std::min<std::size_t>(received, 1));
-    return received > 0;
-  }
+  if (connect_.Probe()) return true;
   ShowRest();
-  if (device::EndsConnection(error.code)) connect_.NoteLoss();
   return false;
 }
 

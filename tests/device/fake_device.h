@@ -90,6 +90,7 @@ class FakeDevice final : public Device {
   void ActivateInterpreter() override { calls.emplace_back("ActivateInterpreter"); }
 
   std::int32_t BytesWaiting() override { return waiting(); }
+  int WaitDescriptor() override { return wait_descriptor; }
   void Pause(std::int32_t milliseconds) override {
     paused_ms += milliseconds;
     Record("Pause " + std::to_string(milliseconds), pause_result);
@@ -111,6 +112,7 @@ class FakeDevice final : public Device {
   bool hollow_reads = false;             ///< binary reads succeed and leave the buffer as it is
   std::optional<std::int32_t> flushed;
   std::function<std::int32_t()> waiting = [] { return 0; };
+  int wait_descriptor = -1;
   std::int32_t paused_ms = 0;
   device::DeviceError pause_result;
   device::DeviceError last_error;

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include "terminal/session_bench.h"
 
@@ -58,6 +59,21 @@ TEST_F(ReconnectTest, TheNextCommandConnectsFirst) {
   EXPECT_EQ(shown_.line.Text(), "");
   EXPECT_FALSE(connect.lost());
   EXPECT_TRUE(pane.lines.back().find("Verbindung hergestellt mit") != std::string::npos);
+}
+
+TEST_F(ReconnectTest, AConnectionThatHasEndedMeanwhileIsFound) {
+  connect.Press();
+  int ends[2];
+  ASSERT_EQ(pipe(ends), 0);
+  device.wait_descriptor = ends[0];
+  EXPECT_EQ(session.SendCommand("A?"), Sent::kWritten);
+  EXPECT_EQ(device.CountCalls("Open"), 1u) << "it stands";
+  close(ends[1]);
+  device.read_error = {-40, "-40"};
+  device.on_open = [&] { device.wait_descriptor = -1; };
+  EXPECT_EQ(session.SendCommand("B?"), Sent::kWritten);
+  EXPECT_EQ(device.CountCalls("Open"), 2u);
+  close(ends[0]);
 }
 
 TEST_F(ReconnectTest, OnePressOfThePlugConnects) {
