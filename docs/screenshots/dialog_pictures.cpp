@@ -13,7 +13,7 @@
 #include <QThread>
 #include <QTreeView>
 
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 #include "pane/ui/output_pane.h"
 #include "picture.h"
 #include "pictures.h"

@@ -35,7 +35,7 @@ std::string FolderOf(const std::string& path) {
 
 class IniStore final : public SettingsStore {
  public:
-  explicit IniStore(std::string path) : IniStore(path, Content(path)) {}
+  explicit IniStore(const std::string& path) : IniStore(path, Content(path)) {}
 
   std::string File() const override { return path_; }
 

@@ -85,8 +85,8 @@ GpibFields LoadGpib(const ConnectionParameters& p) {
 }
 
 // What a field held at the last OK, else what the settings hold.
-std::string LastText(const std::string& typed, std::string stored) {
-  return typed.empty() ? std::move(stored) : typed;
+std::string LastText(const std::string& typed, const std::string& stored) {
+  return typed.empty() ? stored : typed;
 }
 
 template <typename List>

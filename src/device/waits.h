@@ -87,7 +87,7 @@ class Waits {
   std::int32_t Delay(std::int32_t milliseconds);
 
  private:
-  static std::int32_t Handle(void* waits, std::int32_t waited_ms);
+  static std::int32_t Handle(void* context, std::int32_t waited_ms);
   void Begin();
   void End();
   void StartAt(double seconds);

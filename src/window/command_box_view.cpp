@@ -2,7 +2,7 @@
 
 #include <QLineEdit>
 
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 
 namespace kolvane::window {
 

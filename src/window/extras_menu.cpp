@@ -5,7 +5,7 @@
 #include <iterator>
 #include <utility>
 
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 
 namespace kolvane::window {
 namespace {

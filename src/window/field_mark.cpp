@@ -5,7 +5,7 @@
 
 #include "base/encoding.h"
 #include "base/ui/outside_code_page.h"
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 #include "terminal/texts.h"
 
 namespace kolvane::window {

@@ -9,7 +9,7 @@
 #include <QKeyEvent>
 #include <QPushButton>
 
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 #include "window/window_memory.h"
 
 namespace kolvane::window {

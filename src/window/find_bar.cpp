@@ -4,7 +4,7 @@
 #include <QKeyEvent>
 #include <memory>
 
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 #include "pane/ui/regex_matcher.h"
 #include "window/field_mark.h"
 #include "window/flow_layout.h"

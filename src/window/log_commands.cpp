@@ -1,6 +1,6 @@
 #include "window/log_commands.h"
 
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 #include "window/file_dialogs.h"
 
 namespace kolvane::window {

@@ -7,7 +7,7 @@
 #include <QScreen>
 #include <utility>
 
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 #include "device/connection_texts.h"
 #include "device/device_state.h"
 #include "device/port_table.h"

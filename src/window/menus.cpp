@@ -3,7 +3,7 @@
 #include <QMenuBar>
 #include <span>
 
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 #include "window/icons.h"
 
 namespace kolvane::window {

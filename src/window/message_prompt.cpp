@@ -11,7 +11,7 @@
 #include <utility>
 
 #include "base/runtime_error.h"
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 #include "help/message_topics.h"
 #include "window/file_dialogs.h"
 #include "window/texts.h"

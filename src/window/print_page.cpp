@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "base/ui/look.h"
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 #include "pane/pane_moves.h"
 #include "pane/ui/output_pane_metrics.h"
 #include "pane/ui/output_pane_paint.h"

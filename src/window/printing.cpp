@@ -8,7 +8,7 @@
 #include <QTextLayout>
 
 #include "base/replace_file.h"
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 #include "window/file_dialogs.h"
 #include "window/print_page.h"
 #include "window/texts.h"

@@ -3,7 +3,7 @@
 #include <QScopedValueRollback>
 #include <utility>
 
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 #include "terminal/typed_fields.h"
 #include "window/field_mark.h"
 

@@ -3,7 +3,7 @@
 #include <QFileInfo>
 #include <utility>
 
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 
 namespace kolvane::window {
 namespace {

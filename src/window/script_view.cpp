@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "base/number.h"
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 #include "script/texts.h"
 
 namespace kolvane::window {

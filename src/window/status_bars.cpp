@@ -2,7 +2,7 @@
 
 #include <QPainter>
 
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 #include "window/texts.h"
 
 namespace kolvane::window {

@@ -11,7 +11,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 #include "base/ui/wheel_guard.h"
 #include "window/flow_layout.h"
 #include "window/icons.h"

@@ -10,7 +10,7 @@
 
 #include "base/descriptor.h"
 #include "base/encoding.h"
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 #include "window/texts.h"
 
 namespace kolvane::window {

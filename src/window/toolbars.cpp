@@ -6,7 +6,7 @@
 #include <QStyle>
 #include <algorithm>
 
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 #include "terminal/texts.h"
 #include "window/icons.h"
 #include "window/texts.h"
@@ -76,7 +76,7 @@ void KeyToolbar::actionEvent(QActionEvent* event) {
 QToolButton* KeyToolbar::EnabledFrom(const QAction* start) const {
   QList<QAction*> all = actions();
   const auto first = std::ranges::find(all, start);
-  if (first != all.end()) std::ranges::rotate(all, first);
+  if (first != all.end()) std::rotate(all.begin(), first, all.end());
   const auto enabled = std::ranges::find_if(
       all, [](const QAction* action) { return action->isEnabled() && !action->isSeparator(); });
   return enabled == all.end() ? nullptr : qobject_cast<QToolButton*>(widgetForAction(*enabled));

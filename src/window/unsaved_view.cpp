@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "base/clock.h"
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 #include "script/texts.h"
 #include "window/flow_layout.h"
 #include "window/status_bars.h"

@@ -10,7 +10,7 @@
 #include <optional>
 #include <utility>
 
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 
 namespace kolvane::window {
 namespace {

@@ -8,7 +8,7 @@
 #include <QScreen>
 #include <QTimer>
 
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 
 namespace kolvane::window {
 namespace {

@@ -6,7 +6,7 @@
 #include <QFontInfo>
 #include <QPushButton>
 
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 
 namespace kolvane::base {
 namespace {

@@ -4,7 +4,7 @@
 #include <QInputMethodEvent>
 
 #include "base/encoding.h"
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 
 namespace kolvane::base {
 

@@ -7,7 +7,7 @@
 #include <algorithm>
 
 #include "base/system.h"
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 #include "device/connection_parameters.h"
 #include "device/port_table.h"
 

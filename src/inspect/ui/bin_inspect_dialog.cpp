@@ -15,7 +15,7 @@
 
 #include "base/encoding.h"
 #include "base/replace_file.h"
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 #include "inspect/caret.h"
 #include "inspect/decode.h"
 #include "inspect/hex_dump.h"

@@ -3,7 +3,7 @@
 #include <QHBoxLayout>
 #include <QMenu>
 
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 #include "inspect/texts.h"
 
 namespace kolvane::inspect {

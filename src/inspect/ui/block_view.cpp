@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "base/replace_file.h"
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 #include "inspect/texts.h"
 
 namespace kolvane::inspect {

@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "inspect/caret.h"
-#include "inspect/ui/text.h"
+#include "inspect/ui/byte_text.h"
 
 namespace kolvane::inspect {
 namespace {

@@ -1,6 +1,6 @@
 #include "inspect/ui/inspect_area.h"
 
-#include "inspect/ui/text.h"
+#include "inspect/ui/byte_text.h"
 
 namespace kolvane::inspect {
 namespace {

@@ -6,7 +6,7 @@
 #include <QKeyEvent>
 #include <utility>
 
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 #include "inspect/texts.h"
 #include "inspect/value_table.h"
 

@@ -58,7 +58,7 @@ class OutputPaneRows {
 
   void Measure(std::size_t chunk);
   std::size_t CountRows(std::size_t chunk) const;
-  std::size_t RowsOfLine(std::size_t chunk, std::size_t line) const;
+  std::size_t RowsOfLine(std::size_t chunk, std::size_t index) const;
   bool IsPrintable(std::size_t chunk, std::string_view line) const;
   bool OneRowEach(std::size_t chunk) const;
   std::size_t RowsBefore(std::size_t chunk, std::size_t line) const;

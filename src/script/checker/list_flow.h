@@ -61,7 +61,7 @@ class ListFlow {
   void ExecuteCondition(int row, StateSet run);
   void ExecuteEndIf(int row, StateSet run, StateSet skip);
   void ExecuteEndRepeat(int row, const StateSet& run);
-  bool PassEndRepeat(int row, const StateSet& at_level, int level);
+  bool PassEndRepeat(int row, const StateSet& run, int level);
   void LoopBack(const StateSet& at_level, std::int16_t loop);
   void LoopAnywhere(const StateSet& at_level);
   void GoOn(int row, StateSet run, StateSet skip);

@@ -4,7 +4,7 @@
 #include <QTimerEvent>
 #include <cerrno>
 
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 #include "values/texts.h"
 
 namespace kolvane::values {

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 #include "values/plot_view.h"
 #include "values/texts.h"
 #include "values/ui/plot_painter.h"

@@ -6,7 +6,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 #include "values/texts.h"
 
 namespace kolvane::values {

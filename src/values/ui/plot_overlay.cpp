@@ -3,7 +3,7 @@
 #include <QFontMetricsF>
 #include <algorithm>
 
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 #include "values/csv_writer.h"
 #include "values/texts.h"
 

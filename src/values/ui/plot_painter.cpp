@@ -4,7 +4,7 @@
 #include <array>
 #include <cmath>
 
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 #include "values/curve.h"
 #include "values/texts.h"
 

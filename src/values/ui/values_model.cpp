@@ -4,7 +4,7 @@
 #include <limits>
 #include <utility>
 
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 #include "values/csv_writer.h"
 #include "values/plot_view.h"
 #include "values/store.h"

@@ -12,7 +12,7 @@
 #include <array>
 #include <cerrno>
 
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 #include "values/texts.h"
 #include "values/ui/csv_job.h"
 #include "values/ui/plot_painter.h"

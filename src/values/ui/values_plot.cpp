@@ -4,7 +4,7 @@
 #include <QPainter>
 #include <utility>
 
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 #include "values/texts.h"
 #include "values/ui/plot_overlay.h"
 #include "values/ui/plot_painter.h"

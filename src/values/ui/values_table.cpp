@@ -5,7 +5,7 @@
 #include <QScrollBar>
 #include <algorithm>
 
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 #include "values/texts.h"
 #include "values/ui/values_model.h"
 

@@ -15,7 +15,7 @@
 #include <new>
 #include <utility>
 
-#include "base/ui/text.h"
+#include "base/ui/qt_text.h"
 #include "values/texts.h"
 
 namespace kolvane::values {
