@@ -108,19 +108,13 @@ bool DuplicateRows(CommandList& list, int first, int last) {
   return first <= last && InsertLines(list, last + 1, CopyRows(list, first, last) + '\n');
 }
 
-bool MoveRowsUp(CommandList& list, int first, int last) {
-  if (first <= 1 || last > kListRows || first > last) return false;
-  Texts texts = list.Texts(first - 1, last);
-  std::rotate(texts.begin(), texts.begin() + 1, texts.end());
-  list.SetTexts(first - 1, texts);
-  return true;
-}
-
-bool MoveRowsDown(CommandList& list, int first, int last) {
-  if (first < 1 || last >= kListRows || first > last) return false;
-  Texts texts = list.Texts(first, last + 1);
-  std::rotate(texts.rbegin(), texts.rbegin() + 1, texts.rend());
-  list.SetTexts(first, texts);
+bool MoveRows(CommandList& list, int first, int last, int by) {
+  if (by == 0 || first > last || std::min(first, first + by) < 1 || std::max(last, last + by) > kListRows)
+    return false;
+  const int start = std::min(first, first + by);
+  Texts texts = list.Texts(start, std::max(last, last + by));
+  std::rotate(texts.begin(), texts.begin() + (by < 0 ? -by : last - first + 1), texts.end());
+  list.SetTexts(start, texts);
   return true;
 }
 

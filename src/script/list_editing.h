@@ -36,9 +36,9 @@ bool InsertRows(CommandList& list, int row, int count);
 bool InsertLines(CommandList& list, int row, std::string_view text);
 /// Puts a copy of the rows after them; false as above.
 bool DuplicateRows(CommandList& list, int first, int last);
-/// Exchanges the rows with the one before them, or with the one after; false where there is none.
-bool MoveRowsUp(CommandList& list, int first, int last);
-bool MoveRowsDown(CommandList& list, int first, int last);
+/// Moves the rows `by` rows down, up where that is negative; the rows on the way close the gap. False, and
+/// nothing is done, where that leaves the list.
+bool MoveRows(CommandList& list, int first, int last, int by);
 /// Makes comments of the rows that hold text, or, where all of them are comments, takes the marks away.
 void ToggleComments(CommandList& list, int first, int last);
 /// Moves the rows after `last` up to `first`.

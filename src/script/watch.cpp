@@ -27,6 +27,26 @@ std::string PassOf(const CommandList& list, const InterpreterState& state, std::
   return std::to_string(pass) + " von " + std::to_string(passes);
 }
 
+/// How much of the outermost loop has been done, 0 to 1; 0 where a loop's passes are not known.
+double ShareDone(const CommandList& list, const InterpreterState& state) {
+  double share = 0;
+  for (std::int16_t level = state.RepeatLevel; level >= 1; --level) {
+    const auto at = static_cast<std::size_t>(level);
+    const std::int64_t passes = Passes(list.Text(state.RepeatRow[at]));
+    const std::int64_t done = passes - state.RepeatCount[at] - 1;
+    if (done < 0 || done >= passes) return 0;
+    share = (static_cast<double>(done) + share) / static_cast<double>(passes);
+  }
+  return share;
+}
+
+/// "1:05" of 65 seconds.
+std::string Minutes(double seconds) {
+  const auto whole = static_cast<long>(seconds);
+  const std::string rest = std::to_string(whole % 60);
+  return std::to_string(whole / 60) + ":" + (rest.size() < 2 ? "0" : "") + rest;
+}
+
 WatchItem Loops(const CommandList& list, const InterpreterState& state) {
   WatchItem item{"Schleifen", std::to_string(state.RepeatLevel)};
   for (int level = 1; level <= std::min<int>(state.RepeatLevel, kLevels - 1); ++level) {
@@ -78,14 +98,25 @@ std::vector<WatchItem> WatchItems(const CommandList& list, const InterpreterStat
   };
 }
 
-std::string RunProgress(const CommandList& list, const InterpreterState& state, double seconds) {
+std::string RunProgress::Text(const CommandList& list, const InterpreterState& state, double seconds) {
   std::string text =
       "Zeile " + std::to_string(list.current_row()) + " von " + std::to_string(list.LastUsedRow());
   if (state.RepeatLevel >= 1 && state.RepeatLevel < kLevels)
     text += ", Schleife " + PassOf(list, state, static_cast<std::size_t>(state.RepeatLevel));
-  const auto whole = static_cast<long>(seconds);
-  const std::string rest = std::to_string(whole % 60);
-  return text + ", " + std::to_string(whole / 60) + ":" + (rest.size() < 2 ? "0" : "") + rest;
+  return text + ", " + Minutes(seconds) + ToGo(list, state, seconds);
+}
+
+std::string RunProgress::ToGo(const CommandList& list, const InterpreterState& state, double seconds) {
+  const bool in_loop = state.RepeatLevel >= 1 && state.RepeatLevel < kLevels;
+  const double share = in_loop ? ShareDone(list, state) : 0;
+  if (const int row = in_loop ? state.RepeatRow[1] : 0; row != loop_row_ || share < share_then_) {
+    loop_row_ = row;
+    loop_start_ = seconds;
+    share_then_ = share;
+  }
+  const double elapsed = seconds - loop_start_;
+  if (elapsed < 1 || share <= share_then_) return {};
+  return ", noch etwa " + Minutes(elapsed * (1 - share) / (share - share_then_));
 }
 
 }  // namespace kolvane::script

@@ -32,7 +32,19 @@ std::vector<WatchItem> WatchItems(const CommandList& list, const InterpreterStat
 /// $AUTOLOG has switched the log's recording on.
 std::string LeftOver(const InterpreterState& state, bool silent, bool recording);
 
-/// How far a run has come: "Zeile 12 von 240, Schleife 3 von 10, 0:42".
-std::string RunProgress(const CommandList& list, const InterpreterState& state, double seconds);
+/// How far a run has come. Once a second has gone by in its outermost loop, and while the passes of all open
+/// loops are known, that includes how long this loop will still take if it goes on like that.
+class RunProgress {
+ public:
+  /// "Zeile 12 von 240, Schleife 3 von 10, 0:42, noch etwa 1:38"; `seconds` since the start of the run.
+  std::string Text(const CommandList& list, const InterpreterState& state, double seconds);
+
+ private:
+  std::string ToGo(const CommandList& list, const InterpreterState& state, double seconds);
+
+  int loop_row_ = 0;       // of the outermost loop; 0: none is open
+  double loop_start_ = 0;  // seconds
+  double share_then_ = 0;  // of the loop, when it was first seen
+};
 
 }  // namespace kolvane::script

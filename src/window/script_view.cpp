@@ -134,6 +134,7 @@ void ScriptView::Run(void (script::Runner::*command)()) {
   grid_->FinishEdit();
   if (!core_.runner.running()) {
     since_start_.start();
+    run_progress_ = {};
     since_progress_.start();
   }
   (core_.runner.*command)();
@@ -181,8 +182,8 @@ void ScriptView::ShowWatch() {
 void ScriptView::ShowProgress() {
   if (since_progress_.elapsed() < kProgressMs) return;
   since_progress_.start();
-  around_.progress(script::RunProgress(core_.list, state_.interpreter,
-                                       static_cast<double>(since_start_.elapsed()) / 1000));
+  around_.progress(
+      run_progress_.Text(core_.list, state_.interpreter, static_cast<double>(since_start_.elapsed()) / 1000));
 }
 
 void ScriptView::ToggleRecording() {

@@ -13,6 +13,7 @@
 #include "script/ui/command_grid.h"
 #include "script/ui/list_check.h"
 #include "script/ui/watch_panel.h"
+#include "script/watch.h"
 #include "terminal/terminal_core.h"
 #include "window/message_prompt.h"
 #include "window/toolbars.h"
@@ -111,6 +112,7 @@ class ScriptView final : public QObject, private script::RunHost {
   bool watching_ = false;  // the user has asked for more than playing and stepping
   QElapsedTimer since_start_;
   QElapsedTimer since_progress_;
+  script::RunProgress run_progress_;
   QElapsedTimer since_events_;
   QElapsedTimer since_painted_;
 };

@@ -179,14 +179,35 @@ TEST_F(DebugTest, WhatARunLeavesOpenIsNamed) {
 
 TEST_F(DebugTest, TheProgressNamesRowLoopAndTime) {
   FillList(list, "$REPEAT 9|A|$ENDREPEAT|B");
-  EXPECT_EQ(RunProgress(list, script.interpreter, 59.9), "Zeile 1 von 4, 0:59");
+  EXPECT_EQ(RunProgress().Text(list, script.interpreter, 59.9), "Zeile 1 von 4, 0:59");
   int passes = 0;
   host.at_yield = [&] {
     if (list.current_row() != 2 || ++passes != 3) return;
-    EXPECT_EQ(RunProgress(list, script.interpreter, 62), "Zeile 2 von 4, Schleife 3 von 10, 1:02");
+    EXPECT_EQ(RunProgress().Text(list, script.interpreter, 62), "Zeile 2 von 4, Schleife 3 von 10, 1:02");
   };
   runner.Play();
   EXPECT_EQ(passes, 10);
+}
+
+TEST_F(DebugTest, TheProgressOfKnownLoopsSaysHowLongTheyStillTake) {
+  FillList(list, "$REPEAT 9|$REPEAT 1|A|$ENDREPEAT|$ENDREPEAT|$REPEAT 3|B|$ENDREPEAT");
+  RunProgress progress;
+  double seconds = 100;
+  std::vector<std::string> at_a;
+  std::vector<std::string> at_b;
+  host.at_yield = [&] {
+    if (list.current_row() != 3 && list.current_row() != 7) return;
+    (list.current_row() == 3 ? at_a : at_b).push_back(progress.Text(list, script.interpreter, seconds));
+    seconds += 10;
+  };
+  runner.Play();
+  ASSERT_EQ(at_a.size(), 20u);
+  EXPECT_EQ(at_a[0], "Zeile 3 von 8, Schleife 1 von 2, 1:40");
+  EXPECT_EQ(at_a[1], "Zeile 3 von 8, Schleife 2 von 2, 1:50, noch etwa 3:10");
+  EXPECT_EQ(at_a[10], "Zeile 3 von 8, Schleife 1 von 2, 3:20, noch etwa 1:40");
+  ASSERT_EQ(at_b.size(), 4u);
+  EXPECT_EQ(at_b[0], "Zeile 7 von 8, Schleife 1 von 4, 5:00") << "another loop";
+  EXPECT_EQ(at_b[2], "Zeile 7 von 8, Schleife 3 von 4, 5:20, noch etwa 0:20");
 }
 
 }  // namespace

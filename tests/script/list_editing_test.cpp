@@ -146,15 +146,20 @@ TEST_F(ListEditingTest, DuplicatesRows) {
 }
 
 TEST_F(ListEditingTest, MovesRows) {
-  EXPECT_TRUE(MoveRowsUp(list, 2, 3));
+  EXPECT_TRUE(MoveRows(list, 2, 3, -1));
   EXPECT_EQ(ListText(list), ">B|C|A|D");
-  EXPECT_FALSE(MoveRowsUp(list, 1, 2));
-  EXPECT_TRUE(MoveRowsDown(list, 1, 2));
+  EXPECT_FALSE(MoveRows(list, 1, 2, -1));
+  EXPECT_TRUE(MoveRows(list, 1, 2, 1));
   EXPECT_EQ(ListText(list), ">A|B|C|D");
-  EXPECT_TRUE(MoveRowsDown(list, 4, 4));
+  EXPECT_TRUE(MoveRows(list, 4, 4, 1));
   EXPECT_EQ(ListText(list), ">A|B|C||D");
-  EXPECT_FALSE(MoveRowsDown(list, kListRows, kListRows));
-  EXPECT_FALSE(MoveRowsDown(list, 3, 2));
+  EXPECT_FALSE(MoveRows(list, kListRows, kListRows, 1));
+  EXPECT_FALSE(MoveRows(list, 3, 2, 1));
+  EXPECT_TRUE(MoveRows(list, 1, 2, 3));
+  EXPECT_EQ(ListText(list), ">C||D|A|B");
+  EXPECT_TRUE(MoveRows(list, 4, 5, -3));
+  EXPECT_EQ(ListText(list), ">A|B|C||D");
+  EXPECT_FALSE(MoveRows(list, 1, 2, 0));
 }
 
 TEST_F(ListEditingTest, MakesCommentsAndTakesThemBack) {

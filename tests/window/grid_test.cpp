@@ -321,6 +321,22 @@ TEST_F(GridTest, TheFrameStaysWhileARowIsEdited) {
   EXPECT_EQ(Grid()->grab().toImage().pixelColor(0, 5), highlight);
 }
 
+TEST_F(GridTest, RowsAreDraggedByTheirNumbers) {
+  Fill({"A", "B", "C", "D"});
+  GoTo(4);
+  Grid()->verticalHeader()->moveSection(0, 2);
+  EXPECT_EQ(Row(1) + Row(2) + Row(3) + Row(4), "BCAD");
+  EXPECT_EQ(CurrentRow(), 3);
+  EXPECT_EQ(Grid()->verticalHeader()->visualIndex(0), 0);
+  // Of several that are selected all move.
+  Grid()->selectionModel()->select({Grid()->model()->index(2, 0), Grid()->model()->index(3, 1)},
+                                   QItemSelectionModel::ClearAndSelect);
+  Grid()->verticalHeader()->moveSection(3, 0);
+  EXPECT_EQ(Row(1) + Row(2) + Row(3) + Row(4), "ADBC");
+  QTest::keyClick(Grid(), Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(Row(1) + Row(2) + Row(3) + Row(4), "BCAD");
+}
+
 TEST_F(GridTest, AScreenReaderIsToldWhichRowFailed) {
   Fill({"$SILENT OFF", "$FALSCH"});
   EXPECT_EQ(Grid()->accessibleDescription(), "");

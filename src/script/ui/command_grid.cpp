@@ -59,6 +59,8 @@ void CommandGrid::SetUpHeaders() {
   verticalHeader()->setHighlightSections(false);
   verticalHeader()->setDefaultAlignment(Qt::AlignRight | Qt::AlignVCenter);
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  verticalHeader()->setSectionsMovable(true);
+  connect(verticalHeader(), &QHeaderView::sectionMoved, this, &CommandGrid::RowDragged);
   horizontalHeader()->setSectionResizeMode(CommandListModel::kMarkerColumn, QHeaderView::Fixed);
   horizontalHeader()->setSectionResizeMode(CommandListModel::kTextColumn, QHeaderView::Stretch);
   horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
@@ -208,12 +210,31 @@ void CommandGrid::duplicateRows() {
 
 void CommandGrid::moveRowsUp() {
   const RowSpan rows = SelectedRows();
-  if (!list().InUse() && MoveRowsUp(list(), rows.first, rows.last)) MarkRows(rows.first - 1, rows.last - 1);
+  if (rows.last > 0) MoveRowsBy(rows, -1);
 }
 
 void CommandGrid::moveRowsDown() {
   const RowSpan rows = SelectedRows();
-  if (!list().InUse() && MoveRowsDown(list(), rows.first, rows.last)) MarkRows(rows.first + 1, rows.last + 1);
+  if (rows.last > 0) MoveRowsBy(rows, 1);
+}
+
+void CommandGrid::MoveRowsBy(RowSpan rows, int by) {
+  if (!list().InUse() && MoveRows(list(), rows.first, rows.last, by))
+    MarkRows(rows.first + by, rows.last + by);
+}
+
+// The header shows the rows in their order: what is dragged there moves in the list. Of several selected rows
+// all move.
+void CommandGrid::RowDragged(int row, int from, int to) {
+  if (from == to || dragging_) return;
+  dragging_ = true;
+  verticalHeader()->moveSection(to, from);
+  dragging_ = false;
+  FinishEdit();
+  RowSpan rows = SelectedRows();
+  if (row + 1 < rows.first || row + 1 > rows.last) rows = {row + 1, row + 1};
+  if (to + 1 < rows.first || to + 1 > rows.last)
+    MoveRowsBy(rows, to < from ? to + 1 - rows.first : to + 1 - rows.last);
 }
 
 void CommandGrid::toggleComments() {

@@ -91,6 +91,8 @@ class CommandGrid final : public QTableView {
   void mousePressEvent(QMouseEvent* event) override;
 
  private:
+  void MoveRowsBy(RowSpan rows, int by);
+  void RowDragged(int row, int from, int to);
   void SetUpHeaders();
   void Connect();
   bool EditByKey(const QKeyEvent* event);
@@ -108,6 +110,7 @@ class CommandGrid final : public QTableView {
   RowDelegate* delegate_;
   base::MarkedScrollBar* bar_;
   bool showing_current_ = false;
+  bool dragging_ = false;
 };
 
 }  // namespace kolvane::script
