@@ -12,8 +12,8 @@
 #include "base/temp_folder.h"
 #include "comparison.h"
 #include "device/device_state.h"
+#include "device/resource_name.h"
 #include "headless/options.h"
-#include "headless/resource_name.h"
 #include "headless/run.h"
 
 namespace kolvane::bench {
@@ -70,8 +70,8 @@ class ListLoop final : public Loop {
  private:
   headless::RunState& Prepared() {
     state_.device.OperMode = device::operating_mode::kPortLibrary;
-    const auto resource = headless::ParseResourceName(options_.Connect);
-    headless::ApplyResource(std::get<headless::Resource>(resource), state_.connection);
+    const auto resource = device::ParseResourceName(options_.Connect);
+    device::ApplyResource(std::get<device::Resource>(resource), state_.connection);
     headless::ApplyConnectionOptions(options_, state_.connection);
     return state_;
   }

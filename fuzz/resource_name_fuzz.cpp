@@ -1,5 +1,5 @@
 // What --connect takes: each name that is understood, written out again, means the same.
-#include "headless/resource_name.h"
+#include "device/resource_name.h"
 
 #include "device/port_table.h"
 #include "fuzz/require.h"
@@ -7,7 +7,7 @@
 namespace kolvane::fuzz {
 namespace {
 
-using headless::Resource;
+using device::Resource;
 namespace port_code = device::port_code;
 
 std::string SerialName(const Resource& resource) {
@@ -44,15 +44,15 @@ std::string NameOf(const Resource& resource) {
 }
 
 void CheckResource(const Resource& resource) {
-  const auto again = headless::ParseResourceName(NameOf(resource));
+  const auto again = device::ParseResourceName(NameOf(resource));
   Require(std::holds_alternative<Resource>(again) && std::get<Resource>(again) == resource);
   device::ConnectionParameters parameters;
-  headless::ApplyResource(resource, parameters);
+  device::ApplyResource(resource, parameters);
   Require(parameters.port_code == resource.port_code);
   Require(parameters.address >= 0 && parameters.address <= 31);
 }
 
-void CheckProblem(const headless::ResourceProblem& problem) {
+void CheckProblem(const device::ResourceProblem& problem) {
   Require(problem.text.starts_with("bad RESOURCE '") && problem.text.find('\n') == std::string::npos);
   Require(problem.text.size() < 400);
 }
@@ -62,11 +62,11 @@ void CheckProblem(const headless::ResourceProblem& problem) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace kolvane;
-  const auto result = headless::ParseResourceName({reinterpret_cast<const char*>(data), size});
-  if (const auto* resource = std::get_if<headless::Resource>(&result)) {
+  const auto result = device::ParseResourceName({reinterpret_cast<const char*>(data), size});
+  if (const auto* resource = std::get_if<device::Resource>(&result)) {
     fuzz::CheckResource(*resource);
   } else {
-    fuzz::CheckProblem(std::get<headless::ResourceProblem>(result));
+    fuzz::CheckProblem(std::get<device::ResourceProblem>(result));
   }
   return 0;
 }

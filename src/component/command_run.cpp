@@ -8,10 +8,10 @@
 #include "component/folder.h"
 #include "component/settings.h"
 #include "device/connection_form.h"
+#include "device/resource_name.h"
 #include "headless/decode.h"
 #include "headless/options.h"
 #include "headless/ports.h"
-#include "headless/resource_name.h"
 #include "headless/run.h"
 #include "kolvane/ListCheck.h"
 #include "kolvane/Ports.h"
@@ -23,9 +23,9 @@ using headless::RunState;
 
 // Empty where `state` is ready to connect, what is wrong otherwise.
 std::string PrepareNamed(const std::string& name, RunState& state) {
-  const auto result = headless::ParseResourceName(name);
-  if (const auto* problem = std::get_if<headless::ResourceProblem>(&result)) return problem->text;
-  headless::ApplyResource(std::get<headless::Resource>(result), state.connection);
+  const auto result = device::ParseResourceName(name);
+  if (const auto* problem = std::get_if<device::ResourceProblem>(&result)) return problem->text;
+  device::ApplyResource(std::get<device::Resource>(result), state.connection);
   return {};
 }
 

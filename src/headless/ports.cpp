@@ -7,8 +7,8 @@
 
 #include "device/connection_parameters.h"
 #include "device/loaded_port_library.h"
+#include "device/resource_name.h"
 #include "headless/messages.h"
-#include "headless/resource_name.h"
 
 namespace kolvane::headless {
 namespace {
@@ -46,8 +46,8 @@ std::string NameOf(const AttachedPort& port) {
 // A node or a serial number may hold what would be read as another name.
 bool LeadsThere(const std::string& name, const AttachedPort& port) {
   if (port.kind == Kind::kGpib || port.kind == Kind::kParallel) return true;
-  const auto result = ParseResourceName(name);
-  const auto* resource = std::get_if<Resource>(&result);
+  const auto result = device::ParseResourceName(name);
+  const auto* resource = std::get_if<device::Resource>(&result);
   return resource != nullptr && resource->serial_number == port.serial_number &&
          (port.code || resource->node == port.node);
 }

@@ -5,7 +5,7 @@
 #include <variant>
 
 #include "device/fake_device.h"
-#include "headless/resource_name.h"
+#include "device/resource_name.h"
 #include "headless/terminal.h"
 
 namespace kolvane::headless {
@@ -104,7 +104,7 @@ TEST_F(OptionsTest, LineParametersLeaveOtherPortsAlone) {
   options.StopBits = 2;
   options.TimeoutMs = 250;
   for (const char* name : {"LPT1", "LPT2", "GPIB0::5::INSTR", "TCPIP::localhost::5025::SOCKET"}) {
-    ApplyResource(std::get<Resource>(ParseResourceName(name)), state.connection);
+    device::ApplyResource(std::get<device::Resource>(device::ParseResourceName(name)), state.connection);
     const device::ConnectionParameters before = state.connection;
     ApplyConnectionOptions(options, state.connection);
     EXPECT_EQ(state.connection.baud, before.baud) << name;

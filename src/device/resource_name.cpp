@@ -1,4 +1,4 @@
-#include "headless/resource_name.h"
+#include "device/resource_name.h"
 
 #include <algorithm>
 #include <charconv>
@@ -9,13 +9,11 @@
 #include "device/connection_form.h"
 #include "device/port_table.h"
 
-namespace kolvane::headless {
+namespace kolvane::device {
 namespace {
 
 using Fields = std::vector<std::string_view>;
 using Result = std::variant<Resource, ResourceProblem>;
-
-namespace port_code = device::port_code;
 
 constexpr std::size_t kLongestName = 1024;
 constexpr std::string_view kSeparator = "::";
@@ -158,8 +156,8 @@ Result ParseResourceName(std::string_view name) {
   return result;
 }
 
-void ApplyResource(const Resource& resource, device::ConnectionParameters& parameters) {
-  parameters.port_option = device::PortKindOfCode(resource.port_code)->option;
+void ApplyResource(const Resource& resource, ConnectionParameters& parameters) {
+  parameters.port_option = PortKindOfCode(resource.port_code)->option;
   parameters.address = resource.address;
   parameters.ip_address = resource.host;
   parameters.ip_port = resource.ip_port;
@@ -170,7 +168,7 @@ void ApplyResource(const Resource& resource, device::ConnectionParameters& param
   parameters.stop_bits = 1;
   parameters.receive_buffer = 4096;
   // The address has been checked with the name.
-  static_cast<void>(device::CompleteConnection(parameters, ""));
+  static_cast<void>(CompleteConnection(parameters, ""));
 }
 
-}  // namespace kolvane::headless
+}  // namespace kolvane::device

@@ -6,11 +6,11 @@
 
 #include "device/connection_parameters.h"
 
-namespace kolvane::headless {
+namespace kolvane::device {
 
 /// What a RESOURCE names. Fields that its port kind does not use are left empty.
 struct Resource {
-  std::int16_t port_code = device::port_code::kOffline;
+  std::int16_t port_code = port_code::kOffline;
   std::int16_t address = 0;  ///< bus address, 0 to 31
   std::string host = {};     ///< name or number; an IPv6 address without its brackets
   std::int16_t ip_port = 0;  ///< as ConnectionParameters::ip_port
@@ -29,6 +29,6 @@ struct ResourceProblem {
 
 /// Puts `resource` into `parameters`, port option included, and derives the rest of them as for a stored
 /// connection.
-void ApplyResource(const Resource& resource, device::ConnectionParameters& parameters);
+void ApplyResource(const Resource& resource, ConnectionParameters& parameters);
 
-}  // namespace kolvane::headless
+}  // namespace kolvane::device

@@ -1,13 +1,11 @@
-#include "headless/resource_name.h"
+#include "device/resource_name.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
 
-namespace kolvane::headless {
+namespace kolvane::device {
 namespace {
-
-namespace port_code = device::port_code;
 
 Resource Parsed(std::string_view name) {
   const auto result = ParseResourceName(name);
@@ -133,7 +131,7 @@ TEST(ResourceName, SurvivesAnyMixOfItsParts) {
 }
 
 TEST(ResourceName, BecomesConnectionParameters) {
-  device::ConnectionParameters parameters;
+  ConnectionParameters parameters;
   ApplyResource(Parsed("TCPIP::amp::40000::SOCKET"), parameters);
   EXPECT_EQ(parameters.port_code, port_code::kTcpIp);
   EXPECT_EQ(parameters.port_option, 8);
@@ -168,4 +166,4 @@ TEST(ResourceName, TakesShortNames) {
 }
 
 }  // namespace
-}  // namespace kolvane::headless
+}  // namespace kolvane::device
