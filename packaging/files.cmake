@@ -57,7 +57,7 @@ function(install_documents component folder)
     string(REPLACE "](../examples/" "](examples/" text "${text}")
     string(REPLACE "](python.md" "](../python3-kolvane/python.md" text "${text}")
     if(NOT component STREQUAL runtime)
-      string(REPLACE "](command-line.md" "](../kolvane/command-line.md" text "${text}")
+      string(REGEX REPLACE "\\]\\((command-line|status-codes)\\.md" "](../kolvane/\\1.md" text "${text}")
     endif()
     cmake_path(GET document FILENAME name)
     file(CONFIGURE OUTPUT documents/${folder}/${name} CONTENT "${text}" @ONLY)
@@ -73,7 +73,8 @@ install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/formats/examples
 install_documents(development kolvane-dev embedding.md)
 install_documents(python python3-kolvane python.md)
 
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples/cpp-host DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/kolvane-dev/examples
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples/cpp-host ${PROJECT_SOURCE_DIR}/examples/cpp-instrument
+        DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/kolvane-dev/examples
         COMPONENT development)
 install(FILES ${PROJECT_SOURCE_DIR}/examples/python_host.py ${PROJECT_SOURCE_DIR}/examples/python_asyncio_host.py
         DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/python3-kolvane/examples COMPONENT python)

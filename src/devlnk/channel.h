@@ -18,7 +18,10 @@ namespace kolvane::devlnk {
 struct Received {
   std::size_t bytes = 0;
   Status status = Status::kOk;
+  bool ends_message = false;  ///< the instrument said that its message ends with these bytes (USB, GPIB)
 };
+
+struct PortRequest;
 
 /// An open connection to an instrument, one class for each kind of port. The destructor closes it.
 class Channel {
@@ -36,6 +39,9 @@ class Channel {
 
   /// Throws away what the system still holds unread, beyond what Read can fetch.
   virtual void DiscardInput(Deadline& /*deadline*/) {}
+
+  /// Changes the rate, parity, data and stop bits of a serial line.
+  virtual Status SetLine(const PortRequest& /*request*/) { return Status::kInvalidArgument; }
 
   /// What has come and Read has not fetched yet, as far as the system reports.
   virtual std::size_t Waiting() const { return 0; }

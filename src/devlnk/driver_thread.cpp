@@ -107,7 +107,8 @@ Received DriverThread::TakeLate(std::span<char> room) {
   late.bytes.erase(0, count);
   late.received.bytes -= count;
   const bool rest = late.received.bytes > 0;
-  const Received received{count, rest ? Status::kOk : late.received.status};
+  const Received received{count, rest ? Status::kOk : late.received.status,
+                          !rest && late.received.ends_message};
   if (!rest) late_.reset();
   return received;
 }

@@ -14,6 +14,7 @@ namespace {
 // Bits of the driver's status word.
 constexpr int kError = 0x8000;
 constexpr int kTimedOut = 0x4000;
+constexpr int kEnd = 0x2000;
 
 // The driver's error numbers that stand for something of their own.
 constexpr int kSystemError = 0;  // errno is in the count
@@ -91,7 +92,8 @@ GpibDevice::Transfer GpibDevice::OutcomeOf(int status, std::size_t most) const {
   const bool counts = !failed || library_->ThreadIberr() != kSystemError;
   const long count = counts ? library_->ThreadIbcntl() : 0;
   const std::size_t moved = count <= 0 ? 0 : std::min(static_cast<std::size_t>(count), most);
-  return {{moved, failed ? FailureOfTransfer(*library_) : Status::kOk}, timed_out};
+  const bool ends = !error && (status & kEnd) != 0;
+  return {{moved, failed ? FailureOfTransfer(*library_) : Status::kOk, ends}, timed_out};
 }
 
 struct DeviceOnBus {

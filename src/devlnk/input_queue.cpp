@@ -29,8 +29,15 @@ void InputQueue::MakeRoom(std::size_t wanted) {
 
 void InputQueue::Consume(std::size_t count) {
   begin_ += count;
+  consumed_ += count;
+  while (!ends_.empty() && ends_.front() <= consumed_) ends_.pop_front();
   searched_ -= std::min(searched_, count);
   if (begin_ == end_) begin_ = end_ = 0;
+}
+
+void InputQueue::Clear() {
+  Consume(size());
+  ends_.clear();
 }
 
 std::optional<Answer> InputQueue::FindAnswer(std::size_t count, unsigned char terminator) {
@@ -49,6 +56,32 @@ std::optional<Answer> InputQueue::FindAnswer(std::size_t count, unsigned char te
     searched_ = held;
   }
   if (held == count) return Answer{count, count};
+  return std::nullopt;
+}
+
+// Only a single byte is remembered as searched for.
+std::optional<Message> InputQueue::FindTerminator(std::string_view terminator, std::size_t held) {
+  const bool single = terminator.size() == 1;
+  const auto byte = static_cast<unsigned char>(terminator.back());
+  const std::size_t from = single && byte == searched_for_ ? searched_ : 0;
+  const std::size_t at = std::string_view(data(), held).find(terminator, from);
+  if (at != std::string_view::npos) return Message{at + terminator.size(), MessageEnd::kTerminator};
+  if (single && byte != 0) {
+    searched_for_ = byte;
+    searched_ = std::max(from, held);
+  }
+  return std::nullopt;
+}
+
+std::optional<Message> InputQueue::FindMessage(const MessageRule& rule) {
+  const bool ended = rule.own_end && !ends_.empty();
+  const std::size_t whole = ended ? static_cast<std::size_t>(ends_.front() - consumed_) : size();
+  const std::size_t held = std::min(whole, rule.most);
+  if (!rule.terminator.empty()) {
+    if (const auto found = FindTerminator(rule.terminator, held)) return found;
+  }
+  if (ended && whole <= rule.most) return Message{whole, MessageEnd::kOwnEnd};
+  if (held == rule.most) return Message{held, MessageEnd::kMost};
   return std::nullopt;
 }
 

@@ -1,5 +1,6 @@
 #include "devlnk/port_session.h"
 
+#include <algorithm>
 #include <cstring>
 #include <utility>
 
@@ -73,7 +74,11 @@ Status PortSession::Read(std::span<char> buffer, unsigned char terminator, std::
   Answer answer;
   Waiting waiting(handler_);
   Deadline deadline(timeout_ms_, &waiting);
-  const Status status = Await(deadline, buffer.size(), terminator, answer);
+  const Status status = Await(deadline, [&] {
+    const auto found = queue_.FindAnswer(buffer.size(), terminator);
+    if (found) answer = *found;
+    return found.has_value();
+  });
   if (status != Status::kOk) return status;
   if (answer.delivered > 0) std::memcpy(buffer.data(), queue_.data(), answer.delivered);
   queue_.Consume(answer.consumed);
@@ -81,12 +86,11 @@ Status PortSession::Read(std::span<char> buffer, unsigned char terminator, std::
   return Status::kOk;
 }
 
-Status PortSession::Await(Deadline& deadline, std::size_t count, unsigned char terminator, Answer& answer) {
+// Receives until `find` is content with the queue.
+template <typename Find>
+Status PortSession::Await(Deadline& deadline, Find find) {
   for (bool more = true;;) {
-    if (const auto found = queue_.FindAnswer(count, terminator)) {
-      answer = *found;
-      return Status::kOk;
-    }
+    if (find()) return Status::kOk;
     if (input_ended_) return loss_;
     // A drip never waits long enough for the handler.
     if (deadline.started()) deadline.Attend();
@@ -96,12 +100,51 @@ Status PortSession::Await(Deadline& deadline, std::size_t count, unsigned char t
     const bool over = deadline.IsOver();
     const Received received = channel_->Read(room, deadline);
     queue_.Commit(received.bytes);
+    if (received.ends_message) queue_.MarkEnd();
     NoteLoss(received.status);
     input_ended_ = EndsConnection(received.status);
     if (received.status != Status::kOk && !input_ended_) return received.status;
     // Once time is over only what is there already counts; a piece smaller than the room was all of it.
     more = received.bytes == room.size() || (received.bytes > 0 && !over);
   }
+}
+
+Status PortSession::ReadMessage(const MessageRule& rule, std::string& message, MessageEnd& end) {
+  Waiting waiting(handler_);
+  Deadline deadline(timeout_ms_, &waiting);
+  Message found;
+  const Status status = AwaitMessage(deadline, rule, found);
+  if (status != Status::kOk) return status;
+  message.append(queue_.data(), found.bytes);
+  queue_.Consume(found.bytes);
+  end = found.end;
+  return Status::kOk;
+}
+
+Status PortSession::AwaitQueued(std::size_t count) {
+  Waiting waiting(handler_);
+  Deadline deadline(timeout_ms_, &waiting);
+  return Await(deadline, [&] { return queue_.size() >= count; });
+}
+
+Status PortSession::AwaitMessage(Deadline& deadline, const MessageRule& rule, Message& message) {
+  const auto complete = [&] {
+    const auto found = queue_.FindMessage(rule);
+    if (found) message = *found;
+    return found.has_value();
+  };
+  if (rule.gap_ms < 0) return Await(deadline, complete);
+  std::size_t before = 0;
+  const auto moved = [&] { return complete() || queue_.size() > before; };
+  Status status = Await(deadline, moved);
+  while (status == Status::kOk && !complete() && !deadline.IsOver()) {
+    before = queue_.size();
+    Deadline gap = deadline.Part(std::min(rule.gap_ms, deadline.RemainingMs()));
+    status = Await(gap, moved);
+  }
+  if (status == Status::kGivenUp || queue_.size() == 0 || complete()) return status;
+  message = {queue_.size(), MessageEnd::kGap};
+  return Status::kOk;
 }
 
 std::size_t PortSession::Flush() {

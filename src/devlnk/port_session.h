@@ -37,10 +37,19 @@ class PortSession {
 
   // The following need an open port.
   Status Select(std::int16_t address);
+  Status SetLine(const PortRequest& request) { return channel_->SetLine(request); }
   Status Write(std::string_view bytes);
   /// Copies the next answer to the start of `buffer` and sets `delivered`; a failure leaves both alone, and
   /// the bytes queued. See QDX_ReadPort.
   Status Read(std::span<char> buffer, unsigned char terminator, std::size_t& delivered);
+  /// Appends the next message to `message`; a failure leaves that alone, and the bytes queued. A gap that
+  /// the rule counts ends at the loss of the connection too, once something has come.
+  Status ReadMessage(const MessageRule& rule, std::string& message, MessageEnd& end);
+  /// Waits until so many bytes, at most InputQueue::kLimit, are queued, and takes none.
+  Status AwaitQueued(std::size_t count);
+  /// What is queued; valid until the next operation.
+  std::string_view queued_bytes() const { return {queue_.data(), queue_.size()}; }
+  void Drop(std::size_t count) { queue_.Consume(count); }
   std::size_t queued() const { return queue_.size(); }
   /// What has come and has not been read; 0 where no port is open.
   std::size_t bytes_waiting() const { return is_open() ? queue_.size() + channel_->Waiting() : 0; }
@@ -50,7 +59,9 @@ class PortSession {
   std::size_t Flush();
 
  private:
-  Status Await(Deadline& deadline, std::size_t count, unsigned char terminator, Answer& answer);
+  template <typename Find>
+  Status Await(Deadline& deadline, Find find);
+  Status AwaitMessage(Deadline& deadline, const MessageRule& rule, Message& message);
   void NoteLoss(Status status);
 
   std::unique_ptr<Channel> channel_;

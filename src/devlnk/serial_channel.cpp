@@ -16,6 +16,10 @@ class SerialChannel final : public StreamChannel {
       : StreamChannel(kSerialSliceMs), line_(std::move(line)) {}
 
   void DiscardInput(Deadline&) override { line_->DiscardInput(); }
+  Status SetLine(const PortRequest& request) override {
+    const auto parameters = SerialParametersFrom(request);
+    return parameters ? line_->Apply(*parameters) : Status::kInvalidArgument;
+  }
 
  private:
   ssize_t ReadWaiting(std::span<char> room) override {

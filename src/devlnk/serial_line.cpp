@@ -100,6 +100,8 @@ SerialLine::~SerialLine() {
 }
 
 Status SerialLine::Apply(const SerialParameters& parameters) {
+  LineOutput output(prompt_.get());
+  if (baud_ != 0) FinishOutput(output, baud_);
   const termios2 wanted = SettingsFor(parameters, before_);
   termios2 reported{};
   if (ioctl(prompt_.get(), TCSETS2, &wanted) != 0) {

@@ -34,7 +34,7 @@ class SerialLine {
   SerialLine& operator=(const SerialLine&) = delete;
   ~SerialLine();
 
-  /// kInvalidArgument when the driver cannot do the rate.
+  /// kInvalidArgument when the driver cannot do the rate. After FinishOutput, where it was applied before.
   Status Apply(const SerialParameters& parameters);
   /// Makes the driver switch the direction of the bus where it can; adapters without this do so by
   /// themselves.

@@ -97,7 +97,11 @@ Received UsbChannel::Read(std::span<char> room, Deadline& deadline) {
     const auto timed_out = std::make_shared<bool>(false);
     const Received received = thread_.Read(room, deadline, [node = node_, timed_out](std::span<char> into) {
       const ssize_t got = node->Read(into);
-      if (got >= 0) return Received{static_cast<std::size_t>(got)};
+      // The driver goes on until the room is full or the message ends.
+      if (got >= 0) {
+        const auto bytes = static_cast<std::size_t>(got);
+        return Received{bytes, Status::kOk, bytes < into.size()};
+      }
       *timed_out = errno == ETIMEDOUT || errno == EINTR;
       return *timed_out ? Received{} : Received{0, FailureOfTransfer(errno)};
     });

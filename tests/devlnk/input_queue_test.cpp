@@ -121,5 +121,57 @@ TEST(InputQueue, OffersRoomUpToItsLimitAndNoMore) {
   EXPECT_EQ(queue.Room().size(), 10u);
 }
 
+/// "bytes end", or "-" while there is no message.
+std::string Next(InputQueue& queue, const MessageRule& rule) {
+  const auto message = queue.FindMessage(rule);
+  if (!message) return "-";
+  static constexpr const char* kEnds[] = {"most", "terminator", "own", "gap"};
+  queue.Consume(message->bytes);
+  return std::to_string(message->bytes) + " " + kEnds[static_cast<int>(message->end)];
+}
+
+TEST(InputQueue, EndsMessagesByTheirTerminator) {
+  InputQueue queue;
+  Put(queue, "ab\r");
+  EXPECT_EQ(Next(queue, {100, "\n"}), "-");
+  EXPECT_EQ(Next(queue, {100, "\r\n"}), "-");
+  Put(queue, "\nc\nd\r\n");
+  EXPECT_EQ(Next(queue, {100, "\r\n"}), "4 terminator");
+  EXPECT_EQ(Next(queue, {1, "\n"}), "1 most");
+  EXPECT_EQ(Next(queue, {100, "\n"}), "1 terminator");
+  EXPECT_EQ(Next(queue, {100, {}}), "-");
+  EXPECT_EQ(Next(queue, {3, {}}), "3 most");
+}
+
+TEST(InputQueue, FindsATerminatorThatOthersHavePassed) {
+  InputQueue queue;
+  Put(queue, "a\nb");
+  EXPECT_EQ(Next(queue, {100, "X\n"}), "-");
+  EXPECT_EQ(Next(queue, {100, "\n"}), "2 terminator");
+  EXPECT_EQ(Found(queue, 100, 'b'), "0/1");
+}
+
+TEST(InputQueue, EndsMessagesWhereTheInstrumentDoes) {
+  InputQueue queue;
+  Put(queue, "one");
+  queue.MarkEnd();
+  queue.MarkEnd();
+  Put(queue, "two\n");
+  queue.MarkEnd();
+  EXPECT_EQ(Next(queue, {2, "\n"}), "2 most");
+  EXPECT_EQ(Next(queue, {100, "\n"}), "1 own");
+  EXPECT_EQ(Next(queue, {100, "\n", false}), "4 terminator");
+  EXPECT_EQ(Next(queue, {100, "\n"}), "-");
+}
+
+TEST(InputQueue, ForgetsMarksWithItsBytes) {
+  InputQueue queue;
+  Put(queue, "one");
+  queue.MarkEnd();
+  queue.Clear();
+  Put(queue, "two");
+  EXPECT_EQ(Next(queue, {100, {}}), "-");
+}
+
 }  // namespace
 }  // namespace kolvane::devlnk

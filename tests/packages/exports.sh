@@ -7,7 +7,7 @@ lists=$(dirname "$(readlink -f "$0")")
 
 # exported FILE: one demangled name a line, without addresses and versions
 exported() {
-  nm -D --defined-only -C "$1" | sed -E 's/^[0-9a-f]+ //; /^A /d; s/^. //; s/@@.*//; s/\[abi:cxx11\]//' | sort -u
+  nm -Dg --defined-only -C "$1" | sed -E 's/^[0-9a-f]+ //; /^A /d; s/^. //; s/@@.*//; s/\[abi:cxx11\]//' | sort -u
 }
 
 status=0

@@ -1,0 +1,139 @@
+#include "instrument/answer.h"
+
+#include <algorithm>
+#include <charconv>
+#include <stdexcept>
+#include <utility>
+
+#include "kolvane/Instrument.h"
+
+namespace kolvane::instrument {
+namespace {
+
+using devlnk::Code;
+using devlnk::InputQueue;
+using devlnk::PortSession;
+using devlnk::Status;
+
+constexpr std::string_view kLineEnd = "\r\n";
+constexpr std::int32_t kGapMs = 50;
+constexpr std::size_t kBlockLimit = std::size_t{64} << 20;
+
+// A lone LF serves as line end, so only that is waited for.
+devlnk::MessageRule RuleFor(std::string_view termination) {
+  if (termination.empty()) return {InputQueue::kLimit, {}, true, kGapMs};
+  return {InputQueue::kLimit, termination == kLineEnd ? kLineEnd.substr(1) : termination};
+}
+
+void Strip(std::string_view termination, std::string& answer) {
+  if (termination == kLineEnd && !answer.ends_with(termination)) termination.remove_prefix(1);
+  if (answer.ends_with(termination)) answer.resize(answer.size() - termination.size());
+}
+
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+// The bytes of the head, "#", a digit and as many digits as it says, and the number in them.
+struct BlockHead {
+  std::size_t bytes = 0;
+  std::size_t length = 0;
+};
+
+std::int32_t AwaitHead(PortSession& session, BlockHead& head) {
+  for (std::size_t digits = 0; head.bytes < 2 + digits; ++head.bytes) {
+    const Status status = session.AwaitQueued(head.bytes + 1);
+    if (status != Status::kOk) return Code(status);
+    const char c = session.queued_bytes()[head.bytes];
+    if (head.bytes == 0 ? c != '#' : !IsDigit(c)) return InstrumentError::kNoBlock;
+    if (head.bytes == 1) digits = static_cast<std::size_t>(c - '0');
+    if (head.bytes > 1) head.length = 10 * head.length + static_cast<std::size_t>(c - '0');
+  }
+  return 0;
+}
+
+// In pieces as they come, so that the time-out holds between them.
+std::int32_t ReadPieces(PortSession& session, std::size_t count, std::string& data, bool& ended) {
+  data.reserve(count);
+  while (data.size() < count) {
+    const Status come = session.AwaitQueued(1);
+    if (come != Status::kOk) return Code(come);
+    devlnk::MessageEnd end{};
+    const std::size_t piece = std::min(session.queued(), count - data.size());
+    const Status status = session.ReadMessage({piece, {}}, data, end);
+    if (status != Status::kOk) return Code(status);
+    ended = end == devlnk::MessageEnd::kOwnEnd;
+  }
+  return 0;
+}
+
+// Of what follows within the gap.
+void DropTermination(PortSession& session, std::string_view termination) {
+  session.SetTimeout(kGapMs);
+  for (std::size_t count = 1; count <= termination.size(); ++count) {
+    if (session.AwaitQueued(count) != Status::kOk) return;
+    const std::string_view came = session.queued_bytes().substr(0, count);
+    if (termination == kLineEnd && came == "\n") return session.Drop(1);
+    if (came != termination.substr(0, count)) return;
+  }
+  session.Drop(termination.size());
+}
+
+constexpr std::string_view kBetweenValues = ",; \t\r\n";
+
+double ValueOf(std::string_view text) {
+  const std::string_view digits = text.substr(text.starts_with('+') ? 1 : 0);
+  double value = 0;
+  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+  if (error != std::errc() || end != digits.data() + digits.size())
+    throw std::invalid_argument("'" + std::string(text) + "' is not a number");
+  return value;
+}
+
+}  // namespace
+
+std::int32_t ReadAnswer(PortSession& session, std::string_view termination, std::string& answer) {
+  const devlnk::MessageRule rule = RuleFor(termination);
+  for (auto end = devlnk::MessageEnd::kMost; end == devlnk::MessageEnd::kMost;) {
+    const Status status = session.ReadMessage(rule, answer, end);
+    if (status != Status::kOk) return Code(status);
+    // It may lie across two pieces.
+    if (end == devlnk::MessageEnd::kMost && !termination.empty() && answer.ends_with(termination)) break;
+  }
+  Strip(termination, answer);
+  return 0;
+}
+
+std::int32_t ReadCount(PortSession& session, std::size_t count, std::string& bytes) {
+  while (bytes.size() < count) {
+    devlnk::MessageEnd end{};
+    const std::size_t most = std::min(count - bytes.size(), InputQueue::kLimit);
+    const Status status = session.ReadMessage({most, {}, false}, bytes, end);
+    if (status != Status::kOk) return Code(status);
+  }
+  return 0;
+}
+
+std::int32_t ReadBlock(PortSession& session, std::string_view termination, std::string& data) {
+  BlockHead head;
+  if (const std::int32_t failed = AwaitHead(session, head); failed < 0) return failed;
+  if (head.length > kBlockLimit) return InstrumentError::kBlockTooLong;
+  session.Drop(head.bytes);
+  if (head.bytes == 2) return ReadAnswer(session, termination, data);
+  bool ended = false;
+  const std::int32_t failed = ReadPieces(session, head.length, data, ended);
+  if (failed == 0 && !ended) DropTermination(session, termination);
+  return failed;
+}
+
+std::vector<double> SplitValues(std::string_view answer) {
+  std::vector<double> values;
+  for (;;) {
+    const std::size_t start = answer.find_first_not_of(kBetweenValues);
+    if (start == std::string_view::npos) return values;
+    answer.remove_prefix(start);
+    const std::size_t size = std::min(answer.find_first_of(kBetweenValues), answer.size());
+    values.push_back(ValueOf(answer.substr(0, size)));
+    answer.remove_prefix(size);
+  }
+}
+
+}  // namespace kolvane::instrument

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "devlnk/status.h"
+#include "kolvane/Instrument.h"
+
+namespace kolvane::instrument {
+
+/// "Verbindung abgelehnt"; empty for an unknown status.
+inline std::string_view ReasonText(std::int32_t status) {
+  if (status == InstrumentError::kBlockTooLong) return "Block ist länger als 64 MiB";
+  if (status == InstrumentError::kNoBlock) return "Antwort ist kein Block";
+  return devlnk::StatusText(status);
+}
+
+/// "TCPIP::amp::7::SOCKET: Verbindung abgelehnt (-22)"
+inline std::string FailureText(const std::string& resource, std::int32_t status) {
+  return resource + ": " + std::string(ReasonText(status)) + " (" + std::to_string(status) + ")";
+}
+
+}  // namespace kolvane::instrument
