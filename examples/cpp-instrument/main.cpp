@@ -1,5 +1,5 @@
-// Asks several instruments at once: cpp-instrument COMMAND RESOURCE... prints a line for each, in their order. Exit
-// status 1 if one did not answer.
+// Asks several instruments at once: cpp-instrument COMMAND RESOURCE... prints a line for each, in their
+// order. Exit status 1 if one did not answer.
 
 #include <kolvane/Instrument.h>
 
