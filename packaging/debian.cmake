@@ -55,12 +55,14 @@ set(CPACK_DEBIAN_PYTHON_PACKAGE_SHLIBDEPS ON)
 math(EXPR next_minor "${Python_VERSION_MINOR} + 1")
 set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS "kolvane (= ${PROJECT_VERSION})"
     "python3 (>= ${Python_VERSION_MAJOR}.${Python_VERSION_MINOR})" "python3 (<< ${Python_VERSION_MAJOR}.${next_minor})")
+set(CPACK_DEBIAN_PYTHON_PACKAGE_SUGGESTS python3-pyvisa)
 list(JOIN CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS ", " CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS)
 set(CPACK_COMPONENT_PYTHON_DESCRIPTION "command terminal for instruments - Python binding
 Kolvane talks to measurement amplifiers and other instruments that speak a
 line-oriented ASCII protocol.
 
-The package has the Python module kolvane, with which a Python program opens
-the terminal on devices of its own and runs command lists without a window.")
+The package has the Python module kolvane, with which a Python program talks
+to instruments, opens the terminal on devices of its own and runs command
+lists without a window, and a backend of PyVISA.")
 
 include(CPack)

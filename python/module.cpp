@@ -7,6 +7,8 @@
 
 #include "command_run.h"
 #include "device_failure.h"
+#include "instrument.h"
+#include "kolvane/Instrument.h"
 #include "kolvane/MainClass.h"
 #include "python_host.h"
 #include "values.h"
@@ -87,6 +89,11 @@ void Raise(const char* name, const std::exception& exception) {
   PyErr_SetObject(py::module_::import("kolvane").attr(name).ptr(), ToStr(exception.what()).ptr());
 }
 
+void Raise(const InstrumentError& failure) {
+  PyErr_SetObject(py::module_::import("kolvane").attr("InstrumentError").ptr(),
+                  py::make_tuple(ToStr(failure.what()), failure.status()).ptr());
+}
+
 void TranslateExceptions() {
   py::register_local_exception_translator([](std::exception_ptr exception) {
     try {
@@ -95,6 +102,8 @@ void TranslateExceptions() {
       throw;
     } catch (const NoDisplay& failure) {
       Raise("NoDisplay", failure);
+    } catch (const InstrumentError& failure) {
+      Raise(failure);
     } catch (const std::runtime_error& failure) {
       Raise("Error", failure);
     }
@@ -129,4 +138,5 @@ PYBIND11_MODULE(_kolvane, module) {
   kolvane::python::TranslateExceptions();
   kolvane::python::DefineMainClass(module);
   kolvane::python::DefineCommandRun(module);
+  kolvane::python::DefineInstrument(module);
 }

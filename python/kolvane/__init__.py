@@ -1,4 +1,7 @@
-"""Opens the Kolvane command terminal on a device object written in Python, or does without a window.
+"""Talks to instruments, and opens the Kolvane command terminal on a device object written in Python.
+
+    with kolvane.Instrument("TCPIP::192.168.1.7::5025::SOCKET") as amplifier:
+        print(amplifier.query("*IDN?"))
 
     with kolvane.MainClass() as terminal:
         terminal.InitTerminal(device)
@@ -8,14 +11,17 @@
 """
 
 from ._kolvane import MainClass, __version__
-from .errors import Error, NoDisplay
+from .errors import Error, InstrumentError, NoDisplay
 from .headless import LineKind, Port, RunOptions, RunStatus, list_ports, run, send
 from .hosts import IndexedHost, IndexedIO, SingleHost
+from .instrument import Instrument
 
 __all__ = [
     "Error",
     "IndexedHost",
     "IndexedIO",
+    "Instrument",
+    "InstrumentError",
     "LineKind",
     "MainClass",
     "NoDisplay",

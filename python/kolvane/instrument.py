@@ -1,0 +1,235 @@
+"""A connection to one instrument, without a terminal."""
+
+import codecs
+import math
+import struct
+from types import TracebackType
+from typing import List, Optional, Tuple, Type, Union
+
+from . import _kolvane
+
+Termination = Union[str, bytes, None]
+
+_PARITIES = ("none", "even", "odd")
+_LONGEST_MS = 2**31 - 1
+_WITHOUT_CHARACTER = "\x81\x8d\x8f\x90\x9d"  # of Windows-1252
+
+
+def _keep(error: UnicodeError) -> Tuple[Union[str, bytes], int]:
+    """No byte of an answer is lost: what is no character counts as Windows-1252."""
+    if isinstance(error, UnicodeDecodeError):
+        undecoded = error.object[error.start : error.end]
+        if error.encoding == "charmap":
+            return undecoded.decode("latin-1"), error.end
+        return undecoded.decode("cp1252", "kolvane.device"), error.end
+    if isinstance(error, UnicodeEncodeError) and error.encoding == "charmap":
+        unencoded = error.object[error.start : error.end]
+        if all(character in _WITHOUT_CHARACTER for character in unencoded):
+            return unencoded.encode("latin-1"), error.end
+    raise error
+
+
+codecs.register_error("kolvane.device", _keep)
+
+
+def _milliseconds(timeout: Optional[float]) -> int:
+    if timeout is None:
+        return _LONGEST_MS
+    if not 0 <= timeout <= _LONGEST_MS / 1000:
+        raise ValueError(f"timeout must be 0 to {_LONGEST_MS // 1000} seconds or None, not {timeout!r}")
+    return math.ceil(round(timeout * 1000, 6))
+
+
+def _parity(word: Optional[str]) -> Optional[int]:
+    if word is None:
+        return None
+    if word not in _PARITIES:
+        raise ValueError(f"parity must be one of {', '.join(_PARITIES)}, not {word!r}")
+    return _PARITIES.index(word)
+
+
+class Instrument:
+    """A connection of its own to one instrument: any number at once, on any threads, no display needed.
+
+    resource: what docs/command-line.md lists, such as
+    "TCPIP::192.168.1.7::5025::SOCKET", "ASRL/dev/ttyUSB0::INSTR",
+    "USB::SERIALNUMBER::INSTR", "GPIB0::5::INSTR", or the short forms "HOST:PORT"
+    and "/dev/ttyUSB0". timeout: seconds, of connecting, of each command and of each
+    answer; None waits for ever. read_termination ends each answer and is stripped;
+    with CR LF a lone LF does, too; None or "": the end that USB and GPIB instruments
+    mark themselves, else the first 50 ms of silence. write_termination follows each
+    command. encoding: of commands and answers.
+
+    Serial lines only: baud (9600), parity ("none", "even", "odd"), data_bits (7, 8)
+    and stop_bits (1, 2).
+
+    Several threads may share an instrument: their calls come one after the other,
+    and a query is one call. Other threads go on while a call waits; Ctrl+C gives it
+    up. Raises ValueError for an argument that is none, InstrumentError where a
+    connection or a transfer fails. What came before a failure stays for the next
+    read.
+    """
+
+    def __init__(
+        self,
+        resource: str,
+        timeout: Optional[float] = 3.0,
+        read_termination: Termination = "\r\n",
+        write_termination: Termination = "\n",
+        encoding: str = "cp1252",
+        *,
+        baud: Optional[int] = None,
+        parity: Optional[str] = None,
+        data_bits: Optional[int] = None,
+        stop_bits: Optional[int] = None,
+    ) -> None:
+        self._resource = resource
+        self._encoding = codecs.lookup(encoding).name
+        self._connection = _kolvane.Connection(
+            resource,
+            _milliseconds(timeout),
+            self._termination(read_termination),
+            self._termination(write_termination),
+            baud,
+            _parity(parity),
+            data_bits,
+            stop_bits,
+        )
+
+    def __enter__(self) -> "Instrument":
+        """Returns the instrument itself."""
+        return self
+
+    def __exit__(
+        self,
+        kind: Optional[Type[BaseException]],
+        exception: Optional[BaseException],
+        traceback: Optional[TracebackType],
+    ) -> None:
+        """Closes."""
+        self.close()
+
+    def __repr__(self) -> str:
+        """Names the resource, and says so once it is closed."""
+        return f"<kolvane.Instrument {self._resource}{'' if self.is_open else ' (closed)'}>"
+
+    def _termination(self, termination: Termination) -> bytes:
+        return termination if isinstance(termination, bytes) else self._encoded(termination or "")
+
+    def _encoded(self, text: Union[str, bytes]) -> bytes:
+        return text if isinstance(text, bytes) else text.encode(self._encoding, "kolvane.device")
+
+    def write(self, command: Union[str, bytes]) -> None:
+        """Sends a command and its termination.
+
+        UnicodeEncodeError where the encoding lacks a character; nothing is sent then.
+        """
+        self._connection.write(self._encoded(command))
+
+    def read(self) -> str:
+        """Receives one answer."""
+        return self._connection.read().decode(self._encoding, "kolvane.device")
+
+    def query(self, command: Union[str, bytes]) -> str:
+        """Sends a command and receives its answer."""
+        if isinstance(command, str):
+            command = command.encode(self._encoding, "kolvane.device")
+        return self._connection.query(command).decode(self._encoding, "kolvane.device")
+
+    def write_bytes(self, data: Union[bytes, bytearray, memoryview]) -> None:
+        """Sends the bytes as they are."""
+        self._connection.write_bytes(bytes(data))
+
+    def read_bytes(self, count: int) -> bytes:
+        """Receives so many bytes."""
+        return self._connection.read_bytes(count)
+
+    def query_block(self, command: Union[str, bytes]) -> bytes:
+        """Sends a command and receives a block in the form of IEEE 488.2: "#", a head, data, at most 64 MiB.
+
+        Returns the data. The time-out holds between the bytes. InstrumentError with
+        status -62 for an answer that is no block; it can still be read.
+        """
+        return self._connection.query_block(self._encoded(command))
+
+    def query_values(
+        self, command: Union[str, bytes], datatype: Optional[str] = None, big_endian: bool = False
+    ) -> List[float]:
+        """Sends a command and receives numbers, separated by commas, semicolons or spaces.
+
+        datatype: they come as a block instead, as numbers of this type by the letters
+        of the module struct ("h" 16 bits, "i" 32 bits, "f" single, "d" double).
+        ValueError for what is not a number, or not a whole number of them.
+        """
+        if datatype is None:
+            words = self.query(command).replace(",", " ").replace(";", " ").split()
+            return [float(word) for word in words]
+        one = struct.Struct((">" if big_endian else "<") + datatype)
+        data = self.query_block(command)
+        if len(data) % one.size != 0:
+            raise ValueError(f"{len(data)} bytes are no whole number of values of type {datatype!r}")
+        return [value for (value,) in one.iter_unpack(data)]
+
+    def flush(self) -> int:
+        """Discards what has come and has not been read; returns the number of bytes."""
+        return self._connection.flush()
+
+    def close(self) -> None:
+        """Gives up what other threads wait for, and disconnects; a second call does nothing."""
+        self._connection.close()
+
+    def set_line(
+        self, baud: int = 9600, parity: str = "none", data_bits: int = 8, stop_bits: int = 1
+    ) -> None:
+        """Changes the parameters of a serial line; InstrumentError with status -2 where there is none."""
+        number = _parity(parity)
+        assert number is not None
+        self._connection.set_line(baud, number, data_bits, stop_bits)
+
+    @property
+    def resource(self) -> str:
+        """The name that it was opened by."""
+        return self._resource
+
+    @property
+    def is_open(self) -> bool:
+        """False once it was closed; a lost connection is open until then."""
+        return self._connection.is_open
+
+    @property
+    def encoding(self) -> str:
+        """Of commands and answers."""
+        return self._encoding
+
+    @property
+    def bytes_waiting(self) -> int:
+        """What has come and has not been read; USB and GPIB instruments keep theirs until asked."""
+        return self._connection.bytes_waiting()
+
+    @property
+    def timeout(self) -> Optional[float]:
+        """Seconds; 0: only what can be done at once; None: for ever. Holds from the next call on."""
+        milliseconds = self._connection.timeout_ms
+        return None if milliseconds == _LONGEST_MS else milliseconds / 1000
+
+    @timeout.setter
+    def timeout(self, seconds: Optional[float]) -> None:
+        self._connection.timeout_ms = _milliseconds(seconds)
+
+    @property
+    def read_termination(self) -> str:
+        """Ends each answer and is stripped; set to None or "" for none."""
+        return self._connection.read_termination.decode(self._encoding, "kolvane.device")
+
+    @read_termination.setter
+    def read_termination(self, termination: Termination) -> None:
+        self._connection.read_termination = self._termination(termination)
+
+    @property
+    def write_termination(self) -> str:
+        """Follows each command; set to None or "" for none."""
+        return self._connection.write_termination.decode(self._encoding, "kolvane.device")
+
+    @write_termination.setter
+    def write_termination(self, termination: Termination) -> None:
+        self._connection.write_termination = self._termination(termination)
