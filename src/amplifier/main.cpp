@@ -4,9 +4,12 @@
 #include <csignal>
 #include <cstdio>
 #include <exception>
+#include <optional>
+#include <string>
 #include <variant>
 
 #include "amplifier/options.h"
+#include "amplifier/replay_server.h"
 #include "amplifier/server.h"
 #include "base/descriptor.h"
 
@@ -32,14 +35,32 @@ kolvane::base::Descriptor EndSignals() {
   return kolvane::base::Descriptor(signalfd(-1, &signals, SFD_CLOEXEC));
 }
 
+void Announce(const Options& options, unsigned port) {
+  if (options.tcp_port) std::printf("listening on 127.0.0.1:%u\n", port);
+  if (!options.pty_link.empty()) std::printf("pty ready at %s\n", options.pty_link.c_str());
+  std::fflush(stdout);
+}
+
+// What no replay can begin with is wrong usage, so that status 1 always is a difference.
+int ServeReplay(const Options& options, int stop) {
+  std::optional<ReplayServer> server;
+  try {
+    server.emplace(options);
+  } catch (const std::exception& error) {
+    return Complain(error.what(), kWrongUsage);
+  }
+  Announce(options, server->Port());
+  const std::string difference = server->Run(stop);
+  return difference.empty() ? 0 : Complain(difference.c_str(), kFailure);
+}
+
 int Serve(const Options& options) {
   const kolvane::base::Descriptor stop = EndSignals();
   if (options.exit_with_parent) prctl(PR_SET_PDEATHSIG, SIGTERM);
   try {
+    if (!options.replay.empty()) return ServeReplay(options, stop.get());
     Server server(options);
-    if (options.tcp_port) std::printf("listening on 127.0.0.1:%u\n", unsigned{server.Port()});
-    if (!options.pty_link.empty()) std::printf("pty ready at %s\n", options.pty_link.c_str());
-    std::fflush(stdout);
+    Announce(options, server.Port());
     server.Run(stop.get());
     return 0;
   } catch (const std::exception& error) {

@@ -2,6 +2,7 @@
 
 #include <getopt.h>
 
+#include <algorithm>
 #include <iterator>
 #include <string_view>
 #include <utility>
@@ -29,6 +30,9 @@ constexpr std::string_view kHelp =
     "  --echo                send each line back instead of being an amplifier\n"
     "  --file PATH           a file that FILE? answers; may be given several times\n"
     "  --seed N              another noise\n"
+    "  --replay FILE         answer as a transcript of kolvane says, end after it; 1 where a command "
+    "differs\n"
+    "  --replay-times WORD   when to answer: none (default), at once, or recorded, after the recorded times\n"
     "  --exit-with-parent    end when the parent process ends\n"
     "  --help                this text\n"
     "  --version             the version\n";
@@ -77,6 +81,12 @@ constexpr base::OptionRow<Options> kRows[] = {
     {"file", "the path of a file", [](Options& o, Value v) { return !o.files.emplace_back(v).empty(); }},
     {"seed", "a whole number from 0 to 18446744073709551615",
      [](Options& o, Value v) { return TakeNumber(v, 0, std::numeric_limits<std::uint64_t>::max(), o.seed); }},
+    {"replay", "the path of a file", [](Options& o, Value v) { return !(o.replay = v).empty(); }},
+    {"replay-times", "none or recorded",
+     [](Options& o, Value v) {
+       o.recorded_times = v == "recorded";
+       return o.recorded_times || v == "none";
+     }},
     {"exit-with-parent", nullptr, [](Options& o, Value) { return o.exit_with_parent = true; }},
 };
 constexpr std::size_t kRowCount = std::size(kRows);
@@ -93,11 +103,23 @@ std::string Complaint(int code, std::string_view argument) {
   return "unknown option '" + std::string(argument) + "'";
 }
 
-std::variant<Options, Information, UsageError> Finish(Options options, int argc, char* const argv[]) {
+// `stranger` is an option that no replay takes, if one was given.
+std::variant<Options, Information, UsageError> Finish(Options options, std::string_view stranger, int argc,
+                                                      char* const argv[]) {
   if (optind < argc) return UsageError{"unexpected argument '" + std::string(argv[optind]) + "'"};
   if (!options.tcp_port && options.pty_link.empty())
     return UsageError{"neither --tcp PORT nor --pty LINK is given"};
+  if (!options.replay.empty() && !stranger.empty())
+    return UsageError{"--replay takes no --" + std::string(stranger)};
+  if (!options.replay.empty() && options.tcp_port && !options.pty_link.empty())
+    return UsageError{"--replay takes one of --tcp and --pty"};
   return options;
+}
+
+// What a replay has of its own; all else is the transcript's.
+bool GoesWithReplay(std::string_view name) {
+  constexpr std::string_view kNames[] = {"tcp", "pty", "replay", "replay-times", "exit-with-parent"};
+  return std::ranges::find(kNames, name) != std::end(kNames);
 }
 
 }  // namespace
@@ -106,14 +128,16 @@ std::variant<Options, Information, UsageError> ParseOptions(int argc, char* cons
   const std::vector<option> table = base::LongOptions<Options>(
       kRows, 0, {{"help", no_argument, nullptr, kHelpCode}, {"version", no_argument, nullptr, kVersionCode}});
   Options options;
-  optind = 0;  // makes getopt_long start afresh
+  std::string_view stranger;  // to a replay
+  optind = 0;                 // makes getopt_long start afresh
   for (;;) {
     const int code = getopt_long(argc, argv, "+:", table.data(), nullptr);
-    if (code == -1) return Finish(std::move(options), argc, argv);
+    if (code == -1) return Finish(std::move(options), stranger, argc, argv);
     if (code == kHelpCode) return Information{std::string(kHelp)};
     if (code == kVersionCode) return Information{"kolvane-amplifier " KOLVANE_VERSION "\n"};
     if (code == '?' || code == ':') return UsageError{Complaint(code, argv[optind - 1])};
     const auto& row = kRows[code];
+    if (!GoesWithReplay(row.name)) stranger = row.name;
     const std::string_view value = optarg != nullptr ? optarg : "";
     if (!row.take(options, value))
       return UsageError{"option '--" + std::string(row.name) + "': '" + std::string(value) + "' is not " +

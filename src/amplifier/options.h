@@ -29,6 +29,8 @@ struct Options {
   std::vector<std::string> files = {};  // paths
   std::uint64_t seed = 1;
   bool exit_with_parent = false;
+  std::string replay = {};      // the file of a transcript; empty = the amplifier
+  bool recorded_times = false;  // of the replay
 };
 
 /// A text to print on standard output instead of running (--help, --version).

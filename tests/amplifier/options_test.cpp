@@ -143,5 +143,19 @@ TEST(CommandLine, ValuesAreCheckedAtTheirLimits) {
             "option '--seed': '18446744073709551616' is not a whole number from 0 to 18446744073709551615");
 }
 
+TEST(CommandLine, AReplayHasNothingOfTheAmplifier) {
+  const Options options =
+      std::get<Options>(Parse({"--pty", "/tmp/link", "--replay", "a", "--replay-times", "recorded"}));
+  EXPECT_EQ(options.replay, "a");
+  EXPECT_TRUE(options.recorded_times);
+  EXPECT_FALSE(
+      std::get<Options>(Parse({"--tcp", "0", "--replay", "a", "--replay-times", "none"})).recorded_times);
+  EXPECT_EQ(ErrorOf({"--tcp", "0", "--echo", "--replay", "a"}), "--replay takes no --echo");
+  EXPECT_EQ(ErrorOf({"--tcp", "0", "--replay", "a", "--delay", "5"}), "--replay takes no --delay");
+  EXPECT_EQ(ErrorOf({"--tcp", "0", "--pty", "b", "--replay", "a"}), "--replay takes one of --tcp and --pty");
+  EXPECT_EQ(ErrorOf({"--tcp", "0", "--replay", "a", "--replay-times", "all"}),
+            "option '--replay-times': 'all' is not none or recorded");
+}
+
 }  // namespace
 }  // namespace kolvane::amplifier

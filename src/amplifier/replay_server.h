@@ -1,0 +1,56 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "amplifier/options.h"
+#include "amplifier/replay.h"
+#include "amplifier/stream.h"
+#include "amplifier/tcp.h"
+
+namespace kolvane::amplifier {
+
+/// An instrument that answers as a transcript says: its conversations in their order, one connection after
+/// the other by TCP, all on one line by a pseudo terminal.
+class ReplayServer {
+ public:
+  /// Throws std::system_error when the port or the pty cannot be opened, std::runtime_error with a one-line
+  /// English text where the file cannot be read or holds no transcript.
+  explicit ReplayServer(const Options& options);
+
+  /// The port listened on; 0 without TCP.
+  std::uint16_t Port() const { return listener_ ? listener_->Port() : std::uint16_t{0}; }
+
+  /// Serves until the transcript has been played, until something differs, or until `stop` becomes readable.
+  /// Returns the first difference with the file's name and line before it, empty where there was none. A
+  /// connection that brings nothing is none where the terminal speaks first.
+  std::string Run(int stop);
+
+ private:
+  using Clock = Replay::Clock;
+
+  bool Played() const { return next_ == conversations_.size() && !replay_; }
+  void Begin(std::unique_ptr<Stream> stream);
+  bool Wait(int stop);
+  void Receive();
+  void Send();
+  void EndConnection();
+  void EndOnLine();
+
+  std::string file_;
+  bool recorded_times_;
+  std::vector<Conversation> conversations_;
+  std::size_t next_ = 0;
+  std::optional<TcpListener> listener_;
+  std::unique_ptr<Stream> stream_;
+  std::optional<Replay> replay_;
+  bool on_line_ = false;  // a pseudo terminal, which knows no connections
+  std::string out_;
+  std::optional<Clock::time_point> retry_;  // of the end of a line
+};
+
+}  // namespace kolvane::amplifier

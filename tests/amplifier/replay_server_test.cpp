@@ -1,0 +1,135 @@
+#include "amplifier/replay_server.h"
+
+#include <gtest/gtest.h>
+#include <sys/eventfd.h>
+
+#include <future>
+#include <stdexcept>
+
+#include "base/temp_folder.h"
+#include "client.h"
+
+namespace kolvane::amplifier {
+namespace {
+
+constexpr char kTwoConnections[] =
+    R"({"t":0,"way":"open","bytes":""}
+{"t":0.001,"way":"out","bytes":"QQo="}
+{"t":0.002,"way":"in","bytes":"YQ0K"}
+{"t":0.003,"way":"close","bytes":""}
+{"t":0.004,"way":"open","bytes":""}
+{"t":0.005,"way":"out","bytes":"Qgo="}
+{"t":0.006,"way":"in","bytes":"Yg0K"}
+{"t":0.007,"way":"close","bytes":""}
+)";
+
+struct ReplayServerTest : testing::Test {
+  Options Of(const std::string& transcript) {
+    base::WriteBytes(folder.Path("t"), transcript);
+    Options options;
+    options.tcp_port = 0;
+    options.replay = folder.Path("t");
+    return options;
+  }
+  std::future<std::string> Run(ReplayServer& server) {
+    return std::async(std::launch::async, [&server, this] { return server.Run(stop.get()); });
+  }
+
+  base::TempFolder folder;
+  base::Descriptor stop{eventfd(0, EFD_CLOEXEC)};
+};
+
+TEST_F(ReplayServerTest, PlaysConnectionAfterConnectionAndEnds) {
+  for (const bool recorded : {false, true}) {
+    Options options = Of(kTwoConnections);
+    options.recorded_times = recorded;
+    ReplayServer server(options);
+    auto result = Run(server);
+    EXPECT_EQ(Client::Tcp(server.Port()).Ask("A"), "a");
+    EXPECT_EQ(Client::Tcp(server.Port()).Ask("B"), "b");
+    EXPECT_EQ(result.get(), "");
+  }
+}
+
+TEST_F(ReplayServerTest, ReturnsTheFirstDifference) {
+  ReplayServer server(Of(kTwoConnections));
+  auto result = Run(server);
+  EXPECT_EQ(Client::Tcp(server.Port()).Ask("A"), "a");
+  const Client second = Client::Tcp(server.Port());
+  second.Send("X\n");
+  EXPECT_EQ(result.get(), folder.Path("t") + R"(:6: expected "B\n", got "X\n")");
+}
+
+TEST_F(ReplayServerTest, AConnectionThatEndsEarlyDiffers) {
+  ReplayServer server(Of(kTwoConnections));
+  auto result = Run(server);
+  Client::Tcp(server.Port()).Send("A");
+  EXPECT_EQ(result.get(), folder.Path("t") + R"(:2: expected "A\n", got "A")");
+}
+
+TEST_F(ReplayServerTest, AConnectionThatBringsNothingIsNone) {
+  ReplayServer server(Of(kTwoConnections));
+  auto result = Run(server);
+  EXPECT_TRUE(Client::Tcp(server.Port()));
+  EXPECT_EQ(Client::Tcp(server.Port()).Ask("A"), "a");
+  eventfd_write(stop.get(), 1);
+  EXPECT_EQ(result.get(), "") << "the second one has not begun";
+}
+
+TEST_F(ReplayServerTest, AStopInTheMiddleIsADifference) {
+  ReplayServer server(Of(R"({"way":"out","bytes":"QQo="}
+{"way":"in","bytes":"YQ0K"}
+{"way":"out","bytes":"Qgo="})"));
+  auto result = Run(server);
+  const Client client = Client::Tcp(server.Port());
+  EXPECT_EQ(client.Ask("A"), "a");
+  eventfd_write(stop.get(), 1);
+  EXPECT_EQ(result.get(), folder.Path("t") + R"(:3: expected "B\n", got nothing)");
+}
+
+TEST_F(ReplayServerTest, OnALineAllConnectionsAreOne) {
+  Options options = Of(kTwoConnections);
+  options.tcp_port.reset();
+  options.pty_link = folder.Path("line");
+  ReplayServer server(options);
+  EXPECT_EQ(server.Port(), 0);
+  auto result = Run(server);
+  const Client client = Client::Pty(options.pty_link);
+  EXPECT_EQ(client.Ask("A"), "a");
+  EXPECT_EQ(client.Ask("B"), "b");
+  EXPECT_EQ(result.get(), "");
+}
+
+TEST_F(ReplayServerTest, ALongAnswerArrivesWhole) {
+  std::string bytes;
+  for (int i = 0; i < 1'000'000; ++i) bytes += "AAAA";
+  ReplayServer server(
+      Of("{\"way\":\"out\",\"bytes\":\"QQo=\"}\n{\"way\":\"in\",\"bytes\":\"" + bytes + "\"}"));
+  auto result = Run(server);
+  {
+    const Client client = Client::Tcp(server.Port());
+    client.Send("A\n");
+    EXPECT_EQ(client.Read(3'000'000), std::string(3'000'000, '\0'));
+  }
+  EXPECT_EQ(result.get(), "");
+}
+
+TEST_F(ReplayServerTest, WithoutATranscriptThereIsNoServer) {
+  const auto failure = [](const Options& options) {
+    try {
+      ReplayServer server(options);
+    } catch (const std::runtime_error& error) {
+      return std::string(error.what());
+    }
+    return std::string();
+  };
+  const std::string file = folder.Path("t");
+  EXPECT_EQ(failure(Of("no")), file + ":1: no line of a transcript: no JSON");
+  EXPECT_EQ(failure(Of("")), file + ": nothing was said in this transcript");
+  Options options = Of("");
+  options.replay = folder.Path("none");
+  EXPECT_EQ(failure(options), "cannot read " + folder.Path("none") + ": No such file or directory");
+}
+
+}  // namespace
+}  // namespace kolvane::amplifier

@@ -1,0 +1,124 @@
+#include "amplifier/replay.h"
+
+#include <gtest/gtest.h>
+
+namespace kolvane::amplifier {
+namespace {
+
+using std::chrono::milliseconds;
+using Time = Replay::Clock::time_point;
+
+const Time kStart{std::chrono::hours(1)};
+
+Time After(int ms) { return kStart + milliseconds(ms); }
+
+const Conversation kTalk{
+    0.0, {{true, "A\n", 1.0, 2}, {false, "a\r\n", 1.25, 3}, {false, "b\r\n", 2.0, 4}, {true, "C\n", 2.5, 5}}};
+
+TEST(Replay, AnswersAtOnceWhatWasAnsweredThen) {
+  Replay replay(kTalk, false, kStart);
+  EXPECT_FALSE(replay.Due());
+  EXPECT_EQ(replay.Say(After(5)), "");
+  replay.Take("A", After(10));
+  EXPECT_EQ(replay.Say(After(10)), "");
+  replay.Take("\n", After(20));
+  EXPECT_EQ(replay.Due(), After(20));
+  EXPECT_EQ(replay.Say(After(20)), "a\r\nb\r\n");
+  EXPECT_FALSE(replay.over());
+  replay.Take("C\n", After(30));
+  EXPECT_TRUE(replay.over());
+  replay.End();
+  EXPECT_EQ(replay.difference(), "");
+}
+
+TEST(Replay, AnswersAfterTheRecordedTimes) {
+  Replay replay(kTalk, true, kStart);
+  replay.Take("A\n", After(50));
+  EXPECT_EQ(replay.Due(), After(300));
+  EXPECT_EQ(replay.Say(After(299)), "");
+  EXPECT_EQ(replay.Say(After(310)), "a\r\n");
+  EXPECT_EQ(replay.Due(), After(1050)) << "what was late makes nothing else late";
+  EXPECT_EQ(replay.Say(After(1050)), "b\r\n");
+  EXPECT_FALSE(replay.Due());
+}
+
+TEST(Replay, WithoutTimesThereIsNothingToWaitFor) {
+  const Conversation talk{{}, {{true, "A", {}, 1}, {false, "a", {}, 2}, {false, "b", 7.0, 3}}};
+  Replay replay(talk, true, kStart);
+  replay.Take("A", After(1));
+  EXPECT_EQ(replay.Say(After(1)), "ab");
+}
+
+TEST(Replay, TimesThatRunBackwardsAreNoTime) {
+  const Conversation talk{5.0, {{false, "a", 4.0, 1}}};
+  Replay replay(talk, true, kStart);
+  EXPECT_EQ(replay.Due(), kStart);
+}
+
+TEST(Replay, TheInstrumentMaySpeakFirst) {
+  const Conversation talk{0.0, {{false, "hello\r\n", 0.5, 2}}};
+  Replay replay(talk, true, kStart);
+  EXPECT_EQ(replay.Due(), After(500));
+  EXPECT_EQ(replay.Say(After(500)), "hello\r\n");
+  EXPECT_TRUE(replay.over());
+  EXPECT_FALSE(replay.begun());
+}
+
+TEST(Replay, WhatComesTooEarlyIsComparedInItsTurn) {
+  Replay replay(kTalk, true, kStart);
+  replay.Take("A\nC\n", After(0));
+  EXPECT_FALSE(replay.over());
+  EXPECT_EQ(replay.Say(After(1000)), "a\r\nb\r\n");
+  EXPECT_TRUE(replay.over());
+  EXPECT_EQ(replay.difference(), "");
+}
+
+TEST(Replay, NamesTheFirstCommandThatDiffers) {
+  Replay replay(kTalk, false, kStart);
+  replay.Take("A\nX\xFF\x01\nY\n", kStart);
+  EXPECT_EQ(replay.difference(), "") << "its turn has not come";
+  EXPECT_EQ(replay.Say(kStart), "a\r\nb\r\n");
+  EXPECT_EQ(replay.difference(), R"(5: expected "C\n", got "X\xFF\x01\n")");
+  EXPECT_FALSE(replay.Due());
+}
+
+TEST(Replay, ADifferenceIsSeenAtItsByte) {
+  Replay replay(kTalk, false, kStart);
+  replay.Take("A\r", kStart);
+  EXPECT_EQ(replay.difference(), R"(2: expected "A\n", got "A\r")");
+}
+
+TEST(Replay, ACommandTooManyDiffers) {
+  const Conversation talk{0.0, {{true, "A\n", 1.0, 2}}};
+  Replay replay(talk, false, kStart);
+  replay.Take("A\nB\n", kStart);
+  EXPECT_EQ(replay.difference(), R"(2: expected nothing, got "B\n")");
+}
+
+TEST(Replay, ACommandTooFewDiffers) {
+  Replay replay(kTalk, true, kStart);
+  replay.Take("A\n", kStart);
+  replay.End();
+  EXPECT_EQ(replay.difference(), R"(5: expected "C\n", got nothing)");
+  Replay half(kTalk, true, kStart);
+  half.Take("A", kStart);
+  half.End();
+  EXPECT_EQ(half.difference(), R"(2: expected "A\n", got "A")");
+}
+
+TEST(Replay, AnswersThatNobodyWaitsForMayBeLeftOut) {
+  const Conversation talk{0.0, {{true, "A\n", 1.0, 2}, {false, "a", 9.0, 3}}};
+  Replay replay(talk, true, kStart);
+  replay.Take("A\n", kStart);
+  replay.End();
+  EXPECT_EQ(replay.difference(), "");
+}
+
+TEST(Quoted, CutsWhatIsLong) {
+  EXPECT_EQ(Quoted("a\"\\\t"), R"("a\"\\\t")");
+  EXPECT_EQ(Quoted(std::string(200, 'x')), '"' + std::string(200, 'x') + '"');
+  EXPECT_EQ(Quoted(std::string(201, 'x')), '"' + std::string(200, 'x') + "\"...");
+}
+
+}  // namespace
+}  // namespace kolvane::amplifier

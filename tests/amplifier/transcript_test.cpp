@@ -1,0 +1,63 @@
+#include "amplifier/transcript.h"
+
+#include <gtest/gtest.h>
+
+namespace kolvane::amplifier {
+namespace {
+
+std::vector<Conversation> Read(std::string_view text) {
+  auto read = ReadTranscript(text);
+  if (const auto* problem = std::get_if<TranscriptProblem>(&read)) {
+    ADD_FAILURE() << problem->line << ": " << problem->text;
+    return {};
+  }
+  return std::move(std::get<std::vector<Conversation>>(read));
+}
+
+// "LINE: TEXT"
+std::string Problem(std::string_view text) {
+  const auto read = ReadTranscript(text);
+  const auto* problem = std::get_if<TranscriptProblem>(&read);
+  return problem == nullptr ? "" : std::to_string(problem->line) + ": " + problem->text;
+}
+
+TEST(ReadTranscript, AConversationBeginsWithItsConnection) {
+  const auto read = Read(R"({"t":0.5,"time":"x","way":"open","bytes":""}
+{"t":0.75,"time":"x","way":"out","bytes":"QQo="}
+{"t":1,"time":"x","way":"in","bytes":"AP8="}
+{"t":2,"time":"x","way":"close","bytes":""}
+
+{"way":"open"}
+{"way":"in","bytes":"QUI="})");
+  ASSERT_EQ(read.size(), 2u);
+  EXPECT_EQ(read[0].seconds, 0.5);
+  EXPECT_EQ(read[0].utterances,
+            (std::vector<Utterance>{{true, "A\n", 0.75, 2}, {false, std::string("\0\xFF", 2), 1.0, 3}}));
+  EXPECT_EQ(read[1].seconds, std::nullopt);
+  EXPECT_EQ(read[1].utterances, (std::vector<Utterance>{{false, "AB", std::nullopt, 7}}));
+}
+
+TEST(ReadTranscript, ConnectionsInWhichNothingWasSaidAreLeftOut) {
+  EXPECT_TRUE(Read("").empty());
+  EXPECT_TRUE(Read("{\"way\":\"open\"}\n{\"way\":\"out\",\"bytes\":\"\"}\n{\"way\":\"close\"}\n").empty());
+}
+
+TEST(ReadTranscript, WhatIsNoneIsNamedWithItsLine) {
+  EXPECT_EQ(Problem("{\"way\":\"open\"}\nA\n"), "2: no JSON");
+  EXPECT_EQ(Problem("[]"), "1: no JSON object");
+  EXPECT_EQ(Problem("{}"), "1: no \"way\"");
+  EXPECT_EQ(Problem("{\"way\":7}"), "1: no \"way\"");
+  EXPECT_EQ(Problem("{\"way\":\"up\"}"), "1: \"way\" is none of open, out, in and close");
+  EXPECT_EQ(Problem("{\"way\":\"in\"}"), "1: \"bytes\" is no Base64");
+  for (const char* bytes : {"Q", "QQ", "QQ=", "Q===", "QQ=A", "Q Q=", "====", "QQ==QQ=="})
+    EXPECT_EQ(Problem(std::string("{\"way\":\"in\",\"bytes\":\"") + bytes + "\"}"),
+              "1: \"bytes\" is no Base64")
+        << bytes;
+  for (const char* seconds : {"\"1\"", "null", "[1]"})
+    EXPECT_EQ(Problem(std::string("{\"t\":") + seconds + ",\"way\":\"open\"}"),
+              "1: \"t\" is no number of seconds")
+        << seconds;
+}
+
+}  // namespace
+}  // namespace kolvane::amplifier
