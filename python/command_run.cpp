@@ -21,6 +21,7 @@ CommandRunOptions OptionsOf(const py::dict& values) {
   CommandRunOptions options;
   std::optional<int> parity;
   std::optional<int> receive_mode;
+  int format = 0;
   const auto take = [&values](const char* name, auto& field) {
     field = values[name].cast<std::decay_t<decltype(field)>>();
   };
@@ -41,6 +42,21 @@ CommandRunOptions OptionsOf(const py::dict& values) {
   take("ShowCommands", options.ShowCommands);
   take("ShowTimes", options.ShowTimes);
   take("Verbose", options.Verbose);
+  take("Format", format);
+  take("Fields", options.Fields);
+  take("Flush", options.Flush);
+  take("QueriesOnly", options.QueriesOnly);
+  take("Blocks", options.Blocks);
+  take("DeviceWords", options.DeviceWords);
+  take("Reconnect", options.Reconnect);
+  take("Utf8", options.Utf8);
+  take("ErrorLines", options.ErrorLines);
+  take("TimeStamps", options.TimeStamps);
+  take("Repeat", options.Repeat);
+  take("EveryMs", options.EveryMs);
+  take("Transcript", options.Transcript);
+  take("TranscriptTimes", options.TranscriptTimes);
+  options.Format = static_cast<AnswerFormat>(format);
   if (parity) options.Parity = static_cast<SerialParity>(*parity);
   if (receive_mode) options.ReceiveMode = static_cast<AnswerEnd>(*receive_mode);
   return options;
@@ -99,6 +115,7 @@ py::list PortTuples() {
 
 void DefineCommandRun(py::module_& module) {
   module.attr("largest_count") = CommandRunOptions::kLargestCount;
+  module.attr("most_fields") = CommandRunOptions::kMostFields;
   module.def("run_list", &RunList);
   module.def("send_commands", &Send);
   module.def("list_ports", &PortTuples);

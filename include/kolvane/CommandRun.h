@@ -54,7 +54,14 @@ struct CommandRunOptions {
   bool Utf8 = false;         ///< the device's bytes are UTF-8
   bool ErrorLines = true;    ///< a failed answer has a line on standard output
   bool TimeStamps = false;  ///< lines on standard output and in the log begin with "2026-11-21 15:01:04.123 "
-  /// Asked after each row or command; true ends the run.
+  /// How many times the list is run or the commands are sent, on one connection; without it once, or with
+  /// EveryMs until the run is stopped.
+  std::optional<std::int32_t> Repeat;
+  /// From the start of one pass to that of the next; starts that a long pass misses are skipped.
+  std::optional<std::int32_t> EveryMs;
+  std::string Transcript;       ///< takes all bytes both ways (docs/formats/transcript.md); empty: none
+  bool TranscriptTimes = true;  ///< its lines say when
+  /// Asked after each row or command, and about every 50 ms of a wait; true ends the run.
   std::function<bool()> StopRequested;
   /// Takes each line, without its line end, in the place of standard output and standard error; a response
   /// time and a message are lines of their own here. Which lines come is said by the fields above, as without
@@ -64,19 +71,20 @@ struct CommandRunOptions {
 
 /// How a run ended; where several apply, the one that stands first here.
 enum class CommandRunStatus : int {
-  kUsage = 2,         ///< `Connect` is no RESOURCE, the list or the settings cannot be read; nothing was done
+  kUsage = 2,  ///< `Connect` is no RESOURCE, list or settings cannot be read, no transcript be made; nothing
+               ///< was done
   kNotConnected = 3,  ///< no connection came about at the start and nothing was sent, or none after a loss
   kStopped = 1,       ///< an error in the list, a stop that was asked for, or unusable standard output
   kAnswerFailed = 4,  ///< at least one command or answer failed
   kDone = 0
 };
 
-// Both write commands and answers to standard output, each line ended by LF as soon as it is complete, and
+// All write commands and answers to standard output, each line ended by LF as soon as it is complete, and
 // messages to standard error, one line each, control characters as <1B> where that is a terminal; or they
 // hand all of them to OnLine. They need neither display nor application object. They return when the run has
 // ended; one at a time in a process, on whichever thread, which is also that of StopRequested and OnLine.
-// What one of these two throws ends the run and leaves the call once log and connection are closed; OnLine
-// gets no more lines then.
+// What StopRequested or OnLine throws ends the run and leaves the call once log and connection are closed;
+// OnLine gets no more lines then.
 
 /// Connects, runs the command file `File` (UTF-8 path, of a pipe as well) from its first row to its end and
 /// disconnects.
@@ -85,5 +93,9 @@ KOLVANE_EXPORT CommandRunStatus RunCommandList(const std::string& File, const Co
 /// Connects, sends each of `Commands` (of an empty one only the terminator) and disconnects.
 KOLVANE_EXPORT CommandRunStatus SendCommands(const std::vector<std::string>& Commands,
                                              const CommandRunOptions& Options);
+
+/// The same for the lines (UTF-8) of the descriptor `Input`, each sent as soon as it has come, until they
+/// end. Repeat and EveryMs mean nothing here.
+KOLVANE_EXPORT CommandRunStatus SendLines(int Input, const CommandRunOptions& Options);
 
 }  // namespace kolvane

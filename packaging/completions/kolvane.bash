@@ -40,9 +40,10 @@ _kolvane_values() {
     --send-terminator | --receive-terminator) _kolvane_words LF CR CRLF NONE ;;
     --receive-mode) _kolvane_words terminator auto count ;;
     --format) _kolvane_words text csv json ;;
-    --log | --template) _kolvane_files '' ;;
-    --repeat) _kolvane_words all ;;
-    --timeout | --count | --fields | --offset) ;;
+    --transcript-times) _kolvane_words all none ;;
+    --log | --template | --transcript) _kolvane_files '' ;;
+    --repeat) [[ $command != decode ]] || _kolvane_words all ;;
+    --timeout | --count | --every | --fields | --offset) ;;
     *) return 1 ;;
   esac
 }
@@ -57,7 +58,8 @@ _kolvane_trim() {
 _kolvane() {
   local window='--mode --demo --folder --help --version run send check ports dump decode help'
   local run='--connect --baud --parity --data-bits --stop-bits --timeout --send-terminator --receive-terminator
-    --receive-mode --count --binary --show-commands --show-times --format --fields --log --verbose --folder
+    --receive-mode --count --binary --show-commands --show-times --format --fields --repeat --every --transcript
+    --transcript-times --log --verbose --folder
     --answers --flush --blocks --no-device-words --reconnect --utf8 --no-errors --timestamps'
   local line=${COMP_LINE:0:COMP_POINT} words cur program command='' i
   read -ra words <<<"$line"

@@ -10,6 +10,7 @@ _StopRequested = Optional[Callable[[], bool]]
 
 __version__: str
 largest_count: int
+most_fields: int
 
 def run_list(
     file: bytes, values: Dict[str, Any], on_line: _OnLine, stop_requested: _StopRequested

@@ -58,6 +58,7 @@ LineHandler = Callable[[LineKind, str], object]
 _KINDS = tuple(LineKind)
 _PARITIES = ("none", "even", "odd")
 _RECEIVE_MODES = ("terminator", "auto", "count")
+_FORMATS = ("text", "csv", "json")
 # The port library has one connection.
 _one_at_a_time = threading.Lock()
 
@@ -80,7 +81,22 @@ class RunOptions:
     byte of an answer as <0D>.
 
     show_commands, show_times: commands and response times are lines, too. verbose:
-    so are notices.
+    so are notices. format: lines as in the window ("text"), or a record for each
+    command ("csv", "json"), an answer line each; fields: with "csv" the numeric
+    answers alone, with so many columns. error_lines: whether a failed answer is a
+    line on standard output; timestamps: lines there and in the log begin with
+    their time.
+
+    flush: what has come is discarded before each command. queries_only: a command
+    without "?" outside quotes is not followed by a read. blocks: an answer that
+    begins with "#" and a digit is read as a block. device_words: DCL, RES and STP
+    end an exchange. reconnect: after a lost connection the next command connects
+    first. utf8: the device's bytes are UTF-8.
+
+    repeat: how often the list is run or the commands are sent. every: seconds from
+    the start of one pass to that of the next; without repeat until a stop.
+    transcript: a file that takes all bytes both ways as JSON lines, with
+    transcript_times also when.
 
     What is not given keeps its stored value, or its built-in one with connect.
     Raises ValueError for what the program would refuse.
@@ -103,15 +119,34 @@ class RunOptions:
     show_commands: bool = False
     show_times: bool = False
     verbose: bool = False
+    format: str = "text"
+    fields: Optional[int] = None
+    flush: bool = False
+    queries_only: bool = False
+    blocks: bool = False
+    device_words: bool = True
+    reconnect: bool = False
+    utf8: bool = False
+    error_lines: bool = True
+    timestamps: bool = False
+    repeat: Optional[int] = None
+    every: Optional[float] = None
+    transcript: Path = ""
+    transcript_times: bool = True
 
     def __post_init__(self) -> None:
         self._check_word("parity", _PARITIES)
         self._check_word("receive_mode", _RECEIVE_MODES)
+        if self.format not in _FORMATS:
+            raise ValueError(f"format must be one of {', '.join(_FORMATS)}, not {self.format!r}")
         self._check_range("baud", 1, 2**31 - 1)
         self._check_range("data_bits", 7, 8)
         self._check_range("stop_bits", 1, 2)
         self._check_range("timeout", 0, (2**31 - 1) / 1000)
         self._check_range("count", 0, _kolvane.largest_count)
+        self._check_range("fields", 1, _kolvane.most_fields)
+        self._check_range("repeat", 1, 2**31 - 1)
+        self._check_range("every", 0.001, (2**31 - 1) / 1000)
         terminator = _bytes(self.receive_terminator) or b""
         if len(terminator) > 1 and terminator != b"\r\n":
             raise ValueError("receive_terminator must be empty, one character or CR LF")
@@ -119,6 +154,8 @@ class RunOptions:
             raise ValueError("binary needs receive_mode auto or count")
         if self.count is not None and self.receive_mode not in (None, "count"):
             raise ValueError("count needs receive_mode count")
+        if self.fields is not None and self.format != "csv":
+            raise ValueError("fields needs format csv")
 
     def _check_word(self, name: str, words: Tuple[str, ...]) -> None:
         value = getattr(self, name)
@@ -139,6 +176,10 @@ def _number(word: Optional[str], words: Tuple[str, ...]) -> Optional[int]:
     return None if word is None else words.index(word)
 
 
+def _milliseconds(seconds: Optional[float]) -> Optional[int]:
+    return None if seconds is None else round(seconds * 1000)
+
+
 def _values(options: RunOptions) -> Dict[str, Any]:
     """The fields as the compiled part takes them."""
     receive_mode = options.receive_mode if options.count is None else "count"
@@ -151,7 +192,7 @@ def _values(options: RunOptions) -> Dict[str, Any]:
         "Parity": _number(options.parity, _PARITIES),
         "DataBits": options.data_bits,
         "StopBits": options.stop_bits,
-        "TimeoutMs": None if options.timeout is None else round(options.timeout * 1000),
+        "TimeoutMs": _milliseconds(options.timeout),
         "ReceiveMode": _number(receive_mode, _RECEIVE_MODES),
         "Count": options.count,
         "SendTerminator": _bytes(options.send_terminator),
@@ -160,6 +201,20 @@ def _values(options: RunOptions) -> Dict[str, Any]:
         "ShowCommands": options.show_commands,
         "ShowTimes": options.show_times,
         "Verbose": options.verbose,
+        "Format": _number(options.format, _FORMATS),
+        "Fields": options.fields,
+        "Flush": options.flush,
+        "QueriesOnly": options.queries_only,
+        "Blocks": options.blocks,
+        "DeviceWords": options.device_words,
+        "Reconnect": options.reconnect,
+        "Utf8": options.utf8,
+        "ErrorLines": options.error_lines,
+        "TimeStamps": options.timestamps,
+        "Repeat": options.repeat,
+        "EveryMs": _milliseconds(options.every),
+        "Transcript": os.fsencode(options.transcript),
+        "TranscriptTimes": options.transcript_times,
     }
 
 

@@ -15,6 +15,7 @@
 #include "app/finding_lines.h"
 #include "app/options.h"
 #include "app/port_listing.h"
+#include "app/run_options.h"
 #include "app/signals.h"
 #include "kolvane/CommandRun.h"
 #include "kolvane/Decode.h"
@@ -60,9 +61,10 @@ int RunWithoutWindow(const Options& options) {
   kolvane::CommandRunOptions run = options.run;
   run.Folder = options.folder;
   run.StopRequested = kolvane::app::StopSignals::Raised;
-  return static_cast<int>(options.action == Options::Action::kRun
-                              ? kolvane::RunCommandList(options.words.front(), run)
-                              : kolvane::SendCommands(options.words, run));
+  if (options.action == Options::Action::kRun)
+    return static_cast<int>(kolvane::RunCommandList(options.words.front(), run));
+  return static_cast<int>(kolvane::app::ReadsCommands(options) ? kolvane::SendLines(STDIN_FILENO, run)
+                                                               : kolvane::SendCommands(options.words, run));
 }
 
 int Print(const std::string& text) {

@@ -147,7 +147,7 @@ Options ParseOptions(int argc, char** argv) {
 std::string HelpText() {
   return R"(Usage: kolvane [OPTION]... [LIST.CMD]
        kolvane run LIST.CMD [--connect RESOURCE] [OPTION]...
-       kolvane send COMMAND... [--connect RESOURCE] [OPTION]...
+       kolvane send COMMAND...|- [--connect RESOURCE] [OPTION]...
        kolvane check LIST.CMD...
        kolvane ports
        kolvane dump FILE|-
@@ -163,7 +163,8 @@ Without a command it opens the terminal's window, with the command list where on
   -h, --help    this text, as does help
   --version     version
 
-run executes a command list without a window, send sends each COMMAND and prints each answer:
+run executes a command list without a window, send sends each COMMAND and prints each answer; - reads the commands from
+standard input, a line each, and sends each as it comes:
   --connect RESOURCE         instead of the stored connection and terminal settings, one of
                              TCPIP::HOST::PORT::SOCKET   ASRL1::INSTR  ASRL2::INSTR
                              ASRL/dev/ttyUSB0::INSTR     ASRL/dev/ttyUSB0::RS485::ADDRESS
@@ -182,6 +183,10 @@ run executes a command list without a window, send sends each COMMAND and prints
   --show-times               print the time that each exchange took
   --format text|csv|json     lines as in the window, or a record for each exchange
   --fields N                 with csv: numeric answers alone, a column for each of N fields
+  --repeat N                 run the list, or send the commands, N times
+  --every MS                 begin again every MS milliseconds, without --repeat until stopped
+  --transcript FILE          append all bytes both ways to FILE, as JSON lines with their times
+  --transcript-times all|none
   --log FILE                 append each line to FILE
   --verbose                  tell about connecting on standard error
   --answers always|queries   queries: a command without "?" is not followed by a read

@@ -57,6 +57,7 @@ std::optional<AnswerEnd> ReceiveModeValue(std::string_view text) { return Find(k
 
 namespace {
 
+constexpr Word<bool> kTranscriptTimes[] = {{"all", true}, {"none", false}};
 constexpr Word<bool> kQueriesOnly[] = {{"always", false}, {"queries", true}};
 
 constexpr std::int32_t kLargest = std::numeric_limits<std::int32_t>::max();
@@ -107,6 +108,17 @@ constexpr base::OptionRow<Options> kRunOptions[] = {
      [](Options& o, Value v) {
        return Take(o.run.Fields, NumberValue<std::int32_t>(v, 1, CommandRunOptions::kMostFields));
      }},
+    {"repeat", "a number of times from 1",
+     [](Options& o, Value v) { return Take(o.run.Repeat, NumberValue<std::int32_t>(v, 1, kLargest)); }},
+    {"every", "a number of milliseconds from 1",
+     [](Options& o, Value v) { return Take(o.run.EveryMs, NumberValue<std::int32_t>(v, 1, kLargest)); }},
+    {"transcript", "a file", [](Options& o, Value v) { return TakeText(o.run.Transcript, v); }},
+    {"transcript-times", "all or none",
+     [](Options& o, Value v) {
+       const auto times = Find(kTranscriptTimes, v);
+       o.run.TranscriptTimes = times.value_or(true);
+       return times.has_value();
+     }},
     {"log", "a file", [](Options& o, Value v) { return TakeText(o.run.LogFile, v); }},
     {"binary", nullptr, [](Options& o, Value) { return o.run.Binary = true; }},
     {"show-commands", nullptr, [](Options& o, Value) { return o.run.ShowCommands = true; }},
@@ -144,12 +156,19 @@ void Apply(Options& options, int choice, const char* word) {
   }
 }
 
+constexpr const char* kStandardInput = "-";
+
 // What only shows itself when everything has been read; empty where all fits.
 std::string Contradiction(const Options& options) {
   const CommandRunOptions& run = options.run;
   if (options.action == Options::Action::kRun && options.words.size() != 1)
     return options.words.empty() ? "run needs a command list" : "run takes one command list";
   if (options.action == Options::Action::kSend && options.words.empty()) return "send needs a command";
+  if (options.action == Options::Action::kSend && options.words.size() > 1 &&
+      std::ranges::find(options.words, kStandardInput) != options.words.end())
+    return "- stands for the commands of standard input and takes no others";
+  if (ReadsCommands(options) && (run.Repeat || run.EveryMs))
+    return "--repeat and --every need commands, not standard input";
   if (run.Binary && run.ReceiveMode == AnswerEnd::kTerminator)
     return "--binary needs --receive-mode auto or count";
   if (run.Count && run.ReceiveMode && run.ReceiveMode != AnswerEnd::kCount)
@@ -159,6 +178,11 @@ std::string Contradiction(const Options& options) {
 }
 
 }  // namespace
+
+bool ReadsCommands(const Options& options) {
+  return options.action == Options::Action::kSend &&
+         options.words == std::vector<std::string>{kStandardInput};
+}
 
 void ParseRunOptions(int argc, char** argv, Options& options) {
   const Options::Action asked = options.action;

@@ -22,6 +22,9 @@ std::optional<AnswerFormat> FormatValue(std::string_view text);
 /// terminator, auto and count.
 std::optional<AnswerEnd> ReceiveModeValue(std::string_view text);
 
+/// Whether `send` takes its commands from standard input: "-" in their place.
+bool ReadsCommands(const Options& options);
+
 /// Reads what stands after `run` or `send`, argv[0], into `options`, whose action says which of the two.
 void ParseRunOptions(int argc, char** argv, Options& options);
 

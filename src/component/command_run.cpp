@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <system_error>
 #include <variant>
 
 #include "base/runtime_error.h"
@@ -13,6 +14,7 @@
 #include "headless/options.h"
 #include "headless/ports.h"
 #include "headless/run.h"
+#include "headless/transcript.h"
 #include "kolvane/ListCheck.h"
 #include "kolvane/Ports.h"
 
@@ -40,10 +42,21 @@ std::string PrepareStored(const CommandRunOptions& options, RunState& state) {
   return complete ? std::string() : device::kInvalidAddress;
 }
 
-bool Prepare(const CommandRunOptions& options, headless::HostLines& host, RunState& state) {
+// The same for its file.
+std::string PrepareTranscript(const CommandRunOptions& options, headless::Transcript& transcript) {
+  const int error =
+      options.Transcript.empty() ? 0 : transcript.Open(options.Transcript, options.TranscriptTimes);
+  if (error == 0) return {};
+  return "cannot write the transcript '" + options.Transcript +
+         "': " + std::generic_category().message(error);
+}
+
+bool Prepare(const CommandRunOptions& options, headless::HostLines& host, RunState& state,
+             headless::Transcript& transcript) {
   state.device.OperMode = device::operating_mode::kPortLibrary;
-  const std::string problem =
+  std::string problem =
       options.Connect.empty() ? PrepareStored(options, state) : PrepareNamed(options.Connect, state);
+  if (problem.empty()) problem = PrepareTranscript(options, transcript);
   if (!problem.empty())
     headless::Messages(STDERR_FILENO, false, host.wanted() ? &host : nullptr).ShowError(problem);
   headless::ApplyConnectionOptions(options, state.connection);
@@ -56,7 +69,10 @@ CommandRunStatus RunPrepared(const CommandRunOptions& options, Run run) {
   headless::HostLines host(options.OnLine);
   RunState state;
   CommandRunStatus status = CommandRunStatus::kUsage;
-  if (Prepare(options, host, state)) status = run({options, host, state, component::OwnFolder()});
+  headless::Transcript transcript;
+  if (Prepare(options, host, state, transcript))
+    status = run(
+        {options, host, state, component::OwnFolder(), options.Transcript.empty() ? nullptr : &transcript});
   host.Rethrow();
   return status;
 }
@@ -71,6 +87,11 @@ CommandRunStatus RunCommandList(const std::string& File, const CommandRunOptions
 CommandRunStatus SendCommands(const std::vector<std::string>& Commands, const CommandRunOptions& Options) {
   return RunPrepared(
       Options, [&Commands](const headless::RunSetup& setup) { return headless::SendAll(setup, Commands); });
+}
+
+CommandRunStatus SendLines(int Input, const CommandRunOptions& Options) {
+  return RunPrepared(Options,
+                     [Input](const headless::RunSetup& setup) { return headless::SendInput(setup, Input); });
 }
 
 std::vector<CheckedCommandList> CheckCommandLists(const std::vector<std::string>& Files) {

@@ -1,7 +1,11 @@
 #include "headless/run.h"
 
+#include <algorithm>
+#include <cerrno>
 #include <system_error>
 
+#include "headless/line_input.h"
+#include "headless/schedule.h"
 #include "script/checker/check_texts.h"
 #include "script/checker/checker.h"
 #include "script/command_file.h"
@@ -40,7 +44,33 @@ bool List::Load(const std::string& file) {
   return result.ok();
 }
 
+namespace {
+
+// Makes the passes of a run, each when it is due, until one returns false or a stop is asked for.
+template <typename Pass>
+void MakePasses(Terminal& terminal, Pass pass) {
+  const CommandRunOptions& options = terminal.options();
+  Schedule schedule(options.Repeat, options.EveryMs, Schedule::Clock::now());
+  while (const auto due = schedule.Next(Schedule::Clock::now())) {
+    if (WaitFor(-1, due, [&terminal] { return terminal.StopDue(); }) == WaitEnd::kGivenUp || !pass()) return;
+  }
+}
+
+}  // namespace
+
 CommandRunStatus List::Play() {
+  bool all_done = true;
+  CommandRunStatus last = CommandRunStatus::kDone;
+  MakePasses(terminal_, [&] {
+    last = PlayOnce();
+    all_done &= last == CommandRunStatus::kDone;
+    return last == CommandRunStatus::kDone || last == CommandRunStatus::kAnswerFailed;
+  });
+  if (terminal_.stopped() && last != CommandRunStatus::kNotConnected) return CommandRunStatus::kStopped;
+  return last == CommandRunStatus::kDone && !all_done ? CommandRunStatus::kAnswerFailed : last;
+}
+
+CommandRunStatus List::PlayOnce() {
   core_.runner.Play();
   const script::RunOutcome& outcome = core_.runner.outcome();
   if (terminal_.ConnectionGone()) return CommandRunStatus::kNotConnected;
@@ -61,18 +91,62 @@ CommandRunStatus RunList(const RunSetup& setup, const std::string& file) {
   return terminal.StopDue() ? CommandRunStatus::kStopped : list.Play();
 }
 
+namespace {
+
+/// Sends commands one after the other and keeps how that went.
+class CommandSender {
+ public:
+  explicit CommandSender(Terminal& terminal) : terminal_(terminal) {}
+
+  /// False where the run ends before this command or with it.
+  bool Send(std::string_view command) {
+    if (terminal_.StopDue()) return false;
+    all_done_ &= !terminal_.core().exchange.Run(command, terminal::Sender::kList).Failed();
+    terminal_.pane().EndLine();
+    return !terminal_.ConnectionGone();
+  }
+
+  CommandRunStatus Status() {
+    if (terminal_.ConnectionGone()) return CommandRunStatus::kNotConnected;
+    if (terminal_.StopDue()) return CommandRunStatus::kStopped;
+    return all_done_ ? CommandRunStatus::kDone : CommandRunStatus::kAnswerFailed;
+  }
+
+ private:
+  Terminal& terminal_;
+  bool all_done_ = true;
+};
+
+std::string CannotReadInput(int error) {
+  return "cannot read standard input: " +
+         (error == EMSGSIZE ? "a line is too long for a command" : std::generic_category().message(error));
+}
+
+}  // namespace
+
 CommandRunStatus SendAll(const RunSetup& setup, const std::vector<std::string>& commands) {
   Terminal terminal(setup);
   if (!terminal.Connect()) return CommandRunStatus::kNotConnected;
-  bool all_done = true;
-  for (const std::string& command : commands) {
-    if (terminal.StopDue()) break;
-    all_done &= !terminal.core().exchange.Run(command, terminal::Sender::kList).Failed();
-    terminal.pane().EndLine();
-    if (terminal.ConnectionGone()) return CommandRunStatus::kNotConnected;
-  }
-  if (terminal.StopDue()) return CommandRunStatus::kStopped;
-  return all_done ? CommandRunStatus::kDone : CommandRunStatus::kAnswerFailed;
+  CommandSender sender(terminal);
+  MakePasses(terminal, [&] {
+    return std::ranges::all_of(commands, [&](const std::string& command) { return sender.Send(command); });
+  });
+  return sender.Status();
+}
+
+CommandRunStatus SendInput(const RunSetup& setup, int input) {
+  Terminal terminal(setup);
+  if (!terminal.Connect()) return CommandRunStatus::kNotConnected;
+  CommandSender sender(terminal);
+  LineInput lines(input);
+  std::string line;
+  LineInput::Result result{};
+  do {
+    result = lines.Next(line, [&terminal] { return terminal.StopDue(); });
+  } while (result == LineInput::Result::kLine && sender.Send(line));
+  if (result != LineInput::Result::kFailed) return sender.Status();
+  terminal.messages().ShowError(CannotReadInput(lines.error()));
+  return CommandRunStatus::kStopped;
 }
 
 namespace {

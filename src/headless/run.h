@@ -19,12 +19,13 @@ class List final : private script::RunHost {
   /// False, and the user has been told, where `file` cannot be read or a stop was asked for meanwhile.
   [[nodiscard]] bool Load(const std::string& file);
 
-  /// Runs the list on the open connection.
+  /// Runs the list on the open connection, as often as the options say.
   CommandRunStatus Play();
 
  private:
   void LockGUI(bool) override {}
   void Yield() override;
+  CommandRunStatus PlayOnce();
 
   Terminal& terminal_;
   script::ScriptCore core_;
@@ -35,6 +36,9 @@ CommandRunStatus RunList(const RunSetup& setup, const std::string& file);
 
 /// Connects, sends each command (of an empty one only the terminator) and disconnects.
 CommandRunStatus SendAll(const RunSetup& setup, const std::vector<std::string>& commands);
+
+/// The same for the lines of the descriptor `input`, as they come.
+CommandRunStatus SendInput(const RunSetup& setup, int input);
 
 /// Checks command files without running them.
 std::vector<CheckedCommandList> CheckFiles(const std::vector<std::string>& files);

@@ -43,12 +43,18 @@ Terminal::Terminal(const RunSetup& setup)
              .times = options_.TimeStamps}),
       log_(state_.terminal.output, messages_),
       library_(setup.library_folder),
-      core_({state_.device, state_.connection, state_.terminal}, library_, {pane_, log_, messages_, *this}),
+      core_({state_.device, state_.connection, state_.terminal}, Source(setup.transcript),
+            {pane_, log_, messages_, *this}),
       records_(options_, state_.device, state_.terminal.last_answer, core_.clock, pane_) {
   terminal::ReceiveControls controls(state_.terminal.receive, state_.terminal.shown, core_.device, *this);
   controls.Load(core_.output);
   ApplyTerminalOptions(options_, controls, state_.terminal);
   terminal::ApplyExtras({state_.device, state_.connection, state_.terminal});
+}
+
+device::PortLibrarySource& Terminal::Source(Transcript* transcript) {
+  if (transcript == nullptr) return library_;
+  return recorded_.emplace(library_, *transcript, messages_);
 }
 
 Terminal::~Terminal() {

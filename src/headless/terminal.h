@@ -1,10 +1,12 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "device/loaded_port_library.h"
 #include "headless/lines.h"
 #include "headless/messages.h"
+#include "headless/recorded_port.h"
 #include "headless/records.h"
 #include "kolvane/CommandRun.h"
 #include "script/script_state.h"
@@ -27,7 +29,8 @@ struct RunSetup {
   const CommandRunOptions& options;
   HostLines& host;
   RunState& state;
-  std::string library_folder;  ///< where the port library lies unless another one is named
+  std::string library_folder;        ///< where the port library lies unless another one is named
+  Transcript* transcript = nullptr;  ///< open, outlives the run
 };
 
 /// A terminal whose front end is standard output and standard error, or a host's function. Nothing can be
@@ -53,12 +56,14 @@ class Terminal final : private terminal::ConnectionView, private terminal::Recei
   /// What the last StopDue said.
   bool stopped() const { return stopped_; }
 
+  const CommandRunOptions& options() const { return options_; }
   Messages& messages() { return messages_; }
   LinePane& pane() { return pane_; }
   terminal::LogControl& log() { return log_; }
   terminal::TerminalCore& core() { return core_; }
 
  private:
+  device::PortLibrarySource& Source(Transcript* transcript);
   bool AcceptsConnection() override;
   void ConnectionChanged() override {}
   bool Dialling(const device::DialProgress& progress) override;
@@ -73,6 +78,7 @@ class Terminal final : private terminal::ConnectionView, private terminal::Recei
   LinePane pane_;
   terminal::LogControl log_;
   device::LazyPortLibrary library_;
+  std::optional<RecordedSource> recorded_;
   terminal::TerminalCore core_;
   RecordWriter records_;
   std::string modem_word_;  ///< the last one while dialling

@@ -25,4 +25,8 @@ inline std::string OutputNotWritten(int error) {
   return "Die Standardausgabe kann nicht geschrieben werden: " + base::SystemErrorText(error) + ".";
 }
 
+inline std::string TranscriptNotWritten(const std::string& file, int error) {
+  return "Die Mitschrift „" + file + "“ kann nicht geschrieben werden: " + base::SystemErrorText(error) + ".";
+}
+
 }  // namespace kolvane::headless::texts

@@ -83,7 +83,7 @@ TEST(HelpPages, TheCallsThatTheyShowAreUnderstood) {
       ++calls;
     }
   }
-  EXPECT_EQ(calls, 4);
+  EXPECT_EQ(calls, 5);
 }
 
 TEST(Manual, HasEveryCommandOfTheHelp) {

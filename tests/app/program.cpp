@@ -37,6 +37,7 @@ void Program::Execute(std::vector<std::string>& words, const Surroundings& surro
   if (!surroundings.folder.empty() && chdir(surroundings.folder.c_str()) != 0) _exit(126);
   dup2(surroundings.output >= 0 ? surroundings.output : out_.fd(), STDOUT_FILENO);
   dup2(err_.fd(), STDERR_FILENO);
+  if (surroundings.input >= 0) dup2(surroundings.input, STDIN_FILENO);
   std::vector<char*> argv;
   for (std::string& word : words) argv.push_back(word.data());
   argv.push_back(nullptr);

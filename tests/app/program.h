@@ -22,6 +22,7 @@ struct Surroundings {
   std::string folder = {};  ///< the current one; empty: the test's
   std::map<std::string, std::string> environment = {};
   int output = -1;                        ///< taken as standard output; -1: captured
+  int input = -1;                         ///< taken as standard input; -1: the test's
   std::vector<std::string> wrapper = {};  ///< a program with its arguments that starts it, found on PATH
   std::string program = KOLVANE_PROGRAM;
 };

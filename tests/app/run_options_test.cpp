@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "app/parse.h"
+#include "app/run_options.h"
 
 namespace kolvane::app {
 namespace {
@@ -37,6 +38,34 @@ TEST(RunOptions, SendTakesCommandsAndOptionsInAnyOrder) {
   EXPECT_TRUE(options.run.Binary);
   EXPECT_EQ(Parse({"send"}).error, "send needs a command");
   EXPECT_EQ(Parse({"send", "--verbose"}).error, "send needs a command");
+}
+
+TEST(RunOptions, ADashAloneIsStandardInput) {
+  EXPECT_TRUE(ReadsCommands(Parse({"send", "-", "--verbose"})));
+  EXPECT_FALSE(ReadsCommands(Parse({"send", "A"})));
+  EXPECT_FALSE(ReadsCommands(Parse({"run", "-"})));
+  EXPECT_EQ(Parse({"send", "A", "-"}).error,
+            "- stands for the commands of standard input and takes no others");
+  for (const char* option : {"--repeat", "--every"})
+    EXPECT_EQ(Parse({"send", "-", option, "2"}).error,
+              "--repeat and --every need commands, not standard input");
+}
+
+TEST(RunOptions, TakeRepetitions) {
+  EXPECT_FALSE(Given({}).Repeat || Given({}).EveryMs);
+  EXPECT_EQ(Given({"--repeat", "3"}).Repeat, 3);
+  EXPECT_EQ(Given({"--every", "2147483647"}).EveryMs, 2147483647);
+  EXPECT_EQ(Refusal({"--repeat", "0"}), "--repeat takes a number of times from 1, not '0'");
+  EXPECT_EQ(Refusal({"--every", "0"}), "--every takes a number of milliseconds from 1, not '0'");
+}
+
+TEST(RunOptions, TakeATranscript) {
+  const CommandRunOptions run = Given({"--transcript", "t", "--transcript-times", "none"});
+  EXPECT_EQ(run.Transcript, "t");
+  EXPECT_FALSE(run.TranscriptTimes);
+  EXPECT_TRUE(Given({"--transcript-times", "all"}).TranscriptTimes);
+  EXPECT_EQ(Refusal({"--transcript-times", "some"}), "--transcript-times takes all or none, not 'some'");
+  EXPECT_EQ(Refusal({"--transcript", ""}), "--transcript takes a file, not ''");
 }
 
 TEST(RunOptions, TheFolderMayStandOnEitherSide) {

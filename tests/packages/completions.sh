@@ -45,18 +45,22 @@ bash_gives './kolvane run ' listen nacht.CMD tag.cmd
 bash_gives './kolvane run --par' --parity
 bash_gives './kolvane run nacht.CMD --parity ' none even odd
 bash_gives './kolvane run --parity=e' even
-bash_gives './kolvane --folder run send --re' --receive-terminator --receive-mode --reconnect
+bash_gives './kolvane --folder run send --re' --receive-terminator --receive-mode --repeat --reconnect
 bash_gives './kolvane check ' listen nacht.CMD tag.cmd
 bash_gives './kolvane check nacht.CMD t' tag.cmd
 bash_gives './kolvane send *IDN? ' ''
 bash_gives './kolvane send --connect AS' ASRL1::INSTR ASRL2::INSTR ASRL/dev/ttyUSB7::INSTR
 bash_gives './kolvane send --connect ASRL1::' INSTR
+bash_gives './kolvane send X --repeat ' ''
+bash_gives './kolvane decode x.bin --repeat ' all
 bash_gives './kolvane help ' ''
 bash_gives './kolvane send --connect=ASRL/dev/ttyUSB7:' :INSTR
 bash_gives './kolvane send --connect USB::' '' 4711
 bash_gives './kolvane send --connect GPIB' GPIB0::
 bash_gives './kolvane send --connect -'
 bash_gives './kolvane send --log b' bild.png
+bash_gives './kolvane send --transcript b' bild.png
+bash_gives './kolvane send --transcript-times ' all none
 bash_gives './kolvane ports --' ''
 
 # fish_gives LINE WORD...: the same, without their descriptions

@@ -1,6 +1,8 @@
 """Command lists and commands without a window: what reaches the caller, and how a run ends."""
 
 import asyncio
+import base64
+import json
 import os
 import pathlib
 import pickle
@@ -134,6 +136,56 @@ class Options(HeadlessCase):
         self.assertIs(status, RunStatus.DONE)
         self.assertEqual(self.lines, [("answer", "<41><0D><0A>")])
 
+    def test_records_are_answers(self):
+        options = {"connect": self.instrument(), "on_line": self.on_line}
+        kolvane.send("1,2.5", format="csv", fields=3, **options)
+        kolvane.send("x", format="json", **options)
+        self.assertEqual([kind for kind, line in self.lines], [LineKind.ANSWER] * 3)
+        self.assertEqual(self.lines[0][1], "time,command,field1,field2,field3")
+        self.assertRegex(self.lines[1][1], '^.*,"1,2.5",1,2.5,$')
+        self.assertEqual(json.loads(self.lines[2][1])["answer"], "X")
+
+    def test_passes_follow_one_another(self):
+        options = {"connect": self.instrument(), "on_line": self.on_line}
+        kolvane.send(["a", "b"], repeat=2, every=0.001, **options)
+        kolvane.run(self.list_file("c"), repeat=2, **options)
+        self.assertEqual([line for kind, line in self.lines], ["A", "B", "A", "B", "C", "C"])
+
+    def test_a_stop_ends_the_wait_for_the_next_pass(self):
+        status = kolvane.send(
+            "a", every=1e6, connect=self.instrument(), on_line=self.on_line, stop_requested=lambda: bool(self.lines)
+        )
+        self.assertIs(status, RunStatus.STOPPED)
+
+    def test_what_is_said_to_a_device_can_be_changed(self):
+        options = {"connect": self.instrument(), "on_line": self.on_line, "timeout": 0.05}
+        kolvane.send(["HUSH", "a?"], queries_only=True, flush=True, reconnect=True, **options)
+        kolvane.send("STP", device_words=False, **options)
+        kolvane.send("#15abcde", blocks=True, **options)
+        kolvane.send("µ", utf8=True, **options)
+        self.assertEqual([line for kind, line in self.lines], ["A?", "STP", "#15ABCDE", "µ"])
+        self.assertEqual(self.server.received[-1], "µ\n".encode())
+
+    def test_failed_answers_need_no_line(self):
+        program = "import kolvane, sys; kolvane.send('HUSH', connect=sys.argv[1], timeout=0.05, error_lines=False)"
+        run = subprocess.run([sys.executable, "-c", program, self.instrument()], capture_output=True, text=True)
+        self.assertEqual(run.stdout, "")
+        self.assertRegex(run.stderr, "-30")
+
+    def test_time_stamps_begin_the_lines_of_the_log(self):
+        log = self.folder / "run.log"
+        kolvane.send("a", connect=self.instrument(), on_line=self.on_line, log=log, timestamps=True)
+        self.assertRegex(log.read_text(), r"(?m)^\d{4}-\d\d-\d\d \d\d:\d\d:\d\d\.\d{3} A$")
+
+    def test_a_transcript_takes_all_bytes(self):
+        path = self.folder / "t.jsonl"
+        kolvane.send("a", connect=self.instrument(), on_line=self.on_line, transcript=path, transcript_times=False)
+        lines = [json.loads(line) for line in path.read_text().splitlines()]
+        self.assertEqual(
+            [(line["way"], base64.b64decode(line["bytes"])) for line in lines],
+            [("open", b""), ("out", b"a\n"), ("in", b"A\r\n"), ("close", b"")],
+        )
+
     def test_what_the_program_would_refuse_is_a_value_error(self):
         refused = (
             {"baud": 0},
@@ -148,6 +200,12 @@ class Options(HeadlessCase):
             {"send_terminator": "Ω"},
             {"binary": True, "receive_mode": "terminator"},
             {"count": 1, "receive_mode": "auto"},
+            {"format": "xml"},
+            {"format": None},
+            {"fields": 0, "format": "csv"},
+            {"fields": 1},
+            {"repeat": 0},
+            {"every": 0},
         )
         for options in refused:
             with self.assertRaises(ValueError, msg=options):

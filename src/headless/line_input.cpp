@@ -1,0 +1,51 @@
+#include "headless/line_input.h"
+
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+
+#include "headless/schedule.h"
+
+namespace kolvane::headless {
+
+LineInput::Result LineInput::Next(std::string& line, const std::function<bool()>& give_up) {
+  while (!TakeLine(line)) {
+    if (bytes_.size() - begin_ > kLongestLine) {
+      error_ = EMSGSIZE;
+      return Result::kFailed;
+    }
+    if (WaitFor(descriptor_, std::nullopt, give_up) == WaitEnd::kGivenUp) return Result::kGivenUp;
+    if (Read()) continue;
+    if (error_ != 0) return Result::kFailed;
+    if (bytes_.size() == begin_) return Result::kEnd;
+    bytes_ += '\n';
+  }
+  return Result::kLine;
+}
+
+bool LineInput::TakeLine(std::string& line) {
+  const std::size_t end = bytes_.find('\n', scanned_);
+  if (end == std::string::npos) {
+    bytes_.erase(0, begin_);
+    begin_ = 0;
+    scanned_ = bytes_.size();
+    return false;
+  }
+  line.assign(bytes_, begin_, end - begin_);
+  if (line.ends_with('\r')) line.pop_back();
+  begin_ = scanned_ = end + 1;
+  return true;
+}
+
+bool LineInput::Read() {
+  std::array<char, 4096> piece;
+  const ssize_t got = read(descriptor_, piece.data(), piece.size());
+  if (got > 0) bytes_.append(piece.data(), static_cast<std::size_t>(got));
+  if (got >= 0) return got > 0;
+  if (errno == EINTR || errno == EAGAIN) return true;
+  error_ = errno;
+  return false;
+}
+
+}  // namespace kolvane::headless

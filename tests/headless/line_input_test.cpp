@@ -1,0 +1,89 @@
+#include "headless/line_input.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <thread>
+#include <vector>
+
+#include "base/descriptor.h"
+
+namespace kolvane::headless {
+namespace {
+
+using Result = LineInput::Result;
+
+struct LineInputTest : testing::Test {
+  LineInputTest() {
+    int ends[2];
+    EXPECT_EQ(pipe2(ends, O_CLOEXEC), 0);
+    reader = base::Descriptor(ends[0]);
+    writer = base::Descriptor(ends[1]);
+  }
+
+  void Feed(std::string_view bytes) { EXPECT_EQ(base::WriteAll(writer.get(), bytes), 0); }
+  Result Next(LineInput& input) {
+    return input.Next(line, [this] { return give_up; });
+  }
+  /// All lines up to the end.
+  std::vector<std::string> Lines(std::string_view bytes) {
+    Feed(bytes);
+    EXPECT_TRUE(writer.Close());
+    LineInput input(reader.get());
+    std::vector<std::string> lines;
+    while (Next(input) == Result::kLine) lines.push_back(line);
+    EXPECT_EQ(Next(input), Result::kEnd);
+    return lines;
+  }
+
+  base::Descriptor reader;
+  base::Descriptor writer;
+  std::string line;
+  bool give_up = false;
+};
+
+using Texts = std::vector<std::string>;
+
+TEST_F(LineInputTest, LinesEndWithLfOrCrLf) { EXPECT_EQ(Lines("A\r\nB\nC\n"), (Texts{"A", "B", "C"})); }
+
+TEST_F(LineInputTest, EmptyLinesAreLines) { EXPECT_EQ(Lines("\nA\n\n"), (Texts{"", "A", ""})); }
+
+TEST_F(LineInputTest, TheLastOneNeedsNoEnd) { EXPECT_EQ(Lines("A\nB"), (Texts{"A", "B"})); }
+
+TEST_F(LineInputTest, NothingHoldsNoLine) { EXPECT_EQ(Lines(""), Texts{}); }
+
+TEST_F(LineInputTest, ALineComesAsSoonAsItIsWhole) {
+  LineInput input(reader.get());
+  Feed("A\nB");
+  ASSERT_EQ(Next(input), Result::kLine);
+  EXPECT_EQ(line, "A");
+  give_up = true;
+  EXPECT_EQ(Next(input), Result::kGivenUp);
+  Feed("C\n");
+  ASSERT_EQ(Next(input), Result::kLine);
+  EXPECT_EQ(line, "BC");
+}
+
+TEST_F(LineInputTest, ALineWithoutEndFails) {
+  std::thread feeder([this] {
+    // Nobody reads to the end.
+    (void)base::WriteAll(writer.get(), std::string(2 * LineInput::kLongestLine, 'x'));
+  });
+  LineInput input(reader.get());
+  EXPECT_EQ(Next(input), Result::kFailed);
+  EXPECT_EQ(input.error(), EMSGSIZE);
+  EXPECT_TRUE(reader.Close());
+  feeder.join();
+}
+
+TEST_F(LineInputTest, WhatCannotBeReadFails) {
+  const base::Descriptor folder = base::OpenDescriptor("/", O_RDONLY | O_CLOEXEC);
+  LineInput input(folder.get());
+  EXPECT_EQ(Next(input), Result::kFailed);
+  EXPECT_EQ(input.error(), EISDIR);
+}
+
+}  // namespace
+}  // namespace kolvane::headless

@@ -1,0 +1,208 @@
+#include "headless/transcript.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "base/fake_prompt.h"
+#include "base/temp_folder.h"
+#include "device/fake_port_library.h"
+#include "device/port_library_contract.h"
+#include "headless/recorded_port.h"
+
+namespace kolvane::headless {
+namespace {
+
+using Way = Transcript::Way;
+
+TEST(Transcript, ALineHasTimesWayAndBytes) {
+  const base::TempFolder folder;
+  Transcript transcript;
+  ASSERT_EQ(transcript.Open(folder.Path("t"), true), 0);
+  EXPECT_EQ(transcript.Write(Way::kOpen, "", {0, 1795269664123}), 0);
+  EXPECT_EQ(transcript.Write(Way::kOut, "A\n", {0.0000014, 1795269664123}), 0);
+  EXPECT_EQ(transcript.Write(Way::kIn, std::string("\0\xFF", 2), {1234567.5, 1795269664124}), 0);
+  EXPECT_EQ(transcript.Write(Way::kClose, "", {1234568, 1795269664124}), 0);
+  EXPECT_EQ(base::ReadBytes(folder.Path("t")),
+            R"({"t":0.000000,"time":"2026-11-21T14:01:04.123Z","way":"open","bytes":""})"
+            "\n"
+            R"({"t":0.000001,"time":"2026-11-21T14:01:04.123Z","way":"out","bytes":"QQo="})"
+            "\n"
+            R"({"t":1234567.500000,"time":"2026-11-21T14:01:04.124Z","way":"in","bytes":"AP8="})"
+            "\n"
+            R"({"t":1234568.000000,"time":"2026-11-21T14:01:04.124Z","way":"close","bytes":""})"
+            "\n");
+}
+
+TEST(Transcript, TimesCanBeLeftOut) {
+  const base::TempFolder folder;
+  Transcript transcript;
+  ASSERT_EQ(transcript.Open(folder.Path("t"), false), 0);
+  EXPECT_EQ(transcript.Write(Way::kOut, "A\n", transcript.Now()), 0);
+  EXPECT_EQ(base::ReadBytes(folder.Path("t")), "{\"way\":\"out\",\"bytes\":\"QQo=\"}\n");
+}
+
+TEST(Transcript, AnotherOneIsAppended) {
+  const base::TempFolder folder;
+  base::WriteBytes(folder.Path("t"), "before\n");
+  Transcript transcript;
+  ASSERT_EQ(transcript.Open(folder.Path("t"), false), 0);
+  EXPECT_EQ(transcript.Write(Way::kOpen, "", {}), 0);
+  EXPECT_EQ(base::ReadBytes(folder.Path("t")), "before\n{\"way\":\"open\",\"bytes\":\"\"}\n");
+}
+
+TEST(Transcript, AFileThatTakesNothingFailsOnce) {
+  Transcript transcript;
+  EXPECT_EQ(transcript.Open("/nonexistent/t", true), ENOENT);
+  ASSERT_EQ(transcript.Open("/dev/full", true), 0);
+  EXPECT_EQ(transcript.Write(Way::kOpen, "", {}), ENOSPC);
+  EXPECT_EQ(transcript.Write(Way::kClose, "", {}), 0);
+}
+
+struct RecordedPortTest : testing::Test {
+  RecordedPortTest() {
+    EXPECT_EQ(transcript.Open(folder.Path("t"), false), 0);
+    Library().OpenPort(1, 9600, "", 8, 1, 512);
+  }
+
+  device::PortLibrary& Library() { return *recorded.Library(); }
+  /// What a read of so many bytes puts over a buffer of spaces, of which those at the end are cut off.
+  std::string Read(std::int32_t count, std::int16_t terminator) {
+    std::string buffer(static_cast<std::size_t>(count), ' ');
+    Library().ReadPort(buffer.data(), count, terminator);
+    buffer.erase(buffer.find_last_not_of(' ') + 1);
+    return buffer;
+  }
+  /// "<" and ">" for what went in and out.
+  std::string Recorded() const {
+    std::string all;
+    std::istringstream lines(base::ReadBytes(folder.Path("t")));
+    for (std::string line; std::getline(lines, line);) {
+      const auto event = nlohmann::json::parse(line);
+      const std::string way = event["way"];
+      all += way == "in" ? "<" : way == "out" ? ">" : "|";
+      all += event["bytes"].get<std::string>();
+    }
+    return all;
+  }
+
+  base::TempFolder folder;
+  Transcript transcript;
+  base::FakePrompt prompt;
+  device::FakePortLibrary library;
+  device::FakePortLibrarySource source{&library};
+  RecordedSource recorded{source, transcript, prompt};
+};
+
+TEST_F(RecordedPortTest, HasBothWaysInTheirOrder) {
+  library.replies = {{"B\r\n"}, {"C"}};
+  Library().WritePort("A\n");
+  EXPECT_EQ(Read(20, '\n'), "B\r\n");
+  EXPECT_EQ(Read(20, '\n'), "C") << "the library has stripped the terminator";
+  Library().ClosePort();
+  EXPECT_EQ(Recorded(), "|>QQo=<Qg0K<Qwo=|") << "A LF, B CR LF, C LF";
+}
+
+TEST_F(RecordedPortTest, AFullBufferHasNoTerminator) {
+  library.replies = {{"ABC"}, {"DEF"}};
+  EXPECT_EQ(Read(3, '\n'), "ABC");
+  EXPECT_EQ(Read(3, 0), "DEF");
+  EXPECT_EQ(Recorded(), "|<QUJD<REVG");
+}
+
+TEST_F(RecordedPortTest, AnEmptyAnswerIsItsTerminator) {
+  library.replies = {{""}};
+  EXPECT_EQ(Read(3, '\r'), "");
+  EXPECT_EQ(Recorded(), "|<DQ==");
+}
+
+TEST_F(RecordedPortTest, FailedTransfersAreNone) {
+  EXPECT_EQ(Read(20, '\n'), "");
+  library.mode = device::FakePortLibrary::Mode::kFail;
+  Library().WritePort("A\n");
+  EXPECT_EQ(Recorded(), "|");
+}
+
+TEST_F(RecordedPortTest, BytesThatComeOneByOneAreOneLine) {
+  library.replies = {{"A"}, {"B"}, {"C"}};
+  library.bytes_waiting = 2;
+  Read(1, 0);
+  Read(1, 0);
+  EXPECT_EQ(Recorded(), "|");
+  library.bytes_waiting = 0;
+  Read(1, 0);
+  EXPECT_EQ(Recorded(), "|<QUJD");
+}
+
+TEST_F(RecordedPortTest, WhatIsFlushedIsReadBefore) {
+  library.replies = {{"ABC"}, {"DEF"}};
+  library.bytes_waiting = 3;
+  EXPECT_EQ(Library().FlushInQueue(), 3);
+  Library().ClosePort();
+  EXPECT_EQ(Recorded(), "|<QUJD<REVG|");
+}
+
+TEST_F(RecordedPortTest, WhatWasNotOpenIsNotClosed) {
+  Library().ClosePort();
+  Library().ClosePort();
+  EXPECT_EQ(Recorded(), "||");
+}
+
+TEST_F(RecordedPortTest, AllElseGoesThrough) {
+  library.calls.clear();
+  Library().SelectDevice(4);
+  Library().SetTimeout(70);
+  Library().EnablePortIo(90);
+  Library().ActivateInterpreter(200);
+  Library().CloseInterpreter(1, 1);
+  Library().SetNode(1, "/dev/x");
+  EXPECT_EQ(library.calls, (std::vector<std::string>{"SelectDevice(4)", "SetTimeout(70)", "EnablePortIo(90)",
+                                                     "ActivateInterpreter(200)", "CloseInterpreter(1, 1)",
+                                                     "SetNode(1, \"/dev/x\")"}));
+}
+
+TEST(RecordedSource, WithoutALibraryThereIsNone) {
+  device::FakePortLibrarySource source(nullptr);
+  Transcript transcript;
+  base::FakePrompt prompt;
+  RecordedSource recorded(source, transcript, prompt);
+  EXPECT_EQ(recorded.Library(), nullptr);
+  EXPECT_EQ(recorded.Failure(), source.Failure());
+}
+
+TEST_F(RecordedPortTest, AFileThatIsFullIsReportedOnce) {
+  ASSERT_EQ(transcript.Open("/dev/full", false), 0);
+  Library().WritePort("A\n");
+  Library().WritePort("B\n");
+  ASSERT_EQ(prompt.errors.size(), 1u);
+  EXPECT_EQ(prompt.errors.front(),
+            "Die Mitschrift „/dev/full“ kann nicht geschrieben werden: Der Datenträger ist voll.");
+}
+
+/// A recorded fake with an answer.
+struct RecordedFake {
+  RecordedFake() { library.replies = {{"an answer of more than eight bytes"}}; }
+
+  Transcript transcript;
+  base::FakePrompt prompt;
+  device::FakePortLibrary library;
+  RecordedPort port{library, transcript, prompt};
+};
+
+std::shared_ptr<device::PortLibrary> MakeRecorded() {
+  const auto fake = std::make_shared<RecordedFake>();
+  return {fake, &fake->port};
+}
+
+}  // namespace
+}  // namespace kolvane::headless
+
+namespace kolvane::device {
+
+INSTANTIATE_TEST_SUITE_P(Recorded, PortLibraryContract,
+                         testing::Values(PortLibraryCase{"Fake", headless::MakeRecorded}), NameOf);
+
+}  // namespace kolvane::device
