@@ -3,7 +3,7 @@
 set -euo pipefail
 cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/.."
 
-build_packages="g++ cmake ninja-build ccache qt6-base-dev qt6-svg-dev libxcb1-dev nlohmann-json3-dev pkgconf qt6-translations-l10n fonts-liberation2 fonts-dejavu-core pybind11-dev python3-dev fp-utils libmspack-dev"
+build_packages="g++ cmake ninja-build ccache qt6-base-dev qt6-svg-dev libxcb1-dev nlohmann-json3-dev pkgconf qt6-translations-l10n fonts-liberation2 fonts-dejavu-core pybind11-dev python3-dev fp-utils libmspack-dev libedit-dev"
 check_packages="libgtest-dev libxcb-damage0-dev strace clang-format clang-tidy locales mypy python3-numpy python3-pyqt6 python3-pyvisa python3-pyvisa-py python3-serial xvfb libumockdev-dev umockdev groff-base tzdata dpkg-dev file desktop-file-utils appstream zsh fish"
 
 # Only for scripts/screenshots: a display, and a small window manager that draws frames.

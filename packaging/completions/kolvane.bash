@@ -56,7 +56,7 @@ _kolvane_trim() {
 }
 
 _kolvane() {
-  local window='--mode --demo --folder --help --version run send check ports dump decode help'
+  local window='--mode --demo --folder --help --version run send shell check ports dump decode help'
   local run='--connect --baud --parity --data-bits --stop-bits --timeout --send-terminator --receive-terminator
     --receive-mode --count --binary --show-commands --show-times --format --fields --repeat --every --transcript
     --transcript-times --log --verbose --folder
@@ -70,7 +70,7 @@ _kolvane() {
   for ((i = 1; i < ${#words[@]} - 1; i++)); do
     case ${words[i]} in
       --mode | --folder) ((i++)) ;;
-      run | send | check | ports | dump | decode | help) command=${words[i]}; break ;;
+      run | send | shell | check | ports | dump | decode | help) command=${words[i]}; break ;;
     esac
   done
 
@@ -85,6 +85,8 @@ _kolvane() {
     _kolvane_files .cmd
   elif [[ $command == run || $command == send && $cur == -* ]]; then
     _kolvane_words $run
+  elif [[ $command == shell ]]; then
+    for i in $run; do [[ $i == --repeat || $i == --every ]] || _kolvane_words "$i"; done
   elif [[ $command == decode && $cur == -* ]]; then
     _kolvane_words --template --offset --motorola --repeat --format
   elif [[ $command == dump || $command == decode ]]; then

@@ -9,9 +9,10 @@ end
 
 complete -c kolvane -f
 
-set -l window 'not __fish_seen_subcommand_from run send check ports dump decode help'
+set -l window 'not __fish_seen_subcommand_from run send shell check ports dump decode help'
 complete -c kolvane -n $window -a run -d 'Execute a command list'
 complete -c kolvane -n $window -a send -d 'Send commands'
+complete -c kolvane -n $window -a shell -d 'Hold a conversation'
 complete -c kolvane -n $window -a check -d 'Check command lists'
 complete -c kolvane -n $window -a ports -d 'List what can be connected to'
 complete -c kolvane -n $window -a dump -d 'Print a hex dump'
@@ -23,7 +24,7 @@ complete -c kolvane -n $window -s h -l help -d Help
 complete -c kolvane -n $window -l version -d Version
 complete -c kolvane -l folder -x -a '(__fish_complete_directories)' -d 'Folder of histories, templates and help files'
 
-set -l run '__fish_seen_subcommand_from run send'
+set -l run '__fish_seen_subcommand_from run send shell'
 complete -c kolvane -n '__fish_seen_subcommand_from run check' -k -a '(__fish_complete_suffix .CMD; __fish_complete_suffix .cmd)'
 complete -c kolvane -n $run -l connect -x -a '(__kolvane_resources)' -d 'What to connect to'
 complete -c kolvane -n $run -l baud -x -a '300 600 1200 2400 4800 9600 19200 38400 57600 115200' -d 'Rate of a serial line'

@@ -16,6 +16,7 @@
 #include "app/options.h"
 #include "app/port_listing.h"
 #include "app/run_options.h"
+#include "app/shell.h"
 #include "app/signals.h"
 #include "kolvane/CommandRun.h"
 #include "kolvane/Decode.h"
@@ -101,6 +102,8 @@ int Run(const Options& options) {
     case Options::Action::kRun:
     case Options::Action::kSend:
       return RunWithoutWindow(options);
+    case Options::Action::kShell:
+      return kolvane::app::RunShell(options);
     case Options::Action::kCheck:
       return CheckLists(options);
     case Options::Action::kPorts:

@@ -94,7 +94,7 @@ void ParseCommand(int argc, char** argv, Options& options) {
     return;
   }
   if (IsListName(command)) return ParseList(argc, argv, options);
-  constexpr std::string_view kCommands[] = {"run", "send", "check", "ports", "dump", "decode"};
+  constexpr std::string_view kCommands[] = {"run", "send", "shell", "check", "ports", "dump", "decode"};
   if (std::ranges::find(kCommands, command) == std::end(kCommands))
     return Refuse(options, "unknown command '" + std::string(command) + "'");
   if (options.action == Options::Action::kDemo) return Refuse(options, "--demo takes no command");
@@ -103,7 +103,9 @@ void ParseCommand(int argc, char** argv, Options& options) {
   if (command == "ports") return ParsePorts(argc, argv, options);
   if (command == "dump") return ParseDumpOptions(argc, argv, options);
   if (command == "decode") return ParseDecodeOptions(argc, argv, options);
-  options.action = command == "run" ? Options::Action::kRun : Options::Action::kSend;
+  options.action = command == "run"    ? Options::Action::kRun
+                   : command == "send" ? Options::Action::kSend
+                                       : Options::Action::kShell;
   ParseRunOptions(argc, argv, options);
 }
 
@@ -148,6 +150,7 @@ std::string HelpText() {
   return R"(Usage: kolvane [OPTION]... [LIST.CMD]
        kolvane run LIST.CMD [--connect RESOURCE] [OPTION]...
        kolvane send COMMAND...|- [--connect RESOURCE] [OPTION]...
+       kolvane shell [--connect RESOURCE] [OPTION]...
        kolvane check LIST.CMD...
        kolvane ports
        kolvane dump FILE|-
@@ -159,12 +162,13 @@ Without a command it opens the terminal's window, with the command list where on
   --mode N      operating mode: 2 own connection (default); 0 and 1, a host's device, are for hosts alone;
                 any other opens the window on no device
   --demo        terminal connected to a simulated amplifier; the user's settings stay untouched
-  --folder DIR  folder of histories, templates and help files; with run and send as well
+  --folder DIR  folder of histories, templates and help files; without a window as well
   -h, --help    this text, as does help
   --version     version
 
 run executes a command list without a window, send sends each COMMAND and prints each answer; - reads the commands from
-standard input, a line each, and sends each as it comes:
+standard input, a line each, and sends each as it comes. shell is a conversation: each line is a command, a $ row of a
+list or $RUN LIST.CMD; Ctrl+D ends it, Tab completes, Esc gives up a wait. All three take:
   --connect RESOURCE         instead of the stored connection and terminal settings, one of
                              TCPIP::HOST::PORT::SOCKET   ASRL1::INSTR  ASRL2::INSTR
                              ASRL/dev/ttyUSB0::INSTR     ASRL/dev/ttyUSB0::RS485::ADDRESS
@@ -183,8 +187,8 @@ standard input, a line each, and sends each as it comes:
   --show-times               print the time that each exchange took
   --format text|csv|json     lines as in the window, or a record for each exchange
   --fields N                 with csv: numeric answers alone, a column for each of N fields
-  --repeat N                 run the list, or send the commands, N times
-  --every MS                 begin again every MS milliseconds, without --repeat until stopped
+  --repeat N                 run the list, or send the commands, N times; not with shell
+  --every MS                 begin again every MS milliseconds, without --repeat until stopped; not with shell
   --transcript FILE          append all bytes both ways to FILE, as JSON lines with their times
   --transcript-times all|none
   --log FILE                 append each line to FILE

@@ -18,6 +18,7 @@ struct Options {
     kDemo,
     kRun,
     kSend,
+    kShell,
     kCheck,
     kPorts,
     kDump,
@@ -29,7 +30,7 @@ struct Options {
   Action action = Action::kOpen;
   std::optional<std::int16_t> mode;  ///< with kOpen only
   std::string folder;
-  CommandRunOptions run;  ///< with kRun and kSend
+  CommandRunOptions run;  ///< with kRun, kSend and kShell
   DecodeOptions decode;   ///< with kDecode
   /// With kOpen the list to open, if any, with kRun the one list, with kSend the commands, with kCheck the
   /// lists (at least one), with kDump the file.

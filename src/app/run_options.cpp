@@ -167,6 +167,9 @@ std::string Contradiction(const Options& options) {
   if (options.action == Options::Action::kSend && options.words.size() > 1 &&
       std::ranges::find(options.words, kStandardInput) != options.words.end())
     return "- stands for the commands of standard input and takes no others";
+  if (options.action == Options::Action::kShell && !options.words.empty()) return "shell takes no commands";
+  if (options.action == Options::Action::kShell && (run.Repeat || run.EveryMs))
+    return "--repeat and --every are for run and send";
   if (ReadsCommands(options) && (run.Repeat || run.EveryMs))
     return "--repeat and --every need commands, not standard input";
   if (run.Binary && run.ReceiveMode == AnswerEnd::kTerminator)

@@ -25,7 +25,7 @@ std::optional<AnswerEnd> ReceiveModeValue(std::string_view text);
 /// Whether `send` takes its commands from standard input: "-" in their place.
 bool ReadsCommands(const Options& options);
 
-/// Reads what stands after `run` or `send`, argv[0], into `options`, whose action says which of the two.
+/// Reads what stands after `run`, `send` or `shell`, argv[0], into `options`, whose action says which.
 void ParseRunOptions(int argc, char** argv, Options& options);
 
 }  // namespace kolvane::app

@@ -14,9 +14,11 @@
 #include "headless/options.h"
 #include "headless/ports.h"
 #include "headless/run.h"
+#include "headless/shell.h"
 #include "headless/transcript.h"
 #include "kolvane/ListCheck.h"
 #include "kolvane/Ports.h"
+#include "kolvane/Shell.h"
 
 namespace kolvane {
 namespace {
@@ -92,6 +94,21 @@ CommandRunStatus SendCommands(const std::vector<std::string>& Commands, const Co
 CommandRunStatus SendLines(int Input, const CommandRunOptions& Options) {
   return RunPrepared(Options,
                      [Input](const headless::RunSetup& setup) { return headless::SendInput(setup, Input); });
+}
+
+CommandRunStatus RunShell(const ShellHost& Host, const CommandRunOptions& Options) {
+  CommandRunOptions options = Options;
+  // There is no plug to press.
+  options.Reconnect = true;
+  return RunPrepared(options, [&Host](headless::RunSetup setup) {
+    setup.give_up = &Host.GiveUp;
+    setup.colors = Host.Colors;
+    return headless::RunShell(setup, Host);
+  });
+}
+
+std::vector<std::string> ShellCompletions(const std::string& Typed) {
+  return headless::CompleteShellLine(Typed);
 }
 
 std::vector<CheckedCommandList> CheckCommandLists(const std::vector<std::string>& Files) {

@@ -12,6 +12,28 @@ namespace kolvane::headless {
 
 using terminal::kCrLf;
 
+namespace {
+
+constexpr std::string_view kPlain = "\x1B[0m";
+
+// Names of colours, so that the user's own scheme holds.
+std::string_view ColorOf(LineKind kind) {
+  switch (kind) {
+    case LineKind::kError:
+      return "\x1B[31m";
+    case LineKind::kCommand:
+      return "\x1B[36m";
+    case LineKind::kTime:
+    case LineKind::kNotice:
+      return "\x1B[2m";
+    case LineKind::kAnswer:
+      break;
+  }
+  return {};
+}
+
+}  // namespace
+
 LinePane::LinePane(int descriptor, Messages& messages, LineChoice choice)
     : descriptor_(descriptor), at_terminal_(isatty(descriptor) == 1), messages_(messages), choice_(choice) {}
 
@@ -64,7 +86,7 @@ void LinePane::WriteLine() {
   if (line_.ends_with('\n')) line_.pop_back();
   if (messages_.host() != nullptr) return messages_.host()->Hand(kind_, line_);
   line_ += '\n';
-  Write(line_);
+  Write(line_, choice_.colors ? ColorOf(kind_) : std::string_view());
 }
 
 void LinePane::WriteRecord(std::string_view record) {
@@ -72,8 +94,11 @@ void LinePane::WriteRecord(std::string_view record) {
   Write(std::string(record) + '\n');
 }
 
-void LinePane::Write(std::string_view line) {
-  if (error_ == 0) error_ = base::WriteAll(descriptor_, at_terminal_ ? WithVisibleControls(line) : line);
+void LinePane::Write(std::string_view line, std::string_view color) {
+  if (error_ != 0) return;
+  std::string text(at_terminal_ ? WithVisibleControls(line) : line);
+  if (!color.empty()) text.insert(text.size() - 1, kPlain).insert(0, color);
+  error_ = base::WriteAll(descriptor_, text);
 }
 
 }  // namespace kolvane::headless

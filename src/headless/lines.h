@@ -10,9 +10,10 @@ namespace kolvane::headless {
 
 /// Which lines go to standard output, and how.
 struct LineChoice {
-  bool shown = true;   ///< false: nothing but messages and what WriteRecord is given
-  bool errors = true;  ///< what stands in the place of an answer that did not come, too
-  bool times = false;  ///< each line begins with its time, "2026-11-21 15:01:04.123 "
+  bool shown = true;    ///< false: nothing but messages and what WriteRecord is given
+  bool errors = true;   ///< what stands in the place of an answer that did not come, too
+  bool times = false;   ///< each line begins with its time, "2026-11-21 15:01:04.123 "
+  bool colors = false;  ///< failures and times in colours, by escape sequences
 };
 
 /// The output pane as lines of standard output, or of the host of `messages`: commands, answers and what
@@ -42,7 +43,7 @@ class LinePane final : public pane::Pane {
  private:
   void Append(LineKind kind, std::string_view text);
   void WriteLine();
-  void Write(std::string_view line);
+  void Write(std::string_view line, std::string_view color = {});
 
   int descriptor_;
   bool at_terminal_;

@@ -9,6 +9,7 @@
 #include "script/checker/check_texts.h"
 #include "script/checker/checker.h"
 #include "script/command_file.h"
+#include "script/texts.h"
 
 namespace kolvane::headless {
 namespace {
@@ -29,7 +30,7 @@ std::string CannotRead(const std::string& file, const script::FileResult& result
 List::List(Terminal& terminal, RunState& state)
     : terminal_(terminal),
       core_({state.script, state.terminal, state.device, terminal.core().exchange, terminal.pane(),
-             terminal.core().waits, terminal.messages(), terminal.log(), *this}) {}
+             terminal.core().waits, *this, terminal.log(), *this}) {}
 
 bool List::Load(const std::string& file) {
   const auto stop_due = [this](int /*waited_ms*/) { return terminal_.StopDue(); };
@@ -72,6 +73,22 @@ CommandRunStatus List::Play() {
 
 CommandRunStatus List::PlayOnce() {
   core_.runner.Play();
+  return Status();
+}
+
+CommandRunStatus List::PlayRows(const std::vector<std::string>& rows) {
+  if (rows.size() > script::kListRows) {
+    terminal_.messages().ShowError("more than " + std::to_string(script::kListRows) +
+                                   " rows belong together");
+    return CommandRunStatus::kStopped;
+  }
+  single_row_ = rows.size() == 1;
+  core_.list.SetTexts(1, rows);
+  core_.runner.RunCommandList(0);
+  return Status();
+}
+
+CommandRunStatus List::Status() {
   const script::RunOutcome& outcome = core_.runner.outcome();
   if (terminal_.ConnectionGone()) return CommandRunStatus::kNotConnected;
   if (outcome.list_error || terminal_.stopped()) return CommandRunStatus::kStopped;
@@ -80,7 +97,13 @@ CommandRunStatus List::PlayOnce() {
 
 void List::Yield() {
   terminal_.pane().EndLine();
-  if (terminal_.StopDue() || terminal_.ConnectionGone()) core_.runner.Abort();
+  if (terminal_.StopDue() || terminal_.ConnectionGone() || terminal_.GivenUp()) core_.runner.Abort();
+}
+
+void List::ShowError(std::string_view text) {
+  const std::string where = script::texts::ErrorInRow(core_.list.current_row(), {});
+  if (single_row_ && text.starts_with(where)) text.remove_prefix(where.size());
+  terminal_.messages().ShowError(text);
 }
 
 CommandRunStatus RunList(const RunSetup& setup, const std::string& file) {
@@ -117,12 +140,12 @@ class CommandSender {
   bool all_done_ = true;
 };
 
+}  // namespace
+
 std::string CannotReadInput(int error) {
   return "cannot read standard input: " +
          (error == EMSGSIZE ? "a line is too long for a command" : std::generic_category().message(error));
 }
-
-}  // namespace
 
 CommandRunStatus SendAll(const RunSetup& setup, const std::vector<std::string>& commands) {
   Terminal terminal(setup);

@@ -40,12 +40,14 @@ Terminal::Terminal(const RunSetup& setup)
       pane_(STDOUT_FILENO, messages_,
             {.shown = options_.Format == AnswerFormat::kText,
              .errors = options_.ErrorLines,
-             .times = options_.TimeStamps}),
+             .times = options_.TimeStamps,
+             .colors = setup.colors}),
       log_(state_.terminal.output, messages_),
       library_(setup.library_folder),
       core_({state_.device, state_.connection, state_.terminal}, Source(setup.transcript),
             {pane_, log_, messages_, *this}),
-      records_(options_, state_.device, state_.terminal.last_answer, core_.clock, pane_) {
+      records_(options_, state_.device, state_.terminal.last_answer, core_.clock, pane_),
+      give_up_(setup.give_up) {
   terminal::ReceiveControls controls(state_.terminal.receive, state_.terminal.shown, core_.device, *this);
   controls.Load(core_.output);
   ApplyTerminalOptions(options_, controls, state_.terminal);
@@ -102,6 +104,11 @@ bool Terminal::StopDue() {
   return stopped_;
 }
 
+bool Terminal::GivenUp() {
+  given_up_ = given_up_ || (give_up_ != nullptr && *give_up_ && (*give_up_)());
+  return given_up_;
+}
+
 bool Terminal::AcceptsConnection() {
   if (!device::WasClosedAgain(state_.device, state_.connection)) return true;
   if (StopDue()) return false;
@@ -115,7 +122,7 @@ bool Terminal::AcceptsConnection() {
 // What has come is seen before what is still waited for.
 bool Terminal::Waiting(device::Operation /*operation*/, double /*seconds*/) {
   pane_.EndLine();
-  return !StopRequested();
+  return !StopRequested() && !GivenUp();
 }
 
 bool Terminal::Dialling(const device::DialProgress& progress) {
@@ -123,7 +130,7 @@ bool Terminal::Dialling(const device::DialProgress& progress) {
     messages_.ShowError(texts::ModemRefused(progress.reply));
   modem_word_ = progress.reply;
   messages_.Tell(terminal::texts::Dialling(progress));
-  return !StopRequested();
+  return !StopRequested() && !GivenUp();
 }
 
 }  // namespace kolvane::headless

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -31,6 +32,9 @@ struct RunSetup {
   RunState& state;
   std::string library_folder;        ///< where the port library lies unless another one is named
   Transcript* transcript = nullptr;  ///< open, outlives the run
+  /// Outlives it, too; true gives up what is under way, and the list that runs, but not the run.
+  const std::function<bool()>* give_up = nullptr;
+  bool colors = false;  ///< failures and times on standard output
 };
 
 /// A terminal whose front end is standard output and standard error, or a host's function. Nothing can be
@@ -52,6 +56,10 @@ class Terminal final : private terminal::ConnectionView, private terminal::Recei
   bool StopDue();
   /// Whether connecting anew after a loss was in vain.
   bool ConnectionGone() const { return core_.connect.lost() && !state_.device.connected; }
+
+  /// Whether what was under way since Resume has been given up.
+  bool GivenUp();
+  void Resume() { given_up_ = false; }
 
   /// What the last StopDue said.
   bool stopped() const { return stopped_; }
@@ -82,7 +90,9 @@ class Terminal final : private terminal::ConnectionView, private terminal::Recei
   terminal::TerminalCore core_;
   RecordWriter records_;
   std::string modem_word_;  ///< the last one while dialling
+  const std::function<bool()>* give_up_;
   bool stopped_ = false;
+  bool given_up_ = false;
 };
 
 }  // namespace kolvane::headless

@@ -68,6 +68,15 @@ TEST(RunOptions, TakeATranscript) {
   EXPECT_EQ(Refusal({"--transcript", ""}), "--transcript takes a file, not ''");
 }
 
+TEST(RunOptions, AShellTakesThemToo) {
+  const Options options = Parse({"shell", "--connect", "OFFLINE", "--format", "json"});
+  EXPECT_EQ(options.action, Options::Action::kShell);
+  EXPECT_EQ(options.run.Connect, "OFFLINE");
+  EXPECT_EQ(Parse({"shell", "A"}).error, "shell takes no commands");
+  for (const char* option : {"--repeat", "--every"})
+    EXPECT_EQ(Parse({"shell", option, "2"}).error, "--repeat and --every are for run and send");
+}
+
 TEST(RunOptions, TheFolderMayStandOnEitherSide) {
   EXPECT_EQ(Parse({"--folder", "/a", "run", "x"}).folder, "/a");
   EXPECT_EQ(Parse({"run", "x", "--folder", "/b"}).folder, "/b");

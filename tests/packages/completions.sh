@@ -38,7 +38,7 @@ bash_gives() {
   same "bash: $COMP_LINE" "$*" "${COMPREPLY[*]-}"
 }
 bash_gives './kolvane --d' --demo
-bash_gives './kolvane ' --mode --demo --folder --help --version run send check ports dump decode help
+bash_gives './kolvane ' --mode --demo --folder --help --version run send shell check ports dump decode help
 bash_gives './kolvane --folder s' # no such folder
 bash_gives './kolvane --mode ' 2
 bash_gives './kolvane run ' listen nacht.CMD tag.cmd
@@ -53,6 +53,7 @@ bash_gives './kolvane send --connect AS' ASRL1::INSTR ASRL2::INSTR ASRL/dev/ttyU
 bash_gives './kolvane send --connect ASRL1::' INSTR
 bash_gives './kolvane send X --repeat ' ''
 bash_gives './kolvane decode x.bin --repeat ' all
+bash_gives './kolvane shell --re' --receive-terminator --receive-mode --reconnect
 bash_gives './kolvane help ' ''
 bash_gives './kolvane send --connect=ASRL/dev/ttyUSB7:' :INSTR
 bash_gives './kolvane send --connect USB::' '' 4711
@@ -70,7 +71,7 @@ fish_gives() {
   same "fish: $1" "${*:2}" "$got"
 }
 export HOME=$scratch PATH=$scratch:$PATH
-fish_gives 'kolvane ' check decode dump help ports run send
+fish_gives 'kolvane ' check decode dump help ports run send shell
 fish_gives 'kolvane --mode ' 2
 fish_gives 'kolvane --d' --demo
 fish_gives 'kolvane run nacht.CMD --par' --parity

@@ -1,0 +1,54 @@
+// A file that may be a transcript: it is refused in one line, or played to a terminal that says what it
+// should.
+#include <string>
+
+#include "amplifier/replay.h"
+#include "amplifier/transcript.h"
+#include "fuzz/input.h"
+#include "fuzz/require.h"
+
+namespace kolvane::fuzz {
+namespace {
+
+using amplifier::Conversation;
+using amplifier::Replay;
+
+// Nothing differs, and the instrument says all that it is to say.
+void Play(const Conversation& conversation, bool recorded_times) {
+  std::string expected;
+  std::string said;
+  Replay::Clock::time_point now{};
+  Replay replay(conversation, recorded_times, now);
+  for (const amplifier::Utterance& each : conversation.utterances) {
+    Require(!each.bytes.empty() && each.line > 0);
+    if (each.from_terminal) {
+      replay.Take(each.bytes, now);
+    } else {
+      expected += each.bytes;
+      if (const auto due = replay.Due(); due && *due > now) now = *due;
+    }
+    said += replay.Say(now);
+    Require(replay.difference().empty());
+  }
+  Require(replay.over() && said == expected);
+  replay.End();
+  Require(replay.difference().empty());
+}
+
+}  // namespace
+}  // namespace kolvane::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  using namespace kolvane;
+  fuzz::Input input(data, size);
+  const auto read = amplifier::ReadTranscript(input.Rest());
+  if (const auto* problem = std::get_if<amplifier::TranscriptProblem>(&read)) {
+    fuzz::Require(problem->line > 0 && !problem->text.empty());
+    return 0;
+  }
+  for (const amplifier::Conversation& each : std::get<0>(read)) {
+    fuzz::Require(!each.utterances.empty());
+    for (const bool recorded_times : {false, true}) fuzz::Play(each, recorded_times);
+  }
+  return 0;
+}

@@ -1,0 +1,196 @@
+#include "app/line_editor.h"
+
+#include <histedit.h>
+#include <poll.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <clocale>
+#include <cstdio>
+#include <cstdlib>
+#include <utility>
+
+#include "app/shell_typing.h"
+#include "base/encoding.h"
+
+namespace kolvane::app {
+namespace {
+
+// Between these in a prompt stands what takes no place.
+constexpr char kNoWidth = '\x01';
+constexpr int kHistorySize = 2 * static_cast<int>(ShellHistory::kKept);
+constexpr std::size_t kMostListed = 100;
+// More is left to the terminal, which stops whoever pastes it.
+constexpr std::size_t kMostTyped = 1 << 20;
+
+// Characters are UTF-8, whatever the locale says of numbers and dates.
+void UseUtf8() {
+  std::setlocale(LC_CTYPE, "");
+  if (MB_CUR_MAX == 1) std::setlocale(LC_CTYPE, "C.UTF-8");
+}
+
+LineEditor& SelfOf(EditLine* line) {
+  void* self = nullptr;
+  el_get(line, EL_CLIENTDATA, &self);
+  return *static_cast<LineEditor*>(self);
+}
+
+}  // namespace
+
+/// What the library calls.
+struct LineEditor::Editor {
+  explicit Editor(LineEditor& self)
+      : line(el_init("kolvane", stdin, stdout, stderr)), history(history_init()) {
+    HistEvent event{};
+    ::history(history, &event, H_SETSIZE, kHistorySize);
+    for (const std::string& each : self.history_.lines()) ::history(history, &event, H_ENTER, each.c_str());
+    el_set(line, EL_CLIENTDATA, &self);
+    el_set(line, EL_EDITOR, "emacs");
+    el_set(line, EL_SIGNAL, 1);
+    el_set(line, EL_HIST, ::history, history);
+    el_set(line, EL_GETCFN, &Editor::Read);
+    el_set(line, EL_PROMPT_ESC, &Editor::Prompt, kNoWidth);
+    el_set(line, EL_SETTY, "-d", "intr=", nullptr);
+    el_set(line, EL_ADDFN, "give-up", "Give up the line", &Editor::GiveUp);
+    el_set(line, EL_ADDFN, "complete-line", "Complete the line", &Editor::Complete);
+    el_set(line, EL_BIND, "^C", "give-up", nullptr);
+    el_set(line, EL_BIND, "^I", "complete-line", nullptr);
+    el_set(line, EL_BIND, "^R", "em-inc-search-prev", nullptr);
+  }
+  ~Editor() {
+    el_end(line);
+    history_end(history);
+  }
+  Editor(const Editor&) = delete;
+  Editor& operator=(const Editor&) = delete;
+
+  static int Read(EditLine* line, wchar_t* character) { return SelfOf(line).ReadCharacter(*character); }
+  static char* Prompt(EditLine* line) { return SelfOf(line).prompt_.data(); }
+  static unsigned char GiveUp(EditLine* line, int /*key*/) {
+    SelfOf(line).cancelled_ = true;
+    std::fputs("^C\r\n", stdout);
+    std::fflush(stdout);
+    return CC_NEWLINE;
+  }
+  static unsigned char Complete(EditLine* line, int /*key*/) { return SelfOf(line).CompleteLine(); }
+
+  EditLine* line;
+  History* history;
+};
+
+LineEditor::LineEditor(int end, ShellHistory& history, CompleteFunction complete, bool colors)
+    : end_(end), history_(history), complete_(std::move(complete)), colors_(colors) {
+  UseUtf8();
+  tcgetattr(STDIN_FILENO, &at_start_);
+  editor_ = std::make_unique<Editor>(*this);
+  ShowNothing();
+}
+
+LineEditor::~LineEditor() {
+  editor_.reset();
+  tcsetattr(STDIN_FILENO, TCSADRAIN, &at_start_);
+}
+
+void LineEditor::ShowNothing() {
+  termios mode = at_start_;
+  mode.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO);
+  mode.c_cc[VINTR] = _POSIX_VDISABLE;
+  mode.c_cc[VMIN] = 1;
+  mode.c_cc[VTIME] = 0;
+  tcsetattr(STDIN_FILENO, TCSADRAIN, &mode);
+}
+
+ShellInput LineEditor::ReadLine(const std::string& prompt, std::string& line) {
+  prompt_ = prompt;
+  // The library loses what has no width at the very end.
+  if (colors_ && !prompt.empty())
+    prompt_ = "\x01\x1B[1m\x01" + prompt.substr(0, prompt.size() - 1) + "\x01\x1B[0m\x01" + prompt.back();
+  cancelled_ = false;
+  int count = 0;
+  const char* text = el_gets(editor_->line, &count);
+  ShowNothing();
+  if (cancelled_) return ShellInput::kCancelled;
+  if (text == nullptr || count <= 0) {
+    std::fputs("\n", stdout);
+    std::fflush(stdout);
+    return ShellInput::kEnd;
+  }
+  line.assign(text, static_cast<std::size_t>(count));
+  if (line.ends_with('\n')) line.pop_back();
+  HistEvent event{};
+  if (line.find_first_not_of(' ') != line.npos) ::history(editor_->history, &event, H_ENTER, line.c_str());
+  history_.Add(line);
+  return ShellInput::kLine;
+}
+
+bool LineEditor::GiveUp() {
+  for (pollfd entry{STDIN_FILENO, POLLIN, 0}; poll(&entry, 1, 0) == 1 && typed_.size() < kMostTyped;)
+    if (!Receive()) break;
+  if (!HasGivenUp(typed_)) return false;
+  typed_.clear();
+  return true;
+}
+
+bool LineEditor::Receive() {
+  std::array<char, 4096> piece;
+  const ssize_t got = read(STDIN_FILENO, piece.data(), piece.size());
+  if (got > 0) typed_.append(piece.data(), static_cast<std::size_t>(got));
+  return got > 0 || (got < 0 && (errno == EINTR || errno == EAGAIN));
+}
+
+bool LineEditor::ReadByte(char& byte) {
+  while (typed_.empty()) {
+    std::array<pollfd, 2> watched{{{STDIN_FILENO, POLLIN, 0}, {end_, POLLIN, 0}}};
+    if (poll(watched.data(), watched.size(), -1) < 0) continue;
+    if (watched[1].revents != 0 || !Receive()) return false;
+  }
+  byte = typed_.front();
+  typed_.erase(0, 1);
+  return true;
+}
+
+int LineEditor::ReadCharacter(wchar_t& character) {
+  std::string bytes(1, '\0');
+  if (!ReadByte(bytes[0])) return 0;
+  while (bytes.size() < base::Utf8Length(bytes[0])) {
+    char next = '\0';
+    if (!ReadByte(next)) return 0;
+    bytes += next;
+    if (!base::IsUtf8Continuation(next)) break;
+  }
+  const char32_t point = base::DecodeUtf8(bytes, 0).value;
+  character = point == base::kMalformed ? L'?' : static_cast<wchar_t>(point);
+  return 1;
+}
+
+unsigned char LineEditor::CompleteLine() {
+  const LineInfo* info = el_line(editor_->line);
+  const std::string typed(info->buffer, info->cursor);
+  const std::vector<std::string> candidates = complete_(typed);
+  if (candidates.empty()) return CC_REFRESH_BEEP;
+  const std::string common = CommonBegin(candidates);
+  if (common.size() < typed.size() || common == typed) {
+    List(candidates);
+    return CC_REDISPLAY;
+  }
+  const auto characters = std::ranges::count_if(typed, [](char c) { return !base::IsUtf8Continuation(c); });
+  el_deletestr(editor_->line, static_cast<int>(characters));
+  return el_insertstr(editor_->line, common.c_str()) == 0 ? CC_REFRESH : CC_REFRESH_BEEP;
+}
+
+void LineEditor::List(const std::vector<std::string>& candidates) {
+  std::string text = "\n";
+  for (const std::string& each : candidates) {
+    if (&each == candidates.data() + kMostListed) {
+      text += "...\n";
+      break;
+    }
+    text.append(each).append(1, '\n');
+  }
+  std::fputs(text.c_str(), stdout);
+  std::fflush(stdout);
+}
+
+}  // namespace kolvane::app

@@ -1,0 +1,150 @@
+#include "headless/shell.h"
+
+#include <unistd.h>
+
+#include <utility>
+
+#include "base/text.h"
+#include "device/connection_texts.h"
+#include "device/port_table.h"
+#include "headless/line_input.h"
+#include "headless/run.h"
+#include "script/command_list.h"
+
+namespace kolvane::headless {
+namespace {
+
+constexpr const char* kGoesOn = "... ";
+
+// The first word of a row in upper case.
+std::string WordOf(std::string_view row) { return base::UpperCase(row.substr(0, row.find_first_of(" ,"))); }
+
+// How a row changes the number of loops and conditions that are open.
+int DepthOf(const std::string& word) {
+  if (word == "$REPEAT" || word.starts_with("$IF")) return 1;
+  return word == "$ENDREPEAT" || word == "$ENDIF" ? -1 : 0;
+}
+
+std::string WithoutQuotes(std::string_view text) {
+  text = base::TrimBlanks(text);
+  if (text.size() > 1 && text.front() == '"' && text.back() == '"') text = text.substr(1, text.size() - 2);
+  return std::string(text);
+}
+
+/// Lines from standard input, for a conversation without a user.
+class PlainInput {
+ public:
+  explicit PlainInput(Terminal& terminal) : terminal_(terminal) {}
+
+  ShellInput Read(std::string& line) {
+    const auto result = lines_.Next(line, [this] { return terminal_.StopDue(); });
+    if (result == LineInput::Result::kFailed) terminal_.messages().ShowError(CannotReadInput(lines_.error()));
+    return result == LineInput::Result::kLine ? ShellInput::kLine : ShellInput::kEnd;
+  }
+
+ private:
+  Terminal& terminal_;
+  LineInput lines_{STDIN_FILENO};
+};
+
+class Shell {
+ public:
+  Shell(Terminal& terminal, RunState& state, const ShellHost& host)
+      : terminal_(terminal), state_(state), host_(host), plain_(terminal) {}
+
+  CommandRunStatus Run() {
+    std::string line;
+    while (!terminal_.StopDue()) {
+      const ShellInput input = host_.ReadLine ? host_.ReadLine(Prompt(), line) : plain_.Read(line);
+      if (input == ShellInput::kEnd) break;
+      if (input == ShellInput::kCancelled) {
+        rows_.Finish();
+      } else {
+        Take(line);
+      }
+    }
+    // As a list does that ends with a loop or condition open.
+    if (!host_.ReadLine && rows_.open() && !terminal_.StopDue())
+      Note(List(terminal_, state_).PlayRows(rows_.Finish()));
+    if (terminal_.StopDue()) return CommandRunStatus::kStopped;
+    return all_done_ ? CommandRunStatus::kDone : CommandRunStatus::kAnswerFailed;
+  }
+
+ private:
+  std::string Prompt() const {
+    if (rows_.open()) return kGoesOn;
+    const bool connected = state_.device.connected && !terminal_.core().connect.lost();
+    return ConnectionName(state_.connection) + (connected ? "> " : " (disconnected)> ");
+  }
+
+  void Take(std::string_view line) {
+    terminal_.Resume();
+    List list(terminal_, state_);
+    if (!rows_.open() && WordOf(line) == "$RUN") {
+      Play(list, WithoutQuotes(line.substr(std::string_view("$RUN").size())));
+    } else if (const auto rows = rows_.Take(line); !rows.empty()) {
+      Note(list.PlayRows(rows));
+    }
+  }
+
+  void Play(List& list, const std::string& file) {
+    Note(list.Load(file) ? list.PlayOnce() : CommandRunStatus::kStopped);
+  }
+
+  void Note(CommandRunStatus status) {
+    terminal_.pane().EndLine();
+    all_done_ &= status == CommandRunStatus::kDone;
+  }
+
+  Terminal& terminal_;
+  RunState& state_;
+  const ShellHost& host_;
+  PlainInput plain_;
+  ShellRows rows_;
+  bool all_done_ = true;
+};
+
+}  // namespace
+
+std::vector<std::string> ShellRows::Take(std::string_view row) {
+  row = base::TrimBlanks(row);
+  if (row.empty()) return {};
+  rows_.emplace_back(row);
+  depth_ += DepthOf(WordOf(row));
+  // More would never fit into a list.
+  if (depth_ > 0 && rows_.size() <= script::kListRows) return {};
+  return Finish();
+}
+
+std::vector<std::string> ShellRows::Finish() {
+  depth_ = 0;
+  return std::exchange(rows_, {});
+}
+
+std::string ConnectionName(const device::ConnectionParameters& connection) {
+  namespace code = device::port_code;
+  switch (connection.port_code) {
+    case code::kOffline:
+      return "OFFLINE";
+    case code::kTcpIp: {
+      const bool brackets = connection.ip_address.find(':') != std::string::npos;
+      const std::string host = brackets ? "[" + connection.ip_address + "]" : connection.ip_address;
+      return host + ":" + std::to_string(static_cast<std::uint16_t>(connection.ip_port));
+    }
+    case code::kUsb:
+      return "USB " + connection.usb_address;
+    case code::kGpib:
+      return "GPIB " + std::to_string(connection.address);
+    default:
+      return connection.node.empty() ? device::PortKindOfCode(connection.port_code)->caption
+                                     : connection.node;
+  }
+}
+
+CommandRunStatus RunShell(const RunSetup& setup, const ShellHost& host) {
+  Terminal terminal(setup);
+  if (!terminal.Connect()) return CommandRunStatus::kNotConnected;
+  return Shell(terminal, setup.state, host).Run();
+}
+
+}  // namespace kolvane::headless
