@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 #include <utility>
 
 #include "base/encoding.h"
@@ -187,6 +188,10 @@ std::int32_t USB_ScanUsbDevice(std::int32_t slots, char* buffer) {
       FillRecord(devices[slot], buffer + slot * kScanRecord);
     return waiting.given_up() ? Status::kGivenUp : Status::kOk;
   });
+}
+
+extern "C" KOLVANE_DEVLNK_EXPORT PortSession* KOLVANE_NewPortSession() {
+  return new (std::nothrow) PortSession;
 }
 
 std::int32_t QDX_SetWaitHandler(std::int32_t (*handler)(void*, std::int32_t), void* context) {

@@ -29,6 +29,15 @@ Status PortSession::Open(const PortKind& kind, PortRequest request) {
   return Outcome(opened.status, deadline);
 }
 
+PortSession::~PortSession() = default;
+
+Status PortSession::OpenPort(std::int16_t code, PortRequest request) {
+  const PortKind* kind = FindPortKind(code);
+  if (kind != nullptr) return Open(*kind, std::move(request));
+  Close();
+  return Status::kInvalidArgument;
+}
+
 void PortSession::Close() {
   channel_.reset();
   queue_.Clear();

@@ -13,17 +13,23 @@
 
 namespace kolvane::devlnk {
 
-/// The one port that is open, or none, and everything that is the same for each kind of port.
+/// The one port that is open, or none, and everything that is the same for each kind of port. What is virtual
+/// can be called on a session of the port library's, see NewPortSession.
 class PortSession {
  public:
+  PortSession() = default;
+  virtual ~PortSession();
+
   static constexpr std::int32_t kFirstTimeoutMs = 5000;
 
   /// Closes the port that was open, whatever comes of the new one.
   Status Open(const PortKind& kind, PortRequest request);
-  void Close();
+  /// The same by its code; kInvalidArgument where none has it.
+  virtual Status OpenPort(std::int16_t code, PortRequest request);
+  virtual void Close();
   bool is_open() const { return channel_ != nullptr; }
 
-  Status SetTimeout(std::int32_t milliseconds);
+  virtual Status SetTimeout(std::int32_t milliseconds);
   /// Called while the operations below, and Open, wait. It must not use the session, but for bytes_waiting().
   void SetWaitHandler(WaitHandler handler) { handler_ = handler; }
   WaitHandler wait_handler() const { return handler_; }
@@ -36,17 +42,17 @@ class PortSession {
   void SetNode(const PortKind& kind, std::string node);
 
   // The following need an open port.
-  Status Select(std::int16_t address);
+  virtual Status Select(std::int16_t address);
   Status SetLine(const PortRequest& request) { return channel_->SetLine(request); }
-  Status Write(std::string_view bytes);
+  virtual Status Write(std::string_view bytes);
   /// Copies the next answer to the start of `buffer` and sets `delivered`; a failure leaves both alone, and
   /// the bytes queued. See QDX_ReadPort.
   Status Read(std::span<char> buffer, unsigned char terminator, std::size_t& delivered);
   /// Appends the next message to `message`; a failure leaves that alone, and the bytes queued. A gap that
   /// the rule counts ends at the loss of the connection too, once something has come.
-  Status ReadMessage(const MessageRule& rule, std::string& message, MessageEnd& end);
+  virtual Status ReadMessage(const MessageRule& rule, std::string& message, MessageEnd& end);
   /// Waits until so many bytes, at most InputQueue::kLimit, are queued, and takes none.
-  Status AwaitQueued(std::size_t count);
+  virtual Status AwaitQueued(std::size_t count);
   /// What is queued; valid until the next operation.
   std::string_view queued_bytes() const { return {queue_.data(), queue_.size()}; }
   void Drop(std::size_t count) { queue_.Consume(count); }
@@ -56,7 +62,7 @@ class PortSession {
   /// See Channel::wait_fd.
   int wait_fd() const { return is_open() ? channel_->wait_fd() : -1; }
   /// The number of bytes thrown away; at most twice InputQueue::kLimit, if more keep coming.
-  std::size_t Flush();
+  virtual std::size_t Flush();
 
  private:
   template <typename Find>
@@ -73,5 +79,10 @@ class PortSession {
   Status loss_ = Status::kOk;  ///< why the connection has ended, for every later transfer
   bool input_ended_ = false;   ///< what came before the loss has been taken over in full
 };
+
+/// What libdevlnk.so exports by the name kNewPortSession for callers of the same build: sessions beside the
+/// one of its C interface. The caller deletes it; null without memory.
+using NewPortSession = PortSession*();
+inline constexpr char kNewPortSession[] = "KOLVANE_NewPortSession";
 
 }  // namespace kolvane::devlnk

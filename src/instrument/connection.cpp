@@ -1,10 +1,14 @@
 #include "instrument/connection.h"
 
+#include <dlfcn.h>
+
+#include <new>
 #include <stdexcept>
 #include <utility>
 #include <variant>
 
 #include "base/encoding.h"
+#include "device/loaded_port_library.h"
 #include "device/port_table.h"
 #include "device/resource_name.h"
 #include "instrument/texts.h"
@@ -69,9 +73,24 @@ Status Open(PortSession& session, const device::Resource& resource, const Instru
   devlnk::PortRequest request{.name = {}, .baud = kFirstParallelMode, .text = text, .node = resource.node};
   if (tcp) request.data_bits = resource.ip_port;
   if (IsSerial(resource.port_code)) SetLine(options, UsualBaud(resource), request);
-  const Status status = session.Open(*devlnk::FindPortKind(resource.port_code), request);
+  const Status status = session.OpenPort(resource.port_code, request);
   if (status != Status::kOk || device::IsPointToPoint(resource.port_code)) return status;
   return session.Select(resource.address);
+}
+
+// Whatever reaches instruments is in the port library; it is never unloaded.
+std::unique_ptr<PortSession> MakeSession(const std::string& resource) {
+  const std::string path = device::FolderOfCode(reinterpret_cast<const void*>(&UsualBaud)) + "/libdevlnk.so";
+  void* library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+  const char* reason = library == nullptr ? dlerror() : nullptr;
+  void* function = library == nullptr ? nullptr : dlsym(library, devlnk::kNewPortSession);
+  if (function == nullptr) {
+    const std::string why = reason == nullptr ? path + ": " + devlnk::kNewPortSession : reason;
+    throw InstrumentError(Code(Status::kNotAvailable), resource + ": " + why + " (-4)");
+  }
+  std::unique_ptr<PortSession> session(reinterpret_cast<devlnk::NewPortSession*>(function)());
+  if (session == nullptr) throw std::bad_alloc();
+  return session;
 }
 
 }  // namespace
@@ -83,14 +102,15 @@ Connection::Connection(const std::string& resource, const InstrumentOptions& opt
   Check(options);
   const device::Resource named = Named(resource);
   open_ = true;
-  session_.SetWaitHandler({AskGiveUp, this});
+  session_ = MakeSession(resource);
+  session_->SetWaitHandler({AskGiveUp, this});
   Run([&](PortSession& session, const Settings&) { return Code(Open(session, named, options)); });
 }
 
 void Connection::Close() {
   open_ = false;
   const std::lock_guard lock(mutex_);
-  session_.Close();
+  if (session_ != nullptr) session_->Close();
 }
 
 Connection::Settings Connection::settings() const {
@@ -109,7 +129,7 @@ void Connection::SetLine(const InstrumentOptions& options) {
 
 std::size_t Connection::BytesWaiting() {
   const std::lock_guard lock(mutex_);
-  return session_.bytes_waiting();
+  return session_->bytes_waiting();
 }
 
 void Connection::Fail(std::int32_t status) const {

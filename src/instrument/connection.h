@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <exception>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <utility>
@@ -48,8 +49,8 @@ class Connection {
     const std::lock_guard lock(mutex_);
     if (!open_) Fail(InstrumentError::kNotOpen);
     const Settings now = settings();
-    session_.SetTimeout(now.timeout_ms);
-    const std::int32_t status = operation(session_, now);
+    session_->SetTimeout(now.timeout_ms);
+    const std::int32_t status = operation(*session_, now);
     if (thrown_) std::rethrow_exception(std::exchange(thrown_, nullptr));
     if (status < 0) Fail(status);
   }
@@ -65,7 +66,7 @@ class Connection {
   std::string resource_;
   std::function<bool()> give_up_;
   std::mutex mutex_;  ///< held while an operation is under way, so never taken by what has to be prompt
-  devlnk::PortSession session_;
+  std::unique_ptr<devlnk::PortSession> session_;
   std::exception_ptr thrown_;  ///< by give_up_
   std::atomic<bool> open_ = false;
   mutable std::mutex settings_mutex_;
