@@ -41,11 +41,13 @@ TEST(SharedObject, ExportsItsFunctionsAndNothingElse) {
   }
   ASSERT_EQ(pclose(list), 0);
   EXPECT_EQ(exported, (std::set<std::string>{
-                          "QDX_OpenPort", "QDX_SelectDevice", "QDX_SetTimeout", "QDX_SetGPIBCtrlBlock",
-                          "QDX_EnableNTPortIO", "QDX_WritePort", "QDX_ReadPort", "QDX_FlushInQueue",
-                          "QDX_ActivateInterpreter", "QDX_CloseInterpreterEx", "QDX_ClosePort", "QDX_Delay",
-                          "USB_GetMaxUsbDevice", "USB_ScanUsbDevice", "QDX_SetNode", "QDX_SetWaitHandler",
-                          "QDX_BytesWaiting", "QDX_WaitDescriptor", "QDX_StatusText"}));
+                          "QDX_OpenPort",           "QDX_SelectDevice",      "QDX_SetTimeout",
+                          "QDX_SetGPIBCtrlBlock",   "QDX_EnableNTPortIO",    "QDX_WritePort",
+                          "QDX_ReadPort",           "QDX_FlushInQueue",      "QDX_ActivateInterpreter",
+                          "QDX_CloseInterpreterEx", "QDX_ClosePort",         "QDX_Delay",
+                          "USB_GetMaxUsbDevice",    "USB_ScanUsbDevice",     "QDX_SetNode",
+                          "QDX_SetWaitHandler",     "QDX_BytesWaiting",      "QDX_WaitDescriptor",
+                          "QDX_StatusText",         "KOLVANE_NewPortSession"}));
 }
 
 TEST_F(Interface, TransfersNeedAnOpenPort) {
