@@ -93,6 +93,7 @@ _kolvane() {
     _kolvane_files ''
   elif [[ -z $command ]]; then
     _kolvane_words $window
+    [[ -z $cur || $cur == -* ]] || _kolvane_files .cmd
   fi
   [[ ${#COMPREPLY[@]} -eq 1 && ${COMPREPLY[0]} == *:: ]] && compopt -o nospace 2>/dev/null
   _kolvane_trim

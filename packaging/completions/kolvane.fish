@@ -10,6 +10,7 @@ end
 complete -c kolvane -f
 
 set -l window 'not __fish_seen_subcommand_from run send shell check ports dump decode help'
+complete -c kolvane -n "$window; and string length -q -- (commandline -ct)" -k -a '(__fish_complete_suffix .CMD; __fish_complete_suffix .cmd)' -d 'Command list'
 complete -c kolvane -n $window -a run -d 'Execute a command list'
 complete -c kolvane -n $window -a send -d 'Send commands'
 complete -c kolvane -n $window -a shell -d 'Hold a conversation'

@@ -50,8 +50,10 @@ BlockReader::Result BlockReader::TakeCounted(std::size_t digits) {
   }
   if (length > kBlockLimit) return Result::kTooLong;
   const std::size_t end = 2 + digits + length;
-  while (block_.size() < end) {
+  for (std::size_t told = 0; block_.size() < end;) {
     if (!Take(Piece(end - block_.size()))) return Result::kFailed;
+    const std::size_t percent = 100 * (block_.size() - (end - length)) / length;
+    if (percent != std::exchange(told, percent)) progress_(static_cast<int>(percent), length);
   }
   DropTerminator();
   return Result::kBlock;

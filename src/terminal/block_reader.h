@@ -2,8 +2,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "device/device.h"
 #include "device/device_state.h"
@@ -26,9 +28,14 @@ class BlockReader {
     kTooLong   ///< above kBlockLimit; nothing but the head was read
   };
 
+  /// How much of a block's bytes has come, 0 to 100; told where that changes.
+  using Progress = std::function<void(int percent, std::size_t bytes)>;
+
   /// `terminator` may be empty: then "#0" ends at the first gap.
-  BlockReader(device::Device& device, device::DeviceState& state, std::string_view terminator)
-      : device_(device), state_(state), terminator_(terminator) {}
+  BlockReader(
+      device::Device& device, device::DeviceState& state, std::string_view terminator,
+      Progress progress = [](int, std::size_t) {})
+      : device_(device), state_(state), terminator_(terminator), progress_(std::move(progress)) {}
 
   Result Read(std::string& block);
 
@@ -44,6 +51,7 @@ class BlockReader {
   device::Device& device_;
   device::DeviceState& state_;
   std::string_view terminator_;
+  Progress progress_;
   std::string block_;
   Bytes buffer_;
 };

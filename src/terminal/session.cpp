@@ -147,9 +147,21 @@ bool Session::ReadAsSet() {
   }
 }
 
+namespace {
+
+constexpr std::size_t kLongBlock = 16u << 10;  // bytes; a shorter one has come before anybody could look
+
+}  // namespace
+
 std::optional<bool> Session::ReadBlock() {
   if (!state_.extras.blocks) return std::nullopt;
-  switch (BlockReader(device_, device_state_, state_.receive.receive_terminator).Read(gathered_)) {
+  const auto progress = [this](int percent, std::size_t bytes) {
+    if (bytes >= kLongBlock) output_.ShowState(StateKind::kBlock, texts::BlockProgress(percent, bytes));
+  };
+  const auto result =
+      BlockReader(device_, device_state_, state_.receive.receive_terminator, progress).Read(gathered_);
+  output_.ShowState(StateKind::kBlock, {});
+  switch (result) {
     case BlockReader::Result::kNoBlock:
       return std::nullopt;
     case BlockReader::Result::kNothing:

@@ -10,6 +10,7 @@ namespace kolvane::terminal {
 /// What the user is told about the session besides the connection, most urgent first.
 enum class StateKind {
   kWait,      ///< what is waited for
+  kBlock,     ///< how much of a block has come
   kRun,       ///< how far the command list has come
   kLost,      ///< the connection is lost
   kModem,     ///< the modem's last word after a dialling that failed
@@ -39,11 +40,13 @@ class StateLine {
 
   /// What a run waits for has its row before it: "Zeile 12 von 240: wartet auf Antwort (1,2 s, ...)".
   std::string Text() const {
-    const std::string& wait = Of(StateKind::kWait);
+    const std::string& block = Of(StateKind::kBlock);
+    const std::string wait =
+        Of(StateKind::kWait) + (Of(StateKind::kWait).empty() || block.empty() ? "" : ", ") + block;
     const std::string& run = Of(StateKind::kRun);
     if (!wait.empty() && !run.empty()) return run.substr(0, run.find(',')) + ": " + wait;
-    for (StateKind kind :
-         {StateKind::kWait, StateKind::kRun, StateKind::kLost, StateKind::kModem, StateKind::kBytes}) {
+    if (!wait.empty()) return wait;
+    for (StateKind kind : {StateKind::kRun, StateKind::kLost, StateKind::kModem, StateKind::kBytes}) {
       if (const std::string& text = Of(kind); !text.empty()) return text;
     }
     const std::string& words = Of(StateKind::kWords);

@@ -98,6 +98,11 @@ inline std::string LineClosed(std::string_view word) {
 inline constexpr const char* kBlockTooLong = "Block länger als 64 MiB";
 
 /// Empty for none.
+/// Of a block that is being read: "Block: 37 % von 8192 KB".
+inline std::string BlockProgress(int percent, std::size_t bytes) {
+  return "Block: " + std::to_string(percent) + " % von " + std::to_string((bytes + 1023) / 1024) + " KB";
+}
+
 inline std::string BytesWaiting(std::int32_t bytes) {
   if (bytes <= 0) return {};
   return bytes == 1 ? "1 Byte wartet" : std::to_string(bytes) + " Bytes warten";

@@ -39,6 +39,7 @@ bash_gives() {
 }
 bash_gives './kolvane --d' --demo
 bash_gives './kolvane ' --mode --demo --folder --help --version run send shell check ports dump decode help
+bash_gives './kolvane n' nacht.CMD
 bash_gives './kolvane --folder s' # no such folder
 bash_gives './kolvane --mode ' 2
 bash_gives './kolvane run ' listen nacht.CMD tag.cmd
@@ -72,6 +73,7 @@ fish_gives() {
 }
 export HOME=$scratch PATH=$scratch:$PATH
 fish_gives 'kolvane ' check decode dump help ports run send shell
+fish_gives 'kolvane nac' nacht.CMD
 fish_gives 'kolvane --mode ' 2
 fish_gives 'kolvane --d' --demo
 fish_gives 'kolvane run nacht.CMD --par' --parity

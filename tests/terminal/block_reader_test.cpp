@@ -97,6 +97,28 @@ TEST_F(SessionBlocksTest, ABlockIsShownAsItCame) {
   EXPECT_EQ(pane.lines, Lines{"#15a\r\nbc"});
 }
 
+struct RecordedBlocks final : StateView {
+  void ShowState(StateKind kind, std::string_view text) override {
+    if (kind == StateKind::kBlock) texts.emplace_back(text);
+  }
+  Lines texts;
+};
+
+TEST_F(SessionBlocksTest, OfALongBlockTheProgressIsTold) {
+  RecordedBlocks blocks;
+  output.SetStateView(&blocks);
+  device.incoming = "#520480" + std::string(20480, 'x');
+  device.waiting = [] { return 5120; };
+  EXPECT_TRUE(session.GetAnswer());
+  EXPECT_EQ(blocks.texts, (Lines{"Block: 25 % von 20 KB", "Block: 50 % von 20 KB", "Block: 75 % von 20 KB",
+                                 "Block: 100 % von 20 KB", ""}));
+  blocks.texts.clear();
+  device.incoming = "#13abc";
+  session.GetAnswer();
+  EXPECT_EQ(blocks.texts, Lines{""});
+  output.SetStateView(nullptr);
+}
+
 TEST_F(SessionBlocksTest, AnotherAnswerIsWholeAgain) {
   device.incoming = "1";
   device.text_answers = {"2.5\r\n"};

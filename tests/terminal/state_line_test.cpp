@@ -38,6 +38,14 @@ TEST(StateLine, ShowsTogetherWhatAFailureMeansAndWhatWasLeftOver) {
   EXPECT_EQ(line.Text(), "-60: abgebrochen; Noch offen: 1 Schleife");
 }
 
+TEST(StateLine, ABlocksProgressFollowsWhatIsWaitedFor) {
+  StateLine line;
+  line.Set(StateKind::kBlock, "Block: 37 % von 8192 KB");
+  EXPECT_EQ(line.Text(), "Block: 37 % von 8192 KB");
+  line.Set(StateKind::kWait, "wartet auf Antwort (1,2 s, Esc bricht ab)");
+  EXPECT_EQ(line.Text(), "wartet auf Antwort (1,2 s, Esc bricht ab), Block: 37 % von 8192 KB");
+}
+
 TEST(StateLine, ReportsOnlyWhatChangesTheText) {
   StateLine line;
   EXPECT_TRUE(line.Set(StateKind::kRun, "run"));
