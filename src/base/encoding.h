@@ -17,6 +17,11 @@ std::string ToWindows1252(std::string_view text);
 /// What a device sends that speaks UTF-8: each byte that is part of no character counts as Windows-1252.
 std::string FromUtf8OrWindows1252(std::string_view bytes);
 
+/// What a device sends, which speaks UTF-8 or not.
+inline std::string FromDevice(std::string_view bytes, bool utf8) {
+  return utf8 ? FromUtf8OrWindows1252(bytes) : FromWindows1252(bytes);
+}
+
 /// Where the first character of UTF-8 text stands for which ToWindows1252 would write a '?' of its own, in
 /// bytes; nothing where there is none.
 std::optional<std::size_t> FirstOutsideWindows1252(std::string_view text);
@@ -28,10 +33,10 @@ std::string_view OutsideWindows1252(std::string_view text);
 /// What may stand at the start of a file in UTF-8.
 inline constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
-/// Whether the byte goes on with a character that an earlier one has begun.
+/// Is this a continuation byte, which does not start a character?
 constexpr bool IsUtf8Continuation(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
 
-/// The bytes of the character that begins with `lead` in well-formed text, 1 to 4.
+/// The bytes of the character that starts with `lead` in well-formed text, 1 to 4.
 constexpr std::size_t Utf8Length(char lead) {
   const auto byte = static_cast<unsigned char>(lead);
   return byte < 0x80 ? 1 : byte >= 0xF0 ? 4 : byte >= 0xE0 ? 3 : 2;

@@ -21,7 +21,7 @@ void AssignDecoded(std::string_view bytes, bool utf8, std::string& out) {
   if (base::IsAscii(bytes)) {
     out.assign(bytes);
   } else {
-    out = utf8 ? base::FromUtf8OrWindows1252(bytes) : base::FromWindows1252(bytes);
+    out = base::FromDevice(bytes, utf8);
   }
 }
 

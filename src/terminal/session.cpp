@@ -59,7 +59,7 @@ void TrimAnswer(std::string& answer, std::string_view receive_terminator) {
 
 void AppendDisplayForm(std::string_view bytes, bool binary, std::string& text, bool utf8) {
   if (!binary) {
-    text += utf8 ? base::FromUtf8OrWindows1252(bytes) : base::FromWindows1252(bytes);
+    text += base::FromDevice(bytes, utf8);
     return;
   }
   constexpr std::string_view kDigits = "0123456789ABCDEF";
@@ -105,9 +105,10 @@ PostSendRule Session::PostSendCheck(std::string_view command) {
 bool Session::GetAnswer() {
   device_.ClearLastError();
   answer_.clear();
-  state_.last_answer.bytes.clear();
+  answer_bytes_.clear();
   const bool received = ReadAnswer();
   state_.last_answer.text.swap(answer_);
+  state_.last_answer.bytes.swap(answer_bytes_);
   return received;
 }
 
@@ -187,7 +188,7 @@ std::optional<bool> Session::ReadBlock() {
 // Bytes that an earlier read has put back come first; they may end the answer by themselves.
 bool Session::ReadToTerminator() {
   const std::string& terminator = state_.receive.receive_terminator;
-  const std::string before = Decoded(device_state_.put_back);
+  const std::string before = base::FromDevice(device_state_.put_back, device_state_.utf8);
   if (before.empty() || terminator.empty() || !before.ends_with(terminator.back())) {
     device_.ReadText(terminator, kTextAnswerLimit, answer_, buffer_);
     if (const device::DeviceError error = device_.LastError(); error.code < 0) return ShowFailure(error);
@@ -234,13 +235,10 @@ bool Session::ReadCounted() {
   return ShowAnswer(answer_);
 }
 
-std::string Session::Decoded(std::string_view bytes) const {
-  return device_state_.utf8 ? base::FromUtf8OrWindows1252(bytes) : base::FromWindows1252(bytes);
-}
-
 void Session::AppendGathered() {
-  const bool binary = state_.receive.mode != receive_mode::kTerminator && state_.receive.binary_display != 0;
+  const bool binary = state_.receive.ShowsBytes();
   AppendDisplayForm(gathered_, binary, answer_, device_state_.utf8);
+  if (binary) answer_bytes_ = gathered_;
 }
 
 bool Session::ShowAnswer(std::string_view shown) {

@@ -86,7 +86,6 @@ class Session {
   bool ReadToTerminator();
   bool ReadToGap();
   bool ReadCounted();
-  std::string Decoded(std::string_view bytes) const;
   /// Appends what was gathered to the answer, as modes 1 and 2 show it.
   void AppendGathered();
   bool ShowAnswer(std::string_view shown);
@@ -103,6 +102,7 @@ class Session {
   std::int32_t timeout_ms_ = 0;  // of the answer in hand
   // Kept from exchange to exchange for their capacity.
   std::string answer_;
+  std::string answer_bytes_;
   std::string gathered_;
   Bytes buffer_;
 };

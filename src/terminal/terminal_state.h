@@ -32,6 +32,9 @@ struct ReceiveSettings {
   std::uint8_t binary_display = 0;  ///< 1: modes 1 and 2 show every byte as <0D>
   std::string receive_terminator = "\r\n";
   std::string send_terminator = "\n";
+
+  /// Whether answers are shown byte by byte.
+  bool ShowsBytes() const { return mode != receive_mode::kTerminator && binary_display != 0; }
 };
 
 /// What the receive and send controls show. Mode and format may differ from the settings in force: the list

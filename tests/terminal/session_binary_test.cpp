@@ -55,6 +55,23 @@ TEST_F(SessionAutoTest, ShowsCharactersOrCodesAsTheFlagSays) {
   EXPECT_EQ(state.last_answer.text, "<B5><6D><0D>");
 }
 
+TEST_F(SessionAutoTest, KeepsTheBytesOfAnAnswerThatIsShownByteByByte) {
+  state.receive.binary_display = 1;
+  device.incoming = "\0\xFF,"s;
+  session.GetAnswer();
+  EXPECT_EQ(state.last_answer.bytes, "\0\xFF,"s);
+
+  state.shown.timeout = "x";
+  EXPECT_THROW(session.GetAnswer(), base::RuntimeError);
+  EXPECT_EQ(state.last_answer.bytes, "\0\xFF,"s) << "it stays with its text";
+
+  state.shown.timeout = "1";
+  state.receive.binary_display = 0;
+  device.incoming = "a";
+  session.GetAnswer();
+  EXPECT_EQ(state.last_answer.bytes, "");
+}
+
 TEST_F(SessionAutoTest, TakesTheLimitWhole) {
   device.incoming = std::string(8192, 'x');
   session.GetAnswer();
