@@ -20,7 +20,10 @@ bool Unasked::Take() {
   const std::size_t left = count - std::min(count, bytes.size());
   if (left > 0) {
     const std::size_t received = device_.ReadBinary({}, static_cast<std::int32_t>(left), buffer_);
-    if (device_.LastError().code < 0) return Probe();
+    if (device_.LastError().code < 0) {
+      device_state_.put_back = std::move(bytes);
+      return Probe();
+    }
     bytes.append(reinterpret_cast<const char*>(buffer_.data()), received);
   }
   ShowLines(bytes);
@@ -54,9 +57,7 @@ void Unasked::ShowRest() {
 void Unasked::ShowLine() {
   if (rest_.ends_with('\r')) rest_.pop_back();
   std::string line;
-  AppendDisplayForm(rest_,
-                    state_.receive.mode != receive_mode::kTerminator && state_.receive.binary_display != 0,
-                    line, device_state_.utf8);
+  AppendDisplayForm(rest_, state_.receive.ShowsBytes(), line, device_state_.utf8);
   rest_.clear();
   output_.AddLine(LineKind::kAnswer, line);
 }

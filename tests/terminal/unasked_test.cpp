@@ -63,6 +63,16 @@ TEST_F(UnaskedTest, TheEndOfTheConnectionIsToldAtOnce) {
   EXPECT_EQ(device_state.last_result, 3);
 }
 
+TEST_F(UnaskedTest, WhatAReadHasPutBackIsKeptWhereTheNextReadFails) {
+  device_state.put_back = "ab";
+  device.waiting = [] { return 6; };
+  unasked_.Take();
+  EXPECT_EQ(device_state.put_back, "ab");
+  device.incoming = "cd\r\n";
+  unasked_.Take();
+  EXPECT_EQ(pane.lines, Lines{"abcd"});
+}
+
 TEST_F(UnaskedTest, AFloodIsTakenInPieces) {
   device.incoming = std::string(3 * Unasked::kMostAtOnce, 'x');
   EXPECT_TRUE(unasked_.Take());
