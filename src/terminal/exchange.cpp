@@ -18,7 +18,23 @@ Exchange::Exchange(Session& session, device::Waits& waits, const Options& option
 
 ExchangeResult Exchange::Run(std::string_view command, Sender sender) {
   const device::Waits::Scope scope(waits_, device::Operation::kAnswer);
-  const ExchangeResult result = Carry(command, sender);
+  return Ended(command, Carry(command, sender));
+}
+
+ExchangeResult Exchange::Read(Sender sender) {
+  const device::Waits::Scope scope(waits_, device::Operation::kAnswer);
+  ExchangeResult result;
+  const double start = Start(sender);
+  result.answer_due = session_.EnsureConnected();
+  if (result.answer_due) {
+    GetAnswer(result, start, sender);
+  } else {
+    result.sent = Sent::kNotConnected;
+  }
+  return Ended({}, result);
+}
+
+ExchangeResult Exchange::Ended(std::string_view command, const ExchangeResult& result) {
   if (listener_ != nullptr) listener_->ExchangeEnded(command, result);
   return result;
 }
@@ -40,14 +56,6 @@ ExchangeResult Exchange::Carry(std::string_view command, Sender sender) {
     return result;
   }
   GetAnswer(result, start, sender);
-  return result;
-}
-
-ExchangeResult Exchange::Read(Sender sender) {
-  ExchangeResult result;
-  const double start = Start(sender);
-  result.sent = session_.EnsureConnected() ? Sent::kWritten : Sent::kNotConnected;
-  if (result.sent == Sent::kWritten) GetAnswer(result, start, sender);
   return result;
 }
 

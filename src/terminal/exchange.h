@@ -31,7 +31,8 @@ struct ExchangeResult {
 class ExchangeListener {
  public:
   virtual ~ExchangeListener() = default;
-  /// TerminalState::last_answer is this exchange's where an answer was due.
+  /// TerminalState::last_answer is this exchange's where an answer was due. `command` is empty where an
+  /// answer was read without one.
   virtual void ExchangeEnded(std::string_view command, const ExchangeResult& result) = 0;
 };
 
@@ -57,6 +58,7 @@ class Exchange {
   void Listen(ExchangeListener* listener) { listener_ = listener; }
 
  private:
+  ExchangeResult Ended(std::string_view command, const ExchangeResult& result);
   ExchangeResult Carry(std::string_view command, Sender sender);
   void GetAnswer(ExchangeResult& result, double start, Sender sender);
   double Start(Sender sender) const;

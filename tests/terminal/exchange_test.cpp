@@ -117,6 +117,27 @@ TEST_F(ExchangeTest, TellsOfEachEndWhateverIsShown) {
   EXPECT_EQ(listener.told, (std::vector<std::string>{"A? 1,2", "B? failed " + state.last_answer.text}));
 }
 
+TEST_F(ExchangeTest, TellsOfAnAnswerThatIsReadWithoutACommand) {
+  Listener listener(state);
+  exchange.Listen(&listener);
+  device.text_answers = {"1,2\r\n"};
+  EXPECT_FALSE(exchange.Read(Sender::kList).Failed());
+  device_state.connected = false;
+  device.open_result = {-22, "abgelehnt"};
+  const ExchangeResult dropped = exchange.Read(Sender::kList);
+  EXPECT_EQ(dropped.sent, Sent::kNotConnected);
+  EXPECT_FALSE(dropped.answer_due) << "the last answer is an earlier one";
+  EXPECT_EQ(listener.told, (std::vector<std::string>{" 1,2", " failed 1,2"}));
+}
+
+TEST_F(ExchangeTest, AnAnswerThatIsReadWithoutACommandIsOneOperation) {
+  device_state.connected = false;
+  bool under_way = false;
+  device.on_open = [&] { under_way = waits.IsUnderWay(); };
+  exchange.Read(Sender::kUser);
+  EXPECT_TRUE(under_way);
+}
+
 TEST_F(ExchangeTest, TheUsersTimesAreOfSinglePrecision) {
   EXPECT_EQ(TimeShown(Sender::kUser, 0, 0.0035), "(dt = 3,5 ms)\r\n");
   EXPECT_EQ(TimeShown(Sender::kUser, 100000, 100000.001), "(dt = 0 ms)\r\n");
