@@ -5,8 +5,6 @@
 namespace kolvane::window {
 namespace {
 
-// While a command is under way the port is its own.
-constexpr int kBusyMs = 50;
 // A line that gets no end within this time is shown as it is.
 constexpr int kRestMs = 200;
 
@@ -32,18 +30,15 @@ void Listener::Renew() {
 }
 
 void Listener::Look() {
-  if (notifier_ == nullptr) return;
+  if (notifier_ == nullptr || is_busy_()) return;
   notifier_->setEnabled(true);
   if (device_.BytesWaiting() > 0) again_.start(0);
 }
 
 void Listener::Take() {
   if (notifier_ == nullptr) return;
-  if (is_busy_()) {
-    notifier_->setEnabled(false);
-    again_.start(kBusyMs);
-    return;
-  }
+  // While a command is under way the port is its own; Look follows.
+  if (is_busy_()) return notifier_->setEnabled(false);
   const bool goes_on = unasked_.Take();
   // The connection may have gone over it.
   if (notifier_ == nullptr) return;

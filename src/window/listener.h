@@ -24,7 +24,8 @@ class Listener final : public QObject {
   void Renew();
   /// The descriptor goes.
   void Forget() { notifier_.reset(); }
-  /// Something may have come that the descriptor does not tell of: after commands, and when listening begins.
+  /// To be called after each event: something may have come while the window was busy, or listening was
+  /// switched on.
   void Look();
 
  private:

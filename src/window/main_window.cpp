@@ -174,7 +174,6 @@ void MainWindow::Lock(bool flag) {
   lock_.LockGUI(flag);
   extras_.Lock(flag);
   area_->find_bar()->ShowReplaceable();
-  if (!flag) listener_.Look();
 }
 
 void MainWindow::Send() {
@@ -182,7 +181,6 @@ void MainWindow::Send() {
   const std::string text = base::FromQt(area_->terminal_bar()->command()->currentText());
   if (!text.empty()) pane_->FollowEnd();
   prompt_.Guard([&] { lines_.Send(text, [] { QApplication::processEvents(); }); });
-  listener_.Look();
 }
 
 void MainWindow::OpenConnectionMenu() {

@@ -85,10 +85,9 @@ void MainWindow::ConnectExtras() {
   core_.output.SetStateView(&area_->status_bars());
   extras_.On("mnuReadAnswer", [this] {
     pane_->FollowEnd();
-    prompt_.Guard([this] { core_.exchange.Read(terminal::Sender::kUser); });
-    listener_.Look();
+    core_.exchange.Read(terminal::Sender::kUser);
   });
-  extras_.OnToggle("mnuListen", extras.listen, [this] { listener_.Look(); });
+  extras_.OnToggle("mnuListen", extras.listen);
   extras_.OnToggle("mnuQueriesOnly", extras.queries_only);
   extras_.OnToggle("mnuBlocks", extras.blocks);
   extras_.OnToggle("mnuDeviceWords", extras.device_words);
@@ -166,7 +165,11 @@ void MainWindow::ConnectWaiting() {
                     .is_running = [this] { return script_.IsRunning(); },
                     .stop = [this] { script_.Stop(); },
                     .before_message = [this] { wait_.WaitOver(); },
-                    .after_event = [this] { CloseWhenIdle(); }});
+                    .after_event =
+                        [this] {
+                          listener_.Look();
+                          CloseWhenIdle();
+                        }});
 }
 
 }  // namespace kolvane::window

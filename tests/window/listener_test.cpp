@@ -1,0 +1,70 @@
+#include "window/listener.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <QTest>
+#include <string>
+
+#include "terminal/connect_bench.h"
+
+namespace kolvane::window {
+namespace {
+
+/// A port whose descriptor is a pipe's, readable while a byte of an unasked line waits.
+class ListenerTest : public testing::Test, protected terminal::ConnectBench {
+ protected:
+  ListenerTest() {
+    EXPECT_EQ(pipe(pipe_), 0);
+    device.wait_descriptor = pipe_[0];
+    device.waiting = [this] { return static_cast<std::int32_t>(device.incoming.size()); };
+    device_state.connected = true;
+    state.extras.listen = true;
+    listener_.Renew();
+  }
+  ~ListenerTest() override {
+    listener_.Forget();
+    close(pipe_[0]);
+    close(pipe_[1]);
+  }
+
+  void Arrive(const std::string& line) {
+    device.incoming += line;
+    EXPECT_EQ(write(pipe_[1], "x", 1), 1);
+  }
+  bool Shown(const std::string& line) {
+    return QTest::qWaitFor([&] { return !pane.lines.empty() && pane.lines.back() == line; });
+  }
+
+  int pipe_[2] = {-1, -1};
+  bool busy_ = false;
+  int asked_ = 0;
+  device::ConnectionParameters connection_;
+  Listener listener_{device, terminal::TerminalSlices{device_state, connection_, state}, output, connect,
+                     [this] {
+                       ++asked_;
+                       return busy_;
+                     }};
+};
+
+TEST_F(ListenerTest, ShowsWhatComesWhileTheWindowIsIdle) {
+  Arrive("ALARM 1\r\n");
+  EXPECT_TRUE(Shown("ALARM 1"));
+}
+
+TEST_F(ListenerTest, LeavesThePortToACommandUnderWay) {
+  busy_ = true;
+  Arrive("ALARM 1\r\n");
+  ASSERT_TRUE(QTest::qWaitFor([this] { return asked_ > 0; }));
+  const int asked = asked_;
+  for (int i = 0; i < 100; ++i) QCoreApplication::processEvents();
+  EXPECT_EQ(asked_, asked) << "the descriptor is not watched meanwhile";
+  listener_.Look();
+  EXPECT_EQ(pane.lines, terminal::Lines{});
+  busy_ = false;
+  listener_.Look();
+  EXPECT_TRUE(Shown("ALARM 1"));
+}
+
+}  // namespace
+}  // namespace kolvane::window
