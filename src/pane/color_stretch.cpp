@@ -6,7 +6,7 @@
 namespace kolvane::pane {
 namespace {
 
-// Where `color`, begun before or at `at`, ends within the chunk.
+// Where `color`, started at or before `at`, ends within the chunk.
 std::size_t EndWithin(const PaneChunk& chunk, std::size_t at, Color color) {
   const ColorRuns& colors = chunk.colors();
   const auto run = colors.FirstAfter(at);

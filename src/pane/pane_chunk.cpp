@@ -25,8 +25,8 @@ void MakeRoom(Container& container, std::size_t more) {
 }  // namespace
 
 std::size_t PaneChunk::LineAt(std::size_t offset) const {
-  const auto behind = std::upper_bound(starts_.begin(), starts_.end(), offset);
-  return static_cast<std::size_t>(behind - starts_.begin()) - 1;
+  const auto next = std::upper_bound(starts_.begin(), starts_.end(), offset);
+  return static_cast<std::size_t>(next - starts_.begin()) - 1;
 }
 
 std::string_view PaneChunk::Line(std::size_t line) const {
@@ -64,12 +64,11 @@ void PaneChunk::AppendLine(std::string_view line, Color color, LineOrigin origin
 }
 
 void PaneChunk::Insert(std::size_t at, std::string_view text, Color color, LineOrigin origin) {
-  const auto behind = std::upper_bound(starts_.begin(), starts_.end(), at);
-  for (auto start = behind; start != starts_.end(); ++start)
-    *start += static_cast<std::uint32_t>(text.size());
+  const auto next = std::upper_bound(starts_.begin(), starts_.end(), at);
+  for (auto start = next; start != starts_.end(); ++start) *start += static_cast<std::uint32_t>(text.size());
   const std::vector<std::uint32_t> added = LineStartsIn(text, at);
-  origins_.insert(origins_.begin() + (behind - starts_.begin()), added.size(), origin);
-  starts_.insert(behind, added.begin(), added.end());
+  origins_.insert(origins_.begin() + (next - starts_.begin()), added.size(), origin);
+  starts_.insert(next, added.begin(), added.end());
   text_.insert(at, text);
   units_ += Utf16Length(text);
   colors_.Insert(at, text.size(), color);

@@ -17,10 +17,19 @@ struct PaneExtent {
   std::size_t lines = 0;
 };
 
-/// Where a line comes from.
-struct LineOrigin {
-  std::int64_t at_ms = 0;  ///< when, milliseconds since 1970 UTC; 0: nobody knows
-  bool failure = false;    ///< it stands in the place of an answer, or says why a command was not written
+/// Where a line comes from, in eight bytes, since there is one for each line.
+class LineOrigin {
+ public:
+  LineOrigin() = default;
+  LineOrigin(std::int64_t at_ms, bool failure) : coded_(at_ms * 2 + (failure ? 1 : 0)) {}
+
+  /// When, milliseconds since 1970 UTC; 0: nobody knows.
+  std::int64_t at_ms() const { return coded_ >> 1; }
+  /// It stands in the place of an answer, or says why a command was not written.
+  bool failure() const { return (coded_ & 1) != 0; }
+
+ private:
+  std::int64_t coded_ = 0;
 };
 
 /// A few hundred consecutive whole lines of the pane, each ended by LF. Offsets are bytes within the chunk,

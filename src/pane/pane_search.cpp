@@ -65,8 +65,8 @@ std::size_t PaneSearch::CountBefore(std::size_t offset) const {
   for (std::size_t chunk = 0; chunk < last; ++chunk) count += chunks_[chunk].count;
   const std::size_t local = offset - store_.ChunkStart(last).bytes;
   const Hits& hits = HitsIn(last);
-  const auto behind = std::ranges::lower_bound(hits, local, {}, &PaneRange::begin);
-  return count + static_cast<std::size_t>(behind - hits.begin());
+  const auto next = std::ranges::lower_bound(hits, local, {}, &PaneRange::begin);
+  return count + static_cast<std::size_t>(next - hits.begin());
 }
 
 PaneSearch::Answer PaneSearch::NextHit(std::size_t from) const {
@@ -93,8 +93,8 @@ PaneSearch::Answer PaneSearch::PreviousHit(std::size_t before) const {
     const Hits& hits = HitsIn(chunk);
     const std::size_t local =
         i == 0 ? before - store_.ChunkStart(chunk).bytes : std::numeric_limits<std::size_t>::max();
-    const auto behind = std::ranges::lower_bound(hits, local, {}, &PaneRange::begin);
-    if (behind != hits.begin()) return {.hit = InText(chunk, *std::prev(behind))};
+    const auto next = std::ranges::lower_bound(hits, local, {}, &PaneRange::begin);
+    if (next != hits.begin()) return {.hit = InText(chunk, *std::prev(next))};
   }
   return {};
 }

@@ -53,10 +53,10 @@ PaneExtent PaneStore::total() const { return starts_.back() + chunks_.back().ext
 
 template <typename Measure>
 std::size_t PaneStore::FindChunk(std::size_t value, Measure measure) const {
-  const auto behind = std::upper_bound(
+  const auto next = std::upper_bound(
       starts_.begin(), starts_.end(), value,
       [&measure](std::size_t wanted, const PaneExtent& start) { return wanted < measure(start); });
-  return static_cast<std::size_t>(behind - starts_.begin()) - 1;
+  return static_cast<std::size_t>(next - starts_.begin()) - 1;
 }
 
 std::size_t PaneStore::ChunkOfOffset(std::size_t offset) const {

@@ -16,9 +16,9 @@ struct PanePiece {
   ColorRuns colors;
 };
 
-/// A text of millions of lines with colours, without caret or rules of its own: well-formed UTF-8 in which LF
-/// alone breaks lines. A position is a byte offset, 0 to Length(). Appending costs the same however long the
-/// text is; an edit in the middle moves one chunk's bytes.
+/// A text of millions of lines with colours, without caret or rules of its own: well-formed UTF-8 in which
+/// only LF breaks lines. A position is a byte offset, 0 to Length(). Appending costs the same however long
+/// the text is; an edit in the middle moves one chunk's bytes.
 class PaneStore {
  public:
   PaneStore();

@@ -214,18 +214,18 @@ TEST(PaneStoreOrigins, StayWithTheirLinesThroughEditsAndSplits) {
   PaneStore store;
   constexpr int kLines = 5000;
   for (int i = 1; i <= kLines; ++i) {
-    store.SetOrigin({.at_ms = i, .failure = i % 3 == 0});
+    store.SetOrigin({i, i % 3 == 0});
     store.AppendLine(std::to_string(i), kNoColor);
   }
   store.SetOrigin({});
   store.Insert(store.LineStart(10), "typed\nby hand\n", kNoColor);
   store.Erase(store.LineStart(100), store.LineStart(3000));
-  EXPECT_EQ(store.Origin(0).at_ms, 0);
+  EXPECT_EQ(store.Origin(0).at_ms(), 0);
   int checked = 0;
   for (std::size_t line = 13; line < store.LineCount(); ++line, ++checked) {
     const int number = std::stoi(std::string(store.Line(line)));
-    EXPECT_EQ(store.Origin(line).at_ms, number) << line;
-    EXPECT_EQ(store.Origin(line).failure, number % 3 == 0) << line;
+    EXPECT_EQ(store.Origin(line).at_ms(), number) << line;
+    EXPECT_EQ(store.Origin(line).failure(), number % 3 == 0) << line;
   }
   EXPECT_GT(checked, 2000);
 }

@@ -74,7 +74,7 @@ void OutputPane::AppendText(LineKind kind, std::string_view text, int back) {
 
 template <typename Append>
 void OutputPane::AppendBy(LineKind kind, const Append& append) {
-  const LineOrigin origin{.at_ms = QDateTime::currentMSecsSinceEpoch(), .failure = kind == LineKind::kError};
+  const LineOrigin origin(QDateTime::currentMSecsSinceEpoch(), kind == LineKind::kError);
   text_.SetOrigin(origin);
   if (session_) session_->SetOrigin(origin);
   NoteAppended(text_.Length());

@@ -103,7 +103,7 @@ void OutputPane::keyPressEvent(QKeyEvent* event) {
   }
 }
 
-// Right and Left turn the remembered block into a selection. Where none is remembered, Left alone ends the
+// Right and Left turn the remembered block into a selection. Where none is remembered, only Left ends the
 // selection at its begin, as in any text.
 bool OutputPane::SelectRememberedBlock(QKeyEvent* event) {
   const bool right = event->key() == Qt::Key_Right;

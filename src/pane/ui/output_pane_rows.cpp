@@ -114,9 +114,9 @@ std::size_t OutputPaneRows::RowsBefore(std::size_t chunk, std::size_t line) cons
 }
 
 PaneRow OutputPaneRows::RowAt(std::size_t row) const {
-  const auto behind = std::upper_bound(chunks_.begin(), chunks_.end(), row,
-                                       [](std::size_t r, const ChunkRows& chunk) { return r < chunk.start; });
-  const auto chunk = static_cast<std::size_t>(behind - chunks_.begin()) - 1;
+  const auto next = std::upper_bound(chunks_.begin(), chunks_.end(), row,
+                                     [](std::size_t r, const ChunkRows& chunk) { return r < chunk.start; });
+  const auto chunk = static_cast<std::size_t>(next - chunks_.begin()) - 1;
   const PaneChunk& text = store_.Chunk(chunk);
   const std::size_t offset = store_.ChunkStart(chunk).bytes;
   std::size_t part = row - chunks_[chunk].start;

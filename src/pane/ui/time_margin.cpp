@@ -65,7 +65,7 @@ QString OutputPane::lineTime(int line) const {
   const PaneStore& store = text_.store();
   if (line < 0 || static_cast<std::size_t>(line) >= store.LineCount()) return {};
   const LineOrigin origin = store.Origin(static_cast<std::size_t>(line));
-  return origin.at_ms == 0 ? QString() : QDateTime::fromMSecsSinceEpoch(origin.at_ms).toString(kForm);
+  return origin.at_ms() == 0 ? QString() : QDateTime::fromMSecsSinceEpoch(origin.at_ms()).toString(kForm);
 }
 
 QString OutputPane::SelectedTextWithTimes() const {
@@ -87,7 +87,7 @@ void OutputPane::ShowFailureHelp(const QPoint& place, const QPoint& global) {
   const std::size_t offset = OffsetAt(place);
   const std::size_t line = text_.store().LineAt(offset);
   const bool inside = CharacterRect(offset).adjusted(0, 0, 0, metrics_.row_height()).bottom() >= place.y();
-  const bool failed = failure_help_ && inside && text_.store().Origin(line).failure;
+  const bool failed = failure_help_ && inside && text_.store().Origin(line).failure();
   const std::string_view text = text_.store().Line(line);
   const QString help =
       failed ? failure_help_(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()))) : QString();
