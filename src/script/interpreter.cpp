@@ -65,8 +65,8 @@ std::string_view Interpreter::Execute(const SpecialLine& line) {
 }
 
 std::string_view Interpreter::Repeat(const SpecialLine& line) {
-  InterpreterState& state = links_.state;
-  Count<std::int16_t>(state.RepeatLevel, 1);
+  InterpreterState& state = links_.state.interpreter;
+  AddChecked<std::int16_t>(state.RepeatLevel, 1);
   const std::int32_t passes = base::RoundToInt32(line.Number());
   At(state.RepeatCount, state.RepeatLevel) = passes;
   At(state.RepeatRow, state.RepeatLevel) = static_cast<std::int16_t>(list_.current_row());
@@ -75,14 +75,14 @@ std::string_view Interpreter::Repeat(const SpecialLine& line) {
 
 // The block has run once when its end is reached for the first time, hence n + 1 passes.
 std::string_view Interpreter::EndRepeat(const SpecialLine& /*line*/) {
-  InterpreterState& state = links_.state;
+  InterpreterState& state = links_.state.interpreter;
   std::int32_t& passes = At(state.RepeatCount, state.RepeatLevel);
-  Count<std::int32_t>(passes, -1);
+  AddChecked<std::int32_t>(passes, -1);
   if (passes >= 0) {
     list_.ClearLineSelection(list_.current_row());
     list_.SetCurrentRow(At(state.RepeatRow, state.RepeatLevel));
   } else {
-    Count<std::int16_t>(state.RepeatLevel, -1);
+    AddChecked<std::int16_t>(state.RepeatLevel, -1);
   }
   return kDone;
 }
@@ -104,20 +104,20 @@ std::string_view Interpreter::IfError(const SpecialLine& /*line*/) {
 
 // Texts, not numbers, are compared, and the argument stands on the left.
 std::string_view Interpreter::IfEqual(const SpecialLine& line) {
-  return Condition(line.Argument() == links_.state.ParamValue);
+  return Condition(line.Argument() == links_.state.interpreter.ParamValue);
 }
 
 std::string_view Interpreter::IfGreater(const SpecialLine& line) {
-  return Condition(line.Argument() > links_.state.ParamValue);
+  return Condition(line.Argument() > links_.state.interpreter.ParamValue);
 }
 
 std::string_view Interpreter::IfLess(const SpecialLine& line) {
-  return Condition(line.Argument() < links_.state.ParamValue);
+  return Condition(line.Argument() < links_.state.interpreter.ParamValue);
 }
 
 std::string_view Interpreter::Condition(bool holds) {
-  links_.state.SkipRows = !holds;
-  Count<std::int16_t>(links_.state.IfDepth, 1);
+  links_.state.interpreter.SkipRows = !holds;
+  AddChecked<std::int16_t>(links_.state.interpreter.IfDepth, 1);
   return kDone;
 }
 
@@ -152,16 +152,16 @@ std::string_view Interpreter::CloseLog(const SpecialLine& /*line*/) {
 }
 
 std::string_view Interpreter::SplitParams(const SpecialLine& /*line*/) {
-  links_.state.ParamList = links_.terminal.last_answer.Fields();
+  links_.state.interpreter.ParamList = links_.terminal.last_answer.Fields();
   return kDone;
 }
 
 std::string_view Interpreter::GetParam(const SpecialLine& line) {
-  const std::vector<std::string>& fields = links_.state.ParamList;
+  const std::vector<std::string>& fields = links_.state.interpreter.ParamList;
   const double position = line.Number();
   if (fields.empty()) throw base::RuntimeError(base::RuntimeError::Kind::kSubscript);
   if (position < 1 || position > static_cast<double>(fields.size())) return texts::kNoSuchParameter;
-  links_.state.ParamValue = fields[static_cast<std::size_t>(base::RoundToInt32(position - 1))];
+  links_.state.interpreter.ParamValue = fields[static_cast<std::size_t>(base::RoundToInt32(position - 1))];
   return kDone;
 }
 
@@ -186,7 +186,7 @@ std::string_view Interpreter::Flush(const SpecialLine& /*line*/) {
 }
 
 std::string_view Interpreter::Read(const SpecialLine& /*line*/) {
-  links_.state.ReadFailed |= links_.exchange.Read(terminal::Sender::kList).Failed();
+  links_.state.interpreter.ReadFailed |= links_.exchange.Read(terminal::Sender::kList).Failed();
   return kDone;
 }
 

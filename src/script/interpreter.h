@@ -2,33 +2,17 @@
 
 #include <string_view>
 
-#include "device/device_state.h"
-#include "device/waits.h"
-#include "pane/pane.h"
 #include "script/command_list.h"
 #include "script/list_errors.h"
-#include "script/script_state.h"
+#include "script/script_links.h"
 #include "script/special_line.h"
-#include "terminal/exchange.h"
-#include "terminal/terminal_state.h"
 
 namespace kolvane::script {
-
-/// What the $ commands work on besides the list.
-struct InterpreterLinks {
-  InterpreterState& state;
-  terminal::TerminalState& terminal;  ///< last answer, silent mode, recording flag
-  device::DeviceState& device;        ///< how the last operation ended
-  device::Waits& waits;               ///< $DELAY
-  pane::Pane& pane;                   ///< $CLEAR
-  terminal::Exchange& exchange;       ///< $READ, $FLUSH
-  terminal::Log& log;
-};
 
 /// Carries out the rows that begin with "$". It steers a run only by the list's current row and by its state.
 class Interpreter {
  public:
-  Interpreter(CommandList& list, ListErrors& errors, const InterpreterLinks& links)
+  Interpreter(CommandList& list, ListErrors& errors, const ScriptLinks& links)
       : list_(list), errors_(errors), links_(links) {}
 
   /// Carries out `line`, the row that is current. Returns false where that ended in an error, which has been
@@ -77,7 +61,7 @@ class Interpreter {
 
   CommandList& list_;
   ListErrors& errors_;
-  InterpreterLinks links_;
+  ScriptLinks links_;
 };
 
 }  // namespace kolvane::script

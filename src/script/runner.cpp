@@ -108,7 +108,7 @@ void Runner::RunToEnd(int first) {
   stands_at_ = broken_at_ < kListRows ? broken_at_ + 1 : 0;
 }
 
-// Rows of a failed condition are passed over.
+// Rows of a failed condition are skipped.
 bool Runner::StopsBefore(int row) const {
   return !links_.state.interpreter.SkipRows && (row == stop_before_ || list_.HasBreakpoint(row));
 }
@@ -186,7 +186,7 @@ bool Runner::LineEndsCondition() const { return base::EqualsNoCase(line_, kEndIf
 
 void Runner::EndIf() {
   InterpreterState& state = links_.state.interpreter;
-  Count<std::int16_t>(state.IfDepth, -1);
+  AddChecked<std::int16_t>(state.IfDepth, -1);
   if (state.IfDepth == 0) state.SkipRows = false;
 }
 

@@ -4,22 +4,9 @@
 #include <string>
 
 #include "script/interpreter.h"
-#include "terminal/exchange.h"
+#include "script/script_links.h"
 
 namespace kolvane::script {
-
-/// The front end that a list runs in.
-class RunHost {
- public:
-  virtual ~RunHost() = default;
-  /// Locks (true) or unlocks whatever would disturb a run.
-  virtual void LockGUI(bool flag) = 0;
-  /// Called once the run has come to a row, before that is carried out.
-  virtual void RowStarts() {}
-  /// Called after each row of a run: the time to process events, or to look whether a stop was asked for. The
-  /// implementer decides how often that is worth while.
-  virtual void Yield() = 0;
-};
 
 /// What went wrong since a run or step began.
 struct RunOutcome {
@@ -27,24 +14,17 @@ struct RunOutcome {
   bool exchange_failed = false;  ///< a command was not written or not answered
 };
 
-/// What a run works on besides list and interpreter.
-struct RunnerLinks {
-  ScriptState& state;
-  terminal::Exchange& exchange;
-  RunHost& host;
-};
-
 /// Runs the command list: rows that begin with "$" through the interpreter, all others but comments, empty
 /// ones and those of a failed condition by an exchange. A run that is on is never entered again:
 /// whatever asks for another one in the meantime is refused and forgotten.
 class Runner {
  public:
-  Runner(CommandList& list, Interpreter& interpreter, ListErrors& errors, const RunnerLinks& links)
+  Runner(CommandList& list, Interpreter& interpreter, ListErrors& errors, const ScriptLinks& links)
       : list_(list), interpreter_(interpreter), errors_(errors), links_(links) {}
 
   /// TB_PLAY: from the first row to the end or until Stop or Break.
   void Play();
-  /// Plays from the current row on, whatever breakpoint that has. After Break it goes on behind the row in
+  /// Plays from the current row on, whatever breakpoint that has. After Break it goes on after the row in
   /// hand, as long as that is the current one. Loops and conditions stay as they are.
   void PlayFromHere();
   /// The next PlayOn, which plays from where a run stands, else from the first row, stops before `row`.
@@ -98,7 +78,7 @@ class Runner {
   CommandList& list_;
   Interpreter& interpreter_;
   ListErrors& errors_;
-  RunnerLinks links_;
+  ScriptLinks links_;
   RunOutcome outcome_;
   std::string line_;  ///< the row in hand, trimmed; a copy, since a message box lets the user edit the list
   int last_row_ = 0;

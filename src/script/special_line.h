@@ -87,7 +87,7 @@ constexpr const SpecialWord* FindSpecialWord(std::string_view word) {
 /// Adds `step` to a counter; throws RuntimeError kOverflow, the counter as it was, where its type is too
 /// small.
 template <typename Counter>
-void Count(Counter& counter, Counter step) {
+void AddChecked(Counter& counter, Counter step) {
   Counter sum;
   if (__builtin_add_overflow(counter, step, &sum))
     throw base::RuntimeError(base::RuntimeError::Kind::kOverflow);

@@ -7,29 +7,12 @@
 #include <vector>
 
 #include "device/fake_port_library.h"
+#include "script/fake_run_host.h"
 #include "script/list_text.h"
 #include "script/script_core.h"
 #include "terminal/session_bench.h"
 
 namespace kolvane::script {
-
-/// A front end that writes down the locks and, after each row, does what a test asks for.
-class FakeRunHost final : public RunHost {
- public:
-  void LockGUI(bool flag) override {
-    locks.push_back(flag);
-    if (flag && lock_fails) throw std::bad_alloc();
-  }
-  void Yield() override {
-    ++yields;
-    if (at_yield) at_yield();
-  }
-
-  std::vector<bool> locks;
-  bool lock_fails = false;
-  int yields = 0;
-  std::function<void()> at_yield;
-};
 
 /// A command list with a session that is connected, and nothing but fakes around them.
 struct RunBench : terminal::SessionBench {

@@ -8,6 +8,7 @@
 #include "device/fake_port_library.h"
 #include "pane/fake_pane.h"
 #include "script/command_list.h"
+#include "script/fake_run_host.h"
 #include "script/interpreter.h"
 #include "script/list_text.h"
 #include "script/script_state.h"
@@ -53,7 +54,8 @@ struct ScriptBench {
   base::SteadyClock clock;
   terminal::Exchange exchange{session.session, session.waits, session.state.options,
                               session.output,  clock,         ","};
-  Interpreter interpreter{list, errors, {state.interpreter, terminal, device, waits, pane, exchange, log}};
+  FakeRunHost host;
+  Interpreter interpreter{list, errors, {state, terminal, device, exchange, pane, waits, prompt, log, host}};
 };
 
 }  // namespace kolvane::script

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <functional>
+#include <new>
+#include <vector>
+
+#include "script/script_links.h"
+
+namespace kolvane::script {
+
+/// A front end that writes down the locks and, after each row, does what a test asks for.
+class FakeRunHost final : public RunHost {
+ public:
+  void LockGUI(bool flag) override {
+    locks.push_back(flag);
+    if (flag && lock_fails) throw std::bad_alloc();
+  }
+  void Yield() override {
+    ++yields;
+    if (at_yield) at_yield();
+  }
+
+  std::vector<bool> locks;
+  bool lock_fails = false;
+  int yields = 0;
+  std::function<void()> at_yield;
+};
+
+}  // namespace kolvane::script
