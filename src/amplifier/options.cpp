@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/number.h"
 #include "base/option_table.h"
 
 namespace kolvane::amplifier {

@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "app/run_options.h"
+#include "base/number.h"
 #include "base/option_table.h"
 
 namespace kolvane::app {

@@ -9,6 +9,7 @@
 
 #include "app/decode_options.h"
 #include "app/run_options.h"
+#include "base/number.h"
 
 namespace kolvane::app {
 namespace {
@@ -159,7 +160,7 @@ std::string HelpText() {
 The command terminal for measurement amplifiers and other line-oriented ASCII instruments.
 
 Without a command it opens the terminal's window, with the command list where one is named:
-  --mode N      operating mode: 2 own connection (default); 0 and 1, a host's device, are for hosts alone;
+  --mode N      operating mode: 2 own connection (default); 0 and 1, a host's device, are for hosts only;
                 any other opens the window on no device
   --demo        terminal connected to a simulated amplifier; the user's settings stay untouched
   --folder DIR  folder of histories, templates and help files; without a window as well
@@ -186,7 +187,7 @@ list or $RUN LIST.CMD; Ctrl+D ends it, Tab completes, Esc gives up a wait. All t
   --show-commands            print the commands, too
   --show-times               print the time that each exchange took
   --format text|csv|json     lines as in the window, or a record for each exchange
-  --fields N                 with csv: numeric answers alone, a column for each of N fields
+  --fields N                 with csv: numeric answers only, a column for each of N fields
   --repeat N                 run the list, or send the commands, N times; not with shell
   --every MS                 begin again every MS milliseconds, without --repeat until stopped; not with shell
   --transcript FILE          append all bytes both ways to FILE, as JSON lines with their times
@@ -199,7 +200,7 @@ list or $RUN LIST.CMD; Ctrl+D ends it, Tab completes, Esc gives up a wait. All t
   --no-device-words          DCL, RES and STP end no exchange
   --reconnect                after a lost connection the next command connects first
   --utf8                     the instrument speaks UTF-8
-  --no-errors                failed answers on standard error alone
+  --no-errors                failed answers on standard error only
   --timestamps               begin each line with its time
 
 check reports what is wrong in command lists without running them, one line each: FILE:ROW: Fehler: TEXT where a run

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/number.h"
 #include "base/option_table.h"
 
 namespace kolvane::app {

@@ -96,10 +96,8 @@ void TimeText::Append(std::int64_t time_ms, char decimal_sign, std::string& out)
 }
 
 std::string TimeStamp() {
-  using std::chrono::milliseconds;
-  const auto now = std::chrono::system_clock::now().time_since_epoch();
   std::string text;
-  TimeText().Append(std::chrono::duration_cast<milliseconds>(now).count(), '.', text);
+  TimeText().Append(WallClockMs(), '.', text);
   return text;
 }
 

@@ -51,6 +51,7 @@ class TimeText {
   std::time_t second_ = 0;  // of text_
   std::string text_;
 };
+
 /// This moment in local time to the millisecond, "2026-11-21 15:01:04.123".
 std::string TimeStamp();
 

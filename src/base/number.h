@@ -1,9 +1,11 @@
 #pragma once
 
+#include <charconv>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 namespace kolvane::base {
 
@@ -30,6 +32,17 @@ std::int32_t RoundToInt32(double value);
 /// of range.
 std::int16_t TextToInt16(std::string_view text);
 std::int32_t TextToInt32(std::string_view text);
+
+/// Digits, after a sign only where `smallest` is negative; nothing for anything else.
+template <typename Number>
+std::optional<Number> NumberValue(std::string_view text, Number smallest, Number largest, int base = 10) {
+  Number value{};
+  const char* end = text.data() + text.size();
+  const auto result = std::from_chars(text.data(), end, value, base);
+  const bool whole =
+      result.ec == std::errc() && result.ptr == end && (smallest < 0 || !text.starts_with('-'));
+  return whole && value >= smallest && value <= largest ? std::optional(value) : std::nullopt;
+}
 
 /// General decimal text, at most 7 (single) or 15 (double) significant digits, "1,5E-07" outside the plain
 /// range; `decimal_sign` stands between whole part and fraction.

@@ -2,12 +2,9 @@
 
 #include <getopt.h>
 
-#include <charconv>
 #include <initializer_list>
-#include <optional>
 #include <span>
 #include <string_view>
-#include <system_error>
 #include <vector>
 
 namespace kolvane::base {
@@ -30,16 +27,6 @@ std::vector<option> LongOptions(std::span<const OptionRow<Options>> rows, int fi
   all.insert(all.end(), others);
   all.push_back({});
   return all;
-}
-
-/// Digits, after a sign where `smallest` is negative; nothing for anything else.
-template <typename Number>
-std::optional<Number> NumberValue(std::string_view text, Number smallest, Number largest, int base = 10) {
-  Number value{};
-  const char* end = text.data() + text.size();
-  const auto result = std::from_chars(text.data(), end, value, base);
-  const bool whole = result.ec == std::errc() && result.ptr == end;
-  return whole && value >= smallest && value <= largest ? std::optional(value) : std::nullopt;
 }
 
 }  // namespace kolvane::base

@@ -1,10 +1,11 @@
 #include "device/port_table.h"
 
 #include <algorithm>
-#include <charconv>
+#include <cstdint>
+#include <limits>
 #include <string_view>
-#include <system_error>
 
+#include "base/number.h"
 #include "device/connection_parameters.h"
 #include "devlnk/node_names.h"
 
@@ -64,10 +65,7 @@ std::optional<std::int32_t> ConfiguredRate(std::int16_t code) {
   if (!name.starts_with("COM")) return std::nullopt;
   const std::string text = devlnk::ReadPortsFile();
   const std::string_view rate = devlnk::FindPort(text, std::string(name) + "_BAUD");
-  std::int32_t value = 0;
-  const auto result = std::from_chars(rate.data(), rate.data() + rate.size(), value);
-  const bool whole = result.ec == std::errc() && result.ptr == rate.data() + rate.size();
-  return whole && value > 0 ? std::optional(value) : std::nullopt;
+  return base::NumberValue(rate, 1, std::numeric_limits<std::int32_t>::max());
 }
 
 }  // namespace kolvane::device

@@ -1,10 +1,10 @@
 #include "device/resource_name.h"
 
 #include <algorithm>
-#include <charconv>
 #include <optional>
 #include <vector>
 
+#include "base/number.h"
 #include "base/text.h"
 #include "device/connection_form.h"
 #include "device/port_table.h"
@@ -41,22 +41,13 @@ Fields Split(std::string_view name) {
   }
 }
 
-std::optional<std::int32_t> Number(std::string_view text, std::int32_t smallest, std::int32_t largest,
-                                   int base = 10) {
-  std::int32_t value = 0;
-  const char* end = text.data() + text.size();
-  const auto result = std::from_chars(text.data(), end, value, base);
-  const bool whole = result.ec == std::errc() && result.ptr == end && !text.starts_with('-');
-  return whole && value >= smallest && value <= largest ? std::optional(value) : std::nullopt;
-}
-
 std::optional<std::int16_t> BusAddress(std::string_view text) {
-  const auto address = Number(text, 0, 31);
+  const auto address = base::NumberValue(text, 0, 31);
   return address ? std::optional(static_cast<std::int16_t>(*address)) : std::nullopt;
 }
 
 bool IsDeviceId(std::string_view text) {
-  return base::UpperCase(text).starts_with("0X") && Number(text.substr(2), 0, 0xFFFF, 16);
+  return base::UpperCase(text).starts_with("0X") && base::NumberValue(text.substr(2), 0, 0xFFFF, 16);
 }
 
 Result TcpIp(const Fields& fields) {
@@ -66,7 +57,7 @@ Result TcpIp(const Fields& fields) {
   if (host.starts_with('[') && host.ends_with(']')) host = host.substr(1, host.size() - 2);
   if (host.empty() || host.find_first_of(" []") != std::string_view::npos)
     return Problem("the host must be a name or an address");
-  const auto port = Number(fields[2], 1, UINT16_MAX);
+  const auto port = base::NumberValue(fields[2], 1, UINT16_MAX);
   if (!port) return Problem("the port must be a number from 1 to 65535");
   Resource resource{.port_code = port_code::kTcpIp};
   resource.host = host;

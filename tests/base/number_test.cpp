@@ -112,6 +112,15 @@ TEST(NumberText, IsShortWhereNobodyReadsMoreDigits) {
   EXPECT_EQ(ShortText(-3.1416, ","), "-3,14");
 }
 
+TEST(NumberValues, AreDigitsWithinTheirLimits) {
+  EXPECT_EQ(NumberValue("0", 0, 31), 0);
+  EXPECT_EQ(NumberValue("31", 0, 31), 31);
+  EXPECT_EQ(NumberValue("-1", -1, 1), -1);
+  EXPECT_EQ(NumberValue("fF", 0, 0xFFFF, 16), 255);
+  for (const char* other : {"", "32", "-0", "-1", "+1", " 1", "1 ", "1.0", "99999999999"})
+    EXPECT_EQ(NumberValue(other, 0, 31), std::nullopt) << other;
+}
+
 TEST(RuntimeErrors, CarryTheirGermanDescriptions) {
   EXPECT_STREQ(RuntimeError(RuntimeError::Kind::kOverflow).what(), "Überlauf");
   EXPECT_STREQ(RuntimeError(RuntimeError::Kind::kSubscript).what(), "Index außerhalb des gültigen Bereichs");
