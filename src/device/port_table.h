@@ -52,7 +52,7 @@ constexpr bool IsPointToPoint(std::int16_t code) {
 /// The RS232 page for a code that no row has.
 ParameterPage PageOfCode(std::int16_t code);
 
-/// What this computer has behind a port code, for the user to read: the device node of COM and LPT, the board
+/// What this computer has for a port code, for the user to read: the device node of COM and LPT, the board
 /// number of GPIB; empty for the other kinds.
 std::string PortNode(std::int16_t code);
 
@@ -63,7 +63,7 @@ std::string DefaultNode(std::string_view name);
 /// The value of `key` in the text of a ports.ini; empty where it has none.
 std::string FindPortSetting(std::string_view text, std::string_view key);
 
-/// The rate that ports.ini gives the line behind a port code, "COM1_BAUD=115200"; nothing where it gives
+/// The rate that ports.ini gives the line of a port code, "COM1_BAUD=115200"; nothing where it gives
 /// none.
 std::optional<std::int32_t> ConfiguredRate(std::int16_t code);
 

@@ -75,9 +75,9 @@ std::string LeftOver(const InterpreterState& state, bool silent, bool recording)
     text += (text.empty() ? "Noch offen: " : ", ") + part;
   };
   if (state.RepeatLevel > 0) add(Count(state.RepeatLevel, "Schleife", "Schleifen"));
-  if (state.RepeatLevel < 0) add(Count(-state.RepeatLevel, "$ENDREPEAT zu viel", "$ENDREPEAT zu viel"));
+  if (state.RepeatLevel < 0) add(std::to_string(-state.RepeatLevel) + " $ENDREPEAT zu viel");
   if (state.IfDepth > 0) add(Count(state.IfDepth, "Bedingung", "Bedingungen"));
-  if (state.IfDepth < 0) add(Count(-state.IfDepth, "$ENDIF zu viel", "$ENDIF zu viel"));
+  if (state.IfDepth < 0) add(std::to_string(-state.IfDepth) + " $ENDIF zu viel");
   if (state.SkipRows) add("Zeilen werden übergangen");
   if (silent) add("$SILENT ON");
   if (recording) add("$AUTOLOG ON");

@@ -118,22 +118,20 @@ void PortsDialog::Test() {
   const std::vector<PortSetting> settings = Entered();
   for (std::size_t at = 0; at < settings.size(); ++at) {
     const PortSetting& setting = settings[at];
+    if (kFields[at].code == 0 || setting.value.empty()) continue;
     const bool has_rate = at + 1 < settings.size() && settings[at + 1].name == setting.name + "_BAUD";
-    if (const QString result = TestOne(setting, has_rate ? settings[at + 1].value : ""); !result.isEmpty())
-      results << base::ToQt(setting.name) + QLatin1String(": ") + result;
+    const QString result = TestOne(kFields[at].code, setting.value, has_rate ? settings[at + 1].value : "");
+    results << base::ToQt(setting.name) + QLatin1String(": ") + result;
   }
   result_->setText(results.isEmpty() ? QStringLiteral("Nichts zugeordnet") : results.join(u'\n'));
 }
 
 // Opens and closes the port; nothing is sent.
-QString PortsDialog::TestOne(const PortSetting& setting, const std::string& rate) {
-  const auto at = std::ranges::find(kPortSettings, setting.name) - kPortSettings.begin();
-  const std::int16_t code = kFields[at].code;
-  if (code == 0 || setting.value.empty()) return {};
+QString PortsDialog::TestOne(std::int16_t code, const std::string& node, const std::string& rate) {
   PortLibrary* library = context_.library.Library();
   if (library == nullptr) return base::ToQt(context_.library.Failure());
   if (!library->TakesNode()) return QStringLiteral("lässt sich mit dieser Portbibliothek nicht prüfen");
-  library->SetNode(code, setting.value);
+  library->SetNode(code, node);
   const bool serial = code == port_code::kCom1 || code == port_code::kCom2;
   const std::int32_t baud = serial ? std::max(base::ToQt(rate).toInt(), 0) : kNoRate;
   const std::int32_t status = library->OpenPort(code, baud == 0 ? kUsualRate : baud, "n", 8, 1, kBuffer);

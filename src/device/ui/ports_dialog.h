@@ -35,8 +35,8 @@ class PortsDialog final : public QDialog {
   QComboBox* AddField(QFormLayout* form, const PortSetting& setting, const std::vector<AttachedPort>& ports);
   std::vector<PortSetting> Entered() const;
   void Test();
-  /// `rate` is what was entered for a serial line; empty or no number: the usual one.
-  QString TestOne(const PortSetting& setting, const std::string& rate);
+  /// `rate` is what was entered for a serial line; empty or not a number: the usual one.
+  QString TestOne(std::int16_t code, const std::string& node, const std::string& rate);
 
   PortsDialogContext context_;
   std::vector<PortSetting> loaded_;
