@@ -30,7 +30,7 @@ class LateBound {
     }
   }
 
-  /// The same for an operation of the session, where a failure is shown by its text only: what is behind it
+  /// The same for an operation of the session, where a failure is shown by its text only: what caused it
   /// goes to the log.
   template <typename Use>
   auto InSession(const char* operation, Use use) const {

@@ -44,7 +44,7 @@ struct CommandRunOptions {
   bool ShowTimes = false;
   bool Verbose = false;
   AnswerFormat Format = AnswerFormat::kText;
-  /// With kCsv: a row for each numeric answer alone, with so many columns for its fields.
+  /// With kCsv: a row for each numeric answer only, with so many columns for its fields.
   std::optional<std::int32_t> Fields;
   bool Flush = false;        ///< what has come is discarded before each command, silently
   bool QueriesOnly = false;  ///< a command without "?" outside quotes is not followed by a read

@@ -83,7 +83,7 @@ class RunOptions:
     show_commands, show_times: commands and response times are lines, too. verbose:
     so are notices. format: lines as in the window ("text"), or a record for each
     command ("csv", "json"), an answer line each; fields: with "csv" the numeric
-    answers alone, with so many columns. error_lines: whether a failed answer is a
+    answers only, with so many columns. error_lines: whether a failed answer is a
     line on standard output; timestamps: lines there and in the log begin with
     their time.
 

@@ -15,7 +15,7 @@ from .sessions import SESSIONS, Session, status_code
 
 
 def _usb_name(node: str, serial_number: str) -> Optional[str]:
-    """VISA's name of an instrument behind its message driver's node; None for a serial adapter."""
+    """VISA's name of an instrument on its message driver's node; None for a serial adapter."""
     system = pathlib.Path(os.environ.get("KOLVANE_SYSFS") or "/sys")
     device = (system / "class/usbmisc" / pathlib.Path(node).name / "device").resolve().parent
     try:

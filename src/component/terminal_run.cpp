@@ -180,7 +180,7 @@ void ShowModally(window::MainWindow& window, const QWidget* host, const Terminal
 }
 
 // What a window's controls show starts again. The last answer and status, the flags that $SILENT and $AUTOLOG
-// set, and what a command list has left behind belong to the component's life.
+// set, and what a command list has left open belong to the component's life.
 void ResetForWindow(ComponentState& state) {
   state.device.open_step_status = 0;
   state.terminal.receive = {};

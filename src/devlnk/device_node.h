@@ -24,8 +24,8 @@ class DeviceNode {
   virtual void Wait(Deadline& deadline) = 0;
 };
 
-/// Opens and locks the node: kOk, or why it cannot be had; `node` is set in the first case. `flags` are those
-/// of open(2) beyond O_RDWR.
+/// Opens and locks the node: kOk, or why it is not available; `node` is set in the first case. `flags` are
+/// those of open(2) beyond O_RDWR.
 Status OpenDeviceNode(const std::string& path, int flags, std::unique_ptr<DeviceNode>& node);
 
 }  // namespace kolvane::devlnk

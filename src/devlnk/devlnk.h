@@ -41,7 +41,7 @@ KOLVANE_DEVLNK_EXPORT int32_t QDX_EnableNTPortIO(int16_t port);
 KOLVANE_DEVLNK_EXPORT int32_t QDX_WritePort(const char* text);
 /* Receives up to count bytes (at most 16 MiB) over the start of buffer and leaves the rest of it as it was.
    terminator 0: returns when count bytes are there. Otherwise: returns when that byte, 1 to 255, has arrived
-   or count bytes are there; a terminator byte standing alone is taken off, the LF of a CR LF pair is handed
+   or count bytes are there; a lone terminator byte is stripped, the LF of a CR LF pair is handed
    over with its CR. A failure leaves buffer untouched; the bytes that came before it stay queued for the next
    read or flush. After a loss of the connection complete answers that came before it are delivered first.
    first: bytes delivered, second: bytes still queued; both may be null. The count is not the return value

@@ -58,7 +58,7 @@ void Add(Ports& ports, const NamedKind& kind, const std::string& node, const std
   ports.push_back({kind.kind, NameOf(kind, node), node, 0, {}, description});
 }
 
-// What the user has put behind a name without its being part of the record, such as a line made by another
+// What the user has put after a name without its being part of the record, such as a line made by another
 // program. The default nodes are often there without a port.
 void AddNamed(Ports& ports, const NamedKind& kind, const std::vector<std::string>& recorded) {
   for (const char* name : {kind.first, kind.second}) {

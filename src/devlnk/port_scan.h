@@ -11,9 +11,9 @@ namespace kolvane::devlnk {
 struct FoundPort {
   enum class Kind { kSerial, kUsb, kGpib, kParallel };
   Kind kind = Kind::kSerial;
-  std::string name;  ///< COM1, COM2, LPT1, LPT2 or GPIB where it is what stands behind that name; else empty
-  std::string node;  ///< empty for a GPIB board that the system's record does not show
-  int board = 0;     ///< with kGpib
+  std::string name;    ///< COM1, COM2, LPT1, LPT2 or GPIB where it is what that name stands for; else empty
+  std::string node;    ///< empty for a GPIB board that the system's record does not show
+  int board = 0;       ///< with kGpib
   std::string serial;  ///< serial number, with kUsb
   std::string description;
 };

@@ -28,7 +28,7 @@ void FinishOutput(OutputQueue& queue, std::uint32_t baud);
 /// FinishOutput.
 class SerialLine {
  public:
-  /// kOk, or why the line cannot be had; `line` is set in the first case.
+  /// kOk, or why the line is not available; `line` is set in the first case.
   static Status Open(const std::string& node, std::unique_ptr<SerialLine>& line);
   SerialLine(const SerialLine&) = delete;
   SerialLine& operator=(const SerialLine&) = delete;

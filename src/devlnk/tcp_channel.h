@@ -11,7 +11,7 @@ namespace kolvane::devlnk {
 /// share the deadline.
 Opened OpenTcp(const PortRequest& request, Deadline& deadline);
 
-/// The IP port behind the data-bits position; nothing when it is none.
+/// The IP port that the data-bits position stands for; nothing where it is not a port.
 std::optional<std::uint16_t> IpPortFrom(std::int32_t data_bits);
 
 }  // namespace kolvane::devlnk

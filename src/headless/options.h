@@ -7,7 +7,7 @@
 namespace kolvane::headless {
 
 /// The parameters of the connection that `options` give go over those that are there; what belongs to serial
-/// lines leaves every other kind of port alone.
+/// lines does not change any other kind of port.
 void ApplyConnectionOptions(const CommandRunOptions& options, device::ConnectionParameters& parameters);
 
 /// The same for receiving and sending; `controls` work on `state`.

@@ -23,7 +23,7 @@ void Attempt(Step step) {
   }
 }
 
-// As the user knows it: what stands in the status bar, or the kind and the node behind it.
+// As the user knows it: what stands in the status bar, or the kind and its node.
 std::string PortOf(const device::ConnectionParameters& connection) {
   const std::string node = device::PortNode(connection.port_code);
   if (node.empty()) return device::ConnectionDescription(connection);

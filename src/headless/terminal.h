@@ -54,7 +54,7 @@ class Terminal final : private terminal::ConnectionView, private terminal::Recei
 
   /// Whether the run is to end after the exchange in hand; the user has been told why then.
   bool StopDue();
-  /// Whether connecting anew after a loss was in vain.
+  /// Whether connecting again after a loss was in vain.
   bool ConnectionGone() const { return core_.connect.lost() && !state_.device.connected; }
 
   /// Whether what was under way since Resume has been given up.

@@ -10,8 +10,8 @@ BoxPositions::BoxPositions(std::string_view dump) {
 }
 
 Position BoxPositions::ToBox(Position place) const {
-  const auto behind = std::lower_bound(line_feeds_.begin(), line_feeds_.end(), place);
-  return place - (behind - line_feeds_.begin());
+  const auto next = std::lower_bound(line_feeds_.begin(), line_feeds_.end(), place);
+  return place - (next - line_feeds_.begin());
 }
 
 Position BoxPositions::FromBox(Position place) const {

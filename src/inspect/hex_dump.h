@@ -100,7 +100,7 @@ constexpr Position PlaceOfByte(std::size_t byte) {
   return at / kBytesPerLine * kLineLength + ByteColumn(at % kBytesPerLine);
 }
 
-/// The byte whose digits stand at `place`, or that before a place where none do; 0 in front of the first.
+/// The byte whose digits stand at `place`, or that before a place where none do; 0 before the first.
 std::size_t ByteAtPlace(Position place);
 
 }  // namespace kolvane::inspect

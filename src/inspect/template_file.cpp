@@ -166,7 +166,7 @@ class Parser {
 
   Template template_;
   int line_ = 0;
-  // Each stays until a later line sets it anew.
+  // Each stays until a later line sets it again.
   std::int32_t byte_count_ = 0;
   std::int32_t offset_ = 0;
   std::int32_t string_length_ = 0;

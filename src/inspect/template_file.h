@@ -54,7 +54,7 @@ struct TemplateField {
   FieldType type = FieldType::kByte;
   std::int32_t offset = 0;
   std::int32_t length = 0;       ///< bytes; of a text as it was written, below 0 too
-  std::optional<BitRange> bits;  ///< of whole numbers alone
+  std::optional<BitRange> bits;  ///< only of whole numbers
 };
 
 /// So many bytes are to be read.

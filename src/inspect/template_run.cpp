@@ -77,7 +77,7 @@ class TemplateRun {
   ByteBuffer& buffer_;
   std::vector<ResultLine> lines_;
 
-  // Each stays until a later field of its type sets it anew.
+  // Each stays until a later field of its type sets it again.
   std::uint8_t byte_ = 0;
   std::int16_t short_ = 0;
   std::int32_t long_ = 0;

@@ -27,7 +27,7 @@ struct ResultLine {
 std::vector<ResultLine> RunTemplate(const Template& parsed, const NumberForm& form, DumpView& view,
                                     ByteBuffer& buffer);
 
-/// The same with the bytes of the template's file, for who wants the texts alone.
+/// The same with the bytes of the template's file, for whoever wants only the texts.
 std::vector<std::string> RunTemplate(std::string_view file, const NumberForm& form, DumpView& view,
                                      ByteBuffer& buffer);
 

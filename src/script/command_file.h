@@ -41,7 +41,7 @@ class LineSplitter {
   /// Hands over the last line where it has no end.
   void Finish();
 
-  /// Length of the line that has begun and not yet ended.
+  /// Length of the line that has not yet ended.
   std::size_t pending() const { return pending_.size(); }
 
  private:

@@ -90,7 +90,7 @@ class CommandListObserver {
   virtual void FileChanged() = 0;
 };
 
-/// The command list behind the grid CommandScript: kListRows rows of UTF-8 text, numbered from 1. A row
+/// The command list that the grid CommandScript shows: kListRows rows of UTF-8 text, numbered from 1. A row
 /// outside of them has an empty text and no look, and changing it does nothing.
 class CommandList {
  public:

@@ -9,7 +9,7 @@ namespace kolvane::script {
 
 inline constexpr int kLevels = 17;  ///< $REPEAT levels 0 to 16; a list's first block is level 1
 
-/// What the $ commands leave behind for the rows after them, across runs.
+/// What the $ commands leave for the rows after them, across runs.
 struct InterpreterState {
   std::int16_t RepeatLevel = 0;                     ///< open $REPEAT blocks; -1 after an $ENDREPEAT too many
   std::array<std::int32_t, kLevels> RepeatCount{};  ///< passes left, by level

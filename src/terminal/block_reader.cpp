@@ -35,7 +35,7 @@ bool BlockReader::Take(std::size_t count, std::string_view terminator) {
   return true;
 }
 
-// What is there can be had at once; where nothing is, the next byte is waited for.
+// What has come is read at once; where nothing has, the next byte is waited for.
 std::size_t BlockReader::Piece(std::size_t left) {
   const auto waiting = static_cast<std::size_t>(std::max(device_.BytesWaiting(), 1));
   return std::min({waiting, left, kLargestPiece});
@@ -59,7 +59,7 @@ BlockReader::Result BlockReader::TakeCounted(std::size_t digits) {
   return Result::kBlock;
 }
 
-// A piece ends at the terminator's last byte, which may also stand alone within the block.
+// A piece ends at the terminator's last byte, which may also be a byte of the block.
 BlockReader::Result BlockReader::TakeToTerminator() {
   if (terminator_.empty()) device_.SetTimeout(kGapMs);
   do {

@@ -39,7 +39,7 @@ class ConnectionView : public device::WaitListener {
   /// Asked once a connection has been opened; false, and the user has been told why: it counts as failed.
   virtual bool AcceptsConnection() { return true; }
   virtual void ConnectionChanged() = 0;
-  /// The port is about to be closed, or opened anew: its descriptor goes.
+  /// The port is about to be closed, or opened again: its descriptor goes.
   virtual void ConnectionEnding() {}
 };
 
@@ -86,7 +86,7 @@ class ConnectCommands {
   void ReconnectAfterLoss(const bool& wanted, const std::int32_t& timeout_ms, const base::Clock& clock) {
     reconnect_ = {&wanted, &timeout_ms, &clock};
   }
-  /// Connects anew, again and again after pauses that double, and shows the failure where that is in vain.
+  /// Tries to connect again, after pauses that double, and shows the failure where that is in vain.
   void Reconnect();
 
   /// The button's look on a device that the host has opened already. The tag stays 0, so the first press

@@ -20,7 +20,7 @@ class LogFile {
   [[nodiscard]] int Open(const std::string& path);
   bool IsOpen() const { return static_cast<bool>(file_); }
 
-  /// Returns 0 or an errno; a line that finds no room in full leaves no part of itself behind.
+  /// Returns 0 or an errno; a line that does not fit in full leaves no part of itself in the file.
   [[nodiscard]] int WriteLine(std::string_view line);
   void Close() { file_ = {}; }
 

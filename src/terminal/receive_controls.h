@@ -17,7 +17,7 @@ class ReceiveControlsView {
   virtual void ShowReceiveControls(const ReceiveShown& shown, bool count_visible) = 0;
 };
 
-/// What stands behind cmbReceiveMode, cmbReceiveFormat, RcvTermChar, SendTermChar, ReceiveTimo and BinChars:
+/// The rules of cmbReceiveMode, cmbReceiveFormat, RcvTermChar, SendTermChar, ReceiveTimo and BinChars:
 /// the lists' coupling and their effect on settings and device. The window forwards each pick (of the item
 /// that is shown already, too) and each edit.
 class ReceiveControls {

@@ -16,7 +16,7 @@ enum class StateKind {
   kModem,     ///< the modem's last word after a dialling that failed
   kBytes,     ///< bytes that have come and were not read
   kWords,     ///< what the last failure means
-  kLeftOver,  ///< what an earlier run has left behind: loops, conditions, silence, recording
+  kLeftOver,  ///< what an earlier run has left open: loops, conditions, silence, recording
 };
 
 /// Whoever shows the state.

@@ -97,18 +97,18 @@ inline std::string LineClosed(std::string_view word) {
 
 inline constexpr const char* kBlockTooLong = "Block länger als 64 MiB";
 
-/// Empty for none.
 /// Of a block that is being read: "Block: 37 % von 8192 KB".
 inline std::string BlockProgress(int percent, std::size_t bytes) {
   return "Block: " + std::to_string(percent) + " % von " + std::to_string((bytes + 1023) / 1024) + " KB";
 }
 
+/// Empty where none wait.
 inline std::string BytesWaiting(std::int32_t bytes) {
   if (bytes <= 0) return {};
   return bytes == 1 ? "1 Byte wartet" : std::to_string(bytes) + " Bytes warten";
 }
 
-/// A failure by its code and what that means, or by its description alone where nobody knows.
+/// A failure by its code and what that means, or by its description only where nobody knows.
 inline std::string Words(const device::DeviceError& error, std::int32_t timeout_ms) {
   if (error.words.empty()) return error.description;
   const std::string meaning = error.code == device::device_status::kReadTimeout

@@ -27,7 +27,7 @@ class Unasked {
   /// worth while to look again: false while nobody takes what has come, and after a loss.
   bool Take();
 
-  /// Shows the begun line, for lack of more.
+  /// Shows the unfinished line, since no more comes.
   void ShowRest();
   bool HasRest() const { return !rest_.empty(); }
 

@@ -55,7 +55,7 @@ class Series {
   Chunks<Run> runs_;
 };
 
-/// Counts a series' values before one row after the other, which costs less than to look for each row anew.
+/// Counts a series' values before one row after the other, which costs less than to look for each row again.
 class SeriesScan {
  public:
   explicit SeriesScan(const Series& series) : series_(series) {}

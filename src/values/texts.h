@@ -40,8 +40,7 @@ inline constexpr std::string_view kNotPrinted = "Der Drucker nimmt den Auftrag n
 inline constexpr std::string_view kNoMemory = "Nicht genügend Speicher";
 inline constexpr std::string_view kTooManyRows =
     "So viele Zeilen passen nicht in die Zwischenablage. Bitte wählen Sie weniger aus, oder speichern Sie "
-    "eine "
-    "CSV-Datei.";
+    "eine CSV-Datei.";
 inline constexpr std::string_view kPause = "&Pause";
 inline constexpr std::string_view kPauseTip = "Anzeige anhalten; Messwerte werden weiter gesammelt";
 inline constexpr std::string_view kClear = "&Löschen";

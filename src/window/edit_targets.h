@@ -35,7 +35,7 @@ inline constexpr int kGrid = 1;
 /// The commands of popup menu and toolbar on the command list's grid.
 class GridTarget final : public EditTarget {
  public:
-  /// `look` takes what the user chooses; `window` stands behind the dialogs.
+  /// `look` takes what the user chooses; `window` is the parent of the dialogs.
   GridTarget(script::CommandGrid* grid, script::CommandFileMenu& files, base::Look& look,
              MessagePrompt& prompt, QWidget* window)
       : grid_(grid), files_(files), look_(look), prompt_(prompt), window_(window) {}
@@ -66,7 +66,7 @@ class GridTarget final : public EditTarget {
 /// The commands of menu, toolbar and popup menu on the output pane.
 class PaneTarget final : public EditTarget {
  public:
-  /// `look` takes what the user chooses; `window` stands behind the dialogs.
+  /// `look` takes what the user chooses; `window` is the parent of the dialogs.
   PaneTarget(pane::OutputPane* pane, base::Look& look, MessagePrompt& prompt, QWidget* window)
       : pane_(pane), look_(look), prompt_(prompt), window_(window) {}
 

@@ -8,7 +8,7 @@
 
 namespace kolvane::window {
 
-/// Joins the receive and send controls of the bar with the rules behind them.
+/// Joins the receive and send controls of the bar with their rules.
 class ReceiveView final : public QObject, private terminal::ReceiveControlsView {
   Q_OBJECT
 

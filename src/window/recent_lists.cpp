@@ -44,7 +44,7 @@ void RecentLists::Fill() {
     QString caption = names_[i];
     caption.replace(QLatin1Char('&'), QLatin1String("&&"));
     QAction* item = menu_->addAction(QStringLiteral("&%1 %2").arg((i + 1) % kMost).arg(caption));
-    // Later, as the menu that the item is in is filled anew.
+    // Later, since the menu that the item is in is filled again.
     connect(
         item, &QAction::triggered, this, [this, name = names_[i]] { open_(name); }, Qt::QueuedConnection);
   }

@@ -64,7 +64,7 @@ void BlockView::LoadFile(const std::string& name) {
   ShowPage(0, 0, true);
 }
 
-void BlockView::ShowPage(std::uint64_t page, std::size_t byte, bool anew) {
+void BlockView::ShowPage(std::uint64_t page, std::size_t byte, bool replaced) {
   page_ = page;
   bytes_ = source_.Read(page_offset(), kPageBytes);
   dump_.SetDump(DumpOfBytes(bytes_));
@@ -72,7 +72,7 @@ void BlockView::ShowPage(std::uint64_t page, std::size_t byte, bool anew) {
   view.MoveTo(PlaceOfByte(byte));
   dump_.Show(view);
   ShowPages();
-  Q_EMIT CaretSet(anew);
+  Q_EMIT CaretSet(replaced);
 }
 
 void BlockView::ShowPages() { bar_.ShowPages(page_ > 0, page_ + 1 < Pages(), Pages() > 1); }

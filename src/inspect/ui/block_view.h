@@ -46,13 +46,13 @@ class BlockView final : public QObject {
   void Tell(const std::string& text);
 
  Q_SIGNALS:
-  /// The caret stands on a byte whose value is to be shown; `anew` where another block or page came.
-  void CaretSet(bool anew);
+  /// The caret stands on a byte whose value is to be shown; `replaced` where another block or page came.
+  void CaretSet(bool replaced);
 
  private:
   static constexpr std::size_t kPageBytes = kMostDumpBytes;
 
-  void ShowPage(std::uint64_t page, std::size_t byte, bool anew);
+  void ShowPage(std::uint64_t page, std::size_t byte, bool replaced);
   void MoveTo(std::uint64_t offset);
   void ShowPages();
   std::uint64_t Pages() const { return (source_.size() + kPageBytes - 1) / kPageBytes; }

@@ -63,7 +63,7 @@ std::vector<Finding> CheckList(const std::vector<std::string_view>& rows, const 
 /// The same for the rows of `list`.
 std::vector<Finding> CheckList(const CommandList& list, const RunStart& start = {});
 
-/// How deep each row of `list` is inside loops and conditions, by the text alone; the first one is row 1's.
+/// How deep each row of `list` is inside loops and conditions, by the text only; the first one is row 1's.
 std::vector<int> Indents(const CommandList& list);
 
 }  // namespace kolvane::script::checker

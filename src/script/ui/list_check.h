@@ -39,7 +39,7 @@ class ListCheck final : public QObject {
   /// Checks, and goes to the first row with a finding.
   void Begin();
   void End();
-  /// After a run, which has left a state of its own after.
+  /// After a run, which has left a state of its own.
   void CheckAgain();
 
  private:

@@ -77,7 +77,7 @@ constexpr int kIndentSpaces = 2;
 constexpr int kError = 2;  // of CommandListModel::kFindingRole
 constexpr QColor kHintColor(200, 120, 0);
 
-/// The spaces that a row is shown after, and that are not part of it.
+/// The spaces that are shown before a row and are not part of it.
 QString Indentation(const QModelIndex& index) {
   return QString(kIndentSpaces * index.data(CommandListModel::kIndentRole).toInt(), QLatin1Char(' '));
 }

@@ -36,7 +36,7 @@ class SaveDialog final : public QFileDialog {
   Q_OBJECT
 
  public:
-  /// Offers all forms, `chosen` first in line; the print-out's dialog has kPdf alone.
+  /// Offers all forms, `chosen` first; the print-out's dialog has only kPdf.
   SaveDialog(QWidget* parent, const QString& folder, SaveForm chosen);
 
   void OfferOnly(SaveForm form);

@@ -12,7 +12,7 @@ namespace kolvane::values {
 
 /// The plot `ValuesPlot`: the curves that a list shows, over time or over the row number. The user zooms with
 /// the wheel, moves and selects with the mouse or the keys, and reads the values at the cursor. The picture
-/// is painted anew only where something has changed.
+/// is painted again only where something has changed.
 class ValuesPlot final : public QWidget {
   Q_OBJECT
 

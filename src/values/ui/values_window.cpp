@@ -185,7 +185,7 @@ void ValuesWindow::CopyPicture() { QGuiApplication::clipboard()->setImage(output
 
 namespace {
 
-// By the keyboard alone, too, which Qt's tool bars leave out.
+// By the keyboard, too, which Qt's tool bars leave out.
 void LetTabReach(QToolBar* bar) {
   for (QToolButton* button : bar->findChildren<QToolButton*>()) {
     if (!button->objectName().startsWith(QLatin1String("qt_"))) button->setFocusPolicy(Qt::TabFocus);
