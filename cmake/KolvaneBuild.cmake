@@ -62,6 +62,11 @@ set(window_headers ${logic_headers} <QAction> <QApplication> <QComboBox> <QLabel
 set(test_headers ${logic_headers} <gtest/gtest.h>)
 set(gui_test_headers ${window_headers} <gtest/gtest.h> <QClipboard> <QMenu> <QMessageBox> <QTest>)
 
+# Several files are compiled as one: the tests in the presets release and asan, everything in asan. A name in an
+# anonymous namespace then stands for one thing in its folder.
+option(KOLVANE_UNITY_TESTS "Compile the tests in batches" OFF)
+set(CMAKE_UNITY_BUILD_BATCH_SIZE 12)
+
 # kolvane_precompiled(TARGET KIND): TARGET is compiled with the headers of KIND (logic, window, test, gui_test). The first
 # target of a kind compiles them for all others, so all of a kind need the same options.
 function(kolvane_precompiled target kind)
@@ -115,6 +120,9 @@ function(kolvane_test_program name precompiled)
   # Optimising the tests' own code takes longer than it saves; Qt asks for -fPIC, and all share precompiled headers.
   target_compile_options(${name} PRIVATE $<$<CONFIG:Release>:-O0> -fPIC)
   set_target_properties(${name} PROPERTIES KOLVANE_TEST ON RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+  if(KOLVANE_UNITY_TESTS)
+    set_target_properties(${name} PROPERTIES UNITY_BUILD ON)
+  endif()
   if(precompiled STREQUAL gui_test)
     # Qt names each test's folders to it; nothing asks, and one precompiled header has to do for all.
     target_compile_options(${name} PRIVATE -UQT_TESTCASE_BUILDDIR -UQT_TESTCASE_SOURCEDIR)

@@ -130,7 +130,7 @@ Refusal AskLimitStates(State& state, const Arguments& arguments, Reply& reply) {
   });
 }
 
-constexpr Command kRows[] = {
+constexpr Command kChannelRows[] = {
     {"CHS?", 0, 0, ListChannels},
     {"NAME", 2, 2, SetName},
     {"NAME?", 0, 1, AskMember<&ChannelSettings::name>},
@@ -155,6 +155,6 @@ constexpr Command kRows[] = {
 
 }  // namespace
 
-std::span<const Command> ChannelCommands() { return kRows; }
+std::span<const Command> ChannelCommands() { return kChannelRows; }
 
 }  // namespace kolvane::amplifier

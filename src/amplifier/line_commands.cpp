@@ -123,7 +123,7 @@ Refusal Mute(State& state, const Arguments& arguments, Reply& reply) {
   return Done(reply);
 }
 
-constexpr Command kRows[] = {
+constexpr Command kLineRows[] = {
     {"ECHO", 0, kAnyCount, EchoText},
     {"LONG?", 1, 1, LongLine},
     {"RAMP?", 1, 1, Ramp},
@@ -143,6 +143,6 @@ constexpr Command kRows[] = {
 
 }  // namespace
 
-std::span<const Command> LineCommands() { return kRows; }
+std::span<const Command> LineCommands() { return kLineRows; }
 
 }  // namespace kolvane::amplifier

@@ -119,7 +119,7 @@ Refusal AskBufferBlock(State& state, const Arguments& arguments, Reply& reply) {
   return SendBlock(state, request, state.recording.settings, reply);
 }
 
-constexpr Command kRows[] = {
+constexpr Command kMeasuringRows[] = {
     {"RATE", 1, 1, SetRate},
     {"RATE?", 0, 0, AskRate},
     {"STA", 1, 2, Start},
@@ -132,6 +132,6 @@ constexpr Command kRows[] = {
 
 }  // namespace
 
-std::span<const Command> MeasuringCommands() { return kRows; }
+std::span<const Command> MeasuringCommands() { return kMeasuringRows; }
 
 }  // namespace kolvane::amplifier

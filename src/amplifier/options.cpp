@@ -51,7 +51,7 @@ bool TakeNumber(std::string_view text, std::uint64_t least, std::uint64_t most, 
 
 using Value = std::string_view;
 
-constexpr base::OptionRow<Options> kRows[] = {
+constexpr base::OptionRow<Options> kOptionRows[] = {
     {"tcp", "a port number from 0 to 65535",
      [](Options& o, Value v) { return TakeNumber(v, 0, 65535, o.tcp_port.emplace()); }},
     {"pty", "the path of a link", [](Options& o, Value v) { return !(o.pty_link = v).empty(); }},
@@ -90,7 +90,7 @@ constexpr base::OptionRow<Options> kRows[] = {
      }},
     {"exit-with-parent", nullptr, [](Options& o, Value) { return o.exit_with_parent = true; }},
 };
-constexpr std::size_t kRowCount = std::size(kRows);
+constexpr std::size_t kRowCount = std::size(kOptionRows);
 constexpr int kHelpCode = kRowCount;
 constexpr int kVersionCode = kHelpCode + 1;
 
@@ -127,7 +127,8 @@ bool GoesWithReplay(std::string_view name) {
 
 std::variant<Options, Information, UsageError> ParseOptions(int argc, char* const argv[]) {
   const std::vector<option> table = base::LongOptions<Options>(
-      kRows, 0, {{"help", no_argument, nullptr, kHelpCode}, {"version", no_argument, nullptr, kVersionCode}});
+      kOptionRows, 0,
+      {{"help", no_argument, nullptr, kHelpCode}, {"version", no_argument, nullptr, kVersionCode}});
   Options options;
   std::string_view stranger;  // to a replay
   optind = 0;                 // makes getopt_long start afresh
@@ -137,7 +138,7 @@ std::variant<Options, Information, UsageError> ParseOptions(int argc, char* cons
     if (code == kHelpCode) return Information{std::string(kHelp)};
     if (code == kVersionCode) return Information{"kolvane-amplifier " KOLVANE_VERSION "\n"};
     if (code == '?' || code == ':') return UsageError{Complaint(code, argv[optind - 1])};
-    const auto& row = kRows[code];
+    const auto& row = kOptionRows[code];
     if (!GoesWithReplay(row.name)) stranger = row.name;
     const std::string_view value = optarg != nullptr ? optarg : "";
     if (!row.take(options, value))

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <ctime>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
@@ -13,6 +12,7 @@
 #include <utility>
 
 #include "amplifier/pty.h"
+#include "base/clock.h"
 
 namespace kolvane::amplifier {
 namespace {
@@ -41,12 +41,6 @@ std::vector<Conversation> AsOne(std::vector<Conversation> conversations) {
   for (Conversation& each : conversations)
     std::ranges::move(each.utterances, std::back_inserter(one.front().utterances));
   return one;
-}
-
-timespec Until(Replay::Clock::time_point due) {
-  const auto left = std::chrono::duration_cast<std::chrono::nanoseconds>(due - Replay::Clock::now());
-  const auto count = std::max<std::int64_t>(left.count(), 0);
-  return {count / 1'000'000'000, count % 1'000'000'000};
 }
 
 }  // namespace
@@ -90,7 +84,7 @@ bool ReplayServer::Wait(int stop) {
                                  {stream_ ? stream_->descriptor() : -1, POLLIN, 0}}};
   if (!out_.empty()) watched[3].events |= POLLOUT;
   const auto due = retry_ ? retry_ : replay_ ? replay_->Due() : std::nullopt;
-  const timespec limit = due ? Until(*due) : timespec{};
+  const timespec limit = due ? base::TimeUntil(*due) : timespec{};
   if (ppoll(watched.data(), watched.size(), due ? &limit : nullptr, nullptr) <= 0) return true;
   if (watched[0].revents != 0) return false;
   for (const pollfd& entry : {watched[1], watched[2]}) {

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <ctime>
 #include <fstream>
 #include <iterator>
 #include <system_error>
@@ -13,6 +12,7 @@
 #include "amplifier/instrument.h"
 #include "amplifier/line_commands.h"
 #include "amplifier/pty.h"
+#include "base/clock.h"
 
 namespace kolvane::amplifier {
 namespace {
@@ -32,12 +32,6 @@ std::unique_ptr<LineHandler> NewHandler(const Options& options, const base::Cloc
   Instrument::Setup setup{options.seed, options.transmission, {}};
   for (const std::string& path : options.files) setup.files.push_back(ReadFile(path));
   return std::make_unique<Instrument>(clock, std::move(setup));
-}
-
-timespec Until(Connection::Clock::time_point due) {
-  const auto left = std::chrono::duration_cast<std::chrono::nanoseconds>(due - Connection::Clock::now());
-  const auto count = std::max<std::int64_t>(left.count(), 0);
-  return {count / 1'000'000'000, count % 1'000'000'000};
 }
 
 }  // namespace
@@ -73,7 +67,7 @@ void Server::Wait(int stop) {
   for (const auto& connection : connections_) Watch(connection->descriptor(), connection->Events());
 
   const auto due = NextDue();
-  const timespec limit = due ? Until(*due) : timespec{};
+  const timespec limit = due ? base::TimeUntil(*due) : timespec{};
   if (ppoll(watched_.data(), watched_.size(), due ? &limit : nullptr, nullptr) < 0) {
     for (pollfd& entry : watched_) entry.revents = 0;
   }

@@ -117,7 +117,7 @@ Refusal Preset(State& state, const Arguments&, Reply& reply) {
   return Refusal::kNone;
 }
 
-constexpr Command kRows[] = {
+constexpr Command kSystemRows[] = {
     {"*IDN?", 0, 0, Identify},  {"*RST", 0, 0, ResetSettings}, {"RES", 0, 0, RestartInstrument},
     {"DCL", 0, 0, GoToLocal},   {"CMD?", 0, 0, ListCommands},  {"ERR?", 0, 0, LastError},
     {"STAT?", 0, 0, Status},    {"TIME?", 0, 0, Time},         {"OPMODE", 1, 1, SetMode},
@@ -127,6 +127,6 @@ constexpr Command kRows[] = {
 
 }  // namespace
 
-std::span<const Command> SystemCommands() { return kRows; }
+std::span<const Command> SystemCommands() { return kSystemRows; }
 
 }  // namespace kolvane::amplifier

@@ -2,7 +2,7 @@
 
 #include <locale.h>
 
-#include <chrono>
+#include <algorithm>
 #include <cstdlib>
 #include <ctime>
 #include <string_view>
@@ -21,6 +21,14 @@ double Uptime() {
 SteadyClock::SteadyClock() : origin_(Uptime()) {}
 
 double SteadyClock::Seconds() const { return Uptime() - origin_; }
+
+timespec TimeUntil(std::chrono::steady_clock::time_point due) {
+  using std::chrono::nanoseconds;
+  constexpr std::int64_t kPerSecond = 1'000'000'000;
+  const auto left = std::chrono::duration_cast<nanoseconds>(due - std::chrono::steady_clock::now());
+  const auto count = std::max<std::int64_t>(left.count(), 0);
+  return {count / kPerSecond, count % kPerSecond};
+}
 
 namespace {
 

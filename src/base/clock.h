@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <ctime>
@@ -25,6 +26,9 @@ class SteadyClock final : public Clock {
  private:
   double origin_;
 };
+
+/// The time that is left until `due`, none where it has passed; for ppoll.
+timespec TimeUntil(std::chrono::steady_clock::time_point due);
 
 /// Date and time in the default form of the user's locale (LC_ALL, LC_TIME, LANG), local time, UTF-8. A
 /// system without a locale of its own (C, POSIX) gets the form of the interface's language, "20.11.2026

@@ -99,4 +99,10 @@ std::string_view TakeLine(std::string_view& bytes) {
   return line;
 }
 
+std::vector<std::string> LinesOf(std::string_view bytes) {
+  std::vector<std::string> lines;
+  while (!bytes.empty()) lines.emplace_back(TakeLine(bytes));
+  return lines;
+}
+
 }  // namespace kolvane::base

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace kolvane::base {
 
@@ -10,6 +11,9 @@ namespace kolvane::base {
 bool EqualsNoCase(std::string_view a, std::string_view b);
 bool ContainsNoCase(std::string_view text, std::string_view part);
 std::string UpperCase(std::string_view text);
+
+constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+constexpr bool IsAsciiLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
 
 /// `text` without the spaces (character 32 only) at both ends.
 std::string_view TrimBlanks(std::string_view text);
@@ -21,6 +25,8 @@ std::string_view TrimBlanksRight(std::string_view text);
 /// Takes one line off the front of `bytes`, which is not empty, and returns it without its end: CR LF, LF or
 /// CR.
 std::string_view TakeLine(std::string_view& bytes);
+/// All lines of `bytes`; an end at the very end does not start another line.
+std::vector<std::string> LinesOf(std::string_view bytes);
 
 /// Hands the fields of `text`, which commas separate, to `use` one by one for as long as that returns true;
 /// an empty text is one empty field. Whether it returned true for all of them.

@@ -16,12 +16,12 @@ addrinfo Hints(int flags) {
 }
 
 /// The result of getaddrinfo: its code, and the list where that is 0.
-struct Answer {
+struct Lookup {
   int code = EAI_AGAIN;
   AddressList addresses;
 };
 
-Answer Resolve(const std::string& host, const std::string& service, int flags) {
+Lookup Resolve(const std::string& host, const std::string& service, int flags) {
   const addrinfo hints = Hints(flags);
   addrinfo* found = nullptr;
   const int code = getaddrinfo(host.c_str(), service.c_str(), &hints, &found);
@@ -29,7 +29,7 @@ Answer Resolve(const std::string& host, const std::string& service, int flags) {
 }
 
 FoundHost AskNameService(const std::string& host, const std::string& service, Deadline& deadline) {
-  std::optional<Answer> answer =
+  std::optional<Lookup> answer =
       RunWithDeadline(deadline, [host, service] { return Resolve(host, service, 0); });
   if (!answer) return {Status::kLookupFailed, nullptr};
   if (answer->code != 0) return {StatusFromLookup(answer->code), nullptr};
@@ -53,7 +53,7 @@ Status StatusFromLookup(int code) {
 
 FoundHost FindHost(const std::string& host, std::uint16_t port, Deadline& deadline) {
   const std::string service = std::to_string(port);
-  Answer figures = Resolve(host, service, AI_NUMERICHOST);
+  Lookup figures = Resolve(host, service, AI_NUMERICHOST);
   if (figures.code == 0) return {Status::kOk, std::move(figures.addresses)};
   return AskNameService(host, service, deadline);
 }

@@ -14,7 +14,7 @@ namespace {
 constexpr int kMaxLevel = 15;
 constexpr std::size_t kMaxEntries = 10'000;
 
-class Reader {
+class ContentsReader {
  public:
   void Take(const HtmlPiece& piece) {
     const auto is = [&piece](std::string_view name) { return base::EqualsNoCase(piece.name, name); };
@@ -56,7 +56,7 @@ class Reader {
 }  // namespace
 
 std::vector<ContentsEntry> ParseContents(std::string_view html) {
-  Reader reader;
+  ContentsReader reader;
   while (const auto piece = TakePiece(html)) {
     if (piece->is_tag) reader.Take(*piece);
     if (reader.entries.size() == kMaxEntries) break;

@@ -67,8 +67,6 @@ constexpr std::string_view kBlanks = " \t\r\n\f";
 constexpr std::string_view kNone = {};
 constexpr std::size_t kLongestTag = 8192;
 
-bool IsLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
-
 std::string_view SkipBlanks(std::string_view text) {
   text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
   return text;
@@ -93,7 +91,7 @@ std::size_t TagEnd(std::string_view html) {
 
 bool StartsTag(std::string_view html) {
   if (html.size() < 2 || html[0] != '<') return false;
-  return IsLetter(html[1]) || html[1] == '/' || html[1] == '!' || html[1] == '?';
+  return base::IsAsciiLetter(html[1]) || html[1] == '/' || html[1] == '!' || html[1] == '?';
 }
 
 HtmlPiece Tag(std::string_view inside) {

@@ -23,14 +23,14 @@ constexpr int kExplained[] = {2,  3,  4,  10, 11, 12, 13, 14, 20,  21,  22,  23,
                               30, 31, 40, 41, 50, 51, 60, 61, 901, 902, 903, 904};
 
 // A text belongs to the first row whose beginning it has and whose part it holds.
-struct Row {
+struct MessageRow {
   std::string_view begin;
   std::string_view part;
   std::uint32_t topic;
   std::string_view anchor;
 };
 
-constexpr Row kRows[] = {
+constexpr MessageRow kMessageRows[] = {
     {"", "Die Portbibliothek „", kConnection, "bibliothek"},
     {"Fehler beim Verbindungsaufbau: ", "", kConnection, "aufbau"},
     {"Fehler beim Verbindungsabbau: ", "", kConnection, "abbau"},
@@ -99,10 +99,10 @@ int StatusIn(std::string_view text) {
 
 std::optional<HelpPlace> MessagePlace(std::string_view text) {
   if (IsOfTheReference(text)) return HelpPlace{kFiles, "d8"};
-  const auto* row = std::ranges::find_if(kRows, [text](const Row& each) {
+  const auto* row = std::ranges::find_if(kMessageRows, [text](const MessageRow& each) {
     return text.starts_with(each.begin) && text.find(each.part) != std::string_view::npos;
   });
-  if (row == std::end(kRows)) return std::nullopt;
+  if (row == std::end(kMessageRows)) return std::nullopt;
   const int status = row->begin.starts_with("Fehler beim Verbindungs") ? StatusIn(text) : 0;
   if (IsExplained(status)) return HelpPlace{kStatuses, "s" + std::to_string(status)};
   return HelpPlace{row->topic, std::string(row->anchor)};

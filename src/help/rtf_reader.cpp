@@ -60,9 +60,9 @@ std::optional<Destination> DestinationOf(RtfMeaning meaning) {
   }
 }
 
-class Reader {
+class RtfReader {
  public:
-  explicit Reader(std::string_view bytes) : tokens_(bytes) {}
+  explicit RtfReader(std::string_view bytes) : tokens_(bytes) {}
 
   RtfResult Run();
 
@@ -100,7 +100,7 @@ class Reader {
   bool stopped_ = false;
 };
 
-RtfResult Reader::Run() {
+RtfResult RtfReader::Run() {
   if (!Begins()) return {.document = {}, .fault = RtfFault::kNotRichText};
   while (!stopped_) Handle(tokens_.Next());
   AddText({});
@@ -108,14 +108,14 @@ RtfResult Reader::Run() {
   return std::move(result_);
 }
 
-bool Reader::Begins() {
+bool RtfReader::Begins() {
   if (tokens_.Next().kind != Kind::kOpen) return false;
   groups_.emplace_back();
   const RtfToken word = tokens_.Next();
   return word.kind == Kind::kWord && word.text == "rtf";
 }
 
-void Reader::Handle(const RtfToken& token) {
+void RtfReader::Handle(const RtfToken& token) {
   switch (token.kind) {
     case Kind::kOpen:
       return Open();
@@ -140,14 +140,14 @@ void Reader::Handle(const RtfToken& token) {
   }
 }
 
-void Reader::Open() {
+void RtfReader::Open() {
   fallback_left_ = 0;
   if (groups_.size() == kRtfDeepest) return Stop(RtfFault::kTooDeep);
   groups_.push_back(groups_.back());
 }
 
 // Some writers leave spaces, line ends and NUL bytes after the last brace.
-void Reader::Close() {
+void RtfReader::Close() {
   fallback_left_ = 0;
   groups_.pop_back();
   if (!groups_.empty()) return;
@@ -158,35 +158,35 @@ void Reader::Close() {
   Stop(rest.kind == Kind::kEnd ? RtfFault::kNone : RtfFault::kTextAfterEnd);
 }
 
-void Reader::Stop(RtfFault fault) {
+void RtfReader::Stop(RtfFault fault) {
   Note(fault);
   stopped_ = true;
 }
 
-void Reader::Note(RtfFault fault) {
+void RtfReader::Note(RtfFault fault) {
   if (result_.fault == RtfFault::kNone) result_.fault = fault;
 }
 
-bool Reader::TakenAsFallback() {
+bool RtfReader::TakenAsFallback() {
   if (fallback_left_ == 0) return false;
   --fallback_left_;
   return true;
 }
 
-void Reader::HandleText(std::string_view bytes) {
+void RtfReader::HandleText(std::string_view bytes) {
   const std::size_t passed = std::min(fallback_left_, bytes.size());
   fallback_left_ -= passed;
   bytes.remove_prefix(passed);
   if (!bytes.empty()) AddText(base::FromWindows1252(bytes));
 }
 
-void Reader::HandleByte(const RtfToken& token) {
+void RtfReader::HandleByte(const RtfToken& token) {
   const char byte = static_cast<char>(token.parameter.value_or(0));
   const bool control = static_cast<unsigned char>(byte) < 0x20 && byte != '\t';
   if (!TakenAsFallback() && !control) AddText(base::FromWindows1252({&byte, 1}));
 }
 
-void Reader::HandleWord(const RtfWord& word, const RtfToken& token) {
+void RtfReader::HandleWord(const RtfWord& word, const RtfToken& token) {
   if (TakenAsFallback() || Current().destination == Destination::kSkipped) return;
   if (const auto destination = DestinationOf(word.meaning)) {
     Current().destination = *destination;
@@ -206,7 +206,7 @@ void Reader::HandleWord(const RtfWord& word, const RtfToken& token) {
   }
 }
 
-void Reader::Apply(RtfMeaning meaning, std::int32_t parameter, bool on) {
+void RtfReader::Apply(RtfMeaning meaning, std::int32_t parameter, bool on) {
   switch (Current().destination) {
     case Destination::kText:
       return ApplyToText(meaning, parameter, on);
@@ -217,7 +217,7 @@ void Reader::Apply(RtfMeaning meaning, std::int32_t parameter, bool on) {
   }
 }
 
-void Reader::ApplyToText(RtfMeaning meaning, std::int32_t parameter, bool on) {
+void RtfReader::ApplyToText(RtfMeaning meaning, std::int32_t parameter, bool on) {
   RtfFormat& format = Current().format;
   switch (meaning) {
     case RtfMeaning::kParagraph:
@@ -236,17 +236,17 @@ void Reader::ApplyToText(RtfMeaning meaning, std::int32_t parameter, bool on) {
   }
 }
 
-void Reader::AddUnicode(std::int32_t number) {
+void RtfReader::AddUnicode(std::int32_t number) {
   Deliver(unicode_.Add(number));
   fallback_left_ = Current().fallback_length;
 }
 
-void Reader::AddText(std::string_view text) {
+void RtfReader::AddText(std::string_view text) {
   Deliver(unicode_.Flush());
   Deliver(text);
 }
 
-void Reader::Deliver(std::string_view text) {
+void RtfReader::Deliver(std::string_view text) {
   if (text.empty()) return;
   switch (Current().destination) {
     case Destination::kText:
@@ -258,7 +258,7 @@ void Reader::Deliver(std::string_view text) {
   }
 }
 
-void Reader::AddToRun(std::string_view text) {
+void RtfReader::AddToRun(std::string_view text) {
   const RtfFormat& format = Current().format;
   if (paragraph_.runs.empty() || paragraph_.runs.back().format != format) {
     if (!CountPiece()) return;
@@ -267,13 +267,13 @@ void Reader::AddToRun(std::string_view text) {
   paragraph_.runs.back().text += text;
 }
 
-void Reader::FinishParagraph() {
+void RtfReader::FinishParagraph() {
   AddText({});
   if (CountPiece()) result_.document.paragraphs.push_back(std::exchange(paragraph_, {}));
 }
 
 // Whether one more run or paragraph is allowed.
-bool Reader::CountPiece() {
+bool RtfReader::CountPiece() {
   if (pieces_ == kRtfMostPieces) {
     Stop(RtfFault::kTooLarge);
     return false;
@@ -284,6 +284,6 @@ bool Reader::CountPiece() {
 
 }  // namespace
 
-RtfResult ReadRtf(std::string_view bytes) { return Reader(bytes).Run(); }
+RtfResult ReadRtf(std::string_view bytes) { return RtfReader(bytes).Run(); }
 
 }  // namespace kolvane::help

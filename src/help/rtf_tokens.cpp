@@ -4,13 +4,13 @@
 #include <charconv>
 #include <limits>
 
+#include "base/text.h"
+
 namespace kolvane::help {
 namespace {
 
 using Kind = RtfToken::Kind;
 
-bool IsLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 bool IsControlByte(char c) { return static_cast<unsigned char>(c) < 0x20 && c != '\t'; }
 bool IsPlain(char c) { return c != '\\' && c != '{' && c != '}' && !IsControlByte(c); }
 
@@ -44,14 +44,14 @@ RtfToken RtfTokens::Text() {
 
 RtfToken RtfTokens::Control() {
   if (AtEnd()) return Truncated();
-  if (IsLetter(bytes_[at_])) return Word();
+  if (base::IsAsciiLetter(bytes_[at_])) return Word();
   if (bytes_[at_] == '\'') return Byte();
   return {.kind = Kind::kSymbol, .text = bytes_.substr(at_++, 1)};
 }
 
 RtfToken RtfTokens::Word() {
   const std::size_t start = at_;
-  while (!AtEnd() && IsLetter(bytes_[at_])) ++at_;
+  while (!AtEnd() && base::IsAsciiLetter(bytes_[at_])) ++at_;
   const std::string_view word = bytes_.substr(start, at_ - start);
   const std::optional<std::int32_t> parameter = Parameter();
   if (!AtEnd() && bytes_[at_] == ' ') ++at_;
@@ -61,10 +61,10 @@ RtfToken RtfTokens::Word() {
 
 // Numbers beyond 32 bits stay at the end of the range.
 std::optional<std::int32_t> RtfTokens::Parameter() {
-  const bool negative = at_ + 1 < bytes_.size() && bytes_[at_] == '-' && IsDigit(bytes_[at_ + 1]);
+  const bool negative = at_ + 1 < bytes_.size() && bytes_[at_] == '-' && base::IsDigit(bytes_[at_ + 1]);
   const std::size_t start = at_;
   if (negative) ++at_;
-  while (!AtEnd() && IsDigit(bytes_[at_])) ++at_;
+  while (!AtEnd() && base::IsDigit(bytes_[at_])) ++at_;
   if (at_ == start) return std::nullopt;
   std::int32_t value = 0;
   const auto result = std::from_chars(bytes_.data() + start, bytes_.data() + at_, value);

@@ -6,13 +6,13 @@
 namespace kolvane::help {
 namespace {
 
-struct Row {
+struct WidgetRow {
   std::string_view name;
   std::uint32_t topic;
 };
 
 // A widget that is not here has the topic of what it stands in.
-constexpr Row kRows[] = {
+constexpr WidgetRow kWidgetRows[] = {
     // windows
     {"frmTerminal", 10},
     {"TermWin", 11},
@@ -193,8 +193,8 @@ constexpr Row kRows[] = {
 };
 
 std::optional<std::uint32_t> FindRow(std::string_view name) {
-  const auto* row = std::ranges::find(kRows, name, &Row::name);
-  return row == std::end(kRows) ? std::nullopt : std::optional(row->topic);
+  const auto* row = std::ranges::find(kWidgetRows, name, &WidgetRow::name);
+  return row == std::end(kWidgetRows) ? std::nullopt : std::optional(row->topic);
 }
 
 }  // namespace
@@ -209,7 +209,7 @@ std::optional<std::uint32_t> WidgetTopic(std::string_view object_name) {
 
 std::vector<std::uint32_t> AllWidgetTopics() {
   std::vector<std::uint32_t> topics;
-  for (const Row& row : kRows) topics.push_back(row.topic);
+  for (const WidgetRow& row : kWidgetRows) topics.push_back(row.topic);
   return topics;
 }
 

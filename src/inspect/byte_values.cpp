@@ -9,7 +9,7 @@ char CharacterAt(const DumpView& view, Position place) {
   return place < view.Length() ? view.text[static_cast<std::size_t>(place)] : '\0';
 }
 
-std::uint8_t ByteAt(const DumpView& view, Position place) {
+std::uint8_t ShownByteAt(const DumpView& view, Position place) {
   return HexPair(CharacterAt(view, place), CharacterAt(view, place + 1));
 }
 
@@ -27,7 +27,7 @@ Position NextByte(Position place) {
 bool BuildByteBuf(std::int32_t total_bytes, DumpView& view, ByteBuffer& buffer) {
   const Position start = view.caret;
   Position caret = start;
-  buffer[0] = ByteAt(view, caret);
+  buffer[0] = ShownByteAt(view, caret);
   std::size_t count = 1;
   while (caret <= view.Length() - kTextEnd && static_cast<std::int64_t>(count) != total_bytes) {
     caret = NextByte(caret);
@@ -35,7 +35,7 @@ bool BuildByteBuf(std::int32_t total_bytes, DumpView& view, ByteBuffer& buffer) 
       view.MoveTo(caret);
       return false;
     }
-    buffer[count++] = ByteAt(view, caret);
+    buffer[count++] = ShownByteAt(view, caret);
   }
   view.Select(start, caret - start + 2);
   return true;

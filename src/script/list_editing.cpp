@@ -11,14 +11,6 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-Texts LinesOf(std::string_view text) {
-  Texts lines;
-  LineSplitter splitter([&lines](std::string_view line) { lines.emplace_back(line); });
-  splitter.Feed(text);
-  splitter.Finish();
-  return lines;
-}
-
 // Leaves the first `room` lines; returns how many of the others hold text.
 int CutTo(Texts& lines, int room) {
   const auto end = lines.begin() + std::min(static_cast<int>(lines.size()), room);
@@ -56,14 +48,14 @@ void EmptyRows(CommandList& list, int first, int last) {
 }
 
 int PasteRows(CommandList& list, int row, std::string_view text) {
-  Texts lines = LinesOf(text);
+  Texts lines = base::LinesOf(text);
   const int left_out = CutTo(lines, row >= 1 && row <= kListRows ? kListRows - row + 1 : 0);
   list.SetTexts(row, lines);
   return left_out;
 }
 
 PastedRows ReplaceRow(CommandList& list, int row, std::string_view text) {
-  Texts lines = LinesOf(text);
+  Texts lines = base::LinesOf(text);
   lines.resize(std::max<std::size_t>(lines.size(), 1));
   const int used = list.InUse() ? row : std::max(list.LastUsedRow(), row);
   const int left_out = CutTo(lines, kListRows - used + 1);
@@ -94,7 +86,7 @@ void RemoveRows(CommandList& list, int first, int last) {
 }
 
 bool InsertLines(CommandList& list, int row, std::string_view text) {
-  Texts lines = LinesOf(text);
+  Texts lines = base::LinesOf(text);
   const int used = std::max(list.LastUsedRow(), row - 1);
   if (row < 1 || static_cast<int>(lines.size()) > kListRows - used) return false;
   const Texts after = list.Texts(row, used);

@@ -11,6 +11,7 @@
 #include "base/encoding.h"
 #include "base/read_file.h"
 #include "base/replace_file.h"
+#include "base/text.h"
 #include "script/command_file.h"
 
 namespace kolvane::script {
@@ -31,14 +32,6 @@ std::optional<CopyFolder> MakeFolder(const std::string& folder) {
   if (!around.IsHeld() || mkdtemp(made.path.data()) == nullptr) return std::nullopt;
   made.lock = std::make_unique<base::FolderLock>(made.path, kAtOnce);
   return made;
-}
-
-std::vector<std::string> LinesOf(std::string_view bytes) {
-  std::vector<std::string> lines;
-  LineSplitter splitter([&lines](std::string_view line) { lines.emplace_back(line); });
-  splitter.Feed(bytes);
-  splitter.Finish();
-  return lines;
 }
 
 // The name of a file with a line break in it is given up.
@@ -63,7 +56,7 @@ std::optional<LeftCopy> ReadCopy(CopyFolder folder) {
   std::time_t saved_at = 0;
   const std::optional<std::string> text = ReadText(folder.File(), saved_at);
   if (!text) return std::nullopt;
-  std::vector<std::string> lines = LinesOf(*text);
+  std::vector<std::string> lines = base::LinesOf(*text);
   if (lines.size() < 2 || !base::IsUtf8(*text)) {
     folder.Remove();
     return std::nullopt;

@@ -12,7 +12,7 @@
 namespace kolvane::window {
 namespace {
 
-constexpr int kGap = 6;
+constexpr int kFieldGap = 6;
 constexpr int kRowGap = 3;
 constexpr int kTextColumns = 24;
 constexpr int kCountColumns = 22;
@@ -32,7 +32,7 @@ bool IsEnter(const QKeyEvent* event) {
 
 FindBar::FindBar(QWidget* parent) : QWidget(parent) {
   setObjectName(QStringLiteral("FindBar"));
-  new FlowLayout(this, kGap, kRowGap);
+  new FlowLayout(this, kFieldGap, kRowGap);
   AddFinding();
   AddReplacing();
   auto* close = Add(new QPushButton(QStringLiteral("Schließen")), "FindClose", "Schließt die Suche (Esc)");
@@ -78,7 +78,7 @@ void FindBar::AddReplacing() {
   replacing_ = new QWidget;
   auto* row = new QHBoxLayout(replacing_);
   row->setContentsMargins(0, 0, 0, 0);
-  row->setSpacing(kGap);
+  row->setSpacing(kFieldGap);
   auto* caption = new QLabel(QStringLiteral("Ersetzen durch:"));
   replacement_ = new QLineEdit;
   replacement_->setObjectName(QStringLiteral("ReplaceText"));

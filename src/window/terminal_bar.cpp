@@ -40,7 +40,7 @@ bool BarList::eventFilter(QObject* watched, QEvent* event) {
 namespace {
 
 constexpr int kMargin = 6;
-constexpr int kGap = 6;
+constexpr int kBarGap = 6;
 constexpr int kGroupGap = 16;
 
 QString WithoutMnemonic(const char* label) { return base::ToQt(label).remove(QLatin1Char('&')); }
@@ -62,7 +62,7 @@ TerminalBar::TerminalBar(QWidget* parent)
   BuildSettings();
   auto* rows = new QVBoxLayout(body_);
   rows->setContentsMargins(0, kMargin, 0, kMargin);
-  rows->setSpacing(kGap);
+  rows->setSpacing(kBarGap);
   rows->addWidget(command_row_);
   rows->addWidget(settings_row_);
   body_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
@@ -90,7 +90,7 @@ void TerminalBar::BuildCommandLine() {
 }
 
 void TerminalBar::BuildSettings() {
-  new FlowLayout(settings_row_, kGroupGap, kGap);
+  new FlowLayout(settings_row_, kGroupGap, kBarGap);
   settings_row_->layout()->setContentsMargins(kMargin, 0, kMargin, 0);
   receive_mode_ =
       AddList("&Empfang bis", "cmbReceiveMode", "Woran das Ende einer Antwort erkannt wird", false);
@@ -138,7 +138,7 @@ void TerminalBar::AddGroup(const char* label, const char* tip, QWidget* field) {
   auto* group = new QWidget(settings_row_);
   auto* row = new QHBoxLayout(group);
   row->setContentsMargins(0, 0, 0, 0);
-  row->setSpacing(kGap);
+  row->setSpacing(kBarGap);
   auto* caption = new QLabel(base::ToQt(label));
   caption->setBuddy(field);
   field->setAccessibleName(WithoutMnemonic(label));
@@ -166,7 +166,7 @@ void TerminalBar::ShowCount(bool visible) {
 }
 
 int TerminalBar::HeightAt(int width) const {
-  return command_row_->height() + settings_row_->layout()->heightForWidth(width) + 2 * kMargin + kGap;
+  return command_row_->height() + settings_row_->layout()->heightForWidth(width) + 2 * kMargin + kBarGap;
 }
 
 void TerminalBar::PlaceCommandLine(int command_left, int command_width, int send_left) {

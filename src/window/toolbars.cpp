@@ -156,7 +156,7 @@ constexpr ButtonRow kScriptButtons[] = {
 
 constexpr QSize kLarge(22, 22);
 constexpr QSize kSmall(16, 16);
-constexpr QSize kSmallest(12, 12);
+constexpr QSize kSmallestIcon(12, 12);
 constexpr int kRunControls = 4;  // the first buttons
 
 }  // namespace
@@ -183,7 +183,7 @@ void ScriptToolbar::ShowRecording(int tag, int image) {
 void ScriptToolbar::FitInto(int height) {
   if (iconSize() == kLarge) whole_height_ = sizeHint().height();
   if (height >= whole_height_) return setIconSize(kLarge);
-  setIconSize(height >= RunControlHeight(kSmall) ? kSmall : kSmallest);
+  setIconSize(height >= RunControlHeight(kSmall) ? kSmall : kSmallestIcon);
 }
 
 int ScriptToolbar::RunControlHeight(QSize icons) const {

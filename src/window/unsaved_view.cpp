@@ -12,7 +12,7 @@
 namespace kolvane::window {
 namespace {
 
-constexpr int kGap = 3;
+constexpr int kOfferGap = 3;
 
 }  // namespace
 
@@ -31,8 +31,8 @@ UnsavedView::UnsavedView(script::CommandGrid* grid, const std::string& folder, M
   text_->setObjectName(QStringLiteral("UnsavedText"));
   text_->setTextFormat(Qt::PlainText);
   text_->setForegroundRole(QPalette::ToolTipText);
-  auto* row = new FlowLayout(this, kGap, kGap);
-  row->setContentsMargins(2 * kGap, kGap, kGap, kGap);
+  auto* row = new FlowLayout(this, kOfferGap, kOfferGap);
+  row->setContentsMargins(2 * kOfferGap, kOfferGap, kOfferGap, kOfferGap);
   row->addWidget(text_);
   row->addWidget(AddButton("cmdRestore", script::texts::kRestore, &UnsavedView::Restore));
   auto* discard = AddButton("cmdDiscard", script::texts::kDiscard, &UnsavedView::Discard);

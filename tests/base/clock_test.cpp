@@ -23,5 +23,15 @@ TEST(SteadyClock, CountsFromItsOwnStart) {
   EXPECT_GE(second, first);
 }
 
+TEST(SteadyClock, NoTimeIsLeftUntilAMomentThatHasPassed) {
+  using std::chrono::steady_clock;
+  const timespec none = TimeUntil(steady_clock::now() - std::chrono::hours(1));
+  EXPECT_EQ(none.tv_sec, 0);
+  EXPECT_EQ(none.tv_nsec, 0);
+  const timespec hour = TimeUntil(steady_clock::now() + std::chrono::hours(1));
+  EXPECT_GT(hour.tv_sec, 3500);
+  EXPECT_LE(hour.tv_sec, 3600);
+}
+
 }  // namespace
 }  // namespace kolvane::base

@@ -10,12 +10,6 @@ namespace {
 
 using namespace std::string_literals;
 
-std::vector<std::string> LinesOf(std::string_view bytes) {
-  std::vector<std::string> lines;
-  while (!bytes.empty()) lines.emplace_back(TakeLine(bytes));
-  return lines;
-}
-
 TEST(TakeLineTest, EachLineEndCountsOnceAndTheLastLineMayLackIt) {
   EXPECT_EQ(LinesOf("a\r\nb\nc\rd"), (std::vector<std::string>{"a", "b", "c", "d"}));
   EXPECT_EQ(LinesOf("a\r\n\r\n"), (std::vector<std::string>{"a", ""}));

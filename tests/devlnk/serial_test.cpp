@@ -47,24 +47,24 @@ class WithoutPrivileges {
 };
 
 TEST_F(Serial, AChosenNodeHoldsForTheNextOpeningOfItsPort) {
-  constexpr std::int32_t kMissing = Code(Status::kNoSuchNode);
+  constexpr std::int32_t kNoNode = Code(Status::kNoSuchNode);
   setenv("KOLVANE_COM1", "/nowhere", 1);
   setenv("KOLVANE_COM2", "/nowhere", 1);
   const auto open = [](std::int16_t port) { return QDX_OpenPort(port, 9600, "n", 8, 1, 512); };
   EXPECT_EQ(QDX_SetNode(1, pty_.node().c_str()), 0);
-  EXPECT_EQ(open(2), kMissing);
-  EXPECT_EQ(open(10), kMissing);
+  EXPECT_EQ(open(2), kNoNode);
+  EXPECT_EQ(open(10), kNoNode);
   EXPECT_EQ(open(1), 0);
   ASSERT_EQ(write(pty_.master(), "up\n", 3), 3);
   EXPECT_EQ(Answer(), "up");
-  EXPECT_EQ(open(1), kMissing);
+  EXPECT_EQ(open(1), kNoNode);
   EXPECT_EQ(QDX_SetNode(20, pty_.node().c_str()), 0);
   EXPECT_EQ(QDX_SetNode(20, "/elsewhere"), 0);
   EXPECT_EQ(QDX_SetNode(20, pty_.node().c_str()), 0);
   EXPECT_EQ(open(20), 0);
   EXPECT_EQ(QDX_SetNode(1, pty_.node().c_str()), 0);
   EXPECT_EQ(QDX_SetNode(1, nullptr), 0);
-  EXPECT_EQ(open(1), kMissing);
+  EXPECT_EQ(open(1), kNoNode);
   unsetenv("KOLVANE_COM2");
 }
 

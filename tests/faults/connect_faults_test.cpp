@@ -23,13 +23,9 @@ namespace {
 
 using devlnk::Status;
 
-std::string Text(Status status) { return std::to_string(devlnk::Code(status)); }
-
 std::string ConnectFailure(Status status) {
-  return "Fehler beim Verbindungsaufbau: " + Text(status) + " (" + Text(status) + ")";
+  return "Fehler beim Verbindungsaufbau: " + TextOf(status) + " (" + TextOf(status) + ")";
 }
-
-After Nothing(Wire&) { return After::kGoOn; }
 
 void ExpectConnects(LiveWindow& live) {
   live.NewLines();
@@ -113,7 +109,7 @@ TEST_F(ConnectFault, Row05AConnectionKilledFromOutside) {
   const std::string left = "test -z \"$(ss -H state established dport = :" + port + ")\"";
   if (std::system(left.c_str()) != 0) GTEST_SKIP() << "this kernel kills no connections";
   live.Send("NEXT");
-  const std::string lost = Text(Status::kConnectionLost);
+  const std::string lost = TextOf(Status::kConnectionLost);
   const std::string lines = live.NewLines();
   EXPECT_TRUE(lines.ends_with("NEXT|" + lost)) << lines;
   live.Press("TB_CONNECT");
@@ -162,12 +158,12 @@ TEST_F(ConnectFault, Row03AHalfOpenConnection) {
   live.terminal().shown.timeout = "100";
   for (int commands = 0; commands < 3; ++commands) {
     live.Send("NEXT");
-    EXPECT_EQ(live.NewLines(), "NEXT|" + Text(Status::kReadTimeout));
+    EXPECT_EQ(live.NewLines(), "NEXT|" + TextOf(Status::kReadTimeout));
   }
   if (Thorough()) {
     live.terminal().shown.timeout = "60000";
     live.Send("NEXT");
-    EXPECT_EQ(live.NewLines(), "NEXT|" + Text(Status::kConnectionLost));
+    EXPECT_EQ(live.NewLines(), "NEXT|" + TextOf(Status::kConnectionLost));
   }
   live.Press("TB_CONNECT");
   live.NewLines();

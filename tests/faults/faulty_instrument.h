@@ -11,6 +11,7 @@
 #include "base/loopback.h"
 #include "base/temp_folder.h"
 #include "devlnk/fake_sysfs.h"
+#include "devlnk/status.h"
 #include "faults/wire.h"
 
 namespace kolvane::faults {
@@ -20,6 +21,12 @@ enum class Port { kTcp, kCom, kRs485, kUsbLine };
 inline constexpr Port kPorts[] = {Port::kTcp, Port::kCom, Port::kRs485, Port::kUsbLine};
 inline constexpr Port kLines[] = {Port::kCom, Port::kRs485, Port::kUsbLine};
 std::string NameOf(Port port);
+
+/// A status as the window and the command line show it.
+inline std::string TextOf(devlnk::Status status) { return std::to_string(devlnk::Code(status)); }
+
+/// A fault of an instrument that never fails.
+inline After Nothing(Wire& /*wire*/) { return After::kGoOn; }
 
 /// An instrument that says each line back, ended by CR LF, until it is told FAULT or a line without end. A
 /// connection that has ended is followed by the next one; a line is then another one under the same name.

@@ -19,8 +19,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-After Nothing(Wire&) { return After::kGoOn; }
-
 std::string ManyRows() {
   std::string rows =
       "$REPEAT 999\r\nECHO 0123456789 0123456789 0123456789 0123456789 0123456789 012345678\r\n";

@@ -1,7 +1,11 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <QString>
+#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/temp_folder.h"
@@ -46,5 +50,21 @@ class LiveWindow : private window::WindowRecords {
   gui::BoxAnswers boxes_;
   qsizetype shown_ = 0;
 };
+
+/// A live window on each kind of port that the suite names.
+class LiveWindowTest : public testing::TestWithParam<Port> {
+ protected:
+  /// Connected, after one exchange; `fault` is what the instrument does with FAULT.
+  LiveWindow& Open(Fault fault) {
+    live_ = std::make_unique<LiveWindow>(GetParam(), std::move(fault));
+    live_->Send("FIRST");
+    EXPECT_EQ(live_->NewLines(), "<+>|FIRST|FIRST");
+    return *live_;
+  }
+
+  std::unique_ptr<LiveWindow> live_;
+};
+
+inline std::string PortName(const testing::TestParamInfo<Port>& info) { return NameOf(info.param); }
 
 }  // namespace kolvane::faults

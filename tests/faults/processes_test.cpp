@@ -22,8 +22,6 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-After Nothing(Wire&) { return After::kGoOn; }
-
 class Processes : public testing::Test {
  protected:
   Words List(const std::string& rows, const FaultyInstrument& instrument, const char* timeout_ms = "20000") {

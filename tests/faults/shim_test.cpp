@@ -22,8 +22,6 @@ std::string WithCrLf(const std::string& text) {
   return lines;
 }
 
-After Nothing(Wire&) { return After::kGoOn; }
-
 /// Three lines, each an answer or a status; no answer twice, and none before its turn.
 bool IsInOrder(const std::string& out) {
   const std::vector<std::string> answers = {"ONE", "TWO", "THREE"};

@@ -27,22 +27,15 @@
 namespace kolvane::faults {
 namespace {
 
-const std::string kGivenUp = std::to_string(devlnk::Code(devlnk::Status::kGivenUp));
+const std::string kGivenUp = TextOf(devlnk::Status::kGivenUp);
 
 After Silence(Wire& wire) {
   wire.AwaitCalm();
   return After::kGoOn;
 }
 
-class Waiting : public testing::TestWithParam<Port> {
+class Waiting : public LiveWindowTest {
  protected:
-  LiveWindow& Open(Fault fault) {
-    live_ = std::make_unique<LiveWindow>(GetParam(), std::move(fault));
-    live_->Send("FIRST");
-    EXPECT_EQ(live_->NewLines(), "<+>|FIRST|FIRST");
-    return *live_;
-  }
-
   /// Does `step` the first time that the window serves events while the instrument is silent.
   void OnceWaiting(std::function<void()> step) {
     WhileWaiting([this, step = std::move(step)] {
@@ -80,11 +73,8 @@ class Waiting : public testing::TestWithParam<Port> {
     EXPECT_EQ(State(), "");
   }
 
-  std::unique_ptr<LiveWindow> live_;
   std::unique_ptr<QTimer> look_;
 };
-
-std::string PortName(const testing::TestParamInfo<Port>& info) { return NameOf(info.param); }
 
 using WaitingOnTcp = Waiting;
 INSTANTIATE_TEST_SUITE_P(Ports, Waiting, testing::ValuesIn(kPorts), PortName);

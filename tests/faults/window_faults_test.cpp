@@ -10,14 +10,12 @@ namespace {
 
 using devlnk::Status;
 
-std::string Text(Status status) { return std::to_string(devlnk::Code(status)); }
-
 /// How an orderly end of the connection is reported.
 std::string EndOf(Port port) {
-  return Text(port == Port::kTcp ? Status::kClosedByPeer : Status::kConnectionLost);
+  return TextOf(port == Port::kTcp ? Status::kClosedByPeer : Status::kConnectionLost);
 }
 
-const std::string kTimeout = Text(Status::kReadTimeout);
+const std::string kTimeout = TextOf(Status::kReadTimeout);
 
 /// The instrument is there again after whatever happened: the same window connects and is answered once.
 void ExpectReconnects(LiveWindow& live) {
@@ -27,20 +25,7 @@ void ExpectReconnects(LiveWindow& live) {
   EXPECT_TRUE(live.boxes().empty());
 }
 
-class WindowFault : public testing::TestWithParam<Port> {
- protected:
-  LiveWindow& Open(Fault fault) {
-    live_ = std::make_unique<LiveWindow>(GetParam(), std::move(fault));
-    live_->Send("FIRST");
-    EXPECT_EQ(live_->NewLines(), "<+>|FIRST|FIRST");
-    return *live_;
-  }
-
- private:
-  std::unique_ptr<LiveWindow> live_;
-};
-
-std::string PortName(const testing::TestParamInfo<Port>& info) { return NameOf(info.param); }
+class WindowFault : public LiveWindowTest {};
 
 using WindowOnTcp = WindowFault;
 INSTANTIATE_TEST_SUITE_P(Ports, WindowFault, testing::ValuesIn(kPorts), PortName);
@@ -53,9 +38,9 @@ TEST_P(WindowOnTcp, Row01AResetInTheMiddleOfAnAnswer) {
     return After::kEnd;
   });
   live.Send("FAULT");
-  EXPECT_EQ(live.NewLines(), "FAULT|" + Text(Status::kConnectionLost));
+  EXPECT_EQ(live.NewLines(), "FAULT|" + TextOf(Status::kConnectionLost));
   live.Send("NEXT");
-  const std::string lost = Text(Status::kConnectionLost);
+  const std::string lost = TextOf(Status::kConnectionLost);
   EXPECT_EQ(live.NewLines(), "Write error: " + lost + "|NEXT|" + lost);
   ExpectReconnects(live);
 }
@@ -89,7 +74,7 @@ TEST_P(WindowFault, Row18TheInstrumentGoesInTheMiddleOfACommand) {
   });
   const std::string endless(std::size_t{16} << 20, 'x');
   EXPECT_EQ(live.window().core().session.SendCommand(endless), terminal::Sent::kWriteFailed);
-  EXPECT_EQ(live.NewLines(), "Write error: " + Text(Status::kConnectionLost));
+  EXPECT_EQ(live.NewLines(), "Write error: " + TextOf(Status::kConnectionLost));
   ExpectReconnects(live);
 }
 
@@ -246,7 +231,7 @@ TEST_P(WindowFault, Row17AnInstrumentThatNoLongerReads) {
   live.NewLines();
   const std::string endless(std::size_t{16} << 20, 'x');
   EXPECT_EQ(live.window().core().session.SendCommand(endless), terminal::Sent::kWriteFailed);
-  EXPECT_EQ(live.NewLines(), "Write error: " + Text(Status::kWriteTimeout));
+  EXPECT_EQ(live.NewLines(), "Write error: " + TextOf(Status::kWriteTimeout));
   live.instrument().Calm();
   ExpectReconnects(live);
 }

@@ -18,11 +18,9 @@
 namespace kolvane::faults {
 namespace {
 
-After Nothing(Wire&) { return After::kGoOn; }
-
 constexpr char kNoMemory[] = "Nicht genügend Speicher";
 
-void ExpectReconnects(LiveWindow& live) {
+void ExpectAnswersAgain(LiveWindow& live) {
   if (live.connected()) live.Press("TB_CONNECT");
   live.Press("TB_CONNECT");
   live.NewLines();
@@ -44,7 +42,7 @@ TEST(WindowLimits, Row28ACommandWithoutMemory) {
       hit = failing.hit();
     }
     for (const std::string& box : live.boxes()) EXPECT_EQ(box, kNoMemory);
-    ExpectReconnects(live);
+    ExpectAnswersAgain(live);
     if (testing::Test::HasFailure()) return;
   }
 }
@@ -63,7 +61,7 @@ TEST(WindowLimits, Row28AListWithoutMemory) {
     }
     for (const std::string& box : live.boxes()) EXPECT_EQ(box, kNoMemory);
     EXPECT_TRUE(live.window().findChild<QToolBar*>("Toolbar1")->isEnabled());
-    ExpectReconnects(live);
+    ExpectAnswersAgain(live);
     if (testing::Test::HasFailure()) return;
   }
 }
@@ -105,7 +103,7 @@ TEST(WindowLimits, Row28NoDescriptorToConnect) {
         port == Port::kUsbLine ? devlnk::Status::kNoSuchNode : devlnk::Status::kOutOfResources;
     const std::string code = std::to_string(devlnk::Code(status));
     EXPECT_EQ(live.boxes()[1], "Fehler beim Verbindungsaufbau: " + code + " (" + code + ")");
-    ExpectReconnects(live);
+    ExpectAnswersAgain(live);
   }
 }
 

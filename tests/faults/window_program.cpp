@@ -11,7 +11,7 @@
 namespace kolvane::faults {
 namespace {
 
-constexpr int kLongestRunMs = 30'000;
+constexpr int kLongestProgramMs = 30'000;
 
 app::Surroundings WithSettings(app::Surroundings surroundings, const std::string& settings) {
   surroundings.environment.merge(std::map<std::string, std::string>{{"QT_QPA_PLATFORM", "offscreen"},
@@ -35,7 +35,7 @@ WindowProgram::WindowProgram(const std::string& settings, const std::string& fol
 app::Outcome WindowProgram::End(bool* hung) {
   AwaitPrepared(program_.id(), SIGTERM);
   program_.Signal(SIGTERM);
-  const bool ended = program_.EndsWithin(kLongestRunMs);
+  const bool ended = program_.EndsWithin(kLongestProgramMs);
   if (hung != nullptr) *hung = !ended;
   if (!ended) program_.Signal(SIGKILL);
   return program_.Wait();

@@ -8,7 +8,7 @@
 namespace kolvane::integration {
 namespace {
 
-constexpr std::int32_t kPatienceMs = 5000;
+constexpr std::int32_t kTimeoutMs = 5000;
 
 std::string LinkPath() { return testing::TempDir() + "kolvane_line_" + std::to_string(getpid()); }
 
@@ -36,8 +36,8 @@ void LiveTerminal::Configure(Line line) {
   setenv("KOLVANE_PORT_LIBRARY", KOLVANE_PORT_LIBRARY_FILE, 1);
   setenv("KOLVANE_COM1", link_.c_str(), 1);
   device.OperMode = 2;
-  parameters.timeout_ms = kPatienceMs;
-  state.shown.timeout = std::to_string(kPatienceMs);
+  parameters.timeout_ms = kTimeoutMs;
+  state.shown.timeout = std::to_string(kTimeoutMs);
   if (line == Line::kTcp) {
     parameters.port_code = device::port_code::kTcpIp;
     parameters.ip_address = "localhost";

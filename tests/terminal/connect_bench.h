@@ -28,6 +28,12 @@ class FakeConnectionView final : public ConnectionView {
   int waits_over = 0;
 };
 
+/// Keeps the last text of each kind.
+struct RecordedState final : StateView {
+  void ShowState(StateKind kind, std::string_view text) override { line.Set(kind, text); }
+  StateLine line;
+};
+
 /// Connect commands with nothing but fakes around them, not connected.
 struct ConnectBench {
   /// Tag, image and tool tip.

@@ -6,11 +6,6 @@
 namespace kolvane::terminal {
 namespace {
 
-struct RecordedState final : StateView {
-  void ShowState(StateKind kind, std::string_view text) override { line.Set(kind, text); }
-  StateLine line;
-};
-
 /// A clock that the device's pauses move on.
 struct PausedClock final : base::Clock {
   explicit PausedClock(const device::FakeDevice& device) : device_(device) {}

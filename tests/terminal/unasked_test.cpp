@@ -7,12 +7,6 @@
 namespace kolvane::terminal {
 namespace {
 
-/// Keeps the last text of each kind.
-struct RecordedState final : StateView {
-  void ShowState(StateKind kind, std::string_view text) override { line.Set(kind, text); }
-  StateLine line;
-};
-
 class UnaskedTest : public testing::Test, protected ConnectBench {
  protected:
   UnaskedTest() {

@@ -146,25 +146,25 @@ std::string Joined(const std::vector<Tick>& ticks) {
   return all;
 }
 
-std::string Numbers(double from, double to, int most = 6) {
+std::string TickTexts(double from, double to, int most = 6) {
   return Joined(NumberTicks({from, to}, most, ","));
 }
 std::string Times(double from, double to, int most = 6) { return Joined(TimeTicks({from, to}, most, ",")); }
 
 TEST(NumberTicks, StandAtRoundNumbers) {
-  EXPECT_EQ(Numbers(0, 100), "0 20 40 60 80 100");
-  EXPECT_EQ(Numbers(-1, 1), "-1,0 -0,5 0,0 0,5 1,0");
-  EXPECT_EQ(Numbers(12.3, 12.9), "12,3 12,4 12,5 12,6 12,7 12,8 12,9");
-  EXPECT_EQ(Numbers(3, 4, 3), "3,0 3,5 4,0");
+  EXPECT_EQ(TickTexts(0, 100), "0 20 40 60 80 100");
+  EXPECT_EQ(TickTexts(-1, 1), "-1,0 -0,5 0,0 0,5 1,0");
+  EXPECT_EQ(TickTexts(12.3, 12.9), "12,3 12,4 12,5 12,6 12,7 12,8 12,9");
+  EXPECT_EQ(TickTexts(3, 4, 3), "3,0 3,5 4,0");
 }
 
 TEST(NumberTicks, HaveAsManyDecimalsAsTheStepNeeds) {
-  EXPECT_EQ(Numbers(1000.001, 1000.0035), "1000,0010 1000,0015 1000,0020 1000,0025 1000,0030 1000,0035");
+  EXPECT_EQ(TickTexts(1000.001, 1000.0035), "1000,0010 1000,0015 1000,0020 1000,0025 1000,0030 1000,0035");
 }
 
 TEST(NumberTicks, OfLargeAndSmallNumbersHaveAnExponent) {
-  EXPECT_EQ(Numbers(0, 5e9), "0e+00 1e+09 2e+09 3e+09 4e+09 5e+09");
-  EXPECT_EQ(Numbers(0, 2e-9, 4), "0,0e+00 5,0e-10 1,0e-09 1,5e-09 2,0e-09");
+  EXPECT_EQ(TickTexts(0, 5e9), "0e+00 1e+09 2e+09 3e+09 4e+09 5e+09");
+  EXPECT_EQ(TickTexts(0, 2e-9, 4), "0,0e+00 5,0e-10 1,0e-09 1,5e-09 2,0e-09");
 }
 
 TEST(NumberTicks, TakeTheGivenSign) { EXPECT_EQ(Joined(NumberTicks({0, 1}, 2, ".")), "0.0 0.5 1.0"); }

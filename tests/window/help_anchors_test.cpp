@@ -5,21 +5,16 @@
 #include "base/fake_prompt.h"
 #include "base/system.h"
 #include "device/ui/connection_dialog.h"
-#include "help/help_pages.h"
 #include "help/rtf_reader.h"
 #include "kolvane/RuntimeError.h"
 #include "script/texts.h"
 #include "terminal/texts.h"
+#include "window/help_source.h"
 #include "window/texts.h"
 #include "window/window_fixture.h"
 
 namespace kolvane::window {
 namespace {
-
-const help::HelpPages& Pages() {
-  static const help::HelpPages pages(KOLVANE_HELP_FOLDER);
-  return pages;
-}
 
 bool HasAnchor(const std::string& name) {
   return std::ranges::any_of(Pages().pages(),

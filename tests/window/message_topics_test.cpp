@@ -5,12 +5,12 @@
 #include <cerrno>
 
 #include "device/connection_form.h"
-#include "help/help_pages.h"
 #include "help/rtf_reader.h"
 #include "inspect/texts.h"
 #include "kolvane/RuntimeError.h"
 #include "script/texts.h"
 #include "terminal/texts.h"
+#include "window/help_source.h"
 #include "window/texts.h"
 #include "window/window_fixture.h"
 
@@ -19,11 +19,6 @@ namespace {
 
 using help::HelpPlace;
 using help::MessagePlace;
-
-const help::HelpPages& Pages() {
-  static const help::HelpPages pages(KOLVANE_HELP_FOLDER);
-  return pages;
-}
 
 std::string PageOf(std::uint32_t number) {
   static const std::vector<help::TopicLine> topics = Pages().Topics();

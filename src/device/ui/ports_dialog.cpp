@@ -23,20 +23,20 @@ constexpr std::int32_t kUsualRate = 9600;
 constexpr std::int32_t kNoRate = 1;
 constexpr std::int16_t kBuffer = 4096;  // bytes
 
-struct FieldRow {
+struct PortFieldRow {
   const char* object_name;
   const char* label;
   std::int16_t code;  // of the port that is tried; 0: none
 };
 
 // In the order of kPortSettings.
-constexpr FieldRow kFields[] = {{"COM1_Node", "COM1, Gerätedatei", port_code::kCom1},
-                                {"COM1_Baud", "COM1, Baudrate", 0},
-                                {"COM2_Node", "COM2, Gerätedatei", port_code::kCom2},
-                                {"COM2_Baud", "COM2, Baudrate", 0},
-                                {"LPT1_Node", "LPT1, Gerätedatei", port_code::kLpt1},
-                                {"LPT2_Node", "LPT2, Gerätedatei", port_code::kLpt2},
-                                {"GPIB_Board", "GPIB, Nummer der Karte", port_code::kGpib}};
+constexpr PortFieldRow kFields[] = {{"COM1_Node", "COM1, Gerätedatei", port_code::kCom1},
+                                    {"COM1_Baud", "COM1, Baudrate", 0},
+                                    {"COM2_Node", "COM2, Gerätedatei", port_code::kCom2},
+                                    {"COM2_Baud", "COM2, Baudrate", 0},
+                                    {"LPT1_Node", "LPT1, Gerätedatei", port_code::kLpt1},
+                                    {"LPT2_Node", "LPT2, Gerätedatei", port_code::kLpt2},
+                                    {"GPIB_Board", "GPIB, Nummer der Karte", port_code::kGpib}};
 
 bool Offers(const PortSetting& setting, const AttachedPort& port) {
   if (setting.name == "GPIB") return port.kind == AttachedPort::Kind::kGpib;
@@ -89,7 +89,7 @@ PortsDialog::PortsDialog(const PortsDialogContext& context, QWidget* parent)
 
 QComboBox* PortsDialog::AddField(QFormLayout* form, const PortSetting& setting,
                                  const std::vector<AttachedPort>& ports) {
-  const FieldRow& row = kFields[fields_.size()];
+  const PortFieldRow& row = kFields[fields_.size()];
   auto* field = new QComboBox;
   field->setObjectName(QLatin1String(row.object_name));
   field->setEditable(true);

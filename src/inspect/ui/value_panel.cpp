@@ -13,7 +13,7 @@
 namespace kolvane::inspect {
 namespace {
 
-constexpr int kColumns = 3;
+constexpr int kValueColumns = 3;
 constexpr int kRowMargin = 4;
 constexpr int kCellMargin = 10;
 constexpr int kRowsWanted = 8;
@@ -31,7 +31,7 @@ ValuePanel::ValuePanel(std::string decimal_sign, QWidget* parent)
   setAlternatingRowColors(true);
   setShowGrid(false);
   setWordWrap(false);
-  setColumnCount(kColumns);
+  setColumnCount(kValueColumns);
   setHorizontalHeaderLabels(
       {base::ToQt(texts::kType), base::ToQt(texts::kLittleEndian), base::ToQt(texts::kBigEndian)});
   verticalHeader()->hide();
@@ -45,7 +45,7 @@ ValuePanel::ValuePanel(std::string decimal_sign, QWidget* parent)
   setRowCount(static_cast<int>(rows.size()));
   for (int row = 0; row < rowCount(); ++row) {
     setItem(row, 0, new QTableWidgetItem(base::ToQt(rows[static_cast<std::size_t>(row)].type)));
-    for (int column = 1; column < kColumns; ++column) {
+    for (int column = 1; column < kValueColumns; ++column) {
       auto* cell = new QTableWidgetItem;
       cell->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
       setItem(row, column, cell);
@@ -57,7 +57,7 @@ void ValuePanel::ShowBytes(std::string_view bytes) {
   int row = 0;
   for (const ValueRow& value : ValueTable(bytes, decimal_sign_)) {
     const std::string* const texts[] = {&value.little_endian, &value.big_endian};
-    for (int column = 1; column < kColumns; ++column) {
+    for (int column = 1; column < kValueColumns; ++column) {
       const QString text = base::ToQt(*texts[column - 1]);
       item(row, column)->setText(text);
       item(row, column)->setToolTip(text);
@@ -93,7 +93,7 @@ QString ValuePanel::MarkedText() const {
   QStringList lines;
   for (int row = 0; row < rowCount(); ++row) {
     QStringList cells;
-    for (int column = 0; column < kColumns; ++column) {
+    for (int column = 0; column < kValueColumns; ++column) {
       if (item(row, column)->isSelected()) cells << item(row, column)->text();
     }
     if (!cells.isEmpty()) lines << cells.join(QLatin1Char('\t'));

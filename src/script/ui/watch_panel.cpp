@@ -6,7 +6,7 @@
 namespace kolvane::script {
 namespace {
 
-constexpr int kShownRows = 9;
+constexpr int kRowsInSight = 9;
 
 QTreeWidgetItem* MakeItem(const WatchItem& from) {
   auto* item = new QTreeWidgetItem({QString::fromStdString(from.name), QString::fromStdString(from.value)});
@@ -23,7 +23,7 @@ WatchPanel::WatchPanel(QWidget* parent) : QTreeWidget(parent) {
   setColumnCount(2);
   setHeaderLabels({QStringLiteral("Name"), QStringLiteral("Wert")});
   header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
-  setFixedHeight(header()->sizeHint().height() + kShownRows * (fontMetrics().height() + 4));
+  setFixedHeight(header()->sizeHint().height() + kRowsInSight * (fontMetrics().height() + 4));
   hide();
 }
 

@@ -12,9 +12,9 @@
 namespace kolvane::values {
 namespace {
 
-constexpr int kRowMargin = 4;
+constexpr int kCurveRowMargin = 4;
 constexpr int kRowsWanted = 5;
-constexpr int kCellMargin = 10;
+constexpr int kCurveCellMargin = 10;
 constexpr int kNameWidth = 24;  // characters
 
 bool IsDark(const QPalette& palette) {
@@ -54,19 +54,19 @@ void CurvesPanel::BuildTable() {
 }
 
 void CurvesPanel::FitColumns() {
-  table_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kRowMargin);
+  table_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kCurveRowMargin);
   table_->setColumnWidth(CurvesModel::kName, fontMetrics().averageCharWidth() * kNameWidth);
   for (int column = CurvesModel::kValue; column < CurvesModel::kColumns; ++column) {
     const auto* widest = column == CurvesModel::kCount ? "10000000" : "-0,12345678";
     const QString head = model_.headerData(column, Qt::Horizontal).toString();
     const int text = std::max(fontMetrics().horizontalAdvance(QLatin1String(widest)),
                               fontMetrics().horizontalAdvance(head));
-    table_->setColumnWidth(column, text + kCellMargin);
+    table_->setColumnWidth(column, text + kCurveCellMargin);
   }
 }
 
 QSize CurvesPanel::sizeHint() const {
-  const int rows = kRowsWanted * (fontMetrics().height() + kRowMargin);
+  const int rows = kRowsWanted * (fontMetrics().height() + kCurveRowMargin);
   return {600, rows + table_->horizontalHeader()->sizeHint().height() + scope_->sizeHint().height()};
 }
 

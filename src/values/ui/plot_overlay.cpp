@@ -10,7 +10,6 @@
 namespace kolvane::values {
 namespace {
 
-constexpr double kGap = 6;
 constexpr double kRadius = 4;
 constexpr double kSwatch = 8;
 constexpr std::size_t kMostLines = 12;
@@ -65,17 +64,17 @@ class ReadingBox {
       widest_name_ = std::max(widest_name_, metrics_.horizontalAdvance(names_.back()));
       widest_value_ = std::max(widest_value_, metrics_.horizontalAdvance(values_.back()));
     }
-    const double lines = kSwatch + 2 * kGap + widest_name_ + widest_value_;
-    const QSizeF size(std::max(lines, metrics_.horizontalAdvance(head)) + 2 * kGap,
-                      metrics_.lineSpacing() * (static_cast<double>(readings.size()) + 1) + kGap);
+    const double lines = kSwatch + 2 * kPlotGap + widest_name_ + widest_value_;
+    const QSizeF size(std::max(lines, metrics_.horizontalAdvance(head)) + 2 * kPlotGap,
+                      metrics_.lineSpacing() * (static_cast<double>(readings.size()) + 1) + kPlotGap);
     // At the side of the line where there is more room, within the window.
-    const double beside = at < area.center().x() ? at + 2 * kGap : at - 2 * kGap - size.width();
+    const double beside = at < area.center().x() ? at + 2 * kPlotGap : at - 2 * kPlotGap - size.width();
     const double left = std::clamp(beside, 0.0, std::max(0.0, area.right() - size.width()));
-    const QRectF box(QPointF(left, area.top() + kGap), size);
-    QColor ground = style_.ground;
-    ground.setAlpha(230);
+    const QRectF box(QPointF(left, area.top() + kPlotGap), size);
+    QColor background = style_.background;
+    background.setAlpha(230);
     painter.setPen(style_.grid);
-    painter.setBrush(ground);
+    painter.setBrush(background);
     painter.drawRoundedRect(box, 3, 3);
     PaintLines(painter, box, readings, head);
   }
@@ -84,15 +83,15 @@ class ReadingBox {
   void PaintLines(QPainter& painter, const QRectF& box, std::span<const Reading> readings,
                   const QString& head) {
     painter.setPen(style_.text);
-    double base = box.top() + kGap / 2 + metrics_.ascent();
-    painter.drawText(QPointF(box.left() + kGap, base), head);
+    double base = box.top() + kPlotGap / 2 + metrics_.ascent();
+    painter.drawText(QPointF(box.left() + kPlotGap, base), head);
     for (std::size_t i = 0; i < readings.size(); ++i) {
       base += metrics_.lineSpacing();
       const auto line = static_cast<qsizetype>(i);
-      painter.fillRect(QRectF(box.left() + kGap, base - metrics_.xHeight() / 2 - 2, kSwatch, 4),
+      painter.fillRect(QRectF(box.left() + kPlotGap, base - metrics_.xHeight() / 2 - 2, kSwatch, 4),
                        readings[i].curve->color);
-      painter.drawText(QPointF(box.left() + 2 * kGap + kSwatch, base), names_[line]);
-      painter.drawText(QPointF(box.right() - kGap - metrics_.horizontalAdvance(values_[line]), base),
+      painter.drawText(QPointF(box.left() + 2 * kPlotGap + kSwatch, base), names_[line]);
+      painter.drawText(QPointF(box.right() - kPlotGap - metrics_.horizontalAdvance(values_[line]), base),
                        values_[line]);
     }
   }
@@ -107,13 +106,13 @@ class ReadingBox {
 };
 
 void PaintMarks(QPainter& painter, const QRectF& area, const PlotScene& scene,
-                std::span<const Reading> readings, const QColor& ground) {
+                std::span<const Reading> readings, const QColor& background) {
   painter.setRenderHint(QPainter::Antialiasing);
   for (const Reading& reading : readings) {
     if (!scene.x.Holds(reading.x) || !scene.y.Holds(reading.y)) continue;
     const QPointF place(area.left() + scene.x.FractionOf(reading.x) * area.width(),
                         area.bottom() - scene.y.FractionOf(reading.y) * area.height());
-    painter.setPen(QPen(ground, 1.5));
+    painter.setPen(QPen(background, 1.5));
     painter.setBrush(reading.curve->color);
     painter.drawEllipse(place, kRadius, kRadius);
   }
@@ -124,8 +123,8 @@ void PaintMarks(QPainter& painter, const QRectF& area, const PlotScene& scene,
 
 void PaintHint(QPainter& painter, const QRectF& area, const QColor& color) {
   painter.setPen(color);
-  painter.drawText(area.adjusted(kGap, kGap, -kGap, -kGap), Qt::AlignCenter | Qt::TextWordWrap,
-                   base::ToQt(texts::kNoValuesYet));
+  painter.drawText(area.adjusted(kPlotGap, kPlotGap, -kPlotGap, -kPlotGap),
+                   Qt::AlignCenter | Qt::TextWordWrap, base::ToQt(texts::kNoValuesYet));
 }
 
 void PaintFocus(QPainter& painter, const QRectF& area, const QColor& color) {
@@ -135,10 +134,10 @@ void PaintFocus(QPainter& painter, const QRectF& area, const QColor& color) {
 }
 
 void PaintBand(QPainter& painter, const QRectF& band, const QColor& color) {
-  QColor ground = color;
-  ground.setAlpha(60);
+  QColor background = color;
+  background.setAlpha(60);
   painter.setPen(color);
-  painter.setBrush(ground);
+  painter.setBrush(background);
   painter.drawRect(band);
 }
 
@@ -149,7 +148,7 @@ void PaintReadings(QPainter& painter, const QRectF& area, const PlotScene& scene
   const double at = area.left() + scene.x.FractionOf(x) * area.width();
   painter.setPen(QPen(style.text, 1, Qt::DashLine));
   painter.drawLine(QPointF(at, area.top()), QPointF(at, area.bottom()));
-  PaintMarks(painter, area, scene, readings, style.ground);
+  PaintMarks(painter, area, scene, readings, style.background);
   painter.setFont(style.font);
   ReadingBox(scene, style, painter)
       .Paint(painter, area, std::span(readings).first(std::min(kMostLines, readings.size())),

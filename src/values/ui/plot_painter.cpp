@@ -32,13 +32,13 @@ QColor Mixed(const QColor& a, const QColor& b, double share_of_b) {
   return {mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue())};
 }
 
-PlotStyle StyleOf(const QColor& ground, const QColor& text, const QColor& highlight) {
+PlotStyle StyleOf(const QColor& background, const QColor& text, const QColor& highlight) {
   PlotStyle style;
-  style.ground = ground;
+  style.background = background;
   style.text = text;
-  style.grid = Mixed(ground, text, 0.16);
-  style.selection = Mixed(ground, highlight, 0.2);
-  style.is_dark = ground.lightness() < text.lightness();
+  style.grid = Mixed(background, text, 0.16);
+  style.selection = Mixed(background, highlight, 0.2);
+  style.is_dark = background.lightness() < text.lightness();
   return style;
 }
 
@@ -66,10 +66,9 @@ QColor CurveColor(std::size_t number, bool on_dark) {
 
 namespace {
 
-constexpr double kGap = 6;
 constexpr double kTickLength = 4;
-constexpr double kSwatch = 14;
-constexpr double kLongestName = 240;
+constexpr double kLegendSwatch = 14;
+constexpr double kLongestLegendName = 240;
 constexpr int kLegendLines = 2;
 constexpr int kMostTicks = 12;
 constexpr double kLineWidth = 1.5;
@@ -95,16 +94,16 @@ PlotPainter::PlotPainter(const QRectF& bounds, const PlotScene& scene, const Plo
 }
 
 void PlotPainter::LayOutLegend() {
-  const double right = bounds_.right() - kGap;
-  QPointF at(bounds_.left() + kGap, bounds_.top() + kGap);
+  const double right = bounds_.right() - kPlotGap;
+  QPointF at(bounds_.left() + kPlotGap, bounds_.top() + kPlotGap);
   int line = 1;
   for (const PlotCurve& curve : scene_.curves) {
-    const QString name = metrics_.elidedText(curve.name, Qt::ElideMiddle, kLongestName);
-    const double width = kSwatch + kGap + metrics_.horizontalAdvance(name) + 2 * kGap;
-    if (at.x() + width > right && at.x() > bounds_.left() + kGap) {
+    const QString name = metrics_.elidedText(curve.name, Qt::ElideMiddle, kLongestLegendName);
+    const double width = kLegendSwatch + kPlotGap + metrics_.horizontalAdvance(name) + 2 * kPlotGap;
+    if (at.x() + width > right && at.x() > bounds_.left() + kPlotGap) {
       if (line == kLegendLines) break;
       ++line;
-      at = {bounds_.left() + kGap, at.y() + metrics_.lineSpacing()};
+      at = {bounds_.left() + kPlotGap, at.y() + metrics_.lineSpacing()};
     }
     legend_.push_back({at, name, curve.color});
     at.rx() += width;
@@ -114,16 +113,16 @@ void PlotPainter::LayOutLegend() {
 }
 
 void PlotPainter::LayOutAxes() {
-  const double top = legend_bottom_ + kGap + metrics_.height() / 2;
-  const double bottom = bounds_.bottom() - kGap - 2 * metrics_.lineSpacing() - kTickLength;
+  const double top = legend_bottom_ + kPlotGap + metrics_.height() / 2;
+  const double bottom = bounds_.bottom() - kPlotGap - 2 * metrics_.lineSpacing() - kTickLength;
   const double height = std::max(kLeastArea, bottom - top);
   const int most_y = static_cast<int>(height / (metrics_.height() * 2.2));
   y_ticks_ = NumberTicks(scene_.y, std::clamp(most_y, 2, kMostTicks), scene_.decimal_sign);
   // In steps, so that the area does not move with each new label.
   const double step = metrics_.horizontalAdvance(QStringLiteral("00"));
   const double labels = std::ceil(WidestLabel(y_ticks_, metrics_) / step) * step;
-  const double left = std::round(bounds_.left() + 2 * kGap + labels + kTickLength);
-  const double width = std::max(kLeastArea, bounds_.right() - 3 * kGap - left);
+  const double left = std::round(bounds_.left() + 2 * kPlotGap + labels + kTickLength);
+  const double width = std::max(kLeastArea, bounds_.right() - 3 * kPlotGap - left);
   area_ = QRectF(left, std::round(top), std::round(width), std::round(height));
   LayOutXTicks();
 }
@@ -134,15 +133,16 @@ void PlotPainter::LayOutXTicks() {
   for (int most = kMostTicks; most >= 2; --most) {
     x_ticks_ = is_time ? TimeTicks(scene_.x, most, scene_.decimal_sign)
                        : NumberTicks(scene_.x, most, scene_.decimal_sign);
-    const double needed = (WidestLabel(x_ticks_, metrics_) + 3 * kGap) * static_cast<double>(x_ticks_.size());
+    const double needed =
+        (WidestLabel(x_ticks_, metrics_) + 3 * kPlotGap) * static_cast<double>(x_ticks_.size());
     if (needed <= area_.width()) break;
   }
 }
 
 void PlotPainter::Paint(QImage& picture) const {
-  QPainter ground(&picture);
-  PaintGround(ground);
-  ground.end();
+  QPainter background(&picture);
+  PaintBackground(background);
+  background.end();
   PaintCurves(picture);
   QPainter frame(&picture);
   PaintMarks(frame);
@@ -150,15 +150,15 @@ void PlotPainter::Paint(QImage& picture) const {
 }
 
 void PlotPainter::Paint(QPainter& painter) const {
-  PaintGround(painter);
+  PaintBackground(painter);
   PaintCurves(painter);
   PaintMarks(painter);
   PaintFrame(painter);
 }
 
-void PlotPainter::PaintGround(QPainter& painter) const {
+void PlotPainter::PaintBackground(QPainter& painter) const {
   painter.setFont(style_.font);
-  painter.fillRect(bounds_, style_.ground);
+  painter.fillRect(bounds_, style_.background);
   PaintLegend(painter);
   PaintSelection(painter);
   PaintGrid(painter);
@@ -175,15 +175,16 @@ void PlotPainter::PaintFrame(QPainter& painter) const {
 void PlotPainter::PaintLegend(QPainter& painter) const {
   for (const Entry& entry : legend_) {
     const double middle = entry.at.y() + metrics_.height() / 2;
-    painter.fillRect(QRectF(entry.at.x(), middle - 2, kSwatch, 4), entry.color);
+    painter.fillRect(QRectF(entry.at.x(), middle - 2, kLegendSwatch, 4), entry.color);
     painter.setPen(style_.text);
-    painter.drawText(QPointF(entry.at.x() + kSwatch + kGap, entry.at.y() + metrics_.ascent()), entry.name);
+    painter.drawText(QPointF(entry.at.x() + kLegendSwatch + kPlotGap, entry.at.y() + metrics_.ascent()),
+                     entry.name);
   }
   if (hidden_names_ == 0 || legend_.empty()) return;
   const QString more = base::ToQt(texts::MoreNames(hidden_names_));
-  const double width = metrics_.horizontalAdvance(more) + kGap;
-  const QRectF corner(bounds_.right() - width - kGap, legend_.back().at.y(), width, metrics_.height());
-  painter.fillRect(corner, style_.ground);
+  const double width = metrics_.horizontalAdvance(more) + kPlotGap;
+  const QRectF corner(bounds_.right() - width - kPlotGap, legend_.back().at.y(), width, metrics_.height());
+  painter.fillRect(corner, style_.background);
   painter.drawText(corner, Qt::AlignRight | Qt::AlignVCenter, more);
 }
 

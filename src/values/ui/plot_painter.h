@@ -17,6 +17,9 @@
 
 namespace kolvane::values {
 
+/// Between the parts of a plot, in units.
+inline constexpr double kPlotGap = 6;
+
 struct PlotCurve {
   const Series* series;
   QString name;
@@ -36,7 +39,7 @@ struct PlotScene {
 /// How it is painted.
 struct PlotStyle {
   QFont font;
-  QColor ground;
+  QColor background;
   QColor text;
   QColor grid;
   QColor selection;
@@ -49,7 +52,7 @@ struct PlotStyle {
 };
 
 /// The colour of a curve that the user has not given one, to be told apart from its neighbours on light and
-/// on dark ground.
+/// on dark background.
 QColor CurveColor(std::size_t number, bool on_dark);
 
 /// Paints a picture of values: names above, the axes around, the curves within. What it costs depends on the
@@ -78,7 +81,7 @@ class PlotPainter {
   void LayOutLegend();
   void LayOutAxes();
   void LayOutXTicks();
-  void PaintGround(QPainter& painter) const;
+  void PaintBackground(QPainter& painter) const;
   void PaintLegend(QPainter& painter) const;
   void PaintSelection(QPainter& painter) const;
   void PaintGrid(QPainter& painter) const;
