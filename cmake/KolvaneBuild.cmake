@@ -130,23 +130,46 @@ function(kolvane_test_program name precompiled)
   kolvane_precompiled(${name} ${precompiled})
 endfunction()
 
-# kolvane_test(NAME sources... [PRELOAD library] [UNSANITIZED filter] [LINK targets...]): one GoogleTest program; every
-# test in it is one of CTest's, run with the library loaded first. Those that the filter names bear the label
-# unsanitized: in a sanitizer's build they cannot run.
+# kolvane_discover(PROGRAM [FILTER filter] [LABEL label] [ENVIRONMENT assignments...]): makes the tests of a GoogleTest
+# program CTest's: each one in a process of its own or, with sanitizers, whose processes are slow to start, all in one,
+# so that what one test leaves to the next is tested as well.
+function(kolvane_discover program)
+  cmake_parse_arguments(ARG "" "FILTER;LABEL" "ENVIRONMENT" ${ARGN})
+  set(properties "")
+  if(ARG_LABEL)
+    list(APPEND properties LABELS ${ARG_LABEL})
+  endif()
+  if(ARG_ENVIRONMENT)
+    list(APPEND properties ENVIRONMENT ${ARG_ENVIRONMENT})
+  endif()
+  if(KOLVANE_SANITIZE)
+    set(test ${program}${ARG_LABEL})
+    add_test(NAME ${test} COMMAND ${program} --gtest_brief=1 --gtest_filter=${ARG_FILTER})
+    if(properties)
+      set_tests_properties(${test} PROPERTIES ${properties})
+    endif()
+  else()
+    gtest_discover_tests(${program} DISCOVERY_MODE PRE_TEST TEST_FILTER ${ARG_FILTER} PROPERTIES ${properties})
+  endif()
+endfunction()
+
+# kolvane_test(NAME sources... [PRELOAD library] [UNSANITIZED filter] [LINK targets...]): one GoogleTest program, run with
+# the library loaded first. Those tests that the filter names bear the label unsanitized: in a sanitizer's build they
+# cannot run.
 function(kolvane_test name)
   cmake_parse_arguments(ARG "" "PRELOAD;UNSANITIZED" "" ${ARGN})
   kolvane_test_program(${name} test ${ARG_UNPARSED_ARGUMENTS})
   target_link_libraries(${name} PRIVATE GTest::gtest_main)
+  set(environment "")
   if(ARG_PRELOAD)
     set(environment ENVIRONMENT "LD_PRELOAD=${KOLVANE_PRELOAD_FIRST}${ARG_PRELOAD}")
-    set(properties PROPERTIES ${environment})
   endif()
   if(ARG_UNSANITIZED)
-    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST TEST_FILTER ${ARG_UNSANITIZED}
-                         PROPERTIES LABELS unsanitized ${environment})
-    set(others TEST_FILTER "-${ARG_UNSANITIZED}")
+    kolvane_discover(${name} FILTER ${ARG_UNSANITIZED} LABEL unsanitized ${environment})
+    kolvane_discover(${name} FILTER "*-${ARG_UNSANITIZED}" ${environment})
+  else()
+    kolvane_discover(${name} FILTER "*" ${environment})
   endif()
-  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST ${others} ${properties})
 endfunction()
 
 # kolvane_gui_test(NAME sources... [LINK targets...]): the same with a QApplication on the offscreen platform.
@@ -154,7 +177,7 @@ function(kolvane_gui_test name)
   kolvane_test_program(${name} gui_test ${PROJECT_SOURCE_DIR}/tests/gui/main.cpp ${ARGN})
   target_link_libraries(${name} PRIVATE Qt6::Widgets Qt6::Test)
   set_target_properties(${name} PROPERTIES AUTOMOC ON)
-  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+  kolvane_discover(${name} FILTER "*" ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
 endfunction()
 
 # kolvane_x_test(NAME sources... [LINK targets...]): one GoogleTest program without a QApplication, run as a whole on a

@@ -27,7 +27,10 @@ class HelpPages {
  public:
   explicit HelpPages(const std::filesystem::path& folder) : folder_(folder) {
     for (const auto& entry : std::filesystem::directory_iterator(folder / "pages")) {
-      if (entry.path().extension() == ".html") pages_[entry.path().filename()] = Bytes(entry.path());
+      if (entry.path().extension() != ".html") continue;
+      const std::string html = Bytes(entry.path());
+      pages_[entry.path().filename()] = html;
+      texts_.push_back(Text(html));
     }
   }
 
@@ -60,7 +63,13 @@ class HelpPages {
     return html.find("<a name=\"" + name + "\">") != std::string::npos;
   }
 
-  /// What the page says, without tags and with its entities resolved.
+  /// Whether one of the pages says this, to the letter.
+  bool Quotes(std::string_view text) const {
+    return std::ranges::any_of(
+        texts_, [text](const std::string& page) { return page.find(text) != std::string::npos; });
+  }
+
+  /// What a page says, without tags and with its entities resolved.
   static std::string Text(const std::string& html) {
     std::string text;
     bool in_tag = false;
@@ -93,6 +102,7 @@ class HelpPages {
 
   std::filesystem::path folder_;
   std::map<std::string, std::string> pages_;
+  std::vector<std::string> texts_;
 };
 
 }  // namespace kolvane::help

@@ -21,11 +21,7 @@ bool HasAnchor(const std::string& name) {
                              [&](const auto& page) { return help::HelpPages::HasAnchor(page.second, name); });
 }
 
-bool IsQuoted(std::string_view text) {
-  return std::ranges::any_of(Pages().pages(), [text](const auto& page) {
-    return help::HelpPages::Text(page.second).find(text) != std::string::npos;
-  });
-}
+bool IsQuoted(std::string_view text) { return Pages().Quotes(text); }
 
 // Qt's own parts have names, too.
 bool IsPartOfQt(const QObject* each) { return each->objectName().startsWith(QLatin1String("qt_")); }
