@@ -40,6 +40,7 @@ struct Functions {
   decltype(&QDX_BytesWaiting) bytes_waiting;
   decltype(&QDX_WaitDescriptor) wait_descriptor;
   decltype(&QDX_StatusText) status_text;
+  bool is_own;  // it is the one that comes with this program
 };
 
 // Looks functions up and keeps the name of the first that is missing.
@@ -87,6 +88,7 @@ std::string Resolve(void* handle, Functions& functions) {
   resolver.FindOptional("QDX_BytesWaiting", functions.bytes_waiting);
   resolver.FindOptional("QDX_WaitDescriptor", functions.wait_descriptor);
   resolver.FindOptional("QDX_StatusText", functions.status_text);
+  functions.is_own = dlsym(handle, "KOLVANE_NewPortSession") != nullptr;
   return resolver.missing();
 }
 
@@ -110,10 +112,12 @@ class LoadedPortLibrary final : public PortLibrary {
   std::int32_t EnablePortIo(std::int16_t port) override { return call_.enable_port_io(port); }
   std::int32_t WritePort(const std::string& text) override { return call_.write_port(text.c_str()); }
   std::int32_t ReadPort(char* buffer, std::int32_t count, std::int16_t terminator) override {
-    std::int32_t first = 0;
     std::int32_t second = 0;
-    return call_.read_port(buffer, count, &first, &second, terminator);
+    delivered_ = 0;
+    return call_.read_port(buffer, count, &delivered_, &second, terminator);
   }
+  // What the counters mean is each library's own affair.
+  std::int32_t Delivered() const override { return call_.is_own ? delivered_ : PortLibrary::Delivered(); }
   std::int32_t FlushInQueue() override { return call_.flush_in_queue(); }
   std::int32_t ActivateInterpreter(std::int16_t value) override { return call_.activate_interpreter(value); }
   std::int32_t CloseInterpreter(std::int16_t port, std::int16_t value) override {
@@ -147,6 +151,7 @@ class LoadedPortLibrary final : public PortLibrary {
  private:
   LibraryHandle handle_;
   Functions call_;
+  std::int32_t delivered_ = 0;
 };
 
 // A name without a folder is searched for by the loader, so that only its own reason is true of it.

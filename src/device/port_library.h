@@ -30,6 +30,9 @@ class PortLibrary {
   virtual std::int32_t EnablePortIo(std::int16_t port) = 0;
   virtual std::int32_t WritePort(const std::string& text) = 0;
   virtual std::int32_t ReadPort(char* buffer, std::int32_t count, std::int16_t terminator) = 0;
+  /// How many bytes the last ReadPort wrote, all at the start of its buffer; negative where the library may
+  /// have written anywhere.
+  virtual std::int32_t Delivered() const { return -1; }
   virtual std::int32_t FlushInQueue() = 0;
   virtual std::int32_t ActivateInterpreter(std::int16_t value) = 0;
   virtual std::int32_t CloseInterpreter(std::int16_t port, std::int16_t value) = 0;

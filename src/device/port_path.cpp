@@ -102,9 +102,15 @@ std::size_t PortPath::ReadBinary(std::string_view terminator, std::int32_t count
 std::string_view PortPath::ReceiveText(std::int32_t count, std::int16_t terminator) {
   const std::size_t size = SizeOf(count);
   if (text_buffer_.size() <= size) text_buffer_.resize(size + 1, ' ');
-  Run([&](PortLibrary& library) { return library.ReadPort(text_buffer_.data(), count, terminator); });
+  std::int32_t delivered = -1;
+  Run([&](PortLibrary& library) {
+    const std::int32_t status = library.ReadPort(text_buffer_.data(), count, terminator);
+    delivered = library.Delivered();
+    return status;
+  });
   text_buffer_[size] = ' ';
-  return base::TrimBlanksRight({text_buffer_.data(), size});
+  return base::TrimBlanksRight(
+      {text_buffer_.data(), delivered < 0 ? size : std::min(SizeOf(delivered), size)});
 }
 
 // The library takes a lone terminator off and does not say how many bytes came. So the buffer is filled with

@@ -1,5 +1,6 @@
 #include "terminal/session.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
@@ -12,14 +13,43 @@
 
 namespace kolvane::terminal {
 
+namespace {
+
+struct DeviceWord {
+  std::string_view word;
+  PostSendRule rule;
+};
+
+constexpr DeviceWord kDeviceWords[] = {
+    {"DCL", {.disconnects = true, .continues = false, .message = texts::kLocalDone}},
+    {"RES", {.disconnects = true, .continues = false, .message = texts::kRestartDone}},
+    {"*RST", {.disconnects = true, .continues = false, .message = texts::kRestartDone}},
+    {"STP", {.continues = false, .message = texts::kMeasuringStopped}}};
+
+constexpr std::size_t kShortest = 3;
+
+constexpr char Upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+
+constexpr bool StartsAWord(char c) { return c == 'D' || c == 'R' || c == 'S' || c == '*'; }
+static_assert(std::ranges::all_of(kDeviceWords, StartsAWord,
+                                  [](const DeviceWord& each) { return each.word.front(); }));
+
+bool StartsWith(std::string_view text, std::string_view word) {
+  return text.size() >= word.size() && std::equal(word.begin(), word.end(), text.begin(),
+                                                  [](char upper, char c) { return Upper(c) == upper; });
+}
+
+}  // namespace
+
+// Every command is searched, so that is done in one pass and without a copy in upper case.
 PostSendRule RuleFor(std::string_view command) {
-  const std::string upper = base::UpperCase(command);
-  const auto contains = [&upper](const char* word) { return upper.find(word) != std::string::npos; };
-  if (contains("DCL")) return {.disconnects = true, .continues = false, .message = texts::kLocalDone};
-  if (contains("RES") || contains("*RST"))
-    return {.disconnects = true, .continues = false, .message = texts::kRestartDone};
-  if (contains("STP")) return {.continues = false, .message = texts::kMeasuringStopped};
-  return {};
+  const DeviceWord* found = std::end(kDeviceWords);
+  for (; command.size() >= kShortest; command.remove_prefix(1)) {
+    if (!StartsAWord(Upper(command.front()))) continue;
+    found = std::find_if(std::begin(kDeviceWords), found,
+                         [command](const DeviceWord& each) { return StartsWith(command, each.word); });
+  }
+  return found == std::end(kDeviceWords) ? PostSendRule{} : found->rule;
 }
 
 bool IsQuery(std::string_view command) {
@@ -120,13 +150,19 @@ void Session::TellBytesWaiting() {
 bool Session::ReadAnswer() {
   const bool awaited = std::exchange(sent_, false);
   try {
-    timeout_ms_ = TypedTimeout(state_.shown.timeout);
+    TakeTimeout();
     device_.SetTimeout(timeout_ms_);
     return ReadAsSet();
   } catch (const base::RuntimeError& error) {
     if (!awaited) throw;
     throw base::RuntimeError(error.kind(), texts::AnswerToCome(error.what()));
   }
+}
+
+void Session::TakeTimeout() {
+  if (state_.shown.timeout == timeout_text_) return;
+  timeout_ms_ = TypedTimeout(state_.shown.timeout);
+  timeout_text_ = state_.shown.timeout;
 }
 
 bool Session::ReadAsSet() {

@@ -80,6 +80,8 @@ class Session {
 
  private:
   bool ReadAnswer();
+  /// The text is read as a number only where it has changed.
+  void TakeTimeout();
   bool ReadAsSet();
   /// Nothing where the answer is no block.
   std::optional<bool> ReadBlock();
@@ -99,7 +101,8 @@ class Session {
   Output& output_;
   ConnectCommands& connect_;
   bool sent_ = false;            // the command whose answer is read next
-  std::int32_t timeout_ms_ = 0;  // of the answer in hand
+  std::int32_t timeout_ms_ = 0;  // of the answer in hand, what timeout_text_ says
+  std::optional<std::string> timeout_text_;
   // Kept from exchange to exchange for their capacity.
   std::string answer_;
   std::string answer_bytes_;

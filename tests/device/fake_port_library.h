@@ -38,6 +38,7 @@ class FakePortLibrary final : public PortLibrary {
   std::string scan;  ///< what a USB scan finds
   bool takes_node = true;
   std::int32_t bytes_waiting = 0;
+  std::int32_t delivered = -1;
   std::string status_text;
 
   std::int32_t OpenPort(std::int16_t port, std::int32_t baud, const std::string& text, std::int32_t data_bits,
@@ -47,6 +48,7 @@ class FakePortLibrary final : public PortLibrary {
   }
   bool TakesNode() const override { return takes_node; }
   std::int32_t BytesWaiting() override { return bytes_waiting; }
+  std::int32_t Delivered() const override { return delivered; }
   std::string StatusText(std::int32_t) override { return status_text; }
   std::int32_t SetNode(std::int16_t port, const std::string& node) override {
     return Call("SetNode", {Text(port), Quoted(node)});

@@ -67,6 +67,14 @@ TEST_F(PortLibraryFile, HandsBackTheStatus) {
   EXPECT_EQ(library.ClosePort(), 12);
 }
 
+TEST_F(PortLibraryFile, OfAnotherMakerSaysNothingOfWhatItDelivered) {
+  PortLibraryResult result = LoadPortLibrary(KOLVANE_COMPLETE_LIBRARY);
+  PortLibrary& library = *std::get<std::unique_ptr<PortLibrary>>(result);
+  char buffer[400] = "";
+  library.ReadPort(buffer, sizeof buffer, 10);
+  EXPECT_LT(library.Delivered(), 0);
+}
+
 TEST_F(PortLibraryFile, MayLackTheOptionalFunctions) {
   PortLibraryResult result = LoadPortLibrary(KOLVANE_PLAIN_LIBRARY);
   PortLibrary& library = *std::get<std::unique_ptr<PortLibrary>>(result);

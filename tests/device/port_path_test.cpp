@@ -127,6 +127,19 @@ TEST_F(OverPortLibrary, FindsAnAnswerWhereverItStands) {
   EXPECT_EQ(Read(), "d");
 }
 
+TEST_F(OverPortLibrary, TakesWhatTheLibrarySaysItDelivered) {
+  library.replies = {{"12.5  \r\n"}, {"7"}, {"8"}};
+  library.delivered = 5;
+  io.ReadText("\r\n", 16000, answer, buffer);
+  EXPECT_EQ(answer, "12.5") << "the spaces at its end belong to the filling, as ever";
+  library.delivered = 20000;
+  io.ReadText("\r\n", 1, answer, buffer);
+  EXPECT_EQ(answer, "7");
+  library.delivered = 0;
+  io.ReadText("\r\n", 1, answer, buffer);
+  EXPECT_EQ(answer, "");
+}
+
 TEST_F(OverPortLibrary, TakesAnyCount) {
   library.replies = {{"abcdef"}, {std::string(20000, 'y')}, {"g"}, {"h"}, {"i"}};
   EXPECT_EQ(Read(4), "abcd");

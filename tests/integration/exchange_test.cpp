@@ -26,6 +26,8 @@ TEST_P(ExchangeTest, AnAnswerIsShownAndKeptWithoutItsTerminator) {
   EXPECT_TRUE(answer.starts_with("KOLVANE,")) << answer;
   EXPECT_EQ(answer.find_first_of("\r\n"), std::string::npos);
   EXPECT_EQ(terminal_.pane.lines.back(), answer);
+  EXPECT_EQ(terminal_.library.Library()->Delivered(), static_cast<std::int32_t>(answer.size()) + 2)
+      << "so that nobody looks at the rest of the buffer";
 }
 
 TEST_P(ExchangeTest, SeveralValuesAreFields) {
