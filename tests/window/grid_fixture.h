@@ -30,6 +30,10 @@ class GridFixture : public WindowFixture {
     QApplication::clipboard()->setText(rows.join('\n'));
     Grid()->paste();
   }
+  /// A list that takes seconds, so that a run which nobody ends fails its test instead of hanging in it.
+  void FillLongList() { Fill({"$REPEAT 20000000", "$ENDREPEAT"}); }
+  /// Whether a run of that list ended before its time.
+  bool WasCutShort() { return script_.interpreter.RepeatLevel == 1; }
 
   // Begins to type into the cell of the current row.
   QLineEdit* Begin(const QString& text) {

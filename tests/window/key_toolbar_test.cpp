@@ -131,9 +131,10 @@ TEST_F(KeyToolbarTest, TheKeysWorkFromListPaneAndCommandLine) {
 }
 
 TEST_F(KeyToolbarTest, ABreakByKeyEndsARun) {
-  Fill({"$REPEAT 2000000000", "$ENDREPEAT"});
+  FillLongList();
   QTimer::singleShot(20, &window_, [&] { PressKey(Grid(), Qt::Key_F6); });
   Press("TB_PLAY");
+  EXPECT_TRUE(WasCutShort());
   EXPECT_EQ(script_.run.ScriptRunning, 0);
 }
 

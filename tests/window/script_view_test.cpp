@@ -241,7 +241,7 @@ TEST_F(ScriptViewTest, AStepHighlightsTheNextRow) {
 }
 
 TEST_F(ScriptViewTest, StopEndsAnEndlessListAndTheControlsAreFreeAgain) {
-  Fill({"$REPEAT 2000000000", "$ENDREPEAT"});
+  FillLongList();
   bool locked = false;
   QTimer::singleShot(20, &window_, [&] {
     locked = !Find<QToolBar>("Toolbar1")->isEnabled() && !Enabled("TB_OPENSCRIPT") && Enabled("TB_STOP");
@@ -251,13 +251,14 @@ TEST_F(ScriptViewTest, StopEndsAnEndlessListAndTheControlsAreFreeAgain) {
   });
   Press("TB_PLAY");
   EXPECT_TRUE(locked);
+  EXPECT_TRUE(WasCutShort());
   EXPECT_EQ(script_.run.ScriptRunning, 0);
   EXPECT_TRUE(Find<QToolBar>("Toolbar1")->isEnabled());
   EXPECT_TRUE(Enabled("TB_OPENSCRIPT"));
 }
 
 TEST_F(ScriptViewTest, ACommandSentDuringARunGoesOutBetweenTwoRows) {
-  Fill({"$REPEAT 2000000000", "$ENDREPEAT"});
+  FillLongList();
   library_.replies = {{"1\r\n"}};
   QTimer::singleShot(20, &window_, [&] {
     auto* box = Find<QComboBox>("cmbCommand");
@@ -266,6 +267,7 @@ TEST_F(ScriptViewTest, ACommandSentDuringARunGoesOutBetweenTwoRows) {
     Press("TB_BREAK");
   });
   Press("TB_PLAY");
+  EXPECT_TRUE(WasCutShort());
   EXPECT_EQ(std::count(library_.calls.begin(), library_.calls.end(), "WritePort(\"ONE?\n\")"), 1);
   EXPECT_TRUE(PaneText().endsWith("ONE?\n1"));
 }
@@ -335,7 +337,7 @@ TEST_F(ScriptViewTest, TheTabKeyTurnsToTheGridToo) {
 }
 
 TEST_F(ScriptViewTest, ClosingEndsARunAndThenTheWindow) {
-  Fill({"$REPEAT 2000000000", "$ENDREPEAT"});
+  FillLongList();
   int unloads = 0;
   window_.OnUnload([&] {
     ++unloads;
@@ -346,6 +348,7 @@ TEST_F(ScriptViewTest, ClosingEndsARunAndThenTheWindow) {
     EXPECT_TRUE(window_.isVisible());
   });
   Press("TB_PLAY");
+  EXPECT_TRUE(WasCutShort());
   EXPECT_FALSE(window_.isVisible());
   EXPECT_EQ(unloads, 1);
 }
