@@ -91,6 +91,6 @@ int main(int argc, char** argv) {
   using namespace kolvane::bench;
   setenv("KOLVANE_PORT_LIBRARY", KOLVANE_LIBRARY_FOLDER "/libdevlnk.so", 1);
   CompareLines(
-      "an exchange through a list, without a window", 1.15,
+      "an exchange through a list, without a window", {.tcp = 0.4, .pty = 0.4},
       [](const EchoInstrument& peer) { return std::make_unique<ListLoop>(peer); }, argc, argv);
 }
