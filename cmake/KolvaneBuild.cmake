@@ -22,6 +22,7 @@ endif()
 
 set(KOLVANE_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize= takes them")
 set(KOLVANE_SANITIZE_OPTIONS "" CACHE STRING "Further compiler options for what is sanitized, a list")
+set(KOLVANE_SANITIZE_TEST_OPTIONS "" CACHE STRING "The same for the tests' own code")
 if(KOLVANE_SANITIZE)
   # Everything is instrumented, the tests' own code too: the linker takes the copy of an inline function that it meets
   # first. scripts/check-instrumented holds that.
@@ -42,7 +43,7 @@ target_compile_options(kolvane_options INTERFACE -Wall -Wextra -Wpedantic -Wconv
                        $<$<CXX_COMPILER_ID:Clang>:-Wno-sign-conversion>
                        $<$<CXX_COMPILER_ID:Clang>:-Wno-missing-field-initializers>
                        ${sanitizer_options}
-                       "$<$<NOT:$<BOOL:$<TARGET_PROPERTY:KOLVANE_TEST>>>:${KOLVANE_SANITIZE_OPTIONS}>")
+                       "$<IF:$<BOOL:$<TARGET_PROPERTY:KOLVANE_TEST>>,${KOLVANE_SANITIZE_TEST_OPTIONS},${KOLVANE_SANITIZE_OPTIONS}>")
 target_compile_definitions(kolvane_options INTERFACE QT_NO_KEYWORDS)
 # What is released is hardened as the distribution's own packages are. The tests' own code is not optimised, which
 # fortification needs, and the sanitizers have checks of their own.
