@@ -5,6 +5,7 @@
 #include <string>
 
 #include "echo_instrument.h"
+#include "row.h"
 
 namespace kolvane::bench {
 
@@ -20,10 +21,10 @@ class Loop {
 
 using MakeLoop = std::function<std::unique_ptr<Loop>(const EchoInstrument&)>;
 
-/// Writes, reads until the line's end, and nothing else.
+/// Writes, reads until the line's end, hands the line on where there is an `output`, and nothing else.
 class BareLoop final : public Loop {
  public:
-  explicit BareLoop(const EchoInstrument& instrument);
+  explicit BareLoop(const EchoInstrument& instrument, int output = -1);
   ~BareLoop() override;
   BareLoop(const BareLoop&) = delete;
   BareLoop& operator=(const BareLoop&) = delete;
@@ -34,11 +35,22 @@ class BareLoop final : public Loop {
   void Exchange() const;
 
   int fd_;
+  int output_;
 };
 
 double MicrosecondsEach(Loop& loop, int exchanges);
 
 inline constexpr char kBareLoop[] = "bare write/read loop";
+
+/// The two loops of one comparison.
+struct LoopPair {
+  MakeLoop bare;
+  MakeLoop loop;
+};
+
+/// Compares both, each with an instrument of its own, on one processor: placement changes the figures
+/// fourfold. The counts come from the command line: [exchanges a round] [rounds].
+Comparison ComparePair(EchoInstrument::Kind kind, const LoopPair& pair, int argc, char** argv);
 
 /// What an exchange may take beyond the bare loop's, microseconds: the overhead is a constant, while what it
 /// is added to differs from machine to machine.
@@ -47,9 +59,7 @@ struct ExchangeGoals {
   double pty;
 };
 
-/// Compares a bare loop with the one that `make` connects to an instrument of its own, over TCP and pty, on
-/// one processor: placement changes the figures fourfold. The counts come from the command line:
-/// [exchanges a round] [rounds].
+/// The same with a bare loop that writes nothing and the one that `make` makes, over TCP and pty.
 void CompareLines(const std::string& what, const ExchangeGoals& goals, const MakeLoop& make, int argc,
                   char** argv);
 

@@ -1,8 +1,10 @@
-// Exchanges per second through a running command list as `kolvane run` runs it, answers written to standard
-// output (here /dev/null), beside a bare write/read loop that writes nothing. Usage: list_exchange_bench
-// [exchanges a round] [rounds]
+// Exchanges per second through a running command list as `kolvane run` runs it: answers written to /dev/null
+// beside a bare write/read loop that writes nothing, and to a file or a pipe beside one that writes the same
+// lines. Usage: list_exchange_bench [exchanges a round] [rounds]
 
 #include <fcntl.h>
+#include <signal.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -15,6 +17,7 @@
 #include "device/resource_name.h"
 #include "headless/options.h"
 #include "headless/run.h"
+#include "row.h"
 
 namespace kolvane::bench {
 namespace {
@@ -31,36 +34,67 @@ CommandRunOptions OptionsFor(const EchoInstrument& instrument) {
   return options;
 }
 
-// While the list runs, its answers go where they cost a call but nothing else; the report's rows do not.
-class SilentOutput {
+// While the list runs, its answers go elsewhere than the report's rows.
+class OtherOutput {
  public:
-  SilentOutput() : kept_(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0)) {
-    const int nothing = open("/dev/null", O_WRONLY | O_CLOEXEC);
-    dup2(nothing, STDOUT_FILENO);
-    close(nothing);
+  explicit OtherOutput(int output) : kept_(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0)) {
+    dup2(output, STDOUT_FILENO);
   }
-  ~SilentOutput() {
+  ~OtherOutput() {
     dup2(kept_, STDOUT_FILENO);
     close(kept_);
   }
-  SilentOutput(const SilentOutput&) = delete;
-  SilentOutput& operator=(const SilentOutput&) = delete;
+  OtherOutput(const OtherOutput&) = delete;
+  OtherOutput& operator=(const OtherOutput&) = delete;
 
  private:
   int kept_;
 };
 
+// A pipe and a process that reads it until its end, as the barest consumer does.
+class Consumer {
+ public:
+  Consumer() {
+    int ends[2];
+    if (pipe2(ends, O_CLOEXEC) != 0) std::abort();
+    child_ = fork();
+    if (child_ == 0) {
+      close(ends[1]);
+      char piece[4096];
+      while (read(ends[0], piece, sizeof piece) > 0) {
+      }
+      _exit(0);
+    }
+    close(ends[0]);
+    writer_ = ends[1];
+  }
+  ~Consumer() {
+    close(writer_);
+    kill(child_, SIGKILL);
+    waitpid(child_, nullptr, 0);
+  }
+  Consumer(const Consumer&) = delete;
+  Consumer& operator=(const Consumer&) = delete;
+
+  int fd() const { return writer_; }
+
+ private:
+  pid_t child_ = -1;
+  int writer_ = -1;
+};
+
 class ListLoop final : public Loop {
  public:
-  explicit ListLoop(const EchoInstrument& instrument)
-      : options_(OptionsFor(instrument)),
+  ListLoop(const EchoInstrument& instrument, int output)
+      : output_(output),
+        options_(OptionsFor(instrument)),
         terminal_({options_, host_, Prepared(), {}}),
         list_(terminal_, state_) {
     if (!terminal_.Connect()) std::abort();
   }
 
   void Run(int exchanges) override {
-    const SilentOutput silent;
+    const OtherOutput other(output_);
     std::string rows = "$REPEAT " + std::to_string(exchanges / kRows - 1) + "\n";
     for (int row = 0; row < kRows; ++row) rows.append(kCommand).append("\n");
     base::WriteBytes(folder_.Path("a.CMD"), rows + "$ENDREPEAT\n$STOP\n");
@@ -76,6 +110,7 @@ class ListLoop final : public Loop {
     return state_;
   }
 
+  int output_;
   base::TempFolder folder_;
   CommandRunOptions options_;
   headless::HostLines host_{options_.OnLine};
@@ -84,13 +119,28 @@ class ListLoop final : public Loop {
   headless::List list_;
 };
 
+void CompareOutput(const char* claim, const char* yardstick, int output, int argc, char** argv) {
+  const auto bare = [output](const EchoInstrument& peer) { return std::make_unique<BareLoop>(peer, output); };
+  const auto list = [output](const EchoInstrument& peer) { return std::make_unique<ListLoop>(peer, output); };
+  PrintAtMostTimes({claim, yardstick, "us"},
+                   ComparePair(EchoInstrument::Kind::kTcp, {bare, list}, argc, argv), 1.15);
+}
+
 }  // namespace
 }  // namespace kolvane::bench
 
 int main(int argc, char** argv) {
   using namespace kolvane::bench;
   setenv("KOLVANE_PORT_LIBRARY", KOLVANE_LIBRARY_FOLDER "/libdevlnk.so", 1);
-  CompareLines(
-      "an exchange through a list, without a window", {.tcp = 0.4, .pty = 0.4},
-      [](const EchoInstrument& peer) { return std::make_unique<ListLoop>(peer); }, argc, argv);
+  const int nothing = open("/dev/null", O_WRONLY | O_CLOEXEC);
+  const auto list = [nothing](const EchoInstrument& peer) {
+    return std::make_unique<ListLoop>(peer, nothing);
+  };
+  CompareLines("an exchange through a list, without a window", {.tcp = 0.4, .pty = 0.4}, list, argc, argv);
+  const kolvane::base::TempFolder folder;
+  const int file = open(folder.Path("lines").c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+  CompareOutput("the same, TCP, lines into a file", "bare loop that writes them, too", file, argc, argv);
+  const Consumer consumer;
+  CompareOutput("the same, TCP, lines into a pipe", "bare loop that writes them, too", consumer.fd(), argc,
+                argv);
 }

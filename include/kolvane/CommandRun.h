@@ -79,12 +79,13 @@ enum class CommandRunStatus : int {
   kDone = 0
 };
 
-// All write commands and answers to standard output, each line ended by LF as soon as it is complete, and
-// messages to standard error, one line each, control characters as <1B> where that is a terminal; or they
-// hand all of them to OnLine. They need neither display nor application object. They return when the run has
-// ended; one at a time in a process, on whichever thread, which is also that of StopRequested and OnLine.
-// What StopRequested or OnLine throws ends the run and leaves the call once log and connection are closed;
-// OnLine gets no more lines then.
+// All write commands and answers to standard output, each line ended by LF as soon as it is complete (lines
+// in quick succession share a write, and none waits longer than 50 ms for it), and messages to standard
+// error, one line each, control characters as <1B> where that is a terminal; or they hand all of them to
+// OnLine. They need neither display nor application object. They return when the run has ended; one at a time
+// in a process, on whichever thread, which is also that of StopRequested and OnLine. What StopRequested or
+// OnLine throws ends the run and leaves the call once log and connection are closed; OnLine gets no more
+// lines then.
 
 /// Connects, runs the command file `File` (UTF-8 path, of a pipe as well) from its first row to its end and
 /// disconnects.

@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 
@@ -24,17 +25,21 @@ LineInput::Result LineInput::Next(std::string& line, const std::function<bool()>
   return Result::kLine;
 }
 
+bool LineInput::HasLine() {
+  scanned_ = std::min(bytes_.find('\n', scanned_), bytes_.size());
+  return scanned_ < bytes_.size();
+}
+
 bool LineInput::TakeLine(std::string& line) {
-  const std::size_t end = bytes_.find('\n', scanned_);
-  if (end == std::string::npos) {
+  if (!HasLine()) {
     bytes_.erase(0, begin_);
     begin_ = 0;
     scanned_ = bytes_.size();
     return false;
   }
-  line.assign(bytes_, begin_, end - begin_);
+  line.assign(bytes_, begin_, scanned_ - begin_);
   if (line.ends_with('\r')) line.pop_back();
-  begin_ = scanned_ = end + 1;
+  begin_ = ++scanned_;
   return true;
 }
 

@@ -18,6 +18,9 @@ class LineInput {
   /// every 50 ms.
   Result Next(std::string& line, const std::function<bool()>& give_up);
 
+  /// Whether Next has one without reading.
+  bool HasLine();
+
   /// The errno of kFailed; EMSGSIZE for a line that is too long.
   int error() const { return error_; }
 

@@ -14,6 +14,9 @@ using terminal::kCrLf;
 
 namespace {
 
+constexpr double kPace = 0.001;  // seconds
+constexpr std::size_t kMostUnwritten = 1 << 16;
+
 constexpr std::string_view kPlain = "\x1B[0m";
 
 // Names of colours, so that the user's own scheme holds.
@@ -96,9 +99,22 @@ void LinePane::WriteRecord(std::string_view record) {
 
 void LinePane::Write(std::string_view line, std::string_view color) {
   if (error_ != 0) return;
-  std::string text(at_terminal_ ? WithVisibleControls(line) : line);
-  if (!color.empty()) text.insert(text.size() - 1, kPlain).insert(0, color);
-  error_ = base::WriteAll(descriptor_, text);
+  if (!color.empty()) unwritten_ += color;
+  unwritten_ += at_terminal_ ? WithVisibleControls(line) : line;
+  if (!color.empty()) unwritten_.insert(unwritten_.size() - 1, kPlain);
+  if (at_terminal_ || IsDue()) Flush();
+}
+
+bool LinePane::IsDue() const {
+  return choice_.clock == nullptr || unwritten_.size() >= kMostUnwritten ||
+         choice_.clock->Seconds() - written_ >= kPace;
+}
+
+void LinePane::Flush() {
+  if (unwritten_.empty()) return;
+  error_ = base::WriteAll(descriptor_, unwritten_);
+  unwritten_.clear();
+  if (choice_.clock != nullptr) written_ = choice_.clock->Seconds();
 }
 
 }  // namespace kolvane::headless

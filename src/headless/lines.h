@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/clock.h"
 #include "headless/messages.h"
 #include "pane/pane.h"
 
@@ -14,6 +15,9 @@ struct LineChoice {
   bool errors = true;   ///< what stands in the place of an answer that did not come, too
   bool times = false;   ///< each line begins with its time, "2026-11-21 15:01:04.123 "
   bool colors = false;  ///< failures and times in colours, by escape sequences
+  /// Given, a line that follows another one within a millisecond is written later, by Flush, FlushDue or with
+  /// the next one: a write costs as much as reading a short answer. Null, and at a terminal: each at once.
+  const base::Clock* clock = nullptr;
 };
 
 /// The output pane as lines of standard output, or of the host of `messages`: commands, answers and what
@@ -34,6 +38,13 @@ class LinePane final : public pane::Pane {
   /// The exchange in hand is over: the line in hand is complete.
   void EndLine();
 
+  /// Writes the complete lines that are not written yet.
+  void Flush();
+  /// The same where they have waited for a millisecond.
+  void FlushDue() {
+    if (!unwritten_.empty() && IsDue()) Flush();
+  }
+
   /// Writes a line of its own, an answer's for a host.
   void WriteRecord(std::string_view record);
 
@@ -44,6 +55,7 @@ class LinePane final : public pane::Pane {
   void Append(LineKind kind, std::string_view text);
   void WriteLine();
   void Write(std::string_view line, std::string_view color = {});
+  bool IsDue() const;
 
   int descriptor_;
   bool at_terminal_;
@@ -52,7 +64,9 @@ class LinePane final : public pane::Pane {
   LineKind kind_ = LineKind::kAnswer;
   std::string line_;
   bool line_begun_ = false;
-  std::string remark_;  ///< belongs to the line in hand
+  std::string unwritten_;  ///< complete lines
+  double written_ = -1;    ///< when, by the choice's clock
+  std::string remark_;     ///< belongs to the line in hand
   LineKind remark_kind_ = LineKind::kError;
   int error_ = 0;
 };

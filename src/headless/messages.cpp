@@ -73,6 +73,7 @@ void Messages::ShowFailure(std::string_view text, std::string_view words) {
 
 void Messages::Show(LineKind kind, std::string_view text) {
   if (host_ != nullptr) return host_->Hand(kind, OneLine(text));
+  if (before_) before_();
   const std::string line = "kolvane: " + OneLine(text) + "\n";
   // Whoever closed standard error does not want to know.
   (void)base::WriteAll(descriptor_, at_terminal_ ? WithVisibleControls(line) : line);

@@ -4,6 +4,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "base/prompt.h"
 #include "kolvane/LineKind.h"
@@ -53,6 +54,9 @@ class Messages final : public base::Prompt {
     if (verbose_) Show(LineKind::kNotice, text);
   }
 
+  /// Called before each line, so that what was said earlier on standard output stands before it.
+  void Precede(std::function<void()> step) { before_ = std::move(step); }
+
   /// Null where the lines go to standard output and standard error.
   HostLines* host() const { return host_; }
 
@@ -63,6 +67,7 @@ class Messages final : public base::Prompt {
   bool verbose_;
   bool at_terminal_;
   HostLines* host_;
+  std::function<void()> before_;
 };
 
 }  // namespace kolvane::headless

@@ -53,6 +53,7 @@ void MakePasses(Terminal& terminal, Pass pass) {
   const CommandRunOptions& options = terminal.options();
   Schedule schedule(options.Repeat, options.EveryMs, Schedule::Clock::now());
   while (const auto due = schedule.Next(Schedule::Clock::now())) {
+    if (*due > Schedule::Clock::now()) terminal.EndLines();
     if (WaitFor(-1, due, [&terminal] { return terminal.StopDue(); }) == WaitEnd::kGivenUp || !pass()) return;
   }
 }
@@ -67,7 +68,8 @@ CommandRunStatus List::Play() {
     all_done &= last == CommandRunStatus::kDone;
     return last == CommandRunStatus::kDone || last == CommandRunStatus::kAnswerFailed;
   });
-  if (terminal_.stopped() && last != CommandRunStatus::kNotConnected) return CommandRunStatus::kStopped;
+  terminal_.EndLines();
+  if (terminal_.StopDue() && last != CommandRunStatus::kNotConnected) return CommandRunStatus::kStopped;
   return last == CommandRunStatus::kDone && !all_done ? CommandRunStatus::kAnswerFailed : last;
 }
 
@@ -97,6 +99,7 @@ CommandRunStatus List::Status() {
 
 void List::Yield() {
   terminal_.pane().EndLine();
+  terminal_.pane().FlushDue();
   if (terminal_.StopDue() || terminal_.ConnectionGone() || terminal_.GivenUp()) core_.runner.Abort();
 }
 
@@ -130,6 +133,7 @@ class CommandSender {
   }
 
   CommandRunStatus Status() {
+    terminal_.EndLines();
     if (terminal_.ConnectionGone()) return CommandRunStatus::kNotConnected;
     if (terminal_.StopDue()) return CommandRunStatus::kStopped;
     return all_done_ ? CommandRunStatus::kDone : CommandRunStatus::kAnswerFailed;
@@ -165,6 +169,7 @@ CommandRunStatus SendInput(const RunSetup& setup, int input) {
   std::string line;
   LineInput::Result result{};
   do {
+    if (!lines.HasLine()) terminal.EndLines();
     result = lines.Next(line, [&terminal] { return terminal.StopDue(); });
   } while (result == LineInput::Result::kLine && sender.Send(line));
   if (result != LineInput::Result::kFailed) return sender.Status();

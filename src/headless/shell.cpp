@@ -37,6 +37,7 @@ class PlainInput {
   explicit PlainInput(Terminal& terminal) : terminal_(terminal) {}
 
   ShellInput Read(std::string& line) {
+    if (!lines_.HasLine()) terminal_.EndLines();
     const auto result = lines_.Next(line, [this] { return terminal_.StopDue(); });
     if (result == LineInput::Result::kFailed) terminal_.messages().ShowError(CannotReadInput(lines_.error()));
     return result == LineInput::Result::kLine ? ShellInput::kLine : ShellInput::kEnd;

@@ -41,13 +41,15 @@ Terminal::Terminal(const RunSetup& setup)
             {.shown = options_.Format == AnswerFormat::kText,
              .errors = options_.ErrorLines,
              .times = options_.TimeStamps,
-             .colors = setup.colors}),
+             .colors = setup.colors,
+             .clock = &clock_}),
       log_(state_.terminal.output, messages_),
       library_(setup.library_folder),
       core_({state_.device, state_.connection, state_.terminal}, Source(setup.transcript),
             {pane_, log_, messages_, *this}),
       records_(options_, state_.device, state_.terminal.last_answer, core_.clock, pane_),
       give_up_(setup.give_up) {
+  messages_.Precede([this] { pane_.Flush(); });
   terminal::ReceiveControls controls(state_.terminal.receive, state_.terminal.shown, core_.device, *this);
   controls.Load(core_.output);
   ApplyTerminalOptions(options_, controls, state_.terminal);
@@ -60,7 +62,7 @@ device::PortLibrarySource& Terminal::Source(Transcript* transcript) {
 }
 
 Terminal::~Terminal() {
-  Attempt([this] { pane_.EndLine(); });
+  Attempt([this] { EndLines(); });
   Attempt([this] { log_.CloseLog(); });
   Attempt([this] {
     if (const std::string rest = terminal::texts::BytesWaiting(core_.device.BytesWaiting()); !rest.empty())
@@ -109,6 +111,11 @@ bool Terminal::GivenUp() {
   return given_up_;
 }
 
+void Terminal::EndLines() {
+  pane_.EndLine();
+  pane_.Flush();
+}
+
 bool Terminal::AcceptsConnection() {
   if (!device::WasClosedAgain(state_.device, state_.connection)) return true;
   if (StopDue()) return false;
@@ -121,7 +128,7 @@ bool Terminal::AcceptsConnection() {
 
 // What has come is seen before what is still waited for.
 bool Terminal::Waiting(device::Operation /*operation*/, double /*seconds*/) {
-  pane_.EndLine();
+  EndLines();
   return !StopRequested() && !GivenUp();
 }
 

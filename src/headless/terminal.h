@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "base/clock.h"
 #include "device/loaded_port_library.h"
 #include "headless/lines.h"
 #include "headless/messages.h"
@@ -64,6 +65,9 @@ class Terminal final : private terminal::ConnectionView, private terminal::Recei
   /// What the last StopDue said.
   bool stopped() const { return stopped_; }
 
+  /// What has come is seen: to be called before anything is waited for that does not call Waiting.
+  void EndLines();
+
   const CommandRunOptions& options() const { return options_; }
   Messages& messages() { return messages_; }
   LinePane& pane() { return pane_; }
@@ -76,12 +80,14 @@ class Terminal final : private terminal::ConnectionView, private terminal::Recei
   void ConnectionChanged() override {}
   bool Dialling(const device::DialProgress& progress) override;
   bool Waiting(device::Operation operation, double seconds) override;
+  void BeforeUnattended() override { pane_.Flush(); }
   bool StopRequested() const { return options_.StopRequested && options_.StopRequested(); }
   void ShowReceiveControls(const terminal::ReceiveShown&, bool) override {}
 
   const CommandRunOptions& options_;
   HostLines& host_;
   RunState& state_;
+  base::SteadyClock clock_;
   Messages messages_;
   LinePane pane_;
   terminal::LogControl log_;

@@ -162,25 +162,38 @@ TEST_F(RunStopTest, AFullDiskEndsTheRunWithAWord) {
   EXPECT_EQ(instrument.lines(), std::vector<std::string>{"A"});
 }
 
-TEST_F(RunStopTest, EachAnswerIsWrittenBeforeTheNextCommandIsSent) {
+// Lines in quick succession share a write; the instrument only goes on once the reader has seen them.
+TEST_F(RunStopTest, AnswersAreSeenWhileTheNextOneIsWaitedFor) {
   int ends[2];
   ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);
+  const base::Descriptor reader(ends[0]);
+  const base::Descriptor writer(ends[1]);
   std::string seen;
   Instrument instrument([&](const std::string& line) {
-    char buffer[64];
-    pollfd entry{ends[0], POLLIN, 0};
-    if (poll(&entry, 1, 0) == 1) {
-      const ssize_t got = read(ends[0], buffer, sizeof buffer);
-      if (got > 0) seen.append(buffer, static_cast<std::size_t>(got));
+    while (line == "C" && !seen.ends_with("B\n")) {
+      char buffer[64];
+      const ssize_t got = read(reader.get(), buffer, sizeof buffer);
+      if (got <= 0) break;
+      seen.append(buffer, static_cast<std::size_t>(got));
     }
-    seen += "|";
     return Echo(line);
   });
-  EXPECT_EQ(RunProgram(Words("A\nB\nC\n", instrument), {.output = ends[1]}).status, 0);
-  instrument.AwaitClose();
-  EXPECT_EQ(seen, "|A\n|B\n|");
-  close(ends[0]);
+  EXPECT_EQ(RunProgram(Words("A\nB\nC\n", instrument), {.output = writer.get()}).status, 0);
+  EXPECT_EQ(seen, "A\nB\n");
+}
+
+TEST_F(RunStopTest, AnswersAreSeenDuringAPause) {
+  int ends[2];
+  ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);
+  const base::Descriptor reader(ends[0]);
+  Instrument instrument(Echo);
+  Program program(Words("A\nB\n$DELAY 60000\n", instrument), {.output = ends[1]});
   close(ends[1]);
+  std::string seen;
+  for (char byte = 0; !seen.ends_with("B\n") && read(reader.get(), &byte, 1) == 1;) seen += byte;
+  EXPECT_EQ(seen, "A\nB\n");
+  program.Signal(SIGINT);
+  EXPECT_EQ(program.Wait().status, 1);
 }
 
 }  // namespace

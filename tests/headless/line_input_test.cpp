@@ -54,6 +54,21 @@ TEST_F(LineInputTest, TheLastOneNeedsNoEnd) { EXPECT_EQ(Lines("A\nB"), (Texts{"A
 
 TEST_F(LineInputTest, NothingHoldsNoLine) { EXPECT_EQ(Lines(""), Texts{}); }
 
+TEST_F(LineInputTest, WhatWasReadAlreadyIsKnown) {
+  LineInput input(reader.get());
+  EXPECT_FALSE(input.HasLine());
+  Feed("A\nB\nC");
+  EXPECT_FALSE(input.HasLine());
+  ASSERT_EQ(Next(input), Result::kLine);
+  EXPECT_TRUE(input.HasLine());
+  ASSERT_EQ(Next(input), Result::kLine);
+  EXPECT_EQ(line, "B");
+  EXPECT_FALSE(input.HasLine());
+  Feed("\n");
+  ASSERT_EQ(Next(input), Result::kLine);
+  EXPECT_EQ(line, "C");
+}
+
 TEST_F(LineInputTest, ALineComesAsSoonAsItIsWhole) {
   LineInput input(reader.get());
   Feed("A\nB");

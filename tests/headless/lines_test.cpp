@@ -14,6 +14,7 @@
 
 #include "base/captured_output.h"
 #include "base/loopback.h"
+#include "device/fake_clock.h"
 #include "pane/pane_contract.h"
 #include "terminal/texts.h"
 
@@ -260,6 +261,68 @@ class LinePaneCase {
   Messages messages_{err_.fd(), true};
   LinePane pane_{out_.fd(), messages_};
 };
+
+struct LinesInSuccessionTest : LinePaneTest {
+  void Answer(std::string_view text) {
+    quick.AppendLine(LineKind::kAnswer, text);
+    quick.EndLine();
+  }
+
+  device::FakeClock clock;
+  LinePane quick{out.fd(), messages, {.clock = &clock}};
+};
+
+TEST_F(LinesInSuccessionTest, LinesThatFollowAtOnceAreWrittenTogether) {
+  Answer("1");
+  Answer("2");
+  Answer("3");
+  EXPECT_EQ(out.text(), "1\n");
+  clock.Advance(0.0015);
+  Answer("4");
+  EXPECT_EQ(out.text(), "1\n2\n3\n4\n");
+}
+
+TEST_F(LinesInSuccessionTest, AfterAPauseALineIsWrittenAtOnce) {
+  for (const char* answer : {"1", "2", "3"}) {
+    Answer(answer);
+    clock.Advance(0.0015);
+  }
+  EXPECT_EQ(out.text(), "1\n2\n3\n");
+}
+
+TEST_F(LinesInSuccessionTest, WhatWaitsIsWrittenOnDemand) {
+  Answer("1");
+  Answer("2");
+  quick.FlushDue();
+  EXPECT_EQ(out.text(), "1\n");
+  clock.Advance(0.0015);
+  quick.FlushDue();
+  EXPECT_EQ(out.text(), "1\n2\n");
+  Answer("3");
+  quick.Flush();
+  EXPECT_EQ(out.text(), "1\n2\n3\n");
+}
+
+TEST_F(LinesInSuccessionTest, MuchOfItIsWrittenWhateverTheTime) {
+  Answer("1");
+  const std::string large(1 << 16, 'x');
+  Answer(large);
+  EXPECT_EQ(out.text(), "1\n" + large + "\n");
+}
+
+TEST_F(LinesInSuccessionTest, WhatIsSaidComesAfterTheLinesBeforeIt) {
+  Answer("1");
+  Answer("2");
+  std::string before = "not asked";
+  messages.Precede([&] {
+    quick.Flush();
+    before = err.text();
+  });
+  messages.ShowError("that is all");
+  EXPECT_EQ(out.text(), "1\n2\n");
+  EXPECT_EQ(before, "");
+  EXPECT_EQ(err.text(), "kolvane: that is all\n");
+}
 
 }  // namespace
 }  // namespace kolvane::headless
