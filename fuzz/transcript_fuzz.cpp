@@ -2,8 +2,8 @@
 // should.
 #include <string>
 
+#include "amplifier/recorded_conversation.h"
 #include "amplifier/replay.h"
-#include "amplifier/transcript.h"
 #include "fuzz/input.h"
 #include "fuzz/require.h"
 
@@ -30,6 +30,8 @@ void Play(const Conversation& conversation, bool recorded_times) {
     said += replay.Say(now);
     Require(replay.difference().empty());
   }
+  if (const auto due = replay.Due()) said += replay.Say(*due);
+  Require(replay.hung_up() == replay.HangsUp());
   Require(replay.over() && said == expected);
   replay.End();
   Require(replay.difference().empty());
@@ -47,7 +49,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     return 0;
   }
   for (const amplifier::Conversation& each : std::get<0>(read)) {
-    fuzz::Require(!each.utterances.empty());
+    fuzz::Require(!each.utterances.empty() || each.hang_up);
     for (const bool recorded_times : {false, true}) fuzz::Play(each, recorded_times);
   }
   return 0;

@@ -57,13 +57,18 @@ void Replay::Compare(Clock::time_point now) {
     received_.erase(0, size);
     Pass(next(), now);
   }
-  if (over() && !received_.empty()) Differ(kNothing, Quoted(received_));
+  if (over() && !received_.empty() && !HangsUp()) Differ(kNothing, Quoted(received_));
 }
 
 std::optional<Replay::Clock::time_point> Replay::Due() const {
-  if (over() || next().from_terminal || !difference_.empty()) return std::nullopt;
-  if (!recorded_times_ || !next().seconds || !last_seconds_) return last_;
-  const std::chrono::duration<double> pause(std::max(*next().seconds - *last_seconds_, 0.0));
+  if (!difference_.empty()) return std::nullopt;
+  if (!over()) return next().from_terminal ? std::nullopt : After(next().seconds);
+  return HangsUp() && !hung_up_ ? After(conversation_.hang_up->seconds) : std::nullopt;
+}
+
+std::optional<Replay::Clock::time_point> Replay::After(std::optional<double> seconds) const {
+  if (!recorded_times_ || !seconds || !last_seconds_) return last_;
+  const std::chrono::duration<double> pause(std::max(*seconds - *last_seconds_, 0.0));
   constexpr std::chrono::duration<double> kLongest = std::chrono::hours(24);
   return last_ + std::chrono::duration_cast<Clock::duration>(std::min(pause, kLongest));
 }
@@ -71,6 +76,10 @@ std::optional<Replay::Clock::time_point> Replay::Due() const {
 std::string Replay::Say(Clock::time_point now) {
   std::string said;
   for (auto due = Due(); due && *due <= now; due = Due()) {
+    if (over()) {
+      hung_up_ = true;
+      break;
+    }
     said += next().bytes;
     Pass(next(), *due);
   }

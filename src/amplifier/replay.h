@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "amplifier/transcript.h"
+#include "amplifier/recorded_conversation.h"
 
 namespace kolvane::amplifier {
 
@@ -22,10 +22,15 @@ class Replay {
 
   /// What the terminal has sent. Nothing counts after a difference.
   void Take(std::string_view bytes, Clock::time_point now);
-  /// When the instrument speaks next; nothing while it is the terminal's turn, and after the end.
+  /// When the instrument speaks next, or hangs up; nothing while it is the terminal's turn, and after the
+  /// end.
   std::optional<Clock::time_point> Due() const;
   /// What it says up to `now`.
   std::string Say(Clock::time_point now);
+  /// Whether it has hung up by the last Say.
+  bool hung_up() const { return hung_up_; }
+  /// Whether it does so at the end. What the terminal sends meanwhile is no difference: it cannot know.
+  bool HangsUp() const { return conversation_.hang_up.has_value(); }
 
   /// Whether the terminal has sent anything.
   bool begun() const { return begun_; }
@@ -42,6 +47,7 @@ class Replay {
   bool IsTerminalsTurn() const { return !over() && next().from_terminal; }
   void Compare(Clock::time_point now);
   void Pass(const Utterance& utterance, Clock::time_point moment);
+  std::optional<Clock::time_point> After(std::optional<double> seconds) const;
   void Differ(std::string_view expected, std::string_view got);
 
   const Conversation& conversation_;
@@ -49,6 +55,7 @@ class Replay {
   std::size_t at_ = 0;
   std::string received_;  // and not compared yet
   bool begun_ = false;
+  bool hung_up_ = false;
   Clock::time_point last_;              // when the last utterance was
   std::optional<double> last_seconds_;  // the same in the transcript
   std::string difference_;

@@ -4,8 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
-#include <fstream>
 #include <iterator>
 #include <stdexcept>
 #include <system_error>
@@ -13,6 +11,7 @@
 
 #include "amplifier/pty.h"
 #include "base/clock.h"
+#include "base/read_file.h"
 
 namespace kolvane::amplifier {
 namespace {
@@ -21,10 +20,10 @@ namespace {
 constexpr std::chrono::milliseconds kEndRetry{20};
 
 std::vector<Conversation> ReadConversations(const std::string& file) {
-  std::ifstream stream(file, std::ios::binary);
-  const std::string text{std::istreambuf_iterator<char>(stream), {}};
-  if (!stream.is_open() || stream.bad())
-    throw std::runtime_error("cannot read " + file + ": " + std::generic_category().message(errno));
+  std::string text;
+  const auto take = [&text](std::string_view piece) { return text.append(piece), true; };
+  if (const int error = base::ReadPieces(file, take, [](int /*waited_ms*/) { return false; }))
+    throw std::runtime_error("cannot read " + file + ": " + std::generic_category().message(error));
   auto read = ReadTranscript(text);
   if (const auto* problem = std::get_if<TranscriptProblem>(&read))
     throw std::runtime_error(file + ":" + std::to_string(problem->line) +
@@ -34,13 +33,18 @@ std::vector<Conversation> ReadConversations(const std::string& file) {
   return std::move(conversations);
 }
 
-// A line knows neither beginning nor end of a connection.
-std::vector<Conversation> AsOne(std::vector<Conversation> conversations) {
-  std::vector<Conversation> one(1);
-  one.front().seconds = conversations.front().seconds;
-  for (Conversation& each : conversations)
-    std::ranges::move(each.utterances, std::back_inserter(one.front().utterances));
-  return one;
+// A line knows neither beginning nor end of a connection, only a hang-up.
+std::vector<Conversation> OfALine(std::vector<Conversation> conversations) {
+  std::vector<Conversation> joined;
+  for (Conversation& each : conversations) {
+    if (joined.empty() || joined.back().hang_up) {
+      joined.push_back(std::move(each));
+      continue;
+    }
+    std::ranges::move(each.utterances, std::back_inserter(joined.back().utterances));
+    joined.back().hang_up = each.hang_up;
+  }
+  return joined;
 }
 
 }  // namespace
@@ -49,10 +53,10 @@ ReplayServer::ReplayServer(const Options& options)
     : file_(options.replay),
       recorded_times_(options.recorded_times),
       conversations_(ReadConversations(options.replay)),
-      on_line_(!options.pty_link.empty()) {
-  if (on_line_) {
-    conversations_ = AsOne(std::move(conversations_));
-    Begin(std::make_unique<PtyStream>(options.pty_link));
+      pty_link_(options.pty_link) {
+  if (OnLine()) {
+    conversations_ = OfALine(std::move(conversations_));
+    Begin(std::make_unique<PtyStream>(pty_link_));
   } else {
     listener_.emplace(*options.tcp_port);
   }
@@ -69,7 +73,7 @@ std::string ReplayServer::Run(int stop) {
     if (replay_) out_ += replay_->Say(Clock::now());
     Send();
     if (replay_ && !replay_->difference().empty()) break;
-    EndOnLine();
+    EndByItself();
   }
   if (replay_ && replay_->begun()) replay_->End();
   return replay_ && !replay_->difference().empty() ? file_ + ":" + replay_->difference() : std::string();
@@ -116,7 +120,8 @@ void ReplayServer::Send() {
 void ReplayServer::EndConnection() {
   stream_.reset();
   out_.clear();
-  if (!replay_->begun() && conversations_[next_ - 1].utterances.front().from_terminal) {
+  const std::vector<Utterance>& said = conversations_[next_ - 1].utterances;
+  if (!replay_->begun() && !said.empty() && said.front().from_terminal) {
     --next_;
     replay_.reset();
     return;
@@ -125,13 +130,21 @@ void ReplayServer::EndConnection() {
   if (replay_->difference().empty()) replay_.reset();
 }
 
-// A hang-up must not take away what the terminal has not read yet.
-void ReplayServer::EndOnLine() {
-  if (!on_line_ || !replay_ || !replay_->over() || !out_.empty()) return;
-  if (stream_->EndOrderly()) {
-    replay_.reset();
-  } else {
+// A line ends with what is said on it, a connection where the instrument has hung up. That must not take away
+// what the terminal has not read yet.
+void ReplayServer::EndByItself() {
+  if (!stream_ || !replay_ || !out_.empty()) return;
+  if (replay_->HangsUp() ? !replay_->hung_up() : !OnLine() || !replay_->over()) return;
+  if (!stream_->EndOrderly()) {
     retry_ = Clock::now() + kEndRetry;
+    return;
+  }
+  retry_.reset();
+  replay_.reset();
+  if (!OnLine()) {
+    stream_.reset();
+  } else if (!Played()) {
+    Begin(std::make_unique<PtyStream>(pty_link_));
   }
 }
 

@@ -33,13 +33,14 @@ class ReplayServer {
  private:
   using Clock = Replay::Clock;
 
+  bool OnLine() const { return !pty_link_.empty(); }
   bool Played() const { return next_ == conversations_.size() && !replay_; }
   void Begin(std::unique_ptr<Stream> stream);
   bool Wait(int stop);
   void Receive();
   void Send();
   void EndConnection();
-  void EndOnLine();
+  void EndByItself();
 
   std::string file_;
   bool recorded_times_;
@@ -48,7 +49,7 @@ class ReplayServer {
   std::optional<TcpListener> listener_;
   std::unique_ptr<Stream> stream_;
   std::optional<Replay> replay_;
-  bool on_line_ = false;  // a pseudo terminal, which knows no connections
+  std::string pty_link_;  // of a pseudo terminal, which knows no connections
   std::string out_;
   std::optional<Clock::time_point> retry_;  // of the end of a line
 };

@@ -118,8 +118,13 @@ bool IsUtf8(std::string_view text) {
   return true;
 }
 
+namespace {
+
+constexpr std::string_view kDigits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+
+}  // namespace
+
 std::string Base64(std::string_view bytes) {
-  constexpr std::string_view kDigits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
   std::string out;
   out.reserve((bytes.size() + 2) / 3 * 4);
   for (std::size_t at = 0; at < bytes.size(); at += 3) {
@@ -130,6 +135,24 @@ std::string Base64(std::string_view bytes) {
     for (std::size_t i = 0; i < 4; ++i) out += i <= three.size() ? kDigits[bits >> (18 - 6 * i) & 63] : '=';
   }
   return out;
+}
+
+std::optional<std::string> FromBase64(std::string_view text) {
+  if (text.size() % 4 != 0) return std::nullopt;
+  text.remove_suffix(text.ends_with("==") ? 2 : text.ends_with('=') ? 1 : 0);
+  std::string bytes;
+  unsigned bits = 0;
+  int count = 0;
+  for (const char c : text) {
+    const std::size_t digit = kDigits.find(c);
+    if (digit == std::string_view::npos) return std::nullopt;
+    bits = bits << 6 | static_cast<unsigned>(digit);
+    count += 6;
+    if (count < 8) continue;
+    count -= 8;
+    bytes += static_cast<char>(bits >> count & 0xFF);
+  }
+  return bytes;
 }
 
 bool IsAscii(std::string_view text) {

@@ -66,6 +66,9 @@ bool IsUtf8(std::string_view text);
 /// The bytes in Base64 (RFC 4648), with the "=" at the end.
 std::string Base64(std::string_view bytes);
 
+/// The other way; nothing for any other text.
+std::optional<std::string> FromBase64(std::string_view text);
+
 /// Whether every byte is below 128, so that all encodings here are the same.
 bool IsAscii(std::string_view text);
 

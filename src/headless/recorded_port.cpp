@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "device/device_state.h"
 #include "headless/texts.h"
 
 namespace kolvane::headless {
@@ -26,7 +27,7 @@ std::int32_t RecordedPort::WritePort(const std::string& text) {
   const std::int32_t status = library_.WritePort(text);
   // The library takes a text that NUL ends.
   if (status >= 0) Write(Transcript::Way::kOut, text.substr(0, text.find('\0')), before);
-  return status;
+  return Checked(status);
 }
 
 // The library strips a lone terminator and does not say how many bytes came. In a buffer full of that very
@@ -38,7 +39,7 @@ std::int32_t RecordedPort::ReadPort(char* buffer, std::int32_t count, std::int16
   const std::int32_t status = library_.ReadPort(buffer_.data(), count, terminator);
   if (status < 0) {
     WriteReceived();
-    return status;
+    return Checked(status);
   }
   const std::size_t found = terminator == kNoTerminator ? size : std::min(buffer_.find(last), size);
   const bool pair = last == '\n' && found > 0 && found < size && buffer_[found - 1] == '\r';
@@ -52,16 +53,24 @@ std::int32_t RecordedPort::ReadPort(char* buffer, std::int32_t count, std::int16
 std::int32_t RecordedPort::FlushInQueue() {
   const std::int32_t drained = Drain();
   const std::int32_t status = library_.FlushInQueue();
-  return status < 0 ? status : status + drained;
+  return status < 0 ? Checked(status) : status + drained;
 }
 
 std::int32_t RecordedPort::ClosePort() {
-  if (open_) {
-    Drain();
-    Write(Transcript::Way::kClose, {}, transcript_.Now());
-    open_ = false;
-  }
+  NoteClosed(0);
   return library_.ClosePort();
+}
+
+std::int32_t RecordedPort::Checked(std::int32_t status) {
+  if (device::EndsConnection(status)) NoteClosed(status);
+  return status;
+}
+
+void RecordedPort::NoteClosed(std::int32_t status) {
+  if (!open_) return;
+  Drain();
+  Write(Transcript::Way::kClose, {}, transcript_.Now(), status);
+  open_ = false;
 }
 
 std::int32_t RecordedPort::Drain() {
@@ -79,9 +88,10 @@ void RecordedPort::WriteReceived() {
     Write(Transcript::Way::kIn, received, transcript_.Now());
 }
 
-void RecordedPort::Write(Transcript::Way way, std::string_view bytes, const Transcript::Moment& moment) {
+void RecordedPort::Write(Transcript::Way way, std::string_view bytes, const Transcript::Moment& moment,
+                         std::int32_t status) {
   if (way != Transcript::Way::kIn) WriteReceived();
-  if (const int error = transcript_.Write(way, bytes, moment))
+  if (const int error = transcript_.Write(way, bytes, moment, status))
     prompt_.ShowError(texts::TranscriptNotWritten(transcript_.file(), error));
 }
 

@@ -61,7 +61,11 @@ class RecordedPort final : public device::PortLibrary {
   /// Reads what waits; how many bytes that were.
   std::int32_t Drain();
   void WriteReceived();
-  void Write(Transcript::Way way, std::string_view bytes, const Transcript::Moment& moment);
+  void Write(Transcript::Way way, std::string_view bytes, const Transcript::Moment& moment,
+             std::int32_t status = 0);
+  /// The status of a transfer: notes the end where the connection is lost.
+  std::int32_t Checked(std::int32_t status);
+  void NoteClosed(std::int32_t status);
 
   device::PortLibrary& library_;
   Transcript& transcript_;

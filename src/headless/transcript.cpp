@@ -44,14 +44,16 @@ int Transcript::Open(const std::string& file, bool times) {
   return file_ ? 0 : errno;
 }
 
-int Transcript::Write(Way way, std::string_view bytes, const Moment& moment) {
+int Transcript::Write(Way way, std::string_view bytes, const Moment& moment, std::int32_t status) {
   if (!file_) return 0;
   std::string line = "{";
   if (times_)
     line.append("\"t\":" + SecondsText(moment.seconds) + ",\"time\":\"" + base::UtcTimeText(moment.time_ms) +
                 "\",");
   line.append("\"way\":\"").append(NameOf(way)).append("\",\"bytes\":\"");
-  line.append(base::Base64(bytes)).append("\"}\n");
+  line.append(base::Base64(bytes)).append("\"");
+  if (status != 0) line.append(",\"status\":" + std::to_string(status));
+  line += "}\n";
   const int error = base::WriteAll(file_.get(), line);
   if (error != 0) file_ = base::Descriptor();
   return error;

@@ -27,8 +27,9 @@ class Transcript {
 
   Moment Now() const { return {clock_.Seconds(), base::WallClockMs()}; }
 
-  /// Returns 0 or an errno, after which nothing is written any more.
-  [[nodiscard]] int Write(Way way, std::string_view bytes, const Moment& moment);
+  /// Returns 0 or an errno, after which nothing is written any more. `status`: why a connection was closed
+  /// that the terminal has not closed, else 0.
+  [[nodiscard]] int Write(Way way, std::string_view bytes, const Moment& moment, std::int32_t status = 0);
 
  private:
   base::SteadyClock clock_;

@@ -100,6 +100,46 @@ TEST_F(ReplayServerTest, OnALineAllConnectionsAreOne) {
   EXPECT_EQ(result.get(), "");
 }
 
+constexpr char kHungUp[] =
+    R"({"way":"open","bytes":""}
+{"way":"out","bytes":"QQo="}
+{"way":"in","bytes":"YQ0K"}
+{"way":"close","bytes":"","status":-40}
+{"way":"open","bytes":""}
+{"way":"out","bytes":"Qgo="}
+{"way":"in","bytes":"Yg0K"}
+{"way":"close","bytes":""}
+)";
+
+TEST_F(ReplayServerTest, ClosesWhereTheInstrumentHasClosed) {
+  ReplayServer server(Of(kHungUp));
+  auto result = Run(server);
+  const Client first = Client::Tcp(server.Port());
+  EXPECT_EQ(first.Ask("A"), "a");
+  int error = -1;
+  EXPECT_EQ(first.ReadAll(&error), "");
+  EXPECT_EQ(error, 0);
+  EXPECT_EQ(Client::Tcp(server.Port()).Ask("B"), "b");
+  EXPECT_EQ(result.get(), "");
+}
+
+TEST_F(ReplayServerTest, OnALineItHangsUpAndTheLinkLeadsToTheNextOne) {
+  Options options = Of(kHungUp);
+  options.tcp_port.reset();
+  options.pty_link = folder.Path("line");
+  ReplayServer server(options);
+  auto result = Run(server);
+  {
+    const Client first = Client::Pty(options.pty_link);
+    EXPECT_EQ(first.Ask("A"), "a");
+    int error = -1;
+    EXPECT_EQ(first.ReadAll(&error), "");
+    EXPECT_EQ(error, 0) << "a line that was hung up is at its end";
+  }
+  EXPECT_EQ(Client::Pty(options.pty_link).Ask("B"), "b");
+  EXPECT_EQ(result.get(), "");
+}
+
 TEST_F(ReplayServerTest, ALongAnswerArrivesWhole) {
   std::string bytes;
   for (int i = 0; i < 1'000'000; ++i) bytes += "AAAA";

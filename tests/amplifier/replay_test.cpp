@@ -114,6 +114,37 @@ TEST(Replay, AnswersThatNobodyWaitsForMayBeLeftOut) {
   EXPECT_EQ(replay.difference(), "");
 }
 
+const Conversation kHungUp{0.0, {{true, "A\n", 1.0, 2}, {false, "a", 1.5, 3}}, HangUp{3.0}};
+
+TEST(Replay, HangsUpWhereTheInstrumentDid) {
+  Replay replay(kHungUp, true, kStart);
+  replay.Take("A\n", After(0));
+  EXPECT_EQ(replay.Say(After(500)), "a");
+  EXPECT_EQ(replay.Due(), After(2000));
+  EXPECT_EQ(replay.Say(After(1999)), "");
+  EXPECT_FALSE(replay.hung_up());
+  EXPECT_EQ(replay.Say(After(2000)), "");
+  EXPECT_TRUE(replay.hung_up());
+  EXPECT_FALSE(replay.Due());
+  EXPECT_EQ(replay.difference(), "");
+}
+
+TEST(Replay, ACommandThatMeetsTheHangUpIsNoDifference) {
+  Replay replay(kHungUp, true, kStart);
+  replay.Take("A\nB\n", kStart);
+  EXPECT_EQ(replay.Say(After(5000)), "a");
+  EXPECT_TRUE(replay.hung_up());
+  replay.End();
+  EXPECT_EQ(replay.difference(), "");
+}
+
+TEST(Replay, WhoMissesItsTurnSeesNoHangUp) {
+  Replay replay(kHungUp, false, kStart);
+  EXPECT_EQ(replay.Say(After(5000)), "");
+  EXPECT_FALSE(replay.hung_up());
+  EXPECT_FALSE(replay.Due());
+}
+
 TEST(Quoted, CutsWhatIsLong) {
   EXPECT_EQ(Quoted("a\"\\\t"), R"("a\"\\\t")");
   EXPECT_EQ(Quoted(std::string(200, 'x')), '"' + std::string(200, 'x') + '"');

@@ -3,13 +3,18 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 
+#include <unistd.h>
+
 #include <filesystem>
+#include <future>
 #include <nlohmann/json.hpp>
 #include <sstream>
 
 #include "amplifier/server.h"
 #include "app/instrument.h"
 #include "app/program.h"
+#include "base/descriptor.h"
+#include "base/loopback.h"
 #include "base/temp_folder.h"
 
 namespace kolvane::app {
@@ -128,6 +133,36 @@ TEST_F(TranscriptTest, AListIsTestedWithoutItsInstrument) {
   ReplayProgram replay(File(), folder.Path("line"));
   const Outcome replayed = Run(kRows, replay.resource, {"--receive-mode", "auto"});
   EXPECT_EQ(replayed.out, recorded.out);
+  const Outcome verdict = replay.program.Wait();
+  EXPECT_EQ(verdict.err, "");
+  EXPECT_EQ(verdict.status, 0);
+}
+
+/// Answers one line of each of two connections; the first one it closes instead.
+void ServeTwice(const base::Listener& listener) {
+  for (const bool closes : {true, false}) {
+    const base::Descriptor peer(listener.Accept());
+    std::string line;
+    for (char byte = 0; !line.ends_with('\n') && read(peer.get(), &byte, 1) == 1;) line += byte;
+    if (closes) continue;
+    EXPECT_EQ(base::WriteAll(peer.get(), "back\r\n"), 0);
+    char byte = 0;
+    EXPECT_EQ(read(peer.get(), &byte, 1), 0) << "the terminal closes";
+  }
+}
+
+TEST_F(TranscriptTest, AnInstrumentThatClosesIsReplayed) {
+  const std::string rows = "LAST\r\nAGAIN?\r\n";
+  const base::Listener listener;
+  auto served = std::async(std::launch::async, [&listener] { ServeTwice(listener); });
+  const Outcome recorded = Run(rows, ResourceOf(listener.port()), {"--transcript", File(), "--reconnect"});
+  served.get();
+  EXPECT_EQ(recorded.out, "-40\nback\n");
+  EXPECT_NE(base::ReadBytes(File()).find(R"("way":"close","bytes":"","status":-40)"), std::string::npos);
+  ReplayProgram replay(File(), folder.Path("line"));
+  const Outcome replayed = Run(rows, replay.resource, {"--reconnect"});
+  EXPECT_EQ(replayed.out, "-41\nback\n") << "a line knows no orderly end";
+  EXPECT_EQ(replayed.status, 4);
   const Outcome verdict = replay.program.Wait();
   EXPECT_EQ(verdict.err, "");
   EXPECT_EQ(verdict.status, 0);

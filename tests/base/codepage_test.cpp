@@ -48,6 +48,14 @@ TEST(CodePage, EveryByteIsInside) {
   }
 }
 
+TEST(Base64, IsReadBack) {
+  for (const std::string& bytes : {std::string(), std::string("f"), std::string("fo"), std::string("foo"),
+                                   std::string("\xFB\xFF\0", 3), std::string(1000, '\xA5')})
+    EXPECT_EQ(FromBase64(Base64(bytes)), bytes);
+  for (const char* wrong : {"Q", "QQ", "QQ=", "Q===", "QQ=A", "Q Q=", "====", "QQ==QQ==", "QQ-_"})
+    EXPECT_FALSE(FromBase64(wrong)) << wrong;
+}
+
 TEST(Base64, IsThatOfTheStandard) {
   EXPECT_EQ(Base64(""), "");
   EXPECT_EQ(Base64("f"), "Zg==");

@@ -9,6 +9,7 @@
 
 #include "base/fake_prompt.h"
 #include "base/temp_folder.h"
+#include "device/device_state.h"
 #include "device/fake_port_library.h"
 #include "device/port_library_contract.h"
 #include "headless/recorded_port.h"
@@ -148,6 +149,31 @@ TEST_F(RecordedPortTest, WhatIsFlushedIsReadBefore) {
 TEST_F(RecordedPortTest, WhatWasNotOpenIsNotClosed) {
   Library().ClosePort();
   Library().ClosePort();
+  EXPECT_EQ(Recorded(), "||");
+}
+
+TEST_F(RecordedPortTest, TheInstrumentsEndOfTheConnectionIsNotedWithItsStatus) {
+  library.replies = {{"A"}, {"", device::device_status::kClosedByPeer}};
+  Read(20, '\n');
+  Read(20, '\n');
+  Library().ClosePort();
+  EXPECT_EQ(base::ReadBytes(folder.Path("t")),
+            "{\"way\":\"open\",\"bytes\":\"\"}\n"
+            "{\"way\":\"in\",\"bytes\":\"QQo=\"}\n"
+            "{\"way\":\"close\",\"bytes\":\"\",\"status\":-40}\n");
+}
+
+TEST_F(RecordedPortTest, BytesBeforeTheEndOfTheConnectionAreThere) {
+  library.replies = {{"", device::device_status::kConnectionLost}, {"AB"}};
+  library.bytes_waiting = 2;
+  Read(20, '\n');
+  EXPECT_EQ(Recorded(), "|<QUI=|");
+}
+
+TEST_F(RecordedPortTest, AWriteMayMeetTheEndToo) {
+  library.results["WritePort"] = {device::device_status::kConnectionLost};
+  Library().WritePort("A\n");
+  Library().FlushInQueue();
   EXPECT_EQ(Recorded(), "||");
 }
 

@@ -17,10 +17,16 @@ struct Utterance {
   bool operator==(const Utterance&) const = default;
 };
 
-/// One connection; those in which nothing was said are left out of a transcript.
+/// The instrument's end of a connection.
+struct HangUp {
+  std::optional<double> seconds;  ///< when, by the same clock
+};
+
+/// One connection; those in which nothing happened are left out of a transcript.
 struct Conversation {
   std::optional<double> seconds;  ///< when it was opened
   std::vector<Utterance> utterances;
+  std::optional<HangUp> hang_up = {};  ///< after all of them; none where the terminal has closed
 };
 
 /// Why a text is no transcript, one English line.
