@@ -1,6 +1,5 @@
 #include "app/shell.h"
 
-#include <poll.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -12,6 +11,7 @@
 #include "app/line_editor.h"
 #include "app/shell_history.h"
 #include "app/signals.h"
+#include "base/descriptor.h"
 #include "kolvane/Shell.h"
 
 namespace kolvane::app {
@@ -55,10 +55,7 @@ int RunAtTerminal(CommandRunOptions run) {
     if (!std::exchange(greeted, true)) std::fputs(kGreeting, stdout);
     return editor.ReadLine(prompt, line);
   };
-  run.StopRequested = [&end] {
-    pollfd entry{end.descriptor(), POLLIN, 0};
-    return poll(&entry, 1, 0) == 1;
-  };
+  run.StopRequested = [&end] { return base::IsReadable(end.descriptor()); };
   return static_cast<int>(kolvane::RunShell(host, run));
 }
 

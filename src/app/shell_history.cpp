@@ -11,6 +11,7 @@
 #include "base/read_file.h"
 #include "base/replace_file.h"
 #include "base/system.h"
+#include "base/text.h"
 
 namespace kolvane::app {
 namespace {
@@ -30,9 +31,7 @@ ShellHistory::ShellHistory(std::string file) : file_(std::move(file)) {
   std::string bytes;
   if (file_.empty() || base::ReadFile(file_, bytes) != 0) return;
   for (std::string_view rest = bytes; !rest.empty();) {
-    const std::string_view line = rest.substr(0, rest.find('\n'));
-    rest.remove_prefix(std::min(line.size() + 1, rest.size()));
-    if (!line.empty()) lines_.emplace_back(line);
+    if (const std::string_view line = base::TakeLine(rest); !line.empty()) lines_.emplace_back(line);
   }
   const bool long_file = lines_.size() >= 2 * kKept;
   if (lines_.size() > kKept) lines_.erase(lines_.begin(), lines_.end() - kKept);
