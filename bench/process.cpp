@@ -61,7 +61,15 @@ Process::Process(std::vector<std::string> words) : started_(MonotonicSeconds()),
   if (child_ == 0) Execute(words);
 }
 
+int Process::Wait() {
+  int status = 0;
+  if (waitpid(child_, &status, 0) != child_) throw std::runtime_error("waitpid");
+  child_ = -1;
+  return WEXITSTATUS(status);
+}
+
 Process::~Process() {
+  if (child_ < 0) return;
   kill(child_, SIGKILL);
   waitpid(child_, nullptr, 0);
 }

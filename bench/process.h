@@ -16,6 +16,9 @@ class Process {
   Process(const Process&) = delete;
   Process& operator=(const Process&) = delete;
 
+  /// Returns once it has ended by itself, with its exit status.
+  int Wait();
+
   /// On the monotonic clock, just before the fork.
   double started() const { return started_; }
 

@@ -1,5 +1,5 @@
-// From the start of `kolvane send` to its first command on the wire, beside this program started again with
-// nothing to do but connect and send. Usage: send_bench [rounds]
+// `kolvane send` from its start to its first command on the wire, and to its end, beside a C program that
+// does nothing else, and beside lxi where that is installed. Usage: send_bench [rounds]
 
 #include <sys/socket.h>
 #include <unistd.h>
@@ -13,8 +13,6 @@
 
 namespace kolvane::bench {
 namespace {
-
-constexpr char kSend[] = "--send";
 
 void Check(bool good) {
   if (!good) std::abort();
@@ -46,39 +44,58 @@ class Listener {
     return (now - program.started()) * 1e3;
   }
 
+  // Answers the one line that comes.
+  double MillisecondsOf(const std::vector<std::string>& words) const {
+    Process program(words);
+    const int peer = accept4(fd_, nullptr, nullptr, SOCK_CLOEXEC);
+    std::string line;
+    for (char byte = 0; !line.ends_with('\n') && read(peer, &byte, 1) == 1;) line += byte;
+    Check(line == "*IDN?\n" && write(peer, "KVA,8\r\n", 7) == 7);
+    Check(program.Wait() == 0);
+    const double now = MonotonicSeconds();
+    close(peer);
+    return (now - program.started()) * 1e3;
+  }
+
  private:
   int fd_;
   std::uint16_t port_ = 0;
 };
 
-int SendOnly(const char* port) {
-  const int peer = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-  const sockaddr_in address = Loopback(static_cast<std::uint16_t>(std::atoi(port)));
-  Check(connect(peer, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0);
-  Check(write(peer, "*IDN?\n", 6) == 6);
-  return 0;
+// Of lxi's, where it is installed; empty otherwise.
+std::string PathOfLxi() {
+  for (const char* path : {"/usr/bin/lxi", "/usr/local/bin/lxi"})
+    if (access(path, X_OK) == 0) return path;
+  return {};
 }
 
 void MeasureSend(int rounds) {
   const Listener listener;
-  const Comparison comparison = Alternate(
+  const std::vector<std::string> send = {KOLVANE_PROGRAM, "send", "*IDN?", "--connect",
+                                         "TCPIP::127.0.0.1::" + listener.port() + "::SOCKET"};
+  const std::vector<std::string> query_only = {KOLVANE_QUERY_ONLY, listener.port()};
+  const Comparison start = Alternate(
+      rounds, [&] { return listener.MillisecondsToFirstByte(query_only); },
+      [&] { return listener.MillisecondsToFirstByte(send); });
+  PrintAtMost({"start of kolvane send to its first command", "a C program that connects and queries", "ms"},
+              start.yardstick, start.measured, 3);
+  const Comparison whole = Alternate(
+      rounds, [&] { return listener.MillisecondsOf(query_only); },
+      [&] { return listener.MillisecondsOf(send); });
+  PrintAtMost({"kolvane send, a whole process", "the same", "ms"}, whole.yardstick, whole.measured, 3);
+  const std::string lxi = PathOfLxi();
+  if (lxi.empty()) return;
+  const Comparison other = Alternate(
       rounds,
       [&] {
-        return listener.MillisecondsToFirstByte({"/proc/self/exe", kSend, listener.port()});
+        return listener.MillisecondsOf(
+            {lxi, "scpi", "--raw", "--address", "127.0.0.1", "--port", listener.port(), "*IDN?"});
       },
-      [&] {
-        return listener.MillisecondsToFirstByte({KOLVANE_PROGRAM, "send", "*IDN?", "--connect",
-                                                 "TCPIP::127.0.0.1::" + listener.port() + "::SOCKET"});
-      });
-  PrintAtMost({"start of kolvane send to its first command", "a program that only connects and sends", "ms"},
-              comparison.yardstick, comparison.measured, 50);
+      [&] { return listener.MillisecondsOf(send); });
+  PrintWithoutGoal({"the same", "lxi scpi --raw", "ms"}, other);
 }
 
 }  // namespace
 }  // namespace kolvane::bench
 
-int main(int argc, char** argv) {
-  using namespace kolvane::bench;
-  if (argc == 3 && std::string(argv[1]) == kSend) return SendOnly(argv[2]);
-  MeasureSend(argc > 1 ? std::atoi(argv[1]) : 21);
-}
+int main(int argc, char** argv) { kolvane::bench::MeasureSend(argc > 1 ? std::atoi(argv[1]) : 21); }

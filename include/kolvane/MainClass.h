@@ -27,6 +27,9 @@ struct TerminalOptions {
 class KOLVANE_EXPORT NoDisplay : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
+  NoDisplay(const NoDisplay&) = default;
+  NoDisplay& operator=(const NoDisplay&) = default;
+  ~NoDisplay() override;
 };
 
 /// The component's one public class: a host makes one, hands its device object over, opens the terminal, and

@@ -3,6 +3,7 @@
 #include "base/encoding.h"
 #include "base/number.h"
 #include "kolvane/HostObject.h"
+#include "kolvane/MainClass.h"
 #include "kolvane/Variant.h"
 
 namespace kolvane {
@@ -21,6 +22,8 @@ void IoObject::Read(std::int16_t&, std::int16_t&, std::int16_t&, std::int16_t&, 
 void IoObject::SetIOTimeout(std::int16_t&, std::int32_t&) { Missing(); }
 void IoObject::FlushInQ(std::int16_t&) { Missing(); }
 void IoObject::GetDeviceProperty(std::int16_t&, std::int16_t&, Variant&) { Missing(); }
+
+NoDisplay::~NoDisplay() = default;
 
 HostObject::~HostObject() = default;
 IoObject& HostObject::IO() { Missing(); }

@@ -2,7 +2,7 @@
 
 #include "component/component_state.h"
 #include "component/folder.h"
-#include "component/terminal_run.h"
+#include "component/window_library.h"
 
 namespace kolvane {
 namespace {
@@ -20,7 +20,7 @@ MainClass::~MainClass() = default;
 void MainClass::InitTerminal(const std::shared_ptr<HostObject>& gObj) { State().device.gObj = gObj; }
 
 void MainClass::OpenTerminal(std::int16_t OperMode, std::int16_t DevIdx) {
-  component::RunTerminal(State(), OperMode, DevIdx);
+  component::OpenWindow(State(), OperMode, DevIdx);
 }
 
 bool MainClass::Wait() {

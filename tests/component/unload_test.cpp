@@ -1,4 +1,4 @@
-#include "component/terminal_run.h"
+#include "component/ui/terminal_run.h"
 
 #include <gtest/gtest.h>
 

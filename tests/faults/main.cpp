@@ -1,7 +1,7 @@
 // Entry of the window's fault tests: the application object that the component makes, on no screen.
 #include <gtest/gtest.h>
 
-#include "component/application.h"
+#include "component/ui/application.h"
 
 int main(int argc, char** argv) {
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Holds what the two shared objects export: exports.sh LIBKOLVANE LIBDEVLNK, lists beside this file.
+# Holds what the shared objects export: exports.sh LIBKOLVANE LIBDEVLNK WINDOWS, lists beside this file.
 # What a list lacks is marked +, what a library lacks -.
 set -euo pipefail
 export LC_ALL=C
@@ -11,7 +11,7 @@ exported() {
 }
 
 status=0
-for pair in "$1:libkolvane.exports" "$2:libdevlnk.exports"; do
+for pair in "$1:libkolvane.exports" "$2:libdevlnk.exports" "$3:libkolvane-windows.exports"; do
   diff -U0 --label "${pair#*:}" --label "${pair%:*}" "$lists/${pair#*:}" <(exported "${pair%:*}") || status=1
 done
 exit "$status"

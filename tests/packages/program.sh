@@ -44,7 +44,7 @@ asked_to_end "$kolvane" --demo
 ! ls -d "$TMPDIR"/kolvane-demo-* 2>/dev/null || fail "the demo left its folder behind"
 
 # What the component and the desktop look for.
-for file in libkolvane.so.0 libdevlnk.so Terminal.chm TermCmdHelp.rtf demo.CMD KVA-1-KOPF.BNS; do
+for file in libkolvane.so.0 libkolvane-windows.so libdevlnk.so Terminal.chm TermCmdHelp.rtf demo.CMD KVA-1-KOPF.BNS; do
   [ -s "$folder/$file" ] || fail "$file is missing beside the component"
 done
 for program in kolvane kolvane-amplifier; do

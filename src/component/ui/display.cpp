@@ -1,4 +1,4 @@
-#include "component/display.h"
+#include "component/ui/display.h"
 
 #include <sys/stat.h>
 #include <sys/sysmacros.h>

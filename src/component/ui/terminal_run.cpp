@@ -1,4 +1,4 @@
-#include "component/terminal_run.h"
+#include "component/ui/terminal_run.h"
 
 #include <QApplication>
 #include <QPointer>
@@ -11,14 +11,14 @@
 
 #include "base/runtime_error.h"
 #include "base/system.h"
-#include "component/application.h"
-#include "component/close_watch.h"
 #include "component/extras_file.h"
 #include "component/folder.h"
 #include "component/host_parameters.h"
 #include "component/ini_store.h"
 #include "component/settings.h"
 #include "component/texts.h"
+#include "component/ui/application.h"
+#include "component/ui/close_watch.h"
 #include "device/connection_form.h"
 #include "device/connection_texts.h"
 #include "device/device_state.h"

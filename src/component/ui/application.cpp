@@ -1,4 +1,4 @@
-#include "component/application.h"
+#include "component/ui/application.h"
 
 #include <unistd.h>
 
@@ -7,7 +7,7 @@
 #include <clocale>
 #include <stdexcept>
 
-#include "component/display.h"
+#include "component/ui/display.h"
 
 namespace kolvane::component {
 

@@ -1,4 +1,4 @@
-#include "component/close_watch.h"
+#include "component/ui/close_watch.h"
 
 #include <poll.h>
 #include <unistd.h>

@@ -1,0 +1,26 @@
+#include "component/window_library.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+#include "component/folder.h"
+
+namespace kolvane::component {
+namespace {
+
+// This program has the component in it, and no library beside it.
+TEST(WindowLibrary, AnOpeningWithoutItSaysWhatIsMissing) {
+  ComponentState state;
+  try {
+    OpenWindow(state, 2, 0);
+    ADD_FAILURE() << "it is there";
+  } catch (const std::runtime_error& error) {
+    EXPECT_NE(std::string(error.what()).find(OwnFolder() + "/libkolvane-windows.so"), std::string::npos)
+        << error.what();
+  }
+  EXPECT_FALSE(state.window_open);
+}
+
+}  // namespace
+}  // namespace kolvane::component
