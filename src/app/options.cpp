@@ -31,12 +31,21 @@ constexpr base::OptionRow<Options> kOptions[] = {
     {"help", nullptr, [](Options& o, Value) { return TakeAction(o, Options::Action::kHelp); }},
     {"version", nullptr, [](Options& o, Value) { return TakeAction(o, Options::Action::kVersion); }},
 };
-constexpr int kFirst = 1000;
+constexpr int kFirst = 1000;  // + the index in a table
+constexpr int kWord = 1;      // getopt's own, for an argument that is no option
+
+void TakeOption(Options& options, const base::OptionRow<Options>& row) {
+  const std::string value = optarg != nullptr ? optarg : "";
+  if (!row.take(options, value))
+    Refuse(options, std::string("--") + row.name + " takes " + row.expected + ", not '" + value + "'");
+}
 
 // `word` is the argument in hand.
-void Apply(Options& options, int choice, const char* word) {
+void Apply(Options& options, std::span<const base::OptionRow<Options>> rows, int choice, const char* word) {
   if (choice >= kFirst) {
-    TakeOption(options, kOptions[choice - kFirst]);
+    TakeOption(options, rows[static_cast<std::size_t>(choice - kFirst)]);
+  } else if (choice == kWord) {
+    options.words.emplace_back(optarg);
   } else if (choice == 'h') {
     options.action = Options::Action::kHelp;
   } else {
@@ -125,10 +134,20 @@ void RefuseWord(Options& options, int choice, const std::string& word) {
   Refuse(options, choice == ':' ? "option '" + word + "' needs a value" : "unknown option '" + word + "'");
 }
 
-void TakeOption(Options& options, const base::OptionRow<Options>& row) {
-  const std::string value = optarg != nullptr ? optarg : "";
-  if (!row.take(options, value))
-    Refuse(options, std::string("--") + row.name + " takes " + row.expected + ", not '" + value + "'");
+void ParseWords(int argc, char** argv, std::span<const base::OptionRow<Options>> rows, Options& options) {
+  const Options::Action asked = options.action;
+  const std::vector<option> long_options =
+      base::LongOptions<Options>(rows, kFirst, {{"help", no_argument, nullptr, 'h'}});
+  optind = 0;
+  // "-": words and options may come in any order, whatever POSIXLY_CORRECT says.
+  for (;;) {
+    const int at = std::max(optind, 1);
+    const int choice = getopt_long(argc, argv, "-:h", long_options.data(), nullptr);
+    if (choice == -1) break;
+    Apply(options, rows, choice, argv[at]);
+    if (options.action != asked) return;
+  }
+  options.words.insert(options.words.end(), argv + optind, argv + argc);
 }
 
 Options ParseOptions(int argc, char** argv) {
@@ -139,7 +158,7 @@ Options ParseOptions(int argc, char** argv) {
     const int at = std::max(optind, 1);
     const int choice = getopt_long(argc, argv, "+:h", long_options.data(), nullptr);
     if (choice == -1) break;
-    Apply(options, choice, argv[at]);
+    Apply(options, kOptions, choice, argv[at]);
   }
   if (options.mode && options.action == Options::Action::kDemo) Refuse(options, "--demo takes no --mode");
   const int first = optind;

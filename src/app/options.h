@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -47,8 +48,9 @@ void Refuse(Options& options, const std::string& why);
 /// The same for `word`, an option for which getopt gave `choice`: ':' without its value, else not known.
 void RefuseWord(Options& options, int choice, const std::string& word);
 
-/// Hands getopt's value to the option of `row`; a wrong one is a usage error.
-void TakeOption(Options& options, const base::OptionRow<Options>& row);
+/// Reads what follows a command, argv[0]: options of `rows`, which a wrong value makes a usage error, and
+/// words, in any order. It ends early where the action becomes another one: by --help, or by such an error.
+void ParseWords(int argc, char** argv, std::span<const base::OptionRow<Options>> rows, Options& options);
 
 /// The text of --help.
 std::string HelpText();

@@ -1,6 +1,5 @@
 #include "app/run_options.h"
 
-#include <getopt.h>
 #include <strings.h>
 
 #include <algorithm>
@@ -140,23 +139,6 @@ constexpr base::OptionRow<Options> kRunOptions[] = {
     {"timestamps", nullptr, [](Options& o, Value) { return o.run.TimeStamps = true; }},
 };
 
-constexpr int kHelp = 1000;
-constexpr int kFirst = 1001;  // + the index in kRunOptions
-constexpr int kWord = 1;      // getopt's own, for an argument that is no option
-
-// `word` is the argument in hand.
-void Apply(Options& options, int choice, const char* word) {
-  if (choice >= kFirst) {
-    TakeOption(options, kRunOptions[choice - kFirst]);
-  } else if (choice == kWord) {
-    options.words.emplace_back(optarg);
-  } else if (choice == kHelp || choice == 'h') {
-    options.action = Options::Action::kHelp;
-  } else {
-    RefuseWord(options, choice, word);
-  }
-}
-
 constexpr const char* kStandardInput = "-";
 
 // What only shows itself when everything has been read; empty where all fits.
@@ -190,18 +172,8 @@ bool ReadsCommands(const Options& options) {
 
 void ParseRunOptions(int argc, char** argv, Options& options) {
   const Options::Action asked = options.action;
-  const std::vector<option> long_options =
-      base::LongOptions<Options>(kRunOptions, kFirst, {{"help", no_argument, nullptr, kHelp}});
-  optind = 0;
-  // "-": commands and options may come in any order, whatever POSIXLY_CORRECT says.
-  for (;;) {
-    const int at = std::max(optind, 1);
-    const int choice = getopt_long(argc, argv, "-:h", long_options.data(), nullptr);
-    if (choice == -1) break;
-    Apply(options, choice, argv[at]);
-    if (options.action != asked) return;
-  }
-  options.words.insert(options.words.end(), argv + optind, argv + argc);
+  ParseWords(argc, argv, kRunOptions, options);
+  if (options.action != asked) return;
   if (const std::string why = Contradiction(options); !why.empty()) return Refuse(options, why);
   if (options.run.Count) options.run.ReceiveMode = AnswerEnd::kCount;
 }
