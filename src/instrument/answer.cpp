@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "base/block_head.h"
 #include "kolvane/Instrument.h"
 
 namespace kolvane::instrument {
@@ -17,7 +18,6 @@ using devlnk::Status;
 
 constexpr std::string_view kLineEnd = "\r\n";
 constexpr std::int32_t kGapMs = 50;
-constexpr std::size_t kBlockLimit = std::size_t{64} << 20;
 
 // A lone LF serves as line end, so only that is waited for.
 devlnk::MessageRule RuleFor(std::string_view termination) {
@@ -30,22 +30,11 @@ void Strip(std::string_view termination, std::string& answer) {
   if (answer.ends_with(termination)) answer.resize(answer.size() - termination.size());
 }
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-
-// The bytes of the head, "#", a digit and as many digits as it says, and the number in them.
-struct BlockHead {
-  std::size_t bytes = 0;
-  std::size_t length = 0;
-};
-
-std::int32_t AwaitHead(PortSession& session, BlockHead& head) {
-  for (std::size_t digits = 0; head.bytes < 2 + digits; ++head.bytes) {
-    const Status status = session.AwaitQueued(head.bytes + 1);
+std::int32_t AwaitHead(PortSession& session, base::BlockHead& head) {
+  while (!head.IsWhole()) {
+    const Status status = session.AwaitQueued(head.bytes() + 1);
     if (status != Status::kOk) return Code(status);
-    const char c = session.queued_bytes()[head.bytes];
-    if (head.bytes == 0 ? c != '#' : !IsDigit(c)) return InstrumentError::kNoBlock;
-    if (head.bytes == 1) digits = static_cast<std::size_t>(c - '0');
-    if (head.bytes > 1) head.length = 10 * head.length + static_cast<std::size_t>(c - '0');
+    if (!head.Take(session.queued_bytes()[head.bytes()])) return InstrumentError::kNoBlock;
   }
   return 0;
 }
@@ -113,13 +102,13 @@ std::int32_t ReadCount(PortSession& session, std::size_t count, std::string& byt
 }
 
 std::int32_t ReadBlock(PortSession& session, std::string_view termination, std::string& data) {
-  BlockHead head;
+  base::BlockHead head;
   if (const std::int32_t failed = AwaitHead(session, head); failed < 0) return failed;
-  if (head.length > kBlockLimit) return InstrumentError::kBlockTooLong;
-  session.Drop(head.bytes);
-  if (head.bytes == 2) return ReadAnswer(session, termination, data);
+  if (head.length() > base::kBlockLimit) return InstrumentError::kBlockTooLong;
+  session.Drop(head.bytes());
+  if (!head.IsCounted()) return ReadAnswer(session, termination, data);
   bool ended = false;
-  const std::int32_t failed = ReadPieces(session, head.length, data, ended);
+  const std::int32_t failed = ReadPieces(session, head.length(), data, ended);
   if (failed == 0 && !ended) DropTermination(session, termination);
   return failed;
 }

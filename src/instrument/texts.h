@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 
+#include "base/block_head.h"
 #include "devlnk/status.h"
 #include "kolvane/Instrument.h"
 
@@ -10,7 +11,7 @@ namespace kolvane::instrument {
 
 /// "Verbindung abgelehnt"; empty for an unknown status.
 inline std::string_view ReasonText(std::int32_t status) {
-  if (status == InstrumentError::kBlockTooLong) return "Block ist länger als 64 MiB";
+  if (status == InstrumentError::kBlockTooLong) return base::kBlockTooLong;
   if (status == InstrumentError::kNoBlock) return "Antwort ist kein Block";
   return devlnk::StatusText(status);
 }

@@ -11,18 +11,16 @@ namespace {
 
 constexpr std::size_t kLargestPiece = 1u << 20;
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-
 }  // namespace
 
 BlockReader::Result BlockReader::Read(std::string& block) {
   block_ = std::exchange(state_.put_back, {});
-  if (block_.empty() && !Take(1)) return Result::kNothing;
-  if (block_.front() != '#') return GiveBack();
-  if (block_.size() < 2 && !Take(1)) return Result::kFailed;
-  if (!IsDigit(block_[1])) return GiveBack();
-  const auto digits = static_cast<std::size_t>(block_[1] - '0');
-  const Result result = digits == 0 ? TakeToTerminator() : TakeCounted(digits);
+  base::BlockHead head;
+  while (!head.IsWhole()) {
+    if (block_.size() == head.bytes() && !Take(1)) return block_.empty() ? Result::kNothing : Result::kFailed;
+    if (!head.Take(block_[head.bytes()])) return GiveBack();
+  }
+  const Result result = head.IsCounted() ? TakeCounted(head) : TakeToTerminator();
   if (result == Result::kBlock) block = std::move(block_);
   return result;
 }
@@ -41,15 +39,10 @@ std::size_t BlockReader::Piece(std::size_t left) {
   return std::min({waiting, left, kLargestPiece});
 }
 
-BlockReader::Result BlockReader::TakeCounted(std::size_t digits) {
-  std::size_t length = 0;
-  for (std::size_t at = 2; at < 2 + digits; ++at) {
-    if (block_.size() == at && !Take(1)) return Result::kFailed;
-    if (!IsDigit(block_[at])) return GiveBack();
-    length = 10 * length + static_cast<std::size_t>(block_[at] - '0');
-  }
-  if (length > kBlockLimit) return Result::kTooLong;
-  const std::size_t end = 2 + digits + length;
+BlockReader::Result BlockReader::TakeCounted(const base::BlockHead& head) {
+  const std::size_t length = head.length();
+  if (length > base::kBlockLimit) return Result::kTooLong;
+  const std::size_t end = head.bytes() + length;
   for (std::size_t told = 0; block_.size() < end;) {
     if (!Take(Piece(end - block_.size()))) return Result::kFailed;
     const std::size_t percent = 100 * (block_.size() - (end - length)) / length;
@@ -63,7 +56,7 @@ BlockReader::Result BlockReader::TakeCounted(std::size_t digits) {
 BlockReader::Result BlockReader::TakeToTerminator() {
   if (terminator_.empty()) device_.SetTimeout(kGapMs);
   do {
-    if (block_.size() > kBlockLimit) return Result::kTooLong;
+    if (block_.size() > base::kBlockLimit) return Result::kTooLong;
     if (Take(Piece(kLargestPiece), terminator_)) continue;
     if (!terminator_.empty()) return Result::kFailed;
     ForgetError();

@@ -7,13 +7,11 @@
 #include <string_view>
 #include <utility>
 
+#include "base/block_head.h"
 #include "device/device.h"
 #include "device/device_state.h"
 
 namespace kolvane::terminal {
-
-/// The longest block that is read, its head not counted.
-inline constexpr std::size_t kBlockLimit = 64u << 20;
 
 /// Reads answers in the form of IEEE 488.2: "#", a digit that says how many digits follow, these digits as
 /// the number of bytes, the bytes; or "#0" and bytes up to the terminator. The device's time-out holds
@@ -25,7 +23,7 @@ class BlockReader {
     kNoBlock,  ///< the answer begins otherwise; what was read of it is DeviceState::put_back
     kNothing,  ///< nothing came; the device's last error says why
     kFailed,   ///< the same in the middle of a block; what came of it is dropped
-    kTooLong   ///< above kBlockLimit; nothing but the head was read
+    kTooLong   ///< above base::kBlockLimit; nothing but the head was read
   };
 
   /// How much of a block's bytes has come, 0 to 100; told where that changes.
@@ -41,7 +39,7 @@ class BlockReader {
 
  private:
   bool Take(std::size_t count, std::string_view terminator = {});
-  Result TakeCounted(std::size_t digits);
+  Result TakeCounted(const base::BlockHead& head);
   Result TakeToTerminator();
   std::size_t Piece(std::size_t left);
   void DropTerminator();

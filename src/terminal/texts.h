@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/block_head.h"
 #include "base/system.h"
 #include "device/device.h"
 #include "device/device_state.h"
@@ -95,7 +96,7 @@ inline std::string LineClosed(std::string_view word) {
   return std::string(word.empty() ? "Keine Antwort des Modems" : word) + ", Leitung geschlossen";
 }
 
-inline constexpr const char* kBlockTooLong = "Block länger als 64 MiB";
+using base::kBlockTooLong;
 
 /// Of a block that is being read: "Block: 37 % von 8192 KB".
 inline std::string BlockProgress(int percent, std::size_t bytes) {
