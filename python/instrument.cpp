@@ -112,10 +112,15 @@ std::size_t BytesWaiting(Connection& connection) {
   return connection.Run([](Instrument& instrument) { return instrument.BytesWaiting(); });
 }
 
+int ReadStatusByte(Connection& connection) {
+  return connection.Run([](Instrument& instrument) { return instrument.ReadStatusByte(); });
+}
+
 void SetLine(Connection& connection, std::int32_t baud, std::int32_t parity, std::int16_t data_bits,
-             std::int16_t stop_bits) {
-  connection.Run(
-      [&](Instrument& instrument) { instrument.SetLine(baud, ParityOf(parity), data_bits, stop_bits); });
+             std::int16_t stop_bits, std::int32_t flow) {
+  connection.Run([&](Instrument& instrument) {
+    instrument.SetLine(baud, ParityOf(parity), data_bits, stop_bits, static_cast<SerialFlow>(flow));
+  });
 }
 
 void Close(Connection& connection) {
@@ -153,6 +158,7 @@ void DefineInstrument(py::module_& module) {
       .def("read_message", &ReadMessage)
       .def("flush", &Flush)
       .def("bytes_waiting", &BytesWaiting)
+      .def("read_status_byte", &ReadStatusByte)
       .def("set_line", &SetLine)
       .def("close", &Close);
   DefineSettings(connection);

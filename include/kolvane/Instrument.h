@@ -24,6 +24,7 @@ class KOLVANE_EXPORT InstrumentError : public std::runtime_error {
  public:
   static constexpr std::int32_t kInvalidArgument = -2;
   static constexpr std::int32_t kNotOpen = -3;
+  static constexpr std::int32_t kNotAvailable = -4;
   static constexpr std::int32_t kReadTimeout = -30;
   static constexpr std::int32_t kGivenUp = -60;
   static constexpr std::int32_t kBlockTooLong = -61;
@@ -62,6 +63,10 @@ enum class MessageEnd {
   kInstrument,   ///< the instrument's own mark (USB, GPIB)
   kGap           ///< silence
 };
+
+/// How the two sides of a serial line hold each other up: not at all, by the characters XOFF and XON, by the
+/// lines RTS and CTS.
+enum class SerialFlow { kNone, kXonXoff, kRtsCts };
 
 /// What ReadMessage reads up to, whichever comes first.
 struct MessageLimits {
@@ -121,8 +126,12 @@ class KOLVANE_EXPORT Instrument {
   /// What has come and has not been read; USB and GPIB instruments keep theirs until they are asked.
   std::size_t BytesWaiting() const;
 
-  /// Changes the four line parameters; kInvalidArgument where there is no serial line.
-  void SetLine(std::int32_t Baud, SerialParity Parity, std::int16_t DataBits, std::int16_t StopBits);
+  /// The status byte, asked of the instrument beside its messages: USB and GPIB, kNotAvailable elsewhere.
+  std::uint8_t ReadStatusByte();
+
+  /// Changes the line parameters; kInvalidArgument where there is no serial line.
+  void SetLine(std::int32_t Baud, SerialParity Parity, std::int16_t DataBits, std::int16_t StopBits,
+               SerialFlow Flow = SerialFlow::kNone);
 
   std::int32_t TimeoutMs() const;
   /// Throws std::invalid_argument below 0; 0: only what can be done at once.

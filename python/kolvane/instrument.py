@@ -11,6 +11,7 @@ from . import _kolvane
 Termination = Union[str, bytes, None]
 
 _PARITIES = ("none", "even", "odd")
+_FLOWS = ("none", "xon_xoff", "rts_cts")
 _LONGEST_MS = 2**31 - 1
 _WITHOUT_CHARACTER = "\x81\x8d\x8f\x90\x9d"  # of Windows-1252
 
@@ -40,12 +41,10 @@ def _milliseconds(timeout: Optional[float]) -> int:
     return math.ceil(round(timeout * 1000, 6))
 
 
-def _parity(word: Optional[str]) -> Optional[int]:
-    if word is None:
-        return None
-    if word not in _PARITIES:
-        raise ValueError(f"parity must be one of {', '.join(_PARITIES)}, not {word!r}")
-    return _PARITIES.index(word)
+def _index(word: str, words: Tuple[str, ...], name: str) -> int:
+    if word not in words:
+        raise ValueError(f"{name} must be one of {', '.join(words)}, not {word!r}")
+    return words.index(word)
 
 
 class Instrument:
@@ -91,7 +90,7 @@ class Instrument:
             self._termination(read_termination),
             self._termination(write_termination),
             baud,
-            _parity(parity),
+            None if parity is None else _index(parity, _PARITIES, "parity"),
             data_bits,
             stop_bits,
         )
@@ -178,13 +177,25 @@ class Instrument:
         """Gives up what other threads wait for, and disconnects; a second call does nothing."""
         self._connection.close()
 
+    def read_status_byte(self) -> int:
+        """Asks for the status byte beside all messages: USB and GPIB; InstrumentError with status -4 elsewhere."""
+        return self._connection.read_status_byte()
+
     def set_line(
-        self, baud: int = 9600, parity: str = "none", data_bits: int = 8, stop_bits: int = 1
+        self,
+        baud: int = 9600,
+        parity: str = "none",
+        data_bits: int = 8,
+        stop_bits: int = 1,
+        flow: str = "none",
     ) -> None:
-        """Changes the parameters of a serial line; InstrumentError with status -2 where there is none."""
-        number = _parity(parity)
-        assert number is not None
-        self._connection.set_line(baud, number, data_bits, stop_bits)
+        """Changes the parameters of a serial line; InstrumentError with status -2 where there is none.
+
+        flow: how the two sides hold each other up, "none", "xon_xoff" or "rts_cts".
+        """
+        self._connection.set_line(
+            baud, _index(parity, _PARITIES, "parity"), data_bits, stop_bits, _index(flow, _FLOWS, "flow")
+        )
 
     @property
     def resource(self) -> str:

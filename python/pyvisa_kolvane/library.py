@@ -82,7 +82,9 @@ class KolvaneLibrary(highlevel.VisaLibraryBase):
         access_mode: constants.AccessModes = constants.AccessModes.no_lock,
         open_timeout: int = constants.VI_TMO_IMMEDIATE,
     ) -> Tuple[VISASession, StatusCode]:
-        """viOpen. Locks are not known: a serial line or USB instrument has one user anyway."""
+        """viOpen. Locks are not known, so none can be asked for: a line or USB instrument has one user anyway."""
+        if access_mode & (constants.AccessModes.exclusive_lock | constants.AccessModes.shared_lock):
+            return VISASession(0), self.handle_return_value(None, StatusCode.error_invalid_access_mode)
         try:
             parsed = rname.parse_resource_name(resource_name)
             kind = SESSIONS[parsed.interface_type_const, parsed.resource_class]
@@ -143,11 +145,13 @@ class KolvaneLibrary(highlevel.VisaLibraryBase):
         return self.handle_return_value(session, status)
 
     def _unsupported(self, session: Any) -> StatusCode:
+        self._session(session)
         return self.handle_return_value(session, StatusCode.error_nonsupported_operation)
 
     def read_stb(self, session: VISASession) -> Tuple[int, StatusCode]:
-        """viReadSTB: not known; *STB? asks most instruments."""
-        return 0, self._unsupported(session)
+        """viReadSTB: of USB and GPIB instruments; *STB? asks most others."""
+        status_byte, status = self._session(session).read_stb()
+        return status_byte, self.handle_return_value(session, status)
 
     def assert_trigger(self, session: VISASession, protocol: constants.TriggerProtocol) -> StatusCode:
         """viAssertTrigger: not known; *TRG triggers most instruments."""

@@ -146,6 +146,14 @@ class Session:
             return status_code(error)
         return StatusCode.success
 
+    def read_stb(self) -> Tuple[int, StatusCode]:
+        """The status byte of USB and GPIB instruments; a line and a socket have none."""
+        try:
+            return self.connection.read_status_byte(), StatusCode.success
+        except kolvane.InstrumentError as error:
+            missing = error.status == -4
+            return 0, StatusCode.error_nonsupported_operation if missing else status_code(error)
+
     def flush(self, mask: int) -> StatusCode:
         """Output is never held back, so only what has come can be discarded."""
         operations = constants.BufferOperation
@@ -256,7 +264,6 @@ class SerialSession(Session):
     settable = Session.settable | {ResourceAttribute.asrl_end_in, ResourceAttribute.asrl_end_out}
     fixed = {
         **Session.fixed,
-        ResourceAttribute.asrl_flow_control: constants.ControlFlow.none,
         ResourceAttribute.asrl_discard_null: False,
         ResourceAttribute.asrl_connected: True,
         ResourceAttribute.asrl_allow_transmit: True,
@@ -264,12 +271,18 @@ class SerialSession(Session):
         ResourceAttribute.asrl_replace_char: 0,
     }
     _PARITIES = {constants.Parity.none: 0, constants.Parity.even: 1, constants.Parity.odd: 2}
+    _FLOWS = {
+        constants.ControlFlow.none: 0,
+        constants.ControlFlow.xon_xoff: 1,
+        constants.ControlFlow.rts_cts: 2,
+    }
     _STOP_BITS = {constants.StopBits.one: 1, constants.StopBits.two: 2}
     _LINE: Dict[int, Any] = {
         ResourceAttribute.asrl_baud_rate: 9600,
         ResourceAttribute.asrl_parity: constants.Parity.none,
         ResourceAttribute.asrl_data_bits: 8,
         ResourceAttribute.asrl_stop_bits: constants.StopBits.one,
+        ResourceAttribute.asrl_flow_control: constants.ControlFlow.none,
     }
 
     def resource(self) -> str:
@@ -319,6 +332,7 @@ class SerialSession(Session):
                 self._PARITIES[wanted[ResourceAttribute.asrl_parity]],
                 wanted[ResourceAttribute.asrl_data_bits],
                 self._STOP_BITS[wanted[ResourceAttribute.asrl_stop_bits]],
+                self._FLOWS[wanted[ResourceAttribute.asrl_flow_control]],
             )
         except (KeyError, TypeError, ValueError):
             return StatusCode.error_nonsupported_attribute_state

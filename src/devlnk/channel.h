@@ -14,6 +14,10 @@
 
 namespace kolvane::devlnk {
 
+/// How the two sides of a serial line hold each other up: not at all, by the characters XOFF and XON, or by
+/// the lines RTS and CTS.
+enum class FlowControl { kNone, kXonXoff, kRtsCts };
+
 /// What a read brought: bytes, or the failure that ended it, or neither when time was up.
 struct Received {
   std::size_t bytes = 0;
@@ -40,7 +44,12 @@ class Channel {
   /// Throws away what the system still holds unread, beyond what Read can fetch.
   virtual void DiscardInput(Deadline& /*deadline*/) {}
 
-  /// Changes the rate, parity, data and stop bits of a serial line.
+  /// The status byte, asked of the instrument beside its messages (USB, GPIB).
+  virtual Status ReadStatusByte(std::uint8_t& /*status_byte*/, Deadline& /*deadline*/) {
+    return Status::kNotAvailable;
+  }
+
+  /// Changes the rate, parity, data and stop bits, and the flow control, of a serial line.
   virtual Status SetLine(const PortRequest& /*request*/) { return Status::kInvalidArgument; }
 
   /// What has come and Read has not fetched yet, as far as the system reports.
@@ -57,7 +66,8 @@ struct PortRequest {
   std::int32_t data_bits = 0;
   std::int16_t stop_bits = 0;
   GpibOptions gpib = {};
-  std::string node = {};  ///< device node or board number; empty: as configured for the name
+  FlowControl flow = FlowControl::kNone;  ///< of a serial line
+  std::string node = {};                  ///< device node or board number; empty: as configured for the name
 };
 
 inline std::string NodeOf(const PortRequest& request) {

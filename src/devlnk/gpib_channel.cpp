@@ -51,6 +51,7 @@ class GpibDevice {
   Transfer Write(std::string_view bytes) const {
     return OutcomeOf(library_->ibwrt(handle_, bytes.data(), static_cast<long>(bytes.size())), bytes.size());
   }
+  Transfer Poll(char& status_byte) const { return OutcomeOf(library_->ibrsp(handle_, &status_byte), 0); }
   bool Clear() const { return (library_->ibclr(handle_) & kError) == 0; }
   void SetTimeoutCode(int code) const { library_->ibtmo(handle_, code); }
 
@@ -128,6 +129,7 @@ class GpibChannel final : public Channel {
   Received Read(std::span<char> room, Deadline& deadline) override;
   Status Write(std::string_view bytes, Deadline& deadline) override;
   void DiscardInput(Deadline& deadline) override;
+  Status ReadStatusByte(std::uint8_t& status_byte, Deadline& deadline) override;
 
  private:
   void SetTimeout(Deadline& deadline);
@@ -167,6 +169,23 @@ void GpibChannel::DiscardInput(Deadline& deadline) {
   if (device_ == nullptr || !thread_.AwaitIdle(deadline)) return;
   thread_.DropLate();
   (void)thread_.Run(deadline, [device = device_] { (void)device->Clear(); });
+}
+
+Status GpibChannel::ReadStatusByte(std::uint8_t& status_byte, Deadline& deadline) {
+  struct Polled {
+    char byte = 0;
+    GpibDevice::Transfer transfer;
+  };
+  if (library_->ibrsp == nullptr) return Status::kNotAvailable;
+  if (device_ == nullptr) return Status::kNotOpen;
+  if (!thread_.AwaitIdle(deadline)) return Status::kReadTimeout;
+  SetTimeout(deadline);
+  const auto polled = std::make_shared<Polled>();
+  const bool done =
+      thread_.Run(deadline, [device = device_, polled] { polled->transfer = device->Poll(polled->byte); });
+  if (!done || polled->transfer.timed_out) return Status::kReadTimeout;
+  status_byte = static_cast<std::uint8_t>(polled->byte);
+  return polled->transfer.moved.status;
 }
 
 // A device that is asked for more than it has to say may report an error of its own, so nothing is asked when

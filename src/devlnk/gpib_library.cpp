@@ -38,6 +38,8 @@ std::shared_ptr<const GpibLibrary> LoadGpibLibrary() {
   if (handle == nullptr) return nullptr;
   const auto loaded = std::make_shared<Loaded>(Loaded{{}, {handle, dlclose}});
   if (!FindAll(handle, loaded->functions)) return nullptr;
+  // The one that can be missed.
+  (void)Find(handle, "ibrsp", loaded->functions.ibrsp);
   return {loaded, &loaded->functions};
 }
 

@@ -23,6 +23,7 @@ struct GpibLibrary {
   int (*ibrd)(int device, void* room, long count) = nullptr;
   int (*ibtmo)(int device, int timeout) = nullptr;
   int (*ibclr)(int device) = nullptr;
+  int (*ibrsp)(int device, char* status_byte) = nullptr;  ///< stays null in a library that lacks it
   int (*ibonl)(int device, int online) = nullptr;
   int (*ibconfig)(int device, int option, int value) = nullptr;
   int (*ThreadIbsta)() = nullptr;

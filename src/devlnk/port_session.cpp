@@ -66,6 +66,15 @@ Status PortSession::Select(std::int16_t address) {
   return Outcome(channel_->Select(address, deadline), deadline);
 }
 
+Status PortSession::ReadStatusByte(std::uint8_t& status_byte) {
+  if (loss_ != Status::kOk) return loss_;
+  Waiting waiting(handler_);
+  Deadline deadline(timeout_ms_, &waiting);
+  const Status status = channel_->ReadStatusByte(status_byte, deadline);
+  NoteLoss(status);
+  return Outcome(status, deadline);
+}
+
 void PortSession::NoteLoss(Status status) {
   if (loss_ == Status::kOk && EndsConnection(status)) loss_ = status;
 }

@@ -44,6 +44,8 @@ class PortSession {
   // The following need an open port.
   virtual Status Select(std::int16_t address);
   Status SetLine(const PortRequest& request) { return channel_->SetLine(request); }
+  /// kNotAvailable where the kind of port has none.
+  virtual Status ReadStatusByte(std::uint8_t& status_byte);
   virtual Status Write(std::string_view bytes);
   /// Copies the next answer to the start of `buffer` and sets `delivered`; a failure leaves both alone, and
   /// the bytes queued. See QDX_ReadPort.

@@ -25,6 +25,9 @@ tcflag_t RateCode(std::uint32_t baud) {
   return BOTHER;
 }
 
+constexpr cc_t kXon = 0x11;
+constexpr cc_t kXoff = 0x13;
+
 tcflag_t ParityFlags(Parity parity) {
   switch (parity) {
     case Parity::kEven:
@@ -50,7 +53,7 @@ std::optional<SerialParameters> SerialParametersFrom(const PortRequest& request)
   const auto parity = ParityFrom(request.text);
   if (request.baud < 1 || !parity) return std::nullopt;
   return SerialParameters{static_cast<std::uint32_t>(request.baud), *parity, request.data_bits == 7,
-                          request.stop_bits == 2};
+                          request.stop_bits == 2, request.flow};
 }
 
 termios2 SettingsFor(const SerialParameters& parameters, const termios2& before) {
@@ -58,11 +61,15 @@ termios2 SettingsFor(const SerialParameters& parameters, const termios2& before)
   settings.c_line = before.c_line;
   settings.c_cflag = (before.c_cflag & HUPCL) | CREAD | CLOCAL | RateCode(parameters.baud) |
                      ParityFlags(parameters.parity) | (parameters.seven_data_bits ? CS7 : CS8) |
-                     (parameters.two_stop_bits ? CSTOPB : 0);
+                     (parameters.two_stop_bits ? CSTOPB : 0) |
+                     (parameters.flow == FlowControl::kRtsCts ? CRTSCTS : 0);
   settings.c_ispeed = parameters.baud;
   settings.c_ospeed = parameters.baud;
   // With parity a damaged character arrives as NUL: an error that shows, not a digit that is missing.
   settings.c_iflag = IGNBRK | (parameters.parity == Parity::kNone ? 0 : INPCK);
+  if (parameters.flow == FlowControl::kXonXoff) settings.c_iflag |= IXON | IXOFF;
+  settings.c_cc[VSTART] = kXon;
+  settings.c_cc[VSTOP] = kXoff;
   settings.c_cc[VMIN] = 0;
   settings.c_cc[VTIME] = kSerialSliceMs / 100;
   return settings;

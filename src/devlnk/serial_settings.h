@@ -18,6 +18,7 @@ struct SerialParameters {
   Parity parity = Parity::kNone;
   bool seven_data_bits = false;
   bool two_stop_bits = false;
+  FlowControl flow = FlowControl::kNone;
 };
 
 /// What the first read of an answer waits inside the call; the driver counts in tenths of a second.
@@ -28,7 +29,7 @@ inline constexpr std::int32_t kSerialSliceMs = 100;
 /// numbers until the user has chosen some.
 std::optional<SerialParameters> SerialParametersFrom(const PortRequest& request);
 
-/// The line's settings: raw, no flow control, reads that end after kSerialSliceMs. Of `before` only
+/// The line's settings: raw, reads that end after kSerialSliceMs. Of `before` only
 /// the hang-up on close and the line discipline stay.
 termios2 SettingsFor(const SerialParameters& parameters, const termios2& before);
 

@@ -44,6 +44,7 @@ class UsbChannel final : public Channel {
   Received Read(std::span<char> room, Deadline& deadline) override;
   Status Write(std::string_view bytes, Deadline& deadline) override;
   void DiscardInput(Deadline& deadline) override;
+  Status ReadStatusByte(std::uint8_t& status_byte, Deadline& deadline) override;
 
  private:
   bool Clear(Deadline& deadline, int& error);
@@ -129,6 +130,25 @@ Status UsbChannel::Write(std::string_view bytes, Deadline& deadline) {
     if (outcome->sent > 0) bytes.remove_prefix(static_cast<std::size_t>(outcome->sent));
     if (!bytes.empty() && deadline.IsOver()) return Status::kWriteTimeout;
   }
+  return Status::kOk;
+}
+
+// An instrument of the class's plain form has none: it refuses the request, which stalls the pipe.
+Status UsbChannel::ReadStatusByte(std::uint8_t& status_byte, Deadline& deadline) {
+  struct Polled {
+    std::uint8_t byte = 0;
+    int error = 0;
+  };
+  if (!thread_.AwaitIdle(deadline)) return Status::kReadTimeout;
+  SetTimeout(deadline);
+  const auto polled = std::make_shared<Polled>();
+  const bool done = thread_.Run(deadline, [node = node_, polled] {
+    if (node->Control(USBTMC488_IOCTL_READ_STB, &polled->byte) != 0) polled->error = errno;
+  });
+  if (!done || polled->error == ETIMEDOUT) return Status::kReadTimeout;
+  if (polled->error == ENOTTY || polled->error == EPIPE) return Status::kNotAvailable;
+  if (polled->error != 0) return FailureOfTransfer(polled->error);
+  status_byte = polled->byte;
   return Status::kOk;
 }
 

@@ -55,6 +55,18 @@ std::string_view ParityText(SerialParity parity) {
   return kLetters[static_cast<std::size_t>(parity)];
 }
 
+devlnk::FlowControl FlowOf(SerialFlow flow) {
+  switch (flow) {
+    case SerialFlow::kXonXoff:
+      return devlnk::FlowControl::kXonXoff;
+    case SerialFlow::kRtsCts:
+      return devlnk::FlowControl::kRtsCts;
+    case SerialFlow::kNone:
+      break;
+  }
+  return devlnk::FlowControl::kNone;
+}
+
 void SetLine(const InstrumentOptions& options, std::int32_t usual_baud, devlnk::PortRequest& request) {
   request.baud = options.Baud.value_or(usual_baud);
   request.text = ParityText(options.Parity.value_or(SerialParity::kNone));
@@ -118,11 +130,12 @@ Connection::Settings Connection::settings() const {
   return settings_;
 }
 
-void Connection::SetLine(const InstrumentOptions& options) {
+void Connection::SetLine(const InstrumentOptions& options, SerialFlow flow) {
   Check(options);
   Run([&](PortSession& session, const Settings&) {
     devlnk::PortRequest request;
     instrument::SetLine(options, kUsualBaud, request);
+    request.flow = FlowOf(flow);
     return Code(session.SetLine(request));
   });
 }

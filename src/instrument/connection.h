@@ -56,7 +56,7 @@ class Connection {
   }
 
   /// Of `options` only the line parameters.
-  void SetLine(const InstrumentOptions& options);
+  void SetLine(const InstrumentOptions& options, SerialFlow flow);
   std::size_t BytesWaiting();
 
  private:

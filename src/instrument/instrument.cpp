@@ -119,14 +119,21 @@ std::size_t Instrument::Flush() {
 
 std::size_t Instrument::BytesWaiting() const { return connection_->BytesWaiting(); }
 
-void Instrument::SetLine(std::int32_t Baud, SerialParity Parity, std::int16_t DataBits,
-                         std::int16_t StopBits) {
+std::uint8_t Instrument::ReadStatusByte() {
+  std::uint8_t status_byte = 0;
+  connection_->Run(
+      [&](PortSession& session, const Settings&) { return Code(session.ReadStatusByte(status_byte)); });
+  return status_byte;
+}
+
+void Instrument::SetLine(std::int32_t Baud, SerialParity Parity, std::int16_t DataBits, std::int16_t StopBits,
+                         SerialFlow Flow) {
   InstrumentOptions options;
   options.Baud = Baud;
   options.Parity = Parity;
   options.DataBits = DataBits;
   options.StopBits = StopBits;
-  connection_->SetLine(options);
+  connection_->SetLine(options, Flow);
 }
 
 std::int32_t Instrument::TimeoutMs() const { return connection_->settings().timeout_ms; }

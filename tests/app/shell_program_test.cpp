@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <pty.h>
+#include <sched.h>
 #include <signal.h>
 #include <termios.h>
 #include <unistd.h>
@@ -16,6 +17,7 @@
 #include "app/instrument.h"
 #include "app/program.h"
 #include "base/descriptor.h"
+#include "base/loopback.h"
 #include "base/temp_folder.h"
 
 namespace kolvane::app {
@@ -178,6 +180,19 @@ TEST_P(ShellKeyTest, GivesUpAWait) {
   answered.count_down();
   terminal.Type("\x04");
   EXPECT_EQ(terminal.program().Wait().status, 4);
+}
+
+TEST_P(ShellKeyTest, GivesUpASlowFirstConnection) {
+  const base::FullListener full;
+  Terminal terminal({"shell", "--connect", "127.0.0.1:" + std::to_string(full.port()), "--timeout", "60000"},
+                    {{"XDG_STATE_HOME", folder.path()}, {"TERM", "dumb"}});
+  // From then on keys are the program's, no longer the terminal's.
+  while (terminal.Echoes()) sched_yield();
+  terminal.Type(GetParam());
+  const Outcome outcome = terminal.program().Wait();
+  EXPECT_EQ(outcome.status, 3);
+  EXPECT_EQ(outcome.err, "kolvane: Fehler beim Verbindungsaufbau: -60 (-60): abgebrochen\n");
+  EXPECT_TRUE(terminal.Echoes()) << "the terminal is as it was";
 }
 
 INSTANTIATE_TEST_SUITE_P(Keys, ShellKeyTest, testing::Values("\x1B", "\x03"));

@@ -28,6 +28,7 @@ constexpr Request kRequests[] = {
     {USBTMC_IOCTL_CLEAR, "CLEAR", 0, 0},
     {USBTMC_IOCTL_SET_TIMEOUT, "TIMEOUT", 4, 0},
     {USBTMC_IOCTL_AUTO_ABORT, "AUTO_ABORT", 1, 0},
+    {USBTMC488_IOCTL_READ_STB, "READ_STB", 0, 1},
 };
 
 class FakeNode final : public DeviceNode {

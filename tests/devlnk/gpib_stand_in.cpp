@@ -74,6 +74,12 @@ EXPORTED int ibclr(int device) {
   Record("clr", device);
   return FinishPlain(script.clear_error);
 }
+EXPORTED int ibrsp(int device, char* status_byte) {
+  Record("rsp", device);
+  const GpibStep step = Next(script.polls, {std::string(1, '\0')});
+  *status_byte = step.bytes.empty() ? '\0' : step.bytes.front();
+  return Finish(step, 0);
+}
 EXPORTED int ibonl(int device, int online) {
   Record("onl", device, online);
   return FinishPlain(-1);

@@ -19,8 +19,9 @@ struct GpibScript {
   std::vector<std::string> calls;
   std::deque<GpibStep> reads;
   std::deque<GpibStep> writes;
-  int open_error = -1;   ///< below 0: none
-  int clear_error = -1;  ///< below 0: none
+  std::deque<GpibStep> polls;  ///< the status byte of each; 0 where none is left
+  int open_error = -1;         ///< below 0: none
+  int clear_error = -1;        ///< below 0: none
   long system_error = 0;
 };
 

@@ -71,6 +71,20 @@ TEST(SerialSettings, AreRawWithoutFlowControl) {
   EXPECT_EQ(settings.c_cc[VTIME], 1);
 }
 
+TEST(SerialSettings, FlowControlIsThatOfTheCharactersOrThatOfTheLines) {
+  SerialParameters parameters;
+  parameters.flow = FlowControl::kXonXoff;
+  const termios2 characters = SettingsFor(parameters, {});
+  EXPECT_EQ(characters.c_iflag, static_cast<tcflag_t>(IGNBRK | IXON | IXOFF));
+  EXPECT_EQ(characters.c_cc[VSTART], 0x11);
+  EXPECT_EQ(characters.c_cc[VSTOP], 0x13);
+  EXPECT_EQ(characters.c_cflag & CRTSCTS, 0u);
+  parameters.flow = FlowControl::kRtsCts;
+  const termios2 lines = SettingsFor(parameters, {});
+  EXPECT_EQ(lines.c_iflag, static_cast<tcflag_t>(IGNBRK));
+  EXPECT_NE(lines.c_cflag & CRTSCTS, 0u);
+}
+
 TEST(SerialSettings, CheckParityOnlyWhereThereIsSome) {
   EXPECT_NE(SettingsFor({9600, Parity::kOdd, false, false}, {}).c_iflag & INPCK, 0u);
   EXPECT_EQ(SettingsFor({9600, Parity::kNone, false, false}, {}).c_iflag & INPCK, 0u);

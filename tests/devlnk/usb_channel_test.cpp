@@ -69,6 +69,21 @@ TEST_F(UsbChannel, TellsTheDriverATimeoutThatChanges) {
   EXPECT_EQ(script_.calls, (Calls{"TIMEOUT 20000", "write MSV?\n", "read", "TIMEOUT 100", "read"}));
 }
 
+TEST_F(UsbChannel, AsksForTheStatusByte) {
+  OpenQuietly();
+  script_.answers = {{"READ_STB", 0x50}};
+  std::uint8_t status_byte = 0;
+  Deadline deadline(20'000);
+  EXPECT_EQ(channel_->ReadStatusByte(status_byte, deadline), Status::kOk);
+  EXPECT_EQ(status_byte, 0x50);
+  for (const auto& [error, status] :
+       {std::pair(ENOTTY, Status::kNotAvailable), std::pair(EPIPE, Status::kNotAvailable),
+        std::pair(ETIMEDOUT, Status::kReadTimeout), std::pair(ENODEV, Status::kConnectionLost)}) {
+    script_.failing = {{"READ_STB", error}};
+    EXPECT_EQ(channel_->ReadStatusByte(status_byte, deadline), status) << error;
+  }
+}
+
 TEST_F(UsbChannel, AsksNothingWhereThereIsNoTimeToWait) {
   OpenQuietly();
   const Received received = Read(0);

@@ -8,6 +8,11 @@
 #include <cstring>
 
 namespace kolvane::emulation {
+namespace {
+
+constexpr std::uint8_t kMessageWaits = 0x10;
+
+}  // namespace
 
 DriverResult TmcDriver::Note(std::string call) {
   if (unplugged_) return Refused(ENODEV);
@@ -24,6 +29,9 @@ DriverResult TmcDriver::Control(unsigned long request, std::span<std::uint8_t> a
       return Note("clear");
     case USBTMC_IOCTL_AUTO_ABORT:
       return Note("auto-abort");
+    case USBTMC488_IOCTL_READ_STB:
+      argument[0] = kMessageWaits;
+      return Note("status byte");
     case USBTMC_IOCTL_SET_TIMEOUT:
       std::memcpy(&number, argument.data(), sizeof number);
       return number < 100 ? Refused(EINVAL) : Note("timeout " + std::to_string(number));

@@ -22,7 +22,7 @@ class TmcDriver final : public Driver {
   void Release();
   /// From now on every call fails as it does when the plug has been pulled.
   void Unplug();
-  /// What came: "clear", "auto-abort", "timeout 500", "write *IDN?".
+  /// What came: "clear", "auto-abort", "timeout 500", "status byte", "write *IDN?".
   std::vector<std::string> calls();
 
  private:

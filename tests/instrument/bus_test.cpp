@@ -53,6 +53,14 @@ TEST_F(Gpib, EndsAnAnswerWhereTheInstrumentSaysSo) {
   EXPECT_EQ(instrument.ReadMessage({}).Bytes, "next");
 }
 
+TEST_F(Gpib, HasAStatusByte) {
+  script->polls = {{"\x50"}, {"", 0x8000 | 0x4000, 6}};
+  Instrument instrument("GPIB0::5::INSTR");
+  EXPECT_EQ(instrument.ReadStatusByte(), 0x50);
+  EXPECT_EQ(script->calls.back().substr(0, 4), "rsp ");
+  EXPECT_EQ(StatusOf([&] { instrument.ReadStatusByte(); }), -30);
+}
+
 TEST_F(Gpib, TakesNoMessageForTheNext) {
   script->reads = {{"#13abc\n", kEnd}, {"#13def", kEnd}, {"x", kEnd}};
   Instrument instrument("GPIB0::5::INSTR");
@@ -94,6 +102,9 @@ TEST(SerialInstrument, ChangesItsRate) {
   tcgetattr(line.slave(), &settings);
   EXPECT_EQ(cfgetospeed(&settings), static_cast<speed_t>(B19200));
   EXPECT_NE(settings.c_cflag & CSTOPB, 0u);
+  instrument.SetLine(19200, SerialParity::kNone, 8, 1, SerialFlow::kXonXoff);
+  tcgetattr(line.slave(), &settings);
+  EXPECT_EQ(settings.c_iflag & (IXON | IXOFF), static_cast<tcflag_t>(IXON | IXOFF));
   EXPECT_THROW(instrument.SetLine(0, SerialParity::kNone, 8, 1), std::invalid_argument);
 }
 
@@ -102,6 +113,7 @@ TEST(SerialInstrument, HasALineWhereOthersHaveNone) {
   Instrument instrument = partner.Connect();
   EXPECT_EQ(StatusOf([&] { instrument.SetLine(19200, SerialParity::kNone, 8, 1); }),
             InstrumentError::kInvalidArgument);
+  EXPECT_EQ(StatusOf([&] { instrument.ReadStatusByte(); }), InstrumentError::kNotAvailable);
 }
 
 TEST(SerialInstrument, RefusesALineThatIsTaken) {

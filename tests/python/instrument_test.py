@@ -48,6 +48,12 @@ class Exchange(InstrumentCase):
         self.assertEqual(instrument.query("ECHO line"), "line")
         instrument.set_line(115200)
         self.assertEqual(instrument.query("ECHO faster"), "faster")
+        for flow in ("xon_xoff", "rts_cts", "none"):
+            instrument.set_line(115200, flow=flow)
+            self.assertEqual(instrument.query("ECHO held up"), "held up")
+        with self.assertRaisesRegex(ValueError, "flow must be one of none, xon_xoff, rts_cts, not 'dtr'"):
+            instrument.set_line(115200, flow="dtr")
+        self.assertEqual(self.status_of(instrument.read_status_byte), -4)
 
     def test_all_256_bytes_survive(self):
         everything = "".join(map(chr, range(256))).encode("latin-1")

@@ -3,7 +3,7 @@
 import warnings
 
 import pyvisa
-from pyvisa.constants import BufferOperation, ResourceAttribute, StopBits
+from pyvisa.constants import BufferOperation, ControlFlow, ResourceAttribute, StopBits
 
 
 def ask(instrument):
@@ -85,6 +85,21 @@ def discarded(instrument):
     return instrument.query("ECHO new")
 
 
+def refused(instrument):
+    """What neither a socket nor a line has."""
+    calls = (instrument.read_stb, instrument.lock_excl, instrument.unlock)
+    return [_tried(call) for call in calls] + [instrument.query("ECHO goes on")]
+
+
+def flow_control(instrument):
+    """Both kinds, and an answer with each; only a line has any."""
+    seen = []
+    for flow in (ControlFlow.xon_xoff, ControlFlow.rts_cts):
+        seen.append(_tried(instrument.set_visa_attribute, ResourceAttribute.asrl_flow_control, flow))
+        seen.append(instrument.query("ECHO held up"))
+    return seen
+
+
 def attributes(instrument):
     """What a script may ask for and set: the value, or the status that it fails with."""
     serial = isinstance(instrument, pyvisa.resources.SerialInstrument)
@@ -108,4 +123,4 @@ def _tried(call, *arguments):
         return error.error_code
 
 
-SCRIPTS = (ask, values, binary, pieces, terminations, time_outs, discarded)
+SCRIPTS = (ask, values, binary, pieces, terminations, time_outs, discarded, refused, flow_control)

@@ -108,6 +108,13 @@ class Resources(VisaCase):
         ):
             self.assertEqual(self.status_of(manager.open_resource, name), status, name)
 
+    def test_locks_cannot_be_asked_for(self):
+        modes = pyvisa.constants.AccessModes
+        name = self.amplifier().resource
+        for mode in (modes.exclusive_lock, modes.shared_lock):
+            refused = self.status_of(lambda: self.manager().open_resource(name, access_mode=mode))
+            self.assertEqual(refused, StatusCode.error_invalid_access_mode)
+
     def test_a_line_has_one_user(self):
         instrument = self.instrument(True)
         busy = self.status_of(self.manager().open_resource, instrument.resource_name)
@@ -120,6 +127,8 @@ class Resources(VisaCase):
         instrument.close()
         self.assertEqual(self.status_of(manager.visalib.read, session, 1), StatusCode.error_invalid_object)
         self.assertEqual(self.status_of(manager.visalib.close, session), StatusCode.error_invalid_object)
+        self.assertEqual(self.status_of(manager.visalib.read_stb, session), StatusCode.error_invalid_object)
+        self.assertEqual(self.status_of(manager.visalib.unlock, session), StatusCode.error_invalid_object)
 
     def test_several_at_once(self):
         manager = self.manager()
@@ -181,12 +190,16 @@ class Attributes(VisaCase):
             ("asrl_parity", pyvisa.constants.Parity.mark),
             ("asrl_stop_bits", pyvisa.constants.StopBits.one_and_a_half),
             ("asrl_data_bits", 5),
-            ("asrl_flow_control", pyvisa.constants.ControlFlow.rts_cts),
+            ("asrl_flow_control", pyvisa.constants.ControlFlow.dtr_dsr),
             ("asrl_end_in", pyvisa.constants.SerialTermination.last_bit),
         ):
             refused = self.status_of(instrument.set_visa_attribute, ResourceAttribute[name], value)
             self.assertEqual(refused, StatusCode.error_nonsupported_attribute_state, name)
         self.assertEqual(instrument.baud_rate, 57600)
+        flow = pyvisa.constants.ControlFlow
+        for wanted in (flow.xon_xoff, flow.rts_cts, flow.none):
+            instrument.flow_control = wanted
+            self.assertEqual((instrument.flow_control, instrument.baud_rate), (wanted, 57600))
         instrument.write("ECHO waits")
         instrument.read_bytes(1)
         self.assertEqual(instrument.bytes_in_buffer, 6)
@@ -206,6 +219,7 @@ class Attributes(VisaCase):
             self.assertEqual(instrument.write("*RST"), 6)
             instrument.timeout = 100
             self.assertEqual(self.status_of(instrument.read), StatusCode.error_timeout)
+            self.assertEqual(instrument.read_stb(), 0)
             instrument.clear()
 
 
