@@ -1,6 +1,6 @@
 # Shared by bench/report and bench/soak: a screen of the run's own, after scripts/lib.sh.
 
-bench_packages="xvfb openbox libxcb-damage0-dev libgtest-dev"
+bench_packages="xvfb openbox libxcb-damage0-dev libgtest-dev lxi-tools xxd"
 
 # start_display: an X server on a free number, whose name goes into DISPLAY; it ends with the script.
 start_display() {

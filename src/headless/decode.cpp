@@ -8,6 +8,7 @@
 #include <limits>
 #include <nlohmann/json.hpp>
 #include <system_error>
+#include <utility>
 
 #include "base/descriptor.h"
 #include "base/encoding.h"
@@ -67,12 +68,11 @@ class In {
 
   /// The next `size` bytes, fewer at the end; valid until the next call.
   std::string_view Take(std::size_t size) {
-    buffer_.erase(0, taken_);
-    taken_ = 0;
-    while (buffer_.size() < size && Fill(size)) {
+    begin_ += std::exchange(taken_, 0);
+    while (buffer_.size() - begin_ < size && Fill(size)) {
     }
-    taken_ = std::min(size, buffer_.size());
-    return std::string_view(buffer_).substr(0, taken_);
+    taken_ = std::min(size, buffer_.size() - begin_);
+    return std::string_view(buffer_).substr(begin_, taken_);
   }
 
   /// False where the file ends before.
@@ -103,6 +103,7 @@ class In {
   bool Fill(std::size_t size) {
     if (error_ != 0) return false;
     out_.Flush();
+    buffer_.erase(0, std::exchange(begin_, 0));
     const std::size_t before = buffer_.size();
     buffer_.resize(before + std::max(size - before, kPiece));
     const ssize_t got = base::Uninterrupted(
@@ -118,7 +119,8 @@ class In {
   int descriptor_ = -1;
   int error_ = 0;
   std::string buffer_;
-  std::size_t taken_ = 0;
+  std::size_t begin_ = 0;  // of what has not been handed out before the last Take
+  std::size_t taken_ = 0;  // by that
 };
 
 // In English, as all that is said about the command line itself.
