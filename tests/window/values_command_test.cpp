@@ -2,9 +2,14 @@
 
 #include <QTableView>
 #include <QTest>
+#include <algorithm>
+#include <sstream>
 
+#include "app/instrument.h"
+#include "app/program.h"
 #include "base/number.h"
 #include "base/temp_folder.h"
+#include "values/csv_reader.h"
 #include "values/ui/values_table.h"
 #include "values/ui/values_window.h"
 #include "window/sending_fixture.h"
@@ -87,6 +92,79 @@ TEST_F(ValuesCommandTest, ClosesWithTheTerminal) {
   values::ValuesWindow* shown = Window();
   window_.close();
   EXPECT_FALSE(shown->isVisible());
+}
+
+struct Asked {
+  const char* command;  ///< UTF-8
+  const char* answer;   ///< the device's bytes
+};
+
+// Commands with what CSV has to quote, and answers of fewer and more numbers, and of none.
+constexpr Asked kAsked[] = {{"MSV? 1-2", "1.5,-2"},
+                            {"SAY \"x\", y", "3"},
+                            {"Größe?", "0,1,2"},
+                            {"EMPTY?", ""},
+                            {"GAP?", "1,,3"},
+                            {"*IDN?", "KVA,\"8\",1"},
+                            {"TEXT?", "\xFC\xDF, \"a\""},
+                            {"A,B", "-0.0,1e-300,1.7976931348623157e308,4"},
+                            {"WIDE?", "  7 ,8  "},
+                            {"INF?", "1,inf"},
+                            {"HEX?", "0x10"},
+                            {"LONG?", "0.1,0.30000000000000004,123456789.125"}};
+
+/// What a run without a window writes of the same commands and answers.
+std::string WrittenByARun(int fields) {
+  std::size_t next = 0;
+  app::Instrument instrument(
+      [&next](const std::string&) { return std::string(kAsked[next++].answer) + "\r\n"; });
+  std::vector<std::string> words = {"send", "--connect", instrument.Resource(),  "--format",
+                                    "csv",  "--fields",  std::to_string(fields), "--no-device-words",
+                                    "--"};
+  for (const Asked& each : kAsked) words.emplace_back(each.command);
+  const app::Outcome outcome = app::RunProgram(words);
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  return outcome.out;
+}
+
+// Each line from its first separator on.
+std::string WithoutTimes(const std::string& csv) {
+  std::istringstream lines(csv);
+  std::string rest;
+  for (std::string line; std::getline(lines, line);)
+    rest += line.substr(std::min(line.find(','), line.size())) + '\n';
+  return rest;
+}
+
+// With so many columns after the time, which is stripped: the others are cut off, empty cells added.
+values::CsvRows WithFields(const std::string& csv, std::size_t fields) {
+  auto rows = values::ReadCsv(csv, ',');
+  EXPECT_TRUE(rows);
+  rows->erase(rows->begin());
+  for (auto& row : *rows) {
+    row.erase(row.begin());
+    row.resize(1 + fields);
+  }
+  return *rows;
+}
+
+TEST_F(ValuesCommandTest, ASavedFileIsWhatARunWithoutAWindowWrites) {
+  Connect();
+  Show();
+  for (const Asked& each : kAsked) Ask(QString::fromUtf8(each.command), each.answer);
+  Window()->Refresh();
+  Window()->findChild<QAction*>("ValuesSave")->trigger();
+  auto* dialog = Window()->findChild<QFileDialog*>("SaveDialog");
+  ASSERT_NE(dialog, nullptr);
+  dialog->selectNameFilter("CSV, Komma und Dezimalpunkt (*.csv)");
+  dialog->selectFile(QString::fromStdString(folder_.Path("values.csv")));
+  QMetaObject::invokeMethod(dialog, "accept");
+  const std::string saved = base::ReadBytes(folder_.Path("values.csv"));
+  EXPECT_EQ(std::count(saved.begin(), saved.end(), '\n'), 7) << saved;
+  EXPECT_EQ(WithoutTimes(saved), WithoutTimes(WrittenByARun(4)));
+  for (const std::size_t fields : {1u, 2u, 6u})
+    EXPECT_EQ(WithFields(saved, fields), WithFields(WrittenByARun(static_cast<int>(fields)), fields))
+        << fields;
 }
 
 }  // namespace
