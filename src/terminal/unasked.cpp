@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/descriptor.h"
 #include "terminal/session.h"
 #include "terminal/texts.h"
 
@@ -32,6 +33,9 @@ bool Unasked::Take() {
 }
 
 bool Unasked::Probe() {
+  // Somebody else may have read what had come; then the probe would wait for more.
+  const int descriptor = device_.WaitDescriptor();
+  if (descriptor >= 0 && !base::IsReadable(descriptor)) return true;
   if (connect_.Probe()) return true;
   ShowRest();
   return false;

@@ -1,6 +1,7 @@
 #include "terminal/unasked.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include "terminal/connect_bench.h"
 
@@ -65,6 +66,18 @@ TEST_F(UnaskedTest, WhatAReadHasPutBackIsKeptWhereTheNextReadFails) {
   device.incoming = "cd\r\n";
   unasked_.Take();
   EXPECT_EQ(pane.lines, Lines{"abcd"});
+}
+
+TEST_F(UnaskedTest, WhereNothingIsLeftNobodyWaitsForMore) {
+  int ends[2];
+  ASSERT_EQ(pipe(ends), 0);
+  device.wait_descriptor = ends[0];
+  EXPECT_TRUE(unasked_.Take());
+  EXPECT_EQ(device.CountCalls("Read"), 0u);
+  close(ends[1]);
+  device.read_error = {-40, "-40"};
+  EXPECT_FALSE(unasked_.Take()) << "the end can be read";
+  close(ends[0]);
 }
 
 TEST_F(UnaskedTest, AFloodIsTakenInPieces) {
