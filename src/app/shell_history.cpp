@@ -50,8 +50,8 @@ void ShellHistory::Add(std::string_view line) {
   std::error_code ignored;
   std::filesystem::create_directories(std::filesystem::path(file_).parent_path(), ignored);
   const base::Descriptor file(base::Uninterrupted(
-      [this] { return open(file_.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, kMode); }));
-  if (file) (void)base::WriteAll(file.get(), lines_.back() + '\n');
+      [this] { return open(file_.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_NONBLOCK | O_CLOEXEC, kMode); }));
+  if (file) (void)base::AppendWhole(file.get(), lines_.back() + '\n');
 }
 
 std::vector<std::string> ShellHistory::Beginning(std::string_view typed) const {

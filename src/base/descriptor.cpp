@@ -1,5 +1,6 @@
 #include "base/descriptor.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -50,6 +51,24 @@ int WriteAll(int descriptor, std::string_view bytes, std::size_t* written) {
     }
   }
   if (written != nullptr) *written = done;
+  return error;
+}
+
+namespace {
+
+void TakeBack(int descriptor, off_t size) {
+  struct stat about {};
+  const off_t end = lseek(descriptor, 0, SEEK_CUR);
+  if (fstat(descriptor, &about) != 0 || !S_ISREG(about.st_mode) || about.st_size != end) return;
+  [[maybe_unused]] const int result = ftruncate(descriptor, end - size);
+}
+
+}  // namespace
+
+int AppendWhole(int descriptor, std::string_view bytes) {
+  std::size_t written = 0;
+  const int error = WriteAll(descriptor, bytes, &written);
+  if (error != 0 && written > 0) TakeBack(descriptor, static_cast<off_t>(written));
   return error;
 }
 

@@ -61,4 +61,9 @@ inline Descriptor OpenDescriptor(const std::string& path, int flags) {
 /// a failure stays; `written`, where given, is how much that was.
 [[nodiscard]] int WriteAll(int descriptor, std::string_view bytes, std::size_t* written = nullptr);
 
+/// As WriteAll to a file that is open for appending; what was written of `bytes` before a failure is taken
+/// back, so that the file ends as it did. Not from a pipe, and not where another program has written after
+/// it.
+[[nodiscard]] int AppendWhole(int descriptor, std::string_view bytes);
+
 }  // namespace kolvane::base

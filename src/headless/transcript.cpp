@@ -54,7 +54,7 @@ int Transcript::Write(Way way, std::string_view bytes, const Moment& moment, std
   line.append(base::Base64(bytes)).append("\"");
   if (status != 0) line.append(",\"status\":" + std::to_string(status));
   line += "}\n";
-  const int error = base::WriteAll(file_.get(), line);
+  const int error = base::AppendWhole(file_.get(), line);
   if (error != 0) file_ = base::Descriptor();
   return error;
 }

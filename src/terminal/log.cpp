@@ -1,8 +1,6 @@
 #include "terminal/log.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <cerrno>
 #include <filesystem>
@@ -24,18 +22,7 @@ int LogFile::Open(const std::string& path) {
 }
 
 int LogFile::WriteLine(std::string_view line) {
-  std::size_t written = 0;
-  const int error = base::WriteAll(file_.get(), base::ToWindows1252(line) + "\r\n", &written);
-  if (error != 0 && written > 0) TakeBack(static_cast<off_t>(written));
-  return error;
-}
-
-// A pipe has no such thing, and after another program's lines nothing can be taken back.
-void LogFile::TakeBack(off_t size) const {
-  struct stat about {};
-  const off_t end = lseek(file_.get(), 0, SEEK_CUR);
-  if (fstat(file_.get(), &about) != 0 || !S_ISREG(about.st_mode) || about.st_size != end) return;
-  [[maybe_unused]] const int result = ftruncate(file_.get(), end - size);
+  return base::AppendWhole(file_.get(), base::ToWindows1252(line) + "\r\n");
 }
 
 namespace {

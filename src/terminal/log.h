@@ -1,7 +1,5 @@
 #pragma once
 
-#include <sys/types.h>
-
 #include <string>
 #include <string_view>
 
@@ -25,8 +23,6 @@ class LogFile {
   void Close() { file_ = {}; }
 
  private:
-  void TakeBack(off_t size) const;
-
   base::Descriptor file_;
 };
 

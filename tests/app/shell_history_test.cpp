@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "app/shell_typing.h"
+#include "base/small_files.h"
 #include "base/temp_folder.h"
 
 namespace kolvane::app {
@@ -73,6 +74,25 @@ TEST_F(ShellHistoryTest, AFileThatCannotBeWrittenDoesNoHarm) {
   none.Add("A");
   EXPECT_EQ(nowhere.lines(), Lines{"A"});
   EXPECT_EQ(none.lines(), Lines{"A"});
+}
+
+TEST_F(ShellHistoryTest, ALineThatFindsNoRoomLeavesNoPartOfItself) {
+  ShellHistory history(File());
+  history.Add("FIRST");
+  {
+    const base::SmallFiles small(8);
+    history.Add("SECOND");
+  }
+  history.Add("THIRD");
+  EXPECT_EQ(base::ReadBytes(File()), "FIRST\nTHIRD\n");
+}
+
+TEST_F(ShellHistoryTest, APipeInItsPlaceHoldsNobodyUp) {
+  std::filesystem::create_directory(folder.Path("state"));
+  ASSERT_EQ(mkfifo(File().c_str(), 0600), 0);
+  ShellHistory history(File());
+  history.Add("A");
+  EXPECT_EQ(history.lines(), Lines{"A"});
 }
 
 TEST_F(ShellHistoryTest, CompletesLinesAndTheirFirstWordsNewestFirst) {

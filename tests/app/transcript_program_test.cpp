@@ -121,6 +121,23 @@ TEST_F(TranscriptTest, AFullDiskIsReportedOnceAndTheRunGoesOn) {
             "kolvane: Die Mitschrift „/dev/full“ kann nicht geschrieben werden: Der Datenträger ist voll.\n");
 }
 
+TEST_F(TranscriptTest, AFileAtItsLimitHasWholeLinesAndCanBeReplayed) {
+  Instrument instrument(Echo);
+  std::vector<std::string> words = {
+      "send",         "--connect", instrument.Resource(), "--repeat", "100", "0123456789",
+      "--transcript", File(),      "--transcript-times",  "none"};
+  const Outcome outcome = RunProgram(words, {.wrapper = {"prlimit", "--fsize=3000"}});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(std::count(outcome.out.begin(), outcome.out.end(), '\n'), 100);
+  EXPECT_TRUE(outcome.err.ends_with(" kann nicht geschrieben werden: Die Datei würde zu groß.\n"))
+      << outcome.err;
+  const std::string text = base::ReadBytes(File());
+  EXPECT_GT(text.size(), 2900u);
+  std::istringstream lines(text);
+  for (std::string line; std::getline(lines, line);) EXPECT_TRUE(nlohmann::json::accept(line)) << line;
+  EXPECT_TRUE(text.ends_with("}\n"));
+}
+
 constexpr char kRows[] =
     "*IDN?\r\nMSV? 1-3\r\nRES\r\nRAMP? 300\r\nNAME 1,Br\xFC"
     "cke\r\nNAME? 1\r\n";

@@ -66,6 +66,16 @@ TEST_F(WriteAllTest, TellsHowMuchWasWritten) {
   EXPECT_EQ(written, 2u);
 }
 
+TEST_F(WriteAllTest, WhatFindsNoRoomIsTakenBackWhole) {
+  const Descriptor file(open(file_.c_str(), O_WRONLY | O_APPEND | O_CLOEXEC));
+  const SmallFiles small(10);
+  EXPECT_EQ(AppendWhole(file.get(), "01234567"), 0);
+  EXPECT_EQ(AppendWhole(file.get(), "89x"), EFBIG);
+  EXPECT_EQ(ReadBytes(file_), "01234567");
+  EXPECT_EQ(AppendWhole(file.get(), "89"), 0);
+  EXPECT_EQ(ReadBytes(file_), "0123456789");
+}
+
 TEST_F(WriteAllTest, TellsWhy) {
   EXPECT_EQ(WriteAll(-1, "x"), EBADF);
   const int full = open("/dev/full", O_WRONLY | O_CLOEXEC);

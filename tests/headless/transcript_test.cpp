@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "base/fake_prompt.h"
+#include "base/small_files.h"
 #include "base/temp_folder.h"
 #include "device/device_state.h"
 #include "device/fake_port_library.h"
@@ -61,6 +62,16 @@ TEST(Transcript, AFileThatTakesNothingFailsOnce) {
   ASSERT_EQ(transcript.Open("/dev/full", true), 0);
   EXPECT_EQ(transcript.Write(Way::kOpen, "", {}), ENOSPC);
   EXPECT_EQ(transcript.Write(Way::kClose, "", {}), 0);
+}
+
+TEST(Transcript, ALineThatFindsNoRoomLeavesNoPartOfItself) {
+  const base::TempFolder folder;
+  Transcript transcript;
+  ASSERT_EQ(transcript.Open(folder.Path("t"), false), 0);
+  const base::SmallFiles small(50);
+  EXPECT_EQ(transcript.Write(Way::kOpen, "", {}), 0);
+  EXPECT_EQ(transcript.Write(Way::kOut, "a command", {}), EFBIG);
+  EXPECT_EQ(base::ReadBytes(folder.Path("t")), "{\"way\":\"open\",\"bytes\":\"\"}\n");
 }
 
 struct RecordedPortTest : testing::Test {
