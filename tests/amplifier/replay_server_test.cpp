@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <sys/eventfd.h>
+#include <sys/socket.h>
 
 #include <future>
 #include <stdexcept>
@@ -150,6 +151,39 @@ TEST_F(ReplayServerTest, ALongAnswerArrivesWhole) {
     const Client client = Client::Tcp(server.Port());
     client.Send("A\n");
     EXPECT_EQ(client.Read(3'000'000), std::string(3'000'000, '\0'));
+  }
+  EXPECT_EQ(result.get(), "");
+}
+
+void Reset(const Client& client) {
+  const linger at_once{1, 0};
+  ASSERT_EQ(setsockopt(client.descriptor(), SOL_SOCKET, SO_LINGER, &at_once, sizeof at_once), 0);
+}
+
+TEST_F(ReplayServerTest, AResetBeforeTheNextCommandIsADifference) {
+  ReplayServer server(Of(R"({"way":"out","bytes":"QQo="}
+{"way":"in","bytes":"YQ0K"}
+{"way":"out","bytes":"Qgo="})"));
+  auto result = Run(server);
+  {
+    const Client client = Client::Tcp(server.Port());
+    EXPECT_EQ(client.Ask("A"), "a");
+    Reset(client);
+  }
+  EXPECT_EQ(result.get(), folder.Path("t") + R"(:3: expected "B\n", got nothing)");
+}
+
+TEST_F(ReplayServerTest, AnAnswerThatNobodyReadsHoldsNothingUp) {
+  std::string bytes;
+  for (int i = 0; i < 4'000'000; ++i) bytes += "AAAA";
+  ReplayServer server(
+      Of("{\"way\":\"out\",\"bytes\":\"QQo=\"}\n{\"way\":\"in\",\"bytes\":\"" + bytes + "\"}"));
+  auto result = Run(server);
+  {
+    const Client client = Client::Tcp(server.Port());
+    client.Send("A\n");
+    EXPECT_EQ(client.Read(1), std::string(1, '\0'));
+    Reset(client);
   }
   EXPECT_EQ(result.get(), "");
 }

@@ -9,6 +9,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
@@ -421,6 +422,21 @@ TEST_F(StateTest, TheAdditionsOfAWindowAreKeptOnceOneIsChanged) {
   EXPECT_EQ(base::ReadBytes(file.toStdString()), "[EXTRAS]\nQueriesOnly=1\n");
   Open(1,
        [](QMainWindow& window) { EXPECT_TRUE(window.findChild<QAction*>("mnuQueriesOnly")->isChecked()); });
+}
+
+TEST_F(StateTest, WhatCannotBeKeptIsReportedAndTheTerminalCloses) {
+  terminal_.SetOptions({});
+  ASSERT_TRUE(QDir(dir_.path()).mkpath("Kolvane/Extras.ini"));
+  ASSERT_TRUE(QDir(dir_.path()).mkpath("Kolvane/state.ini"));
+  testing::internal::CaptureStderr();
+  Open(2, [](QMainWindow& window) {
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
+    window.findChild<QAction*>("mnuListen")->trigger();
+    window.resize(611, 522);
+  });
+  const std::string err = testing::internal::GetCapturedStderr();
+  for (const char* file : {"Extras.ini", "state.ini"})
+    EXPECT_NE(err.find(std::string(file) + "“ gespeichert werden: "), std::string::npos) << err;
 }
 
 TEST_F(StateTest, ATerminalOfAHostOrWithSettingsOfItsOwnKeepsNothing) {

@@ -199,14 +199,38 @@ TEST_F(Settings, Row26KilledWhileSaving) {
   }
 }
 
+// What cannot be read counts as not chosen; a window that changes nothing leaves the files as they are.
+TEST_F(Settings, Row35DamagedExtrasAndStateAreNoHindrance) {
+  const std::string extras = folder_.Path("config/Kolvane/Extras.ini");
+  const std::string state = folder_.Path("config/state/Kolvane/state.ini");
+  fs::create_directories(fs::path(state).parent_path());
+  const std::string whole =
+      "[EXTRAS]\nListen=1\nUtf8=\\xZZ\n[WINDOW]\nGeometry=AdnQywAD\nSplitter=\"696,464\n[SIZES]\nU_Port=-1,"
+      "99999999999\n";
+  const std::size_t step = Thorough() ? 1 : 41;
+  for (std::size_t size = 0; size <= whole.size() + 1; size += step) {
+    SCOPED_TRACE(size);
+    const std::string damaged =
+        size <= whole.size() ? whole.substr(0, size) : std::string("\xFF\x00[\n=]", 6);
+    base::WriteBytes(extras, damaged);
+    base::WriteBytes(state, damaged);
+    const app::Outcome outcome = OpenAndClose();
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.err, "");
+    EXPECT_EQ(base::ReadBytes(extras), damaged);
+    EXPECT_EQ(base::ReadBytes(state), damaged);
+    if (HasFailure()) return;
+  }
+}
+
 class Saving : public testing::TestWithParam<const char*> {
  protected:
-  std::string where() const {
-    return GetParam() == std::string("list") ? folder_.Path("a.CMD") : folder_.Path("");
-  }
-  std::string file() const {
-    return folder_.Path(GetParam() == std::string("list") ? "a.CMD" : "IPADDR.INI");
-  }
+  bool IsHistory() const { return GetParam() == std::string("history"); }
+  std::string where() const { return IsHistory() ? folder_.Path("") : file(); }
+  std::string file() const { return folder_.Path(IsHistory() ? "IPADDR.INI" : "a.file"); }
+  // Flags are known by their names.
+  std::string fresh() const { return GetParam() == std::string("extras") ? "Blocks" : "NEW"; }
+  std::string old() const { return GetParam() == std::string("extras") ? "Listen" : "OLD"; }
 
   int Save(const std::string& text, const FailingCall& failing = {}, int nth = 0) {
     const auto environment =
@@ -217,19 +241,20 @@ class Saving : public testing::TestWithParam<const char*> {
   }
 
   void Try(const FailingCall& failing) {
-    ASSERT_EQ(Save("NEW"), 0);
-    const std::string fresh = base::ReadBytes(file());
+    ASSERT_EQ(Save(old()), 0);
+    ASSERT_EQ(Save(fresh()), 0);
+    const std::string fresh_file = base::ReadBytes(file());
     bool hit = true;
     for (int nth = 1; hit; ++nth) {
       SCOPED_TRACE(Describe(failing, nth));
-      ASSERT_EQ(Save("OLD"), 0);
-      const std::string old = base::ReadBytes(file());
+      ASSERT_EQ(Save(old()), 0);
+      const std::string old_file = base::ReadBytes(file());
       fs::remove(folder_.Path("hit"));
-      const int status = Save("NEW", failing, nth);
+      const int status = Save(fresh(), failing, nth);
       hit = fs::exists(folder_.Path("hit"));
       const std::string now = base::ReadBytes(file());
       EXPECT_TRUE(hit || nth > 1) << "nothing failed";
-      EXPECT_TRUE(now == old || now == fresh) << now;
+      EXPECT_TRUE(now == old_file || now == fresh_file) << now;
       const bool killed = failing.kind == "kill" || failing.kind == "torn";
       EXPECT_EQ(status == -SIGKILL, killed && hit);
       // What was refused leaves nothing lying about.
@@ -248,7 +273,7 @@ class Saving : public testing::TestWithParam<const char*> {
   base::TempFolder folder_;
 };
 
-INSTANTIATE_TEST_SUITE_P(Files, Saving, testing::Values("list", "history"),
+INSTANTIATE_TEST_SUITE_P(Files, Saving, testing::Values("list", "history", "extras", "state"),
                          [](const auto& what) { return std::string(what.param); });
 
 TEST_P(Saving, Row23OnADiskThatIsFull) {

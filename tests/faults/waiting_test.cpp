@@ -114,6 +114,20 @@ TEST_P(Waiting, EscGivesUpACommandThatNobodyReads) {
   EXPECT_EQ(live.NewLines(), "Write error: " + kGivenUp);
 }
 
+TEST_P(Waiting, EscGivesUpABlockAndDiscardsWhatCame) {
+  LiveWindow& live = Open([](Wire& wire) {
+    wire.Send("#3100" + std::string(50, 'x'));
+    wire.AwaitCalm();
+    return After::kGoOn;
+  });
+  live.terminal().extras.blocks = true;
+  OnceWaiting([&] { Escape(); });
+  live.Send("FAULT");
+  EXPECT_EQ(live.NewLines(), "FAULT|" + kGivenUp);
+  live.terminal().extras.blocks = false;
+  ExpectUsable();
+}
+
 // Each byte comes before the window would be called about it.
 TEST_P(Waiting, OfAnAnswerThatDripsWhatCameIsShown) {
   LiveWindow& live = Open([](Wire& wire) {

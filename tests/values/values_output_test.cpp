@@ -11,6 +11,7 @@
 #include <filesystem>
 
 #include "base/fake_prompt.h"
+#include "base/small_files.h"
 #include "base/temp_folder.h"
 #include "gui/box_answers.h"
 #include "values/csv_reader.h"
@@ -126,6 +127,20 @@ TEST_F(ValuesOutputTest, TellsWhatCannotBeWritten) {
   ASSERT_EQ(prompt_.errors.size(), 2u);
   EXPECT_NE(prompt_.errors[0].find("full.csv“ kann nicht geschrieben werden: "), std::string::npos);
   EXPECT_NE(prompt_.errors[1].find("full.svg“ kann nicht geschrieben werden: "), std::string::npos);
+}
+
+TEST_F(ValuesOutputTest, WhatFindsNoRoomLeavesTheFileThatWasThere) {
+  while (store_.rows() < 100000) Add(store_, "A?", {1.0});
+  base::WriteBytes(folder_.Path("a.csv"), "old");
+  gui::BoxAnswers overwrite;
+  overwrite.Start();
+  const base::SmallFiles small(1 << 20);
+  output_.Save(store_.rows());
+  Answer("CSV, Komma und Dezimalpunkt (*.csv)", folder_.Path("a.csv"));
+  ASSERT_TRUE(QTest::qWaitFor([this] { return !prompt_.errors.empty(); }));
+  EXPECT_TRUE(prompt_.errors[0].ends_with("Die Datei würde zu groß")) << prompt_.errors[0];
+  EXPECT_EQ(base::ReadBytes(folder_.Path("a.csv")), "old");
+  EXPECT_EQ(folder_.Names(), std::vector<std::string>{"a.csv"});
 }
 
 TEST_F(ValuesOutputTest, WritesManyRowsInSlices) {

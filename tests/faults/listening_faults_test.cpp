@@ -1,0 +1,197 @@
+// What becomes of lines that nobody asked for, and of blocks, when the instrument fails.
+
+#include <gtest/gtest.h>
+
+#include <QLabel>
+#include <QTest>
+
+#include "devlnk/status.h"
+#include "faults/live_window.h"
+
+namespace kolvane::faults {
+namespace {
+
+using devlnk::Status;
+
+std::string Text(Status status) { return std::to_string(devlnk::Code(status)); }
+
+constexpr int kPatienceMs = 60'000;
+
+class ListeningFault : public testing::TestWithParam<Port> {
+ protected:
+  LiveWindow& Open(Fault fault) {
+    live_ = std::make_unique<LiveWindow>(GetParam(), std::move(fault));
+    live_->Send("FIRST");
+    EXPECT_EQ(live_->NewLines(), "<+>|FIRST|FIRST");
+    return *live_;
+  }
+  /// The fault says its answer at once, and all else once the window listens.
+  LiveWindow& Listen(Fault fault) {
+    LiveWindow& live = Open([fault = std::move(fault)](Wire& wire) {
+      wire.Send("own\r\n");
+      wire.AwaitCalm();
+      return fault(wire);
+    });
+    live.terminal().extras.listen = true;
+    live.Send("FAULT");
+    EXPECT_EQ(live.NewLines(), "FAULT|own");
+    live.instrument().Calm();
+    return live;
+  }
+  /// What is shown from here on, once all of it has come.
+  std::string LinesUntil(const std::string& last) {
+    std::string lines;
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] {
+          const std::string more = live_->NewLines();
+          lines += (lines.empty() || more.empty() ? "" : "|") + more;
+          return lines.ends_with(last);
+        },
+        kPatienceMs))
+        << lines.substr(0, 1000);
+    return lines;
+  }
+  void ExpectUsable() {
+    live_->Send("NOW");
+    EXPECT_EQ(live_->NewLines(), "NOW|NOW");
+    EXPECT_TRUE(live_->boxes().empty());
+  }
+  void ExpectReconnects() {
+    live_->Press("TB_CONNECT");
+    live_->Press("TB_CONNECT");
+    EXPECT_EQ(live_->NewLines(), "<->|<+>");
+    ExpectUsable();
+  }
+  QString State() { return live_->window().findChild<QLabel*>(QStringLiteral("StatusBar1_2"))->text(); }
+
+  std::unique_ptr<LiveWindow> live_;
+};
+
+std::string PortName(const testing::TestParamInfo<Port>& info) { return NameOf(info.param); }
+
+using ListeningOnTcp = ListeningFault;
+using BlockFault = ListeningFault;
+using BlockOnTcp = ListeningFault;
+INSTANTIATE_TEST_SUITE_P(Ports, ListeningFault, testing::ValuesIn(kPorts), PortName);
+INSTANTIATE_TEST_SUITE_P(Ports, ListeningOnTcp, testing::Values(Port::kTcp), PortName);
+INSTANTIATE_TEST_SUITE_P(Ports, BlockFault, testing::ValuesIn(kPorts), PortName);
+INSTANTIATE_TEST_SUITE_P(Ports, BlockOnTcp, testing::Values(Port::kTcp), PortName);
+
+TEST_P(ListeningOnTcp, Row33AnEndAfterHalfALine) {
+  Listen([](Wire& wire) {
+    wire.Send("unasked\r\nhalf a li");
+    return After::kEnd;
+  });
+  EXPECT_EQ(LinesUntil("half a li"), "unasked|half a li");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return State() == "Verbindung verloren"; }, kPatienceMs));
+  ExpectReconnects();
+}
+
+TEST_P(ListeningFault, Row33TheInstrumentGoes) {
+  Listen([](Wire&) { return After::kEnd; });
+  EXPECT_TRUE(QTest::qWaitFor([&] { return State() == "Verbindung verloren"; }, kPatienceMs));
+  EXPECT_EQ(live_->NewLines(), "");
+  ExpectReconnects();
+}
+
+TEST_P(ListeningFault, Row33AFloodIsShownLineByLine) {
+  constexpr int kLines = 5000;
+  std::string all;
+  for (int i = 1; i <= kLines; ++i) all += "unasked " + std::to_string(i) + "\r\n";
+  Listen([all](Wire& wire) {
+    wire.Send(all);
+    return After::kGoOn;
+  });
+  std::string expected;
+  for (int i = 1; i <= kLines; ++i) expected += (i == 1 ? "unasked " : "|unasked ") + std::to_string(i);
+  EXPECT_EQ(LinesUntil("|unasked " + std::to_string(kLines)), expected);
+  ExpectUsable();
+}
+
+TEST_P(ListeningFault, Row33ALineWithoutEndIsShownInParts) {
+  constexpr std::size_t kBytes = 1u << 20;
+  Listen([](Wire& wire) {
+    wire.Send(std::string(kBytes, 'x') + "\r\nend\r\n");
+    return After::kGoOn;
+  });
+  const std::string lines = LinesUntil("end");
+  EXPECT_EQ(std::count(lines.begin(), lines.end(), 'x'), static_cast<std::ptrdiff_t>(kBytes));
+  ExpectUsable();
+}
+
+TEST_P(ListeningFault, Row33ACommandAmidALineLosesNothing) {
+  Listen([](Wire& wire) {
+    wire.Send("half ");
+    wire.AwaitCalm();
+    wire.Send("a line\r\n");
+    return After::kGoOn;
+  });
+  LinesUntil("half ");
+  live_->instrument().Calm();
+  EXPECT_EQ(LinesUntil("a line"), "a line");
+  ExpectUsable();
+}
+
+TEST_P(BlockFault, Row34ABlockThatBreaksOffFails) {
+  LiveWindow& live = Open([](Wire& wire) {
+    wire.Send("#3100" + std::string(50, 'x'));
+    wire.AwaitCalm();
+    return After::kGoOn;
+  });
+  live.terminal().extras.blocks = true;
+  live.terminal().shown.timeout = "300";
+  live.Send("FAULT");
+  EXPECT_EQ(live.NewLines(), "FAULT|" + Text(Status::kReadTimeout));
+  live.terminal().shown.timeout = "20000";
+  live.instrument().Calm();
+  ExpectUsable();
+}
+
+TEST_P(BlockFault, Row34ADrippedBlockIsWhole) {
+  LiveWindow& live = Open([](Wire& wire) {
+    wire.Drip("#15a\r\nb\n\r\n", 40);
+    return After::kGoOn;
+  });
+  live.terminal().extras.blocks = true;
+  live.Send("FAULT");
+  EXPECT_TRUE(live.NewLines().starts_with("FAULT|#15a"));
+  ExpectUsable();
+}
+
+TEST_P(BlockFault, Row34ALengthBeyondTheLimitIsRefused) {
+  LiveWindow& live = Open([](Wire& wire) {
+    wire.Send("#9999999999");
+    return After::kGoOn;
+  });
+  live.terminal().extras.blocks = true;
+  live.Send("FAULT");
+  EXPECT_EQ(live.NewLines(), "FAULT|-61");
+  ExpectUsable();
+}
+
+TEST_P(BlockOnTcp, Row34AResetWithinABlock) {
+  LiveWindow& live = Open([](Wire& wire) {
+    wire.Send("#41000" + std::string(500, 'x'));
+    wire.ResetAtEnd();
+    return After::kEnd;
+  });
+  live.terminal().extras.blocks = true;
+  live.Send("FAULT");
+  EXPECT_EQ(live.NewLines(), "FAULT|" + Text(Status::kConnectionLost));
+  ExpectReconnects();
+}
+
+TEST_P(BlockFault, Row34AnEndWithinABlock) {
+  LiveWindow& live = Open([](Wire& wire) {
+    wire.Send("#41000" + std::string(500, 'x'));
+    return After::kEnd;
+  });
+  live.terminal().extras.blocks = true;
+  live.Send("FAULT");
+  const Status end = GetParam() == Port::kTcp ? Status::kClosedByPeer : Status::kConnectionLost;
+  EXPECT_EQ(live.NewLines(), "FAULT|" + Text(end));
+  ExpectReconnects();
+}
+
+}  // namespace
+}  // namespace kolvane::faults
