@@ -2,17 +2,13 @@
 // doubled or changed between the instrument, the pane and the log, and nothing may grow but the text. Exit
 // status 1 where that does not hold.
 
-#include <malloc.h>
-#include <unistd.h>
-
 #include <QApplication>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 
 #include "base/temp_folder.h"
 #include "device/loaded_port_library.h"
+#include "soak/measures.h"
 #include "soak/numbering_instrument.h"
 #include "window/window_records.h"
 
@@ -25,48 +21,6 @@ constexpr double kLeftOver = 0.5 * kMegabyte;
 constexpr double kLeftOverResident = 4 * kMegabyte;
 // What the pane may need to know of its lines besides their bytes.
 constexpr double kTextShare = 2;
-
-#ifdef __SANITIZE_ADDRESS__
-constexpr bool kMemoryIsOurs = false;  // the sanitizer keeps what was freed
-#else
-constexpr bool kMemoryIsOurs = true;
-#endif
-
-struct Memory {
-  double heap;      ///< bytes in use
-  double resident;  ///< bytes
-  int descriptors;
-};
-
-Memory MemoryNow() {
-  malloc_trim(0);
-  const struct mallinfo2 heap = mallinfo2();
-  std::size_t size = 0;
-  std::size_t resident = 0;
-  std::ifstream("/proc/self/statm") >> size >> resident;
-  const auto open = std::filesystem::directory_iterator("/proc/self/fd");
-  return {static_cast<double>(heap.uordblks + heap.hblkhd),
-          static_cast<double>(resident) * static_cast<double>(sysconf(_SC_PAGESIZE)),
-          static_cast<int>(std::distance(begin(open), end(open)))};
-}
-
-class Verdict {
- public:
-  void Expect(bool holds, const std::string& what) {
-    std::printf("%-7s%s\n", holds ? "holds" : "FAILS", what.c_str());
-    all_hold_ = all_hold_ && holds;
-  }
-  bool all_hold() const { return all_hold_; }
-
- private:
-  bool all_hold_ = true;
-};
-
-std::string Megabytes(double bytes) {
-  char text[32];
-  std::snprintf(text, sizeof text, "%.2f MB", bytes / kMegabyte);
-  return text;
-}
 
 // A visible terminal connected to the instrument.
 class Terminal : private window::WindowRecords {
@@ -117,7 +71,7 @@ class Terminal : private window::WindowRecords {
   window::MainWindow window_{ContextWith(library_, "")};
 };
 
-void JudgeMemory(Verdict& verdict, const Memory& before, const Memory& full, const Memory& after,
+void JudgeMemory(Verdict& verdict, const Holding& before, const Holding& full, const Holding& after,
                  double text) {
   std::printf("text %s; heap %s before, %s full, %s cleared; resident %s, %s, %s\n", Megabytes(text).c_str(),
               Megabytes(before.heap).c_str(), Megabytes(full.heap).c_str(), Megabytes(after.heap).c_str(),
@@ -173,13 +127,13 @@ bool Soak(std::int64_t exchanges) {
   Terminal terminal(instrument.port());
   terminal.Exchange(warm_up);
   terminal.Clear();
-  const Memory before = MemoryNow();
+  const Holding before = HoldingNow();
   terminal.Record(exchanges, log);
-  const Memory full = MemoryNow();
+  const Holding full = HoldingNow();
   // Kept in a file: in memory it would be taken for what the terminal keeps.
   base::WriteBytes(folder.Path("shown"), terminal.Text());
   terminal.Clear();
-  const Memory after = MemoryNow();
+  const Holding after = HoldingNow();
   terminal.Disconnect();
   instrument.AwaitEnd();
 

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <string>
+
+namespace kolvane::soak {
+
+#ifdef __SANITIZE_ADDRESS__
+inline constexpr bool kMemoryIsOurs = false;  // the sanitizer keeps what was freed
+#else
+inline constexpr bool kMemoryIsOurs = true;
+#endif
+
+/// What the process has at the moment.
+struct Holding {
+  double heap;      ///< bytes in use
+  double resident;  ///< bytes
+  int descriptors;
+  int threads;
+};
+
+Holding HoldingNow();
+
+/// "12.34 MB"
+std::string Megabytes(double bytes);
+
+/// Prints what was expected, and whether it holds.
+class Verdict {
+ public:
+  void Expect(bool holds, const std::string& what);
+  bool all_hold() const { return all_hold_; }
+
+ private:
+  bool all_hold_ = true;
+};
+
+}  // namespace kolvane::soak
