@@ -37,6 +37,7 @@ TEST_F(LineCommandsTest, RampCountsThroughAllBytes) {
   EXPECT_EQ(reply_.kind, Reply::Kind::kBytes);
   ASSERT_EQ(ramp.size(), 258u);
   for (std::size_t i = 0; i < ramp.size(); ++i) EXPECT_EQ(static_cast<unsigned char>(ramp[i]), i % 256);
+  EXPECT_EQ(Ask("RAMP? 1"), std::string(1, '\0'));
   EXPECT_EQ(Ask("RAMP? 1000000").size(), 1'000'000u);
   EXPECT_TRUE(BadParameter("RAMP? 1000001"));
   EXPECT_TRUE(BadParameter("RAMP? 0"));

@@ -53,6 +53,21 @@ TEST_F(DecodeProgramTest, ASoundFile) {
   EXPECT_EQ(text.err, "");
 }
 
+TEST_F(DecodeProgramTest, EachLineThatCannotBeUsedIsNamed) {
+  const std::string pattern = File(
+      "a.BNS",
+      "BYTECOUNT=2\nA;FOO;0\nB;BYTE;x\nC;BYTE;300\nD;BYTE;0;5;3\nE;SHORT;0;16;17\nF;STRING*x;0\nG;BYTE;1\n");
+  const Outcome outcome = Decode(File("ab", "ab"), pattern);
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_TRUE(outcome.out.ends_with("G=98\n")) << outcome.out;
+  const std::string name = folder_.Path("a.BNS");
+  EXPECT_EQ(outcome.err, name + ":2: unknown type: 'FOO'\n" + name + ":3: offset is no number: 'x'\n" + name +
+                             ":4: field lies beyond the 257 bytes of a record, at offset: '300'\n" + name +
+                             ":5: no bit is left from bit: '5'\n" + name +
+                             ":6: bits from 15 on do not count: '17'\n" + name +
+                             ":7: length is no number: 'x'\n");
+}
+
 TEST_F(DecodeProgramTest, ABitmap) {
   const auto head = Json(kFiles + "/gradient.bmp", kTemplates + "/BMP.BNS");
   EXPECT_EQ(head["Kind"], "BM");

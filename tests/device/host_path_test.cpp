@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <stdexcept>
 
 #include "device/device_state.h"
@@ -250,6 +251,46 @@ TEST_F(SingleHost, ErrorPropertiesThatThrowAreFailuresToo) {
   host->script.on_call["SetLastError"] = [] { throw std::runtime_error("nur lesbar"); };
   io.ClearLastError();
   EXPECT_EQ(io.LastError().description, "nur lesbar");
+}
+
+// Of a host that implements none of them.
+TEST(HostContract, WhatAHostLeavesOutIsAMissingMember) {
+  struct : IoObject {
+  } io;
+  struct : HostObject {
+  } host;
+  std::int16_t small = 0;
+  std::int32_t count = 0;
+  std::string text;
+  Variant first;
+  Variant second;
+  const std::function<void()> members[] = {
+      [&] { io.InitializeDevice(small); },
+      [&] { io.CloseDevice(small); },
+      [&] { io.WriteCommand(small, text, small, small); },
+      [&] { io.Read(small, small, small, small, count, first, second); },
+      [&] { io.SetIOTimeout(small, count); },
+      [&] { io.FlushInQ(small); },
+      [&] { io.GetDeviceProperty(small, small, first); },
+      [&] { host.IO(); },
+      [&] { host.OpenDevice(); },
+      [&] { host.CloseDevice(); },
+      [&] { host.WriteCommand(text); },
+      [&] { host.Read(small, small, count, first, second); },
+      [&] { host.FlushInQ(count); },
+      [&] { host.GetDeviceInfo(first, second); },
+      [&] { host.LastError(); },
+      [&] { host.SetLastError(1); },
+      [&] { host.LastErrorDescription(); },
+  };
+  for (const auto& member : members) {
+    try {
+      member();
+      ADD_FAILURE() << &member - members;
+    } catch (const RuntimeError& error) {
+      EXPECT_EQ(error.kind(), RuntimeError::Kind::kNoMember);
+    }
+  }
 }
 
 TEST_F(SingleHost, AMissingDescriptionKeepsTheCode) {

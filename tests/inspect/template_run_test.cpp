@@ -16,6 +16,20 @@ TEST_F(TemplateRunTest, FieldsAreReadFromTheCaretOn) {
   EXPECT_EQ(view_.selected, 8);
 }
 
+TEST(TemplateFields, LieWithinTheirRecordOrNot) {
+  const auto within = [](std::int32_t offset, std::int32_t length) {
+    TemplateField field;
+    field.offset = offset;
+    field.length = length;
+    return IsWithin(field, 4);
+  };
+  EXPECT_TRUE(within(0, 4));
+  EXPECT_TRUE(within(4, 0));
+  EXPECT_FALSE(within(1, 4));
+  EXPECT_FALSE(within(-1, 2));
+  EXPECT_FALSE(within(2, -1));
+}
+
 TEST_F(TemplateRunTest, NetworkOrderSwapsAllButDoubles) {
   Show("\x01\x02\x03\x04\x05\x06\x07\x08"s);
   const std::string fields = "BYTECOUNT=8|b;BYTE;1|s;SHORT;0|l;LONG;0|f;FLOAT;0|d;DOUBLE;0";

@@ -15,6 +15,7 @@ class FakeRunHost final : public RunHost {
     locks.push_back(flag);
     if (flag && lock_fails) throw std::bad_alloc();
   }
+  void RowStarts() override { ++row_starts; }
   void Yield() override {
     ++yields;
     if (at_yield) at_yield();
@@ -22,6 +23,7 @@ class FakeRunHost final : public RunHost {
 
   std::vector<bool> locks;
   bool lock_fails = false;
+  int row_starts = 0;
   int yields = 0;
   std::function<void()> at_yield;
 };

@@ -34,6 +34,13 @@ TEST_F(RunnerTest, SendsEachRowShowsItAndReadsTheAnswer) {
   EXPECT_FALSE(runner.outcome().exchange_failed);
 }
 
+TEST_F(RunnerTest, SaysWhenEachRowStartsAndAfterIt) {
+  host.at_yield = [this] { EXPECT_EQ(host.row_starts, host.yields); };
+  Play("A|$GOTO x|never|x:|B");
+  EXPECT_GT(host.row_starts, 3);
+  EXPECT_EQ(host.row_starts, host.yields);
+}
+
 TEST_F(RunnerTest, ShowsNoCommandsWithoutThatOption) {
   state.options.show_commands = false;
   device.text_answers = {"1\r\n"};

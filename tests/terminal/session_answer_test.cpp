@@ -128,6 +128,26 @@ TEST_F(SessionAnswerTest, AWrongTimeoutThrowsBeforeAnythingIsRead) {
   EXPECT_EQ(state.last_answer.text, "new");
 }
 
+// What has been read is not still to come.
+TEST_F(SessionAnswerTest, AWrongTimeoutSaysWhetherAnAnswerIsStillToCome) {
+  const auto what = [this] {
+    try {
+      session.GetAnswer();
+    } catch (const base::RuntimeError& error) {
+      return std::string(error.what());
+    }
+    return std::string();
+  };
+  device.text_answers = {"first\r\n"};
+  session.SendCommand("A?");
+  session.GetAnswer();
+  state.shown.timeout = "bald";
+  EXPECT_EQ(what(), "Timeout (ms): Typen unverträglich");
+  session.SendCommand("B?");
+  EXPECT_NE(what().find("steht noch aus"), std::string::npos);
+  EXPECT_EQ(what(), "Timeout (ms): Typen unverträglich");
+}
+
 TEST_F(SessionAnswerTest, AModeThatDoesNotExistReadsNothing) {
   state.receive.mode = 3;
   session.GetAnswer();

@@ -68,6 +68,14 @@ TEST_F(UnaskedTest, WhatAReadHasPutBackIsKeptWhereTheNextReadFails) {
   EXPECT_EQ(pane.lines, Lines{"abcd"});
 }
 
+TEST_F(UnaskedTest, ALossThatARestIsReadAtIsReported) {
+  device_state.put_back = "ab";
+  device.waiting = [] { return 6; };
+  device.read_error = {-41, "-41"};
+  EXPECT_FALSE(unasked_.Take());
+  EXPECT_EQ(shown_.line.Text(), "Verbindung verloren");
+}
+
 TEST_F(UnaskedTest, WhereNothingIsLeftNobodyWaitsForMore) {
   int ends[2];
   ASSERT_EQ(pipe(ends), 0);

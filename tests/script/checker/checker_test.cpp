@@ -62,6 +62,9 @@ TEST(Checker, FindsLabelsThatNoJumpReaches) {
   EXPECT_EQ(Check("a:|$GOTO a|A:"),
             "Hinweis 3: Die Marke „A:“ steht schon in Zeile 1, jeder Sprung führt dorthin (1)\n"
             "Hinweis 3: Die Zeile wird nie erreicht");
+  EXPECT_EQ(Check("$GOTO a|$GOTO a|a:|A:"),
+            "Hinweis 2: Die Zeile wird nie erreicht\n"
+            "Hinweis 4: Die Marke „A:“ steht schon in Zeile 3, jeder Sprung führt dorthin (3)");
   EXPECT_EQ(Check("a:|A:"), "");
 }
 

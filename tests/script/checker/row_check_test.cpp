@@ -30,6 +30,8 @@ TEST(RowCheck, ProposesTheWordThatIsNear) {
   EXPECT_EQ(proposal("$split"), "$SPLITPARAMS");
   EXPECT_EQ(proposal("$GET 2"), "$GETPARAM 2");
   EXPECT_EQ(proposal("$STOPP"), "$STOP");
+  EXPECT_EQ(proposal("$DELAYA 5"), "$DELAY 5");
+  EXPECT_EQ(proposal("$DELAYZ 5"), "$DELAY 5");
   EXPECT_EQ(proposal("$STOP;"), "$STOP");
   EXPECT_EQ(proposal("$DELAY100"), "$DELAY 100");
   EXPECT_EQ(proposal("$DELAY\t100"), "$DELAY 100");

@@ -1,0 +1,39 @@
+#include "inspect/block_source.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <filesystem>
+
+#include "base/temp_folder.h"
+
+namespace kolvane::inspect {
+namespace {
+
+TEST(BlockSource, TakesRegularFilesOnly) {
+  const base::TempFolder folder;
+  BlockSource source;
+  source.SetBytes("before");
+  EXPECT_EQ(source.Open(folder.path()), EISDIR);
+  EXPECT_EQ(source.Open(folder.Path("none")), ENOENT);
+  ASSERT_EQ(mkfifo(folder.Path("pipe").c_str(), 0600), 0);
+  EXPECT_EQ(source.Open(folder.Path("pipe")), EINVAL);
+  EXPECT_EQ(source.Read(0, 10), "before") << "what was there stays";
+  base::WriteBytes(folder.Path("file"), "0123456789");
+  EXPECT_EQ(source.Open(folder.Path("file")), 0);
+  EXPECT_EQ(source.size(), 10u);
+  EXPECT_EQ(source.Read(8, 10), "89");
+}
+
+TEST(BlockSource, FindsFromAPositionOnAndThenFromTheStart) {
+  BlockSource source;
+  source.SetBytes("abcab");
+  EXPECT_EQ(source.Find("ab", 0), 0u);
+  EXPECT_EQ(source.Find("ab", 1), 3u);
+  EXPECT_EQ(source.Find("ab", 4), 0u);
+  EXPECT_EQ(source.Find("ac", 0), std::nullopt);
+}
+
+}  // namespace
+}  // namespace kolvane::inspect
