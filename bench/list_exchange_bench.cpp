@@ -15,7 +15,7 @@
 #include "comparison.h"
 #include "device/device_state.h"
 #include "device/resource_name.h"
-#include "headless/options.h"
+#include "headless/connection_options.h"
 #include "headless/run.h"
 #include "row.h"
 

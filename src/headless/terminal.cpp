@@ -8,7 +8,7 @@
 #include "device/connection_texts.h"
 #include "device/open_sequence.h"
 #include "device/port_table.h"
-#include "headless/options.h"
+#include "headless/connection_options.h"
 #include "headless/texts.h"
 
 namespace kolvane::headless {

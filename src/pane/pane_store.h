@@ -16,6 +16,13 @@ struct PanePiece {
   ColorRuns colors;
 };
 
+/// Bytes [begin, end) of a text, all in one colour, and as many as there are.
+struct ColorStretch {
+  std::size_t begin;
+  std::size_t end;
+  Color color;
+};
+
 /// A text of millions of lines with colours, without caret or rules of its own: well-formed UTF-8 in which
 /// only LF breaks lines. A position is a byte offset, 0 to Length(). Appending costs the same however long
 /// the text is; an edit in the middle moves one chunk's bytes.
@@ -76,5 +83,8 @@ class PaneStore {
   std::uint64_t version_ = 0;
   LineOrigin origin_;
 };
+
+/// The stretch around `offset`, the colour of the character that begins there.
+ColorStretch StretchAt(const PaneStore& store, std::size_t offset);
 
 }  // namespace kolvane::pane

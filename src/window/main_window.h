@@ -14,7 +14,6 @@
 #include "terminal/interactive_send.h"
 #include "terminal/terminal_core.h"
 #include "terminal/terminal_state.h"
-#include "window/command_box_view.h"
 #include "window/edit_targets.h"
 #include "window/extras_menu.h"
 #include "window/file_dialogs.h"

@@ -8,7 +8,6 @@
 #include "device/ui/ports_dialog.h"
 #include "window/field_mark.h"
 #include "window/inspect_command.h"
-#include "window/list_commands.h"
 #include "window/main_window.h"
 #include "window/texts.h"
 

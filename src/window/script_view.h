@@ -15,6 +15,7 @@
 #include "script/ui/watch_panel.h"
 #include "script/watch.h"
 #include "terminal/terminal_core.h"
+#include "window/extras_menu.h"
 #include "window/message_prompt.h"
 #include "window/toolbars.h"
 #include "window/unsaved_view.h"
@@ -116,5 +117,8 @@ class ScriptView final : public QObject, private script::RunHost {
   QElapsedTimer since_events_;
   QElapsedTimer since_painted_;
 };
+
+/// Puts the items of mnuExtras that work on the command list into the menu. Both outlive the window's events.
+void AddListCommands(ExtrasMenu& extras, ScriptView& script);
 
 }  // namespace kolvane::window

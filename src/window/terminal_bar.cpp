@@ -175,4 +175,13 @@ void TerminalBar::PlaceCommandLine(int command_left, int command_width, int send
   send_->setGeometry(send_left, 0, send_->sizeHint().width(), height);
 }
 
+void CommandBoxView::ShowHistory(const terminal::CommandHistory& history, terminal::HistoryChange change) {
+  if (change.inserted) box_->insertItem(0, base::ToQt(history.entries().front()));
+  if (change.dropped_last) box_->removeItem(box_->count() - 1);
+  box_->setCurrentIndex(0);
+  box_->lineEdit()->setText(box_->itemText(0));
+  box_->lineEdit()->selectAll();
+  box_->setFocus();
+}
+
 }  // namespace kolvane::window

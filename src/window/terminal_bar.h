@@ -5,6 +5,8 @@
 #include <QPushButton>
 #include <QToolBar>
 
+#include "terminal/interactive_send.h"
+
 namespace kolvane::window {
 
 /// A list on the terminal bar. Its wheel needs the focus; a pick with the mouse is reported, so that the
@@ -74,6 +76,16 @@ class TerminalBar final : public QToolBar {
   QLineEdit* receive_timeout_ = nullptr;
   QLineEdit* count_ = nullptr;
   QWidget* count_group_ = nullptr;
+};
+
+/// Shows the command history in cmbCommand.
+class CommandBoxView final : public terminal::CommandBox {
+ public:
+  explicit CommandBoxView(QComboBox* box) : box_(box) {}
+  void ShowHistory(const terminal::CommandHistory& history, terminal::HistoryChange change) override;
+
+ private:
+  QComboBox* box_;
 };
 
 }  // namespace kolvane::window

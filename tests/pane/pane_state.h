@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "pane/color_stretch.h"
+#include "pane/pane_store.h"
 #include "pane/pane_text.h"
 
 namespace kolvane::pane {

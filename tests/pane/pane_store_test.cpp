@@ -7,8 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "pane/color_stretch.h"
-
 namespace kolvane::pane {
 namespace {
 

@@ -1,4 +1,4 @@
-#include "window/list_commands.h"
+#include "window/script_view.h"
 
 #include <QAbstractItemView>
 #include <QCompleter>

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "base/ui/look.h"
-#include "pane/color_stretch.h"
+#include "pane/pane_store.h"
 #include "pane/ui/output_pane.h"
 #include "pane/ui/output_pane_paint.h"
 

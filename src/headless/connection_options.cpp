@@ -1,4 +1,4 @@
-#include "headless/options.h"
+#include "headless/connection_options.h"
 
 #include <string>
 
