@@ -14,7 +14,7 @@ using terminal::kCrLf;
 
 namespace {
 
-constexpr double kPace = 0.001;  // seconds
+constexpr double kSharedWriteSeconds = 0.001;
 constexpr std::size_t kMostUnwritten = 1 << 16;
 
 constexpr std::string_view kPlain = "\x1B[0m";
@@ -107,7 +107,7 @@ void LinePane::Write(std::string_view line, std::string_view color) {
 
 bool LinePane::IsDue() const {
   return choice_.clock == nullptr || unwritten_.size() >= kMostUnwritten ||
-         choice_.clock->Seconds() - written_ >= kPace;
+         choice_.clock->Seconds() - written_ >= kSharedWriteSeconds;
 }
 
 void LinePane::Flush() {

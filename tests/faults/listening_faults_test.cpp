@@ -15,7 +15,7 @@ using devlnk::Status;
 
 std::string Text(Status status) { return std::to_string(devlnk::Code(status)); }
 
-constexpr int kPatienceMs = 60'000;
+constexpr int kLongestWaitMs = 60'000;
 
 class ListeningFault : public testing::TestWithParam<Port> {
  protected:
@@ -47,7 +47,7 @@ class ListeningFault : public testing::TestWithParam<Port> {
           lines += (lines.empty() || more.empty() ? "" : "|") + more;
           return lines.ends_with(last);
         },
-        kPatienceMs))
+        kLongestWaitMs))
         << lines.substr(0, 1000);
     return lines;
   }
@@ -83,13 +83,13 @@ TEST_P(ListeningOnTcp, Row33AnEndAfterHalfALine) {
     return After::kEnd;
   });
   EXPECT_EQ(LinesUntil("half a li"), "unasked|half a li");
-  EXPECT_TRUE(QTest::qWaitFor([&] { return State() == "Verbindung verloren"; }, kPatienceMs));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return State() == "Verbindung verloren"; }, kLongestWaitMs));
   ExpectReconnects();
 }
 
 TEST_P(ListeningFault, Row33TheInstrumentGoes) {
   Listen([](Wire&) { return After::kEnd; });
-  EXPECT_TRUE(QTest::qWaitFor([&] { return State() == "Verbindung verloren"; }, kPatienceMs));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return State() == "Verbindung verloren"; }, kLongestWaitMs));
   EXPECT_EQ(live_->NewLines(), "");
   ExpectReconnects();
 }

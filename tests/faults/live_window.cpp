@@ -11,7 +11,7 @@
 namespace kolvane::faults {
 namespace {
 
-constexpr char kPatienceMs[] = "20000";
+constexpr char kTimeoutMs[] = "20000";
 
 QString Masked(const QString& line) {
   if (line.contains(QLatin1String("  Verbindung hergestellt mit "))) return QStringLiteral("<+>");
@@ -26,7 +26,7 @@ LiveWindow::LiveWindow(Port port, Fault fault)
   connection_ = ParametersOf(instrument_);
   setenv("KOLVANE_PORT_LIBRARY", KOLVANE_PORT_LIBRARY_FILE, 1);
   for (const auto& [name, value] : instrument_.Environment()) setenv(name.c_str(), value.c_str(), 1);
-  terminal_.shown.timeout = kPatienceMs;
+  terminal_.shown.timeout = kTimeoutMs;
   window_.Load();
   window_.show();
   boxes_.Start();

@@ -10,14 +10,15 @@
 #include <QElapsedTimer>
 #include <QKeyEvent>
 #include <QTimer>
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <deque>
 #include <fstream>
 #include <optional>
-#include <regex>
 
 #include "base/temp_folder.h"
+#include "base/text.h"
 #include "device/loaded_port_library.h"
 #include "gui/box_answers.h"
 #include "soak/day_instrument.h"
@@ -41,6 +42,12 @@ std::string Repeated(int times) { return "$REPEAT " + std::to_string(times - 1) 
 std::string Round() {
   return Repeated(20) + "MUTE\n" + Repeated(10) + "DROP\n" + Repeated(10) + "CUT\n" + Repeated(10) +
          "HALF\n" + Repeated(5) + "SAY " + std::to_string(kUnasked) + "\n";
+}
+
+bool IsStamp(std::string_view text) {
+  constexpr std::string_view kForm = "0000-00-00 00:00:00.000 ";
+  return std::ranges::equal(text, kForm,
+                            [](char c, char form) { return form == '0' ? base::IsDigit(c) : c == form; });
 }
 
 /// Reads a log as it grows, and sorts its lines.
@@ -72,10 +79,9 @@ class LogReader {
   }
 
   void Take(const std::string& line) {
-    static const std::regex stamp(R"(\d{4}-\d\d-\d\d \d\d:\d\d:\d\d\.\d{3} )");
     constexpr std::size_t kStamp = 24;
     const std::string time = line.substr(0, kStamp);
-    if (!std::regex_match(time, stamp) || time < last_time_) ++unstamped;
+    if (!IsStamp(time) || time < last_time_) ++unstamped;
     last_time_ = time;
     if (line.size() > kStamp) Sort(line.substr(kStamp, line.size() - kStamp - 1));
   }
