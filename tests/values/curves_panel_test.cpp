@@ -169,5 +169,14 @@ TEST(CurveColor, DiffersBetweenCurves) {
   }
 }
 
+TEST_F(CurvesPanelTest, ASquareIsMadeOnceForEachColor) {
+  const ColorDelegate delegate;
+  const QIcon red = delegate.IconOf(Qt::red, QSize(16, 16));
+  EXPECT_EQ(red.pixmap(16).toImage().pixelColor(8, 8), QColor(Qt::red));
+  EXPECT_EQ(delegate.IconOf(Qt::red, QSize(16, 16)).cacheKey(), red.cacheKey());
+  EXPECT_NE(delegate.IconOf(Qt::blue, QSize(16, 16)).cacheKey(), red.cacheKey());
+  EXPECT_EQ(delegate.IconOf(Qt::red, QSize(32, 32)).availableSizes(), QList{QSize(32, 32)});
+}
+
 }  // namespace
 }  // namespace kolvane::values

@@ -23,6 +23,22 @@ bool IsDark(const QPalette& palette) {
 
 }  // namespace
 
+QIcon ColorDelegate::IconOf(const QColor& color, const QSize& size) const {
+  QIcon& icon = icons_[color.rgb()];
+  if (icon.availableSizes().value(0) != size) {
+    QPixmap square(size);
+    square.fill(color);
+    icon = QIcon(square);
+  }
+  return icon;
+}
+
+void ColorDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
+  QStyledItemDelegate::initStyleOption(option, index);
+  const QVariant color = index.data(Qt::DecorationRole);
+  if (color.isValid()) option->icon = IconOf(color.value<QColor>(), option->decorationSize);
+}
+
 CurvesPanel::CurvesPanel(CurvesModel& model, QWidget* parent)
     : QWidget(parent), model_(model), scope_(new QLabel), table_(new QTableView) {
   auto* all = new QVBoxLayout(this);
@@ -41,6 +57,7 @@ void CurvesPanel::BuildTable() {
   table_->setObjectName(QStringLiteral("ValuesCurves"));
   table_->setAccessibleName(base::ToQt(texts::kCurves));
   table_->setModel(&model_);
+  table_->setItemDelegateForColumn(CurvesModel::kName, new ColorDelegate(table_));
   table_->setSelectionBehavior(QTableView::SelectRows);
   table_->setEditTriggers(QTableView::DoubleClicked);
   table_->setTabKeyNavigation(false);

@@ -1,12 +1,31 @@
 #pragma once
 
 #include <QAction>
+#include <QHash>
+#include <QIcon>
 #include <QLabel>
+#include <QStyledItemDelegate>
 #include <QTableView>
 
 #include "values/ui/curves_model.h"
 
 namespace kolvane::values {
+
+/// Shows colours as squares that are made once: Qt would make one for each painting, and keep each of them in
+/// its cache.
+class ColorDelegate final : public QStyledItemDelegate {
+  Q_OBJECT
+
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+  QIcon IconOf(const QColor& color, const QSize& size) const;
+
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
+
+ private:
+  mutable QHash<QRgb, QIcon> icons_;
+};
 
 /// The list of curves `ValuesCurves` with what the user can do to them, and above it which rows its
 /// statistics are of.
