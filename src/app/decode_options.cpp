@@ -10,19 +10,19 @@
 namespace kolvane::app {
 namespace {
 
-constexpr std::uint64_t kLargest = std::numeric_limits<std::int64_t>::max();
+constexpr std::uint64_t kLargestOffset = std::numeric_limits<std::int64_t>::max();
 using Value = std::string_view;
 
 bool TakeOffset(Options& options, Value value) {
   const bool hex = value.starts_with("0x") || value.starts_with("0X");
   const auto offset =
-      base::NumberValue<std::uint64_t>(hex ? value.substr(2) : value, 0, kLargest, hex ? 16 : 10);
+      base::NumberValue<std::uint64_t>(hex ? value.substr(2) : value, 0, kLargestOffset, hex ? 16 : 10);
   options.decode.Offset = offset.value_or(0);
   return offset.has_value();
 }
 
 bool TakeRepeat(Options& options, Value value) {
-  options.decode.Repeat = base::NumberValue<std::uint64_t>(value, 1, kLargest);
+  options.decode.Repeat = base::NumberValue<std::uint64_t>(value, 1, kLargestOffset);
   return options.decode.Repeat || value == "all";
 }
 

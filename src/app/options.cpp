@@ -19,13 +19,15 @@ bool TakeAction(Options& options, Options::Action action) {
   return true;
 }
 
-constexpr std::int16_t kSmallest = std::numeric_limits<std::int16_t>::min();
-constexpr std::int16_t kLargest = std::numeric_limits<std::int16_t>::max();
+constexpr std::int16_t kSmallestMode = std::numeric_limits<std::int16_t>::min();
+constexpr std::int16_t kLargestMode = std::numeric_limits<std::int16_t>::max();
 using Value = std::string_view;
 
 constexpr base::OptionRow<Options> kOptions[] = {
     {"mode", "a whole number from -32768 to 32767",
-     [](Options& o, Value v) { return (o.mode = base::NumberValue(v, kSmallest, kLargest)).has_value(); }},
+     [](Options& o, Value v) {
+       return (o.mode = base::NumberValue(v, kSmallestMode, kLargestMode)).has_value();
+     }},
     {"demo", nullptr, [](Options& o, Value) { return TakeAction(o, Options::Action::kDemo); }},
     {"folder", "a folder", [](Options& o, Value v) { return !(o.folder = v).empty(); }},
     {"help", nullptr, [](Options& o, Value) { return TakeAction(o, Options::Action::kHelp); }},

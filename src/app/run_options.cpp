@@ -60,7 +60,7 @@ namespace {
 constexpr Word<bool> kTranscriptTimes[] = {{"all", true}, {"none", false}};
 constexpr Word<bool> kQueriesOnly[] = {{"always", false}, {"queries", true}};
 
-constexpr std::int32_t kLargest = std::numeric_limits<std::int32_t>::max();
+constexpr std::int32_t kLargestNumber = std::numeric_limits<std::int32_t>::max();
 
 template <typename Value>
 bool Take(std::optional<Value>& field, std::optional<Value> value) {
@@ -80,14 +80,16 @@ constexpr base::OptionRow<Options> kRunOptions[] = {
     {"connect", "a RESOURCE", [](Options& o, Value v) { return TakeText(o.run.Connect, v); }},
     {"folder", "a folder", [](Options& o, Value v) { return TakeText(o.folder, v); }},
     {"baud", "a rate",
-     [](Options& o, Value v) { return Take(o.run.Baud, NumberValue<std::int32_t>(v, 1, kLargest)); }},
+     [](Options& o, Value v) { return Take(o.run.Baud, NumberValue<std::int32_t>(v, 1, kLargestNumber)); }},
     {"parity", "none, even or odd", [](Options& o, Value v) { return Take(o.run.Parity, ParityValue(v)); }},
     {"data-bits", "7 or 8",
      [](Options& o, Value v) { return Take(o.run.DataBits, NumberValue<std::int16_t>(v, 7, 8)); }},
     {"stop-bits", "1 or 2",
      [](Options& o, Value v) { return Take(o.run.StopBits, NumberValue<std::int16_t>(v, 1, 2)); }},
     {"timeout", "a number of milliseconds",
-     [](Options& o, Value v) { return Take(o.run.TimeoutMs, NumberValue<std::int32_t>(v, 0, kLargest)); }},
+     [](Options& o, Value v) {
+       return Take(o.run.TimeoutMs, NumberValue<std::int32_t>(v, 0, kLargestNumber));
+     }},
     {"send-terminator", kTerminatorForm,
      [](Options& o, Value v) { return Take(o.run.SendTerminator, TerminatorValue(v)); }},
     {"receive-terminator", kTerminatorForm,
@@ -109,9 +111,11 @@ constexpr base::OptionRow<Options> kRunOptions[] = {
        return Take(o.run.Fields, NumberValue<std::int32_t>(v, 1, CommandRunOptions::kMostFields));
      }},
     {"repeat", "a number of times from 1",
-     [](Options& o, Value v) { return Take(o.run.Repeat, NumberValue<std::int32_t>(v, 1, kLargest)); }},
+     [](Options& o, Value v) { return Take(o.run.Repeat, NumberValue<std::int32_t>(v, 1, kLargestNumber)); }},
     {"every", "a number of milliseconds from 1",
-     [](Options& o, Value v) { return Take(o.run.EveryMs, NumberValue<std::int32_t>(v, 1, kLargest)); }},
+     [](Options& o, Value v) {
+       return Take(o.run.EveryMs, NumberValue<std::int32_t>(v, 1, kLargestNumber));
+     }},
     {"transcript", "a file", [](Options& o, Value v) { return TakeText(o.run.Transcript, v); }},
     {"transcript-times", "all or none",
      [](Options& o, Value v) {

@@ -141,11 +141,15 @@ TEST_F(ReplayServerTest, OnALineItHangsUpAndTheLinkLeadsToTheNextOne) {
   EXPECT_EQ(result.get(), "");
 }
 
-TEST_F(ReplayServerTest, ALongAnswerArrivesWhole) {
+/// To the command A three NUL each time.
+std::string LongAnswer(int times) {
   std::string bytes;
-  for (int i = 0; i < 1'000'000; ++i) bytes += "AAAA";
-  ReplayServer server(
-      Of("{\"way\":\"out\",\"bytes\":\"QQo=\"}\n{\"way\":\"in\",\"bytes\":\"" + bytes + "\"}"));
+  for (int i = 0; i < times; ++i) bytes += "AAAA";
+  return "{\"way\":\"out\",\"bytes\":\"QQo=\"}\n{\"way\":\"in\",\"bytes\":\"" + bytes + "\"}";
+}
+
+TEST_F(ReplayServerTest, ALongAnswerArrivesWhole) {
+  ReplayServer server(Of(LongAnswer(1'000'000)));
   auto result = Run(server);
   {
     const Client client = Client::Tcp(server.Port());
@@ -174,10 +178,7 @@ TEST_F(ReplayServerTest, AResetBeforeTheNextCommandIsADifference) {
 }
 
 TEST_F(ReplayServerTest, AnAnswerThatNobodyReadsHoldsNothingUp) {
-  std::string bytes;
-  for (int i = 0; i < 4'000'000; ++i) bytes += "AAAA";
-  ReplayServer server(
-      Of("{\"way\":\"out\",\"bytes\":\"QQo=\"}\n{\"way\":\"in\",\"bytes\":\"" + bytes + "\"}"));
+  ReplayServer server(Of(LongAnswer(4'000'000)));
   auto result = Run(server);
   {
     const Client client = Client::Tcp(server.Port());

@@ -13,18 +13,10 @@ namespace {
 
 using devlnk::Status;
 
-std::string Text(Status status) { return std::to_string(devlnk::Code(status)); }
-
 constexpr int kLongestWaitMs = 60'000;
 
-class ListeningFault : public testing::TestWithParam<Port> {
+class ListeningFault : public LiveWindowTest {
  protected:
-  LiveWindow& Open(Fault fault) {
-    live_ = std::make_unique<LiveWindow>(GetParam(), std::move(fault));
-    live_->Send("FIRST");
-    EXPECT_EQ(live_->NewLines(), "<+>|FIRST|FIRST");
-    return *live_;
-  }
   /// The fault says its answer at once, and all else once the window listens.
   LiveWindow& Listen(Fault fault) {
     LiveWindow& live = Open([fault = std::move(fault)](Wire& wire) {
@@ -63,11 +55,7 @@ class ListeningFault : public testing::TestWithParam<Port> {
     ExpectUsable();
   }
   QString State() { return live_->window().findChild<QLabel*>(QStringLiteral("StatusBar1_2"))->text(); }
-
-  std::unique_ptr<LiveWindow> live_;
 };
-
-std::string PortName(const testing::TestParamInfo<Port>& info) { return NameOf(info.param); }
 
 using ListeningOnTcp = ListeningFault;
 using BlockFault = ListeningFault;
@@ -128,7 +116,7 @@ TEST_P(BlockFault, Row34ABlockThatBreaksOffFails) {
   live.terminal().extras.blocks = true;
   live.terminal().shown.timeout = "300";
   live.Send("FAULT");
-  EXPECT_EQ(live.NewLines(), "FAULT|" + Text(Status::kReadTimeout));
+  EXPECT_EQ(live.NewLines(), "FAULT|" + TextOf(Status::kReadTimeout));
   live.terminal().shown.timeout = "20000";
   live.instrument().Calm();
   ExpectUsable();
@@ -164,7 +152,7 @@ TEST_P(BlockOnTcp, Row34AResetWithinABlock) {
   });
   live.terminal().extras.blocks = true;
   live.Send("FAULT");
-  EXPECT_EQ(live.NewLines(), "FAULT|" + Text(Status::kConnectionLost));
+  EXPECT_EQ(live.NewLines(), "FAULT|" + TextOf(Status::kConnectionLost));
   ExpectReconnects();
 }
 
@@ -176,7 +164,7 @@ TEST_P(BlockFault, Row34AnEndWithinABlock) {
   live.terminal().extras.blocks = true;
   live.Send("FAULT");
   const Status end = GetParam() == Port::kTcp ? Status::kClosedByPeer : Status::kConnectionLost;
-  EXPECT_EQ(live.NewLines(), "FAULT|" + Text(end));
+  EXPECT_EQ(live.NewLines(), "FAULT|" + TextOf(end));
   ExpectReconnects();
 }
 
