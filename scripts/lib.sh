@@ -75,19 +75,32 @@ configure() {
   rm -f "$log"
 }
 
+# record_build LOG TEXT: keeps what ninja writes, and says TEXT at the first thing that it makes.
+record_build() {
+  local line said=no
+  while IFS= read -r line; do
+    printf '%s\n' "$line"
+    [ $said = no ] || continue
+    case "$line" in
+      *"] Re-"*) ;;
+      "["*"] "*)
+        said=yes
+        say "$2" >&3
+        ;;
+    esac
+  done 3>&1 >"$1"
+}
+
 # build PRESET [TARGETS...]: quiet when nothing is to be done and when all goes well.
 build() {
   local preset=$1 targets="" log
   shift
   [ $# -eq 0 ] || targets="--target $*"
+  log=$(mktemp)
   # shellcheck disable=SC2086
-  if [ -z "$targets" ] || ! ninja -C "build/$preset" -n "$@" 2>/dev/null | grep -q 'no work to do'; then
-    say "building ($preset)"
-    log=$(mktemp)
-    if ! cmake --build "build/$preset" -j "$(nproc)" $targets >"$log" 2>&1; then
-      tail -n 60 "$log" >&2
-      fail "the build failed (the lines above are the compiler's)"
-    fi
-    rm -f "$log"
+  if ! cmake --build "build/$preset" -j "$(nproc)" $targets 2>&1 | record_build "$log" "building ($preset)"; then
+    tail -n 60 "$log" >&2
+    fail "the build failed (the lines above are the compiler's)"
   fi
+  rm -f "$log"
 }

@@ -210,11 +210,11 @@ list or $RUN LIST.CMD; Ctrl+D ends it, Tab completes, Esc gives up a wait. All t
   --format text|csv|json     lines as in the window, or a record for each exchange
   --fields N                 with csv: numeric answers only, a column for each of N fields
   --repeat N                 run the list, or send the commands, N times; not with shell
-  --every MS                 begin again every MS milliseconds, without --repeat until stopped; not with shell
+  --every MS                 start again every MS milliseconds, without --repeat until stopped; not with shell
   --transcript FILE          append all bytes both ways to FILE, as JSON lines with their times
   --transcript-times all|none
   --log FILE                 append each line to FILE
-  --verbose                  tell about connecting on standard error
+  --verbose                  report connecting and disconnecting on standard error
   --answers always|queries   queries: a command without "?" is not followed by a read
   --flush                    discard what has come before each command
   --blocks                   read answers that begin with # and a digit as blocks

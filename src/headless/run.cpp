@@ -4,12 +4,14 @@
 #include <cerrno>
 #include <system_error>
 
+#include "base/encoding.h"
 #include "headless/line_input.h"
 #include "headless/schedule.h"
 #include "script/checker/check_texts.h"
 #include "script/checker/checker.h"
 #include "script/command_file.h"
 #include "script/texts.h"
+#include "terminal/texts.h"
 
 namespace kolvane::headless {
 namespace {
@@ -126,7 +128,7 @@ class CommandSender {
 
   /// False where the run ends before this command or with it.
   bool Send(std::string_view command) {
-    if (terminal_.StopDue()) return false;
+    if (terminal_.StopDue() || !IsSendable(command)) return false;
     all_done_ &= !terminal_.core().exchange.Run(command, terminal::Sender::kList).Failed();
     terminal_.pane().EndLine();
     return !terminal_.ConnectionGone();
@@ -135,13 +137,23 @@ class CommandSender {
   CommandRunStatus Status() {
     terminal_.EndLines();
     if (terminal_.ConnectionGone()) return CommandRunStatus::kNotConnected;
-    if (terminal_.StopDue()) return CommandRunStatus::kStopped;
+    if (refused_ || terminal_.StopDue()) return CommandRunStatus::kStopped;
     return all_done_ ? CommandRunStatus::kDone : CommandRunStatus::kAnswerFailed;
   }
 
  private:
+  // The device would take it for another command; as in a list, that ends the run.
+  bool IsSendable(std::string_view command) {
+    if (terminal_.options().Utf8) return true;
+    const std::string_view outside = base::OutsideWindows1252(command);
+    if (!outside.empty()) terminal_.messages().ShowError(terminal::texts::NotSendable(outside));
+    refused_ = !outside.empty();
+    return !refused_;
+  }
+
   Terminal& terminal_;
   bool all_done_ = true;
+  bool refused_ = false;
 };
 
 }  // namespace

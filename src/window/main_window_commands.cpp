@@ -104,7 +104,7 @@ void MainWindow::ConnectExtras() {
   pane_->SetFailureHelp([this](const QString& line) { return MeaningOf(line); });
   const bool own = context_.slices.device.OperMode == device::operating_mode::kPortLibrary;
   for (const char* name : {"mnuListen", "mnuReconnect", "mnuUtf8"}) extras_.SetAllowed(name, own);
-  extras_.On("mnuValues", [this] { values_.Show(); });
+  extras_.On("mnuValues", [this] { values_.Show(area_->script_bar()->RunControls()); });
   AddListCommands(extras_, script_);
 }
 

@@ -180,6 +180,8 @@ void ScriptToolbar::ShowRecording(int tag, int image) {
   Button("TB_RECORD")->setChecked(tag == 1);
 }
 
+QList<QAction*> ScriptToolbar::RunControls() const { return actions().first(kRunControls); }
+
 void ScriptToolbar::FitInto(int height) {
   if (iconSize() == kLarge) whole_height_ = sizeHint().height();
   if (height >= whole_height_) return setIconSize(kLarge);

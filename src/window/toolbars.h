@@ -60,6 +60,8 @@ class ScriptToolbar final : public KeyToolbar {
   /// Makes the buttons small where they do not all find room in `height`, so that those that control a run
   /// stay in view in the smallest window.
   void FitInto(int height);
+  /// Play, single step, break and stop.
+  QList<QAction*> RunControls() const;
 
  private:
   /// Of the bar with only those buttons in view.

@@ -13,10 +13,11 @@ ValuesCommand::ValuesCommand(terminal::TerminalCore& core, const terminal::LastA
 
 ValuesCommand::~ValuesCommand() { core_.exchange.Listen(nullptr); }
 
-void ValuesCommand::Show() {
+void ValuesCommand::Show(const QList<QAction*>& run_controls) {
   if (window_ == nullptr) {
     window_ = std::make_unique<values::ValuesWindow>(
         values::ValuesContext{store_, prompt_, Icon, base::SystemDecimalSign()}, parent_);
+    window_->addActions(run_controls);
     core_.exchange.Listen(this);
   }
   window_->Present();

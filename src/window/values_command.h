@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAction>
 #include <QWidget>
 #include <memory>
 
@@ -22,7 +23,8 @@ class ValuesCommand final : private terminal::ExchangeListener {
   ValuesCommand(const ValuesCommand&) = delete;
   ValuesCommand& operator=(const ValuesCommand&) = delete;
 
-  void Show();
+  /// The keys of `run_controls` act in the window of values, too; they outlive this object.
+  void Show(const QList<QAction*>& run_controls);
   void Close();
 
  private:

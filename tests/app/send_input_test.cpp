@@ -102,6 +102,14 @@ TEST_F(SendInputTest, AFailedAnswerIsTheStatusAtTheEnd) {
   EXPECT_EQ(outcome.out, "-30\nB\n");
 }
 
+TEST_F(SendInputTest, ACharacterThatTheInstrumentsCodeLacksStops) {
+  const Outcome outcome = Send("A\nΩ?\nB\n");
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.out, "A\n");
+  EXPECT_EQ(outcome.err, "kolvane: Das Zeichen „Ω“ kann nicht gesendet werden\n");
+  EXPECT_EQ(instrument.lines(), std::vector<std::string>{"A"});
+}
+
 TEST_F(SendInputTest, InputThatCannotBeReadStops) {
   const base::Descriptor folder = base::OpenDescriptor("/", O_RDONLY | O_CLOEXEC);
   const Outcome outcome = RunProgram(Words(), {.input = folder.get()});

@@ -76,6 +76,19 @@ TEST_F(ValuesCommandTest, RowsComeFromAListBesideWhichTheWindowIsOpen) {
   terminal_.output.SilentMode = false;
 }
 
+TEST_F(ValuesCommandTest, TheListIsPlayedByItsKeyInTheWindowOfValues) {
+  Connect();
+  Show();
+  base::WriteBytes(folder_.Path("a.CMD"), "MSV? 1\r\n");
+  window_.OpenCommandFile(folder_.Path("a.CMD"));
+  library_.replies = {{"1\r\n"}};
+  AnswerBoxes();
+  Window()->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(Window()));
+  QTest::keyClick(Window(), Qt::Key_F5);
+  EXPECT_EQ(Rows(), QStringList{"MSV? 1|1"});
+}
+
 TEST_F(ValuesCommandTest, WhatWasTakenStaysWhileTheWindowIsClosed) {
   Connect();
   Show();
