@@ -25,6 +25,7 @@ class LiveWindow : private window::WindowRecords {
   FaultyInstrument& instrument() { return instrument_; }
   terminal::TerminalState& terminal() { return terminal_; }
   device::ConnectionParameters& connection() { return connection_; }
+  script::InterpreterState& interpreter() { return script_.interpreter; }
   window::MainWindow& window() { return window_; }
 
   void Press(const char* key);
