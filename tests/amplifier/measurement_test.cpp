@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <set>
 
@@ -12,6 +13,28 @@ TEST(Measurement, IsTheSameForTheSameSeedAndNumber) {
   const Settings settings = DefaultSettings();
   EXPECT_EQ(Measure(settings, 1, 0, 77).net, Measure(settings, 1, 0, 77).net);
   EXPECT_NE(Measure(settings, 1, 0, 77).net, Measure(settings, 2, 0, 77).net);
+}
+
+// What was recorded with a seed comes again, whichever version measures.
+TEST(Measurement, IsTheSameInEveryVersion) {
+  constexpr std::array<double, kChannels> kValues = {14.3435418, 190.641779, 5.91305399, 23.9213223,
+                                                     17.0149666, 246.815547, 1.18288973, 11.4549405};
+  constexpr std::array<double, kChannels> kOfAnotherSeed = {10.8113191, 158.537607, 6.51544803, 23.7032399,
+                                                            23.2753346, 339.275828, 3.68941273, 11.8540215};
+  constexpr double kDigits = 1e-8;
+  const Settings settings = DefaultSettings();
+  for (std::size_t channel = 0; channel < kChannels; ++channel) {
+    const double value = kValues[channel];
+    EXPECT_NEAR(Measure(settings, 1, channel, 12'345).net, value, value * kDigits) << channel;
+    const double other = kOfAnotherSeed[channel];
+    EXPECT_NEAR(Measure(settings, 7, channel, -321).net, other, other * kDigits) << channel;
+  }
+}
+
+TEST(Measurement, CalibratesWithHalfTheRange) {
+  Settings settings = DefaultSettings();
+  settings.mode = OperatingMode::kCalibrationSignal;
+  EXPECT_EQ(Measure(settings, 1, 0, 1).net, settings.channels[0].range / 2);
 }
 
 TEST(Measurement, HasNoiseOfItsOwnOnEveryChannelAndSample) {

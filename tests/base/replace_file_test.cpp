@@ -179,6 +179,17 @@ TEST_F(ReplaceFileTest, TakesPiecesUntilItIsCommitted) {
   EXPECT_EQ(folder.Names(), Names{"a.CMD"});
 }
 
+TEST_F(ReplaceFileTest, TellsWhatTheLastStepCouldNotDo) {
+  FileReplacement replacement;
+  FileReplacement creation;
+  ASSERT_EQ(replacement.Open(file), 0);
+  ASSERT_EQ(creation.OpenNew(file), 0);
+  fs::create_directory(file);
+  EXPECT_EQ(replacement.Commit(), EISDIR);
+  EXPECT_EQ(creation.Commit(), EEXIST);
+  EXPECT_TRUE(fs::is_directory(file));
+}
+
 TEST_F(ReplaceFileTest, LeavesTheFileAsItWasWithoutACommit) {
   WriteBytes(file, "old");
   {

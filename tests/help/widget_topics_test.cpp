@@ -46,6 +46,100 @@ TEST(WidgetTopics, HavePagesInTheCompiledFile) {
   EXPECT_EQ(file->contents().size(), topics.size());
 }
 
+// The page that F1 opens on each widget, action and menu that has one of its own.
+constexpr std::pair<const char*, const char*> kWidgetsOfPages[] = {
+    {"hauptfenster.html", "frmTerminal"},
+    {"ausgabefenster.html", "TermWin"},
+    {"befehlsliste.html", "CommandScript"},
+    {"befehlsliste-dateien.html",
+     "UnsavedBar mnuNewCommandFile mnuOpenCommandFile mnuSaveCommandFile mnuSaveCommandFileAs "
+     "mnuRecent TB_NEWSCRIPT TB_OPENSCRIPT TB_SAVESCRIPT"},
+    {"suchen.html", "FindBar mnuFind mnuFindNext mnuFindPrevious"},
+    {"befehlsliste-pruefen.html", "FindingsList mnuCheckList"},
+    {"haltepunkte.html", "WatchPanel mnuBreakpoint mnuPlayFromRow mnuRunToRow"},
+    {"statusleisten.html", "StatusBar1 StatusBar2"},
+    {"hilfefenster.html", "HelpWindow TB_HELP"},
+    {"dateidialoge.html", "OpenDialog SaveDialog"},
+    {"drucken.html", "PrintDialog mnuPrintTermWindow mnuPrint TB_PRINT TB_PRINTSCRIPT"},
+    {"schriftart.html", "FontDialog mnuFont"},
+    {"farbe.html", "ColorDialog mnuBackColor"},
+    {"kommentar.html", "CommentDialog mnuInsertComment"},
+    {"meldungsfenster.html", "MessageBox"},
+    {"fortschritt.html", "ProgressDialog"},
+    {"menue-datei.html", "mnuFile mnuExit"},
+    {"log.html", "mnuOpenLog mnuCloseLog TB_OPENLOG TB_CLOSELOG TB_RECORDLOG"},
+    {"terminal-speichern.html", "mnuSaveTerminal mnuSaveAs TB_SAVETERMWIN"},
+    {"textdatei-laden.html", "mnuOpenTextFile mnuOpen"},
+    {"menue-verbindung.html", "mnuCon"},
+    {"verbindung-konfigurieren.html", "mnuConfigureConnection TB_PORTCONFIGURE U_Port"},
+    {"verbinden.html", "mnuConnect mnuDisconnect TB_CONNECT"},
+    {"menue-optionen.html", "mnuOptions"},
+    {"option-befehle.html", "mnuOption_0"},
+    {"option-antwortzeiten.html", "mnuOption_1"},
+    {"option-zeilenumbrueche.html", "mnuOption_2"},
+    {"menue-extras.html", "mnuExtras mnuTimeStamps mnuLogTimeStamps mnuUtf8 mnuCopyWithTimes"},
+    {"messwerte.html", "mnuValues ValuesWindow"},
+    {"befehlsliste-bearbeiten.html",
+     "mnuDuplicateRow mnuToggleComment mnuMoveUp mnuMoveDown TB_CUT TB_COPY TB_PASTE"},
+    {"antwort-lesen.html", "mnuReadAnswer mnuListen"},
+    {"abfragen.html", "mnuQueriesOnly"},
+    {"schnittstellen-zuordnen.html", "mnuPorts PortsDialog"},
+    {"bloecke.html", "mnuBlocks"},
+    {"verbindung-verloren.html", "mnuReconnect"},
+    {"sonderbefehle.html", "mnuDeviceWords"},
+    {"kontextmenue.html", "mnuPOP1"},
+    {"binaerdaten-analysieren.html",
+     "mnuBinInspect TB_INSPECT frmBinInspect ValuePanel PositionLabel GoToEdit InspectFind "
+     "cmdPreviousPage cmdNextPage cmdLoadFile cmdSaveBlock cmdCopyAs cmdResultList chkRepeat "
+     "cmdSaveCsv"},
+    {"werkzeugleiste-terminal.html", "Toolbar1"},
+    {"puffer-leeren.html", "TB_FLUSH"},
+    {"werkzeugleiste-senden.html", "Toolbar2"},
+    {"werkzeugleiste-befehlsliste.html", "Toolbar3"},
+    {"befehlsliste-abspielen.html", "TB_PLAY"},
+    {"einzelschritt.html", "TB_SINGLESTEP"},
+    {"anhalten.html", "TB_BREAK TB_STOP"},
+    {"aufzeichnen.html", "TB_RECORD"},
+    {"dollar-befehle.html", "TB_SPECIALCOMMANDS"},
+    {"befehlszeile.html", "cmbCommand"},
+    {"senden.html", "cmdSend"},
+    {"empfang-bis.html", "cmbReceiveMode"},
+    {"empfang-anzahl.html", "BinChars"},
+    {"format.html", "cmbReceiveFormat"},
+    {"endezeichen-empfang.html", "RcvTermChar"},
+    {"endezeichen-senden.html", "SendTermChar"},
+    {"timeout.html", "ReceiveTimo"},
+    {"port-com.html", "Port_0 Port_1"},
+    {"port-rs485.html", "Port_2 Port_3"},
+    {"port-lpt.html", "Port_4 Port_5"},
+    {"port-gpib.html", "Port_6"},
+    {"port-offline.html", "Port_7"},
+    {"port-tcpip.html", "Port_8"},
+    {"port-usb.html", "Port_9"},
+    {"seite-rs232.html", "Baud Parity DataBits StopBits TIMO RCV Addr485 Label1 DialTIMO txtModemScript"},
+    {"seite-rs232-erweitert.html", "XOnLimit XOffLimit XonChar XoffChar DTRControl RTSControl ExtPar"},
+    {"seite-gpib.html",
+     "GPIBAddr GPIBTIMO EOSChar SendEOIOnWrite SendEOIWithEOS StopReadOnEOS RepeatAddressing"},
+    {"seite-druckerport.html", "PAPOMode LPTTimo"},
+    {"seite-tcpip.html", "IPAddrList txtIPPort TCPIPTimo"},
+    {"seite-usb.html", "USBAddrList USBTimo Command3 lstScan"},
+    {"hexdump.html", "txtBinData"},
+    {"anzeigeformat.html", "NumDisplay Frame1 optFormat"},
+    {"formatvorlagen.html", "optFormat_5 cmbSpecialFormat lstTemplate"},
+    {"byte-reihenfolge.html", "chkMotorola"},
+};
+
+TEST(WidgetTopics, LeadToThePageOfTheirSubject) {
+  const auto topics = ListedTopics();
+  std::size_t count = 0;
+  for (const auto& [page, names] : kWidgetsOfPages) {
+    std::istringstream words(names);
+    for (std::string name; words >> name; ++count)
+      EXPECT_EQ(topics.at(WidgetTopic(name).value_or(kStartTopic)), page) << name;
+  }
+  EXPECT_EQ(count, AllWidgetTopics().size());
+}
+
 TEST(WidgetTopics, StandForMembersOfAControlArray) {
   EXPECT_EQ(WidgetTopic("Port_0"), 310u);
   EXPECT_EQ(WidgetTopic("Port_9"), 316u);

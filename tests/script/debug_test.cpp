@@ -189,6 +189,24 @@ TEST_F(DebugTest, TheProgressNamesRowLoopAndTime) {
   EXPECT_EQ(passes, 10);
 }
 
+TEST_F(DebugTest, ALoopWhoseRowWasEditedSaysOnlyWhatRemains) {
+  FillList(list, "$REPEAT 9|A|$ENDREPEAT");
+  script.interpreter.RepeatLevel = 1;
+  script.interpreter.RepeatRow[1] = 1;
+  const auto text = [this](int remaining) {
+    script.interpreter.RepeatCount[1] = remaining;
+    return RunProgress().Text(list, script.interpreter, 0);
+  };
+  EXPECT_EQ(text(9), "Zeile 1 von 3, Schleife 1 von 10, 0:00");
+  EXPECT_EQ(text(0), "Zeile 1 von 3, Schleife 10 von 10, 0:00");
+  EXPECT_EQ(text(10), "Zeile 1 von 3, Schleife noch 10, 0:00");
+  EXPECT_EQ(text(-1), "Zeile 1 von 3, Schleife noch -1, 0:00");
+  list.SetText(1, "$REPEAT -1");
+  EXPECT_EQ(text(0), "Zeile 1 von 3, Schleife 1 von 1, 0:00");
+  list.SetText(1, "$REPEAT");
+  EXPECT_EQ(text(0), "Zeile 1 von 3, Schleife noch 0, 0:00");
+}
+
 TEST_F(DebugTest, TheProgressOfKnownLoopsSaysHowLongTheyStillTake) {
   FillList(list, "$REPEAT 9|$REPEAT 1|A|$ENDREPEAT|$ENDREPEAT|$REPEAT 3|B|$ENDREPEAT");
   RunProgress progress;

@@ -239,6 +239,13 @@ TEST(CurveBars, PaintTheVisiblePartOfLinesToFarAway) {
   EXPECT_EQ(steep, ".#.\n.#.\n.#.\n");
 }
 
+TEST(CurveBars, EndALineWhereItEnds) {
+  EXPECT_EQ(Picture({{{1.5, 0.5}, {1.5, 2.5}}, {}, {}}, 2, 3, 1), ".#\n.#\n.#\n") << "in the last column";
+  EXPECT_EQ(Picture({{{3, 0.5}, {3, 2.5}}, {}, {}}, 3, 3, 1), "..#\n..#\n..#\n") << "at the right edge";
+  EXPECT_EQ(Picture({{{0, 0.5}, {6, 6.5}}, {}, {}}, 3, 8, 1), "...\n...\n...\n...\n..#\n.##\n##.\n#..\n")
+      << "the value that follows is beyond the edge";
+}
+
 TEST(CurveBars, ThickenSteepLinesSideways) {
   EXPECT_EQ(Picture({{{1.5, 0}, {1.5, 3}}, {}, {}}, 4, 3, 2), ".##.\n.##.\n.##.\n");
 }

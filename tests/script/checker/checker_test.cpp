@@ -249,6 +249,24 @@ TEST(Checker, TakesLoopsAndConditionsAsEarlierRunsLeftThem) {
   EXPECT_EQ(Check("X?|$ENDIF", RunStart::Of(state, LogAtStart::kClosed)), "");
 }
 
+// Row 3 is where the earlier run's loop starts: the rows after it are reached.
+TEST(Checker, GoesBackToTheRowInWhichAnEarlierLoopStands) {
+  InterpreterState state;
+  state.RepeatLevel = 1;
+  state.RepeatRow[1] = 3;
+  state.RepeatCount[1] = 1;
+  const auto check = [&state] {
+    return Check("$GOTO e|A?|B?|C?|e:|$ENDREPEAT", RunStart::Of(state, LogAtStart::kClosed));
+  };
+  EXPECT_EQ(check(),
+            "Hinweis 2: Die Zeilen 2 bis 3 werden nie erreicht\n"
+            "Hinweis 6: Zu diesem $ENDREPEAT fehlt $REPEAT");
+  state.RepeatCount[1] = 0;
+  EXPECT_EQ(check(),
+            "Hinweis 2: Die Zeilen 2 bis 4 werden nie erreicht\n"
+            "Hinweis 6: Zu diesem $ENDREPEAT fehlt $REPEAT");
+}
+
 TEST(Checker, TakesTheRowsOfAList) {
   CommandList list;
   list.SetTexts(3, {"$FOO", "", "$BAR"});

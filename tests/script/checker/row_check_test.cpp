@@ -100,6 +100,8 @@ TEST(RowCheck, FindsArgumentsThatSecondSpacesMakeEmpty) {
   EXPECT_EQ(Check("$ANSWERS  ALWAYS"), "Fehler 1" + why + " => $ANSWERS ALWAYS");
   EXPECT_EQ(Check("'a:|$GOTO  'a"), "Fehler 2" + why + " => $GOTO 'a (1)");
   EXPECT_EQ(Check("$IFEQUAL ,|$ENDIF"), "Hinweis 1: Das Argument ist leer");
+  EXPECT_EQ(Check("$GOTO  x|:"), "Hinweis 1" + why) << "a label without a name";
+  EXPECT_EQ(Check("$GOTO ,x|:"), "Hinweis 1: Das Argument ist leer");
 }
 
 TEST(RowCheck, FindsSurplusText) {
