@@ -12,13 +12,18 @@ import signal
 import subprocess
 import sys
 import tempfile
+import threading
 import time
 from dataclasses import dataclass
 
 # What says nothing about the behaviour of the sources, or builds them a second time.
 _LEFT_OUT = re.compile(r"Packages\.|Manual\.|Soak\.|OnX\.|Python\.(types|stubs|hosts|on_an)|Mutation\.|.*_NOT_BUILT")
-_SLOWER = 6  # a changed program may take so many times what the unchanged one took
-_AT_LEAST = 20.0  # seconds, for the shortest programs
+_UNCHANGED_SECONDS = 300  # what an unchanged program may take
+_SLOWER = 8  # a changed program may take so many times what the unchanged one took
+_AT_LEAST = 45.0  # seconds, for the shortest programs
+_QUICK = 3.0  # seconds; what takes longer unchanged is built and run last
+_PROCESSOR_SECONDS = 10  # and as much of a processor, that programs that loop end early: this, and
+_PROCESSOR_SLOWER = 4  # so many times what the unchanged one took
 _ADDRESS_SPACE = 12 << 30
 _FILE_SIZE = 2 << 40  # a test makes a sparse file of 1 TiB
 
@@ -46,7 +51,11 @@ class PrivateTree:
         self._home = folder / "home"
         self.sources = folder / "tree"
         self._suites = []
-        self._allowed = {}
+        self._took = {}
+        self._inputs = {}
+        self._running = set()
+        self._stopped = False
+        self._lock = threading.Lock()
 
     def prepare(self):
         """Copies what git knows, builds it and runs all tests; ends the program where they fail."""
@@ -60,12 +69,13 @@ class PrivateTree:
         self._need(self._build(), "the unchanged sources cannot be built")
         self._suites = self._find_suites()
         print(f"running the unchanged sources' tests, {len(self._suites)} programs", flush=True)
-        failures = self._run_unchanged()
+        failures = self.run_unchanged(self._suites)
         for name, test in failures:
             print(f"left out, fails unchanged: {name}: {test}", flush=True)
         left_out = {name for name, _ in failures}
         self._suites = [suite for suite in self._suites if suite.name not in left_out]
         self._need(len(failures) <= len(self._suites) // 4, "the tests of the unchanged sources fail")
+        self._inputs = {suite.name: self._inputs_of(suite) for suite in self._suites if suite.is_google}
 
     def verdict(self, path, text):
         """Which test finds `text` at `path`; "" where none does, None where it does not compile."""
@@ -73,9 +83,12 @@ class PrivateTree:
         unchanged = file.read_text()
         try:
             file.write_text(text)
-            if not self._build():
-                return None
-            return self._first_failure(path)
+            for suites in self._stages(path):
+                if not self._build(suites):
+                    return None
+                if found := self._first_failure(suites):
+                    return found
+            return ""
         finally:
             file.write_text(unchanged)
 
@@ -98,14 +111,34 @@ class PrivateTree:
             if name not in kept and not name.startswith("build/"):
                 file.unlink()
 
-    def _build(self):
+    def _build(self, suites=()):
+        """What `suites` need; everything where there are none, or where one of them is no program of GoogleTest's."""
+        targets = [suite.name for suite in suites] if suites and all(suite.is_google for suite in suites) else self._programs
         environment = dict(os.environ, CCACHE_BASEDIR=str(self.sources), CCACHE_NOHASHDIR="1")
         # What is compiled once and never again is not worth keeping.
         if self._suites:
             environment["CCACHE_READONLY"] = "1"
         with open(self._build_folder / "build.log", "wb") as log:
-            command = ["ninja", "-C", self._build_folder, f"-j{self._jobs}", *self._programs]
+            command = ["ninja", "-C", self._build_folder, f"-j{self._jobs}", *targets]
             return subprocess.run(command, env=environment, stdout=log, stderr=log, check=False).returncode == 0
+
+    def _inputs_of(self, suite):
+        listed = subprocess.run(["ninja", "-C", self._build_folder, "-t", "inputs", suite.name], check=True, capture_output=True,
+                                text=True).stdout  # fmt: skip
+        sources = str(self.sources) + "/"
+        return {line.removeprefix(sources) for line in listed.splitlines() if line.startswith(sources)}
+
+    def _stages(self, path):
+        """Those suites that `path` goes into, in the order in which they are built and run: first those of its own folder,
+        then the quick ones, then the rest."""
+        folder = path.split("/")[1]
+        stages = [[], [], []]
+        for suite in sorted(self._suites, key=lambda suite: self._took[suite.name]):
+            if suite.is_google and path not in self._inputs[suite.name]:
+                continue
+            is_quick = suite.is_google and self._took[suite.name] < _QUICK
+            stages[0 if suite.folder == folder else 1 if is_quick else 2].append(suite)
+        return [stage for stage in stages if stage]
 
     def _find_suites(self):
         listed = subprocess.run(["ctest", "--test-dir", self._build_folder, "--show-only=json-v1"], check=True,
@@ -143,16 +176,36 @@ class PrivateTree:
         if suite.is_google:
             command += ["--gtest_fail_fast", "--gtest_brief=1"] + ([f"--gtest_filter={only}"] if only else [])
         with tempfile.TemporaryFile() as output:
-            process = subprocess.Popen(command, env=self._environment(suite), cwd=self._working_folder(suite), stdout=output,
-                                       stderr=output, stdin=subprocess.DEVNULL, start_new_session=True,
-                                       preexec_fn=_limit)  # fmt: skip
+            process = self._start(suite, command, output)
+            if not process:
+                return ""
             try:
                 status = process.wait(seconds)
             except subprocess.TimeoutExpired:
                 status = None
             _end_group(process)
+            process.wait()
+            self._running.discard(process)
             output.seek(0)
             return self._failed_test(status, output.read().decode("utf-8", "replace"))
+
+    def _start(self, suite, command, output):
+        """None after Ctrl+C."""
+        processor_seconds = int(_PROCESSOR_SECONDS + _PROCESSOR_SLOWER * self._took.get(suite.name, _UNCHANGED_SECONDS))
+        with self._lock:
+            if self._stopped:
+                return None
+            process = subprocess.Popen(command, env=self._environment(suite), cwd=self._working_folder(suite), stdout=output,
+                                       stderr=output, stdin=subprocess.DEVNULL, start_new_session=True,
+                                       preexec_fn=lambda: _limit(processor_seconds))  # fmt: skip
+            self._running.add(process)
+            return process
+
+    def _stop(self):
+        with self._lock:
+            self._stopped = True
+            for process in self._running:
+                _end_group(process)
 
     def _working_folder(self, suite):
         return self._build_folder / "tests" / suite.folder if suite.is_google else self.sources / "tests" / suite.folder
@@ -168,45 +221,51 @@ class PrivateTree:
         named = failed or unittest
         return named[1] if named else f"status {status}"
 
-    def _run_unchanged(self):
+    def run_unchanged(self, suites):
+        """What fails of the unchanged sources, as (suite, test)."""
         failures = []
 
         def take(suite):
             begun = time.monotonic()
-            failed = self._run(suite, 300)
-            self._allowed[suite.name] = max(_AT_LEAST, _SLOWER * (time.monotonic() - begun))
+            failed = self._run(suite, _UNCHANGED_SECONDS)
+            self._took[suite.name] = time.monotonic() - begun
             if failed:
                 failures.append((suite.name, failed))
 
-        with concurrent.futures.ThreadPoolExecutor(self._jobs) as pool:
-            list(pool.map(take, self._suites))
+        self._for_each(suites, take)
         return failures
 
-    def _first_failure(self, path):
-        folder = path.split("/")[1]
-        # The quick ones first; those of the changed folder before all others.
-        ordered = sorted(self._suites, key=lambda suite: (suite.folder != folder, self._allowed[suite.name]))
+    def _first_failure(self, suites):
         found = []
 
         def take(suite):
             if not found and (failed := self._confirmed(suite)):
                 found.append(f"{suite.name}: {failed}")
 
-        with concurrent.futures.ThreadPoolExecutor(self._jobs) as pool:
-            list(pool.map(take, ordered))
+        self._for_each(suites, take)
         return found[0] if found else ""
+
+    def _for_each(self, suites, take):
+        """So many at a time as there are jobs. Ctrl+C ends the programs that run, and those that wait are not started."""
+        with concurrent.futures.ThreadPoolExecutor(self._jobs) as pool:
+            try:
+                list(pool.map(take, suites))
+            except KeyboardInterrupt:
+                self._stop()
+                raise
 
     def _confirmed(self, suite):
         """A failure counts when the test fails again, by itself or once more among the others; a hang, or the end of the
         program, counts at once."""
-        seconds = self._allowed[suite.name]
+        seconds = max(_AT_LEAST, _SLOWER * self._took[suite.name])
         failed = self._run(suite, seconds)
         if not failed or failed == "time-out" or failed.startswith("status"):
             return failed
         return suite.is_google and self._run(suite, seconds, failed) or self._run(suite, seconds)
 
 
-def _limit():
+def _limit(processor_seconds):
+    resource.setrlimit(resource.RLIMIT_CPU, (processor_seconds, processor_seconds))
     resource.setrlimit(resource.RLIMIT_AS, (_ADDRESS_SPACE, _ADDRESS_SPACE))
     resource.setrlimit(resource.RLIMIT_FSIZE, (_FILE_SIZE, _FILE_SIZE))
     resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
@@ -217,4 +276,3 @@ def _end_group(process):
         os.killpg(process.pid, signal.SIGKILL)
     except ProcessLookupError:
         pass
-    process.wait()
