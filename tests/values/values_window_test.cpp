@@ -157,6 +157,15 @@ TEST_F(ValuesWindowTest, PausesWhileValuesAreKept) {
   EXPECT_EQ(window_->windowTitle(), "Messwerte");
 }
 
+TEST_F(ValuesWindowTest, CountsWhatComesWhilePaused) {
+  Fill(10);
+  Present();
+  Action("ValuesPause")->trigger();
+  Fill(2);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return Text("ValuesStatus") == "Angehalten bei 10 Zeilen, 2 weitere"; }));
+  EXPECT_EQ(Rows(), 10);
+}
+
 TEST_F(ValuesWindowTest, PausesAtTheLastRow) {
   Present();
   Fill(10);

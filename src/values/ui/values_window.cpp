@@ -102,13 +102,16 @@ void ValuesWindow::showEvent(QShowEvent* event) {
 // painted once more.
 void ValuesWindow::StoreChanged() {
   if (generation_ != context_.store.generation()) return Refresh();
-  if (!isVisible() || frame_.isActive() || paused_) return;
+  if (!isVisible() || frame_.isActive()) return;
   const qint64 since = since_frame_.isValid() ? since_frame_.elapsed() : kFrameMs;
   frame_.start(static_cast<int>(std::clamp<qint64>(kFrameMs - since, 0, kFrameMs)), this);
 }
 
 void ValuesWindow::timerEvent(QTimerEvent* event) {
-  if (event->timerId() == frame_.timerId()) Refresh();
+  if (event->timerId() != frame_.timerId()) return;
+  frame_.stop();
+  since_frame_.start();
+  paused_ ? UpdateStatus() : Refresh();
 }
 
 void ValuesWindow::Refresh() {

@@ -28,8 +28,8 @@ struct ValuesContext {
 };
 
 /// The window `ValuesWindow`: a store's rows as a table and as a plot, at most some thirty times a second as
-/// they come. Not modal, and open to input beside its parent while that is modal. Closing hides it; hidden,
-/// paused or without new rows it does nothing.
+/// they come. Not modal, and open to input beside its parent while that is modal. Closing hides it; hidden or
+/// without new rows it does nothing.
 class ValuesWindow final : public QMainWindow, private StoreObserver {
   Q_OBJECT
 
@@ -41,7 +41,7 @@ class ValuesWindow final : public QMainWindow, private StoreObserver {
   void Present();
   /// Brings everything up to the store; otherwise that follows once in a frame.
   void Refresh();
-  /// While paused the window shows the rows that there were; further ones are kept for afterwards.
+  /// While paused the window shows the rows that there were; further ones are counted and kept.
   void SetPaused(bool paused);
 
  protected:
