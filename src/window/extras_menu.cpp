@@ -22,31 +22,31 @@ constexpr ItemRow kItems[] = {
     {.name = "mnuFind", .caption = "&Suchen...", .shortcut = "Ctrl+F", .while_running = true},
     {.name = "mnuFindNext", .caption = "&Weitersuchen", .shortcut = "F3", .while_running = true},
     {.name = "mnuFindPrevious",
-     .caption = "&Zurücksuchen",
+     .caption = "Zur&ücksuchen",
      .shortcut = "Shift+F3",
      .while_running = true,
      .ends_group = true},
     {.name = "mnuReadAnswer", .caption = "&Antwort lesen", .shortcut = "F7"},
-    {.name = "mnuListen", .caption = "&Mithören"},
+    {.name = "mnuListen", .caption = "Mith&ören"},
     {.name = "mnuQueriesOnly", .caption = "&Nur auf Abfragen warten"},
     {.name = "mnuBlocks", .caption = "&Blockantworten (#) erkennen"},
     {.name = "mnuDeviceWords", .caption = "&DCL, RES und STP beachten"},
     {.name = "mnuReconnect", .caption = "Nach Abbruch neu &verbinden"},
-    {.name = "mnuTimeStamps", .caption = "Zeitste&mpel anzeigen", .while_running = true},
+    {.name = "mnuTimeStamps", .caption = "Zeitstempel anzei&gen", .while_running = true},
     {.name = "mnuLogTimeStamps", .caption = "Zeitstempel ins &Log"},
-    {.name = "mnuUtf8", .caption = "&Gerät spricht UTF-8", .ends_group = true},
+    {.name = "mnuUtf8", .caption = "Gerät spricht UT&F-8", .ends_group = true},
     {.name = "mnuValues", .caption = "M&esswerte...", .shortcut = "Ctrl+M", .ends_group = true},
     {.name = "mnuCheckList", .caption = "Befehlsliste &prüfen", .shortcut = "Ctrl+K"},
     {.name = "mnuBreakpoint", .caption = "&Haltepunkt", .shortcut = "F9"},
     {.name = "mnuPlayFromRow", .caption = "Ab dieser Zeile absp&ielen", .shortcut = "Ctrl+F5"},
     {.name = "mnuRunToRow", .caption = "Bis hie&rher abspielen", .shortcut = "Ctrl+F10"},
-    {.name = "mnuDuplicateRow", .caption = "Zeile verdo&ppeln", .shortcut = "Ctrl+D"},
+    {.name = "mnuDuplicateRow", .caption = "Zeile verd&oppeln", .shortcut = "Ctrl+D"},
     {.name = "mnuToggleComment", .caption = "Aus&kommentieren", .shortcut = "Ctrl+#"},
-    {.name = "mnuMoveUp", .caption = "Nach &oben", .shortcut = "Alt+Up"},
+    {.name = "mnuMoveUp", .caption = "Na&ch oben", .shortcut = "Alt+Up"},
     {.name = "mnuMoveDown", .caption = "Nach &unten", .shortcut = "Alt+Down", .ends_group = true},
     {.name = "mnuPorts", .caption = "Schni&ttstellen zuordnen..."},
-    {.name = "mnuCopyWithTimes", .caption = "Mit Zeiten ko&pieren"},
-    {.name = "mnuRecent", .caption = "Zuletzt verwendet"},
+    {.name = "mnuCopyWithTimes", .caption = "&Mit Zeiten kopieren"},
+    {.name = "mnuRecent", .caption = "&Zuletzt verwendet"},
 };
 
 // The row of the table that an item came of, and what SetAllowed said of it.
@@ -68,7 +68,7 @@ QAction* MakeItem(int row, QObject* parent) {
 }  // namespace
 
 ExtrasMenu::ExtrasMenu(QMainWindow* window, MessagePrompt& prompt)
-    : QObject(window), menu_(window->menuBar()->addMenu(QStringLiteral("&Extras"))), prompt_(prompt) {
+    : QObject(window), menu_(window->menuBar()->addMenu(QStringLiteral("E&xtras"))), prompt_(prompt) {
   menu_->setObjectName(QStringLiteral("mnuExtras"));
 }
 

@@ -1,4 +1,5 @@
 // What stands in the inspector beside dump, format and value.
+#include <QAbstractButton>
 #include <QAction>
 #include <QClipboard>
 #include <QDropEvent>
@@ -194,6 +195,23 @@ TEST_F(InspectToolsTest, FieldsAreColoredAndALineShowsItsBytes) {
   Option(0)->click();
   ClickAt(5);
   EXPECT_TRUE(Dump()->extraSelections().isEmpty());
+}
+
+TEST_F(InspectToolsTest, EachLetterWithAltLeadsToOneFieldOrButton) {
+  Open("A");
+  QStringList texts;
+  for (const QAbstractButton* button : dialog_->findChildren<QAbstractButton*>()) texts << button->text();
+  for (const QLabel* label : dialog_->findChildren<QLabel*>()) {
+    if (label->buddy() != nullptr) texts << label->text();
+  }
+  QString letters;
+  for (const QString& text : texts) {
+    if (!text.contains(u'&')) continue;
+    const QChar letter = text.at(text.indexOf(u'&') + 1).toUpper();
+    EXPECT_FALSE(letters.contains(letter)) << text.toStdString();
+    letters += letter;
+  }
+  EXPECT_TRUE(letters.contains(u'L'));
 }
 
 TEST_F(InspectToolsTest, ATemplateIsRepeatedAndSavedAsCsv) {

@@ -1,7 +1,9 @@
 // The captions and tool tips of the commands, to the letter.
 #include <gtest/gtest.h>
 
+#include <QLabel>
 #include <QMenuBar>
+#include <QPushButton>
 
 #include "window/window_fixture.h"
 
@@ -17,6 +19,17 @@ class MenusTest : public WindowFixture {
       if (!item->isSeparator()) items << item->objectName() + ' ' + item->text().remove(u'&');
     }
     return items;
+  }
+
+  static void ExpectOneEach(const QStringList& texts) {
+    QString letters;
+    for (const QString& text : texts) {
+      if (!text.contains(u'&')) continue;
+      const QChar letter = text.at(text.indexOf(u'&') + 1).toUpper();
+      EXPECT_FALSE(letters.contains(letter)) << text.toStdString();
+      letters += letter;
+    }
+    EXPECT_FALSE(letters.isEmpty());
   }
 };
 
@@ -73,6 +86,27 @@ TEST_F(MenusTest, OfExtras) {
                                              "mnuPorts Schnittstellen zuordnen...",
                                              "mnuCopyWithTimes Mit Zeiten kopieren",
                                              " Zuletzt verwendet"}));
+}
+
+// A letter that stands twice only goes from the one to the other and chooses neither.
+TEST_F(MenusTest, EachLetterOfAMenuChoosesOneItem) {
+  for (const char* menu : {"mnuFile", "mnuCon", "mnuOptions", "mnuExtras", "mnuPOP1"}) {
+    QStringList texts;
+    for (const QAction* item : Find<QMenu>(menu)->actions()) {
+      if (!item->isSeparator()) texts << item->text();
+    }
+    ExpectOneEach(texts);
+  }
+}
+
+TEST_F(MenusTest, EachLetterWithAltLeadsToOneMenuFieldOrButton) {
+  QStringList texts;
+  for (const QAction* menu : window_.menuBar()->actions()) texts << menu->text();
+  for (const QLabel* label : window_.findChildren<QLabel*>()) {
+    if (label->buddy() != nullptr) texts << label->text();
+  }
+  for (const QPushButton* button : window_.findChildren<QPushButton*>()) texts << button->text();
+  ExpectOneEach(texts);
 }
 
 TEST_F(MenusTest, OfPaneAndGrid) {

@@ -125,7 +125,7 @@ QBoxLayout* BinInspectDialog::BuildSide() {
   auto* copy_button = new QPushButton(copy->text());
   copy_button->setAutoDefault(false);
   connect(copy_button, &QPushButton::clicked, copy, &QAction::trigger);
-  auto* close = new QPushButton(QStringLiteral("S&chließen"));
+  auto* close = new QPushButton(QStringLiteral("Sch&ließen"));
   close->setAutoDefault(false);
   connect(close, &QPushButton::clicked, this, &QDialog::reject);
   buttons_->Add(copy_button);
