@@ -10,6 +10,8 @@
 namespace kolvane::help {
 namespace {
 
+constexpr std::uint32_t kValues = 130;
+constexpr std::uint32_t kPorts = 308;
 constexpr std::uint32_t kConnection = 601;
 constexpr std::uint32_t kStatuses = 602;
 constexpr std::uint32_t kList = 603;
@@ -66,6 +68,9 @@ constexpr MessageRow kMessageRows[] = {
     {"Fenstergrößen und Ordner können nicht ", "", kStart, "speichern"},
     {"Das Terminal ist bereits geöffnet", "", kStart, "offen"},
     {"Bitte markieren Sie einen Binärdatenblock", "", kBinary, "markieren"},
+    {"Die Formatvorlage ergibt hier keine Felder", "", kBinary, "felder"},
+    {"So viele Zeilen passen nicht in die Zwischenablage", "", kValues, "zuviel"},
+    {"„", "“ ist keine Baudrate", kPorts, "meldungen"},
     // No field of the window overflows without its name before the word.
     {"Überlauf", "", kBinary, "ueberlauf"},
     {"", "Typen unverträglich", kInput, "e1"},

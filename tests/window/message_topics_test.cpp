@@ -10,6 +10,7 @@
 #include "kolvane/RuntimeError.h"
 #include "script/texts.h"
 #include "terminal/texts.h"
+#include "values/texts.h"
 #include "window/help_source.h"
 #include "window/texts.h"
 #include "window/window_fixture.h"
@@ -129,6 +130,12 @@ TEST(MessageTopics, OfInputsAndTheStart) {
 TEST(MessageTopics, OfTheInspector) {
   EXPECT_EQ(Place(inspect::texts::kNothingMarked), (HelpPlace{610, "markieren"}));
   EXPECT_EQ(Place(RuntimeError::Description(RuntimeError::Kind::kOverflow)), (HelpPlace{610, "ueberlauf"}));
+  EXPECT_EQ(Place(inspect::texts::kNothingToSave), (HelpPlace{610, "felder"}));
+}
+
+TEST(MessageTopics, OfValuesAndPorts) {
+  EXPECT_EQ(Place(values::texts::kTooManyRows), (HelpPlace{130, "zuviel"}));
+  EXPECT_EQ(Place("„abc“ ist keine Baudrate"), (HelpPlace{308, "meldungen"}));
 }
 
 TEST(MessageTopics, AnyOtherTextHasNone) {
