@@ -67,7 +67,7 @@ TEST_P(OnPort, Row22NoCarrierInTheMiddleOfAList) {
     }
     return After::kEnd;
   });
-  const app::Outcome outcome = app::RunProgram(List("ONE\r\nFAULT\r\nTWO\r\nTHREE\r\n", instrument, "100"),
+  const app::Outcome outcome = app::RunProgram(List("ONE\r\nFAULT\r\nTWO\r\nTHREE\r\n", instrument, "500"),
                                                {.environment = instrument.Environment()});
   EXPECT_EQ(outcome.status, 4);
   EXPECT_EQ(outcome.out, "ONE\n\nNO CARRIER\n-30\n");

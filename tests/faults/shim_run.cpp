@@ -1,5 +1,6 @@
 #include "faults/shim_run.h"
 
+#include <errno.h>
 #include <signal.h>
 
 #include <filesystem>
@@ -11,6 +12,11 @@ namespace kolvane::faults {
 namespace {
 
 constexpr int kLongestRunMs = 30'000;
+
+// Short where answers stay away; else long enough for a machine that is busy with other things.
+const char* TimeoutMs(const FailingCall& failing) {
+  return failing.kind == "short" || failing.kind == std::to_string(EINTR) ? "5000" : "250";
+}
 
 }  // namespace
 
@@ -34,8 +40,8 @@ ShimRun RunWithShim(const FailingCall& failing, int nth, FaultyInstrument& instr
   base::WriteBytes(folder.Path("a.CMD"), "ONE\r\nTWO\r\nTHREE\r\n");
   std::map<std::string, std::string> environment = instrument.Environment();
   environment.merge(ShimEnvironment(failing, nth, folder.Path("hit")));
-  app::Program program({"run", folder.Path("a.CMD"), "--connect", instrument.Resource(), "--timeout", "250",
-                        "--log", folder.Path("a.LOG")},
+  app::Program program({"run", folder.Path("a.CMD"), "--connect", instrument.Resource(), "--timeout",
+                        TimeoutMs(failing), "--log", folder.Path("a.LOG")},
                        {.environment = environment});
   ShimRun run;
   run.hung = !program.EndsWithin(kLongestRunMs);
