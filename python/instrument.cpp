@@ -14,8 +14,8 @@ namespace py = pybind11;
 namespace kolvane::python {
 namespace {
 
-using Number = std::optional<std::int32_t>;
-using ShortNumber = std::optional<std::int16_t>;
+using MaybeInt32 = std::optional<std::int32_t>;
+using MaybeInt16 = std::optional<std::int16_t>;
 
 // Signals are handled on the main thread; all others leave the interpreter alone while they wait.
 bool WasInterrupted(unsigned long main_thread) {
@@ -35,8 +35,8 @@ SerialParity ParityOf(std::int32_t number) { return static_cast<SerialParity>(nu
 class Connection {
  public:
   Connection(const std::string& resource, std::int32_t timeout_ms, const py::bytes& read_termination,
-             const py::bytes& write_termination, Number baud, Number parity, ShortNumber data_bits,
-             ShortNumber stop_bits) {
+             const py::bytes& write_termination, MaybeInt32 baud, MaybeInt32 parity, MaybeInt16 data_bits,
+             MaybeInt16 stop_bits) {
     InstrumentOptions options{timeout_ms, read_termination, write_termination, baud};
     if (parity) options.Parity = ParityOf(*parity);
     options.DataBits = data_bits;
@@ -147,8 +147,8 @@ void DefineSettings(py::class_<Connection>& connection) {
 void DefineInstrument(py::module_& module) {
   py::class_<Connection> connection(module, "Connection");
   connection
-      .def(py::init<const std::string&, std::int32_t, const py::bytes&, const py::bytes&, Number, Number,
-                    ShortNumber, ShortNumber>())
+      .def(py::init<const std::string&, std::int32_t, const py::bytes&, const py::bytes&, MaybeInt32,
+                    MaybeInt32, MaybeInt16, MaybeInt16>())
       .def("write", &Write)
       .def("read", &Read)
       .def("query", &Query)
