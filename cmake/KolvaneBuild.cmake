@@ -22,18 +22,31 @@ endif()
 
 set(KOLVANE_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize= takes them")
 set(KOLVANE_SANITIZE_OPTIONS "" CACHE STRING "Further compiler options for what is sanitized, a list")
+set(KOLVANE_SANITIZE_WINDOW_OPTIONS "" CACHE STRING "The same for windows")
 set(KOLVANE_SANITIZE_TEST_OPTIONS "" CACHE STRING "The same for the tests' own code")
 if(KOLVANE_SANITIZE)
   # Everything is instrumented, the tests' own code too: the linker takes the copy of an inline function that it meets
   # first. scripts/check-instrumented holds that.
   set(sanitizer_options -fsanitize=${KOLVANE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${KOLVANE_SANITIZE})
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    # What is loaded at run time has hidden types, which that check takes for others.
+    list(APPEND sanitizer_options -fno-sanitize=function)
+    # Programs and the libraries that they load share one run-time library, as GCC has it anyway.
+    set(asan libclang_rt.asan-x86_64.so)
+    add_link_options(-shared-libasan)
+  else()
+    set(asan libasan.so)
+  endif()
   # The sanitizer's own library insists on being loaded before all others.
-  execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=libasan.so OUTPUT_VARIABLE asan
+  execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${asan} OUTPUT_VARIABLE asan
                   OUTPUT_STRIP_TRAILING_WHITESPACE)
   set(KOLVANE_PRELOAD_FIRST "${asan}:")
+  cmake_path(GET asan PARENT_PATH asan)
+  add_link_options(LINKER:-rpath,${asan})
 endif()
 
+set(of_sources "$<IF:$<BOOL:$<TARGET_PROPERTY:KOLVANE_WINDOW>>,${KOLVANE_SANITIZE_WINDOW_OPTIONS},${KOLVANE_SANITIZE_OPTIONS}>")
 add_library(kolvane_options INTERFACE)
 target_compile_options(kolvane_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor
                        -Wold-style-cast -Woverloaded-virtual
@@ -42,12 +55,16 @@ target_compile_options(kolvane_options INTERFACE -Wall -Wextra -Wpedantic -Wconv
                        # Clang counts these to -Wconversion and -Wextra, GCC does not.
                        $<$<CXX_COMPILER_ID:Clang>:-Wno-sign-conversion>
                        $<$<CXX_COMPILER_ID:Clang>:-Wno-missing-field-initializers>
+                       # As GCC does by default.
+                       $<$<COMPILE_LANG_AND_ID:CXX,Clang>:-fsized-deallocation>
                        ${sanitizer_options}
-                       "$<IF:$<BOOL:$<TARGET_PROPERTY:KOLVANE_TEST>>,${KOLVANE_SANITIZE_TEST_OPTIONS},${KOLVANE_SANITIZE_OPTIONS}>")
+                       "$<IF:$<BOOL:$<TARGET_PROPERTY:KOLVANE_TEST>>,${KOLVANE_SANITIZE_TEST_OPTIONS},${of_sources}>")
 target_compile_definitions(kolvane_options INTERFACE QT_NO_KEYWORDS)
 # What is released is hardened as the distribution's own packages are. The tests' own code is not optimised, which
 # fortification needs, and the sanitizers have checks of their own.
-if(NOT KOLVANE_SANITIZE)
+if(KOLVANE_SANITIZE)
+  target_compile_definitions(kolvane_options INTERFACE KOLVANE_SANITIZED)
+else()
   target_compile_options(kolvane_options INTERFACE
     "$<$<AND:$<CONFIG:Release>,$<NOT:$<BOOL:$<TARGET_PROPERTY:KOLVANE_TEST>>>>:-D_FORTIFY_SOURCE=2;-fstack-protector-strong>")
   target_link_options(kolvane_options INTERFACE LINKER:-z,relro,-z,now)
@@ -110,13 +127,14 @@ function(kolvane_ui_library name)
   set_target_properties(${name} PROPERTIES AUTOMOC ON AUTORCC ON)
   target_link_libraries(${name} PUBLIC Qt6::Widgets)
   target_compile_definitions(${name} PRIVATE QT_NO_CAST_FROM_ASCII)
+  set_target_properties(${name} PROPERTIES KOLVANE_WINDOW ON)
 endfunction()
 
 # kolvane_test_program(NAME PRECOMPILED sources... [LINK targets...]): what the kinds of test programs below share.
 function(kolvane_test_program name precompiled)
   cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
   add_executable(${name} ${ARG_UNPARSED_ARGUMENTS})
-  target_link_libraries(${name} PRIVATE kolvane_options ${ARG_LINK} GTest::gtest)
+  target_link_libraries(${name} PRIVATE kolvane_options ${ARG_LINK} kolvane_test_pattern GTest::gtest)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   # Optimising the tests' own code takes longer than it saves; Qt asks for -fPIC, and all share precompiled headers.
   target_compile_options(${name} PRIVATE $<$<CONFIG:Release>:-O0> -fPIC)
@@ -131,14 +149,17 @@ function(kolvane_test_program name precompiled)
   kolvane_precompiled(${name} ${precompiled})
 endfunction()
 
-# kolvane_discover(PROGRAM [FILTER filter] [LABEL label] [ENVIRONMENT assignments...]): makes the tests of a GoogleTest
-# program CTest's: each one in a process of its own or, with sanitizers, whose processes are slow to start, all in one,
+# kolvane_discover(PROGRAM [FILTER filter] [LABEL label] [COST seconds] [ENVIRONMENT assignments...]): makes the tests of a
+# GoogleTest program CTest's, which starts the costly ones first: each one in a process of its own or, with sanitizers, whose processes are slow to start, all in one,
 # so that what one test leaves to the next is tested as well.
 function(kolvane_discover program)
-  cmake_parse_arguments(ARG "" "FILTER;LABEL" "ENVIRONMENT" ${ARGN})
+  cmake_parse_arguments(ARG "" "FILTER;LABEL;COST" "ENVIRONMENT" ${ARGN})
   set(properties "")
   if(ARG_LABEL)
     list(APPEND properties LABELS ${ARG_LABEL})
+  endif()
+  if(ARG_COST)
+    list(APPEND properties COST ${ARG_COST})
   endif()
   if(ARG_ENVIRONMENT)
     list(APPEND properties ENVIRONMENT ${ARG_ENVIRONMENT})
@@ -154,31 +175,36 @@ function(kolvane_discover program)
   endif()
 endfunction()
 
-# kolvane_test(NAME sources... [PRELOAD library] [UNSANITIZED filter] [LINK targets...]): one GoogleTest program, run with
+# kolvane_test(NAME sources... [PRELOAD library] [UNSANITIZED filter] [COST seconds] [LINK targets...]): one GoogleTest program, run with
 # the library loaded first. Those tests that the filter names bear the label unsanitized: in a sanitizer's build they
 # cannot run.
 function(kolvane_test name)
-  cmake_parse_arguments(ARG "" "PRELOAD;UNSANITIZED" "" ${ARGN})
+  cmake_parse_arguments(ARG "" "PRELOAD;UNSANITIZED;COST" "" ${ARGN})
   kolvane_test_program(${name} test ${ARG_UNPARSED_ARGUMENTS})
   target_link_libraries(${name} PRIVATE GTest::gtest_main)
-  set(environment "")
+  set(properties "")
+  if(ARG_COST)
+    list(APPEND properties COST ${ARG_COST})
+  endif()
   if(ARG_PRELOAD)
-    set(environment ENVIRONMENT "LD_PRELOAD=${KOLVANE_PRELOAD_FIRST}${ARG_PRELOAD}")
+    list(APPEND properties ENVIRONMENT "LD_PRELOAD=${KOLVANE_PRELOAD_FIRST}${ARG_PRELOAD}")
   endif()
   if(ARG_UNSANITIZED)
-    kolvane_discover(${name} FILTER ${ARG_UNSANITIZED} LABEL unsanitized ${environment})
-    kolvane_discover(${name} FILTER "*-${ARG_UNSANITIZED}" ${environment})
+    kolvane_discover(${name} FILTER ${ARG_UNSANITIZED} LABEL unsanitized ${properties})
+    kolvane_discover(${name} FILTER "*-${ARG_UNSANITIZED}" ${properties})
   else()
-    kolvane_discover(${name} FILTER "*" ${environment})
+    kolvane_discover(${name} FILTER "*" ${properties})
   endif()
 endfunction()
 
-# kolvane_gui_test(NAME sources... [LINK targets...]): the same with a QApplication on the offscreen platform.
+# kolvane_gui_test(NAME sources... [COST seconds] [LINK targets...]): the same with a QApplication on the offscreen
+# platform.
 function(kolvane_gui_test name)
-  kolvane_test_program(${name} gui_test ${PROJECT_SOURCE_DIR}/tests/gui/main.cpp ${ARGN})
+  cmake_parse_arguments(ARG "" "COST" "" ${ARGN})
+  kolvane_test_program(${name} gui_test ${PROJECT_SOURCE_DIR}/tests/gui/main.cpp ${ARG_UNPARSED_ARGUMENTS})
   target_link_libraries(${name} PRIVATE Qt6::Widgets Qt6::Test)
   set_target_properties(${name} PROPERTIES AUTOMOC ON)
-  kolvane_discover(${name} FILTER "*" ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+  kolvane_discover(${name} FILTER "*" COST "${ARG_COST}" ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
 endfunction()
 
 # kolvane_x_test(NAME sources... [LINK targets...]): one GoogleTest program without a QApplication, run as a whole on a

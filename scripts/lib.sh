@@ -9,8 +9,8 @@ check_packages="libgtest-dev libxcb-damage0-dev strace clang-format clang-tidy l
 # Only for scripts/screenshots: a display, and a small window manager that draws frames.
 picture_packages="xvfb openbox"
 
-# Only for fuzz/run.
-fuzz_packages="clang-14 libclang-rt-14-dev llvm-14"
+# For the preset asan, and for fuzz/run.
+clang_packages="clang-14 libclang-rt-14-dev llvm-14"
 
 # Only for tests/peers/run: programs that others wrote.
 peer_packages="redis-server memcached gpsd socat ser2net python3"

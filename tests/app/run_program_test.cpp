@@ -6,11 +6,11 @@
 #include <unistd.h>
 
 #include <filesystem>
-#include <regex>
 
 #include "amplifier/server.h"
 #include "app/instrument.h"
 #include "app/program.h"
+#include "base/pattern.h"
 #include "base/temp_folder.h"
 
 namespace kolvane::app {
@@ -58,17 +58,17 @@ TEST_F(RunProgramTest, PrintsCommandsOnRequest) {
 
 TEST_F(RunProgramTest, PrintsRecordsOnRequest) {
   const std::string rows = "$SILENT ON\r\nECHO 1,2.50\r\nECHO x\r\nSTP\r\n";
-  const std::regex local("\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3}");
+  const base::Pattern local("\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3}");
   const Outcome csv = Run(rows, {"--format", "csv"});
-  EXPECT_EQ(std::regex_replace(csv.out, local, "T"),
+  EXPECT_EQ(local.Replaced(csv.out, "T"),
             "time,command,status,answer\n"
             "T,\"ECHO 1,2.50\",0,\"1,2.50\"\nT,ECHO x,0,x\nT,STP,0,\n");
   const Outcome numbers = Run(rows, {"--format", "csv", "--fields", "3", "--show-commands"});
-  EXPECT_EQ(std::regex_replace(numbers.out, local, "T"),
+  EXPECT_EQ(local.Replaced(numbers.out, "T"),
             "time,command,field1,field2,field3\nT,\"ECHO 1,2.50\",1,2.5,\n");
   const Outcome json = Send({"ECHO 1,2.50", "--format", "json"});
-  const std::regex utc("\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\d\\.\\d{3}Z");
-  EXPECT_EQ(std::regex_replace(json.out, utc, "T"),
+  const base::Pattern utc("\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\d\\.\\d{3}Z");
+  EXPECT_EQ(utc.Replaced(json.out, "T"),
             "{\"time\":\"T\",\"command\":\"ECHO "
             "1,2.50\",\"status\":0,\"answer\":\"1,2.50\",\"fields\":[1.0,2.5]}\n");
   EXPECT_EQ(csv.err, kStopped);
@@ -89,11 +89,11 @@ TEST_F(RunProgramTest, AnEmptyCommandIsTheTerminatorAlone) {
 }
 
 TEST_F(RunProgramTest, PrintsTimesAfterAnswers) {
-  const std::regex expected("eins\\(dt = [0-9.,E-]+ ms\\)\nzwei\\(dt = [0-9.,E-]+ ms\\)\n");
+  const base::Pattern expected("eins\\(dt = [0-9.,E-]+ ms\\)\nzwei\\(dt = [0-9.,E-]+ ms\\)\n");
   const Outcome run = Run("ECHO eins\r\nSTP\r\nECHO zwei\r\n", {"--show-times"});
-  EXPECT_TRUE(std::regex_match(run.out, expected)) << run.out;
+  EXPECT_TRUE(expected.Matches(run.out)) << run.out;
   const Outcome sent = Send({"ECHO eins", "STP", "ECHO zwei", "--show-times"});
-  EXPECT_TRUE(std::regex_match(sent.out, expected)) << sent.out;
+  EXPECT_TRUE(expected.Matches(sent.out)) << sent.out;
 }
 
 TEST_F(RunProgramTest, TextsAreUtf8AndTheInstrumentsAreNot) {
@@ -118,10 +118,9 @@ TEST_F(RunProgramTest, TellsAboutTheConnectionOnRequest) {
   const std::string port = std::to_string(amplifier.Port());
   const std::string on = "kolvane: .*  Verbindung hergestellt mit TCP/IP: localhost, Port " + port + "\n";
   const std::string off = "kolvane: .*  Verbindung getrennt von TCP/IP: localhost, Port " + port + "\n";
-  EXPECT_TRUE(std::regex_match(
-      verbose.err,
-      std::regex(on + "kolvane: Die laufende Meßwerterfassung wurde beendet\n" + off +
-                 "kolvane: GO TO LOCAL ausgeführt - die Verbindung wurde getrennt\n" + on + off)))
+  EXPECT_TRUE(base::Pattern(on + "kolvane: Die laufende Meßwerterfassung wurde beendet\n" + off +
+                            "kolvane: GO TO LOCAL ausgeführt - die Verbindung wurde getrennt\n" + on + off)
+                  .Matches(verbose.err))
       << verbose.err;
   EXPECT_NE(Run("STP\r\n", {"--verbose"}).err.find("Meßwerterfassung"), std::string::npos);
 }
@@ -137,7 +136,7 @@ TEST_F(RunProgramTest, ReceivesInEveryMode) {
 TEST_F(RunProgramTest, AFailedAnswerIsPrintedAndCounts) {
   const Outcome late = Send({"WAIT? 2000", "--timeout", "30"});
   EXPECT_EQ(late.status, 4);
-  EXPECT_TRUE(std::regex_match(late.out, std::regex("-[0-9]+\n"))) << late.out;
+  EXPECT_TRUE(base::Pattern("-[0-9]+\n").Matches(late.out)) << late.out;
   EXPECT_EQ(late.err, "kolvane: -30: keine Antwort innerhalb von 30 ms\n");
   const Outcome run = Run("WAIT? 2000\r\n$STOP\r\n", {"--timeout", "30"});
   EXPECT_EQ(run.status, 4);
@@ -180,7 +179,7 @@ TEST_F(RunProgramTest, NoConnectionIsOneLineAndNothingIsSent) {
     const Outcome outcome = RunProgram({"send", "A", "B", "--connect", resource, "--show-commands"});
     EXPECT_EQ(outcome.status, 3) << resource;
     EXPECT_EQ(outcome.out, "");
-    EXPECT_TRUE(std::regex_match(outcome.err, std::regex("kolvane: Fehler beim Verbindungsaufbau: .*\n")))
+    EXPECT_TRUE(base::Pattern("kolvane: Fehler beim Verbindungsaufbau: .*\n").Matches(outcome.err))
         << outcome.err;
   }
 }
@@ -274,8 +273,7 @@ TEST_F(RunProgramTest, ALogThatCannotBeWrittenIsOneLineAndTheRunGoesOn) {
     const Outcome outcome = Run("ECHO a\r\nECHO b\r\n", {"--log", log});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.out, "a\nb\n");
-    EXPECT_TRUE(std::regex_match(outcome.err, std::regex("kolvane: .*" + std::string(log) + ".*\n")))
-        << outcome.err;
+    EXPECT_TRUE(base::Pattern("kolvane: .*" + std::string(log) + ".*\n").Matches(outcome.err)) << outcome.err;
   }
 }
 

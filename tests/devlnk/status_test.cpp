@@ -1,11 +1,11 @@
 #include "devlnk/status.h"
+#include "base/pattern.h"
 
 #include <gtest/gtest.h>
 
 #include <cerrno>
 #include <fstream>
 #include <map>
-#include <regex>
 #include <sstream>
 #include <string>
 
@@ -21,10 +21,9 @@ std::string FileText(const std::string& path) {
 /// Code to name, as the pattern's two groups find them (name first).
 std::map<int, std::string> Pairs(const std::string& text, const std::string& pattern, bool name_first) {
   std::map<int, std::string> pairs;
-  const std::regex rows(pattern);
-  for (std::sregex_iterator row(text.begin(), text.end(), rows), end; row != end; ++row) {
-    const std::string name = (*row)[name_first ? 1 : 2];
-    const int code = std::stoi((*row)[name_first ? 2 : 1]);
+  for (const std::vector<std::string>& row : base::Pattern(pattern).FindAll(text)) {
+    const std::string& name = row[name_first ? 1 : 2];
+    const int code = std::stoi(row[name_first ? 2 : 1]);
     EXPECT_TRUE(pairs.emplace(code, name).second) << code << " stands for two things";
   }
   return pairs;

@@ -3,10 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
-#include <regex>
 #include <string>
 
 #include "base/captured_output.h"
+#include "base/pattern.h"
 
 namespace kolvane::headless {
 namespace {
@@ -38,9 +38,9 @@ class RecordsTest : public testing::Test {
       device.last_result = each.status;
       writer.ExchangeEnded(each.command, {.answered = each.status == 0});
     }
-    const std::regex local("\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3}");
-    const std::regex utc("\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\d\\.\\d{3}Z");
-    return std::regex_replace(out.text(), format == AnswerFormat::kJson ? utc : local, "T");
+    const base::Pattern local("\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3}");
+    const base::Pattern utc("\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\d\\.\\d{3}Z");
+    return (format == AnswerFormat::kJson ? utc : local).Replaced(out.text(), "T");
   }
 
   base::CapturedOutput out;

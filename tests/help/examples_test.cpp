@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/pattern.h"
 #include "device/device_contract.h"
 #include "help/example_run.h"
 #include "help/help_files.h"
@@ -36,7 +37,7 @@ std::vector<Example> OfPages(const std::string& kind) {
     for (std::size_t at = html.find(begin); at != std::string::npos; at = html.find(begin, at + 1)) {
       std::string text = html.substr(at + begin.size(), html.find("</pre>", at) - at - begin.size());
       for (const auto& [entity, character] : {std::pair{"&lt;", "<"}, {"&gt;", ">"}, {"&amp;", "&"}})
-        text = std::regex_replace(text, std::regex(entity), character);
+        text = base::Pattern(entity).Replaced(text, character);
       examples.push_back({page, LinesOf(text)});
     }
   }

@@ -1,11 +1,12 @@
 #pragma once
 
+#include "base/pattern.h"
+
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <map>
-#include <regex>
 #include <set>
 #include <sstream>
 #include <string>
@@ -80,23 +81,23 @@ class HelpPages {
     }
     for (const auto& [entity, character] :
          std::map<std::string, std::string>{{"&lt;", "<"}, {"&gt;", ">"}, {"&amp;", "&"}})
-      text = std::regex_replace(text, std::regex(entity), character);
+      text = base::Pattern(entity).Replaced(text, character);
     return text;
   }
 
   static std::vector<std::string> Matches(const std::string& text, const std::string& pattern) {
     std::vector<std::string> found;
-    const std::regex regex(pattern);
-    for (std::sregex_iterator match(text.begin(), text.end(), regex), end; match != end; ++match)
-      found.push_back((*match)[1]);
+    for (const std::vector<std::string>& match : base::Pattern(pattern).FindAll(text))
+      found.push_back(match[1]);
     return found;
   }
 
  private:
   static TopicLine TopicOf(const std::string& line) {
-    std::smatch parts;
-    const std::regex form("([1-9][0-9]*)\t([1-3])\t([a-z0-9][a-z0-9-]*\\.html)\t([^\t]+)");
-    if (!std::regex_match(line, parts, form)) return {0, 0, {}, line};
+    const base::Pattern form("^([1-9][0-9]*)\t([1-3])\t([a-z0-9][a-z0-9-]*\\.html)\t([^\t]+)$");
+    const auto found = form.FindAll(line);
+    if (found.size() != 1) return {0, 0, {}, line};
+    const std::vector<std::string>& parts = found[0];
     return {std::stoi(parts[1]), std::stoi(parts[2]), parts[3], parts[4]};
   }
 

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "base/encoding.h"
+#include "base/pattern.h"
 #include "help/help_files.h"
 #include "help/help_pages.h"
 
@@ -151,10 +152,10 @@ TEST(HelpPages, TagsAreKnownAndBalanced) {
 }
 
 TEST(HelpPages, AngleBracketsAndAmpersandsOfTheTextAreEntities) {
-  const std::regex tag("<!DOCTYPE[^<>]*>|</?[a-z][^<>]*>");
-  const std::regex entity("&(amp|lt|gt);");
+  const base::Pattern tag("<!DOCTYPE[^<>]*>|</?[a-z][^<>]*>");
+  const base::Pattern entity("&(amp|lt|gt);");
   for (const auto& [page, html] : Pages().pages()) {
-    const std::string text = std::regex_replace(std::regex_replace(html, tag, ""), entity, "");
+    const std::string text = entity.Replaced(tag.Replaced(html, ""), "");
     EXPECT_EQ(text.find_first_of("<>&"), std::string::npos) << page;
   }
 }

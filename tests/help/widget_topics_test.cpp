@@ -180,7 +180,7 @@ TEST(HelpSearch, FindsWhatIsCalledOtherwiseHere) {
   for (const auto& [word, page] : words) {
     std::vector<SearchHit> hits = file->Search(word);
     hits.resize(std::min(hits.size(), kInSight));
-    EXPECT_TRUE(std::ranges::any_of(hits, [page](const SearchHit& hit) { return hit.page == page; }))
+    EXPECT_TRUE(std::ranges::any_of(hits, [page = page](const SearchHit& hit) { return hit.page == page; }))
         << word << ": " << (hits.empty() ? "nothing" : hits.front().page);
   }
 }

@@ -4,7 +4,7 @@
 
 namespace kolvane::soak {
 
-#ifdef __SANITIZE_ADDRESS__
+#ifdef KOLVANE_SANITIZED
 inline constexpr bool kMemoryIsOurs = false;  // the sanitizer keeps what was freed
 #else
 inline constexpr bool kMemoryIsOurs = true;

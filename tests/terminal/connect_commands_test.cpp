@@ -2,8 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <regex>
-
+#include "base/pattern.h"
 #include "terminal/connect_bench.h"
 
 namespace kolvane::terminal {
@@ -122,8 +121,8 @@ TEST_F(ConnectCommandsTest, LinesCarryTheSystemsDateAndTime) {
                            {.description = [] { return std::string("USB:  4711"); }});
   commands.Press();
   ASSERT_EQ(pane.lines.size(), 1u);
-  const std::regex line(".*[0-9]{2}.*[0-9]{2}.*  Verbindung hergestellt mit USB:  4711");
-  EXPECT_TRUE(std::regex_match(pane.lines[0], line)) << pane.lines[0];
+  const base::Pattern line(".*[0-9]{2}.*[0-9]{2}.*  Verbindung hergestellt mit USB:  4711");
+  EXPECT_TRUE(line.Matches(pane.lines[0])) << pane.lines[0];
 }
 
 }  // namespace

@@ -179,7 +179,7 @@ TEST_F(WindowMemoryTest, FileDialogsStartWhereTheLastFileOfTheirKindWas) {
   Start();
   for (const auto& [mode, name] : {std::pair{OpenMode::kLog, folder_.Path("logs/a.LOG")},
                                    {OpenMode::kTextFile, folder_.Path("texts/a.TXT")}}) {
-    QTimer::singleShot(0, window_.get(), [name] {
+    QTimer::singleShot(0, window_.get(), [name = name] {
       auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
       ASSERT_NE(dialog, nullptr);
       dialog->findChild<QLineEdit*>("fileNameEdit")->setText(QString::fromStdString(name));

@@ -2,9 +2,9 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <regex>
 #include <string>
 
+#include "base/pattern.h"
 #include "base/temp_folder.h"
 #include "script/checker/check_text.h"
 #include "script/command_file.h"
@@ -60,9 +60,9 @@ TEST(CheckedLists, TheDemoHasNothing) {
 }
 
 std::string Unescaped(std::string text) {
-  text = std::regex_replace(text, std::regex("&lt;"), "<");
-  text = std::regex_replace(text, std::regex("&gt;"), ">");
-  return std::regex_replace(text, std::regex("&amp;"), "&");
+  text = base::Pattern("&lt;").Replaced(text, "<");
+  text = base::Pattern("&gt;").Replaced(text, ">");
+  return base::Pattern("&amp;").Replaced(text, "&");
 }
 
 /// The example on a page of the help, rows separated by "|".
@@ -70,7 +70,7 @@ std::string Example(const fs::path& page) {
   const std::string html = base::ReadBytes(page.string());
   const std::size_t start = html.find('>', html.find("<pre")) + 1;
   const std::string text = html.substr(start, html.find("</pre>") - start);
-  return std::regex_replace(Unescaped(text), std::regex("\n"), "|");
+  return base::Pattern("\n").Replaced(Unescaped(text), "|");
 }
 
 TEST(CheckedLists, ExamplesOfTheHelpHaveNoErrors) {
