@@ -124,7 +124,9 @@ TEST_P(BlockFault, Row34ABlockThatBreaksOffFails) {
 
 TEST_P(BlockFault, Row34ADrippedBlockIsWhole) {
   LiveWindow& live = Open([](Wire& wire) {
-    wire.Drip("#15a\r\nb\n\r\n", 40);
+    wire.Drip("#15a\r\nb", 40);
+    // A terminator counts for 50 ms.
+    wire.Send("\n\r\n");
     return After::kGoOn;
   });
   live.terminal().extras.blocks = true;
