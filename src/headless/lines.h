@@ -14,7 +14,7 @@ struct LineChoice {
   bool shown = true;    ///< false: nothing but messages and what WriteRecord is given
   bool errors = true;   ///< what stands in the place of an answer that did not come, too
   bool times = false;   ///< each line begins with its time, "2026-11-21 15:01:04.123 "
-  bool colors = false;  ///< failures and times in colours, by escape sequences
+  bool colors = false;  ///< failures and commands in colours, by escape sequences
   /// Given, a line that follows another one within a millisecond is written later, by Flush, FlushDue or with
   /// the next one: a write costs as much as reading a short answer. Null, and at a terminal: each at once.
   const base::Clock* clock = nullptr;

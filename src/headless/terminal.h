@@ -35,7 +35,7 @@ struct RunSetup {
   Transcript* transcript = nullptr;  ///< open, outlives the run
   /// Outlives it, too; true gives up what is under way, and the list that runs, but not the run.
   const std::function<bool()>* give_up = nullptr;
-  bool colors = false;  ///< failures and times on standard output
+  bool colors = false;  ///< failures and commands on standard output
 };
 
 /// A terminal whose front end is standard output and standard error, or a host's function. Nothing can be
