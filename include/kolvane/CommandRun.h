@@ -91,7 +91,8 @@ enum class CommandRunStatus : int {
 /// disconnects.
 KOLVANE_EXPORT CommandRunStatus RunCommandList(const std::string& File, const CommandRunOptions& Options);
 
-/// Connects, sends each of `Commands` (of an empty one only the terminator) and disconnects.
+/// Connects, sends each of `Commands` (of an empty one only the terminator) and disconnects. Unless Utf8 is
+/// set, one with a character that Windows-1252 lacks is not sent and ends the run: kStopped.
 KOLVANE_EXPORT CommandRunStatus SendCommands(const std::vector<std::string>& Commands,
                                              const CommandRunOptions& Options);
 
