@@ -271,7 +271,8 @@ def send(
 ) -> RunStatus:
     """Connects, sends one command or several and reads the answer to each, and disconnects.
 
-    The other arguments are those of run. An empty command does nothing.
+    The other arguments are those of run. Of an empty command only the terminator
+    is sent. STOPPED at a character that the instrument's code lacks.
     """
     options = dataclasses.replace(options, **changes)
     lines = [commands] if isinstance(commands, str) else list(commands)

@@ -1,17 +1,42 @@
 #include "values/curve_list.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "values/texts.h"
 
 namespace kolvane::values {
 
 void CurveList::Refresh() {
-  if (generation_ != store_.generation()) curves_.clear();
+  if (generation_ != store_.generation()) {
+    curves_.clear();
+    unasked_.clear();
+  }
   generation_ = store_.generation();
   while (curves_.size() < store_.series_count()) {
     const std::size_t number = curves_.size();
     const auto chosen = chosen_.find(FieldOf(number));
-    curves_.push_back(chosen != chosen_.end() ? chosen->second : Curve{number < kFirstShown, {}, {}});
+    curves_.push_back(chosen != chosen_.end() ? chosen->second : Curve{});
+    if (chosen == chosen_.end()) ShowUnasked(number);
   }
+}
+
+// A query takes the place of the last one that is none.
+void CurveList::ShowUnasked(std::size_t number) {
+  if (unasked_.size() == kFirstShown) {
+    if (!IsQuery(number)) return;
+    const auto other =
+        std::find_if(unasked_.rbegin(), unasked_.rend(), [this](auto n) { return !IsQuery(n); });
+    if (other == unasked_.rend()) return;
+    if (!chosen_.contains(FieldOf(*other))) curves_[*other].shown = false;
+    unasked_.erase(std::next(other).base());
+  }
+  unasked_.push_back(number);
+  curves_[number].shown = true;
+}
+
+bool CurveList::IsQuery(std::size_t number) const {
+  return store_.command(store_.series(number).command()).find('?') != std::string::npos;
 }
 
 CurveList::Field CurveList::FieldOf(std::size_t number) const {

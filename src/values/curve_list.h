@@ -15,7 +15,7 @@ namespace kolvane::values {
 /// the store's being cleared.
 class CurveList {
  public:
-  /// So many are shown unasked.
+  /// So many are shown unasked: those of queries ("?") before others, whose answers often only confirm.
   static constexpr std::size_t kFirstShown = 8;
 
   explicit CurveList(const Store& store) : store_(store) {}
@@ -39,18 +39,21 @@ class CurveList {
 
  private:
   struct Curve {
-    bool shown = true;
+    bool shown = false;
     std::string name;
     std::optional<std::uint32_t> color;
   };
   using Field = std::pair<std::string, std::size_t>;
 
   Field FieldOf(std::size_t number) const;
+  bool IsQuery(std::size_t number) const;
+  void ShowUnasked(std::size_t number);
   void Remember(std::size_t number) { chosen_[FieldOf(number)] = curves_[number]; }
 
   const Store& store_;
   std::uint64_t generation_ = 0;
   std::vector<Curve> curves_;
+  std::vector<std::size_t> unasked_;  ///< at most kFirstShown numbers
   std::map<Field, Curve> chosen_;
 };
 

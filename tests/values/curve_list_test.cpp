@@ -42,6 +42,24 @@ TEST(CurveList, ShowsTheFirstOnes) {
   EXPECT_FALSE(curves.IsShown(CurveList::kFirstShown));
 }
 
+// What a list sets before it measures answers numbers, too.
+TEST(CurveList, ShowsQueriesBeforeOthers) {
+  Store store;
+  CurveList curves(store);
+  for (const char* command : {"A", "B", "C", "D", "E", "F", "G", "H", "I"}) Add(store, command, {0});
+  curves.Refresh();
+  EXPECT_TRUE(curves.IsShown(7));
+  EXPECT_FALSE(curves.IsShown(8));
+  curves.SetName(6, "Bereich");
+  Add(store, "MSV? 1-3", {1, 2, 3});
+  curves.Refresh();
+  EXPECT_TRUE(curves.IsShown(4));
+  EXPECT_FALSE(curves.IsShown(5));
+  EXPECT_TRUE(curves.IsShown(6)) << "the user's own choice";
+  EXPECT_FALSE(curves.IsShown(7));
+  for (const std::size_t number : {9u, 10u, 11u}) EXPECT_TRUE(curves.IsShown(number)) << number;
+}
+
 TEST(CurveList, RemembersWhatWasChosenWhenTheStoreIsCleared) {
   Store store;
   CurveList curves(store);

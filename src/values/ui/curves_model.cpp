@@ -33,6 +33,8 @@ void CurvesModel::Refresh() {
     beginInsertRows({}, rows_, rows - 1);
     rows_ = rows;
     endInsertRows();
+    // One that was shown may have made room.
+    ColumnsChanged(kName, kName);
   }
 }
 
