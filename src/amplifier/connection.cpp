@@ -11,9 +11,6 @@ namespace {
 // Answers to lines that came together go out together, up to this size.
 constexpr std::size_t kMaxBatch = 64 * 1024;
 
-// No descriptor reports that a peer has read everything.
-constexpr std::chrono::milliseconds kEndRetry{20};
-
 std::chrono::milliseconds Milliseconds(std::uint32_t count) { return std::chrono::milliseconds(count); }
 
 }  // namespace

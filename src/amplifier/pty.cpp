@@ -20,12 +20,6 @@ namespace {
   throw std::system_error(errno, std::generic_category(), what);
 }
 
-Transfer Result(ssize_t count) {
-  if (count > 0) return {Transfer::Kind::kMoved, static_cast<std::size_t>(count)};
-  if (count < 0 && (errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR)) return {};
-  return {Transfer::Kind::kEnded, 0};
-}
-
 base::Descriptor OpenMaster() {
   base::Descriptor master(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK));
   if (!master || grantpt(master.get()) != 0 || unlockpt(master.get()) != 0)
@@ -84,7 +78,7 @@ PtyStream::~PtyStream() {
 }
 
 Transfer PtyStream::Receive(std::span<char> space) {
-  return Result(read(descriptor(), space.data(), space.size()));
+  return Transfer::Of(read(descriptor(), space.data(), space.size()));
 }
 
 // A hang-up discards what the terminal has not read, and the kernel hands bytes over to it some time after
@@ -96,7 +90,7 @@ bool PtyStream::EndOrderly() {
 }
 
 Transfer PtyStream::Send(std::string_view bytes) {
-  return Result(write(descriptor(), bytes.data(), bytes.size()));
+  return Transfer::Of(write(descriptor(), bytes.data(), bytes.size()));
 }
 
 }  // namespace kolvane::amplifier

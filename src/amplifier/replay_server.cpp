@@ -16,9 +16,6 @@
 namespace kolvane::amplifier {
 namespace {
 
-// No descriptor reports that a peer has read everything.
-constexpr std::chrono::milliseconds kEndRetry{20};
-
 std::vector<Conversation> ReadConversations(const std::string& file) {
   std::string text;
   const auto take = [&text](std::string_view piece) { return text.append(piece), true; };

@@ -1,11 +1,18 @@
 #include "amplifier/stream.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <iterator>
 
 #include "amplifier/arguments.h"
 
 namespace kolvane::amplifier {
+
+Transfer Transfer::Of(ssize_t returned) {
+  if (returned > 0) return {Kind::kMoved, static_cast<std::size_t>(returned)};
+  if (returned < 0 && (errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR)) return {};
+  return {Kind::kEnded, 0};
+}
 namespace {
 
 constexpr std::string_view kWords[] = {"CRLF", "CR", "LF", "NONE"};

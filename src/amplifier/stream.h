@@ -1,5 +1,8 @@
 #pragma once
 
+#include <sys/types.h>
+
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -15,7 +18,13 @@ struct Transfer {
   enum class Kind { kMoved, kLater, kEnded };
   Kind kind = Kind::kLater;
   std::size_t count = 0;
+
+  /// What read, write, recv or send has returned, errno as it left it.
+  static Transfer Of(ssize_t returned);
 };
+
+/// When EndOrderly is tried again: no descriptor reports that a peer has read everything.
+inline constexpr std::chrono::milliseconds kEndRetry{20};
 
 /// A connection's way in and out. Closing is the destructor's business.
 class Stream {

@@ -21,12 +21,6 @@ void SetOption(int socket, int level, int name, const Value& value) {
   setsockopt(socket, level, name, &value, sizeof(value));
 }
 
-Transfer Result(ssize_t count) {
-  if (count > 0) return {Transfer::Kind::kMoved, static_cast<std::size_t>(count)};
-  if (count < 0 && (errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR)) return {};
-  return {Transfer::Kind::kEnded, 0};
-}
-
 base::Descriptor NewListener(int family) {
   base::Descriptor socket(::socket(family, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
   if (socket) SetOption(socket.get(), SOL_SOCKET, SO_REUSEADDR, 1);
@@ -74,15 +68,15 @@ TcpStream::TcpStream(base::Descriptor socket) : socket_(std::move(socket)) {
 }
 
 Transfer TcpStream::Receive(std::span<char> space) {
-  return Result(recv(descriptor(), space.data(), space.size(), MSG_DONTWAIT));
+  return Transfer::Of(recv(descriptor(), space.data(), space.size(), MSG_DONTWAIT));
 }
 
 Transfer TcpStream::ReceivePatiently(std::span<char> space) {
-  return Result(recv(descriptor(), space.data(), space.size(), 0));
+  return Transfer::Of(recv(descriptor(), space.data(), space.size(), 0));
 }
 
 Transfer TcpStream::Send(std::string_view bytes) {
-  return Result(send(descriptor(), bytes.data(), bytes.size(), MSG_DONTWAIT | MSG_NOSIGNAL));
+  return Transfer::Of(send(descriptor(), bytes.data(), bytes.size(), MSG_DONTWAIT | MSG_NOSIGNAL));
 }
 
 // Bytes left unread would turn the end of stream into a reset.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -9,6 +10,9 @@
 #include "kolvane/Variant.h"
 
 namespace kolvane::device {
+
+/// A count as the operations take it; what is negative counts as 0.
+constexpr std::size_t SizeOf(std::int32_t count) { return static_cast<std::size_t>(std::max(count, 0)); }
 
 /// How the last operation ended: negative code = failure; the description is the host's text or the decimal
 /// code.

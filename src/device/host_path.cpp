@@ -12,8 +12,6 @@ namespace {
 constexpr std::int16_t kText = 0;
 constexpr std::int16_t kBinary = 1;
 
-std::size_t SizeOf(std::int32_t count) { return static_cast<std::size_t>(std::max(count, 0)); }
-
 std::int16_t Limited(std::int32_t code) {
   using Limits = std::numeric_limits<std::int16_t>;
   return static_cast<std::int16_t>(std::clamp<std::int32_t>(code, Limits::min(), Limits::max()));

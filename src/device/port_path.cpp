@@ -14,8 +14,6 @@ namespace {
 
 constexpr std::int16_t kCloseValue = 1;
 
-std::size_t SizeOf(std::int32_t count) { return static_cast<std::size_t>(std::max(count, 0)); }
-
 // Keeps the capacity of `out` for what both encodings write alike.
 void AssignDecoded(std::string_view bytes, bool utf8, std::string& out) {
   if (base::IsAscii(bytes)) {

@@ -12,7 +12,7 @@ namespace kolvane::devlnk {
 namespace {
 
 // The driver only signals interrupts, which many instruments do not raise; so it is also asked now and then.
-constexpr std::int32_t kPaceMs = 5;
+constexpr std::int32_t kAskAgainMs = 5;
 
 struct ModeRow {
   ParallelMode mode;
@@ -36,9 +36,7 @@ const ModeRow& RowOf(ParallelMode mode) {
                        [&](const ModeRow& row) { return row.mode == mode; });
 }
 
-bool IsTransient(int error) { return error == EINTR || error == EAGAIN; }
-
-Status FailureOfTransfer(int error) {
+Status FailureOfNode(int error) {
   const bool gone = error == EIO || error == ENXIO || error == ENODEV;
   return gone ? Status::kConnectionLost : StatusFromErrno(error);
 }
@@ -100,7 +98,7 @@ bool ParallelChannel::Turn(Direction direction) {
 }
 
 void ParallelChannel::Pause(Deadline& deadline) {
-  Deadline pace(std::min(kPaceMs, deadline.RemainingMs()));
+  Deadline pace(std::min(kAskAgainMs, deadline.RemainingMs()));
   node_->Wait(pace);
   deadline.Attend();
   // Counts and clears the interrupts; left alone they would end the next wait at once.
@@ -108,25 +106,25 @@ void ParallelChannel::Pause(Deadline& deadline) {
 }
 
 Received ParallelChannel::Read(std::span<char> room, Deadline& deadline) {
-  if (!Turn(Direction::kFromInstrument)) return {0, FailureOfTransfer(errno)};
+  if (!Turn(Direction::kFromInstrument)) return {0, FailureOfNode(errno)};
   for (;;) {
     const ssize_t got = node_->Read(room);
     if (got > 0) return {static_cast<std::size_t>(got)};
-    if (got < 0 && !IsTransient(errno)) return {0, FailureOfTransfer(errno)};
+    if (got < 0 && !IsTransient(errno)) return {0, FailureOfNode(errno)};
     if (deadline.IsOver()) return {};
     Pause(deadline);
   }
 }
 
 Status ParallelChannel::Write(std::string_view bytes, Deadline& deadline) {
-  if (!Turn(Direction::kToInstrument)) return FailureOfTransfer(errno);
+  if (!Turn(Direction::kToInstrument)) return FailureOfNode(errno);
   while (!bytes.empty()) {
     const ssize_t sent = node_->Write(bytes);
     if (sent > 0) {
       bytes.remove_prefix(static_cast<std::size_t>(sent));
       continue;
     }
-    if (sent < 0 && !IsTransient(errno)) return FailureOfTransfer(errno);
+    if (sent < 0 && !IsTransient(errno)) return FailureOfNode(errno);
     if (deadline.IsOver()) return Status::kWriteTimeout;
     Pause(deadline);
   }

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::int32_t kLongestFinishMs = 10'000;
 constexpr std::int32_t kLongestStandstillMs = 1000;
-constexpr std::int32_t kPaceMs = 50;
+constexpr std::int32_t kShortestStepMs = 50;
 
 // Not to wait for a carrier, and not to become the process's controlling terminal.
 base::Descriptor OpenNode(const std::string& node) {
@@ -65,7 +65,7 @@ void FinishOutput(OutputQueue& queue, std::uint32_t baud) {
     waited += step;
     stood_still = left < before ? 0 : stood_still + step;
     before = left;
-    step = std::max(TimeToSend(left, baud), kPaceMs);
+    step = std::max(TimeToSend(left, baud), kShortestStepMs);
   }
 }
 

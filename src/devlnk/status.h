@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cerrno>
 #include <cstdint>
 #include <string_view>
 
@@ -42,6 +43,8 @@ constexpr std::int32_t Code(Status status) { return static_cast<std::int32_t>(st
 
 /// The one translation of errno, so that the same failure has the same code on every kind of port.
 Status StatusFromErrno(int error);
+/// Whether the call may succeed when it is tried again.
+constexpr bool IsTransient(int error) { return error == EINTR || error == EAGAIN; }
 
 /// What a status means, German, UTF-8 ("Verbindung abgelehnt"); empty for a number that is no failure of this
 /// library.

@@ -7,12 +7,6 @@
 #include <cerrno>
 
 namespace kolvane::devlnk {
-namespace {
-
-bool IsTransient(int error) { return error == EINTR || error == EAGAIN; }
-
-}  // namespace
-
 // A slice longer than the handler's pace is only waited on an instrument that was prompt the last time.
 bool StreamChannel::WaitsInRead(const Deadline& deadline) const {
   if (deadline.started() || deadline.total_ms() < slice_ms_) return false;

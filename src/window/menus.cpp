@@ -9,7 +9,7 @@
 namespace kolvane::window {
 namespace {
 
-struct ItemRow {
+struct MenuRow {
   const char* name;
   const char* caption;
   const char* icon = nullptr;
@@ -18,7 +18,7 @@ struct ItemRow {
   bool ends_group = false;
 };
 
-constexpr ItemRow kFile[] = {
+constexpr MenuRow kFile[] = {
     {.name = "mnuNewCommandFile",
      .caption = "&Neue Befehlsliste",
      .icon = "list-new",
@@ -54,7 +54,7 @@ constexpr ItemRow kFile[] = {
      .enabled = true},
 };
 
-constexpr ItemRow kConnection[] = {
+constexpr MenuRow kConnection[] = {
     {.name = "mnuConfigureConnection",
      .caption = "Verbindung &konfigurieren...",
      .icon = "configure-connection",
@@ -63,13 +63,13 @@ constexpr ItemRow kConnection[] = {
     {.name = "mnuDisconnect", .caption = "Verbindung &trennen", .icon = "disconnect"},
 };
 
-constexpr ItemRow kOptions[] = {
+constexpr MenuRow kOptions[] = {
     {.name = "mnuOption_0", .caption = "&Befehle anzeigen", .enabled = true},
     {.name = "mnuOption_1", .caption = "&Antwortzeiten anzeigen", .enabled = true},
     {.name = "mnuOption_2", .caption = "&Zeilenumbrüche in Antwort", .enabled = true},
 };
 
-constexpr ItemRow kPopup[] = {
+constexpr MenuRow kPopup[] = {
     {.name = "mnuCopy", .caption = "&Kopieren", .icon = "copy", .enabled = true},
     {.name = "mnuCut", .caption = "&Ausschneiden", .icon = "cut", .enabled = true},
     {.name = "mnuPaste", .caption = "&Einfügen", .icon = "paste", .enabled = true},
@@ -89,9 +89,9 @@ constexpr ItemRow kPopup[] = {
     {.name = "mnuInsertComment", .caption = "Kommen&tar einfügen", .icon = "comment", .enabled = true},
 };
 
-QMenu* Fill(QMenu* menu, const char* name, std::span<const ItemRow> rows) {
+QMenu* Fill(QMenu* menu, const char* name, std::span<const MenuRow> rows) {
   menu->setObjectName(QLatin1String(name));
-  for (const ItemRow& row : rows) {
+  for (const MenuRow& row : rows) {
     QAction* item = menu->addAction(base::ToQt(row.caption));
     item->setObjectName(QLatin1String(row.name));
     if (row.icon != nullptr) item->setIcon(Icon(row.icon));

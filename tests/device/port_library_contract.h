@@ -20,7 +20,9 @@ struct PortLibraryCase {
 inline std::ostream& operator<<(std::ostream& out, const PortLibraryCase& library) {
   return out << library.name;
 }
-inline std::string NameOf(const testing::TestParamInfo<PortLibraryCase>& info) { return info.param.name; }
+inline std::string NameOfLibrary(const testing::TestParamInfo<PortLibraryCase>& info) {
+  return info.param.name;
+}
 
 /// What every PortLibrary promises; each program that has one instantiates it.
 class PortLibraryContract : public testing::TestWithParam<PortLibraryCase> {

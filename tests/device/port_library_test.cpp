@@ -26,7 +26,7 @@ class PortLibraryFile : public testing::Test {
   const base::TempFolder folder;
 };
 
-using Kind = PortLibraryFailure::Kind;
+using FailureKind = PortLibraryFailure::Kind;
 
 std::string Log(PortLibrary& library) {
   std::string text(400, ' ');
@@ -85,7 +85,7 @@ TEST_F(PortLibraryFile, MayLackTheOptionalFunctions) {
 
 TEST_F(PortLibraryFile, IsRefusedForAMissingFunction) {
   const PortLibraryFailure failure = FailureOf(KOLVANE_INCOMPLETE_LIBRARY);
-  EXPECT_EQ(failure.kind, Kind::kMissingFunction);
+  EXPECT_EQ(failure.kind, FailureKind::kMissingFunction);
   EXPECT_EQ(failure.detail, "QDX_ReadPort");
   EXPECT_EQ(FailureText(failure), std::string("Die Portbibliothek „") + KOLVANE_INCOMPLETE_LIBRARY +
                                       "“ kann nicht benutzt werden: Funktion QDX_ReadPort fehlt.");
@@ -93,7 +93,7 @@ TEST_F(PortLibraryFile, IsRefusedForAMissingFunction) {
 
 TEST_F(PortLibraryFile, IsRefusedWhereThereIsNone) {
   const PortLibraryFailure failure = FailureOf(folder.Path("lib.so"));
-  EXPECT_EQ(failure.kind, Kind::kNoFile);
+  EXPECT_EQ(failure.kind, FailureKind::kNoFile);
   EXPECT_EQ(FailureText(failure), "Die Portbibliothek „" + folder.path() +
                                       "/lib.so“ kann nicht benutzt werden: Datei nicht gefunden.");
 }
@@ -102,11 +102,11 @@ TEST_F(PortLibraryFile, IsRefusedForTheSystemsReason) {
   const std::string path = folder.Path("lib.so");
   std::ofstream(path) << "no library";
   const PortLibraryFailure failure = FailureOf(path);
-  EXPECT_EQ(failure.kind, Kind::kNotLoadable);
+  EXPECT_EQ(failure.kind, FailureKind::kNotLoadable);
   EXPECT_FALSE(failure.detail.empty());
   EXPECT_EQ(FailureText(failure),
             "Die Portbibliothek „" + path + "“ kann nicht benutzt werden: " + failure.detail + ".");
-  EXPECT_EQ(FailureOf("kolvane-no-such-library.so").kind, Kind::kNotLoadable);
+  EXPECT_EQ(FailureOf("kolvane-no-such-library.so").kind, FailureKind::kNotLoadable);
 }
 
 TEST_F(PortLibraryFile, StandsBesideTheComponentUnlessNamed) {
@@ -161,7 +161,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(PortLibraryCase{"Complete", [] { return Loaded(KOLVANE_COMPLETE_LIBRARY); }},
                     PortLibraryCase{"Plain", [] { return Loaded(KOLVANE_PLAIN_LIBRARY); }},
                     PortLibraryCase{"Fake", Fake}),
-    NameOf);
+    NameOfLibrary);
 
 }  // namespace
 }  // namespace kolvane::device

@@ -5,28 +5,28 @@
 namespace kolvane::devlnk {
 namespace {
 
-PortRequest Request(std::string_view parity, std::int32_t data_bits = 8, std::int16_t stop_bits = 1) {
+PortRequest RequestOf(std::string_view parity, std::int32_t data_bits = 8, std::int16_t stop_bits = 1) {
   return {"COM1", 9600, parity, data_bits, stop_bits};
 }
 
 tcflag_t ControlFlags(const SerialParameters& parameters) { return SettingsFor(parameters, {}).c_cflag; }
 
 TEST(SerialParameters, TakeTheParityFromItsLetter) {
-  EXPECT_EQ(SerialParametersFrom(Request("n"))->parity, Parity::kNone);
-  EXPECT_EQ(SerialParametersFrom(Request(""))->parity, Parity::kNone);
-  EXPECT_EQ(SerialParametersFrom(Request("e"))->parity, Parity::kEven);
-  EXPECT_EQ(SerialParametersFrom(Request("O"))->parity, Parity::kOdd);
-  EXPECT_FALSE(SerialParametersFrom(Request("m")));
+  EXPECT_EQ(SerialParametersFrom(RequestOf("n"))->parity, Parity::kNone);
+  EXPECT_EQ(SerialParametersFrom(RequestOf(""))->parity, Parity::kNone);
+  EXPECT_EQ(SerialParametersFrom(RequestOf("e"))->parity, Parity::kEven);
+  EXPECT_EQ(SerialParametersFrom(RequestOf("O"))->parity, Parity::kOdd);
+  EXPECT_FALSE(SerialParametersFrom(RequestOf("m")));
 }
 
 TEST(SerialParameters, TakeOtherBitCountsForTheUsualOnes) {
   for (const int bits : {1, 0, -1, 5, 6, 8, 9})
-    EXPECT_FALSE(SerialParametersFrom(Request("n", bits))->seven_data_bits);
-  EXPECT_TRUE(SerialParametersFrom(Request("n", 7))->seven_data_bits);
-  EXPECT_FALSE(SerialParametersFrom(Request("n", 8, 1))->two_stop_bits);
-  EXPECT_FALSE(SerialParametersFrom(Request("n", 8, 0))->two_stop_bits);
-  EXPECT_FALSE(SerialParametersFrom(Request("n", 8, 3))->two_stop_bits);
-  EXPECT_TRUE(SerialParametersFrom(Request("n", 8, 2))->two_stop_bits);
+    EXPECT_FALSE(SerialParametersFrom(RequestOf("n", bits))->seven_data_bits);
+  EXPECT_TRUE(SerialParametersFrom(RequestOf("n", 7))->seven_data_bits);
+  EXPECT_FALSE(SerialParametersFrom(RequestOf("n", 8, 1))->two_stop_bits);
+  EXPECT_FALSE(SerialParametersFrom(RequestOf("n", 8, 0))->two_stop_bits);
+  EXPECT_FALSE(SerialParametersFrom(RequestOf("n", 8, 3))->two_stop_bits);
+  EXPECT_TRUE(SerialParametersFrom(RequestOf("n", 8, 2))->two_stop_bits);
 }
 
 TEST(SerialParameters, NeedARate) {

@@ -240,6 +240,6 @@ std::shared_ptr<device::PortLibrary> MakeRecorded() {
 namespace kolvane::device {
 
 INSTANTIATE_TEST_SUITE_P(Recorded, PortLibraryContract,
-                         testing::Values(PortLibraryCase{"Fake", headless::MakeRecorded}), NameOf);
+                         testing::Values(PortLibraryCase{"Fake", headless::MakeRecorded}), NameOfLibrary);
 
 }  // namespace kolvane::device

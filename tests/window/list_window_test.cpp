@@ -71,7 +71,7 @@ INSTANTIATE_TEST_SUITE_P(
     Dialogue, PortLibraryContract,
     testing::Values(PortLibraryCase{
         "DialoguePort", [] { return std::make_shared<DialoguePort>("> *IDN?\\n\n< 1234567890\\r\\n\n"); }}),
-    device::NameOf);
+    device::NameOfLibrary);
 
 }  // namespace
 }  // namespace kolvane::window
