@@ -83,7 +83,7 @@ set(gui_test_headers ${window_headers} <gtest/gtest.h> <QClipboard> <QMenu> <QMe
 # Several files are compiled as one: the tests in the presets release and asan, everything in asan. A name in an
 # anonymous namespace then stands for one thing in its folder.
 option(KOLVANE_UNITY_TESTS "Compile the tests in batches" OFF)
-set(CMAKE_UNITY_BUILD_BATCH_SIZE 12)
+set(CMAKE_UNITY_BUILD_BATCH_SIZE 24)
 
 # kolvane_precompiled(TARGET KIND): TARGET is compiled with the headers of KIND (logic, window, test, gui_test). The first
 # target of a kind compiles them for all others, so all of a kind need the same options.
@@ -149,9 +149,11 @@ function(kolvane_test_program name precompiled)
   kolvane_precompiled(${name} ${precompiled})
 endfunction()
 
+option(KOLVANE_TESTS_TOGETHER "Run the tests of a program in one process" OFF)
+
 # kolvane_discover(PROGRAM [FILTER filter] [LABEL label] [COST seconds] [ENVIRONMENT assignments...]): makes the tests of a
-# GoogleTest program CTest's, which starts the costly ones first: each one in a process of its own or, with sanitizers, whose processes are slow to start, all in one,
-# so that what one test leaves to the next is tested as well.
+# GoogleTest program CTest's, which starts the costly ones first: each one in a process of its own or, where they run
+# together, all in one, which is faster and also tests what one test leaves to the next.
 function(kolvane_discover program)
   cmake_parse_arguments(ARG "" "FILTER;LABEL;COST" "ENVIRONMENT" ${ARGN})
   set(properties "")
@@ -164,7 +166,7 @@ function(kolvane_discover program)
   if(ARG_ENVIRONMENT)
     list(APPEND properties ENVIRONMENT ${ARG_ENVIRONMENT})
   endif()
-  if(KOLVANE_SANITIZE)
+  if(KOLVANE_TESTS_TOGETHER)
     set(test ${program}${ARG_LABEL})
     add_test(NAME ${test} COMMAND ${program} --gtest_brief=1 --gtest_filter=${ARG_FILTER})
     if(properties)
