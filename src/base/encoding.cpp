@@ -48,6 +48,7 @@ std::string ToWindows1252(std::string_view text) {
 }
 
 std::optional<std::size_t> FirstOutsideWindows1252(std::string_view text) {
+  if (IsAscii(text)) return std::nullopt;
   for (std::size_t at = 0; at < text.size();) {
     const CodePoint next = DecodeUtf8(text, at);
     if (!ByteOf(next.value)) return at;
@@ -163,7 +164,14 @@ bool IsAscii(std::string_view text) {
     std::memcpy(&word, text.data() + i, sizeof(word));
     seen |= word;
   }
-  for (; i < text.size(); ++i) seen |= static_cast<std::uint8_t>(text[i]);
+  // The last eight, some of them again, take fewer steps than one after the other.
+  if (i > 0) {
+    std::uint64_t word;
+    std::memcpy(&word, text.data() + text.size() - sizeof(word), sizeof(word));
+    seen |= word;
+  } else {
+    for (; i < text.size(); ++i) seen |= static_cast<std::uint8_t>(text[i]);
+  }
   return (seen & 0x8080808080808080u) == 0;
 }
 

@@ -79,6 +79,7 @@ bool ContainsNoCase(std::string_view text, std::string_view part) {
 }
 
 std::string_view TrimBlanksRight(std::string_view text) {
+  if (!text.ends_with(' ')) return text;
   while (EndsInBlanks<kBlock>(text)) text.remove_suffix(kBlock);
   while (EndsInBlanks<sizeof kEightBlanks>(text)) text.remove_suffix(sizeof kEightBlanks);
   const std::size_t last = text.find_last_not_of(' ');

@@ -213,8 +213,9 @@ std::string PortLibraryPath(const std::string& folder) {
   return IsPortLibraryNamed() ? std::getenv(kVariable) : folder + "/libdevlnk.so";
 }
 
-PortLibrary* LazyPortLibrary::Library() {
-  if (library_ != nullptr) return library_.get();
+PortLibrary* LazyPortLibrary::Library() { return library_ != nullptr ? library_.get() : Load(); }
+
+PortLibrary* LazyPortLibrary::Load() {
   PortLibraryResult result = LoadPortLibrary(PortLibraryPath(folder_));
   if (const auto* failure = std::get_if<PortLibraryFailure>(&result)) {
     failure_ = FailureText(*failure);

@@ -49,6 +49,8 @@ class LazyPortLibrary final : public PortLibrarySource {
   bool IsAttended() const override { return attended_; }
 
  private:
+  PortLibrary* Load();
+
   std::string folder_;
   std::unique_ptr<PortLibrary> library_;
   std::string failure_;

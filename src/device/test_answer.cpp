@@ -20,7 +20,8 @@ std::int16_t WriteTerminatorCode(std::string_view terminator) {
 
 std::int16_t ReadTerminatorCode(std::string_view terminator) {
   if (terminator.empty()) return kReadWithoutTerminator;
-  return CodeOf(base::ToWindows1252(terminator).back());
+  const std::string_view last = terminator.substr(terminator.size() - 1);
+  return CodeOf(base::IsAscii(last) ? last.front() : base::ToWindows1252(terminator).back());
 }
 
 void TestAnswer::Restart() {

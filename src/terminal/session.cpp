@@ -1,6 +1,7 @@
 #include "terminal/session.h"
 
 #include <algorithm>
+#include <array>
 #include <string>
 #include <utility>
 
@@ -30,9 +31,16 @@ constexpr std::size_t kShortest = 3;
 
 constexpr char Upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
-constexpr bool StartsAWord(char c) { return c == 'D' || c == 'R' || c == 'S' || c == '*'; }
-static_assert(std::ranges::all_of(kDeviceWords, StartsAWord,
-                                  [](const DeviceWord& each) { return each.word.front(); }));
+// By character, in either case.
+constexpr auto kStartsAWord = [] {
+  std::array<bool, 256> starts{};
+  for (const DeviceWord& each : kDeviceWords) {
+    for (int c = 0; c < 256; ++c) {
+      if (Upper(static_cast<char>(c)) == each.word.front()) starts[static_cast<std::size_t>(c)] = true;
+    }
+  }
+  return starts;
+}();
 
 bool StartsWith(std::string_view text, std::string_view word) {
   return text.size() >= word.size() && std::equal(word.begin(), word.end(), text.begin(),
@@ -44,10 +52,11 @@ bool StartsWith(std::string_view text, std::string_view word) {
 // Every command is searched, so that is done in one pass and without a copy in upper case.
 PostSendRule RuleFor(std::string_view command) {
   const DeviceWord* found = std::end(kDeviceWords);
-  for (; command.size() >= kShortest; command.remove_prefix(1)) {
-    if (!StartsAWord(Upper(command.front()))) continue;
-    found = std::find_if(std::begin(kDeviceWords), found,
-                         [command](const DeviceWord& each) { return StartsWith(command, each.word); });
+  for (std::size_t at = 0; at + kShortest <= command.size(); ++at) {
+    if (!kStartsAWord[static_cast<unsigned char>(command[at])]) continue;
+    found = std::find_if(
+        std::begin(kDeviceWords), found,
+        [rest = command.substr(at)](const DeviceWord& each) { return StartsWith(rest, each.word); });
   }
   return found == std::end(kDeviceWords) ? PostSendRule{} : found->rule;
 }
