@@ -76,21 +76,27 @@ std::string ReplayServer::Run(int stop) {
   return replay_ && !replay_->difference().empty() ? file_ + ":" + replay_->difference() : std::string();
 }
 
+std::optional<ReplayServer::Clock::time_point> ReplayServer::Due() const {
+  if (retry_) return retry_;
+  if (replay_) return replay_->Due();
+  return listener_ && !listener_->IsDue() ? listener_->Due() : std::nullopt;
+}
+
 // False once it is told to stop.
 bool ReplayServer::Wait(int stop) {
-  const bool listens = listener_ && !stream_;
+  const bool listens = listener_ && !stream_ && listener_->IsDue();
   std::array<pollfd, 4> watched{{{stop, POLLIN, 0},
                                  {listens ? listener_->ipv4() : -1, POLLIN, 0},
                                  {listens ? listener_->ipv6() : -1, POLLIN, 0},
                                  {stream_ ? stream_->descriptor() : -1, POLLIN, 0}}};
   if (!out_.empty()) watched[3].events |= POLLOUT;
-  const auto due = retry_ ? retry_ : replay_ ? replay_->Due() : std::nullopt;
+  const auto due = Due();
   const timespec limit = due ? base::TimeUntil(*due) : timespec{};
   if (ppoll(watched.data(), watched.size(), due ? &limit : nullptr, nullptr) <= 0) return true;
   if (watched[0].revents != 0) return false;
   for (const pollfd& entry : {watched[1], watched[2]}) {
     if (entry.revents == 0 || stream_) continue;
-    if (base::Descriptor socket = TcpListener::Accept(entry.fd); socket)
+    if (base::Descriptor socket = listener_->Accept(entry.fd); socket)
       Begin(std::make_unique<TcpStream>(std::move(socket)));
   }
   if ((watched[3].revents & ~POLLOUT) != 0) Receive();
@@ -105,12 +111,15 @@ void ReplayServer::Receive() {
 }
 
 void ReplayServer::Send() {
-  while (stream_ && !out_.empty()) {
-    const Transfer sent = stream_->Send(out_);
-    if (sent.kind == Transfer::Kind::kLater) return;
+  if (!stream_) return;
+  std::string_view rest = out_;
+  while (!rest.empty()) {
+    const Transfer sent = stream_->Send(rest);
+    if (sent.kind == Transfer::Kind::kLater) break;
     if (sent.kind == Transfer::Kind::kEnded) return EndConnection();
-    out_.erase(0, sent.count);
+    rest.remove_prefix(sent.count);
   }
+  out_.erase(0, out_.size() - rest.size());
 }
 
 // Whoever only looks whether somebody listens is not the terminal of the transcript.

@@ -60,9 +60,9 @@ void Server::Wait(int stop) {
   watched_.clear();
   Watch(stop, POLLIN);
   // A negative descriptor is skipped by poll.
-  const bool full = connections_.size() >= kMaxConnections;
-  Watch(listener_ && !full ? listener_->ipv4() : -1, POLLIN);
-  Watch(listener_ && !full ? listener_->ipv6() : -1, POLLIN);
+  const bool listens = listener_ && connections_.size() < kMaxConnections && listener_->IsDue();
+  Watch(listens ? listener_->ipv4() : -1, POLLIN);
+  Watch(listens ? listener_->ipv6() : -1, POLLIN);
   Watch(pty_ ? pty_->descriptor() : -1, pty_ ? pty_->Events() : short{0});
   for (const auto& connection : connections_) Watch(connection->descriptor(), connection->Events());
 
@@ -74,11 +74,13 @@ void Server::Wait(int stop) {
 }
 
 std::optional<Connection::Clock::time_point> Server::NextDue() const {
-  std::optional<Connection::Clock::time_point> first = pty_ ? pty_->Due() : std::nullopt;
-  for (const auto& connection : connections_) {
-    const auto due = connection->Due();
+  std::optional<Connection::Clock::time_point> first;
+  const auto take = [&first](std::optional<Connection::Clock::time_point> due) {
     if (due && (!first || *due < *first)) first = due;
-  }
+  };
+  if (listener_ && !listener_->IsDue()) take(listener_->Due());
+  if (pty_) take(pty_->Due());
+  for (const auto& connection : connections_) take(connection->Due());
   return first;
 }
 
@@ -96,7 +98,7 @@ void Server::ServeConnections() {
 }
 
 void Server::Accept(int listening) {
-  base::Descriptor socket = TcpListener::Accept(listening);
+  base::Descriptor socket = listener_->Accept(listening);
   if (!socket) return;
   connections_.push_back(std::make_unique<Connection>(std::make_unique<TcpStream>(std::move(socket)),
                                                       *handler_, options_.behaviour));

@@ -15,6 +15,7 @@ namespace {
 
 constexpr suseconds_t kPatienceUs = 10'000;
 constexpr int kBacklog = 64;
+constexpr std::chrono::milliseconds kAcceptRetry{100};
 
 template <typename Value>
 void SetOption(int socket, int level, int name, const Value& value) {
@@ -94,7 +95,10 @@ TcpListener::TcpListener(std::uint16_t port)
     : ipv4_(ListenOnIpv4(port)), ipv6_(ListenOnIpv6(port)), port_(port) {}
 
 base::Descriptor TcpListener::Accept(int listening) {
-  return base::Descriptor(accept4(listening, nullptr, nullptr, SOCK_CLOEXEC));
+  base::Descriptor socket(accept4(listening, nullptr, nullptr, SOCK_CLOEXEC));
+  const bool lacks = !socket && (errno == EMFILE || errno == ENFILE || errno == ENOBUFS || errno == ENOMEM);
+  due_ = lacks ? std::optional(Clock::now() + kAcceptRetry) : std::nullopt;
+  return socket;
 }
 
 }  // namespace kolvane::amplifier

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
+#include <optional>
 
 #include "amplifier/stream.h"
 
@@ -25,6 +27,8 @@ class TcpStream final : public Stream {
 /// Listens on 127.0.0.1 and, where the system has it, on ::1 at the same port.
 class TcpListener {
  public:
+  using Clock = std::chrono::steady_clock;
+
   /// Port 0 takes a free one. Throws std::system_error.
   explicit TcpListener(std::uint16_t port);
 
@@ -33,12 +37,17 @@ class TcpListener {
   /// -1 without IPv6.
   int ipv6() const { return ipv6_.get(); }
   /// A waiting connection of one of the two sockets, or none.
-  static base::Descriptor Accept(int listening);
+  base::Descriptor Accept(int listening);
+  /// When to try again, where the system had no room for the connection last accepted: it keeps waiting, so
+  /// the sockets are only watched again from then on.
+  std::optional<Clock::time_point> Due() const { return due_; }
+  bool IsDue() const { return !due_ || *due_ <= Clock::now(); }
 
  private:
   base::Descriptor ipv4_;
   base::Descriptor ipv6_;
   std::uint16_t port_ = 0;
+  std::optional<Clock::time_point> due_;
 };
 
 }  // namespace kolvane::amplifier

@@ -1,11 +1,15 @@
 #include "amplifier/server.h"
 
 #include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <filesystem>
 #include <fstream>
+#include <string_view>
 #include <system_error>
 #include <vector>
 
@@ -70,6 +74,57 @@ TEST(Server, TakesUpConnectionsPastItsMostWhenOthersEnd) {
 bool IsOpenAndSilent(const Client& client) {
   char byte = 0;
   return recv(client.descriptor(), &byte, 1, MSG_DONTWAIT) == -1 && errno == EAGAIN;
+}
+
+/// No further descriptor is available while it lives.
+class NoDescriptors {
+ public:
+  NoDescriptors() {
+    getrlimit(RLIMIT_NOFILE, &old_);
+    const rlimit none{0, old_.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &none);
+  }
+  ~NoDescriptors() { setrlimit(RLIMIT_NOFILE, &old_); }
+  NoDescriptors(const NoDescriptors&) = delete;
+  NoDescriptors& operator=(const NoDescriptors&) = delete;
+
+ private:
+  rlimit old_{};
+};
+
+void ConnectTo(std::uint16_t port, const base::Descriptor& socket) {
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_port = htons(port);
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  EXPECT_EQ(connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+}
+
+TEST(Listener, TriesAgainLaterWhereThereIsNoDescriptor) {
+  TcpListener listener(0);
+  const base::Descriptor socket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
+  ConnectTo(listener.Port(), socket);
+  {
+    const NoDescriptors none;
+    EXPECT_FALSE(listener.Accept(listener.ipv4()));
+  }
+  ASSERT_TRUE(listener.Due());
+  EXPECT_FALSE(listener.IsDue());
+  EXPECT_TRUE(listener.Accept(listener.ipv4()));
+  EXPECT_FALSE(listener.Due());
+}
+
+TEST(Server, TakesUpAConnectionOnceThereIsADescriptor) {
+  ServerThread amplifier;
+  const base::Descriptor socket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
+  {
+    const NoDescriptors none;
+    ConnectTo(amplifier.Port(), socket);
+  }
+  EXPECT_EQ(write(socket.get(), "CHS?\n", 5), 5);
+  char answer[17];
+  EXPECT_EQ(recv(socket.get(), answer, sizeof answer, MSG_WAITALL), 17);
+  EXPECT_EQ(std::string_view(answer, sizeof answer), "1,2,3,4,5,6,7,8\r\n");
 }
 
 TEST(Server, AWaitingConnectionHoldsUpNobody) {
