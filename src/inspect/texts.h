@@ -36,10 +36,11 @@ inline constexpr std::string_view kNoTime = "keine Zeit";
 // buttons and fields
 inline constexpr std::string_view kValues = "Werte an der Schreibmarke";
 inline constexpr std::string_view kGoTo = "&Gehe zu:";
-inline constexpr std::string_view kGoToTip = "Position: 17, &H11, +4 oder -4; Enter springt hin";
+inline constexpr std::string_view kGoToTip = "Position: 17, &H11, +4 oder -4; die Eingabetaste springt hin";
 inline constexpr std::string_view kFind = "S&uchen:";
 inline constexpr std::string_view kFindTip =
-    "Hexadezimalziffern (0D 0A) oder Text, Text aus Hexadezimalziffern in \"…\"; Enter sucht weiter";
+    "Hexadezimalziffern (0D 0A) oder Text, Text aus Hexadezimalziffern in \"…\"; die Eingabetaste sucht "
+    "weiter";
 inline constexpr std::string_view kLoadFile = "&Datei laden...";
 inline constexpr std::string_view kSaveBlock = "&Block speichern...";
 inline constexpr std::string_view kCopyAs = "Kopieren &als";

@@ -108,6 +108,15 @@ TEST_F(ConnectionDialogLookTest, ToolTipsSayUnitAndRange) {
   }
 }
 
+TEST_F(ConnectionDialogLookTest, ATimeOutSaysThatItIsNoneOfAnswers) {
+  Open();
+  for (const char* name : {"TIMO", "GPIBTIMO", "LPTTimo", "TCPIPTimo"}) {
+    const QString tip = Find<QWidget>(name)->toolTip();
+    EXPECT_TRUE(tip.startsWith("Wartezeit beim Verbinden und Senden")) << name;
+    EXPECT_TRUE(tip.contains("Für Antworten gilt „Timeout (ms)“ im Hauptfenster.")) << name;
+  }
+}
+
 TEST_F(ConnectionDialogLookTest, EachKeyLeadsToOneFieldOfItsPage) {
   Open();
   for (int page = 0; page < Tabs()->count(); ++page) {

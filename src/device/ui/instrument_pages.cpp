@@ -16,8 +16,9 @@ GpibPage::GpibPage() {
       column->AddChoice({"GPIBAddr", "&Adresse", "Adresse des Geräts am Bus, 1 bis 16"}, kAddressChoices);
   timeout_ = column->AddTypedChoice(
       {"GPIBTIMO", "&Timeout",
-       "Wartezeit auf eine Antwort in Sekunden, ab 0,001; bei 0 gelten 5 s.\n"
-       "Millisekunden mit der Einheit msec: „250 msec“. Die Einträge mit ms zählen als Sekunden."},
+       "Wartezeit beim Verbinden und Senden in Sekunden, ab 0,001; bei 0 gelten 5 s.\n"
+       "Millisekunden mit der Einheit msec: „250 msec“. Die Einträge mit ms zählen als Sekunden.\n"
+       "Für Antworten gilt „Timeout (ms)“ im Hauptfenster."},
       kGpibTimeoutChoices);
   eos_char_ = column->AddText({"EOSChar", "EOS &Zeichen (Hex)",
                                "Code des Endezeichens, 0 bis 255; hexadezimal mit &H davor: &H0A ist 10"});
@@ -56,9 +57,11 @@ ParallelPage::ParallelPage() {
   auto* column = new FormColumn;
   frame->setLayout(column);
   mode_ = column->AddChoice({"PAPOMode", "&Betriebsart", "Wie Bytes über den Port gehen"}, kLptModeChoices);
-  timeout_ = column->AddTypedChoice(
-      {"LPTTimo", "&Timeout", "Wartezeit auf eine Antwort in Sekunden, ab 0,001; bei 0 gelten 5 s"},
-      kLptTimeoutChoices);
+  timeout_ =
+      column->AddTypedChoice({"LPTTimo", "&Timeout",
+                              "Wartezeit beim Verbinden und Senden in Sekunden, ab 0,001; bei 0 gelten 5 s.\n"
+                              "Für Antworten gilt „Timeout (ms)“ im Hauptfenster."},
+                             kLptTimeoutChoices);
   column->addRow(new QLabel(QStringLiteral("Port (immer 7 für Orbanyx)")));
   auto* page = new QVBoxLayout(this);
   page->addWidget(frame);

@@ -20,9 +20,9 @@ TcpIpPage::TcpIpPage(const AddressHistory& history) {
   address_->setMinimumWidth(kAddressWidth);
   ShowHistory(address_, history);
   port_ = column->AddText({"txtIPPort", "&Port", "Portnummer, 1 bis 65535"});
-  timeout_ =
-      column->AddText({"TCPIPTimo", "&Timeout (s)",
-                       "Wartezeit auf Verbindung und Antwort in Sekunden, ab 0,001; bei 0 gelten 5 s"});
+  timeout_ = column->AddText({"TCPIPTimo", "&Timeout (s)",
+                              "Wartezeit beim Verbinden und Senden in Sekunden, ab 0,001; bei 0 gelten 5 s.\n"
+                              "Für Antworten gilt „Timeout (ms)“ im Hauptfenster."});
 }
 
 void TcpIpPage::Show(const TcpIpFields& fields) {

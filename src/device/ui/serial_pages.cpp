@@ -38,9 +38,10 @@ FormColumn* SerialPage::BuildLine() {
   data_bits_ = column->AddChoice({"DataBits", "&Daten Bits", "Bits je Zeichen, 7 oder 8"}, kDataBitsChoices);
   stop_bits_ =
       column->AddChoice({"StopBits", "&Stop Bits", "Stoppbits je Zeichen, 1 oder 2"}, kStopBitsChoices);
-  timeout_ = column->AddText({"TIMO", "&Timeout (s)",
-                              "Wartezeit auf eine Antwort in Sekunden, ab 0,001; bei 0 gelten 5 s.\n"
-                              "Gilt für COM, RS485 und USB."});
+  timeout_ =
+      column->AddText({"TIMO", "&Timeout (s)",
+                       "Wartezeit beim Verbinden und Senden in Sekunden, ab 0,001; bei 0 gelten 5 s.\n"
+                       "Gilt für COM, RS485 und USB. Für Antworten gilt „Timeout (ms)“ im Hauptfenster."});
   receive_buffer_ = column->AddText(
       {"RCV", "&Empfangspuffer (Byte)", "Größe in Byte, ab 512; kleinere Werte werden zu 512"});
   return column;
