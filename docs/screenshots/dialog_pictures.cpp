@@ -54,6 +54,7 @@ void ConnectionDialog(Stage& stage, const QString& folder) {
   stage.Trigger("mnuDisconnect");
   stage.WithDialog([&] { stage.Trigger("mnuConfigureConnection"); },
                    [&](QWidget* dialog) { SavePages(dialog, folder); });
+  SaveDialog(stage, folder, "mnuPorts", "schnittstellen-zuordnen");
 }
 
 // The first answer in the pane, by the first template.

@@ -85,6 +85,7 @@ void Menus(Stage& stage, const QString& folder) {
   const std::pair<const char*, const char*> menus[] = {{"mnuFile", "menue-datei"},
                                                        {"mnuCon", "menue-verbindung"},
                                                        {"mnuOptions", "menue-optionen"},
+                                                       {"mnuExtras", "menue-extras"},
                                                        {"mnuPOP1", "kontextmenue"}};
   for (const auto& [name, file] : menus) {
     auto* menu = stage.Find<QMenu>(name);
