@@ -51,14 +51,10 @@ void Runner::PlayFrom(int first) {
   links_.host.LockGUI(true);
   links_.state.run.StopRequested = false;
   links_.state.run.BreakRequested = false;
-  first_ = first;
-  const ScopeExit reset([this] {
-    first_ = 1;
-    stop_before_ = 0;
-  });
+  const ScopeExit reset([this] { stop_before_ = 0; });
   // Whoever goes on is in the same run.
   if (first == 1) interpreter_.EndOfRun();
-  RunCommandList(0);
+  Run(0, first);
   if (list_.current_row() > kListRows || links_.state.run.StopRequested) interpreter_.EndOfRun();
 }
 
@@ -69,14 +65,14 @@ void Runner::Stop() {
   list_.ClearLineSelection(list_.current_row());
 }
 
-void Runner::RunCommandList(std::int16_t single_step) {
+void Runner::Run(std::int16_t single_step, int first) {
   if (running() || aborted_) return;
   links_.state.run.ScriptRunning = 1;
   const ScopeExit ended([this] { links_.state.run.ScriptRunning = 0; });
   outcome_ = {};
   last_row_ = 0;
   if (single_step == 0) {
-    RunToEnd(first_);
+    RunToEnd(first);
   } else {
     Step();
   }

@@ -45,7 +45,7 @@ class Runner {
   void Abort() { aborted_ = true; }
 
   /// Play without what it does around a run (0), or SingleStep (anything else).
-  void RunCommandList(std::int16_t single_step);
+  void RunCommandList(std::int16_t single_step) { Run(single_step, 1); }
 
   bool running() const { return links_.state.run.ScriptRunning != 0; }
   /// Of the run or step in hand, or the last one.
@@ -56,6 +56,7 @@ class Runner {
  private:
   /// What Play does around a run from `first` on.
   void PlayFrom(int first);
+  void Run(std::int16_t single_step, int first);
   void RunToEnd(int first);
   bool StopsBefore(int row) const;
   void Step();
@@ -85,7 +86,6 @@ class Runner {
   int stands_at_ = 0;
   int broken_at_ = 0;  // the row in hand when Break ended a run
   int stop_before_ = 0;
-  int first_ = 1;  // of the run in hand
   bool aborted_ = false;
 };
 
