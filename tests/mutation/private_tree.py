@@ -214,7 +214,7 @@ class PrivateTree:
     def _failed_test(status, output):
         if status == 0:
             return ""
-        if status is None:
+        if status in (None, -signal.SIGXCPU):
             return "time-out"
         failed = re.search(r"^\[  FAILED  \] ([\w./]+)", output, re.MULTILINE)
         unittest = re.search(r"^(?:FAIL|ERROR): (\w+)", output, re.MULTILINE)
@@ -265,7 +265,7 @@ class PrivateTree:
 
 
 def _limit(processor_seconds):
-    resource.setrlimit(resource.RLIMIT_CPU, (processor_seconds, processor_seconds))
+    resource.setrlimit(resource.RLIMIT_CPU, (processor_seconds, processor_seconds + 5))
     resource.setrlimit(resource.RLIMIT_AS, (_ADDRESS_SPACE, _ADDRESS_SPACE))
     resource.setrlimit(resource.RLIMIT_FSIZE, (_FILE_SIZE, _FILE_SIZE))
     resource.setrlimit(resource.RLIMIT_CORE, (0, 0))

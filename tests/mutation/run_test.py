@@ -69,6 +69,17 @@ class PrivateTreeTest(unittest.TestCase):
                 tree.run_unchanged([pressed, waiting])
             self.assertFalse((root / "started").exists())
 
+    def test_programs_that_loop_or_crash_fail(self):
+        with tempfile.TemporaryDirectory() as folder:
+            root = pathlib.Path(folder)
+            os.makedirs(root / "tree/tests/base")
+            tree = PrivateTree(root, root, 1, [])
+            commands = {"good": "exit 0", "bad": "exit 3", "crash": "kill -ABRT $$", "loop": "kill -XCPU $$",
+                        "hangup": "kill -HUP $$"}  # fmt: skip
+            suites = [Suite(name, "base", ("sh", "-c", command), (), False) for name, command in commands.items()]
+            self.assertEqual(tree.run_unchanged(suites), [("bad", "status 3"), ("crash", "status -6"), ("loop", "time-out"),
+                                                          ("hangup", "status -1")])  # fmt: skip
+
 
 if __name__ == "__main__":
     unittest.main()
