@@ -1,6 +1,7 @@
 #include "headless/transcript.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <cerrno>
 #include <memory>
@@ -45,6 +46,17 @@ TEST(Transcript, TimesCanBeLeftOut) {
   ASSERT_EQ(transcript.Open(folder.Path("t"), false), 0);
   EXPECT_EQ(transcript.Write(Way::kOut, "A\n", transcript.Now()), 0);
   EXPECT_EQ(base::ReadBytes(folder.Path("t")), "{\"way\":\"out\",\"bytes\":\"QQo=\"}\n");
+}
+
+TEST(Transcript, MayBeReadByWhomeverTheMaskAllows) {
+  const base::TempFolder folder;
+  const mode_t mask = umask(027);
+  Transcript transcript;
+  EXPECT_EQ(transcript.Open(folder.Path("t"), true), 0);
+  umask(mask);
+  struct stat status {};
+  ASSERT_EQ(stat(folder.Path("t").c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 07777, 0640u);
 }
 
 TEST(Transcript, AnotherOneIsAppended) {

@@ -112,6 +112,8 @@ TEST_F(PaneFindTest, HighlightsHitsInViewAndScrollBar) {
   const QImage shown = pane_.viewport()->grab().toImage();
   const QRect cell = pane_.CharacterRect(hit.begin);
   EXPECT_EQ(shown.pixelColor(cell.left() + 1, cell.top() + 1), base::HitGround(Qt::white));
+  const QRect after = pane_.CharacterRect(hit.begin + 7);
+  EXPECT_EQ(shown.pixelColor(after.left() + 1, after.top() + 1), QColor(Qt::white)) << "the hit has ended";
   find_->Search(nullptr);
   EXPECT_EQ(marks->MarkCount(), 0);
   EXPECT_EQ(pane_.viewport()->grab().toImage().pixelColor(cell.left() + 1, cell.top() + 1),

@@ -28,6 +28,7 @@ class UnsavedListTest : public testing::Test {
     for (const LeftCopy& copy : LeftCopies(folder_)) {
       CommandList list;
       EXPECT_TRUE(copy.Restore(list));
+      EXPECT_EQ(list.left_out(), 0u);
       EXPECT_TRUE(list.modified());
       offered.push_back(list.file_name() + " " + ListText(list));
     }

@@ -145,6 +145,7 @@ TEST_F(ValuesTableTest, SelectsRowsByKeys) {
   EXPECT_EQ(table_.SelectedRows(), (RowRanges{{0, 1}}));
   Key(Qt::Key_Down);
   EXPECT_EQ(table_.SelectedRows(), (RowRanges{{1, 2}}));
+  EXPECT_EQ(table_.currentIndex().column(), 0);
   Key(Qt::Key_Down, Qt::ShiftModifier);
   EXPECT_EQ(table_.SelectedRows(), (RowRanges{{1, 3}}));
   Key(Qt::Key_End, Qt::ShiftModifier);

@@ -67,6 +67,7 @@ TEST_F(ValuesWindowTest, HasItsPartsByName) {
   for (const char* name : {"ValuesClear", "ValuesSave", "ValuesCopy", "ValuesPause"}) Action(name);
   for (const char* name : {"ValuesTable", "ValuesPlot", "ValuesCurves", "ValuesAxis"})
     EXPECT_NE(Find<QWidget>(name)->accessibleName(), "") << name;
+  EXPECT_TRUE(window_->toolBarBreak(Find<QToolBar>("ValuesPlotToolbar"))) << "the plot's bar below the other";
 }
 
 // Input goes the way of a window system here, which keeps it from windows that are blocked.
