@@ -17,7 +17,7 @@ import time
 from dataclasses import dataclass
 
 # What says nothing about the behaviour of the sources, or builds them a second time.
-_LEFT_OUT = re.compile(r"Packages\.|Manual\.|Soak\.|OnX\.|Python\.(types|stubs|hosts|on_an)|Mutation\.|.*_NOT_BUILT")
+_LEFT_OUT = re.compile(r"packages\.|Manual\.|Soak\.|OnX\.|Python\.(types|stubs|hosts|on_an)|Mutation\.|.*_NOT_BUILT")
 _UNCHANGED_SECONDS = 300  # what an unchanged program may take
 _SLOWER = 8  # a changed program may take so many times what the unchanged one took
 _AT_LEAST = 45.0  # seconds, for the shortest programs

@@ -123,6 +123,9 @@ TEST_F(ValuesTableTest, SelectsRowsByMouse) {
   EXPECT_EQ(table_.SelectedRows(), (RowRanges{{102, 106}, {108, 109}}));
   Click(103, Qt::ControlModifier);
   EXPECT_EQ(table_.SelectedRows(), (RowRanges{{102, 103}, {104, 106}, {108, 109}}));
+  bar().setValue(bar().maximum());
+  Click(999);
+  EXPECT_EQ(table_.SelectedRows(), (RowRanges{{999, 1000}}));
 }
 
 TEST_F(ValuesTableTest, SelectsByDragging) {

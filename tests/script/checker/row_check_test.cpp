@@ -26,6 +26,7 @@ TEST(RowCheck, ProposesTheWordThatIsNear) {
   };
   EXPECT_EQ(Check("$DELYA 5"),
             "Fehler 1: Unbekannter $ Befehl „$DELYA“, gemeint ist wohl „$DELAY 5“ => $DELAY 5");
+  EXPECT_EQ(Check("$STPO"), "Fehler 1: Unbekannter $ Befehl „$STPO“, gemeint ist wohl „$STOP“ => $STOP");
   EXPECT_EQ(proposal("$SPLITPARAM"), "$SPLITPARAMS");
   EXPECT_EQ(proposal("$split"), "$SPLITPARAMS");
   EXPECT_EQ(proposal("$GET 2"), "$GETPARAM 2");
