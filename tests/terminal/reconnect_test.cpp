@@ -79,6 +79,15 @@ TEST_F(ReconnectTest, OnePressOfThePlugConnects) {
   EXPECT_EQ(Button(), "1 20 Verbindung trennen");
 }
 
+TEST_F(ReconnectTest, ThePlugOffersToConnectWhereThatFails) {
+  connect.Press();
+  Lose();
+  device.open_result = {-22, "-22", "Verbindung abgelehnt"};
+  connect.Press();
+  EXPECT_FALSE(device_state.connected);
+  EXPECT_EQ(Button(), "0 21 Verbindung aufbauen");
+}
+
 TEST_F(ReconnectTest, TriesAgainAfterPausesThatDouble) {
   Lose();
   int attempts = 0;
