@@ -72,6 +72,7 @@ TEST_F(InspectToolsTest, ThePanelHasEachTypeAtOnceAndAtEachMove) {
   EXPECT_EQ(Cell("16 Bit ohne Vorzeichen", 1), "513");
   EXPECT_EQ(Cell("16 Bit ohne Vorzeichen", 2), "258");
   EXPECT_EQ(Cell("64 Bit mit Vorzeichen", 1), "");
+  EXPECT_NE(Find<QTableWidget>("ValuePanel")->item(0, 1)->textAlignment() & Qt::AlignRight, 0);
   QTest::keyClick(Dump(), Qt::Key_Right);
   EXPECT_EQ(Cell("8 Bit ohne Vorzeichen", 1), "2");
   EXPECT_EQ(PlaceText(), "Position 1 (&H1), 1 Byte markiert, Block 4 Bytes");

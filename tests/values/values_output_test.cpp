@@ -17,6 +17,7 @@
 #include "values/csv_reader.h"
 #include "values/filled_store.h"
 #include "values/ui/csv_job.h"
+#include "values/ui/plot_painter.h"
 
 namespace kolvane::values {
 namespace {
@@ -87,6 +88,16 @@ TEST_F(ValuesOutputTest, SavesPictures) {
   ASSERT_TRUE(png.loadFromData(QByteArray::fromStdString(Saved("PNG-Bild (*.png)", "a.png")), "PNG"));
   EXPECT_EQ(png.size(), plot_.size() * 2);
   EXPECT_EQ(Saved("PDF-Datei (*.pdf)", "a.pdf").substr(0, 5), "%PDF-");
+}
+
+TEST_F(ValuesOutputTest, LettersOnPaperDoNotFollowTheScreen) {
+  QFont small;
+  small.setPixelSize(7);
+  QFont large;
+  large.setPixelSize(40);
+  const int pixels = PlotStyle::OnPaper(small).font.pixelSize();
+  EXPECT_EQ(PlotStyle::OnPaper(large).font.pixelSize(), pixels);
+  EXPECT_GT(pixels, 7);
 }
 
 TEST_F(ValuesOutputTest, AddsTheSuffixOfTheFilter) {
