@@ -255,13 +255,14 @@ class PrivateTree:
                 raise
 
     def _confirmed(self, suite):
-        """A failure counts when the test fails again, by itself or once more among the others; a hang, or the end of the
-        program, counts at once."""
+        """A failure counts when the same test fails again, by itself or once more among the others; a hang, or the end of
+        the program, counts at once."""
         seconds = max(_AT_LEAST, _SLOWER * self._took[suite.name])
         failed = self._run(suite, seconds)
         if not failed or failed == "time-out" or failed.startswith("status"):
             return failed
-        return suite.is_google and self._run(suite, seconds, failed) or self._run(suite, seconds)
+        again = suite.is_google and self._run(suite, seconds, failed) or self._run(suite, seconds)
+        return failed if again == failed else ""
 
 
 def _limit(processor_seconds):
