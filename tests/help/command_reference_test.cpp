@@ -37,7 +37,7 @@ class CommandReference : public testing::Test {
     return IsHeading(paragraph) && FirstWord(paragraph.runs[0].text) == command;
   }
 
-  const std::string bytes_ = HelpFile("TermCmdHelp.rtf");
+  const std::string bytes_ = SourceOfHelp("TermCmdHelp.rtf");
   const RtfResult result_ = ReadRtf(bytes_);
   const RtfDocument& document_ = result_.document;
 };

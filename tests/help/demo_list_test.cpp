@@ -27,7 +27,7 @@ class DemoList : public testing::Test {
     return base::LeadingNumber(row.substr(std::min(row.find(' '), row.size())));
   }
 
-  const std::string bytes_ = HelpFile("demo.CMD");
+  const std::string bytes_ = SourceOfHelp("demo.CMD");
   std::vector<std::string> rows_;
 };
 

@@ -49,7 +49,7 @@ std::vector<Example> OfReference() {
   std::vector<Example> examples;
   std::string heading;
   bool in_group = false;
-  for (const auto& [paragraph, example_row] : ReferenceParagraphs(HelpFile("TermCmdHelp.rtf"))) {
+  for (const auto& [paragraph, example_row] : ReferenceParagraphs(SourceOfHelp("TermCmdHelp.rtf"))) {
     const bool sole = paragraph.runs.size() == 1;
     if (sole && paragraph.runs[0].format.bold) heading = paragraph.runs[0].text;
     const bool row = example_row && sole && heading != "Fehlermeldungen";

@@ -18,7 +18,7 @@ inline constexpr std::array<std::string_view, 18> kSpecialCommands = {
 inline constexpr std::array<std::string_view, 3> kAddedCommands = {"$READ", "$FLUSH", "$ANSWERS"};
 
 /// The bytes of a file in help/ of the source tree; empty when it is missing.
-inline std::string HelpFile(const std::string& name) {
+inline std::string SourceOfHelp(const std::string& name) {
   std::ifstream file(std::string(KOLVANE_HELP_FOLDER) + "/" + name, std::ios::binary);
   return {std::istreambuf_iterator<char>(file), {}};
 }

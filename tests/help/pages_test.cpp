@@ -84,11 +84,11 @@ TEST(HelpPages, LinksLeadToPagesAndAnchorsThatExist) {
 }
 
 TEST(HelpPages, TheTemplateOfTheExampleIsTheOneSupplied) {
-  std::string fields = base::FromWindows1252(HelpFile("templates/KVA-1-KOPF.BNS"));
+  std::string fields = base::FromWindows1252(SourceOfHelp("templates/KVA-1-KOPF.BNS"));
   std::erase(fields, '\r');
   fields.erase(0, fields.find("BYTECOUNT="));
   ASSERT_NE(fields, "");
-  EXPECT_NE(HelpFile("pages/vorlage-beispiel.html")
+  EXPECT_NE(SourceOfHelp("pages/vorlage-beispiel.html")
                 .find("<pre class=\"vorlage\">" + fields.substr(0, fields.size() - 1) + "</pre>"),
             std::string::npos);
 }
