@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 #include <netinet/in.h>
-#include <sys/resource.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -13,6 +12,7 @@
 #include <system_error>
 #include <vector>
 
+#include "base/no_descriptors.h"
 #include "client.h"
 
 namespace kolvane::amplifier {
@@ -76,22 +76,6 @@ bool IsOpenAndSilent(const Client& client) {
   return recv(client.descriptor(), &byte, 1, MSG_DONTWAIT) == -1 && errno == EAGAIN;
 }
 
-/// No further descriptor is available while it lives.
-class NoDescriptors {
- public:
-  NoDescriptors() {
-    getrlimit(RLIMIT_NOFILE, &old_);
-    const rlimit none{0, old_.rlim_max};
-    setrlimit(RLIMIT_NOFILE, &none);
-  }
-  ~NoDescriptors() { setrlimit(RLIMIT_NOFILE, &old_); }
-  NoDescriptors(const NoDescriptors&) = delete;
-  NoDescriptors& operator=(const NoDescriptors&) = delete;
-
- private:
-  rlimit old_{};
-};
-
 void ConnectTo(std::uint16_t port, const base::Descriptor& socket) {
   sockaddr_in address{};
   address.sin_family = AF_INET;
@@ -105,7 +89,7 @@ TEST(Listener, TriesAgainLaterWhereThereIsNoDescriptor) {
   const base::Descriptor socket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
   ConnectTo(listener.Port(), socket);
   {
-    const NoDescriptors none;
+    const base::NoDescriptors none;
     EXPECT_FALSE(listener.Accept(listener.ipv4()));
   }
   ASSERT_TRUE(listener.Due());
@@ -118,7 +102,7 @@ TEST(Server, TakesUpAConnectionOnceThereIsADescriptor) {
   ServerThread amplifier;
   const base::Descriptor socket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
   {
-    const NoDescriptors none;
+    const base::NoDescriptors none;
     ConnectTo(amplifier.Port(), socket);
   }
   EXPECT_EQ(write(socket.get(), "CHS?\n", 5), 5);

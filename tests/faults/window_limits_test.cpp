@@ -1,8 +1,6 @@
 // A window that runs out of memory or descriptors, or is closed while a list runs.
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
-#include <unistd.h>
 
 #include <QAction>
 #include <QComboBox>
@@ -11,6 +9,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/no_descriptors.h"
 #include "devlnk/status.h"
 #include "faults/failing_new.h"
 #include "faults/live_window.h"
@@ -68,24 +67,6 @@ TEST(WindowLimits, Row28AListWithoutMemory) {
   }
 }
 
-/// No further descriptor is available while it lives.
-class NoDescriptors {
- public:
-  NoDescriptors() {
-    getrlimit(RLIMIT_NOFILE, &old_);
-    const int next = dup(0);
-    close(next);
-    const rlimit none{static_cast<rlim_t>(next), old_.rlim_max};
-    setrlimit(RLIMIT_NOFILE, &none);
-  }
-  ~NoDescriptors() { setrlimit(RLIMIT_NOFILE, &old_); }
-  NoDescriptors(const NoDescriptors&) = delete;
-  NoDescriptors& operator=(const NoDescriptors&) = delete;
-
- private:
-  rlimit old_{};
-};
-
 TEST(WindowLimits, Row28NoDescriptorToConnect) {
   for (const Port port : kPorts) {
     LiveWindow live(port, Nothing);
@@ -96,7 +77,7 @@ TEST(WindowLimits, Row28NoDescriptorToConnect) {
     live.Press("TB_CONNECT");
     live.connection().port_code = code_of_port;
     {
-      const NoDescriptors none;
+      const base::NoDescriptors none;
       live.Press("TB_CONNECT");
     }
     ASSERT_EQ(live.boxes().size(), 2u);

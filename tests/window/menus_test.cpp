@@ -5,6 +5,7 @@
 #include <QMenuBar>
 #include <QPushButton>
 
+#include "gui/letters.h"
 #include "window/window_fixture.h"
 
 namespace kolvane::window {
@@ -19,17 +20,6 @@ class MenusTest : public WindowFixture {
       if (!item->isSeparator()) items << item->objectName() + ' ' + item->text().remove(u'&');
     }
     return items;
-  }
-
-  static void ExpectOneEach(const QStringList& texts) {
-    QString letters;
-    for (const QString& text : texts) {
-      if (!text.contains(u'&')) continue;
-      const QChar letter = text.at(text.indexOf(u'&') + 1).toUpper();
-      EXPECT_FALSE(letters.contains(letter)) << text.toStdString();
-      letters += letter;
-    }
-    EXPECT_FALSE(letters.isEmpty());
   }
 };
 
@@ -95,7 +85,7 @@ TEST_F(MenusTest, EachLetterOfAMenuChoosesOneItem) {
     for (const QAction* item : Find<QMenu>(menu)->actions()) {
       if (!item->isSeparator()) texts << item->text();
     }
-    ExpectOneEach(texts);
+    gui::ExpectOneLetterEach(texts);
   }
 }
 
@@ -106,7 +96,7 @@ TEST_F(MenusTest, EachLetterWithAltLeadsToOneMenuFieldOrButton) {
     if (label->buddy() != nullptr) texts << label->text();
   }
   for (const QPushButton* button : window_.findChildren<QPushButton*>()) texts << button->text();
-  ExpectOneEach(texts);
+  gui::ExpectOneLetterEach(texts);
 }
 
 TEST_F(MenusTest, OfPaneAndGrid) {

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QStringList>
+
+namespace kolvane::gui {
+
+/// Each letter after "&" stands once in the texts, and there is one.
+inline void ExpectOneLetterEach(const QStringList& texts) {
+  QString letters;
+  for (const QString& text : texts) {
+    if (!text.contains(u'&')) continue;
+    const QChar letter = text.at(text.indexOf(u'&') + 1).toUpper();
+    EXPECT_FALSE(letters.contains(letter)) << text.toStdString();
+    letters += letter;
+  }
+  EXPECT_FALSE(letters.isEmpty());
+}
+
+}  // namespace kolvane::gui
