@@ -27,7 +27,8 @@ struct ShimRun {
   bool hung = false;  ///< and was killed for it
 };
 
-/// Sends ONE, TWO and THREE as a list with a log, the `nth` such call failing.
+/// Sends ONE, TWO and THREE as a list with a log, the `nth` such call failing; again with a long time-out
+/// where there was no such call.
 ShimRun RunWithShim(const FailingCall& failing, int nth, FaultyInstrument& instrument);
 
 }  // namespace kolvane::faults
