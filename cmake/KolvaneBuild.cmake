@@ -177,9 +177,9 @@ function(kolvane_discover program)
   endif()
 endfunction()
 
-# kolvane_test(NAME sources... [PRELOAD library] [UNSANITIZED filter] [COST seconds] [LINK targets...]): one GoogleTest program, run with
-# the library loaded first. Those tests that the filter names bear the label unsanitized: in a sanitizer's build they
-# cannot run.
+# kolvane_test(NAME sources... [PRELOAD library] [UNSANITIZED filter] [COST seconds] [LINK targets...]): one GoogleTest
+# program, run with the library loaded first. Those tests that the filter names have the label unsanitized: in a
+# sanitizer's build they cannot run.
 function(kolvane_test name)
   cmake_parse_arguments(ARG "" "PRELOAD;UNSANITIZED;COST" "" ${ARGN})
   kolvane_test_program(${name} test ${ARG_UNPARSED_ARGUMENTS})

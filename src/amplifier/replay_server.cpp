@@ -79,12 +79,12 @@ std::string ReplayServer::Run(int stop) {
 std::optional<ReplayServer::Clock::time_point> ReplayServer::Due() const {
   if (retry_) return retry_;
   if (replay_) return replay_->Due();
-  return listener_ && !listener_->IsDue() ? listener_->Due() : std::nullopt;
+  return listener_ ? listener_->PausedUntil() : std::nullopt;
 }
 
 // False once it is told to stop.
 bool ReplayServer::Wait(int stop) {
-  const bool listens = listener_ && !stream_ && listener_->IsDue();
+  const bool listens = listener_ && !stream_ && !listener_->PausedUntil();
   std::array<pollfd, 4> watched{{{stop, POLLIN, 0},
                                  {listens ? listener_->ipv4() : -1, POLLIN, 0},
                                  {listens ? listener_->ipv6() : -1, POLLIN, 0},

@@ -60,7 +60,7 @@ void Server::Wait(int stop) {
   watched_.clear();
   Watch(stop, POLLIN);
   // A negative descriptor is skipped by poll.
-  const bool listens = listener_ && connections_.size() < kMaxConnections && listener_->IsDue();
+  const bool listens = listener_ && connections_.size() < kMaxConnections && !listener_->PausedUntil();
   Watch(listens ? listener_->ipv4() : -1, POLLIN);
   Watch(listens ? listener_->ipv6() : -1, POLLIN);
   Watch(pty_ ? pty_->descriptor() : -1, pty_ ? pty_->Events() : short{0});
@@ -78,7 +78,7 @@ std::optional<Connection::Clock::time_point> Server::NextDue() const {
   const auto take = [&first](std::optional<Connection::Clock::time_point> due) {
     if (due && (!first || *due < *first)) first = due;
   };
-  if (listener_ && !listener_->IsDue()) take(listener_->Due());
+  if (listener_) take(listener_->PausedUntil());
   if (pty_) take(pty_->Due());
   for (const auto& connection : connections_) take(connection->Due());
   return first;

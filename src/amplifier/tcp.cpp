@@ -97,7 +97,7 @@ TcpListener::TcpListener(std::uint16_t port)
 base::Descriptor TcpListener::Accept(int listening) {
   base::Descriptor socket(accept4(listening, nullptr, nullptr, SOCK_CLOEXEC));
   const bool lacks = !socket && (errno == EMFILE || errno == ENFILE || errno == ENOBUFS || errno == ENOMEM);
-  due_ = lacks ? std::optional(Clock::now() + kAcceptRetry) : std::nullopt;
+  paused_until_ = lacks ? std::optional(Clock::now() + kAcceptRetry) : std::nullopt;
   return socket;
 }
 

@@ -38,16 +38,17 @@ class TcpListener {
   int ipv6() const { return ipv6_.get(); }
   /// A waiting connection of one of the two sockets, or none.
   base::Descriptor Accept(int listening);
-  /// When to try again, where the system had no room for the connection last accepted: it keeps waiting, so
-  /// the sockets are only watched again from then on.
-  std::optional<Clock::time_point> Due() const { return due_; }
-  bool IsDue() const { return !due_ || *due_ <= Clock::now(); }
+  /// Until when the sockets are not to be watched: the system had no room for the connection last accepted,
+  /// which keeps waiting. Nothing once that is over.
+  std::optional<Clock::time_point> PausedUntil() const {
+    return paused_until_ && *paused_until_ > Clock::now() ? paused_until_ : std::nullopt;
+  }
 
  private:
   base::Descriptor ipv4_;
   base::Descriptor ipv6_;
   std::uint16_t port_ = 0;
-  std::optional<Clock::time_point> due_;
+  std::optional<Clock::time_point> paused_until_;
 };
 
 }  // namespace kolvane::amplifier

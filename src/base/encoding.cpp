@@ -158,17 +158,16 @@ std::optional<std::string> FromBase64(std::string_view text) {
 
 bool IsAscii(std::string_view text) {
   std::uint64_t seen = 0;
-  std::size_t i = 0;
-  for (; i + sizeof(seen) <= text.size(); i += sizeof(seen)) {
+  const auto take_eight = [text, &seen](std::size_t at) {
     std::uint64_t word;
-    std::memcpy(&word, text.data() + i, sizeof(word));
+    std::memcpy(&word, text.data() + at, sizeof(word));
     seen |= word;
-  }
+  };
+  std::size_t i = 0;
+  for (; i + sizeof(seen) <= text.size(); i += sizeof(seen)) take_eight(i);
   // The last eight, some of them again, take fewer steps than one after the other.
   if (i > 0) {
-    std::uint64_t word;
-    std::memcpy(&word, text.data() + text.size() - sizeof(word), sizeof(word));
-    seen |= word;
+    take_eight(text.size() - sizeof(seen));
   } else {
     for (; i < text.size(); ++i) seen |= static_cast<std::uint8_t>(text[i]);
   }

@@ -91,6 +91,20 @@ std::string_view TrimBlanks(std::string_view text) {
   return text.substr(std::min(text.find_first_not_of(' '), text.size()));
 }
 
+bool IsQuery(std::string_view command) {
+  char quote = 0;
+  for (const char c : command) {
+    if (quote != 0) {
+      if (c == quote) quote = 0;
+    } else if (c == '"' || c == '\'') {
+      quote = c;
+    } else if (c == '?') {
+      return true;
+    }
+  }
+  return false;
+}
+
 std::string_view TakeLine(std::string_view& bytes) {
   constexpr std::string_view kLineEnd = "\r\n";
   const std::size_t end = std::min(bytes.find_first_of(kLineEnd), bytes.size());

@@ -22,6 +22,9 @@ std::string_view TrimBlanks(std::string_view text);
 /// there.
 std::string_view TrimBlanksRight(std::string_view text);
 
+/// Whether an instrument's command has a "?" outside "..." and '...'.
+bool IsQuery(std::string_view command);
+
 /// Takes one line off the front of `bytes`, which is not empty, and returns it without its end: CR LF, LF or
 /// CR.
 std::string_view TakeLine(std::string_view& bytes);

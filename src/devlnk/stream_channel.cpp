@@ -7,6 +7,7 @@
 #include <cerrno>
 
 namespace kolvane::devlnk {
+
 // A slice longer than the handler's pace is only waited on an instrument that was prompt the last time.
 bool StreamChannel::WaitsInRead(const Deadline& deadline) const {
   if (deadline.started() || deadline.total_ms() < slice_ms_) return false;

@@ -34,10 +34,10 @@ constexpr char Upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c
 // By character, in either case.
 constexpr auto kStartsAWord = [] {
   std::array<bool, 256> starts{};
-  for (const DeviceWord& each : kDeviceWords) {
-    for (int c = 0; c < 256; ++c) {
-      if (Upper(static_cast<char>(c)) == each.word.front()) starts[static_cast<std::size_t>(c)] = true;
-    }
+  for (std::size_t c = 0; c < starts.size(); ++c) {
+    starts[c] = std::ranges::any_of(
+        kDeviceWords,
+        [first = Upper(static_cast<char>(c))](const DeviceWord& each) { return each.word.front() == first; });
   }
   return starts;
 }();
@@ -59,20 +59,6 @@ PostSendRule RuleFor(std::string_view command) {
         [rest = command.substr(at)](const DeviceWord& each) { return StartsWith(rest, each.word); });
   }
   return found == std::end(kDeviceWords) ? PostSendRule{} : found->rule;
-}
-
-bool IsQuery(std::string_view command) {
-  char quote = 0;
-  for (const char c : command) {
-    if (quote != 0) {
-      if (c == quote) quote = 0;
-    } else if (c == '"' || c == '\'') {
-      quote = c;
-    } else if (c == '?') {
-      return true;
-    }
-  }
-  return false;
 }
 
 namespace {
@@ -137,7 +123,7 @@ Sent Session::SendCommand(std::string_view command, bool /*print_command*/) {
 PostSendRule Session::PostSendCheck(std::string_view command) {
   PostSendRule rule = state_.extras.device_words ? RuleFor(command) : PostSendRule{};
   if (rule.disconnects) connect_.Press();
-  if (state_.QueriesOnly() && !IsQuery(command)) rule.continues = false;
+  if (state_.QueriesOnly() && !base::IsQuery(command)) rule.continues = false;
   return rule;
 }
 

@@ -25,9 +25,6 @@ struct PostSendRule {
 /// in any case; the first hit wins, longer words that happen to contain one of them included.
 PostSendRule RuleFor(std::string_view command);
 
-/// Whether `command` has a "?" outside "..." and '...'.
-bool IsQuery(std::string_view command);
-
 /// Strips a text answer of what does not belong to it: the spaces around it, then one NUL, then the
 /// terminator (CR LF in any case; part of it where the device left only that).
 void TrimAnswer(std::string& answer, std::string_view receive_terminator);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "base/text.h"
 #include "values/texts.h"
 
 namespace kolvane::values {
@@ -36,7 +37,7 @@ void CurveList::ShowUnasked(std::size_t number) {
 }
 
 bool CurveList::IsQuery(std::size_t number) const {
-  return store_.command(store_.series(number).command()).find('?') != std::string::npos;
+  return base::IsQuery(store_.command(store_.series(number).command()));
 }
 
 CurveList::Field CurveList::FieldOf(std::size_t number) const {

@@ -15,7 +15,7 @@ namespace kolvane::values {
 /// the store's being cleared.
 class CurveList {
  public:
-  /// So many are shown unasked: those of queries ("?") before others, whose answers often only confirm.
+  /// So many are shown unasked: those of queries before others, whose answers often only confirm.
   static constexpr std::size_t kFirstShown = 8;
 
   explicit CurveList(const Store& store) : store_(store) {}

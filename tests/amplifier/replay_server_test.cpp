@@ -40,6 +40,11 @@ struct ReplayServerTest : testing::Test {
   base::Descriptor stop{eventfd(0, EFD_CLOEXEC)};
 };
 
+// A is answered by a, B by nothing.
+constexpr char kTwoCommands[] = R"({"way":"out","bytes":"QQo="}
+{"way":"in","bytes":"YQ0K"}
+{"way":"out","bytes":"Qgo="})";
+
 TEST_F(ReplayServerTest, PlaysConnectionAfterConnectionAndEnds) {
   for (const bool recorded : {false, true}) {
     Options options = Of(kTwoConnections);
@@ -78,9 +83,7 @@ TEST_F(ReplayServerTest, AConnectionThatBringsNothingIsNone) {
 }
 
 TEST_F(ReplayServerTest, AStopInTheMiddleIsADifference) {
-  ReplayServer server(Of(R"({"way":"out","bytes":"QQo="}
-{"way":"in","bytes":"YQ0K"}
-{"way":"out","bytes":"Qgo="})"));
+  ReplayServer server(Of(kTwoCommands));
   auto result = Run(server);
   const Client client = Client::Tcp(server.Port());
   EXPECT_EQ(client.Ask("A"), "a");
@@ -165,9 +168,7 @@ void Reset(const Client& client) {
 }
 
 TEST_F(ReplayServerTest, AResetBeforeTheNextCommandIsADifference) {
-  ReplayServer server(Of(R"({"way":"out","bytes":"QQo="}
-{"way":"in","bytes":"YQ0K"}
-{"way":"out","bytes":"Qgo="})"));
+  ReplayServer server(Of(kTwoCommands));
   auto result = Run(server);
   {
     const Client client = Client::Tcp(server.Port());

@@ -92,10 +92,9 @@ TEST(Listener, TriesAgainLaterWhereThereIsNoDescriptor) {
     const base::NoDescriptors none;
     EXPECT_FALSE(listener.Accept(listener.ipv4()));
   }
-  ASSERT_TRUE(listener.Due());
-  EXPECT_FALSE(listener.IsDue());
+  EXPECT_TRUE(listener.PausedUntil());
   EXPECT_TRUE(listener.Accept(listener.ipv4()));
-  EXPECT_FALSE(listener.Due());
+  EXPECT_FALSE(listener.PausedUntil());
 }
 
 TEST(Server, TakesUpAConnectionOnceThereIsADescriptor) {

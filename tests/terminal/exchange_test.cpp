@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/text.h"
 #include "terminal/session_bench.h"
 
 namespace kolvane::terminal {
@@ -88,9 +89,9 @@ TEST_F(ExchangeTest, ADeviceWordStillEndsWhatIsNoQuery) {
 
 TEST_F(ExchangeTest, AQueryHasItsQuestionMarkOutsideQuotes) {
   for (const char* query : {"?", "*IDN?", "A 'b?' ?", R"(A "it's"; B?)", "A? 'x"})
-    EXPECT_TRUE(IsQuery(query)) << query;
+    EXPECT_TRUE(base::IsQuery(query)) << query;
   for (const char* other : {"", "A", "DISP 'ready?'", R"(DISP "what?")", "A 'open?"})
-    EXPECT_FALSE(IsQuery(other)) << other;
+    EXPECT_FALSE(base::IsQuery(other)) << other;
 }
 
 class Listener final : public ExchangeListener {
