@@ -32,9 +32,12 @@ if(KOLVANE_SANITIZE)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
     # What is loaded at run time has hidden types, which that check takes for others.
     list(APPEND sanitizer_options -fno-sanitize=function)
-    # Programs and the libraries that they load share one run-time library, as GCC has it anyway.
+    # Programs and the libraries that they load share one run-time library, as GCC has it anyway; the fuzzer has it in
+    # itself.
     set(asan libclang_rt.asan-x86_64.so)
-    add_link_options(-shared-libasan)
+    if(NOT KOLVANE_SANITIZE MATCHES fuzzer)
+      add_link_options(-shared-libasan)
+    endif()
   else()
     set(asan libasan.so)
   endif()
