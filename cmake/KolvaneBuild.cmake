@@ -208,7 +208,6 @@ function(kolvane_gui_test name)
   cmake_parse_arguments(ARG "" "COST" "" ${ARGN})
   kolvane_test_program(${name} gui_test ${PROJECT_SOURCE_DIR}/tests/gui/main.cpp ${ARG_UNPARSED_ARGUMENTS})
   target_link_libraries(${name} PRIVATE Qt6::Widgets Qt6::Test)
-  set_target_properties(${name} PROPERTIES AUTOMOC ON)
   kolvane_discover(${name} FILTER "*" COST "${ARG_COST}" ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
 endfunction()
 
@@ -230,7 +229,7 @@ function(kolvane_benchmark name)
   cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
   add_executable(${name} ${ARG_UNPARSED_ARGUMENTS})
   target_link_libraries(${name} PRIVATE kolvane_options ${ARG_LINK})
-  set_target_properties(${name} PROPERTIES AUTOMOC ON RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bench)
+  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bench)
 endfunction()
 
 # kolvane_fuzz(NAME sources... [LINK targets...]): one libFuzzer program of NAME_fuzz.cpp and what is given besides.

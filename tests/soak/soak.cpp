@@ -9,7 +9,7 @@
 #include "base/temp_folder.h"
 #include "device/loaded_port_library.h"
 #include "soak/measures.h"
-#include "soak/numbering_instrument.h"
+#include "soak/soak_instrument.h"
 #include "window/window_records.h"
 
 namespace kolvane::soak {

@@ -1,4 +1,4 @@
-#include "soak/numbering_instrument.h"
+#include "soak/soak_instrument.h"
 
 #include <signal.h>
 #include <sys/mman.h>
