@@ -16,7 +16,6 @@
 #include <vector>
 
 #include "row.h"
-#include "values/csv_writer.h"
 #include "values/row.h"
 #include "values/store.h"
 #include "values/ui/values_window.h"

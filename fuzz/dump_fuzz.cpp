@@ -2,7 +2,6 @@
 #include "base/runtime_error.h"
 #include "fuzz/input.h"
 #include "fuzz/require.h"
-#include "inspect/caret.h"
 #include "inspect/decode.h"
 #include "inspect/hex_dump.h"
 

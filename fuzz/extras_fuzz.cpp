@@ -1,8 +1,8 @@
 // Extras.ini and state.ini: any file can be read; what a window changes in it is there the next time, and
 // everything else stays.
 #include "base/read_file.h"
-#include "component/extras_file.h"
 #include "component/ini_text.h"
+#include "component/settings.h"
 #include "fuzz/input.h"
 #include "fuzz/require.h"
 #include "fuzz/scratch_folder.h"

@@ -2,7 +2,6 @@
 // should.
 #include <string>
 
-#include "amplifier/recorded_conversation.h"
 #include "amplifier/replay.h"
 #include "fuzz/input.h"
 #include "fuzz/require.h"

@@ -6,7 +6,6 @@
 #include "fuzz/input.h"
 #include "fuzz/require.h"
 #include "values/csv_reader.h"
-#include "values/csv_writer.h"
 #include "values/row.h"
 #include "values/store.h"
 

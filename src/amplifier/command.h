@@ -1,14 +1,58 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <span>
 #include <string_view>
 
-#include "amplifier/arguments.h"
 #include "amplifier/line_commands.h"
 #include "amplifier/state.h"
 
 namespace kolvane::amplifier {
+
+/// Without regard to the case of the letters A to Z.
+bool EqualsNoCase(std::string_view a, std::string_view b);
+
+/// The whole of `text` as a decimal number within the bounds, or nothing.
+std::optional<std::int64_t> ParseInteger(std::string_view text, std::int64_t least, std::int64_t most);
+
+/// The whole of `text` as a finite number, point as decimal sign, magnitude at most 1e9; or nothing.
+std::optional<double> ParseNumber(std::string_view text);
+
+/// The position of `text` in `words`, case disregarded, or nothing.
+std::optional<std::size_t> ParseWord(std::string_view text, std::span<const std::string_view> words);
+
+/// Channels as one writes them: "3", "2-5", "0" for all.
+struct ChannelRange {
+  std::size_t first = 0;  // 0-based
+  std::size_t count = 0;
+};
+std::optional<ChannelRange> ParseChannels(std::string_view text);
+
+/// The parameters after a command word: separated by ",", spaces around each stripped.
+class Arguments {
+ public:
+  static constexpr std::size_t kMax = 8;
+
+  /// `text` is what stands after the word and one space. Views into it are kept.
+  explicit Arguments(std::string_view text);
+
+  /// How many there are; more than kMax count as kMax + 1.
+  std::size_t size() const { return size_; }
+  /// Empty where there are fewer.
+  std::string_view operator[](std::size_t i) const {
+    return i < size_ && i < kMax ? fields_[i] : std::string_view();
+  }
+  /// The text as it was sent, not split and not trimmed.
+  std::string_view whole() const { return whole_; }
+
+ private:
+  std::string_view whole_;
+  std::array<std::string_view, kMax> fields_;
+  std::size_t size_ = 0;
+};
 
 /// One row of the command set. `run` gets a reply that is an empty line and an argument count within the
 /// bounds; what it wrote into the reply counts only when it refuses nothing.

@@ -7,7 +7,6 @@
 #include <string>
 
 #include "amplifier/line_commands.h"
-#include "amplifier/line_splitter.h"
 #include "amplifier/options.h"
 #include "amplifier/stream.h"
 

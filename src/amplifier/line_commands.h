@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <string>
 
-#include "amplifier/line_splitter.h"
 #include "amplifier/stream.h"
 
 namespace kolvane::amplifier {

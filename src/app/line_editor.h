@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "app/shell_history.h"
+#include "app/shell_typing.h"
 #include "kolvane/Shell.h"
 
 namespace kolvane::app {

@@ -11,11 +11,10 @@
 #include <new>
 #include <system_error>
 
+#include "app/command_options.h"
 #include "app/demo.h"
-#include "app/finding_lines.h"
+#include "app/listings.h"
 #include "app/options.h"
-#include "app/port_listing.h"
-#include "app/run_options.h"
 #include "app/shell.h"
 #include "app/signals.h"
 #include "kolvane/CommandRun.h"

@@ -7,8 +7,7 @@
 #include <limits>
 #include <string_view>
 
-#include "app/decode_options.h"
-#include "app/run_options.h"
+#include "app/command_options.h"
 #include "base/number.h"
 
 namespace kolvane::app {

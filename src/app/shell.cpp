@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "app/line_editor.h"
-#include "app/shell_history.h"
+#include "app/shell_typing.h"
 #include "app/signals.h"
 #include "base/descriptor.h"
 #include "kolvane/Shell.h"

@@ -1,14 +1,33 @@
 #include "app/shell_typing.h"
 
-#include <algorithm>
+#include <fcntl.h>
 
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+#include "base/descriptor.h"
 #include "base/encoding.h"
+#include "base/read_file.h"
+#include "base/replace_file.h"
+#include "base/system.h"
+#include "base/text.h"
 
 namespace kolvane::app {
 namespace {
 
 constexpr char kCtrlC = '\x03';
 constexpr char kEscape = '\x1B';
+
+// Commands may hold what is nobody else's business.
+constexpr mode_t kMode = 0600;
+
+std::string Joined(const std::vector<std::string>& lines) {
+  std::string text;
+  for (const std::string& line : lines) text.append(line).append(1, '\n');
+  return text;
+}
 
 }  // namespace
 
@@ -29,6 +48,46 @@ std::string CommonBegin(const std::vector<std::string>& candidates) {
     common = common.substr(0, static_cast<std::size_t>(differs.in1 - common.begin()));
   }
   return std::string(base::Utf8Prefix(candidates.front(), common.size()));
+}
+
+ShellHistory::ShellHistory(std::string file) : file_(std::move(file)) {
+  std::string bytes;
+  if (file_.empty() || base::ReadFile(file_, bytes) != 0) return;
+  for (std::string_view rest = bytes; !rest.empty();) {
+    if (const std::string_view line = base::TakeLine(rest); !line.empty()) lines_.emplace_back(line);
+  }
+  const bool long_file = lines_.size() >= 2 * kKept;
+  if (lines_.size() > kKept) lines_.erase(lines_.begin(), lines_.end() - kKept);
+  if (long_file) (void)base::ReplaceFile(file_, Joined(lines_));
+}
+
+std::string ShellHistory::UserFile() {
+  const std::filesystem::path folder = base::UserFolder("XDG_STATE_HOME", ".local/state");
+  return folder.empty() ? std::string() : (folder / "shell-history").string();
+}
+
+void ShellHistory::Add(std::string_view line) {
+  if (line.find_first_not_of(' ') == line.npos || (!lines_.empty() && lines_.back() == line)) return;
+  lines_.emplace_back(line);
+  if (file_.empty()) return;
+  std::error_code ignored;
+  std::filesystem::create_directories(std::filesystem::path(file_).parent_path(), ignored);
+  const base::Descriptor file(base::Uninterrupted(
+      [this] { return open(file_.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_NONBLOCK | O_CLOEXEC, kMode); }));
+  if (file) (void)base::AppendWhole(file.get(), lines_.back() + '\n');
+}
+
+std::vector<std::string> ShellHistory::Beginning(std::string_view typed) const {
+  std::vector<std::string> found;
+  const auto add = [&](const std::string& text) {
+    if (text.starts_with(typed) && text != typed && std::ranges::find(found, text) == found.end())
+      found.push_back(text);
+  };
+  for (auto line = lines_.rbegin(); line != lines_.rend(); ++line) {
+    add(line->substr(0, line->find(' ')));
+    add(*line);
+  }
+  return found;
 }
 
 }  // namespace kolvane::app

@@ -6,6 +6,7 @@
 
 #include "base/number.h"
 #include "base/runtime_error.h"
+#include "base/system.h"
 #include "component/texts.h"
 #include "device/port_table.h"
 
@@ -184,6 +185,10 @@ const Row kRows[] = {
      [](SettingsTarget& t) -> Field { return &t.window.command_list.back_color; }},
 };
 
+constexpr char kExtrasSection[] = "EXTRAS";
+
+const char* FlagText(bool value) { return value ? "1" : "0"; }
+
 }  // namespace
 
 void LoadSettings(const SettingsStore& store, SettingsTarget target, bool with_connection) {
@@ -217,6 +222,29 @@ std::optional<SaveFailure> SaveSettings(SettingsStore& store, SettingsTarget tar
   store.Write("TERMINAL", "SHOWRESPONSETIME", Writer{}(&target.terminal.options.show_response_times));
   store.Write("TERMINAL", "LINEBREAKS", Writer{}(&target.terminal.options.line_breaks));
   return store.Flush();
+}
+
+std::string UserExtrasFile() {
+  const auto folder = base::UserFolder("XDG_CONFIG_HOME", ".config");
+  return folder.empty() ? std::string() : (folder / "Extras.ini").string();
+}
+
+terminal::Extras ExtrasFile::Load() const {
+  terminal::Extras extras;
+  for (const terminal::ExtrasFlag& flag : terminal::kExtrasFlags) {
+    const std::string text = file_.Read(kExtrasSection, std::string(flag.name));
+    if (text == FlagText(false) || text == FlagText(true)) extras.*flag.value = text == FlagText(true);
+  }
+  return extras;
+}
+
+std::optional<SaveFailure> ExtrasFile::Save(const terminal::Extras& extras) {
+  const terminal::Extras before = Load();
+  for (const terminal::ExtrasFlag& flag : terminal::kExtrasFlags) {
+    const bool value = extras.*flag.value;
+    if (value != before.*flag.value) file_.Write(kExtrasSection, std::string(flag.name), FlagText(value));
+  }
+  return file_.Save();
 }
 
 }  // namespace kolvane::component

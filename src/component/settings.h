@@ -1,8 +1,12 @@
 #pragma once
 
+#include <optional>
+#include <string>
+
 #include "component/host_parameters.h"
 #include "component/ini_store.h"
 #include "device/connection_parameters.h"
+#include "terminal/extras.h"
 #include "terminal/terminal_state.h"
 
 namespace kolvane::component {
@@ -29,5 +33,25 @@ void LoadStoredConnection(const std::string& settings_file, device::ConnectionPa
 /// as it is stored, and starts on its default where it is not.
 [[nodiscard]] std::optional<SaveFailure> SaveSettings(SettingsStore& store, SettingsTarget target,
                                                       const HostParts* host = nullptr);
+
+/// Kolvane/Extras.ini in the user's configuration folder; empty where there is none.
+std::string UserExtrasFile();
+
+/// The additions of the user's windows, docs/formats/extras.md. Several windows may have the file open: each
+/// saves what was changed in it and leaves the rest.
+class ExtrasFile {
+ public:
+  /// `path`: the file; empty where nothing is kept.
+  explicit ExtrasFile(const std::string& path) : file_(path) {}
+
+  /// What the file says; a value that is neither 0 nor 1 counts as none.
+  terminal::Extras Load() const;
+
+  /// Saves what differs from what was loaded; touches nothing where nothing does.
+  [[nodiscard]] std::optional<SaveFailure> Save(const terminal::Extras& extras);
+
+ private:
+  StateFile file_;
+};
 
 }  // namespace kolvane::component

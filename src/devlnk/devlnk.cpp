@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "base/encoding.h"
+#include "devlnk/port_scan.h"
 #include "devlnk/port_session.h"
-#include "devlnk/usb_devices.h"
 
 namespace {
 

@@ -9,9 +9,18 @@
 
 #include "devlnk/channel.h"
 #include "devlnk/input_queue.h"
-#include "devlnk/port_kinds.h"
 
 namespace kolvane::devlnk {
+
+struct PortKind {
+  std::int16_t code;
+  std::string_view name;
+  Opened (*open)(const PortRequest&, Deadline&);
+  Status (*availability)();  ///< kNotAvailable where the system lacks what drives this kind of port
+};
+
+/// The row of a port code; null for a code that stands for no port.
+const PortKind* FindPortKind(std::int16_t code);
 
 /// The one port that is open, or none, and everything that is the same for each kind of port. What is virtual
 /// can be called on a session of the port library's, see NewPortSession.

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "devlnk/channel.h"
-#include "devlnk/serial_settings.h"
+#include "devlnk/serial_line.h"
 
 namespace kolvane::devlnk {
 

@@ -9,8 +9,8 @@
 
 #include "base/encoding.h"
 #include "devlnk/driver_thread.h"
+#include "devlnk/port_scan.h"
 #include "devlnk/serial_channel.h"
-#include "devlnk/usb_devices.h"
 
 namespace kolvane::devlnk {
 namespace {

@@ -10,7 +10,6 @@
 #include "kolvane/CommandRun.h"
 #include "terminal/exchange.h"
 #include "terminal/terminal_state.h"
-#include "values/csv_writer.h"
 #include "values/row.h"
 
 namespace kolvane::headless {

@@ -2,11 +2,15 @@
 
 #include <fcntl.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <charconv>
+#include <utility>
 
 #include "base/encoding.h"
+#include "device/device_state.h"
+#include "headless/texts.h"
 
 namespace kolvane::headless {
 namespace {
@@ -34,6 +38,8 @@ std::string SecondsText(double seconds) {
   return {text.data(), end.ptr};
 }
 
+constexpr std::int16_t kNoTerminator = 0;
+
 }  // namespace
 
 int Transcript::Open(const std::string& file, bool times) {
@@ -57,6 +63,95 @@ int Transcript::Write(Way way, std::string_view bytes, const Moment& moment, std
   const int error = base::AppendWhole(file_.get(), line);
   if (error != 0) file_ = base::Descriptor();
   return error;
+}
+
+std::int32_t RecordedPort::OpenPort(std::int16_t port, std::int32_t baud, const std::string& text,
+                                    std::int32_t data_bits, std::int16_t stop_bits,
+                                    std::int16_t receive_buffer) {
+  const std::int32_t status = library_.OpenPort(port, baud, text, data_bits, stop_bits, receive_buffer);
+  open_ = status >= 0;
+  if (open_) Write(Transcript::Way::kOpen, {}, transcript_.Now());
+  return status;
+}
+
+std::int32_t RecordedPort::WritePort(const std::string& text) {
+  const Transcript::Moment before = transcript_.Now();
+  const std::int32_t status = library_.WritePort(text);
+  // The library takes a text that NUL ends.
+  if (status >= 0) Write(Transcript::Way::kOut, text.substr(0, text.find('\0')), before);
+  return Checked(status);
+}
+
+// The library strips a lone terminator and does not say how many bytes came. In a buffer full of that very
+// byte what came ends with the first one, whoever wrote it.
+std::int32_t RecordedPort::ReadPort(char* buffer, std::int32_t count, std::int16_t terminator) {
+  const auto size = static_cast<std::size_t>(std::max(count, 0));
+  const char last = static_cast<char>(terminator);
+  buffer_.assign(size + 1, last);
+  const std::int32_t status = library_.ReadPort(buffer_.data(), count, terminator);
+  if (status < 0) {
+    WriteReceived();
+    return Checked(status);
+  }
+  const std::size_t found = terminator == kNoTerminator ? size : std::min(buffer_.find(last), size);
+  const bool pair = last == '\n' && found > 0 && found < size && buffer_[found - 1] == '\r';
+  std::copy_n(buffer_.begin(), pair ? found + 1 : found, buffer);
+  received_.append(buffer_, 0, std::min(found + 1, size));
+  // An answer that is read byte by byte is one line.
+  if (count != 1 || library_.BytesWaiting() <= 0) WriteReceived();
+  return status;
+}
+
+std::int32_t RecordedPort::FlushInQueue() {
+  const std::int32_t drained = Drain();
+  const std::int32_t status = library_.FlushInQueue();
+  return status < 0 ? Checked(status) : status + drained;
+}
+
+std::int32_t RecordedPort::ClosePort() {
+  NoteClosed(0);
+  return library_.ClosePort();
+}
+
+std::int32_t RecordedPort::Checked(std::int32_t status) {
+  if (device::EndsConnection(status)) NoteClosed(status);
+  return status;
+}
+
+void RecordedPort::NoteClosed(std::int32_t status) {
+  if (!open_) return;
+  Drain();
+  Write(Transcript::Way::kClose, {}, transcript_.Now(), status);
+  open_ = false;
+}
+
+std::int32_t RecordedPort::Drain() {
+  const std::int32_t count = open_ ? library_.BytesWaiting() : 0;
+  if (count <= 0) return 0;
+  buffer_.assign(static_cast<std::size_t>(count) + 1, '\0');
+  if (library_.ReadPort(buffer_.data(), count, kNoTerminator) < 0) return 0;
+  received_.append(buffer_, 0, static_cast<std::size_t>(count));
+  WriteReceived();
+  return count;
+}
+
+void RecordedPort::WriteReceived() {
+  if (const std::string received = std::exchange(received_, {}); !received.empty())
+    Write(Transcript::Way::kIn, received, transcript_.Now());
+}
+
+void RecordedPort::Write(Transcript::Way way, std::string_view bytes, const Transcript::Moment& moment,
+                         std::int32_t status) {
+  if (way != Transcript::Way::kIn) WriteReceived();
+  if (const int error = transcript_.Write(way, bytes, moment, status))
+    prompt_.ShowError(texts::TranscriptNotWritten(transcript_.file(), error));
+}
+
+device::PortLibrary* RecordedSource::Library() {
+  device::PortLibrary* library = source_.Library();
+  if (library != nullptr && port_ == nullptr)
+    port_ = std::make_unique<RecordedPort>(*library, transcript_, prompt_);
+  return library == nullptr ? nullptr : port_.get();
 }
 
 }  // namespace kolvane::headless

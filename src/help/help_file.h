@@ -11,7 +11,6 @@
 
 #include "help/chm_archive.h"
 #include "help/contents.h"
-#include "help/page_index.h"
 
 namespace kolvane::help {
 

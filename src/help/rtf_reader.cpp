@@ -5,7 +5,6 @@
 
 #include "base/encoding.h"
 #include "help/rtf_tokens.h"
-#include "help/rtf_words.h"
 
 namespace kolvane::help {
 

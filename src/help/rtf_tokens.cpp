@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <charconv>
 #include <limits>
+#include <utility>
 
+#include "base/encoding.h"
 #include "base/text.h"
 
 namespace kolvane::help {
@@ -15,6 +17,142 @@ bool IsControlByte(char c) { return static_cast<unsigned char>(c) < 0x20 && c !=
 bool IsPlain(char c) { return c != '\\' && c != '{' && c != '}' && !IsControlByte(c); }
 
 }  // namespace
+
+void RtfColorTable::Apply(RtfMeaning meaning, std::int32_t parameter) {
+  if (meaning == RtfMeaning::kRed) SetComponent(0, parameter);
+  if (meaning == RtfMeaning::kGreen) SetComponent(8, parameter);
+  if (meaning == RtfMeaning::kBlue) SetComponent(16, parameter);
+}
+
+void RtfColorTable::SetComponent(unsigned shift, std::int32_t value) {
+  const auto component = static_cast<std::uint32_t>(std::clamp(value, 0, 255));
+  entry_ = (entry_.value_or(0) & ~(0xFFu << shift)) | component << shift;
+}
+
+void RtfColorTable::AddText(std::string_view text) {
+  const auto ends = static_cast<std::size_t>(std::ranges::count(text, ';'));
+  for (std::size_t i = 0; i < std::min(ends, kMost - colors_.size()); ++i)
+    colors_.push_back(std::exchange(entry_, std::nullopt));
+}
+
+std::optional<std::uint32_t> RtfColorTable::At(std::int32_t index) const {
+  const auto position = static_cast<std::size_t>(index);
+  return index >= 0 && position < colors_.size() ? colors_[position] : std::nullopt;
+}
+
+namespace {
+
+constexpr char32_t kNoCharacter = 0xFFFD;
+constexpr char32_t kLastCharacter = 0x10FFFF;
+
+bool IsFirstHalf(char32_t point) { return point >= 0xD800 && point < 0xDC00; }
+bool IsSecondHalf(char32_t point) { return point >= 0xDC00 && point < 0xE000; }
+
+char32_t PointOf(std::int32_t number) {
+  if (number < 0) number += 0x10000;
+  const auto point = static_cast<char32_t>(number);
+  return number < 0 || point > kLastCharacter ? kNoCharacter : point;
+}
+
+std::string Utf8(char32_t point) {
+  std::string text;
+  base::AppendUtf8(text, point);
+  return text;
+}
+
+}  // namespace
+
+std::string RtfUnicode::Add(std::int32_t number) {
+  const char32_t point = PointOf(number);
+  if (first_half_ != 0 && IsSecondHalf(point))
+    return Utf8(0x10000 + ((std::exchange(first_half_, 0) - 0xD800) << 10) + (point - 0xDC00));
+  std::string text = Flush();
+  if (IsFirstHalf(point)) {
+    first_half_ = point;
+  } else if (point >= 0x20) {
+    text += Utf8(IsSecondHalf(point) ? kNoCharacter : point);
+  }
+  return text;
+}
+
+std::string RtfUnicode::Flush() {
+  return std::exchange(first_half_, 0) != 0 ? Utf8(kNoCharacter) : std::string();
+}
+
+namespace {
+
+using enum RtfMeaning;
+
+constexpr RtfWord kWords[] = {
+    {"annotation", kSkip},
+    {"b", kBold},
+    {"blue", kBlue},
+    {"bullet", kInsert, "•"},
+    {"cell", kInsert, "\t"},
+    {"cf", kColor},
+    {"colortbl", kColorTable},
+    {"emdash", kInsert, "—"},
+    {"endash", kInsert, "–"},
+    {"filetbl", kSkip},
+    {"fldinst", kSkip},
+    {"fonttbl", kSkip},
+    {"footer", kSkip},
+    {"footerf", kSkip},
+    {"footerl", kSkip},
+    {"footerr", kSkip},
+    {"footnote", kSkip},
+    {"green", kGreen},
+    {"header", kSkip},
+    {"headerf", kSkip},
+    {"headerl", kSkip},
+    {"headerr", kSkip},
+    {"info", kSkip},
+    {"ldblquote", kInsert, "“"},
+    {"line", kInsert, "\n"},
+    {"listoverridetable", kSkip},
+    {"listtable", kSkip},
+    {"lquote", kInsert, "‘"},
+    {"nonshppict", kSkip},
+    {"object", kSkip},
+    {"page", kParagraph},
+    {"par", kParagraph},
+    {"pict", kSkip},
+    {"plain", kPlain},
+    {"rdblquote", kInsert, "”"},
+    {"red", kRed},
+    {"revtbl", kSkip},
+    {"row", kParagraph},
+    {"rquote", kInsert, "’"},
+    {"rsidtbl", kSkip},
+    {"sect", kParagraph},
+    {"stylesheet", kSkip},
+    {"tab", kInsert, "\t"},
+    {"tc", kSkip},
+    {"u", kUnicode},
+    {"uc", kFallbackLength},
+    {"xe", kSkip},
+};
+
+// A line end after a backslash is a \par.
+constexpr RtfWord kSymbols[] = {
+    {"\n", kParagraph},       {"\r", kParagraph},    {"*", kSkip},
+    {"-", kInsert, "\u00AD"}, {"\\", kInsert, "\\"}, {"_", kInsert, "\u2011"},
+    {"{", kInsert, "{"},      {"}", kInsert, "}"},   {"~", kInsert, "\u00A0"},
+};
+
+static_assert(std::ranges::is_sorted(kWords, {}, &RtfWord::name));
+
+}  // namespace
+
+RtfWord FindRtfWord(std::string_view name) {
+  const auto found = std::ranges::lower_bound(kWords, name, {}, &RtfWord::name);
+  return found != std::end(kWords) && found->name == name ? *found : RtfWord{name};
+}
+
+RtfWord FindRtfSymbol(std::string_view byte) {
+  const auto found = std::ranges::find(kSymbols, byte, &RtfWord::name);
+  return found != std::end(kSymbols) ? *found : RtfWord{byte};
+}
 
 RtfToken RtfTokens::Next() {
   SkipControlBytes();

@@ -3,9 +3,72 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace kolvane::help {
+
+enum class RtfMeaning {
+  kUnknown,  ///< skipped, its group is read
+  kSkip,     ///< the rest of its group is no text of the document
+  kColorTable,
+  kBold,
+  kColor,
+  kPlain,
+  kParagraph,
+  kInsert,  ///< stands for `text`
+  kUnicode,
+  kFallbackLength,
+  kRed,
+  kGreen,
+  kBlue,
+};
+
+/// Collects the colour table, at most kMost entries. One that names no component is the pane's own colour.
+class RtfColorTable {
+ public:
+  static constexpr std::size_t kMost = 256;
+
+  /// Components outside 0 to 255 are held there.
+  void Apply(RtfMeaning meaning, std::int32_t parameter);
+  /// A ";" ends the entry.
+  void AddText(std::string_view text);
+  /// 0xBBGGRR; nothing for the pane's own colour and for an index that the table lacks.
+  std::optional<std::uint32_t> At(std::int32_t index) const;
+
+ private:
+  void SetComponent(unsigned shift, std::int32_t value);
+
+  std::vector<std::optional<std::uint32_t>> colors_;
+  std::optional<std::uint32_t> entry_;
+};
+
+/// Puts the numbers of \u together: one stands for a character, or two for the halves of a surrogate pair.
+class RtfUnicode {
+ public:
+  /// The UTF-8 that `number` completes; empty for a first half and for control characters. Numbers below 0
+  /// count from 65536 down; what is no character becomes U+FFFD.
+  std::string Add(std::int32_t number);
+
+  /// U+FFFD if a first half was left without its second, else empty; to be asked before any other text.
+  std::string Flush();
+
+ private:
+  char32_t first_half_ = 0;
+};
+
+struct RtfWord {
+  std::string_view name;
+  RtfMeaning meaning = RtfMeaning::kUnknown;
+  std::string_view text = {};  ///< UTF-8
+};
+
+/// What a control word means; names are case-sensitive.
+RtfWord FindRtfWord(std::string_view name);
+
+/// The same for the byte after the backslash of a control symbol.
+RtfWord FindRtfSymbol(std::string_view byte);
 
 struct RtfToken {
   enum class Kind {

@@ -5,6 +5,9 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "inspect/hex_dump.h"
 
@@ -82,5 +85,16 @@ inline std::optional<double> DoubleAt(ByteSpan bytes, std::int32_t offset) {
 [[nodiscard]] bool BuildByteBuf(std::int32_t total_bytes, DumpView& view, ByteBuffer& buffer);
 
 inline constexpr Position kTextEnd = 22;
+
+/// How the bytes from the caret on read as one type, low byte first and high byte first.
+struct ValueRow {
+  std::string_view type;  ///< UTF-8, German
+  std::string little_endian;
+  std::string big_endian;
+};
+
+/// A row for each type, always the same ones; values for which `bytes` are too few are empty. Texts are
+/// UTF-8.
+std::vector<ValueRow> ValueTable(std::string_view bytes, std::string_view decimal_sign);
 
 }  // namespace kolvane::inspect

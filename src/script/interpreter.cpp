@@ -20,6 +20,14 @@ void Switch(bool& flag, std::string_view word) {
 
 }  // namespace
 
+void ListErrors::Report(std::string_view error) {
+  const int row = list_.current_row();
+  list_.NoteError(row, error);
+  prompt_.ShowError(texts::ErrorInRow(row, error));
+  list_.HighlightLine(row, kErrorRow.back, kErrorRow.fore, kErrorRow.bold);
+  list_.SetCurrentRow(kListRows);
+}
+
 const Interpreter::Command Interpreter::kCommands[] = {
     {SpecialCommand::kRepeat, &Interpreter::Repeat},
     {SpecialCommand::kEndRepeat, &Interpreter::EndRepeat},

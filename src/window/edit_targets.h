@@ -3,7 +3,7 @@
 #include <QWidget>
 
 #include "pane/ui/output_pane.h"
-#include "script/command_file_menu.h"
+#include "script/command_file.h"
 #include "script/ui/command_grid.h"
 #include "terminal/terminal_state.h"
 #include "window/message_prompt.h"

@@ -4,7 +4,7 @@
 #include <QVariant>
 
 #include "base/encoding.h"
-#include "base/ui/outside_code_page.h"
+#include "base/ui/fields.h"
 #include "base/ui/qt_text.h"
 #include "terminal/texts.h"
 

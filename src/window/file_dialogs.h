@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "script/command_file_menu.h"
+#include "script/command_file.h"
 
 namespace kolvane::window {
 

@@ -24,7 +24,6 @@
 #include "window/menus.h"
 #include "window/message_prompt.h"
 #include "window/receive_view.h"
-#include "window/recent_lists.h"
 #include "window/script_view.h"
 #include "window/toolbars.h"
 #include "window/values_command.h"

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "pane/ui/output_pane.h"
-#include "script/command_file_menu.h"
+#include "script/command_file.h"
 #include "script/runner.h"
 #include "script/script_core.h"
 #include "script/ui/command_grid.h"

@@ -11,8 +11,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/ui/fields.h"
 #include "base/ui/qt_text.h"
-#include "base/ui/wheel_guard.h"
 #include "window/flow_layout.h"
 #include "window/icons.h"
 

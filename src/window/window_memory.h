@@ -2,9 +2,12 @@
 
 #include <QHash>
 #include <QMainWindow>
+#include <QMenu>
 #include <QObject>
 #include <QSize>
 #include <QSplitter>
+#include <QStringList>
+#include <functional>
 
 #include "window/state_store.h"
 
@@ -45,6 +48,29 @@ class WindowMemory final : public QObject {
   QByteArray first_geometry_;  // once the window is on the screen
   bool splitter_moved_ = false;
   QHash<const QObject*, QSize> shown_;  // dialogs with the sizes that they came with
+};
+
+/// The command lists used last, `mnuRecent`: newest first, each once. They are kept from one window to the
+/// next where there is a store.
+class RecentLists final : public QObject {
+  Q_OBJECT
+
+ public:
+  using Open = std::function<void(const QString& name)>;
+
+  /// `store`, which may be null, outlives this.
+  RecentLists(QMenu* menu, StateStore* store, Open open);
+
+  /// A list of this file is in use; an empty name is none.
+  void Note(const std::string& file);
+
+ private:
+  void Fill();
+
+  QMenu* menu_;
+  StateStore* store_;
+  Open open_;
+  QStringList names_;
 };
 
 }  // namespace kolvane::window

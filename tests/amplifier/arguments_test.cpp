@@ -1,4 +1,4 @@
-#include "amplifier/arguments.h"
+#include "amplifier/command.h"
 
 #include <gtest/gtest.h>
 

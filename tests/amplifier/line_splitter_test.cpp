@@ -1,4 +1,4 @@
-#include "amplifier/line_splitter.h"
+#include "amplifier/stream.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "amplifier/recorded_conversation.h"
+#include "amplifier/replay.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "app/finding_lines.h"
+#include "app/listings.h"
 
 #include <gtest/gtest.h>
 

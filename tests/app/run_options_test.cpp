@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "app/command_options.h"
 #include "app/parse.h"
-#include "app/run_options.h"
 
 namespace kolvane::app {
 namespace {

@@ -1,4 +1,3 @@
-#include "app/shell_history.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>

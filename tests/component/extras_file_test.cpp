@@ -1,4 +1,4 @@
-#include "component/extras_file.h"
+#include "component/settings.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "device/form_pages.h"
+#include "device/connection_form.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,3 @@
-#include "devlnk/host_lookup.h"
 
 #include <gtest/gtest.h>
 

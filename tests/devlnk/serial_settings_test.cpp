@@ -1,4 +1,4 @@
-#include "devlnk/serial_settings.h"
+#include "devlnk/serial_line.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "devlnk/usb_devices.h"
+#include "devlnk/port_scan.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>

@@ -5,7 +5,7 @@
 #include <exception>
 #include <string>
 
-#include "component/extras_file.h"
+#include "component/settings.h"
 #include "device/histories.h"
 #include "script/command_file.h"
 

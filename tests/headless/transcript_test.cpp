@@ -14,7 +14,6 @@
 #include "device/device_state.h"
 #include "device/fake_port_library.h"
 #include "device/port_library_contract.h"
-#include "headless/recorded_port.h"
 
 namespace kolvane::headless {
 namespace {

@@ -2,7 +2,6 @@
 
 #include "help/contents.h"
 #include "help/html.h"
-#include "help/page_index.h"
 
 namespace kolvane::help {
 namespace {

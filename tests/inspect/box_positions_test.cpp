@@ -1,4 +1,4 @@
-#include "inspect/caret.h"
+#include "inspect/hex_dump.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "base/temp_folder.h"
-#include "inspect/caret.h"
+#include "inspect/hex_dump.h"
 #include "inspect/marked_bytes.h"
 
 namespace kolvane::inspect {

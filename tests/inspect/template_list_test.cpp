@@ -1,4 +1,4 @@
-#include "inspect/template_list.h"
+#include "inspect/template_file.h"
 
 #include <gtest/gtest.h>
 

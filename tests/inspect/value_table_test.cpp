@@ -1,4 +1,4 @@
-#include "inspect/value_table.h"
+#include "inspect/byte_values.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "script/command_file_menu.h"
+#include "script/command_file.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "values/csv_writer.h"
+#include "values/row.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "window/recent_lists.h"
+#include "window/window_memory.h"
 
 #include <gtest/gtest.h>
 

@@ -11,7 +11,6 @@
 
 #include "base/runtime_error.h"
 #include "base/system.h"
-#include "component/extras_file.h"
 #include "component/folder.h"
 #include "component/host_parameters.h"
 #include "component/ini_store.h"

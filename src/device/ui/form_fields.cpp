@@ -1,6 +1,6 @@
 #include "device/ui/form_fields.h"
 
-#include "base/ui/wheel_guard.h"
+#include "base/ui/fields.h"
 
 namespace kolvane::device {
 namespace {

@@ -11,7 +11,6 @@
 #include <vector>
 
 #include "help/contents.h"
-#include "help/page_index.h"
 
 namespace kolvane::help {
 

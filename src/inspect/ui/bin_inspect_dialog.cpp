@@ -16,7 +16,6 @@
 #include "base/encoding.h"
 #include "base/replace_file.h"
 #include "base/ui/qt_text.h"
-#include "inspect/caret.h"
 #include "inspect/decode.h"
 #include "inspect/hex_dump.h"
 #include "inspect/template_records.h"

@@ -11,7 +11,7 @@
 
 #include "base/prompt.h"
 #include "inspect/decode.h"
-#include "inspect/template_list.h"
+#include "inspect/template_file.h"
 #include "inspect/ui/block_tools.h"
 #include "inspect/ui/block_view.h"
 #include "inspect/ui/format_frame.h"

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "inspect/caret.h"
+#include "inspect/hex_dump.h"
 #include "inspect/ui/byte_text.h"
 
 namespace kolvane::inspect {

@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "inspect/caret.h"
 #include "inspect/hex_dump.h"
 
 namespace kolvane::inspect {

@@ -7,8 +7,8 @@
 #include <utility>
 
 #include "base/ui/qt_text.h"
+#include "inspect/byte_values.h"
 #include "inspect/texts.h"
-#include "inspect/value_table.h"
 
 namespace kolvane::inspect {
 namespace {

@@ -14,7 +14,7 @@
 #include <vector>
 
 #include "base/encoding.h"
-#include "base/ui/outside_code_page.h"
+#include "base/ui/fields.h"
 #include "script/completion.h"
 #include "script/texts.h"
 #include "script/ui/command_list_model.h"

@@ -6,7 +6,7 @@
 #include <functional>
 
 #include "base/replace_file.h"
-#include "values/csv_writer.h"
+#include "values/row.h"
 #include "values/store.h"
 
 namespace kolvane::values {

@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "base/ui/qt_text.h"
-#include "values/csv_writer.h"
+#include "values/row.h"
 #include "values/texts.h"
 
 namespace kolvane::values {

@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "base/ui/qt_text.h"
-#include "values/csv_writer.h"
 #include "values/plot_view.h"
+#include "values/row.h"
 #include "values/store.h"
 #include "values/texts.h"
 

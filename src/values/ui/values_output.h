@@ -9,7 +9,7 @@
 #include <memory>
 
 #include "base/prompt.h"
-#include "values/csv_writer.h"
+#include "values/row.h"
 #include "values/ui/plot_painter.h"
 #include "values/ui/values_plot.h"
 

@@ -28,4 +28,10 @@ bool ReadsCommands(const Options& options);
 /// Reads what stands after `run`, `send` or `shell`, argv[0], into `options`, whose action says which.
 void ParseRunOptions(int argc, char** argv, Options& options);
 
+/// Reads what follows `decode`, argv[0], into `options`.
+void ParseDecodeOptions(int argc, char** argv, Options& options);
+
+/// The same for `dump`, whose one word is the file.
+void ParseDumpOptions(int argc, char** argv, Options& options);
+
 }  // namespace kolvane::app

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "kolvane/ListCheck.h"
+#include "kolvane/Ports.h"
 
 namespace kolvane::app {
 
@@ -12,5 +13,9 @@ std::string FindingLines(const std::vector<CheckedCommandList>& lists);
 
 /// The exit status of `kolvane check`: 0 no errors, 1 at least one, 2 a file cannot be read.
 int CheckStatus(const std::vector<CheckedCommandList>& lists);
+
+/// One line a port: RESOURCE, device node and description in columns that two spaces keep apart; "-" stands
+/// for what a port has none of.
+std::string PortTable(const std::vector<Port>& ports);
 
 }  // namespace kolvane::app

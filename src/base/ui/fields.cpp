@@ -1,12 +1,27 @@
-#include "base/ui/outside_code_page.h"
+#include "base/ui/fields.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QInputMethodEvent>
 
 #include "base/encoding.h"
 #include "base/ui/qt_text.h"
 
 namespace kolvane::base {
+namespace {
+
+class WheelGuard final : public QObject {
+ public:
+  explicit WheelGuard(QWidget* list) : QObject(list) { list->installEventFilter(this); }
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() != QEvent::Wheel || static_cast<QWidget*>(watched)->hasFocus()) return false;
+    event->ignore();
+    return true;
+  }
+};
+
+}  // namespace
 
 std::vector<CharacterSpan> OutsideSpans(const QString& text) {
   std::vector<CharacterSpan> spans;
@@ -36,6 +51,11 @@ void MarkOutside(QLineEdit* field, const QString& fault, QTextCharFormat format)
   QApplication::sendEvent(field, &event);
   field->setToolTip(fault);
   field->setAccessibleDescription(fault);
+}
+
+void GuardWheel(QComboBox* list) {
+  list->setFocusPolicy(Qt::StrongFocus);
+  new WheelGuard(list);
 }
 
 }  // namespace kolvane::base
