@@ -137,6 +137,7 @@ bool PortPath::LacksNodeFunction() const {
 
 DeviceError PortPath::LastError() {
   const auto code = static_cast<std::int16_t>(state_.last_result);
+  if (state_.last_result >= 0) return {code, std::to_string(code)};
   if (state_.last_result == device_status::kNoPortLibrary && !source_.Failure().empty())
     return {code, source_.Failure()};
   if (state_.last_result == device_status::kNoNodeFunction && LacksNodeFunction())
@@ -146,8 +147,7 @@ DeviceError PortPath::LastError() {
 }
 
 std::string PortPath::Words() const {
-  if (state_.last_result >= 0 || Offline()) return {};
-  PortLibrary* library = source_.Library();
+  PortLibrary* library = Offline() ? nullptr : source_.Library();
   return library == nullptr ? std::string() : library->StatusText(state_.last_result);
 }
 

@@ -1,6 +1,5 @@
 #include "terminal/session.h"
 
-#include <algorithm>
 #include <array>
 #include <string>
 #include <utility>
@@ -27,38 +26,46 @@ constexpr DeviceWord kDeviceWords[] = {
     {"*RST", {.disconnects = true, .continues = false, .message = texts::kRestartDone}},
     {"STP", {.continues = false, .message = texts::kMeasuringStopped}}};
 
-constexpr std::size_t kShortest = 3;
+constexpr char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
-constexpr char Upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
-
-// By character, in either case.
-constexpr auto kStartsAWord = [] {
-  std::array<bool, 256> starts{};
-  for (std::size_t c = 0; c < starts.size(); ++c) {
-    starts[c] = std::ranges::any_of(
-        kDeviceWords,
-        [first = Upper(static_cast<char>(c))](const DeviceWord& each) { return each.word.front() == first; });
+// The characters of all words one after the other, a bit each.
+struct WordBits {
+  constexpr WordBits() {
+    unsigned bit = 1;
+    for (const DeviceWord& each : kDeviceWords) {
+      starts |= bit;
+      for (const char c : each.word) {
+        having[static_cast<unsigned char>(c)] |= bit;
+        having[static_cast<unsigned char>(Lower(c))] |= bit;
+        bit <<= 1;
+      }
+      ends |= bit >> 1;
+    }
   }
-  return starts;
-}();
 
-bool StartsWith(std::string_view text, std::string_view word) {
-  return text.size() >= word.size() && std::equal(word.begin(), word.end(), text.begin(),
-                                                  [](char upper, char c) { return Upper(c) == upper; });
-}
+  unsigned starts = 0;
+  unsigned ends = 0;
+  std::array<unsigned, 256> having{};  // by character
+};
+constexpr WordBits kBits;
 
 }  // namespace
 
-// Every command is searched, so that is done in one pass and without a copy in upper case.
+// Every command is searched, so that is done in one pass: a bit of `matched` says that the word is there as
+// far as that character (the shift-and algorithm of Baeza-Yates and Gonnet).
 PostSendRule RuleFor(std::string_view command) {
-  const DeviceWord* found = std::end(kDeviceWords);
-  for (std::size_t at = 0; at + kShortest <= command.size(); ++at) {
-    if (!kStartsAWord[static_cast<unsigned char>(command[at])]) continue;
-    found = std::find_if(
-        std::begin(kDeviceWords), found,
-        [rest = command.substr(at)](const DeviceWord& each) { return StartsWith(rest, each.word); });
+  unsigned matched = 0;
+  unsigned found = 0;
+  for (const char c : command) {
+    matched = (matched << 1 | kBits.starts) & kBits.having[static_cast<unsigned char>(c)];
+    found |= matched & kBits.ends;
   }
-  return found == std::end(kDeviceWords) ? PostSendRule{} : found->rule;
+  unsigned end = 0;
+  for (const DeviceWord& each : kDeviceWords) {
+    end += static_cast<unsigned>(each.word.size());
+    if ((found >> (end - 1) & 1) != 0) return each.rule;
+  }
+  return {};
 }
 
 namespace {
@@ -219,7 +226,8 @@ std::optional<bool> Session::ReadBlock() {
 // Bytes that an earlier read has put back come first; they may end the answer by themselves.
 bool Session::ReadToTerminator() {
   const std::string& terminator = state_.receive.receive_terminator;
-  const std::string before = base::FromDevice(device_state_.put_back, device_state_.utf8);
+  std::string before;
+  if (!device_state_.put_back.empty()) before = base::FromDevice(device_state_.put_back, device_state_.utf8);
   if (before.empty() || terminator.empty() || !before.ends_with(terminator.back())) {
     device_.ReadText(terminator, kTextAnswerLimit, answer_, buffer_);
     if (const device::DeviceError error = device_.LastError(); error.code < 0) return ShowFailure(error);
