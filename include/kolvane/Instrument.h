@@ -41,9 +41,9 @@ class KOLVANE_EXPORT InstrumentError : public std::runtime_error {
 
 /// How an instrument is connected to.
 struct InstrumentOptions {
-  std::int32_t TimeoutMs = 3000;  ///< of connecting, of each command and of each answer
-  /// Ends each answer and is stripped. CR LF: a lone LF ends it, too. Empty: the end that USB and GPIB
-  /// instruments mark themselves, else the first 50 ms of silence.
+  std::int32_t TimeoutMs = 3000;  ///< for connecting, for each command and for each answer
+  /// Ends each answer and is stripped. With CR LF, a lone LF ends it too. Empty: the end that USB and GPIB
+  /// instruments mark, otherwise the first 50 ms of silence.
   std::string ReadTermination = "\r\n";
   std::string WriteTermination = "\n";  ///< follows each command
   std::optional<std::int32_t> Baud =
@@ -51,54 +51,52 @@ struct InstrumentOptions {
   std::optional<SerialParity> Parity = {};    ///< none
   std::optional<std::int16_t> DataBits = {};  ///< 7 or 8; 8
   std::optional<std::int16_t> StopBits = {};  ///< 1 or 2; 1
-  /// Asked about every 50 ms by a call that waits, on its thread; true gives the call up (kGivenUp). It must
-  /// not use the instrument. What it throws leaves the call.
+  /// Called about every 50 ms by a call that waits, on its thread; true gives up that call (kGivenUp). It
+  /// must not use the instrument. An exception it throws leaves the call.
   std::function<bool()> GiveUp = {};
 };
 
-/// What InstrumentMessage ends with.
+/// How an InstrumentMessage ended.
 enum class MessageEnd {
-  kCount,        ///< so many bytes as were asked for
-  kTermination,  ///< the bytes that were named; they are part of it
-  kInstrument,   ///< the instrument's own mark (USB, GPIB)
+  kCount,        ///< the requested number of bytes
+  kTermination,  ///< the requested bytes; they are part of the message
+  kInstrument,   ///< marked by the instrument (USB, GPIB)
   kGap           ///< silence
 };
 
-/// How the two sides of a serial line hold each other up: not at all, by the characters XOFF and XON, by the
-/// lines RTS and CTS.
+/// Flow control of a serial line: none, the characters XOFF and XON, or the lines RTS and CTS.
 enum class SerialFlow { kNone, kXonXoff, kRtsCts };
 
-/// What ReadMessage reads up to, whichever comes first.
+/// What ends ReadMessage, whichever comes first.
 struct MessageLimits {
-  std::size_t Count = std::size_t{16} << 20;  ///< bytes, at least 1, at most that many
+  std::size_t Count = std::size_t{16} << 20;  ///< bytes, 1 to this default
   std::string Termination = {};               ///< empty: none
-  bool InstrumentEnds = true;                 ///< the instrument's own mark counts
-  std::int32_t GapMs = -1;                    ///< silence once something has come; negative: does not count
+  bool InstrumentEnds = true;                 ///< the instrument's own end mark counts
+  std::int32_t GapMs = -1;                    ///< silence after the first byte; negative: ignored
 };
 
-/// The bytes of a message as they came.
+/// A message with its bytes as received.
 struct InstrumentMessage {
   std::string Bytes;
   MessageEnd End;
 };
 
-/// A connection of its own to one instrument, without a terminal: any number at once, each usable from
-/// several threads, whose calls come one after the other (a query is one call). It needs neither display nor
+/// An independent connection to one instrument, without a terminal. There may be any number; each may be used
+/// from several threads, whose calls run one after the other (a query is one call). Needs neither display nor
 /// application object. Commands and answers are bytes as they are on the line. Every call may throw
-/// InstrumentError; bytes that came before a failure stay for the next read, but for those of a block, and of
+/// InstrumentError. Bytes received before a failure stay for the next read, except those of a block, and of
 /// answers and counts above 16 MiB.
 class KOLVANE_EXPORT Instrument {
  public:
-  /// Connects. `Resource`: docs/command-line.md has the names. Throws std::invalid_argument for a name or an
-  /// option that is none.
+  /// Connects to `Resource` (names: docs/command-line.md). Throws std::invalid_argument for an invalid name
+  /// or option.
   explicit Instrument(const std::string& Resource, const InstrumentOptions& Options = {});
   Instrument(Instrument&&) noexcept;
   Instrument& operator=(Instrument&&) noexcept;
-  /// Closes.
   ~Instrument();
 
   const std::string& Resource() const;
-  /// Gives up what other threads wait for and disconnects; a second call does nothing.
+  /// Makes waiting calls of other threads give up and disconnects; a second call does nothing.
   void Close();
   bool IsOpen() const;
 
@@ -106,35 +104,35 @@ class KOLVANE_EXPORT Instrument {
   void Write(std::string_view Command);
   /// Receives one answer.
   std::string Read();
-  /// Both, with nothing of another thread's between them.
+  /// Write and Read in one call, with no call of another thread between them.
   std::string Query(std::string_view Command);
   /// Sends the bytes as they are.
   void WriteBytes(std::string_view Bytes);
-  /// Receives so many bytes.
+  /// Receives exactly `Count` bytes.
   std::string ReadBytes(std::size_t Count);
-  /// Sends a command and receives a block in the form of IEEE 488.2, at most 64 MiB: what follows its head
-  /// "#", without the termination. The time-out holds between the bytes.
+  /// Sends a command and receives a block in IEEE 488.2 form, at most 64 MiB. Returns what follows its "#"
+  /// head, without the termination. The time-out applies between bytes.
   std::string QueryBlock(std::string_view Command);
-  /// Sends a command and splits its answer at commas, semicolons and spaces. Throws std::invalid_argument for
-  /// a part that is not a number.
+  /// Sends a command and splits its answer at commas, semicolons and spaces. Throws std::invalid_argument if
+  /// a part is not a number.
   std::vector<double> QueryValues(std::string_view Command);
-  /// Receives up to one of the limits.
+  /// Receives until one of the limits is reached.
   InstrumentMessage ReadMessage(const MessageLimits& Limits);
 
-  /// Discards what has come and has not been read; returns the number of bytes.
+  /// Discards unread input; returns the number of bytes.
   std::size_t Flush();
-  /// What has come and has not been read; USB and GPIB instruments keep theirs until they are asked.
+  /// Unread bytes received so far; USB and GPIB instruments keep theirs until asked.
   std::size_t BytesWaiting() const;
 
-  /// The status byte, asked of the instrument beside its messages: USB and GPIB, kNotAvailable elsewhere.
+  /// The status byte, read out of band: USB and GPIB, kNotAvailable elsewhere.
   std::uint8_t ReadStatusByte();
 
-  /// Changes the line parameters; kInvalidArgument where there is no serial line.
+  /// Changes the line parameters; kInvalidArgument if this is not a serial line.
   void SetLine(std::int32_t Baud, SerialParity Parity, std::int16_t DataBits, std::int16_t StopBits,
                SerialFlow Flow = SerialFlow::kNone);
 
   std::int32_t TimeoutMs() const;
-  /// Throws std::invalid_argument below 0; 0: only what can be done at once.
+  /// 0: only what can be done at once. Throws std::invalid_argument if negative.
   void SetTimeoutMs(std::int32_t Milliseconds);
   std::string ReadTermination() const;
   void SetReadTermination(const std::string& Termination);

@@ -8,8 +8,8 @@ namespace kolvane {
 enum class LineKind : std::uint8_t {
   kCommand,  ///< a command that was sent
   kAnswer,   ///< the device's answer to it
-  kNotice,   ///< the terminal's own word: connected, disconnected, input flushed, exchange ended
-  kError,    ///< why a command was not written, or why no answer came
+  kNotice,   ///< a message of the terminal: connected, disconnected, input flushed, exchange ended
+  kError,    ///< why a command was not written or an answer did not arrive
   kTime      ///< the response time of the answer before it
 };
 

@@ -14,16 +14,16 @@ namespace kolvane {
 /// What a host may preset before it opens the terminal; empty fields keep the defaults.
 struct TerminalOptions {
   std::string Folder;        ///< the component's folder (histories, templates, help); UTF-8 path
-  std::string SettingsFile;  ///< the settings file in place of the user's own; UTF-8 path
-  std::string CommandList;   ///< a command file to be loaded into the list; UTF-8 path
-  /// Closes the window, with all its last steps, once it becomes readable. Dialling gives up then, and what
-  /// fails is a line on standard error: nobody may sit before the window to answer a message.
+  std::string SettingsFile;  ///< used instead of the user's own; UTF-8 path
+  std::string CommandList;   ///< command file to load into the list; UTF-8 path
+  /// Once it becomes readable, the window closes with all its last steps. Dialling is then given up, and
+  /// failures are reported on standard error, because nobody may be there to answer a message.
   int CloseDescriptor = -1;
   bool ConnectAtStart = false;  ///< press the connect button once the window is shown (operating mode 2)
-  bool PlayAtStart = false;     ///< press the play button when that is done: the command list runs
+  bool PlayAtStart = false;     ///< then press the play button: the command list runs
 };
 
-/// Thrown by MainClass::OpenTerminal where there is no display to show a window on.
+/// Thrown by MainClass::OpenTerminal if there is no display to show a window on.
 class KOLVANE_EXPORT NoDisplay : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
@@ -32,12 +32,12 @@ class KOLVANE_EXPORT NoDisplay : public std::runtime_error {
   ~NoDisplay() override;
 };
 
-/// The component's one public class: a host makes one, hands its device object over, opens the terminal, and
-/// asks whether the component may go.
+/// The component's only public class: a host creates one, passes in its device object, opens the terminal,
+/// and asks whether the component may be unloaded.
 ///
 /// There is one terminal in a process: all objects of this class share its state, which lasts as long as the
-/// component is loaded. All calls come on one thread: that of the process's QApplication, or the main thread
-/// where it has none.
+/// component is loaded. All calls must come on one thread: that of the process's QApplication, or the main
+/// thread if there is none.
 class KOLVANE_EXPORT MainClass {
  public:
   MainClass();
@@ -45,51 +45,51 @@ class KOLVANE_EXPORT MainClass {
   MainClass(const MainClass&) = delete;
   MainClass& operator=(const MainClass&) = delete;
 
-  /// Keeps the host's device object (HostObject.h says what is done with it) until the terminal window has
-  /// closed, or until another one or none takes its place; calls nothing on it. Needed before each
-  /// OpenTerminal in operating modes 0 and 1, without effect in the others. The device is to be open.
+  /// Keeps the host's device object (HostObject.h describes its use) until the terminal window has closed or
+  /// until it is replaced by another one or none; calls nothing on it. Needed before each OpenTerminal in
+  /// operating modes 0 and 1, without effect in the others. The device should be open.
   void InitTerminal(const std::shared_ptr<HostObject>& gObj);
 
   /// Shows the terminal window modally and returns when it has been closed.
   ///
   /// `OperMode`: 0 the host's device `DevIdx` through gObj->IO(), 1 the host's one device through gObj, 2 a
-  /// connection of the terminal's own; any other value opens the window on no device. `DevIdx` means nothing
-  /// but in mode 0.
+  /// connection opened by the terminal; any other value opens the window without a device. `DevIdx` is used
+  /// in mode 0 only.
   ///
   /// In order: the connection data are read from the host's object (modes 0 and 1), the settings are loaded,
   /// the window is shown and the user works. When it closes, an open log is closed, the settings are saved,
-  /// the host's device is opened again if the user left it disconnected, or the terminal's own connection is
-  /// closed; the host's object is released, and CanUnload turns true.
+  /// the host's device is reopened if the user left it disconnected, or the terminal's own connection is
+  /// closed; the host's object is released, and CanUnload becomes true.
   ///
-  /// The call runs a Qt event loop. In a process without a QApplication one is made for the time of the call;
-  /// the process's locale stays the host's. In a process with one the window is modal to the whole
-  /// application, so the host's windows take no input meanwhile, and stands over the active one. Ending the
-  /// application's event loops (QCoreApplication::exit) closes the window with all its last steps.
+  /// Runs a Qt event loop. If the process has no QApplication, one is created for the duration of the call;
+  /// the process's locale stays the host's. If it has one, the window is application-modal, so the host's
+  /// windows take no input while it is open, and it stays above the active one. Ending the application's
+  /// event loops (QCoreApplication::exit) closes the window with all its last steps.
   ///
-  /// Throws std::runtime_error on another thread than MainClass says, before anything else is done. Throws
-  /// what the host's object throws while its connection data are read, RuntimeError for a missing object, a
-  /// value that cannot be converted, a stored setting that cannot be read (after a message) or a terminal
-  /// that is already open, NoDisplay when there is no display or QT_QPA_PLATFORM names nothing that works,
-  /// and std::runtime_error where the process has a QCoreApplication that is no QApplication. No window is
-  /// shown then, the host's object stays, and CanUnload keeps its value. Nothing else is thrown: failures of
-  /// the session are shown to the user.
+  /// Throws std::runtime_error on a thread other than the one MainClass requires, before anything else is
+  /// done. Throws what the host's object throws while its connection data are read, RuntimeError for a
+  /// missing object, a value that cannot be converted, a stored setting that cannot be read (after a message)
+  /// or a terminal that is already open, NoDisplay if there is no display or QT_QPA_PLATFORM names no usable
+  /// platform, and std::runtime_error if the process has a QCoreApplication that is not a QApplication. In
+  /// these cases no window is shown, the host's object stays, and CanUnload keeps its value. Nothing else is
+  /// thrown: failures during the session are shown to the user.
   void OpenTerminal(std::int16_t OperMode, std::int16_t DevIdx);
 
-  /// Keeps the window alive while the host's device object waits for its device: to be called from within a
-  /// call of that object, on its thread, every 50 ms or so (more often costs nothing). The window is painted,
-  /// moved and scrolled meanwhile, and no command is started. False once the user has given up what is waited
-  /// for, or closes the window: the object's call should end as a failure then. From anywhere else it does
-  /// nothing and returns true.
+  /// Keeps the window responsive while the host's device object waits for its device: call it from within a
+  /// call of that object, on its thread, about every 50 ms (more often costs nothing). It paints, moves and
+  /// scrolls the window and starts no command. Returns false once the user gives up the wait or closes the
+  /// window: the object's call should then end as a failure. Called from anywhere else it does nothing and
+  /// returns true.
   bool Wait();
 
-  /// A Boolean: false until the first terminal window has closed and while one is open, true otherwise. A
-  /// host asks before it unloads the library.
+  /// A Boolean: false until the first terminal window has closed and while one is open, otherwise true. To be
+  /// checked before the library is unloaded.
   Variant CanUnload() const;
 
-  /// Takes effect at the next OpenTerminal and holds for all that follow.
+  /// Takes effect at the next OpenTerminal and applies to all later ones.
   void SetOptions(const TerminalOptions& options);
 
-  /// The folder of the component's own file, UTF-8 and without a separator at its end: the component's folder
+  /// Folder of the component's own file, UTF-8, without a trailing separator. It is the component's folder
   /// unless the options or the environment variable KOLVANE_FOLDER name another one.
   static std::string OwnFolder();
 };

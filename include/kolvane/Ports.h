@@ -7,17 +7,17 @@
 
 namespace kolvane {
 
-/// A port that this computer has. Texts are UTF-8.
+/// A port of this computer. Texts are UTF-8.
 struct Port {
-  std::string Resource;     ///< for CommandRunOptions::Connect; empty where no name leads there
-  std::string Node;         ///< device node; empty where none is known
+  std::string Resource;     ///< for CommandRunOptions::Connect; empty if it cannot be connected to by name
+  std::string Node;         ///< device node; empty if unknown
   std::string Description;  ///< English, one line
 };
 
-/// Serial ports, USB devices with a serial number, GPIB boards and parallel ports, in this order. No device
-/// is spoken to; it takes two seconds at most. A GPIB resource has the word ADDRESS in the place of the bus
-/// address. Where KOLVANE_PORT_LIBRARY names a port library, the USB devices are those that its scan finds,
-/// in its own time; one that cannot be asked is a line on standard error.
+/// Lists serial ports, USB devices with a serial number, GPIB boards and parallel ports, in this order.
+/// Nothing is sent to any device; takes at most two seconds. A GPIB resource has the word ADDRESS instead of
+/// the bus address. If KOLVANE_PORT_LIBRARY names a port library, the USB devices are those that its scan
+/// finds, however long that takes; a library that cannot be used is reported on standard error.
 KOLVANE_EXPORT std::vector<Port> ListPorts();
 
 }  // namespace kolvane

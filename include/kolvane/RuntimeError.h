@@ -7,19 +7,19 @@
 
 namespace kolvane {
 
-/// A run-time error of a conversion, an array bound or an arithmetic step; what() is its German description
-/// in UTF-8. Thrown towards a host only out of MainClass::OpenTerminal, before a window is shown.
+/// A run-time error of a conversion, an array bound or arithmetic; what() is its German description in UTF-8.
+/// Reaches a host only from MainClass::OpenTerminal, before a window is shown.
 class KOLVANE_EXPORT RuntimeError : public std::runtime_error {
  public:
   enum class Kind {
     kOverflow,         ///< a value does not fit its type
     kSubscript,        ///< an index outside an array, or a missing argument
     kTypeMismatch,     ///< a value cannot be converted
-    kDivisionByZero,   ///< a quotient with divisor 0
-    kInvalidArgument,  ///< a value that the operation does not take
+    kDivisionByZero,   ///< division by 0
+    kInvalidArgument,  ///< a value that the operation does not accept
     kNoObject,         ///< an operation on an object that was never given
     kNoMember,         ///< an object that lacks the operation
-    kOther             ///< described by its text only
+    kOther             ///< described only by its text
   };
 
   explicit RuntimeError(Kind kind) : std::runtime_error(Description(kind)), kind_(kind) {}

@@ -13,23 +13,22 @@ enum class ShellInput { kLine, kCancelled, kEnd };
 
 /// The user's side of a conversation.
 struct ShellHost {
-  /// Reads a line after `Prompt` into `Line`, UTF-8 and without its end. kCancelled: the user has given up
-  /// the line, or several that belong together. Without it lines come from standard input and there are no
-  /// prompts.
+  /// Reads a line after `Prompt` into `Line`, UTF-8, without its line end. kCancelled: the user discarded the
+  /// line, or several that belong together. If not set, lines come from standard input without prompts.
   std::function<ShellInput(const std::string& Prompt, std::string& Line)> ReadLine;
-  /// Asked about every 50 ms while something is waited for, and after each row of a list; true gives that up.
+  /// Called about every 50 ms during a wait, and after each row of a list; true gives up.
   std::function<bool()> GiveUp;
-  bool Colors = false;  ///< failures and times in colours, by escape sequences
+  bool Colors = false;  ///< shows failures and times in colour, by escape sequences
 };
 
-/// Connects and carries out line by line what the user enters: commands, "$" rows, "$RUN FILE" for a command
-/// file. Rows from a "$REPEAT" or "$IF..." to its end are carried out together. What fails is reported, and
-/// the conversation goes on; a lost connection is made again by the next command. Ends with the input, or
-/// once StopRequested is true; kAnswerFailed where anything failed. Otherwise as RunCommandList.
+/// Connects and executes each line that the user enters: commands, "$" rows, "$RUN FILE" for a command file.
+/// Rows from a "$REPEAT" or "$IF..." to its end are executed together. Failures are reported and the shell
+/// continues; after a lost connection the next command reconnects. Ends with the input, or once StopRequested
+/// returns true; kAnswerFailed if anything failed. Otherwise like RunCommandList.
 KOLVANE_EXPORT CommandRunStatus RunShell(const ShellHost& Host, const CommandRunOptions& Options);
 
-/// How the line `Typed` could go on, whole lines: "$" words and what they take, file names, and the words
-/// that end an exchange.
+/// Possible completions of the line `Typed`, as whole lines: "$" words and their arguments, file names, and
+/// the words that end an exchange.
 KOLVANE_EXPORT std::vector<std::string> ShellCompletions(const std::string& Typed);
 
 }  // namespace kolvane

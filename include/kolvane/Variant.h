@@ -13,9 +13,8 @@ namespace kolvane {
 
 using Bytes = std::vector<std::uint8_t>;
 
-/// A value that crosses the border between host and terminal: nothing, a Boolean, a number, a UTF-8 text or
-/// bytes. The conversions follow one rule each and throw RuntimeError (kTypeMismatch, kOverflow) where it
-/// does not apply.
+/// A value passed between host and terminal: nothing, a Boolean, a number, a UTF-8 text or bytes. Conversions
+/// throw RuntimeError (kTypeMismatch, kOverflow) if their rule does not apply.
 class KOLVANE_EXPORT Variant {
  public:
   Variant() = default;
@@ -29,15 +28,15 @@ class KOLVANE_EXPORT Variant {
 
   bool empty() const { return std::holds_alternative<std::monostate>(value_); }
 
-  /// Numbers are rounded half to even; true is -1; a text must be a whole number text ("7", " 12.5 ");
+  /// Numbers are rounded half to even; true is -1; a text must be a number as a whole ("7", " 12.5 ");
   /// nothing and bytes are a type mismatch.
   std::int16_t ToInt16() const;
   std::int32_t ToInt32() const;
-  /// Numbers in plain decimal, Booleans as "-1" and "0", bytes read as Windows-1252, nothing as the empty
+  /// Numbers in plain decimal, Booleans as "-1" and "0", bytes decoded as Windows-1252, nothing as the empty
   /// text.
   std::string ToText() const;
-  /// Bytes as they are, a text in Windows-1252; numbers and Booleans are a type mismatch; nothing is no
-  /// bytes.
+  /// Bytes as they are, a text in Windows-1252, nothing as no bytes; numbers and Booleans are a type
+  /// mismatch.
   Bytes ToBytes() const;
   bool ToBool() const;
 
