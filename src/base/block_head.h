@@ -4,16 +4,15 @@
 
 namespace kolvane::base {
 
-/// The longest block that is read, its head not counted, and what is said of a longer one.
+/// The longest block that is read, without its head, and the message for a longer one.
 inline constexpr std::size_t kBlockLimit = std::size_t{64} << 20;
 inline constexpr const char* kBlockTooLong = "Block länger als 64 MiB";
 
-/// The head of a block of IEEE 488.2, byte by byte: "#", a digit that says how many digits follow, and these
-/// digits as the number of the block's bytes; "#0" is the whole head of a block that says nothing of its
-/// length.
+/// Parses the head of an IEEE 488.2 block byte by byte: "#", a digit with the number of digits that follow,
+/// and these digits, the number of bytes in the block. "#0" is the whole head of a block of unknown length.
 class BlockHead {
  public:
-  /// The next byte; false where it is none of a head, which it then leaves as it was.
+  /// Takes the next byte; false, and nothing changed, if it cannot be part of a head.
   [[nodiscard]] bool Take(char byte) {
     const bool digit = byte >= '0' && byte <= '9';
     if (bytes_ == 0 ? byte != '#' : !digit) return false;
@@ -25,10 +24,10 @@ class BlockHead {
   }
 
   bool IsWhole() const { return bytes_ == 2 + digits_; }
-  /// Of a whole head: whether it says how many bytes follow, and how many.
+  /// For a whole head: whether it has a byte count, and that count.
   bool IsCounted() const { return digits_ > 0; }
   std::size_t length() const { return length_; }
-  /// How many bytes of it have been taken.
+  /// The number of head bytes taken.
   std::size_t bytes() const { return bytes_; }
 
  private:

@@ -36,7 +36,7 @@ constexpr char kGermanForm[] = "%d.%m.%Y %H:%M:%S";
 
 bool IsPlainLocale(std::string_view name) { return name == "C" || name == "POSIX" || name.starts_with("C."); }
 
-// The name that decides the form of dates, by the order of precedence that POSIX gives.
+// The locale name for dates, by the precedence that POSIX defines.
 std::string_view TimeLocaleName() {
   for (const char* variable : {"LC_ALL", "LC_TIME", "LANG"}) {
     const char* value = std::getenv(variable);
@@ -64,7 +64,7 @@ namespace {
 
 constexpr std::int64_t kMsPerSecond = 1000;
 
-// Before 1970, too, the milliseconds count forwards.
+// Milliseconds count forwards before 1970 too.
 std::int64_t MsOf(std::int64_t time_ms) { return (time_ms % kMsPerSecond + kMsPerSecond) % kMsPerSecond; }
 
 std::time_t SecondOf(std::int64_t time_ms) {

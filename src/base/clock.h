@@ -16,8 +16,8 @@ class Clock {
   virtual double Seconds() const = 0;
 };
 
-/// CLOCK_MONOTONIC, counted from the making of this object: what is kept in single precision would be coarse
-/// on a machine that has been up for days.
+/// CLOCK_MONOTONIC, counted from the construction of this object: single precision would be too coarse for
+/// the uptime of a machine that has been running for days.
 class SteadyClock final : public Clock {
  public:
   SteadyClock();
@@ -27,28 +27,27 @@ class SteadyClock final : public Clock {
   double origin_;
 };
 
-/// The time that is left until `due`, none where it has passed; for ppoll.
+/// The time left until `due`, 0 if it has passed; for ppoll.
 timespec TimeUntil(std::chrono::steady_clock::time_point due);
 
-/// Date and time in the default form of the user's locale (LC_ALL, LC_TIME, LANG), local time, UTF-8. A
-/// system without a locale of its own (C, POSIX) gets the form of the interface's language, "20.11.2026
-/// 08:05:09".
+/// Date and time in the default form of the user's locale (LC_ALL, LC_TIME, LANG), local time, UTF-8. Without
+/// a configured locale (C, POSIX) the German form of the user interface is used, "20.11.2026 08:05:09".
 std::string DateTimeText(std::time_t when);
 std::string CurrentDateTimeText();
 
 /// Milliseconds since 1970 UTC.
 std::int64_t WallClockMs();
 
-/// A moment in that count as RFC 3339 has it, UTC: "2026-11-21T14:01:04.123Z".
+/// `time_ms` since 1970 UTC in RFC 3339 form, UTC: "2026-11-21T14:01:04.123Z".
 std::string UtcTimeText(std::int64_t time_ms);
 
-/// Writes moments in local time, "2026-11-21 15:01:04.123". Those of one second share their work.
+/// Formats times in local time, "2026-11-21 15:01:04.123". Consecutive calls within a second share the work.
 class TimeText {
  public:
-  /// Where the time of day begins.
+  /// Offset of the time of day.
   static constexpr std::size_t kDateLength = sizeof "2026-11-21 " - 1;
 
-  /// Appends `time_ms`, milliseconds since 1970 UTC; `decimal_sign` stands before the milliseconds.
+  /// Appends `time_ms`, milliseconds since 1970 UTC, with `decimal_sign` before the milliseconds.
   void Append(std::int64_t time_ms, char decimal_sign, std::string& out);
 
  private:
@@ -56,7 +55,7 @@ class TimeText {
   std::string text_;
 };
 
-/// This moment in local time to the millisecond, "2026-11-21 15:01:04.123".
+/// The current local time to the millisecond, "2026-11-21 15:01:04.123".
 std::string TimeStamp();
 
 }  // namespace kolvane::base

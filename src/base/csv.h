@@ -5,7 +5,7 @@
 
 namespace kolvane::base {
 
-/// Appends a cell of text, quoted where a reader would end it too early or take spaces at an end for none.
+/// Appends a text cell, quoted if a reader would otherwise end it early or drop leading or trailing spaces.
 void AppendCsvText(std::string_view text, char separator, std::string& out);
 
 /// Appends the shortest decimal text that reads back as the same number.

@@ -10,8 +10,8 @@
 namespace kolvane::base {
 namespace {
 
-// Keeps the signals that come along with two failures of write() from ending the process. Their handlers
-// belong to the host, hence a mask for the time of one call.
+// Keeps the signals that accompany two failures of write() from ending the process. Their handlers belong to
+// the host, so they are masked for one call only.
 class QuietFailures {
  public:
   QuietFailures() {

@@ -12,7 +12,7 @@
 
 namespace kolvane::base {
 
-/// The result of a system call, which is made again whenever a signal interrupts it.
+/// Returns the result of a system call, which is repeated if a signal interrupts it.
 template <typename Call>
 auto Uninterrupted(Call call) {
   decltype(call()) result{};
@@ -22,13 +22,13 @@ auto Uninterrupted(Call call) {
   return result;
 }
 
-/// Whether a read would return at once; asks without waiting.
+/// Whether a read would return at once; does not wait.
 inline bool IsReadable(int descriptor) {
   pollfd entry{descriptor, POLLIN, 0};
   return Uninterrupted([&entry] { return poll(&entry, 1, 0); }) > 0;
 }
 
-/// Owns a file descriptor; negative is none.
+/// Owns a file descriptor; a negative one means none.
 class Descriptor {
  public:
   Descriptor() = default;
@@ -44,26 +44,25 @@ class Descriptor {
 
   int get() const { return number_; }
   explicit operator bool() const { return number_ >= 0; }
-  /// False where closing fails, with its errno; there is none afterwards in any case.
+  /// False, with errno set, if closing fails; the object is empty afterwards in any case.
   bool Close() { return close(std::exchange(number_, -1)) == 0; }
 
  private:
   int number_ = -1;
 };
 
-/// open(2), made again whenever a signal interrupts it; empty where it fails, with its errno.
+/// open(2), repeated if a signal interrupts it; empty, with errno set, if it fails.
 inline Descriptor OpenDescriptor(const std::string& path, int flags) {
   return Descriptor(Uninterrupted([&] { return open(path.c_str(), flags); }));
 }
 
-/// Writes all of `bytes` to an open descriptor. Returns 0 or an errno; a file that may not grow further
-/// (EFBIG) and a pipe that nobody reads (EPIPE) are such failures too, not signals. What was written before
-/// a failure stays; `written`, where given, is how much that was.
+/// Writes all of `bytes` to an open descriptor. Returns 0 or an errno. A file that may not grow further
+/// (EFBIG) and a pipe without a reader (EPIPE) are reported this way too, not as signals. Bytes written
+/// before a failure stay; `written`, if given, receives their number.
 [[nodiscard]] int WriteAll(int descriptor, std::string_view bytes, std::size_t* written = nullptr);
 
-/// As WriteAll to a file that is open for appending; what was written of `bytes` before a failure is taken
-/// back, so that the file ends as it did. Not from a pipe, and not where another program has written after
-/// it.
+/// Like WriteAll, to a file open for appending. After a failure the bytes already written are removed again,
+/// so that the file ends as before, except from a pipe or if another program has written after them.
 [[nodiscard]] int AppendWhole(int descriptor, std::string_view bytes);
 
 }  // namespace kolvane::base

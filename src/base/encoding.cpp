@@ -64,7 +64,7 @@ std::string_view OutsideWindows1252(std::string_view text) {
 
 namespace {
 
-// Longer than need be, half of a pair, or past the last code point.
+// Overlong, a surrogate, or past the last code point.
 bool IsForbidden(char32_t point, std::size_t length) {
   return (length == 3 && point < 0x800) || (length == 4 && point < 0x10000) ||
          (point >= 0xD800 && point <= 0xDFFF) || point > 0x10FFFF;
@@ -165,7 +165,7 @@ bool IsAscii(std::string_view text) {
   };
   std::size_t i = 0;
   for (; i + sizeof(seen) <= text.size(); i += sizeof(seen)) take_eight(i);
-  // The last eight, some of them again, take fewer steps than one after the other.
+  // Reading the last eight bytes, some of them twice, is faster than reading the rest one by one.
   if (i > 0) {
     take_eight(text.size() - sizeof(seen));
   } else {
@@ -179,7 +179,8 @@ bool IsAscii(std::string_view text) {
 namespace kolvane::base {
 namespace {
 
-// The character at the start of `text`, which is not ASCII and takes `size` bytes.
+// The Latin-1 character for the non-ASCII character of `size` bytes at the start of `text`; '?' if there is
+// none.
 char CharacterOf(std::string_view text, std::size_t size) {
   const auto lead = static_cast<unsigned char>(text[0]);
   if (size != 2 || lead < 0xC2 || lead > 0xC3) return '?';

@@ -11,12 +11,12 @@ inline constexpr Color kNoColor = 0;
 inline constexpr Color kCommandColor = 255;
 inline constexpr Color kCommentColor = 32768;
 
-/// Added to a colour in the pane's text: bold. By itself it is bold in the pane's own colour.
+/// Added to a colour in the pane's text: bold. Without a colour, bold in the pane's own colour.
 inline constexpr Color kBold = 1 << 24;
 constexpr bool IsBold(Color color) { return (color & kBold) != 0; }
 constexpr Color WithoutBold(Color color) { return color & ~kBold; }
 
-/// Font and colours of pane or grid; colours are 24-bit, blue-green-red.
+/// Font and colours of a pane or grid; colours are 24-bit, blue-green-red.
 struct Look {
   std::string font_name = "Courier New";
   std::int16_t font_size = 10;  ///< points

@@ -17,7 +17,7 @@ namespace {
 
 bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 
-// What a number text consists of once spaces are gone, and how much of the source it took.
+// The characters of a number without spaces, and how much of the source they took.
 struct Scan {
   std::string digits;
   std::size_t taken = 0;
@@ -84,7 +84,7 @@ class Scanner {
   Scan scan_;
 };
 
-// Of a number beyond a double's range, whether it is too near to 0 and not too far from it.
+// For a number outside a double's range: whether it is too close to 0, not too large.
 bool IsTiny(std::string_view digits) {
   const std::string_view mantissa = digits.substr(0, digits.find('e'));
   const std::string_view exponent = digits.substr(std::min(mantissa.size() + 1, digits.size()));
@@ -148,7 +148,7 @@ std::string General(double value, int digits, std::string_view decimal_sign) {
   char buffer[40];
   const int length = std::snprintf(buffer, sizeof buffer, "%.*G", digits, value);
   std::string text(buffer, static_cast<std::size_t>(length));
-  // snprintf writes the process's decimal sign, whichever the host has set.
+  // snprintf writes the decimal sign of the process's locale, which the host may have set.
   const std::size_t sign = text.find_first_not_of("-+0123456789EINFAN");
   if (sign != std::string::npos) {
     const std::size_t end = text.find_first_of("0123456789", sign);

@@ -9,7 +9,7 @@
 
 namespace kolvane::base {
 
-/// One long option of a program: how `Options` takes its value, and what that must be.
+/// One long option of a program: how `Options` takes its value, and which values are valid.
 template <typename Options>
 struct OptionRow {
   const char* name;
@@ -17,7 +17,7 @@ struct OptionRow {
   bool (*take)(Options& options, std::string_view value);  ///< false for a wrong value
 };
 
-/// getopt_long's table: each row with `first` plus its index as code, then `others`, then the end.
+/// Builds getopt_long's table: each row with `first` plus its index as code, then `others`, then the end.
 template <typename Options>
 std::vector<option> LongOptions(std::span<const OptionRow<Options>> rows, int first,
                                 std::initializer_list<option> others) {

@@ -15,7 +15,7 @@ namespace {
 constexpr std::size_t kPiece = 65536;
 constexpr int kSliceMs = 50;
 
-// The name may lead to a pipe or a line that nobody serves: neither opening nor reading waits there.
+// The name may lead to a pipe or a line without a peer: neither opening nor reading waits there.
 Descriptor OpenToRead(const std::string& name) {
   return Descriptor(open(name.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
 }
@@ -25,7 +25,7 @@ bool IsRegular(int descriptor) {
   return fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
 }
 
-// 0 once there is something to read, or the end. A file on a disk has it at once.
+// Waits until there is something to read, or the end, and returns 0. A regular file never waits.
 int AwaitPiece(int descriptor, bool regular, const GiveUp& give_up) {
   for (int waited = 0; !give_up(waited);) {
     if (regular) return 0;
@@ -38,7 +38,7 @@ int AwaitPiece(int descriptor, bool regular, const GiveUp& give_up) {
   return ETIMEDOUT;
 }
 
-// The size is only a hint: the file may change meanwhile.
+// `size` is only a hint: the file may change while it is read.
 int ReadAll(int descriptor, std::size_t size, std::string& bytes) {
   for (std::size_t have = 0;;) {
     bytes.resize(have + (have < size ? size - have + 1 : kPiece));

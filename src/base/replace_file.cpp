@@ -22,7 +22,7 @@ constexpr int kLinkLimit = 40;
 constexpr int kNameTries = 100;
 constexpr mode_t kNewMode = 0666;
 
-// The name at the end of a chain of links; the file itself need not be there.
+// Follows a chain of links to its last name; the file itself need not exist.
 int FollowLinks(fs::path& path) {
   std::error_code error;
   for (int links = 0; fs::is_symlink(fs::symlink_status(path, error)); ++links) {
@@ -33,7 +33,7 @@ int FollowLinks(fs::path& path) {
   return 0;
 }
 
-// A new file beside `path`, whose name it returns in `beside`.
+// Creates a new file beside `path` and stores its name in `beside`.
 int CreateBeside(const fs::path& path, fs::path& beside) {
   for (int number = 0; number < kNameTries; ++number) {
     beside = path.parent_path() / (".kolvane-" + std::to_string(getpid()) + "-" + std::to_string(number));
@@ -44,13 +44,13 @@ int CreateBeside(const fs::path& path, fs::path& beside) {
   return -1;
 }
 
-// The owner first, since a change of owner takes mode bits away; not everybody may give a file away.
+// Sets the owner first, because changing it clears mode bits; not every user may do that.
 bool TakeOver(int descriptor, const struct stat& old) {
   [[maybe_unused]] const int owned = fchown(descriptor, old.st_uid, old.st_gid);
   return fchmod(descriptor, old.st_mode & 07777) == 0;
 }
 
-// Makes the new name last; where the folder cannot be flushed the file is there all the same.
+// Makes the new name durable; if the folder cannot be flushed, the file still exists.
 void FlushFolder(const fs::path& folder) {
   Descriptor opened(open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (opened) fsync(opened.get());
@@ -60,7 +60,7 @@ int PutInPlace(const fs::path& beside, const fs::path& path) {
   return rename(beside.c_str(), path.c_str()) == 0 ? 0 : errno;
 }
 
-// As PutInPlace, where nothing has come to stand there meanwhile. Not every file system knows second names.
+// Like PutInPlace, but fails if `path` exists by now. Not every file system supports hard links.
 int PutWhereNoneIs(const fs::path& beside, const fs::path& path) {
   if (link(beside.c_str(), path.c_str()) != 0)
     return errno == EPERM || errno == EOPNOTSUPP ? PutInPlace(beside, path) : errno;
@@ -107,7 +107,7 @@ int FileReplacement::OpenBeside() {
   fs::path beside;
   file_ = Descriptor(CreateBeside(path_, beside));
   if (!file_) return errno;
-  // Without an allocation that might fail: from here on the file is cleaned up.
+  // A move does not allocate and cannot fail: from here on the destructor removes the file.
   beside_ = std::move(beside);
   return 0;
 }
@@ -135,7 +135,7 @@ int CreateFile(const std::string& name, std::string_view bytes) {
 
 namespace {
 
-// flock(2) waits for ever or not at all, and no descriptor reports a lock that is given back.
+// flock(2) waits for ever or not at all, and no descriptor signals that a lock was released.
 constexpr std::chrono::milliseconds kPause{5};
 
 }  // namespace

@@ -7,8 +7,8 @@
 namespace kolvane::base {
 namespace {
 
-// In UTF-8 the Latin-1 letters à to þ are C3 A0 to C3 BE, their capitals 32 below; š, œ and ž stand
-// elsewhere. ÿ (C3 BF) is not among them: its capital Ÿ (C5 B8) differs in both bytes.
+// In UTF-8 the Latin-1 letters à to þ are C3 A0 to C3 BE, their capitals 32 below; š, œ and ž are elsewhere.
+// ÿ (C3 BF) is not among them: its capital Ÿ (C5 B8) differs in both bytes.
 char Upper(char previous, char c) {
   if (c >= 'a' && c <= 'z') return static_cast<char>(c - 32);
   const auto byte = static_cast<unsigned char>(c);
@@ -18,8 +18,8 @@ char Upper(char previous, char c) {
   return c;
 }
 
-// What UpperCase makes of each byte where all are ASCII; false where they are not. Of this size the compiler
-// makes vector instructions.
+// Converts a block to upper case if all of it is ASCII; false, unchanged, if not. The compiler vectorizes a
+// loop of this size.
 constexpr std::size_t kAsciiBlock = 64;
 
 bool UpperCaseAscii(char* bytes) {
@@ -33,7 +33,7 @@ bool UpperCaseAscii(char* bytes) {
   return true;
 }
 
-// Of this size the compiler makes vector instructions without a call in between.
+// A size that the compiler vectorizes without a call.
 constexpr std::size_t kBlock = 256;
 constexpr std::uint64_t kEightBlanks = 0x2020202020202020;
 

@@ -6,8 +6,7 @@
 
 namespace kolvane::base {
 
-/// Comparisons without regard to case, for the letters that Windows-1252 holds (umlauts included), on UTF-8
-/// texts.
+/// These ignore case, for the letters of Windows-1252 (umlauts included), on UTF-8 texts.
 bool EqualsNoCase(std::string_view a, std::string_view b);
 bool ContainsNoCase(std::string_view text, std::string_view part);
 std::string UpperCase(std::string_view text);
@@ -18,21 +17,20 @@ constexpr bool IsAsciiLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A
 /// `text` without the spaces (character 32 only) at both ends.
 std::string_view TrimBlanks(std::string_view text);
 
-/// `text` without the spaces at its end; costs far less than a look at each character where thousands stand
-/// there.
+/// `text` without trailing spaces; fast even for thousands of them.
 std::string_view TrimBlanksRight(std::string_view text);
 
 /// Whether an instrument's command has a "?" outside "..." and '...'.
 bool IsQuery(std::string_view command);
 
-/// Takes one line off the front of `bytes`, which is not empty, and returns it without its end: CR LF, LF or
+/// Removes the first line from `bytes`, which must not be empty, and returns it without its end: CR LF, LF or
 /// CR.
 std::string_view TakeLine(std::string_view& bytes);
-/// All lines of `bytes`; an end at the very end does not start another line.
+/// All lines of `bytes`; a line end at the very end does not start another line.
 std::vector<std::string> LinesOf(std::string_view bytes);
 
-/// Hands the fields of `text`, which commas separate, to `use` one by one for as long as that returns true;
-/// an empty text is one empty field. Whether it returned true for all of them.
+/// Passes the comma-separated fields of `text` to `use` one by one while it returns true; an empty text is
+/// one empty field. Returns whether `use` returned true for all of them.
 template <typename Use>
 bool ForEachField(std::string_view text, Use use) {
   for (std::size_t comma; (comma = text.find(',')) != std::string_view::npos; text.remove_prefix(comma + 1)) {

@@ -26,7 +26,7 @@ void ShowColor(QPushButton* button, const QColor& color) {
   button->setIcon(swatch);
 }
 
-// The text colour belongs to the font here; Qt's dialog knows none.
+// The text colour belongs to the font here, but Qt's dialog has no field for it.
 void AddColorButton(QFontDialog& dialog, QColor& color) {
   auto* button = dialog.findChild<QDialogButtonBox*>()->addButton(QStringLiteral("&Farbe..."),
                                                                   QDialogButtonBox::ActionRole);
@@ -37,7 +37,7 @@ void AddColorButton(QFontDialog& dialog, QColor& color) {
   });
 }
 
-// The dialog lists installed families only, and takes any for one that is not among them.
+// The dialog lists installed families only, and would select an arbitrary one for any other.
 QFont InstalledFont(QFont font) {
   font.setFamily(QFontInfo(font).family());
   return font;

@@ -8,15 +8,15 @@
 
 namespace kolvane::base {
 
-/// The colour as the screen takes it; bold is left to the font.
+/// The colour for the screen; the bold flag is ignored.
 QColor ToQColor(Color color);
 
 QFont FontOf(const Look& look);
 
-/// Asks for font and text colour; false, and `look` as it was, where the user cancelled.
+/// Asks for font and text colour; false, with `look` unchanged, if the user cancelled.
 bool ChooseFont(QWidget* parent, Look& look);
 
-/// The same for the background colour.
+/// Asks for the background colour; false, with `look` unchanged, if the user cancelled.
 bool ChooseBackColor(QWidget* parent, Look& look);
 
 }  // namespace kolvane::base

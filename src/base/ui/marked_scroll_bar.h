@@ -6,16 +6,16 @@
 
 namespace kolvane::base {
 
-/// A vertical scroll bar with marks beside its handle, for places in the text.
+/// A vertical scroll bar with marks beside its handle, for positions in the text.
 class MarkedScrollBar final : public QScrollBar {
   Q_OBJECT
 
  public:
   explicit MarkedScrollBar(QWidget* parent = nullptr) : QScrollBar(Qt::Vertical, parent) {}
 
-  /// From 0 for the begin to 1 for the end, in any order.
+  /// Positions from 0 (start) to 1 (end), in any order.
   void SetMarks(const std::vector<double>& places);
-  /// How many can be told apart at the height that the bar has.
+  /// How many marks are distinguishable at the bar's current height.
   int MarkCount() const;
 
  protected:
@@ -25,7 +25,7 @@ class MarkedScrollBar final : public QScrollBar {
   std::vector<double> places_;
 };
 
-/// The ground of a hit of a search on `ground`: light on light, dark on dark.
+/// The background of a search hit on `ground`: light on light, dark on dark.
 QColor HitGround(const QColor& ground);
 
 }  // namespace kolvane::base
