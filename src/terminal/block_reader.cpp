@@ -25,7 +25,7 @@ BlockReader::Result BlockReader::Read(std::string& block) {
   return result;
 }
 
-// Appends up to so many bytes, which may have to be waited for.
+// Appends up to `count` bytes; waits for them if needed.
 bool BlockReader::Take(std::size_t count, std::string_view terminator) {
   const std::size_t received = device_.ReadBinary(terminator, static_cast<std::int32_t>(count), buffer_);
   if (device_.LastError().code < 0 || received == 0) return false;
@@ -33,7 +33,7 @@ bool BlockReader::Take(std::size_t count, std::string_view terminator) {
   return true;
 }
 
-// What has come is read at once; where nothing has, the next byte is waited for.
+// Available bytes are read at once; if there are none, the next byte is waited for.
 std::size_t BlockReader::Piece(std::size_t left) {
   const auto waiting = static_cast<std::size_t>(std::max(device_.BytesWaiting(), 1));
   return std::min({waiting, left, kLargestPiece});
@@ -52,7 +52,7 @@ BlockReader::Result BlockReader::TakeCounted(const base::BlockHead& head) {
   return Result::kBlock;
 }
 
-// A piece ends at the terminator's last byte, which may also be a byte of the block.
+// A piece ends at the terminator's last byte, which may also occur within the block.
 BlockReader::Result BlockReader::TakeToTerminator() {
   if (terminator_.empty()) device_.SetTimeout(kGapMs);
   do {
@@ -66,7 +66,7 @@ BlockReader::Result BlockReader::TakeToTerminator() {
   return Result::kBlock;
 }
 
-// Of what follows within the gap; without a terminator in force a line end counts as one.
+// Drops the terminator if it follows within the gap; if none is set, a line end counts as one.
 void BlockReader::DropTerminator() {
   const std::size_t end = block_.size();
   const std::string_view expected = terminator_.empty() ? std::string_view("\r\n") : terminator_;
@@ -87,13 +87,13 @@ void BlockReader::DropTerminator() {
   ForgetError();
 }
 
-// The gap that ends a block is no failure of the exchange.
+// The gap that ends a block is not a failure of the exchange.
 void BlockReader::ForgetError() {
   device_.ClearLastError();
   state_.last_result = 0;
 }
 
-// A character is given back whole, so that it is decoded as one.
+// A UTF-8 character is put back whole, so that it is decoded as one.
 BlockReader::Result BlockReader::GiveBack() {
   const char lead = block_.back();
   const bool begun = state_.utf8 && !base::IsAscii({&lead, 1}) && !base::IsUtf8Continuation(lead);

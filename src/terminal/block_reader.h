@@ -13,20 +13,20 @@
 
 namespace kolvane::terminal {
 
-/// Reads answers in the form of IEEE 488.2: "#", a digit that says how many digits follow, these digits as
-/// the number of bytes, the bytes; or "#0" and bytes up to the terminator. The device's time-out holds
-/// between the bytes.
+/// Reads answers in the IEEE 488.2 block format: "#", a digit with the number of digits that follow, these
+/// digits as the number of bytes, the bytes; or "#0" and bytes up to the terminator. The device's time-out
+/// applies between bytes.
 class BlockReader {
  public:
   enum class Result {
-    kBlock,    ///< it stands in the text, head included
-    kNoBlock,  ///< the answer begins otherwise; what was read of it is DeviceState::put_back
-    kNothing,  ///< nothing came; the device's last error says why
-    kFailed,   ///< the same in the middle of a block; what came of it is dropped
-    kTooLong   ///< above base::kBlockLimit; nothing but the head was read
+    kBlock,    ///< the text holds it, including the head
+    kNoBlock,  ///< the answer starts differently; what was read of it is in DeviceState::put_back
+    kNothing,  ///< no byte was received; the device's last error says why
+    kFailed,   ///< reading failed within a block; the part read is dropped
+    kTooLong   ///< longer than base::kBlockLimit; only the head was read
   };
 
-  /// How much of a block's bytes has come, 0 to 100; told where that changes.
+  /// How much of the block has been received, 0 to 100; called when that changes.
   using Progress = std::function<void(int percent, std::size_t bytes)>;
 
   /// `terminator` may be empty: then "#0" ends at the first gap.

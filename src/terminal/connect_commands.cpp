@@ -11,7 +11,7 @@
 namespace kolvane::terminal {
 namespace {
 
-// Sets a flag for as long as it lives.
+// Sets a flag during its lifetime.
 class Flagged {
  public:
   explicit Flagged(bool& flag) : flag_(flag) { flag_ = true; }
@@ -59,7 +59,7 @@ void ConnectCommands::TryConnect() {
   state_.connected = error.code >= 0 && view_.AcceptsConnection();
   if (state_.connected) {
     ClearState();
-    // The connection counts as open, as ever, but nobody is at the other end.
+    // The connection counts as open although the modem has closed the line.
     if (state_.modem_word) output_.ShowState(StateKind::kModem, texts::LineClosed(*state_.modem_word));
     button_.tool_tip = texts::kDisconnectTip;
   } else if (error.code < 0) {
@@ -72,7 +72,7 @@ void ConnectCommands::ShowFailure(std::string_view what, const device::DeviceErr
   prompt_.ShowFailure(texts::Failure(what, error), error.words);
 }
 
-// What was said of the last connection does not hold for this one.
+// States shown for the previous connection do not apply to the new one.
 void ConnectCommands::ClearState() {
   lost_ = false;
   for (const StateKind kind : {StateKind::kLost, StateKind::kModem, StateKind::kBytes, StateKind::kWords})

@@ -14,7 +14,7 @@
 
 namespace kolvane::terminal {
 
-/// What TB_CONNECT shows. The tag decides what the next press does; the menu commands leave it alone.
+/// State of TB_CONNECT. The tag decides what the next press does; the menu commands do not change it.
 struct ConnectButtonState {
   static constexpr int kConnectedImage = 20;
   static constexpr int kDisconnectedImage = 21;
@@ -32,65 +32,65 @@ struct ConnectionMenu {
   bool operator==(const ConnectionMenu&) const = default;
 };
 
-/// Told that button or status text may have changed; the window shows both again. While a modem is dialled it
-/// is told how that goes, in the status text's place.
+/// Notified when button or status text may have changed; the window then updates both. While a modem is
+/// dialled it receives the progress, shown instead of the status text.
 class ConnectionView : public device::WaitListener {
  public:
-  /// Asked once a connection has been opened; false, and the user has been told why: it counts as failed.
+  /// Called after connecting. False: the user has been told why, and the attempt has failed.
   virtual bool AcceptsConnection() { return true; }
   virtual void ConnectionChanged() = 0;
-  /// The port is about to be closed, or opened again: its descriptor goes.
+  /// The port is about to be closed or opened again; its descriptor becomes invalid.
   virtual void ConnectionEnding() {}
 };
 
-/// The texts that lines and status bar are made of; both are UTF-8.
+/// The texts used in lines and in the status bar; both are UTF-8.
 struct ConnectionTexts {
   std::function<std::string()> description;                      ///< of the current connection; may be empty
   std::function<std::string()> now = base::CurrentDateTimeText;  ///< date and time of a line
 };
 
-/// The commands of the menu "Verbindung" and of the buttons TB_CONNECT and TB_FLUSH. Failures are shown by
-/// the prompt and nowhere else.
+/// The commands of the menu "Verbindung" and of the buttons TB_CONNECT and TB_FLUSH. Failures are shown only
+/// by the prompt.
 class ConnectCommands {
  public:
   ConnectCommands(device::Device& device, device::DeviceState& state, Output& output, base::Prompt& prompt,
                   ConnectionView& view, ConnectionTexts texts);
 
-  /// mnuConnect and mnuDisconnect: they change the connected flag and the button's tool tip only. An attempt
-  /// to connect is not entered again: whatever asks for another one meanwhile is refused.
+  /// mnuConnect and mnuDisconnect: they change only the connected flag and the button's tool tip. Any other
+  /// attempt to connect made during an attempt is refused.
   void Connect();
   void Disconnect();
   /// While an attempt to connect is on the stack.
   bool connecting() const { return connecting_; }
 
-  /// TB_CONNECT: connects or disconnects as its tag says. When that succeeded, the button changes over and a
-  /// line in the pane says so.
+  /// TB_CONNECT: connects or disconnects, as its tag says. On success the button changes state and a line in
+  /// the pane says so.
   void Press();
 
   /// TB_FLUSH.
   void Flush();
 
-  /// For a port that is ready although no byte is counted: reads one. A byte that came in between is put
-  /// back, and true returned; an end of the connection is noted. How the last operation ended stays as it
-  /// was.
+  /// For a port that is ready although no byte is counted: reads one byte. A byte that arrived in between is
+  /// put back and true returned; an end of the connection is noted. The status of the last operation does not
+  /// change.
   bool Probe();
-  /// The same where the port's descriptor says that it is ready; costs nothing else.
+  /// Does the same, but only if the port's descriptor is ready; otherwise does nothing.
   void LookForLoss();
 
-  /// The connection has ended by itself. All else stays as it was until somebody connects.
+  /// The connection has ended by itself. Nothing else changes until the next connect.
   void NoteLoss();
   bool lost() const { return lost_; }
 
-  /// How a lost connection comes back: `wanted` says whether at all, for `timeout_ms` it is tried. All of it
-  /// must outlive this.
+  /// Sets how a lost connection is restored: only if `wanted`, trying for `timeout_ms`. All arguments must
+  /// outlive this object.
   void ReconnectAfterLoss(const bool& wanted, const std::int32_t& timeout_ms, const base::Clock& clock) {
     reconnect_ = {&wanted, &timeout_ms, &clock};
   }
-  /// Tries to connect again, after pauses that double, and shows the failure where that is in vain.
+  /// Tries to connect again, with pauses that double, and shows the failure if no attempt succeeds.
   void Reconnect();
 
-  /// The button's look on a device that the host has opened already. The tag stays 0, so the first press
-  /// connects once more.
+  /// Shows the button as connected for a device that the host has already opened. The tag stays 0, so the
+  /// first press connects once more.
   void ShowConnected();
 
   const ConnectButtonState& button() const { return button_; }

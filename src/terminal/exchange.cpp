@@ -65,8 +65,8 @@ void Exchange::GetAnswer(ExchangeResult& result, double start, Sender sender) {
   session_.TellBytesWaiting();
 }
 
-// For the user one option decides whether the start is taken and the other whether a time is shown: with only
-// the latter, the time shown is the end itself.
+// For the user, one option decides whether the start is taken, another whether a time is shown: with only the
+// latter, the time shown is the end time itself.
 double Exchange::Start(Sender sender) const {
   const bool taken = sender == Sender::kUser ? options_.show_commands : options_.show_response_times;
   return taken ? Milliseconds(sender) : 0;

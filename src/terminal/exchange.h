@@ -17,22 +17,22 @@ enum class Sender {
   kList   ///< double precision
 };
 
-/// How one exchange went.
+/// The outcome of one exchange.
 struct ExchangeResult {
   Sent sent = Sent::kWritten;
   bool ended_by_word = false;  ///< a word in the command ended the exchange
-  bool answer_due = true;      ///< false then, and where a command that is no query has no answer
+  bool answer_due = true;      ///< false then, and for a command without "?" if only queries are answered
   bool answered = false;
 
   bool Failed() const { return sent != Sent::kWritten || (answer_due && !answered); }
 };
 
-/// Is told of each exchange that has ended, whatever is shown of it.
+/// Notified of each exchange that has ended, whether or not it is shown.
 class ExchangeListener {
  public:
   virtual ~ExchangeListener() = default;
-  /// TerminalState::last_answer is this exchange's where an answer was due. `command` is empty where an
-  /// answer was read without one.
+  /// If an answer was due, TerminalState::last_answer is that of this exchange. `command` is empty if an
+  /// answer was read without a command.
   virtual void ExchangeEnded(std::string_view command, const ExchangeResult& result) = 0;
 };
 
@@ -40,21 +40,21 @@ class ExchangeListener {
 /// line, the command list and runs without a window all exchange through this.
 class Exchange {
  public:
-  /// `decimal_sign` stands in the response times.
+  /// `decimal_sign` is used in the response times.
   Exchange(Session& session, device::Waits& waits, const Options& options, Output& output,
            const base::Clock& clock, std::string decimal_sign);
 
-  /// To whoever waits it is one operation: given up once, what is left of it is given up too.
-  /// Throws what Session::GetAnswer throws, once the command has been sent and echoed.
+  /// Counts as one operation: once the user gives up, the rest of it is given up too.
+  /// Throws what Session::GetAnswer throws, but only after the command has been sent and echoed.
   ExchangeResult Run(std::string_view command, Sender sender);
 
   /// Reads one answer without sending anything; connects first, as a command does.
   ExchangeResult Read(Sender sender);
 
-  /// Discards what has come and says so.
+  /// Discards the bytes received so far and says so.
   void Flush() { session_.Flush(); }
 
-  /// One at a time, which outlives this object or is taken back with null.
+  /// One listener at a time; it must outlive this object or be removed with null.
   void Listen(ExchangeListener* listener) { listener_ = listener; }
 
  private:

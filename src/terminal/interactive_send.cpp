@@ -35,7 +35,7 @@ bool InteractiveSend::Send(std::string_view command) {
 
 namespace {
 
-// True for as long as it lives.
+// Sets a flag during its lifetime.
 class Mark {
  public:
   explicit Mark(bool& flag) : flag_(flag) { flag_ = true; }

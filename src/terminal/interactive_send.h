@@ -10,10 +10,10 @@
 
 namespace kolvane::terminal {
 
-/// What CommandHistory::Add did to the list, for whoever shows it.
+/// What CommandHistory::Add changed in the list, for the box that shows it.
 struct HistoryChange {
   bool inserted = false;      ///< the command became entry 0
-  bool dropped_last = false;  ///< the oldest entry made room for it
+  bool dropped_last = false;  ///< the oldest entry was removed to make room
 };
 
 /// The commands sent by hand, newest first.
@@ -21,7 +21,7 @@ class CommandHistory {
  public:
   static constexpr std::size_t kLimit = 256;
 
-  /// Puts `command` on top unless the entry there is the same without regard to case.
+  /// Inserts `command` at the top unless it equals the top entry, ignoring case.
   HistoryChange Add(std::string_view command);
 
   const std::deque<std::string>& entries() const { return entries_; }
@@ -30,7 +30,7 @@ class CommandHistory {
   std::deque<std::string> entries_;
 };
 
-/// The command list, as far as sent commands are recorded into it.
+/// The command list as a target for recording sent commands.
 class CommandRecorder {
  public:
   virtual ~CommandRecorder() = default;
@@ -43,19 +43,19 @@ class CommandRecorder {
 class CommandBox {
  public:
   virtual ~CommandBox() = default;
-  /// Takes `change` over into the list, selects entry 0 and its whole text, and takes the focus.
+  /// Applies `change` to the list, selects entry 0 and its whole text, and takes the focus.
   virtual void ShowHistory(const CommandHistory& history, HistoryChange change) = 0;
 };
 
-/// What happens when the user sends the text of the command box.
+/// Sends the text of the command box on the user's behalf.
 class InteractiveSend {
  public:
   InteractiveSend(Exchange& exchange, CommandRecorder& recorder, CommandBox& box)
       : exchange_(exchange), recorder_(recorder), box_(box) {}
 
-  /// Records and exchanges `command` and puts it into the history; an empty one does nothing. A RuntimeError
-  /// of Exchange::Run comes through when all the rest has been done; the window shows it. Returns whether the
-  /// command went out. `command` must outlive the call.
+  /// Records and exchanges `command` and adds it to the history; an empty one does nothing. A RuntimeError
+  /// from Exchange::Run is rethrown after everything else has been done; the window shows it. Returns whether
+  /// the command was sent. `command` must outlive the call.
   bool Send(std::string_view command);
 
   const CommandHistory& history() const { return history_; }
@@ -67,20 +67,20 @@ class InteractiveSend {
   CommandHistory history_;
 };
 
-/// Sends what stands in the command box: one command a line, where several were pasted into it.
+/// Sends the text of the command box; pasted text may hold several commands, one per line.
 class CommandLines {
  public:
   /// `utf8`: every character can be sent.
   explicit CommandLines(InteractiveSend& interactive, const bool* utf8 = nullptr)
       : interactive_(interactive), utf8_(utf8) {}
 
-  /// Sends the lines of `text` one after the other, empty ones left out. Between two of them it calls
-  /// `between`, the time to serve events; a call of Send from there does nothing. Stop(), and a command that
-  /// does not go out, end it. Throws RuntimeError, before anything is sent, for a character that
-  /// Windows-1252 lacks, and what InteractiveSend::Send throws.
+  /// Sends the lines of `text` one after the other, skipping empty ones. Between two lines it calls
+  /// `between`, to serve events; calling Send from there does nothing. Stop(), or a command that is not sent,
+  /// ends it. Throws RuntimeError, before anything is sent, for a character not in Windows-1252, and what
+  /// InteractiveSend::Send throws.
   void Send(std::string_view text, const std::function<void()>& between);
 
-  /// No further line is sent.
+  /// Stops before the next line.
   void Stop() { stopped_ = true; }
   bool IsSending() const { return sending_; }
 

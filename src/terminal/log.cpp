@@ -15,7 +15,7 @@ namespace kolvane::terminal {
 int LogFile::Open(const std::string& path) {
   Close();
   if (path.find('\0') != path.npos) return EINVAL;
-  // A pipe whose reader is slow or missing must not hold the terminal up.
+  // A pipe whose reader is slow or missing must not block the terminal.
   file_ = base::Descriptor(base::Uninterrupted(
       [&] { return open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_NONBLOCK | O_CLOEXEC, 0666); }));
   return IsOpen() ? 0 : errno;
@@ -27,7 +27,7 @@ int LogFile::WriteLine(std::string_view line) {
 
 namespace {
 
-// The current folder may be another one by the time somebody looks for the file.
+// The current folder may have changed by the time the user looks for the file.
 std::string FullPath(const std::string& file_name) {
   std::error_code failure;
   const std::filesystem::path full = std::filesystem::absolute(file_name, failure);

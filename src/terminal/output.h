@@ -13,32 +13,32 @@ namespace kolvane::terminal {
 struct OutputFlags {
   bool SilentMode = false;       ///< AddLine does nothing at all
   bool log_recording = false;    ///< lines are copied to the log
-  bool log_time_stamps = false;  ///< each line of the log begins with its time
+  bool log_time_stamps = false;  ///< each line of the log starts with its time
 };
 
-/// The log file as output and command list reach it. Whoever implements it tells the user about a file that
-/// cannot be opened or written.
+/// The log file as seen by output and command list. The implementation reports to the user a file that cannot
+/// be opened or written.
 class Log {
  public:
   virtual ~Log() = default;
   virtual bool IsOpen() const = 0;
   /// Opens `file_name` (UTF-8, may be empty) for appending.
   virtual void OpenLog(const std::string& file_name) = 0;
-  /// Nothing happens where none is open.
+  /// Does nothing if no log is open.
   virtual void CloseLog() = 0;
-  /// One line into the open log, whether lines are being recorded or not; nothing happens where none is open.
+  /// Writes one line to the log, even if lines are not being recorded; does nothing if no log is open.
   virtual void WriteLine(std::string_view line) = 0;
 };
 
-/// The one way by which lines reach pane and log.
+/// The only way by which lines reach pane and log.
 class Output {
  public:
   Output(OutputFlags& flags, pane::Pane& pane, Log& log) : flags_(flags), pane_(pane), log_(log) {}
 
-  /// Shows `line` on a row of its own and copies it to the log while recording is on.
+  /// Shows `line` on a new row and copies it to the log while recording is on.
   void AddLine(LineKind kind, std::string_view line);
 
-  /// For those who look at the lines without a window: what a failed answer means, and why an exchange ended.
+  /// For callers without a window: the meaning of a failed answer, why an exchange ended.
   void Remark(LineKind kind, std::string_view text) { pane_.Remark(kind, text); }
 
   /// One view at most.
@@ -58,8 +58,8 @@ class Output {
   StateView* state_view_ = nullptr;
 };
 
-/// Discards what the device has sent and nobody has read, and says in the pane how much it was. Silent where
-/// flushing does not apply (not connected, test mode).
+/// Discards bytes that were received but not read, and shows in the pane how many. Shows nothing if flushing
+/// does not apply (not connected, test mode).
 void FlushInput(device::Device& device, Output& output);
 
 }  // namespace kolvane::terminal

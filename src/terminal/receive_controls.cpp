@@ -36,7 +36,7 @@ void ReceiveControls::PickMode(int index) {
   shown_.mode = index;
   const bool by_terminator = settings_.mode == receive_mode::kTerminator;
   SetReceiveTerminator(by_terminator ? kCrLf : "");
-  // Only the list turns to "ASCII"; the display flag stays until a format is picked.
+  // Only the list changes to "ASCII"; the display flag stays until a format is picked.
   if (by_terminator) shown_.format = receive_format::kAscii;
   Show();
   if (by_terminator) SetTimeoutAsTyped();
@@ -48,7 +48,7 @@ void ReceiveControls::PickFormat(int index) {
   shown_.format = index;
   const bool binary = index == receive_format::kBinary;
   SetReceiveTerminator(binary ? "" : kCrLf);
-  // The mode list says "Auto" in both cases; "ASCII" nevertheless receives up to the terminator.
+  // The mode list shows "Auto" in both cases, although "ASCII" receives up to the terminator.
   shown_.mode = receive_mode::kAuto;
   settings_.mode = binary ? receive_mode::kAuto : receive_mode::kTerminator;
   Show();

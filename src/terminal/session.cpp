@@ -28,7 +28,7 @@ constexpr DeviceWord kDeviceWords[] = {
 
 constexpr char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
-// The characters of all words one after the other, a bit each.
+// The characters of all words, one bit each.
 struct WordBits {
   constexpr WordBits() {
     unsigned bit = 1;
@@ -51,8 +51,8 @@ constexpr WordBits kBits;
 
 }  // namespace
 
-// Every command is searched, so that is done in one pass: a bit of `matched` says that the word is there as
-// far as that character (the shift-and algorithm of Baeza-Yates and Gonnet).
+// Every command is searched, so this takes one pass: a bit of `matched` says that the word matches up to that
+// character (the shift-and algorithm of Baeza-Yates and Gonnet).
 PostSendRule RuleFor(std::string_view command) {
   unsigned matched = 0;
   unsigned found = 0;
@@ -72,7 +72,7 @@ namespace {
 
 std::string_view WithoutTerminator(std::string_view text, std::string_view terminator) {
   if (text.ends_with(kCrLf)) return text.substr(0, text.size() - kCrLf.size());
-  // A CR LF is received up to its LF, so a device may have sent no CR, and a host stripped only the LF.
+  // A CR LF is received up to its LF; a device may have sent no CR, or a host stripped only the LF.
   if (terminator == kCrLf && !text.empty() && kCrLf.find(text.back()) != std::string_view::npos)
     return text.substr(0, text.size() - 1);
   return text.ends_with(terminator) ? text.substr(0, text.size() - terminator.size()) : text;
@@ -170,7 +170,7 @@ void Session::TakeTimeout() {
 bool Session::ReadAsSet() {
   switch (state_.receive.mode) {
     case receive_mode::kTerminator: {
-      // What counts is the format that the list shows, not the display flag.
+      // The format shown in the list decides, not the display flag.
       if (state_.shown.format != receive_format::kAscii) return true;
       const std::optional<bool> block = ReadBlock();
       return block ? *block : ReadToTerminator();
@@ -188,7 +188,7 @@ bool Session::ReadAsSet() {
 
 namespace {
 
-constexpr std::size_t kLongBlock = 16u << 10;  // bytes; a shorter one has come before anybody could look
+constexpr std::size_t kLongBlock = 16u << 10;  // bytes; shorter ones are too fast for a display
 
 }  // namespace
 
@@ -204,7 +204,7 @@ std::optional<bool> Session::ReadBlock() {
     case BlockReader::Result::kNoBlock:
       return std::nullopt;
     case BlockReader::Result::kNothing:
-      // In mode 1 that is an empty answer.
+      // In mode 1 this is an empty answer.
       if (state_.receive.mode == receive_mode::kAuto) {
         NoteFailure(device_.LastError());
         return !ShowAnswer({});
@@ -223,7 +223,7 @@ std::optional<bool> Session::ReadBlock() {
   return ShowFailure(device_.LastError());
 }
 
-// Bytes that an earlier read has put back come first; they may end the answer by themselves.
+// Bytes that an earlier read put back come first; they may already complete the answer.
 bool Session::ReadToTerminator() {
   const std::string& terminator = state_.receive.receive_terminator;
   std::string before;
@@ -246,7 +246,7 @@ bool Session::ReadToGap() {
   for (;;) {
     const std::size_t received = device_.ReadBinary(state_.receive.receive_terminator, 1, buffer_);
     error = device_.LastError();
-    // The byte past the limit is read and dropped.
+    // The byte beyond the limit is read and dropped.
     if (error.code < 0 || received == 0 || gathered_.size() == kAutoAnswerLimit) break;
     gathered_ += static_cast<char>(buffer_.front());
     if (gathered_.size() == 1) device_.SetTimeout(kGapMs);
@@ -286,7 +286,7 @@ bool Session::ShowAnswer(std::string_view shown) {
   return true;
 }
 
-// The error's description is the answer.
+// The answer is the error's description.
 bool Session::ShowFailure(const device::DeviceError& error) {
   answer_ = error.description;
   output_.AddLine(LineKind::kError, state_.receive.mode == receive_mode::kTerminator

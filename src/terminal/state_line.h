@@ -7,28 +7,28 @@
 
 namespace kolvane::terminal {
 
-/// What the user is told about the session besides the connection, most urgent first.
+/// What is shown about the session besides the connection, most urgent first.
 enum class StateKind {
   kWait,      ///< what is waited for
-  kBlock,     ///< how much of a block has come
-  kRun,       ///< how far the command list has come
+  kBlock,     ///< how much of a block has been received
+  kRun,       ///< how far the command list has run
   kLost,      ///< the connection is lost
-  kModem,     ///< the modem's last word after a dialling that failed
-  kBytes,     ///< bytes that have come and were not read
+  kModem,     ///< the modem's last word after failed dialling
+  kBytes,     ///< bytes received but not read
   kWords,     ///< what the last failure means
-  kLeftOver,  ///< what an earlier run has left open: loops, conditions, silence, recording
+  kLeftOver,  ///< left open by an earlier run: loops, conditions, silence, recording
 };
 
-/// Whoever shows the state.
+/// Shows the state.
 class StateView {
  public:
   virtual ~StateView() = default;
-  /// An empty text takes back the last of that kind.
+  /// An empty text removes the last one of that kind.
   virtual void ShowState(StateKind kind, std::string_view text) = 0;
 };
 
-/// One text of each kind; the most urgent one is shown, what a failure means and what was left over together.
-/// That of a run starts with its row, ended by a comma. Texts are UTF-8, an empty one is none.
+/// Holds one text of each kind. The most urgent one is shown; kWords and kLeftOver are shown together. The
+/// text of kRun starts with its row, followed by a comma. Texts are UTF-8; an empty text is not shown.
 class StateLine {
  public:
   /// Returns whether Text() has changed.
@@ -38,7 +38,7 @@ class StateLine {
     return Text() != before;
   }
 
-  /// What a run waits for has its row before it: "Zeile 12 von 240: wartet auf Antwort (1,2 s, ...)".
+  /// During a run the wait text follows the row: "Zeile 12 von 240: wartet auf Antwort (1,2 s, ...)".
   std::string Text() const {
     const std::string& block = Of(StateKind::kBlock);
     const std::string wait =

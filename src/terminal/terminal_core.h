@@ -17,17 +17,17 @@
 
 namespace kolvane::terminal {
 
-/// The slices of the process-wide record that a terminal works on.
+/// The parts of the process-wide record that a terminal works on.
 struct TerminalSlices {
   device::DeviceState& device;
   device::ConnectionParameters& connection;
   TerminalState& terminal;
 };
 
-/// Hands the additions to those that they concern; to be called when they have changed.
+/// Passes the additions on to where they take effect; call it when they have changed.
 void ApplyExtras(const TerminalSlices& slices);
 
-/// What a front end brings along, be it the window or the command line.
+/// What a front end provides, whether the window or the command line.
 struct FrontEnd {
   pane::Pane& pane;
   Log& log;
@@ -35,7 +35,7 @@ struct FrontEnd {
   ConnectionView& connection_view;
 };
 
-/// One terminal without its front end: the way from a command to the device and back to the pane.
+/// One terminal without its front end: from a command to the device and back to the pane.
 struct TerminalCore {
   TerminalCore(TerminalSlices slices, device::PortLibrarySource& library, FrontEnd front_end);
 

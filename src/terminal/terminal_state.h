@@ -17,7 +17,7 @@ inline constexpr std::uint8_t kAuto = 1;        ///< an answer ends at the first
 inline constexpr std::uint8_t kCount = 2;       ///< an answer has a fixed number of bytes
 }  // namespace receive_mode
 
-/// The pause that ends an answer in mode 1, milliseconds.
+/// The gap that ends an answer in mode 1, milliseconds.
 inline constexpr std::int32_t kGapMs = 50;
 
 namespace receive_format {
@@ -25,8 +25,8 @@ inline constexpr std::uint8_t kAscii = 0;
 inline constexpr std::uint8_t kBinary = 1;
 }  // namespace receive_format
 
-/// How answers are received and commands ended. Terminators are UTF-8: empty, one character, CR LF, or for
-/// sending any text.
+/// How answers are received and commands ended. Terminators are UTF-8: empty, one character or CR LF; the
+/// send terminator may be any text.
 struct ReceiveSettings {
   std::uint8_t mode = receive_mode::kTerminator;
   std::uint8_t binary_display = 0;  ///< 1: modes 1 and 2 show every byte as <0D>
@@ -37,8 +37,8 @@ struct ReceiveSettings {
   bool ShowsBytes() const { return mode != receive_mode::kTerminator && binary_display != 0; }
 };
 
-/// What the receive and send controls show. Mode and format may differ from the settings in force: the list
-/// says "Auto" while mode 0 is, once "ASCII" has been picked.
+/// What the receive and send controls show. Mode and format may differ from the settings in force: after
+/// "ASCII" has been picked, the list shows "Auto" although mode 0 is in force.
 struct ReceiveShown {
   int mode = receive_mode::kTerminator;  ///< index in cmbReceiveMode
   int format = receive_format::kAscii;   ///< index in cmbReceiveFormat
@@ -48,10 +48,10 @@ struct ReceiveShown {
   std::string count = "1";       ///< BinChars as typed
 };
 
-/// The most recent answer, or the description of the error that came in its place.
+/// The most recent answer, or the description of the error if it failed.
 struct LastAnswer {
   std::string text;
-  std::string bytes;  ///< as they came, where the text shows each as <0D>
+  std::string bytes;  ///< as received, if the text shows each as <0D>
   /// The text split at every comma; an empty text is one empty field.
   std::vector<std::string> Fields() const;
 };
@@ -61,11 +61,11 @@ struct Options {
   bool show_commands = true;
   bool show_response_times = false;
   bool line_breaks = false;
-  /// Turns the mark of item `index` over; any other index is ignored.
+  /// Toggles the check mark of item `index`; any other index is ignored.
   void Toggle(int index);
 };
 
-/// The session's slice of the process-wide record.
+/// The session's part of the process-wide record.
 struct TerminalState {
   ReceiveSettings receive;
   ReceiveShown shown;
@@ -73,14 +73,14 @@ struct TerminalState {
   Options options;
   OutputFlags output;
   Extras extras;
-  std::optional<bool> answers_of_run;  ///< queries only, as the list in hand has chosen
-  bool flush_first = false;            ///< what has come is discarded before each command
+  std::optional<bool> answers_of_run;  ///< queries only, as chosen by the running list
+  bool flush_first = false;            ///< received bytes are discarded before each command
 
-  /// Whether a command that is no query is not followed by a read.
+  /// Whether only commands with "?" are followed by a read.
   bool QueriesOnly() const { return answers_of_run.value_or(extras.queries_only); }
 };
 
-/// What the window shows and the settings keep besides connection and reception.
+/// What the window shows and the settings store besides connection and reception.
 struct WindowSettings {
   std::int16_t com_log = 0;
   base::Look pane;

@@ -25,18 +25,18 @@ inline constexpr std::string_view kNoTerminator = "Kein";
 inline constexpr std::string_view kTimeoutLabel = "Timeout (ms)";
 inline constexpr std::string_view kCountLabel = "Anzahl";
 
-/// What is wrong with the text of the field with that label.
+/// An error in the text of the field with that label.
 inline std::string InField(std::string_view label, std::string_view reason) {
   return std::string(label) + ": " + std::string(reason);
 }
 
-/// `what` is why the answer was not read after its command had been sent.
+/// `what` says why the answer was not read after its command had been sent.
 inline std::string AnswerToCome(std::string_view what) {
   return std::string(what) +
          ". Die Antwort auf den Befehl steht noch aus, „Eingangspuffer flushen“ verwirft sie.";
 }
 
-/// Of a character that the code page of the device lacks.
+/// For a character that is not in the device's code page.
 inline std::string NotSendable(std::string_view character) {
   return "Das Zeichen „" + std::string(character) + "“ kann nicht gesendet werden";
 }
@@ -58,7 +58,7 @@ inline std::string Failure(std::string_view what, const device::DeviceError& err
   return std::string(what) + error.description + " (" + std::to_string(error.code) + ")";
 }
 
-/// What is waited for, and for how many seconds.
+/// What is waited for, and for how many seconds so far.
 inline std::string Waiting(device::Operation operation, double seconds) {
   const auto tenths = static_cast<long>(seconds * 10);
   const std::string since =
@@ -91,25 +91,25 @@ inline std::string InputFlushed(std::int32_t bytes) {
 }
 
 inline constexpr const char* kConnectionLost = "Verbindung verloren";
-/// `word` is the modem's last one, empty where none came.
+/// `word` is the modem's last one, empty if it sent none.
 inline std::string LineClosed(std::string_view word) {
   return std::string(word.empty() ? "Keine Antwort des Modems" : word) + ", Leitung geschlossen";
 }
 
 using base::kBlockTooLong;
 
-/// Of a block that is being read: "Block: 37 % von 8192 KB".
+/// For a block being read: "Block: 37 % von 8192 KB".
 inline std::string BlockProgress(int percent, std::size_t bytes) {
   return "Block: " + std::to_string(percent) + " % von " + std::to_string((bytes + 1023) / 1024) + " KB";
 }
 
-/// Empty where none wait.
+/// Empty if none wait.
 inline std::string BytesWaiting(std::int32_t bytes) {
   if (bytes <= 0) return {};
   return bytes == 1 ? "1 Byte wartet" : std::to_string(bytes) + " Bytes warten";
 }
 
-/// A failure by its code and what that means, or by its description only where nobody knows.
+/// A failure as its code and meaning, or only its description if the meaning is unknown.
 inline std::string Words(const device::DeviceError& error, std::int32_t timeout_ms) {
   if (error.words.empty()) return error.description;
   const std::string meaning = error.code == device::device_status::kReadTimeout
@@ -121,7 +121,7 @@ inline std::string Words(const device::DeviceError& error, std::int32_t timeout_
 inline constexpr std::string_view kStartRecordingTip = "Log aktivieren";
 inline constexpr std::string_view kStopRecordingTip = "Log deaktivieren";
 
-/// For the second status bar; an empty name is that of no log.
+/// For the second status bar; an empty name means that no log is open.
 inline std::string LogStatus(std::string_view file_name) {
   return "Logdatei: " + std::string(file_name.empty() ? "Keine" : file_name);
 }
@@ -136,12 +136,12 @@ inline std::string LogNotWritten(std::string_view file_name, int error) {
          "“ kann nicht geschrieben werden: " + base::SystemErrorText(error);
 }
 
-/// Goes into the pane's text as it stands, hence the line break in front.
+/// Inserted into the pane's text as it is, hence the leading line break.
 inline std::string WriteError(std::string_view description) {
   return "\r\nWrite error: " + std::string(description);
 }
 
-/// Goes into the pane's text as it stands, hence the line break at its end.
+/// Inserted into the pane's text as it is, hence the trailing line break.
 inline std::string ResponseTime(std::string_view milliseconds) {
   return "(dt = " + std::string(milliseconds) + " ms)\r\n";
 }

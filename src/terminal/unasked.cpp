@@ -33,7 +33,7 @@ bool Unasked::Take() {
 }
 
 bool Unasked::Probe() {
-  // Somebody else may have read what had come; then the probe would wait for more.
+  // If the received bytes have already been read elsewhere, the probe would wait for more.
   const int descriptor = device_.WaitDescriptor();
   if (descriptor >= 0 && !base::IsReadable(descriptor)) return true;
   if (connect_.Probe()) return true;
@@ -41,7 +41,7 @@ bool Unasked::Probe() {
   return false;
 }
 
-// Lines end at the receive terminator, at LF where there is none.
+// Lines end at the receive terminator, or at LF if none is set.
 void Unasked::ShowLines(std::string_view bytes) {
   const std::string& terminator = state_.receive.receive_terminator;
   const char last = terminator.empty() ? '\n' : terminator.back();

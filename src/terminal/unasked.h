@@ -12,22 +12,21 @@
 
 namespace kolvane::terminal {
 
-/// What an instrument sends without having been asked: it is shown line by line while the user listens, and
-/// counted otherwise.
+/// Bytes that an instrument sends unasked: shown line by line while the user listens, otherwise counted.
 class Unasked {
  public:
-  /// What is taken in one go, bytes.
+  /// The most taken in one call, bytes.
   static constexpr std::size_t kMostAtOnce = 256u << 10;
 
   Unasked(device::Device& device, device::DeviceState& device_state, const TerminalState& state,
           Output& output, ConnectCommands& connect)
       : device_(device), device_state_(device_state), state_(state), output_(output), connect_(connect) {}
 
-  /// Called where the port says that something has come or the connection has ended. Returns whether it is
-  /// worth while to look again: false while nobody takes what has come, and after a loss.
+  /// Call it when the port reports received bytes or an end of the connection. Returns whether it is worth
+  /// calling again: false if received bytes are not taken, and after a loss.
   bool Take();
 
-  /// Shows the unfinished line, since no more comes.
+  /// Shows the unfinished line when no more bytes are expected.
   void ShowRest();
   bool HasRest() const { return !rest_.empty(); }
 
@@ -41,7 +40,7 @@ class Unasked {
   const TerminalState& state_;
   Output& output_;
   ConnectCommands& connect_;
-  std::string rest_;  // of a line
+  std::string rest_;  // the unfinished line
   Bytes buffer_;
 };
 
