@@ -179,8 +179,7 @@ bool IsAscii(std::string_view text) {
 namespace kolvane::base {
 namespace {
 
-// The Latin-1 character for the non-ASCII character of `size` bytes at the start of `text`; '?' if there is
-// none.
+// Latin-1 of the non-ASCII character of `size` bytes at the start of `text`; '?' if there is none.
 char CharacterOf(std::string_view text, std::size_t size) {
   const auto lead = static_cast<unsigned char>(text[0]);
   if (size != 2 || lead < 0xC2 || lead > 0xC3) return '?';

@@ -14,8 +14,7 @@ std::string FromWindows1252(std::string_view bytes);
 /// UTF-8, become '?'.
 std::string ToWindows1252(std::string_view text);
 
-/// Decodes bytes of a device that uses UTF-8; each byte that is not part of a character counts as
-/// Windows-1252.
+/// Decodes a device's UTF-8; each byte that is not part of a character counts as Windows-1252.
 std::string FromUtf8OrWindows1252(std::string_view bytes);
 
 /// Decodes bytes of a device, as UTF-8 or Windows-1252.

@@ -16,7 +16,7 @@
 
 namespace kolvane::devlnk {
 
-/// Keeps signals from a thread that is started meanwhile: the caller's are none of its business.
+/// Blocks all signals for a thread started while it lives: the host's signals are not for that thread.
 class BlockedSignals {
  public:
   BlockedSignals() {
@@ -32,10 +32,9 @@ class BlockedSignals {
   sigset_t before_;
 };
 
-/// The result of work that may never end, or nothing where it throws, has not come by the deadline or was
-/// given up. The work cannot be asked to hurry, so its thread is left to itself then; `work` must own all
-/// that it uses. The library stays loaded once it was (-z nodelete). std::system_error where no thread is
-/// available.
+/// Returns the result of work that may never end, or nothing if it throws, misses the deadline or is given
+/// up. The work cannot be interrupted; its thread is then detached, so `work` must own all that it uses. The
+/// library stays loaded (-z nodelete). std::system_error if no thread is available.
 template <typename Work>
 auto RunWithDeadline(Deadline& deadline, Work work) -> std::optional<decltype(work())> {
   struct Exchange {
@@ -53,7 +52,7 @@ auto RunWithDeadline(Deadline& deadline, Work work) -> std::optional<decltype(wo
       try {
         result = work();
       } catch (...) {
-        // Out of memory most likely; to the caller it is an answer that does not come.
+        // Most likely out of memory; the caller sees it as a missing answer.
       }
       const std::lock_guard lock(exchange->mutex);
       exchange->result = std::move(result);
@@ -76,8 +75,8 @@ auto RunWithDeadline(Deadline& deadline, Work work) -> std::optional<decltype(wo
   return std::move(exchange->result);
 }
 
-/// What `scan(root, deadline)` finds in the system's record of devices. Returns within two seconds even where
-/// the record does not answer, then with nothing.
+/// Runs `scan(root, deadline)` on the system's device records. Returns within two seconds even if they do not
+/// respond, then with nothing.
 template <typename Scan>
 auto ScanInTime(Scan scan, Waiting* waiting = nullptr) {
   constexpr std::int32_t kLongestMs = 1500;

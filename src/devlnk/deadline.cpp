@@ -12,7 +12,7 @@ namespace {
 constexpr std::int64_t kNsPerMs = 1'000'000;
 constexpr std::int64_t kNsPerSecond = 1'000'000'000;
 
-// Rounded up, 0 for what is past.
+// Rounded up; 0 if past.
 std::int32_t MsUntil(std::int64_t end_ns, std::int64_t now_ns) {
   const std::int64_t left = end_ns - now_ns;
   return left <= 0 ? 0 : static_cast<std::int32_t>((left + kNsPerMs - 1) / kNsPerMs);
@@ -38,7 +38,7 @@ void Waiting::Attend(std::int64_t now_ns) {
       static_cast<std::int32_t>(std::min<std::int64_t>((now_ns - start_ns_) / kNsPerMs, INT32_MAX));
   called_ = true;
   given_up_ = handler_.function(handler_.context, waited_ms) != 0;
-  // From the call's end on: a handler that takes long is no reason to do nothing else.
+  // Counted from the end of the call: a slow handler must not keep the operation from making progress.
   due_ns_ = MonotonicNs() + kPaceMs * kNsPerMs;
 }
 

@@ -4,13 +4,13 @@
 
 namespace kolvane::devlnk {
 
-/// Called by whoever waits; see QDX_SetWaitHandler. Without a function nobody is called.
+/// Called during waits; see QDX_SetWaitHandler. Without a function nothing is called.
 struct WaitHandler {
   std::int32_t (*function)(void* context, std::int32_t waited_ms) = nullptr;
   void* context = nullptr;
 };
 
-/// The wait of one operation as its handler sees it.
+/// Calls the wait handler during one operation.
 class Waiting {
  public:
   static constexpr std::int32_t kPaceMs = 50;
@@ -22,9 +22,9 @@ class Waiting {
   bool called() const { return called_; }
 
   void Start(std::int64_t now_ns);
-  /// When the handler is to be called next, nanoseconds.
+  /// The time of the next call to the handler, nanoseconds.
   std::int64_t due_ns() const { return due_ns_; }
-  /// Calls the handler where that is due.
+  /// Calls the handler if that is due.
   void Attend(std::int64_t now_ns);
 
  private:
@@ -35,36 +35,36 @@ class Waiting {
   bool given_up_ = false;
 };
 
-/// A total time for one operation. It starts with the first wait, not when it is made, so that an operation
-/// that needs no wait never asks the clock. Whoever waits does so in slices of SliceMs() while Continue()
-/// allows it, so that the wait handler is called in time.
+/// A total time for one operation. It starts with the first wait, not on construction, so that an operation
+/// that does not wait never reads the clock. To wait, sleep in slices of SliceMs() while Continue() is true,
+/// so that the wait handler is called in time.
 class Deadline {
  public:
-  /// 0: only what can be done at once. `waiting` outlives this; null: nobody is called meanwhile.
+  /// 0: only what can be done at once. `waiting` must outlive this; null: no handler.
   explicit Deadline(std::int32_t total_ms, Waiting* waiting = nullptr)
       : total_ms_(total_ms), waiting_(waiting) {}
 
-  /// A part of this for one of several attempts; it starts now.
+  /// A shorter deadline for one of several attempts; it starts now.
   Deadline Part(std::int32_t total_ms) const { return Deadline(total_ms, waiting_); }
 
   std::int32_t total_ms() const { return total_ms_; }
   Waiting* waiting() const { return waiting_; }
   bool started() const { return started_; }
-  /// Whether somebody is to be called while it lasts.
+  /// Whether there is a handler to call.
   bool attended() const { return waiting_ != nullptr && waiting_->attended(); }
-  /// Whether that somebody has given the operation up; the deadline is over then.
+  /// Whether the handler has given up the operation; the deadline is then over.
   bool given_up() const { return waiting_ != nullptr && waiting_->given_up(); }
   bool called() const { return waiting_ != nullptr && waiting_->called(); }
 
-  /// Keeps the first start.
+  /// Starts it unless already started.
   void Start();
-  /// Starts it if need be; rounded up, 0 once it is over.
+  /// Starts it if necessary; rounded up, 0 once it is over.
   std::int32_t RemainingMs();
-  /// What may be waited for at once, at most RemainingMs().
+  /// How long to wait before the next Continue(), at most RemainingMs().
   std::int32_t SliceMs();
-  /// Calls the wait handler where that is due; false once the deadline is over.
+  /// Calls the wait handler if that is due; false once the deadline is over.
   [[nodiscard]] bool Continue();
-  /// The same between the pieces of what takes long, before any wait too.
+  /// Calls the wait handler between the steps of a long operation, even before any wait.
   void Attend();
   /// Does not start it.
   bool IsOver();
@@ -76,14 +76,14 @@ class Deadline {
   std::int64_t end_ns_ = 0;
 };
 
-/// Waits until one of `events` (of poll) or a hang-up shows, whatever signals arrive; false when the deadline
-/// is over.
+/// Waits until one of `events` (of poll) or a hang-up occurs, regardless of signals; false if the deadline is
+/// over.
 bool WaitFor(int fd, short events, Deadline& deadline);
 
-/// Nanoseconds of the clock that never jumps back.
+/// The monotonic clock in nanoseconds.
 std::int64_t MonotonicNs();
 
-/// Sleeps until the deadline is over, whatever signals arrive.
+/// Sleeps until the deadline is over, regardless of signals.
 void SleepUntilOver(Deadline& deadline);
 /// Sleeps for the whole time.
 void SleepMs(std::int32_t milliseconds);

@@ -30,17 +30,16 @@ constexpr std::size_t kScanField = 255;
 constexpr std::size_t kScanRecord = 2 * kScanField;
 constexpr std::int32_t kScanSlots = 64;
 
-// The C interface names no port, so there is one for the process.
+// The C interface has no port handles, so there is one session per process.
 PortSession& Session() {
   static PortSession session;
   return session;
 }
 
-// An operation is under way: a wait handler may have called back.
+// An operation is running; a wait handler may call back.
 bool busy = false;
 
-// No exception may reach a caller that was written in another language; what is thrown here is lack of
-// memory.
+// No exception may reach a caller written in another language; the only one expected here is lack of memory.
 template <typename Operation>
 std::int32_t Operate(Operation operation) {
   if (std::exchange(busy, true)) return Code(Status::kBusy);
@@ -53,7 +52,7 @@ std::int32_t Operate(Operation operation) {
   return Code(status);
 }
 
-// The same for what needs an open port.
+// Like Operate, for operations that need an open port.
 template <typename Operation>
 std::int32_t OperateOpen(Operation operation) {
   return Operate([&] { return Session().is_open() ? operation() : Status::kNotOpen; });

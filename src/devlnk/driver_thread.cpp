@@ -75,7 +75,7 @@ bool DriverThread::Run(Deadline& deadline, std::function<void()> call) {
   shared_->call = std::move(call);
   shared_->busy = true;
   shared_->changed.notify_all();
-  // The driver keeps the time.
+  // The driver applies the time-out.
   const std::chrono::milliseconds slice(Waiting::kPaceMs);
   while (!shared_->changed.wait_for(lock, slice, [this] { return !shared_->busy; })) {
     lock.unlock();
@@ -99,7 +99,7 @@ Received DriverThread::Read(std::span<char> room, Deadline& deadline,
   return TakeLate(room);
 }
 
-// What does not fit stays for the next read.
+// Bytes that do not fit stay for the next read.
 Received DriverThread::TakeLate(std::span<char> room) {
   LateRead& late = *late_;
   const std::size_t count = std::min(room.size(), late.received.bytes);

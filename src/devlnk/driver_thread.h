@@ -9,28 +9,28 @@
 
 namespace kolvane::devlnk {
 
-/// Makes calls that block in a driver, which nothing can interrupt. Where somebody is to be called meanwhile,
-/// the driver's call runs on a thread of its own. A call that was given up goes on there: its bytes are
-/// delivered by the next read, and any later call waits for its end first.
+/// Makes calls that block in a driver and cannot be interrupted. If a wait handler is set, the driver's call
+/// runs on a separate thread. A call that was given up continues there: its bytes are delivered by the next
+/// read, and any later call waits for its end first.
 class DriverThread {
  public:
   DriverThread() = default;
   DriverThread(const DriverThread&) = delete;
   DriverThread& operator=(const DriverThread&) = delete;
-  /// A call that is still under way is left to itself.
+  /// Leaves a call that is still running to itself.
   ~DriverThread();
 
-  /// `call` owns all that it uses. False where it was given up, or an earlier one has not ended by the
+  /// `call` must own all that it uses. False if it was given up, or if an earlier one has not ended by the
   /// deadline.
   [[nodiscard]] bool Run(Deadline& deadline, std::function<void()> call);
 
-  /// `read` fills the room that it is given. Nothing where it was given up.
+  /// `read` fills the room passed to it. Empty if it was given up.
   Received Read(std::span<char> room, Deadline& deadline,
                 const std::function<Received(std::span<char>)>& read);
 
-  /// Waits for a call that was given up; false where it has not ended by the deadline.
+  /// Waits for a call that was given up; false if it has not ended by the deadline.
   [[nodiscard]] bool AwaitIdle(Deadline& deadline);
-  /// Forgets what a read that was given up has brought; after AwaitIdle.
+  /// Discards the bytes of a read that was given up; to be called after AwaitIdle.
   void DropLate() { late_.reset(); }
 
  private:

@@ -16,7 +16,7 @@ constexpr int kError = 0x8000;
 constexpr int kTimedOut = 0x4000;
 constexpr int kEnd = 0x2000;
 
-// The driver's error numbers that stand for something of their own.
+// The driver's error numbers with a status of their own.
 constexpr int kSystemError = 0;  // errno is in the count
 constexpr int kNoListener = 2;
 constexpr int kBadArgument = 4;
@@ -30,8 +30,8 @@ constexpr int kNoSecondaryAddress = 0;
 constexpr std::int16_t kLastAddress = 30;  // 31 means "nobody listens" on the bus
 constexpr int kLastBoard = 15;
 
-/// A device on the bus, taken offline by the destructor. The driver keeps the last transfer's outcome for
-/// each thread: whoever makes a transfer asks for that, too.
+/// A device on the bus, taken offline by the destructor. The driver keeps the result of the last transfer per
+/// thread, so each transfer queries it on the same thread.
 class GpibDevice {
  public:
   GpibDevice(std::shared_ptr<const GpibLibrary> library, int handle)
@@ -40,7 +40,7 @@ class GpibDevice {
   GpibDevice& operator=(const GpibDevice&) = delete;
   ~GpibDevice() { library_->ibonl(handle_, 0); }
 
-  /// What one transfer did. Neither bytes nor a failure where it timed out.
+  /// The result of one transfer. Neither bytes nor a failure if it timed out.
   struct Transfer {
     Received moved;
     bool timed_out = false;
@@ -89,7 +89,7 @@ GpibDevice::Transfer GpibDevice::OutcomeOf(int status, std::size_t most) const {
   const bool error = (status & kError) != 0;
   const bool timed_out = (status & kTimedOut) != 0 || (error && library_->ThreadIberr() == kAborted);
   const bool failed = error && !timed_out;
-  // After a failure of the system the count is its errno.
+  // After a system error the count is its errno.
   const bool counts = !failed || library_->ThreadIberr() != kSystemError;
   const long count = counts ? library_->ThreadIbcntl() : 0;
   const std::size_t moved = count <= 0 ? 0 : std::min(static_cast<std::size_t>(count), most);
@@ -104,7 +104,7 @@ struct DeviceOnBus {
   GpibOptions options;
 };
 
-/// The device is there exactly when the status is kOk.
+/// `device` is set exactly if the status is kOk.
 struct Selected {
   std::shared_ptr<GpibDevice> device;
   Status status = Status::kOk;
@@ -164,7 +164,7 @@ void GpibChannel::SetTimeout(Deadline& deadline) {
   timeout_code_ = code;
 }
 
-// What the host has not asked for waits in the device; only a clear makes the device forget it.
+// Unread input waits in the device; only a clear discards it.
 void GpibChannel::DiscardInput(Deadline& deadline) {
   if (device_ == nullptr || !thread_.AwaitIdle(deadline)) return;
   thread_.DropLate();
@@ -188,8 +188,8 @@ Status GpibChannel::ReadStatusByte(std::uint8_t& status_byte, Deadline& deadline
   return polled->transfer.moved.status;
 }
 
-// A device that is asked for more than it has to say may report an error of its own, so nothing is asked when
-// there is no time to wait for it.
+// A device asked for more than it has to say may report an error, so nothing is asked if there is no time to
+// wait.
 Received GpibChannel::Read(std::span<char> room, Deadline& deadline) {
   if (device_ == nullptr) return {0, Status::kNotOpen};
   while (!deadline.IsOver() && thread_.AwaitIdle(deadline)) {

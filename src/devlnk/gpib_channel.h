@@ -7,15 +7,15 @@
 
 namespace kolvane::devlnk {
 
-/// Port kind "GPIB". Opening takes the board; the device opens, and is cleared, once its address is selected,
-/// and transfers before that answer kNotOpen.
+/// Port kind "GPIB". Opening claims the board; the device is opened and cleared once its address is selected,
+/// and transfers before that return kNotOpen.
 Opened OpenGpib(const PortRequest& request, Deadline& deadline);
 
-/// The driver's code of the shortest time-out that is not shorter than asked: 1 (10 us) to 17 (1000 s); 17
-/// for longer ones too.
+/// The driver's code of the shortest time-out not shorter than `milliseconds`: 1 (10 us) to 17 (1000 s), 17
+/// also for longer ones.
 int GpibTimeoutCode(std::int32_t milliseconds);
 
-/// The driver's end-of-string word.
+/// The driver's end-of-string setting.
 int GpibEosWord(const GpibOptions& options);
 
 }  // namespace kolvane::devlnk

@@ -38,7 +38,7 @@ std::shared_ptr<const GpibLibrary> LoadGpibLibrary() {
   if (handle == nullptr) return nullptr;
   const auto loaded = std::make_shared<Loaded>(Loaded{{}, {handle, dlclose}});
   if (!FindAll(handle, loaded->functions)) return nullptr;
-  // The one that can be missed.
+  // The only optional function.
   (void)Find(handle, "ibrsp", loaded->functions.ibrsp);
   return {loaded, &loaded->functions};
 }

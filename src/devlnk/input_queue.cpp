@@ -13,7 +13,7 @@ std::span<char> InputQueue::Room() {
 
 void InputQueue::MakeRoom(std::size_t wanted) {
   const std::size_t held = size();
-  // Moving pays only when at least as much has been read as has to be moved; else the space is doubled.
+  // Move only if at least as much has been read as has to be moved; otherwise double the space.
   if (begin_ >= held && capacity_ - held >= wanted) {
     std::memmove(bytes_.get(), data(), held);
   } else {
@@ -59,7 +59,7 @@ std::optional<Answer> InputQueue::FindAnswer(std::size_t count, unsigned char te
   return std::nullopt;
 }
 
-// Only a single byte is remembered as searched for.
+// The search position is kept for single bytes only.
 std::optional<Message> InputQueue::FindTerminator(std::string_view terminator, std::size_t held) {
   const bool single = terminator.size() == 1;
   const auto byte = static_cast<unsigned char>(terminator.back());

@@ -10,21 +10,21 @@
 
 namespace kolvane::devlnk {
 
-/// How much of the queue one answer takes, and how much of that the caller gets.
+/// The part of the queue that one answer uses, and how much of it the caller gets.
 struct Answer {
   std::size_t delivered = 0;
   std::size_t consumed = 0;
 };
 
-/// What a message ends with, whichever comes first.
+/// What ends a message, whichever comes first.
 struct MessageRule {
   std::size_t most;             ///< bytes, at most InputQueue::kLimit
-  std::string_view terminator;  ///< these bytes, which are part of it; empty: none
-  bool own_end = true;          ///< the end that the instrument marked itself (USB, GPIB) counts
-  std::int32_t gap_ms = -1;     ///< silence for so long once something has come; negative: none
+  std::string_view terminator;  ///< ends the message and is part of it; empty: none
+  bool own_end = true;          ///< the end marked by the instrument (USB, GPIB) counts
+  std::int32_t gap_ms = -1;     ///< silence of this length after the first byte; negative: none
 };
 
-/// What has ended a message.
+/// What ended a message.
 enum class MessageEnd { kMost, kTerminator, kOwnEnd, kGap };
 
 struct Message {
@@ -32,31 +32,31 @@ struct Message {
   MessageEnd end = MessageEnd::kMost;
 };
 
-/// The bytes received and not yet read, and the rules by which they make up answers.
+/// Received, unread bytes, and the rules that divide them into answers.
 class InputQueue {
  public:
-  static constexpr std::size_t kLimit = std::size_t{16} << 20;  ///< bytes; more are left to the system
-  static constexpr std::size_t kChunk = std::size_t{64} << 10;  ///< bytes offered for one receive call
+  static constexpr std::size_t kLimit = std::size_t{16} << 20;  ///< bytes; more stay in the system
+  static constexpr std::size_t kChunk = std::size_t{64} << 10;  ///< bytes, room of one receive call
 
   std::size_t size() const { return end_ - begin_; }
   const char* data() const { return bytes_.get() + begin_; }
 
-  /// Where the next bytes may be put: kChunk of them, fewer near kLimit, none at kLimit.
+  /// Room for the next bytes: kChunk, less near kLimit, none at kLimit.
   std::span<char> Room();
-  /// The first `count` bytes of the last Room() have been filled.
+  /// To be called when the first `count` bytes of the last Room() have been filled.
   void Commit(std::size_t count) { end_ += count; }
-  /// The instrument's message ends with what has been committed so far.
+  /// Records that the instrument's message ends with the bytes committed so far.
   void MarkEnd() { ends_.push_back(consumed_ + size()); }
   void Consume(std::size_t count);
   void Clear();
 
-  /// The next answer once it is complete: `count` bytes when `terminator` is 0, else up to that byte, at most
-  /// `count`. A terminator is stripped, but an LF that follows a CR is delivered with it. Looks at each byte
-  /// once, however often it is asked while an answer grows.
+  /// The next answer once it is complete: `count` bytes if `terminator` is 0, otherwise up to that byte, at
+  /// most `count`. A terminator is stripped, but an LF after a CR is delivered with it. Examines each byte
+  /// only once, however often it is called while an answer grows.
   std::optional<Answer> FindAnswer(std::size_t count, unsigned char terminator);
 
-  /// The next message once it is complete; a gap is the caller's to notice. Looks at each byte once, while
-  /// the rule stays.
+  /// The next message once it is complete; the caller detects gaps. Examines each byte once as long as the
+  /// rule stays the same.
   std::optional<Message> FindMessage(const MessageRule& rule);
 
  private:
@@ -67,10 +67,10 @@ class InputQueue {
   std::size_t capacity_ = 0;
   std::size_t begin_ = 0;
   std::size_t end_ = 0;
-  std::size_t searched_ = 0;  ///< bytes from begin_ that hold no searched_for_
+  std::size_t searched_ = 0;  ///< bytes from begin_ without searched_for_
   unsigned char searched_for_ = 0;
-  std::uint64_t consumed_ = 0;      ///< bytes since the start
-  std::deque<std::uint64_t> ends_;  ///< of messages, counted as consumed_
+  std::uint64_t consumed_ = 0;      ///< total bytes consumed
+  std::deque<std::uint64_t> ends_;  ///< ends of messages, in total bytes
 };
 
 }  // namespace kolvane::devlnk

@@ -62,7 +62,7 @@ std::string_view FindPort(std::string_view text, std::string_view key) {
 }
 
 std::string ReadPortsFile() {
-  // Not to wait for the writer of a pipe that stands in the file's place.
+  // O_NONBLOCK: do not wait for a writer if the path names a pipe.
   const base::Descriptor file(open(PortsFilePath().c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
   if (!file || !IsRegularFile(file.get())) return {};
   std::string text(kReadLimit, '\0');
@@ -73,7 +73,7 @@ std::string ReadPortsFile() {
     if (got <= 0) break;
     size += static_cast<std::size_t>(got);
   }
-  // A line that the limit cuts might name another node.
+  // A line cut by the limit might name another node.
   text.resize(size < kReadLimit ? size : text.rfind('\n') + 1);
   return text;
 }

@@ -11,17 +11,17 @@
 namespace kolvane::devlnk {
 namespace {
 
-// The driver only signals interrupts, which many instruments do not raise; so it is also asked now and then.
+// The driver only signals interrupts, which many instruments do not raise, so the port is polled as well.
 constexpr std::int32_t kAskAgainMs = 5;
 
 struct ModeRow {
   ParallelMode mode;
   int transfer;           ///< how the kernel reads
-  bool negotiates;        ///< asks the instrument before it is used
+  bool negotiates;        ///< negotiates with the instrument before use
   bool turns_data_lines;  ///< the port itself must be able to read through the data lines
 };
 
-// Interlink instruments run EPP cycles from power-on and 8-bit instruments drive the data lines on their own:
+// Interlink instruments run EPP cycles from power-on, and 8-bit instruments drive the data lines unasked:
 // neither answers a negotiation.
 constexpr ModeRow kModes[] = {
     {ParallelMode::kNibble, IEEE1284_MODE_NIBBLE, true, false},
@@ -48,7 +48,7 @@ class ParallelChannel final : public Channel {
   ParallelChannel& operator=(const ParallelChannel&) = delete;
   ~ParallelChannel() override;
 
-  /// Before anything else.
+  /// To be called first.
   Status Claim();
 
   Received Read(std::span<char> room, Deadline& deadline) override;
@@ -77,7 +77,7 @@ ParallelChannel::~ParallelChannel() {
 
 Status ParallelChannel::Claim() {
   if (node_->Control(PPCLAIM, nullptr) != 0) {
-    // The driver answers so when another holds the port, or when the port behind the node has gone.
+    // The driver returns EAGAIN if another process holds the port, and EIO if the port of the node has gone.
     return errno == EAGAIN ? Status::kBusy : errno == EIO ? Status::kNoSuchNode : StatusFromErrno(errno);
   }
   claimed_ = true;
@@ -88,7 +88,7 @@ Status ParallelChannel::Claim() {
   return errno == ENODEV ? Status::kNoSuchNode : Status::kModeRefused;
 }
 
-// EPP cycles go both ways; in the other modes commands leave in the mode of printers.
+// EPP cycles work in both directions; in the other modes commands are sent in compatibility mode.
 bool ParallelChannel::Turn(Direction direction) {
   if (direction_ == direction || (one_mode() && direction_ != Direction::kNone)) return true;
   const bool reads = one_mode() || direction == Direction::kFromInstrument;
@@ -101,7 +101,7 @@ void ParallelChannel::Pause(Deadline& deadline) {
   Deadline pace(std::min(kAskAgainMs, deadline.RemainingMs()));
   node_->Wait(pace);
   deadline.Attend();
-  // Counts and clears the interrupts; left alone they would end the next wait at once.
+  // Reads and clears the interrupt count, which would otherwise end the next wait at once.
   Request(PPCLRIRQ, 0);
 }
 
@@ -147,7 +147,7 @@ Opened OpenParallelNode(std::unique_ptr<DeviceNode> node, ParallelMode mode) {
   return {Status::kOk, std::move(channel)};
 }
 
-// Without O_NONBLOCK the driver's read returns only when there is something.
+// Without O_NONBLOCK the driver's read would block until there is a byte.
 Opened OpenParallel(const PortRequest& request, Deadline&) {
   const auto mode = ParallelModeFrom(request.baud);
   if (!mode) return {Status::kInvalidArgument, nullptr};

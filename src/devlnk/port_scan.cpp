@@ -38,10 +38,10 @@ namespace fs = std::filesystem;
 using Ports = std::vector<FoundPort>;
 using Kind = FoundPort::Kind;
 
-// The GPIB driver makes this many entries at once, whatever boards there are.
+// The GPIB driver always creates this many entries, whatever boards exist.
 constexpr std::size_t kGpibTable = 16;
 
-/// A port kind of which two have names of their own.
+/// A port kind with two named ports.
 struct NamedKind {
   Kind kind;
   const char* first;
@@ -52,7 +52,7 @@ struct NamedKind {
 constexpr NamedKind kSerialKind = {Kind::kSerial, "COM1", "COM2", "serial port"};
 constexpr NamedKind kParallelKind = {Kind::kParallel, "LPT1", "LPT2", "parallel port"};
 
-/// The device behind a node; nothing where there is none.
+/// The device of a node; nothing if there is none.
 std::optional<dev_t> DeviceOf(const std::string& node) {
   struct stat status {};
   if (stat(node.c_str(), &status) != 0 || !S_ISCHR(status.st_mode)) return std::nullopt;
@@ -76,8 +76,8 @@ void Add(Ports& ports, const NamedKind& kind, const std::string& node, const std
   ports.push_back({kind.kind, NameOf(kind, node), node, 0, {}, description});
 }
 
-// What the user has put after a name without its being part of the record, such as a line made by another
-// program. The default nodes are often there without a port.
+// Adds nodes that the user has configured for a name but the system's records do not list, such as a line
+// created by another program. A default node often exists without a port.
 void AddNamed(Ports& ports, const NamedKind& kind, const std::vector<std::string>& recorded) {
   for (const char* name : {kind.first, kind.second}) {
     const std::string node = NodeFor(name);
@@ -88,7 +88,7 @@ void AddNamed(Ports& ports, const NamedKind& kind, const std::vector<std::string
   }
 }
 
-// Consoles and pseudo terminals have no device, and of the lines that the driver reserves most have no chip.
+// Consoles and pseudo terminals have no device, and most lines that the driver reserves have no chip.
 bool IsSerialPort(const fs::path& entry) {
   std::error_code error;
   return fs::exists(entry / "device", error) && sysfs::Attribute(entry / "type") != "0";
@@ -123,8 +123,8 @@ int NumberOf(std::string_view text) {
   return error == std::errc() && end == text.data() + text.size() ? number : -1;
 }
 
-// The driver's own table says nothing, and a driver of another make may have none: then it is the board that
-// is configured.
+// The driver's own table does not show which boards exist, and another driver may have no table: then the
+// configured board is listed.
 void AddGpib(Ports& ports, const std::string& root) {
   const auto entries = sysfs::EntriesOf(fs::path(root) / "class/gpib_common", "gpib");
   const bool is_table = entries.size() == kGpibTable;

@@ -24,7 +24,7 @@ constexpr PortKind kPortKinds[] = {
     {488, "GPIB", OpenGpib, GpibAvailability},
 };
 
-// A failure of an operation that was given up is no news.
+// Whatever failed after a give-up, the status is kGivenUp.
 Status Outcome(Status status, const Deadline& deadline) {
   return status != Status::kOk && deadline.given_up() ? Status::kGivenUp : status;
 }
@@ -128,13 +128,13 @@ Status PortSession::Read(std::span<char> buffer, unsigned char terminator, std::
   return Status::kOk;
 }
 
-// Receives until `find` is content with the queue.
+// Receives until `find` returns true.
 template <typename Find>
 Status PortSession::Await(Deadline& deadline, Find find) {
   for (bool more = true;;) {
     if (find()) return Status::kOk;
     if (input_ended_) return loss_;
-    // A drip never waits long enough for the handler.
+    // With dripped bytes no single wait is long enough to call the handler.
     if (deadline.started()) deadline.Attend();
     if (deadline.given_up()) return Status::kGivenUp;
     if (!more) return Status::kReadTimeout;
@@ -146,7 +146,7 @@ Status PortSession::Await(Deadline& deadline, Find find) {
     NoteLoss(received.status);
     input_ended_ = EndsConnection(received.status);
     if (received.status != Status::kOk && !input_ended_) return received.status;
-    // Once time is over only what is there already counts; a piece smaller than the room was all of it.
+    // Once the time is over only bytes already there count; a read that did not fill the room took them all.
     more = received.bytes == room.size() || (received.bytes > 0 && !over);
   }
 }

@@ -33,7 +33,7 @@ class SerialChannel final : public StreamChannel {
   }
   int poll_fd() const override { return line_->prompt_fd(); }
 
-  // A line ends only by a hang-up: the adapter was pulled out, or the other end of a pty was closed.
+  // A line ends only with a hang-up: the adapter was unplugged, or the other end of a pty was closed.
   Status EndOfInput() const override { return Status::kConnectionLost; }
   Status Failure(int error) const override {
     const bool gone = error == EIO || error == ENXIO || error == ENODEV;

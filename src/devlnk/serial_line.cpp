@@ -26,7 +26,7 @@ constexpr Rate kRates[] = {
     {2000000, B2000000}, {2500000, B2500000}, {3000000, B3000000}, {3500000, B3500000}, {4000000, B4000000},
 };
 
-// Rates without a code of their own go by number; the others keep theirs, which other programs can read.
+// Rates without a code are set by number; the others keep their code, which other programs can read.
 tcflag_t RateCode(std::uint32_t baud) {
   for (const Rate& rate : kRates) {
     if (rate.baud == baud) return rate.code;
@@ -60,15 +60,15 @@ constexpr std::int32_t kLongestFinishMs = 10'000;
 constexpr std::int32_t kLongestStandstillMs = 1000;
 constexpr std::int32_t kShortestStepMs = 50;
 
-// Not to wait for a carrier, and not to become the process's controlling terminal.
+// Does not wait for a carrier, and does not become the process's controlling terminal.
 base::Descriptor OpenNode(const std::string& node) {
   return base::OpenDescriptor(node, O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
 }
 
-// A node without hardware behind it can be opened, but answers EIO.
+// A node without hardware can be opened, but returns EIO.
 Status StatusOfOpen(int error) { return error == EIO ? Status::kNoSuchNode : StatusFromErrno(error); }
 
-// The superuser passes TIOCEXCL, so programs that care also take this lock.
+// The superuser can bypass TIOCEXCL, so careful programs take this lock too.
 Status Lock(int fd) {
   if (flock(fd, LOCK_EX | LOCK_NB) == 0) return Status::kOk;
   return errno == EWOULDBLOCK ? Status::kBusy : StatusOfOpen(errno);
@@ -113,7 +113,7 @@ termios2 SettingsFor(const SerialParameters& parameters, const termios2& before)
                      (parameters.flow == FlowControl::kRtsCts ? CRTSCTS : 0);
   settings.c_ispeed = parameters.baud;
   settings.c_ospeed = parameters.baud;
-  // With parity a damaged character arrives as NUL: an error that shows, not a digit that is missing.
+  // With parity a damaged character arrives as NUL: a visible error instead of a missing digit.
   settings.c_iflag = IGNBRK | (parameters.parity == Parity::kNone ? 0 : INPCK);
   if (parameters.flow == FlowControl::kXonXoff) settings.c_iflag |= IXON | IXOFF;
   settings.c_cc[VSTART] = kXon;
@@ -172,7 +172,7 @@ SerialLine::SerialLine(base::Descriptor prompt, base::Descriptor waiting, const 
   ioctl(prompt_.get(), TIOCEXCL);
 }
 
-// Restoring the settings and closing would wait on output that stands still.
+// Restoring the settings and closing would wait for blocked output.
 SerialLine::~SerialLine() {
   LineOutput output(prompt_.get());
   if (baud_ != 0) FinishOutput(output, baud_);
@@ -201,7 +201,7 @@ void SerialLine::UseRs485() {
   if (ioctl(prompt_.get(), TIOCSRS485, &bus) == 0) rs485_before_ = before;
 }
 
-// Instruments take the asserted lines as "the computer is there"; lines that do not exist are no failure.
+// Instruments take the asserted lines as "computer present"; missing lines are not a failure.
 void SerialLine::RaiseModemLines() {
   const int lines = TIOCM_DTR | TIOCM_RTS;
   ioctl(prompt_.get(), TIOCMBIS, &lines);

@@ -1,6 +1,6 @@
 #pragma once
 
-// The kernel's own declarations: only they carry every rate as a number. They exclude <termios.h>.
+// The kernel's own declarations: only they accept any rate as a number. They exclude <termios.h>.
 #include <asm/termbits.h>
 #include <linux/serial.h>
 
@@ -24,26 +24,26 @@ struct SerialParameters {
   FlowControl flow = FlowControl::kNone;
 };
 
-/// What the first read of an answer waits inside the call; the driver counts in tenths of a second.
+/// How long the first read of an answer waits in the call; the driver counts in tenths of a second.
 inline constexpr std::int32_t kSerialSliceMs = 100;
 
-/// From what QDX_OpenPort was given; nothing where the rate is below 1 or the parity text is none of "n",
-/// "e", "o" and empty. Data bits other than 7 mean 8, stop bits other than 2 mean 1: callers hold other
-/// numbers until the user has chosen some.
+/// From the arguments of QDX_OpenPort; nothing if the rate is below 1 or the parity text is not "n", "e", "o"
+/// or empty. Data bits other than 7 mean 8, stop bits other than 2 mean 1: callers pass other numbers until
+/// the user has chosen some.
 std::optional<SerialParameters> SerialParametersFrom(const PortRequest& request);
 
-/// The line's settings: raw, reads that end after kSerialSliceMs. Of `before` only
-/// the hang-up on close and the line discipline stay.
+/// The line's settings: raw, reads end after kSerialSliceMs. Only the hang-up on close and the line
+/// discipline are kept from `before`.
 termios2 SettingsFor(const SerialParameters& parameters, const termios2& before);
 
-/// The driver drives the bus with RTS while it sends and is deaf meanwhile, so that nobody hears himself.
-/// Delays and all else stay as they are.
+/// The driver drives the bus with RTS while it sends and does not receive then, so that there is no echo.
+/// Delays and all else stay unchanged.
 serial_rs485 Rs485SettingsFor(const serial_rs485& before);
 
-/// Whether the rate that the driver reports is near enough to the rate asked for to be understood.
+/// Whether the rate reported by the driver is close enough to the requested one to communicate.
 bool RateMatches(std::uint32_t wanted, std::uint32_t reported);
 
-/// What a line still has to send.
+/// The unsent output of a line.
 class OutputQueue {
  public:
   virtual ~OutputQueue() = default;
@@ -52,29 +52,28 @@ class OutputQueue {
   virtual void Drop() = 0;
 };
 
-/// Gives what is still to be sent the time that a line of that rate needs for it. Drops the rest once nothing
-/// has left for a second, or after 10 seconds.
+/// Waits for unsent output as long as a line of that rate needs for it. Drops the rest once nothing has been
+/// sent for a second, or after 10 seconds.
 void FinishOutput(OutputQueue& queue, std::uint32_t baud);
 
-/// A serial line held for this process only; the destructor gives it back with the settings it had, after
-/// FinishOutput.
+/// A serial line reserved for this process; the destructor calls FinishOutput and restores the previous
+/// settings.
 class SerialLine {
  public:
-  /// kOk, or why the line is not available; `line` is set in the first case.
+  /// Returns kOk and sets `line`, or returns why the line is not available.
   static Status Open(const std::string& node, std::unique_ptr<SerialLine>& line);
   SerialLine(const SerialLine&) = delete;
   SerialLine& operator=(const SerialLine&) = delete;
   ~SerialLine();
 
-  /// kInvalidArgument when the driver cannot do the rate. After FinishOutput, where it was applied before.
+  /// kInvalidArgument if the driver does not support the rate. A repeated call runs FinishOutput first.
   Status Apply(const SerialParameters& parameters);
-  /// Makes the driver switch the direction of the bus where it can; adapters without this do so by
-  /// themselves.
+  /// Makes the driver switch the direction of the bus if it can; other adapters switch by themselves.
   void UseRs485();
   void RaiseModemLines();
   void DiscardInput();
 
-  /// The same line twice: reads of the first wait as the settings say, nothing ever waits on the second.
+  /// The same line twice: reads of the first wait as set up, the second never waits.
   int waiting_fd() const { return waiting_.get(); }
   int prompt_fd() const { return prompt_.get(); }
 

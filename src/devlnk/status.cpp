@@ -36,7 +36,7 @@ Status StatusFromErrno(int error) {
     case EPIPE:
     case ENOTCONN:
     case ESHUTDOWN:
-    case ETIMEDOUT:  // of a connection that stood: the other end no longer acknowledges
+    case ETIMEDOUT:  // of an established connection: the peer no longer acknowledges
       return Status::kConnectionLost;
     case EMFILE:
     case ENFILE:

@@ -6,8 +6,8 @@
 
 namespace kolvane::devlnk {
 
-/// What the C functions answer below 0. docs/status-codes.md explains each to the user. -1 stays free:
-/// callers use it for what they give up themselves. All fit 16 bits, since callers may cut a status to that.
+/// The C functions' results below 0, explained to users in docs/status-codes.md. -1 is free:
+/// callers use it for operations that they give up themselves. All fit 16 bits: callers may truncate them.
 enum class Status : std::int32_t {
   kOk = 0,
 
@@ -41,16 +41,16 @@ enum class Status : std::int32_t {
 
 constexpr std::int32_t Code(Status status) { return static_cast<std::int32_t>(status); }
 
-/// The one translation of errno, so that the same failure has the same code on every kind of port.
+/// The only translation of errno, so that the same failure has the same code on every port kind.
 Status StatusFromErrno(int error);
-/// Whether the call may succeed when it is tried again.
+/// Whether the call may succeed if repeated.
 constexpr bool IsTransient(int error) { return error == EINTR || error == EAGAIN; }
 
-/// What a status means, German, UTF-8 ("Verbindung abgelehnt"); empty for a number that is no failure of this
+/// The meaning of a status, German, UTF-8 ("Verbindung abgelehnt"); empty if it is not a failure of this
 /// library.
 std::string_view StatusText(std::int32_t code);
 
-/// Whether nothing can be transferred any more until the port is opened again.
+/// Whether no transfer is possible any more until the port is reopened.
 bool EndsConnection(Status status);
 
 }  // namespace kolvane::devlnk

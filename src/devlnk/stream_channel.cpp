@@ -8,7 +8,7 @@
 
 namespace kolvane::devlnk {
 
-// A slice longer than the handler's pace is only waited on an instrument that was prompt the last time.
+// A slice longer than the handler's pace is used only after a prompt answer.
 bool StreamChannel::WaitsInRead(const Deadline& deadline) const {
   if (deadline.started() || deadline.total_ms() < slice_ms_) return false;
   return slice_ms_ <= Waiting::kPaceMs || prompt_ || !deadline.attended();
@@ -30,7 +30,7 @@ Received StreamChannel::Read(std::span<char> room, Deadline& deadline) {
     }
     if (got == 0) return {0, EndOfInput()};
     if (!IsTransient(errno)) return {0, Failure(errno)};
-    // A descriptor may go on saying that it is ready and yet give nothing.
+    // A descriptor may report ready again and again without delivering a byte.
     if (deadline.IsOver()) break;
   }
   return {};

@@ -6,9 +6,9 @@
 
 namespace kolvane::devlnk {
 
-/// The waiting that all stream descriptors share. The first read of an operation waits inside the read call
-/// itself for a slice, so that a prompt answer costs one system call; only what takes longer, or comes in
-/// pieces, is waited for with poll.
+/// The waiting shared by all stream descriptors. The first read of an operation waits in the read call itself
+/// for a slice, so that a prompt answer costs one system call; longer waits, and answers that come in pieces,
+/// use poll.
 class StreamChannel : public Channel {
  public:
   /// `slice_ms`: how long ReadWaiting waits.
@@ -20,14 +20,14 @@ class StreamChannel : public Channel {
   int wait_fd() const final { return poll_fd(); }
 
  protected:
-  /// These answer as read(2) and write(2) do, errno included. ReadWaiting gives up after the slice, with 0 or
-  /// EAGAIN; the other two never block.
+  /// These return like read(2) and write(2), errno included. ReadWaiting returns 0 or EAGAIN after the slice;
+  /// the other two never block.
   virtual ssize_t ReadWaiting(std::span<char> room) = 0;
   virtual ssize_t ReadNow(std::span<char> room) = 0;
   virtual ssize_t WriteNow(std::string_view bytes) = 0;
 
   virtual int poll_fd() const = 0;
-  /// What it means that ReadNow returned 0.
+  /// The meaning of a 0 from ReadNow.
   virtual Status EndOfInput() const = 0;
   virtual Status Failure(int error) const { return StatusFromErrno(error); }
 
@@ -35,10 +35,10 @@ class StreamChannel : public Channel {
   bool WaitsInRead(const Deadline& deadline) const;
 
   std::int32_t slice_ms_;
-  bool prompt_ = false;  ///< the last answer came before anybody had to be called
+  bool prompt_ = false;  ///< the last answer came before the handler was due
 };
 
-/// Switches O_NONBLOCK off.
+/// Clears O_NONBLOCK.
 void MakeBlocking(int fd);
 
 }  // namespace kolvane::devlnk

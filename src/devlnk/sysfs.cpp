@@ -74,7 +74,7 @@ std::string NodeOf(const fs::path& entry) {
   return name.starts_with('/') ? name : "/dev/" + name;
 }
 
-// The link leads to the interface or port that the driver took; without one the entry's own place counts.
+// The link leads to the interface or port that the driver uses; without one the entry's own folder is taken.
 fs::path UsbDeviceOf(const fs::path& entry, const fs::path& root) {
   const fs::path device = UsbDeviceAbove(entry / "device", root);
   return device.empty() ? UsbDeviceAbove(entry, root) : device;

@@ -7,23 +7,23 @@
 
 namespace kolvane::devlnk::sysfs {
 
-/// /sys, or the folder that the variable KOLVANE_SYSFS names.
+/// /sys, or the folder named by the variable KOLVANE_SYSFS.
 std::string Root();
 
-/// The entries of a class (such as "class/tty") whose names start with `prefix`, in the order of their names,
-/// shorter ones first: ttyUSB2 before ttyUSB10.
+/// The entries of a class (such as "class/tty") whose names start with `prefix`, sorted by name, shorter ones
+/// first: ttyUSB2 before ttyUSB10.
 std::vector<std::filesystem::path> EntriesOf(const std::filesystem::path& folder, std::string_view prefix);
 
-/// The first line of a file, without control characters and the spaces at its ends; empty when there is none.
+/// The first line of a file, without control characters and outer spaces; empty if there is none.
 std::string Attribute(const std::filesystem::path& path);
 
-/// The device node of an entry by the system's record, which may differ from the entry's name.
+/// The device node of an entry by the system's records, which may differ from the entry's name.
 std::string NodeOf(const std::filesystem::path& entry);
 
-/// The folder of the USB device that an entry belongs to; empty when there is none.
+/// The folder of the USB device that an entry belongs to; empty if there is none.
 std::filesystem::path UsbDeviceOf(const std::filesystem::path& entry, const std::filesystem::path& root);
 
-/// Maker and product of a USB device.
+/// Manufacturer and product of a USB device.
 std::string DescriptionOf(const std::filesystem::path& usb_device);
 
 }  // namespace kolvane::devlnk::sysfs

@@ -28,7 +28,7 @@ addrinfo Hints(int flags) {
   return hints;
 }
 
-/// The result of getaddrinfo: its code, and the list where that is 0.
+/// The result of getaddrinfo: its code, and the list if that is 0.
 struct Lookup {
   int code = EAI_AGAIN;
   AddressList addresses;
@@ -49,20 +49,20 @@ FoundHost AskNameService(const std::string& host, const std::string& service, De
   return {Status::kOk, std::move(answer->addresses)};
 }
 
-// A partner that vanished without a word is noticed within half a minute, idle or not.
+// A peer that vanished silently is detected within half a minute, idle or not.
 constexpr int kKeepIdleSeconds = 10;
 constexpr int kKeepIntervalSeconds = 5;
 constexpr int kKeepCount = 3;
 constexpr int kUnacknowledgedMs = 30'000;
 
-// What the first read of an answer waits inside the call.
+// How long the first read of an answer waits in the call.
 constexpr std::int32_t kSliceMs = Waiting::kPaceMs;
 
 class TcpChannel final : public StreamChannel {
  public:
   explicit TcpChannel(base::Descriptor socket) : StreamChannel(kSliceMs), socket_(std::move(socket)) {}
 
-  // Closing with unread input would reset the connection, and the partner might lose the last command.
+  // Closing with unread input would reset the connection, and the peer might lose the last command.
   ~TcpChannel() override {
     shutdown(socket_.get(), SHUT_WR);
     recv(socket_.get(), nullptr, InputQueue::kLimit, MSG_DONTWAIT | MSG_TRUNC);
@@ -99,7 +99,7 @@ void SetOptions(int fd) {
   SetOption(fd, SOL_SOCKET, SO_RCVTIMEO, timeval{0, kSliceMs * 1000L});
 }
 
-// A port of this host's own that nobody listens on can be met by the very socket that calls it.
+// A connection to a local port without a listener may connect the socket to itself.
 bool IsConnectedToItself(int fd) {
   sockaddr_storage own{};
   sockaddr_storage peer{};
@@ -143,7 +143,7 @@ int CountFrom(const addrinfo* address) {
   return count;
 }
 
-// Each address gets an equal part of the time left, so that a silent one does not use up that of the others.
+// Each address gets an equal share of the time left, so that a silent one does not use it all up.
 Opened OpenFirst(const addrinfo* addresses, Deadline& deadline) {
   Opened opened{Status::kHostNotFound, nullptr};
   for (const addrinfo* at = addresses; at != nullptr && !opened.channel && !deadline.given_up();

@@ -17,8 +17,8 @@ namespace {
 
 constexpr std::uint32_t kShortestTimeoutMs = 100;  // the driver refuses shorter ones
 
-// Pulling the plug during a transfer shows as a protocol error on most controllers; a stalled pipe does not
-// mean that the instrument has gone.
+// Unplugging during a transfer appears as a protocol error on most controllers; a stalled pipe does not mean
+// that the instrument has gone.
 Status FailureOfTransfer(int error) {
   switch (error) {
     case ENODEV:
@@ -38,7 +38,7 @@ class UsbChannel final : public Channel {
  public:
   explicit UsbChannel(std::unique_ptr<DeviceNode> node) : node_(std::move(node)) {}
 
-  /// Before anything else.
+  /// To be called first.
   Status Prepare(Deadline& deadline);
 
   Received Read(std::span<char> room, Deadline& deadline) override;
@@ -55,7 +55,7 @@ class UsbChannel final : public Channel {
   std::uint32_t timeout_ms_ = 0;
 };
 
-// False where it was given up; `error` is an errno, 0 for none.
+// False if given up; `error` is an errno, 0 for none.
 bool UsbChannel::Clear(Deadline& deadline, int& error) {
   const auto result = std::make_shared<int>(0);
   const bool done = thread_.Run(deadline, [node = node_, result] {
@@ -67,15 +67,15 @@ bool UsbChannel::Clear(Deadline& deadline, int& error) {
 
 Status UsbChannel::Prepare(Deadline& deadline) {
   std::uint8_t on = 1;
-  // After a time-out the driver itself withdraws the request; older drivers do not know this.
+  // After a time-out the driver itself cancels the request; older drivers do not support this.
   node_->Control(USBTMC_IOCTL_AUTO_ABORT, &on);
   int error = 0;
   if (!Clear(deadline, error)) return Status::kGivenUp;
-  // A clear that the instrument does not know is no hindrance; a node without that request is no instrument.
+  // An instrument need not support a clear; a node without that request is not an instrument.
   return error == ENOTTY || error == ENODEV ? StatusFromErrno(error) : Status::kOk;
 }
 
-// What the host has not asked for waits in the instrument; only a clear makes the instrument forget it.
+// Unread input waits in the instrument; only a clear discards it.
 void UsbChannel::DiscardInput(Deadline& deadline) {
   if (!thread_.AwaitIdle(deadline)) return;
   thread_.DropLate();
@@ -89,16 +89,16 @@ void UsbChannel::SetTimeout(Deadline& deadline) {
   timeout_ms_ = wanted;
 }
 
-// An instrument that is asked for more than it has to say may report an error of its own, so nothing is asked
-// when there is no time to wait for it.
+// An instrument asked for more than it has to say may report an error, so nothing is asked if there is no
+// time to wait.
 Received UsbChannel::Read(std::span<char> room, Deadline& deadline) {
   while (!deadline.IsOver() && thread_.AwaitIdle(deadline)) {
     SetTimeout(deadline);
-    // An empty message ends the read as bytes do.
+    // An empty message ends the read like any other.
     const auto timed_out = std::make_shared<bool>(false);
     const Received received = thread_.Read(room, deadline, [node = node_, timed_out](std::span<char> into) {
       const ssize_t got = node->Read(into);
-      // The driver goes on until the room is full or the message ends.
+      // The driver continues until the room is full or the message ends.
       if (got >= 0) {
         const auto bytes = static_cast<std::size_t>(got);
         return Received{bytes, Status::kOk, bytes < into.size()};
@@ -133,7 +133,7 @@ Status UsbChannel::Write(std::string_view bytes, Deadline& deadline) {
   return Status::kOk;
 }
 
-// An instrument of the class's plain form has none: it refuses the request, which stalls the pipe.
+// A basic instrument of this class has no status byte: it refuses the request, which stalls the pipe.
 Status UsbChannel::ReadStatusByte(std::uint8_t& status_byte, Deadline& deadline) {
   struct Polled {
     std::uint8_t byte = 0;

@@ -7,11 +7,11 @@
 
 namespace kolvane::devlnk {
 
-/// Port kind "USB": text is the serial number. An instrument goes by its message driver; an adapter with a
-/// serial line is that line, at 9600 baud, 8 data bits, no parity and 1 stop bit.
+/// Port kind "USB": text is the serial number. An instrument uses its message driver; an adapter with a
+/// serial line is opened as that line, at 9600 baud, 8 data bits, no parity and 1 stop bit.
 Opened OpenUsb(const PortRequest& request, Deadline& deadline);
 
-/// Clears the instrument behind an open node of the message driver.
+/// Clears the instrument of an open node of the message driver.
 Opened OpenUsbNode(std::unique_ptr<DeviceNode> node, Deadline& deadline);
 
 }  // namespace kolvane::devlnk
