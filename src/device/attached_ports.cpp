@@ -15,10 +15,10 @@ namespace {
 constexpr std::size_t kFieldSize = 255;
 constexpr std::size_t kRecordSize = 2 * kFieldSize;
 constexpr std::size_t kSpareBlanks = 10;
-// Far more than one computer can have; a library that claims more shall not exhaust the memory.
+// Far more than any computer has; limits the memory for a library that claims more.
 constexpr std::int32_t kMostSlots = 4096;
 
-// A field is filled with spaces; a library that ends it with NUL is understood, too.
+// A field is padded with spaces; one ended by NUL is accepted too.
 std::string FieldText(std::string_view field) {
   field = field.substr(0, field.find('\0'));
   return base::FromWindows1252(base::TrimBlanks(field));

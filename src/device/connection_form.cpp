@@ -10,7 +10,7 @@ using namespace form_page;
 
 struct Row {
   int front;
-  std::array<int, 3> disabled;  // besides the USB page; the front page stands for "none"
+  std::array<int, 3> disabled;  // besides the USB page; repeats the front page if fewer
 };
 
 constexpr Row kSerialRow = {kRs232, {kRs232, kRs232, kRs232}};
@@ -30,7 +30,7 @@ constexpr std::array<Row, 10> kRows = {{
     {kUsb, {kUsb, kUsb, kUsb}},
 }};
 
-// The form of a start knows the settings, and nothing of an earlier session in the same process.
+// On start-up only the settings count, not an earlier session in the same process.
 ConnectionForm StartForm(ConnectionParameters& parameters, const std::string& folder) {
   const SerialFields usual;
   parameters.timeout_ms = 0;

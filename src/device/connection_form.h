@@ -23,21 +23,21 @@ inline constexpr int kUsb = 6;
 inline constexpr int kCount = 7;
 }  // namespace form_page
 
-/// Which page is in front and which can be reached. A choice of port kind changes only what it has to, so
-/// what an earlier choice disabled may stay so.
+/// Which page is in front and which are enabled. Selecting a port kind changes only what it must, so a page
+/// that an earlier selection disabled may stay disabled.
 struct FormPages {
   int front = form_page::kRs232;
   std::array<bool, form_page::kCount> enabled = {true, true, true, true, true, true, true};
 
-  /// The page of the kind comes to the front; of the others those that the kind has no use for are disabled.
-  /// The page "RS232" is enabled for the kinds that take parameters from it (COM, Offline, USB), "RS232
-  /// erweitert" again for COM. A number that is not an option changes nothing.
+  /// Brings the kind's page to the front and disables those of the others that the kind does not use. The
+  /// page "RS232" is enabled for the kinds that use its parameters (COM, Offline, USB), "RS232 erweitert" is
+  /// enabled again for COM. A number that is not an option changes nothing.
   void ClickPort(std::int16_t option);
 };
 
 inline constexpr const char* kInvalidAddress = "Ungültige Adresse";
 
-// The fields of the connection dialog, page by page: text of what can be typed, index of what can be picked.
+// The fields of the connection dialog by page: text of typed fields, index of lists.
 
 struct SerialFields {
   int baud = 0;
@@ -84,7 +84,7 @@ struct TcpIpFields {
 
 struct UsbFields {
   std::string address;
-  std::string timeout;  ///< kept for the settings; the RS232 page's is the one that counts
+  std::string timeout;  ///< only stored; the time-out of the RS232 page is used
 };
 
 /// The connection dialog without its window.
@@ -102,40 +102,40 @@ struct ConnectionForm {
 
   bool UsesRs485Address() const;
 
-  /// The user chose an option button: the page and the presets of that kind.
+  /// The user selected an option button: shows the page and the presets of that kind.
   void ClickPort(std::int16_t option, const ConnectionParameters& stored);
 };
 
-/// The form as it opens: the stored connection, histories and modem script from `folder` (see HistoryFolder).
+/// Initial form: the stored connection, histories and modem script from `folder` (see HistoryFolder).
 ConnectionForm LoadForm(const ConnectionParameters& stored, const std::string& folder);
 
-/// OK: stores the form and adds the address to its history. False, with nothing stored but the port kind, for
-/// a kind that selects a bus address and one outside 0 to 31: the caller shows kInvalidAddress.
+/// OK: stores the form and adds the address to its history. False if the kind needs a bus address and it is
+/// not 0 to 31; then only the port kind is stored and the caller shows kInvalidAddress.
 [[nodiscard]] bool StoreForm(ConnectionForm& form, ConnectionParameters& parameters);
 
-/// Writes histories and modem script; after OK only.
+/// Writes histories and modem script; only after OK.
 void UnloadForm(const ConnectionForm& form, const std::string& folder);
 
-/// Cancel: nothing but the mark that the dialog was cancelled.
+/// Cancel: only records that the dialog was cancelled.
 void CancelForm(DeviceState& state);
 
-/// What OK does, with the message and the files.
+/// Everything that OK does, including message and files.
 void ConfirmForm(ConnectionForm& form, ConnectionParameters& parameters, const std::string& folder,
                  base::Prompt& prompt);
 
-/// The start in operating mode 2: loads the form from the settings and confirms it unseen, so that the record
-/// gets what follows from them (port code, rate, time-out in milliseconds). Data bits, stop bits, receive
-/// buffer and dial time-out start on the defaults of SerialFields; the record takes the first three over only
-/// for the kinds that read the RS232 page.
+/// Start-up in operating mode 2: loads the form from the settings and confirms it without showing it, so that
+/// the derived values (port code, rate, time-out in milliseconds) are set. Data bits, stop bits, receive
+/// buffer and dial time-out start with the defaults of SerialFields; the first three are stored only for the
+/// kinds that use the RS232 page.
 void ConfirmStoredConnection(ConnectionParameters& parameters, const std::string& component_folder,
                              base::Prompt& prompt);
 
-/// The same for a run that has no dialog: the modem script is read (see ModemScriptFolder), no file is
-/// written. An empty folder stands for no script. False where StoreForm says so.
+/// Like ConfirmStoredConnection for a run without a dialog: reads the modem script (see ModemScriptFolder)
+/// and writes no file. An empty folder means no script. Returns the result of StoreForm.
 [[nodiscard]] bool CompleteConnection(ConnectionParameters& parameters, const std::string& component_folder);
 
-/// The start in an operating mode without a device: port code, rate and time-out as the stored entries of
-/// the lists say, nothing else. No file is read or written, nothing is reported.
+/// Start-up in an operating mode without a device: derives only port code, rate and time-out from the stored
+/// list entries. No file is read or written, nothing is reported.
 void DeriveFromStored(ConnectionParameters& parameters);
 
 }  // namespace kolvane::device

@@ -5,7 +5,7 @@
 
 namespace kolvane::device {
 
-/// Port codes as the port library receives them and the host's device data carry them.
+/// Port codes as used by the port library and in the host's device data.
 namespace port_code {
 inline constexpr std::int16_t kCom1 = 1;
 inline constexpr std::int16_t kCom2 = 2;
@@ -28,8 +28,8 @@ struct GpibOptions {
   std::int16_t repeat_addressing = 0;
 };
 
-/// Page "RS232 erweitert"; kept for the page only, no port ever receives it. Check boxes are 0 or 1. It
-/// starts on what serial ports commonly do: both lines on, no flow control, DC1 and DC3 as Xon and Xoff.
+/// Page "RS232 erweitert"; only kept for the page, never sent to a port. Check boxes are 0 or 1. Defaults are
+/// common ones for serial ports: both lines on, no flow control, DC1 and DC3 as Xon and Xoff.
 struct ExtendedRs232 {
   std::int32_t cts_output_flow = 0;
   std::int32_t dsr_output_flow = 0;
@@ -46,7 +46,7 @@ struct ExtendedRs232 {
   std::int32_t continue_after_xoff = 0;
 };
 
-/// What the settings keep of the time-out fields: seconds as typed, or the index in the page's list.
+/// Time-out fields as stored in the settings: seconds as typed, or the index in the page's list.
 struct TimeoutEntries {
   std::int32_t rs232_seconds = 5;
   std::int32_t tcpip_seconds = 5;
@@ -55,7 +55,7 @@ struct TimeoutEntries {
   std::int32_t lpt_index = 0;
 };
 
-/// The time-out fields of the connection dialog as they stood at its last OK; empty before the first.
+/// The texts of the time-out fields at the last OK of the connection dialog; empty before the first.
 struct TimeoutTexts {
   std::string rs232;
   std::string tcpip;
@@ -64,16 +64,16 @@ struct TimeoutTexts {
   std::string lpt;
 };
 
-/// Everything that opening a connection needs. One record for the component's life.
+/// Everything needed to open a connection. There is one record, which lives as long as the component.
 struct ConnectionParameters {
   std::int16_t port_code = port_code::kLpt1;
   std::int16_t port_option = 4;  ///< option button, 0 to 9
   std::int16_t address = 4;      ///< bus address, 0 to 31
   std::string ip_address;
-  std::int16_t ip_port = 7;  ///< ports above 32767 are kept as the negative number of the same 16 bits
-  std::string usb_address;   ///< serial number
-  std::string node;          ///< in place of the configured device node of COM or RS485; empty: as configured
-  std::int32_t baud = 0;     ///< rate; LPT: mode list index + 1, 95 for the fifth mode
+  std::int16_t ip_port = 7;     ///< ports above 32767 are stored as the same 16 bits with a sign
+  std::string usb_address;      ///< serial number
+  std::string node;             ///< replaces the configured device node of COM or RS485; empty: as configured
+  std::int32_t baud = 0;        ///< rate; LPT: mode list index + 1, 95 for the fifth mode
   std::int32_t baud_index = 0;  ///< index in the list of rates
   std::int16_t parity = 1;      ///< 0 none, 1 even, 2 odd
   std::int16_t data_bits = 1;
@@ -86,7 +86,7 @@ struct ConnectionParameters {
   GpibOptions gpib;
   ExtendedRs232 extended_rs232;
   std::string modem_script;          ///< lines separated by CR LF; empty: no modem is dialled
-  std::int32_t dial_timeout_s = 60;  ///< seconds; entries below 10 become 60
+  std::int32_t dial_timeout_s = 60;  ///< entries below 10 become 60
 };
 
 }  // namespace kolvane::device

@@ -9,7 +9,7 @@
 
 namespace kolvane::device {
 
-// What the lists of the connection dialog offer, in order. Parity has kParityWords.
+// The lists of the connection dialog, in order. Parity has kParityWords.
 inline constexpr std::array<const char*, 3> kBaudChoices = {"9600", "19200", "38400"};
 inline constexpr std::array<const char*, 2> kDataBitsChoices = {"7", "8"};
 inline constexpr std::array<const char*, 2> kStopBitsChoices = {"1", "2"};
@@ -19,15 +19,15 @@ inline constexpr std::array<const char*, 3> kDtrChoices = {"Disabled", "Enabled"
 inline constexpr std::array<const char*, 4> kRtsChoices = {"Disabled", "Enabled", "Handshake", "Toggle"};
 inline constexpr std::array<const char*, 8> kGpibTimeoutChoices = {"100 ms", "300 ms", "1 s",   "3 s",
                                                                    "10 s",   "30 s",   "100 s", "300 s"};
-// Worded differently from kLptModeWords, which describe a connection.
+// Worded differently from kLptModeWords, which are used in descriptions.
 inline constexpr std::array<const char*, 5> kLptModeChoices = {"Nibble Mode", "Bit 8 Mode", "Byte Mode",
                                                                "EPP Mode", "Orbanyx Interlink Modus"};
 inline constexpr std::array<const char*, 5> kLptTimeoutChoices = {"3 s", "10 s", "30 s", "100 s", "300 s"};
 
-/// The place of a rate in kBaudChoices.
+/// The index of a rate in kBaudChoices.
 std::optional<std::int32_t> BaudIndex(std::int32_t rate);
 
-/// The highest bus address that is accepted, typed or not.
+/// The highest valid bus address.
 inline constexpr std::int16_t kLastAddress = 31;
 
 /// One of the check boxes of the page "RS232 erweitert".
@@ -50,7 +50,7 @@ inline constexpr std::array<ExtendedCheck, 7> kExtendedChecks = {{
 /// The list of parities, in the order of ConnectionParameters::parity.
 inline constexpr std::array<const char*, 3> kParityWords = {"Keine", "Gerade", "Ungerade"};
 
-/// The parallel-port modes as descriptions name them, in the order of ConnectionParameters::lpt_mode.
+/// The parallel-port modes for descriptions, in the order of ConnectionParameters::lpt_mode.
 inline constexpr std::array<const char*, 5> kLptModeWords = {"Nibble Mode", "Bit8 Mode", "Byte Mode",
                                                              "EPP Mode", "Interlink Mode"};
 
@@ -58,15 +58,14 @@ inline constexpr std::array<const char*, 5> kLptModeWords = {"Nibble Mode", "Bit
 std::string ParityWord(std::int16_t parity);
 std::string LptModeWord(std::int16_t mode);
 
-/// What the port library receives: "n", "e" or "o", empty for any other parity.
+/// The parity letter for the port library: "n", "e" or "o", empty for any other parity.
 std::string ParityLetter(std::int16_t parity);
 
-/// The number as a person writes it, 0 to 65535; ports above 32767 are kept as the negative number of the
-/// same 16 bits.
+/// The port as an unsigned number, 0 to 65535; ports above 32767 are stored as the same 16 bits with a sign.
 std::string IpPortText(std::int16_t ip_port);
 
-/// One line about the connection that `parameters` describe. COM2 is described by its index in the list of
-/// rates where COM1 shows the rate; RS485, offline and unknown kinds have no description.
+/// One line that describes the connection. For COM2 it shows the index in the list of rates, for COM1 the
+/// rate; RS485, offline and unknown kinds have no description.
 std::string ConnectionDescription(const ConnectionParameters& parameters);
 
 }  // namespace kolvane::device

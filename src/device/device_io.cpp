@@ -55,7 +55,7 @@ void DeviceIo::ReadText(std::string_view terminator, std::int32_t count, std::st
   PathBeforeWait().ReadText(terminator, count, answer, buffer);
 }
 
-// Read byte by byte, an answer that drips in never waits long in one call.
+// Attends first: when an answer that drips is read byte by byte, no single call waits long.
 std::size_t DeviceIo::ReadBinary(std::string_view terminator, std::int32_t count, Bytes& buffer) {
   const Waits::Scope scope(waits_, Operation::kAnswer);
   if (!waits_.Attend()) {

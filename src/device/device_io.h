@@ -8,7 +8,7 @@
 
 namespace kolvane::device {
 
-/// The device of operating modes that have none: every operation does nothing and none of them fails.
+/// The device of operating modes without one: no operation does anything or fails.
 class NoDevice final : public Device {
  public:
   void Open() override {}
@@ -23,8 +23,8 @@ class NoDevice final : public Device {
   void ActivateInterpreter() override {}
 };
 
-/// The one way to the instrument: each call goes the path of DeviceState::OperMode as it stands at that
-/// moment. Everything given by reference must outlive this object.
+/// The only access to the instrument: each call takes the path of the current DeviceState::OperMode. All
+/// references must outlive this object.
 class DeviceIo final : public Device {
  public:
   DeviceIo(DeviceState& state, ConnectionParameters& parameters, PortLibrarySource& source,
@@ -34,12 +34,12 @@ class DeviceIo final : public Device {
   void Close() override;
   void Write(std::string_view command, std::string_view terminator, std::int16_t extra) override;
   void ReadText(std::string_view terminator, std::int32_t count, std::string& answer, Bytes& buffer) override;
-  /// Ends with kGivenUp, and nothing is read, once the answer in hand was given up.
+  /// Fails with kGivenUp, without reading, once the current answer was given up.
   std::size_t ReadBinary(std::string_view terminator, std::int32_t count, Bytes& buffer) override;
   void SetTimeout(std::int32_t milliseconds) override { Path().SetTimeout(milliseconds); }
   DeviceError LastError() override { return Path().LastError(); }
   void ClearLastError() override { Path().ClearLastError(); }
-  /// In every mode nothing while not connected.
+  /// Nothing in every mode while not connected.
   std::optional<std::int32_t> FlushInput() override;
   void ActivateInterpreter() override { Path().ActivateInterpreter(); }
   std::int32_t BytesWaiting() override { return state_.connected ? Path().BytesWaiting() : 0; }

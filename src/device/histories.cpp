@@ -69,7 +69,7 @@ std::optional<std::vector<std::string>> ReadLines(const std::string& path) {
 void WriteLines(const std::string& path, const std::vector<std::string>& lines) {
   if (path.empty()) return;
   const std::string bytes = BytesOf(lines);
-  // Most starts and most uses of the dialog change nothing, which spares the disk.
+  // Most starts and most uses of the dialog change nothing; this avoids the write.
   if (ReadBytes(path) == bytes) return;
   [[maybe_unused]] const int error = base::ReplaceFile(path, bytes);
 }

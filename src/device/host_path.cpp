@@ -63,7 +63,7 @@ void HostPath::ClearLastError() {
   Run([](HostObject& host) { host.SetLastError(0); });
 }
 
-// A host without descriptions must not turn its own code into another one.
+// A host whose description throws must keep its own error code.
 std::string HostPath::HostDescription() const {
   std::string text;
   const auto failure = FailureOf([&](HostObject& host) { text = host.LastErrorDescription(); });

@@ -10,20 +10,20 @@
 
 namespace kolvane::device {
 
-/// What both host modes have in common: reads, the error properties of the host's object, and that nothing a
-/// host throws gets past. An exception makes the operation fail with its text as description, up to the next
-/// operation or ClearLastError. The host's object lives to the end of each call, whoever releases it in
-/// there.
+/// Common to both host modes: reads, the error properties of the host's object, and catching everything that
+/// a host throws. An exception makes the operation fail with its text as description, until the next
+/// operation or ClearLastError. The host's object lives until the end of each call, even if it is released
+/// during it.
 class HostPath : public Device {
  public:
   explicit HostPath(DeviceState& state) : state_(state) {}
 
-  /// The host gets `count` spaces to fill, and may answer with a text or with bytes.
+  /// The host gets `count` spaces to fill and may return a text or bytes.
   void ReadText(std::string_view terminator, std::int32_t count, std::string& answer, Bytes& buffer) override;
-  /// The host gets `count` zero bytes to fill; what it leaves out stays zero and counts as received. A read
-  /// of one byte that brings none is a failure: an answer that is read byte by byte ends there.
+  /// The host gets `count` zero bytes to fill; bytes it leaves out stay zero and count as received. A
+  /// one-byte read without a byte is a failure: an answer read byte by byte ends there.
   std::size_t ReadBinary(std::string_view terminator, std::int32_t count, Bytes& buffer) override;
-  /// A host's code beyond 16 bits becomes the nearest one within, so that its sign stays true.
+  /// A host's code beyond 16 bits is clamped, so that its sign is kept.
   DeviceError LastError() override;
   void ClearLastError() override;
 
@@ -38,7 +38,7 @@ class HostPath : public Device {
   };
   virtual void Read(HostObject& host, HostRead& read) = 0;
 
-  /// Runs `call` on the host's object; false when it threw or there is no object.
+  /// Runs `call` on the host's object; false if it threw or there is no object.
   template <typename Call>
   bool Run(Call call) {
     nothing_came_ = false;
@@ -68,11 +68,11 @@ class HostPath : public Device {
 
   DeviceState& state_;
   std::optional<std::string> failure_;
-  bool nothing_came_ = false;  // in answer to the read of one byte
+  bool nothing_came_ = false;  // the one-byte read returned no byte
 };
 
-/// Operating mode 0: one of many devices, by its index, through the host object's IO(). The index goes along
-/// by reference, so a host may change it.
+/// Operating mode 0: one of many devices, by index, through the host object's IO(). The index is passed by
+/// reference, so a host may change it.
 class IndexedHostPath final : public HostPath {
  public:
   using HostPath::HostPath;
@@ -81,7 +81,7 @@ class IndexedHostPath final : public HostPath {
   void Close() override;
   void Write(std::string_view command, std::string_view terminator, std::int16_t extra) override;
   void SetTimeout(std::int32_t milliseconds) override;
-  /// 0, as this host call reports no number.
+  /// 0, because this host call returns no count.
   std::optional<std::int32_t> FlushInput() override;
   void ActivateInterpreter() override;
 
@@ -89,8 +89,8 @@ class IndexedHostPath final : public HostPath {
   void Read(HostObject& host, HostRead& read) override;
 };
 
-/// Operating mode 1: the host object itself, which stands for one device. It has no time-out and no
-/// interpreter to activate.
+/// Operating mode 1: the host object itself, for one device. It has no time-out and no interpreter to
+/// activate.
 class SingleHostPath final : public HostPath {
  public:
   using HostPath::HostPath;
@@ -99,7 +99,7 @@ class SingleHostPath final : public HostPath {
   void Close() override;
   void Write(std::string_view command, std::string_view terminator, std::int16_t extra) override;
   void SetTimeout(std::int32_t) override {}
-  /// What the host counted; 0 when the call failed.
+  /// The host's count; 0 if the call failed.
   std::optional<std::int32_t> FlushInput() override;
   void ActivateInterpreter() override {}
 

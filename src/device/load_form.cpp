@@ -16,7 +16,7 @@ int NearestIndex(const List& list, std::int32_t index) {
   return std::clamp(index, 0, static_cast<std::int32_t>(list.size()) - 1);
 }
 
-// The place of a number in a list of numbers, `otherwise` where it has none.
+// The index of a number in a list of numbers, `otherwise` if it is missing.
 template <typename List>
 int IndexOf(const List& list, std::int32_t value, int otherwise) {
   const auto at = std::find(list.begin(), list.end(), std::to_string(value));
@@ -28,7 +28,7 @@ bool Has(const List& list, std::int32_t index) {
   return index >= 0 && static_cast<std::size_t>(index) < list.size();
 }
 
-// An address in force is shown whatever it is; another kind's only where it could be this one's as well.
+// The selected kind's address is always shown; that of another kind only if it is in this kind's range.
 std::string Address(const ConnectionParameters& p, bool in_force, std::int16_t lowest, std::int16_t highest) {
   const bool fits = p.address >= lowest && p.address <= highest;
   return in_force || fits ? std::to_string(p.address) : kAddressChoices.front();
@@ -44,7 +44,7 @@ std::string Rs485Address(const ConnectionParameters& p) {
   return Address(p, kind != nullptr && IsRs485(kind->code), 0, kLastAddress);
 }
 
-// A value of the settings that the field would not take over is not shown.
+// A stored value that the field would not accept is not shown.
 std::string ReceiveBuffer(const ConnectionParameters& p, const std::string& otherwise) {
   return p.receive_buffer < kSmallestReceiveBuffer ? otherwise : std::to_string(p.receive_buffer);
 }
@@ -84,7 +84,7 @@ GpibFields LoadGpib(const ConnectionParameters& p) {
           .repeat_addressing = p.gpib.repeat_addressing != 0};
 }
 
-// What a field held at the last OK, else what the settings hold.
+// The text of the field at the last OK, else the stored one.
 std::string LastText(const std::string& typed, const std::string& stored) {
   return typed.empty() ? stored : typed;
 }
@@ -96,7 +96,7 @@ std::string StoredText(const List& list, std::int32_t index, const std::string& 
 
 std::string SecondsText(std::int32_t milliseconds) { return base::DoubleText(milliseconds / 1000.0, ","); }
 
-// The page in force shows the time-out in force, where its text has come to mean another one.
+// If the text of the selected kind's page no longer means the time-out in use, that time-out is shown.
 void ShowTimeoutInForce(ConnectionForm& form, const ConnectionParameters& p) {
   const auto show = [&p](std::string& text, auto meaning, const std::string& in_force) {
     if (meaning(text) != p.timeout_ms) text = in_force;

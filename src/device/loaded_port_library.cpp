@@ -40,10 +40,10 @@ struct Functions {
   decltype(&QDX_BytesWaiting) bytes_waiting;
   decltype(&QDX_WaitDescriptor) wait_descriptor;
   decltype(&QDX_StatusText) status_text;
-  bool is_own;  // it is the one that comes with this program
+  bool is_own;  // it is the one supplied with this program
 };
 
-// Looks functions up and keeps the name of the first that is missing.
+// Looks up functions and keeps the name of the first missing one.
 class Resolver {
  public:
   explicit Resolver(void* handle) : handle_(handle) {}
@@ -66,7 +66,7 @@ class Resolver {
   std::string missing_;
 };
 
-// The name of the first function that is missing, empty when all are there.
+// Returns the name of the first missing function, empty if all exist.
 std::string Resolve(void* handle, Functions& functions) {
   Resolver resolver(handle);
   resolver.Find("QDX_OpenPort", functions.open_port);
@@ -116,7 +116,7 @@ class LoadedPortLibrary final : public PortLibrary {
     delivered_ = 0;
     return call_.read_port(buffer, count, &delivered_, &second, terminator);
   }
-  // What the counters mean is each library's own affair.
+  // The meaning of the counters differs between libraries.
   std::int32_t Delivered() const override { return call_.is_own ? delivered_ : PortLibrary::Delivered(); }
   std::int32_t FlushInQueue() override { return call_.flush_in_queue(); }
   std::int32_t ActivateInterpreter(std::int16_t value) override { return call_.activate_interpreter(value); }
@@ -154,7 +154,7 @@ class LoadedPortLibrary final : public PortLibrary {
   std::int32_t delivered_ = 0;
 };
 
-// A name without a folder is searched for by the loader, so that only its own reason is true of it.
+// A name without a folder is searched for by the loader, so only the loader's reason applies.
 PortLibraryFailure LoadFailure(const std::string& path, const char* reason) {
   const bool names_a_file = path.find('/') != std::string::npos;
   if (names_a_file && access(path.c_str(), F_OK) != 0) return {PortLibraryFailure::Kind::kNoFile, path, {}};
@@ -199,7 +199,7 @@ std::string FolderOfCode(const void* address) {
   if (dladdr(address, &info) == 0 || info.dli_fname == nullptr) return ".";
   std::error_code error;
   const std::filesystem::path file = std::filesystem::canonical(info.dli_fname, error);
-  // A program found along PATH is known by its bare name only.
+  // A program found in PATH is known by its bare name only.
   if (error) return std::filesystem::canonical("/proc/self/exe", error).parent_path();
   return file.parent_path();
 }

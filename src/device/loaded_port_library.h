@@ -9,10 +9,10 @@
 
 namespace kolvane::device {
 
-/// Why a file cannot serve as port library.
+/// Why a file cannot be used as port library.
 struct PortLibraryFailure {
   enum class Kind {
-    kNoFile,          ///< nothing stands at the path
+    kNoFile,          ///< no file at the path
     kNotLoadable,     ///< detail: the system's reason
     kMissingFunction  ///< detail: the function's name
   };
@@ -26,20 +26,20 @@ std::string FailureText(const PortLibraryFailure& failure);
 
 using PortLibraryResult = std::variant<std::unique_ptr<PortLibrary>, PortLibraryFailure>;
 
-/// Loads the shared object at `path`, which must export every function of PortLibrary but the optional ones;
-/// it is unloaded with the object that is returned.
+/// Loads the shared object at `path`, which must export every function of PortLibrary except the optional
+/// ones; it is unloaded when the returned object is destroyed.
 [[nodiscard]] PortLibraryResult LoadPortLibrary(const std::string& path);
 
-/// The folder, without a separator at its end, of the file whose code `address` lies in.
+/// The folder, without a trailing separator, of the file that contains the code at `address`.
 std::string FolderOfCode(const void* address);
 
 /// Whether KOLVANE_PORT_LIBRARY names a library.
 bool IsPortLibraryNamed();
 
-/// The file named by KOLVANE_PORT_LIBRARY, or libdevlnk.so in `folder` where that is not set.
+/// The file named by KOLVANE_PORT_LIBRARY or, if that is not set, libdevlnk.so in `folder`.
 std::string PortLibraryPath(const std::string& folder);
 
-/// Loads PortLibraryPath(folder) at first use; after a failure each further use tries again.
+/// Loads PortLibraryPath(folder) on first use; after a failure each further use tries again.
 class LazyPortLibrary final : public PortLibrarySource {
  public:
   explicit LazyPortLibrary(std::string folder) : folder_(std::move(folder)) {}

@@ -19,8 +19,8 @@ constexpr std::int16_t kReplyTerminator = 10;
 constexpr double kShortestWait = 0.010;
 constexpr std::int32_t kPauseMs = 50;
 
-// Replies stand between line ends, in a buffer that is filled with spaces. A single CR may stand within one,
-// as between an echo and the reply to it.
+// Replies are enclosed in line ends, in a buffer padded with spaces. A single CR may occur within one, as
+// between an echo and the reply to it.
 std::string WithoutLineEnds(std::string reply) {
   std::ranges::replace_if(
       reply, [](char c) { return c == '\r' || c == '\n'; }, ' ');
@@ -50,7 +50,7 @@ void ModemDialler::Tell(const std::string& command, double seconds_left) {
   waits_.TellDialling({command, last_word_, static_cast<std::int32_t>(std::lround(seconds_left))});
 }
 
-// A read that brings nothing leaves the last word standing.
+// A read without a reply keeps the last word.
 std::int32_t ModemDialler::ReadReply() {
   reply_.assign(kReplySize, ' ');
   const std::int32_t status = library_.ReadPort(reply_.data(), kReplySize, kReplyTerminator);
@@ -58,8 +58,8 @@ std::int32_t ModemDialler::ReadReply() {
   return status;
 }
 
-// A read blocks until the time-out as a rule. Where it comes back empty-handed at once (the port has gone),
-// a pause keeps the loop from spinning. Negative when even that fails.
+// A read normally blocks until the time-out. If it returns empty at once (the port has gone), a pause keeps
+// the loop from spinning. Negative if the pause fails too.
 std::int32_t ModemDialler::ReadReplyPaced() {
   const double begin = clock_.Seconds();
   const std::int32_t status = ReadReply();

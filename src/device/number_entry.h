@@ -5,29 +5,28 @@
 
 namespace kolvane::device {
 
-/// Numbers as typed into a field of the connection dialog: the leading number (comma or point, 0 where none
-/// stands), rounded half to even. A number beyond the type's range becomes the nearest end of the range, so
-/// that reading the dialog cannot fail.
+/// Numbers typed into a field of the connection dialog: the leading number (comma or point, 0 if there is
+/// none), rounded half to even and clamped to the type's range, so that reading the dialog cannot fail.
 std::int32_t TypedInt32(std::string_view text);
 std::int16_t TypedInt16(std::string_view text);
 std::uint8_t TypedByte(std::string_view text);
 
-/// As TypedInt16, with 32768 to 65535 kept as the negative number of the same 16 bits.
+/// Like TypedInt16, with 32768 to 65535 stored as the same 16 bits with a sign.
 std::int16_t TypedIpPort(std::string_view text);
 
 inline constexpr std::int32_t kSmallestReceiveBuffer = 512;
 
-/// Receive buffer in bytes, at least kSmallestReceiveBuffer.
+/// The receive buffer in bytes, at least kSmallestReceiveBuffer.
 std::int32_t TypedReceiveBuffer(std::string_view text);
 
-/// Seconds that a modem may take to connect; below 10 becomes 60.
+/// The seconds that a modem may take to connect; below 10 becomes 60.
 std::int32_t TypedDialTimeout(std::string_view text);
 
-/// What the baud field carries for a parallel port: `mode_index` + 1, and 95 for the fifth mode.
+/// The baud value of a parallel port: `mode_index` + 1, and 95 for the fifth mode.
 std::int32_t BaudOfLptMode(std::int32_t mode_index);
 
 /// Milliseconds from the text of a time-out field: leading number (comma or point), rounded half to even,
-/// limited to 32 bits.
+/// clamped to 32 bits.
 
 /// Seconds; a negative entry becomes 0.
 std::int32_t Rs232Timeout(std::string_view text);
@@ -36,7 +35,7 @@ std::int32_t Rs232Timeout(std::string_view text);
 std::int32_t ParallelTimeout(std::string_view text);
 std::int32_t TcpIpTimeout(std::string_view text);
 
-/// Milliseconds where the text contains "msec", seconds otherwise: the list's "100 ms" is 100000.
+/// Milliseconds if the text contains "msec", otherwise seconds: the list's "100 ms" is 100000.
 std::int32_t GpibTimeout(std::string_view text);
 
 }  // namespace kolvane::device

@@ -12,22 +12,22 @@
 
 namespace kolvane::device {
 
-/// What the library's interpreter activation is called with.
+/// Argument of the library's interpreter activation.
 inline constexpr std::int16_t kInterpreterValue = 200;
 
-/// Whether the last opening ended with a serial port that was closed again, because setting the time-out or
-/// dialling failed. The operations read it as a success; DeviceState::open_step_status says why.
+/// Whether the last opening ended with a serial port closed again because setting the time-out or dialling
+/// failed. The operations treat that as success; DeviceState::open_step_status has the reason.
 bool WasClosedAgain(const DeviceState& state, const ConnectionParameters& parameters);
 
-/// Opens the connection that `parameters` describe through the port library, one object for each attempt. The
-/// record changes on the way: a time-out of 0 becomes 5000, the address becomes 1 for TCP/IP and USB.
+/// Opens the connection described by `parameters` through the port library; one object per attempt. Changes
+/// the record: a time-out of 0 becomes 5000, the address becomes 1 for TCP/IP and USB.
 class OpenSequence {
  public:
   OpenSequence(DeviceState& state, ConnectionParameters& parameters, PortLibrarySource& source,
                const base::Clock& clock, Waits& waits)
       : state_(state), parameters_(parameters), source_(source), clock_(clock), waits_(waits) {}
 
-  /// Negative for a failure. 0 stands for success, and for a port of which WasClosedAgain holds.
+  /// Negative for a failure. 0 means success, or a port for which WasClosedAgain is true.
   [[nodiscard]] std::int32_t Run();
 
  private:

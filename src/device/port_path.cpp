@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::int16_t kCloseValue = 1;
 
-// Keeps the capacity of `out` for what both encodings write alike.
+// Keeps the capacity of `out` for text that is the same in both encodings.
 void AssignDecoded(std::string_view bytes, bool utf8, std::string& out) {
   if (base::IsAscii(bytes)) {
     out.assign(bytes);
@@ -38,13 +38,13 @@ bool PortPath::Offline() const {
   return state_.test_mode != 0 || parameters_.port_code == port_code::kOffline;
 }
 
-// The end of a test answer is no failure of what comes next.
+// The end of a test answer is not a failure of the next operation.
 void PortPath::BeginTestAnswer() {
   test_answer_.Restart();
   state_.last_result = 0;
 }
 
-// Calls the library, unless offline, and keeps its status; true when that is no failure.
+// Calls the library, unless offline, and keeps its status; true if that is not a failure.
 template <typename Call>
 bool PortPath::Run(Call call) {
   if (Offline()) return false;
@@ -95,8 +95,8 @@ std::size_t PortPath::ReadBinary(std::string_view terminator, std::int32_t count
   return taken ? SizeOf(count) : 0;
 }
 
-// What the library wrote, wherever in the first `count` bytes it wrote it; the caller fills it with spaces
-// again. The buffer is a byte longer for libraries that end their text with NUL.
+// The received text, wherever the library wrote it in the first `count` bytes; the caller refills these with
+// spaces. The buffer is a byte longer for libraries that end their text with NUL.
 std::string_view PortPath::ReceiveText(std::int32_t count, std::int16_t terminator) {
   const std::size_t size = SizeOf(count);
   if (text_buffer_.size() <= size) text_buffer_.resize(size + 1, ' ');
@@ -111,8 +111,8 @@ std::string_view PortPath::ReceiveText(std::int32_t count, std::int16_t terminat
       {text_buffer_.data(), delivered < 0 ? size : std::min(SizeOf(delivered), size)});
 }
 
-// The library takes a lone terminator off and does not say how many bytes came. So the buffer is filled with
-// that very byte beforehand: what came ends with the first one, whoever wrote it.
+// The library strips a lone terminator and does not return the number of bytes. So the buffer is filled with
+// the terminator beforehand: the answer ends with the first one, whoever wrote it.
 std::size_t PortPath::ReceiveBytes(std::int32_t count, std::int16_t terminator, Bytes& buffer) {
   const auto last = static_cast<std::uint8_t>(terminator);
   byte_buffer_.assign(SizeOf(count) + 1, last);

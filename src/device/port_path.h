@@ -12,12 +12,13 @@
 
 namespace kolvane::device {
 
-/// Operating mode 2: a connection of the terminal's own through the port library. Texts cross to the library
-/// as Windows-1252. Every library call leaves its status as the last result; without a library that is
-/// kNoPortLibrary, described by the source's sentence.
+/// Operating mode 2: the terminal's own connection through the port library. Texts are passed to the library
+/// as Windows-1252. Every library call stores its status as the last result; without a library that is
+/// kNoPortLibrary, with the source's sentence as description.
 ///
-/// While the port code is -1 the library is never called: writes are dropped, text reads answer at once,
-/// binary reads take the test answer apart (TestAnswer). ClearLastError and Write begin a new test answer.
+/// While the port code is -1 the library is never called: writes are dropped, text reads return the test
+/// answer at once, binary reads return it piece by piece (TestAnswer). ClearLastError and Write start a new
+/// test answer.
 class PortPath final : public Device {
  public:
   PortPath(DeviceState& state, ConnectionParameters& parameters, PortLibrarySource& source,
@@ -29,9 +30,9 @@ class PortPath final : public Device {
   void ReadText(std::string_view terminator, std::int32_t count, std::string& answer, Bytes& buffer) override;
   std::size_t ReadBinary(std::string_view terminator, std::int32_t count, Bytes& buffer) override;
   void SetTimeout(std::int32_t milliseconds) override;
-  /// The last result cut to 16 bits, that number as text, and the library's words for a failure.
+  /// The last result truncated to 16 bits, that number as text, and the library's text for a failure.
   DeviceError LastError() override;
-  /// The last result stays as it is, but for the end of a test answer.
+  /// Keeps the last result unless it is the end of a test answer.
   void ClearLastError() override;
   std::optional<std::int32_t> FlushInput() override;
   void ActivateInterpreter() override;
@@ -56,7 +57,7 @@ class PortPath final : public Device {
   Waits& waits_;
   TestAnswer test_answer_;
   std::string message_;
-  std::string text_buffer_;  // nothing but spaces between two reads
+  std::string text_buffer_;  // all spaces between two reads
   Bytes byte_buffer_;
 };
 

@@ -30,7 +30,7 @@ ParameterPage PageOfCode(std::int16_t code) {
 
 namespace {
 
-// Empty for the kinds that need no node.
+// Empty for the kinds without a node.
 std::string_view NodeName(std::int16_t code) {
   switch (code) {
     case port_code::kCom1:

@@ -10,7 +10,7 @@
 
 namespace kolvane::device {
 
-/// Which page of the connection dialog the port parameters of a kind are read from.
+/// The page of the connection dialog that a kind's port parameters are read from.
 enum class ParameterPage { kRs232, kGpib, kParallel, kTcpIp };
 
 struct PortKind {
@@ -20,8 +20,8 @@ struct PortKind {
   ParameterPage page;
 };
 
-/// The ten kinds in the order of their option buttons. USB and Offline have no port parameters of their own
-/// and take those of the RS232 page.
+/// The ten kinds in the order of their option buttons. USB and Offline have no port parameters and use those
+/// of the RS232 page.
 inline constexpr std::array<PortKind, 10> kPortKinds = {{
     {0, "COM 1", port_code::kCom1, ParameterPage::kRs232},
     {1, "COM 2", port_code::kCom2, ParameterPage::kRs232},
@@ -35,36 +35,34 @@ inline constexpr std::array<PortKind, 10> kPortKinds = {{
     {9, "USB", port_code::kUsb, ParameterPage::kRs232},
 }};
 
-/// Null for an index or code that no row has.
+/// Null for an unknown index or code.
 const PortKind* PortKindOfOption(std::int16_t option);
 const PortKind* PortKindOfCode(std::int16_t code);
 
-/// Several devices on one serial line, told apart by their address.
+/// Several devices on one serial line, distinguished by their address.
 constexpr bool IsRs485(std::int16_t code) {
   return code == port_code::kCom1Rs485 || code == port_code::kCom2Rs485;
 }
 
-/// Kinds whose connection leads to one device, by an address of its own.
+/// Kinds whose connection leads to a single device with its own address.
 constexpr bool IsPointToPoint(std::int16_t code) {
   return code == port_code::kTcpIp || code == port_code::kUsb;
 }
 
-/// The RS232 page for a code that no row has.
+/// The RS232 page for an unknown code.
 ParameterPage PageOfCode(std::int16_t code);
 
-/// What this computer has for a port code, for the user to read: the device node of COM and LPT, the board
+/// What a port code refers to on this computer, for the user: the device node of COM and LPT, the board
 /// number of GPIB; empty for the other kinds.
 std::string PortNode(std::int16_t code);
 
-/// The device node or board number that a port of ports.ini ("COM1", "GPIB") stands for where nothing else is
-/// set; empty for any other name.
+/// The default device node or board number of a port in ports.ini ("COM1", "GPIB"); empty for any other name.
 std::string DefaultNode(std::string_view name);
 
-/// The value of `key` in the text of a ports.ini; empty where it has none.
+/// The value of `key` in the text of a ports.ini; empty if there is none.
 std::string FindPortSetting(std::string_view text, std::string_view key);
 
-/// The rate that ports.ini gives the line of a port code, "COM1_BAUD=115200"; nothing where it gives
-/// none.
+/// The rate in ports.ini for the line of a port code, "COM1_BAUD=115200"; nothing if there is none.
 std::optional<std::int32_t> ConfiguredRate(std::int16_t code);
 
 }  // namespace kolvane::device

@@ -49,7 +49,7 @@ std::string_view TakeWholeLine(std::string_view& text) {
   return line;
 }
 
-// So that another line can follow.
+// Lets another line follow.
 void EndLine(std::string& text) {
   if (!text.empty() && text.back() != '\n') text += '\n';
 }
@@ -76,7 +76,7 @@ std::vector<PortSetting> LoadPortSettings() {
 
 std::string WithPortSetting(std::string_view text, std::string_view name, std::string_view value) {
   std::string out;
-  std::optional<std::size_t> place;  // of the key, else the end of the section
+  std::optional<std::size_t> place;  // of the key, else of the end of the section
   bool in_section = false;
   bool found = false;
   while (!text.empty()) {

@@ -24,7 +24,7 @@ bool Is(std::string_view field, std::string_view word) { return base::EqualsNoCa
 
 bool IsControl(char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }
 
-// The length of `text`'s first field; an IPv6 address in brackets holds colons of its own.
+// The length of `text`'s first field; an IPv6 address in brackets contains colons.
 std::size_t FieldSize(std::string_view text) {
   const std::size_t bracket = text.starts_with('[') ? text.find(']') : 0;
   if (bracket == std::string_view::npos) return text.size();
@@ -104,7 +104,7 @@ Result Gpib(const Fields& fields) {
   return Resource{.port_code = port_code::kGpib, .address = *address};
 }
 
-// HOST:PORT, a host in brackets where it has colons itself; a name of another kind has "::".
+// HOST:PORT, the host in brackets if it contains colons; names of the other kinds contain "::".
 std::optional<std::string> InFull(std::string_view name) {
   if (name.starts_with("/dev/")) return "ASRL" + std::string(name) + "::INSTR";
   const std::size_t colon = name.rfind(':');
@@ -123,7 +123,7 @@ Result Parse(std::string_view name) {
   if (Is(name, "LPT2")) return Resource{.port_code = port_code::kLpt2};
   if (const auto full = InFull(name)) return Parse(*full);
   const Fields fields = Split(name);
-  // The board's number may be left out; there is one of each.
+  // The board number is optional; there is one of each.
   if (Is(fields[0], "TCPIP") || Is(fields[0], "TCPIP0")) return TcpIp(fields);
   if (Is(fields[0], "USB") || Is(fields[0], "USB0")) return Usb(fields);
   if (Is(fields[0], "GPIB") || Is(fields[0], "GPIB0")) return Gpib(fields);
@@ -154,11 +154,11 @@ void ApplyResource(const Resource& resource, ConnectionParameters& parameters) {
   parameters.ip_port = resource.ip_port;
   parameters.usb_address = resource.serial_number;
   parameters.node = resource.node;
-  // Nothing is stored for a named connection; the usual values do for every kind.
+  // A named connection has no stored settings; these defaults suit every kind.
   parameters.data_bits = 8;
   parameters.stop_bits = 1;
   parameters.receive_buffer = 4096;
-  // The address has been checked with the name.
+  // Parsing has already checked the address.
   static_cast<void>(CompleteConnection(parameters, ""));
 }
 

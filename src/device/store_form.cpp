@@ -13,7 +13,7 @@ const char* Entry(const List& list, int index) {
   return list[static_cast<std::size_t>(index)];
 }
 
-// -1 for a text that the list lacks.
+// -1 if the text is not in the list.
 template <typename List>
 std::int32_t IndexOf(const List& list, const std::string& text) {
   const auto at = std::find(list.begin(), list.end(), text);
@@ -26,7 +26,7 @@ std::int16_t AddressOf(const ConnectionForm& form, const ConnectionParameters& p
   return p.address;
 }
 
-// TCP/IP and USB are opened with an address of their own, offline nothing is opened.
+// TCP/IP and USB are opened by their own address; offline opens nothing.
 bool SelectsAddress(std::int16_t code) { return !IsPointToPoint(code) && code != port_code::kOffline; }
 
 void StoreAddress(ConnectionForm& form, ConnectionParameters& p) {
@@ -42,7 +42,7 @@ void StoreAddress(ConnectionForm& form, ConnectionParameters& p) {
 
 void StoreSerial(const SerialFields& fields, ConnectionParameters& p) {
   p.baud = TypedInt32(Entry(kBaudChoices, fields.baud));
-  // A node of its own is none of the configured lines.
+  // The configured rate applies only to the configured node.
   if (const auto rate = ConfiguredRate(p.port_code); rate && p.node.empty()) p.baud = *rate;
   p.baud_index = fields.baud;
   p.parity = static_cast<std::int16_t>(fields.parity);

@@ -28,7 +28,7 @@ void Waits::End() {
   if (told_) listener_.WaitOver();
 }
 
-// The clock is asked only where something takes long: an exchange that is answered at once pays nothing.
+// Start the clock only once something takes long: an immediate answer costs nothing.
 void Waits::StartAt(double seconds) {
   if (timed_) return;
   timed_ = true;

@@ -8,35 +8,35 @@
 
 namespace kolvane::device {
 
-/// What is under way while a terminal waits.
+/// What the terminal is waiting for.
 enum class Operation { kNone, kConnecting, kSending, kAnswer, kDelay };
 
-/// How far dialling has come. Texts are UTF-8, without line ends.
+/// The progress of dialling. Texts are UTF-8, without line ends.
 struct DialProgress {
-  std::string command = {};       ///< has just gone out; empty while waiting for the connection
-  std::string reply = {};         ///< the modem's last word to the last command; empty where none came
+  std::string command = {};       ///< the command just sent; empty while waiting for the connection
+  std::string reply = {};         ///< the modem's last word after the last command; empty if none
   std::int32_t seconds_left = 0;  ///< of the dial time-out, while waiting
 };
 
-/// Called while a terminal waits, on its thread, by whoever waits. It may show and note things, but start
-/// nothing on the device.
+/// Called while a terminal waits, on the waiting thread. It may show and record things, but must not start
+/// anything on the device.
 class WaitListener {
  public:
   virtual ~WaitListener() = default;
-  /// Before a call that may take long and during which nobody is called: a host's, or one of a port library
-  /// without a wait handler.
+  /// Before a call that may take long without calling a handler: a host's, or one of a port library without a
+  /// wait handler.
   virtual void BeforeUnattended() {}
-  /// About every 50 ms, from 50 ms on. `seconds`: since the first wait of the outermost Waits::Scope began.
-  /// False gives up whatever is under way until that scope ends.
+  /// About every 50 ms, from 50 ms on. `seconds`: since the first wait of the outermost Waits::Scope. False
+  /// gives up everything until that scope ends.
   virtual bool Waiting(Operation /*operation*/, double /*seconds*/) { return true; }
-  /// Once the outermost scope in which there was a Waiting ends.
+  /// When the outermost scope ends, if Waiting was called in it.
   virtual void WaitOver() {}
-  /// Before each step of a dialling that may take long. False gives up as above.
+  /// Before each dialling step that may take long. False gives up as above.
   virtual bool Dialling(const DialProgress& /*progress*/) { return true; }
 };
 
-/// What a terminal waits for: the one place that the port library, the host and everything that takes time
-/// report to while they wait.
+/// All waiting of a terminal: the port library, the host and every other slow operation report to it while
+/// they wait.
 class Waits {
  public:
   /// Sets itself as the wait handler of the library of `source`.
@@ -45,7 +45,7 @@ class Waits {
   Waits(const Waits&) = delete;
   Waits& operator=(const Waits&) = delete;
 
-  /// For as long as it lives `operation` is under way; of nested ones the innermost.
+  /// `operation` is running while this lives; of nested scopes the innermost counts.
   class Scope {
    public:
     Scope(Waits& waits, Operation operation) : waits_(waits), outer_(waits.operation_) {
@@ -64,26 +64,26 @@ class Waits {
     Operation outer_;
   };
 
-  /// To be called between the parts of what takes long: calls the listener where 50 ms have gone by. False
-  /// once the operation was given up.
+  /// To be called between the steps of a slow operation: calls the listener if 50 ms have passed. False once
+  /// the operation was given up.
   bool Attend();
-  /// The same, however little time has gone by.
+  /// The same, even if 50 ms have not passed.
   bool AttendNow();
-  /// Before a call of the host's.
+  /// To be called before a call to the host.
   void BeforeHostCall() { listener_.BeforeUnattended(); }
-  /// Before a call of the port library's that may take long.
+  /// To be called before a port library call that may take long.
   void BeforeLibraryCall() {
     if (!source_.IsAttended()) listener_.BeforeUnattended();
   }
 
-  /// While an operation is under way.
+  /// Whether an operation is running.
   bool IsUnderWay() const { return depth_ > 0; }
-  /// Before the next step of a dialling.
+  /// To be called before the next dialling step.
   void TellDialling(const DialProgress& progress) {
     if (!listener_.Dialling(progress)) given_up_ = true;
   }
 
-  /// The port library's Delay, as an operation of its own. kNoPortLibrary without a library.
+  /// The port library's Delay, as a separate operation. kNoPortLibrary if there is no library.
   std::int32_t Delay(std::int32_t milliseconds);
 
  private:
@@ -98,7 +98,7 @@ class Waits {
   WaitListener& listener_;
   Operation operation_ = Operation::kNone;
   int depth_ = 0;
-  bool timed_ = false;  // start_ and last_told_ hold
+  bool timed_ = false;  // start_ and last_told_ are set
   double start_ = 0;    // seconds
   double last_told_ = 0;
   bool told_ = false;

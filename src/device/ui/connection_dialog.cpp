@@ -18,7 +18,7 @@
 namespace kolvane::device {
 namespace {
 
-constexpr QSize kWindowFrame(20, 60);  // what a window manager may put around the dialog
+constexpr QSize kWindowFrame(20, 60);  // room for the window manager's frame
 
 QString PortTip(std::int16_t code) {
   const std::string node = PortNode(code);
@@ -60,7 +60,7 @@ QWidget* ConnectionDialog::BuildPorts() {
       if (on) PortClick(option);
     };
     connect(port, &QRadioButton::toggled, this, click);
-    // A click on the button that is on already toggles nothing.
+    // Clicking the selected button emits no toggled().
     connect(port, &QRadioButton::clicked, this, click);
     ports_[static_cast<std::size_t>(kind.option)] = port;
   }
@@ -75,7 +75,7 @@ void ConnectionDialog::ArrangePorts(std::size_t rows) {
   ports_grid_->setRowStretch(at(rows), 1);
 }
 
-// With a large font the ports have no room beside the pages; above them they stand in pairs.
+// With a large font the ports do not fit beside the pages; they are then placed above them in pairs.
 void ConnectionDialog::LayOut(QWidget* ports, QWidget* pages) {
   const QSize room = screen()->availableSize() - kWindowFrame;
   auto* all = new QVBoxLayout(this);
@@ -136,7 +136,7 @@ void ConnectionDialog::ShowForm() {
   ShowPages();
 }
 
-// The front page goes first: a tab widget leaves a page that is disabled for one of its own choice.
+// The front page first: when a tab widget's current page is disabled, it selects another page itself.
 void ConnectionDialog::ShowPages() {
   pages_->setTabEnabled(form_.pages.front, true);
   pages_->setCurrentIndex(form_.pages.front);

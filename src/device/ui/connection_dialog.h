@@ -22,17 +22,17 @@ class SerialPage;
 class TcpIpPage;
 class UsbPage;
 
-/// What the dialog works on; all of it outlives the dialog.
+/// What the dialog works on; must outlive the dialog.
 struct ConnectionDialogContext {
   ConnectionParameters& parameters;
   DeviceState& state;
   PortLibrarySource& library;
   base::Prompt& prompt;
-  std::string folder;  ///< the component's
+  std::string folder;  ///< the component's folder
 };
 
-/// The dialog `U_Port`: a ConnectionForm on widgets. It loads when made; OK stores and closes, every other
-/// way out cancels.
+/// The dialog `U_Port`: a ConnectionForm with widgets. It loads on construction; OK stores and closes, every
+/// other way of closing cancels.
 class ConnectionDialog final : public QDialog {
   Q_OBJECT
 

@@ -16,30 +16,29 @@ inline QString Utf8(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-/// What every field of a page has: control name, label (its "&" marks the key that leads to the field) and
-/// tool tip.
+/// Common to all fields of a page: control name, label ("&" marks its mnemonic) and tool tip.
 struct FieldRow {
   const char* name;
   const char* label;
   const char* tool_tip;
 };
 
-/// A column of labelled fields, each as wide as the others.
+/// A column of labelled fields of equal width.
 class FormColumn final : public QFormLayout {
  public:
   FormColumn();
 
   QLineEdit* AddText(const FieldRow& row);
   QComboBox* AddChoice(const FieldRow& row, std::span<const char* const> choices);
-  /// A list that can be typed into as well; nothing is completed or entered by itself.
+  /// An editable list without completion or automatic insertion.
   QComboBox* AddTypedChoice(const FieldRow& row, std::span<const char* const> choices = {});
   QCheckBox* AddCheck(const FieldRow& row);
-  /// For a field made elsewhere.
+  /// Adds an existing field.
   void Add(const FieldRow& row, QWidget* field);
 };
 
-/// Shows `text` and makes its entry the current one, so that keys and wheel go on from there. A list that
-/// cannot be typed into gets an entry for a text that it lacks.
+/// Shows `text` and makes its entry the current one, so that keys and wheel continue from there. If the text
+/// is missing in a list that is not editable, an entry is added.
 void ShowText(QComboBox* box, const std::string& text);
 void ShowText(QLineEdit* line, const std::string& text);
 void ShowHistory(QComboBox* box, const std::vector<std::string>& history);

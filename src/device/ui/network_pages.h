@@ -29,7 +29,7 @@ class OfflinePage final : public QWidget {
   OfflinePage();
 };
 
-/// The page "USB". The list only shows what is attached.
+/// The page "USB". The list only shows the attached devices.
 class UsbPage final : public QWidget {
  public:
   explicit UsbPage(const AddressHistory& history);

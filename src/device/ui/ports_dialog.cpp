@@ -26,7 +26,7 @@ constexpr std::int16_t kBuffer = 4096;  // bytes
 struct PortFieldRow {
   const char* object_name;
   const char* label;
-  std::int16_t code;  // of the port that is tried; 0: none
+  std::int16_t code;  // of the port to test; 0: none
 };
 
 // In the order of kPortSettings.

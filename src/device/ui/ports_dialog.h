@@ -14,14 +14,14 @@
 
 namespace kolvane::device {
 
-/// What the dialog works on; all of it outlives the dialog.
+/// What the dialog works on; must outlive the dialog.
 struct PortsDialogContext {
   PortLibrarySource& library;
   base::Prompt& prompt;
-  bool connected = false;  ///< a connection is open: nothing can be tried
+  bool connected = false;  ///< a connection is open: ports cannot be tested
 };
 
-/// The dialog `PortsDialog`: which devices COM1, COM2, LPT1, LPT2 and GPIB are, and the rates of the serial
+/// The dialog `PortsDialog`: the devices for COM1, COM2, LPT1, LPT2 and GPIB, and the rates of the serial
 /// lines. OK writes them to ports.ini.
 class PortsDialog final : public QDialog {
   Q_OBJECT
@@ -35,7 +35,7 @@ class PortsDialog final : public QDialog {
   QComboBox* AddField(QFormLayout* form, const PortSetting& setting, const std::vector<AttachedPort>& ports);
   std::vector<PortSetting> Entered() const;
   void Test();
-  /// `rate` is what was entered for a serial line; empty or not a number: the usual one.
+  /// `rate` is the text entered for a serial line; the default rate if empty or not a number.
   QString TestOne(std::int16_t code, const std::string& node, const std::string& rate);
 
   PortsDialogContext context_;

@@ -18,7 +18,7 @@ void LayOut(QWidget* page, Columns*... columns) {
   auto* row = new QHBoxLayout(page);
   row->setSpacing(kColumnGap);
   (row->addLayout(columns), ...);
-  // Columns that are stretched would set their fields apart.
+  // Stretched columns would spread their fields.
   (row->setAlignment(columns, Qt::AlignTop), ...);
   row->addStretch();
 }

@@ -17,7 +17,7 @@ class SerialPage final : public QWidget {
 
   void Show(const SerialFields& fields);
   SerialFields Fields() const;
-  /// The bus address matters for some kinds only.
+  /// Only some kinds use the bus address.
   void EnableAddress(bool enabled);
 
  private:
