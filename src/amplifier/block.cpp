@@ -14,7 +14,7 @@ constexpr std::string_view kMagic = "KVAB";
 constexpr std::uint8_t kVersion = 1;
 constexpr std::size_t kStatusOffset = 5;
 
-// Sample numbers that stand for the range's end; an input at 120 % still fits.
+// Integer samples at the end of the range; an input at 120 % still fits.
 constexpr double kFullScale16 = 25'000;
 constexpr double kFullScale32 = 1'000'000'000;
 
@@ -57,12 +57,12 @@ class BlockBuilder {
     for (std::size_t i = 0; i < request_.sample_count; ++i) {
       for (std::size_t c = 0; c < request_.channel_count; ++c) PutSample(i, request_.first_channel + c);
     }
-    // Known only now that every sample has been seen.
+    // Known only after all samples.
     out_[start_ + kStatusOffset] = static_cast<char>(Status());
   }
 
  private:
-  // Seen as a whole by the reader, so the widest range of the block sets it; 1 where samples need no scale.
+  // A block has one scale for all channels, set by the widest range; 1 if samples are not scaled.
   float Scale() const {
     double widest = 0;
     for (std::size_t c = 0; c < request_.channel_count; ++c)
@@ -115,7 +115,7 @@ class BlockBuilder {
     }
   }
 
-  // A large zero or tare can push the value out of the type; it then stays at the type's end.
+  // A large zero or tare can take the value out of the type's range; it is then clamped.
   template <typename Integer>
   Integer Steps(double net) const {
     const double steps = std::nearbyint(net / static_cast<double>(scale_));

@@ -9,7 +9,7 @@ namespace {
 constexpr double kLeastRange = 0.001;
 constexpr double kMostRange = 1'000'000;
 
-// Applies `step` to each channel that the first parameter names; without parameters to all.
+// Calls `step` for each channel in the first parameter; without parameters for all.
 template <typename Step>
 Refusal ForChannels(const Arguments& arguments, Step step) {
   const auto channels = ParseChannels(arguments.size() == 0 ? "0" : arguments[0]);
@@ -18,7 +18,7 @@ Refusal ForChannels(const Arguments& arguments, Step step) {
   return Refusal::kNone;
 }
 
-// Sets one channel, or with "0" and "2-5" several alike, when `allowed` holds for the value.
+// Sets one channel, or with "0" or "2-5" several to the same value, if the value is allowed.
 template <typename Value>
 Refusal SetMember(State& state, const Arguments& arguments, Reply& reply, Value ChannelSettings::*member,
                   const Value& value, bool allowed) {
@@ -89,7 +89,7 @@ Refusal AskLimits(State& state, const Arguments& arguments, Reply& reply) {
   });
 }
 
-// With a second parameter the offset itself; without one the present value becomes the new zero point.
+// A second parameter is the offset itself; without one the present value becomes the new zero point.
 template <double ChannelSettings::*kOffset, double Sample::*kPresent>
 Refusal SetOffset(State& state, const Arguments& arguments, Reply& reply) {
   const auto value = ParseNumber(arguments[1]);

@@ -103,13 +103,13 @@ void AppendField(std::string& answer, std::string_view text) {
 
 void AppendField(std::string& answer, std::int64_t value) { AppendNumber(answer, value); }
 
-// Adding 0 turns a negative zero into a plain one.
+// Adding 0 turns a negative zero into a positive one.
 void AppendField(std::string& answer, double value) {
   const bool tiny = value != 0 && std::abs(value) < kLeastPlain;
   AppendNumber(answer, value + 0.0, tiny ? std::chars_format::scientific : std::chars_format::fixed);
 }
 
-// What would show as "-0.00" is shown as zero.
+// A value that would be printed as "-0.00" is printed as zero.
 void AppendFixed(std::string& answer, double value, int decimals) {
   const bool vanishes = std::abs(value) < std::pow(10.0, -decimals) / 2;
   AppendNumber(answer, vanishes ? 0.0 : value, std::chars_format::fixed, decimals);

@@ -8,7 +8,7 @@
 namespace kolvane::amplifier {
 namespace {
 
-// Answers to lines that came together go out together, up to this size.
+// Answers to lines received together are sent together, up to this size.
 constexpr std::size_t kMaxBatch = 64 * 1024;
 
 std::chrono::milliseconds Milliseconds(std::uint32_t count) { return std::chrono::milliseconds(count); }

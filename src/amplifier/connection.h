@@ -12,9 +12,9 @@
 
 namespace kolvane::amplifier {
 
-/// One connection: receives lines, sends the handler's answers with the pauses and the misbehaviour asked
-/// for. It never waits except in Exchange(); its owner calls when the descriptor or the clock is ready. While
-/// an answer is under way nothing more is received, so memory stays bounded whatever the peer does.
+/// One connection: receives lines and sends the handler's answers with the requested pauses and misbehaviour.
+/// It never waits except in Exchange(); its owner calls it when the descriptor or the clock is ready. While
+/// an answer is being sent nothing more is received, so memory stays bounded whatever the peer does.
 class Connection {
  public:
   using Clock = std::chrono::steady_clock;
@@ -27,12 +27,12 @@ class Connection {
   short Events() const;
   /// When OnTime() is due.
   std::optional<Clock::time_point> Due() const { return due_; }
-  /// To be destroyed, which closes it.
+  /// True once it should be destroyed, which closes it.
   bool Ended() const { return ended_; }
 
   void OnEvents(short events);
   void OnTime(Clock::time_point now);
-  /// Sleeps in the receive call for a moment and answers what came; false when that cannot be done (any
+  /// Waits in the receive call for a moment and answers what was received; false if that is not possible (any
   /// more) and the owner must poll.
   bool Exchange();
 
@@ -55,7 +55,7 @@ class Connection {
   Reply reply_;
   std::string out_;
   std::size_t sent_ = 0;
-  std::size_t released_ = 0;  // of out_, may go out now
+  std::size_t released_ = 0;  // bytes of out_ that may be sent now
   std::optional<Clock::time_point> due_;
   std::uint64_t answers_ = 0;
   Ending ending_ = Ending::kNone;

@@ -11,14 +11,14 @@
 
 namespace kolvane::amplifier {
 
-/// The measuring amplifier: commands in, answers out, no input or output of its own. Its answers follow from
-/// only the commands, the seed and the clock. docs/amplifier.md describes the command set.
+/// The measuring amplifier: takes commands and returns answers, without any I/O. Its answers depend only on
+/// the commands, the seed and the clock. docs/amplifier.md describes the command set.
 class Instrument final : public LineHandler {
  public:
   struct Setup {
     std::uint64_t seed = 1;
     Transmission transmission = {};
-    std::vector<std::string> files = {};  // contents that FILE? answers
+    std::vector<std::string> files = {};  // contents that FILE? returns
   };
 
   /// `clock` must outlive the instrument.

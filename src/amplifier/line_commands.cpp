@@ -2,7 +2,7 @@
 
 #include "amplifier/command.h"
 
-// Commands that try out the line and the reader rather than measure.
+// Commands that test the line and the reader instead of measuring.
 
 namespace kolvane::amplifier {
 namespace {

@@ -7,29 +7,29 @@
 
 namespace kolvane::amplifier {
 
-/// What an instrument says to one line. The buffer is used again for the next line.
+/// An instrument's answer to one line. The buffer is reused for the next line.
 struct Reply {
   enum class Kind {
-    kNone,   // nothing goes out
+    kNone,   // nothing is sent
     kLine,   // `bytes`, then the terminator
-    kBytes,  // only `bytes`: the reader knows how many
+    kBytes,  // only `bytes`: the reader knows the count
   };
   Kind kind = Kind::kNone;
   std::string bytes;
   std::uint32_t wait_ms = 0;
 };
 
-/// An instrument as its connections see it.
+/// The interface of an instrument to its connections.
 class LineHandler {
  public:
   virtual ~LineHandler() = default;
   /// Overwrites every field of `reply`.
   virtual void Handle(const Line& line, Reply& reply) = 0;
-  /// How the answer to the line just handled, and those to come, are sent.
+  /// How the answer to the line just handled, and later answers, are sent.
   virtual const Transmission& transmission() const = 0;
 };
 
-/// Sends every line back; an overlong one is answered by "?".
+/// Sends every line back; answers "?" to one that is too long.
 class Echo final : public LineHandler {
  public:
   explicit Echo(const Transmission& transmission) : transmission_(transmission) {}

@@ -25,7 +25,7 @@ int Complain(const char* text, int status) {
   return status;
 }
 
-// The signals arrive as readable data, so they cannot slip in between a check and a wait.
+// Signals are delivered as readable data, so none can occur between a check and a wait.
 kolvane::base::Descriptor EndSignals() {
   sigset_t signals;
   sigemptyset(&signals);
@@ -41,7 +41,7 @@ void Announce(const Options& options, unsigned port) {
   std::fflush(stdout);
 }
 
-// What no replay can begin with is wrong usage, so that status 1 always is a difference.
+// A replay that cannot start is a usage error, so status 1 always means a difference.
 int ServeReplay(const Options& options, int stop) {
   std::optional<ReplayServer> server;
   try {

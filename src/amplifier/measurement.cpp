@@ -7,8 +7,8 @@
 namespace kolvane::amplifier {
 namespace {
 
-// What is attached to a channel: amounts in its unit, frequency in Hz. It does not follow the range, so that
-// a range set too small is exceeded.
+// The signal on a channel: amounts in its unit, frequency in Hz. Independent of the range, so that a range
+// set too small is exceeded.
 struct Attached {
   double mean;
   double swing;
@@ -38,7 +38,7 @@ std::uint64_t Scramble(std::uint64_t x) {
   return x ^ (x >> 31);
 }
 
-// Bell-shaped enough: the sum of four even distributions, between -2 and 2.
+// Approximately normal: the sum of four uniform distributions, between -2 and 2.
 double Noise(std::uint64_t seed, std::size_t channel, std::int64_t index) {
   const std::uint64_t bits =
       Scramble(Scramble(seed * kChannels + channel) ^ static_cast<std::uint64_t>(index));

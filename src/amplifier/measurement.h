@@ -14,14 +14,14 @@ struct Sample {
   bool overrange = false;
 };
 
-/// An input reaches this multiple of its range in either direction and no further.
+/// An input is limited to this multiple of its range in either direction.
 inline constexpr double kOverrange = 1.2;
 
-/// What channel `channel` (0-based) measures at sample number `index`, taken index / rate seconds after the
-/// start. A pure function: the same seed and number give the same noise.
+/// The value of channel `channel` (0-based) at sample number `index`, taken index / rate seconds after the
+/// start. A pure function: the same seed and index give the same noise.
 Sample Measure(const Settings& settings, std::uint64_t seed, std::size_t channel, std::int64_t index);
 
-/// -1 below the lower limit, 1 above the upper, 0 between them.
+/// -1 below the lower limit, 1 above the upper one, 0 between them.
 int LimitState(const ChannelSettings& channel, double net);
 
 }  // namespace kolvane::amplifier

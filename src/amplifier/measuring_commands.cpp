@@ -45,7 +45,7 @@ Refusal AskBuffer(State& state, const Arguments&, Reply& reply) {
   return Refusal::kNone;
 }
 
-// A part of the recording, from sample `first` (1-based) on; nothing where a sample is not there (yet).
+// A part of the recording, from sample `first` (1-based) on; nothing if a sample is not available (yet).
 struct Part {
   std::int64_t first_index;
   std::int64_t count;
@@ -77,7 +77,7 @@ Refusal AskBufferValues(State& state, const Arguments& arguments, Reply& reply) 
   return Refusal::kNone;
 }
 
-// The sample type and byte order at the end of both block commands; false when one is not a known word.
+// Parses sample type and byte order at the end of both block commands; false for an unknown word.
 bool ParseForm(std::string_view type, std::string_view order, BlockRequest& request) {
   const auto type_row = type.empty() ? 0 : ParseWord(type, kTypes);
   const auto order_row = order.empty() ? 0 : ParseWord(order, kOrders);

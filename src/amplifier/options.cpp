@@ -94,8 +94,8 @@ constexpr std::size_t kRowCount = std::size(kOptionRows);
 constexpr int kHelpCode = kRowCount;
 constexpr int kVersionCode = kHelpCode + 1;
 
-// getopt_long leaves in optopt: 0 for an unknown long option, the letter of a short one, else the option's
-// code.
+// getopt_long sets optopt to 0 for an unknown long option, to the letter of an unknown short one, otherwise
+// to the option's code.
 std::string Complaint(int code, std::string_view argument) {
   const std::string_view name = argument.substr(0, argument.find('='));
   if (code == ':') return "option '" + std::string(name) + "' needs a value";
@@ -104,7 +104,7 @@ std::string Complaint(int code, std::string_view argument) {
   return "unknown option '" + std::string(argument) + "'";
 }
 
-// `stranger` is an option that no replay takes, if one was given.
+// `stranger` is an option not allowed with a replay, if one was given.
 std::variant<Options, Information, UsageError> Finish(Options options, std::string_view stranger, int argc,
                                                       char* const argv[]) {
   if (optind < argc) return UsageError{"unexpected argument '" + std::string(argv[optind]) + "'"};
@@ -117,7 +117,7 @@ std::variant<Options, Information, UsageError> Finish(Options options, std::stri
   return options;
 }
 
-// What a replay has of its own; all else is the transcript's.
+// Options allowed with a replay; the transcript determines the rest.
 bool GoesWithReplay(std::string_view name) {
   constexpr std::string_view kNames[] = {"tcp", "pty", "replay", "replay-times", "exit-with-parent"};
   return std::ranges::find(kNames, name) != std::end(kNames);
@@ -130,8 +130,8 @@ std::variant<Options, Information, UsageError> ParseOptions(int argc, char* cons
       kOptionRows, 0,
       {{"help", no_argument, nullptr, kHelpCode}, {"version", no_argument, nullptr, kVersionCode}});
   Options options;
-  std::string_view stranger;  // to a replay
-  optind = 0;                 // makes getopt_long start afresh
+  std::string_view stranger;  // an option not allowed with a replay
+  optind = 0;                 // restarts getopt_long
   for (;;) {
     const int code = getopt_long(argc, argv, "+:", table.data(), nullptr);
     if (code == -1) return Finish(std::move(options), stranger, argc, argv);

@@ -11,7 +11,7 @@
 
 namespace kolvane::amplifier {
 
-/// How each connection misbehaves; counts are answers of that connection, and the first limit reached wins.
+/// How each connection misbehaves. Counts are answers per connection; the first limit reached applies.
 struct Behaviour {
   static constexpr std::uint64_t kNever = std::numeric_limits<std::uint64_t>::max();
   std::uint64_t close_after = kNever;
@@ -21,7 +21,7 @@ struct Behaviour {
 };
 
 struct Options {
-  std::optional<std::uint16_t> tcp_port = {};  // 0 = a free one
+  std::optional<std::uint16_t> tcp_port = {};  // 0 = any free one
   std::string pty_link = {};                   // empty = no pty
   Behaviour behaviour = {};
   Transmission transmission = {};
@@ -30,15 +30,15 @@ struct Options {
   std::uint64_t seed = 1;
   bool exit_with_parent = false;
   std::string replay = {};      // the file of a transcript; empty = the amplifier
-  bool recorded_times = false;  // of the replay
+  bool recorded_times = false;  // replay with the recorded times
 };
 
-/// A text to print on standard output instead of running (--help, --version).
+/// Text for standard output instead of running (--help, --version).
 struct Information {
   std::string text;
 };
 
-/// One line, without line end, on what is wrong with the command line.
+/// What is wrong with the command line, one line without line end.
 struct UsageError {
   std::string text;
 };

@@ -34,7 +34,7 @@ std::string PathOfSlave(const base::Descriptor& master) {
   return path.data();
 }
 
-// Raw, so that no byte is changed, echoed or taken for a signal before the terminal sets its own mode.
+// Raw, so that no byte is changed, echoed or taken as a signal before the terminal sets its own mode.
 base::Descriptor OpenSlave(const std::string& path) {
   base::Descriptor slave(open(path.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC));
   termios mode{};
@@ -44,7 +44,7 @@ base::Descriptor OpenSlave(const std::string& path) {
   return slave;
 }
 
-// By way of a second name, so that the link leads somewhere at every moment.
+// Renames a second link, so that the link exists at every moment.
 void PointLink(const std::string& link, const std::string& target) {
   struct stat present {};
   if (lstat(link.c_str(), &present) == 0 && !S_ISLNK(present.st_mode)) {
@@ -81,8 +81,8 @@ Transfer PtyStream::Receive(std::span<char> space) {
   return Transfer::Of(read(descriptor(), space.data(), space.size()));
 }
 
-// A hang-up discards what the terminal has not read, and the kernel hands bytes over to it some time after
-// the write; so nothing must be left to read at two looks in a row.
+// A hang-up discards data that the terminal has not read, and the kernel passes bytes on to it some time
+// after the write; so two checks in a row must find nothing unread.
 bool PtyStream::EndOrderly() {
   int unread = 0;
   const bool is_read = ioctl(slave_.get(), FIONREAD, &unread) != 0 || unread == 0;

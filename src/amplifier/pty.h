@@ -6,13 +6,13 @@
 
 namespace kolvane::amplifier {
 
-/// The instrument's end of a pseudo terminal. It holds the terminal's end open as well, so that programs may
-/// open and close it as they like. Destroying it hangs up on them and removes the link, unless the link
-/// already leads to another terminal.
+/// The instrument's end of a pseudo terminal. It also holds the terminal's end open, so that programs may
+/// open and close it at will. The destructor hangs up and removes the link, unless the link already leads to
+/// another terminal.
 class PtyStream final : public Stream {
  public:
-  /// Makes `link` a symbolic link to the terminal, in place of a symbolic link of that name. Throws
-  /// std::system_error; so it does when `link` is something else.
+  /// Makes `link` a symbolic link to the terminal, replacing an existing symbolic link. Throws
+  /// std::system_error, also if `link` is anything else.
   explicit PtyStream(std::string link);
   ~PtyStream() override;
 

@@ -13,10 +13,10 @@ namespace {
 
 using Json = nlohmann::json;
 
-/// Puts the lines together, each of which is one event.
+/// Builds the conversations from the lines, each of which is one event.
 class Reader {
  public:
-  /// Returns what is wrong with the line, empty where nothing is.
+  /// Returns what is wrong with the line, empty if nothing.
   std::string Take(const Json& event, int line) {
     if (!event.is_object()) return "no JSON object";
     const auto way = event.find("way");
@@ -53,7 +53,7 @@ class Reader {
     return {};
   }
 
-  // Where the terminal has closed, the replay waits for it to do so again.
+  // If the terminal closed the connection, the replay waits for it to do so again.
   std::string Close(std::optional<double> seconds, const Json& event) {
     if (const auto status = event.find("status"); status != event.end()) {
       if (!status->is_number_integer()) return "\"status\" is no whole number";
@@ -74,7 +74,7 @@ class Reader {
 
 constexpr std::string_view kNothing = "nothing";
 
-// Longer commands are cut where they are shown.
+// Longer commands are truncated in messages.
 constexpr std::size_t kShown = 200;
 
 }  // namespace
@@ -127,7 +127,7 @@ void Replay::Compare(Clock::time_point now) {
     const std::string_view expected = next().bytes;
     const std::size_t size = std::min(expected.size(), received_.size());
     if (expected.substr(0, size) != std::string_view(received_).substr(0, size)) {
-      // What came with the command may belong to the next one.
+      // Bytes after the command may belong to the next one.
       const std::size_t end = received_.find('\n');
       return Differ(Quoted(expected),
                     Quoted(std::string_view(received_).substr(0, end == std::string::npos ? end : end + 1)));

@@ -30,7 +30,7 @@ std::vector<Conversation> ReadConversations(const std::string& file) {
   return std::move(conversations);
 }
 
-// A line knows neither beginning nor end of a connection, only a hang-up.
+// A pty shows no start or end of a connection, only a hang-up, so conversations are joined up to one.
 std::vector<Conversation> OfALine(std::vector<Conversation> conversations) {
   std::vector<Conversation> joined;
   for (Conversation& each : conversations) {
@@ -82,7 +82,7 @@ std::optional<ReplayServer::Clock::time_point> ReplayServer::Due() const {
   return listener_ ? listener_->PausedUntil() : std::nullopt;
 }
 
-// False once it is told to stop.
+// False once `stop` is readable.
 bool ReplayServer::Wait(int stop) {
   const bool listens = listener_ && !stream_ && !listener_->PausedUntil();
   std::array<pollfd, 4> watched{{{stop, POLLIN, 0},
@@ -122,7 +122,7 @@ void ReplayServer::Send() {
   out_.erase(0, out_.size() - rest.size());
 }
 
-// Whoever only looks whether somebody listens is not the terminal of the transcript.
+// A connection that only tests whether anything listens does not count as the terminal of the transcript.
 void ReplayServer::EndConnection() {
   stream_.reset();
   out_.clear();
@@ -136,8 +136,8 @@ void ReplayServer::EndConnection() {
   if (replay_->difference().empty()) replay_.reset();
 }
 
-// A line ends with what is said on it, a connection where the instrument has hung up. That must not take away
-// what the terminal has not read yet.
+// A pty ends after its last utterance, a connection when the instrument hangs up, but not before the terminal
+// has read everything.
 void ReplayServer::EndByItself() {
   if (!stream_ || !replay_ || !out_.empty()) return;
   if (replay_->HangsUp() ? !replay_->hung_up() : !OnLine() || !replay_->over()) return;

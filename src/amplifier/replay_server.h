@@ -14,20 +14,20 @@
 
 namespace kolvane::amplifier {
 
-/// An instrument that answers as a transcript says: its conversations in their order, one connection after
-/// the other by TCP, all on one line by a pseudo terminal.
+/// An instrument that answers as recorded in a transcript: its conversations in order, one connection after
+/// the other on TCP, all of them in one session on a pseudo terminal.
 class ReplayServer {
  public:
-  /// Throws std::system_error when the port or the pty cannot be opened, std::runtime_error with a one-line
-  /// English text where the file cannot be read or holds no transcript.
+  /// Throws std::system_error if the port or the pty cannot be opened, std::runtime_error with a one-line
+  /// English text if the file cannot be read or is not a transcript.
   explicit ReplayServer(const Options& options);
 
   /// The port listened on; 0 without TCP.
   std::uint16_t Port() const { return listener_ ? listener_->Port() : std::uint16_t{0}; }
 
-  /// Serves until the transcript has been played, until something differs, or until `stop` becomes readable.
-  /// Returns the first difference with the file's name and line before it, empty where there was none. A
-  /// connection that brings nothing is none where the terminal speaks first.
+  /// Serves until the transcript is complete, until something differs, or until `stop` becomes readable.
+  /// Returns the first difference after the file's name and line, empty if there is none. A connection
+  /// without any data is ignored if the terminal is to send first.
   std::string Run(int stop);
 
  private:
@@ -50,9 +50,9 @@ class ReplayServer {
   std::optional<TcpListener> listener_;
   std::unique_ptr<Stream> stream_;
   std::optional<Replay> replay_;
-  std::string pty_link_;  // of a pseudo terminal, which knows no connections
+  std::string pty_link_;  // of a pseudo terminal, which has no connections
   std::string out_;
-  std::optional<Clock::time_point> retry_;  // of the end of a line
+  std::optional<Clock::time_point> retry_;  // when to try again to end the pty
 };
 
 }  // namespace kolvane::amplifier

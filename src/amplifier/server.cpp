@@ -18,7 +18,7 @@ namespace kolvane::amplifier {
 namespace {
 
 constexpr std::size_t kMaxConnections = 64;
-// Between two looks at everything else while one connection keeps the server busy.
+// Exchanges with one busy connection before the others are checked.
 constexpr int kExchangesInARow = 256;
 
 std::string ReadFile(const std::string& path) {
@@ -59,7 +59,7 @@ void Server::ExchangeWhileAlone() {
 void Server::Wait(int stop) {
   watched_.clear();
   Watch(stop, POLLIN);
-  // A negative descriptor is skipped by poll.
+  // poll ignores a negative descriptor.
   const bool listens = listener_ && connections_.size() < kMaxConnections && !listener_->PausedUntil();
   Watch(listens ? listener_->ipv4() : -1, POLLIN);
   Watch(listens ? listener_->ipv6() : -1, POLLIN);

@@ -17,15 +17,15 @@
 
 namespace kolvane::amplifier {
 
-/// One instrument behind all its connections. Listening starts with the constructor, answering with Run().
+/// One instrument with all its connections. The constructor starts listening, Run() starts answering.
 class Server {
  public:
-  /// Throws std::system_error when the port, the pty or a file cannot be opened.
+  /// Throws std::system_error if the port, the pty or a file cannot be opened.
   explicit Server(const Options& options);
 
   /// The port listened on; 0 without TCP.
   std::uint16_t Port() const { return listener_ ? listener_->Port() : std::uint16_t{0}; }
-  /// Serves until `stop` becomes readable (an eventfd, a signalfd, a pipe), which is noticed within some
+  /// Serves until `stop` (an eventfd, a signalfd, a pipe) becomes readable, which is noticed within a few
   /// milliseconds.
   void Run(int stop);
 
@@ -48,8 +48,8 @@ class Server {
   std::vector<pollfd> watched_;  // stop, two listeners, pty, connections
 };
 
-/// A server inside this process, for tests: ServerThread amplifier({.echo = true}), then connect to
-/// 127.0.0.1:Port(). It can be connected to once constructed; the destructor ends it.
+/// A server in this process, for tests: ServerThread amplifier({.echo = true}), then connect to
+/// 127.0.0.1:Port(). It accepts connections once constructed; the destructor stops it.
 class ServerThread {
  public:
   /// Without port and pty link it listens on a free port. Throws std::system_error as Server does.

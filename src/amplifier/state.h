@@ -33,7 +33,7 @@ struct ChannelSettings {
 
 enum class OperatingMode : std::uint8_t { kMeasure = 0, kCalibrationSignal = 1, kZeroSignal = 2 };
 
-/// Everything that SAVE keeps, LOAD brings back and *RST puts to its default.
+/// Everything that SAVE stores, LOAD restores and *RST resets.
 struct Settings {
   std::array<ChannelSettings, kChannels> channels;
   OperatingMode mode = OperatingMode::kMeasure;
@@ -42,13 +42,13 @@ struct Settings {
 
 Settings DefaultSettings();
 
-/// The transducer types and filter frequencies that a channel accepts; a filter of 0 is switched off.
+/// The transducer types and filter frequencies of a channel; a filter of 0 is off.
 inline constexpr std::array<std::string_view, 8> kSensors = {"FULL",  "HALF", "QUARTER", "LVDT",
                                                              "PT100", "TCK",  "U10V",    "I20MA"};
 inline constexpr std::array<double, 14> kFilters = {0,  0.1, 0.2, 0.5, 1,   2,   5,
                                                     10, 20,  50,  100, 200, 500, 1000};
 
-/// Why a command was refused; the numbers are those that ERR? answers.
+/// Why a command was refused; ERR? returns these numbers.
 enum class Refusal {
   kNone = 0,
   kUnknownCommand = 1,
@@ -58,20 +58,20 @@ enum class Refusal {
   kNotNow = 5,
 };
 
-/// A recording is a span of sample numbers, not a store: samples are worked out when they are asked for, with
-/// the settings of the moment it was started.
+/// A recording is a range of sample numbers without stored samples: they are computed on demand, with the
+/// settings at the start of the recording.
 struct Recording {
   Settings settings;
   std::size_t first_channel = 0;
   std::size_t channel_count = 0;
   std::int64_t first_index = 0;
   std::int64_t wanted = 0;
-  std::optional<std::int64_t> stopped_at;  // samples that were there when STP came
+  std::optional<std::int64_t> stopped_at;  // number of samples at STP
 };
 
 inline constexpr std::size_t kMemories = 4;
 
-/// What the instrument keeps between two commands.
+/// The instrument's state between two commands.
 struct State {
   const base::Clock& clock;
   std::uint64_t seed = 1;
@@ -84,7 +84,7 @@ struct State {
   std::int64_t memory_in_use = 0;  // 1-based, 0 = none
   Recording recording = {};
   Transmission transmission = {};
-  std::int64_t mute = 0;  // answers still to be kept back
+  std::int64_t mute = 0;  // answers still to be suppressed
   std::uint32_t blocks = 0;
   Refusal last_refusal = Refusal::kNone;
   bool went_local = false;  // since the last STAT?
@@ -93,13 +93,13 @@ struct State {
 /// Seconds since the instrument was started or restarted.
 double UpTime(const State& state);
 std::int64_t UpTimeMs(const State& state);
-/// The number of the newest sample at the present rate.
+/// The number of the newest sample at the current rate.
 std::int64_t NewestIndex(const State& state);
-/// Samples of each channel that the recording holds by now, and whether more are to come.
+/// Samples per channel recorded so far, and whether more are to come.
 std::int64_t RecordedCount(const State& state);
 bool RecordingRuns(const State& state);
 
-/// Everything but the memories as after the program's start.
+/// Resets everything except the memories to the state after the program's start.
 void Restart(State& state);
 
 }  // namespace kolvane::amplifier

@@ -65,7 +65,7 @@ void LineSplitter::SkipLfOfPair() {
   scanned_ = std::max(scanned_, begin_);
 }
 
-// What is already longer than a line may be is dropped, so that the buffer never fills up.
+// An unfinished line that is too long is dropped, so that the buffer never fills up.
 void LineSplitter::KeepUnfinished() {
   if (end_ - begin_ > kMaxLine) discarding_ = true;
   if (discarding_) begin_ = end_;

@@ -58,7 +58,7 @@ Refusal LastError(State& state, const Arguments&, Reply& reply) {
   return Refusal::kNone;
 }
 
-// remote, recording, overrange mask, limit mask, recorded samples
+// Fields: remote, recording, overrange mask, limit mask, recorded samples.
 Refusal Status(State& state, const Arguments&, Reply& reply) {
   std::int64_t overrange = 0;
   std::int64_t beyond_limit = 0;

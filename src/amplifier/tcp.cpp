@@ -50,7 +50,7 @@ base::Descriptor ListenOnIpv4(std::uint16_t& port) {
   return socket;
 }
 
-// It is not reported when this fails: the port was announced for IPv4.
+// A failure here is not reported: the port is announced for IPv4.
 base::Descriptor ListenOnIpv6(std::uint16_t port) {
   sockaddr_in6 address{};
   address.sin6_family = AF_INET6;
@@ -80,7 +80,7 @@ Transfer TcpStream::Send(std::string_view bytes) {
   return Transfer::Of(send(descriptor(), bytes.data(), bytes.size(), MSG_DONTWAIT | MSG_NOSIGNAL));
 }
 
-// Bytes left unread would turn the end of stream into a reset.
+// Unread bytes would turn the end of stream into a reset.
 bool TcpStream::EndOrderly() {
   shutdown(descriptor(), SHUT_WR);
   std::array<char, 4096> unread;

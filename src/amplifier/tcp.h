@@ -24,22 +24,22 @@ class TcpStream final : public Stream {
   base::Descriptor socket_;
 };
 
-/// Listens on 127.0.0.1 and, where the system has it, on ::1 at the same port.
+/// Listens on 127.0.0.1 and, if the system has IPv6, on ::1 at the same port.
 class TcpListener {
  public:
   using Clock = std::chrono::steady_clock;
 
-  /// Port 0 takes a free one. Throws std::system_error.
+  /// Port 0 selects a free one. Throws std::system_error.
   explicit TcpListener(std::uint16_t port);
 
   std::uint16_t Port() const { return port_; }
   int ipv4() const { return ipv4_.get(); }
   /// -1 without IPv6.
   int ipv6() const { return ipv6_.get(); }
-  /// A waiting connection of one of the two sockets, or none.
+  /// Accepts a waiting connection of one of the two sockets; empty if there is none.
   base::Descriptor Accept(int listening);
-  /// Until when the sockets are not to be watched: the system had no room for the connection last accepted,
-  /// which keeps waiting. Nothing once that is over.
+  /// How long not to watch the sockets, because the system had no resources for the last connection, which is
+  /// still waiting. Nothing once that time is over.
   std::optional<Clock::time_point> PausedUntil() const {
     return paused_until_ && *paused_until_ > Clock::now() ? paused_until_ : std::nullopt;
   }
