@@ -24,7 +24,7 @@ void SetTerminator(std::string& field, const std::optional<std::string>& bytes) 
 
 void ApplyConnectionOptions(const CommandRunOptions& options, device::ConnectionParameters& parameters) {
   Set(parameters.timeout_ms, options.TimeoutMs);
-  // Elsewhere the same fields mean something else: the mode of a parallel port, for one.
+  // For other ports the same fields mean something else, such as the mode of a parallel port.
   if (device::PageOfCode(parameters.port_code) != device::ParameterPage::kRs232) return;
   Set(parameters.baud, options.Baud);
   Set(parameters.parity, options.Parity);
@@ -36,7 +36,7 @@ void ApplyTerminalOptions(const CommandRunOptions& options, terminal::ReceiveCon
                           terminal::TerminalState& state) {
   if (options.TimeoutMs) controls.EditTimeout(std::to_string(*options.TimeoutMs));
   if (options.Count) controls.EditCount(std::to_string(*options.Count));
-  // The format chooses a mode of its own, so a mode that was asked for comes after it.
+  // Selecting the format selects a mode too, so a requested mode is set after it.
   if (options.Binary) controls.PickFormat(terminal::receive_format::kBinary);
   if (options.ReceiveMode) controls.PickMode(static_cast<int>(*options.ReceiveMode));
   SetTerminator(state.receive.send_terminator, options.SendTerminator);

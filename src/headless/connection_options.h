@@ -6,11 +6,11 @@
 
 namespace kolvane::headless {
 
-/// The parameters of the connection that `options` give go over those that are there; what belongs to serial
-/// lines does not change any other kind of port.
+/// Overwrites `parameters` with those set in `options`; the ones for serial lines are ignored for any other
+/// port kind.
 void ApplyConnectionOptions(const CommandRunOptions& options, device::ConnectionParameters& parameters);
 
-/// The same for receiving and sending; `controls` work on `state`.
+/// Does the same for the options of receiving and sending; `controls` must work on `state`.
 void ApplyTerminalOptions(const CommandRunOptions& options, terminal::ReceiveControls& controls,
                           terminal::TerminalState& state);
 

@@ -25,7 +25,7 @@ constexpr std::size_t kLine = static_cast<std::size_t>(inspect::kBytesPerLine);
 
 std::string Reason(int error) { return std::generic_category().message(error); }
 
-/// Standard output in pieces.
+/// Buffered standard output.
 class Out {
  public:
   explicit Out(int descriptor) : descriptor_(descriptor) {}
@@ -42,7 +42,7 @@ class Out {
 
   DecodeResult Result() {
     Flush();
-    // A reader that has seen enough is no failure worth a word.
+    // A reader that closes the pipe early is not a failure.
     if (error_ == 0 || error_ == EPIPE) return {};
     return {1, "cannot write: " + Reason(error_)};
   }
@@ -53,7 +53,7 @@ class Out {
   int error_ = 0;
 };
 
-/// A file or pipe, read in order. Before it waits for more, what was printed is shown.
+/// A file or pipe, read in order. Flushes the output before it waits for more input.
 class In {
  public:
   In(const std::string& name, Out& out) : name_(name), out_(out) {
@@ -75,7 +75,7 @@ class In {
     return std::string_view(buffer_).substr(begin_, taken_);
   }
 
-  /// False where the file ends before.
+  /// False if the file ends before.
   bool Skip(std::uint64_t bytes) {
     if (lseek(descriptor_, 0, SEEK_CUR) == 0 && bytes <= std::numeric_limits<off_t>::max()) {
       const off_t end = lseek(descriptor_, 0, SEEK_END);
@@ -86,7 +86,7 @@ class In {
     return Drop(bytes);
   }
 
-  /// Reads so many bytes for nobody; false where the file ends before.
+  /// Reads and discards `bytes` bytes; false if the file ends before.
   bool Drop(std::uint64_t bytes) {
     while (bytes > 0) {
       const std::size_t got = Take(static_cast<std::size_t>(std::min<std::uint64_t>(bytes, kPiece))).size();
@@ -119,11 +119,11 @@ class In {
   int descriptor_ = -1;
   int error_ = 0;
   std::string buffer_;
-  std::size_t begin_ = 0;  // of what has not been handed out before the last Take
-  std::size_t taken_ = 0;  // by that
+  std::size_t begin_ = 0;  // of the bytes returned by the last Take and those after
+  std::size_t taken_ = 0;  // size of the last Take
 };
 
-// In English, as all that is said about the command line itself.
+// In English, like all messages about the command line itself.
 std::string Wording(inspect::TemplateProblem::Kind kind) {
   using Kind = inspect::TemplateProblem::Kind;
   switch (kind) {
@@ -153,7 +153,7 @@ std::string ProblemLines(const std::string& file, const inspect::Template& parse
   return lines;
 }
 
-/// Prints one record after the other in the format that was asked for.
+/// Prints the records in the requested format.
 class Printer {
  public:
   Printer(const DecodeOptions& options, const inspect::Template& parsed, Out& out)
@@ -179,7 +179,7 @@ class Printer {
   }
 
  private:
-  // The records of a file are set apart by an empty line.
+  // Records are separated by an empty line.
   void PrintText(std::string_view record) {
     if (!first_) out_.text() += '\n';
     first_ = false;
@@ -194,7 +194,7 @@ class Printer {
     for (std::size_t i = 0; i < values.size(); ++i) {
       const std::string& name = table_.names()[i];
       if (const auto* whole = std::get_if<std::int64_t>(&values[i])) object[name] = *whole;
-      // NaN and infinities become null by themselves.
+      // NaN and infinities become null automatically.
       if (const auto* number = std::get_if<double>(&values[i])) object[name] = *number;
       if (const auto* text = std::get_if<std::string>(&values[i])) object[name] = *text;
     }
@@ -216,7 +216,7 @@ DecodeResult PrintRecords(const DecodeOptions& options, const inspect::Template&
   std::uint64_t done = 0;
   bool more = true;
   while (more && (!options.Repeat || done < *options.Repeat)) {
-    // A template sees no more of a record.
+    // A template evaluates at most this much of a record.
     const std::string_view record = in.Take(std::min(length, inspect::ByteBuffer{}.size()));
     if (in.error() != 0 || record.empty() || out.error() != 0) break;
     printer.Print(record);

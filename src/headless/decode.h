@@ -4,10 +4,10 @@
 
 namespace kolvane::headless {
 
-/// As DecodeFile, with the descriptors of standard output and standard error.
+/// Like DecodeFile, with the descriptors of standard output and standard error.
 DecodeResult Decode(const DecodeOptions& options, int out, int err);
 
-/// As DumpFile.
+/// Like DumpFile, with the descriptor of standard output.
 DecodeResult Dump(const std::string& file, int out);
 
 }  // namespace kolvane::headless

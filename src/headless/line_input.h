@@ -5,7 +5,7 @@
 
 namespace kolvane::headless {
 
-/// The lines that a descriptor brings, as they come. LF ends a line, a CR before it belongs to the end.
+/// Reads lines from a descriptor as they arrive. LF ends a line, a CR before it is part of the line end.
 class LineInput {
  public:
   static constexpr std::size_t kLongestLine = 1 << 20;
@@ -14,11 +14,11 @@ class LineInput {
 
   explicit LineInput(int descriptor) : descriptor_(descriptor) {}
 
-  /// The next line; what stands after the last LF is one, too. While none has come `give_up` is asked about
+  /// Reads the next line; bytes after the last LF are a line too. While waiting, `give_up` is called about
   /// every 50 ms.
   Result Next(std::string& line, const std::function<bool()>& give_up);
 
-  /// Whether Next has one without reading.
+  /// Whether Next can return a line without reading.
   bool HasLine();
 
   /// The errno of kFailed; EMSGSIZE for a line that is too long.
@@ -26,13 +26,13 @@ class LineInput {
 
  private:
   bool TakeLine(std::string& line);
-  /// False at the end, and where reading fails.
+  /// False at the end, or if reading fails.
   bool Read();
 
   int descriptor_;
   std::string bytes_;
   std::size_t begin_ = 0;
-  std::size_t scanned_ = 0;  // has no LF from begin_ to here
+  std::size_t scanned_ = 0;  // no LF from begin_ to here
   int error_ = 0;
 };
 

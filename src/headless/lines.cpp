@@ -19,7 +19,7 @@ constexpr std::size_t kMostUnwritten = 1 << 16;
 
 constexpr std::string_view kPlain = "\x1B[0m";
 
-// Names of colours, so that the user's own scheme holds.
+// Colour numbers, so that the user's own colour scheme applies.
 std::string_view ColorOf(LineKind kind) {
   switch (kind) {
     case LineKind::kError:
@@ -56,7 +56,7 @@ void LinePane::AppendText(LineKind kind, std::string_view text, int /*back*/) {
   Append(kind, text);
 }
 
-// The line that it is about stands first.
+// A remark follows the line that it belongs to.
 void LinePane::Remark(LineKind kind, std::string_view text) {
   if (!line_begun_) return messages_.Remark(kind, text);
   remark_ = text;

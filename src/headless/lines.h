@@ -11,44 +11,43 @@ namespace kolvane::headless {
 
 /// Which lines go to standard output, and how.
 struct LineChoice {
-  bool shown = true;    ///< false: nothing but messages and what WriteRecord is given
-  bool errors = true;   ///< what stands in the place of an answer that did not come, too
-  bool times = false;   ///< each line begins with its time, "2026-11-21 15:01:04.123 "
-  bool colors = false;  ///< failures and commands in colours, by escape sequences
-  /// Given, a line that follows another one within a millisecond is written later, by Flush, FlushDue or with
-  /// the next one: a write costs as much as reading a short answer. Null, and at a terminal: each at once.
+  bool shown = true;    ///< false: only messages and records of WriteRecord
+  bool errors = true;   ///< includes errors that replace an answer
+  bool times = false;   ///< each line starts with its time, "2026-11-21 15:01:04.123 "
+  bool colors = false;  ///< failures and commands in colour, by escape sequences
+  /// If set, a line less than a millisecond after another is written later, by Flush, FlushDue or with the
+  /// next: a write costs as much as reading a short answer. If null, and on a terminal: each at once.
   const base::Clock* clock = nullptr;
 };
 
 /// The output pane as lines of standard output, or of the host of `messages`: commands, answers and what
-/// stands in their place go there, all else to `messages`. A line is written, with its LF, once nothing can
-/// follow in it any more: as it came, control characters included, but visibly at a terminal, which would act
-/// on them.
+/// replaces them go there, everything else to `messages`. A line is written, with its LF, once it is
+/// complete: control characters are unchanged, but shown as text on a terminal, which would execute them.
 class LinePane final : public pane::Pane {
  public:
   LinePane(int descriptor, Messages& messages, LineChoice choice = {});
 
   void AppendLine(LineKind kind, std::string_view line) override;
-  /// An error is a message; other text goes on in the line in hand, for a host in one of its own.
+  /// An error becomes a message; other text continues the current line, for a host as a separate line.
   void AppendText(LineKind kind, std::string_view text, int back) override;
   void Clear() override {}
   void Remark(LineKind kind, std::string_view text) override;
   void Refresh() override {}
 
-  /// The exchange in hand is over: the line in hand is complete.
+  /// Ends the exchange: the current line is complete.
   void EndLine();
 
-  /// Writes the complete lines that are not written yet.
+  /// Writes all complete lines.
   void Flush();
-  /// The same where they have waited for a millisecond.
+  /// The same if they have waited for a millisecond.
   void FlushDue() {
     if (!unwritten_.empty() && IsDue()) Flush();
   }
 
-  /// Writes a line of its own, an answer's for a host.
+  /// Writes a separate line; for a host it is an answer.
   void WriteRecord(std::string_view record);
 
-  /// 0, or why standard output took no more; nothing is written from then on.
+  /// 0, or the errno of the failed write to standard output, after which nothing is written.
   int error() const { return error_; }
 
  private:
@@ -65,8 +64,8 @@ class LinePane final : public pane::Pane {
   std::string line_;
   bool line_begun_ = false;
   std::string unwritten_;  ///< complete lines
-  double written_ = -1;    ///< when, by the choice's clock
-  std::string remark_;     ///< belongs to the line in hand
+  double written_ = -1;    ///< time of the last write on the choice's clock
+  std::string remark_;     ///< belongs to the current line
   LineKind remark_kind_ = LineKind::kError;
   int error_ = 0;
 };

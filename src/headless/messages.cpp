@@ -8,7 +8,7 @@
 namespace kolvane::headless {
 namespace {
 
-// Line breaks become one space each, those at the ends go.
+// Inner line breaks become one space each, those at the ends are dropped.
 std::string OneLine(std::string_view text) {
   std::string line;
   bool broken = false;
@@ -75,7 +75,7 @@ void Messages::Show(LineKind kind, std::string_view text) {
   if (host_ != nullptr) return host_->Hand(kind, OneLine(text));
   if (before_) before_();
   const std::string line = "kolvane: " + OneLine(text) + "\n";
-  // Whoever closed standard error does not want to know.
+  // If standard error is closed, nothing is reported.
   (void)base::WriteAll(descriptor_, at_terminal_ ? WithVisibleControls(line) : line);
 }
 

@@ -11,11 +11,11 @@
 
 namespace kolvane::headless {
 
-/// `text` (UTF-8) with its control characters as <1B>, tab and line feed apart. A terminal would act on them.
+/// `text` (UTF-8) with control characters as <1B>, except tab and line feed. A terminal would execute them.
 std::string WithVisibleControls(std::string_view text);
 
-/// A host's function for the lines of a run, where it has one. The first exception out of it is kept: it ends
-/// the run and is thrown once everything has been closed.
+/// A host's function for the lines of a run, if any. The first exception that it throws is kept: it ends the
+/// run and is rethrown once everything has been closed.
 class HostLines {
  public:
   using Handler = std::function<void(LineKind, const std::string&)>;
@@ -27,7 +27,7 @@ class HostLines {
   void Hand(LineKind kind, const std::string& line);
 
   bool failed() const { return thrown_ != nullptr; }
-  /// Throws what the function has thrown.
+  /// Throws the exception of the function, if any.
   void Rethrow() const;
 
  private:
@@ -35,8 +35,8 @@ class HostLines {
   std::exception_ptr thrown_;
 };
 
-/// Standard error of a run without a window: what would be a message box is one line there, or one that is
-/// handed to `host`.
+/// Standard error of a run without a window: each message box becomes one line there, or a line passed to
+/// `host`.
 class Messages final : public base::Prompt {
  public:
   Messages(int descriptor, bool verbose, HostLines* host = nullptr);
@@ -44,20 +44,20 @@ class Messages final : public base::Prompt {
   void ShowError(std::string_view text) override { Show(LineKind::kError, text); }
   void ShowFailure(std::string_view text, std::string_view words) override;
   void ShowMessage(std::string_view text) override { ShowError(text); }
-  /// A line that belongs to one on standard output: a host has got that one, and notices that are told anyway
-  /// are not repeated.
+  /// A remark on a line of standard output. Skipped for a host, which has received that line; a notice is
+  /// also skipped if Tell shows it anyway.
   void Remark(LineKind kind, std::string_view text) {
     if (host_ == nullptr && !(kind == LineKind::kNotice && verbose_)) ShowError(text);
   }
-  /// What is worth telling only to who asked for it.
+  /// Only shown if the user asked for verbose output.
   void Tell(std::string_view text) {
     if (verbose_) Show(LineKind::kNotice, text);
   }
 
-  /// Called before each line, so that what was said earlier on standard output stands before it.
+  /// `step` is called before each line, to write pending output first.
   void Precede(std::function<void()> step) { before_ = std::move(step); }
 
-  /// Null where the lines go to standard output and standard error.
+  /// Null if the lines go to standard output and standard error.
   HostLines* host() const { return host_; }
 
  private:

@@ -43,7 +43,7 @@ std::string NameOf(const AttachedPort& port) {
   return {};
 }
 
-// A node or a serial number may hold what would be read as another name.
+// A node or a serial number may contain text that parses as a different name.
 bool LeadsThere(const std::string& name, const AttachedPort& port) {
   if (port.kind == Kind::kGpib || port.kind == Kind::kParallel) return true;
   const auto result = device::ParseResourceName(name);
@@ -63,7 +63,7 @@ std::string DescriptionOf(const AttachedPort& port) {
   return port.description;
 }
 
-// A named library is the one that would open a USB instrument, so it says which there are.
+// A named library is the one that would open a USB instrument, so its scan is used.
 std::vector<device::UsbInstrument> UsbOfNamedLibrary(const std::string& library_folder) {
   Messages messages(STDERR_FILENO, false);
   device::LazyPortLibrary source(library_folder);

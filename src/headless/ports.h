@@ -8,11 +8,10 @@
 
 namespace kolvane::headless {
 
-/// The port as the user chooses it: by its RESOURCE name, and with a word on how to get one where it has
-/// none.
+/// The port for the user: with its RESOURCE name or, if it has none, with a hint how to get one.
 Port PortEntry(const device::AttachedPort& port);
 
-/// What can be connected to. What a named port library fails with is reported on standard error.
+/// All ports to connect to. Failures of a named port library are reported on standard error.
 std::vector<Port> Ports(const std::string& library_folder);
 
 }  // namespace kolvane::headless

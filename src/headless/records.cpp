@@ -11,9 +11,9 @@ namespace kolvane::headless {
 namespace {
 
 constexpr char kSeparator = ',';
-constexpr std::int32_t kNoStatus = -1;  // a failure that no call reported: an answer of no bytes
+constexpr std::int32_t kNoStatus = -1;  // a failure that no call reported: an empty answer
 
-// What was read for this exchange, or what stands in the answer's place.
+// The answer read in this exchange, or an empty one.
 const terminal::LastAnswer& AnswerOf(const terminal::ExchangeResult& result,
                                      const terminal::LastAnswer& last) {
   static const terminal::LastAnswer none;
@@ -40,7 +40,7 @@ std::string JsonRecord(const values::Moment& moment, std::string_view command, s
   record["answer"] = answer.text;
   record["fields"] = FieldsOf(answer, status == 0, row);
   if (!answer.bytes.empty()) record["bytes"] = base::Base64(answer.bytes);
-  // An argument of the command line may be no UTF-8.
+  // A command line argument may not be valid UTF-8.
   return record.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
 }
 

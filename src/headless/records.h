@@ -14,14 +14,14 @@
 
 namespace kolvane::headless {
 
-/// Writes a record for each exchange, in CSV or JSON (docs/formats/answers.md), whatever $SILENT says.
+/// Writes a record for each exchange, in CSV or JSON (docs/formats/answers.md), even with $SILENT.
 class RecordWriter final : public terminal::ExchangeListener {
  public:
-  /// All of it outlives this object.
+  /// All references must outlive this object.
   RecordWriter(const CommandRunOptions& options, const device::DeviceState& device,
                const terminal::LastAnswer& answer, const base::Clock& clock, LinePane& pane);
 
-  /// Writes what stands before all records.
+  /// Writes the header before the first record.
   void Begin();
   void ExchangeEnded(std::string_view command, const terminal::ExchangeResult& result) override;
 

@@ -16,7 +16,7 @@
 namespace kolvane::headless {
 namespace {
 
-// In English, as all that is said about the command line itself.
+// In English, like all messages about the command line itself.
 std::string Reason(const script::FileResult& result) {
   if (result.problem == script::FileResult::Problem::kLineTooLong)
     return "a line is too long for a command file";
@@ -49,7 +49,7 @@ bool List::Load(const std::string& file) {
 
 namespace {
 
-// Makes the passes of a run, each when it is due, until one returns false or a stop is asked for.
+// Makes the passes of a run, each when it is due, until one returns false or a stop is requested.
 template <typename Pass>
 void MakePasses(Terminal& terminal, Pass pass) {
   const CommandRunOptions& options = terminal.options();
@@ -121,12 +121,12 @@ CommandRunStatus RunList(const RunSetup& setup, const std::string& file) {
 
 namespace {
 
-/// Sends commands one after the other and keeps how that went.
+/// Sends commands one by one and keeps the overall result.
 class CommandSender {
  public:
   explicit CommandSender(Terminal& terminal) : terminal_(terminal) {}
 
-  /// False where the run ends before this command or with it.
+  /// False if the run ends before or with this command.
   bool Send(std::string_view command) {
     if (terminal_.StopDue() || !IsSendable(command)) return false;
     all_done_ &= !terminal_.core().exchange.Run(command, terminal::Sender::kList).Failed();
@@ -142,7 +142,7 @@ class CommandSender {
   }
 
  private:
-  // The device would take it for another command; as in a list, that ends the run.
+  // The device would receive a different command; as in a list, that ends the run.
   bool IsSendable(std::string_view command) {
     if (terminal_.options().Utf8) return true;
     const std::string_view outside = base::OutsideWindows1252(command);

@@ -11,20 +11,20 @@
 
 namespace kolvane::headless {
 
-/// A command list that runs in a terminal without a window.
+/// A command list run in a terminal without a window.
 class List final : private script::RunHost, private base::Prompt {
  public:
   List(Terminal& terminal, RunState& state);
 
-  /// False, and the user has been told, where `file` cannot be read or a stop was asked for meanwhile.
+  /// False, after a message to the user, if `file` cannot be read or a stop was requested.
   [[nodiscard]] bool Load(const std::string& file);
 
   /// Runs the list on the open connection, as often as the options say.
   CommandRunStatus Play();
-  /// The same, once.
+  /// Runs the list once.
   CommandRunStatus PlayOnce();
-  /// Runs rows that the user has just entered: loops and conditions, and what else a row has set, stay as
-  /// they are, and what is wrong with a single row is said without its number.
+  /// Runs rows entered in the shell: loops, conditions and everything else that rows have set are kept, and
+  /// an error in a single row is reported without its number.
   CommandRunStatus PlayRows(const std::vector<std::string>& rows);
 
  private:
@@ -42,13 +42,13 @@ class List final : private script::RunHost, private base::Prompt {
 /// Connects, plays the command file and disconnects.
 CommandRunStatus RunList(const RunSetup& setup, const std::string& file);
 
-/// Connects, sends each command (of an empty one only the terminator) and disconnects.
+/// Connects, sends each command (for an empty one only the terminator) and disconnects.
 CommandRunStatus SendAll(const RunSetup& setup, const std::vector<std::string>& commands);
 
-/// The same for the lines of the descriptor `input`, as they come.
+/// The same for the lines of the descriptor `input`, as they arrive.
 CommandRunStatus SendInput(const RunSetup& setup, int input);
 
-/// Why commands can no longer be read.
+/// Message for a failure to read commands.
 std::string CannotReadInput(int error);
 
 /// Checks command files without running them.

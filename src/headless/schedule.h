@@ -7,18 +7,18 @@
 
 namespace kolvane::headless {
 
-/// When the passes of a run start: the first at once, each further one at a multiple of the period after
-/// that, so that nothing adds up. Without a period each starts when the one before has ended.
+/// Start times of the passes of a run: the first at once, each further one at a multiple of the period after
+/// that, so that delays do not add up. Without a period each starts when the previous one has ended.
 class Schedule {
  public:
   using Clock = std::chrono::steady_clock;
 
-  /// Without `passes` there is one, with a period no end of them.
+  /// Without `passes` there is one pass, or with a period no limit.
   Schedule(std::optional<std::int32_t> passes, std::optional<std::int32_t> period_ms,
            Clock::time_point start);
 
-  /// When the next pass starts; nothing after the last one. Starts that have gone by meanwhile are skipped
-  /// and are no passes.
+  /// The start of the next pass; nothing after the last one. Missed starts are skipped and do not count as
+  /// passes.
   std::optional<Clock::time_point> Next(Clock::time_point now);
 
  private:
@@ -30,8 +30,8 @@ class Schedule {
 
 enum class WaitEnd { kReadable, kDue, kGivenUp };
 
-/// Waits until `descriptor` is readable (negative: none) or it is `due`. `give_up` is asked about every 50 ms
-/// and when a signal has come; it is not asked where there is nothing to wait for.
+/// Waits until `descriptor` is readable (negative: none) or `due`. Calls `give_up` about every 50 ms and
+/// after a signal, but not if there is no need to wait.
 WaitEnd WaitFor(int descriptor, std::optional<Schedule::Clock::time_point> due,
                 const std::function<bool()>& give_up);
 

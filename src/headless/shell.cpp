@@ -16,10 +16,10 @@ namespace {
 
 constexpr const char* kGoesOn = "... ";
 
-// The first word of a row in upper case.
+// The first word of a row, in upper case.
 std::string WordOf(std::string_view row) { return base::UpperCase(row.substr(0, row.find_first_of(" ,"))); }
 
-// How a row changes the number of loops and conditions that are open.
+// How a row changes the number of open loops and conditions.
 int DepthOf(const std::string& word) {
   if (word == "$REPEAT" || word.starts_with("$IF")) return 1;
   return word == "$ENDREPEAT" || word == "$ENDIF" ? -1 : 0;
@@ -31,7 +31,7 @@ std::string WithoutQuotes(std::string_view text) {
   return std::string(text);
 }
 
-/// Lines from standard input, for a conversation without a user.
+/// Lines from standard input, for a shell without a user.
 class PlainInput {
  public:
   explicit PlainInput(Terminal& terminal) : terminal_(terminal) {}
@@ -64,7 +64,7 @@ class Shell {
         Take(line);
       }
     }
-    // As a list does that ends with a loop or condition open.
+    // Like a list that ends with an open loop or condition.
     if (!host_.ReadLine && rows_.open() && !terminal_.StopDue())
       Note(List(terminal_, state_).PlayRows(rows_.Finish()));
     if (terminal_.StopDue()) return CommandRunStatus::kStopped;
@@ -112,7 +112,7 @@ std::vector<std::string> ShellRows::Take(std::string_view row) {
   if (row.empty()) return {};
   rows_.emplace_back(row);
   depth_ += DepthOf(WordOf(row));
-  // More would never fit into a list.
+  // A list has no room for more rows.
   if (depth_ > 0 && rows_.size() <= script::kListRows) return {};
   return Finish();
 }

@@ -10,13 +10,14 @@
 
 namespace kolvane::headless {
 
-/// Puts together rows that belong together.
+/// Collects rows that belong together.
 class ShellRows {
  public:
-  /// Takes a row; the rows to carry out, none while a loop or condition is open and a list has room for more.
+  /// Adds a row. Returns the rows to execute; none while a loop or condition is open and a list has room for
+  /// more.
   std::vector<std::string> Take(std::string_view row);
   bool open() const { return !rows_.empty(); }
-  /// What was taken, its end or not.
+  /// Returns the rows added so far, complete or not.
   std::vector<std::string> Finish();
 
  private:
@@ -24,13 +25,13 @@ class ShellRows {
   int depth_ = 0;
 };
 
-/// What the prompt calls the connection: "localhost:5025", "/dev/ttyUSB0", "GPIB 4".
+/// The connection's name in the prompt: "localhost:5025", "/dev/ttyUSB0", "GPIB 4".
 std::string ConnectionName(const device::ConnectionParameters& connection);
 
-/// As kolvane::RunShell.
+/// Implements kolvane::RunShell.
 CommandRunStatus RunShell(const RunSetup& setup, const ShellHost& host);
 
-/// As kolvane::ShellCompletions.
+/// Implements kolvane::ShellCompletions.
 std::vector<std::string> CompleteShellLine(std::string_view typed);
 
 }  // namespace kolvane::headless

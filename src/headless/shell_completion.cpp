@@ -17,7 +17,7 @@ bool BeginsWith(std::string_view text, std::string_view begin) {
   return text.size() >= begin.size() && base::EqualsNoCase(text.substr(0, begin.size()), begin);
 }
 
-// Folders end with "/"; what is hidden is offered only where that was asked for.
+// Folders end with "/"; hidden files are offered only if the typed name starts with ".".
 std::vector<std::string> Files(std::string_view typed) {
   const std::size_t slash = typed.rfind('/');
   const std::string_view folder = typed.substr(0, slash == typed.npos ? 0 : slash + 1);

@@ -14,7 +14,7 @@
 namespace kolvane::headless {
 namespace {
 
-// The end comes by lack of memory, too, and then each step is made as far as it goes.
+// The destructor may also run out of memory; each step is then done as far as possible.
 template <typename Step>
 void Attempt(Step step) {
   try {
@@ -23,7 +23,7 @@ void Attempt(Step step) {
   }
 }
 
-// As the user knows it: what stands in the status bar, or the kind and its node.
+// The port for the user: the description in the status bar, or the kind and its node.
 std::string PortOf(const device::ConnectionParameters& connection) {
   const std::string node = device::PortNode(connection.port_code);
   if (node.empty()) return device::ConnectionDescription(connection);
@@ -97,7 +97,7 @@ bool Terminal::StopDue() {
     stopped_ = true;
   } else if (pane_.error() != 0) {
     stopped_ = true;
-    // A reader that has seen enough is no failure worth a word.
+    // A reader that closes the pipe early is not a failure.
     if (pane_.error() != EPIPE) messages_.ShowError(texts::OutputNotWritten(pane_.error()));
   } else if (StopRequested()) {
     stopped_ = true;
@@ -126,7 +126,7 @@ bool Terminal::AcceptsConnection() {
   return false;
 }
 
-// What has come is seen before what is still waited for.
+// Shows the output so far before waiting for more.
 bool Terminal::Waiting(device::Operation /*operation*/, double /*seconds*/) {
   EndLines();
   return !StopRequested() && !GivenUp();

@@ -18,7 +18,7 @@
 
 namespace kolvane::headless {
 
-/// What a run works on.
+/// The state that a run works on.
 struct RunState {
   device::DeviceState device;
   device::ConnectionParameters connection;
@@ -26,46 +26,46 @@ struct RunState {
   script::ScriptState script;
 };
 
-/// What a run is made of besides: options, lines and state outlive it.
+/// The rest of a run: options, lines and state must outlive it.
 struct RunSetup {
   const CommandRunOptions& options;
   HostLines& host;
   RunState& state;
-  std::string library_folder;        ///< where the port library lies unless another one is named
-  Transcript* transcript = nullptr;  ///< open, outlives the run
-  /// Outlives it, too; true gives up what is under way, and the list that runs, but not the run.
+  std::string library_folder;        ///< folder of the port library unless another one is named
+  Transcript* transcript = nullptr;  ///< open, must outlive the run
+  /// Must outlive the run too; true gives up the current operation and the running list, but not the run.
   const std::function<bool()>* give_up = nullptr;
   bool colors = false;  ///< failures and commands on standard output
 };
 
-/// A terminal whose front end is standard output and standard error, or a host's function. Nothing can be
-/// sent through a serial port that was closed again, because the modem refused, say; here that is a
-/// connection that failed.
+/// A terminal with standard output and standard error, or a host's function, as front end. A serial port that
+/// was closed again, for example because the modem refused, cannot be used for sending; it counts as a failed
+/// connection here.
 class Terminal final : private terminal::ConnectionView, private terminal::ReceiveControlsView {
  public:
-  /// The state holds the connection and the stored terminal settings; the options go over the latter.
+  /// The state holds the connection and the stored terminal settings, which the options override.
   explicit Terminal(const RunSetup& setup);
-  /// Closes the log first and the connection then.
+  /// Closes the log first, then the connection.
   ~Terminal() override;
   Terminal(const Terminal&) = delete;
   Terminal& operator=(const Terminal&) = delete;
 
-  /// Connects, and opens the log once that has succeeded.
+  /// Connects and, if that succeeded, opens the log.
   [[nodiscard]] bool Connect();
 
-  /// Whether the run is to end after the exchange in hand; the user has been told why then.
+  /// Whether the run ends after the current exchange; if so, the user has been told why.
   bool StopDue();
-  /// Whether connecting again after a loss was in vain.
+  /// Whether reconnecting after a loss has failed.
   bool ConnectionGone() const { return core_.connect.lost() && !state_.device.connected; }
 
-  /// Whether what was under way since Resume has been given up.
+  /// Whether the user has given up since Resume.
   bool GivenUp();
   void Resume() { given_up_ = false; }
 
-  /// What the last StopDue said.
+  /// The last result of StopDue.
   bool stopped() const { return stopped_; }
 
-  /// What has come is seen: to be called before anything is waited for that does not call Waiting.
+  /// Shows the output so far; to be called before any wait that does not call Waiting.
   void EndLines();
 
   const CommandRunOptions& options() const { return options_; }
@@ -95,7 +95,7 @@ class Terminal final : private terminal::ConnectionView, private terminal::Recei
   std::optional<RecordedSource> recorded_;
   terminal::TerminalCore core_;
   RecordWriter records_;
-  std::string modem_word_;  ///< the last one while dialling
+  std::string modem_word_;  ///< the last one during dialling
   const std::function<bool()>* give_up_;
   bool stopped_ = false;
   bool given_up_ = false;

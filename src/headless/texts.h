@@ -8,17 +8,17 @@ namespace kolvane::headless::texts {
 
 inline constexpr const char* kRunStopped = "Der Ablauf wurde abgebrochen.";
 
-/// Follows the failure to connect.
+/// Appended to the failure to connect.
 inline std::string ModemSaid(const std::string& word) {
   return ", letzte Antwort des Modems: „" + word + "“";
 }
 
-/// Follows the failure to connect where no --connect was given.
+/// Appended to the failure to connect if there was no --connect.
 inline std::string StoredTried(const std::string& port) {
   return "Versucht wurde die gespeicherte Verbindung: " + port + ". --connect nennt eine andere.";
 }
 
-/// Of a dial.
+/// During dialling.
 inline std::string ModemRefused(const std::string& word) { return "Das Modem antwortet „" + word + "“."; }
 
 inline std::string OutputNotWritten(int error) {

@@ -77,13 +77,13 @@ std::int32_t RecordedPort::OpenPort(std::int16_t port, std::int32_t baud, const 
 std::int32_t RecordedPort::WritePort(const std::string& text) {
   const Transcript::Moment before = transcript_.Now();
   const std::int32_t status = library_.WritePort(text);
-  // The library takes a text that NUL ends.
+  // For the library a NUL ends the text.
   if (status >= 0) Write(Transcript::Way::kOut, text.substr(0, text.find('\0')), before);
   return Checked(status);
 }
 
-// The library strips a lone terminator and does not say how many bytes came. In a buffer full of that very
-// byte what came ends with the first one, whoever wrote it.
+// The library strips a lone terminator and does not return the number of bytes. So the buffer is filled with
+// the terminator beforehand: the answer ends with the first one, whoever wrote it.
 std::int32_t RecordedPort::ReadPort(char* buffer, std::int32_t count, std::int16_t terminator) {
   const auto size = static_cast<std::size_t>(std::max(count, 0));
   const char last = static_cast<char>(terminator);
@@ -97,7 +97,7 @@ std::int32_t RecordedPort::ReadPort(char* buffer, std::int32_t count, std::int16
   const bool pair = last == '\n' && found > 0 && found < size && buffer_[found - 1] == '\r';
   std::copy_n(buffer_.begin(), pair ? found + 1 : found, buffer);
   received_.append(buffer_, 0, std::min(found + 1, size));
-  // An answer that is read byte by byte is one line.
+  // An answer read byte by byte becomes one line.
   if (count != 1 || library_.BytesWaiting() <= 0) WriteReceived();
   return status;
 }

@@ -12,8 +12,8 @@
 
 namespace kolvane::headless {
 
-/// A file that takes a line for each transfer of a connection, docs/formats/transcript.md. Each line is
-/// appended whole by one write, as soon as it is known.
+/// A file with a line for each transfer of a connection, docs/formats/transcript.md. Each line is appended by
+/// a single write as soon as it is complete.
 class Transcript {
  public:
   enum class Way { kOpen, kOut, kIn, kClose };
@@ -23,15 +23,15 @@ class Transcript {
     std::int64_t time_ms = 0;
   };
 
-  /// Makes the file where there is none. Returns 0 or an errno. Without `times` two transcripts of the same
-  /// exchanges are the same.
+  /// Creates the file if it does not exist. Returns 0 or an errno. Without `times` the transcripts of
+  /// identical exchanges are identical.
   [[nodiscard]] int Open(const std::string& file, bool times);
   const std::string& file() const { return name_; }
 
   Moment Now() const { return {clock_.Seconds(), base::WallClockMs()}; }
 
-  /// Returns 0 or an errno, after which nothing is written any more. `status`: why a connection was closed
-  /// that the terminal has not closed, else 0.
+  /// Returns 0 or an errno, after which nothing more is written. `status`: why the connection ended if the
+  /// terminal did not close it, else 0.
   [[nodiscard]] int Write(Way way, std::string_view bytes, const Moment& moment, std::int32_t status = 0);
 
  private:
@@ -41,11 +41,11 @@ class Transcript {
   bool times_ = true;
 };
 
-/// A port library that notes in a transcript what goes through it. Bytes that the library throws away, when
-/// it flushes or closes, are read before.
+/// A port library that records its transfers in a transcript. Bytes that the library would discard on a flush
+/// or close are read first.
 class RecordedPort final : public device::PortLibrary {
  public:
-  /// `prompt` is told once when the transcript cannot be written.
+  /// `prompt` shows one message if the transcript cannot be written.
   RecordedPort(device::PortLibrary& library, Transcript& transcript, base::Prompt& prompt)
       : library_(library), transcript_(transcript), prompt_(prompt) {}
 
@@ -88,12 +88,12 @@ class RecordedPort final : public device::PortLibrary {
   }
 
  private:
-  /// Reads what waits; how many bytes that were.
+  /// Reads all waiting bytes and returns their number.
   std::int32_t Drain();
   void WriteReceived();
   void Write(Transcript::Way way, std::string_view bytes, const Transcript::Moment& moment,
              std::int32_t status = 0);
-  /// The status of a transfer: notes the end where the connection is lost.
+  /// Returns the status of a transfer; if the connection is lost, records the end.
   std::int32_t Checked(std::int32_t status);
   void NoteClosed(std::int32_t status);
 
@@ -102,10 +102,10 @@ class RecordedPort final : public device::PortLibrary {
   base::Prompt& prompt_;
   bool open_ = false;
   std::string buffer_;
-  std::string received_;  // bytes that came one by one and are not written yet
+  std::string received_;  // bytes received one by one and not yet written
 };
 
-/// The libraries of another source, recorded.
+/// Wraps the libraries of another source for recording.
 class RecordedSource final : public device::PortLibrarySource {
  public:
   RecordedSource(device::PortLibrarySource& source, Transcript& transcript, base::Prompt& prompt)
