@@ -14,14 +14,14 @@
 
 namespace kolvane::script {
 
-/// How reading or writing a command file ended.
+/// Outcome of reading or writing a command file.
 struct [[nodiscard]] FileResult {
   enum class Problem {
     kNone,
     kCannotRead,   ///< `error` says why
-    kLineTooLong,  ///< the file is no command file
+    kLineTooLong,  ///< not a command file
     kListRunning,  ///< a list is not replaced while it runs
-    kCannotWrite   ///< `error` says why; the old file is still there
+    kCannotWrite   ///< `error` says why; the old file is kept
   };
 
   Problem problem = Problem::kNone;
@@ -31,8 +31,8 @@ struct [[nodiscard]] FileResult {
   bool ok() const { return problem == Problem::kNone; }
 };
 
-/// Cuts a stream of bytes, or a text, into lines. CR LF, LF and a single CR end a line each; a line end at
-/// the very end does not begin another line.
+/// Splits a stream of bytes into lines. CR LF, LF and a single CR each end a line; a line end at the very end
+/// does not start another line.
 class LineSplitter {
  public:
   using Sink = std::function<void(std::string_view line)>;
@@ -40,7 +40,7 @@ class LineSplitter {
   explicit LineSplitter(Sink sink) : sink_(std::move(sink)) {}
 
   void Feed(std::string_view bytes);
-  /// Hands over the last line where it has no end.
+  /// Passes on the last line if it has no line end.
   void Finish();
 
   /// Length of the line that has not yet ended.
@@ -58,11 +58,11 @@ class LineSplitter {
 
 inline constexpr std::size_t kLineLimit = 1 << 20;  ///< bytes of one line
 
-/// How long a pipe may bring nothing before it is given up, while nobody can stop the wait.
+/// How long a pipe may deliver nothing before reading is given up, if nobody can cancel the wait.
 inline constexpr int kQuietMs = 5000;
 
-/// Shows the file `name`, which may be a pipe, in `list`, which keeps what it held where that fails. Lines
-/// beyond the last row are counted in CommandList::left_out().
+/// Loads the file `name`, which may be a pipe, into `list`; on failure the list is unchanged. Lines beyond
+/// the last row are counted in CommandList::left_out().
 FileResult LoadCommandFile(
     CommandList& list, const std::string& name,
     const base::GiveUp& give_up = [](int waited_ms) { return waited_ms >= kQuietMs; });
@@ -70,14 +70,14 @@ FileResult LoadCommandFile(
 /// The rows with characters that a command file writes as '?'.
 std::vector<int> RowsOutsideCodePage(const CommandList& list);
 
-/// Writes all rows of `list` into the file `name`, or leaves the file as it was.
+/// Writes all rows of `list` to the file `name`; on failure the file is unchanged.
 FileResult WriteCommandFile(const CommandList& list, const std::string& name);
 
 /// Makes `name` an empty file.
 FileResult WriteEmptyFile(const std::string& name);
 
-/// The file dialogs of the command list; nothing where the user cancelled. They start beside `in_hand`, the
-/// list's own file, which may be empty; that for saving proposes its name.
+/// The file dialogs of the command list; no value if the user cancelled. They start in the folder of
+/// `in_hand`, the list's own file, which may be empty; the save dialog proposes its name.
 class CommandFileDialogs {
  public:
   virtual ~CommandFileDialogs() = default;
@@ -91,15 +91,15 @@ class CommandFileMenu {
   CommandFileMenu(CommandList& list, CommandFileDialogs& dialogs, base::Prompt& prompt)
       : list_(list), dialogs_(dialogs), prompt_(prompt) {}
 
-  // Nothing happens while a run is in progress, except that Save saves.
+  // During a run only Save does anything.
 
   void New();
   void Open();
   void OpenFile(const std::string& name);
-  /// A list without a name asks for one, for this once. Characters that the file cannot hold are reported
-  /// first.
+  /// If the list has no name, asks for one, for this save only. Characters that the file cannot hold are
+  /// reported first.
   void Save();
-  /// Empties the chosen file and takes its name over; the rows follow with the next Save.
+  /// Empties the chosen file and adopts its name; the rows are written by the next Save.
   void SaveAs();
 
  private:

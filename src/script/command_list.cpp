@@ -72,7 +72,7 @@ bool CommandList::ClearCommandScriptGrid() { return ShowFile({}, {}, 0); }
 
 bool CommandList::ShowFile(std::string name, std::vector<std::string> rows, std::size_t left_out) {
   if (InUse()) return false;
-  // Of a list that nobody has touched there is nothing to bring back.
+  // An untouched list leaves nothing to restore.
   if (LastUsedRow() > 0 || !file_.name.empty() || done_.Top() != nullptr) Push(Whole());
   Show({std::move(name), left_out}, std::move(rows), false);
   return true;

@@ -16,7 +16,7 @@ namespace kolvane::script {
 
 using base::Color;
 
-/// How a row's cell stands out.
+/// How a row's cell is highlighted.
 struct Highlight {
   Color back = 0;
   Color fore = 0;
@@ -30,34 +30,34 @@ inline constexpr Highlight kErrorRow = {0xFF, 0xFFFFFF, true};      ///< white o
 namespace syntax_color {
 inline constexpr Color kSpecialCommand = 0xFF0000;  ///< the row begins with "$"
 inline constexpr Color kComment = 0x008000;         ///< with "'"
-inline constexpr Color kColon = 0x0000FF;  ///< with ":"; a label, which ends in one, looks like a command
+inline constexpr Color kColon = 0x0000FF;  ///< with ":"; a label, which ends in ":", has a command's colour
 }  // namespace syntax_color
 
-/// Which file a list belongs to.
+/// The file that a list belongs to.
 struct ListFile {
   std::string name;          ///< as the user gave it; empty: none yet
   std::size_t left_out = 0;  ///< lines of the file beyond the last row
 };
 
-/// What an edit, or another list, has taken the place of.
+/// What an edit or a newly loaded list has replaced.
 struct ListStep {
   int first = 1;
-  std::vector<std::string> texts;  ///< of the rows from `first` on; all others are empty where `file` is set
+  std::vector<std::string> texts;  ///< of the rows from `first` on; if `file` is set, all others are empty
   bool modified = false;
   std::optional<ListFile> file;  ///< set for a whole list
 };
 
-/// The last steps that can be gone back, or forth again; newest on top.
+/// The last steps that can be undone, or redone; newest on top.
 class ListSteps {
  public:
   static constexpr std::size_t kLimit = 100;
 
-  /// The oldest step makes room for the one past the limit.
+  /// Beyond the limit the oldest step is dropped.
   void Push(ListStep step) {
     steps_.push_back(std::move(step));
     if (steps_.size() > kLimit) steps_.pop_front();
   }
-  /// There must be one.
+  /// There must be at least one step.
   ListStep Pop() {
     ListStep step = std::move(steps_.back());
     steps_.pop_back();
@@ -66,8 +66,7 @@ class ListSteps {
   const ListStep* Top() const { return steps_.empty() ? nullptr : &steps_.back(); }
   void Clear() { steps_.clear(); }
 
-  /// A file has taken what the list holds now: every other state of it, this side of another list, is
-  /// modified.
+  /// The file has changed: every step above the topmost whole-list step becomes modified.
   void MarkModified() {
     for (auto step = steps_.rbegin(); step != steps_.rend() && !step->file; ++step) step->modified = true;
   }
@@ -78,8 +77,8 @@ class ListSteps {
 
 inline constexpr int kListRows = 1024;
 
-/// Told what to show again. The running row moves through these calls up to millions of times a second, so
-/// whoever paints only notes what has changed.
+/// Notified of what to show again. During a run the calls come up to millions of times a second, so an
+/// observer that paints should only note what has changed.
 class CommandListObserver {
  public:
   virtual ~CommandListObserver() = default;
@@ -90,16 +89,16 @@ class CommandListObserver {
   virtual void FileChanged() = 0;
 };
 
-/// The command list that the grid CommandScript shows: kListRows rows of UTF-8 text, numbered from 1. A row
-/// outside of them has an empty text and no look, and changing it does nothing.
+/// The command list shown by the grid CommandScript: kListRows rows of UTF-8 text, numbered from 1. A row
+/// outside this range has an empty text and no highlight; changing it does nothing.
 class CommandList {
  public:
-  /// `run` says whether a run is in progress; without it none ever is.
+  /// `run` says whether a run is in progress; without it there never is one.
   explicit CommandList(const RunFlags* run = nullptr) : run_(run), rows_(kListRows) {}
   CommandList(const CommandList&) = delete;
   CommandList& operator=(const CommandList&) = delete;
 
-  /// One observer at most; null takes it away.
+  /// One observer at most; null removes it.
   void Observe(CommandListObserver* observer) { observer_ = observer; }
 
   const std::string& Text(int row) const { return At(row).text; }
@@ -108,58 +107,57 @@ class CommandList {
   /// Null for a row that is not highlighted.
   const Highlight* HighlightOf(int row) const { return At(row).highlighted ? &At(row).highlight : nullptr; }
 
-  /// A row is one line: what follows a line break in `text` is left out. An edit takes the row's highlight
-  /// away unless a run is in progress. One step of undo.
+  /// A row is one line: `text` is cut at its first line break. An edit removes the row's highlight unless a
+  /// run is in progress. One undo step.
   void SetText(int row, std::string_view text);
-  /// The same for the rows from `first` on, as one step of undo.
+  /// As SetText, for the rows from `first` on, in one undo step.
   void SetTexts(int first, const std::vector<std::string>& texts);
-  /// Takes the last edit back, or brings back the list that New or Open has replaced, with its name. Returns
-  /// the first row of what changed, 0 where there was nothing to take back. During a run the list itself is
-  /// not replaced.
+  /// Undoes the last edit, or restores the list that New or Open has replaced, with its name. Returns the
+  /// first row changed, 0 if there was nothing to undo. During a run the list itself is not replaced.
   int Undo() { return GoTo(done_, undone_); }
-  /// Takes the last Undo back; an edit since then ends that.
+  /// Reverts the last Undo; not possible after a further edit.
   int Redo() { return GoTo(undone_, done_); }
   /// The last row whose text is not empty, 0 in an empty list.
   int LastUsedRow() const;
 
-  /// Puts `command` after the last row that holds text and makes that row current (not during a run, whose
-  /// position it is). Returns false where the list is full.
+  /// Appends `command` after the last used row and makes its row current (except during a run, whose position
+  /// it is). Returns false if the list is full.
   bool AddToScript(std::string_view command);
-  /// Empties list and file name, as one step of undo; false, and nothing done, while a run is in progress.
+  /// Empties list and file name, in one undo step; returns false and does nothing during a run.
   bool ClearCommandScriptGrid();
-  /// What a file held, `rows` at most kListRows, in place of everything, as one step of undo; false while a
-  /// run is in progress.
+  /// Replaces everything with a file's content, at most kListRows `rows`, in one undo step; returns false and
+  /// does nothing during a run.
   bool ShowFile(std::string name, std::vector<std::string> rows, std::size_t left_out);
 
-  /// Gives a row's text the colour of its kind.
+  /// Sets a row's colour according to its kind.
   void SyntaxColorLine(int row);
-  /// Takes the highlight away and restores the colour.
+  /// Removes the highlight and restores the colour.
   void ClearLineSelection(int row);
   void HighlightLine(int row, Color back, Color fore, bool bold);
-  /// FONTCOLOR, the colour of rows of no special kind.
+  /// FONTCOLOR, the colour of rows without a colour of their kind.
   void SetDefaultTextColor(Color color);
   Color default_text_color() const { return default_color_; }
 
-  /// 0 before a run's first row, kListRows + 1 past the end; what lies outside is brought to these.
+  /// 0 before a run's first row, kListRows + 1 past the end; SetCurrentRow clamps to this range.
   int current_row() const { return current_row_; }
   void SetCurrentRow(int row);
 
   const std::string& file_name() const { return file_.name; }
   std::size_t left_out() const { return file_.left_out; }
   bool modified() const { return modified_; }
-  /// Another number after each change of rows, file name or modified flag.
+  /// Incremented by each change of rows, file name or modified flag.
   std::uint64_t revision() const { return revision_; }
-  /// The list goes by the name of a file that is empty yet.
+  /// Sets the name of a file that is still empty.
   void SetFileName(std::string name);
-  /// The file holds what the list holds.
+  /// The file now holds what the list holds.
   void MarkSaved();
   /// No file holds what the list holds.
   void MarkModified();
 
-  /// Runs stop before a row with a breakpoint. It stays with its number, whatever text comes there.
+  /// Runs stop before a row with a breakpoint. The breakpoint belongs to the row's number, not to its text.
   bool HasBreakpoint(int row) const { return IsRow(row) && At(row).breakpoint; }
   void ToggleBreakpoint(int row);
-  /// Why the row is marked as erroneous; empty for any other.
+  /// The error of the row marked as failed; empty for any other row.
   std::string_view ErrorOf(int row) const;
   void NoteError(int row, std::string_view error);
 

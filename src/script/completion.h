@@ -8,15 +8,15 @@
 
 namespace kolvane::script {
 
-/// How a row that is being typed could go on.
+/// A possible continuation of a row being typed.
 struct Completion {
   std::string row;    ///< the whole row
-  std::string shown;  ///< the same with what its argument is, for a list to choose from
+  std::string shown;  ///< the same followed by its argument's name, for display
   bool operator==(const Completion&) const = default;
 };
 
-/// For `typed`, the begin of a row: the $ words, after $GOTO the labels of `list`, after others the words
-/// that they take. None where `typed` is complete.
+/// Completes `typed`, the start of a row: with the $ words, after $GOTO the labels of `list`, after others
+/// the words that they take. Empty if `typed` is complete.
 std::vector<Completion> Completions(std::string_view typed, const CommandList& list);
 
 }  // namespace kolvane::script

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::string_view kDone;
 
-/// ON and OFF in any case; any other word changes nothing.
+/// Applies ON or OFF in any case; any other word changes nothing.
 void Switch(bool& flag, std::string_view word) {
   if (base::EqualsNoCase(word, "ON")) flag = true;
   if (base::EqualsNoCase(word, "OFF")) flag = false;
@@ -110,7 +110,7 @@ std::string_view Interpreter::IfError(const SpecialLine& /*line*/) {
   return Condition(links_.terminal.last_answer.text.starts_with('?') || links_.device.last_result < 0);
 }
 
-// Texts, not numbers, are compared, and the argument stands on the left.
+// Compared as texts, not as numbers; the argument is the left operand.
 std::string_view Interpreter::IfEqual(const SpecialLine& line) {
   return Condition(line.Argument() == links_.state.interpreter.ParamValue);
 }
@@ -129,7 +129,7 @@ std::string_view Interpreter::Condition(bool holds) {
   return kDone;
 }
 
-// The runner closes the condition: it must do so while rows are being skipped, too.
+// The runner closes the condition, because it must do so in skipped rows too.
 std::string_view Interpreter::EndIf(const SpecialLine& /*line*/) { return kDone; }
 
 std::string_view Interpreter::GoTo(const SpecialLine& line) {

@@ -9,12 +9,12 @@
 
 namespace kolvane::script {
 
-/// How an error in a command list comes to the user's notice and ends the run.
+/// Reports an error in a command list and ends the run.
 class ListErrors {
  public:
   ListErrors(CommandList& list, base::Prompt& prompt) : list_(list), prompt_(prompt) {}
 
-  /// Shows `error` with the number of the current row, marks that row and makes the last row current.
+  /// Shows `error` with the number of the current row, highlights that row and makes the last row current.
   void Report(std::string_view error);
 
  private:
@@ -22,24 +22,24 @@ class ListErrors {
   base::Prompt& prompt_;
 };
 
-/// Carries out the rows that begin with "$". It steers a run only by the list's current row and by its state.
+/// Executes the rows that begin with "$". It controls a run only by the list's current row and its state.
 class Interpreter {
  public:
   Interpreter(CommandList& list, ListErrors& errors, const ScriptLinks& links)
       : list_(list), errors_(errors), links_(links) {}
 
-  /// Carries out `line`, the row that is current. Returns false where that ended in an error, which has been
-  /// reported then; what the command had changed before it failed stays changed.
+  /// Executes `line`, the current row. Returns false if it ended in an error, which has been reported then;
+  /// changes made before the error stay.
   bool RunSpecialCommand(std::string_view line);
 
   /// Whether every character can be sent.
   bool SpeaksUtf8() const { return links_.device.utf8; }
 
-  /// What rows have chosen for the rest of their run holds no longer.
+  /// Resets what rows have set for the rest of their run.
   void EndOfRun() { links_.terminal.answers_of_run.reset(); }
 
  private:
-  /// Returns the error's text, empty for none.
+  /// Returns the error's text, empty if there is none.
   using Action = std::string_view (Interpreter::*)(const SpecialLine&);
   struct Command {
     SpecialCommand special;

@@ -11,7 +11,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-// Leaves the first `room` lines; returns how many of the others hold text.
+// Keeps the first `room` lines; returns how many of the others hold text.
 int CutTo(Texts& lines, int room) {
   const auto end = lines.begin() + std::min(static_cast<int>(lines.size()), room);
   const auto left_out = std::count_if(end, lines.end(), [](const auto& line) { return !line.empty(); });

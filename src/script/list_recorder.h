@@ -8,18 +8,18 @@
 
 namespace kolvane::script {
 
-/// The button TB_RECORD and what it records: the commands sent by hand, into the list.
+/// The button TB_RECORD: while it is down, commands sent by hand are recorded into the list.
 class ListRecorder final : public terminal::CommandRecorder {
  public:
   ListRecorder(CommandList& list, RecordButton& button, base::Prompt& prompt)
       : list_(list), button_(button), prompt_(prompt) {}
 
-  /// TB_RECORD pressed.
+  /// TB_RECORD was pressed.
   void Toggle();
   const RecordButton& button() const { return button_; }
 
   bool Recording() const override { return button_.tag == 1; }
-  /// A command that finds no row is reported.
+  /// Reports a command for which the list has no room.
   void AddToScript(std::string_view command) override;
 
  private:

@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::string_view kEndIf = "$ENDIF";
 
-/// Calls `action` at the end of the scope, however that is left.
+/// Calls `action` at the end of the scope, however it is left.
 template <typename Action>
 class ScopeExit {
  public:
@@ -46,13 +46,13 @@ void Runner::PlayFromHere() {
 
 void Runner::PlayFrom(int first) {
   if (running() || aborted_) return;
-  // Locking may fail half-way for want of memory.
+  // Locking may fail half-way if memory runs out.
   const ScopeExit unlock([this] { links_.host.LockGUI(false); });
   links_.host.LockGUI(true);
   links_.state.run.StopRequested = false;
   links_.state.run.BreakRequested = false;
   const ScopeExit reset([this] { stop_before_ = 0; });
-  // Whoever goes on is in the same run.
+  // Continuing later belongs to the same run.
   if (first == 1) interpreter_.EndOfRun();
   Run(0, first);
   if (list_.current_row() > kListRows || links_.state.run.StopRequested) interpreter_.EndOfRun();
@@ -166,7 +166,7 @@ bool Runner::ExecuteLine() {
   return done;
 }
 
-// A device would take another command for it: "MEAS:RES 5 Ω" would arrive as a query.
+// The device would receive another command: "MEAS:RES 5 Ω" would arrive as a query.
 bool Runner::SendLine() {
   const std::string_view outside =
       interpreter_.SpeaksUtf8() ? std::string_view() : base::OutsideWindows1252(line_);

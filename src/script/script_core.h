@@ -8,8 +8,8 @@
 
 namespace kolvane::script {
 
-/// A command list, empty, with all that runs and records it, ready for use. What `links` refers to must
-/// outlive this.
+/// An empty command list with everything that runs and records it, ready for use. What `links` refers to must
+/// outlive this object.
 struct ScriptCore {
   explicit ScriptCore(const ScriptLinks& links)
       : list(&links.state.run),

@@ -15,16 +15,16 @@ namespace kolvane::script {
 class RunHost {
  public:
   virtual ~RunHost() = default;
-  /// Locks (true) or unlocks whatever would disturb a run.
+  /// Locks (true) or unlocks the controls that would disturb a run.
   virtual void LockGUI(bool flag) = 0;
-  /// Called once the run has come to a row, before that is carried out.
+  /// Called when the run has reached a row, before executing it.
   virtual void RowStarts() {}
-  /// Called after each row of a run: the time to process events, or to look whether a stop was asked for. The
-  /// implementer decides how often that is worth while.
+  /// Called after each row of a run, to process events or to check for a stop request. The implementation
+  /// decides how often to do so.
   virtual void Yield() = 0;
 };
 
-/// What a command list works on when it runs. All of it outlives the list.
+/// What a command list uses while it runs. All of it must outlive the list.
 struct ScriptLinks {
   ScriptState& state;
   terminal::TerminalState& terminal;

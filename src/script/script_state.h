@@ -9,23 +9,23 @@ namespace kolvane::script {
 
 inline constexpr int kLevels = 17;  ///< $REPEAT levels 0 to 16; a list's first block is level 1
 
-/// What the $ commands leave for the rows after them, across runs.
+/// What the $ commands leave for later rows and later runs.
 struct InterpreterState {
-  std::int16_t RepeatLevel = 0;                     ///< open $REPEAT blocks; -1 after an $ENDREPEAT too many
+  std::int16_t RepeatLevel = 0;                     ///< open $REPEAT blocks; -1 after one $ENDREPEAT too many
   std::array<std::int32_t, kLevels> RepeatCount{};  ///< passes left, by level
   std::array<std::int16_t, kLevels> RepeatRow{};    ///< row of the $REPEAT, by level
   std::int16_t IfDepth = 0;                         ///< $IF... executed and not yet closed
   bool SkipRows = false;                            ///< the rows of a failed condition are skipped
   std::vector<std::string> ParamList;               ///< empty only before the first $SPLITPARAMS
   std::string ParamValue;                           ///< what $GETPARAM selected
-  bool ReadFailed = false;                          ///< a $READ brought no answer; of the row in hand
+  bool ReadFailed = false;                          ///< a $READ in the current row got no answer
 };
 
-/// What the buttons ask of a run, and whether one is on.
+/// What the buttons request of a run, and whether one is in progress.
 struct RunFlags {
   bool StopRequested = false;
   bool BreakRequested = false;
-  std::int16_t ScriptRunning = 0;  ///< not 0 from a run's start to its end
+  std::int16_t ScriptRunning = 0;  ///< not 0 during a run
 };
 
 /// The button TB_RECORD.
@@ -37,7 +37,7 @@ struct RecordButton {
   int image = kOffImage;
 };
 
-/// The command list's slice of the process-wide record.
+/// The command list's part of the process-wide record.
 struct ScriptState {
   InterpreterState interpreter;
   RunFlags run;

@@ -32,7 +32,7 @@ enum class SpecialCommand {
   kAnswers
 };
 
-/// What a command's one argument is.
+/// The kind of a command's one argument.
 enum class ArgumentKind {
   kNone,
   kNumber,
@@ -76,7 +76,7 @@ inline constexpr SpecialWord kSpecialWords[] = {
     {"$ANSWERS", SpecialCommand::kAnswers, ArgumentKind::kWhichAnswers},
 };
 
-/// The command of this word, in upper case; null for none.
+/// The command for `word`, which is in upper case; null if there is none.
 constexpr const SpecialWord* FindSpecialWord(std::string_view word) {
   for (const SpecialWord& special : kSpecialWords) {
     if (special.word == word) return &special;
@@ -84,8 +84,8 @@ constexpr const SpecialWord* FindSpecialWord(std::string_view word) {
   return nullptr;
 }
 
-/// Adds `step` to a counter; throws RuntimeError kOverflow, the counter as it was, where its type is too
-/// small.
+/// Adds `step` to a counter; if its type is too small, throws RuntimeError kOverflow and leaves the counter
+/// unchanged.
 template <typename Counter>
 void AddChecked(Counter& counter, Counter step) {
   Counter sum;
@@ -94,7 +94,7 @@ void AddChecked(Counter& counter, Counter step) {
   counter = sum;
 }
 
-/// The element at `index`; throws RuntimeError kSubscript where there is none.
+/// The element at `index`; throws RuntimeError kSubscript if there is none.
 template <typename Element, std::size_t size>
 Element& At(std::array<Element, size>& array, int index) {
   if (index < 0 || static_cast<std::size_t>(index) >= size)
@@ -102,23 +102,23 @@ Element& At(std::array<Element, size>& array, int index) {
   return array[static_cast<std::size_t>(index)];
 }
 
-/// A row that begins with "$", taken apart. The line is cut at each comma and its first piece at each single
-/// space; word 0 is the command, word 1 the one argument, all the rest is not used.
+/// A row that begins with "$", split into words: the line is cut at each comma and its first piece at each
+/// single space; word 0 is the command, word 1 its only argument, the rest is ignored.
 class SpecialLine {
  public:
-  /// `line` must outlive this.
+  /// `line` must outlive this object.
   explicit SpecialLine(std::string_view line);
 
-  /// The word that names the command, in upper case; empty for one longer than any command's.
+  /// The command word in upper case; empty if it is longer than any command.
   std::string_view Command() const { return {command_, command_size_}; }
 
   bool HasArgument() const { return has_argument_; }
-  /// Empty where two spaces come before it. Throws RuntimeError kSubscript where there is none.
+  /// Empty if two spaces precede it. Throws RuntimeError kSubscript if there is none.
   std::string_view Argument() const;
-  /// The number at the argument's start, 0 where none stands there.
+  /// The number at the argument's start, 0 if there is none.
   double Number() const;
-  /// The argument without the quotes that enclose it: where it begins with one, its first and last character
-  /// are stripped, whatever the last one is.
+  /// The argument without enclosing quotes: if it begins with a quote, its first and last character are
+  /// stripped, whatever the last one is.
   std::string_view Unquoted() const;
 
  private:

@@ -22,7 +22,7 @@ inline constexpr std::string_view kListFull =
 inline constexpr std::string_view kNoRoomForARow =
     "Die Befehlsliste ist voll. Es wurde keine Zeile eingefügt.";
 
-/// `count` is that of the lines that found no row.
+/// `count` is the number of lines that did not fit.
 inline std::string NotPasted(int count) {
   return "Die Befehlsliste ist voll. Nicht eingefügte Zeilen: " + std::to_string(count);
 }
@@ -37,7 +37,7 @@ inline std::string ErrorInRow(int row, std::string_view error) {
   return "Fehler in Befehlsliste (Zeile " + std::to_string(row) + "): " + std::string(error);
 }
 
-/// Of a character that is being typed.
+/// For a character that is not in the device's code page.
 inline std::string NotInCodePage(std::string_view character) {
   return "Das Zeichen „" + std::string(character) + "“ kann weder gesendet noch gespeichert werden";
 }
@@ -46,16 +46,16 @@ inline std::string NotInCodePage(std::string_view character) {
 /// `character` is the first of them.
 std::string NotInFile(const std::vector<int>& rows, std::string_view character);
 
-/// For the second status bar; an empty name is that of a new list.
+/// For the second status bar; an empty name means a new list.
 std::string ListStatus(std::string_view file_name, std::size_t left_out);
 
-/// Offers a list that a window has left unsaved: the name of its file, which may be empty, when it was kept,
-/// how many rows it has and how many such lists follow.
+/// Offers a list that a window has left unsaved: the name of its file, which may be empty, the time of the
+/// copy, how many rows it has and how many such lists follow.
 std::string LeftList(std::string_view file_name, std::string_view when, std::size_t rows, std::size_t more);
 inline constexpr std::string_view kRestore = "Wiederherstellen";
 inline constexpr std::string_view kDiscard = "Verwerfen";
 
-/// For a message box; empty for a result that is none.
+/// For a message box; empty if the result is no failure.
 std::string FileFailure(const FileResult& result);
 
 }  // namespace kolvane::script::texts

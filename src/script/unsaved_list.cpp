@@ -22,8 +22,8 @@ namespace fs = std::filesystem;
 constexpr char kPrefix[] = "list-";
 constexpr std::chrono::milliseconds kAtOnce{0};
 
-// A folder that is seen before its owner has locked it would pass for one without an owner, so both are
-// done under the lock of the folder around it.
+// A folder found before its owner has locked it would look abandoned, so it is created and locked under the
+// lock of its parent folder.
 std::optional<CopyFolder> MakeFolder(const std::string& folder) {
   std::error_code failure;
   fs::create_directories(folder, failure);
@@ -34,14 +34,14 @@ std::optional<CopyFolder> MakeFolder(const std::string& folder) {
   return made;
 }
 
-// The name of a file with a line break in it is given up.
+// The full path; empty if it contains a line break, because the copy holds it in one line.
 std::string FullName(const std::string& name) {
   std::error_code failure;
   const fs::path full = name.empty() ? fs::path() : fs::absolute(name, failure);
   return full.string().find_first_of("\r\n") == std::string::npos ? full.string() : std::string();
 }
 
-// Nothing where the file cannot be read, an empty text where there is none.
+// No value if the file cannot be read, an empty text if it does not exist.
 std::optional<std::string> ReadText(const std::string& file, std::time_t& saved_at) {
   struct stat about {};
   std::string bytes;
@@ -97,7 +97,7 @@ bool UnsavedCopy::Write(const CommandList& list) {
   for (int row = 1; row <= list.LastUsedRow(); ++row) bytes += list.Text(row) + '\n';
   const int error = base::ReplaceFile(own_->File(), bytes);
   if (error == 0) written_ = list.revision();
-  if (error == ENOENT) own_.reset();  // somebody has taken the folder away: the next copy makes another
+  if (error == ENOENT) own_.reset();  // the folder was removed: the next copy creates another
   return error == 0;
 }
 

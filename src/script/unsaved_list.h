@@ -15,23 +15,23 @@
 /// Copies of lists that no command file holds, see docs/formats/unsaved-list.md.
 namespace kolvane::script {
 
-/// A window's own folder for its copy, which no other window takes while this lives.
+/// A window's own folder for its copy; no other window takes it while this object exists.
 struct CopyFolder {
   std::string path;
   std::unique_ptr<base::FolderLock> lock;
 
   std::string File() const { return path + "/list"; }
-  /// Takes the folder away with what it holds.
+  /// Removes the folder and its content.
   void Remove() const;
 };
 
-/// Keeps the copy of one list up to date. It stays when this goes; a failure leaves the one before.
+/// Keeps the copy of one list up to date. The copy outlives this object; on failure the old copy stays.
 class UnsavedCopy {
  public:
-  /// `folder` holds the copies of all windows and is made when it is needed; empty: no copy is kept.
+  /// `folder` holds the copies of all windows and is created when needed; empty: no copy is kept.
   explicit UnsavedCopy(std::string folder) : folder_(std::move(folder)) {}
 
-  /// Writes a list that is modified, takes the copy of any other away; false where it could not be written.
+  /// Writes a modified list, removes the copy of any other; returns false if writing failed.
   bool Update(const CommandList& list);
 
  private:
@@ -42,7 +42,7 @@ class UnsavedCopy {
   std::uint64_t written_ = 0;  ///< the list's revision
 };
 
-/// A copy whose window is gone. While this lives no other window is offered it.
+/// A copy whose window no longer exists. While this object exists, no other window is offered the copy.
 class LeftCopy {
  public:
   LeftCopy(CopyFolder folder, std::string name, std::vector<std::string> rows, std::time_t saved_at)
@@ -52,7 +52,7 @@ class LeftCopy {
   std::size_t size() const { return rows_.size(); }
   std::time_t saved_at() const { return saved_at_; }
 
-  /// Puts the rows, which count as modified, and the name into `list`; false while a run is in progress.
+  /// Loads rows and name into `list`, marked as modified; returns false during a run.
   bool Restore(CommandList& list) const;
   void Remove() const { folder_.Remove(); }
 
@@ -65,7 +65,7 @@ class LeftCopy {
 
 inline constexpr std::size_t kLeftCopiesKept = 5;
 
-/// What other windows have left in `folder`, newest first; older ones are removed.
+/// The copies that other windows have left in `folder`, newest first; those beyond the limit are removed.
 std::vector<LeftCopy> LeftCopies(const std::string& folder);
 
 }  // namespace kolvane::script

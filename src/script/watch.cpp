@@ -11,7 +11,7 @@ namespace {
 
 std::string YesOrNo(bool value) { return value ? "ja" : "nein"; }
 
-/// How often a $REPEAT's block runs by its row; 0 where another row stands there by now.
+/// How often a $REPEAT's block runs, by its row; 0 if the row is no longer a $REPEAT.
 std::int64_t Passes(const std::string& row) {
   const SpecialLine line(base::TrimBlanks(row));
   if (line.Command() != "$REPEAT" || !line.HasArgument()) return 0;
@@ -19,7 +19,7 @@ std::int64_t Passes(const std::string& row) {
   return count ? std::max<std::int64_t>(*count, 0) + 1 : 0;
 }
 
-/// "3 von 10" of the loop that is open at `level`.
+/// "3 von 10" for the loop open at `level`.
 std::string PassOf(const CommandList& list, const InterpreterState& state, std::size_t level) {
   const std::int64_t passes = Passes(list.Text(state.RepeatRow[level]));
   const std::int64_t pass = passes - state.RepeatCount[level];
@@ -27,7 +27,7 @@ std::string PassOf(const CommandList& list, const InterpreterState& state, std::
   return std::to_string(pass) + " von " + std::to_string(passes);
 }
 
-/// How much of the outermost loop has been done, 0 to 1; 0 where a loop's passes are not known.
+/// How much of the outermost loop is done, 0 to 1; 0 if a loop's passes are unknown.
 double ShareDone(const CommandList& list, const InterpreterState& state) {
   double share = 0;
   for (std::int16_t level = state.RepeatLevel; level >= 1; --level) {
@@ -40,7 +40,7 @@ double ShareDone(const CommandList& list, const InterpreterState& state) {
   return share;
 }
 
-/// "1:05" of 65 seconds.
+/// "1:05" for 65 seconds.
 std::string Minutes(double seconds) {
   const auto whole = static_cast<long>(seconds);
   const std::string rest = std::to_string(whole % 60);

@@ -9,14 +9,14 @@
 
 namespace kolvane::script {
 
-/// One line of what a run is in the middle of, with what belongs to it. Texts are German, UTF-8.
+/// One line of a run's state, with the lines below it. Texts are German, UTF-8.
 struct WatchItem {
   std::string name;
   std::string value;
   std::vector<WatchItem> children = {};
 };
 
-/// What a run works with besides the interpreter's state.
+/// What a run uses besides the interpreter's state.
 struct WatchedSession {
   std::vector<std::string> fields;  ///< of the last answer
   std::int32_t last_result = 0;
@@ -28,12 +28,12 @@ struct WatchedSession {
 std::vector<WatchItem> WatchItems(const CommandList& list, const InterpreterState& state,
                                   const WatchedSession& session);
 
-/// What an earlier run has left open and the next one starts with; empty where that is nothing. `recording`:
+/// What an earlier run has left open and the next one starts with; empty if that is nothing. `recording`:
 /// $AUTOLOG has switched the log's recording on.
 std::string LeftOver(const InterpreterState& state, bool silent, bool recording);
 
-/// How far a run has come. Once a second has gone by in its outermost loop, and while the passes of all open
-/// loops are known, that includes how long this loop will still take if it goes on like that.
+/// Progress of a run. After one second in its outermost loop, and while the passes of all open loops are
+/// known, this includes an estimate of the loop's remaining time.
 class RunProgress {
  public:
   /// "Zeile 12 von 240, Schleife 3 von 10, 0:42, noch etwa 1:38"; `seconds` since the start of the run.
@@ -44,7 +44,7 @@ class RunProgress {
 
   int loop_row_ = 0;       // of the outermost loop; 0: none is open
   double loop_start_ = 0;  // seconds
-  double share_then_ = 0;  // of the loop, when it was first seen
+  double share_then_ = 0;  // done of the loop when first seen
 };
 
 }  // namespace kolvane::script

@@ -48,7 +48,7 @@ bool MayEndNothing(const StateSet& run) {
   return false;
 }
 
-/// The row of the innermost open $REPEAT; 0 where it can be one or another.
+/// The row of the innermost open $REPEAT; 0 if it can be more than one.
 int InnermostLoop(const StateSet& run) {
   int loop = 0;
   for (int level = 0; level < kLevels; ++level) {
@@ -86,7 +86,7 @@ class LoopCheck {
     if (list_.pairs.PartnerOf(row) == 0) Add(row, FindingKind::kHint, std::string(texts::kLoopWithoutEnd));
   }
 
-  // After a loop that is too deep to open, the ends of those around it come one too early.
+  // After a loop that is too deep to open, the ends of the loops around it come one too early.
   void CheckEnd(int row) {
     const Refusal refusal = list_.flow.At(row).refusal;
     const int loop = list_.pairs.PartnerOf(row);

@@ -8,17 +8,17 @@
 
 namespace kolvane::script::checker {
 
-/// Which rows begin and end a loop or a condition by the list's text, whatever a run makes of them.
+/// Which rows start and end a loop or a condition by the list's text, whatever path a run takes.
 class BlockPairs {
  public:
   explicit BlockPairs(const std::vector<FlowStep>& steps);
 
-  /// The other end of the loop or condition that begins or ends at `row`; 0 for none.
+  /// The other end of the loop or condition that starts or ends at `row`; 0 for none.
   int PartnerOf(int row) const { return At(row).partner; }
-  /// The first row of the innermost loop or condition around `row`, one with both ends; 0 for none.
+  /// The first row of the innermost loop or condition around `row` that has both ends; 0 for none.
   int LoopAround(int row) const { return At(row).loop; }
   int ConditionAround(int row) const { return At(row).condition; }
-  /// Whether `row` is inside the loop or condition that begins at `first`.
+  /// Whether `row` is inside the loop or condition that starts at `first`.
   bool Holds(int first, int row) const { return first < row && row < PartnerOf(first); }
 
  private:
@@ -32,10 +32,10 @@ class BlockPairs {
   void Pair(const std::vector<FlowStep>& steps, FlowOp begin, FlowOp end);
   void Nest(const std::vector<FlowStep>& steps, FlowOp begin, FlowOp end, int Row::*around);
 
-  std::vector<Row> rows_;  // by row, the first one unused
+  std::vector<Row> rows_;  // by row; element 0 is unused
 };
 
-/// A whole list with what is known of its paths; rows are numbered from 1.
+/// A whole list with its analysed paths; rows are numbered from 1.
 struct CheckedList {
   const std::vector<RowParts>& parts;
   const std::vector<FlowStep>& steps;

@@ -5,7 +5,7 @@
 namespace kolvane::script::checker::texts {
 namespace {
 
-constexpr std::size_t kLongest = 48;  // bytes of a word that is quoted
+constexpr std::size_t kLongest = 48;  // bytes of a quoted word
 
 std::string Quoted(std::string_view text) {
   std::string shown(base::IsUtf8(text) ? base::Utf8Prefix(text, kLongest) : "?");

@@ -6,8 +6,8 @@
 
 #include "script/checker/row_words.h"
 
-/// Every text that the checker of command lists says. Words of the list stand in them shortened and without
-/// control characters.
+/// Every text of the command list checker. Words quoted from the list are shortened, and their control
+/// characters replaced.
 namespace kolvane::script::checker::texts {
 
 // Words and arguments

@@ -46,7 +46,7 @@ void CheckParametersAndLog(const CheckedList& list, std::vector<Finding>& findin
   }
 }
 
-// Rows that no run can execute. A label is there to be jumped to; the row itself need not be executed.
+// Reports rows that no run can execute, except labels: a jump target itself need not be executed.
 void CheckReached(const CheckedList& list, std::vector<Finding>& findings) {
   const std::vector<bool> targets = Targets(list);
   int first = 0;
@@ -94,7 +94,7 @@ void CheckPaths(const CheckedList& list, Findings& findings) {
   CheckReached(list, findings);
 }
 
-/// In a row that no run can execute an error is a hint. Any other error hides the hints of its row.
+/// An error in a row that no run can execute becomes a hint. In any other row the first error hides the rest.
 void Settle(const CheckedList& list, Findings& findings) {
   for (Finding& finding : findings)
     if (!list.IsReached(finding.row)) finding.kind = FindingKind::kHint;

@@ -22,7 +22,7 @@ struct Finding {
   FindingKind kind = FindingKind::kHint;
   std::string text = {};
   std::string replacement = {};  ///< proposed text for the row; empty: none
-  int other_row = 0;             ///< the row that it has to do with; 0: none
+  int other_row = 0;             ///< a related row; 0: none
 };
 
 /// "Fehler: ..." or "Hinweis: ...".
@@ -30,10 +30,10 @@ std::string FindingLine(const Finding& finding);
 
 enum class LogAtStart { kClosed, kOpen, kUnknown };
 
-/// The state that a run starts in. The default is a fresh program's, except that a log may be open: by --log
-/// or by hand. An unknown log counts as closed for $OPENLOG and as perhaps closed for $WRITELOG.
+/// The state that a run starts in. The default is a newly started program's, except that a log may be open
+/// (by --log or by hand). An unknown log counts as closed for $OPENLOG and as perhaps closed for $WRITELOG.
 struct RunStart {
-  /// What earlier runs have left.
+  /// The state left by earlier runs.
   static RunStart Of(const InterpreterState& state, LogAtStart log);
 
   LogAtStart log = LogAtStart::kUnknown;
@@ -57,13 +57,13 @@ inline RunStart RunStart::Of(const InterpreterState& state, LogAtStart log) {
 
 /// Checks a list that runs from row 1; findings are sorted by row, errors first. A run that executes a row
 /// with an error is refused there. A run is refused only in rows with a finding, except for a $GETPARAM
-/// beyond the fields that the answer has. Log files are assumed to open and to take what is written.
+/// beyond the answer's fields. Log files are assumed to open and to be writable.
 std::vector<Finding> CheckList(const std::vector<std::string_view>& rows, const RunStart& start = {});
 
-/// The same for the rows of `list`.
+/// Checks the rows of `list`.
 std::vector<Finding> CheckList(const CommandList& list, const RunStart& start = {});
 
-/// How deep each row of `list` is inside loops and conditions, by the text only; the first one is row 1's.
+/// The nesting depth of each row in loops and conditions, by its text only; element 0 is row 1's.
 std::vector<int> Indents(const CommandList& list);
 
 }  // namespace kolvane::script::checker

@@ -18,7 +18,7 @@ std::string WithoutSpaces(std::string text) {
 
 bool IsLabel(std::string_view text) { return base::TrimBlanksRight(text).ends_with(':'); }
 
-/// Among short labels any two differ by little, but for a comment mark or a second ":".
+/// Short labels differ by little anyway, so for them only a comment mark or a second ":" counts.
 bool IsSimilar(std::string_view target, std::string_view label) {
   constexpr std::size_t kShort = 3;
   if (!DifferByOneLetter(target, label)) return false;

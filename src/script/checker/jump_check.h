@@ -16,14 +16,14 @@ namespace kolvane::script::checker {
 /// The rows of a list that $GOTO can find: those that end in ":". Rows are numbered from 1.
 class LabelTable {
  public:
-  /// `rows` must outlive this.
+  /// `rows` must outlive this object.
   explicit LabelTable(const std::vector<std::string_view>& rows);
 
   /// The row that $GOTO finds for `target`, a label and its ":"; 0 for none.
   int Find(std::string_view target) const;
   /// The next row with the text of `row`, which must be a label; 0 for none.
   int Twin(int row) const;
-  /// The first row that equals `target` but for spaces.
+  /// The first row that equals `target` apart from spaces.
   int FindWithSpaces(std::string_view target) const;
   /// The first row that is probably a misspelled `target`.
   int FindSimilar(std::string_view target) const;
@@ -46,7 +46,7 @@ class LabelTable {
 int FindTarget(int row, const RowParts& parts, std::string_view label, const LabelTable& labels,
                std::vector<Finding>& findings);
 
-/// Reports labels that no jump finds since an earlier row has the same text.
+/// Reports labels that no jump finds because an earlier row has the same text.
 void CheckTwins(const std::vector<FlowStep>& steps, const LabelTable& labels, std::vector<Finding>& findings);
 
 /// Reports jumps into a loop that is not open.

@@ -125,7 +125,7 @@ void ListFlow::Execute(int row, StateSet run) {
   GoOn(row + 1, next.empty() ? run : next, {});
 }
 
-// Whether it holds depends on the device.
+// Whether the condition holds depends on the device.
 void ListFlow::ExecuteCondition(int row, StateSet run) {
   rows_[static_cast<std::size_t>(row)].refusal = RefusalOf((run.AllDepths() & if_depth::kHighest) != 0, true);
   run.IncreaseDepths();
@@ -155,7 +155,7 @@ void ListFlow::ExecuteEndRepeat(int row, const StateSet& run) {
   if (!may_pass) GoOn(row + 1, run, {});
 }
 
-/// Returns false where the row is refused on this level.
+/// Returns false if the row is refused on this level.
 bool ListFlow::PassEndRepeat(int row, const StateSet& run, int level) {
   if (level < 0 || level > kDeepest) return false;
   const std::int16_t loop = run.LoopAt(level);

@@ -24,8 +24,7 @@ enum class FlowOp : std::uint8_t {
   kGetParam
 };
 
-/// What a row does to the course of a run. For a row that is always refused: what it was probably meant to
-/// do.
+/// How a row affects the course of a run. For a row that is always refused: what it was probably meant to do.
 struct FlowStep {
   FlowOp op = FlowOp::kPass;
   std::int32_t count = 0;   ///< kRepeat: the number of repetitions
@@ -37,7 +36,7 @@ enum class Refusal { kNever, kSometimes, kAlways };
 
 /// Every path that a run can take through a list, whatever the device answers. Per row it holds at least the
 /// states that a run can be in there, so "never" and "always" hold for every run and "sometimes" may be too
-/// cautious. Where all states are refused, the path continues as if the row were not there.
+/// cautious. If all states are refused, the path continues as if the row were not there.
 class ListFlow {
  public:
   struct Row {
@@ -52,7 +51,7 @@ class ListFlow {
   const Row& At(int row) const { return rows_[static_cast<std::size_t>(row)]; }
 
  private:
-  static constexpr int kMostVisits = 64;  // after that a row gets every state there is
+  static constexpr int kMostVisits = 64;  // after that a row gets all states
 
   void Start();
   void FollowPaths();
@@ -73,10 +72,10 @@ class ListFlow {
 
   const std::vector<FlowStep>& steps_;
   const RunStart& start_;
-  std::vector<Row> rows_;  // by row, the first one unused
+  std::vector<Row> rows_;  // by row; element 0 is unused
   std::vector<bool> waiting_;
   int next_ = 1;       // no row before it waits
-  StateSet anywhere_;  // before the jump back of an $ENDREPEAT whose $REPEAT is not known
+  StateSet anywhere_;  // before the jump back of an $ENDREPEAT whose $REPEAT is unknown
   int anywhere_visits_ = 0;
   std::vector<int> loop_rows_;
   bool any_overflows_ = false;

@@ -62,7 +62,7 @@ bool IsHex(std::string_view text) {
 
 bool IsNumber(std::string_view text) { return IsHex(text) || base::WholeTextNumber(text).has_value(); }
 
-/// One known command with its argument.
+/// Checks one known command with its argument.
 class ArgumentCheck {
  public:
   ArgumentCheck(int row, const RowParts& parts, std::vector<Finding>& findings)
@@ -188,7 +188,7 @@ class ArgumentCheck {
     Add(FindingKind::kHint, texts::SurplusText(parts_.rest), OneWord());
   }
 
-  /// What $WRITELOG can write of several words.
+  /// Several words joined into the one word that $WRITELOG can write.
   std::string OneWord() const {
     if (parts_.word->argument != ArgumentKind::kQuotedText || parts_.line.find(',') != std::string_view::npos)
       return {};
@@ -203,7 +203,7 @@ class ArgumentCheck {
   FlowStep step_;
 };
 
-// The row counts as what was probably meant, so that its partner is not reported too.
+// The row is treated as what was probably meant, so that its partner is not reported too.
 RowMeaning CheckUnknown(int row, const RowParts& parts, std::vector<Finding>& findings) {
   if (IsElse(parts.name)) {
     findings.push_back({row, FindingKind::kError, texts::NoElse(parts.name)});
@@ -244,7 +244,7 @@ RowMeaning CheckRow(int row, const RowParts& parts, std::vector<Finding>& findin
 
 namespace {
 
-/// The first character that the code page lacks; empty for none.
+/// The first character that is not in the code page; empty if none.
 std::string_view ForeignCharacter(std::string_view text) {
   for (std::size_t at = 0; at < text.size();) {
     const std::string_view character = text.substr(at, base::DecodeUtf8(text, at).length);
@@ -254,8 +254,8 @@ std::string_view ForeignCharacter(std::string_view text) {
   return {};
 }
 
-/// The original of a UTF-8 row that was read as Windows-1252; nothing for any other row, `text` itself where
-/// the code page lacks part of the original.
+/// The original of a UTF-8 row that was read as Windows-1252; no value for any other row, `text` itself if
+/// part of the original is not in the code page.
 std::optional<std::string> ReadAsUtf8(std::string_view text, std::string bytes) {
   if (!base::IsUtf8(bytes)) return std::nullopt;
   if (bytes.starts_with(base::kUtf8Mark)) bytes.erase(0, base::kUtf8Mark.size());

@@ -22,9 +22,9 @@ RowParts::RowParts(std::string_view text) : line(base::TrimBlanks(text)) {
 
 namespace {
 
-constexpr std::size_t kLongestName = 15;  // of those that are compared letter by letter
+constexpr std::size_t kLongestName = 15;  // of names compared letter by letter
 
-/// What other languages call the commands.
+/// What the commands are called in other languages.
 constexpr std::pair<std::string_view, std::string_view> kOtherNames[] = {
     {"$LOOP", "$REPEAT"},      {"$FOR", "$REPEAT"}, {"$NEXT", "$ENDREPEAT"}, {"$ENDLOOP", "$ENDREPEAT"},
     {"$ENDFOR", "$ENDREPEAT"}, {"$WAIT", "$DELAY"}, {"$SLEEP", "$DELAY"},    {"$PAUSE", "$DELAY"},
@@ -65,7 +65,7 @@ const SpecialWord* OtherName(std::string_view name) {
 
 const SpecialWord* NearestWord(std::string_view name) {
   const SpecialWord* nearest = nullptr;
-  std::size_t least = name.size() <= 5 ? 2 : 3;  // not near enough
+  std::size_t least = name.size() <= 5 ? 2 : 3;  // this far is not similar
   for (const SpecialWord& special : kSpecialWords) {
     const std::size_t size = special.word.size();
     if (std::max(size, name.size()) - std::min(size, name.size()) >= least) continue;

@@ -7,7 +7,7 @@
 
 namespace kolvane::script::checker {
 
-/// A row as runner and interpreter take it apart. Views of its text, which must outlive this.
+/// A row split as runner and interpreter do it. Holds views of its text, which must outlive this object.
 struct RowParts {
   explicit RowParts(std::string_view text);
 
@@ -17,17 +17,17 @@ struct RowParts {
   bool IsExecutable() const { return !line.empty() && !IsComment(); }
 
   std::string_view line;              ///< without the spaces around it
-  const SpecialWord* word = nullptr;  ///< null for a row that is no known $ command
+  const SpecialWord* word = nullptr;  ///< null if the row is not a known $ command
   // Of a row that begins with "$":
   std::string_view name;  ///< up to the first space or comma, as written
   bool has_argument = false;
   std::string_view argument;
-  std::string_view rest;  ///< what is not used, trimmed
+  std::string_view rest;  ///< what is ignored, trimmed
 };
 
-/// What a row with an unknown $ command was probably meant to say.
+/// What a row with an unknown $ command was probably meant to be.
 struct WordProposal {
-  const SpecialWord* word = nullptr;  ///< null: none is near
+  const SpecialWord* word = nullptr;  ///< null: none is similar
   std::string row;                    ///< the whole row, corrected
 };
 

@@ -7,7 +7,7 @@
 
 namespace kolvane::script::checker {
 
-/// Sets of IfDepth, a bit each: exact from -7 to 22, the outermost bits stand for all that is beyond.
+/// Sets of IfDepth, one bit each: exact from -7 to 22; the outermost bits stand for everything beyond.
 namespace if_depth {
 inline constexpr int kZeroAt = 8;
 inline constexpr std::uint32_t kZero = 1u << kZeroAt;
@@ -34,21 +34,21 @@ inline constexpr std::uint8_t kOpen = 2;
 inline constexpr std::uint8_t kUnknown = 4;  ///< as it was at the start
 }  // namespace log
 
-/// The $REPEAT that has opened a level: its row, or one of these.
+/// The $REPEAT that opened a level: its row, or one of these.
 namespace loop_at {
 inline constexpr std::int16_t kNone = 0;      ///< no state has this level
 inline constexpr std::int16_t kAny = -1;      ///< several
 inline constexpr std::int16_t kEarlier = -2;  ///< as it was at the start
 }  // namespace loop_at
 
-/// A set of states that a run can be in before a row: which IfDepth occurs at which RepeatLevel, and beside
-/// that which loops, parameters and log. It holds every state that was added, and also mixtures of them.
+/// A set of states that a run can be in before a row: which IfDepth occurs at which RepeatLevel, and,
+/// independently, which loops, parameters and log. It holds every state added, and also mixtures of them.
 struct StateSet {
   static constexpr int kLowestLevel = -1;
   static constexpr int kHighestLevel = kLevels;  ///< this or more, left by earlier runs
   static constexpr int kLevelCount = kHighestLevel - kLowestLevel + 1;
 
-  /// Every state there is.
+  /// All states.
   static StateSet Any();
 
   bool empty() const { return levels == 0; }
@@ -59,16 +59,16 @@ struct StateSet {
   std::int16_t LoopAt(int level) const { return loops[static_cast<std::size_t>(level)]; }
 
   void Add(int level, std::uint32_t more_depths);
-  /// Adds all of `other`; false where that changes nothing.
+  /// Adds all of `other`; returns false if that changes nothing.
   bool Join(const StateSet& other);
-  /// Those of one level.
+  /// The states at one level.
   StateSet At(int level) const;
-  /// Those of one level after it was left, or after `loop` has opened the next one.
+  /// The states of one level after it was left, or after `loop` has opened the next one.
   StateSet Lowered(int level) const;
   StateSet Raised(int level, std::int16_t loop) const;
-  /// Removes and returns those with IfDepth 0.
+  /// Removes and returns the states with IfDepth 0.
   StateSet TakeDepthZero();
-  /// Opens or closes a condition in each.
+  /// Open or close a condition in each state.
   void IncreaseDepths();
   void DecreaseDepths();
 

@@ -19,7 +19,7 @@
 namespace kolvane::script {
 namespace {
 
-// The command file that is being dragged, where that is all.
+// The command file being dragged, if it is the only file.
 QString DraggedFile(const QMimeData& data) {
   const QList<QUrl> files = data.urls();
   if (files.size() != 1 || !files.front().isLocalFile()) return {};
@@ -27,7 +27,7 @@ QString DraggedFile(const QMimeData& data) {
   return name.endsWith(QLatin1String(".CMD"), Qt::CaseInsensitive) ? name : QString();
 }
 
-// What redoes differs between platforms.
+// The standard key for redo differs between platforms.
 bool IsControlY(const QKeyEvent* event) {
   return event->key() == Qt::Key_Y && event->modifiers() == Qt::ControlModifier;
 }
@@ -73,14 +73,14 @@ void CommandGrid::Connect() {
   connect(model_, &CommandListModel::CurrentRowMoved, this, &CommandGrid::ShowCurrentRow);
   connect(model_, &CommandListModel::FileShownAgain, this, &CommandGrid::FileShownAgain);
   connect(model_, &CommandListModel::dataChanged, this, &CommandGrid::DescribeState);
-  // In the middle of an edit no message can be shown.
+  // Queued, because no message can be shown during an edit.
   connect(
       model_, &CommandListModel::LinesLeftOut, this,
       [this](int count) { Q_EMIT ListFull(texts::NotPasted(count)); }, Qt::QueuedConnection);
   connect(delegate_, &RowDelegate::SeveralLines, this, &CommandGrid::FinishEdit);
 }
 
-// An editor that went later would still hand its text to the list.
+// An editor destroyed later would still pass its text to the list.
 CommandGrid::~CommandGrid() { reset(); }
 
 void CommandGrid::ShowLook(const QFont& font, Color text, const QColor& ground) {
@@ -88,7 +88,7 @@ void CommandGrid::ShowLook(const QFont& font, Color text, const QColor& ground) 
   setFont(font);
   QPalette colors = palette();
   colors.setColor(QPalette::Base, ground);
-  // For the line in which a row is edited; the rows themselves bring their colours along.
+  // For the editor of a row; the rows themselves have their own colours.
   colors.setColor(QPalette::Text, base::ToQColor(text));
   setPalette(colors);
 }
@@ -122,7 +122,7 @@ void CommandGrid::ShowRunEnd(int last_row) {
 
 void CommandGrid::MoveCursor(int row) {
   const QModelIndex cursor = model_->IndexOf(std::clamp(row, 1, kListRows));
-  // The user who has gone there sees it already.
+  // If the user has gone there, it is in view already.
   if (cursor == currentIndex()) return;
   const QScopedValueRollback<bool> guard(showing_current_, true);
   setCurrentIndex(cursor);
@@ -139,7 +139,7 @@ void CommandGrid::DescribeState() {
 void CommandGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
   QTableView::currentChanged(current, previous);
   if (!showing_current_ && !list().InUse() && current.isValid()) list().SetCurrentRow(current.row() + 1);
-  // Typing and F2 edit the text, wherever in its row the user stands.
+  // Typing and F2 edit the text, whichever column of the row is current.
   if (current.column() == CommandListModel::kMarkerColumn)
     selectionModel()->setCurrentIndex(model_->IndexOf(current.row() + 1), QItemSelectionModel::NoUpdate);
   DescribeState();
@@ -223,8 +223,8 @@ void CommandGrid::MoveRowsBy(RowSpan rows, int by) {
     MarkRows(rows.first + by, rows.last + by);
 }
 
-// The header shows the rows in their order: what is dragged there moves in the list. Of several selected rows
-// all move.
+// Dragging a section of the header moves its row in the list instead, together with all selected rows if it
+// is one of them.
 void CommandGrid::RowDragged(int row, int from, int to) {
   if (from == to || dragging_) return;
   dragging_ = true;
@@ -288,7 +288,7 @@ void CommandGrid::FinishEdit() {
   if (editor == nullptr) return;
   commitData(editor);
   closeEditor(editor, QAbstractItemDelegate::NoHint);
-  // Lines that were pasted have filled further rows.
+  // Pasted lines have filled further rows.
   const QModelIndex last = model_->IndexOf(model_->last_edited_row());
   if (last.row() > currentIndex().row()) setCurrentIndex(last);
 }
@@ -296,8 +296,8 @@ void CommandGrid::FinishEdit() {
 void CommandGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
   QTableView::closeEditor(editor, hint);
   ShowFocus();
-  // Enter has taken the text over: go on with the next row, as in any grid. A run that moves on closes the
-  // editor, too, and has a row of its own to go to.
+  // Enter has committed the text: go to the next row, as in any grid. A run that moves on also closes the
+  // editor, but goes to its own row.
   if (hint == QAbstractItemDelegate::SubmitModelCache && !showing_current_)
     setCurrentIndex(model_->IndexOf(std::min(model_->last_edited_row() + 1, kListRows)));
 }
@@ -325,7 +325,7 @@ void CommandGrid::mousePressEvent(QMouseEvent* event) {
   const bool marker = clicked.isValid() && clicked.column() == CommandListModel::kMarkerColumn;
   if (marker && event->button() == Qt::LeftButton && event->modifiers() == Qt::NoModifier && !list().InUse())
     list().ToggleBreakpoint(clicked.row() + 1);
-  // The cursor may have stood there before, and the list somewhere else.
+  // The cursor may already have been there while the list's current row was another.
   if (!list().InUse() && currentIndex().isValid()) list().SetCurrentRow(currentIndex().row() + 1);
 }
 
@@ -344,7 +344,7 @@ void CommandGrid::dropEvent(QDropEvent* event) {
   if (event->isAccepted()) Q_EMIT FileDropped(DraggedFile(*event->mimeData()));
 }
 
-// The frame shows where the keyboard is.
+// A frame shows that the grid has the keyboard focus.
 bool CommandGrid::event(QEvent* event) {
   const bool done = QTableView::event(event);
   const QWidget* focus = QApplication::focusWidget();

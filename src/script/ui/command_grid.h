@@ -9,13 +9,13 @@
 namespace kolvane::script {
 
 /// The grid `CommandScript` beside the output pane. Its current cell is the text of the list's current row,
-/// as long as there is something to see: a run ends past the last row. While a list runs the user can look
-/// and edit, but not move the row that the run stands at.
+/// except where a run has passed the last used row. While a list runs the user can view and edit it, but not
+/// move the run's current row.
 class CommandGrid final : public QTableView {
   Q_OBJECT
 
  public:
-  /// `list` outlives the grid.
+  /// `list` must outlive the grid.
   explicit CommandGrid(CommandList& list, QWidget* parent = nullptr);
   ~CommandGrid() override;
 
@@ -25,40 +25,40 @@ class CommandGrid final : public QTableView {
     int first = 1;
     int last = 0;
   };
-  /// The marked rows; last 0 where none is.
+  /// The selected rows; `last` is 0 if there are none.
   RowSpan SelectedRows() const;
-  /// Puts the cursor into the row, in view.
+  /// Moves the cursor to the row and scrolls it into view.
   void GoToRow(int row) { setCurrentIndex(model_->IndexOf(row)); }
-  /// Highlights what a search has found, in the rows and at `marks` in the scroll bar.
+  /// Highlights search hits, in the rows and at `marks` in the scroll bar.
   void ShowHits(RowHitsOf hits, const std::vector<double>& marks);
-  /// Marks what the checker has found, and shows the rows inside loops and conditions to the right.
+  /// Marks the checker's findings and indents the rows inside loops and conditions.
   void ShowFindings(const std::vector<checker::Finding>& findings, std::vector<int> indents) {
     model_->ShowFindings(findings, std::move(indents));
     DescribeState();
   }
-  /// Takes over what is being typed into a row, as Enter would, and stays there.
+  /// Commits what is being typed into a row, as Enter would, without going to the next row.
   void FinishEdit();
-  /// Brings the rows up to the list.
+  /// Updates the rows from the list.
   void Flush() { model_->Flush(); }
-  /// Shows at once what has changed, and after a run, which has passed the empty rows after the list, puts
-  /// the cursor where there is something to see: in `last_row`, the one carried out last, or in row 1.
+  /// Shows pending changes at once. If the run has ended in the empty rows after the list, moves the cursor
+  /// to `last_row`, the last one executed, or to row 1.
   void ShowRunEnd(int last_row);
 
  public Q_SLOTS:
   void copy() const;
   void cut();
-  /// Lines of the clipboard over the rows from the current one on.
+  /// Pastes the lines of the clipboard over the rows from the current one on.
   void paste();
-  /// Empties the marked rows; rows that are empty already are taken out, and the rows after them move up.
+  /// Empties the selected rows; if all are empty already, removes them, and the rows after them move up.
   void deleteSelection();
   void undo();
   void redo();
-  /// An empty row at the current one, unless the last row of the list would be lost.
+  /// Inserts an empty row at the current one, unless the list is full.
   void insertRow();
   void removeRows();
-  /// The clipboard's lines as rows before the current one.
+  /// Inserts the clipboard's lines as rows before the current one.
   void insertPaste();
-  // On the marked rows, which stay marked; nothing while a run is on.
+  // For the selected rows, which stay selected; they do nothing during a run.
   void duplicateRows();
   void moveRowsUp();
   void moveRowsDown();
@@ -67,11 +67,11 @@ class CommandGrid final : public QTableView {
   void toggleBreakpoint();
 
  Q_SIGNALS:
-  /// The user has turned to the grid, with the mouse or by Tab.
+  /// The user has moved to the grid, with the mouse or by Tab.
   void Touched();
   void popupRequested(const QPoint& global);
   void FileShownAgain();
-  /// Rows that were to be pasted or inserted found no room; `message` tells the user.
+  /// Rows to be pasted or inserted did not fit; `message` is for the user.
   void ListFull(const std::string& message);
   /// A command file was dropped on the grid.
   void FileDropped(const QString& name);

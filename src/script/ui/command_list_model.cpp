@@ -48,7 +48,7 @@ QVariant CommandListModel::LookOf(int row, int role) const {
       return highlight != nullptr ? QVariant(base::ToQColor(highlight->back)) : QVariant();
     case Qt::FontRole: {
       if (highlight == nullptr) return {};
-      QFont font;  // only the weight is set: the view's family and size hold
+      QFont font;  // only the weight is set: the view's family and size apply
       font.setBold(highlight->bold);
       return font;
     }
@@ -71,7 +71,7 @@ QVariant CommandListModel::MarkOf(int row, int role) const {
   return StateOf(row) + (why.isEmpty() ? QString() : QStringLiteral(": ") + why);
 }
 
-// What sighted users see by the row's colours and marks.
+// What sighted users see from the row's colours and marks.
 QString CommandListModel::StateOf(int row) const {
   QStringList states;
   if (const Highlight* highlight = list_.HighlightOf(row)) {

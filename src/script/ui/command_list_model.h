@@ -11,9 +11,9 @@
 
 namespace kolvane::script {
 
-/// The command list's rows for a table view: a narrow marker column and the text. Reading always gives what
-/// the list holds; views are told of changes at most some thirty times a second, however often the running
-/// row moves.
+/// The command list's rows for a table view: a narrow marker column and the text. Data is always what the
+/// list holds now; during a run views are notified of changes at most about thirty times a second, however
+/// often the running row moves.
 class CommandListModel final : public QAbstractTableModel, private CommandListObserver {
   Q_OBJECT
 
@@ -21,11 +21,11 @@ class CommandListModel final : public QAbstractTableModel, private CommandListOb
   static constexpr int kMarkerColumn = 0;
   static constexpr int kTextColumn = 1;
 
-  /// What the checker says of the row: 0 nothing, 1 a hint, 2 an error; and by how many steps the row is
-  /// shown to the right.
+  /// The row's worst finding: 0 none, 1 a hint, 2 an error; and the number of steps by which the row is
+  /// indented.
   static constexpr int kFindingRole = Qt::UserRole + 1;
   static constexpr int kIndentRole = Qt::UserRole + 2;
-  /// Of the marker column: a combination of Mark.
+  /// For the marker column: a combination of Mark.
   static constexpr int kMarkRole = Qt::UserRole + 3;
   enum Mark : int { kBreakpointMark = 1, kRunningMark = 2, kErrorMark = 4 };
 
@@ -42,19 +42,19 @@ class CommandListModel final : public QAbstractTableModel, private CommandListOb
   Qt::ItemFlags flags(const QModelIndex& index) const override;
   QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
 
-  /// The last row that the last edit of a cell has filled.
+  /// The last row filled by the last edit of a cell.
   int last_edited_row() const { return last_edited_row_; }
 
-  /// What the checker has found, and each row's indentation; both empty: nothing is checked.
+  /// Shows the checker's findings and each row's indentation; both are empty if nothing is checked.
   void ShowFindings(const std::vector<checker::Finding>& findings, std::vector<int> indents);
 
-  /// Tells the views now what has changed.
+  /// Notifies the views of pending changes now.
   void Flush();
 
  Q_SIGNALS:
   void CurrentRowMoved(int row);
   void FileShownAgain();
-  /// Lines that were pasted into a cell found no row.
+  /// Lines pasted into a cell did not fit.
   void LinesLeftOut(int count);
 
  protected:
@@ -75,7 +75,7 @@ class CommandListModel final : public QAbstractTableModel, private CommandListOb
 
   struct RowFindings {
     bool error = false;
-    QString text;  // a line each
+    QString text;  // one line per finding
   };
 
   CommandList& list_;

@@ -81,7 +81,7 @@ void ListCheck::Begin() {
   live_ = true;
   Check();
   findings_->show();
-  // So that the row that is gone to is in view.
+  // Activate the layout first, so that the selected row comes into view.
   if (findings_->parentWidget()->layout() != nullptr) findings_->parentWidget()->layout()->activate();
   if (findings_->topLevelItemCount() > 0) findings_->setCurrentItem(findings_->topLevelItem(0));
 }

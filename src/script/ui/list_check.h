@@ -10,7 +10,7 @@
 
 namespace kolvane::script {
 
-/// What the checker found, `FindingsList`, to walk through: row, kind, text. Hidden until it is asked for.
+/// The findings of the checker, `FindingsList`: row, kind, text. Hidden until a check is requested.
 class FindingsList final : public QTreeWidget {
   Q_OBJECT
 
@@ -27,19 +27,19 @@ class FindingsList final : public QTreeWidget {
   void keyPressEvent(QKeyEvent* event) override;
 };
 
-/// The check of the command list in its grid. Nothing is checked until it is asked for; from then on the list
-/// is checked again a moment after each change, but not while it runs, until FindingsList is closed.
+/// Checks the command list and shows the findings in its grid. After Begin the list is checked again shortly
+/// after each change, but not while it runs, until FindingsList is closed.
 class ListCheck final : public QObject {
   Q_OBJECT
 
  public:
-  /// `start` tells what a run would start with.
+  /// `start` returns the state that a run would start in.
   ListCheck(CommandGrid* grid, FindingsList* findings, std::function<checker::RunStart()> start);
 
   /// Checks, and goes to the first row with a finding.
   void Begin();
   void End();
-  /// After a run, which has left a state of its own.
+  /// To be called after a run, which changes the state that the next one starts in.
   void CheckAgain();
 
  private:

@@ -13,7 +13,7 @@ class ListFind final : public pane::FindTarget {
   Q_OBJECT
 
  public:
-  /// The grid outlives this or goes together with it.
+  /// The grid must outlive this object or be destroyed together with it.
   explicit ListFind(CommandGrid* grid);
 
   void Search(std::shared_ptr<const pane::Matcher> matcher) override;
@@ -24,10 +24,10 @@ class ListFind final : public pane::FindTarget {
   QWidget* Widget() const override { return grid_; }
 
   bool Replaces() const override { return true; }
-  /// Not while a run is on.
+  /// Not during a run.
   bool CanReplace() const override { return !grid_->list().InUse(); }
   void ReplaceCurrent(const QString& with) override;
-  /// As one step of undo.
+  /// In one undo step.
   int ReplaceAll(const QString& with) override;
 
  private:
@@ -40,7 +40,7 @@ class ListFind final : public pane::FindTarget {
   void Look();
   void ListChanged();
   void GoTo(std::size_t hit);
-  /// The first hit at this place or after it; the number of hits where there is none.
+  /// The first hit at or after this position; the number of hits if there is none.
   std::size_t FirstFrom(int row, std::size_t at) const;
   RowHits HitsOf(int row) const;
 
@@ -48,7 +48,7 @@ class ListFind final : public pane::FindTarget {
   std::shared_ptr<const pane::Matcher> matcher_;
   std::vector<Hit> hits_;
   std::optional<Hit> current_;
-  int origin_ = 1;  // the row where the first search began
+  int origin_ = 1;  // the row where the first search started
   std::uint64_t revision_ = 0;
 };
 

@@ -32,7 +32,7 @@ QString TroubleOf(const QString& text) {
 
 void MarkOutside(QLineEdit* editor) { base::MarkOutside(editor, TroubleOf(editor->text())); }
 
-// What was copied as a whole line brings its end along.
+// Text copied as a whole line includes its line end.
 bool DropLastLineEnd(QLineEdit* editor) {
   QString text = editor->text();
   while (text.endsWith(QLatin1Char('\n')) || text.endsWith(QLatin1Char('\r'))) text.chop(1);
@@ -77,12 +77,12 @@ constexpr int kIndentSpaces = 2;
 constexpr int kError = 2;  // of CommandListModel::kFindingRole
 constexpr QColor kHintColor(200, 120, 0);
 
-/// The spaces that are shown before a row and are not part of it.
+/// The spaces shown before a row that are not part of it.
 QString Indentation(const QModelIndex& index) {
   return QString(kIndentSpaces * index.data(CommandListModel::kIndentRole).toInt(), QLatin1Char(' '));
 }
 
-/// Where `span` of the cell's text, as it is shown, stands.
+/// The rectangle of `span` in the cell's text as shown.
 QRect SpanRect(const QStyleOptionViewItem& option, const Span& span) {
   const QRect text = TextRect(option);
   const int left = text.left() + option.fontMetrics.horizontalAdvance(option.text.left(span.start));
@@ -90,7 +90,7 @@ QRect SpanRect(const QStyleOptionViewItem& option, const Span& span) {
   return {left, text.top(), width, text.height()};
 }
 
-/// A red disc for a breakpoint, over it an arrow for the row that runs or a cross for one that failed.
+/// A red disc for a breakpoint, and on it an arrow for the running row or a cross for a failed one.
 void PaintMarks(QPainter* painter, const QRect& cell, int marks) {
   if (marks == 0) return;
   const double side = std::min(cell.width(), cell.height()) - 5.0;
@@ -164,7 +164,7 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   painter->restore();
 }
 
-// Over the text, whatever the style has painted under it.
+// Painted over the text, because the style has already painted the background.
 void RowDelegate::PaintHits(QPainter* painter, const QStyleOptionViewItem& option,
                             const QModelIndex& index) const {
   constexpr QColor kHit(255, 200, 0, 90);
@@ -185,7 +185,7 @@ QWidget* RowDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& 
   editor->setAccessibleName(QString::fromStdString(texts::RowName(index.row() + 1)));
   const auto* model = qobject_cast<const CommandListModel*>(index.model());
   if (model != nullptr) AddCompletion(editor, model->list());
-  // Later, as an input method that has put the text in sets formats of its own first.
+  // Queued, so that an input method that inserted the text sets its own formats first.
   connect(
       editor, &QLineEdit::textChanged, editor, [this, editor] { LookAt(editor); }, Qt::QueuedConnection);
   return editor;
@@ -214,7 +214,7 @@ void RowDelegate::AddCompletion(QLineEdit* editor, const CommandList& list) cons
             editor->setText(row);
             offer();
           });
-  // Enter takes the row over where nothing is chosen from the list, as it does without it.
+  // Enter commits the row if nothing is chosen from the list, as it does without the list.
   connect(editor, &QLineEdit::returnPressed, completer, [this, editor, completer] {
     if (!completer->popup()->isVisible() || completer->popup()->currentIndex().isValid()) return;
     completer->popup()->hide();

@@ -10,7 +10,7 @@
 
 namespace kolvane::script {
 
-/// What a search has found in a row.
+/// A search hit in a row.
 struct RowHit {
   pane::PaneRange range;
   bool current = false;
@@ -18,26 +18,26 @@ struct RowHit {
 using RowHits = std::vector<RowHit>;
 using RowHitsOf = std::function<RowHits(int row)>;
 
-/// Shows and edits the rows of the grid. The colours of a running or wrong row are seen through a selection,
-/// which is grey where the list has no focus; what Windows-1252 lacks is underlined, while it is typed too.
+/// Shows and edits the rows of the grid. The colours of a running or failed row show through a selection,
+/// which is grey if the list has no focus; characters not in Windows-1252 are underlined, also while typing.
 class RowDelegate final : public QStyledItemDelegate {
   Q_OBJECT
 
  public:
   using QStyledItemDelegate::QStyledItemDelegate;
 
-  /// Whose hits are highlighted; empty: none.
+  /// Sets the hits to highlight; empty: none.
   void ShowHits(RowHitsOf hits) { hits_ = std::move(hits); }
 
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
   QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                         const QModelIndex& index) const override;
-  /// A tool tip is for what cannot be seen: a row that is wider than its column, a character's trouble.
+  /// A tool tip shows what cannot be seen: a row wider than its column, what is wrong with the row.
   bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                  const QModelIndex& index) override;
 
  Q_SIGNALS:
-  /// Several lines stand in the editor, which can show only one.
+  /// The editor holds several lines but can show only one.
   void SeveralLines() const;
 
  protected:

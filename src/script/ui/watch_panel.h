@@ -7,15 +7,15 @@
 
 namespace kolvane::script {
 
-/// The state of a run that stands, `WatchPanel`: name and value. Hidden until a breakpoint, or running up to
-/// a row, has stopped a run.
+/// The state of a stopped run, `WatchPanel`: name and value. Hidden until a breakpoint, or running up to a
+/// row, has stopped a run.
 class WatchPanel final : public QTreeWidget {
   Q_OBJECT
 
  public:
   explicit WatchPanel(QWidget* parent = nullptr);
 
-  /// Shows `items`; branches that were open stay open.
+  /// Shows `items`; expanded branches stay expanded.
   void Show(const std::vector<WatchItem>& items);
 
  Q_SIGNALS:
