@@ -17,17 +17,17 @@ struct PaneRange {
 
 using Hits = std::vector<PaneRange>;
 
-/// What is searched for. A hit is in one line and not empty; hits do not overlap. Texts are UTF-8.
+/// What is searched for. A hit is within one line and not empty; hits do not overlap. Texts are UTF-8.
 class Matcher {
  public:
   virtual ~Matcher() = default;
-  /// The hits in `lines`, each of which ends in LF, in their order.
+  /// The hits in `lines`, each of which ends in LF, in text order.
   virtual Hits FindIn(std::string_view lines) const = 0;
-  /// What takes the place of `hit`, one of FindIn's, in `line`, which has no LF.
+  /// The text that replaces `hit`, one of FindIn's, in `line`, which has no LF.
   virtual std::string Replacement(std::string_view line, PaneRange hit, std::string_view with) const = 0;
 };
 
-/// A text as it stands, with or without regard to case.
+/// A literal text, with or without regard to case.
 class PlainMatcher final : public Matcher {
  public:
   /// `text` is not empty and holds no LF.
@@ -43,7 +43,7 @@ class PlainMatcher final : public Matcher {
   bool match_case_;
 };
 
-/// `line` with `with` in place of each of its hits.
+/// `line` with each of its hits replaced.
 std::string ReplaceHits(const Matcher& matcher, std::string_view line, std::string_view with);
 
 }  // namespace kolvane::pane

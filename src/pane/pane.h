@@ -6,20 +6,19 @@
 
 namespace kolvane::pane {
 
-/// The output pane as the session sees it: a text that grows at its end. Texts are UTF-8.
+/// The output pane as seen by the session: a text that grows at its end. Texts are UTF-8.
 class Pane {
  public:
   virtual ~Pane() = default;
-  /// CR LF and `line` at the end of the text; the caret goes past the end.
+  /// Appends CR LF and `line`; the caret goes to the end.
   virtual void AppendLine(LineKind kind, std::string_view line) = 0;
-  /// `text` as it stands at the end; the caret is then `back` characters before the end (a CR LF counts as
-  /// two).
+  /// Appends `text` unchanged; the caret is then `back` characters before the end (a CR LF counts as two).
   virtual void AppendText(LineKind kind, std::string_view text, int back) = 0;
-  /// Replaces the whole text by the empty one.
+  /// Removes the whole text.
   virtual void Clear() = 0;
-  /// More about the line before, where there is no window to show it.
+  /// More about the previous line, for use without a window.
   virtual void Remark(LineKind /*kind*/, std::string_view /*text*/) {}
-  /// Called once after each line: the pane may show what has come.
+  /// Called once after each line: the pane may show new text.
   virtual void Refresh() = 0;
 };
 

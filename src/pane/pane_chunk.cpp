@@ -15,7 +15,7 @@ std::vector<std::uint32_t> LineStartsIn(std::string_view text, std::size_t offse
   return starts;
 }
 
-// So much more fits without another allocation.
+// Ensures that `more` elements fit without another allocation.
 template <typename Container>
 void MakeRoom(Container& container, std::size_t more) {
   const std::size_t needed = container.size() + more;
@@ -131,11 +131,11 @@ void PaneChunk::Insert(std::size_t at, std::string_view text, Color color, LineO
 
 void PaneChunk::Erase(std::size_t begin, std::size_t end) {
   units_ -= Utf16Length(text().substr(begin, end - begin));
-  // A line goes with the LF before it.
+  // A line is removed together with the LF before it.
   const auto first = std::upper_bound(starts_.begin(), starts_.end(), begin);
   const auto last = std::upper_bound(first, starts_.end(), end);
   for (auto start = last; start != starts_.end(); ++start) *start -= static_cast<std::uint32_t>(end - begin);
-  // What is left of the last line stands in the place of a first one that goes from its start.
+  // If the first line is erased from its start, the rest of the last line takes its place.
   if (last != first && *(first - 1) == begin)
     origins_[static_cast<std::size_t>(first - starts_.begin()) - 1] =
         origins_[static_cast<std::size_t>(last - starts_.begin()) - 1];

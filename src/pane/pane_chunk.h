@@ -21,8 +21,8 @@ struct ColorRun {
   Color color;
 };
 
-/// The colours of a piece of text: sorted, disjoint runs, none of them empty or without colour, neighbours of
-/// the same colour joined. Text without a colour of its own costs nothing.
+/// The colours of a piece of text: sorted, disjoint, non-empty runs, each with a colour; neighbours of the
+/// same colour are joined. Text without a colour takes no memory.
 class ColorRuns {
  public:
   const std::vector<ColorRun>& runs() const { return runs_; }
@@ -32,42 +32,42 @@ class ColorRuns {
   /// First run that ends after `at`; runs().end() if none does.
   std::vector<ColorRun>::const_iterator FirstAfter(std::size_t at) const;
 
-  /// The next Append allocates nothing.
+  /// Ensures that the next Append allocates nothing.
   void MakeRoomForOne() {
     if (runs_.size() == runs_.capacity()) runs_.reserve(std::max<std::size_t>(1, 2 * runs_.size()));
   }
-  /// A run after all others.
+  /// Adds a run after all others.
   void Append(std::size_t begin, std::size_t end, Color color);
-  /// Makes room for `size` bytes at `at`, in `color`.
+  /// Inserts `size` bytes in `color` at `at`.
   void Insert(std::size_t at, std::size_t size, Color color);
   void Erase(std::size_t begin, std::size_t end);
   void Set(std::size_t begin, std::size_t end, Color color);
 
-  /// Takes away and returns what stands from `at` on, counted from there.
+  /// Removes and returns the runs from `at` on, counted from there.
   ColorRuns TakeTail(std::size_t at);
-  /// Appends `tail`, which begins at byte `at` here.
+  /// Appends `tail`, which starts at byte `at` here.
   void Join(const ColorRuns& tail, std::size_t at);
 
  private:
   std::vector<ColorRun> runs_;
 };
 
-/// How much text: bytes, UTF-16 units and lines, a line break counting one of each.
+/// An amount of text: bytes, UTF-16 units and lines, a line break counting as one of each.
 struct PaneExtent {
   std::size_t bytes = 0;
   std::size_t units = 0;
   std::size_t lines = 0;
 };
 
-/// Where a line comes from, in eight bytes, since there is one for each line.
+/// The origin of a line, packed into eight bytes, since every line has one.
 class LineOrigin {
  public:
   LineOrigin() = default;
   LineOrigin(std::int64_t at_ms, bool failure) : coded_(at_ms * 2 + (failure ? 1 : 0)) {}
 
-  /// When, milliseconds since 1970 UTC; 0: nobody knows.
+  /// Time in milliseconds since 1970 UTC; 0: unknown.
   std::int64_t at_ms() const { return coded_ >> 1; }
-  /// It stands in the place of an answer, or says why a command was not written.
+  /// Whether the line replaces an answer, or says why a command was not written.
   bool failure() const { return (coded_ & 1) != 0; }
 
  private:
@@ -75,10 +75,10 @@ class LineOrigin {
 };
 
 /// A few hundred consecutive whole lines of the pane, each ended by LF. Offsets are bytes within the chunk,
-/// lines count from its first one.
+/// line numbers start at its first line.
 class PaneChunk {
  public:
-  /// Changes with every edit and differs from every other chunk's, so that a view knows what it has measured.
+  /// Changes with every edit and is unique to the chunk, so that a view can tell what it has measured.
   std::uint64_t version = 0;
 
   std::string_view text() const { return text_; }
@@ -94,22 +94,22 @@ class PaneChunk {
   std::size_t ToUnits(std::size_t offset) const;
   std::size_t FromUnits(std::size_t units) const;
 
-  /// Room for `bytes` in one piece.
+  /// Reserves `bytes` in one allocation.
   void Reserve(std::size_t bytes) { text_.reserve(bytes); }
-  /// Gives back what Reserve and growth took in advance.
+  /// Releases the memory that Reserve and growth took in advance.
   void Shrink();
 
-  /// A line at the end; it holds no LF. Where memory is lacking nothing has changed.
+  /// Appends `line`, which holds no LF. If memory runs out, nothing has changed.
   void AppendLine(std::string_view line, Color color, LineOrigin origin = {});
-  /// `origin` is that of the lines that begin in `text`.
+  /// `origin` is that of the lines that start in `text`.
   void Insert(std::size_t at, std::string_view text, Color color, LineOrigin origin = {});
-  /// May take the last LF along if a Join follows.
+  /// May include the last LF if a Join follows.
   void Erase(std::size_t begin, std::size_t end);
   void SetColor(std::size_t begin, std::size_t end, Color color) { colors_.Set(begin, end, color); }
 
-  /// Takes away and returns the lines from `line` on.
+  /// Removes and returns the lines from `line` on.
   PaneChunk TakeTail(std::size_t line);
-  /// Appends `tail`; where this chunk's last LF is missing, the lines at the seam become one.
+  /// Appends `tail`; if this chunk's last LF is missing, the lines at the seam become one.
   void Join(const PaneChunk& tail);
 
  private:

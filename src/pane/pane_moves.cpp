@@ -89,7 +89,7 @@ std::size_t ClusterEnd(std::string_view text, std::size_t at) {
     const base::CodePoint next = DecodeAt(text, at);
     if (!JoinsToPrevious(next.value)) break;
     at += next.length;
-    // A joiner takes the character after it along, as in an emoji family.
+    // A joiner also joins the character after it, as in a family emoji.
     if (next.value == kJoiner && at < text.size() && ByteAt(text, at) >= 0x80) {
       at += DecodeAt(text, at).length;
     }

@@ -71,7 +71,7 @@ std::size_t PaneSearch::CountBefore(std::size_t offset) const {
 
 PaneSearch::Answer PaneSearch::NextHit(std::size_t from) const {
   const std::size_t first = store_.ChunkOfOffset(from);
-  // The chunk that it begins in comes once more in the end, for what is before.
+  // The first chunk is visited again at the end, for the hits before `from`.
   for (std::size_t i = 0; i <= chunks_.size(); ++i) {
     const std::size_t chunk = (first + i) % chunks_.size();
     if (!IsSearched(chunk)) return {.known = false};

@@ -13,43 +13,42 @@
 
 namespace kolvane::pane {
 
-/// What is found in a text that may have millions of lines and go on growing. It is searched piece by piece,
-/// as Advance is called; what has been changed since is searched again. Per chunk only the number of hits is
-/// kept. Every call but Advance costs no more than a look at one chunk, NextHit and PreviousHit at those
-/// between.
+/// Searches a text that may have millions of lines and keep growing. Advance searches it chunk by chunk;
+/// chunks changed since then are searched again. Per chunk only the number of hits and the parts with hits
+/// are kept. Every call but Advance searches at most one chunk, NextHit and PreviousHit two.
 class PaneSearch {
  public:
   explicit PaneSearch(const PaneStore& store) : store_(store) {}
 
-  /// Null: nothing is searched for. The part around `from` comes first.
+  /// Null ends the search. The part around `from` is searched first.
   void Start(std::shared_ptr<const Matcher> matcher, std::size_t from);
   bool IsOn() const { return matcher_ != nullptr; }
-  /// To be called after each change of the text, before anything else. `exchanged`: another text stands in
-  /// the store.
+  /// To be called after each change of the text, before anything else. `exchanged`: the store holds another
+  /// text.
   void Sync(bool exchanged = false);
-  /// Searches until all is searched, or `enough`, asked after each chunk, says so.
+  /// Searches until everything is searched, or `enough`, called after each chunk, returns true.
   void Advance(const std::function<bool()>& enough);
 
   bool IsComplete() const { return open_ == 0; }
   /// Hits found so far.
   std::size_t Count() const { return count_; }
-  /// Those of them that begin before `offset`.
+  /// How many of them start before `offset`.
   std::size_t CountBefore(std::size_t offset) const;
 
   struct Answer {
     bool known = true;  ///< false: the text on the way has not been searched yet
     std::optional<PaneRange> hit = {};
   };
-  /// The first hit that begins at `from` or later; after the last one the first again.
+  /// The first hit that starts at `from` or later; after the last hit comes the first again.
   Answer NextHit(std::size_t from) const;
-  /// The last hit that begins before `before`; before the first one the last again.
+  /// The last hit that starts before `before`; before the first hit comes the last again.
   Answer PreviousHit(std::size_t before) const;
 
-  /// The hits in the chunk, counted from its begin, searched or not; valid until the next call.
+  /// The hits in the chunk, relative to its start, even if it is not searched yet; valid until the next call.
   const Hits& HitsIn(std::size_t chunk) const;
-  /// How many hits the chunk has, as far as it was searched.
+  /// The number of hits in the chunk; 0 if it is not searched yet.
   std::size_t CountIn(std::size_t chunk) const { return chunks_[chunk].count; }
-  /// In which of so many parts of equal size a chunk has hits.
+  /// In which of its kParts parts of equal size a chunk has hits.
   static constexpr std::size_t kParts = 256;
   const std::bitset<kParts>& PartsIn(std::size_t chunk) const { return chunks_[chunk].parts; }
   std::size_t ChunkCount() const { return chunks_.size(); }
@@ -71,7 +70,7 @@ class PaneSearch {
   std::size_t cursor_ = 0;
   std::size_t open_ = 0;
   std::size_t count_ = 0;
-  // The last one asked for: painting asks for it row by row.
+  // The last chunk requested: painting requests it row by row.
   mutable std::uint64_t hits_version_ = 0;
   mutable Hits hits_;
 };

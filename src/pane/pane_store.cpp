@@ -8,8 +8,8 @@
 namespace kolvane::pane {
 namespace {
 
-// Small enough that moving a chunk's bytes is not felt, large enough that a million lines make a few
-// thousand.
+// Small enough that moving a chunk's bytes is not noticeable, large enough that a million lines need only a
+// few thousand chunks.
 constexpr std::size_t kChunkBytes = 32 * 1024;
 constexpr std::size_t kChunkLines = 4096;
 
@@ -43,7 +43,7 @@ void AppendReplacingBreaks(std::string& out, std::string_view text, std::string_
 PaneStore::PaneStore() { Clear(); }
 
 void PaneStore::Clear() {
-  // Made again, not only emptied: what millions of lines have needed is given back.
+  // Replaced, not only cleared, to release the memory of millions of lines.
   chunks_ = std::vector<PaneChunk>();
   starts_ = std::vector<PaneExtent>();
   AddChunk(0, "", kNoColor);
@@ -195,7 +195,7 @@ void PaneStore::SetColor(std::size_t begin, std::size_t end, Color color) {
   }
 }
 
-// Where memory is lacking nothing has changed.
+// If memory runs out, nothing has changed.
 void PaneStore::AddChunk(std::size_t bytes, std::string_view line, Color color) {
   PaneChunk chunk;
   chunk.Reserve(bytes);
@@ -235,7 +235,7 @@ void PaneStore::Reindex(std::size_t from) {
 
 namespace {
 
-// Where `color`, started at or before `at`, ends within the chunk.
+// Where `color`, which starts at or before `at`, ends within the chunk.
 std::size_t EndWithin(const PaneChunk& chunk, std::size_t at, Color color) {
   const ColorRuns& colors = chunk.colors();
   const auto run = colors.FirstAfter(at);
@@ -244,7 +244,7 @@ std::size_t EndWithin(const PaneChunk& chunk, std::size_t at, Color color) {
   return none || run->begin > at || run->color != color ? at : run->end;
 }
 
-// Where `color`, which reaches up to `at`, begins within the chunk.
+// Where `color`, which reaches up to `at`, starts within the chunk.
 std::size_t BeginWithin(const PaneChunk& chunk, std::size_t at, Color color) {
   if (at == 0) return 0;
   const ColorRuns& colors = chunk.colors();

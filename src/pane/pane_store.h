@@ -16,16 +16,16 @@ struct PanePiece {
   ColorRuns colors;
 };
 
-/// Bytes [begin, end) of a text, all in one colour, and as many as there are.
+/// The longest range of bytes [begin, end) in one colour.
 struct ColorStretch {
   std::size_t begin;
   std::size_t end;
   Color color;
 };
 
-/// A text of millions of lines with colours, without caret or rules of its own: well-formed UTF-8 in which
-/// only LF breaks lines. A position is a byte offset, 0 to Length(). Appending costs the same however long
-/// the text is; an edit in the middle moves one chunk's bytes.
+/// A coloured text of up to millions of lines, without a caret: well-formed UTF-8 in which only LF breaks
+/// lines. A position is a byte offset, 0 to Length(). Appending costs the same however long the text is; an
+/// edit in the middle moves one chunk's bytes.
 class PaneStore {
  public:
   PaneStore();
@@ -42,19 +42,19 @@ class PaneStore {
   std::string Text(std::size_t begin, std::size_t end, std::string_view line_break) const;
   PanePiece Piece(std::size_t begin, std::size_t end) const;
 
-  /// Positions counted in UTF-16 units, a line break being one; a position inside a pair is the pair's.
+  /// Positions in UTF-16 units, a line break counting as one; a position inside a pair becomes the pair's.
   std::size_t ToUnits(std::size_t offset) const;
   std::size_t FromUnits(std::size_t units) const;
-  /// The same, a line break being two (CR LF); a position inside a break is the one before it.
+  /// The same with a line break counting as two (CR LF); inside a break the position before it counts.
   std::size_t ToRichUnits(std::size_t offset) const;
   std::size_t FromRichUnits(std::size_t units) const;
 
   Color ColorAt(std::size_t offset) const;
 
-  /// Where the lines come from that are put in from now on.
+  /// The origin of lines inserted from now on.
   void SetOrigin(LineOrigin origin) { origin_ = origin; }
 
-  /// A break and `line`, which holds none, at the end.
+  /// Appends a break and `line`, which holds none.
   void AppendLine(std::string_view line, Color color);
   void Insert(std::size_t offset, std::string_view text, Color color);
   void Insert(std::size_t offset, const PanePiece& piece);
@@ -64,7 +64,7 @@ class PaneStore {
 
   std::size_t ChunkCount() const { return chunks_.size(); }
   const PaneChunk& Chunk(std::size_t chunk) const { return chunks_[chunk]; }
-  /// What stands before the chunk.
+  /// The extent of the text before the chunk.
   const PaneExtent& ChunkStart(std::size_t chunk) const { return starts_[chunk]; }
   std::size_t ChunkOfOffset(std::size_t offset) const;
   std::size_t ChunkOfLine(std::size_t line) const;
@@ -84,7 +84,7 @@ class PaneStore {
   LineOrigin origin_;
 };
 
-/// The stretch around `offset`, the colour of the character that begins there.
+/// The stretch around `offset`, in the colour of the character that starts there.
 ColorStretch StretchAt(const PaneStore& store, std::size_t offset);
 
 }  // namespace kolvane::pane

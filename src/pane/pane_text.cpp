@@ -98,7 +98,7 @@ void PaneText::SetText(std::string_view text) {
   MoveTo(0);
 }
 
-// The text is clean.
+// `text` must be in the pane's form, as from ToPaneText.
 void PaneText::Exchange(PaneRange range, std::string_view text, Color color) {
   if (range.empty() && text.empty()) return;
   const bool typed = !text.empty() && text.front() != '\n' && ClusterEnd(text, 0) == text.size();

@@ -12,26 +12,26 @@
 
 namespace kolvane::pane {
 
-/// Where the user put `inserted` bytes at `begin` in place of `removed`.
+/// The user replaced `removed` at `begin` by `inserted` bytes.
 struct PaneEdit {
   std::size_t begin;
   std::size_t inserted;
   PanePiece removed;
-  Color end_color;  ///< of lines to come, before
+  Color end_color;  ///< of new lines, before the edit
 };
 
-/// What the user has changed in a text, to be taken back from the newest on. Lines that the session puts at
-/// the end meanwhile leave the places as they are.
+/// The user's edits of a text, undone from the newest on. Lines that the session appends in between do not
+/// move their positions.
 class PaneUndo {
  public:
-  /// What is kept of removed text, in bytes: an edit that removes more ends the record.
+  /// Limit of the removed text that is kept, in bytes: an edit that removes more clears the record.
   static constexpr std::size_t kMostRemoved = 16 * 1024 * 1024;
   static constexpr std::size_t kMostEdits = 1000;
 
-  /// A character typed right after the one of the last call is taken back together with it.
+  /// A character typed right after that of the previous call is undone together with it.
   void Note(PaneEdit edit, bool typed);
   void Forget();
-  /// The newest one; null where there is none.
+  /// The newest edit; null if there is none.
   const PaneEdit* Newest() const { return edits_.empty() ? nullptr : &edits_.back(); }
   PaneEdit Take();
 
@@ -44,8 +44,8 @@ class PaneUndo {
 };
 
 /// The output pane's text with caret, selection and insertion colour; the window shows it. Positions are byte
-/// offsets in UTF-8 text in which one LF stands for each line break. Texts come in as UTF-8 in which CR LF, a
-/// lone CR and a lone LF all break the line; every other character is kept, NUL and ESC included.
+/// offsets in UTF-8 text in which one LF stands for each line break. Input is UTF-8 in which CR LF, a lone CR
+/// and a lone LF each break the line; every other character is kept, NUL and ESC included.
 class PaneText {
  public:
   const PaneStore& store() const { return store_; }
@@ -57,46 +57,45 @@ class PaneText {
   std::size_t anchor() const { return anchor_; }
   PaneRange Selection() const;
   std::string SelectedText(std::string_view line_break) const;
-  /// Moves the caret; the selection goes, or stretches to the new place if `keep_anchor`.
+  /// Moves the caret; the selection is removed, or extended to the new position if `keep_anchor`.
   void MoveTo(std::size_t offset, bool keep_anchor = false);
   void Select(std::size_t anchor, std::size_t caret);
 
-  /// Where the lines come from that the next AppendLine and AppendText put in; those of the user come from
-  /// nowhere.
+  /// The origin of the lines that AppendLine and AppendText insert from now on; the user's lines have none.
   void SetOrigin(LineOrigin origin) { origin_ = origin; }
 
-  /// A line break and `line` in `color` at the end, where the caret goes. kNoColor: in the end's colour,
-  /// which is the pane's own until SetSelectionColor is called there.
+  /// Appends a line break and `line` in `color`; the caret goes to the end. kNoColor: the end's colour, which
+  /// is the pane's own until SetSelectionColor is called there.
   void AppendLine(std::string_view line, Color color);
-  /// `text` in the pane's own colour at the end; the caret goes `back` characters before the new end, a line
-  /// break counting as two and a place inside one being the one before it.
+  /// Appends `text` in the pane's own colour; the caret goes `back` characters before the new end, a line
+  /// break counting as two; inside a break the position before it counts.
   void AppendText(std::string_view text, int back);
-  /// Replaces the whole text, caret at its begin.
+  /// Replaces the whole text; the caret goes to its start.
   void SetText(std::string_view text);
 
-  /// Puts `text` in the insertion colour in place of the selection, the caret after it. This and the next
-  /// three are edits of the user's, which Undo takes back.
+  /// Replaces the selection by `text` in the insertion colour; the caret goes after it. This and the next
+  /// three are the user's edits, which Undo reverts.
   void ReplaceSelection(std::string_view text);
   void Erase(PaneRange range);
   void Insert(std::size_t offset, std::string_view text);
-  /// Puts `text` on a line of its own in place of the selection, in the comments' colour, which stays the
-  /// insertion colour.
+  /// Replaces the selection by `text` on a separate line in the comment colour, which stays the insertion
+  /// colour.
   void InsertComment(std::string_view text);
 
-  /// What Undo takes away next; nothing where there is nothing to take back.
+  /// The range that the next Undo removes; no value if there is nothing to undo.
   std::optional<PaneRange> Undoable() const;
-  /// Takes the newest edit back and puts the caret there.
+  /// Undoes the newest edit and moves the caret there.
   void Undo();
-  /// Nothing can be taken back from here on.
+  /// No edit made so far can be undone.
   void ForgetEdits() { undo_.Forget(); }
 
-  /// The colour of the selection's begin, or the one in which the next insertion at the caret appears.
+  /// The colour at the selection's start, or that of the next insertion at the caret.
   Color SelectionColor() const;
-  /// Colours the selection, and what is inserted at the caret from now until it moves. At the end of the text
-  /// the colour holds for the lines to come, as if the end had it. `color` may carry kBold.
+  /// Colours the selection, and text inserted at the caret until it moves. At the end of the text the colour
+  /// also applies to lines appended later. `color` may carry kBold.
   void SetSelectionColor(Color color);
 
-  /// Lengths in characters as in AppendText, from the selection's begin.
+  /// Lengths are in characters as in AppendText, from the selection's start.
   void MoveBack(int length);
   void SelectForward(int length);
 

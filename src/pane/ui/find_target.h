@@ -9,34 +9,34 @@
 
 namespace kolvane::pane {
 
-/// How far a search has come.
+/// Progress of a search.
 struct FindState {
-  std::size_t current = 0;  ///< number of the hit that was gone to last, from 1; 0: none
+  std::size_t current = 0;  ///< number of the hit last gone to, from 1; 0: none
   std::size_t count = 0;
   bool complete = true;  ///< all of the text has been searched
 };
 
-/// What can be searched by the find bar. Hits are highlighted while something is searched for, in what comes
-/// later too.
+/// Something that the find bar can search. While a search is set, hits are highlighted, also in text added
+/// later.
 class FindTarget : public QObject {
   Q_OBJECT
 
  public:
   using QObject::QObject;
 
-  /// Goes to the first hit from where the first search began. Null ends the search.
+  /// Goes to the first hit from the position where the first search started. Null ends the search.
   virtual void Search(std::shared_ptr<const Matcher> matcher) = 0;
   virtual void GoToNext() = 0;
   virtual void GoToPrevious() = 0;
   virtual FindState State() const = 0;
-  /// What is marked within one line, to be searched for.
+  /// The text selected within one line, as a proposal to search for.
   virtual QString Marked() const = 0;
   virtual QWidget* Widget() const = 0;
 
   /// Whether hits can be replaced at all, and whether they can now.
   virtual bool Replaces() const { return false; }
   virtual bool CanReplace() const { return false; }
-  /// Replaces the current hit and goes to the next; nothing where none is current.
+  /// Replaces the current hit and goes to the next; does nothing if there is no current hit.
   virtual void ReplaceCurrent(const QString& /*with*/) {}
   /// Returns how many hits were replaced.
   virtual int ReplaceAll(const QString& /*with*/) { return 0; }

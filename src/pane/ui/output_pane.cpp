@@ -51,7 +51,7 @@ OutputPane::OutputPane(QWidget* parent, std::unique_ptr<PaneAnnouncer> announcer
   setFocusPolicy(Qt::StrongFocus);
   setAttribute(Qt::WA_InputMethodEnabled);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  // Always there: a bar that comes and goes would wrap every line again.
+  // Always shown: a bar that appears and disappears would make every line wrap again.
   setVerticalScrollBar(bar_);
   setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
   viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
@@ -81,7 +81,7 @@ void OutputPane::AppendBy(LineKind kind, const Append& append) {
   const std::size_t anchor = text_.anchor();
   const std::size_t caret = text_.caret();
   append(text_);
-  // What the user has marked stays so.
+  // Keep the user's selection.
   if (marking_ || anchor != caret) text_.Select(anchor, caret);
   if (session_) append(*session_);
   Changed();
@@ -91,8 +91,8 @@ void OutputPane::Clear() { setPlainText(QString()); }
 
 void OutputPane::NoteAppended(std::size_t from) {
   if (!appended_from_) appended_from_ = from;
-  // Counting each chunk as soon as it is full leaves little for the frame, however many lines come in
-  // between.
+  // Counting the rows of each chunk as soon as it is full leaves little work for the frame, however many
+  // lines arrive.
   if (text_.store().ChunkCount() != rows_.ChunkCount()) rows_.Sync();
   goal_x_ = -1;
 }
@@ -109,7 +109,7 @@ void OutputPane::Refresh() {
 
 void OutputPane::ShowFrame() {
   Flush();
-  // Not update(): a caller that waits for an answer without serving events wants its lines seen as well.
+  // Not update(): lines must also appear while a caller waits for an answer without serving events.
   viewport()->repaint();
   since_frame_.start();
 }
@@ -146,7 +146,7 @@ std::size_t OutputPane::TopRow() const { return static_cast<std::size_t>(vertica
 
 int OutputPane::VisibleRows() const { return std::max(1, viewport()->height() / metrics_.row_height()); }
 
-// The text at the top stays there when rows are made again.
+// Keeps the text at the top in place when the layout changes.
 void OutputPane::Relayout() {
   const std::size_t row = std::min(TopRow(), Rows().Total() - 1);
   const std::size_t top = rows_.RowAt(row).begin;
@@ -203,7 +203,7 @@ std::size_t OutputPane::OffsetAt(QPoint place) const {
   return PlaceInRow(rows_.RowAt(static_cast<std::size_t>(row)), place.x() - kMargin);
 }
 
-// The end of a row that does not end its line is the start of the next one, so the last place is before it.
+// The end of a row that does not end its line is the start of the next row; the last position is before it.
 std::size_t OutputPane::PlaceInRow(const PaneRow& row, qreal x) const {
   const std::size_t offset = row.begin + metrics_.ByteAt(TextOf(row), x);
   return offset == row.end && !row.ends_line ? PreviousCharacter(text_.store(), offset) : offset;
@@ -218,8 +218,7 @@ void OutputPane::EnsureVisible(std::size_t offset) {
   viewport()->update();
 }
 
-// Leaves the scroll bar alone: moving it here would ask for the next paint, and each event turn would bring
-// one.
+// Does not move the scroll bar: that would request another paint, in each turn of the event loop.
 void OutputPane::paintEvent(QPaintEvent* event) {
   QPainter painter(viewport());
   painter.fillRect(event->rect(), palette().base());
@@ -258,7 +257,7 @@ void OutputPane::MarkHits() {
   viewport()->update();
 }
 
-// Who looks at the window sees where the keyboard is.
+// Shows that the pane has the keyboard focus.
 void OutputPane::PaintFocus() {
   QPainter painter(this);
   painter.setPen(
@@ -281,7 +280,7 @@ void OutputPane::PaintPlaceholder(QPainter& painter) {
   painter.drawText(viewport()->rect().marginsRemoved(around), Qt::AlignLeft | Qt::TextWordWrap, placeholder_);
 }
 
-// Steady, so that an idle window does nothing at all.
+// Does not blink, so that an idle window does nothing at all.
 void OutputPane::PaintCaret(QPainter& painter) {
   const QRect place = CharacterRect(text_.caret());
   const int left = std::min(place.left(), viewport()->width() - kCaretWidth);
@@ -345,7 +344,7 @@ void OutputPane::focusInEvent(QFocusEvent* event) {
 
 void OutputPane::focusOutEvent(QFocusEvent* event) {
   QAbstractScrollArea::focusOutEvent(event);
-  // The button may be let go without this widget being told.
+  // The button may be released without this widget being notified.
   EndMarking();
   update();
   viewport()->update();

@@ -19,10 +19,10 @@ namespace kolvane::pane {
 
 class TimeMargin;
 
-/// The output pane `TermWin`: shows a PaneText, lets the user mark, copy and edit it, and takes lines as fast
-/// as they come. The text is always up to date; rows, scroll bar and picture follow at most some thirty times
-/// a second. Lines wrap at the window's edge. New text scrolls the view only where it stood at the end, and
-/// leaves view and selection alone while the user marks with the mouse. Offsets are PaneText's.
+/// The output pane `TermWin`: shows a PaneText, lets the user select, copy and edit it, and accepts lines at
+/// any rate. The text is always up to date; rows, scroll bar and display are updated at most about thirty
+/// times a second. Lines wrap at the window's edge. New text scrolls the view only if it was at the end, and
+/// changes neither view nor selection while the user selects with the mouse. Offsets are PaneText's.
 class OutputPane : public QAbstractScrollArea, public Pane {
   Q_OBJECT
   Q_PROPERTY(QString plainText READ plainText WRITE setPlainText)
@@ -38,48 +38,48 @@ class OutputPane : public QAbstractScrollArea, public Pane {
   void AppendLine(LineKind kind, std::string_view line) override;
   void AppendText(LineKind kind, std::string_view text, int back) override;
   void Clear() override;
-  /// Shows what has come, at once where the last time is a frame ago or longer, else when the frame is over.
+  /// Shows new text: at once if the last update is at least a frame ago, else at the end of the frame.
   void Refresh() override;
-  /// Brings the rows and the scroll bar up to the text, which itself never lags behind.
+  /// Updates rows and scroll bar from the text, which itself is always up to date.
   void Flush();
 
   const PaneText& text() const { return text_; }
-  /// Line ends "\n" each.
+  /// Lines end in "\n".
   QString plainText() const;
   void setPlainText(const QString& text);
-  /// Shows `text`, with its caret and colours, in place of the old one.
+  /// Replaces the text by `text`, with its caret and colours.
   void SetText(PaneText text);
-  /// The same until EndAside brings the old text back. Lines that come meanwhile go to the end of both; any
-  /// other text set meanwhile stays.
+  /// Shows `text` until EndAside restores the old one. Lines appended in between go to the end of both;
+  /// setting another text ends this and keeps that text.
   void ShowAside(PaneText text);
   bool ShowsAside() const { return session_.has_value(); }
   void EndAside();
-  /// Goes to the end, where the view follows the lines to come.
+  /// Scrolls to the end, where the view follows new lines.
   void FollowEnd();
   QString selectedText() const;
-  /// Empty where `range` ends before it begins.
+  /// Empty if `range` ends before it begins.
   QString TextBetween(PaneRange range) const;
 
-  /// The user can move, mark and copy, but change nothing.
+  /// The user can move, select and copy, but not edit.
   bool isReadOnly() const { return read_only_; }
   void setReadOnly(bool read_only) { read_only_ = read_only; }
 
-  /// A margin with the time at which each line came.
+  /// A margin with the time of each line.
   bool timeStamps() const { return time_margin_ != nullptr; }
   void setTimeStamps(bool shown);
-  /// "HH:mm:ss.zzz", local time; empty for a line that nobody has sent. Lines count from 0, as in plainText.
+  /// "HH:mm:ss.zzz", local time; empty for a line without an origin. Lines count from 0, as in plainText.
   Q_INVOKABLE QString lineTime(int line) const;
-  /// `text` is the selection with the time before each line.
+  /// The selection with the time before each line.
   QString SelectedTextWithTimes() const;
 
-  /// Says more about a line that tells of a failure, as a tool tip; empty where there is no more to say.
+  /// Sets the tool tip of lines that report a failure; an empty text shows none.
   void SetFailureHelp(std::function<QString(const QString& line)> help) { failure_help_ = std::move(help); }
 
-  /// Shown, paler, while the text is empty; no part of it.
+  /// Shown pale while the text is empty; not part of it.
   const QString& placeholderText() const { return placeholder_; }
   void setPlaceholderText(const QString& text);
 
-  /// Colours of text without one of its own, and of the background.
+  /// Colours of the background and of text without its own colour.
   QColor textColor() const { return palette().color(QPalette::Text); }
   void setTextColor(const QColor& color);
   QColor backgroundColor() const { return palette().color(QPalette::Base); }
@@ -89,34 +89,34 @@ class OutputPane : public QAbstractScrollArea, public Pane {
   void SetSelectionColor(Color color);
   void InsertComment(const QString& text);
 
-  /// The length that the Right or Left key turns into a selection next, in characters with two for a break.
+  /// The length that the next Right or Left key selects, in characters, a line break counting as two.
   int RememberedBlockLength() const { return remembered_block_; }
   void SetRememberedBlockLength(int length) { remembered_block_ = length; }
 
-  /// Between offsets and UTF-16 units, a line break counting one.
+  /// Convert between offsets and UTF-16 units, a line break counting as one.
   int ToUnits(std::size_t offset) const;
   std::size_t FromUnits(int units) const;
 
-  /// Marks from `anchor` to `caret` and shows the caret's place.
+  /// Selects from `anchor` to `caret` and scrolls to the caret.
   void Select(std::size_t anchor, std::size_t caret);
-  /// Caret and selection stay with the text around.
+  /// Caret and selection keep their position in the surrounding text.
   void ReplaceRange(PaneRange range, const QString& text);
 
-  /// Where the character at `offset` stands in the viewport, and which is nearest to a place in it.
+  /// The rectangle of the character at `offset` in the viewport, and the offset nearest to a point in it.
   QRect CharacterRect(std::size_t offset) const;
   std::size_t OffsetAt(QPoint place) const;
   PaneRow RowAround(std::size_t offset) const { return Rows().RowAt(rows_.RowOf(offset)); }
   void EnsureVisible(std::size_t offset);
 
-  /// The font that is shown larger or smaller by zooming.
+  /// The font at zoom 0.
   void SetBaseFont(const QFont& font);
-  /// In steps of a tenth from the base font's size; 0 is that itself.
+  /// Zoom steps of a tenth of the size; 0 is the base font's size.
   int zoom() const { return zoom_; }
   void SetZoom(int steps);
 
-  /// Highlights the hits of `search`, which has the pane's text; null: none.
+  /// Highlights the hits of `search`, which must search the pane's text; null: none.
   void ShowHits(const PaneSearch* search);
-  /// Brings the marks in the scroll bar up to the search.
+  /// Updates the marks in the scroll bar from the search.
   void MarkHits();
 
   QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
@@ -127,22 +127,22 @@ class OutputPane : public QAbstractScrollArea, public Pane {
   void cut();
   void paste();
   void deleteSelection();
-  /// As the user's own deletion: undo() brings the text back.
+  /// Counts as the user's edit: undo() restores the text.
   void deleteAll();
-  /// Takes back what the user typed, pasted or deleted last.
+  /// Undoes what the user typed, pasted or deleted last.
   void undo();
   void clear() { Clear(); }
 
  Q_SIGNALS:
-  /// Rows and scroll bar are as the text is now.
+  /// Rows and scroll bar now match the text.
   void TextShown();
-  /// Another text stands in the old one's place.
+  /// Another text has replaced the old one.
   void TextExchanged();
-  /// The user has turned to the pane by Tab.
+  /// The user has moved to the pane by Tab.
   void Touched();
-  /// The user asks for the popup menu at this place of the screen.
+  /// The user requests the popup menu at this screen position.
   void popupRequested(const QPoint& global);
-  /// The user has dropped a file here.
+  /// The user has dropped a file on the pane.
   void fileDropped(const QString& path);
 
  protected:
@@ -208,7 +208,7 @@ class OutputPane : public QAbstractScrollArea, public Pane {
   void EndMarking();
 
   PaneText text_;
-  std::optional<PaneText> session_;  // while another text is shown in its place
+  std::optional<PaneText> session_;  // while another text is shown instead
   QFont base_font_;
   int zoom_ = 0;
   OutputPaneMetrics metrics_;
@@ -224,18 +224,18 @@ class OutputPane : public QAbstractScrollArea, public Pane {
 
   QBasicTimer frame_timer_;
   QElapsedTimer since_frame_;
-  bool stale_ = false;                        // rows, scroll bar and picture are behind the text
-  bool follows_ = true;                       // the view stands at the end
-  bool updating_bar_ = false;                 // the scroll bar moves by itself
-  std::optional<std::size_t> appended_from_;  // begin of the text not announced yet
+  bool stale_ = false;                        // rows, scroll bar and display are out of date
+  bool follows_ = true;                       // the view is at the end
+  bool updating_bar_ = false;                 // the pane itself is moving the scroll bar
+  std::optional<std::size_t> appended_from_;  // start of the text not yet announced
 
-  bool marking_ = false;  // with the mouse, until its button is let go
+  bool marking_ = false;  // with the mouse, until its button is released
   QBasicTimer drag_timer_;
   QPoint drag_place_;
   Unit drag_unit_ = Unit::kCharacter;
   PaneRange drag_origin_{0, 0};
   QElapsedTimer since_double_click_;
-  qreal goal_x_ = -1;  // where Up and Down head for; negative: where the caret stands
+  qreal goal_x_ = -1;  // the x that Up and Down aim for; negative: the caret's
   QString preedit_;
 };
 

@@ -130,7 +130,7 @@ QString OutputPaneAccessible::text(int begin, int end) const {
   return pane().TextBetween({Place(begin), Place(end)});
 }
 
-// Empty beyond either end of the text.
+// A range beyond either end of the text is empty and reported as -1.
 QString OutputPaneAccessible::Report(PaneRange range, int* begin, int* end) const {
   *begin = range.empty() ? -1 : pane().ToUnits(range.begin);
   *end = range.empty() ? -1 : pane().ToUnits(range.end);

@@ -10,7 +10,7 @@ namespace kolvane::pane {
 
 class OutputPane;
 
-/// Tells assistive programs what changes in a pane. Costs nothing while none listens.
+/// Reports changes in a pane to assistive programs. Costs nothing while none listens.
 class PaneAnnouncer : private QAccessible::ActivationObserver {
  public:
   PaneAnnouncer();
@@ -19,9 +19,9 @@ class PaneAnnouncer : private QAccessible::ActivationObserver {
   PaneAnnouncer& operator=(const PaneAnnouncer&) = delete;
 
   bool IsHeard() const { return heard_; }
-  /// What stands from `from` to the end is new.
+  /// The text from `from` to the end is new.
   void Appended(OutputPane& pane, std::size_t from);
-  /// What stands in `range` is in place of `before`.
+  /// The text in `range` has replaced `before`.
   void Replaced(OutputPane& pane, const QString& before, PaneRange range);
   void CaretMoved(OutputPane& pane);
 
@@ -39,8 +39,8 @@ class OutputPane;
 /// Makes every OutputPane readable through the accessibility interfaces; further calls do nothing.
 void InstallPaneAccessibility();
 
-/// The pane as assistive programs and tests see it: an editable text. Positions are UTF-16 units with one for
-/// a line break.
+/// The pane as assistive programs and tests see it: an editable text. Positions are UTF-16 units, a line
+/// break counting as one.
 class OutputPaneAccessible : public QAccessibleWidget,
                              public QAccessibleTextInterface,
                              public QAccessibleEditableTextInterface {

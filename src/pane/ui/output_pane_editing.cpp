@@ -58,7 +58,7 @@ PaneText OutputPane::Exchange(PaneText text) {
 
 QString OutputPane::selectedText() const { return TextBetween(text_.Selection()); }
 
-// Chunk by chunk into its place: a large text stands in memory only once more.
+// Decoded chunk by chunk into the result, so that a large text is in memory only once more.
 QString OutputPane::TextBetween(PaneRange range) const {
   if (range.begin >= range.end) return QString();
   const PaneStore& store = text_.store();
@@ -147,7 +147,7 @@ void OutputPane::EraseTowards(std::size_t (*step)(const PaneStore&, std::size_t)
 }
 
 void OutputPane::selectAll() {
-  // The view stays where it is.
+  // The view does not move.
   Flush();
   text_.Select(0, text_.Length());
   goal_x_ = -1;
@@ -216,7 +216,7 @@ QVariant OutputPane::inputMethodQuery(Qt::InputMethodQuery query) const {
     case Qt::ImCursorPosition:
       return ToUnits(text_.caret()) - ToUnits(line.begin);
     case Qt::ImAnchorPosition:
-      // One in another line is taken for the nearer end of this one, which is all that the other side knows.
+      // An anchor in another line counts as the nearer end of this line, the only one the input method knows.
       return ToUnits(std::clamp(text_.anchor(), line.begin, line.end)) - ToUnits(line.begin);
     case Qt::ImCurrentSelection:
       return selectedText();

@@ -36,7 +36,7 @@ bool IsTyped(const QKeyEvent& event) {
   return plain && !event.text().isEmpty() && event.text().front().isPrint();
 }
 
-// No standard key on every platform.
+// Not a standard key on every platform.
 bool IsBackspace(const QKeyEvent& event) {
   return event.key() == Qt::Key_Backspace && (event.modifiers() & ~Qt::ShiftModifier) == Qt::NoModifier;
 }
@@ -52,7 +52,7 @@ constexpr std::array kEditKeys = {QKeySequence::Copy,
                                   QKeySequence::DeleteStartOfWord,
                                   QKeySequence::DeleteEndOfWord};
 
-// How many steps larger the key asks for; nothing for any other, 0 for the size as it was chosen.
+// The zoom steps that the key requests, 0 for the base size; no value for any other key.
 std::optional<int> ZoomOf(const QKeyEvent& event) {
   if ((event.modifiers() & ~(Qt::KeypadModifier | Qt::ShiftModifier)) != Qt::ControlModifier) return {};
   switch (event.key()) {
@@ -83,7 +83,7 @@ bool OutputPane::event(QEvent* event) {
     PaintFocus();
     return done;
   }
-  // What the pane does with a key comes before the window's shortcuts while it has the focus.
+  // While the pane has the focus, its keys take precedence over the window's shortcuts.
   if (event->type() == QEvent::ShortcutOverride) {
     auto& key = static_cast<QKeyEvent&>(*event);
     if (IsOwnKey(key)) {
@@ -98,13 +98,13 @@ void OutputPane::keyPressEvent(QKeyEvent* event) {
   if (ZoomByKey(event) || SelectRememberedBlock(event) || MoveByKey(event) || EditByKey(event)) {
     event->accept();
   } else {
-    // Not the scroll area's own keys: it would scroll without the caret.
+    // Not passed to the scroll area, which would scroll without moving the caret.
     event->ignore();
   }
 }
 
-// Right and Left turn the remembered block into a selection. Where none is remembered, only Left ends the
-// selection at its begin, as in any text.
+// Right and Left turn the remembered block into a selection. If none is remembered, they end the selection at
+// its end or its start, as in any text.
 bool OutputPane::SelectRememberedBlock(QKeyEvent* event) {
   const bool right = event->key() == Qt::Key_Right;
   if (!right && event->key() != Qt::Key_Left) return false;
@@ -216,7 +216,7 @@ std::size_t OutputPane::RowEnd() const {
 }
 
 void OutputPane::contextMenuEvent(QContextMenuEvent* event) {
-  // The mouse asks by letting the right button go, which comes separately.
+  // With the mouse the release of the right button requests the menu, as a separate event.
   if (event->reason() == QContextMenuEvent::Keyboard) {
     const QPoint place = CharacterRect(text_.caret()).bottomLeft();
     Q_EMIT popupRequested(viewport()->mapToGlobal(place));

@@ -30,7 +30,7 @@ bool IsOneByte(std::string_view text, std::size_t at) {
   return ByteOf(text[at]) < 0x80 && (at + 1 == text.size() || ByteOf(text[at + 1]) < 0x80);
 }
 
-// 1 for control characters but line breaks, and for what belongs to characters beyond Latin-1.
+// 1 for control characters except line breaks, and for bytes of characters beyond Latin-1.
 std::uint8_t IsOdd(std::uint8_t byte) {
   const unsigned control = static_cast<unsigned>(byte < ' ') & static_cast<unsigned>(byte != '\n');
   return static_cast<std::uint8_t>(control | static_cast<unsigned>(byte == 0x7F) |
@@ -119,7 +119,7 @@ std::size_t OutputPaneMetrics::NextRow(std::string_view line, std::size_t row, q
   return line.size();
 }
 
-// The same by counting: a million lines wrap again while the window is being resized.
+// NextRow by counting only: a million lines wrap again while the window is being resized.
 std::size_t OutputPaneMetrics::NextFixedRow(std::string_view line, std::size_t row,
                                             std::size_t columns) const {
   const std::size_t full = row + std::max<std::size_t>(columns, 1);
@@ -136,7 +136,7 @@ std::size_t OutputPaneMetrics::SurelyFitting(qreal width) const {
 }
 
 bool OutputPaneMetrics::IsOrdinary(std::string_view text) {
-  // Piece by piece without a way out in between: the compiler makes vector instructions of it.
+  // In pieces without an early exit, so that the compiler uses vector instructions.
   constexpr std::size_t kPiece = 64;
   for (; text.size() >= kPiece; text.remove_prefix(kPiece)) {
     std::uint8_t odd = 0;
@@ -160,7 +160,7 @@ bool OutputPaneMetrics::IsPlain(std::string_view cluster) {
 
 QString OutputPaneMetrics::Shown(std::string_view cluster) {
   const char32_t value = DecodeAt(cluster, 0).value;
-  // As terminals do: ^@ for NUL, ^[ for ESC, ^? for DEL. Pictures of their own are missing in most fonts.
+  // As terminals do: ^@ for NUL, ^[ for ESC, ^? for DEL. Most fonts lack pictures of control characters.
   if (value < ' ' || value == 0x7F) return QString(u'^') + QChar(static_cast<char16_t>(value ^ 0x40));
   if (value > 0x7F && value < 0xA0) return QChar(QChar::ReplacementCharacter);
   if (value == 0x2028 || value == 0x2029) return QChar(kParagraphSign);

@@ -10,15 +10,15 @@
 
 namespace kolvane::pane {
 
-/// How wide text is in the pane's font, and where a line breaks into rows. Characters stand side by side in
-/// the order of the text, each with its own advance: no kerning, no ligatures, no reordering, so that a place
-/// in a row is a sum of advances whatever the text. Control characters show as "^" and a letter.
+/// The width of text in the pane's font, and where a line wraps into rows. Characters are placed in text
+/// order, each with its own advance: no kerning, no ligatures, no reordering, so that a position in a row is
+/// always a sum of advances. Control characters are shown as "^" and a letter.
 class OutputPaneMetrics {
  public:
   explicit OutputPaneMetrics(const QFont& font);
 
-  /// The fonts to paint plain characters, other clusters and bold ones with. A bold cluster takes the room of
-  /// its plain one.
+  /// The fonts for plain characters, other clusters and bold clusters. A bold cluster takes the width of the
+  /// plain one.
   const QFont& plain_font() const { return plain_font_; }
   const QFont& cluster_font() const { return cluster_font_; }
   const QFont& bold_font() const { return bold_font_; }
@@ -27,27 +27,27 @@ class OutputPaneMetrics {
   qreal ascent() const { return ascent_; }
   qreal blank() const { return narrow_[' ']; }
 
-  /// What one cluster takes that begins at `x` of its row.
+  /// The width of a cluster that starts at `x` of its row.
   qreal Advance(std::string_view cluster, qreal x) const;
-  /// Where the byte `at` of a row stands.
+  /// The x of byte `at` of a row.
   qreal X(std::string_view row, std::size_t at) const;
-  /// The byte whose begin is nearest to `x`.
+  /// The byte whose start is nearest to `x`.
   std::size_t ByteAt(std::string_view row, qreal x) const;
 
-  /// Where the row after the one that begins at `row` of `line` begins; the line's size if none does. A row
-  /// takes what fits into `width`; it ends after a space, comma, semicolon or ">" where it holds one, and a
-  /// space at the edge hangs over. `printable`: the line is known to be IsPrintable.
+  /// The start of the row after the one that starts at `row` of `line`; the line's size if there is none. A
+  /// row takes what fits into `width`; if possible it ends after a space, tab, comma, semicolon or ">", and a
+  /// space at the edge may overhang. `printable`: the line is known to be IsPrintable.
   std::size_t NextRow(std::string_view line, std::size_t row, qreal width, bool printable) const;
-  /// A line of so many bytes, all of them ordinary, fits into `width` whatever they are.
+  /// How many bytes of ordinary text fit into `width`, whatever the text is.
   std::size_t SurelyFitting(qreal width) const;
-  /// Whether `text` holds nothing but printable characters of Latin-1 and line breaks.
+  /// Whether `text` holds only printable Latin-1 characters and line breaks.
   static bool IsOrdinary(std::string_view text);
-  /// Whether `text` holds nothing but printable ASCII.
+  /// Whether `text` holds only printable ASCII.
   static bool IsPrintable(std::string_view text);
 
   /// Whether the cluster may be painted together with its neighbours.
   static bool IsPlain(std::string_view cluster);
-  /// What is painted for a cluster that may not.
+  /// What is painted for a cluster that is not plain.
   static QString Shown(std::string_view cluster);
 
  private:
@@ -62,8 +62,8 @@ class OutputPaneMetrics {
   qreal ascent_;
   std::array<qreal, 256> narrow_{};
   qreal widest_ = 0;
-  qreal fixed_ = 0;  // what each printable ASCII character takes; 0 if they differ
-  // Filled on demand with the clusters outside Latin-1.
+  qreal fixed_ = 0;  // the width of every printable ASCII character; 0 if they differ
+  // Filled on demand with clusters outside Latin-1.
   mutable std::unordered_map<std::string, qreal> measured_;
 };
 

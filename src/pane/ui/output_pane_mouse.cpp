@@ -64,7 +64,7 @@ void OutputPane::mouseMoveEvent(QMouseEvent* event) {
   if (event->buttons().testFlag(Qt::LeftButton)) DragTo(event->pos());
 }
 
-// Outside the window the selection goes on by the timer, which scrolls one row each time or more farther out.
+// Outside the window a timer extends the selection and scrolls one row per tick, or more farther out.
 void OutputPane::DragTo(QPoint place) {
   drag_place_ = place;
   const int height = viewport()->height();
@@ -86,7 +86,7 @@ void OutputPane::DragTo(QPoint place) {
   }
 }
 
-// The view goes on where it stood before.
+// The view then follows the end again if it did before.
 void OutputPane::EndMarking() {
   drag_timer_.stop();
   if (std::exchange(marking_, false)) Changed();
@@ -104,13 +104,13 @@ void OutputPane::mouseReleaseEvent(QMouseEvent* event) {
 
 namespace {
 
-// Of one local file; empty for anything else.
+// The path of one local file; empty for anything else.
 QString DroppedFile(const QMimeData& data) {
   const QList<QUrl> urls = data.urls();
   return urls.size() == 1 ? urls.constFirst().toLocalFile() : QString();
 }
 
-// Always as a copy: the file stays where it is.
+// Always as a copy: the file is not moved.
 void AcceptFile(QDropEvent& event) {
   if (DroppedFile(*event.mimeData()).isEmpty() || !event.possibleActions().testFlag(Qt::CopyAction))
     return event.ignore();

@@ -57,7 +57,7 @@ void OutputPanePainter::PaintHits(const PaneRow& row, std::size_t chunk, std::st
   }
 }
 
-// Where colour or selection change next after `at`.
+// The next position after `at` where colour or selection changes.
 std::size_t OutputPanePainter::EndOfLook(const PaneChunk& chunk, std::size_t chunk_start,
                                          std::size_t at) const {
   std::size_t end = chunk_start + chunk.extent().bytes;
@@ -70,7 +70,7 @@ std::size_t OutputPanePainter::EndOfLook(const PaneChunk& chunk, std::size_t chu
   return std::min(end, begins > at ? begins : chunk_start + run->end);
 }
 
-// Bold characters are painted one by one: in a bold font they would not end where the next one begins.
+// Bold characters are painted one by one, because they keep the advances of the plain font.
 qreal OutputPanePainter::PaintText(std::string_view text, QPointF base, qreal x, bool bold) {
   std::size_t plain = 0;
   qreal plain_x = x;

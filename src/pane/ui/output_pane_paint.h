@@ -11,7 +11,7 @@
 
 namespace kolvane::pane {
 
-/// What text without a colour of its own, and selected text, are painted in.
+/// Colours of text without its own colour, of selected text and of hits.
 struct PaneColors {
   QColor text;
   QColor selected_text;
@@ -19,7 +19,7 @@ struct PaneColors {
   QColor hit_ground;
 };
 
-/// Paints rows of a pane, each in one go: the grounds of hits and of what is selected, then the text.
+/// Paints rows of a pane: the backgrounds of hits and of the selection, then the text.
 class OutputPanePainter {
  public:
   OutputPanePainter(QPainter& painter, const PaneStore& store, const OutputPaneMetrics& metrics,
@@ -31,7 +31,7 @@ class OutputPanePainter {
         selection_(selection),
         search_(search) {}
 
-  /// `left_top` is the row's corner.
+  /// `left_top` is the row's top left corner.
   void PaintRow(const PaneRow& row, QPointF left_top);
 
  private:

@@ -8,15 +8,15 @@
 
 namespace kolvane::pane {
 
-/// One row of the window: bytes [begin, end) of the text, the line's break not among them.
+/// One row of the window: bytes [begin, end) of the text, without the line break.
 struct PaneRow {
   std::size_t begin;
   std::size_t end;
   bool ends_line;
 };
 
-/// Which part of the text stands in which row when lines wrap at a width. Keeps one count a chunk and works
-/// out the rest where it is asked; call Sync after each change of the text, before anything else.
+/// Which part of the text is in which row when lines wrap at a width. Keeps one count per chunk and computes
+/// the rest on demand; call Sync after each change of the text, before anything else.
 class OutputPaneRows {
  public:
   OutputPaneRows(const PaneStore& store, const OutputPaneMetrics& metrics)
@@ -24,19 +24,19 @@ class OutputPaneRows {
 
   void SetLayout(const OutputPaneMetrics& metrics, qreal width);
   void Sync();
-  /// To be called where another text stands in the store, whose chunks may have the versions of the old ones.
+  /// To be called when the store holds another text, whose chunks may have the versions of the old ones.
   void Forget();
 
-  /// How many of the text's chunks the last Sync has seen.
+  /// The number of chunks at the last Sync.
   std::size_t ChunkCount() const { return chunks_.size(); }
   std::size_t Total() const { return total_; }
-  /// Where in all rows, 0 to 1, this part of the chunk's rows ends.
+  /// The position among all rows, 0 to 1, where this part, 0 to 1, of the chunk's rows ends.
   double Share(std::size_t chunk, double part) const {
     return (static_cast<double>(chunks_[chunk].start) + part * static_cast<double>(chunks_[chunk].rows)) /
            static_cast<double>(total_);
   }
   PaneRow RowAt(std::size_t row) const;
-  /// A place between two rows of a line belongs to the second.
+  /// A position between two rows of a line belongs to the second.
   std::size_t RowOf(std::size_t offset) const;
 
  private:
@@ -70,7 +70,7 @@ class OutputPaneRows {
   qreal width_ = 0;
   std::vector<ChunkRows> chunks_;
   std::size_t total_ = 1;
-  // The last ones asked for: painting asks for neighbours.
+  // The last ones requested: painting requests neighbours.
   mutable LinesOfChunk lines_;
   mutable BreaksOfLine breaks_;
 };

@@ -7,7 +7,7 @@
 namespace kolvane::pane {
 namespace {
 
-// Short enough that typing and a running list are not held up.
+// Short enough not to delay typing and a running list.
 constexpr int kSliceMs = 6;
 
 }  // namespace
@@ -47,7 +47,7 @@ void PaneFind::TextChanged(bool exchanged) {
   if (!search_.IsOn()) return;
   search_.Sync(exchanged);
   if (exchanged) origin_ = goal_from_ = 0;
-  // What has been cut off takes its hits along.
+  // If text was only removed, nothing is left to search but the count has changed.
   if (search_.IsComplete()) return ShowProgress();
   slices_.start(0, this);
 }
@@ -63,7 +63,7 @@ void PaneFind::timerEvent(QTimerEvent* event) {
   ShowProgress();
 }
 
-/// False while the text on the way to the goal has not been searched.
+/// Returns false while the text on the way to the goal has not been searched.
 bool PaneFind::ReachGoal() {
   goal_from_ = std::min(goal_from_, pane_->text().Length());
   const PaneSearch::Answer answer =

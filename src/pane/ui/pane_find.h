@@ -8,12 +8,12 @@
 
 namespace kolvane::pane {
 
-/// Finds in an output pane, in slices between which events are served.
+/// Searches an output pane, in time slices between which events are served.
 class PaneFind final : public FindTarget {
   Q_OBJECT
 
  public:
-  /// The pane outlives this or goes together with it.
+  /// The pane must outlive this object or be destroyed together with it.
   explicit PaneFind(OutputPane* pane);
 
   void Search(std::shared_ptr<const Matcher> matcher) override;
@@ -37,7 +37,7 @@ class PaneFind final : public FindTarget {
   OutputPane* pane_;
   PaneSearch search_;
   QBasicTimer slices_;
-  std::size_t origin_ = 0;  // where the first search began
+  std::size_t origin_ = 0;  // where the first search started
   Goal goal_ = Goal::kNone;
   std::size_t goal_from_ = 0;
   std::optional<PaneRange> current_;

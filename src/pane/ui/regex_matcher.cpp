@@ -16,7 +16,7 @@ QString ToQString(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-/// Turns positions in UTF-16 units into bytes, each not before the last one.
+/// Converts positions in UTF-16 units, each not before the last one, into bytes.
 class ByteCounter {
  public:
   explicit ByteCounter(std::string_view text, qsizetype units)
@@ -55,7 +55,7 @@ Hits RegexMatcher::FindIn(std::string_view lines) const {
   if (!expression_.isValid()) return hits;
   const QString text = ToQString(lines);
   ByteCounter bytes(lines, text.size());
-  // Where the properties of characters say the same, looking them up takes most of the time.
+  // For ASCII, Unicode properties make no difference, but looking them up takes most of the time.
   const QRegularExpression& expression =
       static_cast<std::size_t>(text.size()) == lines.size() ? ascii_ : expression_;
   const auto add = [&](qsizetype begin, qsizetype end) {
@@ -63,7 +63,7 @@ Hits RegexMatcher::FindIn(std::string_view lines) const {
     const std::size_t first = bytes.At(begin);
     hits.push_back({first, bytes.At(end)});
   };
-  // All lines at once: each start costs more than the search.
+  // All lines at once, because each start costs more than the search.
   qsizetype done = 0;
   for (auto matches = expression.globalMatch(text); matches.hasNext();) {
     const QRegularExpressionMatch match = matches.next();
@@ -78,7 +78,7 @@ Hits RegexMatcher::FindIn(std::string_view lines) const {
   return hits;
 }
 
-// For an expression that would go on in the next line.
+// For an expression that would match across line ends.
 template <typename Add>
 void RegexMatcher::FindLineByLine(const QString& text, qsizetype from, const Add& add) const {
   qsizetype begin = from == 0 ? 0 : text.lastIndexOf(QLatin1Char('\n'), from - 1) + 1;

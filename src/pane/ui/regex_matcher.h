@@ -7,16 +7,16 @@
 
 namespace kolvane::pane {
 
-/// A regular expression as QRegularExpression has them, each line for itself.
+/// A regular expression in QRegularExpression's syntax, applied to each line separately.
 class RegexMatcher final : public Matcher {
  public:
   RegexMatcher(const QString& pattern, bool match_case);
 
-  /// Where and why the expression is none, German; empty for a valid one.
+  /// Where and why the expression is invalid, in German; empty if it is valid.
   QString Fault() const;
 
   Hits FindIn(std::string_view lines) const override;
-  /// `\0` to `\9` in `with` stand for what the hit's groups hold, `\\` for one backslash.
+  /// In `with`, `\0` to `\9` stand for the hit's groups and `\\` for one backslash.
   std::string Replacement(std::string_view line, PaneRange hit, std::string_view with) const override;
 
  private:
@@ -24,7 +24,7 @@ class RegexMatcher final : public Matcher {
   void FindLineByLine(const QString& text, qsizetype from, const Add& add) const;
 
   QRegularExpression expression_;
-  QRegularExpression ascii_;  // for text that is ASCII throughout
+  QRegularExpression ascii_;  // for text that is all ASCII
 };
 
 }  // namespace kolvane::pane

@@ -6,12 +6,12 @@ namespace kolvane::pane {
 
 class OutputPane;
 
-/// The times of a pane's lines, beside its viewport.
+/// Shows the times of a pane's lines beside its viewport.
 class TimeMargin final : public QWidget {
  public:
   explicit TimeMargin(OutputPane* pane);
 
-  /// Pixels that it takes in the pane's font.
+  /// Its width in the pane's font, pixels.
   int Width() const;
 
  protected:
