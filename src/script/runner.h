@@ -27,8 +27,7 @@ class Runner {
   /// Plays from the current row on, ignoring a breakpoint on it. After Break it continues after the row at
   /// which the run ended, if that is still current. Loops and conditions stay as they are.
   void PlayFromHere();
-  /// Makes the next PlayOn stop before `row`. PlayOn plays from stands_at(), or from the first row if it is
-  /// 0.
+  /// Makes the next PlayOn, which plays from stands_at() or from row 1, stop before `row`.
   void StopBefore(int row) { stop_before_ = row; }
   void PlayOn() { PlayFrom(stands_at() != 0 ? stands_at() : 1); }
   /// The row before which a step, Break, a breakpoint or PlayOn has stopped a run; 0 if there is none or the

@@ -76,7 +76,7 @@ void Column::Truncate(std::size_t size) {
   }
 }
 
-// The largest nodes that fit, and the values at both ends for which none does.
+// Uses the largest nodes that fit, and single values at both ends.
 template <typename UseNode, typename UseValues>
 void Column::Walk(std::size_t first, std::size_t last, UseNode use_node, UseValues use_values) const {
   while (first < last) {
@@ -156,7 +156,7 @@ void TimeColumn::Widen(Block& block, std::int64_t offset) {
   }
 }
 
-// The two clocks are not read at the same instant, so a millisecond more or less is no new setting.
+// The two clocks are not read at the same instant, so a difference of one millisecond is not a new setting.
 void TimeColumn::NoteSetting(std::int64_t micros, std::int64_t time_ms) {
   if (!settings_.empty() && std::abs(FloorMs(micros + settings_.back().ahead_us) - time_ms) <= 1) return;
   settings_.push_back({size(), time_ms * kUsPerMs + kUsPerMs / 2 - micros});

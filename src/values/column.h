@@ -12,8 +12,8 @@
 
 namespace kolvane::values {
 
-/// A sequence that grows at its end without moving what it holds: a short one as a vector does, a long one in
-/// chunks of kChunk. Where memory is lacking it stays as it was.
+/// A sequence that grows at its end without moving its elements: a short one as a vector does, a long one in
+/// chunks of kChunk. If memory runs out, it is unchanged.
 template <typename T>
 class Chunks {
  public:
@@ -33,21 +33,21 @@ class Chunks {
     ++size_;
   }
 
-  /// Keeps the first `size`, at most all.
+  /// Keeps the first `size` elements; `size` must not exceed size().
   void Truncate(std::size_t size) {
     size_ = size;
     chunks_.resize((size + kChunk - 1) / kChunk);
     if (size % kChunk != 0) chunks_.back().resize(size % kChunk);
   }
 
-  /// What lies in one piece from `first` on, `last` excluded.
+  /// The elements from `first` on, to before `last`, that are contiguous in memory.
   std::span<const T> Piece(std::size_t first, std::size_t last) const {
     const std::size_t end = std::min(last, (first / kChunk + 1) * kChunk);
     return {&(*this)[first], end - first};
   }
 
-  /// The first place, of those from `first` to `last`, that `comes_before` does not hold for; it holds for
-  /// all between `first` and that one. At its cheapest where that is `last`.
+  /// The first index, from `first` to `last`, for which `comes_before` is false; it must be true for all
+  /// elements between `first` and that one. Fastest if the result is `last`.
   template <typename Predicate>
   std::size_t PartitionPoint(std::size_t first, std::size_t last, Predicate comes_before) const {
     if (first < last && comes_before((*this)[last - 1])) return last;
@@ -65,7 +65,7 @@ class Chunks {
  private:
   static constexpr std::size_t kLeastGrowth = 16;
 
-  // A quarter of what there is may lie idle.
+  // Growing by a quarter keeps the unused memory small.
   std::size_t Growth() const { return std::max(kLeastGrowth, size_ / 4); }
 
   std::vector<std::vector<T>> chunks_;
@@ -73,7 +73,7 @@ class Chunks {
 };
 
 /// Statistics of some values. Mean and deviations are kept instead of sums, so that small differences between
-/// large values survive.
+/// large values are not lost.
 struct Summary {
   std::uint64_t count = 0;
   double minimum = std::numeric_limits<double>::infinity();
@@ -83,11 +83,11 @@ struct Summary {
 
   void Add(std::span<const double> values);
   void Merge(const Summary& other);
-  /// That of a sample, with count - 1 in the denominator; nothing for fewer than two values.
+  /// The sample standard deviation (denominator count - 1); no value for fewer than two values.
   std::optional<double> StandardDeviation() const;
 };
 
-/// Smallest and largest of some values; the smallest is above the largest where there are none.
+/// Smallest and largest of some values; with no values the smallest is above the largest.
 struct Extent {
   double minimum = std::numeric_limits<double>::infinity();
   double maximum = -std::numeric_limits<double>::infinity();
@@ -100,8 +100,8 @@ struct Extent {
   }
 };
 
-/// Values in the order in which they came, with a pyramid of statistics above them: a node for each kLeaf
-/// values, and one for each kFan nodes below. What a range holds is known after O(log n) steps.
+/// Values in order of arrival, with a pyramid of statistics: a node for each kLeaf values, and one for each
+/// kFan nodes below. The statistics of a range take O(log n) steps.
 class Column {
  public:
   static constexpr std::size_t kLeaf = 64;
@@ -110,12 +110,12 @@ class Column {
   std::size_t size() const { return values_.size(); }
   double operator[](std::size_t at) const { return values_[at]; }
 
-  /// Where memory is lacking, Truncate to the size before sets it right again.
+  /// If memory runs out, Truncate to the previous size restores the column.
   void Append(double value);
-  /// Keeps the first `size`, at most all.
+  /// Keeps the first `size` values; `size` must not exceed size().
   void Truncate(std::size_t size);
 
-  /// Of the values from `first` to before `last`, which is at most size().
+  /// Of the values from `first` to before `last`, which must not exceed size().
   Summary Summarize(std::size_t first, std::size_t last) const;
   Extent ExtentOf(std::size_t first, std::size_t last) const;
 
@@ -137,32 +137,31 @@ class Column {
   std::vector<Chunks<Node>> levels_;
 };
 
-/// When each row came: seconds since the first row, and the time of day to the millisecond. It takes four
-/// bytes a row, as an offset in its block of rows, and one entry each time that the wall clock was set. Times
-/// are good to the microsecond where a block lasts an hour, to some milliseconds where rows are an hour
-/// apart.
+/// The time of each row: seconds since the first row, and the time of day in milliseconds. A row takes four
+/// bytes, as an offset within its block of rows; each setting of the wall clock takes one entry. Times are
+/// accurate to the microsecond if a block lasts an hour, to some milliseconds if rows are an hour apart.
 class TimeColumn {
  public:
   std::size_t size() const { return offsets_.size(); }
 
-  /// Seconds that are less than those of the row before count as the same.
+  /// Seconds below those of the previous row count as equal to them.
   void Append(const Moment& moment);
-  /// Keeps the first `size`, at most all.
+  /// Keeps the first `size` rows; `size` must not exceed size().
   void Truncate(std::size_t size);
 
   double Seconds(std::size_t row) const { return static_cast<double>(Micros(row)) * 1e-6; }
   /// Milliseconds since 1970 UTC.
   std::int64_t TimeMs(std::size_t row) const;
-  /// The first row, of those up to `rows`, that came at `seconds` or later.
+  /// The first of the first `rows` rows at `seconds` or later; `rows` if there is none.
   std::size_t FirstAt(double seconds, std::size_t rows) const;
 
  private:
-  // The rows of one chunk of offsets: what their offsets count from, and in which unit.
+  // The rows of one chunk of offsets: origin and unit of the offsets.
   struct Block {
     std::int64_t origin_us;
     unsigned shift;  // the unit is 1 << shift microseconds
   };
-  // From this row on the wall clock is ahead of the other one by so much.
+  // From this row on the wall clock is ahead of the monotonic clock by `ahead_us`.
   struct Setting {
     std::size_t row;
     std::int64_t ahead_us;

@@ -30,7 +30,7 @@ PlotColumns::PlotColumns(const PlotRows& rows, const Span& x, int count) : rows_
 
 namespace {
 
-// From so many leaves of the pyramid in a column on, columns end where leaves do.
+// With this many leaves of the pyramid in a column, columns end at leaf boundaries.
 constexpr std::size_t kLeavesForWhole = 8;
 
 bool Overlap(const Extent& a, const Extent& b) { return a.minimum <= b.maximum && b.minimum <= a.maximum; }
@@ -77,7 +77,7 @@ class CurveMaker {
     std::size_t begin = first_;
     for (int column = 0; column < columns_.count(); ++column) {
       std::size_t end = scan.CountBefore(columns_.FirstRow(column + 1));
-      // Values less than an eighth of a pixel away: to look at each would take most of the time.
+      // This moves values by less than an eighth of a pixel; reading each would take most of the time.
       if (end < last_ && end - begin >= kLeavesForWhole * Column::kLeaf) end -= end % Column::kLeaf;
       AddColumn(column, begin, end);
       begin = end;
@@ -110,9 +110,9 @@ std::optional<std::size_t> NearestValue(const Series& series, const PlotRows& ro
 
 namespace {
 
-constexpr float kNowhere = 1e9f;  // far outside of any picture
+constexpr float kNowhere = 1e9f;  // far outside any picture
 
-// The rows of pixels that a curve covers wholly, by columns.
+// The pixel rows that a curve covers fully, by column.
 struct Whole {
   std::vector<int> first;
   std::vector<int> last;
@@ -135,7 +135,7 @@ Whole WholeRowsOf(const CurveBars& bars, int height) {
   return whole;
 }
 
-// The compiler makes vector instructions of this.
+// Written so that the compiler uses vector instructions.
 void PaintRow(std::uint32_t* line, int y, int width, const Whole& whole, std::uint32_t color) {
   const int* first = whole.first.data();
   const int* last = whole.last.data();
@@ -160,7 +160,7 @@ void Blend(const Pixels& pixels, int column, int y, double share, std::uint32_t 
   pixel = Mixed(pixel, color, std::min(share, 1.0));
 }
 
-// The pixels at both ends of each bar.
+// Paints the pixels at both ends of each bar.
 void PaintEnds(const CurveBars& bars, const Pixels& pixels, std::uint32_t color) {
   for (int column = 0; column < bars.width(); ++column) {
     if (bars.IsEmpty(column)) continue;

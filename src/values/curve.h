@@ -11,10 +11,10 @@
 
 namespace kolvane::values {
 
-/// What values are drawn over: the seconds since the first row, or the row's number, from 1.
+/// The x axis: the seconds since the first row, or the row's number, from 1.
 enum class Axis { kTime, kRow };
 
-/// The first `rows` rows of a store on an axis.
+/// The first `rows` rows of a store, placed on an axis.
 class PlotRows {
  public:
   PlotRows(const Store& store, std::size_t rows, Axis axis) : store_(&store), rows_(rows), axis_(axis) {}
@@ -24,11 +24,11 @@ class PlotRows {
   Axis axis() const { return axis_; }
 
   double XOf(std::size_t row) const;
-  /// The first row at `x` or beyond, rows() where there is none.
+  /// The first row at `x` or beyond; rows() if there is none.
   std::size_t RowAt(double x) const;
-  /// How far the rows reach; from 0 to 1 where there are none.
+  /// The range of the rows on the axis; 0 to 1 if there are no rows.
   Span Reach() const;
-  /// The rows within a span, the second one excluded.
+  /// The rows within a span: the first, and the end, which is excluded.
   std::pair<std::size_t, std::size_t> Within(const Span& x) const;
 
  private:
@@ -48,28 +48,28 @@ struct CurveColumn {
   Extent extent;
 };
 
-/// A line between two values that follow one another.
+/// A line between two consecutive values.
 struct CurveLine {
   CurvePoint from;
   CurvePoint to;
 };
 
-/// What a series looks like: its points, or where these are more than the columns, what each column holds and
-/// the lines between columns that have no height in common.
+/// The shape of a series: its points, or if there are more values than columns, the extent of each column and
+/// the lines between columns whose extents do not overlap.
 struct Curve {
   std::vector<CurvePoint> points;
   std::vector<CurveColumn> columns;
   std::vector<CurveLine> lines;
 };
 
-/// The pixel columns of a plot: which rows each one holds.
+/// The pixel columns of a plot: the rows in each.
 class PlotColumns {
  public:
   PlotColumns(const PlotRows& rows, const Span& x, int count);
 
   const PlotRows& rows() const { return rows_; }
   int count() const { return static_cast<int>(bounds_.size()) - 1; }
-  /// The first row of a column; that of the one after the last ends it.
+  /// The first row of a column; FirstRow(count()) is the end of the last one.
   std::size_t FirstRow(int column) const { return bounds_[static_cast<std::size_t>(column)]; }
 
  private:
@@ -77,14 +77,14 @@ class PlotColumns {
   std::vector<std::size_t> bounds_;
 };
 
-/// The part of a series that the columns show, with the points next to it on both sides. It costs a few steps
-/// a column however many values there are, and none of them lies outside of what its column says.
+/// The part of a series that the columns show, with the adjacent value on each side. It costs a few steps per
+/// column however many values there are, and no value is outside its column's extent.
 Curve CurveOf(const Series& series, const PlotColumns& columns);
 
-/// The value that stands nearest to `x`; nothing where the series has none in these rows.
+/// The index of the value nearest to `x`; no value if the series has none in these rows.
 std::optional<std::size_t> NearestValue(const Series& series, const PlotRows& rows, double x);
 
-/// 32-bit pixels 0xffRRGGBB, line after line; `stride` is the distance of two lines in pixels.
+/// 32-bit pixels 0xffRRGGBB, line after line; `stride` is the distance between two lines in pixels.
 struct Pixels {
   std::uint32_t* first;
   std::ptrdiff_t stride;
@@ -92,8 +92,8 @@ struct Pixels {
   int height;
 };
 
-/// What a curve covers of each pixel column: since it never goes back on the x axis, that is one piece.
-/// Places are counted from the top.
+/// The part of each pixel column that a curve covers: one range, because a curve never goes back on the x
+/// axis. Positions are counted from the top.
 class CurveBars {
  public:
   /// The curve must have been made for `width` columns.
@@ -131,8 +131,7 @@ struct ColoredBars {
   std::uint32_t color;
 };
 
-/// Paints curves, the later ones above the earlier ones; pixels that are covered in part take a part of the
-/// colour.
+/// Paints curves, later ones above earlier ones; pixels that are partly covered are blended.
 void PaintBars(std::span<const ColoredBars> curves, const Pixels& pixels);
 
 }  // namespace kolvane::values

@@ -22,7 +22,7 @@ void CurveList::Refresh() {
   }
 }
 
-// A query takes the place of the last one that is none.
+// At the limit a query replaces the last curve that is not a query's.
 void CurveList::ShowUnasked(std::size_t number) {
   if (unasked_.size() == kFirstShown) {
     if (!IsQuery(number)) return;

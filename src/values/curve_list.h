@@ -11,29 +11,29 @@
 
 namespace kolvane::values {
 
-/// How the series of a store are called and shown. What the user has chosen for a field of a command outlives
-/// the store's being cleared.
+/// Names and looks of a store's series. What the user has chosen for a field of a command survives clearing
+/// the store.
 class CurveList {
  public:
-  /// So many are shown unasked: those of queries before others, whose answers often only confirm.
+  /// This many are shown by default: those of queries first, since other answers often only confirm.
   static constexpr std::size_t kFirstShown = 8;
 
   explicit CurveList(const Store& store) : store_(store) {}
 
-  /// Takes up the series that have come since.
+  /// Brings the list up to date with the store.
   void Refresh();
   std::size_t size() const { return curves_.size(); }
 
   bool IsShown(std::size_t number) const { return curves_[number].shown; }
   void Show(std::size_t number, bool shown);
 
-  /// The name that the user gave, otherwise the command, with the field's number where it has several: "MSV?
-  /// 1,2 [2]".
+  /// The name that the user gave, otherwise the command, followed by the field's number if it has several:
+  /// "MSV? 1,2 [2]".
   std::string Name(std::size_t number) const;
-  /// An empty name takes the own one back.
+  /// An empty name restores the default.
   void SetName(std::size_t number, const std::string& name);
 
-  /// The colour that the user chose, 0xRRGGBB; nothing where it is that of the curve's number.
+  /// The colour that the user chose, 0xRRGGBB; no value if it is the default of the curve's number.
   std::optional<std::uint32_t> Color(std::size_t number) const { return curves_[number].color; }
   void SetColor(std::size_t number, std::optional<std::uint32_t> color);
 

@@ -19,14 +19,14 @@ constexpr double kLeastWidth = 1e-6;  // of the x axis
 constexpr double kLargestFactor = 1000;
 constexpr double kNearlyAll = 1 - 1e-9;
 constexpr double kLeastHeight = 1e-300;
-constexpr double kLeastShare = 1e-12;  // of a span in its numbers, whose digits end there
+constexpr double kLeastShare = 1e-12;  // of the span's numbers: the limit of their precision
 
 Span Widened(const Span& span, double margin) {
   const double by = span.width() * margin;
   return {span.from - by, span.to + by};
 }
 
-// The span with at least the width that its numbers can tell apart.
+// The span, widened if its numbers could not be told apart.
 Span Separable(const Span& span, double least) {
   const double needed = std::max(least, std::max(std::abs(span.from), std::abs(span.to)) * kLeastShare);
   if (span.width() >= needed) return span;
@@ -217,7 +217,7 @@ std::string DurationText(double seconds, TimeForm form, int decimals, const std:
   if (form == TimeForm::kSeconds)
     return WithSign(Formatted(seconds, std::chars_format::fixed, decimals), decimal_sign);
   const std::string sign = seconds < 0 ? "-" : "";
-  // Rounded first, so that no 60 comes to stand in the place of the seconds.
+  // Rounded first, so that the seconds never show as 60.
   const double unit = std::pow(10, -decimals);
   const double rounded = std::round(std::abs(seconds) / unit) * unit;
   const auto minutes = static_cast<std::int64_t>((rounded + unit / 2) / kMinute);

@@ -35,7 +35,7 @@ std::optional<double> Series::InRowOfCommand(std::size_t n) const {
 
 std::size_t Series::CountBefore(std::size_t row) const { return SeriesScan(*this).CountBefore(row); }
 
-// No row counts more than once, so what is looked for is not far away.
+// Each row of the store adds at most one to the command's, which limits the search.
 std::size_t SeriesScan::CountBefore(std::size_t row) {
   const Chunks<std::uint32_t>& rows = *series_.rows_;
   const std::size_t last = std::min(rows.size(), n_ + (row - row_));
@@ -81,7 +81,7 @@ std::uint32_t Store::NumberOf(std::string_view command) {
   return number;
 }
 
-// The row counts once command_of_row_ has it.
+// The row is complete once command_of_row_ holds it.
 void Store::Append(const Row& row, Command& command, std::uint32_t number) {
   const std::size_t n = command.rows.size();
   for (std::size_t field = 0; field < row.fields.size(); ++field) {

@@ -14,10 +14,10 @@
 
 namespace kolvane::values {
 
-/// The values of one field of a command, in the order of the rows. A row that has fewer fields has none here.
+/// The values of one field of a command, in row order. A row with fewer fields has no value here.
 class Series {
  public:
-  /// `rows` are those of the command, which outlive the series.
+  /// `rows` are those of the command; they must outlive the series.
   Series(std::uint32_t command, std::size_t field, const Chunks<std::uint32_t>& rows)
       : command_(command), field_(field), rows_(&rows) {}
 
@@ -26,21 +26,21 @@ class Series {
   std::size_t field() const { return field_; }
   const Column& values() const { return values_; }
 
-  /// How many values stand in the rows before `row` of the store.
+  /// The number of values in the store's rows before `row`.
   std::size_t CountBefore(std::size_t row) const;
-  /// The row of the store in which value `index` stands.
+  /// The store's row that holds value `index`.
   std::size_t RowOf(std::size_t index) const;
 
-  /// The value in the command's n-th row.
+  /// The value in the command's n-th row, if it has one.
   std::optional<double> InRowOfCommand(std::size_t n) const;
   void Append(std::size_t row_of_command, double value);
-  /// Keeps what stands in the command's first `rows` rows.
+  /// Keeps the values of the command's first `rows_of_command` rows.
   void Truncate(std::size_t rows_of_command);
 
  private:
   friend class SeriesScan;
 
-  // From this row of the command on each row has a value, up to the next run's.
+  // From this row of the command on, consecutive rows have values, up to the next run's index.
   struct Run {
     std::uint32_t row;
     std::uint32_t index;
@@ -55,11 +55,11 @@ class Series {
   Chunks<Run> runs_;
 };
 
-/// Counts a series' values before one row after the other, which costs less than to look for each row again.
+/// Counts a series' values before ascending rows, which costs less than searching for each row again.
 class SeriesScan {
  public:
   explicit SeriesScan(const Series& series) : series_(series) {}
-  /// `row` is not below that of the call before.
+  /// `row` must not be below that of the previous call.
   std::size_t CountBefore(std::size_t row);
 
  private:
@@ -68,47 +68,47 @@ class SeriesScan {
   std::size_t n_ = 0;    // rows of the command before it
 };
 
-/// Is told of each row that a store takes, and when it is cleared.
+/// Notified of each row added to a store, and when it is cleared.
 class StoreObserver {
  public:
   virtual ~StoreObserver() = default;
   virtual void StoreChanged() = 0;
 };
 
-/// The numeric answers of a session, by columns. Made for tens of millions of values: one takes at most 21
-/// bytes, less where an answer has several, and no row waits for others to be moved.
+/// The numeric answers of a session, in columns. Made for tens of millions of values: each takes at most 21
+/// bytes, less if an answer has several, and adding a row never waits for others to be moved.
 class Store {
  public:
   Store() = default;
   Store(const Store&) = delete;
   Store& operator=(const Store&) = delete;
 
-  /// Takes a row with at least one field. Where memory is lacking it throws std::bad_alloc and stays as it
-  /// was.
+  /// Adds a row with at least one field. If memory runs out, throws std::bad_alloc and leaves the store
+  /// unchanged.
   void Add(const Row& row);
   void Clear();
-  /// One at a time; null: nobody.
+  /// One observer at most; null removes it.
   void Observe(StoreObserver* observer) { observer_ = observer; }
 
   std::size_t rows() const { return command_of_row_.size(); }
   std::size_t values() const { return values_; }
-  /// The number of fields of the row that has most.
+  /// The number of fields of the longest row.
   std::size_t fields() const { return fields_; }
-  /// Another one after each Clear.
+  /// Incremented by each Clear.
   std::uint64_t generation() const { return generation_; }
 
-  /// Commands and series are numbered in the order in which they first came.
+  /// Commands and series are numbered in the order of their first occurrence.
   std::size_t commands() const { return commands_.size(); }
   const std::string& command(std::size_t number) const { return commands_[number].text; }
   std::size_t series_count() const { return series_.size(); }
   const Series& series(std::size_t number) const { return series_[number]; }
-  /// How many fields the command's longest answer had.
+  /// The number of fields in the command's longest answer.
   std::size_t FieldsOf(std::size_t command) const { return commands_[command].series.size(); }
 
   std::size_t CommandOf(std::size_t row) const { return command_of_row_[row]; }
   /// Which of its command's rows `row` is.
   std::size_t RowOfCommand(std::size_t row) const;
-  /// What the command's n-th row has in `field`.
+  /// The value in `field` of the command's n-th row.
   std::optional<double> Value(std::size_t command, std::size_t n, std::size_t field) const;
   const TimeColumn& times() const { return times_; }
 
@@ -125,7 +125,7 @@ class Store {
 
   TimeColumn times_;
   Chunks<std::uint32_t> command_of_row_;
-  std::deque<Command> commands_;  // which stay where they are
+  std::deque<Command> commands_;  // never moved
   std::unordered_map<std::string_view, std::uint32_t> numbers_;
   std::vector<Series> series_;
   std::size_t values_ = 0;
@@ -134,15 +134,15 @@ class Store {
   StoreObserver* observer_ = nullptr;
 };
 
-/// Reads the rows of a store one after the other, which costs less than looking up each. The store may grow
-/// meanwhile, but not be cleared.
+/// Reads the rows of a store in order, which costs less than looking up each one. The store may grow in
+/// between, but not be cleared.
 class RowReader {
  public:
   explicit RowReader(const Store& store, std::size_t first = 0) : store_(store), row_(first) {}
 
   /// Number of the row that Next returns.
   std::size_t row() const { return row_; }
-  /// The next row, which must be there; valid until the next call.
+  /// The next row, which must exist; valid until the next call.
   Row Next();
 
  private:
@@ -150,7 +150,7 @@ class RowReader {
 
   const Store& store_;
   std::size_t row_;
-  std::vector<std::size_t> next_;  // of each command: its next row
+  std::vector<std::size_t> next_;  // by command: its next row
   std::vector<double> fields_;
 };
 
@@ -161,18 +161,18 @@ struct RowRange {
   bool operator==(const RowRange&) const = default;
 };
 
-/// Ranges in their order, none of which touches the next.
+/// Ranges in order, none of which touches the next.
 using RowRanges = std::vector<RowRange>;
 
-/// Brings ranges into that form; empty ones are dropped.
+/// Sorts and joins ranges into that form; empty ones are dropped.
 RowRanges Ordered(RowRanges ranges);
 
 std::size_t CountOf(const RowRanges& ranges);
 
-/// The part of the ranges that lies before row `end`.
+/// The part of the ranges before row `end`.
 RowRanges Before(RowRanges ranges, std::size_t end);
 
-/// The statistics of what a series has in these rows.
+/// The statistics of a series in these rows.
 Summary Summarize(const Series& series, const RowRanges& ranges);
 
 }  // namespace kolvane::values

@@ -7,7 +7,7 @@
 #include "base/system.h"
 #include "values/plot_view.h"
 
-/// What the window of values tells the user.
+/// The texts of the values window.
 namespace kolvane::values::texts {
 
 inline constexpr std::string_view kNoCommand = "(ohne Befehl)";

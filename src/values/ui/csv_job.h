@@ -11,21 +11,21 @@
 
 namespace kolvane::values {
 
-/// Writes rows of a store as a CSV file, a few milliseconds at a time, so that windows and a running list go
-/// on meanwhile; the user may cancel. The file is written whole or not at all.
+/// Writes rows of a store to a CSV file, a few milliseconds at a time, so that windows and a running list are
+/// not blocked; the user may cancel. The file is written whole or not at all.
 class CsvJob final : public QObject {
   Q_OBJECT
 
  public:
-  /// The first `rows` rows of the store.
+  /// Writes the first `rows` rows of the store.
   CsvJob(const Store& store, std::size_t rows, CsvForm form, QWidget* window);
 
-  /// Begins, and ends at once where there is little to write.
+  /// Starts writing; with few rows it also ends in this call.
   void Start(const std::string& name);
 
  Q_SIGNALS:
-  /// Once it has ended: 0, an errno, or ECANCELED where the user cancelled or the store was cleared. The job
-  /// may be deleted later from there on.
+  /// Emitted at the end: 0, an errno, or ECANCELED if the user cancelled or the store was cleared. From then
+  /// on the job may be deleted with deleteLater.
   void Ended(int error);
 
  protected:

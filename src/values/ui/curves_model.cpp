@@ -33,7 +33,7 @@ void CurvesModel::Refresh() {
     beginInsertRows({}, rows_, rows - 1);
     rows_ = rows;
     endInsertRows();
-    // One that was shown may have made room.
+    // Another curve may have been hidden to make room.
     ColumnsChanged(kName, kName);
   }
 }
@@ -81,7 +81,7 @@ void CurvesModel::ColumnsChanged(int first, int last) {
 }
 
 QVariant CurvesModel::data(const QModelIndex& index, int role) const {
-  // Once the values have been cleared, the rows are those of curves that are gone.
+  // Once the store has been cleared, the rows refer to curves that no longer exist.
   if (!index.isValid() || index.row() >= rows_ || generation_ != store_.generation()) return {};
   const auto curve = static_cast<std::size_t>(index.row());
   if (index.column() == kName) return NameData(curve, role);
@@ -143,7 +143,7 @@ bool CurvesModel::setData(const QModelIndex& index, const QVariant& value, int r
     curves_.Show(curve, value.toInt() == Qt::Checked);
   } else if (role == Qt::EditRole) {
     const std::string name = value.toString().simplified().toStdString();
-    // What was there before is not a choice of the user's.
+    // The default name, left as it is, is not a choice of the user's.
     if (name != curves_.Name(curve)) curves_.SetName(curve, name);
   } else {
     return false;

@@ -10,24 +10,24 @@
 
 namespace kolvane::values {
 
-/// The curves for a view: whether each is shown, its colour and name, which can be changed, its value at the
-/// plot's cursor, and the statistics of some rows. What is not in sight is not computed.
+/// The curves as a table: whether each is shown, its colour and name, which can be changed, its value at the
+/// plot's cursor, and the statistics of some rows. Only what is visible is computed.
 class CurvesModel final : public QAbstractTableModel {
   Q_OBJECT
 
  public:
   enum Column { kName, kValue, kCount, kMinimum, kMaximum, kMean, kDeviation, kColumns };
 
-  /// Store and list outlive the model.
+  /// Store and list must outlive the model.
   CurvesModel(const Store& store, CurveList& curves, std::string decimal_sign, QObject* parent);
 
-  /// Takes up curves that have come, and that the store was cleared.
+  /// Adds new curves; resets the model if the store was cleared.
   void Refresh();
-  /// The rows whose statistics are told, and where the values are read.
+  /// Set the rows that the statistics cover, and where the values are read.
   void SetRanges(RowRanges ranges);
   void SetCursor(const PlotRows& rows, std::optional<double> x);
   void SetColor(int curve, std::optional<std::uint32_t> color);
-  /// Shows curves, or hides them.
+  /// Shows or hides curves.
   void Show(const QList<int>& numbers, bool shown);
   void ShowOnly(const QList<int>& numbers);
   void SetDark(bool dark);

@@ -122,7 +122,7 @@ QList<int> CurvesPanel::SelectedCurves() const {
   return curves;
 }
 
-// The space bar, for all that are selected alike.
+// The space bar shows or hides all selected curves together.
 void CurvesPanel::ToggleSelected() {
   const QModelIndex current = table_->currentIndex().siblingAtColumn(CurvesModel::kName);
   if (!current.isValid()) return;
@@ -131,7 +131,7 @@ void CurvesPanel::ToggleSelected() {
   model_.Show(curves, current.data(Qt::CheckStateRole).toInt() != Qt::Checked);
 }
 
-// Not executed, which would hold up a command list that runs beside the window.
+// Opened, not executed: that would block a command list that runs beside the window.
 void CurvesPanel::AskColor() {
   const QModelIndex current = table_->currentIndex().siblingAtColumn(CurvesModel::kName);
   if (!current.isValid()) return;

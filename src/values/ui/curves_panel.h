@@ -11,8 +11,8 @@
 
 namespace kolvane::values {
 
-/// Shows colours as squares that are made once: Qt would make one for each painting, and keep each of them in
-/// its cache.
+/// Shows colours as squares that are made once: Qt would make one for each paint event and keep each of them
+/// in its cache.
 class ColorDelegate final : public QStyledItemDelegate {
   Q_OBJECT
 
@@ -27,13 +27,13 @@ class ColorDelegate final : public QStyledItemDelegate {
   mutable QHash<QRgb, QIcon> icons_;
 };
 
-/// The list of curves `ValuesCurves` with what the user can do to them, and above it which rows its
-/// statistics are of.
+/// The list of curves `ValuesCurves` with its commands; the line above it says which rows the statistics
+/// cover.
 class CurvesPanel final : public QWidget {
   Q_OBJECT
 
  public:
-  /// The model outlives the panel.
+  /// The model must outlive the panel.
   explicit CurvesPanel(CurvesModel& model, QWidget* parent = nullptr);
 
   void SetScope(const QString& text) { scope_->setText(text); }

@@ -34,7 +34,7 @@ std::vector<Reading> ReadingsAt(const PlotScene& scene, double x) {
   return readings;
 }
 
-// The row next to the line, of those that the curves have.
+// The row nearest to the line, of those that the readings have.
 std::size_t NearestRow(const std::vector<Reading>& readings, double x) {
   return std::ranges::min_element(readings, {}, [x](const Reading& each) { return std::abs(each.x - x); })
       ->row;
@@ -50,7 +50,7 @@ QString ValueText(const PlotScene& scene, const Reading& reading) {
   return base::ToQt(NumberText(reading.y, kReadingDigits, scene.decimal_sign));
 }
 
-/// The box, wide enough for its lines.
+/// The box of readings, wide enough for its lines.
 class ReadingBox {
  public:
   ReadingBox(const PlotScene& scene, const PlotStyle& style, const QPainter& painter)
@@ -67,7 +67,7 @@ class ReadingBox {
     const double lines = kSwatch + 2 * kPlotGap + widest_name_ + widest_value_;
     const QSizeF size(std::max(lines, metrics_.horizontalAdvance(head)) + 2 * kPlotGap,
                       metrics_.lineSpacing() * (static_cast<double>(readings.size()) + 1) + kPlotGap);
-    // At the side of the line where there is more room, within the window.
+    // On the side of the line with more room, within the window.
     const double beside = at < area.center().x() ? at + 2 * kPlotGap : at - 2 * kPlotGap - size.width();
     const double left = std::clamp(beside, 0.0, std::max(0.0, area.right() - size.width()));
     const QRectF box(QPointF(left, area.top() + kPlotGap), size);

@@ -12,7 +12,7 @@ namespace kolvane::values {
 namespace {
 
 constexpr int kPaperFontPixels = 12;
-constexpr double kGoldenAngle = 137.508;  // degrees; its multiples keep apart from one another
+constexpr double kGoldenAngle = 137.508;  // degrees; its multiples stay well apart
 
 struct Pair {
   QRgb on_light;
@@ -74,9 +74,9 @@ constexpr int kMostTicks = 12;
 constexpr double kLineWidth = 1.5;
 constexpr double kMarkRadius = 2.5;
 constexpr double kLeastArea = 20;
-constexpr double kUnitsPerMark = 7;  // a mark for each value where they are that far apart
+constexpr double kUnitsPerMark = 7;  // each value gets a mark if they are at least this far apart
 constexpr double kPaperColumnsPerUnit = 2;
-constexpr double kFar = 1e5;  // places farther away make no difference
+constexpr double kFar = 1e5;  // positions farther out make no difference
 
 double WidestLabel(const std::vector<Tick>& ticks, const QFontMetricsF& metrics) {
   double widest = 0;
@@ -127,7 +127,7 @@ void PlotPainter::LayOutAxes() {
   LayOutXTicks();
 }
 
-// As many as there is room for between their labels.
+// As many ticks as there is room for their labels.
 void PlotPainter::LayOutXTicks() {
   const bool is_time = scene_.rows.axis() == Axis::kTime;
   for (int most = kMostTicks; most >= 2; --most) {

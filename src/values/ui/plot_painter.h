@@ -17,7 +17,7 @@
 
 namespace kolvane::values {
 
-/// Between the parts of a plot, in units.
+/// The space between the parts of a plot, in units.
 inline constexpr double kPlotGap = 6;
 
 struct PlotCurve {
@@ -26,7 +26,7 @@ struct PlotCurve {
   QColor color;
 };
 
-/// Everything that a picture of the values shows.
+/// Everything that a picture of values shows.
 struct PlotScene {
   PlotRows rows;
   Span x;
@@ -51,24 +51,23 @@ struct PlotStyle {
   static PlotStyle OnPaper(const QFont& font);
 };
 
-/// The colour of a curve that the user has not given one, to be told apart from its neighbours on light and
-/// on dark background.
+/// The default colour of a curve, which differs from its neighbours' on light and on dark background.
 QColor CurveColor(std::size_t number, bool on_dark);
 
-/// Paints a picture of values: names above, the axes around, the curves within. What it costs depends on the
-/// size of the picture, not on the number of values.
+/// Paints a picture of values: names above, the axes around, the curves inside. The cost depends on the size
+/// of the picture, not on the number of values.
 class PlotPainter {
  public:
-  /// `bounds` are in units of the painter, into which `metrics` measures the style's font.
+  /// `bounds` are in units of the painter, in which `metrics` measures the style's font.
   PlotPainter(const QRectF& bounds, const PlotScene& scene, const PlotStyle& style,
               const QFontMetricsF& metrics);
 
   /// Where the curves are.
   const QRectF& area() const { return area_; }
 
-  /// Paints onto pixels, as many as the bounds have by the image's ratio.
+  /// Paints pixels: the size of the bounds times the image's device pixel ratio.
   void Paint(QImage& picture) const;
-  /// Paints lines, for files and printers.
+  /// Paints vectors, for files and printers.
   void Paint(QPainter& painter) const;
 
  private:

@@ -7,8 +7,8 @@
 
 namespace kolvane::values {
 
-/// The rows of a store for a view: time of day, command, and a column for each field. Views learn of new rows
-/// when ShowRows is called.
+/// The rows of a store as a table: time of day, command, and a column for each field. Views are notified of
+/// new rows by ShowRows.
 class ValuesModel final : public QAbstractTableModel {
   Q_OBJECT
 
@@ -17,7 +17,7 @@ class ValuesModel final : public QAbstractTableModel {
   static constexpr int kCommandColumn = 1;
   static constexpr int kFirstFieldColumn = 2;
 
-  /// The store outlives the model.
+  /// The store must outlive the model.
   ValuesModel(const Store& store, std::string decimal_sign, QObject* parent);
 
   /// Shows the first `rows` rows of the store.
@@ -28,7 +28,7 @@ class ValuesModel final : public QAbstractTableModel {
   QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
   QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
 
-  /// The cells of these rows with tabs between them, a line a row.
+  /// The cells of these rows separated by tabs, one line per row.
   QString Text(const RowRanges& ranges) const;
 
  private:

@@ -157,7 +157,7 @@ SaveForm SaveDialog::Form() const {
   return named == kRows.end() ? chosen.form : named->form;
 }
 
-// A filter may also have been chosen without a word from the dialog.
+// A filter may also have been selected without a signal from the dialog.
 void SaveDialog::accept() {
   setDefaultSuffix(QLatin1String(RowOfFilter(selectedNameFilter()).suffix));
   QFileDialog::accept();

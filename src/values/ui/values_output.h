@@ -17,26 +17,26 @@ namespace kolvane::values {
 
 enum class PictureForm { kSvg, kPng, kPdf };
 
-/// The bytes of a picture file, `size` in 1/96 inch; empty where memory is lacking.
+/// The bytes of a picture file, `size` in 1/96 inch; empty if memory runs out.
 QByteArray PictureFile(const PlotScene& scene, const QFont& font, QSizeF size, PictureForm form);
 
-/// The picture in pixels, two each way for a unit of `size`.
+/// The picture in pixels, two per unit of `size` in each direction.
 QImage PictureImage(const PlotScene& scene, const QFont& font, QSizeF size);
 
-/// Paints the picture on a page, as wide as that is, below a line with the title and the time. False where
-/// the device does not take it.
+/// Paints the picture on a page, at the page's width, below a line with the title and the time. Returns false
+/// if the device fails.
 bool PrintPicture(QPagedPaintDevice& device, const PlotScene& scene, const QFont& font, QSizeF size);
 
-/// The forms in which values are saved, in the order of the name filters.
+/// The formats in which values are saved, in the order of the name filters.
 enum class SaveForm { kCommaCsv, kSemicolonCsv, kSvg, kPng, kPdf };
 
-/// Asks for the file to save to. The form is what the name's suffix says, otherwise the name filter chosen; a
-/// name without a suffix gets the filter's.
+/// Asks for the file to save to. The format is that of the name's suffix, otherwise that of the selected
+/// filter; a name without a suffix gets the filter's.
 class SaveDialog final : public QFileDialog {
   Q_OBJECT
 
  public:
-  /// Offers all forms, `chosen` first; the print-out's dialog has only kPdf.
+  /// Offers all formats, with `chosen` selected; OfferOnly limits them to one.
   SaveDialog(QWidget* parent, const QString& folder, SaveForm chosen);
 
   void OfferOnly(SaveForm form);
@@ -47,18 +47,18 @@ class SaveDialog final : public QFileDialog {
   void accept() override;
 };
 
-/// Takes values and their picture out of the window: to files, to a printer, to the clipboard. Its dialogs do
-/// not hold up a command list that runs beside the window. Failures are shown.
+/// Exports values and their picture: to files, to a printer, to the clipboard. Its dialogs do not block a
+/// command list that runs beside the window. Failures are shown.
 class ValuesOutput final : public QObject {
   Q_OBJECT
 
  public:
-  /// All of it outlives this object.
+  /// All arguments must outlive this object.
   ValuesOutput(const Store& store, base::Prompt& prompt, const ValuesPlot& plot, QWidget* window);
 
-  /// Asks where to save the first `rows` rows, or the picture.
+  /// Asks where to save the first `rows` rows or the picture.
   void Save(std::size_t rows);
-  /// Asks for the printer, where there is none for the name of a PDF file.
+  /// Asks for the printer or, if there is none, for the name of a PDF file.
   void Print();
   QImage Picture() const;
 

@@ -12,7 +12,7 @@ namespace kolvane::values {
 
 /// The plot `ValuesPlot`: the curves that a list shows, over time or over the row number. The user zooms with
 /// the wheel, moves and selects with the mouse or the keys, and reads the values at the cursor. The picture
-/// is painted again only where something has changed.
+/// is painted again only if something has changed.
 class ValuesPlot final : public QWidget {
   Q_OBJECT
 
@@ -20,7 +20,7 @@ class ValuesPlot final : public QWidget {
   /// What dragging with the left button does; Ctrl makes it kZoom, Shift kSelect.
   enum class Tool { kPan, kZoom, kSelect };
 
-  /// Store and list outlive the plot.
+  /// Store and list must outlive the plot.
   ValuesPlot(const Store& store, const CurveList& curves, std::string decimal_sign,
              QWidget* parent = nullptr);
 
@@ -35,24 +35,24 @@ class ValuesPlot final : public QWidget {
 
   const PlotView& view() const { return view_; }
   PlotRows Rows() const { return {store_, rows_, axis_}; }
-  /// The rows that are in sight.
+  /// The visible rows.
   RowRange VisibleRows() const;
-  /// Where on the x axis the values are read.
+  /// The position on the x axis where values are read.
   std::optional<double> cursor() const { return cursor_; }
   /// Where the curves are, in pixels.
   QRectF Area();
 
-  /// What is in sight, for a picture on light or dark ground.
+  /// What is visible, for a picture on a light or dark background.
   PlotScene Scene(bool on_dark) const;
 
   QSize sizeHint() const override { return {640, 320}; }
   QSize minimumSizeHint() const override { return {160, 100}; }
 
  Q_SIGNALS:
-  /// What is in sight has changed, or whether it follows or suits itself.
+  /// The visible range has changed, or whether it follows the end or scales itself.
   void ViewChanged();
   void CursorMoved();
-  /// The user has chosen the rows from `first` to before `last`, none where they are equal.
+  /// The user has selected the rows from `first` to before `last`; none if they are equal.
   void RowsSelected(std::size_t first, std::size_t last);
 
  protected:
@@ -106,7 +106,7 @@ class ValuesPlot final : public QWidget {
   Tool tool_ = Tool::kPan;
   std::optional<Drag> drag_;
   std::optional<double> cursor_;
-  std::optional<double> anchor_;  // of what the keys select
+  std::optional<double> anchor_;  // of the selection made with the keys
 
   QImage picture_;
   bool stale_ = true;

@@ -10,7 +10,7 @@ namespace kolvane::values {
 namespace {
 
 constexpr double kZoomPerStep = 0.8;
-constexpr double kWheelStep = 120;  // of an eighth of a degree: a notch of the wheel
+constexpr double kWheelStep = 120;  // in eighths of a degree: one notch of the wheel
 constexpr double kPanPerKey = 0.1;
 constexpr double kPagePerKey = 0.9;
 
@@ -32,7 +32,7 @@ ValuesPlot::Tool ValuesPlot::ToolFor(const QMouseEvent& event) const {
   return HasShift(event) ? Tool::kSelect : tool_;
 }
 
-// Of the place within the area, from its lower left corner.
+// The position as fractions of the area, from its lower left corner.
 QPointF ValuesPlot::FractionsAt(QPointF place) {
   const QRectF area = Area();
   return {(place.x() - area.left()) / area.width(), (area.bottom() - place.y()) / area.height()};
@@ -89,7 +89,7 @@ void ValuesPlot::mouseDoubleClickEvent(QMouseEvent* event) {
 
 void ValuesPlot::leaveEvent(QEvent*) { SetReadingPlace(std::nullopt); }
 
-// Beside the area the wheel means the axis that stands there.
+// To the left of the area the wheel zooms the y axis.
 void ValuesPlot::wheelEvent(QWheelEvent* event) {
   const QPointF at = FractionsAt(event->position());
   const double steps = event->angleDelta().y() / kWheelStep;
@@ -169,7 +169,7 @@ bool ValuesPlot::ZoomByKey(const QKeyEvent& event) {
   return view_.ZoomX(factor, at_cursor ? view_.x().FractionOf(*cursor_) : 0.5), true;
 }
 
-// From one value to the next; with Shift what lies between is selected.
+// Moves from one value to the next; with Shift the rows in between are selected.
 bool ValuesPlot::ReadByKey(const QKeyEvent& event) {
   const bool forward = event.key() == Qt::Key_Right;
   if (!HasControl(event) || (!forward && event.key() != Qt::Key_Left)) return false;
@@ -197,7 +197,7 @@ std::size_t ValuesPlot::RowNear(double x) const {
   return Rows().XOf(after) - x <= x - Rows().XOf(after - 1) ? after : after - 1;
 }
 
-// The first row with a value of a curve that is shown, from `from` on, or the last one before it.
+// The first row from `from` on that has a value of a shown curve, or the last such row before it.
 std::optional<std::size_t> ValuesPlot::RowWithValue(std::size_t from, bool forward) const {
   std::optional<std::size_t> best;
   for (std::size_t number = 0; number < curves_.size(); ++number) {

@@ -91,7 +91,7 @@ void ValuesTable::SetColumnWidths(int first) {
   updateGeometries();
 }
 
-// To what is in sight.
+// Fits the column to the visible rows.
 void ValuesTable::FitColumn(int column) {
   int width = fontMetrics().horizontalAdvance(model()->headerData(column, Qt::Horizontal).toString());
   const int last = std::min(Rows(), TopRow() + WholeRows() + 1);
@@ -165,7 +165,7 @@ QModelIndex ValuesTable::indexAt(const QPoint& point) const {
   const int row = RowAt(point.y());
   const int column = header_->logicalIndexAt(point.x() - GutterWidth());
   if (point.y() < 0 || row >= Rows()) return {};
-  // A click on the number of a row means the row, one beside its end, too.
+  // A click on a row's number or beyond its last cell means the row.
   return model()->index(row, column < 0 ? 0 : column);
 }
 

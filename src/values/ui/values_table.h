@@ -14,12 +14,12 @@ class ValuesTable;
 /// its current row. Further calls do nothing.
 void InstallTableAccessibility();
 
-/// Tells assistive programs that another row is the current one.
+/// Reports to assistive programs that the current row has changed.
 void AnnounceCurrentRow(ValuesTable* table);
 
-/// The table `ValuesTable`: rows of one height, their numbers to the left. Unlike Qt's own tables it keeps
-/// nothing for a row, so that rows can be added to millions of others thirty times a second. It stays at the
-/// end where it stands there. Rows are selected, not cells.
+/// The table `ValuesTable`: rows of equal height, with their numbers on the left. Unlike Qt's own tables it
+/// stores nothing per row, so that rows can be added to millions of others thirty times a second. New rows
+/// scroll it only if it is at the end. Rows are selected, not cells.
 class ValuesTable final : public QAbstractItemView {
   Q_OBJECT
 

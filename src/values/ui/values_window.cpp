@@ -24,7 +24,7 @@ namespace {
 constexpr int kFrameMs = 33;
 constexpr QSize kFirstSize(1040, 660);
 constexpr int kTableWidth = 380;
-constexpr std::size_t kMostRowsCopied = 1 << 20;  // what a spreadsheet takes
+constexpr std::size_t kMostRowsCopied = 1 << 20;  // as many as a spreadsheet takes
 
 }  // namespace
 
@@ -98,8 +98,8 @@ void ValuesWindow::showEvent(QShowEvent* event) {
   Refresh();
 }
 
-// Called for each row, so it only notes that there is something to show. Series that are gone must not be
-// painted once more.
+// Called for each row, so it only schedules a frame. After a clear it refreshes at once, since removed series
+// must not be painted again.
 void ValuesWindow::StoreChanged() {
   if (generation_ != context_.store.generation()) return Refresh();
   if (!isVisible() || frame_.isActive()) return;
@@ -156,7 +156,7 @@ void ValuesWindow::ViewChanged() {
   UpdateStatistics();
 }
 
-// Of what is selected, otherwise of what is in sight.
+// Of the selected rows, otherwise of the visible ones.
 void ValuesWindow::UpdateStatistics() {
   const RowRanges selected = Before(selection_, shown_);
   const RowRange visible = plot_->VisibleRows();
@@ -188,7 +188,7 @@ void ValuesWindow::CopyPicture() { QGuiApplication::clipboard()->setImage(output
 
 namespace {
 
-// By the keyboard, too, which Qt's tool bars leave out.
+// Makes buttons reachable by the keyboard, which Qt's tool bars do not.
 void LetTabReach(QToolBar* bar) {
   for (QToolButton* button : bar->findChildren<QToolButton*>()) {
     if (!button->objectName().startsWith(QLatin1String("qt_"))) button->setFocusPolicy(Qt::TabFocus);

@@ -19,7 +19,7 @@
 
 namespace kolvane::values {
 
-/// What the window of values works on; all of it outlives the window.
+/// What the values window works on; all of it must outlive the window.
 struct ValuesContext {
   Store& store;
   base::Prompt& prompt;
@@ -27,9 +27,9 @@ struct ValuesContext {
   std::string decimal_sign;
 };
 
-/// The window `ValuesWindow`: a store's rows as a table and as a plot, at most some thirty times a second as
-/// they come. Not modal, and open to input beside its parent while that is modal. Closing hides it; hidden or
-/// without new rows it does nothing.
+/// The window `ValuesWindow`: a store's rows as a table and as a plot, updated at most about thirty times a
+/// second. Not modal, and accepts input even while its parent is modal. Closing hides it; hidden or without
+/// new rows it does nothing.
 class ValuesWindow final : public QMainWindow, private StoreObserver {
   Q_OBJECT
 
@@ -37,11 +37,11 @@ class ValuesWindow final : public QMainWindow, private StoreObserver {
   ValuesWindow(ValuesContext context, QWidget* parent);
   ~ValuesWindow() override;
 
-  /// Shows the window before all others.
+  /// Shows the window in front of all others.
   void Present();
-  /// Brings everything up to the store; otherwise that follows once in a frame.
+  /// Updates everything from the store; otherwise that happens once per frame.
   void Refresh();
-  /// While paused the window shows the rows that there were; further ones are counted and kept.
+  /// While paused the window shows the same rows; new ones are counted and stored.
   void SetPaused(bool paused);
 
  protected:
