@@ -72,7 +72,7 @@ constexpr base::OptionRow<Options> kDecodeOptions[] = {
     {"format", "text, csv or json", TakeFormat},
 };
 
-// The one file that both take.
+// `decode` and `dump` take exactly one file.
 void ParseFile(int argc, char** argv, std::span<const base::OptionRow<Options>> rows, Options& options) {
   const Options::Action asked = options.action;
   ParseWords(argc, argv, rows, options);
@@ -185,7 +185,7 @@ constexpr base::OptionRow<Options> kRunOptions[] = {
 
 constexpr const char* kStandardInput = "-";
 
-// What only shows itself when everything has been read; empty where all fits.
+// An error that shows only once everything has been parsed; empty if there is none.
 std::string Contradiction(const Options& options) {
   const CommandRunOptions& run = options.run;
   if (options.action == Options::Action::kRun && options.words.size() != 1)

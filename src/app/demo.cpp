@@ -25,7 +25,7 @@ extern char** environ;
 namespace kolvane::app {
 namespace {
 
-// The first line that comes out of `fd`, without its end; what came before an end of file otherwise.
+// The first line read from `fd`, without its end; at end of file, what was read before.
 std::string FirstLine(int fd) {
   std::string line;
   char c = 0;
@@ -67,9 +67,9 @@ void AmplifierProcess::Start(const std::string& program) {
   posix_spawnattr_init(&attributes);
   sigset_t none;
   sigemptyset(&none);
-  // The signals that end the terminal may be blocked here; the amplifier shall end by them.
+  // The signals that end the terminal may be blocked here, but must end the amplifier.
   posix_spawnattr_setsigmask(&attributes, &none);
-  // Ctrl+C is meant for the terminal, which still talks to the amplifier while it ends.
+  // Ctrl+C is for the terminal only, which still talks to the amplifier while it ends.
   posix_spawnattr_setpgroup(&attributes, 0);
   posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETPGROUP);
   std::string words[] = {program, "--tcp", "0", "--exit-with-parent"};
@@ -99,8 +99,8 @@ namespace fs = std::filesystem;
 constexpr char kDemoList[] = "demo.CMD";
 constexpr char kDemoLog[] = "demo.LOG";
 
-// The demo's own place: the list and its log in the current folder of the demo, settings and the component's
-// files below it. All of it goes with its owner, but what the user has saved there.
+// The demo's folder: it is the current folder and holds the list and its log, with settings and the
+// component's files below. All of it is deleted with this object, except files saved by the user.
 class DemoFolder {
  public:
   DemoFolder() {
@@ -134,7 +134,7 @@ fs::path WriteSettings(const fs::path& folder, std::uint16_t port) {
   return file;
 }
 
-// The help files are found beside the component.
+// The help files are in the component's folder.
 void FillFolder(const DemoFolder& demo, const fs::path& component_folder) {
   fs::copy_file(component_folder / kDemoList, demo.path() / kDemoList);
   for (const auto& entry : fs::directory_iterator(component_folder)) {

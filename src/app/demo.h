@@ -7,7 +7,7 @@
 
 namespace kolvane::app {
 
-/// A simulated amplifier of our own, listening on a free loopback port for as long as this object lives.
+/// A simulated amplifier process that listens on a free loopback port for as long as this object lives.
 class AmplifierProcess {
  public:
   /// Starts `program` and waits until it listens. Throws std::runtime_error with a one-line English text.
@@ -27,10 +27,10 @@ class AmplifierProcess {
   std::uint16_t port_ = 0;
 };
 
-/// Opens the terminal connected to a simulated amplifier of its own, with settings, the component's files and
-/// a current folder of its own. They go with it, but what the user has saved there stays, and a line says
-/// where. With no display it runs the demo's command list without a window and says so. Returns the exit
-/// status; throws std::runtime_error with a one-line English text.
+/// Opens the terminal connected to its own simulated amplifier, with separate settings, component files and
+/// current folder. These are deleted at the end; files saved by the user stay, and a line says where. Without
+/// a display it runs the demo's command list without a window and says so. Returns the exit status; throws
+/// std::runtime_error with a one-line English text.
 int RunDemo(const std::string& folder);
 
 }  // namespace kolvane::app

@@ -18,14 +18,14 @@
 namespace kolvane::app {
 namespace {
 
-// Between these in a prompt stands what takes no place.
+// Encloses the parts of a prompt that have no width.
 constexpr char kNoWidth = '\x01';
 constexpr int kHistorySize = 2 * static_cast<int>(ShellHistory::kKept);
 constexpr std::size_t kMostListed = 100;
-// More is left to the terminal, which stops whoever pastes it.
+// Further input stays in the terminal's buffer, which limits a paste.
 constexpr std::size_t kMostTyped = 1 << 20;
 
-// Characters are UTF-8, whatever the locale says of numbers and dates.
+// Characters are UTF-8, whatever locale numbers and dates use.
 void UseUtf8() {
   std::setlocale(LC_CTYPE, "");
   if (MB_CUR_MAX == 1) std::setlocale(LC_CTYPE, "C.UTF-8");
@@ -39,7 +39,7 @@ LineEditor& SelfOf(EditLine* line) {
 
 }  // namespace
 
-/// What the library calls.
+/// The library's editor and its callbacks.
 struct LineEditor::Editor {
   explicit Editor(LineEditor& self)
       : line(el_init("kolvane", stdin, stdout, stderr)), history(history_init()) {
@@ -104,7 +104,7 @@ void LineEditor::ShowNothing() {
 
 ShellInput LineEditor::ReadLine(const std::string& prompt, std::string& line) {
   prompt_ = prompt;
-  // The library loses what has no width at the very end.
+  // The library loses a part without width at the very end.
   if (colors_ && !prompt.empty())
     prompt_ = "\x01\x1B[1m\x01" + prompt.substr(0, prompt.size() - 1) + "\x01\x1B[0m\x01" + prompt.back();
   cancelled_ = false;

@@ -12,32 +12,32 @@
 
 namespace kolvane::app {
 
-/// The user's line at a terminal, on standard input and standard output: editing, history, completion. While
-/// nothing is edited what is typed is not shown: it is kept for the next line, and Esc or Ctrl+C give up what
-/// is waited for.
+/// The user's line on a terminal (standard input and output): editing, history, completion. While no line is
+/// edited, typed characters are not shown but kept for the next line, and Esc or Ctrl+C gives up the wait.
 class LineEditor {
  public:
   using CompleteFunction = std::function<std::vector<std::string>(const std::string& typed)>;
 
-  /// `end`: a descriptor that becomes readable when input is to end; negative: none. All outlive this object.
+  /// `end`: a descriptor that becomes readable when input should end; negative: none. All must outlive this
+  /// object.
   LineEditor(int end, ShellHistory& history, CompleteFunction complete, bool colors);
   ~LineEditor();
   LineEditor(const LineEditor&) = delete;
   LineEditor& operator=(const LineEditor&) = delete;
 
-  /// As ShellHost::ReadLine: kCancelled for Ctrl+C, kEnd for Ctrl+D on an empty line.
+  /// Like ShellHost::ReadLine: kCancelled for Ctrl+C, kEnd for Ctrl+D on an empty line.
   ShellInput ReadLine(const std::string& prompt, std::string& line);
-  /// As ShellHost::GiveUp; what was typed ahead goes, too.
+  /// Like ShellHost::GiveUp; also discards what was typed ahead.
   bool GiveUp();
 
  private:
   struct Editor;
 
   void ShowNothing();
-  /// Takes what was typed; false at the end of all input.
+  /// Reads typed bytes; false at the end of all input.
   bool Receive();
   bool ReadByte(char& byte);
-  /// Puts the next character of the line; 0 at the end, else 1.
+  /// Stores the line's next character in `character`; returns 0 at the end, else 1.
   int ReadCharacter(wchar_t& character);
   unsigned char CompleteLine();
   void List(const std::vector<std::string>& candidates);
@@ -47,7 +47,7 @@ class LineEditor {
   CompleteFunction complete_;
   bool colors_;
   termios at_start_ = {};
-  std::string typed_;  // and not read yet
+  std::string typed_;  // not read yet
   std::string prompt_;
   bool cancelled_ = false;
   std::unique_ptr<Editor> editor_;

@@ -8,14 +8,14 @@
 
 namespace kolvane::app {
 
-/// One line a finding: "FILE:ROW: Fehler: TEXT" or "FILE:ROW: Hinweis: TEXT".
+/// One line per finding: "FILE:ROW: Fehler: TEXT" or "FILE:ROW: Hinweis: TEXT".
 std::string FindingLines(const std::vector<CheckedCommandList>& lists);
 
 /// The exit status of `kolvane check`: 0 no errors, 1 at least one, 2 a file cannot be read.
 int CheckStatus(const std::vector<CheckedCommandList>& lists);
 
-/// One line a port: RESOURCE, device node and description in columns that two spaces keep apart; "-" stands
-/// for what a port has none of.
+/// One line per port: RESOURCE, device node and description in columns separated by two spaces; "-" for a
+/// missing entry.
 std::string PortTable(const std::vector<Port>& ports);
 
 }  // namespace kolvane::app

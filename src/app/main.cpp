@@ -1,4 +1,4 @@
-// The stand-alone program: a host like any other, on the public header only.
+// The stand-alone program: a host like any other, using only the public headers.
 
 #include <fcntl.h>
 #include <signal.h>
@@ -25,14 +25,14 @@
 
 namespace {
 
-// The operating mode of a terminal that connects by itself.
+// The operating mode of a terminal with its own connection.
 constexpr std::int16_t kOwnConnection = 2;
 
 using kolvane::app::Options;
 
 enum ExitStatus { kDone = 0, kFailed = 1, kUsage = 2 };
 
-// Empty for a file that can be opened.
+// Empty if the file can be opened.
 std::string WhyUnreadable(const std::string& file) {
   std::error_code error;
   if (std::filesystem::is_directory(file, error)) return std::generic_category().message(EISDIR);
@@ -80,7 +80,7 @@ int CheckLists(const Options& options) {
   return printed == kDone ? kolvane::app::CheckStatus(lists) : printed;
 }
 
-// Standard output stays empty where there is nothing to list, for whoever reads it line by line.
+// With nothing to list standard output stays empty, for programs that read it line by line.
 int ListPorts() {
   const std::vector<kolvane::Port> ports = kolvane::ListPorts();
   if (ports.empty()) std::fputs("kolvane: no ports found\n", stderr);
@@ -122,7 +122,7 @@ int Run(const Options& options) {
   return kUsage;
 }
 
-// Where one of the three standard descriptors is closed, the next one opened would be taken for it.
+// If one of the three standard descriptors were closed, the next one opened would take its place.
 void FillStandardDescriptors() {
   int descriptor = 0;
   while (descriptor >= 0 && descriptor <= STDERR_FILENO) descriptor = open("/dev/null", O_RDWR);
@@ -133,7 +133,7 @@ void FillStandardDescriptors() {
 
 int main(int argc, char** argv) {
   FillStandardDescriptors();
-  // A file at its limit is a failure of the write, not the end of the program.
+  // A file at its size limit is a write error, not the end of the program.
   signal(SIGXFSZ, SIG_IGN);
   try {
     return Run(kolvane::app::ParseOptions(argc, argv));

@@ -33,7 +33,7 @@ constexpr base::OptionRow<Options> kOptions[] = {
     {"version", nullptr, [](Options& o, Value) { return TakeAction(o, Options::Action::kVersion); }},
 };
 constexpr int kFirst = 1000;  // + the index in a table
-constexpr int kWord = 1;      // getopt's own, for an argument that is no option
+constexpr int kWord = 1;      // getopt's code for an argument that is not an option
 
 void TakeOption(Options& options, const base::OptionRow<Options>& row) {
   const std::string value = optarg != nullptr ? optarg : "";
@@ -41,7 +41,7 @@ void TakeOption(Options& options, const base::OptionRow<Options>& row) {
     Refuse(options, std::string("--") + row.name + " takes " + row.expected + ", not '" + value + "'");
 }
 
-// `word` is the argument in hand.
+// `word` is the current argument.
 void Apply(Options& options, std::span<const base::OptionRow<Options>> rows, int choice, const char* word) {
   if (choice >= kFirst) {
     TakeOption(options, rows[static_cast<std::size_t>(choice - kFirst)]);
@@ -54,7 +54,7 @@ void Apply(Options& options, std::span<const base::OptionRow<Options>> rows, int
   }
 }
 
-// Of all options only help means something here.
+// The only option here is help.
 void ParsePorts(int argc, char** argv, Options& options) {
   options.action = Options::Action::kPorts;
   for (int i = 1; i < argc; ++i) {
@@ -83,7 +83,7 @@ void ParseCheck(int argc, char** argv, Options& options) {
   if (options.words.empty()) Refuse(options, "check needs a command list");
 }
 
-// What a command file is called, or where it lies; commands have no such names.
+// Recognizes a command file by its ending or a folder in its name; commands have neither.
 bool IsListName(std::string_view word) {
   constexpr std::size_t kEnding = sizeof ".CMD" - 1;
   const bool ending = word.size() > kEnding && strcasecmp(word.data() + word.size() - kEnding, ".CMD") == 0;
@@ -97,7 +97,7 @@ void ParseList(int argc, char** argv, Options& options) {
   options.words = {argv[0]};
 }
 
-// `argv` begins with the command.
+// argv[0] is the command.
 void ParseCommand(int argc, char** argv, Options& options) {
   const std::string_view command = argv[0];
   if (command == "help") {
@@ -140,7 +140,7 @@ void ParseWords(int argc, char** argv, std::span<const base::OptionRow<Options>>
   const std::vector<option> long_options =
       base::LongOptions<Options>(rows, kFirst, {{"help", no_argument, nullptr, 'h'}});
   optind = 0;
-  // "-": words and options may come in any order, whatever POSIXLY_CORRECT says.
+  // "-": words and options may come in any order, regardless of POSIXLY_CORRECT.
   for (;;) {
     const int at = std::max(optind, 1);
     const int choice = getopt_long(argc, argv, "-:h", long_options.data(), nullptr);

@@ -12,7 +12,7 @@
 
 namespace kolvane::app {
 
-/// What the command line asks for.
+/// The parsed command line.
 struct Options {
   enum class Action {
     kOpen,
@@ -29,30 +29,30 @@ struct Options {
     kUsageError
   };
   Action action = Action::kOpen;
-  std::optional<std::int16_t> mode;  ///< with kOpen only
+  std::optional<std::int16_t> mode;  ///< only with kOpen
   std::string folder;
   CommandRunOptions run;  ///< with kRun, kSend and kShell
   DecodeOptions decode;   ///< with kDecode
-  /// With kOpen the list to open, if any, with kRun the one list, with kSend the commands, with kCheck the
-  /// lists (at least one), with kDump the file.
+  /// kOpen: the list to open, if any; kRun: the list; kSend: the commands; kCheck: the lists (at least one);
+  /// kDump: the file.
   std::vector<std::string> words;
   std::string error;  ///< one line, with kUsageError
 };
 
-/// Reads the arguments after the program's name; never exits and never prints.
+/// Parses the arguments after the program's name; never exits or prints.
 Options ParseOptions(int argc, char** argv);
 
-/// Makes `options` those of a usage error.
+/// Turns `options` into a usage error.
 void Refuse(Options& options, const std::string& why);
 
-/// The same for `word`, an option for which getopt gave `choice`: ':' without its value, else not known.
+/// The same for option `word`, for which getopt returned `choice`: ':' if its value is missing, else unknown.
 void RefuseWord(Options& options, int choice, const std::string& word);
 
-/// Reads what follows a command, argv[0]: options of `rows`, which a wrong value makes a usage error, and
-/// words, in any order. It ends early where the action becomes another one: by --help, or by such an error.
+/// Parses the arguments of a command, argv[0]: options of `rows` and words, in any order; a wrong value is a
+/// usage error. Stops early if the action changes, through --help or such an error.
 void ParseWords(int argc, char** argv, std::span<const base::OptionRow<Options>> rows, Options& options);
 
-/// The text of --help.
+/// The output of --help.
 std::string HelpText();
 
 }  // namespace kolvane::app

@@ -20,7 +20,7 @@ namespace {
 constexpr char kGreeting[] =
     "Ctrl+D ends, Tab completes, Esc gives up a wait, $RUN FILE runs a command list.\n";
 
-// https://no-color.org; a terminal that knows no colours calls itself dumb.
+// https://no-color.org; a terminal without colours calls itself dumb.
 bool TakesColors() {
   const char* refused = std::getenv("NO_COLOR");
   const char* terminal = std::getenv("TERM");

@@ -4,8 +4,8 @@
 
 namespace kolvane::app {
 
-/// Carries on the conversation of `kolvane shell`: with a line editor where standard input and standard
-/// output are a terminal, else line by line. Returns the exit status.
+/// Runs `kolvane shell`: with a line editor if standard input and standard output are a terminal, otherwise
+/// line by line. Returns the exit status.
 int RunShell(const Options& options);
 
 }  // namespace kolvane::app

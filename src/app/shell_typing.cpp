@@ -20,7 +20,7 @@ namespace {
 constexpr char kCtrlC = '\x03';
 constexpr char kEscape = '\x1B';
 
-// Commands may hold what is nobody else's business.
+// Commands may be confidential.
 constexpr mode_t kMode = 0600;
 
 std::string Joined(const std::vector<std::string>& lines) {
@@ -34,7 +34,7 @@ std::string Joined(const std::vector<std::string>& lines) {
 bool HasGivenUp(std::string_view typed) {
   if (typed.find(kCtrlC) != typed.npos) return true;
   for (std::size_t at = typed.find(kEscape); at != typed.npos; at = typed.find(kEscape, at + 1)) {
-    // Keys without a character, and those with Alt, send more with it.
+    // Function keys and Alt combinations send more characters after Esc.
     if (at + 1 == typed.size() || static_cast<unsigned char>(typed[at + 1]) <= ' ') return true;
   }
   return false;

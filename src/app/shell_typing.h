@@ -6,31 +6,31 @@
 
 namespace kolvane::app {
 
-/// Whether Esc or Ctrl+C stands in what was typed at a terminal; Esc that begins the code of another key is
-/// none.
+/// Whether the input typed at a terminal contains Esc or Ctrl+C; an Esc that starts another key's code does
+/// not count.
 bool HasGivenUp(std::string_view typed);
 
-/// The common beginning of `candidates`, cut at whole characters; empty for none.
+/// The common start of `candidates`, cut at whole characters; empty if there is none.
 std::string CommonBegin(const std::vector<std::string>& candidates);
 
-/// The lines that a user has entered in `kolvane shell`, in this session and earlier ones, oldest first, in a
-/// file with a line each. Sessions side by side add to it one line at a time.
+/// The lines entered in `kolvane shell`, in this session and earlier ones, oldest first, in a file with one
+/// entry per line. Concurrent sessions each append their lines one at a time.
 class ShellHistory {
  public:
   static constexpr std::size_t kKept = 1000;  ///< lines of earlier sessions
 
-  /// Reads `file`; empty: nothing is kept. The oldest lines go from the file once it has twice as many as are
-  /// kept.
+  /// Reads `file`; if empty, nothing is stored. The oldest lines are removed from the file once it has twice
+  /// kKept lines.
   explicit ShellHistory(std::string file);
 
-  /// $XDG_STATE_HOME/Kolvane/shell-history; empty where the user has no place for it.
+  /// $XDG_STATE_HOME/Kolvane/shell-history; empty if there is no state folder for the user.
   static std::string UserFile();
 
-  /// Not where it is empty or the same as the last one. A file that cannot be written is left alone.
+  /// Ignores an empty line and a repetition of the last one. A failure to write the file is ignored.
   void Add(std::string_view line);
   const std::vector<std::string>& lines() const { return lines_; }
 
-  /// The lines that begin with `typed`, and the first words that do, newest first, each once.
+  /// The lines that start with `typed`, and the first words that do, newest first, without duplicates.
   std::vector<std::string> Beginning(std::string_view typed) const;
 
  private:

@@ -26,7 +26,7 @@ EndSignals::EndSignals() {
 
 EndSignals::~EndSignals() {
   if (descriptor_ < 0) return;
-  // What has come has done its work; still pending, it would end the process in the middle of its own end.
+  // Consume received signals; still pending, they would end the process during its shutdown.
   signalfd_siginfo taken;
   while (read(descriptor_, &taken, sizeof taken) > 0) {
   }
@@ -39,7 +39,7 @@ namespace {
 
 constexpr int kSignals[] = {SIGINT, SIGTERM, SIGHUP};
 
-// A signal handler reaches nothing else.
+// A signal handler cannot access anything else.
 volatile sig_atomic_t raised = 0;
 
 void Handle(void (*handler)(int)) {

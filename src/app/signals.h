@@ -2,8 +2,8 @@
 
 namespace kolvane::app {
 
-/// While it lives, SIGINT, SIGTERM and SIGHUP no longer end the process but make a descriptor readable; those
-/// that came are done with at its end.
+/// While this lives, SIGINT, SIGTERM and SIGHUP do not end the process but make a descriptor readable; the
+/// destructor discards those received.
 class EndSignals {
  public:
   EndSignals();
@@ -11,15 +11,15 @@ class EndSignals {
   EndSignals(const EndSignals&) = delete;
   EndSignals& operator=(const EndSignals&) = delete;
 
-  /// -1 where the system gave none; the signals end the process as ever then.
+  /// -1 if the system has none left; the signals then end the process as usual.
   int descriptor() const { return descriptor_; }
 
  private:
   int descriptor_ = -1;
 };
 
-/// While it lives, the first SIGINT, SIGTERM or SIGHUP only raises a flag; the next one ends the process as
-/// ever. Signals that the process was started to ignore stay ignored. One object at a time.
+/// While this lives, the first SIGINT, SIGTERM or SIGHUP only sets a flag; the next one ends the process as
+/// usual. Signals ignored at process start stay ignored. Only one object at a time.
 class StopSignals {
  public:
   StopSignals();

@@ -19,7 +19,7 @@ using devlnk::Status;
 constexpr std::string_view kLineEnd = "\r\n";
 constexpr std::int32_t kGapMs = 50;
 
-// A lone LF serves as line end, so only that is waited for.
+// A lone LF is a valid line end, so only LF is awaited.
 devlnk::MessageRule RuleFor(std::string_view termination) {
   if (termination.empty()) return {InputQueue::kLimit, {}, true, kGapMs};
   return {InputQueue::kLimit, termination == kLineEnd ? kLineEnd.substr(1) : termination};
@@ -39,7 +39,7 @@ std::int32_t AwaitHead(PortSession& session, base::BlockHead& head) {
   return 0;
 }
 
-// In pieces as they come, so that the time-out holds between them.
+// Reads pieces as they arrive, so that the time-out applies between them.
 std::int32_t ReadPieces(PortSession& session, std::size_t count, std::string& data, bool& ended) {
   data.reserve(count);
   while (data.size() < count) {
@@ -54,7 +54,7 @@ std::int32_t ReadPieces(PortSession& session, std::size_t count, std::string& da
   return 0;
 }
 
-// Of what follows within the gap.
+// Drops a termination that arrives within the gap.
 void DropTermination(PortSession& session, std::string_view termination) {
   session.SetTimeout(kGapMs);
   for (std::size_t count = 1; count <= termination.size(); ++count) {
@@ -84,7 +84,7 @@ std::int32_t ReadAnswer(PortSession& session, std::string_view termination, std:
   for (auto end = devlnk::MessageEnd::kMost; end == devlnk::MessageEnd::kMost;) {
     const Status status = session.ReadMessage(rule, answer, end);
     if (status != Status::kOk) return Code(status);
-    // It may lie across two pieces.
+    // The termination may be split across two pieces.
     if (end == devlnk::MessageEnd::kMost && !termination.empty() && answer.ends_with(termination)) break;
   }
   Strip(termination, answer);

@@ -90,7 +90,7 @@ Status Open(PortSession& session, const device::Resource& resource, const Instru
   return session.Select(resource.address);
 }
 
-// Whatever reaches instruments is in the port library; it is never unloaded.
+// All code that accesses instruments is in the port library; it is never unloaded.
 std::unique_ptr<PortSession> MakeSession(const std::string& resource) {
   const std::string path = device::FolderOfCode(reinterpret_cast<const void*>(&UsualBaud)) + "/libdevlnk.so";
   void* library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);

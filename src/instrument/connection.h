@@ -12,18 +12,18 @@
 
 namespace kolvane::instrument {
 
-/// One port session and its resource: operations come one after the other, whichever thread they are on, and
-/// fail with InstrumentError.
+/// One port session and its resource: operations from any thread run one after the other and fail with
+/// InstrumentError.
 class Connection {
  public:
-  /// What may be changed while an operation is under way; it holds from the next one on.
+  /// May be changed during an operation; a change applies from the next one on.
   struct Settings {
     std::int32_t timeout_ms = 0;
     std::string read_termination;
     std::string write_termination;
   };
 
-  /// Connects; std::invalid_argument for a resource or an option that is none.
+  /// Connects; std::invalid_argument for an invalid resource or option.
   Connection(const std::string& resource, const InstrumentOptions& options);
   ~Connection() { Close(); }
   Connection(const Connection&) = delete;
@@ -34,7 +34,7 @@ class Connection {
   void Close();
 
   Settings settings() const;
-  /// `change(settings)` on those that hold; what it throws leaves them as they were.
+  /// Calls `change(settings)` on the current settings; if it throws, they stay unchanged.
   template <typename Setter>
   void Change(Setter change) {
     const std::lock_guard lock(settings_mutex_);
@@ -43,7 +43,7 @@ class Connection {
     settings_ = changed;
   }
 
-  /// `operation(session, settings)` returns a status; one below 0 is thrown.
+  /// `operation(session, settings)` returns a status, which is thrown if negative.
   template <typename Operation>
   void Run(Operation operation) {
     const std::lock_guard lock(mutex_);
@@ -55,7 +55,7 @@ class Connection {
     if (status < 0) Fail(status);
   }
 
-  /// Of `options` only the line parameters.
+  /// Uses only the line parameters of `options`.
   void SetLine(const InstrumentOptions& options, SerialFlow flow);
   std::size_t BytesWaiting();
 
@@ -65,7 +65,7 @@ class Connection {
 
   std::string resource_;
   std::function<bool()> give_up_;
-  std::mutex mutex_;  ///< held while an operation is under way, so never taken by what has to be prompt
+  std::mutex mutex_;  ///< held during operations, so calls that must be prompt do not take it
   std::unique_ptr<devlnk::PortSession> session_;
   std::exception_ptr thrown_;  ///< by give_up_
   std::atomic<bool> open_ = false;
