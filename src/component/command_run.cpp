@@ -25,7 +25,7 @@ namespace {
 
 using headless::RunState;
 
-// Empty where `state` is ready to connect, what is wrong otherwise.
+// Empty if `state` is ready to connect, otherwise the reason why not.
 std::string PrepareNamed(const std::string& name, RunState& state) {
   const auto result = device::ParseResourceName(name);
   if (const auto* problem = std::get_if<device::ResourceProblem>(&result)) return problem->text;
@@ -44,7 +44,7 @@ std::string PrepareStored(const CommandRunOptions& options, RunState& state) {
   return complete ? std::string() : device::kInvalidAddress;
 }
 
-// The same for its file.
+// Opens the transcript; empty if that succeeded, otherwise the reason.
 std::string PrepareTranscript(const CommandRunOptions& options, headless::Transcript& transcript) {
   const int error =
       options.Transcript.empty() ? 0 : transcript.Open(options.Transcript, options.TranscriptTimes);
@@ -65,7 +65,7 @@ bool Prepare(const CommandRunOptions& options, headless::HostLines& host, RunSta
   return problem.empty();
 }
 
-// The host's function outlives the terminal, which has lines to the last.
+// The host's function must outlive the terminal, which writes lines until its end.
 template <typename Run>
 CommandRunStatus RunPrepared(const CommandRunOptions& options, Run run) {
   headless::HostLines host(options.OnLine);
@@ -98,7 +98,7 @@ CommandRunStatus SendLines(int Input, const CommandRunOptions& Options) {
 
 CommandRunStatus RunShell(const ShellHost& Host, const CommandRunOptions& Options) {
   CommandRunOptions options = Options;
-  // There is no plug to press.
+  // The shell has no connect button.
   options.Reconnect = true;
   return RunPrepared(options, [&Host](headless::RunSetup setup) {
     setup.give_up = &Host.GiveUp;

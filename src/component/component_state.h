@@ -12,16 +12,16 @@
 
 namespace kolvane::component {
 
-/// Everything that lives as long as the component. One instance serves MainClass; a test makes its own.
+/// All state that lives as long as the component. MainClass uses a single instance; a test creates its own.
 struct ComponentState {
   device::DeviceState device;
   device::ConnectionParameters connection;
-  std::optional<HostParts> host_parts;  ///< what of it a host gave, operating modes 0 and 1
+  std::optional<HostParts> host_parts;  ///< which connection data a host gave, operating modes 0 and 1
   terminal::TerminalState terminal;
   script::ScriptState script;
   terminal::WindowSettings window;
   TerminalOptions options;
-  device::Waits* waits = nullptr;  ///< of the window that is open
+  device::Waits* waits = nullptr;  ///< of the open window
   bool window_open = false;
   bool can_unload = false;
 };

@@ -17,7 +17,7 @@ namespace {
 namespace code = device::port_code;
 namespace mode = device::operating_mode;
 
-// The numbers by which the host knows its device's properties.
+// The host's property numbers.
 enum Property : std::int16_t {
   kPortKind = 2,
   kBaud = 3,
@@ -30,7 +30,7 @@ enum Property : std::int16_t {
 
 constexpr std::int16_t kStandardIpPort = 7;
 
-// A value that a host gave, with the place where it gave it.
+// A value from a host, with its source for messages.
 class HostValue {
  public:
   HostValue(std::string place, Variant value) : place_(std::move(place)), value_(std::move(value)) {}
@@ -40,7 +40,7 @@ class HostValue {
   std::string ToText() const { return As<std::string>(AddressText); }
 
  private:
-  // Nothing is an empty text elsewhere, but no address.
+  // Elsewhere nothing is an empty text, but it is not an address.
   static std::string AddressText(const Variant& value) {
     if (value.empty()) throw base::RuntimeError(base::RuntimeError::Kind::kTypeMismatch);
     return value.ToText();
@@ -59,13 +59,13 @@ class HostValue {
   Variant value_;
 };
 
-// The object itself, kept for as long as it works.
+// Keeps the host's object alive while it is used.
 std::shared_ptr<HostObject> Host(const device::DeviceState& state) {
   if (!state.gObj) throw base::RuntimeError(base::RuntimeError::Kind::kNoObject);
   return state.gObj;
 }
 
-// The host is asked for its IO object each time: it may make a new one for each operation.
+// The IO object is requested each time: the host may create a new one for each operation.
 HostValue ValueOf(device::DeviceState& state, std::int16_t number) {
   std::string place = texts::PropertyPlace(number);
   Variant value;

@@ -15,19 +15,19 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Empty where the user has no place for it.
+// Empty if the user has no configuration folder.
 fs::path UserFile() {
   const fs::path folder = base::UserFolder("XDG_CONFIG_HOME", ".config");
   return folder.empty() ? fs::path() : folder / "Kolvane.ini";
 }
 
-// A file that is not there is empty.
+// A missing file counts as empty.
 int ReadBytes(const std::string& path, std::string& bytes) {
   const int error = base::ReadFile(path, bytes);
   return error == ENOENT ? 0 : error;
 }
 
-// Of the file itself, wherever a link to it stands.
+// The folder of the file itself, even if the path is a link to it.
 std::string FolderOf(const std::string& path) {
   std::error_code error;
   return fs::weakly_canonical(fs::absolute(path), error).parent_path();
@@ -69,7 +69,7 @@ class IniStore final : public SettingsStore {
     std::error_code error;
     fs::create_directories(FolderOf(path_), error);
     if (error) return error.value();
-    // Without the lock the file would be whole as well; somebody else's new keys might be missed.
+    // Without the lock the file would be intact too, but keys just added by another process could be lost.
     const base::FolderLock lock(FolderOf(path_));
     std::string bytes;
     if (const int unread = ReadBytes(path_, bytes)) return unread;

@@ -8,7 +8,7 @@
 
 namespace kolvane::component {
 
-/// Why what was written did not come to last.
+/// Why pending writes could not be saved.
 struct SaveFailure {
   std::string file;
   int error;  ///< errno
@@ -18,34 +18,34 @@ struct SaveFailure {
 class SettingsStore {
  public:
   virtual ~SettingsStore() = default;
-  /// Where the texts are kept, for messages; empty for a store without a file.
+  /// The file of the store, for messages; empty for a store without a file.
   virtual std::string File() const { return {}; }
   virtual std::optional<std::string> Find(const std::string& section, const std::string& key) const = 0;
   std::string Read(const std::string& section, const std::string& key, const std::string& fallback) const {
     return Find(section, key).value_or(fallback);
   }
   virtual void Write(const std::string& section, const std::string& key, const std::string& value) = 0;
-  /// Makes what was written since last, all of it or nothing.
+  /// Saves pending writes atomically.
   [[nodiscard]] virtual std::optional<SaveFailure> Flush() = 0;
 };
 
-/// The INI file `path`; the user's own (Kolvane/Kolvane.ini in the configuration folder) where it is empty.
-/// Find gives what the file held when it was opened; what could not be read then is empty, and is never
-/// written over. Flush replaces the file at once and keeps its other sections, keys and comments, also those
-/// that have come since; of two stores that flush at the same time the later one's texts stand.
+/// Opens the INI file `path`; if empty, the user's own (Kolvane/Kolvane.ini in the configuration folder).
+/// Find returns a text already written, else that of the file when it was opened; a file that could not be
+/// read counts as empty and is never overwritten. Flush replaces the file and keeps its other sections, keys
+/// and comments, also those added since; of two stores flushed at the same time the later one's texts win.
 std::unique_ptr<SettingsStore> OpenIniStore(const std::string& path);
 
-/// The state of the user's terminal windows: sizes, places, folders; docs/formats/state.md. Several windows
-/// may have it open: each saves what was changed through it and leaves the rest.
+/// The state of the user's terminal windows: sizes, positions, folders; docs/formats/state.md. Several
+/// windows may have it open: each saves only the changes made through it.
 class StateFile final : public window::StateStore {
  public:
-  /// `path`: the file; empty where the user has no place for it, so that nothing is kept.
+  /// `path`: the file; if empty, nothing is stored.
   explicit StateFile(const std::string& path);
 
   std::string Read(const std::string& section, const std::string& key) const override;
   void Write(const std::string& section, const std::string& key, const std::string& text) override;
 
-  /// Makes what was written last; touches nothing where that says what the file said.
+  /// Saves the changes; does not touch the file if there are none.
   [[nodiscard]] std::optional<SaveFailure> Save();
 
  private:
@@ -53,7 +53,7 @@ class StateFile final : public window::StateStore {
   bool changed_ = false;
 };
 
-/// Kolvane/state.ini in the folder of the user's for states; empty where there is none.
+/// Kolvane/state.ini in the user's state folder; empty if there is none.
 std::string UserStateFile();
 
 }  // namespace kolvane::component

@@ -51,13 +51,13 @@ struct Edit {
 
 constexpr std::size_t kNowhere = std::string::npos;
 
-// Of a section that is to change.
+// A section to change.
 struct Section {
   std::map<std::string, std::size_t, std::less<>> last;  // index of each key's last edit
   std::size_t end = kNowhere;                            // after its last key
 };
 
-// What has to be done at which places so that the entries stand in the file.
+// Collects the edits that put the entries into the file.
 class Editor {
  public:
   Editor(std::string_view bytes, const IniEntries& entries) : bytes_(bytes), entries_(entries) {
@@ -85,7 +85,7 @@ class Editor {
     return key + "=" + EncodeIniValue(text) + line_end_;
   }
 
-  // Each line of a key that is to change goes; the last one comes back with its new text.
+  // All lines of a changed key are removed; the last one is replaced by the new text.
   void Note(const IniLine& line) {
     const auto section = sections_.find(line.section);
     if (section == sections_.end() || (!line.is_section && line.key.empty())) return;
@@ -96,7 +96,7 @@ class Editor {
     edits_.push_back({line.begin, line.next, ""});
   }
 
-  // What says the same already stays as it was written.
+  // A line that already has this value stays as written.
   void Change(Edit& edit, const std::string& key, const std::string& text) const {
     IniLine old;
     const std::string_view bytes = bytes_.substr(edit.begin, edit.end - edit.begin);
@@ -132,7 +132,7 @@ class Editor {
     out += "[" + section + "]" + line_end_ + lines;
   }
 
-  // A file's last line may lack its end.
+  // A file's last line may have no line end.
   void EndLine(std::string& out) const {
     if (!out.empty() && out != kUtf8Mark && out.back() != '\n' && out.back() != '\r') out += line_end_;
   }

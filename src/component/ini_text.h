@@ -14,17 +14,17 @@ namespace kolvane::component {
 
 using base::kUtf8Mark;
 
-/// A line of an INI file, with the section in which it stands.
+/// A line of an INI file, with its section.
 struct IniLine {
   std::size_t begin;
   std::size_t next;  ///< after its end
   std::string_view section;
   std::string_view key;    ///< empty: none
-  std::string_view value;  ///< as it stands
+  std::string_view value;  ///< still escaped
   bool is_section = false;
 };
 
-/// Walks over the lines of `bytes`, which have to outlive it. Each of CR LF, LF and CR ends a line.
+/// Iterates over the lines of `bytes`, which must outlive it. CR LF, LF and CR each end a line.
 class IniLines {
  public:
   explicit IniLines(std::string_view bytes)
@@ -45,15 +45,15 @@ class IniLines {
 /// Texts by section and key.
 using IniEntries = std::map<std::pair<std::string, std::string>, std::string>;
 
-/// The content of an INI file. Whatever it is, it can be read: a line that is neither a section, a key with
-/// '=' nor a comment says nothing. Sections of one name are one; of repeated keys the last one counts.
+/// The content of an INI file. Any content is accepted: a line that is not a section, a key with '=' or a
+/// comment is ignored. Sections of the same name are merged; of repeated keys the last one counts.
 class IniText {
  public:
   explicit IniText(std::string bytes);
   IniText(const IniText&) = delete;
   IniText& operator=(const IniText&) = delete;
 
-  /// The text at a key, or nothing.
+  /// The text of a key, or nothing.
   std::optional<std::string> Find(const std::string& section, const std::string& key) const;
 
  private:
@@ -63,12 +63,11 @@ class IniText {
   };
 
   std::string bytes_;
-  // In the file's order. Few keys are ever asked for, so there is no index over what may be millions.
+  // In file order. Only a few keys are looked up, so there is no index over possibly millions.
   std::map<std::string_view, std::vector<Entry>> sections_;
 };
 
-/// The content `bytes` of an INI file with these texts at their keys, each there once; every other line stays
-/// as it is.
+/// The INI file `bytes` with these texts for their keys, each key once; every other line stays unchanged.
 std::string WithIniEntries(std::string_view bytes, const IniEntries& entries);
 
 }  // namespace kolvane::component

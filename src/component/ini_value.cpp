@@ -8,12 +8,12 @@
 namespace kolvane::component {
 namespace {
 
-// Letters after a backslash, and what they stand for.
+// Letters after a backslash, and their meanings.
 constexpr std::string_view kLetters = "abfnrtv\"?'\\";
 constexpr std::string_view kMeanings = "\a\b\f\n\r\t\v\"?'\\";
 constexpr std::string_view kWithLetter = "\a\b\f\n\r\t\v\"\\";
 
-// What marks a text that holds a NUL, and those that other programs store.
+// Prefixes of a text with a NUL, and of those that other programs store.
 constexpr std::string_view kStringMark = "@String(";
 constexpr std::string_view kBytesMark = "@ByteArray(";
 
@@ -30,7 +30,7 @@ std::string HexEscape(char c) {
   return "\\x" + std::string(digits, end);
 }
 
-// A digit after a numeric escape would be read as part of it, so it becomes one itself.
+// A digit after a numeric escape would be read as part of it, so it is escaped too.
 class Encoder {
  public:
   std::string Run(std::string_view text) {
@@ -82,7 +82,7 @@ class Decoder {
     while (IsBlank(Peek())) ++at_;
   }
 
-  // An escaped space stands, a plain one at the end is none.
+  // Drops unescaped trailing spaces.
   void ChopBlanks() {
     while (out_.size() > escaped_to_ && IsBlank(out_.back())) out_.pop_back();
   }
@@ -107,7 +107,7 @@ class Decoder {
     const std::size_t letter = kLetters.find(c);
     if (letter != std::string_view::npos) out_ += kMeanings[letter];
     if (c == 'x' && IsHex(Peek())) Number(16, &IsHex);
-    // A character that means nothing goes with all of its bytes.
+    // An unknown escape is skipped with all bytes of its character.
     while (base::IsUtf8Continuation(Peek())) ++at_;
   }
 

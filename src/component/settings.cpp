@@ -15,18 +15,18 @@ namespace {
 
 using base::RuntimeError;
 
-// Fields with a rule of their own; a plain pointer stands for the conversion of its type.
-struct IpPort {  // stored as typed; above 32767 kept as the negative number of the same 16 bits
+// Fields with their own rule; a plain pointer uses the conversion of its type.
+struct IpPort {  // stored as typed; above 32767 kept as the same 16 bits with a sign
   std::int16_t* value;
 };
-struct Index {  // of a list, which could not show anything past its last entry
+struct Index {  // of a list; it must not be past the last entry
   std::uint8_t* value;
   std::uint8_t entries;
 };
-struct PortOption {  // one of the kinds there are
+struct PortOption {  // must be an existing kind
   std::int16_t* value;
 };
-struct NumberText {  // shown as it stands, but a 32-bit whole number
+struct NumberText {  // shown as it is, but must be a 32-bit whole number
   std::string* value;
 };
 struct ReceiveBuffer {  // stored in 16 bits
@@ -86,7 +86,7 @@ struct Writer {
   std::string operator()(Index field) const { return std::to_string(*field.value); }
   std::string operator()(PortOption field) const { return std::to_string(*field.value); }
 
-  // A text that is no such number would keep the terminal from opening next time.
+  // Any other text would prevent the terminal from opening next time.
   std::string operator()(NumberText field) const {
     try {
       base::TextToInt32(*field.value);
@@ -104,10 +104,10 @@ struct Row {
   const char* section;
   const char* key;
   const char* fallback;
-  Scope scope;  // kConnection: not read where a host has the connection
+  Scope scope;  // kConnection: not read if the host has the connection
   Use use;
   Field (*field)(SettingsTarget&);
-  bool HostParts::*said = nullptr;  // what of a host's connection is kept in it
+  bool HostParts::*said = nullptr;  // the part of a host's connection that it stores
 };
 
 const Row kRows[] = {
@@ -168,7 +168,7 @@ const Row kRows[] = {
      [](SettingsTarget& t) -> Field { return &t.window.pane.back_color; }},
     {"TERMINAL", "SHOWCOMMANDS", "-1", kAlways, kWritten,
      [](SettingsTarget& t) -> Field { return &t.terminal.options.show_commands; }},
-    // Both are read from a section of their own and written elsewhere: every session starts without them.
+    // Both are read from their own section and written elsewhere: every session starts without them.
     {"SHOWRESPONSETIME", "SHOWCOMMANDS", "0", kAlways, kReadOnly,
      [](SettingsTarget& t) -> Field { return &t.terminal.options.show_response_times; }},
     {"LINEBREAKS", "SHOWCOMMANDS", "0", kAlways, kReadOnly,

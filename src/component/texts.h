@@ -12,7 +12,7 @@ namespace kolvane::component::texts {
 
 inline constexpr const char* kAlreadyOpen = "Das Terminal ist bereits geöffnet";
 
-/// `file` is empty for a store that is none.
+/// `file` is empty for a store without a file.
 inline std::string NotLoaded(const std::string& section, const std::string& key, const std::string& value,
                              const std::string& reason, const std::string& file) {
   return "Die gespeicherte Einstellung [" + section + "] " + key + "=" + ShownIniValue(value) +

@@ -10,7 +10,7 @@
 namespace kolvane::component {
 namespace {
 
-// Loaded for good: what is loaded once more is the same.
+// Never unloaded; loading it again returns the same library.
 OpenWindowFunction Load() {
   void* library = dlopen((OwnFolder() + "/libkolvane-windows.so").c_str(), RTLD_NOW | RTLD_LOCAL);
   void* function = library == nullptr ? nullptr : dlsym(library, kOpenWindowName);

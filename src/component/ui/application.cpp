@@ -55,11 +55,11 @@ void Application::MakeOwn() {
   static char* arguments[] = {name, nullptr};
   host_locale_ = std::setlocale(LC_ALL, nullptr);
   own_ = std::make_unique<GuardedApplication>(count, arguments);
-  // Qt has made it the user's; the host's code runs during the call, and reads and writes numbers.
+  // Qt has set the user's locale; the host's code runs during the call and converts numbers.
   RestoreLocale();
   QApplication::setApplicationName(QStringLiteral("Kolvane"));
   QApplication::setDesktopFileName(QStringLiteral("kolvane"));
-  // A caret that blinks would wake the processor twice a second for as long as the window stands open.
+  // A blinking caret would wake the processor twice a second for as long as the window is open.
   QApplication::setCursorFlashTime(0);
 }
 

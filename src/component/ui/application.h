@@ -8,8 +8,8 @@
 
 namespace kolvane::component {
 
-/// An application in which lack of memory ends the one event that needs it, a paint say, before it can unwind
-/// Qt's own functions, which are not made for it.
+/// An application in which running out of memory ends only the current event, such as a paint, before the
+/// exception reaches Qt's own functions, which are not exception-safe.
 class GuardedApplication final : public QApplication {
  public:
   using QApplication::QApplication;
@@ -23,15 +23,15 @@ class GuardedApplication final : public QApplication {
   }
 };
 
-/// The QApplication that the window needs: the host's where it has one, one of our own for as long as this
-/// object lives otherwise. German texts for Qt's own buttons and dialogs hold for the same time.
+/// The QApplication that the window needs: the host's if it has one, otherwise one that lives as long as this
+/// object. German texts for Qt's own buttons and dialogs are installed for the same time.
 class Application {
  public:
-  /// Throws std::runtime_error unless this is the thread of the host's application object, or the main
-  /// thread where the host has none: Qt's windows live on one thread.
+  /// Throws std::runtime_error unless called on the thread of the host's application object, or on the main
+  /// thread if the host has none: Qt's windows must stay on one thread.
   static void CheckThread();
 
-  /// Throws NoDisplay, and std::runtime_error where the host's application has no windows.
+  /// Throws NoDisplay, or std::runtime_error if the host's application supports no windows.
   Application();
   ~Application();
   Application(const Application&) = delete;

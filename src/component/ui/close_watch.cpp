@@ -41,13 +41,13 @@ void CloseWatch::RunEvents() {
   QEventLoop loop;
   QObject::connect(window_, &window::MainWindow::Closed, &loop, &QEventLoop::quit);
   loop_ = &loop;
-  // A message about the list may have been closed along with the window.
+  // The window may have been closed together with a message about the list.
   if (window_->isVisible()) loop.exec();
   loop_ = nullptr;
   came_ = true;
 }
 
-// Message boxes and dialogs above the window go first: they would keep it from ending.
+// Close message boxes and dialogs above the window first: they would block it.
 void CloseWatch::CloseAll() {
   for (QWidget* top = QApplication::activeModalWidget(); top != nullptr && top != window_;
        top = QApplication::activeModalWidget()) {

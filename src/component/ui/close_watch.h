@@ -11,20 +11,20 @@
 namespace kolvane::component {
 
 /// Closes the terminal once a descriptor (TerminalOptions::CloseDescriptor; negative: none) becomes readable,
-/// be it while a message stands before the window. Messages go to standard error then.
+/// even while a message is open. Messages then go to standard error.
 class CloseWatch final : public window::CloseRequest {
  public:
   explicit CloseWatch(int descriptor);
 
-  /// Asks the descriptor itself, so that it is seen where no events are run.
+  /// Polls the descriptor itself, so that this works without an event loop.
   bool Made() const override;
   base::Prompt& Messages() override { return messages_; }
 
-  /// From now on it is this window that is closed, at once where the request has come already.
+  /// Sets the window to close; closes it at once if the request has already been made.
   void SetWindow(window::MainWindow& window);
 
-  /// Runs events until the window has closed, or somebody ends the thread's event loops; counts as a request
-  /// for what comes after.
+  /// Runs events until the window has closed, or the thread's event loops are ended; later calls treat that
+  /// as a request.
   void RunEvents();
 
  private:

@@ -23,10 +23,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A server that is about to reset itself drops whom it has just let in; the next one gets in.
+// A server about to reset itself disconnects a client just accepted; the next one gets in.
 constexpr int kXAttempts = 3;
 
-// Kinds of character devices, as the kernel numbers them.
+// Kernel major numbers of character devices.
 constexpr unsigned kFramebuffer = 29;
 constexpr unsigned kGraphicsCard = 226;
 
@@ -36,7 +36,7 @@ bool IsX(const QByteArray& platform) { return platform.split(':').front().toLowe
 
 bool NeedsServer(const QByteArray& platform) { return IsWayland(platform) || IsX(platform); }
 
-// Whether it answers stays open: the component makes no connections of its own but to an X server.
+// It may still not respond: the component opens no connection except to an X server.
 bool CompositorIsThere() {
   if (qEnvironmentVariableIsSet("WAYLAND_SOCKET")) return true;
   const fs::path name = qgetenv("WAYLAND_DISPLAY").toStdString();
@@ -64,7 +64,7 @@ bool HasGraphicsCard() {
                      [](const auto& card) { return IsDevice(card, kGraphicsCard); });
 }
 
-// Where Qt looks for its platforms; the host's own folder is one of the places once there is an application.
+// Where Qt looks for platform plug-ins; it adds the host's own folder once there is an application.
 QStringList PlatformFolders() {
   QStringList folders;
   const QString own = QFileInfo(QFile::symLinkTarget(QStringLiteral("/proc/self/exe"))).path();
@@ -82,8 +82,8 @@ bool Offers(const QPluginLoader& plugin, const QString& platform) {
   });
 }
 
-// Loading it shows whether all that it needs is there; Qt loads the same one next. Without any folder a host
-// may have brought its plug-ins along to where nobody else looks.
+// Loading the plug-in tests its dependencies; Qt loads the same one next. If no folder exists, the host may
+// have its plug-ins elsewhere.
 bool IsInstalled(const QString& platform) {
   bool any_folder = false;
   for (const QString& folder : PlatformFolders()) {
@@ -97,14 +97,14 @@ bool IsInstalled(const QString& platform) {
   return !any_folder;
 }
 
-// One that the user sees and Qt cannot speak to.
+// A running compositor that Qt cannot use.
 bool IsUnreachableCompositor(const QByteArray& platform) {
   return IsWayland(platform) && CompositorIsThere() && !IsInstalled(QStringLiteral("wayland"));
 }
 
 }  // namespace
 
-// Qt takes the first platform that works, of those that the user names or of these two.
+// Qt takes the first working platform of those named by the user, or of these two.
 DisplayProbe::DisplayProbe() {
   const QByteArray named = qgetenv("QT_QPA_PLATFORM");
   const QList<QByteArray> platforms = (named.isEmpty() ? QByteArray("wayland;xcb") : named).split(';');
@@ -130,7 +130,7 @@ bool DisplayProbe::IsUsable(const QByteArray& platform) {
   if (!IsInstalled(QString::fromLatin1(name))) return false;
   if (IsX(platform)) return XServerAnswers();
   if (IsWayland(platform)) return CompositorIsThere();
-  // Without a device to draw on Qt ends the process, or crashes.
+  // Without a device to draw on Qt ends the process or crashes.
   if (name == "linuxfb") return HasFramebuffer(parts);
   if (name == "eglfs" || name == "minimalegl" || name == "vkkhrdisplay") return HasGraphicsCard();
   return true;

@@ -6,12 +6,12 @@ struct xcb_connection_t;
 
 namespace kolvane::component {
 
-/// What Qt is going to find when it looks for a display. Qt ends the whole process where it finds none, and a
-/// host shall get an error instead.
+/// Checks whether Qt will find a display. Without one Qt ends the whole process, but a host should get an
+/// error instead.
 ///
-/// An X server that has been asked stays connected for as long as this object lives: some reset themselves
-/// when their last client leaves, and take along who comes meanwhile. To be kept until the QApplication
-/// stands.
+/// An X server that was tested stays connected for as long as this object lives: some reset themselves when
+/// their last client disconnects, and drop clients that connect at that time. Keep it until the QApplication
+/// exists.
 class DisplayProbe {
  public:
   /// Throws NoDisplay.

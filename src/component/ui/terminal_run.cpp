@@ -28,7 +28,7 @@ namespace kolvane::component {
 
 namespace {
 
-// A host gives a rate; what is kept of one is its place in the list.
+// A host gives a rate; the settings store its index in the list.
 std::optional<SaveFailure> Save(ComponentState& state, SettingsStore& store) {
   device::ConnectionParameters connection = state.connection;
   if (state.host_parts)
@@ -46,7 +46,7 @@ std::optional<SaveFailure> Unload(ComponentState& state, terminal::TerminalCore&
   const bool own_connection = state.device.OperMode == device::operating_mode::kPortLibrary;
   if (!own_connection && !state.device.connected) core.connect.Connect();
   if (own_connection && state.device.connected) core.device.Close();
-  // From here on the terminal holds no connection; a host's device is the host's again.
+  // From here on the terminal has no connection; a host's device belongs to the host again.
   state.device.connected = false;
   state.device.gObj.reset();
   state.can_unload = true;
@@ -61,7 +61,7 @@ bool IsHostMode(std::int16_t oper_mode) {
   return oper_mode == mode::kHostByIndex || oper_mode == mode::kHost;
 }
 
-// Marks the window as open for as long as it lives: a host's event handler could open a second one meanwhile.
+// Marks the window as open while this lives: a host's event handler could open a second one.
 class OpenMark {
  public:
   explicit OpenMark(bool& open) : open_(open) {
@@ -76,7 +76,7 @@ class OpenMark {
   bool& open_;
 };
 
-// Lends a host the waits of the window for as long as it lives.
+// Makes the window's waits available to the host while this lives.
 class WaitLoan {
  public:
   WaitLoan(ComponentState& state, device::Waits& waits) : state_(state) { state_.waits = &waits; }
@@ -88,7 +88,7 @@ class WaitLoan {
   ComponentState& state_;
 };
 
-// The settings of this run, or the message and the error where one of them cannot be read.
+// Loads the settings of this run; if one cannot be read, shows a message and throws.
 void LoadOrTell(const SettingsStore& store, ComponentState& state, CloseWatch& close) {
   window::MessagePrompt prompt(nullptr, &close);
   try {
@@ -104,7 +104,7 @@ void LoadOrTell(const SettingsStore& store, ComponentState& state, CloseWatch& c
   }
 }
 
-// The window is going, so what could not be saved is reported where nobody has to answer.
+// The window is closing, so a failure to save is reported where nobody has to answer.
 void UnloadOrTell(ComponentState& state, window::MainWindow& window, SettingsStore& store,
                   CloseWatch& close) {
   const auto failure = Unload(state, window.core(), window.log(), store);
@@ -115,7 +115,7 @@ void SaveStateOrTell(StateFile& file, CloseWatch& close) {
   if (const auto failure = file.Save()) close.Messages().ShowError(texts::StateNotSaved(*failure));
 }
 
-// Only the user's own terminal finds its windows again, not one with settings of its own.
+// Only the user's own terminal restores its windows, not one with separate settings.
 std::string StateFileOf(const ComponentState& state) {
   const bool own = state.device.OperMode == mode::kPortLibrary && state.options.SettingsFile.empty();
   return own ? UserStateFile() : std::string();
@@ -126,12 +126,12 @@ void SaveExtrasOrTell(ExtrasFile& file, const ComponentState& state, CloseWatch&
     close.Messages().ShowError(texts::NotSaved(*failure));
 }
 
-// Whoever chooses a settings file works beside what the user keeps.
+// With a separate settings file, the user's extras are neither used nor changed.
 std::string ExtrasFileOf(const ComponentState& state) {
   return state.options.SettingsFile.empty() ? UserExtrasFile() : std::string();
 }
 
-// Without a window manager there may be no active one.
+// Without a window manager there may be no active window.
 QWidget* HostWindow() {
   if (QWidget* active = QApplication::activeWindow()) return active;
   for (QWidget* widget : QApplication::topLevelWidgets()) {
@@ -141,24 +141,24 @@ QWidget* HostWindow() {
   return nullptr;
 }
 
-// In a host's application the terminal stands over the window that the user has left for it. A server without
-// a window manager would put it into the corner.
+// In a host's application the terminal is placed over the host's active window. An X server without a window
+// manager would put it in the corner.
 void PlaceOver(const QWidget& host, window::MainWindow& window) {
   const QRect screen = host.screen()->availableGeometry();
-  // It gets a frame like the host's.
+  // It will get a frame like the host's.
   QRect place({}, window.size() + host.frameSize() - host.size());
   place.moveCenter(host.frameGeometry().center());
   place.moveRight(std::min(place.right(), screen.right()));
   place.moveBottom(std::min(place.bottom(), screen.bottom()));
-  // Where the user has put it before, it stays.
+  // A position restored from the last time is kept.
   if (!window.testAttribute(Qt::WA_Moved))
     window.move(std::max(place.left(), screen.left()), std::max(place.top(), screen.top()));
-  // Moved before it is made, so that the place is that of its frame.
+  // Created after the move, so that the position is that of its frame.
   window.winId();
   window.windowHandle()->setTransientParent(host.windowHandle());
 }
 
-// One after the other: a dialled connection takes its time, and serves timers meanwhile.
+// One after the other: dialling takes time and runs timers.
 void PressAtStart(window::MainWindow& window, const TerminalOptions& options, const CloseWatch& close) {
   QTimer::singleShot(0, &window,
                      [&window, &close, connect = options.ConnectAtStart, play = options.PlayAtStart] {
@@ -178,8 +178,8 @@ void ShowModally(window::MainWindow& window, const QWidget* host, const Terminal
   close.RunEvents();
 }
 
-// What a window's controls show starts again. The last answer and status, the flags that $SILENT and $AUTOLOG
-// set, and what a command list has left open belong to the component's life.
+// Resets what a window's controls show. The last answer and status, the flags of $SILENT and $AUTOLOG, and
+// open blocks of a command list live as long as the component.
 void ResetForWindow(ComponentState& state) {
   state.device.open_step_status = 0;
   state.terminal.receive = {};
@@ -188,7 +188,7 @@ void ResetForWindow(ComponentState& state) {
   state.script.record = {};
 }
 
-// Only the user's own terminal keeps and offers lists, not one with settings of its own.
+// Only the user's own terminal keeps and offers unsaved lists, not one with separate settings.
 std::string UnsavedFolder(const ComponentState& state) {
   if (state.device.OperMode != mode::kPortLibrary || !state.options.SettingsFile.empty()) return {};
   const auto folder = base::UserFolder("XDG_STATE_HOME", ".local/state");
@@ -238,7 +238,7 @@ void RunTerminal(ComponentState& state, std::int16_t oper_mode, std::int16_t dev
   options.ConnectAtStart &= oper_mode == mode::kPortLibrary;
   state.can_unload = false;
   ShowModally(window, host_window, options, close);
-  // Somebody ended the event loop, with the window still open.
+  // The event loop was ended while the window was open.
   if (!state.can_unload) window.close();
 }
 

@@ -9,13 +9,13 @@
 
 namespace kolvane::component {
 
-/// The steps that end a terminal, in their order: close the log, save the settings, give a host its device
-/// back open (or close the terminal's own connection), release the host's object, allow unloading. Settings
-/// that cannot be saved do not keep it from the steps after it.
+/// The last steps of a terminal, in order: close the log, save the settings, return a host's device open (or
+/// close the terminal's own connection), release the host's object, allow unloading. A failure to save the
+/// settings does not prevent the later steps.
 [[nodiscard]] std::optional<SaveFailure> Unload(ComponentState& state, terminal::TerminalCore& core,
                                                 terminal::Log& log, SettingsStore& store);
 
-/// What MainClass::OpenTerminal promises, on `state`.
+/// Implements MainClass::OpenTerminal, on `state`.
 void RunTerminal(ComponentState& state, std::int16_t oper_mode, std::int16_t dev_idx);
 
 }  // namespace kolvane::component

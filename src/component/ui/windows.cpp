@@ -1,4 +1,4 @@
-// What libkolvane-windows.so is loaded for.
+// The entry point of libkolvane-windows.so.
 
 #include <type_traits>
 
