@@ -54,7 +54,7 @@ std::optional<std::uint64_t> BlockSource::Find(std::string_view bytes, std::uint
   return FindBetween(bytes, 0, std::min(from + bytes.size() - 1, size_));
 }
 
-// Pieces overlap by what a hit may have in the one before.
+// Pieces overlap, so that a hit across their border is found.
 std::optional<std::uint64_t> BlockSource::FindBetween(std::string_view bytes, std::uint64_t from,
                                                       std::uint64_t end) const {
   for (std::uint64_t at = from; at + bytes.size() <= end; at += kPiece) {

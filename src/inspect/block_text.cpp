@@ -11,10 +11,10 @@ namespace {
 
 constexpr std::size_t kLine = static_cast<std::size_t>(kBytesPerLine);
 
-// Each byte as `prefix` and two digits, sixteen a line, lines between `begin` and `end`.
+// Each byte as `prefix` and two digits, sixteen per line, each line between `begin` and `end`.
 struct ByteForm {
   std::string_view prefix;
-  std::string_view between;  // bytes of a line
+  std::string_view between;  // between the bytes of a line
   std::string_view begin;
   std::string_view end;
   std::string_view last_end;

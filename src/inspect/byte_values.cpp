@@ -23,7 +23,7 @@ std::uint8_t ShownByteAt(const DumpView& view, Position place) {
   return HexPair(CharacterAt(view, place), CharacterAt(view, place + 1));
 }
 
-// The place of the byte after the one at `place`.
+// The position of the byte after the one at `place`.
 Position NextByte(Position place) {
   place += 2;
   const Position column = ColumnOf(place);
@@ -33,10 +33,10 @@ Position NextByte(Position place) {
 }
 
 constexpr std::size_t kCharactersShown = 8;
-constexpr std::int64_t kFirstSecond = -62135596800;  // of the year 1
-constexpr std::int64_t kLastSecond = 253402300799;   // of the year 9999
+constexpr std::int64_t kFirstSecond = -62135596800;  // start of the year 1
+constexpr std::int64_t kLastSecond = 253402300799;   // end of the year 9999
 
-// The value that the bytes are, low byte first.
+// The value of the bytes, low byte first.
 template <typename Value>
 Value ValueOf(std::string_view bytes) {
   Value value;
@@ -67,7 +67,7 @@ std::string TimeText(std::int64_t seconds) {
   return {text, std::strftime(text, sizeof text, "%d.%m.%Y %H:%M:%S", &utc)};
 }
 
-// Neither depends on the order of bytes.
+// Bits and characters do not depend on the byte order.
 ValueRow BitsRow(std::string_view bytes) {
   if (bytes.empty()) return {texts::kBits, "", ""};
   std::string bits = std::bitset<8>(static_cast<unsigned char>(bytes.front())).to_string();

@@ -31,8 +31,8 @@ constexpr float BSwapF(float value) {
   return std::bit_cast<float>(BSwapL(std::bit_cast<std::int32_t>(value)));
 }
 
-/// Values in a buffer, in the machine's order (low byte first) or, where `network_order` is set, the other
-/// one. Nothing where the first byte lies outside the buffer; bytes after its end count as 0.
+/// Values in a buffer, in the machine's byte order (low byte first) or, if `network_order` is set, in the
+/// other. No value if the first byte is outside the buffer; bytes after its end count as 0.
 
 template <std::size_t kBytes>
 std::optional<std::uint64_t> BitsAt(ByteSpan bytes, std::int32_t offset) {
@@ -71,7 +71,7 @@ inline std::optional<float> FloatAt(ByteSpan bytes, std::int32_t offset, bool ne
   return network_order ? BSwapF(value) : value;
 }
 
-/// Doubles know no network order.
+/// Doubles have no network order.
 inline std::optional<double> DoubleAt(ByteSpan bytes, std::int32_t offset) {
   const auto bits = BitsAt<8>(bytes, offset);
   if (!bits) return std::nullopt;
@@ -79,21 +79,21 @@ inline std::optional<double> DoubleAt(ByteSpan bytes, std::int32_t offset) {
 }
 
 /// Reads bytes from the caret on into the buffer and selects them in the dump. Reading stops `kTextEnd`
-/// positions before the text's end: the rest of the buffer keeps what an earlier read left. With a count
-/// below 1 it goes on to that end. False where the buffer was full before: the caret then stays after the
-/// last byte, and nothing is selected.
+/// positions before the text's end; the rest of the buffer keeps what an earlier read left. With a count
+/// below 1 it continues to that end. Returns false if the buffer was full before: the caret then stays after
+/// the last byte, and nothing is selected.
 [[nodiscard]] bool BuildByteBuf(std::int32_t total_bytes, DumpView& view, ByteBuffer& buffer);
 
 inline constexpr Position kTextEnd = 22;
 
-/// How the bytes from the caret on read as one type, low byte first and high byte first.
+/// The bytes from the caret on read as one type, low byte first and high byte first.
 struct ValueRow {
   std::string_view type;  ///< UTF-8, German
   std::string little_endian;
   std::string big_endian;
 };
 
-/// A row for each type, always the same ones; values for which `bytes` are too few are empty. Texts are
+/// One row for each type, always the same ones; values that need more than `bytes` are empty. Texts are
 /// UTF-8.
 std::vector<ValueRow> ValueTable(std::string_view bytes, std::string_view decimal_sign);
 

@@ -69,7 +69,7 @@ Decoded RunFile(const std::string& path, const NumberForm& form, DumpView& view,
     decoded.problems = std::move(parsed->problems);
     for (const ResultLine& field : decoded.fields) decoded.lines->push_back(field.text);
   } catch (const std::bad_alloc&) {
-    // No template is worth the terminal's end.
+    // A huge template must not end the program.
     decoded.fields.clear();
     decoded.lines->clear();
   }

@@ -23,7 +23,7 @@ class DumpWriter {
     BeginLine();
   }
 
-  /// Takes a digit; the last one ends its line wherever it stands.
+  /// Takes a digit; the last one ends its line, wherever it is.
   void Put(char digit, bool last) {
     line_[static_cast<std::size_t>(column_++)] = digit;
     ++digits_in_group_;
@@ -47,7 +47,7 @@ class DumpWriter {
     digits_in_group_ = 0;
   }
 
-  // Four digits, or five: those of an offset from 10000 on take the place of the space.
+  // Four digits, or five: from 10000 on the offset takes the position of the space.
   void WriteOffset() {
     const Position offset = lines_ * kBytesPerLine;
     if (offset > std::numeric_limits<std::int16_t>::max())
@@ -77,7 +77,7 @@ class DumpWriter {
 
 bool IsBracket(char c) { return c == '<' || c == '>'; }
 
-// What fits into the lines there can be; a whole pane may be marked.
+// Limited to what fits into the permitted lines, because a whole pane may be selected.
 std::size_t DigitsToReserve(std::string_view marked) {
   constexpr std::size_t kMostDigits = 2 * (std::numeric_limits<std::int16_t>::max() + 1);
   return std::min(marked.size() / 2, kMostDigits);
@@ -128,7 +128,7 @@ std::string BytesOf(std::string_view dump) {
   for (std::size_t line = 0; line + 1 < dump.size(); line += static_cast<std::size_t>(kLineLength)) {
     for (Position byte = 0; byte < kBytesPerLine; ++byte) {
       const std::size_t at = line + static_cast<std::size_t>(ByteColumn(byte));
-      // Only the last line may end early; a space further left was marked as a digit.
+      // Only the last line may end early; a space further left was selected as a digit.
       if (dump.substr(at, line + static_cast<std::size_t>(kHexEnd) - at).find_first_not_of(' ') ==
           std::string_view::npos)
         break;
@@ -156,7 +156,7 @@ Position BoxPositions::ToBox(Position place) const {
 }
 
 Position BoxPositions::FromBox(Position place) const {
-  // The nth line feed shares the box's position with the place after it: its own less the n before it.
+  // A line feed shares its position in the box with the character after it: its own minus those before it.
   Position before = 0;
   Position after = static_cast<Position>(line_feeds_.size());
   while (before < after) {

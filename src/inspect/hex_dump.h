@@ -32,15 +32,14 @@ constexpr Position ByteColumn(Position byte) {
   return kFirstByte + byte / kBytesPerGroup * kGroupLength + byte % kBytesPerGroup * 2;
 }
 
-/// Whether a byte's first digit stands there.
+/// Whether a byte's first digit is in this column.
 constexpr bool IsByteColumn(Position column) {
   const Position in_hex = column - kFirstByte;
   return in_hex >= 0 && column < kHexEnd && in_hex % kGroupLength % 2 == 0 &&
          in_hex % kGroupLength < 2 * kBytesPerGroup;
 }
 
-/// The dump with what its text box has besides: caret (the selection's start) and selection, both within the
-/// text.
+/// The dump with the caret (the selection's start) and the selection of its text box, both within the text.
 struct DumpView {
   std::string_view text;
   Position caret = 0;
@@ -48,7 +47,7 @@ struct DumpView {
 
   Position Length() const { return static_cast<Position>(text.size()); }
 
-  /// The selection goes.
+  /// Also removes the selection.
   void MoveTo(Position place) {
     caret = std::clamp<Position>(place, 0, Length());
     selected = 0;
@@ -68,8 +67,8 @@ constexpr int HexDigit(char c) {
   return -1;
 }
 
-/// Two characters read as a hexadecimal number as far as they form one, a space before it skipped: "4x",
-/// "4 " and " 4" are 4, "x4" and "  " are 0.
+/// Reads two characters as a hexadecimal number as far as they form one, skipping a leading space: "4x", "4 "
+/// and " 4" are 4, "x4" and "  " are 0.
 constexpr std::uint8_t HexPair(char first, char second) {
   const int high = HexDigit(first);
   const int low = HexDigit(second);
@@ -77,46 +76,46 @@ constexpr std::uint8_t HexPair(char first, char second) {
   return static_cast<std::uint8_t>(low < 0 ? high : high * 16 + low);
 }
 
-/// Lays out what is marked in the output pane, bytes as "<41>", as a hex dump. Every character but the
-/// brackets counts as a digit, and the last one is never looked at: a part of a line that does not end in
-/// front of it is lost. Both texts are Windows-1252. Throws RuntimeError kOverflow beyond 2047 lines.
+/// Lays out what is selected in the output pane, bytes as "<41>", as a hex dump. Every character except the
+/// brackets counts as a digit. The last character is ignored: an incomplete line is lost unless a digit comes
+/// right before it. Both texts are Windows-1252. Throws RuntimeError kOverflow beyond 2047 lines.
 std::string BuildDump(std::string_view marked);
 
 /// The most bytes that a dump holds.
 inline constexpr std::size_t kMostDumpBytes = 2047 * 16;
 
-/// The dump of bytes, at most kMostDumpBytes: what BuildDump gives for them.
+/// The dump of bytes, at most kMostDumpBytes, as BuildDump lays them out.
 std::string DumpOfBytes(std::string_view bytes);
 
-/// Appends the line of at most sixteen bytes, without its end; `offset` is that of the first one. From 100000
-/// on the offset makes the line longer.
+/// Appends the line of at most sixteen bytes, without its line end; `offset` is that of the first byte. From
+/// 100000 on the offset makes the line longer.
 void AppendDumpLine(std::uint64_t offset, std::string_view bytes, std::string& out);
 
-/// The bytes of a dump. A single digit at its end is a byte, too.
+/// The bytes of a dump. A single digit at its end also counts as a byte.
 std::string BytesOf(std::string_view dump);
 
-/// Where the first digit of a byte stands.
+/// The position of a byte's first digit.
 constexpr Position PlaceOfByte(std::size_t byte) {
   const auto at = static_cast<Position>(byte);
   return at / kBytesPerLine * kLineLength + ByteColumn(at % kBytesPerLine);
 }
 
-/// The byte whose digits stand at `place`, or that before a place where none do; 0 before the first.
+/// The byte whose digits are at `place`, otherwise the one before; 0 before the first.
 std::size_t ByteAtPlace(Position place);
 
-/// Translates between positions in the dump, where CR LF counts two, and those of a text box that counts one
-/// for it.
+/// Converts between positions in the dump, where CR LF counts as two, and those of a text box that counts it
+/// as one.
 class BoxPositions {
  public:
   BoxPositions() = default;
   explicit BoxPositions(std::string_view dump);
 
-  /// A place inside CR LF is the start of the line after it.
+  /// A position inside CR LF becomes the start of the next line.
   Position ToBox(Position place) const;
   Position FromBox(Position place) const;
 
  private:
-  std::vector<Position> line_feeds_;  // those after a CR, in the dump
+  std::vector<Position> line_feeds_;  // those after a CR, as positions in the dump
 };
 
 /// Virtual key codes of the keys that move the caret.
@@ -125,11 +124,11 @@ inline constexpr int kLeft = 37;
 inline constexpr int kRight = 39;
 }  // namespace key
 
-/// Moves the caret off the offset field and the characters onto a byte's first digit. Between digits it goes
-/// one position only, so from the second digit of a group's last byte onto the space after it.
+/// Moves the caret from the offset field or the characters to a byte's first digit. Between digits it moves
+/// only one position, so from the second digit of a group's last byte to the space after it.
 void EnsureValidCaretPos(DumpView& view);
 
-/// What the text box does with a key press: Right and Left go two positions, no other key does anything.
+/// Handles a key press in the text box: Right and Left move two positions, any other key does nothing.
 void PressKey(int key_code, DumpView& view);
 
 }  // namespace kolvane::inspect

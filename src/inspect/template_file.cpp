@@ -104,7 +104,7 @@ std::optional<std::int16_t> Number16(std::string_view text) {
   return base::FitInt16(base::LeadingNumber(text));
 }
 
-// "&H10" is a number, too; "abc" counts as 0, which nobody means.
+// "&H10" is also a number; "abc" would count as 0, which is never intended.
 bool HoldsNumber(std::string_view text) {
   text = base::TrimBlanks(text);
   return !text.empty() && std::string_view("0123456789+-.&").find(text.front()) != std::string_view::npos;
@@ -195,7 +195,7 @@ class Parser {
 
   Template template_;
   int line_ = 0;
-  // Each stays until a later line sets it again.
+  // Each keeps its value until a later line sets it.
   std::int32_t byte_count_ = 0;
   std::int32_t offset_ = 0;
   std::int32_t string_length_ = 0;

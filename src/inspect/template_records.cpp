@@ -9,7 +9,7 @@
 namespace kolvane::inspect {
 namespace {
 
-// What a template sees of a record: as much as its buffer holds.
+// The part of a record that a template reads: as much as its buffer holds.
 ByteSpan Seen(std::string_view bytes) {
   const std::size_t size = std::min(bytes.size(), ByteBuffer{}.size());
   return {reinterpret_cast<const std::uint8_t*>(bytes.data()), size};

@@ -56,14 +56,14 @@ class TemplateRun {
     return std::nullopt;
   }
 
-  // The whole value or its bits; nothing where the range has none.
+  // The whole value or its bits; no value if the range has no bits.
   std::optional<std::string> WholeText(std::int32_t value, const std::optional<BitRange>& bits) const {
     if (!bits) return std::to_string(value);
     if (bits->divisor == 0) return std::nullopt;
     return base::DoubleText(static_cast<double>(value & bits->mask) / bits->divisor, form_.decimal_sign);
   }
 
-  // Places outside the buffer add nothing.
+  // Positions outside the buffer add nothing.
   std::string QuotedBytes(const TemplateField& field) const {
     const auto size = static_cast<std::int64_t>(buffer_.size());
     const std::int64_t end = std::int64_t{field.offset} + field.length;
@@ -77,7 +77,7 @@ class TemplateRun {
   ByteBuffer& buffer_;
   std::vector<ResultLine> lines_;
 
-  // Each stays until a later field of its type sets it again.
+  // Each keeps its value until a later field of its type sets it.
   std::uint8_t byte_ = 0;
   std::int16_t short_ = 0;
   std::int32_t long_ = 0;
@@ -112,7 +112,7 @@ FieldValue WholeValue(std::int32_t value, const std::optional<BitRange>& bits) {
                                           : FieldValue(quotient);
 }
 
-// As a double the single would have digits that nobody has measured.
+// Converted directly, the single would show digits that were never measured.
 double Shortest(float value) {
   if (!std::isfinite(value)) return value;
   char text[32];

@@ -16,26 +16,26 @@ struct NumberForm {
   std::string_view decimal_sign = ".";
 };
 
-/// A line of a template's result, and which bytes it shows: `offset` counts from the caret.
+/// A line of a template's result, and the bytes it shows: `offset` counts from the caret.
 struct ResultLine {
   std::string text;
   std::int32_t offset = 0;
   std::int32_t length = 0;
 };
 
-/// Runs a template at the caret and returns a line for each field. Nothing fails, as ParseTemplate.
+/// Runs a template at the caret and returns a line for each field. Never fails, like ParseTemplate.
 std::vector<ResultLine> RunTemplate(const Template& parsed, const NumberForm& form, DumpView& view,
                                     ByteBuffer& buffer);
 
-/// The same with the bytes of the template's file, for whoever wants only the texts.
+/// The same with the bytes of the template's file, for callers that want only the texts.
 std::vector<std::string> RunTemplate(std::string_view file, const NumberForm& form, DumpView& view,
                                      ByteBuffer& buffer);
 
-/// Whether all its bytes lie within the first `size`.
+/// Whether all its bytes are within the first `size`.
 bool IsWithin(const TemplateField& field, std::size_t size);
 
-/// The value of a field: nothing where it does not lie within the bytes as a whole or has no bits. Texts are
-/// Windows-1252, singles have the shortest decimal form of their own.
+/// The value of a field; none if it is not entirely within the bytes or has no bits. Texts are Windows-1252;
+/// a single becomes the double with the same shortest decimal form.
 using FieldValue = std::variant<std::monostate, std::int64_t, double, std::string>;
 FieldValue ValueOf(const TemplateField& field, ByteSpan bytes, bool network_order);
 

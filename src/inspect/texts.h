@@ -7,7 +7,7 @@
 #include "base/text.h"
 #include "inspect/template_file.h"
 
-/// What the inspector tells the user.
+/// The texts of the inspector.
 namespace kolvane::inspect::texts {
 
 inline constexpr std::string_view kNothingMarked =
@@ -68,7 +68,7 @@ inline std::string Bytes(std::uint64_t count) {
   return std::to_string(count) + (count == 1 ? " Byte" : " Bytes");
 }
 
-/// `marked` bytes from `offset` on, of a block that has `length`.
+/// `marked` bytes from `offset` on, in a block of `length` bytes.
 inline std::string Place(std::uint64_t offset, std::uint64_t marked, std::uint64_t length) {
   return "Position " + std::to_string(offset) + " (" + HexNumber(offset) + "), " + Bytes(marked) +
          " markiert, Block " + Bytes(length);

@@ -24,9 +24,9 @@
 namespace kolvane::inspect {
 namespace {
 
-constexpr int kWindowFrame = 20;           // what a window manager may put beside the dialog
+constexpr int kWindowFrame = 20;           // what a window manager may add beside the dialog
 constexpr int kTitleBar = 60;              // and above it
-constexpr std::size_t kMostColored = 200;  // fields, so that a click stays a click
+constexpr std::size_t kMostColored = 200;  // fields; more would make a click slow
 constexpr std::size_t kMostLines = 2000;   // of all records together
 constexpr int kMostProblems = 3;
 
@@ -58,7 +58,7 @@ BinInspectDialog::BinInspectDialog(BinInspectContext context, QWidget* parent)
   connect(formats_, &FormatFrame::FormatClick, this, &BinInspectDialog::FormatClick);
   connect(formats_, &FormatFrame::TemplateClick, this, &BinInspectDialog::TemplateClick);
   BuildTemplateList();
-  // From the dump to the formats, as it stands below it.
+  // From the dump to the formats, which are below it.
   formats_->FollowInTabOrder(area_->dump());
   area_->dump()->setFocus();
   const QSize room = screen()->availableSize() - QSize(kWindowFrame, kTitleBar);
@@ -103,7 +103,7 @@ void BinInspectDialog::ConnectBlock() {
   connect(&watcher_, &QFileSystemWatcher::fileChanged, this, &BinInspectDialog::TemplateChanged);
 }
 
-// With a large font the rest has no room beside the formats.
+// With a large font the buttons do not fit beside the formats.
 void BinInspectDialog::BuildBelow(QVBoxLayout* all) {
   auto* below = new QBoxLayout(QBoxLayout::LeftToRight);
   QBoxLayout* side = BuildSide();
@@ -142,9 +142,9 @@ void BinInspectDialog::BuildTemplateList() {
   for (const TemplateFile& file : templates_) names.push_back(file.name);
   formats_->EnableTemplates(!names.empty());
   formats_->SetTemplates(names);
-  // The first template is in force then, though no option is chosen until the user does.
+  // The first template is then in force, although no option is checked until the user clicks one.
   if (!templates_.empty()) return area_->ShowLines(ClickTemplate(context_.state, 0).lines_shown);
-  // What the code meant last time may have been deleted since.
+  // The template used last time may have been deleted.
   if (context_.state.format_code >= format::kTemplate) context_.state.format_code = format::kByte;
   formats_->Check(context_.state.format_code);
 }
@@ -210,7 +210,7 @@ void BinInspectDialog::ShowResult(const Decoded& decoded, std::size_t caret) {
   Watch();
 }
 
-// The list in place of the one record's: each record with its number.
+// Replaces the list of the one record: shows each record with its number.
 void BinInspectDialog::ShowRecords() {
   const auto parsed = LoadTemplate(TemplatePath());
   const auto length = parsed ? parsed->RecordLength() : std::nullopt;
@@ -251,7 +251,7 @@ void BinInspectDialog::ShowField(int row) {
   block_->CaretMoved(area_->dump()->View().selected);
 }
 
-// An editor may have put another file into its place, which is no longer watched.
+// An editor may have replaced the file by another, which is not watched yet.
 void BinInspectDialog::Watch() {
   const QString path = base::ToQt(TemplatePath());
   if (path.isEmpty() || watcher_.files() == QStringList{path}) return;

@@ -19,24 +19,24 @@
 
 namespace kolvane::inspect {
 
-/// What the dialog works on; all of it outlives the dialog.
+/// What the dialog works on; all of it must outlive the dialog.
 struct BinInspectContext {
   InspectorState& state;
-  std::string folder;  ///< the component's, where the templates are
+  std::string folder;  ///< the component's, which holds the templates
   std::string decimal_sign;
   std::string user_folder = {};    ///< the user's own, whose templates come first; may be empty
-  base::Prompt* prompt = nullptr;  ///< for messages about files; null: they stand in `PositionLabel`
+  base::Prompt* prompt = nullptr;  ///< for messages about files; null: `PositionLabel` shows them
 };
 
-/// The dialog `frmBinInspect`: the inspector on widgets. Making it looks for the templates.
+/// The dialog `frmBinInspect` of the inspector. Its constructor lists the templates.
 class BinInspectDialog final : public QDialog {
   Q_OBJECT
 
  public:
   explicit BinInspectDialog(BinInspectContext context, QWidget* parent = nullptr);
 
-  /// Shows the dump of what is marked in the output pane (Windows-1252), the caret on its first byte. Throws
-  /// RuntimeError kOverflow where it is too long.
+  /// Shows the dump of the output pane's selection (Windows-1252), with the caret on its first byte. Throws
+  /// RuntimeError kOverflow if it is too long.
   void Initialize(std::string_view marked);
 
  protected:
@@ -75,8 +75,8 @@ class BinInspectDialog final : public QDialog {
   BlockButtons* buttons_;
   BlockView* block_;
   QFileSystemWatcher watcher_;
-  bool template_ran_ = false;      // last
-  std::vector<ByteRange> fields_;  // what each line of the result shows
+  bool template_ran_ = false;      // in the last decode
+  std::vector<ByteRange> fields_;  // the bytes that each line of the result shows
   FormatFrame* formats_;
   QCheckBox* network_order_;
 };

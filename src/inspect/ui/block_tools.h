@@ -12,7 +12,7 @@
 
 namespace kolvane::inspect {
 
-/// The row above the dump: where to go, what to find, the pages of a file.
+/// The row above the dump: offset to go to, search, pages of a file.
 class PlaceBar final : public QWidget {
   Q_OBJECT
 
@@ -21,7 +21,7 @@ class PlaceBar final : public QWidget {
 
   QLineEdit* go_to() { return go_to_; }
   QLineEdit* find() { return find_; }
-  /// Both buttons are there only while there is more than one page.
+  /// Both buttons are shown only if there is more than one page (`any`).
   void ShowPages(bool previous, bool next, bool any);
 
  Q_SIGNALS:
@@ -39,7 +39,7 @@ class PlaceBar final : public QWidget {
   QPushButton* next_;
 };
 
-/// The buttons for what is done with block and result.
+/// The buttons of the commands for block and result.
 class BlockButtons final : public QWidget {
   Q_OBJECT
 
@@ -48,7 +48,7 @@ class BlockButtons final : public QWidget {
 
   QPushButton* result_list() { return result_list_; }
   QCheckBox* repeat() { return repeat_; }
-  /// Adds a button of the dialog's own.
+  /// Adds a button that the dialog owns.
   void Add(QPushButton* button);
 
  Q_SIGNALS:

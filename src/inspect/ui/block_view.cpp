@@ -97,7 +97,7 @@ void BlockView::CaretMoved(Position value) {
   label_.setText(base::ToQt(text));
 }
 
-// The selection of a decoded value counts as none.
+// The selection of a decoded value does not count.
 std::optional<ByteRange> BlockView::Marked() const {
   if (dump_.mark()) return dump_.mark();
   const DumpView view = dump_.View();

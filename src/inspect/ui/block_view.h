@@ -14,28 +14,28 @@
 
 namespace kolvane::inspect {
 
-/// The block in the dump and all that is done with its bytes: pages of a file, going to a place, searching,
-/// copying, saving, the label `PositionLabel`. It decodes nothing: it asks for that with CaretSet.
+/// The block in the dump and everything done with its bytes: pages of a file, going to an offset, searching,
+/// copying, saving, the label `PositionLabel`. It does not decode; it requests that with CaretSet.
 class BlockView final : public QObject {
   Q_OBJECT
 
  public:
-  /// The widgets outlive this. Without a prompt messages stand in the label.
+  /// The widgets must outlive this object. Without a prompt the label shows messages.
   BlockView(DumpTextBox& dump, PlaceBar& bar, ValuePanel& values, QLabel& label, base::Prompt* prompt,
             QWidget* window);
 
   /// Shows a dump that is already laid out.
   void ShowDump(std::string dump);
-  /// Shows the first page of a file; what cannot be read is told.
+  /// Shows the first page of a file; reports one that cannot be read.
   void LoadFile(const std::string& name);
   void AskForFile();
 
-  /// Brings label and values up to the caret. `value` is the selection that a decode has made.
+  /// Updates label and values for the caret. `value` is the length of the selection that a decode has made.
   void CaretMoved(Position value);
-  /// Where the caret stands in the whole block.
+  /// The caret's offset in the whole block.
   std::uint64_t Offset() const;
   const BlockSource& source() const { return source_; }
-  /// What is left of the block from there on is in the dump's bytes from this one on.
+  /// The offset of the page's first byte in the whole block.
   std::uint64_t page_offset() const { return page_ * kPageBytes; }
 
   void GoTo(const std::string& typed);
@@ -46,7 +46,7 @@ class BlockView final : public QObject {
   void Tell(const std::string& text);
 
  Q_SIGNALS:
-  /// The caret stands on a byte whose value is to be shown; `replaced` where another block or page came.
+  /// The value of the byte at the caret is to be shown; `replaced`: after loading a file or turning the page.
   void CaretSet(bool replaced);
 
  private:

@@ -12,7 +12,7 @@ inline QString FromBytes(std::string_view windows1252) {
   return QString::fromStdString(base::FromWindows1252(windows1252));
 }
 
-/// The font of everything that shows bytes; where Courier New is missing another of fixed pitch.
+/// The font for everything that shows bytes; without Courier New another fixed-pitch font.
 inline QFont ByteFont(int points) {
   QFont font(QStringLiteral("Courier New"), points);
   font.setStyleHint(QFont::Monospace);

@@ -15,7 +15,7 @@ namespace {
 constexpr int kFontPoints = 11;
 constexpr int kLinesWanted = 20;
 
-// Places that lie this far left of a digit still count to it: a caret's own place is rounded to pixels.
+// Pixels; this far left of a digit still counts as on it, because a caret's position is rounded.
 constexpr double kTolerance = 1.5;
 constexpr int kFieldColors = 6;
 constexpr int kLinesKept = 2;  // around a mark that is shown
@@ -33,7 +33,7 @@ DumpTextBox::DumpTextBox(QWidget* parent) : QPlainTextEdit(parent) {
   setFont(ByteFont(kFontPoints));
   setLineWrapMode(NoWrap);
   setUndoRedoEnabled(false);
-  // Not read-only, which would hide the caret of some styles; without TextEditable nothing can be changed.
+  // Not read-only, since some styles would hide the caret; without TextEditable nothing can be changed.
   setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   setTabChangesFocus(true);
   setTabStopDistance(fontMetrics().horizontalAdvance(QLatin1Char(' ')));
@@ -115,7 +115,7 @@ QTextEdit::ExtraSelection DumpTextBox::Stretch(Position from, Position to, const
   return stretch;
 }
 
-// A piece for each line: its digits and its characters.
+// Two stretches for each line: its digits and its characters.
 void DumpTextBox::AppendStretches(const ByteRange& range, const QColor& color,
                                   QList<QTextEdit::ExtraSelection>& stretches) const {
   constexpr auto kLine = static_cast<std::size_t>(kBytesPerLine);
@@ -132,7 +132,7 @@ void DumpTextBox::AppendStretches(const ByteRange& range, const QColor& color,
   }
 }
 
-// Beneath colours of fields the selection is a veil.
+// Over colours of fields the selection is translucent.
 void DumpTextBox::PaintStretches() {
   QPalette colors = palette();
   const QPalette usual = QApplication::palette(this);
@@ -159,7 +159,7 @@ QSize DumpTextBox::sizeHint() const {
 }
 
 bool DumpTextBox::event(QEvent* event) {
-  // The dialog's shortcuts go before what the box would do with their keys.
+  // The dialog's shortcuts take precedence over the box's own keys.
   if (event->type() == QEvent::ShortcutOverride) {
     event->ignore();
     return true;
@@ -182,12 +182,12 @@ void DumpTextBox::keyPressEvent(QKeyEvent* event) {
 }
 
 void DumpTextBox::keyReleaseEvent(QKeyEvent* event) {
-  // A key that is held down has not been let go.
+  // A key that is held down has not been released.
   if (!event->isAutoRepeat()) Q_EMIT KeyUp();
 }
 
 void DumpTextBox::mousePressEvent(QMouseEvent* event) {
-  // Marked bytes would be dragged away by a hand that is not steady, and the click be lost.
+  // Otherwise a slight movement would drag the selected text, and the click would be lost.
   if (event->button() == Qt::LeftButton) {
     QTextCursor cursor = textCursor();
     cursor.clearSelection();
@@ -199,7 +199,7 @@ void DumpTextBox::mousePressEvent(QMouseEvent* event) {
 }
 
 void DumpTextBox::mouseDoubleClickEvent(QMouseEvent* event) {
-  // A second click, which marks no word.
+  // Handled as a second click, so that no word is selected.
   QMouseEvent press(QEvent::MouseButtonPress, event->position(), event->globalPosition(), event->button(),
                     event->buttons(), event->modifiers(), event->pointingDevice());
   mousePressEvent(&press);
@@ -218,7 +218,7 @@ void DumpTextBox::mouseReleaseEvent(QMouseEvent* event) {
   Q_EMIT Click();
 }
 
-// Of a byte its first digit, whichever is under the pointer.
+// For a byte, the position of its first digit, whichever digit is under the pointer.
 Position DumpTextBox::PlaceAt(const QPoint& pointer) const {
   QTextCursor cursor = cursorForPosition(pointer);
   const int in_line = cursor.positionInBlock();

@@ -9,7 +9,7 @@
 
 namespace kolvane::inspect {
 
-/// Bytes of the dump.
+/// A range of bytes of the dump.
 struct ByteRange {
   std::size_t first = 0;
   std::size_t count = 0;
@@ -17,10 +17,10 @@ struct ByteRange {
   bool operator==(const ByteRange&) const = default;
 };
 
-/// The text box `txtBinData`: shows a dump, reports each click and each released key. Right and
-/// Left move the caret, the page keys the view; keys that leave the box or the dialog go on to them, and no
-/// other does anything. A click means the byte under the pointer; dragging selects bytes, apart from the
-/// selection, which is the decoded value's.
+/// The text box `txtBinData`: shows a dump, reports each click and each released key. Right and Left move the
+/// caret, the page keys the view; keys that leave the box or the dialog are passed on, any other does
+/// nothing. A click means the byte under the pointer; dragging marks bytes, apart from the selection, which
+/// is the decoded value's.
 class DumpTextBox final : public QPlainTextEdit {
   Q_OBJECT
 
@@ -28,16 +28,16 @@ class DumpTextBox final : public QPlainTextEdit {
   explicit DumpTextBox(QWidget* parent = nullptr);
 
   void SetDump(std::string dump);
-  /// The dump with caret and selection as they stand; valid until the next SetDump.
+  /// The dump with the current caret and selection; valid until the next SetDump.
   DumpView View() const;
-  /// Puts caret and selection there and shows the caret's place.
+  /// Sets caret and selection; scrolls to the caret if it has moved.
   void Show(const DumpView& view);
 
-  /// What the user has dragged over, or ShowMark was given last; a click takes it away.
+  /// The bytes that the user dragged over, or those of the last ShowMark; a click removes the mark.
   const std::optional<ByteRange>& mark() const { return mark_; }
-  /// Marks the bytes and brings them into view; the caret stays.
+  /// Marks the bytes and scrolls to them; the caret stays.
   void ShowMark(const ByteRange& range);
-  /// Colours the bytes of fields, each in FieldColor of its number.
+  /// Colours the bytes of fields, field n in FieldColor(n).
   void SetFields(std::vector<ByteRange> fields);
   QColor FieldColor(std::size_t number) const;
 
@@ -66,8 +66,8 @@ class DumpTextBox final : public QPlainTextEdit {
   std::string dump_;
   BoxPositions positions_;
   Position caret_ = 0;       // of the last Show,
-  Position box_caret_ = 0;   // and the box's place that it became: two of the dump's may share one
-  std::size_t pressed_ = 0;  // the byte on which the mouse button went down
+  Position box_caret_ = 0;   // and its position in the box: two of the dump's may share one
+  std::size_t pressed_ = 0;  // the byte on which the mouse button was pressed
   std::optional<ByteRange> mark_;
   std::vector<ByteRange> fields_;
 };

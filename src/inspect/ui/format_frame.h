@@ -16,14 +16,14 @@ class FormatFrame final : public QGroupBox {
  public:
   explicit FormatFrame(QWidget* parent = nullptr);
 
-  /// Fills the list and chooses its first entry, without a word to anyone.
+  /// Fills the list and selects its first entry, without emitting a signal.
   void SetTemplates(const std::vector<std::string>& names);
   int TemplateIndex() const { return templates_->currentIndex(); }
 
-  /// Shows a format as chosen, without a word to anyone.
+  /// Checks the option of a format, without emitting a signal.
   void Check(int option);
 
-  /// The options and the list come right after `widget` in the tab order.
+  /// Puts the options and the list directly after `widget` in the tab order.
   void FollowInTabOrder(QWidget* widget);
 
   void EnableTemplates(bool enabled) { templates_->setEnabled(enabled); }

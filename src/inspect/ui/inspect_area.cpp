@@ -73,7 +73,7 @@ void InspectArea::SetLines(const std::vector<std::string>& lines) {
   lines_->addItems(shown);
 }
 
-// On a colour of its own the text is the dump's.
+// The background is the colour of the field in the dump.
 void InspectArea::SetLineColor(int row, const QColor& color) {
   if (QListWidgetItem* line = lines_->item(row)) line->setBackground(color);
 }

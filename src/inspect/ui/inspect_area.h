@@ -8,8 +8,8 @@
 
 namespace kolvane::inspect {
 
-/// Dump, template lines and value, one above the other. The lines take the dump's lower part while they are
-/// shown; without them it reaches down to the value.
+/// Dump, template lines and value, one above the other. While shown, the lines take the dump's lower part;
+/// otherwise the dump extends down to the value.
 class InspectArea final : public QWidget {
   Q_OBJECT
 
@@ -22,9 +22,9 @@ class InspectArea final : public QWidget {
   void SetLines(const std::vector<std::string>& lines);
   void SetLineColor(int row, const QColor& color);
   void SetValue(const std::string& text);
-  /// Puts the command into the menus that a right click opens.
+  /// Adds the command to the context menus.
   void AddToMenus(QAction* copy);
-  /// The marked lines, all where none is marked; without lines the value.
+  /// The selected lines, or all if none is selected; without lines the value.
   QString TextToCopy() const;
 
   QSize sizeHint() const override;

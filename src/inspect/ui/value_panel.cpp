@@ -76,7 +76,7 @@ QSize ValuePanel::minimumSizeHint() const {
 }
 
 bool ValuePanel::event(QEvent* event) {
-  // What is marked here goes before the dialog's own copying.
+  // Copying the selection here takes precedence over the dialog's copy command.
   const bool key = event->type() == QEvent::ShortcutOverride;
   if (!key || !static_cast<QKeyEvent*>(event)->matches(QKeySequence::Copy)) return QTableWidget::event(event);
   event->accept();

@@ -6,7 +6,7 @@
 
 namespace kolvane::inspect {
 
-/// The table `ValuePanel`: what the bytes at the caret are as each type, low byte first and high byte first.
+/// The table `ValuePanel`: the bytes at the caret read as each type, low byte first and high byte first.
 class ValuePanel final : public QTableWidget {
   Q_OBJECT
 
