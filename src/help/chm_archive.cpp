@@ -40,8 +40,8 @@ void MendHeaders(std::string& bytes) {
   if (bytes.size() < kHeaderSize) return;
   // The two identifiers of the format differ in their first byte; the compiler writes the first one twice.
   bytes[kSecondIdentifier] = kSecondIdentifierStart;
-  // It also names the last chunk of a larger directory as its first. Chunks of the index, which would be
-  // skipped, may lie between those of the list.
+  // It also gives the last chunk of a larger directory as the first one. All chunks are named instead; those
+  // of the index among them are skipped.
   const std::size_t directory = NumberAt(bytes, kDirectoryPlace);
   if (directory > bytes.size() || bytes.size() - directory < kChunkCount + 4) return;
   if (bytes.compare(directory, kDirectorySignature.size(), kDirectorySignature) != 0) return;
@@ -52,7 +52,7 @@ void MendHeaders(std::string& bytes) {
 
 namespace {
 
-// More than any table of a help file needs; a damaged size must not take the machine's memory.
+// More than any table of a help file needs, so that a damaged size cannot exhaust the memory.
 constexpr std::size_t kMaxAllocation = std::size_t{64} << 20;
 
 struct OpenFile {
@@ -90,7 +90,7 @@ int Write(mspack_file* handle, void* buffer, int bytes) {
   std::string& output = file.memory->output;
   const auto count = static_cast<std::size_t>(bytes);
   if (count > file.memory->output_limit - output.size()) return -1;
-  // The room was reserved before the decoder was called: no exception goes through its C code.
+  // The capacity was reserved before the decoder was called, so no exception passes through its C code.
   output.append(static_cast<const char*>(buffer), count);
   return bytes;
 }
@@ -153,7 +153,7 @@ struct ChmArchive::Decoder {
       if (file->filename == nullptr || *file->filename != '/' || file->offset < 0 || file->length < 0)
         continue;
       paths.emplace_back(file->filename);
-      // Of two whose paths differ only in case the first one is meant.
+      // Of two paths that differ only in case the first one counts.
       files.emplace(base::UpperCase(paths.back()), file);
     }
     return true;
@@ -179,7 +179,7 @@ struct ChmArchive::Decoder {
   mschm_decompressor* chm = nullptr;
   mschmd_header* header = nullptr;
   std::vector<std::string> paths;
-  std::unordered_map<std::string, mschmd_file*> files;  ///< by their paths in capitals
+  std::unordered_map<std::string, mschmd_file*> files;  ///< by path in upper case
 };
 
 ChmArchive::ChmArchive(std::unique_ptr<Decoder> decoder) : decoder_(std::move(decoder)) {}

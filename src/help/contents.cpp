@@ -56,7 +56,7 @@ class ContentsReader {
 constexpr std::pair<std::string_view, std::string_view> kSpelledOut[] = {
     {"Ä", "AE"}, {"Ö", "OE"}, {"Ü", "UE"}, {"ß", "SS"}};
 
-// What is the same to the search: case, and umlauts spelled out.
+// Removes the differences that the search ignores: case, and umlauts spelled out.
 std::string Fold(std::string_view text) {
   std::string folded = base::UpperCase(text);
   for (const auto& [letter, spelled] : kSpelledOut) {
@@ -103,7 +103,7 @@ std::vector<ContentsEntry> ParseContents(std::string_view html) {
 
 namespace {
 
-constexpr std::size_t kHeader = 4;  // the size of what follows
+constexpr std::size_t kHeader = 4;  // the size of the rest
 constexpr std::size_t kPair = 8;
 constexpr std::size_t kMaxPairs = 65'536;
 constexpr std::size_t kLongestPath = 1024;

@@ -33,7 +33,7 @@ std::string_view TailAfter(std::string_view path) {
   return separator == std::string_view::npos ? std::string_view() : path.substr(separator + 1);
 }
 
-// The compiler notes a page by the path that it had in the build: the longest tail of it that is in the file.
+// The compiler notes a page by its path in the build: finds the longest tail of it that is in the file.
 std::string ResolveTail(const ChmArchive& archive, std::string_view noted) {
   for (; !noted.empty(); noted = TailAfter(noted)) {
     if (archive.Has(ObjectPath(noted))) return std::string(noted);
@@ -96,8 +96,7 @@ std::string HelpFile::Title(const std::string& path) const {
   return title.empty() ? path : title;
 }
 
-// In the order of the contents, then those that the contents lack; each once, however its letters are
-// written.
+// In the order of the contents, then the pages missing there; each only once, whatever the case of its path.
 std::vector<std::string> HelpFile::PagePaths() const {
   std::vector<std::string> pages;
   std::unordered_set<std::string> known;

@@ -14,33 +14,33 @@
 
 namespace kolvane::help {
 
-/// The help file that lies beside the component.
+/// The help file beside the component.
 inline constexpr char kHelpFileName[] = "Terminal.chm";
 
-/// A compiled help file: pages by their number or path, contents and search. Paths stand without a '/' in
-/// front. A file that is damaged gives what can still be read of it; an empty result is every failure.
+/// A compiled help file: pages by number or path, contents and search. Paths have no leading '/'. What can be
+/// read of a damaged file is available; every failure gives an empty result.
 class HelpFile {
  public:
-  /// Null where the file is missing or no help file.
+  /// Null if the file is missing or not a help file.
   static std::unique_ptr<HelpFile> Open(const std::string& path);
   static std::unique_ptr<HelpFile> FromBytes(std::string bytes);
 
   /// The page of a numeric topic.
   std::string TopicPage(std::uint32_t topic) const;
-  /// Topic 1, else the first entry of the contents that has a page, else the first page at all.
+  /// Topic 1, else the first entry of the contents that has a page, else the first page of the file.
   std::string StartPage() const;
 
   /// A page's HTML as UTF-8.
   std::string Page(std::string_view path) const;
-  /// Any object's bytes.
+  /// The bytes of any object.
   std::string Bytes(std::string_view path) const;
   bool Has(std::string_view path) const;
 
   const std::vector<ContentsEntry>& contents() const { return contents_; }
-  /// The page's title in the contents, else the one that the page gives itself, else its path.
+  /// The page's title in the contents, else its own, else its path.
   std::string Title(const std::string& path) const;
 
-  /// The pages that hold every word of `words`, see PageIndex. Reads all pages at the first call.
+  /// The pages that contain every word of `words`, see PageIndex. The first call reads all pages.
   std::vector<SearchHit> Search(std::string_view words) const;
 
  private:
@@ -56,10 +56,10 @@ class HelpFile {
   mutable std::optional<PageIndex> index_;
 };
 
-/// Keeps the help file that was read last, and reads it again when it has changed.
+/// Keeps the help file read last, and reads it again if it has changed.
 class HelpFileCache {
  public:
-  /// Null where the file is missing or damaged; what was read before is kept then.
+  /// Null if the file is missing or damaged; the one read before is kept then.
   std::shared_ptr<const HelpFile> Get(const std::string& path);
 
  private:

@@ -72,8 +72,8 @@ std::string_view SkipBlanks(std::string_view text) {
   return text;
 }
 
-// Where the tag at the front of `html` ends, '>' within quotes apart; 0 where it does not within the bound,
-// without which a page of quotes would be read to its end again and again.
+// Where the tag at the start of `html` ends, ignoring '>' within quotes; 0 if it does not end within the
+// limit, without which a page of quotes would be read to its end again and again.
 std::size_t TagEnd(std::string_view html) {
   char quote = '\0';
   for (std::size_t i = 1; i < std::min(html.size(), kLongestTag); ++i) {
@@ -106,7 +106,7 @@ void SkipComments(std::string_view& html) {
   }
 }
 
-// The value at the front of `rest` after its '='; strips it.
+// Takes the value at the start of `rest`, after the '='.
 std::string_view TakeValue(std::string_view& rest) {
   rest = SkipBlanks(rest);
   const bool quoted = !rest.empty() && (rest[0] == '"' || rest[0] == '\'');
@@ -118,7 +118,7 @@ std::string_view TakeValue(std::string_view& rest) {
   return value;
 }
 
-// Whether text on both sides of the tag belongs to one word.
+// Whether the text on both sides of the tag may form one word.
 bool IsInline(std::string_view name) {
   if (name.starts_with('/')) name.remove_prefix(1);
   constexpr std::string_view kInline[] = {"a",    "b",    "i",  "u",   "em", "strong",
@@ -134,7 +134,7 @@ void AppendCollapsed(std::string& to, std::string_view text) {
   }
 }
 
-// Skips to the end of an element whose content is no text.
+// Skips to the end of an element whose content is not text.
 void SkipElement(std::string_view& html, std::string_view name) {
   while (const auto piece = TakePiece(html)) {
     if (piece->is_tag && piece->name.starts_with('/') && base::EqualsNoCase(piece->name.substr(1), name))

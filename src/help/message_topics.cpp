@@ -24,7 +24,7 @@ constexpr std::uint32_t kBinary = 610;
 constexpr int kExplained[] = {2,  3,  4,  10, 11, 12, 13, 14, 20,  21,  22,  23, 24,
                               30, 31, 40, 41, 50, 51, 60, 61, 901, 902, 903, 904};
 
-// A text belongs to the first row whose beginning it has and whose part it holds.
+// A text belongs to the first row whose `begin` it starts with and whose `part` it contains.
 struct MessageRow {
   std::string_view begin;
   std::string_view part;
@@ -71,7 +71,7 @@ constexpr MessageRow kMessageRows[] = {
     {"Die Formatvorlage ergibt hier keine Felder", "", kBinary, "felder"},
     {"So viele Zeilen passen nicht in die Zwischenablage", "", kValues, "zuviel"},
     {"„", "“ ist keine Baudrate", kPorts, "meldungen"},
-    // No field of the window overflows without its name before the word.
+    // Without the name of a field before it, only the inspector reports an overflow.
     {"Überlauf", "", kBinary, "ueberlauf"},
     {"", "Typen unverträglich", kInput, "e1"},
     {"", "Überlauf", kInput, "e2"},

@@ -41,7 +41,7 @@ namespace {
 
 enum class Destination { kText, kColors, kSkipped };
 
-// What an opening brace saves and its closing brace brings back.
+// What an opening brace saves and its closing brace restores.
 struct Group {
   Destination destination = Destination::kText;
   RtfFormat format = {};
@@ -95,7 +95,7 @@ class RtfReader {
   RtfColorTable colors_;
   RtfUnicode unicode_;
   std::size_t pieces_ = 0;
-  std::size_t fallback_left_ = 0;  // what follows a \u and stands for the same character
+  std::size_t fallback_left_ = 0;  // characters after a \u that stand for the same one
   bool stopped_ = false;
 };
 
@@ -271,7 +271,7 @@ void RtfReader::FinishParagraph() {
   if (CountPiece()) result_.document.paragraphs.push_back(std::exchange(paragraph_, {}));
 }
 
-// Whether one more run or paragraph is allowed.
+// Counts one more run or paragraph; returns false if the limit is reached.
 bool RtfReader::CountPiece() {
   if (pieces_ == kRtfMostPieces) {
     Stop(RtfFault::kTooLarge);

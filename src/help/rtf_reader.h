@@ -9,21 +9,21 @@
 
 namespace kolvane::help {
 
-/// The first thing that was wrong with a rich-text file.
+/// The first fault in a rich-text file.
 enum class RtfFault {
   kNone,
   kNotRichText,   ///< it does not begin with {\rtf; nothing was read
-  kTruncated,     ///< it ends inside a group, an escape or binary data
-  kBadByte,       ///< \' is not followed by two hexadecimal digits; those \' were left out
+  kTruncated,     ///< it ends within a group, an escape or binary data
+  kBadByte,       ///< \' is not followed by two hexadecimal digits; it was left out
   kTextAfterEnd,  ///< something follows the last closing brace; it was left out
-  kTooDeep,       ///< more than kRtfDeepest groups inside each other; read up to there
+  kTooDeep,       ///< more than kRtfDeepest nested groups; read up to there
   kTooLarge,      ///< more than kRtfMostPieces runs and paragraphs; read up to there
 };
 
-/// How a run of characters looks, as far as the pane can show it.
+/// The format of a run of characters, as far as the pane can show it.
 struct RtfFormat {
   bool bold = false;
-  std::optional<std::uint32_t> color;  ///< 0xBBGGRR; nothing = the pane's own text colour
+  std::optional<std::uint32_t> color;  ///< 0xBBGGRR; no value: the pane's own text colour
 
   bool operator==(const RtfFormat&) const = default;
 };
@@ -44,19 +44,19 @@ struct RtfDocument {
   std::string PlainText() const;
 };
 
-/// The fault in German, UTF-8, to follow "<file>: "; empty for kNone.
+/// The fault in German, UTF-8, to be put after "<file>: "; empty for kNone.
 std::string_view FaultText(RtfFault fault);
 
 inline constexpr std::size_t kRtfDeepest = 256;
 inline constexpr std::size_t kRtfMostPieces = 200'000;
 
 struct [[nodiscard]] RtfResult {
-  RtfDocument document;  ///< what could be read, also with a fault
+  RtfDocument document;  ///< what could be read, even with a fault
   RtfFault fault = RtfFault::kNone;
 };
 
-/// Reads the bytes of a rich-text file, whatever they are, in time and memory proportional to their number.
-/// The subset is described in docs/formats/rich-text.md; what lies outside is skipped and no fault.
+/// Reads a rich-text file; any bytes are accepted, time and memory are proportional to their number. The
+/// subset is described in docs/formats/rich-text.md; anything else is skipped and is not a fault.
 RtfResult ReadRtf(std::string_view bytes);
 
 }  // namespace kolvane::help

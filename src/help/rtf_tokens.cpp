@@ -133,7 +133,7 @@ constexpr RtfWord kWords[] = {
     {"xe", kSkip},
 };
 
-// A line end after a backslash is a \par.
+// A line end after a backslash means \par.
 constexpr RtfWord kSymbols[] = {
     {"\n", kParagraph},       {"\r", kParagraph},    {"*", kSkip},
     {"-", kInsert, "\u00AD"}, {"\\", kInsert, "\\"}, {"_", kInsert, "\u2011"},
@@ -197,7 +197,7 @@ RtfToken RtfTokens::Word() {
   return {.kind = Kind::kWord, .text = word, .parameter = parameter};
 }
 
-// Numbers beyond 32 bits stay at the end of the range.
+// Numbers beyond 32 bits are clamped.
 std::optional<std::int32_t> RtfTokens::Parameter() {
   const bool negative = at_ + 1 < bytes_.size() && bytes_[at_] == '-' && base::IsDigit(bytes_[at_ + 1]);
   const std::size_t start = at_;

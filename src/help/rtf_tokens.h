@@ -10,8 +10,8 @@
 namespace kolvane::help {
 
 enum class RtfMeaning {
-  kUnknown,  ///< skipped, its group is read
-  kSkip,     ///< the rest of its group is no text of the document
+  kUnknown,  ///< skipped, but its group is read
+  kSkip,     ///< the rest of its group is not text of the document
   kColorTable,
   kBold,
   kColor,
@@ -25,16 +25,16 @@ enum class RtfMeaning {
   kBlue,
 };
 
-/// Collects the colour table, at most kMost entries. One that names no component is the pane's own colour.
+/// Collects the colour table, at most kMost entries. An entry without components is the pane's own colour.
 class RtfColorTable {
  public:
   static constexpr std::size_t kMost = 256;
 
-  /// Components outside 0 to 255 are held there.
+  /// Components are clamped to 0 to 255.
   void Apply(RtfMeaning meaning, std::int32_t parameter);
-  /// A ";" ends the entry.
+  /// A ";" ends an entry.
   void AddText(std::string_view text);
-  /// 0xBBGGRR; nothing for the pane's own colour and for an index that the table lacks.
+  /// 0xBBGGRR; no value for the pane's own colour and for an index outside the table.
   std::optional<std::uint32_t> At(std::int32_t index) const;
 
  private:
@@ -44,14 +44,14 @@ class RtfColorTable {
   std::optional<std::uint32_t> entry_;
 };
 
-/// Puts the numbers of \u together: one stands for a character, or two for the halves of a surrogate pair.
+/// Combines the numbers of \u: one gives a character, or two the halves of a surrogate pair.
 class RtfUnicode {
  public:
-  /// The UTF-8 that `number` completes; empty for a first half and for control characters. Numbers below 0
-  /// count from 65536 down; what is no character becomes U+FFFD.
+  /// The UTF-8 that `number` completes; empty for a first half and for control characters. Negative numbers
+  /// count down from 65536; an invalid character becomes U+FFFD.
   std::string Add(std::int32_t number);
 
-  /// U+FFFD if a first half was left without its second, else empty; to be asked before any other text.
+  /// U+FFFD if a first half was left without its second, else empty; to be called before any other text.
   std::string Flush();
 
  private:
@@ -64,7 +64,7 @@ struct RtfWord {
   std::string_view text = {};  ///< UTF-8
 };
 
-/// What a control word means; names are case-sensitive.
+/// The meaning of a control word; names are case-sensitive.
 RtfWord FindRtfWord(std::string_view name);
 
 /// The same for the byte after the backslash of a control symbol.
@@ -89,13 +89,13 @@ struct RtfToken {
   std::optional<std::int32_t> parameter = {};
 };
 
-/// Cuts the bytes of a rich-text file into tokens, each byte looked at once. Line ends and control bytes, NUL
-/// among them, are skipped. Tokens point into the bytes.
+/// Splits the bytes of a rich-text file into tokens, looking at each byte once. Line ends and control bytes,
+/// including NUL, are skipped. Tokens point into the bytes.
 class RtfTokens {
  public:
   explicit RtfTokens(std::string_view bytes) : bytes_(bytes) {}
 
-  /// After kEnd and kTruncated comes kEnd.
+  /// After kEnd or kTruncated it returns kEnd.
   RtfToken Next();
 
  private:

@@ -11,7 +11,7 @@ struct WidgetRow {
   std::uint32_t topic;
 };
 
-// A widget that is not here has the topic of what it stands in.
+// A widget that is not listed has the topic of its parent.
 constexpr WidgetRow kWidgetRows[] = {
     // windows
     {"frmTerminal", 10},

@@ -9,17 +9,17 @@
 
 namespace kolvane::help {
 
-/// The topic of help/topics.txt that F1 opens where nothing more special is known.
+/// The topic of help/topics.txt that F1 opens if no more specific one is known.
 inline constexpr std::uint32_t kStartTopic = 1;
 
-/// What F1 opens on the widget, action or menu of that objectName; nothing where the table lacks it. A name
-/// that ends in an index ("Port_3") stands for its array ("Port") unless it has a topic of its own.
+/// The topic that F1 opens for the widget, action or menu of that objectName; no value if the table has none.
+/// A name that ends in an index ("Port_3") stands for its array ("Port") unless it has a topic itself.
 std::optional<std::uint32_t> WidgetTopic(std::string_view object_name);
 
-/// Every topic that WidgetTopic may name.
+/// Every topic that WidgetTopic may return.
 std::vector<std::uint32_t> AllWidgetTopics();
 
-/// Where the help explains something: an anchor on a topic's page, which need not be there.
+/// Where the help explains something: an anchor on a topic's page, which need not exist.
 struct HelpPlace {
   std::uint32_t topic = kStartTopic;
   std::string anchor;
@@ -27,8 +27,8 @@ struct HelpPlace {
   bool operator==(const HelpPlace&) const = default;
 };
 
-/// The topic of the first name that has one, and that name as the anchor; kStartTopic where none has. The
-/// names of a widget and of those that it stands in, from inside out.
+/// The topic of the first name that has one, and that name as the anchor; kStartTopic if none has. `names`
+/// are those of a widget and its parents, from inside out.
 HelpPlace PlaceOfNames(std::span<const std::string> names);
 
 }  // namespace kolvane::help

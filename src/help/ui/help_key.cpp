@@ -14,7 +14,7 @@
 namespace kolvane::help {
 namespace {
 
-// The action that the focus is on, where the widget shows several.
+// The active action of a widget that shows actions.
 const QAction* MarkedAction(const QWidget* widget) {
   if (const auto* menu = qobject_cast<const QMenu*>(widget)) return menu->activeAction();
   if (const auto* bar = qobject_cast<const QMenuBar*>(widget)) return bar->activeAction();
@@ -67,12 +67,12 @@ bool HelpKey::eventFilter(QObject* target, QEvent* event) {
   const auto* widget = qobject_cast<const QWidget*>(target);
   if (widget == nullptr || !IsOfTerminal(widget)) return false;
   if (event->type() == QEvent::ShortcutOverride) {
-    // So that the key arrives, even where the host has made a shortcut of it.
+    // So that the key arrives, even if the host has made it a shortcut.
     event->accept();
     return true;
   }
   const HelpPlace place = PlaceOf(widget);
-  // A menu or a list that is open would keep the help from being used.
+  // An open menu or list would prevent use of the help window.
   ClosePopups();
   show_(place);
   return true;

@@ -9,13 +9,13 @@
 namespace kolvane::help {
 
 /// F1 in the terminal's windows, open menus and dialogs: finds the topic of what has the focus. Other windows
-/// of the application keep their F1. It works for as long as it lives.
+/// of the application keep their F1. Active during the object's lifetime.
 class HelpKey final : public QObject {
  public:
   HelpKey(QWidget* terminal, std::function<void(const HelpPlace&)> show);
 
-  /// Where the message of a box is explained; of any other widget where it is itself, or the action that is
-  /// marked in it, or what it stands in.
+  /// Where the message of a box is explained; for any other widget the place of its active action, else its
+  /// own, else that of its nearest parent.
   static HelpPlace PlaceOf(const QWidget* widget);
 
  protected:

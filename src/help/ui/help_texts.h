@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// What the help window says.
+/// The texts of the help window.
 namespace kolvane::help::texts {
 
 inline QString WindowTitle(const QString& page) {

@@ -26,7 +26,7 @@ QUrl PageUrl(const QString& path, const QString& anchor) {
 QString PathOf(const QUrl& url) { return url.scheme() == kScheme ? url.path().mid(1) : QString(); }
 
 constexpr int kContentsWidth = 280;
-constexpr int kLeastPageWidth = 300;  // before the contents give way
+constexpr int kLeastPageWidth = 300;  // below it the contents shrink
 
 }  // namespace
 
@@ -40,7 +40,7 @@ HelpPage::HelpPage(QWidget* parent) : QTextBrowser(parent), normal_points_(font(
 void HelpPage::Use(std::shared_ptr<const HelpFile> file) {
   if (file == file_) return;
   file_ = std::move(file);
-  // An empty source makes the next page be read even if the old file had one of that name.
+  // An empty source forces a read of the next page even if the old file had one of that name.
   clearHistory();
   setSource(QUrl());
   clearHistory();
@@ -194,7 +194,7 @@ void HelpWindow::ShowFound(const QString& page) {
   if (const auto hits = search_->Hits()) page_->find(*hits);
 }
 
-// On this page, else on the next one that was found.
+// On this page, otherwise on the next page found.
 void HelpWindow::FindNext(QTextDocument::FindFlags direction) {
   const auto hits = search_->Hits();
   if (!hits) return Find();
@@ -211,8 +211,8 @@ void HelpWindow::Find() {
   search_->Start();
 }
 
-// A modal window blocks all windows but those that belong to it, so the help belongs to the topmost one for
-// as long as that is shown. A dialog of the help's own blocks it as usual.
+// A modal window blocks all windows except its own, so the help belongs to the topmost one while that is
+// shown. The help's own dialogs block it as usual.
 void HelpWindow::StayUsable() {
   const QWidget* top = QApplication::activeModalWidget();
   if (top == nullptr) top = parentWidget()->window();
@@ -224,7 +224,7 @@ void HelpWindow::StayUsable() {
   if (owner_ != nullptr) disconnect(owner_, nullptr, this, nullptr);
   owner_ = owner;
   windowHandle()->setTransientParent(owner);
-  // Only after the owner has left the list of modal windows is it clear whose turn it is.
+  // Queued: only after the owner has left the list of modal windows is the next owner known.
   connect(owner, &QWindow::visibleChanged, this, &HelpWindow::StayUsable, Qt::QueuedConnection);
 }
 

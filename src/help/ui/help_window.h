@@ -14,21 +14,20 @@
 
 namespace kolvane::help {
 
-/// Shows pages of a help file. It reads nothing but that file: a link that leads out of it only emits
-/// LinkOutside.
+/// Shows pages of a help file. It reads only that file: a link to anything else only emits LinkOutside.
 class HelpPage final : public QTextBrowser {
   Q_OBJECT
 
  public:
   explicit HelpPage(QWidget* parent = nullptr);
 
-  /// The file whose pages are shown from now on; another file starts a new history.
+  /// Sets the file whose pages are shown; another file starts a new history.
   void Use(std::shared_ptr<const HelpFile> file);
   const HelpFile* file() const { return file_.get(); }
 
-  /// Shows a page, at an anchor of it where there is one; stays where it is if the file has no such page.
+  /// Shows a page, at the anchor if there is one; does nothing if the file has no such page.
   void ShowPage(const QString& path, const QString& anchor = {});
-  /// The page on display; empty before the first one.
+  /// The page shown; empty before the first one.
   QString Path() const;
 
   void ResetZoom();
@@ -44,29 +43,29 @@ class HelpPage final : public QTextBrowser {
   void FollowLink(const QUrl& url);
 
   std::shared_ptr<const HelpFile> file_;
-  QUrl loading_;  ///< the page that is being read, which source() does not name yet
+  QUrl loading_;  ///< the page being read, which source() does not name yet
   int normal_points_;
 };
 
-/// What the help window takes from the window above it.
+/// What the help window uses of the window above it.
 struct HelpWindowServices {
   std::function<QIcon(const char* name)> icon;
   std::function<void(const QTextDocument& page, const QString& title, QWidget* parent)> print;
 };
 
-/// The help viewer `HelpWindow`: not modal, and open to input while a modal dialog of the terminal is shown.
-/// Closing hides it; it goes with its parent.
+/// The help viewer `HelpWindow`: not modal, and accepts input while a modal dialog of the terminal is shown.
+/// Closing hides it; it is destroyed with its parent.
 class HelpWindow final : public QMainWindow {
   Q_OBJECT
 
  public:
-  /// As it first opens where the screen is large enough: no page has to be scrolled sideways.
+  /// The initial size if the screen is large enough: no page has to be scrolled sideways.
   static constexpr QSize kFirstSize{1000, 680};
 
   HelpWindow(HelpWindowServices services, QWidget* parent);
 
-  /// Shows a place in this file, its start page where it lacks the topic, and comes to the front. What was
-  /// shown of the same file before stays in the history.
+  /// Shows a place in this file, or its start page if it lacks the topic, and raises the window. Pages of the
+  /// same file shown before stay in the history.
   void ShowPlace(const std::shared_ptr<const HelpFile>& file, const HelpPlace& place);
 
  protected:

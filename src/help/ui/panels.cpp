@@ -31,7 +31,7 @@ ContentsTree::ContentsTree(QWidget* parent) : QTreeWidget(parent) {
 
 void ContentsTree::ShowEntries(const std::vector<ContentsEntry>& entries) {
   clear();
-  QList<QTreeWidgetItem*> path;  // the entry that was added last and those around it
+  QList<QTreeWidgetItem*> path;  // the last entry added and those around it
   for (const ContentsEntry& entry : entries) {
     path.resize(std::min<qsizetype>(entry.level, path.size()));
     auto* item = path.isEmpty() ? new QTreeWidgetItem(this) : new QTreeWidgetItem(path.last());
@@ -48,7 +48,7 @@ void ContentsTree::Mark(const QString& page) {
   const auto names_it = [&page](const QTreeWidgetItem* item) {
     return item->data(0, kPageRole).toString().compare(page, Qt::CaseInsensitive) == 0;
   };
-  // Several entries may lead to a page: the one that was chosen stays marked.
+  // Several entries may lead to a page: the one that was chosen stays selected.
   if (currentItem() != nullptr && names_it(currentItem())) return;
   for (QTreeWidgetItemIterator item(this); *item != nullptr; ++item) {
     if (!names_it(*item)) continue;
@@ -60,7 +60,7 @@ void ContentsTree::Mark(const QString& page) {
 
 namespace {
 
-// Each letter that may be spelled out, in both ways.
+// Matches each letter that may be spelled out in both ways.
 QString PatternOf(const QString& word) {
   static const QRegularExpression kSpelled(QStringLiteral("(ä|ae)|(ö|oe)|(ü|ue)|(ß|ss)"),
                                            QRegularExpression::CaseInsensitiveOption);

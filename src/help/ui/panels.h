@@ -22,14 +22,14 @@ class ContentsTree final : public QTreeWidget {
   explicit ContentsTree(QWidget* parent = nullptr);
 
   void ShowEntries(const std::vector<ContentsEntry>& entries);
-  /// Marks the entry of a page; none where the contents lack it.
+  /// Selects the entry of a page; none if the contents lack it.
   void Mark(const QString& page);
 
  Q_SIGNALS:
   void PageChosen(const QString& page, const QString& anchor);
 };
 
-/// The search field `HelpSearch` above the pages found, `HelpResults`. It searches at each letter.
+/// The search field `HelpSearch` above the pages found, `HelpResults`. It searches after each letter.
 class SearchPanel final : public QWidget {
   Q_OBJECT
 
@@ -39,11 +39,11 @@ class SearchPanel final : public QWidget {
   explicit SearchPanel(SearchFunction search, QWidget* parent = nullptr);
 
   void Start();
-  /// Searches for the same words once more, as there is another file.
+  /// Searches again, for new words or in another file.
   void Refresh();
-  /// Matches each of the words where it stands in a page, umlauts spelled out or not; nothing for no word.
+  /// Matches each word where it occurs in a page, umlauts spelled out or not; no value if there is no word.
   std::optional<QRegularExpression> Hits() const;
-  /// Chooses the page after the chosen one, or with -1 the one before, round the ends of the list.
+  /// Chooses the page after the current one, or with -1 the one before, wrapping around at the ends.
   void ChooseNext(int step);
 
  Q_SIGNALS:
