@@ -51,7 +51,7 @@ void GridTarget::Print() {
   const ListLines all(list, 1, list.LastUsedRow());
   const ListLines selected(list, first, last);
   const PrintStyle style{CaptionWithoutMark(*window_), grid_->font(), base::ToQColor(look_.font_color)};
-  // One marked row is only where the list stands.
+  // A single selected row is only the list's current row.
   PrintLines(window_, prompt_, style, all, last > first ? &selected : nullptr);
 }
 

@@ -35,7 +35,7 @@ inline constexpr int kGrid = 1;
 /// The commands of popup menu and toolbar on the command list's grid.
 class GridTarget final : public EditTarget {
  public:
-  /// `look` takes what the user chooses; `window` is the parent of the dialogs.
+  /// `look` receives what the user chooses; `window` is the parent of the dialogs.
   GridTarget(script::CommandGrid* grid, script::CommandFileMenu& files, base::Look& look,
              MessagePrompt& prompt, QWidget* window)
       : grid_(grid), files_(files), look_(look), prompt_(prompt), window_(window) {}
@@ -50,7 +50,7 @@ class GridTarget final : public EditTarget {
   void SelectAll() override { grid_->selectAll(); }
   void ClearAll() override { files_.New(); }
   void Open() override { files_.Open(); }
-  /// The rows down to the last one that holds text, or the marked ones.
+  /// Prints the rows down to the last used one, or, if the user wants that, several selected ones.
   void Print() override;
   void ChooseFont() override;
   void ChooseBackColor() override;
@@ -66,7 +66,7 @@ class GridTarget final : public EditTarget {
 /// The commands of menu, toolbar and popup menu on the output pane.
 class PaneTarget final : public EditTarget {
  public:
-  /// `look` takes what the user chooses; `window` is the parent of the dialogs.
+  /// `look` receives what the user chooses; `window` is the parent of the dialogs.
   PaneTarget(pane::OutputPane* pane, base::Look& look, MessagePrompt& prompt, QWidget* window)
       : pane_(pane), look_(look), prompt_(prompt), window_(window) {}
 
@@ -79,9 +79,9 @@ class PaneTarget final : public EditTarget {
   void Delete() override { pane_->deleteSelection(); }
   void SelectAll() override { pane_->selectAll(); }
   void ClearAll() override;
-  /// Writes the whole text and a line end after it, all or nothing, under a name that the user chooses.
+  /// Writes the whole text and a final line end, all or nothing, to a file that the user chooses.
   void Save();
-  /// Puts a text file that the user chooses in place of the text; where it is not read to its end the text
+  /// Replaces the text by a text file that the user chooses; if the file cannot be read to its end, the text
   /// stays.
   void Open() override;
   /// The same with the file `name`.

@@ -49,7 +49,7 @@ constexpr ItemRow kItems[] = {
     {.name = "mnuRecent", .caption = "&Zuletzt verwendet"},
 };
 
-// The row of the table that an item came of, and what SetAllowed said of it.
+// The item's row in the table, and whether SetAllowed has refused it.
 constexpr char kRow[] = "row";
 constexpr char kRefused[] = "refused";
 

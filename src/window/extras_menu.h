@@ -10,28 +10,28 @@
 
 namespace kolvane::window {
 
-/// The menu mnuExtras. Its table has all items in their order, with captions and shortcuts; an item comes
-/// into the menu, at its place, when On or OnToggle says what it does.
+/// The menu mnuExtras. Its table holds all items in order, with captions and shortcuts; an item is inserted
+/// at its position when On, OnToggle or AddMenu is called for it.
 class ExtrasMenu final : public QObject {
   Q_OBJECT
 
  public:
   ExtrasMenu(QMainWindow* window, MessagePrompt& prompt);
 
-  /// `name` must stand in the table. Run-time errors of `event` become message boxes.
+  /// `name` must be in the table. Run-time errors of `event` become message boxes.
   QAction* On(const char* name, std::function<void()> event);
-  /// A check mark that shows `flag` and turns it over; `changed` is called then.
+  /// An item with a check mark that shows `flag`; it toggles the flag, then calls `changed`.
   QAction* OnToggle(
       const char* name, bool& flag, std::function<void()> changed = [] {});
-  /// A submenu, for whoever fills it.
+  /// A submenu, to be filled by the caller.
   QMenu* AddMenu(const char* name);
 
-  /// The item of that name, null before it is in the menu.
+  /// The item of that name; null if it is not in the menu yet.
   QAction* Item(const char* name) const;
 
-  /// Disables an item for reasons of its own, whether a list runs or not.
+  /// With `allowed` false an item is disabled, whether a list runs or not.
   void SetAllowed(const char* name, bool allowed);
-  /// While a list runs only the items are enabled that cannot disturb it.
+  /// While a list runs, only the items that cannot disturb it are enabled.
   void Lock(bool flag);
 
  private:

@@ -13,7 +13,7 @@ namespace {
 
 constexpr char kUsualTip[] = "usualToolTip";
 
-// As red as can be while the text stays readable, on a light and on a dark background.
+// As red as possible while the text stays readable, on a light and on a dark background.
 QColor Reddened(const QColor& background) {
   constexpr int kParts = 4;
   constexpr int kRed = 255;

@@ -19,7 +19,7 @@ void AddHelpButton(QDialog& dialog) {
   if (buttons == nullptr) return;
   auto* help = buttons->addButton(QStringLiteral("&Hilfe"), QDialogButtonBox::HelpRole);
   help->setObjectName(QStringLiteral("HelpButton"));
-  // A message box takes each of its buttons for an answer.
+  // A message box treats each of its buttons as an answer.
   help->disconnect();
   QObject::connect(help, &QPushButton::clicked, &dialog, [&dialog] {
     QKeyEvent key(QEvent::KeyPress, Qt::Key_F1, Qt::NoModifier);
@@ -32,9 +32,9 @@ namespace {
 constexpr auto kAllFiles = "Alle Dateien (*.*)";
 
 struct DialogRow {
-  const char* kind;  // each remembers a folder of its own
+  const char* kind;  // each remembers its own folder
   const char* title;
-  const char* filters;  // descriptions and patterns in turn
+  const char* filters;  // descriptions and patterns alternating
   bool must_exist;
   const char* suffix;
   bool help_button = false;
@@ -57,7 +57,7 @@ constexpr DialogRow kSave[] = {
     {"Pdf", "Als PDF-Datei drucken", "PDF-Dateien (*.PDF)|*.PDF|Alle Dateien (*.*)|*.*", false, ".PDF"},
 };
 
-// Each description names its patterns already, as Qt wants them.
+// Each description already contains its patterns, as Qt requires.
 QStringList NameFilters(const char* filters) {
   const QStringList parts = base::ToQt(filters).split(QLatin1Char('|'));
   QStringList names;
@@ -65,7 +65,7 @@ QStringList NameFilters(const char* filters) {
   return names;
 }
 
-// "*.*" means every file, one without a dot as well.
+// "*.*" means every file, even one without a dot.
 void ShowEveryFileForStars(QFileDialog& dialog) {
   QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString& filter) {
     auto* files = dialog.findChild<QFileSystemModel*>();
@@ -73,7 +73,7 @@ void ShowEveryFileForStars(QFileDialog& dialog) {
   });
 }
 
-// Beside the file in hand, or where the user worked last.
+// Beside the given file, or where the user worked last.
 void StartIn(QFileDialog& dialog, const QFileInfo& file, const QString& last_folder) {
   if (file.fileName().isEmpty() || !file.absoluteDir().exists()) {
     if (!last_folder.isEmpty()) dialog.setDirectory(last_folder);

@@ -9,26 +9,26 @@
 
 namespace kolvane::window {
 
-/// Adds "Hilfe" to the buttons of `dialog`: it does what F1 does there, and the dialog stays open. A dialog
-/// of the platform's own has no buttons to add it to.
+/// Adds "Hilfe" to the buttons of `dialog`: it acts like F1, and the dialog stays open. A native dialog has
+/// no buttons to add it to.
 void AddHelpButton(QDialog& dialog);
 
-/// What the open-file dialog is asked for.
+/// What an open-file dialog asks for.
 enum class OpenMode {
   kCommandList = 0,
   kLog = 1,  ///< the file need not exist
   kTextFile = 2
 };
 
-/// What the save-file dialog is asked for.
+/// What a save-file dialog asks for.
 enum class SaveMode { kTerminal = 0, kCommandList = 1, kPdf = 2 };
 
-/// The name that the user chose, with its folder, UTF-8; nothing where the dialog was cancelled. The dialog
-/// starts beside the file `beside`, in the current folder where that is empty or its folder is gone.
+/// The name that the user chose, with its folder, UTF-8; no value if the dialog was cancelled. The dialog
+/// starts in the folder of the file `beside` if that exists, otherwise in the one used last for this mode.
 std::optional<std::string> AskOpenName(QWidget* parent, OpenMode mode, const std::string& beside = {});
 
-/// The same; the name of `beside` is proposed. A name without a suffix gets the mode's own; replacing a file
-/// is confirmed in the dialog.
+/// The same; the name of `beside` is proposed. A name without a suffix gets the mode's; replacing a file is
+/// confirmed in the dialog.
 std::optional<std::string> AskSaveName(QWidget* parent, SaveMode mode, const std::string& beside = {});
 
 /// The file dialogs of the command list.

@@ -63,7 +63,7 @@ void FindBar::AddFinding() {
   auto* next = Add(new QPushButton(QStringLiteral("Weiter")), "FindNext", "Zum nächsten Treffer (F3)");
   count_ = Add(new QLabel, "FindCount", "");
   count_->setMinimumWidth(Columns(this, kCountColumns));
-  // The row's texts stand beside each other, not at its top.
+  // The row's texts are centred beside the fields, not at its top.
   place_->setMinimumHeight(text_->sizeHint().height());
   count_->setMinimumHeight(text_->sizeHint().height());
   count_->setTextInteractionFlags(Qt::TextSelectableByMouse);

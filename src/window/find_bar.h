@@ -11,23 +11,23 @@
 
 namespace kolvane::window {
 
-/// The bar `FindBar` below pane and list, which finds in one of the two. It is hidden until it is opened.
+/// The bar `FindBar` below pane and list, which searches one of the two. It is hidden until it is opened.
 class FindBar final : public QWidget {
   Q_OBJECT
 
  public:
   explicit FindBar(QWidget* parent);
 
-  /// Opens the bar for `target`, which `place` names, and looks for what is marked there.
+  /// Opens the bar for `target`, named by `place`, and searches for what is selected there.
   void Open(pane::FindTarget* target, const QString& place);
   bool IsOpen() const { return target_ != nullptr; }
   pane::FindTarget* target() const { return target_; }
-  /// Ends the search; who was searched gets the keyboard.
+  /// Ends the search; the searched widget gets the keyboard focus.
   void Close();
   void GoToNext();
   void GoToPrevious();
 
-  /// The target may take replacements now, or no longer.
+  /// Updates whether the target accepts replacements.
   void ShowReplaceable();
 
  Q_SIGNALS:

@@ -5,7 +5,7 @@
 
 namespace kolvane::window {
 
-/// Lays its items out from left to right and goes on in a further row where the width ends.
+/// Lays out its items from left to right, continuing in a further row where the width ends.
 class FlowLayout final : public QLayout {
  public:
   explicit FlowLayout(QWidget* parent, int horizontal_gap, int vertical_gap);
@@ -23,7 +23,7 @@ class FlowLayout final : public QLayout {
   void setGeometry(const QRect& rect) override;
 
  private:
-  /// Places the visible items within `rect` (or only pretends to) and returns the height that they take.
+  /// Places the visible items within `rect`, or only measures (`place` false). Returns their total height.
   int Arrange(const QRect& rect, bool place) const;
 
   QList<QLayoutItem*> items_;

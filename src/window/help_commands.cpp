@@ -52,7 +52,7 @@ base::Color ColorOf(const help::RtfFormat& format) {
   return format.bold ? color | base::kBold : color;
 }
 
-// Caret at the start.
+// The caret is at the start.
 pane::PaneText PaneTextOf(const help::RtfDocument& document) {
   pane::PaneText text;
   bool first = true;

@@ -15,14 +15,14 @@
 
 namespace kolvane::window {
 
-/// Help for the terminal window: the toolbar button's topic, F1, and the help window, which is made when it
-/// is first needed. A missing or damaged help file changes nothing and is not reported.
+/// Help for the terminal window: the toolbar button's topic, F1, and the help window, which is created when
+/// first needed. A missing or damaged help file has no effect and is not reported.
 class HelpCommands {
  public:
   HelpCommands(QWidget* window, std::vector<std::string> folders, base::Prompt& prompt);
 
-  /// Topic `number` of the help file `path`, of Terminal.chm in the first of the folders that has it where it
-  /// is empty.
+  /// Shows topic `number` of the help file `path`; if that is empty, of Terminal.chm in the first of the
+  /// folders that has it.
   void ShowHelp(std::int32_t number, const std::string& path = {});
   /// Called when the terminal closes.
   void Close();
@@ -40,13 +40,13 @@ class HelpCommands {
   QPointer<help::HelpWindow> help_;
 };
 
-/// The reference of the $ commands, `TermCmdHelp.rtf`, which the pane shows in the session's place.
+/// The reference of the $ commands, `TermCmdHelp.rtf`, which the pane shows instead of the session.
 class CommandReference {
  public:
-  /// The reference lies in the first of `folders` that has it.
+  /// The reference is in the first of `folders` that has it.
   CommandReference(pane::OutputPane& pane, std::vector<std::string> folders, MessagePrompt& prompt);
 
-  /// TB_SPECIALCOMMANDS: shows the reference, or the session's text again. What cannot be read is reported.
+  /// TB_SPECIALCOMMANDS: shows the reference, or the session again. Reports a file that cannot be read.
   void Press();
 
  private:

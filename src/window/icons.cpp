@@ -22,7 +22,7 @@ QPixmap Drawn(const QString& file, const QSize& size) {
   return image;
 }
 
-// Grey and nearly transparent: the style's own way tells the two apart only on a bright bar.
+// Grey and nearly transparent: the style's own disabled icons stand out only on a bright bar.
 QPixmap Disabled(const QPixmap& image) {
   constexpr int kPercent = 40;
   QImage faded = image.toImage().convertToFormat(QImage::Format_ARGB32);
@@ -66,7 +66,7 @@ QPixmap SvgIconEngine::pixmap(const QSize& size, QIcon::Mode mode, QIcon::State 
 
 }  // namespace kolvane::window
 
-// Resources of a static library are there only once this was called, outside every namespace.
+// Resources of a static library exist only after this call, which must be outside every namespace.
 static void NeedIcons() {
   static const bool once = [] {
     Q_INIT_RESOURCE(icons);
@@ -78,8 +78,8 @@ static void NeedIcons() {
 namespace kolvane::window {
 namespace {
 
-// The toolbars' image list; the first image is number 1. The numbers of buttons that change their image with
-// their state are fixed: 14 and 16, 20 and 21, 25 and 28. No button has 26 or 27.
+// The toolbars' image list; the first image is number 1. The numbers for buttons whose image depends on their
+// state are fixed: 14 and 16, 20 and 21, 25 and 28. No button has 26 or 27.
 constexpr std::array<std::string_view, 28> kImageList = {
     "save",          "print",      "configure-connection",
     "flush",         "log-open",   "log-close",

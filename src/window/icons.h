@@ -7,8 +7,8 @@
 
 namespace kolvane::window {
 
-/// An icon from an SVG file that reads the file when it is shown first: most icons stand in menus and pages
-/// that nobody opens. The images are shared by all icons of the file.
+/// An icon that reads its SVG file when first shown, because most icons are in menus and pages that nobody
+/// opens. All icons of a file share the images.
 class SvgIconEngine final : public QIconEngine {
  public:
   explicit SvgIconEngine(QString file) : file_(std::move(file)) {}
@@ -22,10 +22,10 @@ class SvgIconEngine final : public QIconEngine {
   QString file_;
 };
 
-/// The icon of that name in the program's own set.
+/// The icon of that name in the program's set.
 QIcon Icon(const char* name);
 
-/// The icon that a number of the toolbars' image list stands for; an empty one for a number beyond the list.
+/// The icon for a number of the toolbars' image list; an empty one for a number outside the list.
 QIcon ImageIcon(int number);
 
 /// The number of an icon in the image list.

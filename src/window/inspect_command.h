@@ -9,14 +9,14 @@
 
 namespace kolvane::window {
 
-/// Where format templates lie.
+/// The folders of the format templates.
 struct TemplateFolders {
   std::string component;
   std::string user;  ///< the user's own; may be empty
 };
 
-/// "Binärdaten analysieren": opens the inspector on what is marked in the pane, or tells the user to mark
-/// something. Throws RuntimeError kOverflow where too much is marked.
+/// "Binärdaten analysieren": opens the inspector on the pane's selection, or asks the user to select
+/// something. Throws RuntimeError kOverflow if too much is selected.
 void InspectMarked(const pane::OutputPane& pane, inspect::InspectorState& state,
                    const TemplateFolders& folders, MessagePrompt& prompt, QWidget* window);
 

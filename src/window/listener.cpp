@@ -5,7 +5,7 @@
 namespace kolvane::window {
 namespace {
 
-// A line that gets no end within this time is shown as it is.
+// A line without an end is shown as it is after this time.
 constexpr int kRestMs = 200;
 
 }  // namespace
@@ -37,10 +37,10 @@ void Listener::Look() {
 
 void Listener::Take() {
   if (notifier_ == nullptr) return;
-  // While a command is under way the port is its own; Look follows.
+  // During a command the port belongs to it; Look follows.
   if (is_busy_()) return notifier_->setEnabled(false);
   const bool goes_on = unasked_.Take();
-  // The connection may have gone over it.
+  // The connection may have ended in the meantime.
   if (notifier_ == nullptr) return;
   notifier_->setEnabled(goes_on);
   if (goes_on && device_.BytesWaiting() > 0) again_.start(0);

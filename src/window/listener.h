@@ -11,7 +11,7 @@
 
 namespace kolvane::window {
 
-/// Looks at the open port while no command is under way: for what comes unasked, and for the end of the
+/// Watches the open port while no command is in progress: for unasked bytes, and for the end of the
 /// connection. Waits on the port's descriptor, so that an idle window costs nothing.
 class Listener final : public QObject {
   Q_OBJECT
@@ -20,11 +20,11 @@ class Listener final : public QObject {
   Listener(device::Device& device, const terminal::TerminalSlices& slices, terminal::Output& output,
            terminal::ConnectCommands& connect, std::function<bool()> is_busy);
 
-  /// There is another connection, or none.
+  /// To be called when the connection has been opened or closed.
   void Renew();
-  /// The descriptor goes.
+  /// To be called before the descriptor becomes invalid.
   void Forget() { notifier_.reset(); }
-  /// To be called after each event: something may have come while the window was busy, or listening was
+  /// To be called after each event: bytes may have arrived while the window was busy, or listening was
   /// switched on.
   void Look();
 

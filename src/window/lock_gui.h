@@ -11,8 +11,8 @@ class GuiLock {
   explicit GuiLock(QWidget& window) : window_(window) {}
 
   /// Disables (true) or enables, by the names of the controls: sending, the connection, files, options and
-  /// how answers are received. What the user needs to look, type and end the run stays free. A control that
-  /// loses the keyboard over it gets it back, unless the user has gone elsewhere meanwhile.
+  /// the receive settings. What the user needs to look, type and end the run stays enabled. A control that
+  /// loses the keyboard focus this way gets it back, unless the user has moved elsewhere.
   void LockGUI(bool flag);
 
  private:

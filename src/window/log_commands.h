@@ -10,7 +10,7 @@
 
 namespace kolvane::window {
 
-/// Shows the state of the log in toolbar, menu and status bar, and asks for its name.
+/// Shows the state of the log in toolbar, menu and status bar, and asks for the name of its file.
 class LogCommands final : public QObject, private terminal::LogObserver {
   Q_OBJECT
 

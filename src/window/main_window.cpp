@@ -85,7 +85,7 @@ MainWindow::MainWindow(WindowContext context)
   ConnectFinding();
   ConnectSending();
   ConnectWaiting();
-  // A little less than the screen, whose whole height a frame and a panel may not leave.
+  // A little less than the screen, because frame and panels may take part of its height.
   resize(kFirstSize.boundedTo(screen()->availableSize() * 0.9));
   if (context_.state != nullptr) memory_ = new WindowMemory(this, area_->splitter(), *context_.state);
 }
@@ -162,7 +162,7 @@ void MainWindow::ShowLeftOver() {
 
 void MainWindow::ShowTimeStamps() { pane_->setTimeStamps(context_.slices.terminal.extras.time_stamps); }
 
-// The status stands at the line's end: "-30", "Write error: -41".
+// The status is at the line's end: "-30", "Write error: -41".
 QString MainWindow::MeaningOf(const QString& line) {
   bool is_status = false;
   const int status = line.section(u' ', -1).toInt(&is_status);
@@ -201,7 +201,7 @@ void MainWindow::ConnectionChanged() {
   ShowHowToBegin();
 }
 
-// In the other modes the connection is the host's, whether it stands or not.
+// In the other modes the connection is the host's, whether it is open or not.
 void MainWindow::ShowConfigureButton() {
   const device::DeviceState& device = context_.slices.device;
   const bool own = device.OperMode == device::operating_mode::kPortLibrary;
@@ -225,7 +225,7 @@ void MainWindow::ConfigureConnection() {
   ShowHowToBegin();
 }
 
-// Asked for during a command, closing follows once that has been given up.
+// If requested during a command, closing waits until that has been given up.
 void MainWindow::closeEvent(QCloseEvent* event) {
   close_when_idle_ = IsBusy();
   prompt_.Dismiss(close_when_idle_);
@@ -237,7 +237,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   script_.KeepUnsaved();
   if (memory_ != nullptr) memory_->Note();
   listener_.Forget();
-  // The steps may show message boxes, during which the window could be closed once more.
+  // The steps may show message boxes, during which the window could be closed again.
   if (unload_) std::exchange(unload_, nullptr)();
   help_.Close();
   values_.Close();

@@ -33,7 +33,7 @@
 
 namespace kolvane::window {
 
-/// What the window shows and works on; all of it outlives the window.
+/// What the window shows and works on; all of it must outlive the window.
 struct WindowContext {
   terminal::TerminalSlices slices;
   script::ScriptState& script;
@@ -41,13 +41,13 @@ struct WindowContext {
   device::PortLibrarySource& library;
   std::string folder;             ///< the component's
   CloseRequest* close = nullptr;  ///< null: only the user closes it
-  std::string own_folder = {};  ///< of the component's file, for help files that `folder` lacks; may be empty
+  std::string own_folder = {};  ///< of the component's file, for help files missing in `folder`; may be empty
   std::string user_folder = {};  ///< the user's own, for format templates; may be empty
-  std::string unsaved = {};      ///< for copies of command lists that are not saved yet; empty: none are kept
-  StateStore* state = nullptr;   ///< what earlier windows have left; null: nothing is kept
+  std::string unsaved = {};      ///< for copies of unsaved command lists; empty: none are kept
+  StateStore* state = nullptr;   ///< state left by earlier windows; null: nothing is kept
 };
 
-/// The terminal window `frmTerminal`: it joins the widgets with the session and decides nothing itself.
+/// The terminal window `frmTerminal`: it connects the widgets with the session and decides nothing itself.
 class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   Q_OBJECT
   Q_PROPERTY(bool busy READ IsBusy)
@@ -58,18 +58,18 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   terminal::TerminalCore& core() { return core_; }
   terminal::Log& log() { return log_.control(); }
 
-  /// Puts the loaded settings into the controls and prepares the device. Throws RuntimeError where a setting
+  /// Puts the loaded settings into the controls and prepares the device. Throws RuntimeError if a setting
   /// does not fit its control.
   void Load();
 
-  /// Loads a command file into the list; a failure is shown.
+  /// Loads a command file into the list; shows a failure.
   void OpenCommandFile(const std::string& name) { script_.files().OpenFile(name); }
 
-  /// As the toolbar's buttons: connects or disconnects, plays the command list from its first row.
+  /// Like the toolbar's buttons: connects or disconnects, plays the command list from its first row.
   void PressConnect();
   void PressPlay();
 
-  /// While an exchange, an attempt to connect or a run is under way.
+  /// While an exchange, an attempt to connect or a run is in progress.
   bool IsBusy() const;
 
   /// Called once when the user closes the window, while it is still shown.
@@ -113,7 +113,7 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   void ShowCaption();
   void ShowConfigureButton();
   void ShowHowToBegin();
-  /// Makes `event` what each of the menu items and buttons of these names does.
+  /// Makes each of the menu items and buttons with these names carry out `event`.
   void On(std::initializer_list<const char*> names, const std::function<void()>& event);
 
   WindowContext context_;

@@ -24,7 +24,7 @@ void MainWindow::ConnectFiles() {
   On({"mnuSaveCommandFile"}, [this] { script_.OnFiles(&Files::Save); });
   On({"mnuSaveCommandFileAs"}, [this] { script_.OnFiles(&Files::SaveAs); });
   On({"TB_PRINTSCRIPT"}, [this] { grid_target_.Print(); });
-  // Like the popup menu's items, the buttons beside the list mean what was clicked last.
+  // Like the popup menu's items, the buttons beside the list act on what was clicked last.
   for (const auto& [button, item] :
        {std::pair{"TB_CUT", "mnuCut"}, {"TB_COPY", "mnuCopy"}, {"TB_PASTE", "mnuPaste"}})
     connect(area_->script_bar()->Button(button), &QAction::triggered, menus_.Item(item), &QAction::trigger);
@@ -45,12 +45,12 @@ void MainWindow::ConnectPane() {
   connect(pane_, &pane::OutputPane::Touched, this, [this] { popup_.SetEditTarget(edit_target::kPane); });
   connect(pane_, &pane::OutputPane::popupRequested, &popup_,
           [this](const QPoint& where) { popup_.OpenPopup(edit_target::kPane, where); });
-  // Later, so that whoever it was dragged from need not wait for the file.
+  // Queued, so that the source of the drag need not wait for the file.
   connect(
       pane_, &pane::OutputPane::fileDropped, this,
       [this](const QString& path) { prompt_.Guard([&] { pane_target_.Load(base::FromQt(path)); }); },
       Qt::QueuedConnection);
-  // "Speichern" of the popup menu always means the pane; the list has a menu of its own.
+  // "Speichern" of the popup menu always means the pane; the list has its own menu.
   On({"mnuSaveTerminal", "mnuSaveAs"}, [this] { pane_target_.Save(); });
   On({"mnuOpenTextFile"}, [this] { pane_target_.Open(); });
   On({"mnuPrintTermWindow", "TB_PRINT"}, [this] { pane_target_.Print(); });
@@ -118,7 +118,7 @@ void MainWindow::ConnectFinding() {
   extras_.On("mnuFindPrevious", go(&FindBar::GoToPrevious));
 }
 
-// In the list where it has the keyboard, else in the pane; again for the same where the bar itself has it.
+// In the list if that has the focus, else in the pane; if the bar itself has it, in the same as before.
 void MainWindow::OpenFindBar() {
   FindBar* bar = area_->find_bar();
   const QWidget* focus = focusWidget();
@@ -138,7 +138,7 @@ void MainWindow::ConnectSending() {
   TerminalBar* bar = area_->terminal_bar();
   connect(bar->command()->lineEdit(), &QLineEdit::returnPressed, this, &MainWindow::Send);
   connect(bar->send(), &QPushButton::clicked, this, &MainWindow::Send);
-  // Later, as an input method that has put the text in sets formats of its own first.
+  // Queued, so that an input method that inserted the text sets its own formats first.
   connect(
       bar->command()->lineEdit(), &QLineEdit::textChanged, this,
       [bar] { MarkOutside(bar->command()->lineEdit()); }, Qt::QueuedConnection);

@@ -12,7 +12,7 @@
 
 namespace kolvane::window {
 
-/// The menus on the bar and the popup menu that pane and grid share. Every item carries its control name.
+/// The menus on the bar and the popup menu shared by pane and grid. Every item carries its control name.
 struct Menus {
   explicit Menus(QMainWindow* window);
 
@@ -25,19 +25,19 @@ struct Menus {
   QMenu* popup;
 };
 
-/// The popup menu that pane and grid share. Its commands go to the control that the edit-target flag names.
+/// The popup menu shared by pane and grid. Its commands go to the control named by the edit-target flag.
 class PopupCommands final : public QObject {
   Q_OBJECT
 
  public:
   PopupCommands(Menus& menus, MessagePrompt& prompt, EditTarget& pane, QObject* parent);
 
-  /// Says what the flag's value 1 stands for; without it that is the pane too.
+  /// Sets the target of the flag's value 1; without it that is also the pane.
   void SetGrid(EditTarget& grid) { targets_[edit_target::kGrid] = &grid; }
 
   /// `flag` is edit_target::kPane or kGrid.
   void SetEditTarget(int flag) { flag_ = flag; }
-  /// Opens the menu on that control at this place of the screen.
+  /// Opens the menu for that control at this screen position.
   void OpenPopup(int flag, const QPoint& where);
 
  private:

@@ -19,7 +19,7 @@
 namespace kolvane::window {
 namespace {
 
-// Each run of characters between two places where a line may end.
+// Calls `use` with each part of the text between two boundaries.
 template <typename Use>
 void ForEachPart(const QString& text, QTextBoundaryFinder::BoundaryType type, Use use) {
   QTextBoundaryFinder finder(type, text);
@@ -28,7 +28,7 @@ void ForEachPart(const QString& text, QTextBoundaryFinder::BoundaryType type, Us
     use(text.mid(start, end - start));
 }
 
-// The text with places to end a line within words that are wider than one.
+// The text with possible line breaks inserted into words that are wider than a line.
 QString Breakable(const QString& text, const QFontMetrics& metrics, int line_width) {
   constexpr QChar kZeroWidthSpace(0x200B);
   QString breakable;
@@ -43,8 +43,8 @@ QString Breakable(const QString& text, const QFontMetrics& metrics, int line_wid
   return breakable;
 }
 
-// A box ends its lines between words only and cuts one that is wider, such as a path. Then a label takes the
-// place of the box's own, which keeps the text for whoever copies it.
+// A box breaks lines only between words and cuts off a wider word, such as a path. Then a label replaces the
+// box's own, which keeps the text for copying.
 void WrapLongWords(QMessageBox& box) {
   auto* own = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
   const int line_width =
@@ -63,7 +63,7 @@ void WrapLongWords(QMessageBox& box) {
   own->hide();
 }
 
-// With a second button Esc would do nothing.
+// Otherwise Esc would do nothing with a second button.
 void KeepOkOnEsc(QMessageBox& box) {
   box.setEscapeButton(QMessageBox::Ok);
   box.setDefaultButton(QMessageBox::Ok);
@@ -86,7 +86,7 @@ void MessagePrompt::Show(int icon, std::string_view text, std::string_view words
   box.setTextFormat(Qt::PlainText);
   box.setInformativeText(base::ToQt(words));
   WrapLongWords(box);
-  // In a host without a window to be seen it would be the last one, with which Qt ends the host.
+  // In a host without a visible window it would be the last one, at whose end Qt ends the host.
   box.setAttribute(Qt::WA_QuitOnClose, false);
   if (parent_ != nullptr && help::StatusIn(text) != 0) AddHelpButton(box);
   const QPushButton* stop = links_.is_running() ? AddStopButton(box) : nullptr;

@@ -9,17 +9,17 @@
 
 namespace kolvane::window {
 
-/// Whether the window was asked to close by somebody who does not sit before it, or has closed. Nobody can be
-/// expected to answer a message from then on, and what waits for a device is to give up.
+/// Whether the window was asked to close by anybody but its user, or has closed. From then on nobody can be
+/// expected to answer a message, and waiting for a device is to be given up.
 class CloseRequest {
  public:
   virtual ~CloseRequest() = default;
   virtual bool Made() const = 0;
-  /// Takes the messages from then on.
+  /// Receives the messages from then on.
   virtual base::Prompt& Messages() = 0;
 };
 
-/// Message boxes above a window, for as long as somebody is there to answer them.
+/// Message boxes above a window, as long as somebody is there to answer them.
 class MessagePrompt final : public base::Prompt {
  public:
   /// `close` may be null: then somebody always is.
@@ -31,15 +31,15 @@ class MessagePrompt final : public base::Prompt {
   void ShowFailure(std::string_view text, std::string_view words) override;
   void ShowMessage(std::string_view text) override;
 
-  /// Runs a window event; a run-time error in it becomes a message box with its description.
+  /// Runs a window event; shows a run-time error in it as a message box with its description.
   void Guard(const std::function<void()>& event);
 
-  /// When a menu item or a button acts.
+  /// When a menu item or a button takes effect.
   enum class While { kIdle, kAlways };
-  /// Makes `event` what a menu item or a button does.
+  /// Makes a menu item or a button carry out `event`.
   void OnTrigger(QAction* action, std::function<void()> event, While when = While::kIdle);
 
-  /// What the messages and events of a window have to do with what is under way in it.
+  /// How the messages and events of a window depend on what is in progress in it.
   struct Links {
     std::function<bool()> is_waiting = [] { return false; };  ///< events of While::kIdle do nothing then
     std::function<bool()> is_running = [] { return false; };  ///< messages offer to end the run then
@@ -49,7 +49,7 @@ class MessagePrompt final : public base::Prompt {
   };
   void SetLinks(Links links) { links_ = std::move(links); }
 
-  /// While true nobody is told anything: the user is closing the window.
+  /// While true no messages are shown: the user is closing the window.
   void Dismiss(bool dismissed) { dismissed_ = dismissed; }
 
  private:

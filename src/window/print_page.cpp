@@ -69,7 +69,7 @@ void PrintPages::PaintFoot() {
 qreal PrintPages::PlaceRow(qreal height) {
   const qreal end = device_.height() - metrics_.lineSpacing() * (1 + kGapLines);
   const bool empty = y_ <= metrics_.lineSpacing() * (1 + kGapLines);
-  // A row higher than the page goes on one of its own.
+  // A row higher than a page gets a page to itself.
   if (y_ + height > end && !empty) Begin();
   const qreal y = y_;
   y_ += height;
@@ -86,7 +86,7 @@ namespace {
 using pane::ColorRun;
 using pane::OutputPaneMetrics;
 
-// What is in one colour from `at` on, all within the chunk.
+// The run of one colour, or of none, from `at` on within the chunk.
 ColorRun StretchIn(const pane::PaneChunk& chunk, std::size_t at) {
   const auto run = chunk.colors().FirstAfter(at);
   const auto begin = static_cast<std::uint32_t>(at);
@@ -101,7 +101,7 @@ PrintRun RunIn(base::Color color, int begin, int length) {
   return {begin, length, own ? QColor() : base::ToQColor(color), base::IsBold(color)};
 }
 
-// A tab stays one: where it leads to depends on its place in the row.
+// A tab stays a tab: its width depends on its position in the row.
 void AppendShown(QString& out, std::string_view text) {
   if (OutputPaneMetrics::IsOrdinary(text)) {
     out += base::ToQt(text);

@@ -14,21 +14,21 @@
 
 namespace kolvane::window {
 
-/// UTF-16 units [begin, begin + length) of a line with a look of their own.
+/// UTF-16 units [begin, begin + length) of a line with their own look.
 struct PrintRun {
   int begin;
   int length;
-  QColor color;  ///< not valid: the text's own
+  QColor color;  ///< invalid: the text's own
   bool bold = false;
 };
 
-/// One line of text to print; what no run covers looks like the text itself.
+/// One line of text to print; parts outside the runs look like the text itself.
 struct PrintLine {
   QString text;
   std::vector<PrintRun> runs;
 };
 
-/// Lines to print. They may become fewer while printing goes on.
+/// Lines to print. Their number may decrease during printing.
 class PrintSource {
  public:
   virtual ~PrintSource() = default;
@@ -43,24 +43,23 @@ struct PrintStyle {
   QColor text;  ///< the text's own colour; one too pale for paper becomes black
 };
 
-/// The pages of a print-out one after the other, each with its head and foot. Measures are the device's
-/// pixels.
+/// The pages of a print-out one after the other, each with its head and foot. Measures are in device pixels.
 class PrintPages {
  public:
   /// Check Failed() afterwards.
   PrintPages(QPagedPaintDevice& device, const QString& caption);
 
-  /// Where a row of this height goes, on a further page where this one is full.
+  /// The position of the next row, of this height; begins a new page if this one is full.
   qreal PlaceRow(qreal height);
 
   qreal width() const { return device_.width(); }
   QPainter& painter() { return painter_; }
-  /// Whether what goes on this page is printed.
+  /// Whether this page is printed.
   bool IsPrinted() const { return printed_; }
-  /// Whether no page is left that is printed.
+  /// Whether this page is after the last one to be printed.
   bool IsPastLast() const;
   bool Failed() const { return failed_; }
-  /// Ends the print-out; false where the device reports a failure.
+  /// Ends the print-out; returns false if the device reports a failure.
   bool Finish() { return painter_.end(); }
 
  private:
@@ -81,7 +80,7 @@ class PrintPages {
   bool failed_;
 };
 
-/// A stretch of the pane's text as lines to print. Control characters come out as the pane shows them.
+/// A range of the pane's text as lines to print. Control characters are printed as the pane shows them.
 class PaneLines final : public PrintSource {
  public:
   PaneLines(const pane::PaneStore& store, pane::PaneRange range);

@@ -18,7 +18,7 @@ namespace {
 
 constexpr int kTabBlanks = 8;
 constexpr int kPalest = 190;
-// A line may be as long as an answer; what lays out text keeps some hundred bytes for each character.
+// A line may be as long as an answer; text layout takes some hundred bytes for each character.
 constexpr qsizetype kLongestPiece = 8192;
 
 class LinePrinter {
@@ -107,7 +107,7 @@ namespace {
 
 constexpr QMarginsF kMargins(15, 15, 15, 15);
 
-// Calls `cancelled` while the print-out is not ended yet.
+// Calls `cancelled` before the print-out is ended.
 void PrintOn(QPagedPaintDevice& device, QWidget* window, base::Prompt& prompt, const PrintStyle& style,
              const PrintSource& lines, const std::function<void()>& cancelled) {
   Progress progress(window, base::ToQt(texts::kPrinting));
@@ -119,7 +119,7 @@ void PrintOn(QPagedPaintDevice& device, QWidget* window, base::Prompt& prompt, c
   if (result == PrintResult::kFailed) prompt.ShowError(texts::kNotPrinted);
 }
 
-// Makes a PDF file of what `print` puts on its pages, none where that returns false.
+// Makes a PDF file of what `print` puts on its pages; no file if that returns false.
 void PrintToFile(QWidget* window, base::Prompt& prompt, const QString& title,
                  const std::function<bool(QPdfWriter&)>& print) {
   const auto name = AskSaveName(window, SaveMode::kPdf);
@@ -139,7 +139,7 @@ void PrintToFile(QWidget* window, base::Prompt& prompt, const QString& title,
 }
 
 void SetUp(QPrinter& printer) {
-  // Not the caption: a printer that is a file makes its name of this, and a connection holds slashes.
+  // Not the caption: a printer that prints to a file names it after this, and a connection contains slashes.
   printer.setDocName(base::ToQt(texts::kProgram));
   printer.setPageMargins(kMargins, QPageLayout::Millimeter);
 }

@@ -18,13 +18,13 @@ enum class PrintResult { kDone, kCancelled, kFailed };
 PrintResult PrintText(QPagedPaintDevice& device, const PrintStyle& style, const PrintSource& lines,
                       const ProgressStep& step);
 
-/// Prints `lines`, or `selection` where the user wants that, after asking for the printer; `selection` may be
-/// null. Where there is no printer it asks for the name of a PDF file, which is written whole or not at all.
-/// A failure is shown.
+/// Asks for the printer, then prints `lines`, or `selection` if the user wants that; `selection` may be null.
+/// Without a printer it asks for the name of a PDF file, which is written whole or not at all. A failure is
+/// shown.
 void PrintLines(QWidget* window, base::Prompt& prompt, const PrintStyle& style, const PrintSource& lines,
                 const PrintSource* selection = nullptr);
 
-/// The same with a formatted text, whose print-out is called `title`.
+/// The same for a formatted text; `title` is the name of the print-out.
 void PrintDocument(QWidget* window, base::Prompt& prompt, const QString& title,
                    const QTextDocument& document);
 

@@ -15,8 +15,8 @@ void AddWords(QComboBox* list, const Words& words) {
   for (const auto& word : words) list->addItem(base::ToQt(word));
 }
 
-// A word of the list is also the list's current item, so that keys and wheel go on from there. Leaves a field
-// alone that shows the text already, so that the caret of someone typing in it stays.
+// A word of the list also becomes its current item, so that keys and wheel continue from there. A field that
+// already shows the text is not changed, so that the caret of a user typing in it stays.
 void ShowText(QComboBox* list, const std::string& text) {
   const QString shown = base::ToQt(text);
   const int index = list->findText(shown, Qt::MatchExactly | Qt::MatchCaseSensitive);
@@ -53,7 +53,7 @@ void ReceiveView::Connect(MessagePrompt& prompt) {
       prompt.Guard([&] { (controls_.*pick)(index); });
     };
     connect(list, &QComboBox::currentIndexChanged, this, run);
-    // A pick of the item that is shown already changes no index and counts all the same.
+    // Picking the item that is already shown changes no index but counts as a pick.
     connect(list, &QComboBox::activated, this, [this, run](int index) {
       if (!std::exchange(picked_, false)) run(index);
       picked_ = false;

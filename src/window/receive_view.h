@@ -8,7 +8,7 @@
 
 namespace kolvane::window {
 
-/// Joins the receive and send controls of the bar with their rules.
+/// Connects the receive and send controls of the bar with their rules.
 class ReceiveView final : public QObject, private terminal::ReceiveControlsView {
   Q_OBJECT
 
@@ -19,7 +19,7 @@ class ReceiveView final : public QObject, private terminal::ReceiveControlsView 
   terminal::ReceiveControls& controls() { return controls_; }
 
  Q_SIGNALS:
-  /// The bar may need another height.
+  /// The bar may need a different height.
   void CountShownOrHidden();
 
  private:

@@ -11,7 +11,7 @@
 namespace kolvane::window {
 namespace {
 
-// Between rows that take less, looking for events each time would cost more than the rows.
+// If rows take less, checking for events after each would cost more than the rows.
 constexpr int kEventsEachMs = 4;
 constexpr int kProgressMs = 200;
 constexpr int kFrameMs = 16;
@@ -65,7 +65,7 @@ ScriptView::ScriptView(ScriptParts parts, ScriptSurroundings surroundings, Scrip
   ConnectButtons();
   connect(grid_, &script::CommandGrid::ListFull, this,
           [this](const std::string& message) { around_.prompt.ShowError(message); });
-  // Later, so that whoever it was dragged from need not wait for the file.
+  // Queued, so that the source of the drag need not wait for the file.
   connect(
       grid_, &script::CommandGrid::FileDropped, this, [this](const QString& name) { OpenFile(name); },
       Qt::QueuedConnection);
@@ -141,7 +141,7 @@ void ScriptView::Run(void (script::Runner::*command)()) {
   AfterRun();
 }
 
-// A press while a run is on comes here too, and has done nothing.
+// A press during a run also gets here, without any effect.
 void ScriptView::AfterRun() {
   if (core_.runner.running()) return;
   grid_->ShowRunEnd(core_.runner.last_row());
@@ -178,7 +178,7 @@ void ScriptView::ShowWatch() {
   grid_->scrollTo(grid_->currentIndex());
 }
 
-// A run that is over at once shows none.
+// A run that ends at once shows no progress.
 void ScriptView::ShowProgress() {
   if (since_progress_.elapsed() < kProgressMs) return;
   since_progress_.start();

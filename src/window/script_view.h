@@ -30,57 +30,57 @@ struct ScriptParts {
   terminal::Log& log;
 };
 
-/// What its window side needs of the rest of the window.
+/// What it needs of the rest of the window.
 struct ScriptSurroundings {
   MessagePrompt& prompt;
   pane::OutputPane& pane;
   script::CommandFileDialogs& dialogs;
   std::function<void(bool)> lock_gui;
-  std::function<void()> paint;  ///< shows at once what has changed
+  std::function<void()> paint;  ///< shows changes at once
   std::string unsaved;          ///< where copies of unsaved lists are kept; empty: none are
   std::function<void(const std::string&)> progress = [](const std::string&) {
-  };                                        ///< of a run; empty: none is on
+  };                                        ///< of a run; empty: no run is in progress
   std::function<void()> run_ended = [] {};  ///< or a step
 };
 
-/// Joins grid and Toolbar3 with the command list, its files and its runner.
+/// Connects grid and Toolbar3 with the command list, its files and its runner.
 class ScriptView final : public QObject, private script::RunHost {
   Q_OBJECT
 
  public:
   ScriptView(ScriptParts parts, ScriptSurroundings surroundings, ScriptToolbar* toolbar, QObject* parent);
-  /// Takes the panel along, whose grid shows the list of this.
+  /// Also deletes the panel, whose grid shows this object's list.
   ~ScriptView() override;
 
   script::ListRecorder& recorder() { return core_.recorder; }
   script::CommandFileMenu& files() { return files_; }
-  /// Carries out a command of files() once what is being typed into the grid has been taken over.
+  /// Carries out a command of files() after committing what is being typed into the grid.
   void OnFiles(void (script::CommandFileMenu::*command)());
   script::CommandGrid* grid() const { return grid_; }
   script::ListCheck& check() { return *check_; }
-  /// Opens a command file; a failure is shown.
+  /// Opens a command file; shows a failure.
   void OpenFile(const QString& name);
-  /// Plays from the current row on, or goes on where a run stands.
+  /// Plays from the current row on, or continues a stopped run.
   void PlayFromHere();
-  /// Plays up to the current row, before which the run stops.
+  /// Plays up to the current row and stops before it.
   void PlayToHere();
-  /// The grid with what the check of the list has found, and with the bar above it that offers what other
-  /// windows have left unsaved.
+  /// The grid with the findings of the check, and with the bar above it that offers what other windows have
+  /// left unsaved.
   QWidget* panel() const { return panel_; }
   /// For the second status bar.
   std::string FileStatus() const;
-  /// In a run, at most every 200 ms.
+  /// During a run shows its progress, at most every 200 ms.
   void ShowProgress();
 
-  /// Called when the window closes: a copy of the list stays where it is modified.
+  /// Called when the window closes: the copy of a modified list is kept.
   void KeepUnsaved();
 
   bool IsRunning() const { return core_.runner.running(); }
-  /// Ends a run after the row in hand.
+  /// Ends a run after the current row.
   void Stop() { core_.runner.Stop(); }
-  /// The same, and no other begins.
+  /// The same, and no other run starts.
   void Abort() { core_.runner.Abort(); }
-  /// Brings the grid up to the list.
+  /// Updates the grid from the list.
   void Flush() { grid_->Flush(); }
 
  private:
@@ -110,7 +110,7 @@ class ScriptView final : public QObject, private script::RunHost {
   UnsavedView* unsaved_;
   script::ListCheck* check_;
   script::WatchPanel* watch_;
-  bool watching_ = false;  // the user has asked for more than playing and stepping
+  bool watching_ = false;  // the user has used more than playing and stepping
   QElapsedTimer since_start_;
   QElapsedTimer since_progress_;
   script::RunProgress run_progress_;
@@ -118,7 +118,7 @@ class ScriptView final : public QObject, private script::RunHost {
   QElapsedTimer since_painted_;
 };
 
-/// Puts the items of mnuExtras that work on the command list into the menu. Both outlive the window's events.
+/// Adds the items of mnuExtras that work on the command list. Both must outlive the window's events.
 void AddListCommands(ExtrasMenu& extras, ScriptView& script);
 
 }  // namespace kolvane::window

@@ -9,7 +9,7 @@ namespace kolvane::window {
 namespace {
 
 constexpr QLatin1String kMark("[*]");
-constexpr QLatin1String kNoMark("[*][*]");  // how a caption that holds these characters has them
+constexpr QLatin1String kNoMark("[*][*]");  // stands for these characters in a caption that contains them
 
 void Append(QString& caption, std::string_view part) {
   if (!part.empty()) caption += QStringLiteral(" - ") + base::ToQt(part).replace(kMark, kNoMark);
@@ -35,7 +35,7 @@ QString CaptionWithoutMark(const QWidget& window) {
 void StatusPanel::paintEvent(QPaintEvent* event) {
   const QRect area = contentsRect().adjusted(indent(), 0, -indent(), 0);
   const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, area.width());
-  // Marks stand in the whole text.
+  // A selection refers to the whole text.
   if (shown == text() || hasSelectedText()) return QLabel::paintEvent(event);
   QPainter painter(this);
   painter.setPen(palette().color(foregroundRole()));

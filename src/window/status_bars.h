@@ -10,15 +10,15 @@
 
 namespace kolvane::window {
 
-/// The window's caption: the program, the file of the command list without its folder, and what is connected.
-/// Either of the two may be empty. A list that is `modified` has the place of QWidget's mark after it.
+/// The window's caption: the program, the command list's file without its folder, and the connection; either
+/// of the two may be empty. The name of a `modified` list is followed by QWidget's placeholder for its mark.
 QString Caption(std::string_view command_file, std::string_view connection, bool modified = false);
 
-/// A window's caption without that mark, for paper.
+/// A window's caption without that placeholder, for print-outs.
 QString CaptionWithoutMark(const QWidget& window);
 
 /// A panel of a status bar. A text that is too long is shown without its middle, so that a path's file name
-/// is seen; the text itself, the tool tip and what is marked stay whole.
+/// is visible; the text itself, the tool tip and a selection stay whole.
 class StatusPanel final : public QLabel {
  public:
   using QLabel::QLabel;
@@ -36,7 +36,7 @@ class StatusBars : public terminal::StateView {
   QStatusBar* second() const { return second_; }
 
   void ShowConnection(std::string_view text);
-  /// Shown unless there is something more urgent; an empty text takes back the last of that kind.
+  /// Shown unless something is more urgent; an empty text removes the last one of that kind.
   void ShowState(terminal::StateKind kind, std::string_view text) override;
   void ShowLogFile(std::string_view text);
   void ShowCommandList(std::string_view text);

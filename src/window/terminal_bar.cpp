@@ -25,7 +25,7 @@ BarList::BarList(QWidget* parent) : QComboBox(parent) {
   });
 }
 
-// The view is made when it is needed first.
+// The view is created when first needed.
 void BarList::showPopup() {
   with_mouse_ = false;
   QComboBox::showPopup();
@@ -121,7 +121,7 @@ QComboBox* TerminalBar::AddList(const char* label, const char* name, const char*
   list->setSizeAdjustPolicy(QComboBox::AdjustToContents);
   AddGroup(label, tip, list);
   if (editable) list->lineEdit()->setAccessibleName(list->accessibleName());
-  // The next thing typed is a command.
+  // The next thing the user types is a command.
   connect(list, &BarList::PickedWithMouse, this, [this] { command_->setFocus(); });
   return list;
 }
@@ -148,7 +148,7 @@ void TerminalBar::AddGroup(const char* label, const char* tip, QWidget* field) {
   settings_row_->layout()->addWidget(group);
 }
 
-// A file dropped on the command line would become a command made of its address.
+// A file dropped on the command line would insert its address as a command.
 bool TerminalBar::eventFilter(QObject* watched, QEvent* event) {
   const bool drag = event->type() == QEvent::DragEnter || event->type() == QEvent::DragMove ||
                     event->type() == QEvent::Drop;

@@ -9,8 +9,8 @@
 
 namespace kolvane::window {
 
-/// A list on the terminal bar. Its wheel needs the focus; a pick with the mouse is reported, so that the
-/// keyboard can go back to where it is wanted.
+/// A list on the terminal bar. The wheel changes it only with the focus; a pick with the mouse is reported,
+/// so that the focus can return to where it is needed.
 class BarList final : public QComboBox {
   Q_OBJECT
 
@@ -29,8 +29,8 @@ class BarList final : public QComboBox {
   bool with_mouse_ = false;
 };
 
-/// `Toolbar2` below the pane: the command line with its send button, and under it how commands are sent and
-/// answers received. It only holds the controls; the main window acts on them.
+/// `Toolbar2` below the pane: the command line with its send button, and below it the settings for sending
+/// and receiving. It only holds the controls; the main window acts on them.
 class TerminalBar final : public QToolBar {
   Q_OBJECT
 
@@ -48,10 +48,10 @@ class TerminalBar final : public QToolBar {
 
   void ShowCount(bool visible);
 
-  /// Height that the bar takes at `width`; the settings go on in a further row where the width ends.
+  /// The bar's height at `width`; settings that do not fit continue in a further row.
   int HeightAt(int width) const;
 
-  /// Places command box and send button on the bar, in the bar's coordinates.
+  /// Positions command box and send button, in the bar's coordinates.
   void PlaceCommandLine(int command_left, int command_width, int send_left);
 
  protected:

@@ -29,7 +29,7 @@ Progress::Progress(QWidget* parent, const QString& label, int appears_after_ms) 
   dialog_.setWindowModality(Qt::WindowModal);
   dialog_.setMinimumDuration(appears_after_ms);
   dialog_.setRange(0, kSteps);
-  // The end of the work takes it away, not the last step.
+  // The dialog closes at the end of the work, not with the last step.
   dialog_.setAutoReset(false);
   dialog_.setAutoClose(false);
   dialog_.setValue(0);
@@ -46,7 +46,7 @@ bool Progress::Advance(std::size_t done, std::size_t whole) {
 
 namespace {
 
-// Bytes at the end of `text` that begin a sequence and do not end it.
+// The number of bytes at the end of `text` that start a sequence but do not complete it.
 std::size_t Incomplete(std::string_view text) {
   for (std::size_t back = 1; back <= std::min<std::size_t>(3, text.size()); ++back) {
     const char c = text[text.size() - back];
@@ -85,7 +85,7 @@ constexpr std::size_t kPieceBytes = 256 * 1024;
 
 class InputFile {
  public:
-  // Without waiting: what is no regular file is refused below.
+  // Without blocking: anything but a regular file is refused below.
   explicit InputFile(const std::string& name)
       : descriptor_(open(name.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC)), error_(errno) {}
 
@@ -100,7 +100,7 @@ class InputFile {
     return 0;
   }
 
-  // The next piece, an empty one at the end; 0 or an errno.
+  // Reads the next piece, an empty one at the end; returns 0 or an errno.
   int Read(std::string& piece) {
     piece.resize(kPieceBytes);
     const ssize_t count =

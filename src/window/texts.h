@@ -5,7 +5,7 @@
 
 #include "base/system.h"
 
-/// What the window itself tells the user. `error` is an errno.
+/// The window's own texts. `error` is an errno.
 namespace kolvane::window::texts {
 
 inline constexpr std::string_view kProgram = "Kolvane Terminal";
@@ -21,7 +21,7 @@ inline constexpr std::string_view kNotPrinted = "Der Drucker nimmt den Auftrag n
 inline constexpr std::string_view kFindInPane = "Suchen in der Ausgabe:";
 inline constexpr std::string_view kFindInList = "Suchen in der Befehlsliste:";
 
-/// What the empty pane says; `connection` describes the one that can still be chosen, empty where none can.
+/// The text of the empty pane; `connection` describes the one that can still be chosen, empty if none can.
 inline std::string HowToBegin(std::string_view connection) {
   const std::string choose =
       "Menü „Verbindung“, „Verbindung konfigurieren...“: Hier wählen Sie die "

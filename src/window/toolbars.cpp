@@ -64,12 +64,12 @@ void KeyToolbar::actionEvent(QActionEvent* event) {
   if (event->type() == QEvent::ActionAdded) {
     if (QWidget* button = widgetForAction(event->action())) button->installEventFilter(this);
   }
-  // The bar hears of its actions before their buttons do.
+  // The bar is notified of changed actions before their buttons are.
   const QAction* stop = tab_stop_ != nullptr ? tab_stop_->defaultAction() : nullptr;
   if (stop != nullptr && stop->isEnabled()) return;
   const bool had_focus = stop != nullptr && window()->focusWidget() == tab_stop_;
   SetTabStop(EnabledFrom(stop));
-  // A button that its own press disables does not send the keyboard elsewhere.
+  // If a press disables its own button, the focus stays in the bar.
   if (had_focus && tab_stop_ != nullptr) tab_stop_->setFocus();
 }
 
@@ -167,7 +167,7 @@ ScriptToolbar::ScriptToolbar(QWidget* parent)
   Button("TB_PLAY")->setShortcut(Qt::Key_F5);
   Button("TB_STOP")->setShortcut(Qt::SHIFT | Qt::Key_F5);
   Button("TB_SINGLESTEP")->setShortcut(Qt::Key_F10);
-  // The key beside Scroll Lock is called otherwise while Ctrl is held.
+  // The Pause key has another name while Ctrl is held.
   Button("TB_BREAK")->setShortcuts({Qt::Key_F6, Qt::CTRL | Qt::Key_Pause, Qt::CTRL | Qt::Key_Cancel});
   Button("TB_RECORD")->setShortcut(Qt::CTRL | Qt::Key_R);
   Button("TB_PRINTSCRIPT")->setShortcut(Qt::CTRL | Qt::Key_P);

@@ -18,9 +18,9 @@ struct ButtonRow {
   bool ends_group;
 };
 
-/// A toolbar whose buttons are actions with their key as objectName; their state is kept in the properties
-/// Tag (text "0" or "1") and Image (number in the image list) and in the tool tip. It is one stop in the tab
-/// order: the arrow keys go from button to button, Enter and the space bar press.
+/// A toolbar whose buttons are actions with their key as objectName; their state is in the properties Tag
+/// (text "0" or "1") and Image (number in the image list) and in the tool tip. It is one stop in the tab
+/// order: the arrow keys move from button to button, Enter and the space bar press one.
 class KeyToolbar : public QToolBar {
  public:
   KeyToolbar(const char* name, const char* title, std::span<const ButtonRow> buttons, QWidget* parent);
@@ -34,9 +34,9 @@ class KeyToolbar : public QToolBar {
 
  private:
   void AddButton(const ButtonRow& row);
-  /// The buttons that can be gone to, in their order.
+  /// The buttons that can get the focus, in order.
   QList<QToolButton*> Stops() const;
-  /// The first enabled button from `start` on, or from the first one, around the bar.
+  /// The first enabled button from `start` on, or from the first one, wrapping around.
   QToolButton* EnabledFrom(const QAction* start) const;
   void SetTabStop(QToolButton* button);
   bool MoveByKey(QToolButton* from, int key);
@@ -50,21 +50,21 @@ class MainToolbar final : public KeyToolbar {
   explicit MainToolbar(QWidget* parent = nullptr);
 };
 
-/// `Toolbar3`, upright beside the command list: run control, file and edit commands of the list.
+/// `Toolbar3`, vertical beside the command list: run control, file and edit commands of the list.
 class ScriptToolbar final : public KeyToolbar {
  public:
   explicit ScriptToolbar(QWidget* parent = nullptr);
 
   void ShowRecording(int tag, int image);
 
-  /// Makes the buttons small where they do not all find room in `height`, so that those that control a run
-  /// stay in view in the smallest window.
+  /// Makes the buttons small if not all fit into `height`, so that the run controls stay visible in the
+  /// smallest window.
   void FitInto(int height);
   /// Play, single step, break and stop.
   QList<QAction*> RunControls() const;
 
  private:
-  /// Of the bar with only those buttons in view.
+  /// The bar's height with only those buttons visible.
   int RunControlHeight(QSize icons) const;
 
   int whole_height_ = 0;  ///< of the bar with large buttons

@@ -61,7 +61,7 @@ void UnsavedView::Keep() {
   copy_.Update(grid_->list());
 }
 
-// A run changes how rows look, many times a second, and nothing that is kept.
+// A run changes the look of rows many times a second, but nothing that is saved.
 void UnsavedView::NoteChange() {
   if (std::exchange(noted_, grid_->list().revision()) == grid_->list().revision()) return;
   if (!write_.isActive()) write_.start();
@@ -71,7 +71,7 @@ void UnsavedView::Restore() {
   grid_->FinishEdit();
   if (!left_.front().Restore(grid_->list())) return;
   grid_->setFocus();
-  // What another window has left goes once it is this one's.
+  // The other window's copy is removed once this window has its own.
   if (copy_.Update(grid_->list())) left_.front().Remove();
   left_.erase(left_.begin());
   ShowNext();

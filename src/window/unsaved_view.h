@@ -14,17 +14,17 @@
 namespace kolvane::window {
 
 /// The bar `UnsavedBar` above the grid: it offers, one after the other, the lists that other windows have
-/// left unsaved, and is hidden where there is none. It also keeps the copy of this window's own list.
+/// left unsaved, and is hidden if there are none. It also maintains the copy of this window's list.
 class UnsavedView final : public QFrame {
   Q_OBJECT
 
  public:
-  static constexpr int kWrittenAfterMs = 2000;  ///< what is lost at most where the program is killed
+  static constexpr int kWrittenAfterMs = 2000;  ///< the most that is lost if the program is killed
 
   /// `folder` holds the copies of all windows; empty: none is kept or offered.
   UnsavedView(script::CommandGrid* grid, const std::string& folder, MessagePrompt& prompt, QWidget* parent);
 
-  /// Brings the copy up to date at once. It outlives this where the list is modified.
+  /// Updates the copy at once. If the list is modified, the copy outlives this object.
   void Keep();
 
  protected:

@@ -32,7 +32,7 @@ void ValuesCommand::ExchangeEnded(std::string_view command, const terminal::Exch
   try {
     if (const auto row = maker_.Make(values::Now(core_.clock), command, answer_.text)) store_.Add(*row);
   } catch (const std::bad_alloc&) {
-    // The terminal goes on without this value.
+    // The terminal continues without this value.
   }
 }
 

@@ -12,18 +12,18 @@
 
 namespace kolvane::window {
 
-/// "Messwerte...": from the first time on every answer that splits into numbers is kept, and shown in a
-/// window beside the terminal's. Nothing is taken before.
+/// "Messwerte...": from its first use on, every answer that splits into numbers is kept, and shown in a
+/// window beside the terminal's. Before that nothing is kept.
 class ValuesCommand final : private terminal::ExchangeListener {
  public:
-  /// All of it outlives this object.
+  /// All arguments must outlive this object.
   ValuesCommand(terminal::TerminalCore& core, const terminal::LastAnswer& answer, base::Prompt& prompt,
                 QWidget* window);
   ~ValuesCommand() override;
   ValuesCommand(const ValuesCommand&) = delete;
   ValuesCommand& operator=(const ValuesCommand&) = delete;
 
-  /// The keys of `run_controls` act in the window of values, too; they outlive this object.
+  /// The keys of `run_controls` also work in the values window; they must outlive this object.
   void Show(const QList<QAction*>& run_controls);
   void Close();
 
@@ -36,7 +36,7 @@ class ValuesCommand final : private terminal::ExchangeListener {
   QWidget* parent_;
   values::Store store_;
   values::RowMaker maker_;
-  std::unique_ptr<values::ValuesWindow> window_;  // gone before the store
+  std::unique_ptr<values::ValuesWindow> window_;  // destroyed before the store
 };
 
 }  // namespace kolvane::window

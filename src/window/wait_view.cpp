@@ -88,7 +88,7 @@ void WaitView::PaintNow() {
 }
 
 bool WaitView::Waiting(device::Operation operation, double seconds) {
-  // The row in hand, and the lines before it.
+  // Shows the current row, and the lines before it.
   if (!std::exchange(waiting_, true)) paint_();
   if (seconds >= kShownAfter && operation != device::Operation::kNone) {
     bars_.ShowState(terminal::StateKind::kWait, terminal::texts::Waiting(operation, seconds));
@@ -98,7 +98,7 @@ bool WaitView::Waiting(device::Operation operation, double seconds) {
   return Serve();
 }
 
-// What was typed or clicked since the last time is dropped, too.
+// Keys and clicks since the last call are dropped too.
 void WaitView::WaitOver() {
   if (!std::exchange(waiting_, false)) return;
   if (shown_) {
@@ -122,14 +122,14 @@ bool WaitView::Serve() {
 }
 
 bool WaitView::eventFilter(QObject* target, QEvent* event) {
-  // Windows of the system hand their events on to widgets.
+  // Native windows pass their events on to widgets.
   if (!IsInput(event->type()) || target->isWindowType() || !IsDropped(target, event)) return false;
   if (event->type() == QEvent::DragEnter || event->type() == QEvent::DragMove) event->ignore();
   return true;
 }
 
 bool WaitView::IsDropped(QObject* target, QEvent* event) {
-  // A dialog of the host's that has opened meanwhile must be answered.
+  // A dialog that the host has opened since then must be answered.
   const QWidget* modal = QApplication::activeModalWidget();
   if (modal != nullptr && modal != modal_) return false;
   if (event->type() == QEvent::Shortcut) return IsShortcutDropped(*target);

@@ -17,33 +17,33 @@ namespace kolvane::window {
 struct WaitControls {
   QList<QWidget*> readable = {};  ///< text can be selected and scrolled in these and their children
   QList<QAction*> copying = {};   ///< carried out at any time
-  QList<QAction*> stopping = {};  ///< carried out while `can_stop`; they give up what is waited for, too
+  QList<QAction*> stopping = {};  ///< carried out while `can_stop`; they also give up what is waited for
   QList<QWidget*> stop_buttons = {};
   std::function<bool()> can_stop = [] { return false; };
 };
 
-/// Keeps the window alive while the session waits on the window's own thread: events are served every 50 ms,
-/// but of keys and clicks only those of WaitControls, closing and Esc, which gives up. All others are
-/// dropped, so that no command starts within another one or after it.
+/// Keeps the window responsive while the session waits on the window's own thread: events are served every 50
+/// ms, but of keys and clicks only those of WaitControls, closing and Esc, which gives up. All others are
+/// dropped, so that no command starts within another one or right after it.
 class WaitView final : public QObject {
   Q_OBJECT
 
  public:
-  /// `paint` brings pane and list up to date; they are painted at once then.
+  /// `paint` updates pane and list, which are then painted at once.
   WaitView(QWidget& window, StatusBars& bars, std::function<void()> paint);
 
   void SetControls(WaitControls controls) { controls_ = std::move(controls); }
 
-  /// What device::WaitListener asks for.
+  /// For device::WaitListener.
   void PaintNow();
   bool Waiting(device::Operation operation, double seconds);
   void WaitOver();
-  /// Serves events as while waiting; false once GiveUp was called.
+  /// Serves events as during a wait; returns false once GiveUp was called.
   bool Serve();
 
-  /// The operation in hand ends as soon as it can.
+  /// Ends the current operation as soon as possible.
   void GiveUp() { given_up_ = true; }
-  /// While events are served from within a wait: nothing may be started.
+  /// While events are served within a wait: nothing may be started.
   bool IsServing() const { return serving_; }
 
  protected:
@@ -60,8 +60,8 @@ class WaitView final : public QObject {
   StatusBars& bars_;
   std::function<void()> paint_;
   WaitControls controls_;
-  QPointer<QWidget> modal_;  // as the wait found it
-  bool waiting_ = false;     // somebody has been called about the operation in hand
+  QPointer<QWidget> modal_;  // the active one when the wait began
+  bool waiting_ = false;     // the current operation has reported that it waits
   bool serving_ = false;
   bool given_up_ = false;
   bool shown_ = false;

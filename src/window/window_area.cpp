@@ -74,13 +74,13 @@ void WindowArea::LayOutParts() {
                     .command_left = kLeft,
                     .send_width = terminal_bar_->send()->sizeHint().width()};
   if (!LayOut(input).applies) return;
-  // Its width follows from the height that it gets.
+  // Its width depends on the height that it gets.
   script_bar_->FitInto(LayOut(input).split_height);
   const int script_width = input.toolbar3_width = script_bar_->sizeHint().width();
   const WindowLayout layout = LayOut(input);
   splitter_->resize(layout.split_width, layout.split_height);
   script_bar_->setGeometry(layout.toolbar3_left, kTop, script_width, layout.split_height);
-  // Below the splitter everything stands on the window's lower edge.
+  // Below the splitter everything is aligned to the window's lower edge.
   int top = height() - second->sizeHint().height();
   second->setGeometry(0, top, width(), second->sizeHint().height());
   top -= first->sizeHint().height();

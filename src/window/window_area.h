@@ -10,7 +10,7 @@
 
 namespace kolvane::window {
 
-/// Fixed measures are kept in units of which 15 are one device-independent pixel.
+/// Fixed measures are in units of 1/15 device-independent pixel.
 inline constexpr double kUnitsPerPixel = 15;
 
 /// What the layout of the window's inner area depends on, in device-independent pixels.
@@ -27,9 +27,9 @@ struct LayoutInput {
   int send_width = 0;
 };
 
-/// Sizes and edges that follow from it.
+/// The sizes and edges that result.
 struct WindowLayout {
-  bool applies = false;  ///< false below 2000 by 4000 units: everything stays where it is
+  bool applies = false;  ///< false below 2000 by 4000 units: nothing is moved
   int split_width = 0;
   int split_height = 0;
   int command_width = 0;
@@ -40,8 +40,8 @@ struct WindowLayout {
 WindowLayout LayOut(const LayoutInput& input);
 
 /// The window's inner area: `SplitContainer` with pane and command list, `Toolbar3` to its right, below them
-/// the find bar while it is open, the terminal bar and the two status bars. Their places follow the window's
-/// resize rules, not a Qt layout.
+/// the find bar while it is open, the terminal bar and the two status bars. Their positions follow the
+/// window's resize rules, not a Qt layout.
 class WindowArea final : public QWidget {
   Q_OBJECT
 
@@ -57,7 +57,7 @@ class WindowArea final : public QWidget {
   QSize minimumSizeHint() const override;
 
  public Q_SLOTS:
-  /// To be called when a part of the area may need another size.
+  /// To be called when a part of the area may need a different size.
   void LayOutParts();
 
  protected:

@@ -32,7 +32,7 @@ std::optional<std::pair<int, int>> PairOf(const std::string& text) {
 
 std::string TextOf(int first, int second) { return std::to_string(first) + "," + std::to_string(second); }
 
-// Boxes with a message have the size of their text.
+// Message and progress boxes have the size of their text.
 bool IsDialog(const QWidget& widget) {
   const Qt::WindowType type = widget.windowType();
   return (type == Qt::Dialog || type == Qt::Window) && !widget.objectName().isEmpty() &&
@@ -40,7 +40,7 @@ bool IsDialog(const QWidget& widget) {
          qobject_cast<const QProgressDialog*>(&widget) == nullptr;
 }
 
-// `place` where it lies within `screen`; else something like it that does and leaves room for a frame.
+// `place` if it is within `screen`, otherwise a similar one that is and leaves room for a frame.
 QRect Fitted(QRect place, const QRect& screen) {
   constexpr double kShare = 0.9;
   if (screen.contains(place)) return place;
@@ -52,7 +52,7 @@ QRect Fitted(QRect place, const QRect& screen) {
   return place;
 }
 
-// Around the same middle.
+// Keeps the centre.
 void Resize(QWidget& dialog, QSize size) {
   QRect place(QPoint(), size);
   place.moveCenter(dialog.geometry().center());
@@ -114,7 +114,7 @@ void WindowMemory::Note() {
 
 bool WindowMemory::eventFilter(QObject* watched, QEvent* event) {
   if (watched == window_) {
-    // By now the window manager has placed it.
+    // By now the window manager has positioned it.
     if (event->type() == QEvent::Paint && first_geometry_.isEmpty())
       first_geometry_ = window_->saveGeometry();
     if (event->type() == QEvent::ChildAdded)
@@ -160,7 +160,7 @@ void RecentLists::Note(const std::string& file) {
   Fill();
 }
 
-// The digit in front chooses with the keyboard.
+// The leading digit selects an item by keyboard.
 void RecentLists::Fill() {
   menu_->clear();
   menu_->setEnabled(!names_.isEmpty());
@@ -168,7 +168,7 @@ void RecentLists::Fill() {
     QString caption = names_[i];
     caption.replace(QLatin1Char('&'), QLatin1String("&&"));
     QAction* item = menu_->addAction(QStringLiteral("&%1 %2").arg((i + 1) % kMostLists).arg(caption));
-    // Later, since the menu that the item is in is filled again.
+    // Queued, because the menu that contains the item is filled again.
     connect(
         item, &QAction::triggered, this, [this, name = names_[i]] { open_(name); }, Qt::QueuedConnection);
   }

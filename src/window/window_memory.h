@@ -13,20 +13,20 @@
 
 namespace kolvane::window {
 
-/// What the terminal window finds again at the next start: its place and size, the splitter, the sizes of its
-/// dialogs, the folders of its file dialogs. Only what the user has changed is written.
+/// What the terminal window restores at the next start: its position and size, the splitter, the sizes of its
+/// dialogs, the folders of its file dialogs. Only what the user has changed is saved.
 class WindowMemory final : public QObject {
   Q_OBJECT
 
  public:
-  /// `window` has its usual size and is not shown yet; it gets the remembered one, fitted to the screen.
-  /// `store` outlives this.
+  /// `window` has its default size and is not shown yet; it gets the saved one, fitted to the screen. `store`
+  /// must outlive this object.
   WindowMemory(QMainWindow* window, QSplitter* splitter, StateStore& store);
 
-  /// The memory of the terminal that `widget` belongs to; null where there is none.
+  /// The memory of the terminal that `widget` belongs to; null if there is none.
   static WindowMemory* Of(const QWidget* widget);
 
-  /// Where the user chose a file of that kind last; empty where that is unknown or no folder any more.
+  /// Where the user last chose a file of that kind; empty if that is unknown or no longer a folder.
   QString Folder(const char* kind) const;
   void NoteFile(const char* kind, const QString& path);
 
@@ -45,23 +45,23 @@ class WindowMemory final : public QObject {
   QMainWindow* window_;
   QSplitter* splitter_;
   StateStore& store_;
-  QByteArray first_geometry_;  // once the window is on the screen
+  QByteArray first_geometry_;  // when the window was first painted
   bool splitter_moved_ = false;
-  QHash<const QObject*, QSize> shown_;  // dialogs with the sizes that they came with
+  QHash<const QObject*, QSize> shown_;  // dialogs with the sizes at which they were shown
 };
 
-/// The command lists used last, `mnuRecent`: newest first, each once. They are kept from one window to the
-/// next where there is a store.
+/// The command lists used last, `mnuRecent`: newest first, each only once. They are kept from one window to
+/// the next if there is a store.
 class RecentLists final : public QObject {
   Q_OBJECT
 
  public:
   using Open = std::function<void(const QString& name)>;
 
-  /// `store`, which may be null, outlives this.
+  /// `store`, which may be null, must outlive this object.
   RecentLists(QMenu* menu, StateStore* store, Open open);
 
-  /// A list of this file is in use; an empty name is none.
+  /// A list of this file is in use; an empty name is ignored.
   void Note(const std::string& file);
 
  private:
