@@ -36,7 +36,7 @@ struct PageText {
 };
 PageText ReadPageText(std::string_view html);
 
-/// The bytes as UTF-8: unchanged if they are already, except for a mark; otherwise from Windows-1252.
+/// The bytes as UTF-8: if they are that already, only a byte order mark is stripped; else from Windows-1252.
 std::string AsUtf8(std::string bytes);
 
 }  // namespace kolvane::help

@@ -10,8 +10,7 @@
 
 namespace kolvane::pane {
 
-/// Whether `text` can be one line without changes: ASCII without CR and LF. Every other byte, NUL included,
-/// may occur.
+/// Whether `text` can be one line without changes: ASCII, NUL included, but without CR and LF.
 bool IsPlainLine(std::string_view text);
 
 /// `text` as the pane stores it: CR LF, a lone CR and a lone LF each become one LF, and malformed UTF-8

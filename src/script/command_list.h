@@ -120,8 +120,8 @@ class CommandList {
   /// The last row whose text is not empty, 0 in an empty list.
   int LastUsedRow() const;
 
-  /// Appends `command` after the last used row and makes its row current (except during a run, whose position
-  /// it is). Returns false if the list is full.
+  /// Puts `command` into the row after the last used one, which becomes current (not during a run, whose
+  /// position the current row is). Returns false if the list is full.
   bool AddToScript(std::string_view command);
   /// Empties list and file name, in one undo step; returns false and does nothing during a run.
   bool ClearCommandScriptGrid();

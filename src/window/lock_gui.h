@@ -11,7 +11,7 @@ class GuiLock {
   explicit GuiLock(QWidget& window) : window_(window) {}
 
   /// Disables (true) or enables, by the names of the controls: sending, the connection, files, options and
-  /// the receive settings. What the user needs to look, type and end the run stays enabled. A control that
+  /// the receive settings. What the user needs to view, type and end the run stays enabled. A control that
   /// loses the keyboard focus this way gets it back, unless the user has moved elsewhere.
   void LockGUI(bool flag);
 

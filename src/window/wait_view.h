@@ -60,7 +60,7 @@ class WaitView final : public QObject {
   StatusBars& bars_;
   std::function<void()> paint_;
   WaitControls controls_;
-  QPointer<QWidget> modal_;  // the active one when the wait began
+  QPointer<QWidget> modal_;  // the active one when serving began
   bool waiting_ = false;     // the current operation has reported that it waits
   bool serving_ = false;
   bool given_up_ = false;

@@ -147,7 +147,7 @@ void OutputPane::EraseTowards(std::size_t (*step)(const PaneStore&, std::size_t)
 }
 
 void OutputPane::selectAll() {
-  // The view does not move.
+  // Unlike Select, this does not move the view.
   Flush();
   text_.Select(0, text_.Length());
   goal_x_ = -1;

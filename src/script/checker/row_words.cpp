@@ -65,7 +65,7 @@ const SpecialWord* OtherName(std::string_view name) {
 
 const SpecialWord* NearestWord(std::string_view name) {
   const SpecialWord* nearest = nullptr;
-  std::size_t least = name.size() <= 5 ? 2 : 3;  // this far is not similar
+  std::size_t least = name.size() <= 5 ? 2 : 3;  // a distance that is too large
   for (const SpecialWord& special : kSpecialWords) {
     const std::size_t size = special.word.size();
     if (std::max(size, name.size()) - std::min(size, name.size()) >= least) continue;

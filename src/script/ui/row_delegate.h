@@ -32,7 +32,7 @@ class RowDelegate final : public QStyledItemDelegate {
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
   QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                         const QModelIndex& index) const override;
-  /// A tool tip shows what cannot be seen: a row wider than its column, what is wrong with the row.
+  /// Shows a tool tip for a row that is wider than its column, or that something is wrong with.
   bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                  const QModelIndex& index) override;
 
