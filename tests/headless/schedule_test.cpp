@@ -50,6 +50,14 @@ TEST(Schedule, MissedStartsAreSkipped) {
   EXPECT_EQ(Next(schedule, 701), std::nullopt) << "a start that was skipped was no pass";
 }
 
+TEST(Schedule, AStartThatWasMissedByNextToNothingIsSkipped) {
+  Schedule schedule(3, 100, kStart);
+  EXPECT_EQ(Next(schedule, 0), 0);
+  EXPECT_EQ(schedule.Next(kStart + milliseconds(100)), kStart + milliseconds(100));
+  EXPECT_EQ(schedule.Next(kStart + milliseconds(200) + Schedule::Clock::duration(1)),
+            kStart + milliseconds(300));
+}
+
 TEST(WaitFor, WhatIsDueIsNotWaitedFor) {
   const auto never = [] {
     ADD_FAILURE() << "asked";

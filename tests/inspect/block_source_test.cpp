@@ -35,5 +35,15 @@ TEST(BlockSource, FindsFromAPositionOnAndThenFromTheStart) {
   EXPECT_EQ(source.Find("ac", 0), std::nullopt);
 }
 
+TEST(BlockSource, FindsWhatIsFarFromTheStart) {
+  BlockSource source;
+  for (std::size_t size = 1 << 10; size <= 4 << 20; size *= 2) {
+    source.SetBytes(std::string(size - 1, '.') + "abc" + std::string(size, '.'));
+    EXPECT_EQ(source.Find("abc", 0), size - 1);
+    EXPECT_EQ(source.Find("abc", 2 * size), size - 1) << "from the start again";
+    EXPECT_EQ(source.Find("abd", 0), std::nullopt);
+  }
+}
+
 }  // namespace
 }  // namespace kolvane::inspect

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "base/temp_folder.h"
+#include "faults/failing_new.h"
 #include "inspect/hex_dump.h"
 #include "inspect/marked_bytes.h"
 
@@ -114,6 +115,30 @@ TEST_F(DecodeTest, AFileBeyondTheLargestSizeIsNotOpened) {
   EXPECT_EQ(InspectBytePattern(path, ",", view_, state_).lines, std::vector<std::string>{});
   std::filesystem::resize_file(path, std::uintmax_t{1} << 40);
   EXPECT_EQ(InspectBytePattern(path, ",", view_, state_).lines, std::vector<std::string>{});
+}
+
+TEST_F(DecodeTest, WithoutMemoryATemplateListsNothing) {
+  const base::TempFolder folder;
+  base::WriteBytes(folder.Path("a.BNS"),
+                   "BYTECOUNT=2\nA field whose name is long;BYTE;0\nAnother field with a long name;BYTE;1\n");
+  state_.format_code = format::kTemplate;
+  Show("\x01\x02"s);
+  bool hit = true;
+  int empty = 0;
+  for (int nth = 1; hit; ++nth) {
+    const std::string file = folder.Path("a.BNS");
+    Decoded decoded;
+    {
+      const faults::FailingNew failing(nth);
+      decoded = InspectBytePattern(file, ",", view_, state_);
+      hit = failing.hit();
+    }
+    ASSERT_TRUE(decoded.lines);
+    ASSERT_EQ(decoded.lines->size(), decoded.fields.size()) << nth;
+    empty += decoded.lines->empty() ? 1 : 0;
+    EXPECT_EQ(decoded.lines->size(), decoded.lines->empty() && hit ? 0u : 2u);
+  }
+  EXPECT_GT(empty, 5);
 }
 
 }  // namespace

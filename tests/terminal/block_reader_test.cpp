@@ -83,6 +83,8 @@ TEST_F(BlockReaderTest, ABlockThatBreaksOffFails) {
 TEST_F(BlockReaderTest, ALengthThatNobodyHasRoomForIsRefused) {
   EXPECT_EQ(Read("#8671088651"), Result::kTooLong);
   EXPECT_EQ(Read("#9999999999"), Result::kTooLong);
+  device_state.put_back = "#0" + std::string(base::kBlockLimit - 1, 'x');
+  EXPECT_EQ(Read("yz"), Result::kTooLong) << "nor one without a length";
 }
 
 class SessionBlocksTest : public testing::Test, protected SessionBench {
