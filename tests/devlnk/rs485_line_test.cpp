@@ -1,0 +1,53 @@
+// A pseudo terminal knows no RS485: its driver's two requests are answered here, all others by the system.
+
+#include <gtest/gtest.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <cstdarg>
+#include <cstring>
+#include <optional>
+
+#include "base/loopback.h"
+#include "devlnk/serial_line.h"
+
+namespace {
+
+// The settings of the line in the RS485 driver; none while there is no such driver.
+std::optional<serial_rs485> driver;
+
+}  // namespace
+
+extern "C" int ioctl(int fd, unsigned long request, ...) noexcept {
+  va_list arguments;
+  va_start(arguments, request);
+  void* argument = va_arg(arguments, void*);
+  va_end(arguments);
+  if (driver && request == TIOCGRS485) return std::memcpy(argument, &*driver, sizeof *driver), 0;
+  if (driver && request == TIOCSRS485) return std::memcpy(&*driver, argument, sizeof *driver), 0;
+  return static_cast<int>(syscall(SYS_ioctl, fd, request, argument));
+}
+
+namespace kolvane::devlnk {
+namespace {
+
+TEST(Rs485Line, HasTheBusSettingsWhileItIsOpen) {
+  const base::Pty pty;
+  driver.emplace();
+  driver->flags = SER_RS485_RTS_AFTER_SEND;
+  driver->delay_rts_after_send = 4;
+  {
+    std::unique_ptr<SerialLine> line;
+    ASSERT_EQ(SerialLine::Open(pty.node(), line), Status::kOk);
+    EXPECT_EQ(driver->flags, std::uint32_t{SER_RS485_RTS_AFTER_SEND})
+        << "a line is no bus until it is asked to be";
+    line->UseRs485();
+    EXPECT_EQ(driver->flags, std::uint32_t{SER_RS485_ENABLED | SER_RS485_RTS_ON_SEND});
+    EXPECT_EQ(driver->delay_rts_after_send, 4u);
+  }
+  EXPECT_EQ(driver->flags, std::uint32_t{SER_RS485_RTS_AFTER_SEND}) << "as before";
+  driver.reset();
+}
+
+}  // namespace
+}  // namespace kolvane::devlnk
