@@ -5,6 +5,7 @@
 #include <QFontDialog>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QRegularExpression>
 #include <QTest>
 
 #include "device/ui/connection_dialog.h"
@@ -115,6 +116,16 @@ TEST_F(PaneTargetTest, ACancelledOrFailedLoadLeavesTheText) {
   EXPECT_EQ(PaneText(), "\nbefore");
 }
 
+/// The left margin of a PDF file's first page in millimetres: its content starts with the scale and the
+/// origin, in points.
+double LeftMargin(const std::string& pdf) {
+  const std::size_t start = pdf.find("stream\n") + 7;
+  const std::string packed = pdf.substr(start, pdf.find("endstream", start) - start);
+  const QByteArray content = qUncompress(QByteArray("\0\0\x10\0", 4) + QByteArray::fromStdString(packed));
+  const auto matrix = QRegularExpression(" ([0-9.]+) [0-9.]+ cm").match(QString::fromLatin1(content));
+  return matrix.captured(1).toDouble() / 72 * 25.4;
+}
+
 TEST_F(PaneTargetTest, PrintsToAPdfFileWhereThereIsNoPrinter) {
   AddLine("command", LineKind::kCommand);
   for (const char* item : {"TB_PRINT", "mnuPrintTermWindow", "mnuPrint"}) {
@@ -124,6 +135,7 @@ TEST_F(PaneTargetTest, PrintsToAPdfFileWhereThereIsNoPrinter) {
     const std::string bytes = base::ReadBytes(name);
     EXPECT_TRUE(bytes.starts_with("%PDF")) << item;
     EXPECT_NE(bytes.find("/Type /Page\n"), bytes.npos) << item;
+    EXPECT_NEAR(LeftMargin(bytes), 15, 0.4) << item;
   }
 }
 
