@@ -412,5 +412,19 @@ TEST_F(HelpWindowTest, StartsANewHistoryWithAnotherFile) {
   EXPECT_FALSE(Action("HelpBack")->isEnabled());
 }
 
+TEST_F(HelpWindowTest, SearchesAnotherFileForTheSameWords) {
+  Show(1);
+  SearchField()->setText("schnittstelle");
+  ASSERT_GT(Results()->count(), 0);
+  std::string bytes = CompiledHelp();
+  for (std::size_t i = bytes.size() - 2000; i < bytes.size(); ++i) bytes[i] = '\xFF';
+  const std::shared_ptr<const HelpFile> without_pages = HelpFile::FromBytes(bytes);
+  ASSERT_NE(without_pages, nullptr);
+  help_.ShowPlace(without_pages, {});
+  EXPECT_EQ(Results()->count(), 0);
+  Show(1);
+  EXPECT_GT(Results()->count(), 0);
+}
+
 }  // namespace
 }  // namespace kolvane::help
