@@ -1,6 +1,22 @@
 #include "devlnk/deadline.h"
 
 #include <gtest/gtest.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <ctime>
+#include <vector>
+
+namespace {
+
+std::vector<timespec> sleeps;  // that were asked for
+
+}  // namespace
+
+extern "C" int clock_nanosleep(clockid_t clock, int flags, const timespec* time, timespec* left) {
+  sleeps.push_back(*time);
+  return syscall(SYS_clock_nanosleep, clock, flags, time, left) == 0 ? 0 : errno;
+}
 
 namespace kolvane::devlnk {
 namespace {
@@ -28,6 +44,18 @@ TEST(Deadline, PassesAndStaysOver) {
   EXPECT_TRUE(deadline.IsOver());
   deadline.Start();
   EXPECT_EQ(deadline.RemainingMs(), 0);
+}
+
+TEST(SleepMs, SleepsWithoutLookingMeanwhile) {
+  for (const std::int32_t milliseconds : {3, 1001}) {
+    sleeps.clear();
+    SleepMs(milliseconds);
+    // The system may wake it a little early, which takes one more.
+    ASSERT_GE(sleeps.size(), 1u);
+    ASSERT_LE(sleeps.size(), 2u);
+    EXPECT_EQ(sleeps[0].tv_sec, milliseconds / 1000);
+    EXPECT_EQ(sleeps[0].tv_nsec, milliseconds % 1000 * 1'000'000);
+  }
 }
 
 }  // namespace

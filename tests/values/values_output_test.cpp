@@ -81,8 +81,11 @@ TEST_F(ValuesOutputTest, SavesBothFormsOfCsv) {
 }
 
 TEST_F(ValuesOutputTest, SavesPictures) {
-  QSvgRenderer svg(QByteArray::fromStdString(Saved("SVG-Bild (*.svg)", "a.svg")));
+  const std::string vectors = Saved("SVG-Bild (*.svg)", "a.svg");
+  QSvgRenderer svg(QByteArray::fromStdString(vectors));
   EXPECT_TRUE(svg.isValid());
+  // A hundred values make 99 lines, once for each of the two curves.
+  EXPECT_EQ(std::count(vectors.begin(), vectors.end(), 'L'), 2 * 99) << vectors.size();
   EXPECT_EQ(svg.viewBoxF().size(), QSizeF(plot_.size()));
   QImage png;
   ASSERT_TRUE(png.loadFromData(QByteArray::fromStdString(Saved("PNG-Bild (*.png)", "a.png")), "PNG"));

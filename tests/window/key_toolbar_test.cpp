@@ -64,7 +64,11 @@ TEST_F(KeyToolbarTest, TheArrowKeysGoFromButtonToButton) {
   EXPECT_EQ(Focused(), "TB_PLAY");
   PressKey(ButtonOf("TB_PLAY"), Qt::Key_End);
   EXPECT_EQ(Focused(), "TB_SPECIALCOMMANDS");
-  PressKey(ButtonOf("TB_SPECIALCOMMANDS"), Qt::Key_Home);
+  PressKey(ButtonOf("TB_SPECIALCOMMANDS"), Qt::Key_Down);
+  EXPECT_EQ(Focused(), "TB_SPECIALCOMMANDS");
+  PressKey(ButtonOf("TB_SPECIALCOMMANDS"), Qt::Key_Left);
+  EXPECT_EQ(Focused(), "TB_PASTE");
+  PressKey(ButtonOf("TB_PASTE"), Qt::Key_Home);
   EXPECT_EQ(Focused(), "TB_PLAY");
 }
 

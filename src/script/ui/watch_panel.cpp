@@ -20,7 +20,6 @@ WatchPanel::WatchPanel(QWidget* parent) : QTreeWidget(parent) {
   setObjectName(QStringLiteral("WatchPanel"));
   setAccessibleName(QStringLiteral("Zustand des Ablaufs"));
   setToolTip(QStringLiteral("Zustand des angehaltenen Ablaufs; Esc schließt ihn"));
-  setColumnCount(2);
   setHeaderLabels({QStringLiteral("Name"), QStringLiteral("Wert")});
   header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
   setFixedHeight(header()->sizeHint().height() + kRowsInSight * (fontMetrics().height() + 4));
