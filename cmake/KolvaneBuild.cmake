@@ -15,7 +15,7 @@ set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/archive)
 
 find_program(KOLVANE_CCACHE ccache)
 if(KOLVANE_CCACHE)
-  # What it needs to know of precompiled headers.
+  # ccache needs this for precompiled headers.
   set(CMAKE_C_COMPILER_LAUNCHER env CCACHE_SLOPPINESS=pch_defines,time_macros ${KOLVANE_CCACHE})
   set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_C_COMPILER_LAUNCHER})
 endif()
@@ -25,15 +25,14 @@ set(KOLVANE_SANITIZE_OPTIONS "" CACHE STRING "Further compiler options for what 
 set(KOLVANE_SANITIZE_WINDOW_OPTIONS "" CACHE STRING "The same for windows")
 set(KOLVANE_SANITIZE_TEST_OPTIONS "" CACHE STRING "The same for the tests' own code")
 if(KOLVANE_SANITIZE)
-  # Everything is instrumented, the tests' own code too: the linker takes the copy of an inline function that it meets
-  # first. scripts/check-instrumented holds that.
+  # Everything is instrumented, including the tests' own code: the linker takes the first copy of an inline function
+  # that it finds. scripts/check-instrumented checks this.
   set(sanitizer_options -fsanitize=${KOLVANE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${KOLVANE_SANITIZE})
   if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
-    # What is loaded at run time has hidden types, which that check takes for others.
+    # Libraries loaded at run time have hidden types, which that check takes for different ones.
     list(APPEND sanitizer_options -fno-sanitize=function)
-    # Programs and the libraries that they load share one run-time library, as GCC has it anyway; the fuzzer has it in
-    # itself.
+    # Programs and the libraries that they load share one run-time library, GCC's default; a fuzz target contains it.
     set(asan libclang_rt.asan-x86_64.so)
     if(NOT KOLVANE_SANITIZE MATCHES fuzzer)
       add_link_options(-shared-libasan)
@@ -41,7 +40,7 @@ if(KOLVANE_SANITIZE)
   else()
     set(asan libasan.so)
   endif()
-  # The sanitizer's own library insists on being loaded before all others.
+  # The sanitizer's own library must be loaded before all others.
   execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${asan} OUTPUT_VARIABLE asan
                   OUTPUT_STRIP_TRAILING_WHITESPACE)
   set(KOLVANE_PRELOAD_FIRST "${asan}:")
@@ -53,18 +52,18 @@ set(of_sources "$<IF:$<BOOL:$<TARGET_PROPERTY:KOLVANE_WINDOW>>,${KOLVANE_SANITIZ
 add_library(kolvane_options INTERFACE)
 target_compile_options(kolvane_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor
                        -Wold-style-cast -Woverloaded-virtual
-                       # GCC 12 sees overlaps in "x" + std::to_string(n) that are not there.
+                       # GCC 12 wrongly reports overlaps in "x" + std::to_string(n).
                        $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
-                       # Clang counts these to -Wconversion and -Wextra, GCC does not.
+                       # Clang includes these in -Wconversion and -Wextra, GCC does not.
                        $<$<CXX_COMPILER_ID:Clang>:-Wno-sign-conversion>
                        $<$<CXX_COMPILER_ID:Clang>:-Wno-missing-field-initializers>
-                       # As GCC does by default.
+                       # GCC's default.
                        $<$<COMPILE_LANG_AND_ID:CXX,Clang>:-fsized-deallocation>
                        ${sanitizer_options}
                        "$<IF:$<BOOL:$<TARGET_PROPERTY:KOLVANE_TEST>>,${KOLVANE_SANITIZE_TEST_OPTIONS},${of_sources}>")
 target_compile_definitions(kolvane_options INTERFACE QT_NO_KEYWORDS)
-# What is released is hardened as the distribution's own packages are. The tests' own code is not optimised, which
-# fortification needs, and the sanitizers have checks of their own.
+# The release is hardened like the distribution's own packages. The tests' own code is not optimised, which
+# fortification requires, and the sanitizers have their own checks.
 if(KOLVANE_SANITIZE)
   target_compile_definitions(kolvane_options INTERFACE KOLVANE_SANITIZED)
 else()
@@ -74,7 +73,7 @@ else()
 endif()
 target_include_directories(kolvane_options INTERFACE ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/include)
 
-# Precompiled headers. A file includes what it uses nonetheless: the presets dev and fuzz do without them.
+# Precompiled headers. A file must still include what it uses: the presets dev and fuzz do not use them.
 option(KOLVANE_PRECOMPILE "Precompile what many files include" OFF)
 set(logic_headers <algorithm> <array> <cerrno> <charconv> <cstddef> <cstdint> <cstring> <filesystem> <functional> <map>
                   <memory> <optional> <span> <string> <string_view> <utility> <vector>)
@@ -84,7 +83,7 @@ set(test_headers ${logic_headers} <gtest/gtest.h>)
 set(gui_test_headers ${window_headers} <gtest/gtest.h> <QClipboard> <QMenu> <QMessageBox> <QTest>)
 
 # Several files are compiled as one: the tests in the presets release and asan, everything in asan. A name in an
-# anonymous namespace then stands for one thing in its folder.
+# anonymous namespace must then be unique in its folder.
 option(KOLVANE_UNITY_TESTS "Compile the tests in batches" OFF)
 set(CMAKE_UNITY_BUILD_BATCH_SIZE 24)
 
@@ -94,7 +93,7 @@ function(kolvane_precompiled target kind)
   if(NOT KOLVANE_PRECOMPILE)
     return()
   endif()
-  # The compiler cache needs to see which precompiled header a file was compiled with.
+  # The compiler cache must see which precompiled header a file was compiled with.
   target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
   get_property(first GLOBAL PROPERTY KOLVANE_PRECOMPILED_${kind})
   if(first)
@@ -106,14 +105,14 @@ function(kolvane_precompiled target kind)
 endfunction()
 
 # kolvane_library(NAME [sources...] [EXCEPT files...] [LINK targets...]): one logic target, standard C++ only: every
-# source file of the folder, and those that are named besides.
+# source file of the folder except EXCEPT, and the sources listed.
 function(kolvane_library name)
   cmake_parse_arguments(ARG "WINDOW" "" "EXCEPT;LINK" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} *.cpp *.h)
   list(REMOVE_ITEM sources ${ARG_EXCEPT} "")
   add_library(${name} STATIC ${sources} ${ARG_UNPARSED_ARGUMENTS})
   target_link_libraries(${name} PUBLIC kolvane_options ${ARG_LINK})
-  # Not in what is optimised: there GCC 12 forgets which headers are the system's and warns of overflows in std::string
+  # Not in optimised code: there GCC 12 forgets which headers are the system's and warns of overflows in std::string
   # that cannot happen.
   if(KOLVANE_SANITIZE)
     if(ARG_WINDOW)
@@ -124,7 +123,7 @@ function(kolvane_library name)
   endif()
 endfunction()
 
-# kolvane_ui_library(NAME ...): as kolvane_library, a window target: Qt Widgets allowed.
+# kolvane_ui_library(NAME ...): like kolvane_library, for a window target: Qt Widgets allowed.
 function(kolvane_ui_library name)
   kolvane_library(${name} WINDOW ${ARGN})
   set_target_properties(${name} PROPERTIES AUTOMOC ON AUTORCC ON)
@@ -133,20 +132,20 @@ function(kolvane_ui_library name)
   set_target_properties(${name} PROPERTIES KOLVANE_WINDOW ON)
 endfunction()
 
-# kolvane_test_program(NAME PRECOMPILED sources... [LINK targets...]): what the kinds of test programs below share.
+# kolvane_test_program(NAME PRECOMPILED sources... [LINK targets...]): common to the kinds of test programs below.
 function(kolvane_test_program name precompiled)
   cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
   add_executable(${name} ${ARG_UNPARSED_ARGUMENTS})
   target_link_libraries(${name} PRIVATE kolvane_options ${ARG_LINK} kolvane_test_pattern GTest::gtest)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
-  # Optimising the tests' own code takes longer than it saves; Qt asks for -fPIC, and all share precompiled headers.
+  # Optimising the tests' own code takes longer than it saves; Qt requires -fPIC, and all share precompiled headers.
   target_compile_options(${name} PRIVATE $<$<CONFIG:Release>:-O0> -fPIC)
   set_target_properties(${name} PROPERTIES KOLVANE_TEST ON RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
   if(KOLVANE_UNITY_TESTS)
     set_target_properties(${name} PROPERTIES UNITY_BUILD ON)
   endif()
   if(precompiled STREQUAL gui_test)
-    # Qt names each test's folders to it; nothing asks, and one precompiled header has to do for all.
+    # Qt defines each test's folders; nothing uses them, and all tests must share one precompiled header.
     target_compile_options(${name} PRIVATE -UQT_TESTCASE_BUILDDIR -UQT_TESTCASE_SOURCEDIR)
   endif()
   kolvane_precompiled(${name} ${precompiled})
@@ -154,9 +153,9 @@ endfunction()
 
 option(KOLVANE_TESTS_TOGETHER "Run the tests of a program in one process" OFF)
 
-# kolvane_discover(PROGRAM [FILTER filter] [LABEL label] [COST seconds] [ENVIRONMENT assignments...]): makes the tests of a
-# GoogleTest program CTest's, which starts the costly ones first: each one in a process of its own or, where they run
-# together, all in one, which is faster and also tests what one test leaves to the next.
+# kolvane_discover(PROGRAM [FILTER filter] [LABEL label] [COST seconds] [ENVIRONMENT assignments...]): registers the
+# tests of a GoogleTest program with CTest, which starts the costly ones first: each in its own process or, with
+# KOLVANE_TESTS_TOGETHER, all in one, which is faster and also tests how one test affects the next.
 function(kolvane_discover program)
   cmake_parse_arguments(ARG "" "FILTER;LABEL;COST" "ENVIRONMENT" ${ARGN})
   set(properties "")
@@ -181,8 +180,8 @@ function(kolvane_discover program)
 endfunction()
 
 # kolvane_test(NAME sources... [PRELOAD library] [UNSANITIZED filter] [COST seconds] [LINK targets...]): one GoogleTest
-# program, run with the library loaded first. Those tests that the filter names have the label unsanitized: in a
-# sanitizer's build they cannot run.
+# program, run with the library loaded first. The tests that UNSANITIZED selects have the label unsanitized: they cannot
+# run in a sanitizer's build.
 function(kolvane_test name)
   cmake_parse_arguments(ARG "" "PRELOAD;UNSANITIZED;COST" "" ${ARGN})
   kolvane_test_program(${name} test ${ARG_UNPARSED_ARGUMENTS})
@@ -211,20 +210,20 @@ function(kolvane_gui_test name)
   kolvane_discover(${name} FILTER "*" COST "${ARG_COST}" ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
 endfunction()
 
-# kolvane_x_test(NAME sources... [LINK targets...]): one GoogleTest program without a QApplication, run as a whole on a
-# plain X server of its own.
+# kolvane_x_test(NAME sources... [LINK targets...]): one GoogleTest program without a QApplication, run as a whole on
+# its own plain X server.
 function(kolvane_x_test name)
   kolvane_test_program(${name} gui_test ${ARGN})
   target_link_libraries(${name} PRIVATE GTest::gtest_main Qt6::Widgets Qt6::Test)
   kolvane_on_x(${name} ${name})
 endfunction()
 
-# kolvane_on_x(TEST PROGRAM): the target PROGRAM run as a whole on a plain X server of its own.
+# kolvane_on_x(TEST PROGRAM): the target PROGRAM run as a whole on its own plain X server.
 function(kolvane_on_x test program)
   add_test(NAME OnX.${test} COMMAND ${PROJECT_SOURCE_DIR}/tests/gui/with_xvfb $<TARGET_FILE:${program}>)
 endfunction()
 
-# kolvane_benchmark(NAME sources... [LINK targets...]): one program in build/<preset>/bench; it measures, it asserts nothing.
+# kolvane_benchmark(NAME sources... [LINK targets...]): one program in build/<preset>/bench; it asserts nothing.
 function(kolvane_benchmark name)
   cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
   add_executable(${name} ${ARG_UNPARSED_ARGUMENTS})
@@ -232,7 +231,7 @@ function(kolvane_benchmark name)
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bench)
 endfunction()
 
-# kolvane_fuzz(NAME sources... [LINK targets...]): one libFuzzer program of NAME_fuzz.cpp and what is given besides.
+# kolvane_fuzz(NAME sources... [LINK targets...]): one libFuzzer program of NAME_fuzz.cpp and the sources listed.
 function(kolvane_fuzz name)
   cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
   add_executable(${name}_fuzz ${name}_fuzz.cpp ${ARG_UNPARSED_ARGUMENTS})

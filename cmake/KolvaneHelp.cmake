@@ -1,5 +1,5 @@
-# kolvane_glob(VARIABLE FOLDERS...): the files of the folders. A file that comes or goes changes its folder, which makes
-# CMake look again; CONFIGURE_DEPENDS would look at every build.
+# kolvane_glob(VARIABLE FOLDERS...): the files of the folders. Adding or removing a file changes its folder, which makes
+# CMake run again; CONFIGURE_DEPENDS would check at every build.
 function(kolvane_glob variable)
   list(TRANSFORM ARGN APPEND /* OUTPUT_VARIABLE patterns)
   file(GLOB files LIST_DIRECTORIES false ${patterns})
@@ -7,11 +7,11 @@ function(kolvane_glob variable)
   set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${ARGN})
 endfunction()
 
-# What the component looks for beside itself, but for the help file.
+# What the component looks for beside itself, except the help file.
 kolvane_glob(KOLVANE_COMPONENT_FILES ${PROJECT_SOURCE_DIR}/help/templates)
 list(APPEND KOLVANE_COMPONENT_FILES ${PROJECT_SOURCE_DIR}/help/TermCmdHelp.rtf ${PROJECT_SOURCE_DIR}/help/demo.CMD)
 
-# kolvane_help_file(TARGET PAGES TOPICS OUTPUT): a target that compiles the pages of a folder to a help file.
+# kolvane_help_file(TARGET PAGES TOPICS OUTPUT): a target that compiles the pages of a folder into a help file.
 function(kolvane_help_file target pages topics output)
   find_program(KOLVANE_CHMCMD chmcmd REQUIRED)
   kolvane_glob(page_files ${pages} ${pages}/images)

@@ -1,6 +1,6 @@
 # Where things are installed.
 
-# On Debian libraries lie in the folder of their architecture under every prefix, not only under /usr.
+# On Debian libraries are in their architecture's folder below every prefix, not only /usr.
 if(NOT DEFINED CMAKE_INSTALL_LIBDIR AND CMAKE_LIBRARY_ARCHITECTURE AND EXISTS /etc/debian_version)
   set(CMAKE_INSTALL_LIBDIR lib/${CMAKE_LIBRARY_ARCHITECTURE} CACHE PATH "Object code libraries")
 endif()
@@ -15,7 +15,7 @@ set(KOLVANE_INSTALL_ZSHDIR ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions CACHE
 # One component for each package.
 set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME runtime)
 
-# kolvane_install_rpath(TARGET DIR): a program or library installed into DIR finds libkolvane.so wherever the prefix is.
+# kolvane_install_rpath(TARGET DIR): a program or library installed into DIR finds libkolvane.so with any prefix.
 function(kolvane_install_rpath target dir)
   file(RELATIVE_PATH way /${dir} /${KOLVANE_INSTALL_COMPONENTDIR})
   set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN/${way}")

@@ -1,4 +1,4 @@
-# Shared by ./run and ./check: what they say, and the packages that a bare Debian 12 lacks.
+# Shared by the scripts: messages, builds, and the packages that a bare Debian 12 lacks.
 
 set -euo pipefail
 cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/.."
@@ -12,10 +12,10 @@ picture_packages="xvfb openbox"
 # For the preset asan, and for fuzz/run.
 clang_packages="clang-14 libclang-rt-14-dev llvm-14"
 
-# Only for tests/peers/run: programs that others wrote.
+# Only for tests/peers/run: third-party programs.
 peer_packages="redis-server memcached gpsd socat ser2net python3"
 
-# The presets share what they compile alike.
+# The presets share cached objects.
 export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
 
 say() { printf '%s: %s\n' "$script_name" "$*"; }
@@ -26,7 +26,7 @@ fail() {
   exit 1
 }
 
-# as_root COMMAND...: through sudo where the caller is not root.
+# as_root COMMAND...: uses sudo if the caller is not root.
 as_root() {
   if [ "$(id -u)" -eq 0 ]; then
     "$@"
@@ -37,7 +37,7 @@ as_root() {
   fi
 }
 
-# need_packages NAME...: installs those that are missing, silent when none is.
+# need_packages NAME...: installs the missing ones; silent if there are none.
 need_packages() {
   missing=""
   for package in "$@"; do
@@ -60,7 +60,7 @@ need_packages() {
   rm -f "$log"
 }
 
-# configure PRESET [CMAKE ARGS...]: once; later changes of the lists are noticed by the build itself.
+# configure PRESET [CMAKE ARGS...]: only once without ARGS; the build itself notices later changes of the CMake files.
 configure() {
   local preset=$1
   shift
@@ -75,7 +75,7 @@ configure() {
   rm -f "$log"
 }
 
-# record_build LOG TEXT: keeps what ninja writes, and says TEXT at the first thing that it makes.
+# record_build LOG TEXT: writes ninja's output to LOG, and prints TEXT when ninja builds its first target.
 record_build() {
   local line said=no
   while IFS= read -r line; do
@@ -91,7 +91,7 @@ record_build() {
   done 3>&1 >"$1"
 }
 
-# build PRESET [TARGETS...]: quiet when nothing is to be done and when all goes well.
+# build PRESET [TARGETS...]: silent if there is nothing to do; prints the compiler's output only if the build fails.
 build() {
   local preset=$1 targets="" log
   shift

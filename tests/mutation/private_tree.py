@@ -16,21 +16,21 @@ import threading
 import time
 from dataclasses import dataclass
 
-# What says nothing about the behaviour of the sources, or builds them a second time.
+# Tests that do not depend on the behaviour of the sources, or build them a second time.
 _LEFT_OUT = re.compile(r"packages\.|Manual\.|Soak\.|OnX\.|Python\.(types|stubs|hosts|on_an)|Mutation\.|.*_NOT_BUILT")
-_UNCHANGED_SECONDS = 300  # what an unchanged program may take
-_SLOWER = 8  # a changed program may take so many times what the unchanged one took
+_UNCHANGED_SECONDS = 300  # limit for an unchanged program
+_SLOWER = 8  # limit for a changed program: this many times the unchanged program's time
 _AT_LEAST = 45.0  # seconds, for the shortest programs
-_QUICK = 3.0  # seconds; what takes longer unchanged is built and run last
-_PROCESSOR_SECONDS = 10  # and as much of a processor, that programs that loop end early: this, and
-_PROCESSOR_SLOWER = 4  # so many times what the unchanged one took
+_QUICK = 3.0  # seconds; programs that take longer unchanged are built and run last
+_PROCESSOR_SECONDS = 10  # limit of processor time, which ends loops early: this, plus
+_PROCESSOR_SLOWER = 4  # this many times the unchanged program's time
 _ADDRESS_SPACE = 12 << 30
 _FILE_SIZE = 2 << 40  # a test makes a sparse file of 1 TiB
 
 
 @dataclass(frozen=True)
 class Suite:
-    """One program with tests, or one test that is no program of GoogleTest's."""
+    """One GoogleTest program, or one test of another kind."""
 
     name: str
     folder: str
@@ -40,10 +40,10 @@ class Suite:
 
 
 class PrivateTree:
-    """Never touches the checkout, but its folder in build/."""
+    """Never changes the checkout, except its folder in build/."""
 
     def __init__(self, root, folder, jobs, programs):
-        """`programs`: those that are built and run; all where there is none."""
+        """`programs`: those that are built and run; all if empty."""
         self._programs = programs
         self._root = root
         self._jobs = jobs
@@ -58,10 +58,11 @@ class PrivateTree:
         self._lock = threading.Lock()
 
     def prepare(self):
-        """Copies what git knows, builds it and runs all tests; ends the program where they fail."""
+        """Copies the files that git does not ignore, builds them and runs all tests. Leaves out programs that fail; exits
+        if the build fails, or more than a fifth of the programs."""
         self._copy()
         print("building the unchanged sources", flush=True)
-        # As ./check builds, so that the compiler cache has most of it.
+        # With the options of ./check, so that the compiler cache has most of it.
         options = ["-DKOLVANE_TESTS=ON", "-DKOLVANE_BENCHMARKS=OFF"]
         if shutil.which("mold"):
             options += ["-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=mold", "-DCMAKE_SHARED_LINKER_FLAGS=-fuse-ld=mold"]
@@ -78,7 +79,7 @@ class PrivateTree:
         self._inputs = {suite.name: self._inputs_of(suite) for suite in self._suites if suite.is_google}
 
     def verdict(self, path, text):
-        """Which test finds `text` at `path`; "" where none does, None where it does not compile."""
+        """The test that finds `text` at `path`; "" if none does, None if it does not compile."""
         file = self.sources / path
         unchanged = file.read_text()
         try:
@@ -97,7 +98,7 @@ class PrivateTree:
             sys.exit(f"tests/mutation/run: {what}")
 
     def _copy(self):
-        """Files that are the same keep their time, so that nothing is built in vain."""
+        """Unchanged files keep their time, so that nothing is rebuilt needlessly."""
         names = subprocess.run(["git", "ls-files", "-z", "-co", "--exclude-standard"], cwd=self._root, check=True,
                                capture_output=True, text=True).stdout.split("\0")  # fmt: skip
         kept = {name for name in names if name and (self._root / name).is_file()}
@@ -112,10 +113,10 @@ class PrivateTree:
                 file.unlink()
 
     def _build(self, suites=()):
-        """What `suites` need; everything where there are none, or where one of them is no program of GoogleTest's."""
+        """Builds what `suites` need; everything if there are none, or if one of them is not a GoogleTest program."""
         targets = [suite.name for suite in suites] if suites and all(suite.is_google for suite in suites) else self._programs
         environment = dict(os.environ, CCACHE_BASEDIR=str(self.sources), CCACHE_NOHASHDIR="1")
-        # What is compiled once and never again is not worth keeping.
+        # Objects of changed sources are never needed again.
         if self._suites:
             environment["CCACHE_READONLY"] = "1"
         with open(self._build_folder / "build.log", "wb") as log:
@@ -129,7 +130,7 @@ class PrivateTree:
         return {line.removeprefix(sources) for line in listed.splitlines() if line.startswith(sources)}
 
     def _stages(self, path):
-        """Those suites that `path` goes into, in the order in which they are built and run: first those of its own folder,
+        """The suites that contain `path`, in the order in which they are built and run: first those of its own folder,
         then the quick ones, then the rest."""
         folder = path.split("/")[1]
         stages = [[], [], []]
@@ -171,7 +172,7 @@ class PrivateTree:
         return kept | own | dict(entry.split("=", 1) for entry in (suite.environment if suite else ()))
 
     def _run(self, suite, seconds, only=None):
-        """The name of the first test that fails, "" where none does."""
+        """The name of the first test that fails, "" if none does."""
         command = list(suite.command)
         if suite.is_google:
             command += ["--gtest_fail_fast", "--gtest_brief=1"] + ([f"--gtest_filter={only}"] if only else [])
@@ -222,7 +223,7 @@ class PrivateTree:
         return named[1] if named else f"status {status}"
 
     def run_unchanged(self, suites):
-        """What fails of the unchanged sources, as (suite, test)."""
+        """The tests that fail with the unchanged sources, as (suite, test)."""
         failures = []
 
         def take(suite):
@@ -246,7 +247,7 @@ class PrivateTree:
         return found[0] if found else ""
 
     def _for_each(self, suites, take):
-        """So many at a time as there are jobs. Ctrl+C ends the programs that run, and those that wait are not started."""
+        """As many at a time as there are jobs. Ctrl+C ends the running programs, and waiting ones are not started."""
         with concurrent.futures.ThreadPoolExecutor(self._jobs) as pool:
             try:
                 list(pool.map(take, suites))
@@ -255,8 +256,7 @@ class PrivateTree:
                 raise
 
     def _confirmed(self, suite):
-        """A failure counts when the same test fails again, by itself or once more among the others; a hang, or the end of
-        the program, counts at once."""
+        """A failure counts if the same test fails again, alone or with the others; a hang or a crash counts at once."""
         seconds = max(_AT_LEAST, _SLOWER * self._took[suite.name])
         failed = self._run(suite, seconds)
         if not failed or failed == "time-out" or failed.startswith("status"):
@@ -270,7 +270,7 @@ def _limit(processor_seconds):
     resource.setrlimit(resource.RLIMIT_AS, (_ADDRESS_SPACE, _ADDRESS_SPACE))
     resource.setrlimit(resource.RLIMIT_FSIZE, (_FILE_SIZE, _FILE_SIZE))
     resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
-    # A shell's background ignores them, and the tests send them.
+    # A background shell job ignores these signals, and the tests send them.
     for number in (signal.SIGHUP, signal.SIGINT, signal.SIGQUIT):
         signal.signal(number, signal.SIG_DFL)
 

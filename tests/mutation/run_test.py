@@ -18,7 +18,7 @@ _LOADER.exec_module(run)
 
 
 class Tree:
-    """Stands for the copy of the sources; the verdicts are told in advance, an exception is raised."""
+    """Replaces the copy of the sources; the verdicts are given in advance, an exception among them is raised."""
 
     def __init__(self, sources, *verdicts):
         self.sources = sources

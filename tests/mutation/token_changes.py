@@ -1,4 +1,4 @@
-"""Finds the places of a C++ source in which one token can be changed, and what it can be changed to."""
+"""Finds the positions in a C++ source where one token can be changed, and what it can be changed to."""
 
 import re
 from dataclasses import dataclass
@@ -15,7 +15,7 @@ _TOKEN = re.compile(
     re.VERBOSE | re.DOTALL,
 )
 
-# Each stands between spaces where it has two operands; the sources are formatted.
+# A binary operator has spaces around it, since the sources are formatted.
 _OPERATORS = {
     "<": ["<="], "<=": ["<"], ">": [">="], ">=": [">"], "==": ["!="], "!=": ["=="],
     "&&": ["||"], "||": ["&&"], "+": ["-"], "-": ["+"], "*": ["/"], "/": ["*"], "%": ["*"],
@@ -26,7 +26,7 @@ _WORDS = {"true": "false", "false": "true", "break": "continue", "continue": "br
 _NO_CALL = {"return", "throw", "delete", "goto", "case", "if", "for", "while", "switch", "do", "else", "catch"}
 _DECIMAL = re.compile(r"(\d+)([uUlLzZ]*)")
 
-# Lines that only say how something looks.
+# Lines that only affect appearance.
 _STYLE = re.compile(
     r"setStyleSheet|setContentsMargins|setSpacing|setMargin|setMinimum(Size|Width|Height)|setFixed(Size|Width|Height)|"
     r"setMaximum(Size|Width|Height)|setAlignment|setFrame|setStretch|setIconSize|sizeHint|QPen|QFont|QColor|QPalette|"
@@ -56,7 +56,7 @@ class _Token:
 
 
 def _tokens(text: str) -> list[_Token]:
-    """Those that mean something: without space, comments and directives."""
+    """The significant tokens: without white space, comments and directives."""
     found = (_Token(match.lastgroup if match.lastgroup != "mark" else "string", match[0], match.start(), match.end())
              for match in _TOKEN.finditer(text))  # fmt: skip
     return [token for token in found if token.kind not in ("space", "comment", "directive")]
@@ -67,7 +67,7 @@ def _between_spaces(text: str, token: _Token) -> bool:
 
 
 def _closing(tokens: list[_Token], opening: int) -> int:
-    """Where the bracket at `opening` is closed."""
+    """The position at which the bracket at `opening` is closed."""
     depth = 0
     for index in range(opening, len(tokens)):
         depth += tokens[index].text in "([{" and tokens[index].kind == "operator"
@@ -78,7 +78,7 @@ def _closing(tokens: list[_Token], opening: int) -> int:
 
 
 def _statement_end(tokens: list[_Token], first: int) -> int:
-    """The semicolon that ends what starts at `first`, or -1 where a block comes before it."""
+    """The semicolon that ends the statement at `first`, or -1 if the enclosing block ends first."""
     index = first
     while index < len(tokens) and tokens[index].text != ";":
         if tokens[index].text in "([{":
@@ -94,7 +94,7 @@ def _starts_statement(tokens: list[_Token], index: int) -> bool:
 
 
 def _is_call(tokens: list[_Token], first: int, semicolon: int) -> bool:
-    """Whether it is `name(...)`, `a.b(...)` and the like: something done for its effect, no declaration."""
+    """Whether it is `name(...)`, `a.b(...)` or similar: a call for its effect, not a declaration."""
     if semicolon < 2 or tokens[semicolon - 1].text != ")" or tokens[first].kind != "word":
         return False
     index = first
@@ -149,7 +149,7 @@ def _token_changes(text: str, tokens: list[_Token], index: int) -> list[Change]:
 
 
 def _asserted(tokens: list[_Token]) -> list[tuple[int, int]]:
-    """Static assertions, and what is only declared."""
+    """Static assertions and mere declarations."""
     return [(token.start, tokens[_statement_end(tokens, index)].end)
             for index, token in enumerate(tokens) if token.text in ("static_assert", "using", "template")]  # fmt: skip
 
