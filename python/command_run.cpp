@@ -16,7 +16,7 @@ namespace py = pybind11;
 namespace kolvane::python {
 namespace {
 
-// `values` has each field by its name: paths and terminators are bytes, enumerations their numbers.
+// `values` contains each field by name: paths and terminators as bytes, enumerations as their numbers.
 CommandRunOptions OptionsOf(const py::dict& values) {
   CommandRunOptions options;
   std::optional<int> parity;
@@ -62,11 +62,11 @@ CommandRunOptions OptionsOf(const py::dict& values) {
   return options;
 }
 
-// A run calls both on its own thread, which has given the lock away.
+// A run calls both on its own thread, which has released the lock.
 void SetFunctions(CommandRunOptions& options, const py::object& on_line, const py::object& stop_requested) {
   options.StopRequested = [&stop_requested] {
     const py::gil_scoped_acquire lock;
-    // Ctrl+C ends a run, too.
+    // Ctrl+C ends a run too.
     if (PyErr_CheckSignals() != 0) throw py::error_already_set();
     return !stop_requested.is_none() && stop_requested().cast<bool>();
   };
@@ -77,7 +77,7 @@ void SetFunctions(CommandRunOptions& options, const py::object& on_line, const p
   };
 }
 
-// run(options) without the lock; the status as its number.
+// Calls run(options) without the lock; returns the status as a number.
 template <typename Run>
 int WithOptions(const py::dict& values, const py::object& on_line, const py::object& stop_requested,
                 Run run) {

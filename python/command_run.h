@@ -4,7 +4,7 @@
 
 namespace kolvane::python {
 
-/// Runs of command lists and the list of ports, as kolvane/headless.py calls them.
+/// Runs command lists and lists ports for kolvane/headless.py.
 void DefineCommandRun(pybind11::module_& module);
 
 }  // namespace kolvane::python

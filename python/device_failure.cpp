@@ -10,7 +10,7 @@ namespace py = pybind11;
 namespace kolvane::python {
 namespace {
 
-// "ValueError" where the exception has no text of its own, or none that is available.
+// The exception's name, such as "ValueError", if it has no text or none is available.
 std::string TextOf(const py::error_already_set& raised) {
   const std::string name = ToUtf8(raised.type().attr("__name__"));
   try {
@@ -21,7 +21,7 @@ std::string TextOf(const py::error_already_set& raised) {
   }
 }
 
-// A log that cannot be written must not become a failure of the device.
+// A failure to log must not become a failure of the device.
 template <typename... Arguments>
 void LogError(Arguments&&... arguments) {
   try {
@@ -39,7 +39,7 @@ DeviceFailure::DeviceFailure(py::error_already_set raised)
 
 void DeviceFailure::Log(const char* operation) const {
   const py::gil_scoped_acquire lock;
-  // What C code raises has none.
+  // An exception raised in C code has no traceback.
   const py::object traceback = exception_.trace() ? exception_.trace() : py::none();
   LogError("%s failed", operation,
            py::arg("exc_info") = py::make_tuple(exception_.type(), exception_.value(), traceback));

@@ -9,23 +9,23 @@
 
 namespace kolvane::python {
 
-/// A Python exception on its way through the component: what() is only its text, as the terminal shows it;
-/// Raise gives it back to Python with its type and traceback.
+/// A Python exception while it passes through the component: what() is only its text, which the terminal
+/// shows; Raise rethrows it to Python with its type and traceback.
 class DeviceFailure : public std::runtime_error {
  public:
-  /// With the interpreter lock held.
+  /// To be called with the interpreter lock held.
   explicit DeviceFailure(pybind11::error_already_set raised);
 
   void Raise() const { throw exception_; }
 
-  /// Hands the traceback to the logger "kolvane": in the session nobody else gets it.
+  /// Passes the traceback to the logger "kolvane"; during the session nothing else shows it.
   void Log(const char* operation) const;
 
  private:
   pybind11::error_already_set exception_;
 };
 
-/// The same for a result that does not convert.
+/// Logs a result that cannot be converted.
 void LogMismatch(const char* operation, const RuntimeError& error);
 
 }  // namespace kolvane::python

@@ -17,7 +17,7 @@ namespace {
 using MaybeInt32 = std::optional<std::int32_t>;
 using MaybeInt16 = std::optional<std::int16_t>;
 
-// Signals are handled on the main thread; all others leave the interpreter alone while they wait.
+// Signals are handled on the main thread; other threads do not take the lock while they wait.
 bool WasInterrupted(unsigned long main_thread) {
   if (PyThread_get_thread_ident() != main_thread) return false;
   const py::gil_scoped_acquire lock;
@@ -31,7 +31,7 @@ unsigned long MainThread() {
 
 SerialParity ParityOf(std::int32_t number) { return static_cast<SerialParity>(number); }
 
-/// An instrument whose calls let other threads of the program go on. Interpreter lock held outside.
+/// An instrument whose calls let other Python threads run. To be used with the interpreter lock held.
 class Connection {
  public:
   Connection(const std::string& resource, std::int32_t timeout_ms, const py::bytes& read_termination,
@@ -53,13 +53,13 @@ class Connection {
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
 
-  /// call(instrument) without the lock.
+  /// Calls call(instrument) without the lock.
   template <typename Call>
   auto Run(Call call) {
     const py::gil_scoped_release unlocked;
     return call(*instrument_);
   }
-  /// Neither waits.
+  /// For calls that do not wait.
   Instrument& instrument() { return *instrument_; }
 
  private:

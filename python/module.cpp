@@ -23,40 +23,40 @@ using Path = std::filesystem::path;
 constexpr const char* kMainClass =
     R"(The component: keeps a device object and opens the terminal window on it.
 
-There is one terminal in a process; all objects of this class share it. As a context manager it gives the
-device object up at the end of the block.)";
+There is one terminal in a process; all objects of this class share it. As a context manager it releases the
+device object at the end of the block.)";
 
 constexpr const char* kInitTerminal = R"(Keeps the device object until the terminal window has closed.
 
 gObj: an object of any class with the members of IndexedHost (operating mode 0) or SingleHost (mode 1), or
-None. Nothing is called on it.)";
+None. Calls nothing on it.)";
 
 constexpr const char* kOpenTerminal = R"(Shows the terminal window and returns when it has been closed.
 
-OperMode: 0 the device DevIdx through gObj.IO, 1 the one device gObj, 2 a connection of the terminal's own;
-any other value opens the window on no device. Call it on the thread of the program's Qt application, or on
-the main thread where there is none; other threads go on meanwhile. Raises what the device object raises
-while the window opens, NoDisplay where there is no display, and Error for a missing device object, a value
-that cannot be converted, a stored setting that cannot be read, a terminal that is already open and a wrong
+OperMode: 0 the device DevIdx through gObj.IO, 1 the one device gObj, 2 a connection opened by the terminal;
+any other value opens the window without a device. Call it on the thread of the program's Qt application, or
+on the main thread if there is none; other threads continue to run. Raises what the device object raises
+while the window opens, NoDisplay if there is no display, and Error for a missing device object, a value that
+cannot be converted, a stored setting that cannot be read, a terminal that is already open and a wrong
 thread.)";
 
-constexpr const char* kSetOptions = R"(Takes effect at the next OpenTerminal and holds for all that follow.
+constexpr const char* kSetOptions = R"(Takes effect at the next OpenTerminal and applies to all later ones.
 
-Folder: where histories, templates and help are. SettingsFile: in place of the user's own. CommandList: a
+Folder: that of histories, templates and help. SettingsFile: used instead of the user's own. CommandList: a
 command file to load. CloseDescriptor: the window closes once this file descriptor becomes readable.
-ConnectAtStart: connect as soon as the window is shown (operating mode 2). PlayAtStart: play the list then.)";
+ConnectAtStart: connect as soon as the window is shown (operating mode 2). PlayAtStart: then play the list.)";
 
-constexpr const char* kWait = R"(Keeps the window alive while the device object waits for its device.
+constexpr const char* kWait = R"(Keeps the window responsive while the device object waits for its device.
 
-To be called from within a method of that object, every 50 ms or so. False once the user has given up or closes
-the window: the method should end as a failure then. From anywhere else it does nothing and returns True.)";
+Call it from within a method of that object, about every 50 ms. Returns False once the user gives up the wait
+or closes the window: the method should then end as a failure. Elsewhere it does nothing and returns True.)";
 
-constexpr const char* kCanUnload = "True once a terminal window has been closed and while none is open.";
+constexpr const char* kCanUnload = "True once a terminal window has closed and none is open.";
 
 void InitTerminal(MainClass& terminal, py::object host) {
   std::shared_ptr<PythonHost> object;
   if (!host.is_none()) object = std::make_shared<PythonHost>(std::move(host));
-  // The object kept so far goes with this call, and what goes takes the lock itself.
+  // The previous object is released by this call, and its destructor takes the lock itself.
   const py::gil_scoped_release unlocked;
   terminal.InitTerminal(object);
 }
@@ -68,7 +68,7 @@ void OpenTerminal(MainClass& terminal, std::int16_t mode, std::int16_t device_in
   } catch (const DeviceFailure& failure) {
     failure.Raise();
   }
-  // Ctrl+C while the window was open.
+  // Ctrl+C was pressed while the window was open.
   if (PyErr_CheckSignals() != 0) throw py::error_already_set();
 }
 
@@ -84,7 +84,7 @@ void SetOptions(MainClass& terminal, const Path& folder, const Path& settings_fi
   terminal.SetOptions(options);
 }
 
-// The package has the classes; here they are looked up when one is needed.
+// The classes are in the package; they are looked up when needed.
 void Raise(const char* name, const std::exception& exception) {
   PyErr_SetObject(py::module_::import("kolvane").attr(name).ptr(), ToStr(exception.what()).ptr());
 }
@@ -113,7 +113,7 @@ void TranslateExceptions() {
 void DefineMainClass(py::module_& module) {
   py::class_<MainClass> main_class(module, "MainClass", kMainClass);
   main_class.attr("__module__") = "kolvane";
-  main_class.def(py::init<>(), "Makes no window yet.")
+  main_class.def(py::init<>(), "Creates no window yet.")
       .def("InitTerminal", &InitTerminal, py::arg("gObj"), kInitTerminal)
       .def("OpenTerminal", &OpenTerminal, py::arg("OperMode"), py::arg("DevIdx"), kOpenTerminal)
       .def("SetOptions", &SetOptions, py::kw_only(), py::arg("Folder") = "", py::arg("SettingsFile") = "",
@@ -126,7 +126,7 @@ void DefineMainClass(py::module_& module) {
           "__enter__", [](py::object terminal) { return terminal; }, "Returns the object itself.")
       .def(
           "__exit__", [](MainClass& terminal, const py::args&) { InitTerminal(terminal, py::none()); },
-          "Gives the device object up.");
+          "Releases the device object.");
 }
 
 }  // namespace

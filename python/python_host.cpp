@@ -9,7 +9,7 @@ namespace py = pybind11;
 namespace kolvane::python {
 namespace {
 
-// The two values that a method hands back.
+// Stores the two values that a method returns.
 void StorePair(const char* method, const py::object& result, Variant& first, Variant& second) {
   if (!py::isinstance<py::tuple>(result) || py::len(result) != 2)
     throw py::type_error(std::string(method) + " must return a tuple of two values");
@@ -17,7 +17,7 @@ void StorePair(const char* method, const py::object& result, Variant& first, Var
   second = ToVariant(result[py::int_(1)]);
 }
 
-// The positional parameters without a default that `method` declares; 0 for what is no Python function.
+// The number of positional parameters without a default of `method`; 0 if it is not a Python function.
 int RequiredParameters(const py::object& method) {
   if (!py::hasattr(method, "__code__")) return 0;
   const int declared = method.attr("__code__").attr("co_argcount").cast<int>();
@@ -26,8 +26,8 @@ int RequiredParameters(const py::object& method) {
   return declared - optional - (py::hasattr(method, "__self__") ? 1 : 0);
 }
 
-// A Read that declares the contract's last two parameters as well gets them as they come: the answer filled
-// with spaces, the buffer with zeros.
+// A Read that also declares the contract's last two parameters gets them as passed: the answer filled with
+// spaces, the buffer with zeros.
 template <typename... In>
 void CallRead(const py::object& method, Variant& answer, Variant& buffer, In... in) {
   const bool in_full = RequiredParameters(method) == static_cast<int>(sizeof...(in)) + 2;
@@ -39,7 +39,7 @@ void CallRead(const py::object& method, Variant& answer, Variant& buffer, In... 
 }  // namespace
 
 LateBound::~LateBound() {
-  // The component may let go of the object only after the interpreter has ended.
+  // The component may release the object after the interpreter has ended.
   if (Py_IsInitialized() == 0) {
     object_.release();
     return;

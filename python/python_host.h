@@ -7,18 +7,18 @@
 
 namespace kolvane::python {
 
-/// The Python object behind a host interface: its members are looked up by name at each call, so that it may
-/// be of any class and may change while the terminal is open.
+/// The Python object of a host interface: its members are looked up by name at each call, so that it may be
+/// of any class and may change while the terminal is open.
 class LateBound {
  public:
-  /// With the interpreter lock held.
+  /// To be called with the interpreter lock held.
   explicit LateBound(pybind11::object object) : object_(std::move(object)) {}
   ~LateBound();
   LateBound(const LateBound&) = delete;
   LateBound& operator=(const LateBound&) = delete;
 
-  /// Runs `use(object)` with the interpreter lock held; what Python raises leaves as DeviceFailure. The call
-  /// may take this object away.
+  /// Runs `use(object)` with the interpreter lock held; a Python exception is rethrown as DeviceFailure. The
+  /// call may destroy this object.
   template <typename Use>
   auto With(Use use) const {
     const pybind11::gil_scoped_acquire lock;
@@ -30,8 +30,8 @@ class LateBound {
     }
   }
 
-  /// The same for an operation of the session, where a failure is shown by its text only: what caused it
-  /// goes to the log.
+  /// The same for an operation of the session, which shows only the text of a failure; the details are
+  /// logged.
   template <typename Use>
   auto InSession(const char* operation, Use use) const {
     try {

@@ -26,26 +26,26 @@ Variant FromBuffer(const py::handle& value) {
   return Bytes(view.begin(), view.end());
 }
 
-// A sequence in memory; scalars of ctypes and NumPy lie there, too, but have no dimension.
+// A sequence in memory; scalars of ctypes and NumPy are buffers too, but without a dimension.
 bool HasElements(const py::handle& value) {
   if (PyObject_CheckBuffer(value.ptr()) == 0) return false;
   return py::memoryview(py::reinterpret_borrow<py::object>(value)).attr("ndim").cast<int>() > 0;
 }
 
-// Where the module has not been imported there is no value of its types.
+// If the module has not been imported, no value can have its types.
 bool IsInstance(const py::handle& value, const char* module, const char* type) {
   const py::object imported = py::module_::import("sys").attr("modules").attr("get")(module);
   return py::hasattr(imported, type) && py::isinstance(value, imported.attr(type));
 }
 
-// What a scalar of ctypes or NumPy holds; any other value as it is.
+// The value of a ctypes or NumPy scalar; any other value unchanged.
 py::object Unpacked(const py::handle& value) {
   if (IsInstance(value, "_ctypes", "_SimpleCData")) return value.attr("value");
   if (IsInstance(value, "numpy", "generic")) return value.attr("item")();
   return py::reinterpret_borrow<py::object>(value);
 }
 
-// Null where `value` lacks the method `slot` or refuses it.
+// Null if `value` does not have or support the method `slot`.
 py::object Converted(const py::handle& value, unaryfunc slot, unaryfunc convert) {
   if (slot == nullptr) return {};
   auto result = py::reinterpret_steal<py::object>(convert(value.ptr()));
@@ -54,7 +54,7 @@ py::object Converted(const py::handle& value, unaryfunc slot, unaryfunc convert)
   return result;
 }
 
-// An int or a float; null where `value` counts as neither.
+// An int or a float; null if `value` is neither.
 py::object Number(const py::handle& value) {
   const PyNumberMethods* methods = Py_TYPE(value.ptr())->tp_as_number;
   if (methods == nullptr) return {};

@@ -35,7 +35,7 @@ __all__ = [
     "send",
 ]
 
-# Tracebacks and pickles name the package, which stays, and not the file in which a class happens to be.
+# Tracebacks and pickles name the package, which is stable, instead of the defining file.
 for _name in __all__:
     if hasattr(globals()[_name], "__module__"):
         globals()[_name].__module__ = __name__

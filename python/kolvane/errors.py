@@ -1,18 +1,18 @@
-"""What the component raises."""
+"""The exceptions of the component."""
 
 
 class Error(RuntimeError):
-    """A value that cannot be converted, a missing device object, a wrong thread and the like.
+    """A value that cannot be converted, a missing device object, a wrong thread and similar errors.
 
-    The text is shown to users and therefore German as a rule.
+    The text is shown to users and is therefore usually German.
     """
 
 
 class InstrumentError(Error):
-    """A connection to an instrument, or a transfer, that failed.
+    """A failed connection to an instrument, or a failed transfer.
 
-    status: negative; docs/status-codes.md explains each. -30 is a time-out. The
-    text is the resource, the reason in German and the status.
+    status: negative; docs/status-codes.md explains each. -30 is a time-out. The text is
+    the resource, the reason in German and the status.
     """
 
     def __init__(self, text: str = "", status: int = 0) -> None:

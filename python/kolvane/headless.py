@@ -1,4 +1,4 @@
-"""Command lists and commands without a window, and the ports that there are."""
+"""Command lists and commands without a window, and the available ports."""
 
 import dataclasses
 import enum
@@ -14,12 +14,12 @@ Terminator = Union[str, bytes]
 
 
 class LineKind(str, enum.Enum):
-    """What a line of a run is.
+    """The kind of an output line.
 
-    COMMAND: a command that was sent. ANSWER: the device's answer to it. NOTICE:
-    the terminal's own word, such as connected and disconnected. ERROR: why a
-    command was not written or no answer came, and every other message. TIME: the
-    response time of the answer before it.
+    COMMAND: a command that was sent. ANSWER: the device's answer to it. NOTICE: a
+    message of the terminal, such as connected and disconnected. ERROR: why a command
+    was not written or no answer arrived, and every other message. TIME: the response
+    time of the answer before it.
     """
 
     COMMAND = "command"
@@ -32,10 +32,10 @@ class LineKind(str, enum.Enum):
 class RunStatus(enum.IntEnum):
     """How a run ended: the exit statuses of the program.
 
-    STOPPED: an error in the list, or a stop that was asked for. USAGE: no such
-    resource, a list or settings that cannot be read; nothing was done.
-    NOT_CONNECTED: no connection came about at the start; nothing was sent.
-    ANSWER_FAILED: at least one command or answer failed.
+    STOPPED: an error in the list, a requested stop or unusable output. USAGE: not a
+    resource, list or settings cannot be read, or the transcript cannot be created;
+    nothing was done. NOT_CONNECTED: could not connect at the start, so nothing was
+    sent, or could not reconnect. ANSWER_FAILED: at least one command or answer failed.
     """
 
     DONE = 0
@@ -46,7 +46,7 @@ class RunStatus(enum.IntEnum):
 
 
 class Port(NamedTuple):
-    """A port that this computer has; empty texts where there is none."""
+    """A port of this computer; missing entries are empty."""
 
     resource: str
     node: str
@@ -59,47 +59,45 @@ _KINDS = tuple(LineKind)
 _PARITIES = ("none", "even", "odd")
 _RECEIVE_MODES = ("terminator", "auto", "count")
 _FORMATS = ("text", "csv", "json")
-# The port library has one connection.
+# The port library has only one connection.
 _one_at_a_time = threading.Lock()
 
 
 @dataclasses.dataclass(frozen=True)
 class RunOptions:
-    """What a run works with: the options of the program's command line.
+    """Settings of a run: the options of the program's command line.
 
-    connect: a RESOURCE such as "TCPIP::192.168.1.7::5025::SOCKET"; without it the
-    user's stored connection. settings_file: in place of the user's own. folder:
-    the component's folder. log: a file that takes each line of the run.
+    connect: a RESOURCE such as "TCPIP::192.168.1.7::5025::SOCKET"; default: the user's
+    stored connection. settings_file: used instead of the user's own. folder: the
+    component's folder. log: a file that receives each line of the run.
 
     Serial lines only: baud, parity ("none", "even", "odd"), data_bits (7, 8) and
     stop_bits (1, 2).
 
-    timeout: seconds, of connecting and of each answer. receive_mode: an answer ends
-    by its "terminator", at the first gap ("auto") or after "count" bytes; count,
-    0 to 1025, says after how many. send_terminator ends each command,
-    receive_terminator (nothing, one character or CR LF) each answer. binary: each
-    byte of an answer as <0D>.
+    timeout: seconds, for connecting and for each answer. receive_mode: an answer ends
+    with its "terminator", at the first gap ("auto") or after "count" bytes; count: that
+    number, 0 to 1025. send_terminator ends each command, receive_terminator (empty, one
+    character or CR LF) each answer. binary: shows each byte of an answer as <0D>.
 
-    show_commands, show_times: commands and response times are lines, too. verbose:
-    so are notices. format: lines as in the window ("text"), or a record for each
-    command ("csv", "json"), an answer line each; fields: with "csv" the numeric
-    answers only, with so many columns. error_lines: whether a failed answer is a
-    line on standard output; timestamps: lines there and in the log begin with
-    their time.
+    show_commands, show_times, verbose: also output commands, response times and notices
+    as lines. format: lines as in the window ("text"), or one record per command ("csv",
+    "json") as an answer line; fields: with "csv", only numeric answers become rows,
+    with this many columns. error_lines: a failed answer gets a line on standard output;
+    timestamps: lines there and in the log start with their time.
 
-    flush: what has come is discarded before each command. queries_only: a command
-    without "?" outside quotes is not followed by a read. blocks: an answer that
-    begins with "#" and a digit is read as a block. device_words: DCL, RES and STP
-    end an exchange. reconnect: after a lost connection the next command connects
-    first. utf8: the device's bytes are UTF-8.
+    flush: discards unread input before each command. queries_only: a command without
+    "?" outside quotes is not followed by a read. blocks: an answer that starts with "#"
+    and a digit is read as a block. device_words: DCL, RES and STP end an exchange.
+    reconnect: after a lost connection the next command reconnects first. utf8: the
+    device's bytes are UTF-8.
 
-    repeat: how often the list is run or the commands are sent. every: seconds from
-    the start of one pass to that of the next; without repeat until a stop.
-    transcript: a file that takes all bytes both ways as JSON lines, with
-    transcript_times also when.
+    repeat: how often the list is run or the commands are sent. every: seconds from the
+    start of one pass to the start of the next; without repeat until a stop. transcript:
+    a file that receives all bytes in both directions as JSON lines, with their times if
+    transcript_times is set.
 
-    What is not given keeps its stored value, or its built-in one with connect.
-    Raises ValueError for what the program would refuse.
+    A field that is not given keeps its stored value or, with connect, its built-in one.
+    Raises ValueError for values that the program would reject.
     """
 
     connect: str = ""
@@ -181,7 +179,7 @@ def _milliseconds(seconds: Optional[float]) -> Optional[int]:
 
 
 def _values(options: RunOptions) -> Dict[str, Any]:
-    """The fields as the compiled part takes them."""
+    """The fields in the form used by the compiled part."""
     receive_mode = options.receive_mode if options.count is None else "count"
     return {
         "Connect": options.connect,
@@ -248,14 +246,13 @@ def run(
     stop_requested: Optional[Callable[[], bool]] = None,
     **changes: Any,
 ) -> RunStatus:
-    """Connects, runs a command file from its first row to its end, and disconnects.
+    """Connects, runs a command file from first row to last, and disconnects.
 
-    changes: fields of RunOptions by name, over `options`. on_line(kind, line)
-    takes each line in the place of standard output and standard error.
-    stop_requested() is asked after each row; true ends the run. What either of
-    them raises ends the run, too, and is raised here; so does Ctrl+C. No display
-    is needed, and any thread will do; other threads go on meanwhile. Raises
-    Error where another run is under way.
+    changes: fields of RunOptions by name, which override `options`. on_line(kind, line)
+    receives each line instead of standard output and standard error. stop_requested()
+    is called after each row; true ends the run. An exception from either ends the run
+    and is raised here; so does Ctrl+C. Needs no display and works on any thread; other
+    threads continue to run. Raises Error if another run is in progress.
     """
     options = dataclasses.replace(options, **changes)
     return _run(_kolvane.run_list, os.fsencode(command_list), options, on_line, stop_requested)
@@ -271,8 +268,8 @@ def send(
 ) -> RunStatus:
     """Connects, sends one command or several and reads the answer to each, and disconnects.
 
-    The other arguments are those of run. Of an empty command only the terminator
-    is sent. STOPPED at a character that the instrument's code lacks.
+    The other arguments are those of run. For an empty command only the terminator is
+    sent. Returns STOPPED at a character missing in the instrument's encoding.
     """
     options = dataclasses.replace(options, **changes)
     lines = [commands] if isinstance(commands, str) else list(commands)
@@ -281,8 +278,8 @@ def send(
 
 
 def list_ports() -> List[Port]:
-    """Serial ports, USB devices with a serial number, GPIB boards and parallel ports, in this order.
+    """Lists serial ports, USB devices with a serial number, GPIB boards and parallel ports, in this order.
 
-    No device is spoken to; it takes two seconds at most.
+    Nothing is sent to any device; takes at most two seconds.
     """
     return [Port(*port) for port in _kolvane.list_ports()]

@@ -13,11 +13,11 @@ Termination = Union[str, bytes, None]
 _PARITIES = ("none", "even", "odd")
 _FLOWS = ("none", "xon_xoff", "rts_cts")
 _LONGEST_MS = 2**31 - 1
-_WITHOUT_CHARACTER = "\x81\x8d\x8f\x90\x9d"  # of Windows-1252
+_WITHOUT_CHARACTER = "\x81\x8d\x8f\x90\x9d"  # undefined in Windows-1252
 
 
 def _keep(error: UnicodeError) -> Tuple[Union[str, bytes], int]:
-    """No byte of an answer is lost: what is no character counts as Windows-1252."""
+    """Keeps every byte of an answer: bytes that are not a character count as Windows-1252."""
     if isinstance(error, UnicodeDecodeError):
         undecoded = error.object[error.start : error.end]
         if error.encoding == "charmap":
@@ -48,25 +48,24 @@ def _index(word: str, words: Tuple[str, ...], name: str) -> int:
 
 
 class Instrument:
-    """A connection of its own to one instrument: any number at once, on any threads, no display needed.
+    """An independent connection to one instrument: any number at once, on any threads, no display needed.
 
-    resource: what docs/command-line.md lists, such as
+    resource: a name from docs/command-line.md, such as
     "TCPIP::192.168.1.7::5025::SOCKET", "ASRL/dev/ttyUSB0::INSTR",
-    "USB::SERIALNUMBER::INSTR", "GPIB0::5::INSTR", or the short forms "HOST:PORT"
-    and "/dev/ttyUSB0". timeout: seconds, of connecting, of each command and of each
-    answer; None waits for ever. read_termination ends each answer and is stripped;
-    with CR LF a lone LF does, too; None or "": the end that USB and GPIB instruments
-    mark themselves, else the first 50 ms of silence. write_termination follows each
-    command. encoding: of commands and answers.
+    "USB::SERIALNUMBER::INSTR", "GPIB0::5::INSTR", or the short forms "HOST:PORT" and
+    "/dev/ttyUSB0". timeout: seconds, for connecting, for each command and for each
+    answer; None waits for ever. read_termination ends each answer and is stripped; with
+    CR LF, a lone LF ends it too; None or "": the end that USB and GPIB instruments
+    mark, otherwise the first 50 ms of silence. write_termination follows each command.
+    encoding: of commands and answers.
 
-    Serial lines only: baud (9600), parity ("none", "even", "odd"), data_bits (7, 8)
-    and stop_bits (1, 2).
+    Serial lines only: baud (9600), parity ("none", "even", "odd"), data_bits (7, 8) and
+    stop_bits (1, 2).
 
-    Several threads may share an instrument: their calls come one after the other,
-    and a query is one call. Other threads go on while a call waits; Ctrl+C gives it
-    up. Raises ValueError for an argument that is none, InstrumentError where a
-    connection or a transfer fails. What came before a failure stays for the next
-    read.
+    Several threads may share an instrument: their calls run one after the other, and a
+    query is one call. Other threads continue while a call waits; Ctrl+C gives it up.
+    Raises ValueError for an invalid argument, InstrumentError if a connection or a
+    transfer fails. Bytes received before a failure stay for the next read.
     """
 
     def __init__(
@@ -105,11 +104,11 @@ class Instrument:
         exception: Optional[BaseException],
         traceback: Optional[TracebackType],
     ) -> None:
-        """Closes."""
+        """Closes the connection."""
         self.close()
 
     def __repr__(self) -> str:
-        """Names the resource, and says so once it is closed."""
+        """Shows the resource, and whether it is closed."""
         return f"<kolvane.Instrument {self._resource}{'' if self.is_open else ' (closed)'}>"
 
     def _termination(self, termination: Termination) -> bytes:
@@ -121,7 +120,7 @@ class Instrument:
     def write(self, command: Union[str, bytes]) -> None:
         """Sends a command and its termination.
 
-        UnicodeEncodeError where the encoding lacks a character; nothing is sent then.
+        UnicodeEncodeError if the encoding lacks a character; nothing is sent then.
         """
         self._connection.write(self._encoded(command))
 
@@ -140,25 +139,25 @@ class Instrument:
         self._connection.write_bytes(bytes(data))
 
     def read_bytes(self, count: int) -> bytes:
-        """Receives so many bytes."""
+        """Receives exactly `count` bytes."""
         return self._connection.read_bytes(count)
 
     def query_block(self, command: Union[str, bytes]) -> bytes:
-        """Sends a command and receives a block in the form of IEEE 488.2: "#", a head, data, at most 64 MiB.
+        """Sends a command and receives an IEEE 488.2 block ("#", a head, data), at most 64 MiB.
 
-        Returns the data. The time-out holds between the bytes. InstrumentError with
-        status -62 for an answer that is no block; it can still be read.
+        Returns the data. The time-out applies between bytes. Raises InstrumentError
+        with status -62 if the answer is not a block; it can still be read.
         """
         return self._connection.query_block(self._encoded(command))
 
     def query_values(
         self, command: Union[str, bytes], datatype: Optional[str] = None, big_endian: bool = False
     ) -> List[float]:
-        """Sends a command and receives numbers, separated by commas, semicolons or spaces.
+        """Sends a command and receives numbers separated by commas, semicolons or spaces.
 
-        datatype: they come as a block instead, as numbers of this type by the letters
-        of the module struct ("h" 16 bits, "i" 32 bits, "f" single, "d" double).
-        ValueError for what is not a number, or not a whole number of them.
+        datatype: the numbers come as a block instead; their type as a letter of the
+        module struct ("h" 16 bits, "i" 32 bits, "f" single, "d" double). Raises
+        ValueError if a part is not a number, or the block ends within one.
         """
         if datatype is None:
             words = self.query(command).replace(",", " ").replace(";", " ").split()
@@ -170,15 +169,15 @@ class Instrument:
         return [value for (value,) in one.iter_unpack(data)]
 
     def flush(self) -> int:
-        """Discards what has come and has not been read; returns the number of bytes."""
+        """Discards unread input; returns the number of bytes."""
         return self._connection.flush()
 
     def close(self) -> None:
-        """Gives up what other threads wait for, and disconnects; a second call does nothing."""
+        """Makes waiting calls of other threads give up and disconnects; a second call does nothing."""
         self._connection.close()
 
     def read_status_byte(self) -> int:
-        """Asks for the status byte beside all messages: USB and GPIB; InstrumentError with status -4 elsewhere."""
+        """Reads the status byte out of band: USB and GPIB; InstrumentError with status -4 elsewhere."""
         return self._connection.read_status_byte()
 
     def set_line(
@@ -189,9 +188,9 @@ class Instrument:
         stop_bits: int = 1,
         flow: str = "none",
     ) -> None:
-        """Changes the parameters of a serial line; InstrumentError with status -2 where there is none.
+        """Changes the parameters of a serial line; InstrumentError with status -2 if it is not one.
 
-        flow: how the two sides hold each other up, "none", "xon_xoff" or "rts_cts".
+        flow: flow control, "none", "xon_xoff" or "rts_cts".
         """
         self._connection.set_line(
             baud, _index(parity, _PARITIES, "parity"), data_bits, stop_bits, _index(flow, _FLOWS, "flow")
@@ -199,27 +198,27 @@ class Instrument:
 
     @property
     def resource(self) -> str:
-        """The name that it was opened by."""
+        """The name passed on construction."""
         return self._resource
 
     @property
     def is_open(self) -> bool:
-        """False once it was closed; a lost connection is open until then."""
+        """False once closed; a lost connection counts as open until then."""
         return self._connection.is_open
 
     @property
     def encoding(self) -> str:
-        """Of commands and answers."""
+        """The encoding of commands and answers."""
         return self._encoding
 
     @property
     def bytes_waiting(self) -> int:
-        """What has come and has not been read; USB and GPIB instruments keep theirs until asked."""
+        """Unread bytes received so far; USB and GPIB instruments keep theirs until asked."""
         return self._connection.bytes_waiting()
 
     @property
     def timeout(self) -> Optional[float]:
-        """Seconds; 0: only what can be done at once; None: for ever. Holds from the next call on."""
+        """Seconds; 0: only what can be done at once; None: for ever. Applies from the next call on."""
         milliseconds = self._connection.timeout_ms
         return None if milliseconds == _LONGEST_MS else milliseconds / 1000
 

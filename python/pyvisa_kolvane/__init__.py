@@ -1,4 +1,4 @@
-"""PyVISA's way to instruments through Kolvane: pyvisa.ResourceManager("@kolvane")."""
+"""The PyVISA backend that uses Kolvane: pyvisa.ResourceManager("@kolvane")."""
 
 from kolvane import __version__
 

@@ -15,7 +15,7 @@ from .sessions import SESSIONS, Session, status_code
 
 
 def _usb_name(node: str, serial_number: str) -> Optional[str]:
-    """VISA's name of an instrument on its message driver's node; None for a serial adapter."""
+    """The VISA name of an instrument on its message driver's node; None for a serial adapter."""
     system = pathlib.Path(os.environ.get("KOLVANE_SYSFS") or "/sys")
     device = (system / "class/usbmisc" / pathlib.Path(node).name / "device").resolve().parent
     try:
@@ -26,7 +26,7 @@ def _usb_name(node: str, serial_number: str) -> Optional[str]:
 
 
 def _visa_name(port: kolvane.Port) -> Optional[str]:
-    """A name that PyVISA can read; None for what it has no word for."""
+    """A name that PyVISA can parse; None if there is none."""
     if port.resource.startswith("USB::"):
         return _usb_name(port.node, port.resource[len("USB::") : -len("::INSTR")])
     return port.resource if port.resource.startswith("ASRL") else None
@@ -40,7 +40,7 @@ class KolvaneLibrary(highlevel.VisaLibraryBase):
 
     @staticmethod
     def get_library_paths() -> Iterable[LibraryPath]:
-        """There is no library to be named: one entry stands for the package."""
+        """There is no library file to name: one entry represents the package."""
         return (LibraryPath("kolvane"),)
 
     @staticmethod
@@ -71,7 +71,7 @@ class KolvaneLibrary(highlevel.VisaLibraryBase):
         return number, self.handle_return_value(number, StatusCode.success)
 
     def list_resources(self, session: VISARMSession, query: str = "?*::INSTR") -> Tuple[str, ...]:
-        """viFindRsrc: serial lines and USB instruments. What a network or a GPIB bus has nobody knows."""
+        """viFindRsrc: serial lines and USB instruments. Devices on a network or a GPIB bus cannot be listed."""
         names = (_visa_name(port) for port in kolvane.list_ports())
         return rname.filter([name for name in names if name is not None], query)
 
@@ -82,7 +82,7 @@ class KolvaneLibrary(highlevel.VisaLibraryBase):
         access_mode: constants.AccessModes = constants.AccessModes.no_lock,
         open_timeout: int = constants.VI_TMO_IMMEDIATE,
     ) -> Tuple[VISASession, StatusCode]:
-        """viOpen. Locks are not known, so none can be asked for: a line or USB instrument has one user anyway."""
+        """viOpen. Locks are not supported: a line or USB instrument has only one user anyway."""
         if access_mode & (constants.AccessModes.exclusive_lock | constants.AccessModes.shared_lock):
             return VISASession(0), self.handle_return_value(None, StatusCode.error_invalid_access_mode)
         try:
@@ -149,12 +149,12 @@ class KolvaneLibrary(highlevel.VisaLibraryBase):
         return self.handle_return_value(session, StatusCode.error_nonsupported_operation)
 
     def read_stb(self, session: VISASession) -> Tuple[int, StatusCode]:
-        """viReadSTB: of USB and GPIB instruments; *STB? asks most others."""
+        """viReadSTB: for USB and GPIB instruments; with most others, query *STB?."""
         status_byte, status = self._session(session).read_stb()
         return status_byte, self.handle_return_value(session, status)
 
     def assert_trigger(self, session: VISASession, protocol: constants.TriggerProtocol) -> StatusCode:
-        """viAssertTrigger: not known; *TRG triggers most instruments."""
+        """viAssertTrigger: not supported; *TRG triggers most instruments."""
         return self._unsupported(session)
 
     def lock(
@@ -164,14 +164,14 @@ class KolvaneLibrary(highlevel.VisaLibraryBase):
         timeout: int,
         requested_key: Optional[str] = None,
     ) -> Tuple[str, StatusCode]:
-        """viLock: not known."""
+        """viLock: not supported."""
         return "", self._unsupported(session)
 
     def unlock(self, session: VISASession) -> StatusCode:
-        """viUnlock: not known."""
+        """viUnlock: not supported."""
         return self._unsupported(session)
 
-    # PyVISA switches events off whenever a resource is closed.
+    # PyVISA disables events whenever a resource is closed.
 
     def disable_event(self, session: VISASession, event_type: Any, mechanism: Any) -> StatusCode:
         """viDisableEvent: there are none."""

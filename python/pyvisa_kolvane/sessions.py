@@ -1,4 +1,4 @@
-"""What a VISA session of each kind of resource is: its connection, its attributes, its reads."""
+"""A VISA session for each kind of resource: connection, attributes and transfers."""
 
 import socket
 from typing import Any, Callable, Dict, Optional, Tuple
@@ -13,7 +13,7 @@ _Reading = Tuple[Any, StatusCode]
 _GAP_MS = 50
 _LARGEST_READ = 16 << 20
 _FOREVER_MS = 2**31 - 1
-# As long as for a connection that PyVISA sets no limit to.
+# Used if PyVISA gives no limit for opening a connection.
 _OPEN_MS = 10_000
 
 _STATUS_CODES = {
@@ -37,7 +37,7 @@ _STATUS_CODES = {
     -60: StatusCode.error_abort,
 }
 
-# What ends a message, by the numbers of Connection.read_message.
+# Indexed by the message end that Connection.read_message returns.
 _READ_STATUS = (
     StatusCode.success_max_count_read,
     StatusCode.success_termination_character_read,
@@ -47,16 +47,16 @@ _READ_STATUS = (
 
 
 def status_code(error: kolvane.InstrumentError) -> StatusCode:
-    """VISA's word for a failure."""
+    """The VISA status of a failure."""
     return _STATUS_CODES.get(error.status, StatusCode.error_io)
 
 
 class Session:
-    """A resource that is open. Statuses are returned, not raised."""
+    """An open resource. Statuses are returned, not raised."""
 
     kind: InterfaceType
     resource_class = "INSTR"
-    # Attributes that may be set and change nothing but themselves.
+    # Attributes that can be set without any other effect.
     settable = frozenset(
         {
             ResourceAttribute.termchar,
@@ -68,7 +68,7 @@ class Session:
             ResourceAttribute.max_queue_length,
         }
     )
-    # Attributes that have one value: setting them to another fails.
+    # Attributes with a single value: setting another one fails.
     fixed: Dict[int, Any] = {
         ResourceAttribute.io_prot: constants.IOProtocol.normal,
         ResourceAttribute.dma_allow_enabled: False,
@@ -85,7 +85,7 @@ class Session:
         self.connection.timeout_ms = self._timeout_ms
 
     def own_values(self, name: str) -> Dict[int, Any]:
-        """What can be told without asking anybody."""
+        """The attributes known without access to the instrument."""
         return {
             ResourceAttribute.interface_type: self.kind,
             ResourceAttribute.interface_number: _number(getattr(self.parsed, "board", "0")),
@@ -102,7 +102,7 @@ class Session:
         }
 
     def resource(self) -> str:
-        """The name that Kolvane opens it by."""
+        """The name by which Kolvane opens it."""
         raise NotImplementedError
 
     def open(self, timeout_ms: int) -> _kolvane.Connection:
@@ -110,16 +110,16 @@ class Session:
         return _kolvane.Connection(self.resource(), timeout_ms, b"", b"", None, None, None, None)
 
     def termination(self) -> bytes:
-        """The byte that ends a read; none where none does."""
+        """The byte that ends a read; empty if none does."""
         enabled = self.values[ResourceAttribute.termchar_enabled]
         return bytes([self.values[ResourceAttribute.termchar]]) if enabled else b""
 
     def gap_ms(self) -> int:
-        """How long a silence ends a read; negative: none does."""
+        """The length of the silence that ends a read; negative: none."""
         return -1
 
     def read(self, count: int) -> Tuple[bytes, StatusCode]:
-        """Reads up to what ends a message, at most so many bytes; what came before a time-out stays."""
+        """Reads up to the end of a message, at most `count` bytes; bytes before a time-out stay queued."""
         suppressed = self.values[ResourceAttribute.suppress_end_enabled]
         limit = max(1, min(count, _LARGEST_READ))
         termination = self.termination()
@@ -131,7 +131,7 @@ class Session:
         return data, _READ_STATUS[end]
 
     def write(self, data: bytes) -> Tuple[int, StatusCode]:
-        """Sends all of it."""
+        """Sends all of `data`."""
         try:
             self.connection.write_bytes(bytes(data))
         except kolvane.InstrumentError as error:
@@ -139,7 +139,7 @@ class Session:
         return len(data), StatusCode.success
 
     def clear(self) -> StatusCode:
-        """Forgets what has come; GPIB and USB instruments are cleared."""
+        """Discards unread input; also clears GPIB and USB instruments."""
         try:
             self.connection.flush()
         except kolvane.InstrumentError as error:
@@ -147,7 +147,7 @@ class Session:
         return StatusCode.success
 
     def read_stb(self) -> Tuple[int, StatusCode]:
-        """The status byte of USB and GPIB instruments; a line and a socket have none."""
+        """The status byte of USB and GPIB instruments; a line or a socket has none."""
         try:
             return self.connection.read_status_byte(), StatusCode.success
         except kolvane.InstrumentError as error:
@@ -155,7 +155,7 @@ class Session:
             return 0, StatusCode.error_nonsupported_operation if missing else status_code(error)
 
     def flush(self, mask: int) -> StatusCode:
-        """Output is never held back, so only what has come can be discarded."""
+        """Output is never buffered, so there is only input to discard."""
         operations = constants.BufferOperation
         received = (
             operations.discard_read_buffer
@@ -171,7 +171,7 @@ class Session:
         return StatusCode.success
 
     def get_attribute(self, attribute: int) -> _Reading:
-        """The value, or None and why there is none."""
+        """The value, or None and the reason."""
         if attribute not in _attributes_of(self.kind, self.resource_class):
             return None, StatusCode.error_nonsupported_attribute
         if attribute == ResourceAttribute.timeout_value:
@@ -182,11 +182,11 @@ class Session:
         return self.get_own(attribute)
 
     def get_own(self, attribute: int) -> _Reading:
-        """The same for what has to be asked for."""
+        """The value of an attribute that needs access to the connection."""
         return None, StatusCode.error_nonsupported_attribute
 
     def set_attribute(self, attribute: int, value: Any) -> StatusCode:
-        """What cannot be set to the value stays as it was."""
+        """An attribute that cannot be set to the value keeps its old one."""
         known = _attributes_of(self.kind, self.resource_class).get(attribute)
         if known is None:
             return StatusCode.error_nonsupported_attribute
@@ -205,11 +205,11 @@ class Session:
         return self.set_own(attribute, value)
 
     def set_own(self, attribute: int, value: Any) -> StatusCode:
-        """The same for what the connection has to know."""
+        """Sets an attribute that affects the connection."""
         return StatusCode.error_nonsupported_attribute
 
     def set_timeout(self, milliseconds: int) -> StatusCode:
-        """VISA's words for never and at once included."""
+        """Accepts VISA's values for never and at once."""
         if milliseconds == constants.VI_TMO_INFINITE:
             milliseconds = _FOREVER_MS
         if not 0 <= milliseconds <= _FOREVER_MS:
@@ -240,7 +240,7 @@ class SocketSession(Session):
             **super().own_values(name),
             ResourceAttribute.tcpip_port: _number(self.parsed.port),  # type: ignore[attr-defined]
             ResourceAttribute.tcpip_hostname: host,
-            # A stream has no end but the termination character; switched off, the first silence is one.
+            # A stream has no end except the termination character; if False, a silence ends it.
             ResourceAttribute.suppress_end_enabled: True,
         }
 
@@ -385,7 +385,7 @@ class GpibSession(Session):
 
 
 def _number(text: Optional[str]) -> int:
-    """Decimal or with 0x; a serial line's path has none."""
+    """Decimal or with 0x; 0 for a serial line's path."""
     try:
         return int(text or "0", 0)
     except ValueError:
