@@ -28,8 +28,7 @@ inline constexpr std::int16_t kBlockTooLong = -61;     ///< set by this layer, i
 inline constexpr std::int16_t kHostFailed = -901;      ///< the host's object threw an exception
 inline constexpr std::int16_t kNoPortLibrary = -902;   ///< the port library cannot be loaded
 inline constexpr std::int16_t kTestAnswerEnd = -903;   ///< offline: the test answer has been read completely
-inline constexpr std::int16_t kNoNodeFunction = -904;  ///< a node was chosen, but the port library cannot set
-                                                       ///< one
+inline constexpr std::int16_t kNoNodeFunction = -904;  ///< the port library cannot set the chosen node
 }  // namespace device_status
 
 /// Whether the status means that no transfer is possible until the port is reopened.

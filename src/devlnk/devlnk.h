@@ -26,8 +26,7 @@ KOLVANE_DEVLNK_EXPORT int32_t QDX_OpenPort(int16_t port, int32_t baud, const cha
    opens and clears the device here; its addresses end at 30. */
 KOLVANE_DEVLNK_EXPORT int32_t QDX_SelectDevice(int16_t address);
 /* Time-out of each following transfer as a whole, not per byte; 0: only what can be done at once. Initially
-   5000. Also applies to opening TCP/IP if called before. Needs no open port; opening or closing one keeps it.
-   */
+   5000. Also applies to opening TCP/IP if called before. Needs no open port; survives opening and closing. */
 KOLVANE_DEVLNK_EXPORT int32_t QDX_SetTimeout(int32_t milliseconds);
 /* How GPIB transfers end, from the next QDX_OpenPort on. Flags are 0 or 1, eos_char 0 to 255, zero is 0;
    milliseconds also sets the time-out, as QDX_SetTimeout does, but 0 means 5000. Fails if GPIB is not
@@ -64,9 +63,8 @@ KOLVANE_DEVLNK_EXPORT int32_t QDX_SetNode(int16_t port, const char* node);
 /* Number of device slots that a scan can fill; a constant. */
 KOLVANE_DEVLNK_EXPORT int32_t USB_GetMaxUsbDevice(void);
 /* Fills slots records of 510 characters: serial number in the first 255, description in the next 255, padded
-   with spaces; records without a device hold spaces only. Lists what QDX_OpenPort can open by serial number:
-   instruments, then adapters with a serial line. Sends nothing to any device and returns within two seconds.
-   */
+   with spaces; spaces only if there are no more devices. Lists what QDX_OpenPort can open by serial number:
+   instruments, then adapters with a serial line. Sends nothing to any device; takes at most two seconds. */
 KOLVANE_DEVLNK_EXPORT int32_t USB_ScanUsbDevice(int32_t slots, char* buffer);
 
 /* The following are optional: callers look them up and also work with libraries that lack them. */

@@ -6,8 +6,8 @@
 
 namespace kolvane::devlnk {
 
-/// The C functions' results below 0, explained to users in docs/status-codes.md. -1 is free:
-/// callers use it for operations that they give up themselves. All fit 16 bits: callers may truncate them.
+/// The C functions' results below 0, explained to users in docs/status-codes.md. -1 is free: callers use it
+/// for operations that they give up themselves. All fit 16 bits: callers may truncate them.
 enum class Status : std::int32_t {
   kOk = 0,
 

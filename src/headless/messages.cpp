@@ -75,7 +75,7 @@ void Messages::Show(LineKind kind, std::string_view text) {
   if (host_ != nullptr) return host_->Hand(kind, OneLine(text));
   if (before_) before_();
   const std::string line = "kolvane: " + OneLine(text) + "\n";
-  // If standard error is closed, nothing is reported.
+  // A failure to write to standard error has nowhere to be reported.
   (void)base::WriteAll(descriptor_, at_terminal_ ? WithVisibleControls(line) : line);
 }
 

@@ -8,7 +8,7 @@
 
 namespace kolvane::headless {
 
-/// The port for the user: with its RESOURCE name or, if it has none, with a hint how to get one.
+/// The port for the user: with its RESOURCE name or, if it has none, with a hint on how to get one.
 Port PortEntry(const device::AttachedPort& port);
 
 /// All ports to connect to. Failures of a named port library are reported on standard error.
