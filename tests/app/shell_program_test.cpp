@@ -107,13 +107,14 @@ TEST_F(ShellTest, APipeBringsRowsWithoutPrompts) {
 
 TEST_F(ShellTest, WhatIsWrongEndsNothing) {
   base::WriteBytes(folder.Path("bad.CMD"), "A\r\n$NEIN\r\nB\r\n");
-  const Outcome outcome =
-      Pipe("$NEIN\nA\n$RUN bad.CMD\n$RUN none.CMD\n$IFERR\n$NEIN\n$ENDIF\n$GETPARAM 1\nC\n", Words());
+  const Outcome outcome = Pipe(
+      "$NEIN\nA\n$RUN bad.CMD\n$RUN none.CMD\n$RUN \"\n$IFERR\n$NEIN\n$ENDIF\n$GETPARAM 1\nC\n", Words());
   EXPECT_EQ(outcome.out, "A\nA\nC\n");
   EXPECT_EQ(outcome.err,
             "kolvane: Unbekannter $ Befehl\n"
             "kolvane: Fehler in Befehlsliste (Zeile 2): Unbekannter $ Befehl\n"
             "kolvane: cannot read the command list 'none.CMD': No such file or directory\n"
+            "kolvane: cannot read the command list '\"': No such file or directory\n"
             "kolvane: Index außerhalb des gültigen Bereichs\n");
   EXPECT_EQ(outcome.status, 4);
 }

@@ -46,7 +46,7 @@ TEST(ResourceName, RefusesWhatIsNoTcpIpConnection) {
   for (const char* name : {"TCPIP", "TCPIP::", "TCPIP::a", "TCPIP::a::7", "TCPIP::a::7::INSTR",
                            "TCPIP::a::7::SOCKET::", "TCPIP::::1::7::SOCKET", "TCPIP::[::1::7::SOCKET"})
     EXPECT_NE(Refusal(name).find("write TCPIP::HOST::PORT::SOCKET"), std::string::npos) << name;
-  for (const char* host : {"", "[]", "a b", "[a", "a]", "]["})
+  for (const char* host : {"", "[]", "a b", "[a", "a]", "][", "[ab", "ab]"})
     EXPECT_NE(Refusal("TCPIP::" + std::string(host) + "::7::SOCKET"), "accepted") << host;
 }
 
