@@ -219,6 +219,15 @@ TEST_F(ValuesTableTest, FitsAColumnToWhatIsInSight) {
   model_.ShowRows(1);
   Q_EMIT table_.header()->sectionHandleDoubleClicked(1);
   EXPECT_GT(table_.header()->sectionSize(1), 200);
+  Fill(100);
+  bar().setValue(bar().maximum());
+  Q_EMIT table_.header()->sectionHandleDoubleClicked(1);
+  EXPECT_LT(table_.header()->sectionSize(1), 100) << "the long one is out of sight";
+  Add(store_, "Another that is much longer than its column is wide", {1});
+  bar().setValue(1);
+  model_.ShowRows(store_.rows());
+  Q_EMIT table_.header()->sectionHandleDoubleClicked(1);
+  EXPECT_LT(table_.header()->sectionSize(1), 100);
 }
 
 TEST_F(ValuesTableTest, CopiesRowsAsTabbedText) {

@@ -20,8 +20,11 @@ TEST_F(DebugCommandsTest, F9SetsABreakpointAndTakesItOff) {
   Press("mnuBreakpoint");
   EXPECT_EQ(Marks(2), script::CommandListModel::kBreakpointMark);
   EXPECT_EQ(Mark(2, Qt::AccessibleTextRole).toString(), "Haltepunkt");
+  const auto shown = [this] { return Grid()->viewport()->grab().toImage().pixelColor(MarkerOf(2)); };
+  EXPECT_EQ(shown(), QColor(200, 30, 30));
   Press("mnuBreakpoint");
   EXPECT_EQ(Marks(2), 0);
+  EXPECT_NE(shown(), QColor(200, 30, 30));
 }
 
 TEST_F(DebugCommandsTest, AClickIntoTheFirstColumnDoesTheSame) {
