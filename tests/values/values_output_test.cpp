@@ -6,6 +6,7 @@
 #include <QImage>
 #include <QMainWindow>
 #include <QProgressDialog>
+#include <QRegularExpression>
 #include <QSvgRenderer>
 #include <QTest>
 #include <filesystem>
@@ -14,6 +15,7 @@
 #include "base/small_files.h"
 #include "base/temp_folder.h"
 #include "gui/box_answers.h"
+#include "gui/pdf_content.h"
 #include "values/csv_reader.h"
 #include "values/filled_store.h"
 #include "values/ui/csv_job.h"
@@ -204,7 +206,16 @@ TEST_F(ValuesOutputTest, PrintsOnAPage) {
   QPrinter printer(QPrinter::HighResolution);
   printer.setOutputFileName(QString::fromStdString(folder_.Path("page.pdf")));
   EXPECT_TRUE(PrintPicture(printer, plot_.Scene(false), plot_.font(), plot_.size()));
-  EXPECT_EQ(base::ReadBytes(folder_.Path("page.pdf")).substr(0, 5), "%PDF-");
+  // The picture's white ground, in units of which `scale` stand for a point, is as wide as the page.
+  const QRegularExpression ground(
+      "^([0-9.]+) 0 0 .* cm.*\n([0-9.]+) 0 0 [0-9.]+ 0 0 cm\n0 30 ([0-9.]+) ([0-9.]+) re\n",
+      QRegularExpression::DotMatchesEverythingOption | QRegularExpression::MultilineOption);
+  const auto match = ground.match(gui::PdfContent(base::ReadBytes(folder_.Path("page.pdf"))));
+  ASSERT_TRUE(match.hasMatch());
+  const double scale = match.captured(1).toDouble() * match.captured(2).toDouble();
+  const QSizeF page = printer.pageLayout().paintRectPoints().size();
+  EXPECT_NEAR(match.captured(3).toDouble() * scale, page.width(), 2);
+  EXPECT_NEAR(match.captured(4).toDouble() * scale, page.width() * plot_.height() / plot_.width(), 2);
 }
 
 // The curve is where its values are, on white whatever the screen's colours are.

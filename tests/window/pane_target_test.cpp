@@ -9,6 +9,7 @@
 #include <QTest>
 
 #include "device/ui/connection_dialog.h"
+#include "gui/pdf_content.h"
 #include "window/window_fixture.h"
 
 namespace kolvane::window {
@@ -119,11 +120,8 @@ TEST_F(PaneTargetTest, ACancelledOrFailedLoadLeavesTheText) {
 /// The left margin of a PDF file's first page in millimetres: its content starts with the scale and the
 /// origin, in points.
 double LeftMargin(const std::string& pdf) {
-  const std::size_t start = pdf.find("stream\n") + 7;
-  const std::string packed = pdf.substr(start, pdf.find("endstream", start) - start);
-  const QByteArray content = qUncompress(QByteArray("\0\0\x10\0", 4) + QByteArray::fromStdString(packed));
-  const auto matrix = QRegularExpression(" ([0-9.]+) [0-9.]+ cm").match(QString::fromLatin1(content));
-  return matrix.captured(1).toDouble() / 72 * 25.4;
+  const QRegularExpression matrix(" ([0-9.]+) [0-9.]+ cm");
+  return matrix.match(gui::PdfContent(pdf)).captured(1).toDouble() / 72 * 25.4;
 }
 
 TEST_F(PaneTargetTest, PrintsToAPdfFileWhereThereIsNoPrinter) {
