@@ -77,6 +77,22 @@ TEST_F(CurvesPanelTest, NamesItsColumns) {
             (QStringList{"Kurve", "Wert", "Anzahl", "Minimum", "Maximum", "Mittelwert", "Standardabw."}));
 }
 
+TEST_F(CurvesPanelTest, FitsItsColumnsAtFirstAndToAnotherFont) {
+  const auto widths = [this] {
+    std::vector<int> all;
+    for (int column = 0; column < CurvesModel::kColumns; ++column) all.push_back(table().columnWidth(column));
+    return all;
+  };
+  const std::vector<int> first = widths();
+  QEvent change(QEvent::FontChange);
+  QApplication::sendEvent(&panel_, &change);
+  EXPECT_EQ(widths(), first);
+  QFont larger = panel_.font();
+  larger.setPointSizeF(2 * larger.pointSizeF());
+  panel_.setFont(larger);
+  for (std::size_t column = 0; column < first.size(); ++column) EXPECT_GT(widths()[column], first[column]);
+}
+
 TEST_F(CurvesPanelTest, ShowsAndHidesWithTheSpaceBar) {
   QSignalSpy changed(&model_, &CurvesModel::LooksChanged);
   Select({0, 2});

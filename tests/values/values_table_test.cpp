@@ -35,6 +35,11 @@ class ValuesTableTest : public testing::Test {
     QTest::mouseClick(table_.viewport(), Qt::LeftButton, modifiers,
                       table_.visualRect(model_.index(row, 1)).center());
   }
+  void Drag(const QPoint& to) {
+    QMouseEvent move(QEvent::MouseMove, to, table_.viewport()->mapToGlobal(to), Qt::NoButton, Qt::LeftButton,
+                     {});
+    QApplication::sendEvent(table_.viewport(), &move);
+  }
   void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(&table_, key, modifiers); }
 
   Store store_;
@@ -132,13 +137,21 @@ TEST_F(ValuesTableTest, SelectsByDragging) {
   Fill(1000);
   bar().setValue(100);
   const QPoint from = table_.visualRect(model_.index(101, 1)).center();
-  const QPoint to = table_.visualRect(model_.index(104, 2)).center();
+  const QRect to = table_.visualRect(model_.index(104, 2));
   QTest::mousePress(table_.viewport(), Qt::LeftButton, {}, from);
-  QMouseEvent move(QEvent::MouseMove, to, table_.viewport()->mapToGlobal(to), Qt::NoButton, Qt::LeftButton,
-                   {});
-  QApplication::sendEvent(table_.viewport(), &move);
-  QTest::mouseRelease(table_.viewport(), Qt::LeftButton, {}, to);
+  Drag(to.center());
   EXPECT_EQ(table_.SelectedRows(), (RowRanges{{101, 105}}));
+  QTest::mouseRelease(table_.viewport(), Qt::LeftButton, {}, to.center());
+}
+
+TEST_F(ValuesTableTest, SelectsFromARowThatHasLeftTheViewMeanwhile) {
+  Fill(1000);
+  bar().setValue(100);
+  const QPoint top_left = table_.visualRect(model_.index(100, 1)).topLeft();
+  QTest::mousePress(table_.viewport(), Qt::LeftButton, {}, {top_left.x(), 0});
+  bar().setValue(103);
+  Drag(table_.visualRect(model_.index(104, 1)).center());
+  EXPECT_EQ(table_.SelectedRows(), (RowRanges{{100, 105}}));
 }
 
 TEST_F(ValuesTableTest, SelectsRowsByKeys) {
