@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "base/temp_folder.h"
+#include "device/port_table.h"
 
 namespace kolvane::device {
 namespace {
@@ -69,6 +70,15 @@ TEST_F(PortsFileTest, AVariableWinsAndIsNotWritten) {
   EXPECT_EQ(settings[0].value, "/dev/ttyACM0");
   EXPECT_EQ(SavePortSettings(settings), 0);
   EXPECT_FALSE(std::filesystem::exists(path_));
+}
+
+TEST_F(PortsFileTest, EachPortCodeHasTheNodeOfItsKey) {
+  EXPECT_EQ(PortNode(port_code::kGpib), "0");
+  std::filesystem::create_directories(std::filesystem::path(path_).parent_path());
+  base::WriteBytes(path_, "[PORTS]\nCOM1=/a\nCOM2=/b\nLPT1=/c\nLPT2=/d\nGPIB=3\n");
+  std::vector<std::string> nodes;
+  for (const PortKind& kind : kPortKinds) nodes.push_back(PortNode(kind.code));
+  EXPECT_EQ(nodes, (std::vector<std::string>{"/a", "/b", "/a", "/b", "/c", "/d", "3", "", "", ""}));
 }
 
 }  // namespace
