@@ -44,7 +44,7 @@ TEST_F(Answer, WithoutTerminationEndsAtTheFirstGap) {
   EXPECT_EQ(instrument.Read(), "a\r\nb");
 }
 
-TEST_F(Answer, WithoutTerminationEndsAtTheLossToo) {
+TEST_F(Answer, WithoutTerminationAlsoEndsAtALoss) {
   Instrument instrument = partner.Connect(Ending(""));
   partner.Send("last");
   partner.HangUp();
@@ -52,7 +52,7 @@ TEST_F(Answer, WithoutTerminationEndsAtTheLossToo) {
   EXPECT_EQ(StatusOf([&] { instrument.Read(); }), -40);
 }
 
-TEST_F(Answer, StaysQueuedWhereItIsNotWhole) {
+TEST_F(Answer, StaysQueuedUntilItIsComplete) {
   Instrument instrument = partner.Connect();
   instrument.SetTimeoutMs(60);
   partner.Send("12");
@@ -69,7 +69,7 @@ TEST_F(Answer, MayBeLongerThanTheQueue) {
   sender.join();
 }
 
-TEST_F(Answer, OfSoManyBytesKeepsEachOfThem) {
+TEST_F(Answer, WithAByteCountKeepsEveryByte) {
   Instrument instrument = partner.Connect();
   partner.Send(std::string("a\r\n\0b", 5) + "tail\n");
   EXPECT_EQ(instrument.ReadBytes(0), "");
@@ -77,7 +77,7 @@ TEST_F(Answer, OfSoManyBytesKeepsEachOfThem) {
   EXPECT_EQ(instrument.Read(), "tail");
 }
 
-TEST_F(Answer, IsABlock) {
+TEST_F(Answer, CanBeABlock) {
   Instrument instrument = partner.Connect();
   partner.Send("#15a\nb\nc\r\n#213hello, \r\nyou\n#10\r\nafter\r\n");
   EXPECT_EQ(instrument.QueryBlock("A"), "a\nb\nc");
@@ -87,7 +87,7 @@ TEST_F(Answer, IsABlock) {
   EXPECT_EQ(partner.Receive(4), "A\nB\n");
 }
 
-TEST_F(Answer, IsABlockWithoutTermination) {
+TEST_F(Answer, CanBeABlockWithoutTermination) {
   Instrument instrument = partner.Connect();
   partner.Send("#13abc");
   EXPECT_EQ(instrument.QueryBlock("A"), "abc");
@@ -97,7 +97,7 @@ TEST_F(Answer, IsABlockWithoutTermination) {
   EXPECT_EQ(instrument.Read(), "x");
 }
 
-TEST_F(Answer, ThatIsNoBlockCanStillBeRead) {
+TEST_F(Answer, ThatIsNotABlockCanStillBeRead) {
   Instrument instrument = partner.Connect();
   partner.Send("ERROR 5\r\n#xy\r\n#2a1\r\n");
   for (const char* answer : {"ERROR 5", "#xy", "#2a1"}) {
@@ -106,13 +106,13 @@ TEST_F(Answer, ThatIsNoBlockCanStillBeRead) {
   }
 }
 
-TEST_F(Answer, IsNoBlockAbove64MiB) {
+TEST_F(Answer, WithABlockAbove64MiBIsRefused) {
   Instrument instrument = partner.Connect();
   partner.Send("#867108865");
   EXPECT_EQ(StatusOf([&] { instrument.QueryBlock("A"); }), InstrumentError::kBlockTooLong);
 }
 
-TEST_F(Answer, BecomesValues) {
+TEST_F(Answer, IsConvertedToValues) {
   Instrument instrument = partner.Connect();
   partner.Send("1.5, -2e3;+3\t 4\r\n\r\n1,two\r\n");
   EXPECT_EQ(instrument.QueryValues("MSV?"), (std::vector<double>{1.5, -2000, 3, 4}));
@@ -120,7 +120,7 @@ TEST_F(Answer, BecomesValues) {
   EXPECT_THROW(instrument.QueryValues("MSV?"), std::invalid_argument);
 }
 
-TEST_F(Answer, IsAMessageUpToTheFirstLimit) {
+TEST_F(Answer, AsAMessageEndsAtTheFirstLimit) {
   Instrument instrument = partner.Connect();
   partner.Send("abc;def");
   const auto text = [](const InstrumentMessage& message) {

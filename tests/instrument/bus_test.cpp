@@ -32,7 +32,7 @@ struct Gpib : testing::Test {
   devlnk::GpibScript* script = nullptr;
 };
 
-TEST_F(Gpib, SpeaksToTheAddressOfTheName) {
+TEST_F(Gpib, TalksToTheAddressInTheName) {
   script->reads = {{"1.5\n", kEnd}};
   {
     Instrument instrument("GPIB0::5::INSTR");
@@ -43,7 +43,7 @@ TEST_F(Gpib, SpeaksToTheAddressOfTheName) {
   EXPECT_EQ(script->calls.back().substr(0, 3), "onl");
 }
 
-TEST_F(Gpib, EndsAnAnswerWhereTheInstrumentSaysSo) {
+TEST_F(Gpib, EndsAnAnswerWhenTheInstrumentSignalsItsEnd) {
   script->reads = {{"no end of line", kEnd}, {"in two ", 0}, {"pieces", kEnd}, {"", kEnd}, {"next", kEnd}};
   Instrument instrument("GPIB0::5::INSTR");
   EXPECT_EQ(instrument.Read(), "no end of line");
@@ -61,7 +61,7 @@ TEST_F(Gpib, HasAStatusByte) {
   EXPECT_EQ(StatusOf([&] { instrument.ReadStatusByte(); }), -30);
 }
 
-TEST_F(Gpib, TakesNoMessageForTheNext) {
+TEST_F(Gpib, KeepsMessagesApart) {
   script->reads = {{"#13abc\n", kEnd}, {"#13def", kEnd}, {"x", kEnd}};
   Instrument instrument("GPIB0::5::INSTR");
   EXPECT_EQ(instrument.QueryBlock("A"), "abc");
@@ -74,7 +74,7 @@ TEST_F(Gpib, WithoutDriverIsNotAvailable) {
   EXPECT_EQ(StatusOf([] { Instrument("GPIB0::5::INSTR"); }), -4);
 }
 
-TEST(SerialInstrument, HasALineOfItsOwn) {
+TEST(SerialInstrument, UsesItsOwnLine) {
   const base::Pty first;
   const base::Pty second;
   InstrumentOptions options;
@@ -108,7 +108,7 @@ TEST(SerialInstrument, ChangesItsRate) {
   EXPECT_THROW(instrument.SetLine(0, SerialParity::kNone, 8, 1), std::invalid_argument);
 }
 
-TEST(SerialInstrument, HasALineWhereOthersHaveNone) {
+TEST(SerialInstrument, LineSettingsAreRefusedForOtherInstruments) {
   Partner partner;
   Instrument instrument = partner.Connect();
   EXPECT_EQ(StatusOf([&] { instrument.SetLine(19200, SerialParity::kNone, 8, 1); }),
@@ -116,7 +116,7 @@ TEST(SerialInstrument, HasALineWhereOthersHaveNone) {
   EXPECT_EQ(StatusOf([&] { instrument.ReadStatusByte(); }), InstrumentError::kNotAvailable);
 }
 
-TEST(SerialInstrument, RefusesALineThatIsTaken) {
+TEST(SerialInstrument, RefusesALineThatIsInUse) {
   const base::Pty line;
   Instrument one("ASRL" + line.node() + "::INSTR");
   EXPECT_EQ(StatusOf([&] { Instrument("ASRL" + line.node() + "::INSTR"); }), -13);

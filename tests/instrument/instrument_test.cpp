@@ -28,7 +28,7 @@ TEST(Instrument, TakesTheShortFormsOfNames) {
   EXPECT_EQ(instrument.Query("hello"), "hello");
 }
 
-TEST(Instrument, RefusesWhatNamesNone) {
+TEST(Instrument, RefusesInvalidResourceNames) {
   EXPECT_THROW(Instrument("nonsense"), std::invalid_argument);
   EXPECT_THROW(Instrument("OFFLINE"), std::invalid_argument);
   InstrumentOptions options;
@@ -42,7 +42,7 @@ TEST(Instrument, RefusesWhatNamesNone) {
   EXPECT_THROW(Instrument("ASRL1::INSTR", options), std::invalid_argument);
 }
 
-TEST(Instrument, SaysWhatFailedAndWhere) {
+TEST(Instrument, ReportsWhatFailedAndWhere) {
   const base::Listener deaf(AF_INET, base::Listener::kDeaf);
   const std::string name = "TCPIP::127.0.0.1::" + std::to_string(deaf.port()) + "::SOCKET";
   try {
@@ -66,7 +66,7 @@ TEST(Instrument, SendsCommandsAndBytes) {
   EXPECT_EQ(instrument.ReadTermination(), "\r\n");
 }
 
-TEST(Instrument, FlushesWhatHasCome) {
+TEST(Instrument, FlushesReceivedBytes) {
   Partner partner;
   Instrument instrument = partner.Connect();
   partner.Send("late\r\nnow\r\n");
@@ -123,7 +123,7 @@ TEST(Instrument, GivesUpWhenAskedTo) {
   EXPECT_EQ(instrument.Read(), "part");
 }
 
-TEST(Instrument, HandsOnWhatIsThrownMeanwhile) {
+TEST(Instrument, PassesOnExceptionsThrownWhileWaiting) {
   Partner partner;
   InstrumentOptions options{.TimeoutMs = 600'000};
   options.GiveUp = []() -> bool { throw std::out_of_range("enough"); };
@@ -172,7 +172,7 @@ TEST(Instrument, SharesNothingWithOthers) {
   EXPECT_EQ(right, kInstruments * kQueries);
 }
 
-TEST(Instrument, AnswersEachThreadItsOwn) {
+TEST(Instrument, GivesEachThreadItsOwnAnswer) {
   constexpr int kThreads = 8;
   constexpr int kQueries = 200;
   const amplifier::ServerThread amplifier({.echo = true});
@@ -191,7 +191,7 @@ TEST(Instrument, AnswersEachThreadItsOwn) {
   EXPECT_EQ(right, kThreads * kQueries);
 }
 
-TEST(Instrument, Moves) {
+TEST(Instrument, CanBeMoved) {
   Partner partner;
   Instrument first = partner.Connect();
   Instrument second = std::move(first);

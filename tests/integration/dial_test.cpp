@@ -75,7 +75,7 @@ class DialTest : public testing::Test, private device::WaitListener {
   }
 };
 
-TEST_F(DialTest, EachLineGoesOutWithCrAndConnectOpensTheWay) {
+TEST_F(DialTest, EachLineIsSentWithCrAndConnectCompletesTheDialling) {
   Modem modem(Answers{{"ATZ", "\r\nOK\r\n"}, {"ATDT0815", "\r\nCONNECT 9600\r\n"}});
   EXPECT_EQ(Dial(modem, "ATZ\r\nATDT0815"), 0);
   EXPECT_EQ(modem.AwaitLines(2), (Lines{"ATZ", "ATDT0815"}));
@@ -90,7 +90,7 @@ TEST_F(DialTest, TheOnlyReplyMayBeConnect) {
   device_.Close();
 }
 
-TEST_F(DialTest, AnEchoIsNoAnswer) {
+TEST_F(DialTest, AnEchoIsNotAnAnswer) {
   Modem modem(Answers{{"ATE1", "\r\nOK\r\n"}, {"ATDT1", "\r\nRINGING\r\n\r\nCONNECT\r\n"}}, true);
   EXPECT_EQ(Dial(modem, "ATE1\r\nATDT1"), 0);
   EXPECT_EQ(Exchange("A"), "A\r\n") << "nothing of the dialogue is left";
@@ -109,7 +109,7 @@ TEST_F(DialTest, ALateConnectCounts) {
   device_.Close();
 }
 
-TEST_F(DialTest, ALateAnswerOfAnEarlierLineIsReadOn) {
+TEST_F(DialTest, ReadsOnAfterALateAnswerToAnEarlierLine) {
   Modem modem(Answers{{"ATD", "CONNECT\r\n"}});
   on_wait_ = [&](const auto&) { library_.Library()->SetTimeout(kPatienceMs); };
   EXPECT_EQ(Dial(modem, "ATZ\r\nATD", kShortMs), 0);
@@ -153,7 +153,7 @@ TEST_F(DialTest, AfterAFailureTheSamePortDialsAgain) {
   device_.Close();
 }
 
-TEST_F(DialTest, NoScriptDialsNothing) {
+TEST_F(DialTest, WithoutAScriptNothingIsDialled) {
   Modem modem(Answers{});
   EXPECT_EQ(Dial(modem, ""), 0);
   device_.Write("X\r", "", 0);

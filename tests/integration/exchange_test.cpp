@@ -41,7 +41,7 @@ TEST_P(ExchangeTest, SettingsAreKeptAndRefusalsAnswered) {
   EXPECT_EQ(terminal_.Ask("NONSENSE"), "?");
 }
 
-TEST_P(ExchangeTest, EveryByteComesThroughInCountMode) {
+TEST_P(ExchangeTest, EveryByteIsReceivedInCountMode) {
   ReceiveBinary(2, "256");
   const std::string answer = terminal_.Ask("RAMP? 256");
   EXPECT_EQ(answer.size(), 256u * 4);
@@ -67,7 +67,7 @@ TEST_P(ExchangeTest, AutomaticEndEndsAtTheFirstGap) {
   EXPECT_EQ(terminal_.Ask("HEX? 0D0A41"), "<0D><0A><41>");
 }
 
-TEST_P(ExchangeTest, ATerminatorLeavesTheBytesOfABinaryAnswerAlone) {
+TEST_P(ExchangeTest, ATerminatorDoesNotChangeTheBytesOfABinaryAnswer) {
   ReceiveBinary(1);
   for (const char* terminator : {"CRLF", "LF", "CR", "65"}) {
     terminal_.controls.EditReceiveTerminator(terminator);

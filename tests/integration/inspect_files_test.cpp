@@ -50,7 +50,7 @@ class InspectFilesTest : public testing::Test {
   std::optional<LiveTerminal> terminal_;
 };
 
-TEST_F(InspectFilesTest, ASoundFileIsWhatItsFormatSays) {
+TEST_F(InspectFilesTest, ASoundFileIsReadThroughItsTemplate) {
   Load(kFiles + "/tone.wav");
   const std::string dump = Receive("FILE? 1", 444);
   EXPECT_EQ(dump.substr(0, 3 * 62),
@@ -65,7 +65,7 @@ TEST_F(InspectFilesTest, ASoundFileIsWhatItsFormatSays) {
                    "Data chunk=\"data\"", "Bytes of data=400"}));
 }
 
-TEST_F(InspectFilesTest, ABitmapIsWhatItsFormatSays) {
+TEST_F(InspectFilesTest, ABitmapIsReadThroughItsTemplate) {
   Load(kFiles + "/gradient.bmp");
   const std::string dump = Receive("FILE? 1", 102);
   EXPECT_EQ(dump.substr(0, 2 * 62),
@@ -90,7 +90,7 @@ std::vector<unsigned> ZoneCounts(const std::string& bytes) {
   return counts;
 }
 
-TEST_F(InspectFilesTest, ATimeZoneOfThisSystemIsWhatItsFormatSays) {
+TEST_F(InspectFilesTest, ATimeZoneOfThisSystemIsReadThroughItsTemplate) {
   if (!std::filesystem::exists(kZone)) GTEST_SKIP() << kZone << " is missing (package tzdata)";
   Load(kZone);
   const std::string bytes = base::ReadBytes(kZone);
@@ -122,7 +122,7 @@ class InspectBlocksTest : public InspectFilesTest {
   }
 };
 
-TEST_F(InspectBlocksTest, TheHeadOfABlockIsReadInBothOrders) {
+TEST_F(InspectBlocksTest, TheHeaderOfABlockIsReadInBothByteOrders) {
   for (const bool motorola : {false, true}) {
     const std::string dump =
         Receive(std::string("BIN? 1-2,2,INT16,") + (motorola ? "MOTOROLA" : "INTEL"), 56);

@@ -106,7 +106,7 @@ TEST_F(PaneAccessible, AnEmptyPaneIsDescribedByItsPlaceholder) {
   EXPECT_EQ(interface_->text(QAccessible::Description), QString());
 }
 
-TEST_F(PaneAccessible, TellsColorsAndFont) {
+TEST_F(PaneAccessible, ReportsColorsAndFont) {
   pane_.setTextColor(Qt::black);
   pane_.setBackgroundColor(Qt::white);
   pane_.AppendLine(LineKind::kCommand, "*IDN?");
@@ -125,7 +125,7 @@ TEST_F(PaneAccessible, TellsColorsAndFont) {
   EXPECT_TRUE(text_->attributes(14, &begin, &end).startsWith(QStringLiteral("color:rgb(0,128,0);")));
 }
 
-TEST_F(PaneAccessible, TellsWhatIsBold) {
+TEST_F(PaneAccessible, ReportsWhatIsBold) {
   pane_.setTextColor(Qt::black);
   PaneText text;
   text.AppendLine("bold", base::kBold);
@@ -141,7 +141,7 @@ TEST_F(PaneAccessible, TellsWhatIsBold) {
   EXPECT_TRUE(text_->attributes(6, &begin, &end).contains(QStringLiteral("font-weight:normal;")));
 }
 
-TEST_F(PaneAccessible, TellsWhereCharactersStand) {
+TEST_F(PaneAccessible, ReportsWhereCharactersAre) {
   SetText("abc\ndef");
   const QRect place = text_->characterRect(5);
   EXPECT_EQ(place.topLeft(), pane_.viewport()->mapToGlobal(pane_.CharacterRect(5).topLeft()));
@@ -151,13 +151,13 @@ TEST_F(PaneAccessible, TellsWhereCharactersStand) {
   EXPECT_GT(text_->characterRect(4).top(), text_->characterRect(0).top());
 }
 
-TEST_F(PaneAccessible, ScrollsToAPlace) {
+TEST_F(PaneAccessible, ScrollsToAPosition) {
   AppendLines(100);
   text_->scrollToSubstring(0, 3);
   EXPECT_EQ(bar().value(), 0);
 }
 
-TEST_F(PaneAccessible, TellsThePieceAroundAPlace) {
+TEST_F(PaneAccessible, ReportsThePieceAroundAPosition) {
   SetText("one two\nthree\n");
   EXPECT_EQ(At(4, QAccessible::CharBoundary), "4-5:t");
   EXPECT_EQ(At(4, QAccessible::WordBoundary), "4-7:two");
@@ -168,7 +168,7 @@ TEST_F(PaneAccessible, TellsThePieceAroundAPlace) {
   EXPECT_EQ(At(14, QAccessible::LineBoundary), "-1--1:");
 }
 
-TEST_F(PaneAccessible, TellsThePiecesBeforeAndAfterAPlace) {
+TEST_F(PaneAccessible, ReportsThePiecesBeforeAndAfterAPosition) {
   SetText("one two\nthree\n");
   EXPECT_EQ(Before(4, QAccessible::CharBoundary), "3-4: ");
   EXPECT_EQ(After(4, QAccessible::CharBoundary), "5-6:w");
@@ -180,7 +180,7 @@ TEST_F(PaneAccessible, TellsThePiecesBeforeAndAfterAPlace) {
   EXPECT_EQ(After(9, QAccessible::LineBoundary), "-1--1:");
 }
 
-TEST_F(PaneAccessible, LinesAreTheWindowsRowsWhereTheyWrap) {
+TEST_F(PaneAccessible, WrappedLinesAreTheRowsOfTheWindow) {
   pane_.setPlainText(QString(100, u'x'));
   const int second = pane_.ToUnits(pane_.RowAround(0).end);
   EXPECT_EQ(At(0, QAccessible::LineBoundary),
@@ -245,7 +245,7 @@ TEST_F(PaneAnnouncements, EditsAreAnnouncedAfterTheLinesBefore) {
                                                        "=1:ab>x", "|2:", "-0:/xc", "|0:"}));
 }
 
-TEST_F(PaneAnnouncements, NothingIsAnnouncedWhileNobodyListens) {
+TEST_F(PaneAnnouncements, NothingIsAnnouncedWithoutAListener) {
   QAccessible::setActive(false);
   pane_.AppendLine(LineKind::kAnswer, "a");
   pane_.Select(0, 1);

@@ -6,7 +6,7 @@
 namespace kolvane::pane {
 namespace {
 
-TEST(RegexMatcher, FindsInEachLineForItself) {
+TEST(RegexMatcher, SearchesEachLineSeparately) {
   EXPECT_EQ(RegexMatcher("^b.*$", true).FindIn("ab\nbc\nbd\n"), (Hits{{3, 5}, {6, 8}}));
   EXPECT_EQ(RegexMatcher("[^x]+", true).FindIn("ab\ncd\nxe\n"), (Hits{{0, 2}, {3, 5}, {7, 8}}));
   EXPECT_EQ(RegexMatcher("b\\s*c", true).FindIn("a b c b\nc\n"), (Hits{{2, 5}}));
@@ -18,7 +18,7 @@ TEST(RegexMatcher, CountsBytes) {
   EXPECT_EQ(RegexMatcher("Ä\\w", false).FindIn("xäöx\n"), (Hits{{1, 5}}));
 }
 
-TEST(RegexMatcher, SaysWhatIsWrong) {
+TEST(RegexMatcher, ReportsWhatIsWrong) {
   EXPECT_EQ(RegexMatcher("a+", true).Fault(), "");
   EXPECT_TRUE(RegexMatcher("a(", true).Fault().startsWith("Kein gültiger Ausdruck, Fehler an Stelle"));
   EXPECT_TRUE(RegexMatcher("a(", true).FindIn("a(\n").empty());
@@ -63,7 +63,7 @@ TEST_F(PaneFindTest, GoesThroughTheHits) {
   EXPECT_EQ(Shown(), "3/3");
 }
 
-TEST_F(PaneFindTest, StaysWhereTheSearchBeganWhileTheTextIsTyped) {
+TEST_F(PaneFindTest, SearchesFromItsStartWhileTheTextIsTyped) {
   SetText("ab\nabc\nab");
   pane_.Select(3, 3);
   Search("a");
@@ -81,7 +81,7 @@ TEST_F(PaneFindTest, BringsTheHitIntoView) {
   EXPECT_TRUE(pane_.viewport()->rect().contains(PlaceOf(pane_.text().Selection().begin)));
 }
 
-TEST_F(PaneFindTest, CountsTheLinesThatCome) {
+TEST_F(PaneFindTest, CountsAddedLines) {
   AppendLines(3);
   Search("line");
   EXPECT_EQ(Shown().substr(1), "/3");
@@ -120,7 +120,7 @@ TEST_F(PaneFindTest, HighlightsHitsInViewAndScrollBar) {
             QColor(Qt::white));
 }
 
-TEST_F(PaneFindTest, OffersWhatIsMarkedInOneLine) {
+TEST_F(PaneFindTest, OffersASelectionWithinOneLine) {
   SetText("one\ntwo");
   pane_.Select(0, 3);
   EXPECT_EQ(find_->Marked(), "one");

@@ -72,7 +72,7 @@ TEST(PaneRows, ProportionalFontsWrapByWidth) {
   EXPECT_LT(Wrapped(wide, 20, Proportional()).find('|'), Wrapped(narrow, 20, Proportional()).find('|'));
 }
 
-TEST(PaneRows, PlacesAddUpToWhatThePainterDraws) {
+TEST(PaneRows, PositionsAddUpToWhatThePainterDraws) {
   for (const QFont& font : {Fixed(), Proportional()}) {
     const OutputPaneMetrics metrics(font);
     const std::string text = "AVATAR To fi ffl 12.5 größer";
@@ -81,7 +81,7 @@ TEST(PaneRows, PlacesAddUpToWhatThePainterDraws) {
   }
 }
 
-TEST(PaneRows, FindsTheByteNearestToAPlace) {
+TEST(PaneRows, FindsTheByteNearestToAPosition) {
   const OutputPaneMetrics metrics(Fixed());
   const std::string text = "aäe\u0301b";
   for (const std::size_t at : {0u, 1u, 3u, 6u, 7u}) {

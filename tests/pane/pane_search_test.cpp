@@ -18,7 +18,7 @@ std::vector<std::string> Found(const Matcher& matcher, const std::string& lines)
 
 using Texts = std::vector<std::string>;
 
-TEST(PlainMatcher, KeepsToTheCaseOrNot) {
+TEST(PlainMatcher, MatchesWithOrWithoutCase) {
   EXPECT_EQ(Found(PlainMatcher("err", true), "Err err ERR\n"), Texts({"err"}));
   EXPECT_EQ(Found(PlainMatcher("eRr", false), "Err err ERR\n"), Texts({"Err", "err", "ERR"}));
 }
@@ -62,7 +62,7 @@ class LongSearch : public testing::Test {
   PaneSearch search_{store_};
 };
 
-TEST_F(LongSearch, GoesOnPieceByPiece) {
+TEST_F(LongSearch, ContinuesPieceByPiece) {
   ASSERT_GT(store_.ChunkCount(), 5U);
   std::size_t pieces = 0;
   while (!search_.IsComplete()) {
@@ -73,7 +73,7 @@ TEST_F(LongSearch, GoesOnPieceByPiece) {
   EXPECT_EQ(search_.Count(), kLines / 10U);
 }
 
-TEST_F(LongSearch, AnswersForTheTextThatItHasSearched) {
+TEST_F(LongSearch, KnowsTheHitsOfTheTextSearchedSoFar) {
   search_.Start(std::make_shared<PlainMatcher>("x", true), StartOf(25000));
   EXPECT_FALSE(search_.NextHit(StartOf(25001)).known);
   search_.Advance([] { return true; });
@@ -83,7 +83,7 @@ TEST_F(LongSearch, AnswersForTheTextThatItHasSearched) {
   EXPECT_FALSE(search_.PreviousHit(0).known);
 }
 
-TEST_F(LongSearch, GoesToTheNextAndThePreviousHitAndAround) {
+TEST_F(LongSearch, FindsTheNextAndThePreviousHitAndWrapsAround) {
   SearchAll();
   EXPECT_EQ(search_.NextHit(StartOf(0)).hit->begin, StartOf(0));
   EXPECT_EQ(search_.NextHit(StartOf(0) + 1).hit->begin, StartOf(10));
@@ -93,7 +93,7 @@ TEST_F(LongSearch, GoesToTheNextAndThePreviousHitAndAround) {
   EXPECT_EQ(search_.CountBefore(StartOf(20000)), 2000U);
 }
 
-TEST_F(LongSearch, AddsWhatComes) {
+TEST_F(LongSearch, CountsHitsInAddedText) {
   SearchAll();
   const std::size_t before = search_.Count();
   store_.AppendLine("xx", kNoColor);
@@ -105,7 +105,7 @@ TEST_F(LongSearch, AddsWhatComes) {
   EXPECT_EQ(search_.Count(), before + 2);
 }
 
-TEST_F(LongSearch, TakesAwayWhatGoes) {
+TEST_F(LongSearch, DropsHitsInRemovedText) {
   SearchAll();
   store_.Erase(StartOf(10), StartOf(21));
   search_.Sync();

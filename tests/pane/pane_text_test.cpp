@@ -15,14 +15,14 @@ PaneText With(std::string_view text) {
   return pane;
 }
 
-TEST(PaneText, BeginsEmpty) {
+TEST(PaneText, StartsEmpty) {
   const PaneText pane;
   EXPECT_EQ(State(pane), "|");
   EXPECT_EQ(pane.Text("\r\n"), "");
   EXPECT_EQ(pane.store().LineCount(), 1u);
 }
 
-TEST(PaneText, EachLineBeginsWithABreak) {
+TEST(PaneText, EachLineStartsWithABreak) {
   PaneText pane;
   pane.AppendLine("line 1", base::kNoColor);
   pane.AppendLine("line 2", base::kNoColor);
@@ -58,7 +58,7 @@ TEST(PaneText, AppendingTakesTheCaretAndTheSelectionToTheEnd) {
   EXPECT_EQ(State(pane), "abc/d|");
 }
 
-TEST(PaneText, AColorHoldsForItsLineAlone) {
+TEST(PaneText, AColorAppliesToItsLineOnly) {
   PaneText pane;
   pane.AppendLine("plain", base::kNoColor);
   pane.AppendLine("*IDN?", base::kCommandColor);
@@ -83,7 +83,7 @@ TEST(PaneText, AColoredLineLeavesNoTraceAfterTheCaretMoved) {
   EXPECT_EQ(pane.SelectionColor(), base::kNoColor);
 }
 
-TEST(PaneText, AppendedTextEndsUpBeforeTheCaretButForTheGivenCount) {
+TEST(PaneText, AppendedTextIsBeforeTheCaretExceptForTheGivenCount) {
   PaneText pane;
   pane.AppendLine("12.5", base::kNoColor);
   pane.AppendText("(dt = 3.5 ms)\r\n", 1);
@@ -134,7 +134,7 @@ TEST(PaneText, TypingReplacesTheSelection) {
   EXPECT_EQ(State(pane), "aX/Y|ef");
 }
 
-TEST(PaneText, SelectedTextCarriesTheBreaksAsked) {
+TEST(PaneText, SelectedTextHasTheRequestedBreaks) {
   PaneText pane = With("ab\ncd\nef");
   pane.Select(1, 7);
   EXPECT_EQ(pane.SelectedText("\n"), "b\ncd\ne");
@@ -143,7 +143,7 @@ TEST(PaneText, SelectedTextCarriesTheBreaksAsked) {
   EXPECT_EQ(pane.SelectedText("\n"), "");
 }
 
-TEST(PaneText, TheSelectionStretchesFromItsAnchor) {
+TEST(PaneText, TheSelectionExtendsFromItsAnchor) {
   PaneText pane = With("abcdef");
   pane.MoveTo(2);
   pane.MoveTo(4, true);
@@ -199,7 +199,7 @@ TEST(PaneText, ACommentAtTheEndColorsWhatFollows) {
   EXPECT_EQ(Colors(pane), "0:/c");
 }
 
-TEST(PaneText, ACommentElsewhereLeavesTheEndAlone) {
+TEST(PaneText, ACommentElsewhereDoesNotChangeTheEnd) {
   PaneText pane;
   pane.AppendLine("a", base::kNoColor);
   pane.MoveTo(0);

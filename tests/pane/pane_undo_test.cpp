@@ -24,7 +24,7 @@ class Undoing : public testing::Test {
   PaneText pane_;
 };
 
-TEST_F(Undoing, NothingToTakeBackChangesNothing) {
+TEST_F(Undoing, WithoutEditsUndoChangesNothing) {
   EXPECT_EQ(pane_.Undoable(), std::nullopt);
   EXPECT_EQ(AfterUndo(), "|");
   pane_.AppendLine("from the session", base::kNoColor);
@@ -32,7 +32,7 @@ TEST_F(Undoing, NothingToTakeBackChangesNothing) {
   EXPECT_EQ(pane_.Undoable(), std::nullopt);
 }
 
-TEST_F(Undoing, TypedCharactersGoTogether) {
+TEST_F(Undoing, TypedCharactersAreUndoneTogether) {
   Type("abc");
   pane_.ReplaceSelection("\n");
   Type("de");
@@ -42,7 +42,7 @@ TEST_F(Undoing, TypedCharactersGoTogether) {
   EXPECT_EQ(AfterUndo(), "|");
 }
 
-TEST_F(Undoing, CharactersElsewhereAreAnEditOfTheirOwn) {
+TEST_F(Undoing, CharactersElsewhereAreASeparateEdit) {
   Type("ab");
   pane_.MoveTo(0);
   Type("cd");
@@ -50,7 +50,7 @@ TEST_F(Undoing, CharactersElsewhereAreAnEditOfTheirOwn) {
   EXPECT_EQ(AfterUndo(), "|");
 }
 
-TEST_F(Undoing, PastedTextIsNotTakenBackWithTypedOne) {
+TEST_F(Undoing, PastedTextIsUndoneSeparatelyFromTypedText) {
   Type("ab");
   pane_.ReplaceSelection("pasted");
   Type("cd");
@@ -59,7 +59,7 @@ TEST_F(Undoing, PastedTextIsNotTakenBackWithTypedOne) {
   EXPECT_EQ(AfterUndo(), "|");
 }
 
-TEST_F(Undoing, DeletedTextComesBackInItsColours) {
+TEST_F(Undoing, DeletedTextIsRestoredInItsColours) {
   pane_.AppendLine("red", base::kCommandColor);
   pane_.AppendLine("plain", base::kNoColor);
   pane_.AppendLine("bold", base::kCommentColor | base::kBold);
@@ -70,7 +70,7 @@ TEST_F(Undoing, DeletedTextComesBackInItsColours) {
   EXPECT_EQ(Colors(pane_), before);
 }
 
-TEST_F(Undoing, ReplacedTextComesBack) {
+TEST_F(Undoing, ReplacedTextIsRestored) {
   pane_.SetText("abcd");
   pane_.Select(1, 3);
   pane_.ReplaceSelection("xyz");
@@ -80,7 +80,7 @@ TEST_F(Undoing, ReplacedTextComesBack) {
   EXPECT_EQ(AfterUndo(), "abc|d");
 }
 
-TEST_F(Undoing, LinesOfTheSessionStay) {
+TEST_F(Undoing, LinesOfTheSessionAreKept) {
   pane_.AppendLine("one", base::kNoColor);
   Type("ab");
   pane_.AppendLine("two", base::kCommandColor);
@@ -91,7 +91,7 @@ TEST_F(Undoing, LinesOfTheSessionStay) {
   EXPECT_EQ(Colors(pane_), "0:/one/ 255:two 0:/three");
 }
 
-TEST_F(Undoing, ACommentGoesAndSoDoesItsColour) {
+TEST_F(Undoing, ACommentIsUndoneWithItsColour) {
   pane_.AppendLine("abcd", base::kNoColor);
   pane_.Select(3, 5);
   pane_.InsertComment("note");
@@ -101,7 +101,7 @@ TEST_F(Undoing, ACommentGoesAndSoDoesItsColour) {
   EXPECT_EQ(Colors(pane_), "0:/abcd/next");
 }
 
-TEST_F(Undoing, EditsOfOthersCount) {
+TEST_F(Undoing, EditsFromElsewhereAreTakenIntoAccount) {
   pane_.SetText("abcd");
   pane_.Erase({0, 2});
   pane_.Insert(1, "xy");
@@ -109,13 +109,13 @@ TEST_F(Undoing, EditsOfOthersCount) {
   EXPECT_EQ(AfterUndo(), "ab|cd");
 }
 
-TEST_F(Undoing, ATextSetAgainEndsTheRecord) {
+TEST_F(Undoing, SettingTheTextEndsTheRecord) {
   Type("ab");
   pane_.SetText("new");
   EXPECT_EQ(pane_.Undoable(), std::nullopt);
 }
 
-TEST_F(Undoing, SeveralChunksComeBack) {
+TEST_F(Undoing, SeveralChunksAreRestored) {
   for (int i = 0; i < 5000; ++i)
     pane_.AppendLine("line " + std::to_string(i), i % 2 ? 0 : base::kCommandColor);
   const std::string text = pane_.Text("\n");
@@ -128,7 +128,7 @@ TEST_F(Undoing, SeveralChunksComeBack) {
 }
 
 // As many as are kept, and one more.
-TEST(PaneUndoLimits, TheOldestEditsGo) {
+TEST(PaneUndoLimits, TheOldestEditsAreDropped) {
   PaneUndo undo;
   for (std::size_t i = 0; i <= PaneUndo::kMostEdits; ++i) undo.Note({i, 1, {}, base::kNoColor}, false);
   std::size_t count = 0;

@@ -24,7 +24,7 @@ TEST(PaneUtf8, KeepsControlCharacters) {
   EXPECT_EQ(ToPaneText("\0\x01\x1B[0m\x7F\t\xC2\x81"sv), "\0\x01\x1B[0m\x7F\t\xC2\x81"sv);
 }
 
-TEST(PaneUtf8, ReplacesWhatIsNoUtf8) {
+TEST(PaneUtf8, ReplacesInvalidUtf8) {
   EXPECT_EQ(ToPaneText("\xFF"), "\uFFFD");
   EXPECT_EQ(ToPaneText("a\xC3"), "a\uFFFD");
   EXPECT_EQ(ToPaneText("\xC3\n"), "\uFFFD\n");

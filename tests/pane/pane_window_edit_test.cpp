@@ -47,7 +47,7 @@ TEST_F(PaneWindow, ErasesCharactersWordsAndTheSelection) {
   EXPECT_EQ(State(), "tee|");
 }
 
-TEST_F(PaneWindow, TakesBackWhatWasTypedOrDeleted) {
+TEST_F(PaneWindow, UndoesTypingAndDeleting) {
   PaneText text;
   text.AppendLine("one", base::kCommandColor);
   pane_.SetText(std::move(text));
@@ -68,7 +68,7 @@ TEST_F(PaneWindow, TakesBackWhatWasTypedOrDeleted) {
   EXPECT_EQ(State(), "/one|/line 1");
 }
 
-TEST_F(PaneWindow, WhatAllWasDeletedComesBackUntilATextIsSet) {
+TEST_F(PaneWindow, DeletingEverythingCanBeUndoneUntilATextIsSet) {
   SetText("abc");
   pane_.deleteAll();
   EXPECT_EQ(State(), "|");
@@ -80,7 +80,7 @@ TEST_F(PaneWindow, WhatAllWasDeletedComesBackUntilATextIsSet) {
   EXPECT_EQ(State(), "|");
 }
 
-TEST_F(PaneWindow, AReadOnlyPaneTakesNothingBack) {
+TEST_F(PaneWindow, AReadOnlyPaneUndoesNothing) {
   Type("abc");
   pane_.setReadOnly(true);
   Key(Qt::Key_Z, Qt::ControlModifier);
@@ -100,7 +100,7 @@ TEST_F(PaneWindow, CopiesCutsAndPastes) {
   EXPECT_EQ(State(), "a1/ß|d");
 }
 
-TEST_F(PaneWindow, CopyingNothingLeavesTheClipboard) {
+TEST_F(PaneWindow, CopyingNothingKeepsTheClipboard) {
   QGuiApplication::clipboard()->setText(QStringLiteral("kept"));
   SetText("ab");
   pane_.copy();
@@ -110,7 +110,7 @@ TEST_F(PaneWindow, CopyingNothingLeavesTheClipboard) {
   EXPECT_EQ(State(), "|ab");
 }
 
-TEST_F(PaneWindow, CopyingAllHasLinesJustAdded) {
+TEST_F(PaneWindow, CopyingAllIncludesLinesJustAdded) {
   AppendLines(2000);
   pane_.AppendLine(LineKind::kAnswer, "last");
   Key(Qt::Key_A, Qt::ControlModifier);
@@ -119,7 +119,7 @@ TEST_F(PaneWindow, CopyingAllHasLinesJustAdded) {
   EXPECT_TRUE(Clipboard().endsWith(QStringLiteral("\nlast")));
 }
 
-TEST_F(PaneWindow, SelectingAllLeavesTheViewWhereItStands) {
+TEST_F(PaneWindow, SelectingAllDoesNotScroll) {
   AppendLines(100);
   bar().setValue(5);
   pane_.selectAll();
@@ -186,7 +186,7 @@ TEST_F(PaneWindow, TakesTextOfInputMethods) {
   EXPECT_EQ(State(), "ae|b");
 }
 
-TEST_F(PaneWindow, TellsInputMethodsAboutTheLine) {
+TEST_F(PaneWindow, ReportsTheLineToInputMethods) {
   SetText("first\nsecond");
   pane_.Select(6, 9);
   EXPECT_EQ(pane_.inputMethodQuery(Qt::ImSurroundingText).toString(), QStringLiteral("second"));
@@ -196,7 +196,7 @@ TEST_F(PaneWindow, TellsInputMethodsAboutTheLine) {
   EXPECT_TRUE(pane_.inputMethodQuery(Qt::ImEnabled).toBool());
 }
 
-TEST_F(PaneWindow, TellsInputMethodsOfASelectionFromAnotherLineAsFarAsTheLineGoes) {
+TEST_F(PaneWindow, ReportsASelectionFromAnotherLineToInputMethodsUpToTheLinesEnd) {
   SetText("first\nsecond");
   pane_.Select(2, 9);
   EXPECT_EQ(pane_.inputMethodQuery(Qt::ImCursorPosition).toInt(), 3);

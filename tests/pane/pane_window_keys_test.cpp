@@ -6,7 +6,7 @@
 namespace kolvane::pane {
 namespace {
 
-TEST_F(PaneWindow, ArrowsMoveAndShiftMarks) {
+TEST_F(PaneWindow, ArrowsMoveAndShiftSelects) {
   SetText("abc\ndef");
   Key(Qt::Key_Right);
   EXPECT_EQ(State(), "a|bc/def");
@@ -82,7 +82,7 @@ TEST_F(PaneWindow, MovesThroughWrappedRows) {
   EXPECT_EQ(pane_.text().caret(), 0u);
 }
 
-TEST_F(PaneWindow, RightMarksTheRememberedBlockBeforeTheCaret) {
+TEST_F(PaneWindow, RightSelectsTheRememberedBlockBeforeTheCaret) {
   SetText("ab\ncdef");
   pane_.Select(5, 5);
   pane_.SetRememberedBlockLength(4);
@@ -93,7 +93,7 @@ TEST_F(PaneWindow, RightMarksTheRememberedBlockBeforeTheCaret) {
   EXPECT_EQ(State(), "ab/cd|ef") << "used up";
 }
 
-TEST_F(PaneWindow, LeftMarksTheRememberedBlockAfterTheCaret) {
+TEST_F(PaneWindow, LeftSelectsTheRememberedBlockAfterTheCaret) {
   SetText("abcdef");
   pane_.Select(2, 2);
   pane_.SetRememberedBlockLength(3);
@@ -102,7 +102,7 @@ TEST_F(PaneWindow, LeftMarksTheRememberedBlockAfterTheCaret) {
   EXPECT_EQ(pane_.RememberedBlockLength(), 0);
 }
 
-TEST_F(PaneWindow, ARememberedBlockOfOneCharacterIsMarked) {
+TEST_F(PaneWindow, ARememberedBlockOfOneCharacterIsSelected) {
   SetText("ab");
   pane_.Select(2, 2);
   pane_.SetRememberedBlockLength(1);
@@ -110,7 +110,7 @@ TEST_F(PaneWindow, ARememberedBlockOfOneCharacterIsMarked) {
   EXPECT_EQ(State(), "a[b|]");
 }
 
-TEST_F(PaneWindow, OtherKeysLeaveTheRememberedBlock) {
+TEST_F(PaneWindow, OtherKeysKeepTheRememberedBlock) {
   SetText("ab\ncd");
   pane_.SetRememberedBlockLength(2);
   Key(Qt::Key_Down);
@@ -118,7 +118,7 @@ TEST_F(PaneWindow, OtherKeysLeaveTheRememberedBlock) {
   EXPECT_EQ(pane_.RememberedBlockLength(), 2);
 }
 
-TEST_F(PaneWindow, WithoutARememberedBlockTheKeysAreTheControlsOwn) {
+TEST_F(PaneWindow, WithoutARememberedBlockTheKeysActAsUsual) {
   SetText("abcd");
   pane_.Select(1, 3);
   Key(Qt::Key_Left);
@@ -129,7 +129,7 @@ TEST_F(PaneWindow, WithoutARememberedBlockTheKeysAreTheControlsOwn) {
   EXPECT_EQ(State(), "a|bcd");
 }
 
-TEST_F(PaneWindow, KeysThatAreNotThePanesGoOn) {
+TEST_F(PaneWindow, KeysThatThePaneDoesNotUseArePassedOn) {
   SetText("a");
   QKeyEvent press(QEvent::KeyPress, Qt::Key_F5, Qt::NoModifier);
   QCoreApplication::sendEvent(&pane_, &press);
@@ -141,7 +141,7 @@ TEST_F(PaneWindow, KeysThatAreNotThePanesGoOn) {
   EXPECT_EQ(State(), "|a");
 }
 
-TEST_F(PaneWindow, ItsOwnKeysComeBeforeTheWindowsShortcuts) {
+TEST_F(PaneWindow, ItsOwnKeysTakePrecedenceOverTheWindowsShortcuts) {
   const auto takes = [this](int key, Qt::KeyboardModifiers modifiers, const QString& text) {
     QKeyEvent event(QEvent::ShortcutOverride, key, modifiers, text);
     event.ignore();

@@ -41,7 +41,7 @@ TEST_F(PaneMouse, AClickSetsTheCaret) {
   EXPECT_EQ(State(), "abc/def|") << "below the text is its end";
 }
 
-TEST_F(PaneMouse, DraggingMarks) {
+TEST_F(PaneMouse, DraggingSelects) {
   SetText("abc\ndef");
   Press(LeftOf(1));
   Drag(LeftOf(6));
@@ -53,7 +53,7 @@ TEST_F(PaneMouse, DraggingMarks) {
   EXPECT_EQ(State(), "[|a]bc/def");
 }
 
-TEST_F(PaneMouse, LinesThatComeLeaveASelectionAlone) {
+TEST_F(PaneMouse, AddedLinesKeepTheSelection) {
   AppendLines(3);
   Press(LeftOf(1));
   AppendLines(1);
@@ -67,7 +67,7 @@ TEST_F(PaneMouse, LinesThatComeLeaveASelectionAlone) {
   EXPECT_EQ(pane_.selectedText(), QStringLiteral("line")) << "also after the button was let go";
 }
 
-TEST_F(PaneMouse, TheViewStandsStillWhileTheButtonIsDown) {
+TEST_F(PaneMouse, TheViewDoesNotMoveWhileTheButtonIsDown) {
   AppendLines(100);
   ASSERT_TRUE(StandsAtEnd());
   const int value = bar().value();
@@ -80,7 +80,7 @@ TEST_F(PaneMouse, TheViewStandsStillWhileTheButtonIsDown) {
   EXPECT_TRUE(StandsAtEnd());
 }
 
-TEST_F(PaneMouse, AViewThatIsScrolledBackStaysThereAfterTheButton) {
+TEST_F(PaneMouse, AViewScrolledBackStaysThereAfterTheButtonIsReleased) {
   AppendLines(100);
   bar().setValue(10);
   Press(QPoint(5, 5));
@@ -90,7 +90,7 @@ TEST_F(PaneMouse, AViewThatIsScrolledBackStaysThereAfterTheButton) {
   EXPECT_EQ(bar().value(), 10);
 }
 
-TEST_F(PaneMouse, AButtonLetGoElsewhereEndsTheMarking) {
+TEST_F(PaneMouse, AButtonReleasedElsewhereEndsTheSelecting) {
   AppendLines(100);
   Press(QPoint(5, 5));
   QFocusEvent gone(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
@@ -143,7 +143,7 @@ TEST_F(PaneDrop, AnythingElseIsRefused) {
   EXPECT_EQ(dropped_.size(), 0);
 }
 
-TEST_F(PaneMouse, AClickWithShiftStretchesTheSelection) {
+TEST_F(PaneMouse, AClickWithShiftExtendsTheSelection) {
   SetText("abcdef");
   Click(2);
   Click(5, Qt::ShiftModifier);
@@ -152,7 +152,7 @@ TEST_F(PaneMouse, AClickWithShiftStretchesTheSelection) {
   EXPECT_EQ(State(), "[|ab]cdef");
 }
 
-TEST_F(PaneMouse, ADoubleClickMarksTheWordAndDraggingWholeWords) {
+TEST_F(PaneMouse, ADoubleClickSelectsTheWordAndDraggingWholeWords) {
   SetText("one two three four");
   DoubleClick(5);
   EXPECT_EQ(State(), "one [two|] three four");
@@ -166,7 +166,7 @@ TEST_F(PaneMouse, ADoubleClickMarksTheWordAndDraggingWholeWords) {
   Release(LeftOf(1));
 }
 
-TEST_F(PaneMouse, AThirdClickMarksTheLine) {
+TEST_F(PaneMouse, AThirdClickSelectsTheLine) {
   SetText("one\ntwo words\nthree");
   DoubleClick(5);
   Click(5);
@@ -184,7 +184,7 @@ TEST_F(PaneMouse, DraggingBelowTheWindowScrolls) {
   EXPECT_GT(pane_.text().caret(), pane_.text().store().LineStart(25));
 }
 
-TEST_F(PaneMouse, LettingTheRightButtonGoAsksForThePopup) {
+TEST_F(PaneMouse, ReleasingTheRightButtonAsksForThePopup) {
   SetText("abcdef");
   pane_.Select(1, 3);
   QSignalSpy popups(&pane_, &OutputPane::popupRequested);

@@ -31,13 +31,13 @@ TEST_F(PaneWindow, PlainTextIsWritable) {
   EXPECT_EQ(Colors(), "0:new/text");
 }
 
-TEST_F(PaneWindow, EveryCharacterComesBackOut) {
+TEST_F(PaneWindow, EveryCharacterCanBeReadBack) {
   const QString text = QStringLiteral("\uFEFFa") + QChar(0) + QStringLiteral("\x1B\x7F\u2028\U0001F600ß");
   pane_.setPlainText(text);
   EXPECT_EQ(pane_.plainText(), text);
 }
 
-TEST_F(PaneWindow, AHundredThousandLinesComeBackOut) {
+TEST_F(PaneWindow, AHundredThousandLinesCanBeReadBack) {
   constexpr int kLines = 100000;
   AppendLines(kLines);
   EXPECT_EQ(pane_.plainText().count(u'\n'), kLines);
@@ -63,7 +63,7 @@ TEST_F(PaneWindow, TheScrollBarFollowsByItself) {
   EXPECT_TRUE(QTest::qWaitFor([this] { return bar().maximum() > 0 && StandsAtEnd(); }));
 }
 
-TEST_F(PaneWindow, ClearingGoesBackToTheTop) {
+TEST_F(PaneWindow, ClearingScrollsToTheTop) {
   AppendLines(100);
   pane_.Clear();
   EXPECT_EQ(State(), "|");
@@ -113,7 +113,7 @@ TEST_F(PanePicture, EachLineIsPaintedInItsColor) {
   EXPECT_GT(Pixels(image, RowOf(6), pane_.textColor()), 10);
 }
 
-TEST_F(PanePicture, BoldTextIsHeavierInTheSamePlace) {
+TEST_F(PanePicture, BoldTextIsHeavierInTheSamePosition) {
   pane_.setFont(QFont(QStringLiteral("Courier New"), 20));
   PaneText text;
   for (const Color color : {base::kNoColor, base::kBold, base::kCommandColor | base::kBold})
@@ -170,7 +170,7 @@ TEST_F(PanePicture, AFrameShowsTheFocus) {
   EXPECT_NE(corner(), highlight);
 }
 
-TEST_F(PanePicture, TheSelectionHasItsOwnGround) {
+TEST_F(PanePicture, TheSelectionHasItsOwnBackground) {
   SetText("abc\ndef");
   pane_.Select(1, 5);
   const QImage image = Picture();
@@ -220,7 +220,7 @@ TEST_F(PaneWindow, APaintAsksForNoFurtherPaint) {
   EXPECT_LE(counter.paints, 10 + since.elapsed() / 10);
 }
 
-TEST_F(PaneWindow, AnotherFontMakesOtherRows) {
+TEST_F(PaneWindow, AnotherFontWrapsDifferently) {
   AppendLines(100);
   const int before = bar().pageStep();
   pane_.setFont(QFont(QStringLiteral("Courier New"), 20));
@@ -261,7 +261,7 @@ TEST_F(PaneWindow, ZoomsByKeysAndWheel) {
   EXPECT_EQ(pane_.font().pointSizeF(), points);
 }
 
-TEST_F(PaneWindow, AnotherFontIsZoomedLikeTheOneBefore) {
+TEST_F(PaneWindow, ANewFontKeepsTheZoom) {
   pane_.SetZoom(3);
   QFont font = pane_.font();
   font.setPointSizeF(20);
@@ -271,7 +271,7 @@ TEST_F(PaneWindow, AnotherFontIsZoomedLikeTheOneBefore) {
   EXPECT_EQ(pane_.font().pointSizeF(), 20);
 }
 
-TEST_F(PaneWindow, LinesThatComeLeaveWhatIsMarked) {
+TEST_F(PaneWindow, AddedLinesKeepWhatIsSelected) {
   SetText("one two");
   pane_.Select(0, 3);
   pane_.AppendLine(LineKind::kAnswer, "three");
@@ -281,7 +281,7 @@ TEST_F(PaneWindow, LinesThatComeLeaveWhatIsMarked) {
   EXPECT_EQ(pane_.text().caret(), pane_.text().Length()) << "without a mark the caret goes to the end";
 }
 
-TEST_F(PaneWindow, TheMarginShowsWhenEachLineCame) {
+TEST_F(PaneWindow, TheMarginShowsTheTimeOfEachLine) {
   const int width = pane_.viewport()->width();
   pane_.AppendLine(LineKind::kAnswer, "a");
   pane_.setProperty("timeStamps", true);

@@ -34,7 +34,7 @@ class WhileOpening(TerminalCase):
         with self.assertRaisesRegex(LostDevice, "^Gerät verloren$"):
             self.open(device, 1)
 
-    def test_with_its_traceback(self):
+    def test_its_traceback_is_kept(self):
         device = Single()
         device.GetDeviceInfo = lost
         try:
@@ -43,7 +43,7 @@ class WhileOpening(TerminalCase):
             frames = [frame.name for frame in traceback.extract_tb(exception.__traceback__)]
         self.assertEqual(frames[-1], "lost")
 
-    def test_so_does_a_missing_member(self):
+    def test_a_missing_member_is_an_attribute_error(self):
         with self.assertRaisesRegex(AttributeError, "IO"):
             self.open(object(), 0)
 
@@ -60,7 +60,7 @@ class WhileOpening(TerminalCase):
             with self.assertRaisesRegex(kolvane.Error, text):
                 self.open(device, 1)
 
-    def test_so_is_a_missing_object(self):
+    def test_a_missing_object_is_an_error(self):
         with self.assertRaisesRegex(kolvane.Error, "Kein Geräteobjekt übergeben"):
             self.open(None, 1)
 
@@ -68,7 +68,7 @@ class WhileOpening(TerminalCase):
         with self.assertRaises(TypeError):
             self.terminal.OpenTerminal(70000, 0)
 
-    def test_no_display_is_an_exception_of_its_own(self):
+    def test_no_display_has_its_own_exception(self):
         program = "import kolvane; kolvane.MainClass().OpenTerminal(5, 0)"
         for display in ({}, {"DISPLAY": ":4711"}, {"DISPLAY": ":4711", "QT_QPA_PLATFORM": "xcb"}):
             environment = {"PYTHONPATH": ":".join(sys.path), "HOME": "/nonexistent", **display}
@@ -106,7 +106,7 @@ class InTheSession(TerminalCase):
         self.assertIn("LostDevice: Gerät verloren", log.output[0])
         self.assertIn("in lost", log.output[0])
 
-    def test_so_do_those_of_the_io_object(self):
+    def test_tracebacks_of_the_io_object_go_to_the_log(self):
         device = Indexed()
 
         def script():
@@ -119,7 +119,7 @@ class InTheSession(TerminalCase):
         self.assertEqual(log.records[0].getMessage(), "IO.Read failed")
         self.assertIn("KeyError: 5", log.output[0])
 
-    def test_and_a_result_that_does_not_convert(self):
+    def test_a_result_that_does_not_convert_goes_to_the_log(self):
         device = Single()
 
         def script():
@@ -149,7 +149,7 @@ class InTheSession(TerminalCase):
             self.use(device, 1, script)
         self.assertEqual(str(unraisable.call_args[0][0].exc_value), "disk full")
 
-    def test_one_without_text_is_shown_by_its_name(self):
+    def test_an_exception_without_text_is_shown_by_its_name(self):
         device = Indexed()
 
         def script():

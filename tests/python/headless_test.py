@@ -61,7 +61,7 @@ class HeadlessCase(unittest.TestCase):
 
 
 class Lines(HeadlessCase):
-    def test_each_is_handed_over_by_its_kind(self):
+    def test_each_is_passed_with_its_kind(self):
         status = kolvane.send(
             "msv?", connect=self.instrument(), on_line=self.on_line, show_commands=True, show_times=True, verbose=True
         )
@@ -73,19 +73,19 @@ class Lines(HeadlessCase):
         self.assertEqual([line for kind, line in self.lines][1:3], ["msv?", "MSV?"])
         self.assertRegex(self.lines[3][1], r"^\(dt = .* ms\)$")
 
-    def test_those_of_a_list_too(self):
+    def test_a_list_passes_its_lines(self):
         path = self.list_file("' zweimal", "$REPEAT 1", "größe 5 µm", "$ENDREPEAT")
         status = kolvane.run(path, connect=self.instrument(), on_line=self.on_line)
         self.assertIs(status, RunStatus.DONE)
         # The instrument speaks of bytes, which upper() leaves alone beyond ASCII.
         self.assertEqual(self.lines, [("answer", "GRößE 5 µM")] * 2)
 
-    def test_a_time_out_is_an_error_in_the_answer_s_place(self):
+    def test_a_time_out_is_an_error_instead_of_the_answer(self):
         status = kolvane.send(["HUSH", "a"], connect=self.instrument(), on_line=self.on_line, timeout=0.05)
         self.assertIs(status, RunStatus.ANSWER_FAILED)
         self.assertEqual([kind for kind, line in self.lines], [LineKind.ERROR, LineKind.ANSWER])
 
-    def test_a_message_is_one_too(self):
+    def test_a_message_is_an_error_line(self):
         status = kolvane.run(self.list_file("a", "$NOSUCH"), connect="OFFLINE", on_line=self.on_line)
         self.assertIs(status, RunStatus.STOPPED)
         self.assertEqual(self.lines[1:], [("error", "Fehler in Befehlsliste (Zeile 2): Unbekannter $ Befehl")])
@@ -95,7 +95,7 @@ class Lines(HeadlessCase):
         run = subprocess.run([sys.executable, "-c", program, self.instrument()], capture_output=True, text=True)
         self.assertEqual((run.returncode, run.stdout, run.stderr), (0, "\nX\n", ""))
 
-    def test_with_one_nothing_is_printed(self):
+    def test_with_a_function_nothing_is_printed(self):
         program = """
 import kolvane, sys
 sys.exit(kolvane.send("x", connect=sys.argv[1], verbose=True, on_line=lambda kind, line: None))
@@ -126,7 +126,7 @@ class Options(HeadlessCase):
         kolvane.send("a", connect=self.instrument(), on_line=self.on_line, log=log)
         self.assertIn(b"A\r\n", log.read_bytes())
 
-    def test_every_one_reaches_the_run(self):
+    def test_every_option_reaches_the_run(self):
         """Each by what it does where it can be seen, or by its being taken at all."""
         status = kolvane.send(
             "a", connect=self.instrument(), on_line=self.on_line, settings_file=self.folder / "no.ini",
@@ -157,7 +157,7 @@ class Options(HeadlessCase):
         )
         self.assertIs(status, RunStatus.STOPPED)
 
-    def test_what_is_said_to_a_device_can_be_changed(self):
+    def test_options_of_the_exchange_are_applied(self):
         options = {"connect": self.instrument(), "on_line": self.on_line, "timeout": 0.05}
         kolvane.send(["HUSH", "a?"], queries_only=True, flush=True, reconnect=True, **options)
         kolvane.send("STP", device_words=False, **options)
@@ -172,7 +172,7 @@ class Options(HeadlessCase):
         self.assertEqual(run.stdout, "")
         self.assertRegex(run.stderr, "-30")
 
-    def test_time_stamps_begin_the_lines_of_the_log(self):
+    def test_the_lines_of_the_log_start_with_time_stamps(self):
         log = self.folder / "run.log"
         kolvane.send("a", connect=self.instrument(), on_line=self.on_line, log=log, timestamps=True)
         self.assertRegex(log.read_text(), r"(?m)^\d{4}-\d\d-\d\d \d\d:\d\d:\d\d\.\d{3} A$")
@@ -212,7 +212,7 @@ class Options(HeadlessCase):
                 kolvane.send("a", connect="OFFLINE", on_line=self.on_line, **options)
         self.assertEqual(self.lines, [])
 
-    def test_an_unknown_one_is_named(self):
+    def test_an_unknown_option_is_named(self):
         with self.assertRaisesRegex(TypeError, "bauds"):
             kolvane.send("a", bauds=9600)
 
@@ -231,7 +231,7 @@ class Options(HeadlessCase):
 
 
 class Ends(HeadlessCase):
-    def test_by_the_wish_of_the_caller(self):
+    def test_by_request_of_the_caller(self):
         status = kolvane.send(
             ["a", "b", "c"],
             connect=self.instrument(),
@@ -242,7 +242,7 @@ class Ends(HeadlessCase):
         self.assertEqual(self.lines[:2], [("answer", "A"), ("answer", "B")])
         self.assertEqual(self.server.received, [b"a\n", b"b\n"])
 
-    def test_by_an_exception_of_the_line_s_function(self):
+    def test_by_an_exception_of_on_line(self):
         def fail(kind, line):
             self.on_line(kind, line)
             raise LookupError(line)
@@ -252,7 +252,7 @@ class Ends(HeadlessCase):
         self.assertEqual(self.lines, [("answer", "A")])
         self.assertEqual(self.server.received, [b"a\n"])
 
-    def test_by_an_exception_of_the_other_one(self):
+    def test_by_an_exception_of_stop_requested(self):
         def fail():
             raise LookupError
 
@@ -272,14 +272,14 @@ class Ends(HeadlessCase):
         with self.assertRaises(Alarm):
             kolvane.run(endless, connect="OFFLINE")
 
-    def test_and_another_one_may_follow(self):
+    def test_another_run_may_follow(self):
         with self.assertRaises(LookupError):
             kolvane.send("a", connect="OFFLINE", stop_requested=unittest.mock.Mock(side_effect=LookupError))
         self.assertIs(kolvane.send("a", connect="OFFLINE", on_line=self.on_line), RunStatus.DONE)
 
 
 class Threads(HeadlessCase):
-    def test_any_will_do_while_a_loop_goes_on(self):
+    def test_a_run_in_another_thread_does_not_block_the_loop(self):
         async def answered_by_the_loop():
             resource = self.instrument()
             loop, asked, may_answer = asyncio.get_running_loop(), asyncio.Event(), threading.Event()

@@ -119,7 +119,7 @@ class Exchange(InstrumentCase):
 
 
 class Failures(InstrumentCase):
-    def test_a_time_out_keeps_what_came(self):
+    def test_a_time_out_keeps_received_bytes(self):
         instrument = self.instrument(timeout=0.2)
         instrument.query("MUTE 1")
         self.assertEqual(self.status_of(instrument.query, "ECHO unheard"), -30)
@@ -136,7 +136,7 @@ class Failures(InstrumentCase):
         again = pickle.loads(pickle.dumps(caught.exception))
         self.assertEqual((str(again), again.status), (str(caught.exception), -22))
 
-    def test_arguments_that_are_none(self):
+    def test_invalid_arguments(self):
         for arguments in (
             {"resource": "nonsense"},
             {"resource": "OFFLINE"},
@@ -194,7 +194,7 @@ class Threads(InstrumentCase):
         with concurrent.futures.ThreadPoolExecutor(4) as pool:
             self.assertEqual(list(pool.map(instrument.query, texts)), texts)
 
-    def test_others_go_on_while_one_waits_and_may_close(self):
+    def test_other_threads_continue_while_one_waits_and_may_close(self):
         instrument = self.instrument(timeout=600)
         statuses = []
         waits = threading.Event()
@@ -214,7 +214,7 @@ class Threads(InstrumentCase):
         # Closed while it waited, or before it had sent anything.
         self.assertIn(statuses, ([-60], [-3]))
 
-    def test_a_loop_goes_on_while_an_executor_waits(self):
+    def test_a_loop_continues_while_an_executor_waits(self):
         resource = self.amplifier().resource
 
         async def main():
@@ -249,13 +249,13 @@ except KeyboardInterrupt:
 
 
 class Interrupts(InstrumentCase):
-    def test_ctrl_c_gives_a_wait_up(self):
+    def test_ctrl_c_gives_up_a_wait(self):
         said = subprocess.run(
             [sys.executable, "-c", INTERRUPTED, self.amplifier().resource], capture_output=True, text=True, timeout=60
         )
         self.assertEqual((said.stdout, said.stderr), ("interrupted, and well\n", ""))
 
-    def test_a_handler_that_does_not_raise_does_not(self):
+    def test_a_handler_that_does_not_raise_does_not_end_the_wait(self):
         instrument = self.instrument()
         signals = []
         before = signal.signal(signal.SIGUSR1, lambda number, frame: signals.append(number))

@@ -34,7 +34,7 @@ class Documentation(unittest.TestCase):
         self.assertEqual([name for name, thing in public_objects() if not inspect.getdoc(thing)], [])
         self.assertTrue(kolvane.__doc__)
 
-    def test_help_tells_what_an_operation_takes_and_raises(self):
+    def test_help_says_what_an_operation_takes_and_raises(self):
         text = kolvane.MainClass.OpenTerminal.__doc__
         for word in ("OperMode: int", "-> None", "NoDisplay", "main thread"):
             self.assertIn(word, text)
@@ -49,7 +49,7 @@ class Version(unittest.TestCase):
         self.assertEqual(importlib.metadata.metadata("kolvane")["Name"], "kolvane")
         self.assertIn("kolvane", importlib.metadata.packages_distributions()["kolvane"])
 
-    def test_there_is_one_set_of_them(self):
+    def test_there_is_one_set_of_metadata(self):
         self.assertEqual(len(list(importlib.metadata.distributions(name="kolvane"))), 1)
 
 
@@ -87,18 +87,18 @@ class Paths(TerminalCase):
     def test_bytes(self):
         self.assertTrue(self.settings_after_a_window(os.fsencode(self.settings)))
 
-    def test_whatever_has_the_method(self):
+    def test_any_object_with_fspath(self):
         class Named:
             def __fspath__(inner):
                 return self.settings
 
         self.assertTrue(self.settings_after_a_window(Named()))
 
-    def test_a_name_that_is_no_utf_8(self):
+    def test_a_name_that_is_not_utf_8(self):
         self.settings = os.path.join(os.path.dirname(self.settings), os.fsdecode(b"\xff.ini"))
         self.assertTrue(self.settings_after_a_window(self.settings))
 
-    def test_what_is_no_path_is_refused(self):
+    def test_what_is_not_a_path_is_refused(self):
         with self.assertRaises(TypeError):
             self.terminal.SetOptions(Folder=7)
 
@@ -114,7 +114,7 @@ class Blocks(TerminalCase):
             self.assertIsNotNone(gone())
         self.assertIsNone(gone())
 
-    def test_also_where_the_block_ends_by_an_exception(self):
+    def test_the_device_object_is_released_after_an_exception(self):
         device = Single()
         gone = weakref.ref(device)
         with self.assertRaises(LookupError), kolvane.MainClass() as terminal:

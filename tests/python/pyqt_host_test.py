@@ -80,7 +80,7 @@ class PyQtHost(TerminalCase):
         self.assertTrue(self.window.isVisible())
         self.assertIs(QApplication.instance(), application)
 
-    def test_the_host_s_timers_run_meanwhile(self):
+    def test_the_host_s_timers_run_while_the_terminal_is_open(self):
         ticks = []
         timer = QTimer()
         timer.timeout.connect(lambda: ticks.append(1))

@@ -71,7 +71,7 @@ class Resources(VisaCase):
         self.assertIn("kolvane", pyvisa.highlevel.list_backends())
         self.assertEqual(str(self.manager()), "Resource Manager of Visa Library at kolvane")
 
-    def test_pyvisa_info_has_it(self):
+    def test_pyvisa_info_lists_the_backend(self):
         info = subprocess.run(["/usr/bin/pyvisa-info"], capture_output=True, text=True, check=True).stdout
         self.assertIn("TCPIP SOCKET: Available via Kolvane", info)
 
@@ -108,7 +108,7 @@ class Resources(VisaCase):
         ):
             self.assertEqual(self.status_of(manager.open_resource, name), status, name)
 
-    def test_locks_cannot_be_asked_for(self):
+    def test_locks_are_refused(self):
         modes = pyvisa.constants.AccessModes
         name = self.amplifier().resource
         for mode in (modes.exclusive_lock, modes.shared_lock):
@@ -165,14 +165,14 @@ class Statuses(VisaCase):
         self.assertEqual(instrument.query("ECHO last"), "last")
         self.assertEqual(self.status_of(instrument.read), StatusCode.error_connection_lost)
 
-    def test_of_what_is_not_known(self):
+    def test_of_unsupported_operations(self):
         instrument = self.instrument()
         for call in (instrument.read_stb, instrument.assert_trigger, instrument.lock_excl, instrument.unlock):
             self.assertEqual(self.status_of(call), StatusCode.error_nonsupported_operation)
 
 
 class Attributes(VisaCase):
-    def test_those_of_a_socket(self):
+    def test_of_a_socket(self):
         amplifier = self.amplifier()
         instrument = self.manager().open_resource(amplifier.resource)
         get = instrument.get_visa_attribute
@@ -183,7 +183,7 @@ class Attributes(VisaCase):
         refused = self.status_of(instrument.set_visa_attribute, ResourceAttribute.tcpip_keepalive, False)
         self.assertEqual(refused, StatusCode.error_nonsupported_attribute_state)
 
-    def test_those_of_a_serial_line(self):
+    def test_of_a_serial_line(self):
         instrument = self.instrument(True, baud_rate=57600, read_termination="\r\n", write_termination="\n")
         self.assertEqual((instrument.baud_rate, instrument.query("ECHO fast")), (57600, "fast"))
         for name, value in (
@@ -211,7 +211,7 @@ class Attributes(VisaCase):
         )
         self.assertEqual(instrument.query("ECHO ended"), "ended")
 
-    def test_those_of_a_bus(self):
+    def test_of_a_bus(self):
         with unittest.mock.patch.dict(os.environ, KOLVANE_GPIB_LIBRARY=os.environ["KOLVANE_GPIB_STAND_IN"]):
             instrument = self.manager().open_resource("GPIB0::7::INSTR")
             self.assertEqual(instrument.primary_address, 7)

@@ -49,7 +49,7 @@ class Threads(unittest.TestCase):
     def test_a_second_thread_is_refused_by_name(self):
         self.assertRegex(self.output("print(in_a_thread(refused))"), "(?i)thread")
 
-    def test_so_is_one_beside_a_host_s_application(self):
+    def test_a_second_thread_is_refused_beside_a_host_s_application(self):
         program = """
 from PyQt6.QtWidgets import QApplication
 application = QApplication([])
@@ -61,7 +61,7 @@ print("opened")
         self.assertRegex(refusal, "(?i)thread")
         self.assertEqual(opened, "opened")
 
-    def test_the_main_thread_may_after_that(self):
+    def test_the_main_thread_may_open_it_after_a_refusal(self):
         self.assertEqual(self.output("in_a_thread(refused)\nopen_terminal()\nprint('opened')"), "opened\n")
 
     def test_a_worker_that_tries_again_and_again_does_no_harm(self):

@@ -24,7 +24,7 @@ class Record(ctypes.Structure):
 
 
 class Numbers(TerminalCase):
-    def test_whatever_counts_as_a_number_is_one(self):
+    def test_everything_that_converts_to_a_number_is_accepted(self):
         values = (
             (Index(), 7),
             (Decimal("12.5"), 12),
@@ -49,7 +49,7 @@ class Numbers(TerminalCase):
 
         self.use(device, 1, script)
 
-    def test_what_is_none_is_refused(self):
+    def test_what_is_not_a_number_is_refused(self):
         for kind in (None, [], object(), 1j, b"1", numpy.array([1, 2]), numpy.datetime64("2026-11-21"), Record()):
             device = Single()
             device.GetDeviceInfo = lambda: (kind, 1)
@@ -57,7 +57,7 @@ class Numbers(TerminalCase):
             with self.assertRaisesRegex(kolvane.Error, "Typen unverträglich", msg=repr(kind)):
                 self.terminal.OpenTerminal(1, 0)
 
-    def test_an_exception_of_a_conversion_is_that_of_the_call(self):
+    def test_an_exception_of_a_conversion_reaches_the_caller(self):
         class Broken:
             def __index__(self):
                 raise LookupError("no number today")
@@ -84,7 +84,7 @@ class TextsAndBytes(TerminalCase):
         self.use(device, 1, script)
         return lines
 
-    def test_bytes_may_lie_in_anything_with_elements(self):
+    def test_bytes_may_be_in_any_buffer(self):
         answers = (
             b"1.5",
             bytearray(b"1.5"),
@@ -104,7 +104,7 @@ class TextsAndBytes(TerminalCase):
     def test_lone_surrogates_are_question_marks(self):
         self.assertEqual(self.shown("1\ud8005", "µ\udcff"), ["1?5", "µ?"])
 
-    def test_in_the_text_of_an_exception_too(self):
+    def test_lone_surrogates_in_the_text_of_an_exception_are_question_marks(self):
         device = Single()
 
         def script():

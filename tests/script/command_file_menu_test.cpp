@@ -72,7 +72,7 @@ TEST_F(CommandFileMenuTest, SavesUnderTheCurrentName) {
   EXPECT_EQ(dialogs.calls, Calls{});
 }
 
-TEST_F(CommandFileMenuTest, SavesANewListUnderANameForThisOnce) {
+TEST_F(CommandFileMenuTest, SavesANewListUnderANameForThisTimeOnly) {
   FillList(list, "A");
   menu.Save();
   EXPECT_EQ(folder.Names(), Calls{});
@@ -119,14 +119,14 @@ TEST_F(CommandFileMenuTest, AFailedWriteIsShownAndChangesNothing) {
                        "“ kann nicht geschrieben werden: Datei oder Ordner nicht gefunden"}));
 }
 
-TEST_F(CommandFileMenuTest, SavingAsStartsFromTheFileInHand) {
+TEST_F(CommandFileMenuTest, SavingAsStartsFromTheCurrentFile) {
   base::WriteBytes(file, "A\r\n");
   menu.OpenFile(file);
   menu.SaveAs();
   EXPECT_EQ(dialogs.calls, Calls{"save" + file});
 }
 
-TEST_F(CommandFileMenuTest, TellsWhatTheFileCannotHoldBeforeItIsWritten) {
+TEST_F(CommandFileMenuTest, ReportsWhatTheFileCannotHoldBeforeItIsWritten) {
   base::WriteBytes(file, "A\r\n");
   menu.OpenFile(file);
   list.SetText(3, "MEAS:RES 5 Ω");
@@ -144,7 +144,7 @@ TEST_F(CommandFileMenuTest, TellsWhatTheFileCannotHoldBeforeItIsWritten) {
   EXPECT_EQ(prompt.errors.size(), 1u);
 }
 
-TEST_F(CommandFileMenuTest, AListWithoutANameTellsItOnceTheNameIsChosen) {
+TEST_F(CommandFileMenuTest, AListWithoutANameReportsItOnceTheNameIsChosen) {
   FillList(list, "→|Ω");
   menu.Save();
   EXPECT_EQ(prompt.errors, Calls{});
@@ -178,7 +178,7 @@ TEST_F(CommandFileMenuTest, DuringARunOnlySaveActs) {
   EXPECT_EQ(base::ReadBytes(file).size(), 1024 * 2 + 1u);
 }
 
-TEST_F(CommandFileMenuTest, TheStatusTellsWhatWasLeftOutUntilTheFileIsSaved) {
+TEST_F(CommandFileMenuTest, TheStatusReportsWhatWasLeftOutUntilTheFileIsSaved) {
   base::WriteBytes(file, std::string(1026, '\n'));
   menu.OpenFile(file);
   EXPECT_EQ(Status(), "Befehlsliste: " + file + " (2 Zeilen nicht geladen)");

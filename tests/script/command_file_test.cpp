@@ -32,7 +32,7 @@ class CommandFileTest : public testing::Test {
   CommandList list;
 };
 
-TEST_F(CommandFileTest, LoadsALineARow) {
+TEST_F(CommandFileTest, LoadsEachLineAsARow) {
   EXPECT_EQ(Loaded("*IDN?\r\n'comment\r\n\r\n  $STOP \r\n"), ">*IDN?|'comment||  $STOP ");
   EXPECT_EQ(list.TextColor(2), syntax_color::kComment);
   EXPECT_EQ(list.TextColor(4), syntax_color::kSpecialCommand);
@@ -102,7 +102,7 @@ TEST_F(CommandFileTest, WritesAllRows) {
   EXPECT_EQ(list.left_out(), 0u);
 }
 
-TEST_F(CommandFileTest, AFileThatCannotBeReadLeavesTheListAlone) {
+TEST_F(CommandFileTest, AFileThatCannotBeReadDoesNotChangeTheList) {
   Loaded("a\r\nb");
   const FileResult missing = LoadCommandFile(list, folder.Path("none"));
   EXPECT_EQ(missing.problem, Problem::kCannotRead);
@@ -125,7 +125,7 @@ TEST_F(CommandFileTest, RefusesLinesThatNoCommandFileHas) {
   EXPECT_EQ(list.Text(3), "b");
 }
 
-TEST_F(CommandFileTest, LoadsWhatAPipeBrings) {
+TEST_F(CommandFileTest, LoadsFromAPipe) {
   ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
   std::jthread writer([this] {
     const base::Descriptor end(open(file.c_str(), O_WRONLY | O_CLOEXEC));
@@ -135,7 +135,7 @@ TEST_F(CommandFileTest, LoadsWhatAPipeBrings) {
   EXPECT_EQ(ListText(list), ">a|b");
 }
 
-TEST_F(CommandFileTest, APipeThatIsGivenUpLeavesTheListAlone) {
+TEST_F(CommandFileTest, APipeThatIsGivenUpDoesNotChangeTheList) {
   Loaded("a\r\nb");
   const std::string silent = folder.Path("silent");
   ASSERT_EQ(mkfifo(silent.c_str(), 0600), 0);
@@ -153,7 +153,7 @@ TEST_F(CommandFileTest, ARunningListIsNotReplaced) {
   EXPECT_EQ(running.LastUsedRow(), 0);
 }
 
-TEST_F(CommandFileTest, TellsWhyItCannotWrite) {
+TEST_F(CommandFileTest, ReportsWhyItCannotWrite) {
   const FileResult full = WriteCommandFile(list, "/dev/full");
   EXPECT_EQ(full.problem, Problem::kCannotWrite);
   EXPECT_EQ(full.error, ENOSPC);

@@ -71,7 +71,7 @@ TEST(CommandListTest, HighlightsARowUntilItIsCleared) {
   EXPECT_EQ(list.TextColor(1), syntax_color::kSpecialCommand);
 }
 
-TEST(CommandListTest, AnEditTakesTheErrorMarkAway) {
+TEST(CommandListTest, AnEditRemovesTheErrorMark) {
   RunFlags run;
   CommandList list(&run);
   FillList(list, "A|B");
@@ -110,7 +110,7 @@ TEST(CommandListTest, RecordsNothingIntoAFullList) {
   EXPECT_EQ(list.Text(1024), "last");
 }
 
-TEST(CommandListTest, RecordingDuringARunLeavesItsPositionAlone) {
+TEST(CommandListTest, RecordingDuringARunDoesNotChangeItsPosition) {
   RunFlags run;
   CommandList list(&run);
   FillList(list, "A|B");
@@ -209,14 +209,14 @@ TEST(CommandListTest, UndoBringsBackTheListThatAFileHasReplaced) {
   EXPECT_EQ(list.file_name(), "");
 }
 
-TEST(CommandListTest, AListThatNobodyTouchedIsNotBroughtBack) {
+TEST(CommandListTest, AnUnchangedListIsNotBroughtBack) {
   CommandList list;
   list.ShowFile("/x/b.CMD", {"x"}, 0);
   EXPECT_EQ(list.Undo(), 0);
   EXPECT_EQ(ListText(list), ">x");
 }
 
-TEST(CommandListTest, DuringARunUndoTakesEditsBackButReplacesNoList) {
+TEST(CommandListTest, DuringARunUndoRevertsEditsButReplacesNoList) {
   RunFlags run;
   CommandList list(&run);
   FillList(list, "A");
@@ -231,7 +231,7 @@ TEST(CommandListTest, DuringARunUndoTakesEditsBackButReplacesNoList) {
   EXPECT_EQ(ListText(list), ">A");
 }
 
-TEST(CommandListTest, RedoTakesUndoBack) {
+TEST(CommandListTest, RedoRevertsUndo) {
   CommandList list;
   list.SetText(1, "A");
   list.SetText(2, "B");
@@ -258,7 +258,7 @@ TEST(CommandListTest, AnEditEndsRedo) {
   EXPECT_EQ(ListText(list), ">B");
 }
 
-TEST(CommandListTest, GoingBackToWhatTheFileHoldsIsNoModification) {
+TEST(CommandListTest, GoingBackToTheContentsOfTheFileIsNoModification) {
   CommandList list;
   list.ShowFile("/x/a.CMD", {"A"}, 0);
   list.SetText(1, "B");
@@ -279,7 +279,7 @@ TEST(CommandListTest, GoingBackToWhatTheFileHoldsIsNoModification) {
   EXPECT_TRUE(list.modified());
 }
 
-TEST(CommandListTest, SavingOneListSaysNothingOfAnother) {
+TEST(CommandListTest, SavingOneListDoesNotMarkAnotherAsSaved) {
   CommandList list;
   list.ShowFile("/x/a.CMD", {"A"}, 0);
   list.ClearCommandScriptGrid();
@@ -292,7 +292,7 @@ TEST(CommandListTest, SavingOneListSaysNothingOfAnother) {
   EXPECT_EQ(ListText(list), ">A");
 }
 
-TEST(CommandListTest, ANameForAFileThatIsEmptyYetLeavesTheRowsUnsaved) {
+TEST(CommandListTest, ANameForAFileThatIsStillEmptyLeavesTheRowsUnsaved) {
   CommandList list;
   list.SetFileName("/x/empty.CMD");
   EXPECT_FALSE(list.modified());
@@ -301,7 +301,7 @@ TEST(CommandListTest, ANameForAFileThatIsEmptyYetLeavesTheRowsUnsaved) {
   EXPECT_TRUE(list.modified());
 }
 
-TEST(CommandListTest, ItsRevisionTellsOfEveryChange) {
+TEST(CommandListTest, ItsRevisionChangesWithEveryChange) {
   CommandList list;
   std::uint64_t last = list.revision();
   const auto changed = [&] { return std::exchange(last, list.revision()) != last; };
@@ -323,7 +323,7 @@ TEST(CommandListTest, ItsRevisionTellsOfEveryChange) {
   EXPECT_TRUE(changed());
 }
 
-TEST(CommandListTest, TellsItsObserverWhatChanged) {
+TEST(CommandListTest, NotifiesItsObserverOfWhatChanged) {
   CommandList list;
   RecordingObserver observer;
   list.Observe(&observer);

@@ -15,7 +15,7 @@ std::string Shown(std::string_view typed, std::string_view rows = "") {
   return shown;
 }
 
-TEST(Completion, OffersTheWordsThatBeginAsTyped) {
+TEST(Completion, OffersTheWordsThatStartWithWhatIsTyped) {
   EXPECT_EQ(Shown("$if"), "$IFERR|$IFEQUAL text|$IFGREATER text|$IFLESS text");
   EXPECT_EQ(Shown("$GE"), "$GETPARAM n");
   EXPECT_EQ(Shown("$D"), "$DELAY ms");
@@ -42,7 +42,7 @@ TEST(Completion, OffersWhatACommandTakes) {
   EXPECT_EQ(Shown("$REPEAT "), "");
 }
 
-TEST(Completion, IsSilentWhereNothingIsMissing) {
+TEST(Completion, OffersNothingForCompleteWords) {
   EXPECT_EQ(Shown("$STOP"), "");
   EXPECT_EQ(Shown("$repeat"), "");
   EXPECT_EQ(Shown("$SILENT on"), "");

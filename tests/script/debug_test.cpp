@@ -30,7 +30,7 @@ TEST_F(DebugTest, ARunStopsBeforeABreakpoint) {
   EXPECT_EQ(host.locks, (std::vector<bool>{true, false}));
 }
 
-TEST_F(DebugTest, ItGoesOnBehindABreakpoint) {
+TEST_F(DebugTest, ItContinuesAfterABreakpoint) {
   FillList(list, "A|B|C");
   list.ToggleBreakpoint(2);
   runner.Play();
@@ -60,7 +60,7 @@ TEST_F(DebugTest, RowsOfAFailedConditionDoNotStopARun) {
   EXPECT_EQ(Sent(), "B");
 }
 
-TEST_F(DebugTest, ItGoesOnAfterBreak) {
+TEST_F(DebugTest, ItContinuesAfterBreak) {
   FillList(list, "A|B|C");
   host.at_yield = [this] {
     if (list.current_row() == 2) runner.Break();
@@ -104,7 +104,7 @@ TEST_F(DebugTest, PlaysUpToARow) {
   EXPECT_EQ(Sent(), "A|B|C|A|B|C|D") << "playing does not stop there again";
 }
 
-TEST_F(DebugTest, PlaysUpToARowFromWhereAStepStands) {
+TEST_F(DebugTest, PlaysUpToARowFromTheRowOfAStep) {
   FillList(list, "A|B|C");
   runner.SingleStep();
   list.SetCurrentRow(3);
@@ -112,7 +112,7 @@ TEST_F(DebugTest, PlaysUpToARowFromWhereAStepStands) {
   EXPECT_EQ(Sent(), "A|B");
 }
 
-TEST_F(DebugTest, AnotherListHasNoRunThatStands) {
+TEST_F(DebugTest, AnotherListHasNoInterruptedRun) {
   FillList(list, "A|B|C");
   PlayTo(3);
   FillList(list, "D|E|F");
@@ -121,7 +121,7 @@ TEST_F(DebugTest, AnotherListHasNoRunThatStands) {
   EXPECT_EQ(Sent(), "A|B|D");
 }
 
-TEST_F(DebugTest, AnErrorLeavesNothingToGoOnWith) {
+TEST_F(DebugTest, AnErrorLeavesNothingToContinue) {
   FillList(list, "A|$NIX|B");
   list.ToggleBreakpoint(3);
   runner.Play();
@@ -150,7 +150,7 @@ std::string WatchText(const std::vector<WatchItem>& items) {
   return lines;
 }
 
-TEST_F(DebugTest, TheWatchShowsWhatARunIsInTheMiddleOf) {
+TEST_F(DebugTest, TheWatchShowsTheStateOfARun) {
   FillList(list, "$REPEAT 9|$REPEAT x|A|$ENDREPEAT|$ENDREPEAT");
   list.ToggleBreakpoint(3);
   runner.Play();
@@ -189,7 +189,7 @@ TEST_F(DebugTest, TheProgressNamesRowLoopAndTime) {
   EXPECT_EQ(passes, 10);
 }
 
-TEST_F(DebugTest, ALoopWhoseRowWasEditedSaysOnlyWhatRemains) {
+TEST_F(DebugTest, ALoopWhoseRowWasEditedShowsOnlyWhatRemains) {
   FillList(list, "$REPEAT 9|A|$ENDREPEAT");
   script.interpreter.RepeatLevel = 1;
   script.interpreter.RepeatRow[1] = 1;
@@ -207,7 +207,7 @@ TEST_F(DebugTest, ALoopWhoseRowWasEditedSaysOnlyWhatRemains) {
   EXPECT_EQ(text(0), "Zeile 1 von 3, Schleife noch 0, 0:00");
 }
 
-TEST_F(DebugTest, TheProgressOfKnownLoopsSaysHowLongTheyStillTake) {
+TEST_F(DebugTest, TheProgressOfKnownLoopsShowsTheTimeRemaining) {
   FillList(list, "$REPEAT 9|$REPEAT 1|A|$ENDREPEAT|$ENDREPEAT|$REPEAT 3|B|$ENDREPEAT");
   RunProgress progress;
   double seconds = 100;

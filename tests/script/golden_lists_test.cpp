@@ -44,7 +44,7 @@ TEST_P(GoldenListTest, RunsAsItsFilesSay) {
 INSTANTIATE_TEST_SUITE_P(Lists, GoldenListTest, testing::ValuesIn(ListNames()),
                          [](const auto& list) { return TestNameOf(list.param); });
 
-TEST(DialogueTest, EscapesWhatIsNoPlainCharacter) {
+TEST(DialogueTest, EscapesEverythingButPlainCharacters) {
   const std::string bytes("a\\\r\n\0\xFF z", 8);
   EXPECT_EQ(dialogue::Escaped(bytes), "a\\\\\\r\\n\\x00\\xFF z");
   EXPECT_EQ(dialogue::Unescaped(dialogue::Escaped(bytes)), bytes);

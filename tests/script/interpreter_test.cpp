@@ -50,7 +50,7 @@ TEST_F(InterpreterTest, AnswersChoosesForTheRestOfTheRun) {
   EXPECT_TRUE(terminal.QueriesOnly());
 }
 
-TEST_F(InterpreterTest, CommandWordsStandInAnyCase) {
+TEST_F(InterpreterTest, CommandWordsMayHaveAnyCase) {
   EXPECT_TRUE(Do("$repeat 2"));
   EXPECT_TRUE(Do("$Repeat 2"));
   EXPECT_EQ(now.RepeatLevel, 2);
@@ -80,7 +80,7 @@ TEST_F(InterpreterTest, RepeatTakesTheNumberAtTheArgumentsStart) {
   EXPECT_EQ(passes("$REPEAT -2147483648"), -2147483647 - 1);
 }
 
-TEST_F(InterpreterTest, RepeatFailsOnWhatIsNoCount) {
+TEST_F(InterpreterTest, RepeatFailsWithoutAValidCount) {
   EXPECT_EQ(ErrorOf("$REPEAT"), kIndex);
   EXPECT_EQ(ErrorOf("$REPEAT,3"), kIndex);
   EXPECT_EQ(ErrorOf("$REPEAT 2147483648"), kOverflow);

@@ -19,7 +19,7 @@ Lines Split(const std::vector<std::string>& pieces) {
   return lines;
 }
 
-TEST(LineSplitterTest, EndsLinesAtCrLfAtLfAndAtCrAlone) {
+TEST(LineSplitterTest, EndsLinesAtCrLfLfAndCr) {
   EXPECT_EQ(Split({"a\r\nb\nc\rd"}), (Lines{"a", "b", "c", "d"}));
   EXPECT_EQ(Split({"\r\r\n\n"}), (Lines{"", "", ""}));
   EXPECT_EQ(Split({"\n\r"}), (Lines{"", ""}));
@@ -43,7 +43,7 @@ TEST(LineSplitterTest, NulIsACharacterLikeAnyOther) {
   EXPECT_EQ(Split({"\0a\0\n\0"s}), (Lines{"\0a\0"s, "\0"s}));
 }
 
-TEST(LineSplitterTest, TellsHowLongTheOpenLineIs) {
+TEST(LineSplitterTest, ReportsTheLengthOfTheOpenLine) {
   LineSplitter splitter([](std::string_view) {});
   splitter.Feed("ab\ncde");
   EXPECT_EQ(splitter.pending(), 3u);

@@ -52,7 +52,7 @@ TEST_F(ListEditingTest, PastingNothingChangesNothing) {
   EXPECT_EQ(list.Undo(), 0);
 }
 
-TEST_F(ListEditingTest, TellsHowManyPastedLinesFoundNoRow) {
+TEST_F(ListEditingTest, ReportsHowManyPastedLinesDidNotFit) {
   EXPECT_EQ(PasteRows(list, 1023, "x\ny"), 0);
   EXPECT_EQ(PasteRows(list, 1023, "x\ny\nz"), 1);
   EXPECT_EQ(list.Text(1024), "y");
@@ -73,7 +73,7 @@ TEST_F(ListEditingTest, LinesInACellBecomeFurtherRows) {
   EXPECT_EQ(ListText(list), ">A|x||D||y|z");
 }
 
-TEST_F(ListEditingTest, NoRowLeavesTheListForALineInACell) {
+TEST_F(ListEditingTest, LinesInACellPushNoRowOutOfTheList) {
   list.SetText(1022, "x");
   const PastedRows pasted = ReplaceRow(list, 2, "1\n2\n3\n4\n\n5");
   EXPECT_EQ(pasted.last, 4);
@@ -104,7 +104,7 @@ TEST_F(ListEditingTest, InsertsRows) {
   EXPECT_EQ(ListText(list), ">A|B|C|D");
 }
 
-TEST_F(ListEditingTest, InsertsNothingThatPushesTextOutOfTheList) {
+TEST_F(ListEditingTest, InsertsNothingThatWouldPushTextOutOfTheList) {
   EXPECT_TRUE(InsertRows(list, 1, 1020));
   EXPECT_EQ(list.Text(1024), "D");
   EXPECT_FALSE(InsertRows(list, 1, 1));
@@ -162,7 +162,7 @@ TEST_F(ListEditingTest, MovesRows) {
   EXPECT_FALSE(MoveRows(list, 1, 2, 0));
 }
 
-TEST_F(ListEditingTest, MakesCommentsAndTakesThemBack) {
+TEST_F(ListEditingTest, TurnsRowsIntoCommentsAndBack) {
   FillList(list, "A|  B||'C");
   ToggleComments(list, 1, 4);
   EXPECT_EQ(ListText(list), ">'A|'  B||''C");

@@ -19,7 +19,7 @@ class RunControlTest : public testing::Test, protected RunBench {
   Runner& runner = core.runner;
 };
 
-TEST_F(RunControlTest, BreakEndsTheRunAfterTheRowInHand) {
+TEST_F(RunControlTest, BreakEndsTheRunAfterTheRowBeingExecuted) {
   PlayAnd("A|B|C", 2, [this] { runner.Break(); });
   EXPECT_EQ(Sent(), "A|B");
   EXPECT_EQ(ListText(list), "A|>*B|C");
@@ -27,7 +27,7 @@ TEST_F(RunControlTest, BreakEndsTheRunAfterTheRowInHand) {
   EXPECT_EQ(host.locks, (std::vector<bool>{true, false}));
 }
 
-TEST_F(RunControlTest, ALockThatFailsHalfwayIsTakenBack) {
+TEST_F(RunControlTest, ALockThatFailsHalfwayIsReleased) {
   host.lock_fails = true;
   EXPECT_THROW(Play("A"), std::bad_alloc);
   EXPECT_EQ(Sent(), "");
@@ -42,7 +42,7 @@ TEST_F(RunControlTest, StopDoesTheSameAndClearsTheRow) {
   EXPECT_TRUE(script.run.StopRequested);
 }
 
-TEST_F(RunControlTest, PlayBeginsAgainAtTheFirstRow) {
+TEST_F(RunControlTest, PlayStartsAgainAtTheFirstRow) {
   PlayAnd("A|B|C", 2, [this] { runner.Break(); });
   host.at_yield = {};
   runner.Play();
@@ -50,7 +50,7 @@ TEST_F(RunControlTest, PlayBeginsAgainAtTheFirstRow) {
   EXPECT_EQ(ListText(list), "A|B|C");
 }
 
-TEST_F(RunControlTest, PlayTakesBackStopAndBreakThatWereAskedForBefore) {
+TEST_F(RunControlTest, PlayClearsEarlierStopAndBreak) {
   runner.Stop();
   runner.Break();
   Play("A");
@@ -77,7 +77,7 @@ TEST_F(RunControlTest, PlayDuringAMessageOfAStepDoesNothing) {
   EXPECT_EQ(prompt.errors.size(), 1u);
 }
 
-TEST_F(RunControlTest, AnEditDuringAMessageStays) {
+TEST_F(RunControlTest, AnEditDuringAMessageIsKept) {
   prompt.at_error = [this] { list.SetText(1, "B"); };
   Play("A|$FOO");
   EXPECT_EQ(ListText(list), "B|!$FOO");
@@ -93,7 +93,7 @@ TEST_F(RunControlTest, AClosingFrontEndEndsTheRunForGood) {
   EXPECT_FALSE(script.run.StopRequested);
 }
 
-TEST_F(RunControlTest, AJumpWithinYieldIsWhereTheRunGoesOn) {
+TEST_F(RunControlTest, AfterAJumpWithinYieldTheRunContinuesThere) {
   PlayAnd("A|B|C", 1, [this] { list.SetCurrentRow(2); });
   EXPECT_EQ(Sent(), "A|C");
 }
@@ -112,7 +112,7 @@ TEST_F(RunControlTest, RecordsCommandsSentByHandWhileTheButtonIsDown) {
   EXPECT_EQ(core.recorder.button().image, 14);
 }
 
-TEST_F(RunControlTest, TellsThatTheListIsFull) {
+TEST_F(RunControlTest, ReportsThatTheListIsFull) {
   list.SetText(1024, "x");
   core.recorder.AddToScript("A");
   EXPECT_EQ(prompt.errors, Lines{"Die Befehlsliste ist voll. Der Befehl wurde nicht aufgezeichnet."});
@@ -127,7 +127,7 @@ TEST_F(RunControlTest, ShowsTheResponseTimeOfAnAnswer) {
   EXPECT_EQ(pane.caret_back, 0);
 }
 
-TEST_F(RunControlTest, TimesAreDoublesAndShownWithoutTheEchoToo) {
+TEST_F(RunControlTest, TimesAreDoublesAndAlsoShownWithoutTheEcho) {
   state.options = {.show_commands = false, .show_response_times = true};
   device.text_answers = {"1\r\n"};
   clock.seconds = {1000000, 1000000.0001234};

@@ -34,14 +34,14 @@ TEST_F(RunnerTest, SendsEachRowShowsItAndReadsTheAnswer) {
   EXPECT_FALSE(runner.outcome().exchange_failed);
 }
 
-TEST_F(RunnerTest, SaysWhenEachRowStartsAndAfterIt) {
+TEST_F(RunnerTest, ReportsTheStartAndTheEndOfEachRow) {
   host.at_yield = [this] { EXPECT_EQ(host.row_starts, host.yields); };
   Play("A|$GOTO x|never|x:|B");
   EXPECT_GT(host.row_starts, 3);
   EXPECT_EQ(host.row_starts, host.yields);
 }
 
-TEST_F(RunnerTest, ShowsNoCommandsWithoutThatOption) {
+TEST_F(RunnerTest, ShowsNoCommandsWithoutTheOption) {
   state.options.show_commands = false;
   device.text_answers = {"1\r\n"};
   Play("A");
@@ -53,7 +53,7 @@ TEST_F(RunnerTest, CommentsEmptyRowsAndSpacesAreNotSent) {
   EXPECT_EQ(Sent(), "label:");
 }
 
-TEST_F(RunnerTest, HighlightsTheRowInHandAlone) {
+TEST_F(RunnerTest, HighlightsOnlyTheRowBeingExecuted) {
   Lines seen;
   host.at_yield = [&] {
     if (host.yields <= 3) seen.push_back(ListText(list));
@@ -87,7 +87,7 @@ TEST_F(RunnerTest, RepeatsBlocksWithinBlocks) {
   EXPECT_EQ(script.interpreter.RepeatLevel, 0);
 }
 
-TEST_F(RunnerTest, AnEndRepeatTooManyGoesOn) {
+TEST_F(RunnerTest, ContinuesAfterASurplusEndRepeat) {
   Play("$ENDREPEAT|A|$REPEAT 1|B|$ENDREPEAT|C");
   EXPECT_EQ(Sent(), "A|B|B|C");
   EXPECT_EQ(script.interpreter.RepeatLevel, -1);
@@ -165,7 +165,7 @@ TEST_F(RunnerTest, ACounterThatOverflowsIsAnErrorOfItsRow) {
   EXPECT_TRUE(runner.outcome().list_error);
 }
 
-TEST_F(RunnerTest, ATimeoutThatIsNoNumberIsAnErrorOfItsRow) {
+TEST_F(RunnerTest, ATimeoutThatIsNotANumberIsAnErrorOfItsRow) {
   state.shown.timeout = "bald";
   Play("'|A|B");
   EXPECT_EQ(Sent(), "A");
@@ -182,7 +182,7 @@ TEST_F(RunnerTest, CommandsThatEndTheExchangeAreNotAnswered) {
   EXPECT_EQ(device.CountCalls("ReadText"), 1u);
 }
 
-TEST_F(RunnerTest, KeepsGoingAfterFailedAnswersAndTells) {
+TEST_F(RunnerTest, ContinuesAfterFailedAnswersAndReportsThem) {
   Play("A|B");
   EXPECT_EQ(Sent(), "A|B");
   EXPECT_EQ(pane.lines, (Lines{"A", "Zeitüberschreitung", "B", "Zeitüberschreitung"}));
@@ -190,7 +190,7 @@ TEST_F(RunnerTest, KeepsGoingAfterFailedAnswersAndTells) {
   EXPECT_FALSE(runner.outcome().list_error);
 }
 
-TEST_F(RunnerTest, TellsOfAWriteError) {
+TEST_F(RunnerTest, ReportsAWriteError) {
   device.write_result = {-3, "kaputt"};
   device.text_answers = {"1\r\n"};
   Play("A");
@@ -198,7 +198,7 @@ TEST_F(RunnerTest, TellsOfAWriteError) {
   EXPECT_EQ(pane.text, "\r\nWrite error: kaputt\r\nA\r\n1");
 }
 
-TEST_F(RunnerTest, TellsOfAConnectionThatDidNotComeAbout) {
+TEST_F(RunnerTest, ReportsAFailedConnection) {
   device_state.connected = false;
   device.open_result = {-1, "niemand da"};
   Play("A");
@@ -242,7 +242,7 @@ TEST_F(RunnerTest, CommentsMayHoldAnyCharacter) {
   EXPECT_EQ(prompt.errors, Lines{});
 }
 
-TEST_F(RunnerTest, KnowsTheRowThatItCarriedOutLast) {
+TEST_F(RunnerTest, KnowsTheRowThatItExecutedLast) {
   EXPECT_EQ(core.runner.last_row(), 0);
   Play("A|B|'|");
   EXPECT_EQ(core.runner.last_row(), 2);

@@ -59,7 +59,7 @@ TEST_F(SingleStepTest, FollowsJumps) {
   EXPECT_EQ(Steps(1), Lines{"$GOTO x|A|x:|>*B"});
 }
 
-TEST_F(SingleStepTest, PassesOverTheRowsOfAFailedCondition) {
+TEST_F(SingleStepTest, SkipsTheRowsOfAFailedCondition) {
   FillList(list, "$IFEQUAL x|A|$REPEAT 2|$endif|B");
   EXPECT_EQ(Steps(1), Lines{"$IFEQUAL x|A|$REPEAT 2|$endif|>*B"});
   EXPECT_EQ(now.IfDepth, 0);
@@ -125,13 +125,13 @@ TEST_F(SingleStepTest, AfterStopAStepExecutesItsRowAndEndsLoopsAndConditions) {
   EXPECT_TRUE(script.run.StopRequested);
 }
 
-TEST_F(SingleStepTest, BreakDoesNotConcernSteps) {
+TEST_F(SingleStepTest, BreakDoesNotAffectSteps) {
   FillList(list, "A|B");
   core.runner.Break();
   EXPECT_EQ(Steps(1), Lines{"A|>*B"});
 }
 
-TEST_F(SingleStepTest, StepsOnWhereABreakEndedTheRun) {
+TEST_F(SingleStepTest, StepsOnFromTheRowWhereABreakEndedTheRun) {
   host.at_yield = [this] {
     if (list.current_row() == 2) core.runner.Break();
   };
@@ -149,7 +149,7 @@ TEST_F(SingleStepTest, TheListIsInUseDuringAStep) {
   EXPECT_FALSE(list.InUse());
 }
 
-TEST_F(SingleStepTest, ACounterThatOverflowsOnTheWayOverRowsIsAnErrorOfItsRow) {
+TEST_F(SingleStepTest, ACounterThatOverflowsWhileRowsAreSkippedIsAnErrorOfItsRow) {
   FillList(list, "A|B|$ENDIF|C");
   now.SkipRows = true;
   now.IfDepth = -32768;

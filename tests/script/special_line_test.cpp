@@ -32,7 +32,7 @@ TEST(SpecialLineTest, AnArgumentThatIsMissingIsAnError) {
   }
 }
 
-TEST(SpecialLineTest, ALongerWordThanAnyCommandsIsNone) {
+TEST(SpecialLineTest, AWordLongerThanEveryCommandIsNotACommand) {
   EXPECT_EQ(SpecialLine("$SPLITPARAM12").Command(), "");
   EXPECT_EQ(SpecialLine("$SPLITPARAM1").Command(), "$SPLITPARAM1");
   EXPECT_EQ(SpecialLine("$" + std::string(100000, 'x') + " a").Argument(), "a");
@@ -46,7 +46,7 @@ TEST(SpecialLineTest, ReadsTheNumberAtTheArgumentsStart) {
   EXPECT_EQ(SpecialLine("$A 1,5").Number(), 1);
 }
 
-TEST(SpecialLineTest, TakesFirstAndLastCharacterOffAQuotedArgument) {
+TEST(SpecialLineTest, StripsTheFirstAndLastCharacterOfAQuotedArgument) {
   EXPECT_EQ(SpecialLine("$A x").Unquoted(), "x");
   EXPECT_EQ(SpecialLine("$A \"x\"").Unquoted(), "x");
   EXPECT_EQ(SpecialLine("$A \"xy").Unquoted(), "x");

@@ -60,7 +60,7 @@ TEST(ScriptTextsTest, SayWhichCharactersAFileCannotHold) {
   EXPECT_TRUE(texts::NotInFile({7, 9, 12}, "Ω").ends_with("„?“. Ebenso in 2 weiteren Zeilen."));
 }
 
-TEST(ScriptTextsTest, OfferAListThatWasLeftUnsaved) {
+TEST(ScriptTextsTest, OfferAnUnsavedList) {
   EXPECT_EQ(texts::LeftList("", "21.11.2026 15:01:04", 12, 0),
             "Nicht gespeicherte Befehlsliste vom 21.11.2026 15:01:04, 12 Zeilen");
   EXPECT_EQ(texts::LeftList("/x/a.CMD", "21.11.2026 15:01:04", 1, 2),

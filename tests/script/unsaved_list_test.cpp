@@ -73,7 +73,7 @@ TEST_F(UnsavedListTest, NothingIsWrittenForAListWithoutChanges) {
   EXPECT_FALSE(fs::exists(folder_));
 }
 
-TEST_F(UnsavedListTest, WhatAWindowLeavesIsOfferedToTheNext) {
+TEST_F(UnsavedListTest, AListLeftByAWindowIsOfferedToTheNext) {
   {
     list_.ShowFile("/x/a.CMD", {"A"}, 0);
     list_.SetText(3, "MEAS:RES 5 Ω");
@@ -85,7 +85,7 @@ TEST_F(UnsavedListTest, WhatAWindowLeavesIsOfferedToTheNext) {
   EXPECT_EQ(Offered(), Names{"/x/a.CMD >A||MEAS:RES 5 Ω|'"});
 }
 
-TEST_F(UnsavedListTest, AListOfAWindowThatLivesIsNobodyElses) {
+TEST_F(UnsavedListTest, AListOfAnOpenWindowIsNotOffered) {
   UnsavedCopy first(folder_);
   list_.SetText(1, "A");
   EXPECT_TRUE(first.Update(list_));
@@ -119,7 +119,7 @@ TEST_F(UnsavedListTest, AProgramThatWasKilledLeavesItsList) {
   EXPECT_EQ(Offered(), Names{" >A"});
 }
 
-TEST_F(UnsavedListTest, SavingTakesTheCopyAway) {
+TEST_F(UnsavedListTest, SavingRemovesTheCopy) {
   UnsavedCopy copy(folder_);
   list_.SetText(1, "A");
   EXPECT_TRUE(copy.Update(list_));
@@ -154,7 +154,7 @@ TEST_F(UnsavedListTest, TheNewestFiveAreKept) {
   EXPECT_EQ(Folders(), 5u);
 }
 
-TEST_F(UnsavedListTest, TellsWhenAndHowMuch) {
+TEST_F(UnsavedListTest, ReportsTimeAndNumberOfRows) {
   Leave("A", 3600);
   const std::vector<LeftCopy> left = LeftCopies(folder_);
   ASSERT_EQ(left.size(), 1u);
@@ -199,7 +199,7 @@ TEST_F(UnsavedListTest, WhatIsNotACopyIsSkipped) {
   EXPECT_EQ(Folders(), 2u) << "a file, and what is not ours";
 }
 
-TEST_F(UnsavedListTest, ALongFileGivesTheRowsThatThereAre) {
+TEST_F(UnsavedListTest, ALongFileFillsTheRowsOfTheList) {
   std::string bytes = "\n";
   for (int row = 1; row <= 1100; ++row) bytes += std::to_string(row) + "\r\n";
   fs::create_directories(folder_ + "/list-long");
@@ -210,7 +210,7 @@ TEST_F(UnsavedListTest, ALongFileGivesTheRowsThatThereAre) {
   EXPECT_EQ(list_.Text(1024), "1024");
 }
 
-TEST_F(UnsavedListTest, WithoutAPlaceThereIsNoCopy) {
+TEST_F(UnsavedListTest, WithoutAFolderThereIsNoCopy) {
   list_.SetText(1, "A");
   EXPECT_TRUE(UnsavedCopy("").Update(list_));
   EXPECT_EQ(LeftCopies("").size(), 0u);
@@ -218,7 +218,7 @@ TEST_F(UnsavedListTest, WithoutAPlaceThereIsNoCopy) {
   EXPECT_EQ(LeftCopies("/proc/none").size(), 0u);
 }
 
-TEST_F(UnsavedListTest, AFolderThatSomebodyTookAwayIsMadeAgain) {
+TEST_F(UnsavedListTest, ARemovedFolderIsMadeAgain) {
   UnsavedCopy copy(folder_);
   list_.SetText(1, "A");
   EXPECT_TRUE(copy.Update(list_));

@@ -22,7 +22,7 @@ class BlockReaderTest : public testing::Test, protected SessionBench {
   std::string block_;
 };
 
-TEST_F(BlockReaderTest, TakesAsManyBytesAsTheHeadSaysWhateverTheyAre) {
+TEST_F(BlockReaderTest, ReadsAsManyBytesAsTheHeaderSaysWithAnyValues) {
   EXPECT_EQ(Read("#14\r\n\0#\r\nnext"s), Result::kBlock);
   EXPECT_EQ(block_, "#14\r\n\0#"s);
   EXPECT_EQ(device.incoming, "next");
@@ -30,14 +30,14 @@ TEST_F(BlockReaderTest, TakesAsManyBytesAsTheHeadSaysWhateverTheyAre) {
   EXPECT_EQ(block_, "#10");
 }
 
-TEST_F(BlockReaderTest, ReadsWhatWaitsInOneGo) {
+TEST_F(BlockReaderTest, ReadsWaitingBytesAtOnce) {
   device.waiting = [this] { return static_cast<std::int32_t>(device.incoming.size()); };
   EXPECT_EQ(Read("#6100000" + std::string(100000, 'x') + "\r\n"), Result::kBlock);
   EXPECT_EQ(block_.size(), 100008u);
   EXPECT_LT(device.CountCalls("ReadBinary"), 20u);
 }
 
-TEST_F(BlockReaderTest, AnEndlessBlockGoesToTheTerminator) {
+TEST_F(BlockReaderTest, ABlockWithoutALengthEndsAtTheTerminator) {
   EXPECT_EQ(Read("#0a\nb\r\nrest"), Result::kBlock);
   EXPECT_EQ(block_, "#0a\nb");
   EXPECT_EQ(device.incoming, "rest");
@@ -45,7 +45,7 @@ TEST_F(BlockReaderTest, AnEndlessBlockGoesToTheTerminator) {
   EXPECT_EQ(block_, "#0abc");
 }
 
-TEST_F(BlockReaderTest, OnlyATerminatorIsTakenOffBehindIt) {
+TEST_F(BlockReaderTest, OnlyATerminatorIsStrippedAfterIt) {
   EXPECT_EQ(Read("#12abxy"), Result::kBlock);
   EXPECT_EQ(block_, "#12ab");
   EXPECT_EQ(device_state.put_back + device.incoming, "xy");
@@ -54,13 +54,13 @@ TEST_F(BlockReaderTest, OnlyATerminatorIsTakenOffBehindIt) {
   EXPECT_EQ(device_state.put_back + device.incoming, "xy");
 }
 
-TEST_F(BlockReaderTest, TheGapBehindItIsNoFailure) {
+TEST_F(BlockReaderTest, AGapAfterItIsNoFailure) {
   device_state.last_result = -30;
   EXPECT_EQ(Read("#12ab"), Result::kBlock);
   EXPECT_EQ(device_state.last_result, 0);
 }
 
-TEST_F(BlockReaderTest, WhatIsNoBlockIsGivenBack) {
+TEST_F(BlockReaderTest, WhatIsNotABlockIsPutBack) {
   for (const std::string& answer : {"12.5\r\n"s, "#\r\n"s, "#x\r\n"s, "#2a7\r\n"s, "#3 12\r\n"s}) {
     EXPECT_EQ(Read(answer), Result::kNoBlock) << answer;
     EXPECT_EQ(device_state.put_back + device.incoming, answer);
@@ -68,7 +68,7 @@ TEST_F(BlockReaderTest, WhatIsNoBlockIsGivenBack) {
   }
 }
 
-TEST_F(BlockReaderTest, WhatWasGivenBackComesFirst) {
+TEST_F(BlockReaderTest, WhatWasPutBackIsReadFirst) {
   device_state.put_back = "#1";
   EXPECT_EQ(Read("3abc\r\n"), Result::kBlock);
   EXPECT_EQ(block_, "#13abc");
@@ -80,7 +80,7 @@ TEST_F(BlockReaderTest, ABlockThatBreaksOffFails) {
   EXPECT_EQ(Read("#0abc"), Result::kFailed);
 }
 
-TEST_F(BlockReaderTest, ALengthThatNobodyHasRoomForIsRefused) {
+TEST_F(BlockReaderTest, ATooLargeLengthIsRefused) {
   EXPECT_EQ(Read("#8671088651"), Result::kTooLong);
   EXPECT_EQ(Read("#9999999999"), Result::kTooLong);
   device_state.put_back = "#0" + std::string(base::kBlockLimit - 1, 'x');
@@ -92,7 +92,7 @@ class SessionBlocksTest : public testing::Test, protected SessionBench {
   SessionBlocksTest() { state.extras.blocks = true; }
 };
 
-TEST_F(SessionBlocksTest, ABlockIsShownAsItCame) {
+TEST_F(SessionBlocksTest, ABlockIsShownAsReceived) {
   device.incoming = "#15a\r\nbc\r\n";
   EXPECT_TRUE(session.GetAnswer());
   EXPECT_EQ(state.last_answer.text, "#15a\r\nbc");
@@ -106,7 +106,7 @@ struct RecordedBlocks final : StateView {
   Lines texts;
 };
 
-TEST_F(SessionBlocksTest, OfALongBlockTheProgressIsTold) {
+TEST_F(SessionBlocksTest, TheProgressOfALongBlockIsReported) {
   RecordedBlocks blocks;
   output.SetStateView(&blocks);
   device.incoming = "#520480" + std::string(20480, 'x');
@@ -121,7 +121,7 @@ TEST_F(SessionBlocksTest, OfALongBlockTheProgressIsTold) {
   output.SetStateView(nullptr);
 }
 
-TEST_F(SessionBlocksTest, AnotherAnswerIsWholeAgain) {
+TEST_F(SessionBlocksTest, AnAnswerThatIsNotABlockIsComplete) {
   device.incoming = "1";
   device.text_answers = {"2.5\r\n"};
   EXPECT_TRUE(session.GetAnswer());
@@ -137,7 +137,7 @@ TEST_F(SessionBlocksTest, AnEmptyLineIsAnEmptyAnswer) {
   EXPECT_EQ(device.CountCalls("ReadText"), 0u);
 }
 
-TEST_F(SessionBlocksTest, ABegunAnswerIsKeptForTheNextRead) {
+TEST_F(SessionBlocksTest, AnIncompleteAnswerIsKeptForTheNextRead) {
   device.incoming = "1";
   EXPECT_FALSE(session.GetAnswer());
   device.text_answers = {"2\r\n"};
@@ -157,14 +157,14 @@ TEST_F(SessionBlocksTest, InModeAutoTheFormatDecides) {
   EXPECT_EQ(state.last_answer.text, "<61><62>");
 }
 
-TEST_F(SessionBlocksTest, ABlockThatIsTooLongHasAStatusOfItsOwn) {
+TEST_F(SessionBlocksTest, ABlockThatIsTooLongHasItsOwnStatus) {
   device.incoming = "#8671088651";
   EXPECT_FALSE(session.GetAnswer());
   EXPECT_EQ(state.last_answer.text, "-61");
   EXPECT_EQ(device_state.last_result, -61);
 }
 
-TEST_F(SessionBlocksTest, SwitchedOffABlockIsReadAsEver) {
+TEST_F(SessionBlocksTest, WhenSwitchedOffABlockIsReadAsBefore) {
   state.extras.blocks = false;
   device.text_answers = {"#15a\r\n"};
   EXPECT_TRUE(session.GetAnswer());

@@ -12,7 +12,7 @@ TEST(CommandHistory, KeepsTheNewestFirst) {
   EXPECT_EQ(history.entries(), (std::deque<std::string>{"MSV?", "IDN?"}));
 }
 
-TEST(CommandHistory, KeepsARepeatedCommandOnceInAnyCase) {
+TEST(CommandHistory, KeepsARepeatedCommandOnceRegardlessOfCase) {
   CommandHistory history;
   history.Add("Größe?");
   const HistoryChange change = history.Add("GRÖßE?");
@@ -21,7 +21,7 @@ TEST(CommandHistory, KeepsARepeatedCommandOnceInAnyCase) {
   EXPECT_EQ(history.entries(), (std::deque<std::string>{"Größe?"}));
 }
 
-TEST(CommandHistory, ComparesWithTheFirstEntryAlone) {
+TEST(CommandHistory, ComparesWithTheFirstEntryOnly) {
   CommandHistory history;
   history.Add("A");
   history.Add("B");

@@ -63,7 +63,7 @@ TEST_F(CommandLinesTest, OneLineIsOneCommand) {
   EXPECT_EQ(between, 0);
 }
 
-TEST_F(CommandLinesTest, EachLineIsACommandWithAnAnswerOfItsOwn) {
+TEST_F(CommandLinesTest, EachLineIsACommandWithItsOwnAnswer) {
   device.text_answers = {"1\r\n", "2\r\n", "3\r\n"};
   Send("A?\nB?\r\n\r\nC?");
   EXPECT_EQ(Sent(), (Lines{"A?", "B?", "C?"}));
@@ -80,7 +80,7 @@ TEST_F(CommandLinesTest, CanBeStoppedBetweenTwoLines) {
   EXPECT_EQ(Sent(), (Lines{"A?", "D?", "E?"}));
 }
 
-TEST_F(CommandLinesTest, NoneBeginsWithinAnother) {
+TEST_F(CommandLinesTest, NoneStartsDuringAnother) {
   on_between = [this] {
     EXPECT_TRUE(lines.IsSending());
     Send("X?\nY?");
@@ -90,7 +90,7 @@ TEST_F(CommandLinesTest, NoneBeginsWithinAnother) {
   EXPECT_FALSE(lines.IsSending());
 }
 
-TEST_F(CommandLinesTest, ACommandThatDoesNotGoOutIsTheLast) {
+TEST_F(CommandLinesTest, ACommandThatCannotBeSentEndsThem) {
   device.write_result = {-7, "Leitung tot"};
   Send("A?\nB?");
   EXPECT_EQ(Sent(), Lines{"A?"});
@@ -105,7 +105,7 @@ TEST_F(CommandLinesTest, AnAnswerThatCannotBeReadEndsThem) {
   EXPECT_FALSE(lines.IsSending());
 }
 
-TEST_F(CommandLinesTest, ACharacterThatCannotBeSentIsToldBeforeAnythingIsSent) {
+TEST_F(CommandLinesTest, ACharacterThatCannotBeSentIsReportedBeforeAnythingIsSent) {
   EXPECT_EQ(WhatOf([this] { Send("A?\nMEAS:RES 5 Ω"); }), "Das Zeichen „Ω“ kann nicht gesendet werden");
   EXPECT_EQ(device.calls, Lines{});
   EXPECT_EQ(Sent(), Lines{});

@@ -10,12 +10,12 @@ namespace {
 
 class ConnectCommandsTest : public testing::Test, protected ConnectBench {};
 
-TEST_F(ConnectCommandsTest, BeginsNotConnected) {
+TEST_F(ConnectCommandsTest, StartsNotConnected) {
   EXPECT_EQ(Button(), "0 21 Verbindung aufbauen");
   EXPECT_EQ(connect.StatusText(), "Nicht verbunden");
 }
 
-TEST_F(ConnectCommandsTest, ConnectChangesFlagAndToolTipAlone) {
+TEST_F(ConnectCommandsTest, ConnectChangesOnlyFlagAndToolTip) {
   connect.Connect();
   EXPECT_EQ(device.calls, (Lines{"ClearLastError", "Open", "LastError"}));
   EXPECT_TRUE(device_state.connected);
@@ -26,7 +26,7 @@ TEST_F(ConnectCommandsTest, ConnectChangesFlagAndToolTipAlone) {
 }
 
 // A host that opens its device may run events, and so does who waits for a modem.
-TEST_F(ConnectCommandsTest, AnAttemptIsNotEnteredAgain) {
+TEST_F(ConnectCommandsTest, AnAttemptIsNotReentered) {
   device.on_open = [this] {
     EXPECT_TRUE(connect.connecting());
     connect.Connect();
@@ -65,7 +65,7 @@ TEST_F(ConnectCommandsTest, ACodeOfZeroOrMoreIsASuccess) {
   EXPECT_EQ(prompt.errors, Lines{});
 }
 
-TEST_F(ConnectCommandsTest, DisconnectChangesFlagAndToolTipAlone) {
+TEST_F(ConnectCommandsTest, DisconnectChangesOnlyFlagAndToolTip) {
   connect.Connect();
   device.calls.clear();
   connect.Disconnect();
@@ -85,7 +85,7 @@ TEST_F(ConnectCommandsTest, AFailedDisconnectStaysConnected) {
   EXPECT_EQ(Button(), "0 21 Verbindung trennen");
 }
 
-TEST_F(ConnectCommandsTest, FlushTellsTheCount) {
+TEST_F(ConnectCommandsTest, FlushReportsTheCount) {
   connect.Flush();
   EXPECT_EQ(pane.lines, Lines{});
   device.flushed = 0;

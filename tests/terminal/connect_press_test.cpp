@@ -22,7 +22,7 @@ TEST_F(ConnectPressTest, ConnectsAndDisconnectsInTurn) {
   EXPECT_EQ(view.changes, 2);
 }
 
-TEST_F(ConnectPressTest, AFailedConnectLeavesTheButton) {
+TEST_F(ConnectPressTest, AFailedConnectDoesNotChangeTheButton) {
   device.open_result = {-2, "-2"};
   connect.Press();
   EXPECT_EQ(Button(), "0 21 Verbindung aufbauen");
@@ -30,7 +30,7 @@ TEST_F(ConnectPressTest, AFailedConnectLeavesTheButton) {
   EXPECT_EQ(prompt.errors.size(), 1u);
 }
 
-TEST_F(ConnectPressTest, AFailedDisconnectLeavesTheButton) {
+TEST_F(ConnectPressTest, AFailedDisconnectDoesNotChangeTheButton) {
   connect.Press();
   device.close_result = {-6, "-6"};
   connect.Press();
@@ -39,7 +39,7 @@ TEST_F(ConnectPressTest, AFailedDisconnectLeavesTheButton) {
   EXPECT_EQ(prompt.errors, Lines{"Fehler beim Verbindungsabbau: -6 (-6)"});
 }
 
-TEST_F(ConnectPressTest, TheTagDecidesNotTheConnection) {
+TEST_F(ConnectPressTest, TheTagDecidesRatherThanTheConnection) {
   connect.Press();
   connect.Disconnect();
   EXPECT_EQ(Button(), "1 20 Verbindung aufbauen");
@@ -62,7 +62,7 @@ TEST_F(ConnectPressTest, AHostsOpenDeviceIsConnectedOnceMoreFirst) {
   EXPECT_EQ(Button(), "0 21 Verbindung aufbauen");
 }
 
-TEST_F(ConnectPressTest, SilentModeHidesTheLinesAlone) {
+TEST_F(ConnectPressTest, SilentModeHidesOnlyTheLines) {
   state.output.SilentMode = true;
   connect.Press();
   EXPECT_EQ(pane.text, "");

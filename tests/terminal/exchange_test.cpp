@@ -25,7 +25,7 @@ class ExchangeTest : public testing::Test, protected SessionBench {
   Exchange exchange{session, waits, state.options, output, clock, ","};
 };
 
-TEST_F(ExchangeTest, TellsEachLineAsWhatItIs) {
+TEST_F(ExchangeTest, ShowsEachLineWithItsKind) {
   state.options.show_response_times = true;
   device.text_answers = {"1\r\n"};
   const ExchangeResult result = exchange.Run("A?", Sender::kList);
@@ -41,7 +41,7 @@ TEST_F(ExchangeTest, AnAnswerThatDoesNotComeIsAnError) {
   EXPECT_EQ(pane.kinds, (std::vector{LineKind::kCommand, LineKind::kError}));
 }
 
-TEST_F(ExchangeTest, ACommandThatIsNotWrittenIsAnErrorPastTheLines) {
+TEST_F(ExchangeTest, AWriteErrorIsShownAsText) {
   device.write_result = {-7, "Leitung tot"};
   device.text_answers = {"late\r\n"};
   const ExchangeResult result = exchange.Run("A?", Sender::kList);
@@ -56,14 +56,14 @@ TEST_F(ExchangeTest, WithoutAConnectionTheCommandIsDropped) {
   EXPECT_EQ(exchange.Run("A?", Sender::kList).sent, Sent::kNotConnected);
 }
 
-TEST_F(ExchangeTest, AWordThatEndsItIsANoticeAndNoFailure) {
+TEST_F(ExchangeTest, AWordThatEndsItIsANoticeAndNotAFailure) {
   const ExchangeResult result = exchange.Run("STP", Sender::kList);
   EXPECT_TRUE(result.ended_by_word);
   EXPECT_FALSE(result.Failed());
   EXPECT_EQ(pane.kinds, (std::vector{LineKind::kCommand, LineKind::kNotice}));
 }
 
-TEST_F(ExchangeTest, WithoutDeviceWordsNoneEndsAnExchange) {
+TEST_F(ExchangeTest, WithDeviceWordsOffNoWordEndsAnExchange) {
   state.extras.device_words = false;
   device.text_answers = {"1\r\n"};
   const ExchangeResult result = exchange.Run("PRES?", Sender::kList);
@@ -72,7 +72,7 @@ TEST_F(ExchangeTest, WithoutDeviceWordsNoneEndsAnExchange) {
   EXPECT_TRUE(device_state.connected);
 }
 
-TEST_F(ExchangeTest, WhereOnlyQueriesAreAnsweredNothingElseIsReadFor) {
+TEST_F(ExchangeTest, ReadsOnlyAfterQueriesIfOnlyQueriesAreAnswered) {
   state.extras.queries_only = true;
   state.last_answer.text = "earlier";
   const ExchangeResult result = exchange.Run("VOLT 5", Sender::kList);
@@ -82,7 +82,7 @@ TEST_F(ExchangeTest, WhereOnlyQueriesAreAnsweredNothingElseIsReadFor) {
   EXPECT_EQ(pane.lines, Lines{"VOLT 5"});
 }
 
-TEST_F(ExchangeTest, ADeviceWordStillEndsWhatIsNoQuery) {
+TEST_F(ExchangeTest, ADeviceWordStillEndsAnExchangeWithoutAQuery) {
   state.extras.queries_only = true;
   EXPECT_TRUE(exchange.Run("STP", Sender::kList).ended_by_word);
 }
@@ -106,7 +106,7 @@ class Listener final : public ExchangeListener {
   const TerminalState& state_;
 };
 
-TEST_F(ExchangeTest, TellsOfEachEndWhateverIsShown) {
+TEST_F(ExchangeTest, ReportsEachEndWhateverIsShown) {
   Listener listener(state);
   exchange.Listen(&listener);
   state.output.SilentMode = true;
@@ -118,7 +118,7 @@ TEST_F(ExchangeTest, TellsOfEachEndWhateverIsShown) {
   EXPECT_EQ(listener.told, (std::vector<std::string>{"A? 1,2", "B? failed " + state.last_answer.text}));
 }
 
-TEST_F(ExchangeTest, TellsOfAnAnswerThatIsReadWithoutACommand) {
+TEST_F(ExchangeTest, ReportsAnAnswerThatIsReadWithoutACommand) {
   Listener listener(state);
   exchange.Listen(&listener);
   device.text_answers = {"1,2\r\n"};
@@ -156,7 +156,7 @@ TEST_F(ExchangeTest, TheListNeedsOnlyTheOptionOfTheTimes) {
   EXPECT_EQ(TimeShown(Sender::kList, 2, 2.25), "(dt = 250 ms)\r\n");
 }
 
-TEST_F(ExchangeTest, WithoutCommandsTheUserIsShownTheEndItself) {
+TEST_F(ExchangeTest, WithoutCommandsTheUserIsShownTheEndTime) {
   state.options.show_commands = false;
   EXPECT_EQ(TimeShown(Sender::kUser, 2, 2), "(dt = 2000 ms)\r\n");
 }

@@ -86,7 +86,7 @@ TEST_F(InteractiveSendTest, ShowsTheTimeBetweenStartAndEnd) {
   EXPECT_EQ(clock.asked, 1u);
 }
 
-TEST_F(InteractiveSendTest, ShowsTheEndItselfWithoutTheEcho) {
+TEST_F(InteractiveSendTest, ShowsTheEndTimeWithoutTheEcho) {
   state.options = {.show_commands = false, .show_response_times = true};
   clock.seconds = {2.5};
   device.text_answers = {"1\r\n"};
@@ -154,7 +154,7 @@ TEST_F(InteractiveSendTest, StopShowsItsMessageAndStaysConnected) {
   EXPECT_TRUE(device_state.connected);
 }
 
-TEST_F(InteractiveSendTest, NotConnectedItStillEchoesAndReads) {
+TEST_F(InteractiveSendTest, WithoutAConnectionItStillEchoesAndReads) {
   device_state.connected = false;
   device.open_result = {-2, "-2"};
   interactive.Send("A?");
@@ -174,7 +174,7 @@ TEST_F(InteractiveSendTest, KeepsARepeatedCommandOnceButShowsTheBoxEachTime) {
   EXPECT_FALSE(box.changes[1].inserted);
 }
 
-TEST_F(InteractiveSendTest, AConversionErrorComesThroughWhenAllElseIsDone) {
+TEST_F(InteractiveSendTest, AConversionErrorIsThrownAfterEverythingElse) {
   state.options.show_response_times = true;
   state.shown.timeout = "bald";
   EXPECT_EQ(ThrownBy([&] { interactive.Send("A?"); }), Kind::kTypeMismatch);

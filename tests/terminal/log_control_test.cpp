@@ -139,7 +139,7 @@ TEST_F(LogControlTest, APressWithoutALogChangesNothing) {
   EXPECT_EQ(observer_.changes, 0);
 }
 
-TEST_F(LogControlTest, TheFlagSetByOthersLeavesTheButtonAlone) {
+TEST_F(LogControlTest, AFlagSetElsewhereDoesNotChangeTheButton) {
   log_.OpenLog(path_);
   flags_.log_recording = true;
   output_.AddLine(LineKind::kAnswer, "recorded");
@@ -154,7 +154,7 @@ TEST_F(LogControlTest, ASingleLineNeedsNoRecording) {
   EXPECT_EQ(base::ReadBytes(path_), "one\r\n");
 }
 
-TEST_F(LogControlTest, OpeningClosesTheLogBefore) {
+TEST_F(LogControlTest, OpeningClosesThePreviousLog) {
   const std::string other = folder_.Path("b.LOG");
   log_.OpenLog(path_);
   log_.PressRecord();
@@ -166,7 +166,7 @@ TEST_F(LogControlTest, OpeningClosesTheLogBefore) {
   EXPECT_EQ(base::ReadBytes(other), "one\r\n");
 }
 
-TEST_F(LogControlTest, AMissingFolderIsTold) {
+TEST_F(LogControlTest, AMissingFolderIsReported) {
   flags_.log_recording = true;
   log_.OpenLog("/nirgends/a.LOG");
   EXPECT_EQ(
@@ -177,7 +177,7 @@ TEST_F(LogControlTest, AMissingFolderIsTold) {
   EXPECT_EQ(log_.StatusText(), "Logdatei: Keine");
 }
 
-TEST_F(LogControlTest, NamesThatAreNoFileAreTold) {
+TEST_F(LogControlTest, NamesThatAreNotFilesAreReported) {
   log_.OpenLog(folder_.Path(""));
   log_.OpenLog("");
   log_.OpenLog(std::string("a\0b", 3));

@@ -20,7 +20,7 @@ class LogFileTest : public testing::Test {
   LogFile log_;
 };
 
-TEST_F(LogFileTest, EachLineHasReachedTheFileInWindows1252) {
+TEST_F(LogFileTest, EachLineReachesTheFileAtOnceInWindows1252) {
   ASSERT_EQ(log_.Open(path_), 0);
   EXPECT_EQ(log_.WriteLine("Größe 5 €"), 0);
   EXPECT_EQ(Content(), "Gr\xF6\xDF\x65 5 \x80\r\n");
@@ -34,7 +34,7 @@ TEST_F(LogFileTest, KeepsEveryByteOfALine) {
   EXPECT_EQ(Content(), std::string("a\0b\nc\x1B\r\n", 8));
 }
 
-TEST_F(LogFileTest, AppendsToWhatIsThere) {
+TEST_F(LogFileTest, AppendsToWhatTheFileHolds) {
   ASSERT_EQ(log_.Open(path_), 0);
   EXPECT_EQ(log_.WriteLine("eins"), 0);
   log_.Close();
@@ -52,7 +52,7 @@ TEST_F(LogFileTest, ClosesOnce) {
   EXPECT_EQ(Content(), "");
 }
 
-TEST_F(LogFileTest, SaysWhyItCannotBeOpened) {
+TEST_F(LogFileTest, ReportsWhyItCannotBeOpened) {
   EXPECT_EQ(log_.Open("/nirgends/x.LOG"), ENOENT);
   EXPECT_EQ(log_.Open(folder_.Path("")), EISDIR);
   EXPECT_EQ(log_.Open(std::string("a\0b", 3)), EINVAL);
@@ -74,7 +74,7 @@ TEST_F(LogFileTest, ALineWithoutRoomLeavesNoPartOfItself) {
   EXPECT_EQ(Content(), "eins\r\n5.\r\n");
 }
 
-TEST_F(LogFileTest, WhatAnotherWroteMeanwhileStays) {
+TEST_F(LogFileTest, LinesWrittenByAnotherProcessAreKept) {
   LogFile other;
   ASSERT_EQ(log_.Open(path_), 0);
   ASSERT_EQ(other.Open(path_), 0);
@@ -85,7 +85,7 @@ TEST_F(LogFileTest, WhatAnotherWroteMeanwhileStays) {
   EXPECT_EQ(Content(), "1\r\n2\r\n");
 }
 
-TEST_F(LogFileTest, SaysWhyALineCannotBeWritten) {
+TEST_F(LogFileTest, ReportsWhyALineCannotBeWritten) {
   ASSERT_EQ(log_.Open("/dev/full"), 0);
   EXPECT_EQ(log_.WriteLine("x"), ENOSPC);
 }

@@ -26,7 +26,7 @@ TEST_F(OutputTest, ShowsALineAndRefreshesOnce) {
   EXPECT_EQ(pane_.refreshes, 2);
 }
 
-TEST_F(OutputTest, SilenceStopsPaneAndLog) {
+TEST_F(OutputTest, SilenceSuppressesPaneAndLog) {
   flags_ = {true, true};
   output_.AddLine(LineKind::kAnswer, "a");
   EXPECT_EQ(pane::State(pane_.text), "|");
@@ -34,7 +34,7 @@ TEST_F(OutputTest, SilenceStopsPaneAndLog) {
   EXPECT_TRUE(log_.lines.empty());
 }
 
-TEST_F(OutputTest, SilenceDoesNotStopTextPutInDirectly) {
+TEST_F(OutputTest, SilenceDoesNotSuppressTextInsertedDirectly) {
   flags_.SilentMode = true;
   output_.AppendText(LineKind::kTime, "(dt = 1 ms)\r\n", 1);
   EXPECT_EQ(pane::State(pane_.text), "(dt = 1 ms)|/");

@@ -75,7 +75,7 @@ TEST_F(ReceiveControlsTest, TheSameItemPickedAgainActsAgain) {
   EXPECT_EQ(State(), "1/0/ Auto/ASCII/Kein");
 }
 
-TEST_F(ReceiveControlsTest, ModesLeaveTheDisplayFlagAlone) {
+TEST_F(ReceiveControlsTest, ModesDoNotChangeTheDisplayFlag) {
   controls.PickFormat(1);
   controls.PickMode(2);
   EXPECT_EQ(State(), "2/1/ Anzahl Zeichen/Binär/Kein +count");
@@ -85,7 +85,7 @@ TEST_F(ReceiveControlsTest, ModesLeaveTheDisplayFlagAlone) {
   EXPECT_EQ(State(), "2/1/ Anzahl Zeichen/ASCII/Kein +count");
 }
 
-TEST_F(ReceiveControlsTest, AFormatTakesTheCountAway) {
+TEST_F(ReceiveControlsTest, AFormatHidesTheCount) {
   controls.PickMode(2);
   controls.PickFormat(1);
   EXPECT_EQ(State(), "1/1/ Auto/Binär/Kein");
@@ -94,7 +94,7 @@ TEST_F(ReceiveControlsTest, AFormatTakesTheCountAway) {
   EXPECT_EQ(State(), "0/0/\\r\\n Auto/ASCII/CRLF");
 }
 
-TEST_F(ReceiveControlsTest, ListsThatAnswerBackChangeNothing) {
+TEST_F(ReceiveControlsTest, SignalsOfListsSetByTheProgramChangeNothing) {
   view.answer_back = [this](const ReceiveShown& shown) {
     controls.PickMode(shown.mode);
     controls.PickFormat(shown.format);
@@ -122,7 +122,7 @@ TEST_F(ReceiveControlsTest, IndexesOutsideTheListsAreIgnored) {
   EXPECT_EQ(view.times, 0);
 }
 
-TEST_F(ReceiveControlsTest, ModeZeroWithAWrongTimeoutIsCompleteWhenItThrows) {
+TEST_F(ReceiveControlsTest, ModeZeroWithAnInvalidTimeoutIsSetBeforeItThrows) {
   controls.PickMode(2);
   controls.EditTimeout("bald");
   EXPECT_EQ(ThrownBy([&] { controls.PickMode(0); }), Kind::kTypeMismatch);
@@ -149,7 +149,7 @@ TEST_F(ReceiveControlsTest, EditedTerminatorsFollowTheirRules) {
   EXPECT_EQ(view.times, 0);
 }
 
-TEST_F(ReceiveControlsTest, AWrongCodeLeavesTheTerminator) {
+TEST_F(ReceiveControlsTest, AnInvalidCodeKeepsTheTerminator) {
   EXPECT_EQ(ThrownBy([&] { controls.EditReceiveTerminator("256"); }), Kind::kInvalidArgument);
   EXPECT_EQ(State(), "0/0/\\r\\n Endezeichen/ASCII/256");
   EXPECT_EQ(ThrownBy([&] { controls.EditSendTerminator("-1"); }), Kind::kInvalidArgument);
@@ -185,7 +185,7 @@ TEST_F(ReceiveControlsTest, LoadShowsTheCountInModeTwo) {
   EXPECT_EQ(device.calls.front(), "SetTimeout 3000");
 }
 
-TEST_F(ReceiveControlsTest, LoadIsDeafToTheControlsItFills) {
+TEST_F(ReceiveControlsTest, LoadIgnoresSignalsOfTheControlsItFills) {
   state.receive.receive_terminator = "5";
   view.answer_back = [this](const ReceiveShown& shown) {
     controls.EditReceiveTerminator(shown.receive_terminator);
@@ -195,7 +195,7 @@ TEST_F(ReceiveControlsTest, LoadIsDeafToTheControlsItFills) {
   EXPECT_EQ(State(), "0/0/5 Endezeichen/ASCII/5");
 }
 
-TEST_F(ReceiveControlsTest, LoadRefusesWhatTheListsLack) {
+TEST_F(ReceiveControlsTest, LoadRefusesValuesThatTheListsLack) {
   state.receive.mode = 3;
   EXPECT_EQ(ThrownBy([&] { controls.Load(output); }), Kind::kInvalidArgument);
   state.receive.mode = 0;

@@ -25,21 +25,21 @@ TEST(TrimAnswer, StripsSpacesNulAndCrLfInThisOrder) {
   EXPECT_EQ(Trimmed("\r\n12.5"), "\r\n12.5");
 }
 
-TEST(TrimAnswer, LeavesWhatIsEmptyEmpty) {
+TEST(TrimAnswer, KeepsAnEmptyAnswerEmpty) {
   EXPECT_EQ(Trimmed(""), "");
   EXPECT_EQ(Trimmed("    "), "");
   EXPECT_EQ(Trimmed("\r\n"), "");
   EXPECT_EQ(Trimmed("\0"s), "");
 }
 
-TEST(TrimAnswer, TakesOffCrLfOnceWhateverTheTerminator) {
+TEST(TrimAnswer, StripsCrLfOnceWhateverTheTerminator) {
   for (const char* terminator : {"\r\n", "\n", "\r", ";", ""}) {
     EXPECT_EQ(Trimmed("12.5\r\n", terminator), "12.5");
     EXPECT_EQ(Trimmed("12.5\r\n\r\n", terminator), "12.5\r\n");
   }
 }
 
-TEST(TrimAnswer, TakesOffTheTerminatorThatWasLeftOn) {
+TEST(TrimAnswer, StripsTheTerminatorThatWasLeftOn) {
   EXPECT_EQ(Trimmed("12.5\n", "\n"), "12.5");
   EXPECT_EQ(Trimmed("12.5\r", "\r"), "12.5");
   EXPECT_EQ(Trimmed("12.5;", ";"), "12.5");
@@ -49,7 +49,7 @@ TEST(TrimAnswer, TakesOffTheTerminatorThatWasLeftOn) {
   EXPECT_EQ(Trimmed("1;2", ";"), "1;2");
 }
 
-TEST(TrimAnswer, TakesOffAHalfCrLfOnlyWhereItEndsAnAnswer) {
+TEST(TrimAnswer, StripsHalfACrLfOnlyAtTheEndOfAnAnswer) {
   EXPECT_EQ(Trimmed("12.5\n"), "12.5");
   EXPECT_EQ(Trimmed("12.5\r"), "12.5");
   EXPECT_EQ(Trimmed("12.5\n", ";"), "12.5\n");

@@ -32,13 +32,13 @@ class ReconnectTest : public testing::Test, protected SessionBench {
   PausedClock clock_{device};
 };
 
-TEST_F(ReconnectTest, ALossIsTold) {
+TEST_F(ReconnectTest, ALossIsReported) {
   Lose();
   EXPECT_EQ(shown_.line.Text(), "Verbindung verloren");
   EXPECT_TRUE(device_state.connected);
 }
 
-TEST_F(ReconnectTest, WithoutItAllStaysAsItWas) {
+TEST_F(ReconnectTest, WithoutItNothingChanges) {
   state.extras.reconnect = false;
   Lose();
   EXPECT_EQ(session.SendCommand("B?"), Sent::kWritten);
@@ -56,7 +56,7 @@ TEST_F(ReconnectTest, TheNextCommandConnectsFirst) {
   EXPECT_TRUE(pane.lines.back().find("Verbindung hergestellt mit") != std::string::npos);
 }
 
-TEST_F(ReconnectTest, AConnectionThatHasEndedMeanwhileIsFound) {
+TEST_F(ReconnectTest, AConnectionThatHasEndedIsDetected) {
   connect.Press();
   int ends[2];
   ASSERT_EQ(pipe(ends), 0);
@@ -79,7 +79,7 @@ TEST_F(ReconnectTest, OnePressOfThePlugConnects) {
   EXPECT_EQ(Button(), "1 20 Verbindung trennen");
 }
 
-TEST_F(ReconnectTest, ThePlugOffersToConnectWhereThatFails) {
+TEST_F(ReconnectTest, ThePlugOffersToConnectAfterAFailure) {
   connect.Press();
   Lose();
   device.open_result = {-22, "-22", "Verbindung abgelehnt"};
@@ -110,7 +110,7 @@ TEST_F(ReconnectTest, GivesUpAfterTheTimeout) {
   EXPECT_EQ(prompt.errors, Lines{"Fehler beim Verbindungsaufbau: -22 (-22)"});
 }
 
-TEST_F(ReconnectTest, EndsWhereThePauseIsGivenUp) {
+TEST_F(ReconnectTest, EndsWhenThePauseIsGivenUp) {
   Lose();
   device.open_result = {-22, "-22"};
   device.pause_result = {-60, "-60"};
@@ -118,7 +118,7 @@ TEST_F(ReconnectTest, EndsWhereThePauseIsGivenUp) {
   EXPECT_EQ(device.CountCalls("Open"), 1u);
 }
 
-TEST_F(ReconnectTest, WordsStandInTheStateUntilAnAnswerComes) {
+TEST_F(ReconnectTest, TheStatesTextStaysUntilAnAnswerIsReceived) {
   device.read_error = {-30, "-30", "keine Antwort innerhalb des Timeouts"};
   session.GetAnswer();
   EXPECT_EQ(shown_.line.Text(), "-30: keine Antwort innerhalb von 3000 ms");
@@ -129,7 +129,7 @@ TEST_F(ReconnectTest, WordsStandInTheStateUntilAnAnswerComes) {
   EXPECT_EQ(shown_.line.Text(), "");
 }
 
-TEST_F(ReconnectTest, BytesThatNoAnswerTookAreTold) {
+TEST_F(ReconnectTest, UnreadBytesAreReported) {
   device.waiting = [] { return 12; };
   session.TellBytesWaiting();
   EXPECT_EQ(shown_.line.Text(), "12 Bytes warten");
@@ -138,7 +138,7 @@ TEST_F(ReconnectTest, BytesThatNoAnswerTookAreTold) {
   EXPECT_EQ(shown_.line.Text(), "");
 }
 
-TEST_F(ReconnectTest, WhatHasComeIsDiscardedFirstWhereThatIsWanted) {
+TEST_F(ReconnectTest, ReceivedBytesAreDiscardedFirstIfWanted) {
   state.flush_first = true;
   session.SendCommand("A?");
   EXPECT_EQ(device.calls.front(), "FlushInput");

@@ -49,7 +49,7 @@ TEST_F(SessionAnswerTest, KeepsUmlautsAndFields) {
   EXPECT_EQ(state.last_answer.Fields(), (std::vector<std::string>{"Größe", "µm", ""}));
 }
 
-TEST_F(SessionAnswerTest, ShowsAnEmptyAnswerToo) {
+TEST_F(SessionAnswerTest, AlsoShowsAnEmptyAnswer) {
   device.text_answers = {"\r\n"};
   EXPECT_TRUE(session.GetAnswer());
   EXPECT_EQ(pane.text, "\r\n");
@@ -75,7 +75,7 @@ TEST_F(SessionAnswerTest, AReadErrorBecomesTheAnswer) {
   EXPECT_EQ(state.last_answer.text, " mit Rand, und Komma ");
 }
 
-TEST_F(SessionAnswerTest, AnErrorCodeOfZeroOrMoreIsNone) {
+TEST_F(SessionAnswerTest, AnErrorCodeOfZeroOrMoreIsNotAnError) {
   device.read_error = {3, "3"};
   EXPECT_TRUE(session.GetAnswer());
   EXPECT_EQ(state.last_answer.text, "");
@@ -164,7 +164,7 @@ TEST_F(SessionAnswerTest, SilentModeKeepsTheAnswerButShowsNothing) {
   EXPECT_EQ(state.last_answer.text, "1,2");
 }
 
-TEST_F(SessionAnswerTest, NotConnectedItReadsAllTheSame) {
+TEST_F(SessionAnswerTest, ReadsEvenWithoutAConnection) {
   device_state.connected = false;
   EXPECT_FALSE(session.GetAnswer());
   EXPECT_EQ(device.CountCalls("ReadText"), 1u);

@@ -111,7 +111,7 @@ TEST_F(SessionCountTest, ReadsThatManyBytesAtOnce) {
   EXPECT_EQ(device.incoming, "!");
 }
 
-TEST_F(SessionCountTest, ShowsOnlyWhatCameWhereATerminatorEndedIt) {
+TEST_F(SessionCountTest, ShowsOnlyTheBytesReceivedBeforeATerminator) {
   state.receive = {.mode = receive_mode::kCount, .binary_display = 1, .receive_terminator = "\n"};
   state.shown.count = "10";
   device.incoming = "AB\nC";

@@ -13,7 +13,7 @@ TEST_F(SessionSendTest, ClearsWritesAndAsksForTheError) {
   EXPECT_EQ(pane.text, "");
 }
 
-TEST_F(SessionSendTest, HandsOverTheSendTerminatorInForce) {
+TEST_F(SessionSendTest, PassesTheCurrentSendTerminator) {
   state.receive.send_terminator = "";
   session.SendCommand("A");
   state.receive.send_terminator = "ENDE\r\n";
@@ -27,7 +27,7 @@ TEST_F(SessionSendTest, DoesNotEchoEvenWhenToldTo) {
   EXPECT_EQ(pane.text, "");
 }
 
-TEST_F(SessionSendTest, ShowsAWriteErrorPastSilentModeAndLog) {
+TEST_F(SessionSendTest, ShowsAWriteErrorDespiteSilentModeAndNotInTheLog) {
   state.output = {.SilentMode = true, .log_recording = true};
   pane.text = "\r\nIDN?";
   pane.caret_back = 3;

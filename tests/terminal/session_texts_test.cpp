@@ -38,7 +38,7 @@ TEST(Texts, CountsAndTimes) {
   EXPECT_EQ(ResponseTime("3,5"), "(dt = 3,5 ms)\r\n");
 }
 
-TEST(SessionTexts, SayWhatBecameOfACommand) {
+TEST(SessionTexts, SayWhatHappenedToACommand) {
   EXPECT_EQ(
       texts::AnswerToCome("Anzahl: Überlauf"),
       "Anzahl: Überlauf. Die Antwort auf den Befehl steht noch aus, „Eingangspuffer flushen“ verwirft sie.");

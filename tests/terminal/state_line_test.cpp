@@ -21,7 +21,7 @@ TEST(StateLine, ShowsTheMostUrgent) {
   EXPECT_EQ(line.Text(), "lost");
 }
 
-TEST(StateLine, PutsTheRowBeforeWhatARunWaitsFor) {
+TEST(StateLine, ShowsTheRowBeforeWhatARunWaitsFor) {
   StateLine line;
   line.Set(StateKind::kRun, "Zeile 12 von 240, Schleife 3 von 10, 0:42");
   line.Set(StateKind::kWait, "wartet auf Antwort (1,2 s, Esc bricht ab)");

@@ -7,7 +7,7 @@ namespace {
 
 using Fields = std::vector<std::string>;
 
-TEST(TerminalState, BeginsAsAFirstStartDoes) {
+TEST(TerminalState, StartsWithTheDefaults) {
   const TerminalState state;
   EXPECT_EQ(state.receive.mode, 0);
   EXPECT_EQ(state.receive.binary_display, 0);

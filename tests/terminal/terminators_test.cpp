@@ -7,7 +7,7 @@
 namespace kolvane::terminal {
 namespace {
 
-TEST(TerminatorWords, StandInTheirTwoOrders) {
+TEST(TerminatorWords, HaveTwoOrders) {
   const std::array<std::string_view, 4> receive = {"CRLF", "CR", "LF", "Kein"};
   const std::array<std::string_view, 4> send = {"LF", "CR", "CRLF", "Kein"};
   EXPECT_EQ(kReceiveTerminatorWords, receive);
@@ -32,7 +32,7 @@ TEST(ReceiveTerminator, TakesCharacterCodes) {
   EXPECT_EQ(ReceiveTerminator("255"), "ÿ");
 }
 
-TEST(ReceiveTerminator, LeavesOtherTextsAlone) {
+TEST(ReceiveTerminator, KeepsOtherTexts) {
   for (const char* text : {"", ";", "abc", "crlf", "10x", "1 0", "kein"})
     EXPECT_FALSE(ReceiveTerminator(text)) << text;
 }
@@ -44,7 +44,7 @@ TEST(ReceiveTerminator, RefusesCodesOutsideTheCodePage) {
   EXPECT_EQ(ReceiveTerminator("-0,4"), std::string(1, '\0'));
 }
 
-TEST(SendTerminator, KnowsWordsAndCodesAndTakesTextsAsTheyAre) {
+TEST(SendTerminator, KnowsWordsAndCodesAndKeepsOtherTexts) {
   EXPECT_EQ(SendTerminator("LF"), "\n");
   EXPECT_EQ(SendTerminator("CR"), "\r");
   EXPECT_EQ(SendTerminator("CRLF"), "\r\n");

@@ -28,7 +28,7 @@ TEST(TypedNumbers, ATimeoutIsA32BitNumber) {
   EXPECT_EQ(WhatOf([] { TypedTimeout(""); }), "Timeout (ms): Typen unverträglich");
 }
 
-TEST(TypedNumbers, SayWhatIsWrongWithoutAThrow) {
+TEST(TypedNumbers, ReportWhatIsWrongWithoutThrowing) {
   EXPECT_EQ(TimeoutFault("3000"), "");
   EXPECT_EQ(TimeoutFault("bald"), "Timeout (ms): Typen unverträglich");
   EXPECT_EQ(CountFault("1025"), "");

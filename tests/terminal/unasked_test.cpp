@@ -21,7 +21,7 @@ class UnaskedTest : public testing::Test, protected ConnectBench {
   Unasked unasked_{device, device_state, state, output, connect};
 };
 
-TEST_F(UnaskedTest, LinesAreShownAsTheyCome) {
+TEST_F(UnaskedTest, LinesAreShownAsTheyArrive) {
   device.incoming = "a\r\n\r\nb\r\nc";
   EXPECT_TRUE(unasked_.Take());
   EXPECT_EQ(pane.lines, (Lines{"a", "", "b"}));
@@ -32,14 +32,14 @@ TEST_F(UnaskedTest, LinesAreShownAsTheyCome) {
   EXPECT_FALSE(unasked_.HasRest());
 }
 
-TEST_F(UnaskedTest, ALineWithoutAnEndIsShownWhenNoMoreComes) {
+TEST_F(UnaskedTest, ALineWithoutAnEndIsShownWhenNothingFollows) {
   device.incoming = "login: ";
   unasked_.Take();
   unasked_.ShowRest();
   EXPECT_EQ(pane.lines, Lines{"login: "});
 }
 
-TEST_F(UnaskedTest, WhoeverDoesNotListenIsToldHowMuchWaits) {
+TEST_F(UnaskedTest, WithoutListeningTheNumberOfWaitingBytesIsShown) {
   state.extras.listen = false;
   device.incoming = "greeting\r\n";
   EXPECT_FALSE(unasked_.Take());
@@ -48,7 +48,7 @@ TEST_F(UnaskedTest, WhoeverDoesNotListenIsToldHowMuchWaits) {
   EXPECT_EQ(pane.lines, Lines{});
 }
 
-TEST_F(UnaskedTest, TheEndOfTheConnectionIsToldAtOnce) {
+TEST_F(UnaskedTest, TheEndOfTheConnectionIsReportedAtOnce) {
   device_state.last_result = 3;
   device.read_error = {-40, "-40", "geschlossen"};
   EXPECT_FALSE(unasked_.Take());
@@ -58,7 +58,7 @@ TEST_F(UnaskedTest, TheEndOfTheConnectionIsToldAtOnce) {
   EXPECT_EQ(device_state.last_result, 3);
 }
 
-TEST_F(UnaskedTest, WhatAReadHasPutBackIsKeptWhereTheNextReadFails) {
+TEST_F(UnaskedTest, WhatAReadHasPutBackIsKeptIfTheNextReadFails) {
   device_state.put_back = "ab";
   device.waiting = [] { return 6; };
   unasked_.Take();
@@ -68,7 +68,7 @@ TEST_F(UnaskedTest, WhatAReadHasPutBackIsKeptWhereTheNextReadFails) {
   EXPECT_EQ(pane.lines, Lines{"abcd"});
 }
 
-TEST_F(UnaskedTest, ALossThatARestIsReadAtIsReported) {
+TEST_F(UnaskedTest, ALossFoundWhileReadingTheRestIsReported) {
   device_state.put_back = "ab";
   device.waiting = [] { return 6; };
   device.read_error = {-41, "-41"};
@@ -76,7 +76,7 @@ TEST_F(UnaskedTest, ALossThatARestIsReadAtIsReported) {
   EXPECT_EQ(shown_.line.Text(), "Verbindung verloren");
 }
 
-TEST_F(UnaskedTest, WhereNothingIsLeftNobodyWaitsForMore) {
+TEST_F(UnaskedTest, WithNothingLeftNothingIsRead) {
   int ends[2];
   ASSERT_EQ(pipe(ends), 0);
   device.wait_descriptor = ends[0];
@@ -88,7 +88,7 @@ TEST_F(UnaskedTest, WhereNothingIsLeftNobodyWaitsForMore) {
   close(ends[0]);
 }
 
-TEST_F(UnaskedTest, AFloodIsTakenInPieces) {
+TEST_F(UnaskedTest, AFloodIsReadInPieces) {
   device.incoming = std::string(3 * Unasked::kMostAtOnce, 'x');
   EXPECT_TRUE(unasked_.Take());
   EXPECT_EQ(device.incoming.size(), 2 * Unasked::kMostAtOnce);

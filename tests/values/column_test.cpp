@@ -58,7 +58,7 @@ TEST(Column, KeepsItsValues) {
   for (std::size_t i = 0; i < values.size(); ++i) EXPECT_EQ(column[i], values[i]) << i;
 }
 
-TEST(Column, SummarizesNothing) {
+TEST(Column, SummarizesAnEmptyRange) {
   EXPECT_EQ(Column().Summarize(0, 0).count, 0u);
   EXPECT_TRUE(Column().ExtentOf(0, 0).empty());
   EXPECT_EQ(ColumnOf(Noise(100)).Summarize(50, 50).count, 0u);
@@ -85,7 +85,7 @@ TEST(Column, SummarizesRangesOverAllLevels) {
   }
 }
 
-TEST(Column, GoesOnAfterItWasTruncated) {
+TEST(Column, ContinuesAfterItWasTruncated) {
   const std::vector<double> values = Noise(Column::kLeaf * Column::kFan * 5);
   for (const std::size_t size : {std::size_t{0}, std::size_t{1}, std::size_t{1023}, std::size_t{1024},
                                  std::size_t{4096}, values.size()}) {
@@ -171,7 +171,7 @@ TEST(TimeColumn, NeverGoesBack) {
   EXPECT_DOUBLE_EQ(times.Seconds(3), 3);
 }
 
-TEST(TimeColumn, KeepsTheTimeOfDayWhereTheClockIsSet) {
+TEST(TimeColumn, KeepsTheTimeOfDayWhenTheClockIsSet) {
   TimeColumn times;
   const std::vector<std::int64_t> days = {kNoon, kNoon + 1000, kNoon - 3600000, kNoon - 3599000, kNoon + 7};
   for (std::size_t i = 0; i < days.size(); ++i) times.Append({days[i], static_cast<double>(i)});
@@ -219,7 +219,7 @@ TEST(TimeColumn, FindsTheFirstRowAtATime) {
   EXPECT_EQ(times.FirstAt(3, 2), 2u);
 }
 
-TEST(TimeColumn, GoesOnAfterItWasTruncated) {
+TEST(TimeColumn, ContinuesAfterItWasTruncated) {
   TimeColumn times;
   times.Append({kNoon, 0});
   times.Append({kNoon + 90000000, 1});

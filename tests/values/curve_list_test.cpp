@@ -21,7 +21,7 @@ TEST(CurveList, NamesCurvesAfterCommandAndField) {
   EXPECT_EQ(curves.Name(3), "(ohne Befehl)");
 }
 
-TEST(CurveList, TakesUpWhatComesLater) {
+TEST(CurveList, AddsCurvesForLaterRows) {
   Store store;
   CurveList curves(store);
   Add(store, "A?", {1});
@@ -81,7 +81,7 @@ TEST(CurveList, RemembersWhatWasChosenWhenTheStoreIsCleared) {
   EXPECT_EQ(curves.Color(2), 0x123456u);
 }
 
-TEST(CurveList, TakesItsOwnNameBack) {
+TEST(CurveList, RestoresItsOwnName) {
   Store store;
   CurveList curves(store);
   Add(store, "A?", {1});

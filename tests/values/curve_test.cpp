@@ -85,7 +85,7 @@ TEST_F(CurveTest, EndsWhereTheRowsShownEnd) {
   }
 }
 
-TEST_F(CurveTest, HasTheNeighboursOfWhatIsInSight) {
+TEST_F(CurveTest, HasTheNeighboursOfTheVisibleValues) {
   for (const double value : {10, 11, 12, 13, 14, 15}) Add(store_, "A?", {value});
   const PlotRows rows(store_, 6, Axis::kTime);
   const Curve curve = CurveOf(store_.series(0), PlotColumns(rows, {1.5, 3.5}, 10));
@@ -135,14 +135,14 @@ TEST_F(CurveTest, LosesNoValueWhereColumnsHoldHundreds) {
   }
 }
 
-TEST_F(CurveTest, IsTheLineThatCrossesWhereNoValueStands) {
+TEST_F(CurveTest, IsTheLineThatCrossesAViewWithoutValues) {
   for (const double value : {10, 11}) Add(store_, "A?", {value});
   const Curve curve =
       CurveOf(store_.series(0), PlotColumns(PlotRows(store_, 2, Axis::kTime), {0.2, 0.8}, 10));
   EXPECT_EQ(curve.points.size(), 2u);
 }
 
-TEST(PlotRows, StandOnTheirAxis) {
+TEST(PlotRows, AreOnTheirAxis) {
   Store store;
   for (const double seconds : {0.0, 0.5, 4.0}) AddAt(store, seconds, "A?", {1});
   const PlotRows times(store, 3, Axis::kTime);
@@ -227,7 +227,7 @@ TEST(CurveBars, PaintColumnsAndTheLinesBetweenThem) {
   EXPECT_EQ(Picture(curve, 4, 3, 1), "...#\n####\n#...\n");
 }
 
-TEST(CurveBars, LeaveOutWhatIsNotInSight) {
+TEST(CurveBars, LeaveOutWhatIsNotVisible) {
   EXPECT_EQ(Picture({{{-9, 9}, {20, 9}}, {}, {}}, 3, 2, 1), "...\n...\n");
   EXPECT_EQ(Picture({{{-9, -1e300}, {20, -1e300}}, {}, {}}, 3, 2, 1), "...\n...\n");
   EXPECT_EQ(Picture({{{-9, 1}, {-1, 1}}, {}, {}}, 3, 2, 1), "...\n...\n");

@@ -51,7 +51,7 @@ class CurvesPanelTest : public testing::Test {
   CurvesPanel panel_{model_};
 };
 
-TEST_F(CurvesPanelTest, TellsStatistics) {
+TEST_F(CurvesPanelTest, ShowsStatistics) {
   ASSERT_EQ(model_.rowCount(), 3);
   EXPECT_EQ(Row(0), "A? [1] |  | 4 | 1 | 4 | 2,5 | 1,29099445");
   EXPECT_EQ(Row(1), "A? [2] |  | 4 | 10 | 40 | 25 | 12,9099445");
@@ -61,7 +61,7 @@ TEST_F(CurvesPanelTest, TellsStatistics) {
   EXPECT_EQ(Row(2), "B? |  | 0 |  |  |  | ");
 }
 
-TEST_F(CurvesPanelTest, TellsTheValueAtTheCursor) {
+TEST_F(CurvesPanelTest, ShowsTheValueAtTheCursor) {
   model_.SetCursor(PlotRows(store_, 5, Axis::kTime), 2.2);
   EXPECT_EQ(model_.index(0, CurvesModel::kValue).data(), "3");
   EXPECT_EQ(model_.index(2, CurvesModel::kValue).data(), "7");
@@ -140,14 +140,14 @@ TEST_F(CurvesPanelTest, RenamesACurve) {
 }
 
 // A command's own name changes once it has a second field; one that was only looked at must do so, too.
-TEST_F(CurvesPanelTest, TakesAnUnchangedNameForNone) {
+TEST_F(CurvesPanelTest, AnUnchangedNameIsNotStored) {
   model_.setData(model_.index(2, 0), "B?", Qt::EditRole);
   Add(store_, "B?", {1, 2});
   model_.Refresh();
   EXPECT_EQ(curves_.Name(2), "B? [1]");
 }
 
-TEST_F(CurvesPanelTest, AsksForAColourWithoutHoldingUpAnything) {
+TEST_F(CurvesPanelTest, AsksForAColourWithoutBlocking) {
   Select({1});
   Action("ValuesCurveColor")->trigger();
   auto* dialog = panel_.findChild<QColorDialog*>("ColorDialog");

@@ -28,9 +28,9 @@ TEST(PlotView, ShowsEverythingAtFirst) {
   EXPECT_EQ(view.mode(), Mode::kAll);
 }
 
-TEST(PlotView, GivesOnePointRoomAtBothSides) { ExpectNear(ViewOf(5, 5).x(), 4.5, 5.5); }
+TEST(PlotView, LeavesSpaceOnBothSidesOfOnePoint) { ExpectNear(ViewOf(5, 5).x(), 4.5, 5.5); }
 
-TEST(PlotView, SuitsTheYAxisToTheValues) {
+TEST(PlotView, FitsTheYAxisToTheValues) {
   PlotView view;
   view.SuitY({10, 20});
   ExpectNear(view.y(), 9.5, 20.5);
@@ -41,7 +41,7 @@ TEST(PlotView, SuitsTheYAxisToTheValues) {
   ExpectNear(view.y(), 9.5, 20.5);
 }
 
-TEST(PlotView, GivesEqualValuesRoomAboveAndBelow) {
+TEST(PlotView, LeavesSpaceAboveAndBelowEqualValues) {
   PlotView view;
   view.SuitY({4, 4});
   EXPECT_LT(view.y().from, 4);
@@ -61,7 +61,7 @@ TEST(PlotView, StaysFiniteWithTheLargestNumbers) {
   EXPECT_GT(view.y().width(), 0);
 }
 
-TEST(PlotView, ZoomsAroundAPlace) {
+TEST(PlotView, ZoomsAroundAPosition) {
   PlotView view = ViewOf(0, 100);
   view.Show({20, 60}, {0, 1});
   view.ZoomX(0.5, 0.25);
@@ -88,7 +88,7 @@ TEST(PlotView, ZoomsOutAtAnEndWithoutLeavingTheValues) {
   ExpectNear(view.x(), -1, 19);
 }
 
-TEST(PlotView, ZoomsInAsFarAsNumbersCanTell) {
+TEST(PlotView, ZoomsInAsFarAsNumbersCanBeToldApart) {
   PlotView view = ViewOf(0, 1e6);
   for (int i = 0; i < 200; ++i) view.ZoomX(0.5, 0.7), view.ZoomY(0.5, 0.7);
   EXPECT_GT(view.x().width(), 0);
@@ -108,7 +108,7 @@ TEST(PlotView, PansWithinTheValues) {
   EXPECT_TRUE(view.auto_y());
 }
 
-TEST(PlotView, GoesOnShowingEverythingWhereItIsPanned) {
+TEST(PlotView, KeepsShowingEverythingWhenPanned) {
   PlotView view = ViewOf(0, 100);
   view.PanX(0.5);
   EXPECT_EQ(view.mode(), Mode::kAll);
@@ -151,7 +151,7 @@ std::string TickTexts(double from, double to, int most = 6) {
 }
 std::string Times(double from, double to, int most = 6) { return Joined(TimeTicks({from, to}, most, ",")); }
 
-TEST(NumberTicks, StandAtRoundNumbers) {
+TEST(NumberTicks, AreAtRoundNumbers) {
   EXPECT_EQ(TickTexts(0, 100), "0 20 40 60 80 100");
   EXPECT_EQ(TickTexts(-1, 1), "-1,0 -0,5 0,0 0,5 1,0");
   EXPECT_EQ(TickTexts(12.3, 12.9), "12,3 12,4 12,5 12,6 12,7 12,8 12,9");
@@ -167,7 +167,7 @@ TEST(NumberTicks, OfLargeAndSmallNumbersHaveAnExponent) {
   EXPECT_EQ(TickTexts(0, 2e-9, 4), "0,0e+00 5,0e-10 1,0e-09 1,5e-09 2,0e-09");
 }
 
-TEST(NumberTicks, TakeTheGivenSign) { EXPECT_EQ(Joined(NumberTicks({0, 1}, 2, ".")), "0.0 0.5 1.0"); }
+TEST(NumberTicks, UseTheGivenDecimalSign) { EXPECT_EQ(Joined(NumberTicks({0, 1}, 2, ".")), "0.0 0.5 1.0"); }
 
 TEST(NumberTicks, AreFewAndWithinTheSpan) {
   std::mt19937 generator(4);
@@ -219,7 +219,7 @@ TEST(DurationText, RoundsIntoTheNextMinuteAndHour) {
   EXPECT_EQ(DurationText(-1.5, TimeForm::kSeconds, 1, ","), "-1,5");
 }
 
-TEST(NumberText, IsTheShortestOrHasSoManyDigits) {
+TEST(NumberText, IsTheShortestOrHasTheGivenNumberOfDigits) {
   EXPECT_EQ(NumberText(0.1, ","), "0,1");
   EXPECT_EQ(NumberText(1e22, ","), "1e+22");
   EXPECT_EQ(NumberText(2.0 / 3, 6, ","), "0,666667");

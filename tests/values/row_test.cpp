@@ -17,16 +17,16 @@ std::optional<Numbers> NumbersOf(std::string_view answer) {
   return Numbers(row->fields.begin(), row->fields.end());
 }
 
-TEST(RowMaker, TakesAnswersThatSplitIntoNumbers) {
+TEST(RowMaker, AcceptsAnswersThatSplitIntoNumbers) {
   EXPECT_EQ(NumbersOf("12.5"), Numbers{12.5});
   EXPECT_EQ(NumbersOf("12.5023,215.471,6.4848"), (Numbers{12.5023, 215.471, 6.4848}));
   EXPECT_EQ(NumbersOf("+1,-2,.5,5.,-0"), (Numbers{1, -2, .5, 5, -0.0}));
   EXPECT_EQ(NumbersOf("1e3,1E-3,+1.5E+02,1d2"), (Numbers{1000, .001, 150, 100}));
 }
 
-TEST(RowMaker, StripsBlanksAroundAField) { EXPECT_EQ(NumbersOf(" 1 ,\t2, 3\r\n"), (Numbers{1, 2, 3})); }
+TEST(RowMaker, StripsSpacesAroundAField) { EXPECT_EQ(NumbersOf(" 1 ,\t2, 3\r\n"), (Numbers{1, 2, 3})); }
 
-TEST(RowMaker, RefusesAnswersWithAFieldThatIsNoNumber) {
+TEST(RowMaker, RefusesAnswersWithAFieldThatIsNotANumber) {
   for (const char* answer :
        {"",    " ",     "OK", "1,", ",1", "1,,2", "1,OK", "12.5 V", "1 2", "1-2",   "--1",
         "+ 1", "1.2.3", "e5", "1e", ".",  "-",    "1;2",  "\"1\"",  "?",   "1\r\n2"})
@@ -39,14 +39,14 @@ TEST(RowMaker, RefusesHexadecimalNumbersNanAndInfinities) {
     EXPECT_EQ(NumbersOf(answer), std::nullopt) << answer;
 }
 
-TEST(RowMaker, TakesWhatIsTooNearToZeroForZero) { EXPECT_EQ(NumbersOf("1e-999"), Numbers{0}); }
+TEST(RowMaker, ReadsWhatIsTooSmallForADoubleAsZero) { EXPECT_EQ(NumbersOf("1e-999"), Numbers{0}); }
 
 TEST(RowMaker, KeepsEveryDigitOfADouble) {
   EXPECT_EQ(NumbersOf("0.1,1.7976931348623157e308,4.9406564584124654e-324"),
             (Numbers{0.1, 1.7976931348623157e308, 4.9406564584124654e-324}));
 }
 
-TEST(RowMaker, HandsOnWhenAndWhat) {
+TEST(RowMaker, PassesOnTimeAndCommand) {
   RowMaker maker;
   const auto row = maker.Make({5, 2.5}, "MSV? 1", "7");
   ASSERT_TRUE(row);

@@ -123,7 +123,7 @@ TEST(Store, IsEmptyAfterClear) {
   EXPECT_EQ(Rows(store), "0 B? 3");
 }
 
-TEST(Store, TellsItsObserver) {
+TEST(Store, NotifiesItsObserver) {
   Store store;
   CountingObserver observer;
   store.Observe(&observer);
@@ -138,7 +138,7 @@ TEST(Store, TellsItsObserver) {
 }
 
 // Commands may hold anything, the empty text included.
-TEST(Store, TellsCommandsApartByEveryByte) {
+TEST(Store, DistinguishesCommandsByEveryByte) {
   using namespace std::string_literals;
   Store store;
   for (const std::string& command : {""s, "\0"s, "A"s, "A "s, "A"s}) Add(store, command, {1});
@@ -172,7 +172,7 @@ TEST(Store, HoldsManyRowsOfRandomLength) {
 }
 
 // Whichever allocation fails, the row is not there, and the next one is as it should be.
-TEST(Store, StaysWholeWhereMemoryIsLacking) {
+TEST(Store, StaysConsistentWithoutMemory) {
   bool any_left = true;
   for (long nth = 1; any_left; ++nth) {
     Store store;
@@ -200,7 +200,7 @@ TEST(Store, StaysWholeWhereMemoryIsLacking) {
   }
 }
 
-TEST(RowRanges, AreBroughtIntoOrder) {
+TEST(RowRanges, AreSorted) {
   EXPECT_EQ(Ordered({}), RowRanges{});
   EXPECT_EQ(Ordered({{5, 7}, {0, 2}, {2, 3}, {9, 9}, {6, 8}}), (RowRanges{{0, 3}, {5, 8}}));
   EXPECT_EQ(Ordered({{0, 10}, {2, 3}}), (RowRanges{{0, 10}}));

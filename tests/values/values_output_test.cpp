@@ -95,7 +95,7 @@ TEST_F(ValuesOutputTest, SavesPictures) {
   EXPECT_EQ(Saved("PDF-Datei (*.pdf)", "a.pdf").substr(0, 5), "%PDF-");
 }
 
-TEST_F(ValuesOutputTest, LettersOnPaperDoNotFollowTheScreen) {
+TEST_F(ValuesOutputTest, FontsOnPaperDoNotFollowTheScreen) {
   QFont small;
   small.setPixelSize(7);
   QFont large;
@@ -111,7 +111,7 @@ TEST_F(ValuesOutputTest, AddsTheSuffixOfTheFilter) {
             std::string::npos);
 }
 
-TEST_F(ValuesOutputTest, TakesTheFormThatTheSuffixNames) {
+TEST_F(ValuesOutputTest, UsesTheFormOfTheSuffix) {
   EXPECT_EQ(Saved("CSV, Komma und Dezimalpunkt (*.csv)", "plot.PDF").substr(0, 4), "%PDF");
   EXPECT_EQ(Saved("PDF-Datei (*.pdf)", "rows.csv").substr(0, 5), "time,");
   EXPECT_EQ(Saved("CSV, Semikolon und Dezimalkomma (*.csv)", "rows.dat").substr(0, 5), "time;");
@@ -125,7 +125,7 @@ TEST_F(ValuesOutputTest, RemembersFormAndFolder) {
             QDir(QString::fromStdString(folder_.Path(""))).canonicalPath());
 }
 
-TEST_F(ValuesOutputTest, TellsWhatCannotBeWritten) {
+TEST_F(ValuesOutputTest, ReportsWhatCannotBeWritten) {
   const std::string name = folder_.Path("missing/a.csv");
   auto* job = new CsvJob(store_, 100, kCommaForm, &window_);
   int ended = -1;
@@ -145,7 +145,7 @@ TEST_F(ValuesOutputTest, TellsWhatCannotBeWritten) {
   EXPECT_NE(prompt_.errors[1].find("full.svg“ kann nicht geschrieben werden: "), std::string::npos);
 }
 
-TEST_F(ValuesOutputTest, WhatFindsNoRoomLeavesTheFileThatWasThere) {
+TEST_F(ValuesOutputTest, AFullDiskLeavesTheExistingFile) {
   while (store_.rows() < 100000) Add(store_, "A?", {1.0});
   base::WriteBytes(folder_.Path("a.csv"), "old");
   gui::BoxAnswers overwrite;
@@ -175,7 +175,7 @@ TEST_F(ValuesOutputTest, WritesManyRowsInSlices) {
   EXPECT_EQ(rows->size(), 200001u);
 }
 
-TEST_F(ValuesOutputTest, LeavesNoFileWhereItIsCancelledOrTheStoreCleared) {
+TEST_F(ValuesOutputTest, LeavesNoFileIfCancelledOrTheStoreIsCleared) {
   while (store_.rows() < 200000) Add(store_, "A?", {1.0});
   const auto run = [this](const std::function<void()>& meanwhile) {
     auto* job = new CsvJob(store_, store_.rows(), kCommaForm, &window_);

@@ -88,7 +88,7 @@ TEST_F(ValuesPlotTest, LeavesOutCurvesThatAreHidden) {
   EXPECT_FALSE(HasColor(At(29, 70), CurveColor(1, false)));
 }
 
-TEST_F(ValuesPlotTest, TakesTheColourThatWasChosen) {
+TEST_F(ValuesPlotTest, UsesTheChosenColour) {
   curves_.SetColor(0, 0x123456);
   plot_.ShowRows(100);
   EXPECT_TRUE(HasColor(At(60, 60), QColor(0x12, 0x34, 0x56)));
@@ -102,14 +102,14 @@ TEST_F(ValuesPlotTest, GrowsWithItsRows) {
   EXPECT_GT(view().y().to, 500);
 }
 
-TEST_F(ValuesPlotTest, StandsOverTheRowNumber) {
+TEST_F(ValuesPlotTest, CanHaveTheRowNumberAsItsAxis) {
   AddAt(store_, 10000, "A?", {1});
   plot_.ShowRows(store_.rows());
   plot_.SetAxis(Axis::kRow);
   ExpectX(1, 101, 1.1);
 }
 
-TEST_F(ValuesPlotTest, KeepsItsRowsInSightWhenTheAxisChanges) {
+TEST_F(ValuesPlotTest, KeepsItsRowsVisibleWhenTheAxisChanges) {
   plot_.SetAxis(Axis::kRow);
   Drag(At(20.4, 10), At(40.6, 90), Qt::ControlModifier);
   const RowRange rows = plot_.VisibleRows();
@@ -145,7 +145,7 @@ TEST_F(ValuesPlotTest, PansWithShiftAndTheWheel) {
   EXPECT_NEAR(view().x().from, before.from + before.width() * 0.1, 0.2);
 }
 
-TEST_F(ValuesPlotTest, MovesWhereItIsDragged) {
+TEST_F(ValuesPlotTest, MovesWhenDragged) {
   Drag(At(30, 20), At(70, 80), Qt::ControlModifier);
   const Span x = view().x();
   const Span y = view().y();
@@ -178,7 +178,7 @@ TEST_F(ValuesPlotTest, SelectsRows) {
   EXPECT_EQ(selected.last()[0], selected.last()[1]);
 }
 
-TEST_F(ValuesPlotTest, ShadesWhatIsSelected) {
+TEST_F(ValuesPlotTest, ShadesSelectedRows) {
   const QColor ground = plot_.grab().toImage().pixelColor(At(23, 83));
   plot_.SetSelection({{10, 30}});
   EXPECT_NE(plot_.grab().toImage().pixelColor(At(23, 83)), ground);
@@ -260,14 +260,14 @@ TEST_F(ValuesPlotTest, SelectsByKeys) {
   EXPECT_EQ(plot_.cursor(), std::nullopt);
 }
 
-TEST_F(ValuesPlotTest, BringsWhatTheKeysReadIntoSight) {
+TEST_F(ValuesPlotTest, ScrollsToWhatTheKeysRead) {
   Drag(At(20, 10), At(30, 70), Qt::ControlModifier);
   for (int i = 0; i < 20; ++i) Key(Qt::Key_Right, Qt::ControlModifier);
   EXPECT_TRUE(view().x().Holds(*plot_.cursor()));
   EXPECT_GT(*plot_.cursor(), 30);
 }
 
-TEST_F(ValuesPlotTest, GivesADragUpAtEscape) {
+TEST_F(ValuesPlotTest, CancelsADragAtEscape) {
   const Span before = view().x();
   QTest::mousePress(&plot_, Qt::LeftButton, Qt::ControlModifier, At(20, 20));
   QTest::mouseMove(&plot_, At(40, 40));
@@ -276,7 +276,7 @@ TEST_F(ValuesPlotTest, GivesADragUpAtEscape) {
   ExpectX(before.from, before.to, 1e-9);
 }
 
-TEST_F(ValuesPlotTest, StartsAnewWhereTheStoreIsCleared) {
+TEST_F(ValuesPlotTest, StartsAgainWhenTheStoreIsCleared) {
   Drag(At(20, 10), At(30, 70), Qt::ControlModifier);
   store_.Clear();
   curves_.Refresh();
@@ -289,7 +289,7 @@ TEST_F(ValuesPlotTest, StartsAnewWhereTheStoreIsCleared) {
   EXPECT_TRUE(HasColor(At(0, 7), CurveColor(0, false)));
 }
 
-TEST_F(ValuesPlotTest, TakesInputWithoutValues) {
+TEST_F(ValuesPlotTest, AcceptsInputWithoutValues) {
   store_.Clear();
   curves_.Refresh();
   plot_.ShowRows(0);

@@ -76,7 +76,7 @@ TEST_F(ValuesTableTest, ShowsTimeCommandAndNumbers) {
   EXPECT_EQ(Cell(0, 3), "-1");
 }
 
-TEST_F(ValuesTableTest, ShowsOnlyTheRowsItIsToldOf) {
+TEST_F(ValuesTableTest, ShowsOnlyTheGivenRows) {
   Fill(10);
   Add(store_, "A?", {1});
   EXPECT_EQ(model_.rowCount(), 10);
@@ -86,7 +86,7 @@ TEST_F(ValuesTableTest, ShowsOnlyTheRowsItIsToldOf) {
   EXPECT_EQ(model_.columnCount(), 2);
 }
 
-TEST_F(ValuesTableTest, StartsAnewAfterClearEvenWithMoreRowsThanBefore) {
+TEST_F(ValuesTableTest, StartsAgainAfterClearEvenWithMoreRowsThanBefore) {
   Fill(3);
   QSignalSpy reset(&model_, &QAbstractItemModel::modelReset);
   store_.Clear();
@@ -97,7 +97,7 @@ TEST_F(ValuesTableTest, StartsAnewAfterClearEvenWithMoreRowsThanBefore) {
   EXPECT_EQ(model_.columnCount(), 3);
 }
 
-TEST_F(ValuesTableTest, FollowsTheEndWhereItStandsThere) {
+TEST_F(ValuesTableTest, FollowsTheEndWhenScrolledThere) {
   Fill(1000);
   EXPECT_TRUE(StandsAtEnd());
   Fill(1000);
@@ -173,7 +173,7 @@ TEST_F(ValuesTableTest, SelectsRowsByKeys) {
   EXPECT_EQ(table_.SelectedRows(), (RowRanges{{0, 1000}}));
 }
 
-TEST_F(ValuesTableTest, SearchesNothingForWhatIsTyped) {
+TEST_F(ValuesTableTest, DoesNotSearchForTypedText) {
   Fill(100);
   table_.setFocus();
   Key(Qt::Key_Home);
@@ -192,7 +192,7 @@ TEST_F(ValuesTableTest, SelectsARangeAndShowsIt) {
   EXPECT_EQ(table_.SelectedRows(), RowRanges{});
 }
 
-TEST_F(ValuesTableTest, KeepsTheSelectionWhenRowsAndFieldsCome) {
+TEST_F(ValuesTableTest, KeepsTheSelectionWhenRowsAndFieldsAreAdded) {
   Fill(10);
   table_.SelectRange(2, 4);
   Add(store_, "C?", {1, 2, 3, 4});
@@ -200,7 +200,7 @@ TEST_F(ValuesTableTest, KeepsTheSelectionWhenRowsAndFieldsCome) {
   EXPECT_EQ(table_.SelectedRows(), (RowRanges{{2, 4}}));
 }
 
-TEST_F(ValuesTableTest, FindsTheCellAtAPlace) {
+TEST_F(ValuesTableTest, FindsTheCellAtAPosition) {
   Fill(1000);
   bar().setValue(200);
   for (const int row : {200, 203}) {
@@ -227,7 +227,7 @@ TEST_F(ValuesTableTest, ScrollsToTheColumnOfTheCurrentCell) {
   EXPECT_EQ(table_.horizontalScrollBar()->value(), 0);
 }
 
-TEST_F(ValuesTableTest, FitsAColumnToWhatIsInSight) {
+TEST_F(ValuesTableTest, FitsAColumnToTheVisibleRows) {
   Add(store_, "A command that is much longer than its column is wide", {1});
   model_.ShowRows(1);
   Q_EMIT table_.header()->sectionHandleDoubleClicked(1);

@@ -71,7 +71,7 @@ TEST_F(ValuesWindowTest, HasItsPartsByName) {
 }
 
 // Input goes the way of a window system here, which keeps it from windows that are blocked.
-TEST_F(ValuesWindowTest, IsOpenToInputBesideTheModalTerminal) {
+TEST_F(ValuesWindowTest, AcceptsInputBesideTheModalTerminal) {
   Present();
   QPushButton other("other");
   other.show();
@@ -89,7 +89,7 @@ TEST_F(ValuesWindowTest, IsOpenToInputBesideTheModalTerminal) {
   EXPECT_FALSE(window_->isModal());
 }
 
-TEST_F(ValuesWindowTest, ShowsRowsAsTheyCome) {
+TEST_F(ValuesWindowTest, ShowsRowsAsTheyAreAdded) {
   Present();
   EXPECT_EQ(Text("ValuesStatus"), "0 Zeilen, 0 Messwerte");
   Fill(1000);
@@ -99,7 +99,7 @@ TEST_F(ValuesWindowTest, ShowsRowsAsTheyCome) {
   EXPECT_EQ(Statistics(1, CurvesModel::kMaximum), "1998");
 }
 
-TEST_F(ValuesWindowTest, ShowsWhatCameBeforeItWasOpened) {
+TEST_F(ValuesWindowTest, ShowsRowsAddedBeforeItWasOpened) {
   Fill(7);
   EXPECT_EQ(Rows(), 0);
   Present();
@@ -112,7 +112,7 @@ TEST_F(ValuesWindowTest, ShowsWhatCameBeforeItWasOpened) {
 }
 
 // Told of many rows between two frames it is shown once.
-TEST_F(ValuesWindowTest, FollowsOnceInAFrame) {
+TEST_F(ValuesWindowTest, UpdatesOnceAFrame) {
   Present();
   int inserted = 0;
   QObject::connect(Table()->model(), &QAbstractItemModel::rowsInserted, [&inserted] { ++inserted; });
@@ -125,7 +125,7 @@ TEST_F(ValuesWindowTest, FollowsOnceInAFrame) {
 }
 
 // Every timer of the window stands still.
-TEST_F(ValuesWindowTest, DoesNothingWhileNothingComes) {
+TEST_F(ValuesWindowTest, DoesNothingWhileNoRowsAreAdded) {
   Fill(10);
   Present();
   struct TimerCount : QObject {
@@ -158,7 +158,7 @@ TEST_F(ValuesWindowTest, PausesWhileValuesAreKept) {
   EXPECT_EQ(window_->windowTitle(), "Messwerte");
 }
 
-TEST_F(ValuesWindowTest, CountsWhatComesWhilePaused) {
+TEST_F(ValuesWindowTest, CountsRowsAddedWhilePaused) {
   Fill(10);
   Present();
   Action("ValuesPause")->trigger();
@@ -201,7 +201,7 @@ TEST_F(ValuesWindowTest, ClearsValuesWhilePaused) {
   EXPECT_EQ(Rows(), 5);
 }
 
-TEST_F(ValuesWindowTest, TellsStatisticsOfWhatIsSelectedInTheTable) {
+TEST_F(ValuesWindowTest, ShowsStatisticsOfTheSelectionInTheTable) {
   Fill(100);
   Present();
   EXPECT_EQ(Text("ValuesScope"), "Statistik: sichtbare Zeilen 1 bis 100");
@@ -211,7 +211,7 @@ TEST_F(ValuesWindowTest, TellsStatisticsOfWhatIsSelectedInTheTable) {
   EXPECT_EQ(Statistics(1, CurvesModel::kMinimum), "20");
 }
 
-TEST_F(ValuesWindowTest, TellsStatisticsOfWhatIsSelectedInThePlot) {
+TEST_F(ValuesWindowTest, ShowsStatisticsOfTheSelectionInThePlot) {
   Fill(100);
   Present();
   Q_EMIT Plot()->RowsSelected(30, 40);
@@ -222,7 +222,7 @@ TEST_F(ValuesWindowTest, TellsStatisticsOfWhatIsSelectedInThePlot) {
   EXPECT_EQ(Statistics(0, CurvesModel::kCount), "100");
 }
 
-TEST_F(ValuesWindowTest, TellsStatisticsOfWhatIsInSight) {
+TEST_F(ValuesWindowTest, ShowsStatisticsOfTheVisibleRows) {
   Fill(100);
   Present();
   Action("ValuesFollow")->trigger();
@@ -282,7 +282,7 @@ TEST_F(ValuesWindowTest, RefusesToCopyMoreThanASpreadsheetTakes) {
   EXPECT_NE(prompt_.errors[0].find("Zwischenablage"), std::string::npos);
 }
 
-TEST_F(ValuesWindowTest, EveryButtonIsReachedByTab) {
+TEST_F(ValuesWindowTest, EveryButtonIsReachableByTab) {
   for (QToolButton* button : window_->findChildren<QToolButton*>()) {
     if (button->objectName().startsWith("qt_")) continue;
     EXPECT_TRUE(button->focusPolicy() & Qt::TabFocus) << button->text().toStdString();
@@ -321,7 +321,7 @@ TEST_F(ValuesWindowTest, ClosesAtItsKeyAndKeepsItsState) {
   EXPECT_EQ(Plot()->Rows().axis(), Axis::kRow);
 }
 
-TEST_F(ValuesWindowTest, LeavesTheStoreAloneOnceItIsGone) {
+TEST_F(ValuesWindowTest, StopsObservingTheStoreWhenDestroyed) {
   Present();
   delete window_;
   Fill(3);

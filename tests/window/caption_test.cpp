@@ -5,7 +5,7 @@
 namespace kolvane::window {
 namespace {
 
-TEST(Caption, NamesListAndConnectionWhereThereAreAny) {
+TEST(Caption, NamesListAndConnectionIfAny) {
   EXPECT_EQ(Caption("", ""), "Kolvane Terminal");
   EXPECT_EQ(Caption("/home/a/test.CMD", ""), "Kolvane Terminal - test.CMD");
   EXPECT_EQ(Caption("", "COM1"), "Kolvane Terminal - COM1");
@@ -13,7 +13,7 @@ TEST(Caption, NamesListAndConnectionWhereThereAreAny) {
             "Kolvane Terminal - test.CMD - TCP/IP: 10.0.0.5, Port 7");
 }
 
-TEST(Caption, HasThePlaceOfTheMarkAfterAListThatIsModified) {
+TEST(Caption, HasThePlaceholderOfTheMarkAfterAModifiedList) {
   EXPECT_EQ(Caption("", "", true), "Kolvane Terminal[*]");
   EXPECT_EQ(Caption("/a/test.CMD", "COM1", true), "Kolvane Terminal - test.CMD[*] - COM1");
 }

@@ -15,7 +15,7 @@ class DebugCommandsTest : public GridFixture {
   QPoint MarkerOf(int row) { return Grid()->visualRect(Grid()->model()->index(row - 1, 0)).center(); }
 };
 
-TEST_F(DebugCommandsTest, F9SetsABreakpointAndTakesItOff) {
+TEST_F(DebugCommandsTest, F9SetsAndRemovesABreakpoint) {
   GoTo(2);
   Press("mnuBreakpoint");
   EXPECT_EQ(Marks(2), script::CommandListModel::kBreakpointMark);
@@ -37,7 +37,7 @@ TEST_F(DebugCommandsTest, AClickIntoTheFirstColumnDoesTheSame) {
   EXPECT_FALSE(Grid()->list().HasBreakpoint(3));
 }
 
-TEST_F(DebugCommandsTest, AStandingRunShowsItsState) {
+TEST_F(DebugCommandsTest, AnInterruptedRunShowsItsState) {
   GoTo(2);
   Press("mnuBreakpoint");
   EXPECT_FALSE(Watch()->isVisible());
@@ -60,13 +60,13 @@ TEST_F(DebugCommandsTest, AStandingRunShowsItsState) {
   EXPECT_FALSE(Watch()->isVisible()) << "the run has ended";
 }
 
-TEST_F(DebugCommandsTest, StepsAloneShowNoMoreThanBefore) {
+TEST_F(DebugCommandsTest, StepsDoNotShowTheWatch) {
   GoTo(1);
   Press("TB_SINGLESTEP");
   EXPECT_FALSE(Watch()->isVisible());
 }
 
-TEST_F(DebugCommandsTest, ARunGoesUpToTheMarkedRow) {
+TEST_F(DebugCommandsTest, ARunGoesUpToTheSelectedRow) {
   GoTo(4);
   Press("mnuRunToRow");
   EXPECT_EQ(CurrentRow(), 4);
@@ -76,7 +76,7 @@ TEST_F(DebugCommandsTest, ARunGoesUpToTheMarkedRow) {
   EXPECT_FALSE(Watch()->isVisible());
 }
 
-TEST_F(DebugCommandsTest, TheRowThatFailedSaysWhy) {
+TEST_F(DebugCommandsTest, TheRowThatFailedShowsWhy) {
   Fill({"$CLEAR", "$NIX"});
   gui::BoxAnswers boxes;
   boxes.Start();

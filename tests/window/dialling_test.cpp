@@ -38,7 +38,7 @@ class DiallingWindow : public WindowFixture {
   PaintedTexts painted_;
 };
 
-TEST_F(DiallingWindow, PaintsEachStepAndTheConnectionInTheEnd) {
+TEST_F(DiallingWindow, PaintsEachStepAndFinallyTheConnection) {
   QApplication::processEvents();
   painted_.texts.clear();
   library_.replies = {{"OK\r\n"}, {"RINGING\r\n"}, {"CONNECT 9600\r\n"}};
@@ -51,7 +51,7 @@ TEST_F(DiallingWindow, PaintsEachStepAndTheConnectionInTheEnd) {
             "COM1 9600 Baud, Parity: Gerade, Data: 1, Stop: 1");
 }
 
-TEST_F(DiallingWindow, IsGivenUpOnceTheWindowIsToClose) {
+TEST_F(DiallingWindow, IsGivenUpWhenTheWindowIsToClose) {
   library_.replies = {{"OK\r\n"}, {"OK\r\n"}, {"CONNECT\r\n"}};
   QTimer::singleShot(0, &window_, [this] { close_.made = true; });
   Press("TB_CONNECT");

@@ -26,7 +26,7 @@ class ExtrasMenuTest : public testing::Test {
   ExtrasMenu menu_{&window_, prompt_};
 };
 
-TEST_F(ExtrasMenuTest, AnItemComesToItsPlaceWhateverCameBefore) {
+TEST_F(ExtrasMenuTest, AnItemIsInsertedAtItsPositionInAnyOrder) {
   menu_.AddMenu("mnuRecent");
   menu_.On("mnuReadAnswer", [] {});
   menu_.On("mnuUtf8", [] {});
@@ -34,7 +34,7 @@ TEST_F(ExtrasMenuTest, AnItemComesToItsPlaceWhateverCameBefore) {
   EXPECT_EQ(Names(), QStringList({"mnuFind", "mnuReadAnswer", "mnuUtf8", "mnuRecent"}));
 }
 
-TEST_F(ExtrasMenuTest, ACheckMarkShowsItsFlagAndTurnsItOver) {
+TEST_F(ExtrasMenuTest, ACheckMarkShowsItsFlagAndTogglesIt) {
   bool flag = true;
   int changes = 0;
   QAction* item = menu_.OnToggle("mnuUtf8", flag, [&] { ++changes; });
@@ -44,7 +44,7 @@ TEST_F(ExtrasMenuTest, ACheckMarkShowsItsFlagAndTurnsItOver) {
   EXPECT_EQ(changes, 1);
 }
 
-TEST_F(ExtrasMenuTest, WhileAListRunsOnlyWhatCannotDisturbItIsEnabled) {
+TEST_F(ExtrasMenuTest, WhileAListRunsOnlyHarmlessItemsAreEnabled) {
   const std::vector<const char*> harmless = {"mnuFind", "mnuFindNext", "mnuFindPrevious", "mnuTimeStamps"};
   for (const char* name : harmless) menu_.On(name, [] {});
   for (const char* name : {"mnuReadAnswer", "mnuListen", "mnuValues"}) menu_.On(name, [] {});
@@ -58,7 +58,7 @@ TEST_F(ExtrasMenuTest, WhileAListRunsOnlyWhatCannotDisturbItIsEnabled) {
   EXPECT_FALSE(menu_.Item("mnuListen")->isEnabled()) << "refused for another reason";
 }
 
-TEST_F(ExtrasMenuTest, AnItemThatIsNotInTheMenuIsNone) { EXPECT_EQ(menu_.Item("mnuFind"), nullptr); }
+TEST_F(ExtrasMenuTest, AnItemThatIsNotInTheMenuIsNotFound) { EXPECT_EQ(menu_.Item("mnuFind"), nullptr); }
 
 class ExtrasInTheWindow : public WindowFixture {};
 

@@ -72,7 +72,7 @@ TEST_F(FileDialogsTest, ModesOfSaving) {
   EXPECT_EQ(Look(SaveMode::kPdf).suffix, "PDF");
 }
 
-TEST_F(FileDialogsTest, StartBesideTheFileInHand) {
+TEST_F(FileDialogsTest, StartInTheFolderOfTheCurrentFile) {
   const std::string name = folder_.Path("liste.CMD");
   base::WriteBytes(name, "");
   OnDialog<QFileDialog>([&](QFileDialog& dialog) {
@@ -89,7 +89,7 @@ TEST_F(FileDialogsTest, StartBesideTheFileInHand) {
   EXPECT_EQ(AskSaveName(&window_, SaveMode::kCommandList, name), std::nullopt);
 }
 
-TEST_F(FileDialogsTest, StartWhereTheyDidBesideAFileWhoseFolderIsGone) {
+TEST_F(FileDialogsTest, StartInTheirLastFolderIfTheFilesFolderIsGone) {
   // Qt keeps this for all dialogs.
   QFileDialog().setDirectory(QDir::current());
   OnDialog<QFileDialog>([](QFileDialog& dialog) {
@@ -99,7 +99,7 @@ TEST_F(FileDialogsTest, StartWhereTheyDidBesideAFileWhoseFolderIsGone) {
   EXPECT_EQ(AskOpenName(&window_, OpenMode::kCommandList, folder_.Path("gone/a.CMD")), std::nullopt);
 }
 
-TEST_F(FileDialogsTest, ThoseOfTheListStartBesideIt) {
+TEST_F(FileDialogsTest, ThoseOfTheListStartInItsFolder) {
   const std::string name = folder_.Path("liste.CMD");
   base::WriteBytes(name, "A\r\n");
   window_.OpenCommandFile(name);
@@ -119,7 +119,7 @@ TEST_F(FileDialogsTest, ALogNeedNotExist) {
   EXPECT_EQ(AskOpenName(&window_, OpenMode::kLog), name);
 }
 
-TEST_F(FileDialogsTest, ANameGetsTheSuffixThatItLacks) {
+TEST_F(FileDialogsTest, AMissingSuffixIsAdded) {
   ChooseFile(folder_.Path("a"));
   EXPECT_EQ(AskSaveName(&window_, SaveMode::kTerminal), folder_.Path("a.LOG"));
   ChooseFile(folder_.Path("a.txt"));

@@ -33,7 +33,7 @@ class FindBarTest : public GridFixture {
   QString Marked() { return Pane()->selectedText(); }
 };
 
-TEST_F(FindBarTest, IsHiddenAndTakesNoRoomUntilItIsAskedFor) {
+TEST_F(FindBarTest, IsHiddenAndTakesNoSpaceUntilOpened) {
   EXPECT_FALSE(Bar()->isVisible());
   const int height = Find<QWidget>("SplitContainer")->height();
   OpenIn(Pane());
@@ -89,7 +89,7 @@ TEST_F(FindBarTest, EscClosesAndGivesTheKeyboardBack) {
   EXPECT_EQ(window_.focusWidget(), Grid());
 }
 
-TEST_F(FindBarTest, LooksForWhatIsMarked) {
+TEST_F(FindBarTest, SearchesForTheSelection) {
   AddLine("one two");
   AddLine("two");
   Pane()->Select(5, 8);
@@ -98,7 +98,7 @@ TEST_F(FindBarTest, LooksForWhatIsMarked) {
   EXPECT_EQ(Count(), "1 von 2");
 }
 
-TEST_F(FindBarTest, SaysWhatIsWrongWithAnExpression) {
+TEST_F(FindBarTest, ReportsWhatIsWrongWithAnExpression) {
   AddLine("a(b");
   OpenIn(Pane());
   Find<QCheckBox>("FindRegex")->click();

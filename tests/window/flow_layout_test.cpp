@@ -30,7 +30,7 @@ class FlowLayoutTest : public testing::Test {
   QWidget* boxes_[3] = {};
 };
 
-TEST_F(FlowLayoutTest, GoesOnInAFurtherRowWhereTheWidthEnds) {
+TEST_F(FlowLayoutTest, ContinuesInAnotherRowWhenTheWidthEnds) {
   EXPECT_EQ(layout_->heightForWidth(320), 20);
   EXPECT_EQ(layout_->heightForWidth(319), 45);
   EXPECT_EQ(layout_->heightForWidth(100), 70);

@@ -80,7 +80,7 @@ TEST_F(GridTest, TheMarkerColumnIsNeverCurrent) {
   EXPECT_EQ(Grid()->currentIndex().column(), 1);
 }
 
-TEST_F(GridTest, AHighlightHasABoldnessOfItsOwn) {
+TEST_F(GridTest, AHighlightHasItsOwnBoldness) {
   QFont font = Grid()->font();
   font.setBold(true);
   Grid()->list().HighlightLine(1, 0, 0xFFFF, false);
@@ -129,7 +129,7 @@ TEST_F(GridTest, RowsGoThroughTheClipboardAsLines) {
   EXPECT_EQ(Row(6), "");
 }
 
-TEST_F(GridTest, DeleteEmptiesARowAndThenTakesItOut) {
+TEST_F(GridTest, DeleteEmptiesARowAndThenRemovesIt) {
   Fill({"eins", "zwei"});
   GoTo(1);
   QTest::keyClick(Grid(), Qt::Key_Delete);
@@ -141,7 +141,7 @@ TEST_F(GridTest, DeleteEmptiesARowAndThenTakesItOut) {
   EXPECT_EQ(Row(2), "zwei");
 }
 
-TEST_F(GridTest, WhatFindsNoRowIsSaid) {
+TEST_F(GridTest, LinesThatDoNotFitAreReported) {
   QApplication::clipboard()->setText("x\ny\nz\n");
   GoTo(1023);
   EXPECT_EQ(MessageDuring([&] { Grid()->paste(); }), "Die Befehlsliste ist voll. Nicht eingefügte Zeilen: 1");
@@ -152,7 +152,7 @@ TEST_F(GridTest, WhatFindsNoRowIsSaid) {
   EXPECT_EQ(Row(1024), "y");
 }
 
-TEST_F(GridTest, RedoTakesUndoBack) {
+TEST_F(GridTest, RedoRevertsUndo) {
   Fill({"eins"});
   Fill({"zwei"});
   QTest::keyClick(Grid(), Qt::Key_Z, Qt::ControlModifier);
@@ -208,7 +208,7 @@ TEST_F(GridTest, LinesPastedIntoACellBecomeFurtherRows) {
   EXPECT_EQ(Rows(4), (QStringList{"eins", "zwei", "drei", ""}));
 }
 
-TEST_F(GridTest, EnterGoesOnAfterTheLinesThatWerePasted) {
+TEST_F(GridTest, EnterContinuesAfterThePastedLines) {
   Fill({"eins"});
   QLineEdit* editor = Edit(2);
   ASSERT_NE(editor, nullptr);
@@ -218,7 +218,7 @@ TEST_F(GridTest, EnterGoesOnAfterTheLinesThatWerePasted) {
   EXPECT_EQ(Rows(4), (QStringList{"eins", "A", "B", ""}));
 }
 
-TEST_F(GridTest, ALineThatIsPastedWithItsEndIsStillBeingEdited) {
+TEST_F(GridTest, ALinePastedWithItsEndIsStillBeingEdited) {
   QLineEdit* editor = Edit(1);
   ASSERT_NE(editor, nullptr);
   PasteInto(editor, "MSV?\n");
@@ -227,7 +227,7 @@ TEST_F(GridTest, ALineThatIsPastedWithItsEndIsStillBeingEdited) {
   EXPECT_EQ(editor->text(), "MSV?");
 }
 
-TEST_F(GridTest, LinesPastedIntoACellThatFindNoRowAreTold) {
+TEST_F(GridTest, LinesPastedIntoACellThatDoNotFitAreReported) {
   Grid()->list().SetText(1024, "letzte");
   QLineEdit* editor = Edit(3);
   ASSERT_NE(editor, nullptr);
@@ -301,7 +301,7 @@ TEST_F(GridTest, ACommandFileDroppedOnTheListOpens) {
   script_.run.ScriptRunning = 0;
 }
 
-TEST_F(GridTest, TheCurrentRowIsGreyWhereTheListHasNoFocus) {
+TEST_F(GridTest, TheCurrentRowIsGreyWhenTheListHasNoFocus) {
   QApplication::setActiveWindow(&window_);
   GoTo(1);
   Grid()->setFocus();

@@ -78,7 +78,7 @@ TEST_F(Help, DamagedFileShowsNothing) {
   EXPECT_EQ(boxes_.texts(), QStringList());
 }
 
-TEST_F(Help, FileThatIsGoneLeavesAnOpenWindowAsItIs) {
+TEST_F(Help, MissingFileDoesNotChangeAnOpenWindow) {
   Press("TB_HELP");
   std::filesystem::remove(folder_.Path("Terminal.chm"));
   PressF1(Pane());
@@ -91,7 +91,7 @@ TEST_F(Help, FileIsFoundWithoutRegardToCase) {
   EXPECT_EQ(Page(), PageOf(1));
 }
 
-TEST_F(Help, TakesTheFileThatIsNamedInPlaceOfItsOwn) {
+TEST_F(Help, OpensTheNamedFileInsteadOfItsOwn) {
   const std::string other = folder_.Path("other.chm");
   std::filesystem::rename(folder_.Path("Terminal.chm"), other);
   base::FakePrompt prompt;
@@ -136,7 +136,7 @@ TEST_F(Help, F1OnAToolbarButtonOpensThePageOfThatButton) {
   EXPECT_EQ(Page(), PageOf(120));
 }
 
-TEST_F(Help, F1InAMenuOpensThePageOfTheMarkedItemAndClosesTheMenu) {
+TEST_F(Help, F1InAMenuOpensThePageOfTheActiveItemAndClosesTheMenu) {
   auto* menu = Find<QMenu>("mnuFile");
   menu->popup(QPoint(0, 0));
   menu->setActiveAction(Find<QAction>("mnuOpenLog"));
@@ -145,7 +145,7 @@ TEST_F(Help, F1InAMenuOpensThePageOfTheMarkedItemAndClosesTheMenu) {
   EXPECT_EQ(Page(), PageOf(122));
 }
 
-TEST_F(Help, F1InAMenuWithNothingMarkedOpensThePageOfTheMenu) {
+TEST_F(Help, F1InAMenuWithoutAnActiveItemOpensThePageOfTheMenu) {
   auto* menu = Find<QMenu>("mnuPOP1");
   menu->popup(QPoint(0, 0));
   PressF1(menu);
@@ -264,7 +264,7 @@ struct HostWindow final : QWidget {
   int keys = 0;
 };
 
-TEST_F(Help, LeavesTheHostItsOwnF1) {
+TEST_F(Help, DoesNotTakeTheHostsF1) {
   HostWindow host;
   host.show();
   PressF1(&host);
@@ -272,7 +272,7 @@ TEST_F(Help, LeavesTheHostItsOwnF1) {
   EXPECT_FALSE(IsOpen());
 }
 
-TEST_F(Help, PageIsPrintedToAFileWhereThereIsNoPrinter) {
+TEST_F(Help, PageIsPrintedToAFileIfThereIsNoPrinter) {
   Press("TB_HELP");
   ChooseFile(folder_.Path("hilfe"));
   Viewer()->findChild<QAction*>(QStringLiteral("HelpPrint"))->trigger();

@@ -27,7 +27,7 @@ class InspectCommandTest : public WindowFixture {
   }
 };
 
-TEST_F(InspectCommandTest, WithNothingMarkedTheUserIsToldTo) {
+TEST_F(InspectCommandTest, WithoutASelectionTheUserIsAskedForOne) {
   AddLine("<41><42>");
   AnswerBoxes();
   Press("TB_INSPECT");
@@ -36,7 +36,7 @@ TEST_F(InspectCommandTest, WithNothingMarkedTheUserIsToldTo) {
   EXPECT_EQ(boxes_.texts(), (QStringList{text, text}));
 }
 
-TEST_F(InspectCommandTest, ButtonAndMenuShowWhatIsMarked) {
+TEST_F(InspectCommandTest, ButtonAndMenuShowTheSelection) {
   ShowMarked("<41><42><43>");
   const QString dump = "0000 414243                                 ABC.............\n";
   EXPECT_EQ(DumpAfter("TB_INSPECT"), dump);
@@ -56,7 +56,7 @@ TEST_F(InspectCommandTest, CharactersAreThoseOfTheCodePage) {
   EXPECT_EQ(DumpAfter("TB_INSPECT").left(9), "0000 ä€41");
 }
 
-TEST_F(InspectCommandTest, TooMuchIsAMessageAndNoDialog) {
+TEST_F(InspectCommandTest, TooLargeASelectionShowsAMessageAndNoDialog) {
   std::string block;
   for (int i = 0; i < 32768; ++i) block += "<41>";
   ShowMarked(block);

@@ -72,7 +72,7 @@ TEST_F(KeyToolbarTest, TheArrowKeysGoFromButtonToButton) {
   EXPECT_EQ(Focused(), "TB_PLAY");
 }
 
-TEST_F(KeyToolbarTest, TabComesBackToTheButtonThatWasLeft) {
+TEST_F(KeyToolbarTest, TabReturnsToTheLastFocusedButton) {
   ButtonOf("TB_PLAY")->setFocus();
   PressKey(ButtonOf("TB_PLAY"), Qt::Key_Down);
   EXPECT_TRUE(TabOrder().contains("TB_SINGLESTEP"));
@@ -105,7 +105,7 @@ TEST_F(KeyToolbarTest, EnterAndTheSpaceBarPress) {
   EXPECT_EQ(script_.record.tag, 0);
 }
 
-TEST_F(KeyToolbarTest, EachCommandOfTheListHasAKeyOfItsOwn) {
+TEST_F(KeyToolbarTest, EachCommandOfTheListHasItsOwnKey) {
   // Ctrl+X, C and V are keys of the grid itself.
   const std::pair<const char*, QKeySequence> keys[] = {{"TB_PLAY", Qt::Key_F5},
                                                        {"TB_SINGLESTEP", Qt::Key_F10},

@@ -39,7 +39,7 @@ class ListCommandsTest : public GridFixture {
   }
 };
 
-TEST_F(ListCommandsTest, NothingIsCheckedUntilItIsAskedFor) {
+TEST_F(ListCommandsTest, NothingIsCheckedUntilRequested) {
   Fill({"$NIX", "$REPEAT 2", "A", "$ENDREPEAT"});
   EXPECT_FALSE(Findings()->isVisible());
   EXPECT_EQ(Finding(1), 0);
@@ -87,7 +87,7 @@ TEST_F(ListCommandsTest, EscEndsTheCheck) {
   EXPECT_EQ(Finding(1), 0);
 }
 
-TEST_F(ListCommandsTest, TheCheckKnowsWhatEarlierRunsHaveLeft) {
+TEST_F(ListCommandsTest, TheCheckStartsWithTheStateOfEarlierRuns) {
   Fill({"$GETPARAM 1"});
   Press("mnuCheckList");
   EXPECT_EQ(Shown(), QStringList({"1 Fehler"}));
@@ -101,7 +101,7 @@ TEST_F(ListCommandsTest, RowsAreNumbered) {
   EXPECT_EQ(Grid()->model()->headerData(11, Qt::Vertical), 12);
 }
 
-TEST_F(ListCommandsTest, TheMarkedRowsAreDuplicatedAndMoved) {
+TEST_F(ListCommandsTest, TheSelectedRowsAreDuplicatedAndMoved) {
   Fill({"A", "B", "C"});
   Mark(1, 2);
   Press("mnuDuplicateRow");
@@ -117,7 +117,7 @@ TEST_F(ListCommandsTest, TheMarkedRowsAreDuplicatedAndMoved) {
   EXPECT_EQ(Grid()->SelectedRows().last, 3);
 }
 
-TEST_F(ListCommandsTest, TheMarkedRowsBecomeComments) {
+TEST_F(ListCommandsTest, TheSelectedRowsBecomeComments) {
   Fill({"A", "B", "C"});
   Mark(2, 3);
   Press("mnuToggleComment");
@@ -160,7 +160,7 @@ TEST_F(ListCommandsTest, DollarWordsAreCompletedWhileTheyAreTyped) {
   EXPECT_FALSE(completer->popup()->isVisible());
 }
 
-TEST_F(ListCommandsTest, EnterTakesTheRowOverWhereNothingWasChosen) {
+TEST_F(ListCommandsTest, EnterAcceptsTheRowIfNoCompletionWasChosen) {
   GoTo(1);
   QLineEdit* editor = Begin("$REP");
   ASSERT_NE(editor, nullptr);

@@ -53,7 +53,7 @@ class ListWindowTest : public testing::TestWithParam<std::string>, protected Win
   gui::BoxAnswers boxes_;
 };
 
-TEST_P(ListWindowTest, BringsAboutTheSameAsWithoutAWindow) {
+TEST_P(ListWindowTest, HasTheSameResultAsWithoutAWindow) {
   window_.findChild<pane::OutputPane*>()->clear();
   window_.OpenCommandFile(Path("CMD"));
   window_.findChild<QAction*>("TB_PLAY")->trigger();

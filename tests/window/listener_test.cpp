@@ -47,12 +47,12 @@ class ListenerTest : public testing::Test, protected terminal::ConnectBench {
                      }};
 };
 
-TEST_F(ListenerTest, ShowsWhatComesWhileTheWindowIsIdle) {
+TEST_F(ListenerTest, ShowsReceivedLinesWhileTheWindowIsIdle) {
   Arrive("ALARM 1\r\n");
   EXPECT_TRUE(Shown("ALARM 1"));
 }
 
-TEST_F(ListenerTest, LeavesThePortToACommandUnderWay) {
+TEST_F(ListenerTest, DoesNotReadDuringACommand) {
   busy_ = true;
   Arrive("ALARM 1\r\n");
   ASSERT_TRUE(QTest::qWaitFor([this] { return asked_ > 0; }));

@@ -30,14 +30,14 @@ class LockGuiTest : public WindowFixture {
                              "TB_SINGLESTEP", "TB_STOP", "TB_BREAK",      "TB_RECORD"};
 };
 
-TEST_F(LockGuiTest, LocksTheListedControlsAlone) {
+TEST_F(LockGuiTest, LocksOnlyTheListedControls) {
   lock_.LockGUI(true);
   EXPECT_EQ(Enabled(locked_), QStringList());
   EXPECT_EQ(Enabled(free_), free_);
   EXPECT_FALSE(Find<QMenu>("mnuFile")->menuAction()->isEnabled());
 }
 
-TEST_F(LockGuiTest, UnlockingEnablesThemAllWhateverTheyWereBefore) {
+TEST_F(LockGuiTest, UnlockingEnablesThemAllWhateverTheirStateBefore) {
   Find<QWidget>("cmbReceiveMode")->setEnabled(false);
   Find<QAction>("TB_CUT")->setEnabled(false);
   lock_.LockGUI(true);
@@ -64,7 +64,7 @@ TEST_F(LockGuiTest, TheButtonsOfALockedBarKeepTheirStates) {
   EXPECT_TRUE(Find<QAction>("TB_OPENLOG")->isEnabled());
 }
 
-TEST_F(LockGuiTest, AControlThatLosesTheKeyboardGetsItBack) {
+TEST_F(LockGuiTest, AControlThatLosesTheFocusGetsItBack) {
   auto* send = Find<QWidget>("cmdSend");
   send->setFocus();
   lock_.LockGUI(true);
@@ -73,7 +73,7 @@ TEST_F(LockGuiTest, AControlThatLosesTheKeyboardGetsItBack) {
   EXPECT_EQ(window_.focusWidget(), send);
 }
 
-TEST_F(LockGuiTest, WhoGoesElsewhereMeanwhileStaysThere) {
+TEST_F(LockGuiTest, AFocusMovedDuringTheLockStaysThere) {
   Find<QWidget>("cmdSend")->setFocus();
   lock_.LockGUI(true);
   auto* grid = Find<QWidget>("CommandScript");

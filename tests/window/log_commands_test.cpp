@@ -88,7 +88,7 @@ TEST_F(LogCommandsTest, AfterClosingWhileRecordingOnePressLeavesRecordingOff) {
   EXPECT_TRUE(terminal_.output.log_recording);
 }
 
-TEST_F(LogCommandsTest, AMissingFolderIsToldOnce) {
+TEST_F(LogCommandsTest, AMissingFolderIsReportedOnce) {
   AnswerBoxes();
   ChooseFile("/nirgends/a.LOG");
   Press("TB_OPENLOG");
@@ -97,7 +97,7 @@ TEST_F(LogCommandsTest, AMissingFolderIsToldOnce) {
   ExpectOpen(false);
 }
 
-TEST_F(LogCommandsTest, AFullDiskIsToldOnceAndTheSessionGoesOn) {
+TEST_F(LogCommandsTest, AFullDiskIsReportedOnceAndTheSessionContinues) {
   OpenLog("/dev/full");
   Press("TB_RECORDLOG");
   AnswerBoxes();

@@ -59,7 +59,7 @@ TEST(LongMessages, AreShownInFullWhateverTheLengthOfTheirWords) {
                     "/a.CMD“ kann nicht gelesen werden: " + std::string(120, 'x'));
 }
 
-TEST(ShortMessages, AreLeftToTheBox) {
+TEST(ShortMessages, AreShownByTheBoxItself) {
   for (const char* text : {"Ungültige Adresse", "Fehler beim Verbindungsaufbau: -10 (-10)", "eins\nzwei"}) {
     ExpectShownInFull(text);
     ShowAndLook(text, [](const QMessageBox& box) {

@@ -138,7 +138,7 @@ TEST_F(MainWindowTest, TheHistoryIsNewestFirstAndFullAt256) {
   EXPECT_EQ(box->count(), 256);
 }
 
-TEST_F(MainWindowTest, ATimeoutThatIsNoNumberIsShownAndNothingIsSentTwice) {
+TEST_F(MainWindowTest, ATimeoutThatIsNotANumberIsReportedAndNothingIsSentTwice) {
   Connect();
   Find<QLineEdit>("ReceiveTimo")->setText("bald");
   const QString to_come =
@@ -150,7 +150,7 @@ TEST_F(MainWindowTest, ATimeoutThatIsNoNumberIsShownAndNothingIsSentTwice) {
   EXPECT_EQ(MessageDuring([&] { Send("MSV?"); }), "Timeout (ms): Überlauf" + to_come);
 }
 
-TEST_F(MainWindowTest, TheCountIsShownInItsModeAloneAndChecked) {
+TEST_F(MainWindowTest, TheCountIsShownOnlyInItsModeAndChecked) {
   Connect();
   Pick("cmbReceiveMode", 2);
   EXPECT_TRUE(Find<QLineEdit>("BinChars")->isVisible());
@@ -175,7 +175,7 @@ TEST_F(MainWindowTest, CountedBytesAreShownAsCodes) {
   EXPECT_TRUE(PaneText().endsWith("\n<0D><0A><41><FF>"));
 }
 
-TEST_F(MainWindowTest, PickingAsciiShowsAutoThoughTheTerminatorIsInForce) {
+TEST_F(MainWindowTest, PickingAsciiShowsAutoAlthoughTheTerminatorApplies) {
   Pick("cmbReceiveFormat", 1);
   Pick("cmbReceiveFormat", 0);
   EXPECT_EQ(Find<QComboBox>("cmbReceiveMode")->currentText(), "Auto");
@@ -183,7 +183,7 @@ TEST_F(MainWindowTest, PickingAsciiShowsAutoThoughTheTerminatorIsInForce) {
   EXPECT_EQ(Find<QComboBox>("RcvTermChar")->currentText(), "CRLF");
 }
 
-TEST_F(MainWindowTest, ATerminatorSetByAPickIsTheListsCurrentItem) {
+TEST_F(MainWindowTest, ATerminatorSetByPickingIsTheListsCurrentItem) {
   const auto* list = Find<QComboBox>("RcvTermChar");
   Find<QComboBox>("RcvTermChar")->setCurrentText("59");
   Pick("cmbReceiveMode", 1);
@@ -227,7 +227,7 @@ TEST_F(MainWindowTest, TerminatorsFollowEachEdit) {
   EXPECT_EQ(terminal_.receive.receive_terminator, ";");
 }
 
-TEST_F(MainWindowTest, FlushingSaysHowMuchItWas) {
+TEST_F(MainWindowTest, FlushingReportsTheNumberOfBytes) {
   Connect();
   library_.results["FlushInQueue"] = {17};
   Press("TB_FLUSH");
@@ -290,7 +290,7 @@ TEST_F(MainWindowTest, InOtherModesTheConnectionIsTheHosts) {
   }
 }
 
-TEST_F(MainWindowTest, ThePressOfTheSaveButtonChangesNothing) {
+TEST_F(MainWindowTest, PressingTheSaveButtonChangesNothing) {
   Press("TB_SAVETERMWIN");
   EXPECT_EQ(PaneText(), "");
 }
@@ -313,7 +313,7 @@ TEST_F(MainWindowTest, TheCommandBoxFollowsTheResizeRules) {
   }
 }
 
-TEST_F(MainWindowTest, AWindowTooSmallIsLeftAsItIs) {
+TEST_F(MainWindowTest, AWindowTooSmallIsNotLaidOut) {
   auto* area = window_.centralWidget();
   area->setMinimumSize(1, 1);
   area->resize(400, 400);
@@ -324,7 +324,7 @@ TEST_F(MainWindowTest, AWindowTooSmallIsLeftAsItIs) {
   EXPECT_EQ(Find<QWidget>("SplitContainer")->size(), before);
 }
 
-TEST_F(MainWindowTest, ACommentGoesInGreenWhereTheCaretStands) {
+TEST_F(MainWindowTest, ACommentIsInsertedInGreenAtTheCaret) {
   Connect();
   QTimer::singleShot(0, &window_, [] {
     auto* question = qobject_cast<QInputDialog*>(QApplication::activeModalWidget());

@@ -23,7 +23,7 @@ class MenusTest : public WindowFixture {
   }
 };
 
-TEST_F(MenusTest, StandOnTheBarInTheirOrder) {
+TEST_F(MenusTest, AreOnTheBarInTheirOrder) {
   QStringList titles;
   for (const QAction* menu : window_.menuBar()->actions()) titles << menu->text().remove(u'&');
   EXPECT_EQ(titles, QStringList({"Datei", "Verbindung", "Optionen", "Extras"}));
@@ -108,7 +108,7 @@ TEST_F(MenusTest, OfPaneAndGrid) {
                          "mnuInsertComment Kommentar einfügen"}));
 }
 
-TEST_F(MenusTest, EachOptionTurnsWhatItSaysOnAndOff) {
+TEST_F(MenusTest, EachOptionTogglesItsSetting) {
   const terminal::Options& options = terminal_.options;
   EXPECT_TRUE(options.show_commands && !options.show_response_times && !options.line_breaks);
   for (const char* item : {"mnuOption_0", "mnuOption_1", "mnuOption_2"}) Press(item);

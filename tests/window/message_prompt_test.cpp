@@ -7,7 +7,7 @@ namespace {
 
 class MessagePromptTest : public WindowFixture {};
 
-TEST_F(MessagePromptTest, IsNoBoxOnceTheWindowIsToClose) {
+TEST_F(MessagePromptTest, ShowsNoBoxOnceTheWindowIsToClose) {
   library_.mode = device::FakePortLibrary::Mode::kFail;
   EXPECT_EQ(MessageDuring([this] { Press("TB_CONNECT"); }), "Fehler beim Verbindungsaufbau: -7 (-7)");
   close_.made = true;

@@ -138,7 +138,7 @@ TEST(MessageTopics, OfValuesAndPorts) {
   EXPECT_EQ(Place("„abc“ ist keine Baudrate"), (HelpPlace{308, "meldungen"}));
 }
 
-TEST(MessageTopics, AnyOtherTextHasNone) {
+TEST(MessageTopics, OtherTextsHaveNoTopic) {
   for (const char* text : {"", "x", "a.CMD existiert bereits.\nMöchten Sie sie ersetzen?"})
     EXPECT_EQ(MessagePlace(text), std::nullopt) << text;
 }

@@ -52,7 +52,7 @@ TEST_F(PaneLinesTest, ALineMayHoldSeveralColours) {
   EXPECT_EQ(Whole(), "abcdef 2+2:#ff0000");
 }
 
-TEST_F(PaneLinesTest, TakesAStretchOfTheText) {
+TEST_F(PaneLinesTest, ReadsARangeOfTheText) {
   text_.AppendLine("first", base::kCommandColor);
   text_.AppendLine("second", base::kNoColor);
   EXPECT_EQ(Dump(PaneLines(text_.store(), {3, 10})), "rst 0+3:#ff0000/sec");

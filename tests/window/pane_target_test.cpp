@@ -44,7 +44,7 @@ TEST_F(PaneTargetTest, ACancelledSaveWritesNothing) {
   EXPECT_TRUE(folder_.Names().empty());
 }
 
-TEST_F(PaneTargetTest, WhatCannotBeSavedIsTold) {
+TEST_F(PaneTargetTest, AFailedSaveIsReported) {
   AnswerBoxes();
   ChooseFile("/nirgends/a.LOG");
   Press("mnuSaveTerminal");
@@ -61,7 +61,7 @@ TEST_F(PaneTargetTest, AFileThatExistsIsReplacedAfterAQuestion) {
   EXPECT_EQ(base::ReadBytes(file_), "\r\n");
 }
 
-TEST_F(PaneTargetTest, AFullDiskIsTold) {
+TEST_F(PaneTargetTest, AFullDiskIsReported) {
   std::filesystem::create_symlink("/dev/full", file_);
   AnswerBoxes();
   ChooseFile(file_);
@@ -72,7 +72,7 @@ TEST_F(PaneTargetTest, AFullDiskIsTold) {
                                                           "Der Datenträger ist voll"));
 }
 
-TEST_F(PaneTargetTest, ATextFileTakesThePlaceOfTheText) {
+TEST_F(PaneTargetTest, ATextFileReplacesTheText) {
   AddLine("before", LineKind::kCommand);
   const std::string name = folder_.Path("a.TXT");
   base::WriteBytes(name, std::string("Gr\xF6\xDF\x65\r\n\0end\r\n", 13));
@@ -85,7 +85,7 @@ TEST_F(PaneTargetTest, ATextFileTakesThePlaceOfTheText) {
   }
 }
 
-TEST_F(PaneTargetTest, ALongerTextInPlaceOfAShorterIsShownWhole) {
+TEST_F(PaneTargetTest, ALongerTextThatReplacesAShorterOneIsShownCompletely) {
   std::string bytes;
   for (int i = 0; i < 20000; ++i) bytes += "0123456789\r\n";
   base::WriteBytes(folder_.Path("a.TXT"), bytes);
@@ -96,7 +96,7 @@ TEST_F(PaneTargetTest, ALongerTextInPlaceOfAShorterIsShownWhole) {
   EXPECT_TRUE(Pane()->viewport()->rect().intersects(Pane()->CharacterRect(Pane()->text().Length())));
 }
 
-TEST_F(PaneTargetTest, ACancelledOrFailedLoadLeavesTheText) {
+TEST_F(PaneTargetTest, ACancelledOrFailedLoadKeepsTheText) {
   AddLine("before");
   Cancel<QFileDialog>();
   Press("mnuOpenTextFile");
@@ -124,7 +124,7 @@ double LeftMargin(const std::string& pdf) {
   return matrix.match(gui::PdfContent(pdf)).captured(1).toDouble() / 72 * 25.4;
 }
 
-TEST_F(PaneTargetTest, PrintsToAPdfFileWhereThereIsNoPrinter) {
+TEST_F(PaneTargetTest, PrintsToAPdfFileIfThereIsNoPrinter) {
   AddLine("command", LineKind::kCommand);
   for (const char* item : {"TB_PRINT", "mnuPrintTermWindow", "mnuPrint"}) {
     const std::string name = folder_.Path(std::string(item) + ".PDF");
@@ -144,7 +144,7 @@ TEST_F(PaneTargetTest, ACancelledPrintWritesNothing) {
   EXPECT_TRUE(folder_.Names().empty());
 }
 
-TEST_F(PaneTargetTest, WhatCannotBePrintedIsTold) {
+TEST_F(PaneTargetTest, AFailedPrintIsReported) {
   AnswerBoxes();
   ChooseFile("/nirgends/a.PDF");
   Press("TB_PRINT");
@@ -199,7 +199,7 @@ TEST_F(PaneTargetTest, ABackgroundColourIsShownAndKept) {
   EXPECT_EQ(Pane()->backgroundColor(), QColor(255, 250, 16));
 }
 
-TEST_F(PaneTargetTest, CancelledDialogsChangeNoLook) {
+TEST_F(PaneTargetTest, CancelledDialogsChangeNoAppearance) {
   Cancel<QFontDialog>();
   Press("mnuFont");
   Cancel<QColorDialog>();
@@ -218,7 +218,7 @@ TEST_F(PaneTargetTest, TheCaptionNamesTheConnection) {
   EXPECT_EQ(window_.windowTitle(), "Kolvane Terminal");
 }
 
-TEST_F(PaneTargetTest, AnotherFontLeavesTheTextAlone) {
+TEST_F(PaneTargetTest, AnotherFontDoesNotChangeTheText) {
   AddLine("text");
   OnDialog<QFontDialog>([](QFontDialog& dialog) { dialog.accept(); });
   Press("mnuFont");
@@ -226,7 +226,7 @@ TEST_F(PaneTargetTest, AnotherFontLeavesTheTextAlone) {
   EXPECT_EQ(settings_.pane.font_name, "Courier New");
 }
 
-TEST_F(PaneTargetTest, TheEmptyPaneSaysHowToBegin) {
+TEST_F(PaneTargetTest, TheEmptyPaneSaysHowToStart) {
   const auto hint = [this] { return Pane()->placeholderText(); };
   EXPECT_TRUE(hint().contains("„Verbindung konfigurieren...“"));
   EXPECT_TRUE(hint().contains("„TCP/IP: 10.0.0.5, Port 7“")) << hint().toStdString();
@@ -242,7 +242,7 @@ TEST_F(PaneTargetTest, TheEmptyPaneSaysHowToBegin) {
   EXPECT_EQ(PaneText(), "");
 }
 
-TEST_F(PaneTargetTest, WhereTheHostConnectsThePaneDoesNotSpeakOfIt) {
+TEST_F(PaneTargetTest, ThePaneDoesNotMentionAConnectionMadeByTheHost) {
   device_.OperMode = 0;
   window_.Load();
   EXPECT_FALSE(Pane()->placeholderText().contains("Verbindung"));
@@ -264,7 +264,7 @@ TEST_F(PaneTargetTest, ADroppedTextFileIsLoaded) {
   EXPECT_EQ(PaneText(), "größer\n2");
 }
 
-TEST_F(PaneTargetTest, ClearAllCanBeTakenBack) {
+TEST_F(PaneTargetTest, ClearAllCanBeUndone) {
   AddLine("one");
   Press("mnuClearAll");
   EXPECT_EQ(PaneText(), "");

@@ -59,7 +59,7 @@ TEST_F(PopupCommandsTest, FollowTheFlag) {
   EXPECT_EQ(pane_.calls, std::vector<std::string>{"Copy"});
 }
 
-TEST_F(PopupCommandsTest, OpeningSetsTheFlagAndAllowsToPaste) {
+TEST_F(PopupCommandsTest, OpeningSetsTheFlagAndEnablesPaste) {
   popup_.SetGrid(grid_);
   menus_.Item("mnuPaste")->setEnabled(false);
   popup_.OpenPopup(edit_target::kGrid, {10, 10});

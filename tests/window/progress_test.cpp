@@ -26,7 +26,7 @@ TEST(Progress, TheUserCanCancel) {
   EXPECT_LT(steps, 100000000u);
 }
 
-TEST(Progress, WorkThatIsSoonDoneShowsNothing) {
+TEST(Progress, ShortWorkShowsNothing) {
   QWidget window;
   window.show();
   Progress progress(&window, "Arbeit", 1000000);
@@ -34,7 +34,7 @@ TEST(Progress, WorkThatIsSoonDoneShowsNothing) {
   EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }
 
-TEST(Progress, AWholeOfNothingIsNoError) {
+TEST(Progress, ATotalOfZeroIsNotAnError) {
   Progress progress(nullptr, "Arbeit", 1000000);
   EXPECT_TRUE(progress.Advance(0, 0));
   EXPECT_TRUE(progress.Advance(5, 1));

@@ -34,7 +34,7 @@ class RecentListsTest : public testing::Test {
   RecentLists lists_{&menu_, &store_, [this](const QString& name) { opened_ = name; }};
 };
 
-TEST_F(RecentListsTest, NothingIsThereAtFirstAndNothingIsWritten) {
+TEST_F(RecentListsTest, StartsEmptyAndWritesNothing) {
   EXPECT_FALSE(menu_.isEnabled());
   lists_.Note("");
   EXPECT_TRUE(store_.texts.empty());

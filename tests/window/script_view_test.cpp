@@ -34,7 +34,7 @@ TEST_F(ScriptViewTest, WhatIsBeingTypedIsSaved) {
   EXPECT_EQ(CurrentRow(), 1);
 }
 
-TEST_F(ScriptViewTest, WhatIsBeingTypedGoesWithTheListThatIsCleared) {
+TEST_F(ScriptViewTest, ClearingTheListDiscardsWhatIsBeingTyped) {
   GoTo(3);
   ASSERT_NE(Begin("drei"), nullptr);
   Press("TB_NEWSCRIPT");
@@ -100,7 +100,7 @@ TEST_F(ScriptViewTest, ARunWithoutItsDeviceEndsFromWithinAMessage) {
   Press("mnuConnect");
 }
 
-TEST_F(ScriptViewTest, TheViewDoesNotFollowARunPastTheList) {
+TEST_F(ScriptViewTest, TheViewDoesNotFollowARunPastTheEndOfTheList) {
   Fill({"' eins", "' zwei"});
   Press("TB_PLAY");
   EXPECT_EQ(CurrentRow(), 1);
@@ -108,7 +108,7 @@ TEST_F(ScriptViewTest, TheViewDoesNotFollowARunPastTheList) {
   EXPECT_EQ(Grid()->rowAt(0), 0);
 }
 
-TEST_F(ScriptViewTest, TypingAfterARunGoesWhereTheCursorIsSeen) {
+TEST_F(ScriptViewTest, TypingAfterARunGoesToTheVisibleCursor) {
   Fill({"$SILENT OFF", "$SILENT OFF", "' Ende"});
   GoTo(1);
   Press("TB_PLAY");
@@ -127,7 +127,7 @@ TEST_F(ScriptViewTest, AfterAJumpToNowhereTheCursorIsOnTheJump) {
   EXPECT_EQ(CurrentRow(), 2);
 }
 
-TEST_F(ScriptViewTest, AfterARunAStepBeginsAtTheFirstRowUnlessTheUserGoesElsewhere) {
+TEST_F(ScriptViewTest, AfterARunAStepStartsAtTheFirstRowUnlessTheUserSelectsAnother) {
   Fill({"$SILENT OFF", "$SILENT OFF", "$SILENT OFF"});
   Press("TB_PLAY");
   EXPECT_EQ(CurrentRow(), 3);
@@ -139,7 +139,7 @@ TEST_F(ScriptViewTest, AfterARunAStepBeginsAtTheFirstRowUnlessTheUserGoesElsewhe
   EXPECT_EQ(Grid()->list().current_row(), 3);
 }
 
-TEST_F(ScriptViewTest, TheWindowMayGoWhileARowIsEdited) {
+TEST_F(ScriptViewTest, TheWindowMayBeDestroyedWhileARowIsEdited) {
   Fill({"MSV?"});
   QTest::keyClicks(Grid(), "RANGE");
   EXPECT_NE(Grid()->findChild<QLineEdit*>(), nullptr);
@@ -177,7 +177,7 @@ TEST_F(ScriptViewTest, TheRowThatRanLastIsInViewAfterARun) {
   EXPECT_TRUE(in_view(200));
 }
 
-TEST_F(ScriptViewTest, WhoGoesPastTheListSeesThatRow) {
+TEST_F(ScriptViewTest, ARowPastTheEndOfTheListIsScrolledIntoView) {
   Fill({"eins"});
   QTest::keyClick(Grid(), Qt::Key_End, Qt::ControlModifier);
   EXPECT_EQ(CurrentRow(), 1024);
@@ -240,7 +240,7 @@ TEST_F(ScriptViewTest, AStepHighlightsTheNextRow) {
   EXPECT_TRUE(Look(2, Qt::FontRole).value<QFont>().bold());
 }
 
-TEST_F(ScriptViewTest, StopEndsAnEndlessListAndTheControlsAreFreeAgain) {
+TEST_F(ScriptViewTest, StopEndsAnEndlessListAndEnablesTheControls) {
   FillLongList();
   bool locked = false;
   QTimer::singleShot(20, &window_, [&] {
@@ -257,7 +257,7 @@ TEST_F(ScriptViewTest, StopEndsAnEndlessListAndTheControlsAreFreeAgain) {
   EXPECT_TRUE(Enabled("TB_OPENSCRIPT"));
 }
 
-TEST_F(ScriptViewTest, ACommandSentDuringARunGoesOutBetweenTwoRows) {
+TEST_F(ScriptViewTest, ACommandTypedDuringARunIsSentBetweenTwoRows) {
   FillLongList();
   library_.replies = {{"1\r\n"}};
   QTimer::singleShot(20, &window_, [&] {
@@ -290,7 +290,7 @@ TEST_F(ScriptViewTest, ThePopupMenuActsOnTheGridItWasOpenedOn) {
   EXPECT_TRUE(PaneText().endsWith("bleibt"));
 }
 
-TEST_F(ScriptViewTest, ClicksSayWhichControlThePopupMenusCommandsMean) {
+TEST_F(ScriptViewTest, AClickMakesTheControlTheTargetOfThePopupMenu) {
   Fill({"bleibt"});
   AddLine("geht");
   QTest::mouseClick(Grid()->viewport(), Qt::LeftButton, {},
@@ -327,7 +327,7 @@ TEST_F(ScriptViewTest, TheButtonsCutCopyAndPasteActOnWhatWasClickedLast) {
   EXPECT_EQ(Row(1) + Row(3), "einszwei");
 }
 
-TEST_F(ScriptViewTest, TheTabKeyTurnsToTheGridToo) {
+TEST_F(ScriptViewTest, TheTabKeyAlsoMakesTheGridTheTarget) {
   Fill({"eins"});
   GoTo(1);
   QFocusEvent tab(QEvent::FocusIn, Qt::TabFocusReason);
@@ -366,7 +366,7 @@ TEST_F(ScriptViewTest, ShowsTheReferenceOfTheSpecialCommands) {
   EXPECT_EQ(PaneText(), "\n$STOP hält an\nneu");
 }
 
-TEST_F(ScriptViewTest, TheReferenceIsBoldWhereItsFileIs) {
+TEST_F(ScriptViewTest, TheReferenceIsBoldLikeItsFile) {
   base::WriteBytes(folder_.Path("TermCmdHelp.rtf"),
                    "{\\rtf1{\\colortbl;\\red0\\green0\\blue255;}\\b Titel\\par\\cf1 $STOP\\b0 x\\par}");
   Press("TB_SPECIALCOMMANDS");
@@ -399,7 +399,7 @@ TEST_F(ScriptViewTest, ASecondPressBringsTheSessionBack) {
   EXPECT_EQ(PaneText(), "$STOP");
 }
 
-TEST_F(ScriptViewTest, ATextThatTookTheReferencesPlaceStays) {
+TEST_F(ScriptViewTest, ATextThatReplacedTheReferenceStays) {
   base::WriteBytes(folder_.Path("TermCmdHelp.rtf"), "{\\rtf1 $STOP\\par}");
   for (const bool clears : {true, false}) {
     AddLine("alt");
@@ -419,7 +419,7 @@ TEST_F(ScriptViewTest, ATextThatTookTheReferencesPlaceStays) {
   }
 }
 
-TEST_F(ScriptViewTest, ADamagedReferenceIsShownAsFarAsItGoesWithTheFault) {
+TEST_F(ScriptViewTest, ADamagedReferenceIsShownUpToTheFaultAndReported) {
   base::WriteBytes(folder_.Path("TermCmdHelp.rtf"), "{\\rtf1 $STOP");
   AnswerBoxes();
   Press("TB_SPECIALCOMMANDS");

@@ -13,7 +13,7 @@ namespace {
 
 class SendingTest : public SendingFixture {};
 
-TEST_F(SendingTest, WithoutACommandNoAnswerIsToCome) {
+TEST_F(SendingTest, WithoutACommandNoAnswerIsAwaited) {
   library_.results["OpenPort"] = {-14};
   Find<QLineEdit>("ReceiveTimo")->setText("bald");
   AnswerBoxes();
@@ -21,7 +21,7 @@ TEST_F(SendingTest, WithoutACommandNoAnswerIsToCome) {
   EXPECT_EQ(boxes_.texts().last(), "Timeout (ms): Typen unverträglich");
 }
 
-TEST_F(SendingTest, AFieldIsMarkedWhileItHoldsNoNumber) {
+TEST_F(SendingTest, AFieldIsMarkedWhileItDoesNotHoldANumber) {
   for (const char* name : {"ReceiveTimo", "BinChars"}) {
     auto* field = Find<QLineEdit>(name);
     const QString tip = field->toolTip();
@@ -68,7 +68,7 @@ TEST_F(SendingTest, ACharacterThatCannotBeSentIsMarkedWhileItIsTyped) {
   EXPECT_EQ(edit->accessibleDescription(), "");
 }
 
-TEST_F(SendingTest, ACharacterThatCannotBeSentIsToldAndNothingIsSent) {
+TEST_F(SendingTest, ACharacterThatCannotBeSentIsReportedAndNothingIsSent) {
   Connect();
   EXPECT_EQ(MessageDuring([&] { Send("MEAS:RES 5 Ω"); }), "Das Zeichen „Ω“ kann nicht gesendet werden");
   EXPECT_TRUE(library_.calls.empty());
@@ -76,7 +76,7 @@ TEST_F(SendingTest, ACharacterThatCannotBeSentIsToldAndNothingIsSent) {
   EXPECT_EQ(Find<QComboBox>("cmbCommand")->count(), 0);
 }
 
-TEST_F(SendingTest, PastedLinesAreCommandsOfTheirOwn) {
+TEST_F(SendingTest, PastedLinesAreSeparateCommands) {
   Connect();
   library_.replies = {{"1\r\n"}, {"2\r\n"}};
   const QString before = PaneText();
@@ -120,7 +120,7 @@ TEST_F(SendingTest, ClosingEndsPastedLinesFirst) {
   EXPECT_EQ(Count("WritePort(\"B?\n\")"), 0);
 }
 
-TEST_F(SendingTest, ASentCommandIsSeenWhereverTheViewStood) {
+TEST_F(SendingTest, SendingACommandScrollsToIt) {
   Connect();
   for (int i = 0; i < 200; ++i) AddLine("line");
   Pane()->Flush();

@@ -28,7 +28,7 @@ class StatusBarsTest : public testing::Test {
   StatusBars bars_{&window_};
 };
 
-TEST_F(StatusBarsTest, TheFileNameOfALongPathIsSeen) {
+TEST_F(StatusBarsTest, TheFileNameOfALongPathIsVisible) {
   EXPECT_NE(Picture(folders_ + "eins.LOG"), Picture(folders_ + "zwei.LOG"));
   EXPECT_NE(Picture("Logdatei: /eins/" + folders_), Picture("Logdatei: /zwei/" + folders_));
   EXPECT_EQ(Picture(folders_ + folders_ + "eins.LOG"), Picture(folders_ + "y" + folders_ + "eins.LOG"));
@@ -40,7 +40,7 @@ TEST_F(StatusBarsTest, TheTextOfALongPathStaysWhole) {
   EXPECT_EQ(Panel()->toolTip(), Panel()->text());
 }
 
-TEST_F(StatusBarsTest, WhatIsMarkedIsSeen) {
+TEST_F(StatusBarsTest, TheSelectionIsVisible) {
   const QImage plain = Picture(folders_);
   Panel()->setSelection(0, 8);
   EXPECT_NE(Panel()->grab().toImage(), plain);

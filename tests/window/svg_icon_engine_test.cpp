@@ -19,7 +19,7 @@ bool IsEmpty(const QPixmap& image) {
   return image.toImage().convertToFormat(blank.format()) == blank;
 }
 
-TEST(SvgIconEngineTest, AnIconIsDrawnInWhateverSizeIsAskedFor) {
+TEST(SvgIconEngineTest, AnIconIsDrawnInTheRequestedSize) {
   const QIcon icon = Icon("connect");
   for (const int side : {16, 22, 44, 100}) {
     const QPixmap image = icon.pixmap(QSize(side, side), 1.0);
@@ -28,7 +28,7 @@ TEST(SvgIconEngineTest, AnIconIsDrawnInWhateverSizeIsAskedFor) {
   }
 }
 
-TEST(SvgIconEngineTest, ADisabledIconLooksOtherwise) {
+TEST(SvgIconEngineTest, ADisabledIconLooksDifferent) {
   const QIcon icon = Icon("connect");
   EXPECT_NE(icon.pixmap(22, QIcon::Disabled).toImage(), icon.pixmap(22).toImage());
 }
@@ -68,7 +68,7 @@ TEST(SvgIconEngineTest, IconsOfOneFileShareTheirImages) {
   EXPECT_NE(Icon("send").pixmap(22).cacheKey(), Icon("connect").pixmap(22).cacheKey());
 }
 
-TEST(SvgIconEngineTest, ACopyAndAPaintedIconShowTheSame) {
+TEST(SvgIconEngineTest, ACopyAndAPaintedIconLookTheSame) {
   const QIcon icon = Icon("send");
   QIcon copy = icon;
   copy.addFile({});  // makes the copy one of its own

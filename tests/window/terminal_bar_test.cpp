@@ -51,7 +51,7 @@ TEST_F(TerminalBarTest, TheWheelNeedsTheFocus) {
   }
 }
 
-TEST_F(TerminalBarTest, TheWheelLeavesTheCommandLineAloneToo) {
+TEST_F(TerminalBarTest, TheWheelDoesNotChangeTheCommandLineEither) {
   Activate();
   auto* box = Find<QComboBox>("cmbCommand");
   box->addItems({"B?", "A?"});
@@ -64,7 +64,7 @@ TEST_F(TerminalBarTest, TheWheelLeavesTheCommandLineAloneToo) {
   EXPECT_EQ(box->currentText(), "A?");
 }
 
-TEST_F(TerminalBarTest, APickWithTheMouseGivesTheKeyboardBackToTheCommandLine) {
+TEST_F(TerminalBarTest, PickingWithTheMouseReturnsTheFocusToTheCommandLine) {
   Activate();
   for (const char* name : kLists) {
     auto* list = Find<QComboBox>(name);
@@ -75,7 +75,7 @@ TEST_F(TerminalBarTest, APickWithTheMouseGivesTheKeyboardBackToTheCommandLine) {
   }
 }
 
-TEST_F(TerminalBarTest, APickByKeyLeavesTheKeyboardThere) {
+TEST_F(TerminalBarTest, PickingByKeyKeepsTheFocus) {
   Activate();
   auto* list = Find<QComboBox>("cmbReceiveMode");
   list->setFocus();

@@ -21,12 +21,12 @@ TEST(TextDecoder, ReadsWindows1252) {
   EXPECT_EQ(Decode({"Gr\xF6\xDF\x65 \x80\r\n"}), (Pieces{"Größe €\r\n", ""}));
 }
 
-TEST(TextDecoder, ReadsUtf8AfterItsMark) {
+TEST(TextDecoder, ReadsUtf8AfterAByteOrderMark) {
   EXPECT_EQ(Decode({"\xEF\xBB\xBFGröße"}), (Pieces{"Größe", ""}));
   EXPECT_EQ(Decode({"\xEF\xBB\xBF"}), (Pieces{"", ""}));
 }
 
-TEST(TextDecoder, KeepsAMarkFurtherOn) {
+TEST(TextDecoder, KeepsALaterByteOrderMark) {
   EXPECT_EQ(Decode({"\xEF\xBB\xBF", "\xEF\xBB\xBFx"}), (Pieces{"", "\xEF\xBB\xBFx", ""}));
 }
 
@@ -39,7 +39,7 @@ TEST(TextDecoder, KeepsTheBytesOfACharacterTogether) {
             (Pieces{"", "ö", "€", "\xF0\x9F\x98\x80", ""}));
 }
 
-TEST(TextDecoder, HandsOverWhatNeverBecomesACharacter) {
+TEST(TextDecoder, PassesOnIncompleteCharacters) {
   EXPECT_EQ(Decode({"\xEF\xBB\xBF\xE2\x82"}), (Pieces{"", "\xE2\x82"}));
   EXPECT_EQ(Decode({"\xEF\xBB\xBF\x82\x82\x82\x82"}), (Pieces{"\x82\x82\x82\x82", ""}));
 }

@@ -58,7 +58,7 @@ TEST_F(TextFileTest, CanBeCancelled) {
   EXPECT_EQ(steps_.size(), 3u);
 }
 
-TEST_F(TextFileTest, TellsWhyItCannotRead) {
+TEST_F(TextFileTest, ReportsWhyItCannotRead) {
   EXPECT_EQ(Read(), ENOENT);
   file_ = folder_.Path("");
   EXPECT_EQ(Read(), EISDIR);

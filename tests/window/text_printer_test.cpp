@@ -61,7 +61,7 @@ TEST_F(TextPrinterTest, NothingIsOneEmptyPage) {
   EXPECT_EQ(Pages(), 1);
 }
 
-TEST_F(TextPrinterTest, GoesOnOnFurtherPages) {
+TEST_F(TextPrinterTest, ContinuesOnFurtherPages) {
   AddLines(200);
   EXPECT_EQ(Print(), PrintResult::kDone);
   EXPECT_GE(Pages(), 3);
@@ -80,7 +80,7 @@ TEST_F(TextPrinterTest, ALineLongerThanAPieceMayEndWithinAPair) {
   EXPECT_EQ(Print(), PrintResult::kDone);
 }
 
-TEST_F(TextPrinterTest, PrintsThePagesWantedAlone) {
+TEST_F(TextPrinterTest, PrintsOnlyTheRequestedPages) {
   AddLines(1000);
   QPageRanges ranges;
   ranges.addRange(2, 3);
@@ -96,7 +96,7 @@ TEST_F(TextPrinterTest, CanBeCancelled) {
   EXPECT_EQ(lines_.asked, 4u);
 }
 
-TEST_F(TextPrinterTest, ADeviceThatDoesNotBeginIsAFailure) {
+TEST_F(TextPrinterTest, ADeviceThatDoesNotStartIsAFailure) {
   QBuffer buffer(&bytes_);
   buffer.open(QIODevice::WriteOnly);
   QPdfWriter pages(&buffer);

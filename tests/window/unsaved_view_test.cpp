@@ -48,7 +48,7 @@ TEST_F(UnsavedViewTest, WithNothingLeftThereIsNoBar) {
   EXPECT_TRUE(temp_.Names().empty());
 }
 
-TEST_F(UnsavedViewTest, TheNextWindowOffersWhatWasLeftAndRestoresIt) {
+TEST_F(UnsavedViewTest, TheNextWindowOffersAnUnsavedListAndRestoresIt) {
   LeaveList("MSV?");
   const auto window = Open();
   EXPECT_TRUE(Offer(*window).startsWith("Nicht gespeicherte Befehlsliste vom "))
@@ -82,7 +82,7 @@ TEST_F(UnsavedViewTest, WhatIsDiscardedIsGone) {
   EXPECT_FALSE(Bar(*Open())->isVisible());
 }
 
-TEST_F(UnsavedViewTest, AnOfferThatNobodyAnswersIsMadeAgain) {
+TEST_F(UnsavedViewTest, AnUnansweredOfferIsMadeAgain) {
   LeaveList("MSV?");
   Open()->close();
   EXPECT_NE(Offer(*Open()), "");
@@ -120,7 +120,7 @@ TEST_F(UnsavedViewTest, TheCopyIsWrittenSomeTimeAfterTheFirstChange) {
   EXPECT_TRUE(temp_.Names().empty());
 }
 
-TEST_F(UnsavedViewTest, WhatIsSavedLeavesNothing) {
+TEST_F(UnsavedViewTest, ASavedListLeavesNothing) {
   const std::string file = temp_.Path("a.CMD");
   base::WriteBytes(file, "A\r\n");
   {
@@ -134,7 +134,7 @@ TEST_F(UnsavedViewTest, WhatIsSavedLeavesNothing) {
   EXPECT_EQ(temp_.Names(), std::vector<std::string>{"a.CMD"});
 }
 
-TEST_F(UnsavedViewTest, WhatIsBeingTypedIsLeftToo) {
+TEST_F(UnsavedViewTest, WhatIsBeingTypedIsAlsoKept) {
   {
     const auto window = Open();
     auto* grid = window->findChild<script::CommandGrid*>();

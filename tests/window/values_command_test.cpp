@@ -43,7 +43,7 @@ class ValuesCommandTest : public SendingFixture {
   }
 };
 
-TEST_F(ValuesCommandTest, NothingIsTakenBeforeTheFirstTime) {
+TEST_F(ValuesCommandTest, NothingIsStoredBeforeTheFirstOpening) {
   Connect();
   Ask("MSV?", "1.5");
   EXPECT_EQ(Window(), nullptr);
@@ -64,7 +64,7 @@ TEST_F(ValuesCommandTest, EachAnswerThatSplitsIntoNumbersIsARow) {
   EXPECT_EQ(Rows(), (QStringList{"MSV? 1-2|1" + sign + "5|-2", "MSV? 1|0" + sign + "25|"}));
 }
 
-TEST_F(ValuesCommandTest, RowsComeFromAListBesideWhichTheWindowIsOpen) {
+TEST_F(ValuesCommandTest, RowsAreAddedByAListWhileTheWindowIsOpen) {
   Connect();
   Show();
   base::WriteBytes(folder_.Path("a.CMD"), "MSV? 1\r\n$SILENT ON\r\n'MSV? 2\r\nMSV? 3\r\n");
@@ -89,7 +89,7 @@ TEST_F(ValuesCommandTest, TheListIsPlayedByItsKeyInTheWindowOfValues) {
   EXPECT_EQ(Rows(), QStringList{"MSV? 1|1"});
 }
 
-TEST_F(ValuesCommandTest, WhatWasTakenStaysWhileTheWindowIsClosed) {
+TEST_F(ValuesCommandTest, ValuesAreKeptWhileTheWindowIsClosed) {
   Connect();
   Show();
   Ask("A?", "1");
@@ -161,7 +161,7 @@ values::CsvRows WithFields(const std::string& csv, std::size_t fields) {
   return *rows;
 }
 
-TEST_F(ValuesCommandTest, ASavedFileIsWhatARunWithoutAWindowWrites) {
+TEST_F(ValuesCommandTest, ASavedFileEqualsTheOutputOfARunWithoutAWindow) {
   Connect();
   Show();
   for (const Asked& each : kAsked) Ask(QString::fromUtf8(each.command), each.answer);

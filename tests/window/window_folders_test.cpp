@@ -55,7 +55,7 @@ class WindowFolders : public testing::Test, protected WindowRecords {
   MainWindow window_{Context()};
 };
 
-TEST_F(WindowFolders, HelpFilesThatTheComponentsFolderLacksAreThoseOfItsOwn) {
+TEST_F(WindowFolders, HelpFilesThatTheComponentsFolderLacksAreFoundBesideTheLibrary) {
   Press("TB_HELP");
   const auto* help = window_.findChild<help::HelpWindow*>();
   ASSERT_NE(help, nullptr);
@@ -73,7 +73,7 @@ TEST_F(WindowFolders, HelpFilesOfTheComponentsFolderComeFirst) {
   EXPECT_EQ(Pane()->plainText(), "chosen");
 }
 
-TEST_F(WindowFolders, TemplatesOfTheUserComeFirstAndNoneComeFromBesideTheComponent) {
+TEST_F(WindowFolders, TemplatesOfTheUserComeFirstAndThoseBesideTheLibraryAreNotOffered) {
   base::WriteBytes(own_.Path("own.BNS"), "");
   base::WriteBytes(component_.Path("a.BNS"), "");
   base::WriteBytes(user_.Path("z.BNS"), "");

@@ -28,7 +28,7 @@ TEST(WindowLayout, FollowsTheFiveSteps) {
   EXPECT_EQ(layout.toolbar3_left, 960);  // after the splitter
 }
 
-TEST(WindowLayout, LeavesASmallerWindowAsItIs) {
+TEST(WindowLayout, DoesNotLayOutASmallerWindow) {
   LayoutInput input = Usual();
   input.inner_width = 134;
   input.inner_height = 267;

@@ -94,7 +94,7 @@ TEST_F(WindowMemoryTest, AnUntouchedWindowLeavesNothing) {
   EXPECT_TRUE(store_.texts.empty()) << store_.texts.begin()->first;
 }
 
-TEST_F(WindowMemoryTest, SizePlaceAndSplitterComeBack) {
+TEST_F(WindowMemoryTest, SizePositionAndSplitterAreRestored) {
   Start();
   window_->setGeometry(30, 20, 640, 500);
   QApplication::processEvents();
@@ -123,7 +123,7 @@ TEST_F(WindowMemoryTest, ASizeThatDoesNotFitTheScreenIsCorrected) {
   EXPECT_TRUE(screen.contains(window_->geometry())) << window_->width() << " x " << window_->height();
 }
 
-TEST_F(WindowMemoryTest, WhatCannotBeUnderstoodIsSkipped) {
+TEST_F(WindowMemoryTest, InvalidEntriesAreSkipped) {
   Start();
   const QRect usual = window_->geometry();
   const QList<int> widths = Splitter()->sizes();
@@ -142,7 +142,7 @@ TEST_F(WindowMemoryTest, WhatCannotBeUnderstoodIsSkipped) {
   }
 }
 
-TEST_F(WindowMemoryTest, ADialogHasItsSizeAgain) {
+TEST_F(WindowMemoryTest, TheSizeOfADialogIsRestored) {
   Start();
   QSize usual;
   Comment([&](QInputDialog& dialog) {

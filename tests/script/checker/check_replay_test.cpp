@@ -28,7 +28,7 @@ std::string Text(const std::vector<std::string>& rows) {
 class RandomLists : public testing::TestWithParam<unsigned> {};
 
 // Each list runs three times: what a run leaves open is there for the next one.
-TEST_P(RandomLists, AreRefusedWhereTheCheckerSaysSo) {
+TEST_P(RandomLists, AreRefusedInTheRowsThatTheCheckerReports) {
   CheckReplay replay;
   const unsigned lists = ListsOfAShare();
   for (unsigned list = 0; list < lists; ++list) {
@@ -50,7 +50,7 @@ TEST_P(RandomLists, AreRefusedWhereTheCheckerSaysSo) {
 }
 
 // 32767 open conditions are the most, and 32768 too many closed ones.
-TEST(CheckReplay, CountersOfConditionsOverflowWhereTheCheckerSaysSo) {
+TEST(CheckReplay, CountersOfConditionsOverflowInTheRowsThatTheCheckerReports) {
   using Rows = std::vector<std::string>;
   constexpr int kManyRows = 300000;
   for (const Rows& rows : {Rows{"'a:", "$IFERR", "$GOTO 'a"}, Rows{"'a:", "$IFERR", "$GOTO 'a", "$ENDIF"},

@@ -29,7 +29,7 @@ std::string ErrorsIn(const std::vector<Finding>& findings) {
   return FindingsText(errors);
 }
 
-TEST(CheckedLists, ThoseThatPlayToTheirEndHaveNoErrors) {
+TEST(CheckedLists, ListsThatPlayToTheirEndHaveNoErrors) {
   int lists = 0;
   for (const std::string& list : ListNames()) {
     const std::string name = std::string(KOLVANE_TEST_LISTS) + "/" + list;
@@ -40,7 +40,7 @@ TEST(CheckedLists, ThoseThatPlayToTheirEndHaveNoErrors) {
   EXPECT_GT(lists, 5);
 }
 
-TEST(CheckedLists, ThoseThatEndInAnErrorHaveItInItsRow) {
+TEST(CheckedLists, ListsThatEndInAnErrorHaveItInItsRow) {
   const auto first = [](const std::string& name) {
     const std::vector<Finding> findings =
         FindingsOf(std::string(KOLVANE_TEST_LISTS) + "/error-" + name + ".CMD");
@@ -55,7 +55,7 @@ TEST(CheckedLists, ThoseThatEndInAnErrorHaveItInItsRow) {
   EXPECT_EQ(first("unknown"), "Fehler 2");
 }
 
-TEST(CheckedLists, TheDemoHasNothing) {
+TEST(CheckedLists, TheDemoHasNoFindings) {
   EXPECT_EQ(FindingsText(FindingsOf(KOLVANE_HELP_FOLDER "/demo.CMD")), "");
 }
 

@@ -49,7 +49,7 @@ TEST(Checker, FindsJumpsWithoutTarget) {
             "start (1)");
 }
 
-TEST(Checker, ProposesNoLabelThatIsOnlyAsShort) {
+TEST(Checker, ProposesNoLabelThatIsOnlyEquallyShort) {
   EXPECT_EQ(Check("a:|$GOTO b"), "Fehler 2: Sprungziel „b:“ nicht gefunden");
   EXPECT_EQ(Check("'a:|$GOTO a"),
             "Fehler 2: Sprungziel „a:“ nicht gefunden, gemeint ist wohl „'a:“ in Zeile 1 => $GOTO 'a (1)");
@@ -105,7 +105,7 @@ TEST(Checker, FindsLoopsThatJumpsLeaveOpen) {
             "beenden");
 }
 
-TEST(Checker, FindsLoopsWithoutTheirOtherEnd) {
+TEST(Checker, FindsLoopsWithoutStartOrEnd) {
   EXPECT_EQ(Check("$REPEAT 2|X?"),
             "Hinweis 1: Zu diesem $REPEAT fehlt $ENDREPEAT, der Block läuft nur einmal");
   EXPECT_EQ(Check("X?|$ENDREPEAT"), "Hinweis 2: Zu diesem $ENDREPEAT fehlt $REPEAT");
@@ -129,7 +129,7 @@ TEST(Checker, FindsLoopsAndConditionsThatCross) {
 
 // Conditions
 
-TEST(Checker, FindsConditionsWithoutTheirOtherEnd) {
+TEST(Checker, FindsConditionsWithoutStartOrEnd) {
   EXPECT_EQ(Check("$IFERR|X?"), "Hinweis 1: Zu dieser Bedingung fehlt $ENDIF");
   EXPECT_EQ(Check("$IFLESS 3|X?"), "Hinweis 1: Zu dieser Bedingung fehlt $ENDIF");
   EXPECT_EQ(Check("X?|$ENDIF"),
@@ -140,7 +140,7 @@ TEST(Checker, FindsConditionsWithoutTheirOtherEnd) {
 }
 
 // The conditions that a miscount makes wrong are not reported one by one.
-TEST(Checker, TellsOfAMiscountOnce) {
+TEST(Checker, ReportsAMiscountOnce) {
   EXPECT_EQ(Check("$ENDIF|$IFERR|X?|$ENDIF|$IFERR|X?|$ENDIF"),
             "Hinweis 1: Zu diesem $ENDIF fehlt die Bedingung, die folgenden wirken dann nicht mehr");
 }
@@ -168,7 +168,7 @@ TEST(Checker, FindsConditionsThatAddUp) {
 
 // Parameters and log
 
-TEST(Checker, FindsParametersThatNothingHasSplit) {
+TEST(Checker, FindsParametersWithoutASplit) {
   EXPECT_EQ(Check("$GETPARAM 1"), "Fehler 1: Vor diesem $GETPARAM steht kein $SPLITPARAMS");
   EXPECT_EQ(Check("X?|$IFERR|$SPLITPARAMS|$ENDIF|$GETPARAM 1|$GETPARAM 2"),
             "Hinweis 5: Auf einem Weg hierher steht kein $SPLITPARAMS vor diesem $GETPARAM");
@@ -193,7 +193,7 @@ TEST(Checker, FindsASecondLog) {
             "Hinweis 4: Auf einem Weg hierher ist die Logdatei bereits geöffnet");
 }
 
-TEST(Checker, TakesTheLogAsTheRunFindsIt) {
+TEST(Checker, StartsWithTheLogAsTheRunFindsIt) {
   const RunStart open = StartWithLog(LogAtStart::kOpen);
   EXPECT_EQ(Check("$WRITELOG x|$CLOSELOG|$OPENLOG a", open), "");
   EXPECT_EQ(Check("$OPENLOG a", open), "Fehler 1: Logdatei bereits geöffnet");
@@ -223,7 +223,7 @@ TEST(Checker, HasOnlyHintsForRowsThatAreNeverReached) {
 }
 
 // The rows after an error are looked at as if it were mended.
-TEST(Checker, LooksBeyondAnError) {
+TEST(Checker, ContinuesAfterAnError) {
   EXPECT_EQ(Check("$FOO|$BAR|X?"),
             "Fehler 1: Unbekannter $ Befehl „$FOO“\n"
             "Fehler 2: Unbekannter $ Befehl „$BAR“");
@@ -232,7 +232,7 @@ TEST(Checker, LooksBeyondAnError) {
             "Fehler 2: Unbekannter $ Befehl „$BAR“");
 }
 
-TEST(Checker, TakesLoopsAndConditionsAsEarlierRunsLeftThem) {
+TEST(Checker, StartsWithTheLoopsAndConditionsOfEarlierRuns) {
   InterpreterState state;
   state.RepeatLevel = 16;
   EXPECT_EQ(Check("$REPEAT 1|$ENDREPEAT", RunStart::Of(state, LogAtStart::kClosed)),
@@ -250,7 +250,7 @@ TEST(Checker, TakesLoopsAndConditionsAsEarlierRunsLeftThem) {
 }
 
 // Row 3 is where the earlier run's loop starts: the rows after it are reached.
-TEST(Checker, GoesBackToTheRowInWhichAnEarlierLoopStands) {
+TEST(Checker, GoesBackToTheRowOfAnEarlierLoop) {
   InterpreterState state;
   state.RepeatLevel = 1;
   state.RepeatRow[1] = 3;
@@ -267,7 +267,7 @@ TEST(Checker, GoesBackToTheRowInWhichAnEarlierLoopStands) {
             "Hinweis 6: Zu diesem $ENDREPEAT fehlt $REPEAT");
 }
 
-TEST(Checker, TakesTheRowsOfAList) {
+TEST(Checker, ChecksTheRowsOfAList) {
   CommandList list;
   list.SetTexts(3, {"$FOO", "", "$BAR"});
   EXPECT_EQ(FindingsText(CheckList(list)),
@@ -275,7 +275,7 @@ TEST(Checker, TakesTheRowsOfAList) {
             "Fehler 5: Unbekannter $ Befehl „$BAR“");
 }
 
-TEST(Checker, TakesAFullList) {
+TEST(Checker, ChecksAFullList) {
   std::string rows = Times(1023, "X?");
   EXPECT_EQ(Check(rows + "$STOP"), "");
   EXPECT_EQ(Check(rows + "$FOO"), "Fehler 1024: Unbekannter $ Befehl „$FOO“");

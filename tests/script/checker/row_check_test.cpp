@@ -5,7 +5,7 @@
 namespace kolvane::script::checker {
 namespace {
 
-TEST(RowCheck, SaysNothingOfWhatIsInOrder) {
+TEST(RowCheck, ReportsNothingForCorrectRows) {
   EXPECT_EQ(Check(""), "");
   EXPECT_EQ(Check("MSV? 1,2| *IDN?  |' $FOO|   ||start:"), "");
   EXPECT_EQ(
@@ -19,7 +19,7 @@ TEST(RowCheck, FindsUnknownWords) {
   EXPECT_EQ(Check("$SPLITPARAMETERLIST"), "Fehler 1: Unbekannter $ Befehl „$SPLITPARAMETERLIST“");
 }
 
-TEST(RowCheck, ProposesTheWordThatIsNear) {
+TEST(RowCheck, ProposesTheMostSimilarWord) {
   const auto proposal = [](std::string_view row) {
     const std::vector<Finding> findings = CheckList(RowsOf(row));
     return findings.empty() ? "nothing" : findings.front().replacement;
@@ -56,7 +56,7 @@ TEST(RowCheck, ExplainsThatThereIsNoElse) {
 }
 
 // The row counts as what it was meant to be: only the word is wrong.
-TEST(RowCheck, SaysNothingOfThePartnerOfAMisspelledWord) {
+TEST(RowCheck, ReportsNothingForThePartnerOfAMisspelledWord) {
   EXPECT_EQ(Check("$REPEAT 2|X?|$ENDREPAET"),
             "Fehler 3: Unbekannter $ Befehl „$ENDREPAET“, gemeint ist wohl „$ENDREPEAT“ => $ENDREPEAT");
   EXPECT_EQ(Check("$IFER|X?|$ENDIF"),
@@ -125,7 +125,7 @@ TEST(RowCheck, FindsQuotesThatAreNotClosed) {
             " => $OPENLOG \"\"");
 }
 
-TEST(RowCheck, FindsArgumentsThatAreNoNumbers) {
+TEST(RowCheck, FindsArgumentsThatAreNotNumbers) {
   EXPECT_EQ(Check("$DELAY abc"), "Hinweis 1: „abc“ ist keine Zahl, es gilt 0");
   EXPECT_EQ(Check("$DELAY 5x"), "Hinweis 1: „5x“ ist keine Zahl, es gilt 5");
   EXPECT_EQ(Check("$DELAY &Hx"), "Hinweis 1: „&Hx“ ist keine Zahl, es gilt 0");
@@ -179,7 +179,7 @@ TEST(RowCheck, FindsPositionsThatDoNotExist) {
   EXPECT_EQ(position("1.5"), "Hinweis 2: „1.5“ wird gerundet, es gilt 1");
 }
 
-TEST(RowCheck, FindsWordsThatSwitchNothing) {
+TEST(RowCheck, FindsArgumentsWithoutEffect) {
   EXPECT_EQ(Check("$SILENT PERHAPS"), "Hinweis 1: „PERHAPS“ ändert nichts, wirksam sind ON und OFF");
   EXPECT_EQ(Check("$SILENT aus"), "Hinweis 1: „aus“ ändert nichts, wirksam sind ON und OFF => $SILENT OFF");
   EXPECT_EQ(Check("$AUTOLOG EIN"), "Hinweis 1: „EIN“ ändert nichts, wirksam sind ON und OFF => $AUTOLOG ON");
