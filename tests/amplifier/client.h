@@ -7,7 +7,7 @@
 
 namespace kolvane::amplifier {
 
-/// The other end of a connection in tests. Every wait is bounded; what does not come in time is simply
+/// The other end of a connection in tests. Every wait is bounded; bytes that do not arrive in time are
 /// missing from the result.
 class Client {
  public:
@@ -23,9 +23,9 @@ class Client {
   std::string Ask(std::string_view command) const;
   /// Exactly `count` bytes, or fewer when the stream ended or nothing more came.
   std::string Read(std::size_t count) const;
-  /// Up to and without `end`.
+  /// Everything before `end`, which is dropped.
   std::string ReadUntil(std::string_view end) const;
-  /// Everything up to the end of the stream; `error` receives errno where it ended by one, else 0.
+  /// Everything up to the end of the stream; `error` receives the errno that ended it, or 0.
   std::string ReadAll(int* error) const;
 
  private:

@@ -15,7 +15,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// Hands out the packets that a test put in, takes as many bytes at once as it is told.
+// Delivers the packets that a test puts in; accepts only as many bytes at once as the test allows.
 struct FakePeer {
   std::deque<std::string> incoming;
   bool end_of_stream = false;

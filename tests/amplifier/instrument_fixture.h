@@ -16,13 +16,12 @@ class FakeClock final : public base::Clock {
   double now = 1000;
 };
 
-/// An instrument with a clock that the test moves; answers are compared as they would go out, without
-/// terminator.
+/// An instrument with a clock that the test moves; answers are compared as sent, without terminator.
 class InstrumentTest : public testing::Test {
  protected:
   explicit InstrumentTest(Instrument::Setup setup = {}) : instrument_(clock_, std::move(setup)) {}
 
-  /// "(none)" where no answer goes out.
+  /// "(none)" if no answer is sent.
   std::string Ask(std::string_view command) {
     instrument_.Handle(Line{command}, reply_);
     return reply_.kind == Reply::Kind::kNone ? "(none)" : reply_.bytes;

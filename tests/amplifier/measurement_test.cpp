@@ -15,7 +15,7 @@ TEST(Measurement, IsTheSameForTheSameSeedAndNumber) {
   EXPECT_NE(Measure(settings, 1, 0, 77).net, Measure(settings, 2, 0, 77).net);
 }
 
-// What was recorded with a seed comes again, whichever version measures.
+// The same seed gives the same values in every version.
 TEST(Measurement, IsTheSameInEveryVersion) {
   constexpr std::array<double, kChannels> kValues = {14.3435418, 190.641779, 5.91305399, 23.9213223,
                                                      17.0149666, 246.815547, 1.18288973, 11.4549405};

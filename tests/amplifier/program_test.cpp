@@ -53,7 +53,7 @@ class Program {
   std::string Output() const { return ReadAll(out_); }
   std::string Errors() const { return ReadAll(err_); }
   void Signal(int number) const { kill(child_, number); }
-  /// The exit status; -1 for an end by a signal.
+  /// The exit status; -1 if a signal ended the program.
   int Wait() {
     int status = 0;
     waitpid(child_, &status, 0);

@@ -21,7 +21,7 @@ namespace fs = std::filesystem;
 
 class PtyTest : public testing::Test {
  protected:
-  /// Another link has another time.
+  /// Differs for each new link.
   std::int64_t LinkTime() const {
     struct stat link {};
     return lstat(link_.c_str(), &link) == 0 ? link.st_ctim.tv_sec * 1'000'000'000 + link.st_ctim.tv_nsec : 0;
@@ -101,7 +101,7 @@ TEST_F(PtyTest, HangsUpAndComesBackUnderTheSameLink) {
     const Client client = Client::Pty(link_);
     EXPECT_EQ(client.Ask("RATE " + std::to_string(round + 1)), "0");
     EXPECT_EQ(client.Read(1), "");
-    // The line has gone; its number may be another program's by now.
+    // The line is gone; another program may have its number now.
     while (LinkTime() == before) sched_yield();
   }
 }

@@ -40,7 +40,7 @@ struct ReplayServerTest : testing::Test {
   base::Descriptor stop{eventfd(0, EFD_CLOEXEC)};
 };
 
-// A is answered by a, B by nothing.
+// A is answered with a, B is not answered.
 constexpr char kTwoCommands[] = R"({"way":"out","bytes":"QQo="}
 {"way":"in","bytes":"YQ0K"}
 {"way":"out","bytes":"Qgo="})";
@@ -144,7 +144,7 @@ TEST_F(ReplayServerTest, OnALineItHangsUpAndTheLinkLeadsToTheNextOne) {
   EXPECT_EQ(result.get(), "");
 }
 
-/// To the command A three NUL each time.
+/// Answers the command A with three NUL bytes, `times` times.
 std::string LongAnswer(int times) {
   std::string bytes;
   for (int i = 0; i < times; ++i) bytes += "AAAA";

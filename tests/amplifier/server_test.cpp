@@ -70,7 +70,7 @@ TEST(Server, TakesUpConnectionsPastItsMostWhenOthersEnd) {
   EXPECT_EQ(late.ReadUntil("\r\n"), "0");
 }
 
-// Neither bytes nor an end, be it orderly or a reset.
+// Neither a byte nor a close or reset has arrived.
 bool IsOpenAndSilent(const Client& client) {
   char byte = 0;
   return recv(client.descriptor(), &byte, 1, MSG_DONTWAIT) == -1 && errno == EAGAIN;
@@ -218,7 +218,7 @@ TEST(Server, SurvivesHostileInput) {
   EXPECT_EQ(client.ReadUntil("\r\n"), "?");
   for (int byte = 0; byte < 256; ++byte) client.Send(std::string(3, static_cast<char>(byte)));
   client.Send("\nECHO done\n");
-  // Before CR, between CR or LF, and after CR stand three lines of nonsense.
+  // LF and CR cut the bytes into three invalid lines.
   for (int i = 0; i < 3; ++i) EXPECT_EQ(client.ReadUntil("\r\n"), "?");
   EXPECT_EQ(client.ReadUntil("\r\n"), "done");
 }

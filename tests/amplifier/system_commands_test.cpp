@@ -69,7 +69,7 @@ TEST_F(SystemCommandsTest, ListsEveryCommandOnce) {
             "ECHO,LONG?,RAMP?,HEX?,WAIT?,FILES?,FILE?,FILESIZE?,DELAY,DELAY?,DRIP,DRIP?,TERM,TERM?,MUTE");
 }
 
-// A terminal that looks for these letters in what it sends must find them only where they are meant to be.
+// A terminal searches its commands for these letters, so no other command may contain them.
 TEST_F(SystemCommandsTest, OnlyFourWordsHoldTheLettersOfTheEndingOnes) {
   std::string found;
   for (const auto rows : {SystemCommands(), ChannelCommands(), MeasuringCommands(), LineCommands()}) {
