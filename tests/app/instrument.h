@@ -12,8 +12,8 @@
 
 namespace kolvane::app {
 
-/// An instrument on a loopback port, one connection after the other, that answers each line (without its LF)
-/// as `reply` says.
+/// An instrument on a loopback port that serves one connection at a time and answers each line (without its
+/// LF) with the result of `reply`.
 class Instrument {
  public:
   using Reply = std::function<std::string(const std::string& line)>;
@@ -26,7 +26,7 @@ class Instrument {
   std::string Resource() const { return "TCPIP::127.0.0.1::" + std::to_string(port()) + "::SOCKET"; }
   std::uint16_t port() const { return listener_.port(); }
 
-  /// Returns once `count` lines have come.
+  /// Returns once `count` lines have arrived.
   void AwaitLines(std::size_t count);
   std::vector<std::string> lines();
   /// Returns once the program has closed a connection.
@@ -45,7 +45,7 @@ class Instrument {
   std::thread thread_;
 };
 
-/// Says each line back, ended by CR LF.
+/// Echoes each line, ended by CR LF.
 inline std::string Echo(const std::string& line) { return line + "\r\n"; }
 
 }  // namespace kolvane::app

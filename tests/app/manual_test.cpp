@@ -48,11 +48,11 @@ TEST(Manual, OfTheAmplifierHasTheOptionsOfItsHelp) {
   ASSERT_TRUE(std::holds_alternative<amplifier::Information>(help));
   auto options = OptionsIn(std::get<amplifier::Information>(help).text);
   ASSERT_TRUE(options.contains("--close-mid-answer"));
-  options.insert("--connect");  // kolvane's, in the example
+  options.insert("--connect");  // an option of kolvane, in the example
   EXPECT_EQ(OptionsIn(Manual("kolvane-amplifier.1")), options);
 }
 
-// The words of a call as the shell would make them, without the program's name.
+// The words of a call as a shell would split it, without the program's name.
 std::vector<std::string> WordsOf(const std::string& call) {
   std::vector<std::string> words = {""};
   bool quoted = false;

@@ -1,4 +1,4 @@
-// The program where it cannot show its window, or not write what it was asked for.
+// The program without a display, or with an output that cannot be written.
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

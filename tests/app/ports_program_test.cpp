@@ -1,4 +1,4 @@
-// `kolvane ports`, the real program over a record of devices of the test's own.
+// `kolvane ports`, the real program with a record of devices that the test provides.
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

@@ -47,7 +47,7 @@ void Program::Execute(std::vector<std::string>& words, const Surroundings& surro
 
 void Program::Signal(int number) const { kill(child_, number); }
 
-// The kernel has no event for it.
+// Polls: the kernel has no event for it.
 void Program::AwaitHandled(int number) const {
   const std::string status = "/proc/" + std::to_string(child_) + "/status";
   for (unsigned long long caught = ~0ULL; (caught >> (number - 1) & 1) != 0; sched_yield()) {
@@ -56,7 +56,7 @@ void Program::AwaitHandled(int number) const {
   }
 }
 
-// Nor for this.
+// Polls, too.
 std::string Program::AwaitFolderIn(const std::string& parent) const {
   const std::filesystem::path link = "/proc/" + std::to_string(child_) + "/cwd";
   std::filesystem::path current;

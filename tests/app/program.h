@@ -19,15 +19,15 @@ struct Outcome {
 
 /// What a program is started with.
 struct Surroundings {
-  std::string folder = {};  ///< the current one; empty: the test's
+  std::string folder = {};  ///< current folder; empty: the test's
   std::map<std::string, std::string> environment = {};
-  int output = -1;                        ///< taken as standard output; -1: captured
-  int input = -1;                         ///< taken as standard input; -1: the test's
-  std::vector<std::string> wrapper = {};  ///< a program with its arguments that starts it, found on PATH
+  int output = -1;                        ///< standard output; -1: captured
+  int input = -1;                         ///< standard input; -1: the test's
+  std::vector<std::string> wrapper = {};  ///< a program on PATH, with arguments, that starts it
   std::string program = KOLVANE_PROGRAM;
 };
 
-/// The real program as a child process, without a display and with settings of its own.
+/// The real program as a child process, without a display and with its own settings.
 class Program {
  public:
   explicit Program(std::vector<std::string> arguments, const Surroundings& surroundings = {});
@@ -40,7 +40,7 @@ class Program {
   void AwaitHandled(int number) const;
   /// Returns the program's current folder once that lies in `parent`.
   std::string AwaitFolderIn(const std::string& parent) const;
-  /// False when it still runs after that time.
+  /// False if it still runs after that time.
   bool EndsWithin(int milliseconds) const;
   pid_t id() const { return child_; }
   Outcome Wait();

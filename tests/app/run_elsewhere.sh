@@ -6,7 +6,7 @@ folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 mkdir -p "$folder/tree/scripts" "$folder/tree/build/bin" "$folder/elsewhere"
 cp "$1" "$folder/tree/run"
-# In place of the library: functions as loud as can be.
+# Replaces the library by functions that print to standard output.
 cat >"$folder/tree/scripts/lib.sh" <<'END'
 set -euo pipefail
 cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/.."

@@ -1,4 +1,4 @@
-// The command lists that the other front ends run, through the program.
+// Runs the command lists of the other front ends' tests in the program.
 
 #include <gtest/gtest.h>
 
@@ -27,7 +27,7 @@ std::vector<std::string> ListNames() {
   return names;
 }
 
-/// Each line of `text` after `prefix`, but for the one that stands in an answer's place.
+/// Each line of `text` with `prefix` before it, except the one that replaces an answer.
 std::string Lines(std::string_view text, const std::string& prefix = "") {
   std::string lines;
   while (!text.empty()) {
@@ -68,12 +68,12 @@ TEST_P(RunListsTest, RunsAsItsFilesSay) {
                                      {.folder = folder_.Path("")});
   instrument.AwaitClose();
   EXPECT_EQ(transcript, Golden("device"));
-  // What a list clears in the pane has been written here.
+  // Lines that a list clears in the pane have been printed here.
   EXPECT_TRUE(outcome.out.ends_with(Lines(Golden("pane")))) << outcome.out;
   if (Golden("CMD").find("$CLEAR") == std::string::npos) {
     EXPECT_EQ(outcome.out, Lines(Golden("pane")));
   }
-  // A word that ends an exchange is told here, too; the window shows it in the pane alone.
+  // A word that ends an exchange is also a message here; the window shows it in the pane only.
   std::string messages = outcome.err;
   for (const std::string_view word :
        {terminal::texts::kLocalDone, terminal::texts::kRestartDone, terminal::texts::kMeasuringStopped}) {

@@ -322,7 +322,7 @@ class DemoTest : public RunProgramTest {
     for (const char* name : {"current", "temporary"}) std::filesystem::create_directory(folder.Path(name));
   }
 
-  // Qt makes a folder below TMPDIR without a runtime folder, and reports what the platform cannot do.
+  // Without a runtime folder, Qt creates one below TMPDIR and reports what the platform lacks.
   Surroundings Offscreen() const {
     return {.folder = folder.Path("current"),
             .environment = {{"QT_QPA_PLATFORM", "offscreen"},

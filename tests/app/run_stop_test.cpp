@@ -1,4 +1,4 @@
-// How a run ends before its time.
+// Runs that end early.
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -127,7 +127,7 @@ TEST_F(RunStopTest, AListThatDoesNotComeStopsToo) {
   const std::string pipe = folder.Path("pipe");
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
   Program program({"run", pipe, "--connect", "OFFLINE"});
-  // Opening returns once the program reads.
+  // open returns once the program has opened the pipe, too.
   const base::Descriptor writer(open(pipe.c_str(), O_WRONLY | O_CLOEXEC));
   program.Signal(SIGTERM);
   ASSERT_TRUE(program.EndsWithin(20'000));
@@ -162,7 +162,7 @@ TEST_F(RunStopTest, AFullDiskEndsTheRunWithAWord) {
   EXPECT_EQ(instrument.lines(), std::vector<std::string>{"A"});
 }
 
-// Lines in quick succession share a write; the instrument only goes on once the reader has seen them.
+// Lines in quick succession share a write; the instrument only continues once the reader has seen them.
 TEST_F(RunStopTest, AnswersAreSeenWhileTheNextOneIsWaitedFor) {
   int ends[2];
   ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);

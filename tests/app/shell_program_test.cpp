@@ -23,7 +23,7 @@
 namespace kolvane::app {
 namespace {
 
-/// The program at a terminal of its own.
+/// The program at its own terminal.
 class Terminal {
  public:
   Terminal(std::vector<std::string> arguments, std::map<std::string, std::string> environment) {
@@ -39,7 +39,7 @@ class Terminal {
   }
 
   void Type(std::string_view keys) { EXPECT_EQ(base::WriteAll(master_.get(), keys), 0); }
-  /// Returns what has come, once `text` is in it, and forgets it.
+  /// Waits for output that contains `text`; returns and discards all output so far.
   std::string Await(std::string_view text) {
     pollfd entry{master_.get(), POLLIN, 0};
     while (seen_.find(text) == seen_.npos && poll(&entry, 1, 20'000) == 1) {
@@ -187,7 +187,7 @@ TEST_P(ShellKeyTest, GivesUpASlowFirstConnection) {
   const base::FullListener full;
   Terminal terminal({"shell", "--connect", "127.0.0.1:" + std::to_string(full.port()), "--timeout", "60000"},
                     {{"XDG_STATE_HOME", folder.path()}, {"TERM", "dumb"}});
-  // From then on keys are the program's, no longer the terminal's.
+  // Without echo, the program reads the keys, no longer the terminal.
   while (terminal.Echoes()) sched_yield();
   terminal.Type(GetParam());
   const Outcome outcome = terminal.program().Wait();

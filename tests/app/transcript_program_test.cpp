@@ -155,7 +155,7 @@ TEST_F(TranscriptTest, AListIsTestedWithoutItsInstrument) {
   EXPECT_EQ(verdict.status, 0);
 }
 
-/// Answers one line of each of two connections; the first one it closes instead.
+/// Reads one line on each of two connections: closes the first one, answers on the second.
 void ServeTwice(const base::Listener& listener) {
   for (const bool closes : {true, false}) {
     const base::Descriptor peer(listener.Accept());
