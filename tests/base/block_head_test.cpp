@@ -7,7 +7,7 @@
 namespace kolvane::base {
 namespace {
 
-/// What came of taking all of the bytes: how many were taken, the length where the head is whole.
+/// The result of passing all bytes: how many were taken, and the length if the head is complete.
 struct Taken {
   std::size_t bytes = 0;
   bool whole = false;

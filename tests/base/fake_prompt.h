@@ -9,7 +9,7 @@
 
 namespace kolvane::base {
 
-/// Takes down what would have been shown; during an error message it does what a test asks for.
+/// Records what would have been shown; during an error message it runs the test's code.
 class FakePrompt final : public Prompt {
  public:
   void ShowError(std::string_view text) override {

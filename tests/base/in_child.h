@@ -4,7 +4,7 @@
 
 namespace kolvane::base {
 
-/// Runs `work` in a process of its own, which never comes back from it.
+/// Runs `work` in a child process, which then exits; returns the child's id.
 template <typename Work>
 pid_t InChild(Work work) {
   const pid_t child = fork();

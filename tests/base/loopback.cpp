@@ -19,7 +19,7 @@ void Require(bool condition, const char* what) {
 }  // namespace
 
 Listener::Listener(int family, int backlog) : socket_(socket(family, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
-  // sockaddr_in6 is the larger of the two, and the port stands at the same place in both.
+  // sockaddr_in6 is the larger of the two, and the port has the same position in both.
   sockaddr_in6 address{};
   address.sin6_family = static_cast<sa_family_t>(family);
   if (family == AF_INET6) {

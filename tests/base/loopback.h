@@ -11,15 +11,15 @@
 namespace kolvane::base {
 
 /// A TCP port that listens on a loopback address and leaves accepting to the caller; with kDeaf the port is
-/// taken, but nobody listens.
+/// bound, but nobody listens.
 class Listener {
  public:
   static constexpr int kDeaf = -1;
   explicit Listener(int family = AF_INET, int backlog = 5);
 
-  /// The next connection, without delay, for the caller to close; -1 after Shutdown.
+  /// The next connection, with TCP_NODELAY, for the caller to close; -1 after Shutdown.
   int Accept() const;
-  /// Ends a wait in Accept for good.
+  /// Ends this and every later wait in Accept.
   void Shutdown() const { shutdown(fd(), SHUT_RDWR); }
   int fd() const { return socket_.get(); }
   std::uint16_t port() const { return port_; }
@@ -29,7 +29,7 @@ class Listener {
   std::uint16_t port_ = 0;
 };
 
-/// A port that listens and has no room for a further connection.
+/// A listening port whose queue of connections is full.
 class FullListener {
  public:
   FullListener();

@@ -5,7 +5,7 @@
 
 namespace kolvane::base {
 
-/// Takes the rights of the superuser away, who may write any file.
+/// While it lives, the process lacks root's right to write any file.
 class Nobody {
  public:
   Nobody() : user_(geteuid()) {

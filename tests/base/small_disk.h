@@ -11,8 +11,8 @@
 
 namespace kolvane::base {
 
-/// Runs `work` in a thread that sees a disk of 64 kB at the folder; nobody else does. False where this user
-/// may not mount.
+/// Runs `work` in a thread for which the folder is a disk of 64 kB; other threads do not see it. False if
+/// this user may not mount.
 template <typename Work>
 bool OnSmallDisk(const std::string& folder, Work work) {
   bool mounted = false;
@@ -25,7 +25,7 @@ bool OnSmallDisk(const std::string& folder, Work work) {
   return mounted;
 }
 
-/// Writes until nothing fits any more, then gives some of it back.
+/// Fills the disk, then frees up to `spare` bytes.
 inline void FillDisk(const std::string& file, std::size_t spare) {
   std::size_t size = 0;
   {

@@ -4,7 +4,7 @@
 
 namespace kolvane::base {
 
-/// Lets no file grow beyond `bytes`, as a full disk would; the kernel's signal for it would end the process.
+/// Limits every file to `bytes`, like a full disk; ignores the kernel's signal, which would end the process.
 class SmallFiles {
  public:
   explicit SmallFiles(rlim_t bytes) {

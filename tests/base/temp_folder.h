@@ -20,7 +20,7 @@ inline void WriteBytes(const std::string& name, const std::string& bytes) {
   std::ofstream(name, std::ios::binary) << bytes;
 }
 
-/// A folder of the test's own, gone with it.
+/// A temporary folder, deleted by the destructor.
 class TempFolder {
  public:
   TempFolder() : path_((std::filesystem::temp_directory_path() / "kolvane-test-XXXXXX").string()) {
@@ -34,7 +34,7 @@ class TempFolder {
   std::string Path(const std::string& name) const { return path_ + "/" + name; }
 
   void Write(const std::string& name, const std::string& bytes) const { WriteBytes(Path(name), bytes); }
-  /// What the file holds; "(no file)" where there is none.
+  /// The file's content; "(no file)" if there is none.
   std::string Read(const std::string& name) const {
     return std::filesystem::exists(Path(name)) ? ReadBytes(Path(name)) : "(no file)";
   }

@@ -10,7 +10,7 @@ namespace {
 TEST(Utf8, KnowsWhatIsWellFormed) {
   for (const char* good : {"", "a", "ä€", "\xEF\xBF\xBD", "\U0001F600", "\U0010FFFF", "\u0800", "\u07FF"})
     EXPECT_TRUE(IsUtf8(good)) << good;
-  // Cut short, longer than need be, half of a pair, past the last code point.
+  // Truncated, overlong, half of a surrogate pair, past the last code point.
   for (const char* bad : {"\xC3", "\xC3 ", "\xC0\x80", "\xE2\x82", "\x80", "\xFF", "\xC0\xAF", "\xE0\x80\xAF",
                           "\xF0\x80\x80\xAF", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xE2\x28\xA1"})
     EXPECT_FALSE(IsUtf8(bad)) << bad;
