@@ -10,8 +10,8 @@
 
 namespace kolvane {
 
-/// A host's device that notes what it finds when the terminal flushes its input while it loads (the moment at
-/// which an application object exists), and closes the window once it is shown.
+/// A host's device that records its surroundings when the loading terminal flushes its input (an application
+/// object exists by then), and closes the window once it is shown.
 class ClosingHost final : public HostObject {
  public:
   void GetDeviceInfo(Variant& Kind, Variant& Address) override {

@@ -1,4 +1,4 @@
-// How a terminal ends that nobody closes at its window.
+// Terminals that end although nobody closes their window.
 
 #include <QMessageBox>
 #include <stdexcept>
@@ -11,10 +11,10 @@
 namespace kolvane {
 namespace {
 
-/// Its log and its device stand open or not, as somebody has left them.
+/// Terminals whose user has left a log open and the device disconnected.
 class CloseTest : public HostTest {
  protected:
-  // As a user who has disconnected the device, with a log open.
+  // Opens a log and disconnects the device.
   void LeaveOpen(QMainWindow& window) {
     PlayList(window, {"$OPENLOG " + log_, "$AUTOLOG ON", "*IDN?"});
     auto* disconnect = window.findChild<QAction*>("mnuDisconnect");
@@ -92,7 +92,7 @@ TEST_F(CloseTest, WhoClosesTheWindowIsShownTheFailure) {
   ExpectUnloaded();
 }
 
-// It was made before the window was there to be closed.
+// The request came before there was a window to close.
 TEST_F(CloseTest, ARequestThatCameFirstKeepsAMessageFromBeingShown) {
   const PipeEnds close;
   close.Request();

@@ -27,7 +27,7 @@ class HostOnX : public testing::Test {
   MainClass terminal_;
 };
 
-// Between two terminals the server has no client, and resets itself just as the next one comes.
+// Between two terminals the server has no client, and resets itself just as the next one connects.
 TEST_F(HostOnX, OpensTheTerminalAgainAndAgain) {
   for (int i = 0; i < 30; ++i) {
     const auto host = std::make_shared<ClosingHost>();
@@ -47,7 +47,7 @@ TEST_F(HostOnX, IsToldThatASecondThreadIsNone) {
   EXPECT_TRUE(host->had_application);
 }
 
-// Its only reference is the terminal's, which gives it up during the call.
+// The terminal holds its only reference and releases it during the call.
 class HostThatClosesTheTerminal final : public HostObject {
  public:
   explicit HostThatClosesTheTerminal(bool& gone) : gone_(gone) {}

@@ -46,7 +46,7 @@ TEST_F(HostParametersTest, AsksTheIndexedDevicePropertyByProperty) {
   EXPECT_EQ(parameters_.lpt_mode, 0);
 }
 
-// Its IO object lasts until the next one is asked for.
+// Its IO object lives until the next one is requested.
 class HostWithFreshIo final : public HostObject {
  public:
   explicit HostWithFreshIo(device::HostScript& script) : script_(script) {}
@@ -162,7 +162,7 @@ TEST_F(HostParametersTest, AsksNothingInOtherModes) {
 TEST_F(HostParametersTest, RefusesAPropertyThatTheHostLeavesAsNothing) {
   const auto given = host_->script.properties;
   for (const auto& [number, value] : given) {
-    // A port kind that asks for this one.
+    // A port kind for which this property is read.
     host_->script.properties[2] = std::int16_t(number == 9 ? 100 : 1);
     host_->script.properties[number] = Variant();
     EXPECT_THROW(Read(0), base::RuntimeError) << number;

@@ -1,5 +1,5 @@
-// How a host with a QApplication gets at its terminal: on which thread, where it stands, what is pressed
-// first.
+// How a host with a QApplication opens its terminal: on which thread, at which position, and what the
+// terminal does first.
 
 #include <QAbstractButton>
 #include <QLabel>
@@ -46,7 +46,7 @@ TEST_F(HostTest, AMessageBeforeTheWindowIsNotTheHostsLastWindow) {
       box->button(QMessageBox::Ok)->click();
     });
     EXPECT_THROW(terminal_.OpenTerminal(2, 0), RuntimeError);
-    // The host's own end, unless it has been made to end before.
+    // The host's own exit, unless the terminal has made it exit before.
     QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(7); });
   });
   EXPECT_EQ(QApplication::exec(), 7);
@@ -100,7 +100,7 @@ TEST_F(PlaceTest, IsTheSystemsWhereTheHostShowsNone) {
   Open(1, [](QMainWindow& window) { EXPECT_EQ(window.windowHandle()->transientParent(), nullptr); });
 }
 
-// It gives its only reference away and is let go while it works, as by a second InitTerminal.
+// Its only reference is released during its own call, as by a second InitTerminal.
 class HostThatIsLetGo final : public HostObject {
  public:
   HostThatIsLetGo(MainClass& terminal, bool& gone) : terminal_(terminal), gone_(gone) {}
@@ -136,7 +136,7 @@ TEST_F(HostTest, AHostThatIsLetGoInItsOwnCallLivesToItsEnd) {
   }
 }
 
-/// A terminal on a connection of its own, which connects and plays as soon as it is shown.
+/// A terminal with its own connection, which connects and plays as soon as it is shown.
 class StartTest : public HostTest {
  protected:
   StartTest() {
@@ -174,7 +174,7 @@ TEST_F(StartTest, TheListWaitsForTheModem) {
   EXPECT_EQ(modem.AwaitLines(2), (std::vector<std::string>{"ATD", "*IDN?"})) << "dialled once";
 }
 
-// How many message boxes stand above the window.
+// How many message boxes are shown above the window.
 int ShownBoxes() {
   const QWidgetList windows = QApplication::topLevelWidgets();
   return static_cast<int>(std::count_if(windows.begin(), windows.end(), [](const QWidget* window) {
@@ -191,7 +191,7 @@ TEST_F(StartTest, TheListWaitsForTheMessageOfARefusedConnection) {
     auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
     if (box == nullptr) return;
     EXPECT_EQ(ShownBoxes(), 1);
-    // That of the connection, and that of the list's row.
+    // One about the connection, one about the list's row.
     if (++boxes == 2) close_.Request();
     box->accept();
   });
@@ -214,7 +214,7 @@ TEST_F(StartTest, ACloseRequestEndsTheDialling) {
   });
   look.start(0);
   terminal_.OpenTerminal(2, 0);
-  // What the modem says once the line is closed comes back to it as an echo.
+  // What the modem sends after the line is closed returns to it as an echo.
   const std::vector<std::string> lines = modem.AwaitLines(1);
   EXPECT_EQ(lines.front(), "AT1");
   EXPECT_FALSE(std::ranges::count(lines, "AT2") > 0) << "dialled on";

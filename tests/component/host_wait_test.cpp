@@ -14,7 +14,7 @@
 namespace kolvane {
 namespace {
 
-/// A device whose answers do not come; it asks every millisecond whether it is to wait on.
+/// A device that never answers; it asks every millisecond whether to wait longer.
 class HostWaitTest : public HostTest {
  protected:
   void AwaitNothing() {
@@ -73,7 +73,7 @@ TEST_F(HostWaitTest, OutsideACallOfTheDevicesItIsOver) {
   Open(1, [&](QMainWindow&) { EXPECT_TRUE(terminal_.Wait()); });
 }
 
-/// Counts what is painted of a widget.
+/// Counts the paint events of a widget.
 class Paints final : public QObject {
  public:
   explicit Paints(QWidget* widget) : QObject(widget) { widget->installEventFilter(this); }

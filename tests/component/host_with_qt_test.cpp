@@ -332,7 +332,7 @@ TEST_F(HostTest, SettingsThatCannotBeSavedAreALineOnStandardError) {
   std::filesystem::create_directory(SettingsFile());
   testing::internal::CaptureStderr();
   Open(1, [](QMainWindow&) {});
-  // The platform has lines of its own to say.
+  // The platform also prints lines.
   const std::string said = testing::internal::GetCapturedStderr();
   EXPECT_TRUE(said.ends_with("kolvane: Die Einstellungen können nicht in der Datei „" + SettingsFile() +
                              "“ gespeichert werden: Der Name bezeichnet einen Ordner\n"))
@@ -340,7 +340,7 @@ TEST_F(HostTest, SettingsThatCannotBeSavedAreALineOnStandardError) {
   EXPECT_TRUE(terminal_.CanUnload().ToBool());
 }
 
-// The terminal with the user's own settings, whose folders are the test's.
+// The terminal with the user's settings, in folders of the test.
 class OwnTerminalTest : public HostTest {
  protected:
   OwnTerminalTest() {

@@ -1,4 +1,4 @@
-// A host that knows nothing of Qt; only what closes the window here does.
+// A host that does not use Qt; only the code here that closes the window does.
 
 #include <gtest/gtest.h>
 

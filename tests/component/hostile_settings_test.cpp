@@ -10,7 +10,7 @@ namespace kolvane::component {
 namespace {
 
 #ifdef KOLVANE_SANITIZED
-// Several times as slow; that time grows no faster than the file shows without sanitizers.
+// Sanitizers are several times as slow; builds without them show that time grows no faster than the file.
 constexpr std::size_t kHuge = 256 * 1024;
 #else
 constexpr std::size_t kHuge = 2 * 1024 * 1024;
@@ -31,7 +31,7 @@ class HostileSettingsTest : public testing::Test {
     return base::ReadBytes(folder.Path("a.ini"));
   }
 
-  // Loads, or fails with the message up to the file's name, and leaves the file alone.
+  // Loads the file without changing it. Returns the error message without the file's name, or "".
   std::string Load(const std::string& bytes, StoredSettings& settings) {
     std::filesystem::remove(file_);
     base::WriteBytes(file_, bytes);
@@ -52,7 +52,7 @@ class HostileSettingsTest : public testing::Test {
     return Load(bytes, settings);
   }
 
-  // The same; what loads can be saved and loaded again, and says the same then.
+  // As Load; settings that load can be saved, and load again unchanged.
   std::string Survive(const std::string& bytes) {
     StoredSettings settings;
     const std::string message = Load(bytes, settings);

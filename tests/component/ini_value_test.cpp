@@ -12,10 +12,10 @@
 namespace kolvane::component {
 namespace {
 
-/// What QSettings makes of the same.
+/// Compares with what QSettings writes and reads.
 class IniValueTest : public testing::Test {
  protected:
-  // One key a text, "k0", "k1" and so on, in one file.
+  // One key per text, "k0", "k1" and so on, in one file.
   std::vector<std::string> WrittenByQt(const std::vector<std::string>& texts) {
     const QString path = Path();
     {
@@ -45,7 +45,7 @@ class IniValueTest : public testing::Test {
     return texts;
   }
 
-  // Texts of few letters, those that mean something among them.
+  // Short random texts of these letters.
   std::vector<std::string> RandomTexts(const std::vector<std::string>& letters) {
     std::vector<std::string> texts;
     for (int i = 0; i < 3000; ++i) {
@@ -57,7 +57,7 @@ class IniValueTest : public testing::Test {
   }
 
  private:
-  // QSettings remembers files by name.
+  // QSettings caches files by name.
   QString Path() { return dir_.path() + QStringLiteral("/%1.ini").arg(files_++); }
   static QString Key(std::size_t number) { return QStringLiteral("T/k%1").arg(number); }
 
@@ -119,7 +119,7 @@ TEST_F(IniValueTest, TextsAreWrittenAsQtWritesThem) {
 }
 
 TEST_F(IniValueTest, ValuesAreReadAsQtReadsThem) {
-  // Commas make lists there; a quote or an escape that is left open goes on in the next line there.
+  // No commas: they make lists in QSettings. There, an open quote or escape continues in the next line.
   std::vector<std::string> values = RandomTexts(
       {"a",   "b1",  "9",   " ", "\t", "\"q\"", "\"; \"", "\\\\",     "\\\"", "\\x41", "\\x", "\\101", "\\n",
        "\\t", "\\z", "\\;", ";", "=",  "@",     "@@",     "@String(", ")",    "ä",     "€",   "[",     "]"});

@@ -39,8 +39,7 @@ class SettingsAtomicTest : public testing::Test {
   std::string file_ = folder_.Path("a.ini");
 };
 
-// Lets the child go from system call to system call and kills it at the given one. False where it had
-// finished before.
+// Runs the child from system call to system call and kills it at the given one. False if it finished before.
 bool KillAtCall(pid_t child, int call) {
   int status = 0;
   waitpid(child, &status, 0);
@@ -71,7 +70,7 @@ TEST_F(SettingsAtomicTest, KilledAtAnySystemCallTheFileIsTheOldOrTheNewOne) {
     const std::int16_t version = VersionIn(file_);
     ASSERT_TRUE(version == kOld || version == kNew) << "killed at call " << call;
     ++(version == kOld ? old_ones : new_ones);
-    // Nothing that was left over is in the way.
+    // Left-over files do not prevent the next save.
     ASSERT_EQ(Save(file_, kOld), 0);
     ASSERT_EQ(VersionIn(file_), kOld);
   }
@@ -93,7 +92,7 @@ TEST_F(SettingsAtomicTest, KilledWhileItSavesOverAndOverTheFileIsAWholeOne) {
     close(done[1]);
     char byte;
     for (int i = 0; i < saves; ++i) ASSERT_EQ(read(done[0], &byte, 1), 1);
-    // Somewhere in the next one.
+    // Kill it at some point of the next save.
     for (int i = 0; i < saves * 20; ++i) sched_yield();
     kill(child, SIGKILL);
     waitpid(child, nullptr, 0);
@@ -134,7 +133,7 @@ class SeveralSettingsTest : public SettingsAtomicTest {
   static constexpr std::int16_t kSavers = 4;
   static constexpr int kRounds = 15;
 
-  // A terminal's end, with a key of a newer program beside.
+  // Saves as a terminal does when it ends, after a key of a newer program was added.
   void SaveWithOwnKey(std::int16_t number) const {
     const auto store = OpenIniStore(file_);
     store->Write("EXTRA", "K" + std::to_string(number), std::to_string(number));

@@ -215,7 +215,7 @@ TEST_F(SettingsLimitsTest, TextsThatLookLikeSomethingElse) {
 }
 
 TEST_F(SettingsLimitsTest, EveryKeyAtOnce) {
-  // Each key has a value of its own, and none its default.
+  // Each key has a different value, none of them its default.
   const IniEntries read_only = {{{"PORT", "RCVBUF"}, "1001"},
                                 {{"PORT", "DATABITS"}, "1002"},
                                 {{"PORT", "STOPBITS"}, "1003"},

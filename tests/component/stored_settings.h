@@ -8,11 +8,11 @@
 
 namespace kolvane::component {
 
-/// The settings of one terminal, as a start and an end of it load and save them.
+/// The settings of one terminal, loaded as at its start and saved as at its end.
 struct StoredSettings {
   SettingsTarget Target() { return {connection, terminal, window}; }
 
-  /// The message, or an empty text where all could be read.
+  /// The error message, or an empty text.
   std::string Load(const std::string& file) {
     const auto store = OpenIniStore(file);
     try {
@@ -40,7 +40,7 @@ struct StoredSettings {
     window.pane.font_size = window.command_list.font_size = window.com_log = number;
   }
 
-  /// The number of Mark where all values belong to one, otherwise -1.
+  /// The number passed to Mark if all values belong to it, otherwise -1.
   std::int16_t MarkedBy() const {
     const std::int16_t number = connection.address;
     const std::string& text = connection.ip_address;

@@ -9,7 +9,7 @@
 namespace kolvane::component {
 namespace {
 
-// This program has the component in it, and no library beside it.
+// This program contains the component and has no library beside it.
 TEST(WindowLibrary, AnOpeningWithoutItSaysWhatIsMissing) {
   ComponentState state;
   try {
