@@ -48,7 +48,7 @@ class ConnectionDialogFixture : public testing::Test {
     return items.join('|');
   }
 
-  // The numbers of the pages that can be reached, the front one in brackets.
+  // The numbers of the pages that can be reached, the current one in brackets.
   QString Pages() {
     QString pages;
     for (int page = 0; page < Tabs()->count(); ++page) {

@@ -141,7 +141,7 @@ TEST_F(ConnectionDialogTest, TheWheelTurnsAListOnlyWithTheFocus) {
     const QString before = list->currentText();
     turn(list);
     EXPECT_EQ(list->currentText(), before) << list->objectName().toStdString();
-    // A step of the wheel would give it the focus first.
+    // Qt::WheelFocus would give it the focus at the first step of the wheel.
     EXPECT_EQ(list->focusPolicy(), Qt::StrongFocus) << list->objectName().toStdString();
   }
   Find<QComboBox>("Baud")->setFocus();

@@ -11,7 +11,7 @@
 
 namespace kolvane::device {
 
-/// A device with what its test needs to say to it.
+/// A device and the means to control it in a test.
 class DeviceSetup {
  public:
   virtual ~DeviceSetup() = default;

@@ -1,4 +1,4 @@
-// The device contract over each path that DeviceIo has, and on the fake.
+// The device contract for each path of DeviceIo and for the fake.
 #include "device_contract.h"
 
 #include <stdexcept>

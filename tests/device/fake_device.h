@@ -29,8 +29,8 @@ inline std::string Escaped(std::string_view text) {
   return out;
 }
 
-/// A device that records its calls and answers from queues. Each operation ends as its public field says,
-/// which a test may change at any time; a read from an empty queue ends with `read_error`.
+/// A device that records its calls and answers from queues. Each operation ends with the result in its public
+/// field, which a test may change at any time; a read from an empty queue ends with `read_error`.
 class FakeDevice final : public Device {
  public:
   static DeviceError TimeOut() { return {-5, "Zeitüberschreitung"}; }

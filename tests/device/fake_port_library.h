@@ -33,7 +33,7 @@ class FakePortLibrary final : public PortLibrary {
 
   Mode mode = Mode::kAccept;
   std::vector<std::string> calls;
-  std::map<std::string, std::deque<std::int32_t>> results;  ///< by function; 0 where none is left
+  std::map<std::string, std::deque<std::int32_t>> results;  ///< by function; 0 if none is left
   std::deque<FakeReply> replies;
   std::string scan;  ///< what a USB scan finds
   bool takes_node = true;

@@ -7,7 +7,7 @@
 namespace kolvane::device {
 namespace {
 
-// The page numbers that can be reached, the front one in brackets.
+// The page numbers that can be reached, the current one in brackets.
 std::string State(const FormPages& pages) {
   std::string text;
   for (int page = 0; page < form_page::kCount; ++page) {

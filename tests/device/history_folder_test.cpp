@@ -13,7 +13,7 @@
 namespace kolvane::device {
 namespace {
 
-// A component's folder without permission to write, seen by a user whom permissions bind.
+// A component's folder that may not be written, seen by a user other than root.
 class HistoryFolderTest : public testing::Test {
  protected:
   HistoryFolderTest() {

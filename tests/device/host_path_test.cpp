@@ -177,7 +177,7 @@ TEST_F(IndexedHost, AFlushThatTheHostRefusesCountsNothing) {
   EXPECT_LT(io.LastError().code, 0);
 }
 
-// Count and text reads take what there is; a single byte is what an answer without an end is made of.
+// Reads by count or of text accept an empty result; reads of one byte would repeat for ever.
 TEST_F(SingleHost, AReadOfOneByteThatBringsNoneIsAFailure) {
   for (const Variant& nothing : {Variant(Bytes{}), Variant(""), Variant()}) {
     host->script.read = [&](Variant&, Variant& bytes) { bytes = nothing; };
@@ -205,7 +205,7 @@ TEST_F(SingleHost, AReadOfOneByteThatBringsNoneKeepsTheHostsOwnError) {
   EXPECT_EQ(io.LastError().description, "Zeitüberschreitung");
 }
 
-// A host whose only owner is the terminal, and which says when it goes.
+// A host that only the terminal owns; it records its destruction.
 class OwnedHost final : public HostObject {
  public:
   OwnedHost(DeviceState& state, bool& gone) : state_(state), gone_(gone) {}
@@ -253,7 +253,7 @@ TEST_F(SingleHost, ErrorPropertiesThatThrowAreFailuresToo) {
   EXPECT_EQ(io.LastError().description, "nur lesbar");
 }
 
-// Of a host that implements none of them.
+// Calls each member of a host that implements none of them.
 TEST(HostContract, WhatAHostLeavesOutIsAMissingMember) {
   struct : IoObject {
   } io;

@@ -76,7 +76,7 @@ TEST_F(Dialling, WaitsThroughTimeoutsForALateConnect) {
 TEST_F(Dialling, GivesUpWhenTheTimeIsOver) {
   const double begin = clock.now;
   EXPECT_EQ(Dial({"ATD"}, 10), -1);
-  // The last command's own read, then five of two seconds that take the ten and one that passes them.
+  // The last command's own read, then five of 2 s that fill the 10 s and one that exceeds them.
   EXPECT_DOUBLE_EQ(clock.now - begin, 14);
   EXPECT_EQ(Count("ReadPort(255, 10)"), 7);
 }

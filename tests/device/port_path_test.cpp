@@ -192,7 +192,7 @@ TEST_F(OverPortLibrary, ABinaryReadGivesTheBytesThatCameUpToTheTerminator) {
 }
 
 TEST_F(OverPortLibrary, ReadsByteByByteWhatCame) {
-  // What the library makes of 41 0D 0A 20 42 0A: it takes each LF off.
+  // What the library makes of 41 0D 0A 20 42 0A: it strips each LF.
   library.replies = {{"A"}, {"\r"}, {""}, {" "}, {"B"}, {""}};
   Bytes received;
   for (int i = 0; i < 6; ++i) {

@@ -30,7 +30,7 @@ TEST(PortsFileText, AnEmptyValueTakesTheKeyOut) {
   EXPECT_EQ(WithPortSetting("[PORTS]\n", "COM1", ""), "[PORTS]\n");
 }
 
-/// A configuration folder of its own.
+/// Tests with their own configuration folder.
 class PortsFileTest : public testing::Test {
  protected:
   PortsFileTest() {

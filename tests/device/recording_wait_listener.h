@@ -9,7 +9,7 @@
 
 namespace kolvane::device {
 
-/// Writes down each step of a dialling and each wait.
+/// Records each step of dialling and each wait.
 class RecordingWaitListener final : public WaitListener {
  public:
   bool Dialling(const DialProgress& progress) override {

@@ -1,5 +1,5 @@
 // A complete port library whose ReadPort hands over the calls it has seen; with KOLVANE_STUB_LACKS_READ it
-// lacks that function, with KOLVANE_STUB_REFUSES_TIMEOUT it takes no time-out, with KOLVANE_STUB_IS_PLAIN it
+// lacks that function, with KOLVANE_STUB_REFUSES_TIMEOUT it refuses time-outs, with KOLVANE_STUB_IS_PLAIN it
 // lacks the optional functions.
 #include <algorithm>
 #include <string>

@@ -9,7 +9,7 @@
 namespace kolvane::device {
 namespace {
 
-/// A library whose calls wait: each tick of 50 ms calls the handler, and is given up by it.
+/// A library whose calls wait: each tick of 50 ms calls the handler, which may give the call up.
 class WaitingLibrary final : public PortLibrarySource {
  public:
   explicit WaitingLibrary(FakeClock& clock) : clock_(clock) {}
@@ -19,7 +19,7 @@ class WaitingLibrary final : public PortLibrarySource {
   void SetWaitHandler(const WaitHandler& handler) override { handler_ = handler; }
   bool IsAttended() const override { return handler_.function != nullptr; }
 
-  /// Whether the call came to its end.
+  /// Whether the call completed.
   bool Wait(int ticks) {
     for (int tick = 1; tick <= ticks; ++tick) {
       clock_.Advance(0.050);
