@@ -9,7 +9,7 @@
 
 namespace {
 
-std::vector<timespec> sleeps;  // that were asked for
+std::vector<timespec> sleeps;  // requested
 
 }  // namespace
 
@@ -50,7 +50,7 @@ TEST(SleepMs, SleepsWithoutLookingMeanwhile) {
   for (const std::int32_t milliseconds : {3, 1001}) {
     sleeps.clear();
     SleepMs(milliseconds);
-    // The system may wake it a little early, which takes one more.
+    // If the system wakes it a little early, it sleeps once more.
     ASSERT_GE(sleeps.size(), 1u);
     ASSERT_LE(sleeps.size(), 2u);
     EXPECT_EQ(sleeps[0].tv_sec, milliseconds / 1000);

@@ -23,11 +23,11 @@ struct NodeScript {
   std::deque<NodeStep> reads;
   std::deque<NodeStep> writes;
   std::map<std::string, int> failing;            ///< name of a request to the errno it fails with
-  std::map<std::string, std::uint32_t> answers;  ///< name of a request to the number it hands back
+  std::map<std::string, std::uint32_t> answers;  ///< name of a request to the number it returns
   int silence_error = 11;                        ///< EAGAIN
 };
 
-/// Requests are recorded by name, and with their number where they take one.
+/// Requests are recorded by name, and with their number if they take one.
 std::unique_ptr<DeviceNode> MakeFakeNode(NodeScript& script);
 
 }  // namespace kolvane::devlnk

@@ -11,7 +11,7 @@ namespace kolvane::devlnk {
 /// A folder laid out as the system's record of USB devices is.
 class FakeSysfs {
  public:
-  /// Attributes as "name=value"; one without value is there, but empty.
+  /// Attributes as "name=value"; one without a value exists but is empty.
   void AddDevice(const std::string& bus, const std::vector<std::string>& attributes);
   /// An interface of the device `bus` and the node's entry in the class; an empty `node` leaves out its
   /// record.

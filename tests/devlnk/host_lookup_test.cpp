@@ -26,7 +26,7 @@ TEST(FindHost, GivesALookupUpWhenTimeIsOver) {
   for (int tries = 0; tries < 20; ++tries) {
     Deadline none(0);
     const FoundHost found = FindHost("localhost", 80, none);
-    // A quick system may have the answer before it is asked for it.
+    // A fast system may have the answer before the wait for it starts.
     EXPECT_EQ(found.addresses != nullptr, found.status == Status::kOk);
     EXPECT_TRUE(found.status == Status::kOk || found.status == Status::kLookupFailed);
   }

@@ -44,7 +44,7 @@ TEST_P(Loss, FailsTheSameForReadsAndWrites) {
 TEST_P(Loss, IsFoundByWritingAlone) {
   partner_->HangUp();
   std::int32_t status = 0;
-  // The first commands may still be taken by a system that has not heard of the loss.
+  // The system may accept the first commands before it notices the loss.
   for (int tries = 0; tries < 10'000 && status == 0; ++tries) status = QDX_WritePort("A?\n");
   EXPECT_EQ(status, Code(Status::kConnectionLost));
   EXPECT_LT(AnswerStatus(), 0);
@@ -89,7 +89,7 @@ TEST_P(Flush, ComesToAnEndWhileThePartnerKeepsTalking) {
   EXPECT_EQ(Answer(3, 0), "uns");
   EXPECT_GT(QDX_FlushInQueue(), 0);
   enough = true;
-  // Room for the line that the talker may be stuck in.
+  // Makes room for the line whose Send may still block.
   QDX_SetTimeout(10);
   while (AnswerStatus(1, 0) == 0) QDX_FlushInQueue();
   talker.join();

@@ -22,12 +22,12 @@ class Partner {
   virtual std::int32_t Open() = 0;
   /// Ends the connection in the orderly way of its kind.
   virtual void HangUp() = 0;
-  /// What a transfer answers after HangUp.
+  /// The status of a transfer after HangUp.
   virtual Status loss() const = 0;
   /// Returns when what was sent can be read at the library's side.
   virtual void AwaitArrival() {}
 
-  /// All of it, waiting for room.
+  /// Sends all of it, waiting for room.
   void Send(std::string_view bytes);
   /// Waits for exactly `count` bytes.
   std::string Receive(std::size_t count);

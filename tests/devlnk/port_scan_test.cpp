@@ -17,7 +17,7 @@ namespace fs = std::filesystem;
 
 class PortScan : public testing::Test {
  protected:
-  // No name stands for anything that the computer of the test may have.
+  // No name refers to a port that this computer may have.
   PortScan() {
     for (const char* name : {"KOLVANE_COM1", "KOLVANE_COM2", "KOLVANE_LPT1", "KOLVANE_LPT2"})
       setenv(name, "/nowhere", 1);
@@ -25,7 +25,7 @@ class PortScan : public testing::Test {
     setenv("KOLVANE_GPIB_LIBRARY", "/nowhere", 1);
   }
 
-  /// One port to a line: kind, name, node, board, serial number, description.
+  /// One port per line: kind, name, node, board, serial number, description.
   std::string Scan() {
     Deadline deadline(20'000);
     std::string text;

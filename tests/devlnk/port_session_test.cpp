@@ -11,7 +11,7 @@
 namespace kolvane::devlnk {
 namespace {
 
-/// What the channel of the next opening gives and records.
+/// What the next channel that is opened returns and records.
 struct Script {
   std::deque<Received> reads;  ///< in turn; then `talks` decides
   bool talks = false;          ///< fills all room with 'x', for ever

@@ -10,14 +10,14 @@
 
 namespace kolvane::devlnk {
 
-/// What one QDX_ReadPort did. `bytes` is what came where the call succeeded.
+/// What one QDX_ReadPort did. `bytes` is what arrived if the call succeeded.
 struct ReadResult {
   std::int32_t status = 0;
   std::string bytes;
   std::int32_t queued = 0;
 };
 
-/// Fails the test where the call touched more of its buffer than it delivered.
+/// Fails the test if the call changed more of its buffer than it delivered.
 ReadResult ReadPort(std::int32_t count, std::int16_t terminator);
 /// The bytes of a read that must succeed.
 std::string Answer(std::int32_t count = 16000, std::int16_t terminator = '\n');

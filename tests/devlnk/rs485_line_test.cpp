@@ -1,4 +1,5 @@
-// A pseudo terminal knows no RS485: its driver's two requests are answered here, all others by the system.
+// A pseudo terminal does not support RS485: the driver's two requests are answered here, all others by the
+// system.
 
 #include <gtest/gtest.h>
 #include <sys/syscall.h>

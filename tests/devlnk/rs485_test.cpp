@@ -31,7 +31,7 @@ class Bus {
   int line() const { return pty_.slave(); }
 
  private:
-  // Ends with the last descriptor of the other side.
+  // Ends when the last descriptor of the other side is closed.
   void Serve() {
     std::string line;
     for (char c = 0; read(pty_.master(), &c, 1) == 1;) {

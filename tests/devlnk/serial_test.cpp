@@ -36,7 +36,7 @@ class Serial : public testing::Test {
   base::Pty pty_;
 };
 
-/// Gives up the superuser's rights for a while; the tests may run with or without them.
+/// Drops root's rights while it lives; the tests may run with or without them.
 class WithoutPrivileges {
  public:
   WithoutPrivileges() : before_(geteuid()) { EXPECT_TRUE(before_ != 0 || seteuid(65534) == 0); }

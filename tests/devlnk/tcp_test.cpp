@@ -58,7 +58,7 @@ TEST_F(Tcp, HostsAreNamesOrAddressesWithSpacesAround) {
   EXPECT_EQ(Open(nullptr, listener.port()), Code(Status::kInvalidArgument));
 }
 
-// Names that none can have: no name service is asked for them.
+// Invalid names: no name service is asked for them.
 TEST_F(Tcp, HostsThatCannotExistAreNotFound) {
   for (const std::string& host :
        {std::string("-"), std::string("a b"), std::string("two..dots"), std::string(100'000, 'x')}) {

@@ -10,7 +10,7 @@ namespace {
 
 class UsbScan : public testing::Test {
  protected:
-  /// One device to a line: driver, node, serial number, description.
+  /// One device per line: driver, node, serial number, description.
   std::string Scan() {
     Deadline deadline(20'000);
     std::string text;

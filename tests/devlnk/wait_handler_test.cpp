@@ -12,7 +12,7 @@
 namespace kolvane::devlnk {
 namespace {
 
-/// The library's wait handler while it lives; it notes the calls and does what a test asks for.
+/// The library's wait handler while it lives; it records the calls and runs the test's code.
 class Handler {
  public:
   explicit Handler(std::function<bool(int call)> keep_waiting) : keep_waiting_(std::move(keep_waiting)) {
