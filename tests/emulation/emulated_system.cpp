@@ -56,7 +56,7 @@ DriverResult ControlBus(UMockdevIoctlClient* client, serial_rs485& bus) {
   return {};
 }
 
-// The node is a pseudo terminal, which knows all other requests itself.
+// The node is a pseudo terminal, which handles all other requests itself.
 gboolean OnLineControl(UMockdevIoctlBase*, UMockdevIoctlClient* client, gpointer bus) {
   const unsigned long request = umockdev_ioctl_client_get_request(client);
   if (bus != nullptr && (request == TIOCGRS485 || request == TIOCSRS485))

@@ -11,7 +11,7 @@
 
 namespace kolvane::emulation {
 
-/// How a driver's call ends: a number that is not negative, or -1 and an errno.
+/// The result of a driver's call: a number from 0 on, or -1 and an errno.
 struct DriverResult {
   long value = 0;
   int error = 0;
@@ -23,8 +23,8 @@ inline DriverResult Refused(int error) { return {-1, error}; }
 class Driver {
  public:
   virtual ~Driver() = default;
-  /// `argument` is what the request's pointer leads to, as long as the request says; what is written there
-  /// goes back to the caller.
+  /// `argument` is a copy of what the request's pointer refers to, of the length in the request; what is
+  /// written to it is returned to the caller.
   virtual DriverResult Control(unsigned long request, std::span<std::uint8_t> argument) = 0;
   virtual DriverResult Read(std::span<char> room) = 0;
   virtual DriverResult Write(std::string_view bytes) = 0;
@@ -48,13 +48,13 @@ class EmulatedSystem {
   void AddUsb(const std::string& bus, const UsbText& text, const std::string& kind, const std::string& node);
   /// A node of a class that belongs to no USB device.
   void AddNode(const std::string& kind, const std::string& node);
-  /// Pulls the plug: neither record nor node are there any more.
+  /// Pulls the plug: removes record and node.
   void RemoveUsb(const std::string& bus, const std::string& kind, const std::string& node);
 
-  /// What happens at /dev/`node`; the driver outlives the system, or is detached before.
+  /// Connects /dev/`node` to the driver, which must outlive the system or be detached before.
   void Attach(const std::string& node, Driver& driver);
   void Detach(const std::string& node);
-  /// Makes /dev/`node` a terminal line, on a bus whose settings are `bus` where that is given.
+  /// Makes /dev/`node` a terminal line, on a bus with the settings `bus`, if given.
   void AttachLine(const std::string& node, serial_rs485* bus = nullptr);
   /// The other end of that line.
   int LineOf(const std::string& node) const;
@@ -66,7 +66,7 @@ class EmulatedSystem {
   UMockdevTestbed* testbed_;
 };
 
-/// Fails the test and is false where the preload library is missing.
+/// Fails the test and returns false if the preload library is missing.
 bool IsEmulated();
 
 }  // namespace kolvane::emulation

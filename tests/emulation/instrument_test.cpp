@@ -54,7 +54,7 @@ TEST_F(EmulatedInstrumentTest, SaysWhatFails) {
   EXPECT_THROW(Instrument("USB::OTHER::INSTR"), InstrumentError);
 }
 
-// A sanitizers' build has no module.
+// A build with sanitizers has no Python module.
 #ifdef KOLVANE_PYTHON_FOLDER
 
 TEST_F(EmulatedInstrumentTest, AnswersAPythonScript) {

@@ -9,8 +9,8 @@
 
 namespace kolvane::emulation {
 
-/// The kernel's driver for parallel ports with an instrument behind it that says each line back. Reads and
-/// writes work only while the port is claimed and in a mode that goes their way.
+/// The kernel's driver for parallel ports and an instrument that echoes each line. Reads and writes work only
+/// while the port is claimed and in a mode for their direction.
 class PrinterPortDriver final : public Driver {
  public:
   DriverResult Control(unsigned long request, std::span<std::uint8_t> argument) override;
@@ -18,12 +18,12 @@ class PrinterPortDriver final : public Driver {
   DriverResult Write(std::string_view bytes) override;
 
   void Refuse(unsigned long request, int error);
-  /// From now on every call fails as it does when the port has gone.
+  /// From now on every call fails as if the port were gone.
   void Unplug();
-  /// The instrument does not agree to this mode.
+  /// The instrument refuses this mode.
   void RefuseMode(int mode, int error);
   void SetAbilities(unsigned int abilities);
-  /// How many bytes a read hands over at most.
+  /// How many bytes a read returns at most.
   void SetPiece(std::size_t bytes);
   /// The calls in their order, "claim", "negotiate 64", "write A"; the driver's waits are left out.
   std::vector<std::string> calls();

@@ -9,20 +9,20 @@
 
 namespace kolvane::emulation {
 
-/// The kernel's driver for instruments of the test and measurement class with an instrument behind it that
-/// says each command back, "?" stripped. The answer waits until it is read or cleared.
+/// The kernel's driver for instruments of the test and measurement class, and an instrument that echoes each
+/// command, "?" stripped. The answer waits until it is read or cleared.
 class TmcDriver final : public Driver {
  public:
   DriverResult Control(unsigned long request, std::span<std::uint8_t> argument) override;
   DriverResult Read(std::span<char> room) override;
   DriverResult Write(std::string_view bytes) override;
 
-  /// Reads wait from now on, as with an instrument that says nothing; Release ends them without an answer.
+  /// Reads wait from now on, as with a silent instrument; Release ends them without an answer.
   void Hold();
   void Release();
-  /// From now on every call fails as it does when the plug has been pulled.
+  /// From now on every call fails as if the plug had been pulled.
   void Unplug();
-  /// What came: "clear", "auto-abort", "timeout 500", "status byte", "write *IDN?".
+  /// The calls so far: "clear", "auto-abort", "timeout 500", "status byte", "write *IDN?".
   std::vector<std::string> calls();
 
  private:

@@ -166,7 +166,7 @@ TEST_F(UsbDeviceTest, AnAdapterThatIsPulledOutIsLost) {
   ASSERT_EQ(Open("A5"), 0);
   const int line = system_.LineOf("ttyUSB0");
   system_.RemoveUsb("1-2", "tty", "ttyUSB0");
-  // What is left of the line where the emulation keeps its end open.
+  // Closes the line's other end if the emulation has kept it open.
   if (fcntl(line, F_GETFD) >= 0) close(line);
   EXPECT_EQ(AnswerStatus(), Code(Status::kConnectionLost));
   EXPECT_EQ(QDX_WritePort("X\n"), Code(Status::kConnectionLost));
