@@ -1,4 +1,4 @@
-// Connecting that fails, and connections that the system takes away, seen from a window.
+// Failing attempts to connect, and connections that the system ends, seen from a window.
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -116,7 +116,7 @@ TEST_F(ConnectFault, Row05AConnectionKilledFromOutside) {
   ExpectConnects(live);
 }
 
-/// While it lives, this thread and those that it starts have a network of their own.
+/// While it lives, this thread and those that it starts have their own network.
 class OwnNetwork {
  public:
   OwnNetwork() : old_(open("/proc/self/ns/net", O_RDONLY | O_CLOEXEC)) {
@@ -129,7 +129,7 @@ class OwnNetwork {
   }
   bool entered() const { return entered_; }
 
-  /// Switched off it drops whatever is sent, as a cable does that is pulled out behind a switch.
+  /// Switched off, it drops everything sent, like a cable pulled out after a switch.
   void SwitchLoopback(bool on) {
     const int any = socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
     ifreq request{};

@@ -8,10 +8,10 @@
 
 namespace {
 
-// Only the window's thread is meant: other threads have a count of their own, which is none.
+// Only the window's thread counts allocations: in other threads this stays 0.
 thread_local long left = 0;
 
-// Qt does not outlive a lack of memory in the middle of its own work.
+// Qt does not survive a failed allocation in its own code.
 bool IsQt(const void* code) {
   Dl_info info{};
   return dladdr(code, &info) != 0 && info.dli_fname != nullptr &&

@@ -15,7 +15,7 @@ constexpr char kSerialNumber[] = "A50285BI";
 
 constexpr std::uint64_t kForGood = 1 << 30;
 
-// Once, or so often that no taking of it makes an end of it.
+// Signals the event once, or so often that reading never uses it up.
 void Signal(int event, std::uint64_t times) {
   [[maybe_unused]] const ssize_t written = write(event, &times, sizeof times);
 }
@@ -77,7 +77,7 @@ std::map<std::string, std::string> FaultyInstrument::Environment() const {
 
 void FaultyInstrument::LinkLine() {
   pty_ = std::make_unique<base::Pty>();
-  // Between connections the line must not say back what the instrument still sends.
+  // Between connections the line must not echo what the instrument still sends.
   termios settings{};
   tcgetattr(pty_->slave(), &settings);
   cfmakeraw(&settings);
@@ -95,7 +95,7 @@ int FaultyInstrument::NextConnection() {
 }
 
 void FaultyInstrument::Serve() {
-  // For this thread only: a program that the test starts shall find the signal as it was.
+  // In this thread only: programs that the test starts must not inherit the blocked signal.
   sigset_t pipe;
   sigemptyset(&pipe);
   sigaddset(&pipe, SIGPIPE);
@@ -113,7 +113,7 @@ void FaultyInstrument::EndConnection(int fd) {
   if (!pty_) {
     close(fd);
   } else {
-    // The new line stands before the old one ends, so that whoever notices the end finds it.
+    // The new line exists before the old one ends, so that a program that notices the end finds it.
     const std::unique_ptr<base::Pty> old = std::move(pty_);
     LinkLine();
   }

@@ -28,8 +28,8 @@ inline std::string TextOf(devlnk::Status status) { return std::to_string(devlnk:
 /// A fault of an instrument that never fails.
 inline After Nothing(Wire& /*wire*/) { return After::kGoOn; }
 
-/// An instrument that says each line back, ended by CR LF, until it is told FAULT or a line without end. A
-/// connection that has ended is followed by the next one; a line is then another one under the same name.
+/// An instrument that echoes each line, ended by CR LF, until it receives FAULT or a line without end. When a
+/// connection ends, the next one is served; a serial line is then a new one with the same name.
 class FaultyInstrument {
  public:
   FaultyInstrument(Port port, Fault fault);
@@ -39,18 +39,18 @@ class FaultyInstrument {
 
   Port port() const { return port_; }
   std::string Resource() const;
-  /// What a program must find in its environment to reach the instrument.
+  /// The environment that a program needs to reach the instrument.
   std::map<std::string, std::string> Environment() const;
   std::uint16_t ip_port() const { return listener_ ? listener_->port() : std::uint16_t{0}; }
   std::string node() const { return folder_.Path("line"); }
 
-  /// Ends what the fault is at; returns once the instrument listens to lines again.
+  /// Ends the fault; returns once the instrument reads lines again.
   void Calm();
   /// Returns once that many connections have ended.
   void AwaitEnds(int count);
-  /// Returns once the fault has begun.
+  /// Returns once the fault has started.
   void AwaitFault();
-  /// Returns once it is done with that many lines.
+  /// Returns once it has handled that many lines.
   void AwaitAnswers(int count);
   std::vector<std::string> lines();
 

@@ -85,7 +85,7 @@ TEST_F(Files, Row24ALogAtTheSizeLimit) {
   ExpectWholeLines(log);
 }
 
-/// The settings file of a window that was opened and closed, for the next one to do harm to.
+/// The settings file of a window that was opened and closed, to be damaged by a test.
 class Settings : public testing::Test {
  protected:
   Settings() {
@@ -161,7 +161,7 @@ TEST_F(Settings, Row25SettingsOfAnotherUser) {
   EXPECT_EQ(base::ReadBytes(file()), saved_);
 }
 
-// A value that is cut may be no number any more: then a message names it, and the program ends.
+// A truncated value may not be a number: then a message names it, and the program ends.
 TEST_F(Settings, Row26ASettingsFileCutAnywhere) {
   const std::size_t step = Thorough() ? 1 : 97;
   for (std::size_t size = 0; size < saved_.size(); size += step) {
@@ -199,7 +199,7 @@ TEST_F(Settings, Row26KilledWhileSaving) {
   }
 }
 
-// What cannot be read counts as not chosen; a window that changes nothing leaves the files as they are.
+// Values that cannot be read are ignored; a window that changes nothing leaves the files as they are.
 TEST_F(Settings, Row35DamagedExtrasAndStateAreNoHindrance) {
   const std::string extras = folder_.Path("config/Kolvane/Extras.ini");
   const std::string state = folder_.Path("config/state/Kolvane/state.ini");
@@ -228,7 +228,7 @@ class Saving : public testing::TestWithParam<const char*> {
   bool IsHistory() const { return GetParam() == std::string("history"); }
   std::string where() const { return IsHistory() ? folder_.Path("") : file(); }
   std::string file() const { return folder_.Path(IsHistory() ? "IPADDR.INI" : "a.file"); }
-  // Flags are known by their names.
+  // Flags are identified by their names.
   std::string fresh() const { return GetParam() == std::string("extras") ? "Blocks" : "NEW"; }
   std::string old() const { return GetParam() == std::string("extras") ? "Listen" : "OLD"; }
 
@@ -257,7 +257,7 @@ class Saving : public testing::TestWithParam<const char*> {
       EXPECT_TRUE(now == old_file || now == fresh_file) << now;
       const bool killed = failing.kind == "kill" || failing.kind == "torn";
       EXPECT_EQ(status == -SIGKILL, killed && hit);
-      // What was refused leaves nothing lying about.
+      // A refused save leaves no temporary file.
       EXPECT_TRUE(killed || !LeftOver());
       if (HasFailure()) return;
     }

@@ -1,4 +1,4 @@
-// What becomes of lines that nobody asked for, and of blocks, when the instrument fails.
+// Unasked lines and blocks when the instrument fails.
 
 #include <gtest/gtest.h>
 
@@ -17,7 +17,7 @@ constexpr int kLongestWaitMs = 60'000;
 
 class ListeningFault : public LiveWindowTest {
  protected:
-  /// The fault says its answer at once, and all else once the window listens.
+  /// The fault's answer is sent at once, everything else once the window listens.
   LiveWindow& Listen(Fault fault) {
     LiveWindow& live = Open([fault = std::move(fault)](Wire& wire) {
       wire.Send("own\r\n");
@@ -30,7 +30,7 @@ class ListeningFault : public LiveWindowTest {
     live.instrument().Calm();
     return live;
   }
-  /// What is shown from here on, once all of it has come.
+  /// The lines shown from here on, up to and including `last`.
   std::string LinesUntil(const std::string& last) {
     std::string lines;
     EXPECT_TRUE(QTest::qWaitFor(

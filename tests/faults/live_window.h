@@ -33,10 +33,10 @@ class LiveWindow : private window::WindowRecords {
   void Send(const std::string& command);
   /// Disconnects and connects again, by the button.
   void Reconnect();
-  /// What came into the pane since the last call: lines joined by "|", those about connections without their
-  /// date and device as <+> and <->.
+  /// The pane's new lines since the last call, joined by "|"; those about connections are <+> and <->,
+  /// without date and device.
   std::string NewLines();
-  /// The texts of the message boxes so far, each of which was taken down.
+  /// The texts of the message boxes so far, each of which was confirmed.
   std::vector<std::string> boxes() const;
   bool connected() const { return device_.connected; }
   void Play(const std::string& rows);

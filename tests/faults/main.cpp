@@ -1,4 +1,4 @@
-// Entry of the window's fault tests: the application object that the component makes, on no screen.
+// Entry of the window's fault tests: the application object that the component makes, offscreen.
 #include <gtest/gtest.h>
 
 #include "component/ui/application.h"

@@ -1,4 +1,4 @@
-// A pane that runs out of memory while it takes lines or lays them out: what it holds stays whole.
+// A pane that runs out of memory while it takes lines or lays them out: its content stays consistent.
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -15,8 +15,8 @@ using pane::OutputPaneMetrics;
 using pane::OutputPaneRows;
 using pane::PaneText;
 
-/// Runs `step` again and again, the nth allocation of the nth time failing, until none fails; `check` in
-/// between.
+/// Runs `step` repeatedly, failing the nth allocation of the nth run, until none fails; runs `check` after
+/// each.
 template <typename Step, typename Check>
 void WithoutMemory(Step step, Check check) {
   bool hit = true;

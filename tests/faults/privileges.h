@@ -10,7 +10,7 @@ namespace kolvane::faults {
 inline const std::vector<std::string> kAsNobody = {"setpriv", "--reuid", "65534",
                                                    "--regid", "65534",   "--clear-groups"};
 
-/// Nobody can only run the program where its folder is open to all.
+/// The user nobody can run the program only if all users may enter its folder.
 inline bool NobodyCanRun() { return app::RunProgram({"--version"}, {.wrapper = kAsNobody}).status == 0; }
 inline constexpr char kNotAsNobody[] = "the program cannot be run as another user here";
 

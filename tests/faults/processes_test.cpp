@@ -1,4 +1,4 @@
-// What is done to the program from outside: signals, limits, other users, other clocks and languages.
+// Influences from outside the program: signals, limits, other users, other clocks and languages.
 
 #include <gtest/gtest.h>
 #include <sched.h>
@@ -53,7 +53,7 @@ TEST_P(OnPort, Row18TheInstrumentGoesInTheMiddleOfAList) {
   const std::string words =
       "kolvane: " + end +
       (end == "-40" ? ": Verbindung vom Gerät geschlossen\n" : ": Verbindung abgerissen\n");
-  // A line may lose what came last when it goes.
+  // A line that disappears may lose its last bytes.
   std::string told = outcome.err;
   if (told.ends_with(kRest)) told.resize(told.size() - kRest.size());
   EXPECT_EQ(told, words + "kolvane: Write error: " + end + "\n" + words);
@@ -109,7 +109,7 @@ TEST_F(Processes, Row29AMessageBeforeTheWindowEndsByTheSignalToo) {
   EXPECT_NE(outcome.err.find("[TERMINAL] RCVMODE=none"), std::string::npos) << outcome.err;
 }
 
-// So many descriptors are too few, and from some number on they are enough.
+// Small numbers of descriptors are too few; from some number on they are enough.
 TEST_F(Processes, Row28TooFewDescriptors) {
   FaultyInstrument instrument(Port::kTcp, Nothing);
   bool enough = false;
@@ -184,7 +184,7 @@ TEST_F(Processes, Row30AnotherMonotonicClock) {
   EXPECT_EQ(Log(), "ONE\r\n-30\r\nTHREE\r\n");
 }
 
-// The kernel has no event for it that does not take the end of the process away as well.
+// Polls: the kernel's event for it would also consume the end of the process.
 void AwaitState(pid_t process, char state) {
   for (std::string stat; stat.find(std::string(") ") + state) == std::string::npos;) {
     stat = base::ReadBytes("/proc/" + std::to_string(process) + "/stat");
@@ -192,7 +192,7 @@ void AwaitState(pid_t process, char state) {
   }
 }
 
-// What came while it was stopped counts, although the time-out is over.
+// An answer that arrived while it was stopped counts, although the time-out is over.
 TEST_P(OnPort, Row30StoppedAndContinued) {
   FaultyInstrument instrument(GetParam(), [](Wire& wire) {
     wire.AwaitCalm();

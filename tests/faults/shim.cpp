@@ -1,16 +1,16 @@
 // Preloaded into a program: makes one chosen call fail, as the environment says.
 //
 //   FAULT_CALL  read, write, recv, send, poll, connect, open, save, fsync, rename, malloc, clock
-//   FAULT_KIND  short, kill (ends the program in the call's place), torn (and after half a write), back (a
+//   FAULT_KIND  short, kill (ends the program in the call's place), torn (the same after half a write), back (a
 //               clock that goes back an hour at each look), or the number of an errno
 //   FAULT_NTH   which of the calls that count is hit first, from 1 on
 //   FAULT_LAST  "once", or "on": every further one as well
-//   FAULT_FILE  where a hit is noted down
+//   FAULT_FILE  a file that is created at a hit
 //
-// Calls that count: reads, receptions, sendings and waits on sockets and terminals; writes to those, or with
-// FAULT_CALL=save to ordinary files, where open, fsync and rename belong too; allocations once main has
-// begun. EINTR "on" strikes every other call, as signals do: what can be done at once is done when it is
-// tried again.
+// Calls that count: read, recv, send and poll on sockets and terminals; write to those or, with
+// FAULT_CALL=save, to ordinary files, including open, fsync and rename; allocations after main has started.
+// EINTR "on" hits every other call, as signals do: a call that can complete at once succeeds when it is
+// repeated.
 
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -55,7 +55,7 @@ const char* Word(const char* name) {
   return value == nullptr ? "" : value;
 }
 
-// Before main, whose libraries' own preparations are none of the test's business.
+// Runs just before main; calls during the start of the libraries do not count.
 void ReadPlan() {
   const char* kind = Word("FAULT_KIND");
   plan.call = Word("FAULT_CALL");
@@ -105,7 +105,7 @@ std::size_t Cut(const char* call, std::size_t size) {
   return plan.is_short && size > 1 && Hits(call) ? 1 : size;
 }
 
-/// Looking at a descriptor leaves errno alone.
+/// Restores errno after a descriptor was examined.
 class KeptErrno {
  public:
   ~KeptErrno() { errno = kept_; }
@@ -179,7 +179,7 @@ int poll(pollfd* entries, nfds_t count, int timeout) {
   return Fails("poll") ? -1 : real(entries, count, timeout);
 }
 
-// An interrupted attempt goes on in the background, as the system has it.
+// An interrupted attempt continues in the background, as on a real system.
 int connect(int fd, const sockaddr* address, socklen_t size) {
   static const auto real = Real<int (*)(int, const sockaddr*, socklen_t)>("connect");
   const bool fails = Fails("connect");

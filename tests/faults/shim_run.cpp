@@ -13,8 +13,7 @@ namespace {
 
 constexpr int kLongestRunMs = 30'000;
 
-// Long enough for a machine that is busy with other things: where nothing fails, and where answers come
-// nonetheless.
+// Long enough for a busy machine; used if nothing fails or if answers arrive nonetheless.
 constexpr char kLongMs[] = "5000";
 
 const char* TimeoutMs(const FailingCall& failing) {

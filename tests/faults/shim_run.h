@@ -8,13 +8,13 @@
 
 namespace kolvane::faults {
 
-/// A call that the shim lets fail. See shim.cpp.
+/// A call that the shim makes fail. See shim.cpp.
 struct FailingCall {
   std::string call;
   std::string kind;  ///< see shim.cpp
   bool once = true;
 };
-/// The surroundings in which the nth such call fails and `hit_file` shows that there was one.
+/// The environment in which the nth such call fails and `hit_file` is then created.
 std::map<std::string, std::string> ShimEnvironment(const FailingCall& failing, int nth,
                                                    const std::string& hit_file);
 std::string Describe(const FailingCall& failing, int nth);
@@ -24,11 +24,11 @@ struct ShimRun {
   app::Outcome outcome;
   std::string log;
   bool hit = false;   ///< the program makes that many such calls
-  bool hung = false;  ///< and was killed for it
+  bool hung = false;  ///< and was killed for hanging
 };
 
-/// Sends ONE, TWO and THREE as a list with a log, the `nth` such call failing; again with a long time-out
-/// where there was no such call.
+/// Sends ONE, TWO and THREE as a list with a log, the `nth` such call failing; repeats it with a long
+/// time-out if there was no such call.
 ShimRun RunWithShim(const FailingCall& failing, int nth, FaultyInstrument& instrument);
 
 }  // namespace kolvane::faults

@@ -41,7 +41,7 @@ class Shim : public testing::Test {
  protected:
   static constexpr int kMostCalls = 10'000;
 
-  /// `check` on each run, for n = 1, 2, 3 ... until a run does not make that many calls.
+  /// Runs `check` on each run, for n = 1, 2, 3 ... until a run does not make that many calls.
   template <typename Check>
   void ForEachCall(Port port, const FailingCall& failing, Check check, int step = 1) {
     FaultyInstrument instrument(port, Nothing);
@@ -60,7 +60,7 @@ class Shim : public testing::Test {
     EXPECT_LT(nth, kMostCalls);
   }
 
-  /// Nobody notices.
+  /// The fault has no effect.
   static void ExpectUnnoticed(const ShimRun& run) {
     EXPECT_EQ(run.outcome.status, 0);
     EXPECT_EQ(run.outcome.out, kAllAnswered);
@@ -68,7 +68,7 @@ class Shim : public testing::Test {
     EXPECT_EQ(run.log, "ONE\r\nTWO\r\nTHREE\r\n");
   }
 
-  /// It is said, and nothing is lost or doubled over it.
+  /// The fault is reported, and no line is lost or doubled.
   static void ExpectTold(const ShimRun& run) {
     if (!run.hit) return ExpectUnnoticed(run);
     if (run.outcome.status == 3) {
@@ -125,7 +125,7 @@ TEST_F(Shim, Row16TransfersThatFail) {
   }
 }
 
-// The log ends with the row in whose line it fails, and never in the middle of that line.
+// The log ends before the line that fails, and never in the middle of a line.
 TEST_F(Shim, Row23ALogOnADiskThatIsFull) {
   for (const bool once : {true, false}) {
     for (const int error : {ENOSPC, EIO}) {
@@ -140,7 +140,7 @@ TEST_F(Shim, Row23ALogOnADiskThatIsFull) {
   }
 }
 
-// A line is in the log as a whole or not at all, and those before it stay.
+// A line is in the log completely or not at all, and those before it stay.
 TEST_F(Shim, Row31KilledWhileWritingTheLog) {
   const std::vector<std::string> logs = {"", "ONE\r\n", "ONE\r\nTWO\r\n"};
   std::size_t killed = 0;
@@ -159,7 +159,7 @@ TEST_F(Shim, Row28NoMemory) {
         Port::kTcp, {"malloc", Error(ENOMEM), once},
         [](const ShimRun& run) {
           if (!run.hit) return ExpectUnnoticed(run);
-          // What the port library has no memory for is an answer's status, all else a message.
+          // A lack of memory in the port library is an answer's status, anywhere else a message.
           const bool told = !run.outcome.err.empty() || run.outcome.out.find("-51") != std::string::npos;
           EXPECT_NE(told, run.outcome.status == 0) << run.outcome.err << run.outcome.out;
           EXPECT_TRUE(run.log.empty() || run.log.ends_with("\r\n")) << run.log;

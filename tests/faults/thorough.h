@@ -4,7 +4,7 @@
 
 namespace kolvane::faults {
 
-/// Every place and every error instead of a choice of them: for tests/faults/run.
+/// Whether to try every call and every error, not only some; tests/faults/run does.
 inline bool Thorough() { return std::getenv("KOLVANE_FAULTS") != nullptr; }
 
 }  // namespace kolvane::faults

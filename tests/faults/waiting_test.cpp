@@ -1,4 +1,4 @@
-// What the user can do with a window while it waits for the instrument, and what not.
+// What the user can and cannot do with a window while it waits for the instrument.
 
 #include <gtest/gtest.h>
 
@@ -36,7 +36,7 @@ After Silence(Wire& wire) {
 
 class Waiting : public LiveWindowTest {
  protected:
-  /// Does `step` the first time that the window serves events while the instrument is silent.
+  /// Runs `step` the first time that the window serves events while the instrument is silent.
   void OnceWaiting(std::function<void()> step) {
     WhileWaiting([this, step = std::move(step)] {
       if (live_->instrument().lines().back() != "FAULT") return false;
@@ -44,7 +44,7 @@ class Waiting : public LiveWindowTest {
       return true;
     });
   }
-  /// Does `step` again and again until it returns true.
+  /// Runs `step` repeatedly until it returns true.
   void WhileWaiting(std::function<bool()> step) {
     look_ = std::make_unique<QTimer>();
     QObject::connect(look_.get(), &QTimer::timeout, look_.get(), [this, step = std::move(step)] {
@@ -62,7 +62,7 @@ class Waiting : public LiveWindowTest {
   }
   QString State() { return Find<QLabel>("StatusBar1_2")->text(); }
 
-  /// The line is as it was before.
+  /// The connection can be used as before.
   void ExpectUsable() {
     live_->instrument().Calm();
     live_->Send("NOW");
@@ -128,7 +128,7 @@ TEST_P(Waiting, EscGivesUpABlockAndDiscardsWhatCame) {
   ExpectUsable();
 }
 
-// Each byte comes before the window would be called about it.
+// Each byte arrives before the library would call the window.
 TEST_P(Waiting, OfAnAnswerThatDripsWhatCameIsShown) {
   LiveWindow& live = Open([](Wire& wire) {
     wire.Drip(std::string(100'000, 'x'), 10);

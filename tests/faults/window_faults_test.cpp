@@ -1,4 +1,4 @@
-// What becomes of a window when the instrument fails: what it shows, and that it goes on in the same window.
+// What a window shows when the instrument fails, and that the user can continue in the same window.
 
 #include <gtest/gtest.h>
 
@@ -17,7 +17,7 @@ std::string EndOf(Port port) {
 
 const std::string kTimeout = TextOf(Status::kReadTimeout);
 
-/// The instrument is there again after whatever happened: the same window connects and is answered once.
+/// The instrument works again after the fault: the same window connects and is answered once.
 void ExpectReconnects(LiveWindow& live) {
   live.Reconnect();
   live.Send("NOW");
@@ -210,7 +210,7 @@ TEST_P(WindowFault, Row13GarbageAndAMebibyteThatNobodyAskedFor) {
   });
   live.Send("FAULT");
   EXPECT_EQ(live.NewLines(), "FAULT|own");
-  // A hundred lines of it: whatever they are, each command brings one answer and none is an error.
+  // A hundred lines of it: each read gives one answer and none is an error.
   for (int i = 0; i < 100; ++i) ASSERT_TRUE(live.window().core().session.GetAnswer());
   live.instrument().Calm();
   live.Press("TB_FLUSH");

@@ -27,8 +27,8 @@ void ExpectAnswersAgain(LiveWindow& live) {
   EXPECT_EQ(live.NewLines(), "NOW|NOW");
 }
 
-// More than a command or a list takes where nothing else is busy; the longer one takes, the more often the
-// window is painted meanwhile.
+// More than a command or a list needs on an idle machine; the longer one takes, the more often the window is
+// painted.
 constexpr int kMostAllocations = 40;
 
 TEST(WindowLimits, Row28ACommandWithoutMemory) {
@@ -76,7 +76,7 @@ TEST(WindowLimits, Row28NoDescriptorToConnect) {
     LiveWindow live(port, Nothing);
     live.Send("FIRST");
     live.Press("TB_CONNECT");
-    // The toolkit ends the process where its own first use of a message box finds no descriptor.
+    // Qt ends the process if its first use of a message box finds no descriptor.
     const std::int16_t code_of_port = std::exchange(live.connection().port_code, std::int16_t{77});
     live.Press("TB_CONNECT");
     live.connection().port_code = code_of_port;
@@ -85,7 +85,7 @@ TEST(WindowLimits, Row28NoDescriptorToConnect) {
       live.Press("TB_CONNECT");
     }
     ASSERT_EQ(live.boxes().size(), 2u);
-    // USB devices are found by reading the system's record, which is not there then.
+    // USB devices are found by reading the system's record, which cannot be opened then.
     const auto status =
         port == Port::kUsbLine ? devlnk::Status::kNoSuchNode : devlnk::Status::kOutOfResources;
     const std::string code = std::to_string(devlnk::Code(status));

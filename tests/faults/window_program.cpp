@@ -41,8 +41,8 @@ app::Outcome WindowProgram::End(bool* hung) {
   return program_.Wait();
 }
 
-// The kernel has no event for it. On the way to the program, signals are blocked now and then; hence first
-// which program it is, and only then what that does about the signal.
+// Polls: the kernel has no event for it. Wrappers may block signals while they start the program; hence this
+// first checks which program runs, then what it does about the signal.
 void AwaitPrepared(pid_t process, int signal) {
   const std::string folder = "/proc/" + std::to_string(process);
   const auto prepared = [&] {

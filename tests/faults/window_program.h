@@ -7,14 +7,13 @@
 
 namespace kolvane::faults {
 
-/// The program with its window, on no screen, which ends by SIGTERM as a user would end it: the settings are
-/// saved.
+/// The program with its window, offscreen. SIGTERM ends it as a user would: the settings are saved.
 class WindowProgram {
  public:
   /// `settings` is the folder that XDG_CONFIG_HOME names, `folder` the component's.
   WindowProgram(const std::string& settings, const std::string& folder, app::Surroundings surroundings = {});
 
-  /// Ends it by SIGTERM once it takes that for what it is; `hung` is set where it does not end.
+  /// Ends it by SIGTERM once it handles that signal; sets `hung` if it does not end.
   app::Outcome End(bool* hung = nullptr);
   app::Program& program() { return program_; }
 

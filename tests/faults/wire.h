@@ -10,17 +10,17 @@ namespace kolvane::faults {
 /// The instrument's end of one connection. Nothing here waits once the connection or the test has ended.
 class Wire {
  public:
-  /// `calm` becomes readable when whatever the instrument is doing shall end.
+  /// `calm` becomes readable when the instrument must stop what it is doing.
   Wire(int fd, int calm);
 
-  /// The next line without its LF, or what has come of one that is longer than kLongLine; nothing at the end.
+  /// The next line without its LF, or the start of one longer than kLongLine; nothing at the end.
   std::optional<std::string> Line();
-  /// False where it could not be sent in full.
+  /// False if it could not be sent in full.
   bool Send(std::string_view bytes);
-  /// Each byte on its own, with a gap after it.
+  /// Sends each byte separately, with a gap after it.
   bool Drip(std::string_view bytes, int gap_ms);
   bool Pause(int milliseconds);
-  /// Until the test calls for calm, which is taken for this and ends nothing else.
+  /// Waits until the test calls for calm; that call ends only this wait.
   void AwaitCalm();
   /// A TCP connection will end with a reset instead of an orderly close.
   void ResetAtEnd();
@@ -35,7 +35,7 @@ class Wire {
   std::string input_;
 };
 
-/// What the instrument does when it is told FAULT; the connection ends after it where it says so.
+/// What the instrument does when it receives FAULT; its result says whether the connection ends then.
 enum class After { kGoOn, kEnd };
 using Fault = std::function<After(Wire&)>;
 
