@@ -8,7 +8,7 @@
 
 namespace kolvane::gui {
 
-/// Once started, takes down the text of each message box and answers it, a question with yes.
+/// Once started, records the text of each message box and answers it, a question with yes.
 class BoxAnswers {
  public:
   BoxAnswers() {

@@ -6,7 +6,7 @@
 
 namespace kolvane::gui {
 
-/// Each letter after "&" stands once in the texts, and there is one.
+/// Each letter after "&" occurs only once in the texts, and there is at least one.
 inline void ExpectOneLetterEach(const QStringList& texts) {
   QString letters;
   for (const QString& text : texts) {
