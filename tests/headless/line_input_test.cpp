@@ -83,7 +83,7 @@ TEST_F(LineInputTest, ALineComesAsSoonAsItIsWhole) {
 
 TEST_F(LineInputTest, ALineWithoutEndFails) {
   std::thread feeder([this] {
-    // Nobody reads to the end.
+    // The reader does not read to the end.
     (void)base::WriteAll(writer.get(), std::string(2 * LineInput::kLongestLine, 'x'));
   });
   LineInput input(reader.get());

@@ -91,7 +91,7 @@ TEST_F(LinePaneTest, AtATerminalControlCharactersAreVisible) {
     shown.EndLine();
     char text[64];
     const ssize_t size = read(terminal.master(), text, sizeof text);
-    // The line discipline makes CR LF of LF.
+    // The line discipline turns LF into CR LF.
     return std::string(text, static_cast<std::size_t>(std::max<ssize_t>(size, 0)));
   };
   EXPECT_EQ(show("\x1B[2J\x1B]0;x\a"), "<1B>[2J<1B>]0;x<07>\r\n");

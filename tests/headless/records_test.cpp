@@ -25,7 +25,7 @@ class RecordsTest : public testing::Test {
     std::string bytes = {};
   };
 
-  /// What comes of these, the times cut off and their form checked.
+  /// The records of these exchanges; a "T" replaces each time of the right form.
   std::string Records(AnswerFormat format, std::optional<std::int32_t> fields,
                       const std::vector<Exchange>& exchanges) {
     options.Format = format;

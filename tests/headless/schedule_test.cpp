@@ -14,7 +14,7 @@ using Time = Schedule::Clock::time_point;
 
 const Time kStart{std::chrono::hours(1)};
 
-// The start of the next pass, in milliseconds after kStart, where the clock shows `now_ms` after it.
+// The start of the next pass, in milliseconds after kStart, if the clock shows `now_ms` after it.
 std::optional<std::int64_t> Next(Schedule& schedule, int now_ms) {
   const auto due = schedule.Next(kStart + milliseconds(now_ms));
   if (!due) return std::nullopt;

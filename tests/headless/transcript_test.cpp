@@ -92,7 +92,7 @@ struct RecordedPortTest : testing::Test {
   }
 
   device::PortLibrary& Library() { return *recorded.Library(); }
-  /// What a read of so many bytes puts over a buffer of spaces, of which those at the end are cut off.
+  /// What a read of `count` bytes puts into a buffer of spaces, without the spaces at its end.
   std::string Read(std::int32_t count, std::int16_t terminator) {
     std::string buffer(static_cast<std::size_t>(count), ' ');
     Library().ReadPort(buffer.data(), count, terminator);
