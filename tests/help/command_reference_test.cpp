@@ -87,7 +87,7 @@ TEST_F(CommandReference, ExampleRowsHaveTheGridsColours) {
   }
 }
 
-// Both say the same, so what a user is warned of on a page must not be missing here.
+// Both say the same, so a warning on a page must not be missing here.
 TEST_F(CommandReference, WarnsOfWhatThePagesWarnOf) {
   const std::string text = document_.PlainText();
   for (const char* warning : {"$IFERR trifft dort also immer zu", "Status der letzten Übertragung neu"})

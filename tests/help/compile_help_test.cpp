@@ -9,7 +9,7 @@
 namespace kolvane::help {
 namespace {
 
-// The script that makes the help file, on pages of the test's own.
+// The script that makes the help file, on pages of the test.
 class CompileHelp : public testing::Test {
  protected:
   CompileHelp() {

@@ -5,7 +5,7 @@
 namespace kolvane::help {
 namespace {
 
-// Asks for everything that the viewer may ask for. No page is named that the file has not.
+// Asks for everything that the viewer may ask for. Every page that is named must exist.
 void UseAll(std::string bytes) {
   const auto file = HelpFile::FromBytes(std::move(bytes));
   if (file == nullptr) return;

@@ -74,7 +74,7 @@ TEST_F(DemoList, EveryJumpHasItsTarget) {
   }
 }
 
-// A label that the run comes to without a jump would be sent.
+// A label that a run reaches without a jump would be sent as a command.
 TEST_F(DemoList, LabelsThatAreNoCommentStandAfterTheStop) {
   const auto stop = std::ranges::find(rows_, "$STOP");
   ASSERT_NE(stop, rows_.end());
@@ -90,7 +90,7 @@ TEST_F(DemoList, StaysConnected) {
   }
 }
 
-// The run ends on the grid's last row, far from the remarks: what comes next is said by the last answers.
+// The run ends on the grid's last row, far from the remarks: the last answers say what comes next.
 TEST_F(DemoList, EndsWithAnswersThatLeadOn) {
   const auto stop = std::ranges::find(rows_, "$STOP");
   ASSERT_NE(stop, rows_.end());
@@ -105,7 +105,7 @@ TEST_F(DemoList, ClosesItsLoopsAndItsSilence) {
   EXPECT_EQ(std::ranges::count(rows_, "$AUTOLOG ON"), std::ranges::count(rows_, "$AUTOLOG OFF"));
 }
 
-// Each jump out of a condition lands before the condition's own $ENDIF, or before another in its place.
+// Each jump out of a condition lands before the condition's own $ENDIF, or before another that replaces it.
 TEST_F(DemoList, ClosesItsConditions) {
   const auto opened = Count("$IFERR") + Count("$IFEQUAL") + Count("$IFGREATER") + Count("$IFLESS");
   constexpr auto kJumpsOutOfConditions = 2;

@@ -19,7 +19,7 @@
 
 namespace kolvane::help {
 
-/// The simulated amplifier as a device without a line; the test's clock is its own.
+/// The simulated amplifier as a device without a line; its clock is the test's.
 class AmplifierDevice final : public device::Device {
  public:
   explicit AmplifierDevice(const base::Clock& clock) : instrument_(clock, {}) {}
@@ -47,7 +47,7 @@ class AmplifierDevice final : public device::Device {
   std::optional<std::int32_t> FlushInput() override { return std::nullopt; }
   void ActivateInterpreter() override {}
 
-  /// The bytes that the instrument answers.
+  /// The bytes of the instrument's answer.
   std::string Ask(std::string_view command) {
     Write(command, "", 0);
     return reply_.bytes;
@@ -72,7 +72,7 @@ class ExampleRun {
   const std::vector<std::string>& errors() const { return prompt_.errors; }
   const std::vector<std::string>& log() const { return log_.calls; }
   const std::string& pane() const { return pane_.text; }
-  /// Whether every loop and condition that was begun has ended.
+  /// Whether every loop and condition that was started has ended.
   bool closed() const { return script_.interpreter.RepeatLevel == 0 && script_.interpreter.IfDepth == 0; }
 
  private:

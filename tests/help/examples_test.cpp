@@ -1,4 +1,4 @@
-// Every example that help and reference show does what it is shown for.
+// Every example in the help and the reference does what its text says.
 
 #include <gtest/gtest.h>
 
@@ -15,7 +15,7 @@
 namespace kolvane::help {
 namespace {
 
-/// An example: where it stands, and its lines.
+/// An example: its page or heading, and its lines.
 struct Example {
   std::string where;
   std::vector<std::string> lines;
@@ -44,7 +44,7 @@ std::vector<Example> OfPages(const std::string& kind) {
   return examples;
 }
 
-// The groups of rows of the reference, but for the texts of its errors.
+// The groups of rows of the reference, except the texts of its errors.
 std::vector<Example> OfReference() {
   std::vector<Example> examples;
   std::string heading;
@@ -60,7 +60,7 @@ std::vector<Example> OfReference() {
   return examples;
 }
 
-// Whether a run comes to a $WRITELOG depends on what is measured.
+// Whether a run reaches a $WRITELOG depends on the measured values.
 bool OpensTheLogItWrites(const std::vector<std::string>& lines) {
   const auto first = [&lines](std::string_view command) {
     return std::ranges::find(lines, command, FirstWord);
@@ -89,7 +89,8 @@ TEST(Examples, OfTheReferencePlay) {
   ExpectPlays(examples);
 }
 
-// What is not played is no list of commands: a display, the content of another file, the form of a call.
+// Blocks that are not played are not command lists: a display, the content of another file, the form of a
+// call.
 TEST(Examples, EveryBlockOfThePagesHasItsKind) {
   const std::set<std::string> kinds = {"beispiel", "vorlage", "aufruf", "syntax", "anzeige", "datei"};
   const HelpPages pages(KOLVANE_HELP_FOLDER);
@@ -132,7 +133,7 @@ TEST(Examples, OfTemplatesGiveALineAField) {
 class AmplifierSetup final : public device::DeviceSetup {
  public:
   device::Device& device() override { return device_; }
-  // What it answers is its own matter.
+  // The content of its answer does not matter.
   void Receive(const std::string& /*bytes*/) override { device_.Write("*IDN?", "\n", 0); }
 
  private:

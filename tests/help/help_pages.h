@@ -64,7 +64,7 @@ class HelpPages {
     return html.find("<a name=\"" + name + "\">") != std::string::npos;
   }
 
-  /// Whether one of the pages says this, to the letter.
+  /// Whether one of the pages contains exactly this text.
   bool Quotes(std::string_view text) const {
     return std::ranges::any_of(
         texts_, [text](const std::string& page) { return page.find(text) != std::string::npos; });

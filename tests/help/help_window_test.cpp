@@ -35,7 +35,7 @@ class HelpWindowTest : public testing::Test {
   QAction* Action(const char* name) { return help_.findChild<QAction*>(QLatin1String(name)); }
   std::string Path() { return Page()->Path().toStdString(); }
 
-  // A click that comes from the platform, as modality is looked at there.
+  // A click that comes from the platform, where modality is checked.
   void ClickOn(QWidget* widget, const QPoint& where) {
     QWindow* window = widget->window()->windowHandle();
     QTest::mouseClick(window, Qt::LeftButton, {}, widget->mapTo(widget->window(), where));

@@ -113,7 +113,7 @@ TEST(HelpPages, EachPictureIsShown) {
   }
 }
 
-// F1 goes to the anchor of a control, and what stands above it is out of sight.
+// F1 scrolls to the anchor of a control, so what is above it is out of sight.
 TEST(HelpPages, AnchorsOfAWholePageStandInItsHeading) {
   for (const auto& [name, html] : Pages().pages())
     EXPECT_EQ(html.find("</h1>\n<p><a name="), std::string::npos) << name;
@@ -127,7 +127,7 @@ TEST(HelpPages, AnchorsOfAPageDiffer) {
   }
 }
 
-// "" where each tag is known and closed in its order, otherwise the first that is not.
+// "" if each tag is known and closed in its order, otherwise the first that is not.
 std::string FirstWrongTag(const std::string& html) {
   static const std::set<std::string> empty = {"meta", "link", "img", "br"};
   static const std::set<std::string> known = {"html",  "head", "title", "body", "h1", "h2", "p",

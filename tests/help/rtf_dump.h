@@ -26,7 +26,7 @@ inline std::string Dump(const RtfDocument& document) {
   return out;
 }
 
-/// The dump of `body` as the content of a file; its fault in front where it has one.
+/// The dump of `body` as the content of a file; its fault before it, if there is one.
 inline std::string Read(const std::string& body) {
   const RtfResult result = ReadRtf("{\\rtf1\\ansi " + body + "}");
   const std::string fault =

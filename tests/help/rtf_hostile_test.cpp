@@ -94,7 +94,7 @@ const std::string kSample =
     "??"
     "{\\cf1\\f1\\i\\ul $REPEAT\\~3}\\tab\\'e4\\line\\{\\bin3 }}}\\}\\par}";
 
-// The number of a \u that is cut off stands for another character, and may leave half of a pair before it.
+// A \u with a truncated number is another character, and may leave half of a surrogate pair before it.
 TEST(RtfHostile, CutAnywhereItShowsABeginning) {
   constexpr std::ptrdiff_t kTwoCharacters = 6;
   const std::string whole = TextOf(kSample);

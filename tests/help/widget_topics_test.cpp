@@ -162,7 +162,7 @@ TEST(WidgetTopics, TakeTheInnermostNameThatHasOne) {
   EXPECT_EQ(place({"optFormat_5", "Frame1"}), (HelpPlace{505, "optFormat_5"}));
 }
 
-// The words by which somebody looks who does not know the page's own.
+// Words that a user searches for who does not know those of the page.
 TEST(HelpSearch, FindsWhatIsCalledOtherwiseHere) {
   const auto file = HelpFile::Open(KOLVANE_COMPILED_HELP);
   ASSERT_NE(file, nullptr);
