@@ -14,7 +14,7 @@
 
 namespace kolvane::inspect {
 
-/// The inspector on marked bytes, with templates of its own.
+/// The inspector on marked bytes, with its own templates.
 class BinInspectDialogTest : public testing::Test {
  protected:
   void Open(std::string_view bytes) {

@@ -90,7 +90,7 @@ TEST(HexDumpTest, OneMoreLineOverflows) {
       EXPECT_EQ(error.kind(), base::RuntimeError::Kind::kOverflow);
     }
   }
-  // A line that is never finished does not count.
+  // A line that is not finished does not count.
   EXPECT_EQ(BuildDump(Marked(Ramp(32753)) + " ").size(), 2047u * 62);
 }
 

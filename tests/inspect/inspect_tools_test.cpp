@@ -1,4 +1,4 @@
-// What stands in the inspector beside dump, format and value.
+// The parts of the inspector besides dump, format and value.
 #include <QAbstractButton>
 #include <QAction>
 #include <QClipboard>

@@ -129,7 +129,7 @@ TEST_F(TemplateRunTest, TheByteCountMayStandAnywhereInItsLine) {
 
 TEST_F(TemplateRunTest, TheCountIsReadFromTheUnstrippedLine) {
   Show(Ramp(32));
-  // Two spaces before it: what is read begins with "T=" and is not a number.
+  // With two spaces before it, the text that is read starts with "T=" and is not a number.
   Run("  BYTECOUNT=3");
   EXPECT_EQ(view_.selected, 2 * 62 - 5);
   Run("BYTECOUNT=3  ");
