@@ -4,7 +4,8 @@
 
 namespace kolvane::base {
 
-/// Limits every file to `bytes`, like a full disk; ignores the kernel's signal, which would end the process.
+/// Limits every file to `bytes`, like a full disk. A write beyond that ends the process by SIGXFSZ unless the
+/// signal is blocked.
 class SmallFiles {
  public:
   explicit SmallFiles(rlim_t bytes) {

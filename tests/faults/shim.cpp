@@ -1,8 +1,8 @@
 // Preloaded into a program: makes one chosen call fail, as the environment says.
 //
 //   FAULT_CALL  read, write, recv, send, poll, connect, open, save, fsync, rename, malloc, clock
-//   FAULT_KIND  short, kill (ends the program in the call's place), torn (the same after half a write), back (a
-//               clock that goes back an hour at each look), or the number of an errno
+//   FAULT_KIND  short, kill (ends the program in the call's place), torn (the same after half a write), back
+//               (a clock that goes back an hour at each look), or the number of an errno
 //   FAULT_NTH   which of the calls that count is hit first, from 1 on
 //   FAULT_LAST  "once", or "on": every further one as well
 //   FAULT_FILE  a file that is created at a hit
