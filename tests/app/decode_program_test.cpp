@@ -101,6 +101,9 @@ TEST_F(DecodeProgramTest, RecordsUpToTheEndACutOneIncluded) {
             "{\"a\":3,\"b\":4}\n{}\n");
   EXPECT_EQ(FromInput(file, "decode - --offset 3 --repeat all --format csv --template " + pattern).out,
             "a,b\n3,4\n,\n");
+  const std::string skip_one = " decode - --offset 1 --template " + File("b.BNS", "BYTECOUNT=1\na;BYTE;0\n");
+  EXPECT_EQ(RunProgram({"-c", "printf '\\7\\10' | " KOLVANE_PROGRAM + skip_one}, {.program = "/bin/sh"}).out,
+            "a=8\n");
 }
 
 TEST_F(DecodeProgramTest, JsonHasNullForWhatIsNoNumber) {

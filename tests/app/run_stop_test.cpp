@@ -53,6 +53,23 @@ TEST_P(StoppedBySignalTest, TheRowInHandIsGivenUpAndTheRunEnds) {
 
 INSTANTIATE_TEST_SUITE_P(Signals, StoppedBySignalTest, testing::Values(SIGINT, SIGTERM, SIGHUP));
 
+TEST_F(RunStopTest, ASignalThatItsStarterIgnoresStaysIgnored) {
+  std::latch over(1);
+  Instrument instrument([&](const std::string& line) {
+    if (line == "B") over.wait();
+    return Echo(line);
+  });
+  Program program(Words("A\nB\nC\n", instrument),
+                  {.wrapper = {"sh", "-c", "trap '' INT; exec \"$0\" \"$@\""}});
+  instrument.AwaitLines(2);
+  program.Signal(SIGINT);
+  program.Signal(SIGTERM);
+  const Outcome outcome = program.Wait();
+  over.count_down();
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.err, "kolvane: -60: abgebrochen\nkolvane: Der Ablauf wurde abgebrochen.\n");
+}
+
 TEST_F(RunStopTest, CommandsAreStoppedTheSameWay) {
   std::latch over(1);
   Instrument instrument([&](const std::string& line) {
