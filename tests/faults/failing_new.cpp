@@ -26,6 +26,11 @@ void* operator new(std::size_t size) {
   throw std::bad_alloc();
 }
 
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+  if (left > 0 && !IsQt(__builtin_return_address(0)) && --left == 0) return nullptr;
+  return std::malloc(size > 0 ? size : 1);
+}
+
 void operator delete(void* memory) noexcept { std::free(memory); }
 void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 
