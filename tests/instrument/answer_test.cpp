@@ -82,7 +82,7 @@ TEST_F(Answer, CanBeABlock) {
   partner.Send("#15a\nb\nc\r\n#213hello, \r\nyou\n#10\r\nafter\r\n");
   EXPECT_EQ(instrument.QueryBlock("A"), "a\nb\nc");
   EXPECT_EQ(instrument.QueryBlock("B"), "hello, \r\nyou\n");
-  // What follows the block is not its termination.
+  // The bytes after the block are not its termination.
   EXPECT_EQ(instrument.Flush(), 12u);
   EXPECT_EQ(partner.Receive(4), "A\nB\n");
 }

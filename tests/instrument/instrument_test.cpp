@@ -146,7 +146,7 @@ TEST(Instrument, ClosedByAnotherThreadGivesUpItsWait) {
   std::int32_t status = 0;
   std::thread reader([&] { status = StatusOf([&] { instrument.Read(); }); });
   waits.wait(false);
-  // The settings can be had meanwhile.
+  // The settings are available while the other thread waits.
   instrument.SetTimeoutMs(instrument.TimeoutMs() / 2);
   instrument.Close();
   reader.join();

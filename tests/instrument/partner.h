@@ -11,7 +11,7 @@
 
 namespace kolvane::instrument {
 
-/// The far end of one instrument's connection: the test says what it sends and looks at what came.
+/// The far end of one instrument's connection: the test chooses what it sends and examines what it receives.
 class Partner {
  public:
   std::string resource() const {
@@ -23,7 +23,7 @@ class Partner {
     fd_ = base::Descriptor(listener_.Accept());
     return instrument;
   }
-  /// Small enough for the socket to take it at once.
+  /// `bytes` must fit into the socket's buffer.
   void Send(std::string_view bytes) const { send(fd_.get(), bytes.data(), bytes.size(), MSG_NOSIGNAL); }
   void SendAll(std::string_view bytes) const {
     while (!bytes.empty()) {
@@ -44,7 +44,7 @@ class Partner {
   base::Descriptor fd_;
 };
 
-/// The status that `call` fails with, 0 where it does not.
+/// The status that `call` fails with; 0 if it succeeds.
 template <typename Call>
 std::int32_t StatusOf(Call call) {
   try {
