@@ -23,7 +23,7 @@ using Lines = std::vector<std::string>;
 constexpr std::int32_t kPatienceMs = 20'000;
 constexpr std::int32_t kShortMs = 1;
 
-/// Each step that waits for the connection takes five seconds of the test's own time.
+/// Each step that waits for the connection advances the test's own clock by five seconds.
 class DialTest : public testing::Test, private device::WaitListener {
  protected:
   std::int32_t Dial(Modem& modem, const std::string& script, std::int32_t timeout_ms = kPatienceMs) {
@@ -48,7 +48,7 @@ class DialTest : public testing::Test, private device::WaitListener {
     return answer;
   }
 
-  // The port is closed: nothing can be sent, and the line is free for others.
+  // The port is closed: nothing can be sent, and the line can be opened by others.
   void ExpectClosed(Modem& modem) {
     EXPECT_EQ(state_.last_result, 0) << "connecting itself counts as done";
     device_.Write("X", "\n", 0);
@@ -86,14 +86,14 @@ TEST_F(DialTest, EachLineIsSentWithCrAndConnectCompletesTheDialling) {
 TEST_F(DialTest, TheOnlyReplyMayBeConnect) {
   Modem modem(Answers{{"ATD", "CONNECT\r\n"}});
   EXPECT_EQ(Dial(modem, "ATD"), 0);
-  EXPECT_EQ(replies_, Lines{}) << "the line's own reply counts";
+  EXPECT_EQ(replies_, Lines{}) << "the reply to the line itself counts";
   device_.Close();
 }
 
 TEST_F(DialTest, AnEchoIsNotAnAnswer) {
   Modem modem(Answers{{"ATE1", "\r\nOK\r\n"}, {"ATDT1", "\r\nRINGING\r\n\r\nCONNECT\r\n"}}, true);
   EXPECT_EQ(Dial(modem, "ATE1\r\nATDT1"), 0);
-  EXPECT_EQ(Exchange("A"), "A\r\n") << "nothing of the dialogue is left";
+  EXPECT_EQ(Exchange("A"), "A\r\n") << "nothing of the dialogue is left to read";
   device_.Close();
 }
 

@@ -27,7 +27,7 @@ TEST_P(ExchangeTest, AnAnswerIsShownAndKeptWithoutItsTerminator) {
   EXPECT_EQ(answer.find_first_of("\r\n"), std::string::npos);
   EXPECT_EQ(terminal_.pane.lines.back(), answer);
   EXPECT_EQ(terminal_.library.Library()->Delivered(), static_cast<std::int32_t>(answer.size()) + 2)
-      << "so that nobody looks at the rest of the buffer";
+      << "the rest of the buffer is not read";
 }
 
 TEST_P(ExchangeTest, SeveralValuesAreFields) {

@@ -16,7 +16,7 @@ TEST(Fault, ASilentInstrumentRunsIntoTheTimeoutAndTheLateAnswerCanBeFlushed) {
   EXPECT_LT(terminal.Status(), 0);
   EXPECT_EQ(terminal.state.last_answer.text, std::to_string(terminal.Status()));
   terminal.state.shown.timeout = "5000";
-  // The late "0" and what the next command brings come in turn; a flush puts the dialogue back in step.
+  // The late "0" is read first, then the next command's answer; a flush puts the dialogue back in step.
   EXPECT_EQ(terminal.Ask("ECHO eins"), "0");
   EXPECT_EQ(terminal.Ask("ECHO zwei"), "eins");
   terminal.controls.PickMode(1);

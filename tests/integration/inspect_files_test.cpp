@@ -1,4 +1,4 @@
-// Files that other programs wrote, sent by the amplifier as binary answers, dumped and read through
+// Files written by other programs, sent by the amplifier as binary answers, dumped and read through
 // templates.
 #include <gtest/gtest.h>
 
@@ -29,7 +29,7 @@ class InspectFilesTest : public testing::Test {
     ASSERT_TRUE(terminal_->device.connected);
   }
 
-  /// The dump of an answer of which that many bytes are received.
+  /// The dump of the first `count` bytes of an answer.
   std::string Receive(const std::string& command, int count) {
     terminal_->controls.PickFormat(1);
     terminal_->controls.PickMode(2);

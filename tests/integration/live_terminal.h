@@ -29,11 +29,10 @@ class LiveTerminal {
   LiveTerminal(const LiveTerminal&) = delete;
   LiveTerminal& operator=(const LiveTerminal&) = delete;
 
-  /// Sends `command` as a row of a list is sent and returns the answer that is kept; empty where none is
-  /// read.
+  /// Sends `command` as a row of a list and returns the answer kept by the session; empty if none is read.
   std::string Ask(const std::string& command);
 
-  /// What the last operation left: negative = failure.
+  /// The status of the last operation: negative = failure.
   std::int16_t Status() { return core.device.LastError().code; }
 
   amplifier::ServerThread amplifier;

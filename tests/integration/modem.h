@@ -11,11 +11,11 @@
 
 namespace kolvane::integration {
 
-/// What a modem says to a line.
+/// A modem's answers, by the lines that it receives.
 using Answers = std::map<std::string, std::string>;
 
-/// A modem on a pseudo terminal. It takes lines ended by CR, answers those it has an answer for (as it
-/// stands) and stays silent otherwise. Once it has said CONNECT it says every line back, ended by CR LF.
+/// A modem on a pseudo terminal. It reads lines ended by CR, sends the answer for each unchanged, and stays
+/// silent if it has none. Once it has sent CONNECT it echoes every line, ended by CR LF.
 class Modem {
  public:
   explicit Modem(Answers answers, bool echoes = false);
@@ -25,9 +25,9 @@ class Modem {
 
   const std::string& node() const { return line_.node(); }
   int line() const { return line_.slave(); }
-  /// Says something unasked.
+  /// Sends `text` unasked.
   void Say(std::string_view text);
-  /// Returns once `count` lines have come; without their CR.
+  /// Waits for `count` lines and returns them without their CR.
   std::vector<std::string> AwaitLines(std::size_t count);
 
  private:
