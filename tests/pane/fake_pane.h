@@ -37,7 +37,7 @@ class FakePane final : public Pane {
   int refreshed = 0;
 };
 
-/// The real pane's text without a window; commands have their colour.
+/// The real pane's text without a window; commands are shown in their colour.
 class TextPane final : public Pane {
  public:
   void AppendLine(LineKind kind, std::string_view line) override {

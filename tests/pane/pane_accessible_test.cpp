@@ -219,7 +219,7 @@ class PaneAnnouncements : public testing::Test {
   void SetUp() override { QAccessible::setActive(true); }
   void TearDown() override { QAccessible::setActive(false); }
 
-  // The pane's own.
+  // Owned by the pane.
   RecordingAnnouncer& announcer_ = *new RecordingAnnouncer;
   OutputPane pane_{nullptr, std::unique_ptr<PaneAnnouncer>(&announcer_)};
 };

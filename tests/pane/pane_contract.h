@@ -8,8 +8,8 @@
 
 namespace kolvane::pane {
 
-/// What every Pane promises to whoever writes into it. `Case` has `pane()`, and `Text()` for what has been
-/// shown so far, with LF for each line break and without the first one.
+/// What every Pane guarantees. `Case` has `pane()`, and `Text()` for what has been shown so far, with LF for
+/// each line break and without the first one.
 template <typename Case>
 class PaneContract : public testing::Test {
  protected:

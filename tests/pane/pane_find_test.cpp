@@ -10,7 +10,7 @@ TEST(RegexMatcher, SearchesEachLineSeparately) {
   EXPECT_EQ(RegexMatcher("^b.*$", true).FindIn("ab\nbc\nbd\n"), (Hits{{3, 5}, {6, 8}}));
   EXPECT_EQ(RegexMatcher("[^x]+", true).FindIn("ab\ncd\nxe\n"), (Hits{{0, 2}, {3, 5}, {7, 8}}));
   EXPECT_EQ(RegexMatcher("b\\s*c", true).FindIn("a b c b\nc\n"), (Hits{{2, 5}}));
-  EXPECT_TRUE(RegexMatcher("y*", true).FindIn("abc\n").empty()) << "an empty hit is none";
+  EXPECT_TRUE(RegexMatcher("y*", true).FindIn("abc\n").empty()) << "an empty hit does not count";
 }
 
 TEST(RegexMatcher, CountsBytes) {
@@ -50,7 +50,7 @@ TEST_F(PaneFindTest, GoesThroughTheHits) {
   SetText("one\ntwo one\nthree\none");
   pane_.Select(1, 1);
   Search("one");
-  EXPECT_EQ(Shown(), "2/3") << "the first one from where the caret stands";
+  EXPECT_EQ(Shown(), "2/3") << "the first one after the caret";
   EXPECT_EQ(pane_.selectedText(), "one");
   find_->GoToNext();
   Finish();
@@ -108,7 +108,7 @@ TEST_F(PaneFindTest, HighlightsHitsInViewAndScrollBar) {
   pane_.FollowEnd();
   pane_.Select(0, 0);
   pane_.FollowEnd();
-  const PaneRange hit = {pane_.text().Length() - 8 - 9, 0};  // "line 299", a line before the last
+  const PaneRange hit = {pane_.text().Length() - 8 - 9, 0};  // "line 299", the last line but one
   const QImage shown = pane_.viewport()->grab().toImage();
   const QRect cell = pane_.CharacterRect(hit.begin);
   EXPECT_EQ(shown.pixelColor(cell.left() + 1, cell.top() + 1), base::HitGround(Qt::white));

@@ -52,7 +52,7 @@ TEST(PaneMoves, FindsTheWordAround) {
   EXPECT_EQ(Around("MSV? 12,größe", 3, WordAround), "?");
   EXPECT_EQ(Around("MSV? 12,größe", 4, WordAround), " ");
   EXPECT_EQ(Around("MSV? 12,größe", 9, WordAround), "größe");
-  EXPECT_EQ(Around("ab", 2, WordAround), "ab") << "behind the end";
+  EXPECT_EQ(Around("ab", 2, WordAround), "ab") << "after the end";
   EXPECT_EQ(Around("a\n\nb", 2, WordAround), "");
 }
 

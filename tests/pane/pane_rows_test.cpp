@@ -1,4 +1,4 @@
-// Where lines break into rows, and which part of the text stands where.
+// Where lines break into rows, and which part of the text is in which row.
 #include <gtest/gtest.h>
 
 #include <QFontMetricsF>

@@ -43,7 +43,7 @@ TEST(PlainMatcher, ReplacesEachHit) {
   EXPECT_EQ(ReplaceHits(PlainMatcher("a", true), "banana", ""), "bnn");
 }
 
-/// A text with a hit, "x", in each tenth of its lines, which make many chunks.
+/// A text of many chunks with a hit, "x", in every tenth line.
 class LongSearch : public testing::Test {
  protected:
   static constexpr int kLines = 50000;
@@ -78,7 +78,7 @@ TEST_F(LongSearch, KnowsTheHitsOfTheTextSearchedSoFar) {
   EXPECT_FALSE(search_.NextHit(StartOf(25001)).known);
   search_.Advance([] { return true; });
   const auto next = search_.NextHit(StartOf(25001));
-  ASSERT_TRUE(next.known && next.hit) << "it begins where the user stands";
+  ASSERT_TRUE(next.known && next.hit) << "it starts at the user's position";
   EXPECT_EQ(next.hit->begin, StartOf(25010));
   EXPECT_FALSE(search_.PreviousHit(0).known);
 }
@@ -87,9 +87,10 @@ TEST_F(LongSearch, FindsTheNextAndThePreviousHitAndWrapsAround) {
   SearchAll();
   EXPECT_EQ(search_.NextHit(StartOf(0)).hit->begin, StartOf(0));
   EXPECT_EQ(search_.NextHit(StartOf(0) + 1).hit->begin, StartOf(10));
-  EXPECT_EQ(search_.NextHit(StartOf(kLines - 1)).hit->begin, StartOf(0)) << "after the last the first";
+  EXPECT_EQ(search_.NextHit(StartOf(kLines - 1)).hit->begin, StartOf(0)) << "the first follows the last";
   EXPECT_EQ(search_.PreviousHit(StartOf(10)).hit->begin, StartOf(0));
-  EXPECT_EQ(search_.PreviousHit(StartOf(0)).hit->begin, StartOf(kLines - 10)) << "before the first the last";
+  EXPECT_EQ(search_.PreviousHit(StartOf(0)).hit->begin, StartOf(kLines - 10))
+      << "the last precedes the first";
   EXPECT_EQ(search_.CountBefore(StartOf(20000)), 2000U);
 }
 

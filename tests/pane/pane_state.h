@@ -20,7 +20,7 @@ inline std::string State(const PaneText& pane) {
   return out;
 }
 
-/// The stretches of one colour: "0:/plain 255:red".
+/// The ranges of one colour: "0:/plain 255:red".
 inline std::string Colors(const PaneText& pane) {
   std::string out;
   for (std::size_t at = 0; at < pane.Length();) {

@@ -10,7 +10,7 @@
 namespace kolvane::pane {
 namespace {
 
-// The same text as bytes with one colour each, edited the plain way.
+// The same text as bytes with one colour each, edited in the simplest way.
 struct Model {
   std::string text;
   std::vector<Color> colors;
@@ -33,7 +33,7 @@ std::vector<Color> ColorsOf(const PaneStore& store) {
   std::vector<Color> colors;
   while (colors.size() < store.Length()) {
     const ColorStretch stretch = StretchAt(store, colors.size());
-    EXPECT_EQ(stretch.begin, colors.size()) << "stretches are as long as can be";
+    EXPECT_EQ(stretch.begin, colors.size()) << "ranges are as long as possible";
     if (stretch.end <= colors.size()) break;
     colors.resize(stretch.end, stretch.color);
   }
@@ -74,7 +74,7 @@ class Dice {
   std::mt19937 random_{20240229};
 };
 
-// A place where a character begins.
+// The nearest position at which a character starts.
 std::size_t Snap(const std::string& text, std::size_t at) {
   while (at < text.size() && (static_cast<unsigned char>(text[at]) & 0xC0) == 0x80) ++at;
   return at;

@@ -88,7 +88,7 @@ TEST(PaneText, AppendedTextIsBeforeTheCaretExceptForTheGivenCount) {
   pane.AppendLine("12.5", base::kNoColor);
   pane.AppendText("(dt = 3.5 ms)\r\n", 1);
   EXPECT_EQ(pane.Text("\r\n"), "\r\n12.5(dt = 3.5 ms)\r\n");
-  EXPECT_EQ(State(pane), "/12.5(dt = 3.5 ms)|/") << "inside CR LF is before it";
+  EXPECT_EQ(State(pane), "/12.5(dt = 3.5 ms)|/") << "a position inside CR LF counts as before it";
 }
 
 TEST(PaneText, TheCaretCountsABreakAsTwo) {

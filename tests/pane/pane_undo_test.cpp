@@ -127,7 +127,7 @@ TEST_F(Undoing, SeveralChunksAreRestored) {
   EXPECT_EQ(Colors(pane_), colors);
 }
 
-// As many as are kept, and one more.
+// One edit more than are kept.
 TEST(PaneUndoLimits, TheOldestEditsAreDropped) {
   PaneUndo undo;
   for (std::size_t i = 0; i <= PaneUndo::kMostEdits; ++i) undo.Note({i, 1, {}, base::kNoColor}, false);
@@ -145,7 +145,7 @@ TEST(PaneUndoLimits, WhatWasRemovedIsBounded) {
   EXPECT_EQ(undo.Newest()->begin, 1u);
   undo.Note({2, 0, {"y", {}}, base::kNoColor}, false);
   EXPECT_EQ(undo.Take().begin, 2u);
-  EXPECT_EQ(undo.Newest(), nullptr) << "older than what had to go";
+  EXPECT_EQ(undo.Newest(), nullptr) << "older than what was dropped";
   undo.Note({3, 1, {}, base::kNoColor}, false);
   undo.Note({4, 0, {std::string(PaneUndo::kMostRemoved + 1, 'x'), {}}, base::kNoColor}, false);
   EXPECT_EQ(undo.Newest(), nullptr);

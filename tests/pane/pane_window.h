@@ -11,7 +11,7 @@
 
 namespace kolvane::pane {
 
-/// A shown pane and what its tests ask of it.
+/// A visible pane, with what its tests need.
 class PaneWindow : public testing::Test {
  protected:
   void SetUp() override {

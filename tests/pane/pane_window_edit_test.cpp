@@ -175,7 +175,7 @@ TEST_F(PaneWindow, TakesTextOfInputMethods) {
   pane_.Select(1, 1);
   QInputMethodEvent compose(QStringLiteral("^"), {});
   QCoreApplication::sendEvent(&pane_, &compose);
-  EXPECT_EQ(State(), "a|b") << "what is being composed is no text yet";
+  EXPECT_EQ(State(), "a|b") << "what is being composed is not part of the text yet";
   QInputMethodEvent commit;
   commit.setCommitString(QStringLiteral("ê"));
   QCoreApplication::sendEvent(&pane_, &commit);

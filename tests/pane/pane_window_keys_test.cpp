@@ -18,7 +18,7 @@ TEST_F(PaneWindow, ArrowsMoveAndShiftSelects) {
   Key(Qt::Key_Left, Qt::ShiftModifier);
   EXPECT_EQ(State(), "a[|bc/d]ef");
   Key(Qt::Key_Right);
-  EXPECT_EQ(State(), "abc/d|ef") << "a selection ends at its end";
+  EXPECT_EQ(State(), "abc/d|ef") << "Right ends a selection at its end";
 }
 
 TEST_F(PaneWindow, HomeAndEndMoveWithinTheLine) {
@@ -74,7 +74,7 @@ TEST_F(PaneWindow, MovesThroughWrappedRows) {
   Key(Qt::Key_Down);
   EXPECT_EQ(pane_.text().caret(), second);
   Key(Qt::Key_End);
-  EXPECT_EQ(pane_.RowAround(pane_.text().caret()).begin, second) << "the row's end is the next one's begin";
+  EXPECT_EQ(pane_.RowAround(pane_.text().caret()).begin, second) << "a row's end is the next row's start";
   EXPECT_EQ(pane_.text().caret(), 2 * second - 1);
   Key(Qt::Key_Home);
   EXPECT_EQ(pane_.text().caret(), second);
@@ -122,7 +122,7 @@ TEST_F(PaneWindow, WithoutARememberedBlockTheKeysActAsUsual) {
   SetText("abcd");
   pane_.Select(1, 3);
   Key(Qt::Key_Left);
-  EXPECT_EQ(State(), "a|bcd") << "the selection ends at its begin";
+  EXPECT_EQ(State(), "a|bcd") << "Left ends a selection at its start";
   Key(Qt::Key_Left);
   EXPECT_EQ(State(), "|abcd");
   Key(Qt::Key_Right);
@@ -163,7 +163,7 @@ TEST_F(PaneWindow, TheMenuKeyAsksForThePopup) {
   EXPECT_EQ(popups.count(), 1);
   QContextMenuEvent mouse(QContextMenuEvent::Mouse, {}, {});
   QCoreApplication::sendEvent(pane_.viewport(), &mouse);
-  EXPECT_EQ(popups.count(), 1) << "the mouse asks when its button goes up";
+  EXPECT_EQ(popups.count(), 1) << "the mouse asks when its button is released";
 }
 
 }  // namespace

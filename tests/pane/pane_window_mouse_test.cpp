@@ -36,9 +36,9 @@ TEST_F(PaneMouse, AClickSetsTheCaret) {
   Click(5);
   EXPECT_EQ(State(), "abc/d|ef");
   QTest::mouseClick(pane_.viewport(), Qt::LeftButton, {}, QPoint(300, PlaceOf(1).y()));
-  EXPECT_EQ(State(), "abc|/def") << "beside the line is its end";
+  EXPECT_EQ(State(), "abc|/def") << "a click beside a line goes to its end";
   QTest::mouseClick(pane_.viewport(), Qt::LeftButton, {}, QPoint(300, 190));
-  EXPECT_EQ(State(), "abc/def|") << "below the text is its end";
+  EXPECT_EQ(State(), "abc/def|") << "a click below the text goes to its end";
 }
 
 TEST_F(PaneMouse, DraggingSelects) {
@@ -64,7 +64,7 @@ TEST_F(PaneMouse, AddedLinesKeepTheSelection) {
   EXPECT_EQ(pane_.selectedText(), QStringLiteral("line"));
   EXPECT_TRUE(pane_.plainText().endsWith(QStringLiteral("line 3\nline 1\nline 1\nline 2")));
   AppendLines(1);
-  EXPECT_EQ(pane_.selectedText(), QStringLiteral("line")) << "also after the button was let go";
+  EXPECT_EQ(pane_.selectedText(), QStringLiteral("line")) << "also after the button was released";
 }
 
 TEST_F(PaneMouse, TheViewDoesNotMoveWhileTheButtonIsDown) {
@@ -102,7 +102,7 @@ TEST_F(PaneMouse, AButtonReleasedElsewhereEndsTheSelecting) {
 
 class PaneDrop : public PaneMouse {
  protected:
-  // Whether it is taken.
+  // Whether the drop is accepted.
   bool Drop(const QMimeData& data, Qt::DropActions actions = Qt::CopyAction | Qt::MoveAction) {
     QDragEnterEvent enter({5, 5}, actions, &data, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(pane_.viewport(), &enter);
@@ -139,7 +139,7 @@ TEST_F(PaneDrop, AnythingElseIsRefused) {
   for (const QMimeData* data : {&text, &remote, &several}) EXPECT_FALSE(Drop(*data));
   QMimeData file;
   file.setUrls({QUrl::fromLocalFile(QStringLiteral("/a"))});
-  EXPECT_FALSE(Drop(file, Qt::MoveAction)) << "the file would go";
+  EXPECT_FALSE(Drop(file, Qt::MoveAction)) << "a move would delete the file";
   EXPECT_EQ(dropped_.size(), 0);
 }
 

@@ -215,8 +215,8 @@ TEST_F(PaneWindow, APaintAsksForNoFurtherPaint) {
     pane_.AppendLine(LineKind::kAnswer, "line");
     QCoreApplication::processEvents();
   }
-  // One for the update and a few for each frame of 33 ms; a paint that asks for the next brings one each
-  // turn.
+  // One for the update and a few for each frame of 33 ms; a paint that requests another one would cause one
+  // each turn.
   EXPECT_LE(counter.paints, 10 + since.elapsed() / 10);
 }
 
@@ -278,7 +278,7 @@ TEST_F(PaneWindow, AddedLinesKeepWhatIsSelected) {
   EXPECT_EQ(pane_.selectedText(), "one");
   pane_.Select(2, 2);
   pane_.AppendLine(LineKind::kAnswer, "four");
-  EXPECT_EQ(pane_.text().caret(), pane_.text().Length()) << "without a mark the caret goes to the end";
+  EXPECT_EQ(pane_.text().caret(), pane_.text().Length()) << "without a selection the caret goes to the end";
 }
 
 TEST_F(PaneWindow, TheMarginShowsTheTimeOfEachLine) {
@@ -289,7 +289,7 @@ TEST_F(PaneWindow, TheMarginShowsTheTimeOfEachLine) {
   QString time;
   QMetaObject::invokeMethod(&pane_, "lineTime", Q_RETURN_ARG(QString, time), Q_ARG(int, 1));
   EXPECT_TRUE(QTime::fromString(time, "HH:mm:ss.zzz").isValid()) << time.toStdString();
-  EXPECT_EQ(pane_.lineTime(0), "") << "before the first break nobody has sent anything";
+  EXPECT_EQ(pane_.lineTime(0), "") << "nothing has been sent before the first break";
   EXPECT_EQ(pane_.lineTime(7), "");
   pane_.selectAll();
   EXPECT_EQ(pane_.SelectedTextWithTimes().section(u'\n', 1, 1), time + " a");
