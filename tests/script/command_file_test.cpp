@@ -20,7 +20,7 @@ using Problem = FileResult::Problem;
 
 class CommandFileTest : public testing::Test {
  protected:
-  /// What the list shows of a file with these bytes.
+  /// The list after loading a file with these bytes.
   std::string Loaded(const std::string& bytes) {
     base::WriteBytes(file, bytes);
     EXPECT_TRUE(LoadCommandFile(list, file).ok());

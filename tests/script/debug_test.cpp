@@ -1,4 +1,4 @@
-// Breakpoints, playing from a row and up to one, and what is shown of a run that stands.
+// Breakpoints, playing from a row and up to one, and what is shown of an interrupted run.
 #include <gtest/gtest.h>
 
 #include "script/run_bench.h"
@@ -69,7 +69,7 @@ TEST_F(DebugTest, ItContinuesAfterBreak) {
   EXPECT_EQ(Sent(), "A|B");
   host.at_yield = nullptr;
   runner.PlayFromHere();
-  EXPECT_EQ(Sent(), "A|B|C") << "the row in hand was carried out";
+  EXPECT_EQ(Sent(), "A|B|C") << "the row being executed was completed";
 }
 
 TEST_F(DebugTest, AnotherRowChosenAfterBreakIsTheFirst) {
@@ -99,7 +99,7 @@ TEST_F(DebugTest, PlaysUpToARow) {
   EXPECT_EQ(Rows(), "A|B|>*C|D");
   list.SetCurrentRow(4);
   PlayTo(4);
-  EXPECT_EQ(Sent(), "A|B|C") << "from where the run stands";
+  EXPECT_EQ(Sent(), "A|B|C") << "from the row where the run was interrupted";
   runner.Play();
   EXPECT_EQ(Sent(), "A|B|C|A|B|C|D") << "playing does not stop there again";
 }

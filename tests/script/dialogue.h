@@ -46,7 +46,7 @@ inline std::string Unescaped(std::string_view text) {
   return bytes;
 }
 
-/// The replies, in bytes, to each command of a dialogue.
+/// The reply, in bytes, to each command of a dialogue.
 inline std::vector<std::string> Replies(std::string_view text) {
   std::vector<std::string> replies;
   while (!text.empty()) {
@@ -60,8 +60,8 @@ inline std::vector<std::string> Replies(std::string_view text) {
 
 }  // namespace dialogue
 
-/// An instrument that answers as a dialogue says and writes down the dialogue that comes about. A command
-/// that the dialogue lacks is not answered.
+/// An instrument that answers according to a dialogue and records the actual one. A command that the dialogue
+/// lacks is not answered.
 class DialogueDevice final : public device::Device {
  public:
   explicit DialogueDevice(std::string_view text) : replies_(dialogue::Replies(text)) {}

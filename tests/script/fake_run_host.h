@@ -8,7 +8,7 @@
 
 namespace kolvane::script {
 
-/// A front end that writes down the locks and, after each row, does what a test asks for.
+/// A front end that records the locks and calls a test's function after each row.
 class FakeRunHost final : public RunHost {
  public:
   void LockGUI(bool flag) override {

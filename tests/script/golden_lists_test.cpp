@@ -20,7 +20,7 @@ class GoldenListTest : public testing::TestWithParam<std::string> {
     return std::string(KOLVANE_TEST_LISTS) + "/" + GetParam() + "." + kind;
   }
 
-  /// Compares `text` with the file of `kind`, where a missing file stands for an empty text; or renews it.
+  /// Compares `text` with the file of `kind`, or renews the file; a missing file counts as an empty text.
   void Check(const char* kind, const std::string& text) const {
     if (std::getenv("KOLVANE_RENEW_LISTS") == nullptr) {
       EXPECT_EQ(text, base::ReadBytes(Path(kind))) << Path(kind);

@@ -30,7 +30,7 @@ TEST_F(InterpreterTest, UnknownCommands) {
     EXPECT_EQ(ErrorOf(line), "Unbekannter $ Befehl") << line;
 }
 
-// The last three of the table are not carried out yet.
+// The last three of the table are not executed yet.
 TEST_F(InterpreterTest, CarriesOutTheWordsOfTheTable) {
   for (const SpecialWord& special : kSpecialWords) {
     const char* argument = special.command == SpecialCommand::kAnswers ? " ALWAYS" : " 1";

@@ -8,7 +8,7 @@
 
 namespace kolvane::script {
 
-/// The golden lists' names, without folder and ending, sorted.
+/// The golden lists' names, without folder and suffix, sorted.
 inline std::vector<std::string> ListNames() {
   std::vector<std::string> names;
   for (const auto& entry : std::filesystem::directory_iterator(KOLVANE_TEST_LISTS)) {
@@ -18,7 +18,7 @@ inline std::vector<std::string> ListNames() {
   return names;
 }
 
-/// A list's name as part of a test's.
+/// A list's name in the form needed for a test's name.
 inline std::string TestNameOf(std::string name) {
   std::erase_if(name, [](unsigned char c) { return std::isalnum(c) == 0; });
   return name;

@@ -27,7 +27,7 @@ class ListRun {
   std::string Dialogue() const { return device_.transcript(); }
   std::string Messages() const { return Joined(prompt_.errors); }
   std::string Log() const { return Joined(log_.lines); }
-  /// The pane's text, a row a line.
+  /// The pane's text, one line per row.
   std::string Pane() const {
     std::string lines = pane_.text.starts_with("\r\n") ? pane_.text.substr(2) : pane_.text;
     for (std::size_t at; (at = lines.find("\r\n")) != std::string::npos;) lines.replace(at, 2, "\n");

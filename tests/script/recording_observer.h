@@ -7,7 +7,7 @@
 
 namespace kolvane::script {
 
-/// Writes down each call, "rows 1-2", "current 3", "file".
+/// Records each call: "rows 1-2", "current 3", "file".
 class RecordingObserver final : public CommandListObserver {
  public:
   void RowsChanged(int first, int last) override {

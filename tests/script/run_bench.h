@@ -14,17 +14,17 @@
 
 namespace kolvane::script {
 
-/// A command list with a session that is connected, and nothing but fakes around them.
+/// A command list and a connected session, with only fakes around them.
 struct RunBench : terminal::SessionBench {
   using Lines = std::vector<std::string>;
 
-  /// Fills the list, "|" between the rows, and runs it to its end.
+  /// Fills the list, "|" between the rows, and runs it to the end.
   void Play(std::string_view rows) {
     FillList(core.list, rows);
     core.runner.Play();
   }
 
-  /// What went to the device, "|" between the commands.
+  /// What was sent to the device, "|" between the commands.
   std::string Sent() const {
     std::string sent;
     for (const std::string& call : device.calls) {

@@ -7,7 +7,7 @@ namespace {
 
 class RunControlTest : public testing::Test, protected RunBench {
  protected:
-  /// Runs `rows` and does `action` after the row whose number is `row`.
+  /// Runs `rows` and calls `action` after row `row`.
   void PlayAnd(std::string_view rows, int row, std::function<void()> action) {
     host.at_yield = [this, row, action = std::move(action)] {
       if (list.current_row() == row) action();

@@ -18,17 +18,17 @@
 
 namespace kolvane::script {
 
-/// A list and its interpreter with nothing but fakes around them.
+/// A list and its interpreter with only fakes around them.
 struct ScriptBench {
   using Lines = std::vector<std::string>;
 
-  /// Carries `line` out as the text of row `row`.
+  /// Executes `line` as the text of row `row`.
   bool Do(std::string_view line, int row = 1) {
     list.SetCurrentRow(row);
     return interpreter.RunSpecialCommand(line);
   }
 
-  /// The message that `line` ends in without the part that names row 1; empty where it ends well.
+  /// The error message of `line` without the part that names row 1; empty if it succeeds.
   std::string ErrorOf(std::string_view line) {
     prompt.errors.clear();
     if (Do(line)) return {};
@@ -50,7 +50,7 @@ struct ScriptBench {
   terminal::FakeLog log;
   CommandList list{&state.run};
   ListErrors errors{list, prompt};
-  terminal::SessionBench session;  ///< of its own, for what reads and flushes
+  terminal::SessionBench session;  ///< a separate one, for what reads and flushes
   base::SteadyClock clock;
   terminal::Exchange exchange{session.session, session.waits, session.state.options,
                               session.output,  clock,         ","};

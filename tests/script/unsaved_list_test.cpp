@@ -22,7 +22,7 @@ using Names = std::vector<std::string>;
 
 class UnsavedListTest : public testing::Test {
  protected:
-  /// The names and rows of what is offered, newest first.
+  /// The names and rows of the lists offered, newest first.
   Names Offered() const {
     Names offered;
     for (const LeftCopy& copy : LeftCopies(folder_)) {
@@ -39,7 +39,7 @@ class UnsavedListTest : public testing::Test {
     for ([[maybe_unused]] const auto& entry : fs::directory_iterator(folder_)) ++count;
     return count;
   }
-  /// A window that is closed on a modified list, `age` seconds ago.
+  /// A window that was closed `age` seconds ago with a modified list.
   void Leave(const std::string& row, int age = 0) {
     CommandList list;
     list.SetText(1, row);
@@ -196,7 +196,7 @@ TEST_F(UnsavedListTest, WhatIsNotACopyIsSkipped) {
   base::WriteBytes(folder_ + "/list-binary/list", "\n\xFF\n");
   base::WriteBytes(folder_ + "/list-nameless/list", "/x/a.CMD\n");
   EXPECT_EQ(Offered(), Names{});
-  EXPECT_EQ(Folders(), 2u) << "a file, and what is not ours";
+  EXPECT_EQ(Folders(), 2u) << "a file, and a folder that is not a copy";
 }
 
 TEST_F(UnsavedListTest, ALongFileFillsTheRowsOfTheList) {

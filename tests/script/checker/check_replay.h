@@ -18,28 +18,28 @@
 namespace kolvane::script::checker {
 
 /// Plays lists on the real runner and interpreter and compares what they refuse with what the checker has
-/// said before. What a run leaves behind is the start of the next one.
+/// reported. Each run starts with the state that the one before has left.
 class CheckReplay {
  public:
   CheckReplay() {
     bench_.host.at_yield = [this] { RowDone(); };
   }
 
-  /// Back to a fresh program.
+  /// Restores the state of a program just started.
   void Reset() {
     bench_.script.interpreter = {};
     bench_.state.last_answer = {};
     bench_.log.open = false;
   }
 
-  /// What earlier runs have left.
+  /// Sets the state left by earlier runs.
   void SetState(const InterpreterState& state) { bench_.script.interpreter = state; }
   void SetLogOpen(bool open) { bench_.log.open = open; }
-  /// What the device answers, one after the other and over again; an empty text is a time-out.
+  /// The device's answers, in turn and repeated; an empty text is a time-out.
   void SetAnswers(std::vector<std::string> answers) { answers_ = std::move(answers); }
 
-  /// Plays at most `budget` rows of the list. With `log_known` the checker is told whether the log is open.
-  /// Returns the first disagreement, empty for none.
+  /// Plays at most `budget` rows of the list. With `log_known` the checker knows whether the log is open.
+  /// Returns the first disagreement; empty if there is none.
   std::string Compare(const std::vector<std::string>& rows, bool log_known, int budget) {
     const std::vector<std::string_view> views(rows.begin(), rows.end());
     opened_unknown_ = !log_known && bench_.log.open;
@@ -84,7 +84,7 @@ class CheckReplay {
     Answer();
   }
 
-  /// As ShowFile, which writes every row of the list.
+  /// Faster than ShowFile, which writes every row of the list.
   void Fill(std::vector<std::string> rows) {
     const std::size_t before = std::exchange(rows_, rows.size());
     rows.resize(std::max(rows_, before));
@@ -100,11 +100,11 @@ class CheckReplay {
 
   std::string Row() const { return std::to_string(row_) + " \"" + bench_.core.list.Text(row_) + "\""; }
 
-  /// A split answer has as many fields as the device likes, and a log of which nothing is known is taken for
-  /// closed where that is what the list needs.
+  /// A split answer may have any number of fields, and a log of unknown state counts as closed if the list
+  /// needs it to be.
   bool IsBeyondTheList() const {
     const std::string& error = bench_.prompt.errors.back();
-    // Some words are checked that the interpreter does not carry out yet.
+    // The checker knows some words that the interpreter does not execute yet.
     const RowParts parts(bench_.core.list.Text(row_));
     if (parts.word != nullptr && error.ends_with(script::texts::kUnknownCommand)) return true;
     if (opened_unknown_ && error.ends_with(script::texts::kLogAlreadyOpen)) return true;

@@ -27,7 +27,7 @@ std::string Text(const std::vector<std::string>& rows) {
 
 class RandomLists : public testing::TestWithParam<unsigned> {};
 
-// Each list runs three times: what a run leaves open is there for the next one.
+// Each list runs three times, each run with what the one before left open.
 TEST_P(RandomLists, AreRefusedInTheRowsThatTheCheckerReports) {
   CheckReplay replay;
   const unsigned lists = ListsOfAShare();
@@ -49,7 +49,7 @@ TEST_P(RandomLists, AreRefusedInTheRowsThatTheCheckerReports) {
   EXPECT_GT(replay.errors_met(), static_cast<int>(lists) / 4);
 }
 
-// 32767 open conditions are the most, and 32768 too many closed ones.
+// The count of open conditions is a 16-bit number: it overflows above 32767 and below -32768.
 TEST(CheckReplay, CountersOfConditionsOverflowInTheRowsThatTheCheckerReports) {
   using Rows = std::vector<std::string>;
   constexpr int kManyRows = 300000;
@@ -59,7 +59,7 @@ TEST(CheckReplay, CountersOfConditionsOverflowInTheRowsThatTheCheckerReports) {
                            Rows{"'a:", "$IFERR", "$ENDIF", "$ENDIF", "$GOTO 'a"}}) {
     CheckReplay replay;
     replay.SetAnswers({"?"});
-    // $IFERR holds: the last answer begins with "?".
+    // $IFERR holds: the last answer starts with "?".
     EXPECT_EQ(replay.Compare({"X?"}, true, kManyRows), "");
     EXPECT_EQ(replay.Compare(rows, true, kManyRows), "") << Text(rows);
     EXPECT_EQ(replay.refused(), 1) << Text(rows);

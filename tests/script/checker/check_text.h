@@ -19,7 +19,7 @@ inline std::vector<std::string_view> RowsOf(std::string_view text) {
   }
 }
 
-/// "Fehler 3: Text => $STOP (7)": kind, row, text, then proposed text and other row where there are any.
+/// "Fehler 3: Text => $STOP (7)": kind, row, text, then proposed text and other row if any.
 inline std::string FindingText(const Finding& finding) {
   std::string text = finding.kind == FindingKind::kError ? "Fehler " : "Hinweis ";
   text += std::to_string(finding.row) + ": " + finding.text;
@@ -28,7 +28,7 @@ inline std::string FindingText(const Finding& finding) {
   return text;
 }
 
-/// All findings, one a line.
+/// All findings, one per line.
 inline std::string FindingsText(const std::vector<Finding>& findings) {
   std::string text;
   for (const Finding& finding : findings) text += (text.empty() ? "" : "\n") + FindingText(finding);
@@ -41,7 +41,7 @@ inline RunStart StartWithLog(LogAtStart log) {
   return start;
 }
 
-/// What is said of a list, "|" between its rows, by a program whose log is closed.
+/// The findings in a list, "|" between its rows, with the log closed.
 inline std::string Check(std::string_view rows, const RunStart& start = StartWithLog(LogAtStart::kClosed)) {
   return FindingsText(CheckList(RowsOf(rows), start));
 }

@@ -1,4 +1,4 @@
-// What the checker says of lists that exist.
+// What the checker reports for existing lists.
 #include <gtest/gtest.h>
 
 #include <filesystem>

@@ -84,7 +84,7 @@ TEST(Checker, LetsJumpsStayInsideTheirLoop) {
   EXPECT_EQ(Check("$REPEAT 2|'a:|X?|$IFERR|$GOTO 'b|$ENDIF|$GOTO 'c|'b:|$ENDIF|'c:|$ENDREPEAT"), "");
 }
 
-// An error handler after the list goes back into the loop that is still open.
+// An error handler at the end of the list jumps back into the loop that is still open.
 TEST(Checker, LetsJumpsGoBackIntoAnOpenLoop) {
   EXPECT_EQ(Check("$REPEAT 2|X?|$GOTO 'out|'back:|$ENDREPEAT|$STOP|'out:|Y?|$GOTO 'back"), "");
 }
@@ -112,7 +112,7 @@ TEST(Checker, FindsLoopsWithoutStartOrEnd) {
   EXPECT_EQ(Check("$ENDREPEAT|$ENDREPEAT"),
             "Hinweis 1: Zu diesem $ENDREPEAT fehlt $REPEAT\n"
             "Fehler 2: Zu diesem $ENDREPEAT fehlt $REPEAT");
-  // After the first level 0 is open again, and the loop is one as any other.
+  // After the first row level 0 is open again, and the loop is like any other.
   EXPECT_EQ(Check("$ENDREPEAT|$REPEAT 2|X?|$ENDREPEAT"), "Hinweis 1: Zu diesem $ENDREPEAT fehlt $REPEAT");
 }
 
@@ -215,14 +215,14 @@ TEST(Checker, FindsRowsThatAreNeverReached) {
   EXPECT_EQ(Check("$IFERR|$STOP|$ENDIF|X?|$STOP|' end"), "");
 }
 
-// A list with a row that is refused there would be refused if it got there.
+// A row that would be refused is a hint only if it is never reached.
 TEST(Checker, HasOnlyHintsForRowsThatAreNeverReached) {
   EXPECT_EQ(Check("$STOP|$FOO"),
             "Hinweis 2: Unbekannter $ Befehl „$FOO“\n"
             "Hinweis 2: Die Zeile wird nie erreicht");
 }
 
-// The rows after an error are looked at as if it were mended.
+// The rows after an error are checked as if it were corrected.
 TEST(Checker, ContinuesAfterAnError) {
   EXPECT_EQ(Check("$FOO|$BAR|X?"),
             "Fehler 1: Unbekannter $ Befehl „$FOO“\n"

@@ -14,7 +14,7 @@
 
 namespace kolvane::script::checker {
 
-/// Makes command lists out of a number, the same for the same: rows in any order, blocks inside each other,
+/// Makes command lists out of a number, the same list for the same number: rows in any order, nested blocks,
 /// and blocks with a few rows changed.
 class RandomList {
  public:
@@ -40,7 +40,7 @@ class RandomList {
     return answers;
   }
 
-  /// What earlier runs may leave, near the limits of the counters too.
+  /// A state that earlier runs may leave, counters near their limits included.
   InterpreterState State() {
     static constexpr std::int32_t kCounts[] = {0, 0, -1, 1, 2, std::numeric_limits<std::int32_t>::min()};
     static constexpr std::int16_t kDepths[] = {0, 0, 0, 1, -1, 2, 30, -30, 32766, 32767, -32767, -32768};
@@ -88,7 +88,7 @@ class RandomList {
     return std::string(texts[Below(static_cast<int>(size))]);
   }
 
-  /// One that the interpreter carries out.
+  /// A word that the interpreter executes.
   const SpecialWord& AnyWord() { return kSpecialWords[Below(static_cast<int>(SpecialCommand::kFlush))]; }
 
   std::string Argument(ArgumentKind kind) {
@@ -155,7 +155,7 @@ class RandomList {
     for (int count = 1 + Below(3); count > 0; --count) Block(depth + 1);
   }
 
-  /// About as many loops inside each other as there may be.
+  /// About as many nested loops as are allowed.
   void Deep() {
     const int loops = 15 + Below(4);
     for (int level = 0; level < loops; ++level) rows_.emplace_back("$REPEAT 0");

@@ -55,7 +55,7 @@ TEST(RowCheck, ExplainsThatThereIsNoElse) {
   EXPECT_EQ(Check("$SONST"), "Fehler 1: Unbekannter $ Befehl „$SONST“" + why);
 }
 
-// The row counts as what it was meant to be: only the word is wrong.
+// The row counts as the command it was meant to be: only the word is wrong.
 TEST(RowCheck, ReportsNothingForThePartnerOfAMisspelledWord) {
   EXPECT_EQ(Check("$REPEAT 2|X?|$ENDREPAET"),
             "Fehler 3: Unbekannter $ Befehl „$ENDREPAET“, gemeint ist wohl „$ENDREPEAT“ => $ENDREPEAT");
@@ -63,7 +63,7 @@ TEST(RowCheck, ReportsNothingForThePartnerOfAMisspelledWord) {
             "Fehler 1: Unbekannter $ Befehl „$IFER“, gemeint ist wohl „$IFERR“ => $IFERR");
 }
 
-// A condition that fails skips the row, as it is no $ENDIF, and with it the rest of the list.
+// A failed condition skips the row, which is not an $ENDIF, and with it the rest of the list.
 TEST(RowCheck, HasNoErrorForAMisspelledEndThatIsOnlySkipped) {
   EXPECT_EQ(Check("$IFERR|X?|$ENDFI|Y?"),
             "Fehler 3: Unbekannter $ Befehl „$ENDFI“, gemeint ist wohl „$ENDIF“ => $ENDIF");
@@ -152,7 +152,7 @@ TEST(RowCheck, FindsNumbersPastTheirType) {
             "Fehler 1: „99999999999“ passt nicht, $DELAY nimmt Zahlen von -2147483648 bis 2147483647");
 }
 
-// One less than the least there is cannot be counted down to.
+// One less than the smallest number cannot be represented.
 TEST(RowCheck, FindsTheCountThatCannotBeLowered) {
   EXPECT_EQ(Check("$REPEAT -2147483647|$ENDREPEAT"),
             "Hinweis 1: Eine negative Zahl bedeutet einen Durchgang, wie 0");
@@ -174,7 +174,7 @@ TEST(RowCheck, FindsPositionsThatDoNotExist) {
   EXPECT_EQ(position("-1"), "Fehler 2: Die Position „-1“ gibt es nicht, gezählt wird ab 1");
   EXPECT_EQ(position("99999999999"), "Fehler 2: Die Position „99999999999“ gibt es nicht, gezählt wird ab 1");
   EXPECT_EQ(position("2x"), "Hinweis 2: „2x“ ist keine Zahl, es gilt 2");
-  // What is rounded is the position less one.
+  // The position minus one is rounded.
   EXPECT_EQ(position("2.5"), "Hinweis 2: „2.5“ wird gerundet, es gilt 3");
   EXPECT_EQ(position("1.5"), "Hinweis 2: „1.5“ wird gerundet, es gilt 1");
 }
