@@ -1,8 +1,8 @@
-// A day of a terminal that nobody closes, in less time: day_test SECONDS [ROUNDS]. Round after round a list
-// is played in which waits are given up and connections end, and lines come unasked while it rests; the
-// values window is open, pane and log have time stamps. A round is what a minute brings at an exchange a
-// second. After so many rounds (60) an hour is over and pane and values are cleared. Nothing may be lost,
-// doubled or changed, and nothing may grow but the text. Exit status 1 where that does not hold.
+// A day of a terminal that is never closed, in less time: day_test SECONDS [ROUNDS]. Each round plays a list
+// in which waits are given up and connections end; unasked lines arrive between the lists. The values window
+// is open, pane and log have time stamps. A round stands for a minute with an exchange every second. After
+// ROUNDS rounds (60) an hour is over, and pane and values are cleared. Nothing may be lost, doubled or
+// changed, and only the text may grow. Exit status 1 if that does not hold.
 
 #include <QAbstractItemView>
 #include <QAction>
@@ -29,12 +29,12 @@ namespace kolvane::soak {
 namespace {
 
 constexpr int kUnasked = 12;
-// Besides those that are repeated: MUTE, DROP, CUT, HALF, SAY.
+// A round's: the repeated ones, MUTE, DROP, CUT, HALF and SAY.
 constexpr int kExchanges = 60;
 constexpr int kLeastHours = 3;
-constexpr int kLook = 5;                   // ms; a wait is given up once the instrument is silent
-constexpr qint64 kPatienceMs = 60'000;     // for what must come
-constexpr double kLeftOver = 0.25e6;       // bytes of the heap
+constexpr int kLook = 5;                // ms between checks; a wait is given up once the instrument is silent
+constexpr qint64 kPatienceMs = 60'000;  // for expected events
+constexpr double kLeftOver = 0.25e6;    // bytes of the heap
 constexpr double kLeftOverResident = 4e6;  // bytes
 
 std::string Repeated(int times) { return "$REPEAT " + std::to_string(times - 1) + "\nMSV? 1\n$ENDREPEAT\n"; }
@@ -63,14 +63,14 @@ class LogReader {
     file_.clear();
   }
 
-  std::int64_t numbered = 0;  ///< lines of the instrument, each the one after the one before
-  std::int64_t wrong = 0;     ///< lines of the instrument that are not
+  std::int64_t numbered = 0;  ///< lines of the instrument whose number follows the last one
+  std::int64_t wrong = 0;     ///< the instrument's other lines
   std::int64_t given_up = 0;
-  std::int64_t lost = 0;  ///< failed for the end of a connection
+  std::int64_t lost = 0;  ///< failed because the connection ended
   std::int64_t connected = 0;
   std::int64_t unexpected = 0;
-  std::int64_t unstamped = 0;  ///< without a time, or with an earlier one than the line before
-  std::string first_fault;     ///< the lines up to the first that is wrong or unexpected
+  std::int64_t unstamped = 0;  ///< without a time, or earlier than the line before
+  std::string first_fault;     ///< the lines up to the first wrong or unexpected one
 
  private:
   void StepBack(const std::string& begun) {
@@ -117,7 +117,7 @@ class LogReader {
   std::deque<std::string> recent_;
 };
 
-/// A visible terminal with everything switched on.
+/// A visible terminal with all options on.
 class Terminal : private window::WindowRecords {
  public:
   Terminal(DayInstrument& instrument, const std::string& log)
@@ -139,7 +139,7 @@ class Terminal : private window::WindowRecords {
     Press("mnuValues");
     Load("$OPENLOG \"" + log + "\"\n$AUTOLOG ON\n");
     Play();
-    // Once, or the list would keep each as a step of undo.
+    // Only once, or each load would become a step of undo.
     Load(Round());
     window_->PressConnect();
     QObject::connect(&look_, &QTimer::timeout, &look_, [this] { GiveUpInVain(); });
@@ -221,8 +221,7 @@ class Day {
     return true;
   }
 
-  // What the instrument says last comes while nothing is under way; the list may have ended before it heard
-  // its last row.
+  // The last unasked lines arrive after the list: it may end before the instrument has received its last row.
   void AwaitUnasked() {
     is_whole_ = Await([this] {
       log_.ReadOn();
@@ -232,7 +231,7 @@ class Day {
   }
 
   void EndHour() {
-    // The window shows new rows once in a frame.
+    // The window shows new rows once a frame.
     if (!Await([this] { return terminal_.values() == answered_; })) ++wrong_values_;
     const Holding full = HoldingNow();
     terminal_.Clear();
@@ -260,7 +259,7 @@ class Day {
     verdict_.Expect(log_.unexpected == 0, "and nothing besides but what happened");
     verdict_.Expect(log_.unstamped == 0, "each line bears its time");
     verdict_.Expect(tally.unknown == 0, "each command arrived unchanged");
-    // Of the lost ones each round's CUT was received, the others were not.
+    // Of the lost commands only each round's CUT was received.
     verdict_.Expect(tally.commands + log_.lost - rounds_ == rounds_ * kExchanges, "none was sent twice");
     verdict_.Expect(log_.given_up == 2 * rounds_, "each wait in vain was given up");
     verdict_.Expect(tally.ends == 2 * rounds_ && log_.connected == 2 * rounds_ + 1,

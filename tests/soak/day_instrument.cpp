@@ -22,7 +22,7 @@ class Service {
  public:
   Service(int given_up, DayTally& tally) : given_up_(given_up), tally_(tally) {}
 
-  // Until the connection ends, from whichever side.
+  // Until either side ends the connection.
   void Serve(int peer) {
     peer_ = peer;
     is_over_ = false;
@@ -77,7 +77,7 @@ class Service {
     End();
   }
 
-  // Numbered as no line ever is.
+  // With a number that no line ever has.
   void Cut() {
     Send(NumberedLine(0).substr(0, 8));
     const linger at_once{1, 0};

@@ -10,23 +10,23 @@
 
 namespace kolvane::soak {
 
-/// What the instrument has to tell while it runs; in memory that both processes see.
+/// What the instrument reports while it runs, in memory shared by both processes.
 struct DayTally {
   std::atomic<std::int64_t> lines = 0;     ///< numbered lines, counted before they are sent
-  std::atomic<std::int64_t> said = 0;      ///< commands SAY whose lines are counted
+  std::atomic<std::int64_t> said = 0;      ///< SAY commands whose lines are counted
   std::atomic<std::int64_t> commands = 0;  ///< received
-  std::atomic<std::int64_t> unknown = 0;   ///< of them not understood
-  std::atomic<std::int64_t> ends = 0;      ///< connections that it has ended
-  std::atomic<bool> silent = false;        ///< the terminal waits in vain, until it gives up
+  std::atomic<std::int64_t> unknown = 0;   ///< unknown ones among them
+  std::atomic<std::int64_t> ends = 0;      ///< connections ended by the instrument
+  std::atomic<bool> silent = false;        ///< no answer follows; the terminal waits until it gives up
 };
 
-/// An instrument on a loopback port, in a process of its own, that does all that instruments do to a terminal
-/// in the course of a day. Lines that it sends are "0000000001,+12.345678", numbered from 1 over all
-/// connections.
+/// An instrument on a loopback port, in its own process, that does everything that instruments do to a
+/// terminal in the course of a day. The lines that it sends are "0000000001,+12.345678", numbered from 1 over
+/// all connections.
 ///   MSV? 1   answers
-///   SAY 12   answers, and says so many lines that nobody asked for
+///   SAY 12   answers, and sends that many unasked lines
 ///   MUTE     does not answer
-///   HALF     sends half an answer, and the other half once GiveUp was called
+///   HALF     sends half an answer, and the other half after GiveUp
 ///   DROP     answers and ends the connection
 ///   CUT      sends half an answer, which does not count, and resets the connection
 class DayInstrument {
@@ -38,7 +38,7 @@ class DayInstrument {
 
   std::uint16_t port() const { return listener_.port(); }
   const DayTally& tally() const { return *tally_; }
-  /// The terminal waits no longer.
+  /// The terminal has stopped waiting.
   void GiveUp();
 
  private:
@@ -48,7 +48,7 @@ class DayInstrument {
   pid_t child_ = -1;
 };
 
-/// The line of that number, without its end.
+/// The line with that number, without its line end.
 std::string NumberedLine(std::int64_t number);
 
 }  // namespace kolvane::soak

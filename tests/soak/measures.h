@@ -5,12 +5,12 @@
 namespace kolvane::soak {
 
 #ifdef KOLVANE_SANITIZED
-inline constexpr bool kMemoryIsOurs = false;  // the sanitizer keeps what was freed
+inline constexpr bool kMemoryIsOurs = false;  // the sanitizer keeps freed memory
 #else
 inline constexpr bool kMemoryIsOurs = true;
 #endif
 
-/// What the process has at the moment.
+/// What the process uses at the moment.
 struct Holding {
   double heap;      ///< bytes in use
   double resident;  ///< bytes
@@ -23,7 +23,7 @@ Holding HoldingNow();
 /// "12.34 MB"
 std::string Megabytes(double bytes);
 
-/// Prints what was expected, and whether it holds.
+/// Prints each expectation and whether it holds.
 class Verdict {
  public:
   void Expect(bool holds, const std::string& what);

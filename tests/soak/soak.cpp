@@ -1,6 +1,6 @@
 // Many exchanges through a window that records them into a log: soak_test EXCHANGES. Nothing may be lost,
-// doubled or changed between the instrument, the pane and the log, and nothing may grow but the text. Exit
-// status 1 where that does not hold.
+// doubled or changed between the instrument, the pane and the log, and only the text may grow. Exit status 1
+// if that does not hold.
 
 #include <QApplication>
 #include <cstdio>
@@ -16,10 +16,10 @@ namespace kolvane::soak {
 namespace {
 
 constexpr double kMegabyte = 1e6;
-// What the C library and Qt may keep for later after the largest text has gone, whatever its size was.
+// What the C library and Qt may keep after the largest text was freed, whatever its size.
 constexpr double kLeftOver = 0.5 * kMegabyte;
 constexpr double kLeftOverResident = 4 * kMegabyte;
-// What the pane may need to know of its lines besides their bytes.
+// What the pane may need for its lines, relative to their bytes.
 constexpr double kTextShare = 2;
 
 // A visible terminal connected to the instrument.
@@ -31,7 +31,7 @@ class Terminal : private window::WindowRecords {
     connection_.ip_port = static_cast<std::int16_t>(port);
     connection_.timeout_ms = 60000;
     terminal_.shown.timeout = "60000";
-    terminal_.options.show_commands = false;  // pane and log hold what the instrument sends, and nothing else
+    terminal_.options.show_commands = false;  // pane and log hold only what the instrument sends
     window_.Load();
     window_.show();
     window_.core().connect.Press();
@@ -59,7 +59,7 @@ class Terminal : private window::WindowRecords {
   void Clear() { Play("$CLEAR\n"); }
   void Disconnect() { window_.core().connect.Press(); }
 
-  // As an instrument would have sent it. All that it sends is in Latin-1.
+  // The pane's text in the instrument's encoding; everything that it sends is in Latin-1.
   std::string Text() {
     QString text = window_.findChild<pane::OutputPane*>(QStringLiteral("TermWin"))->plainText();
     return text.replace(QLatin1Char('\n'), QLatin1String("\r\n")).toLatin1().toStdString();
@@ -85,13 +85,13 @@ void JudgeMemory(Verdict& verdict, const Holding& before, const Holding& full, c
   verdict.Expect(after.resident - before.resident <= kLeftOverResident, "so is what the process occupies");
 }
 
-// How an exchange's time has changed; a measurement, so nobody judges it here.
+// How an exchange's time has changed: a measurement, not a check.
 void PrintTimes(const Tally& tally, std::int64_t warm_up, std::int64_t exchanges) {
   const double tenth = static_cast<double>(warm_up + exchanges) / 10;
   const auto each = [&](std::size_t part) {
     return static_cast<double>(tally.tenths[part + 1] - tally.tenths[part]) / tenth;
   };
-  // The first one is the warm-up, without the log.
+  // The first tenth is the warm-up, without the log.
   std::printf("an exchange took %.2f us in the second tenth, %.2f us in the last: x %.3f\n", each(1), each(9),
               each(9) / each(1));
 }
@@ -111,7 +111,7 @@ void JudgeCommands(Verdict& verdict, const Tally& tally, std::int64_t expected) 
 
 void JudgeTexts(Verdict& verdict, const std::string& sent, const std::string& log, const std::string& shown) {
   verdict.Expect(log == sent, "the log is byte by byte what the instrument sent");
-  // The pane breaks lines before each but the first of an empty one, the instrument behind each.
+  // The pane has a line break before each line, the instrument sends one after each.
   verdict.Expect(shown + "\r\n" == "\r\n" + sent, "so is the pane's text");
 }
 
@@ -119,7 +119,7 @@ bool Soak(std::int64_t exchanges) {
   const base::TempFolder folder;
   const std::string copy = folder.Path("sent");
   const std::string log = folder.Path("soak.LOG");
-  // Whatever is set up once is there before memory is measured.
+  // Everything that is set up once exists before memory is measured.
   const std::int64_t warm_up = exchanges / 9;
   const std::int64_t all = warm_up + exchanges;
   NumberingInstrument instrument(all, copy);
@@ -130,7 +130,7 @@ bool Soak(std::int64_t exchanges) {
   const Holding before = HoldingNow();
   terminal.Record(exchanges, log);
   const Holding full = HoldingNow();
-  // Kept in a file: in memory it would be taken for what the terminal keeps.
+  // Kept in a file: in memory it would be counted as the terminal's.
   base::WriteBytes(folder.Path("shown"), terminal.Text());
   terminal.Clear();
   const Holding after = HoldingNow();

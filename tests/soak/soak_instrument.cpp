@@ -31,7 +31,7 @@ std::int64_t NowUs() {
   return now.tv_sec * 1'000'000LL + now.tv_nsec / 1000;
 }
 
-// The measuring unit's first letter is B5 in Windows-1252.
+// The unit's first letter is B5 in Windows-1252.
 std::string Answer(std::int64_t number) {
   char text[32];
   std::snprintf(text, sizeof text, "%010lld \xB5m/m ", static_cast<long long>(number));
@@ -44,7 +44,7 @@ class Service {
   Service(int peer, std::int64_t expected, const std::string& copy, Tally& tally)
       : peer_(peer), expected_(expected), copy_(std::fopen(copy.c_str(), "wb")), tally_(tally) {}
 
-  // True when the terminal has gone and all has been copied.
+  // True if the terminal has closed the connection and everything was copied.
   bool Run() {
     std::string line;
     char buffer[4096];

@@ -11,21 +11,21 @@
 
 namespace kolvane::soak {
 
-/// What the instrument has to tell while it runs; in memory that both processes see.
+/// What the instrument reports while it runs, in memory shared by both processes.
 struct Tally {
   std::atomic<std::int64_t> commands = 0;
-  std::atomic<std::int64_t> garbled = 0;  ///< commands that are not the expected one
-  /// Microseconds on the monotonic clock at which each tenth of the expected commands had come.
+  std::atomic<std::int64_t> garbled = 0;  ///< commands other than the expected one
+  /// Microseconds on the monotonic clock at which each tenth of the expected commands had been received.
   std::array<std::atomic<std::int64_t>, 11> tenths{};
 };
 
-/// An instrument on a loopback port, in a process of its own, that numbers its answers: lines of changing
-/// length with a byte beyond ASCII, some of them sent in two pieces. It writes a copy of what it sends.
+/// An instrument on a loopback port, in its own process, that numbers its answers: lines of changing length
+/// with a byte beyond ASCII, some of them sent in two pieces. It writes a copy of what it sends.
 class NumberingInstrument {
  public:
   static constexpr char kCommand[] = "MSV? 1";
 
-  /// Expects so many commands and copies its answers to `copy`.
+  /// Expects `expected` commands and copies its answers to `copy`.
   NumberingInstrument(std::int64_t expected, const std::string& copy);
   ~NumberingInstrument();
   NumberingInstrument(const NumberingInstrument&) = delete;
@@ -34,7 +34,7 @@ class NumberingInstrument {
   std::uint16_t port() const { return listener_.port(); }
   const Tally& tally() const { return *tally_; }
 
-  /// Returns once the connection was closed and the copy is whole.
+  /// Returns once the connection is closed and the copy complete.
   void AwaitEnd();
 
  private:
