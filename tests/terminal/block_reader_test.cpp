@@ -13,7 +13,7 @@ using Result = BlockReader::Result;
 
 class BlockReaderTest : public testing::Test, protected SessionBench {
  protected:
-  /// What `incoming` is read as with that terminator.
+  /// Reads `incoming` with that terminator.
   Result Read(const std::string& incoming, std::string_view terminator = "\r\n") {
     device.incoming = incoming;
     return BlockReader(device, device_state, terminator).Read(block_);
@@ -41,7 +41,7 @@ TEST_F(BlockReaderTest, ABlockWithoutALengthEndsAtTheTerminator) {
   EXPECT_EQ(Read("#0a\nb\r\nrest"), Result::kBlock);
   EXPECT_EQ(block_, "#0a\nb");
   EXPECT_EQ(device.incoming, "rest");
-  EXPECT_EQ(Read("#0abc", ""), Result::kBlock) << "without one, to the gap";
+  EXPECT_EQ(Read("#0abc", ""), Result::kBlock) << "without a terminator, up to the gap";
   EXPECT_EQ(block_, "#0abc");
 }
 
@@ -50,7 +50,7 @@ TEST_F(BlockReaderTest, OnlyATerminatorIsStrippedAfterIt) {
   EXPECT_EQ(block_, "#12ab");
   EXPECT_EQ(device_state.put_back + device.incoming, "xy");
   device_state.put_back.clear();
-  EXPECT_EQ(Read("#12ab\nxy"), Result::kBlock) << "LF for CR LF";
+  EXPECT_EQ(Read("#12ab\nxy"), Result::kBlock) << "LF instead of CR LF";
   EXPECT_EQ(device_state.put_back + device.incoming, "xy");
 }
 
@@ -84,7 +84,7 @@ TEST_F(BlockReaderTest, ATooLargeLengthIsRefused) {
   EXPECT_EQ(Read("#8671088651"), Result::kTooLong);
   EXPECT_EQ(Read("#9999999999"), Result::kTooLong);
   device_state.put_back = "#0" + std::string(base::kBlockLimit - 1, 'x');
-  EXPECT_EQ(Read("yz"), Result::kTooLong) << "nor one without a length";
+  EXPECT_EQ(Read("yz"), Result::kTooLong) << "a block without a length is too long, too";
 }
 
 class SessionBlocksTest : public testing::Test, protected SessionBench {

@@ -34,7 +34,7 @@ struct RecordedState final : StateView {
   StateLine line;
 };
 
-/// Connect commands with nothing but fakes around them, not connected.
+/// Connect commands with only fakes around them, not connected.
 struct ConnectBench {
   /// Tag, image and tool tip.
   std::string Button() const {

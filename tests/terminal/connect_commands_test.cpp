@@ -25,7 +25,7 @@ TEST_F(ConnectCommandsTest, ConnectChangesOnlyFlagAndToolTip) {
   EXPECT_EQ(connect.StatusText(), "TCP/IP: 10.0.0.7, Port 7");
 }
 
-// A host that opens its device may run events, and so does who waits for a modem.
+// A host that opens its device may process events, and so does a wait for a modem.
 TEST_F(ConnectCommandsTest, AnAttemptIsNotReentered) {
   device.on_open = [this] {
     EXPECT_TRUE(connect.connecting());

@@ -77,7 +77,7 @@ TEST_F(ExchangeTest, ReadsOnlyAfterQueriesIfOnlyQueriesAreAnswered) {
   state.last_answer.text = "earlier";
   const ExchangeResult result = exchange.Run("VOLT 5", Sender::kList);
   EXPECT_FALSE(result.Failed());
-  EXPECT_EQ(std::ranges::count(device.calls, "ClearLastError"), 1) << "of the write";
+  EXPECT_EQ(std::ranges::count(device.calls, "ClearLastError"), 1) << "after the write";
   EXPECT_EQ(state.last_answer.text, "earlier");
   EXPECT_EQ(pane.lines, Lines{"VOLT 5"});
 }

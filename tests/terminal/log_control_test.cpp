@@ -213,7 +213,7 @@ TEST_F(LogControlTest, AFileAtItsLimitDoesNotEndTheProgram) {
   EXPECT_EQ(base::ReadBytes(path_), "123456\r\n");
 }
 
-// The message box runs an event loop, in which further lines may come or the log be opened again.
+// The message box runs an event loop, in which further lines may arrive or the log may be opened again.
 TEST_F(LogControlTest, WhatHappensDuringTheMessageFindsNoLog) {
   base::FakePrompt prompt;
   LogControl log(flags_, prompt);

@@ -13,7 +13,7 @@
 namespace kolvane::terminal {
 namespace {
 
-/// Keeps what it was last shown and may answer back as a list does whose index is set by the program.
+/// Keeps what it was last shown, and may emit signals like a list whose index the program sets.
 class FakeView final : public ReceiveControlsView {
  public:
   void ShowReceiveControls(const ReceiveShown& shown, bool count_visible) override {
@@ -29,7 +29,7 @@ class FakeView final : public ReceiveControlsView {
 class ReceiveControlsTest : public testing::Test {
  protected:
   /// Settings and lists in one line: mode/flag/terminator, then what the lists show and whether BinChars is
-  /// there.
+  /// visible.
   std::string State() const {
     const ReceiveShown& shown = state.shown;
     return std::to_string(state.receive.mode) + "/" + std::to_string(state.receive.binary_display) + "/" +

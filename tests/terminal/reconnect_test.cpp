@@ -6,7 +6,7 @@
 namespace kolvane::terminal {
 namespace {
 
-/// A clock that the device's pauses move on.
+/// A clock that the device's pauses advance.
 struct PausedClock final : base::Clock {
   explicit PausedClock(const device::FakeDevice& device) : device_(device) {}
   double Seconds() const override { return static_cast<double>(device_.paused_ms) / 1000; }
@@ -62,7 +62,7 @@ TEST_F(ReconnectTest, AConnectionThatHasEndedIsDetected) {
   ASSERT_EQ(pipe(ends), 0);
   device.wait_descriptor = ends[0];
   EXPECT_EQ(session.SendCommand("A?"), Sent::kWritten);
-  EXPECT_EQ(device.CountCalls("Open"), 1u) << "it stands";
+  EXPECT_EQ(device.CountCalls("Open"), 1u) << "the connection still stands";
   close(ends[1]);
   device.read_error = {-40, "-40"};
   device.on_open = [&] { device.wait_descriptor = -1; };
@@ -142,7 +142,7 @@ TEST_F(ReconnectTest, ReceivedBytesAreDiscardedFirstIfWanted) {
   state.flush_first = true;
   session.SendCommand("A?");
   EXPECT_EQ(device.calls.front(), "FlushInput");
-  EXPECT_EQ(pane.lines, Lines{}) << "silently";
+  EXPECT_EQ(pane.lines, Lines{}) << "without a line in the pane";
 }
 
 }  // namespace

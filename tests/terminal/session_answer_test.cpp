@@ -128,7 +128,7 @@ TEST_F(SessionAnswerTest, AWrongTimeoutThrowsBeforeAnythingIsRead) {
   EXPECT_EQ(state.last_answer.text, "new");
 }
 
-// What has been read is not still to come.
+// An answer that has been read is no longer awaited.
 TEST_F(SessionAnswerTest, AWrongTimeoutSaysWhetherAnAnswerIsStillToCome) {
   const auto what = [this] {
     try {

@@ -5,7 +5,7 @@
 
 namespace kolvane::terminal {
 
-/// A session with nothing but fakes around it, connected.
+/// A connected session with only fakes around it.
 struct SessionBench : ConnectBench {
   SessionBench() { device_state.connected = true; }
 

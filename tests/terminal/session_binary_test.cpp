@@ -63,7 +63,7 @@ TEST_F(SessionAutoTest, KeepsTheBytesOfAnAnswerThatIsShownByteByByte) {
 
   state.shown.timeout = "x";
   EXPECT_THROW(session.GetAnswer(), base::RuntimeError);
-  EXPECT_EQ(state.last_answer.bytes, "\0\xFF,"s) << "it stays with its text";
+  EXPECT_EQ(state.last_answer.bytes, "\0\xFF,"s) << "the bytes stay those of the text";
 
   state.shown.timeout = "1";
   state.receive.binary_display = 0;

@@ -11,7 +11,7 @@ namespace kolvane::terminal {
 
 using Lines = std::vector<std::string>;
 
-/// A log that keeps its lines and writes down each call. A name in `refused` cannot be opened.
+/// A log that keeps its lines and records each call. A name in `refused` cannot be opened.
 class FakeLog final : public Log {
  public:
   bool IsOpen() const override { return open; }
@@ -34,7 +34,7 @@ class FakeLog final : public Log {
   bool open = false;
 };
 
-/// Ticks through `seconds`; the last of them stays.
+/// Returns `seconds` one after the other; the last one is repeated.
 class FakeClock final : public base::Clock {
  public:
   double Seconds() const override {

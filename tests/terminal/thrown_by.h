@@ -8,7 +8,7 @@ namespace kolvane::terminal {
 
 using Kind = base::RuntimeError::Kind;
 
-/// The kind of RuntimeError that `step` throws; kOther where it throws none.
+/// The kind of RuntimeError that `step` throws; kOther if it throws none.
 inline Kind ThrownBy(const std::function<void()>& step) {
   try {
     step();

@@ -54,7 +54,7 @@ TEST_F(UnaskedTest, TheEndOfTheConnectionIsReportedAtOnce) {
   EXPECT_FALSE(unasked_.Take());
   EXPECT_EQ(shown_.line.Text(), "Verbindung verloren");
   EXPECT_TRUE(connect.lost());
-  EXPECT_TRUE(device_state.connected) << "as ever, until somebody connects";
+  EXPECT_TRUE(device_state.connected) << "unchanged until the next attempt to connect";
   EXPECT_EQ(device_state.last_result, 3);
 }
 
