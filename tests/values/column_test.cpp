@@ -23,7 +23,7 @@ Column ColumnOf(const std::vector<double>& values) {
   return column;
 }
 
-// In two passes, as the textbook has it.
+// In two passes, as in a textbook.
 Summary Plainly(const std::vector<double>& values, std::size_t first, std::size_t last) {
   Summary plain;
   for (std::size_t i = first; i < last; ++i) {
@@ -151,7 +151,7 @@ TEST(Extent, OfNothingIsEmpty) {
   EXPECT_EQ(extent.maximum, 3);
 }
 
-constexpr std::int64_t kNoon = 1795262400000;  // some day's, in milliseconds
+constexpr std::int64_t kNoon = 1795262400000;  // of some day, in milliseconds
 
 TEST(TimeColumn, CountsSecondsFromTheFirstRow) {
   TimeColumn times;
@@ -187,7 +187,7 @@ TEST(TimeColumn, KeepsTimesBefore1970) {
   EXPECT_EQ(times.TimeMs(1), -1500);
 }
 
-// Hours and days between rows do not fit into the offsets' first unit.
+// Hours and days between rows do not fit into the first unit of the offsets.
 TEST(TimeColumn, HoldsRowsThatAreFarApart) {
   for (const double gap : {0.00001, 1.0, 3600.0, 86400.0, 2592000.0}) {
     TimeColumn times;

@@ -9,7 +9,7 @@ namespace kolvane::values {
 
 using CsvRows = std::vector<std::vector<std::string>>;
 
-/// Takes one cell off the front of `text`; nothing where it breaks a rule.
+/// Removes one cell from the front of `text`; nullopt if it breaks a rule.
 inline std::optional<std::string> TakeCell(std::string_view& text, char separator) {
   std::string cell;
   if (!text.starts_with('"')) {
@@ -28,8 +28,8 @@ inline std::optional<std::string> TakeCell(std::string_view& text, char separato
   return std::nullopt;
 }
 
-/// Reads CSV strictly: each line ended by LF, quotes only around whole cells and doubled within, as many
-/// cells in each line. Nothing where a rule is broken.
+/// Reads CSV strictly: each line ended by LF, quotes only around whole cells and doubled within, the same
+/// number of cells in each line. Returns nullopt if a rule is broken.
 inline std::optional<CsvRows> ReadCsv(std::string_view text, char separator) {
   CsvRows rows;
   while (!text.empty()) {

@@ -124,7 +124,6 @@ TEST_F(CsvWriterTest, IsReadBackByAStrictReader) {
   }
 }
 
-// The reader of these tests itself: what is not CSV is refused.
 TEST(CsvReader, RefusesInvalidCsv) {
   for (const char* text : {"a", "a,b\nc\n", "\"a\n", "a\"b\n", "\"a\"b\n", "a\r\n", "a,"})
     EXPECT_EQ(ReadCsv(text, ','), std::nullopt) << text;

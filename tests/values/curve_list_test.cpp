@@ -42,7 +42,7 @@ TEST(CurveList, ShowsTheFirstOnes) {
   EXPECT_FALSE(curves.IsShown(CurveList::kFirstShown));
 }
 
-// What a list sets before it measures answers numbers, too.
+// The settings that a list makes before it measures are answered with numbers, too.
 TEST(CurveList, ShowsQueriesBeforeOthers) {
   Store store;
   CurveList curves(store);

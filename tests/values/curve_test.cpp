@@ -12,8 +12,8 @@ namespace {
 
 constexpr int kColumns = 200;
 
-/// A store with `rows` rows of "A?" at random times; each third row has a second field, and each fifth is of
-/// "B?".
+/// A store with `rows` rows of "A?" at random times; every third row has a second field, and every fifth is
+/// of "B?".
 class CurveTest : public testing::Test {
  protected:
   void Fill(int rows) {
@@ -29,7 +29,7 @@ class CurveTest : public testing::Test {
     }
   }
 
-  // What the curve says of each value that is in sight, looked at one by one.
+  // Compares the curve with each visible value, one by one.
   static void ExpectNoneIsLost(const Series& series, const PlotRows& rows, const Span& x) {
     const PlotColumns columns(rows, x, kColumns);
     const Curve curve = CurveOf(series, columns);
@@ -98,7 +98,7 @@ TEST_F(CurveTest, HasTheNeighboursOfTheVisibleValues) {
   EXPECT_EQ(dense.lines.back().to.y, 15);
 }
 
-// Columns that have no height in common are joined by a line, be there empty ones between them or not.
+// Columns whose heights do not overlap are joined by a line, with or without empty columns between them.
 TEST_F(CurveTest, JoinsItsColumns) {
   for (const double seconds : {0.0, 0.1, 0.2, 1.0, 1.1, 1.2, 2.0, 2.1, 2.2, 5.0, 5.1, 5.2})
     AddAt(store_, seconds, "A?", {seconds < 1.5 ? 1 : seconds});
@@ -112,7 +112,7 @@ TEST_F(CurveTest, JoinsItsColumns) {
   EXPECT_EQ(curve.lines[1].to.x, 5);
 }
 
-// With hundreds of values a column, some stand in the next one to their own.
+// With hundreds of values per column, some are counted in the column next to their own.
 TEST_F(CurveTest, LosesNoValueWhereColumnsHoldHundreds) {
   Fill(300000);
   const PlotRows rows(store_, store_.rows(), Axis::kRow);
@@ -180,11 +180,11 @@ constexpr std::uint32_t kGround = 0xff000000;
 constexpr std::uint32_t kFull = 0xffffffff;
 
 /// A picture of `curve` on axes from 0 to `width` and to `height`: a line of text for each line of pixels,
-/// "#" for a whole, "+" for a part, "." for nothing.
+/// "#" for a full pixel, "+" for a partial one, "." for an empty one.
 std::string Picture(const Curve& curve, int width, int height, double thickness) {
   CurveBars bars(curve, {0, 1.0 * width}, {0, 1.0 * height}, width, height);
   bars.Thicken(thickness);
-  // A frame of one pixel, which must stay as it is.
+  // A frame of one pixel, which must stay unchanged.
   const std::ptrdiff_t stride = width + 2;
   std::vector<std::uint32_t> pixels(static_cast<std::size_t>(stride * (height + 2)), kGround);
   const std::vector<ColoredBars> curves = {{bars, kFull}};
@@ -243,7 +243,7 @@ TEST(CurveBars, EndALineWhereItEnds) {
   EXPECT_EQ(Picture({{{1.5, 0.5}, {1.5, 2.5}}, {}, {}}, 2, 3, 1), ".#\n.#\n.#\n") << "in the last column";
   EXPECT_EQ(Picture({{{3, 0.5}, {3, 2.5}}, {}, {}}, 3, 3, 1), "..#\n..#\n..#\n") << "at the right edge";
   EXPECT_EQ(Picture({{{0, 0.5}, {6, 6.5}}, {}, {}}, 3, 8, 1), "...\n...\n...\n...\n..#\n.##\n##.\n#..\n")
-      << "the value that follows is beyond the edge";
+      << "the next value is beyond the edge";
 }
 
 TEST(CurveBars, ThickenSteepLinesSideways) {

@@ -139,7 +139,7 @@ TEST_F(CurvesPanelTest, RenamesACurve) {
   EXPECT_EQ(curves_.Name(2), "B?");
 }
 
-// A command's own name changes once it has a second field; one that was only looked at must do so, too.
+// A curve's default name changes once its command has a second field; editing without a change keeps that.
 TEST_F(CurvesPanelTest, AnUnchangedNameIsNotStored) {
   model_.setData(model_.index(2, 0), "B?", Qt::EditRole);
   Add(store_, "B?", {1, 2});

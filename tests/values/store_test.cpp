@@ -171,7 +171,7 @@ TEST(Store, HoldsManyRowsOfRandomLength) {
   EXPECT_EQ(values, store.values());
 }
 
-// Whichever allocation fails, the row is not there, and the next one is as it should be.
+// Whichever allocation fails, the row is not added, and the next one is correct.
 TEST(Store, StaysConsistentWithoutMemory) {
   bool any_left = true;
   for (long nth = 1; any_left; ++nth) {

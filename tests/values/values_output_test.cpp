@@ -43,7 +43,7 @@ class ValuesOutputTest : public testing::Test {
     QMetaObject::invokeMethod(dialog, "accept");
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   }
-  // Saves 100 rows under a name in the folder and returns what that file holds.
+  // Saves 100 rows under a name in the folder and returns the file's contents.
   std::string Saved(const QString& filter, const std::string& name, const std::string& written_name = {}) {
     output_.Save(100);
     Answer(filter, folder_.Path(name));
@@ -86,7 +86,7 @@ TEST_F(ValuesOutputTest, SavesPictures) {
   const std::string vectors = Saved("SVG-Bild (*.svg)", "a.svg");
   QSvgRenderer svg(QByteArray::fromStdString(vectors));
   EXPECT_TRUE(svg.isValid());
-  // A hundred values make 99 lines, once for each of the two curves.
+  // A hundred values make 99 lines for each of the two curves.
   EXPECT_EQ(std::count(vectors.begin(), vectors.end(), 'L'), 2 * 99) << vectors.size();
   EXPECT_EQ(svg.viewBoxF().size(), QSizeF(plot_.size()));
   QImage png;
@@ -167,7 +167,7 @@ TEST_F(ValuesOutputTest, WritesManyRowsInSlices) {
   job->Start(folder_.Path("many.csv"));
   EXPECT_EQ(ended, -1);
   EXPECT_FALSE(std::filesystem::exists(folder_.Path("many.csv")));
-  // Rows that come meanwhile are not among them.
+  // Rows added while saving are not written.
   Add(store_, "B?", {1, 2, 3});
   ASSERT_TRUE(QTest::qWaitFor([&ended] { return ended == 0; }));
   const auto rows = ReadCsv(base::ReadBytes(folder_.Path("many.csv")), ',');
@@ -218,7 +218,7 @@ TEST_F(ValuesOutputTest, PrintsOnAPage) {
   EXPECT_NEAR(match.captured(4).toDouble() * scale, page.width() * plot_.height() / plot_.width(), 2);
 }
 
-// The curve is where its values are, on white whatever the screen's colours are.
+// The curve is at its values, on white whatever the screen's colours.
 TEST_F(ValuesOutputTest, PicturesShowTheCurves) {
   const QImage picture = PictureImage(plot_.Scene(false), plot_.font(), plot_.size());
   EXPECT_EQ(picture.pixelColor(1, picture.height() / 2), QColor(Qt::white));

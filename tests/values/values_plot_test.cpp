@@ -13,8 +13,8 @@
 namespace kolvane::values {
 namespace {
 
-/// A plot of 100 rows of "A?", a second apart, with rising values from 0 to 99; each tenth row is of "B?",
-/// with falling ones.
+/// A plot of 100 rows of "A?", a second apart, with rising values from 0 to 99; every tenth row is of "B?",
+/// with falling values.
 class ValuesPlotTest : public testing::Test {
  protected:
   void SetUp() override {
@@ -27,7 +27,7 @@ class ValuesPlotTest : public testing::Test {
     plot_.setFocus();
   }
 
-  // A place in the plot by its values.
+  // The position of values in the plot.
   QPoint At(double x, double y) {
     const QRectF area = plot_.Area();
     return QPointF(area.left() + view().x().FractionOf(x) * area.width(),
@@ -53,7 +53,7 @@ class ValuesPlotTest : public testing::Test {
     EXPECT_NEAR(view().x().to, to, tolerance);
   }
 
-  // Whether the picture has a pixel of that colour within `radius` of a place.
+  // Whether the picture has a pixel of that colour within `radius` of `at`.
   bool HasColor(QPoint at, const QColor& color, int radius = 2) {
     const QImage image = plot_.grab().toImage();
     for (int y = at.y() - radius; y <= at.y() + radius; ++y) {
@@ -162,7 +162,7 @@ TEST_F(ValuesPlotTest, ZoomsIntoARectangle) {
   ExpectX(20, 60);
   EXPECT_NEAR(view().y().from, 10, 0.5);
   EXPECT_NEAR(view().y().to, 70, 0.5);
-  // A click is no rectangle.
+  // A click without movement selects no rectangle.
   Drag(At(40, 40), At(40, 40));
   ExpectX(20, 60);
 }

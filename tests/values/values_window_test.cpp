@@ -21,7 +21,7 @@
 namespace kolvane::values {
 namespace {
 
-/// The window beside a terminal that is modal, as it is used.
+/// The window beside a modal terminal, as in use.
 class ValuesWindowTest : public testing::Test {
  protected:
   void SetUp() override {
@@ -67,10 +67,11 @@ TEST_F(ValuesWindowTest, HasItsPartsByName) {
   for (const char* name : {"ValuesClear", "ValuesSave", "ValuesCopy", "ValuesPause"}) Action(name);
   for (const char* name : {"ValuesTable", "ValuesPlot", "ValuesCurves", "ValuesAxis"})
     EXPECT_NE(Find<QWidget>(name)->accessibleName(), "") << name;
-  EXPECT_TRUE(window_->toolBarBreak(Find<QToolBar>("ValuesPlotToolbar"))) << "the plot's bar below the other";
+  EXPECT_TRUE(window_->toolBarBreak(Find<QToolBar>("ValuesPlotToolbar")))
+      << "the plot's bar is below the other one";
 }
 
-// Input goes the way of a window system here, which keeps it from windows that are blocked.
+// Input is sent as a window system does, which withholds it from blocked windows.
 TEST_F(ValuesWindowTest, AcceptsInputBesideTheModalTerminal) {
   Present();
   QPushButton other("other");
@@ -111,7 +112,7 @@ TEST_F(ValuesWindowTest, ShowsRowsAddedBeforeItWasOpened) {
   EXPECT_EQ(Rows(), 9);
 }
 
-// Told of many rows between two frames it is shown once.
+// However many rows are added between two frames, the window is updated once.
 TEST_F(ValuesWindowTest, UpdatesOnceAFrame) {
   Present();
   int inserted = 0;
@@ -124,7 +125,7 @@ TEST_F(ValuesWindowTest, UpdatesOnceAFrame) {
   EXPECT_LT(inserted, 50);
 }
 
-// Every timer of the window stands still.
+// No timer of the window is running.
 TEST_F(ValuesWindowTest, DoesNothingWhileNoRowsAreAdded) {
   Fill(10);
   Present();
@@ -196,7 +197,7 @@ TEST_F(ValuesWindowTest, ClearsValuesWhilePaused) {
   Action("ValuesClear")->trigger();
   Fill(5);
   EXPECT_EQ(Rows(), 0);
-  EXPECT_EQ(Statistics(0, CurvesModel::kName), "") << "of a curve that is gone";
+  EXPECT_EQ(Statistics(0, CurvesModel::kName), "") << "the curve no longer exists";
   Action("ValuesPause")->trigger();
   EXPECT_EQ(Rows(), 5);
 }
