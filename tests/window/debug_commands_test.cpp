@@ -4,7 +4,7 @@
 namespace kolvane::window {
 namespace {
 
-/// The terminal window with a list that is played in parts.
+/// The terminal window with a list that is run in parts.
 class DebugCommandsTest : public GridFixture {
  protected:
   DebugCommandsTest() { Fill({"$REPEAT 2", "$CLEAR", "$ENDREPEAT", "$STOP"}); }
@@ -32,7 +32,7 @@ TEST_F(DebugCommandsTest, AClickIntoTheFirstColumnDoesTheSame) {
   EXPECT_TRUE(Grid()->list().HasBreakpoint(3));
   EXPECT_EQ(CurrentRow(), 3);
   QTest::mouseClick(Grid()->viewport(), Qt::LeftButton, Qt::ShiftModifier, MarkerOf(3));
-  EXPECT_TRUE(Grid()->list().HasBreakpoint(3)) << "that marks rows";
+  EXPECT_TRUE(Grid()->list().HasBreakpoint(3)) << "the first column marks rows";
   QTest::mouseClick(Grid()->viewport(), Qt::LeftButton, Qt::NoModifier, MarkerOf(3));
   EXPECT_FALSE(Grid()->list().HasBreakpoint(3));
 }

@@ -21,7 +21,7 @@ class DiallingWindow : public WindowFixture {
     panel_->installEventFilter(&painted_);
   }
 
-  /// Notes what the panel shows each time that it is painted.
+  /// Records what the panel shows at each paint.
   class PaintedTexts final : public QObject {
    public:
     QStringList texts;
@@ -60,7 +60,7 @@ TEST_F(DiallingWindow, IsGivenUpWhenTheWindowIsToClose) {
   EXPECT_LT(device_.open_step_status, 0);
 }
 
-// What fires while the window waits.
+// Actions triggered while the window waits.
 TEST_F(DiallingWindow, LetsNothingElseConnectOrRun) {
   library_.replies = {{"OK\r\n"}, {"OK\r\n"}, {"CONNECT\r\n"}};
   Find<QAbstractItemView>("CommandScript")

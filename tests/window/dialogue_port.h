@@ -7,7 +7,8 @@
 
 namespace kolvane::window {
 
-/// A port library behind which a DialogueDevice stands: it answers as a dialogue says and writes one down.
+/// A port library in front of a DialogueDevice: it answers according to a dialogue and records the actual
+/// one.
 class DialoguePort final : public device::PortLibrary, public device::PortLibrarySource {
  public:
   explicit DialoguePort(std::string_view dialogue) : device_(dialogue) {}

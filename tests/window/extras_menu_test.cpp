@@ -10,7 +10,7 @@
 namespace kolvane::window {
 namespace {
 
-/// A menu of its own, in a window that has nothing else.
+/// A separate menu in an otherwise empty window.
 class ExtrasMenuTest : public testing::Test {
  protected:
   QStringList Names() {

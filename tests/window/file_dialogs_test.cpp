@@ -90,7 +90,7 @@ TEST_F(FileDialogsTest, StartInTheFolderOfTheCurrentFile) {
 }
 
 TEST_F(FileDialogsTest, StartInTheirLastFolderIfTheFilesFolderIsGone) {
-  // Qt keeps this for all dialogs.
+  // Qt uses this folder for all dialogs.
   QFileDialog().setDirectory(QDir::current());
   OnDialog<QFileDialog>([](QFileDialog& dialog) {
     EXPECT_EQ(dialog.directory(), QDir::current());
@@ -132,7 +132,7 @@ TEST_F(FileDialogsTest, KeepsNamesInUnicode) {
   EXPECT_EQ(AskOpenName(&window_, OpenMode::kTextFile), folder_.Path("Größe €.TXT"));
 }
 
-// The filter's pattern is a name for "every file", with or without a dot.
+// The filter's pattern means every file, with or without a dot.
 TEST_F(FileDialogsTest, AllFilesIncludeThoseWithoutADot) {
   OnDialog<QFileDialog>([](QFileDialog& dialog) {
     auto* filters = dialog.findChild<QComboBox*>("fileTypeCombo");

@@ -56,7 +56,7 @@ TEST_F(FindBarTest, FindsInThePane) {
   Click("FindNext");
   EXPECT_EQ(Count(), "2 von 2");
   Press("mnuFindNext");
-  EXPECT_EQ(Count(), "1 von 2") << "from the beginning again";
+  EXPECT_EQ(Count(), "1 von 2") << "from the start again";
   Press("mnuFindPrevious");
   EXPECT_EQ(Count(), "2 von 2");
   AddLine("noch ein Messwert");
@@ -121,7 +121,7 @@ TEST_F(FindBarTest, FindsInTheListAndGoesThere) {
   EXPECT_EQ(CurrentRow(), 2);
   EXPECT_EQ(Grid()->list().current_row(), 2);
   Fill({"MEAS?"});
-  EXPECT_EQ(Count().right(1), "3") << "what comes counts too";
+  EXPECT_EQ(Count().right(1), "3") << "added lines count, too";
 }
 
 TEST_F(FindBarTest, ReplacesOneHitAfterTheOther) {

@@ -8,7 +8,7 @@
 namespace kolvane::window {
 namespace {
 
-// Would like more than a narrow window has.
+// An item that is wider than a narrow window.
 class WideItem final : public QWidgetItem {
  public:
   using QWidgetItem::QWidgetItem;

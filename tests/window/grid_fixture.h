@@ -10,7 +10,7 @@
 
 namespace kolvane::window {
 
-/// The terminal window with its grid in the focus.
+/// The terminal window with the focus on its grid.
 class GridFixture : public WindowFixture {
  protected:
   GridFixture() {
@@ -30,12 +30,12 @@ class GridFixture : public WindowFixture {
     QApplication::clipboard()->setText(rows.join('\n'));
     Grid()->paste();
   }
-  /// A list that takes seconds, so that a run which nobody ends fails its test instead of hanging in it.
+  /// A list that takes seconds, so that a run that does not end fails its test instead of blocking it.
   void FillLongList() { Fill({"$REPEAT 20000000", "$ENDREPEAT"}); }
-  /// Whether a run of that list ended before its time.
+  /// Whether a run of that list was ended early.
   bool WasCutShort() { return script_.interpreter.RepeatLevel == 1; }
 
-  // Begins to type into the cell of the current row.
+  // Starts typing into the cell of the current row.
   QLineEdit* Begin(const QString& text) {
     QTest::keyClicks(Grid(), text.left(1));
     auto* editor = Grid()->findChild<QLineEdit*>();
@@ -43,12 +43,12 @@ class GridFixture : public WindowFixture {
     return editor;
   }
 
-  // Types into the cell of the current row, as a person does.
+  // Types into the cell of the current row, like a user.
   void Type(const QString& text) {
     QLineEdit* editor = Begin(text);
     ASSERT_NE(editor, nullptr);
     QTest::keyClick(editor, Qt::Key_Return);
-    QApplication::processEvents();  // the editor takes its text over in an event of its own
+    QApplication::processEvents();  // the editor commits its text in a separate event
   }
 };
 

@@ -37,7 +37,7 @@ class GridTest : public GridFixture {
     QApplication::sendEvent(Grid()->viewport(), &hover);
     return QToolTip::text();
   }
-  // Whether the grid takes what is dragged over it, which it does before it is dropped.
+  // Whether the grid accepts the drag; it must before the drop.
   bool Drop(const QStringList& files) {
     QMimeData data;
     QList<QUrl> urls;
@@ -328,7 +328,7 @@ TEST_F(GridTest, RowsAreDraggedByTheirNumbers) {
   EXPECT_EQ(Row(1) + Row(2) + Row(3) + Row(4), "BCAD");
   EXPECT_EQ(CurrentRow(), 3);
   EXPECT_EQ(Grid()->verticalHeader()->visualIndex(0), 0);
-  // Of several that are selected all move.
+  // All selected rows move.
   Grid()->selectionModel()->select({Grid()->model()->index(2, 0), Grid()->model()->index(3, 1)},
                                    QItemSelectionModel::ClearAndSelect);
   Grid()->verticalHeader()->moveSection(3, 0);

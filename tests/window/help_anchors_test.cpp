@@ -1,4 +1,4 @@
-// What the windows show must stand in the help: each control under its name, each text to the letter.
+// The help must contain what the windows show: each control under its name, each text to the letter.
 #include <QMenu>
 #include <cerrno>
 

@@ -20,7 +20,7 @@ class Help : public WindowFixture {
   help::HelpWindow* Viewer() { return window_.findChild<help::HelpWindow*>(QStringLiteral("HelpWindow")); }
   bool IsOpen() { return Viewer() != nullptr && Viewer()->isVisible(); }
 
-  // The page on display; empty where none is.
+  // The page shown; empty if none is.
   std::string Page() {
     return IsOpen() ? Viewer()->findChild<help::HelpPage*>()->Path().toStdString() : std::string();
   }
@@ -28,7 +28,7 @@ class Help : public WindowFixture {
     return help::HelpFile::Open(KOLVANE_COMPILED_HELP)->TopicPage(topic);
   }
 
-  // As from the keyboard, by way of the platform.
+  // Sent through the platform, like a key of the keyboard.
   static void PressF1(QWidget* widget, Qt::KeyboardModifiers modifiers = {}) {
     QTest::keyClick(widget, Qt::Key_F1, modifiers);
   }
@@ -103,7 +103,7 @@ TEST_F(Help, OpensTheNamedFileInsteadOfItsOwn) {
   std::filesystem::rename(other, folder_.Path("Terminal.chm"));
   commands.Close();
   commands.ShowHelp(200);
-  EXPECT_EQ(Page(), PageOf(200)) << "looked for at each call";
+  EXPECT_EQ(Page(), PageOf(200)) << "the file is searched for at each call";
 }
 
 TEST_F(Help, ClosesWithTheTerminal) {
@@ -258,7 +258,7 @@ TEST_F(Help, F1WithAnotherKeyIsSomethingElse) {
   EXPECT_FALSE(IsOpen());
 }
 
-// A window of the host's, which has a meaning of its own for F1.
+// A window of the host, which uses F1 itself.
 struct HostWindow final : QWidget {
   void keyPressEvent(QKeyEvent* event) override { keys += event->key() == Qt::Key_F1 ? 1 : 0; }
   int keys = 0;
@@ -284,7 +284,7 @@ TEST_F(Help, KnowsEachActionOfTheWindow) {
   for (const QAction* action : window_.findChildren<QAction*>()) {
     const std::string name = action->objectName().toStdString();
     const bool of_ours = name.starts_with("mnu") || name.starts_with("TB_");
-    // What the popup menu does with the pane's or list's text is explained on the menu's page.
+    // The popup menu's commands on the pane's or list's text are explained on the menu's page.
     const bool of_popup = action->parent() == Find<QMenu>("mnuPOP1");
     if (of_ours && !of_popup) {
       EXPECT_TRUE(help::WidgetTopic(name).has_value()) << name;
@@ -292,7 +292,7 @@ TEST_F(Help, KnowsEachActionOfTheWindow) {
   }
 }
 
-// Below a window, every widget that has a name must lead to a topic before the window itself is reached.
+// Every named widget in a window must lead to a topic below the window's own.
 void ExpectTopics(const QWidget& window) {
   for (QWidget* widget : window.findChildren<QWidget*>()) {
     if (widget->objectName().isEmpty() || widget->objectName().startsWith(QLatin1String("qt_"))) continue;

@@ -4,7 +4,7 @@
 
 namespace kolvane::window {
 
-/// The help pages as they are written, read once.
+/// The source files of the help pages, read once.
 inline const help::HelpPages& Pages() {
   static const help::HelpPages pages(KOLVANE_HELP_FOLDER);
   return pages;

@@ -22,13 +22,13 @@ class KeyToolbarTest : public GridFixture {
     }
     return nullptr;
   }
-  /// The key of the button that has the keyboard.
+  /// The key of the button that has the focus.
   QString Focused() {
     const auto* button = qobject_cast<QToolButton*>(QApplication::focusWidget());
     return button == nullptr || button->defaultAction() == nullptr ? QString()
                                                                    : button->defaultAction()->objectName();
   }
-  /// What the Tab key goes through, from the command line on: names of widgets, keys of buttons.
+  /// The Tab order, from the command line on: names of widgets, keys of buttons.
   QStringList TabOrder() {
     QStringList order;
     Find<QWidget>("cmbCommand")->setFocus();

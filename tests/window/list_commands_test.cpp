@@ -9,7 +9,7 @@
 namespace kolvane::window {
 namespace {
 
-/// The terminal window with a list that its menu Extras works on.
+/// The terminal window with a list for the commands of its menu Extras.
 class ListCommandsTest : public GridFixture {
  protected:
   script::FindingsList* Findings() { return Find<script::FindingsList>("FindingsList"); }

@@ -1,4 +1,4 @@
-// The golden command lists, played in the window.
+// The golden command lists, run in the window.
 
 #include <gtest/gtest.h>
 

@@ -11,7 +11,7 @@
 namespace kolvane::window {
 namespace {
 
-/// A port whose descriptor is a pipe's, readable while a byte of an unasked line waits.
+/// A port whose descriptor is a pipe's, readable while a byte of an unasked line is waiting.
 class ListenerTest : public testing::Test, protected terminal::ConnectBench {
  protected:
   ListenerTest() {
@@ -58,7 +58,7 @@ TEST_F(ListenerTest, DoesNotReadDuringACommand) {
   ASSERT_TRUE(QTest::qWaitFor([this] { return asked_ > 0; }));
   const int asked = asked_;
   for (int i = 0; i < 100; ++i) QCoreApplication::processEvents();
-  EXPECT_EQ(asked_, asked) << "the descriptor is not watched meanwhile";
+  EXPECT_EQ(asked_, asked) << "the descriptor is not watched during a command";
   listener_.Look();
   EXPECT_EQ(pane.lines, terminal::Lines{});
   busy_ = false;

@@ -13,7 +13,7 @@ class LogCommandsTest : public WindowFixture {
   }
   QString Status() { return Find<QLabel>("StatusBar2_1")->text(); }
 
-  /// Tag, image, tool tip and value of the recording button.
+  /// Tag, image, tool tip and state of the recording button.
   QString Button() {
     const auto* button = Find<QAction>("TB_RECORDLOG");
     return QStringLiteral("%1 %2 %3%4")

@@ -15,7 +15,7 @@ namespace {
 
 constexpr QChar kBreak(0x200B);
 
-/// Looks at the message box with `text` before it is closed.
+/// Calls `look` with the message box with `text` before it is closed.
 template <typename Look>
 void ShowAndLook(const std::string& text, Look look) {
   bool seen = false;
@@ -30,7 +30,7 @@ void ShowAndLook(const std::string& text, Look look) {
   EXPECT_TRUE(seen);
 }
 
-/// The label that shows the box's text; null where that is none.
+/// The label that shows the box's text; null if it is not shown in a label.
 QLabel* TextLabel(const QMessageBox& box) {
   for (QLabel* label : box.findChildren<QLabel*>()) {
     if (label->isVisible() && label->text().remove(kBreak) == box.text()) return label;

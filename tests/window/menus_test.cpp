@@ -13,7 +13,7 @@ namespace {
 
 class MenusTest : public WindowFixture {
  protected:
-  /// "name caption" of each item in its order.
+  /// "name caption" of each item, in order.
   QStringList Items(const char* menu) {
     QStringList items;
     for (const QAction* item : Find<QMenu>(menu)->actions()) {
@@ -78,7 +78,7 @@ TEST_F(MenusTest, OfExtras) {
                                              " Zuletzt verwendet"}));
 }
 
-// A letter that stands twice only goes from the one to the other and chooses neither.
+// A letter used twice only moves between the two items and chooses neither.
 TEST_F(MenusTest, EachLetterOfAMenuChoosesOneItem) {
   for (const char* menu : {"mnuFile", "mnuCon", "mnuOptions", "mnuExtras", "mnuPOP1"}) {
     QStringList texts;

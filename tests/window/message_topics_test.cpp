@@ -29,11 +29,11 @@ std::string PageOf(std::uint32_t number) {
   return {};
 }
 
-// The place of a message, whose page must have it.
+// The message's place in the help, which must exist.
 HelpPlace Place(std::string_view text) {
   const auto place = MessagePlace(text);
   if (!place) {
-    ADD_FAILURE() << "explained nowhere: " << text;
+    ADD_FAILURE() << "not explained in the help: " << text;
     return {};
   }
   EXPECT_TRUE(help::HelpPages::HasAnchor(PageOf(place->topic), place->anchor))
@@ -53,7 +53,7 @@ TEST(MessageTopics, AStatusLeadsToItsRow) {
   }
   EXPECT_EQ(Place(terminal::texts::Failure(terminal::texts::kDisconnectFailed, {-13, "-13"})),
             (HelpPlace{602, "s13"}));
-  EXPECT_EQ(Place(Connecting("Gerät belegt", -7)), (HelpPlace{601, "aufbau"})) << "a host's own";
+  EXPECT_EQ(Place(Connecting("Gerät belegt", -7)), (HelpPlace{601, "aufbau"})) << "a host's own text";
 }
 
 TEST(MessageTopics, EveryStatusOfThePageIsKnown) {

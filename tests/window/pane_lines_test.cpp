@@ -7,7 +7,7 @@
 namespace kolvane::window {
 namespace {
 
-/// Lines joined by "/", each run as "begin+length:#colour", with "b" before it where it is bold.
+/// Lines joined by "/", each run as "start+length:#colour", with "b" before it if it is bold.
 QString Dump(const PrintSource& source) {
   QStringList lines;
   for (std::size_t i = 0; i < source.LineCount(); ++i) {

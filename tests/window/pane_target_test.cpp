@@ -103,7 +103,7 @@ TEST_F(PaneTargetTest, ACancelledOrFailedLoadKeepsTheText) {
   EXPECT_EQ(dialogs_, 1);
   AnswerBoxes();
   base::WriteBytes(folder_.Path("a.TXT"), "new");
-  // It goes between the choice and the reading.
+  // The file disappears between the choice and the reading.
   OnDialog<QFileDialog>([this](QFileDialog& dialog) {
     dialog.findChild<QLineEdit*>("fileNameEdit")->setText(QString::fromStdString(folder_.Path("a.TXT")));
     QObject::connect(&dialog, &QDialog::accepted, &window_,

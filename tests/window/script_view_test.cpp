@@ -52,7 +52,7 @@ TEST_F(ScriptViewTest, TheRowWithAnErrorStaysInView) {
   };
   GoTo(1);
   ASSERT_FALSE(in_view());
-  // The view follows the run once in a frame, while the message is up already.
+  // The view follows the run once a frame, even while the message is shown.
   bool seen_with_the_message = false;
   QTimer look;
   QObject::connect(&look, &QTimer::timeout, &look, [&] {
@@ -91,7 +91,7 @@ TEST_F(ScriptViewTest, ARunWithoutItsDeviceEndsFromWithinAMessage) {
   Press("TB_PLAY");
   EXPECT_EQ(boxes, 3);
   EXPECT_FALSE(window_.property("busy").toBool());
-  // Outside a run there is nothing to end.
+  // Without a run there is nothing to end.
   look.stop();
   OnDialog<QMessageBox>([](QMessageBox& box) {
     EXPECT_EQ(box.findChild<QPushButton*>("EndRun"), nullptr);
@@ -143,7 +143,7 @@ TEST_F(ScriptViewTest, TheWindowMayBeDestroyedWhileARowIsEdited) {
   Fill({"MSV?"});
   QTest::keyClicks(Grid(), "RANGE");
   EXPECT_NE(Grid()->findChild<QLineEdit*>(), nullptr);
-  // What follows is the fixture's destructor: an editor that hands its text over then finds no list.
+  // The fixture's destructor follows: an editor that commits its text then has no list.
 }
 
 TEST_F(ScriptViewTest, RecordsWhatIsSentByHand) {

@@ -8,7 +8,7 @@
 
 namespace kolvane::window {
 
-/// A terminal window that is to be connected by TCP/IP and takes commands.
+/// A terminal window set up for TCP/IP, for typing commands.
 class SendingFixture : public WindowFixture {
  protected:
   SendingFixture() { connection_.port_option = 8; }

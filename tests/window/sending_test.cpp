@@ -1,4 +1,4 @@
-// What the command line does with what is typed or pasted into it.
+// What the command line does with typed and pasted text.
 #include <QApplication>
 #include <QClipboard>
 #include <QImage>
@@ -101,7 +101,7 @@ TEST_F(SendingTest, StopEndsPastedLines) {
   Send("A?\nB?\nC?");
   EXPECT_EQ(Count("WritePort(\"A?\n\")"), 1);
   EXPECT_EQ(Count("WritePort(\"B?\n\")"), 0);
-  EXPECT_EQ(Count("WritePort(\"X?\n\")"), 0) << "none begins within another";
+  EXPECT_EQ(Count("WritePort(\"X?\n\")"), 0) << "none starts during another";
 }
 
 TEST_F(SendingTest, ClosingEndsPastedLinesFirst) {

@@ -33,7 +33,7 @@ TEST(SvgIconEngineTest, ADisabledIconLooksDifferent) {
   EXPECT_NE(icon.pixmap(22, QIcon::Disabled).toImage(), icon.pixmap(22).toImage());
 }
 
-// How much an icon stands out against the bar that it is on.
+// The contrast between an icon and the bar that it is on.
 double Contrast(const QIcon& icon, QIcon::Mode mode, const QColor& ground) {
   QImage bar(44, 44, QImage::Format_RGB32);
   bar.fill(ground);
@@ -71,7 +71,7 @@ TEST(SvgIconEngineTest, IconsOfOneFileShareTheirImages) {
 TEST(SvgIconEngineTest, ACopyAndAPaintedIconLookTheSame) {
   const QIcon icon = Icon("send");
   QIcon copy = icon;
-  copy.addFile({});  // makes the copy one of its own
+  copy.addFile({});  // detaches the copy
   QPixmap painted(22, 22);
   painted.fill(Qt::transparent);
   QPainter painter(&painted);

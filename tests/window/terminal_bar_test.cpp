@@ -21,7 +21,7 @@ class TerminalBarTest : public WindowFixture {
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
   }
 
-  // A step towards the user, which goes to the next entry.
+  // One step towards the user, which selects the next entry.
   static void TurnWheel(QWidget* widget) {
     QWheelEvent event(QPointF(5, 5), widget->mapToGlobal(QPointF(5, 5)), {}, {0, -120}, Qt::NoButton,
                       Qt::NoModifier, Qt::NoScrollPhase, false);

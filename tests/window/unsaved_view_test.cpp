@@ -8,7 +8,7 @@
 namespace kolvane::window {
 namespace {
 
-/// Terminal windows, one after the other or at once, whose lists have copies in one folder.
+/// Terminal windows, one after the other or at the same time, whose lists have copies in one folder.
 class UnsavedViewTest : public testing::Test, protected WindowRecords {
  protected:
   std::unique_ptr<MainWindow> Open() {
@@ -29,7 +29,7 @@ class UnsavedViewTest : public testing::Test, protected WindowRecords {
   static void Click(MainWindow& window, const char* button) {
     window.findChild<QPushButton*>(QLatin1String(button))->click();
   }
-  /// A window that is closed on a list that nobody has saved.
+  /// A window that is closed with an unsaved list.
   void LeaveList(const std::string& row) {
     const auto window = Open();
     List(*window).SetText(1, row);
@@ -54,7 +54,7 @@ TEST_F(UnsavedViewTest, TheNextWindowOffersAnUnsavedListAndRestoresIt) {
   EXPECT_TRUE(Offer(*window).startsWith("Nicht gespeicherte Befehlsliste vom "))
       << Offer(*window).toStdString();
   EXPECT_TRUE(Offer(*window).endsWith(", 1 Zeile"));
-  EXPECT_EQ(script::ListText(List(*window)), "") << "nothing happens unasked";
+  EXPECT_EQ(script::ListText(List(*window)), "") << "nothing is restored without a click";
   Click(*window, "cmdRestore");
   EXPECT_EQ(script::ListText(List(*window)), ">MSV?");
   EXPECT_TRUE(window->isWindowModified());
@@ -113,7 +113,7 @@ TEST_F(UnsavedViewTest, TheCopyIsWrittenSomeTimeAfterTheFirstChange) {
   const auto* timer = Bar(*window)->findChild<QTimer*>();
   EXPECT_FALSE(timer->isActive());
   List(*window).HighlightLine(1, 1, 2, true);
-  EXPECT_FALSE(timer->isActive()) << "nothing to be kept";
+  EXPECT_FALSE(timer->isActive()) << "there is nothing to keep";
   List(*window).SetText(1, "A");
   EXPECT_TRUE(timer->isActive());
   EXPECT_EQ(timer->interval(), 2000);

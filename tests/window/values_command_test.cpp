@@ -112,7 +112,7 @@ struct Asked {
   const char* answer;   ///< the device's bytes
 };
 
-// Commands with what CSV has to quote, and answers of fewer and more numbers, and of none.
+// Commands with characters that CSV must quote, and answers with fewer, more and no numbers.
 constexpr Asked kAsked[] = {{"MSV? 1-2", "1.5,-2"},
                             {"SAY \"x\", y", "3"},
                             {"Größe?", "0,1,2"},
@@ -126,7 +126,7 @@ constexpr Asked kAsked[] = {{"MSV? 1-2", "1.5,-2"},
                             {"HEX?", "0x10"},
                             {"LONG?", "0.1,0.30000000000000004,123456789.125"}};
 
-/// What a run without a window writes of the same commands and answers.
+/// What a run without a window writes for the same commands and answers.
 std::string WrittenByARun(int fields) {
   std::size_t next = 0;
   app::Instrument instrument(
@@ -140,7 +140,7 @@ std::string WrittenByARun(int fields) {
   return outcome.out;
 }
 
-// Each line from its first separator on.
+// Each line from its first separator onwards.
 std::string WithoutTimes(const std::string& csv) {
   std::istringstream lines(csv);
   std::string rest;
@@ -149,7 +149,8 @@ std::string WithoutTimes(const std::string& csv) {
   return rest;
 }
 
-// With so many columns after the time, which is stripped: the others are cut off, empty cells added.
+// With `fields` columns after the time, which is removed: further columns are cut off, missing ones added
+// empty.
 values::CsvRows WithFields(const std::string& csv, std::size_t fields) {
   auto rows = values::ReadCsv(csv, ',');
   EXPECT_TRUE(rows);

@@ -23,7 +23,7 @@
 namespace kolvane::window {
 namespace {
 
-/// Expects one object of each name below `root`, of the class or one derived from it.
+/// Expects one object of each name below `root`, of the class or a derived one.
 template <typename Class>
 void ExpectEach(const QObject& root, std::initializer_list<const char*> names) {
   for (const char* name : names) {

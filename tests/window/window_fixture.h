@@ -21,7 +21,7 @@ namespace kolvane::window {
 class WindowFixture : public testing::Test, protected WindowRecords {
  protected:
   WindowFixture() {
-    // No test prints on a printer of this computer.
+    // Keeps tests from printing on this computer's printers.
     qputenv("CUPS_SERVER", "/nonexistent");
     connection_.port_code = device::port_code::kTcpIp;
     connection_.ip_address = "10.0.0.5";
@@ -49,13 +49,13 @@ class WindowFixture : public testing::Test, protected WindowRecords {
   void OnDialog(Answer answer) {
     QTimer::singleShot(0, &window_, [this, answer] {
       auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
-      if (dialog == nullptr) return ADD_FAILURE() << "another dialog, or none";
+      if (dialog == nullptr) return ADD_FAILURE() << "no dialog, or one of another class";
       ++dialogs_;
       answer(*dialog);
     });
   }
 
-  /// Picks the file in the next file dialog, which must have that title where one is given.
+  /// Picks the file in the next file dialog, which must have that title if one is given.
   void ChooseFile(const std::string& name, const QString& title = {}) {
     OnDialog<QFileDialog>([name, title](QFileDialog& dialog) {
       if (!title.isEmpty()) {
@@ -69,7 +69,7 @@ class WindowFixture : public testing::Test, protected WindowRecords {
   void Cancel() {
     OnDialog<Dialog>([](QDialog& dialog) { dialog.reject(); });
   }
-  /// Runs `step`, takes down the text of the message box that it shows, and answers it.
+  /// Runs `step`, answers the message box that it shows, and returns the box's text.
   QString MessageDuring(const std::function<void()>& step) {
     QString text;
     OnDialog<QMessageBox>([&text](QMessageBox& box) {
@@ -79,14 +79,14 @@ class WindowFixture : public testing::Test, protected WindowRecords {
     step();
     return text;
   }
-  /// From now on each message box is taken down and answered, a question with yes.
+  /// From now on each message box is recorded and answered, a question with yes.
   void AnswerBoxes() { boxes_.Start(); }
 
   base::TempFolder folder_;
   device::FakePortLibrary library_;
   device::FakePortLibrarySource source_{&library_};
   MainWindow window_{ContextWith(source_, folder_.path())};
-  int dialogs_ = 0;  ///< how many have been answered, boxes apart
+  int dialogs_ = 0;  ///< how many were answered, message boxes excluded
   gui::BoxAnswers boxes_;
 };
 

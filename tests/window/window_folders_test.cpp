@@ -1,4 +1,4 @@
-// Which folders the window takes help files and templates from.
+// The folders from which the window reads help files and templates.
 
 #include <gtest/gtest.h>
 

@@ -37,7 +37,7 @@ class MemoryStore final : public StateStore {
 
 class WindowMemoryTest : public testing::Test, protected WindowRecords {
  protected:
-  // A terminal as the next start of the program shows it.
+  // The terminal as after the next start of the program.
   MainWindow& Start() {
     window_.reset();
     WindowContext context = ContextWith(source_, folder_.path());
@@ -192,9 +192,9 @@ TEST_F(WindowMemoryTest, FileDialogsStartWhereTheLastFileOfTheirKindWas) {
   EXPECT_EQ(FolderOfDialog(OpenMode::kLog), folder_.Path("logs"));
   EXPECT_EQ(FolderOfDialog(OpenMode::kTextFile), folder_.Path("texts"));
   EXPECT_EQ(FolderOfDialog(OpenMode::kLog, folder_.Path("texts/b.LOG")), folder_.Path("texts"))
-      << "beside the file in hand";
+      << "in the folder of the current file";
   std::filesystem::remove(folder_.Path("logs"));
-  EXPECT_NE(FolderOfDialog(OpenMode::kLog), folder_.Path("logs")) << "it is gone";
+  EXPECT_NE(FolderOfDialog(OpenMode::kLog), folder_.Path("logs")) << "the folder no longer exists";
 }
 
 TEST_F(WindowMemoryTest, WithoutAStoreNothingIsRemembered) {

@@ -9,7 +9,7 @@
 
 namespace kolvane::window {
 
-/// A request that a test makes.
+/// A close request made by a test.
 class FakeCloseRequest final : public CloseRequest {
  public:
   bool Made() const override { return made; }
@@ -19,8 +19,8 @@ class FakeCloseRequest final : public CloseRequest {
   base::FakePrompt messages;
 };
 
-/// What a terminal window works on, as the component would keep it, on the way through a port library. A
-/// base, so that it outlives the window.
+/// What a terminal window works on, as the component keeps it, connected through a port library. A base
+/// class, so that it outlives the window.
 class WindowRecords {
  protected:
   WindowRecords() { device_.OperMode = device::operating_mode::kPortLibrary; }
