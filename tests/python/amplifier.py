@@ -1,4 +1,4 @@
-"""The simulated amplifier as a process, for tests that talk to it."""
+"""The simulated amplifier as a process, for tests that use it."""
 
 import os
 import subprocess
@@ -6,7 +6,7 @@ import tempfile
 
 
 class Amplifier:
-    """Over TCP/IP, or with pty=True over a pseudo terminal; the resource names it."""
+    """Over TCP/IP, or with pty=True over a pseudo terminal; `resource` names it."""
 
     def __init__(self, pty=False, *options):
         self._folder = tempfile.TemporaryDirectory()

@@ -1,4 +1,4 @@
-"""Which member the terminal calls with which values, and what becomes of what it returns."""
+"""Which members the terminal calls with which values, and how it uses the results."""
 
 import unittest
 import weakref
@@ -8,7 +8,7 @@ from window_driver import pane_text, press, type_command
 
 
 class Recorder:
-    """Keeps each call of an operation as (name, arguments)."""
+    """Records each call of an operation as (name, arguments)."""
 
     LastErrorDescription = ""
 

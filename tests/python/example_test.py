@@ -1,4 +1,4 @@
-"""The examples in examples/ answer as they say, and run as programs."""
+"""The examples in examples/ answer as described and run as programs."""
 
 import os
 import runpy

@@ -1,4 +1,4 @@
-"""Where a Python exception ends up, and what the component itself raises."""
+"""Where Python exceptions arrive, and what the component itself raises."""
 
 import logging
 import subprocess
@@ -23,7 +23,7 @@ def lost(*arguments):
 
 class WhileOpening(TerminalCase):
     def open(self, device, mode):
-        """The caller gets the exception, so nobody has to look for it in the log."""
+        """The caller gets the exception, so it is not logged."""
         self.terminal.InitTerminal(device)
         with self.assertNoLogs("kolvane"):
             self.terminal.OpenTerminal(mode, 0)

@@ -20,7 +20,7 @@ from kolvane import LineKind, RunOptions, RunStatus
 
 
 class Echo(socketserver.StreamRequestHandler):
-    """An instrument that gives each command back, in capitals; HUSH it leaves without an answer, ASK it asks about."""
+    """An instrument that echoes each command in capitals; HUSH gets no answer, and ASK calls the server's `ask`."""
 
     def handle(self):
         for line in self.rfile:
@@ -43,7 +43,7 @@ class HeadlessCase(unittest.TestCase):
         self.lines.append((kind, line))
 
     def instrument(self):
-        """The resource of an instrument that lasts for the test."""
+        """The resource of an instrument that exists until the end of the test."""
         self.server = socketserver.ThreadingTCPServer(("127.0.0.1", 0), Echo)
         self.server.daemon_threads = True
         self.server.received = []
@@ -77,7 +77,7 @@ class Lines(HeadlessCase):
         path = self.list_file("' zweimal", "$REPEAT 1", "größe 5 µm", "$ENDREPEAT")
         status = kolvane.run(path, connect=self.instrument(), on_line=self.on_line)
         self.assertIs(status, RunStatus.DONE)
-        # The instrument speaks of bytes, which upper() leaves alone beyond ASCII.
+        # The instrument handles bytes, and upper() does not change those beyond ASCII.
         self.assertEqual(self.lines, [("answer", "GRößE 5 µM")] * 2)
 
     def test_a_time_out_is_an_error_instead_of_the_answer(self):
@@ -127,7 +127,7 @@ class Options(HeadlessCase):
         self.assertIn(b"A\r\n", log.read_bytes())
 
     def test_every_option_reaches_the_run(self):
-        """Each by what it does where it can be seen, or by its being taken at all."""
+        """Each is checked by its effect if it is visible, otherwise by being accepted."""
         status = kolvane.send(
             "a", connect=self.instrument(), on_line=self.on_line, settings_file=self.folder / "no.ini",
             folder=os.fsencode(self.folder), baud=9600, parity="odd", data_bits=7, stop_bits=2, timeout=1,

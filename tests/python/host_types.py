@@ -1,4 +1,4 @@
-"""Read by the type checker alone: what a host writes fits the types."""
+"""For the type checker only: a host's code fits the types."""
 
 import pathlib
 

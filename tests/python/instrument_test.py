@@ -1,4 +1,4 @@
-"""kolvane.Instrument: what is sent and received, in texts and bytes, on which threads, and what fails how."""
+"""kolvane.Instrument: what is sent and received, as text and bytes, on which threads, and how it fails."""
 
 import array
 import asyncio
@@ -73,7 +73,7 @@ class Exchange(InstrumentCase):
         instrument = self.instrument(False, "--echo", encoding="UTF-8")
         self.assertEqual(instrument.encoding, "utf-8")
         self.assertEqual(instrument.query("5 \N{OHM SIGN}"), "5 \N{OHM SIGN}")
-        # What is no UTF-8 counts as Windows-1252.
+        # Bytes that are not UTF-8 count as Windows-1252.
         self.assertEqual(instrument.query(b"\xc3\xa4 \xe4 \x80 \x81"), "ä ä € \x81")
         with self.assertRaises(LookupError):
             Instrument("ASRL1::INSTR", encoding="no such")
@@ -232,7 +232,7 @@ class Threads(InstrumentCase):
         self.assertGreater(turns, 1)
 
 
-# Interrupts itself while the instrument keeps silent, then goes on with it.
+# Interrupts itself while the instrument is silent, then continues to use it.
 INTERRUPTED = """
 import os, signal, sys, threading, time
 import kolvane

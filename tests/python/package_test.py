@@ -15,7 +15,7 @@ from terminal_case import TerminalCase
 
 
 def public_objects():
-    """(name, object) of all that is public in the package, methods and properties included."""
+    """(name, object) of everything public in the package, methods and properties included."""
     for name in kolvane.__all__:
         thing = getattr(kolvane, name)
         if not (inspect.isclass(thing) or callable(thing)):

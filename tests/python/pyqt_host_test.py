@@ -1,4 +1,4 @@
-"""A host that has a Qt application of its own."""
+"""A host with its own Qt application."""
 
 import unittest
 

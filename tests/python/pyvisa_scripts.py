@@ -1,4 +1,4 @@
-"""Scripts as they are written for any backend of PyVISA; each returns what it saw."""
+"""Scripts written for any backend of PyVISA; each returns what it received."""
 
 import warnings
 
@@ -13,7 +13,7 @@ def ask(instrument):
 
 
 def values(instrument):
-    """Numbers in text."""
+    """Numbers as text."""
     return (
         instrument.query_ascii_values("ECHO 1.5,-2e3,7"),
         instrument.query_ascii_values("ECHO 1;2;3", converter="d", separator=";", container=tuple),
@@ -21,7 +21,7 @@ def values(instrument):
 
 
 def binary(instrument):
-    """Blocks of the form of IEEE 488.2, with a line end within, too."""
+    """Blocks as in IEEE 488.2, one of them with a line end within."""
     return [
         instrument.query_binary_values("ECHO #14abcd", datatype="H"),
         instrument.query_binary_values("HEX? 233134000A0D410D0A", datatype="h", is_big_endian=True),
@@ -38,7 +38,7 @@ def pieces(instrument):
 
 
 def terminations(instrument):
-    """Others than the usual ones."""
+    """Unusual terminations."""
     seen = []
     instrument.write("TERM CR")
     instrument.read_termination = "\r"
@@ -75,7 +75,7 @@ def time_outs(instrument):
 
 
 def discarded(instrument):
-    """What is not wanted any more."""
+    """Discards unread answers."""
     instrument.write("ECHO old")
     instrument.read_bytes(1)
     if isinstance(instrument, pyvisa.resources.SerialInstrument):
@@ -86,13 +86,13 @@ def discarded(instrument):
 
 
 def refused(instrument):
-    """What neither a socket nor a line has."""
+    """Operations that neither a socket nor a serial line has."""
     calls = (instrument.read_stb, instrument.lock_excl, instrument.unlock)
     return [_tried(call) for call in calls] + [instrument.query("ECHO goes on")]
 
 
 def flow_control(instrument):
-    """Both kinds, and an answer with each; only a line has any."""
+    """Both kinds of flow control, with an answer for each; only a serial line has any."""
     seen = []
     for flow in (ControlFlow.xon_xoff, ControlFlow.rts_cts):
         seen.append(_tried(instrument.set_visa_attribute, ResourceAttribute.asrl_flow_control, flow))
@@ -101,7 +101,7 @@ def flow_control(instrument):
 
 
 def attributes(instrument):
-    """What a script may ask for and set: the value, or the status that it fails with."""
+    """The attributes that a script may read and set: the value, or the status that it fails with."""
     serial = isinstance(instrument, pyvisa.resources.SerialInstrument)
     names = ["interface_type", "resource_class", "termchar", "termchar_enabled", "suppress_end_enabled"]
     names += ["send_end_enabled", "timeout_value", "interface_number", "gpib_primary_address"]

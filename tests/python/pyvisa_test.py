@@ -1,4 +1,4 @@
-"""PyVISA's backend: the same scripts by pyvisa-py and by ours see the same; names, attributes, statuses."""
+"""PyVISA's backend: the same scripts receive the same with pyvisa-py and with ours; names, attributes, statuses."""
 
 import os
 import pathlib
@@ -39,7 +39,7 @@ class VisaCase(unittest.TestCase):
 
 class SameScripts(VisaCase):
     def seen(self, script, backend, pty):
-        """Each by itself, on a new instrument."""
+        """Runs each script on a new instrument."""
         amplifier = Amplifier(pty)
         manager = pyvisa.ResourceManager("@" + backend)
         try:
@@ -57,7 +57,7 @@ class SameScripts(VisaCase):
                     self.assertEqual(ours, theirs)
 
     def test_they_find_the_same_attributes(self):
-        # The other backend hands texts out for these, names no host, and leaves the delay of small packets on.
+        # The other backend returns texts for these, names no host, and leaves the delay of small packets on.
         differ = {"interface_number", "tcpip_port", "tcpip_hostname", "tcpip_nodelay", "send_end_enabled"}
         for pty in (False, True):
             theirs, ours = (self.seen(pyvisa_scripts.attributes, backend, pty) for backend in ("py", "kolvane"))
@@ -93,7 +93,7 @@ class Resources(VisaCase):
             self.assertEqual(self.manager().list_resources("ASRL?*"), ())
             info = self.manager().resource_info(name)
             self.assertEqual((info.interface_type, info.resource_class), (InterfaceType.usb, "INSTR"))
-            # It is in the record alone, so it cannot be opened.
+            # It exists only in the record, so it cannot be opened.
             self.assertEqual(self.status_of(self.manager().open_resource, name), StatusCode.error_resource_not_found)
 
     def test_names_that_cannot_be_opened(self):
@@ -157,7 +157,7 @@ class Statuses(VisaCase):
         instrument.write("ECHO abc")
         self.assertEqual(self.status_of(self.read, instrument, 20), StatusCode.error_timeout)
         instrument.set_visa_attribute(ResourceAttribute.suppress_end_enabled, False)
-        # What had come is still there.
+        # The bytes received so far are still available.
         self.assertEqual(self.read(instrument, 20), (b"abc\r\n", StatusCode.success))
 
     def test_of_a_lost_connection(self):

@@ -1,4 +1,4 @@
-"""The recipes of docs/python.md are run as they stand there, but for the name of the instrument."""
+"""Runs the recipes of docs/python.md as written, except for the name of the instrument."""
 
 import contextlib
 import io
@@ -15,7 +15,7 @@ SOCKET, LINE = "TCPIP::192.168.1.7::5025::SOCKET", "ASRL/dev/ttyUSB0::INSTR"
 
 
 def programs():
-    """What stands between "### Recipes" and "## Threads", whole programs each."""
+    """The programs between "### Recipes" and "## Threads"."""
     text = DOCUMENT.read_text(encoding="utf-8").split("### Recipes", 1)[1].split("\n## Threads", 1)[0]
     return re.findall(r"```python\n(.*?)```", text, re.DOTALL)
 
@@ -35,7 +35,7 @@ class Recipes(unittest.TestCase):
     }
 
     def run_program(self, program):
-        """What it prints, run in a folder of its own."""
+        """The program's output, run in a new folder."""
         amplifier = Amplifier(LINE in program)
         said = io.StringIO()
         before = os.getcwd()

@@ -1,4 +1,4 @@
-"""A terminal window on a device object of the test's own, with settings of its own."""
+"""A terminal window on the test's own device object, with its own settings."""
 
 import os
 import tempfile

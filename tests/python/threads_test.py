@@ -1,4 +1,4 @@
-"""Which thread may open the terminal. Each program is a process of its own, since what it tries might end it."""
+"""Which thread may open the terminal. Each program is a separate process, since it might crash."""
 
 import os
 import subprocess
@@ -6,10 +6,10 @@ import sys
 import tempfile
 import unittest
 
-# More of them by hand, where an end that goes wrong only now and then is looked for.
+# Set higher by hand to look for a program that only sometimes ends wrongly.
 RUNS = int(os.environ.get("KOLVANE_THREAD_RUNS", "4"))
 
-# The terminal closes at once, should it come to a window.
+# The terminal closes at once if it opens a window.
 PROGRAM = """
 import os, sys, threading
 import kolvane

@@ -1,4 +1,4 @@
-"""Which values a device object may hand back."""
+"""Which values a device object may return."""
 
 import array
 import ctypes

@@ -1,4 +1,4 @@
-"""What goes on while OpenTerminal waits: other threads, and a list without a person."""
+"""What happens while OpenTerminal waits: other threads, and a list without a user."""
 
 import os
 import select

@@ -20,7 +20,7 @@ py::object& Script() {
 }
 
 // Runs the script, which gets the lock for each step; the window closes whatever happens in it. Without a
-// script nobody is at the window.
+// script there is no user.
 void RunScript() {
   const py::gil_scoped_acquire lock;
   const py::object script = std::move(Script());

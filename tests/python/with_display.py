@@ -1,4 +1,4 @@
-"""Runs tests on an X server of their own, one that resets after its last client: with_display.py MODULE..."""
+"""Runs tests on their own X server, one that resets after its last client: with_display.py MODULE..."""
 
 import os
 import subprocess
