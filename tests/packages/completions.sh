@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Holds the shell completions: completions.sh PROGRAM FOLDER. Each knows every long option of PROGRAM --help, bash's
-# and fish's are asked for completions, zsh's is parsed.
+# Checks the shell completions: completions.sh PROGRAM FOLDER. Each must know every long option of PROGRAM --help;
+# bash's and fish's are asked for completions, zsh's is parsed.
 set -uo pipefail
 export LC_ALL=C
 program=$(readlink -f "$1") folder=$(readlink -f "$2")
@@ -20,7 +20,7 @@ same() {
   status=1
 }
 
-# What the programs understand is what is completed.
+# Exactly the options that the program knows are completed.
 for option in $("$program" --help | grep -oE -- '--[a-z][a-z0-9-]+' | sort -u); do
   grep -qE -- "(^|[^a-z-])$option([^a-z0-9-]|$)" "$folder/kolvane.bash" || same bash "$option" nothing
   grep -qE -- "(\(- \*\)'\{-h,$option\}'|'(\(- \*\))?$option)\[" "$folder/_kolvane" || same zsh "$option" nothing
@@ -65,7 +65,7 @@ bash_gives './kolvane send --transcript b' bild.png
 bash_gives './kolvane send --transcript-times ' all none
 bash_gives './kolvane ports --' ''
 
-# fish_gives LINE WORD...: the same, without their descriptions
+# fish_gives LINE WORD...: the same for fish, without the descriptions
 fish_gives() {
   local got
   got=$(fish --no-config -c "source $folder/kolvane.fish; complete -C '$1'" | cut -f 1 | sort | paste -sd ' ')

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds hosts and runs them: cpp_host.sh ROOT PREFIX EXAMPLE. The one uses the unpacked development package, the other
-# what was installed below PREFIX.
+# Builds and runs two hosts: cpp_host.sh ROOT PREFIX EXAMPLE. One uses the unpacked development package, the other the
+# installation below PREFIX.
 set -euo pipefail
 root=$(readlink -f "$1") prefix=$(readlink -f "$2") example=$3
 here=$(dirname "$(readlink -f "$0")")
@@ -9,7 +9,7 @@ trap 'rm -rf "$scratch"' EXIT
 unset DISPLAY WAYLAND_DISPLAY KOLVANE_FOLDER KOLVANE_PORT_LIBRARY LD_LIBRARY_PATH CMAKE_PREFIX_PATH
 export HOME=$scratch XDG_CONFIG_HOME=$scratch/config XDG_STATE_HOME=$scratch/state XDG_RUNTIME_DIR=$scratch QT_QPA_PLATFORM=offscreen
 
-# quietly COMMAND...: shows what it wrote only where it fails.
+# quietly COMMAND...: shows its output only if it fails.
 quietly() {
   "$@" >"$scratch/log" 2>&1 || {
     cat "$scratch/log"
@@ -30,7 +30,7 @@ done
 if "$scratch/build/cpp-host" --device 7 >/dev/null 2>"$scratch/log"; then exit 1; fi
 grep -q 'Kein Gerät mit dem Index 7' "$scratch/log"
 
-# A host through pkg-config, which finds the component by its soname, and the component its own folder.
+# A host through pkg-config, which finds the component by its soname; the component finds its own folder.
 module=$(dirname "$(find "$prefix" -name kolvane.pc)")
 export PKG_CONFIG_PATH=$module
 # shellcheck disable=SC2046

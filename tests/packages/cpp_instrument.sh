@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds the example of several instruments on the unpacked development package and asks two simulated amplifiers with
-# it: cpp_instrument.sh ROOT EXAMPLE.
+# Builds the example of several instruments with the unpacked development package and queries two simulated amplifiers
+# with it: cpp_instrument.sh ROOT EXAMPLE.
 set -euo pipefail
 root=$(readlink -f "$1") example=$2
 scratch=$(mktemp -d)

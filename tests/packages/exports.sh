@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
-# Holds what the shared objects export: exports.sh LIBKOLVANE LIBDEVLNK WINDOWS, lists beside this file.
-# What a list lacks is marked +, what a library lacks -.
+# Checks what the shared objects export: exports.sh LIBKOLVANE LIBDEVLNK WINDOWS, against the lists beside this file.
+# Symbols missing in a list are marked +, symbols missing in a library -.
 set -euo pipefail
 export LC_ALL=C
 lists=$(dirname "$(readlink -f "$0")")
 
-# exported FILE: one demangled name a line, without addresses and versions
+# exported FILE: one demangled name per line, without addresses and versions
 exported() {
   nm -Dg --defined-only -C "$1" | sed -E 's/^[0-9a-f]+ //; /^A /d; s/^. //; s/@@.*//; s/\[abi:cxx11\]//' | sort -u
 }

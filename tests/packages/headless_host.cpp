@@ -1,4 +1,4 @@
-// The smallest host: what pkg-config gives a compiler is enough for it.
+// The smallest host: the compiler needs only pkg-config's output.
 #include <kolvane/CommandRun.h>
 #include <kolvane/MainClass.h>
 
@@ -8,6 +8,6 @@ int main() {
   std::puts(kolvane::MainClass::OwnFolder().c_str());
   kolvane::CommandRunOptions options;
   options.Connect = "TCPIP::127.0.0.1::1::SOCKET";
-  // Port 1 refuses: what counts is that the port library was found.
+  // Port 1 refuses; the test is that the port library is found.
   return static_cast<int>(kolvane::SendCommands({"*IDN?"}, options));
 }

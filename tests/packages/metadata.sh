@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Validates what the unpacked packages tell the desktop and the reader: metadata.sh ROOT.
+# Validates the unpacked packages' metadata and documents: metadata.sh ROOT.
 set -euo pipefail
 share=$1/usr/share
 desktop-file-validate "$share/applications/kolvane.desktop"
@@ -7,7 +7,7 @@ appstreamcli validate --no-net "$share/metainfo/org.kolvane.Kolvane.metainfo.xml
   cat "$1/../appstream"
   exit 1
 }
-# The picture that it names is the repository's, in its true size.
+# The picture that it names is in the repository and has the given size.
 picture=$(sed -n 's|.*<image [^>]*width="\([0-9]*\)" height="\([0-9]*\)">.*/kolvane.png</image>|\1 x \2|p' \
   "$share/metainfo/org.kolvane.Kolvane.metainfo.xml")
 [[ -n $picture && $(file -b "${SOURCE_FOLDER:?}/docs/images/kolvane.png") == *", $picture,"* ]] || {
@@ -15,7 +15,7 @@ picture=$(sed -n 's|.*<image [^>]*width="\([0-9]*\)" height="\([0-9]*\)">.*/kolv
   exit 1
 }
 
-# Documents are there, and their links lead somewhere.
+# The documents exist, and so do the targets of their links.
 documents=$(find "$share/doc" -name '*.md')
 for name in kolvane/command-line.md kolvane/formats/template.md kolvane-dev/embedding.md python3-kolvane/python.md; do
   [ -s "$share/doc/$name" ] || { echo "$name is missing" && exit 1; }

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Holds that whoever opens no window starts without Qt: no_qt.sh FILE...
+# Checks that a program that opens no window starts without Qt: no_qt.sh FILE...
 set -euo pipefail
 status=0
 for file in "$@"; do

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Runs the unpacked program: program.sh ROOT VERSION. Nothing of the build is within its reach.
+# Runs the unpacked program: program.sh ROOT VERSION. It cannot reach any file of the build.
 set -euo pipefail
 root=$(readlink -f "$1") version=$2
 folder=$(dirname "$(find "$root/usr/lib" -name libdevlnk.so)")
@@ -23,7 +23,7 @@ fail() {
 
 [ "$("$kolvane" --version)" = "kolvane $version" ] || fail "--version says $("$kolvane" --version)"
 
-# A list, headless, against the unpacked amplifier; through the unpacked port library.
+# A list without a window, with the unpacked amplifier and port library.
 mkfifo says
 "$root/usr/bin/kolvane-amplifier" --tcp 0 >says &
 amplifier=$!
@@ -34,7 +34,7 @@ port=${line##*:}
 [ "$(cat errors)" = "kolvane: Die laufende Meßwerterfassung wurde beendet" ] || fail "run wrote: $(cat errors)"
 grep -q '^KOLVANE,' answers || fail "no answer to *IDN?: $(head -n 5 answers)"
 
-# asked_to_end PROGRAM ARGS...: with SIGTERM waiting from before its start, so that the window closes at once.
+# asked_to_end PROGRAM ARGS...: SIGTERM is pending before it starts, so that the window closes at once.
 asked_to_end() {
   env --block-signal=TERM sh -c 'kill -TERM $$; exec "$@"' sh "$@" >window 2>&1 || fail "$* ended with $?: $(cat window)"
 }
@@ -43,12 +43,12 @@ asked_to_end "$kolvane"
 asked_to_end "$kolvane" --demo
 ! ls -d "$TMPDIR"/kolvane-demo-* 2>/dev/null || fail "the demo left its folder behind"
 
-# What the component and the desktop look for.
+# The files that the component and the desktop look for.
 for file in libkolvane.so.0 libkolvane-windows.so libdevlnk.so Terminal.chm TermCmdHelp.rtf demo.CMD KVA-1-KOPF.BNS; do
   [ -s "$folder/$file" ] || fail "$file is missing beside the component"
 done
 for program in kolvane kolvane-amplifier; do
   [ -s "$root/usr/share/man/man1/$program.1.gz" ] || fail "$program has no manual page"
 done
-# The help file names the pages it was made of; nobody looks for them there.
+# The help file contains the paths of its source pages, which are never opened.
 ! grep -rlF --exclude='*.chm' -e "$root" -e "${SOURCE_FOLDER:?}" "$root/usr" || fail "files above name the source"

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Imports the unpacked Python module: python_module.sh ROOT VERSION. It finds the component by itself, and tools find its
+# Imports the unpacked Python module: python_module.sh ROOT VERSION. It must find the component, and tools its
 # metadata.
 set -euo pipefail
 unset LD_LIBRARY_PATH KOLVANE_FOLDER

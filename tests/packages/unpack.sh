@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Makes the Debian packages and unpacks them: unpack.sh BUILD_FOLDER CMAKE CPACK, into BUILD_FOLDER/packages/root;
-# BUILD_FOLDER/packages/prefix is what cmake --install makes.
+# BUILD_FOLDER/packages/prefix is the result of cmake --install.
 set -euo pipefail
 cd "$1"
 rm -rf packages
