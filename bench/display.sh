@@ -1,13 +1,13 @@
-# Shared by bench/report and bench/soak: a screen of the run's own, after scripts/lib.sh.
+# Shared by bench/report and bench/soak: a separate screen. Needs scripts/lib.sh.
 
 bench_packages="xvfb openbox libxcb-damage0-dev libgtest-dev lxi-tools xxd"
 
-# start_display: an X server on a free number, whose name goes into DISPLAY; it ends with the script.
+# start_display: starts an X server on a free number and sets DISPLAY; it ends with the script.
 start_display() {
   local number_file
   scratch=$(mktemp -d)
   number_file=$scratch/display
-  # The X server writes the number that it took and is ready then.
+  # The X server reports its number as soon as it is ready.
   mkfifo "$number_file"
   Xvfb -displayfd 3 -screen 0 1400x900x24 -nolisten tcp 3>"$number_file" >/dev/null 2>&1 &
   display_pid=$!

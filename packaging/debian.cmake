@@ -3,14 +3,14 @@
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_DIRECTORY ${CMAKE_BINARY_DIR}/packages)
 set(CPACK_PACKAGE_CONTACT "Kolvane maintainers <maintainers@kolvane.example>")
-# Each description below begins with a summary of its own.
+# Each description below starts with its summary.
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 set(CPACK_STRIP_FILES ON)
 # Into the prefix itself below a staging folder, so that what is made at installation sees the prefix.
 set(CPACK_SET_DESTDIR ON)
 set(CPACK_INSTALL_PREFIX /usr)
 
-# One package for each component that anything is installed with.
+# One package for each component that has files.
 get_cmake_property(CPACK_COMPONENTS_ALL COMPONENTS)
 list(REMOVE_ITEM CPACK_COMPONENTS_ALL Unspecified)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
@@ -25,7 +25,7 @@ set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME kolvane)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION electronics)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_SOURCE_DIR}/triggers)
-# What no library names: the drawing of icons, German buttons of Qt's own, a font as wide as the one that is asked for.
+# What no library depends on: drawing of icons, Qt's German button texts, a font as wide as the requested one.
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_DEPENDS "libqt6svg6, qt6-translations-l10n")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_RECOMMENDS "fonts-liberation2 | fonts-liberation, hicolor-icon-theme, qt6-wayland")
 set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "command terminal for measurement amplifiers

@@ -1,4 +1,4 @@
-# What a host is built with: headers, the CMake package Kolvane, the pkg-config module kolvane.
+# What is needed to build a host: headers, the CMake package Kolvane, the pkg-config module kolvane.
 
 include(CMakePackageConfigHelpers)
 set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME development)
@@ -13,7 +13,7 @@ write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/KolvaneConfigVersio
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/KolvaneConfig.cmake ${CMAKE_CURRENT_BINARY_DIR}/KolvaneConfigVersion.cmake
         DESTINATION ${KOLVANE_INSTALL_CMAKEDIR})
 
-# The prefix is known only at installation; the loader looks below /usr by itself, elsewhere a host needs the way.
+# The prefix is known only at installation; the loader searches below /usr, for other prefixes a host needs a run path.
 set(pc ${CMAKE_CURRENT_BINARY_DIR}/kolvane.pc)
 foreach(variable CMAKE_INSTALL_LIBDIR CMAKE_INSTALL_INCLUDEDIR PROJECT_DESCRIPTION PROJECT_VERSION)
   string(APPEND pc_values "set(${variable} [[${${variable}}]])\n")
@@ -28,7 +28,7 @@ install(CODE "
   COMPONENT development)
 install(FILES ${pc} DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
-# library_link(TO NAME COMPONENT): the name NAME in the folder of libraries.
+# library_link(TO NAME COMPONENT): a link NAME to TO in the folder of libraries.
 function(library_link to name component)
   set(link ${CMAKE_CURRENT_BINARY_DIR}/links/${name})
   file(MAKE_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/links)

@@ -15,7 +15,7 @@ install(FILES completions/kolvane.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash
 install(FILES completions/_kolvane DESTINATION ${KOLVANE_INSTALL_ZSHDIR})
 install(FILES completions/kolvane.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
 
-# install_gzipped(FILE DIR NAME COMPONENT): compressed as distributions want it, without name and time inside.
+# install_gzipped(FILE DIR NAME COMPONENT): compressed as distributions require, without a stored name and time.
 function(install_gzipped file dir name component)
   set(copy ${CMAKE_CURRENT_BINARY_DIR}/gzipped/${component}/${name})
   cmake_path(GET copy PARENT_PATH folder)
@@ -45,7 +45,7 @@ foreach(pair runtime:kolvane development:kolvane-dev python:python3-kolvane)
 endforeach()
 
 # install_documents(COMPONENT FOLDER DOCUMENT...): documents of docs/ into share/doc/FOLDER. Links to other files of the
-# source tree lead to where those are installed.
+# source tree are changed to where those are installed.
 function(install_documents component folder)
   string(REGEX REPLACE "[^/]+" ".." prefix share/doc/${folder})
   foreach(document IN LISTS ARGN)

@@ -1,16 +1,16 @@
-# Completion of kolvane for bash. It needs nothing of bash-completion.
+# Completion of kolvane for bash. It does not need bash-completion.
 
-# The resources that can be connected to now, as `kolvane ports` lists them, and the forms that take an address.
+# The resources that are available now, as listed by `kolvane ports`, and the forms that contain an address.
 _kolvane_resources() {
   local resource rest
   _kolvane_words TCPIP:: ASRL1::INSTR ASRL2::INSTR USB:: GPIB0:: LPT1 LPT2 OFFLINE
   while read -r resource rest; do
-    # A device names itself; what the shell would act on is not put into a command line. "-" names nothing.
+    # Devices choose their names; one that the shell would act on is not completed. "-" means that there is none.
     [[ $resource == - || $resource == *ADDRESS* || $resource == *[!A-Za-z0-9:./_@%+,-]* ]] || _kolvane_words "$resource"
   done < <("$program" ports 2>/dev/null)
 }
 
-# _kolvane_files SUFFIX: folders, and files whose name ends so in either case; all files without SUFFIX.
+# _kolvane_files SUFFIX: folders, and files with this suffix in any case; without SUFFIX all files.
 _kolvane_files() {
   compopt -o filenames 2>/dev/null
   local entry
@@ -19,7 +19,7 @@ _kolvane_files() {
   done < <(compgen -f -- "$cur")
 }
 
-# _kolvane_words WORD...: those that begin with what was typed, each once.
+# _kolvane_words WORD...: those that start with what was typed, without duplicates.
 _kolvane_words() {
   local word
   for word; do
@@ -27,7 +27,7 @@ _kolvane_words() {
   done
 }
 
-# The values of option $1; fails where it takes none.
+# The values of option $1; fails if it takes none.
 _kolvane_values() {
   case $1 in
     --mode) _kolvane_words 2 ;; # 0 and 1 are for hosts only
@@ -48,7 +48,7 @@ _kolvane_values() {
   esac
 }
 
-# Readline takes what stands after the last : or = for the word, so what stands before is left out.
+# Readline treats what follows the last : or = as the word, so the part before is omitted.
 _kolvane_trim() {
   local head=${cur%"${cur##*[:=]}"} i
   [[ $COMP_WORDBREAKS == *:* && $head == *: || $COMP_WORDBREAKS == *=* && $head == *= ]] || return 0

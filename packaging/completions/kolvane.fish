@@ -1,6 +1,6 @@
 # Completion of kolvane for fish.
 
-# The resources that can be connected to now, as `kolvane ports` lists them, and the forms that take an address.
+# The resources that are available now, as listed by `kolvane ports`, and the forms that contain an address.
 function __kolvane_resources
     printf '%s\n' TCPIP:: ASRL1::INSTR ASRL2::INSTR USB:: GPIB0:: LPT1 LPT2 OFFLINE
     set -l program (commandline -opc)[1]
