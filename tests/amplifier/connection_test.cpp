@@ -103,7 +103,7 @@ TEST_F(ConnectionTest, AnswersToLinesOfOnePacketLeaveTogether) {
   EXPECT_EQ(peer_.calls.back(), "send unfinished line|");
 }
 
-TEST_F(ConnectionTest, ExchangeAnswersAndSaysWhenNothingCame) {
+TEST_F(ConnectionTest, ExchangeAnswersAndReportsSilence) {
   Connection connection = Connect();
   peer_.incoming = {"a\n"};
   EXPECT_TRUE(connection.Exchange());
@@ -116,7 +116,7 @@ TEST_F(ConnectionTest, ExchangeAnswersAndSaysWhenNothingCame) {
   EXPECT_EQ(peer_.incoming.size(), 1u);
 }
 
-TEST_F(ConnectionTest, WhatDoesNotFitWaitsForRoom) {
+TEST_F(ConnectionTest, OutputThatDoesNotFitWaitsForRoom) {
   Connection connection = Connect();
   peer_.room = 2;
   Receive(connection, "abcd\n");
@@ -149,7 +149,7 @@ TEST_F(ConnectionTest, ADelayedAnswerGoesWhenItIsDue) {
   EXPECT_FALSE(connection.Due());
 }
 
-TEST_F(ConnectionTest, AWaitHoldsNothingBackThatCameBefore) {
+TEST_F(ConnectionTest, AWaitDoesNotDelayEarlierAnswers) {
   Connection connection = Connect();
   Receive(connection, "a\nwait\nb\n");
   EXPECT_EQ(peer_.calls, Calls{"send a|"});
@@ -183,7 +183,7 @@ TEST_F(ConnectionTest, DripSwitchedOffReleasesTheRest) {
   EXPECT_EQ(peer_.calls, (Calls{"send a", "send bc|"}));
 }
 
-TEST_F(ConnectionTest, ClosesOrderlyAfterItsAnswers) {
+TEST_F(ConnectionTest, ClosesGracefullyAfterItsAnswers) {
   Connection connection = Connect({.close_after = 2});
   Receive(connection, "a\nnone\n");
   EXPECT_FALSE(connection.Ended());
@@ -250,7 +250,7 @@ TEST_F(ConnectionTest, FallsSilent) {
   EXPECT_EQ(connection.Events(), POLLIN);
 }
 
-TEST_F(ConnectionTest, AnswersWhatCameBeforeThePeerWasDone) {
+TEST_F(ConnectionTest, AnswersCommandsFromBeforeThePeersEnd) {
   handler_.transmission_.delay_ms = 10;
   Connection connection = Connect();
   Receive(connection, "a\n");

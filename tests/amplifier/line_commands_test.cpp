@@ -54,7 +54,7 @@ TEST_F(LineCommandsTest, HexAnswersTheBytes) {
   EXPECT_EQ(reply_.kind, Reply::Kind::kLine);
 }
 
-TEST_F(LineCommandsTest, WaitHoldsItsOwnAnswerBack) {
+TEST_F(LineCommandsTest, WaitDelaysItsOwnAnswer) {
   EXPECT_EQ(Ask("WAIT? 600000"), "0");
   EXPECT_EQ(reply_.wait_ms, 600'000u);
   EXPECT_EQ(Ask("WAIT? 0"), "0");
@@ -105,7 +105,7 @@ TEST_F(LineCommandsTest, TerminatorIsOneOfFour) {
   EXPECT_TRUE(BadParameter("TERM 13"));
 }
 
-TEST_F(LineCommandsTest, MuteKeepsTheNextAnswersBack) {
+TEST_F(LineCommandsTest, MuteSuppressesTheNextAnswers) {
   EXPECT_EQ(Ask("MUTE 3"), "0");
   EXPECT_EQ(Ask("NAME 1,Quiet"), "(none)");
   EXPECT_EQ(Ask(""), "(none)");
@@ -115,7 +115,7 @@ TEST_F(LineCommandsTest, MuteKeepsTheNextAnswersBack) {
   EXPECT_EQ(Ask("ERR?"), "1,unknown command");
 }
 
-TEST_F(LineCommandsTest, MuteCanBeTakenBack) {
+TEST_F(LineCommandsTest, MuteCanBeEnded) {
   EXPECT_EQ(Ask("MUTE 1000000"), "0");
   EXPECT_EQ(Ask("MUTE 0"), "(none)");
   EXPECT_EQ(Ask("RATE?"), "100");

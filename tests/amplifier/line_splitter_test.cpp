@@ -38,7 +38,7 @@ TEST(LineSplitter, EndsLinesAtLfCrAndCrLf) {
   EXPECT_EQ(Split({""}), Lines{});
 }
 
-TEST(LineSplitter, TakesAPairOverTwoPacketsAsOneEnd) {
+TEST(LineSplitter, TakesCrLfInTwoPacketsAsOneEnd) {
   EXPECT_EQ(Split({"a\r", "\nb\n"}), (Lines{"a", "b"}));
   EXPECT_EQ(Split({"a\r", "\n", "\n"}), (Lines{"a", ""}));
   EXPECT_EQ(Split({"a\r", "b\r", "\r", "\n"}), (Lines{"a", "b", ""}));

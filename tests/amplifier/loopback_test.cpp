@@ -27,7 +27,7 @@ std::vector<std::string> Listening(const char* table, std::uint16_t port) {
   return addresses;
 }
 
-TEST(Loopback, TheAmplifierListensOnThisComputersOwnAddressesAlone) {
+TEST(Loopback, TheAmplifierListensOnlyOnLoopbackAddresses) {
   const ServerThread amplifier;
   EXPECT_EQ(Listening("/proc/net/tcp", amplifier.Port()), std::vector<std::string>{"0100007F"});
   for (const std::string& address : Listening("/proc/net/tcp6", amplifier.Port()))

@@ -37,7 +37,7 @@ TEST(Measurement, CalibratesWithHalfTheRange) {
   EXPECT_EQ(Measure(settings, 1, 0, 1).net, settings.channels[0].range / 2);
 }
 
-TEST(Measurement, HasNoiseOfItsOwnOnEveryChannelAndSample) {
+TEST(Measurement, HasDifferentNoiseOnEveryChannelAndSample) {
   Settings settings = DefaultSettings();
   settings.mode = OperatingMode::kZeroSignal;
   std::set<double> seen;
@@ -58,7 +58,7 @@ TEST(Measurement, StaysInItsRangeByDefault) {
   }
 }
 
-TEST(Measurement, SteadierWithALowerFilter) {
+TEST(Measurement, IsSteadierWithALowerFilter) {
   Settings settings = DefaultSettings();
   settings.mode = OperatingMode::kZeroSignal;
   settings.channels[0].filter = 1000;

@@ -47,7 +47,7 @@ TEST_F(MeasuringCommandsTest, RecordingFillsWithTime) {
   EXPECT_EQ(Ask("BUF?"), "0,10,1");
 }
 
-TEST_F(MeasuringCommandsTest, StopKeepsWhatIsThere) {
+TEST_F(MeasuringCommandsTest, StopKeepsTheSamples) {
   Ask("STA 50");
   clock_.now += 0.2;
   EXPECT_EQ(Ask("STP"), "(none)");
@@ -86,7 +86,7 @@ TEST_F(MeasuringCommandsTest, RecordedValuesStayAsTheyWere) {
   EXPECT_EQ(Ask("BUFV? 3,1,3"), "5.0000,5.0000,5.0000");
 }
 
-TEST_F(MeasuringCommandsTest, RecordedValuesAreThoseMeasuredThen) {
+TEST_F(MeasuringCommandsTest, RecordedValuesAreThoseOfTheRecording) {
   Ask("STA 10");
   clock_.now += 0.055;
   const std::string then = Ask("MSV? 7");
@@ -94,7 +94,7 @@ TEST_F(MeasuringCommandsTest, RecordedValuesAreThoseMeasuredThen) {
   EXPECT_EQ(Ask("BUFV? 7,5"), then);
 }
 
-TEST_F(MeasuringCommandsTest, BufferAnswersWhatIsThereAlone) {
+TEST_F(MeasuringCommandsTest, BufferAnswersOnlyRecordedSamples) {
   EXPECT_TRUE(BadParameter("BUFV? 1,1"));
   Ask("STA 1000,2-3");
   clock_.now += 6.005;
@@ -124,7 +124,7 @@ TEST_F(MeasuringCommandsTest, BufferBlockIsThePartAskedFor) {
   EXPECT_TRUE(WrongCount("BUFB? 1"));
 }
 
-TEST_F(MeasuringCommandsTest, BufferBlockHasAMostCount) {
+TEST_F(MeasuringCommandsTest, BufferBlockHasALargestCount) {
   Ask("STA 5000,1");
   clock_.now += 100;
   EXPECT_EQ(AskBytes("BUFB? 1,4096").size(), kBlockHeaderSize + 4096 * 2);

@@ -86,7 +86,7 @@ TEST(CommandLine, SilentMeansFromTheStart) {
   EXPECT_EQ(std::get<Options>(Parse({"--tcp", "0", "--silent"})).behaviour.silent_after, 0u);
 }
 
-TEST(CommandLine, NoTerminatorIsAChoice) {
+TEST(CommandLine, NoTerminatorCanBeSelected) {
   EXPECT_EQ(std::get<Options>(Parse({"--tcp", "0", "--terminator", "none"})).transmission.terminator, "");
 }
 
@@ -143,7 +143,7 @@ TEST(CommandLine, ValuesAreCheckedAtTheirLimits) {
             "option '--seed': '18446744073709551616' is not a whole number from 0 to 18446744073709551615");
 }
 
-TEST(CommandLine, AReplayHasNothingOfTheAmplifier) {
+TEST(CommandLine, AReplayTakesNoOptionsOfTheAmplifier) {
   const Options options =
       std::get<Options>(Parse({"--pty", "/tmp/link", "--replay", "a", "--replay-times", "recorded"}));
   EXPECT_EQ(options.replay, "a");

@@ -137,14 +137,14 @@ TEST(Program, EndsWithItsParent) {
   EXPECT_EQ(read(output.get(), &c, 1), 0);
 }
 
-TEST(Program, TellsWrongUsageInOneLine) {
+TEST(Program, ReportsWrongUsageInOneLine) {
   Program program({"--bogus"});
   EXPECT_EQ(program.Errors(), "kolvane-amplifier: unknown option '--bogus'\n");
   EXPECT_EQ(program.Output(), "");
   EXPECT_EQ(program.Wait(), 2);
 }
 
-TEST(Program, TellsFailureInOneLine) {
+TEST(Program, ReportsFailureInOneLine) {
   Program program({"--tcp", "0", "--file", "/nonexistent"});
   EXPECT_EQ(program.Errors(), "kolvane-amplifier: cannot read /nonexistent: No such file or directory\n");
   EXPECT_EQ(program.Output(), "");

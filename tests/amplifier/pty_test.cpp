@@ -32,7 +32,7 @@ class PtyTest : public testing::Test {
   const std::string link_ = folder_.Path("amp");
 };
 
-TEST_F(PtyTest, AnswersThoughTheTerminalComesAndGoes) {
+TEST_F(PtyTest, AnswersWhenTheTerminalReconnects) {
   ServerThread amplifier({.pty_link = link_});
   for (int round = 0; round < 3; ++round) {
     const Client client = Client::Pty(link_);
@@ -74,7 +74,7 @@ TEST_F(PtyTest, ReplacesAStaleLink) {
   EXPECT_EQ(Client::Pty(link_).Ask("OPMODE?"), "0");
 }
 
-TEST_F(PtyTest, LeavesALinkThatSomebodyElseTook) {
+TEST_F(PtyTest, LeavesALinkOfAnotherProgram) {
   {
     ServerThread amplifier({.pty_link = link_});
     fs::remove(link_);
@@ -94,7 +94,7 @@ TEST_F(PtyTest, RefusesToReplaceAFile) {
   EXPECT_TRUE(fs::is_regular_file(link_));
 }
 
-TEST_F(PtyTest, HangsUpAndComesBackUnderTheSameLink) {
+TEST_F(PtyTest, HangsUpAndReturnsUnderTheSameLink) {
   ServerThread amplifier({.pty_link = link_, .behaviour = {.close_after = 1}});
   for (int round = 0; round < 3; ++round) {
     const std::int64_t before = LinkTime();

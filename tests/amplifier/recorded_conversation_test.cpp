@@ -37,7 +37,7 @@ TEST(ReadTranscript, AConversationBeginsWithItsConnection) {
   EXPECT_EQ(read[1].utterances, (std::vector<Utterance>{{false, "AB", std::nullopt, 7}}));
 }
 
-TEST(ReadTranscript, AConnectionMayEndByTheInstrument) {
+TEST(ReadTranscript, TheInstrumentMayEndAConnection) {
   const auto read = Read(R"({"way":"open"}
 {"way":"in","bytes":"QUI="}
 {"t":2.5,"way":"close","bytes":"","status":-40}
@@ -52,12 +52,12 @@ TEST(ReadTranscript, AConnectionMayEndByTheInstrument) {
   EXPECT_TRUE(read[1].utterances.empty());
 }
 
-TEST(ReadTranscript, ConnectionsInWhichNothingWasSaidAreLeftOut) {
+TEST(ReadTranscript, ConnectionsWithoutTransfersAreLeftOut) {
   EXPECT_TRUE(Read("").empty());
   EXPECT_TRUE(Read("{\"way\":\"open\"}\n{\"way\":\"out\",\"bytes\":\"\"}\n{\"way\":\"close\"}\n").empty());
 }
 
-TEST(ReadTranscript, WhatIsNoneIsNamedWithItsLine) {
+TEST(ReadTranscript, ALineThatIsInvalidIsNamed) {
   EXPECT_EQ(Problem("{\"way\":\"open\"}\nA\n"), "2: no JSON");
   EXPECT_EQ(Problem("[]"), "1: no JSON object");
   EXPECT_EQ(Problem("{}"), "1: no \"way\"");

@@ -73,13 +73,13 @@ TEST_F(ReplayServerTest, AConnectionThatEndsEarlyDiffers) {
   EXPECT_EQ(result.get(), folder.Path("t") + R"(:2: expected "A\n", got "A")");
 }
 
-TEST_F(ReplayServerTest, AConnectionThatBringsNothingIsNone) {
+TEST_F(ReplayServerTest, AConnectionWithoutACommandIsIgnored) {
   ReplayServer server(Of(kTwoConnections));
   auto result = Run(server);
   EXPECT_TRUE(Client::Tcp(server.Port()));
   EXPECT_EQ(Client::Tcp(server.Port()).Ask("A"), "a");
   eventfd_write(stop.get(), 1);
-  EXPECT_EQ(result.get(), "") << "the second one has not begun";
+  EXPECT_EQ(result.get(), "") << "the second one has not started";
 }
 
 TEST_F(ReplayServerTest, AStopInTheMiddleIsADifference) {
@@ -91,7 +91,7 @@ TEST_F(ReplayServerTest, AStopInTheMiddleIsADifference) {
   EXPECT_EQ(result.get(), folder.Path("t") + R"(:3: expected "B\n", got nothing)");
 }
 
-TEST_F(ReplayServerTest, OnALineAllConnectionsAreOne) {
+TEST_F(ReplayServerTest, OnASerialLineAllConnectionsAreOne) {
   Options options = Of(kTwoConnections);
   options.tcp_port.reset();
   options.pty_link = folder.Path("line");
@@ -115,7 +115,7 @@ constexpr char kHungUp[] =
 {"way":"close","bytes":""}
 )";
 
-TEST_F(ReplayServerTest, ClosesWhereTheInstrumentHasClosed) {
+TEST_F(ReplayServerTest, ClosesWhenTheInstrumentHasClosed) {
   ReplayServer server(Of(kHungUp));
   auto result = Run(server);
   const Client first = Client::Tcp(server.Port());
@@ -127,7 +127,7 @@ TEST_F(ReplayServerTest, ClosesWhereTheInstrumentHasClosed) {
   EXPECT_EQ(result.get(), "");
 }
 
-TEST_F(ReplayServerTest, OnALineItHangsUpAndTheLinkLeadsToTheNextOne) {
+TEST_F(ReplayServerTest, OnASerialLineItHangsUpAndTheLinkNamesTheNextLine) {
   Options options = Of(kHungUp);
   options.tcp_port.reset();
   options.pty_link = folder.Path("line");
@@ -138,7 +138,7 @@ TEST_F(ReplayServerTest, OnALineItHangsUpAndTheLinkLeadsToTheNextOne) {
     EXPECT_EQ(first.Ask("A"), "a");
     int error = -1;
     EXPECT_EQ(first.ReadAll(&error), "");
-    EXPECT_EQ(error, 0) << "a line that was hung up is at its end";
+    EXPECT_EQ(error, 0) << "a line that was hung up has ended";
   }
   EXPECT_EQ(Client::Pty(options.pty_link).Ask("B"), "b");
   EXPECT_EQ(result.get(), "");
@@ -178,7 +178,7 @@ TEST_F(ReplayServerTest, AResetBeforeTheNextCommandIsADifference) {
   EXPECT_EQ(result.get(), folder.Path("t") + R"(:3: expected "B\n", got nothing)");
 }
 
-TEST_F(ReplayServerTest, AnAnswerThatNobodyReadsHoldsNothingUp) {
+TEST_F(ReplayServerTest, AnAnswerThatNobodyReadsBlocksNothing) {
   ReplayServer server(Of(LongAnswer(4'000'000)));
   auto result = Run(server);
   {

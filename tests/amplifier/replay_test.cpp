@@ -15,7 +15,7 @@ Time After(int ms) { return kStart + milliseconds(ms); }
 const Conversation kTalk{
     0.0, {{true, "A\n", 1.0, 2}, {false, "a\r\n", 1.25, 3}, {false, "b\r\n", 2.0, 4}, {true, "C\n", 2.5, 5}}};
 
-TEST(Replay, AnswersAtOnceWhatWasAnsweredThen) {
+TEST(Replay, AnswersAtOnceAsRecorded) {
   Replay replay(kTalk, false, kStart);
   EXPECT_FALSE(replay.Due());
   EXPECT_EQ(replay.Say(After(5)), "");
@@ -37,25 +37,25 @@ TEST(Replay, AnswersAfterTheRecordedTimes) {
   EXPECT_EQ(replay.Due(), After(300));
   EXPECT_EQ(replay.Say(After(299)), "");
   EXPECT_EQ(replay.Say(After(310)), "a\r\n");
-  EXPECT_EQ(replay.Due(), After(1050)) << "what was late makes nothing else late";
+  EXPECT_EQ(replay.Due(), After(1050)) << "a late answer does not delay others";
   EXPECT_EQ(replay.Say(After(1050)), "b\r\n");
   EXPECT_FALSE(replay.Due());
 }
 
-TEST(Replay, WithoutTimesThereIsNothingToWaitFor) {
+TEST(Replay, WithoutTimesNothingWaits) {
   const Conversation talk{{}, {{true, "A", {}, 1}, {false, "a", {}, 2}, {false, "b", 7.0, 3}}};
   Replay replay(talk, true, kStart);
   replay.Take("A", After(1));
   EXPECT_EQ(replay.Say(After(1)), "ab");
 }
 
-TEST(Replay, TimesThatRunBackwardsAreNoTime) {
+TEST(Replay, TimesThatRunBackwardsAreIgnored) {
   const Conversation talk{5.0, {{false, "a", 4.0, 1}}};
   Replay replay(talk, true, kStart);
   EXPECT_EQ(replay.Due(), kStart);
 }
 
-TEST(Replay, TheInstrumentMaySpeakFirst) {
+TEST(Replay, TheInstrumentMaySendFirst) {
   const Conversation talk{0.0, {{false, "hello\r\n", 0.5, 2}}};
   Replay replay(talk, true, kStart);
   EXPECT_EQ(replay.Due(), After(500));
@@ -64,7 +64,7 @@ TEST(Replay, TheInstrumentMaySpeakFirst) {
   EXPECT_FALSE(replay.begun());
 }
 
-TEST(Replay, WhatComesTooEarlyIsComparedInItsTurn) {
+TEST(Replay, ACommandThatComesEarlyIsComparedInItsTurn) {
   Replay replay(kTalk, true, kStart);
   replay.Take("A\nC\n", After(0));
   EXPECT_FALSE(replay.over());
@@ -82,20 +82,20 @@ TEST(Replay, NamesTheFirstCommandThatDiffers) {
   EXPECT_FALSE(replay.Due());
 }
 
-TEST(Replay, ADifferenceIsSeenAtItsByte) {
+TEST(Replay, ADifferenceIsFoundAtItsByte) {
   Replay replay(kTalk, false, kStart);
   replay.Take("A\r", kStart);
   EXPECT_EQ(replay.difference(), R"(2: expected "A\n", got "A\r")");
 }
 
-TEST(Replay, ACommandTooManyDiffers) {
+TEST(Replay, AnExtraCommandDiffers) {
   const Conversation talk{0.0, {{true, "A\n", 1.0, 2}}};
   Replay replay(talk, false, kStart);
   replay.Take("A\nB\n", kStart);
   EXPECT_EQ(replay.difference(), R"(2: expected nothing, got "B\n")");
 }
 
-TEST(Replay, ACommandTooFewDiffers) {
+TEST(Replay, AMissingCommandDiffers) {
   Replay replay(kTalk, true, kStart);
   replay.Take("A\n", kStart);
   replay.End();
@@ -106,7 +106,7 @@ TEST(Replay, ACommandTooFewDiffers) {
   EXPECT_EQ(half.difference(), R"(2: expected "A\n", got "A")");
 }
 
-TEST(Replay, AnswersThatNobodyWaitsForMayBeLeftOut) {
+TEST(Replay, AnswersThatNobodyAwaitsMayBeLeftOut) {
   const Conversation talk{0.0, {{true, "A\n", 1.0, 2}, {false, "a", 9.0, 3}}};
   Replay replay(talk, true, kStart);
   replay.Take("A\n", kStart);
@@ -116,7 +116,7 @@ TEST(Replay, AnswersThatNobodyWaitsForMayBeLeftOut) {
 
 const Conversation kHungUp{0.0, {{true, "A\n", 1.0, 2}, {false, "a", 1.5, 3}}, HangUp{3.0}};
 
-TEST(Replay, HangsUpWhereTheInstrumentDid) {
+TEST(Replay, HangsUpWhenTheInstrumentDid) {
   Replay replay(kHungUp, true, kStart);
   replay.Take("A\n", After(0));
   EXPECT_EQ(replay.Say(After(500)), "a");
@@ -129,7 +129,7 @@ TEST(Replay, HangsUpWhereTheInstrumentDid) {
   EXPECT_EQ(replay.difference(), "");
 }
 
-TEST(Replay, ACommandThatMeetsTheHangUpIsNoDifference) {
+TEST(Replay, ACommandDuringTheHangUpIsNoDifference) {
   Replay replay(kHungUp, true, kStart);
   replay.Take("A\nB\n", kStart);
   EXPECT_EQ(replay.Say(After(5000)), "a");
@@ -138,14 +138,14 @@ TEST(Replay, ACommandThatMeetsTheHangUpIsNoDifference) {
   EXPECT_EQ(replay.difference(), "");
 }
 
-TEST(Replay, WhoMissesItsTurnSeesNoHangUp) {
+TEST(Replay, AfterAMissedTurnThereIsNoHangUp) {
   Replay replay(kHungUp, false, kStart);
   EXPECT_EQ(replay.Say(After(5000)), "");
   EXPECT_FALSE(replay.hung_up());
   EXPECT_FALSE(replay.Due());
 }
 
-TEST(Quoted, CutsWhatIsLong) {
+TEST(Quoted, CutsLongTexts) {
   EXPECT_EQ(Quoted("a\"\\\t"), R"("a\"\\\t")");
   EXPECT_EQ(Quoted(std::string(200, 'x')), '"' + std::string(200, 'x') + '"');
   EXPECT_EQ(Quoted(std::string(201, 'x')), '"' + std::string(200, 'x') + "\"...");

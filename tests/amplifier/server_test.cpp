@@ -29,7 +29,7 @@ TEST(Server, AnswersOverTcp) {
   EXPECT_EQ(client.ReadUntil("\r\n"), "1,2,3,4,5,6,7,8");
 }
 
-TEST(Server, AnswersOverIpv6WhereThereIsOne) {
+TEST(Server, AnswersOverIpv6IfAvailable) {
   ServerThread amplifier;
   const Client client = Client::Tcp(amplifier.Port(), true);
   if (!client) GTEST_SKIP() << "no IPv6 loopback";
@@ -57,7 +57,7 @@ TEST(Server, ServesSeveralConnectionsAsOneInstrument) {
   }
 }
 
-TEST(Server, TakesUpConnectionsPastItsMostWhenOthersEnd) {
+TEST(Server, AcceptsConnectionsPastItsLimitWhenOthersEnd) {
   ServerThread amplifier;
   std::vector<Client> clients;
   for (int i = 0; i < 64; ++i) {
@@ -84,7 +84,7 @@ void ConnectTo(std::uint16_t port, const base::Descriptor& socket) {
   EXPECT_EQ(connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
 }
 
-TEST(Listener, TriesAgainLaterWhereThereIsNoDescriptor) {
+TEST(Listener, TriesAgainLaterWithoutADescriptor) {
   TcpListener listener(0);
   const base::Descriptor socket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
   ConnectTo(listener.Port(), socket);
@@ -97,7 +97,7 @@ TEST(Listener, TriesAgainLaterWhereThereIsNoDescriptor) {
   EXPECT_FALSE(listener.PausedUntil());
 }
 
-TEST(Server, TakesUpAConnectionOnceThereIsADescriptor) {
+TEST(Server, AcceptsAConnectionOnceADescriptorIsFree) {
   ServerThread amplifier;
   const base::Descriptor socket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
   {
@@ -110,7 +110,7 @@ TEST(Server, TakesUpAConnectionOnceThereIsADescriptor) {
   EXPECT_EQ(std::string_view(answer, sizeof answer), "1,2,3,4,5,6,7,8\r\n");
 }
 
-TEST(Server, AWaitingConnectionHoldsUpNobody) {
+TEST(Server, AWaitingConnectionBlocksNoOther) {
   ServerThread amplifier;
   const Client slow = Client::Tcp(amplifier.Port());
   slow.Send("WAIT? 600000\n");
@@ -126,7 +126,7 @@ TEST(Server, DelaysAndDripsArriveWhole) {
   EXPECT_EQ(client.Ask("WAIT? 3"), "0");
 }
 
-TEST(Server, ADrippingAnswerIsByItselfOnTheWire) {
+TEST(Server, ADrippingAnswerIsSentWithoutOthers) {
   ServerThread amplifier({.transmission = {.drip_ms = 600'000}});
   const Client client = Client::Tcp(amplifier.Port());
   client.Send("ECHO abc\n");
@@ -145,7 +145,7 @@ TEST(Server, EndsAnswersAsAsked) {
   }
 }
 
-TEST(Server, ClosesOrderlyThoughMoreWasSent) {
+TEST(Server, ClosesGracefullyAlthoughMoreWasSent) {
   ServerThread amplifier({.behaviour = {.close_after = 2}});
   for (int round = 0; round < 2; ++round) {
     const Client client = Client::Tcp(amplifier.Port());
@@ -194,7 +194,7 @@ TEST(Server, EchoesLines) {
   EXPECT_EQ(client.Ask(""), "");
 }
 
-TEST(Server, AnswersLongerThanTheSocketTakesAtOnce) {
+TEST(Server, SendsAnswersLongerThanTheSocketsBuffer) {
   ServerThread amplifier;
   const Client client = Client::Tcp(amplifier.Port());
   std::string commands;
@@ -265,7 +265,7 @@ std::string FailureOf(const Options& options) {
   return "(none)";
 }
 
-TEST(Server, SaysWhatItCannotOpen) {
+TEST(Server, ReportsWhatItCannotOpen) {
   ServerThread taken;
   EXPECT_EQ(FailureOf({.tcp_port = taken.Port()}),
             "cannot listen on 127.0.0.1:" + std::to_string(taken.Port()) + ": Address already in use");

@@ -32,7 +32,7 @@ TEST_F(SystemCommandsTest, EveryByteIsSurvived) {
   }
 }
 
-TEST_F(SystemCommandsTest, EmptyLinesAreNoCommands) {
+TEST_F(SystemCommandsTest, EmptyLinesAreIgnored) {
   EXPECT_EQ(Ask(""), "(none)");
   EXPECT_EQ(Ask("   "), "(none)");
   EXPECT_EQ(Ask("ERR?"), "0,no error");
@@ -45,7 +45,7 @@ TEST_F(SystemCommandsTest, AnOverlongLineIsRefused) {
   EXPECT_EQ(Ask("ERR?"), "4,line too long");
 }
 
-TEST_F(SystemCommandsTest, ErrorIsToldOnceWithItsText) {
+TEST_F(SystemCommandsTest, ErrorIsReportedOnceWithItsText) {
   EXPECT_EQ(Ask("ERR?"), "0,no error");
   Ask("nonsense");
   EXPECT_EQ(Ask("CHS?"), "1,2,3,4,5,6,7,8");
@@ -70,7 +70,7 @@ TEST_F(SystemCommandsTest, ListsEveryCommandOnce) {
 }
 
 // A terminal searches its commands for these letters, so no other command may contain them.
-TEST_F(SystemCommandsTest, OnlyFourWordsHoldTheLettersOfTheEndingOnes) {
+TEST_F(SystemCommandsTest, OnlyFourWordsContainTheLettersThatEndAnExchange) {
   std::string found;
   for (const auto rows : {SystemCommands(), ChannelCommands(), MeasuringCommands(), LineCommands()}) {
     for (const Command& row : rows) {
@@ -88,7 +88,7 @@ TEST_F(SystemCommandsTest, CommandsThatEndTheDialogueSendNoAnswer) {
   EXPECT_TRUE(WrongCount("RES 1"));
 }
 
-TEST_F(SystemCommandsTest, StatusTellsOfLocalOnce) {
+TEST_F(SystemCommandsTest, StatusReportsLocalOnce) {
   EXPECT_EQ(Ask("STAT?"), "1,0,0,0,0");
   Ask("DCL");
   EXPECT_EQ(Ask("STAT?"), "0,0,0,0,0");
@@ -148,7 +148,7 @@ TEST_F(SystemCommandsTest, MemoriesKeepTheSettings) {
     EXPECT_TRUE(BadParameter(line)) << line;
 }
 
-TEST_F(SystemCommandsTest, ResetTouchesSettingsAlone) {
+TEST_F(SystemCommandsTest, ResetChangesOnlySettings) {
   Ask("NAME 1,Other");
   Ask("OPMODE 1");
   Ask("STA 5");
