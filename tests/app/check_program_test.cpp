@@ -19,7 +19,7 @@ class CheckProgram : public testing::Test {
   base::TempFolder folder_;
 };
 
-TEST_F(CheckProgram, SaysNothingOfAListThatIsInOrder) {
+TEST_F(CheckProgram, PrintsNothingForACorrectList) {
   folder_.Write("good.CMD", "*IDN?\r\n$REPEAT 2\r\nMSV? 1\r\n$ENDREPEAT\r\n");
   const Outcome outcome = Check({"good.CMD"});
   EXPECT_EQ(outcome.status, 0);
@@ -39,14 +39,14 @@ TEST_F(CheckProgram, NamesFilesAsTheyWereGiven) {
   EXPECT_EQ(outcome.err, "");
 }
 
-TEST_F(CheckProgram, HintsAreNoErrors) {
+TEST_F(CheckProgram, HintsAreNotErrors) {
   folder_.Write("odd.CMD", "$STOP\r\nX?\r\n");
   const Outcome outcome = Check({"odd.CMD"});
   EXPECT_EQ(outcome.status, 0);
   EXPECT_EQ(outcome.out, "odd.CMD:2: Hinweis: Die Zeile wird nie erreicht\n");
 }
 
-TEST_F(CheckProgram, TellsOfListsThatCannotBeRead) {
+TEST_F(CheckProgram, ReportsListsThatCannotBeRead) {
   folder_.Write("wrong.CMD", "$FOO\r\n");
   folder_.Write("long.CMD", std::string((1 << 20) + 1, 'x'));
   const Outcome outcome = Check({"missing.CMD", "wrong.CMD", "long.CMD"});
@@ -57,7 +57,7 @@ TEST_F(CheckProgram, TellsOfListsThatCannotBeRead) {
             "kolvane: cannot read the command list 'long.CMD': a line is too long for a command file\n");
 }
 
-TEST_F(CheckProgram, TellsOfLinesBeyondTheList) {
+TEST_F(CheckProgram, ReportsLinesBeyondTheList) {
   std::string lines;
   for (int row = 1; row <= 1024; ++row) lines += "X?\r\n";
   folder_.Write("full.CMD", lines);
@@ -92,14 +92,14 @@ TEST_F(CheckProgram, ALogMayBeOpenBeforeTheList) {
             "log.CMD:3: Fehler: Keine Logdatei geöffnet\n");
 }
 
-TEST_F(CheckProgram, TellsOfWrongUsage) {
+TEST_F(CheckProgram, ReportsWrongUsage) {
   const Outcome outcome = Check({});
   EXPECT_EQ(outcome.status, 2);
   EXPECT_EQ(outcome.out, "");
   EXPECT_EQ(outcome.err, "kolvane: check needs a command list (see kolvane --help)\n");
 }
 
-TEST_F(CheckProgram, FailsWhereStandardOutputIsFull) {
+TEST_F(CheckProgram, FailsIfStandardOutputIsFull) {
   folder_.Write("wrong.CMD", "$FOO\r\n");
   const int full = open("/dev/full", O_WRONLY | O_CLOEXEC);
   ASSERT_GE(full, 0);

@@ -90,7 +90,7 @@ TEST_F(DecodeProgramTest, AProgram) {
   EXPECT_GT(head["Section headers"].get<int>(), 10);
 }
 
-TEST_F(DecodeProgramTest, RecordsUpToTheEndACutOneIncluded) {
+TEST_F(DecodeProgramTest, RecordsUpToTheEndIncludingATruncatedOne) {
   const std::string bytes("\1\0\x02\3\0\x04\5", 7);
   const std::string pattern = File("a.BNS", "BYTECOUNT=3\na;SHORT;0\nb;BYTE;2\n");
   const std::string file = File("data", bytes);
@@ -106,14 +106,14 @@ TEST_F(DecodeProgramTest, RecordsUpToTheEndACutOneIncluded) {
             "a=8\n");
 }
 
-TEST_F(DecodeProgramTest, JsonHasNullForWhatIsNoNumber) {
+TEST_F(DecodeProgramTest, JsonHasNullForValuesThatAreNotANumber) {
   const std::string pattern = File("a.BNS", "BYTECOUNT=4\na;FLOAT;0\n");
   const std::string file = File("data", std::string("\0\0\xC0\x7F\0\0\x80\x7F\0\0\0\x3F", 12));
   EXPECT_EQ(Decode(file, pattern, {"--repeat", "all", "--format", "json"}).out,
             "{\"a\":null}\n{\"a\":null}\n{\"a\":0.5}\n");
 }
 
-TEST_F(DecodeProgramTest, AFileThatIsLargerThanAPiece) {
+TEST_F(DecodeProgramTest, AFileLargerThanAPiece) {
   std::string bytes;
   for (int i = 0; i < 100000; ++i) bytes += {static_cast<char>(i), static_cast<char>(i >> 8), 0, 0};
   const std::string file = File("data", bytes);
@@ -123,7 +123,7 @@ TEST_F(DecodeProgramTest, AFileThatIsLargerThanAPiece) {
   EXPECT_TRUE(outcome.out.ends_with("\n34462\n34463\n"));
 }
 
-TEST_F(DecodeProgramTest, TellsWhatATemplateCannotDoAndGoesOn) {
+TEST_F(DecodeProgramTest, ReportsLinesThatATemplateCannotUseAndContinues) {
   const std::string pattern = File("a.BNS", "BYTECOUNT=1\na;BYTE;0\nb;FLAOT;0\n");
   const Outcome outcome = Decode(File("data", "A"), pattern);
   EXPECT_EQ(outcome.out, "a=65\n");

@@ -35,7 +35,7 @@ std::set<std::string> OptionsIn(const std::string& text) {
   return options;
 }
 
-TEST(Manual, HasTheOptionsOfTheHelpAndNoOther) {
+TEST(Manual, HasExactlyTheOptionsOfTheHelp) {
   const auto options = OptionsIn(HelpText());
   ASSERT_TRUE(options.contains("--receive-terminator"));
   EXPECT_EQ(OptionsIn(Manual("kolvane.1")), options);
@@ -70,7 +70,7 @@ std::vector<std::string> WordsOf(const std::string& call) {
   return words;
 }
 
-TEST(HelpPages, TheCallsThatTheyShowAreUnderstood) {
+TEST(HelpPages, TheCallsThatTheyShowAreValid) {
   int calls = 0;
   for (const auto& entry : std::filesystem::directory_iterator(KOLVANE_HELP_FOLDER "/pages")) {
     if (entry.path().extension() != ".html") continue;

@@ -34,9 +34,9 @@ bool QtSpeaksWayland() {
   return !folder.entryList({QStringLiteral("libqwayland*")}).isEmpty();
 }
 
-TEST(NoWindow, NothingNamesADisplay) { ExpectNoDisplay({}); }
+TEST(NoWindow, NoVariableNamesADisplay) { ExpectNoDisplay({}); }
 
-TEST(NoWindow, NobodyIsThereUnderTheNameOfADisplay) {
+TEST(NoWindow, NobodyAnswersUnderTheNameOfADisplay) {
   const base::TempFolder folder;
   const std::string runtime = folder.Path(".");
   ExpectNoDisplay({{"WAYLAND_DISPLAY", "wayland-0"}, {"XDG_RUNTIME_DIR", runtime}});
@@ -48,7 +48,7 @@ TEST(NoWindow, NobodyIsThereUnderTheNameOfADisplay) {
                    {"DISPLAY", folder.Path("no-server")}});
 }
 
-TEST(NoWindow, ACompositorThatQtCannotSpeakToIsNamed) {
+TEST(NoWindow, ACompositorThatQtDoesNotSupportIsNamed) {
   if (QtSpeaksWayland()) GTEST_SKIP() << "Qt speaks Wayland here";
   const base::TempFolder folder;
   const base::Descriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
@@ -77,7 +77,7 @@ TEST(NoWindow, TheModesOfHostsNeedAHostsDevice) {
   }
 }
 
-TEST(NoWindow, AFailureToWriteHelpOrVersionIsOne) {
+TEST(NoWindow, HelpOrVersionThatCannotBeWrittenIsAFailure) {
   for (const char* option : {"--help", "--version"}) {
     const int full = open("/dev/full", O_WRONLY);
     EXPECT_EQ(RunProgram({option}, {.output = full}).status, 1) << option;

@@ -33,7 +33,7 @@ TEST(Options, KnowEveryUsualWayToAskForHelp) {
     EXPECT_EQ(Parse(words).action, Options::Action::kHelp) << words.front();
 }
 
-TEST(Options, PortsStandsAlone) {
+TEST(Options, PortsTakesNoOtherOption) {
   EXPECT_EQ(Parse({"ports"}).action, Options::Action::kPorts);
   EXPECT_EQ(Parse({"ports", "--help"}).action, Options::Action::kHelp);
   EXPECT_EQ(Parse({"ports", "COM1"}).error, "ports takes no arguments");
@@ -52,7 +52,7 @@ TEST(Options, CheckTakesLists) {
   EXPECT_EQ(Parse({"--demo", "check", "a.CMD"}).error, "--demo takes no command");
 }
 
-TEST(Options, TakeAModeForTheWindowAlone) {
+TEST(Options, TakeAModeForTheWindowOnly) {
   EXPECT_EQ(Parse({"--mode", "1", "ports"}).error, "--mode takes no command");
   EXPECT_EQ(Parse({"--mode", "1", "--demo"}).error, "--demo takes no --mode");
   EXPECT_EQ(Parse({"--mode", "1", "--help"}).action, Options::Action::kHelp);
@@ -91,7 +91,7 @@ TEST(Options, AListOpensInTheWindow) {
   EXPECT_EQ(Parse({"--mode", "2", "a.CMD"}).action, Options::Action::kOpen);
 }
 
-TEST(Options, TakeWhatIsToBeDecoded) {
+TEST(Options, TakeADecoding) {
   const Options options = Parse({"decode", "--template", "T.BNS", "--offset", "0x1F", "--motorola",
                                  "--repeat", "all", "--format", "CSV", "-"});
   EXPECT_EQ(options.action, Options::Action::kDecode);

@@ -27,7 +27,7 @@ class PortsProgram : public testing::Test {
   devlnk::FakeSysfs system_;
 };
 
-TEST_F(PortsProgram, ListsWhatIsThere) {
+TEST_F(PortsProgram, ListsThePorts) {
   system_.AddDevice("1-1", {"idVendor=0403", "serial=A5", "manufacturer=FTDI", "product=UART"});
   system_.AddNode("tty", "ttyUSB0", "1-1", "ttyUSB0");
   system_.AddDevice("1-2", {"idVendor=0957", "serial=MY1",
@@ -61,7 +61,7 @@ TEST_F(PortsProgram, ListsTheUsbInstrumentsThatAnotherPortLibraryFinds) {
   EXPECT_EQ(outcome.err, "");
 }
 
-TEST_F(PortsProgram, SaysWhyAnotherPortLibraryCannotBeAsked) {
+TEST_F(PortsProgram, ReportsWhyAnotherPortLibraryCannotBeUsed) {
   system_.AddClassEntry("ppdev", "parport1");
   const Outcome outcome = Ports({}, -1, "/nowhere/lib.so");
   EXPECT_EQ(outcome.status, 0);
@@ -71,7 +71,7 @@ TEST_F(PortsProgram, SaysWhyAnotherPortLibraryCannotBeAsked) {
             "gefunden.\n");
 }
 
-TEST_F(PortsProgram, SaysThatNothingIsThere) {
+TEST_F(PortsProgram, ReportsThatThereAreNoPorts) {
   const Outcome outcome = Ports();
   EXPECT_EQ(outcome.status, 0);
   EXPECT_EQ(outcome.out, "");
@@ -85,7 +85,7 @@ TEST_F(PortsProgram, TakesNoArguments) {
   EXPECT_EQ(Ports({"--help"}).out.substr(0, 6), "Usage:");
 }
 
-TEST_F(PortsProgram, FailsWhereTheListCannotBeWritten) {
+TEST_F(PortsProgram, FailsIfTheListCannotBeWritten) {
   system_.AddClassEntry("ppdev", "parport1");
   const int full = open("/dev/full", O_WRONLY);
   EXPECT_EQ(Ports({}, full).status, 1);

@@ -40,7 +40,7 @@ TEST(RunOptions, SendTakesCommandsAndOptionsInAnyOrder) {
   EXPECT_EQ(Parse({"send", "--verbose"}).error, "send needs a command");
 }
 
-TEST(RunOptions, ADashAloneIsStandardInput) {
+TEST(RunOptions, ASingleDashIsStandardInput) {
   EXPECT_TRUE(ReadsCommands(Parse({"send", "-", "--verbose"})));
   EXPECT_FALSE(ReadsCommands(Parse({"send", "A"})));
   EXPECT_FALSE(ReadsCommands(Parse({"run", "-"})));
@@ -68,7 +68,7 @@ TEST(RunOptions, TakeATranscript) {
   EXPECT_EQ(Refusal({"--transcript", ""}), "--transcript takes a file, not ''");
 }
 
-TEST(RunOptions, AShellTakesThemToo) {
+TEST(RunOptions, TheShellTakesThemToo) {
   const Options options = Parse({"shell", "--connect", "OFFLINE", "--format", "json"});
   EXPECT_EQ(options.action, Options::Action::kShell);
   EXPECT_EQ(options.run.Connect, "OFFLINE");
@@ -77,12 +77,12 @@ TEST(RunOptions, AShellTakesThemToo) {
     EXPECT_EQ(Parse({"shell", option, "2"}).error, "--repeat and --every are for run and send");
 }
 
-TEST(RunOptions, TheFolderMayStandOnEitherSide) {
+TEST(RunOptions, TheFolderMayComeBeforeOrAfter) {
   EXPECT_EQ(Parse({"--folder", "/a", "run", "x"}).folder, "/a");
   EXPECT_EQ(Parse({"run", "x", "--folder", "/b"}).folder, "/b");
 }
 
-TEST(RunOptions, HelpIsHelpHereToo) {
+TEST(RunOptions, HelpIsTakenHereToo) {
   EXPECT_EQ(Parse({"run", "--help"}).action, Options::Action::kHelp);
   EXPECT_EQ(Parse({"--help", "run", "x"}).action, Options::Action::kHelp);
 }
@@ -163,7 +163,7 @@ TEST(RunOptions, TakeTheFormatOfAnswers) {
   EXPECT_EQ(Refusal({"--fields", "2", "--format", "json"}), "--fields needs --format csv");
 }
 
-TEST(RunOptions, TakeWhatIsShownAndLogged) {
+TEST(RunOptions, TakeTheChoiceOfOutputAndLog) {
   const CommandRunOptions run = Given({"--show-commands", "--show-times", "--log", "a b.LOG"});
   EXPECT_TRUE(run.ShowCommands);
   EXPECT_TRUE(run.ShowTimes);

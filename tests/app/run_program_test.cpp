@@ -46,7 +46,7 @@ void ExpectDone(const Outcome& outcome, const std::string& out, const std::strin
 constexpr char kStopped[] = "kolvane: Die laufende Meßwerterfassung wurde beendet\n";
 constexpr char kLocal[] = "kolvane: GO TO LOCAL ausgeführt - die Verbindung wurde getrennt\n";
 
-TEST_F(RunProgramTest, PrintsAnswersAlone) {
+TEST_F(RunProgramTest, PrintsOnlyAnswers) {
   ExpectDone(Run("'comment\r\nECHO eins\r\n\r\n$REPEAT 1\r\nECHO zwei\r\n$ENDREPEAT"), "eins\nzwei\nzwei\n");
   ExpectDone(Send({"ECHO eins", "ECHO zwei"}), "eins\nzwei\n");
 }
@@ -83,7 +83,7 @@ TEST_F(RunProgramTest, ARunWithoutAConnectionPrintsNoRecord) {
   EXPECT_EQ(outcome.out, "");
 }
 
-TEST_F(RunProgramTest, AnEmptyCommandIsTheTerminatorAlone) {
+TEST_F(RunProgramTest, AnEmptyCommandIsOnlyTheTerminator) {
   Instrument instrument([](const std::string& line) { return "<" + line + ">\r\n"; });
   ExpectDone(RunProgram({"send", "", "A", "--connect", instrument.Resource()}), "<>\n<A>\n");
 }
@@ -96,7 +96,7 @@ TEST_F(RunProgramTest, PrintsTimesAfterAnswers) {
   EXPECT_TRUE(expected.Matches(sent.out)) << sent.out;
 }
 
-TEST_F(RunProgramTest, TextsAreUtf8AndTheInstrumentsAreNot) {
+TEST_F(RunProgramTest, TextsAreUtf8ButNotTheInstruments) {
   ExpectDone(Run("NAME 1,Br\xFC"
                  "cke\r\nNAME? 1\r\n"),
              "0\nBrücke\n");
@@ -110,7 +110,7 @@ TEST_F(RunProgramTest, AListMayJumpBranchAndStaySilent) {
       "ja\n");
 }
 
-TEST_F(RunProgramTest, TellsAboutTheConnectionOnRequest) {
+TEST_F(RunProgramTest, ReportsTheConnectionOnRequest) {
   const Outcome quiet = Send({"STP", "DCL", "ECHO wieder"});
   ExpectDone(quiet, "wieder\n", std::string(kStopped) + kLocal);
   const Outcome verbose = Send({"STP", "DCL", "ECHO wieder", "--verbose"});
@@ -152,11 +152,11 @@ TEST_F(RunProgramTest, AnErrorInTheListStopsIt) {
   EXPECT_EQ(outcome.err, "kolvane: Fehler in Befehlsliste (Zeile 2): Unbekannter $ Befehl\n");
 }
 
-TEST_F(RunProgramTest, AnErrorInTheListOutweighsAFailedAnswer) {
+TEST_F(RunProgramTest, AnErrorInTheListHasPriorityOverAFailedAnswer) {
   EXPECT_EQ(Run("WAIT? 2000\r\n$NONSENSE\r\n", {"--timeout", "30"}).status, 1);
 }
 
-TEST_F(RunProgramTest, AListThatCannotBeReadIsUsage) {
+TEST_F(RunProgramTest, AListThatCannotBeReadIsWrongUsage) {
   const Outcome outcome = RunProgram({"run", "none.CMD", "--connect", "OFFLINE"});
   EXPECT_EQ(outcome.status, 2);
   EXPECT_EQ(outcome.out, "");
@@ -204,7 +204,7 @@ TEST_F(RunProgramTest, TheTestModeNeedsNoInstrument) {
   EXPECT_TRUE(outcome.out.starts_with("Test mode answer at ")) << outcome.out;
 }
 
-TEST_F(RunProgramTest, TheStoredConnectionIsUsedAndNotTouched) {
+TEST_F(RunProgramTest, TheStoredConnectionIsUsedAndNotChanged) {
   const std::string settings = folder.Path("Kolvane/Kolvane.ini");
   std::filesystem::create_directory(folder.Path("Kolvane"));
   const std::string text = "[PORT]\nPORT=8\nIPADDRESS=127.0.0.1\nIPPORT=" + std::to_string(amplifier.Port()) +
@@ -218,7 +218,7 @@ TEST_F(RunProgramTest, TheStoredConnectionIsUsedAndNotTouched) {
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path("Kolvane")), {}), 1);
 }
 
-TEST_F(RunProgramTest, AStoredSettingThatCannotBeReadIsUsage) {
+TEST_F(RunProgramTest, AStoredSettingThatCannotBeReadIsWrongUsage) {
   std::filesystem::create_directory(folder.Path("Kolvane"));
   base::WriteBytes(folder.Path("Kolvane/Kolvane.ini"), "[PORT]\nPORT=four\n");
   const Outcome outcome = RunProgram({"send", "X"}, {.environment = {{"XDG_CONFIG_HOME", folder.Path("")}}});
@@ -251,7 +251,7 @@ TEST_F(RunProgramTest, LinesBeyondTheLastRowAreCounted) {
   EXPECT_EQ(outcome.err, "kolvane: '" + folder.Path("a.CMD") + "' is longer than 1024 lines, left out: 2\n");
 }
 
-TEST_F(RunProgramTest, TheLogTakesEachLineOfTheRun) {
+TEST_F(RunProgramTest, TheLogHasEachLineOfTheRun) {
   base::WriteBytes(folder.Path("run.LOG"), "old\r\n");
   ExpectDone(Send({"NAME 1,Brücke", "STP", "NAME? 1", "--show-commands", "--log", "run.LOG"}),
              "NAME 1,Brücke\n0\nSTP\nNAME? 1\nBrücke\n", kStopped);
@@ -262,13 +262,13 @@ TEST_F(RunProgramTest, TheLogTakesEachLineOfTheRun) {
             "cke\r\n");
 }
 
-TEST_F(RunProgramTest, AListMayWriteALogOfItsOwn) {
+TEST_F(RunProgramTest, AListMayWriteItsOwnLog) {
   ExpectDone(Run("$OPENLOG \"x.LOG\"\r\n$AUTOLOG ON\r\nECHO a\r\n$WRITELOG b\r\n$CLOSELOG\r\nECHO c\r\n"),
              "a\nc\n");
   EXPECT_EQ(base::ReadBytes(folder.Path("x.LOG")), "a\r\nb\r\n");
 }
 
-TEST_F(RunProgramTest, ALogThatCannotBeWrittenIsOneLineAndTheRunGoesOn) {
+TEST_F(RunProgramTest, ALogThatCannotBeWrittenIsOneLineAndTheRunContinues) {
   for (const char* log : {"/dev/full", "/nonexistent/a.LOG"}) {
     const Outcome outcome = Run("ECHO a\r\nECHO b\r\n", {"--log", log});
     EXPECT_EQ(outcome.status, 0);
@@ -284,7 +284,7 @@ TEST_F(RunProgramTest, AnotherPortLibraryMayBeMissing) {
   EXPECT_NE(outcome.err.find("/nonexistent/lib.so"), std::string::npos);
 }
 
-TEST_F(RunProgramTest, ASerialPortThatIsClosedAgainIsNoConnection) {
+TEST_F(RunProgramTest, ASerialPortClosedAtOpeningIsNoConnection) {
   const Outcome outcome = RunProgram({"send", "A", "--connect", "ASRL1::INSTR", "--show-commands"},
                                      {.environment = {{"KOLVANE_PORT_LIBRARY", KOLVANE_TIMELESS_LIBRARY}}});
   EXPECT_EQ(outcome.status, 3);
@@ -333,7 +333,7 @@ class DemoTest : public RunProgramTest {
   bool IsEmpty(const char* name) const { return std::filesystem::is_empty(folder.Path(name)); }
 };
 
-TEST_F(DemoTest, LeavesTheCurrentFolderAloneAndNothingAfter) {
+TEST_F(DemoTest, ChangesNothingInTheCurrentFolderAndLeavesNoFiles) {
   Program demo({"--demo"}, Offscreen());
   const std::string own = demo.AwaitFolderIn(folder.Path("temporary"));
   EXPECT_TRUE(std::filesystem::exists(own + "/demo.CMD"));
@@ -345,7 +345,7 @@ TEST_F(DemoTest, LeavesTheCurrentFolderAloneAndNothingAfter) {
   EXPECT_TRUE(IsEmpty("temporary"));
 }
 
-TEST_F(DemoTest, LeavesWhatTheUserSavesInItsFolder) {
+TEST_F(DemoTest, KeepsFilesThatTheUserSavesInItsFolder) {
   Program demo({"--demo"}, Offscreen());
   const std::string own = demo.AwaitFolderIn(folder.Path("temporary"));
   base::WriteBytes(own + "/mine.CMD", "*IDN?");
@@ -376,7 +376,7 @@ TEST_F(RunProgramTest, AFailedAnswerIsExplainedOnStandardError) {
             "");
 }
 
-TEST_F(RunProgramTest, ACommandThatIsNoQueryMayHaveNoAnswer) {
+TEST_F(RunProgramTest, ACommandWithoutAQuestionMarkMayHaveNoAnswer) {
   Instrument instrument(
       [](const std::string& line) { return line.ends_with('?') ? "5\r\n" : std::string(); });
   ExpectDone(
@@ -387,7 +387,7 @@ TEST_F(RunProgramTest, ACommandThatIsNoQueryMayHaveNoAnswer) {
              "5\n");
 }
 
-TEST_F(RunProgramTest, BytesThatWaitAtTheEndAreTold) {
+TEST_F(RunProgramTest, BytesThatWaitAtTheEndAreReported) {
   Instrument chatty([](const std::string&) { return std::string("1\r\n2\r\n"); });
   const Outcome outcome = RunProgram({"send", "A", "--connect", chatty.Resource()});
   EXPECT_EQ(outcome.status, 0);
@@ -396,7 +396,7 @@ TEST_F(RunProgramTest, BytesThatWaitAtTheEndAreTold) {
   ExpectDone(RunProgram({"run", List("A\r\n$READ\r\n"), "--connect", chatty.Resource()}), "1\n2\n");
 }
 
-TEST_F(RunProgramTest, AWordThatEndsAnExchangeIsToldUnlessWordsAreOff) {
+TEST_F(RunProgramTest, AWordThatEndsAnExchangeIsReportedUnlessWordsAreOff) {
   Instrument instrument([](const std::string&) { return std::string("7\r\n"); });
   const Outcome outcome = RunProgram({"send", "STP?", "--connect", instrument.Resource()});
   EXPECT_EQ(outcome.out, "");
@@ -413,7 +413,7 @@ TEST_F(RunProgramTest, BlocksAndUtf8) {
              "#15a\nbc\nΩ Ω?\n");
 }
 
-TEST_F(RunProgramTest, AShortNameWillDo) {
+TEST_F(RunProgramTest, AShortNameIsEnough) {
   Instrument instrument([](const std::string&) { return std::string("7\r\n"); });
   ExpectDone(RunProgram({"send", "A", "--connect", "127.0.0.1:" + std::to_string(instrument.port())}), "7\n");
 }

@@ -25,13 +25,13 @@ struct RunRepeatTest : testing::Test {
   Instrument instrument{Echo};
 };
 
-TEST_F(RunRepeatTest, CommandsAreSentSoOften) {
+TEST_F(RunRepeatTest, CommandsAreSentThatOften) {
   const Outcome outcome = RunProgram(Send({"--repeat", "3"}));
   EXPECT_EQ(outcome.status, 0);
   EXPECT_EQ(outcome.out, "A\nB\nA\nB\nA\nB\n");
 }
 
-TEST_F(RunRepeatTest, AListRunsSoOftenOnOneConnection) {
+TEST_F(RunRepeatTest, AListRunsThatOftenOnOneConnection) {
   const Outcome outcome = RunProgram(
       Run("A\r\n$IFERR\r\nX\r\n$ENDIF\r\nB\r\n$STOP\r\nC", {"--repeat", "2", "--every", "1", "--verbose"}));
   EXPECT_EQ(outcome.status, 0);
@@ -50,7 +50,7 @@ TEST_F(RunRepeatTest, AnErrorInTheListEndsAllPasses) {
   EXPECT_EQ(outcome.out, "A\n");
 }
 
-TEST_F(RunRepeatTest, AFailedAnswerEndsNone) {
+TEST_F(RunRepeatTest, AFailedAnswerEndsNoPass) {
   int count = 0;
   Instrument odd([&](const std::string& line) { return ++count == 1 ? "" : line + "\r\n"; });
   base::WriteBytes(folder.Path("a.CMD"), "A\r\n");
@@ -60,7 +60,7 @@ TEST_F(RunRepeatTest, AFailedAnswerEndsNone) {
   EXPECT_EQ(outcome.out, "-30\nA\n");
 }
 
-TEST_F(RunRepeatTest, WithAPeriodAloneOnlyASignalEndsIt) {
+TEST_F(RunRepeatTest, WithOnlyAPeriodASignalEndsIt) {
   Program program(Send({"--every", "1"}));
   instrument.AwaitLines(20);
   program.Signal(SIGINT);

@@ -30,7 +30,7 @@ struct RunStopTest : testing::Test {
 
 class StoppedBySignalTest : public RunStopTest, public testing::WithParamInterface<int> {};
 
-TEST_P(StoppedBySignalTest, TheRowInHandIsGivenUpAndTheRunEnds) {
+TEST_P(StoppedBySignalTest, TheCurrentRowIsGivenUpAndTheRunEnds) {
   std::latch over(1);
   Instrument instrument([&](const std::string& line) {
     if (line == "B") over.wait();
@@ -97,12 +97,12 @@ TEST_F(RunStopTest, DiallingIsGivenUp) {
   program.AwaitHandled(SIGTERM);
   modem.Say("OK\r\n");
   const Outcome outcome = program.Wait();
-  EXPECT_EQ(outcome.status, 3) << "no connection came about";
+  EXPECT_EQ(outcome.status, 3) << "no connection was made";
   EXPECT_EQ(outcome.err, "kolvane: Der Ablauf wurde abgebrochen.\n");
   EXPECT_EQ(modem.AwaitLines(1), std::vector<std::string>{"AT1"});
 }
 
-TEST_F(RunStopTest, AnEndlessListWithoutTheInstrumentStopsToo) {
+TEST_F(RunStopTest, AnEndlessLoopWithoutCommandsStopsToo) {
   Instrument instrument(Echo);
   Program program(Words("A\n$REPEAT 2147483647\n$ENDREPEAT\n", instrument));
   instrument.AwaitLines(1);
@@ -125,7 +125,7 @@ TEST_F(RunStopTest, AnotherSignalEndsTheProgramAtOnce) {
   ended.count_down();
 }
 
-TEST_F(RunStopTest, AListThatAPipeBringsIsPlayed) {
+TEST_F(RunStopTest, AListFromAPipeIsPlayed) {
   Instrument instrument(Echo);
   std::vector<std::string> words = Words("", instrument);
   words[1] = folder.Path("pipe");
@@ -140,7 +140,7 @@ TEST_F(RunStopTest, AListThatAPipeBringsIsPlayed) {
   EXPECT_EQ(outcome.out, "A\nB\n");
 }
 
-TEST_F(RunStopTest, AListThatDoesNotComeStopsToo) {
+TEST_F(RunStopTest, AWaitForAListStopsToo) {
   const std::string pipe = folder.Path("pipe");
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
   Program program({"run", pipe, "--connect", "OFFLINE"});
@@ -154,7 +154,7 @@ TEST_F(RunStopTest, AListThatDoesNotComeStopsToo) {
   EXPECT_EQ(outcome.err, "kolvane: Der Ablauf wurde abgebrochen.\n");
 }
 
-TEST_F(RunStopTest, AReaderThatHasSeenEnoughEndsTheRunQuietly) {
+TEST_F(RunStopTest, AReaderThatClosesThePipeEndsTheRunQuietly) {
   int ends[2];
   ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);
   Instrument instrument(Echo);
@@ -168,7 +168,7 @@ TEST_F(RunStopTest, AReaderThatHasSeenEnoughEndsTheRunQuietly) {
   EXPECT_EQ(instrument.lines(), std::vector<std::string>{"A"});
 }
 
-TEST_F(RunStopTest, AFullDiskEndsTheRunWithAWord) {
+TEST_F(RunStopTest, AFullDiskEndsTheRunWithAMessage) {
   const int full = open("/dev/full", O_WRONLY | O_CLOEXEC);
   Instrument instrument(Echo);
   const Outcome outcome = RunProgram(Words("A\nB\n", instrument), {.output = full});
@@ -180,7 +180,7 @@ TEST_F(RunStopTest, AFullDiskEndsTheRunWithAWord) {
 }
 
 // Lines in quick succession share a write; the instrument only continues once the reader has seen them.
-TEST_F(RunStopTest, AnswersAreSeenWhileTheNextOneIsWaitedFor) {
+TEST_F(RunStopTest, AnswersAreVisibleDuringTheNextExchange) {
   int ends[2];
   ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);
   const base::Descriptor reader(ends[0]);
@@ -199,7 +199,7 @@ TEST_F(RunStopTest, AnswersAreSeenWhileTheNextOneIsWaitedFor) {
   EXPECT_EQ(seen, "A\nB\n");
 }
 
-TEST_F(RunStopTest, AnswersAreSeenDuringAPause) {
+TEST_F(RunStopTest, AnswersAreVisibleDuringAPause) {
   int ends[2];
   ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);
   const base::Descriptor reader(ends[0]);

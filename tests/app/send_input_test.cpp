@@ -59,7 +59,7 @@ TEST_F(SendInputTest, SendsEachLine) {
                                                           "", "- ", "$FLUSH"}));
 }
 
-TEST_F(SendInputTest, NoLinesAreNoCommands) {
+TEST_F(SendInputTest, WithoutLinesNothingIsSent) {
   const Outcome outcome = Send("");
   EXPECT_EQ(outcome.status, 0);
   EXPECT_EQ(outcome.out, "");
@@ -71,7 +71,7 @@ TEST_F(SendInputTest, TakesTheOptionsOfSend) {
   EXPECT_EQ(outcome.status, 0);
 }
 
-TEST_F(SendInputTest, EachAnswerIsThereBeforeTheNextCommandCame) {
+TEST_F(SendInputTest, EachAnswerIsPrintedBeforeTheNextCommandIsRead) {
   Pipe output;
   Program program(Words(), {.output = output.writer.get(), .input = input.reader.get()});
   for (const char* command : {"A\n", "B\n", "C\n"}) {

@@ -19,7 +19,7 @@ struct ShellHistoryTest : testing::Test {
   base::TempFolder folder;
 };
 
-TEST_F(ShellHistoryTest, IsThereInTheNextSession) {
+TEST_F(ShellHistoryTest, IsReadInTheNextSession) {
   {
     ShellHistory first(File());
     EXPECT_TRUE(first.lines().empty());
@@ -29,7 +29,7 @@ TEST_F(ShellHistoryTest, IsThereInTheNextSession) {
   EXPECT_EQ(ShellHistory(File()).lines(), (Lines{"*IDN?", "größe? 1"}));
   struct stat about {};
   ASSERT_EQ(stat(File().c_str(), &about), 0);
-  EXPECT_EQ(about.st_mode & 0777, 0600u) << "nobody else's business";
+  EXPECT_EQ(about.st_mode & 0777, 0600u) << "only the user may read it";
 }
 
 TEST_F(ShellHistoryTest, WithoutALineThereIsNoFile) {
@@ -39,7 +39,7 @@ TEST_F(ShellHistoryTest, WithoutALineThereIsNoFile) {
   EXPECT_FALSE(std::filesystem::exists(folder.Path("state")));
 }
 
-TEST_F(ShellHistoryTest, TheSameLineAgainIsOne) {
+TEST_F(ShellHistoryTest, TheSameLineTwiceIsKeptOnce) {
   ShellHistory history(File());
   for (const char* line : {"A", "A", "B", "A"}) history.Add(line);
   EXPECT_EQ(history.lines(), (Lines{"A", "B", "A"}));
@@ -75,7 +75,7 @@ TEST_F(ShellHistoryTest, AFileThatCannotBeWrittenDoesNoHarm) {
   EXPECT_EQ(none.lines(), Lines{"A"});
 }
 
-TEST_F(ShellHistoryTest, ALineThatFindsNoRoomLeavesNoPartOfItself) {
+TEST_F(ShellHistoryTest, ALineThatDoesNotFitIsNotWrittenInPart) {
   ShellHistory history(File());
   history.Add("FIRST");
   {
@@ -86,7 +86,7 @@ TEST_F(ShellHistoryTest, ALineThatFindsNoRoomLeavesNoPartOfItself) {
   EXPECT_EQ(base::ReadBytes(File()), "FIRST\nTHIRD\n");
 }
 
-TEST_F(ShellHistoryTest, APipeInItsPlaceHoldsNobodyUp) {
+TEST_F(ShellHistoryTest, APipeInsteadOfTheFileBlocksNobody) {
   std::filesystem::create_directory(folder.Path("state"));
   ASSERT_EQ(mkfifo(File().c_str(), 0600), 0);
   ShellHistory history(File());

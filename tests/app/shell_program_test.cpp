@@ -94,7 +94,7 @@ struct ShellTest : testing::Test {
   }};
 };
 
-TEST_F(ShellTest, APipeBringsRowsWithoutPrompts) {
+TEST_F(ShellTest, RowsFromAPipeGetNoPrompts) {
   base::WriteBytes(folder.Path("two rows.CMD"), "X\r\nY\r\n");
   const Outcome outcome = Pipe(
       "A\n  B  \n\n' comment\n$REPEAT 1\nC\n$ENDREPEAT\n$RUN two rows.CMD\n$SILENT ON\nD\n$silent off\nE,7\n"
@@ -105,7 +105,7 @@ TEST_F(ShellTest, APipeBringsRowsWithoutPrompts) {
   EXPECT_EQ(outcome.status, 0);
 }
 
-TEST_F(ShellTest, WhatIsWrongEndsNothing) {
+TEST_F(ShellTest, ErrorsDoNotEndTheShell) {
   base::WriteBytes(folder.Path("bad.CMD"), "A\r\n$NEIN\r\nB\r\n");
   const Outcome outcome = Pipe(
       "$NEIN\nA\n$RUN bad.CMD\n$RUN none.CMD\n$RUN \"\n$IFERR\n$NEIN\n$ENDIF\n$GETPARAM 1\nC\n", Words());
@@ -119,9 +119,7 @@ TEST_F(ShellTest, WhatIsWrongEndsNothing) {
   EXPECT_EQ(outcome.status, 4);
 }
 
-TEST_F(ShellTest, WhatIsOpenAtTheEndOfAPipeIsCarriedOut) {
-  EXPECT_EQ(Pipe("$REPEAT 1\nA\n", Words()).out, "A\n");
-}
+TEST_F(ShellTest, OpenLoopsRunAtTheEndOfAPipe) { EXPECT_EQ(Pipe("$REPEAT 1\nA\n", Words()).out, "A\n"); }
 
 TEST_F(ShellTest, MoreRowsThanAListHoldsAreRefused) {
   std::string rows = "$REPEAT 1\n";
@@ -131,7 +129,7 @@ TEST_F(ShellTest, MoreRowsThanAListHoldsAreRefused) {
   EXPECT_EQ(outcome.err, "kolvane: more than 1024 rows belong together\n");
 }
 
-TEST_F(ShellTest, AnswersOfQueriesOnlyLastsForTheConversation) {
+TEST_F(ShellTest, TheChoiceOfAnswersHoldsForTheWholeSession) {
   Instrument silent([](const std::string& line) { return line.ends_with('?') ? line + "\r\n" : ""; });
   const Outcome outcome = Pipe("$ANSWERS QUERIES\nA\nB?\nC\n", {"shell", "--connect", silent.Resource()});
   EXPECT_EQ(outcome.out, "B?\n");
@@ -149,7 +147,7 @@ TEST_F(ShellTest, ALostConnectionIsMadeAgain) {
   EXPECT_EQ(outcome.out, "A\nB\n");
 }
 
-TEST_F(ShellTest, WithoutAConnectionThereIsNoConversation) {
+TEST_F(ShellTest, WithoutAConnectionTheShellEnds) {
   EXPECT_EQ(Pipe("A\n", {"shell", "--connect", "127.0.0.1:1"}).status, 3);
 }
 
@@ -222,7 +220,7 @@ TEST_F(ShellTest, CtrlCGivesUpALine) {
   EXPECT_EQ(instrument.lines(), std::vector<std::string>{"B"});
 }
 
-TEST_F(ShellTest, LinesThatArePastedAreSentOneAfterTheOther) {
+TEST_F(ShellTest, PastedLinesAreSentOneAfterTheOther) {
   Terminal terminal = Start();
   terminal.Await(Prompt());
   terminal.Type("A\nB\nC\n");
@@ -242,7 +240,7 @@ TEST_F(ShellTest, TabCompletes) {
   EXPECT_EQ(instrument.lines(), (std::vector<std::string>{"MSV? 1", "MSV?"}));
 }
 
-TEST_F(ShellTest, TheHistoryOfEarlierSessionsIsThere) {
+TEST_F(ShellTest, TheHistoryOfEarlierSessionsIsAvailable) {
   std::filesystem::create_directory(folder.Path("Kolvane"));
   base::WriteBytes(folder.Path("Kolvane/shell-history"), "OLD\n");
   Terminal terminal = Start({}, "xterm");
@@ -252,7 +250,7 @@ TEST_F(ShellTest, TheHistoryOfEarlierSessionsIsThere) {
   EXPECT_EQ(instrument.lines(), std::vector<std::string>{"OLD"});
 }
 
-TEST_F(ShellTest, ColoursAreForTerminalsThatHaveThem) {
+TEST_F(ShellTest, ColoursAreOnlyForTerminalsThatHaveThem) {
   Terminal plain = Start();
   EXPECT_EQ(plain.Await(Prompt()).find('\x1B'), std::string::npos);
   Terminal colored = Start({}, "xterm");

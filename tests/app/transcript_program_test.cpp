@@ -47,7 +47,7 @@ struct ReplayProgram {
   std::string resource;
 };
 
-TEST_F(TranscriptTest, HasEveryByteOfBothWays) {
+TEST_F(TranscriptTest, HasEveryByteOfBothDirections) {
   Instrument instrument([](const std::string& line) { return line == "DCL" ? "" : line + "\r\n"; });
   const Outcome outcome =
       Run("A\r\nDCL\r\nB\r\n", instrument.Resource(), {"--transcript", File(), "--transcript-times", "none"});
@@ -79,7 +79,7 @@ TEST_F(TranscriptTest, TimesRunForward) {
   EXPECT_EQ(count, 6);
 }
 
-TEST_F(TranscriptTest, BytesThatNobodyReadAreThereToo) {
+TEST_F(TranscriptTest, HasBytesThatNobodyRead) {
   Instrument instrument([](const std::string& line) { return line + "\r\nmore\r\n"; });
   const Outcome outcome =
       RunProgram({"send", "A", "--flush", "--connect", instrument.Resource(), "--transcript", File(),
@@ -103,7 +103,7 @@ TEST_F(TranscriptTest, IsWholeWhenTheProgramIsKilled) {
   EXPECT_GE(out, 19);
 }
 
-TEST_F(TranscriptTest, WithoutItsFileNothingIsDone) {
+TEST_F(TranscriptTest, WithoutItsFileNothingIsSent) {
   Instrument instrument(Echo);
   const Outcome outcome = Run("A\r\n", instrument.Resource(), {"--transcript", folder.Path("no/t")});
   EXPECT_EQ(outcome.status, 2);
@@ -112,7 +112,7 @@ TEST_F(TranscriptTest, WithoutItsFileNothingIsDone) {
   EXPECT_TRUE(instrument.lines().empty());
 }
 
-TEST_F(TranscriptTest, AFullDiskIsReportedOnceAndTheRunGoesOn) {
+TEST_F(TranscriptTest, AFullDiskIsReportedOnceAndTheRunContinues) {
   Instrument instrument(Echo);
   const Outcome outcome = Run("A\r\nB\r\n", instrument.Resource(), {"--transcript", "/dev/full"});
   EXPECT_EQ(outcome.status, 0);
@@ -178,7 +178,7 @@ TEST_F(TranscriptTest, AnInstrumentThatClosesIsReplayed) {
   EXPECT_NE(base::ReadBytes(File()).find(R"("way":"close","bytes":"","status":-40)"), std::string::npos);
   ReplayProgram replay(File(), folder.Path("line"));
   const Outcome replayed = Run(rows, replay.resource, {"--reconnect"});
-  EXPECT_EQ(replayed.out, "-41\nback\n") << "a line knows no orderly end";
+  EXPECT_EQ(replayed.out, "-41\nback\n") << "a serial line has no orderly end";
   EXPECT_EQ(replayed.status, 4);
   const Outcome verdict = replay.program.Wait();
   EXPECT_EQ(verdict.err, "");
@@ -195,7 +195,7 @@ TEST_F(TranscriptTest, TheFirstCommandThatDiffersIsNamed) {
   EXPECT_EQ(verdict.err, "kolvane-amplifier: " + File() + ":4: expected \"MSV? 1\\n\", got \"MSV? 2\\n\"\n");
 }
 
-TEST_F(TranscriptTest, WhatIsNoTranscriptIsWrongUsage) {
+TEST_F(TranscriptTest, AnInvalidTranscriptIsWrongUsage) {
   base::WriteBytes(File(), "A\r\n");
   const Outcome outcome = RunProgram({"--tcp", "0", "--replay", File()}, {.program = KOLVANE_AMPLIFIER});
   EXPECT_EQ(outcome.status, 2);
