@@ -23,16 +23,16 @@ Taken Take(std::string_view bytes) {
   return {head.bytes(), head.IsWhole(), head.IsCounted(), head.length()};
 }
 
-TEST(BlockHead, SaysHowManyBytesFollow) {
+TEST(BlockHead, ReportsHowManyBytesFollow) {
   EXPECT_EQ(Take("#15abcde"), (Taken{3, true, true, 5}));
   EXPECT_EQ(Take("#3200"), (Taken{5, true, true, 200}));
   EXPECT_EQ(Take("#10"), (Taken{3, true, true, 0}));
   EXPECT_EQ(Take("#9999999999"), (Taken{11, true, true, 999'999'999}));
 }
 
-TEST(BlockHead, MaySayNothingOfTheLength) { EXPECT_EQ(Take("#0123"), (Taken{2, true, false, 0})); }
+TEST(BlockHead, MayLackTheLength) { EXPECT_EQ(Take("#0123"), (Taken{2, true, false, 0})); }
 
-TEST(BlockHead, StopsAtWhatIsNoneOfIt) {
+TEST(BlockHead, StopsAtAByteThatIsNotPartOfIt) {
   EXPECT_EQ(Take(""), Taken{});
   EXPECT_EQ(Take("12.5"), Taken{});
   EXPECT_EQ(Take("#H1F"), (Taken{1, false, false, 0}));

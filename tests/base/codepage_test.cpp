@@ -16,7 +16,7 @@ TEST(CodePage, DecodesToUtf8) {
   EXPECT_EQ(FromWindows1252("\x81"), "\xC2\x81");
 }
 
-TEST(CodePage, WritesAQuestionMarkForWhatItLacks) {
+TEST(CodePage, WritesAQuestionMarkForCharactersThatItLacks) {
   EXPECT_EQ(ToWindows1252("Ω\u4E2D\U0001F600x"), "???x");
   EXPECT_EQ(ToWindows1252("\xC3"), "?");
   EXPECT_EQ(ToWindows1252("\xE2\x82"),
@@ -41,7 +41,7 @@ TEST(CodePage, NamesTheCharacterThatHasNoByte) {
   EXPECT_EQ(OutsideWindows1252("5 µ"), "");
 }
 
-TEST(CodePage, EveryByteIsInside) {
+TEST(CodePage, EveryByteIsACharacterOfIt) {
   for (int byte = 0; byte < 256; ++byte) {
     const char c = static_cast<char>(byte);
     EXPECT_EQ(FirstOutsideWindows1252(FromWindows1252({&c, 1})), std::nullopt) << byte;
@@ -56,7 +56,7 @@ TEST(Base64, IsReadBack) {
     EXPECT_FALSE(FromBase64(wrong)) << wrong;
 }
 
-TEST(Base64, IsThatOfTheStandard) {
+TEST(Base64, FollowsTheStandard) {
   EXPECT_EQ(Base64(""), "");
   EXPECT_EQ(Base64("f"), "Zg==");
   EXPECT_EQ(Base64("fo"), "Zm8=");

@@ -14,7 +14,7 @@ TEST(DateText, IsGermanOnASystemWithoutALocale) {
   EXPECT_EQ(DateTimeText(1792828800), "24.10.2026 08:00:00");
 }
 
-TEST(DateText, FallsBackWhereTheLocaleIsNotInstalled) {
+TEST(DateText, FallsBackIfTheLocaleIsNotInstalled) {
   setenv("LC_ALL", "xx_XX.UTF-8", 1);
   setenv("TZ", "UTC", 1);
   tzset();

@@ -28,7 +28,7 @@ TEST(ForEachField, SplitsAtEveryComma) {
 
 TEST(ForEachField, TakesAnEmptyTextForOneEmptyField) { EXPECT_EQ(Split(""), Fields{""}); }
 
-TEST(ForEachField, StopsWhereItIsTold) {
+TEST(ForEachField, StopsOnRequest) {
   Fields fields;
   EXPECT_FALSE(ForEachField("1,x,3", [&](std::string_view field) {
     fields.emplace_back(field);

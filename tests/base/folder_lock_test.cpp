@@ -69,7 +69,7 @@ TEST_F(FolderLockTest, IsFreeWhenItsHolderHasBeenKilled) {
   close(ready[1]);
 }
 
-TEST_F(FolderLockTest, IsNotHeldWhereThereIsNoFolder) {
+TEST_F(FolderLockTest, IsNotHeldWithoutAFolder) {
   EXPECT_FALSE(FolderLock(folder.Path("none")).IsHeld());
   WriteBytes(folder.Path("file"), "");
   EXPECT_FALSE(FolderLock(folder.Path("file")).IsHeld());

@@ -20,7 +20,7 @@ RuntimeError::Kind KindOf(void (*step)()) {
   return RuntimeError::Kind::kOther;
 }
 
-TEST(LeadingNumber, TakesWhatStandsAtTheStart) {
+TEST(LeadingNumber, TakesTheNumberAtTheStart) {
   EXPECT_EQ(LeadingNumber("  12.5 V"), 12.5);
   EXPECT_EQ(LeadingNumber("1 6 15"), 1615);
   EXPECT_EQ(LeadingNumber("-3e2x"), -300);
@@ -39,7 +39,7 @@ TEST(LeadingNumber, TypedNumbersMayHaveAComma) {
   EXPECT_EQ(LeadingTypedNumber("1.5"), 1.5);
 }
 
-TEST(FitInt, RoundsHalfToEvenWithinTheRangeAlone) {
+TEST(FitInt, RoundsHalfToEvenOnlyWithinTheRange) {
   EXPECT_EQ(FitInt16(2.5), 2);
   EXPECT_EQ(FitInt16(32767.4), 32767);
   EXPECT_EQ(FitInt16(32767.5), std::nullopt);
@@ -57,7 +57,7 @@ TEST(WholeTextNumber, TakesTheWholeTextOrNothing) {
   EXPECT_FALSE(WholeTextNumber("-"));
 }
 
-TEST(WholeTextNumber, KnowsTooSmallFromTooLargeHoweverItIsWritten) {
+TEST(WholeTextNumber, DistinguishesTooSmallFromTooLargeInEveryForm) {
   const std::string zeros(400, '0');
   EXPECT_EQ(WholeTextNumber("0." + zeros + "1"), 0.0);
   EXPECT_EQ(WholeTextNumber("-0." + zeros + "1"), 0.0);
@@ -100,7 +100,7 @@ TEST(NumberText, IsGeneralAndUsesTheGivenSign) {
   EXPECT_EQ(DoubleText(-5, ","), "-5");
 }
 
-TEST(NumberText, IsShortWhereNobodyReadsMoreDigits) {
+TEST(NumberText, CanBeShort) {
   EXPECT_EQ(ShortText(0.0284699997864664, ","), "0,0285");
   EXPECT_EQ(ShortText(0.25, "."), "0.25");
   EXPECT_EQ(ShortText(12.345, ","), "12,3");

@@ -22,7 +22,7 @@ class ReadFileTest : public testing::Test {
   std::string bytes = "before";
 };
 
-TEST_F(ReadFileTest, GivesEveryByteAtEverySize) {
+TEST_F(ReadFileTest, ReturnsEveryByteAtEverySize) {
   for (const std::size_t size : {0u, 1u, 65535u, 65536u, 65537u, 200000u}) {
     std::string content;
     for (std::size_t i = 0; i < size; ++i) content += static_cast<char>(i * 7);
@@ -37,7 +37,7 @@ TEST_F(ReadFileTest, ReadsAFileWhoseSizeIsNotKnown) {
   EXPECT_EQ(bytes.substr(0, 5), "Name:");
 }
 
-TEST_F(ReadFileTest, TellsWhyItCannotAndGivesNothing) {
+TEST_F(ReadFileTest, ReportsWhyItFailsAndReturnsNothing) {
   EXPECT_EQ(ReadFile(file, bytes), ENOENT);
   EXPECT_EQ(bytes, "");
   EXPECT_EQ(ReadFile(folder.Path(""), bytes), EISDIR);
@@ -72,20 +72,20 @@ class ReadPiecesTest : public ReadFileTest {
   }
 };
 
-TEST_F(ReadPiecesTest, HandsOverAFile) {
+TEST_F(ReadPiecesTest, DeliversAFile) {
   const std::string content(200000, 'x');
   WriteBytes(file, content);
   EXPECT_EQ(Read(), 0);
   EXPECT_TRUE(bytes == content);
 }
 
-TEST_F(ReadPiecesTest, TellsWhyItCannot) {
+TEST_F(ReadPiecesTest, ReportsWhyItFails) {
   EXPECT_EQ(Read(), ENOENT);
   file = folder.Path("");
   EXPECT_EQ(Read(), EISDIR);
 }
 
-TEST_F(ReadPiecesTest, ReadsAPipeToTheEndThatItsWriterMakes) {
+TEST_F(ReadPiecesTest, ReadsAPipeUntilItsWriterCloses) {
   ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
   std::jthread writer([this] {
     const Descriptor end(open(file.c_str(), O_WRONLY | O_CLOEXEC));
@@ -95,7 +95,7 @@ TEST_F(ReadPiecesTest, ReadsAPipeToTheEndThatItsWriterMakes) {
   EXPECT_EQ(bytes, "ab");
 }
 
-TEST_F(ReadPiecesTest, GivesAPipeUpThatNobodyWritesTo) {
+TEST_F(ReadPiecesTest, GivesUpAPipeThatNobodyWritesTo) {
   ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
   std::vector<int> waited;
   EXPECT_EQ(Read([&waited](int ms) {
@@ -106,7 +106,7 @@ TEST_F(ReadPiecesTest, GivesAPipeUpThatNobodyWritesTo) {
   EXPECT_EQ(waited, (std::vector{0, 50, 100}));
 }
 
-TEST_F(ReadPiecesTest, GivesAWriterUpThatSaysNoMore) {
+TEST_F(ReadPiecesTest, GivesUpAPipeWhoseWriterFallsSilent) {
   ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
   const Descriptor writer(open(file.c_str(), O_RDWR | O_CLOEXEC));
   ASSERT_EQ(write(writer.get(), "a", 1), 1);
@@ -114,7 +114,7 @@ TEST_F(ReadPiecesTest, GivesAWriterUpThatSaysNoMore) {
   EXPECT_EQ(bytes, "a");
 }
 
-TEST_F(ReadPiecesTest, EndsWhereNoMoreIsNeeded) {
+TEST_F(ReadPiecesTest, EndsWhenNoMoreIsNeeded) {
   file = "/dev/zero";
   int pieces = 0;
   EXPECT_EQ(ReadPieces(

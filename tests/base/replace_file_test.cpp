@@ -31,7 +31,7 @@ class ReplaceFileTest : public testing::Test {
   std::string file = folder.Path("a.CMD");
 };
 
-TEST_F(ReplaceFileTest, MakesANewFileAsTheMaskAllows) {
+TEST_F(ReplaceFileTest, CreatesANewFileAsTheMaskAllows) {
   const mode_t mask = umask(027);
   EXPECT_EQ(ReplaceFile(file, "new"), 0);
   umask(mask);
@@ -68,7 +68,7 @@ TEST_F(ReplaceFileTest, FollowsLinks) {
   EXPECT_TRUE(fs::is_symlink(folder.Path("sub/second")));
 }
 
-TEST_F(ReplaceFileTest, ALinkToNothingMakesTheFile) {
+TEST_F(ReplaceFileTest, ALinkToNothingCreatesTheFile) {
   fs::create_symlink(folder.Path("target"), file);
   EXPECT_EQ(ReplaceFile(file, "new"), 0);
   EXPECT_TRUE(fs::is_symlink(file));
@@ -80,7 +80,7 @@ TEST_F(ReplaceFileTest, ALinkInACircleFails) {
   EXPECT_EQ(ReplaceFile(file, "new"), ELOOP);
 }
 
-TEST_F(ReplaceFileTest, WhatCannotBeWrittenWholeLeavesTheOldFile) {
+TEST_F(ReplaceFileTest, AnIncompleteWriteLeavesTheOldFile) {
   WriteBytes(file, "old");
   {
     const SmallFiles small(1000);
@@ -92,7 +92,7 @@ TEST_F(ReplaceFileTest, WhatCannotBeWrittenWholeLeavesTheOldFile) {
   EXPECT_EQ(ReadBytes(file).size(), 1000u);
 }
 
-TEST_F(ReplaceFileTest, LeftOversOfACrashAreNotInTheWay) {
+TEST_F(ReplaceFileTest, LeftOverFilesOfACrashDoNotMatter) {
   WriteBytes(folder.Path(".kolvane-" + std::to_string(getpid()) + "-0"), "left over");
   EXPECT_EQ(ReplaceFile(file, "new"), 0);
   EXPECT_EQ(ReadBytes(file), "new");
@@ -109,7 +109,7 @@ TEST_F(ReplaceFileTest, DoesNotWaitForAPipesReader) {
   EXPECT_EQ(ReplaceFile(file, "new"), ENXIO);
 }
 
-TEST_F(ReplaceFileTest, TellsWhyItCannotWrite) {
+TEST_F(ReplaceFileTest, ReportsWhyItCannotWrite) {
   EXPECT_EQ(ReplaceFile(folder.Path("none/a.CMD"), "x"), ENOENT);
   EXPECT_EQ(ReplaceFile(folder.Path(""), "x"), EISDIR);
   EXPECT_EQ(ReplaceFile("", "x"), ENOENT);
@@ -127,7 +127,7 @@ TEST_F(ReplaceFileTest, AFileThatMayNotBeWrittenIsNotReplaced) {
   EXPECT_EQ(ReadBytes(file), "old");
 }
 
-TEST_F(ReplaceFileTest, CreatesOnlyWhereThereIsNothing) {
+TEST_F(ReplaceFileTest, CreatesOnlyAFileThatDoesNotExist) {
   EXPECT_EQ(CreateFile(file, "first"), 0);
   EXPECT_EQ(CreateFile(file, "second"), EEXIST);
   EXPECT_EQ(ReadBytes(file), "first");
@@ -137,7 +137,7 @@ TEST_F(ReplaceFileTest, CreatesOnlyWhereThereIsNothing) {
   EXPECT_EQ(folder.Names(), (Names{"a.CMD", "link"}));
 }
 
-TEST_F(ReplaceFileTest, OfSeveralThatCreateAtTheSameMomentOneDoes) {
+TEST_F(ReplaceFileTest, OnlyOneOfSeveralCreatesTheFile) {
   for (int round = 0; round < 20; ++round) {
     fs::remove(file);
     std::atomic<int> made{-1};
@@ -159,7 +159,7 @@ TEST_F(ReplaceFileTest, OfSeveralThatCreateAtTheSameMomentOneDoes) {
   }
 }
 
-TEST_F(ReplaceFileTest, ANameWithoutFolderStandsInTheCurrentOne) {
+TEST_F(ReplaceFileTest, ANameWithoutFolderIsInTheCurrentOne) {
   const fs::path before = fs::current_path();
   fs::current_path(folder.Path(""));
   EXPECT_EQ(ReplaceFile("plain", "new"), 0);
@@ -179,7 +179,7 @@ TEST_F(ReplaceFileTest, TakesPiecesUntilItIsCommitted) {
   EXPECT_EQ(folder.Names(), Names{"a.CMD"});
 }
 
-TEST_F(ReplaceFileTest, TellsWhatTheLastStepCouldNotDo) {
+TEST_F(ReplaceFileTest, ReportsWhyTheLastStepFailed) {
   FileReplacement replacement;
   FileReplacement creation;
   ASSERT_EQ(replacement.Open(file), 0);

@@ -7,7 +7,7 @@
 namespace kolvane::base {
 namespace {
 
-TEST(SystemErrorText, SaysItInGerman) {
+TEST(SystemErrorText, IsGerman) {
   EXPECT_EQ(SystemErrorText(ENOENT), "Datei oder Ordner nicht gefunden");
   EXPECT_EQ(SystemErrorText(EACCES), "Keine Berechtigung");
   EXPECT_EQ(SystemErrorText(EPERM), "Keine Berechtigung");
@@ -21,9 +21,7 @@ TEST(SystemErrorText, SaysItInGerman) {
   EXPECT_EQ(SystemErrorText(EIO), "Fehler des Datenträgers");
 }
 
-TEST(SystemErrorText, GivesWhatItDoesNotKnowByNumber) {
-  EXPECT_EQ(SystemErrorText(9999), "Systemfehler 9999");
-}
+TEST(SystemErrorText, HasTheNumberOfUnknownErrors) { EXPECT_EQ(SystemErrorText(9999), "Systemfehler 9999"); }
 
 }  // namespace
 }  // namespace kolvane::base

@@ -24,13 +24,13 @@ class UserFolderTest : public testing::Test {
   std::string home_;
 };
 
-TEST_F(UserFolderTest, IsInTheOneThatIsNamedElseInTheHome) {
+TEST_F(UserFolderTest, IsInTheNamedFolderElseInTheHome) {
   EXPECT_EQ(Folder(), "/home/anna/.some/place/Kolvane");
   setenv("KOLVANE_TEST_HOME", "/data", 1);
   EXPECT_EQ(Folder(), "/data/Kolvane");
 }
 
-TEST_F(UserFolderTest, IsNeverARelativeOne) {
+TEST_F(UserFolderTest, IsNeverRelative) {
   setenv("KOLVANE_TEST_HOME", "data", 1);
   EXPECT_EQ(Folder(), "/home/anna/.some/place/Kolvane");
   setenv("HOME", "anna", 1);

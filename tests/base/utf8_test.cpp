@@ -7,7 +7,7 @@
 namespace kolvane::base {
 namespace {
 
-TEST(Utf8, KnowsWhatIsWellFormed) {
+TEST(Utf8, RecognizesWellFormedText) {
   for (const char* good : {"", "a", "ä€", "\xEF\xBF\xBD", "\U0001F600", "\U0010FFFF", "\u0800", "\u07FF"})
     EXPECT_TRUE(IsUtf8(good)) << good;
   // Truncated, overlong, half of a surrogate pair, past the last code point.
@@ -22,7 +22,7 @@ TEST(Utf8, AppendsEachLength) {
   EXPECT_EQ(text, "\x7F\xC2\x80\xDF\xBF\xE0\xA0\x80\xEF\xBF\xBF\xF0\x90\x80\x80\xF4\x8F\xBF\xBF");
 }
 
-TEST(Utf8, KnowsAsciiAtEveryLength) {
+TEST(Utf8, RecognizesAsciiAtEveryLength) {
   for (std::size_t length = 1; length < 20; ++length) {
     EXPECT_TRUE(IsAscii(std::string(length, 'a')));
     EXPECT_FALSE(IsAscii(std::string(length - 1, 'a') + '\x80'));
@@ -41,7 +41,7 @@ TEST(Utf8, DecodesEachLength) {
   EXPECT_EQ(points, (std::vector<char32_t>{'a', 0xE4, 0x20AC, 0x1F600}));
 }
 
-TEST(Utf8, TakesWhatIsMalformedTogether) {
+TEST(Utf8, GroupsMalformedBytes) {
   const auto length_of = [](std::string_view text) {
     const CodePoint next = DecodeUtf8(text, 0);
     EXPECT_EQ(next.value, kMalformed) << text;

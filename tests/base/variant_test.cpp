@@ -11,7 +11,7 @@ TEST(Variant, ConvertsToNumbers) {
   EXPECT_EQ(Variant("100").ToInt16(), 100);
 }
 
-TEST(Variant, RefusesWhatIsNoNumber) {
+TEST(Variant, RefusesTextsThatAreNotANumber) {
   EXPECT_THROW(Variant("zwei").ToInt16(), RuntimeError);
   EXPECT_THROW(Variant(Bytes{1}).ToInt32(), RuntimeError);
   EXPECT_THROW(Variant().ToInt16(), RuntimeError);

@@ -57,7 +57,7 @@ TEST_F(WriteAllTest, LeavesTheSignalMaskAsItWas) {
   }
 }
 
-TEST_F(WriteAllTest, TellsHowMuchWasWritten) {
+TEST_F(WriteAllTest, ReportsHowMuchWasWritten) {
   const SmallFiles small(10);
   std::size_t written = 0;
   EXPECT_EQ(WriteAll(descriptor_, "01234567", &written), 0);
@@ -66,7 +66,7 @@ TEST_F(WriteAllTest, TellsHowMuchWasWritten) {
   EXPECT_EQ(written, 2u);
 }
 
-TEST_F(WriteAllTest, WhatFindsNoRoomIsTakenBackWhole) {
+TEST_F(WriteAllTest, AWriteWithoutRoomIsUndoneCompletely) {
   const Descriptor file(open(file_.c_str(), O_WRONLY | O_APPEND | O_CLOEXEC));
   const SmallFiles small(10);
   EXPECT_EQ(AppendWhole(file.get(), "01234567"), 0);
@@ -76,7 +76,7 @@ TEST_F(WriteAllTest, WhatFindsNoRoomIsTakenBackWhole) {
   EXPECT_EQ(ReadBytes(file_), "0123456789");
 }
 
-TEST_F(WriteAllTest, TellsWhy) {
+TEST_F(WriteAllTest, ReportsWhy) {
   EXPECT_EQ(WriteAll(-1, "x"), EBADF);
   const int full = open("/dev/full", O_WRONLY | O_CLOEXEC);
   EXPECT_EQ(WriteAll(full, "x"), ENOSPC);
