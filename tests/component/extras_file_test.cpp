@@ -15,7 +15,7 @@ class ExtrasFileTest : public testing::Test {
   std::string path_ = folder_.Path("Kolvane/Extras.ini");
 };
 
-TEST_F(ExtrasFileTest, WithoutAFileAllIsAsItComes) {
+TEST_F(ExtrasFileTest, WithoutAFileEveryFlagHasItsDefault) {
   ExtrasFile file(path_);
   const terminal::Extras extras = file.Load();
   EXPECT_TRUE(extras.device_words);
@@ -23,7 +23,7 @@ TEST_F(ExtrasFileTest, WithoutAFileAllIsAsItComes) {
                extras.time_stamps || extras.log_time_stamps || extras.utf8);
 }
 
-TEST_F(ExtrasFileTest, IsOnlyMadeOnceSomethingIsChanged) {
+TEST_F(ExtrasFileTest, IsOnlyCreatedOnceSomethingIsChanged) {
   ExtrasFile file(path_);
   terminal::Extras extras = file.Load();
   EXPECT_EQ(file.Save(extras), std::nullopt);
@@ -33,7 +33,7 @@ TEST_F(ExtrasFileTest, IsOnlyMadeOnceSomethingIsChanged) {
   EXPECT_EQ(base::ReadBytes(path_), "[EXTRAS]\nQueriesOnly=1\n");
 }
 
-TEST_F(ExtrasFileTest, EachFlagIsThereNextTime) {
+TEST_F(ExtrasFileTest, EachFlagIsKept) {
   for (const terminal::ExtrasFlag& flag : terminal::kExtrasFlags) {
     ExtrasFile file(path_);
     terminal::Extras extras = file.Load();
@@ -43,7 +43,7 @@ TEST_F(ExtrasFileTest, EachFlagIsThereNextTime) {
   }
 }
 
-TEST_F(ExtrasFileTest, WhatIsNeitherOnNorOffIsAsItComes) {
+TEST_F(ExtrasFileTest, AValueThatIsNeitherOnNorOffMeansTheDefault) {
   std::filesystem::create_directory(folder_.Path("Kolvane"));
   base::WriteBytes(path_, "[EXTRAS]\nQueriesOnly=ja\nDeviceWords=\nBlocks=1\n");
   const terminal::Extras extras = ExtrasFile(path_).Load();

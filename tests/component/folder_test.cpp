@@ -8,7 +8,7 @@
 namespace kolvane::component {
 namespace {
 
-TEST(Folder, ChosenThenEnvironmentThenOwn) {
+TEST(Folder, IsTheChosenThenTheEnvironmentsThenItsOwn) {
   unsetenv("KOLVANE_FOLDER");
   EXPECT_EQ(ComponentFolder(""), OwnFolder());
   setenv("KOLVANE_FOLDER", "/srv/kolvane/", 1);
@@ -18,7 +18,7 @@ TEST(Folder, ChosenThenEnvironmentThenOwn) {
   unsetenv("KOLVANE_FOLDER");
 }
 
-TEST(Folder, OwnFolderHoldsTheProgramThatThisCodeIsPartOf) {
+TEST(Folder, OwnFolderContainsTheProgramOfThisCode) {
   EXPECT_EQ(OwnFolder(), std::filesystem::read_symlink("/proc/self/exe").parent_path().string());
 }
 

@@ -24,7 +24,7 @@ class CloseTest : public HostTest {
   }
 
   void ExpectUnloaded() {
-    EXPECT_EQ(Count("OpenDevice()"), 1) << "given back open";
+    EXPECT_EQ(Count("OpenDevice()"), 1) << "returned open";
     EXPECT_EQ(host_.use_count(), 1);
     EXPECT_TRUE(terminal_.CanUnload().ToBool());
     EXPECT_TRUE(base::ReadBytes(SettingsFile()).find("\nPORT=8\n") != std::string::npos);
@@ -81,7 +81,7 @@ TEST_F(CloseTest, AfterARequestFailuresGoToStandardError) {
   ExpectUnloaded();
 }
 
-TEST_F(CloseTest, WhoClosesTheWindowIsShownTheFailure) {
+TEST_F(CloseTest, AUserWhoClosesTheWindowIsShownTheFailure) {
   gui::BoxAnswers boxes;
   Open(1, [&](QMainWindow& window) {
     LeaveOpen(window);

@@ -38,7 +38,7 @@ TEST_F(HostOnX, OpensTheTerminalAgainAndAgain) {
   EXPECT_TRUE(terminal_.CanUnload().ToBool());
 }
 
-TEST_F(HostOnX, IsToldThatASecondThreadIsNone) {
+TEST_F(HostOnX, GetsAnErrorOnASecondThread) {
   const auto host = std::make_shared<ClosingHost>();
   terminal_.InitTerminal(host);
   std::thread([this] { EXPECT_THROW(terminal_.OpenTerminal(1, 0), std::runtime_error); }).join();
@@ -70,7 +70,7 @@ class HostThatClosesTheTerminal final : public HostObject {
   bool& gone_;
 };
 
-TEST_F(HostOnX, MayBeLetGoInItsOwnCall) {
+TEST_F(HostOnX, MayBeReleasedInItsOwnCall) {
   bool gone = false;
   terminal_.InitTerminal(std::make_shared<HostThatClosesTheTerminal>(gone));
   terminal_.OpenTerminal(1, 0);

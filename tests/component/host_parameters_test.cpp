@@ -98,7 +98,7 @@ TEST_F(HostParametersTest, TakesTheUsbAddress) {
   EXPECT_EQ(parameters_.address, 4);
 }
 
-TEST_F(HostParametersTest, TakesParityAsParallelPortModeForTheParallelPortsAlone) {
+TEST_F(HostParametersTest, TakesParityAsModeForParallelPortsOnly) {
   for (const std::int16_t kind : {std::int16_t{90}, std::int16_t{91}}) {
     parameters_ = {};
     host_->script.properties[2] = kind;
@@ -129,7 +129,7 @@ TEST_F(HostParametersTest, ConvertsTheSingleDevicesAddress) {
   EXPECT_EQ(parameters_.usb_address, "4711");
 }
 
-TEST_F(HostParametersTest, TellsWhatTheHostHasSaid) {
+TEST_F(HostParametersTest, ReportsWhichValuesTheHostGives) {
   const auto said = [this](std::int16_t oper_mode, std::int16_t kind) {
     state_.OperMode = oper_mode;
     host_->script.properties[2] = host_->kind = kind;
@@ -178,7 +178,7 @@ TEST_F(HostParametersTest, RefusesDeviceInfoThatTheHostLeavesAsNothing) {
   }
 }
 
-TEST_F(HostParametersTest, SaysWhatDidNotConvert) {
+TEST_F(HostParametersTest, NamesThePropertyThatDidNotConvert) {
   const auto error = [this](std::int16_t oper_mode) -> std::string {
     try {
       Read(oper_mode);

@@ -21,7 +21,7 @@
 namespace kolvane {
 namespace {
 
-TEST_F(HostTest, OnAnotherThreadThanTheApplicationsItIsRefused) {
+TEST_F(HostTest, OnAThreadOtherThanTheApplicationsItIsRefused) {
   terminal_.InitTerminal(host_);
   std::string error;
   std::thread([&] {
@@ -88,14 +88,14 @@ TEST_F(PlaceTest, IsOverTheHostsActiveWindow) {
   }
 }
 
-TEST_F(PlaceTest, IsOverTheHostsWindowWhereNoneIsActive) {
+TEST_F(PlaceTest, IsOverTheHostsWindowIfNoneIsActive) {
   ASSERT_TRUE(QTest::qWaitForWindowExposed(&host_window_));
   QApplication::setActiveWindow(nullptr);
   host_window_.move(screen_.center());
   Open(1, [this](QMainWindow& window) { ExpectOver(window); });
 }
 
-TEST_F(PlaceTest, IsTheSystemsWhereTheHostShowsNone) {
+TEST_F(PlaceTest, IsTheSystemsIfTheHostShowsNone) {
   host_window_.hide();
   Open(1, [](QMainWindow& window) { EXPECT_EQ(window.windowHandle()->transientParent(), nullptr); });
 }
@@ -122,7 +122,7 @@ class HostThatIsLetGo final : public HostObject {
   bool& gone_;
 };
 
-TEST_F(HostTest, AHostThatIsLetGoInItsOwnCallLivesToItsEnd) {
+TEST_F(HostTest, AHostReleasedInItsOwnCallLivesToItsEnd) {
   for (const char* command : {"CLOSE", "INIT"}) {
     bool gone = false;
     terminal_.InitTerminal(std::make_shared<HostThatIsLetGo>(terminal_, gone));
@@ -217,7 +217,7 @@ TEST_F(StartTest, ACloseRequestEndsTheDialling) {
   // What the modem sends after the line is closed returns to it as an echo.
   const std::vector<std::string> lines = modem.AwaitLines(1);
   EXPECT_EQ(lines.front(), "AT1");
-  EXPECT_FALSE(std::ranges::count(lines, "AT2") > 0) << "dialled on";
+  EXPECT_FALSE(std::ranges::count(lines, "AT2") > 0) << "dialling continued";
   EXPECT_TRUE(terminal_.CanUnload().ToBool());
 }
 

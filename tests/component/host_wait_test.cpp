@@ -86,7 +86,7 @@ class Paints final : public QObject {
   }
 };
 
-TEST_F(HostWaitTest, WhatHasComeIsPaintedBeforeEachCall) {
+TEST_F(HostWaitTest, LinesArePaintedBeforeEachCall) {
   Paints* paints = nullptr;
   std::vector<int> painted;
   host_->script.read = [&](Variant& answer, Variant&) {

@@ -59,7 +59,7 @@ TEST_F(HostTest, ACommandGoesToTheSingleDevice) {
   });
 }
 
-TEST_F(HostTest, AnAnswerReadByteByByteEndsWhereTheHostHasNoMore) {
+TEST_F(HostTest, AnAnswerReadByteByByteEndsWhenTheHostHasNoMore) {
   base::WriteBytes(SettingsFile(), "[TERMINAL]\nRCVMODE=1\nRCVTERM=\n");
   int reads = 0;
   host_->script.read = [&](Variant&, Variant& buffer) {
@@ -117,7 +117,7 @@ TEST_F(HostTest, OtherModesCallNothingOnTheHost) {
   EXPECT_TRUE(host_->script.calls.empty());
 }
 
-TEST_F(HostTest, TheDeviceIsGivenBackOpenAndTheObjectReleased) {
+TEST_F(HostTest, TheDeviceIsReturnedOpenAndTheObjectReleased) {
   Open(1, [&](QMainWindow& window) {
     auto* disconnect = window.findChild<QAction*>("mnuDisconnect");
     disconnect->setEnabled(true);
@@ -234,7 +234,7 @@ TEST_F(HostTest, AnUnreadableSettingIsShownAndRaised) {
   EXPECT_TRUE(terminal_.CanUnload().ToBool()) << "the last window has closed, and none was opened since";
 }
 
-TEST_F(HostTest, AHostsConnectionIsStoredAndTheStoredOneNotRead) {
+TEST_F(HostTest, AHostsConnectionIsStoredAndTheStoredOneIsNotRead) {
   base::WriteBytes(SettingsFile(), "[PORT]\nADDRESS=x\nIPADDRESS=10.0.0.1\nIPPORT=9\n");
   Open(1, [](QMainWindow& window) {
     EXPECT_EQ(window.findChild<QLabel*>("StatusBar1_1")->text(), "TCP/IP: 10.0.0.8, Port 7");
@@ -243,7 +243,7 @@ TEST_F(HostTest, AHostsConnectionIsStoredAndTheStoredOneNotRead) {
   EXPECT_TRUE(saved.starts_with("[PORT]\nADDRESS=x\nIPADDRESS=10.0.0.8\nIPPORT=7\n")) << saved;
 }
 
-TEST_F(HostTest, WhatAHostSaysNothingOfStaysAsItIsStored) {
+TEST_F(HostTest, ValuesThatAHostDoesNotGiveStayAsStored) {
   const std::string stored = "[PORT]\nPORT=0\nADDRESS=9\nRSTIMO=11\nGPIBTIMO=1\nBAUD=2\nPARITY=0\n";
   base::WriteBytes(SettingsFile(), stored);
   Open(1, [](QMainWindow&) {});
@@ -373,7 +373,7 @@ TEST_F(OwnTerminalTest, AListThatWasNotSavedIsOfferedByTheNextOne) {
   });
 }
 
-TEST_F(OwnTerminalTest, InTheOtherModesAndWithSettingsOfItsOwnAHostSeesNothingOfThat) {
+TEST_F(OwnTerminalTest, InOtherModesAndWithItsOwnSettingsAHostIsOfferedNoList) {
   for (const int oper_mode : {0, 1, 3}) Open(static_cast<std::int16_t>(oper_mode), TypeRow);
   TerminalOptions options;
   options.SettingsFile = SettingsFile();
@@ -403,7 +403,7 @@ class StateTest : public HostTest {
   bool IsKept() const { return QFile::exists(dir_.path() + "/Kolvane/state.ini"); }
 };
 
-TEST_F(StateTest, TheUsersOwnTerminalFindsItsSizeAgain) {
+TEST_F(StateTest, TheUsersOwnTerminalRestoresItsSize) {
   terminal_.SetOptions({});
   Open(2, [](QMainWindow& window) { EXPECT_NE(window.size(), QSize(611, 522)); });
   EXPECT_FALSE(IsKept()) << "nothing was changed";
@@ -424,7 +424,7 @@ TEST_F(StateTest, TheAdditionsOfAWindowAreKeptOnceOneIsChanged) {
        [](QMainWindow& window) { EXPECT_TRUE(window.findChild<QAction*>("mnuQueriesOnly")->isChecked()); });
 }
 
-TEST_F(StateTest, WhatCannotBeKeptIsReportedAndTheTerminalCloses) {
+TEST_F(StateTest, StateThatCannotBeKeptIsReportedAndTheTerminalCloses) {
   terminal_.SetOptions({});
   ASSERT_TRUE(QDir(dir_.path()).mkpath("Kolvane/Extras.ini"));
   ASSERT_TRUE(QDir(dir_.path()).mkpath("Kolvane/state.ini"));
@@ -439,7 +439,7 @@ TEST_F(StateTest, WhatCannotBeKeptIsReportedAndTheTerminalCloses) {
     EXPECT_NE(err.find(std::string(file) + "“ gespeichert werden: "), std::string::npos) << err;
 }
 
-TEST_F(StateTest, ATerminalOfAHostOrWithSettingsOfItsOwnKeepsNothing) {
+TEST_F(StateTest, ATerminalOfAHostOrWithItsOwnSettingsKeepsNothing) {
   OpenAndResize(2);
   terminal_.SetOptions({});
   OpenAndResize(0);

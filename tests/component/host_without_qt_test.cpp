@@ -35,7 +35,7 @@ class HostWithoutQtTest : public testing::Test {
 
 TEST_F(HostWithoutQtTest, CannotUnloadBeforeTheFirstWindow) { EXPECT_FALSE(terminal_.CanUnload().ToBool()); }
 
-TEST_F(HostWithoutQtTest, OpensTheTerminalTwiceAndLeavesNothingAfter) {
+TEST_F(HostWithoutQtTest, OpensTheTerminalTwiceAndLeavesNothing) {
   setenv("QT_QPA_PLATFORM", "offscreen", 1);
   std::setlocale(LC_ALL, "C");
   for (int i = 0; i < 2; ++i) {
@@ -44,7 +44,7 @@ TEST_F(HostWithoutQtTest, OpensTheTerminalTwiceAndLeavesNothingAfter) {
     terminal_.OpenTerminal(1, 0);
     EXPECT_TRUE(host->had_application);
     EXPECT_FALSE(host->caret_blinks) << "an idle window would keep the processor awake";
-    EXPECT_EQ(host->locale, "C") << "what the host reads and writes means the same meanwhile";
+    EXPECT_EQ(host->locale, "C") << "the host's numbers and texts keep their form";
     EXPECT_EQ(QCoreApplication::instance(), nullptr);
     EXPECT_STREQ(std::setlocale(LC_ALL, nullptr), "C");
     EXPECT_EQ(host.use_count(), 1);
@@ -52,7 +52,7 @@ TEST_F(HostWithoutQtTest, OpensTheTerminalTwiceAndLeavesNothingAfter) {
   EXPECT_TRUE(terminal_.CanUnload().ToBool());
 }
 
-TEST_F(HostWithoutQtTest, OnAnotherThreadThanTheMainOneItIsRefused) {
+TEST_F(HostWithoutQtTest, OnAThreadOtherThanTheMainOneItIsRefused) {
   setenv("QT_QPA_PLATFORM", "offscreen", 1);
   const auto host = std::make_shared<ClosingHost>();
   terminal_.InitTerminal(host);
@@ -85,10 +85,10 @@ TEST_F(HostWithoutQtTest, OpensAgainAfterItsEventLoopsWereEnded) {
   };
   terminal_.InitTerminal(host);
   terminal_.OpenTerminal(1, 0);
-  EXPECT_TRUE(shown) << "the second terminal is not ended by the first one's end";
+  EXPECT_TRUE(shown) << "the first terminal's end does not end the second";
 }
 
-TEST_F(HostWithoutQtTest, GetsAnErrorWhereNoPlatformWorks) {
+TEST_F(HostWithoutQtTest, GetsAnErrorIfNoPlatformWorks) {
   for (const char* platform : {"nonsense", "nonsense;alike", ";", "linuxfb:fb=/dev/null"}) {
     setenv("QT_QPA_PLATFORM", platform, 1);
     try {
@@ -109,12 +109,12 @@ TEST_F(HostWithoutQtTest, TakesTheFirstPlatformThatWorks) {
   EXPECT_TRUE(host->had_application);
 }
 
-TEST_F(HostWithoutQtTest, GetsAnErrorWhereThereIsNoDisplay) {
+TEST_F(HostWithoutQtTest, GetsAnErrorWithoutADisplay) {
   for (const char* variable : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"}) unsetenv(variable);
   EXPECT_THROW(terminal_.OpenTerminal(2, 0), std::runtime_error);
 }
 
-TEST(RunWithoutWindow, LeavesTheHostsEnvironmentAloneWhileItRuns) {
+TEST(RunWithoutWindow, KeepsTheHostsEnvironmentWhileItRuns) {
   setenv("KOLVANE_PORT_LIBRARY", KOLVANE_COMPLETE_LIBRARY, 1);
   unsetenv("KOLVANE_COM1");
   int asked = 0;
@@ -159,7 +159,7 @@ class RunForAHost : public testing::Test {
   std::vector<std::pair<LineKind, std::string>> lines_;
 };
 
-TEST_F(RunForAHost, HandsOverEachLineByItsKind) {
+TEST_F(RunForAHost, PassesEachLineWithItsKind) {
   options_.ShowCommands = options_.ShowTimes = options_.Verbose = true;
   testing::internal::CaptureStdout();
   testing::internal::CaptureStderr();
@@ -171,7 +171,7 @@ TEST_F(RunForAHost, HandsOverEachLineByItsKind) {
   EXPECT_TRUE(lines_[2].second.starts_with("Test mode answer at ")) << lines_[2].second;
 }
 
-TEST_F(RunForAHost, HandsOverWhatIsWrongBeforeTheRun) {
+TEST_F(RunForAHost, PassesErrorsFromBeforeTheRun) {
   testing::internal::CaptureStderr();
   EXPECT_EQ(RunCommandList("/nonexistent.CMD", options_), CommandRunStatus::kUsage);
   options_.Connect = "NOWHERE";

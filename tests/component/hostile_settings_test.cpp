@@ -81,7 +81,7 @@ TEST_F(HostileSettingsTest, CutAtEveryByte) {
     SCOPED_TRACE(length);
     if (!Survive(bytes.substr(0, length)).empty()) ++refused;
   }
-  EXPECT_GT(refused, 20u) << "a number cut down to nothing is none";
+  EXPECT_GT(refused, 20u) << "a number without digits is refused";
 }
 
 TEST_F(HostileSettingsTest, EveryByteReplaced) {
@@ -161,7 +161,7 @@ TEST_F(HostileSettingsTest, AMessageIsNotEndedByANul) {
       "Die gespeicherte Einstellung [TERMINAL] FONTSIZE=1\\0 kann nicht gelesen werden: Typen unverträglich");
 }
 
-TEST_F(HostileSettingsTest, OfRepeatedKeysTheLastOneCountsAndStaysAlone) {
+TEST_F(HostileSettingsTest, OfRepeatedKeysOnlyTheLastOneCountsAndStays) {
   base::WriteBytes(file_, "[PORT]\nADDRESS=x\nADDRESS=5\n[A]\nB=1\nB=2\n[PORT]\nADDRESS=6\n");
   StoredSettings settings;
   EXPECT_EQ(settings.Load(file_), "");
@@ -170,7 +170,7 @@ TEST_F(HostileSettingsTest, OfRepeatedKeysTheLastOneCountsAndStaysAlone) {
   const std::string saved = base::ReadBytes(file_);
   EXPECT_EQ(saved.find("ADDRESS=x"), saved.npos);
   EXPECT_EQ(saved.find("\nADDRESS="), saved.rfind("\nADDRESS="));
-  EXPECT_NE(saved.find("[A]\nB=1\nB=2\n"), saved.npos) << "what is not ours stays";
+  EXPECT_NE(saved.find("[A]\nB=1\nB=2\n"), saved.npos) << "other sections stay";
 }
 
 }  // namespace

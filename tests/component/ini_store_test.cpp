@@ -38,7 +38,7 @@ class IniStoreTest : public testing::Test {
   base::TempFolder dir_;
 };
 
-TEST_F(IniStoreTest, GivesTheFallbackForWhatIsNotThere) {
+TEST_F(IniStoreTest, ReturnsTheFallbackForAMissingKey) {
   EXPECT_EQ(OpenIniStore(Path())->Read("PORT", "IPADDRESS", "leer"), "leer");
   EXPECT_FALSE(fs::exists(dir_.Path("Kolvane")));
 }
@@ -50,12 +50,12 @@ TEST_F(IniStoreTest, KeepsTextsByteForByte) {
   }
 }
 
-TEST_F(IniStoreTest, WritesOneEscapedLineAKeyIntoSections) {
+TEST_F(IniStoreTest, WritesOneEscapedLinePerKeyIntoSections) {
   EXPECT_EQ(Save(Path(), "TERMINAL", "RCVTERM", "\r\n"), 0);
   EXPECT_EQ(Content(), "[TERMINAL]\nRCVTERM=\\r\\n\n");
 }
 
-TEST_F(IniStoreTest, ReadsWhatWasWrittenButPutsNothingIntoTheFileUnasked) {
+TEST_F(IniStoreTest, ReadsWrittenValuesButSavesThemOnlyOnRequest) {
   Give("[A]\nB=1\n");
   {
     const auto store = OpenIniStore(Path());
@@ -71,7 +71,7 @@ TEST_F(IniStoreTest, LeavesUnknownKeysInTheFile) {
   EXPECT_EQ(OpenIniStore(Path())->Read("X", "Y", ""), "1");
 }
 
-TEST_F(IniStoreTest, KeepsWhatHasComeIntoTheFileMeanwhile) {
+TEST_F(IniStoreTest, KeepsChangesByOthers) {
   const auto store = OpenIniStore(Path());
   EXPECT_EQ(Save(Path(), "X", "Y", "1"), 0);
   EXPECT_EQ(store->Read("X", "Y", "not yet"), "not yet");
@@ -80,7 +80,7 @@ TEST_F(IniStoreTest, KeepsWhatHasComeIntoTheFileMeanwhile) {
   EXPECT_EQ(Content(), "[X]\nY=1\n\n[PORT]\nPORT=8\n");
 }
 
-TEST_F(IniStoreTest, LiesInTheConfigurationFolderByDefault) {
+TEST_F(IniStoreTest, IsInTheConfigurationFolderByDefault) {
   setenv("XDG_CONFIG_HOME", dir_.Path("").c_str(), 1);
   OpenIniStore("")->Read("PORT", "PORT", "");
   const auto store = OpenIniStore("");
@@ -89,7 +89,7 @@ TEST_F(IniStoreTest, LiesInTheConfigurationFolderByDefault) {
   EXPECT_EQ(Content(), "[PORT]\nPORT=8\n");
 }
 
-TEST_F(IniStoreTest, LiesInTheHomeFolderWithoutAConfigurationFolder) {
+TEST_F(IniStoreTest, IsInTheHomeFolderWithoutAConfigurationFolder) {
   const char* before = std::getenv("HOME");
   const std::string home = before == nullptr ? "" : before;
   fs::create_directories(dir_.Path(".config/Kolvane"));
@@ -117,14 +117,14 @@ TEST_F(IniStoreTest, ALinkStaysALink) {
   EXPECT_EQ(base::ReadBytes(dir_.Path("real/a.ini")), "[A]\nB=2\n");
 }
 
-TEST_F(IniStoreTest, AFolderInTheFilesPlaceIsEmptyAndStays) {
+TEST_F(IniStoreTest, AFolderInsteadOfTheFileIsEmptyAndStays) {
   fs::create_directories(Path());
   EXPECT_EQ(OpenIniStore(Path())->Read("A", "B", "x"), "x");
   EXPECT_EQ(Save(Path(), "A", "B", "1"), EISDIR);
   EXPECT_TRUE(fs::is_directory(Path()));
 }
 
-TEST_F(IniStoreTest, APipeAndADeviceAreNotReadWhichCouldTakeForEver) {
+TEST_F(IniStoreTest, PipesAndDevicesAreNotReadAsTheyCouldBlock) {
   fs::create_directory(dir_.Path("Kolvane"));
   ASSERT_EQ(mkfifo(Path().c_str(), 0600), 0);
   EXPECT_EQ(OpenIniStore(Path())->Read("A", "B", "x"), "x");
@@ -134,14 +134,14 @@ TEST_F(IniStoreTest, APipeAndADeviceAreNotReadWhichCouldTakeForEver) {
   EXPECT_EQ(Save("/dev/full", "A", "B", "1"), ENOSPC);
 }
 
-TEST_F(IniStoreTest, TellsWhyItCannotSave) {
+TEST_F(IniStoreTest, ReportsWhyItCannotSave) {
   base::WriteBytes(dir_.Path("file"), "");
   EXPECT_EQ(Save(dir_.Path("file/a.ini"), "A", "B", "1"), ENOTDIR);
   fs::create_symlink("loop.ini", dir_.Path("loop.ini"));
   EXPECT_EQ(Save(dir_.Path("loop.ini"), "A", "B", "1"), ELOOP);
 }
 
-TEST_F(IniStoreTest, AFileThatCannotBeReadIsNeverWrittenOver) {
+TEST_F(IniStoreTest, AFileThatCannotBeReadIsNeverOverwritten) {
   Give("[A]\nB=1\n");
   fs::permissions(dir_.Path(""), fs::perms::all);
   fs::permissions(dir_.Path("Kolvane"), fs::perms::all);
@@ -171,7 +171,7 @@ TEST_F(IniStoreTest, AFolderThatCannotBeWrittenKeepsTheFile) {
   EXPECT_EQ(Content(), "[A]\nB=1\n");
 }
 
-TEST_F(IniStoreTest, WhatIsTheSameAlreadyIsNotWritten) {
+TEST_F(IniStoreTest, UnchangedValuesAreNotWritten) {
   Give("[A]\n B = 1\n");
   struct stat before {};
   struct stat after {};

@@ -26,7 +26,7 @@ TEST(IniText, CaseCounts) {
   EXPECT_EQ(Find("[S]\nk=1\n"), "(none)");
 }
 
-TEST(IniText, EveryLineEndWillDo) {
+TEST(IniText, EveryLineEndIsAccepted) {
   EXPECT_EQ(Find("[S]\r\nK=1\r\nJ=2\r\n"), "1");
   EXPECT_EQ(Find("[S]\rK=1\rJ=2\r"), "1");
   EXPECT_EQ(Find("\n\n[S]\n\n\nK=1"), "1");
@@ -34,7 +34,7 @@ TEST(IniText, EveryLineEndWillDo) {
 
 TEST(IniText, SpacesAroundNamesDoNotCount) { EXPECT_EQ(Find(" [ S ] x\n\tK\t = 1 \n"), "1"); }
 
-TEST(IniText, AMarkAtTheStartDoesNotCount) {
+TEST(IniText, AByteOrderMarkDoesNotCount) {
   EXPECT_EQ(Find("\xEF\xBB\xBF[S]\nK=1\n"), "1");
   EXPECT_EQ(With("\xEF\xBB\xBF"), "\xEF\xBB\xBF[S]\nK=new\n");
 }
@@ -45,7 +45,7 @@ TEST(IniText, OfRepeatedKeysTheLastOneCountsOverRepeatedSectionsToo) {
   EXPECT_EQ(Find("[S]\nK=1\n[R]\n[S]\nJ=3\n"), "1");
 }
 
-TEST(IniText, LinesThatAreNothingSayNothing) {
+TEST(IniText, InvalidLinesAreIgnored) {
   EXPECT_EQ(Find("[S]\nK\n"), "(none)");
   EXPECT_EQ(Find("[S]\n;K=1\n ; K=2\n"), "(none)");
   EXPECT_EQ(Find("[S]\n=1\nK=2\n"), "2");
@@ -53,13 +53,13 @@ TEST(IniText, LinesThatAreNothingSayNothing) {
   EXPECT_EQ(Find("[S]\nK=1 ; note\n"), "1");
 }
 
-TEST(IniText, ASectionWhoseBracketIsMissingEndsWithTheLine) { EXPECT_EQ(Find("[S\nK=1\n"), "1"); }
+TEST(IniText, ASectionWithoutABracketEndsWithTheLine) { EXPECT_EQ(Find("[S\nK=1\n"), "1"); }
 
 TEST(IniText, NulIsACharacterLikeAnyOther) {
   EXPECT_EQ(Find(std::string("\0\n[S]\nK=a\0b\n", 13)), std::string("a\0b", 3));
 }
 
-TEST(IniText, MakesSectionsAndKeysThatAreNotThere) {
+TEST(IniText, CreatesMissingSectionsAndKeys) {
   EXPECT_EQ(With(""), "[S]\nK=new\n");
   EXPECT_EQ(With("[R]\nK=1\n"), "[R]\nK=1\n\n[S]\nK=new\n");
   EXPECT_EQ(With("[S]\nJ=1\n\n[R]\nK=1\n"), "[S]\nJ=1\nK=new\n\n[R]\nK=1\n");
@@ -79,7 +79,7 @@ TEST(IniText, LeavesEveryOtherLineAsItIs) {
   EXPECT_EQ(With(head + "1" + tail), "; note\n\xFF junk\n [S] ; x\nK=new" + tail);
 }
 
-TEST(IniText, LeavesALineThatSaysTheSameAlreadyAsItIs) {
+TEST(IniText, LeavesALineWithTheSameValueAsItIs) {
   EXPECT_EQ(With("[S]\n K = \"new\" ; note\n"), "[S]\n K = \"new\" ; note\n");
 }
 
@@ -87,7 +87,7 @@ TEST(IniText, RepeatedKeysBecomeOne) {
   EXPECT_EQ(With("[S]\nK=1\nJ=2\n[R]\nK=5\n[S]\nK=3\nK=4\n"), "[S]\nJ=2\n[R]\nK=5\n[S]\nK=new\n");
 }
 
-TEST(IniText, TakesUpTheFilesLineEnds) { EXPECT_EQ(With("[R]\r\n"), "[R]\r\n\r\n[S]\r\nK=new\r\n"); }
+TEST(IniText, UsesTheFilesLineEnds) { EXPECT_EQ(With("[R]\r\n"), "[R]\r\n\r\n[S]\r\nK=new\r\n"); }
 
 TEST(IniText, WhatWasWrittenIsFound) {
   for (const std::string text : {"", " ", "\r\n", "a;b", "\"", "\\", "[x]", "=", "ä€", "@x"}) {
@@ -96,7 +96,7 @@ TEST(IniText, WhatWasWrittenIsFound) {
   }
 }
 
-TEST(IniText, WritingTwiceIsWritingOnce) {
+TEST(IniText, WritingTwiceChangesNothingMore) {
   for (const std::string bytes : {"", "[S", "[S]\nK=1\nK=2", "K=1", "\xEF\xBB\xBF;x", "[R]\r"}) {
     const std::string once = With(bytes);
     EXPECT_EQ(With(once), once);

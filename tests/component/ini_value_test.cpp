@@ -66,7 +66,7 @@ class IniValueTest : public testing::Test {
   std::mt19937 random_{1};
 };
 
-TEST_F(IniValueTest, EveryCharacterOfTheCodePageComesBack) {
+TEST_F(IniValueTest, EveryCharacterOfTheCodePageSurvives) {
   for (int first = 0; first < 256; ++first) {
     for (const char* second : {"", "0", "a", " ", "\"", "\r\n"}) {
       const std::string text = base::FromWindows1252(std::string(1, static_cast<char>(first))) + second;
@@ -127,7 +127,7 @@ TEST_F(IniValueTest, ValuesAreReadAsQtReadsThem) {
   for (std::size_t i = 0; i < values.size(); ++i) ASSERT_EQ(DecodeIniValue(values[i]), by_qt[i]) << values[i];
 }
 
-TEST_F(IniValueTest, AnUnknownEscapeTakesItsWholeCharacterAlong) {
+TEST_F(IniValueTest, AnUnknownEscapeIncludesItsWholeCharacter) {
   EXPECT_EQ(DecodeIniValue("a\\äb"), "ab");
   EXPECT_EQ(DecodeIniValue("a\\\xE4"
                            "b"),
@@ -135,7 +135,7 @@ TEST_F(IniValueTest, AnUnknownEscapeTakesItsWholeCharacterAlong) {
   EXPECT_EQ(DecodeIniValue("\\€"), "");
 }
 
-TEST_F(IniValueTest, WhatIsLeftOpenEndsWithTheLine) {
+TEST_F(IniValueTest, AnOpenQuoteEndsWithTheLine) {
   EXPECT_EQ(DecodeIniValue("\"a;b"), "a;b");
   EXPECT_EQ(DecodeIniValue("a\\"), "a");
   EXPECT_EQ(DecodeIniValue("a\\x"), "a");
@@ -147,14 +147,14 @@ TEST_F(IniValueTest, ACommaIsACharacterLikeAnyOther) {
   EXPECT_EQ(DecodeIniValue("Halle 2, Platz 3"), "Halle 2, Platz 3");
 }
 
-TEST_F(IniValueTest, BytesThatAreNoUtf8AreTakenForWindows1252) {
+TEST_F(IniValueTest, BytesThatAreNotUtf8AreReadAsWindows1252) {
   EXPECT_EQ(DecodeIniValue("Gr\xF6\xDF"
                            "e \x80"),
             "Größe €");
   EXPECT_EQ(DecodeIniValue("ä\xC3"), "Ã¤Ã");
 }
 
-TEST_F(IniValueTest, AHalfOfAPairIsReplaced) {
+TEST_F(IniValueTest, AHalfSurrogatePairIsReplaced) {
   EXPECT_EQ(DecodeIniValue("\\xd83d"), "\xEF\xBF\xBD");
   EXPECT_EQ(DecodeIniValue("\\x12345678e4"), std::string("\xE7\xA3\xA4"));
 }

@@ -75,11 +75,11 @@ TEST_F(SettingsAtomicTest, KilledAtAnySystemCallTheFileIsTheOldOrTheNewOne) {
     ASSERT_EQ(VersionIn(file_), kOld);
   }
   EXPECT_GT(old_ones, 0);
-  EXPECT_GT(new_ones, 0) << "some calls come behind the exchange";
+  EXPECT_GT(new_ones, 0) << "some calls come after the exchange";
   EXPECT_EQ(VersionIn(file_), kNew) << "the last child was not killed";
 }
 
-TEST_F(SettingsAtomicTest, KilledWhileItSavesOverAndOverTheFileIsAWholeOne) {
+TEST_F(SettingsAtomicTest, KilledWhileItSavesRepeatedlyTheFileIsWhole) {
   constexpr int kSaves = 20;
   for (int saves = 1; saves <= kSaves; ++saves) {
     int done[2];
@@ -101,7 +101,7 @@ TEST_F(SettingsAtomicTest, KilledWhileItSavesOverAndOverTheFileIsAWholeOne) {
   }
 }
 
-TEST_F(SettingsAtomicTest, AFileSizeLimitLeavesTheOldFileAndEndsNothing) {
+TEST_F(SettingsAtomicTest, AFileSizeLimitLeavesTheOldFileAndDoesNotKill) {
   ASSERT_EQ(Save(file_, kOld), 0);
   for (const rlim_t limit : {0, 1, 100, 4000}) {
     const base::SmallFiles small(limit);
@@ -211,7 +211,7 @@ TEST_F(SeveralSettingsTest, AHolderThatNeverEndsDoesNotKeepOthersFromSaving) {
   EXPECT_EQ(VersionIn(file_), kNew);
 }
 
-TEST_F(SeveralSettingsTest, LockFilesOfOthersAreNotInTheWay) {
+TEST_F(SeveralSettingsTest, LockFilesOfOthersDoNotMatter) {
   base::WriteBytes(file_ + ".lock", "");
   EXPECT_EQ(Save(file_, kNew), 0);
   EXPECT_EQ(VersionIn(file_), kNew);

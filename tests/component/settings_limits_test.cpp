@@ -98,7 +98,7 @@ TEST_F(SettingsLimitsTest, SixteenBits) {
   }
 }
 
-TEST_F(SettingsLimitsTest, SixteenBitsThatAreReadAlone) {
+TEST_F(SettingsLimitsTest, SixteenBitsThatAreOnlyRead) {
   for (const Key& key : kInt16ReadOnly) {
     for (const char* value : {"-32768", "0", "32767"}) ExpectBecomes(key, value, "(none)");
     for (const char* value : {"-32769", "32768"}) ExpectRefused(key, value, kOverflow);
@@ -129,7 +129,7 @@ TEST_F(SettingsLimitsTest, Booleans) {
   }
 }
 
-TEST_F(SettingsLimitsTest, BooleansThatStandElsewhereThanTheyAreWritten) {
+TEST_F(SettingsLimitsTest, BooleansThatAreReadAndWrittenInDifferentPlaces) {
   for (const char* section : {"SHOWRESPONSETIME", "LINEBREAKS"}) {
     EXPECT_EQ(Load({section, "SHOWCOMMANDS"}, "-1"), "");
     EXPECT_EQ(settings_.terminal.options.show_response_times, section[0] == 'S');

@@ -32,12 +32,12 @@ INSTANTIATE_TEST_SUITE_P(
         StoreCase{"Memory", [](const base::TempFolder&) { return std::make_unique<MemoryStore>(); }}),
     [](const auto& store) { return std::string(store.param.name); });
 
-TEST_P(SettingsStoreContract, WhatWasNeverWrittenIsNotThere) {
+TEST_P(SettingsStoreContract, AKeyThatWasNeverWrittenIsMissing) {
   EXPECT_EQ(store_->Find("PORT", "ADDRESS"), std::nullopt);
   EXPECT_EQ(store_->Read("PORT", "ADDRESS", "4"), "4");
 }
 
-TEST_P(SettingsStoreContract, WhatWasWrittenIsThereBeforeAndAfterItIsFlushed) {
+TEST_P(SettingsStoreContract, AWrittenTextIsReadBeforeAndAfterTheFlush) {
   store_->Write("PORT", "IPADDRESS", "prüfstand-3; Halle \"2\"");
   EXPECT_EQ(store_->Find("PORT", "IPADDRESS"), "prüfstand-3; Halle \"2\"");
   EXPECT_FALSE(store_->Flush());

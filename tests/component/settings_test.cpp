@@ -63,7 +63,7 @@ TEST_F(SettingsTest, ReadsInTheTablesOrder) {
   EXPECT_EQ(store_.reads.back(), "COMMANDLIST/BACKCOLOR");
 }
 
-TEST_F(SettingsTest, LeavesAHostsConnectionAlone) {
+TEST_F(SettingsTest, DoesNotChangeAHostsConnection) {
   store_.values["PORT/ADDRESS"] = "9";
   store_.values["PORT/COMLOG"] = "3";
   Load(false);
@@ -72,7 +72,7 @@ TEST_F(SettingsTest, LeavesAHostsConnectionAlone) {
   EXPECT_EQ(store_.reads.front(), "TERMINAL/RCVMODE");
 }
 
-TEST_F(SettingsTest, WritesOtherKeysThanItReadsForTwoOptions) {
+TEST_F(SettingsTest, ReadsAndWritesTwoOptionsUnderDifferentKeys) {
   terminal_.options.show_response_times = true;
   terminal_.options.line_breaks = true;
   Save();
@@ -117,7 +117,7 @@ TEST_F(SettingsTest, NamesTheFileOfWhatItCannotRead) {
             "Index außerhalb des gültigen Bereichs (Datei „/etc/a.ini“)");
 }
 
-TEST_F(SettingsTest, KeepsOfAHostsConnectionWhatItHasSaid) {
+TEST_F(SettingsTest, KeepsTheValuesOfAHostsConnection) {
   store_.values = {{"PORT/PORT", "x"}, {"PORT/ADDRESS", "y"}, {"PORT/BAUD", "2"}, {"PORT/RSTIMO", "9"}};
   const auto before = store_.values;
   connection_.ip_address = "10.0.0.9";
@@ -125,7 +125,7 @@ TEST_F(SettingsTest, KeepsOfAHostsConnectionWhatItHasSaid) {
   HostParts said;
   EXPECT_FALSE(SaveSettings(store_, Target(), &said));
   for (const auto& [key, value] : before) EXPECT_EQ(store_.values[key], value) << key;
-  EXPECT_EQ(store_.values["PORT/PARITY"], "1") << "the default, where nothing is stored";
+  EXPECT_EQ(store_.values["PORT/PARITY"], "1") << "the default if nothing is stored";
   EXPECT_EQ(store_.values["PORT/IPADDRESS"], "");
   EXPECT_EQ(store_.values.size(), 31u);
   said = {
@@ -149,7 +149,7 @@ TEST_F(SettingsTest, RefusesListIndexesPastTheList) {
   EXPECT_NE(LoadError(), "");
 }
 
-TEST_F(SettingsTest, RefusesATimeoutThatIsNoNumberAndNeverWritesOne) {
+TEST_F(SettingsTest, RefusesATimeoutThatIsNotANumberAndNeverWritesOne) {
   store_.values["TERMINAL/RCVTIMO"] = "abc";
   EXPECT_NE(LoadError(), "");
   terminal_.shown.timeout = "abc";

@@ -17,14 +17,14 @@ class StateFileTest : public testing::Test {
   std::string path_ = folder_.Path("Kolvane/state.ini");
 };
 
-TEST_F(StateFileTest, AMissingFileHoldsNothingAndIsNotMade) {
+TEST_F(StateFileTest, AMissingFileIsEmptyAndNotCreated) {
   StateFile file(path_);
   EXPECT_EQ(file.Read("SIZES", "U_Port"), "");
   EXPECT_EQ(file.Save(), std::nullopt);
   EXPECT_FALSE(std::filesystem::exists(folder_.Path("Kolvane")));
 }
 
-TEST_F(StateFileTest, WhatIsWrittenIsThereNextTime) {
+TEST_F(StateFileTest, WrittenValuesAreKept) {
   StateFile file(path_);
   file.Write("SIZES", "U_Port", "640,480");
   EXPECT_EQ(file.Read("SIZES", "U_Port"), "640,480");
@@ -33,7 +33,7 @@ TEST_F(StateFileTest, WhatIsWrittenIsThereNextTime) {
   EXPECT_EQ(StateFile(path_).Read("SIZES", "U_Port"), "640,480");
 }
 
-TEST_F(StateFileTest, TheSameAgainTouchesNothing) {
+TEST_F(StateFileTest, TheSameValueAgainWritesNothing) {
   std::filesystem::create_directory(folder_.Path("Kolvane"));
   base::WriteBytes(path_, "[FOLDERS]\nLog = /tmp\n");
   const auto before = std::filesystem::last_write_time(path_);
@@ -59,7 +59,7 @@ TEST_F(StateFileTest, WindowsOpenAtTheSameTimeKeepEachOthersValues) {
   EXPECT_EQ(after.Read("FOLDERS", "Log"), "/a") << "the later one's";
 }
 
-TEST_F(StateFileTest, WhatOthersKeepThereStays) {
+TEST_F(StateFileTest, ValuesOfOthersStay) {
   std::filesystem::create_directory(folder_.Path("Kolvane"));
   base::WriteBytes(path_, "; mine\n[RECENT]\n1=/a.CMD\n");
   StateFile file(path_);
@@ -68,7 +68,7 @@ TEST_F(StateFileTest, WhatOthersKeepThereStays) {
   EXPECT_EQ(Bytes(), "; mine\n[RECENT]\n1=/a.CMD\n\n[FOLDERS]\nLog=/tmp\n");
 }
 
-TEST_F(StateFileTest, AUserWithoutAPlaceForItKeepsNothing) {
+TEST_F(StateFileTest, AUserWithoutAFolderForItKeepsNothing) {
   StateFile file("");
   file.Write("FOLDERS", "Log", "/tmp");
   EXPECT_EQ(file.Read("FOLDERS", "Log"), "");
@@ -84,7 +84,7 @@ TEST_F(StateFileTest, AFailureIsReported) {
   EXPECT_EQ(failure->file, path_);
 }
 
-TEST_F(StateFileTest, StandsInTheFolderForStates) {
+TEST_F(StateFileTest, IsInTheFolderForState) {
   setenv("XDG_STATE_HOME", "/somewhere", 1);
   EXPECT_EQ(UserStateFile(), "/somewhere/Kolvane/state.ini");
   unsetenv("XDG_STATE_HOME");

@@ -26,7 +26,7 @@ TEST(StoredConnection, StoredSettingsAreReadAndNotWritten) {
   EXPECT_EQ(folder.Names(), std::vector<std::string>{"a.ini"});
 }
 
-TEST(StoredConnection, StoredLineValuesAreTheConnectionsWhereNoPageIsReadForThem) {
+TEST(StoredConnection, StoredLineValuesAreUsedIfNoPageIsReadForThem) {
   const base::TempFolder folder;
   device::ConnectionParameters connection;
   terminal::TerminalState terminal;

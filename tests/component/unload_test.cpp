@@ -65,7 +65,7 @@ TEST_F(UnloadTest, ClosesTheLogThenSavesThenReleasesTheHost) {
   EXPECT_FALSE(state_.device.connected);
 }
 
-TEST_F(UnloadTest, GoesOnWhereTheSettingsCannotBeSaved) {
+TEST_F(UnloadTest, ContinuesIfTheSettingsCannotBeSaved) {
   store_.failure = SaveFailure{"a.ini", 28};
   state_.connection.port_code = device::port_code::kTcpIp;
   Run(2, true);
@@ -102,7 +102,7 @@ TEST_F(UnloadTest, EndsARecordingLog) {
   EXPECT_FALSE(state_.terminal.output.log_recording);
 }
 
-TEST_F(UnloadTest, LeavesAConnectedHostsDeviceAlone) {
+TEST_F(UnloadTest, DoesNotTouchAConnectedHostsDevice) {
   Run(0, true);
   EXPECT_TRUE(host_->script.calls.empty());
 }

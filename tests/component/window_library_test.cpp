@@ -10,11 +10,11 @@ namespace kolvane::component {
 namespace {
 
 // This program contains the component and has no library beside it.
-TEST(WindowLibrary, AnOpeningWithoutItSaysWhatIsMissing) {
+TEST(WindowLibrary, OpeningWithoutItNamesTheMissingFile) {
   ComponentState state;
   try {
     OpenWindow(state, 2, 0);
-    ADD_FAILURE() << "it is there";
+    ADD_FAILURE() << "the library exists";
   } catch (const std::runtime_error& error) {
     EXPECT_NE(std::string(error.what()).find(OwnFolder() + "/libkolvane-windows.so"), std::string::npos)
         << error.what();
