@@ -44,7 +44,7 @@ TEST(Histories, AreEmptyWithoutAFile) {
   EXPECT_TRUE(LoadIpHistory(folder.Path("none")).empty());
 }
 
-TEST(Histories, DoNotReadWhatIsNoRegularFile) {
+TEST(Histories, ReadOnlyRegularFiles) {
   const base::TempFolder folder;
   std::filesystem::create_directory(folder.Path("USBADDR.INI"));
   EXPECT_TRUE(LoadUsbHistory(folder.path()).empty());
@@ -79,7 +79,7 @@ TEST(Histories, HoldManyEntries) {
   EXPECT_EQ(LoadIpHistory(folder.path()), many);
 }
 
-TEST(Histories, StayQuietWhereNothingCanBeWritten) {
+TEST(Histories, ShowNoErrorIfNothingCanBeWritten) {
   const base::TempFolder folder;
   SaveIpHistory(folder.Path("none"), {"a"});
   std::filesystem::create_directory(folder.Path("IPADDR.INI"));
@@ -87,7 +87,7 @@ TEST(Histories, StayQuietWhereNothingCanBeWritten) {
   EXPECT_TRUE(std::filesystem::is_directory(folder.Path("IPADDR.INI")));
 }
 
-TEST(Remember, AddsWhatIsNewAtTheEnd) {
+TEST(Remember, AddsNewEntriesAtTheEnd) {
   Lines history{"b", "a"};
   Remember(history, "c");
   Remember(history, "b");
@@ -103,7 +103,7 @@ TEST(Remember, ComparesExactly) {
   EXPECT_EQ(history, (Lines{"Host", "host", "Host ", ""}));
 }
 
-TEST(Remember, DoesNotGrowByWhatTheFileCannotHold) {
+TEST(Remember, DoesNotAddEntriesThatTheFileCannotHold) {
   Lines history;
   Remember(history, "→1");
   Remember(history, "→1");
@@ -111,7 +111,7 @@ TEST(Remember, DoesNotGrowByWhatTheFileCannotHold) {
   EXPECT_EQ(history, Lines{"?1"});
 }
 
-TEST(ModemScript, IsReadWithoutItsSpaceLines) {
+TEST(ModemScript, IsReadWithoutLinesOfSpaces) {
   const base::TempFolder folder;
   folder.Write("MODEM.INI", "\r\nATZ\r\n\r\n\r\nATDT 0815\r\n");
   EXPECT_EQ(LoadModemScript(folder.path()), "ATZ\r\nATDT 0815");

@@ -17,7 +17,7 @@ ConnectionParameters Stored(std::int16_t option) {
   return parameters;
 }
 
-TEST(CompleteConnection, DerivesWhatOpeningNeeds) {
+TEST(CompleteConnection, DerivesTheValuesForOpening) {
   ConnectionParameters serial = Stored(0);
   EXPECT_TRUE(CompleteConnection(serial, ""));
   EXPECT_EQ(serial.port_code, port_code::kCom1);

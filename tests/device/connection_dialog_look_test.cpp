@@ -11,7 +11,7 @@ namespace {
 
 class ConnectionDialogLookTest : public ConnectionDialogFixture {};
 
-TEST_F(ConnectionDialogLookTest, IsWordedToTheLetter) {
+TEST_F(ConnectionDialogLookTest, HasExactTexts) {
   Open();
   EXPECT_EQ(dialog_->objectName(), "U_Port");
   EXPECT_EQ(dialog_->windowTitle(), "Verbindung konfigurieren");
@@ -108,7 +108,7 @@ TEST_F(ConnectionDialogLookTest, ToolTipsSayUnitAndRange) {
   }
 }
 
-TEST_F(ConnectionDialogLookTest, ATimeOutSaysThatItIsNoneOfAnswers) {
+TEST_F(ConnectionDialogLookTest, ATimeOutSaysThatItIsNotForAnswers) {
   Open();
   for (const char* name : {"TIMO", "GPIBTIMO", "LPTTimo", "TCPIPTimo"}) {
     const QString tip = Find<QWidget>(name)->toolTip();
@@ -194,7 +194,7 @@ TEST_F(ConnectionDialogLookTest, FitsTheUsualScreenWithALargeFont) {
   QApplication::setFont(before);
 }
 
-TEST_F(ConnectionDialogLookTest, ListsWhatCanBeChosen) {
+TEST_F(ConnectionDialogLookTest, ListsTheChoices) {
   Open();
   EXPECT_EQ(Items("Baud"), "9600|19200|38400");
   EXPECT_EQ(Items("Parity"), "Keine|Gerade|Ungerade");

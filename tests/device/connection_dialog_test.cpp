@@ -67,7 +67,7 @@ TEST_F(ConnectionDialogTest, EachClickShowsItsPage) {
   EXPECT_EQ(Pages(), "3[4]5");
 }
 
-TEST_F(ConnectionDialogTest, AClickPresetsAndKeepsWhatWasTypedElsewhere) {
+TEST_F(ConnectionDialogTest, AClickPresetsAndKeepsOtherTypedValues) {
   parameters_.lpt_mode = 3;
   Open();
   Find<QComboBox>("IPAddrList")->setCurrentText("typed");
@@ -91,7 +91,7 @@ TEST_F(ConnectionDialogTest, AClickOnTheChosenPortActsAgain) {
   EXPECT_EQ(Shown("LPTTimo"), "10 s");
 }
 
-TEST_F(ConnectionDialogTest, KeysGoOnFromTheEntryThatIsShown) {
+TEST_F(ConnectionDialogTest, KeysContinueFromTheShownEntry) {
   folder_.Write("IPADDR.INI", "a\r\nb\r\nc\r\n");
   folder_.Write("USBADDR.INI", "d\r\ne\r\nf\r\n");
   parameters_.port_option = 2;
@@ -117,7 +117,7 @@ TEST_F(ConnectionDialogTest, KeysGoOnFromTheEntryThatIsShown) {
   }
 }
 
-TEST_F(ConnectionDialogTest, AnAddressInAnotherCaseIsNoEntry) {
+TEST_F(ConnectionDialogTest, AnAddressInAnotherCaseIsNotAnEntry) {
   folder_.Write("IPADDR.INI", "host\r\n");
   parameters_.ip_address = "HOST";
   Open();
@@ -244,7 +244,7 @@ TEST_F(ConnectionDialogTest, ArrowKeysChooseThePort) {
   EXPECT_EQ(Tabs()->currentIndex(), 6);
 }
 
-TEST_F(ConnectionDialogTest, TheScanListsWhatIsAttached) {
+TEST_F(ConnectionDialogTest, TheScanListsAttachedInstruments) {
   std::string serial = "A1";
   serial.resize(255, ' ');
   std::string description = "Verst\xE4rker";
@@ -264,7 +264,7 @@ TEST_F(ConnectionDialogTest, TheScanListsWhatIsAttached) {
   EXPECT_EQ(Shown("USBAddrList"), "");
 }
 
-TEST_F(ConnectionDialogTest, AScanWithoutAPortLibrarySaysSo) {
+TEST_F(ConnectionDialogTest, AScanWithoutAPortLibraryReportsThat) {
   source_.library = nullptr;
   Open();
   Choose(9);

@@ -67,7 +67,7 @@ TEST(LoadForm, TakesTheNearestEntryForAnIndexOutsideItsList) {
   EXPECT_EQ(form.extended.rts_control, 0);
 }
 
-TEST(LoadForm, StartsOnEightDataBitsAndOneStopBitWhereTheStoredAreNone) {
+TEST(LoadForm, StartsOnEightDataBitsAndOneStopBitIfTheStoredAreInvalid) {
   ConnectionParameters stored;
   stored.data_bits = 1;
   stored.stop_bits = 0;
@@ -79,7 +79,7 @@ TEST(LoadForm, StartsOnEightDataBitsAndOneStopBitWhereTheStoredAreNone) {
   EXPECT_EQ(Loaded(stored).serial.stop_bits, 1);
 }
 
-TEST(LoadForm, StartsTheExtendedPageOnWhatIsCommon) {
+TEST(LoadForm, StartsTheExtendedPageOnUsualValues) {
   const ExtendedFields fields = Loaded({}).extended;
   EXPECT_EQ(fields.xon_char, "17");
   EXPECT_EQ(fields.xoff_char, "19");
@@ -101,7 +101,7 @@ TEST(LoadForm, ShowsTheAddressOfTheKindThatHasOne) {
   EXPECT_EQ(LoadedKind(0, 32).serial.rs485_address, "1");
 }
 
-TEST(LoadForm, ChoosesNothingForAnOptionThatIsNone) {
+TEST(LoadForm, SelectsNothingForAnInvalidOption) {
   EXPECT_EQ(LoadedKind(10).port, -1);
   EXPECT_EQ(LoadedKind(-1).port, -1);
 }
@@ -141,7 +141,7 @@ TEST(ClickPort, PresetsTheGpibTimeout) {
   EXPECT_EQ(form.port, 6);
 }
 
-TEST(ClickPort, SaysWhichKindsHaveAnRs485Address) {
+TEST(ClickPort, ReportsWhichKindsHaveAnRs485Address) {
   ConnectionForm form;
   EXPECT_FALSE(form.UsesRs485Address());
   for (std::int16_t option = 0; option < 10; ++option) {

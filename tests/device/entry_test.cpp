@@ -37,7 +37,7 @@ TEST(ParallelAndTcpIpTimeout, AreSecondsWithTheirSign) {
   }
 }
 
-TEST(GpibTimeout, IsMillisecondsOnlyWhereItSaysMsec) {
+TEST(GpibTimeout, IsMillisecondsOnlyIfItSaysMsec) {
   EXPECT_EQ(GpibTimeout("250 msec"), 250);
   EXPECT_EQ(GpibTimeout("2,5 msec"), 2);
   EXPECT_EQ(GpibTimeout("250 MSEC"), 250000);

@@ -31,7 +31,7 @@ TEST(FormPages, FollowTheKind) {
     EXPECT_EQ(Clicked({option}), expected[option]) << option;
 }
 
-TEST(FormPages, ChangeOnlyWhatAKindHasToChange) {
+TEST(FormPages, ChangeOnlyWhatAKindMustChange) {
   EXPECT_EQ(Clicked({4, 9}), "0345[6]");
   EXPECT_EQ(Clicked({6, 8}), "[4]5");
   EXPECT_EQ(Clicked({7, 6}), "[2]45");
@@ -43,7 +43,7 @@ TEST(FormPages, ComBringsBothItsPagesBack) {
   EXPECT_EQ(Clicked({6, 3}), "[0]1245");
 }
 
-TEST(FormPages, AnOptionThatIsNoneChangesNothing) {
+TEST(FormPages, AnInvalidOptionChangesNothing) {
   EXPECT_EQ(Clicked({8, 10}), "3[4]5");
   EXPECT_EQ(Clicked({-1}), "[0]123456");
 }

@@ -20,7 +20,7 @@ namespace {
 namespace fs = std::filesystem;
 using Lines = AddressHistory;
 
-TEST(HistoryEdges, EveryByteButTheLineEndsComesBack) {
+TEST(HistoryEdges, EveryByteExceptLineEndsSurvives) {
   const base::TempFolder folder;
   std::string bytes;
   for (int i = 0; i < 256; ++i) {
@@ -35,7 +35,7 @@ TEST(HistoryEdges, EveryByteButTheLineEndsComesBack) {
   EXPECT_EQ(folder.Read("USBADDR.INI"), bytes);
 }
 
-TEST(HistoryEdges, WhatIsLoadedAndSavedStaysTheSameFromThenOn) {
+TEST(HistoryEdges, SavingTwiceChangesNothingMore) {
   const base::TempFolder folder;
   std::mt19937 random(1);
   for (int round = 0; round < 40; ++round) {
@@ -57,13 +57,13 @@ TEST(HistoryEdges, WhatIsLoadedAndSavedStaysTheSameFromThenOn) {
   }
 }
 
-TEST(HistoryEdges, ZeroAndOneAreSkippedAtEveryPlaceAndWithoutALineEnd) {
+TEST(HistoryEdges, ZeroAndOneAreSkippedAtEveryPositionAndWithoutALineEnd) {
   const base::TempFolder folder;
   folder.Write("IPADDR.INI", "1\r\na\r\n0\r\n\r\n0\r\n+1\r\n0x\r\n1");
   EXPECT_EQ(LoadIpHistory(folder.path()), (Lines{"a", "", "+1", "0x"}));
 }
 
-TEST(HistoryEdges, ALastLineIsOneWithAndWithoutItsEndAndAnEmptyFileHasNone) {
+TEST(HistoryEdges, ALastLineMayLackItsEndAndAnEmptyFileHasNoLine) {
   const base::TempFolder folder;
   folder.Write("USBADDR.INI", "a\r\n");
   EXPECT_EQ(LoadUsbHistory(folder.path()), Lines{"a"});
@@ -75,7 +75,7 @@ TEST(HistoryEdges, ALastLineIsOneWithAndWithoutItsEndAndAnEmptyFileHasNone) {
   EXPECT_TRUE(LoadUsbHistory(folder.path()).empty());
 }
 
-TEST(HistoryEdges, ALineMayBeLongAndThereMayBeMany) {
+TEST(HistoryEdges, LinesMayBeLongAndMany) {
   const base::TempFolder folder;
   const std::string line(1024 * 1024, 'x');
   SaveUsbHistory(folder.path(), {line, "b"});
@@ -88,15 +88,15 @@ TEST(HistoryEdges, ALineMayBeLongAndThereMayBeMany) {
   EXPECT_EQ(LoadIpHistory(folder.path()).size(), many.size() / 17);
 }
 
-TEST(HistoryEdges, AScriptOfSpaceLinesIsEmpty) {
+TEST(HistoryEdges, AScriptOfSpacesIsEmpty) {
   const base::TempFolder folder;
   folder.Write("MODEM.INI", "\r\n\r\n\n\r");
   EXPECT_EQ(LoadModemScript(folder.path()), "");
   folder.Write("MODEM.INI", " \r\n\t\r\nATZ");
-  EXPECT_EQ(LoadModemScript(folder.path()), " \r\n\t\r\nATZ") << "blanks are no empty line";
+  EXPECT_EQ(LoadModemScript(folder.path()), " \r\n\t\r\nATZ") << "a line of spaces is not empty";
 }
 
-TEST(HistoryEdges, NoFolderIsNotTheOneThatTheProgramWasStartedIn) {
+TEST(HistoryEdges, NoFolderDoesNotMeanTheCurrentOne) {
   const base::TempFolder started_in;
   started_in.Write("IPADDR.INI", "10.0.0.5\r\n");
   fs::current_path(started_in.path());
@@ -166,7 +166,7 @@ void Start(const base::TempFolder& folder, const std::string& ip_address) {
   ConfirmStoredConnection(parameters, folder.path(), prompt);
 }
 
-TEST(HistoryEdges, AStartBringsTheFilesIntoForm) {
+TEST(HistoryEdges, AStartNormalizesTheFiles) {
   const base::TempFolder folder;
   folder.Write("IPADDR.INI", "0\n10.0.0.5\n1\n");
   folder.Write("USBADDR.INI", "1\nSN");
@@ -177,7 +177,7 @@ TEST(HistoryEdges, AStartBringsTheFilesIntoForm) {
   EXPECT_EQ(folder.Read("MODEM.INI"), "ATZ\r\nATDT\r\n");
 }
 
-TEST(HistoryEdges, AStartMakesTheFilesThatAreMissing) {
+TEST(HistoryEdges, AStartCreatesMissingFiles) {
   const base::TempFolder folder;
   Start(folder, "10.0.0.6");
   EXPECT_EQ(folder.Read("IPADDR.INI"), "10.0.0.6\r\n");

@@ -38,12 +38,12 @@ class HistoryFolderTest : public testing::Test {
   base::TempFolder data_;
 };
 
-TEST_F(HistoryFolderTest, IsTheComponentsWhereThatCanBeWritten) {
+TEST_F(HistoryFolderTest, IsTheComponentsIfThatCanBeWritten) {
   EXPECT_EQ(HistoryFolder(component_.path()), component_.path());
   EXPECT_FALSE(std::filesystem::exists(data_.Path("Kolvane")));
 }
 
-TEST_F(HistoryFolderTest, IsTheUsersFilledFromTheComponentsOtherwise) {
+TEST_F(HistoryFolderTest, OtherwiseIsTheUsersFilledFromTheComponents) {
   component_.Write("ipaddr.ini", "10.0.0.5\r\n");
   component_.Write("MODEM.INI", "ATZ\r\n");
   LockComponent();
@@ -54,7 +54,7 @@ TEST_F(HistoryFolderTest, IsTheUsersFilledFromTheComponentsOtherwise) {
   EXPECT_EQ(data_.Read("Kolvane/USBADDR.INI"), "(no file)");
 }
 
-TEST_F(HistoryFolderTest, KeepsWhatTheUserHas) {
+TEST_F(HistoryFolderTest, KeepsTheUsersFiles) {
   component_.Write("IPADDR.INI", "10.0.0.5\r\n");
   LockComponent();
   SaveIpHistory(HistoryFolder(component_.path()), {"10.0.0.6"});
@@ -69,7 +69,7 @@ TEST_F(HistoryFolderTest, KeepsAnEmptyFileOfTheUsers) {
   EXPECT_TRUE(LoadIpHistory(HistoryFolder(component_.path())).empty());
 }
 
-TEST_F(HistoryFolderTest, IsTheComponentsWhereTheUsersCannotBeMadeEither) {
+TEST_F(HistoryFolderTest, IsTheComponentsIfTheUsersCannotBeCreatedEither) {
   component_.Write("IPADDR.INI", "10.0.0.5\r\n");
   data_.Write("Kolvane", "a file in the way");
   LockComponent();
@@ -78,7 +78,7 @@ TEST_F(HistoryFolderTest, IsTheComponentsWhereTheUsersCannotBeMadeEither) {
   EXPECT_EQ(LoadIpHistory(component_.path()), AddressHistory{"10.0.0.5"});
 }
 
-TEST_F(HistoryFolderTest, OfTerminalsThatStartAtTheSameMomentNoneLosesWhatAnotherHasSaved) {
+TEST_F(HistoryFolderTest, TerminalsThatStartTogetherKeepEachOthersFiles) {
   component_.Write("IPADDR.INI", "10.0.0.5\r\n");
   LockComponent();
   for (int round = 0; round < 20; ++round) {
@@ -98,7 +98,7 @@ TEST_F(HistoryFolderTest, OfTerminalsThatStartAtTheSameMomentNoneLosesWhatAnothe
   }
 }
 
-TEST_F(HistoryFolderTest, ARunWithoutADialogReadsTheScriptAndMakesNothing) {
+TEST_F(HistoryFolderTest, ARunWithoutADialogReadsTheScriptAndCreatesNothing) {
   component_.Write("MODEM.INI", "ATZ\r\n");
   LockComponent();
   ConnectionParameters parameters;
@@ -110,12 +110,12 @@ TEST_F(HistoryFolderTest, ARunWithoutADialogReadsTheScriptAndMakesNothing) {
   EXPECT_EQ(parameters.modem_script, "ATDT42");
 }
 
-TEST_F(HistoryFolderTest, IsTheUsersForAFolderThatIsNotThere) {
+TEST_F(HistoryFolderTest, IsTheUsersIfTheComponentsDoesNotExist) {
   EXPECT_EQ(HistoryFolder(component_.Path("none")), data_.Path("Kolvane"));
   EXPECT_EQ(HistoryFolder(""), data_.Path("Kolvane"));
 }
 
-TEST_F(HistoryFolderTest, StandsInTheHomeFolderWithoutADataFolder) {
+TEST_F(HistoryFolderTest, IsInTheHomeFolderWithoutADataFolder) {
   const std::string home = std::getenv("HOME") == nullptr ? "" : std::getenv("HOME");
   setenv("HOME", data_.path().c_str(), 1);
   setenv("XDG_DATA_HOME", "relative", 1);

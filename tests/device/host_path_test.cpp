@@ -38,7 +38,7 @@ TEST_F(IndexedHost, GoesThroughIoWithTheIndex) {
   EXPECT_TRUE(library.calls.empty());
 }
 
-TEST_F(IndexedHost, AppendsATerminatorThatNoCodeStandsFor) {
+TEST_F(IndexedHost, AppendsATerminatorThatHasNoCode) {
   io.Write("A", "END", 0);
   EXPECT_EQ(calls, Calls{"IO.WriteCommand(3, \"AEND\", -1, 0)"});
 }
@@ -123,7 +123,7 @@ TEST_F(SingleHost, RefusesANumberForBytes) {
   EXPECT_EQ(io.LastError().description, "Typen unverträglich");
 }
 
-TEST_F(SingleHost, ACountBelowZeroIsNoBytes) {
+TEST_F(SingleHost, ANegativeCountReadsNothing) {
   io.ReadBinary("", -1, buffer);
   io.ReadText("", -1, answer, buffer);
   EXPECT_EQ(calls, (Calls{"Read(1, 0, -1, \"\", 0 bytes)", "Read(0, 0, -1, \"\", 0 bytes)"}));
@@ -178,7 +178,7 @@ TEST_F(IndexedHost, AFlushThatTheHostRefusesCountsNothing) {
 }
 
 // Reads by count or of text accept an empty result; reads of one byte would repeat for ever.
-TEST_F(SingleHost, AReadOfOneByteThatBringsNoneIsAFailure) {
+TEST_F(SingleHost, AReadOfOneByteThatReturnsNoneIsAFailure) {
   for (const Variant& nothing : {Variant(Bytes{}), Variant(""), Variant()}) {
     host->script.read = [&](Variant&, Variant& bytes) { bytes = nothing; };
     io.ReadBinary("", 1, buffer);
@@ -194,7 +194,7 @@ TEST_F(SingleHost, AReadOfOneByteThatBringsNoneIsAFailure) {
   EXPECT_EQ(io.LastError().code, 0);
 }
 
-TEST_F(SingleHost, AReadOfOneByteThatBringsNoneKeepsTheHostsOwnError) {
+TEST_F(SingleHost, AReadOfOneByteThatReturnsNoneKeepsTheHostsError) {
   host->script.read = [this](Variant&, Variant& bytes) {
     bytes = Bytes{};
     host->last_error = -7;
@@ -254,7 +254,7 @@ TEST_F(SingleHost, ErrorPropertiesThatThrowAreFailuresToo) {
 }
 
 // Calls each member of a host that implements none of them.
-TEST(HostContract, WhatAHostLeavesOutIsAMissingMember) {
+TEST(HostContract, AMemberThatAHostLeavesOutIsMissing) {
   struct : IoObject {
   } io;
   struct : HostObject {
@@ -316,7 +316,7 @@ TEST_F(SingleHost, CodesBeyond16BitsKeepTheirSign) {
   }
 }
 
-TEST_F(SingleHost, ACodeThatIsNoNumberIsAFailure) {
+TEST_F(SingleHost, ACodeThatIsNotANumberIsAFailure) {
   host->last_error = "kaputt";
   EXPECT_EQ(io.LastError().description, "Typen unverträglich");
   host->last_error = 1e12;

@@ -28,7 +28,7 @@ class Dialling : public testing::Test {
   Waits waits{source, clock, listener};
 };
 
-TEST(ModemCommands, AreTheLinesThatAreNotEmpty) {
+TEST(ModemCommands, AreTheNonEmptyLines) {
   using Commands = std::vector<std::string>;
   EXPECT_EQ(ModemCommands(""), Commands{});
   EXPECT_EQ(ModemCommands("\r\n"), Commands{});
@@ -88,26 +88,26 @@ TEST_F(Dialling, ReadsOnAtTheVeryEndOfTheTime) {
   EXPECT_EQ(Dial({"ATD"}, 10), -1);
 }
 
-TEST_F(Dialling, PausesWhereReadsFailAtOnce) {
+TEST_F(Dialling, PausesIfReadsFailAtOnce) {
   library.replies.assign(1000, {"", -5, 0});
   EXPECT_EQ(Dial({"ATD"}, 10), -1);
   EXPECT_EQ(Count("Delay(50)"), 201);
 }
 
-TEST_F(Dialling, PausesWhereReadsBringNothingAtOnce) {
+TEST_F(Dialling, PausesIfReadsReturnNothingAtOnce) {
   library.replies = {{"OK"}, {""}, {"CONNECT"}};
   EXPECT_EQ(Dial({"ATD"}), 0);
   EXPECT_EQ(Count("Delay(50)"), 1);
 }
 
-TEST_F(Dialling, EndsWhereTheLibraryCannotEvenWait) {
+TEST_F(Dialling, EndsIfTheLibraryCannotWait) {
   library.mode = FakePortLibrary::Mode::kFail;
   EXPECT_EQ(Dial({"ATD"}), -1);
   EXPECT_EQ(library.calls.back(), "Delay(50)");
   EXPECT_EQ(library.calls.size(), 5u);
 }
 
-TEST_F(Dialling, TellsEachStepBeforeItBlocks) {
+TEST_F(Dialling, ReportsEachStepBeforeItBlocks) {
   library.replies = {{"\r\n"}, {"ATDT42\r\r\n"}, {"", -9, 20}, {"RING\xC9\r\n"}, {"CONNECT"}};
   EXPECT_EQ(Dial({"ATZ", "ATDT42"}, 60), 0);
   EXPECT_EQ(listener.steps,
@@ -115,7 +115,7 @@ TEST_F(Dialling, TellsEachStepBeforeItBlocks) {
                                       "40 s left, last 'ATDT42'", "40 s left, last 'RINGÉ'"}));
 }
 
-TEST_F(Dialling, KeepsTheLastWordThatWasSaidToTheCommandInHand) {
+TEST_F(Dialling, KeepsTheLastReplyToTheCurrentCommand) {
   library.replies = {{"OK\r\n"}, {"", -9, 20}, {"BUSY\r\n"}, {"", -9, 20}, {"\r\n", 0, 50}};
   EXPECT_EQ(Dial({"ATZ", "ATDT42"}, 60), -1);
   EXPECT_EQ(listener.steps,
@@ -123,7 +123,7 @@ TEST_F(Dialling, KeepsTheLastWordThatWasSaidToTheCommandInHand) {
                                       "60 s left, last 'BUSY'", "40 s left, last 'BUSY'"}));
 }
 
-TEST_F(Dialling, IsGivenUpAfterTheStepInHand) {
+TEST_F(Dialling, IsGivenUpAfterTheCurrentStep) {
   library.replies = {{"OK"}, {"OK"}, {"", -9, 2}, {"CONNECT"}};
   for (const std::size_t patience : {1u, 2u, 3u}) {
     listener.steps.clear();
@@ -134,7 +134,7 @@ TEST_F(Dialling, IsGivenUpAfterTheStepInHand) {
   }
 }
 
-TEST_F(Dialling, TellsALineEndWithinAReplyAsASpace) {
+TEST_F(Dialling, ReportsALineEndWithinAReplyAsASpace) {
   library.replies = {{"ATZ\rOK\r\n"}, {"CONNECT"}};
   EXPECT_EQ(Dial({"ATZ", "ATDT42"}), 0);
   EXPECT_EQ(listener.steps, (std::vector<std::string>{"sent ATZ, last ''", "sent ATDT42, last 'ATZ OK'"}));

@@ -60,7 +60,7 @@ TEST_F(Offline, BytewiseReadsEndWithTheAnswer) {
   EXPECT_LT(io.LastError().code, 0);
 }
 
-TEST_F(Offline, EachExchangeBeginsANewAnswer) {
+TEST_F(Offline, EachExchangeStartsANewAnswer) {
   ReadToEnd();
   io.ClearLastError();
   EXPECT_EQ(io.LastError().code, 0);
@@ -75,7 +75,7 @@ TEST_F(Offline, EachExchangeBeginsANewAnswer) {
   EXPECT_EQ(ReadToEnd(), kAnswer);
 }
 
-TEST_F(Offline, CountedReadsAreFilledUpWithSpaces) {
+TEST_F(Offline, CountedReadsArePaddedWithSpaces) {
   buffer = Bytes(52, 9);
   io.ReadBinary("", 50, buffer);
   EXPECT_EQ(std::string(buffer.begin(), buffer.end()), kAnswer + std::string(11, ' ') + "\t\t");
@@ -95,7 +95,7 @@ TEST_F(Offline, TheFlagLastsUntilTheNextOpen) {
   EXPECT_EQ(library.calls.front(), "OpenPort(1, 0, \"e\", 1, 1, 512)");
 }
 
-TEST(OfflineBeforeOpening, TheLibraryIsLeftAloneToo) {
+TEST(OfflineBeforeOpening, TheLibraryIsNotCalledEither) {
   DeviceWorld world(operating_mode::kPortLibrary);
   world.parameters.port_code = port_code::kOffline;
   world.io.SetTimeout(3000);

@@ -99,7 +99,7 @@ TEST_F(Opening, ANodeThatTheLibraryRefusesIsTheResult) {
   EXPECT_EQ(calls, Calls{"SetNode(1, \"/dev/ttyUSB7\")"});
 }
 
-TEST_F(Opening, ALibraryThatTakesNoNodeIsNotCalledAndSaysSo) {
+TEST_F(Opening, ALibraryThatTakesNoNodeIsNotCalledAndIsAnError) {
   parameters.node = "/dev/ttyUSB7";
   parameters.port_code = port_code::kCom1;
   library.takes_node = false;
@@ -128,14 +128,14 @@ TEST_F(Opening, AnUnknownParityLeavesTheTextEmpty) {
   EXPECT_EQ(calls.front(), "OpenPort(10, 19200, \"\", 8, 2, 4096)");
 }
 
-TEST_F(Opening, ATimeoutOfZeroBecomes5000AndStaysSo) {
+TEST_F(Opening, ATimeoutOfZeroBecomesAndStays5000) {
   parameters.timeout_ms = 0;
   EXPECT_EQ(Open(10), 0);
   EXPECT_EQ(calls[1], "SetTimeout(5000)");
   EXPECT_EQ(parameters.timeout_ms, 5000);
 }
 
-TEST_F(Opening, TheGpibControlBlockSeesTheTimeoutAsItStood) {
+TEST_F(Opening, TheGpibControlBlockHasTheTimeoutFromBefore) {
   parameters.timeout_ms = 0;
   EXPECT_EQ(Open(488), 0);
   EXPECT_EQ(calls.front(), "SetGpibControlBlock(1, 3, 2, 10, 0, 4, 0)");
@@ -207,7 +207,7 @@ TEST_F(Opening, ASerialPortWithoutTimeoutIsClosedAgainAndReadsAsSuccess) {
   }
 }
 
-TEST_F(Opening, Rs485DoesNotMindAFailedTimeout) {
+TEST_F(Opening, Rs485IgnoresAFailedTimeout) {
   library.results["SetTimeout"] = {-35};
   EXPECT_EQ(Open(10), 0);
   EXPECT_EQ(calls.back(), "ActivateInterpreter(200)");
@@ -231,7 +231,7 @@ TEST_F(Opening, DialsOnNoOtherPort) {
   for (const std::string& call : calls) EXPECT_FALSE(call.starts_with("WritePort")) << call;
 }
 
-TEST_F(Opening, SuccessfulDiallingMakesUpForTheTimeout) {
+TEST_F(Opening, SuccessfulDiallingReplacesTheFailedTimeout) {
   parameters.modem_script = "ATDT42";
   library.results["SetTimeout"] = {-35};
   library.replies = {{"CONNECT"}};
@@ -249,7 +249,7 @@ TEST_F(Opening, FailedDiallingClosesThePortAndReadsAsSuccess) {
   EXPECT_EQ(calls.back(), "ClosePort()");
 }
 
-TEST_F(Opening, AScriptOfEmptyLinesIsNone) {
+TEST_F(Opening, AScriptOfEmptyLinesIsIgnored) {
   parameters.modem_script = "\r\n\r\n";
   EXPECT_EQ(Open(1), 0);
   EXPECT_EQ(calls.size(), 4u);

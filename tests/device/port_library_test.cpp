@@ -59,7 +59,7 @@ TEST_F(PortLibraryFile, PassesEveryArgumentOn) {
   EXPECT_EQ(record[0], 'S');
 }
 
-TEST_F(PortLibraryFile, HandsBackTheStatus) {
+TEST_F(PortLibraryFile, ReturnsTheStatus) {
   PortLibraryResult result = LoadPortLibrary(KOLVANE_COMPLETE_LIBRARY);
   PortLibrary& library = *std::get<std::unique_ptr<PortLibrary>>(result);
   Log(library);
@@ -67,7 +67,7 @@ TEST_F(PortLibraryFile, HandsBackTheStatus) {
   EXPECT_EQ(library.ClosePort(), 12);
 }
 
-TEST_F(PortLibraryFile, OfAnotherMakerSaysNothingOfWhatItDelivered) {
+TEST_F(PortLibraryFile, OfAnotherMakerDoesNotReportWhatItDelivered) {
   PortLibraryResult result = LoadPortLibrary(KOLVANE_COMPLETE_LIBRARY);
   PortLibrary& library = *std::get<std::unique_ptr<PortLibrary>>(result);
   char buffer[400] = "";
@@ -91,7 +91,7 @@ TEST_F(PortLibraryFile, IsRefusedForAMissingFunction) {
                                       "“ kann nicht benutzt werden: Funktion QDX_ReadPort fehlt.");
 }
 
-TEST_F(PortLibraryFile, IsRefusedWhereThereIsNone) {
+TEST_F(PortLibraryFile, IsRefusedIfMissing) {
   const PortLibraryFailure failure = FailureOf(folder.Path("lib.so"));
   EXPECT_EQ(failure.kind, FailureKind::kNoFile);
   EXPECT_EQ(FailureText(failure), "Die Portbibliothek „" + folder.path() +
@@ -109,7 +109,7 @@ TEST_F(PortLibraryFile, IsRefusedForTheSystemsReason) {
   EXPECT_EQ(FailureOf("kolvane-no-such-library.so").kind, FailureKind::kNotLoadable);
 }
 
-TEST_F(PortLibraryFile, StandsBesideTheComponentUnlessNamed) {
+TEST_F(PortLibraryFile, IsBesideTheComponentUnlessNamed) {
   EXPECT_EQ(PortLibraryPath("/a/b"), "/a/b/libdevlnk.so");
   setenv("KOLVANE_PORT_LIBRARY", "", 1);
   EXPECT_EQ(PortLibraryPath("/a/b"), "/a/b/libdevlnk.so");

@@ -106,12 +106,12 @@ TEST_F(OverPortLibrary, ReadsWindows1252) {
   EXPECT_EQ(calls, Calls{"ReadPort(16000, 10)"});
 }
 
-TEST_F(OverPortLibrary, KeepsLeadingSpacesAndNoneOfTheFilling) {
+TEST_F(OverPortLibrary, KeepsLeadingSpacesButNotTheFilling) {
   library.replies = {{"  1 2  \r\n  "}};
   EXPECT_EQ(Read(), "  1 2  \r\n");
 }
 
-TEST_F(OverPortLibrary, FindsNothingOfTheAnswerBefore) {
+TEST_F(OverPortLibrary, HasNothingOfTheAnswerBefore) {
   library.replies = {{std::string(16000, 'x')}, {"ab"}, {""}, {"c", -5}, {"d"}};
   EXPECT_EQ(Read(), std::string(16000, 'x'));
   EXPECT_EQ(Read(), "ab");
@@ -120,18 +120,18 @@ TEST_F(OverPortLibrary, FindsNothingOfTheAnswerBefore) {
   EXPECT_EQ(Read(), "d");
 }
 
-TEST_F(OverPortLibrary, FindsAnAnswerWhereverItStands) {
+TEST_F(OverPortLibrary, FindsAnAnswerAtEveryPosition) {
   library.replies = {{"ab", 0, 0, 15998}, {"c", 0, 0, 700}, {"d"}};
   EXPECT_EQ(Read(), std::string(15998, ' ') + "ab");
   EXPECT_EQ(Read(), std::string(700, ' ') + "c");
   EXPECT_EQ(Read(), "d");
 }
 
-TEST_F(OverPortLibrary, TakesWhatTheLibrarySaysItDelivered) {
+TEST_F(OverPortLibrary, TakesTheCountThatTheLibraryReports) {
   library.replies = {{"12.5  \r\n"}, {"7"}, {"8"}};
   library.delivered = 5;
   io.ReadText("\r\n", 16000, answer, buffer);
-  EXPECT_EQ(answer, "12.5") << "the spaces at its end belong to the filling, as ever";
+  EXPECT_EQ(answer, "12.5") << "the spaces at its end count as filling";
   library.delivered = 20000;
   io.ReadText("\r\n", 1, answer, buffer);
   EXPECT_EQ(answer, "7");
@@ -177,7 +177,7 @@ TEST_F(OverPortLibrary, AFailedBinaryReadLeavesTheBuffer) {
   EXPECT_EQ(buffer, (Bytes{1, 2}));
 }
 
-TEST_F(OverPortLibrary, ABinaryReadGivesTheBytesThatCameUpToTheTerminator) {
+TEST_F(OverPortLibrary, ABinaryReadReturnsTheBytesUpToTheTerminator) {
   library.replies = {{"AB"}, {"C\r\n"}, {"DEFG"}, {""}};
   buffer = Bytes(5, 9);
   EXPECT_EQ(io.ReadBinary("\r\n", 4, buffer), 3u);
@@ -191,7 +191,7 @@ TEST_F(OverPortLibrary, ABinaryReadGivesTheBytesThatCameUpToTheTerminator) {
   EXPECT_EQ(buffer, (Bytes{';', 'E', 'F', 'G', 9}));
 }
 
-TEST_F(OverPortLibrary, ReadsByteByByteWhatCame) {
+TEST_F(OverPortLibrary, ReadsByteByByte) {
   // What the library makes of 41 0D 0A 20 42 0A: it strips each LF.
   library.replies = {{"A"}, {"\r"}, {""}, {" "}, {"B"}, {""}};
   Bytes received;
@@ -203,7 +203,7 @@ TEST_F(OverPortLibrary, ReadsByteByByteWhatCame) {
   EXPECT_EQ(io.ReadBinary("\r\n", 1, buffer), 0u);
 }
 
-TEST_F(OverPortLibrary, ACountBelowZeroIsNoBytes) {
+TEST_F(OverPortLibrary, ANegativeCountReadsNothing) {
   library.replies = {{""}, {""}};
   io.ReadBinary("", -1, buffer);
   io.ReadBinary("\n", -1, buffer);
@@ -230,7 +230,7 @@ TEST_F(OverPortLibrary, SwitchesFromAcceptToFailAndStall) {
   EXPECT_DOUBLE_EQ(clock.now - begin, 2);
 }
 
-TEST_F(OverPortLibrary, SaysWhyThereIsNoLibrary) {
+TEST_F(OverPortLibrary, ReportsWhyThereIsNoLibrary) {
   source.library = nullptr;
   source.failure = "Die Portbibliothek „x“ kann nicht benutzt werden: Datei nicht gefunden.";
   state.connected = true;
@@ -285,7 +285,7 @@ TEST_F(OverPortLibrary, AFailureHasTheLibrarysWords) {
   EXPECT_EQ(io.LastError().words, "");
 }
 
-TEST_F(OverPortLibrary, TellsWhatWaitsOnceConnected) {
+TEST_F(OverPortLibrary, ReportsWaitingBytesOnceConnected) {
   library.bytes_waiting = 12;
   EXPECT_EQ(io.BytesWaiting(), 0);
   state.connected = true;
@@ -297,7 +297,7 @@ TEST_F(OverPortLibrary, TellsWhatWaitsOnceConnected) {
   EXPECT_EQ(state.put_back, "");
 }
 
-TEST_F(OverPortLibrary, AnInstrumentMaySpeakUtf8) {
+TEST_F(OverPortLibrary, AnInstrumentMayUseUtf8) {
   state.utf8 = true;
   io.Write("Ω", "\n", 0);
   EXPECT_EQ(calls.back(), "WritePort(\"Ω\n\")");

@@ -65,7 +65,7 @@ TEST_F(PortsDialogTest, EmptyFieldsShowTheDefaultsAndWriteNothing) {
   EXPECT_EQ(File(), "");
 }
 
-TEST_F(PortsDialogTest, OkWritesWhatWasChangedAndKeepsTheRest) {
+TEST_F(PortsDialogTest, OkWritesChangesAndKeepsTheRest) {
   std::filesystem::create_directories(folder_.Path("Kolvane"));
   base::WriteBytes(path_, "; mine\n[PORTS]\nCOM1=/dev/a\nX=1\n");
   Open();
@@ -83,7 +83,7 @@ TEST_F(PortsDialogTest, CancelWritesNothing) {
   EXPECT_EQ(File(), "");
 }
 
-TEST_F(PortsDialogTest, WhatIsNoRateIsRefused) {
+TEST_F(PortsDialogTest, AnInvalidRateIsRefused) {
   for (const char* rate : {"schnell", "0", "-1", "9600,5"}) {
     Open();
     Field("COM2_Baud")->setCurrentText(QString::fromUtf8(rate));
@@ -94,7 +94,7 @@ TEST_F(PortsDialogTest, WhatIsNoRateIsRefused) {
   EXPECT_EQ(File(), "");
 }
 
-TEST_F(PortsDialogTest, ATryOpensAndClosesEachPort) {
+TEST_F(PortsDialogTest, ATestOpensAndClosesEachPort) {
   library_.results["OpenPort"] = {0, -10};
   library_.status_text = "Gerät nicht gefunden";
   Open();
@@ -109,13 +109,13 @@ TEST_F(PortsDialogTest, ATryOpensAndClosesEachPort) {
   EXPECT_EQ(Result(), "COM1: in Ordnung\nGPIB: -10: Gerät nicht gefunden");
 }
 
-TEST_F(PortsDialogTest, WhileConnectedNothingIsTried) {
+TEST_F(PortsDialogTest, WhileConnectedNothingIsTested) {
   Open(true);
   EXPECT_FALSE(Button("cmdTest")->isEnabled());
   EXPECT_NE(Button("cmdTest")->toolTip(), "");
 }
 
-TEST_F(PortsDialogTest, WhatTheEnvironmentGivesCannotBeChanged) {
+TEST_F(PortsDialogTest, ValuesFromTheEnvironmentCannotBeChanged) {
   setenv("KOLVANE_COM2", "/dev/env", 1);
   Open();
   EXPECT_EQ(Field("COM2_Node")->currentText(), "/dev/env");

@@ -11,13 +11,13 @@
 namespace kolvane::device {
 namespace {
 
-TEST(PortsFileText, AKeyIsChangedInItsPlace) {
+TEST(PortsFileText, AKeyIsChangedAtItsPosition) {
   EXPECT_EQ(WithPortSetting("; mine\n[PORTS]\nCOM1=/a\n# more\nX=1\n", "COM1", "/b"),
             "; mine\n[PORTS]\nCOM1=/b\n# more\nX=1\n");
   EXPECT_EQ(WithPortSetting("[ports]\n com1 = /a \r\nCOM1=/c\n", "COM1", "/b"), "[ports]\nCOM1=/b\n");
 }
 
-TEST(PortsFileText, ANewKeyComesToTheEndOfTheSection) {
+TEST(PortsFileText, ANewKeyIsAppendedToTheSection) {
   EXPECT_EQ(WithPortSetting("", "COM1", "/a"), "[PORTS]\nCOM1=/a\n");
   EXPECT_EQ(WithPortSetting("[PORTS]\nCOM1=/a", "COM2", "/b"), "[PORTS]\nCOM1=/a\nCOM2=/b\n");
   EXPECT_EQ(WithPortSetting("[PORTS]\nCOM1=/a\n\n[OTHER]\nCOM2=/x\n", "COM2", "/b"),
@@ -25,7 +25,7 @@ TEST(PortsFileText, ANewKeyComesToTheEndOfTheSection) {
   EXPECT_EQ(WithPortSetting("[OTHER]\nCOM1=/x", "COM1", "/a"), "[OTHER]\nCOM1=/x\n[PORTS]\nCOM1=/a\n");
 }
 
-TEST(PortsFileText, AnEmptyValueTakesTheKeyOut) {
+TEST(PortsFileText, AnEmptyValueRemovesTheKey) {
   EXPECT_EQ(WithPortSetting("[PORTS]\nCOM1=/a\nCOM2=/b\n", "COM1", ""), "[PORTS]\nCOM2=/b\n");
   EXPECT_EQ(WithPortSetting("[PORTS]\n", "COM1", ""), "[PORTS]\n");
 }
@@ -48,7 +48,7 @@ class PortsFileTest : public testing::Test {
   std::string before_;
 };
 
-TEST_F(PortsFileTest, WhatIsSavedIsLoaded) {
+TEST_F(PortsFileTest, SavedValuesAreLoaded) {
   std::vector<PortSetting> settings = LoadPortSettings();
   ASSERT_EQ(settings.size(), kPortSettings.size());
   settings[0].value = "/dev/ttyUSB0";
@@ -58,7 +58,7 @@ TEST_F(PortsFileTest, WhatIsSavedIsLoaded) {
   EXPECT_EQ(LoadPortSettings()[0].value, "/dev/ttyUSB0");
 }
 
-TEST_F(PortsFileTest, NothingChangedTouchesNothing) {
+TEST_F(PortsFileTest, WithoutChangesNothingIsWritten) {
   EXPECT_EQ(SavePortSettings(LoadPortSettings()), 0);
   EXPECT_FALSE(std::filesystem::exists(path_));
 }

@@ -42,7 +42,7 @@ TEST(ResourceName, TakesPortsFrom1To65535) {
   }
 }
 
-TEST(ResourceName, RefusesWhatIsNoTcpIpConnection) {
+TEST(ResourceName, RefusesInvalidTcpIpNames) {
   for (const char* name : {"TCPIP", "TCPIP::", "TCPIP::a", "TCPIP::a::7", "TCPIP::a::7::INSTR",
                            "TCPIP::a::7::SOCKET::", "TCPIP::::1::7::SOCKET", "TCPIP::[::1::7::SOCKET"})
     EXPECT_NE(Refusal(name).find("write TCPIP::HOST::PORT::SOCKET"), std::string::npos) << name;
@@ -67,7 +67,7 @@ TEST(ResourceName, NamesAnRs485Bus) {
     EXPECT_NE(Refusal("ASRL1::RS485" + std::string(end)).find("from 0 to 31"), std::string::npos) << end;
 }
 
-TEST(ResourceName, RefusesWhatIsNoSerialLine) {
+TEST(ResourceName, RefusesInvalidSerialNames) {
   for (const char* line : {"", "0", "3", "11", "dev/ttyS0", "ttyS0", "COM1"})
     EXPECT_NE(Refusal("ASRL" + std::string(line) + "::INSTR").find("a serial line is ASRL1, ASRL2"),
               std::string::npos)

@@ -20,7 +20,7 @@ class StoreFormTest : public testing::Test {
   ConnectionForm form_ = LoadForm(p_, "/nowhere");
 };
 
-TEST_F(StoreFormTest, GivesEachOptionItsCode) {
+TEST_F(StoreFormTest, StoresTheCodeOfEachOption) {
   const std::int16_t codes[] = {1, 2, 10, 20, 90, 91, 488, -1, 100, 200};
   for (std::int16_t option = 0; option < 10; ++option) {
     EXPECT_TRUE(Store(option));
@@ -55,7 +55,7 @@ TEST_F(StoreFormTest, ReadsTheRs232Page) {
   }
 }
 
-TEST_F(StoreFormTest, OtherKindsLeaveTheRs232ValuesAlone) {
+TEST_F(StoreFormTest, OtherKindsKeepTheRs232Values) {
   form_.serial.baud = 2;
   form_.serial.parity = 2;
   for (const std::int16_t option : std::initializer_list<std::int16_t>{4, 5, 6, 8})
@@ -148,7 +148,7 @@ TEST_F(StoreFormTest, KeepsTheEntriesOfAllTimeouts) {
   EXPECT_EQ(p_.timeout_entries.lpt_index, 0);
 }
 
-TEST_F(StoreFormTest, ANegativeTimeoutIsNoneOnTheRs232PageAlone) {
+TEST_F(StoreFormTest, ANegativeTimeoutIsZeroOnTheRs232PageOnly) {
   form_.serial.timeout = "-1";
   form_.tcpip.timeout = "-1";
   EXPECT_TRUE(Store(0));
@@ -201,7 +201,7 @@ TEST_F(StoreFormTest, AcceptsAddressesFrom0To31) {
   }
 }
 
-TEST_F(StoreFormTest, AnInvalidAddressLeavesAllButTheKind) {
+TEST_F(StoreFormTest, AnInvalidAddressChangesOnlyTheKind) {
   form_.serial.rs485_address = "40";
   form_.serial.baud = 2;
   form_.serial.modem_script = "ATZ";
@@ -214,7 +214,7 @@ TEST_F(StoreFormTest, AnInvalidAddressLeavesAllButTheKind) {
   EXPECT_EQ(p_.modem_script, "");
 }
 
-TEST_F(StoreFormTest, AStoredAddressOutOfRangeIsRefusedWhereItWouldBeSelected) {
+TEST_F(StoreFormTest, AStoredAddressOutOfRangeIsRefusedIfItWouldBeSelected) {
   p_.address = 32;
   form_.serial.baud = 2;
   for (const std::int16_t option : std::initializer_list<std::int16_t>{0, 1, 4, 5}) {
@@ -260,7 +260,7 @@ TEST_F(StoreFormTest, ShowsATimeoutAgainAsItWasTyped) {
   EXPECT_EQ(form_.parallel.timeout, "2,5");
 }
 
-TEST_F(StoreFormTest, ShowsTheTimeoutThatOpeningPutInThePlaceOfNone) {
+TEST_F(StoreFormTest, ShowsTheTimeoutThatOpeningSetInsteadOfZero) {
   for (const std::int16_t option : std::initializer_list<std::int16_t>{0, 9, 8, 6, 4}) {
     form_.ClickPort(option, p_);
     form_.serial.timeout = form_.tcpip.timeout = form_.gpib.timeout = form_.parallel.timeout = "0";
@@ -298,7 +298,7 @@ TEST_F(ConfirmTest, WritesTheThreeFiles) {
   EXPECT_TRUE(prompt_.errors.empty());
 }
 
-TEST_F(ConfirmTest, AnInvalidAddressIsToldAndTheFilesAreWrittenAllTheSame) {
+TEST_F(ConfirmTest, AnInvalidAddressIsReportedAndTheFilesAreStillWritten) {
   form_.ClickPort(2, p_);
   form_.serial.rs485_address = "40";
   ConfirmForm(form_, p_, folder_.path(), prompt_);
@@ -306,7 +306,7 @@ TEST_F(ConfirmTest, AnInvalidAddressIsToldAndTheFilesAreWrittenAllTheSame) {
   EXPECT_EQ(folder_.Read("MODEM.INI"), "\r\n");
 }
 
-TEST_F(ConfirmTest, AtTheStartDerivesWhatOpeningNeeds) {
+TEST_F(ConfirmTest, AtTheStartDerivesTheValuesForOpening) {
   p_.port_option = 0;
   p_.baud_index = 1;
   p_.data_bits = 1;
@@ -322,7 +322,7 @@ TEST_F(ConfirmTest, AtTheStartDerivesWhatOpeningNeeds) {
   EXPECT_EQ(p_.timeout_ms, 2000);
 }
 
-TEST_F(ConfirmTest, AtTheStartTheStoredLineValuesAreTheRecordsUnlessTheRs232PageIsRead) {
+TEST_F(ConfirmTest, AtTheStartTheStoredLineValuesCountUnlessTheRs232PageIsRead) {
   const auto start = [this](std::int16_t option) {
     p_.port_option = option;
     p_.data_bits = 7;
@@ -344,7 +344,7 @@ TEST_F(ConfirmTest, AtTheStartTheStoredLineValuesAreTheRecordsUnlessTheRs232Page
   }
 }
 
-TEST_F(ConfirmTest, AfterTheStartTheDialogShowsUsualValuesForThoseThatItCannotShow) {
+TEST_F(ConfirmTest, AfterTheStartTheDialogShowsUsualValuesForOthers) {
   p_.port_option = 8;
   p_.data_bits = p_.stop_bits = 1;
   p_.receive_buffer = 1;
@@ -357,7 +357,7 @@ TEST_F(ConfirmTest, AfterTheStartTheDialogShowsUsualValuesForThoseThatItCannotSh
   EXPECT_EQ(shown.dial_timeout, "60");
 }
 
-TEST_F(ConfirmTest, AtTheStartNothingOfAnEarlierSessionCounts) {
+TEST_F(ConfirmTest, AtTheStartEarlierSessionsDoNotCount) {
   form_.serial.timeout = "0,5";
   form_.serial.dial_timeout = "90";
   form_.gpib.timeout = "250 msec";
@@ -371,7 +371,7 @@ TEST_F(ConfirmTest, AtTheStartNothingOfAnEarlierSessionCounts) {
   EXPECT_EQ(LoadForm(p_, folder_.path()).gpib.timeout, "1 s");
 }
 
-TEST_F(ConfirmTest, AtTheStartAnAddressOutOfRangeIsNotToldWhereTheKindHasNone) {
+TEST_F(ConfirmTest, AtTheStartAnAddressOutOfRangeIsNotReportedIfTheKindHasNone) {
   p_.port_option = 8;
   p_.address = 40;
   p_.timeout_entries.tcpip_seconds = 3;
@@ -381,7 +381,7 @@ TEST_F(ConfirmTest, AtTheStartAnAddressOutOfRangeIsNotToldWhereTheKindHasNone) {
   EXPECT_EQ(p_.timeout_ms, 3000);
 }
 
-TEST_F(ConfirmTest, AtTheStartTheStoredListEntriesWinOverThePresets) {
+TEST_F(ConfirmTest, AtTheStartTheStoredListEntriesOverrideThePresets) {
   p_.port_option = 6;
   p_.timeout_entries.gpib_index = 3;
   ConfirmStored();
@@ -405,7 +405,7 @@ TEST_F(ConfirmTest, AtTheStartReadsAndRewritesTheFiles) {
   EXPECT_EQ(p_.modem_script, "ATZ\r\nATDT");
 }
 
-TEST_F(ConfirmTest, AtTheStartAnOptionThatIsNoneKeepsTheKind) {
+TEST_F(ConfirmTest, AtTheStartAnInvalidOptionKeepsTheKind) {
   p_.port_option = 77;
   ConfirmStored();
   EXPECT_EQ(p_.port_option, 77);
@@ -413,7 +413,7 @@ TEST_F(ConfirmTest, AtTheStartAnOptionThatIsNoneKeepsTheKind) {
   EXPECT_TRUE(prompt_.errors.empty());
 }
 
-TEST_F(ConfirmTest, AtTheStartAnInvalidAddressIsTold) {
+TEST_F(ConfirmTest, AtTheStartAnInvalidAddressIsReported) {
   p_.port_option = 6;
   p_.address = 32;
   ConfirmStored();

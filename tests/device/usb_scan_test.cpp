@@ -33,7 +33,7 @@ TEST_F(UsbScanTest, ListsSerialNumberAndDescriptionTrimmed) {
   EXPECT_EQ(library_.calls, (Found{"MaxUsbDevices()", "ScanUsbDevices(2)"}));
 }
 
-TEST_F(UsbScanTest, GivesSerialNumberAndDescriptionApart) {
+TEST_F(UsbScanTest, ReturnsSerialNumberAndDescriptionSeparately) {
   library_.scan = Padded("A - 1") + Padded("x");
   library_.results["MaxUsbDevices"] = {1};
   EXPECT_EQ(FindUsb(library_, state_), (std::vector<UsbInstrument>{{"A - 1", "x"}}));
@@ -49,7 +49,7 @@ TEST_F(UsbScanTest, FindsNothingInABufferOfSpaces) {
   EXPECT_EQ(Scan(0), Found{});
 }
 
-TEST_F(UsbScanTest, HandsOverABufferOf510CharactersASlotAndTenMore) {
+TEST_F(UsbScanTest, PassesABufferOf510CharactersPerSlotAndTenMore) {
   library_.scan = std::string(2 * 510 + 10, 'x');
   EXPECT_EQ(Scan(2), (Found{std::string(255, 'x') + " - " + std::string(255, 'x'),
                             std::string(255, 'x') + " - " + std::string(255, 'x')}));
@@ -69,7 +69,7 @@ TEST_F(UsbScanTest, KeepsAFailure) {
   EXPECT_EQ(state_.open_step_status, -9);
 }
 
-TEST_F(UsbScanTest, DoesNotBelieveInMoreSlotsThanThereCanBe) {
+TEST_F(UsbScanTest, IgnoresSlotsBeyondThePossibleNumber) {
   Scan(2000000000);
   EXPECT_EQ(library_.calls.back(), "ScanUsbDevices(4096)");
 }

@@ -40,7 +40,7 @@ struct WaitsTest : testing::Test {
   RecordingWaitListener listener;
 };
 
-TEST_F(WaitsTest, TheListenerIsToldWhatIsWaitedForAndForHowLong) {
+TEST_F(WaitsTest, TheListenerLearnsTheReasonAndTimeOfAWait) {
   Waits waits(library, clock, listener);
   const Waits::Scope scope(waits, Operation::kAnswer);
   EXPECT_TRUE(library.Wait(2));
@@ -56,7 +56,7 @@ TEST_F(WaitsTest, TheListenerIsToldWhatIsWaitedForAndForHowLong) {
   EXPECT_EQ(listener.over, 0);
 }
 
-TEST_F(WaitsTest, TheEndIsToldOnceWhereThereWasAWait) {
+TEST_F(WaitsTest, TheEndIsReportedOnceIfThereWasAWait) {
   Waits waits(library, clock, listener);
   { const Waits::Scope quick(waits, Operation::kAnswer); }
   EXPECT_EQ(listener.over, 0);
@@ -105,7 +105,7 @@ TEST_F(WaitsTest, LackOfMemoryGivesUp) {
   EXPECT_FALSE(library.Wait(1));
 }
 
-TEST_F(WaitsTest, TheHandlerGoesWithIt) {
+TEST_F(WaitsTest, TheHandlerIsRemovedWithIt) {
   {
     const Waits waits(library, clock, listener);
     EXPECT_TRUE(library.has_handler());
@@ -118,7 +118,7 @@ TEST_F(WaitsTest, ADelayWithoutALibraryFails) {
   EXPECT_EQ(waits.Delay(10), device_status::kNoPortLibrary);
 }
 
-TEST(Unattended, IsToldBeforeEachCallThatMayTakeLong) {
+TEST(Unattended, IsReportedBeforeEachCallThatMayTakeLong) {
   for (const std::int16_t mode :
        {operating_mode::kHostByIndex, operating_mode::kHost, operating_mode::kPortLibrary}) {
     SCOPED_TRACE(mode);
