@@ -10,7 +10,7 @@ namespace {
 using Answers = PortTest;
 INSTANTIATE_TEST_SUITE_P(Ports, Answers, testing::ValuesIn(kKinds), NameOf);
 
-TEST_P(Answers, CommandsArriveToTheLetter) {
+TEST_P(Answers, CommandsArriveUnchanged) {
   EXPECT_EQ(QDX_WritePort("MSV?\x80\xFF\r\n"), 0);
   EXPECT_EQ(QDX_WritePort(""), 0);
   EXPECT_EQ(QDX_WritePort("\n"), 0);
@@ -26,7 +26,7 @@ TEST_P(Answers, OnlyATerminatorIsStripped) {
   EXPECT_EQ(Answer(100, 255), "");
 }
 
-TEST_P(Answers, ALineFeedIsHandedOverWithItsCarriageReturn) {
+TEST_P(Answers, ALineFeedIsDeliveredWithItsCarriageReturn) {
   partner_->Send("12.5\r\n\r\n\n");
   EXPECT_EQ(Answer(), "12.5\r\n");
   EXPECT_EQ(Answer(), "\r\n");
@@ -48,7 +48,7 @@ TEST_P(Answers, AreDeliveredOneByOne) {
   EXPECT_EQ(Answer(), "three");
 }
 
-TEST_P(Answers, LongerThanTheBufferComeInParts) {
+TEST_P(Answers, LongerThanTheBufferAreDeliveredInParts) {
   partner_->Send("abcdefgh\n");
   EXPECT_EQ(Answer(4), "abcd");
   EXPECT_EQ(Answer(3), "efg");
@@ -58,12 +58,12 @@ TEST_P(Answers, LongerThanTheBufferComeInParts) {
   EXPECT_EQ(Answer(5), "");
 }
 
-TEST_P(Answers, OfNoBytesAreThereAtOnce) {
+TEST_P(Answers, OfNoBytesAreDeliveredAtOnce) {
   EXPECT_EQ(Answer(0), "");
   EXPECT_EQ(Answer(0, 0), "");
 }
 
-TEST_P(Answers, ByCountHoldEveryByte) {
+TEST_P(Answers, ByCountContainEveryByte) {
   const std::string block("\0\n\r\xFF\x11\x13\x03\x7F", 8);
   partner_->Send(block + block);
   EXPECT_EQ(Answer(8, 0), block);
@@ -84,7 +84,7 @@ TEST_P(Answers, InPiecesAreWaitedFor) {
   EXPECT_EQ(Answer(), "+1.234E-3,OK\r\n");
 }
 
-TEST_P(Answers, AreTakenFromWhatIsThereWithTimeoutZero) {
+TEST_P(Answers, WithTimeoutZeroAreTakenFromReceivedBytes) {
   ASSERT_EQ(QDX_SetTimeout(0), 0);
   EXPECT_EQ(AnswerStatus(), Code(Status::kReadTimeout));
   partner_->Send("1\n2");

@@ -9,12 +9,12 @@
 namespace kolvane::devlnk {
 namespace {
 
-TEST(RunWithDeadline, HandsOverWhatTheWorkBrings) {
+TEST(RunWithDeadline, ReturnsTheResultOfTheWork) {
   Deadline deadline(20'000);
   EXPECT_EQ(RunWithDeadline(deadline, [] { return 7; }), 7);
 }
 
-TEST(RunWithDeadline, HasNothingFromWorkThatThrows) {
+TEST(RunWithDeadline, ReturnsNothingIfTheWorkThrows) {
   Deadline deadline(INT32_MAX);
   EXPECT_FALSE(RunWithDeadline(deadline, []() -> int { throw std::bad_alloc(); }));
 }

@@ -21,7 +21,7 @@ extern "C" int clock_nanosleep(clockid_t clock, int flags, const timespec* time,
 namespace kolvane::devlnk {
 namespace {
 
-TEST(Deadline, StartsWithTheFirstQuestionForTheRest) {
+TEST(Deadline, StartsWhenTheRestIsFirstAskedFor) {
   Deadline deadline(INT32_MAX);
   EXPECT_FALSE(deadline.IsOver());
   EXPECT_FALSE(deadline.started());
@@ -46,7 +46,7 @@ TEST(Deadline, PassesAndStaysOver) {
   EXPECT_EQ(deadline.RemainingMs(), 0);
 }
 
-TEST(SleepMs, SleepsWithoutLookingMeanwhile) {
+TEST(SleepMs, SleepsInOneCall) {
   for (const std::int32_t milliseconds : {3, 1001}) {
     sleeps.clear();
     SleepMs(milliseconds);

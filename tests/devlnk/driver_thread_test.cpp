@@ -82,7 +82,7 @@ TEST_F(DriverThreadTest, AReadThatWasGivenUpDeliversLater) {
   EXPECT_EQ(Read(second, "cd"), "cd");
 }
 
-TEST_F(DriverThreadTest, ALateReadThatBroughtNothingIsForgotten) {
+TEST_F(DriverThreadTest, ALateEmptyReadIsForgotten) {
   Driver first;
   EXPECT_EQ(ReadGivenUp(first, ""), "");
   first.release.set_value();
@@ -91,7 +91,7 @@ TEST_F(DriverThreadTest, ALateReadThatBroughtNothingIsForgotten) {
   EXPECT_EQ(Read(second, "cd"), "cd");
 }
 
-TEST_F(DriverThreadTest, WhatDoesNotFitStays) {
+TEST_F(DriverThreadTest, BytesThatDoNotFitStay) {
   Driver first;
   EXPECT_EQ(ReadGivenUp(first, "abc"), "");
   first.release.set_value();

@@ -85,7 +85,7 @@ TEST_F(Gpib, TakesTheOptionsOfTheControlBlock) {
   EXPECT_EQ(script_->calls, (Calls{"dev 3 0 0 10 0 7181", "config 70 6 1", "clr 70"}));
 }
 
-TEST_F(Gpib, AControlBlockWithTimeoutZeroSetsTheOneThatHoldsAtFirst) {
+TEST_F(Gpib, AControlBlockWithTimeoutZeroSetsTheDefault) {
   constexpr char kTenSeconds[] = "dev 3 0 0 13 1 0";  // the driver's next one to 5 s
   ASSERT_EQ(QDX_SetTimeout(50), 0);
   ASSERT_EQ(QDX_SetGPIBCtrlBlock(1, 0, 0, 10, 0, 0, 0), 0);
@@ -111,7 +111,7 @@ TEST_F(Gpib, ReadsByCountWithoutTerminator) {
   EXPECT_EQ(Answer(1, 0), "\xFF");
 }
 
-TEST_F(Gpib, TellsTheDriverTheTimeThatIsLeftWhenItsCodeChanges) {
+TEST_F(Gpib, SetsTheDriversTimeoutWhenTheCodeOfTheRestChanges) {
   OpenDevice();
   script_->reads = {{"a\n"}, {"b\n"}};
   ASSERT_EQ(QDX_SetTimeout(50), 0);
@@ -120,13 +120,13 @@ TEST_F(Gpib, TellsTheDriverTheTimeThatIsLeftWhenItsCodeChanges) {
   EXPECT_EQ(script_->calls, (Calls{"tmo 75 9", "rd 75", "rd 75"}));
 }
 
-TEST_F(Gpib, DeliversWhatCameBeforeTheDriversTimeout) {
+TEST_F(Gpib, DeliversBytesFromBeforeTheDriversTimeout) {
   OpenDevice();
   script_->reads = {{"12\n", kError | kTimedOut, kAborted}};
   EXPECT_EQ(Answer(), "12");
 }
 
-TEST_F(Gpib, AsksNothingWhereThereIsNoTimeToWait) {
+TEST_F(Gpib, WithoutTimeToWaitItAsksNothing) {
   OpenDevice();
   ASSERT_EQ(QDX_SetTimeout(0), 0);
   EXPECT_EQ(AnswerStatus(), Code(Status::kReadTimeout));
@@ -146,7 +146,7 @@ TEST_F(Gpib, WritesTheRestAfterAPart) {
   EXPECT_EQ(script_->calls, (Calls{"wrt 75 abcde", "wrt 75 de"}));
 }
 
-TEST_F(Gpib, GivesUpADeviceThatTakesNothing) {
+TEST_F(Gpib, GivesUpADeviceThatAcceptsNothing) {
   OpenDevice();
   ASSERT_EQ(QDX_SetTimeout(0), 0);
   script_->writes = {{"", kError | kTimedOut, kAborted}};
@@ -173,7 +173,7 @@ TEST_F(Gpib, ADeviceThatNoLongerListensIsLost) {
   EXPECT_EQ(QDX_WritePort("c"), 0);
 }
 
-TEST_F(Gpib, ALostBoardEndsReadsAfterWhatCame) {
+TEST_F(Gpib, ALostBoardEndsReadsAfterTheReceivedBytes) {
   OpenDevice();
   script_->reads = {{"a\nb", kError, 14}, {"", kError, kSystem, ENODEV}};
   EXPECT_EQ(Answer(), "a");
@@ -183,13 +183,13 @@ TEST_F(Gpib, ALostBoardEndsReadsAfterWhatCame) {
   EXPECT_EQ(AnswerStatus(), Code(Status::kConnectionLost));
 }
 
-TEST_F(Gpib, SaysWhySelectingFailed) {
+TEST_F(Gpib, ReportsWhySelectingFailed) {
   EXPECT_EQ(SelectWith(7, -1), Code(Status::kNoSuchNode)) << "no board";
   EXPECT_EQ(SelectWith(kSystem, -1, ENOENT), Code(Status::kNoSuchNode));
   EXPECT_EQ(SelectWith(kSystem, -1, EACCES), Code(Status::kPermissionDenied));
   EXPECT_EQ(SelectWith(4, -1), Code(Status::kInvalidArgument));
   EXPECT_EQ(SelectWith(11, -1), Code(Status::kNotAvailable));
-  EXPECT_EQ(SelectWith(1, -1), Code(Status::kIoError)) << "board is not in charge";
+  EXPECT_EQ(SelectWith(1, -1), Code(Status::kIoError)) << "the board is not the controller";
   EXPECT_EQ(SelectWith(-1, 14), Code(Status::kNoSuchNode)) << "nobody on the bus";
   EXPECT_EQ(script_->calls.back(), "onl 75 0");
 }
@@ -205,7 +205,7 @@ TEST_F(Gpib, NeedsABoardNumber) {
   }
 }
 
-TEST_F(Gpib, SaysThatTheDriverIsMissing) {
+TEST_F(Gpib, ReportsThatTheDriverIsMissing) {
   for (const char* name : {"/nowhere/libgpib.so.0", "libm.so.6"}) {
     setenv("KOLVANE_GPIB_LIBRARY", name, 1);
     EXPECT_EQ(Open(), Code(Status::kNotAvailable)) << name;

@@ -8,7 +8,7 @@
 namespace kolvane::devlnk {
 namespace {
 
-TEST(GpibTimeoutCode, IsTheNextOneNotShorter) {
+TEST(GpibTimeoutCode, IsTheShortestThatIsLongEnough) {
   const struct {
     std::int32_t milliseconds;
     int code;
@@ -37,7 +37,7 @@ TEST(GpibTimeoutCode, IsNeverTheOneThatWaitsForEver) {
   EXPECT_EQ(GpibTimeoutCode(-1), 1);
 }
 
-TEST(GpibEosWord, HoldsTheCharacterWhereItHasAnEffect) {
+TEST(GpibEosWord, HasTheCharacterIfItHasAnEffect) {
   EXPECT_EQ(GpibEosWord({true, false, false, '\n', false}), 0);
   EXPECT_EQ(GpibEosWord({true, true, false, '\n', false}), 0x140A);
   EXPECT_EQ(GpibEosWord({true, false, true, 0xFF, false}), 0x18FF);

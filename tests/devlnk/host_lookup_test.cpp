@@ -6,7 +6,7 @@
 namespace kolvane::devlnk {
 namespace {
 
-TEST(StatusFromLookup, TellsAMissingHostFromAMissingAnswer) {
+TEST(StatusFromLookup, DistinguishesAMissingHostFromAMissingAnswer) {
   EXPECT_EQ(StatusFromLookup(EAI_NONAME), Status::kHostNotFound);
   EXPECT_EQ(StatusFromLookup(EAI_NODATA), Status::kHostNotFound);
   EXPECT_EQ(StatusFromLookup(EAI_AGAIN), Status::kLookupFailed);
@@ -15,14 +15,14 @@ TEST(StatusFromLookup, TellsAMissingHostFromAMissingAnswer) {
   EXPECT_EQ(StatusFromLookup(EAI_MEMORY), Status::kOutOfResources);
 }
 
-TEST(FindHost, NeedsNoTimeForAddressesInFigures) {
+TEST(FindHost, NeedsNoTimeForNumericAddresses) {
   Deadline none(0);
   EXPECT_EQ(FindHost("127.0.0.1", 80, none).addresses->ai_family, AF_INET);
   EXPECT_EQ(FindHost("::1", 80, none).addresses->ai_family, AF_INET6);
   EXPECT_FALSE(none.started());
 }
 
-TEST(FindHost, GivesALookupUpWhenTimeIsOver) {
+TEST(FindHost, GivesUpALookupWhenTimeIsOver) {
   for (int tries = 0; tries < 20; ++tries) {
     Deadline none(0);
     const FoundHost found = FindHost("localhost", 80, none);
@@ -34,7 +34,7 @@ TEST(FindHost, GivesALookupUpWhenTimeIsOver) {
   EXPECT_EQ(FindHost("localhost", 80, ample).status, Status::kOk);
 }
 
-TEST(IpPort, MayStandWithASign) {
+TEST(IpPort, MayHaveASign) {
   EXPECT_EQ(IpPortFrom(1), 1);
   EXPECT_EQ(IpPortFrom(65'535), 65'535);
   EXPECT_EQ(IpPortFrom(-1), 65'535);

@@ -47,7 +47,7 @@ TEST(InputQueue, FindsAnswersByTerminator) {
   EXPECT_EQ(Found(queue, 100, '\n'), "1/2");
 }
 
-TEST(InputQueue, FindsATerminatorThatComesAfterManyLooks) {
+TEST(InputQueue, FindsATerminatorThatComesAfterManySearches) {
   InputQueue queue;
   for (const char* piece : {"1", "2", ".", "5"}) {
     Put(queue, piece);
@@ -59,7 +59,7 @@ TEST(InputQueue, FindsATerminatorThatComesAfterManyLooks) {
   EXPECT_EQ(Found(queue, 100, '\n'), "6/6");
 }
 
-TEST(InputQueue, LooksAgainFromTheStartForAnotherTerminator) {
+TEST(InputQueue, SearchesAgainFromTheStartForAnotherTerminator) {
   InputQueue queue;
   Put(queue, "a;b");
   EXPECT_EQ(Found(queue, 100, '\n'), "-");
@@ -68,7 +68,7 @@ TEST(InputQueue, LooksAgainFromTheStartForAnotherTerminator) {
   EXPECT_EQ(Found(queue, 3, 0), "3/3");
 }
 
-TEST(InputQueue, LooksAtTheRightPlaceAfterPartsWereTaken) {
+TEST(InputQueue, SearchesAtTheRightPositionAfterPartsWereTaken) {
   InputQueue queue;
   Put(queue, "abcdef");
   EXPECT_EQ(Found(queue, 100, '\n'), "-");
@@ -94,7 +94,7 @@ TEST(InputQueue, KeepsTheOrderWhileItGrowsAndIsRead) {
   EXPECT_TRUE(Held(queue) == expected);
 }
 
-TEST(InputQueue, KeepsTheOrderWhenWhatIsLeftMovesToTheFront) {
+TEST(InputQueue, KeepsTheOrderWhenTheRestMovesToTheFront) {
   InputQueue queue;
   Put(queue, std::string(InputQueue::kChunk, 'a'));
   Put(queue, std::string(InputQueue::kChunk - 3, 'b') + "1\n2");

@@ -61,7 +61,7 @@ TEST_F(Interface, TransfersNeedAnOpenPort) {
   EXPECT_EQ(QDX_CloseInterpreterEx(100, 1), kClosed);
 }
 
-TEST_F(Interface, TheRestNeedsNone) {
+TEST_F(Interface, OtherFunctionsNeedNoOpenPort) {
   EXPECT_EQ(QDX_ClosePort(), 0);
   EXPECT_EQ(QDX_SetTimeout(0), 0);
   EXPECT_EQ(QDX_Delay(0), 0);
@@ -98,7 +98,7 @@ TEST_F(Interface, ReadArgumentsHaveTheirLimits) {
   EXPECT_EQ(byte, '#');
 }
 
-TEST_F(Interface, ANegativeTimeoutLeavesTheOldOne) {
+TEST_F(Interface, ANegativeTimeoutKeepsTheOldOne) {
   OpenLoopback();
   QDX_SetTimeout(0);
   EXPECT_EQ(QDX_SetTimeout(-1), kInvalid);
@@ -106,7 +106,7 @@ TEST_F(Interface, ANegativeTimeoutLeavesTheOldOne) {
   EXPECT_EQ(QDX_ReadPort(&byte, 1, nullptr, nullptr, 0), Code(Status::kReadTimeout));
 }
 
-TEST_F(Interface, PortKindsThatAreMissingSaySo) {
+TEST_F(Interface, PortKindsThatAreMissingAreReported) {
   EXPECT_EQ(QDX_OpenPort(488, 1, "", 8, 1, 512), kMissing);
   for (const std::int16_t port : kNoPorts) EXPECT_EQ(QDX_OpenPort(port, 1, "", 8, 1, 512), kInvalid) << port;
 }

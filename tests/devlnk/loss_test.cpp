@@ -41,7 +41,7 @@ TEST_P(Loss, FailsTheSameForReadsAndWrites) {
   EXPECT_EQ(QDX_ClosePort(), 0);
 }
 
-TEST_P(Loss, IsFoundByWritingAlone) {
+TEST_P(Loss, IsFoundByWritingOnly) {
   partner_->HangUp();
   std::int32_t status = 0;
   // The system may accept the first commands before it notices the loss.
@@ -70,7 +70,7 @@ TEST_P(Loss, OpeningAgainForgetsWhatTheEarlierPortReceived) {
 using Flush = PortTest;
 INSTANTIATE_TEST_SUITE_P(Ports, Flush, testing::ValuesIn(kKinds), NameOf);
 
-TEST_P(Flush, CountsWhatIsQueuedAndWhatTheSystemHolds) {
+TEST_P(Flush, CountsQueuedBytesAndThoseOfTheSystem) {
   EXPECT_EQ(QDX_FlushInQueue(), 0);
   partner_->Send("abc\ndef");
   EXPECT_EQ(Answer(), "abc");
@@ -81,7 +81,7 @@ TEST_P(Flush, CountsWhatIsQueuedAndWhatTheSystemHolds) {
   EXPECT_EQ(AnswerStatus(1, 0), Code(Status::kReadTimeout));
 }
 
-TEST_P(Flush, ComesToAnEndWhileThePartnerKeepsTalking) {
+TEST_P(Flush, EndsWhileThePartnerKeepsSending) {
   std::atomic<bool> enough = false;
   std::thread talker([&] {
     while (!enough) partner_->Send("unsolicited line\r\n");

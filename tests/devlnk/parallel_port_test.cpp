@@ -98,7 +98,7 @@ TEST_F(ParallelPort, NeedsNoTurnInEpp) {
   }
 }
 
-TEST_F(ParallelPort, AsksAgainUntilSomethingComes) {
+TEST_F(ParallelPort, AsksAgainUntilBytesArrive) {
   OpenQuietly(ParallelMode::kNibble);
   script_.reads = {{"", EAGAIN}, {"", EINTR}, {""}, {"x"}};
   EXPECT_EQ(ReadText(), "x");
@@ -106,7 +106,7 @@ TEST_F(ParallelPort, AsksAgainUntilSomethingComes) {
                                   "PPCLRIRQ", "read"}));
 }
 
-TEST_F(ParallelPort, AsksOnceWhereThereIsNoTimeToWait) {
+TEST_F(ParallelPort, AsksOnceIfThereIsNoTimeToWait) {
   OpenQuietly(ParallelMode::kNibble);
   const Received received = Read(0);
   EXPECT_EQ(received.bytes, 0u);
@@ -122,13 +122,13 @@ TEST_F(ParallelPort, WritesInPieces) {
                                   "PPCLRIRQ", "write cd"}));
 }
 
-TEST_F(ParallelPort, GivesUpAnInstrumentThatTakesNothing) {
+TEST_F(ParallelPort, GivesUpAnInstrumentThatAcceptsNothing) {
   OpenQuietly(ParallelMode::kEpp);
   script_.writes = {{"", EAGAIN}};
   EXPECT_EQ(Write("a", 0), Status::kWriteTimeout);
 }
 
-TEST_F(ParallelPort, IsLostWhenTheDriverSaysSo) {
+TEST_F(ParallelPort, IsLostWhenTheDriverReportsIt) {
   for (const int error : {EIO, ENXIO, ENODEV}) {
     OpenQuietly(ParallelMode::kByte);
     script_.reads = {{"", error}};
@@ -141,7 +141,7 @@ TEST_F(ParallelPort, IsLostWhenTheDriverSaysSo) {
   }
 }
 
-TEST_F(ParallelPort, SaysThatAModeIsRefused) {
+TEST_F(ParallelPort, ReportsThatAModeIsRefused) {
   script_.failing["PPNEGOT"] = EIO;
   EXPECT_EQ(Open(ParallelMode::kNibble), Status::kModeRefused);
   EXPECT_EQ(script_.calls, (Calls{"PPCLAIM", "PPGETMODES", "PPNEGOT 0", "PPRELEASE", "close"}));
@@ -160,10 +160,10 @@ TEST_F(ParallelPort, NeedsDataLinesThatCanBeReadForSomeModes) {
   EXPECT_EQ(Open(ParallelMode::kNibble), Status::kOk);
   EXPECT_EQ(Open(ParallelMode::kEpp), Status::kOk);
   script_.failing["PPGETMODES"] = ENOTTY;
-  EXPECT_EQ(Open(ParallelMode::kByte), Status::kOk) << "a driver that does not tell is tried";
+  EXPECT_EQ(Open(ParallelMode::kByte), Status::kOk) << "a driver that does not report its modes is tried";
 }
 
-TEST_F(ParallelPort, SaysWhyItCannotBeClaimed) {
+TEST_F(ParallelPort, ReportsWhyItCannotBeClaimed) {
   const struct {
     int error;
     Status status;

@@ -65,7 +65,7 @@ TEST_F(PortScan, ListsEachKindInItsOrder) {
             "parallel '' '/dev/parport0' 0 '' 'parallel port'\n");
 }
 
-TEST_F(PortScan, IsEmptyWhereThereIsNothing) {
+TEST_F(PortScan, IsEmptyWithoutPorts) {
   EXPECT_EQ(Scan(), "");
   Deadline deadline(20'000);
   EXPECT_TRUE(ScanPorts("/nowhere", deadline).empty());
@@ -79,7 +79,7 @@ TEST_F(PortScan, LeavesOutLinesWithoutAChipAndConsoles) {
   EXPECT_EQ(Scan(), "serial '' '/dev/ttyS0' 0 '' 'serial port'\n");
 }
 
-TEST_F(PortScan, TellsWhatTheNamesStandFor) {
+TEST_F(PortScan, ReportsTheNodesOfTheNames) {
   AddLine("ttyS0", "4");
   AddLine("ttyAMA0", "32");
   system_.AddClassEntry("ppdev", "parport1");
@@ -104,7 +104,7 @@ TEST_F(PortScan, AddsANamedLineThatTheRecordLacks) {
   EXPECT_EQ(Scan(), "serial 'COM2' '" + node + "' 0 '' 'serial port'\n");
 }
 
-TEST_F(PortScan, AddsNoNamedNodeThatIsNoDevice) {
+TEST_F(PortScan, AddsNoNamedNodeThatIsNotADevice) {
   const fs::path file = fs::path(system_.root()) / "file";
   std::ofstream(file) << "text";
   setenv("KOLVANE_COM1", file.c_str(), 1);
@@ -120,7 +120,7 @@ TEST_F(PortScan, ListsEveryGpibBoard) {
             "gpib 'GPIB' '/dev/gpib3' 3 '' 'GPIB board'\n");
 }
 
-TEST_F(PortScan, TakesTheDriversWholeTableForTheConfiguredBoardAlone) {
+TEST_F(PortScan, TakesTheDriversWholeTableForTheConfiguredBoardOnly) {
   for (int board = 0; board < 16; ++board)
     system_.AddClassEntry("gpib_common", "gpib" + std::to_string(board));
   setenv("KOLVANE_GPIB", "11", 1);

@@ -99,7 +99,7 @@ TEST_F(PortSessionTest, DeliversAtMostTheQueuesLimit) {
   EXPECT_EQ(session_.queued(), 0u);
 }
 
-TEST_F(PortSessionTest, StopsFlushingAnEndlessTalker) {
+TEST_F(PortSessionTest, StopsFlushingAnEndlessSender) {
   script.talks = true;
   ASSERT_EQ(Read(1, 0), Status::kOk);
   EXPECT_EQ(session_.Flush(), InputQueue::kChunk - 1 + InputQueue::kLimit);
@@ -115,13 +115,13 @@ TEST_F(PortSessionTest, GivesUpAPartnerThatDripsPastTheTimeout) {
   EXPECT_EQ(buffer_, std::string(1000, '#'));
 }
 
-TEST_F(PortSessionTest, TakesAllThatIsThereWithoutWaiting) {
+TEST_F(PortSessionTest, TakesAllReceivedBytesWithoutWaiting) {
   session_.SetTimeout(0);
   script.reads = {{InputQueue::kChunk}, {InputQueue::kChunk}, {5}};
   EXPECT_EQ(Read(2 * InputQueue::kChunk + 5, 0), Status::kOk);
 }
 
-TEST_F(PortSessionTest, TellsAFailureThatMayPass) {
+TEST_F(PortSessionTest, ReportsATemporaryFailure) {
   script.reads = {{0, Status::kOutOfResources}, {1}};
   EXPECT_EQ(Read(1, 0), Status::kOutOfResources);
   EXPECT_EQ(Read(1, 0), Status::kOk);

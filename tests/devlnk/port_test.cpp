@@ -9,7 +9,7 @@ ReadResult ReadPort(std::int32_t count, std::int16_t terminator) {
   result.status = QDX_ReadPort(buffer.data(), count, &delivered, &result.queued, terminator);
   const auto size = static_cast<std::size_t>(result.status < 0 ? 0 : delivered);
   EXPECT_LE(size, static_cast<std::size_t>(count));
-  EXPECT_EQ(buffer.find_first_not_of('#', size), std::string::npos) << "touched behind the answer";
+  EXPECT_EQ(buffer.find_first_not_of('#', size), std::string::npos) << "changed after the answer";
   result.bytes = buffer.substr(0, size);
   return result;
 }

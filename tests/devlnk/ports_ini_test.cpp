@@ -15,7 +15,7 @@ namespace {
 
 using std::string_literals::operator""s;
 
-TEST(FindPort, ReadsKeysOfItsSectionAlone) {
+TEST(FindPort, ReadsKeysOfItsSectionOnly) {
   constexpr std::string_view kText =
       "COM1=/dev/early\n[PORTS]\nCOM1=/dev/ttyUSB0\nCOM2 = /dev/ttyUSB1 "
       "\r\n[OTHER]\nCOM1=/dev/late\nLPT1=x\n";
@@ -25,7 +25,7 @@ TEST(FindPort, ReadsKeysOfItsSectionAlone) {
   EXPECT_EQ(FindPort("", "COM1"), "");
 }
 
-TEST(FindPort, IgnoresCaseMarksAndComments) {
+TEST(FindPort, IgnoresCaseByteOrderMarksAndComments) {
   EXPECT_EQ(FindPort("\xEF\xBB\xBF[ports]\ncom1=/dev/A", "COM1"), "/dev/A");
   EXPECT_EQ(FindPort("[PORTS]\n;COM1=/dev/A\n# COM1=/dev/B\nCOM1=/dev/C", "COM1"), "/dev/C");
   EXPECT_EQ(FindPort("  [Ports]\t\n\tCOM1\t=\t\"/dev/with blank \"\n", "COM1"), "/dev/with blank ");
@@ -74,7 +74,7 @@ TEST_F(NodeNames, HaveDefaults) {
   EXPECT_EQ(NodeFor("USB"), "");
 }
 
-TEST_F(NodeNames, ComeFromTheFileAndBeforeThatFromTheEnvironment) {
+TEST_F(NodeNames, ComeFromTheEnvironmentThenFromTheFile) {
   WriteFile("[PORTS]\nCOM1=/dev/ttyUSB0\nGPIB=2\nLPT1=\n");
   EXPECT_EQ(NodeFor("COM1"), "/dev/ttyUSB0");
   EXPECT_EQ(NodeFor("GPIB"), "2");
@@ -99,7 +99,7 @@ TEST_F(NodeNames, ComeFromTheHomeFolderWithoutAnAbsoluteConfigFolder) {
   EXPECT_EQ(NodeFor("COM2"), "/dev/ttyS1");
 }
 
-TEST_F(NodeNames, DoNotWaitForWhatIsNoFile) {
+TEST_F(NodeNames, DoNotWaitForAnythingButAFile) {
   std::filesystem::create_directory(Path());
   EXPECT_EQ(NodeFor("COM1"), "/dev/ttyS0");
   std::filesystem::remove(Path());

@@ -40,8 +40,7 @@ TEST(Rs485Line, HasTheBusSettingsWhileItIsOpen) {
   {
     std::unique_ptr<SerialLine> line;
     ASSERT_EQ(SerialLine::Open(pty.node(), line), Status::kOk);
-    EXPECT_EQ(driver->flags, std::uint32_t{SER_RS485_RTS_AFTER_SEND})
-        << "a line is no bus until it is asked to be";
+    EXPECT_EQ(driver->flags, std::uint32_t{SER_RS485_RTS_AFTER_SEND}) << "a line is a bus only on request";
     line->UseRs485();
     EXPECT_EQ(driver->flags, std::uint32_t{SER_RS485_ENABLED | SER_RS485_RTS_ON_SEND});
     EXPECT_EQ(driver->delay_rts_after_send, 4u);

@@ -86,7 +86,7 @@ TEST_F(Rs485, SelectingSendsNothing) {
   QDX_ClosePort();
 }
 
-TEST_F(Rs485, AnAddressThatNobodyHasTimesOutAndSpoilsNothing) {
+TEST_F(Rs485, AnUnusedAddressTimesOutAndSpoilsNothing) {
   const Bus bus({5});
   ASSERT_EQ(Open(), 0);
   ASSERT_EQ(QDX_SelectDevice(7), 0);
@@ -98,7 +98,7 @@ TEST_F(Rs485, AnAddressThatNobodyHasTimesOutAndSpoilsNothing) {
   QDX_ClosePort();
 }
 
-TEST_F(Rs485, ALineThatKnowsNoBusIsOneAllTheSame) {
+TEST_F(Rs485, ALineWithoutRs485SupportWorksToo) {
   const Bus bus({5});
   serial_rs485 settings{};
   ASSERT_EQ(ioctl(bus.line(), TIOCGRS485, &settings), -1);

@@ -27,7 +27,7 @@ struct FakeOutput final : OutputQueue {
   bool dropped = false;
 };
 
-TEST(FinishOutput, WaitsForNothingWhereNothingIsQueued) {
+TEST(FinishOutput, DoesNotWaitIfNothingIsQueued) {
   FakeOutput output(0, 0);
   FinishOutput(output, 9600);
   EXPECT_EQ(output.waited, 0);
@@ -41,7 +41,7 @@ TEST(FinishOutput, GivesShortOutputTheTimeThatItNeeds) {
   EXPECT_FALSE(output.dropped);
 }
 
-TEST(FinishOutput, LetsALongCommandGoOutAsLongAsItMoves) {
+TEST(FinishOutput, SendsALongCommandAsLongAsItMoves) {
   FakeOutput output(4000, 960);
   FinishOutput(output, 9600);
   EXPECT_FALSE(output.dropped);
@@ -50,7 +50,7 @@ TEST(FinishOutput, LetsALongCommandGoOutAsLongAsItMoves) {
   EXPECT_LE(output.waited, 5500);
 }
 
-TEST(FinishOutput, DropsWhatStandsStillForASecond) {
+TEST(FinishOutput, DropsOutputThatStandsStillForASecond) {
   for (const double bytes : {1, 100, 4096}) {
     FakeOutput output(bytes, 0);
     FinishOutput(output, 9600);

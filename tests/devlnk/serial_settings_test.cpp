@@ -36,7 +36,7 @@ TEST(SerialParameters, NeedARate) {
   EXPECT_FALSE(SerialParametersFrom({"COM1", -1, "n", 8, 1}));
 }
 
-TEST(SerialSettings, HoldTheFrameAskedFor) {
+TEST(SerialSettings, HaveTheRequestedFrame) {
   constexpr tcflag_t kAlways = CREAD | CLOCAL | B9600;
   EXPECT_EQ(ControlFlags({9600, Parity::kNone, false, false}), kAlways | CS8);
   EXPECT_EQ(ControlFlags({9600, Parity::kEven, true, false}), kAlways | CS7 | PARENB);
@@ -44,7 +44,7 @@ TEST(SerialSettings, HoldTheFrameAskedFor) {
   EXPECT_EQ(ControlFlags({9600, Parity::kNone, false, true}), kAlways | CS8 | CSTOPB);
 }
 
-TEST(SerialSettings, HoldTheRateAsCodeWhereThereIsOneAndAlwaysAsNumber) {
+TEST(SerialSettings, HaveTheRateAsNumberAndIfPossibleAsCode) {
   const struct {
     std::uint32_t baud;
     tcflag_t code;
@@ -71,7 +71,7 @@ TEST(SerialSettings, AreRawWithoutFlowControl) {
   EXPECT_EQ(settings.c_cc[VTIME], 1);
 }
 
-TEST(SerialSettings, FlowControlIsThatOfTheCharactersOrThatOfTheLines) {
+TEST(SerialSettings, HaveFlowControlByCharactersOrLines) {
   SerialParameters parameters;
   parameters.flow = FlowControl::kXonXoff;
   const termios2 characters = SettingsFor(parameters, {});
@@ -85,12 +85,12 @@ TEST(SerialSettings, FlowControlIsThatOfTheCharactersOrThatOfTheLines) {
   EXPECT_NE(lines.c_cflag & CRTSCTS, 0u);
 }
 
-TEST(SerialSettings, CheckParityOnlyWhereThereIsSome) {
+TEST(SerialSettings, CheckParityOnlyIfThereIsOne) {
   EXPECT_NE(SettingsFor({9600, Parity::kOdd, false, false}, {}).c_iflag & INPCK, 0u);
   EXPECT_EQ(SettingsFor({9600, Parity::kNone, false, false}, {}).c_iflag & INPCK, 0u);
 }
 
-TEST(SerialSettings, KeepOfTheOldOnesTheHangUpOnCloseAlone) {
+TEST(SerialSettings, KeepOnlyHangUpOnCloseOfTheOldOnes) {
   termios2 before{};
   before.c_cflag = HUPCL | CRTSCTS | PARENB | CSTOPB | CS5 | B50;
   before.c_iflag = IXON | ICRNL;
@@ -103,7 +103,7 @@ TEST(SerialSettings, KeepOfTheOldOnesTheHangUpOnCloseAlone) {
   EXPECT_EQ(settings.c_line, 3);
 }
 
-TEST(Rs485Settings, DriveTheBusWithRtsWhileSendingAlone) {
+TEST(Rs485Settings, DriveTheBusWithRtsOnlyWhileSending) {
   serial_rs485 before{};
   before.flags = SER_RS485_RTS_AFTER_SEND | SER_RS485_RX_DURING_TX | SER_RS485_TERMINATE_BUS;
   before.delay_rts_before_send = 3;

@@ -86,7 +86,7 @@ TEST_F(Serial, TheLineIsRawWhileOpenAndAsItWasAfterwards) {
   EXPECT_EQ(after.c_cc[VTIME], before.c_cc[VTIME]);
 }
 
-TEST_F(Serial, SettingsComeBackThoughThePartnerNeverRead) {
+TEST_F(Serial, SettingsAreRestoredAlthoughThePartnerNeverRead) {
   const termios before = Settings();
   ASSERT_EQ(Open(), 0);
   QDX_SetTimeout(10);
@@ -95,7 +95,7 @@ TEST_F(Serial, SettingsComeBackThoughThePartnerNeverRead) {
   EXPECT_EQ(Settings().c_lflag, before.c_lflag);
 }
 
-TEST_F(Serial, EveryRateIsPossibleThatTheDriverTakes) {
+TEST_F(Serial, EveryRateOfTheDriverIsPossible) {
   for (const std::int32_t baud : {1, 50, 300, 12'345, 115'200, 4'000'000}) EXPECT_EQ(Open(baud), 0) << baud;
   EXPECT_EQ(Open(0), Code(Status::kInvalidArgument));
   EXPECT_EQ(Open(-9600), Code(Status::kInvalidArgument));
@@ -108,7 +108,7 @@ TEST_F(Serial, ParityIsOneOfThreeLettersOrNothing) {
     EXPECT_EQ(Open(9600, parity), Code(Status::kInvalidArgument)) << parity;
 }
 
-TEST_F(Serial, BytesFromBeforeOpeningAreNoAnswer) {
+TEST_F(Serial, BytesFromBeforeOpeningAreNotAnAnswer) {
   ASSERT_EQ(write(pty_.master(), "stale\n", 6), 6);
   ASSERT_EQ(Open(), 0);
   ASSERT_EQ(write(pty_.master(), "fresh\n", 6), 6);
@@ -125,7 +125,7 @@ TEST_F(Serial, BothPortsHaveTheirOwnNodes) {
   }
 }
 
-TEST_F(Serial, TheLineIsHeldAloneUntilItIsClosed) {
+TEST_F(Serial, TheLineIsHeldExclusivelyUntilItIsClosed) {
   ASSERT_EQ(Open(), 0);
   EXPECT_EQ(flock(pty_.slave(), LOCK_EX | LOCK_NB), -1);
   EXPECT_EQ(errno, EWOULDBLOCK);
@@ -152,7 +152,7 @@ TEST_F(Serial, ALineThatAnotherProgramHoldsExclusivelyIsBusy) {
   EXPECT_EQ(Open(), Code(Status::kBusy));
 }
 
-TEST_F(Serial, NodesThatAreNoSerialLineAreToldApart) {
+TEST_F(Serial, NodesThatAreNotSerialLinesAreDistinguished) {
   const auto folder = std::filesystem::temp_directory_path();
   const std::string file = folder / ("devlnk_node_" + std::to_string(getpid()));
   close(creat(file.c_str(), 0));

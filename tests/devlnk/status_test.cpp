@@ -24,12 +24,12 @@ std::map<int, std::string> Pairs(const std::string& text, const std::string& pat
   for (const std::vector<std::string>& row : base::Pattern(pattern).FindAll(text)) {
     const std::string& name = row[name_first ? 1 : 2];
     const int code = std::stoi(row[name_first ? 2 : 1]);
-    EXPECT_TRUE(pairs.emplace(code, name).second) << code << " stands for two things";
+    EXPECT_TRUE(pairs.emplace(code, name).second) << code << " has two meanings";
   }
   return pairs;
 }
 
-TEST(StatusCodes, StandEachOnceInTheUsersTable) {
+TEST(StatusCodes, AreEachListedOnceInTheUsersTable) {
   const auto codes = Pairs(FileText(DEVLNK_STATUS_HEADER), R"(\bk(\w+) = (-\d+),)", true);
   const auto table = Pairs(FileText(DEVLNK_STATUS_TABLE), R"(\n\| (-\d+) \| `(\w+)` \|)", false);
   EXPECT_FALSE(codes.empty());
@@ -43,7 +43,7 @@ TEST(StatusCodes, LeaveMinusOneFreeAndFit16Bits) {
   }
 }
 
-TEST(StatusFromErrno, IsOneForEachFailure) {
+TEST(StatusFromErrno, IsDifferentForEachFailure) {
   EXPECT_EQ(StatusFromErrno(ENOENT), Status::kNoSuchNode);
   EXPECT_EQ(StatusFromErrno(ENODEV), Status::kNoSuchNode);
   EXPECT_EQ(StatusFromErrno(ENOTTY), Status::kWrongNode);
@@ -60,7 +60,7 @@ TEST(StatusFromErrno, IsOneForEachFailure) {
   EXPECT_EQ(StatusFromErrno(0), Status::kIoError);
 }
 
-TEST(EndsConnection, OnlyWhereNothingCanFollow) {
+TEST(EndsConnection, OnlyIfNothingCanFollow) {
   EXPECT_TRUE(EndsConnection(Status::kClosedByPeer));
   EXPECT_TRUE(EndsConnection(Status::kConnectionLost));
   EXPECT_TRUE(EndsConnection(Status::kUnreachable));

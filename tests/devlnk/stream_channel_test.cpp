@@ -44,7 +44,7 @@ class StreamChannelTest : public testing::TestWithParam<int> {
 
 INSTANTIATE_TEST_SUITE_P(Transient, StreamChannelTest, testing::Values(EAGAIN, EINTR));
 
-TEST_P(StreamChannelTest, AReadThatIsRefusedTimeAndAgainEndsWithTheDeadline) {
+TEST_P(StreamChannelTest, AReadThatIsAlwaysRefusedEndsWithTheDeadline) {
   for (const int milliseconds : {0, 5, 120}) {
     Deadline deadline(milliseconds);
     channel_.calls = 0;
@@ -55,7 +55,7 @@ TEST_P(StreamChannelTest, AReadThatIsRefusedTimeAndAgainEndsWithTheDeadline) {
   }
 }
 
-TEST_P(StreamChannelTest, AWriteThatIsRefusedTimeAndAgainEndsWithTheDeadline) {
+TEST_P(StreamChannelTest, AWriteThatIsAlwaysRefusedEndsWithTheDeadline) {
   for (const int milliseconds : {0, 5, 120}) {
     Deadline deadline(milliseconds);
     channel_.calls = 0;

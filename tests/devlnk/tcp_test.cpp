@@ -44,7 +44,7 @@ TEST_F(Tcp, PortsAbove32767MayComeAsTheNegativeNumber) {
   EXPECT_EQ(Open("127.0.0.1", listener.port() - 65'536), 0);
 }
 
-TEST_F(Tcp, PortsThatAreNoneAreInvalid) {
+TEST_F(Tcp, PortsOutOfRangeAreInvalid) {
   for (const std::int32_t port : {0, 65'536, -32'769, -65'536, INT32_MAX, INT32_MIN})
     EXPECT_EQ(Open("127.0.0.1", port), Code(Status::kInvalidArgument)) << port;
 }
@@ -73,7 +73,7 @@ TEST_F(Tcp, AClosedPortRefuses) {
   EXPECT_EQ(QDX_WritePort("x"), Code(Status::kNotOpen));
 }
 
-TEST_F(Tcp, AnAddressBeyondAnyNetworkIsUnreachable) {
+TEST_F(Tcp, AnAddressOutsideAllNetworksIsUnreachable) {
   // The limited broadcast address takes no stream connections.
   EXPECT_EQ(Open("255.255.255.255", 9), Code(Status::kUnreachable));
 }
@@ -111,7 +111,7 @@ TEST_F(Tcp, WhatArrivedBeforeAResetIsStillReadAfterAFailedWrite) {
   EXPECT_EQ(AnswerStatus(), Code(Status::kConnectionLost));
 }
 
-TEST_F(Tcp, ConnectionsAreWatchedAndNotInherited) {
+TEST_F(Tcp, ConnectionsHaveKeepAliveAndAreNotInherited) {
   const base::Listener listener(AF_INET);
   ASSERT_EQ(Open("127.0.0.1", listener.port()), 0);
   const int fd = SocketTo(listener.port());
@@ -125,7 +125,7 @@ TEST_F(Tcp, ConnectionsAreWatchedAndNotInherited) {
   EXPECT_EQ(fcntl(fd, F_GETFD) & FD_CLOEXEC, FD_CLOEXEC);
 }
 
-TEST_F(Tcp, ClosingWithUnreadInputStillHandsOverTheLastCommand) {
+TEST_F(Tcp, ClosingWithUnreadInputStillSendsTheLastCommand) {
   base::Listener listener(AF_INET);
   ASSERT_EQ(Open("127.0.0.1", listener.port()), 0);
   const int partner = listener.Accept();
@@ -139,7 +139,7 @@ TEST_F(Tcp, ClosingWithUnreadInputStillHandsOverTheLastCommand) {
   close(partner);
 }
 
-TEST_F(Tcp, OpeningClosesTheEarlierPortWhateverComesOfIt) {
+TEST_F(Tcp, OpeningClosesTheEarlierPortEvenIfItFails) {
   base::Listener listener(AF_INET);
   ASSERT_EQ(Open("127.0.0.1", listener.port()), 0);
   const int partner = listener.Accept();

@@ -41,7 +41,7 @@ TEST_P(Timeout, OfASilentPartnerIsAFailure) {
   }
 }
 
-TEST_P(Timeout, KeepsWhatCame) {
+TEST_P(Timeout, KeepsReceivedBytes) {
   partner_->Send("12.5\r");
   partner_->AwaitArrival();
   QDX_SetTimeout(30);
@@ -53,7 +53,7 @@ TEST_P(Timeout, KeepsWhatCame) {
   EXPECT_EQ(Answer(), "12.5\r\n");
 }
 
-TEST_P(Timeout, OfACountKeepsWhatCame) {
+TEST_P(Timeout, OfACountKeepsReceivedBytes) {
   partner_->Send("abc");
   partner_->AwaitArrival();
   QDX_SetTimeout(30);
@@ -88,7 +88,7 @@ TEST_P(Timeout, OfAPartnerThatStopsReadingIsAFailure) {
   EXPECT_EQ(QDX_ClosePort(), 0);
 }
 
-TEST_P(Timeout, IsNotTouchedByInterruptions) {
+TEST_P(Timeout, IsNotChangedByInterruptions) {
   const Interruptions every_millisecond;
   QDX_SetTimeout(130);
   EXPECT_EQ(AnswerStatus(), Code(Status::kReadTimeout));

@@ -50,7 +50,7 @@ TEST_F(UsbChannel, ClearsTheInstrumentAtOpeningAndFlushing) {
   EXPECT_EQ(script_.calls, (Calls{"AUTO_ABORT 1", "CLEAR", "CLEAR", "close"}));
 }
 
-TEST_F(UsbChannel, OpensWhereOnlyTheClearFails) {
+TEST_F(UsbChannel, OpensIfOnlyTheClearFails) {
   script_.failing = {{"AUTO_ABORT", ENOTTY}, {"CLEAR", EPIPE}};
   EXPECT_EQ(Open(), Status::kOk);
   script_.failing = {{"CLEAR", ENOTTY}};
@@ -59,7 +59,7 @@ TEST_F(UsbChannel, OpensWhereOnlyTheClearFails) {
   EXPECT_EQ(Open(), Status::kNoSuchNode);
 }
 
-TEST_F(UsbChannel, TellsTheDriverATimeoutThatChanges) {
+TEST_F(UsbChannel, SetsTheDriversTimeoutWhenItChanges) {
   OpenQuietly();
   script_.reads = {{"1.5\n"}, {"2\n"}};
   EXPECT_EQ(Write("MSV?\n"), Status::kOk);
@@ -84,7 +84,7 @@ TEST_F(UsbChannel, AsksForTheStatusByte) {
   }
 }
 
-TEST_F(UsbChannel, AsksNothingWhereThereIsNoTimeToWait) {
+TEST_F(UsbChannel, WithoutTimeToWaitItAsksNothing) {
   OpenQuietly();
   const Received received = Read(0);
   EXPECT_EQ(received.bytes, 0u);
@@ -101,7 +101,7 @@ TEST_F(UsbChannel, GivesUpASilentInstrument) {
   EXPECT_EQ(Write("a"), Status::kWriteTimeout);
 }
 
-TEST_F(UsbChannel, GoesOnAfterSignalsAndShortWrites) {
+TEST_F(UsbChannel, ContinuesAfterSignalsAndShortWrites) {
   OpenQuietly();
   script_.reads = {{"", EINTR}, {"x"}};
   EXPECT_EQ(Read().bytes, 1u);

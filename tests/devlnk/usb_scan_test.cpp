@@ -36,13 +36,13 @@ TEST_F(UsbScan, FindsInstrumentsBeforeAdapters) {
             "line /dev/ttyACM0 '75' 'Board'\n");
 }
 
-TEST_F(UsbScan, IsEmptyWhereThereIsNothing) {
+TEST_F(UsbScan, IsEmptyWithoutDevices) {
   EXPECT_EQ(Scan(), "");
   Deadline deadline(20'000);
   EXPECT_TRUE(ScanUsb("/nowhere", deadline).empty());
 }
 
-TEST_F(UsbScan, LeavesOutWhatIsNoUsbDeviceOrHasNoSerialNumber) {
+TEST_F(UsbScan, LeavesOutOtherDevicesAndThoseWithoutASerialNumber) {
   system_.AddDevice("1-1", {"idVendor=0403", "product=Nameless"});
   system_.AddNode("tty", "ttyUSB0", "1-1", "ttyUSB0");
   system_.AddDevice("1-2", {"idVendor=0403", "serial= \t"});

@@ -40,7 +40,7 @@ TEST_F(Usb, AScanFillsItsRecordsAndLeavesSpacesAfterThem) {
   EXPECT_EQ(buffer, Padded("B") + Padded("Bridge") + std::string(10, '#'));
 }
 
-TEST_F(Usb, TextsBeyondAsciiAreOneByteACharacter) {
+TEST_F(Usb, TextsBeyondAsciiAreOneBytePerCharacter) {
   system_.AddDevice("1-1", {"idVendor=1",
                             "serial=\xC3\x9C"
                             "7",
@@ -56,7 +56,7 @@ TEST_F(Usb, TextsBeyondAsciiAreOneByteACharacter) {
   EXPECT_EQ(Open("\xDC"
                  "7"),
             Code(Status::kWrongNode))
-      << "found, but /dev/zero is no instrument";
+      << "found, but /dev/zero is not an instrument";
 }
 
 TEST_F(Usb, ScanArgumentsHaveTheirLimits) {
@@ -68,12 +68,12 @@ TEST_F(Usb, ScanArgumentsHaveTheirLimits) {
   EXPECT_EQ(byte, '#');
 }
 
-TEST_F(Usb, OpensNothingThatIsNotThere) {
+TEST_F(Usb, OpensNoMissingInstrument) {
   EXPECT_EQ(Open(""), Code(Status::kInvalidArgument));
   EXPECT_EQ(Open("A"), Code(Status::kNoSuchNode));
   system_.AddDevice("1-1", {"idVendor=1", "serial=A"});
   system_.AddNode("usbmisc", "usbtmc0", "1-1", "nowhere");
-  EXPECT_EQ(Open("a"), Code(Status::kNoSuchNode)) << "letter case counts";
+  EXPECT_EQ(Open("a"), Code(Status::kNoSuchNode)) << "case counts";
   EXPECT_EQ(Open("A"), Code(Status::kNoSuchNode));
 }
 

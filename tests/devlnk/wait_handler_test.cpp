@@ -42,7 +42,7 @@ constexpr std::int32_t kGivenUp = Code(Status::kGivenUp);
 using WaitHandlerTest = PortTest;
 INSTANTIATE_TEST_SUITE_P(Ports, WaitHandlerTest, testing::ValuesIn(kKinds), NameOf);
 
-TEST_P(WaitHandlerTest, IsCalledFromFiftyMillisecondsOnUntilTheAnswerIsThere) {
+TEST_P(WaitHandlerTest, IsCalledFromFiftyMillisecondsOnUntilTheAnswer) {
   const Handler handler([this](int call) {
     if (call == 3) partner_->Send("late\n");
     return true;
@@ -54,7 +54,7 @@ TEST_P(WaitHandlerTest, IsCalledFromFiftyMillisecondsOnUntilTheAnswerIsThere) {
   EXPECT_GE(handler.waited_ms[2], handler.waited_ms[1] + 50);
 }
 
-TEST_P(WaitHandlerTest, IsNotCalledForAnAnswerThatIsThere) {
+TEST_P(WaitHandlerTest, IsNotCalledIfTheAnswerHasArrived) {
   const Handler handler(NotAtAll);
   for (int i = 0; i < 3; ++i) {
     EXPECT_EQ(QDX_WritePort("A?\n"), 0);
@@ -65,7 +65,7 @@ TEST_P(WaitHandlerTest, IsNotCalledForAnAnswerThatIsThere) {
   EXPECT_TRUE(handler.waited_ms.empty());
 }
 
-TEST_P(WaitHandlerTest, GivesAnAnswerUpAndLeavesWhatCame) {
+TEST_P(WaitHandlerTest, GivesUpAnAnswerAndKeepsReceivedBytes) {
   partner_->Send("12.");
   partner_->AwaitArrival();
   {
@@ -89,7 +89,7 @@ TEST_P(WaitHandlerTest, GivesUpAfterAQuickAnswerToo) {
   EXPECT_EQ(AnswerStatus(1, 0), kGivenUp);
 }
 
-TEST_P(WaitHandlerTest, GivesAnAnswerUpThatDrips) {
+TEST_P(WaitHandlerTest, GivesUpAnAnswerThatDrips) {
   int calls = 0;
   {
     const Handler handler([&](int call) { return (calls = call) < 3; });
@@ -100,20 +100,20 @@ TEST_P(WaitHandlerTest, GivesAnAnswerUpThatDrips) {
   EXPECT_EQ(Answer(400, 0), std::string(400, 'x'));
 }
 
-TEST_P(WaitHandlerTest, GivesACommandUpThatNobodyTakes) {
+TEST_P(WaitHandlerTest, GivesUpACommandThatNobodyReads) {
   const Handler handler(NotAtAll);
   EXPECT_EQ(QDX_WritePort(std::string(std::size_t{80} << 20, 'x').c_str()), kGivenUp);
   EXPECT_EQ(QDX_ClosePort(), 0);
 }
 
-TEST_P(WaitHandlerTest, OfTheTimeOutStillEndsTheWait) {
+TEST_P(WaitHandlerTest, LetsTheTimeOutEndTheWait) {
   const Handler handler(Forever);
   QDX_SetTimeout(120);
   EXPECT_EQ(AnswerStatus(), Code(Status::kReadTimeout));
   EXPECT_FALSE(handler.waited_ms.empty());
 }
 
-TEST_P(WaitHandlerTest, CannotBeginAnything) {
+TEST_P(WaitHandlerTest, CannotStartAnotherCall) {
   std::vector<std::int32_t> statuses;
   char byte = 0;
   const Handler handler([&](int) {
@@ -136,7 +136,7 @@ TEST_P(WaitHandlerTest, CannotBeginAnything) {
   EXPECT_EQ(partner_->Receive(2), "Y\n");
 }
 
-TEST_P(WaitHandlerTest, MayAskHowMuchHasCome) {
+TEST_P(WaitHandlerTest, MayAskHowMuchHasArrived) {
   partner_->Send("abc");
   partner_->AwaitArrival();
   std::int32_t waiting = 0;
@@ -148,7 +148,7 @@ TEST_P(WaitHandlerTest, MayAskHowMuchHasCome) {
   EXPECT_EQ(waiting, 3);
 }
 
-TEST(WaitHandler, GivesADelayUp) {
+TEST(WaitHandler, GivesUpADelay) {
   const Handler handler([](int call) { return call < 2; });
   EXPECT_EQ(QDX_Delay(INT32_MAX), kGivenUp);
   EXPECT_EQ(handler.waited_ms.size(), 2u);
@@ -161,7 +161,7 @@ TEST(WaitHandler, LetsADelayEnd) {
   EXPECT_EQ(QDX_Delay(0), 0);
 }
 
-TEST(WaitHandler, GivesAnAttemptToConnectUp) {
+TEST(WaitHandler, GivesUpAnAttemptToConnect) {
   const base::FullListener full;
   QDX_SetTimeout(20'000);
   const Handler handler(NotAtAll);
@@ -209,7 +209,7 @@ TEST(StatusTexts, AreGermanAndCutAtWholeCharacters) {
   char buffer[64];
   EXPECT_EQ(QDX_StatusText(Code(Status::kRefused), buffer, sizeof buffer), 20);
   EXPECT_STREQ(buffer, "Verbindung abgelehnt");
-  EXPECT_EQ(QDX_StatusText(Code(Status::kNoSuchNode), buffer, 5), 3) << "half an umlaut is none";
+  EXPECT_EQ(QDX_StatusText(Code(Status::kNoSuchNode), buffer, 5), 3) << "never half an umlaut";
   EXPECT_STREQ(buffer, "Ger");
   EXPECT_EQ(QDX_StatusText(Code(Status::kNoSuchNode), buffer, 6), 5);
   EXPECT_STREQ(buffer, "Gerä");
