@@ -54,7 +54,7 @@ TEST_F(EmulatedProgramTest, ExchangesOverTheParallelPort) {
   EXPECT_EQ(outcome.err, "");
 }
 
-TEST_F(EmulatedProgramTest, SaysWhyThereIsNoConnection) {
+TEST_F(EmulatedProgramTest, ReportsWhyThereIsNoConnection) {
   EXPECT_EQ(RunProgram({"send", "--connect", "USB::OTHER::INSTR", "X"}).err,
             "kolvane: Fehler beim Verbindungsaufbau: -10 (-10): Gerät oder Gerätedatei nicht gefunden\n");
   EXPECT_EQ(RunProgram({"send", "--connect", "LPT2", "X"}).status, 3);

@@ -40,12 +40,12 @@ TEST_F(EmulatedInstrumentTest, AnswersAProgram) {
             (Calls{"auto-abort", "clear", "write *IDN?", "write 1.5,-2?", "write #13abc?", "status byte"}));
 }
 
-TEST_F(EmulatedInstrumentTest, SaysWhatFails) {
+TEST_F(EmulatedInstrumentTest, ReportsFailures) {
   Instrument instrument("USB::MY1::INSTR");
   instrument.SetTimeoutMs(1);
   try {
     instrument.Read();
-    ADD_FAILURE() << "nothing was said";
+    ADD_FAILURE() << "no error was reported";
   } catch (const InstrumentError& error) {
     EXPECT_EQ(error.status(), InstrumentError::kReadTimeout);
   }

@@ -72,7 +72,7 @@ TEST_F(PrinterPortTest, ByteModeIsAgreedAndTurnsForEachCommand) {
                    Mode("negotiate ", IEEE1284_MODE_COMPAT), "release"}));
 }
 
-TEST_F(PrinterPortTest, Bit8ModeIsSetWithoutAsking) {
+TEST_F(PrinterPortTest, Bit8ModeIsSetWithoutNegotiation) {
   EXPECT_EQ(
       CallsOf(kBit8),
       (Calls{"claim", Mode("set ", IEEE1284_MODE_BYTE), Mode("set ", IEEE1284_MODE_COMPAT), "write MSV?",
@@ -108,7 +108,7 @@ TEST_F(PrinterPortTest, ASilentInstrumentTimesOutAndStaysUsable) {
   EXPECT_EQ(Answer(), "X");
 }
 
-TEST_F(PrinterPortTest, FlushingCountsWhatItThrowsAway) {
+TEST_F(PrinterPortTest, FlushingCountsDiscardedBytes) {
   ASSERT_EQ(Open(kEpp), 0);
   EXPECT_EQ(QDX_WritePort("old\n"), 0);
   EXPECT_EQ(QDX_FlushInQueue(), 4);
@@ -133,7 +133,7 @@ TEST_F(PrinterPortTest, AModeThatThePortLacksIsNamed) {
   EXPECT_EQ(Open(kNibble), 0);
 }
 
-TEST_F(PrinterPortTest, APortThatAnotherHoldsIsBusy) {
+TEST_F(PrinterPortTest, APortThatAnotherProgramHoldsIsBusy) {
   driver_.Refuse(PPCLAIM, EAGAIN);
   EXPECT_EQ(Open(kEpp), Code(Status::kBusy));
 }
@@ -145,7 +145,7 @@ TEST_F(PrinterPortTest, APortThatVanishesIsLost) {
   EXPECT_EQ(AnswerStatus(), Code(Status::kConnectionLost));
 }
 
-TEST_F(PrinterPortTest, TheSecondPortIsNotThere) {
+TEST_F(PrinterPortTest, TheSecondPortIsMissing) {
   unsetenv("KOLVANE_LPT2");
   EXPECT_EQ(QDX_OpenPort(91, kEpp, "", 8, 1, 512), Code(Status::kNoSuchNode));
 }

@@ -37,7 +37,7 @@ TEST_F(Rs485Line, TheDriverSwitchesTheDirectionWhileThePortIsOpen) {
   EXPECT_EQ(bus_.flags, static_cast<std::uint32_t>(SER_RS485_RTS_AFTER_SEND)) << "as it was";
 }
 
-TEST_F(Rs485Line, ThePlainLineLeavesTheBusAlone) {
+TEST_F(Rs485Line, ThePlainLineDoesNotChangeTheBus) {
   bus_.flags = SER_RS485_RTS_AFTER_SEND;
   ASSERT_EQ(QDX_OpenPort(2, 9600, "n", 8, 1, 512), 0);
   EXPECT_EQ(bus_.flags, static_cast<std::uint32_t>(SER_RS485_RTS_AFTER_SEND));

@@ -91,7 +91,7 @@ TEST_F(UsbDeviceTest, ASilentInstrumentTimesOutAndStaysUsable) {
   EXPECT_EQ(Answer(), "X\r\n");
 }
 
-TEST_F(UsbDeviceTest, AReadThatTheDriverHoldsCanBeGivenUp) {
+TEST_F(UsbDeviceTest, AReadThatTheDriverBlocksCanBeGivenUp) {
   AddInstrument();
   ASSERT_EQ(Open("MY1"), 0);
   driver_.Hold();
