@@ -146,7 +146,7 @@ class OwnNetwork {
 
 TEST_F(ConnectFault, Row03AHalfOpenConnection) {
   OwnNetwork network;
-  if (!network.entered()) GTEST_SKIP() << "no network namespace of its own";
+  if (!network.entered()) GTEST_SKIP() << "no separate network namespace";
   LiveWindow live(Port::kTcp, [](Wire& wire) {
     wire.Send("FAULT\r\n");
     wire.AwaitCalm();

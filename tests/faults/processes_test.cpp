@@ -173,13 +173,13 @@ TEST_F(Processes, Row30TheClockGoesBackAtEachLook) {
 }
 
 TEST_F(Processes, Row30AnotherMonotonicClock) {
-  if (geteuid() != 0) GTEST_SKIP() << "only root may have clocks of its own";
+  if (geteuid() != 0) GTEST_SKIP() << "only root may have separate clocks";
   FaultyInstrument instrument(Port::kTcp, Nothing);
   app::Program program(List("ONE\r\nFAULT\r\nTHREE\r\n", instrument, "200"),
                        {.wrapper = {"unshare", "-T", "--monotonic", "2000000000", "--fork"}});
   EXPECT_TRUE(program.EndsWithin(30'000));
   const app::Outcome outcome = program.Wait();
-  if (outcome.status == 1 && outcome.out.empty()) GTEST_SKIP() << "no clocks of its own: " << outcome.err;
+  if (outcome.status == 1 && outcome.out.empty()) GTEST_SKIP() << "no separate clocks: " << outcome.err;
   EXPECT_EQ(outcome.status, 4);
   EXPECT_EQ(Log(), "ONE\r\n-30\r\nTHREE\r\n");
 }

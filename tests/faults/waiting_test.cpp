@@ -91,7 +91,7 @@ TEST_P(Waiting, EscGivesUpAnAnswer) {
   ExpectUsable();
 }
 
-TEST_P(Waiting, WhatHadComeOfAnAnswerIsThereForTheNextRead) {
+TEST_P(Waiting, ReceivedBytesAreKeptForTheNextRead) {
   LiveWindow& live = Open([](Wire& wire) {
     wire.Send("begin");
     wire.AwaitCalm();
@@ -114,7 +114,7 @@ TEST_P(Waiting, EscGivesUpACommandThatNobodyReads) {
   EXPECT_EQ(live.NewLines(), "Write error: " + kGivenUp);
 }
 
-TEST_P(Waiting, EscGivesUpABlockAndDiscardsWhatCame) {
+TEST_P(Waiting, EscGivesUpABlockAndDiscardsReceivedBytes) {
   LiveWindow& live = Open([](Wire& wire) {
     wire.Send("#3100" + std::string(50, 'x'));
     wire.AwaitCalm();
@@ -129,7 +129,7 @@ TEST_P(Waiting, EscGivesUpABlockAndDiscardsWhatCame) {
 }
 
 // Each byte arrives before the library would call the window.
-TEST_P(Waiting, OfAnAnswerThatDripsWhatCameIsShown) {
+TEST_P(Waiting, OfAnAnswerThatDripsReceivedBytesAreShown) {
   LiveWindow& live = Open([](Wire& wire) {
     wire.Drip(std::string(100'000, 'x'), 10);
     return After::kGoOn;
@@ -142,7 +142,7 @@ TEST_P(Waiting, OfAnAnswerThatDripsWhatCameIsShown) {
   EXPECT_LT(lines.size(), 8192u);
 }
 
-TEST_P(Waiting, KeysAndClicksAreDroppedNotKept) {
+TEST_P(Waiting, KeysAndClicksAreDroppedNotQueued) {
   LiveWindow& live = Open(Silence);
   OnceWaiting([&] {
     auto* command = Find<QComboBox>("cmbCommand");
@@ -170,7 +170,7 @@ TEST_P(Waiting, KeysAndClicksAreDroppedNotKept) {
   EXPECT_EQ(live.instrument().lines(), (std::vector<std::string>{"FIRST", "FAULT", "NOW"}));
 }
 
-TEST_P(WaitingOnTcp, TheStateSaysWhatIsWaitedFor) {
+TEST_P(WaitingOnTcp, TheStateShowsTheReasonOfTheWait) {
   Open(Silence);
   QString state;
   WhileWaiting([&] {
@@ -223,7 +223,7 @@ TEST_P(WaitingOnTcp, ClosingGivesUpAndDoesTheLastSteps) {
   EXPECT_TRUE(live.boxes().empty());
 }
 
-TEST_P(WaitingOnTcp, StopGivesUpTheRowInHandAndEndsTheRun) {
+TEST_P(WaitingOnTcp, StopGivesUpTheCurrentRowAndEndsTheRun) {
   for (const char* key : {"TB_STOP", "TB_BREAK"}) {
     SCOPED_TRACE(key);
     LiveWindow& live = Open(Silence);
@@ -255,7 +255,7 @@ TEST_P(WaitingOnTcp, ARunIsStoppedByKeysAndByTheButtonItself) {
   }
 }
 
-TEST_P(WaitingOnTcp, EscGivesUpARowAndTheRunGoesOn) {
+TEST_P(WaitingOnTcp, EscGivesUpARowAndTheRunContinues) {
   LiveWindow& live = Open(Silence);
   OnceWaiting([&] {
     EXPECT_EQ(Find<script::CommandGrid>("CommandScript")->list().current_row(), 2);
@@ -289,7 +289,7 @@ TEST_P(WaitingOnTcp, BreakEndsADelayAndTheRun) {
   ExpectUsable();
 }
 
-TEST_P(WaitingOnTcp, WhatAStoppedRunLeavesOpenIsShown) {
+TEST_P(WaitingOnTcp, OpenLoopsOfAStoppedRunAreShown) {
   LiveWindow& live = Open(Silence);
   OnceWaiting([&] { live.Press("TB_BREAK"); });
   live.Play("$SILENT ON\r\n$REPEAT 3\r\nFAULT\r\n$ENDREPEAT\r\n");
@@ -300,7 +300,7 @@ TEST_P(WaitingOnTcp, WhatAStoppedRunLeavesOpenIsShown) {
 }
 
 // The mark follows each row that takes longer than a frame, before its answer has come.
-TEST_P(WaitingOnTcp, TheMarkIsOnTheRowInHand) {
+TEST_P(WaitingOnTcp, TheMarkIsOnTheCurrentRow) {
   LiveWindow& live = Open(Silence);
   auto* grid = Find<script::CommandGrid>("CommandScript");
   OnceWaiting([&] {
