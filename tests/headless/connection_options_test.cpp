@@ -26,7 +26,7 @@ struct OptionsTest : testing::Test {
   terminal::ReceiveControls controls{state.terminal.receive, state.terminal.shown, device, view};
 };
 
-TEST_F(OptionsTest, WithoutOptionsAllStaysButWhatIsShown) {
+TEST_F(OptionsTest, WithoutOptionsOnlyTheOutputChanges) {
   state.terminal.receive.send_terminator = "\r";
   Apply();
   EXPECT_EQ(receive().mode, terminal::receive_mode::kTerminator);
@@ -37,7 +37,7 @@ TEST_F(OptionsTest, WithoutOptionsAllStaysButWhatIsShown) {
   EXPECT_FALSE(state.terminal.options.show_response_times);
 }
 
-TEST_F(OptionsTest, AModeBringsItsTerminatorUnlessOneIsGiven) {
+TEST_F(OptionsTest, AModeSetsItsTerminatorUnlessOneIsGiven) {
   options.ReceiveMode = AnswerEnd::kGap;
   Apply();
   EXPECT_EQ(receive().mode, terminal::receive_mode::kAuto);
@@ -52,14 +52,14 @@ TEST_F(OptionsTest, AModeBringsItsTerminatorUnlessOneIsGiven) {
   EXPECT_EQ(receive().send_terminator, "");
 }
 
-TEST_F(OptionsTest, AModeThatIsAskedForUndoesAStoredBinaryFormat) {
+TEST_F(OptionsTest, ARequestedModeReplacesAStoredBinaryFormat) {
   state.terminal.shown.format = terminal::receive_format::kBinary;
   options.ReceiveMode = AnswerEnd::kTerminator;
   Apply();
   EXPECT_EQ(state.terminal.shown.format, terminal::receive_format::kAscii);
 }
 
-TEST_F(OptionsTest, BinaryEndsAtAGapOrAsAskedFor) {
+TEST_F(OptionsTest, BinaryEndsAtAGapOrAsRequested) {
   options.Binary = true;
   Apply();
   EXPECT_EQ(receive().mode, terminal::receive_mode::kAuto);
@@ -72,7 +72,7 @@ TEST_F(OptionsTest, BinaryEndsAtAGapOrAsAskedFor) {
   EXPECT_EQ(state.terminal.shown.count, "1025");
 }
 
-TEST_F(OptionsTest, TheTimeoutHoldsForConnectingAndForAnswers) {
+TEST_F(OptionsTest, TheTimeoutAppliesToConnectingAndToAnswers) {
   options.TimeoutMs = 250;
   Apply();
   ApplyConnectionOptions(options, state.connection);
@@ -80,7 +80,7 @@ TEST_F(OptionsTest, TheTimeoutHoldsForConnectingAndForAnswers) {
   EXPECT_EQ(state.connection.timeout_ms, 250);
 }
 
-TEST_F(OptionsTest, LineParametersGoOverThoseThatAreThere) {
+TEST_F(OptionsTest, LineParametersReplaceStoredOnes) {
   state.connection.port_code = device::port_code::kCom2Rs485;
   state.connection.baud = 9600;
   ApplyConnectionOptions(options, state.connection);
@@ -97,7 +97,7 @@ TEST_F(OptionsTest, LineParametersGoOverThoseThatAreThere) {
   EXPECT_EQ(state.connection.stop_bits, 2);
 }
 
-TEST_F(OptionsTest, LineParametersLeaveOtherPortsAlone) {
+TEST_F(OptionsTest, LineParametersDoNotChangeOtherPorts) {
   options.Baud = 115200;
   options.Parity = SerialParity::kOdd;
   options.DataBits = 7;

@@ -50,11 +50,11 @@ TEST_F(LineInputTest, LinesEndWithLfOrCrLf) { EXPECT_EQ(Lines("A\r\nB\nC\n"), (T
 
 TEST_F(LineInputTest, EmptyLinesAreLines) { EXPECT_EQ(Lines("\nA\n\n"), (Texts{"", "A", ""})); }
 
-TEST_F(LineInputTest, TheLastOneNeedsNoEnd) { EXPECT_EQ(Lines("A\nB"), (Texts{"A", "B"})); }
+TEST_F(LineInputTest, TheLastLineNeedsNoEnd) { EXPECT_EQ(Lines("A\nB"), (Texts{"A", "B"})); }
 
-TEST_F(LineInputTest, NothingHoldsNoLine) { EXPECT_EQ(Lines(""), Texts{}); }
+TEST_F(LineInputTest, EmptyInputHasNoLine) { EXPECT_EQ(Lines(""), Texts{}); }
 
-TEST_F(LineInputTest, WhatWasReadAlreadyIsKnown) {
+TEST_F(LineInputTest, ReportsALineThatWasReadAlready) {
   LineInput input(reader.get());
   EXPECT_FALSE(input.HasLine());
   Feed("A\nB\nC");
@@ -69,7 +69,7 @@ TEST_F(LineInputTest, WhatWasReadAlreadyIsKnown) {
   EXPECT_EQ(line, "C");
 }
 
-TEST_F(LineInputTest, ALineComesAsSoonAsItIsWhole) {
+TEST_F(LineInputTest, ALineIsReturnedOnceItIsComplete) {
   LineInput input(reader.get());
   Feed("A\nB");
   ASSERT_EQ(Next(input), Result::kLine);
@@ -93,7 +93,7 @@ TEST_F(LineInputTest, ALineWithoutEndFails) {
   feeder.join();
 }
 
-TEST_F(LineInputTest, WhatCannotBeReadFails) {
+TEST_F(LineInputTest, InputThatCannotBeReadFails) {
   const base::Descriptor folder = base::OpenDescriptor("/", O_RDONLY | O_CLOEXEC);
   LineInput input(folder.get());
   EXPECT_EQ(Next(input), Result::kFailed);

@@ -50,7 +50,7 @@ TEST_F(LinePaneTest, ACommandIsWrittenAtOnce) {
   EXPECT_EQ(out.text(), "MSV?\n");
 }
 
-TEST_F(LinePaneTest, TheResponseTimeStandsAfterTheAnswer) {
+TEST_F(LinePaneTest, TheResponseTimeFollowsTheAnswer) {
   pane.AppendLine(LineKind::kAnswer, "1");
   pane.AppendText(LineKind::kTime, texts::ResponseTime("0,5"), 0);
   pane.AppendLine(LineKind::kAnswer, "2");
@@ -58,7 +58,7 @@ TEST_F(LinePaneTest, TheResponseTimeStandsAfterTheAnswer) {
   EXPECT_EQ(out.text(), "1(dt = 0,5 ms)\n2\n");
 }
 
-TEST_F(LinePaneTest, TheResponseTimeOfASuppressedAnswerIsALineOfItsOwn) {
+TEST_F(LinePaneTest, TheResponseTimeOfASuppressedAnswerIsASeparateLine) {
   pane.AppendText(LineKind::kTime, texts::ResponseTime("0,5"), 0);
   pane.EndLine();
   EXPECT_EQ(out.text(), "(dt = 0,5 ms)\n");
@@ -116,7 +116,7 @@ TEST_F(LinePaneTest, NoticesAreMessages) {
   EXPECT_EQ(err.text(), "kolvane: connected\n");
 }
 
-TEST_F(LinePaneTest, AnAnswerInTheWordsOfANoticeIsAnAnswer) {
+TEST_F(LinePaneTest, AnAnswerThatReadsLikeANoticeIsAnAnswer) {
   pane.AppendLine(LineKind::kNotice, texts::kMeasuringStopped);
   pane.AppendLine(LineKind::kAnswer, texts::kMeasuringStopped);
   pane.EndLine();
@@ -124,7 +124,7 @@ TEST_F(LinePaneTest, AnAnswerInTheWordsOfANoticeIsAnAnswer) {
   EXPECT_EQ(err.text(), "kolvane: " + std::string(texts::kMeasuringStopped) + "\n");
 }
 
-TEST_F(LinePaneTest, AnErrorInAnAnswersPlaceIsALine) {
+TEST_F(LinePaneTest, AnErrorInsteadOfAnAnswerIsALine) {
   pane.AppendLine(LineKind::kError, "-30");
   pane.EndLine();
   EXPECT_EQ(out.text(), "-30\n");
@@ -161,7 +161,7 @@ struct LinePaneOfAHostTest : testing::Test {
   LinePane pane{out.fd(), messages};
 };
 
-TEST_F(LinePaneOfAHostTest, EveryLineIsHandedOverByItsKindAndNothingIsWritten) {
+TEST_F(LinePaneOfAHostTest, EveryLineIsPassedWithItsKindAndNothingIsWritten) {
   pane.AppendLine(LineKind::kCommand, "MSV?");
   pane.AppendLine(LineKind::kAnswer, "1\r\n2\r\n");
   pane.AppendText(LineKind::kTime, texts::ResponseTime("0,5"), 0);
@@ -178,7 +178,7 @@ TEST_F(LinePaneOfAHostTest, EveryLineIsHandedOverByItsKindAndNothingIsWritten) {
   EXPECT_EQ(out.text() + err.text(), "");
 }
 
-TEST_F(LinePaneOfAHostTest, TheFirstExceptionIsKeptAndEndsTheHanding) {
+TEST_F(LinePaneOfAHostTest, TheFirstExceptionIsKeptAndNoMoreLinesArePassed) {
   handler = [this](LineKind kind, const std::string& line) {
     lines.emplace_back(kind, line);
     throw std::runtime_error(line);
@@ -215,7 +215,7 @@ TEST(Messages, AreOneLineEach) {
   EXPECT_EQ(err.text(), "kolvane: a b c\nkolvane: Grüße\n");
 }
 
-TEST_F(LinePaneTest, ARemarkFollowsTheLineThatItIsAbout) {
+TEST_F(LinePaneTest, ARemarkFollowsItsLine) {
   pane.AppendLine(LineKind::kError, "-30");
   pane.Remark(LineKind::kError, "-30: keine Antwort");
   pane.AppendText(LineKind::kTime, "(dt = 1 ms)\r\n", 0);
@@ -235,7 +235,7 @@ TEST_F(LinePaneTest, FailedAnswersMayStayOffStandardOutput) {
   EXPECT_EQ(err.text(), "kolvane: -30: keine Antwort\n");
 }
 
-TEST_F(LinePaneTest, LinesMayBeginWithTheirTime) {
+TEST_F(LinePaneTest, LinesMayStartWithTheirTime) {
   LinePane stamped(out.fd(), messages, {.times = true});
   stamped.AppendLine(LineKind::kAnswer, "1");
   stamped.EndLine();
@@ -288,7 +288,7 @@ TEST_F(LinesInSuccessionTest, AfterAPauseALineIsWrittenAtOnce) {
   EXPECT_EQ(out.text(), "1\n2\n3\n");
 }
 
-TEST_F(LinesInSuccessionTest, WhatWaitsIsWrittenOnDemand) {
+TEST_F(LinesInSuccessionTest, WaitingLinesAreWrittenOnDemand) {
   Answer("1");
   Answer("2");
   quick.FlushDue();
@@ -301,14 +301,14 @@ TEST_F(LinesInSuccessionTest, WhatWaitsIsWrittenOnDemand) {
   EXPECT_EQ(out.text(), "1\n2\n3\n");
 }
 
-TEST_F(LinesInSuccessionTest, MuchOfItIsWrittenWhateverTheTime) {
+TEST_F(LinesInSuccessionTest, ALargeOutputIsWrittenAtOnce) {
   Answer("1");
   const std::string large(1 << 16, 'x');
   Answer(large);
   EXPECT_EQ(out.text(), "1\n" + large + "\n");
 }
 
-TEST_F(LinesInSuccessionTest, WhatIsSaidComesAfterTheLinesBeforeIt) {
+TEST_F(LinesInSuccessionTest, MessagesComeAfterEarlierLines) {
   Answer("1");
   Answer("2");
   std::string before = "not asked";

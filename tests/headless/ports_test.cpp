@@ -31,7 +31,7 @@ TEST(PortEntry, NamesUsbDevicesBySerialNumber) {
             "USB::MY 1::INSTR|/dev/usbtmc0|Bridge");
 }
 
-TEST(PortEntry, NamesTheBoardThatIsConfigured) {
+TEST(PortEntry, NamesTheConfiguredBoard) {
   EXPECT_EQ(Entry({Kind::kGpib, port_code::kGpib, "/dev/gpib0", 0, "", "GPIB board"}),
             "GPIB0::ADDRESS::INSTR|/dev/gpib0|GPIB board 0");
   EXPECT_EQ(Entry({Kind::kGpib, {}, "/dev/gpib3", 3, "", "GPIB board"}),
@@ -47,7 +47,7 @@ TEST(PortEntry, NamesParallelPorts) {
             "|/dev/parport2|parallel port, KOLVANE_LPT1=/dev/parport2 makes it LPT1");
 }
 
-TEST(PortEntry, GivesNoNameThatLeadsElsewhere) {
+TEST(PortEntry, HasNoNameThatMeansAnotherPort) {
   EXPECT_EQ(Entry({Kind::kUsb, port_code::kUsb, "/dev/usbtmc0", 0, "A::B", "Bridge"}),
             "|/dev/usbtmc0|Bridge");
   EXPECT_EQ(Entry({Kind::kUsb, port_code::kUsb, "/dev/usbtmc0", 0, "0x1::0x2::B", "Bridge"}),

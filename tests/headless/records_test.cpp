@@ -63,7 +63,7 @@ TEST_F(RecordsTest, CsvHasALineForEachExchange) {
             "T,\" X\",0,\"zwei\nZeilen\"\n");
 }
 
-TEST_F(RecordsTest, WithFieldsCsvHasTheNumericAnswersAlone) {
+TEST_F(RecordsTest, WithFieldsCsvHasOnlyNumericAnswers) {
   EXPECT_EQ(Records(AnswerFormat::kCsv, 2,
                     {{"A?", "1"}, {"*IDN?", "A,B"}, {"A?", "-30", -30}, {"B? 1,2", "1.50, -2e3,7"}}),
             "time,command,field1,field2\n"
@@ -90,7 +90,7 @@ TEST_F(RecordsTest, JsonHasTheBytesOfABinaryAnswer) {
             "\n");
 }
 
-TEST_F(RecordsTest, JsonStaysWellFormedWhateverTheCommandIs) {
+TEST_F(RecordsTest, JsonStaysWellFormedForAnyCommand) {
   const std::string record = Records(AnswerFormat::kJson, {}, {{"\xFF\n\"", "1"}});
   const auto read = nlohmann::json::parse(record);
   EXPECT_EQ(read["command"], "\xEF\xBF\xBD\n\"");
@@ -102,7 +102,7 @@ TEST_F(RecordsTest, AFailureWithoutAStatusIsMinusOne) {
   EXPECT_NE(out.text().find(",A?,-1,"), std::string::npos);
 }
 
-TEST_F(RecordsTest, WhatAWordEndedHasNoAnswer) {
+TEST_F(RecordsTest, AnExchangeEndedByAWordHasNoAnswer) {
   options.Format = AnswerFormat::kJson;
   answer.text = "of the command before";
   RecordWriter(options, device, answer, clock, pane)

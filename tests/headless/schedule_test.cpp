@@ -21,7 +21,7 @@ std::optional<std::int64_t> Next(Schedule& schedule, int now_ms) {
   return std::chrono::duration_cast<milliseconds>(*due - kStart).count();
 }
 
-TEST(Schedule, WithoutAnythingThereIsOnePass) {
+TEST(Schedule, WithoutOptionsThereIsOnePass) {
   Schedule schedule({}, {}, kStart);
   EXPECT_EQ(Next(schedule, 0), 0);
   EXPECT_EQ(Next(schedule, 5), std::nullopt);
@@ -35,7 +35,7 @@ TEST(Schedule, WithoutAPeriodPassesFollowAtOnce) {
   EXPECT_EQ(Next(schedule, 72), std::nullopt);
 }
 
-TEST(Schedule, NothingAddsUp) {
+TEST(Schedule, DelaysDoNotAddUp) {
   Schedule schedule({}, 100, kStart);
   for (int pass = 0; pass < 1000; ++pass)
     ASSERT_EQ(Next(schedule, pass == 0 ? 0 : pass * 100 - 3), pass * 100);
@@ -47,10 +47,10 @@ TEST(Schedule, MissedStartsAreSkipped) {
   EXPECT_EQ(Next(schedule, 350), 400);
   EXPECT_EQ(Next(schedule, 500), 500) << "just in time";
   EXPECT_EQ(Next(schedule, 601), 700);
-  EXPECT_EQ(Next(schedule, 701), std::nullopt) << "a start that was skipped was no pass";
+  EXPECT_EQ(Next(schedule, 701), std::nullopt) << "a skipped start is not a pass";
 }
 
-TEST(Schedule, AStartThatWasMissedByNextToNothingIsSkipped) {
+TEST(Schedule, AStartThatWasBarelyMissedIsSkipped) {
   Schedule schedule(3, 100, kStart);
   EXPECT_EQ(Next(schedule, 0), 0);
   EXPECT_EQ(schedule.Next(kStart + milliseconds(100)), kStart + milliseconds(100));
@@ -58,7 +58,7 @@ TEST(Schedule, AStartThatWasMissedByNextToNothingIsSkipped) {
             kStart + milliseconds(300));
 }
 
-TEST(WaitFor, WhatIsDueIsNotWaitedFor) {
+TEST(WaitFor, DoesNotWaitForATimeThatHasPassed) {
   const auto never = [] {
     ADD_FAILURE() << "asked";
     return true;

@@ -13,7 +13,7 @@ namespace {
 
 using Rows = std::vector<std::string>;
 
-TEST(ShellRows, ARowIsCarriedOutAtOnce) {
+TEST(ShellRows, ARowRunsAtOnce) {
   ShellRows rows;
   EXPECT_EQ(rows.Take("  MSV? 1 "), Rows{"MSV? 1"});
   EXPECT_EQ(rows.Take("$DELAY 5"), Rows{"$DELAY 5"});
@@ -21,7 +21,7 @@ TEST(ShellRows, ARowIsCarriedOutAtOnce) {
   EXPECT_FALSE(rows.open());
 }
 
-TEST(ShellRows, LoopsAndConditionsAreCarriedOutWithTheirEnd) {
+TEST(ShellRows, LoopsAndConditionsRunAtTheirEnd) {
   ShellRows rows;
   EXPECT_EQ(rows.Take("$repeat 2"), Rows{});
   EXPECT_TRUE(rows.open());
@@ -30,13 +30,13 @@ TEST(ShellRows, LoopsAndConditionsAreCarriedOutWithTheirEnd) {
   EXPECT_FALSE(rows.open());
 }
 
-TEST(ShellRows, AnEndTooManyIsARowOfItsOwn) {
+TEST(ShellRows, AnExtraEndIsASeparateRow) {
   ShellRows rows;
   EXPECT_EQ(rows.Take("$ENDREPEAT"), Rows{"$ENDREPEAT"});
   EXPECT_EQ(rows.Take("$IFERR"), Rows{}) << "it does not count against the next one";
 }
 
-TEST(ShellRows, WhatIsGivenUpIsGone) {
+TEST(ShellRows, RowsThatAreGivenUpAreDiscarded) {
   ShellRows rows;
   rows.Take("$REPEAT 2");
   EXPECT_EQ(rows.Finish(), Rows{"$REPEAT 2"});
@@ -44,7 +44,7 @@ TEST(ShellRows, WhatIsGivenUpIsGone) {
   EXPECT_EQ(rows.Take("A"), Rows{"A"});
 }
 
-TEST(ShellRows, NoMoreAreCollectedThanAListHolds) {
+TEST(ShellRows, CollectsNoMoreThanAListHolds) {
   ShellRows rows;
   EXPECT_EQ(rows.Take("$REPEAT 2"), Rows{});
   for (int row = 2; row <= script::kListRows; ++row) ASSERT_EQ(rows.Take("A"), Rows{}) << row;
@@ -74,7 +74,7 @@ TEST(ConnectionName, IsShort) {
   EXPECT_EQ(name(code::kCom1), "/dev/ttyUSB0");
 }
 
-TEST(CompleteShellLine, KnowsDollarWordsAndWhatTheyTake) {
+TEST(CompleteShellLine, KnowsDollarWordsAndTheirArguments) {
   EXPECT_EQ(CompleteShellLine("$re"), (Rows{"$REPEAT ", "$READ"}));
   EXPECT_EQ(CompleteShellLine("$ru"), Rows{"$RUN "});
   EXPECT_EQ(CompleteShellLine("$SILENT "), (Rows{"$SILENT ON", "$SILENT OFF"}));

@@ -20,7 +20,7 @@ namespace {
 
 using Way = Transcript::Way;
 
-TEST(Transcript, ALineHasTimesWayAndBytes) {
+TEST(Transcript, ALineHasTimesDirectionAndBytes) {
   const base::TempFolder folder;
   Transcript transcript;
   ASSERT_EQ(transcript.Open(folder.Path("t"), true), 0);
@@ -47,7 +47,7 @@ TEST(Transcript, TimesCanBeLeftOut) {
   EXPECT_EQ(base::ReadBytes(folder.Path("t")), "{\"way\":\"out\",\"bytes\":\"QQo=\"}\n");
 }
 
-TEST(Transcript, MayBeReadByWhomeverTheMaskAllows) {
+TEST(Transcript, IsReadableAsTheMaskAllows) {
   const base::TempFolder folder;
   const mode_t mask = umask(027);
   Transcript transcript;
@@ -67,7 +67,7 @@ TEST(Transcript, AnotherOneIsAppended) {
   EXPECT_EQ(base::ReadBytes(folder.Path("t")), "before\n{\"way\":\"open\",\"bytes\":\"\"}\n");
 }
 
-TEST(Transcript, AFileThatTakesNothingFailsOnce) {
+TEST(Transcript, AFileThatCannotBeWrittenFailsOnce) {
   Transcript transcript;
   EXPECT_EQ(transcript.Open("/nonexistent/t", true), ENOENT);
   ASSERT_EQ(transcript.Open("/dev/full", true), 0);
@@ -75,7 +75,7 @@ TEST(Transcript, AFileThatTakesNothingFailsOnce) {
   EXPECT_EQ(transcript.Write(Way::kClose, "", {}), 0);
 }
 
-TEST(Transcript, ALineThatFindsNoRoomLeavesNoPartOfItself) {
+TEST(Transcript, ALineThatDoesNotFitIsNotWrittenInPart) {
   const base::TempFolder folder;
   Transcript transcript;
   ASSERT_EQ(transcript.Open(folder.Path("t"), false), 0);
@@ -120,7 +120,7 @@ struct RecordedPortTest : testing::Test {
   RecordedSource recorded{source, transcript, prompt};
 };
 
-TEST_F(RecordedPortTest, HasBothWaysInTheirOrder) {
+TEST_F(RecordedPortTest, HasBothDirectionsInTheirOrder) {
   library.replies = {{"B\r\n"}, {"C"}};
   Library().WritePort("A\n");
   EXPECT_EQ(Read(20, '\n'), "B\r\n");
@@ -142,7 +142,7 @@ TEST_F(RecordedPortTest, AnEmptyAnswerIsItsTerminator) {
   EXPECT_EQ(Recorded(), "|<DQ==");
 }
 
-TEST_F(RecordedPortTest, FailedTransfersAreNone) {
+TEST_F(RecordedPortTest, FailedTransfersAreNotRecorded) {
   EXPECT_EQ(Read(20, '\n'), "");
   library.mode = device::FakePortLibrary::Mode::kFail;
   Library().WritePort("A\n");
@@ -160,7 +160,7 @@ TEST_F(RecordedPortTest, BytesThatComeOneByOneAreOneLine) {
   EXPECT_EQ(Recorded(), "|<QUJD");
 }
 
-TEST_F(RecordedPortTest, WhatIsFlushedIsReadBefore) {
+TEST_F(RecordedPortTest, FlushedBytesAreReadBefore) {
   library.replies = {{"ABC"}, {"DEF"}};
   library.bytes_waiting = 3;
   EXPECT_EQ(Library().FlushInQueue(), 3);
@@ -168,13 +168,13 @@ TEST_F(RecordedPortTest, WhatIsFlushedIsReadBefore) {
   EXPECT_EQ(Recorded(), "|<QUJD<REVG|");
 }
 
-TEST_F(RecordedPortTest, WhatWasNotOpenIsNotClosed) {
+TEST_F(RecordedPortTest, APortThatWasNotOpenIsNotClosed) {
   Library().ClosePort();
   Library().ClosePort();
   EXPECT_EQ(Recorded(), "||");
 }
 
-TEST_F(RecordedPortTest, TheInstrumentsEndOfTheConnectionIsNotedWithItsStatus) {
+TEST_F(RecordedPortTest, TheInstrumentsEndOfTheConnectionIsRecordedWithItsStatus) {
   library.replies = {{"A"}, {"", device::device_status::kClosedByPeer}};
   Read(20, '\n');
   Read(20, '\n');
@@ -185,21 +185,21 @@ TEST_F(RecordedPortTest, TheInstrumentsEndOfTheConnectionIsNotedWithItsStatus) {
             "{\"way\":\"close\",\"bytes\":\"\",\"status\":-40}\n");
 }
 
-TEST_F(RecordedPortTest, BytesBeforeTheEndOfTheConnectionAreThere) {
+TEST_F(RecordedPortTest, BytesBeforeTheEndOfTheConnectionAreRecorded) {
   library.replies = {{"", device::device_status::kConnectionLost}, {"AB"}};
   library.bytes_waiting = 2;
   Read(20, '\n');
   EXPECT_EQ(Recorded(), "|<QUI=|");
 }
 
-TEST_F(RecordedPortTest, AWriteMayMeetTheEndToo) {
+TEST_F(RecordedPortTest, AWriteMayFindTheEndToo) {
   library.results["WritePort"] = {device::device_status::kConnectionLost};
   Library().WritePort("A\n");
   Library().FlushInQueue();
   EXPECT_EQ(Recorded(), "||");
 }
 
-TEST_F(RecordedPortTest, AllElseGoesThrough) {
+TEST_F(RecordedPortTest, OtherCallsArePassedOn) {
   library.calls.clear();
   Library().SelectDevice(4);
   Library().SetTimeout(70);
