@@ -42,13 +42,13 @@ class CommandReference : public testing::Test {
   const RtfDocument& document_ = result_.document;
 };
 
-TEST_F(CommandReference, IsReadWithoutComplaint) {
+TEST_F(CommandReference, IsReadWithoutFaults) {
   EXPECT_EQ(result_.fault, RtfFault::kNone);
   EXPECT_GT(document_.paragraphs.size(), 200u);
   EXPECT_NE(document_.PlainText().find("Übersicht"), std::string::npos);
 }
 
-TEST_F(CommandReference, ExplainsEachCommandAndShowsItAtWork) {
+TEST_F(CommandReference, ExplainsEachCommandWithAnExample) {
   for (const std::string_view command : AllCommands()) {
     const auto heading = std::ranges::find_if(
         document_.paragraphs, [&](const RtfParagraph& paragraph) { return IsHeadingOf(paragraph, command); });
@@ -63,7 +63,7 @@ TEST_F(CommandReference, ExplainsEachCommandAndShowsItAtWork) {
   }
 }
 
-TEST_F(CommandReference, ExplainsNothingThatIsNoCommand) {
+TEST_F(CommandReference, ExplainsOnlyCommands) {
   for (const RtfParagraph& paragraph : document_.paragraphs) {
     if (paragraph.runs.size() != 1 || !paragraph.runs[0].text.starts_with("$")) continue;
     EXPECT_EQ(std::ranges::count(AllCommands(), FirstWord(paragraph.runs[0].text)), 1)
@@ -88,7 +88,7 @@ TEST_F(CommandReference, ExampleRowsHaveTheGridsColours) {
 }
 
 // Both say the same, so a warning on a page must not be missing here.
-TEST_F(CommandReference, WarnsOfWhatThePagesWarnOf) {
+TEST_F(CommandReference, HasTheWarningsOfThePages) {
   const std::string text = document_.PlainText();
   for (const char* warning : {"$IFERR trifft dort also immer zu", "Status der letzten Übertragung neu"})
     EXPECT_NE(text.find(warning), std::string::npos) << warning;
@@ -96,7 +96,7 @@ TEST_F(CommandReference, WarnsOfWhatThePagesWarnOf) {
 
 // The log is written ("mitschreiben"); recorded ("aufzeichnen") are commands into the list, and measured
 // values.
-TEST_F(CommandReference, HasOneWordForTheLog) {
+TEST_F(CommandReference, UsesOneWordForTheLog) {
   for (const RtfParagraph& paragraph : document_.paragraphs) {
     std::string text;
     for (const auto& [format, run] : paragraph.runs) text += run;
@@ -106,7 +106,7 @@ TEST_F(CommandReference, HasOneWordForTheLog) {
   }
 }
 
-TEST_F(CommandReference, QuotesEveryErrorToTheLetter) {
+TEST_F(CommandReference, QuotesEveryErrorExactly) {
   const std::string text = document_.PlainText();
   for (const char* error :
        {"Fehler in Befehlsliste (Zeile ", "\nUnbekannter $ Befehl\n", "\nSprungziel nicht gefunden\n",

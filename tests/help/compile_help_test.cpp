@@ -39,7 +39,7 @@ TEST_F(CompileHelp, TakesRemarksEmptyLinesAndCarriageReturns) {
   EXPECT_EQ(file->contents(), contents);
 }
 
-TEST_F(CompileHelp, RefusesAListThatIsNotInOrderAndLeavesNoFile) {
+TEST_F(CompileHelp, RefusesAnInvalidListAndLeavesNoFile) {
   ASSERT_TRUE(Compile("1\t1\ta.html\tA\n"));
   for (const char* topics :
        {"", "# nothing\n", "1\t1\ta.html\n", "1\t1\ta.html\tA\tmore\n", "0\t1\ta.html\tA\n",

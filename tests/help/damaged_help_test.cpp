@@ -75,7 +75,7 @@ TEST_F(DamagedHelp, ObjectsWithoutAPathFromTheRootAreLeftOut) {
   EXPECT_TRUE(file->StartPage().empty() || file->Has(file->StartPage()));
 }
 
-TEST_F(DamagedHelp, GivesAnEmptyPageWhereThePagesCannotBeRead) {
+TEST_F(DamagedHelp, ReturnsAnEmptyPageIfThePagesCannotBeRead) {
   // The compressed part is at the end; the directory before it stays whole.
   std::string bytes = whole_;
   for (std::size_t i = bytes.size() - 2000; i < bytes.size(); ++i) bytes[i] = '\xFF';

@@ -40,7 +40,7 @@ TEST_F(DemoList, IsACommandFile) {
   EXPECT_NE(std::ranges::find(rows_, "$WRITELOG Vorführung_beginnt"), rows_.end());
 }
 
-TEST_F(DemoList, UsesEverySpecialCommandAndNoOther) {
+TEST_F(DemoList, UsesExactlyTheSpecialCommands) {
   for (const std::string_view command : kSpecialCommands) EXPECT_GT(Count(command), 0) << command;
   for (const std::string& row : rows_) {
     if (!row.starts_with("$")) continue;
@@ -75,7 +75,7 @@ TEST_F(DemoList, EveryJumpHasItsTarget) {
 }
 
 // A label that a run reaches without a jump would be sent as a command.
-TEST_F(DemoList, LabelsThatAreNoCommentStandAfterTheStop) {
+TEST_F(DemoList, LabelsOutsideCommentsAreAfterTheStop) {
   const auto stop = std::ranges::find(rows_, "$STOP");
   ASSERT_NE(stop, rows_.end());
   EXPECT_TRUE(std::none_of(rows_.begin(), stop, [](const std::string& row) {
@@ -91,7 +91,7 @@ TEST_F(DemoList, StaysConnected) {
 }
 
 // The run ends on the grid's last row, far from the remarks: the last answers say what comes next.
-TEST_F(DemoList, EndsWithAnswersThatLeadOn) {
+TEST_F(DemoList, EndsWithAnswersThatSayWhatComesNext) {
   const auto stop = std::ranges::find(rows_, "$STOP");
   ASSERT_NE(stop, rows_.end());
   EXPECT_TRUE(std::prev(stop)->starts_with("ECHO ")) << *std::prev(stop);
@@ -99,7 +99,7 @@ TEST_F(DemoList, EndsWithAnswersThatLeadOn) {
   EXPECT_TRUE(std::any_of(rows_.begin(), stop, binary));
 }
 
-TEST_F(DemoList, ClosesItsLoopsAndItsSilence) {
+TEST_F(DemoList, ClosesItsLoopsAndSilentRows) {
   EXPECT_EQ(Count("$REPEAT"), Count("$ENDREPEAT"));
   EXPECT_EQ(std::ranges::count(rows_, "$SILENT ON"), std::ranges::count(rows_, "$SILENT OFF"));
   EXPECT_EQ(std::ranges::count(rows_, "$AUTOLOG ON"), std::ranges::count(rows_, "$AUTOLOG OFF"));

@@ -101,7 +101,7 @@ TEST(Examples, EveryBlockOfThePagesHasItsKind) {
   }
 }
 
-TEST(Examples, OfTheBranchesTakeThem) {
+TEST(Examples, OfBranchesTakeOneBranch) {
   for (const auto& [where, lines] : OfPages("beispiel")) {
     if (where != "befehl-ifequal.html" && where != "befehl-getparam.html") continue;
     const std::vector<std::string> log = ExampleRun(lines).log();
@@ -111,7 +111,7 @@ TEST(Examples, OfTheBranchesTakeThem) {
   }
 }
 
-TEST(Examples, OfTemplatesGiveALineAField) {
+TEST(Examples, OfTemplatesGiveOneLinePerField) {
   device::FakeClock clock;
   const std::string dump = inspect::BuildDump(inspect::Marked(AmplifierDevice(clock).Ask("BIN? 1,8")));
   const auto examples = OfPages("vorlage");

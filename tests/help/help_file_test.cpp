@@ -40,7 +40,7 @@ TEST_F(HelpFileTest, HasTheContentsInTheirOrderWithTheirLevels) {
   EXPECT_EQ(file_->contents(), expected);
 }
 
-TEST_F(HelpFileTest, GivesPagesStyleSheetAndPicturesAsTheyWereCompiled) {
+TEST_F(HelpFileTest, ReturnsPagesStyleSheetAndPicturesAsCompiled) {
   EXPECT_NE(file_->Page("start.html").find("<h1>Überblick</h1>"), std::string::npos);
   EXPECT_EQ(file_->Bytes("style.css"), "h1 { color: #003366; }\n");
   EXPECT_TRUE(file_->Bytes("images/punkt.png").starts_with("\x89PNG"));
@@ -51,7 +51,7 @@ TEST_F(HelpFileTest, MatchesPathsWithoutRegardToCase) {
   EXPECT_EQ(file_->Page("START.HTML"), file_->Page("start.html"));
 }
 
-TEST_F(HelpFileTest, GivesNothingForAnObjectThatIsNotThere) {
+TEST_F(HelpFileTest, ReturnsNothingForAMissingObject) {
   for (const char* path : {"", "nirgends.html", "../start.html", "images", "images/"})
     EXPECT_EQ(file_->Bytes(path), "") << path;
   EXPECT_FALSE(file_->Has(""));
@@ -74,12 +74,12 @@ TEST_F(HelpFileTest, SearchPutsTitlesBeforeTexts) {
   EXPECT_EQ(Pages(file_->Search("ausgabe")), (Names{"ausgabe.html", "hauptfenster.html"}));
 }
 
-TEST_F(HelpFileTest, SearchWantsEveryWord) {
+TEST_F(HelpFileTest, SearchNeedsEveryWord) {
   EXPECT_EQ(Pages(file_->Search("  ausgabe   rot ")), Names{"ausgabe.html"});
   EXPECT_EQ(Pages(file_->Search("ausgabe nirgendwo")), Names{});
 }
 
-TEST_F(HelpFileTest, SearchLooksAtTextAloneAndHasNothingForNoWord) {
+TEST_F(HelpFileTest, SearchFindsOnlyTextAndNothingWithoutWords) {
   EXPECT_EQ(file_->Search("stylesheet"), std::vector<SearchHit>{});
   EXPECT_EQ(file_->Search("Versteckt"), std::vector<SearchHit>{});
   EXPECT_EQ(file_->Search("   "), std::vector<SearchHit>{});
@@ -89,7 +89,7 @@ TEST_F(HelpFileTest, SearchResolvesEntities) {
   EXPECT_EQ(Pages(file_->Search("ähnlich über €")), Names{"hauptfenster.html"});
 }
 
-TEST(HelpFileSearch, FindsAPageOnceWhoseNameTheContentsWriteOtherwise) {
+TEST(HelpFileSearch, FindsAPageOnceIfTheContentsSpellItsNameDifferently) {
   std::string bytes = CompiledHelp();
   const std::size_t name = bytes.find("/start.html");
   ASSERT_NE(name, std::string::npos);
@@ -99,7 +99,7 @@ TEST(HelpFileSearch, FindsAPageOnceWhoseNameTheContentsWriteOtherwise) {
   EXPECT_EQ(Pages(file->Search("GRÖßE")), Names{"start.html"});
 }
 
-TEST(HelpFileOpen, IsNullForWhatIsNoHelpFile) {
+TEST(HelpFileOpen, IsNullForOtherFiles) {
   const base::TempFolder folder;
   const std::string path = folder.Path("Terminal.chm");
   EXPECT_EQ(HelpFile::Open(path), nullptr);

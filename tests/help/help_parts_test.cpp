@@ -16,19 +16,19 @@ std::string Pair(std::uint32_t number, std::uint32_t place) {
   return bytes;
 }
 
-TEST(TopicTable, ReadsPairsOfNumberAndPlace) {
+TEST(TopicTable, ReadsPairsOfNumberAndPage) {
   const auto topics = ReadTopicTable("\x10\0\0\0"s + Pair(1, 1) + Pair(0x10203, 7), "\0a.htm\0/x/b.htm\0"s);
   EXPECT_EQ(topics.size(), 2u);
   EXPECT_EQ(topics.at(1), "a.htm");
   EXPECT_EQ(topics.at(0x10203), "/x/b.htm");
 }
 
-TEST(TopicTable, TakesAnAnchorOffThePage) {
+TEST(TopicTable, StripsTheAnchor) {
   EXPECT_EQ(ReadTopicTable("    " + Pair(1, 1), "\0a.htm#place\0"s).at(1), "a.htm");
   EXPECT_TRUE(ReadTopicTable("    " + Pair(1, 1), "\0#place\0"s).empty());
 }
 
-TEST(TopicTable, LeavesOutWhatPointsNowhere) {
+TEST(TopicTable, LeavesOutEntriesWithoutATarget) {
   const std::string strings = "\0a.htm\0unended"s;
   EXPECT_TRUE(
       ReadTopicTable("    " + Pair(1, 0) + Pair(2, 7) + Pair(3, 14) + Pair(4, 0xFFFFFFFF), strings).empty());
@@ -56,18 +56,18 @@ TEST(Contents, ReadsEntriesWithTheirLevels) {
             expected);
 }
 
-TEST(Contents, TakesAnAnchorOffThePage) {
+TEST(Contents, StripsTheAnchor) {
   const std::vector<ContentsEntry> expected = {{0, "A", "a.html", "place"}, {0, "B", "b.html", ""}};
   EXPECT_EQ(ParseContents("<ul>" + Entry("A", "a.html#place") + Entry("B", "b.html#")), expected);
 }
 
-TEST(Contents, LeavesOutEntriesWithoutATitleAndWhatIsNoEntry) {
+TEST(Contents, LeavesOutEntriesWithoutATitleAndInvalidOnes) {
   EXPECT_EQ(
       ParseContents("<object><param name=ImageType value=Folder></object>" + Entry("", "x.html")).size(), 0u);
   EXPECT_EQ(ParseContents("<ul><li><object><param name=\"Name\" value=\"A\"").size(), 0u);
 }
 
-TEST(Contents, LetsNoEntryBeMoreThanOneDeeperThanTheOneBefore) {
+TEST(Contents, LimitsEachEntryToOneLevelBelowTheOneBefore) {
   const auto entries = ParseContents("<ul><ul><ul>" + Entry("A", "") + "<ul><ul>" + Entry("B", "") +
                                      "</ul></ul></ul></ul></ul></ul></ul>" + Entry("C", ""));
   ASSERT_EQ(entries.size(), 3u);
@@ -101,19 +101,19 @@ TEST(PageTextTest, TakesAnyBytes) {
   EXPECT_EQ(ReadPageText("").text, "");
 }
 
-TEST(Entities, AreResolvedWhereTheyAreKnown) {
+TEST(Entities, AreResolvedIfKnown) {
   EXPECT_EQ(ResolveEntities("&lt;&amp;&gt; &Auml;&#228;&#xE4;&#X20ac;"), "<&> Äää€");
   EXPECT_EQ(ResolveEntities("a & b &unknown; &#; &#xD800; &#1114112; &amp"),
             "a & b &unknown; &#; &#xD800; &#1114112; &amp");
 }
 
-TEST(AsUtf8Test, TakesWhatIsNoUtf8ForWindows1252) {
+TEST(AsUtf8Test, ReadsInvalidUtf8AsWindows1252) {
   EXPECT_EQ(AsUtf8("Ger\xE4t"), "Gerät");
   EXPECT_EQ(AsUtf8("Gerät"), "Gerät");
   EXPECT_EQ(AsUtf8("\xEF\xBB\xBFGerät"), "Gerät");
 }
 
-TEST(PageIndexTest, PutsTitlesThenKeyWordsThenTextsAndWhereThereIsMoreFirst) {
+TEST(PageIndexTest, RanksTitlesThenKeyWordsThenTextsByNumberOfHits) {
   PageIndex index;
   index.Add({"A", "text"}, "wort");
   index.Add({"B", "twice"}, "wort und wort");
@@ -133,7 +133,7 @@ TEST(PageIndexTest, TakesUmlautsInBothSpellings) {
     EXPECT_EQ(index.Find(word).size(), 2u) << word;
 }
 
-TEST(PageTextTest, GivesTheKeyWords) {
+TEST(PageTextTest, HasTheKeyWords) {
   const PageText page =
       ReadPageText("<head><META Name=\"Keywords\" content=\"Offset, Gr&ouml;&szlig;e\"></head>x");
   EXPECT_EQ(page.key_words, "Offset, Größe");
@@ -141,7 +141,7 @@ TEST(PageTextTest, GivesTheKeyWords) {
   EXPECT_EQ(ReadPageText("<meta name=\"author\" content=\"x\">").key_words, "");
 }
 
-TEST(PageIndexTest, LeavesOutPagesBeyondItsBound) {
+TEST(PageIndexTest, LeavesOutPagesBeyondItsLimit) {
   PageIndex index;
   index.Add({"A", "a"}, std::string(PageIndex::kMaxText - 5, 'x'));
   index.Add({"B", "b"}, "sechs!");

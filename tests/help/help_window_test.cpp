@@ -85,7 +85,7 @@ TEST_F(HelpWindowTest, OpensTheStartPageForATopicThatTheFileLacks) {
   EXPECT_EQ(Path(), "start.html");
 }
 
-TEST_F(HelpWindowTest, OpensAPageAtAnAnchorOrAtItsTopWhereThereIsNone) {
+TEST_F(HelpWindowTest, OpensAPageAtAnAnchorElseAtItsTop) {
   Show(11, "nirgends");
   EXPECT_EQ(Path(), "ausgabe.html");
   EXPECT_EQ(Page()->verticalScrollBar()->value(), 0);
@@ -93,7 +93,7 @@ TEST_F(HelpWindowTest, OpensAPageAtAnAnchorOrAtItsTopWhereThereIsNone) {
   EXPECT_GT(Page()->verticalScrollBar()->value(), 0);
 }
 
-TEST_F(HelpWindowTest, ShowsTheContentsAsATreeAndMarksThePageOnDisplay) {
+TEST_F(HelpWindowTest, ShowsTheContentsAsATreeAndSelectsThePageOnDisplay) {
   Show(11);
   ASSERT_EQ(Contents()->topLevelItemCount(), 3);
   QTreeWidgetItem* first = Contents()->topLevelItem(0);
@@ -108,7 +108,7 @@ TEST_F(HelpWindowTest, OpensAPageFromTheContents) {
   EXPECT_EQ(Path(), "verbindung.html");
 }
 
-TEST_F(HelpWindowTest, OpensThePlaceOnAPageThatTheContentsName) {
+TEST_F(HelpWindowTest, OpensTheAnchorThatTheContentsName) {
   Show(1);
   Contents()->ShowEntries({{0, "Ausgabe", "ausgabe.html"}, {0, "Farben", "ausgabe.html", "farben"}});
   ClickContents(1);
@@ -132,7 +132,7 @@ TEST_F(HelpWindowTest, GoesBackAndForwardAndToTheStartPage) {
   EXPECT_EQ(Path(), "start.html");
 }
 
-TEST_F(HelpWindowTest, ComesBackToThePlaceWhereAPageWasLeft) {
+TEST_F(HelpWindowTest, ReturnsToThePositionWhereAPageWasLeft) {
   Show(11);
   Page()->verticalScrollBar()->setValue(200);
   Show(400);
@@ -148,7 +148,7 @@ TEST_F(HelpWindowTest, FollowsALinkByKeyboard) {
   EXPECT_EQ(Path(), "hauptfenster.html");
 }
 
-TEST_F(HelpWindowTest, FollowsALinkToAPlaceOnAPage) {
+TEST_F(HelpWindowTest, FollowsALinkToAnAnchor) {
   Show(1);
   Q_EMIT Page()->anchorClicked(QUrl(QStringLiteral("chm:/ausgabe.html#farben")));
   EXPECT_EQ(Path(), "ausgabe.html");
@@ -166,7 +166,7 @@ TEST_F(HelpWindowTest, ShowsAnOutsideAddressInsteadOfFollowingIt) {
   }
 }
 
-TEST_F(HelpWindowTest, StaysWhereALinkLeadsNowhere) {
+TEST_F(HelpWindowTest, StaysOnThePageIfALinkHasNoTarget) {
   Show(1);
   Q_EMIT Page()->anchorClicked(QUrl(QStringLiteral("chm:/nirgends.html")));
   EXPECT_EQ(Path(), "start.html");
@@ -234,7 +234,7 @@ TEST_F(HelpWindowTest, GoesFromHitToHitAndOnToTheNextPage) {
   EXPECT_EQ(Page()->textCursor().selectedText().toLower(), QStringLiteral("ausgabe"));
   Page()->moveCursor(QTextCursor::Start);
   Action("HelpFindPrevious")->trigger();
-  EXPECT_EQ(Path(), "ausgabe.html") << "round the end of the list";
+  EXPECT_EQ(Path(), "ausgabe.html") << "past the end of the list";
   EXPECT_GT(Page()->textCursor().selectionStart(), first) << "from the page's end";
 }
 
@@ -249,14 +249,14 @@ TEST_F(HelpWindowTest, FindsUmlautsThatAreSpelledOut) {
   EXPECT_EQ(Page()->textCursor().selectedText().toLower(), QStringLiteral("größe"));
 }
 
-TEST_F(HelpWindowTest, WithNothingToLookForF3OpensTheSearch) {
+TEST_F(HelpWindowTest, WithoutASearchF3OpensTheSearch) {
   Show(1);
   Action("HelpFindNext")->trigger();
   EXPECT_TRUE(SearchField()->isVisible());
   EXPECT_EQ(help_.focusWidget(), SearchField());
 }
 
-TEST_F(HelpWindowTest, SaysThatNothingIsFoundOnlyWhereSomethingWasLookedFor) {
+TEST_F(HelpWindowTest, ReportsThatNothingIsFoundOnlyAfterASearch) {
   Show(1);
   SearchField()->setText(QStringLiteral("xyzzy"));
   auto* hits = help_.findChild<QLabel*>(QStringLiteral("HelpHits"));
@@ -273,7 +273,7 @@ TEST_F(HelpWindowTest, PrintsThePageOnDisplay) {
   EXPECT_EQ(printed_, QStringList{QStringLiteral("Verbindung – Hilfe zum Kolvane Terminal")});
 }
 
-TEST_F(HelpWindowTest, ChangesTheSizeOfItsLetters) {
+TEST_F(HelpWindowTest, ChangesItsFontSize) {
   Show(1);
   const int normal = Page()->font().pointSize();
   Action("HelpLarger")->trigger();
@@ -307,7 +307,7 @@ TEST_F(HelpWindowTest, NamesItsButtonsInGerman) {
   EXPECT_EQ(texts.join(QLatin1Char('|')), QStringLiteral("Zurück|Vor|Startseite|Drucken…"));
 }
 
-TEST_F(HelpWindowTest, IsHiddenByEscapeAndComesBackWithItsHistory) {
+TEST_F(HelpWindowTest, IsHiddenByEscapeAndReturnsWithItsHistory) {
   Show(1);
   Action("HelpClose")->trigger();
   EXPECT_FALSE(help_.isVisible());
@@ -362,7 +362,7 @@ TEST_F(HelpWindowTest, TakesInputUnderADialogOfADialogAndAfterwards) {
   });
 }
 
-TEST_F(HelpWindowTest, IsBlockedByADialogOfItsOwn) {
+TEST_F(HelpWindowTest, IsBlockedByItsOwnDialog) {
   Show(1);
   QDialog own(&help_);
   QTimer::singleShot(0, &own, [&] {

@@ -13,12 +13,12 @@ const HelpPages& Pages() {
   return pages;
 }
 
-TEST(HelpTopics, EachHasANumberAPageAndATitleOfItsOwn) {
+TEST(HelpTopics, EachHasItsOwnNumberPageAndTitle) {
   std::set<int> numbers;
   std::set<std::string> pages;
   std::set<std::string> titles;
   for (const TopicLine& topic : Pages().Topics()) {
-    ASSERT_NE(topic.number, 0) << "no topic: " << topic.title;
+    ASSERT_NE(topic.number, 0) << "not a topic: " << topic.title;
     EXPECT_TRUE(numbers.insert(topic.number).second) << topic.number;
     EXPECT_TRUE(pages.insert(topic.page).second) << topic.page;
     EXPECT_TRUE(titles.insert(topic.title).second) << topic.title;
@@ -38,7 +38,7 @@ TEST(HelpTopics, EachLevelIsAtMostOneBelowTheOneBefore) {
   }
 }
 
-TEST(HelpTopics, EachPageIsOneAndTheOtherWayRound) {
+TEST(HelpTopics, EachHasOnePageAndEachPageIsATopic) {
   std::set<std::string> listed;
   for (const TopicLine& topic : Pages().Topics()) {
     EXPECT_TRUE(Pages().pages().contains(topic.page)) << topic.page;
@@ -56,7 +56,7 @@ TEST(HelpTopics, TitlesAreThoseOfThePages) {
   }
 }
 
-TEST(HelpTopics, EverySpecialCommandHasOne) {
+TEST(HelpTopics, EverySpecialCommandHasATopic) {
   const std::vector<TopicLine> topics = Pages().Topics();
   for (const std::string_view command : kSpecialCommands) {
     const auto is_its = [command](const TopicLine& topic) { return FirstWord(topic.title) == command; };
@@ -83,7 +83,7 @@ TEST(HelpPages, LinksLeadToPagesAndAnchorsThatExist) {
   }
 }
 
-TEST(HelpPages, TheTemplateOfTheExampleIsTheOneSupplied) {
+TEST(HelpPages, TheTemplateOfTheExampleIsTheSuppliedOne) {
   std::string fields = base::FromWindows1252(SourceOfHelp("templates/KVA-1-KOPF.BNS"));
   std::erase(fields, '\r');
   fields.erase(0, fields.find("BYTECOUNT="));
@@ -114,7 +114,7 @@ TEST(HelpPages, EachPictureIsShown) {
 }
 
 // F1 scrolls to the anchor of a control, so what is above it is out of sight.
-TEST(HelpPages, AnchorsOfAWholePageStandInItsHeading) {
+TEST(HelpPages, AnchorsOfAWholePageAreInItsHeading) {
   for (const auto& [name, html] : Pages().pages())
     EXPECT_EQ(html.find("</h1>\n<p><a name="), std::string::npos) << name;
 }
@@ -161,14 +161,14 @@ TEST(HelpPages, AngleBracketsAndAmpersandsOfTheTextAreEntities) {
 }
 
 // Titles become entries of the contents, which other viewers take for Windows-1252.
-TEST(HelpPages, AreUtf8OfCharactersThatTheCodePageHas) {
+TEST(HelpPages, AreUtf8WithCharactersOfTheCodePageOnly) {
   for (const auto& [page, html] : Pages().pages()) {
     EXPECT_EQ(base::FromWindows1252(base::ToWindows1252(html)), html) << page;
     EXPECT_NE(html.find("charset=utf-8"), std::string::npos) << page;
   }
 }
 
-TEST(HelpPages, HoldNothingUnfinished) {
+TEST(HelpPages, ContainNothingUnfinished) {
   for (const auto& [page, html] : Pages().pages()) {
     for (const char* word : {"TODO", "FIXME", "XXX", "**", "[[", "{{", "``", "{#"})
       EXPECT_EQ(html.find(word), std::string::npos) << page << ": " << word;

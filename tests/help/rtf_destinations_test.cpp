@@ -7,7 +7,7 @@ namespace {
 
 class RtfSkipped : public testing::TestWithParam<const char*> {};
 
-TEST_P(RtfSkipped, IsNoTextOfTheDocument) {
+TEST_P(RtfSkipped, IsNotTextOfTheDocument) {
   EXPECT_EQ(Read("a{\\" + std::string(GetParam()) + " x{\\b y\\par}\\'e4\\u937 ?\\}z}b"), "[ab]/");
 }
 

@@ -14,7 +14,7 @@ TEST(RtfFormat, SwitchesBoldOnAndOff) {
   EXPECT_EQ(Read("\\b1 a\\b2 b"), "b[ab]/");
 }
 
-TEST(RtfFormat, LeavesOutWhatThePaneCannotShow) {
+TEST(RtfFormat, LeavesOutFormatsThatThePaneCannotShow) {
   EXPECT_EQ(Read("\\deff1" + kTables + "a\\i b\\ul c\\ulnone\\fs30 d\\f1 e"), "[abcde]/");
 }
 
@@ -22,11 +22,11 @@ TEST(RtfFormat, BelongsToItsGroup) {
   EXPECT_EQ(Read(kTables + "a{\\b b{\\cf1 c}d}e"), "[a]b[b]b#FF0000[c]b[d][e]/");
 }
 
-TEST(RtfFormat, ReachesOverParagraphs) { EXPECT_EQ(Read("\\b a\\par\\pard b"), "b[a]/b[b]/"); }
+TEST(RtfFormat, ContinuesInTheNextParagraph) { EXPECT_EQ(Read("\\b a\\par\\pard b"), "b[a]/b[b]/"); }
 
-TEST(RtfFormat, NeighboursAlikeAreOneRun) { EXPECT_EQ(Read("a\\b\\b0 b{c}\\'64"), "[abcd]/"); }
+TEST(RtfFormat, EqualNeighboursAreOneRun) { EXPECT_EQ(Read("a\\b\\b0 b{c}\\'64"), "[abcd]/"); }
 
-TEST(RtfFormat, TakesColoursOutOfTheTable) {
+TEST(RtfFormat, TakesColoursFromTheTable) {
   EXPECT_EQ(Read(kTables + "\\cf1 a\\cf2 b\\cf3 c\\cf0 d"), "#FF0000[a]#008000[b]#030201[c][d]/");
   EXPECT_EQ(Read(kTables + "\\cf1 a\\cf4 b\\cf1 c\\cf-1 d\\cf1 e\\cf f"),
             "#FF0000[a][b]#FF0000[c][d]#FF0000[e][f]/");
@@ -43,7 +43,7 @@ TEST(RtfFormat, ColourTableEndsAt256Entries) {
   EXPECT_EQ(Read(table + "}\\cf255 a\\cf256 b"), "#0000FF[a][b]/");
 }
 
-TEST(RtfFormat, PlainEndsItAll) { EXPECT_EQ(Read(kTables + "\\b\\cf1 a\\plain b"), "b#FF0000[a][b]/"); }
+TEST(RtfFormat, PlainEndsAllFormats) { EXPECT_EQ(Read(kTables + "\\b\\cf1 a\\plain b"), "b#FF0000[a][b]/"); }
 
 }  // namespace
 }  // namespace kolvane::help

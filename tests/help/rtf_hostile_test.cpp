@@ -21,7 +21,7 @@ std::string Repeated(std::string_view piece, std::size_t count) {
   return out;
 }
 
-TEST(RtfFaults, OtherFilesAreNoRichText) {
+TEST(RtfFaults, OtherFilesAreNotRichText) {
   for (const std::string& bytes :
        {""s, "\0"s, "{"s, "text"s, "\\rtf1 x"s, "{\\rt"s, "{\\rtfx1 a}"s, "{rtf1}"s, "{{\\rtf1}}"s,
         "}{\\rtf1}"s, "\xEF\xBB\xBF{\\rtf1 x}"s, "{\\*\\rtf1 x}"s, "%PDF-1.4"s}) {
@@ -33,7 +33,7 @@ TEST(RtfFaults, OtherFilesAreNoRichText) {
   EXPECT_EQ(FaultOf("\r\n{\\rtf1 x}"), RtfFault::kNone);
 }
 
-TEST(RtfFaults, AMissingBraceShowsWhatIsThere) {
+TEST(RtfFaults, AMissingBraceLeavesTheTextBefore) {
   EXPECT_EQ(FaultOf("{\\rtf1 a{\\b b\\par c"), RtfFault::kTruncated);
   EXPECT_EQ(TextOf("{\\rtf1 a{\\b b\\par c"), "ab\nc\n");
   EXPECT_EQ(TextOf("{\\rtf1 a\\"), "a\n");
@@ -46,7 +46,7 @@ TEST(RtfFaults, ADamagedByteIsLeftOut) {
   EXPECT_EQ(TextOf("{\\rtf1 a\\'xyb\\par c}"), "axyb\nc\n");
 }
 
-TEST(RtfFaults, TheFirstOneIsTold) { EXPECT_EQ(FaultOf("{\\rtf1 a\\'xy"), RtfFault::kBadByte); }
+TEST(RtfFaults, TheFirstOneIsReported) { EXPECT_EQ(FaultOf("{\\rtf1 a\\'xy"), RtfFault::kBadByte); }
 
 TEST(RtfFaults, TextAfterTheLastBraceIsLeftOut) {
   EXPECT_EQ(FaultOf("{\\rtf1 a} b}"), RtfFault::kTextAfterEnd);
@@ -56,7 +56,7 @@ TEST(RtfFaults, TextAfterTheLastBraceIsLeftOut) {
   EXPECT_EQ(FaultOf("{\\rtf1 a}\r\n \t\0\0"s), RtfFault::kNone);
 }
 
-TEST(RtfFaults, GroupsEndAtTheirDeepest) {
+TEST(RtfFaults, GroupsHaveALargestDepth) {
   const auto nested = [](std::size_t depth) {
     return "{\\rtf1 a" + Repeated("{", depth - 1) + "b" + Repeated("}", depth - 1) + "c}";
   };
@@ -66,7 +66,7 @@ TEST(RtfFaults, GroupsEndAtTheirDeepest) {
   EXPECT_EQ(TextOf(nested(kRtfDeepest + 1)), "a\n");
 }
 
-TEST(RtfFaults, PiecesEndAtTheirMost) {
+TEST(RtfFaults, PiecesHaveALargestNumber) {
   const RtfResult most = ReadRtf("{\\rtf1" + Repeated("\\par", kRtfMostPieces) + "}");
   EXPECT_EQ(most.fault, RtfFault::kNone);
   EXPECT_EQ(most.document.paragraphs.size(), kRtfMostPieces);
@@ -95,7 +95,7 @@ const std::string kSample =
     "{\\cf1\\f1\\i\\ul $REPEAT\\~3}\\tab\\'e4\\line\\{\\bin3 }}}\\}\\par}";
 
 // A \u with a truncated number is another character, and may leave half of a surrogate pair before it.
-TEST(RtfHostile, CutAnywhereItShowsABeginning) {
+TEST(RtfHostile, CutAnywhereItShowsTheStart) {
   constexpr std::ptrdiff_t kTwoCharacters = 6;
   const std::string whole = TextOf(kSample);
   ASSERT_EQ(whole, "Titel\nΩ\U0001F600$REPEAT\u00A03\tä\n{}\n");

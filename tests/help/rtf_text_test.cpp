@@ -7,7 +7,7 @@ namespace {
 
 using namespace std::string_literals;
 
-TEST(RtfText, IsCutIntoParagraphs) {
+TEST(RtfText, IsSplitIntoParagraphs) {
   EXPECT_EQ(Read(""), "");
   EXPECT_EQ(Read("a"), "[a]/");
   EXPECT_EQ(Read("a\\par b\\par"), "[a]/[b]/");
@@ -42,7 +42,7 @@ TEST(RtfText, KnowsNamedCharacters) {
   EXPECT_EQ(Read("\\bullet\\endash\\emdash\\lquote\\rquote\\ldblquote\\rdblquote"), "[•–—‘’“”]/");
 }
 
-TEST(RtfUnicodeText, PassesOverItsFallback) {
+TEST(RtfUnicodeText, SkipsItsFallback) {
   EXPECT_EQ(Read("\\u937 ?x"), "[Ωx]/");
   EXPECT_EQ(Read("\\u937?x"), "[Ωx]/");
   EXPECT_EQ(Read("\\u937\\'3fx"), "[Ωx]/");

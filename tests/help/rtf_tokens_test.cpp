@@ -23,7 +23,7 @@ std::string Tokens(const std::string& bytes) {
   }
 }
 
-TEST(RtfTokens, CutsGroupsTextAndControls) {
+TEST(RtfTokens, SplitsGroupsTextAndControls) {
   EXPECT_EQ(Tokens(""), "E");
   EXPECT_EQ(Tokens("{a b}"), "{:{ t:a b }:} E");
   EXPECT_EQ(Tokens("\\b x"), "w:b t:x E");
@@ -33,21 +33,21 @@ TEST(RtfTokens, CutsGroupsTextAndControls) {
   EXPECT_EQ(Tokens("\\li-x"), "w:li t:-x E");
 }
 
-TEST(RtfTokens, PassesOverLineEndsAndControlBytes) {
+TEST(RtfTokens, SkipsLineEndsAndControlBytes) {
   EXPECT_EQ(Tokens("a\r\nb\0c\x01\x1F"
                    "d\te"s),
             "t:a t:b t:c t:d\te E");
   EXPECT_EQ(Tokens("\\b\nx"), "w:b t:x E");
 }
 
-TEST(RtfTokens, HoldsNumbersAtTheEndsOf32Bits) {
+TEST(RtfTokens, LimitsNumbersTo32Bits) {
   EXPECT_EQ(Tokens("\\x2147483647"), "w:x:2147483647 E");
   EXPECT_EQ(Tokens("\\x2147483648"), "w:x:2147483647 E");
   EXPECT_EQ(Tokens("\\x-2147483648"), "w:x:-2147483648 E");
   EXPECT_EQ(Tokens("\\x-99999999999999999999999999"), "w:x:-2147483648 E");
 }
 
-TEST(RtfTokens, PassesOverBinaryData) {
+TEST(RtfTokens, SkipsBinaryData) {
   EXPECT_EQ(Tokens("\\bin3 }{\\x"), "B t:x E");
   EXPECT_EQ(Tokens("\\bin0 x"), "B t:x E");
   EXPECT_EQ(Tokens("\\bin-5 x"), "B t:x E");
@@ -56,7 +56,7 @@ TEST(RtfTokens, PassesOverBinaryData) {
   EXPECT_EQ(Tokens("\\bin2147483647 x"), "T E");
 }
 
-TEST(RtfTokens, TellsWhatIsCutOffFromWhatIsDamaged) {
+TEST(RtfTokens, DistinguishesTruncatedFromDamagedText) {
   EXPECT_EQ(Tokens("a\\"), "t:a T E");
   EXPECT_EQ(Tokens("\\'"), "T E");
   EXPECT_EQ(Tokens("\\'e"), "T E");

@@ -140,7 +140,7 @@ TEST(WidgetTopics, LeadToThePageOfTheirSubject) {
   EXPECT_EQ(count, AllWidgetTopics().size());
 }
 
-TEST(WidgetTopics, StandForMembersOfAControlArray) {
+TEST(WidgetTopics, ApplyToMembersOfAControlArray) {
   EXPECT_EQ(WidgetTopic("Port_0"), 310u);
   EXPECT_EQ(WidgetTopic("Port_9"), 316u);
   EXPECT_EQ(WidgetTopic("optFormat_4"), WidgetTopic("optFormat_0"));
@@ -153,7 +153,7 @@ TEST(WidgetTopics, AreMissingForNamesThatNoWindowHas) {
     EXPECT_EQ(WidgetTopic(name), std::nullopt) << name;
 }
 
-TEST(WidgetTopics, TakeTheInnermostNameThatHasOne) {
+TEST(WidgetTopics, AreThoseOfTheInnermostNameThatHasOne) {
   const auto place = [](std::vector<std::string> names) { return PlaceOfNames(names); };
   EXPECT_EQ(place({}), (HelpPlace{kStartTopic, ""}));
   EXPECT_EQ(place({"", "x"}), (HelpPlace{kStartTopic, ""}));
@@ -163,7 +163,7 @@ TEST(WidgetTopics, TakeTheInnermostNameThatHasOne) {
 }
 
 // Words that a user searches for who does not know those of the page.
-TEST(HelpSearch, FindsWhatIsCalledOtherwiseHere) {
+TEST(HelpSearch, FindsSynonyms) {
   const auto file = HelpFile::Open(KOLVANE_COMPILED_HELP);
   ASSERT_NE(file, nullptr);
   const std::pair<const char*, const char*> words[] = {{"Offset", "hexdump.html"},
