@@ -36,7 +36,7 @@ TEST_F(BinInspectDialogTest, FitsTheUsualScreenWithALargeFont) {
   QApplication::setFont(before);
 }
 
-TEST_F(BinInspectDialogTest, CarriesItsTextsToTheLetter) {
+TEST_F(BinInspectDialogTest, HasExactTexts) {
   Open("A");
   EXPECT_EQ(dialog_->objectName(), "frmBinInspect");
   EXPECT_EQ(dialog_->windowTitle(), "Binärdaten analysieren");
@@ -117,7 +117,7 @@ TEST_F(BinInspectDialogTest, WithoutTemplatesTheListIsEmpty) {
   EXPECT_FALSE(Lines()->isVisible());
 }
 
-TEST_F(BinInspectDialogTest, WithTemplatesTheFirstIsInForceAndItsLinesHidden) {
+TEST_F(BinInspectDialogTest, WithTemplatesTheFirstIsUsedAndItsLinesAreHidden) {
   AddTemplate("a.BNS", "BYTECOUNT=2\r\nSumme;SHORT;0\r\n");
   Open("\x01\x02"s);
   EXPECT_EQ(state_.format_code, 5);
@@ -152,7 +152,7 @@ TEST_F(BinInspectDialogTest, TheTwoHandlersShowTheLinesOfDifferentTemplates) {
   EXPECT_FALSE(Templates()->isEnabled());
 }
 
-TEST_F(BinInspectDialogTest, TheDumpEndsAboveWhatStandsBelowItAtEverySize) {
+TEST_F(BinInspectDialogTest, TheDumpEndsAboveItsLowerNeighbourAtEverySize) {
   AddTemplate("a.BNS", "");
   Open("A");
   for (const QSize size : {QSize(900, 900), dialog_->minimumSizeHint(), QSize(700, 500)}) {
@@ -178,7 +178,7 @@ TEST_F(BinInspectDialogTest, LinesAreWindows1252) {
   EXPECT_EQ(LineTexts(), QStringList{"Größe=\"€\""});
 }
 
-TEST_F(BinInspectDialogTest, ATemplateThatIsGoneGivesNoLines) {
+TEST_F(BinInspectDialogTest, AMissingTemplateGivesNoLines) {
   AddTemplate("a.BNS", "x;BYTE;0");
   Open("A");
   Option(5)->click();
@@ -196,7 +196,7 @@ TEST_F(BinInspectDialogTest, TheValueIsCopied) {
   EXPECT_EQ(QApplication::clipboard()->text(), "65");
 }
 
-TEST_F(BinInspectDialogTest, TheMarkedDigitsAreCopiedByMenu) {
+TEST_F(BinInspectDialogTest, TheSelectedDigitsAreCopiedByMenu) {
   Open("AB");
   Option(1)->click();
   ClickAt(5);
@@ -216,7 +216,7 @@ TEST_F(BinInspectDialogTest, LinesAreCopiedWhileTheyAreShown) {
   EXPECT_EQ(QApplication::clipboard()->text(), "y=0");
 }
 
-TEST_F(BinInspectDialogTest, TheKeyboardAloneSuffices) {
+TEST_F(BinInspectDialogTest, TheKeyboardIsEnough) {
   Open("\x01\x02"s);
   QTest::keyClick(Dump(), Qt::Key_Tab);
   EXPECT_TRUE(Option(0)->hasFocus());
@@ -233,7 +233,7 @@ TEST_F(BinInspectDialogTest, TheKeyboardAloneSuffices) {
   EXPECT_FALSE(dialog_->isVisible());
 }
 
-TEST_F(BinInspectDialogTest, FormatAndByteOrderOutliveTheDialog) {
+TEST_F(BinInspectDialogTest, FormatAndByteOrderAreKeptForTheNextDialog) {
   Open("\x01\x02"s);
   Option(1)->click();
   Find<QCheckBox>("chkMotorola")->click();
@@ -243,7 +243,7 @@ TEST_F(BinInspectDialogTest, FormatAndByteOrderOutliveTheDialog) {
   EXPECT_EQ(Value(), "258");
 }
 
-TEST_F(BinInspectDialogTest, AFormatWhoseTemplateIsGoneBecomesTheByte) {
+TEST_F(BinInspectDialogTest, AFormatWithAMissingTemplateBecomesTheByte) {
   AddTemplate("a.BNS", "");
   Open("A");
   std::filesystem::remove(folder_.Path("a.BNS"));
@@ -252,7 +252,7 @@ TEST_F(BinInspectDialogTest, AFormatWhoseTemplateIsGoneBecomesTheByte) {
   EXPECT_EQ(Value(), "65");
 }
 
-TEST_F(BinInspectDialogTest, TooMuchIsAnOverflow) {
+TEST_F(BinInspectDialogTest, TooManyBytesAreAnOverflow) {
   Open("A");
   EXPECT_THROW(dialog_->Initialize(Marked(Ramp(32768))), base::RuntimeError);
   EXPECT_NO_THROW(dialog_->Initialize(Marked(Ramp(32752))));

@@ -17,7 +17,7 @@ TEST(BitRangeTest, ASingleBitIsItsOwnDivisor) {
   Expect(14, 14, 16384, 16384);
 }
 
-TEST(BitRangeTest, SeveralBitsAreNotMovedDown) {
+TEST(BitRangeTest, SeveralBitsAreNotShiftedDown) {
   Expect(0, 3, 15, 1);
   Expect(4, 7, 0xF0, 1);
 }
@@ -32,7 +32,7 @@ TEST(BitRangeTest, Bit15AndAboveNeverEnterTheMask) {
   Expect(15, 16, 0, 1);
 }
 
-TEST(BitRangeTest, NegativeBitsAreNone) {
+TEST(BitRangeTest, NegativeBitsAreIgnored) {
   Expect(-1, -1, 0, 0);
   Expect(-3, 1, 3, 1);
   Expect(-32768, 32767, 0x7FFF, 1);

@@ -19,14 +19,14 @@ TEST(BlockSource, TakesRegularFilesOnly) {
   EXPECT_EQ(source.Open(folder.Path("none")), ENOENT);
   ASSERT_EQ(mkfifo(folder.Path("pipe").c_str(), 0600), 0);
   EXPECT_EQ(source.Open(folder.Path("pipe")), EINVAL);
-  EXPECT_EQ(source.Read(0, 10), "before") << "what was there stays";
+  EXPECT_EQ(source.Read(0, 10), "before") << "the old content stays";
   base::WriteBytes(folder.Path("file"), "0123456789");
   EXPECT_EQ(source.Open(folder.Path("file")), 0);
   EXPECT_EQ(source.size(), 10u);
   EXPECT_EQ(source.Read(8, 10), "89");
 }
 
-TEST(BlockSource, FindsFromAPositionOnAndThenFromTheStart) {
+TEST(BlockSource, SearchesFromAPositionOnAndThenFromTheStart) {
   BlockSource source;
   source.SetBytes("abcab");
   EXPECT_EQ(source.Find("ab", 0), 0u);
@@ -35,7 +35,7 @@ TEST(BlockSource, FindsFromAPositionOnAndThenFromTheStart) {
   EXPECT_EQ(source.Find("ac", 0), std::nullopt);
 }
 
-TEST(BlockSource, FindsWhatIsFarFromTheStart) {
+TEST(BlockSource, FindsBytesFarFromTheStart) {
   BlockSource source;
   for (std::size_t size = 1 << 10; size <= 4 << 20; size *= 2) {
     source.SetBytes(std::string(size - 1, '.') + "abc" + std::string(size, '.'));

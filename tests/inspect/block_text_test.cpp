@@ -17,7 +17,7 @@ TEST(CopyText, HasEachForm) {
   EXPECT_EQ(CopyText(CopyForm::kText, "A\xE4", 0), "Aä");
 }
 
-TEST(CopyText, HasSixteenBytesALine) {
+TEST(CopyText, HasSixteenBytesPerLine) {
   const std::string bytes(17, 'B');
   EXPECT_EQ(CopyText(CopyForm::kHex, bytes, 0), "42 42 42 42 42 42 42 42 42 42 42 42 42 42 42 42\n42");
   const std::string c = CopyText(CopyForm::kC, bytes, 0);
@@ -39,7 +39,7 @@ TEST(SearchBytes, TakesHexTextAndQuotedText) {
             "f");
 }
 
-TEST(SearchBytes, RefusesWhatNoByteIs) {
+TEST(SearchBytes, RefusesInvalidBytes) {
   EXPECT_EQ(SearchBytes(""), std::nullopt);
   EXPECT_EQ(SearchBytes("5 Ω"), std::nullopt);
 }
@@ -54,7 +54,7 @@ TEST(TypedOffset, TakesDecimalHexadecimalAndRelativeNumbers) {
   EXPECT_EQ(TypedOffset("-&H10", 5), -11);
 }
 
-TEST(TypedOffset, RefusesWhatIsNoOffset) {
+TEST(TypedOffset, RefusesInvalidOffsets) {
   for (const char* typed :
        {"", "+", "&H", "0x", "abc", "1 2", "12x", "--4", "+-4", "1.5", "99999999999999999999"})
     EXPECT_EQ(TypedOffset(typed, 0), std::nullopt) << typed;

@@ -17,13 +17,13 @@ TEST(BoxPositionsTest, EachLineOfTheDumpIsOnePositionShorterInTheBox) {
   EXPECT_EQ(positions.ToBox(3 * 62), 3 * 61);
 }
 
-TEST(BoxPositionsTest, InsideALineEndIsTheNextLinesBegin) {
+TEST(BoxPositionsTest, InsideALineEndIsTheNextLinesStart) {
   const BoxPositions positions(DumpOf(Ramp(48)));
   EXPECT_EQ(positions.ToBox(61), 61);
   EXPECT_EQ(positions.FromBox(61), 62);
 }
 
-TEST(BoxPositionsTest, WhatGoesToTheBoxComesBack) {
+TEST(BoxPositionsTest, PositionsSurviveConversionToTheBoxAndBack) {
   const std::string texts[] = {DumpOf(Ramp(48)), "a\rb\nc\r\n\r\r\n\nd", "\r\n\r\n", "\n\r", ""};
   for (const std::string& text : texts) {
     const BoxPositions positions(text);

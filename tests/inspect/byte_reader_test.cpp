@@ -29,7 +29,7 @@ class ByteReaderTest : public testing::Test {
   ByteBuffer buffer_;
 };
 
-TEST(HexPairTest, IsReadAsFarAsItIsANumber) {
+TEST(HexPairTest, IsReadUpToTheFirstInvalidDigit) {
   EXPECT_EQ(HexPair('4', '1'), 0x41);
   EXPECT_EQ(HexPair('f', 'F'), 0xFF);
   EXPECT_EQ(HexPair('4', 'x'), 4);
@@ -50,7 +50,7 @@ TEST_F(ByteReaderTest, OneByteIsReadAndSelected) {
   EXPECT_EQ(view_.selected, 2);
 }
 
-TEST_F(ByteReaderTest, ReadingStepsOverGroupsAndLines) {
+TEST_F(ByteReaderTest, ReadingContinuesAcrossGroupsAndLines) {
   EXPECT_TRUE(Read(DumpOf(Ramp(48)), 5, 20));
   for (int i = 0; i < 20; ++i) EXPECT_EQ(buffer_[static_cast<std::size_t>(i)], i);
   EXPECT_EQ(view_.caret, 5);
@@ -77,7 +77,7 @@ TEST_F(ByteReaderTest, TheLastBytesOfTheDumpGiveFewerThanAskedFor) {
   EXPECT_EQ(view_.selected, 24);
 }
 
-TEST_F(ByteReaderTest, BeyondTheMarkedBytesOfALineStandZeros) {
+TEST_F(ByteReaderTest, BeyondTheSelectedBytesOfALineAreZeros) {
   EXPECT_TRUE(Read(DumpOf("\x01\x02"), 5, 4));
   EXPECT_EQ(First(5), (std::vector<int>{1, 2, 0, 0, 0xEE}));
 }
@@ -108,7 +108,7 @@ TEST_F(ByteReaderTest, TheBufferTakes257Bytes) {
   EXPECT_EQ(view_.selected, 16 * 62 + 2);
 }
 
-TEST_F(ByteReaderTest, AskedForMoreItFillsTheBufferAndStopsAfterIt) {
+TEST_F(ByteReaderTest, ALargerCountFillsTheBufferAndStops) {
   const std::string dump = DumpOf(Ramp(400));
   for (const std::int32_t count : {258, 1000000000, 0, -1, std::numeric_limits<std::int32_t>::min()}) {
     buffer_.fill(0xEE);
@@ -128,7 +128,7 @@ TEST_F(ByteReaderTest, CountsBelowOneReadToTheEndOfAShortDump) {
   }
 }
 
-TEST_F(ByteReaderTest, EveryCaretOfAnyTextIsSafe) {
+TEST_F(ByteReaderTest, EveryCaretInAnyTextIsSafe) {
   const std::string texts[] = {DumpOf(Ramp(20)), "4", "zz\r\n", std::string(70, '\0'),
                                std::string(1, '\xFF')};
   for (const std::string& text : texts) {

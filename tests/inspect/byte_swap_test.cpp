@@ -22,7 +22,7 @@ TEST(ByteSwapTest, ASingleIsABitPattern) {
   }
 }
 
-TEST(ByteValuesTest, LowBytesStandFirst) {
+TEST(ByteValuesTest, LowBytesAreFirst) {
   ByteBuffer buffer{0x01, 0x02, 0x03, 0x04};
   EXPECT_EQ(ByteAt(buffer, 1), 2);
   EXPECT_EQ(ShortAt(buffer, 0, false), 513);

@@ -35,7 +35,7 @@ TEST(CaretTest, AFirstDigitIsKept) {
   }
 }
 
-TEST(CaretTest, ASecondDigitLeadsOneFurther) {
+TEST(CaretTest, ASecondDigitLeadsToTheNextPosition) {
   EXPECT_EQ(Valid(6), 7);
   EXPECT_EQ(Valid(10), 11);
   EXPECT_EQ(Valid(37), 38);
@@ -51,7 +51,7 @@ TEST(CaretTest, TheLinesLastDigitLeadsBack) {
   EXPECT_EQ(Valid(62 + 39), 62 + 38);
 }
 
-TEST(CaretTest, WhatStandsRightOfTheBytesLeadsToTheNextLine) {
+TEST(CaretTest, APositionRightOfTheBytesLeadsToTheNextLine) {
   for (const Position column : {40, 44, 59, 60, 61}) EXPECT_EQ(Valid(column), 67) << column;
 }
 
@@ -92,7 +92,7 @@ TEST(CaretTest, RightFromALinesLastByteReachesTheNextLine) {
   EXPECT_EQ(Valid(right), 67);
 }
 
-TEST(CaretTest, LeftFromALinesFirstByteComesBackToIt) { EXPECT_EQ(Valid(AfterKey(key::kLeft, 67)), 67); }
+TEST(CaretTest, LeftFromALinesFirstByteReturnsToIt) { EXPECT_EQ(Valid(AfterKey(key::kLeft, 67)), 67); }
 
 TEST(CaretTest, LeftFromAGroupsFirstByteStopsAtTheSpaceBeforeIt) {
   const Position left = Valid(AfterKey(key::kLeft, 14));
@@ -100,7 +100,7 @@ TEST(CaretTest, LeftFromAGroupsFirstByteStopsAtTheSpaceBeforeIt) {
   EXPECT_EQ(Valid(AfterKey(key::kLeft, left)), 11);
 }
 
-TEST(CaretTest, LeftFromTheTextsEndComesBackToIt) { EXPECT_EQ(Valid(AfterKey(key::kLeft, 124)), 124); }
+TEST(CaretTest, LeftFromTheTextsEndReturnsToIt) { EXPECT_EQ(Valid(AfterKey(key::kLeft, 124)), 124); }
 
 TEST(CaretTest, LeftHeldDownReachesTheLineBefore) {
   Position caret = 67;

@@ -43,7 +43,7 @@ TEST_F(DecodeTest, ABlockIsDecodedInEveryFormat) {
   EXPECT_EQ(view_.selected, 17);
 }
 
-TEST_F(DecodeTest, NetworkOrderHoldsForAllButDoubles) {
+TEST_F(DecodeTest, NetworkOrderAppliesToAllButDoubles) {
   state_.network_order = true;
   Show("\x01\x02\x03\x04\0\0\0\0"s);
   EXPECT_EQ(Caption(format::kByte), "1");
@@ -71,7 +71,7 @@ TEST_F(DecodeTest, LargeAndSmallFloatsHaveAnExponent) {
   EXPECT_EQ(Caption(format::kFloat), "0,1");
 }
 
-TEST_F(DecodeTest, MissingBytesKeepWhatAnEarlierReadLeft) {
+TEST_F(DecodeTest, MissingBytesKeepEarlierValues) {
   Show(Ramp(16));
   EXPECT_EQ(Caption(format::kLong), "50462976");
   view_.MoveTo(38);

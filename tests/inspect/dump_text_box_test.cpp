@@ -45,14 +45,14 @@ TEST_F(DumpTextBoxTest, CountsALineEndAsTwoPositions) {
   EXPECT_EQ(Caret(), 62 + 7);
 }
 
-TEST_F(DumpTextBoxTest, KnowsAPlaceInsideALineEndThatTheBoxDoesNot) {
+TEST_F(DumpTextBoxTest, KeepsAPositionInsideALineEnd) {
   PutCaret(61);
   EXPECT_EQ(Caret(), 61);
   QTest::keyClick(&box_, Qt::Key_Left);
   EXPECT_EQ(Caret(), 59);
 }
 
-TEST_F(DumpTextBoxTest, TheSelectionBeginsAtTheCaret) {
+TEST_F(DumpTextBoxTest, TheSelectionStartsAtTheCaret) {
   DumpView view = box_.View();
   view.Select(38, 62 + 7 - 38);
   box_.Show(view);
@@ -87,7 +87,7 @@ TEST_F(DumpTextBoxTest, NoOtherKeyMovesTheCaretOrChangesTheText) {
   EXPECT_EQ(box_.toPlainText(), text);
 }
 
-TEST_F(DumpTextBoxTest, EveryKeyThatIsLetGoIsTold) {
+TEST_F(DumpTextBoxTest, EveryReleasedKeyIsReported) {
   QSignalSpy key_up(&box_, &DumpTextBox::KeyUp);
   QTest::keyPress(&box_, Qt::Key_Right);
   EXPECT_EQ(key_up.count(), 0);
@@ -96,7 +96,7 @@ TEST_F(DumpTextBoxTest, EveryKeyThatIsLetGoIsTold) {
   EXPECT_EQ(key_up.count(), 2);
 }
 
-TEST_F(DumpTextBoxTest, AKeyThatIsHeldDownHasNotBeenLetGo) {
+TEST_F(DumpTextBoxTest, AKeyThatIsHeldDownIsNotReleased) {
   QSignalSpy key_up(&box_, &DumpTextBox::KeyUp);
   PutCaret(67);
   for (int repeat = 0; repeat < 14; ++repeat) {
@@ -109,7 +109,7 @@ TEST_F(DumpTextBoxTest, AKeyThatIsHeldDownHasNotBeenLetGo) {
   EXPECT_EQ(Caret(), 39);
 }
 
-TEST_F(DumpTextBoxTest, AClickIsToldOfTheLeftButtonAlone) {
+TEST_F(DumpTextBoxTest, OnlyClicksOfTheLeftButtonAreReported) {
   QSignalSpy click(&box_, &DumpTextBox::Click);
   QTest::mouseClick(box_.viewport(), Qt::RightButton);
   EXPECT_EQ(click.count(), 0);
@@ -117,7 +117,7 @@ TEST_F(DumpTextBoxTest, AClickIsToldOfTheLeftButtonAlone) {
   EXPECT_EQ(click.count(), 1);
 }
 
-TEST_F(DumpTextBoxTest, MarkedBytesAreClickedNotDragged) {
+TEST_F(DumpTextBoxTest, SelectedBytesAreClickedNotDragged) {
   DumpView view = box_.View();
   view.Select(5, 8);
   box_.Show(view);
@@ -132,7 +132,7 @@ TEST_F(DumpTextBoxTest, MarkedBytesAreClickedNotDragged) {
   EXPECT_EQ(Caret(), 5);
 }
 
-TEST_F(DumpTextBoxTest, ADoubleClickMarksNoWord) {
+TEST_F(DumpTextBoxTest, ADoubleClickSelectsNoWord) {
   PutCaret(9);
   const QPoint place = box_.cursorRect().center();
   QTest::mouseDClick(box_.viewport(), Qt::LeftButton, {}, place);

@@ -19,7 +19,7 @@ TEST(FormatChoiceTest, OptionsBelowFiveAreTheirOwnCode) {
   }
 }
 
-TEST(FormatChoiceTest, TheOptionShowsTheLinesOfTheFirstTemplateAlone) {
+TEST(FormatChoiceTest, TheOptionShowsTheLinesOfTheFirstTemplateOnly) {
   InspectorState state;
   EXPECT_TRUE(ClickFormat(state, 5, 0).lines_shown);
   EXPECT_EQ(state.format_code, 5);
@@ -35,7 +35,7 @@ TEST(FormatChoiceTest, WithoutTemplatesTheirOptionMeansTheDouble) {
   EXPECT_EQ(state.format_code, format::kDouble);
 }
 
-TEST(FormatChoiceTest, TheListShowsTheLinesOfTheSecondTemplateAlone) {
+TEST(FormatChoiceTest, TheListShowsTheLinesOfTheSecondTemplateOnly) {
   InspectorState state;
   EXPECT_FALSE(ClickTemplate(state, 0).lines_shown);
   EXPECT_EQ(state.format_code, 5);

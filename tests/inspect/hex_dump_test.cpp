@@ -10,7 +10,7 @@ namespace {
 
 std::string Line(const std::string& dump, std::size_t line) { return dump.substr(line * 62, 62); }
 
-TEST(HexDumpTest, AByteStandsAsDigitsAndAsCharacter) {
+TEST(HexDumpTest, AByteIsShownAsDigitsAndAsCharacter) {
   EXPECT_EQ(BuildDump("<41><42><43>"), "0000 414243                                 ABC.............\r\n");
 }
 
@@ -19,21 +19,21 @@ TEST(HexDumpTest, SixteenBytesFillALine) {
             "0000 41424344 45464748 494A4B4C 4D4E4F50    ABCDEFGHIJKLMNOP\r\n");
 }
 
-TEST(HexDumpTest, TheSeventeenthByteBeginsALineWithItsOffset) {
+TEST(HexDumpTest, TheSeventeenthByteStartsALineWithItsOffset) {
   const std::string dump = DumpOf(Ramp(17));
   ASSERT_EQ(dump.size(), 124u);
   EXPECT_EQ(Line(dump, 0), "0000 00010203 04050607 08090A0B 0C0D0E0F    ................\r\n");
   EXPECT_EQ(Line(dump, 1), "0016 10                                     ................\r\n");
 }
 
-TEST(HexDumpTest, NothingMarkedIsNoLine) {
+TEST(HexDumpTest, AnEmptySelectionHasNoLine) {
   EXPECT_EQ(BuildDump(""), "");
   EXPECT_EQ(BuildDump(">"), "");
   EXPECT_EQ(BuildDump("4"), "");
   EXPECT_EQ(BuildDump("<>"), "");
 }
 
-TEST(HexDumpTest, TheLastCharacterIsNeverLookedAt) {
+TEST(HexDumpTest, TheLastCharacterIsIgnored) {
   EXPECT_EQ(BuildDump("<41><42").substr(0, 12), "0000 414    ");
   EXPECT_EQ(BuildDump("414"), "0000 41                                     A...............\r\n");
   EXPECT_EQ(BuildDump("4142"), "0000 414                                    A...............\r\n");
@@ -46,7 +46,7 @@ TEST(HexDumpTest, APartOfALineThatDoesNotEndInADigitIsLost) {
   EXPECT_EQ(BuildDump(Marked(Ramp(16)) + "<4").size(), 62u);
 }
 
-TEST(HexDumpTest, EveryCharacterButTheBracketsCountsAsADigit) {
+TEST(HexDumpTest, EveryCharacterExceptTheBracketsCountsAsADigit) {
   EXPECT_EQ(BuildDump("<41>\r\n<42>"), "0000 41\r\n42                                 A.B.............\r\n");
   EXPECT_EQ(BuildDump("x y\xFCz<41>").substr(0, 16), "0000 x y\xFCz41    ");
   EXPECT_EQ(BuildDump(std::string("\0<41>", 5)).substr(5, 3), std::string("\0"
@@ -54,12 +54,12 @@ TEST(HexDumpTest, EveryCharacterButTheBracketsCountsAsADigit) {
                                                                           3));
 }
 
-TEST(HexDumpTest, WhatIsNoHexadecimalNumberIsAPoint) {
+TEST(HexDumpTest, AnInvalidHexadecimalNumberIsAPoint) {
   EXPECT_EQ(Line(BuildDump("zz4141"), 0).substr(44, 3), ".A.");
   EXPECT_EQ(Line(BuildDump("5z41x"), 0).substr(44, 2), ".A");
 }
 
-TEST(HexDumpTest, CharactersFrom32To127ShowThemselves) {
+TEST(HexDumpTest, CharactersFrom32To127AreShown) {
   EXPECT_EQ(Line(DumpOf("\x1F\x20\x7E\x7F\x80\xFF"), 0).substr(44, 6), ". ~\x7F..");
 }
 
@@ -68,7 +68,7 @@ TEST(HexDumpTest, LowerCaseDigitsStayAsTheyAre) {
   EXPECT_EQ(BuildDump("<4a>").substr(0, 46), "0000 4a                                     J.");
 }
 
-TEST(HexDumpTest, OffsetsFrom10000OnTakeThePlaceOfTheSpace) {
+TEST(HexDumpTest, OffsetsFrom10000OnReplaceTheSpace) {
   const std::string dump = DumpOf(Ramp(10016));
   EXPECT_EQ(Line(dump, 624).substr(0, 9), "9984 0001");
   EXPECT_EQ(Line(dump, 625).substr(0, 9), "100001011");
@@ -94,13 +94,13 @@ TEST(HexDumpTest, OneMoreLineOverflows) {
   EXPECT_EQ(BuildDump(Marked(Ramp(32753)) + " ").size(), 2047u * 62);
 }
 
-TEST(HexDumpTest, BytesStandAtSixteenColumns) {
+TEST(HexDumpTest, BytesAreInSixteenColumns) {
   std::string columns;
   for (Position column = 0; column < kLineLength; ++column) columns += IsByteColumn(column) ? 'x' : '-';
   EXPECT_EQ(columns, "-----x-x-x-x--x-x-x-x--x-x-x-x--x-x-x-x-----------------------");
 }
 
-TEST(DumpOfBytes, IsTheDumpOfTheSameBytesMarked) {
+TEST(DumpOfBytes, IsTheDumpOfTheSameBytesSelected) {
   std::string all;
   for (int i = 0; i < 700; ++i) all += static_cast<char>(i * 7);
   for (const std::size_t length : {0u, 1u, 15u, 16u, 17u, 700u}) {
@@ -128,7 +128,7 @@ TEST(ByteAtPlace, IsThatOfTheDigitsOrTheOneBefore) {
   EXPECT_EQ(ByteAtPlace(kCharacters), 15u);
 }
 
-TEST(AppendDumpLine, GoesOnPastTheOffsetsOfTheInspector) {
+TEST(AppendDumpLine, ContinuesPastTheOffsetsOfTheInspector) {
   std::string line;
   AppendDumpLine(100000, "A", line);
   EXPECT_TRUE(line.starts_with("100000 41 "));

@@ -68,7 +68,7 @@ class InspectToolsTest : public BinInspectDialogTest {
   void Click(const char* button) { Find<QPushButton>(button)->click(); }
 };
 
-TEST_F(InspectToolsTest, ThePanelHasEachTypeAtOnceAndAtEachMove) {
+TEST_F(InspectToolsTest, ThePanelShowsEachTypeAtTheStartAndAfterEachMove) {
   Open("\x01\x02\x03\x04"s);
   EXPECT_EQ(Cell("16 Bit ohne Vorzeichen", 1), "513");
   EXPECT_EQ(Cell("16 Bit ohne Vorzeichen", 2), "258");
@@ -98,7 +98,7 @@ TEST_F(InspectToolsTest, AClickMeansTheByteUnderThePointer) {
   }
 }
 
-TEST_F(InspectToolsTest, GoesToAPlaceOrSaysWhyNot) {
+TEST_F(InspectToolsTest, GoesToAPositionOrReportsWhyNot) {
   Open(Ramp(64));
   Type("GoToEdit", "&H11");
   EXPECT_EQ(Caret(), 17u);
@@ -113,7 +113,7 @@ TEST_F(InspectToolsTest, GoesToAPlaceOrSaysWhyNot) {
   EXPECT_EQ(Value(), "15");
 }
 
-TEST_F(InspectToolsTest, FindsBytesAndTextsRoundTheEnd) {
+TEST_F(InspectToolsTest, SearchesBytesAndTextsAcrossTheEnd) {
   Open("RIFF....WAVERIFF"s);
   Type("InspectFind", "RIFF");
   EXPECT_EQ(Caret(), 12u);
@@ -142,7 +142,7 @@ TEST_F(InspectToolsTest, PageKeysMoveTheViewAndNotTheCaret) {
   EXPECT_LT(Dump()->verticalScrollBar()->value(), top);
 }
 
-TEST_F(InspectToolsTest, CopiesTheWholeBlockOrWhatIsMarked) {
+TEST_F(InspectToolsTest, CopiesTheWholeBlockOrTheSelection) {
   Open("ABCDEF");
   Option(1)->click();
   ClickAt(5);
@@ -224,7 +224,7 @@ TEST_F(InspectToolsTest, ATemplateIsRepeatedAndSavedAsCsv) {
   EXPECT_EQ(base::ReadBytes(folder_.Path("all.csv")), "a,b\n65,66\n67,68\n69,\n");
 }
 
-TEST_F(InspectToolsTest, AnEditedTemplateRunsAnew) {
+TEST_F(InspectToolsTest, AnEditedTemplateRunsAgain) {
   AddTemplate("a.BNS", "BYTECOUNT=1\r\na;BYTE;0");
   Open("AB");
   Click("cmdResultList");
@@ -233,7 +233,7 @@ TEST_F(InspectToolsTest, AnEditedTemplateRunsAnew) {
   EXPECT_TRUE(QTest::qWaitFor([&] { return LineTexts() == QStringList{"new=65"}; }));
 }
 
-TEST_F(InspectToolsTest, LinesThatFailedAreTold) {
+TEST_F(InspectToolsTest, LinesThatFailedAreReported) {
   AddTemplate("a.BNS", "BYTECOUNT=1\r\na;BYTE;0\r\nb;FLAOT;0");
   Open("AB");
   EXPECT_FALSE(Find<QLabel>("TemplateProblems")->isVisible());
@@ -265,7 +265,7 @@ TEST_F(InspectToolsTest, AFileIsLoadedPageByPage) {
   EXPECT_EQ(base::ReadBytes(folder_.Path("copy")), bytes);
 }
 
-TEST_F(InspectToolsTest, ADroppedFileIsLoadedAndWhatCannotBeReadIsTold) {
+TEST_F(InspectToolsTest, ADroppedFileIsLoadedAndAFailureIsReported) {
   base::WriteBytes(folder_.Path("data"), "XYZ");
   Open("A");
   Drop(folder_.Path("data"));

@@ -32,13 +32,13 @@ TEST_F(TemplateLimitsTest, TheLastOffsetIs256) {
             (Lines{"a=255", "b=0", "c=255", "d=0", "e=0"}));
 }
 
-TEST_F(TemplateLimitsTest, AnOffsetThatIsNo32BitNumberKeepsTheOneBefore) {
+TEST_F(TemplateLimitsTest, AnOffsetThatIsNotA32BitNumberKeepsTheOneBefore) {
   Show("\x07\x08"s);
   EXPECT_EQ(Run("BYTECOUNT=2|a;BYTE;1|b;BYTE;2147483648|c;BYTE;1e300|d;BYTE;2147483647"),
             (Lines{"a=8", "b=8", "c=8", "d=8"}));
 }
 
-TEST_F(TemplateLimitsTest, ABitNumberThatIsNo16BitNumberKeepsTheOneBefore) {
+TEST_F(TemplateLimitsTest, ABitNumberThatIsNotA16BitNumberKeepsTheOneBefore) {
   Show("\x06"s);
   EXPECT_EQ(
       Run("BYTECOUNT=1|a;BYTE;0;99999|b;BYTE;0;1|c;BYTE;0;32768|d;BYTE;0;0;2|e;BYTE;0;0;1e9|f;BYTE;0;-32769"),
@@ -66,7 +66,7 @@ TEST_F(TemplateLimitsTest, CountsAtAndBeyondTheBuffer) {
   }
 }
 
-TEST_F(TemplateLimitsTest, ACountThatIsNo32BitNumberKeepsTheOneBefore) {
+TEST_F(TemplateLimitsTest, ACountThatIsNotA32BitNumberKeepsTheOneBefore) {
   Show(Ramp(400));
   Run("BYTECOUNT=3|BYTECOUNT=99999999999");
   EXPECT_EQ(view_.selected, 6);
@@ -86,20 +86,20 @@ TEST_F(TemplateLimitsTest, TextsOfNoLengthAreEmpty) {
             (Lines{"a=\"\"", "b=\"\"", "c=\"\"", "d=\"\"", "e=\"\""}));
 }
 
-TEST_F(TemplateLimitsTest, TextsTakeWhatOfThemLiesInTheBuffer) {
+TEST_F(TemplateLimitsTest, TextsTakeTheirPartInsideTheBuffer) {
   Show("ABCD");
   EXPECT_EQ(Run("BYTECOUNT=4|a;STRING*4;-2|b;STRING*4;-9|c;STRING*4;257|d;STRING*2147483647;-2147483648"),
             (Lines{"a=\"AB\"", "b=\"\"", "c=\"\"", "d=\"\""}));
   EXPECT_EQ(Run("e;STRING*2147483647;2147483647"), (Lines{"e=\"\""}));
 }
 
-TEST_F(TemplateLimitsTest, ALengthThatIsNo32BitNumberKeepsTheOneBefore) {
+TEST_F(TemplateLimitsTest, ALengthThatIsNotA32BitNumberKeepsTheOneBefore) {
   Show("ABCD");
   EXPECT_EQ(Run("BYTECOUNT=4|a;STRING*99999999999;0|b;STRING*2;0|c;STRING*99999999999;1"),
             (Lines{"a=\"\"", "b=\"AB\"", "c=\"BC\""}));
 }
 
-TEST_F(TemplateLimitsTest, EmptyFilesAndFilesOfNoSenseGiveNoLines) {
+TEST_F(TemplateLimitsTest, EmptyAndMeaninglessFilesGiveNoLines) {
   EXPECT_EQ(Run(""), Lines{});
   EXPECT_EQ(RunTemplate("\0\0\x1A\xFF\r\r\n\n"s, form_, view_, buffer_), Lines{});
   EXPECT_EQ(Run(";"), Lines{});
@@ -110,7 +110,7 @@ TEST_F(TemplateLimitsTest, NulIsACharacterLikeOthers) {
   EXPECT_EQ(RunTemplate("a\0b;BYTE;0\0"s, form_, view_, buffer_), (Lines{"a\0b=0"s}));
 }
 
-TEST_F(TemplateLimitsTest, LinesMayBeAsLongAsTheyLike) {
+TEST_F(TemplateLimitsTest, LinesMayBeOfAnyLength) {
   const std::string mebibyte(1 << 20, 'x');
   const std::string digits(1 << 20, '1');
   const std::string blanks(1 << 20, ' ');

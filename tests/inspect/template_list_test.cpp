@@ -37,7 +37,7 @@ TEST_F(TemplateListTest, AnythingMayFollowTheEnding) {
             (Names{"a.BNS", "b.BNS2", "c.BNS.txt"}));
 }
 
-TEST_F(TemplateListTest, CaseDoesNotMatterAndOrdersNothing) {
+TEST_F(TemplateListTest, CaseDoesNotMatterAndDoesNotAffectTheOrder) {
   EXPECT_EQ(ListedOf({"b.bns", "A.Bns", "a.BNS", "C.BNS"}), (Names{"A.Bns", "a.BNS", "b.bns", "C.BNS"}));
 }
 
@@ -46,7 +46,7 @@ TEST_F(TemplateListTest, FoldersAreLeftOut) {
   EXPECT_EQ(ListedOf({"b.BNS"}), Names{"b.BNS"});
 }
 
-TEST_F(TemplateListTest, AFolderThatIsNotThereHasNone) {
+TEST_F(TemplateListTest, AMissingFolderHasNoTemplates) {
   EXPECT_TRUE(ListTemplates("/nonexistent/folder", "/nonexistent/other").empty());
   EXPECT_TRUE(ListTemplates("", "").empty());
   EXPECT_TRUE(ListedOf({"readme.txt"}).empty());
@@ -60,19 +60,19 @@ TEST_F(TemplateListTest, TheUsersOwnComeFirst) {
   EXPECT_EQ(files.back().path, component_.Path("b.BNS"));
 }
 
-TEST_F(TemplateListTest, WhatComesWithTheProgramComesLast) {
+TEST_F(TemplateListTest, SuppliedTemplatesComeLast) {
   EXPECT_EQ(ListedOf({"KVA-1-KOPF.BNS", "kva-2-int16.bns", "Z.BNS"}),
             (Names{"Z.BNS", "KVA-1-KOPF.BNS", "kva-2-int16.bns"}));
 }
 
-TEST_F(TemplateListTest, TheUsersOwnTakesThePlaceOfAnotherOfItsName) {
+TEST_F(TemplateListTest, TheUsersOwnReplacesAnotherOfItsName) {
   Fill(user_, {"kva-1-kopf.bns"});
   EXPECT_EQ(ListedOf({"KVA-1-KOPF.BNS", "A.BNS"}), (Names{"kva-1-kopf.bns", "A.BNS"}));
   const auto same = ListTemplates(component_.path(), component_.path());
   EXPECT_EQ(same.size(), 2u);
 }
 
-TEST_F(TemplateListTest, KnowsWhichComeWithTheProgram) {
+TEST_F(TemplateListTest, KnowsWhichAreSupplied) {
   int count = 0;
   for (const auto& entry : std::filesystem::directory_iterator(KOLVANE_SUPPLIED_TEMPLATES)) {
     EXPECT_TRUE(IsSupplied(entry.path().filename().string())) << entry;

@@ -33,15 +33,15 @@ TEST(RecordTable, QuotesTextsAndConvertsThem) {
             "\"Größe, m\"\n\"ä,\"\"b\"\n");
 }
 
-TEST(RecordTable, NumbersNamesThatComeTwice) {
+TEST(RecordTable, NumbersRepeatedNames) {
   EXPECT_EQ(Csv("a;BYTE;0\na;BYTE;1\na_2;BYTE;2\na;BYTE;3", "\1\2\3\4"), "a,a_2,a_2_2,a_3\n1,2,3,4\n");
 }
 
-TEST(RecordTable, LeavesOutWhatIsNotThereAsAWhole) {
+TEST(RecordTable, LeavesIncompleteFieldsEmpty) {
   EXPECT_EQ(Csv("a;BYTE;0\nb;SHORT;1\nc;STRING*9;0\nd;BYTE;300\ne;BYTE;0;2;1", "\1\2"), "a,b,c,d,e\n1,,,,\n");
 }
 
-TEST(RecordLines, AreThoseOfTheFieldsThatAreThere) {
+TEST(RecordLines, AreThoseOfTheAvailableFields) {
   const Template parsed = ParseTemplate("BYTECOUNT=4\na;BYTE;0\nb;LONG;0\nc;FLOAT;0");
   EXPECT_EQ(RecordLines(parsed, {false, ","}, std::string_view("\1\0\0\0", 4)).size(), 3u);
   const auto cut = RecordLines(parsed, {false, ","}, "\1\2");
@@ -63,7 +63,7 @@ std::vector<std::pair<int, Kind>> ProblemsOf(std::string_view file) {
   return problems;
 }
 
-TEST(Template, TellsWhatItsLinesCannotDo) {
+TEST(Template, ReportsLinesThatCannotBeUsed) {
   using Problems = std::vector<std::pair<int, Kind>>;
   EXPECT_EQ(ProblemsOf("a remark\r\n\r\nBYTECOUNT=4\r\na;BYTE;0\r\nb;STRING*3;&H1\r\nc;SHORT"), Problems{});
   EXPECT_EQ(ProblemsOf("\na;FLAOT;0"), (Problems{{2, Kind::kType}}));

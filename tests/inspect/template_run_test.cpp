@@ -51,18 +51,18 @@ TEST_F(TemplateRunTest, FloatsHaveTheLocalesSignAndTheirOwnDigits) {
   EXPECT_EQ(Run(fields), (Lines{"f=3.141593", "d=3.14159265358979"}));
 }
 
-TEST_F(TemplateRunTest, ATextStandsInQuotesWithEveryByte) {
+TEST_F(TemplateRunTest, ATextIsQuotedWithEveryByte) {
   Show("ABCD\0\xE4\r\"x"s);
   EXPECT_EQ(Run("BYTECOUNT=9|Name;STRING*4;0|Rest;STRING*5;4"),
             (Lines{"Name=\"ABCD\"", "Rest=\"\0\xE4\r\"x\""s}));
 }
 
-TEST_F(TemplateRunTest, FixedKeywordsMatchInAnyCaseTextInUpperCaseAlone) {
+TEST_F(TemplateRunTest, FixedKeywordsMatchInAnyCaseTextOnlyInUpperCase) {
   Show("ABCD");
   EXPECT_EQ(Run("BYTECOUNT=1|Name;byte;0|x;string*4;0|y;String*4;0|z;ByTe;0"), (Lines{"Name=65", "z=65"}));
 }
 
-TEST_F(TemplateRunTest, SpacesInTheTypeFailTheFixedKeywordsAlone) {
+TEST_F(TemplateRunTest, SpacesInTheTypeFailOnlyFixedKeywords) {
   Show("ABCD");
   EXPECT_EQ(Run("BYTECOUNT=4|a; BYTE;0|b;BYTE ;0|c; my STRING*2 ;0|d;XSTRING*2X;0"),
             (Lines{"c=\"AB\"", "d=\"AB\""}));
@@ -78,7 +78,7 @@ TEST_F(TemplateRunTest, RemarksAndEmptyLinesAreSkipped) {
   EXPECT_EQ(Run("a remark||   |BYTECOUNT=1|\tand another|a;BYTE;0|"), (Lines{"a=65"}));
 }
 
-TEST_F(TemplateRunTest, NamesAreTakenAsTheyStand) {
+TEST_F(TemplateRunTest, NamesAreTakenUnchanged) {
   Show("A");
   EXPECT_EQ(Run("BYTECOUNT=1|  a b ;BYTE;0  |;BYTE;0|\xE4=;BYTE;0"), (Lines{"a b =65", "=65", "\xE4==65"}));
 }
@@ -121,7 +121,7 @@ TEST_F(TemplateRunTest, FieldsBeyondTheFifthAreIgnored) {
   EXPECT_EQ(Run("BYTECOUNT=1|a;BYTE;0;0;1;9;x;;;"), (Lines{"a=3"}));
 }
 
-TEST_F(TemplateRunTest, TheByteCountMayStandAnywhereInItsLine) {
+TEST_F(TemplateRunTest, TheByteCountMayBeAnywhereInItsLine) {
   Show(Ramp(16));
   EXPECT_EQ(Run("please ByteCount=3 bytes;BYTE;0"), Lines{});
   EXPECT_EQ(view_.selected, 6);
@@ -144,14 +144,14 @@ TEST_F(TemplateRunTest, LaterCountsReadAgain) {
   EXPECT_EQ(view_.selected, 2);
 }
 
-TEST_F(TemplateRunTest, WithoutACountTheBufferIsWhatTheLastReadLeft) {
+TEST_F(TemplateRunTest, WithoutACountTheBufferKeepsTheLastRead) {
   Show("\x05"s);
   EXPECT_EQ(Run("a;LONG;0|b;STRING*2;255"), (Lines{"a=0", "b=\"\0\0\""s}));
   Run("BYTECOUNT=1");
   EXPECT_EQ(Run("a;LONG;0"), (Lines{"a=5"}));
 }
 
-TEST_F(TemplateRunTest, AMarkMakesItUtf8) {
+TEST_F(TemplateRunTest, AByteOrderMarkMakesItUtf8) {
   Show("\x05");
   EXPECT_EQ(Run("BYTECOUNT=1|Gr\xC3\xB6\xC3\x9F"
                 "e;BYTE;0"),
@@ -162,10 +162,10 @@ TEST_F(TemplateRunTest, AMarkMakesItUtf8) {
             (Lines{"Gr\xF6\xDF"
                    "e=5",
                    "?=5"}));
-  EXPECT_EQ(Run("\xEF\xBB\xBF\xF6;BYTE;0"), Lines{"\xEF\xBB\xBF\xF6=5"}) << "no UTF-8 after all";
+  EXPECT_EQ(Run("\xEF\xBB\xBF\xF6;BYTE;0"), Lines{"\xEF\xBB\xBF\xF6=5"}) << "not UTF-8 after all";
 }
 
-TEST_F(TemplateRunTest, LinesMayEndAsOtherSystemsEndThem) {
+TEST_F(TemplateRunTest, LinesMayHaveLineEndsOfOtherSystems) {
   EXPECT_EQ(RunTemplate("a;BYTE;0\nb;BYTE;0\rc;BYTE;0", form_, view_, buffer_), (Lines{"a=0", "b=0", "c=0"}));
 }
 

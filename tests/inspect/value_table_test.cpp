@@ -51,7 +51,7 @@ TEST(ValueTable, HasCharactersBitsAndTimes) {
   EXPECT_EQ(TableOf(std::string_view("\x80\x43\x6D\x38\0\0\0\0", 8))[texts::kTime64].second, "keine Zeit");
 }
 
-TEST(ValueTable, LeavesEmptyWhatHasTooFewBytes) {
+TEST(ValueTable, LeavesTypesWithTooFewBytesEmpty) {
   for (const ValueRow& row : ValueTable("", ","))
     EXPECT_EQ(row.little_endian + row.big_endian, "") << row.type;
   auto table = TableOf("abc");
