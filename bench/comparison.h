@@ -9,7 +9,7 @@
 
 namespace kolvane::bench {
 
-/// What is sent to the echo instrument, and so what it answers.
+/// The command sent to the echo instrument, and thus its answer.
 inline constexpr char kCommand[] = "MSV? 1,2,3";
 
 /// One side of a comparison.
@@ -21,7 +21,7 @@ class Loop {
 
 using MakeLoop = std::function<std::unique_ptr<Loop>(const EchoInstrument&)>;
 
-/// Writes, reads until the line's end, hands the line on where there is an `output`, and nothing else.
+/// Only writes, reads until the line's end, and writes the line to `output` if there is one.
 class BareLoop final : public Loop {
  public:
   explicit BareLoop(const EchoInstrument& instrument, int output = -1);
@@ -48,18 +48,18 @@ struct LoopPair {
   MakeLoop loop;
 };
 
-/// Compares both, each with an instrument of its own, on one processor: placement changes the figures
-/// fourfold. The counts come from the command line: [exchanges a round] [rounds].
+/// Compares both, each with its own instrument, on one processor: placement changes the figures fourfold. The
+/// counts come from the command line: [exchanges a round] [rounds].
 Comparison ComparePair(EchoInstrument::Kind kind, const LoopPair& pair, int argc, char** argv);
 
-/// What an exchange may take beyond the bare loop's, microseconds: the overhead is a constant, while what it
-/// is added to differs from machine to machine.
+/// What an exchange may take in addition to the bare loop, microseconds: the overhead is constant, while the
+/// bare loop's time differs from machine to machine.
 struct ExchangeGoals {
   double tcp;
   double pty;
 };
 
-/// The same with a bare loop that writes nothing and the one that `make` makes, over TCP and pty.
+/// Compares a bare loop without output with the loop that `make` returns, over TCP and pty.
 void CompareLines(const std::string& what, const ExchangeGoals& goals, const MakeLoop& make, int argc,
                   char** argv);
 

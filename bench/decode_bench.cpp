@@ -16,7 +16,7 @@ constexpr std::size_t kRecord = 16;
 constexpr char kTemplate[] =
     "BYTECOUNT=16\r\nCount;LONG;0\r\nChannel;SHORT;4\r\nState;SHORT;6\r\nValue;DOUBLE;8\r\n";
 
-// As one would write it: a row of CSV for each record, in the order of the file.
+// A straightforward script: a row of CSV for each record, in the order of the file.
 constexpr char kScript[] = R"(
 import csv, struct, sys
 with open(sys.argv[1], "rb") as file:
@@ -26,7 +26,7 @@ rows.writerow(["Count", "Channel", "State", "Value"])
 rows.writerows(struct.iter_unpack("<ihhd", data))
 )";
 
-// Records whose values look like measured ones.
+// Records with values like measured ones.
 std::string Records(std::size_t bytes) {
   std::mt19937 random(7);
   std::uniform_int_distribution<int> value(-2'000'000, 2'000'000);

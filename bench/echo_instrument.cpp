@@ -35,7 +35,7 @@ void MakeRaw(int fd) {
   Checked(tcsetattr(fd, TCSANOW, &line), "tcsetattr");
 }
 
-// Sends back what comes until the other side goes.
+// Sends back what it receives until the other side closes.
 void Echo(int fd) {
   char buffer[4096];
   for (ssize_t got; (got = read(fd, buffer, sizeof buffer)) > 0;) {
@@ -93,7 +93,7 @@ void EchoInstrument::OpenPty() {
   Checked(grantpt(fd_), "grantpt");
   Checked(unlockpt(fd_), "unlockpt");
   node_ = ptsname(fd_);
-  // Held open, so that the line does not hang up when a client closes it.
+  // Kept open, so that the line does not hang up when a client closes it.
   slave_ = Checked(open(node_.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC), "open");
   MakeRaw(slave_);
 }

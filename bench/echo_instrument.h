@@ -7,11 +7,11 @@
 
 namespace kolvane::bench {
 
-/// Keeps the calling process on processor 0, so that both sides of an exchange share one.
+/// Binds the calling process to processor 0, so that both sides of an exchange share one.
 void PinToOneCore();
 
-/// A process of its own that sends back whatever it receives, by the barest loop there is, pinned as its
-/// parent is.
+/// A separate process that sends back whatever it receives, with the simplest possible loop, on its parent's
+/// processor.
 class EchoInstrument {
  public:
   enum class Kind { kTcp, kPty };
@@ -35,7 +35,7 @@ class EchoInstrument {
   std::string node_;
 };
 
-/// A descriptor of the bare loop's own: connected to `instrument`, raw, without delay.
+/// A descriptor for the bare loop: connected to `instrument`, raw, without delay.
 int OpenBare(const EchoInstrument& instrument);
 
 }  // namespace kolvane::bench

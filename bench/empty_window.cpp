@@ -1,4 +1,4 @@
-// The yardstick of the terminal's start: a window with a text pane, the least that Qt Widgets can show.
+// The yardstick for the terminal's start: a window with a text pane, the minimum that Qt Widgets can show.
 
 #include <QApplication>
 #include <QPlainTextEdit>

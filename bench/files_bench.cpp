@@ -1,5 +1,5 @@
-// What loading and saving cost beside the same bytes read and replaced by bare calls, and a line of the log
-// beside one write. Usage: files_bench [rounds]
+// The cost of loading and saving compared with reading and replacing the same bytes by bare calls, and of a
+// line of the log compared with one write. Usage: files_bench [rounds]
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -29,7 +29,7 @@ void BareRead(const std::string& name) {
   close(file);
 }
 
-// As safely as a file can be replaced: flushed before the name is its own, and the name behind it.
+// Replaces the file as safely as possible: the data is flushed before the rename, the folder after it.
 void BareReplace(const std::string& name, const std::string& folder, const std::string& bytes) {
   const std::string beside = name + ".new";
   const int file = open(beside.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
@@ -49,7 +49,7 @@ double MillisecondsEach(int times, const std::function<void()>& work) {
          times * 1e3;
 }
 
-// Loading may take a millisecond beside the bare read, saving two: nobody notices either.
+// Loading may take a millisecond more than the bare read, saving two: neither is noticeable.
 constexpr double kLoadGoal = 1;
 constexpr double kSaveGoal = 2;
 constexpr int kLoads = 50;
@@ -98,7 +98,7 @@ void MeasureList(const Files& files) {
 void MeasureSettings(const Files& files) {
   component::ComponentState state;
   const component::SettingsTarget target{state.connection, state.terminal, state.window};
-  // What has not changed is not written.
+  // An unchanged list is not written.
   const auto save = [&] {
     state.connection.ip_port = static_cast<std::int16_t>(state.connection.ip_port % 1000 + 1);
     const auto store = component::OpenIniStore(files.settings_file);

@@ -1,4 +1,4 @@
-// What a dump and a format template cost at their largest. Usage: inspect_bench [rounds]
+// The cost of the largest dump and the largest format template. Usage: inspect_bench [rounds]
 
 #include <cstdlib>
 
@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t kLargestDump = 32752;
 
-// Keeps the compiler from leaving out what nobody looks at.
+// Keeps the compiler from removing an unused result.
 template <typename Value>
 void Use(const Value& value) {
   asm volatile("" : : "r"(&value) : "memory");

@@ -34,7 +34,7 @@ CommandRunOptions OptionsFor(const EchoInstrument& instrument) {
   return options;
 }
 
-// While the list runs, its answers go elsewhere than the report's rows.
+// Redirects the answers while the list runs; the report's rows go to the original output.
 class OtherOutput {
  public:
   explicit OtherOutput(int output) : kept_(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0)) {
@@ -51,7 +51,7 @@ class OtherOutput {
   int kept_;
 };
 
-// A pipe and a process that reads it until its end, as the barest consumer does.
+// A pipe and a process that only reads it until its end.
 class Consumer {
  public:
   Consumer() {

@@ -1,6 +1,6 @@
-// How the output pane takes lines and how it answers when full, beside a QPlainTextEdit fed in batches of 33
-// ms. Usage: pane_bench [lines] [rounds]; a million lines and seven rounds without. Needs a display; shows
-// the window.
+// How fast the output pane takes lines and how it responds when full, compared with a QPlainTextEdit fed in
+// batches of 33 ms. Usage: pane_bench [lines] [rounds]; by default a million lines and seven rounds. Needs a
+// display; shows the window.
 #include <malloc.h>
 #include <unistd.h>
 #include <QApplication>
@@ -49,7 +49,7 @@ std::size_t ResidentBytes() {
   return resident * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
 }
 
-// The longest time between two beats of a timer that wants to beat every 5 ms.
+// The longest time between two beats of a timer set to 5 ms.
 class Heartbeat {
  public:
   Heartbeat() {
@@ -92,17 +92,17 @@ void Show(QWidget& widget) {
   for (int i = 0; i < 20; ++i) QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
 }
 
-// What it costs to take lines.
+// The cost of taking lines.
 struct Filling {
   double us_a_line = 0;
   double bytes_a_line = 0;
-  double last_to_first = 0;  ///< the last tenth's time in the first one's
+  double last_to_first = 0;  ///< the last tenth's time divided by the first one's
   double longest_gap_ms = 0;
 };
 
 // `add` takes the number of a line; every `events_each` lines the window gets a turn.
 Filling Fill(int lines, int events_each, const std::function<void(int)>& add) {
-  malloc_trim(0);  // what the case before has left
+  malloc_trim(0);  // frees what the previous case left
   const std::size_t memory = ResidentBytes();
   Heartbeat heart;
   const int tenth = std::max(1, lines / 10);
@@ -124,7 +124,7 @@ Filling Fill(int lines, int events_each, const std::function<void(int)>& add) {
   return {all * 1000 / count, taken / count, last / first, heart.LongestMs()};
 }
 
-// Until all of the pane has been searched, events served meanwhile.
+// Returns once the whole pane has been searched; processes events meanwhile.
 void Find(OutputPane& pane, std::shared_ptr<const kolvane::pane::Matcher> matcher) {
   kolvane::pane::PaneFind find(&pane);
   find.Search(std::move(matcher));
@@ -132,7 +132,7 @@ void Find(OutputPane& pane, std::shared_ptr<const kolvane::pane::Matcher> matche
   find.Search(nullptr);
 }
 
-// Milliseconds by what was done, one for each round.
+// Milliseconds of each round, by action.
 using Answers = std::map<std::string, std::vector<double>>;
 
 void MeasureWhenFull(OutputPane& pane, Answers& answers) {
@@ -197,7 +197,7 @@ double MedianOf(const std::vector<Filling>& rounds, double Filling::*figure) {
   return Median(values);
 }
 
-// Later rounds may find memory that earlier ones have left behind.
+// Later rounds may reuse memory left by earlier ones.
 double MostBytes(const std::vector<Filling>& rounds) {
   double most = 0;
   for (const Filling& round : rounds) most = std::max(most, round.bytes_a_line);

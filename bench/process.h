@@ -8,7 +8,7 @@
 
 namespace kolvane::bench {
 
-/// A program as a child process, without output; killed with its owner.
+/// A program as a child process, without output; killed when this object is destroyed.
 class Process {
  public:
   explicit Process(std::vector<std::string> words);
@@ -16,20 +16,20 @@ class Process {
   Process(const Process&) = delete;
   Process& operator=(const Process&) = delete;
 
-  /// Returns once it has ended by itself, with its exit status.
+  /// Waits for its end and returns its exit status.
   int Wait();
 
-  /// On the monotonic clock, just before the fork.
+  /// Seconds on the monotonic clock, just before the fork.
   double started() const { return started_; }
 
   /// Bytes of the memory map's summary: "Rss", "Pss", "Private_Dirty" …
   double Memory(const std::string& kind) const;
 
-  /// What all its threads have used so far.
+  /// What all of its threads have used so far.
   struct Use {
     std::int64_t ticks = 0;        ///< user and system time
     std::int64_t nanoseconds = 0;  ///< on a processor, as the scheduler counts it
-    std::int64_t switches = 0;     ///< times that a thread gave up the processor by itself
+    std::int64_t switches = 0;     ///< voluntary context switches
   };
   Use Used() const;
 

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""What a query from Python costs, beside a bare loop on a socket and, where it is installed, pyvisa-py.
+"""The cost of a query from Python, compared with a bare loop on a socket and, if installed, pyvisa-py.
 
 PYTHONPATH=build/python bench/python_query.py build/bin/kolvane-amplifier
 

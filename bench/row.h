@@ -8,30 +8,30 @@ namespace kolvane::bench {
 
 double Median(std::vector<double> values);
 
-/// Medians of rounds in which a yardstick and what is measured took turns.
+/// Medians of rounds in which the yardstick and the measured case took turns.
 struct Comparison {
   double yardstick;
   double measured;
-  double ratio;       ///< of the rounds' ratios
-  double difference;  ///< of the rounds' differences
+  double ratio;       ///< median of the rounds' ratios
+  double difference;  ///< median of the rounds' differences
 };
 
 using Measure = std::function<double()>;
 
-/// Runs both, one after the other, `rounds` times.
+/// Runs both alternately, `rounds` times.
 Comparison Alternate(int rounds, const Measure& yardstick, const Measure& measured);
 
 double SecondsOf(const std::function<void()>& step);
 
-/// What a row of the report is about, and what it is compared with; no yardstick: empty.
+/// What a row of the report measures, and what it is compared with; empty without a yardstick.
 struct Claim {
   const char* claim;
   const char* yardstick;
   const char* unit;
 };
 
-/// The rows of bench/report, on standard output: claim, yardstick, its figure, the measured one, unit, what
-/// is compared with the goal, goal and "met" or "MISSED" ("-" without a goal), a tab between them.
+/// The rows of bench/report, on standard output, separated by tabs: claim, yardstick, its figure, the
+/// measured one, unit, the figure compared with the goal, goal, and "met" or "MISSED" ("-" without a goal).
 void PrintAtMostTimes(const Claim& claim, const Comparison& comparison, double goal);
 void PrintAtMostMore(const Claim& claim, const Comparison& comparison, double goal);
 void PrintAtMost(const Claim& claim, double yardstick, double measured, double goal);

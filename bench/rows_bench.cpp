@@ -1,4 +1,4 @@
-// How many rows a command list without a window gets through in a second. Usage: rows_bench [rounds]
+// How many rows per second a command list executes without a window. Usage: rows_bench [rounds]
 
 #include <cstdlib>
 #include <string>
@@ -9,7 +9,7 @@
 namespace kolvane::script {
 namespace {
 
-/// The least that a front end does.
+/// The minimal front end.
 class BareHost final : public RunHost {
  public:
   void LockGUI(bool) override {}
@@ -31,7 +31,7 @@ struct BareRun : terminal::SessionBench {
   ScriptCore core{{script, state, device_state, exchange, pane, waits, prompt, log, host}};
 };
 
-// What a row costs at least: its text is looked at.
+// The minimal cost of a row: reading its text.
 double TextsASecond() {
   constexpr int passes = 1000;
   const std::vector<std::string> rows(kListRows, "$IFEQUAL x|A");

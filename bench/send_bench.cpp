@@ -1,5 +1,5 @@
-// `kolvane send` from its start to its first command on the wire, and to its end, beside a C program that
-// does nothing else, and beside lxi where that is installed. Usage: send_bench [rounds]
+// `kolvane send` from its start to its first command on the wire, and to its end, compared with a C program
+// that does nothing else, and with lxi if that is installed. Usage: send_bench [rounds]
 
 #include <sys/socket.h>
 #include <unistd.h>
@@ -18,7 +18,7 @@ void Check(bool good) {
   if (!good) std::abort();
 }
 
-// Takes one connection at a time and looks at the first byte that comes.
+// Accepts one connection at a time and waits for the first byte.
 class Listener {
  public:
   Listener() : fd_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
@@ -44,7 +44,7 @@ class Listener {
     return (now - program.started()) * 1e3;
   }
 
-  // Answers the one line that comes.
+  // Answers the one line that it receives.
   double MillisecondsOf(const std::vector<std::string>& words) const {
     Process program(words);
     const int peer = accept4(fd_, nullptr, nullptr, SOCK_CLOEXEC);
@@ -62,7 +62,7 @@ class Listener {
   std::uint16_t port_ = 0;
 };
 
-// Of lxi's, where it is installed; empty otherwise.
+// The path of lxi; empty if it is not installed.
 std::string PathOfLxi() {
   for (const char* path : {"/usr/bin/lxi", "/usr/local/bin/lxi"})
     if (access(path, X_OK) == 0) return path;

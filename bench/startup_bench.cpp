@@ -1,6 +1,6 @@
-// From the start of the terminal to its first painted window, beside an empty window with a text pane; its
-// memory, and what it does while nobody touches it. Needs a display without a window manager. Usage:
-// startup_bench [rounds] [idle seconds]
+// From the start of the terminal to its first painted window, compared with an empty window with a text pane;
+// its memory, and its activity while idle. Needs a display without a window manager. Usage: startup_bench
+// [rounds] [idle seconds]
 
 #include <cmath>
 #include <cstdlib>
@@ -19,18 +19,18 @@ constexpr double kMegabyte = 1e6;
 
 void Sleep(double seconds) { std::this_thread::sleep_for(std::chrono::duration<double>(seconds)); }
 
-// What a program's start costs, in milliseconds and megabytes.
+// The cost of a program's start, in milliseconds and megabytes.
 struct Start {
   double mapped = 0;
   double painted = 0;
   double resident = 0;
-  double shared_out = 0;  ///< what it shares counts by its part
+  double shared_out = 0;  ///< shared memory counts proportionally
 };
 
 Start StartOf(const std::vector<std::string>& words, XWatch& watch) {
   const Process program(words);
   const FirstPaint paint = watch.Await(program.started());
-  Sleep(0.3);  // what it still does once it has painted
+  Sleep(0.3);  // for what it does after painting
   return {paint.mapped * 1e3, paint.painted * 1e3, program.Memory("Rss") / kMegabyte,
           program.Memory("Pss") / kMegabyte};
 }
@@ -38,7 +38,7 @@ Start StartOf(const std::vector<std::string>& words, XWatch& watch) {
 void MeasureStart(int rounds, XWatch& watch) {
   std::vector<Start> empties;
   std::vector<Start> terminals;
-  // The first of each reads the program from the disk.
+  // The first start of each reads the program from the disk.
   for (int round = -1; round < rounds; ++round) {
     const Start empty = StartOf({KOLVANE_EMPTY_WINDOW}, watch);
     const Start terminal = StartOf({KOLVANE_PROGRAM}, watch);
@@ -95,7 +95,7 @@ void MeasureIdle(double seconds, XWatch& watch) {
 
 int main(int argc, char** argv) {
   using namespace kolvane::bench;
-  // Settings and caches of the measurement's own, kept between the rounds.
+  // Separate settings and caches for the measurement, kept between the rounds.
   const kolvane::base::TempFolder home;
   for (const char* name : {"XDG_CONFIG_HOME", "XDG_STATE_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR"})
     setenv(name, home.Path(name).c_str(), 1), std::filesystem::create_directory(home.Path(name));

@@ -1,5 +1,5 @@
-// How numeric answers are taken, kept, painted, summed up and saved by the million. Usage: values_bench
-// [values] [rounds]; ten million values and seven rounds without. Needs a display; shows the window.
+// How fast millions of numeric answers are read, kept, painted, summarized and saved. Usage: values_bench
+// [values] [rounds]; by default ten million values and seven rounds. Needs a display; shows the window.
 #include <malloc.h>
 #include <unistd.h>
 #include <QApplication>
@@ -27,7 +27,7 @@ using bench::Comparison;
 using bench::SecondsOf;
 using values::Store;
 
-// Keeps the compiler from leaving out what nobody looks at.
+// Keeps the compiler from removing an unused result.
 template <typename Value>
 void Use(const Value& value) {
   asm volatile("" : : "r"(&value) : "memory");
@@ -41,7 +41,7 @@ std::size_t ResidentBytes() {
   return resident * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
 }
 
-// A wave with noise on it, the same at each call.
+// A noisy wave, the same at each call.
 double ValueAt(std::size_t i) {
   static const std::vector<double> wave = [] {
     std::vector<double> made(1 << 20);
@@ -53,7 +53,7 @@ double ValueAt(std::size_t i) {
   return wave[i % wave.size()];
 }
 
-// A millisecond apart; `fields` numbers each.
+// Rows a millisecond apart, each with as many numbers as `fields` holds.
 void AddRow(Store& store, std::size_t i, std::vector<double>& fields) {
   for (double& field : fields) field = ValueAt(i) + static_cast<double>(&field - fields.data());
   store.Add(
@@ -109,7 +109,7 @@ void MeasureLongestTake(std::size_t count) {
                      5);
 }
 
-// From the text that the instrument sent on.
+// Starts with the text sent by the instrument.
 void MeasureAnswers(int rounds) {
   constexpr int kAnswers = 200000;
   static constexpr std::string_view answer = "+12.5023,+215.471,-6.4848";
@@ -183,7 +183,7 @@ class NoPrompt final : public base::Prompt {
   void ShowMessage(std::string_view) override {}
 };
 
-// The plot as large as the screen lets it be, beside filling as many pixels.
+// The plot at the largest size that the screen allows, compared with filling as many pixels.
 void MeasurePainting(Store& store, const std::string& what, int rounds) {
   values::CurveList curves(store);
   curves.Refresh();
@@ -218,7 +218,7 @@ void MeasurePainting(Store& store, const std::string& what, int rounds) {
   measure(what + ", a hundredth in sight");
 }
 
-// What a frame costs while rows come: table, plot, statistics and status.
+// The cost of a frame while rows are added: table, plot, statistics and status.
 void MeasureFrame(Store& store, int rounds) {
   NoPrompt prompt;
   values::ValuesWindow window({store, prompt, [](const char*) { return QIcon(); }, ","}, nullptr);

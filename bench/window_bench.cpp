@@ -1,7 +1,7 @@
-// What the visible window costs a running command list: rows a second that need no device, and the time of an
-// exchange with an echo instrument beside a bare write/read loop; and the longest time without an answer to
-// events while an answer does not come. Both processes share one processor; the X server has the other.
-// Usage: window_bench [passes of the row list] [exchanges a round]
+// The cost of the visible window for a running command list: rows per second that need no device, and the
+// time of an exchange with an echo instrument compared with a bare write/read loop; and the longest time
+// without event processing while an answer is awaited. Both processes share one processor; the X server has
+// the other. Usage: window_bench [passes of the row list] [exchanges a round]
 
 #include <unistd.h>
 
@@ -46,7 +46,7 @@ class VisibleTerminal {
     return SecondsOf([this] { window_.findChild<QAction*>(QStringLiteral("TB_PLAY"))->trigger(); });
   }
 
-  /// Waits for an answer whose end does not come.
+  /// Waits for an answer whose end is never sent.
   void AwaitNothing(int milliseconds) {
     terminal_.receive.receive_terminator = "~";
     terminal_.shown.timeout = std::to_string(milliseconds);
@@ -63,7 +63,7 @@ class VisibleTerminal {
   window::MainWindow window_{{{device_, connection_, terminal_}, script_, settings_, library_, ""}};
 };
 
-// What a row costs at least: its text is looked at and a number is counted up.
+// The minimal cost of a row: its text is read and a number is incremented.
 double SecondsToWalk(const std::vector<std::string>& rows, int passes) {
   return SecondsOf([&] {
     for (int pass = 0; pass < passes; ++pass) {
@@ -97,7 +97,7 @@ void MeasureExchange(VisibleTerminal& terminal, int exchanges) {
   PrintAtMostMore({"an exchange through the visible window, TCP", kBareLoop, "us"}, comparison, 60);
 }
 
-// The longest time, in ms, between two turns of a timer that is due each ms.
+// The longest time, in ms, between two beats of a timer set to 1 ms.
 double LongestGap(const std::function<void()>& wait) {
   double longest = 0;
   QElapsedTimer since;

@@ -33,13 +33,13 @@ XWatch::XWatch() : connection_(xcb_connect(nullptr, nullptr)) {
   const xcb_query_extension_reply_t* extension = xcb_get_extension_data(connection_, &xcb_damage_id);
   if (extension == nullptr || extension->present == 0) Fail("the X server lacks the damage extension");
   damage_event_ = static_cast<std::uint8_t>(extension->first_event + XCB_DAMAGE_NOTIFY);
-  // The server answers no request of the extension before its version was agreed on.
+  // The server answers requests of the extension only after its version was negotiated.
   std::free(
       xcb_damage_query_version_reply(connection_, xcb_damage_query_version(connection_, 1, 1), nullptr));
   const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
   const std::uint32_t events = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
   xcb_change_window_attributes(connection_, root, XCB_CW_EVENT_MASK, &events);
-  // On the root, hence there before the window is: no stroke of its painting is missed.
+  // On the root, so that it exists before the window and misses none of its painting.
   xcb_damage_create(connection_, xcb_generate_id(connection_), root, XCB_DAMAGE_REPORT_LEVEL_RAW_RECTANGLES);
   std::free(xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
 }

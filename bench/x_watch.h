@@ -14,7 +14,7 @@ struct FirstPaint {
 };
 
 /// Watches what a program shows, by the events of the X server. Needs a display without a window manager, so
-/// that nobody else maps or paints.
+/// that only the program maps and paints windows.
 class XWatch {
  public:
   XWatch();
@@ -22,11 +22,12 @@ class XWatch {
   XWatch(const XWatch&) = delete;
   XWatch& operator=(const XWatch&) = delete;
 
-  /// Returns once a window of at least 300 by 200 pixels stands on the screen and nine tenths of it have been
-  /// painted; `start` is a time of the monotonic clock. The program has ten seconds, else this one ends.
+  /// Returns once a window of at least 300 by 200 pixels is on the screen and nine tenths of it have been
+  /// painted; `start` is a time of the monotonic clock. Ends this program after ten seconds without such a
+  /// window.
   FirstPaint Await(double start);
 
-  /// Gives that window the keyboard, as a window manager would.
+  /// Gives that window the focus, as a window manager would.
   void Focus();
 
  private:
