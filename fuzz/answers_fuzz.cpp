@@ -1,4 +1,4 @@
-// What an instrument sends, read as answers in each mode and format: no byte is lost, doubled or made up.
+// Bytes of an instrument, read as answers in each mode and format: no byte is lost, doubled or invented.
 #include "base/encoding.h"
 #include "base/runtime_error.h"
 #include "base/text.h"
@@ -17,7 +17,7 @@ using terminal::receive_mode::kCount;
 constexpr int kMostAnswers = 8;
 constexpr std::string_view kTerminators[] = {"", "\r\n", "\n", "\r", "a", " ", "\xC3\xBC", "\xE2\x82\xAC"};
 
-/// What the settings of a run are, taken from its first three bytes.
+/// Takes the settings of a run from its first three bytes.
 void Configure(terminal::TerminalState& state, Input& input) {
   const std::uint8_t settings = input.Byte();
   state.receive.mode = settings % 3;
@@ -33,7 +33,7 @@ std::string Shown(std::string_view bytes, const terminal::TerminalState& state) 
   return text;
 }
 
-/// The bytes at whose ends nothing stands that an answer leaves out there.
+/// `bytes` without what an answer strips at its ends.
 std::string_view Core(std::string_view bytes, char terminator) {
   const auto is_edge = [&](char c) {
     return c == ' ' || c == '\0' || c == '\r' || c == '\n' || c == terminator;
@@ -48,7 +48,7 @@ char LastByte(std::string_view terminator) {
   return bytes.empty() ? '\0' : bytes.back();
 }
 
-/// `taken`: what has been read from the instrument for this answer.
+/// `taken`: the bytes read from the instrument for this answer.
 void CheckAnswer(const terminal::TerminalState& state, const std::string& taken, bool received) {
   const std::string& answer = state.last_answer.text;
   const std::string& terminator = state.receive.receive_terminator;
@@ -67,7 +67,7 @@ void CheckAnswer(const terminal::TerminalState& state, const std::string& taken,
   }
 }
 
-/// Whether an answer came, or anything of one.
+/// Whether an answer or a part of one was received.
 bool ReadOne(SessionRig& rig) {
   const std::size_t before = rig.library.consumed().size();
   const std::size_t lines = rig.pane.lines.size();

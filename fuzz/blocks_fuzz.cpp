@@ -1,4 +1,4 @@
-// What an instrument sends, read with blocks recognised, as Windows-1252 and as UTF-8: a whole block is one
+// Bytes of an instrument, read with blocks recognised, as Windows-1252 and as UTF-8: a complete block is one
 // answer.
 #include <charconv>
 #include <optional>
@@ -28,7 +28,7 @@ void Configure(SessionRig& rig, Input& input) {
   state.shown.format = state.receive.mode == kAuto ? 1 : 0;
 }
 
-/// The block at the start of `bytes` where its length is given and all of it is there.
+/// The block at the start of `bytes` if its length is given and it is complete.
 std::optional<std::string_view> WholeBlock(std::string_view bytes) {
   if (bytes.size() < 2 || bytes[0] != '#' || bytes[1] < '1' || bytes[1] > '9') return std::nullopt;
   const auto digits = static_cast<std::size_t>(bytes[1] - '0');

@@ -1,5 +1,5 @@
-// What the checker says of a list, compared with what the interpreter refuses when the list is played three
-// times over.
+// The checker's findings in a list, compared with what the interpreter refuses when the list is played three
+// times.
 #include "base/encoding.h"
 #include "fuzz/input.h"
 #include "fuzz/require.h"
@@ -23,7 +23,7 @@ std::vector<std::string> Lines(std::string_view bytes, std::size_t most) {
   return lines;
 }
 
-/// What earlier runs have left, the ends of the counters included.
+/// A state that earlier runs may leave, counters at their limits included.
 script::InterpreterState State(Input& input) {
   static constexpr std::int16_t kDepths[] = {0, 1, -1, 30, -30, 32766, 32767, -32767, -32768};
   static constexpr std::int32_t kCounts[] = {0, 1, -1, 2, INT32_MIN};
@@ -41,7 +41,7 @@ script::InterpreterState State(Input& input) {
 }  // namespace
 }  // namespace kolvane::fuzz
 
-/// A byte of settings, perhaps what earlier runs have left; up to the first NUL the list, after it the
+/// A byte of settings, optionally a state left by earlier runs; up to the first NUL the list, after it the
 /// answers.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace kolvane;

@@ -1,4 +1,4 @@
-// Windows-1252 and back: every file and every device byte goes this way.
+// Windows-1252 to UTF-8 and back, as for every file and every device byte.
 #include "base/encoding.h"
 #include "base/text.h"
 #include "fuzz/require.h"

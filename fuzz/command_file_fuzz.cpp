@@ -1,4 +1,4 @@
-// Command files: what was read, written and read again is the same list.
+// Command files: a list that was read, written and read again is unchanged.
 #include "script/command_file.h"
 
 #include "base/encoding.h"
@@ -21,7 +21,7 @@ std::size_t Lines(std::string_view bytes) {
   return lines;
 }
 
-/// As many rows as the file has lines hold exactly its bytes, apart from the line ends.
+/// The list has a row for each line of the file, with exactly its bytes apart from the line end.
 void CheckRows(const script::CommandList& list, std::string_view bytes) {
   const auto lines = Lines(bytes);
   Require(list.left_out() == (lines > script::kListRows ? lines - script::kListRows : 0));

@@ -1,5 +1,5 @@
-// Whole command lists, run and stepped through on an instrument that sends what it likes. Loops end by a
-// budget of rows.
+// Whole command lists, run and stepped through on an instrument that sends arbitrary bytes. A budget of rows
+// ends loops.
 #include <algorithm>
 #include <utility>
 
@@ -25,7 +25,7 @@ struct ListRig : SessionRig {
     };
   }
 
-  /// What a run changes, the list apart.
+  /// Resets everything that a run changes, except for the list.
   void ResetAll() {
     Reset();
     script = {};
@@ -43,7 +43,7 @@ struct ListRig : SessionRig {
     splitter.Feed(text);
     splitter.Finish();
     const int before = std::exchange(rows, static_cast<int>(lines.size()));
-    // As ShowFile, which writes each of the list's many rows.
+    // Faster than ShowFile, which writes every row of the list.
     lines.resize(static_cast<std::size_t>(std::max(rows, before)));
     core.list.SetTexts(1, lines);
     core.list.SetCurrentRow(1);
@@ -74,14 +74,14 @@ void CheckEnd(const ListRig& rig, bool whole) {
   std::size_t list_errors = 0;
   for (const std::string& error : rig.prompt.errors)
     list_errors += error.starts_with("Fehler in Befehlsliste (Zeile ");
-  // A run goes on after no error but one of the last row's, which is the row that it goes on at.
+  // A run continues only after an error of the last row, which is the row at which it continues.
   if (whole) Require((list_errors > 0) == rig.core.runner.outcome().list_error);
 }
 
 }  // namespace
 }  // namespace kolvane::fuzz
 
-/// Three bytes of settings; up to the first NUL the list, after it what the instrument sends.
+/// Three bytes of settings; up to the first NUL the list, after it the instrument's bytes.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace kolvane;
   static fuzz::ListRig rig;

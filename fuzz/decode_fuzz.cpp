@@ -1,4 +1,4 @@
-// A format template and a file that it is to decode: each record of JSON can be read, and every format ends.
+// A format template and a file to decode with it: each record of JSON can be read, and every format ends.
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -13,12 +13,12 @@
 namespace kolvane::fuzz {
 namespace {
 
-/// What is written to a descriptor.
+/// Collects what is written to a descriptor.
 class Written {
  public:
   Written() : descriptor_(memfd_create("decode", MFD_CLOEXEC)) { Require(descriptor_ >= 0); }
   int descriptor() const { return descriptor_; }
-  /// Also makes it empty again.
+  /// Returns the collected bytes and empties it.
   std::string Take() {
     const off_t size = lseek(descriptor_, 0, SEEK_END);
     std::string text(static_cast<std::size_t>(size), '\0');

@@ -1,4 +1,4 @@
-// What is marked in the pane becomes a dump, in which the caret moves and values are read.
+// A selection of the pane becomes a dump, in which the caret moves and values are read.
 #include "base/runtime_error.h"
 #include "fuzz/input.h"
 #include "fuzz/require.h"
@@ -30,7 +30,7 @@ void CheckBox(const inspect::BoxPositions& positions, const DumpView& view) {
   Require(back >= view.caret && back <= view.caret + 1);
 }
 
-/// One byte is one thing that the user does.
+/// One byte stands for one action of the user.
 void Act(std::uint8_t action, DumpView& view, inspect::InspectorState& state) {
   switch (action % 8) {
     case 0:
@@ -54,7 +54,7 @@ void Act(std::uint8_t action, DumpView& view, inspect::InspectorState& state) {
 }  // namespace
 }  // namespace kolvane::fuzz
 
-/// How often what is marked is repeated, how many actions follow, the actions, what is marked.
+/// The repetitions of the selection, the number of actions, the actions, the selection.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace kolvane;
   fuzz::Input input(data, size);

@@ -1,4 +1,4 @@
-// Extras.ini and state.ini: any file can be read; what a window changes in it is there the next time, and
+// Extras.ini and state.ini: any file can be read; what a window changes is read back the next time, and
 // everything else stays.
 #include "base/read_file.h"
 #include "component/ini_text.h"
@@ -33,7 +33,7 @@ std::string Content(const std::string& path) {
   return bytes;
 }
 
-/// What stands in no section of the file's own, as it was.
+/// Requires that all sections other than the program's own are unchanged.
 void RequireOthersKept(const std::string& before, const std::string& after) {
   const component::IniText old{before};
   const component::IniText now{after};
@@ -65,7 +65,7 @@ void CheckState(const std::string& path, std::string_view text) {
 }  // namespace
 }  // namespace kolvane::fuzz
 
-/// A byte of flags that a window wants, then the file; its first line is a state's text as well.
+/// A byte of flags to set, then the file; its first line also serves as a state's text.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace kolvane;
   static fuzz::ScratchFolder folder;

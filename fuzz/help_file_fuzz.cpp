@@ -1,4 +1,4 @@
-// Compiled help files: whatever the bytes are, everything that the viewer asks for gets an answer.
+// Compiled help files: whatever the bytes, every request of the viewer returns.
 #include "help/help_file.h"
 
 #include "fuzz/require.h"

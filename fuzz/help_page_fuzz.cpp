@@ -1,4 +1,4 @@
-// What stands in a help file: pages, the table of contents and the table of topics.
+// The contents of a help file: pages, the table of contents and the table of topics.
 #include "fuzz/input.h"
 #include "fuzz/require.h"
 #include "help/contents.h"
@@ -13,7 +13,7 @@ void RequireCollapsed(std::string_view text) {
           text.find_first_of("\r\n\t") == std::string_view::npos);
 }
 
-/// Each step takes something off, and what a piece says stands in what was taken.
+/// Each step consumes something, and a piece's text is part of what was consumed.
 void CheckPieces(std::string_view html) {
   for (std::string_view rest = html; !rest.empty();) {
     const std::size_t before = rest.size();

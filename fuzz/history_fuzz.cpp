@@ -1,4 +1,4 @@
-// The address histories and the modem script: what was read, written and read again is the same.
+// The address histories and the modem script: reading, writing and reading again changes nothing.
 #include "device/histories.h"
 #include "device/modem_dialler.h"
 #include "fuzz/input.h"
@@ -53,7 +53,7 @@ void CheckModem(ScratchFolder& folder, bool write) {
 }  // namespace
 }  // namespace kolvane::fuzz
 
-/// The first byte chooses the file; a history's first line is an address as well that is remembered.
+/// The first byte chooses the file; a history's first line is also remembered as an address.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace kolvane;
   static fuzz::ScratchFolder folder;

@@ -1,4 +1,4 @@
-// Kolvane.ini: any file can be read and written to; settings that it gives are, stored again, the same.
+// Kolvane.ini: any file can be read and written to; settings read from it and stored again are the same.
 #include "base/runtime_error.h"
 #include "component/ini_text.h"
 #include "component/ini_value.h"
@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::uint32_t kOneRoundTripIn = 64;
 
-/// The settings of a file's text, as the store of the program gives them.
+/// The settings in a file's text, as the program's store returns them.
 class TextStore final : public component::SettingsStore {
  public:
   explicit TextStore(const component::IniText& text) : text_(text) {}

@@ -7,7 +7,7 @@
 
 namespace kolvane::fuzz {
 
-/// The bytes of one run, taken from the front; past their end there are zeros and empty texts.
+/// The bytes of one run, taken from the front; past the end it returns zeros and empty texts.
 class Input {
  public:
   Input(const std::uint8_t* data, std::size_t size) : Input({reinterpret_cast<const char*>(data), size}) {}
@@ -30,7 +30,7 @@ class Input {
     return taken;
   }
 
-  /// What stands before the next `end`, which is stripped as well.
+  /// The text before the next `end`, which is removed as well.
   std::string_view Until(char end) {
     const std::string_view taken = Take(rest_.find(end));
     Byte();
@@ -41,7 +41,7 @@ class Input {
   std::string_view rest_;
 };
 
-/// A number by which a run decides whether it takes a costly step as well; the same for the same bytes.
+/// A number that decides whether a run takes a costly step; the same for the same bytes.
 inline std::uint32_t Lot(std::string_view bytes) {
   std::uint32_t hash = 2166136261u;
   for (const char c : bytes) hash = (hash ^ static_cast<std::uint8_t>(c)) * 16777619u;

@@ -1,4 +1,4 @@
-// The $ commands, one a line, after an answer of the instrument.
+// The $ commands, one per line, after an answer of the instrument.
 #include "fuzz/input.h"
 #include "fuzz/require.h"
 #include "script/script_bench.h"
@@ -8,7 +8,7 @@ namespace {
 
 constexpr int kMostLines = 24;
 
-/// Puts back what a run changes; the list has no rows to be emptied.
+/// Resets what a run changes; the list has no rows to empty.
 void Reset(script::ScriptBench& bench) {
   bench.state = {};
   bench.terminal = {};

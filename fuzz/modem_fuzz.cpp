@@ -1,4 +1,4 @@
-// A dial script and what the modem says to it: dialling ends, connected exactly when a CONNECT was read.
+// A dial script and the modem's replies: dialling ends, connected exactly if a CONNECT was read.
 #include "base/encoding.h"
 #include "base/text.h"
 #include "device/modem_dialler.h"
@@ -25,7 +25,7 @@ class CheckingListener final : public device::WaitListener {
 }  // namespace
 }  // namespace kolvane::fuzz
 
-/// Up to the first NUL the script, after it what the modem sends.
+/// Up to the first NUL the script, after it the modem's bytes.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace kolvane;
   static device::FakeClock clock;
@@ -39,7 +39,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   for (const std::string& command : commands)
     fuzz::Require(!command.empty() && command.find("\r\n") == std::string::npos);
   if (commands.empty()) return 0;
-  // Dialling begins with a flush, so everything comes after it.
+  // Dialling starts with a flush, so everything is sent after it.
   library.Send({}, input.Rest());
   library.SetTimeout(fuzz::kReadTimeoutMs);
   const std::int32_t result = device::ModemDialler(library, clock, waits).Dial(commands, fuzz::kDialTimeoutS);

@@ -1,4 +1,4 @@
-// Numbers as they are typed, stored and sent.
+// Numbers as typed, stored and sent.
 #include "base/number.h"
 
 #include <cmath>

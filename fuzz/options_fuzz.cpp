@@ -1,4 +1,4 @@
-// The command line, one argument a line.
+// The command line, one argument per line.
 #include "app/options.h"
 
 #include "app/parse.h"

@@ -1,4 +1,4 @@
-// ports.ini, which says what COM1 and its like stand for.
+// ports.ini, which assigns device nodes to COM1 and other ports.
 #include "devlnk/node_names.h"
 
 #include "fuzz/require.h"
@@ -12,7 +12,7 @@ void Check(std::string_view text, std::string_view key) {
   for (const char c : value) Require(static_cast<unsigned char>(c) >= ' ' && c != '\x7F');
 }
 
-// A section after everything else counts, whatever stands before it.
+// A section at the end counts, whatever precedes it.
 void CheckLast(std::string_view text) {
   const std::string with_section = std::string(text) + "\n[ports]\r\n com1 = \"/dev/last\" \r\n";
   Require(devlnk::FindPort(with_section, "COM1") == "/dev/last");

@@ -1,4 +1,4 @@
-// Commands and what was answered become records of both formats, which are read back by other readers.
+// Commands and answers become records of both formats, which are read back by other readers.
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
@@ -17,7 +17,7 @@ class StoppedClock final : public base::Clock {
   double Seconds() const override { return 1; }
 };
 
-/// An exchange with its answer as the session keeps it.
+/// An exchange with its answer as kept by the session.
 struct Asked {
   std::string command;
   terminal::LastAnswer answer;
@@ -33,7 +33,7 @@ Asked Next(Input& input) {
   return asked;
 }
 
-/// The lines that are written of all exchanges.
+/// The lines written for all exchanges.
 std::vector<std::string> Records(const CommandRunOptions& options, const std::vector<Asked>& exchanges) {
   std::vector<std::string> lines;
   const std::function<void(LineKind, const std::string&)> take = [&](LineKind, const std::string& line) {
@@ -62,7 +62,7 @@ void CheckJson(const std::vector<Asked>& exchanges) {
   Require(lines.size() == exchanges.size());
   for (std::size_t i = 0; i < lines.size(); ++i) {
     const Asked& asked = exchanges[i];
-    // Whoever reads it line by line.
+    // For readers that read line by line.
     Require(lines[i].find('\n') == std::string::npos);
     const auto record = nlohmann::json::parse(lines[i]);
     Require(record.size() == (asked.answer.bytes.empty() ? 5u : 6u));
@@ -116,7 +116,7 @@ void CheckNumbers(const std::vector<Asked>& exchanges, std::int32_t fields) {
 }  // namespace
 }  // namespace kolvane::fuzz
 
-/// A byte that says how it went, a command up to a zero, its answer up to the next, and so on.
+/// A byte for the outcome, a command up to a zero, its answer up to the next zero, and so on.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace kolvane;
   fuzz::Input input(data, size);

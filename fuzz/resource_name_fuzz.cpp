@@ -1,4 +1,4 @@
-// What --connect takes: each name that is understood, written out again, means the same.
+// Values of --connect: each valid name, written out again, means the same.
 #include "device/resource_name.h"
 
 #include "device/port_table.h"

@@ -14,8 +14,7 @@
 
 namespace kolvane::fuzz {
 
-/// A folder in memory, gone with the process that ends as it should; files are put there without a file
-/// system's cost.
+/// A folder in memory, removed when the process ends normally; avoids the cost of a file system.
 class ScratchFolder {
  public:
   ScratchFolder() {
@@ -34,7 +33,7 @@ class ScratchFolder {
   const std::string& path() const { return path_; }
   std::string operator/(std::string_view name) const { return path_ + "/" + std::string(name); }
 
-  /// Gives the file these bytes, and a time of its own: who caches files by their time reads it again.
+  /// Gives the file these bytes and a new time, so that caches that compare times read it again.
   void Put(const std::string& name, std::string_view bytes) {
     const int file = open((*this / name).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
     Require(file >= 0);

@@ -12,7 +12,7 @@
 namespace kolvane::fuzz {
 
 /// A session over the device operations of mode 2, with fakes at both ends. Made once, since making it costs
-/// far more than a run; Reset puts back what runs change.
+/// far more than a run; Reset undoes what runs change.
 struct SessionRig {
   SessionRig() { Reset(); }
 

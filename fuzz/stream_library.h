@@ -13,15 +13,15 @@
 
 namespace kolvane::fuzz {
 
-/// A port library whose instrument has sent, in two pieces, the bytes that it was given; answers are cut out
-/// of them by the rules of the real library. Nothing takes time but by the clock.
+/// A port library whose instrument has sent the given bytes in two pieces; answers are cut out of them by the
+/// rules of the real library. Time passes only on the fake clock.
 class StreamLibrary final : public device::PortLibrary {
  public:
   static constexpr std::int32_t kTimedOut = -9;
 
   explicit StreamLibrary(device::FakeClock& clock) : clock_(clock) {}
 
-  /// Takes the place of what is left.
+  /// Replaces the bytes that are left.
   void Send(std::string_view first, std::string_view second) {
     queue_ = {};
     Arrive(first);
@@ -30,7 +30,7 @@ class StreamLibrary final : public device::PortLibrary {
     timeouts = 0;
   }
 
-  /// What has been read, terminators included, in its order.
+  /// All bytes read so far, terminators included.
   const std::string& consumed() const { return consumed_; }
   std::size_t left() const { return queue_.size() + later_.size(); }
 

@@ -1,4 +1,4 @@
-// Format templates, run on a dump: every field line gives at most one line, whatever it says.
+// Format templates, run on a dump: every field line yields at most one line, whatever it contains.
 #include "fuzz/input.h"
 #include "fuzz/require.h"
 #include "inspect/hex_dump.h"
@@ -29,7 +29,7 @@ std::size_t LinesOf(std::string_view file) {
 }  // namespace
 }  // namespace kolvane::fuzz
 
-/// Byte order and caret, the file behind them.
+/// Byte order and caret, then the file.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace kolvane;
   fuzz::Input input(data, size);

@@ -1,4 +1,4 @@
-// A file that may be a transcript: it is refused in one line, or played to a terminal that says what it
+// A file that may be a transcript: it is refused with one line, or played to a terminal that sends what it
 // should.
 #include <string>
 
@@ -12,7 +12,7 @@ namespace {
 using amplifier::Conversation;
 using amplifier::Replay;
 
-// Nothing differs, and the instrument says all that it is to say.
+// Nothing differs, and the instrument sends everything that it should.
 void Play(const Conversation& conversation, bool recorded_times) {
   std::string expected;
   std::string said;

@@ -1,4 +1,4 @@
-// What a port library's scan for USB devices leaves in the buffer.
+// The buffer filled by a port library's scan for USB devices.
 #include "device/attached_ports.h"
 
 #include "device/fake_port_library.h"

@@ -25,7 +25,7 @@ inline bool IsUtf8(std::string_view text) {
   return true;
 }
 
-/// How many characters well-formed `text` holds.
+/// The number of characters in well-formed `text`.
 inline std::size_t Characters(std::string_view text) {
   std::size_t count = 0;
   for (const char c : text) count += (static_cast<std::uint8_t>(c) & 0xC0) != 0x80;

@@ -31,7 +31,7 @@ void RequireSame(const values::Row& row, const std::vector<std::string>& cells, 
   for (std::size_t cell = row.fields.size() + 2; cell < cells.size(); ++cell) Require(cells[cell].empty());
 }
 
-// What is written of the store's rows is what was written of the rows as they came.
+// A file of the store's rows equals what was written for each row as it arrived.
 void CheckFile(const values::Store& store, const std::string& as_they_came, const CsvForm& form) {
   values::CsvWriter writer(form, store.fields());
   std::string written;
