@@ -57,7 +57,7 @@ void ConnectionDialog(Stage& stage, const QString& folder) {
   SaveDialog(stage, folder, "mnuPorts", "schnittstellen-zuordnen");
 }
 
-// The first answer in the pane, by the first template.
+// The first answer in the pane, read with the first template.
 void Inspector(Stage& stage, const QString& folder) {
   if (!stage.Find<QAction>("mnuBinInspect")->isEnabled()) return;
   auto* pane = stage.Find<pane::OutputPane>("TermWin");
@@ -74,7 +74,7 @@ void Inspector(Stage& stage, const QString& folder) {
                    });
 }
 
-// A wave on channel 1 and what it does to the others.
+// A wave on channel 1 and its effect on the others.
 void Values(Stage& stage, const QString& folder) {
   stage.Choose("cmbReceiveFormat", 0);
   stage.Choose("cmbReceiveMode", 0);
@@ -103,7 +103,7 @@ void HelpWindow(Stage& stage, const QString& folder) {
   help->close();
 }
 
-// An IP port that nobody listens on.
+// An IP port without a listener.
 void RefusedConnection(Stage& stage, const QString& folder) {
   stage.RefuseConnections();
   SaveDialog(stage, folder, "mnuConnect", "meldung");

@@ -12,7 +12,7 @@
 
 namespace {
 
-// Its name is seen in the pictures, so it is the same on every computer.
+// Its name is visible in the pictures, so it is the same on every computer.
 class Bench {
  public:
   Bench() : folder_(QDir::tempPath() + QStringLiteral("/pruefstand")) {

@@ -15,8 +15,7 @@ constexpr int kLookMs = 150;
 constexpr int kWidest = 650;  // what the help window shows without scrolling
 constexpr qsizetype kPaletteSize = 256;
 
-// In a palette, which makes the file a third of its size, where the picture has no more colours than one
-// holds.
+// With a palette, which reduces the file to a third, if the picture has few enough colours.
 QImage WithPalette(const QImage& image) {
   const QImage plain = image.convertToFormat(QImage::Format_RGB32);
   QImage out(plain.size(), QImage::Format_Indexed8);
@@ -49,12 +48,12 @@ QPixmap Framed(QWidget* window) {
   window->raise();
   window->activateWindow();
   window->repaint();
-  // The window manager draws its frame when it likes and tells nobody; what no longer changes is drawn.
+  // The window manager does not report when its frame is drawn: it is once the picture no longer changes.
   QImage last;
   QEventLoop drawn;
   QTimer look;
   QObject::connect(&look, &QTimer::timeout, &drawn, [&] {
-    // The widget would go on saying what it was told before the frame was there.
+    // The widget itself would return the geometry from before the frame was added.
     const QRect frame = window->windowHandle()->frameGeometry();
     const QImage now =
         window->screen()->grabWindow(0, frame.x(), frame.y(), frame.width(), frame.height()).toImage();

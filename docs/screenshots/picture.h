@@ -6,16 +6,15 @@
 
 namespace kolvane::screenshots {
 
-/// The widget as it is painted now, events included that are still to be handled.
+/// The widget as painted now, after pending events.
 QPixmap Grab(QWidget* widget);
 
-/// A top-level window as it stands on the screen, with the window manager's frame.
+/// A top-level window as on the screen, with the window manager's frame.
 QPixmap Framed(QWidget* window);
 
-/// Writes FOLDER/NAME.png, made smaller where it is wider than a help page. Throws std::runtime_error where
-/// it cannot.
+/// Writes FOLDER/NAME.png, scaled down if it is wider than a help page. Throws std::runtime_error on failure.
 void Save(const QString& folder, const QString& name, const QPixmap& picture);
-/// The same in its own size.
+/// Writes it in its original size.
 void SaveAsItIs(const QString& folder, const QString& name, const QPixmap& picture);
 
 }  // namespace kolvane::screenshots

@@ -8,8 +8,8 @@
 
 namespace kolvane::screenshots {
 
-/// One function a picture, or a few that belong together: it brings the stage into the state it shows and
-/// saves into `folder`. They run in this order, each on what the one before has left.
+/// One function per picture, or for a few that belong together: it brings the stage into the state to show
+/// and saves into `folder`. They run in this order, each with the state left by the one before.
 using Picture = std::function<void(Stage& stage, const QString& folder)>;
 
 std::vector<Picture> WindowPictures();

@@ -27,13 +27,13 @@ Stage::Stage(const std::string& folder)
   FillFolder();
   Configure();
   window_.Load();
-  // Wide enough for the controls of sending and receiving in one row.
+  // Wide enough to show the controls of sending and receiving in one row.
   window_.resize(920, 680);
   window_.show();
   window_.activateWindow();
 }
 
-// Help and templates, which the build puts beside the libraries.
+// Copies help and templates, which the build puts beside the libraries.
 void Stage::FillFolder() {
   namespace fs = std::filesystem;
   for (const auto& entry : fs::directory_iterator(fs::path(KOLVANE_PORT_LIBRARY_FILE).parent_path())) {
@@ -79,7 +79,7 @@ void Stage::LoadList(const std::string& name, const std::string& rows) {
   window_.OpenCommandFile(folder_ + "/" + name);
 }
 
-// A running list handles events before its message comes, so the first look may find nothing yet.
+// A running list processes events before its message appears, so the first look may find nothing yet.
 void Stage::WithDialog(const std::function<void()>& open, const std::function<void(QWidget*)>& look) {
   QTimer until_there;
   QObject::connect(&until_there, &QTimer::timeout, &window_, [&] {

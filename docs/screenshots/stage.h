@@ -12,7 +12,7 @@
 
 namespace kolvane::screenshots {
 
-/// A terminal window on a simulated amplifier, with a folder of its own and USB devices that do not exist.
+/// A terminal window on a simulated amplifier, with its own folder and fictitious USB devices.
 class Stage : private window::WindowRecords {
  public:
   /// `folder` is the component's folder, which exists and is empty.
@@ -32,11 +32,11 @@ class Stage : private window::WindowRecords {
   /// Loads the rows as a command file of that name.
   void LoadList(const std::string& name, const std::string& rows);
 
-  /// Runs what opens a modal dialog and hands the dialog to `look`, which need not close it.
+  /// Calls `open`, which opens a modal dialog, and passes the dialog to `look`, which need not close it.
   void WithDialog(const std::function<void()>& open, const std::function<void(QWidget*)>& look);
 
   void Connect();
-  /// From now on, until Connect, connecting leads to an IP port that nobody listens on.
+  /// From now on, until Connect, connections go to an IP port without a listener.
   void RefuseConnections() { connection_.ip_port = 9; }
 
  private:
