@@ -1,4 +1,4 @@
-"""Opens the terminal beside an asyncio program: its loop has a thread of its own, the terminal the main one."""
+"""Opens the terminal beside an asyncio program: its loop has its own thread, the terminal the main one."""
 
 import asyncio
 from concurrent.futures import FIRST_COMPLETED, Future, ThreadPoolExecutor, wait
@@ -15,7 +15,7 @@ class StreamDevice:
         self.loop, self.reader, self.writer = loop, reader, writer
 
     def wait_for(self, coroutine, timeout=3.0):
-        """What the coroutine returns, run by the loop; the terminal shows what it raises."""
+        """Runs the coroutine in the loop and returns its result; the terminal shows its exceptions."""
         return asyncio.run_coroutine_threadsafe(asyncio.wait_for(coroutine, timeout), self.loop).result()
 
     def OpenDevice(self): pass
@@ -46,7 +46,7 @@ async def simulated_instrument(reader, writer):
 
 
 async def program(handover):
-    """The asyncio program; it goes on while the terminal is open."""
+    """The asyncio program; it continues while the terminal is open."""
     server = await asyncio.start_server(simulated_instrument, "127.0.0.1", 0)
     reader, writer = await asyncio.open_connection(*server.sockets[0].getsockname())
     loop, closed = asyncio.get_running_loop(), asyncio.Event()

@@ -1,4 +1,4 @@
-"""Opens the terminal on a scale that exists in this file only; try *IDN?, MSV?, TAR and SLOW?."""
+"""Opens the terminal on a scale simulated in this file; try *IDN?, MSV?, TAR and SLOW?."""
 
 import select
 import time
@@ -28,7 +28,7 @@ class SimulatedScale:
         self.answers.append(known.get(command, "?"))
 
     def wait(self, seconds):
-        """Keeps the window alive meanwhile; Esc, stop and closing give up."""
+        """Waits while the window stays responsive; Esc, stop and closing give up."""
         end = time.monotonic() + seconds
         while time.monotonic() < end:
             if not self.terminal.Wait():

@@ -2,11 +2,10 @@
 
 namespace host {
 
-/// By which the host closes the terminal that is open: its descriptor goes into
-/// TerminalOptions::CloseDescriptor.
+/// Lets the host close the open terminal: its descriptor goes into TerminalOptions::CloseDescriptor.
 class CloseRequest {
  public:
-  /// Throws std::system_error where the process has no descriptors left.
+  /// Throws std::system_error if the process has no descriptors left.
   CloseRequest();
   ~CloseRequest();
   CloseRequest(const CloseRequest&) = delete;
@@ -14,7 +13,7 @@ class CloseRequest {
 
   int descriptor() const { return descriptor_; }
 
-  /// May come from within a call of the terminal's; the window closes when that has returned.
+  /// May be called during a call made by the terminal; the window closes once that has returned.
   void Make() const;
 
  private:

@@ -12,7 +12,7 @@ constexpr std::int16_t kTcpIp = 100;
 constexpr char kAddress[] = "192.0.2.1";
 constexpr int kTimedOut = -7;
 
-// "MSV?\r\n" as a line of source text would have it.
+// `text` as a literal in source code: "MSV?\r\n".
 std::string Quoted(const std::string& text) {
   std::string quoted = "\"";
   for (const char c : text) quoted += c == '\r' ? "\\r" : c == '\n' ? "\\n" : std::string(1, c);
@@ -26,7 +26,7 @@ std::string List(Numbers... numbers) {
   return list;
 }
 
-// An exception that leaves OpenTerminal where it is thrown while the terminal opens, a failed command later.
+// Throws for an unknown index: OpenTerminal passes it on while the terminal opens; later the command fails.
 Instrument& At(Bench& bench, std::int16_t index) {
   if (index < 0 || static_cast<std::size_t>(index) >= bench.instruments.size())
     throw std::out_of_range("Kein Gerät mit dem Index " + std::to_string(index));

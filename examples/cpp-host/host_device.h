@@ -11,7 +11,7 @@
 
 namespace host {
 
-/// The host's two instruments and what went wrong last; one line a call goes to `trace`.
+/// The host's two instruments and the last error; each call writes a line to `trace`.
 struct Bench {
   std::FILE* trace;
   std::vector<Instrument> instruments;
@@ -47,7 +47,7 @@ class Io final : public kolvane::IoObject {
 /// The device object. Operating mode 1: the first instrument.
 class HostDevice final : public kolvane::HostObject {
  public:
-  /// `bye` is called when an instrument is told that the user is done.
+  /// `bye` is called when an instrument receives `BYE`.
   HostDevice(std::FILE* trace, const std::function<void()>& bye);
 
   kolvane::IoObject& IO() override { return io_; }

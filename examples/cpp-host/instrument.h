@@ -7,20 +7,20 @@
 
 namespace host {
 
-/// The host's simulated instrument: it takes lines and answers each with one that ends in CR LF. `*IDN?` and
-/// `MSV?` answer what they say, `MUTE` does not answer, `BYE` tells the host that the user is done, all else
-/// is `?`.
+/// The host's simulated instrument: it reads lines and answers each with one that ends in CR LF. `*IDN?` and
+/// `MSV?` return identification and value, `MUTE` is not answered, `BYE` informs the host that the user is
+/// done, anything else is answered with `?`.
 class Instrument {
  public:
   Instrument(std::string name, std::function<void()> bye) : name_(std::move(name)), bye_(std::move(bye)) {}
 
   void Take(const std::string& line);
 
-  /// What was answered, up to and with `terminator` (a character code, 0 for none) or `count` characters;
-  /// nothing where less than that has been answered.
+  /// The answer up to and including `terminator` (a character code, 0 for none) or `count` characters;
+  /// nullopt if less than that is available.
   std::optional<std::string> Give(int terminator, std::size_t count);
 
-  /// The number of characters that nobody will read any more.
+  /// Discards unread characters and returns their number.
   std::size_t Discard();
 
  private:

@@ -1,6 +1,6 @@
-// A program that opens the Kolvane terminal on instruments of its own: cpp-host [--mode 0|1] [--device N]
-// [--list FILE]. It prints each call that its device object gets. With --list the command file is played at
-// once, and its `BYE` closes the terminal: nobody has to be there.
+// A program that opens the Kolvane terminal on its own instruments: cpp-host [--mode 0|1] [--device N]
+// [--list FILE]. It prints each call that its device object receives. With --list the command file is played
+// at once, and its `BYE` closes the terminal without a user.
 
 #include <kolvane/MainClass.h>
 

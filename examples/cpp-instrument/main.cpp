@@ -1,4 +1,4 @@
-// Asks several instruments at once: cpp-instrument COMMAND RESOURCE... prints a line for each, in their
+// Queries several instruments at once: cpp-instrument COMMAND RESOURCE... prints a line for each, in their
 // order. Exit status 1 if one did not answer.
 
 #include <kolvane/Instrument.h>
