@@ -20,7 +20,7 @@ same() {
   status=1
 }
 
-# Exactly the options that the program knows are completed.
+# Every option that the program knows is completed.
 for option in $("$program" --help | grep -oE -- '--[a-z][a-z0-9-]+' | sort -u); do
   grep -qE -- "(^|[^a-z-])$option([^a-z0-9-]|$)" "$folder/kolvane.bash" || same bash "$option" nothing
   grep -qE -- "(\(- \*\)'\{-h,$option\}'|'(\(- \*\))?$option)\[" "$folder/_kolvane" || same zsh "$option" nothing
