@@ -128,7 +128,7 @@ TEST_F(ConnectionTest, OutputThatDoesNotFitWaitsForRoom) {
   EXPECT_EQ(connection.Events(), POLLIN);
 }
 
-TEST_F(ConnectionTest, ADelayedAnswerGoesWhenItIsDue) {
+TEST_F(ConnectionTest, ADelayedAnswerIsSentWhenItIsDue) {
   handler_.transmission_.delay_ms = 100;
   Connection connection = Connect();
   const auto before = Connection::Clock::now();

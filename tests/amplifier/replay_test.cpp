@@ -129,7 +129,7 @@ TEST(Replay, HangsUpWhenTheInstrumentDid) {
   EXPECT_EQ(replay.difference(), "");
 }
 
-TEST(Replay, ACommandDuringTheHangUpIsNoDifference) {
+TEST(Replay, ACommandDuringTheHangUpIsNotADifference) {
   Replay replay(kHungUp, true, kStart);
   replay.Take("A\nB\n", kStart);
   EXPECT_EQ(replay.Say(After(5000)), "a");

@@ -184,7 +184,7 @@ TEST_F(RunProgramTest, NoConnectionIsOneLineAndNothingIsSent) {
   }
 }
 
-TEST_F(RunProgramTest, AnInstrumentThatGoesAwayIsAFailedAnswer) {
+TEST_F(RunProgramTest, AnInstrumentThatDisappearsIsAFailedAnswer) {
   Instrument instrument(Echo);
   const Outcome outcome =
       RunProgram({"send", "DCL", "A", "--connect", instrument.Resource(), "--timeout", "5000"});

@@ -93,7 +93,7 @@ TEST_F(CloseTest, AUserWhoClosesTheWindowIsShownTheFailure) {
 }
 
 // The request came before there was a window to close.
-TEST_F(CloseTest, ARequestThatCameFirstKeepsAMessageFromBeingShown) {
+TEST_F(CloseTest, AnEarlierRequestKeepsAMessageFromBeingShown) {
   const PipeEnds close;
   close.Request();
   options_.CloseDescriptor = close.reader();

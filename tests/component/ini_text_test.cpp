@@ -89,7 +89,7 @@ TEST(IniText, RepeatedKeysBecomeOne) {
 
 TEST(IniText, UsesTheFilesLineEnds) { EXPECT_EQ(With("[R]\r\n"), "[R]\r\n\r\n[S]\r\nK=new\r\n"); }
 
-TEST(IniText, WhatWasWrittenIsFound) {
+TEST(IniText, WrittenValuesAreFound) {
   for (const std::string text : {"", " ", "\r\n", "a;b", "\"", "\\", "[x]", "=", "ä€", "@x"}) {
     EXPECT_EQ(Find(With("[S]\nK=1\n", text)), text);
     EXPECT_EQ(Find(With("", text)), text);

@@ -101,7 +101,7 @@ TEST_F(SettingsTest, KeepsHighIpPortsAsTyped) {
             "Die gespeicherte Einstellung [PORT] IPPORT=65536 kann nicht gelesen werden: Überlauf");
 }
 
-TEST_F(SettingsTest, NamesSectionKeyAndValueOfWhatItCannotRead) {
+TEST_F(SettingsTest, NamesSectionKeyAndValueOfAnUnreadableSetting) {
   store_.values["TERMINAL/FONTSIZE"] = "groß";
   EXPECT_EQ(
       LoadError(),
@@ -109,7 +109,7 @@ TEST_F(SettingsTest, NamesSectionKeyAndValueOfWhatItCannotRead) {
   EXPECT_TRUE(store_.writes.empty());
 }
 
-TEST_F(SettingsTest, NamesTheFileOfWhatItCannotRead) {
+TEST_F(SettingsTest, NamesTheFileOfAnUnreadableSetting) {
   store_.file = "/etc/a.ini";
   store_.values["PORT/PORT"] = "10";
   EXPECT_EQ(LoadError(),

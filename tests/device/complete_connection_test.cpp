@@ -46,7 +46,7 @@ TEST(CompleteConnection, ReadsTheModemScriptAndWritesNothing) {
   EXPECT_EQ(base::ReadBytes(folder.Path("MODEM.INI")), "ATZ\r\n\r\nATDT42\r\n");
 }
 
-TEST(CompleteConnection, ReadsNoScriptFromWhereTheProgramWasStarted) {
+TEST(CompleteConnection, ReadsNoScriptFromTheCurrentFolder) {
   const base::TempFolder started_in;
   started_in.Write("MODEM.INI", "ATDT42\r\n");
   std::filesystem::current_path(started_in.path());

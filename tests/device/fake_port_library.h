@@ -132,7 +132,7 @@ class FakePortLibrary final : public PortLibrary {
   std::int32_t timeout_ms_ = 5000;
 };
 
-/// Hands out the library it was given, or none.
+/// Returns the library it was given, or none.
 class FakePortLibrarySource final : public PortLibrarySource {
  public:
   explicit FakePortLibrarySource(PortLibrary* given) : library(given) {}

@@ -87,7 +87,7 @@ TEST_F(StoreFormTest, ReadsTheGpibPageAndShowsItAgain) {
   EXPECT_TRUE(shown.repeat_addressing);
 }
 
-TEST_F(StoreFormTest, TakesSecondsFromTheGpibListWhateverItsUnit) {
+TEST_F(StoreFormTest, TakesSecondsFromTheGpibListRegardlessOfUnit) {
   form_.ClickPort(6, p_);
   form_.gpib.timeout = "100 ms";
   EXPECT_TRUE(StoreForm(form_, p_));

@@ -59,7 +59,7 @@ TEST_P(Loss, IsOverWhenThePortIsOpenedAgain) {
   EXPECT_EQ(Answer(), "back");
 }
 
-TEST_P(Loss, OpeningAgainForgetsWhatTheEarlierPortReceived) {
+TEST_P(Loss, OpeningAgainDiscardsBytesOfTheEarlierPort) {
   partner_->Send("1\n2\n");
   EXPECT_EQ(Answer(), "1");
   ASSERT_EQ(partner_->Open(), 0);

@@ -168,7 +168,7 @@ TEST_F(Serial, NodesThatAreNotSerialLinesAreDistinguished) {
   std::filesystem::remove(file);
 }
 
-TEST_F(Serial, APseudoTerminalWithoutItsOtherEndIsNoDevice) {
+TEST_F(Serial, APseudoTerminalWithoutItsOtherEndIsNotADevice) {
   pty_.CloseMaster();
   EXPECT_EQ(Open(), Code(Status::kNoSuchNode));
 }

@@ -74,7 +74,7 @@ TEST_F(Tcp, AClosedPortRefuses) {
 }
 
 TEST_F(Tcp, AnAddressOutsideAllNetworksIsUnreachable) {
-  // The limited broadcast address takes no stream connections.
+  // The limited broadcast address accepts no stream connections.
   EXPECT_EQ(Open("255.255.255.255", 9), Code(Status::kUnreachable));
 }
 
@@ -98,7 +98,7 @@ TEST_F(Tcp, AResetInTheMiddleOfAnAnswerIsALoss) {
   EXPECT_EQ(QDX_WritePort("x"), Code(Status::kConnectionLost));
 }
 
-TEST_F(Tcp, WhatArrivedBeforeAResetIsStillReadAfterAFailedWrite) {
+TEST_F(Tcp, BytesFromBeforeAResetAreReadAfterAFailedWrite) {
   base::Listener listener(AF_INET);
   ASSERT_EQ(Open("127.0.0.1", listener.port()), 0);
   const int partner = listener.Accept();

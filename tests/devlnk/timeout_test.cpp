@@ -12,7 +12,7 @@ namespace {
 using Timeout = PortTest;
 INSTANTIATE_TEST_SUITE_P(Ports, Timeout, testing::ValuesIn(kKinds), NameOf);
 
-/// Interrupts whatever the process waits for, every millisecond.
+/// Interrupts every wait of the process, once per millisecond.
 class Interruptions {
  public:
   Interruptions() {

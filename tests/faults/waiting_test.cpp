@@ -299,7 +299,7 @@ TEST_P(WaitingOnTcp, OpenLoopsOfAStoppedRunAreShown) {
   EXPECT_EQ(State(), "Noch offen: 1 Schleife");
 }
 
-// The mark follows each row that takes longer than a frame, before its answer has come.
+// The mark follows each row that takes longer than a frame, before its answer has arrived.
 TEST_P(WaitingOnTcp, TheMarkIsOnTheCurrentRow) {
   LiveWindow& live = Open(Silence);
   auto* grid = Find<script::CommandGrid>("CommandScript");

@@ -7,7 +7,7 @@
 
 namespace kolvane::gui {
 
-/// The terminal window on display, known by its name only; null where there is none.
+/// The terminal window on display, known by its name only; null if there is none.
 inline QMainWindow* ShownTerminal() {
   for (QWidget* widget : QApplication::topLevelWidgets()) {
     if (widget->objectName() == QLatin1String("frmTerminal") && widget->isVisible())

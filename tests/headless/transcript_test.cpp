@@ -99,7 +99,7 @@ struct RecordedPortTest : testing::Test {
     buffer.erase(buffer.find_last_not_of(' ') + 1);
     return buffer;
   }
-  /// "<" and ">" for what went in and out.
+  /// The recorded transfers: "<" before input, ">" before output.
   std::string Recorded() const {
     std::string all;
     std::istringstream lines(base::ReadBytes(folder.Path("t")));

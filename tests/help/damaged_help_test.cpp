@@ -38,7 +38,7 @@ TEST_F(DamagedHelp, CutAnywhereDoesNoHarm) {
     UseAll(whole_.substr(0, size));
 }
 
-TEST_F(DamagedHelp, CutInTheHeaderIsNoHelpFile) {
+TEST_F(DamagedHelp, CutInTheHeaderIsNotAHelpFile) {
   for (std::size_t size = 0; size < 0x60; ++size)
     EXPECT_EQ(HelpFile::FromBytes(whole_.substr(0, size)), nullptr);
 }

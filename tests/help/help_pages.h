@@ -70,7 +70,7 @@ class HelpPages {
         texts_, [text](const std::string& page) { return page.find(text) != std::string::npos; });
   }
 
-  /// What a page says, without tags and with its entities resolved.
+  /// The text of a page, without tags and with its entities resolved.
   static std::string Text(const std::string& html) {
     std::string text;
     bool in_tag = false;

@@ -160,7 +160,7 @@ TEST(HelpPages, AngleBracketsAndAmpersandsOfTheTextAreEntities) {
   }
 }
 
-// Titles become entries of the contents, which other viewers take for Windows-1252.
+// Titles become entries of the contents, which other viewers read as Windows-1252.
 TEST(HelpPages, AreUtf8WithCharactersOfTheCodePageOnly) {
   for (const auto& [page, html] : Pages().pages()) {
     EXPECT_EQ(base::FromWindows1252(base::ToWindows1252(html)), html) << page;

@@ -55,7 +55,7 @@ TEST_F(DecodeTest, NetworkOrderAppliesToAllButDoubles) {
   EXPECT_EQ(Caption(format::kDouble), "1");
 }
 
-TEST_F(DecodeTest, NegativeNumbersHaveASignPositiveOnesNone) {
+TEST_F(DecodeTest, OnlyNegativeNumbersHaveASign) {
   Show("\xFF\xFF\xFF\xFF"s);
   EXPECT_EQ(Caption(format::kByte), "255");
   EXPECT_EQ(Caption(format::kShort), "-1");
