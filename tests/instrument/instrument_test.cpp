@@ -22,7 +22,7 @@ TEST(Instrument, AsksTheAmplifier) {
   EXPECT_FALSE(instrument.QueryValues("MSV? 1").empty());
 }
 
-TEST(Instrument, TakesTheShortFormsOfNames) {
+TEST(Instrument, AcceptsShortFormsOfNames) {
   const amplifier::ServerThread amplifier({.echo = true});
   Instrument instrument("127.0.0.1:" + std::to_string(amplifier.Port()));
   EXPECT_EQ(instrument.Query("hello"), "hello");
@@ -76,7 +76,7 @@ TEST(Instrument, FlushesReceivedBytes) {
   EXPECT_EQ(instrument.BytesWaiting(), 0u);
 }
 
-TEST(Instrument, IsNotOpenOnceClosed) {
+TEST(Instrument, IsNotOpenAfterClosing) {
   Partner partner;
   Instrument instrument = partner.Connect();
   instrument.Close();

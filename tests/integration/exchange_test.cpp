@@ -56,7 +56,7 @@ TEST_P(ExchangeTest, TheLargestCountIsReadAndTheNextRefused) {
   EXPECT_THROW(terminal_.core.session.GetAnswer(), kolvane::RuntimeError);
 }
 
-TEST_P(ExchangeTest, AutomaticEndTakes8192BytesOfALongerAnswer) {
+TEST_P(ExchangeTest, AutomaticEndReads8192BytesOfALongerAnswer) {
   ReceiveBinary(1);
   EXPECT_EQ(terminal_.Ask("RAMP? 10000").size(), 8192u * 4);
   EXPECT_EQ(terminal_.core.device.FlushInput(), 10000 - 8193);

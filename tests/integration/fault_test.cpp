@@ -76,7 +76,7 @@ TEST(Fault, ARefusedConnectionIsOneMessage) {
   EXPECT_FALSE(terminal.device.connected);
 }
 
-TEST(Fault, KindsWithoutTheirDeviceSaySoAndStayClosed) {
+TEST(Fault, KindsWithoutTheirDeviceReportItAndStayClosed) {
   setenv("KOLVANE_GPIB_LIBRARY", "/nowhere/libgpib.so.0", 1);
   setenv("KOLVANE_LPT1", "/nowhere/parport0", 1);
   LiveTerminal terminal(Line::kTcp, {});

@@ -74,7 +74,7 @@ TEST_F(PaneFindTest, SearchesFromItsStartWhileTheTextIsTyped) {
   EXPECT_EQ(Shown(), "2/3");
 }
 
-TEST_F(PaneFindTest, BringsTheHitIntoView) {
+TEST_F(PaneFindTest, ScrollsToTheHit) {
   AppendLines(300);
   Search("line 7");
   EXPECT_EQ(pane_.selectedText(), "line 7");

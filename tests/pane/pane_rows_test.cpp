@@ -41,7 +41,7 @@ TEST(PaneRows, ARowHoldsWhatFits) {
   EXPECT_EQ(Wrapped("abcdefghijabcdefghijk", 10), "abcdefghij|abcdefghij|k/");
 }
 
-TEST(PaneRows, RowsEndAfterWordsWhereTheyCan) {
+TEST(PaneRows, RowsEndAfterWordsIfPossible) {
   EXPECT_EQ(Wrapped("one two three four", 10), "one two |three four/");
   EXPECT_EQ(Wrapped("1.25,2.50,3.75", 8), "1.25,|2.50,|3.75/");
   EXPECT_EQ(Wrapped("<0D><0A><41>", 10), "<0D><0A>|<41>/");

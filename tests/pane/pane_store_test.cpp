@@ -126,7 +126,7 @@ TEST(PaneStore, AppendedLinesFillManyChunks) {
   ExpectLinesAddUp(store);
 }
 
-TEST(PaneStore, LinesWithoutTextFillChunksToo) {
+TEST(PaneStore, EmptyLinesAlsoFillChunks) {
   PaneStore store;
   for (int i = 0; i < 10000; ++i) store.AppendLine("", kNoColor);
   EXPECT_EQ(store.Text(0, store.Length(), "\r\n").size(), 20000u);
@@ -134,7 +134,7 @@ TEST(PaneStore, LinesWithoutTextFillChunksToo) {
   ExpectLinesAddUp(store);
 }
 
-TEST(PaneStore, ALineOfAMebibyteStandsBesideShortOnes) {
+TEST(PaneStore, ALineOfAMebibyteIsStoredBesideShortOnes) {
   PaneStore store;
   const std::string large(1 << 20, 'x');
   store.AppendLine("before", kNoColor);

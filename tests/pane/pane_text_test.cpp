@@ -51,7 +51,7 @@ TEST(PaneText, ControlCharactersSurvive) {
   EXPECT_EQ(pane.Text("\r\n"), "\r\n\0\x1B[0m\x07\t\x7F"sv);
 }
 
-TEST(PaneText, AppendingTakesTheCaretAndTheSelectionToTheEnd) {
+TEST(PaneText, AppendingMovesCaretAndSelectionToTheEnd) {
   PaneText pane = With("abc");
   pane.Select(1, 2);
   pane.AppendLine("d", base::kNoColor);
@@ -178,7 +178,7 @@ TEST(PaneText, InsertingMovesCaretAndAnchorAlong) {
   EXPECT_EQ(State(pane), "xya[b/|]cz");
 }
 
-TEST(PaneText, ACommentStandsOnItsOwnLineAtTheCaret) {
+TEST(PaneText, ACommentIsOnItsOwnLineAtTheCaret) {
   PaneText pane = With("abcd");
   pane.Select(1, 3);
   pane.InsertComment("note");

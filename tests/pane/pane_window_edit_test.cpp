@@ -10,7 +10,7 @@ namespace {
 
 QString Clipboard() { return QGuiApplication::clipboard()->text(); }
 
-TEST_F(PaneWindow, TypedTextGoesInAtTheCaret) {
+TEST_F(PaneWindow, TypedTextIsInsertedAtTheCaret) {
   SetText("ad");
   Key(Qt::Key_Right);
   Type("bC");
@@ -150,7 +150,7 @@ TEST_F(PaneWindow, TheSelectionColorCanBeSet) {
   EXPECT_EQ(Colors(), "16711680:x 0:ab");
 }
 
-TEST_F(PaneWindow, ReadOnlyTakesLinesButNoEdits) {
+TEST_F(PaneWindow, ReadOnlyAcceptsLinesButNoEdits) {
   EXPECT_FALSE(pane_.property("readOnly").toBool());
   pane_.setProperty("readOnly", true);
   pane_.AppendLine(LineKind::kAnswer, "abc");
@@ -170,7 +170,7 @@ TEST_F(PaneWindow, ReadOnlyTakesLinesButNoEdits) {
   EXPECT_FALSE(pane_.inputMethodQuery(Qt::ImEnabled).toBool());
 }
 
-TEST_F(PaneWindow, TakesTextOfInputMethods) {
+TEST_F(PaneWindow, AcceptsTextFromInputMethods) {
   SetText("ab");
   pane_.Select(1, 1);
   QInputMethodEvent compose(QStringLiteral("^"), {});

@@ -32,7 +32,7 @@ class GoldenListTest : public testing::TestWithParam<std::string> {
   }
 };
 
-TEST_P(GoldenListTest, RunsAsItsFilesSay) {
+TEST_P(GoldenListTest, RunsAsItsFilesDescribe) {
   const ListRun run(Path("CMD"), base::ReadBytes(Path("device")));
   EXPECT_TRUE(run.loaded());
   Check("device", run.Dialogue());

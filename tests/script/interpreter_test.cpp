@@ -39,7 +39,7 @@ TEST_F(InterpreterTest, CarriesOutTheWordsOfTheTable) {
   }
 }
 
-TEST_F(InterpreterTest, AnswersChoosesForTheRestOfTheRun) {
+TEST_F(InterpreterTest, AnswersAppliesToTheRestOfTheRun) {
   EXPECT_TRUE(Do("$ANSWERS queries"));
   EXPECT_TRUE(terminal.QueriesOnly());
   EXPECT_TRUE(Do("$ANSWERS ALWAYS"));
@@ -64,7 +64,7 @@ TEST_F(InterpreterTest, RepeatNotesPassesAndRow) {
   EXPECT_EQ(list.current_row(), 5);
 }
 
-TEST_F(InterpreterTest, RepeatTakesTheNumberAtTheArgumentsStart) {
+TEST_F(InterpreterTest, RepeatUsesTheNumberAtTheArgumentsStart) {
   const auto passes = [this](const char* line) {
     now.RepeatLevel = 0;
     EXPECT_TRUE(Do(line)) << line;
@@ -89,7 +89,7 @@ TEST_F(InterpreterTest, RepeatFailsWithoutAValidCount) {
   EXPECT_EQ(ErrorOf("$REPEAT 1e999"), kOverflow);
 }
 
-TEST_F(InterpreterTest, EndRepeatGoesBackWhileThePassesLast) {
+TEST_F(InterpreterTest, EndRepeatGoesBackWhilePassesRemain) {
   FillList(list, "$REPEAT 1|A|$ENDREPEAT");
   EXPECT_TRUE(Do("$REPEAT 1", 1));
   list.HighlightLine(3, 0xFF0000, 0xFFFF, true);
@@ -152,7 +152,7 @@ TEST_F(InterpreterTest, DelayIsOneCallOfThePortLibrary) {
   EXPECT_EQ(ErrorOf("$DELAY 2147483648"), kOverflow);
 }
 
-TEST_F(InterpreterTest, DelayWithoutAPortLibraryLeavesAFailure) {
+TEST_F(InterpreterTest, DelayWithoutAPortLibraryIsAFailure) {
   libraries.library = nullptr;
   EXPECT_TRUE(Do("$DELAY 10"));
   EXPECT_EQ(device.last_result, device::device_status::kNoPortLibrary);

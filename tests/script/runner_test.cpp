@@ -73,7 +73,7 @@ TEST_F(RunnerTest, AListIsInUseFromStartToEnd) {
   EXPECT_EQ(ListText(list), "'A");
 }
 
-TEST_F(RunnerTest, RepeatsABlockOnceMoreThanItSays) {
+TEST_F(RunnerTest, RepeatsABlockOnceMoreThanItsCount) {
   Play("$REPEAT 2|A|$ENDREPEAT|B");
   EXPECT_EQ(Sent(), "A|A|A|B");
   device.calls.clear();
@@ -127,7 +127,7 @@ TEST_F(RunnerTest, BelowDepthZeroAFailedConditionSkipsNothing) {
   EXPECT_EQ(Sent(), "A|B");
 }
 
-TEST_F(RunnerTest, ARunLeavesLoopsAndConditionsToTheNext) {
+TEST_F(RunnerTest, OpenLoopsAndConditionsAreKeptForTheNextRun) {
   Play("$REPEAT 3|$IFEQUAL x|A");
   EXPECT_EQ(script.interpreter.RepeatLevel, 1);
   EXPECT_TRUE(script.interpreter.SkipRows);

@@ -7,7 +7,7 @@
 namespace kolvane::script {
 namespace {
 
-TEST(SpecialLineTest, TakesCommandAndOneArgument) {
+TEST(SpecialLineTest, SplitsCommandAndOneArgument) {
   const SpecialLine line("$Goto start ignored, ignored too");
   EXPECT_EQ(line.Command(), "$GOTO");
   EXPECT_EQ(line.Argument(), "start");

@@ -106,7 +106,7 @@ TEST_F(UnsavedListTest, WhatIsOfferedToOneWindowIsNotOfferedToAnother) {
   EXPECT_EQ(LeftCopies(folder_).size(), 0u);
 }
 
-TEST_F(UnsavedListTest, AProgramThatWasKilledLeavesItsList) {
+TEST_F(UnsavedListTest, AKilledProgramLeavesItsList) {
   const pid_t child = base::InChild([this] {
     list_.SetText(1, "A");
     UnsavedCopy copy(folder_);

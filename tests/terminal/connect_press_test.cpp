@@ -49,7 +49,7 @@ TEST_F(ConnectPressTest, TheTagDecidesRatherThanTheConnection) {
   EXPECT_EQ(pane.lines, (Lines{kConnectedLine, kDisconnectedLine}));
 }
 
-TEST_F(ConnectPressTest, AHostsOpenDeviceIsConnectedOnceMoreFirst) {
+TEST_F(ConnectPressTest, AHostsOpenDeviceIsFirstConnectedAgain) {
   device_state.connected = true;
   connect.ShowConnected();
   EXPECT_EQ(Button(), "0 20 Verbindung trennen");

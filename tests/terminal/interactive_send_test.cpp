@@ -107,7 +107,7 @@ TEST_F(InteractiveSendTest, TimesAreSingleWithTheGivenDecimalSign) {
   EXPECT_TRUE(pane.text.ends_with("(dt = 8 ms)\r\n")) << pane.text;
 }
 
-TEST_F(InteractiveSendTest, AFailedAnswerIsTimedToo) {
+TEST_F(InteractiveSendTest, AFailedAnswerIsAlsoTimed) {
   state.options.show_response_times = true;
   clock.seconds = {1, 4};
   interactive.Send("A?");

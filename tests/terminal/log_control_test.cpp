@@ -72,7 +72,7 @@ TEST_F(LogControlTest, ARelativeNameIsShownWithItsFolder) {
   EXPECT_EQ(base::ReadBytes(path_), "x\r\n");
 }
 
-TEST_F(LogControlTest, AnEmptyNameStaysAFailure) {
+TEST_F(LogControlTest, AnEmptyNameIsAFailure) {
   log_.OpenLog("");
   EXPECT_FALSE(log_.IsOpen());
   EXPECT_EQ(log_.StatusText(), "Logdatei: Keine");
@@ -188,7 +188,7 @@ TEST_F(LogControlTest, NamesThatAreNotFilesAreReported) {
   EXPECT_TRUE(prompt_.errors[2].ends_with("“ kann nicht geöffnet werden: Der Name ist ungültig"));
 }
 
-TEST_F(LogControlTest, AFullDiskGivesOneMessageAndTheSessionGoesOn) {
+TEST_F(LogControlTest, AFullDiskShowsOneMessageAndTheSessionContinues) {
   log_.OpenLog("/dev/full");
   log_.PressRecord();
   output_.AddLine(LineKind::kAnswer, "one");

@@ -64,7 +64,7 @@ TEST_F(LogFileTest, DoesNotWaitForAPipesReader) {
   EXPECT_EQ(log_.Open(path_), ENXIO);
 }
 
-TEST_F(LogFileTest, ALineWithoutRoomLeavesNoPartOfItself) {
+TEST_F(LogFileTest, ALineWithoutSpaceIsNotWrittenInPart) {
   ASSERT_EQ(log_.Open(path_), 0);
   EXPECT_EQ(log_.WriteLine("eins"), 0);
   const base::SmallFiles small(10);

@@ -168,7 +168,7 @@ TEST_F(ReceiveControlsTest, LoadShowsTheSettingsAsTheyAre) {
   EXPECT_EQ(pane.lines, Lines{"Empfangspuffer gelöscht (12 Bytes)"});
 }
 
-TEST_F(ReceiveControlsTest, LoadGivesModeOneItsGap) {
+TEST_F(ReceiveControlsTest, LoadSetsTheGapOfModeOne) {
   state.receive.mode = 1;
   state.receive.receive_terminator = "";
   controls.Load(output);

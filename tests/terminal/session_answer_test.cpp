@@ -20,7 +20,7 @@ TEST_F(SessionAnswerTest, ReadsToTheTerminatorWithinTheTimeout) {
   EXPECT_EQ(state.last_answer.text, "12.5");
 }
 
-TEST_F(SessionAnswerTest, TakesTheTimeoutAsTyped) {
+TEST_F(SessionAnswerTest, UsesTheTimeoutAsTyped) {
   device.text_answers = {"a", "b"};
   state.shown.timeout = " 250,5 ";
   session.GetAnswer();
@@ -110,7 +110,7 @@ TEST_F(SessionAnswerTest, ReadsAfterBinaryAndBackToAscii) {
   EXPECT_EQ(state.last_answer.text, "12.5");
 }
 
-TEST_F(SessionAnswerTest, AWrongTimeoutThrowsBeforeAnythingIsRead) {
+TEST_F(SessionAnswerTest, AnInvalidTimeoutThrowsBeforeAnythingIsRead) {
   device.text_answers = {"old\r\n", "new\r\n"};
   session.GetAnswer();
   device.calls.clear();
@@ -129,7 +129,7 @@ TEST_F(SessionAnswerTest, AWrongTimeoutThrowsBeforeAnythingIsRead) {
 }
 
 // An answer that has been read is no longer awaited.
-TEST_F(SessionAnswerTest, AWrongTimeoutSaysWhetherAnAnswerIsStillToCome) {
+TEST_F(SessionAnswerTest, AnInvalidTimeoutReportsWhetherAnAnswerIsPending) {
   const auto what = [this] {
     try {
       session.GetAnswer();

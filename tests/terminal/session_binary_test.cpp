@@ -72,7 +72,7 @@ TEST_F(SessionAutoTest, KeepsTheBytesOfAnAnswerThatIsShownByteByByte) {
   EXPECT_EQ(state.last_answer.bytes, "");
 }
 
-TEST_F(SessionAutoTest, TakesTheLimitWhole) {
+TEST_F(SessionAutoTest, ReadsUpToTheLimit) {
   device.incoming = std::string(8192, 'x');
   session.GetAnswer();
   EXPECT_EQ(state.last_answer.text, std::string(8192, 'x'));
@@ -100,7 +100,7 @@ class SessionCountTest : public testing::Test, protected SessionBench {
   SessionCountTest() { state.receive = {.mode = receive_mode::kCount, .receive_terminator = ""}; }
 };
 
-TEST_F(SessionCountTest, ReadsThatManyBytesAtOnce) {
+TEST_F(SessionCountTest, ReadsTheGivenNumberOfBytesAtOnce) {
   state.receive.binary_display = 1;
   state.shown.count = "4";
   device.incoming = "\r\nA\xFF!";
@@ -143,7 +143,7 @@ TEST_F(SessionCountTest, AReadErrorBecomesTheAnswer) {
   EXPECT_EQ(state.last_answer.text, "Zeitüberschreitung");
 }
 
-TEST_F(SessionCountTest, TakesTheWholeBuffer) {
+TEST_F(SessionCountTest, FillsTheWholeBuffer) {
   state.shown.count = "1025";
   device.incoming = std::string(1025, 'x');
   session.GetAnswer();
@@ -167,7 +167,7 @@ TEST_F(SessionCountTest, CountsOutsideTheBufferThrowBeforeAnythingIsRead) {
   EXPECT_EQ(state.last_answer.text, "old");
 }
 
-TEST_F(SessionCountTest, NothingOfAnOlderAnswerComesBack) {
+TEST_F(SessionCountTest, NothingOfAnOlderAnswerIsReturned) {
   state.shown.count = "2";
   device.incoming = "AB";
   session.GetAnswer();

@@ -22,7 +22,7 @@ TEST_F(SessionSendTest, PassesTheCurrentSendTerminator) {
   EXPECT_EQ(device.calls[4], "Write Größe?|ENDE\\r\\n|0");
 }
 
-TEST_F(SessionSendTest, DoesNotEchoEvenWhenToldTo) {
+TEST_F(SessionSendTest, DoesNotEchoEvenWithTheOption) {
   session.SendCommand("IDN?", true);
   EXPECT_EQ(pane.text, "");
 }
@@ -78,7 +78,7 @@ TEST_F(SessionSendTest, PostSendCheckPressesTheButtonForLocalAndRestart) {
   EXPECT_EQ(device.CountCalls("Close"), 3u);
 }
 
-TEST_F(SessionSendTest, PostSendCheckLeavesTheConnectionForAllElse) {
+TEST_F(SessionSendTest, PostSendCheckKeepsTheConnectionForOtherCommands) {
   EXPECT_FALSE(session.PostSendCheck("STP").continues);
   EXPECT_TRUE(session.PostSendCheck("IDN?").continues);
   EXPECT_EQ(device.calls, Lines{});

@@ -21,7 +21,7 @@ TEST(ReceiveTerminator, KnowsTheWords) {
   EXPECT_EQ(ReceiveTerminator("Kein"), "");
 }
 
-TEST(ReceiveTerminator, TakesCharacterCodes) {
+TEST(ReceiveTerminator, AcceptsCharacterCodes) {
   EXPECT_EQ(ReceiveTerminator("59"), ";");
   EXPECT_EQ(ReceiveTerminator(" 10 "), "\n");
   EXPECT_EQ(ReceiveTerminator("58,7"), ";");

@@ -120,7 +120,7 @@ TEST(Summary, OfSomeValues) {
   EXPECT_DOUBLE_EQ(*some.StandardDeviation() * *some.StandardDeviation(), 32.0 / 7);
 }
 
-TEST(Summary, MergesToWhatTheWholeGives) {
+TEST(Summary, MergesToTheSummaryOfTheWhole) {
   Summary merged;
   for (const auto& part : {std::vector<double>{2, 4}, {}, {4, 4, 5}, {5, 7, 9}}) merged.Merge(Of(part));
   const Summary whole = Of({2, 4, 4, 4, 5, 5, 7, 9});

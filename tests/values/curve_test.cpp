@@ -113,7 +113,7 @@ TEST_F(CurveTest, JoinsItsColumns) {
 }
 
 // With hundreds of values per column, some are counted in the column next to their own.
-TEST_F(CurveTest, LosesNoValueWhereColumnsHoldHundreds) {
+TEST_F(CurveTest, LosesNoValueWithHundredsPerColumn) {
   Fill(300000);
   const PlotRows rows(store_, store_.rows(), Axis::kRow);
   const Span x = rows.Reach();

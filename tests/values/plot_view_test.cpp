@@ -72,7 +72,7 @@ TEST(PlotView, ZoomsAroundAPosition) {
   EXPECT_FALSE(view.auto_y());
 }
 
-TEST(PlotView, ShowsEverythingAgainOnceItIsZoomedOutThatFar) {
+TEST(PlotView, ShowsEverythingAgainWhenZoomedOutFarEnough) {
   PlotView view = ViewOf(0, 100);
   view.ZoomX(0.5, 0.5);
   EXPECT_EQ(view.mode(), Mode::kFixed);

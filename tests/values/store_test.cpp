@@ -41,7 +41,7 @@ TEST(Store, IsEmptyAtFirst) {
   EXPECT_EQ(Rows(store), "");
 }
 
-TEST(Store, GivesBackItsRows) {
+TEST(Store, ReturnsItsRows) {
   Store store;
   Add(store, "A?", {1, 2});
   Add(store, "B?", {3});

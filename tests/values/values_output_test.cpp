@@ -206,7 +206,7 @@ TEST_F(ValuesOutputTest, PrintsOnAPage) {
   QPrinter printer(QPrinter::HighResolution);
   printer.setOutputFileName(QString::fromStdString(folder_.Path("page.pdf")));
   EXPECT_TRUE(PrintPicture(printer, plot_.Scene(false), plot_.font(), plot_.size()));
-  // The picture's white ground, in units of which `scale` stand for a point, is as wide as the page.
+  // The picture's white background, in units of 1/`scale` point, is as wide as the page.
   const QRegularExpression ground(
       "^([0-9.]+) 0 0 .* cm.*\n([0-9.]+) 0 0 [0-9.]+ 0 0 cm\n0 30 ([0-9.]+) ([0-9.]+) re\n",
       QRegularExpression::DotMatchesEverythingOption | QRegularExpression::MultilineOption);

@@ -144,7 +144,7 @@ TEST_F(ValuesTableTest, SelectsByDragging) {
   QTest::mouseRelease(table_.viewport(), Qt::LeftButton, {}, to.center());
 }
 
-TEST_F(ValuesTableTest, SelectsFromARowThatHasLeftTheViewMeanwhile) {
+TEST_F(ValuesTableTest, SelectsFromARowThatHasLeftTheView) {
   Fill(1000);
   bar().setValue(100);
   const QPoint top_left = table_.visualRect(model_.index(100, 1)).topLeft();

@@ -68,7 +68,7 @@ TEST_F(FindBarTest, FindsInThePane) {
   EXPECT_EQ(Count(), "Nichts gefunden");
 }
 
-TEST_F(FindBarTest, EnterGoesOnAndWithShiftBack) {
+TEST_F(FindBarTest, EnterFindsTheNextHitAndWithShiftThePrevious) {
   for (const char* line : {"a1", "a2", "a3"}) AddLine(line);
   Pane()->Select(0, 0);
   OpenIn(Pane());
@@ -79,7 +79,7 @@ TEST_F(FindBarTest, EnterGoesOnAndWithShiftBack) {
   EXPECT_EQ(Count(), "1 von 3");
 }
 
-TEST_F(FindBarTest, EscClosesAndGivesTheKeyboardBack) {
+TEST_F(FindBarTest, EscClosesAndReturnsTheFocus) {
   OpenIn(Pane());
   QTest::keyClick(Text(), Qt::Key_Escape);
   EXPECT_FALSE(Bar()->isVisible());
@@ -110,7 +110,7 @@ TEST_F(FindBarTest, ReportsWhatIsWrongWithAnExpression) {
   EXPECT_FALSE(Text()->toolTip().startsWith("Kein"));
 }
 
-TEST_F(FindBarTest, FindsInTheListAndGoesThere) {
+TEST_F(FindBarTest, FindsInTheListAndGoesToTheRow) {
   Fill({"*IDN?", "MEAS?", "$DELAY 10", "MEAS?"});
   GoTo(3);
   OpenIn(Grid());

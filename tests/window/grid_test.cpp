@@ -337,7 +337,7 @@ TEST_F(GridTest, RowsAreDraggedByTheirNumbers) {
   EXPECT_EQ(Row(1) + Row(2) + Row(3) + Row(4), "BCAD");
 }
 
-TEST_F(GridTest, AScreenReaderIsToldWhichRowFailed) {
+TEST_F(GridTest, TheFailedRowIsReportedToScreenReaders) {
   Fill({"$SILENT OFF", "$FALSCH"});
   EXPECT_EQ(Grid()->accessibleDescription(), "");
   AnswerBoxes();
@@ -350,7 +350,7 @@ TEST_F(GridTest, AScreenReaderIsToldWhichRowFailed) {
   EXPECT_EQ(Grid()->accessibleDescription(), "");
 }
 
-TEST_F(GridTest, AScreenReaderIsToldWhichRowRuns) {
+TEST_F(GridTest, TheRunningRowIsReportedToScreenReaders) {
   Fill({"$SILENT OFF", "$SILENT OFF"});
   GoTo(1);
   Press("TB_SINGLESTEP");

@@ -87,7 +87,7 @@ TEST_F(KeyToolbarTest, ButtonsThatAreDisabledAreSkipped) {
   EXPECT_EQ(Focused(), "TB_CONNECT");
 }
 
-TEST_F(KeyToolbarTest, AButtonThatItsPressDisablesLeavesTheKeyboardOnItsBar) {
+TEST_F(KeyToolbarTest, AButtonDisabledByItsPressKeepsTheFocusOnItsBar) {
   ButtonOf("TB_OPENLOG")->setFocus();
   PressKey(ButtonOf("TB_FLUSH"), Qt::Key_Right);
   ASSERT_EQ(Focused(), "TB_OPENLOG");

@@ -58,7 +58,7 @@ TEST_F(LogCommandsTest, OpensRecordsAndCloses) {
   EXPECT_EQ(base::ReadBytes(path_), "old\r\nGr\xF6\xDF\x65\r\n");
 }
 
-TEST_F(LogCommandsTest, TheMenuOpensAndClosesToo) {
+TEST_F(LogCommandsTest, TheMenuAlsoOpensAndCloses) {
   ChooseFile(path_);
   Press("mnuOpenLog");
   ExpectOpen(true);

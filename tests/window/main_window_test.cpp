@@ -111,7 +111,7 @@ TEST_F(MainWindowTest, AnExchangeShowsCommandAndAnswer) {
   EXPECT_EQ(Find<QComboBox>("cmbCommand")->count(), 1);
 }
 
-TEST_F(MainWindowTest, TheSendButtonSendsToo) {
+TEST_F(MainWindowTest, TheSendButtonAlsoSends) {
   Connect();
   library_.replies = {{"1\r\n"}};
   Find<QComboBox>("cmbCommand")->setCurrentText("ONE?");
@@ -209,7 +209,7 @@ TEST_F(MainWindowTest, LoadedTerminatorsAreTheListsCurrentItems) {
   EXPECT_EQ(terminal_.receive.send_terminator, ";");
 }
 
-TEST_F(MainWindowTest, TheItemShownIsPickedOnceMoreRightAfterLoading) {
+TEST_F(MainWindowTest, TheItemShownCanBePickedAgainAfterLoading) {
   terminal_.receive = {.mode = 1, .receive_terminator = ";"};
   window_.Load();
   Q_EMIT Find<QComboBox>("cmbReceiveMode")->activated(1);

@@ -171,7 +171,7 @@ TEST_F(PaneTargetTest, AFontIsShownAndKept) {
   EXPECT_TRUE(Pane()->font().bold());
 }
 
-TEST_F(PaneTargetTest, TheFontDialogHasTheTextColourToo) {
+TEST_F(PaneTargetTest, TheFontDialogAlsoHasTheTextColour) {
   OnDialog<QFontDialog>([this](QFontDialog& dialog) {
     OnDialog<QColorDialog>([](QColorDialog& colors) {
       EXPECT_EQ(colors.windowTitle(), "Schriftfarbe");

@@ -40,7 +40,7 @@ TEST_F(RecentListsTest, StartsEmptyAndWritesNothing) {
   EXPECT_TRUE(store_.texts.empty());
 }
 
-TEST_F(RecentListsTest, TheNewestComesFirstAndEachOnce) {
+TEST_F(RecentListsTest, TheNewestIsFirstAndEachAppearsOnce) {
   lists_.Note("/a.CMD");
   lists_.Note("/b&c.CMD");
   lists_.Note("/a.CMD");

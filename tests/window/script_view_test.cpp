@@ -376,7 +376,7 @@ TEST_F(ScriptViewTest, TheReferenceIsBoldLikeItsFile) {
   EXPECT_EQ(Pane()->text().store().ColorAt(11), 0xFF0000);
 }
 
-TEST_F(ScriptViewTest, ASecondPressBringsTheSessionBack) {
+TEST_F(ScriptViewTest, ASecondPressRestoresTheSession) {
   base::WriteBytes(folder_.Path("TermCmdHelp.rtf"), "{\\rtf1 $STOP\\par}");
   AddLine("vorher");
   Press("TB_SPECIALCOMMANDS");

@@ -34,7 +34,7 @@ TEST_F(StatusBarsTest, TheFileNameOfALongPathIsVisible) {
   EXPECT_EQ(Picture(folders_ + folders_ + "eins.LOG"), Picture(folders_ + "y" + folders_ + "eins.LOG"));
 }
 
-TEST_F(StatusBarsTest, TheTextOfALongPathStaysWhole) {
+TEST_F(StatusBarsTest, TheTextOfALongPathStaysComplete) {
   bars_.ShowLogFile(folders_ + "eins.LOG");
   EXPECT_EQ(Panel()->text().toStdString(), folders_ + "eins.LOG");
   EXPECT_EQ(Panel()->toolTip(), Panel()->text());

@@ -120,7 +120,7 @@ TEST_F(UnsavedViewTest, TheCopyIsWrittenSomeTimeAfterTheFirstChange) {
   EXPECT_TRUE(temp_.Names().empty());
 }
 
-TEST_F(UnsavedViewTest, ASavedListLeavesNothing) {
+TEST_F(UnsavedViewTest, ASavedListLeavesNoCopy) {
   const std::string file = temp_.Path("a.CMD");
   base::WriteBytes(file, "A\r\n");
   {

@@ -87,7 +87,7 @@ class WindowMemoryTest : public testing::Test, protected WindowRecords {
   std::unique_ptr<MainWindow> window_;
 };
 
-TEST_F(WindowMemoryTest, AnUntouchedWindowLeavesNothing) {
+TEST_F(WindowMemoryTest, AnUnchangedWindowWritesNothing) {
   Start();
   Comment([](QInputDialog&) {});
   End();
@@ -173,7 +173,7 @@ TEST_F(WindowMemoryTest, MessagesHaveTheSizeOfTheirText) {
   EXPECT_TRUE(store_.texts.empty());
 }
 
-TEST_F(WindowMemoryTest, FileDialogsStartWhereTheLastFileOfTheirKindWas) {
+TEST_F(WindowMemoryTest, FileDialogsStartInTheFolderOfTheLastFileOfTheirKind) {
   for (const char* kind : {"logs", "texts"}) std::filesystem::create_directory(folder_.Path(kind));
   base::WriteBytes(folder_.Path("texts/a.TXT"), "");
   Start();
