@@ -1,6 +1,8 @@
 // `kolvane dump` and `kolvane decode`, the real program on files that other programs wrote.
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -129,6 +131,15 @@ TEST_F(DecodeProgramTest, ReportsLinesThatATemplateCannotUseAndContinues) {
   EXPECT_EQ(outcome.out, "a=65\n");
   EXPECT_EQ(outcome.err, pattern + ":3: unknown type: 'FLAOT'\n");
   EXPECT_EQ(outcome.status, 0);
+}
+
+TEST_F(DecodeProgramTest, AFullDiskIsReported) {
+  const std::string pattern = File("a.BNS", "BYTECOUNT=1\na;BYTE;0\n");
+  const int full = open("/dev/full", O_WRONLY | O_CLOEXEC);
+  const Outcome outcome = RunProgram({"decode", File("data", "A"), "--template", pattern}, {.output = full});
+  close(full);
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.err, "kolvane: cannot write: No space left on device\n");
 }
 
 TEST_F(DecodeProgramTest, RefusesInOneLine) {

@@ -153,6 +153,8 @@ TEST_F(ConnectionDialogLookTest, TabReachesEveryFieldOfThePage) {
   }
   for (const char* name : {"USBAddrList", "USBTimo", "Command3", "lstScan", "Command1", "Command2"})
     EXPECT_TRUE(reached.contains(name)) << name << " in " << reached.join(' ').toStdString();
+  for (const char* name : {"USBAddrList", "USBTimo", "Command3", "lstScan"})
+    EXPECT_NE(Find<QWidget>(name)->toolTip(), "") << name;
 }
 
 TEST_F(ConnectionDialogLookTest, FitsASmallScreenWithEveryLabelInFull) {

@@ -118,5 +118,17 @@ TEST(HelpFileOpen, LeavesNoPathOfTheBuildInTheFile) {
     EXPECT_EQ(archive->Read(path).find(KOLVANE_BUILD_FOLDER), std::string::npos) << path;
 }
 
+TEST(HelpFileCache, ReadsAFileAgainOnlyAfterAChange) {
+  const base::TempFolder folder;
+  const std::string path = folder.Path("a.chm");
+  base::WriteBytes(path, CompiledHelp());
+  HelpFileCache cache;
+  const auto first = cache.Get(path);
+  ASSERT_NE(first, nullptr);
+  EXPECT_EQ(cache.Get(path), first);
+  std::filesystem::last_write_time(path, std::filesystem::last_write_time(path) + std::chrono::seconds(2));
+  EXPECT_NE(cache.Get(path), first);
+}
+
 }  // namespace
 }  // namespace kolvane::help

@@ -121,6 +121,20 @@ TEST_F(SessionBlocksTest, TheProgressOfALongBlockIsReported) {
   output.SetStateView(nullptr);
 }
 
+TEST_F(SessionBlocksTest, BytesPutBackCountForAnAnswerOfACount) {
+  state.receive = {.mode = receive_mode::kCount, .receive_terminator = ""};
+  state.shown.count = "4";
+  device_state.put_back = "ab";
+  device.incoming = "cdef";
+  EXPECT_TRUE(session.GetAnswer());
+  EXPECT_EQ(state.last_answer.text, "abcd");
+  EXPECT_EQ(device_state.put_back, "");
+  device_state.put_back = "123456";
+  EXPECT_TRUE(session.GetAnswer());
+  EXPECT_EQ(state.last_answer.text, "1234");
+  EXPECT_EQ(device_state.put_back, "56");
+}
+
 TEST_F(SessionBlocksTest, AnAnswerThatIsNotABlockIsComplete) {
   device.incoming = "1";
   device.text_answers = {"2.5\r\n"};

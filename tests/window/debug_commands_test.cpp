@@ -60,6 +60,21 @@ TEST_F(DebugCommandsTest, AnInterruptedRunShowsItsState) {
   EXPECT_FALSE(Watch()->isVisible()) << "the run has ended";
 }
 
+TEST_F(DebugCommandsTest, EscClosesTheWatchUntilTheNextBreakpoint) {
+  GoTo(2);
+  Press("mnuBreakpoint");
+  Press("TB_PLAY");
+  ASSERT_TRUE(Watch()->isVisible());
+  QTest::keyClick(Watch(), Qt::Key_Escape);
+  EXPECT_FALSE(Watch()->isVisible());
+  Press("TB_SINGLESTEP");
+  EXPECT_EQ(CurrentRow(), 3);
+  EXPECT_FALSE(Watch()->isVisible());
+  Press("mnuPlayFromRow");
+  EXPECT_EQ(CurrentRow(), 2);
+  EXPECT_TRUE(Watch()->isVisible());
+}
+
 TEST_F(DebugCommandsTest, StepsDoNotShowTheWatch) {
   GoTo(1);
   Press("TB_SINGLESTEP");
