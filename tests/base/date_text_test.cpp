@@ -8,10 +8,12 @@ namespace kolvane::base {
 namespace {
 
 TEST(DateText, IsGermanOnASystemWithoutALocale) {
-  setenv("LC_ALL", "C.UTF-8", 1);
   setenv("TZ", "UTC", 1);
   tzset();
-  EXPECT_EQ(DateTimeText(1792828800), "24.10.2026 08:00:00");
+  for (const char* locale : {"C.UTF-8", "C", "POSIX"}) {
+    setenv("LC_ALL", locale, 1);
+    EXPECT_EQ(DateTimeText(1792828800), "24.10.2026 08:00:00") << locale;
+  }
 }
 
 TEST(DateText, FallsBackIfTheLocaleIsNotInstalled) {

@@ -195,6 +195,15 @@ TEST_F(HelpWindowTest, ReadsNothingButItsFile) {
   }
 }
 
+TEST_F(HelpWindowTest, FindingAgainReplacesTheLastWords) {
+  Show(1);
+  Action("HelpFind")->trigger();
+  QTest::keyClicks(SearchField(), QStringLiteral("ausgabe"));
+  Action("HelpFind")->trigger();
+  QTest::keyClicks(SearchField(), QStringLiteral("loop"));
+  EXPECT_EQ(SearchField()->text(), QStringLiteral("loop"));
+}
+
 TEST_F(HelpWindowTest, SearchesAsWordsAreTyped) {
   Show(1);
   Action("HelpFind")->trigger();
