@@ -220,6 +220,15 @@ TEST_F(ShellTest, CtrlCGivesUpALine) {
   EXPECT_EQ(instrument.lines(), std::vector<std::string>{"B"});
 }
 
+TEST_F(ShellTest, AnEmptyLineEndsNothing) {
+  Terminal terminal = Start();
+  terminal.Await(Prompt());
+  terminal.Type("\n");
+  terminal.Await(Prompt());
+  terminal.Type("A\n");
+  terminal.Await("A\r\nA\r\n");
+}
+
 TEST_F(ShellTest, PastedLinesAreSentOneAfterTheOther) {
   Terminal terminal = Start();
   terminal.Await(Prompt());

@@ -118,6 +118,18 @@ TEST(HelpFileOpen, LeavesNoPathOfTheBuildInTheFile) {
     EXPECT_EQ(archive->Read(path).find(KOLVANE_BUILD_FOLDER), std::string::npos) << path;
 }
 
+TEST(HelpFileWithoutTopics, StartsWithTheFirstPageOfItsContents) {
+  std::string bytes = CompiledHelp();
+  // The name of the object with the topics.
+  const std::size_t topics = bytes.find("/#IVB");
+  ASSERT_NE(topics, std::string::npos);
+  bytes[topics + 2] = 'X';
+  const auto file = HelpFile::FromBytes(bytes);
+  ASSERT_NE(file, nullptr);
+  EXPECT_EQ(file->TopicPage(1), "");
+  EXPECT_EQ(file->StartPage(), "start.html");
+}
+
 TEST(HelpFileCache, ReadsAFileAgainOnlyAfterAChange) {
   const base::TempFolder folder;
   const std::string path = folder.Path("a.chm");
