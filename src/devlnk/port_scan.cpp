@@ -33,8 +33,6 @@ bool Holds(const std::vector<UsbDevice>& devices, const std::string& serial) {
                      [&](const UsbDevice& device) { return device.serial == serial; });
 }
 
-namespace fs = std::filesystem;
-
 using Ports = std::vector<FoundPort>;
 using Kind = FoundPort::Kind;
 
