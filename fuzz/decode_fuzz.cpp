@@ -8,7 +8,7 @@
 #include "fuzz/input.h"
 #include "fuzz/require.h"
 #include "fuzz/scratch_folder.h"
-#include "headless/decode.h"
+#include "headless/decode_file.h"
 
 namespace kolvane::fuzz {
 namespace {

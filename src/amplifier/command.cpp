@@ -12,8 +12,6 @@ namespace {
 
 constexpr double kMaxMagnitude = 1e9;
 
-char Upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; }
-
 template <typename Number>
 std::optional<Number> ParseWhole(std::string_view text) {
   if (text.starts_with("+-")) return std::nullopt;
@@ -40,7 +38,7 @@ void AppendNumber(std::string& answer, Form... form) {
 }  // namespace
 
 bool EqualsNoCase(std::string_view a, std::string_view b) {
-  return std::ranges::equal(a, b, {}, Upper, Upper);
+  return std::ranges::equal(a, b, {}, base::UpperAscii, base::UpperAscii);
 }
 
 std::optional<std::int64_t> ParseInteger(std::string_view text, std::int64_t least, std::int64_t most) {
@@ -66,20 +64,20 @@ std::optional<ChannelRange> ParseChannels(std::string_view text) {
   constexpr auto kLast = static_cast<std::int64_t>(kChannels);
   if (ParseInteger(text, 0, 0)) return ChannelRange{0, kChannels};
   const std::size_t dash = text.find('-');
-  const auto first = ParseInteger(base::TrimBlanks(text.substr(0, dash)), 1, kLast);
+  const auto first = ParseInteger(base::TrimSpaces(text.substr(0, dash)), 1, kLast);
   if (!first) return std::nullopt;
   auto last = first;
   if (dash != std::string_view::npos)
-    last = ParseInteger(base::TrimBlanks(text.substr(dash + 1)), *first, kLast);
+    last = ParseInteger(base::TrimSpaces(text.substr(dash + 1)), *first, kLast);
   if (!last) return std::nullopt;
   return ChannelRange{static_cast<std::size_t>(*first - 1), static_cast<std::size_t>(*last - *first + 1)};
 }
 
 Arguments::Arguments(std::string_view text) : whole_(text) {
-  if (base::TrimBlanks(text).empty()) return;
+  if (base::TrimSpaces(text).empty()) return;
   for (;;) {
     const std::size_t comma = text.find(',');
-    if (size_ < kMax) fields_[size_] = base::TrimBlanks(text.substr(0, comma));
+    if (size_ < kMax) fields_[size_] = base::TrimSpaces(text.substr(0, comma));
     ++size_;
     if (comma == std::string_view::npos || size_ > kMax) return;
     text.remove_prefix(comma + 1);

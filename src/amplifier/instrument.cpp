@@ -30,7 +30,7 @@ void Instrument::Handle(const Line& line, Reply& reply) {
   reply.kind = Reply::Kind::kLine;
   reply.bytes.clear();
   reply.wait_ms = 0;
-  if (!line.too_long && base::TrimBlanks(line.text).empty()) {
+  if (!line.too_long && base::TrimSpaces(line.text).empty()) {
     reply.kind = Reply::Kind::kNone;
     return;
   }
@@ -49,10 +49,10 @@ Refusal Instrument::Run(const Line& line, Reply& reply) {
   if (line.too_long) return Refusal::kLineTooLong;
   std::string_view text = line.text;
   text.remove_prefix(text.find_first_not_of(' '));
-  const std::size_t blank = text.find(' ');
-  const Command* command = Find(text.substr(0, blank));
+  const std::size_t space = text.find(' ');
+  const Command* command = Find(text.substr(0, space));
   if (command == nullptr) return Refusal::kUnknownCommand;
-  const Arguments arguments(blank == std::string_view::npos ? std::string_view() : text.substr(blank + 1));
+  const Arguments arguments(space == std::string_view::npos ? std::string_view() : text.substr(space + 1));
   if (arguments.size() < command->least_arguments || arguments.size() > command->most_arguments)
     return Refusal::kWrongParameterCount;
   return command->run(state_, arguments, reply);

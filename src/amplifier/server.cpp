@@ -43,14 +43,14 @@ Server::Server(const Options& options) : options_(options), handler_(NewHandler(
 
 void Server::Run(int stop) {
   do {
-    ExchangeWhileAlone();
+    ExchangeWithOnlyOne();
     DropEnded();
     Wait(stop);
     ServeConnections();
   } while (watched_.front().revents == 0);
 }
 
-void Server::ExchangeWhileAlone() {
+void Server::ExchangeWithOnlyOne() {
   if (pty_ || connections_.size() != 1) return;
   for (int i = 0; i < kExchangesInARow && connections_.front()->Exchange(); ++i) {
   }

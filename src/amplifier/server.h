@@ -30,7 +30,7 @@ class Server {
   void Run(int stop);
 
  private:
-  void ExchangeWhileAlone();
+  void ExchangeWithOnlyOne();
   void Wait(int stop);
   void Watch(int descriptor, short events) { watched_.push_back({descriptor, events, 0}); }
   std::optional<Connection::Clock::time_point> NextDue() const;

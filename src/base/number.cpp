@@ -15,7 +15,7 @@
 namespace kolvane::base {
 namespace {
 
-bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
+bool IsSpace(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 
 // The characters of a number without spaces, and how much of the source they took.
 struct Scan {
@@ -25,11 +25,11 @@ struct Scan {
 
 class Scanner {
  public:
-  Scanner(std::string_view text, bool comma, bool skip_inner_blanks)
-      : text_(text), comma_(comma), skip_blanks_(skip_inner_blanks) {}
+  Scanner(std::string_view text, bool comma, bool skip_inner_spaces)
+      : text_(text), comma_(comma), skip_spaces_(skip_inner_spaces) {}
 
   Scan Run() {
-    SkipBlanks(true);
+    SkipSpaces(true);
     if (Peek() == '-' || Peek() == '+') Sign();
     const std::size_t whole = Digits();
     std::size_t fraction = 0;
@@ -47,19 +47,19 @@ class Scanner {
  private:
   char Peek() const { return at_ < text_.size() ? text_[at_] : '\0'; }
 
-  void SkipBlanks(bool always) {
-    while ((always || skip_blanks_) && at_ < text_.size() && IsBlank(text_[at_])) ++at_;
+  void SkipSpaces(bool always) {
+    while ((always || skip_spaces_) && at_ < text_.size() && IsSpace(text_[at_])) ++at_;
   }
 
   void Sign() {
     if (Peek() == '-') scan_.digits += '-';
     ++at_;
-    SkipBlanks(false);
+    SkipSpaces(false);
   }
 
   std::size_t Digits() {
     std::size_t count = 0;
-    for (SkipBlanks(false); Peek() >= '0' && Peek() <= '9'; SkipBlanks(false), ++count)
+    for (SkipSpaces(false); Peek() >= '0' && Peek() <= '9'; SkipSpaces(false), ++count)
       scan_.digits += text_[at_++];
     return count;
   }
@@ -79,7 +79,7 @@ class Scanner {
 
   std::string_view text_;
   bool comma_;
-  bool skip_blanks_;
+  bool skip_spaces_;
   std::size_t at_ = 0;
   Scan scan_;
 };
@@ -107,7 +107,7 @@ double ValueOf(const Scan& scan) {
 
 std::optional<double> HexPrefix(std::string_view text) {
   std::size_t at = 0;
-  while (at < text.size() && IsBlank(text[at])) ++at;
+  while (at < text.size() && IsSpace(text[at])) ++at;
   if (at + 1 >= text.size() || text[at] != '&' || (text[at + 1] | 0x20) != 'h') return std::nullopt;
   std::uint32_t value = 0;
   const char* first = text.data() + at + 2;
@@ -167,7 +167,7 @@ std::optional<double> WholeTextNumber(std::string_view text) {
   const Scan scan = Scanner(text, true, false).Run();
   if (scan.taken == 0) return std::nullopt;
   for (const char c : text.substr(scan.taken)) {
-    if (!IsBlank(c)) return std::nullopt;
+    if (!IsSpace(c)) return std::nullopt;
   }
   return ValueOf(scan);
 }

@@ -10,7 +10,7 @@ namespace {
 // In UTF-8 the Latin-1 letters à to þ are C3 A0 to C3 BE, their capitals 32 below; š, œ and ž are elsewhere.
 // ÿ (C3 BF) is not among them: its capital Ÿ (C5 B8) differs in both bytes.
 char Upper(char previous, char c) {
-  if (c >= 'a' && c <= 'z') return static_cast<char>(c - 32);
+  if (const char upper = UpperAscii(c); upper != c) return upper;
   const auto byte = static_cast<unsigned char>(c);
   if (previous == '\xC3' && byte >= 0xA0 && byte <= 0xBE && byte != 0xB7) return static_cast<char>(byte - 32);
   if (previous == '\xC5' && (byte == 0xA1 || byte == 0x93 || byte == 0xBE))
@@ -35,16 +35,16 @@ bool UpperCaseAscii(char* bytes) {
 
 // A size that the compiler vectorizes without a call.
 constexpr std::size_t kBlock = 256;
-constexpr std::uint64_t kEightBlanks = 0x2020202020202020;
+constexpr std::uint64_t kEightSpaces = 0x2020202020202020;
 
 template <std::size_t size>
-bool EndsInBlanks(std::string_view text) {
+bool EndsInSpaces(std::string_view text) {
   if (text.size() < size) return false;
   std::uint64_t others = 0;
   for (std::size_t at = text.size() - size; at < text.size(); at += sizeof others) {
     std::uint64_t eight = 0;
     std::memcpy(&eight, text.data() + at, sizeof eight);
-    others |= eight ^ kEightBlanks;
+    others |= eight ^ kEightSpaces;
   }
   return others == 0;
 }
@@ -78,16 +78,16 @@ bool ContainsNoCase(std::string_view text, std::string_view part) {
   return UpperCase(text).find(UpperCase(part)) != std::string::npos;
 }
 
-std::string_view TrimBlanksRight(std::string_view text) {
+std::string_view TrimSpacesRight(std::string_view text) {
   if (!text.ends_with(' ')) return text;
-  while (EndsInBlanks<kBlock>(text)) text.remove_suffix(kBlock);
-  while (EndsInBlanks<sizeof kEightBlanks>(text)) text.remove_suffix(sizeof kEightBlanks);
+  while (EndsInSpaces<kBlock>(text)) text.remove_suffix(kBlock);
+  while (EndsInSpaces<sizeof kEightSpaces>(text)) text.remove_suffix(sizeof kEightSpaces);
   const std::size_t last = text.find_last_not_of(' ');
   return text.substr(0, last == std::string_view::npos ? 0 : last + 1);
 }
 
-std::string_view TrimBlanks(std::string_view text) {
-  text = TrimBlanksRight(text);
+std::string_view TrimSpaces(std::string_view text) {
+  text = TrimSpacesRight(text);
   return text.substr(std::min(text.find_first_not_of(' '), text.size()));
 }
 

@@ -13,12 +13,14 @@ std::string UpperCase(std::string_view text);
 
 constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 constexpr bool IsAsciiLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+/// Capitals for a to z; every other character is unchanged.
+constexpr char UpperAscii(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
 /// `text` without the spaces (character 32 only) at both ends.
-std::string_view TrimBlanks(std::string_view text);
+std::string_view TrimSpaces(std::string_view text);
 
 /// `text` without trailing spaces; fast even for thousands of them.
-std::string_view TrimBlanksRight(std::string_view text);
+std::string_view TrimSpacesRight(std::string_view text);
 
 /// Whether an instrument's command has a "?" outside "..." and '...'.
 bool IsQuery(std::string_view command);

@@ -11,7 +11,7 @@
 #include "device/connection_form.h"
 #include "device/resource_name.h"
 #include "headless/connection_options.h"
-#include "headless/decode.h"
+#include "headless/decode_file.h"
 #include "headless/ports.h"
 #include "headless/run.h"
 #include "headless/shell.h"

@@ -19,7 +19,7 @@ constexpr std::string_view kBytesMark = "@ByteArray(";
 
 constexpr std::size_t kShown = 80;
 
-bool IsBlank(char c) { return c == ' ' || c == '\t'; }
+bool IsSpace(char c) { return c == ' ' || c == '\t'; }
 bool IsOctal(char c) { return c >= '0' && c <= '7'; }
 bool IsHex(char c) { return (c >= '0' && c <= '9') || ((c | 0x20) >= 'a' && (c | 0x20) <= 'f'); }
 bool IsControl(char c) { return static_cast<std::uint8_t>(c) < 0x20; }
@@ -68,9 +68,9 @@ class Decoder {
   explicit Decoder(std::string_view value) : value_(value) {}
 
   std::string Run() {
-    SkipBlanks();
+    SkipSpaces();
     while (!AtEnd() && (quoted_ || Peek() != ';')) Step(value_[at_++]);
-    if (!had_quotes_) ChopBlanks();
+    if (!had_quotes_) StripSpaces();
     return std::move(out_);
   }
 
@@ -78,20 +78,20 @@ class Decoder {
   bool AtEnd() const { return at_ == value_.size(); }
   char Peek() const { return AtEnd() ? '\n' : value_[at_]; }
 
-  void SkipBlanks() {
-    while (IsBlank(Peek())) ++at_;
+  void SkipSpaces() {
+    while (IsSpace(Peek())) ++at_;
   }
 
   // Drops unescaped trailing spaces.
-  void ChopBlanks() {
-    while (out_.size() > escaped_to_ && IsBlank(out_.back())) out_.pop_back();
+  void StripSpaces() {
+    while (out_.size() > escaped_to_ && IsSpace(out_.back())) out_.pop_back();
   }
 
   void Step(char c) {
     if (c == '"') {
       quoted_ = !quoted_;
       had_quotes_ = true;
-      if (!quoted_) SkipBlanks();
+      if (!quoted_) SkipSpaces();
     } else if (c == '\\') {
       Escape();
       escaped_to_ = out_.size();

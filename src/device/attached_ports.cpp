@@ -14,14 +14,14 @@ namespace {
 
 constexpr std::size_t kFieldSize = 255;
 constexpr std::size_t kRecordSize = 2 * kFieldSize;
-constexpr std::size_t kSpareBlanks = 10;
+constexpr std::size_t kSpareSpaces = 10;
 // Far more than any computer has; limits the memory for a library that claims more.
 constexpr std::int32_t kMostSlots = 4096;
 
 // A field is padded with spaces; one ended by NUL is accepted too.
 std::string FieldText(std::string_view field) {
   field = field.substr(0, field.find('\0'));
-  return base::FromWindows1252(base::TrimBlanks(field));
+  return base::FromWindows1252(base::TrimSpaces(field));
 }
 
 }  // namespace
@@ -33,7 +33,7 @@ std::vector<UsbInstrument> FindUsb(PortLibrary& library, DeviceState& state) {
     return {};
   }
   const auto count = static_cast<std::size_t>(slots);
-  std::string buffer(count * kRecordSize + kSpareBlanks, ' ');
+  std::string buffer(count * kRecordSize + kSpareSpaces, ' ');
   state.open_step_status = library.ScanUsbDevices(slots, buffer.data());
   std::vector<UsbInstrument> found;
   for (std::size_t slot = 0; slot < count; ++slot) {

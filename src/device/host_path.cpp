@@ -30,7 +30,7 @@ void HostPath::ReadText(std::string_view terminator, std::int32_t count, std::st
   answer.clear();
   Run([&](HostObject& host) {
     Read(host, read);
-    answer = base::TrimBlanksRight(read.answer.ToText());
+    answer = base::TrimSpacesRight(read.answer.ToText());
   });
 }
 

@@ -24,7 +24,7 @@ constexpr std::int32_t kPauseMs = 50;
 std::string WithoutLineEnds(std::string reply) {
   std::ranges::replace_if(
       reply, [](char c) { return c == '\r' || c == '\n'; }, ' ');
-  return base::FromWindows1252(base::TrimBlanks(reply));
+  return base::FromWindows1252(base::TrimSpaces(reply));
 }
 
 bool SaysConnect(std::string_view reply) { return base::ContainsNoCase(reply, "CONNECT"); }
@@ -63,7 +63,7 @@ std::int32_t ModemDialler::ReadReply() {
 std::int32_t ModemDialler::ReadReplyPaced() {
   const double begin = clock_.Seconds();
   const std::int32_t status = ReadReply();
-  const bool empty = status < 0 || base::TrimBlanksRight(reply_).empty();
+  const bool empty = status < 0 || base::TrimSpacesRight(reply_).empty();
   if (!empty || clock_.Seconds() - begin >= kShortestWait) return 0;
   return library_.Delay(kPauseMs);
 }

@@ -107,7 +107,7 @@ std::string_view PortPath::ReceiveText(std::int32_t count, std::int16_t terminat
     return status;
   });
   text_buffer_[size] = ' ';
-  return base::TrimBlanksRight(
+  return base::TrimSpacesRight(
       {text_buffer_.data(), delivered < 0 ? size : std::min(SizeOf(delivered), size)});
 }
 

@@ -19,10 +19,10 @@ namespace {
 constexpr std::size_t kReadLimit = std::size_t{64} << 10;
 
 std::string_view Trim(std::string_view text) {
-  constexpr std::string_view kBlanks = " \t";
-  const std::size_t first = text.find_first_not_of(kBlanks);
+  constexpr std::string_view kSpaces = " \t";
+  const std::size_t first = text.find_first_not_of(kSpaces);
   if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+  return text.substr(first, text.find_last_not_of(kSpaces) - first + 1);
 }
 
 std::string_view Unquote(std::string_view value) {

@@ -181,7 +181,7 @@ std::optional<std::uint16_t> IpPortFrom(std::int32_t data_bits) {
 }
 
 Opened OpenTcp(const PortRequest& request, Deadline& deadline) {
-  const std::string host(base::TrimBlanks(request.text));
+  const std::string host(base::TrimSpaces(request.text));
   const auto port = IpPortFrom(request.data_bits);
   if (host.empty() || !port) return {Status::kInvalidArgument, nullptr};
   const FoundHost found = FindHost(host, *port, deadline);

@@ -26,7 +26,7 @@ int DepthOf(const std::string& word) {
 }
 
 std::string WithoutQuotes(std::string_view text) {
-  text = base::TrimBlanks(text);
+  text = base::TrimSpaces(text);
   if (text.size() > 1 && text.front() == '"' && text.back() == '"') text = text.substr(1, text.size() - 2);
   return std::string(text);
 }
@@ -108,7 +108,7 @@ class Shell {
 }  // namespace
 
 std::vector<std::string> ShellRows::Take(std::string_view row) {
-  row = base::TrimBlanks(row);
+  row = base::TrimSpaces(row);
   if (row.empty()) return {};
   rows_.emplace_back(row);
   depth_ += DepthOf(WordOf(row));

@@ -63,12 +63,12 @@ std::string ResolveEntities(std::string_view text) {
 
 namespace {
 
-constexpr std::string_view kBlanks = " \t\r\n\f";
+constexpr std::string_view kSpaces = " \t\r\n\f";
 constexpr std::string_view kNone = {};
 constexpr std::size_t kLongestTag = 8192;
 
-std::string_view SkipBlanks(std::string_view text) {
-  text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
+std::string_view SkipSpaces(std::string_view text) {
+  text.remove_prefix(std::min(text.find_first_not_of(kSpaces), text.size()));
   return text;
 }
 
@@ -95,7 +95,7 @@ bool StartsTag(std::string_view html) {
 }
 
 HtmlPiece Tag(std::string_view inside) {
-  const std::size_t end = std::min(inside.find_first_of(kBlanks), inside.size());
+  const std::size_t end = std::min(inside.find_first_of(kSpaces), inside.size());
   return {true, inside.substr(0, end), inside.substr(end)};
 }
 
@@ -108,9 +108,9 @@ void SkipComments(std::string_view& html) {
 
 // Takes the value at the start of `rest`, after the '='.
 std::string_view TakeValue(std::string_view& rest) {
-  rest = SkipBlanks(rest);
+  rest = SkipSpaces(rest);
   const bool quoted = !rest.empty() && (rest[0] == '"' || rest[0] == '\'');
-  const std::string_view ends = quoted ? rest.substr(0, 1) : kBlanks;
+  const std::string_view ends = quoted ? rest.substr(0, 1) : kSpaces;
   if (quoted) rest.remove_prefix(1);
   const std::size_t end = std::min(rest.find_first_of(ends), rest.size());
   const std::string_view value = rest.substr(0, end);
@@ -128,9 +128,9 @@ bool IsInline(std::string_view name) {
 
 void AppendCollapsed(std::string& to, std::string_view text) {
   for (const char c : text) {
-    const bool blank = kBlanks.find(c) != std::string_view::npos;
-    if (!blank) to += c;
-    if (blank && !to.empty() && to.back() != ' ') to += ' ';
+    const bool space = kSpaces.find(c) != std::string_view::npos;
+    if (!space) to += c;
+    if (space && !to.empty() && to.back() != ' ') to += ' ';
   }
 }
 
@@ -161,10 +161,10 @@ std::optional<HtmlPiece> TakePiece(std::string_view& html) {
 }
 
 std::string Attribute(std::string_view tag_text, std::string_view name) {
-  for (std::string_view rest = SkipBlanks(tag_text); !rest.empty(); rest = SkipBlanks(rest)) {
+  for (std::string_view rest = SkipSpaces(tag_text); !rest.empty(); rest = SkipSpaces(rest)) {
     const std::size_t end = std::min(rest.find_first_of(" \t\r\n\f="), rest.size());
     const std::string_view attribute = rest.substr(0, end);
-    rest = SkipBlanks(rest.substr(end));
+    rest = SkipSpaces(rest.substr(end));
     std::string_view value;
     if (rest.starts_with('=')) {
       rest.remove_prefix(1);
@@ -193,8 +193,8 @@ PageText ReadPageText(std::string_view html) {
     if (base::EqualsNoCase(piece->name, "/title")) in_title = false;
     if (!IsInline(piece->name)) AppendCollapsed(page.text, " ");
   }
-  page.title = std::string(base::TrimBlanks(page.title));
-  page.text = std::string(base::TrimBlanks(page.text));
+  page.title = std::string(base::TrimSpaces(page.title));
+  page.text = std::string(base::TrimSpaces(page.text));
   return page;
 }
 

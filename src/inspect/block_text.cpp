@@ -98,7 +98,7 @@ std::optional<std::string> SearchBytes(std::string_view typed) {
 }
 
 std::optional<std::int64_t> TypedOffset(std::string_view typed, std::int64_t at) {
-  typed = base::TrimBlanks(typed);
+  typed = base::TrimSpaces(typed);
   const bool relative = typed.starts_with('+') || typed.starts_with('-');
   const bool back = typed.starts_with('-');
   if (relative) typed.remove_prefix(1);

@@ -106,7 +106,7 @@ std::optional<std::int16_t> Number16(std::string_view text) {
 
 // "&H10" is also a number; "abc" would count as 0, which is never intended.
 bool HoldsNumber(std::string_view text) {
-  text = base::TrimBlanks(text);
+  text = base::TrimSpaces(text);
   return !text.empty() && std::string_view("0123456789+-.&").find(text.front()) != std::string_view::npos;
 }
 
@@ -114,7 +114,7 @@ class Parser {
  public:
   void Line(std::string_view line) {
     ++line_;
-    const std::string_view stripped = base::TrimBlanks(line);
+    const std::string_view stripped = base::TrimSpaces(line);
     if (const auto count = ByteCountText(line, stripped)) {
       ReadCount(*count);
     } else if (const auto field = SplitFieldLine(stripped)) {

@@ -111,11 +111,11 @@ std::size_t ClusterBegin(std::string_view text, std::size_t end) {
 
 namespace {
 
-enum class Kind { kBlank, kSign, kWord };
+enum class Kind { kSpace, kSign, kWord };
 
 Kind KindAt(std::string_view line, std::size_t at) {
   const auto byte = static_cast<std::uint8_t>(line[at]);
-  if (byte == ' ' || byte == '\t') return Kind::kBlank;
+  if (byte == ' ' || byte == '\t') return Kind::kSpace;
   const bool letter = (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z');
   const bool digit = byte >= '0' && byte <= '9';
   return letter || digit || byte == '_' || byte >= 0x80 ? Kind::kWord : Kind::kSign;
@@ -161,13 +161,13 @@ std::size_t NextWord(const PaneStore& store, std::size_t offset) {
   const Place place = PlaceOf(store, offset);
   if (place.column == place.line.size()) return std::min(offset + 1, store.Length());
   const std::size_t end = EndOfKind(place.line, place.column, KindAt(place.line, place.column));
-  return place.start + EndOfKind(place.line, end, Kind::kBlank);
+  return place.start + EndOfKind(place.line, end, Kind::kSpace);
 }
 
 std::size_t PreviousWord(const PaneStore& store, std::size_t offset) {
   const Place place = PlaceOf(store, offset);
   if (place.column == 0) return offset > 0 ? offset - 1 : 0;
-  const std::size_t end = BeginOfKind(place.line, place.column, Kind::kBlank);
+  const std::size_t end = BeginOfKind(place.line, place.column, Kind::kSpace);
   if (end == 0) return place.start;
   return place.start + BeginOfKind(place.line, end, KindAt(place.line, end - 1));
 }

@@ -165,7 +165,7 @@ void CommandList::MarkSaved() {
 void CommandList::MarkModified() { SetModified(true); }
 
 Color CommandList::ColorOf(std::string_view text) const {
-  const std::string_view trimmed = base::TrimBlanks(text);
+  const std::string_view trimmed = base::TrimSpaces(text);
   switch (trimmed.empty() ? '\0' : trimmed.front()) {
     case '$':
       return syntax_color::kSpecialCommand;

@@ -79,7 +79,7 @@ std::vector<Completion> Completions(std::string_view typed, const CommandList& l
         found.push_back({begin + argument, begin + argument});
   }
   const auto complete = [typed](const Completion& each) {
-    return base::EqualsNoCase(base::TrimBlanksRight(each.row), typed);
+    return base::EqualsNoCase(base::TrimSpacesRight(each.row), typed);
   };
   return std::ranges::any_of(found, complete) ? std::vector<Completion>() : found;
 }

@@ -113,11 +113,11 @@ bool MoveRows(CommandList& list, int first, int last, int by) {
 void ToggleComments(CommandList& list, int first, int last) {
   Clip(first, last);
   Texts texts = list.Texts(first, last);
-  const auto is_comment = [](std::string_view text) { return base::TrimBlanks(text).starts_with('\''); };
+  const auto is_comment = [](std::string_view text) { return base::TrimSpaces(text).starts_with('\''); };
   const bool all = std::ranges::all_of(
-      texts, [&](const std::string& text) { return base::TrimBlanks(text).empty() || is_comment(text); });
+      texts, [&](const std::string& text) { return base::TrimSpaces(text).empty() || is_comment(text); });
   for (std::string& text : texts) {
-    if (base::TrimBlanks(text).empty()) continue;
+    if (base::TrimSpaces(text).empty()) continue;
     if (all)
       text.erase(text.find('\''), 1);
     else

@@ -147,7 +147,7 @@ void Runner::Highlight(int row) {
 }
 
 bool Runner::ExecuteRow() {
-  line_ = base::TrimBlanks(list_.Text(list_.current_row()));
+  line_ = base::TrimSpaces(list_.Text(list_.current_row()));
   try {
     if (LineEndsCondition()) EndIf();
     return line_.empty() || line_.front() == '\'' || links_.state.interpreter.SkipRows || ExecuteLine();

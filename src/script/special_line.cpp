@@ -5,11 +5,10 @@
 #include "base/encoding.h"
 #include "base/number.h"
 #include "base/runtime_error.h"
+#include "base/text.h"
 
 namespace kolvane::script {
 namespace {
-
-char Upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
 std::string_view WithoutLastCharacter(std::string_view text) {
   while (!text.empty() && base::IsUtf8Continuation(text.back())) text.remove_suffix(1);
@@ -21,14 +20,14 @@ std::string_view WithoutLastCharacter(std::string_view text) {
 
 SpecialLine::SpecialLine(std::string_view line) {
   const std::string_view field = line.substr(0, line.find(','));
-  const std::size_t blank = std::min(field.find(' '), field.size());
-  if (blank <= kLongest) {
-    std::transform(field.begin(), field.begin() + blank, command_, Upper);
-    command_size_ = blank;
+  const std::size_t space = std::min(field.find(' '), field.size());
+  if (space <= kLongest) {
+    std::transform(field.begin(), field.begin() + space, command_, base::UpperAscii);
+    command_size_ = space;
   }
-  if (blank == field.size()) return;
+  if (space == field.size()) return;
   has_argument_ = true;
-  argument_ = field.substr(blank + 1);
+  argument_ = field.substr(space + 1);
   argument_ = argument_.substr(0, argument_.find(' '));
 }
 

@@ -13,7 +13,7 @@ std::string YesOrNo(bool value) { return value ? "ja" : "nein"; }
 
 /// How often a $REPEAT's block runs, by its row; 0 if the row is no longer a $REPEAT.
 std::int64_t Passes(const std::string& row) {
-  const SpecialLine line(base::TrimBlanks(row));
+  const SpecialLine line(base::TrimSpaces(row));
   if (line.Command() != "$REPEAT" || !line.HasArgument()) return 0;
   const auto count = base::FitInt32(line.Number());
   return count ? std::max<std::int64_t>(*count, 0) + 1 : 0;

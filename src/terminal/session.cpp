@@ -26,8 +26,6 @@ constexpr DeviceWord kDeviceWords[] = {
     {"*RST", {.disconnects = true, .continues = false, .message = texts::kRestartDone}},
     {"STP", {.continues = false, .message = texts::kMeasuringStopped}}};
 
-constexpr char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
-
 // The characters of all words, one bit each.
 struct WordBits {
   constexpr WordBits() {
@@ -35,8 +33,8 @@ struct WordBits {
     for (const DeviceWord& each : kDeviceWords) {
       starts |= bit;
       for (const char c : each.word) {
-        having[static_cast<unsigned char>(c)] |= bit;
-        having[static_cast<unsigned char>(Lower(c))] |= bit;
+        for (std::size_t any = 0; any < having.size(); ++any)
+          if (base::UpperAscii(static_cast<char>(any)) == c) having[any] |= bit;
         bit <<= 1;
       }
       ends |= bit >> 1;
@@ -81,7 +79,7 @@ std::string_view WithoutTerminator(std::string_view text, std::string_view termi
 }  // namespace
 
 void TrimAnswer(std::string& answer, std::string_view receive_terminator) {
-  std::string_view kept = base::TrimBlanks(answer);
+  std::string_view kept = base::TrimSpaces(answer);
   if (kept.ends_with('\0')) kept.remove_suffix(1);
   kept = WithoutTerminator(kept, receive_terminator);
   const auto start = static_cast<std::size_t>(kept.data() - answer.data());
@@ -235,7 +233,7 @@ bool Session::ReadToTerminator() {
   device_state_.put_back.clear();
   if (!before.empty()) answer_.insert(0, before);
   TrimAnswer(answer_, terminator);
-  return ShowAnswer(base::TrimBlanks(answer_));
+  return ShowAnswer(base::TrimSpaces(answer_));
 }
 
 bool Session::ReadToGap() {
@@ -290,7 +288,7 @@ bool Session::ShowAnswer(std::string_view shown) {
 bool Session::ShowFailure(const device::DeviceError& error) {
   answer_ = error.description;
   output_.AddLine(LineKind::kError, state_.receive.mode == receive_mode::kTerminator
-                                        ? base::TrimBlanks(answer_)
+                                        ? base::TrimSpaces(answer_)
                                         : std::string_view(answer_));
   NoteFailure(error);
   return false;

@@ -5,7 +5,7 @@
 
 #include "base/encoding.h"
 #include "base/replace_file.h"
-#include "base/ui/look.h"
+#include "base/ui/qt_look.h"
 #include "base/ui/qt_text.h"
 #include "pane/ui/output_pane_paint.h"
 #include "window/file_dialogs.h"

@@ -4,7 +4,7 @@
 #include <QPageRanges>
 #include <algorithm>
 
-#include "base/ui/look.h"
+#include "base/ui/qt_look.h"
 #include "base/ui/qt_text.h"
 #include "pane/pane_moves.h"
 #include "pane/ui/output_pane_metrics.h"

@@ -16,7 +16,7 @@
 namespace kolvane::window {
 namespace {
 
-constexpr int kTabBlanks = 8;
+constexpr int kTabSpaces = 8;
 constexpr int kPalest = 190;
 // A line may be as long as an answer; text layout takes some hundred bytes for each character.
 constexpr qsizetype kLongestPiece = 8192;
@@ -28,7 +28,7 @@ class LinePrinter {
     const bool pale = style.text.lightness() > kPalest;
     color_ = pale ? QColor(Qt::black) : style.text;
     option_.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    option_.setTabStopDistance(kTabBlanks * metrics_.horizontalAdvance(QLatin1Char(' ')));
+    option_.setTabStopDistance(kTabSpaces * metrics_.horizontalAdvance(QLatin1Char(' ')));
   }
 
   void Print(const PrintLine& line) {

@@ -22,16 +22,16 @@ TEST(Folding, FindsPartsWithoutCase) {
 }
 
 TEST(Folding, TrimsOnlySpaces) {
-  EXPECT_EQ(TrimBlanks("  a b\t  "), "a b\t");
-  EXPECT_EQ(TrimBlanks("   "), "");
-  EXPECT_EQ(TrimBlanks(""), "");
+  EXPECT_EQ(TrimSpaces("  a b\t  "), "a b\t");
+  EXPECT_EQ(TrimSpaces("   "), "");
+  EXPECT_EQ(TrimSpaces(""), "");
 }
 
 TEST(Folding, TrimsLongRunsOfSpacesAtEveryOffset) {
   for (std::size_t used : {0u, 1u, 511u, 512u, 513u, 1024u, 15999u, 16000u}) {
     std::string text(16000, ' ');
     for (std::size_t i = 0; i < used; ++i) text[i] = 'x';
-    EXPECT_EQ(TrimBlanksRight(text).size(), used);
+    EXPECT_EQ(TrimSpacesRight(text).size(), used);
   }
 }
 

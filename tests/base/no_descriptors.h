@@ -1,26 +1,22 @@
 #pragma once
 
-#include <sys/resource.h>
 #include <unistd.h>
+
+#include "base/resource_limit.h"
 
 namespace kolvane::base {
 
 /// No further descriptor is available while it lives.
-class NoDescriptors {
+class NoDescriptors : ResourceLimit {
  public:
-  NoDescriptors() {
-    getrlimit(RLIMIT_NOFILE, &old_);
-    const int next = dup(0);
-    close(next);
-    const rlimit none{static_cast<rlim_t>(next), old_.rlim_max};
-    setrlimit(RLIMIT_NOFILE, &none);
-  }
-  ~NoDescriptors() { setrlimit(RLIMIT_NOFILE, &old_); }
-  NoDescriptors(const NoDescriptors&) = delete;
-  NoDescriptors& operator=(const NoDescriptors&) = delete;
+  NoDescriptors() : ResourceLimit(RLIMIT_NOFILE, NextDescriptor()) {}
 
  private:
-  rlimit old_{};
+  static rlim_t NextDescriptor() {
+    const int next = dup(0);
+    close(next);
+    return static_cast<rlim_t>(next);
+  }
 };
 
 }  // namespace kolvane::base

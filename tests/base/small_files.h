@@ -1,24 +1,14 @@
 #pragma once
 
-#include <sys/resource.h>
+#include "base/resource_limit.h"
 
 namespace kolvane::base {
 
 /// Limits every file to `bytes`, like a full disk. A write beyond that ends the process by SIGXFSZ unless the
 /// signal is blocked.
-class SmallFiles {
+class SmallFiles : ResourceLimit {
  public:
-  explicit SmallFiles(rlim_t bytes) {
-    getrlimit(RLIMIT_FSIZE, &old_);
-    const rlimit small{bytes, old_.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &small);
-  }
-  ~SmallFiles() { setrlimit(RLIMIT_FSIZE, &old_); }
-  SmallFiles(const SmallFiles&) = delete;
-  SmallFiles& operator=(const SmallFiles&) = delete;
-
- private:
-  rlimit old_{};
+  explicit SmallFiles(rlim_t bytes) : ResourceLimit(RLIMIT_FSIZE, bytes) {}
 };
 
 }  // namespace kolvane::base

@@ -58,7 +58,7 @@ TEST(PaneMemory, Row28RowsAreFoundAgain) {
   for (int i = 0; i < 20; ++i) text.AppendLine("a line that is wrapped, wherever that is", base::kNoColor);
   const OutputPaneMetrics metrics{QFont(QStringLiteral("Courier New"), 10)};
   OutputPaneRows rows(text.store(), metrics);
-  rows.SetLayout(metrics, metrics.blank() * 10);
+  rows.SetLayout(metrics, metrics.space_width() * 10);
   const auto walk = [&] {
     rows.Sync();
     std::size_t reached = 0;
@@ -70,7 +70,7 @@ TEST(PaneMemory, Row28RowsAreFoundAgain) {
     }
     EXPECT_EQ(reached, text.Length() + 1);
   };
-  WithoutMemory([&] { rows.SetLayout(metrics, metrics.blank() * 10), walk(); }, walk);
+  WithoutMemory([&] { rows.SetLayout(metrics, metrics.space_width() * 10), walk(); }, walk);
 }
 
 }  // namespace

@@ -17,7 +17,15 @@ inline std::string CompiledHelp() {
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-/// That file, read.
+/// The same with its pages damaged: they are in the compressed part at the end; the directory before it stays
+/// whole.
+inline std::string HelpWithoutPages() {
+  std::string bytes = CompiledHelp();
+  for (std::size_t i = bytes.size() - 2000; i < bytes.size(); ++i) bytes[i] = '\xFF';
+  return bytes;
+}
+
+/// The file, read.
 class CompiledHelpFixture : public testing::Test {
  protected:
   void SetUp() override { ASSERT_NE(file_, nullptr); }

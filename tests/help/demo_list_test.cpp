@@ -50,7 +50,7 @@ TEST_F(DemoList, UsesExactlyTheSpecialCommands) {
 
 TEST_F(DemoList, RowsHaveNoSpacesAtTheirEndsAndOneArgument) {
   for (const std::string& row : rows_) {
-    EXPECT_EQ(base::TrimBlanks(row), row);
+    EXPECT_EQ(base::TrimSpaces(row), row);
     if (row.starts_with("$")) {
       EXPECT_LE(std::ranges::count(row, ' '), 1) << row;
     }

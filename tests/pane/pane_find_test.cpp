@@ -111,7 +111,7 @@ TEST_F(PaneFindTest, HighlightsHitsInViewAndScrollBar) {
   const PaneRange hit = {pane_.text().Length() - 8 - 9, 0};  // "line 299", the last line but one
   const QImage shown = pane_.viewport()->grab().toImage();
   const QRect cell = pane_.CharacterRect(hit.begin);
-  EXPECT_EQ(shown.pixelColor(cell.left() + 1, cell.top() + 1), base::HitGround(Qt::white));
+  EXPECT_EQ(shown.pixelColor(cell.left() + 1, cell.top() + 1), base::HitBackground(Qt::white));
   const QRect after = pane_.CharacterRect(hit.begin + 7);
   EXPECT_EQ(shown.pixelColor(after.left() + 1, after.top() + 1), QColor(Qt::white)) << "the hit has ended";
   find_->Search(nullptr);

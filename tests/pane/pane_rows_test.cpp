@@ -19,7 +19,7 @@ std::string Wrapped(std::string_view text, int columns, const QFont& font = Fixe
   pane.SetText(text);
   const OutputPaneMetrics metrics(font);
   OutputPaneRows rows(pane.store(), metrics);
-  rows.SetLayout(metrics, columns * metrics.blank());
+  rows.SetLayout(metrics, columns * metrics.space_width());
   rows.Sync();
   std::string out;
   for (std::size_t i = 0; i < rows.Total(); ++i) {
@@ -87,8 +87,8 @@ TEST(PaneRows, FindsTheByteNearestToAPosition) {
   for (const std::size_t at : {0u, 1u, 3u, 6u, 7u}) {
     EXPECT_EQ(metrics.ByteAt(text, metrics.X(text, at)), at);
   }
-  EXPECT_EQ(metrics.ByteAt(text, metrics.blank() * 0.4), 0u);
-  EXPECT_EQ(metrics.ByteAt(text, metrics.blank() * 0.6), 1u);
+  EXPECT_EQ(metrics.ByteAt(text, metrics.space_width() * 0.4), 0u);
+  EXPECT_EQ(metrics.ByteAt(text, metrics.space_width() * 0.6), 1u);
   EXPECT_EQ(metrics.ByteAt(text, -5), 0u);
   EXPECT_EQ(metrics.ByteAt(text, 1e6), text.size());
 }
@@ -105,7 +105,7 @@ TEST(PaneRows, CountsStayRightThroughEditsInManyChunks) {
   PaneText pane;
   const OutputPaneMetrics metrics(Fixed());
   OutputPaneRows rows(pane.store(), metrics);
-  rows.SetLayout(metrics, 20 * metrics.blank());
+  rows.SetLayout(metrics, 20 * metrics.space_width());
   for (int i = 0; i < 5000; ++i)
     pane.AppendLine(std::string(static_cast<std::size_t>(i % 50), 'x'), kNoColor);
   rows.Sync();

@@ -176,7 +176,7 @@ TEST(NearestValue, IsTheOneWithTheLeastDistance) {
   EXPECT_EQ(NearestValue(store.series(1), PlotRows(store, 1, Axis::kTime), 1), std::nullopt);
 }
 
-constexpr std::uint32_t kGround = 0xff000000;
+constexpr std::uint32_t kBackground = 0xff000000;
 constexpr std::uint32_t kFull = 0xffffffff;
 
 /// A picture of `curve` on axes from 0 to `width` and to `height`: a line of text for each line of pixels,
@@ -186,7 +186,7 @@ std::string Picture(const Curve& curve, int width, int height, double thickness)
   bars.Thicken(thickness);
   // A frame of one pixel, which must stay unchanged.
   const std::ptrdiff_t stride = width + 2;
-  std::vector<std::uint32_t> pixels(static_cast<std::size_t>(stride * (height + 2)), kGround);
+  std::vector<std::uint32_t> pixels(static_cast<std::size_t>(stride * (height + 2)), kBackground);
   const std::vector<ColoredBars> curves = {{bars, kFull}};
   PaintBars(curves, {pixels.data() + stride + 1, stride, width, height});
   std::string text;
@@ -195,9 +195,9 @@ std::string Picture(const Curve& curve, int width, int height, double thickness)
       const std::uint32_t pixel = pixels[static_cast<std::size_t>(y * stride + x)];
       const bool frame = y == 0 || y == height + 1 || x == 0 || x == stride - 1;
       if (frame) {
-        EXPECT_EQ(pixel, kGround) << x << ' ' << y;
+        EXPECT_EQ(pixel, kBackground) << x << ' ' << y;
       } else {
-        text += pixel == kGround ? '.' : pixel == kFull ? '#' : '+';
+        text += pixel == kBackground ? '.' : pixel == kFull ? '#' : '+';
       }
     }
     if (y > 0 && y <= height) text += '\n';
@@ -255,7 +255,7 @@ TEST(CurveBars, PaintLaterCurvesAboveEarlierOnes) {
   CurveBars bars(level, {0, 2}, {0, 1}, 2, 1);
   bars.Thicken(1);
   const std::vector<ColoredBars> curves = {{bars, 0xff111111}, {bars, 0xff222222}};
-  std::vector<std::uint32_t> pixels(2, kGround);
+  std::vector<std::uint32_t> pixels(2, kBackground);
   PaintBars(curves, {pixels.data(), 2, 2, 1});
   EXPECT_EQ(pixels, (std::vector<std::uint32_t>{0xff222222, 0xff222222}));
 }

@@ -42,7 +42,7 @@ void MarkedScrollBar::paintEvent(QPaintEvent* event) {
   }
 }
 
-QColor HitGround(const QColor& ground) {
+QColor HitBackground(const QColor& ground) {
   constexpr int kDark = 128;
   return ground.lightness() < kDark ? QColor(104, 84, 0) : QColor(255, 226, 128);
 }

@@ -26,6 +26,6 @@ class MarkedScrollBar final : public QScrollBar {
 };
 
 /// The background of a search hit on `ground`: light on light, dark on dark.
-QColor HitGround(const QColor& ground);
+QColor HitBackground(const QColor& ground);
 
 }  // namespace kolvane::base

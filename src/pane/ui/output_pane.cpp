@@ -12,7 +12,7 @@
 #include <cmath>
 #include <utility>
 
-#include "base/ui/look.h"
+#include "base/ui/qt_look.h"
 #include "pane/ui/output_pane_accessible.h"
 #include "pane/ui/output_pane_paint.h"
 #include "pane/ui/time_margin.h"
@@ -190,7 +190,7 @@ QRect OutputPane::CharacterRect(std::size_t offset) const {
   const qreal left = metrics_.X(text, offset - row.begin);
   const std::size_t next = NextCharacter(text_.store(), offset);
   const qreal right =
-      next <= row.end && next > offset ? metrics_.X(text, next - row.begin) : left + metrics_.blank();
+      next <= row.end && next > offset ? metrics_.X(text, next - row.begin) : left + metrics_.space_width();
   const int y = (static_cast<int>(index) - static_cast<int>(TopRow())) * metrics_.row_height();
   return QRectF(kMargin + left, y, right - left, metrics_.row_height()).toRect();
 }
@@ -224,7 +224,7 @@ void OutputPane::paintEvent(QPaintEvent* event) {
   painter.fillRect(event->rect(), palette().base());
   const PaneColors colors{textColor(), palette().color(QPalette::HighlightedText),
                           palette().color(QPalette::Highlight),
-                          base::HitGround(palette().color(QPalette::Base))};
+                          base::HitBackground(palette().color(QPalette::Base))};
   OutputPanePainter rows(painter, text_.store(), metrics_, colors, text_.Selection(), search_);
   const int height = metrics_.row_height();
   const std::size_t total = Rows().Total();

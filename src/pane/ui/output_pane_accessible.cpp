@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "base/ui/look.h"
+#include "base/ui/qt_look.h"
 #include "pane/pane_store.h"
 #include "pane/ui/output_pane.h"
 #include "pane/ui/output_pane_paint.h"

@@ -9,7 +9,7 @@
 namespace kolvane::pane {
 namespace {
 
-constexpr int kTabBlanks = 8;
+constexpr int kTabSpaces = 8;
 constexpr std::size_t kMostMeasured = 4096;
 constexpr char16_t kParagraphSign = 0xB6;
 
@@ -54,14 +54,14 @@ OutputPaneMetrics::OutputPaneMetrics(const QFont& font)
     if (value >= ' ' && value != 0x7F) widest_ = std::max(widest_, narrow_[value]);
   }
   const bool fixed = std::all_of(narrow_.begin() + ' ', narrow_.begin() + 0x7F,
-                                 [this](qreal advance) { return advance == blank(); });
-  if (fixed) fixed_ = blank();
+                                 [this](qreal advance) { return advance == space_width(); });
+  if (fixed) fixed_ = space_width();
 }
 
 qreal OutputPaneMetrics::Advance(std::string_view cluster, qreal x) const {
   const std::uint8_t lead = ByteOf(cluster.front());
   if (lead == '\t') {
-    const qreal stop = kTabBlanks * blank();
+    const qreal stop = kTabSpaces * space_width();
     return (std::floor(x / stop) + 1) * stop - x;
   }
   if (cluster.size() == 1) return narrow_[lead];

@@ -25,7 +25,7 @@ class OutputPaneMetrics {
   /// Device-independent pixels.
   int row_height() const { return row_height_; }
   qreal ascent() const { return ascent_; }
-  qreal blank() const { return narrow_[' ']; }
+  qreal space_width() const { return narrow_[' ']; }
 
   /// The width of a cluster that starts at `x` of its row.
   qreal Advance(std::string_view cluster, qreal x) const;

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "base/ui/look.h"
+#include "base/ui/qt_look.h"
 #include "pane/pane_moves.h"
 
 namespace kolvane::pane {
@@ -17,7 +17,7 @@ void OutputPanePainter::PaintRow(const PaneRow& row, QPointF left_top) {
   const PaneChunk& lines = store_.Chunk(chunk);
   const std::string_view text = lines.text().substr(row.begin - start, row.end - row.begin);
   if (search_ != nullptr) PaintHits(row, chunk, text, left_top);
-  PaintGround(row, text, left_top);
+  PaintSelection(row, text, left_top);
   const QPointF base = left_top + QPointF(0, metrics_.ascent());
   qreal x = 0;
   for (std::size_t at = row.begin; at < row.end;) {
@@ -31,15 +31,15 @@ void OutputPanePainter::PaintRow(const PaneRow& row, QPointF left_top) {
 }
 
 // A selected line break shows as half a space.
-void OutputPanePainter::PaintGround(const PaneRow& row, std::string_view text, QPointF left_top) {
+void OutputPanePainter::PaintSelection(const PaneRow& row, std::string_view text, QPointF left_top) {
   const std::size_t begin = std::max(selection_.begin, row.begin);
   const std::size_t end = std::min(selection_.end, row.end);
   const bool with_break = row.ends_line && IsSelected(row.end);
   if (begin > end || (begin == end && !with_break)) return;
   const qreal left = metrics_.X(text, begin - row.begin);
-  const qreal right = metrics_.X(text, end - row.begin) + (with_break ? metrics_.blank() / 2 : 0);
-  const QRectF ground(left_top.x() + left, left_top.y(), right - left, metrics_.row_height());
-  painter_.fillRect(ground, colors_.selected_ground);
+  const qreal right = metrics_.X(text, end - row.begin) + (with_break ? metrics_.space_width() / 2 : 0);
+  const QRectF background(left_top.x() + left, left_top.y(), right - left, metrics_.row_height());
+  painter_.fillRect(background, colors_.selected_background);
 }
 
 void OutputPanePainter::PaintHits(const PaneRow& row, std::size_t chunk, std::string_view text,
@@ -53,7 +53,7 @@ void OutputPanePainter::PaintHits(const PaneRow& row, std::size_t chunk, std::st
     const qreal left = metrics_.X(text, begin - row.begin);
     const qreal width = metrics_.X(text, end - row.begin) - left;
     painter_.fillRect(QRectF(left_top.x() + left, left_top.y(), width, metrics_.row_height()),
-                      colors_.hit_ground);
+                      colors_.hit_background);
   }
 }
 

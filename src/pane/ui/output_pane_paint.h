@@ -15,8 +15,8 @@ namespace kolvane::pane {
 struct PaneColors {
   QColor text;
   QColor selected_text;
-  QColor selected_ground;
-  QColor hit_ground;
+  QColor selected_background;
+  QColor hit_background;
 };
 
 /// Paints rows of a pane: the backgrounds of hits and of the selection, then the text.
@@ -36,7 +36,7 @@ class OutputPanePainter {
 
  private:
   bool IsSelected(std::size_t offset) const;
-  void PaintGround(const PaneRow& row, std::string_view text, QPointF left_top);
+  void PaintSelection(const PaneRow& row, std::string_view text, QPointF left_top);
   void PaintHits(const PaneRow& row, std::size_t chunk, std::string_view text, QPointF left_top);
   std::size_t EndOfLook(const PaneChunk& chunk, std::size_t chunk_start, std::size_t at) const;
   qreal PaintText(std::string_view text, QPointF base, qreal x, bool bold);

@@ -16,7 +16,7 @@ std::string WithoutSpaces(std::string text) {
   return text;
 }
 
-bool IsLabel(std::string_view text) { return base::TrimBlanksRight(text).ends_with(':'); }
+bool IsLabel(std::string_view text) { return base::TrimSpacesRight(text).ends_with(':'); }
 
 /// Short labels differ by little anyway, so for them only a comment mark or a second ":" counts.
 bool IsSimilar(std::string_view target, std::string_view label) {

@@ -93,7 +93,7 @@ class ArgumentCheck {
   }
 
   void CheckNothingFollows() {
-    const std::string_view after = base::TrimBlanks(parts_.line.substr(parts_.name.size()));
+    const std::string_view after = base::TrimSpaces(parts_.line.substr(parts_.name.size()));
     if (after.empty()) return;
     const bool end_if = parts_.word->command == SpecialCommand::kEndIf;
     if (end_if) step_.op = FlowOp::kPass;

@@ -9,7 +9,7 @@
 
 namespace kolvane::script::checker {
 
-RowParts::RowParts(std::string_view text) : line(base::TrimBlanks(text)) {
+RowParts::RowParts(std::string_view text) : line(base::TrimSpaces(text)) {
   if (!IsSpecial()) return;
   const SpecialLine special(line);
   word = FindSpecialWord(special.Command());
@@ -17,7 +17,7 @@ RowParts::RowParts(std::string_view text) : line(base::TrimBlanks(text)) {
   has_argument = special.HasArgument();
   if (has_argument) argument = special.Argument();
   const std::size_t used = name.size() + (has_argument ? 1 + argument.size() : 0);
-  rest = base::TrimBlanks(line.substr(used));
+  rest = base::TrimSpaces(line.substr(used));
 }
 
 namespace {
@@ -111,7 +111,7 @@ std::optional<WordProposal> WordWithTail(const RowParts& parts, std::string_view
 /// "$ STOP".
 std::optional<WordProposal> WordAfterSpace(const RowParts& parts) {
   if (parts.name != "$") return std::nullopt;
-  const std::string joined = "$" + std::string(base::TrimBlanks(parts.line.substr(1)));
+  const std::string joined = "$" + std::string(base::TrimSpaces(parts.line.substr(1)));
   const RowParts mended(joined);
   if (mended.word == nullptr) return std::nullopt;
   return WordProposal{mended.word, joined};

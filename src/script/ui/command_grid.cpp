@@ -11,7 +11,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "base/ui/look.h"
+#include "base/ui/qt_look.h"
 #include "pane/ui/output_pane_paint.h"
 #include "script/list_editing.h"
 #include "script/texts.h"

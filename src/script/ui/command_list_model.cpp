@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "base/encoding.h"
-#include "base/ui/look.h"
+#include "base/ui/qt_look.h"
 #include "pane/ui/output_pane_paint.h"
 #include "script/list_editing.h"
 #include "script/texts.h"

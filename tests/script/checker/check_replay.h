@@ -112,7 +112,7 @@ class CheckReplay {
     return SpecialLine(parts.line).Number() >= 1;
   }
 
-  bool IsEndIf() const { return base::EqualsNoCase(base::TrimBlanks(bench_.core.list.Text(row_)), "$ENDIF"); }
+  bool IsEndIf() const { return base::EqualsNoCase(base::TrimSpaces(bench_.core.list.Text(row_)), "$ENDIF"); }
 
   // The row `row_` has been executed or skipped.
   void RowDone() {

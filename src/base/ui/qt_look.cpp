@@ -1,4 +1,4 @@
-#include "base/ui/look.h"
+#include "base/ui/qt_look.h"
 
 #include <QColorDialog>
 #include <QDialogButtonBox>

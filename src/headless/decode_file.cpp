@@ -1,4 +1,4 @@
-#include "headless/decode.h"
+#include "headless/decode_file.h"
 
 #include <fcntl.h>
 #include <unistd.h>
