@@ -22,7 +22,7 @@ endif()
 
 set(KOLVANE_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize= takes them")
 set(KOLVANE_SANITIZE_OPTIONS "" CACHE STRING "Further compiler options for what is sanitized, a list")
-set(KOLVANE_SANITIZE_WINDOW_OPTIONS "" CACHE STRING "The same for windows")
+set(KOLVANE_SANITIZE_COMPUTING_OPTIONS "" CACHE STRING "The same for libraries that compute much in tests")
 set(KOLVANE_SANITIZE_TEST_OPTIONS "" CACHE STRING "The same for the tests' own code")
 if(KOLVANE_SANITIZE)
   # Everything is instrumented, including the tests' own code: the linker takes the first copy of an inline function
@@ -48,7 +48,7 @@ if(KOLVANE_SANITIZE)
   add_link_options(LINKER:-rpath,${asan})
 endif()
 
-set(of_sources "$<IF:$<BOOL:$<TARGET_PROPERTY:KOLVANE_WINDOW>>,${KOLVANE_SANITIZE_WINDOW_OPTIONS},${KOLVANE_SANITIZE_OPTIONS}>")
+set(of_sources "$<IF:$<BOOL:$<TARGET_PROPERTY:KOLVANE_COMPUTING>>,${KOLVANE_SANITIZE_COMPUTING_OPTIONS},${KOLVANE_SANITIZE_OPTIONS}>")
 add_library(kolvane_options INTERFACE)
 target_compile_options(kolvane_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor
                        -Wold-style-cast -Woverloaded-virtual
@@ -77,6 +77,7 @@ target_include_directories(kolvane_options INTERFACE ${PROJECT_SOURCE_DIR}/src $
 option(KOLVANE_PRECOMPILE "Precompile what many files include" OFF)
 set(logic_headers <algorithm> <array> <cerrno> <charconv> <cstddef> <cstdint> <cstring> <filesystem> <functional> <map>
                   <memory> <optional> <span> <string> <string_view> <utility> <vector>)
+set(computing_headers ${logic_headers})
 set(window_headers ${logic_headers} <QAction> <QApplication> <QComboBox> <QLabel> <QLineEdit> <QPainter> <QPushButton>
                    <QScreen> <QString> <QStringList> <QTimer> <QVBoxLayout> <QWidget>)
 set(test_headers ${logic_headers} <gtest/gtest.h>)
@@ -87,8 +88,8 @@ set(gui_test_headers ${window_headers} <gtest/gtest.h> <QClipboard> <QMenu> <QMe
 option(KOLVANE_UNITY_TESTS "Compile the tests in batches" OFF)
 set(CMAKE_UNITY_BUILD_BATCH_SIZE 24)
 
-# kolvane_precompiled(TARGET KIND): TARGET is compiled with the headers of KIND (logic, window, test, gui_test). The first
-# target of a kind compiles them for all others, so all of a kind need the same options.
+# kolvane_precompiled(TARGET KIND): TARGET is compiled with the headers of KIND (logic, computing, window, test, gui_test).
+# The first target of a kind compiles them for all others, so all of a kind need the same options.
 function(kolvane_precompiled target kind)
   if(NOT KOLVANE_PRECOMPILE)
     return()
@@ -104,19 +105,23 @@ function(kolvane_precompiled target kind)
   endif()
 endfunction()
 
-# kolvane_library(NAME [sources...] [EXCEPT files...] [LINK targets...]): one logic target, standard C++ only: every
-# source file of the folder except EXCEPT, and the sources listed.
+# kolvane_library(NAME [sources...] [COMPUTING] [EXCEPT files...] [LINK targets...]): one logic target, standard C++ only:
+# every source file of the folder except EXCEPT, and the sources listed. The tests of a COMPUTING library spend their time
+# in it rather than waiting: it is optimised under the sanitizers too.
 function(kolvane_library name)
-  cmake_parse_arguments(ARG "WINDOW" "" "EXCEPT;LINK" ${ARGN})
+  cmake_parse_arguments(ARG "COMPUTING;WINDOW" "" "EXCEPT;LINK" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} *.cpp *.h)
   list(REMOVE_ITEM sources ${ARG_EXCEPT} "")
   add_library(${name} STATIC ${sources} ${ARG_UNPARSED_ARGUMENTS})
   target_link_libraries(${name} PUBLIC kolvane_options ${ARG_LINK})
+  set_target_properties(${name} PROPERTIES KOLVANE_COMPUTING ${ARG_COMPUTING})
   # Not in optimised code: there GCC 12 forgets which headers are the system's and warns of overflows in std::string
   # that cannot happen.
   if(KOLVANE_SANITIZE)
     if(ARG_WINDOW)
       kolvane_precompiled(${name} window)
+    elseif(ARG_COMPUTING)
+      kolvane_precompiled(${name} computing)
     else()
       kolvane_precompiled(${name} logic)
     endif()
@@ -129,7 +134,6 @@ function(kolvane_ui_library name)
   set_target_properties(${name} PROPERTIES AUTOMOC ON AUTORCC ON)
   target_link_libraries(${name} PUBLIC Qt6::Widgets)
   target_compile_definitions(${name} PRIVATE QT_NO_CAST_FROM_ASCII)
-  set_target_properties(${name} PROPERTIES KOLVANE_WINDOW ON)
 endfunction()
 
 # kolvane_test_program(NAME PRECOMPILED sources... [LINK targets...]): common to the kinds of test programs below.
