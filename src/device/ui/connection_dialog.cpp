@@ -11,9 +11,7 @@
 #include "device/histories.h"
 #include "device/port_table.h"
 #include "device/ui/form_fields.h"
-#include "device/ui/instrument_pages.h"
-#include "device/ui/network_pages.h"
-#include "device/ui/serial_pages.h"
+#include "device/ui/form_pages.h"
 
 namespace kolvane::device {
 namespace {
