@@ -6,7 +6,7 @@
 #include <optional>
 
 #include "base/runtime_error.h"
-#include "device/number_entry.h"
+#include "device/connection_form.h"
 #include "device/test_answer.h"
 #include "fuzz/require.h"
 #include "fuzz/utf8.h"

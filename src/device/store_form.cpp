@@ -2,7 +2,6 @@
 
 #include "device/connection_form.h"
 #include "device/connection_texts.h"
-#include "device/number_entry.h"
 #include "device/port_table.h"
 
 namespace kolvane::device {

@@ -2,8 +2,8 @@
 
 #include <vector>
 
+#include "device/connection_form.h"
 #include "device/connection_texts.h"
-#include "device/number_entry.h"
 #include "device/port_table.h"
 
 namespace kolvane::device {
