@@ -10,7 +10,7 @@
 #include "device/test_answer.h"
 #include "fuzz/require.h"
 #include "fuzz/utf8.h"
-#include "terminal/typed_fields.h"
+#include "terminal/receive_controls.h"
 
 namespace kolvane::fuzz {
 namespace {

@@ -4,7 +4,7 @@
 
 #include "base/encoding.h"
 #include "device/port_table.h"
-#include "terminal/typed_fields.h"
+#include "terminal/receive_controls.h"
 
 namespace kolvane::headless {
 namespace {

@@ -6,7 +6,7 @@
 
 #include "base/clock.h"
 #include "base/descriptor.h"
-#include "terminal/typed_fields.h"
+#include "terminal/receive_controls.h"
 
 namespace kolvane::headless {
 

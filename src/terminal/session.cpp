@@ -8,8 +8,8 @@
 #include "base/runtime_error.h"
 #include "base/text.h"
 #include "terminal/block_reader.h"
+#include "terminal/receive_controls.h"
 #include "terminal/texts.h"
-#include "terminal/typed_fields.h"
 
 namespace kolvane::terminal {
 

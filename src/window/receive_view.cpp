@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "base/ui/qt_text.h"
-#include "terminal/typed_fields.h"
+#include "terminal/receive_controls.h"
 #include "window/field_mark.h"
 
 namespace kolvane::window {

@@ -1,4 +1,4 @@
-#include "terminal/typed_fields.h"
+#include "terminal/receive_controls.h"
 
 #include <gtest/gtest.h>
 
