@@ -15,8 +15,8 @@
 #include "comparison.h"
 #include "device/device_state.h"
 #include "device/resource_name.h"
-#include "headless/connection_options.h"
 #include "headless/run.h"
+#include "headless/terminal.h"
 #include "row.h"
 
 namespace kolvane::bench {

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "base/clock.h"
+#include "device/connection_parameters.h"
 #include "device/loaded_port_library.h"
 #include "headless/lines.h"
 #include "headless/messages.h"
@@ -37,6 +38,14 @@ struct RunSetup {
   const std::function<bool()>* give_up = nullptr;
   bool colors = false;  ///< failures and commands on standard output
 };
+
+/// Overwrites `parameters` with those set in `options`; the ones for serial lines are ignored for any other
+/// port kind.
+void ApplyConnectionOptions(const CommandRunOptions& options, device::ConnectionParameters& parameters);
+
+/// Does the same for the options of receiving and sending; `controls` must work on `state`.
+void ApplyTerminalOptions(const CommandRunOptions& options, terminal::ReceiveControls& controls,
+                          terminal::TerminalState& state);
 
 /// A terminal with standard output and standard error, or a host's function, as front end. A serial port that
 /// was closed again, for example because the modem refused, cannot be used for sending; it counts as a failed

@@ -1,4 +1,3 @@
-#include "headless/connection_options.h"
 
 #include <gtest/gtest.h>
 
