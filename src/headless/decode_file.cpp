@@ -12,10 +12,10 @@
 
 #include "base/descriptor.h"
 #include "base/encoding.h"
-#include "base/number.h"
 #include "base/read_file.h"
+#include "base/number.h"
 #include "inspect/hex_dump.h"
-#include "inspect/template_records.h"
+#include "inspect/template_run.h"
 
 namespace kolvane::headless {
 namespace {

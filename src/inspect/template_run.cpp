@@ -3,8 +3,11 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <map>
 #include <optional>
 
+#include "base/csv.h"
+#include "base/encoding.h"
 #include "base/number.h"
 
 namespace kolvane::inspect {
@@ -85,25 +88,6 @@ class TemplateRun {
   double double_ = 0;
 };
 
-}  // namespace
-
-std::vector<ResultLine> RunTemplate(const Template& parsed, const NumberForm& form, DumpView& view,
-                                    ByteBuffer& buffer) {
-  TemplateRun run(form, view, buffer);
-  for (const auto& step : parsed.steps) std::visit([&run](const auto& each) { run.Step(each); }, step);
-  return run.TakeLines();
-}
-
-std::vector<std::string> RunTemplate(std::string_view file, const NumberForm& form, DumpView& view,
-                                     ByteBuffer& buffer) {
-  std::vector<std::string> texts;
-  for (ResultLine& line : RunTemplate(ParseTemplate(file), form, view, buffer))
-    texts.push_back(std::move(line.text));
-  return texts;
-}
-
-namespace {
-
 FieldValue WholeValue(std::int32_t value, const std::optional<BitRange>& bits) {
   if (!bits) return std::int64_t{value};
   if (bits->divisor == 0) return {};
@@ -122,7 +106,38 @@ double Shortest(float value) {
   return shortest;
 }
 
+// The part of a record that a template reads: as much as its buffer holds.
+ByteSpan Seen(std::string_view bytes) {
+  const std::size_t size = std::min(bytes.size(), ByteBuffer{}.size());
+  return {reinterpret_cast<const std::uint8_t*>(bytes.data()), size};
+}
+
+void AppendCell(const FieldValue& value, std::string& out) {
+  if (const auto* whole = std::get_if<std::int64_t>(&value)) {
+    out += std::to_string(*whole);
+  } else if (const auto* number = std::get_if<double>(&value)) {
+    base::AppendCsvNumber(*number, '.', out);
+  } else if (const auto* text = std::get_if<std::string>(&value)) {
+    base::AppendCsvText(*text, ',', out);
+  }
+}
+
 }  // namespace
+
+std::vector<ResultLine> RunTemplate(const Template& parsed, const NumberForm& form, DumpView& view,
+                                    ByteBuffer& buffer) {
+  TemplateRun run(form, view, buffer);
+  for (const auto& step : parsed.steps) std::visit([&run](const auto& each) { run.Step(each); }, step);
+  return run.TakeLines();
+}
+
+std::vector<std::string> RunTemplate(std::string_view file, const NumberForm& form, DumpView& view,
+                                     ByteBuffer& buffer) {
+  std::vector<std::string> texts;
+  for (ResultLine& line : RunTemplate(ParseTemplate(file), form, view, buffer))
+    texts.push_back(std::move(line.text));
+  return texts;
+}
 
 bool IsWithin(const TemplateField& field, std::size_t size) {
   const auto end = std::int64_t{field.offset} + field.length;
@@ -148,6 +163,57 @@ FieldValue ValueOf(const TemplateField& field, ByteSpan bytes, bool network_orde
   const auto text =
       bytes.subspan(static_cast<std::size_t>(field.offset), static_cast<std::size_t>(field.length));
   return std::string(text.begin(), text.end());
+}
+
+RecordTable::RecordTable(const Template& parsed) : fields_(parsed.Fields()) {
+  std::map<std::string, int> taken;
+  for (const TemplateField& field : fields_) {
+    const std::string name = base::FromWindows1252(field.name);
+    std::string free = name;
+    while (taken.contains(free)) free = name + '_' + std::to_string(++taken[name]);
+    taken.emplace(free, 1);
+    names_.push_back(std::move(free));
+  }
+}
+
+std::vector<FieldValue> RecordTable::Values(std::string_view bytes, bool network_order) const {
+  std::vector<FieldValue> values;
+  for (const TemplateField& field : fields_) {
+    FieldValue value = ValueOf(field, Seen(bytes), network_order);
+    if (auto* text = std::get_if<std::string>(&value)) *text = base::FromWindows1252(*text);
+    values.push_back(std::move(value));
+  }
+  return values;
+}
+
+void RecordTable::AppendCsvHeader(std::string& out) const {
+  for (std::size_t i = 0; i < names_.size(); ++i) {
+    if (i > 0) out += ',';
+    base::AppendCsvText(names_[i], ',', out);
+  }
+  out += '\n';
+}
+
+void RecordTable::AppendCsvRecord(std::string_view bytes, bool network_order, std::string& out) const {
+  bool first = true;
+  for (const FieldValue& value : Values(bytes, network_order)) {
+    if (!first) out += ',';
+    first = false;
+    AppendCell(value, out);
+  }
+  out += '\n';
+}
+
+std::vector<ResultLine> RecordLines(const Template& parsed, const NumberForm& form, std::string_view bytes) {
+  const ByteSpan seen = Seen(bytes);
+  ByteBuffer buffer{};
+  std::ranges::copy(seen, buffer.begin());
+  Template whole;
+  for (TemplateField& field : parsed.Fields()) {
+    if (IsWithin(field, seen.size())) whole.steps.emplace_back(std::move(field));
+  }
+  DumpView none;
+  return RunTemplate(whole, form, none, buffer);
 }
 
 }  // namespace kolvane::inspect

@@ -1,4 +1,4 @@
-#include "inspect/template_records.h"
+#include "inspect/template_run.h"
 
 #include <gtest/gtest.h>
 

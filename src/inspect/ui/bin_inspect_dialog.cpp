@@ -18,7 +18,7 @@
 #include "base/ui/qt_text.h"
 #include "inspect/decode.h"
 #include "inspect/hex_dump.h"
-#include "inspect/template_records.h"
+#include "inspect/template_run.h"
 #include "inspect/texts.h"
 
 namespace kolvane::inspect {
