@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "base/read_file.h"
+#include "base/files.h"
 #include "base/temp_folder.h"
 #include "component/component_state.h"
 #include "component/settings.h"

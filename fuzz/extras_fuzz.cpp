@@ -1,6 +1,6 @@
 // Extras.ini and state.ini: any file can be read; what a window changes is read back the next time, and
 // everything else stays.
-#include "base/read_file.h"
+#include "base/files.h"
 #include "component/ini_text.h"
 #include "component/settings.h"
 #include "fuzz/input.h"

@@ -11,7 +11,7 @@
 
 #include "amplifier/pty.h"
 #include "base/clock.h"
-#include "base/read_file.h"
+#include "base/files.h"
 
 namespace kolvane::amplifier {
 namespace {

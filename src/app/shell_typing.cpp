@@ -9,8 +9,7 @@
 
 #include "base/descriptor.h"
 #include "base/encoding.h"
-#include "base/read_file.h"
-#include "base/replace_file.h"
+#include "base/files.h"
 #include "base/system.h"
 #include "base/text.h"
 

@@ -5,8 +5,7 @@
 #include <system_error>
 #include <utility>
 
-#include "base/read_file.h"
-#include "base/replace_file.h"
+#include "base/files.h"
 #include "base/system.h"
 #include "component/ini_text.h"
 

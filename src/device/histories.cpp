@@ -8,8 +8,7 @@
 #include <system_error>
 
 #include "base/encoding.h"
-#include "base/read_file.h"
-#include "base/replace_file.h"
+#include "base/files.h"
 #include "base/system.h"
 #include "base/text.h"
 

@@ -7,8 +7,7 @@
 #include <optional>
 #include <system_error>
 
-#include "base/read_file.h"
-#include "base/replace_file.h"
+#include "base/files.h"
 #include "base/system.h"
 #include "base/text.h"
 #include "device/port_table.h"

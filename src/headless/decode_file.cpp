@@ -12,7 +12,7 @@
 
 #include "base/descriptor.h"
 #include "base/encoding.h"
-#include "base/read_file.h"
+#include "base/files.h"
 #include "base/number.h"
 #include "inspect/hex_dump.h"
 #include "inspect/template_run.h"

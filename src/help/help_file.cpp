@@ -6,7 +6,7 @@
 #include <unordered_set>
 #include <utility>
 
-#include "base/read_file.h"
+#include "base/files.h"
 #include "base/text.h"
 #include "help/contents.h"
 #include "help/html.h"

@@ -4,8 +4,8 @@
 #include <new>
 #include <system_error>
 
+#include "base/files.h"
 #include "base/number.h"
-#include "base/read_file.h"
 #include "inspect/byte_values.h"
 
 namespace kolvane::inspect {

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "base/encoding.h"
-#include "base/replace_file.h"
+#include "base/files.h"
 #include "script/texts.h"
 
 namespace kolvane::script {

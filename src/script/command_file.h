@@ -8,8 +8,8 @@
 #include <utility>
 #include <vector>
 
+#include "base/files.h"
 #include "base/prompt.h"
-#include "base/read_file.h"
 #include "script/command_list.h"
 
 namespace kolvane::script {

@@ -9,8 +9,7 @@
 #include <utility>
 
 #include "base/encoding.h"
-#include "base/read_file.h"
-#include "base/replace_file.h"
+#include "base/files.h"
 #include "base/text.h"
 #include "script/command_file.h"
 

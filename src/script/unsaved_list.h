@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "base/replace_file.h"
+#include "base/files.h"
 #include "script/command_list.h"
 
 /// Copies of lists that no command file holds, see docs/formats/unsaved-list.md.

@@ -4,7 +4,7 @@
 #include <cerrno>
 
 #include "base/encoding.h"
-#include "base/replace_file.h"
+#include "base/files.h"
 #include "base/ui/qt_look.h"
 #include "base/ui/qt_text.h"
 #include "pane/ui/output_pane_paint.h"

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "base/read_file.h"
+#include "base/files.h"
 #include "device/histories.h"
 #include "help/rtf_reader.h"
 #include "window/icons.h"

@@ -7,7 +7,7 @@
 #include <QPrinterInfo>
 #include <QTextLayout>
 
-#include "base/replace_file.h"
+#include "base/files.h"
 #include "base/ui/qt_text.h"
 #include "window/file_dialogs.h"
 #include "window/print_page.h"

@@ -1,4 +1,4 @@
-#include "base/replace_file.h"
+#include "base/files.h"
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>

@@ -1,4 +1,4 @@
-#include "base/read_file.h"
+#include "base/files.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

@@ -9,8 +9,8 @@
 #include <csignal>
 #include <thread>
 
+#include "base/files.h"
 #include "base/in_child.h"
-#include "base/replace_file.h"
 #include "base/small_disk.h"
 #include "base/small_files.h"
 #include "component/stored_settings.h"

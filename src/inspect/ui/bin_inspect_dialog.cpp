@@ -14,7 +14,7 @@
 #include <utility>
 
 #include "base/encoding.h"
-#include "base/replace_file.h"
+#include "base/files.h"
 #include "base/ui/qt_text.h"
 #include "inspect/decode.h"
 #include "inspect/hex_dump.h"

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "base/replace_file.h"
+#include "base/files.h"
 #include "base/ui/qt_text.h"
 #include "inspect/texts.h"
 

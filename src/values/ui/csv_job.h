@@ -5,7 +5,7 @@
 #include <QProgressDialog>
 #include <functional>
 
-#include "base/replace_file.h"
+#include "base/files.h"
 #include "values/row.h"
 #include "values/store.h"
 
