@@ -5,7 +5,6 @@
 #include <string_view>
 
 #include "base/encoding.h"
-#include "pane/matcher.h"
 #include "pane/pane_store.h"
 
 namespace kolvane::pane {

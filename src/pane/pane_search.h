@@ -1,17 +1,50 @@
 #pragma once
 
 #include <bitset>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <limits>
 #include <memory>
 #include <optional>
+#include <string>
+#include <string_view>
 #include <vector>
 
-#include "pane/matcher.h"
 #include "pane/pane_store.h"
 
 namespace kolvane::pane {
+
+using Hits = std::vector<PaneRange>;
+
+/// What is searched for. A hit is within one line and not empty; hits do not overlap. Texts are UTF-8.
+class Matcher {
+ public:
+  virtual ~Matcher() = default;
+  /// The hits in `lines`, each of which ends in LF, in text order.
+  virtual Hits FindIn(std::string_view lines) const = 0;
+  /// The text that replaces `hit`, one of FindIn's, in `line`, which has no LF.
+  virtual std::string Replacement(std::string_view line, PaneRange hit, std::string_view with) const = 0;
+};
+
+/// A literal text, with or without regard to case.
+class PlainMatcher final : public Matcher {
+ public:
+  /// `text` is not empty and holds no LF.
+  PlainMatcher(std::string_view text, bool match_case);
+
+  Hits FindIn(std::string_view lines) const override;
+  std::string Replacement(std::string_view, PaneRange, std::string_view with) const override {
+    return std::string(with);
+  }
+
+ private:
+  std::string text_;
+  bool match_case_;
+};
+
+/// `line` with each of its hits replaced.
+std::string ReplaceHits(const Matcher& matcher, std::string_view line, std::string_view with);
 
 /// Searches a text that may have millions of lines and keep growing. Advance searches it chunk by chunk;
 /// chunks changed since then are searched again. Per chunk only the number of hits and the parts with hits

@@ -10,6 +10,14 @@
 
 namespace kolvane::pane {
 
+/// Bytes [begin, end) of a text.
+struct PaneRange {
+  std::size_t begin;
+  std::size_t end;
+  bool empty() const { return begin == end; }
+  bool operator==(const PaneRange&) const = default;
+};
+
 /// A piece of text with its colours.
 struct PanePiece {
   std::string text;

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <memory>
 
-#include "pane/matcher.h"
+#include "pane/pane_search.h"
 
 namespace kolvane::pane {
 

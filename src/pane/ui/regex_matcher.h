@@ -3,7 +3,7 @@
 #include <QRegularExpression>
 #include <QString>
 
-#include "pane/matcher.h"
+#include "pane/pane_search.h"
 
 namespace kolvane::pane {
 

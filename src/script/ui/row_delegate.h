@@ -5,7 +5,7 @@
 #include <functional>
 #include <vector>
 
-#include "pane/matcher.h"
+#include "pane/pane_search.h"
 #include "script/command_list.h"
 
 namespace kolvane::script {
