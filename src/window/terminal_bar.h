@@ -2,10 +2,13 @@
 
 #include <QComboBox>
 #include <QLineEdit>
+#include <QObject>
 #include <QPushButton>
 #include <QToolBar>
 
 #include "terminal/interactive_send.h"
+#include "terminal/receive_controls.h"
+#include "window/message_prompt.h"
 
 namespace kolvane::window {
 
@@ -86,6 +89,31 @@ class CommandBoxView final : public terminal::CommandBox {
 
  private:
   QComboBox* box_;
+};
+
+/// Connects the receive and send controls of the bar with their rules.
+class ReceiveView final : public QObject, private terminal::ReceiveControlsView {
+  Q_OBJECT
+
+ public:
+  ReceiveView(TerminalBar* bar, terminal::TerminalState& state, device::Device& device, MessagePrompt& prompt,
+              QObject* parent);
+
+  terminal::ReceiveControls& controls() { return controls_; }
+
+ Q_SIGNALS:
+  /// The bar may need a different height.
+  void CountShownOrHidden();
+
+ private:
+  void ShowReceiveControls(const terminal::ReceiveShown& shown, bool count_visible) override;
+  void Fill();
+  void Connect(MessagePrompt& prompt);
+
+  TerminalBar* bar_;
+  terminal::ReceiveControls controls_;
+  bool showing_ = false;
+  bool picked_ = false;
 };
 
 }  // namespace kolvane::window
