@@ -6,8 +6,8 @@
 #include "base/ui/qt_text.h"
 #include "device/device_state.h"
 #include "device/ui/ports_dialog.h"
+#include "window/analysis_commands.h"
 #include "window/field_mark.h"
-#include "window/inspect_command.h"
 #include "window/main_window.h"
 #include "window/texts.h"
 

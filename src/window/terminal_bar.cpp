@@ -21,6 +21,10 @@
 namespace kolvane::window {
 namespace {
 
+constexpr int kMargin = 6;
+constexpr int kBarGap = 6;
+constexpr int kGroupGap = 16;
+
 template <typename Words>
 void AddWords(QComboBox* list, const Words& words) {
   for (const auto& word : words) list->addItem(base::ToQt(word));
@@ -39,10 +43,6 @@ void ShowText(QLineEdit* field, const std::string& text) {
   const QString shown = base::ToQt(text);
   if (field->text() != shown) field->setText(shown);
 }
-
-constexpr int kMargin = 6;
-constexpr int kBarGap = 6;
-constexpr int kGroupGap = 16;
 
 QString WithoutMnemonic(const char* label) { return base::ToQt(label).remove(QLatin1Char('&')); }
 

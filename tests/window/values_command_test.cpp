@@ -1,4 +1,4 @@
-#include "window/values_command.h"
+#include "window/analysis_commands.h"
 
 #include <QTableView>
 #include <QTest>

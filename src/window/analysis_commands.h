@@ -3,12 +3,16 @@
 #include <QAction>
 #include <QWidget>
 #include <memory>
+#include <string>
 
 #include "base/prompt.h"
+#include "inspect/decode.h"
+#include "pane/ui/output_pane.h"
 #include "terminal/terminal_core.h"
 #include "values/row.h"
 #include "values/store.h"
 #include "values/ui/values_window.h"
+#include "window/message_prompt.h"
 
 namespace kolvane::window {
 
@@ -38,5 +42,16 @@ class ValuesCommand final : private terminal::ExchangeListener {
   values::RowMaker maker_;
   std::unique_ptr<values::ValuesWindow> window_;  // destroyed before the store
 };
+
+/// The folders of the format templates.
+struct TemplateFolders {
+  std::string component;
+  std::string user;  ///< the user's own; may be empty
+};
+
+/// "Binärdaten analysieren": opens the inspector on the pane's selection, or asks the user to select
+/// something. Throws RuntimeError kOverflow if too much is selected.
+void InspectMarked(const pane::OutputPane& pane, inspect::InspectorState& state,
+                   const TemplateFolders& folders, MessagePrompt& prompt, QWidget* window);
 
 }  // namespace kolvane::window

@@ -1,8 +1,11 @@
-#include "window/values_command.h"
+#include "window/analysis_commands.h"
 
 #include <new>
 
+#include "base/encoding.h"
 #include "base/number.h"
+#include "inspect/texts.h"
+#include "inspect/ui/bin_inspect_dialog.h"
 #include "window/icons.h"
 
 namespace kolvane::window {
@@ -34,6 +37,16 @@ void ValuesCommand::ExchangeEnded(std::string_view command, const terminal::Exch
   } catch (const std::bad_alloc&) {
     // The terminal continues without this value.
   }
+}
+
+void InspectMarked(const pane::OutputPane& pane, inspect::InspectorState& state,
+                   const TemplateFolders& folders, MessagePrompt& prompt, QWidget* window) {
+  const std::string marked = base::ToWindows1252(pane.text().SelectedText("\r\n"));
+  if (marked.empty()) return prompt.ShowMessage(inspect::texts::kNothingMarked);
+  inspect::BinInspectDialog dialog(
+      {state, folders.component, base::SystemDecimalSign(), folders.user, &prompt}, window);
+  dialog.Initialize(marked);
+  dialog.exec();
 }
 
 }  // namespace kolvane::window
