@@ -1,14 +1,36 @@
 #include "headless/line_input.h"
 
+#include <poll.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
-
-#include "headless/schedule.h"
+#include <ctime>
 
 namespace kolvane::headless {
+namespace {
+
+constexpr std::chrono::milliseconds kPace{50};
+
+timespec Left(std::optional<std::chrono::steady_clock::time_point> due) {
+  std::chrono::nanoseconds left = kPace;
+  if (due) left = std::clamp<std::chrono::nanoseconds>(*due - std::chrono::steady_clock::now(), {}, left);
+  return {0, static_cast<long>(left.count())};
+}
+
+}  // namespace
+
+WaitEnd WaitFor(int descriptor, std::optional<std::chrono::steady_clock::time_point> due,
+                const std::function<bool()>& give_up) {
+  for (;;) {
+    pollfd entry{descriptor, POLLIN, 0};
+    const timespec left = Left(due);
+    if (ppoll(&entry, 1, &left, nullptr) > 0) return WaitEnd::kReadable;
+    if (due && std::chrono::steady_clock::now() >= *due) return WaitEnd::kDue;
+    if (give_up()) return WaitEnd::kGivenUp;
+  }
+}
 
 LineInput::Result LineInput::Next(std::string& line, const std::function<bool()>& give_up) {
   while (!TakeLine(line)) {

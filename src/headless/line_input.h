@@ -1,9 +1,18 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace kolvane::headless {
+
+enum class WaitEnd { kReadable, kDue, kGivenUp };
+
+/// Waits until `descriptor` is readable (negative: none) or `due`. Calls `give_up` about every 50 ms and
+/// after a signal, but not if there is no need to wait.
+WaitEnd WaitFor(int descriptor, std::optional<std::chrono::steady_clock::time_point> due,
+                const std::function<bool()>& give_up);
 
 /// Reads lines from a descriptor as they arrive. LF ends a line, a CR before it is part of the line end.
 class LineInput {

@@ -6,7 +6,6 @@
 
 #include "base/encoding.h"
 #include "headless/line_input.h"
-#include "headless/schedule.h"
 #include "script/checker/check_texts.h"
 #include "script/checker/checker.h"
 #include "script/command_file.h"
@@ -45,6 +44,26 @@ bool List::Load(const std::string& file) {
                                    " lines, left out: " + std::to_string(core_.list.left_out()));
   }
   return result.ok();
+}
+
+Schedule::Schedule(std::optional<std::int32_t> passes, std::optional<std::int32_t> period_ms,
+                   Clock::time_point start)
+    : left_(passes ? *passes : (period_ms ? kUnlimited : 1)), due_(start) {
+  if (period_ms) period_ = std::chrono::milliseconds(*period_ms);
+}
+
+std::optional<Schedule::Clock::time_point> Schedule::Next(Clock::time_point now) {
+  if (left_ <= 0) return std::nullopt;
+  --left_;
+  if (first_) {
+    first_ = false;
+  } else if (!period_) {
+    due_ = now;
+  } else {
+    due_ += *period_;
+    if (due_ < now) due_ += (now - due_ + *period_ - Clock::duration(1)) / *period_ * *period_;
+  }
+  return due_;
 }
 
 namespace {

@@ -1,5 +1,9 @@
 #pragma once
 
+#include <chrono>
+#include <cstdint>
+#include <limits>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -10,6 +14,29 @@
 #include "script/script_core.h"
 
 namespace kolvane::headless {
+
+/// Start times of the passes of a run: the first at once, each further one at a multiple of the period after
+/// that, so that delays do not add up. Without a period each starts when the previous one has ended.
+class Schedule {
+ public:
+  using Clock = std::chrono::steady_clock;
+
+  /// Without `passes` there is one pass, or with a period no limit.
+  Schedule(std::optional<std::int32_t> passes, std::optional<std::int32_t> period_ms,
+           Clock::time_point start);
+
+  /// The start of the next pass; nothing after the last one. Missed starts are skipped and do not count as
+  /// passes.
+  std::optional<Clock::time_point> Next(Clock::time_point now);
+
+ private:
+  static constexpr std::int64_t kUnlimited = std::numeric_limits<std::int64_t>::max();
+
+  std::int64_t left_;  // passes
+  std::optional<Clock::duration> period_;
+  Clock::time_point due_;
+  bool first_ = true;
+};
 
 /// A command list run in a terminal without a window.
 class List final : private script::RunHost, private base::Prompt {

@@ -1,10 +1,11 @@
-#include "headless/schedule.h"
+#include "headless/run.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
 #include "base/descriptor.h"
+#include "headless/line_input.h"
 
 namespace kolvane::headless {
 namespace {
