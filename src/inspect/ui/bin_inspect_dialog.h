@@ -12,10 +12,9 @@
 #include "base/prompt.h"
 #include "inspect/decode.h"
 #include "inspect/template_file.h"
-#include "inspect/ui/block_tools.h"
 #include "inspect/ui/block_view.h"
-#include "inspect/ui/format_frame.h"
 #include "inspect/ui/inspect_area.h"
+#include "inspect/ui/inspect_controls.h"
 
 namespace kolvane::inspect {
 

@@ -2,17 +2,40 @@
 
 #include <QLabel>
 #include <QObject>
+#include <QTableWidget>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "base/prompt.h"
 #include "inspect/block_source.h"
 #include "inspect/block_text.h"
-#include "inspect/ui/block_tools.h"
 #include "inspect/ui/dump_text_box.h"
-#include "inspect/ui/value_panel.h"
+#include "inspect/ui/inspect_controls.h"
 
 namespace kolvane::inspect {
+
+/// The table `ValuePanel`: the bytes at the caret read as each type, low byte first and high byte first.
+class ValuePanel final : public QTableWidget {
+  Q_OBJECT
+
+ public:
+  explicit ValuePanel(std::string decimal_sign, QWidget* parent = nullptr);
+
+  void ShowBytes(std::string_view bytes);
+
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override;
+
+ protected:
+  bool event(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  QString MarkedText() const;
+
+  std::string decimal_sign_;
+};
 
 /// The block in the dump and everything done with its bytes: pages of a file, going to an offset, searching,
 /// copying, saving, the label `PositionLabel`. It does not decode; it requests that with CaretSet.

@@ -1,12 +1,18 @@
 #pragma once
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QGridLayout>
+#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QWidget>
+#include <array>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "inspect/block_text.h"
 
@@ -67,6 +73,36 @@ class BlockButtons final : public QWidget {
   QGridLayout* grid_;
   QPushButton* result_list_;
   QCheckBox* repeat_;
+};
+
+/// The frame `Frame1`: the option buttons of the formats and the list of templates.
+class FormatFrame final : public QGroupBox {
+  Q_OBJECT
+
+ public:
+  explicit FormatFrame(QWidget* parent = nullptr);
+
+  /// Fills the list and selects its first entry, without emitting a signal.
+  void SetTemplates(const std::vector<std::string>& names);
+  int TemplateIndex() const { return templates_->currentIndex(); }
+
+  /// Checks the option of a format, without emitting a signal.
+  void Check(int option);
+
+  /// Puts the options and the list directly after `widget` in the tab order.
+  void FollowInTabOrder(QWidget* widget);
+
+  void EnableTemplates(bool enabled) { templates_->setEnabled(enabled); }
+
+ Q_SIGNALS:
+  void FormatClick(int option);
+  void TemplateClick(int index);
+
+ private:
+  static constexpr int kOptions = 6;
+
+  std::array<QRadioButton*, kOptions> options_{};
+  QComboBox* templates_;
 };
 
 }  // namespace kolvane::inspect

@@ -1,7 +1,10 @@
-#include "inspect/ui/block_tools.h"
+#include "inspect/ui/inspect_controls.h"
 
+#include <QFile>
+#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QMenu>
+#include <QSignalBlocker>
 
 #include "base/ui/qt_text.h"
 #include "inspect/texts.h"
@@ -10,7 +13,16 @@ namespace kolvane::inspect {
 namespace {
 
 constexpr int kColumns = 2;
-constexpr int kFieldWidth = 12;  // characters
+constexpr int kFieldWidth = 12;     // characters
+constexpr int kTemplateWidth = 18;  // characters
+constexpr int kFormatRows = 3;
+
+constexpr const char* kCaptions[] = {"Byte",
+                                     "Short integer (2-Byte)",
+                                     "Long integer (4-Byte)",
+                                     "Single precision float (4-Byte)",
+                                     "Double precision float (8-Byte)",
+                                     "Formatvorlage aus Datei"};
 
 QPushButton* MakeButton(const char* name, std::string_view caption) {
   auto* button = new QPushButton(base::ToQt(caption));
@@ -107,6 +119,51 @@ void BlockButtons::AddCopyMenu() {
     connect(item, &QAction::triggered, this, [this, form = row.form] { Q_EMIT CopyAs(form); });
   }
   button->setMenu(menu);
+}
+
+FormatFrame::FormatFrame(QWidget* parent)
+    : QGroupBox(QStringLiteral("Anzeigeformat"), parent), templates_(new QComboBox) {
+  setObjectName(QStringLiteral("Frame1"));
+  auto* grid = new QGridLayout(this);
+  for (int option = 0; option < kOptions; ++option) {
+    auto* button = new QRadioButton(QLatin1String(kCaptions[option]));
+    button->setObjectName(QStringLiteral("optFormat_%1").arg(option));
+    connect(button, &QRadioButton::clicked, this, [this, option] { Q_EMIT FormatClick(option); });
+    connect(button, &QRadioButton::toggled, this, [this, option](bool on) {
+      if (on) Q_EMIT FormatClick(option);
+    });
+    options_[static_cast<std::size_t>(option)] = button;
+    grid->addWidget(button, option % kFormatRows, option / kFormatRows);
+  }
+  templates_->setObjectName(QStringLiteral("cmbSpecialFormat"));
+  templates_->setAccessibleName(QStringLiteral("Formatvorlage"));
+  templates_->setFont(QFont(QStringLiteral("Tahoma"), font().pointSize()));
+  templates_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  templates_->setMinimumContentsLength(kTemplateWidth);
+  grid->addWidget(templates_, kFormatRows, 1);
+  connect(templates_, &QComboBox::activated, this, &FormatFrame::TemplateClick);
+  connect(templates_, &QComboBox::currentIndexChanged, this, &FormatFrame::TemplateClick);
+}
+
+void FormatFrame::SetTemplates(const std::vector<std::string>& names) {
+  const QSignalBlocker quiet(templates_);
+  for (const std::string& name : names)
+    templates_->addItem(QFile::decodeName(QByteArray::fromStdString(name)));
+  templates_->setCurrentIndex(names.empty() ? -1 : 0);
+}
+
+void FormatFrame::FollowInTabOrder(QWidget* widget) {
+  for (QWidget* option : options_) {
+    setTabOrder(widget, option);
+    widget = option;
+  }
+  setTabOrder(widget, templates_);
+}
+
+void FormatFrame::Check(int option) {
+  QRadioButton* button = options_.at(static_cast<std::size_t>(option));
+  const QSignalBlocker quiet(button);
+  button->setChecked(true);
 }
 
 }  // namespace kolvane::inspect
