@@ -10,7 +10,7 @@
 #include <optional>
 
 #include "base/loopback.h"
-#include "devlnk/serial_line.h"
+#include "devlnk/serial_channel.h"
 
 namespace {
 

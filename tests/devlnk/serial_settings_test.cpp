@@ -1,4 +1,4 @@
-#include "devlnk/serial_line.h"
+#include "devlnk/serial_channel.h"
 
 #include <gtest/gtest.h>
 
