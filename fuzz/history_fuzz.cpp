@@ -1,6 +1,6 @@
 // The address histories and the modem script: reading, writing and reading again changes nothing.
 #include "device/histories.h"
-#include "device/modem_dialler.h"
+#include "device/open_sequence.h"
 #include "fuzz/input.h"
 #include "fuzz/require.h"
 #include "fuzz/scratch_folder.h"

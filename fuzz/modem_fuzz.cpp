@@ -1,7 +1,7 @@
 // A dial script and the modem's replies: dialling ends, connected exactly if a CONNECT was read.
 #include "base/encoding.h"
 #include "base/text.h"
-#include "device/modem_dialler.h"
+#include "device/open_sequence.h"
 #include "fuzz/input.h"
 #include "fuzz/require.h"
 #include "fuzz/stream_library.h"

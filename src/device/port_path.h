@@ -6,9 +6,9 @@
 #include "device/connection_parameters.h"
 #include "device/device.h"
 #include "device/device_state.h"
-#include "device/modem_dialler.h"
 #include "device/port_library.h"
 #include "device/test_answer.h"
+#include "device/waits.h"
 
 namespace kolvane::device {
 

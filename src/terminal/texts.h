@@ -9,7 +9,7 @@
 #include "base/system.h"
 #include "device/device.h"
 #include "device/device_state.h"
-#include "device/modem_dialler.h"
+#include "device/waits.h"
 
 /// Every text that the terminal session shows.
 namespace kolvane::terminal::texts {

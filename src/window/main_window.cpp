@@ -8,6 +8,7 @@
 #include "base/ui/qt_text.h"
 #include "device/connection_texts.h"
 #include "device/device_state.h"
+#include "device/open_sequence.h"
 #include "device/port_table.h"
 #include "device/ui/connection_dialog.h"
 #include "help/widget_topics.h"

@@ -1,4 +1,4 @@
-#include "device/modem_dialler.h"
+#include "device/open_sequence.h"
 
 #include <gtest/gtest.h>
 

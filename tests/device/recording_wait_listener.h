@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "device/modem_dialler.h"
+#include "device/waits.h"
 
 namespace kolvane::device {
 
