@@ -10,7 +10,7 @@
 #include "base/text.h"
 #include "help/contents.h"
 #include "help/html.h"
-#include "help/widget_topics.h"
+#include "help/topics.h"
 
 namespace kolvane::help {
 namespace {

@@ -11,7 +11,7 @@
 #include "device/open_sequence.h"
 #include "device/port_table.h"
 #include "device/ui/connection_dialog.h"
-#include "help/widget_topics.h"
+#include "help/topics.h"
 #include "window/icons.h"
 #include "window/status_bars.h"
 #include "window/texts.h"

@@ -12,7 +12,7 @@
 
 #include "base/runtime_error.h"
 #include "base/ui/qt_text.h"
-#include "help/message_topics.h"
+#include "help/topics.h"
 #include "window/file_dialogs.h"
 #include "window/texts.h"
 

@@ -1,4 +1,4 @@
-#include "help/widget_topics.h"
+#include "help/topics.h"
 
 #include <gtest/gtest.h>
 

@@ -7,7 +7,7 @@
 
 #include "base/fake_prompt.h"
 #include "device/ui/connection_dialog.h"
-#include "help/widget_topics.h"
+#include "help/topics.h"
 #include "window_fixture.h"
 
 namespace kolvane::window {

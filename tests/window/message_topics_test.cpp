@@ -1,6 +1,6 @@
 // F1 in a message box leads to what explains that message.
 
-#include "help/message_topics.h"
+#include "help/topics.h"
 
 #include <cerrno>
 

@@ -9,7 +9,7 @@
 #include <QToolButton>
 #include <utility>
 
-#include "help/message_topics.h"
+#include "help/topics.h"
 
 namespace kolvane::help {
 namespace {

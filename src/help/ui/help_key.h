@@ -4,7 +4,7 @@
 #include <QWidget>
 #include <functional>
 
-#include "help/widget_topics.h"
+#include "help/topics.h"
 
 namespace kolvane::help {
 

@@ -9,8 +9,8 @@
 #include <memory>
 
 #include "help/help_file.h"
+#include "help/topics.h"
 #include "help/ui/panels.h"
-#include "help/widget_topics.h"
 
 namespace kolvane::help {
 

@@ -31,4 +31,14 @@ struct HelpPlace {
 /// are those of a widget and its parents, from inside out.
 HelpPlace PlaceOfNames(std::span<const std::string> names);
 
+/// The number, without its sign, in the brackets at the end of a failure, "… (-22)"; 0 if there is none.
+int StatusIn(std::string_view text);
+
+/// Where the help explains the message of a box; no value for a text that is not one of the terminal's. A
+/// failed connect or disconnect that ends in a status of the port library leads to that status.
+std::optional<HelpPlace> MessagePlace(std::string_view text);
+
+/// The statuses, without their sign, that have an anchor on the page of statuses: "s22" for 22.
+std::span<const int> ExplainedStatuses();
+
 }  // namespace kolvane::help
