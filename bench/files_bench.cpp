@@ -13,7 +13,7 @@
 #include "component/settings.h"
 #include "row.h"
 #include "script/command_file.h"
-#include "terminal/log.h"
+#include "terminal/output.h"
 
 namespace kolvane::bench {
 namespace {

@@ -6,7 +6,7 @@
 #include "pane/pane.h"
 #include "script/script_state.h"
 #include "terminal/exchange.h"
-#include "terminal/log.h"
+#include "terminal/output.h"
 #include "terminal/terminal_state.h"
 
 namespace kolvane::script {

@@ -10,7 +10,6 @@
 #include "pane/pane.h"
 #include "terminal/connect_commands.h"
 #include "terminal/exchange.h"
-#include "terminal/log.h"
 #include "terminal/output.h"
 #include "terminal/session.h"
 #include "terminal/terminal_state.h"

@@ -1,4 +1,4 @@
-#include "terminal/log.h"
+#include "terminal/output.h"
 
 #include <gtest/gtest.h>
 

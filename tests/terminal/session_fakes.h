@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "base/clock.h"
-#include "terminal/log.h"
+#include "terminal/output.h"
 
 namespace kolvane::terminal {
 

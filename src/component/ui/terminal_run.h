@@ -4,7 +4,7 @@
 
 #include "component/component_state.h"
 #include "component/ini_store.h"
-#include "terminal/log.h"
+#include "terminal/output.h"
 #include "terminal/terminal_core.h"
 
 namespace kolvane::component {
