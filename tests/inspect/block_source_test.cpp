@@ -1,4 +1,4 @@
-#include "inspect/block_source.h"
+#include "inspect/block.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>

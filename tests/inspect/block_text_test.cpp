@@ -1,4 +1,4 @@
-#include "inspect/block_text.h"
+#include "inspect/block.h"
 
 #include <gtest/gtest.h>
 

@@ -8,8 +8,7 @@
 #include <string_view>
 
 #include "base/prompt.h"
-#include "inspect/block_source.h"
-#include "inspect/block_text.h"
+#include "inspect/block.h"
 #include "inspect/ui/dump_text_box.h"
 #include "inspect/ui/inspect_controls.h"
 

@@ -14,7 +14,7 @@
 #include <string_view>
 #include <vector>
 
-#include "inspect/block_text.h"
+#include "inspect/block.h"
 
 namespace kolvane::inspect {
 
