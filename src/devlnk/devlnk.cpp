@@ -79,12 +79,7 @@ bool IsReadable(const char* buffer, std::int32_t count, std::int16_t terminator)
 std::int32_t QDX_OpenPort(std::int16_t port, std::int32_t baud, const char* text, std::int32_t data_bits,
                           std::int16_t stop_bits, std::int16_t /*receive_buffer*/) {
   return Operate([&] {
-    const PortKind* kind = FindPortKind(port);
-    if (kind == nullptr) {
-      Session().Close();
-      return Status::kInvalidArgument;
-    }
-    return Session().Open(*kind, PortRequest{{}, baud, text == nullptr ? "" : text, data_bits, stop_bits});
+    return Session().OpenPort(port, PortRequest{{}, baud, text == nullptr ? "" : text, data_bits, stop_bits});
   });
 }
 

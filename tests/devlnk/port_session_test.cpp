@@ -73,6 +73,12 @@ class PortSessionTest : public testing::Test {
   std::size_t delivered_ = 0;
 };
 
+TEST_F(PortSessionTest, AnUnknownPortClosesTheOpenOne) {
+  EXPECT_EQ(session_.OpenPort(7, {}), Status::kInvalidArgument);
+  EXPECT_EQ(script.calls, std::vector<std::string>{"close"});
+  EXPECT_FALSE(session_.is_open());
+}
+
 TEST_F(PortSessionTest, OpensByRowWithTheTimeoutSetBefore) {
   session_.SetTimeout(123);
   EXPECT_EQ(session_.Open(kFake, {}), Status::kOk);
