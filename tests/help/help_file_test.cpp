@@ -99,6 +99,19 @@ TEST(HelpFileSearch, FindsAPageOnceIfTheContentsSpellItsNameDifferently) {
   EXPECT_EQ(Pages(file->Search("GRÖßE")), Names{"start.html"});
 }
 
+TEST(HelpFileSearch, SkipsAPageThatCannotBeRead) {
+  std::string bytes = CompiledHelp();
+  const std::size_t name = bytes.find("/start.html");
+  ASSERT_NE(name, std::string::npos);
+  // Its name is followed by its section (1 byte), its position and its length (2 bytes each, 7 bits in each).
+  bytes[name + std::string_view("/start.html").size() + 3] = '\x80';
+  bytes[name + std::string_view("/start.html").size() + 4] = '\0';
+  const auto file = HelpFile::FromBytes(bytes);
+  ASSERT_NE(file, nullptr);
+  ASSERT_EQ(file->Page("start.html"), "");
+  EXPECT_EQ(Pages(file->Search("ähnlich über €")), Names{"hauptfenster.html"});
+}
+
 TEST(HelpFileOpen, IsNullForOtherFiles) {
   const base::TempFolder folder;
   const std::string path = folder.Path("Terminal.chm");

@@ -52,6 +52,10 @@ TEST_F(BlockReaderTest, OnlyATerminatorIsStrippedAfterIt) {
   device_state.put_back.clear();
   EXPECT_EQ(Read("#12ab\nxy"), Result::kBlock) << "LF instead of CR LF";
   EXPECT_EQ(device_state.put_back + device.incoming, "xy");
+  device_state.put_back.clear();
+  EXPECT_EQ(Read("#12abx\r\n"), Result::kBlock);
+  EXPECT_EQ(device_state.put_back + device.incoming, "x\r\n")
+      << "a terminator later on is that of another answer";
 }
 
 TEST_F(BlockReaderTest, AGapAfterItIsNoFailure) {

@@ -57,6 +57,8 @@ TEST_F(PaneLinesTest, ReadsARangeOfTheText) {
   text_.AppendLine("second", base::kNoColor);
   EXPECT_EQ(Dump(PaneLines(text_.store(), {3, 10})), "rst 0+3:#ff0000/sec");
   EXPECT_EQ(Dump(PaneLines(text_.store(), {7, 7})), "");
+  EXPECT_EQ(Dump(PaneLines(text_.store(), {1, 3})), "fi 0+2:#ff0000")
+      << "nothing of the lines after the range";
 }
 
 TEST_F(PaneLinesTest, ShowsControlCharactersAsThePaneDoes) {

@@ -62,6 +62,15 @@ TEST_F(UnsavedViewTest, TheNextWindowOffersAnUnsavedListAndRestoresIt) {
   EXPECT_EQ(window->focusWidget()->objectName(), "CommandScript");
 }
 
+TEST_F(UnsavedViewTest, TheBarIsAboveTheList) {
+  LeaveList("MSV?");
+  const auto window = Open();
+  auto* grid = window->findChild<script::CommandGrid*>();
+  QApplication::processEvents();
+  EXPECT_GT(Bar(*window)->height(), 0);
+  EXPECT_EQ(grid->y(), Bar(*window)->y() + Bar(*window)->height());
+}
+
 TEST_F(UnsavedViewTest, RestoringIsAStepOfUndo) {
   LeaveList("MSV?");
   const auto window = Open();
