@@ -72,6 +72,19 @@ TEST_F(DebugTest, ItContinuesAfterBreak) {
   EXPECT_EQ(Sent(), "A|B|C") << "the row being executed was completed";
 }
 
+TEST_F(DebugTest, AfterBreakAndStopTheCurrentRowIsTheFirst) {
+  FillList(list, "A|B|C");
+  host.at_yield = [this] {
+    if (list.current_row() == 2) runner.Break();
+  };
+  runner.Play();
+  host.at_yield = nullptr;
+  runner.Stop();
+  EXPECT_EQ(runner.stands_at(), 0);
+  runner.PlayFromHere();
+  EXPECT_EQ(Sent(), "A|B|B|C");
+}
+
 TEST_F(DebugTest, AnotherRowChosenAfterBreakIsTheFirst) {
   FillList(list, "A|B|C");
   host.at_yield = [this] {
