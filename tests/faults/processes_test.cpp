@@ -218,7 +218,7 @@ TEST_F(Processes, Row31LocalesChangeNothing) {
     SCOPED_TRACE(locale);
     FaultyInstrument instrument(Port::kTcp, Nothing);
     std::filesystem::remove(folder_.Path("a.LOG"));
-    const app::Outcome outcome = app::RunProgram(List("Gr\xF6\xDF\x65 1.5\r\nFAULT\r\n", instrument, "50"),
+    const app::Outcome outcome = app::RunProgram(List("Gr\xF6\xDF\x65 1.5\r\nFAULT\r\n", instrument, "250"),
                                                  {.environment = {{"LC_ALL", locale}, {"LANG", locale}}});
     EXPECT_EQ(outcome.status, 4);
     EXPECT_EQ(outcome.out, "Größe 1.5\n-30\n");
