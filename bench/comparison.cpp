@@ -29,7 +29,7 @@ void BareLoop::Exchange() const {
   if (output_ >= 0 && write(output_, answer, size) < 0) std::abort();
 }
 
-double MicrosecondsEach(Loop& loop, int exchanges) {
+double MicrosecondsPerExchange(Loop& loop, int exchanges) {
   return SecondsOf([&] { loop.Run(exchanges); }) / exchanges * 1e6;
 }
 
@@ -44,8 +44,8 @@ Comparison ComparePair(EchoInstrument::Kind kind, const LoopPair& pair, int argc
   bare->Run(exchanges / 10);
   loop->Run(exchanges / 10);
   return Alternate(
-      rounds, [&] { return MicrosecondsEach(*bare, exchanges); },
-      [&] { return MicrosecondsEach(*loop, exchanges); });
+      rounds, [&] { return MicrosecondsPerExchange(*bare, exchanges); },
+      [&] { return MicrosecondsPerExchange(*loop, exchanges); });
 }
 
 void CompareLines(const std::string& what, const ExchangeGoals& goals, const MakeLoop& make, int argc,

@@ -38,7 +38,7 @@ class BareLoop final : public Loop {
   int output_;
 };
 
-double MicrosecondsEach(Loop& loop, int exchanges);
+double MicrosecondsPerExchange(Loop& loop, int exchanges);
 
 inline constexpr char kBareLoop[] = "bare write/read loop";
 

@@ -49,10 +49,10 @@ double SecondsOfProgram(const std::vector<std::string>& words) {
   });
 }
 
-void Compare(const Claim& claim, const std::vector<std::string>& yardstick,
+void Compare(const Claim& claim, const std::vector<std::string>& baseline,
              const std::vector<std::string>& measured, int rounds) {
   const Comparison comparison = Alternate(
-      rounds, [&] { return SecondsOfProgram(yardstick); }, [&] { return SecondsOfProgram(measured); });
+      rounds, [&] { return SecondsOfProgram(baseline); }, [&] { return SecondsOfProgram(measured); });
   PrintAtMostTimes(claim, comparison, 1);
 }
 

@@ -1,4 +1,4 @@
-// The yardstick for the terminal's start: a window with a text pane, the minimum that Qt Widgets can show.
+// The baseline for the terminal's start: a window with a text pane, the minimum that Qt Widgets can show.
 
 #include <QApplication>
 #include <QPlainTextEdit>

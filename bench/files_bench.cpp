@@ -31,18 +31,18 @@ void BareRead(const std::string& name) {
 
 // Replaces the file as safely as possible: the data is flushed before the rename, the folder after it.
 void BareReplace(const std::string& name, const std::string& folder, const std::string& bytes) {
-  const std::string beside = name + ".new";
-  const int file = open(beside.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+  const std::string temporary = name + ".new";
+  const int file = open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
   Check(write(file, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size()));
   Check(fsync(file) == 0);
   close(file);
-  Check(rename(beside.c_str(), name.c_str()) == 0);
+  Check(rename(temporary.c_str(), name.c_str()) == 0);
   const int opened = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   fsync(opened);
   close(opened);
 }
 
-double MillisecondsEach(int times, const std::function<void()>& work) {
+double MillisecondsPerCall(int times, const std::function<void()>& work) {
   return SecondsOf([&] {
            for (int i = 0; i < times; ++i) work();
          }) /
@@ -56,7 +56,7 @@ constexpr int kLoads = 50;
 constexpr int kSaves = 5;
 
 struct Files {
-  explicit Files(int rounds_wanted) : rounds(rounds_wanted) {}
+  explicit Files(int round_count) : rounds(round_count) {}
 
   base::TempFolder folder;
   std::string list_file = folder.Path("a.CMD");
@@ -68,8 +68,8 @@ struct Files {
 void MeasureLoad(const Files& files, const char* claim, const std::string& file,
                  const std::function<void()>& load) {
   const Comparison comparison = Alternate(
-      files.rounds, [&] { return MillisecondsEach(kLoads, [&] { BareRead(file); }); },
-      [&] { return MillisecondsEach(kLoads, load); });
+      files.rounds, [&] { return MillisecondsPerCall(kLoads, [&] { BareRead(file); }); },
+      [&] { return MillisecondsPerCall(kLoads, load); });
   PrintAtMostMore({claim, "open, read, close", "ms"}, comparison, kLoadGoal);
 }
 
@@ -79,8 +79,8 @@ void MeasureSave(const Files& files, const char* claim, const std::string& file,
   const std::string folder = files.folder.Path(".");
   const Comparison comparison = Alternate(
       files.rounds,
-      [&] { return MillisecondsEach(kSaves, [&] { BareReplace(files.bare_file, folder, bytes); }); },
-      [&] { return MillisecondsEach(kSaves, save); });
+      [&] { return MillisecondsPerCall(kSaves, [&] { BareReplace(files.bare_file, folder, bytes); }); },
+      [&] { return MillisecondsPerCall(kSaves, save); });
   PrintAtMostMore({claim, "write, flush, rename, flush", "ms"}, comparison, kSaveGoal);
 }
 
@@ -121,11 +121,11 @@ void MeasureLog(const Files& files) {
   const Comparison comparison = Alternate(
       files.rounds,
       [&] {
-        return 1e3 * MillisecondsEach(lines, [&] {
+        return 1e3 * MillisecondsPerCall(lines, [&] {
                  Check(write(bare, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size()));
                });
       },
-      [&] { return 1e3 * MillisecondsEach(lines, [&] { Check(log.WriteLine(line) == 0); }); });
+      [&] { return 1e3 * MillisecondsPerCall(lines, [&] { Check(log.WriteLine(line) == 0); }); });
   close(bare);
   PrintAtMostMore({"a line of the log", "write(2) of the same bytes", "us"}, comparison, 1);
 }

@@ -18,7 +18,7 @@ void Use(const Value& value) {
   asm volatile("" : : "r"(&value) : "memory");
 }
 
-double MillisecondsEach(const std::function<void()>& work) {
+double MillisecondsPerCall(const std::function<void()>& work) {
   constexpr int times = 20;
   return bench::SecondsOf([&] {
            for (int i = 0; i < times; ++i) work();
@@ -30,10 +30,10 @@ void MeasureDump(int rounds) {
   const std::string marked = Marked(Ramp(kLargestDump));
   const std::string dump = DumpOf(Ramp(kLargestDump));
   const bench::Comparison comparison = bench::Alternate(
-      rounds, [&] { return MillisecondsEach([&] { Use(std::string(dump)); }); },
-      [&] { return MillisecondsEach([&] { Use(BuildDump(marked)); }); });
-  bench::PrintAtMost({"a dump of 32,752 bytes", "copying it", "ms"}, comparison.yardstick,
-                     comparison.measured, 2);
+      rounds, [&] { return MillisecondsPerCall([&] { Use(std::string(dump)); }); },
+      [&] { return MillisecondsPerCall([&] { Use(BuildDump(marked)); }); });
+  bench::PrintAtMost({"a dump of 32,752 bytes", "copying it", "ms"}, comparison.baseline, comparison.measured,
+                     2);
 }
 
 void MeasureTemplate(const char* claim, const std::string& text, int rounds) {
@@ -43,11 +43,11 @@ void MeasureTemplate(const char* claim, const std::string& text, int rounds) {
   InspectorState state{.format_code = format::kTemplate, .network_order = true};
   DumpView view{dump, kFirstByte, 0};
   const bench::Comparison comparison = bench::Alternate(
-      rounds, [&] { return MillisecondsEach([&] { Use(base::ReadBytes(folder.Path("a.BNS"))); }); },
+      rounds, [&] { return MillisecondsPerCall([&] { Use(base::ReadBytes(folder.Path("a.BNS"))); }); },
       [&] {
-        return MillisecondsEach([&] { Use(InspectBytePattern(folder.Path("a.BNS"), ",", view, state)); });
+        return MillisecondsPerCall([&] { Use(InspectBytePattern(folder.Path("a.BNS"), ",", view, state)); });
       });
-  bench::PrintAtMost({claim, "reading the file", "ms"}, comparison.yardstick, comparison.measured, 2);
+  bench::PrintAtMost({claim, "reading the file", "ms"}, comparison.baseline, comparison.measured, 2);
 }
 
 std::string FieldsOfAllKinds() {
@@ -59,7 +59,7 @@ std::string FieldsOfAllKinds() {
   return text;
 }
 
-std::string FieldsThatFail() {
+std::string FailingFields() {
   std::string text = "BYTECOUNT=-1\r\n";
   for (int line = 1; line < 1000; ++line) text += "x;LONG;99999999999;99999;-99999\r\n";
   return text;
@@ -73,5 +73,5 @@ int main(int argc, char** argv) {
   const int rounds = argc > 1 ? std::atoi(argv[1]) : 15;
   MeasureDump(rounds);
   MeasureTemplate("a template of 1,000 lines", FieldsOfAllKinds(), rounds);
-  MeasureTemplate("a template of 1,000 lines that all fail", FieldsThatFail(), rounds);
+  MeasureTemplate("a template of 1,000 lines that all fail", FailingFields(), rounds);
 }

@@ -35,20 +35,20 @@ CommandRunOptions OptionsFor(const EchoInstrument& instrument) {
 }
 
 // Redirects the answers while the list runs; the report's rows go to the original output.
-class OtherOutput {
+class RedirectedOutput {
  public:
-  explicit OtherOutput(int output) : kept_(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0)) {
+  explicit RedirectedOutput(int output) : saved_(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0)) {
     dup2(output, STDOUT_FILENO);
   }
-  ~OtherOutput() {
-    dup2(kept_, STDOUT_FILENO);
-    close(kept_);
+  ~RedirectedOutput() {
+    dup2(saved_, STDOUT_FILENO);
+    close(saved_);
   }
-  OtherOutput(const OtherOutput&) = delete;
-  OtherOutput& operator=(const OtherOutput&) = delete;
+  RedirectedOutput(const RedirectedOutput&) = delete;
+  RedirectedOutput& operator=(const RedirectedOutput&) = delete;
 
  private:
-  int kept_;
+  int saved_;
 };
 
 // A pipe and a process that only reads it until its end.
@@ -88,13 +88,13 @@ class ListLoop final : public Loop {
   ListLoop(const EchoInstrument& instrument, int output)
       : output_(output),
         options_(OptionsFor(instrument)),
-        terminal_({options_, host_, Prepared(), {}}),
+        terminal_({options_, host_, PreparedState(), {}}),
         list_(terminal_, state_) {
     if (!terminal_.Connect()) std::abort();
   }
 
   void Run(int exchanges) override {
-    const OtherOutput other(output_);
+    const RedirectedOutput other(output_);
     std::string rows = "$REPEAT " + std::to_string(exchanges / kRows - 1) + "\n";
     for (int row = 0; row < kRows; ++row) rows.append(kCommand).append("\n");
     base::WriteBytes(folder_.Path("a.CMD"), rows + "$ENDREPEAT\n$STOP\n");
@@ -102,7 +102,7 @@ class ListLoop final : public Loop {
   }
 
  private:
-  headless::RunState& Prepared() {
+  headless::RunState& PreparedState() {
     state_.device.OperMode = device::operating_mode::kPortLibrary;
     const auto resource = device::ParseResourceName(options_.Connect);
     device::ApplyResource(std::get<device::Resource>(resource), state_.connection);
@@ -119,11 +119,11 @@ class ListLoop final : public Loop {
   headless::List list_;
 };
 
-void CompareOutput(const char* claim, const char* yardstick, int output, int argc, char** argv) {
+void CompareOutput(const char* claim, const char* baseline, int output, int argc, char** argv) {
   const auto bare = [output](const EchoInstrument& peer) { return std::make_unique<BareLoop>(peer, output); };
   const auto list = [output](const EchoInstrument& peer) { return std::make_unique<ListLoop>(peer, output); };
-  PrintAtMostTimes({claim, yardstick, "us"},
-                   ComparePair(EchoInstrument::Kind::kTcp, {bare, list}, argc, argv), 1.15);
+  PrintAtMostTimes({claim, baseline, "us"}, ComparePair(EchoInstrument::Kind::kTcp, {bare, list}, argc, argv),
+                   1.15);
 }
 
 }  // namespace
@@ -132,15 +132,16 @@ void CompareOutput(const char* claim, const char* yardstick, int output, int arg
 int main(int argc, char** argv) {
   using namespace kolvane::bench;
   setenv("KOLVANE_PORT_LIBRARY", KOLVANE_LIBRARY_FOLDER "/libdevlnk.so", 1);
-  const int nothing = open("/dev/null", O_WRONLY | O_CLOEXEC);
-  const auto list = [nothing](const EchoInstrument& peer) {
-    return std::make_unique<ListLoop>(peer, nothing);
+  const int null_device = open("/dev/null", O_WRONLY | O_CLOEXEC);
+  const auto list = [null_device](const EchoInstrument& peer) {
+    return std::make_unique<ListLoop>(peer, null_device);
   };
   CompareLines("an exchange through a list, without a window", {.tcp = 0.4, .pty = 0.4}, list, argc, argv);
   const kolvane::base::TempFolder folder;
   const int file = open(folder.Path("lines").c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
-  CompareOutput("the same, TCP, lines into a file", "bare loop that writes them, too", file, argc, argv);
-  const Consumer consumer;
-  CompareOutput("the same, TCP, lines into a pipe", "bare loop that writes them, too", consumer.fd(), argc,
+  CompareOutput("the same over TCP, answers written to a file", "bare loop that also writes them", file, argc,
                 argv);
+  const Consumer consumer;
+  CompareOutput("the same over TCP, answers written to a pipe", "bare loop that also writes them",
+                consumer.fd(), argc, argv);
 }

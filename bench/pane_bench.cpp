@@ -73,7 +73,7 @@ class Heartbeat {
   double longest_ = 0;
 };
 
-double MsOf(const std::function<void()>& work) {
+double MillisecondsOf(const std::function<void()>& work) {
   QElapsedTimer clock;
   clock.start();
   work();
@@ -93,24 +93,24 @@ void Show(QWidget& widget) {
 }
 
 // The cost of taking lines.
-struct Filling {
-  double us_a_line = 0;
-  double bytes_a_line = 0;
+struct FillCost {
+  double us_per_line = 0;
+  double bytes_per_line = 0;
   double last_to_first = 0;  ///< the last tenth's time divided by the first one's
   double longest_gap_ms = 0;
 };
 
 // `add` takes the number of a line; every `events_each` lines the window gets a turn.
-Filling Fill(int lines, int events_each, const std::function<void(int)>& add) {
+FillCost Fill(int lines, int events_each, const std::function<void(int)>& add) {
   malloc_trim(0);  // frees what the previous case left
   const std::size_t memory = ResidentBytes();
-  Heartbeat heart;
+  Heartbeat heartbeat;
   const int tenth = std::max(1, lines / 10);
   double first = 0;
   double last = 0;
   double all = 0;
   for (int part = 0; part < 10; ++part) {
-    last = MsOf([&] {
+    last = MillisecondsOf([&] {
       for (int i = part * tenth; i < (part + 1) * tenth; ++i) {
         add(i);
         if (i % events_each == 0) QCoreApplication::processEvents();
@@ -121,7 +121,7 @@ Filling Fill(int lines, int events_each, const std::function<void(int)>& add) {
   }
   const double count = 10.0 * tenth;
   const double taken = static_cast<double>(ResidentBytes()) - static_cast<double>(memory);
-  return {all * 1000 / count, taken / count, last / first, heart.LongestMs()};
+  return {all * 1000 / count, taken / count, last / first, heartbeat.LongestMs()};
 }
 
 // Returns once the whole pane has been searched; processes events meanwhile.
@@ -133,12 +133,12 @@ void Find(OutputPane& pane, std::shared_ptr<const kolvane::pane::Matcher> matche
 }
 
 // Milliseconds of each round, by action.
-using Answers = std::map<std::string, std::vector<double>>;
+using ActionTimes = std::map<std::string, std::vector<double>>;
 
-void MeasureWhenFull(OutputPane& pane, Answers& answers) {
+void MeasureWhenFull(OutputPane& pane, ActionTimes& actions) {
   const auto show = [&pane] { pane.viewport()->repaint(); };
-  const auto note = [&answers](const char* what, const std::function<void()>& work) {
-    answers[what].push_back(MsOf(work));
+  const auto note = [&actions](const char* what, const std::function<void()>& work) {
+    actions[what].push_back(MillisecondsOf(work));
   };
   QScrollBar& bar = *pane.verticalScrollBar();
   note("select all", [&] { pane.selectAll(), show(); });
@@ -155,24 +155,24 @@ void MeasureWhenFull(OutputPane& pane, Answers& answers) {
   note("insert a thousand lines in the middle", [&] {
     pane.ReplaceRange({middle, middle}, QStringLiteral("inserted\n").repeated(1000)), show();
   });
-  note("narrow the window, wrapping anew", [&] { pane.resize(300, 600), show(); });
+  note("narrow the window, wrapping again", [&] { pane.resize(300, 600), show(); });
   note("clear", [&] { pane.clear(), show(); });
 }
 
-Filling FillPane(int lines, int events_each, Answers* answers = nullptr) {
+FillCost FillPane(int lines, int events_each, ActionTimes* actions = nullptr) {
   OutputPane pane;
   Show(pane);
   NoLog log;
   kolvane::terminal::OutputFlags flags;
   kolvane::terminal::Output output(flags, pane, log);
-  const Filling filling = Fill(lines, events_each, [&](int i) {
+  const FillCost cost = Fill(lines, events_each, [&](int i) {
     output.AddLine(i % 2 == 0 ? kolvane::LineKind::kCommand : kolvane::LineKind::kAnswer, Line(i));
   });
-  if (answers != nullptr) MeasureWhenFull(pane, *answers);
-  return filling;
+  if (actions != nullptr) MeasureWhenFull(pane, *actions);
+  return cost;
 }
 
-Filling FillYardstick(int lines) {
+FillCost FillBaseline(int lines) {
   QPlainTextEdit edit;
   edit.setFont(QFont(QStringLiteral("Courier New"), 10));
   edit.setUndoRedoEnabled(false);
@@ -191,51 +191,51 @@ Filling FillYardstick(int lines) {
   });
 }
 
-double MedianOf(const std::vector<Filling>& rounds, double Filling::*figure) {
+double MedianOf(const std::vector<FillCost>& rounds, double FillCost::*figure) {
   std::vector<double> values;
-  for (const Filling& round : rounds) values.push_back(round.*figure);
+  for (const FillCost& round : rounds) values.push_back(round.*figure);
   return Median(values);
 }
 
 // Later rounds may reuse memory left by earlier ones.
-double MostBytes(const std::vector<Filling>& rounds) {
+double MostBytes(const std::vector<FillCost>& rounds) {
   double most = 0;
-  for (const Filling& round : rounds) most = std::max(most, round.bytes_a_line);
+  for (const FillCost& round : rounds) most = std::max(most, round.bytes_per_line);
   return most;
 }
 
-void Print(const std::string& what, const std::vector<Filling>& rounds,
-           const std::vector<Filling>& yardstick) {
-  const auto print = [&](const char* figure, const char* unit, double Filling::*member, double goal) {
+void Print(const std::string& what, const std::vector<FillCost>& rounds,
+           const std::vector<FillCost>& baseline) {
+  const auto print = [&](const char* figure, const char* unit, double FillCost::*member, double goal) {
     const std::string claim = what + figure;
     kolvane::bench::PrintAtMost({claim.c_str(), "QPlainTextEdit, batches of 33 ms", unit},
-                                MedianOf(yardstick, member), MedianOf(rounds, member), goal);
+                                MedianOf(baseline, member), MedianOf(rounds, member), goal);
   };
-  print(": time a line", "us", &Filling::us_a_line, 3);
-  const std::string bytes = what + ": memory a line";
+  print(": time per line", "us", &FillCost::us_per_line, 3);
+  const std::string bytes = what + ": memory per line";
   kolvane::bench::PrintAtMost({bytes.c_str(), "QPlainTextEdit, batches of 33 ms", "bytes"},
-                              MostBytes(yardstick), MostBytes(rounds), 320);
-  print(": longest time without an answer", "ms", &Filling::longest_gap_ms, 120);
-  print(": last tenth to first", "", &Filling::last_to_first, 1.3);
+                              MostBytes(baseline), MostBytes(rounds), 320);
+  print(": longest time without event processing", "ms", &FillCost::longest_gap_ms, 120);
+  print(": last tenth compared with the first", "", &FillCost::last_to_first, 1.3);
 }
 
 void Measure(int lines, int rounds) {
-  std::vector<Filling> served;
-  std::vector<Filling> served_often;
-  std::vector<Filling> never_served;
-  std::vector<Filling> yardstick;
-  Answers answers;
+  std::vector<FillCost> batched;
+  std::vector<FillCost> after_each_line;
+  std::vector<FillCost> without_events;
+  std::vector<FillCost> baseline;
+  ActionTimes actions;
   for (int round = 0; round < rounds; ++round) {
-    served.push_back(FillPane(lines, 64, &answers));
-    yardstick.push_back(FillYardstick(lines));
-    served_often.push_back(FillPane(lines, 1));
-    never_served.push_back(FillPane(lines, lines));
+    batched.push_back(FillPane(lines, 64, &actions));
+    baseline.push_back(FillBaseline(lines));
+    after_each_line.push_back(FillPane(lines, 1));
+    without_events.push_back(FillPane(lines, lines));
   }
   const std::string what = std::to_string(lines) + " lines into the pane";
-  Print(what, served, yardstick);
-  Print(what + ", events after each", served_often, yardstick);
-  Print(what + ", no events", never_served, yardstick);
-  for (const auto& [name, times] : answers) {
+  Print(what, batched, baseline);
+  Print(what + ", events processed after each line", after_each_line, baseline);
+  Print(what + ", no events processed", without_events, baseline);
+  for (const auto& [name, times] : actions) {
     const std::string claim = "a pane of " + std::to_string(lines) + " lines: " + name;
     kolvane::bench::PrintWithoutGoal({claim.c_str(), "", "ms"}, Median(times));
   }

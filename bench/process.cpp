@@ -16,8 +16,8 @@ namespace kolvane::bench {
 namespace {
 
 [[noreturn]] void Execute(std::vector<std::string>& words) {
-  const int nothing = open("/dev/null", O_RDWR | O_CLOEXEC);
-  dup2(nothing, STDOUT_FILENO);
+  const int null_device = open("/dev/null", O_RDWR | O_CLOEXEC);
+  dup2(null_device, STDOUT_FILENO);
   std::vector<char*> arguments;
   for (std::string& word : words) arguments.push_back(word.data());
   arguments.push_back(nullptr);
@@ -82,16 +82,16 @@ double Process::Memory(const std::string& kind) const {
   return static_cast<double>(Field(Proc("smaps_rollup"), kind)) * 1024;
 }
 
-Process::Use Process::Used() const {
-  Use use;
-  use.ticks = TicksIn(Proc("stat"));
+Process::Usage Process::Used() const {
+  Usage usage;
+  usage.ticks = TicksIn(Proc("stat"));
   for (const auto& thread : std::filesystem::directory_iterator(Proc("task"))) {
-    use.switches += Field(thread.path() / "status", "voluntary_ctxt_switches");
+    usage.switches += Field(thread.path() / "status", "voluntary_ctxt_switches");
     std::int64_t nanoseconds = 0;
     std::ifstream(thread.path() / "schedstat") >> nanoseconds;
-    use.nanoseconds += nanoseconds;
+    usage.nanoseconds += nanoseconds;
   }
-  return use;
+  return usage;
 }
 
 }  // namespace kolvane::bench

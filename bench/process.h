@@ -26,12 +26,12 @@ class Process {
   double Memory(const std::string& kind) const;
 
   /// What all of its threads have used so far.
-  struct Use {
+  struct Usage {
     std::int64_t ticks = 0;        ///< user and system time
     std::int64_t nanoseconds = 0;  ///< on a processor, as the scheduler counts it
     std::int64_t switches = 0;     ///< voluntary context switches
   };
-  Use Used() const;
+  Usage Used() const;
 
  private:
   std::string Proc(const std::string& name) const;

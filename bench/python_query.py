@@ -18,7 +18,7 @@ QUERIES = 2000
 ROUNDS = 15
 
 
-def bare(port):
+def bare_loop(port):
     with socket.create_connection(("127.0.0.1", port)) as connection:
         connection.setsockopt(socket.IPPROTO_TCP, socket.TCP_NODELAY, 1)
         start = time.perf_counter()
@@ -31,7 +31,7 @@ def bare(port):
         return time.perf_counter() - start
 
 
-def ours(port):
+def instrument_loop(port):
     with kolvane.Instrument(f"TCPIP::127.0.0.1::{port}::SOCKET") as instrument:
         start = time.perf_counter()
         for _ in range(QUERIES):
@@ -39,7 +39,7 @@ def ours(port):
         return time.perf_counter() - start
 
 
-def visa(backend):
+def visa_loop(backend):
     import pyvisa
 
     manager = pyvisa.ResourceManager("@" + backend)
@@ -55,12 +55,12 @@ def visa(backend):
     return run
 
 
-def ways():
-    yield "socket", bare
-    yield "kolvane.Instrument", ours
+def loops():
+    yield "socket", bare_loop
+    yield "kolvane.Instrument", instrument_loop
     for backend in ("kolvane", "py"):
         try:
-            yield f"PyVISA @{backend}", visa(backend)
+            yield f"PyVISA @{backend}", visa_loop(backend)
         except (ImportError, ValueError):
             print(f"PyVISA @{backend} is not installed", file=sys.stderr)
 
@@ -69,7 +69,7 @@ def main():
     with subprocess.Popen([sys.argv[1], "--tcp", "0"], stdout=subprocess.PIPE, text=True) as amplifier:
         try:
             port = int(amplifier.stdout.readline().rsplit(":", 1)[1])
-            measured = list(ways())
+            measured = list(loops())
             rounds = [[run(port) for name, run in measured] for _ in range(ROUNDS)]
         finally:
             amplifier.kill()

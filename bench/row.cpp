@@ -16,19 +16,19 @@ std::string Number(double value) {
 
 std::string Signed(double value) { return (value < 0 ? "-" : "+") + Number(value < 0 ? -value : value); }
 
-void Print(const Claim& claim, double yardstick, double measured, const std::string& compared,
+void Print(const Claim& claim, double baseline, double measured, const std::string& compared,
            const std::string& goal, const char* verdict) {
-  const bool compares = *claim.yardstick != '\0';
-  std::printf("%s\t%s\t%s\t%s\t%s\t%s\t%s\t%s\n", claim.claim, compares ? claim.yardstick : "-",
-              compares ? Number(yardstick).c_str() : "-", Number(measured).c_str(), claim.unit,
+  const bool compares = *claim.baseline != '\0';
+  std::printf("%s\t%s\t%s\t%s\t%s\t%s\t%s\t%s\n", claim.claim, compares ? claim.baseline : "-",
+              compares ? Number(baseline).c_str() : "-", Number(measured).c_str(), claim.unit,
               compared.c_str(), goal.c_str(), verdict);
   std::fflush(stdout);
 }
 
 const char* Verdict(bool met) { return met ? "met" : "MISSED"; }
 
-std::string Times(double yardstick, double measured) {
-  return yardstick > 0 ? "x " + Number(measured / yardstick) : "-";
+std::string Times(double baseline, double measured) {
+  return baseline > 0 ? "x " + Number(measured / baseline) : "-";
 }
 
 }  // namespace
@@ -39,18 +39,18 @@ double Median(std::vector<double> values) {
   return *middle;
 }
 
-Comparison Alternate(int rounds, const Measure& yardstick, const Measure& measured) {
-  std::vector<double> bases;
+Comparison Alternate(int rounds, const Measure& baseline, const Measure& measured) {
+  std::vector<double> baselines;
   std::vector<double> values;
   std::vector<double> ratios;
   std::vector<double> differences;
   for (int round = 0; round < rounds; ++round) {
-    bases.push_back(yardstick());
+    baselines.push_back(baseline());
     values.push_back(measured());
-    ratios.push_back(values.back() / bases.back());
-    differences.push_back(values.back() - bases.back());
+    ratios.push_back(values.back() / baselines.back());
+    differences.push_back(values.back() - baselines.back());
   }
-  return {Median(bases), Median(values), Median(ratios), Median(differences)};
+  return {Median(baselines), Median(values), Median(ratios), Median(differences)};
 }
 
 double SecondsOf(const std::function<void()>& step) {
@@ -60,27 +60,27 @@ double SecondsOf(const std::function<void()>& step) {
 }
 
 void PrintAtMostTimes(const Claim& claim, const Comparison& comparison, double goal) {
-  Print(claim, comparison.yardstick, comparison.measured, "x " + Number(comparison.ratio),
+  Print(claim, comparison.baseline, comparison.measured, "x " + Number(comparison.ratio),
         "<= x " + Number(goal), Verdict(comparison.ratio <= goal));
 }
 
 void PrintAtMostMore(const Claim& claim, const Comparison& comparison, double goal) {
-  Print(claim, comparison.yardstick, comparison.measured, Signed(comparison.difference), "<= " + Signed(goal),
+  Print(claim, comparison.baseline, comparison.measured, Signed(comparison.difference), "<= " + Signed(goal),
         Verdict(comparison.difference <= goal));
 }
 
-void PrintAtMost(const Claim& claim, double yardstick, double measured, double goal) {
-  Print(claim, yardstick, measured, Times(yardstick, measured), "<= " + Number(goal),
+void PrintAtMost(const Claim& claim, double baseline, double measured, double goal) {
+  Print(claim, baseline, measured, Times(baseline, measured), "<= " + Number(goal),
         Verdict(measured <= goal));
 }
 
-void PrintAtLeast(const Claim& claim, double yardstick, double measured, double goal) {
-  Print(claim, yardstick, measured, Times(yardstick, measured), ">= " + Number(goal),
+void PrintAtLeast(const Claim& claim, double baseline, double measured, double goal) {
+  Print(claim, baseline, measured, Times(baseline, measured), ">= " + Number(goal),
         Verdict(measured >= goal));
 }
 
 void PrintWithoutGoal(const Claim& claim, const Comparison& comparison) {
-  Print(claim, comparison.yardstick, comparison.measured, "x " + Number(comparison.ratio), "-", "-");
+  Print(claim, comparison.baseline, comparison.measured, "x " + Number(comparison.ratio), "-", "-");
 }
 
 void PrintWithoutGoal(const Claim& claim, double measured) { Print(claim, 0, measured, "-", "-", "-"); }

@@ -8,9 +8,9 @@ namespace kolvane::bench {
 
 double Median(std::vector<double> values);
 
-/// Medians of rounds in which the yardstick and the measured case took turns.
+/// Medians of rounds in which the baseline and the measured case took turns.
 struct Comparison {
-  double yardstick;
+  double baseline;
   double measured;
   double ratio;       ///< median of the rounds' ratios
   double difference;  ///< median of the rounds' differences
@@ -19,23 +19,23 @@ struct Comparison {
 using Measure = std::function<double()>;
 
 /// Runs both alternately, `rounds` times.
-Comparison Alternate(int rounds, const Measure& yardstick, const Measure& measured);
+Comparison Alternate(int rounds, const Measure& baseline, const Measure& measured);
 
 double SecondsOf(const std::function<void()>& step);
 
-/// What a row of the report measures, and what it is compared with; empty without a yardstick.
+/// What a row of the report measures, and what it is compared with; empty without a baseline.
 struct Claim {
   const char* claim;
-  const char* yardstick;
+  const char* baseline;
   const char* unit;
 };
 
-/// The rows of bench/report, on standard output, separated by tabs: claim, yardstick, its figure, the
+/// The rows of bench/report, on standard output, separated by tabs: claim, baseline, its figure, the
 /// measured one, unit, the figure compared with the goal, goal, and "met" or "MISSED" ("-" without a goal).
 void PrintAtMostTimes(const Claim& claim, const Comparison& comparison, double goal);
 void PrintAtMostMore(const Claim& claim, const Comparison& comparison, double goal);
-void PrintAtMost(const Claim& claim, double yardstick, double measured, double goal);
-void PrintAtLeast(const Claim& claim, double yardstick, double measured, double goal);
+void PrintAtMost(const Claim& claim, double baseline, double measured, double goal);
+void PrintAtLeast(const Claim& claim, double baseline, double measured, double goal);
 void PrintWithoutGoal(const Claim& claim, const Comparison& comparison);
 void PrintWithoutGoal(const Claim& claim, double measured);
 

@@ -18,7 +18,7 @@ class BareHost final : public RunHost {
 };
 
 struct BareRun : terminal::SessionBench {
-  double RowsASecond() {
+  double RowsPerSecond() {
     host.rows = 0;
     const double seconds = bench::SecondsOf([this] { core.runner.Play(); });
     return static_cast<double>(host.rows) / seconds;
@@ -32,7 +32,7 @@ struct BareRun : terminal::SessionBench {
 };
 
 // The minimal cost of a row: reading its text.
-double TextsASecond() {
+double TextsPerSecond() {
   constexpr int passes = 1000;
   const std::vector<std::string> rows(kListRows, "$IFEQUAL x|A");
   const double seconds = bench::SecondsOf([&] {
@@ -50,9 +50,9 @@ void Measure(const char* what, const char* rows, int rounds) {
   BareRun run;
   FillList(run.core.list, rows);
   const bench::Comparison comparison =
-      bench::Alternate(rounds, TextsASecond, [&] { return run.RowsASecond(); });
-  const std::string claim = std::string("rows of a list that need no device, no window: ") + what;
-  bench::PrintAtLeast({claim.c_str(), "looking at each text once", "rows/s"}, comparison.yardstick,
+      bench::Alternate(rounds, TextsPerSecond, [&] { return run.RowsPerSecond(); });
+  const std::string claim = std::string("rows of a list that need no device, without a window: ") + what;
+  bench::PrintAtLeast({claim.c_str(), "reading each text once", "rows/s"}, comparison.baseline,
                       comparison.measured, 100'000);
 }
 

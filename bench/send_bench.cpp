@@ -78,11 +78,11 @@ void MeasureSend(int rounds) {
       rounds, [&] { return listener.MillisecondsToFirstByte(query_only); },
       [&] { return listener.MillisecondsToFirstByte(send); });
   PrintAtMost({"start of kolvane send to its first command", "a C program that connects and queries", "ms"},
-              start.yardstick, start.measured, 3);
+              start.baseline, start.measured, 3);
   const Comparison whole = Alternate(
       rounds, [&] { return listener.MillisecondsOf(query_only); },
       [&] { return listener.MillisecondsOf(send); });
-  PrintAtMost({"kolvane send, a whole process", "the same", "ms"}, whole.yardstick, whole.measured, 3);
+  PrintAtMost({"kolvane send, whole process", "the same", "ms"}, whole.baseline, whole.measured, 3);
   const std::string lxi = PathOfLxi();
   if (lxi.empty()) return;
   const Comparison other = Alternate(

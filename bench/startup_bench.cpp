@@ -24,7 +24,7 @@ struct Start {
   double mapped = 0;
   double painted = 0;
   double resident = 0;
-  double shared_out = 0;  ///< shared memory counts proportionally
+  double proportional = 0;  ///< shared memory counts proportionally
 };
 
 Start StartOf(const std::vector<std::string>& words, XWatch& watch) {
@@ -51,13 +51,14 @@ void MeasureStart(int rounds, XWatch& watch) {
     return Alternate(
         rounds, [&] { return empties[at].*figure; }, [&] { return terminals[at++].*figure; });
   };
-  const char* const yardstick = "empty Qt window with a text pane";
-  PrintAtMostTimes({"start to first window mapped", yardstick, "ms"}, compared(&Start::mapped), 2);
-  PrintAtMostTimes({"start to first window painted", yardstick, "ms"}, compared(&Start::painted), 2);
+  const char* const baseline = "empty Qt window with a text pane";
+  PrintAtMostTimes({"start to first window mapped", baseline, "ms"}, compared(&Start::mapped), 2);
+  PrintAtMostTimes({"start to first window painted", baseline, "ms"}, compared(&Start::painted), 2);
   const Comparison resident = compared(&Start::resident);
-  PrintAtMost({"resident memory of the idle window", yardstick, "MB"}, resident.yardstick, resident.measured,
+  PrintAtMost({"resident memory of the idle window", baseline, "MB"}, resident.baseline, resident.measured,
               60);
-  PrintWithoutGoal({"the same, shared pages by their part", yardstick, "MB"}, compared(&Start::shared_out));
+  PrintWithoutGoal({"the same, shared pages counted proportionally", baseline, "MB"},
+                   compared(&Start::proportional));
 }
 
 struct Idle {
@@ -71,9 +72,9 @@ Idle IdleOf(const std::vector<std::string>& words, XWatch& watch, double seconds
   watch.Await(program.started());
   watch.Focus();
   Sleep(2);
-  const Process::Use before = program.Used();
+  const Process::Usage before = program.Used();
   Sleep(seconds);
-  const Process::Use after = program.Used();
+  const Process::Usage after = program.Used();
   return {static_cast<double>(after.nanoseconds - before.nanoseconds) / 1e6,
           static_cast<double>(after.switches - before.switches),
           static_cast<double>(after.ticks - before.ticks)};
@@ -82,12 +83,13 @@ Idle IdleOf(const std::vector<std::string>& words, XWatch& watch, double seconds
 void MeasureIdle(double seconds, XWatch& watch) {
   const Idle empty = IdleOf({KOLVANE_EMPTY_WINDOW}, watch, seconds);
   const Idle terminal = IdleOf({KOLVANE_PROGRAM}, watch, seconds);
-  const std::string claim = "idle window with the keyboard, " + std::to_string(std::lround(seconds)) + " s: ";
-  const char* const yardstick = "empty Qt window with a text pane";
-  PrintAtMost({(claim + "processor time").c_str(), yardstick, "ms"}, empty.milliseconds,
-              terminal.milliseconds, 0);
-  PrintAtMost({(claim + "clock ticks").c_str(), yardstick, "ticks"}, empty.ticks, terminal.ticks, 0);
-  PrintAtMost({(claim + "wake-ups").c_str(), yardstick, ""}, empty.wake_ups, terminal.wake_ups, 0);
+  const std::string claim =
+      "idle window with the keyboard focus, " + std::to_string(std::lround(seconds)) + " s: ";
+  const char* const baseline = "empty Qt window with a text pane";
+  PrintAtMost({(claim + "processor time").c_str(), baseline, "ms"}, empty.milliseconds, terminal.milliseconds,
+              0);
+  PrintAtMost({(claim + "clock ticks").c_str(), baseline, "ticks"}, empty.ticks, terminal.ticks, 0);
+  PrintAtMost({(claim + "wake-ups").c_str(), baseline, ""}, empty.wake_ups, terminal.wake_ups, 0);
 }
 
 }  // namespace

@@ -44,11 +44,11 @@ std::size_t ResidentBytes() {
 // A noisy wave, the same at each call.
 double ValueAt(std::size_t i) {
   static const std::vector<double> wave = [] {
-    std::vector<double> made(1 << 20);
-    for (std::size_t at = 0; at < made.size(); ++at)
-      made[at] =
+    std::vector<double> samples(1 << 20);
+    for (std::size_t at = 0; at < samples.size(); ++at)
+      samples[at] =
           std::sin(static_cast<double>(at) * 6e-6) + static_cast<double>(at * 2654435761u % 1000) / 1000;
-    return made;
+    return samples;
   }();
   return wave[i % wave.size()];
 }
@@ -67,7 +67,7 @@ std::unique_ptr<Store> Filled(std::size_t count, std::size_t fields) {
   return store;
 }
 
-void MeasureTaking(std::size_t count, std::size_t fields, int rounds) {
+void MeasureAdding(std::size_t count, std::size_t fields, int rounds) {
   double bytes = 0;
   const auto per_value = [count](double seconds) { return seconds / static_cast<double>(count) * 1e6; };
   const Comparison time = bench::Alternate(
@@ -88,24 +88,24 @@ void MeasureTaking(std::size_t count, std::size_t fields, int rounds) {
         return per_value(seconds);
       });
   const std::string rows = std::to_string(count) + " values in rows of " + std::to_string(fields);
-  const std::string taking = rows + ": time to take one";
-  bench::PrintAtMost({taking.c_str(), "appending to a vector", "us"}, time.yardstick, time.measured, 1);
-  const std::string memory = rows + ": memory of one";
+  const std::string taking = rows + ": time to store one";
+  bench::PrintAtMost({taking.c_str(), "appending to a vector", "us"}, time.baseline, time.measured, 1);
+  const std::string memory = rows + ": memory per value";
   bench::PrintAtMost({memory.c_str(), "a double", "bytes"}, sizeof(double), bytes, 24);
 }
 
-void MeasureLongestTake(std::size_t count) {
+void MeasureLongestAdd(std::size_t count) {
   const auto longest = [count](const std::function<void(std::size_t)>& take) {
-    double worst = 0;
-    for (std::size_t i = 0; i < count; ++i) worst = std::max(worst, SecondsOf([&] { take(i); }));
-    return worst * 1e3;
+    double maximum = 0;
+    for (std::size_t i = 0; i < count; ++i) maximum = std::max(maximum, SecondsOf([&] { take(i); }));
+    return maximum * 1e3;
   };
   std::vector<double> plain;
   Store store;
   std::vector<double> row(1);
-  const double yardstick = longest([&](std::size_t i) { plain.push_back(ValueAt(i)); });
+  const double baseline = longest([&](std::size_t i) { plain.push_back(ValueAt(i)); });
   const double measured = longest([&](std::size_t i) { AddRow(store, i, row); });
-  bench::PrintAtMost({"the longest of all these takes", "appending to a vector", "ms"}, yardstick, measured,
+  bench::PrintAtMost({"longest time to store one of them", "appending to a vector", "ms"}, baseline, measured,
                      5);
 }
 
@@ -133,8 +133,8 @@ void MeasureAnswers(int rounds) {
           for (int i = 0; i < kAnswers; ++i) store.Add(*maker.Make({i, i * 1e-3}, "MSV? 1-3", answer));
         });
       });
-  bench::PrintAtMost({"an answer of three numbers, read and taken", "from_chars three times", "us"},
-                     comparison.yardstick, comparison.measured, 3);
+  bench::PrintAtMost({"an answer of three numbers, read and stored", "from_chars three times", "us"},
+                     comparison.baseline, comparison.measured, 3);
 }
 
 void MeasureStatistics(const Store& store, int rounds) {
@@ -147,8 +147,8 @@ void MeasureStatistics(const Store& store, int rounds) {
         return SecondsOf([&] { Use(std::accumulate(plain.begin() + 77, plain.end() - 777, 0.0)); }) * 1e3;
       },
       [&] { return SecondsOf([&] { Use(column.Summarize(77, column.size() - 777)); }) * 1e3; });
-  bench::PrintAtMost({"statistics of all but a few of a curve's values", "summing them up", "ms"},
-                     comparison.yardstick, comparison.measured, 0.1);
+  bench::PrintAtMost({"statistics of almost all values of a curve", "summing them", "ms"},
+                     comparison.baseline, comparison.measured, 0.1);
 }
 
 void MeasureCsv(const Store& store, int rounds) {
@@ -173,7 +173,7 @@ void MeasureCsv(const Store& store, int rounds) {
           for (std::size_t i = 0; i < count; ++i) writer.Append(reader.Next(), out);
         }));
       });
-  bench::PrintAtMost({"a row of CSV", "snprintf of a number and a text", "us"}, comparison.yardstick,
+  bench::PrintAtMost({"a row of CSV", "snprintf of a number and a text", "us"}, comparison.baseline,
                      comparison.measured, 3);
 }
 
@@ -209,13 +209,13 @@ void MeasurePainting(Store& store, const std::string& what, int rounds) {
                  }) *
                  1e3;
         });
-    bench::PrintAtMost({claim.c_str(), "filling as many pixels", "ms"}, comparison.yardstick,
+    bench::PrintAtMost({claim.c_str(), "filling as many pixels", "ms"}, comparison.baseline,
                        comparison.measured, 16);
   };
-  measure(what + ", all in sight");
-  QKeyEvent closer(QEvent::KeyPress, Qt::Key_Plus, Qt::NoModifier);
-  for (int steps = 0; steps < 20; ++steps) QApplication::sendEvent(&plot, &closer);
-  measure(what + ", a hundredth in sight");
+  measure(what + ", all visible");
+  QKeyEvent zoom_in(QEvent::KeyPress, Qt::Key_Plus, Qt::NoModifier);
+  for (int steps = 0; steps < 20; ++steps) QApplication::sendEvent(&plot, &zoom_in);
+  measure(what + ", a hundredth visible");
 }
 
 // The cost of a frame while rows are added: table, plot, statistics and status.
@@ -239,8 +239,9 @@ void MeasureFrame(Store& store, int rounds) {
     for (int i = 0; i < 1000; ++i) AddRow(store, next++, row);
     return frame();
   });
-  bench::PrintAtMost({"the window's frame with a thousand new rows on top of these", "a frame without", "ms"},
-                     comparison.yardstick, comparison.measured, 33);
+  bench::PrintAtMost(
+      {"a frame of the window with a thousand rows added to these", "a frame without new rows", "ms"},
+      comparison.baseline, comparison.measured, 33);
 }
 
 }  // namespace
@@ -249,8 +250,8 @@ int main(int argc, char** argv) {
   QApplication application(argc, argv);
   const auto count = static_cast<std::size_t>(argc > 1 ? std::max(1000, std::atoi(argv[1])) : 10000000);
   const int rounds = argc > 2 ? std::atoi(argv[2]) : 7;
-  for (const std::size_t fields : {1u, 4u}) MeasureTaking(count, fields, rounds);
-  MeasureLongestTake(count);
+  for (const std::size_t fields : {1u, 4u}) MeasureAdding(count, fields, rounds);
+  MeasureLongestAdd(count);
   MeasureAnswers(rounds);
   auto store = Filled(count, 1);
   MeasureStatistics(*store, rounds);

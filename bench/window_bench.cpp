@@ -47,7 +47,7 @@ class VisibleTerminal {
   }
 
   /// Waits for an answer whose end is never sent.
-  void AwaitNothing(int milliseconds) {
+  void AwaitTimeout(int milliseconds) {
     terminal_.receive.receive_terminator = "~";
     terminal_.shown.timeout = std::to_string(milliseconds);
     window_.core().exchange.Run("MSV?", terminal::Sender::kUser);
@@ -78,13 +78,13 @@ double SecondsToWalk(const std::vector<std::string>& rows, int passes) {
 void MeasureRows(VisibleTerminal& terminal, int passes) {
   const std::string inner = "$REPEAT 99\n$IFEQUAL x\n$ENDIF\n$ENDREPEAT\n";
   const std::string list = "$REPEAT " + std::to_string(passes - 1) + "\n" + inner + "$ENDREPEAT\n";
-  constexpr double rows_a_pass = 2.0 + 100 * 3;
-  const std::vector<std::string> rows(static_cast<std::size_t>(rows_a_pass), "$IFEQUAL x");
+  constexpr double rows_per_pass = 2.0 + 100 * 3;
+  const std::vector<std::string> rows(static_cast<std::size_t>(rows_per_pass), "$IFEQUAL x");
   const Comparison comparison = Alternate(
-      kRounds, [&] { return passes * rows_a_pass / SecondsToWalk(rows, passes); },
-      [&] { return passes * rows_a_pass / terminal.SecondsToPlay(list); });
-  PrintAtLeast({"rows of a list that need no device, in the window", "looking at each text once", "rows/s"},
-               comparison.yardstick, comparison.measured, 100'000);
+      kRounds, [&] { return passes * rows_per_pass / SecondsToWalk(rows, passes); },
+      [&] { return passes * rows_per_pass / terminal.SecondsToPlay(list); });
+  PrintAtLeast({"rows of a list that need no device, in the window", "reading each text once", "rows/s"},
+               comparison.baseline, comparison.measured, 100'000);
 }
 
 void MeasureExchange(VisibleTerminal& terminal, int exchanges) {
@@ -92,7 +92,7 @@ void MeasureExchange(VisibleTerminal& terminal, int exchanges) {
   BareLoop bare(bare_instrument);
   const std::string list = "$REPEAT " + std::to_string(exchanges - 1) + "\nMSV? 1,2,3\n$ENDREPEAT\n";
   const Comparison comparison = Alternate(
-      kRounds, [&] { return MicrosecondsEach(bare, exchanges); },
+      kRounds, [&] { return MicrosecondsPerExchange(bare, exchanges); },
       [&] { return terminal.SecondsToPlay(list) / exchanges * 1e6; });
   PrintAtMostMore({"an exchange through the visible window, TCP", kBareLoop, "us"}, comparison, 60);
 }
@@ -123,9 +123,9 @@ void MeasureWait(VisibleTerminal& terminal) {
           loop.exec();
         });
       },
-      [&] { return LongestGap([&] { terminal.AwaitNothing(kWaitMs); }); });
-  PrintAtMost({"longest time without an answer while waiting for the instrument", "event loop", "ms"},
-              comparison.yardstick, comparison.measured, 60);
+      [&] { return LongestGap([&] { terminal.AwaitTimeout(kWaitMs); }); });
+  PrintAtMost({"longest time without event processing while waiting for an answer", "event loop", "ms"},
+              comparison.baseline, comparison.measured, 60);
 }
 
 }  // namespace

@@ -11,10 +11,10 @@
 namespace kolvane::bench {
 namespace {
 
-constexpr double kPatience = 10;
+constexpr double kTimeoutSeconds = 10;
 constexpr double kPaintedShare = 0.9;
-constexpr int kLeastWidth = 300;
-constexpr int kLeastHeight = 200;
+constexpr int kMinWidth = 300;
+constexpr int kMinHeight = 200;
 
 struct Free {
   void operator()(void* block) const { std::free(block); }
@@ -47,14 +47,14 @@ XWatch::XWatch() : connection_(xcb_connect(nullptr, nullptr)) {
 XWatch::~XWatch() { xcb_disconnect(connection_); }
 
 FirstPaint XWatch::Await(double start) {
-  Forget();
+  Reset();
   pollfd server{xcb_get_file_descriptor(connection_), POLLIN, 0};
-  while (mapped_at_ == 0 || painted_pixels_ < kPaintedShare * wanted_pixels_) {
+  while (mapped_at_ == 0 || painted_pixels_ < kPaintedShare * window_pixels_) {
     if (const Event event{xcb_poll_for_event(connection_)}) {
       Note(*event, MonotonicSeconds());
       continue;
     }
-    if (MonotonicSeconds() > start + kPatience) Fail("no window was painted within ten seconds");
+    if (MonotonicSeconds() > start + kTimeoutSeconds) Fail("no window was painted within ten seconds");
     poll(&server, 1, 100);
   }
   return {mapped_at_ - start, MonotonicSeconds() - start};
@@ -64,13 +64,13 @@ void XWatch::Note(const xcb_generic_event_t& event, double now) {
   const auto type = static_cast<std::uint8_t>(event.response_type & 0x7F);
   if (type == XCB_CREATE_NOTIFY) {
     const auto& created = reinterpret_cast<const xcb_create_notify_event_t&>(event);
-    if (window_ == 0 && created.width >= kLeastWidth && created.height >= kLeastHeight) {
+    if (window_ == 0 && created.width >= kMinWidth && created.height >= kMinHeight) {
       window_ = created.window;
-      wanted_pixels_ = static_cast<double>(created.width) * created.height;
+      window_pixels_ = static_cast<double>(created.width) * created.height;
     }
   } else if (type == XCB_CONFIGURE_NOTIFY) {
-    const auto& sized = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
-    if (sized.window == window_) wanted_pixels_ = static_cast<double>(sized.width) * sized.height;
+    const auto& resized = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
+    if (resized.window == window_) window_pixels_ = static_cast<double>(resized.width) * resized.height;
   } else if (type == XCB_MAP_NOTIFY) {
     if (reinterpret_cast<const xcb_map_notify_event_t&>(event).window == window_) mapped_at_ = now;
   } else if (type == damage_event_ && mapped_at_ > 0) {
@@ -84,7 +84,7 @@ void XWatch::Focus() {
   xcb_flush(connection_);
 }
 
-void XWatch::Forget() {
+void XWatch::Reset() {
   while (const Event event{xcb_poll_for_event(connection_)}) {
   }
   window_ = 0;

@@ -32,12 +32,12 @@ class XWatch {
 
  private:
   void Note(const xcb_generic_event_t& event, double now);
-  void Forget();
+  void Reset();
 
   xcb_connection_t* connection_;
   std::uint8_t damage_event_ = 0;
   xcb_window_t window_ = 0;
-  double wanted_pixels_ = 0;
+  double window_pixels_ = 0;
   double painted_pixels_ = 0;
   double mapped_at_ = 0;
 };
