@@ -14,7 +14,7 @@ namespace {
 using terminal::receive_mode::kAuto;
 using terminal::receive_mode::kCount;
 
-constexpr int kMostAnswers = 8;
+constexpr int kMaxAnswers = 8;
 constexpr std::string_view kTerminators[] = {"", "\r\n", "\n", "\r", "a", " ", "\xC3\xBC", "\xE2\x82\xAC"};
 
 /// Takes the settings of a run from its first three bytes.
@@ -89,7 +89,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string_view first = input.Take(input.Byte());
   const std::string sent = std::string(first) + std::string(input.Rest());
   rig.library.Send(first, input.Rest());
-  for (int answers = 0; answers < fuzz::kMostAnswers && fuzz::ReadOne(rig);) ++answers;
+  for (int answers = 0; answers < fuzz::kMaxAnswers && fuzz::ReadOne(rig);) ++answers;
   fuzz::Require(sent.starts_with(rig.library.consumed()));
   fuzz::Require(rig.library.consumed().size() + rig.library.left() == sent.size());
   return 0;

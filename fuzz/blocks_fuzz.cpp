@@ -14,7 +14,7 @@ namespace {
 using terminal::receive_mode::kAuto;
 using terminal::receive_mode::kTerminator;
 
-constexpr int kMostAnswers = 8;
+constexpr int kMaxAnswers = 8;
 constexpr std::string_view kTerminators[] = {"\r\n", "\n", "\r", "a"};
 
 void Configure(SessionRig& rig, Input& input) {
@@ -60,12 +60,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string_view first = input.Take(input.Byte());
   const std::string sent = std::string(first) + std::string(input.Rest());
   rig.library.Send(first, input.Rest());
-  for (int answers = 0; answers < fuzz::kMostAnswers; ++answers) {
-    const bool starts_afresh = rig.device_state.put_back.empty();
+  for (int answers = 0; answers < fuzz::kMaxAnswers; ++answers) {
+    const bool nothing_put_back = rig.device_state.put_back.empty();
     const std::string left = sent.substr(rig.library.consumed().size());
     const bool received = rig.session.GetAnswer();
     fuzz::Require(fuzz::IsUtf8(rig.state.last_answer.text));
-    if (const auto block = fuzz::WholeBlock(left); starts_afresh && block)
+    if (const auto block = fuzz::WholeBlock(left); nothing_put_back && block)
       fuzz::Require(received && rig.state.last_answer.text == fuzz::Shown(*block, rig));
     if (!received) break;
   }

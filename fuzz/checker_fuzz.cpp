@@ -9,14 +9,14 @@
 namespace kolvane::fuzz {
 namespace {
 
-constexpr std::size_t kMostRows = 48;  // of a list
-constexpr std::size_t kMostAnswers = 8;
+constexpr std::size_t kMaxRows = 48;  // of a list
+constexpr std::size_t kMaxAnswers = 8;
 constexpr int kBudget = 300;  // rows of a run
 
-std::vector<std::string> Lines(std::string_view bytes, std::size_t most) {
+std::vector<std::string> Lines(std::string_view bytes, std::size_t max_lines) {
   std::vector<std::string> lines;
   script::LineSplitter splitter([&](std::string_view line) {
-    if (lines.size() < most) lines.push_back(base::FromWindows1252(line));
+    if (lines.size() < max_lines) lines.push_back(base::FromWindows1252(line));
   });
   splitter.Feed(bytes);
   splitter.Finish();
@@ -33,7 +33,7 @@ script::InterpreterState State(Input& input) {
   const std::uint8_t flags = input.Byte();
   state.SkipRows = flags % 2 != 0;
   if (flags / 2 % 2 != 0) state.ParamList = {"1", "2"};
-  for (std::int16_t& row : state.RepeatRow) row = static_cast<std::int16_t>(input.Byte() % kMostRows);
+  for (std::int16_t& row : state.RepeatRow) row = static_cast<std::int16_t>(input.Byte() % kMaxRows);
   state.RepeatCount.fill(kCounts[flags / 4 % std::size(kCounts)]);
   return state;
 }
@@ -51,8 +51,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::uint8_t settings = input.Byte();
   replay.SetLogOpen(settings % 2 != 0);
   if (settings / 4 % 2 != 0) replay.SetState(fuzz::State(input));
-  const std::vector<std::string> rows = fuzz::Lines(input.Until('\0'), fuzz::kMostRows);
-  replay.SetAnswers(fuzz::Lines(input.Rest(), fuzz::kMostAnswers));
+  const std::vector<std::string> rows = fuzz::Lines(input.Until('\0'), fuzz::kMaxRows);
+  replay.SetAnswers(fuzz::Lines(input.Rest(), fuzz::kMaxAnswers));
   for (int run = 0; run < 3; ++run) {
     const std::string disagreement = replay.Compare(rows, settings / 2 % 2 != 0, fuzz::kBudget);
     if (!disagreement.empty()) std::fprintf(stderr, "%s\n", disagreement.c_str());

@@ -10,7 +10,7 @@
 namespace kolvane::fuzz {
 namespace {
 
-constexpr std::uint32_t kOneWriteIn = 64;
+constexpr std::uint32_t kInputsPerWrite = 64;
 
 std::size_t Lines(std::string_view bytes) {
   std::size_t lines = 0;
@@ -55,6 +55,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   folder.Put("read.CMD", bytes);
   fuzz::Require(LoadCommandFile(list, folder / "read.CMD").ok());
   fuzz::CheckRows(list, bytes);
-  if (fuzz::Lot(bytes) % fuzz::kOneWriteIn == 0) fuzz::CheckWritten(list, folder);
+  if (fuzz::Hash(bytes) % fuzz::kInputsPerWrite == 0) fuzz::CheckWritten(list, folder);
   return 0;
 }

@@ -13,7 +13,7 @@
 namespace kolvane::fuzz {
 namespace {
 
-constexpr int kMostRows = 48;    // of a list
+constexpr int kMaxRows = 48;     // of a list
 constexpr int kRunBudget = 200;  // rows executed
 constexpr int kStepBudget = 40;
 
@@ -38,7 +38,7 @@ struct ListRig : SessionRig {
   void Fill(std::string_view text) {
     std::vector<std::string> lines;
     script::LineSplitter splitter([&](std::string_view line) {
-      if (lines.size() < kMostRows) lines.emplace_back(line);
+      if (lines.size() < kMaxRows) lines.emplace_back(line);
     });
     splitter.Feed(text);
     splitter.Finish();

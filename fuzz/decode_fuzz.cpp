@@ -14,9 +14,9 @@ namespace kolvane::fuzz {
 namespace {
 
 /// Collects what is written to a descriptor.
-class Written {
+class MemoryFile {
  public:
-  Written() : descriptor_(memfd_create("decode", MFD_CLOEXEC)) { Require(descriptor_ >= 0); }
+  MemoryFile() : descriptor_(memfd_create("decode", MFD_CLOEXEC)) { Require(descriptor_ >= 0); }
   int descriptor() const { return descriptor_; }
   /// Returns the collected bytes and empties it.
   std::string Take() {
@@ -43,8 +43,8 @@ void CheckJson(std::string_view text) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace kolvane;
   static fuzz::ScratchFolder folder;
-  static fuzz::Written out;
-  static fuzz::Written err;
+  static fuzz::MemoryFile out;
+  static fuzz::MemoryFile err;
   fuzz::Input input(data, size);
   DecodeOptions options;
   const std::uint8_t settings = input.Byte();

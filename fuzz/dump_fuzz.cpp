@@ -11,7 +11,7 @@ namespace {
 using inspect::DumpView;
 using inspect::Position;
 
-constexpr std::size_t kMostTimesMarked = 64;
+constexpr std::size_t kMaxRepeats = 64;
 
 void CheckLayout(std::string_view dump) {
   Require(dump.size() % inspect::kLineLength == 0);
@@ -58,7 +58,7 @@ void Act(std::uint8_t action, DumpView& view, inspect::InspectorState& state) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace kolvane;
   fuzz::Input input(data, size);
-  const std::size_t times = 1 + input.Byte() % fuzz::kMostTimesMarked;
+  const std::size_t times = 1 + input.Byte() % fuzz::kMaxRepeats;
   fuzz::Input actions(input.Take(input.Byte()));
   std::string marked;
   for (std::size_t i = 0; i < times; ++i) marked += input.Rest();

@@ -11,7 +11,7 @@
 namespace kolvane::fuzz {
 namespace {
 
-constexpr std::uint32_t kOneSaveIn = 16;
+constexpr std::uint32_t kInputsPerSave = 16;
 constexpr char kFile[] = "Extras.ini";
 
 terminal::Extras FlagsOf(std::uint8_t bits) {
@@ -34,7 +34,7 @@ std::string Content(const std::string& path) {
 }
 
 /// Requires that all sections other than the program's own are unchanged.
-void RequireOthersKept(const std::string& before, const std::string& after) {
+void RequireOtherKeysKept(const std::string& before, const std::string& after) {
   const component::IniText old{before};
   const component::IniText now{after};
   for (const char* key : {"Geometry", "A", ""}) Require(old.Find("OTHER", key) == now.Find("OTHER", key));
@@ -47,7 +47,7 @@ void CheckSaving(const std::string& path, const terminal::Extras& wanted) {
   Require(!file.Save(wanted));
   const std::string after = Content(path);
   Require(changed || after == before);
-  RequireOthersKept(before, after);
+  RequireOtherKeysKept(before, after);
   component::ExtrasFile again(path);
   Require(Same(again.Load(), wanted));
   Require(!again.Save(wanted) && Content(path) == after);
@@ -75,7 +75,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   folder.Put(fuzz::kFile, bytes);
   const std::string path = folder / fuzz::kFile;
   (void)component::ExtrasFile(path).Load();
-  if (fuzz::Lot(bytes) % fuzz::kOneSaveIn != 0) return 0;
+  if (fuzz::Hash(bytes) % fuzz::kInputsPerSave != 0) return 0;
   fuzz::CheckSaving(path, wanted);
   fuzz::CheckState(path, input.Until('\n'));
   return 0;

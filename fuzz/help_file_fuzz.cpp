@@ -6,7 +6,7 @@
 namespace kolvane::fuzz {
 namespace {
 
-constexpr std::size_t kMostPages = 4;
+constexpr std::size_t kMaxPages = 4;
 
 void Check(const help::HelpFile& file) {
   const std::string start = file.StartPage();
@@ -17,7 +17,7 @@ void Check(const help::HelpFile& file) {
   }
   std::size_t pages = 0;
   for (const help::ContentsEntry& entry : file.contents()) {
-    if (++pages > kMostPages) break;
+    if (++pages > kMaxPages) break;
     Require(entry.page.empty() || !file.Title(entry.page).empty());
     Require(!file.Has(entry.page) || file.Page(entry.page).size() <= 2 * help::ChmArchive::kMaxObject);
   }

@@ -9,7 +9,7 @@
 namespace kolvane::fuzz {
 namespace {
 
-constexpr std::uint32_t kOneWriteIn = 16;
+constexpr std::uint32_t kInputsPerWrite = 16;
 
 void CheckEntries(const device::AddressHistory& history) {
   for (const std::string& entry : history) {
@@ -60,7 +60,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   fuzz::Input input(data, size);
   const std::uint8_t kind = input.Byte() % 3;
   const std::string_view bytes = input.Rest();
-  const bool write = fuzz::Lot(bytes) % fuzz::kOneWriteIn == 0;
+  const bool write = fuzz::Hash(bytes) % fuzz::kInputsPerWrite == 0;
   const char* const files[] = {device::kIpHistoryFile, device::kUsbHistoryFile, device::kModemScriptFile};
   folder.Put(files[kind], bytes);
   if (kind == 0) fuzz::CheckIp(folder, write, std::string(input.Until('\n')));

@@ -11,7 +11,7 @@
 namespace kolvane::fuzz {
 namespace {
 
-constexpr std::uint32_t kOneRoundTripIn = 64;
+constexpr std::uint32_t kInputsPerRoundTrip = 64;
 
 /// The settings in a file's text, as the program's store returns them.
 class TextStore final : public component::SettingsStore {
@@ -47,9 +47,9 @@ bool Load(const component::SettingsStore& store, Record& record) {
 
 component::IniEntries Entries(const component::MemoryStore& store) {
   component::IniEntries entries;
-  for (const auto& [place, value] : store.values) {
-    const std::size_t separator = place.find('/');
-    entries[{place.substr(0, separator), place.substr(separator + 1)}] = value;
+  for (const auto& [location, value] : store.values) {
+    const std::size_t separator = location.find('/');
+    entries[{location.substr(0, separator), location.substr(separator + 1)}] = value;
   }
   return entries;
 }
@@ -61,7 +61,7 @@ void CheckRoundTrip(Record& record, std::string_view bytes) {
   const component::IniEntries entries = Entries(saved);
   const std::string merged = component::WithIniEntries(bytes, entries);
   const component::IniText again(merged);
-  for (const auto& [place, value] : entries) Require(again.Find(place.first, place.second) == value);
+  for (const auto& [location, value] : entries) Require(again.Find(location.first, location.second) == value);
   Require(component::WithIniEntries(merged, entries) == merged);
   Record second;
   Require(Load(TextStore(again), second));
@@ -84,7 +84,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   fuzz::CheckValue(bytes);
   const component::IniText text{std::string(bytes)};
   fuzz::Record record;
-  if (fuzz::Load(fuzz::TextStore(text), record) && fuzz::Lot(bytes) % fuzz::kOneRoundTripIn == 0)
+  if (fuzz::Load(fuzz::TextStore(text), record) && fuzz::Hash(bytes) % fuzz::kInputsPerRoundTrip == 0)
     fuzz::CheckRoundTrip(record, bytes);
   return 0;
 }

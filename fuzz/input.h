@@ -42,7 +42,7 @@ class Input {
 };
 
 /// A number that decides whether a run takes a costly step; the same for the same bytes.
-inline std::uint32_t Lot(std::string_view bytes) {
+inline std::uint32_t Hash(std::string_view bytes) {
   std::uint32_t hash = 2166136261u;
   for (const char c : bytes) hash = (hash ^ static_cast<std::uint8_t>(c)) * 16777619u;
   return hash >> 8;

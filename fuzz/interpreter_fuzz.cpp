@@ -6,7 +6,7 @@
 namespace kolvane::fuzz {
 namespace {
 
-constexpr int kMostLines = 24;
+constexpr int kMaxLines = 24;
 
 /// Resets what a run changes; the list has no rows to empty.
 void Reset(script::ScriptBench& bench) {
@@ -27,9 +27,9 @@ void CheckState(const script::InterpreterState& state) {
   Require(state.IfDepth >= 0);
 }
 
-void Do(script::ScriptBench& bench, std::string_view line) {
+void Execute(script::ScriptBench& bench, std::string_view line) {
   bench.prompt.errors.clear();
-  const bool done = bench.Do(line);
+  const bool done = bench.Execute(line);
   Require(bench.prompt.errors.size() == (done ? 0u : 1u));
   const int row = bench.list.current_row();
   Require(row >= 1 && row <= script::kListRows);
@@ -48,7 +48,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   fuzz::Input input(data, size);
   bench.device.last_result = static_cast<std::int8_t>(input.Byte());
   bench.terminal.last_answer.text = input.Until('\n');
-  for (int lines = 0; lines < fuzz::kMostLines && !input.empty(); ++lines)
-    fuzz::Do(bench, "$" + std::string(input.Until('\n')));
+  for (int lines = 0; lines < fuzz::kMaxLines && !input.empty(); ++lines)
+    fuzz::Execute(bench, "$" + std::string(input.Until('\n')));
   return 0;
 }

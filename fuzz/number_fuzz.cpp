@@ -16,7 +16,7 @@ namespace kolvane::fuzz {
 namespace {
 
 template <typename Convert>
-auto OrNothing(Convert convert) -> std::optional<decltype(convert())> {
+auto OrNullopt(Convert convert) -> std::optional<decltype(convert())> {
   try {
     return convert();
   } catch (const base::RuntimeError&) {
@@ -26,8 +26,8 @@ auto OrNothing(Convert convert) -> std::optional<decltype(convert())> {
 
 void CheckConversions(std::string_view text) {
   const auto whole = base::WholeTextNumber(text);
-  const auto small = OrNothing([&] { return base::TextToInt16(text); });
-  const auto large = OrNothing([&] { return base::TextToInt32(text); });
+  const auto small = OrNullopt([&] { return base::TextToInt16(text); });
+  const auto large = OrNullopt([&] { return base::TextToInt32(text); });
   Require(!std::isnan(base::LeadingNumber(text)) && !std::isnan(base::LeadingTypedNumber(text)));
   Require(!large || whole);
   Require(!small || (large && *small == *large));
@@ -56,7 +56,7 @@ void CheckEntries(std::string_view text) {
 }
 
 void CheckTerminators(std::string_view text) {
-  const auto terminator = OrNothing([&] { return terminal::ReceiveTerminator(text); });
+  const auto terminator = OrNullopt([&] { return terminal::ReceiveTerminator(text); });
   if (terminator && *terminator) {
     Require(IsUtf8(**terminator) && Characters(**terminator) <= 2);
     Require(terminal::SendTerminator(text) == **terminator);

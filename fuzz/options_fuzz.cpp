@@ -11,9 +11,9 @@ namespace {
 using Action = app::Options::Action;
 
 std::vector<std::string> Words(Input input) {
-  constexpr std::size_t kMostWords = 64;
+  constexpr std::size_t kMaxWords = 64;
   std::vector<std::string> words;
-  while (!input.empty() && words.size() < kMostWords) {
+  while (!input.empty() && words.size() < kMaxWords) {
     // No argument of a process holds a NUL.
     words.emplace_back(std::string(input.Until('\n')).c_str());
   }

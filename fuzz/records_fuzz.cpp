@@ -18,28 +18,29 @@ class StoppedClock final : public base::Clock {
 };
 
 /// An exchange with its answer as kept by the session.
-struct Asked {
+struct RecordedExchange {
   std::string command;
   terminal::LastAnswer answer;
   std::int32_t status = 0;
 };
 
-Asked Next(Input& input) {
+RecordedExchange Next(Input& input) {
   const std::uint8_t kind = input.Byte();
-  Asked asked{std::string(input.Until('\0')), {}, (kind & 1) != 0 ? -30 : 0};
+  RecordedExchange exchange{std::string(input.Until('\0')), {}, (kind & 1) != 0 ? -30 : 0};
   const std::string_view bytes = input.Until('\0');
-  asked.answer.text = base::FromDevice(bytes, (kind & 2) != 0);
-  if ((kind & 4) != 0) asked.answer.bytes = bytes;
-  return asked;
+  exchange.answer.text = base::FromDevice(bytes, (kind & 2) != 0);
+  if ((kind & 4) != 0) exchange.answer.bytes = bytes;
+  return exchange;
 }
 
 /// The lines written for all exchanges.
-std::vector<std::string> Records(const CommandRunOptions& options, const std::vector<Asked>& exchanges) {
+std::vector<std::string> Records(const CommandRunOptions& options,
+                                 const std::vector<RecordedExchange>& exchanges) {
   std::vector<std::string> lines;
-  const std::function<void(LineKind, const std::string&)> take = [&](LineKind, const std::string& line) {
+  const std::function<void(LineKind, const std::string&)> add_line = [&](LineKind, const std::string& line) {
     lines.push_back(line);
   };
-  headless::HostLines host(take);
+  headless::HostLines host(add_line);
   headless::Messages messages(-1, false, &host);
   headless::LinePane pane(-1, messages, {.shown = false});
   device::DeviceState device;
@@ -47,7 +48,7 @@ std::vector<std::string> Records(const CommandRunOptions& options, const std::ve
   const StoppedClock clock;
   headless::RecordWriter writer(options, device, answer, clock, pane);
   writer.Begin();
-  for (const Asked& each : exchanges) {
+  for (const RecordedExchange& each : exchanges) {
     answer = each.answer;
     device.last_result = each.status;
     writer.ExchangeEnded(each.command, {.answered = each.status == 0});
@@ -55,28 +56,28 @@ std::vector<std::string> Records(const CommandRunOptions& options, const std::ve
   return lines;
 }
 
-void CheckJson(const std::vector<Asked>& exchanges) {
+void CheckJson(const std::vector<RecordedExchange>& exchanges) {
   CommandRunOptions options;
   options.Format = AnswerFormat::kJson;
   const std::vector<std::string> lines = Records(options, exchanges);
   Require(lines.size() == exchanges.size());
   for (std::size_t i = 0; i < lines.size(); ++i) {
-    const Asked& asked = exchanges[i];
+    const RecordedExchange& exchange = exchanges[i];
     // For readers that read line by line.
     Require(lines[i].find('\n') == std::string::npos);
     const auto record = nlohmann::json::parse(lines[i]);
-    Require(record.size() == (asked.answer.bytes.empty() ? 5u : 6u));
-    Require(record["status"] == asked.status && record["answer"] == asked.answer.text);
+    Require(record.size() == (exchange.answer.bytes.empty() ? 5u : 6u));
+    Require(record["status"] == exchange.status && record["answer"] == exchange.answer.text);
     Require(record["command"].is_string() && record["time"].is_string() && record["fields"].is_array());
-    if (!asked.answer.bytes.empty())
-      Require(base::FromBase64(record["bytes"].get<std::string>()) == asked.answer.bytes);
-    Require(asked.status == 0 || record["fields"].empty());
+    if (!exchange.answer.bytes.empty())
+      Require(base::FromBase64(record["bytes"].get<std::string>()) == exchange.answer.bytes);
+    Require(exchange.status == 0 || record["fields"].empty());
     const bool split = !record["fields"].empty() && record["fields"].front().is_string();
-    if (split) Require(record["fields"] == nlohmann::json(asked.answer.Fields()));
+    if (split) Require(record["fields"] == nlohmann::json(exchange.answer.Fields()));
   }
 }
 
-void CheckCsv(const std::vector<Asked>& exchanges) {
+void CheckCsv(const std::vector<RecordedExchange>& exchanges) {
   CommandRunOptions options;
   options.Format = AnswerFormat::kCsv;
   std::string file;
@@ -91,7 +92,7 @@ void CheckCsv(const std::vector<Asked>& exchanges) {
 }
 
 // The same answers give numbers in both formats.
-void CheckNumbers(const std::vector<Asked>& exchanges, std::int32_t fields) {
+void CheckNumbers(const std::vector<RecordedExchange>& exchanges, std::int32_t fields) {
   CommandRunOptions options;
   options.Format = AnswerFormat::kCsv;
   options.Fields = fields;
@@ -121,7 +122,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   using namespace kolvane;
   fuzz::Input input(data, size);
   const std::int32_t fields = 1 + input.Byte() % 16;
-  std::vector<fuzz::Asked> exchanges;
+  std::vector<fuzz::RecordedExchange> exchanges;
   while (!input.empty()) exchanges.push_back(fuzz::Next(input));
   fuzz::CheckJson(exchanges);
   fuzz::CheckCsv(exchanges);

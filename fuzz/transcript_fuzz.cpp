@@ -15,7 +15,7 @@ using amplifier::Replay;
 // Nothing differs, and the instrument sends everything that it should.
 void Play(const Conversation& conversation, bool recorded_times) {
   std::string expected;
-  std::string said;
+  std::string sent;
   Replay::Clock::time_point now{};
   Replay replay(conversation, recorded_times, now);
   for (const amplifier::Utterance& each : conversation.utterances) {
@@ -26,12 +26,12 @@ void Play(const Conversation& conversation, bool recorded_times) {
       expected += each.bytes;
       if (const auto due = replay.Due(); due && *due > now) now = *due;
     }
-    said += replay.Say(now);
+    sent += replay.Say(now);
     Require(replay.difference().empty());
   }
-  if (const auto due = replay.Due()) said += replay.Say(*due);
+  if (const auto due = replay.Due()) sent += replay.Say(*due);
   Require(replay.hung_up() == replay.HangsUp());
-  Require(replay.over() && said == expected);
+  Require(replay.over() && sent == expected);
   replay.End();
   Require(replay.difference().empty());
 }

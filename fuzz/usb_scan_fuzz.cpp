@@ -10,11 +10,11 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace kolvane;
   constexpr std::size_t kField = 255;
-  constexpr std::size_t kMostSlots = 4;
+  constexpr std::size_t kMaxSlots = 4;
   static device::FakePortLibrary library;
   library.calls.clear();
   fuzz::Input input(data, size);
-  const std::size_t slots = input.Byte() % (kMostSlots + 1);
+  const std::size_t slots = input.Byte() % (kMaxSlots + 1);
   library.results["MaxUsbDevices"] = {static_cast<std::int32_t>(slots)};
   library.scan.clear();
   for (std::size_t field = 0; field < 2 * slots; ++field) {

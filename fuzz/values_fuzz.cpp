@@ -32,14 +32,14 @@ void RequireSame(const values::Row& row, const std::vector<std::string>& cells, 
 }
 
 // A file of the store's rows equals what was written for each row as it arrived.
-void CheckFile(const values::Store& store, const std::string& as_they_came, const CsvForm& form) {
+void CheckFile(const values::Store& store, const std::string& streamed, const CsvForm& form) {
   values::CsvWriter writer(form, store.fields());
   std::string written;
   writer.AppendHeader(written);
   const std::size_t head = written.size();
   values::RowReader reader(store);
   while (reader.row() < store.rows()) writer.Append(reader.Next(), written);
-  Require(written.substr(head) == as_they_came);
+  Require(written.substr(head) == streamed);
   const auto lines = values::ReadCsv(written, form.separator);
   Require(lines && lines->size() == store.rows() + 1 && lines->front().size() == store.fields() + 2);
   values::RowReader again(store);
@@ -61,12 +61,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   for (const values::CsvForm& form : {values::kCommaForm, values::kSemicolonForm}) {
     values::CsvWriter writer(form, store.fields());
-    std::string as_they_came;
+    std::string streamed;
     for (fuzz::Input input(data, size); !input.empty();) {
       const std::string_view command = input.Until('\0');
-      if (const auto row = maker.Make({}, command, input.Until('\0'))) writer.Append(*row, as_they_came);
+      if (const auto row = maker.Make({}, command, input.Until('\0'))) writer.Append(*row, streamed);
     }
-    fuzz::CheckFile(store, as_they_came, form);
+    fuzz::CheckFile(store, streamed, form);
   }
   return 0;
 }
