@@ -30,57 +30,57 @@ done
 zsh -n "$folder/_kolvane" || status=1
 
 . "$folder/kolvane.bash"
-# bash_gives LINE WORD...: the completions for LINE with the cursor at its end.
-bash_gives() {
+# bash_completes LINE WORD...: the completions for LINE with the cursor at its end.
+bash_completes() {
   COMP_LINE=$1 COMP_POINT=${#1}
   shift
   _kolvane
   same "bash: $COMP_LINE" "$*" "${COMPREPLY[*]-}"
 }
-bash_gives './kolvane --d' --demo
-bash_gives './kolvane ' --mode --demo --folder --help --version run send shell check ports dump decode help
-bash_gives './kolvane n' nacht.CMD
-bash_gives './kolvane --folder s' # no such folder
-bash_gives './kolvane --mode ' 2
-bash_gives './kolvane run ' listen nacht.CMD tag.cmd
-bash_gives './kolvane run --par' --parity
-bash_gives './kolvane run nacht.CMD --parity ' none even odd
-bash_gives './kolvane run --parity=e' even
-bash_gives './kolvane --folder run send --re' --receive-terminator --receive-mode --repeat --reconnect
-bash_gives './kolvane check ' listen nacht.CMD tag.cmd
-bash_gives './kolvane check nacht.CMD t' tag.cmd
-bash_gives './kolvane send *IDN? ' ''
-bash_gives './kolvane send --connect AS' ASRL1::INSTR ASRL2::INSTR ASRL/dev/ttyUSB7::INSTR
-bash_gives './kolvane send --connect ASRL1::' INSTR
-bash_gives './kolvane send X --repeat ' ''
-bash_gives './kolvane decode x.bin --repeat ' all
-bash_gives './kolvane shell --re' --receive-terminator --receive-mode --reconnect
-bash_gives './kolvane help ' ''
-bash_gives './kolvane send --connect=ASRL/dev/ttyUSB7:' :INSTR
-bash_gives './kolvane send --connect USB::' '' 4711
-bash_gives './kolvane send --connect GPIB' GPIB0::
-bash_gives './kolvane send --connect -'
-bash_gives './kolvane send --log b' bild.png
-bash_gives './kolvane send --transcript b' bild.png
-bash_gives './kolvane send --transcript-times ' all none
-bash_gives './kolvane ports --' ''
+bash_completes './kolvane --d' --demo
+bash_completes './kolvane ' --mode --demo --folder --help --version run send shell check ports dump decode help
+bash_completes './kolvane n' nacht.CMD
+bash_completes './kolvane --folder s' # no such folder
+bash_completes './kolvane --mode ' 2
+bash_completes './kolvane run ' listen nacht.CMD tag.cmd
+bash_completes './kolvane run --par' --parity
+bash_completes './kolvane run nacht.CMD --parity ' none even odd
+bash_completes './kolvane run --parity=e' even
+bash_completes './kolvane --folder run send --re' --receive-terminator --receive-mode --repeat --reconnect
+bash_completes './kolvane check ' listen nacht.CMD tag.cmd
+bash_completes './kolvane check nacht.CMD t' tag.cmd
+bash_completes './kolvane send *IDN? ' ''
+bash_completes './kolvane send --connect AS' ASRL1::INSTR ASRL2::INSTR ASRL/dev/ttyUSB7::INSTR
+bash_completes './kolvane send --connect ASRL1::' INSTR
+bash_completes './kolvane send X --repeat ' ''
+bash_completes './kolvane decode x.bin --repeat ' all
+bash_completes './kolvane shell --re' --receive-terminator --receive-mode --reconnect
+bash_completes './kolvane help ' ''
+bash_completes './kolvane send --connect=ASRL/dev/ttyUSB7:' :INSTR
+bash_completes './kolvane send --connect USB::' '' 4711
+bash_completes './kolvane send --connect GPIB' GPIB0::
+bash_completes './kolvane send --connect -'
+bash_completes './kolvane send --log b' bild.png
+bash_completes './kolvane send --transcript b' bild.png
+bash_completes './kolvane send --transcript-times ' all none
+bash_completes './kolvane ports --' ''
 
-# fish_gives LINE WORD...: the same for fish, without the descriptions
-fish_gives() {
+# fish_completes LINE WORD...: the same for fish, without the descriptions
+fish_completes() {
   local got
   got=$(fish --no-config -c "source $folder/kolvane.fish; complete -C '$1'" | cut -f 1 | sort | paste -sd ' ')
   same "fish: $1" "${*:2}" "$got"
 }
 export HOME=$scratch PATH=$scratch:$PATH
-fish_gives 'kolvane ' check decode dump help ports run send shell
-fish_gives 'kolvane nac' nacht.CMD
-fish_gives 'kolvane --mode ' 2
-fish_gives 'kolvane --d' --demo
-fish_gives 'kolvane run nacht.CMD --par' --parity
-fish_gives 'kolvane run --parity ' even none odd
-fish_gives 'kolvane run na' nacht.CMD
-fish_gives 'kolvane check na' nacht.CMD
-fish_gives 'kolvane send --connect ASRL/' ASRL/dev/ttyUSB7::INSTR
-fish_gives 'kolvane send --connect ASRL1' ASRL1::INSTR
-fish_gives 'kolvane send --connect GPIB' GPIB0::
+fish_completes 'kolvane ' check decode dump help ports run send shell
+fish_completes 'kolvane nac' nacht.CMD
+fish_completes 'kolvane --mode ' 2
+fish_completes 'kolvane --d' --demo
+fish_completes 'kolvane run nacht.CMD --par' --parity
+fish_completes 'kolvane run --parity ' even none odd
+fish_completes 'kolvane run na' nacht.CMD
+fish_completes 'kolvane check na' nacht.CMD
+fish_completes 'kolvane send --connect ASRL/' ASRL/dev/ttyUSB7::INSTR
+fish_completes 'kolvane send --connect ASRL1' ASRL1::INSTR
+fish_completes 'kolvane send --connect GPIB' GPIB0::
 exit "$status"

@@ -10,7 +10,7 @@ unset DISPLAY WAYLAND_DISPLAY KOLVANE_FOLDER KOLVANE_PORT_LIBRARY LD_LIBRARY_PAT
 export HOME=$scratch XDG_CONFIG_HOME=$scratch/config XDG_STATE_HOME=$scratch/state XDG_RUNTIME_DIR=$scratch QT_QPA_PLATFORM=offscreen
 
 # quietly COMMAND...: shows its output only if it fails.
-quietly() {
+run_quietly() {
   "$@" >"$scratch/log" 2>&1 || {
     cat "$scratch/log"
     exit 1
@@ -18,12 +18,12 @@ quietly() {
 }
 
 # The example, through the CMake package.
-quietly cmake -G Ninja -S "$example" -B "$scratch/build" -DCMAKE_PREFIX_PATH="$root/usr" -DCMAKE_BUILD_TYPE=Debug
-quietly cmake --build "$scratch/build"
+run_quietly cmake -G Ninja -S "$example" -B "$scratch/build" -DCMAKE_PREFIX_PATH="$root/usr" -DCMAKE_BUILD_TYPE=Debug
+run_quietly cmake --build "$scratch/build"
 for display in "" "$here/../gui/with_xvfb"; do
   for mode in 0 1; do
     $display "$scratch/build/cpp-host" --mode $mode --list "$example/exchange.CMD" >"$scratch/calls" 2>"$scratch/log" ||
-      quietly cat "$scratch/log"
+      run_quietly cat "$scratch/log"
     diff -u "$example/expected-$mode.txt" "$scratch/calls"
   done
 done
@@ -34,7 +34,7 @@ grep -q 'Kein Gerät mit dem Index 7' "$scratch/log"
 module=$(dirname "$(find "$prefix" -name kolvane.pc)")
 export PKG_CONFIG_PATH=$module
 # shellcheck disable=SC2046
-quietly "${CXX:-c++}" -std=c++20 "$here/headless_host.cpp" -o "$scratch/headless" $(pkg-config --cflags --libs kolvane)
+run_quietly "${CXX:-c++}" -std=c++20 "$here/headless_host.cpp" -o "$scratch/headless" $(pkg-config --cflags --libs kolvane)
 status=0
 "$scratch/headless" >"$scratch/folder" 2>"$scratch/log" || status=$?
 [ "$status" = 3 ] && [ "$(cat "$scratch/folder")" = "${module%/pkgconfig}/kolvane" ] &&

@@ -35,17 +35,17 @@ port=${line##*:}
 grep -q '^KOLVANE,' answers || fail "no answer to *IDN?: $(head -n 5 answers)"
 
 # asked_to_end PROGRAM ARGS...: SIGTERM is pending before it starts, so that the window closes at once.
-asked_to_end() {
+terminate_window() {
   env --block-signal=TERM sh -c 'kill -TERM $$; exec "$@"' sh "$@" >window 2>&1 || fail "$* ended with $?: $(cat window)"
 }
-asked_to_end "$kolvane"
-[ -s "$XDG_CONFIG_HOME/Kolvane/Kolvane.ini" ] || fail "the window left no settings behind"
-asked_to_end "$kolvane" --demo
-! ls -d "$TMPDIR"/kolvane-demo-* 2>/dev/null || fail "the demo left its folder behind"
+terminate_window "$kolvane"
+[ -s "$XDG_CONFIG_HOME/Kolvane/Kolvane.ini" ] || fail "the window saved no settings"
+terminate_window "$kolvane" --demo
+! ls -d "$TMPDIR"/kolvane-demo-* 2>/dev/null || fail "the demo did not remove its folder"
 
 # The files that the component and the desktop look for.
 for file in libkolvane.so.0 libkolvane-windows.so libdevlnk.so Terminal.chm TermCmdHelp.rtf demo.CMD KVA-1-KOPF.BNS; do
-  [ -s "$folder/$file" ] || fail "$file is missing beside the component"
+  [ -s "$folder/$file" ] || fail "$file is missing next to the component"
 done
 for program in kolvane kolvane-amplifier; do
   [ -s "$root/usr/share/man/man1/$program.1.gz" ] || fail "$program has no manual page"
