@@ -13,7 +13,7 @@
 namespace kolvane::amplifier {
 namespace {
 
-constexpr int kPatienceMs = 20'000;
+constexpr int kTimeoutMs = 20'000;
 
 template <typename Address>
 base::Descriptor ConnectTo(int family, const Address& address) {
@@ -51,7 +51,7 @@ Client Client::Pty(const std::string& path) {
 
 bool Client::WaitFor(short events) const {
   pollfd entry{descriptor(), events, 0};
-  return poll(&entry, 1, kPatienceMs) == 1;
+  return poll(&entry, 1, kTimeoutMs) == 1;
 }
 
 void Client::Send(std::string_view bytes) const {

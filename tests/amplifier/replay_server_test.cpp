@@ -25,7 +25,7 @@ constexpr char kTwoConnections[] =
 )";
 
 struct ReplayServerTest : testing::Test {
-  Options Of(const std::string& transcript) {
+  Options OptionsFor(const std::string& transcript) {
     base::WriteBytes(folder.Path("t"), transcript);
     Options options;
     options.tcp_port = 0;
@@ -47,7 +47,7 @@ constexpr char kTwoCommands[] = R"({"way":"out","bytes":"QQo="}
 
 TEST_F(ReplayServerTest, PlaysConnectionAfterConnectionAndEnds) {
   for (const bool recorded : {false, true}) {
-    Options options = Of(kTwoConnections);
+    Options options = OptionsFor(kTwoConnections);
     options.recorded_times = recorded;
     ReplayServer server(options);
     auto result = Run(server);
@@ -58,7 +58,7 @@ TEST_F(ReplayServerTest, PlaysConnectionAfterConnectionAndEnds) {
 }
 
 TEST_F(ReplayServerTest, ReturnsTheFirstDifference) {
-  ReplayServer server(Of(kTwoConnections));
+  ReplayServer server(OptionsFor(kTwoConnections));
   auto result = Run(server);
   EXPECT_EQ(Client::Tcp(server.Port()).Ask("A"), "a");
   const Client second = Client::Tcp(server.Port());
@@ -67,14 +67,14 @@ TEST_F(ReplayServerTest, ReturnsTheFirstDifference) {
 }
 
 TEST_F(ReplayServerTest, AConnectionThatEndsEarlyDiffers) {
-  ReplayServer server(Of(kTwoConnections));
+  ReplayServer server(OptionsFor(kTwoConnections));
   auto result = Run(server);
   Client::Tcp(server.Port()).Send("A");
   EXPECT_EQ(result.get(), folder.Path("t") + R"(:2: expected "A\n", got "A")");
 }
 
 TEST_F(ReplayServerTest, AConnectionWithoutACommandIsIgnored) {
-  ReplayServer server(Of(kTwoConnections));
+  ReplayServer server(OptionsFor(kTwoConnections));
   auto result = Run(server);
   EXPECT_TRUE(Client::Tcp(server.Port()));
   EXPECT_EQ(Client::Tcp(server.Port()).Ask("A"), "a");
@@ -83,7 +83,7 @@ TEST_F(ReplayServerTest, AConnectionWithoutACommandIsIgnored) {
 }
 
 TEST_F(ReplayServerTest, AStopInTheMiddleIsADifference) {
-  ReplayServer server(Of(kTwoCommands));
+  ReplayServer server(OptionsFor(kTwoCommands));
   auto result = Run(server);
   const Client client = Client::Tcp(server.Port());
   EXPECT_EQ(client.Ask("A"), "a");
@@ -92,7 +92,7 @@ TEST_F(ReplayServerTest, AStopInTheMiddleIsADifference) {
 }
 
 TEST_F(ReplayServerTest, OnASerialLineAllConnectionsAreOne) {
-  Options options = Of(kTwoConnections);
+  Options options = OptionsFor(kTwoConnections);
   options.tcp_port.reset();
   options.pty_link = folder.Path("line");
   ReplayServer server(options);
@@ -116,7 +116,7 @@ constexpr char kHungUp[] =
 )";
 
 TEST_F(ReplayServerTest, ClosesWhenTheInstrumentHasClosed) {
-  ReplayServer server(Of(kHungUp));
+  ReplayServer server(OptionsFor(kHungUp));
   auto result = Run(server);
   const Client first = Client::Tcp(server.Port());
   EXPECT_EQ(first.Ask("A"), "a");
@@ -128,7 +128,7 @@ TEST_F(ReplayServerTest, ClosesWhenTheInstrumentHasClosed) {
 }
 
 TEST_F(ReplayServerTest, OnASerialLineItHangsUpAndTheLinkNamesTheNextLine) {
-  Options options = Of(kHungUp);
+  Options options = OptionsFor(kHungUp);
   options.tcp_port.reset();
   options.pty_link = folder.Path("line");
   ReplayServer server(options);
@@ -152,7 +152,7 @@ std::string LongAnswer(int times) {
 }
 
 TEST_F(ReplayServerTest, ALongAnswerArrivesWhole) {
-  ReplayServer server(Of(LongAnswer(1'000'000)));
+  ReplayServer server(OptionsFor(LongAnswer(1'000'000)));
   auto result = Run(server);
   {
     const Client client = Client::Tcp(server.Port());
@@ -168,7 +168,7 @@ void Reset(const Client& client) {
 }
 
 TEST_F(ReplayServerTest, AResetBeforeTheNextCommandIsADifference) {
-  ReplayServer server(Of(kTwoCommands));
+  ReplayServer server(OptionsFor(kTwoCommands));
   auto result = Run(server);
   {
     const Client client = Client::Tcp(server.Port());
@@ -179,7 +179,7 @@ TEST_F(ReplayServerTest, AResetBeforeTheNextCommandIsADifference) {
 }
 
 TEST_F(ReplayServerTest, AnAnswerThatNobodyReadsBlocksNothing) {
-  ReplayServer server(Of(LongAnswer(4'000'000)));
+  ReplayServer server(OptionsFor(LongAnswer(4'000'000)));
   auto result = Run(server);
   {
     const Client client = Client::Tcp(server.Port());
@@ -200,9 +200,9 @@ TEST_F(ReplayServerTest, WithoutATranscriptThereIsNoServer) {
     return std::string();
   };
   const std::string file = folder.Path("t");
-  EXPECT_EQ(failure(Of("no")), file + ":1: no line of a transcript: no JSON");
-  EXPECT_EQ(failure(Of("")), file + ": nothing was said in this transcript");
-  Options options = Of("");
+  EXPECT_EQ(failure(OptionsFor("no")), file + ":1: no line of a transcript: no JSON");
+  EXPECT_EQ(failure(OptionsFor("")), file + ": nothing was said in this transcript");
+  Options options = OptionsFor("");
   options.replay = folder.Path("none");
   EXPECT_EQ(failure(options), "cannot read " + folder.Path("none") + ": No such file or directory");
 }

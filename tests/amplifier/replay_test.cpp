@@ -12,11 +12,11 @@ const Time kStart{std::chrono::hours(1)};
 
 Time After(int ms) { return kStart + milliseconds(ms); }
 
-const Conversation kTalk{
+const Conversation kConversation{
     0.0, {{true, "A\n", 1.0, 2}, {false, "a\r\n", 1.25, 3}, {false, "b\r\n", 2.0, 4}, {true, "C\n", 2.5, 5}}};
 
 TEST(Replay, AnswersAtOnceAsRecorded) {
-  Replay replay(kTalk, false, kStart);
+  Replay replay(kConversation, false, kStart);
   EXPECT_FALSE(replay.Due());
   EXPECT_EQ(replay.Say(After(5)), "");
   replay.Take("A", After(10));
@@ -32,7 +32,7 @@ TEST(Replay, AnswersAtOnceAsRecorded) {
 }
 
 TEST(Replay, AnswersAfterTheRecordedTimes) {
-  Replay replay(kTalk, true, kStart);
+  Replay replay(kConversation, true, kStart);
   replay.Take("A\n", After(50));
   EXPECT_EQ(replay.Due(), After(300));
   EXPECT_EQ(replay.Say(After(299)), "");
@@ -43,21 +43,21 @@ TEST(Replay, AnswersAfterTheRecordedTimes) {
 }
 
 TEST(Replay, WithoutTimesNothingWaits) {
-  const Conversation talk{{}, {{true, "A", {}, 1}, {false, "a", {}, 2}, {false, "b", 7.0, 3}}};
-  Replay replay(talk, true, kStart);
+  const Conversation conversation{{}, {{true, "A", {}, 1}, {false, "a", {}, 2}, {false, "b", 7.0, 3}}};
+  Replay replay(conversation, true, kStart);
   replay.Take("A", After(1));
   EXPECT_EQ(replay.Say(After(1)), "ab");
 }
 
 TEST(Replay, TimesThatRunBackwardsAreIgnored) {
-  const Conversation talk{5.0, {{false, "a", 4.0, 1}}};
-  Replay replay(talk, true, kStart);
+  const Conversation conversation{5.0, {{false, "a", 4.0, 1}}};
+  Replay replay(conversation, true, kStart);
   EXPECT_EQ(replay.Due(), kStart);
 }
 
 TEST(Replay, TheInstrumentMaySendFirst) {
-  const Conversation talk{0.0, {{false, "hello\r\n", 0.5, 2}}};
-  Replay replay(talk, true, kStart);
+  const Conversation conversation{0.0, {{false, "hello\r\n", 0.5, 2}}};
+  Replay replay(conversation, true, kStart);
   EXPECT_EQ(replay.Due(), After(500));
   EXPECT_EQ(replay.Say(After(500)), "hello\r\n");
   EXPECT_TRUE(replay.over());
@@ -65,7 +65,7 @@ TEST(Replay, TheInstrumentMaySendFirst) {
 }
 
 TEST(Replay, ACommandThatComesEarlyIsComparedInItsTurn) {
-  Replay replay(kTalk, true, kStart);
+  Replay replay(kConversation, true, kStart);
   replay.Take("A\nC\n", After(0));
   EXPECT_FALSE(replay.over());
   EXPECT_EQ(replay.Say(After(1000)), "a\r\nb\r\n");
@@ -74,7 +74,7 @@ TEST(Replay, ACommandThatComesEarlyIsComparedInItsTurn) {
 }
 
 TEST(Replay, NamesTheFirstCommandThatDiffers) {
-  Replay replay(kTalk, false, kStart);
+  Replay replay(kConversation, false, kStart);
   replay.Take("A\nX\xFF\x01\nY\n", kStart);
   EXPECT_EQ(replay.difference(), "") << "its turn has not come";
   EXPECT_EQ(replay.Say(kStart), "a\r\nb\r\n");
@@ -83,32 +83,32 @@ TEST(Replay, NamesTheFirstCommandThatDiffers) {
 }
 
 TEST(Replay, ADifferenceIsFoundAtItsByte) {
-  Replay replay(kTalk, false, kStart);
+  Replay replay(kConversation, false, kStart);
   replay.Take("A\r", kStart);
   EXPECT_EQ(replay.difference(), R"(2: expected "A\n", got "A\r")");
 }
 
 TEST(Replay, AnExtraCommandDiffers) {
-  const Conversation talk{0.0, {{true, "A\n", 1.0, 2}}};
-  Replay replay(talk, false, kStart);
+  const Conversation conversation{0.0, {{true, "A\n", 1.0, 2}}};
+  Replay replay(conversation, false, kStart);
   replay.Take("A\nB\n", kStart);
   EXPECT_EQ(replay.difference(), R"(2: expected nothing, got "B\n")");
 }
 
 TEST(Replay, AMissingCommandDiffers) {
-  Replay replay(kTalk, true, kStart);
+  Replay replay(kConversation, true, kStart);
   replay.Take("A\n", kStart);
   replay.End();
   EXPECT_EQ(replay.difference(), R"(5: expected "C\n", got nothing)");
-  Replay half(kTalk, true, kStart);
+  Replay half(kConversation, true, kStart);
   half.Take("A", kStart);
   half.End();
   EXPECT_EQ(half.difference(), R"(2: expected "A\n", got "A")");
 }
 
 TEST(Replay, AnswersThatNobodyAwaitsMayBeLeftOut) {
-  const Conversation talk{0.0, {{true, "A\n", 1.0, 2}, {false, "a", 9.0, 3}}};
-  Replay replay(talk, true, kStart);
+  const Conversation conversation{0.0, {{true, "A\n", 1.0, 2}, {false, "a", 9.0, 3}}};
+  Replay replay(conversation, true, kStart);
   replay.Take("A\n", kStart);
   replay.End();
   EXPECT_EQ(replay.difference(), "");

@@ -16,7 +16,7 @@ Instrument::~Instrument() {
 
 void Instrument::Serve() {
   for (int peer; (peer = listener_.Accept()) >= 0;) {
-    Talk(peer);
+    ServeConnection(peer);
     close(peer);
     const std::lock_guard lock(mutex_);
     closed_ = true;
@@ -24,7 +24,7 @@ void Instrument::Serve() {
   }
 }
 
-void Instrument::Talk(int peer) {
+void Instrument::ServeConnection(int peer) {
   std::string line;
   for (char c = 0; recv(peer, &c, 1, 0) == 1;) {
     if (c != '\n') {

@@ -34,7 +34,7 @@ class Instrument {
 
  private:
   void Serve();
-  void Talk(int peer);
+  void ServeConnection(int peer);
 
   const Reply reply_;
   const base::Listener listener_;

@@ -78,8 +78,8 @@ TEST(HelpPages, TheCallsThatTheyShowAreValid) {
     const std::string html{std::istreambuf_iterator<char>(file), {}};
     constexpr std::string_view kBegin = "<pre class=\"aufruf\">";
     for (std::size_t at = html.find(kBegin); at != std::string::npos; at = html.find(kBegin, at + 1)) {
-      const std::size_t begin = at + kBegin.size();
-      EXPECT_EQ(Parse(WordsOf(html.substr(begin, html.find("</pre>", begin) - begin))).error, "") << entry;
+      const std::size_t start = at + kBegin.size();
+      EXPECT_EQ(Parse(WordsOf(html.substr(start, html.find("</pre>", start) - start))).error, "") << entry;
       ++calls;
     }
   }

@@ -29,7 +29,7 @@ void ExpectNoDisplay(const std::map<std::string, std::string>& environment,
   EXPECT_EQ(outcome.err, "kolvane: " + text + "\n");
 }
 
-bool QtSpeaksWayland() {
+bool QtSupportsWayland() {
   const auto folder = QDir(QLibraryInfo::path(QLibraryInfo::PluginsPath) + QStringLiteral("/platforms"));
   return !folder.entryList({QStringLiteral("libqwayland*")}).isEmpty();
 }
@@ -49,7 +49,7 @@ TEST(NoWindow, NobodyAnswersUnderTheNameOfADisplay) {
 }
 
 TEST(NoWindow, ACompositorThatQtDoesNotSupportIsNamed) {
-  if (QtSpeaksWayland()) GTEST_SKIP() << "Qt speaks Wayland here";
+  if (QtSupportsWayland()) GTEST_SKIP() << "Qt supports Wayland here";
   const base::TempFolder folder;
   const base::Descriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
   sockaddr_un address{AF_UNIX, {}};
@@ -58,9 +58,9 @@ TEST(NoWindow, ACompositorThatQtDoesNotSupportIsNamed) {
   const std::map<std::string, std::string> session = {{"WAYLAND_DISPLAY", "wayland-0"},
                                                       {"XDG_RUNTIME_DIR", folder.path()}};
   ExpectNoDisplay(session, kNoWayland);
-  auto x_alone = session;
-  x_alone["QT_QPA_PLATFORM"] = "xcb";
-  ExpectNoDisplay(x_alone);
+  auto only_x = session;
+  only_x["QT_QPA_PLATFORM"] = "xcb";
+  ExpectNoDisplay(only_x);
 }
 
 TEST(NoWindow, TheHelpExplainsTheseMessages) {

@@ -15,12 +15,12 @@
 
 namespace kolvane::app {
 
-Program::Program(std::vector<std::string> arguments, const Surroundings& surroundings) {
-  arguments.insert(arguments.begin(), surroundings.program);
-  arguments.insert(arguments.begin(), surroundings.wrapper.begin(), surroundings.wrapper.end());
+Program::Program(std::vector<std::string> arguments, const LaunchOptions& options) {
+  arguments.insert(arguments.begin(), options.program);
+  arguments.insert(arguments.begin(), options.wrapper.begin(), options.wrapper.end());
   child_ = fork();
   if (child_ < 0) throw std::runtime_error("fork");
-  if (child_ == 0) Execute(arguments, surroundings);
+  if (child_ == 0) Execute(arguments, options);
 }
 
 Program::~Program() {
@@ -29,15 +29,15 @@ Program::~Program() {
   waitpid(child_, nullptr, 0);
 }
 
-void Program::Execute(std::vector<std::string>& words, const Surroundings& surroundings) const {
+void Program::Execute(std::vector<std::string>& words, const LaunchOptions& options) const {
   for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) unsetenv(name);
   for (const char* name : {"XDG_CONFIG_HOME", "XDG_STATE_HOME"}) setenv(name, "/nonexistent", 1);
   setenv("LSAN_OPTIONS", "print_suppressions=0:suppressions=" KOLVANE_LEAKS, 1);
-  for (const auto& [name, value] : surroundings.environment) setenv(name.c_str(), value.c_str(), 1);
-  if (!surroundings.folder.empty() && chdir(surroundings.folder.c_str()) != 0) _exit(126);
-  dup2(surroundings.output >= 0 ? surroundings.output : out_.fd(), STDOUT_FILENO);
+  for (const auto& [name, value] : options.environment) setenv(name.c_str(), value.c_str(), 1);
+  if (!options.folder.empty() && chdir(options.folder.c_str()) != 0) _exit(126);
+  dup2(options.output >= 0 ? options.output : out_.fd(), STDOUT_FILENO);
   dup2(err_.fd(), STDERR_FILENO);
-  if (surroundings.input >= 0) dup2(surroundings.input, STDIN_FILENO);
+  if (options.input >= 0) dup2(options.input, STDIN_FILENO);
   std::vector<char*> argv;
   for (std::string& word : words) argv.push_back(word.data());
   argv.push_back(nullptr);

@@ -18,7 +18,7 @@ struct Outcome {
 };
 
 /// What a program is started with.
-struct Surroundings {
+struct LaunchOptions {
   std::string folder = {};  ///< current folder; empty: the test's
   std::map<std::string, std::string> environment = {};
   int output = -1;                        ///< standard output; -1: captured
@@ -30,7 +30,7 @@ struct Surroundings {
 /// The real program as a child process, without a display and with its own settings.
 class Program {
  public:
-  explicit Program(std::vector<std::string> arguments, const Surroundings& surroundings = {});
+  explicit Program(std::vector<std::string> arguments, const LaunchOptions& options = {});
   ~Program();
   Program(const Program&) = delete;
   Program& operator=(const Program&) = delete;
@@ -46,15 +46,15 @@ class Program {
   Outcome Wait();
 
  private:
-  [[noreturn]] void Execute(std::vector<std::string>& words, const Surroundings& surroundings) const;
+  [[noreturn]] void Execute(std::vector<std::string>& words, const LaunchOptions& options) const;
 
   base::CapturedOutput out_;
   base::CapturedOutput err_;
   pid_t child_ = -1;
 };
 
-inline Outcome RunProgram(std::vector<std::string> arguments, const Surroundings& surroundings = {}) {
-  return Program(std::move(arguments), surroundings).Wait();
+inline Outcome RunProgram(std::vector<std::string> arguments, const LaunchOptions& options = {}) {
+  return Program(std::move(arguments), options).Wait();
 }
 
 }  // namespace kolvane::app

@@ -8,7 +8,7 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-CommandRunOptions Given(Words options) {
+CommandRunOptions ParseRun(Words options) {
   options.insert(options.begin(), {"send", "X"});
   const Options parsed = Parse(options);
   EXPECT_EQ(parsed.error, "");
@@ -52,18 +52,18 @@ TEST(RunOptions, ASingleDashIsStandardInput) {
 }
 
 TEST(RunOptions, TakeRepetitions) {
-  EXPECT_FALSE(Given({}).Repeat || Given({}).EveryMs);
-  EXPECT_EQ(Given({"--repeat", "3"}).Repeat, 3);
-  EXPECT_EQ(Given({"--every", "2147483647"}).EveryMs, 2147483647);
+  EXPECT_FALSE(ParseRun({}).Repeat || ParseRun({}).EveryMs);
+  EXPECT_EQ(ParseRun({"--repeat", "3"}).Repeat, 3);
+  EXPECT_EQ(ParseRun({"--every", "2147483647"}).EveryMs, 2147483647);
   EXPECT_EQ(Refusal({"--repeat", "0"}), "--repeat takes a number of times from 1, not '0'");
   EXPECT_EQ(Refusal({"--every", "0"}), "--every takes a number of milliseconds from 1, not '0'");
 }
 
 TEST(RunOptions, TakeATranscript) {
-  const CommandRunOptions run = Given({"--transcript", "t", "--transcript-times", "none"});
+  const CommandRunOptions run = ParseRun({"--transcript", "t", "--transcript-times", "none"});
   EXPECT_EQ(run.Transcript, "t");
   EXPECT_FALSE(run.TranscriptTimes);
-  EXPECT_TRUE(Given({"--transcript-times", "all"}).TranscriptTimes);
+  EXPECT_TRUE(ParseRun({"--transcript-times", "all"}).TranscriptTimes);
   EXPECT_EQ(Refusal({"--transcript-times", "some"}), "--transcript-times takes all or none, not 'some'");
   EXPECT_EQ(Refusal({"--transcript", ""}), "--transcript takes a file, not ''");
 }
@@ -88,7 +88,7 @@ TEST(RunOptions, HelpIsTakenHereToo) {
 }
 
 TEST(RunOptions, NothingIsSetUnlessGiven) {
-  const CommandRunOptions run = Given({});
+  const CommandRunOptions run = ParseRun({});
   EXPECT_EQ(run.Connect, "");
   EXPECT_EQ(run.LogFile, "");
   EXPECT_FALSE(run.Baud || run.Parity || run.DataBits || run.StopBits || run.TimeoutMs ||
@@ -98,13 +98,13 @@ TEST(RunOptions, NothingIsSetUnlessGiven) {
 
 TEST(RunOptions, TakeTheLineParameters) {
   const CommandRunOptions run =
-      Given({"--baud=115200", "--parity", "ODD", "--data-bits", "7", "--stop-bits", "2"});
+      ParseRun({"--baud=115200", "--parity", "ODD", "--data-bits", "7", "--stop-bits", "2"});
   EXPECT_EQ(run.Baud, 115200);
   EXPECT_EQ(run.Parity, SerialParity::kOdd);
   EXPECT_EQ(run.DataBits, 7);
   EXPECT_EQ(run.StopBits, 2);
-  EXPECT_EQ(Given({"--parity", "none"}).Parity, SerialParity::kNone);
-  EXPECT_EQ(Given({"--parity", "even"}).Parity, SerialParity::kEven);
+  EXPECT_EQ(ParseRun({"--parity", "none"}).Parity, SerialParity::kNone);
+  EXPECT_EQ(ParseRun({"--parity", "even"}).Parity, SerialParity::kEven);
   EXPECT_EQ(Refusal({"--baud", "0"}), "--baud takes a rate, not '0'");
   EXPECT_EQ(Refusal({"--parity", "mark"}), "--parity takes none, even or odd, not 'mark'");
   EXPECT_EQ(Refusal({"--data-bits", "6"}), "--data-bits takes 7 or 8, not '6'");
@@ -112,20 +112,20 @@ TEST(RunOptions, TakeTheLineParameters) {
 }
 
 TEST(RunOptions, TakeTimeouts) {
-  EXPECT_EQ(Given({"--timeout", "0"}).TimeoutMs, 0);
-  EXPECT_EQ(Given({"--timeout", "2147483647"}).TimeoutMs, 2147483647);
+  EXPECT_EQ(ParseRun({"--timeout", "0"}).TimeoutMs, 0);
+  EXPECT_EQ(ParseRun({"--timeout", "2147483647"}).TimeoutMs, 2147483647);
   for (const char* value : {"-1", "2147483648", "", "1s"})
     EXPECT_EQ(Refusal({"--timeout", value}),
               "--timeout takes a number of milliseconds, not '" + std::string(value) + "'");
 }
 
 TEST(RunOptions, TakeTerminators) {
-  EXPECT_EQ(Given({"--send-terminator", "LF"}).SendTerminator, "\n");
-  EXPECT_EQ(Given({"--send-terminator", "cr"}).SendTerminator, "\r");
-  EXPECT_EQ(Given({"--receive-terminator", "CRLF"}).ReceiveTerminator, "\r\n");
-  EXPECT_EQ(Given({"--receive-terminator", "None"}).ReceiveTerminator, "");
-  EXPECT_EQ(Given({"--receive-terminator", "0"}).ReceiveTerminator, std::string(1, '\0'));
-  EXPECT_EQ(Given({"--receive-terminator", "255"}).ReceiveTerminator, "\xFF");
+  EXPECT_EQ(ParseRun({"--send-terminator", "LF"}).SendTerminator, "\n");
+  EXPECT_EQ(ParseRun({"--send-terminator", "cr"}).SendTerminator, "\r");
+  EXPECT_EQ(ParseRun({"--receive-terminator", "CRLF"}).ReceiveTerminator, "\r\n");
+  EXPECT_EQ(ParseRun({"--receive-terminator", "None"}).ReceiveTerminator, "");
+  EXPECT_EQ(ParseRun({"--receive-terminator", "0"}).ReceiveTerminator, std::string(1, '\0'));
+  EXPECT_EQ(ParseRun({"--receive-terminator", "255"}).ReceiveTerminator, "\xFF");
   for (const char* value : {"256", "-1", ";", ""})
     EXPECT_EQ(Refusal({"--send-terminator", value}),
               "--send-terminator takes LF, CR, CRLF, NONE or a character code from 0 to 255, not '" +
@@ -133,27 +133,27 @@ TEST(RunOptions, TakeTerminators) {
 }
 
 TEST(RunOptions, TakeReceiveModes) {
-  EXPECT_EQ(Given({"--receive-mode", "terminator"}).ReceiveMode, AnswerEnd::kTerminator);
-  EXPECT_EQ(Given({"--receive-mode", "auto"}).ReceiveMode, AnswerEnd::kGap);
-  EXPECT_EQ(Given({"--receive-mode", "count"}).ReceiveMode, AnswerEnd::kCount);
+  EXPECT_EQ(ParseRun({"--receive-mode", "terminator"}).ReceiveMode, AnswerEnd::kTerminator);
+  EXPECT_EQ(ParseRun({"--receive-mode", "auto"}).ReceiveMode, AnswerEnd::kGap);
+  EXPECT_EQ(ParseRun({"--receive-mode", "count"}).ReceiveMode, AnswerEnd::kCount);
   EXPECT_EQ(Refusal({"--receive-mode", "gap"}), "--receive-mode takes terminator, auto or count, not 'gap'");
 }
 
 TEST(RunOptions, ACountIsAReceiveMode) {
-  EXPECT_EQ(Given({"--count", "1025"}).Count, 1025);
-  EXPECT_EQ(Given({"--count", "0"}).ReceiveMode, AnswerEnd::kCount);
+  EXPECT_EQ(ParseRun({"--count", "1025"}).Count, 1025);
+  EXPECT_EQ(ParseRun({"--count", "0"}).ReceiveMode, AnswerEnd::kCount);
   EXPECT_EQ(Refusal({"--count", "1026"}), "--count takes a number of bytes from 0 to 1025, not '1026'");
   EXPECT_EQ(Refusal({"--count", "5", "--receive-mode", "auto"}), "--count needs --receive-mode count");
   EXPECT_EQ(Refusal({"--binary", "--receive-mode", "terminator"}),
             "--binary needs --receive-mode auto or count");
-  EXPECT_TRUE(Given({"--binary", "--count", "5"}).Binary);
+  EXPECT_TRUE(ParseRun({"--binary", "--count", "5"}).Binary);
 }
 
 TEST(RunOptions, TakeTheFormatOfAnswers) {
-  EXPECT_EQ(Given({}).Format, AnswerFormat::kText);
-  EXPECT_EQ(Given({"--format", "text"}).Format, AnswerFormat::kText);
-  EXPECT_EQ(Given({"--format", "JSON"}).Format, AnswerFormat::kJson);
-  EXPECT_EQ(Given({"--format", "csv", "--fields", "8192"}).Fields, 8192);
+  EXPECT_EQ(ParseRun({}).Format, AnswerFormat::kText);
+  EXPECT_EQ(ParseRun({"--format", "text"}).Format, AnswerFormat::kText);
+  EXPECT_EQ(ParseRun({"--format", "JSON"}).Format, AnswerFormat::kJson);
+  EXPECT_EQ(ParseRun({"--format", "csv", "--fields", "8192"}).Fields, 8192);
   EXPECT_EQ(Refusal({"--format", "xml"}), "--format takes text, csv or json, not 'xml'");
   EXPECT_EQ(Refusal({"--format", "csv", "--fields", "0"}),
             "--fields takes a number of columns from 1 to 8192, not '0'");
@@ -164,7 +164,7 @@ TEST(RunOptions, TakeTheFormatOfAnswers) {
 }
 
 TEST(RunOptions, TakeTheChoiceOfOutputAndLog) {
-  const CommandRunOptions run = Given({"--show-commands", "--show-times", "--log", "a b.LOG"});
+  const CommandRunOptions run = ParseRun({"--show-commands", "--show-times", "--log", "a b.LOG"});
   EXPECT_TRUE(run.ShowCommands);
   EXPECT_TRUE(run.ShowTimes);
   EXPECT_EQ(run.LogFile, "a b.LOG");
@@ -182,15 +182,15 @@ TEST(RunOptions, RefuseInOneLine) {
 }
 
 TEST(RunOptions, AdditionsAreOffUntilAskedFor) {
-  const CommandRunOptions usual = Given({});
-  EXPECT_FALSE(usual.Flush || usual.QueriesOnly || usual.Blocks || usual.Reconnect || usual.Utf8 ||
-               usual.TimeStamps);
-  EXPECT_TRUE(usual.DeviceWords && usual.ErrorLines);
-  const CommandRunOptions all = Given({"--flush", "--answers", "queries", "--blocks", "--no-device-words",
-                                       "--reconnect", "--utf8", "--no-errors", "--timestamps"});
+  const CommandRunOptions defaults = ParseRun({});
+  EXPECT_FALSE(defaults.Flush || defaults.QueriesOnly || defaults.Blocks || defaults.Reconnect ||
+               defaults.Utf8 || defaults.TimeStamps);
+  EXPECT_TRUE(defaults.DeviceWords && defaults.ErrorLines);
+  const CommandRunOptions all = ParseRun({"--flush", "--answers", "queries", "--blocks", "--no-device-words",
+                                          "--reconnect", "--utf8", "--no-errors", "--timestamps"});
   EXPECT_TRUE(all.Flush && all.QueriesOnly && all.Blocks && all.Reconnect && all.Utf8 && all.TimeStamps);
   EXPECT_FALSE(all.DeviceWords || all.ErrorLines);
-  EXPECT_FALSE(Given({"--answers", "always"}).QueriesOnly);
+  EXPECT_FALSE(ParseRun({"--answers", "always"}).QueriesOnly);
   EXPECT_EQ(Refusal({"--answers", "never"}), "--answers takes always or queries, not 'never'");
 }
 

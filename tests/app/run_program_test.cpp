@@ -210,10 +210,10 @@ TEST_F(RunProgramTest, TheStoredConnectionIsUsedAndNotChanged) {
   const std::string text = "[PORT]\nPORT=8\nIPADDRESS=127.0.0.1\nIPPORT=" + std::to_string(amplifier.Port()) +
                            "\n[TERMINAL]\nRCVMODE=1\nRCVTERM=\nSHOWCOMMANDS=-1\n";
   base::WriteBytes(settings, text);
-  const Surroundings surroundings{.environment = {{"XDG_CONFIG_HOME", folder.Path("")}}};
-  ExpectDone(RunProgram({"send", "HEX? 41", "--timeout", "1000"}, surroundings), "A\n");
-  ExpectDone(RunProgram({"send", "ECHO a", "--receive-mode", "terminator"}, surroundings), "a\n");
-  ExpectDone(RunProgram({"run", List("HEX? 41\r\n"), "--folder", folder.Path("")}, surroundings), "A\n");
+  const LaunchOptions options{.environment = {{"XDG_CONFIG_HOME", folder.Path("")}}};
+  ExpectDone(RunProgram({"send", "HEX? 41", "--timeout", "1000"}, options), "A\n");
+  ExpectDone(RunProgram({"send", "ECHO a", "--receive-mode", "terminator"}, options), "a\n");
+  ExpectDone(RunProgram({"run", List("HEX? 41\r\n"), "--folder", folder.Path("")}, options), "A\n");
   EXPECT_EQ(base::ReadBytes(settings), text);
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path("Kolvane")), {}), 1);
 }
@@ -296,7 +296,7 @@ TEST_F(RunProgramTest, ASerialPortClosedAtOpeningIsNoConnection) {
 }
 
 TEST_F(RunProgramTest, ALibraryThatTakesNoNodeIsNoConnection) {
-  const Surroundings plain = {.environment = {{"KOLVANE_PORT_LIBRARY", KOLVANE_PLAIN_LIBRARY}}};
+  const LaunchOptions plain = {.environment = {{"KOLVANE_PORT_LIBRARY", KOLVANE_PLAIN_LIBRARY}}};
   const Outcome outcome = RunProgram({"send", "A", "--connect", "ASRL/dev/ttyUSB0::INSTR"}, plain);
   EXPECT_EQ(outcome.status, 3);
   EXPECT_EQ(outcome.out, "");
@@ -323,7 +323,7 @@ class DemoTest : public RunProgramTest {
   }
 
   // Without a runtime folder, Qt creates one below TMPDIR and reports what the platform lacks.
-  Surroundings Offscreen() const {
+  LaunchOptions Offscreen() const {
     return {.folder = folder.Path("current"),
             .environment = {{"QT_QPA_PLATFORM", "offscreen"},
                             {"QT_LOGGING_RULES", "default.warning=false"},

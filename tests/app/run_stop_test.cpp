@@ -31,9 +31,9 @@ struct RunStopTest : testing::Test {
 class StoppedBySignalTest : public RunStopTest, public testing::WithParamInterface<int> {};
 
 TEST_P(StoppedBySignalTest, TheCurrentRowIsGivenUpAndTheRunEnds) {
-  std::latch over(1);
+  std::latch finished(1);
   Instrument instrument([&](const std::string& line) {
-    if (line == "B") over.wait();
+    if (line == "B") finished.wait();
     return Echo(line);
   });
   std::vector<std::string> words = Words("A\nB\nC\n", instrument);
@@ -42,7 +42,7 @@ TEST_P(StoppedBySignalTest, TheCurrentRowIsGivenUpAndTheRunEnds) {
   instrument.AwaitLines(2);
   program.Signal(GetParam());
   const Outcome outcome = program.Wait();
-  over.count_down();
+  finished.count_down();
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.out, "A\n-60\n");
   EXPECT_EQ(outcome.err, "kolvane: -60: abgebrochen\nkolvane: Der Ablauf wurde abgebrochen.\n");
@@ -54,9 +54,9 @@ TEST_P(StoppedBySignalTest, TheCurrentRowIsGivenUpAndTheRunEnds) {
 INSTANTIATE_TEST_SUITE_P(Signals, StoppedBySignalTest, testing::Values(SIGINT, SIGTERM, SIGHUP));
 
 TEST_F(RunStopTest, ASignalThatItsStarterIgnoresStaysIgnored) {
-  std::latch over(1);
+  std::latch finished(1);
   Instrument instrument([&](const std::string& line) {
-    if (line == "B") over.wait();
+    if (line == "B") finished.wait();
     return Echo(line);
   });
   Program program(Words("A\nB\nC\n", instrument),
@@ -65,22 +65,22 @@ TEST_F(RunStopTest, ASignalThatItsStarterIgnoresStaysIgnored) {
   program.Signal(SIGINT);
   program.Signal(SIGTERM);
   const Outcome outcome = program.Wait();
-  over.count_down();
+  finished.count_down();
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.err, "kolvane: -60: abgebrochen\nkolvane: Der Ablauf wurde abgebrochen.\n");
 }
 
 TEST_F(RunStopTest, CommandsAreStoppedTheSameWay) {
-  std::latch over(1);
+  std::latch finished(1);
   Instrument instrument([&](const std::string& line) {
-    over.wait();
+    finished.wait();
     return Echo(line);
   });
   Program program({"send", "A", "B", "--connect", instrument.Resource(), "--timeout", "60000"});
   instrument.AwaitLines(1);
   program.Signal(SIGINT);
   const Outcome outcome = program.Wait();
-  over.count_down();
+  finished.count_down();
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.out, "-60\n");
 }
@@ -95,7 +95,7 @@ TEST_F(RunStopTest, DiallingIsGivenUp) {
   modem.AwaitLines(1);
   program.Signal(SIGTERM);
   program.AwaitHandled(SIGTERM);
-  modem.Say("OK\r\n");
+  modem.SendUnasked("OK\r\n");
   const Outcome outcome = program.Wait();
   EXPECT_EQ(outcome.status, 3) << "no connection was made";
   EXPECT_EQ(outcome.err, "kolvane: Der Ablauf wurde abgebrochen.\n");

@@ -35,7 +35,7 @@ class Terminal {
     slave_ = base::Descriptor(slave);
     program_.emplace(
         std::move(arguments),
-        Surroundings{.environment = std::move(environment), .output = slave_.get(), .input = slave_.get()});
+        LaunchOptions{.environment = std::move(environment), .output = slave_.get(), .input = slave_.get()});
   }
 
   void Type(std::string_view keys) { EXPECT_EQ(base::WriteAll(master_.get(), keys), 0); }

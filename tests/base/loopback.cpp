@@ -30,7 +30,7 @@ Listener::Listener(int family, int backlog) : socket_(socket(family, SOCK_STREAM
   socklen_t size = family == AF_INET6 ? sizeof(sockaddr_in6) : sizeof(sockaddr_in);
   auto* const generic = reinterpret_cast<sockaddr*>(&address);
   Require(bind(fd(), generic, size) == 0, "no port");
-  Require(backlog == kDeaf || listen(fd(), backlog) == 0, "cannot listen");
+  Require(backlog == kNotListening || listen(fd(), backlog) == 0, "cannot listen");
   getsockname(fd(), generic, &size);
   port_ = ntohs(address.sin6_port);
 }

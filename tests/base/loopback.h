@@ -10,11 +10,11 @@
 
 namespace kolvane::base {
 
-/// A TCP port that listens on a loopback address and leaves accepting to the caller; with kDeaf the port is
-/// bound, but nobody listens.
+/// A TCP port that listens on a loopback address and leaves accepting to the caller; with kNotListening the
+/// port is bound, but does not listen.
 class Listener {
  public:
-  static constexpr int kDeaf = -1;
+  static constexpr int kNotListening = -1;
   explicit Listener(int family = AF_INET, int backlog = 5);
 
   /// The next connection, with TCP_NODELAY, for the caller to close; -1 after Shutdown.

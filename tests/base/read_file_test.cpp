@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "base/descriptor.h"
-#include "base/nobody.h"
 #include "base/temp_folder.h"
+#include "base/unprivileged_user.h"
 
 namespace kolvane::base {
 namespace {
@@ -45,7 +45,7 @@ TEST_F(ReadFileTest, ReportsWhyItFailsAndReturnsNothing) {
   WriteBytes(file, "x");
   chmod(file.c_str(), 0);
   chmod(folder.Path("").c_str(), 0777);
-  const Nobody nobody;
+  const UnprivilegedUser user;
   EXPECT_EQ(ReadFile(file, bytes), EACCES);
 }
 

@@ -9,9 +9,9 @@
 #include <cerrno>
 #include <thread>
 
-#include "base/nobody.h"
 #include "base/small_files.h"
 #include "base/temp_folder.h"
+#include "base/unprivileged_user.h"
 
 namespace kolvane::base {
 namespace {
@@ -122,7 +122,7 @@ TEST_F(ReplaceFileTest, AFileThatMayNotBeWrittenIsNotReplaced) {
   WriteBytes(file, "old");
   chmod(file.c_str(), 0444);
   chmod(folder.Path("").c_str(), 0777);
-  const Nobody nobody;
+  const UnprivilegedUser user;
   EXPECT_EQ(ReplaceFile(file, "new"), EACCES);
   EXPECT_EQ(ReadBytes(file), "old");
 }

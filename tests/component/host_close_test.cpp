@@ -15,7 +15,7 @@ namespace {
 class CloseTest : public HostTest {
  protected:
   // Opens a log and disconnects the device.
-  void LeaveOpen(QMainWindow& window) {
+  void KeepOpen(QMainWindow& window) {
     PlayList(window, {"$OPENLOG " + log_, "$AUTOLOG ON", "*IDN?"});
     auto* disconnect = window.findChild<QAction*>("mnuDisconnect");
     disconnect->setEnabled(true);
@@ -38,7 +38,7 @@ TEST_F(CloseTest, AHostThatEndsItsEventLoopsGetsEveryLastStep) {
   terminal_.InitTerminal(host_);
   QTimer::singleShot(0, qApp, [this] {
     QTimer::singleShot(0, qApp, [this] {
-      LeaveOpen(*gui::ShownTerminal());
+      KeepOpen(*gui::ShownTerminal());
       QCoreApplication::exit(5);
     });
     terminal_.OpenTerminal(1, 0);
@@ -68,7 +68,7 @@ TEST_F(CloseTest, AfterARequestFailuresGoToStandardError) {
   terminal_.InitTerminal(host_);
   gui::BoxAnswers boxes;
   QTimer::singleShot(0, qApp, [&] {
-    LeaveOpen(*gui::ShownTerminal());
+    KeepOpen(*gui::ShownTerminal());
     host_->script.on_call["OpenDevice"] = [] { throw std::runtime_error("Gerät aus"); };
     boxes.Start();
     close.Request();
@@ -84,7 +84,7 @@ TEST_F(CloseTest, AfterARequestFailuresGoToStandardError) {
 TEST_F(CloseTest, AUserWhoClosesTheWindowIsShownTheFailure) {
   gui::BoxAnswers boxes;
   Open(1, [&](QMainWindow& window) {
-    LeaveOpen(window);
+    KeepOpen(window);
     host_->script.on_call["OpenDevice"] = [] { throw std::runtime_error("Gerät aus"); };
     boxes.Start();
   });

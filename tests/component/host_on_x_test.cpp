@@ -48,10 +48,10 @@ TEST_F(HostOnX, GetsAnErrorOnASecondThread) {
 }
 
 // The terminal holds its only reference and releases it during the call.
-class HostThatClosesTheTerminal final : public HostObject {
+class TerminalClosingHost final : public HostObject {
  public:
-  explicit HostThatClosesTheTerminal(bool& gone) : gone_(gone) {}
-  ~HostThatClosesTheTerminal() override { gone_ = true; }
+  explicit TerminalClosingHost(bool& destroyed) : destroyed_(destroyed) {}
+  ~TerminalClosingHost() override { destroyed_ = true; }
   void GetDeviceInfo(Variant& kind, Variant& address) override {
     kind = std::int16_t{488};
     address = std::int16_t{5};
@@ -61,20 +61,20 @@ class HostThatClosesTheTerminal final : public HostObject {
   }
   void WriteCommand(const std::string&) override {
     gui::ShownTerminal()->close();
-    EXPECT_FALSE(gone_);
+    EXPECT_FALSE(destroyed_);
   }
   Variant LastError() override { return 0; }
   void SetLastError(std::int16_t) override {}
 
  private:
-  bool& gone_;
+  bool& destroyed_;
 };
 
 TEST_F(HostOnX, MayBeReleasedInItsOwnCall) {
-  bool gone = false;
-  terminal_.InitTerminal(std::make_shared<HostThatClosesTheTerminal>(gone));
+  bool destroyed = false;
+  terminal_.InitTerminal(std::make_shared<TerminalClosingHost>(destroyed));
   terminal_.OpenTerminal(1, 0);
-  EXPECT_TRUE(gone);
+  EXPECT_TRUE(destroyed);
   EXPECT_TRUE(terminal_.CanUnload().ToBool());
 }
 

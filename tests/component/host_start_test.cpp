@@ -53,14 +53,14 @@ TEST_F(HostTest, AMessageBeforeTheWindowIsNotTheHostsLastWindow) {
   EXPECT_EQ(last_closed.count(), 0);
 }
 
-class PlaceTest : public HostTest {
+class PlacementTest : public HostTest {
  protected:
-  PlaceTest() {
+  PlacementTest() {
     host_window_.resize(100, 80);
     host_window_.show();
   }
 
-  void ExpectOver(QMainWindow& window) {
+  void ExpectOnHostWindow(QMainWindow& window) {
     EXPECT_EQ(window.windowHandle()->transientParent(), host_window_.windowHandle());
     EXPECT_TRUE(screen_.contains(window.frameGeometry()));
   }
@@ -74,7 +74,7 @@ class PlaceTest : public HostTest {
   const QRect screen_ = host_window_.screen()->availableGeometry();
 };
 
-TEST_F(PlaceTest, IsOverTheHostsActiveWindow) {
+TEST_F(PlacementTest, IsOverTheHostsActiveWindow) {
   QWidget other;
   other.show();
   for (const QPoint center : {screen_.center(), screen_.topLeft(), screen_.bottomRight()}) {
@@ -82,29 +82,29 @@ TEST_F(PlaceTest, IsOverTheHostsActiveWindow) {
     host_window_.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&host_window_));
     Open(1, [&](QMainWindow& window) {
-      ExpectOver(window);
+      ExpectOnHostWindow(window);
       if (center == screen_.center()) ExpectCentred(window);
     });
   }
 }
 
-TEST_F(PlaceTest, IsOverTheHostsWindowIfNoneIsActive) {
+TEST_F(PlacementTest, IsOverTheHostsWindowIfNoneIsActive) {
   ASSERT_TRUE(QTest::qWaitForWindowExposed(&host_window_));
   QApplication::setActiveWindow(nullptr);
   host_window_.move(screen_.center());
-  Open(1, [this](QMainWindow& window) { ExpectOver(window); });
+  Open(1, [this](QMainWindow& window) { ExpectOnHostWindow(window); });
 }
 
-TEST_F(PlaceTest, IsTheSystemsIfTheHostShowsNone) {
+TEST_F(PlacementTest, IsTheSystemsIfTheHostShowsNone) {
   host_window_.hide();
   Open(1, [](QMainWindow& window) { EXPECT_EQ(window.windowHandle()->transientParent(), nullptr); });
 }
 
 // Its only reference is released during its own call, as by a second InitTerminal.
-class HostThatIsLetGo final : public HostObject {
+class ReleasedHost final : public HostObject {
  public:
-  HostThatIsLetGo(MainClass& terminal, bool& gone) : terminal_(terminal), gone_(gone) {}
-  ~HostThatIsLetGo() override { gone_ = true; }
+  ReleasedHost(MainClass& terminal, bool& destroyed) : terminal_(terminal), destroyed_(destroyed) {}
+  ~ReleasedHost() override { destroyed_ = true; }
   void GetDeviceInfo(Variant& kind, Variant& address) override {
     kind = std::int16_t{1};
     address = std::int16_t{5};
@@ -112,23 +112,23 @@ class HostThatIsLetGo final : public HostObject {
   void WriteCommand(const std::string& command) override {
     if (command.starts_with("CLOSE")) gui::ShownTerminal()->close();
     if (command.starts_with("INIT")) terminal_.InitTerminal(nullptr);
-    EXPECT_FALSE(gone_) << command;
+    EXPECT_FALSE(destroyed_) << command;
   }
   Variant LastError() override { return 0; }
   void SetLastError(std::int16_t) override {}
 
  private:
   MainClass& terminal_;
-  bool& gone_;
+  bool& destroyed_;
 };
 
 TEST_F(HostTest, AHostReleasedInItsOwnCallLivesToItsEnd) {
   for (const char* command : {"CLOSE", "INIT"}) {
-    bool gone = false;
-    terminal_.InitTerminal(std::make_shared<HostThatIsLetGo>(terminal_, gone));
+    bool destroyed = false;
+    terminal_.InitTerminal(std::make_shared<ReleasedHost>(terminal_, destroyed));
     QTimer::singleShot(0, qApp, [&] {
       gui::TypeCommand(*gui::ShownTerminal(), command);
-      EXPECT_TRUE(gone);
+      EXPECT_TRUE(destroyed);
       if (QMainWindow* open = gui::ShownTerminal()) open->close();
     });
     terminal_.OpenTerminal(1, 0);
@@ -186,8 +186,8 @@ TEST_F(StartTest, TheListWaitsForTheMessageOfARefusedConnection) {
   base::WriteBytes(SettingsFile(), "[PORT]\nPORT=8\nIPADDRESS=127.0.0.1\nIPPORT=1\n");
   terminal_.SetOptions(options_);
   int boxes = 0;
-  QTimer look;
-  QObject::connect(&look, &QTimer::timeout, qApp, [&] {
+  QTimer timer;
+  QObject::connect(&timer, &QTimer::timeout, qApp, [&] {
     auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
     if (box == nullptr) return;
     EXPECT_EQ(ShownBoxes(), 1);
@@ -195,7 +195,7 @@ TEST_F(StartTest, TheListWaitsForTheMessageOfARefusedConnection) {
     if (++boxes == 2) close_.Request();
     box->accept();
   });
-  look.start(0);
+  timer.start(0);
   terminal_.OpenTerminal(2, 0);
   EXPECT_EQ(boxes, 2);
 }
@@ -204,15 +204,15 @@ TEST_F(StartTest, ACloseRequestEndsTheDialling) {
   using integration::Answers;
   integration::Modem modem(Answers{{"AT1", "OK\r\n"}, {"AT2", "CONNECT\r\n"}});
   DialWith(modem, "AT1\r\nAT2\r\n");
-  QTimer look;
-  QObject::connect(&look, &QTimer::timeout, qApp, [&] {
+  QTimer timer;
+  QObject::connect(&timer, &QTimer::timeout, qApp, [&] {
     const QMainWindow* window = gui::ShownTerminal();
     const QString status = window == nullptr ? "" : window->findChild<QLabel*>("StatusBar1_1")->text();
     if (!status.startsWith("Modem wählt")) return;
-    look.stop();
+    timer.stop();
     close_.Request();
   });
-  look.start(0);
+  timer.start(0);
   terminal_.OpenTerminal(2, 0);
   // What the modem sends after the line is closed returns to it as an echo.
   const std::vector<std::string> lines = modem.AwaitLines(1);

@@ -357,14 +357,14 @@ class OwnTerminalTest : public HostTest {
     auto* model = window.findChild<QAbstractItemView*>("CommandScript")->model();
     model->setData(model->index(0, 1), "MSV?");
   }
-  bool Left() const { return std::filesystem::exists(temp_.Path("state/Kolvane/Unsaved")); }
+  bool HasUnsavedFolder() const { return std::filesystem::exists(temp_.Path("state/Kolvane/Unsaved")); }
 
   base::TempFolder temp_;
 };
 
 TEST_F(OwnTerminalTest, AListThatWasNotSavedIsOfferedByTheNextOne) {
   Open(2, TypeRow);
-  EXPECT_TRUE(Left());
+  EXPECT_TRUE(HasUnsavedFolder());
   Open(2, [](QMainWindow& window) {
     EXPECT_TRUE(window.findChild<QWidget*>("UnsavedBar")->isVisible());
     window.findChild<QAbstractButton*>("cmdRestore")->click();
@@ -379,7 +379,7 @@ TEST_F(OwnTerminalTest, InOtherModesAndWithItsOwnSettingsAHostIsOfferedNoList) {
   options.SettingsFile = SettingsFile();
   terminal_.SetOptions(options);
   Open(2, TypeRow);
-  EXPECT_FALSE(Left());
+  EXPECT_FALSE(HasUnsavedFolder());
 }
 
 class StateTest : public HostTest {
@@ -400,15 +400,15 @@ class StateTest : public HostTest {
       window.resize(611, 522);
     });
   }
-  bool IsKept() const { return QFile::exists(dir_.path() + "/Kolvane/state.ini"); }
+  bool HasStateFile() const { return QFile::exists(dir_.path() + "/Kolvane/state.ini"); }
 };
 
 TEST_F(StateTest, TheUsersOwnTerminalRestoresItsSize) {
   terminal_.SetOptions({});
   Open(2, [](QMainWindow& window) { EXPECT_NE(window.size(), QSize(611, 522)); });
-  EXPECT_FALSE(IsKept()) << "nothing was changed";
+  EXPECT_FALSE(HasStateFile()) << "nothing was changed";
   OpenAndResize(2);
-  EXPECT_TRUE(IsKept());
+  EXPECT_TRUE(HasStateFile());
   Open(2, [](QMainWindow& window) { EXPECT_EQ(window.size(), QSize(611, 522)); });
 }
 
@@ -445,7 +445,7 @@ TEST_F(StateTest, ATerminalOfAHostOrWithItsOwnSettingsKeepsNothing) {
   OpenAndResize(0);
   OpenAndResize(1);
   OpenAndResize(7);
-  EXPECT_FALSE(IsKept());
+  EXPECT_FALSE(HasStateFile());
 }
 
 }  // namespace

@@ -53,7 +53,7 @@ class HostileSettingsTest : public testing::Test {
   }
 
   // As Load; settings that load can be saved, and load again unchanged.
-  std::string Survive(const std::string& bytes) {
+  std::string LoadAndSave(const std::string& bytes) {
     StoredSettings settings;
     const std::string message = Load(bytes, settings);
     if (!message.empty()) return message;
@@ -79,7 +79,7 @@ TEST_F(HostileSettingsTest, CutAtEveryByte) {
   std::size_t refused = 0;
   for (std::size_t length = 0; length <= bytes.size(); ++length) {
     SCOPED_TRACE(length);
-    if (!Survive(bytes.substr(0, length)).empty()) ++refused;
+    if (!LoadAndSave(bytes.substr(0, length)).empty()) ++refused;
   }
   EXPECT_GT(refused, 20u) << "a number without digits is refused";
 }
@@ -106,20 +106,20 @@ TEST_F(HostileSettingsTest, BinaryGarbage) {
   for (int round = 0; round < 30; ++round) {
     std::string bytes = round % 2 == 0 ? "" : "[TERMINAL]\nFONTNAME=";
     for (int i = 0; i < 20000; ++i) bytes += static_cast<char>(random());
-    Survive(bytes);
+    LoadAndSave(bytes);
   }
 }
 
 TEST_F(HostileSettingsTest, AHugeFileWithoutALineEnd) {
   for (const char c : {'\0', 'a', '[', '=', '"', '\\', ';', ' ', '\xFF'})
-    EXPECT_EQ(Survive(std::string(kHuge, c)), "");
+    EXPECT_EQ(LoadAndSave(std::string(kHuge, c)), "");
 }
 
 TEST_F(HostileSettingsTest, ManyLinesAroundTheSettings) {
   for (const char* line : {"\n", "[S]\n", "K=\n", "PORT=8\n", "[PORT]\nPORT=8\n", ";a\r\n", "\r"}) {
     std::string bytes;
     while (bytes.size() < kHuge) bytes += line;
-    EXPECT_EQ(Survive("[TERMINAL]\nFONTSIZE=11\n" + bytes + "\n[TERMINAL]\nFONTSIZE=12\n"), "");
+    EXPECT_EQ(LoadAndSave("[TERMINAL]\nFONTSIZE=11\n" + bytes + "\n[TERMINAL]\nFONTSIZE=12\n"), "");
     EXPECT_EQ(OpenIniStore(file_)->Read("TERMINAL", "FONTSIZE", ""), "12");
   }
 }
@@ -128,36 +128,36 @@ TEST_F(HostileSettingsTest, ManyDifferentKeys) {
   std::string bytes = "[PORT]\n";
   for (int i = 0; bytes.size() < kHuge; ++i)
     bytes += "K" + std::to_string(i) + "=" + std::to_string(i) + "\n";
-  EXPECT_EQ(Survive(bytes), "");
+  EXPECT_EQ(LoadAndSave(bytes), "");
   EXPECT_EQ(OpenIniStore(file_)->Read("PORT", "K1000", ""), "1000");
 }
 
 TEST_F(HostileSettingsTest, AHugeValue) {
-  EXPECT_EQ(Survive("[TERMINAL]\nFONTNAME=" + std::string(kHuge, 'x')), "");
+  EXPECT_EQ(LoadAndSave("[TERMINAL]\nFONTNAME=" + std::string(kHuge, 'x')), "");
   EXPECT_EQ(OpenIniStore(file_)->Read("TERMINAL", "FONTNAME", "").size(), kHuge);
-  EXPECT_EQ(Survive("[TERMINAL]\nFONTSIZE=" + std::string(kHuge, 'x')),
+  EXPECT_EQ(LoadAndSave("[TERMINAL]\nFONTSIZE=" + std::string(kHuge, 'x')),
             "Die gespeicherte Einstellung [TERMINAL] FONTSIZE=" + std::string(80, 'x') +
                 "… kann nicht gelesen werden: Typen unverträglich");
-  EXPECT_EQ(Survive("[TERMINAL]\nFONTSIZE=" + std::string(kHuge, '9')),
+  EXPECT_EQ(LoadAndSave("[TERMINAL]\nFONTSIZE=" + std::string(kHuge, '9')),
             "Die gespeicherte Einstellung [TERMINAL] FONTSIZE=" + std::string(80, '9') +
                 "… kann nicht gelesen werden: Überlauf");
 }
 
 TEST_F(HostileSettingsTest, TheFirstOneInTheTablesOrderIsNamed) {
-  EXPECT_EQ(Survive("[TERMINAL]\nRCVMODE=x\n[PORT]\nSTOPBITS=y\n"),
+  EXPECT_EQ(LoadAndSave("[TERMINAL]\nRCVMODE=x\n[PORT]\nSTOPBITS=y\n"),
             "Die gespeicherte Einstellung [PORT] STOPBITS=y kann nicht gelesen werden: Typen unverträglich");
 }
 
 TEST_F(HostileSettingsTest, ALineWithoutAValueIsAbsentAndOneWithAnEmptyValueIsNot) {
-  EXPECT_EQ(Survive("[TERMINAL]\nFONTSIZE\n"), "");
+  EXPECT_EQ(LoadAndSave("[TERMINAL]\nFONTSIZE\n"), "");
   EXPECT_EQ(
-      Survive("[TERMINAL]\nFONTSIZE=\n"),
+      LoadAndSave("[TERMINAL]\nFONTSIZE=\n"),
       "Die gespeicherte Einstellung [TERMINAL] FONTSIZE= kann nicht gelesen werden: Typen unverträglich");
 }
 
 TEST_F(HostileSettingsTest, AMessageIsNotEndedByANul) {
   EXPECT_EQ(
-      Survive(std::string("[TERMINAL]\nFONTSIZE=1\0\n", 23)),
+      LoadAndSave(std::string("[TERMINAL]\nFONTSIZE=1\0\n", 23)),
       "Die gespeicherte Einstellung [TERMINAL] FONTSIZE=1\\0 kann nicht gelesen werden: Typen unverträglich");
 }
 

@@ -5,8 +5,8 @@
 #include <cerrno>
 #include <cstdlib>
 
-#include "base/nobody.h"
 #include "base/temp_folder.h"
+#include "base/unprivileged_user.h"
 #include "component/ini_store.h"
 
 namespace kolvane::component {
@@ -148,7 +148,7 @@ TEST_F(IniStoreTest, AFileThatCannotBeReadIsNeverOverwritten) {
   fs::permissions(Path(), fs::perms::none);
   std::unique_ptr<SettingsStore> store;
   {
-    const base::Nobody nobody;
+    const base::UnprivilegedUser user;
     store = OpenIniStore(Path());
     EXPECT_EQ(store->Read("A", "B", "x"), "x");
     EXPECT_EQ(Save(Path(), "A", "C", "1"), EACCES);
@@ -164,7 +164,7 @@ TEST_F(IniStoreTest, AFolderThatCannotBeWrittenKeepsTheFile) {
   fs::permissions(dir_.Path(""), fs::perms(0755));
   fs::permissions(dir_.Path("Kolvane"), fs::perms(0555));
   {
-    const base::Nobody nobody;
+    const base::UnprivilegedUser user;
     EXPECT_EQ(Save(Path(), "A", "B", "2"), EACCES);
   }
   fs::permissions(dir_.Path("Kolvane"), fs::perms(0755));

@@ -9,7 +9,7 @@ std::string Find(const std::string& bytes, const std::string& section = "S", con
   return IniText(bytes).Find(section, key).value_or("(none)");
 }
 
-std::string With(const std::string& bytes, const std::string& text = "new") {
+std::string WithEntry(const std::string& bytes, const std::string& text = "new") {
   return WithIniEntries(bytes, {{{"S", "K"}, text}});
 }
 
@@ -36,7 +36,7 @@ TEST(IniText, SpacesAroundNamesDoNotCount) { EXPECT_EQ(Find(" [ S ] x\n\tK\t = 1
 
 TEST(IniText, AByteOrderMarkDoesNotCount) {
   EXPECT_EQ(Find("\xEF\xBB\xBF[S]\nK=1\n"), "1");
-  EXPECT_EQ(With("\xEF\xBB\xBF"), "\xEF\xBB\xBF[S]\nK=new\n");
+  EXPECT_EQ(WithEntry("\xEF\xBB\xBF"), "\xEF\xBB\xBF[S]\nK=new\n");
 }
 
 TEST(IniText, OfRepeatedKeysTheLastOneCountsOverRepeatedSectionsToo) {
@@ -60,46 +60,46 @@ TEST(IniText, NulIsACharacterLikeAnyOther) {
 }
 
 TEST(IniText, CreatesMissingSectionsAndKeys) {
-  EXPECT_EQ(With(""), "[S]\nK=new\n");
-  EXPECT_EQ(With("[R]\nK=1\n"), "[R]\nK=1\n\n[S]\nK=new\n");
-  EXPECT_EQ(With("[S]\nJ=1\n\n[R]\nK=1\n"), "[S]\nJ=1\nK=new\n\n[R]\nK=1\n");
-  EXPECT_EQ(With("[S]\n[R]\n"), "[S]\nK=new\n[R]\n");
+  EXPECT_EQ(WithEntry(""), "[S]\nK=new\n");
+  EXPECT_EQ(WithEntry("[R]\nK=1\n"), "[R]\nK=1\n\n[S]\nK=new\n");
+  EXPECT_EQ(WithEntry("[S]\nJ=1\n\n[R]\nK=1\n"), "[S]\nJ=1\nK=new\n\n[R]\nK=1\n");
+  EXPECT_EQ(WithEntry("[S]\n[R]\n"), "[S]\nK=new\n[R]\n");
 }
 
 TEST(IniText, EndsALastLineThatHasNoEnd) {
-  EXPECT_EQ(With("[R]"), "[R]\n\n[S]\nK=new\n");
-  EXPECT_EQ(With("[S]\nJ=1"), "[S]\nJ=1\nK=new\n");
-  EXPECT_EQ(With("[S]\nK=1"), "[S]\nK=new\n");
+  EXPECT_EQ(WithEntry("[R]"), "[R]\n\n[S]\nK=new\n");
+  EXPECT_EQ(WithEntry("[S]\nJ=1"), "[S]\nJ=1\nK=new\n");
+  EXPECT_EQ(WithEntry("[S]\nK=1"), "[S]\nK=new\n");
   EXPECT_EQ(WithIniEntries("[S]\nK=1", {{{"S", "J"}, "2"}, {{"S", "K"}, "3"}}), "[S]\nK=3\nJ=2\n");
 }
 
 TEST(IniText, LeavesEveryOtherLineAsItIs) {
   const std::string head = "; note\n\xFF junk\n [S] ; x\n K = ";
   const std::string tail = "\nL : \"odd\n\n[General]\n#z=\\q\n";
-  EXPECT_EQ(With(head + "1" + tail), "; note\n\xFF junk\n [S] ; x\nK=new" + tail);
+  EXPECT_EQ(WithEntry(head + "1" + tail), "; note\n\xFF junk\n [S] ; x\nK=new" + tail);
 }
 
 TEST(IniText, LeavesALineWithTheSameValueAsItIs) {
-  EXPECT_EQ(With("[S]\n K = \"new\" ; note\n"), "[S]\n K = \"new\" ; note\n");
+  EXPECT_EQ(WithEntry("[S]\n K = \"new\" ; note\n"), "[S]\n K = \"new\" ; note\n");
 }
 
 TEST(IniText, RepeatedKeysBecomeOne) {
-  EXPECT_EQ(With("[S]\nK=1\nJ=2\n[R]\nK=5\n[S]\nK=3\nK=4\n"), "[S]\nJ=2\n[R]\nK=5\n[S]\nK=new\n");
+  EXPECT_EQ(WithEntry("[S]\nK=1\nJ=2\n[R]\nK=5\n[S]\nK=3\nK=4\n"), "[S]\nJ=2\n[R]\nK=5\n[S]\nK=new\n");
 }
 
-TEST(IniText, UsesTheFilesLineEnds) { EXPECT_EQ(With("[R]\r\n"), "[R]\r\n\r\n[S]\r\nK=new\r\n"); }
+TEST(IniText, UsesTheFilesLineEnds) { EXPECT_EQ(WithEntry("[R]\r\n"), "[R]\r\n\r\n[S]\r\nK=new\r\n"); }
 
 TEST(IniText, WrittenValuesAreFound) {
   for (const std::string text : {"", " ", "\r\n", "a;b", "\"", "\\", "[x]", "=", "ä€", "@x"}) {
-    EXPECT_EQ(Find(With("[S]\nK=1\n", text)), text);
-    EXPECT_EQ(Find(With("", text)), text);
+    EXPECT_EQ(Find(WithEntry("[S]\nK=1\n", text)), text);
+    EXPECT_EQ(Find(WithEntry("", text)), text);
   }
 }
 
 TEST(IniText, WritingTwiceChangesNothingMore) {
   for (const std::string bytes : {"", "[S", "[S]\nK=1\nK=2", "K=1", "\xEF\xBB\xBF;x", "[R]\r"}) {
-    const std::string once = With(bytes);
-    EXPECT_EQ(With(once), once);
+    const std::string once = WithEntry(bytes);
+    EXPECT_EQ(WithEntry(once), once);
     EXPECT_EQ(Find(once), "new") << bytes;
   }
 }

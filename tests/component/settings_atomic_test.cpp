@@ -25,14 +25,14 @@ class SettingsAtomicTest : public testing::Test {
  protected:
   static int Save(const std::string& file, std::int16_t number, std::size_t length = 20) {
     StoredSettings settings;
-    settings.Mark(number, length);
+    settings.FillWith(number, length);
     return settings.Save(file);
   }
 
   // Which version the file holds, -1 for none or a mixture.
   static std::int16_t VersionIn(const std::string& file) {
     StoredSettings settings;
-    return settings.Load(file).empty() ? settings.MarkedBy() : std::int16_t{-1};
+    return settings.Load(file).empty() ? settings.FilledWith() : std::int16_t{-1};
   }
 
   base::TempFolder folder_;
@@ -56,8 +56,8 @@ bool KillAtCall(pid_t child, int call) {
 
 TEST_F(SettingsAtomicTest, KilledAtAnySystemCallTheFileIsTheOldOrTheNewOne) {
   ASSERT_EQ(Save(file_, kOld), 0);
-  int old_ones = 0;
-  int new_ones = 0;
+  int old_versions = 0;
+  int new_versions = 0;
   for (int call = 1;; ++call) {
     ASSERT_LT(call, 2000);
     const pid_t child = base::InChild([&] {
@@ -69,13 +69,13 @@ TEST_F(SettingsAtomicTest, KilledAtAnySystemCallTheFileIsTheOldOrTheNewOne) {
     if (!KillAtCall(child, call)) break;
     const std::int16_t version = VersionIn(file_);
     ASSERT_TRUE(version == kOld || version == kNew) << "killed at call " << call;
-    ++(version == kOld ? old_ones : new_ones);
+    ++(version == kOld ? old_versions : new_versions);
     // Left-over files do not prevent the next save.
     ASSERT_EQ(Save(file_, kOld), 0);
     ASSERT_EQ(VersionIn(file_), kOld);
   }
-  EXPECT_GT(old_ones, 0);
-  EXPECT_GT(new_ones, 0) << "some calls come after the exchange";
+  EXPECT_GT(old_versions, 0);
+  EXPECT_GT(new_versions, 0) << "some calls come after the exchange";
   EXPECT_EQ(VersionIn(file_), kNew) << "the last child was not killed";
 }
 
@@ -134,15 +134,15 @@ class SeveralSettingsTest : public SettingsAtomicTest {
   static constexpr int kRounds = 15;
 
   // Saves as a terminal does when it ends, after a key of a newer program was added.
-  void SaveWithOwnKey(std::int16_t number) const {
+  void SaveWithExtraKey(std::int16_t number) const {
     const auto store = OpenIniStore(file_);
     store->Write("EXTRA", "K" + std::to_string(number), std::to_string(number));
     StoredSettings settings;
-    settings.Mark(number);
+    settings.FillWith(number);
     EXPECT_FALSE(SaveSettings(*store, settings.Target()));
   }
 
-  void ExpectOneWhollyAndTheKeysOfAll() const {
+  void ExpectOneVersionAndAllExtraKeys() const {
     const std::int16_t version = VersionIn(file_);
     EXPECT_TRUE(version >= 1 && version <= kSavers) << version;
     for (std::int16_t i = 1; i <= kSavers; ++i)
@@ -159,11 +159,11 @@ TEST_F(SeveralSettingsTest, ThreadsThatCloseAtOnceLoseNothing) {
     for (std::int16_t i = 1; i <= kSavers; ++i) {
       threads.emplace_back([&, i] {
         start.arrive_and_wait();
-        SaveWithOwnKey(i);
+        SaveWithExtraKey(i);
       });
     }
     for (std::thread& thread : threads) thread.join();
-    ExpectOneWhollyAndTheKeysOfAll();
+    ExpectOneVersionAndAllExtraKeys();
   }
 }
 
@@ -178,7 +178,7 @@ TEST_F(SeveralSettingsTest, ProcessesThatCloseAtOnceLoseNothing) {
         close(start[1]);
         char byte;
         // Every child wakes up when the parent closes its end.
-        if (read(start[0], &byte, 1) == 0) SaveWithOwnKey(i);
+        if (read(start[0], &byte, 1) == 0) SaveWithExtraKey(i);
         _exit(testing::Test::HasFailure());
       }));
     }
@@ -189,7 +189,7 @@ TEST_F(SeveralSettingsTest, ProcessesThatCloseAtOnceLoseNothing) {
       waitpid(child, &status, 0);
       EXPECT_EQ(status, 0);
     }
-    ExpectOneWhollyAndTheKeysOfAll();
+    ExpectOneVersionAndAllExtraKeys();
   }
 }
 
@@ -197,9 +197,9 @@ TEST_F(SeveralSettingsTest, TheLastOneToCloseWins) {
   const auto first = OpenIniStore(file_);
   const auto second = OpenIniStore(file_);
   StoredSettings settings;
-  settings.Mark(1);
+  settings.FillWith(1);
   ASSERT_FALSE(SaveSettings(*second, settings.Target()));
-  settings.Mark(2);
+  settings.FillWith(2);
   ASSERT_FALSE(SaveSettings(*first, settings.Target()));
   EXPECT_EQ(VersionIn(file_), 2);
 }

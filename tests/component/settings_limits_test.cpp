@@ -32,7 +32,7 @@ constexpr Key kTexts[] = {{"PORT", "IPADDRESS"},   {"PORT", "USBADDRESS"},   {"T
 
 constexpr const char* kOverflow = "Überlauf";
 constexpr const char* kMismatch = "Typen unverträglich";
-constexpr const char* kPastList = "Index außerhalb des gültigen Bereichs";
+constexpr const char* kOutOfRange = "Index außerhalb des gültigen Bereichs";
 
 class SettingsLimitsTest : public testing::Test {
  protected:
@@ -44,9 +44,9 @@ class SettingsLimitsTest : public testing::Test {
     return settings_.Load(file_);
   }
 
-  void ExpectKept(const Key& key, const std::string& value) { ExpectBecomes(key, value, value); }
+  void ExpectUnchanged(const Key& key, const std::string& value) { ExpectSavedAs(key, value, value); }
 
-  void ExpectBecomes(const Key& key, const std::string& value, const std::string& saved) {
+  void ExpectSavedAs(const Key& key, const std::string& value, const std::string& saved) {
     EXPECT_EQ(Load(key, value), "");
     const std::string other = folder_.Path("b.ini");
     std::filesystem::remove(other);
@@ -54,7 +54,7 @@ class SettingsLimitsTest : public testing::Test {
     EXPECT_EQ(OpenIniStore(other)->Read(key.section, key.name, "(none)"), saved) << key.name << "=" << value;
   }
 
-  void ExpectKeptInEveryText(const std::string& text) {
+  void ExpectUnchangedInEveryText(const std::string& text) {
     StoredSettings saved;
     for (std::string* field : TextsOf(saved)) *field = text;
     ASSERT_EQ(saved.Save(file_), 0);
@@ -78,7 +78,7 @@ class SettingsLimitsTest : public testing::Test {
                                     " (Datei „" + file_ + "“)");
   }
 
-  void ExpectNumbersAlone(const Key& key) {
+  void ExpectOnlyNumbers(const Key& key) {
     for (const char* value : {"", " ", "x", "1x", "1 2", "1;2", "ä", "--1", "&HFF", "True"})
       ExpectRefused(key, value, kMismatch);
   }
@@ -90,19 +90,19 @@ class SettingsLimitsTest : public testing::Test {
 
 TEST_F(SettingsLimitsTest, SixteenBits) {
   for (const Key& key : kInt16) {
-    for (const char* value : {"-32768", "-1", "0", "32767"}) ExpectKept(key, value);
+    for (const char* value : {"-32768", "-1", "0", "32767"}) ExpectUnchanged(key, value);
     for (const char* value : {"-32769", "32768", "65535", "1e300"}) ExpectRefused(key, value, kOverflow);
-    ExpectBecomes(key, " 32767.4 ", "32767");
-    ExpectBecomes(key, "1,5", "2");
-    ExpectNumbersAlone(key);
+    ExpectSavedAs(key, " 32767.4 ", "32767");
+    ExpectSavedAs(key, "1,5", "2");
+    ExpectOnlyNumbers(key);
   }
 }
 
 TEST_F(SettingsLimitsTest, SixteenBitsThatAreOnlyRead) {
   for (const Key& key : kInt16ReadOnly) {
-    for (const char* value : {"-32768", "0", "32767"}) ExpectBecomes(key, value, "(none)");
+    for (const char* value : {"-32768", "0", "32767"}) ExpectSavedAs(key, value, "(none)");
     for (const char* value : {"-32769", "32768"}) ExpectRefused(key, value, kOverflow);
-    ExpectNumbersAlone(key);
+    ExpectOnlyNumbers(key);
   }
   EXPECT_EQ(Load(kInt16ReadOnly[0], "32767"), "");
   EXPECT_EQ(settings_.connection.receive_buffer, 32767);
@@ -114,18 +114,18 @@ TEST_F(SettingsLimitsTest, SixteenBitsThatAreOnlyRead) {
 
 TEST_F(SettingsLimitsTest, ThirtyTwoBits) {
   for (const Key& key : kInt32) {
-    for (const char* value : {"-2147483648", "-1", "0", "2147483647"}) ExpectKept(key, value);
+    for (const char* value : {"-2147483648", "-1", "0", "2147483647"}) ExpectUnchanged(key, value);
     for (const char* value : {"-2147483649", "2147483648", "1e300"}) ExpectRefused(key, value, kOverflow);
-    ExpectNumbersAlone(key);
+    ExpectOnlyNumbers(key);
   }
 }
 
 TEST_F(SettingsLimitsTest, Booleans) {
   for (const Key& key : kBooleans) {
-    for (const char* value : {"-1", "0"}) ExpectKept(key, value);
-    for (const char* value : {"1", "32768", "-2147483649", "0.4"}) ExpectBecomes(key, value, "-1");
-    ExpectBecomes(key, "-0", "0");
-    ExpectNumbersAlone(key);
+    for (const char* value : {"-1", "0"}) ExpectUnchanged(key, value);
+    for (const char* value : {"1", "32768", "-2147483649", "0.4"}) ExpectSavedAs(key, value, "-1");
+    ExpectSavedAs(key, "-0", "0");
+    ExpectOnlyNumbers(key);
   }
 }
 
@@ -134,48 +134,48 @@ TEST_F(SettingsLimitsTest, BooleansThatAreReadAndWrittenInDifferentPlaces) {
     EXPECT_EQ(Load({section, "SHOWCOMMANDS"}, "-1"), "");
     EXPECT_EQ(settings_.terminal.options.show_response_times, section[0] == 'S');
     EXPECT_EQ(settings_.terminal.options.line_breaks, section[0] == 'L');
-    ExpectNumbersAlone({section, "SHOWCOMMANDS"});
+    ExpectOnlyNumbers({section, "SHOWCOMMANDS"});
   }
 }
 
 TEST_F(SettingsLimitsTest, ListIndexes) {
   const Key mode{"TERMINAL", "RCVMODE"};
   const Key format{"TERMINAL", "RCVFORMAT"};
-  for (const char* value : {"0", "1", "2"}) ExpectKept(mode, value);
-  for (const char* value : {"0", "1"}) ExpectKept(format, value);
-  for (const char* value : {"3", "255"}) ExpectRefused(mode, value, kPastList);
-  for (const char* value : {"2", "255"}) ExpectRefused(format, value, kPastList);
+  for (const char* value : {"0", "1", "2"}) ExpectUnchanged(mode, value);
+  for (const char* value : {"0", "1"}) ExpectUnchanged(format, value);
+  for (const char* value : {"3", "255"}) ExpectRefused(mode, value, kOutOfRange);
+  for (const char* value : {"2", "255"}) ExpectRefused(format, value, kOutOfRange);
   for (const Key& key : {mode, format}) {
     for (const char* value : {"-1", "256", "65536"}) ExpectRefused(key, value, kOverflow);
-    ExpectNumbersAlone(key);
+    ExpectOnlyNumbers(key);
   }
 }
 
 TEST_F(SettingsLimitsTest, PortKinds) {
   const Key port{"PORT", "PORT"};
-  for (const char* value : {"0", "4", "9"}) ExpectKept(port, value);
-  for (const char* value : {"-32768", "-1", "10", "32767"}) ExpectRefused(port, value, kPastList);
+  for (const char* value : {"0", "4", "9"}) ExpectUnchanged(port, value);
+  for (const char* value : {"-32768", "-1", "10", "32767"}) ExpectRefused(port, value, kOutOfRange);
   for (const char* value : {"-32769", "32768"}) ExpectRefused(port, value, kOverflow);
-  ExpectNumbersAlone(port);
+  ExpectOnlyNumbers(port);
 }
 
 TEST_F(SettingsLimitsTest, IpPorts) {
   const Key port{"PORT", "IPPORT"};
-  for (const char* value : {"0", "7", "32767", "32768", "65535"}) ExpectKept(port, value);
-  ExpectBecomes(port, "-1", "65535");
+  for (const char* value : {"0", "7", "32767", "32768", "65535"}) ExpectUnchanged(port, value);
+  ExpectSavedAs(port, "-1", "65535");
   for (const char* value : {"-32769", "65536"}) ExpectRefused(port, value, kOverflow);
-  ExpectNumbersAlone(port);
+  ExpectOnlyNumbers(port);
 }
 
 TEST_F(SettingsLimitsTest, EveryCharacterOfTheCodePageInEveryText) {
   std::string all;
   for (int i = 0; i < 256; ++i) {
     const std::string one = base::FromWindows1252(std::string(1, static_cast<char>(i)));
-    ExpectKeptInEveryText(one);
+    ExpectUnchangedInEveryText(one);
     all += one;
   }
-  ExpectKeptInEveryText(all);
-  ExpectKeptInEveryText(std::string(100000, 'x'));
+  ExpectUnchangedInEveryText(all);
+  ExpectUnchangedInEveryText(std::string(100000, 'x'));
 }
 
 TEST_F(SettingsLimitsTest, TextsThatLookLikeSomethingElse) {
@@ -209,8 +209,8 @@ TEST_F(SettingsLimitsTest, TextsThatLookLikeSomethingElse) {
                              "1",
                              "日本語",
                              "😀"})
-      ExpectKept(key, text);
-    ExpectKept(key, std::string("\0 0\0", 4));
+      ExpectUnchanged(key, text);
+    ExpectUnchanged(key, std::string("\0 0\0", 4));
   }
 }
 

@@ -31,7 +31,7 @@ struct StoredSettings {
   }
 
   /// Gives every text and most numbers values that belong to `number` only.
-  void Mark(std::int16_t number, std::size_t length = 20) {
+  void FillWith(std::int16_t number, std::size_t length = 20) {
     const std::string text = std::to_string(number) + std::string(length, 'x');
     connection.ip_address = connection.usb_address = text;
     connection.address = connection.ip_port = number;
@@ -40,8 +40,8 @@ struct StoredSettings {
     window.pane.font_size = window.command_list.font_size = window.com_log = number;
   }
 
-  /// The number passed to Mark if all values belong to it, otherwise -1.
-  std::int16_t MarkedBy() const {
+  /// The number passed to FillWith if all values belong to it, otherwise -1.
+  std::int16_t FilledWith() const {
     const std::int16_t number = connection.address;
     const std::string& text = connection.ip_address;
     const bool numbers = connection.ip_port == number && window.pane.font_size == number &&

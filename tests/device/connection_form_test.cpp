@@ -9,7 +9,7 @@ namespace {
 
 ConnectionForm Loaded(const ConnectionParameters& stored) { return LoadForm(stored, "/nowhere"); }
 
-ConnectionForm LoadedKind(std::int16_t option, std::int16_t address = 4) {
+ConnectionForm LoadedForm(std::int16_t option, std::int16_t address = 4) {
   ConnectionParameters stored;
   stored.port_option = option;
   stored.address = address;
@@ -91,19 +91,19 @@ TEST(LoadForm, StartsTheExtendedPageOnUsualValues) {
 }
 
 TEST(LoadForm, ShowsTheAddressOfTheKindThatHasOne) {
-  EXPECT_EQ(LoadedKind(6, 16).gpib.address, "16");
-  EXPECT_EQ(LoadedKind(6, 20).gpib.address, "20");
-  EXPECT_EQ(LoadedKind(2, 31).serial.rs485_address, "31");
-  EXPECT_EQ(LoadedKind(3, 40).serial.rs485_address, "40");
-  EXPECT_EQ(LoadedKind(0, 16).gpib.address, "16");
-  EXPECT_EQ(LoadedKind(0, 17).gpib.address, "1");
-  EXPECT_EQ(LoadedKind(0, 0).gpib.address, "1");
-  EXPECT_EQ(LoadedKind(0, 32).serial.rs485_address, "1");
+  EXPECT_EQ(LoadedForm(6, 16).gpib.address, "16");
+  EXPECT_EQ(LoadedForm(6, 20).gpib.address, "20");
+  EXPECT_EQ(LoadedForm(2, 31).serial.rs485_address, "31");
+  EXPECT_EQ(LoadedForm(3, 40).serial.rs485_address, "40");
+  EXPECT_EQ(LoadedForm(0, 16).gpib.address, "16");
+  EXPECT_EQ(LoadedForm(0, 17).gpib.address, "1");
+  EXPECT_EQ(LoadedForm(0, 0).gpib.address, "1");
+  EXPECT_EQ(LoadedForm(0, 32).serial.rs485_address, "1");
 }
 
 TEST(LoadForm, SelectsNothingForAnInvalidOption) {
-  EXPECT_EQ(LoadedKind(10).port, -1);
-  EXPECT_EQ(LoadedKind(-1).port, -1);
+  EXPECT_EQ(LoadedForm(10).port, -1);
+  EXPECT_EQ(LoadedForm(-1).port, -1);
 }
 
 TEST(LoadForm, ShowsATypedTimeoutAsItIsInForce) {

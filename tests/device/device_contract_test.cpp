@@ -3,15 +3,15 @@
 
 #include <stdexcept>
 
-#include "device_world.h"
+#include "device_rig.h"
 #include "fake_device.h"
 
 namespace kolvane::device {
 namespace {
 
-class PathSetup final : public DeviceSetup, private DeviceWorld {
+class PathSetup final : public DeviceSetup, private DeviceRig {
  public:
-  PathSetup(std::int16_t mode, std::int16_t port_code) : DeviceWorld(mode) {
+  PathSetup(std::int16_t mode, std::int16_t port_code) : DeviceRig(mode) {
     parameters.port_code = port_code;
     host->script.read = [this](Variant& text, Variant& bytes) {
       text = received_ + "   ";

@@ -60,11 +60,11 @@ class FakeDevice final : public Device {
     auto wanted = static_cast<std::size_t>(count);
     const std::size_t end = terminator.empty() ? std::string::npos : incoming.find(terminator.back());
     if (end < wanted) wanted = end + 1;
-    const bool there = hollow_reads || wanted <= incoming.size();
-    Record("ReadBinary " + std::to_string(count), there ? DeviceError{} : read_error);
+    const bool succeeds = reads_copy_nothing || wanted <= incoming.size();
+    Record("ReadBinary " + std::to_string(count), succeeds ? DeviceError{} : read_error);
     if (buffer.size() < wanted) buffer.resize(wanted);
-    if (!there) return 0;
-    if (hollow_reads) return wanted;
+    if (!succeeds) return 0;
+    if (reads_copy_nothing) return wanted;
     std::transform(incoming.begin(), incoming.begin() + static_cast<std::ptrdiff_t>(wanted), buffer.begin(),
                    [](char c) { return static_cast<std::uint8_t>(c); });
     incoming.erase(0, wanted);
@@ -109,7 +109,7 @@ class FakeDevice final : public Device {
   DeviceError read_error = TimeOut();
   std::deque<std::string> text_answers;  ///< UTF-8, terminators included
   std::string incoming;                  ///< bytes of binary answers
-  bool hollow_reads = false;             ///< binary reads succeed and leave the buffer as it is
+  bool reads_copy_nothing = false;       ///< binary reads succeed and leave the buffer as it is
   std::optional<std::int32_t> flushed;
   std::function<std::int32_t()> waiting = [] { return 0; };
   int wait_descriptor = -1;

@@ -7,10 +7,10 @@
 #include "base/encoding.h"
 #include "base/fake_prompt.h"
 #include "base/in_child.h"
-#include "base/nobody.h"
 #include "base/small_disk.h"
 #include "base/small_files.h"
 #include "base/temp_folder.h"
+#include "base/unprivileged_user.h"
 #include "device/connection_form.h"
 #include "device/histories.h"
 
@@ -114,7 +114,7 @@ TEST(HistoryEdges, AFileThatMayNotBeReadIsEmptyAndStays) {
   fs::permissions(folder.path(), fs::perms::all);
   fs::permissions(folder.Path("IPADDR.INI"), fs::perms::none);
   {
-    const base::Nobody nobody;
+    const base::UnprivilegedUser user;
     EXPECT_TRUE(LoadIpHistory(folder.path()).empty());
     SaveIpHistory(folder.path(), {"b"});
   }

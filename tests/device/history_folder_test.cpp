@@ -29,8 +29,8 @@ class HistoryFolderTest : public testing::Test {
 
   void LockComponent() {
     std::filesystem::permissions(component_.path(), std::filesystem::perms(0555));
-    constexpr uid_t kNobody = 65534;
-    ASSERT_TRUE(!root_ || seteuid(kNobody) == 0);
+    constexpr uid_t kUnprivilegedUser = 65534;
+    ASSERT_TRUE(!root_ || seteuid(kUnprivilegedUser) == 0);
   }
 
   const bool root_ = geteuid() == 0;

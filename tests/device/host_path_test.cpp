@@ -4,20 +4,20 @@
 #include <stdexcept>
 
 #include "device/device_state.h"
-#include "device_world.h"
+#include "device_rig.h"
 
 namespace kolvane::device {
 namespace {
 
-class IndexedHost : public testing::Test, public DeviceWorld {
+class IndexedHost : public testing::Test, public DeviceRig {
  protected:
-  IndexedHost() : DeviceWorld(operating_mode::kHostByIndex) {}
+  IndexedHost() : DeviceRig(operating_mode::kHostByIndex) {}
   Calls& calls = host->script.calls;
 };
 
-class SingleHost : public testing::Test, public DeviceWorld {
+class SingleHost : public testing::Test, public DeviceRig {
  protected:
-  SingleHost() : DeviceWorld(operating_mode::kHost) {}
+  SingleHost() : DeviceRig(operating_mode::kHost) {}
   Calls& calls = host->script.calls;
 };
 
@@ -54,7 +54,7 @@ TEST_F(IndexedHost, MayChangeTheIndex) {
 TEST_F(IndexedHost, ReadsTextIntoSpaces) {
   host->script.read = [](Variant& text, Variant&) { text = "  12.5 \r\n   "; };
   io.ReadText("\r\n", 16000, answer, buffer);
-  EXPECT_EQ(calls, Calls{"IO.Read(3, 0, 0, 10, 16000, 16000 blanks, 0 bytes)"});
+  EXPECT_EQ(calls, Calls{"IO.Read(3, 0, 0, 10, 16000, 16000 spaces, 0 bytes)"});
   EXPECT_EQ(answer, "  12.5 \r\n");
 }
 
@@ -92,7 +92,7 @@ TEST_F(SingleHost, GoesToTheHostObject) {
 TEST_F(SingleHost, ReadsText) {
   host->script.read = [](Variant& text, Variant&) { text = "Grüße"; };
   io.ReadText("\r", 80, answer, buffer);
-  EXPECT_EQ(calls, Calls{"Read(0, 13, 80, 80 blanks, 0 bytes)"});
+  EXPECT_EQ(calls, Calls{"Read(0, 13, 80, 80 spaces, 0 bytes)"});
   EXPECT_EQ(answer, "Grüße");
 }
 
@@ -208,8 +208,8 @@ TEST_F(SingleHost, AReadOfOneByteThatReturnsNoneKeepsTheHostsError) {
 // A host that only the terminal owns; it records its destruction.
 class OwnedHost final : public HostObject {
  public:
-  OwnedHost(DeviceState& state, bool& gone) : state_(state), gone_(gone) {}
-  ~OwnedHost() override { gone_ = true; }
+  OwnedHost(DeviceState& state, bool& destroyed) : state_(state), destroyed_(destroyed) {}
+  ~OwnedHost() override { destroyed_ = true; }
   void OpenDevice() override { GiveUp(); }
   void WriteCommand(const std::string&) override { GiveUp(); }
   std::string LastErrorDescription() override {
@@ -221,25 +221,25 @@ class OwnedHost final : public HostObject {
  private:
   void GiveUp() {
     state_.gObj.reset();
-    EXPECT_FALSE(gone_) << "in the middle of its own call";
+    EXPECT_FALSE(destroyed_) << "in the middle of its own call";
   }
 
   DeviceState& state_;
-  bool& gone_;
+  bool& destroyed_;
 };
 
 TEST_F(SingleHost, LivesToTheEndOfACallThatReleasesIt) {
-  bool gone = false;
-  const auto own = [&] { state.gObj = std::make_shared<OwnedHost>(state, gone = false); };
+  bool destroyed = false;
+  const auto own = [&] { state.gObj = std::make_shared<OwnedHost>(state, destroyed = false); };
   own();
   io.Open();
-  EXPECT_TRUE(gone);
+  EXPECT_TRUE(destroyed);
   own();
   io.Write("A", "\n", 0);
-  EXPECT_TRUE(gone);
+  EXPECT_TRUE(destroyed);
   own();
   EXPECT_EQ(io.LastError().description, "noch da");
-  EXPECT_TRUE(gone);
+  EXPECT_TRUE(destroyed);
   EXPECT_EQ(io.LastError().description, "Kein Geräteobjekt übergeben");
 }
 
@@ -330,21 +330,21 @@ TEST_F(SingleHost, ACodeThatIsNotANumberIsAFailure) {
 
 TEST(HostPath, WithoutAnObjectEveryOperationFails) {
   for (const auto mode : {operating_mode::kHostByIndex, operating_mode::kHost}) {
-    DeviceWorld world(mode);
-    world.state.gObj.reset();
-    world.state.connected = true;
-    world.io.Open();
-    EXPECT_EQ(world.io.LastError().code, device_status::kHostFailed);
-    EXPECT_EQ(world.io.LastError().description, "Kein Geräteobjekt übergeben");
-    EXPECT_EQ(world.io.FlushInput(), 0);
+    DeviceRig rig(mode);
+    rig.state.gObj.reset();
+    rig.state.connected = true;
+    rig.io.Open();
+    EXPECT_EQ(rig.io.LastError().code, device_status::kHostFailed);
+    EXPECT_EQ(rig.io.LastError().description, "Kein Geräteobjekt übergeben");
+    EXPECT_EQ(rig.io.FlushInput(), 0);
   }
 }
 
 TEST(HostPath, AnObjectThatLacksTheOperationFailsIt) {
-  DeviceWorld world(operating_mode::kHost);
-  world.state.gObj = std::make_shared<HostObject>();
-  world.io.Open();
-  EXPECT_EQ(world.io.LastError().description, "Das Geräteobjekt unterstützt diese Operation nicht");
+  DeviceRig rig(operating_mode::kHost);
+  rig.state.gObj = std::make_shared<HostObject>();
+  rig.io.Open();
+  EXPECT_EQ(rig.io.LastError().description, "Das Geräteobjekt unterstützt diese Operation nicht");
 }
 
 }  // namespace

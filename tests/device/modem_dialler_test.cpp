@@ -125,11 +125,11 @@ TEST_F(Dialling, KeepsTheLastReplyToTheCurrentCommand) {
 
 TEST_F(Dialling, IsGivenUpAfterTheCurrentStep) {
   library.replies = {{"OK"}, {"OK"}, {"", -9, 2}, {"CONNECT"}};
-  for (const std::size_t patience : {1u, 2u, 3u}) {
+  for (const std::size_t max_steps : {1u, 2u, 3u}) {
     listener.steps.clear();
-    listener.patience = patience;
+    listener.max_steps = max_steps;
     EXPECT_EQ(Dial({"ATZ", "ATD"}), -1);
-    EXPECT_EQ(listener.steps.size(), patience);
+    EXPECT_EQ(listener.steps.size(), max_steps);
     library.replies = {{"OK"}, {"OK"}, {"", -9, 2}, {"CONNECT"}};
   }
 }

@@ -1,16 +1,16 @@
 #include <gtest/gtest.h>
 
 #include "device/device_state.h"
-#include "device_world.h"
+#include "device_rig.h"
 
 namespace kolvane::device {
 namespace {
 
 constexpr char kAnswer[] = "Test mode answer at 24.10.2026 08:00:00";
 
-class Offline : public testing::Test, public DeviceWorld {
+class Offline : public testing::Test, public DeviceRig {
  protected:
-  Offline() : DeviceWorld(operating_mode::kPortLibrary) {
+  Offline() : DeviceRig(operating_mode::kPortLibrary) {
     parameters.port_code = port_code::kOffline;
     parameters.timeout_ms = 0;
     io.Open();
@@ -96,12 +96,12 @@ TEST_F(Offline, TheFlagLastsUntilTheNextOpen) {
 }
 
 TEST(OfflineBeforeOpening, TheLibraryIsNotCalledEither) {
-  DeviceWorld world(operating_mode::kPortLibrary);
-  world.parameters.port_code = port_code::kOffline;
-  world.io.SetTimeout(3000);
-  world.io.ReadText("\n", 16000, world.answer, world.buffer);
-  EXPECT_EQ(world.source.uses, 0);
-  EXPECT_EQ(world.answer, kAnswer);
+  DeviceRig rig(operating_mode::kPortLibrary);
+  rig.parameters.port_code = port_code::kOffline;
+  rig.io.SetTimeout(3000);
+  rig.io.ReadText("\n", 16000, rig.answer, rig.buffer);
+  EXPECT_EQ(rig.source.uses, 0);
+  EXPECT_EQ(rig.answer, kAnswer);
 }
 
 }  // namespace

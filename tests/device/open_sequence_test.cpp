@@ -4,14 +4,14 @@
 
 #include <vector>
 
-#include "device_world.h"
+#include "device_rig.h"
 
 namespace kolvane::device {
 namespace {
 
-class Opening : public testing::Test, public DeviceWorld {
+class Opening : public testing::Test, public DeviceRig {
  protected:
-  Opening() : DeviceWorld(operating_mode::kPortLibrary) {
+  Opening() : DeviceRig(operating_mode::kPortLibrary) {
     parameters.baud = 19200;
     parameters.parity = 2;
     parameters.data_bits = 8;

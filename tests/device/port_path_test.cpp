@@ -3,14 +3,14 @@
 #include <gtest/gtest.h>
 
 #include "device/device_state.h"
-#include "device_world.h"
+#include "device_rig.h"
 
 namespace kolvane::device {
 namespace {
 
-class OverPortLibrary : public testing::Test, public DeviceWorld {
+class OverPortLibrary : public testing::Test, public DeviceRig {
  protected:
-  OverPortLibrary() : DeviceWorld(operating_mode::kPortLibrary) { parameters.port_code = port_code::kCom1; }
+  OverPortLibrary() : DeviceRig(operating_mode::kPortLibrary) { parameters.port_code = port_code::kCom1; }
 
   std::string Read(std::int32_t count = 16000) {
     io.ReadText("\n", count, answer, buffer);

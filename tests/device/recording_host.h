@@ -36,7 +36,7 @@ struct HostScript {
     const std::string text = value.ToText();
     if (value == Variant(value.ToBytes())) return std::to_string(value.ToBytes().size()) + " bytes";
     if (!text.empty() && text.find_first_not_of(' ') == std::string::npos)
-      return std::to_string(text.size()) + " blanks";
+      return std::to_string(text.size()) + " spaces";
     return '"' + text + '"';
   }
 };

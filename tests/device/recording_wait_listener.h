@@ -16,13 +16,13 @@ class RecordingWaitListener final : public WaitListener {
     const std::string what = progress.command.empty() ? std::to_string(progress.seconds_left) + " s left"
                                                       : "sent " + progress.command;
     steps.push_back(what + ", last '" + progress.reply + "'");
-    return steps.size() < patience;
+    return steps.size() < max_steps;
   }
   bool Waiting(Operation operation, double seconds) override {
     waited.push_back({operation, seconds});
-    return steps.size() < patience;
+    return steps.size() < max_steps;
   }
-  void WaitOver() override { ++over; }
+  void WaitOver() override { ++ended_waits; }
   void BeforeUnattended() override { ++unattended; }
 
   struct Wait {
@@ -31,9 +31,9 @@ class RecordingWaitListener final : public WaitListener {
   };
   std::vector<std::string> steps;
   std::vector<Wait> waited;
-  int over = 0;
+  int ended_waits = 0;
   int unattended = 0;
-  std::size_t patience = SIZE_MAX;  ///< how many steps it waits for
+  std::size_t max_steps = SIZE_MAX;  ///< how many steps it waits for
 };
 
 }  // namespace kolvane::device

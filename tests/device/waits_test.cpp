@@ -4,7 +4,7 @@
 
 #include <new>
 
-#include "device/device_world.h"
+#include "device/device_rig.h"
 
 namespace kolvane::device {
 namespace {
@@ -53,19 +53,19 @@ TEST_F(WaitsTest, TheListenerLearnsTheReasonAndTimeOfAWait) {
   EXPECT_NEAR(listener.waited[1].seconds, 0.100, 1e-9);
   EXPECT_EQ(listener.waited[2].operation, Operation::kSending);
   EXPECT_NEAR(listener.waited[2].seconds, 0.150, 1e-9) << "since the outermost operation began to wait";
-  EXPECT_EQ(listener.over, 0);
+  EXPECT_EQ(listener.ended_waits, 0);
 }
 
 TEST_F(WaitsTest, TheEndIsReportedOnceIfThereWasAWait) {
   Waits waits(library, clock, listener);
   { const Waits::Scope quick(waits, Operation::kAnswer); }
-  EXPECT_EQ(listener.over, 0);
+  EXPECT_EQ(listener.ended_waits, 0);
   {
     const Waits::Scope outer(waits, Operation::kAnswer);
     const Waits::Scope inner(waits, Operation::kSending);
     library.Wait(1);
   }
-  EXPECT_EQ(listener.over, 1);
+  EXPECT_EQ(listener.ended_waits, 1);
   EXPECT_FALSE(waits.IsUnderWay());
 }
 
@@ -73,9 +73,9 @@ TEST_F(WaitsTest, GivenUpHoldsUntilTheOutermostOperationEnds) {
   Waits waits(library, clock, listener);
   {
     const Waits::Scope exchange(waits, Operation::kAnswer);
-    listener.patience = 0;
+    listener.max_steps = 0;
     EXPECT_FALSE(library.Wait(1));
-    listener.patience = SIZE_MAX;
+    listener.max_steps = SIZE_MAX;
     EXPECT_FALSE(library.Wait(1)) << "the rest of the exchange";
     EXPECT_FALSE(waits.Attend());
   }
@@ -91,16 +91,16 @@ TEST_F(WaitsTest, BetweenThePartsItCallsEvery50Milliseconds) {
     clock.Advance(0.03125);
   }
   EXPECT_EQ(listener.waited.size(), 2u);
-  listener.patience = 0;
+  listener.max_steps = 0;
   clock.Advance(0.0625);
   EXPECT_FALSE(waits.Attend());
 }
 
 TEST_F(WaitsTest, LackOfMemoryGivesUp) {
-  struct Poor final : WaitListener {
+  struct OutOfMemory final : WaitListener {
     bool Waiting(Operation, double) override { throw std::bad_alloc(); }
-  } poor;
-  Waits waits(library, clock, poor);
+  } listener_without_memory;
+  Waits waits(library, clock, listener_without_memory);
   const Waits::Scope scope(waits, Operation::kAnswer);
   EXPECT_FALSE(library.Wait(1));
 }
@@ -122,29 +122,29 @@ TEST(Unattended, IsReportedBeforeEachCallThatMayTakeLong) {
   for (const std::int16_t mode :
        {operating_mode::kHostByIndex, operating_mode::kHost, operating_mode::kPortLibrary}) {
     SCOPED_TRACE(mode);
-    DeviceWorld world(mode);
-    world.io.Open();
-    EXPECT_EQ(world.listener.unattended, 1);
-    world.io.Write("A", "\n", 0);
-    world.io.ReadText("\n", 10, world.answer, world.buffer);
-    world.io.ReadBinary("\n", 1, world.buffer);
-    EXPECT_EQ(world.listener.unattended, 4);
-    world.io.SetTimeout(1);
-    world.io.LastError();
-    EXPECT_EQ(world.listener.unattended, 4);
+    DeviceRig rig(mode);
+    rig.io.Open();
+    EXPECT_EQ(rig.listener.unattended, 1);
+    rig.io.Write("A", "\n", 0);
+    rig.io.ReadText("\n", 10, rig.answer, rig.buffer);
+    rig.io.ReadBinary("\n", 1, rig.buffer);
+    EXPECT_EQ(rig.listener.unattended, 4);
+    rig.io.SetTimeout(1);
+    rig.io.LastError();
+    EXPECT_EQ(rig.listener.unattended, 4);
   }
 }
 
 TEST(Unattended, AReadOfAnAnswerThatWasGivenUpReadsNothing) {
-  DeviceWorld world(operating_mode::kPortLibrary);
-  world.library.replies = {{"a"}, {"b"}};
-  const Waits::Scope scope(world.waits, Operation::kAnswer);
-  EXPECT_EQ(world.io.ReadBinary("", 1, world.buffer), 1u);
-  world.listener.patience = 0;
-  world.clock.Advance(0.0625);
-  EXPECT_EQ(world.io.ReadBinary("", 1, world.buffer), 0u);
-  EXPECT_EQ(world.io.LastError().code, device_status::kGivenUp);
-  EXPECT_EQ(world.library.replies.size(), 1u);
+  DeviceRig rig(operating_mode::kPortLibrary);
+  rig.library.replies = {{"a"}, {"b"}};
+  const Waits::Scope scope(rig.waits, Operation::kAnswer);
+  EXPECT_EQ(rig.io.ReadBinary("", 1, rig.buffer), 1u);
+  rig.listener.max_steps = 0;
+  rig.clock.Advance(0.0625);
+  EXPECT_EQ(rig.io.ReadBinary("", 1, rig.buffer), 0u);
+  EXPECT_EQ(rig.io.LastError().code, device_status::kGivenUp);
+  EXPECT_EQ(rig.library.replies.size(), 1u);
 }
 
 }  // namespace

@@ -31,7 +31,7 @@ struct Driver {
 
 class DriverThreadTest : public testing::Test {
  protected:
-  std::string ReadGivenUp(Driver& driver, const std::string& bytes) {
+  std::string ReadUntilGivenUp(Driver& driver, const std::string& bytes) {
     Waiting waiting({GiveUp, nullptr});
     Deadline deadline(20'000, &waiting);
     const Received received = thread_.Read(room_, deadline, driver.Reading(bytes));
@@ -61,12 +61,12 @@ TEST_F(DriverThreadTest, TheHandlerIsCalledWhileTheDriverBlocks) {
     int& calls;
     Driver& driver;
   } context{calls, driver};
-  const auto release_at_second = [](void* at, std::int32_t) {
-    auto& own = *static_cast<Context*>(at);
-    if (++own.calls == 2) own.driver.release.set_value();
+  const auto release_at_second_call = [](void* at, std::int32_t) {
+    auto& context_of_call = *static_cast<Context*>(at);
+    if (++context_of_call.calls == 2) context_of_call.driver.release.set_value();
     return std::int32_t{0};
   };
-  Waiting waiting({release_at_second, &context});
+  Waiting waiting({release_at_second_call, &context});
   Deadline deadline(20'000, &waiting);
   EXPECT_EQ(thread_.Read(room_, deadline, driver.Reading("ab")).bytes, 2u);
   EXPECT_GE(calls, 2);
@@ -74,7 +74,7 @@ TEST_F(DriverThreadTest, TheHandlerIsCalledWhileTheDriverBlocks) {
 
 TEST_F(DriverThreadTest, AReadThatWasGivenUpDeliversLater) {
   Driver first;
-  EXPECT_EQ(ReadGivenUp(first, "ab"), "");
+  EXPECT_EQ(ReadUntilGivenUp(first, "ab"), "");
   first.release.set_value();
   Driver second;
   second.release.set_value();
@@ -84,7 +84,7 @@ TEST_F(DriverThreadTest, AReadThatWasGivenUpDeliversLater) {
 
 TEST_F(DriverThreadTest, ALateEmptyReadIsForgotten) {
   Driver first;
-  EXPECT_EQ(ReadGivenUp(first, ""), "");
+  EXPECT_EQ(ReadUntilGivenUp(first, ""), "");
   first.release.set_value();
   Driver second;
   second.release.set_value();
@@ -93,7 +93,7 @@ TEST_F(DriverThreadTest, ALateEmptyReadIsForgotten) {
 
 TEST_F(DriverThreadTest, BytesThatDoNotFitStay) {
   Driver first;
-  EXPECT_EQ(ReadGivenUp(first, "abc"), "");
+  EXPECT_EQ(ReadUntilGivenUp(first, "abc"), "");
   first.release.set_value();
   Deadline deadline(20'000);
   std::array<char, 2> small{};
@@ -107,7 +107,7 @@ TEST_F(DriverThreadTest, BytesThatDoNotFitStay) {
 
 TEST_F(DriverThreadTest, TheNextCallWaitsForOneThatWasGivenUp) {
   Driver first;
-  EXPECT_EQ(ReadGivenUp(first, "ab"), "");
+  EXPECT_EQ(ReadUntilGivenUp(first, "ab"), "");
   Deadline short_time(60);
   EXPECT_FALSE(thread_.Run(short_time, [] { FAIL(); }));
   int calls = 0;

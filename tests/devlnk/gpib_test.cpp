@@ -190,7 +190,7 @@ TEST_F(Gpib, ReportsWhySelectingFailed) {
   EXPECT_EQ(SelectWith(4, -1), Code(Status::kInvalidArgument));
   EXPECT_EQ(SelectWith(11, -1), Code(Status::kNotAvailable));
   EXPECT_EQ(SelectWith(1, -1), Code(Status::kIoError)) << "the board is not the controller";
-  EXPECT_EQ(SelectWith(-1, 14), Code(Status::kNoSuchNode)) << "nobody on the bus";
+  EXPECT_EQ(SelectWith(-1, 14), Code(Status::kNoSuchNode)) << "no device on the bus";
   EXPECT_EQ(script_->calls.back(), "onl 75 0");
 }
 

@@ -99,10 +99,10 @@ TEST(InputQueue, KeepsTheOrderWhenTheRestMovesToTheFront) {
   Put(queue, std::string(InputQueue::kChunk, 'a'));
   Put(queue, std::string(InputQueue::kChunk - 3, 'b') + "1\n2");
   EXPECT_EQ(Found(queue, InputQueue::kLimit, ';'), "-");
-  const void* const front = queue.data();
+  const void* const start = queue.data();
   queue.Consume(2 * InputQueue::kChunk - 5);
   Put(queue, "3\n;" + std::string(InputQueue::kChunk - 3, 'c'));
-  EXPECT_EQ(static_cast<const void*>(queue.data()), front);
+  EXPECT_EQ(static_cast<const void*>(queue.data()), start);
   EXPECT_TRUE(Held(queue) == "bb1\n23\n;" + std::string(InputQueue::kChunk - 3, 'c'));
   EXPECT_EQ(Found(queue, InputQueue::kLimit, ';'), "7/8");
 }

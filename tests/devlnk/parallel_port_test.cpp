@@ -24,7 +24,7 @@ class ParallelPort : public testing::Test {
     channel_ = std::move(opened.channel);
     return opened.status;
   }
-  void OpenQuietly(ParallelMode mode) {
+  void OpenAndClearCalls(ParallelMode mode) {
     ASSERT_EQ(Open(mode), Status::kOk);
     script_.calls.clear();
   }
@@ -80,7 +80,7 @@ TEST_F(ParallelPort, EntersEachModeInItsWay) {
 }
 
 TEST_F(ParallelPort, TurnsBetweenCommandAndAnswer) {
-  OpenQuietly(ParallelMode::kByte);
+  OpenAndClearCalls(ParallelMode::kByte);
   script_.reads = {{"1"}, {".5\n"}};
   EXPECT_EQ(Write("MSV?\n"), Status::kOk);
   EXPECT_EQ(ReadText(), "1");
@@ -90,7 +90,7 @@ TEST_F(ParallelPort, TurnsBetweenCommandAndAnswer) {
 
 TEST_F(ParallelPort, NeedsNoTurnInEpp) {
   for (const ParallelMode mode : {ParallelMode::kEpp, ParallelMode::kInterlink}) {
-    OpenQuietly(mode);
+    OpenAndClearCalls(mode);
     script_.reads = {{"1\n"}};
     EXPECT_EQ(Write("a"), Status::kOk);
     EXPECT_EQ(ReadText(), "1\n");
@@ -99,7 +99,7 @@ TEST_F(ParallelPort, NeedsNoTurnInEpp) {
 }
 
 TEST_F(ParallelPort, AsksAgainUntilBytesArrive) {
-  OpenQuietly(ParallelMode::kNibble);
+  OpenAndClearCalls(ParallelMode::kNibble);
   script_.reads = {{"", EAGAIN}, {"", EINTR}, {""}, {"x"}};
   EXPECT_EQ(ReadText(), "x");
   EXPECT_EQ(script_.calls, (Calls{"read", "wait", "PPCLRIRQ", "read", "wait", "PPCLRIRQ", "read", "wait",
@@ -107,7 +107,7 @@ TEST_F(ParallelPort, AsksAgainUntilBytesArrive) {
 }
 
 TEST_F(ParallelPort, AsksOnceIfThereIsNoTimeToWait) {
-  OpenQuietly(ParallelMode::kNibble);
+  OpenAndClearCalls(ParallelMode::kNibble);
   const Received received = Read(0);
   EXPECT_EQ(received.bytes, 0u);
   EXPECT_EQ(received.status, Status::kOk);
@@ -115,7 +115,7 @@ TEST_F(ParallelPort, AsksOnceIfThereIsNoTimeToWait) {
 }
 
 TEST_F(ParallelPort, WritesInPieces) {
-  OpenQuietly(ParallelMode::kEpp);
+  OpenAndClearCalls(ParallelMode::kEpp);
   script_.writes = {{"ab"}, {"", EAGAIN}, {""}};
   EXPECT_EQ(Write("abcd"), Status::kOk);
   EXPECT_EQ(script_.calls, (Calls{"write abcd", "write cd", "wait", "PPCLRIRQ", "write cd", "wait",
@@ -123,14 +123,14 @@ TEST_F(ParallelPort, WritesInPieces) {
 }
 
 TEST_F(ParallelPort, GivesUpAnInstrumentThatAcceptsNothing) {
-  OpenQuietly(ParallelMode::kEpp);
+  OpenAndClearCalls(ParallelMode::kEpp);
   script_.writes = {{"", EAGAIN}};
   EXPECT_EQ(Write("a", 0), Status::kWriteTimeout);
 }
 
 TEST_F(ParallelPort, IsLostWhenTheDriverReportsIt) {
   for (const int error : {EIO, ENXIO, ENODEV}) {
-    OpenQuietly(ParallelMode::kByte);
+    OpenAndClearCalls(ParallelMode::kByte);
     script_.reads = {{"", error}};
     EXPECT_EQ(Read().status, Status::kConnectionLost);
     script_.writes = {{"", error}};

@@ -28,7 +28,7 @@ TEST(FindPort, ReadsKeysOfItsSectionOnly) {
 TEST(FindPort, IgnoresCaseByteOrderMarksAndComments) {
   EXPECT_EQ(FindPort("\xEF\xBB\xBF[ports]\ncom1=/dev/A", "COM1"), "/dev/A");
   EXPECT_EQ(FindPort("[PORTS]\n;COM1=/dev/A\n# COM1=/dev/B\nCOM1=/dev/C", "COM1"), "/dev/C");
-  EXPECT_EQ(FindPort("  [Ports]\t\n\tCOM1\t=\t\"/dev/with blank \"\n", "COM1"), "/dev/with blank ");
+  EXPECT_EQ(FindPort("  [Ports]\t\n\tCOM1\t=\t\"/dev/with space \"\n", "COM1"), "/dev/with space ");
   EXPECT_EQ(FindPort("[PORTS]\nCOM1=\"", "COM1"), "\"");
   EXPECT_EQ(FindPort("[PORTS]\nCOM1=a=b;c", "COM1"), "a=b;c");
 }

@@ -36,14 +36,14 @@ class Bus {
     std::string line;
     for (char c = 0; read(pty_.master(), &c, 1) == 1;) {
       line += c;
-      if (c == '\n') Hear(std::exchange(line, {}));
+      if (c == '\n') Answer(std::exchange(line, {}));
     }
   }
-  void Hear(const std::string& line) const {
+  void Answer(const std::string& line) const {
     for (const int address : addresses_) {
-      const std::string lead = std::to_string(address) + ":";
-      if (!line.starts_with(lead)) continue;
-      const std::string answer = "from " + std::to_string(address) + " " + line.substr(lead.size());
+      const std::string prefix = std::to_string(address) + ":";
+      if (!line.starts_with(prefix)) continue;
+      const std::string answer = "from " + std::to_string(address) + " " + line.substr(prefix.size());
       ASSERT_EQ(write(pty_.master(), answer.data(), answer.size()), static_cast<ssize_t>(answer.size()));
     }
   }

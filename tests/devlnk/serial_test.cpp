@@ -37,10 +37,10 @@ class Serial : public testing::Test {
 };
 
 /// Drops root's rights while it lives; the tests may run with or without them.
-class WithoutPrivileges {
+class UnprivilegedUser {
  public:
-  WithoutPrivileges() : before_(geteuid()) { EXPECT_TRUE(before_ != 0 || seteuid(65534) == 0); }
-  ~WithoutPrivileges() { EXPECT_EQ(seteuid(before_), 0); }
+  UnprivilegedUser() : before_(geteuid()) { EXPECT_TRUE(before_ != 0 || seteuid(65534) == 0); }
+  ~UnprivilegedUser() { EXPECT_EQ(seteuid(before_), 0); }
 
  private:
   uid_t before_;
@@ -148,7 +148,7 @@ TEST_F(Serial, ALineThatAnotherProgramLocksIsBusy) {
 TEST_F(Serial, ALineThatAnotherProgramHoldsExclusivelyIsBusy) {
   ASSERT_EQ(chmod(pty_.node().c_str(), 0666), 0);
   ASSERT_EQ(ioctl(pty_.slave(), TIOCEXCL), 0);
-  const WithoutPrivileges user;
+  const UnprivilegedUser user;
   EXPECT_EQ(Open(), Code(Status::kBusy));
 }
 
@@ -162,7 +162,7 @@ TEST_F(Serial, NodesThatAreNotSerialLinesAreDistinguished) {
   EXPECT_EQ(OpenNode(folder), Code(Status::kWrongNode));
   EXPECT_EQ(OpenNode("/dev/null"), Code(Status::kWrongNode));
   {
-    const WithoutPrivileges user;
+    const UnprivilegedUser user;
     EXPECT_EQ(OpenNode(file), Code(Status::kPermissionDenied));
   }
   std::filesystem::remove(file);

@@ -68,8 +68,8 @@ TEST_F(Tcp, HostsThatCannotExistAreNotFound) {
 }
 
 TEST_F(Tcp, AClosedPortRefuses) {
-  const base::Listener deaf(AF_INET, base::Listener::kDeaf);
-  EXPECT_EQ(Open("127.0.0.1", deaf.port()), Code(Status::kRefused));
+  const base::Listener not_listening(AF_INET, base::Listener::kNotListening);
+  EXPECT_EQ(Open("127.0.0.1", not_listening.port()), Code(Status::kRefused));
   EXPECT_EQ(QDX_WritePort("x"), Code(Status::kNotOpen));
 }
 

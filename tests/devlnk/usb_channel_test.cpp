@@ -23,7 +23,7 @@ class UsbChannel : public testing::Test {
     channel_ = std::move(opened.channel);
     return opened.status;
   }
-  void OpenQuietly() {
+  void OpenAndClearCalls() {
     ASSERT_EQ(Open(), Status::kOk);
     script_.calls.clear();
   }
@@ -60,7 +60,7 @@ TEST_F(UsbChannel, OpensIfOnlyTheClearFails) {
 }
 
 TEST_F(UsbChannel, SetsTheDriversTimeoutWhenItChanges) {
-  OpenQuietly();
+  OpenAndClearCalls();
   script_.reads = {{"1.5\n"}, {"2\n"}};
   EXPECT_EQ(Write("MSV?\n"), Status::kOk);
   EXPECT_EQ(Read().bytes, 4u);
@@ -70,7 +70,7 @@ TEST_F(UsbChannel, SetsTheDriversTimeoutWhenItChanges) {
 }
 
 TEST_F(UsbChannel, AsksForTheStatusByte) {
-  OpenQuietly();
+  OpenAndClearCalls();
   script_.answers = {{"READ_STB", 0x50}};
   std::uint8_t status_byte = 0;
   Deadline deadline(20'000);
@@ -85,7 +85,7 @@ TEST_F(UsbChannel, AsksForTheStatusByte) {
 }
 
 TEST_F(UsbChannel, WithoutTimeToWaitItAsksNothing) {
-  OpenQuietly();
+  OpenAndClearCalls();
   const Received received = Read(0);
   EXPECT_EQ(received.bytes, 0u);
   EXPECT_EQ(received.status, Status::kOk);
@@ -93,7 +93,7 @@ TEST_F(UsbChannel, WithoutTimeToWaitItAsksNothing) {
 }
 
 TEST_F(UsbChannel, GivesUpASilentInstrument) {
-  OpenQuietly();
+  OpenAndClearCalls();
   const Received received = Read(1);
   EXPECT_EQ(received.bytes, 0u);
   EXPECT_EQ(received.status, Status::kOk);
@@ -102,7 +102,7 @@ TEST_F(UsbChannel, GivesUpASilentInstrument) {
 }
 
 TEST_F(UsbChannel, ContinuesAfterSignalsAndShortWrites) {
-  OpenQuietly();
+  OpenAndClearCalls();
   script_.reads = {{"", EINTR}, {"x"}};
   EXPECT_EQ(Read().bytes, 1u);
   script_.writes = {{"", EINTR}, {"ab"}};
@@ -114,7 +114,7 @@ TEST_F(UsbChannel, ContinuesAfterSignalsAndShortWrites) {
 
 TEST_F(UsbChannel, IsLostWhenThePlugIsPulled) {
   for (const int error : {ENODEV, EPROTO, EILSEQ, EIO, ENXIO, ESHUTDOWN}) {
-    OpenQuietly();
+    OpenAndClearCalls();
     script_.reads = {{"", error}};
     EXPECT_EQ(Read().status, Status::kConnectionLost) << error;
     script_.writes = {{"", error}};
@@ -123,7 +123,7 @@ TEST_F(UsbChannel, IsLostWhenThePlugIsPulled) {
 }
 
 TEST_F(UsbChannel, IsNotLostByAStalledPipe) {
-  OpenQuietly();
+  OpenAndClearCalls();
   script_.reads = {{"", EPIPE}};
   EXPECT_EQ(Read().status, Status::kIoError);
 }

@@ -34,8 +34,8 @@ class Handler {
   std::function<bool(int)> keep_waiting_;
 };
 
-bool Forever(int) { return true; }
-bool NotAtAll(int) { return false; }
+bool KeepWaiting(int) { return true; }
+bool StopWaiting(int) { return false; }
 
 constexpr std::int32_t kGivenUp = Code(Status::kGivenUp);
 
@@ -55,7 +55,7 @@ TEST_P(WaitHandlerTest, IsCalledFromFiftyMillisecondsOnUntilTheAnswer) {
 }
 
 TEST_P(WaitHandlerTest, IsNotCalledIfTheAnswerHasArrived) {
-  const Handler handler(NotAtAll);
+  const Handler handler(StopWaiting);
   for (int i = 0; i < 3; ++i) {
     EXPECT_EQ(QDX_WritePort("A?\n"), 0);
     partner_->Send("1\n");
@@ -69,7 +69,7 @@ TEST_P(WaitHandlerTest, GivesUpAnAnswerAndKeepsReceivedBytes) {
   partner_->Send("12.");
   partner_->AwaitArrival();
   {
-    const Handler handler(NotAtAll);
+    const Handler handler(StopWaiting);
     const ReadResult cut = ReadPort(100, '\n');
     EXPECT_EQ(cut.status, kGivenUp);
     EXPECT_EQ(cut.queued, 3);
@@ -84,7 +84,7 @@ TEST_P(WaitHandlerTest, GivesUpAnAnswerAndKeepsReceivedBytes) {
 TEST_P(WaitHandlerTest, GivesUpAfterAQuickAnswerToo) {
   partner_->Send("1\n");
   EXPECT_EQ(Answer(), "1");
-  const Handler handler(NotAtAll);
+  const Handler handler(StopWaiting);
   EXPECT_EQ(AnswerStatus(), kGivenUp);
   EXPECT_EQ(AnswerStatus(1, 0), kGivenUp);
 }
@@ -101,13 +101,13 @@ TEST_P(WaitHandlerTest, GivesUpAnAnswerThatDrips) {
 }
 
 TEST_P(WaitHandlerTest, GivesUpACommandThatNobodyReads) {
-  const Handler handler(NotAtAll);
+  const Handler handler(StopWaiting);
   EXPECT_EQ(QDX_WritePort(std::string(std::size_t{80} << 20, 'x').c_str()), kGivenUp);
   EXPECT_EQ(QDX_ClosePort(), 0);
 }
 
 TEST_P(WaitHandlerTest, LetsTheTimeOutEndTheWait) {
-  const Handler handler(Forever);
+  const Handler handler(KeepWaiting);
   QDX_SetTimeout(120);
   EXPECT_EQ(AnswerStatus(), Code(Status::kReadTimeout));
   EXPECT_FALSE(handler.waited_ms.empty());
@@ -155,7 +155,7 @@ TEST(WaitHandler, GivesUpADelay) {
 }
 
 TEST(WaitHandler, LetsADelayEnd) {
-  const Handler handler(Forever);
+  const Handler handler(KeepWaiting);
   EXPECT_EQ(QDX_Delay(120), 0);
   EXPECT_FALSE(handler.waited_ms.empty());
   EXPECT_EQ(QDX_Delay(0), 0);
@@ -164,7 +164,7 @@ TEST(WaitHandler, LetsADelayEnd) {
 TEST(WaitHandler, GivesUpAnAttemptToConnect) {
   const base::FullListener full;
   QDX_SetTimeout(20'000);
-  const Handler handler(NotAtAll);
+  const Handler handler(StopWaiting);
   EXPECT_EQ(QDX_OpenPort(100, 1, "127.0.0.1", full.port(), 1, 512), kGivenUp);
   EXPECT_EQ(handler.waited_ms.size(), 1u) << "no second address is tried";
   EXPECT_EQ(QDX_WritePort("X\n"), Code(Status::kNotOpen));

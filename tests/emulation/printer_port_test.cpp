@@ -121,7 +121,7 @@ TEST_F(PrinterPortTest, AModeThatTheInstrumentRefusesIsNamed) {
   EXPECT_EQ(Open(kEpp), Code(Status::kModeRefused));
   EXPECT_EQ(Open(kInterlink), Code(Status::kModeRefused));
   driver_.RefuseMode(IEEE1284_MODE_NIBBLE, EIO);
-  EXPECT_EQ(Open(kNibble), Code(Status::kModeRefused)) << "nobody answers";
+  EXPECT_EQ(Open(kNibble), Code(Status::kModeRefused)) << "no device answers";
   EXPECT_EQ(driver_.calls().back(), "release");
   EXPECT_EQ(Open(kByte), 0);
 }

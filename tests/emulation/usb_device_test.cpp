@@ -95,11 +95,11 @@ TEST_F(UsbDeviceTest, AReadThatTheDriverBlocksCanBeGivenUp) {
   AddInstrument();
   ASSERT_EQ(Open("MY1"), 0);
   driver_.Hold();
-  int told = 0;
+  int calls = 0;
   QDX_SetWaitHandler([](void* count, std::int32_t) { return ++*static_cast<int*>(count) == 2 ? 1 : 0; },
-                     &told);
+                     &calls);
   EXPECT_EQ(AnswerStatus(), Code(Status::kGivenUp));
-  EXPECT_EQ(told, 2);
+  EXPECT_EQ(calls, 2);
   QDX_SetWaitHandler(nullptr, nullptr);
   driver_.Release();
   EXPECT_EQ(QDX_WritePort("X?\n"), 0);

@@ -46,29 +46,29 @@ class ConnectFault : public testing::Test {
 };
 
 TEST_F(ConnectFault, Row04Refused) {
-  LiveWindow live(Port::kTcp, Nothing);
-  const base::Listener deaf(AF_INET, base::Listener::kDeaf);
-  const std::int16_t own = live.connection().ip_port;
-  live.connection().ip_port = static_cast<std::int16_t>(deaf.port());
+  LiveWindow live(Port::kTcp, NoFault);
+  const base::Listener not_listening(AF_INET, base::Listener::kNotListening);
+  const std::int16_t own_port = live.connection().ip_port;
+  live.connection().ip_port = static_cast<std::int16_t>(not_listening.port());
   ExpectFailure(live, Status::kRefused);
-  live.connection().ip_port = own;
+  live.connection().ip_port = own_port;
   ExpectConnects(live);
 }
 
 TEST_F(ConnectFault, Row04Swallowed) {
-  LiveWindow live(Port::kTcp, Nothing);
+  LiveWindow live(Port::kTcp, NoFault);
   const base::FullListener full;
-  const std::int16_t own = live.connection().ip_port;
+  const std::int16_t own_port = live.connection().ip_port;
   live.connection().ip_port = static_cast<std::int16_t>(full.port());
   live.connection().timeout_ms = 200;
   ExpectFailure(live, Status::kConnectTimeout);
-  live.connection().ip_port = own;
+  live.connection().ip_port = own_port;
   ExpectConnects(live);
 }
 
 TEST_F(ConnectFault, Row20NoModemLinesAndNoRs485) {
   for (const Port port : kLines) {
-    LiveWindow live(port, Nothing);
+    LiveWindow live(port, NoFault);
     const int line = open(live.instrument().node().c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
     int lines = 0;
     EXPECT_EQ(ioctl(line, TIOCMGET, &lines), -1);
@@ -81,7 +81,7 @@ TEST_F(ConnectFault, Row20NoModemLinesAndNoRs485) {
 
 TEST_F(ConnectFault, Row21TheLineIsInUse) {
   for (const Port port : kLines) {
-    LiveWindow live(port, Nothing);
+    LiveWindow live(port, NoFault);
     const int line = open(live.instrument().node().c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
     ASSERT_EQ(flock(line, LOCK_EX | LOCK_NB), 0);
     ExpectFailure(live, Status::kBusy);
@@ -91,7 +91,7 @@ TEST_F(ConnectFault, Row21TheLineIsInUse) {
 }
 
 TEST_F(ConnectFault, Row21TheLineIsNotThere) {
-  LiveWindow live(Port::kCom, Nothing);
+  LiveWindow live(Port::kCom, NoFault);
   const std::string node = live.instrument().node();
   setenv("KOLVANE_COM1", "/nonexistent/line", 1);
   ExpectFailure(live, Status::kNoSuchNode);
@@ -101,13 +101,13 @@ TEST_F(ConnectFault, Row21TheLineIsNotThere) {
 
 TEST_F(ConnectFault, Row05AConnectionKilledFromOutside) {
   if (geteuid() != 0) GTEST_SKIP() << "only root may kill connections";
-  LiveWindow live(Port::kTcp, Nothing);
+  LiveWindow live(Port::kTcp, NoFault);
   ExpectConnects(live);
   const std::string port = std::to_string(live.instrument().ip_port());
   const std::string kill = "ss -K state established dport = :" + port + " >/dev/null 2>&1";
   if (std::system(("command -v ss >/dev/null && " + kill).c_str()) != 0) GTEST_SKIP() << "no ss -K";
-  const std::string left = "test -z \"$(ss -H state established dport = :" + port + ")\"";
-  if (std::system(left.c_str()) != 0) GTEST_SKIP() << "this kernel kills no connections";
+  const std::string still_open = "test -z \"$(ss -H state established dport = :" + port + ")\"";
+  if (std::system(still_open.c_str()) != 0) GTEST_SKIP() << "this kernel kills no connections";
   live.Send("NEXT");
   const std::string lost = TextOf(Status::kConnectionLost);
   const std::string lines = live.NewLines();
@@ -149,7 +149,7 @@ TEST_F(ConnectFault, Row03AHalfOpenConnection) {
   if (!network.entered()) GTEST_SKIP() << "no separate network namespace";
   LiveWindow live(Port::kTcp, [](Wire& wire) {
     wire.Send("FAULT\r\n");
-    wire.AwaitCalm();
+    wire.AwaitEndOfFault();
     return After::kEnd;
   });
   live.Send("FAULT");
@@ -160,7 +160,7 @@ TEST_F(ConnectFault, Row03AHalfOpenConnection) {
     live.Send("NEXT");
     EXPECT_EQ(live.NewLines(), "NEXT|" + TextOf(Status::kReadTimeout));
   }
-  if (Thorough()) {
+  if (IsThorough()) {
     live.terminal().shown.timeout = "60000";
     live.Send("NEXT");
     EXPECT_EQ(live.NewLines(), "NEXT|" + TextOf(Status::kConnectionLost));
@@ -174,7 +174,7 @@ TEST_F(ConnectFault, Row03AHalfOpenConnection) {
   network.SwitchLoopback(true);
   live.terminal().shown.timeout = "20000";
   live.connection().timeout_ms = 5000;
-  live.instrument().Calm();
+  live.instrument().EndFault();
   ExpectConnects(live);
 }
 

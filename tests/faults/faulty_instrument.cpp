@@ -13,7 +13,7 @@ namespace {
 
 constexpr char kSerialNumber[] = "A50285BI";
 
-constexpr std::uint64_t kForGood = 1 << 30;
+constexpr std::uint64_t kOften = 1 << 30;
 
 // Signals the event once, or so often that reading never uses it up.
 void Signal(int event, std::uint64_t times) {
@@ -33,7 +33,9 @@ std::string NameOf(Port port) {
 }
 
 FaultyInstrument::FaultyInstrument(Port port, Fault fault)
-    : port_(port), fault_(std::move(fault)), calm_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK | EFD_SEMAPHORE)) {
+    : port_(port),
+      fault_(std::move(fault)),
+      end_of_fault_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK | EFD_SEMAPHORE)) {
   if (port == Port::kTcp) {
     listener_ = std::make_unique<base::Listener>();
   } else {
@@ -49,12 +51,12 @@ FaultyInstrument::FaultyInstrument(Port port, Fault fault)
 FaultyInstrument::~FaultyInstrument() {
   {
     const std::lock_guard lock(mutex_);
-    over_ = true;
+    stopping_ = true;
   }
   if (listener_) listener_->Shutdown();
-  Signal(calm_, kForGood);
+  Signal(end_of_fault_, kOften);
   thread_.join();
-  close(calm_);
+  close(end_of_fault_);
 }
 
 std::string FaultyInstrument::Resource() const {
@@ -91,7 +93,7 @@ int FaultyInstrument::NextConnection() {
   if (!listener_) return pty_->master();
   pollfd entry{listener_->fd(), POLLIN, 0};
   poll(&entry, 1, -1);
-  return IsOver() ? -1 : listener_->Accept();
+  return IsStopping() ? -1 : listener_->Accept();
 }
 
 void FaultyInstrument::Serve() {
@@ -100,11 +102,11 @@ void FaultyInstrument::Serve() {
   sigemptyset(&pipe);
   sigaddset(&pipe, SIGPIPE);
   pthread_sigmask(SIG_BLOCK, &pipe, nullptr);
-  for (int fd = NextConnection(); fd >= 0 && !IsOver(); fd = NextConnection()) {
-    Wire wire(fd, calm_);
-    Talk(wire);
+  for (int fd = NextConnection(); fd >= 0 && !IsStopping(); fd = NextConnection()) {
+    Wire wire(fd, end_of_fault_);
+    ServeConnection(wire);
     EndConnection(fd);
-    NoteCalm();
+    NoteEndOfFault();
     Note(ends_);
   }
 }
@@ -119,7 +121,7 @@ void FaultyInstrument::EndConnection(int fd) {
   }
 }
 
-void FaultyInstrument::Talk(Wire& wire) {
+void FaultyInstrument::ServeConnection(Wire& wire) {
   while (const auto line = wire.Line()) {
     {
       const std::lock_guard lock(mutex_);
@@ -132,23 +134,23 @@ void FaultyInstrument::Talk(Wire& wire) {
 }
 
 After FaultyInstrument::RunFault(Wire& wire) {
-  Note(begun_);
+  Note(started_);
   const After after = fault_(wire);
-  if (after == After::kGoOn) NoteCalm();
+  if (after == After::kContinue) NoteEndOfFault();
   return after;
 }
 
-void FaultyInstrument::NoteCalm() {
+void FaultyInstrument::NoteEndOfFault() {
   const std::lock_guard lock(mutex_);
-  if (over_) return;
-  Unsignal(calm_);
-  done_ = begun_;
+  if (stopping_) return;
+  Unsignal(end_of_fault_);
+  ended_ = started_;
   changed_.notify_all();
 }
 
-bool FaultyInstrument::IsOver() {
+bool FaultyInstrument::IsStopping() {
   const std::lock_guard lock(mutex_);
-  return over_;
+  return stopping_;
 }
 
 void FaultyInstrument::Note(int& counter) {
@@ -157,10 +159,10 @@ void FaultyInstrument::Note(int& counter) {
   changed_.notify_all();
 }
 
-void FaultyInstrument::Calm() {
+void FaultyInstrument::EndFault() {
   std::unique_lock lock(mutex_);
-  if (done_ < begun_) Signal(calm_, 1);
-  changed_.wait(lock, [&] { return done_ >= begun_; });
+  if (ended_ < started_) Signal(end_of_fault_, 1);
+  changed_.wait(lock, [&] { return ended_ >= started_; });
 }
 
 void FaultyInstrument::AwaitEnds(int count) {
@@ -170,7 +172,7 @@ void FaultyInstrument::AwaitEnds(int count) {
 
 void FaultyInstrument::AwaitFault() {
   std::unique_lock lock(mutex_);
-  changed_.wait(lock, [&] { return begun_ > 0; });
+  changed_.wait(lock, [&] { return started_ > 0; });
 }
 
 void FaultyInstrument::AwaitAnswers(int count) {

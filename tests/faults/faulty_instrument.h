@@ -26,7 +26,7 @@ std::string NameOf(Port port);
 inline std::string TextOf(devlnk::Status status) { return std::to_string(devlnk::Code(status)); }
 
 /// A fault of an instrument that never fails.
-inline After Nothing(Wire& /*wire*/) { return After::kGoOn; }
+inline After NoFault(Wire& /*wire*/) { return After::kContinue; }
 
 /// An instrument that echoes each line, ended by CR LF, until it receives FAULT or a line without end. When a
 /// connection ends, the next one is served; a serial line is then a new one with the same name.
@@ -45,7 +45,7 @@ class FaultyInstrument {
   std::string node() const { return folder_.Path("line"); }
 
   /// Ends the fault; returns once the instrument reads lines again.
-  void Calm();
+  void EndFault();
   /// Returns once that many connections have ended.
   void AwaitEnds(int count);
   /// Returns once the fault has started.
@@ -57,11 +57,11 @@ class FaultyInstrument {
  private:
   void Serve();
   int NextConnection();
-  void Talk(Wire& wire);
+  void ServeConnection(Wire& wire);
   void EndConnection(int fd);
   After RunFault(Wire& wire);
-  void NoteCalm();
-  bool IsOver();
+  void NoteEndOfFault();
+  bool IsStopping();
   void Note(int& counter);
   void LinkLine();
 
@@ -71,15 +71,15 @@ class FaultyInstrument {
   devlnk::FakeSysfs system_;
   std::unique_ptr<base::Listener> listener_;
   std::unique_ptr<base::Pty> pty_;
-  int calm_;
+  int end_of_fault_;
   std::mutex mutex_;
   std::condition_variable changed_;
   std::vector<std::string> lines_;
   int ends_ = 0;
-  int begun_ = 0;
-  int done_ = 0;
+  int started_ = 0;
+  int ended_ = 0;
   int answered_ = 0;
-  bool over_ = false;
+  bool stopping_ = false;
   std::thread thread_;
 };
 

@@ -43,7 +43,7 @@ class Files : public testing::Test {
   static long CountLines(const std::string& text) { return std::count(text.begin(), text.end(), '\n'); }
 
   base::TempFolder folder_;
-  FaultyInstrument instrument_{Port::kTcp, Nothing};
+  FaultyInstrument instrument_{Port::kTcp, NoFault};
 };
 
 TEST_F(Files, Row23ALogOnTheFullDevice) {
@@ -55,7 +55,7 @@ TEST_F(Files, Row23ALogOnTheFullDevice) {
 }
 
 TEST_F(Files, Row23ALogOnADiskThatFillsUp) {
-  if (!CanMount()) GTEST_SKIP() << kNoMounts;
+  if (!CanMount()) GTEST_SKIP() << kCannotMount;
   const std::string disk = folder_.Path("disk");
   const std::string copy = folder_.Path("copy");
   fs::create_directory(disk);
@@ -95,17 +95,17 @@ class Settings : public testing::Test {
   }
 
   /// A file that lacks a setting is written again, one that holds all of them is left alone.
-  void LeaveSomethingToSave() {
+  void RemoveASetting() {
     const std::size_t at = saved_.find("RSTIMO=");
     ASSERT_NE(at, std::string::npos);
     saved_.erase(at, saved_.find('\n', at) + 1 - at);
     base::WriteBytes(file(), saved_);
   }
 
-  app::Outcome OpenAndClose(app::Surroundings surroundings = {}) {
+  app::Outcome OpenAndClose(app::LaunchOptions options = {}) {
     bool hung = false;
     const app::Outcome outcome =
-        WindowProgram(folder_.Path("config"), folder_.Path("own"), std::move(surroundings)).End(&hung);
+        WindowProgram(folder_.Path("config"), folder_.Path("own"), std::move(options)).End(&hung);
     EXPECT_FALSE(hung);
     EXPECT_GE(outcome.status, 0) << outcome.err;
     return outcome;
@@ -118,14 +118,14 @@ class Settings : public testing::Test {
 };
 
 TEST_F(Settings, Row24SettingsAtTheSizeLimit) {
-  LeaveSomethingToSave();
+  RemoveASetting();
   OpenAndClose({.wrapper = {"prlimit", "--fsize=100"}});
   EXPECT_EQ(base::ReadBytes(file()), saved_);
 }
 
 TEST_F(Settings, Row25AFolderThatCannotBeWritten) {
-  if (!CanMount()) GTEST_SKIP() << kNoMounts;
-  LeaveSomethingToSave();
+  if (!CanMount()) GTEST_SKIP() << kCannotMount;
+  RemoveASetting();
   fs::create_directory(folder_.Path("own"));
   base::WriteBytes(folder_.Path("own/IPADDR.INI"), "10.0.0.5\r\n");
   const std::string script = "mount --bind " + folder_.Path("") + " " + folder_.Path("") +
@@ -140,7 +140,7 @@ TEST_F(Settings, Row25AFolderThatCannotBeWritten) {
 }
 
 TEST_F(Settings, Row25ASettingsFileThatMayNotBeTouched) {
-  LeaveSomethingToSave();
+  RemoveASetting();
   const std::string folder = folder_.Path("config/Kolvane");
   if (std::system(("chattr +i " + file() + " " + folder + " 2>/dev/null").c_str()) != 0)
     GTEST_SKIP() << "chattr +i is not permitted";
@@ -152,8 +152,8 @@ TEST_F(Settings, Row25ASettingsFileThatMayNotBeTouched) {
 }
 
 TEST_F(Settings, Row25SettingsOfAnotherUser) {
-  if (!NobodyCanRun()) GTEST_SKIP() << kNotAsNobody;
-  LeaveSomethingToSave();
+  if (!CanRunAsNobody()) GTEST_SKIP() << kCannotRunAsNobody;
+  RemoveASetting();
   fs::permissions(folder_.Path(""), fs::perms(0755));
   const app::Outcome outcome = OpenAndClose({.wrapper = kAsNobody});
   EXPECT_EQ(outcome.status, 0) << outcome.err;
@@ -163,7 +163,7 @@ TEST_F(Settings, Row25SettingsOfAnotherUser) {
 
 // A truncated value may not be a number: then a message names it, and the program ends.
 TEST_F(Settings, Row26ASettingsFileCutAnywhere) {
-  const std::size_t step = Thorough() ? 1 : 97;
+  const std::size_t step = IsThorough() ? 1 : 97;
   for (std::size_t size = 0; size < saved_.size(); size += step) {
     SCOPED_TRACE(size);
     base::WriteBytes(file(), saved_.substr(0, size));
@@ -175,7 +175,7 @@ TEST_F(Settings, Row26ASettingsFileCutAnywhere) {
 }
 
 TEST_F(Settings, Row26KilledWhileSaving) {
-  LeaveSomethingToSave();
+  RemoveASetting();
   for (const char* call : {"save", "fsync", "rename"}) {
     bool hit = true;
     for (int nth = 1; hit; ++nth) {
@@ -207,7 +207,7 @@ TEST_F(Settings, Row35DamagedExtrasAndStateAreNoHindrance) {
   const std::string whole =
       "[EXTRAS]\nListen=1\nUtf8=\\xZZ\n[WINDOW]\nGeometry=AdnQywAD\nSplitter=\"696,464\n[SIZES]\nU_Port=-1,"
       "99999999999\n";
-  const std::size_t step = Thorough() ? 1 : 41;
+  const std::size_t step = IsThorough() ? 1 : 41;
   for (std::size_t size = 0; size <= whole.size() + 1; size += step) {
     SCOPED_TRACE(size);
     const std::string damaged =
@@ -229,8 +229,8 @@ class Saving : public testing::TestWithParam<const char*> {
   std::string where() const { return IsHistory() ? folder_.Path("") : file(); }
   std::string file() const { return folder_.Path(IsHistory() ? "IPADDR.INI" : "a.file"); }
   // Flags are identified by their names.
-  std::string fresh() const { return GetParam() == std::string("extras") ? "Blocks" : "NEW"; }
-  std::string old() const { return GetParam() == std::string("extras") ? "Listen" : "OLD"; }
+  std::string changed() const { return GetParam() == std::string("extras") ? "Blocks" : "NEW"; }
+  std::string original() const { return GetParam() == std::string("extras") ? "Listen" : "OLD"; }
 
   int Save(const std::string& text, const FailingCall& failing = {}, int nth = 0) {
     const auto environment =
@@ -240,30 +240,30 @@ class Saving : public testing::TestWithParam<const char*> {
         .status;
   }
 
-  void Try(const FailingCall& failing) {
-    ASSERT_EQ(Save(old()), 0);
-    ASSERT_EQ(Save(fresh()), 0);
-    const std::string fresh_file = base::ReadBytes(file());
+  void FailEachCall(const FailingCall& failing) {
+    ASSERT_EQ(Save(original()), 0);
+    ASSERT_EQ(Save(changed()), 0);
+    const std::string changed_file = base::ReadBytes(file());
     bool hit = true;
     for (int nth = 1; hit; ++nth) {
       SCOPED_TRACE(Describe(failing, nth));
-      ASSERT_EQ(Save(old()), 0);
-      const std::string old_file = base::ReadBytes(file());
+      ASSERT_EQ(Save(original()), 0);
+      const std::string original_file = base::ReadBytes(file());
       fs::remove(folder_.Path("hit"));
-      const int status = Save(fresh(), failing, nth);
+      const int status = Save(changed(), failing, nth);
       hit = fs::exists(folder_.Path("hit"));
       const std::string now = base::ReadBytes(file());
       EXPECT_TRUE(hit || nth > 1) << "nothing failed";
-      EXPECT_TRUE(now == old_file || now == fresh_file) << now;
+      EXPECT_TRUE(now == original_file || now == changed_file) << now;
       const bool killed = failing.kind == "kill" || failing.kind == "torn";
       EXPECT_EQ(status == -SIGKILL, killed && hit);
       // A refused save leaves no temporary file.
-      EXPECT_TRUE(killed || !LeftOver());
+      EXPECT_TRUE(killed || !HasTemporaryFile());
       if (HasFailure()) return;
     }
   }
 
-  bool LeftOver() const {
+  bool HasTemporaryFile() const {
     for (const std::string& name : folder_.Names()) {
       if (name.starts_with(".kolvane-")) return true;
     }
@@ -278,18 +278,19 @@ INSTANTIATE_TEST_SUITE_P(Files, Saving, testing::Values("list", "history", "extr
 
 TEST_P(Saving, Row23OnADiskThatIsFull) {
   for (const bool once : {true, false}) {
-    for (const char* call : {"save", "open", "fsync", "rename"}) Try({call, std::to_string(ENOSPC), once});
+    for (const char* call : {"save", "open", "fsync", "rename"})
+      FailEachCall({call, std::to_string(ENOSPC), once});
   }
 }
 
 TEST_P(Saving, Row28WithoutMemory) {
-  Try({"malloc", std::to_string(ENOMEM), true});
-  Try({"malloc", std::to_string(ENOMEM), false});
+  FailEachCall({"malloc", std::to_string(ENOMEM), true});
+  FailEachCall({"malloc", std::to_string(ENOMEM), false});
 }
 
 TEST_P(Saving, Row31KilledWhileSaving) {
-  for (const char* call : {"save", "open", "fsync", "rename"}) Try({call, "kill"});
-  Try({"save", "torn"});
+  for (const char* call : {"save", "open", "fsync", "rename"}) FailEachCall({call, "kill"});
+  FailEachCall({"save", "torn"});
 }
 
 }  // namespace

@@ -21,13 +21,13 @@ class ListeningFault : public LiveWindowTest {
   LiveWindow& Listen(Fault fault) {
     LiveWindow& live = Open([fault = std::move(fault)](Wire& wire) {
       wire.Send("own\r\n");
-      wire.AwaitCalm();
+      wire.AwaitEndOfFault();
       return fault(wire);
     });
     live.terminal().extras.listen = true;
     live.Send("FAULT");
     EXPECT_EQ(live.NewLines(), "FAULT|own");
-    live.instrument().Calm();
+    live.instrument().EndFault();
     return live;
   }
   /// The lines shown from here on, up to and including `last`.
@@ -88,7 +88,7 @@ TEST_P(ListeningOnTcp, Row33AFloodIsShownLineByLine) {
   for (int i = 1; i <= kLines; ++i) all += "unasked " + std::to_string(i) + "\r\n";
   Listen([all](Wire& wire) {
     wire.Send(all);
-    return After::kGoOn;
+    return After::kContinue;
   });
   std::string expected;
   for (int i = 1; i <= kLines; ++i) expected += (i == 1 ? "unasked " : "|unasked ") + std::to_string(i);
@@ -100,7 +100,7 @@ TEST_P(ListeningOnTcp, Row33ALineWithoutEndIsShownInParts) {
   constexpr std::size_t kBytes = 300'000;
   Listen([](Wire& wire) {
     wire.Send(std::string(kBytes, 'x') + "\r\nend\r\n");
-    return After::kGoOn;
+    return After::kContinue;
   });
   const std::string lines = LinesUntil("end");
   EXPECT_EQ(std::count(lines.begin(), lines.end(), 'x'), static_cast<std::ptrdiff_t>(kBytes));
@@ -110,15 +110,15 @@ TEST_P(ListeningOnTcp, Row33ALineWithoutEndIsShownInParts) {
 TEST_P(BlockFault, Row34ABlockThatBreaksOffFails) {
   LiveWindow& live = Open([](Wire& wire) {
     wire.Send("#3100" + std::string(50, 'x'));
-    wire.AwaitCalm();
-    return After::kGoOn;
+    wire.AwaitEndOfFault();
+    return After::kContinue;
   });
   live.terminal().extras.blocks = true;
   live.terminal().shown.timeout = "300";
   live.Send("FAULT");
   EXPECT_EQ(live.NewLines(), "FAULT|" + TextOf(Status::kReadTimeout));
   live.terminal().shown.timeout = "20000";
-  live.instrument().Calm();
+  live.instrument().EndFault();
   ExpectUsable();
 }
 
@@ -127,7 +127,7 @@ TEST_P(BlockFault, Row34ADrippedBlockIsWhole) {
     wire.Drip("#15a\r\nb", 40);
     // A terminator counts for 50 ms.
     wire.Send("\n\r\n");
-    return After::kGoOn;
+    return After::kContinue;
   });
   live.terminal().extras.blocks = true;
   live.Send("FAULT");
@@ -138,7 +138,7 @@ TEST_P(BlockFault, Row34ADrippedBlockIsWhole) {
 TEST_P(BlockFault, Row34ALengthBeyondTheLimitIsRefused) {
   LiveWindow& live = Open([](Wire& wire) {
     wire.Send("#9999999999");
-    return After::kGoOn;
+    return After::kContinue;
   });
   live.terminal().extras.blocks = true;
   live.Send("FAULT");

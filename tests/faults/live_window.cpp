@@ -13,7 +13,7 @@ namespace {
 
 constexpr char kTimeoutMs[] = "20000";
 
-QString Masked(const QString& line) {
+QString WithoutAddress(const QString& line) {
   if (line.contains(QLatin1String("  Verbindung hergestellt mit "))) return QStringLiteral("<+>");
   if (line.contains(QLatin1String("  Verbindung getrennt von "))) return QStringLiteral("<->");
   return line;
@@ -70,7 +70,7 @@ std::string LiveWindow::NewLines() {
   const QString text = window_.findChild<pane::OutputPane*>()->plainText();
   QStringList lines;
   for (const QString& line : text.mid(shown_).split(QLatin1Char('\n'), Qt::SkipEmptyParts))
-    lines << Masked(line);
+    lines << WithoutAddress(line);
   shown_ = text.size();
   return lines.join(QLatin1Char('|')).toStdString();
 }

@@ -18,7 +18,7 @@ using pane::PaneText;
 /// Runs `step` repeatedly, failing the nth allocation of the nth run, until none fails; runs `check` after
 /// each.
 template <typename Step, typename Check>
-void WithoutMemory(Step step, Check check) {
+void FailEachAllocation(Step step, Check check) {
   bool hit = true;
   for (int nth = 1; hit; ++nth) {
     SCOPED_TRACE(nth);
@@ -39,7 +39,7 @@ void ExpectWholeLines(const std::string& line) {
     text = std::make_unique<PaneText>();
     for (int i = 0; i < 100; ++i) text->AppendLine(line, i % 2 == 1 ? base::kCommandColor : base::kNoColor);
   };
-  WithoutMemory(append, [&] {
+  FailEachAllocation(append, [&] {
     if (text == nullptr) return;
     text->AppendLine(line, base::kNoColor);
     const pane::PaneStore& store = text->store();
@@ -59,18 +59,18 @@ TEST(PaneMemory, Row28RowsAreFoundAgain) {
   const OutputPaneMetrics metrics{QFont(QStringLiteral("Courier New"), 10)};
   OutputPaneRows rows(text.store(), metrics);
   rows.SetLayout(metrics, metrics.space_width() * 10);
-  const auto walk = [&] {
+  const auto check_rows = [&] {
     rows.Sync();
     std::size_t reached = 0;
     for (std::size_t row = 0; row < rows.Total(); ++row) {
-      const pane::PaneRow place = rows.RowAt(row);
-      EXPECT_EQ(place.begin, reached);
-      EXPECT_EQ(rows.RowOf(place.begin), row);
-      reached = place.end + (place.ends_line ? 1 : 0);
+      const pane::PaneRow range = rows.RowAt(row);
+      EXPECT_EQ(range.begin, reached);
+      EXPECT_EQ(rows.RowOf(range.begin), row);
+      reached = range.end + (range.ends_line ? 1 : 0);
     }
     EXPECT_EQ(reached, text.Length() + 1);
   };
-  WithoutMemory([&] { rows.SetLayout(metrics, metrics.space_width() * 10), walk(); }, walk);
+  FailEachAllocation([&] { rows.SetLayout(metrics, metrics.space_width() * 10), check_rows(); }, check_rows);
 }
 
 }  // namespace

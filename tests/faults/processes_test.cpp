@@ -38,7 +38,7 @@ class OnPort : public Processes, public testing::WithParamInterface<Port> {};
 INSTANTIATE_TEST_SUITE_P(Ports, OnPort, testing::ValuesIn(kPorts),
                          [](const auto& port) { return NameOf(port.param); });
 
-constexpr std::string_view kRest = "kolvane: 14 Bytes warten\n";
+constexpr std::string_view kBytesWaiting = "kolvane: 14 Bytes warten\n";
 
 TEST_P(OnPort, Row18TheInstrumentGoesInTheMiddleOfAList) {
   FaultyInstrument instrument(GetParam(), [](Wire& wire) {
@@ -54,9 +54,9 @@ TEST_P(OnPort, Row18TheInstrumentGoesInTheMiddleOfAList) {
       "kolvane: " + end +
       (end == "-40" ? ": Verbindung vom Gerät geschlossen\n" : ": Verbindung abgerissen\n");
   // A line that disappears may lose its last bytes.
-  std::string told = outcome.err;
-  if (told.ends_with(kRest)) told.resize(told.size() - kRest.size());
-  EXPECT_EQ(told, words + "kolvane: Write error: " + end + "\n" + words);
+  std::string reported = outcome.err;
+  if (reported.ends_with(kBytesWaiting)) reported.resize(reported.size() - kBytesWaiting.size());
+  EXPECT_EQ(reported, words + "kolvane: Write error: " + end + "\n" + words);
   EXPECT_EQ(Log(), "ONE\r\n" + end + "\r\n" + end + "\r\n");
 }
 
@@ -82,14 +82,14 @@ INSTANTIATE_TEST_SUITE_P(Signals, Signalled, testing::Values(SIGTERM, SIGHUP, SI
 
 TEST_P(Signalled, Row29TheLogHoldsWholeLinesAndTheConnectionIsClosed) {
   FaultyInstrument instrument(Port::kTcp, [](Wire& wire) {
-    wire.AwaitCalm();
+    wire.AwaitEndOfFault();
     wire.Send("FAULT\r\n");
-    return After::kGoOn;
+    return After::kContinue;
   });
   app::Program program(List("ONE\r\nFAULT\r\nTHREE\r\n", instrument));
   instrument.AwaitFault();
   program.Signal(GetParam());
-  instrument.Calm();
+  instrument.EndFault();
   const app::Outcome outcome = program.Wait();
   const bool killed = GetParam() == SIGKILL;
   EXPECT_EQ(outcome.status, killed ? -SIGKILL : 1);
@@ -111,7 +111,7 @@ TEST_F(Processes, Row29AMessageBeforeTheWindowEndsByTheSignalToo) {
 
 // Small numbers of descriptors are too few; from some number on they are enough.
 TEST_F(Processes, Row28TooFewDescriptors) {
-  FaultyInstrument instrument(Port::kTcp, Nothing);
+  FaultyInstrument instrument(Port::kTcp, NoFault);
   bool enough = false;
   for (int number = 3; number < 40 && !enough; ++number) {
     SCOPED_TRACE(number);
@@ -127,7 +127,7 @@ TEST_F(Processes, Row28TooFewDescriptors) {
 }
 
 TEST_F(Processes, Row28TooLittleAddressSpace) {
-  FaultyInstrument instrument(Port::kTcp, Nothing);
+  FaultyInstrument instrument(Port::kTcp, NoFault);
   bool enough = false;
   for (int mebibytes = 16; mebibytes < 1024 && !enough; mebibytes += 8) {
     SCOPED_TRACE(mebibytes);
@@ -142,7 +142,7 @@ TEST_F(Processes, Row28TooLittleAddressSpace) {
 }
 
 TEST_F(Processes, Row21ALineOfSomebodyElse) {
-  if (!NobodyCanRun()) GTEST_SKIP() << kNotAsNobody;
+  if (!CanRunAsNobody()) GTEST_SKIP() << kCannotRunAsNobody;
   base::Pty pty;
   const Words words = {"send", "ONE", "--connect", "ASRL" + pty.node() + "::INSTR"};
   ASSERT_EQ(chmod(pty.node().c_str(), 0600), 0);
@@ -158,7 +158,7 @@ TEST_F(Processes, Row21ALineOfSomebodyElse) {
 }
 
 TEST_F(Processes, Row30TheClockGoesBackAtEachLook) {
-  FaultyInstrument instrument(Port::kTcp, Nothing);
+  FaultyInstrument instrument(Port::kTcp, NoFault);
   std::map<std::string, std::string> environment =
       ShimEnvironment({"clock", "back", false}, 1, folder_.Path("hit"));
   Words words = List("ONE\r\nFAULT\r\nTHREE\r\n", instrument, "200");
@@ -174,7 +174,7 @@ TEST_F(Processes, Row30TheClockGoesBackAtEachLook) {
 
 TEST_F(Processes, Row30AnotherMonotonicClock) {
   if (geteuid() != 0) GTEST_SKIP() << "only root may have separate clocks";
-  FaultyInstrument instrument(Port::kTcp, Nothing);
+  FaultyInstrument instrument(Port::kTcp, NoFault);
   app::Program program(List("ONE\r\nFAULT\r\nTHREE\r\n", instrument, "200"),
                        {.wrapper = {"unshare", "-T", "--monotonic", "2000000000", "--fork"}});
   EXPECT_TRUE(program.EndsWithin(30'000));
@@ -195,16 +195,16 @@ void AwaitState(pid_t process, char state) {
 // An answer that arrived while it was stopped counts, although the time-out is over.
 TEST_P(OnPort, Row30StoppedAndContinued) {
   FaultyInstrument instrument(GetParam(), [](Wire& wire) {
-    wire.AwaitCalm();
+    wire.AwaitEndOfFault();
     wire.Send("while it was stopped\r\n");
-    return After::kGoOn;
+    return After::kContinue;
   });
   app::Program program(List("ONE\r\nFAULT\r\nTHREE\r\n", instrument, "1000"),
                        {.environment = instrument.Environment()});
   instrument.AwaitFault();
   program.Signal(SIGSTOP);
   AwaitState(program.id(), 'T');
-  instrument.Calm();
+  instrument.EndFault();
   EXPECT_FALSE(program.EndsWithin(1200));
   program.Signal(SIGCONT);
   const app::Outcome outcome = program.Wait();
@@ -216,7 +216,7 @@ TEST_P(OnPort, Row30StoppedAndContinued) {
 TEST_F(Processes, Row31LocalesChangeNothing) {
   for (const char* locale : {"C", "C.UTF-8", "de_DE.UTF-8", "nonsense"}) {
     SCOPED_TRACE(locale);
-    FaultyInstrument instrument(Port::kTcp, Nothing);
+    FaultyInstrument instrument(Port::kTcp, NoFault);
     std::filesystem::remove(folder_.Path("a.LOG"));
     const app::Outcome outcome = app::RunProgram(List("Gr\xF6\xDF\x65 1.5\r\nFAULT\r\n", instrument, "250"),
                                                  {.environment = {{"LC_ALL", locale}, {"LANG", locale}}});
@@ -232,7 +232,7 @@ TEST_F(Processes, Row31LocalesChangeNothing) {
 TEST_F(Processes, Row31NoHomeFolder) {
   Words wrapper = {"env", "-u", "HOME", "-u", "XDG_CONFIG_HOME", "-u", "XDG_DATA_HOME"};
   // Root would find a home in the root folder.
-  if (geteuid() == 0 && !NobodyCanRun()) GTEST_SKIP() << kNotAsNobody;
+  if (geteuid() == 0 && !CanRunAsNobody()) GTEST_SKIP() << kCannotRunAsNobody;
   if (geteuid() == 0) wrapper.insert(wrapper.end(), kAsNobody.begin(), kAsNobody.end());
   EXPECT_EQ(app::RunProgram({"send", "ONE", "--connect", "OFFLINE"}, {.wrapper = wrapper}).status, 0);
   bool hung = false;
@@ -243,7 +243,7 @@ TEST_F(Processes, Row31NoHomeFolder) {
 
 TEST_F(Processes, Row31ACurrentFolderThatIsGone) {
   const std::string script = "mkdir gone && cd gone && rmdir ../gone && exec \"$@\"";
-  const app::Surroundings gone{.folder = folder_.Path(""), .wrapper = {"sh", "-c", script, "sh"}};
+  const app::LaunchOptions gone{.folder = folder_.Path(""), .wrapper = {"sh", "-c", script, "sh"}};
   EXPECT_EQ(app::RunProgram({"send", "ONE", "--connect", "OFFLINE"}, gone).status, 0);
   bool hung = false;
   const app::Outcome outcome = WindowProgram(folder_.Path("config"), folder_.Path("own"), gone).End(&hung);

@@ -35,20 +35,20 @@ void* __libc_realloc(void*, std::size_t);
 
 namespace {
 
-struct Plan {
+struct Fault {
   const char* call = "";
   const char* file = nullptr;
   bool is_short = false;
   bool kills = false;
-  bool tears = false;
+  bool writes_half = false;
   int error = 0;
   long nth = 0;
   bool once = true;
 };
 
-std::atomic<bool> main_begun = false;
+std::atomic<bool> main_started = false;
 std::atomic<long> calls = 0;
-Plan plan;
+Fault fault;
 
 const char* Word(const char* name) {
   const char* value = std::getenv(name);
@@ -56,16 +56,16 @@ const char* Word(const char* name) {
 }
 
 // Runs just before main; calls during the start of the libraries do not count.
-void ReadPlan() {
+void ReadFault() {
   const char* kind = Word("FAULT_KIND");
-  plan.call = Word("FAULT_CALL");
-  plan.file = std::getenv("FAULT_FILE");
-  plan.is_short = std::strcmp(kind, "short") == 0;
-  plan.kills = std::strcmp(kind, "kill") == 0;
-  plan.tears = std::strcmp(kind, "torn") == 0;
-  plan.error = std::atoi(kind);
-  plan.nth = std::atol(Word("FAULT_NTH"));
-  plan.once = std::strcmp(Word("FAULT_LAST"), "on") != 0;
+  fault.call = Word("FAULT_CALL");
+  fault.file = std::getenv("FAULT_FILE");
+  fault.is_short = std::strcmp(kind, "short") == 0;
+  fault.kills = std::strcmp(kind, "kill") == 0;
+  fault.writes_half = std::strcmp(kind, "torn") == 0;
+  fault.error = std::atoi(kind);
+  fault.nth = std::atol(Word("FAULT_NTH"));
+  fault.once = std::strcmp(Word("FAULT_LAST"), "on") != 0;
 }
 
 template <typename Function>
@@ -74,54 +74,54 @@ Function Real(const char* name) {
 }
 
 void NoteHit() {
-  if (plan.file == nullptr) return;
+  if (fault.file == nullptr) return;
   static const auto real_open = Real<int (*)(const char*, int, ...)>("open");
-  const int fd = real_open(plan.file, O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+  const int fd = real_open(fault.file, O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
   if (fd >= 0) close(fd);
 }
 
 bool Counts(long number) {
-  if (plan.once) return number == plan.nth;
-  if (plan.error == EINTR) return number >= plan.nth && (number - plan.nth) % 2 == 0;
-  return number >= plan.nth;
+  if (fault.once) return number == fault.nth;
+  if (fault.error == EINTR) return number >= fault.nth && (number - fault.nth) % 2 == 0;
+  return number >= fault.nth;
 }
 
 /// Whether this call, one of those that count, is to be hit.
 bool Hits(const char* call) {
-  if (!main_begun || std::strcmp(plan.call, call) != 0 || !Counts(++calls)) return false;
+  if (!main_started || std::strcmp(fault.call, call) != 0 || !Counts(++calls)) return false;
   NoteHit();
-  if (plan.kills) kill(getpid(), SIGKILL);
+  if (fault.kills) kill(getpid(), SIGKILL);
   return true;
 }
 
 bool Fails(const char* call) {
-  if (plan.is_short || plan.tears || !Hits(call)) return false;
-  errno = plan.error;
+  if (fault.is_short || fault.writes_half || !Hits(call)) return false;
+  errno = fault.error;
   return true;
 }
 
 /// The size that a transfer of `size` bytes is cut to.
 std::size_t Cut(const char* call, std::size_t size) {
-  return plan.is_short && size > 1 && Hits(call) ? 1 : size;
+  return fault.is_short && size > 1 && Hits(call) ? 1 : size;
 }
 
 /// Restores errno after a descriptor was examined.
-class KeptErrno {
+class ErrnoGuard {
  public:
-  ~KeptErrno() { errno = kept_; }
+  ~ErrnoGuard() { errno = saved_; }
 
  private:
-  int kept_ = errno;
+  int saved_ = errno;
 };
 
 bool IsDevice(int fd) {
-  const KeptErrno keep;
+  const ErrnoGuard guard;
   struct stat about {};
   return fd > STDERR_FILENO && fstat(fd, &about) == 0 && (S_ISSOCK(about.st_mode) || isatty(fd) != 0);
 }
 
 bool IsFile(int fd) {
-  const KeptErrno keep;
+  const ErrnoGuard guard;
   struct stat about {};
   return fd > STDERR_FILENO && fstat(fd, &about) == 0 && S_ISREG(about.st_mode);
 }
@@ -130,8 +130,8 @@ using Main = int (*)(int, char**, char**);
 Main real_main = nullptr;
 
 int CountedMain(int argc, char** argv, char** environment) {
-  ReadPlan();
-  main_begun = true;
+  ReadFault();
+  main_started = true;
   return real_main(argc, argv, environment);
 }
 
@@ -167,7 +167,7 @@ ssize_t send(int fd, const void* buffer, std::size_t size, int flags) {
 ssize_t write(int fd, const void* buffer, std::size_t size) {
   static const auto real = Real<ssize_t (*)(int, const void*, std::size_t)>("write");
   const char* call = IsDevice(fd) ? "write" : IsFile(fd) ? "save" : "";
-  if (plan.tears && Hits(call)) {
+  if (fault.writes_half && Hits(call)) {
     real(fd, buffer, size / 2);
     kill(getpid(), SIGKILL);
   }
@@ -183,7 +183,7 @@ int poll(pollfd* entries, nfds_t count, int timeout) {
 int connect(int fd, const sockaddr* address, socklen_t size) {
   static const auto real = Real<int (*)(int, const sockaddr*, socklen_t)>("connect");
   const bool fails = Fails("connect");
-  if (fails && plan.error != EINTR) return -1;
+  if (fails && fault.error != EINTR) return -1;
   const int result = real(fd, address, size);
   if (fails) errno = EINTR;
   return fails ? -1 : result;

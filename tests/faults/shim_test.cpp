@@ -39,14 +39,14 @@ bool IsInOrder(const std::string& out) {
 
 class Shim : public testing::Test {
  protected:
-  static constexpr int kMostCalls = 10'000;
+  static constexpr int kMaxCalls = 10'000;
 
   /// Runs `check` on each run, for n = 1, 2, 3 ... until a run does not make that many calls.
   template <typename Check>
   void ForEachCall(Port port, const FailingCall& failing, Check check, int step = 1) {
-    FaultyInstrument instrument(port, Nothing);
+    FaultyInstrument instrument(port, NoFault);
     int nth = 1;
-    for (; nth < kMostCalls; nth += step) {
+    for (; nth < kMaxCalls; nth += step) {
       SCOPED_TRACE(NameOf(port) + ": " + Describe(failing, nth));
       const ShimRun run = RunWithShim(failing, nth, instrument);
       ASSERT_FALSE(run.hung);
@@ -57,11 +57,11 @@ class Shim : public testing::Test {
       if (!run.hit) break;
     }
     EXPECT_GT(nth, 1) << "no such call";
-    EXPECT_LT(nth, kMostCalls);
+    EXPECT_LT(nth, kMaxCalls);
   }
 
   /// The fault has no effect.
-  static void ExpectUnnoticed(const ShimRun& run) {
+  static void ExpectNoEffect(const ShimRun& run) {
     EXPECT_EQ(run.outcome.status, 0);
     EXPECT_EQ(run.outcome.out, kAllAnswered);
     EXPECT_EQ(run.outcome.err, "");
@@ -69,8 +69,8 @@ class Shim : public testing::Test {
   }
 
   /// The fault is reported, and no line is lost or doubled.
-  static void ExpectTold(const ShimRun& run) {
-    if (!run.hit) return ExpectUnnoticed(run);
+  static void ExpectReported(const ShimRun& run) {
+    if (!run.hit) return ExpectNoEffect(run);
     if (run.outcome.status == 3) {
       EXPECT_NE(run.outcome.err, "");
       EXPECT_EQ(run.outcome.out, "");
@@ -85,42 +85,42 @@ class Shim : public testing::Test {
 
 TEST_F(Shim, Row14ShortTransfers) {
   for (const bool once : {true, false}) {
-    ForEachCall(Port::kTcp, {"recv", "short", once}, ExpectUnnoticed);
-    ForEachCall(Port::kTcp, {"send", "short", once}, ExpectUnnoticed);
-    ForEachCall(Port::kCom, {"read", "short", once}, ExpectUnnoticed);
-    ForEachCall(Port::kCom, {"write", "short", once}, ExpectUnnoticed);
-    ForEachCall(Port::kTcp, {"save", "short", once}, ExpectUnnoticed);
+    ForEachCall(Port::kTcp, {"recv", "short", once}, ExpectNoEffect);
+    ForEachCall(Port::kTcp, {"send", "short", once}, ExpectNoEffect);
+    ForEachCall(Port::kCom, {"read", "short", once}, ExpectNoEffect);
+    ForEachCall(Port::kCom, {"write", "short", once}, ExpectNoEffect);
+    ForEachCall(Port::kTcp, {"save", "short", once}, ExpectNoEffect);
   }
 }
 
 TEST_F(Shim, Row15Interruptions) {
   for (const bool once : {true, false}) {
     for (const char* call : {"recv", "send", "connect", "save", "open"})
-      ForEachCall(Port::kTcp, {call, Error(EINTR), once}, ExpectUnnoticed);
+      ForEachCall(Port::kTcp, {call, Error(EINTR), once}, ExpectNoEffect);
     for (const char* call : {"read", "write", "open", "save"})
-      ForEachCall(Port::kCom, {call, Error(EINTR), once}, ExpectUnnoticed);
+      ForEachCall(Port::kCom, {call, Error(EINTR), once}, ExpectNoEffect);
   }
 }
 
 TEST_F(Shim, Row16NothingNow) {
   for (const char* call : {"recv", "send"}) {
-    ForEachCall(Port::kTcp, {call, Error(EAGAIN), true}, ExpectUnnoticed);
-    ForEachCall(Port::kTcp, {call, Error(EAGAIN), false}, ExpectTold);
+    ForEachCall(Port::kTcp, {call, Error(EAGAIN), true}, ExpectNoEffect);
+    ForEachCall(Port::kTcp, {call, Error(EAGAIN), false}, ExpectReported);
   }
   for (const char* call : {"read", "write"}) {
-    ForEachCall(Port::kCom, {call, Error(EAGAIN), true}, ExpectUnnoticed);
-    ForEachCall(Port::kCom, {call, Error(EAGAIN), false}, ExpectTold);
+    ForEachCall(Port::kCom, {call, Error(EAGAIN), true}, ExpectNoEffect);
+    ForEachCall(Port::kCom, {call, Error(EAGAIN), false}, ExpectReported);
   }
 }
 
 TEST_F(Shim, Row16TransfersThatFail) {
-  const std::vector<int> errors = Thorough() ? std::vector{EIO, ENOMEM, ECONNRESET} : std::vector{EIO};
+  const std::vector<int> errors = IsThorough() ? std::vector{EIO, ENOMEM, ECONNRESET} : std::vector{EIO};
   for (const bool once : {true, false}) {
     for (const int error : errors) {
       for (const char* call : {"recv", "send", "connect", "poll"})
-        ForEachCall(Port::kTcp, {call, Error(error), once}, ExpectTold);
+        ForEachCall(Port::kTcp, {call, Error(error), once}, ExpectReported);
       for (const char* call : {"read", "write", "open"})
-        ForEachCall(Port::kCom, {call, Error(error), once}, ExpectTold);
+        ForEachCall(Port::kCom, {call, Error(error), once}, ExpectReported);
     }
   }
 }
@@ -130,7 +130,7 @@ TEST_F(Shim, Row23ALogOnADiskThatIsFull) {
   for (const bool once : {true, false}) {
     for (const int error : {ENOSPC, EIO}) {
       ForEachCall(Port::kTcp, {"save", Error(error), once}, [](const ShimRun& run) {
-        if (!run.hit) return ExpectUnnoticed(run);
+        if (!run.hit) return ExpectNoEffect(run);
         EXPECT_EQ(run.outcome.out, kAllAnswered);
         EXPECT_NE(run.outcome.err.find("kann nicht geschrieben werden"), std::string::npos);
         EXPECT_TRUE(run.log.empty() || run.log.ends_with("\r\n")) << run.log;
@@ -145,7 +145,7 @@ TEST_F(Shim, Row31KilledWhileWritingTheLog) {
   const std::vector<std::string> logs = {"", "ONE\r\n", "ONE\r\nTWO\r\n"};
   std::size_t killed = 0;
   ForEachCall(Port::kTcp, {"save", "kill"}, [&](const ShimRun& run) {
-    if (!run.hit) return ExpectUnnoticed(run);
+    if (!run.hit) return ExpectNoEffect(run);
     ASSERT_LT(killed, logs.size());
     EXPECT_EQ(run.log, logs[killed++]);
   });
@@ -153,15 +153,15 @@ TEST_F(Shim, Row31KilledWhileWritingTheLog) {
 }
 
 TEST_F(Shim, Row28NoMemory) {
-  const int step = Thorough() ? 1 : 7;
+  const int step = IsThorough() ? 1 : 7;
   for (const bool once : {true, false}) {
     ForEachCall(
         Port::kTcp, {"malloc", Error(ENOMEM), once},
         [](const ShimRun& run) {
-          if (!run.hit) return ExpectUnnoticed(run);
+          if (!run.hit) return ExpectNoEffect(run);
           // A lack of memory in the port library is an answer's status, anywhere else a message.
-          const bool told = !run.outcome.err.empty() || run.outcome.out.find("-51") != std::string::npos;
-          EXPECT_NE(told, run.outcome.status == 0) << run.outcome.err << run.outcome.out;
+          const bool reported = !run.outcome.err.empty() || run.outcome.out.find("-51") != std::string::npos;
+          EXPECT_NE(reported, run.outcome.status == 0) << run.outcome.err << run.outcome.out;
           EXPECT_TRUE(run.log.empty() || run.log.ends_with("\r\n")) << run.log;
         },
         step);

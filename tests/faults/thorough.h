@@ -5,6 +5,6 @@
 namespace kolvane::faults {
 
 /// Whether to try every call and every error, not only some; tests/faults/run does.
-inline bool Thorough() { return std::getenv("KOLVANE_FAULTS") != nullptr; }
+inline bool IsThorough() { return std::getenv("KOLVANE_FAULTS") != nullptr; }
 
 }  // namespace kolvane::faults

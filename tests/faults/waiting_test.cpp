@@ -29,15 +29,15 @@ namespace {
 
 const std::string kGivenUp = TextOf(devlnk::Status::kGivenUp);
 
-After Silence(Wire& wire) {
-  wire.AwaitCalm();
-  return After::kGoOn;
+After SendNothing(Wire& wire) {
+  wire.AwaitEndOfFault();
+  return After::kContinue;
 }
 
 class Waiting : public LiveWindowTest {
  protected:
   /// Runs `step` the first time that the window serves events while the instrument is silent.
-  void OnceWaiting(std::function<void()> step) {
+  void OnFirstWait(std::function<void()> step) {
     WhileWaiting([this, step = std::move(step)] {
       if (live_->instrument().lines().back() != "FAULT") return false;
       step();
@@ -46,13 +46,13 @@ class Waiting : public LiveWindowTest {
   }
   /// Runs `step` repeatedly until it returns true.
   void WhileWaiting(std::function<bool()> step) {
-    look_ = std::make_unique<QTimer>();
-    QObject::connect(look_.get(), &QTimer::timeout, look_.get(), [this, step = std::move(step)] {
-      if (!look_->isActive()) return;
-      look_->stop();
-      if (!step()) look_->start();
+    timer_ = std::make_unique<QTimer>();
+    QObject::connect(timer_.get(), &QTimer::timeout, timer_.get(), [this, step = std::move(step)] {
+      if (!timer_->isActive()) return;
+      timer_->stop();
+      if (!step()) timer_->start();
     });
-    look_->start(10);
+    timer_->start(10);
   }
 
   void Escape() { QTest::keyClick(live_->window().focusWidget(), Qt::Key_Escape); }
@@ -64,7 +64,7 @@ class Waiting : public LiveWindowTest {
 
   /// The connection can be used as before.
   void ExpectUsable() {
-    live_->instrument().Calm();
+    live_->instrument().EndFault();
     live_->Send("NOW");
     EXPECT_EQ(live_->NewLines(), "NOW|NOW");
     EXPECT_TRUE(live_->boxes().empty());
@@ -73,7 +73,7 @@ class Waiting : public LiveWindowTest {
     EXPECT_EQ(State(), "");
   }
 
-  std::unique_ptr<QTimer> look_;
+  std::unique_ptr<QTimer> timer_;
 };
 
 using WaitingOnTcp = Waiting;
@@ -81,8 +81,8 @@ INSTANTIATE_TEST_SUITE_P(Ports, Waiting, testing::ValuesIn(kPorts), PortName);
 INSTANTIATE_TEST_SUITE_P(Ports, WaitingOnTcp, testing::Values(Port::kTcp), PortName);
 
 TEST_P(Waiting, EscGivesUpAnAnswer) {
-  LiveWindow& live = Open(Silence);
-  OnceWaiting([&] {
+  LiveWindow& live = Open(SendNothing);
+  OnFirstWait([&] {
     EXPECT_TRUE(live.window().property("busy").toBool());
     Escape();
   });
@@ -94,20 +94,20 @@ TEST_P(Waiting, EscGivesUpAnAnswer) {
 TEST_P(Waiting, ReceivedBytesAreKeptForTheNextRead) {
   LiveWindow& live = Open([](Wire& wire) {
     wire.Send("begin");
-    wire.AwaitCalm();
+    wire.AwaitEndOfFault();
     wire.Send(" and end\r\n");
-    return After::kGoOn;
+    return After::kContinue;
   });
-  OnceWaiting([&] { Escape(); });
+  OnFirstWait([&] { Escape(); });
   live.Send("FAULT");
-  live.instrument().Calm();
+  live.instrument().EndFault();
   live.Send("NEXT");
   live.Send("LAST");
   EXPECT_EQ(live.NewLines(), "FAULT|" + kGivenUp + "|NEXT|begin and end|LAST|NEXT");
 }
 
 TEST_P(Waiting, EscGivesUpACommandThatNobodyReads) {
-  LiveWindow& live = Open(Silence);
+  LiveWindow& live = Open(SendNothing);
   WhileWaiting([&] { return live.window().property("busy").toBool() && (Escape(), true); });
   EXPECT_EQ(live.window().core().session.SendCommand(std::string(std::size_t{16} << 20, 'x')),
             terminal::Sent::kWriteFailed);
@@ -117,11 +117,11 @@ TEST_P(Waiting, EscGivesUpACommandThatNobodyReads) {
 TEST_P(Waiting, EscGivesUpABlockAndDiscardsReceivedBytes) {
   LiveWindow& live = Open([](Wire& wire) {
     wire.Send("#3100" + std::string(50, 'x'));
-    wire.AwaitCalm();
-    return After::kGoOn;
+    wire.AwaitEndOfFault();
+    return After::kContinue;
   });
   live.terminal().extras.blocks = true;
-  OnceWaiting([&] { Escape(); });
+  OnFirstWait([&] { Escape(); });
   live.Send("FAULT");
   EXPECT_EQ(live.NewLines(), "FAULT|" + kGivenUp);
   live.terminal().extras.blocks = false;
@@ -132,10 +132,10 @@ TEST_P(Waiting, EscGivesUpABlockAndDiscardsReceivedBytes) {
 TEST_P(Waiting, OfAnAnswerThatDripsReceivedBytesAreShown) {
   LiveWindow& live = Open([](Wire& wire) {
     wire.Drip(std::string(100'000, 'x'), 10);
-    return After::kGoOn;
+    return After::kContinue;
   });
   live.terminal().receive.mode = terminal::receive_mode::kAuto;
-  OnceWaiting([&] { Escape(); });
+  OnFirstWait([&] { Escape(); });
   live.Send("FAULT");
   const std::string lines = live.NewLines();
   EXPECT_TRUE(lines.starts_with("FAULT|xx")) << lines;
@@ -143,8 +143,8 @@ TEST_P(Waiting, OfAnAnswerThatDripsReceivedBytesAreShown) {
 }
 
 TEST_P(Waiting, KeysAndClicksAreDroppedNotQueued) {
-  LiveWindow& live = Open(Silence);
-  OnceWaiting([&] {
+  LiveWindow& live = Open(SendNothing);
+  OnFirstWait([&] {
     auto* command = Find<QComboBox>("cmbCommand");
     for (int press = 0; press < 3; ++press) QTest::keyClick(command->lineEdit(), Qt::Key_Return);
     QTest::keyClicks(command->lineEdit(), QStringLiteral("TYPED"));
@@ -171,7 +171,7 @@ TEST_P(Waiting, KeysAndClicksAreDroppedNotQueued) {
 }
 
 TEST_P(WaitingOnTcp, TheStateShowsTheReasonOfTheWait) {
-  Open(Silence);
+  Open(SendNothing);
   QString state;
   WhileWaiting([&] {
     state = State();
@@ -188,9 +188,9 @@ TEST_P(WaitingOnTcp, TheStateShowsTheReasonOfTheWait) {
 }
 
 TEST_P(WaitingOnTcp, TextCanBeSelectedCopiedAndScrolled) {
-  LiveWindow& live = Open(Silence);
+  LiveWindow& live = Open(SendNothing);
   auto* pane = Find<pane::OutputPane>("TermWin");
-  OnceWaiting([&] {
+  OnFirstWait([&] {
     QTest::mouseDClick(pane->viewport(), Qt::LeftButton, {},
                        pane->CharacterRect(pane->plainText().size() - 1).center());
     EXPECT_EQ(pane->selectedText(), "FAULT");
@@ -208,11 +208,11 @@ TEST_P(WaitingOnTcp, TextCanBeSelectedCopiedAndScrolled) {
 }
 
 TEST_P(WaitingOnTcp, ClosingGivesUpAndDoesTheLastSteps) {
-  LiveWindow& live = Open(Silence);
+  LiveWindow& live = Open(SendNothing);
   bool unloaded = false;
   live.window().OnUnload([&] { unloaded = true; });
   const QSignalSpy closed(&live.window(), &window::MainWindow::Closed);
-  OnceWaiting([&] {
+  OnFirstWait([&] {
     live.window().close();
     EXPECT_FALSE(unloaded);
   });
@@ -226,8 +226,8 @@ TEST_P(WaitingOnTcp, ClosingGivesUpAndDoesTheLastSteps) {
 TEST_P(WaitingOnTcp, StopGivesUpTheCurrentRowAndEndsTheRun) {
   for (const char* key : {"TB_STOP", "TB_BREAK"}) {
     SCOPED_TRACE(key);
-    LiveWindow& live = Open(Silence);
-    OnceWaiting([&] { live.Press(key); });
+    LiveWindow& live = Open(SendNothing);
+    OnFirstWait([&] { live.Press(key); });
     live.Play("ONE\r\nFAULT\r\nNEVER\r\n");
     EXPECT_EQ(live.NewLines(), "ONE|ONE|FAULT|" + kGivenUp);
     ExpectUsable();
@@ -236,18 +236,18 @@ TEST_P(WaitingOnTcp, StopGivesUpTheCurrentRowAndEndsTheRun) {
 }
 
 TEST_P(WaitingOnTcp, ARunIsStoppedByKeysAndByTheButtonItself) {
-  const std::function<void()> ways[] = {
+  const std::function<void()> stops[] = {
       [&] { QTest::keyClick(&live_->window(), Qt::Key_F5, Qt::ShiftModifier); },
       [&] { QTest::keyClick(&live_->window(), Qt::Key_F6); },
       [&] {
         auto* bar = live_->window().findChild<QToolBar*>("Toolbar3");
         QTest::mouseClick(bar->widgetForAction(Find<QAction>("TB_STOP")), Qt::LeftButton);
       }};
-  for (const auto& way : ways) {
-    LiveWindow& live = Open(Silence);
+  for (const auto& stop : stops) {
+    LiveWindow& live = Open(SendNothing);
     live.window().activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&live.window()));
-    OnceWaiting(way);
+    OnFirstWait(stop);
     live.Play("FAULT\r\nNEVER\r\n");
     EXPECT_EQ(live.NewLines(), "FAULT|" + kGivenUp);
     ExpectUsable();
@@ -256,18 +256,18 @@ TEST_P(WaitingOnTcp, ARunIsStoppedByKeysAndByTheButtonItself) {
 }
 
 TEST_P(WaitingOnTcp, EscGivesUpARowAndTheRunContinues) {
-  LiveWindow& live = Open(Silence);
-  OnceWaiting([&] {
+  LiveWindow& live = Open(SendNothing);
+  OnFirstWait([&] {
     EXPECT_EQ(Find<script::CommandGrid>("CommandScript")->list().current_row(), 2);
     Escape();
-    live.instrument().Calm();
+    live.instrument().EndFault();
   });
   live.Play("ONE\r\nFAULT\r\nTHREE\r\n");
   EXPECT_EQ(live.NewLines(), "ONE|ONE|FAULT|" + kGivenUp + "|THREE|THREE");
 }
 
 TEST_P(WaitingOnTcp, EscGivesUpADelay) {
-  LiveWindow& live = Open(Silence);
+  LiveWindow& live = Open(SendNothing);
   QString state;
   WhileWaiting([&] {
     state = State();
@@ -282,7 +282,7 @@ TEST_P(WaitingOnTcp, EscGivesUpADelay) {
 }
 
 TEST_P(WaitingOnTcp, BreakEndsADelayAndTheRun) {
-  LiveWindow& live = Open(Silence);
+  LiveWindow& live = Open(SendNothing);
   WhileWaiting([&] { return live.window().property("busy").toBool() && (live.Press("TB_BREAK"), true); });
   live.Play("$DELAY 600000\r\nNEVER\r\n");
   EXPECT_EQ(live.NewLines(), "");
@@ -290,29 +290,29 @@ TEST_P(WaitingOnTcp, BreakEndsADelayAndTheRun) {
 }
 
 TEST_P(WaitingOnTcp, OpenLoopsOfAStoppedRunAreShown) {
-  LiveWindow& live = Open(Silence);
-  OnceWaiting([&] { live.Press("TB_BREAK"); });
+  LiveWindow& live = Open(SendNothing);
+  OnFirstWait([&] { live.Press("TB_BREAK"); });
   live.Play("$SILENT ON\r\n$REPEAT 3\r\nFAULT\r\n$ENDREPEAT\r\n");
   EXPECT_EQ(State(), "-60: abgebrochen; Noch offen: 1 Schleife, $SILENT ON");
-  live.instrument().Calm();
+  live.instrument().EndFault();
   live.Play("$SILENT OFF\r\nNOW\r\n");
   EXPECT_EQ(State(), "Noch offen: 1 Schleife");
 }
 
 // The mark follows each row that takes longer than a frame, before its answer has arrived.
 TEST_P(WaitingOnTcp, TheMarkIsOnTheCurrentRow) {
-  LiveWindow& live = Open(Silence);
+  LiveWindow& live = Open(SendNothing);
   auto* grid = Find<script::CommandGrid>("CommandScript");
-  OnceWaiting([&] {
+  OnFirstWait([&] {
     EXPECT_EQ(grid->currentIndex().row(), 2);
     Escape();
-    live.instrument().Calm();
+    live.instrument().EndFault();
   });
   live.Play("ONE\r\nTWO\r\nFAULT\r\nFOUR\r\n");
 }
 
 TEST_P(WaitingOnTcp, EscGivesUpAConnection) {
-  LiveWindow& live = Open(Silence);
+  LiveWindow& live = Open(SendNothing);
   live.Press("TB_CONNECT");
   live.NewLines();
   const base::FullListener full;

@@ -58,12 +58,12 @@ TEST_P(WindowFault, Row02AnEndInTheMiddleOfAnAnswer) {
 TEST_P(WindowFault, Row18TheInstrumentGoesWhileNothingHappens) {
   LiveWindow& live = Open([](Wire& wire) {
     wire.Send("last words\r\n");
-    wire.AwaitCalm();
+    wire.AwaitEndOfFault();
     return After::kEnd;
   });
   live.Send("FAULT");
   EXPECT_EQ(live.NewLines(), "FAULT|last words");
-  live.instrument().Calm();
+  live.instrument().EndFault();
   ExpectReconnects(live);
 }
 
@@ -82,11 +82,11 @@ TEST_P(WindowFault, Row06AnAnswerOfSingleBytesIsNotCutShort) {
   for (const int gap_ms : {20, 40, 60}) {
     LiveWindow& live = Open([gap_ms](Wire& wire) {
       wire.Drip("12.5\r\n", gap_ms);
-      return After::kGoOn;
+      return After::kContinue;
     });
     live.Send("FAULT");
     EXPECT_EQ(live.NewLines(), "FAULT|12.5");
-    live.instrument().Calm();
+    live.instrument().EndFault();
     live.Send("NEXT");
     EXPECT_EQ(live.NewLines(), "NEXT|NEXT");
     ExpectReconnects(live);
@@ -96,13 +96,13 @@ TEST_P(WindowFault, Row06AnAnswerOfSingleBytesIsNotCutShort) {
 TEST_P(WindowFault, Row07TheTimeoutIsForTheWholeAnswer) {
   LiveWindow& live = Open([](Wire& wire) {
     wire.Drip(std::string(1000, 'x'), 40);
-    return After::kGoOn;
+    return After::kContinue;
   });
   live.terminal().shown.timeout = "300";
   live.Send("FAULT");
   EXPECT_EQ(live.NewLines(), "FAULT|" + kTimeout);
   live.terminal().shown.timeout = "20000";
-  live.instrument().Calm();
+  live.instrument().EndFault();
   live.Press("TB_FLUSH");
   EXPECT_TRUE(live.NewLines().starts_with("Empfangspuffer gelöscht ("));
   live.Send("NEXT");
@@ -114,7 +114,7 @@ TEST_P(WindowFault, Row08ALateAnswerCanBeFlushed) {
   LiveWindow& live = Open([](Wire& wire) {
     const auto next = wire.Line();
     wire.Send("late\r\n" + next.value_or("") + "\r\n");
-    return After::kGoOn;
+    return After::kContinue;
   });
   live.terminal().shown.timeout = "30";
   live.Send("FAULT");
@@ -129,7 +129,7 @@ TEST_P(WindowFault, Row08ALateAnswerCanBeFlushed) {
 }
 
 TEST_P(WindowFault, Row09NoAnswerAtAll) {
-  LiveWindow& live = Open([](Wire&) { return After::kGoOn; });
+  LiveWindow& live = Open([](Wire&) { return After::kContinue; });
   live.terminal().shown.timeout = "30";
   live.Send("FAULT");
   EXPECT_EQ(live.NewLines(), "FAULT|" + kTimeout);
@@ -144,7 +144,7 @@ TEST_P(WindowFault, Row10CrAndLfOnTheirOwn) {
     wire.Send("12.5\r");
     wire.Pause(30);
     wire.Send("\n");
-    return After::kGoOn;
+    return After::kContinue;
   });
   live.Send("FAULT");
   live.Send("NEXT");
@@ -155,7 +155,7 @@ TEST_P(WindowFault, Row10CrAndLfOnTheirOwn) {
 TEST_P(WindowFault, Row11TheTerminatorInsideACountedBlock) {
   LiveWindow& live = Open([](Wire& wire) {
     wire.Send("\r\n1\r\n2\r\n");
-    return After::kGoOn;
+    return After::kContinue;
   });
   live.terminal().receive = {.mode = 2, .binary_display = 1, .receive_terminator = ""};
   live.terminal().shown.count = "8";
@@ -171,13 +171,13 @@ TEST_P(WindowFault, Row12ALineWithoutEnd) {
     const std::string piece(1000, 'x');
     while (wire.Send(piece)) {
     }
-    return After::kGoOn;
+    return After::kContinue;
   });
   live.Send("FAULT");
   live.Send("NEXT");
   const std::string full(16000, 'x');
   EXPECT_EQ(live.NewLines(), "FAULT|" + full + "|NEXT|" + full);
-  live.instrument().Calm();
+  live.instrument().EndFault();
   live.Press("TB_FLUSH");
   live.instrument().AwaitAnswers(3);
   live.NewLines();
@@ -188,12 +188,12 @@ TEST_P(WindowFault, Row13AnInstrumentThatTalksUnasked) {
   LiveWindow& live = Open([](Wire& wire) {
     while (wire.Send("unasked\r\n")) {
     }
-    return After::kGoOn;
+    return After::kContinue;
   });
   live.Send("FAULT");
   live.Send("NEXT");
   EXPECT_EQ(live.NewLines(), "FAULT|unasked|NEXT|unasked");
-  live.instrument().Calm();
+  live.instrument().EndFault();
   live.Press("TB_FLUSH");
   live.instrument().AwaitAnswers(3);
   EXPECT_TRUE(live.NewLines().starts_with("Empfangspuffer gelöscht ("));
@@ -206,13 +206,13 @@ TEST_P(WindowFault, Row13GarbageAndAMebibyteThatNobodyAskedFor) {
     std::uint32_t seed = 1;
     for (char& byte : garbage) byte = static_cast<char>((seed = seed * 1664525 + 1013904223) >> 24);
     wire.Send("own\r\n" + garbage);
-    return After::kGoOn;
+    return After::kContinue;
   });
   live.Send("FAULT");
   EXPECT_EQ(live.NewLines(), "FAULT|own");
   // A hundred lines of it: each read gives one answer and none is an error.
   for (int i = 0; i < 100; ++i) ASSERT_TRUE(live.window().core().session.GetAnswer());
-  live.instrument().Calm();
+  live.instrument().EndFault();
   live.Press("TB_FLUSH");
   live.NewLines();
   ExpectReconnects(live);
@@ -220,7 +220,7 @@ TEST_P(WindowFault, Row13GarbageAndAMebibyteThatNobodyAskedFor) {
 
 TEST_P(WindowFault, Row17AnInstrumentThatNoLongerReads) {
   LiveWindow& live = Open([](Wire& wire) {
-    wire.AwaitCalm();
+    wire.AwaitEndOfFault();
     wire.ResetAtEnd();
     return After::kEnd;
   });
@@ -232,7 +232,7 @@ TEST_P(WindowFault, Row17AnInstrumentThatNoLongerReads) {
   const std::string endless(std::size_t{16} << 20, 'x');
   EXPECT_EQ(live.window().core().session.SendCommand(endless), terminal::Sent::kWriteFailed);
   EXPECT_EQ(live.NewLines(), "Write error: " + TextOf(Status::kWriteTimeout));
-  live.instrument().Calm();
+  live.instrument().EndFault();
   ExpectReconnects(live);
 }
 

@@ -29,13 +29,13 @@ void ExpectAnswersAgain(LiveWindow& live) {
 
 // More than a command or a list needs on an idle machine; the longer one takes, the more often the window is
 // painted.
-constexpr int kMostAllocations = 40;
+constexpr int kMaxAllocations = 40;
 
 TEST(WindowLimits, Row28ACommandWithoutMemory) {
-  LiveWindow live(Port::kTcp, Nothing);
+  LiveWindow live(Port::kTcp, NoFault);
   live.Send("FIRST");
   bool hit = true;
-  for (int nth = 1; hit && nth <= kMostAllocations; ++nth) {
+  for (int nth = 1; hit && nth <= kMaxAllocations; ++nth) {
     SCOPED_TRACE(nth);
     {
       auto* send = live.window().findChild<QPushButton*>("cmdSend");
@@ -51,10 +51,10 @@ TEST(WindowLimits, Row28ACommandWithoutMemory) {
 }
 
 TEST(WindowLimits, Row28AListWithoutMemory) {
-  LiveWindow live(Port::kTcp, Nothing);
+  LiveWindow live(Port::kTcp, NoFault);
   live.Play("ONE\r\n$REPEAT 1\r\nTWO\r\n$ENDREPEAT\r\n");
   bool hit = true;
-  for (int nth = 1; hit && nth <= kMostAllocations; ++nth) {
+  for (int nth = 1; hit && nth <= kMaxAllocations; ++nth) {
     SCOPED_TRACE(nth);
     {
       auto* play = live.window().findChild<QAction*>("TB_PLAY");
@@ -73,7 +73,7 @@ TEST(WindowLimits, Row28AListWithoutMemory) {
 
 TEST(WindowLimits, Row28NoDescriptorToConnect) {
   for (const Port port : kPorts) {
-    LiveWindow live(port, Nothing);
+    LiveWindow live(port, NoFault);
     live.Send("FIRST");
     live.Press("TB_CONNECT");
     // Qt ends the process if its first use of a message box finds no descriptor.
@@ -99,7 +99,7 @@ TEST(WindowLimits, Row29ClosedWhileAListRuns) {
     QMetaObject::invokeMethod(&live.window(), &QWidget::close, Qt::QueuedConnection);
     wire.Pause(20);
     wire.Send("FAULT\r\n");
-    return After::kGoOn;
+    return After::kContinue;
   });
   bool closed = false;
   QObject::connect(&live.window(), &window::MainWindow::Closed, [&closed] { closed = true; });

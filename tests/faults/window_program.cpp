@@ -13,11 +13,11 @@ namespace {
 
 constexpr int kLongestProgramMs = 30'000;
 
-app::Surroundings WithSettings(app::Surroundings surroundings, const std::string& settings) {
-  surroundings.environment.merge(std::map<std::string, std::string>{{"QT_QPA_PLATFORM", "offscreen"},
-                                                                    {"XDG_CONFIG_HOME", settings},
-                                                                    {"XDG_STATE_HOME", settings + "/state"}});
-  return surroundings;
+app::LaunchOptions WithSettings(app::LaunchOptions options, const std::string& settings) {
+  options.environment.merge(std::map<std::string, std::string>{{"QT_QPA_PLATFORM", "offscreen"},
+                                                               {"XDG_CONFIG_HOME", settings},
+                                                               {"XDG_STATE_HOME", settings + "/state"}});
+  return options;
 }
 
 bool Has(const std::string& status, const char* mask, int signal) {
@@ -29,11 +29,11 @@ bool Has(const std::string& status, const char* mask, int signal) {
 }  // namespace
 
 WindowProgram::WindowProgram(const std::string& settings, const std::string& folder,
-                             app::Surroundings surroundings)
-    : program_({"--folder", folder}, WithSettings(std::move(surroundings), settings)) {}
+                             app::LaunchOptions options)
+    : program_({"--folder", folder}, WithSettings(std::move(options), settings)) {}
 
 app::Outcome WindowProgram::End(bool* hung) {
-  AwaitPrepared(program_.id(), SIGTERM);
+  AwaitSignalHandling(program_.id(), SIGTERM);
   program_.Signal(SIGTERM);
   const bool ended = program_.EndsWithin(kLongestProgramMs);
   if (hung != nullptr) *hung = !ended;
@@ -43,16 +43,16 @@ app::Outcome WindowProgram::End(bool* hung) {
 
 // Polls: the kernel has no event for it. Wrappers may block signals while they start the program; hence this
 // first checks which program runs, then what it does about the signal.
-void AwaitPrepared(pid_t process, int signal) {
+void AwaitSignalHandling(pid_t process, int signal) {
   const std::string folder = "/proc/" + std::to_string(process);
-  const auto prepared = [&] {
+  const auto handles_signal = [&] {
     std::error_code error;
     const auto program = std::filesystem::read_symlink(folder + "/exe", error);
     if (error) return true;  // it has ended
     const std::string status = base::ReadBytes(folder + "/status");
     return program == KOLVANE_PROGRAM && (Has(status, "SigBlk:", signal) || Has(status, "SigCgt:", signal));
   };
-  while (!prepared()) sched_yield();
+  while (!handles_signal()) sched_yield();
 }
 
 }  // namespace kolvane::faults

@@ -11,7 +11,7 @@ namespace kolvane::faults {
 class WindowProgram {
  public:
   /// `settings` is the folder that XDG_CONFIG_HOME names, `folder` the component's.
-  WindowProgram(const std::string& settings, const std::string& folder, app::Surroundings surroundings = {});
+  WindowProgram(const std::string& settings, const std::string& folder, app::LaunchOptions options = {});
 
   /// Ends it by SIGTERM once it handles that signal; sets `hung` if it does not end.
   app::Outcome End(bool* hung = nullptr);
@@ -24,6 +24,6 @@ class WindowProgram {
 inline constexpr char kSettingsFile[] = "Kolvane/Kolvane.ini";
 
 /// Returns once the process is the program and blocks or catches the signal.
-void AwaitPrepared(pid_t process, int signal);
+void AwaitSignalHandling(pid_t process, int signal);
 
 }  // namespace kolvane::faults

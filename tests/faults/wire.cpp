@@ -11,10 +11,12 @@
 
 namespace kolvane::faults {
 
-Wire::Wire(int fd, int calm) : fd_(fd), calm_(calm) { fcntl(fd, F_SETFL, fcntl(fd, F_GETFL) | O_NONBLOCK); }
+Wire::Wire(int fd, int end_of_fault) : fd_(fd), end_of_fault_(end_of_fault) {
+  fcntl(fd, F_SETFL, fcntl(fd, F_GETFL) | O_NONBLOCK);
+}
 
 bool Wire::Await(short events) {
-  pollfd entries[] = {{fd_, events, 0}, {calm_, POLLIN, 0}};
+  pollfd entries[] = {{fd_, events, 0}, {end_of_fault_, POLLIN, 0}};
   while (poll(entries, 2, -1) < 0 && errno == EINTR) {
   }
   return entries[1].revents == 0;
@@ -55,16 +57,16 @@ bool Wire::Drip(std::string_view bytes, int gap_ms) {
 }
 
 bool Wire::Pause(int milliseconds) {
-  pollfd entry{calm_, POLLIN, 0};
+  pollfd entry{end_of_fault_, POLLIN, 0};
   return poll(&entry, 1, milliseconds) == 0;
 }
 
-void Wire::AwaitCalm() {
-  pollfd entry{calm_, POLLIN, 0};
+void Wire::AwaitEndOfFault() {
+  pollfd entry{end_of_fault_, POLLIN, 0};
   while (poll(&entry, 1, -1) < 0 && errno == EINTR) {
   }
   std::uint64_t taken = 0;
-  [[maybe_unused]] const ssize_t got = read(calm_, &taken, sizeof taken);
+  [[maybe_unused]] const ssize_t got = read(end_of_fault_, &taken, sizeof taken);
 }
 
 void Wire::ResetAtEnd() {

@@ -12,10 +12,10 @@ namespace kolvane::gui {
 class BoxAnswers {
  public:
   BoxAnswers() {
-    QObject::connect(&look_, &QTimer::timeout, &look_, [this] { AnswerBox(); });
+    QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { AnswerBox(); });
   }
 
-  void Start() { look_.start(0); }
+  void Start() { timer_.start(0); }
   const QStringList& texts() const { return texts_; }
 
  private:
@@ -27,7 +27,7 @@ class BoxAnswers {
     box->accept();
   }
 
-  QTimer look_;
+  QTimer timer_;
   QStringList texts_;
 };
 

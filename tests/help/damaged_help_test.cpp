@@ -6,7 +6,7 @@ namespace kolvane::help {
 namespace {
 
 // Asks for everything that the viewer may ask for. Every page that is named must exist.
-void UseAll(std::string bytes) {
+void ReadEverything(std::string bytes) {
   const auto file = HelpFile::FromBytes(std::move(bytes));
   if (file == nullptr) return;
   for (const std::uint32_t topic : {1u, 10u, 11u, 300u, 400u}) {
@@ -35,7 +35,7 @@ class DamagedHelp : public testing::Test {
 TEST_F(DamagedHelp, CutAnywhereDoesNoHarm) {
   ASSERT_GT(whole_.size(), 1000u);
   for (std::size_t size = 0; size < whole_.size(); size += size < 600 ? 1 : 97)
-    UseAll(whole_.substr(0, size));
+    ReadEverything(whole_.substr(0, size));
 }
 
 TEST_F(DamagedHelp, CutInTheHeaderIsNotAHelpFile) {
@@ -48,7 +48,7 @@ TEST_F(DamagedHelp, AnyByteOfTheHeadersChangedDoesNoHarm) {
     for (const char value : {'\0', '\x01', '\x7F', '\x80', '\xFF'}) {
       std::string bytes = whole_;
       bytes[i] = value;
-      UseAll(std::move(bytes));
+      ReadEverything(std::move(bytes));
     }
   }
 }
@@ -59,15 +59,15 @@ TEST_F(DamagedHelp, BytesChangedAnywhereDoNoHarm) {
     std::string bytes = whole_;
     for (auto count = random() % 12 + 1; count > 0; --count)
       bytes[random() % bytes.size()] = static_cast<char>(random());
-    UseAll(std::move(bytes));
+    ReadEverything(std::move(bytes));
   }
 }
 
 TEST_F(DamagedHelp, ObjectsWithoutAPathFromTheRootAreLeftOut) {
   std::string bytes = whole_;
-  const std::size_t place = bytes.find("/start.html");
-  ASSERT_NE(place, std::string::npos);
-  bytes[place] = 'x';
+  const std::size_t offset = bytes.find("/start.html");
+  ASSERT_NE(offset, std::string::npos);
+  bytes[offset] = 'x';
   const auto archive = ChmArchive::Open(bytes);
   ASSERT_NE(archive, nullptr);
   for (const std::string& path : archive->paths()) EXPECT_TRUE(path.starts_with('/'));

@@ -32,9 +32,9 @@ class AmplifierDevice final : public device::Device {
   }
   void ReadText(std::string_view terminator, std::int32_t /*count*/, std::string& answer,
                 Bytes& /*buffer*/) override {
-    const bool there = reply_.kind != amplifier::Reply::Kind::kNone;
-    error_ = there ? device::DeviceError{} : device::FakeDevice::TimeOut();
-    if (there) answer = base::FromWindows1252(reply_.bytes).append(terminator);
+    const bool succeeds = reply_.kind != amplifier::Reply::Kind::kNone;
+    error_ = succeeds ? device::DeviceError{} : device::FakeDevice::TimeOut();
+    if (succeeds) answer = base::FromWindows1252(reply_.bytes).append(terminator);
     reply_ = {};
   }
   std::size_t ReadBinary(std::string_view, std::int32_t, Bytes&) override {

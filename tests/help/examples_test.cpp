@@ -29,13 +29,13 @@ std::vector<std::string> LinesOf(const std::string& text) {
 }
 
 // The blocks of that class, <pre class="kind">, of all pages.
-std::vector<Example> OfPages(const std::string& kind) {
+std::vector<Example> ExamplesOfPages(const std::string& kind) {
   std::vector<Example> examples;
   const HelpPages pages(KOLVANE_HELP_FOLDER);
   for (const auto& [page, html] : pages.pages()) {
-    const std::string begin = "<pre class=\"" + kind + "\">";
-    for (std::size_t at = html.find(begin); at != std::string::npos; at = html.find(begin, at + 1)) {
-      std::string text = html.substr(at + begin.size(), html.find("</pre>", at) - at - begin.size());
+    const std::string start_tag = "<pre class=\"" + kind + "\">";
+    for (std::size_t at = html.find(start_tag); at != std::string::npos; at = html.find(start_tag, at + 1)) {
+      std::string text = html.substr(at + start_tag.size(), html.find("</pre>", at) - at - start_tag.size());
       for (const auto& [entity, character] : {std::pair{"&lt;", "<"}, {"&gt;", ">"}, {"&amp;", "&"}})
         text = base::Pattern(entity).Replaced(text, character);
       examples.push_back({page, LinesOf(text)});
@@ -45,14 +45,14 @@ std::vector<Example> OfPages(const std::string& kind) {
 }
 
 // The groups of rows of the reference, except the texts of its errors.
-std::vector<Example> OfReference() {
+std::vector<Example> ExamplesOfReference() {
   std::vector<Example> examples;
   std::string heading;
   bool in_group = false;
   for (const auto& [paragraph, example_row] : ReferenceParagraphs(SourceOfHelp("TermCmdHelp.rtf"))) {
-    const bool sole = paragraph.runs.size() == 1;
-    if (sole && paragraph.runs[0].format.bold) heading = paragraph.runs[0].text;
-    const bool row = example_row && sole && heading != "Fehlermeldungen";
+    const bool single_run = paragraph.runs.size() == 1;
+    if (single_run && paragraph.runs[0].format.bold) heading = paragraph.runs[0].text;
+    const bool row = example_row && single_run && heading != "Fehlermeldungen";
     if (row && !in_group) examples.push_back({heading, {}});
     if (row) examples.back().lines.push_back(paragraph.runs[0].text);
     in_group = row;
@@ -61,32 +61,32 @@ std::vector<Example> OfReference() {
 }
 
 // Whether a run reaches a $WRITELOG depends on the measured values.
-bool OpensTheLogItWrites(const std::vector<std::string>& lines) {
+bool OpensItsLog(const std::vector<std::string>& lines) {
   const auto first = [&lines](std::string_view command) {
     return std::ranges::find(lines, command, FirstWord);
   };
   return first("$WRITELOG") == lines.end() || first("$OPENLOG") < first("$WRITELOG");
 }
 
-void ExpectPlays(const std::vector<Example>& examples) {
+void ExpectPlayable(const std::vector<Example>& examples) {
   for (const auto& [where, lines] : examples) {
     const ExampleRun run(lines);
     EXPECT_EQ(run.errors(), std::vector<std::string>{}) << where;
-    EXPECT_TRUE(OpensTheLogItWrites(lines)) << where;
+    EXPECT_TRUE(OpensItsLog(lines)) << where;
     EXPECT_TRUE(run.closed()) << where << ": a loop or a condition stays open";
   }
 }
 
 TEST(Examples, OfThePagesPlay) {
-  const auto examples = OfPages("beispiel");
+  const auto examples = ExamplesOfPages("beispiel");
   EXPECT_EQ(examples.size(), 20u);
-  ExpectPlays(examples);
+  ExpectPlayable(examples);
 }
 
 TEST(Examples, OfTheReferencePlay) {
-  const auto examples = OfReference();
+  const auto examples = ExamplesOfReference();
   EXPECT_EQ(examples.size(), kSpecialCommands.size() + kAddedCommands.size() + 1);
-  ExpectPlays(examples);
+  ExpectPlayable(examples);
 }
 
 // Blocks that are not played are not command lists: a display, the content of another file, the form of a
@@ -102,7 +102,7 @@ TEST(Examples, EveryBlockOfThePagesHasItsKind) {
 }
 
 TEST(Examples, OfBranchesTakeOneBranch) {
-  for (const auto& [where, lines] : OfPages("beispiel")) {
+  for (const auto& [where, lines] : ExamplesOfPages("beispiel")) {
     if (where != "befehl-ifequal.html" && where != "befehl-getparam.html") continue;
     const std::vector<std::string> log = ExampleRun(lines).log();
     EXPECT_EQ(std::ranges::count_if(log, [](const std::string& call) { return call.starts_with("write "); }),
@@ -114,7 +114,7 @@ TEST(Examples, OfBranchesTakeOneBranch) {
 TEST(Examples, OfTemplatesGiveOneLinePerField) {
   device::FakeClock clock;
   const std::string dump = inspect::BuildDump(inspect::Marked(AmplifierDevice(clock).Ask("BIN? 1,8")));
-  const auto examples = OfPages("vorlage");
+  const auto examples = ExamplesOfPages("vorlage");
   EXPECT_EQ(examples.size(), 10u);
   for (const auto& [where, lines] : examples) {
     std::string text = "BYTECOUNT=48\r\n";

@@ -8,9 +8,9 @@ namespace {
 
 using namespace std::string_literals;
 
-std::string Pair(std::uint32_t number, std::uint32_t place) {
+std::string Pair(std::uint32_t number, std::uint32_t offset) {
   std::string bytes;
-  for (const std::uint32_t value : {number, place}) {
+  for (const std::uint32_t value : {number, offset}) {
     for (int i = 0; i < 4; ++i) bytes += static_cast<char>(value >> 8 * i & 0xFF);
   }
   return bytes;

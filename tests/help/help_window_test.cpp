@@ -46,7 +46,7 @@ class HelpWindowTest : public testing::Test {
   }
 
   // Runs `work` while a modal dialog of the terminal is open.
-  void UnderDialog(const std::function<void(QDialog&)>& work) {
+  void DuringDialog(const std::function<void(QDialog&)>& work) {
     QDialog dialog(&terminal_);
     bool done = false;
     QTimer::singleShot(0, &dialog, [&] {
@@ -334,7 +334,7 @@ TEST_F(HelpWindowTest, TakesInputWhileTheTerminalIsModal) {
 
 TEST_F(HelpWindowTest, TakesInputWhileADialogIsOpenedAboveTheTerminal) {
   Show(1);
-  UnderDialog([this](QDialog&) {
+  DuringDialog([this](QDialog&) {
     ClickContents(1);
     EXPECT_EQ(Path(), "verbindung.html");
   });
@@ -343,7 +343,7 @@ TEST_F(HelpWindowTest, TakesInputWhileADialogIsOpenedAboveTheTerminal) {
 }
 
 TEST_F(HelpWindowTest, TakesInputWhenItIsOpenedFromADialog) {
-  UnderDialog([this](QDialog&) {
+  DuringDialog([this](QDialog&) {
     Show(1);
     ClickContents(1);
     EXPECT_EQ(Path(), "verbindung.html");
@@ -355,7 +355,7 @@ TEST_F(HelpWindowTest, TakesInputWhenItIsOpenedFromADialog) {
 
 TEST_F(HelpWindowTest, TakesInputUnderADialogOfADialogAndAfterwards) {
   Show(1);
-  UnderDialog([this](QDialog& outer) {
+  DuringDialog([this](QDialog& outer) {
     {
       QDialog inner(&outer);
       QTimer::singleShot(0, &inner, [&] {
@@ -390,7 +390,7 @@ TEST_F(HelpWindowTest, LeavesTheTerminalBlockedByADialog) {
   button->show();
   QSignalSpy clicks(button, &QPushButton::clicked);
   Show(1);
-  UnderDialog([&](QDialog&) { ClickOn(button, QPoint(10, 10)); });
+  DuringDialog([&](QDialog&) { ClickOn(button, QPoint(10, 10)); });
   EXPECT_EQ(clicks.count(), 0);
   ClickOn(button, QPoint(10, 10));
   EXPECT_EQ(clicks.count(), 1);

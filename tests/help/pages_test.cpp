@@ -59,8 +59,10 @@ TEST(HelpTopics, TitlesAreThoseOfThePages) {
 TEST(HelpTopics, EverySpecialCommandHasATopic) {
   const std::vector<TopicLine> topics = Pages().Topics();
   for (const std::string_view command : kSpecialCommands) {
-    const auto is_its = [command](const TopicLine& topic) { return FirstWord(topic.title) == command; };
-    EXPECT_EQ(std::ranges::count_if(topics, is_its), 1) << command;
+    const auto describes_command = [command](const TopicLine& topic) {
+      return FirstWord(topic.title) == command;
+    };
+    EXPECT_EQ(std::ranges::count_if(topics, describes_command), 1) << command;
   }
 }
 

@@ -55,7 +55,7 @@ TEST_F(BinInspectDialogTest, OpensOnTheFirstByteAsAByte) {
   Open("\x41\x42"s);
   EXPECT_TRUE(Option(0)->isChecked());
   EXPECT_EQ(Value(), "65");
-  EXPECT_EQ(Marks(), "41");
+  EXPECT_EQ(SelectedText(), "41");
   EXPECT_EQ(Dump()->View().caret, 5);
   EXPECT_TRUE(Dump()->hasFocus());
 }
@@ -64,7 +64,7 @@ TEST_F(BinInspectDialogTest, AClickDecodesTheByteUnderIt) {
   Open(Ramp(64));
   ClickAt(2 * 62 + 16);
   EXPECT_EQ(Value(), "37");
-  EXPECT_EQ(Marks(), "25");
+  EXPECT_EQ(SelectedText(), "25");
   ClickAt(62 + 2);
   EXPECT_EQ(Value(), "16");
   ClickAt(50);
@@ -77,7 +77,7 @@ TEST_F(BinInspectDialogTest, ANewFormatCountsFromTheNextClickOrKeyOn) {
   EXPECT_EQ(Value(), "1");
   QTest::keyClick(Dump(), Qt::Key_Shift);
   EXPECT_EQ(Value(), "513");
-  EXPECT_EQ(Marks(), "0102");
+  EXPECT_EQ(SelectedText(), "0102");
   Find<QCheckBox>("chkMotorola")->click();
   EXPECT_EQ(Value(), "513");
   ClickAt(5);
@@ -124,12 +124,12 @@ TEST_F(BinInspectDialogTest, WithTemplatesTheFirstIsUsedAndItsLinesAreHidden) {
   EXPECT_EQ(Templates()->currentText(), "a.BNS");
   EXPECT_FALSE(Lines()->isVisible());
   EXPECT_EQ(Value(), "");
-  EXPECT_EQ(Marks(), "");
+  EXPECT_EQ(SelectedText(), "");
   EXPECT_EQ(state_.buffer, ByteBuffer{});
   for (int index = 0; index < 6; ++index) EXPECT_FALSE(Option(index)->isChecked()) << index;
   ClickAt(5);
   EXPECT_EQ(LineTexts(), QStringList{"Summe=513"});
-  EXPECT_EQ(Marks(), "0102");
+  EXPECT_EQ(SelectedText(), "0102");
   EXPECT_EQ(Value(), "");
 }
 
@@ -187,7 +187,7 @@ TEST_F(BinInspectDialogTest, AMissingTemplateGivesNoLines) {
   std::filesystem::remove(folder_.Path("a.BNS"));
   ClickAt(5);
   EXPECT_EQ(LineTexts(), QStringList{});
-  EXPECT_EQ(Marks(), "");
+  EXPECT_EQ(SelectedText(), "");
 }
 
 TEST_F(BinInspectDialogTest, TheValueIsCopied) {

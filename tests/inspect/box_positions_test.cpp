@@ -29,8 +29,8 @@ TEST(BoxPositionsTest, PositionsSurviveConversionToTheBoxAndBack) {
     const BoxPositions positions(text);
     for (std::size_t at = 0; at <= text.size(); ++at) {
       const bool inside = at > 0 && at < text.size() && text[at - 1] == '\r' && text[at] == '\n';
-      const auto place = static_cast<Position>(at);
-      EXPECT_EQ(positions.FromBox(positions.ToBox(place)), inside ? place + 1 : place) << text << at;
+      const auto position = static_cast<Position>(at);
+      EXPECT_EQ(positions.FromBox(positions.ToBox(position)), inside ? position + 1 : position) << text << at;
     }
   }
 }

@@ -43,16 +43,16 @@ class BinInspectDialogTest : public testing::Test {
     return Find<QRadioButton>(("optFormat_" + std::to_string(index)).c_str());
   }
   QString Value() { return Find<QLabel>("NumDisplay")->text(); }
-  QString Marks() { return Dump()->textCursor().selectedText(); }
+  QString SelectedText() { return Dump()->textCursor().selectedText(); }
   QStringList LineTexts() {
     QStringList texts;
     for (int row = 0; row < Lines()->count(); ++row) texts << Lines()->item(row)->text();
     return texts;
   }
 
-  void ClickAt(Position place) {
+  void ClickAt(Position position) {
     DumpView view = Dump()->View();
-    view.MoveTo(place);
+    view.MoveTo(position);
     Dump()->Show(view);
     QTest::mouseClick(Dump()->viewport(), Qt::LeftButton, {}, Dump()->cursorRect().center());
   }

@@ -18,9 +18,9 @@ class DumpTextBoxTest : public testing::Test {
     box_.setFocus();
   }
 
-  void PutCaret(Position place) {
+  void SetCaret(Position position) {
     DumpView view = box_.View();
-    view.MoveTo(place);
+    view.MoveTo(position);
     box_.Show(view);
   }
   Position Caret() const { return box_.View().caret; }
@@ -36,7 +36,7 @@ TEST_F(DumpTextBoxTest, ShowsTheDumpWithItsLines) {
 }
 
 TEST_F(DumpTextBoxTest, CountsALineEndAsTwoPositions) {
-  PutCaret(2 * 62 + 5);
+  SetCaret(2 * 62 + 5);
   EXPECT_EQ(box_.textCursor().position(), 2 * 61 + 5);
   EXPECT_EQ(box_.textCursor().blockNumber(), 2);
   QTextCursor cursor = box_.textCursor();
@@ -46,7 +46,7 @@ TEST_F(DumpTextBoxTest, CountsALineEndAsTwoPositions) {
 }
 
 TEST_F(DumpTextBoxTest, KeepsAPositionInsideALineEnd) {
-  PutCaret(61);
+  SetCaret(61);
   EXPECT_EQ(Caret(), 61);
   QTest::keyClick(&box_, Qt::Key_Left);
   EXPECT_EQ(Caret(), 59);
@@ -63,7 +63,7 @@ TEST_F(DumpTextBoxTest, TheSelectionStartsAtTheCaret) {
 }
 
 TEST_F(DumpTextBoxTest, LeftAndRightGoTwoPositions) {
-  PutCaret(5);
+  SetCaret(5);
   QTest::keyPress(&box_, Qt::Key_Right);
   EXPECT_EQ(Caret(), 7);
   QTest::keyPress(&box_, Qt::Key_Right, Qt::ShiftModifier);
@@ -74,7 +74,7 @@ TEST_F(DumpTextBoxTest, LeftAndRightGoTwoPositions) {
 }
 
 TEST_F(DumpTextBoxTest, NoOtherKeyMovesTheCaretOrChangesTheText) {
-  PutCaret(67);
+  SetCaret(67);
   const QString text = box_.toPlainText();
   for (const auto key :
        {Qt::Key_Up, Qt::Key_Down, Qt::Key_Home, Qt::Key_End, Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_Return,
@@ -98,7 +98,7 @@ TEST_F(DumpTextBoxTest, EveryReleasedKeyIsReported) {
 
 TEST_F(DumpTextBoxTest, AKeyThatIsHeldDownIsNotReleased) {
   QSignalSpy key_up(&box_, &DumpTextBox::KeyUp);
-  PutCaret(67);
+  SetCaret(67);
   for (int repeat = 0; repeat < 14; ++repeat) {
     QKeyEvent press(QEvent::KeyPress, Qt::Key_Left, Qt::NoModifier, {}, repeat > 0);
     QKeyEvent release(QEvent::KeyRelease, Qt::Key_Left, Qt::NoModifier, {}, true);
@@ -121,21 +121,21 @@ TEST_F(DumpTextBoxTest, SelectedBytesAreClickedNotDragged) {
   DumpView view = box_.View();
   view.Select(5, 8);
   box_.Show(view);
-  const QPoint on_marks = box_.cursorRect().center() + QPoint(2, 0);
-  QTest::mousePress(box_.viewport(), Qt::RightButton, {}, on_marks);
+  const QPoint on_selection = box_.cursorRect().center() + QPoint(2, 0);
+  QTest::mousePress(box_.viewport(), Qt::RightButton, {}, on_selection);
   EXPECT_EQ(box_.View().selected, 8);
   QSignalSpy click(&box_, &DumpTextBox::Click);
-  QTest::mousePress(box_.viewport(), Qt::LeftButton, {}, on_marks);
+  QTest::mousePress(box_.viewport(), Qt::LeftButton, {}, on_selection);
   EXPECT_FALSE(box_.textCursor().hasSelection());
-  QTest::mouseRelease(box_.viewport(), Qt::LeftButton, {}, on_marks);
+  QTest::mouseRelease(box_.viewport(), Qt::LeftButton, {}, on_selection);
   EXPECT_EQ(click.count(), 1);
   EXPECT_EQ(Caret(), 5);
 }
 
 TEST_F(DumpTextBoxTest, ADoubleClickSelectsNoWord) {
-  PutCaret(9);
-  const QPoint place = box_.cursorRect().center();
-  QTest::mouseDClick(box_.viewport(), Qt::LeftButton, {}, place);
+  SetCaret(9);
+  const QPoint position = box_.cursorRect().center();
+  QTest::mouseDClick(box_.viewport(), Qt::LeftButton, {}, position);
   EXPECT_EQ(Caret(), 9);
   EXPECT_FALSE(box_.textCursor().hasSelection());
 }
@@ -143,14 +143,15 @@ TEST_F(DumpTextBoxTest, ADoubleClickSelectsNoWord) {
 TEST_F(DumpTextBoxTest, TextInsideTheDumpKeepsItsPositions) {
   box_.SetDump(BuildDump("<41>\r\n<42>\r<43>\n<44>"));
   DumpView view = box_.View();
-  for (Position place = 0; place <= view.Length(); ++place) {
-    const auto at = static_cast<std::size_t>(place);
-    if (place > 0 && place < view.Length() && view.text[at - 1] == '\r' && view.text[at] == '\n') continue;
-    view.MoveTo(place);
+  for (Position position = 0; position <= view.Length(); ++position) {
+    const auto at = static_cast<std::size_t>(position);
+    if (position > 0 && position < view.Length() && view.text[at - 1] == '\r' && view.text[at] == '\n')
+      continue;
+    view.MoveTo(position);
     box_.Show(view);
-    const char c = place < view.Length() ? view.text[at] : '\n';
+    const char c = position < view.Length() ? view.text[at] : '\n';
     const QChar expected = c == '\r' || c == '\n' ? QChar(QChar::ParagraphSeparator) : QChar(QLatin1Char(c));
-    EXPECT_EQ(box_.document()->characterAt(box_.textCursor().position()), expected) << place;
+    EXPECT_EQ(box_.document()->characterAt(box_.textCursor().position()), expected) << position;
   }
 }
 

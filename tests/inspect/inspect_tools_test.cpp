@@ -12,7 +12,7 @@
 #include <QUrl>
 #include <filesystem>
 
-#include "gui/letters.h"
+#include "gui/mnemonics.h"
 #include "inspect/dialog_fixture.h"
 
 namespace kolvane::inspect {
@@ -22,7 +22,7 @@ using namespace std::string_literals;
 
 class InspectToolsTest : public BinInspectDialogTest {
  protected:
-  QString PlaceText() { return Find<QLabel>("PositionLabel")->text(); }
+  QString PositionText() { return Find<QLabel>("PositionLabel")->text(); }
   QString Cell(const QString& type, int column) {
     auto* panel = Find<QTableWidget>("ValuePanel");
     for (int row = 0; row < panel->rowCount(); ++row) {
@@ -36,9 +36,9 @@ class InspectToolsTest : public BinInspectDialogTest {
     QTest::keyClick(edit, Qt::Key_Return);
   }
   std::size_t Caret() { return ByteAtPlace(Dump()->View().caret); }
-  QPoint PointOf(Position place, double share) {
+  QPoint PointOf(Position position, double share) {
     QTextCursor cursor(Dump()->document());
-    cursor.setPosition(static_cast<int>(BoxPositions(Dump()->View().text).ToBox(place)));
+    cursor.setPosition(static_cast<int>(BoxPositions(Dump()->View().text).ToBox(position)));
     const double width = QFontMetricsF(Dump()->font()).horizontalAdvance(QLatin1Char('0'));
     const QRect rect = Dump()->cursorRect(cursor);
     return {static_cast<int>(rect.left() + share * width), rect.center().y()};
@@ -76,7 +76,7 @@ TEST_F(InspectToolsTest, ThePanelShowsEachTypeAtTheStartAndAfterEachMove) {
   EXPECT_NE(Find<QTableWidget>("ValuePanel")->item(0, 1)->textAlignment() & Qt::AlignRight, 0);
   QTest::keyClick(Dump(), Qt::Key_Right);
   EXPECT_EQ(Cell("8 Bit ohne Vorzeichen", 1), "2");
-  EXPECT_EQ(PlaceText(), "Position 1 (&H1), 1 Byte markiert, Block 4 Bytes");
+  EXPECT_EQ(PositionText(), "Position 1 (&H1), 1 Byte markiert, Block 4 Bytes");
 }
 
 TEST_F(InspectToolsTest, WithTemplatesTheFirstClickShowsValues) {
@@ -106,9 +106,9 @@ TEST_F(InspectToolsTest, GoesToAPositionOrReportsWhyNot) {
   Type("GoToEdit", "-2");
   EXPECT_EQ(Caret(), 15u);
   Type("GoToEdit", "64");
-  EXPECT_EQ(PlaceText(), "Position 64 liegt außerhalb: Block 64 Bytes");
+  EXPECT_EQ(PositionText(), "Position 64 liegt außerhalb: Block 64 Bytes");
   Type("GoToEdit", "abc");
-  EXPECT_EQ(PlaceText(), "„abc“ ist keine Position");
+  EXPECT_EQ(PositionText(), "„abc“ ist keine Position");
   EXPECT_EQ(Caret(), 15u);
   EXPECT_EQ(Value(), "15");
 }
@@ -117,13 +117,13 @@ TEST_F(InspectToolsTest, SearchesBytesAndTextsAcrossTheEnd) {
   Open("RIFF....WAVERIFF"s);
   Type("InspectFind", "RIFF");
   EXPECT_EQ(Caret(), 12u);
-  EXPECT_EQ(PlaceText(), "Position 12 (&HC), 4 Bytes markiert, Block 16 Bytes");
+  EXPECT_EQ(PositionText(), "Position 12 (&HC), 4 Bytes markiert, Block 16 Bytes");
   Type("InspectFind", "RIFF");
   EXPECT_EQ(Caret(), 0u);
   Type("InspectFind", "57 41");
   EXPECT_EQ(Caret(), 8u);
   Type("InspectFind", "00");
-  EXPECT_EQ(PlaceText(), "„00“ nicht gefunden");
+  EXPECT_EQ(PositionText(), "„00“ nicht gefunden");
   EXPECT_EQ(Caret(), 8u);
 }
 
@@ -153,8 +153,8 @@ TEST_F(InspectToolsTest, CopiesTheWholeBlockOrTheSelection) {
   QTest::mouseRelease(Dump()->viewport(), Qt::LeftButton, {}, PointOf(PlaceOfByte(3), 1.5));
   EXPECT_EQ(Copied("CopyAsText"), "BCD");
   EXPECT_EQ(Caret(), 1u);
-  EXPECT_EQ(Marks(), "4243");
-  EXPECT_EQ(PlaceText(), "Position 1 (&H1), 3 Bytes markiert, Block 6 Bytes");
+  EXPECT_EQ(SelectedText(), "4243");
+  EXPECT_EQ(PositionText(), "Position 1 (&H1), 3 Bytes markiert, Block 6 Bytes");
   ClickAt(5);
   QTextCursor cursor = Dump()->textCursor();
   cursor.setPosition(7);
@@ -207,7 +207,7 @@ TEST_F(InspectToolsTest, EachLetterWithAltLeadsToOneFieldOrButton) {
     if (label->buddy() != nullptr) texts << label->text();
   }
   EXPECT_TRUE(texts.contains("Sch&ließen"));
-  gui::ExpectOneLetterEach(texts);
+  gui::ExpectUniqueMnemonics(texts);
 }
 
 TEST_F(InspectToolsTest, ATemplateIsRepeatedAndSavedAsCsv) {
@@ -254,7 +254,7 @@ TEST_F(InspectToolsTest, AFileIsLoadedPageByPage) {
   EXPECT_FALSE(Find<QPushButton>("cmdPreviousPage")->isEnabled());
   Click("cmdNextPage");
   EXPECT_EQ(BytesOf(Dump()->View().text), "second page");
-  EXPECT_EQ(PlaceText(), "Position 32752 (&H7FF0), 1 Byte markiert, Block 32763 Bytes, Seite 2 von 2");
+  EXPECT_EQ(PositionText(), "Position 32752 (&H7FF0), 1 Byte markiert, Block 32763 Bytes, Seite 2 von 2");
   EXPECT_FALSE(Find<QPushButton>("cmdNextPage")->isEnabled());
   Type("GoToEdit", "3");
   EXPECT_EQ(Value(), "3");
@@ -272,7 +272,7 @@ TEST_F(InspectToolsTest, ADroppedFileIsLoadedAndAFailureIsReported) {
   EXPECT_EQ(Value(), "88");
   std::filesystem::remove(folder_.Path("data"));
   Drop(folder_.Path("data"));
-  EXPECT_TRUE(PlaceText().startsWith("Die Datei „")) << PlaceText().toStdString();
+  EXPECT_TRUE(PositionText().startsWith("Die Datei „")) << PositionText().toStdString();
   EXPECT_EQ(Value(), "88");
 }
 

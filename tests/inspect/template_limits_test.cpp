@@ -113,12 +113,12 @@ TEST_F(TemplateLimitsTest, NulIsACharacterLikeOthers) {
 TEST_F(TemplateLimitsTest, LinesMayBeOfAnyLength) {
   const std::string mebibyte(1 << 20, 'x');
   const std::string digits(1 << 20, '1');
-  const std::string blanks(1 << 20, ' ');
+  const std::string spaces(1 << 20, ' ');
   Show("A");
   Run("BYTECOUNT=1");
   EXPECT_EQ(Run(mebibyte), Lines{});
   EXPECT_EQ(Run(mebibyte + ";BYTE;0"), (Lines{mebibyte + "=65"}));
-  EXPECT_EQ(Run("a;" + mebibyte + ";0|b;BYTE;" + blanks + "0;" + blanks), (Lines{"b=1"}));
+  EXPECT_EQ(Run("a;" + mebibyte + ";0|b;BYTE;" + spaces + "0;" + spaces), (Lines{"b=1"}));
   EXPECT_EQ(Run("a;BYTE;0;0;1;" + mebibyte), (Lines{"a=1"}));
   EXPECT_EQ(Run("a;BYTE;" + digits + "|b;STRING*" + digits + ";0|BYTECOUNT=" + digits),
             (Lines{"a=65", "b=\"\""}));

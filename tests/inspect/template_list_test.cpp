@@ -23,7 +23,7 @@ class TemplateListTest : public testing::Test {
       names.push_back(file.name);
     return names;
   }
-  Names ListedOf(const Names& files) const {
+  Names ListedFrom(const Names& files) const {
     Fill(component_, files);
     return Listed();
   }
@@ -33,41 +33,41 @@ class TemplateListTest : public testing::Test {
 };
 
 TEST_F(TemplateListTest, AnythingMayFollowTheEnding) {
-  EXPECT_EQ(ListedOf({"a.BNS", "b.BNS2", "c.BNS.txt", "d.BN", "e.TXT", "fBNS"}),
+  EXPECT_EQ(ListedFrom({"a.BNS", "b.BNS2", "c.BNS.txt", "d.BN", "e.TXT", "fBNS"}),
             (Names{"a.BNS", "b.BNS2", "c.BNS.txt"}));
 }
 
 TEST_F(TemplateListTest, CaseDoesNotMatterAndDoesNotAffectTheOrder) {
-  EXPECT_EQ(ListedOf({"b.bns", "A.Bns", "a.BNS", "C.BNS"}), (Names{"A.Bns", "a.BNS", "b.bns", "C.BNS"}));
+  EXPECT_EQ(ListedFrom({"b.bns", "A.Bns", "a.BNS", "C.BNS"}), (Names{"A.Bns", "a.BNS", "b.bns", "C.BNS"}));
 }
 
 TEST_F(TemplateListTest, FoldersAreLeftOut) {
   std::filesystem::create_directory(component_.Path("a.BNS"));
-  EXPECT_EQ(ListedOf({"b.BNS"}), Names{"b.BNS"});
+  EXPECT_EQ(ListedFrom({"b.BNS"}), Names{"b.BNS"});
 }
 
 TEST_F(TemplateListTest, AMissingFolderHasNoTemplates) {
   EXPECT_TRUE(ListTemplates("/nonexistent/folder", "/nonexistent/other").empty());
   EXPECT_TRUE(ListTemplates("", "").empty());
-  EXPECT_TRUE(ListedOf({"readme.txt"}).empty());
+  EXPECT_TRUE(ListedFrom({"readme.txt"}).empty());
 }
 
 TEST_F(TemplateListTest, TheUsersOwnComeFirst) {
   Fill(user_, {"z.BNS", "y.bns"});
-  EXPECT_EQ(ListedOf({"a.BNS", "b.BNS"}), (Names{"y.bns", "z.BNS", "a.BNS", "b.BNS"}));
+  EXPECT_EQ(ListedFrom({"a.BNS", "b.BNS"}), (Names{"y.bns", "z.BNS", "a.BNS", "b.BNS"}));
   const auto files = ListTemplates(user_.path(), component_.path());
   EXPECT_EQ(files.front().path, user_.Path("y.bns"));
   EXPECT_EQ(files.back().path, component_.Path("b.BNS"));
 }
 
 TEST_F(TemplateListTest, SuppliedTemplatesComeLast) {
-  EXPECT_EQ(ListedOf({"KVA-1-KOPF.BNS", "kva-2-int16.bns", "Z.BNS"}),
+  EXPECT_EQ(ListedFrom({"KVA-1-KOPF.BNS", "kva-2-int16.bns", "Z.BNS"}),
             (Names{"Z.BNS", "KVA-1-KOPF.BNS", "kva-2-int16.bns"}));
 }
 
 TEST_F(TemplateListTest, TheUsersOwnReplacesAnotherOfItsName) {
   Fill(user_, {"kva-1-kopf.bns"});
-  EXPECT_EQ(ListedOf({"KVA-1-KOPF.BNS", "A.BNS"}), (Names{"kva-1-kopf.bns", "A.BNS"}));
+  EXPECT_EQ(ListedFrom({"KVA-1-KOPF.BNS", "A.BNS"}), (Names{"kva-1-kopf.bns", "A.BNS"}));
   const auto same = ListTemplates(component_.path(), component_.path());
   EXPECT_EQ(same.size(), 2u);
 }

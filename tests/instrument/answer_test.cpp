@@ -7,7 +7,7 @@
 namespace kolvane::instrument {
 namespace {
 
-InstrumentOptions Ending(const std::string& termination) {
+InstrumentOptions WithTermination(const std::string& termination) {
   InstrumentOptions options;
   options.ReadTermination = termination;
   return options;
@@ -28,7 +28,7 @@ TEST_F(Answer, EndsWithCrLfOrALoneLf) {
 }
 
 TEST_F(Answer, EndsWithAnyTermination) {
-  Instrument instrument = partner.Connect(Ending("\r"));
+  Instrument instrument = partner.Connect(WithTermination("\r"));
   partner.Send("a\nb\rOK;K>OK> rest>\nO>");
   EXPECT_EQ(instrument.Read(), "a\nb");
   instrument.SetReadTermination("OK>");
@@ -39,13 +39,13 @@ TEST_F(Answer, EndsWithAnyTermination) {
 }
 
 TEST_F(Answer, WithoutTerminationEndsAtTheFirstGap) {
-  Instrument instrument = partner.Connect(Ending(""));
+  Instrument instrument = partner.Connect(WithTermination(""));
   partner.Send("a\r\nb");
   EXPECT_EQ(instrument.Read(), "a\r\nb");
 }
 
 TEST_F(Answer, WithoutTerminationAlsoEndsAtALoss) {
-  Instrument instrument = partner.Connect(Ending(""));
+  Instrument instrument = partner.Connect(WithTermination(""));
   partner.Send("last");
   partner.HangUp();
   EXPECT_EQ(instrument.Read(), "last");

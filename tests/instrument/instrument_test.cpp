@@ -43,8 +43,8 @@ TEST(Instrument, RefusesInvalidResourceNames) {
 }
 
 TEST(Instrument, ReportsWhatFailedAndWhere) {
-  const base::Listener deaf(AF_INET, base::Listener::kDeaf);
-  const std::string name = "TCPIP::127.0.0.1::" + std::to_string(deaf.port()) + "::SOCKET";
+  const base::Listener not_listening(AF_INET, base::Listener::kNotListening);
+  const std::string name = "TCPIP::127.0.0.1::" + std::to_string(not_listening.port()) + "::SOCKET";
   try {
     Instrument instrument(name);
     FAIL() << "connected";

@@ -20,13 +20,13 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-constexpr std::int32_t kPatienceMs = 20'000;
+constexpr std::int32_t kLongTimeoutMs = 20'000;
 constexpr std::int32_t kShortMs = 1;
 
 /// Each step that waits for the connection advances the test's own clock by five seconds.
 class DialTest : public testing::Test, private device::WaitListener {
  protected:
-  std::int32_t Dial(Modem& modem, const std::string& script, std::int32_t timeout_ms = kPatienceMs) {
+  std::int32_t Dial(Modem& modem, const std::string& script, std::int32_t timeout_ms = kLongTimeoutMs) {
     setenv("KOLVANE_PORT_LIBRARY", KOLVANE_PORT_LIBRARY_FILE, 1);
     setenv("KOLVANE_COM1", modem.node().c_str(), 1);
     state_.OperMode = device::operating_mode::kPortLibrary;
@@ -101,8 +101,8 @@ TEST_F(DialTest, ALateConnectCounts) {
   Modem modem(Answers{{"ATD", "OK\r\n"}});
   int waits = 0;
   on_wait_ = [&](const auto&) {
-    if (++waits == 4) modem.Say("CONNECT 2400\r\n");
-    library_.Library()->SetTimeout(waits < 4 ? kShortMs : kPatienceMs);
+    if (++waits == 4) modem.SendUnasked("CONNECT 2400\r\n");
+    library_.Library()->SetTimeout(waits < 4 ? kShortMs : kLongTimeoutMs);
   };
   EXPECT_EQ(Dial(modem, "ATD"), 0);
   EXPECT_EQ(waits, 4);
@@ -111,7 +111,7 @@ TEST_F(DialTest, ALateConnectCounts) {
 
 TEST_F(DialTest, ReadsOnAfterALateAnswerToAnEarlierLine) {
   Modem modem(Answers{{"ATD", "CONNECT\r\n"}});
-  on_wait_ = [&](const auto&) { library_.Library()->SetTimeout(kPatienceMs); };
+  on_wait_ = [&](const auto&) { library_.Library()->SetTimeout(kLongTimeoutMs); };
   EXPECT_EQ(Dial(modem, "ATZ\r\nATD", kShortMs), 0);
   device_.Close();
 }
@@ -125,7 +125,7 @@ TEST_P(FailingDial, ClosesThePort) {
   EXPECT_EQ(Dial(modem,
                  "ATD"
                  "\r\n",
-                 says.empty() ? kShortMs : kPatienceMs),
+                 says.empty() ? kShortMs : kLongTimeoutMs),
             -1);
   EXPECT_EQ(replies_.size(), 13u) << "until more than the dial time-out has passed";
   EXPECT_NE(std::find(replies_.begin(), replies_.end(), says), replies_.end());

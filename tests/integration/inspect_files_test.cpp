@@ -114,7 +114,7 @@ class InspectBlocksTest : public InspectFilesTest {
   }
 
   /// The value of a line.
-  std::string In(const Lines& lines, const std::string& name) {
+  std::string ValueOf(const Lines& lines, const std::string& name) {
     for (const std::string& line : lines) {
       if (line.starts_with(name + "=")) return line.substr(name.size() + 1);
     }
@@ -128,29 +128,30 @@ TEST_F(InspectBlocksTest, TheHeaderOfABlockIsReadInBothByteOrders) {
         Receive(std::string("BIN? 1-2,2,INT16,") + (motorola ? "MOTOROLA" : "INTEL"), 56);
     const Lines lines = Run(kAmplifierTemplates + "/KVA-1-KOPF.BNS", dump, motorola);
     EXPECT_EQ(lines.size(), 17u);
-    EXPECT_EQ(In(lines, "Kennung"), "\"KVAB\"");
-    EXPECT_EQ(In(lines, "Version"), "1");
-    EXPECT_EQ(In(lines, "Aufzeichnung läuft"), "0");
-    EXPECT_EQ(In(lines, "Betriebsart (0, 8 oder 16)"), "8");
-    EXPECT_EQ(In(lines, "Zahlentyp (0 INT16, 32 INT32, 64 FLOAT32)"), "0");
-    EXPECT_EQ(In(lines, "Motorola"), motorola ? "1" : "0");
-    EXPECT_EQ(In(lines, "Erster Kanal"), "1");
-    EXPECT_EQ(In(lines, "Kanäle"), "2");
-    EXPECT_EQ(In(lines, "Messwerte je Kanal"), "2");
-    EXPECT_EQ(In(lines, "Messrate in Hz"), "100");
-    EXPECT_EQ(In(lines, "Faktor"), "0,02");
-    EXPECT_EQ(In(lines, "Blocknummer"), motorola ? "2" : "1");
-    EXPECT_EQ(In(lines, "Name"), "\"Brücke          \"");
+    EXPECT_EQ(ValueOf(lines, "Kennung"), "\"KVAB\"");
+    EXPECT_EQ(ValueOf(lines, "Version"), "1");
+    EXPECT_EQ(ValueOf(lines, "Aufzeichnung läuft"), "0");
+    EXPECT_EQ(ValueOf(lines, "Betriebsart (0, 8 oder 16)"), "8");
+    EXPECT_EQ(ValueOf(lines, "Zahlentyp (0 INT16, 32 INT32, 64 FLOAT32)"), "0");
+    EXPECT_EQ(ValueOf(lines, "Motorola"), motorola ? "1" : "0");
+    EXPECT_EQ(ValueOf(lines, "Erster Kanal"), "1");
+    EXPECT_EQ(ValueOf(lines, "Kanäle"), "2");
+    EXPECT_EQ(ValueOf(lines, "Messwerte je Kanal"), "2");
+    EXPECT_EQ(ValueOf(lines, "Messrate in Hz"), "100");
+    EXPECT_EQ(ValueOf(lines, "Faktor"), "0,02");
+    EXPECT_EQ(ValueOf(lines, "Blocknummer"), motorola ? "2" : "1");
+    EXPECT_EQ(ValueOf(lines, "Name"), "\"Brücke          \"");
   }
 }
 
 TEST_F(InspectBlocksTest, TheNumbersOfABlockAreItsCalibrationSignal) {
   const Lines whole = Run(kAmplifierTemplates + "/KVA-2-INT16.BNS", Receive("BIN? 1-2,4", 64));
   for (int number = 1; number <= 8; ++number)
-    EXPECT_EQ(In(whole, "Zahl " + std::to_string(number)), number % 2 == 1 ? "500" : "12500");
+    EXPECT_EQ(ValueOf(whole, "Zahl " + std::to_string(number)), number % 2 == 1 ? "500" : "12500");
   const Lines floats = Run(kAmplifierTemplates + "/KVA-3-FLOAT32.BNS", Receive("BIN? 1,8,FLOAT32", 80));
-  EXPECT_EQ(In(floats, "Faktor"), "1");
-  for (int number = 1; number <= 8; ++number) EXPECT_EQ(In(floats, "Wert " + std::to_string(number)), "10");
+  EXPECT_EQ(ValueOf(floats, "Faktor"), "1");
+  for (int number = 1; number <= 8; ++number)
+    EXPECT_EQ(ValueOf(floats, "Wert " + std::to_string(number)), "10");
 }
 
 }  // namespace

@@ -24,35 +24,35 @@ void Modem::Serve() {
   while (poll(events, 2, -1) > 0 && events[1].revents == 0) {
     char bytes[256];
     const ssize_t got = read(line_.master(), bytes, sizeof bytes);
-    for (ssize_t i = 0; i < got; ++i) Take(bytes[i]);
+    for (ssize_t i = 0; i < got; ++i) Receive(bytes[i]);
   }
 }
 
-void Modem::Take(char c) {
+void Modem::Receive(char c) {
   const std::lock_guard lock(mutex_);
-  if (echoes_ && !connected_) Say({&c, 1});
+  if (echoes_ && !connected_) SendUnasked({&c, 1});
   const char end = connected_ ? '\n' : '\r';
   if (c != end) {
-    line_so_far_ += c;
+    partial_line_ += c;
     return;
   }
-  lines_.push_back(std::exchange(line_so_far_, {}));
+  lines_.push_back(std::exchange(partial_line_, {}));
   if (connected_) {
-    Say(lines_.back() + "\r\n");
+    SendUnasked(lines_.back() + "\r\n");
   } else if (const auto answer = answers_.find(lines_.back()); answer != answers_.end()) {
     connected_ = answer->second.find("CONNECT") != std::string::npos;
-    Say(answer->second);
+    SendUnasked(answer->second);
   }
-  came_.notify_all();
+  line_received_.notify_all();
 }
 
-void Modem::Say(std::string_view text) {
+void Modem::SendUnasked(std::string_view text) {
   if (write(line_.master(), text.data(), text.size()) != static_cast<ssize_t>(text.size())) std::abort();
 }
 
 std::vector<std::string> Modem::AwaitLines(std::size_t count) {
   std::unique_lock lock(mutex_);
-  came_.wait(lock, [&] { return lines_.size() >= count; });
+  line_received_.wait(lock, [&] { return lines_.size() >= count; });
   return lines_;
 }
 

@@ -26,22 +26,22 @@ class Modem {
   const std::string& node() const { return line_.node(); }
   int line() const { return line_.slave(); }
   /// Sends `text` unasked.
-  void Say(std::string_view text);
+  void SendUnasked(std::string_view text);
   /// Waits for `count` lines and returns them without their CR.
   std::vector<std::string> AwaitLines(std::size_t count);
 
  private:
   void Serve();
-  void Take(char c);
+  void Receive(char c);
 
   Answers answers_;
   bool echoes_;
   base::Pty line_;
   int wake_[2];
   std::mutex mutex_;
-  std::condition_variable came_;
+  std::condition_variable line_received_;
   std::vector<std::string> lines_;
-  std::string line_so_far_;
+  std::string partial_line_;
   bool connected_ = false;
   std::thread thread_;
 };

@@ -99,8 +99,8 @@ TEST_F(PaneAccessible, EditsThroughTheEditableText) {
 }
 
 TEST_F(PaneAccessible, AnEmptyPaneIsDescribedByItsPlaceholder) {
-  pane_.setPlaceholderText(QStringLiteral("begin here"));
-  EXPECT_EQ(interface_->text(QAccessible::Description), QStringLiteral("begin here"));
+  pane_.setPlaceholderText(QStringLiteral("start here"));
+  EXPECT_EQ(interface_->text(QAccessible::Description), QStringLiteral("start here"));
   EXPECT_EQ(interface_->text(QAccessible::Value), QString());
   SetText("a");
   EXPECT_EQ(interface_->text(QAccessible::Description), QString());
@@ -143,9 +143,9 @@ TEST_F(PaneAccessible, ReportsWhatIsBold) {
 
 TEST_F(PaneAccessible, ReportsWhereCharactersAre) {
   SetText("abc\ndef");
-  const QRect place = text_->characterRect(5);
-  EXPECT_EQ(place.topLeft(), pane_.viewport()->mapToGlobal(pane_.CharacterRect(5).topLeft()));
-  EXPECT_EQ(text_->offsetAtPoint(place.topLeft() + QPoint(1, 1)), 5);
+  const QRect rect = text_->characterRect(5);
+  EXPECT_EQ(rect.topLeft(), pane_.viewport()->mapToGlobal(pane_.CharacterRect(5).topLeft()));
+  EXPECT_EQ(text_->offsetAtPoint(rect.topLeft() + QPoint(1, 1)), 5);
   EXPECT_EQ(text_->offsetAtPoint(pane_.mapToGlobal(QPoint(-10, -10))), -1);
   EXPECT_GT(text_->characterRect(5).left(), text_->characterRect(4).left());
   EXPECT_GT(text_->characterRect(4).top(), text_->characterRect(0).top());

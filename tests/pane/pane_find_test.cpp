@@ -78,7 +78,7 @@ TEST_F(PaneFindTest, ScrollsToTheHit) {
   AppendLines(300);
   Search("line 7");
   EXPECT_EQ(pane_.selectedText(), "line 7");
-  EXPECT_TRUE(pane_.viewport()->rect().contains(PlaceOf(pane_.text().Selection().begin)));
+  EXPECT_TRUE(pane_.viewport()->rect().contains(PointOf(pane_.text().Selection().begin)));
 }
 
 TEST_F(PaneFindTest, CountsAddedLines) {

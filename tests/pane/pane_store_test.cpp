@@ -58,7 +58,7 @@ void ExpectLinesAddUp(const PaneStore& store) {
   ASSERT_EQ(at, store.Length() + 1);
 }
 
-class Dice {
+class RandomSource {
  public:
   std::size_t Below(std::size_t end) { return end == 0 ? 0 : random_() % end; }
 
@@ -83,13 +83,13 @@ std::size_t Snap(const std::string& text, std::size_t at) {
 TEST(PaneStore, RandomEditsMatchAPlainString) {
   PaneStore store;
   Model model;
-  Dice dice;
+  RandomSource random;
   for (int round = 0; round < 600; ++round) {
-    const std::size_t a = Snap(model.text, dice.Below(model.text.size() + 1));
+    const std::size_t a = Snap(model.text, random.Below(model.text.size() + 1));
     const std::size_t b =
-        Snap(model.text, std::min(model.text.size(), a + dice.Below(round % 9 == 0 ? 60000 : 300)));
-    const auto color = static_cast<Color>(dice.Below(3));
-    switch (dice.Below(5)) {
+        Snap(model.text, std::min(model.text.size(), a + random.Below(round % 9 == 0 ? 60000 : 300)));
+    const auto color = static_cast<Color>(random.Below(3));
+    switch (random.Below(5)) {
       case 0:
         store.Erase(a, b);
         model.Erase(a, b);
@@ -99,7 +99,7 @@ TEST(PaneStore, RandomEditsMatchAPlainString) {
         model.SetColor(a, b, color);
         break;
       default: {
-        const std::string added = dice.Text(round % 10 == 0 ? 90000 : 2000);
+        const std::string added = random.Text(round % 10 == 0 ? 90000 : 2000);
         store.Insert(a, added, color);
         model.Insert(a, added, color);
       }
@@ -139,9 +139,9 @@ TEST(PaneStore, ALineOfAMebibyteIsStoredBesideShortOnes) {
   const std::string large(1 << 20, 'x');
   store.AppendLine("before", kNoColor);
   store.AppendLine(large, 255);
-  store.AppendLine("behind", kNoColor);
+  store.AppendLine("after", kNoColor);
   EXPECT_EQ(store.Line(2), large);
-  EXPECT_EQ(store.Line(3), "behind");
+  EXPECT_EQ(store.Line(3), "after");
   store.Insert(store.LineStart(2) + 500000, "\n", kNoColor);
   EXPECT_EQ(store.Line(2).size(), 500000u);
   EXPECT_EQ(store.Line(3).size(), large.size() - 500000u);

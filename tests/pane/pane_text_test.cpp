@@ -9,7 +9,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-PaneText With(std::string_view text) {
+PaneText MakeText(std::string_view text) {
   PaneText pane;
   pane.SetText(text);
   return pane;
@@ -52,7 +52,7 @@ TEST(PaneText, ControlCharactersSurvive) {
 }
 
 TEST(PaneText, AppendingMovesCaretAndSelectionToTheEnd) {
-  PaneText pane = With("abc");
+  PaneText pane = MakeText("abc");
   pane.Select(1, 2);
   pane.AppendLine("d", base::kNoColor);
   EXPECT_EQ(State(pane), "abc/d|");
@@ -125,7 +125,7 @@ TEST(PaneText, SettingTheTextReplacesItAndItsColors) {
 }
 
 TEST(PaneText, TypingReplacesTheSelection) {
-  PaneText pane = With("abcdef");
+  PaneText pane = MakeText("abcdef");
   pane.Select(4, 1);
   EXPECT_EQ(State(pane), "a[|bcd]ef");
   pane.ReplaceSelection("X\r\nY");
@@ -135,7 +135,7 @@ TEST(PaneText, TypingReplacesTheSelection) {
 }
 
 TEST(PaneText, SelectedTextHasTheRequestedBreaks) {
-  PaneText pane = With("ab\ncd\nef");
+  PaneText pane = MakeText("ab\ncd\nef");
   pane.Select(1, 7);
   EXPECT_EQ(pane.SelectedText("\n"), "b\ncd\ne");
   EXPECT_EQ(pane.SelectedText("\r\n"), "b\r\ncd\r\ne");
@@ -144,7 +144,7 @@ TEST(PaneText, SelectedTextHasTheRequestedBreaks) {
 }
 
 TEST(PaneText, TheSelectionExtendsFromItsAnchor) {
-  PaneText pane = With("abcdef");
+  PaneText pane = MakeText("abcdef");
   pane.MoveTo(2);
   pane.MoveTo(4, true);
   EXPECT_EQ(State(pane), "ab[cd|]ef");
@@ -155,7 +155,7 @@ TEST(PaneText, TheSelectionExtendsFromItsAnchor) {
 }
 
 TEST(PaneText, ErasingMovesCaretAndAnchorAlong) {
-  PaneText pane = With("abcdef");
+  PaneText pane = MakeText("abcdef");
   pane.Select(1, 5);
   pane.Erase({2, 3});
   EXPECT_EQ(State(pane), "a[bde|]f");
@@ -168,7 +168,7 @@ TEST(PaneText, ErasingMovesCaretAndAnchorAlong) {
 }
 
 TEST(PaneText, InsertingMovesCaretAndAnchorAlong) {
-  PaneText pane = With("abc");
+  PaneText pane = MakeText("abc");
   pane.Select(1, 2);
   pane.Insert(0, "xy");
   EXPECT_EQ(State(pane), "xya[b|]c");
@@ -179,7 +179,7 @@ TEST(PaneText, InsertingMovesCaretAndAnchorAlong) {
 }
 
 TEST(PaneText, ACommentIsOnItsOwnLineAtTheCaret) {
-  PaneText pane = With("abcd");
+  PaneText pane = MakeText("abcd");
   pane.Select(1, 3);
   pane.InsertComment("note");
   EXPECT_EQ(State(pane), "a/note/|d");
@@ -220,7 +220,7 @@ TEST(PaneText, InsertionsTakeTheColorBeforeThem) {
 }
 
 TEST(PaneText, SettingTheSelectionColorColorsTheSelection) {
-  PaneText pane = With("abcd");
+  PaneText pane = MakeText("abcd");
   pane.Select(1, 3);
   EXPECT_EQ(pane.SelectionColor(), base::kNoColor);
   pane.SetSelectionColor(255);
@@ -231,7 +231,7 @@ TEST(PaneText, SettingTheSelectionColorColorsTheSelection) {
 }
 
 TEST(PaneText, ABlockIsRememberedInRichCharacters) {
-  PaneText pane = With("ab\ncd\nef");
+  PaneText pane = MakeText("ab\ncd\nef");
   pane.MoveTo(7);
   pane.MoveBack(5);
   EXPECT_EQ(State(pane), "ab/|cd/ef");

@@ -32,8 +32,8 @@ class PaneWindow : public testing::Test {
     pane_.Flush();
   }
   QScrollBar& bar() { return *pane_.verticalScrollBar(); }
-  bool StandsAtEnd() { return bar().value() == bar().maximum(); }
-  QPoint PlaceOf(std::size_t offset) const { return pane_.CharacterRect(offset).center(); }
+  bool IsAtEnd() { return bar().value() == bar().maximum(); }
+  QPoint PointOf(std::size_t offset) const { return pane_.CharacterRect(offset).center(); }
 
   OutputPane pane_;
 };

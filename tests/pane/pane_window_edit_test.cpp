@@ -131,7 +131,7 @@ TEST_F(PaneWindow, TypingShowsTheCaret) {
   AppendLines(100);
   bar().setValue(0);
   Type("x");
-  EXPECT_TRUE(StandsAtEnd());
+  EXPECT_TRUE(IsAtEnd());
 }
 
 TEST_F(PaneWindow, ACommentIsGreenAndStaysSo) {

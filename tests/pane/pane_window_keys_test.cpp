@@ -59,8 +59,8 @@ TEST_F(PaneWindow, PagesMoveTheCaretAndTheView) {
   const std::size_t page = pane_.text().store().LineAt(pane_.text().caret());
   EXPECT_EQ(page, 100u - static_cast<std::size_t>(bar().pageStep()) + 1);
   Key(Qt::Key_PageUp);
-  EXPECT_FALSE(StandsAtEnd());
-  EXPECT_TRUE(pane_.viewport()->rect().contains(PlaceOf(pane_.text().caret())));
+  EXPECT_FALSE(IsAtEnd());
+  EXPECT_TRUE(pane_.viewport()->rect().contains(PointOf(pane_.text().caret())));
   Key(Qt::Key_PageDown, Qt::ShiftModifier);
   EXPECT_FALSE(pane_.selectedText().isEmpty());
   for (int i = 0; i < 30; ++i) Key(Qt::Key_PageUp);

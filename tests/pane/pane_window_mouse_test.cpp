@@ -10,15 +10,15 @@ namespace {
 class PaneMouse : public PaneWindow {
  protected:
   QPoint LeftOf(std::size_t offset) const {
-    const QRect place = pane_.CharacterRect(offset);
-    return {place.left() + 1, place.center().y()};
+    const QRect rect = pane_.CharacterRect(offset);
+    return {rect.left() + 1, rect.center().y()};
   }
-  void Press(QPoint place, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-    QTest::mousePress(pane_.viewport(), Qt::LeftButton, modifiers, place);
+  void Press(QPoint point, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    QTest::mousePress(pane_.viewport(), Qt::LeftButton, modifiers, point);
   }
-  void Release(QPoint place) { QTest::mouseRelease(pane_.viewport(), Qt::LeftButton, {}, place); }
-  void Drag(QPoint place) {
-    QMouseEvent move(QEvent::MouseMove, place, pane_.viewport()->mapToGlobal(place), Qt::NoButton,
+  void Release(QPoint point) { QTest::mouseRelease(pane_.viewport(), Qt::LeftButton, {}, point); }
+  void Drag(QPoint point) {
+    QMouseEvent move(QEvent::MouseMove, point, pane_.viewport()->mapToGlobal(point), Qt::NoButton,
                      Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(pane_.viewport(), &move);
   }
@@ -35,8 +35,8 @@ TEST_F(PaneMouse, AClickSetsTheCaret) {
   SetText("abc\ndef");
   Click(5);
   EXPECT_EQ(State(), "abc/d|ef");
-  QTest::mouseClick(pane_.viewport(), Qt::LeftButton, {}, QPoint(300, PlaceOf(1).y()));
-  EXPECT_EQ(State(), "abc|/def") << "a click beside a line goes to its end";
+  QTest::mouseClick(pane_.viewport(), Qt::LeftButton, {}, QPoint(300, PointOf(1).y()));
+  EXPECT_EQ(State(), "abc|/def") << "a click to the right of a line goes to its end";
   QTest::mouseClick(pane_.viewport(), Qt::LeftButton, {}, QPoint(300, 190));
   EXPECT_EQ(State(), "abc/def|") << "a click below the text goes to its end";
 }
@@ -69,7 +69,7 @@ TEST_F(PaneMouse, AddedLinesKeepTheSelection) {
 
 TEST_F(PaneMouse, TheViewDoesNotMoveWhileTheButtonIsDown) {
   AppendLines(100);
-  ASSERT_TRUE(StandsAtEnd());
+  ASSERT_TRUE(IsAtEnd());
   const int value = bar().value();
   const std::size_t top = pane_.OffsetAt(QPoint(0, 0));
   Press(LeftOf(top));
@@ -77,7 +77,7 @@ TEST_F(PaneMouse, TheViewDoesNotMoveWhileTheButtonIsDown) {
   EXPECT_EQ(bar().value(), value);
   Release(LeftOf(top));
   pane_.Flush();
-  EXPECT_TRUE(StandsAtEnd());
+  EXPECT_TRUE(IsAtEnd());
 }
 
 TEST_F(PaneMouse, AViewScrolledBackStaysThereAfterTheButtonIsReleased) {
@@ -96,7 +96,7 @@ TEST_F(PaneMouse, AButtonReleasedElsewhereEndsTheSelecting) {
   QFocusEvent gone(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
   QCoreApplication::sendEvent(&pane_, &gone);
   AppendLines(1);
-  EXPECT_TRUE(StandsAtEnd());
+  EXPECT_TRUE(IsAtEnd());
   EXPECT_EQ(pane_.text().caret(), pane_.text().Length());
 }
 
@@ -178,7 +178,7 @@ TEST_F(PaneMouse, DraggingBelowTheWindowScrolls) {
   bar().setValue(0);
   Press(LeftOf(1));
   Drag(QPoint(5, pane_.viewport()->height() + 20));
-  EXPECT_TRUE(QTest::qWaitFor([this] { return StandsAtEnd(); })) << "by itself";
+  EXPECT_TRUE(QTest::qWaitFor([this] { return IsAtEnd(); })) << "by itself";
   Release(QPoint(5, pane_.viewport()->height() + 20));
   EXPECT_EQ(pane_.text().anchor(), 1u);
   EXPECT_GT(pane_.text().caret(), pane_.text().store().LineStart(25));
@@ -214,7 +214,7 @@ TEST_F(PaneMouse, TheWheelScrolls) {
   QCoreApplication::sendEvent(pane_.viewport(), &wheel);
   EXPECT_LT(bar().value(), before);
   AppendLines(1);
-  EXPECT_FALSE(StandsAtEnd());
+  EXPECT_FALSE(IsAtEnd());
 }
 
 }  // namespace

@@ -43,24 +43,24 @@ TEST_F(PaneWindow, AHundredThousandLinesCanBeReadBack) {
   EXPECT_EQ(pane_.plainText().count(u'\n'), kLines);
   EXPECT_TRUE(pane_.plainText().endsWith(QStringLiteral("\nline 99999\nline 100000")));
   EXPECT_GE(bar().maximum(), kLines - bar().pageStep());
-  EXPECT_TRUE(StandsAtEnd());
+  EXPECT_TRUE(IsAtEnd());
 }
 
 TEST_F(PaneWindow, FollowsNewLinesOnlyAtTheEnd) {
   AppendLines(100);
-  EXPECT_TRUE(StandsAtEnd());
+  EXPECT_TRUE(IsAtEnd());
   bar().setValue(10);
   AppendLines(100);
   EXPECT_EQ(bar().value(), 10);
-  EXPECT_FALSE(StandsAtEnd());
+  EXPECT_FALSE(IsAtEnd());
   bar().setValue(bar().maximum());
   AppendLines(1);
-  EXPECT_TRUE(StandsAtEnd());
+  EXPECT_TRUE(IsAtEnd());
 }
 
 TEST_F(PaneWindow, TheScrollBarFollowsByItself) {
   for (int i = 0; i < 100; ++i) pane_.AppendLine(LineKind::kAnswer, "line");
-  EXPECT_TRUE(QTest::qWaitFor([this] { return bar().maximum() > 0 && StandsAtEnd(); }));
+  EXPECT_TRUE(QTest::qWaitFor([this] { return bar().maximum() > 0 && IsAtEnd(); }));
 }
 
 TEST_F(PaneWindow, ClearingScrollsToTheTop) {
@@ -69,7 +69,7 @@ TEST_F(PaneWindow, ClearingScrollsToTheTop) {
   EXPECT_EQ(State(), "|");
   EXPECT_EQ(bar().maximum(), 0);
   AppendLines(100);
-  EXPECT_TRUE(StandsAtEnd());
+  EXPECT_TRUE(IsAtEnd());
 }
 
 TEST_F(PaneWindow, ALineIsShownInTheColorOfItsKind) {
@@ -99,8 +99,8 @@ class PanePicture : public PaneWindow {
   }
   QImage Picture() { return pane_.viewport()->grab().toImage(); }
   QRect RowOf(std::size_t offset) const {
-    const QRect place = pane_.CharacterRect(offset);
-    return {0, place.top(), pane_.viewport()->width(), place.height()};
+    const QRect rect = pane_.CharacterRect(offset);
+    return {0, rect.top(), pane_.viewport()->width(), rect.height()};
   }
 };
 
@@ -174,12 +174,12 @@ TEST_F(PanePicture, TheSelectionHasItsOwnBackground) {
   SetText("abc\ndef");
   pane_.Select(1, 5);
   const QImage image = Picture();
-  const QColor ground = pane_.palette().color(QPalette::Highlight);
-  EXPECT_EQ(Pixels(image, pane_.CharacterRect(0), ground), 0);
-  EXPECT_GT(Pixels(image, pane_.CharacterRect(1), ground), 10);
-  EXPECT_GT(Pixels(image, pane_.CharacterRect(3), ground), 10) << "the selected line break";
-  EXPECT_GT(Pixels(image, pane_.CharacterRect(4), ground), 10);
-  EXPECT_EQ(Pixels(image, pane_.CharacterRect(6), ground), 0);
+  const QColor background = pane_.palette().color(QPalette::Highlight);
+  EXPECT_EQ(Pixels(image, pane_.CharacterRect(0), background), 0);
+  EXPECT_GT(Pixels(image, pane_.CharacterRect(1), background), 10);
+  EXPECT_GT(Pixels(image, pane_.CharacterRect(3), background), 10) << "the selected line break";
+  EXPECT_GT(Pixels(image, pane_.CharacterRect(4), background), 10);
+  EXPECT_EQ(Pixels(image, pane_.CharacterRect(6), background), 0);
 }
 
 TEST_F(PaneWindow, AWindowOfAnotherWidthKeepsTheTextAtItsTop) {
@@ -225,17 +225,17 @@ TEST_F(PaneWindow, AnotherFontWrapsDifferently) {
   const int before = bar().pageStep();
   pane_.setFont(QFont(QStringLiteral("Courier New"), 20));
   EXPECT_LT(bar().pageStep(), before);
-  EXPECT_TRUE(StandsAtEnd());
+  EXPECT_TRUE(IsAtEnd());
 }
 
 TEST_F(PaneWindow, AMebibyteInOneLineIsWrappedAndShown) {
   pane_.AppendLine(LineKind::kAnswer, std::string(1 << 20, 'x'));
   pane_.Flush();
   EXPECT_GT(bar().maximum(), 10000);
-  EXPECT_TRUE(StandsAtEnd());
+  EXPECT_TRUE(IsAtEnd());
   EXPECT_FALSE(pane_.viewport()->grab().isNull());
   pane_.EnsureVisible(500000);
-  EXPECT_TRUE(pane_.viewport()->rect().contains(PlaceOf(500000)));
+  EXPECT_TRUE(pane_.viewport()->rect().contains(PointOf(500000)));
 }
 
 TEST_F(PaneWindow, ZoomsByKeysAndWheel) {

@@ -15,12 +15,12 @@ using Calls = std::vector<std::string>;
 
 class FakeDialogs final : public CommandFileDialogs {
  public:
-  std::optional<std::string> AskOpenName(const std::string& in_hand) override {
-    calls.push_back("open" + in_hand);
+  std::optional<std::string> AskOpenName(const std::string& current_file) override {
+    calls.push_back("open" + current_file);
     return answer;
   }
-  std::optional<std::string> AskSaveName(const std::string& in_hand) override {
-    calls.push_back("save" + in_hand);
+  std::optional<std::string> AskSaveName(const std::string& current_file) override {
+    calls.push_back("save" + current_file);
     return answer;
   }
 

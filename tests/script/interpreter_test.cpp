@@ -18,7 +18,7 @@ class InterpreterTest : public testing::Test, protected ScriptBench {
 
 TEST_F(InterpreterTest, AnErrorIsShownMarkedAndEndsTheRun) {
   FillList(list, "A|$FOO|B");
-  EXPECT_FALSE(Do("$FOO", 2));
+  EXPECT_FALSE(Execute("$FOO", 2));
   EXPECT_EQ(prompt.errors, Lines{"Fehler in Befehlsliste (Zeile 2): Unbekannter $ Befehl"});
   EXPECT_EQ(ListText(list), "A|!$FOO|B");
   EXPECT_EQ(list.current_row(), 1024);
@@ -40,9 +40,9 @@ TEST_F(InterpreterTest, CarriesOutTheWordsOfTheTable) {
 }
 
 TEST_F(InterpreterTest, AnswersAppliesToTheRestOfTheRun) {
-  EXPECT_TRUE(Do("$ANSWERS queries"));
+  EXPECT_TRUE(Execute("$ANSWERS queries"));
   EXPECT_TRUE(terminal.QueriesOnly());
-  EXPECT_TRUE(Do("$ANSWERS ALWAYS"));
+  EXPECT_TRUE(Execute("$ANSWERS ALWAYS"));
   EXPECT_FALSE(terminal.QueriesOnly());
   EXPECT_EQ(ErrorOf("$ANSWERS NEVER"), "Unbekannter $ Befehl");
   terminal.extras.queries_only = true;
@@ -51,13 +51,13 @@ TEST_F(InterpreterTest, AnswersAppliesToTheRestOfTheRun) {
 }
 
 TEST_F(InterpreterTest, CommandWordsMayHaveAnyCase) {
-  EXPECT_TRUE(Do("$repeat 2"));
-  EXPECT_TRUE(Do("$Repeat 2"));
+  EXPECT_TRUE(Execute("$repeat 2"));
+  EXPECT_TRUE(Execute("$Repeat 2"));
   EXPECT_EQ(now.RepeatLevel, 2);
 }
 
 TEST_F(InterpreterTest, RepeatNotesPassesAndRow) {
-  EXPECT_TRUE(Do("$REPEAT 2", 5));
+  EXPECT_TRUE(Execute("$REPEAT 2", 5));
   EXPECT_EQ(now.RepeatLevel, 1);
   EXPECT_EQ(now.RepeatCount[1], 2);
   EXPECT_EQ(now.RepeatRow[1], 5);
@@ -67,7 +67,7 @@ TEST_F(InterpreterTest, RepeatNotesPassesAndRow) {
 TEST_F(InterpreterTest, RepeatUsesTheNumberAtTheArgumentsStart) {
   const auto passes = [this](const char* line) {
     now.RepeatLevel = 0;
-    EXPECT_TRUE(Do(line)) << line;
+    EXPECT_TRUE(Execute(line)) << line;
     return now.RepeatCount[1];
   };
   EXPECT_EQ(passes("$REPEAT abc"), 0);
@@ -91,26 +91,26 @@ TEST_F(InterpreterTest, RepeatFailsWithoutAValidCount) {
 
 TEST_F(InterpreterTest, EndRepeatGoesBackWhilePassesRemain) {
   FillList(list, "$REPEAT 1|A|$ENDREPEAT");
-  EXPECT_TRUE(Do("$REPEAT 1", 1));
+  EXPECT_TRUE(Execute("$REPEAT 1", 1));
   list.HighlightLine(3, 0xFF0000, 0xFFFF, true);
-  EXPECT_TRUE(Do("$ENDREPEAT", 3));
+  EXPECT_TRUE(Execute("$ENDREPEAT", 3));
   EXPECT_EQ(ListText(list), ">$REPEAT 1|A|$ENDREPEAT");
   EXPECT_EQ(now.RepeatLevel, 1);
-  EXPECT_TRUE(Do("$ENDREPEAT", 3));
+  EXPECT_TRUE(Execute("$ENDREPEAT", 3));
   EXPECT_EQ(list.current_row(), 3);
   EXPECT_EQ(now.RepeatLevel, 0);
 }
 
 TEST_F(InterpreterTest, EndRepeatWithoutRepeatWorksOnLevelZero) {
-  EXPECT_TRUE(Do("$ENDREPEAT", 4));
+  EXPECT_TRUE(Execute("$ENDREPEAT", 4));
   EXPECT_EQ(list.current_row(), 4);
   EXPECT_EQ(now.RepeatLevel, -1);
-  EXPECT_TRUE(Do("$REPEAT 1", 7));
+  EXPECT_TRUE(Execute("$REPEAT 1", 7));
   EXPECT_EQ(now.RepeatLevel, 0);
   EXPECT_EQ(now.RepeatCount[0], 1);
-  EXPECT_TRUE(Do("$ENDREPEAT", 9));
+  EXPECT_TRUE(Execute("$ENDREPEAT", 9));
   EXPECT_EQ(list.current_row(), 7);
-  EXPECT_TRUE(Do("$ENDREPEAT", 9));
+  EXPECT_TRUE(Execute("$ENDREPEAT", 9));
   EXPECT_EQ(now.RepeatLevel, -1);
   EXPECT_EQ(ErrorOf("$ENDREPEAT"), kIndex);
   EXPECT_EQ(now.RepeatLevel, -1);
@@ -142,11 +142,11 @@ TEST_F(InterpreterTest, CountersThatReachTheEndOfTheirTypeOverflow) {
 
 TEST_F(InterpreterTest, DelayIsOneCallOfThePortLibrary) {
   library.results["Delay"] = {7};
-  EXPECT_TRUE(Do("$DELAY 250.5"));
+  EXPECT_TRUE(Execute("$DELAY 250.5"));
   EXPECT_EQ(library.calls, Lines{"Delay(250)"});
   EXPECT_EQ(device.last_result, 7);
-  EXPECT_TRUE(Do("$DELAY x"));
-  EXPECT_TRUE(Do("$DELAY -1"));
+  EXPECT_TRUE(Execute("$DELAY x"));
+  EXPECT_TRUE(Execute("$DELAY -1"));
   EXPECT_EQ(library.calls, (Lines{"Delay(250)", "Delay(0)", "Delay(-1)"}));
   EXPECT_EQ(ErrorOf("$DELAY"), kIndex);
   EXPECT_EQ(ErrorOf("$DELAY 2147483648"), kOverflow);
@@ -154,14 +154,14 @@ TEST_F(InterpreterTest, DelayIsOneCallOfThePortLibrary) {
 
 TEST_F(InterpreterTest, DelayWithoutAPortLibraryIsAFailure) {
   libraries.library = nullptr;
-  EXPECT_TRUE(Do("$DELAY 10"));
+  EXPECT_TRUE(Execute("$DELAY 10"));
   EXPECT_EQ(device.last_result, device::device_status::kNoPortLibrary);
-  EXPECT_TRUE(Do("$IFERR"));
+  EXPECT_TRUE(Execute("$IFERR"));
   EXPECT_FALSE(now.SkipRows);
 }
 
 TEST_F(InterpreterTest, StopMakesTheLastRowCurrent) {
-  EXPECT_TRUE(Do("$STOP now", 3));
+  EXPECT_TRUE(Execute("$STOP now", 3));
   EXPECT_EQ(list.current_row(), 1024);
   EXPECT_EQ(prompt.errors, Lines{});
 }
@@ -170,7 +170,7 @@ TEST_F(InterpreterTest, IfErrHoldsOnAQuestionMarkOrAFailedOperation) {
   const auto skips = [this](const char* answer, std::int32_t status) {
     terminal.last_answer.text = answer;
     device.last_result = status;
-    EXPECT_TRUE(Do("$IFERR"));
+    EXPECT_TRUE(Execute("$IFERR"));
     return now.SkipRows;
   };
   EXPECT_FALSE(skips("?", 0));
@@ -185,7 +185,7 @@ TEST_F(InterpreterTest, IfErrHoldsOnAQuestionMarkOrAFailedOperation) {
 TEST_F(InterpreterTest, ComparisonsAreBetweenTextsWithTheArgumentOnTheLeft) {
   const auto holds = [this](const char* line, const char* value) {
     now.ParamValue = value;
-    EXPECT_TRUE(Do(line)) << line;
+    EXPECT_TRUE(Execute(line)) << line;
     return !now.SkipRows;
   };
   EXPECT_TRUE(holds("$IFEQUAL OK", "OK"));
@@ -211,8 +211,8 @@ TEST_F(InterpreterTest, ComparisonsAreBetweenTextsWithTheArgumentOnTheLeft) {
 TEST_F(InterpreterTest, EndIfIsLeftToTheRunner) {
   now.IfDepth = 1;
   now.SkipRows = true;
-  EXPECT_TRUE(Do("$ENDIF"));
-  EXPECT_TRUE(Do("$endif x"));
+  EXPECT_TRUE(Execute("$ENDIF"));
+  EXPECT_TRUE(Execute("$endif x"));
   EXPECT_EQ(now.IfDepth, 1);
   EXPECT_TRUE(now.SkipRows);
 }
@@ -220,22 +220,22 @@ TEST_F(InterpreterTest, EndIfIsLeftToTheRunner) {
 TEST_F(InterpreterTest, GoToFindsTheFirstRowThatIsTheLabel) {
   FillList(list, "$GOTO start|start: |'start:|START:|start:");
   list.HighlightLine(1, 0xFF0000, 0xFFFF, true);
-  EXPECT_TRUE(Do("$GOTO start"));
+  EXPECT_TRUE(Execute("$GOTO start"));
   EXPECT_EQ(ListText(list), "$GOTO start|start: |'start:|>START:|start:");
 }
 
 TEST_F(InterpreterTest, GoToComparesUmlautsWithoutCaseAndTheWholeCell) {
   FillList(list, " mäß:|mäß:x|MÄß:");
-  EXPECT_TRUE(Do("$GOTO mäß"));
+  EXPECT_TRUE(Execute("$GOTO mäß"));
   EXPECT_EQ(list.current_row(), 3);
   FillList(list, "a|:");
-  EXPECT_TRUE(Do("$GOTO ,"));
+  EXPECT_TRUE(Execute("$GOTO ,"));
   EXPECT_EQ(list.current_row(), 2);
 }
 
 TEST_F(InterpreterTest, GoToWithoutTargetNamesTheLastRow) {
   FillList(list, "$GOTO nowhere");
-  EXPECT_FALSE(Do("$GOTO nowhere"));
+  EXPECT_FALSE(Execute("$GOTO nowhere"));
   EXPECT_EQ(prompt.errors, Lines{"Fehler in Befehlsliste (Zeile 1024): Sprungziel nicht gefunden"});
   EXPECT_EQ(*list.HighlightOf(1024), kErrorRow);
   EXPECT_EQ(list.current_row(), 1024);
@@ -248,11 +248,11 @@ TEST_F(InterpreterTest, OpensALogWithOrWithoutQuotes) {
                                    {"$OPENLOG \"", ""},
                                    {"$OPENLOG \"\"", ""},
                                    {"$OPENLOG ,", ""}}) {
-    EXPECT_TRUE(Do(line));
+    EXPECT_TRUE(Execute(line));
     EXPECT_EQ(log.calls.back(), std::string("open ") + name);
     EXPECT_EQ(ErrorOf("$OPENLOG other"), "Logdatei bereits geöffnet");
     EXPECT_EQ(ErrorOf("$OPENLOG"), "Logdatei bereits geöffnet");
-    EXPECT_TRUE(Do("$CLOSELOG"));
+    EXPECT_TRUE(Execute("$CLOSELOG"));
   }
   EXPECT_EQ(ErrorOf("$OPENLOG"), kIndex);
 }
@@ -260,39 +260,39 @@ TEST_F(InterpreterTest, OpensALogWithOrWithoutQuotes) {
 TEST_F(InterpreterTest, WritesOneWordIntoTheOpenLog) {
   EXPECT_EQ(ErrorOf("$WRITELOG x"), "Keine Logdatei geöffnet");
   EXPECT_EQ(ErrorOf("$WRITELOG"), "Keine Logdatei geöffnet");
-  Do("$OPENLOG a");
-  EXPECT_TRUE(Do("$WRITELOG hello world"));
-  EXPECT_TRUE(Do("$WRITELOG \"x\""));
-  EXPECT_TRUE(Do("$WRITELOG \"hello world\""));
-  EXPECT_TRUE(Do("$WRITELOG ,"));
+  Execute("$OPENLOG a");
+  EXPECT_TRUE(Execute("$WRITELOG hello world"));
+  EXPECT_TRUE(Execute("$WRITELOG \"x\""));
+  EXPECT_TRUE(Execute("$WRITELOG \"hello world\""));
+  EXPECT_TRUE(Execute("$WRITELOG ,"));
   EXPECT_EQ(ErrorOf("$WRITELOG"), kIndex);
   EXPECT_EQ(log.calls, (Lines{"open a", "write hello", "write x", "write hell", "write "}));
 }
 
 TEST_F(InterpreterTest, WritesToTheLogInSilenceAndWithoutRecording) {
   terminal.output.SilentMode = true;
-  Do("$OPENLOG a");
-  EXPECT_TRUE(Do("$WRITELOG x"));
+  Execute("$OPENLOG a");
+  EXPECT_TRUE(Execute("$WRITELOG x"));
   EXPECT_EQ(log.calls.back(), "write x");
   EXPECT_FALSE(terminal.output.log_recording);
 }
 
 TEST_F(InterpreterTest, ALogThatCannotBeOpenedDoesNotEndTheRun) {
-  EXPECT_TRUE(Do("$OPENLOG refused", 2));
+  EXPECT_TRUE(Execute("$OPENLOG refused", 2));
   EXPECT_EQ(list.current_row(), 2);
   EXPECT_EQ(ErrorOf("$WRITELOG x"), "Keine Logdatei geöffnet");
 }
 
 TEST_F(InterpreterTest, ClosesTheLogWhetherOneIsOpenOrNot) {
-  EXPECT_TRUE(Do("$CLOSELOG"));
+  EXPECT_TRUE(Execute("$CLOSELOG"));
   EXPECT_EQ(log.calls, Lines{"close"});
 }
 
 TEST_F(InterpreterTest, SplitsTheLastAnswer) {
   terminal.last_answer.text = "a,b,c";
-  EXPECT_TRUE(Do("$SPLITPARAMS"));
+  EXPECT_TRUE(Execute("$SPLITPARAMS"));
   const auto param = [this](const char* line) {
-    EXPECT_TRUE(Do(line)) << line;
+    EXPECT_TRUE(Execute(line)) << line;
     return now.ParamValue;
   };
   EXPECT_EQ(param("$GETPARAM 3"), "c");
@@ -309,15 +309,15 @@ TEST_F(InterpreterTest, SplitsTheLastAnswer) {
 
 TEST_F(InterpreterTest, KeepsTheFieldsUntilTheNextSplit) {
   terminal.last_answer.text = " x ,";
-  Do("$SPLITPARAMS");
+  Execute("$SPLITPARAMS");
   terminal.last_answer.text = "new";
-  EXPECT_TRUE(Do("$GETPARAM 1"));
+  EXPECT_TRUE(Execute("$GETPARAM 1"));
   EXPECT_EQ(now.ParamValue, " x ");
-  EXPECT_TRUE(Do("$GETPARAM 2"));
+  EXPECT_TRUE(Execute("$GETPARAM 2"));
   EXPECT_EQ(now.ParamValue, "");
   terminal.last_answer.text = "";
-  Do("$SPLITPARAMS");
-  EXPECT_TRUE(Do("$GETPARAM 1"));
+  Execute("$SPLITPARAMS");
+  EXPECT_TRUE(Execute("$GETPARAM 1"));
   EXPECT_EQ(ErrorOf("$GETPARAM 2"), "Ungültige Parameterposition");
 }
 
@@ -328,22 +328,22 @@ TEST_F(InterpreterTest, AParameterBeforeAnySplitIsARunTimeError) {
 
 TEST_F(InterpreterTest, ClearsThePane) {
   pane.text = "old";
-  EXPECT_TRUE(Do("$CLEAR"));
+  EXPECT_TRUE(Execute("$CLEAR"));
   EXPECT_EQ(pane.text, "");
 }
 
 TEST_F(InterpreterTest, SwitchesSilenceAndRecording) {
   const auto check = [this](const char* command, const bool& flag) {
     const std::string start = command;
-    EXPECT_TRUE(Do(start + " on"));
+    EXPECT_TRUE(Execute(start + " on"));
     EXPECT_TRUE(flag);
-    EXPECT_TRUE(Do(start + " maybe"));
-    EXPECT_TRUE(Do(start + " 0"));
-    EXPECT_TRUE(Do(start + " ,"));
+    EXPECT_TRUE(Execute(start + " maybe"));
+    EXPECT_TRUE(Execute(start + " 0"));
+    EXPECT_TRUE(Execute(start + " ,"));
     EXPECT_TRUE(flag);
-    EXPECT_TRUE(Do(start + " Off"));
+    EXPECT_TRUE(Execute(start + " Off"));
     EXPECT_FALSE(flag);
-    EXPECT_TRUE(Do(start + " maybe"));
+    EXPECT_TRUE(Execute(start + " maybe"));
     EXPECT_FALSE(flag);
     EXPECT_EQ(ErrorOf(start), kIndex);
   };
@@ -362,8 +362,8 @@ TEST_F(InterpreterTest, AnErrorLeavesLoopsAndConditionsAsTheyAre) {
 
 TEST_F(InterpreterTest, TwoRecordsDoNotShareAnything) {
   ScriptBench other;
-  Do("$REPEAT 3");
-  Do("$SILENT ON");
+  Execute("$REPEAT 3");
+  Execute("$SILENT ON");
   EXPECT_EQ(other.state.interpreter.RepeatLevel, 0);
   EXPECT_FALSE(other.terminal.output.SilentMode);
 }

@@ -8,7 +8,7 @@ namespace {
 class RunControlTest : public testing::Test, protected RunBench {
  protected:
   /// Runs `rows` and calls `action` after row `row`.
-  void PlayAnd(std::string_view rows, int row, std::function<void()> action) {
+  void PlayWithActionAt(std::string_view rows, int row, std::function<void()> action) {
     host.at_yield = [this, row, action = std::move(action)] {
       if (list.current_row() == row) action();
     };
@@ -20,7 +20,7 @@ class RunControlTest : public testing::Test, protected RunBench {
 };
 
 TEST_F(RunControlTest, BreakEndsTheRunAfterTheRowBeingExecuted) {
-  PlayAnd("A|B|C", 2, [this] { runner.Break(); });
+  PlayWithActionAt("A|B|C", 2, [this] { runner.Break(); });
   EXPECT_EQ(Sent(), "A|B");
   EXPECT_EQ(ListText(list), "A|>*B|C");
   EXPECT_FALSE(runner.running());
@@ -36,14 +36,14 @@ TEST_F(RunControlTest, ALockThatFailsHalfwayIsReleased) {
 }
 
 TEST_F(RunControlTest, StopDoesTheSameAndClearsTheRow) {
-  PlayAnd("A|B|C", 2, [this] { runner.Stop(); });
+  PlayWithActionAt("A|B|C", 2, [this] { runner.Stop(); });
   EXPECT_EQ(Sent(), "A|B");
   EXPECT_EQ(ListText(list), "A|>B|C");
   EXPECT_TRUE(script.run.StopRequested);
 }
 
 TEST_F(RunControlTest, PlayStartsAgainAtTheFirstRow) {
-  PlayAnd("A|B|C", 2, [this] { runner.Break(); });
+  PlayWithActionAt("A|B|C", 2, [this] { runner.Break(); });
   host.at_yield = {};
   runner.Play();
   EXPECT_EQ(Sent(), "A|B|A|B|C");
@@ -60,7 +60,7 @@ TEST_F(RunControlTest, PlayClearsEarlierStopAndBreak) {
 }
 
 TEST_F(RunControlTest, PlayAndStepDuringARunDoNothing) {
-  PlayAnd("A|B", 1, [this] {
+  PlayWithActionAt("A|B", 1, [this] {
     runner.Play();
     runner.SingleStep();
     runner.RunCommandList(0);
@@ -84,7 +84,7 @@ TEST_F(RunControlTest, AnEditDuringAMessageIsKept) {
 }
 
 TEST_F(RunControlTest, AClosingFrontEndEndsTheRunForGood) {
-  PlayAnd("A|B|C", 2, [this] { runner.Abort(); });
+  PlayWithActionAt("A|B|C", 2, [this] { runner.Abort(); });
   EXPECT_EQ(Sent(), "A|B");
   EXPECT_EQ(host.locks, (std::vector<bool>{true, false}));
   runner.Play();
@@ -94,7 +94,7 @@ TEST_F(RunControlTest, AClosingFrontEndEndsTheRunForGood) {
 }
 
 TEST_F(RunControlTest, AfterAJumpWithinYieldTheRunContinuesThere) {
-  PlayAnd("A|B|C", 1, [this] { list.SetCurrentRow(2); });
+  PlayWithActionAt("A|B|C", 1, [this] { list.SetCurrentRow(2); });
   EXPECT_EQ(Sent(), "A|C");
 }
 

@@ -23,7 +23,7 @@ struct ScriptBench {
   using Lines = std::vector<std::string>;
 
   /// Executes `line` as the text of row `row`.
-  bool Do(std::string_view line, int row = 1) {
+  bool Execute(std::string_view line, int row = 1) {
     list.SetCurrentRow(row);
     return interpreter.RunSpecialCommand(line);
   }
@@ -31,7 +31,7 @@ struct ScriptBench {
   /// The error message of `line` without the part that names row 1; empty if it succeeds.
   std::string ErrorOf(std::string_view line) {
     prompt.errors.clear();
-    if (Do(line)) return {};
+    if (Execute(line)) return {};
     constexpr std::string_view kStart = "Fehler in Befehlsliste (Zeile 1): ";
     const std::string message = prompt.errors.size() == 1 ? prompt.errors.front() : "not one message";
     return message.starts_with(kStart) ? message.substr(kStart.size()) : message;

@@ -40,7 +40,7 @@ class UnsavedListTest : public testing::Test {
     return count;
   }
   /// A window that was closed `age` seconds ago with a modified list.
-  void Leave(const std::string& row, int age = 0) {
+  void AbandonList(const std::string& row, int age = 0) {
     CommandList list;
     list.SetText(1, row);
     const Names before = Paths();
@@ -100,7 +100,7 @@ TEST_F(UnsavedListTest, AListOfAnOpenWindowIsNotOffered) {
 }
 
 TEST_F(UnsavedListTest, WhatIsOfferedToOneWindowIsNotOfferedToAnother) {
-  Leave("A");
+  AbandonList("A");
   const std::vector<LeftCopy> first = LeftCopies(folder_);
   EXPECT_EQ(first.size(), 1u);
   EXPECT_EQ(LeftCopies(folder_).size(), 0u);
@@ -142,20 +142,20 @@ TEST_F(UnsavedListTest, AnEmptyListNeedsNoCopy) {
 }
 
 TEST_F(UnsavedListTest, WhatIsDiscardedIsNotOfferedAgain) {
-  Leave("A");
+  AbandonList("A");
   LeftCopies(folder_).front().Remove();
   EXPECT_EQ(Offered(), Names{});
   EXPECT_EQ(Folders(), 0u);
 }
 
 TEST_F(UnsavedListTest, TheNewestFiveAreKept) {
-  for (int age = 1; age <= 7; ++age) Leave(std::to_string(age), age * 60);
+  for (int age = 1; age <= 7; ++age) AbandonList(std::to_string(age), age * 60);
   EXPECT_EQ(Offered(), (Names{" >1", " >2", " >3", " >4", " >5"}));
   EXPECT_EQ(Folders(), 5u);
 }
 
 TEST_F(UnsavedListTest, ReportsTimeAndNumberOfRows) {
-  Leave("A", 3600);
+  AbandonList("A", 3600);
   const std::vector<LeftCopy> left = LeftCopies(folder_);
   ASSERT_EQ(left.size(), 1u);
   EXPECT_NEAR(static_cast<double>(left.front().saved_at()), static_cast<double>(std::time(nullptr) - 3600),
@@ -165,7 +165,7 @@ TEST_F(UnsavedListTest, ReportsTimeAndNumberOfRows) {
 }
 
 TEST_F(UnsavedListTest, ARunKeepsItsList) {
-  Leave("A");
+  AbandonList("A");
   RunFlags run;
   CommandList list(&run);
   run.ScriptRunning = 1;
@@ -174,7 +174,7 @@ TEST_F(UnsavedListTest, ARunKeepsItsList) {
 }
 
 TEST_F(UnsavedListTest, OnlyTheUserMayReadTheCopy) {
-  Leave("A");
+  AbandonList("A");
   struct stat about {};
   ASSERT_EQ(stat(Paths().front().c_str(), &about), 0);
   EXPECT_EQ(about.st_mode & 0777u, 0700u);

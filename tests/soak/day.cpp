@@ -31,11 +31,11 @@ namespace {
 constexpr int kUnasked = 12;
 // A round's: the repeated ones, MUTE, DROP, CUT, HALF and SAY.
 constexpr int kExchanges = 60;
-constexpr int kLeastHours = 3;
-constexpr int kLook = 5;                // ms between checks; a wait is given up once the instrument is silent
-constexpr qint64 kPatienceMs = 60'000;  // for expected events
-constexpr double kLeftOver = 0.25e6;    // bytes of the heap
-constexpr double kLeftOverResident = 4e6;  // bytes
+constexpr int kMinHours = 3;
+constexpr int kCheckIntervalMs = 5;  // ms between checks; a wait is given up once the instrument is silent
+constexpr qint64 kEventTimeoutMs = 60'000;  // for expected events
+constexpr double kMaxHeapGrowth = 0.25e6;   // bytes of the heap
+constexpr double kMaxResidentGrowth = 4e6;  // bytes
 
 std::string Repeated(int times) { return "$REPEAT " + std::to_string(times - 1) + "\nMSV? 1\n$ENDREPEAT\n"; }
 
@@ -55,10 +55,10 @@ class LogReader {
  public:
   explicit LogReader(const std::string& file) : file_(file, std::ios::binary) {}
 
-  void ReadOn() {
+  void ReadNewLines() {
     for (std::string line; std::getline(file_, line);) {
       if (file_.eof()) return StepBack(line);
-      Take(line);
+      Handle(line);
     }
     file_.clear();
   }
@@ -73,12 +73,12 @@ class LogReader {
   std::string first_fault;     ///< the lines up to the first wrong or unexpected one
 
  private:
-  void StepBack(const std::string& begun) {
+  void StepBack(const std::string& incomplete) {
     file_.clear();
-    file_.seekg(-static_cast<std::streamoff>(begun.size()), std::ios::cur);
+    file_.seekg(-static_cast<std::streamoff>(incomplete.size()), std::ios::cur);
   }
 
-  void Take(const std::string& line) {
+  void Handle(const std::string& line) {
     constexpr std::size_t kStamp = 24;
     const std::string time = line.substr(0, kStamp);
     if (!IsStamp(time) || time < last_time_) ++unstamped;
@@ -86,7 +86,7 @@ class LogReader {
     if (line.size() > kStamp) Sort(line.substr(kStamp, line.size() - kStamp - 1));
   }
 
-  void Count(std::int64_t& faults) {
+  void CountFault(std::int64_t& faults) {
     ++faults;
     if (first_fault.empty())
       for (const std::string& line : recent_) first_fault += line + '\n';
@@ -98,7 +98,7 @@ class LogReader {
     if (text == NumberedLine(numbered + 1)) {
       ++numbered;
     } else if (text.find(",") == 10) {
-      Count(wrong);
+      CountFault(wrong);
     } else if (text == "-60") {
       ++given_up;
     } else if (text == "-40" || text == "-41" || text == "Write error: -40" || text == "Write error: -41") {
@@ -106,7 +106,7 @@ class LogReader {
     } else if (text.find("  Verbindung hergestellt mit ") != std::string::npos) {
       ++connected;
     } else if (text.find("  Verbindung getrennt von ") == std::string::npos) {
-      Count(unexpected);
+      CountFault(unexpected);
     }
   }
 
@@ -142,8 +142,8 @@ class Terminal : private window::WindowRecords {
     // Only once, or each load would become a step of undo.
     Load(Round());
     window_->PressConnect();
-    QObject::connect(&look_, &QTimer::timeout, &look_, [this] { GiveUpInVain(); });
-    look_.start(kLook);
+    QObject::connect(&check_timer_, &QTimer::timeout, &check_timer_, [this] { GiveUpIfSilent(); });
+    check_timer_.start(kCheckIntervalMs);
   }
   ~Terminal() { window_->close(); }
 
@@ -169,7 +169,7 @@ class Terminal : private window::WindowRecords {
     window_->OpenCommandFile(folder_.Path("a.CMD"));
   }
 
-  void GiveUpInVain() {
+  void GiveUpIfSilent() {
     if (!instrument_.tally().silent) return;
     QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
     QApplication::sendEvent(&*window_, &escape);
@@ -181,33 +181,33 @@ class Terminal : private window::WindowRecords {
   device::LazyPortLibrary library_;
   std::optional<window::MainWindow> window_;
   gui::BoxAnswers boxes_;
-  QTimer look_;
+  QTimer check_timer_;
 };
 
 class Day {
  public:
-  Day(std::int64_t seconds, int rounds_an_hour)
-      : milliseconds_(seconds * 1000), rounds_an_hour_(rounds_an_hour) {}
+  Day(std::int64_t seconds, int rounds_per_hour)
+      : milliseconds_(seconds * 1000), rounds_per_hour_(rounds_per_hour) {}
 
   bool Run() {
     QElapsedTimer time;
     time.start();
-    for (; is_whole_ && (hours_ < kLeastHours || time.elapsed() < milliseconds_); ++hours_) {
-      for (int round = 0; is_whole_ && round < rounds_an_hour_; ++round) PlayRound();
-      EndHour();
+    for (; is_complete_ && (hours_ < kMinHours || time.elapsed() < milliseconds_); ++hours_) {
+      for (int round = 0; is_complete_ && round < rounds_per_hour_; ++round) PlayRound();
+      FinishHour();
     }
     terminal_.Disconnect();
-    log_.ReadOn();
-    Judge();
-    return verdict_.all_hold();
+    log_.ReadNewLines();
+    CheckTotals();
+    return expectations_.all_hold();
   }
 
  private:
   void PlayRound() {
-    log_.ReadOn();
+    log_.ReadNewLines();
     const std::int64_t before = log_.numbered;
     terminal_.Play();
-    log_.ReadOn();
+    log_.ReadNewLines();
     answered_ += log_.numbered - before;
     ++rounds_;
     AwaitUnasked();
@@ -215,83 +215,86 @@ class Day {
 
   template <typename Done>
   static bool Await(Done done) {
-    QElapsedTimer patience;
-    for (patience.start(); !done(); QApplication::processEvents(QEventLoop::WaitForMoreEvents))
-      if (patience.elapsed() > kPatienceMs) return false;
+    QElapsedTimer timer;
+    for (timer.start(); !done(); QApplication::processEvents(QEventLoop::WaitForMoreEvents))
+      if (timer.elapsed() > kEventTimeoutMs) return false;
     return true;
   }
 
   // The last unasked lines arrive after the list: it may end before the instrument has received its last row.
   void AwaitUnasked() {
-    is_whole_ = Await([this] {
-      log_.ReadOn();
+    is_complete_ = Await([this] {
+      log_.ReadNewLines();
       return instrument_.tally().said == rounds_ && log_.numbered == instrument_.tally().lines;
     });
     unasked_ += kUnasked;
   }
 
-  void EndHour() {
+  void FinishHour() {
     // The window shows new rows once a frame.
     if (!Await([this] { return terminal_.values() == answered_; })) ++wrong_values_;
-    const Holding full = HoldingNow();
+    const ResourceUse before_clearing = CurrentResourceUse();
     terminal_.Clear();
     answered_ = 0;
-    last_ = HoldingNow();
+    last_ = CurrentResourceUse();
     if (hours_ == 0) first_ = last_;
     std::printf("hour %4d: heap %s, cleared %s; resident %s, cleared %s; %d descriptors, %d threads\n",
-                hours_ + 1, Megabytes(full.heap).c_str(), Megabytes(last_.heap).c_str(),
-                Megabytes(full.resident).c_str(), Megabytes(last_.resident).c_str(), last_.descriptors,
-                last_.threads);
+                hours_ + 1, Megabytes(before_clearing.heap).c_str(), Megabytes(last_.heap).c_str(),
+                Megabytes(before_clearing.resident).c_str(), Megabytes(last_.resident).c_str(),
+                last_.descriptors, last_.threads);
     std::fflush(stdout);
   }
 
-  void Judge() {
+  void CheckTotals() {
     const DayTally& tally = instrument_.tally();
     std::printf(
         "%d hours, %lld commands received, %lld lines sent, %lld of them unasked; %lld waits given up, %lld "
-        "connections, %lld failures for their ends\n",
+        "connections, %lld failures caused by their ends\n",
         hours_, static_cast<long long>(tally.commands), static_cast<long long>(tally.lines),
         static_cast<long long>(unasked_), static_cast<long long>(log_.given_up),
         static_cast<long long>(log_.connected), static_cast<long long>(log_.lost));
-    verdict_.Expect(log_.numbered == tally.lines && log_.wrong == 0,
-                    "the log has each line that the instrument sent, once, in its order");
+    expectations_.Expect(log_.numbered == tally.lines && log_.wrong == 0,
+                         "the log has each line that the instrument sent, once and in order");
     std::fputs(log_.first_fault.c_str(), stdout);
-    verdict_.Expect(log_.unexpected == 0, "and nothing besides but what happened");
-    verdict_.Expect(log_.unstamped == 0, "each line bears its time");
-    verdict_.Expect(tally.unknown == 0, "each command arrived unchanged");
+    expectations_.Expect(log_.unexpected == 0, "the log has no other lines than those for what happened");
+    expectations_.Expect(log_.unstamped == 0, "each line has a time stamp");
+    expectations_.Expect(tally.unknown == 0, "each command arrived unchanged");
     // Of the lost commands only each round's CUT was received.
-    verdict_.Expect(tally.commands + log_.lost - rounds_ == rounds_ * kExchanges, "none was sent twice");
-    verdict_.Expect(log_.given_up == 2 * rounds_, "each wait in vain was given up");
-    verdict_.Expect(tally.ends == 2 * rounds_ && log_.connected == 2 * rounds_ + 1,
-                    "each connection that ended was followed by one other");
-    verdict_.Expect(wrong_values_ == 0, "the values window had a row for each answer");
-    verdict_.Expect(terminal_.boxes() == 0, "no message asked for anybody");
-    JudgeGrowth();
+    expectations_.Expect(tally.commands + log_.lost - rounds_ == rounds_ * kExchanges,
+                         "no command was sent twice");
+    expectations_.Expect(log_.given_up == 2 * rounds_,
+                         "each wait for an answer that was not sent was given up");
+    expectations_.Expect(tally.ends == 2 * rounds_ && log_.connected == 2 * rounds_ + 1,
+                         "each connection that ended was followed by exactly one other");
+    expectations_.Expect(wrong_values_ == 0, "the values window had a row for each answer");
+    expectations_.Expect(terminal_.boxes() == 0, "no message box was shown");
+    CheckGrowth();
   }
 
-  void JudgeGrowth() {
-    verdict_.Expect(last_.descriptors == first_.descriptors, "no file is left open");
-    verdict_.Expect(last_.threads == first_.threads, "no thread is left");
-    if (!kMemoryIsOurs) return;
-    verdict_.Expect(last_.heap - first_.heap <= kLeftOver, "the heap is as it was after the first hour");
-    verdict_.Expect(last_.resident - first_.resident <= kLeftOverResident, "so is what the process occupies");
+  void CheckGrowth() {
+    expectations_.Expect(last_.descriptors == first_.descriptors, "no file is left open");
+    expectations_.Expect(last_.threads == first_.threads, "no thread is left");
+    if (!kMemoryIsMeasurable) return;
+    expectations_.Expect(last_.heap - first_.heap <= kMaxHeapGrowth,
+                         "the heap is as large as after the first hour");
+    expectations_.Expect(last_.resident - first_.resident <= kMaxResidentGrowth, "so is the resident memory");
   }
 
   const qint64 milliseconds_;
-  const int rounds_an_hour_;
+  const int rounds_per_hour_;
   const base::TempFolder folder_;
   DayInstrument instrument_;
   Terminal terminal_{instrument_, folder_.Path("day.LOG")};
   LogReader log_{folder_.Path("day.LOG")};
-  Verdict verdict_;
-  Holding first_{};
-  Holding last_{};
+  Expectations expectations_;
+  ResourceUse first_{};
+  ResourceUse last_{};
   int hours_ = 0;
   std::int64_t rounds_ = 0;
   std::int64_t unasked_ = 0;
   std::int64_t answered_ = 0;  // in this hour
   int wrong_values_ = 0;
-  bool is_whole_ = true;  // nothing is missing so far
+  bool is_complete_ = true;  // nothing is missing so far
 };
 
 }  // namespace

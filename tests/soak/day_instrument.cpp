@@ -25,15 +25,15 @@ class Service {
   // Until either side ends the connection.
   void Serve(int peer) {
     peer_ = peer;
-    is_over_ = false;
+    is_closed_ = false;
     std::string line;
     char buffer[4096];
-    for (ssize_t got; !is_over_ && (got = read(peer_, buffer, sizeof buffer)) > 0;) {
+    for (ssize_t got; !is_closed_ && (got = read(peer_, buffer, sizeof buffer)) > 0;) {
       for (const char c : std::string_view(buffer, static_cast<std::size_t>(got))) {
         if (c != '\n') {
           line += c;
-        } else if (!is_over_) {
-          Take(line);
+        } else if (!is_closed_) {
+          Handle(line);
           line.clear();
         }
       }
@@ -42,18 +42,18 @@ class Service {
   }
 
  private:
-  void Take(std::string_view line) {
+  void Handle(std::string_view line) {
     ++tally_.commands;
-    if (line == "MSV? 1") return Say();
-    if (line.starts_with("SAY ")) return Say(1 + std::atoi(std::string(line.substr(4)).c_str()));
+    if (line == "MSV? 1") return SendLines();
+    if (line.starts_with("SAY ")) return SendLines(1 + std::atoi(std::string(line.substr(4)).c_str()));
     if (line == "MUTE") return AwaitGiveUp();
-    if (line == "HALF") return SayInHalves();
-    if (line == "DROP") return SayAndEnd();
+    if (line == "HALF") return SendInHalves();
+    if (line == "DROP") return SendAndEnd();
     if (line == "CUT") return Cut();
     ++tally_.unknown;
   }
 
-  void Say(int lines = 1) {
+  void SendLines(int lines = 1) {
     const std::int64_t before = tally_.lines.fetch_add(lines);
     if (lines > 1) ++tally_.said;
     for (int line = 1; line <= lines; ++line) Send(NumberedLine(before + line) + "\r\n");
@@ -65,15 +65,15 @@ class Service {
     if (eventfd_read(given_up_, &value) != 0) _exit(1);
   }
 
-  void SayInHalves() {
+  void SendInHalves() {
     const std::string line = NumberedLine(++tally_.lines) + "\r\n";
     Send(line.substr(0, line.size() / 2));
     AwaitGiveUp();
     Send(line.substr(line.size() / 2));
   }
 
-  void SayAndEnd() {
-    Say();
+  void SendAndEnd() {
+    SendLines();
     End();
   }
 
@@ -86,7 +86,7 @@ class Service {
   }
 
   void End() {
-    is_over_ = true;
+    is_closed_ = true;
     ++tally_.ends;
   }
 
@@ -97,7 +97,7 @@ class Service {
   int given_up_;
   DayTally& tally_;
   int peer_ = -1;
-  bool is_over_ = false;
+  bool is_closed_ = false;
 };
 
 }  // namespace

@@ -17,7 +17,7 @@ int CountEntries(const char* folder) {
 
 }  // namespace
 
-Holding HoldingNow() {
+ResourceUse CurrentResourceUse() {
   malloc_trim(0);
   const struct mallinfo2 heap = mallinfo2();
   std::size_t size = 0;
@@ -34,7 +34,7 @@ std::string Megabytes(double bytes) {
   return text;
 }
 
-void Verdict::Expect(bool holds, const std::string& what) {
+void Expectations::Expect(bool holds, const std::string& what) {
   std::printf("%-7s%s\n", holds ? "holds" : "FAILS", what.c_str());
   all_hold_ = all_hold_ && holds;
 }

@@ -5,26 +5,26 @@
 namespace kolvane::soak {
 
 #ifdef KOLVANE_SANITIZED
-inline constexpr bool kMemoryIsOurs = false;  // the sanitizer keeps freed memory
+inline constexpr bool kMemoryIsMeasurable = false;  // the sanitizer keeps freed memory
 #else
-inline constexpr bool kMemoryIsOurs = true;
+inline constexpr bool kMemoryIsMeasurable = true;
 #endif
 
 /// What the process uses at the moment.
-struct Holding {
+struct ResourceUse {
   double heap;      ///< bytes in use
   double resident;  ///< bytes
   int descriptors;
   int threads;
 };
 
-Holding HoldingNow();
+ResourceUse CurrentResourceUse();
 
 /// "12.34 MB"
 std::string Megabytes(double bytes);
 
 /// Prints each expectation and whether it holds.
-class Verdict {
+class Expectations {
  public:
   void Expect(bool holds, const std::string& what);
   bool all_hold() const { return all_hold_; }

@@ -17,8 +17,8 @@ namespace {
 
 constexpr double kMegabyte = 1e6;
 // What the C library and Qt may keep after the largest text was freed, whatever its size.
-constexpr double kLeftOver = 0.5 * kMegabyte;
-constexpr double kLeftOverResident = 4 * kMegabyte;
+constexpr double kMaxHeapGrowth = 0.5 * kMegabyte;
+constexpr double kMaxResidentGrowth = 4 * kMegabyte;
 // What the pane may need for its lines, relative to their bytes.
 constexpr double kTextShare = 2;
 
@@ -71,18 +71,19 @@ class Terminal : private window::WindowRecords {
   window::MainWindow window_{ContextWith(library_, "")};
 };
 
-void JudgeMemory(Verdict& verdict, const Holding& before, const Holding& full, const Holding& after,
-                 double text) {
+void CheckMemory(Expectations& expectations, const ResourceUse& before, const ResourceUse& before_clearing,
+                 const ResourceUse& after, double text) {
   std::printf("text %s; heap %s before, %s full, %s cleared; resident %s, %s, %s\n", Megabytes(text).c_str(),
-              Megabytes(before.heap).c_str(), Megabytes(full.heap).c_str(), Megabytes(after.heap).c_str(),
-              Megabytes(before.resident).c_str(), Megabytes(full.resident).c_str(),
-              Megabytes(after.resident).c_str());
-  verdict.Expect(after.descriptors == before.descriptors, "no file is left open");
-  if (!kMemoryIsOurs) return;
-  verdict.Expect(full.heap - before.heap <= kTextShare * text + kLeftOver,
-                 "memory grows with the text and no more");
-  verdict.Expect(after.heap - before.heap <= kLeftOver, "the heap is as it was once the text is cleared");
-  verdict.Expect(after.resident - before.resident <= kLeftOverResident, "so is what the process occupies");
+              Megabytes(before.heap).c_str(), Megabytes(before_clearing.heap).c_str(),
+              Megabytes(after.heap).c_str(), Megabytes(before.resident).c_str(),
+              Megabytes(before_clearing.resident).c_str(), Megabytes(after.resident).c_str());
+  expectations.Expect(after.descriptors == before.descriptors, "no file is left open");
+  if (!kMemoryIsMeasurable) return;
+  expectations.Expect(before_clearing.heap - before.heap <= kTextShare * text + kMaxHeapGrowth,
+                      "memory grows only with the text");
+  expectations.Expect(after.heap - before.heap <= kMaxHeapGrowth,
+                      "the heap is as large as before once the text is cleared");
+  expectations.Expect(after.resident - before.resident <= kMaxResidentGrowth, "so is the resident memory");
 }
 
 // How an exchange's time has changed: a measurement, not a check.
@@ -97,22 +98,23 @@ void PrintTimes(const Tally& tally, std::int64_t warm_up, std::int64_t exchanges
 }
 
 // What the instrument sent after that many lines.
-std::string SentBehind(std::int64_t lines, const std::string& copy) {
+std::string SentAfter(std::int64_t lines, const std::string& copy) {
   const std::string all = base::ReadBytes(copy);
-  std::size_t begin = 0;
-  for (std::int64_t line = 0; line < lines; ++line) begin = all.find('\n', begin) + 1;
-  return all.substr(begin);
+  std::size_t start = 0;
+  for (std::int64_t line = 0; line < lines; ++line) start = all.find('\n', start) + 1;
+  return all.substr(start);
 }
 
-void JudgeCommands(Verdict& verdict, const Tally& tally, std::int64_t expected) {
-  verdict.Expect(tally.commands == expected, "the instrument received each command once");
-  verdict.Expect(tally.garbled == 0, "each of them unchanged");
+void CheckCommands(Expectations& expectations, const Tally& tally, std::int64_t expected) {
+  expectations.Expect(tally.commands == expected, "the instrument received each command once");
+  expectations.Expect(tally.garbled == 0, "each command arrived unchanged");
 }
 
-void JudgeTexts(Verdict& verdict, const std::string& sent, const std::string& log, const std::string& shown) {
-  verdict.Expect(log == sent, "the log is byte by byte what the instrument sent");
+void CheckTexts(Expectations& expectations, const std::string& sent, const std::string& log,
+                const std::string& shown) {
+  expectations.Expect(log == sent, "the log has exactly the bytes that the instrument sent");
   // The pane has a line break before each line, the instrument sends one after each.
-  verdict.Expect(shown + "\r\n" == "\r\n" + sent, "so is the pane's text");
+  expectations.Expect(shown + "\r\n" == "\r\n" + sent, "so has the pane");
 }
 
 bool Soak(std::int64_t exchanges) {
@@ -123,29 +125,29 @@ bool Soak(std::int64_t exchanges) {
   const std::int64_t warm_up = exchanges / 9;
   const std::int64_t all = warm_up + exchanges;
   NumberingInstrument instrument(all, copy);
-  Verdict verdict;
+  Expectations expectations;
   Terminal terminal(instrument.port());
   terminal.Exchange(warm_up);
   terminal.Clear();
-  const Holding before = HoldingNow();
+  const ResourceUse before = CurrentResourceUse();
   terminal.Record(exchanges, log);
-  const Holding full = HoldingNow();
+  const ResourceUse before_clearing = CurrentResourceUse();
   // Kept in a file: in memory it would be counted as the terminal's.
   base::WriteBytes(folder.Path("shown"), terminal.Text());
   terminal.Clear();
-  const Holding after = HoldingNow();
+  const ResourceUse after = CurrentResourceUse();
   terminal.Disconnect();
   instrument.AwaitEnd();
 
-  const std::string sent = SentBehind(warm_up, copy);
+  const std::string sent = SentAfter(warm_up, copy);
   const std::string shown = base::ReadBytes(folder.Path("shown"));
   std::printf("%lld exchanges with a warm-up of %lld, %s sent\n", static_cast<long long>(exchanges),
               static_cast<long long>(warm_up), Megabytes(static_cast<double>(sent.size())).c_str());
-  JudgeCommands(verdict, instrument.tally(), all);
-  JudgeTexts(verdict, sent, base::ReadBytes(log), shown);
-  JudgeMemory(verdict, before, full, after, static_cast<double>(shown.size()));
+  CheckCommands(expectations, instrument.tally(), all);
+  CheckTexts(expectations, sent, base::ReadBytes(log), shown);
+  CheckMemory(expectations, before, before_clearing, after, static_cast<double>(shown.size()));
   PrintTimes(instrument.tally(), warm_up, exchanges);
-  return verdict.all_hold();
+  return expectations.all_hold();
 }
 
 }  // namespace

@@ -17,7 +17,7 @@
 namespace kolvane::soak {
 namespace {
 
-constexpr std::int64_t kInTwoPiecesEach = 997;
+constexpr std::int64_t kSplitEvery = 997;
 constexpr int kLengths = 29;
 
 int Checked(int result, const char* what) {
@@ -25,7 +25,7 @@ int Checked(int result, const char* what) {
   return result;
 }
 
-std::int64_t NowUs() {
+std::int64_t NowMicroseconds() {
   timespec now{};
   clock_gettime(CLOCK_MONOTONIC, &now);
   return now.tv_sec * 1'000'000LL + now.tv_nsec / 1000;
@@ -53,7 +53,7 @@ class Service {
         if (c != '\n') {
           line += c;
         } else {
-          if (!Take(line)) return false;
+          if (!Handle(line)) return false;
           line.clear();
         }
       }
@@ -62,16 +62,16 @@ class Service {
   }
 
  private:
-  bool Take(std::string_view line) {
+  bool Handle(std::string_view line) {
     const std::int64_t number = ++tally_.commands;
     if (line != NumberingInstrument::kCommand) ++tally_.garbled;
     const std::string answer = Answer(number);
-    const std::size_t first = number % kInTwoPiecesEach == 0 ? answer.size() / 2 : answer.size();
+    const std::size_t first = number % kSplitEvery == 0 ? answer.size() / 2 : answer.size();
     const bool sent = Send(answer.substr(0, first)) && Send(answer.substr(first));
     const std::int64_t tenth = expected_ / 10;
     if (tenth > 0 && number % tenth == 0 && number / tenth <= 10)
-      tally_.tenths[static_cast<std::size_t>(number / tenth)] = NowUs();
-    if (number == 1) tally_.tenths[0] = NowUs();
+      tally_.tenths[static_cast<std::size_t>(number / tenth)] = NowMicroseconds();
+    if (number == 1) tally_.tenths[0] = NowMicroseconds();
     return sent && std::fwrite(answer.data(), 1, answer.size(), copy_) == answer.size();
   }
 

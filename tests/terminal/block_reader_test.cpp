@@ -80,7 +80,8 @@ TEST_F(BlockReaderTest, WhatWasPutBackIsReadFirst) {
 
 TEST_F(BlockReaderTest, ABlockThatBreaksOffFails) {
   EXPECT_EQ(Read(""), Result::kNothing);
-  for (const char* begun : {"#", "#3", "#312", "#14abc"}) EXPECT_EQ(Read(begun), Result::kFailed) << begun;
+  for (const char* incomplete : {"#", "#3", "#312", "#14abc"})
+    EXPECT_EQ(Read(incomplete), Result::kFailed) << incomplete;
   EXPECT_EQ(Read("#0abc"), Result::kFailed);
 }
 

@@ -32,15 +32,15 @@ TEST(CommandHistory, ComparesWithTheFirstEntryOnly) {
 TEST(CommandHistory, HoldsTwoHundredAndFiftySix) {
   CommandHistory history;
   for (int i = 1; i <= 255; ++i) history.Add("C" + std::to_string(i));
-  const HistoryChange last_that_fits = history.Add("C256");
-  EXPECT_TRUE(last_that_fits.inserted);
-  EXPECT_FALSE(last_that_fits.dropped_last);
+  const HistoryChange last_kept = history.Add("C256");
+  EXPECT_TRUE(last_kept.inserted);
+  EXPECT_FALSE(last_kept.dropped_last);
   EXPECT_EQ(history.entries().size(), 256u);
   EXPECT_EQ(history.entries().back(), "C1");
 
-  const HistoryChange first_that_does_not = history.Add("C257");
-  EXPECT_TRUE(first_that_does_not.inserted);
-  EXPECT_TRUE(first_that_does_not.dropped_last);
+  const HistoryChange first_dropped = history.Add("C257");
+  EXPECT_TRUE(first_dropped.inserted);
+  EXPECT_TRUE(first_dropped.dropped_last);
   EXPECT_EQ(history.entries().size(), 256u);
   EXPECT_EQ(history.entries().front(), "C257");
   EXPECT_EQ(history.entries().back(), "C2");

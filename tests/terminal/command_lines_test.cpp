@@ -8,7 +8,7 @@
 namespace kolvane::terminal {
 namespace {
 
-std::string WhatOf(const std::function<void()>& step) {
+std::string ErrorOf(const std::function<void()>& step) {
   try {
     step();
   } catch (const base::RuntimeError& error) {
@@ -32,8 +32,8 @@ class CommandLinesTest : public testing::Test, protected SessionBench {
  protected:
   void Send(std::string_view text) {
     lines.Send(text, [this] {
-      ++between;
-      if (on_between) on_between();
+      ++between_lines;
+      if (on_between_lines) on_between_lines();
     });
   }
 
@@ -50,8 +50,8 @@ class CommandLinesTest : public testing::Test, protected SessionBench {
   Exchange exchange{session, waits, state.options, output, clock, ","};
   InteractiveSend interactive{exchange, recorder, box};
   CommandLines lines{interactive};
-  std::function<void()> on_between;
-  int between = 0;
+  std::function<void()> on_between_lines;
+  int between_lines = 0;
 };
 
 TEST_F(CommandLinesTest, OneLineIsOneCommand) {
@@ -60,7 +60,7 @@ TEST_F(CommandLinesTest, OneLineIsOneCommand) {
   Send("");
   Send("\n\n");
   EXPECT_EQ(Sent(), (Lines{"A?", "B?"}));
-  EXPECT_EQ(between, 0);
+  EXPECT_EQ(between_lines, 0);
 }
 
 TEST_F(CommandLinesTest, EachLineIsACommandWithItsOwnAnswer) {
@@ -68,20 +68,20 @@ TEST_F(CommandLinesTest, EachLineIsACommandWithItsOwnAnswer) {
   Send("A?\nB?\r\n\r\nC?");
   EXPECT_EQ(Sent(), (Lines{"A?", "B?", "C?"}));
   EXPECT_EQ(pane.text, "\r\nA?\r\n1\r\nB?\r\n2\r\nC?\r\n3");
-  EXPECT_EQ(between, 2);
+  EXPECT_EQ(between_lines, 2);
 }
 
 TEST_F(CommandLinesTest, CanBeStoppedBetweenTwoLines) {
-  on_between = [this] { lines.Stop(); };
+  on_between_lines = [this] { lines.Stop(); };
   Send("A?\nB?\nC?");
   EXPECT_EQ(Sent(), Lines{"A?"});
-  on_between = nullptr;
+  on_between_lines = nullptr;
   Send("D?\nE?");
   EXPECT_EQ(Sent(), (Lines{"A?", "D?", "E?"}));
 }
 
 TEST_F(CommandLinesTest, NoneStartsDuringAnother) {
-  on_between = [this] {
+  on_between_lines = [this] {
     EXPECT_TRUE(lines.IsSending());
     Send("X?\nY?");
   };
@@ -98,7 +98,7 @@ TEST_F(CommandLinesTest, ACommandThatCannotBeSentEndsThem) {
 
 TEST_F(CommandLinesTest, AnAnswerThatCannotBeReadEndsThem) {
   state.shown.timeout = "bald";
-  EXPECT_EQ(WhatOf([this] { Send("A?\nB?"); }),
+  EXPECT_EQ(ErrorOf([this] { Send("A?\nB?"); }),
             "Timeout (ms): Typen unverträglich. Die Antwort auf den Befehl steht noch aus, „Eingangspuffer "
             "flushen“ verwirft sie.");
   EXPECT_EQ(Sent(), Lines{"A?"});
@@ -106,7 +106,7 @@ TEST_F(CommandLinesTest, AnAnswerThatCannotBeReadEndsThem) {
 }
 
 TEST_F(CommandLinesTest, ACharacterThatCannotBeSentIsReportedBeforeAnythingIsSent) {
-  EXPECT_EQ(WhatOf([this] { Send("A?\nMEAS:RES 5 Ω"); }), "Das Zeichen „Ω“ kann nicht gesendet werden");
+  EXPECT_EQ(ErrorOf([this] { Send("A?\nMEAS:RES 5 Ω"); }), "Das Zeichen „Ω“ kann nicht gesendet werden");
   EXPECT_EQ(device.calls, Lines{});
   EXPECT_EQ(Sent(), Lines{});
   EXPECT_EQ(pane.text, "");

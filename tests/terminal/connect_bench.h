@@ -20,12 +20,12 @@ class FakeConnectionView final : public ConnectionView {
     waited_for.push_back(operation);
     return !gives_up;
   }
-  void WaitOver() override { ++waits_over; }
+  void WaitOver() override { ++ended_waits; }
 
   int changes = 0;
   bool gives_up = false;
   std::vector<device::Operation> waited_for;
-  int waits_over = 0;
+  int ended_waits = 0;
 };
 
 /// Keeps the last text of each kind.

@@ -11,7 +11,7 @@ namespace {
 class ExchangeTest : public testing::Test, protected SessionBench {
  protected:
   /// The time shown after an answer that takes the clock from `start` to `end`, seconds.
-  std::string TimeShown(Sender sender, double start, double end) {
+  std::string ShownTime(Sender sender, double start, double end) {
     state.options.show_response_times = true;
     clock.seconds = {start, end};
     clock.asked = 0;
@@ -98,9 +98,9 @@ class Listener final : public ExchangeListener {
  public:
   explicit Listener(const TerminalState& state) : state_(state) {}
   void ExchangeEnded(std::string_view command, const ExchangeResult& result) override {
-    told.push_back(std::string(command) + (result.Failed() ? " failed " : " ") + state_.last_answer.text);
+    reports.push_back(std::string(command) + (result.Failed() ? " failed " : " ") + state_.last_answer.text);
   }
-  std::vector<std::string> told;
+  std::vector<std::string> reports;
 
  private:
   const TerminalState& state_;
@@ -115,7 +115,7 @@ TEST_F(ExchangeTest, ReportsEachEndWhateverIsShown) {
   exchange.Run("B?", Sender::kUser);
   exchange.Listen(nullptr);
   exchange.Run("C?", Sender::kList);
-  EXPECT_EQ(listener.told, (std::vector<std::string>{"A? 1,2", "B? failed " + state.last_answer.text}));
+  EXPECT_EQ(listener.reports, (std::vector<std::string>{"A? 1,2", "B? failed " + state.last_answer.text}));
 }
 
 TEST_F(ExchangeTest, ReportsAnAnswerThatIsReadWithoutACommand) {
@@ -128,37 +128,37 @@ TEST_F(ExchangeTest, ReportsAnAnswerThatIsReadWithoutACommand) {
   const ExchangeResult dropped = exchange.Read(Sender::kList);
   EXPECT_EQ(dropped.sent, Sent::kNotConnected);
   EXPECT_FALSE(dropped.answer_due) << "the last answer is an earlier one";
-  EXPECT_EQ(listener.told, (std::vector<std::string>{" 1,2", " failed 1,2"}));
+  EXPECT_EQ(listener.reports, (std::vector<std::string>{" 1,2", " failed 1,2"}));
 }
 
 TEST_F(ExchangeTest, AnAnswerThatIsReadWithoutACommandIsOneOperation) {
   device_state.connected = false;
-  bool under_way = false;
-  device.on_open = [&] { under_way = waits.IsUnderWay(); };
+  bool is_under_way = false;
+  device.on_open = [&] { is_under_way = waits.IsUnderWay(); };
   exchange.Read(Sender::kUser);
-  EXPECT_TRUE(under_way);
+  EXPECT_TRUE(is_under_way);
 }
 
 TEST_F(ExchangeTest, TheUsersTimesAreOfSinglePrecision) {
-  EXPECT_EQ(TimeShown(Sender::kUser, 0, 0.0035), "(dt = 3,5 ms)\r\n");
-  EXPECT_EQ(TimeShown(Sender::kUser, 100000, 100000.001), "(dt = 0 ms)\r\n");
-  EXPECT_EQ(TimeShown(Sender::kUser, 100000, 100000.005), "(dt = 8 ms)\r\n");
+  EXPECT_EQ(ShownTime(Sender::kUser, 0, 0.0035), "(dt = 3,5 ms)\r\n");
+  EXPECT_EQ(ShownTime(Sender::kUser, 100000, 100000.001), "(dt = 0 ms)\r\n");
+  EXPECT_EQ(ShownTime(Sender::kUser, 100000, 100000.005), "(dt = 8 ms)\r\n");
   EXPECT_EQ(pane.caret_back, 1);
 }
 
 TEST_F(ExchangeTest, TheListsTimesAreOfDoublePrecision) {
-  EXPECT_EQ(TimeShown(Sender::kList, 100000, 100000.5), "(dt = 500 ms)\r\n");
+  EXPECT_EQ(ShownTime(Sender::kList, 100000, 100000.5), "(dt = 500 ms)\r\n");
   EXPECT_EQ(pane.caret_back, 0);
 }
 
 TEST_F(ExchangeTest, TheListNeedsOnlyTheOptionOfTheTimes) {
   state.options.show_commands = false;
-  EXPECT_EQ(TimeShown(Sender::kList, 2, 2.25), "(dt = 250 ms)\r\n");
+  EXPECT_EQ(ShownTime(Sender::kList, 2, 2.25), "(dt = 250 ms)\r\n");
 }
 
 TEST_F(ExchangeTest, WithoutCommandsTheUserIsShownTheEndTime) {
   state.options.show_commands = false;
-  EXPECT_EQ(TimeShown(Sender::kUser, 2, 2), "(dt = 2000 ms)\r\n");
+  EXPECT_EQ(ShownTime(Sender::kUser, 2, 2), "(dt = 2000 ms)\r\n");
 }
 
 }  // namespace

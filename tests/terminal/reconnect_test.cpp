@@ -20,7 +20,7 @@ class ReconnectTest : public testing::Test, protected SessionBench {
     connect.ReconnectAfterLoss(state.extras.reconnect, timeout_ms_, clock_);
     state.extras.reconnect = true;
   }
-  void Lose() {
+  void LoseConnection() {
     device.read_error = {-40, "-40", "Verbindung vom Gerät geschlossen"};
     session.SendCommand("A?");
     session.GetAnswer();
@@ -33,20 +33,20 @@ class ReconnectTest : public testing::Test, protected SessionBench {
 };
 
 TEST_F(ReconnectTest, ALossIsReported) {
-  Lose();
+  LoseConnection();
   EXPECT_EQ(shown_.line.Text(), "Verbindung verloren");
   EXPECT_TRUE(device_state.connected);
 }
 
 TEST_F(ReconnectTest, WithoutItNothingChanges) {
   state.extras.reconnect = false;
-  Lose();
+  LoseConnection();
   EXPECT_EQ(session.SendCommand("B?"), Sent::kWritten);
   EXPECT_EQ(device.CountCalls("Open"), 0u);
 }
 
 TEST_F(ReconnectTest, TheNextCommandConnectsFirst) {
-  Lose();
+  LoseConnection();
   EXPECT_EQ(session.SendCommand("B?"), Sent::kWritten);
   EXPECT_EQ(device.CountCalls("Close"), 1u);
   EXPECT_EQ(device.CountCalls("Open"), 1u);
@@ -73,7 +73,7 @@ TEST_F(ReconnectTest, AConnectionThatHasEndedIsDetected) {
 
 TEST_F(ReconnectTest, OnePressOfThePlugConnects) {
   connect.Press();
-  Lose();
+  LoseConnection();
   connect.Press();
   EXPECT_EQ(device.CountCalls("Open"), 1u);
   EXPECT_EQ(Button(), "1 20 Verbindung trennen");
@@ -81,7 +81,7 @@ TEST_F(ReconnectTest, OnePressOfThePlugConnects) {
 
 TEST_F(ReconnectTest, ThePlugOffersToConnectAfterAFailure) {
   connect.Press();
-  Lose();
+  LoseConnection();
   device.open_result = {-22, "-22", "Verbindung abgelehnt"};
   connect.Press();
   EXPECT_FALSE(device_state.connected);
@@ -89,7 +89,7 @@ TEST_F(ReconnectTest, ThePlugOffersToConnectAfterAFailure) {
 }
 
 TEST_F(ReconnectTest, TriesAgainAfterPausesThatDouble) {
-  Lose();
+  LoseConnection();
   int attempts = 0;
   device.open_result = {-22, "-22"};
   device.on_open = [&] {
@@ -101,7 +101,7 @@ TEST_F(ReconnectTest, TriesAgainAfterPausesThatDouble) {
 }
 
 TEST_F(ReconnectTest, GivesUpAfterTheTimeout) {
-  Lose();
+  LoseConnection();
   device.open_result = {-22, "-22", "Verbindung abgelehnt"};
   EXPECT_EQ(session.SendCommand("B?"), Sent::kNotConnected);
   EXPECT_EQ(device.paused_ms, 3000);
@@ -111,7 +111,7 @@ TEST_F(ReconnectTest, GivesUpAfterTheTimeout) {
 }
 
 TEST_F(ReconnectTest, EndsWhenThePauseIsGivenUp) {
-  Lose();
+  LoseConnection();
   device.open_result = {-22, "-22"};
   device.pause_result = {-60, "-60"};
   EXPECT_EQ(session.SendCommand("B?"), Sent::kNotConnected);

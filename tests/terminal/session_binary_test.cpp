@@ -171,7 +171,7 @@ TEST_F(SessionCountTest, NothingOfAnOlderAnswerIsReturned) {
   state.shown.count = "2";
   device.incoming = "AB";
   session.GetAnswer();
-  device.hollow_reads = true;
+  device.reads_copy_nothing = true;
   session.GetAnswer();
   EXPECT_EQ(state.last_answer.text, "\0\0"s);
 }

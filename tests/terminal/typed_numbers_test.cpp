@@ -10,7 +10,7 @@ namespace kolvane::terminal {
 namespace {
 
 template <typename Step>
-std::string WhatOf(Step step) {
+std::string ErrorOf(Step step) {
   try {
     step();
   } catch (const base::RuntimeError& error) {
@@ -23,9 +23,9 @@ TEST(TypedNumbers, ATimeoutIsA32BitNumber) {
   EXPECT_EQ(TypedTimeout("3000"), 3000);
   EXPECT_EQ(TypedTimeout(" 2147483647 "), 2147483647);
   EXPECT_EQ(TypedTimeout("-1"), -1);
-  EXPECT_EQ(WhatOf([] { TypedTimeout("2147483648"); }), "Timeout (ms): Überlauf");
-  EXPECT_EQ(WhatOf([] { TypedTimeout("bald"); }), "Timeout (ms): Typen unverträglich");
-  EXPECT_EQ(WhatOf([] { TypedTimeout(""); }), "Timeout (ms): Typen unverträglich");
+  EXPECT_EQ(ErrorOf([] { TypedTimeout("2147483648"); }), "Timeout (ms): Überlauf");
+  EXPECT_EQ(ErrorOf([] { TypedTimeout("bald"); }), "Timeout (ms): Typen unverträglich");
+  EXPECT_EQ(ErrorOf([] { TypedTimeout(""); }), "Timeout (ms): Typen unverträglich");
 }
 
 TEST(TypedNumbers, ReportWhatIsWrongWithoutThrowing) {
@@ -38,10 +38,10 @@ TEST(TypedNumbers, ReportWhatIsWrongWithoutThrowing) {
 TEST(TypedNumbers, ACountIsWithinItsLimit) {
   EXPECT_EQ(TypedCount("0"), 0u);
   EXPECT_EQ(TypedCount("1025"), 1025u);
-  EXPECT_EQ(WhatOf([] { TypedCount("1026"); }), "Anzahl: Index außerhalb des gültigen Bereichs");
-  EXPECT_EQ(WhatOf([] { TypedCount("-1"); }), "Anzahl: Index außerhalb des gültigen Bereichs");
-  EXPECT_EQ(WhatOf([] { TypedCount("32768"); }), "Anzahl: Überlauf");
-  EXPECT_EQ(WhatOf([] { TypedCount("vier"); }), "Anzahl: Typen unverträglich");
+  EXPECT_EQ(ErrorOf([] { TypedCount("1026"); }), "Anzahl: Index außerhalb des gültigen Bereichs");
+  EXPECT_EQ(ErrorOf([] { TypedCount("-1"); }), "Anzahl: Index außerhalb des gültigen Bereichs");
+  EXPECT_EQ(ErrorOf([] { TypedCount("32768"); }), "Anzahl: Überlauf");
+  EXPECT_EQ(ErrorOf([] { TypedCount("vier"); }), "Anzahl: Typen unverträglich");
 }
 
 }  // namespace

@@ -24,7 +24,7 @@ Column ColumnOf(const std::vector<double>& values) {
 }
 
 // In two passes, as in a textbook.
-Summary Plainly(const std::vector<double>& values, std::size_t first, std::size_t last) {
+Summary SummaryOf(const std::vector<double>& values, std::size_t first, std::size_t last) {
   Summary plain;
   for (std::size_t i = first; i < last; ++i) {
     ++plain.count;
@@ -39,7 +39,7 @@ Summary Plainly(const std::vector<double>& values, std::size_t first, std::size_
 
 void ExpectSame(const Column& column, const std::vector<double>& values, std::size_t first,
                 std::size_t last) {
-  const Summary plain = Plainly(values, first, last);
+  const Summary plain = SummaryOf(values, first, last);
   const Summary got = column.Summarize(first, last);
   EXPECT_EQ(got.count, plain.count) << first << ' ' << last;
   EXPECT_EQ(got.minimum, plain.minimum) << first << ' ' << last;
@@ -98,7 +98,7 @@ TEST(Column, ContinuesAfterItWasTruncated) {
   }
 }
 
-Summary Of(const std::vector<double>& values) {
+Summary SummaryOfAll(const std::vector<double>& values) {
   Summary summary;
   summary.Add(values);
   return summary;
@@ -108,11 +108,11 @@ TEST(Summary, OfNothingHasNoDeviation) {
   const Summary none;
   EXPECT_EQ(none.count, 0u);
   EXPECT_EQ(none.StandardDeviation(), std::nullopt);
-  EXPECT_EQ(Of({7}).StandardDeviation(), std::nullopt);
+  EXPECT_EQ(SummaryOfAll({7}).StandardDeviation(), std::nullopt);
 }
 
 TEST(Summary, OfSomeValues) {
-  const Summary some = Of({2, 4, 4, 4, 5, 5, 7, 9});
+  const Summary some = SummaryOfAll({2, 4, 4, 4, 5, 5, 7, 9});
   EXPECT_EQ(some.count, 8u);
   EXPECT_EQ(some.minimum, 2);
   EXPECT_EQ(some.maximum, 9);
@@ -122,8 +122,9 @@ TEST(Summary, OfSomeValues) {
 
 TEST(Summary, MergesToTheSummaryOfTheWhole) {
   Summary merged;
-  for (const auto& part : {std::vector<double>{2, 4}, {}, {4, 4, 5}, {5, 7, 9}}) merged.Merge(Of(part));
-  const Summary whole = Of({2, 4, 4, 4, 5, 5, 7, 9});
+  for (const auto& part : {std::vector<double>{2, 4}, {}, {4, 4, 5}, {5, 7, 9}})
+    merged.Merge(SummaryOfAll(part));
+  const Summary whole = SummaryOfAll({2, 4, 4, 4, 5, 5, 7, 9});
   EXPECT_EQ(merged.count, whole.count);
   EXPECT_EQ(merged.minimum, whole.minimum);
   EXPECT_EQ(merged.maximum, whole.maximum);
@@ -133,8 +134,8 @@ TEST(Summary, MergesToTheSummaryOfTheWhole) {
 
 // A sum of squares would have lost all digits here.
 TEST(Summary, KeepsSmallDifferencesBetweenLargeValues) {
-  Summary half = Of({1e9 + 4, 1e9 + 7});
-  half.Merge(Of({1e9 + 13, 1e9 + 16}));
+  Summary half = SummaryOfAll({1e9 + 4, 1e9 + 7});
+  half.Merge(SummaryOfAll({1e9 + 13, 1e9 + 16}));
   EXPECT_DOUBLE_EQ(half.mean, 1e9 + 10);
   EXPECT_DOUBLE_EQ(half.deviations, 90);
 }
@@ -196,12 +197,12 @@ TEST(TimeColumn, HoldsRowsThatAreFarApart) {
       const double seconds = gap * static_cast<double>(row);
       times.Append({kNoon + static_cast<std::int64_t>(seconds * 1000), seconds});
     }
-    const double exact_to = std::max(3e-6, gap * 2e-6);
+    const double tolerance = std::max(3e-6, gap * 2e-6);
     for (std::size_t row = 0; row < kRows; ++row) {
       const double seconds = gap * static_cast<double>(row);
-      ASSERT_NEAR(times.Seconds(row), seconds, exact_to) << gap << ' ' << row;
+      ASSERT_NEAR(times.Seconds(row), seconds, tolerance) << gap << ' ' << row;
       ASSERT_NEAR(static_cast<double>(times.TimeMs(row)), static_cast<double>(kNoon) + seconds * 1000,
-                  2 + exact_to * 1000)
+                  2 + tolerance * 1000)
           << gap << ' ' << row;
     }
   }

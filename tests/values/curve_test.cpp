@@ -30,7 +30,7 @@ class CurveTest : public testing::Test {
   }
 
   // Compares the curve with each visible value, one by one.
-  static void ExpectNoneIsLost(const Series& series, const PlotRows& rows, const Span& x) {
+  static void ExpectAllValuesShown(const Series& series, const PlotRows& rows, const Span& x) {
     const PlotColumns columns(rows, x, kColumns);
     const Curve curve = CurveOf(series, columns);
     EXPECT_TRUE(curve.points.empty() || curve.columns.empty());
@@ -38,7 +38,7 @@ class CurveTest : public testing::Test {
     for (const CurveColumn& column : curve.columns)
       extents[static_cast<std::size_t>(column.column)] = column.extent;
     std::vector<Extent> plain(kColumns);
-    std::size_t in_sight = 0;
+    std::size_t visible = 0;
     for (std::size_t i = 0; i < series.values().size(); ++i) {
       if (series.RowOf(i) >= rows.rows()) break;
       const double at = rows.XOf(series.RowOf(i));
@@ -46,13 +46,13 @@ class CurveTest : public testing::Test {
       const auto column = std::min(kColumns - 1, static_cast<int>(x.FractionOf(at) * kColumns));
       plain[static_cast<std::size_t>(column)].Add(series.values()[i]);
       if (!curve.points.empty()) {
-        const CurvePoint& point = curve.points[in_sight + (curve.points[0].x < x.from ? 1 : 0)];
+        const CurvePoint& point = curve.points[visible + (curve.points[0].x < x.from ? 1 : 0)];
         EXPECT_EQ(point.x, at);
         EXPECT_EQ(point.y, series.values()[i]);
       }
-      ++in_sight;
+      ++visible;
     }
-    EXPECT_EQ(curve.columns.empty(), in_sight <= kColumns);
+    EXPECT_EQ(curve.columns.empty(), visible <= kColumns);
     if (curve.columns.empty()) return;
     for (std::size_t column = 0; column < kColumns; ++column) {
       EXPECT_EQ(extents[column].minimum, plain[column].minimum) << column;
@@ -71,7 +71,7 @@ TEST_F(CurveTest, LosesNoValueAtAnyZoom) {
     for (const auto& [from, to] :
          {std::pair{0.0, 1.0}, {0.1, 0.9}, {0.5, 0.51}, {0.7, 0.7001}, {-1.0, 2.0}, {0.99, 1.2}}) {
       for (std::size_t number = 0; number < store_.series_count(); ++number)
-        ExpectNoneIsLost(store_.series(number), rows, {reach.At(from), reach.At(to)});
+        ExpectAllValuesShown(store_.series(number), rows, {reach.At(from), reach.At(to)});
     }
   }
 }
@@ -81,7 +81,7 @@ TEST_F(CurveTest, EndsWhereTheRowsShownEnd) {
   for (const std::size_t shown : {std::size_t{0}, std::size_t{1}, std::size_t{100}, std::size_t{4999}}) {
     const PlotRows rows(store_, shown, Axis::kRow);
     for (std::size_t number = 0; number < store_.series_count(); ++number)
-      ExpectNoneIsLost(store_.series(number), rows, {0, 5001});
+      ExpectAllValuesShown(store_.series(number), rows, {0, 5001});
   }
 }
 
@@ -125,10 +125,10 @@ TEST_F(CurveTest, LosesNoValueWithHundredsPerColumn) {
   EXPECT_EQ(all.minimum, series.values().ExtentOf(0, series.values().size()).minimum);
   EXPECT_EQ(all.maximum, series.values().ExtentOf(0, series.values().size()).maximum);
   for (std::size_t i = 0; i < series.values().size(); ++i) {
-    const double place = x.FractionOf(rows.XOf(series.RowOf(i))) * kColumns;
-    const auto own = std::min<std::size_t>(kColumns - 1, static_cast<std::size_t>(place));
+    const double position = x.FractionOf(rows.XOf(series.RowOf(i))) * kColumns;
+    const auto own = std::min<std::size_t>(kColumns - 1, static_cast<std::size_t>(position));
     Extent near = curve.columns[own].extent;
-    const double within = place - static_cast<double>(own);
+    const double within = position - static_cast<double>(own);
     if (within > 0.85 && own + 1 < kColumns) near.Merge(curve.columns[own + 1].extent);
     ASSERT_GE(series.values()[i], near.minimum) << i;
     ASSERT_LE(series.values()[i], near.maximum) << i;

@@ -173,8 +173,8 @@ TEST(Store, HoldsManyRowsOfRandomLength) {
 
 // Whichever allocation fails, the row is not added, and the next one is correct.
 TEST(Store, StaysConsistentWithoutMemory) {
-  bool any_left = true;
-  for (long nth = 1; any_left; ++nth) {
+  bool rows_left = true;
+  for (long nth = 1; rows_left; ++nth) {
     Store store;
     for (int i = 0; i < 1023; ++i) Add(store, "A?", {1.0 * i, 2});
     const std::vector<double> fields = {7, 8, 9};
@@ -189,7 +189,7 @@ TEST(Store, StaysConsistentWithoutMemory) {
         } catch (const std::bad_alloc&) {
           failed = true;
         }
-        any_left = failing.hit();
+        rows_left = failing.hit();
       }
       if (!failed) continue;
       ASSERT_EQ(Rows(store), before) << nth;

@@ -177,12 +177,12 @@ TEST_F(ValuesOutputTest, WritesManyRowsInSlices) {
 
 TEST_F(ValuesOutputTest, LeavesNoFileIfCancelledOrTheStoreIsCleared) {
   while (store_.rows() < 200000) Add(store_, "A?", {1.0});
-  const auto run = [this](const std::function<void()>& meanwhile) {
+  const auto run = [this](const std::function<void()>& interrupt) {
     auto* job = new CsvJob(store_, store_.rows(), kCommaForm, &window_);
     int ended = -1;
     QObject::connect(job, &CsvJob::Ended, [&ended](int error) { ended = error; });
     job->Start(folder_.Path("many.csv"));
-    meanwhile();
+    interrupt();
     EXPECT_TRUE(QTest::qWaitFor([&ended] { return ended >= 0; }));
     delete job;
     return ended;
@@ -207,10 +207,10 @@ TEST_F(ValuesOutputTest, PrintsOnAPage) {
   printer.setOutputFileName(QString::fromStdString(folder_.Path("page.pdf")));
   EXPECT_TRUE(PrintPicture(printer, plot_.Scene(false), plot_.font(), plot_.size()));
   // The picture's white background, in units of 1/`scale` point, is as wide as the page.
-  const QRegularExpression ground(
+  const QRegularExpression background(
       "^([0-9.]+) 0 0 .* cm.*\n([0-9.]+) 0 0 [0-9.]+ 0 0 cm\n0 30 ([0-9.]+) ([0-9.]+) re\n",
       QRegularExpression::DotMatchesEverythingOption | QRegularExpression::MultilineOption);
-  const auto match = ground.match(gui::PdfContent(base::ReadBytes(folder_.Path("page.pdf"))));
+  const auto match = background.match(gui::PdfContent(base::ReadBytes(folder_.Path("page.pdf"))));
   ASSERT_TRUE(match.hasMatch());
   const double scale = match.captured(1).toDouble() * match.captured(2).toDouble();
   const QSizeF page = printer.pageLayout().paintRectPoints().size();

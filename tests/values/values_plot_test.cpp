@@ -179,10 +179,10 @@ TEST_F(ValuesPlotTest, SelectsRows) {
 }
 
 TEST_F(ValuesPlotTest, ShadesSelectedRows) {
-  const QColor ground = plot_.grab().toImage().pixelColor(At(23, 83));
+  const QColor background = plot_.grab().toImage().pixelColor(At(23, 83));
   plot_.SetSelection({{10, 30}});
-  EXPECT_NE(plot_.grab().toImage().pixelColor(At(23, 83)), ground);
-  EXPECT_EQ(plot_.grab().toImage().pixelColor(At(45, 83)), ground);
+  EXPECT_NE(plot_.grab().toImage().pixelColor(At(23, 83)), background);
+  EXPECT_EQ(plot_.grab().toImage().pixelColor(At(45, 83)), background);
 }
 
 TEST_F(ValuesPlotTest, ShowsEverythingAtADoubleClick) {

@@ -30,7 +30,7 @@ class ValuesTableTest : public testing::Test {
   }
   QString Cell(int row, int column) { return model_.index(row, column).data().toString(); }
   QScrollBar& bar() { return *table_.verticalScrollBar(); }
-  bool StandsAtEnd() { return bar().value() == bar().maximum(); }
+  bool IsAtEnd() { return bar().value() == bar().maximum(); }
   void Click(int row, Qt::KeyboardModifiers modifiers = {}) {
     QTest::mouseClick(table_.viewport(), Qt::LeftButton, modifiers,
                       table_.visualRect(model_.index(row, 1)).center());
@@ -99,15 +99,15 @@ TEST_F(ValuesTableTest, StartsAgainAfterClearEvenWithMoreRowsThanBefore) {
 
 TEST_F(ValuesTableTest, FollowsTheEndWhenScrolledThere) {
   Fill(1000);
-  EXPECT_TRUE(StandsAtEnd());
+  EXPECT_TRUE(IsAtEnd());
   Fill(1000);
-  EXPECT_TRUE(StandsAtEnd());
+  EXPECT_TRUE(IsAtEnd());
   bar().setValue(10);
   Fill(1000);
   EXPECT_EQ(bar().value(), 10);
   bar().setValue(bar().maximum());
   table_.resize(500, 200);
-  EXPECT_TRUE(StandsAtEnd());
+  EXPECT_TRUE(IsAtEnd());
 }
 
 TEST_F(ValuesTableTest, ShowsItsLastRowWhole) {
@@ -166,7 +166,7 @@ TEST_F(ValuesTableTest, SelectsRowsByKeys) {
   EXPECT_EQ(table_.SelectedRows(), (RowRanges{{1, 3}}));
   Key(Qt::Key_End, Qt::ShiftModifier);
   EXPECT_EQ(table_.SelectedRows(), (RowRanges{{1, 1000}}));
-  EXPECT_TRUE(StandsAtEnd());
+  EXPECT_TRUE(IsAtEnd());
   Key(Qt::Key_PageUp);
   EXPECT_LT(table_.currentIndex().row(), 999);
   Key(Qt::Key_A, Qt::ControlModifier);
@@ -235,7 +235,7 @@ TEST_F(ValuesTableTest, FitsAColumnToTheVisibleRows) {
   Fill(100);
   bar().setValue(bar().maximum());
   Q_EMIT table_.header()->sectionHandleDoubleClicked(1);
-  EXPECT_LT(table_.header()->sectionSize(1), 100) << "the long one is out of sight";
+  EXPECT_LT(table_.header()->sectionSize(1), 100) << "the long one is not visible";
   Add(store_, "Another that is much longer than its column is wide", {1});
   bar().setValue(1);
   model_.ShowRows(store_.rows());

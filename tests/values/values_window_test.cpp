@@ -84,8 +84,8 @@ TEST_F(ValuesWindowTest, AcceptsInputBesideTheModalTerminal) {
 
   auto* bar = Find<QToolBar>("ValuesToolbar");
   QWidget* button = bar->widgetForAction(Action("ValuesPause"));
-  const QPoint place = button->mapTo(window_, button->rect().center());
-  QTest::mouseClick(window_->windowHandle(), Qt::LeftButton, {}, place);
+  const QPoint point = button->mapTo(window_, button->rect().center());
+  QTest::mouseClick(window_->windowHandle(), Qt::LeftButton, {}, point);
   EXPECT_TRUE(Action("ValuesPause")->isChecked());
   EXPECT_FALSE(window_->isModal());
 }

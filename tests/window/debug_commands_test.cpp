@@ -10,30 +10,30 @@ class DebugCommandsTest : public GridFixture {
   DebugCommandsTest() { Fill({"$REPEAT 2", "$CLEAR", "$ENDREPEAT", "$STOP"}); }
 
   script::WatchPanel* Watch() { return Find<script::WatchPanel>("WatchPanel"); }
-  QVariant Mark(int row, int role) { return Grid()->model()->index(row - 1, 0).data(role); }
-  int Marks(int row) { return Mark(row, script::CommandListModel::kMarkRole).toInt(); }
-  QPoint MarkerOf(int row) { return Grid()->visualRect(Grid()->model()->index(row - 1, 0)).center(); }
+  QVariant HeaderData(int row, int role) { return Grid()->model()->index(row - 1, 0).data(role); }
+  int HeaderMarks(int row) { return HeaderData(row, script::CommandListModel::kMarkRole).toInt(); }
+  QPoint HeaderCenter(int row) { return Grid()->visualRect(Grid()->model()->index(row - 1, 0)).center(); }
 };
 
 TEST_F(DebugCommandsTest, F9SetsAndRemovesABreakpoint) {
   GoTo(2);
   Press("mnuBreakpoint");
-  EXPECT_EQ(Marks(2), script::CommandListModel::kBreakpointMark);
-  EXPECT_EQ(Mark(2, Qt::AccessibleTextRole).toString(), "Haltepunkt");
-  const auto shown = [this] { return Grid()->viewport()->grab().toImage().pixelColor(MarkerOf(2)); };
+  EXPECT_EQ(HeaderMarks(2), script::CommandListModel::kBreakpointMark);
+  EXPECT_EQ(HeaderData(2, Qt::AccessibleTextRole).toString(), "Haltepunkt");
+  const auto shown = [this] { return Grid()->viewport()->grab().toImage().pixelColor(HeaderCenter(2)); };
   EXPECT_EQ(shown(), QColor(200, 30, 30));
   Press("mnuBreakpoint");
-  EXPECT_EQ(Marks(2), 0);
+  EXPECT_EQ(HeaderMarks(2), 0);
   EXPECT_NE(shown(), QColor(200, 30, 30));
 }
 
 TEST_F(DebugCommandsTest, AClickIntoTheFirstColumnDoesTheSame) {
-  QTest::mouseClick(Grid()->viewport(), Qt::LeftButton, Qt::NoModifier, MarkerOf(3));
+  QTest::mouseClick(Grid()->viewport(), Qt::LeftButton, Qt::NoModifier, HeaderCenter(3));
   EXPECT_TRUE(Grid()->list().HasBreakpoint(3));
   EXPECT_EQ(CurrentRow(), 3);
-  QTest::mouseClick(Grid()->viewport(), Qt::LeftButton, Qt::ShiftModifier, MarkerOf(3));
+  QTest::mouseClick(Grid()->viewport(), Qt::LeftButton, Qt::ShiftModifier, HeaderCenter(3));
   EXPECT_TRUE(Grid()->list().HasBreakpoint(3)) << "the first column marks rows";
-  QTest::mouseClick(Grid()->viewport(), Qt::LeftButton, Qt::NoModifier, MarkerOf(3));
+  QTest::mouseClick(Grid()->viewport(), Qt::LeftButton, Qt::NoModifier, HeaderCenter(3));
   EXPECT_FALSE(Grid()->list().HasBreakpoint(3));
 }
 
@@ -44,7 +44,8 @@ TEST_F(DebugCommandsTest, AnInterruptedRunShowsItsState) {
   Press("TB_PLAY");
   EXPECT_EQ(CurrentRow(), 2);
   ASSERT_TRUE(Watch()->isVisible());
-  EXPECT_EQ(Marks(2), script::CommandListModel::kBreakpointMark | script::CommandListModel::kRunningMark);
+  EXPECT_EQ(HeaderMarks(2),
+            script::CommandListModel::kBreakpointMark | script::CommandListModel::kRunningMark);
   const auto loops = Watch()->findItems("Schleifen", Qt::MatchExactly);
   ASSERT_EQ(loops.size(), 1);
   ASSERT_EQ(loops.front()->childCount(), 1);
@@ -85,7 +86,7 @@ TEST_F(DebugCommandsTest, ARunGoesUpToTheSelectedRow) {
   GoTo(4);
   Press("mnuRunToRow");
   EXPECT_EQ(CurrentRow(), 4);
-  EXPECT_EQ(Marks(4), script::CommandListModel::kRunningMark);
+  EXPECT_EQ(HeaderMarks(4), script::CommandListModel::kRunningMark);
   EXPECT_TRUE(Watch()->isVisible());
   QTest::keyClick(Watch(), Qt::Key_Escape);
   EXPECT_FALSE(Watch()->isVisible());
@@ -96,9 +97,9 @@ TEST_F(DebugCommandsTest, TheRowThatFailedShowsWhy) {
   gui::BoxAnswers boxes;
   boxes.Start();
   Press("TB_PLAY");
-  EXPECT_EQ(Marks(2), script::CommandListModel::kErrorMark);
-  EXPECT_EQ(Mark(2, Qt::ToolTipRole).toString(), "Fehler: Unbekannter $ Befehl");
-  EXPECT_TRUE(Look(2, Qt::ToolTipRole).toString().endsWith("Unbekannter $ Befehl"));
+  EXPECT_EQ(HeaderMarks(2), script::CommandListModel::kErrorMark);
+  EXPECT_EQ(HeaderData(2, Qt::ToolTipRole).toString(), "Fehler: Unbekannter $ Befehl");
+  EXPECT_TRUE(CellData(2, Qt::ToolTipRole).toString().endsWith("Unbekannter $ Befehl"));
 }
 
 }  // namespace

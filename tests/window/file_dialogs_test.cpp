@@ -9,7 +9,7 @@
 namespace kolvane::window {
 namespace {
 
-struct Seen {
+struct DialogState {
   QString title;
   QStringList filters;
   QFileDialog::FileMode mode = QFileDialog::Directory;
@@ -21,55 +21,55 @@ struct Seen {
 class FileDialogsTest : public WindowFixture {
  protected:
   template <typename Ask>
-  Seen Look(Ask ask) {
-    Seen seen;
-    OnDialog<QFileDialog>([&seen](QFileDialog& dialog) {
-      seen = {dialog.windowTitle(),   dialog.nameFilters(),
-              dialog.fileMode(),      dialog.acceptMode(),
-              dialog.defaultSuffix(), dialog.findChild<QPushButton*>("HelpButton") != nullptr};
+  DialogState Capture(Ask ask) {
+    DialogState state;
+    OnDialog<QFileDialog>([&state](QFileDialog& dialog) {
+      state = {dialog.windowTitle(),   dialog.nameFilters(),
+               dialog.fileMode(),      dialog.acceptMode(),
+               dialog.defaultSuffix(), dialog.findChild<QPushButton*>("HelpButton") != nullptr};
       dialog.reject();
     });
     EXPECT_EQ(ask(), std::nullopt);
-    return seen;
+    return state;
   }
-  Seen Look(OpenMode mode) {
-    return Look([&] { return AskOpenName(&window_, mode); });
+  DialogState Capture(OpenMode mode) {
+    return Capture([&] { return AskOpenName(&window_, mode); });
   }
-  Seen Look(SaveMode mode) {
-    return Look([&] { return AskSaveName(&window_, mode); });
+  DialogState Capture(SaveMode mode) {
+    return Capture([&] { return AskSaveName(&window_, mode); });
   }
 };
 
 TEST_F(FileDialogsTest, ModesOfOpening) {
-  const Seen list = Look(OpenMode::kCommandList);
+  const DialogState list = Capture(OpenMode::kCommandList);
   EXPECT_EQ(list.title, "Befehlsliste öffnen");
   EXPECT_EQ(list.filters, (QStringList{"Terminal Befehls-Dateien (*.CMD)", "Alle Dateien (*.*)"}));
   EXPECT_EQ(list.mode, QFileDialog::ExistingFile);
   EXPECT_EQ(list.accept, QFileDialog::AcceptOpen);
   EXPECT_TRUE(list.help_button);
-  const Seen log = Look(OpenMode::kLog);
+  const DialogState log = Capture(OpenMode::kLog);
   EXPECT_EQ(log.title, "Logdatei öffnen");
   EXPECT_EQ(log.filters, (QStringList{"Terminal Log-Dateien (*.LOG)", "Alle Dateien (*.*)"}));
   EXPECT_EQ(log.mode, QFileDialog::AnyFile);
   EXPECT_EQ(log.accept, QFileDialog::AcceptOpen);
   EXPECT_TRUE(log.help_button);
-  const Seen text = Look(OpenMode::kTextFile);
+  const DialogState text = Capture(OpenMode::kTextFile);
   EXPECT_EQ(text.title, "Textdatei öffnen");
   EXPECT_EQ(text.filters, (QStringList{"Textdateien (*.TXT)", "Log-Dateien (*.LOG)", "Alle Dateien (*.*)"}));
   EXPECT_EQ(text.mode, QFileDialog::ExistingFile);
 }
 
 TEST_F(FileDialogsTest, ModesOfSaving) {
-  const Seen terminal = Look(SaveMode::kTerminal);
+  const DialogState terminal = Capture(SaveMode::kTerminal);
   EXPECT_EQ(terminal.title, "Terminal Inhalt speichern");
   EXPECT_EQ(terminal.filters, (QStringList{"Terminal Dateien (*.LOG)", "Alle Dateien (*.*)"}));
   EXPECT_EQ(terminal.accept, QFileDialog::AcceptSave);
   EXPECT_EQ(terminal.suffix, "LOG");
-  const Seen list = Look(SaveMode::kCommandList);
+  const DialogState list = Capture(SaveMode::kCommandList);
   EXPECT_EQ(list.title, "Befehlsliste speichern");
   EXPECT_EQ(list.filters, (QStringList{"Terminal Befehls-Dateien (*.CMD)", "Alle Dateien (*.*)"}));
   EXPECT_EQ(list.suffix, "CMD");
-  EXPECT_EQ(Look(SaveMode::kPdf).suffix, "PDF");
+  EXPECT_EQ(Capture(SaveMode::kPdf).suffix, "PDF");
 }
 
 TEST_F(FileDialogsTest, StartInTheFolderOfTheCurrentFile) {

@@ -22,7 +22,7 @@ class FindBarTest : public GridFixture {
     widget->setFocus();
     Press("mnuFind");
   }
-  void Look(const QString& text) {
+  void Search(const QString& text) {
     Text()->setText(text);
     Finish();
   }
@@ -30,7 +30,7 @@ class FindBarTest : public GridFixture {
     Find<QPushButton>(button)->click();
     Finish();
   }
-  QString Marked() { return Pane()->selectedText(); }
+  QString Selected() { return Pane()->selectedText(); }
 };
 
 TEST_F(FindBarTest, IsHiddenAndTakesNoSpaceUntilOpened) {
@@ -50,9 +50,9 @@ TEST_F(FindBarTest, FindsInThePane) {
   Pane()->Select(0, 0);
   OpenIn(Pane());
   EXPECT_EQ(Count(), "");
-  Look("messwert");
+  Search("messwert");
   EXPECT_EQ(Count(), "1 von 2");
-  EXPECT_EQ(Marked(), "Messwert");
+  EXPECT_EQ(Selected(), "Messwert");
   Click("FindNext");
   EXPECT_EQ(Count(), "2 von 2");
   Press("mnuFindNext");
@@ -64,7 +64,7 @@ TEST_F(FindBarTest, FindsInThePane) {
   EXPECT_EQ(Count(), "2 von 3");
   Find<QCheckBox>("FindCase")->click();
   EXPECT_EQ(Count(), "1 von 1");
-  Look("nirgends");
+  Search("nirgends");
   EXPECT_EQ(Count(), "Nichts gefunden");
 }
 
@@ -72,7 +72,7 @@ TEST_F(FindBarTest, EnterFindsTheNextHitAndWithShiftThePrevious) {
   for (const char* line : {"a1", "a2", "a3"}) AddLine(line);
   Pane()->Select(0, 0);
   OpenIn(Pane());
-  Look("a");
+  Search("a");
   QTest::keyClick(Text(), Qt::Key_Return);
   EXPECT_EQ(Count(), "2 von 3");
   QTest::keyClick(Text(), Qt::Key_Return, Qt::ShiftModifier);
@@ -102,10 +102,10 @@ TEST_F(FindBarTest, ReportsWhatIsWrongWithAnExpression) {
   AddLine("a(b");
   OpenIn(Pane());
   Find<QCheckBox>("FindRegex")->click();
-  Look("a(");
+  Search("a(");
   EXPECT_EQ(Count(), "Ungültiger Ausdruck");
   EXPECT_TRUE(Text()->toolTip().startsWith("Kein gültiger Ausdruck"));
-  Look("a\\(");
+  Search("a\\(");
   EXPECT_EQ(Count(), "1 von 1");
   EXPECT_FALSE(Text()->toolTip().startsWith("Kein"));
 }
@@ -114,7 +114,7 @@ TEST_F(FindBarTest, FindsInTheListAndGoesToTheRow) {
   Fill({"*IDN?", "MEAS?", "$DELAY 10", "MEAS?"});
   GoTo(3);
   OpenIn(Grid());
-  Look("meas");
+  Search("meas");
   EXPECT_EQ(Count(), "2 von 2");
   EXPECT_EQ(CurrentRow(), 4);
   Click("FindNext");
@@ -128,7 +128,7 @@ TEST_F(FindBarTest, ReplacesOneHitAfterTheOther) {
   Fill({"a b a", "a"});
   GoTo(1);
   OpenIn(Grid());
-  Look("a");
+  Search("a");
   Find<QLineEdit>("ReplaceText")->setText("aa");
   Click("ReplaceNext");
   EXPECT_EQ(Row(1), "aa b a");
@@ -142,7 +142,7 @@ TEST_F(FindBarTest, ReplacesAllAsOneStepOfUndo) {
   Fill({"A=1", "B", "C=3"});
   OpenIn(Grid());
   Find<QCheckBox>("FindRegex")->click();
-  Look("(\\w)=(\\d)");
+  Search("(\\w)=(\\d)");
   Find<QLineEdit>("ReplaceText")->setText("\\2=\\1");
   Click("ReplaceAll");
   EXPECT_EQ(Row(1) + Row(2) + Row(3), "1=AB3=C");
@@ -167,7 +167,7 @@ TEST_F(FindBarTest, HighlightsTheHitsOfTheList) {
   };
   const QImage before = cell();
   OpenIn(Grid());
-  Look("eas");
+  Search("eas");
   EXPECT_NE(cell(), before);
 }
 

@@ -20,7 +20,7 @@ class GridFixture : public WindowFixture {
 
   script::CommandGrid* Grid() { return window_.findChild<script::CommandGrid*>(); }
   QString Row(int row) { return Grid()->model()->index(row - 1, 1).data().toString(); }
-  QVariant Look(int row, int role) { return Grid()->model()->index(row - 1, 1).data(role); }
+  QVariant CellData(int row, int role) { return Grid()->model()->index(row - 1, 1).data(role); }
   int CurrentRow() { return Grid()->currentIndex().row() + 1; }
   void GoTo(int row) { Grid()->setCurrentIndex(Grid()->model()->index(row - 1, 1)); }
   QString Status() { return window_.findChild<QLabel*>("StatusBar2_2")->text(); }
@@ -33,10 +33,10 @@ class GridFixture : public WindowFixture {
   /// A list that takes seconds, so that a run that does not end fails its test instead of blocking it.
   void FillLongList() { Fill({"$REPEAT 20000000", "$ENDREPEAT"}); }
   /// Whether a run of that list was ended early.
-  bool WasCutShort() { return script_.interpreter.RepeatLevel == 1; }
+  bool WasEndedEarly() { return script_.interpreter.RepeatLevel == 1; }
 
   // Starts typing into the cell of the current row.
-  QLineEdit* Begin(const QString& text) {
+  QLineEdit* StartTyping(const QString& text) {
     QTest::keyClicks(Grid(), text.left(1));
     auto* editor = Grid()->findChild<QLineEdit*>();
     if (editor != nullptr) QTest::keyClicks(editor, text.mid(1));
@@ -45,7 +45,7 @@ class GridFixture : public WindowFixture {
 
   // Types into the cell of the current row, like a user.
   void Type(const QString& text) {
-    QLineEdit* editor = Begin(text);
+    QLineEdit* editor = StartTyping(text);
     ASSERT_NE(editor, nullptr);
     QTest::keyClick(editor, Qt::Key_Return);
     QApplication::processEvents();  // the editor commits its text in a separate event

@@ -30,7 +30,7 @@ class GridTest : public GridFixture {
     for (int row = 1; row <= count; ++row) rows << Row(row);
     return rows;
   }
-  QString ToolTipOver(int row) {
+  QString ToolTipOfRow(int row) {
     QToolTip::hideText();
     const QPoint at = Grid()->visualRect(Grid()->model()->index(row - 1, 1)).center();
     QHelpEvent hover(QEvent::ToolTip, at, Grid()->viewport()->mapToGlobal(at));
@@ -66,7 +66,7 @@ TEST_F(GridTest, TypingOverARowAndEnterMovesDown) {
   Type("$DELAY 5");
   EXPECT_EQ(Row(3), "$DELAY 5");
   EXPECT_EQ(CurrentRow(), 4);
-  EXPECT_EQ(Look(3, Qt::ForegroundRole).value<QColor>(), QColor(0, 0, 255));
+  EXPECT_EQ(CellData(3, Qt::ForegroundRole).value<QColor>(), QColor(0, 0, 255));
 }
 
 TEST_F(GridTest, TheMarkerColumnIsNeverCurrent) {
@@ -84,20 +84,20 @@ TEST_F(GridTest, AHighlightHasItsOwnBoldness) {
   QFont font = Grid()->font();
   font.setBold(true);
   Grid()->list().HighlightLine(1, 0, 0xFFFF, false);
-  EXPECT_FALSE(Look(1, Qt::FontRole).value<QFont>().resolve(font).bold());
+  EXPECT_FALSE(CellData(1, Qt::FontRole).value<QFont>().resolve(font).bold());
   Grid()->list().HighlightLine(1, 0, 0xFFFF, true);
   font.setBold(false);
-  EXPECT_TRUE(Look(1, Qt::FontRole).value<QFont>().resolve(font).bold());
+  EXPECT_TRUE(CellData(1, Qt::FontRole).value<QFont>().resolve(font).bold());
   Grid()->list().ClearLineSelection(1);
-  EXPECT_FALSE(Look(1, Qt::FontRole).isValid());
+  EXPECT_FALSE(CellData(1, Qt::FontRole).isValid());
 }
 
 TEST_F(GridTest, ColoursFollowTheKindOfARow) {
   Fill({"' Kommentar", "$STOP", ":marke", "MSV?"});
-  EXPECT_EQ(Look(1, Qt::ForegroundRole).value<QColor>(), QColor(0, 128, 0));
-  EXPECT_EQ(Look(3, Qt::ForegroundRole).value<QColor>(), QColor(255, 0, 0));
-  EXPECT_EQ(Look(4, Qt::ForegroundRole).value<QColor>(), QColor(0, 0, 0));
-  EXPECT_FALSE(Look(4, Qt::BackgroundRole).isValid());
+  EXPECT_EQ(CellData(1, Qt::ForegroundRole).value<QColor>(), QColor(0, 128, 0));
+  EXPECT_EQ(CellData(3, Qt::ForegroundRole).value<QColor>(), QColor(255, 0, 0));
+  EXPECT_EQ(CellData(4, Qt::ForegroundRole).value<QColor>(), QColor(0, 0, 0));
+  EXPECT_FALSE(CellData(4, Qt::BackgroundRole).isValid());
 }
 
 TEST_F(GridTest, ARowIsEditedInTheColoursOfTheList) {
@@ -240,7 +240,7 @@ TEST_F(GridTest, LinesPastedIntoACellThatDoNotFitAreReported) {
 }
 
 TEST_F(GridTest, ACharacterThatCannotBeSentIsMarkedWhileItIsTyped) {
-  QLineEdit* editor = Begin("5 V");
+  QLineEdit* editor = StartTyping("5 V");
   ASSERT_NE(editor, nullptr);
   const QImage plain = editor->grab().toImage();
   EXPECT_EQ(editor->toolTip(), "");
@@ -269,14 +269,14 @@ TEST_F(GridTest, ACharacterThatCannotBeSentIsMarkedWhileItIsTyped) {
   QTest::keyClick(editor, Qt::Key_Return);
   QApplication::processEvents();
   EXPECT_GT(red(Grid()->viewport()->grab().toImage()), 0);
-  EXPECT_EQ(ToolTipOver(1), "<qt>5 Ω<br>Das Zeichen „Ω“ kann weder gesendet noch gespeichert werden</qt>");
+  EXPECT_EQ(ToolTipOfRow(1), "<qt>5 Ω<br>Das Zeichen „Ω“ kann weder gesendet noch gespeichert werden</qt>");
 }
 
 TEST_F(GridTest, ARowLongerThanItsColumnHasAToolTip) {
   const QString row = "' <b>" + QString(300, 'x');
   Fill({"kurz", row});
-  EXPECT_EQ(ToolTipOver(1), "");
-  EXPECT_EQ(ToolTipOver(2), "<qt>" + row.toHtmlEscaped() + "</qt>");
+  EXPECT_EQ(ToolTipOfRow(1), "");
+  EXPECT_EQ(ToolTipOfRow(2), "<qt>" + row.toHtmlEscaped() + "</qt>");
 }
 
 TEST_F(GridTest, ACommandFileDroppedOnTheListOpens) {
@@ -356,7 +356,7 @@ TEST_F(GridTest, TheRunningRowIsReportedToScreenReaders) {
   Press("TB_SINGLESTEP");
   EXPECT_EQ(Grid()->accessibleDescription(), "Zeile 2: läuft");
   EXPECT_EQ(Cell(2)->text(QAccessible::Description), "läuft");
-  EXPECT_EQ(Begin("x")->accessibleName(), "Zeile 2");
+  EXPECT_EQ(StartTyping("x")->accessibleName(), "Zeile 2");
 }
 
 class GridLookTest : public testing::Test, protected WindowRecords {

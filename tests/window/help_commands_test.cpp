@@ -216,7 +216,7 @@ TEST_F(Help, AMessageWithAStatusHasAButtonThatDoesWhatF1Does) {
   OnDialog<QMessageBox>([this](QMessageBox& box) {
     PressF1(box.button(QMessageBox::Ok));
     const std::string page = Page();
-    const QUrl place = Viewer()->findChild<help::HelpPage*>()->source();
+    const QUrl source = Viewer()->findChild<help::HelpPage*>()->source();
     Viewer()->close();
     auto* button = box.findChild<QPushButton*>(QStringLiteral("HelpButton"));
     ASSERT_NE(button, nullptr);
@@ -225,7 +225,7 @@ TEST_F(Help, AMessageWithAStatusHasAButtonThatDoesWhatF1Does) {
     EXPECT_TRUE(box.isVisible());
     EXPECT_NE(Page(), "");
     EXPECT_EQ(Page(), page);
-    EXPECT_EQ(Viewer()->findChild<help::HelpPage*>()->source(), place);
+    EXPECT_EQ(Viewer()->findChild<help::HelpPage*>()->source(), source);
     EXPECT_EQ(box.defaultButton(), box.button(QMessageBox::Ok));
     QTest::keyClick(&box, Qt::Key_Escape);
     EXPECT_FALSE(box.isVisible());
@@ -283,10 +283,10 @@ TEST_F(Help, PageIsPrintedToAFileIfThereIsNoPrinter) {
 TEST_F(Help, KnowsEachActionOfTheWindow) {
   for (const QAction* action : window_.findChildren<QAction*>()) {
     const std::string name = action->objectName().toStdString();
-    const bool of_ours = name.starts_with("mnu") || name.starts_with("TB_");
+    const bool has_our_name = name.starts_with("mnu") || name.starts_with("TB_");
     // The popup menu's commands on the pane's or list's text are explained on the menu's page.
     const bool of_popup = action->parent() == Find<QMenu>("mnuPOP1");
-    if (of_ours && !of_popup) {
+    if (has_our_name && !of_popup) {
       EXPECT_TRUE(help::WidgetTopic(name).has_value()) << name;
     }
   }

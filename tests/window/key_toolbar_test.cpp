@@ -138,7 +138,7 @@ TEST_F(KeyToolbarTest, ABreakByKeyEndsARun) {
   FillLongList();
   QTimer::singleShot(20, &window_, [&] { PressKey(Grid(), Qt::Key_F6); });
   Press("TB_PLAY");
-  EXPECT_TRUE(WasCutShort());
+  EXPECT_TRUE(WasEndedEarly());
   EXPECT_EQ(script_.run.ScriptRunning, 0);
 }
 
@@ -146,7 +146,7 @@ TEST_F(KeyToolbarTest, TheListIsSavedByKey) {
   const std::string file = folder_.Path("a.CMD");
   base::WriteBytes(file, "");
   window_.OpenCommandFile(file);
-  ASSERT_NE(Begin("eins"), nullptr);
+  ASSERT_NE(StartTyping("eins"), nullptr);
   PressKey(Grid()->findChild<QLineEdit*>(), Qt::Key_S, Qt::ControlModifier);
   EXPECT_EQ(base::ReadBytes(file).substr(0, 6), "eins\r\n");
 }

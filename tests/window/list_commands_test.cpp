@@ -21,12 +21,12 @@ class ListCommandsTest : public GridFixture {
     }
     return shown;
   }
-  int Finding(int row) { return Look(row, script::CommandListModel::kFindingRole).toInt(); }
-  int Indent(int row) { return Look(row, script::CommandListModel::kIndentRole).toInt(); }
+  int Finding(int row) { return CellData(row, script::CommandListModel::kFindingRole).toInt(); }
+  int Indent(int row) { return CellData(row, script::CommandListModel::kIndentRole).toInt(); }
   void WaitForTheCheck(const QStringList& expected) {
     while (Shown() != expected) QApplication::processEvents(QEventLoop::WaitForMoreEvents);
   }
-  void Mark(int first, int last) {
+  void SelectRows(int first, int last) {
     GoTo(first);
     Grid()->selectionModel()->select(
         QItemSelection(Grid()->model()->index(first - 1, 0), Grid()->model()->index(last - 1, 1)),
@@ -56,7 +56,7 @@ TEST_F(ListCommandsTest, TheCheckMarksRowsAndListsWhatItFinds) {
   EXPECT_EQ(Finding(1), 0);
   EXPECT_EQ(Finding(2), 2);
   EXPECT_EQ(Finding(5), 1);
-  EXPECT_TRUE(Look(2, Qt::ToolTipRole).toString().contains("Fehler: "));
+  EXPECT_TRUE(CellData(2, Qt::ToolTipRole).toString().contains("Fehler: "));
   EXPECT_TRUE(Grid()->accessibleDescription().startsWith("Zeile 2: Fehler: "));
   EXPECT_EQ(Indent(4), 1);
   EXPECT_EQ(Row(4), "B") << "shown, never stored";
@@ -103,7 +103,7 @@ TEST_F(ListCommandsTest, RowsAreNumbered) {
 
 TEST_F(ListCommandsTest, TheSelectedRowsAreDuplicatedAndMoved) {
   Fill({"A", "B", "C"});
-  Mark(1, 2);
+  SelectRows(1, 2);
   Press("mnuDuplicateRow");
   EXPECT_EQ(Rows(6), "A|B|A|B|C|");
   EXPECT_EQ(Grid()->SelectedRows().first, 3);
@@ -119,7 +119,7 @@ TEST_F(ListCommandsTest, TheSelectedRowsAreDuplicatedAndMoved) {
 
 TEST_F(ListCommandsTest, TheSelectedRowsBecomeComments) {
   Fill({"A", "B", "C"});
-  Mark(2, 3);
+  SelectRows(2, 3);
   Press("mnuToggleComment");
   EXPECT_EQ(Rows(3), "A|'B|'C");
   Press("mnuToggleComment");
@@ -136,7 +136,7 @@ TEST_F(ListCommandsTest, ClipboardLinesAreInsertedAsRows) {
 
 TEST_F(ListCommandsTest, NothingMovesWhileAListRuns) {
   Fill({"A", "B"});
-  Mark(1, 1);
+  SelectRows(1, 1);
   script_.run.ScriptRunning = 1;
   Grid()->duplicateRows();
   Grid()->moveRowsDown();
@@ -148,7 +148,7 @@ TEST_F(ListCommandsTest, NothingMovesWhileAListRuns) {
 
 TEST_F(ListCommandsTest, DollarWordsAreCompletedWhileTheyAreTyped) {
   GoTo(1);
-  QLineEdit* editor = Begin("$REPE");
+  QLineEdit* editor = StartTyping("$REPE");
   ASSERT_NE(editor, nullptr);
   auto* completer = editor->findChild<QCompleter*>();
   ASSERT_NE(completer, nullptr);
@@ -162,7 +162,7 @@ TEST_F(ListCommandsTest, DollarWordsAreCompletedWhileTheyAreTyped) {
 
 TEST_F(ListCommandsTest, EnterAcceptsTheRowIfNoCompletionWasChosen) {
   GoTo(1);
-  QLineEdit* editor = Begin("$REP");
+  QLineEdit* editor = StartTyping("$REP");
   ASSERT_NE(editor, nullptr);
   auto* popup = editor->findChild<QCompleter*>()->popup();
   ASSERT_TRUE(popup->isVisible());

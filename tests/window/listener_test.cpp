@@ -28,7 +28,7 @@ class ListenerTest : public testing::Test, protected terminal::ConnectBench {
     close(pipe_[1]);
   }
 
-  void Arrive(const std::string& line) {
+  void Deliver(const std::string& line) {
     device.incoming += line;
     EXPECT_EQ(write(pipe_[1], "x", 1), 1);
   }
@@ -48,13 +48,13 @@ class ListenerTest : public testing::Test, protected terminal::ConnectBench {
 };
 
 TEST_F(ListenerTest, ShowsReceivedLinesWhileTheWindowIsIdle) {
-  Arrive("ALARM 1\r\n");
+  Deliver("ALARM 1\r\n");
   EXPECT_TRUE(Shown("ALARM 1"));
 }
 
 TEST_F(ListenerTest, DoesNotReadDuringACommand) {
   busy_ = true;
-  Arrive("ALARM 1\r\n");
+  Deliver("ALARM 1\r\n");
   ASSERT_TRUE(QTest::qWaitFor([this] { return asked_ > 0; }));
   const int asked = asked_;
   for (int i = 0; i < 100; ++i) QCoreApplication::processEvents();

@@ -15,14 +15,14 @@ namespace {
 
 constexpr QChar kBreak(0x200B);
 
-/// Calls `look` with the message box with `text` before it is closed.
-template <typename Look>
-void ShowAndLook(const std::string& text, Look look) {
+/// Calls `inspect` with the message box with `text` before it is closed.
+template <typename Inspect>
+void ShowAndInspect(const std::string& text, Inspect inspect) {
   bool seen = false;
   QTimer::singleShot(0, qApp, [&] {
     auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
     ASSERT_NE(box, nullptr);
-    look(*box);
+    inspect(*box);
     seen = true;
     box->accept();
   });
@@ -39,7 +39,7 @@ QLabel* TextLabel(const QMessageBox& box) {
 }
 
 void ExpectShownInFull(const std::string& text) {
-  ShowAndLook(text, [&](const QMessageBox& box) {
+  ShowAndInspect(text, [&](const QMessageBox& box) {
     EXPECT_EQ(base::FromQt(box.text()), text);
     const QLabel* label = TextLabel(box);
     ASSERT_NE(label, nullptr);
@@ -62,7 +62,7 @@ TEST(LongMessages, AreShownInFullWhateverTheLengthOfTheirWords) {
 TEST(ShortMessages, AreShownByTheBoxItself) {
   for (const char* text : {"Ungültige Adresse", "Fehler beim Verbindungsaufbau: -10 (-10)", "eins\nzwei"}) {
     ExpectShownInFull(text);
-    ShowAndLook(text, [](const QMessageBox& box) {
+    ShowAndInspect(text, [](const QMessageBox& box) {
       EXPECT_EQ(TextLabel(box)->objectName(), "qt_msgbox_label");
       EXPECT_FALSE(TextLabel(box)->text().contains(kBreak));
     });

@@ -141,13 +141,13 @@ TEST_F(MainWindowTest, TheHistoryIsNewestFirstAndFullAt256) {
 TEST_F(MainWindowTest, ATimeoutThatIsNotANumberIsReportedAndNothingIsSentTwice) {
   Connect();
   Find<QLineEdit>("ReceiveTimo")->setText("bald");
-  const QString to_come =
+  const QString sent_text =
       ". Die Antwort auf den Befehl steht noch aus, „Eingangspuffer flushen“ verwirft sie.";
-  EXPECT_EQ(MessageDuring([&] { Send("MSV?"); }), "Timeout (ms): Typen unverträglich" + to_come);
+  EXPECT_EQ(MessageDuring([&] { Send("MSV?"); }), "Timeout (ms): Typen unverträglich" + sent_text);
   EXPECT_EQ(Count("WritePort(\"MSV?\n\")"), 1);
   EXPECT_EQ(Find<QComboBox>("cmbCommand")->itemText(0), "MSV?");
   Find<QLineEdit>("ReceiveTimo")->setText("99999999999");
-  EXPECT_EQ(MessageDuring([&] { Send("MSV?"); }), "Timeout (ms): Überlauf" + to_come);
+  EXPECT_EQ(MessageDuring([&] { Send("MSV?"); }), "Timeout (ms): Überlauf" + sent_text);
 }
 
 TEST_F(MainWindowTest, TheCountIsShownOnlyInItsModeAndChecked) {

@@ -5,7 +5,7 @@
 #include <QMenuBar>
 #include <QPushButton>
 
-#include "gui/letters.h"
+#include "gui/mnemonics.h"
 #include "window/window_fixture.h"
 
 namespace kolvane::window {
@@ -85,7 +85,7 @@ TEST_F(MenusTest, EachLetterOfAMenuChoosesOneItem) {
     for (const QAction* item : Find<QMenu>(menu)->actions()) {
       if (!item->isSeparator()) texts << item->text();
     }
-    gui::ExpectOneLetterEach(texts);
+    gui::ExpectUniqueMnemonics(texts);
   }
 }
 
@@ -96,7 +96,7 @@ TEST_F(MenusTest, EachLetterWithAltLeadsToOneMenuFieldOrButton) {
     if (label->buddy() != nullptr) texts << label->text();
   }
   for (const QPushButton* button : window_.findChildren<QPushButton*>()) texts << button->text();
-  gui::ExpectOneLetterEach(texts);
+  gui::ExpectUniqueMnemonics(texts);
 }
 
 TEST_F(MenusTest, OfPaneAndGrid) {

@@ -25,31 +25,31 @@ QString Dump(const PrintSource& source) {
 
 class PaneLinesTest : public testing::Test {
  protected:
-  QString Whole() { return Dump(PaneLines(text_.store(), {0, text_.Length()})); }
+  QString WholeText() { return Dump(PaneLines(text_.store(), {0, text_.Length()})); }
 
   pane::PaneText text_;
 };
 
-TEST_F(PaneLinesTest, AnEmptyTextIsOneEmptyLine) { EXPECT_EQ(Whole(), ""); }
+TEST_F(PaneLinesTest, AnEmptyTextIsOneEmptyLine) { EXPECT_EQ(WholeText(), ""); }
 
 TEST_F(PaneLinesTest, KeepsColours) {
   text_.AppendLine("größer", base::kCommandColor);
   text_.AppendLine("answer", base::kNoColor);
   text_.AppendLine("note", base::kCommentColor);
-  EXPECT_EQ(Whole(), "/größer 0+6:#ff0000/answer/note 0+4:#008000");
+  EXPECT_EQ(WholeText(), "/größer 0+6:#ff0000/answer/note 0+4:#008000");
 }
 
 TEST_F(PaneLinesTest, KeepsBold) {
   text_.AppendLine("title", base::kBold);
   text_.AppendLine("$STOP", base::kBold | 0xFF0000);
-  EXPECT_EQ(Whole(), "/title 0+5:b/$STOP 0+5:b#0000ff");
+  EXPECT_EQ(WholeText(), "/title 0+5:b/$STOP 0+5:b#0000ff");
 }
 
 TEST_F(PaneLinesTest, ALineMayHoldSeveralColours) {
   text_.SetText("abcdef");
   text_.Select(2, 4);
   text_.SetSelectionColor(255);
-  EXPECT_EQ(Whole(), "abcdef 2+2:#ff0000");
+  EXPECT_EQ(WholeText(), "abcdef 2+2:#ff0000");
 }
 
 TEST_F(PaneLinesTest, ReadsARangeOfTheText) {
@@ -63,7 +63,7 @@ TEST_F(PaneLinesTest, ReadsARangeOfTheText) {
 
 TEST_F(PaneLinesTest, ShowsControlCharactersAsThePaneDoes) {
   text_.SetText(std::string_view("a\0\x1B\tb", 5));
-  EXPECT_EQ(Whole(), "a^@^[\tb");
+  EXPECT_EQ(WholeText(), "a^@^[\tb");
 }
 
 TEST_F(PaneLinesTest, ATextThatBecomesShorterHasFewerLines) {

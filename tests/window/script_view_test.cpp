@@ -18,7 +18,7 @@ class ScriptViewTest : public GridFixture {};
 
 TEST_F(ScriptViewTest, WhatIsBeingTypedIsPartOfTheListThatIsPlayed) {
   GoTo(2);
-  ASSERT_NE(Begin("STP"), nullptr);
+  ASSERT_NE(StartTyping("STP"), nullptr);
   Press("TB_PLAY");
   EXPECT_EQ(std::count(library_.calls.begin(), library_.calls.end(), "WritePort(\"STP\n\")"), 1);
   EXPECT_EQ(Row(2), "STP");
@@ -28,7 +28,7 @@ TEST_F(ScriptViewTest, WhatIsBeingTypedIsSaved) {
   const std::string file = folder_.Path("a.CMD");
   base::WriteBytes(file, "");
   window_.OpenCommandFile(file);
-  ASSERT_NE(Begin("eins"), nullptr);
+  ASSERT_NE(StartTyping("eins"), nullptr);
   Press("mnuSaveCommandFile");
   EXPECT_EQ(base::ReadBytes(file).substr(0, 6), "eins\r\n");
   EXPECT_EQ(CurrentRow(), 1);
@@ -36,7 +36,7 @@ TEST_F(ScriptViewTest, WhatIsBeingTypedIsSaved) {
 
 TEST_F(ScriptViewTest, ClearingTheListDiscardsWhatIsBeingTyped) {
   GoTo(3);
-  ASSERT_NE(Begin("drei"), nullptr);
+  ASSERT_NE(StartTyping("drei"), nullptr);
   Press("TB_NEWSCRIPT");
   QApplication::processEvents();
   EXPECT_EQ(Grid()->list().LastUsedRow(), 0);
@@ -53,18 +53,18 @@ TEST_F(ScriptViewTest, TheRowWithAnErrorStaysInView) {
   GoTo(1);
   ASSERT_FALSE(in_view());
   // The view follows the run once a frame, even while the message is shown.
-  bool seen_with_the_message = false;
-  QTimer look;
-  QObject::connect(&look, &QTimer::timeout, &look, [&] {
+  bool shown_with_the_message = false;
+  QTimer timer;
+  QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
     auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
     if (box == nullptr) return;
-    look.stop();
-    seen_with_the_message = QTest::qWaitFor(in_view);
+    timer.stop();
+    shown_with_the_message = QTest::qWaitFor(in_view);
     box->accept();
   });
-  look.start(0);
+  timer.start(0);
   Press("TB_PLAY");
-  EXPECT_TRUE(seen_with_the_message);
+  EXPECT_TRUE(shown_with_the_message);
   EXPECT_EQ(CurrentRow(), 50);
   EXPECT_TRUE(in_view());
 }
@@ -76,8 +76,8 @@ TEST_F(ScriptViewTest, ARunWithoutItsDeviceEndsFromWithinAMessage) {
   for (int row = 0; row < 40; ++row) rows << "MSV? " + QString::number(row);
   Fill(rows);
   int boxes = 0;
-  QTimer look;
-  QObject::connect(&look, &QTimer::timeout, &look, [&] {
+  QTimer timer;
+  QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
     auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
     if (box == nullptr) return;
     EXPECT_EQ(box->text(), "Fehler beim Verbindungsaufbau: -7 (-7)");
@@ -87,12 +87,12 @@ TEST_F(ScriptViewTest, ARunWithoutItsDeviceEndsFromWithinAMessage) {
     EXPECT_EQ(end->text(), "Befehlsliste beenden");
     end->click();
   });
-  look.start(0);
+  timer.start(0);
   Press("TB_PLAY");
   EXPECT_EQ(boxes, 3);
   EXPECT_FALSE(window_.property("busy").toBool());
   // Without a run there is nothing to end.
-  look.stop();
+  timer.stop();
   OnDialog<QMessageBox>([](QMessageBox& box) {
     EXPECT_EQ(box.findChild<QPushButton*>("EndRun"), nullptr);
     box.accept();
@@ -235,9 +235,9 @@ TEST_F(ScriptViewTest, AStepHighlightsTheNextRow) {
   GoTo(1);
   Press("TB_SINGLESTEP");
   EXPECT_EQ(CurrentRow(), 2);
-  EXPECT_EQ(Look(2, Qt::BackgroundRole).value<QColor>(), QColor(0, 0, 255));
-  EXPECT_EQ(Look(2, Qt::ForegroundRole).value<QColor>(), QColor(255, 255, 0));
-  EXPECT_TRUE(Look(2, Qt::FontRole).value<QFont>().bold());
+  EXPECT_EQ(CellData(2, Qt::BackgroundRole).value<QColor>(), QColor(0, 0, 255));
+  EXPECT_EQ(CellData(2, Qt::ForegroundRole).value<QColor>(), QColor(255, 255, 0));
+  EXPECT_TRUE(CellData(2, Qt::FontRole).value<QFont>().bold());
 }
 
 TEST_F(ScriptViewTest, StopEndsAnEndlessListAndEnablesTheControls) {
@@ -251,7 +251,7 @@ TEST_F(ScriptViewTest, StopEndsAnEndlessListAndEnablesTheControls) {
   });
   Press("TB_PLAY");
   EXPECT_TRUE(locked);
-  EXPECT_TRUE(WasCutShort());
+  EXPECT_TRUE(WasEndedEarly());
   EXPECT_EQ(script_.run.ScriptRunning, 0);
   EXPECT_TRUE(Find<QToolBar>("Toolbar1")->isEnabled());
   EXPECT_TRUE(Enabled("TB_OPENSCRIPT"));
@@ -267,7 +267,7 @@ TEST_F(ScriptViewTest, ACommandTypedDuringARunIsSentBetweenTwoRows) {
     Press("TB_BREAK");
   });
   Press("TB_PLAY");
-  EXPECT_TRUE(WasCutShort());
+  EXPECT_TRUE(WasEndedEarly());
   EXPECT_EQ(std::count(library_.calls.begin(), library_.calls.end(), "WritePort(\"ONE?\n\")"), 1);
   EXPECT_TRUE(PaneText().endsWith("ONE?\n1"));
 }
@@ -348,7 +348,7 @@ TEST_F(ScriptViewTest, ClosingEndsARunAndThenTheWindow) {
     EXPECT_TRUE(window_.isVisible());
   });
   Press("TB_PLAY");
-  EXPECT_TRUE(WasCutShort());
+  EXPECT_TRUE(WasEndedEarly());
   EXPECT_FALSE(window_.isVisible());
   EXPECT_EQ(unloads, 1);
 }

@@ -25,14 +25,14 @@ TEST_F(SendingTest, AFieldIsMarkedWhileItDoesNotHoldANumber) {
   for (const char* name : {"ReceiveTimo", "BinChars"}) {
     auto* field = Find<QLineEdit>(name);
     const QString tip = field->toolTip();
-    const QColor ground = field->palette().color(QPalette::Base);
+    const QColor background = field->palette().color(QPalette::Base);
     field->setText("1x");
-    EXPECT_NE(field->palette().color(QPalette::Base), ground) << name;
+    EXPECT_NE(field->palette().color(QPalette::Base), background) << name;
     EXPECT_TRUE(field->toolTip().endsWith(": Typen unverträglich")) << field->toolTip().toStdString();
     EXPECT_EQ(field->accessibleDescription(), field->toolTip());
     field->setText("-x");
     field->setText("10");
-    EXPECT_EQ(field->palette().color(QPalette::Base), ground) << name;
+    EXPECT_EQ(field->palette().color(QPalette::Base), background) << name;
     EXPECT_EQ(field->toolTip(), tip);
     EXPECT_EQ(field->accessibleDescription(), "");
   }

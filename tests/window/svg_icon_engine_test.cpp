@@ -14,9 +14,9 @@ namespace kolvane::window {
 namespace {
 
 bool IsEmpty(const QPixmap& image) {
-  QImage blank(image.size(), QImage::Format_ARGB32_Premultiplied);
-  blank.fill(Qt::transparent);
-  return image.toImage().convertToFormat(blank.format()) == blank;
+  QImage transparent(image.size(), QImage::Format_ARGB32_Premultiplied);
+  transparent.fill(Qt::transparent);
+  return image.toImage().convertToFormat(transparent.format()) == transparent;
 }
 
 TEST(SvgIconEngineTest, AnIconIsDrawnInTheRequestedSize) {
@@ -34,29 +34,30 @@ TEST(SvgIconEngineTest, ADisabledIconLooksDifferent) {
 }
 
 // The contrast between an icon and the bar that it is on.
-double Contrast(const QIcon& icon, QIcon::Mode mode, const QColor& ground) {
+double Contrast(const QIcon& icon, QIcon::Mode mode, const QColor& background) {
   QImage bar(44, 44, QImage::Format_RGB32);
-  bar.fill(ground);
+  bar.fill(background);
   QPainter painter(&bar);
   painter.drawPixmap(0, 0, icon.pixmap(44, mode));
   painter.end();
   double sum = 0;
   for (int y = 0; y < bar.height(); ++y) {
-    for (int x = 0; x < bar.width(); ++x) sum += std::abs(qGray(bar.pixel(x, y)) - qGray(ground.rgb()));
+    for (int x = 0; x < bar.width(); ++x) sum += std::abs(qGray(bar.pixel(x, y)) - qGray(background.rgb()));
   }
   return sum;
 }
 
 TEST(SvgIconEngineTest, ADisabledIconIsFaintOnBrightAndDarkDesktops) {
   const QPalette before = QApplication::palette();
-  for (const QColor& ground : {QColor(239, 239, 239), QColor(53, 53, 53)}) {
-    QApplication::setPalette(QPalette(ground));
+  for (const QColor& background : {QColor(239, 239, 239), QColor(53, 53, 53)}) {
+    QApplication::setPalette(QPalette(background));
     QPixmapCache::clear();
     for (const char* name : {"save", "connect", "log-open", "help", "stop"}) {
       const QIcon icon = Icon(name);
-      const double faint = Contrast(icon, QIcon::Disabled, ground) / Contrast(icon, QIcon::Normal, ground);
-      EXPECT_LT(faint, 0.6) << name << ' ' << ground.name().toStdString();
-      EXPECT_GT(faint, 0.05) << name << ' ' << ground.name().toStdString();
+      const double contrast =
+          Contrast(icon, QIcon::Disabled, background) / Contrast(icon, QIcon::Normal, background);
+      EXPECT_LT(contrast, 0.6) << name << ' ' << background.name().toStdString();
+      EXPECT_GT(contrast, 0.05) << name << ' ' << background.name().toStdString();
     }
   }
   QApplication::setPalette(before);

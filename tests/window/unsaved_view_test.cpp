@@ -30,7 +30,7 @@ class UnsavedViewTest : public testing::Test, protected WindowRecords {
     window.findChild<QPushButton*>(QLatin1String(button))->click();
   }
   /// A window that is closed with an unsaved list.
-  void LeaveList(const std::string& row) {
+  void AbandonList(const std::string& row) {
     const auto window = Open();
     List(*window).SetText(1, row);
     window->close();
@@ -49,7 +49,7 @@ TEST_F(UnsavedViewTest, WithNothingLeftThereIsNoBar) {
 }
 
 TEST_F(UnsavedViewTest, TheNextWindowOffersAnUnsavedListAndRestoresIt) {
-  LeaveList("MSV?");
+  AbandonList("MSV?");
   const auto window = Open();
   EXPECT_TRUE(Offer(*window).startsWith("Nicht gespeicherte Befehlsliste vom "))
       << Offer(*window).toStdString();
@@ -63,7 +63,7 @@ TEST_F(UnsavedViewTest, TheNextWindowOffersAnUnsavedListAndRestoresIt) {
 }
 
 TEST_F(UnsavedViewTest, TheBarIsAboveTheList) {
-  LeaveList("MSV?");
+  AbandonList("MSV?");
   const auto window = Open();
   auto* grid = window->findChild<script::CommandGrid*>();
   QApplication::processEvents();
@@ -72,7 +72,7 @@ TEST_F(UnsavedViewTest, TheBarIsAboveTheList) {
 }
 
 TEST_F(UnsavedViewTest, RestoringIsAStepOfUndo) {
-  LeaveList("MSV?");
+  AbandonList("MSV?");
   const auto window = Open();
   List(*window).SetText(1, "anderes");
   Click(*window, "cmdRestore");
@@ -81,7 +81,7 @@ TEST_F(UnsavedViewTest, RestoringIsAStepOfUndo) {
 }
 
 TEST_F(UnsavedViewTest, WhatIsDiscardedIsGone) {
-  LeaveList("MSV?");
+  AbandonList("MSV?");
   {
     const auto window = Open();
     Click(*window, "cmdDiscard");
@@ -92,14 +92,14 @@ TEST_F(UnsavedViewTest, WhatIsDiscardedIsGone) {
 }
 
 TEST_F(UnsavedViewTest, AnUnansweredOfferIsMadeAgain) {
-  LeaveList("MSV?");
+  AbandonList("MSV?");
   Open()->close();
   EXPECT_NE(Offer(*Open()), "");
 }
 
 TEST_F(UnsavedViewTest, SeveralAreOfferedOneAfterTheOther) {
-  LeaveList("eins");
-  LeaveList("zwei");
+  AbandonList("eins");
+  AbandonList("zwei");
   const auto window = Open();
   EXPECT_TRUE(Offer(*window).endsWith("(danach 1 weitere)"));
   Click(*window, "cmdDiscard");
@@ -157,7 +157,7 @@ TEST_F(UnsavedViewTest, WhatIsBeingTypedIsAlsoKept) {
 }
 
 TEST_F(UnsavedViewTest, ARunKeepsItsListAndTheOffer) {
-  LeaveList("MSV?");
+  AbandonList("MSV?");
   const auto window = Open();
   script_.run.ScriptRunning = 1;
   Click(*window, "cmdRestore");
@@ -167,7 +167,7 @@ TEST_F(UnsavedViewTest, ARunKeepsItsListAndTheOffer) {
 }
 
 TEST_F(UnsavedViewTest, AScreenReaderReadsTheOffer) {
-  LeaveList("MSV?");
+  AbandonList("MSV?");
   const auto window = Open();
   EXPECT_EQ(QAccessible::queryAccessibleInterface(Bar(*window))->text(QAccessible::Name), Offer(*window));
 }

@@ -127,7 +127,7 @@ constexpr Asked kAsked[] = {{"MSV? 1-2", "1.5,-2"},
                             {"LONG?", "0.1,0.30000000000000004,123456789.125"}};
 
 /// What a run without a window writes for the same commands and answers.
-std::string WrittenByARun(int fields) {
+std::string CsvOfRun(int fields) {
   std::size_t next = 0;
   app::Instrument instrument(
       [&next](const std::string&) { return std::string(kAsked[next++].answer) + "\r\n"; });
@@ -175,10 +175,9 @@ TEST_F(ValuesCommandTest, ASavedFileEqualsTheOutputOfARunWithoutAWindow) {
   QMetaObject::invokeMethod(dialog, "accept");
   const std::string saved = base::ReadBytes(folder_.Path("values.csv"));
   EXPECT_EQ(std::count(saved.begin(), saved.end(), '\n'), 7) << saved;
-  EXPECT_EQ(WithoutTimes(saved), WithoutTimes(WrittenByARun(4)));
+  EXPECT_EQ(WithoutTimes(saved), WithoutTimes(CsvOfRun(4)));
   for (const std::size_t fields : {1u, 2u, 6u})
-    EXPECT_EQ(WithFields(saved, fields), WithFields(WrittenByARun(static_cast<int>(fields)), fields))
-        << fields;
+    EXPECT_EQ(WithFields(saved, fields), WithFields(CsvOfRun(static_cast<int>(fields)), fields)) << fields;
 }
 
 }  // namespace

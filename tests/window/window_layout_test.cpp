@@ -5,7 +5,7 @@
 namespace kolvane::window {
 namespace {
 
-LayoutInput Usual() {
+LayoutInput DefaultInput() {
   return {.inner_width = 1000,
           .inner_height = 700,
           .split_left = 6,
@@ -19,7 +19,7 @@ LayoutInput Usual() {
 }
 
 TEST(WindowLayout, FollowsTheFiveSteps) {
-  const WindowLayout layout = LayOut(Usual());
+  const WindowLayout layout = LayOut(DefaultInput());
   EXPECT_TRUE(layout.applies);
   EXPECT_EQ(layout.split_width, 951);    // 1000 - 6 - 3.33 - 40
   EXPECT_EQ(layout.split_height, 564);   // 700 - 10 - 80 - 22 - 22 - 1.67
@@ -29,7 +29,7 @@ TEST(WindowLayout, FollowsTheFiveSteps) {
 }
 
 TEST(WindowLayout, DoesNotLayOutASmallerWindow) {
-  LayoutInput input = Usual();
+  LayoutInput input = DefaultInput();
   input.inner_width = 134;
   input.inner_height = 267;
   EXPECT_TRUE(LayOut(input).applies);

@@ -73,9 +73,9 @@ class WindowMemoryTest : public testing::Test, protected WindowRecords {
         [this] { window_->findChild<QAction*>(QStringLiteral("mnuInsertComment"))->trigger(); }, use);
   }
 
-  std::string FolderOfDialog(OpenMode mode, const std::string& beside = {}) {
+  std::string FolderShownBy(OpenMode mode, const std::string& current_file = {}) {
     std::string folder;
-    InDialog<QFileDialog>([&] { AskOpenName(window_.get(), mode, beside); },
+    InDialog<QFileDialog>([&] { AskOpenName(window_.get(), mode, current_file); },
                           [&](QFileDialog& dialog) { folder = dialog.directory().path().toStdString(); });
     return folder;
   }
@@ -125,7 +125,7 @@ TEST_F(WindowMemoryTest, ASizeThatDoesNotFitTheScreenIsCorrected) {
 
 TEST_F(WindowMemoryTest, InvalidEntriesAreSkipped) {
   Start();
-  const QRect usual = window_->geometry();
+  const QRect original = window_->geometry();
   const QList<int> widths = Splitter()->sizes();
   End();
   for (const char* text : {"x", "-1,-1", "0,0", "1", "1,2,3", "99999999999,1", "AAAA"}) {
@@ -134,7 +134,7 @@ TEST_F(WindowMemoryTest, InvalidEntriesAreSkipped) {
                     {"SIZES/CommentDialog", text},
                     {"FOLDERS/Log", text}};
     Start();
-    EXPECT_EQ(window_->geometry(), usual) << text;
+    EXPECT_EQ(window_->geometry(), original) << text;
     if (std::string_view(text) != "1,1") {
       EXPECT_EQ(Splitter()->sizes(), widths) << text;
     }
@@ -144,24 +144,24 @@ TEST_F(WindowMemoryTest, InvalidEntriesAreSkipped) {
 
 TEST_F(WindowMemoryTest, TheSizeOfADialogIsRestored) {
   Start();
-  QSize usual;
+  QSize original;
   Comment([&](QInputDialog& dialog) {
-    usual = dialog.size();
-    dialog.resize(usual + QSize(100, 0));
+    original = dialog.size();
+    dialog.resize(original + QSize(100, 0));
   });
   End();
   EXPECT_EQ(store_.texts.size(), 1u);
   Start();
-  Comment([&](QInputDialog& dialog) { EXPECT_EQ(dialog.size(), usual + QSize(100, 0)); });
+  Comment([&](QInputDialog& dialog) { EXPECT_EQ(dialog.size(), original + QSize(100, 0)); });
 }
 
 TEST_F(WindowMemoryTest, ADialogStaysOnTheScreen) {
   store_.Write("SIZES", "CommentDialog", "30000,30000");
   const QRect screen = Start().screen()->availableGeometry();
   Comment([&](QInputDialog& dialog) {
-    const QRect place = dialog.geometry();
-    EXPECT_TRUE(screen.contains(place))
-        << place.x() << ' ' << place.y() << ' ' << place.width() << ' ' << place.height();
+    const QRect rect = dialog.geometry();
+    EXPECT_TRUE(screen.contains(rect))
+        << rect.x() << ' ' << rect.y() << ' ' << rect.width() << ' ' << rect.height();
   });
 }
 
@@ -189,12 +189,12 @@ TEST_F(WindowMemoryTest, FileDialogsStartInTheFolderOfTheLastFileOfTheirKind) {
   }
   End();
   Start();
-  EXPECT_EQ(FolderOfDialog(OpenMode::kLog), folder_.Path("logs"));
-  EXPECT_EQ(FolderOfDialog(OpenMode::kTextFile), folder_.Path("texts"));
-  EXPECT_EQ(FolderOfDialog(OpenMode::kLog, folder_.Path("texts/b.LOG")), folder_.Path("texts"))
+  EXPECT_EQ(FolderShownBy(OpenMode::kLog), folder_.Path("logs"));
+  EXPECT_EQ(FolderShownBy(OpenMode::kTextFile), folder_.Path("texts"));
+  EXPECT_EQ(FolderShownBy(OpenMode::kLog, folder_.Path("texts/b.LOG")), folder_.Path("texts"))
       << "in the folder of the current file";
   std::filesystem::remove(folder_.Path("logs"));
-  EXPECT_NE(FolderOfDialog(OpenMode::kLog), folder_.Path("logs")) << "the folder no longer exists";
+  EXPECT_NE(FolderShownBy(OpenMode::kLog), folder_.Path("logs")) << "the folder no longer exists";
 }
 
 TEST_F(WindowMemoryTest, WithoutAStoreNothingIsRemembered) {

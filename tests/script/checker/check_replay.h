@@ -42,7 +42,7 @@ class CheckReplay {
   /// Returns the first disagreement; empty if there is none.
   std::string Compare(const std::vector<std::string>& rows, bool log_known, int budget) {
     const std::vector<std::string_view> views(rows.begin(), rows.end());
-    opened_unknown_ = !log_known && bench_.log.open;
+    log_open_but_unknown_ = !log_known && bench_.log.open;
     const LogAtStart log = bench_.log.open ? LogAtStart::kOpen : LogAtStart::kClosed;
     Prepare(rows, CheckList(views,
                             RunStart::Of(bench_.script.interpreter, log_known ? log : LogAtStart::kUnknown)));
@@ -53,22 +53,22 @@ class CheckReplay {
 
   int rows_played() const { return rows_played_; }
   int refused() const { return refused_; }
-  int errors_met() const { return errors_met_; }
+  int errors_reached() const { return errors_reached_; }
 
  private:
-  struct Said {
-    bool anything = false;
+  struct Reported {
+    bool any = false;
     bool error = false;
-    bool never_reached = false;
+    bool unreachable = false;
   };
 
   void Prepare(const std::vector<std::string>& rows, const std::vector<Finding>& findings) {
-    said_.assign(kListRows + 2, {});
+    reported_.assign(kListRows + 2, {});
     for (const Finding& finding : findings) {
-      Said& said = said_.at(static_cast<std::size_t>(finding.row));
-      said.anything = true;
-      said.error |= finding.kind == FindingKind::kError;
-      said.never_reached |= finding.text.ends_with(" nie erreicht");
+      Reported& reported = reported_.at(static_cast<std::size_t>(finding.row));
+      reported.any = true;
+      reported.error |= finding.kind == FindingKind::kError;
+      reported.unreachable |= finding.text.ends_with(" nie erreicht");
     }
     Fill(rows);
     bench_.device.calls.clear();
@@ -102,12 +102,12 @@ class CheckReplay {
 
   /// A split answer may have any number of fields, and a log of unknown state counts as closed if the list
   /// needs it to be.
-  bool IsBeyondTheList() const {
+  bool IsUnknownToChecker() const {
     const std::string& error = bench_.prompt.errors.back();
     // The checker knows some words that the interpreter does not execute yet.
     const RowParts parts(bench_.core.list.Text(row_));
     if (parts.word != nullptr && error.ends_with(script::texts::kUnknownCommand)) return true;
-    if (opened_unknown_ && error.ends_with(script::texts::kLogAlreadyOpen)) return true;
+    if (log_open_but_unknown_ && error.ends_with(script::texts::kLogAlreadyOpen)) return true;
     if (!error.ends_with(script::texts::kNoSuchParameter)) return false;
     return SpecialLine(parts.line).Number() >= 1;
   }
@@ -117,15 +117,15 @@ class CheckReplay {
   // The row `row_` has been executed or skipped.
   void RowDone() {
     ++rows_played_;
-    const Said& said = said_.at(static_cast<std::size_t>(row_));
+    const Reported& reported = reported_.at(static_cast<std::size_t>(row_));
     if (bench_.core.runner.outcome().list_error) {
       ++refused_;
-      if (!said.anything && !IsBeyondTheList()) Disagree("refused, nothing said: ");
-    } else if (said.error && !skips_) {
-      Disagree("an error was said, not refused: ");
+      if (!reported.any && !IsUnknownToChecker()) Disagree("refused, but not reported: ");
+    } else if (reported.error && !skips_) {
+      Disagree("reported as an error, but not refused: ");
     }
-    errors_met_ += said.error && !skips_;
-    if (said.never_reached && (!skips_ || IsEndIf())) Disagree("said to be out of reach, executed: ");
+    errors_reached_ += reported.error && !skips_;
+    if (reported.unreachable && (!skips_ || IsEndIf())) Disagree("reported as unreachable, but executed: ");
     row_ = bench_.core.list.current_row() + 1;
     skips_ = bench_.script.interpreter.SkipRows;
     // All rows after the last one used are empty.
@@ -140,16 +140,16 @@ class CheckReplay {
   RunBench bench_;
   std::vector<std::string> answers_;
   std::size_t next_answer_ = 0;
-  std::vector<Said> said_;
+  std::vector<Reported> reported_;
   std::string disagreement_;
   std::size_t rows_ = 0;
   int row_ = 1;
   bool skips_ = false;
-  bool opened_unknown_ = false;
+  bool log_open_but_unknown_ = false;
   int budget_ = 0;
   int rows_played_ = 0;
   int refused_ = 0;
-  int errors_met_ = 0;
+  int errors_reached_ = 0;
 };
 
 }  // namespace kolvane::script::checker

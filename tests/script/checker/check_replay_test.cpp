@@ -11,12 +11,12 @@ namespace kolvane::script::checker {
 namespace {
 
 constexpr int kBudget = 1500;  // rows of a run
-constexpr unsigned kShares = 10;
+constexpr unsigned kShards = 10;
 
-/// Lists of one share; KOLVANE_RANDOM_LISTS=10000 plays ten thousand in all.
-unsigned ListsOfAShare() {
-  const char* wanted = std::getenv("KOLVANE_RANDOM_LISTS");
-  return wanted == nullptr ? 200 : (static_cast<unsigned>(std::stoul(wanted)) + kShares - 1) / kShares;
+/// Lists of one shard; KOLVANE_RANDOM_LISTS=10000 plays ten thousand in all.
+unsigned ListsPerShard() {
+  const char* count = std::getenv("KOLVANE_RANDOM_LISTS");
+  return count == nullptr ? 200 : (static_cast<unsigned>(std::stoul(count)) + kShards - 1) / kShards;
 }
 
 std::string Text(const std::vector<std::string>& rows) {
@@ -30,7 +30,7 @@ class RandomLists : public testing::TestWithParam<unsigned> {};
 // Each list runs three times, each run with what the one before left open.
 TEST_P(RandomLists, AreRefusedInTheRowsThatTheCheckerReports) {
   CheckReplay replay;
-  const unsigned lists = ListsOfAShare();
+  const unsigned lists = ListsPerShard();
   for (unsigned list = 0; list < lists; ++list) {
     const unsigned seed = GetParam() * 1000000 + list;
     RandomList random(seed);
@@ -46,7 +46,7 @@ TEST_P(RandomLists, AreRefusedInTheRowsThatTheCheckerReports) {
   }
   EXPECT_GT(replay.rows_played(), static_cast<int>(lists));
   EXPECT_GT(replay.refused(), static_cast<int>(lists) / 2);
-  EXPECT_GT(replay.errors_met(), static_cast<int>(lists) / 4);
+  EXPECT_GT(replay.errors_reached(), static_cast<int>(lists) / 4);
 }
 
 // The count of open conditions is a 16-bit number: it overflows above 32767 and below -32768.
@@ -66,7 +66,7 @@ TEST(CheckReplay, CountersOfConditionsOverflowInTheRowsThatTheCheckerReports) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Shares, RandomLists, testing::Range(0u, kShares));
+INSTANTIATE_TEST_SUITE_P(Shards, RandomLists, testing::Range(0u, kShards));
 
 }  // namespace
 }  // namespace kolvane::script::checker

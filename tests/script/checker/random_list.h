@@ -25,11 +25,11 @@ class RandomList {
     const int size = Below(3) == 0 ? 12 : 40;
     const int kind = Below(4);
     if (kind == 0) {
-      for (int row = 0; row < size; ++row) rows_.push_back(AnyRow());
+      for (int row = 0; row < size; ++row) rows_.push_back(RandomRow());
     } else {
-      if (Below(8) == 0) Deep();
-      while (static_cast<int>(rows_.size()) < size) Block(0);
-      for (int changes = kind == 1 ? 0 : Below(4); changes > 0; --changes) Change();
+      if (Below(8) == 0) AddDeepLoops();
+      while (static_cast<int>(rows_.size()) < size) AddBlock(0);
+      for (int changes = kind == 1 ? 0 : Below(4); changes > 0; --changes) ChangeRow();
     }
     return rows_;
   }
@@ -70,7 +70,7 @@ class RandomList {
                                                  "",  " a", "ä",  "Ä", "a:"};
   static constexpr std::string_view kWords[] = {"ON",  "OFF",   "off", "EIN", "1",  "OK",
                                                 "x y", "\"x\"", "\"x", "",    "2,3"};
-  static constexpr std::string_view kOddRows[] = {
+  static constexpr std::string_view kUnusualRows[] = {
       "$ELSE",   "$IF",      "$REPAET 2", "$ENDIF x", "$ENDIF,",    " $ENDIF ",  "$endif",
       "$Endif",  "$ STOP",   "$",         "\t$STOP",  "$REPEAT2",   "$STOP now", "$ENDREPEAT 3",
       "$LOOP 1", "$GOTOO a", "$ENDFI",    "$ENDIF;",  "$ENDREPAET", "",          "   ",
@@ -89,7 +89,7 @@ class RandomList {
   }
 
   /// A word that the interpreter executes.
-  const SpecialWord& AnyWord() { return kSpecialWords[Below(static_cast<int>(SpecialCommand::kFlush))]; }
+  const SpecialWord& RandomWord() { return kSpecialWords[Below(static_cast<int>(SpecialCommand::kFlush))]; }
 
   std::string Argument(ArgumentKind kind) {
     switch (kind) {
@@ -104,27 +104,27 @@ class RandomList {
     }
   }
 
-  std::string AnyRow() {
-    if (Below(3) == 0) return OneOf(kOddRows);
-    const SpecialWord& word = AnyWord();
+  std::string RandomRow() {
+    if (Below(3) == 0) return OneOf(kUnusualRows);
+    const SpecialWord& word = RandomWord();
     std::string row(word.word);
-    const bool takes_one = word.argument != ArgumentKind::kNone;
-    if (Below(20) == 0 ? !takes_one : takes_one) row += " " + Argument(word.argument);
+    const bool takes_argument = word.argument != ArgumentKind::kNone;
+    if (Below(20) == 0 ? !takes_argument : takes_argument) row += " " + Argument(word.argument);
     return row;
   }
 
-  void Block(int depth) {
+  void AddBlock(int depth) {
     switch (depth > 3 ? 9 : Below(10)) {
       case 0:
       case 1:
         rows_.push_back("$REPEAT " + std::to_string(Below(3)));
-        Inside(depth);
+        AddBlocks(depth);
         rows_.emplace_back("$ENDREPEAT");
         break;
       case 2:
       case 3:
         rows_.push_back(OneOf(kConditions));
-        Inside(depth);
+        AddBlocks(depth);
         rows_.emplace_back("$ENDIF");
         break;
       case 4:
@@ -144,32 +144,32 @@ class RandomList {
         rows_.push_back("$GETPARAM " + (Below(6) == 0 ? OneOf(kPositions) : std::to_string(1 + Below(2))));
         break;
       default:
-        rows_.push_back(Below(12) == 0 ? "$STOP" : Below(3) == 0 ? AnyRow() : "MSV?");
+        rows_.push_back(Below(12) == 0 ? "$STOP" : Below(3) == 0 ? RandomRow() : "MSV?");
         break;
     }
   }
   static constexpr std::string_view kConditions[] = {"$IFERR", "$IFEQUAL 1", "$IFGREATER 2", "$IFLESS 2"};
   static constexpr std::string_view kLogRows[] = {"$OPENLOG a", "$WRITELOG x", "$CLOSELOG", "$AUTOLOG ON"};
 
-  void Inside(int depth) {
-    for (int count = 1 + Below(3); count > 0; --count) Block(depth + 1);
+  void AddBlocks(int depth) {
+    for (int count = 1 + Below(3); count > 0; --count) AddBlock(depth + 1);
   }
 
   /// About as many nested loops as are allowed.
-  void Deep() {
+  void AddDeepLoops() {
     const int loops = 15 + Below(4);
     for (int level = 0; level < loops; ++level) rows_.emplace_back("$REPEAT 0");
     for (int level = Below(2); level < loops; ++level) rows_.emplace_back("$ENDREPEAT");
   }
 
-  void Change() {
+  void ChangeRow() {
     const auto at = rows_.begin() + Below(static_cast<int>(rows_.size()));
     switch (Below(3)) {
       case 0:
-        *at = AnyRow();
+        *at = RandomRow();
         break;
       case 1:
-        rows_.insert(at, AnyRow());
+        rows_.insert(at, RandomRow());
         break;
       default:
         rows_.erase(at);

@@ -6,16 +6,16 @@
 namespace kolvane::base {
 
 /// While it lives, the process lacks root's right to write any file.
-class Nobody {
+class UnprivilegedUser {
  public:
-  Nobody() : user_(geteuid()) {
+  UnprivilegedUser() : user_(geteuid()) {
     if (user_ == 0) {
       EXPECT_EQ(seteuid(65534), 0);
     }
   }
-  ~Nobody() { EXPECT_EQ(seteuid(user_), 0); }
-  Nobody(const Nobody&) = delete;
-  Nobody& operator=(const Nobody&) = delete;
+  ~UnprivilegedUser() { EXPECT_EQ(seteuid(user_), 0); }
+  UnprivilegedUser(const UnprivilegedUser&) = delete;
+  UnprivilegedUser& operator=(const UnprivilegedUser&) = delete;
 
  private:
   uid_t user_;

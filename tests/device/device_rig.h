@@ -16,8 +16,8 @@ namespace kolvane::device {
 using Calls = std::vector<std::string>;
 
 /// A DeviceIo with everything around it faked; device index 3, offline answers at "24.10.2026 08:00:00".
-struct DeviceWorld {
-  explicit DeviceWorld(std::int16_t mode) {
+struct DeviceRig {
+  explicit DeviceRig(std::int16_t mode) {
     state.OperMode = mode;
     state.DevIdx = 3;
     state.gObj = host;

@@ -7,15 +7,15 @@
 namespace kolvane::gui {
 
 /// Each letter after "&" occurs only once in the texts, and there is at least one.
-inline void ExpectOneLetterEach(const QStringList& texts) {
-  QString letters;
+inline void ExpectUniqueMnemonics(const QStringList& texts) {
+  QString mnemonics;
   for (const QString& text : texts) {
     if (!text.contains(u'&')) continue;
-    const QChar letter = text.at(text.indexOf(u'&') + 1).toUpper();
-    EXPECT_FALSE(letters.contains(letter)) << text.toStdString();
-    letters += letter;
+    const QChar mnemonic = text.at(text.indexOf(u'&') + 1).toUpper();
+    EXPECT_FALSE(mnemonics.contains(mnemonic)) << text.toStdString();
+    mnemonics += mnemonic;
   }
-  EXPECT_FALSE(letters.isEmpty());
+  EXPECT_FALSE(mnemonics.isEmpty());
 }
 
 }  // namespace kolvane::gui
