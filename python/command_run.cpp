@@ -99,14 +99,14 @@ int Send(const std::vector<std::string>& commands, const py::dict& values, const
                      [&](const CommandRunOptions& options) { return SendCommands(commands, options); });
 }
 
-std::vector<Port> PortsOfThisComputer() {
+std::vector<Port> ListLocalPorts() {
   const py::gil_scoped_release unlocked;
   return ListPorts();
 }
 
 py::list PortTuples() {
   py::list tuples;
-  for (const Port& port : PortsOfThisComputer())
+  for (const Port& port : ListLocalPorts())
     tuples.append(py::make_tuple(ToStr(port.Resource), ToStr(port.Node), ToStr(port.Description)));
   return tuples;
 }

@@ -30,9 +30,9 @@ int RequiredParameters(const py::object& method) {
 // spaces, the buffer with zeros.
 template <typename... In>
 void CallRead(const py::object& method, Variant& answer, Variant& buffer, In... in) {
-  const bool in_full = RequiredParameters(method) == static_cast<int>(sizeof...(in)) + 2;
+  const bool takes_all = RequiredParameters(method) == static_cast<int>(sizeof...(in)) + 2;
   const py::object result =
-      in_full ? method(in..., ToStr(answer.ToText()), ToPythonBytes(buffer.ToBytes())) : method(in...);
+      takes_all ? method(in..., ToStr(answer.ToText()), ToPythonBytes(buffer.ToBytes())) : method(in...);
   StorePair("Read", result, answer, buffer);
 }
 

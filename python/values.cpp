@@ -27,7 +27,7 @@ Variant FromBuffer(const py::handle& value) {
 }
 
 // A sequence in memory; scalars of ctypes and NumPy are buffers too, but without a dimension.
-bool HasElements(const py::handle& value) {
+bool IsArray(const py::handle& value) {
   if (PyObject_CheckBuffer(value.ptr()) == 0) return false;
   return py::memoryview(py::reinterpret_borrow<py::object>(value)).attr("ndim").cast<int>() > 0;
 }
@@ -63,7 +63,7 @@ py::object Number(const py::handle& value) {
   return number;
 }
 
-Variant FromOtherType(const py::handle& value) {
+Variant FromConvertible(const py::handle& value) {
   const py::object unpacked = Unpacked(value);
   if (Py_TYPE(unpacked.ptr()) != Py_TYPE(value.ptr())) return ToVariant(unpacked);
   if (const py::object number = Number(value)) return ToVariant(number);
@@ -79,7 +79,7 @@ Variant ToVariant(const py::handle& value) {
   if (PyLong_Check(value.ptr()) != 0) return FromInt(value);
   if (PyFloat_Check(value.ptr()) != 0) return value.cast<double>();
   if (PyUnicode_Check(value.ptr()) != 0) return ToUtf8(py::reinterpret_borrow<py::str>(value));
-  return HasElements(value) ? FromBuffer(value) : FromOtherType(value);
+  return IsArray(value) ? FromBuffer(value) : FromConvertible(value);
 }
 
 std::string ToUtf8(const py::str& text) {

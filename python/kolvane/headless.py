@@ -55,12 +55,12 @@ class Port(NamedTuple):
 
 LineHandler = Callable[[LineKind, str], object]
 
-_KINDS = tuple(LineKind)
+_LINE_KINDS = tuple(LineKind)
 _PARITIES = ("none", "even", "odd")
 _RECEIVE_MODES = ("terminator", "auto", "count")
 _FORMATS = ("text", "csv", "json")
 # The port library has only one connection.
-_one_at_a_time = threading.Lock()
+_run_lock = threading.Lock()
 
 
 @dataclasses.dataclass(frozen=True)
@@ -133,8 +133,8 @@ class RunOptions:
     transcript_times: bool = True
 
     def __post_init__(self) -> None:
-        self._check_word("parity", _PARITIES)
-        self._check_word("receive_mode", _RECEIVE_MODES)
+        self._check_choice("parity", _PARITIES)
+        self._check_choice("receive_mode", _RECEIVE_MODES)
         if self.format not in _FORMATS:
             raise ValueError(f"format must be one of {', '.join(_FORMATS)}, not {self.format!r}")
         self._check_range("baud", 1, 2**31 - 1)
@@ -155,7 +155,7 @@ class RunOptions:
         if self.fields is not None and self.format != "csv":
             raise ValueError("fields needs format csv")
 
-    def _check_word(self, name: str, words: Tuple[str, ...]) -> None:
+    def _check_choice(self, name: str, words: Tuple[str, ...]) -> None:
         value = getattr(self, name)
         if value is not None and value not in words:
             raise ValueError(f"{name} must be one of {', '.join(words)}, not {value!r}")
@@ -220,7 +220,7 @@ def _by_number(on_line: Optional[LineHandler]) -> Optional[Callable[[int, str], 
     if on_line is None:
         return None
     take: LineHandler = on_line
-    return lambda number, line: take(_KINDS[number], line)
+    return lambda number, line: take(_LINE_KINDS[number], line)
 
 
 def _run(
@@ -230,12 +230,12 @@ def _run(
     on_line: Optional[LineHandler],
     stop_requested: Optional[Callable[[], bool]],
 ) -> RunStatus:
-    if not _one_at_a_time.acquire(blocking=False):
+    if not _run_lock.acquire(blocking=False):
         raise Error("another run is under way: there is one at a time in a process")
     try:
         return RunStatus(start(what, _values(options), _by_number(on_line), stop_requested))
     finally:
-        _one_at_a_time.release()
+        _run_lock.release()
 
 
 def run(

@@ -16,7 +16,7 @@ _LONGEST_MS = 2**31 - 1
 _WITHOUT_CHARACTER = "\x81\x8d\x8f\x90\x9d"  # undefined in Windows-1252
 
 
-def _keep(error: UnicodeError) -> Tuple[Union[str, bytes], int]:
+def _keep_undecodable(error: UnicodeError) -> Tuple[Union[str, bytes], int]:
     """Keeps every byte of an answer: bytes that are not a character count as Windows-1252."""
     if isinstance(error, UnicodeDecodeError):
         undecoded = error.object[error.start : error.end]
@@ -30,7 +30,7 @@ def _keep(error: UnicodeError) -> Tuple[Union[str, bytes], int]:
     raise error
 
 
-codecs.register_error("kolvane.device", _keep)
+codecs.register_error("kolvane.device", _keep_undecodable)
 
 
 def _milliseconds(timeout: Optional[float]) -> int:

@@ -80,11 +80,11 @@ class Session:
         self.parsed = parsed
         self._timeout_ms = 2000
         defaults: Dict[int, Any] = {key: attributes.AttributesByID[key].default for key in self.settable}
-        self.values: Dict[int, Any] = {**self.fixed, **defaults, **self.own_values(name)}
+        self.values: Dict[int, Any] = {**self.fixed, **defaults, **self.initial_values(name)}
         self.connection = self.open(open_timeout if 0 < open_timeout <= _FOREVER_MS else _OPEN_MS)
         self.connection.timeout_ms = self._timeout_ms
 
-    def own_values(self, name: str) -> Dict[int, Any]:
+    def initial_values(self, name: str) -> Dict[int, Any]:
         """The attributes known without access to the instrument."""
         return {
             ResourceAttribute.interface_type: self.kind,
@@ -179,9 +179,9 @@ class Session:
             return (constants.VI_TMO_INFINITE if timeout == _FOREVER_MS else timeout), StatusCode.success
         if attribute in self.values:
             return self.values[attribute], StatusCode.success
-        return self.get_own(attribute)
+        return self.get_connection_attribute(attribute)
 
-    def get_own(self, attribute: int) -> _Reading:
+    def get_connection_attribute(self, attribute: int) -> _Reading:
         """The value of an attribute that needs access to the connection."""
         return None, StatusCode.error_nonsupported_attribute
 
@@ -202,9 +202,9 @@ class Session:
         if attribute in self.fixed:
             same = value == self.fixed[attribute]
             return StatusCode.success if same else StatusCode.error_nonsupported_attribute_state
-        return self.set_own(attribute, value)
+        return self.set_connection_attribute(attribute, value)
 
-    def set_own(self, attribute: int, value: Any) -> StatusCode:
+    def set_connection_attribute(self, attribute: int, value: Any) -> StatusCode:
         """Sets an attribute that affects the connection."""
         return StatusCode.error_nonsupported_attribute
 
@@ -234,10 +234,10 @@ class SocketSession(Session):
         bracketed = f"[{host}]" if ":" in host and not host.startswith("[") else host
         return f"TCPIP::{bracketed}::{self.parsed.port}::SOCKET"  # type: ignore[attr-defined]
 
-    def own_values(self, name: str) -> Dict[int, Any]:
+    def initial_values(self, name: str) -> Dict[int, Any]:
         host = self.parsed.host_address.strip("[]")  # type: ignore[attr-defined]
         return {
-            **super().own_values(name),
+            **super().initial_values(name),
             ResourceAttribute.tcpip_port: _number(self.parsed.port),  # type: ignore[attr-defined]
             ResourceAttribute.tcpip_hostname: host,
             # A stream has no end except the termination character; if False, a silence ends it.
@@ -247,9 +247,9 @@ class SocketSession(Session):
     def gap_ms(self) -> int:
         return _GAP_MS
 
-    def get_own(self, attribute: int) -> _Reading:
+    def get_connection_attribute(self, attribute: int) -> _Reading:
         if attribute != ResourceAttribute.tcpip_address:
-            return super().get_own(attribute)
+            return super().get_connection_attribute(attribute)
         try:
             found = socket.getaddrinfo(self.values[ResourceAttribute.tcpip_hostname], None)
         except OSError:
@@ -310,10 +310,10 @@ class SerialSession(Session):
         count, status = super().write(bytes(data) + bytes([self.values[ResourceAttribute.termchar]]))
         return min(count, len(data)), status
 
-    def get_own(self, attribute: int) -> _Reading:
+    def get_connection_attribute(self, attribute: int) -> _Reading:
         if attribute == ResourceAttribute.asrl_avalaible_number:
             return self.connection.bytes_waiting(), StatusCode.success
-        return super().get_own(attribute)
+        return super().get_connection_attribute(attribute)
 
     def set_attribute(self, attribute: int, value: Any) -> StatusCode:
         ends = (ResourceAttribute.asrl_end_in, ResourceAttribute.asrl_end_out)
@@ -322,9 +322,9 @@ class SerialSession(Session):
             return StatusCode.error_nonsupported_attribute_state
         return super().set_attribute(attribute, value)
 
-    def set_own(self, attribute: int, value: Any) -> StatusCode:
+    def set_connection_attribute(self, attribute: int, value: Any) -> StatusCode:
         if attribute not in self._LINE:
-            return super().set_own(attribute, value)
+            return super().set_connection_attribute(attribute, value)
         wanted = {**{key: self.values[key] for key in self._LINE}, attribute: value}
         try:
             self.connection.set_line(
@@ -351,10 +351,10 @@ class UsbSession(Session):
     def resource(self) -> str:
         return f"USB::{self.parsed.serial_number}::INSTR"  # type: ignore[attr-defined]
 
-    def own_values(self, name: str) -> Dict[int, Any]:
+    def initial_values(self, name: str) -> Dict[int, Any]:
         parsed: Any = self.parsed
         return {
-            **super().own_values(name),
+            **super().initial_values(name),
             ResourceAttribute.usb_serial_number: parsed.serial_number,
             ResourceAttribute.manufacturer_id: _number(parsed.manufacturer_id),
             ResourceAttribute.model_code: _number(parsed.model_code),
@@ -375,10 +375,10 @@ class GpibSession(Session):
     def resource(self) -> str:
         return f"GPIB0::{self.parsed.primary_address}::INSTR"  # type: ignore[attr-defined]
 
-    def own_values(self, name: str) -> Dict[int, Any]:
+    def initial_values(self, name: str) -> Dict[int, Any]:
         parsed: Any = self.parsed
         return {
-            **super().own_values(name),
+            **super().initial_values(name),
             ResourceAttribute.gpib_primary_address: _number(parsed.primary_address),
             ResourceAttribute.gpib_secondary_address: constants.VI_NO_SEC_ADDR,
         }
@@ -393,15 +393,15 @@ def _number(text: Optional[str]) -> int:
 
 
 _Attributes = Dict[int, Any]
-_known: Dict[Tuple[InterfaceType, str], _Attributes] = {}
+_attributes_by_resource: Dict[Tuple[InterfaceType, str], _Attributes] = {}
 
 
 def _attributes_of(kind: InterfaceType, resource_class: str) -> _Attributes:
     key = (kind, resource_class)
-    if key not in _known:
+    if key not in _attributes_by_resource:
         every = attributes.AttributesByID.items()
-        _known[key] = {number: one for number, one in every if one.in_resource(key)}
-    return _known[key]
+        _attributes_by_resource[key] = {number: one for number, one in every if one.in_resource(key)}
+    return _attributes_by_resource[key]
 
 
 SESSIONS: Dict[Tuple[InterfaceType, str], Callable[[str, Any, int], Session]] = {

@@ -17,7 +17,7 @@ import time
 from dataclasses import dataclass
 
 # Tests that do not depend on the behaviour of the sources, or build them a second time.
-_LEFT_OUT = re.compile(r"packages\.|Manual\.|Soak\.|OnX\.|Python\.(types|stubs|hosts|on_an)|Mutation\.|.*_NOT_BUILT")
+_EXCLUDED = re.compile(r"packages\.|Manual\.|Soak\.|OnX\.|Python\.(types|stubs|hosts|on_an)|Mutation\.|.*_NOT_BUILT")
 _UNCHANGED_SECONDS = 300  # limit for an unchanged program
 _SLOWER = 8  # limit for a changed program: this many times the unchanged program's time
 _AT_LEAST = 45.0  # seconds, for the shortest programs
@@ -51,7 +51,7 @@ class PrivateTree:
         self._home = folder / "home"
         self.sources = folder / "tree"
         self._suites = []
-        self._took = {}
+        self._seconds = {}
         self._inputs = {}
         self._running = set()
         self._stopped = False
@@ -67,15 +67,15 @@ class PrivateTree:
         if shutil.which("mold"):
             options += ["-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=mold", "-DCMAKE_SHARED_LINKER_FLAGS=-fuse-ld=mold"]
         subprocess.run(["cmake", "--preset", "release", *options], cwd=self.sources, check=True, stdout=subprocess.DEVNULL)
-        self._need(self._build(), "the unchanged sources cannot be built")
+        self._require(self._build(), "the unchanged sources cannot be built")
         self._suites = self._find_suites()
         print(f"running the unchanged sources' tests, {len(self._suites)} programs", flush=True)
         failures = self.run_unchanged(self._suites)
         for name, test in failures:
             print(f"left out, fails unchanged: {name}: {test}", flush=True)
-        left_out = {name for name, _ in failures}
-        self._suites = [suite for suite in self._suites if suite.name not in left_out]
-        self._need(len(failures) <= len(self._suites) // 4, "the tests of the unchanged sources fail")
+        excluded = {name for name, _ in failures}
+        self._suites = [suite for suite in self._suites if suite.name not in excluded]
+        self._require(len(failures) <= len(self._suites) // 4, "the tests of the unchanged sources fail")
         self._inputs = {suite.name: self._inputs_of(suite) for suite in self._suites if suite.is_google}
 
     def verdict(self, path, text):
@@ -93,7 +93,7 @@ class PrivateTree:
         finally:
             file.write_text(unchanged)
 
-    def _need(self, holds, what):
+    def _require(self, holds, what):
         if not holds:
             sys.exit(f"tests/mutation/run: {what}")
 
@@ -134,10 +134,10 @@ class PrivateTree:
         then the quick ones, then the rest."""
         folder = path.split("/")[1]
         stages = [[], [], []]
-        for suite in sorted(self._suites, key=lambda suite: self._took[suite.name]):
+        for suite in sorted(self._suites, key=lambda suite: self._seconds[suite.name]):
             if suite.is_google and path not in self._inputs[suite.name]:
                 continue
-            is_quick = suite.is_google and self._took[suite.name] < _QUICK
+            is_quick = suite.is_google and self._seconds[suite.name] < _QUICK
             stages[0 if suite.folder == folder else 1 if is_quick else 2].append(suite)
         return [stage for stage in stages if stage]
 
@@ -146,7 +146,7 @@ class PrivateTree:
                                 capture_output=True, env=self._environment(), text=True).stdout  # fmt: skip
         found = collections.OrderedDict()
         for test in json.loads(listed)["tests"]:
-            if "command" not in test or _LEFT_OUT.match(test["name"]):
+            if "command" not in test or _EXCLUDED.match(test["name"]):
                 continue
             command = test["command"]
             is_google = any(word.startswith("--gtest_filter=") for word in command)
@@ -192,7 +192,7 @@ class PrivateTree:
 
     def _start(self, suite, command, output):
         """None after Ctrl+C."""
-        processor_seconds = int(_PROCESSOR_SECONDS + _PROCESSOR_SLOWER * self._took.get(suite.name, _UNCHANGED_SECONDS))
+        processor_seconds = int(_PROCESSOR_SECONDS + _PROCESSOR_SLOWER * self._seconds.get(suite.name, _UNCHANGED_SECONDS))
         with self._lock:
             if self._stopped:
                 return None
@@ -226,38 +226,38 @@ class PrivateTree:
         """The tests that fail with the unchanged sources, as (suite, test)."""
         failures = []
 
-        def take(suite):
-            begun = time.monotonic()
+        def run(suite):
+            started = time.monotonic()
             failed = self._run(suite, _UNCHANGED_SECONDS) and self._run(suite, _UNCHANGED_SECONDS)
-            self._took[suite.name] = time.monotonic() - begun
+            self._seconds[suite.name] = time.monotonic() - started
             if failed:
                 failures.append((suite.name, failed))
 
-        self._for_each(suites, take)
+        self._for_each(suites, run)
         return failures
 
     def _first_failure(self, suites):
         found = []
 
-        def take(suite):
+        def run(suite):
             if not found and (failed := self._confirmed(suite)):
                 found.append(f"{suite.name}: {failed}")
 
-        self._for_each(suites, take)
+        self._for_each(suites, run)
         return found[0] if found else ""
 
-    def _for_each(self, suites, take):
+    def _for_each(self, suites, run):
         """As many at a time as there are jobs. Ctrl+C ends the running programs, and waiting ones are not started."""
         with concurrent.futures.ThreadPoolExecutor(self._jobs) as pool:
             try:
-                list(pool.map(take, suites))
+                list(pool.map(run, suites))
             except KeyboardInterrupt:
                 self._stop()
                 raise
 
     def _confirmed(self, suite):
         """A failure counts if the same test fails again, alone or with the others; a hang or a crash counts at once."""
-        seconds = max(_AT_LEAST, _SLOWER * self._took[suite.name])
+        seconds = max(_AT_LEAST, _SLOWER * self._seconds[suite.name])
         failed = self._run(suite, seconds)
         if not failed or failed == "time-out" or failed.startswith("status"):
             return failed

@@ -37,8 +37,8 @@ def report_of(count, *verdicts):
         os.makedirs(sources / "src/window")
         (sources / "src/window/a.cpp").write_text("x = 1;\n")
         file = io.StringIO()
-        wanted = types.SimpleNamespace(count=count, seed=3, minutes=float("inf"))
-        run.change_in_turn(Tree(sources, *verdicts), [("src/window/a.cpp", Change(4, 5, "2"))] * 9, wanted, run.Report(file))
+        arguments = types.SimpleNamespace(count=count, seed=3, minutes=float("inf"))
+        run.run_changes(Tree(sources, *verdicts), [("src/window/a.cpp", Change(4, 5, "2"))] * 9, arguments, run.Report(file))
         return file.getvalue()
 
 

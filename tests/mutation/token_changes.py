@@ -143,8 +143,8 @@ def _token_changes(text: str, tokens: list[_Token], index: int) -> list[Change]:
     elif token.text in _STEPS:
         new = [_STEPS[token.text]]
     elif token.text in _OPERATORS and before.text != "operator" and _between_spaces(text, token):
-        of_texts = token.text in "+-" and "string" in (before.kind, after.kind)
-        new = [] if of_texts else _OPERATORS[token.text]
+        joins_strings = token.text in "+-" and "string" in (before.kind, after.kind)
+        new = [] if joins_strings else _OPERATORS[token.text]
     return [Change(token.start, token.end, each) for each in new]
 
 
@@ -157,11 +157,11 @@ def _asserted(tokens: list[_Token]) -> list[tuple[int, int]]:
 def changes(text: str) -> list[Change]:
     """All changes of one token, in the order of the text."""
     tokens = _tokens(text)
-    left_out = _asserted(tokens)
+    excluded = _asserted(tokens)
     found = []
     for index, token in enumerate(tokens):
         line = text[text.rfind("\n", 0, token.start) + 1 : text.find("\n", token.end)]
-        if _STYLE.search(line) or any(start <= token.start < end for start, end in left_out):
+        if _STYLE.search(line) or any(start <= token.start < end for start, end in excluded):
             continue
         found += _token_changes(text, tokens, index) + _statement_changes(tokens, index)
     return found

@@ -53,7 +53,7 @@ class Single(Recorder):
         return 100, "127.0.0.1"
 
 
-class InFull(Single):
+class WithAllParameters(Single):
     """A Read that takes all parameters of the contract."""
 
     def Read(self, Binary, Terminator, Count, Answer, Buffer):
@@ -134,7 +134,7 @@ class SingleDevice(TerminalCase):
         self.use(device, 1, script)
 
     def test_a_read_with_all_parameters_gets_them(self):
-        device = InFull()
+        device = WithAllParameters()
         self.use(device, 1, lambda: (type_command("MSV?"), self.assertIn("in full", pane_text())))
         self.assertIn(("Read", True, b""), device.calls)
 

@@ -77,7 +77,7 @@ class WhileOpening(TerminalCase):
             self.assertIn("NoDisplay", run.stderr)
 
 
-class InTheSession(TerminalCase):
+class DuringTheSession(TerminalCase):
     def test_an_exception_becomes_a_failed_operation(self):
         device = Single()
 
@@ -164,7 +164,7 @@ class InTheSession(TerminalCase):
             self.use(device, 0, script)
 
 
-class AtTheEnd(unittest.TestCase):
+class OnExit(unittest.TestCase):
     def test_a_device_object_may_outlive_the_interpreter(self):
         program = "import kolvane; kolvane.MainClass().InitTerminal(object())"
         run = subprocess.run(

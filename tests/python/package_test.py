@@ -76,27 +76,27 @@ class Names(unittest.TestCase):
 
 
 class Paths(TerminalCase):
-    def settings_after_a_window(self, path):
+    def settings_saved_by_window(self, path):
         self.terminal.SetOptions(SettingsFile=path, Folder=pathlib.Path(self.settings).parent)
         self.use(Single(), 1, lambda: None)
         return os.path.exists(self.settings)
 
     def test_a_path_object(self):
-        self.assertTrue(self.settings_after_a_window(pathlib.Path(self.settings)))
+        self.assertTrue(self.settings_saved_by_window(pathlib.Path(self.settings)))
 
     def test_bytes(self):
-        self.assertTrue(self.settings_after_a_window(os.fsencode(self.settings)))
+        self.assertTrue(self.settings_saved_by_window(os.fsencode(self.settings)))
 
     def test_any_object_with_fspath(self):
         class Named:
             def __fspath__(inner):
                 return self.settings
 
-        self.assertTrue(self.settings_after_a_window(Named()))
+        self.assertTrue(self.settings_saved_by_window(Named()))
 
     def test_a_name_that_is_not_utf_8(self):
         self.settings = os.path.join(os.path.dirname(self.settings), os.fsdecode(b"\xff.ini"))
-        self.assertTrue(self.settings_after_a_window(self.settings))
+        self.assertTrue(self.settings_saved_by_window(self.settings))
 
     def test_what_is_not_a_path_is_refused(self):
         with self.assertRaises(TypeError):

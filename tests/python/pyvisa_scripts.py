@@ -88,14 +88,14 @@ def discarded(instrument):
 def refused(instrument):
     """Operations that neither a socket nor a serial line has."""
     calls = (instrument.read_stb, instrument.lock_excl, instrument.unlock)
-    return [_tried(call) for call in calls] + [instrument.query("ECHO goes on")]
+    return [_result_or_error(call) for call in calls] + [instrument.query("ECHO goes on")]
 
 
 def flow_control(instrument):
     """Both kinds of flow control, with an answer for each; only a serial line has any."""
     seen = []
     for flow in (ControlFlow.xon_xoff, ControlFlow.rts_cts):
-        seen.append(_tried(instrument.set_visa_attribute, ResourceAttribute.asrl_flow_control, flow))
+        seen.append(_result_or_error(instrument.set_visa_attribute, ResourceAttribute.asrl_flow_control, flow))
         seen.append(instrument.query("ECHO held up"))
     return seen
 
@@ -107,16 +107,16 @@ def attributes(instrument):
     names += ["send_end_enabled", "timeout_value", "interface_number", "gpib_primary_address"]
     names += ["asrl_baud_rate", "asrl_data_bits", "asrl_parity", "asrl_stop_bits", "asrl_end_in", "asrl_end_out"]
     names += [] if serial else ["tcpip_port", "tcpip_address", "tcpip_hostname", "tcpip_nodelay"]
-    seen = {name: _tried(instrument.get_visa_attribute, ResourceAttribute[name]) for name in names}
+    seen = {name: _result_or_error(instrument.get_visa_attribute, ResourceAttribute[name]) for name in names}
     changes = [("interface_type", 3), ("termchar", 13), ("gpib_primary_address", 3), ("timeout_value", 700)]
     changes += [("asrl_baud_rate", 19200), ("asrl_stop_bits", StopBits.two)] if serial else []
     for name, value in changes:
-        seen["set " + name] = _tried(instrument.set_visa_attribute, ResourceAttribute[name], value)
-        seen["changed " + name] = _tried(instrument.get_visa_attribute, ResourceAttribute[name])
+        seen["set " + name] = _result_or_error(instrument.set_visa_attribute, ResourceAttribute[name], value)
+        seen["changed " + name] = _result_or_error(instrument.get_visa_attribute, ResourceAttribute[name])
     return seen
 
 
-def _tried(call, *arguments):
+def _result_or_error(call, *arguments):
     try:
         return call(*arguments)
     except pyvisa.VisaIOError as error:

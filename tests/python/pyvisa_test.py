@@ -53,17 +53,17 @@ class SameScripts(VisaCase):
         for pty in (False, True):
             for script in pyvisa_scripts.SCRIPTS:
                 with self.subTest(script.__name__, pty=pty):
-                    theirs, ours = (self.seen(script, backend, pty) for backend in ("py", "kolvane"))
-                    self.assertEqual(ours, theirs)
+                    reference, ours = (self.seen(script, backend, pty) for backend in ("py", "kolvane"))
+                    self.assertEqual(ours, reference)
 
     def test_they_find_the_same_attributes(self):
         # The other backend returns texts for these, names no host, and leaves the delay of small packets on.
         differ = {"interface_number", "tcpip_port", "tcpip_hostname", "tcpip_nodelay", "send_end_enabled"}
         for pty in (False, True):
-            theirs, ours = (self.seen(pyvisa_scripts.attributes, backend, pty) for backend in ("py", "kolvane"))
-            self.assertEqual(set(ours), set(theirs))
+            reference, ours = (self.seen(pyvisa_scripts.attributes, backend, pty) for backend in ("py", "kolvane"))
+            self.assertEqual(set(ours), set(reference))
             for name in set(ours) - differ:
-                self.assertEqual(ours[name], theirs[name], name)
+                self.assertEqual(ours[name], reference[name], name)
 
 
 class Resources(VisaCase):

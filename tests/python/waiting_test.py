@@ -34,7 +34,7 @@ class InterpreterLock(TerminalCase):
         self.assertTrue(self.terminal.CanUnload)
 
 
-class OfTheDeviceObject(TerminalCase):
+class DeviceObjectCalls(TerminalCase):
     def test_a_wait_is_given_up_when_the_terminal_is_to_close(self):
         read_end, write_end = os.pipe()
         self.addCleanup(os.close, read_end)
@@ -66,7 +66,7 @@ class OfTheDeviceObject(TerminalCase):
         self.assertTrue(self.terminal.Wait())
 
 
-class WithoutAPerson(TerminalCase):
+class Unattended(TerminalCase):
     def test_a_list_is_played_from_the_start(self):
         read_end, write_end = os.pipe()
         self.addCleanup(os.close, read_end)
