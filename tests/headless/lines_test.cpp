@@ -86,18 +86,23 @@ TEST_F(LinePaneTest, OtherControlCharactersAreWrittenAsTheyAre) {
 TEST_F(LinePaneTest, AtATerminalControlCharactersAreVisible) {
   base::Pty terminal;
   LinePane shown(terminal.slave(), messages);
-  const auto show = [&](std::string_view answer) {
+  const auto expect_shown = [&](std::string_view answer, const std::string& expected) {
     shown.AppendLine(LineKind::kAnswer, answer);
     shown.EndLine();
-    char text[64];
-    const ssize_t size = read(terminal.master(), text, sizeof text);
-    // The line discipline turns LF into CR LF.
-    return std::string(text, static_cast<std::size_t>(std::max<ssize_t>(size, 0)));
+    std::string text;
+    char buffer[64];
+    // The bytes may arrive in pieces. The line discipline turns LF into CR LF.
+    while (text.size() < expected.size()) {
+      const ssize_t size = read(terminal.master(), buffer, sizeof buffer);
+      ASSERT_GT(size, 0);
+      text.append(buffer, static_cast<std::size_t>(size));
+    }
+    EXPECT_EQ(text, expected);
   };
-  EXPECT_EQ(show("\x1B[2J\x1B]0;x\a"), "<1B>[2J<1B>]0;x<07>\r\n");
-  EXPECT_EQ(show(std::string_view("a\0\rb\tc\x7F", 7)), "a<00><0D>b\tc<7F>\r\n");
-  EXPECT_EQ(show("\xC2\x90\xC2\x9F\xC2\xA0Ü"), "<90><9F>\xC2\xA0Ü\r\n");
-  EXPECT_EQ(show("a\r\nb"), "a\r\nb\r\n");
+  expect_shown("\x1B[2J\x1B]0;x\a", "<1B>[2J<1B>]0;x<07>\r\n");
+  expect_shown(std::string_view("a\0\rb\tc\x7F", 7), "a<00><0D>b\tc<7F>\r\n");
+  expect_shown("\xC2\x90\xC2\x9F\xC2\xA0Ü", "<90><9F>\xC2\xA0Ü\r\n");
+  expect_shown("a\r\nb", "a\r\nb\r\n");
 }
 
 TEST_F(LinePaneTest, AWriteErrorIsAMessage) {
