@@ -109,6 +109,14 @@ TEST_F(PortsDialogTest, ATestOpensAndClosesEachPort) {
   EXPECT_EQ(Result(), "COM1: in Ordnung\nGPIB: -10: Gerät nicht gefunden");
 }
 
+TEST_F(PortsDialogTest, ATestReportsWhyThereIsNoPortLibrary) {
+  source_.library = nullptr;
+  Open();
+  Field("COM1_Node")->setCurrentText("/dev/a");
+  Button("cmdTest")->click();
+  EXPECT_EQ(Result(), "COM1: Die Portbibliothek fehlt.");
+}
+
 TEST_F(PortsDialogTest, WhileConnectedNothingIsTested) {
   Open(true);
   EXPECT_FALSE(Button("cmdTest")->isEnabled());

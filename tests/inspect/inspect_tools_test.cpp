@@ -265,6 +265,18 @@ TEST_F(InspectToolsTest, AFileIsLoadedPageByPage) {
   EXPECT_EQ(base::ReadBytes(folder_.Path("copy")), bytes);
 }
 
+TEST_F(InspectToolsTest, AnotherBlockHasNothingSelected) {
+  base::WriteBytes(folder_.Path("data"), "UVWXYZ");
+  Open("ABCDEF");
+  Option(1)->click();
+  QTest::mousePress(Dump()->viewport(), Qt::LeftButton, {}, PointOf(PlaceOfByte(1), 0.5));
+  QTest::mouseMove(Dump()->viewport(), PointOf(PlaceOfByte(3), 1.5));
+  QTest::mouseRelease(Dump()->viewport(), Qt::LeftButton, {}, PointOf(PlaceOfByte(3), 1.5));
+  ASSERT_EQ(Copied("CopyAsText"), "BCD");
+  Drop(folder_.Path("data"));
+  EXPECT_EQ(Copied("CopyAsText"), "UVWXYZ");
+}
+
 TEST_F(InspectToolsTest, ADroppedFileIsLoadedAndAFailureIsReported) {
   base::WriteBytes(folder_.Path("data"), "XYZ");
   Open("A");
