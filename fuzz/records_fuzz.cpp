@@ -47,7 +47,7 @@ std::vector<std::string> Records(const CommandRunOptions& options,
   terminal::LastAnswer answer;
   const StoppedClock clock;
   headless::RecordWriter writer(options, device, answer, clock, pane);
-  writer.Begin();
+  writer.Start();
   for (const RecordedExchange& each : exchanges) {
     answer = each.answer;
     device.last_result = each.status;

@@ -26,7 +26,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   std::size_t pieces = 0;
   for (const help::RtfParagraph& paragraph : result.document.paragraphs)
     pieces += fuzz::CheckParagraph(paragraph);
-  fuzz::Require(pieces <= help::kRtfMostPieces + 1);
+  fuzz::Require(pieces <= help::kRtfMaxPieces + 1);
   fuzz::Require(result.document.PlainText().size() <= 3 * size + 1);
   fuzz::Require(result.fault != help::RtfFault::kNotRichText || pieces == 0);
   fuzz::Require((result.fault == help::RtfFault::kNone) == help::FaultText(result.fault).empty());

@@ -18,7 +18,7 @@ void Play(const Conversation& conversation, bool recorded_times) {
   std::string sent;
   Replay::Clock::time_point now{};
   Replay replay(conversation, recorded_times, now);
-  for (const amplifier::Utterance& each : conversation.utterances) {
+  for (const amplifier::Message& each : conversation.messages) {
     Require(!each.bytes.empty() && each.line > 0);
     if (each.from_terminal) {
       replay.Take(each.bytes, now);
@@ -26,12 +26,12 @@ void Play(const Conversation& conversation, bool recorded_times) {
       expected += each.bytes;
       if (const auto due = replay.Due(); due && *due > now) now = *due;
     }
-    sent += replay.Say(now);
+    sent += replay.TakeDue(now);
     Require(replay.difference().empty());
   }
-  if (const auto due = replay.Due()) sent += replay.Say(*due);
+  if (const auto due = replay.Due()) sent += replay.TakeDue(*due);
   Require(replay.hung_up() == replay.HangsUp());
-  Require(replay.over() && sent == expected);
+  Require(replay.finished() && sent == expected);
   replay.End();
   Require(replay.difference().empty());
 }
@@ -48,7 +48,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     return 0;
   }
   for (const amplifier::Conversation& each : std::get<0>(read)) {
-    fuzz::Require(!each.utterances.empty() || each.hang_up);
+    fuzz::Require(!each.messages.empty() || each.hang_up);
     for (const bool recorded_times : {false, true}) fuzz::Play(each, recorded_times);
   }
   return 0;

@@ -6,8 +6,8 @@
 namespace kolvane::amplifier {
 namespace {
 
-constexpr double kLeastRange = 0.001;
-constexpr double kMostRange = 1'000'000;
+constexpr double kMinRange = 0.001;
+constexpr double kMaxRange = 1'000'000;
 
 // Calls `step` for each channel in the first parameter; without parameters for all.
 template <typename Step>
@@ -34,8 +34,8 @@ Refusal AskMember(State& state, const Arguments& arguments, Reply& reply) {
                      [&](std::size_t c) { AppendField(reply.bytes, state.settings.channels[c].*kMember); });
 }
 
-bool IsPlainText(std::string_view text, std::size_t most) {
-  return !text.empty() && text.size() <= most && std::ranges::all_of(text, [](char c) {
+bool IsPlainText(std::string_view text, std::size_t maximum) {
+  return !text.empty() && text.size() <= maximum && std::ranges::all_of(text, [](char c) {
     return static_cast<unsigned char>(c) >= 0x20 && c != '\x7F';
   });
 }
@@ -64,7 +64,7 @@ Refusal SetSensor(State& state, const Arguments& arguments, Reply& reply) {
 Refusal SetRange(State& state, const Arguments& arguments, Reply& reply) {
   const double range = ParseNumber(arguments[1]).value_or(0);
   return SetMember(state, arguments, reply, &ChannelSettings::range, range,
-                   range >= kLeastRange && range <= kMostRange);
+                   range >= kMinRange && range <= kMaxRange);
 }
 
 Refusal SetFilter(State& state, const Arguments& arguments, Reply& reply) {

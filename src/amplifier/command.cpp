@@ -24,8 +24,8 @@ std::optional<Number> ParseWhole(std::string_view text) {
 }
 
 constexpr int kSignificantDigits = 6;
-constexpr int kMostDecimals = 8;
-constexpr double kLeastPlain = 1e-6;
+constexpr int kMaxDecimals = 8;
+constexpr double kMinPlain = 1e-6;
 
 template <typename... Form>
 void AppendNumber(std::string& answer, Form... form) {
@@ -41,9 +41,9 @@ bool EqualsNoCase(std::string_view a, std::string_view b) {
   return std::ranges::equal(a, b, {}, base::UpperAscii, base::UpperAscii);
 }
 
-std::optional<std::int64_t> ParseInteger(std::string_view text, std::int64_t least, std::int64_t most) {
+std::optional<std::int64_t> ParseInteger(std::string_view text, std::int64_t minimum, std::int64_t maximum) {
   const auto value = ParseWhole<std::int64_t>(text);
-  if (!value || *value < least || *value > most) return std::nullopt;
+  if (!value || *value < minimum || *value > maximum) return std::nullopt;
   return value;
 }
 
@@ -103,7 +103,7 @@ void AppendField(std::string& answer, std::int64_t value) { AppendNumber(answer,
 
 // Adding 0 turns a negative zero into a positive one.
 void AppendField(std::string& answer, double value) {
-  const bool tiny = value != 0 && std::abs(value) < kLeastPlain;
+  const bool tiny = value != 0 && std::abs(value) < kMinPlain;
   AppendNumber(answer, value + 0.0, tiny ? std::chars_format::scientific : std::chars_format::fixed);
 }
 
@@ -115,7 +115,7 @@ void AppendFixed(std::string& answer, double value, int decimals) {
 
 void AppendMeasured(std::string& answer, double value, double range) {
   const int whole_digits = static_cast<int>(std::floor(std::log10(range))) + 1;
-  AppendFixed(answer, value, std::clamp(kSignificantDigits - whole_digits, 0, kMostDecimals));
+  AppendFixed(answer, value, std::clamp(kSignificantDigits - whole_digits, 0, kMaxDecimals));
 }
 
 }  // namespace kolvane::amplifier

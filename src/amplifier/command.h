@@ -16,7 +16,7 @@ namespace kolvane::amplifier {
 bool EqualsNoCase(std::string_view a, std::string_view b);
 
 /// All of `text` as a decimal number within the bounds, or nothing.
-std::optional<std::int64_t> ParseInteger(std::string_view text, std::int64_t least, std::int64_t most);
+std::optional<std::int64_t> ParseInteger(std::string_view text, std::int64_t minimum, std::int64_t maximum);
 
 /// All of `text` as a finite number with a decimal point, magnitude at most 1e9; or nothing.
 std::optional<double> ParseNumber(std::string_view text);
@@ -58,8 +58,8 @@ class Arguments {
 /// reply is used only if it returns Refusal::kNone.
 struct Command {
   std::string_view word;  // upper case
-  std::size_t least_arguments;
-  std::size_t most_arguments;
+  std::size_t min_arguments;
+  std::size_t max_arguments;
   Refusal (*run)(State& state, const Arguments& arguments, Reply& reply);
 };
 

@@ -40,7 +40,7 @@ void Connection::OnEvents(short events) {
 
 bool Connection::Exchange() {
   if (Events() != POLLIN) return false;
-  const Transfer received = stream_->ReceivePatiently(splitter_.Space());
+  const Transfer received = stream_->ReceiveWithTimeout(splitter_.Space());
   if (received.kind == Transfer::Kind::kLater) return false;
   Take(received);
   return true;

@@ -53,7 +53,7 @@ Refusal Instrument::Run(const Line& line, Reply& reply) {
   const Command* command = Find(text.substr(0, space));
   if (command == nullptr) return Refusal::kUnknownCommand;
   const Arguments arguments(space == std::string_view::npos ? std::string_view() : text.substr(space + 1));
-  if (arguments.size() < command->least_arguments || arguments.size() > command->most_arguments)
+  if (arguments.size() < command->min_arguments || arguments.size() > command->max_arguments)
     return Refusal::kWrongParameterCount;
   return command->run(state_, arguments, reply);
 }

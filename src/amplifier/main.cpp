@@ -20,7 +20,7 @@ using namespace kolvane::amplifier;
 constexpr int kFailure = 1;
 constexpr int kWrongUsage = 2;
 
-int Complain(const char* text, int status) {
+int PrintError(const char* text, int status) {
   std::fprintf(stderr, "kolvane-amplifier: %s\n", text);
   return status;
 }
@@ -47,11 +47,11 @@ int ServeReplay(const Options& options, int stop) {
   try {
     server.emplace(options);
   } catch (const std::exception& error) {
-    return Complain(error.what(), kWrongUsage);
+    return PrintError(error.what(), kWrongUsage);
   }
   Announce(options, server->Port());
   const std::string difference = server->Run(stop);
-  return difference.empty() ? 0 : Complain(difference.c_str(), kFailure);
+  return difference.empty() ? 0 : PrintError(difference.c_str(), kFailure);
 }
 
 int Serve(const Options& options) {
@@ -64,7 +64,7 @@ int Serve(const Options& options) {
     server.Run(stop.get());
     return 0;
   } catch (const std::exception& error) {
-    return Complain(error.what(), kFailure);
+    return PrintError(error.what(), kFailure);
   }
 }
 
@@ -72,7 +72,8 @@ int Serve(const Options& options) {
 
 int main(int argc, char* argv[]) {
   const auto parsed = ParseOptions(argc, argv);
-  if (const auto* error = std::get_if<UsageError>(&parsed)) return Complain(error->text.c_str(), kWrongUsage);
+  if (const auto* error = std::get_if<UsageError>(&parsed))
+    return PrintError(error->text.c_str(), kWrongUsage);
   if (const auto* information = std::get_if<Information>(&parsed)) {
     std::fputs(information->text.c_str(), stdout);
     return 0;

@@ -52,11 +52,11 @@ struct Part {
 };
 
 std::optional<Part> ParsePart(const State& state, std::string_view first, std::string_view count,
-                              std::int64_t most) {
+                              std::int64_t maximum) {
   const std::int64_t recorded = RecordedCount(state);
   const auto from = ParseInteger(first, 1, recorded);
   if (!from) return std::nullopt;
-  const auto wanted = ParseInteger(count, 1, std::min(most, recorded - *from + 1));
+  const auto wanted = ParseInteger(count, 1, std::min(maximum, recorded - *from + 1));
   if (!wanted) return std::nullopt;
   return Part{state.recording.first_index + *from - 1, *wanted};
 }

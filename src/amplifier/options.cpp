@@ -43,8 +43,8 @@ constexpr const char* kPauseForm = "a number of milliseconds from 0 to 600000";
 constexpr const char* kCountForm = "a whole number from 0 to 1000000000";
 
 template <typename Target>
-bool TakeNumber(std::string_view text, std::uint64_t least, std::uint64_t most, Target& target) {
-  const auto value = base::NumberValue(text, least, most);
+bool TakeNumber(std::string_view text, std::uint64_t minimum, std::uint64_t maximum, Target& target) {
+  const auto value = base::NumberValue(text, minimum, maximum);
   if (value) target = static_cast<Target>(*value);
   return value.has_value();
 }
@@ -96,7 +96,7 @@ constexpr int kVersionCode = kHelpCode + 1;
 
 // getopt_long sets optopt to 0 for an unknown long option, to the letter of an unknown short one, otherwise
 // to the option's code.
-std::string Complaint(int code, std::string_view argument) {
+std::string ErrorFor(int code, std::string_view argument) {
   const std::string_view name = argument.substr(0, argument.find('='));
   if (code == ':') return "option '" + std::string(name) + "' needs a value";
   if (optopt > kVersionCode) return std::string("unknown option '-") + static_cast<char>(optopt) + "'";
@@ -104,21 +104,21 @@ std::string Complaint(int code, std::string_view argument) {
   return "unknown option '" + std::string(argument) + "'";
 }
 
-// `stranger` is an option not allowed with a replay, if one was given.
-std::variant<Options, Information, UsageError> Finish(Options options, std::string_view stranger, int argc,
+// `conflicting` is an option not allowed with a replay, if one was given.
+std::variant<Options, Information, UsageError> Finish(Options options, std::string_view conflicting, int argc,
                                                       char* const argv[]) {
   if (optind < argc) return UsageError{"unexpected argument '" + std::string(argv[optind]) + "'"};
   if (!options.tcp_port && options.pty_link.empty())
     return UsageError{"neither --tcp PORT nor --pty LINK is given"};
-  if (!options.replay.empty() && !stranger.empty())
-    return UsageError{"--replay takes no --" + std::string(stranger)};
+  if (!options.replay.empty() && !conflicting.empty())
+    return UsageError{"--replay takes no --" + std::string(conflicting)};
   if (!options.replay.empty() && options.tcp_port && !options.pty_link.empty())
     return UsageError{"--replay takes one of --tcp and --pty"};
   return options;
 }
 
 // Options allowed with a replay; the transcript determines the rest.
-bool GoesWithReplay(std::string_view name) {
+bool IsAllowedWithReplay(std::string_view name) {
   constexpr std::string_view kNames[] = {"tcp", "pty", "replay", "replay-times", "exit-with-parent"};
   return std::ranges::find(kNames, name) != std::end(kNames);
 }
@@ -130,16 +130,16 @@ std::variant<Options, Information, UsageError> ParseOptions(int argc, char* cons
       kOptionRows, 0,
       {{"help", no_argument, nullptr, kHelpCode}, {"version", no_argument, nullptr, kVersionCode}});
   Options options;
-  std::string_view stranger;  // an option not allowed with a replay
-  optind = 0;                 // restarts getopt_long
+  std::string_view conflicting;  // an option not allowed with a replay
+  optind = 0;                    // restarts getopt_long
   for (;;) {
     const int code = getopt_long(argc, argv, "+:", table.data(), nullptr);
-    if (code == -1) return Finish(std::move(options), stranger, argc, argv);
+    if (code == -1) return Finish(std::move(options), conflicting, argc, argv);
     if (code == kHelpCode) return Information{std::string(kHelp)};
     if (code == kVersionCode) return Information{"kolvane-amplifier " KOLVANE_VERSION "\n"};
-    if (code == '?' || code == ':') return UsageError{Complaint(code, argv[optind - 1])};
+    if (code == '?' || code == ':') return UsageError{ErrorFor(code, argv[optind - 1])};
     const auto& row = kOptionRows[code];
-    if (!GoesWithReplay(row.name)) stranger = row.name;
+    if (!IsAllowedWithReplay(row.name)) conflicting = row.name;
     const std::string_view value = optarg != nullptr ? optarg : "";
     if (!row.take(options, value))
       return UsageError{"option '--" + std::string(row.name) + "': '" + std::string(value) + "' is not " +

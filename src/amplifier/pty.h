@@ -18,7 +18,7 @@ class PtyStream final : public Stream {
 
   int descriptor() const override { return master_.get(); }
   Transfer Receive(std::span<char> space) override;
-  Transfer ReceivePatiently(std::span<char>) override { return {}; }
+  Transfer ReceiveWithTimeout(std::span<char>) override { return {}; }
   Transfer Send(std::string_view bytes) override;
   [[nodiscard]] bool EndOrderly() override;
   void EndByReset() override {}

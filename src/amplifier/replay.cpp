@@ -30,7 +30,7 @@ class Reader {
   }
 
   std::vector<Conversation> Finish() {
-    Begin({});
+    StartConversation({});
     conversations_.pop_back();
     return std::move(conversations_);
   }
@@ -39,7 +39,7 @@ class Reader {
   std::string Take(const std::string& way, std::optional<double> seconds, const Json& event, int line) {
     if (way == "close") return Close(seconds, event);
     if (way == "open") {
-      Begin(seconds);
+      StartConversation(seconds);
       return {};
     }
     if (way != "out" && way != "in") return "\"way\" is none of open, out, in and close";
@@ -49,7 +49,7 @@ class Reader {
                      : std::nullopt;
     if (!bytes) return "\"bytes\" is no Base64";
     if (!bytes->empty())
-      conversations_.back().utterances.push_back({way == "out", std::move(*bytes), seconds, line});
+      conversations_.back().messages.push_back({way == "out", std::move(*bytes), seconds, line});
     return {};
   }
 
@@ -59,13 +59,13 @@ class Reader {
       if (!status->is_number_integer()) return "\"status\" is no whole number";
       if (*status != 0) conversations_.back().hang_up = HangUp{seconds};
     }
-    Begin(seconds);
+    StartConversation(seconds);
     return {};
   }
 
-  void Begin(std::optional<double> seconds) {
+  void StartConversation(std::optional<double> seconds) {
     const Conversation& last = conversations_.back();
-    if (!last.utterances.empty() || last.hang_up) conversations_.emplace_back();
+    if (!last.messages.empty() || last.hang_up) conversations_.emplace_back();
     conversations_.back().seconds = seconds;
   }
 
@@ -117,13 +117,13 @@ Replay::Replay(const Conversation& conversation, bool recorded_times, Clock::tim
 
 void Replay::Take(std::string_view bytes, Clock::time_point now) {
   if (bytes.empty() || !difference_.empty()) return;
-  begun_ = true;
+  started_ = true;
   received_ += bytes;
   Compare(now);
 }
 
 void Replay::Compare(Clock::time_point now) {
-  while (IsTerminalsTurn() && !received_.empty()) {
+  while (IsTerminalNext() && !received_.empty()) {
     const std::string_view expected = next().bytes;
     const std::size_t size = std::min(expected.size(), received_.size());
     if (expected.substr(0, size) != std::string_view(received_).substr(0, size)) {
@@ -136,12 +136,12 @@ void Replay::Compare(Clock::time_point now) {
     received_.erase(0, size);
     Pass(next(), now);
   }
-  if (over() && !received_.empty() && !HangsUp()) Differ(kNothing, Quoted(received_));
+  if (finished() && !received_.empty() && !HangsUp()) Differ(kNothing, Quoted(received_));
 }
 
 std::optional<Replay::Clock::time_point> Replay::Due() const {
   if (!difference_.empty()) return std::nullopt;
-  if (!over()) return next().from_terminal ? std::nullopt : After(next().seconds);
+  if (!finished()) return next().from_terminal ? std::nullopt : After(next().seconds);
   return HangsUp() && !hung_up_ ? After(conversation_.hang_up->seconds) : std::nullopt;
 }
 
@@ -152,38 +152,38 @@ std::optional<Replay::Clock::time_point> Replay::After(std::optional<double> sec
   return last_ + std::chrono::duration_cast<Clock::duration>(std::min(pause, kLongest));
 }
 
-std::string Replay::Say(Clock::time_point now) {
-  std::string said;
+std::string Replay::TakeDue(Clock::time_point now) {
+  std::string due_bytes;
   for (auto due = Due(); due && *due <= now; due = Due()) {
-    if (over()) {
+    if (finished()) {
       hung_up_ = true;
       break;
     }
-    said += next().bytes;
+    due_bytes += next().bytes;
     Pass(next(), *due);
   }
   Compare(now);
-  return said;
+  return due_bytes;
 }
 
-void Replay::Pass(const Utterance& utterance, Clock::time_point moment) {
+void Replay::Pass(const Message& message, Clock::time_point moment) {
   last_ = moment;
-  last_seconds_ = utterance.seconds;
+  last_seconds_ = message.seconds;
   ++at_;
 }
 
 void Replay::End() {
   if (!difference_.empty()) return;
   const auto rest =
-      std::find_if(conversation_.utterances.begin() + static_cast<std::ptrdiff_t>(at_),
-                   conversation_.utterances.end(), [](const Utterance& each) { return each.from_terminal; });
-  if (rest == conversation_.utterances.end()) return;
-  at_ = static_cast<std::size_t>(rest - conversation_.utterances.begin());
+      std::find_if(conversation_.messages.begin() + static_cast<std::ptrdiff_t>(at_),
+                   conversation_.messages.end(), [](const Message& each) { return each.from_terminal; });
+  if (rest == conversation_.messages.end()) return;
+  at_ = static_cast<std::size_t>(rest - conversation_.messages.begin());
   Differ(Quoted(next().bytes), received_.empty() ? std::string(kNothing) : Quoted(received_));
 }
 
 void Replay::Differ(std::string_view expected, std::string_view got) {
-  const int line = over() ? conversation_.utterances.back().line : next().line;
+  const int line = finished() ? conversation_.messages.back().line : next().line;
   difference_ = std::to_string(line) + ": expected " + std::string(expected) + ", got " + std::string(got);
 }
 

@@ -11,12 +11,12 @@
 namespace kolvane::amplifier {
 
 /// Bytes that one side sent at once.
-struct Utterance {
+struct Message {
   bool from_terminal = false;  ///< else from the instrument
   std::string bytes;
   std::optional<double> seconds;  ///< time on the transcript's clock
   int line = 0;                   ///< of the transcript, from 1
-  bool operator==(const Utterance&) const = default;
+  bool operator==(const Message&) const = default;
 };
 
 /// The instrument's end hung up.
@@ -27,7 +27,7 @@ struct HangUp {
 /// One connection; empty ones are not kept.
 struct Conversation {
   std::optional<double> seconds;  ///< when it was opened
-  std::vector<Utterance> utterances;
+  std::vector<Message> messages;
   std::optional<HangUp> hang_up = {};  ///< after all of them; empty if the terminal closed
 };
 
@@ -55,16 +55,16 @@ class Replay {
   /// When the instrument next sends or hangs up; nothing while it is the terminal's turn, and after the end.
   std::optional<Clock::time_point> Due() const;
   /// Returns the bytes that are due at `now`.
-  std::string Say(Clock::time_point now);
-  /// Whether the last Say() hung up.
+  std::string TakeDue(Clock::time_point now);
+  /// Whether the last TakeDue() hung up.
   bool hung_up() const { return hung_up_; }
   /// Whether it hangs up at the end. Bytes sent by the terminal meanwhile are no difference: it cannot know.
   bool HangsUp() const { return conversation_.hang_up.has_value(); }
 
   /// Whether the terminal has sent anything.
-  bool begun() const { return begun_; }
+  bool started() const { return started_; }
   /// Whether everything has been sent and received.
-  bool over() const { return at_ == conversation_.utterances.size(); }
+  bool finished() const { return at_ == conversation_.messages.size(); }
   /// The terminal sends no more: a difference if the recording has more from it.
   void End();
   /// "12: expected "A\n", got "B\n"", starting with the transcript's line, or its last line after the end;
@@ -72,10 +72,10 @@ class Replay {
   const std::string& difference() const { return difference_; }
 
  private:
-  const Utterance& next() const { return conversation_.utterances[at_]; }
-  bool IsTerminalsTurn() const { return !over() && next().from_terminal; }
+  const Message& next() const { return conversation_.messages[at_]; }
+  bool IsTerminalNext() const { return !finished() && next().from_terminal; }
   void Compare(Clock::time_point now);
-  void Pass(const Utterance& utterance, Clock::time_point moment);
+  void Pass(const Message& message, Clock::time_point moment);
   std::optional<Clock::time_point> After(std::optional<double> seconds) const;
   void Differ(std::string_view expected, std::string_view got);
 
@@ -83,9 +83,9 @@ class Replay {
   bool recorded_times_;
   std::size_t at_ = 0;
   std::string received_;  // not yet compared
-  bool begun_ = false;
+  bool started_ = false;
   bool hung_up_ = false;
-  Clock::time_point last_;              // time of the last utterance
+  Clock::time_point last_;              // time of the last message
   std::optional<double> last_seconds_;  // its time in the transcript
   std::string difference_;
 };

@@ -31,14 +31,14 @@ std::vector<Conversation> ReadConversations(const std::string& file) {
 }
 
 // A pty shows no start or end of a connection, only a hang-up, so conversations are joined up to one.
-std::vector<Conversation> OfALine(std::vector<Conversation> conversations) {
+std::vector<Conversation> JoinUpToHangUps(std::vector<Conversation> conversations) {
   std::vector<Conversation> joined;
   for (Conversation& each : conversations) {
     if (joined.empty() || joined.back().hang_up) {
       joined.push_back(std::move(each));
       continue;
     }
-    std::ranges::move(each.utterances, std::back_inserter(joined.back().utterances));
+    std::ranges::move(each.messages, std::back_inserter(joined.back().messages));
     joined.back().hang_up = each.hang_up;
   }
   return joined;
@@ -52,14 +52,14 @@ ReplayServer::ReplayServer(const Options& options)
       conversations_(ReadConversations(options.replay)),
       pty_link_(options.pty_link) {
   if (OnLine()) {
-    conversations_ = OfALine(std::move(conversations_));
-    Begin(std::make_unique<PtyStream>(pty_link_));
+    conversations_ = JoinUpToHangUps(std::move(conversations_));
+    StartConversation(std::make_unique<PtyStream>(pty_link_));
   } else {
     listener_.emplace(*options.tcp_port);
   }
 }
 
-void ReplayServer::Begin(std::unique_ptr<Stream> stream) {
+void ReplayServer::StartConversation(std::unique_ptr<Stream> stream) {
   stream_ = std::move(stream);
   out_.clear();
   replay_.emplace(conversations_[next_++], recorded_times_, Clock::now());
@@ -67,12 +67,12 @@ void ReplayServer::Begin(std::unique_ptr<Stream> stream) {
 
 std::string ReplayServer::Run(int stop) {
   while (!Played() && Wait(stop)) {
-    if (replay_) out_ += replay_->Say(Clock::now());
+    if (replay_) out_ += replay_->TakeDue(Clock::now());
     Send();
     if (replay_ && !replay_->difference().empty()) break;
     EndByItself();
   }
-  if (replay_ && replay_->begun()) replay_->End();
+  if (replay_ && replay_->started()) replay_->End();
   return replay_ && !replay_->difference().empty() ? file_ + ":" + replay_->difference() : std::string();
 }
 
@@ -97,7 +97,7 @@ bool ReplayServer::Wait(int stop) {
   for (const pollfd& entry : {watched[1], watched[2]}) {
     if (entry.revents == 0 || stream_) continue;
     if (base::Descriptor socket = listener_->Accept(entry.fd); socket)
-      Begin(std::make_unique<TcpStream>(std::move(socket)));
+      StartConversation(std::make_unique<TcpStream>(std::move(socket)));
   }
   if ((watched[3].revents & ~POLLOUT) != 0) Receive();
   return true;
@@ -126,8 +126,8 @@ void ReplayServer::Send() {
 void ReplayServer::EndConnection() {
   stream_.reset();
   out_.clear();
-  const std::vector<Utterance>& said = conversations_[next_ - 1].utterances;
-  if (!replay_->begun() && !said.empty() && said.front().from_terminal) {
+  const std::vector<Message>& messages = conversations_[next_ - 1].messages;
+  if (!replay_->started() && !messages.empty() && messages.front().from_terminal) {
     --next_;
     replay_.reset();
     return;
@@ -140,7 +140,7 @@ void ReplayServer::EndConnection() {
 // has read everything.
 void ReplayServer::EndByItself() {
   if (!stream_ || !replay_ || !out_.empty()) return;
-  if (replay_->HangsUp() ? !replay_->hung_up() : !OnLine() || !replay_->over()) return;
+  if (replay_->HangsUp() ? !replay_->hung_up() : !OnLine() || !replay_->finished()) return;
   if (!stream_->EndOrderly()) {
     retry_ = Clock::now() + kEndRetry;
     return;
@@ -150,7 +150,7 @@ void ReplayServer::EndByItself() {
   if (!OnLine()) {
     stream_.reset();
   } else if (!Played()) {
-    Begin(std::make_unique<PtyStream>(pty_link_));
+    StartConversation(std::make_unique<PtyStream>(pty_link_));
   }
 }
 

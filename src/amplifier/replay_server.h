@@ -35,7 +35,7 @@ class ReplayServer {
 
   bool OnLine() const { return !pty_link_.empty(); }
   bool Played() const { return next_ == conversations_.size() && !replay_; }
-  void Begin(std::unique_ptr<Stream> stream);
+  void StartConversation(std::unique_ptr<Stream> stream);
   std::optional<Clock::time_point> Due() const;
   bool Wait(int stop);
   void Receive();

@@ -86,14 +86,14 @@ std::optional<Connection::Clock::time_point> Server::NextDue() const {
 
 void Server::ServeConnections() {
   constexpr std::size_t kPty = 3;
-  const auto serve = [this](Connection& connection, std::size_t place) {
-    if (watched_[place].revents != 0) connection.OnEvents(watched_[place].revents);
+  const auto serve = [this](Connection& connection, std::size_t index) {
+    if (watched_[index].revents != 0) connection.OnEvents(watched_[index].revents);
     if (connection.Due()) connection.OnTime(Connection::Clock::now());
   };
   if (pty_) serve(*pty_, kPty);
   for (std::size_t i = 0; i < connections_.size(); ++i) serve(*connections_[i], kPty + 1 + i);
-  for (std::size_t place = 1; place < kPty; ++place) {
-    if (watched_[place].revents != 0) Accept(watched_[place].fd);
+  for (std::size_t index = 1; index < kPty; ++index) {
+    if (watched_[index].revents != 0) Accept(watched_[index].fd);
   }
 }
 

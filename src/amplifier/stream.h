@@ -36,7 +36,7 @@ class Stream {
   virtual Transfer Send(std::string_view bytes) = 0;
   /// Like Receive, but waits some milliseconds for bytes: one system call instead of two if there is nothing
   /// else to wait for. kLater at once if that is not possible.
-  virtual Transfer ReceivePatiently(std::span<char> space) = 0;
+  virtual Transfer ReceiveWithTimeout(std::span<char> space) = 0;
   /// Prepares for closing: the peer gets everything sent and then end of stream. False if the peer must read
   /// first; try again later.
   [[nodiscard]] virtual bool EndOrderly() = 0;

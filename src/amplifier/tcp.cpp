@@ -13,7 +13,7 @@
 namespace kolvane::amplifier {
 namespace {
 
-constexpr suseconds_t kPatienceUs = 10'000;
+constexpr suseconds_t kReceiveTimeoutUs = 10'000;
 constexpr int kBacklog = 64;
 constexpr std::chrono::milliseconds kAcceptRetry{100};
 
@@ -65,14 +65,14 @@ base::Descriptor ListenOnIpv6(std::uint16_t port) {
 
 TcpStream::TcpStream(base::Descriptor socket) : socket_(std::move(socket)) {
   SetOption(socket_.get(), IPPROTO_TCP, TCP_NODELAY, 1);
-  SetOption(socket_.get(), SOL_SOCKET, SO_RCVTIMEO, timeval{0, kPatienceUs});
+  SetOption(socket_.get(), SOL_SOCKET, SO_RCVTIMEO, timeval{0, kReceiveTimeoutUs});
 }
 
 Transfer TcpStream::Receive(std::span<char> space) {
   return Transfer::Of(recv(descriptor(), space.data(), space.size(), MSG_DONTWAIT));
 }
 
-Transfer TcpStream::ReceivePatiently(std::span<char> space) {
+Transfer TcpStream::ReceiveWithTimeout(std::span<char> space) {
   return Transfer::Of(recv(descriptor(), space.data(), space.size(), 0));
 }
 

@@ -15,7 +15,7 @@ class TcpStream final : public Stream {
 
   int descriptor() const override { return socket_.get(); }
   Transfer Receive(std::span<char> space) override;
-  Transfer ReceivePatiently(std::span<char> space) override;
+  Transfer ReceiveWithTimeout(std::span<char> space) override;
   Transfer Send(std::string_view bytes) override;
   [[nodiscard]] bool EndOrderly() override;
   void EndByReset() override;

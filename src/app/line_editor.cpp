@@ -21,9 +21,9 @@ namespace {
 // Encloses the parts of a prompt that have no width.
 constexpr char kNoWidth = '\x01';
 constexpr int kHistorySize = 2 * static_cast<int>(ShellHistory::kKept);
-constexpr std::size_t kMostListed = 100;
+constexpr std::size_t kMaxListed = 100;
 // Further input stays in the terminal's buffer, which limits a paste.
-constexpr std::size_t kMostTyped = 1 << 20;
+constexpr std::size_t kMaxTyped = 1 << 20;
 
 // Characters are UTF-8, whatever locale numbers and dates use.
 void UseUtf8() {
@@ -126,7 +126,7 @@ ShellInput LineEditor::ReadLine(const std::string& prompt, std::string& line) {
 }
 
 bool LineEditor::GiveUp() {
-  for (pollfd entry{STDIN_FILENO, POLLIN, 0}; poll(&entry, 1, 0) == 1 && typed_.size() < kMostTyped;)
+  for (pollfd entry{STDIN_FILENO, POLLIN, 0}; poll(&entry, 1, 0) == 1 && typed_.size() < kMaxTyped;)
     if (!Receive()) break;
   if (!HasGivenUp(typed_)) return false;
   typed_.clear();
@@ -170,7 +170,7 @@ unsigned char LineEditor::CompleteLine() {
   const std::string typed(info->buffer, info->cursor);
   const std::vector<std::string> candidates = complete_(typed);
   if (candidates.empty()) return CC_REFRESH_BEEP;
-  const std::string common = CommonBegin(candidates);
+  const std::string common = CommonPrefix(candidates);
   if (common.size() < typed.size() || common == typed) {
     List(candidates);
     return CC_REDISPLAY;
@@ -183,7 +183,7 @@ unsigned char LineEditor::CompleteLine() {
 void LineEditor::List(const std::vector<std::string>& candidates) {
   std::string text = "\n";
   for (const std::string& each : candidates) {
-    if (&each == candidates.data() + kMostListed) {
+    if (&each == candidates.data() + kMaxListed) {
       text += "...\n";
       break;
     }

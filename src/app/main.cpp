@@ -33,7 +33,7 @@ using kolvane::app::Options;
 enum ExitStatus { kDone = 0, kFailed = 1, kUsage = 2 };
 
 // Empty if the file can be opened.
-std::string WhyUnreadable(const std::string& file) {
+std::string ReadFailure(const std::string& file) {
   std::error_code error;
   if (std::filesystem::is_directory(file, error)) return std::generic_category().message(EISDIR);
   return access(file.c_str(), R_OK) == 0 ? std::string() : std::generic_category().message(errno);
@@ -41,7 +41,7 @@ std::string WhyUnreadable(const std::string& file) {
 
 int OpenTerminal(const Options& options) {
   const std::string list = options.words.empty() ? std::string() : options.words.front();
-  if (const std::string why = list.empty() ? "" : WhyUnreadable(list); !why.empty()) {
+  if (const std::string why = list.empty() ? "" : ReadFailure(list); !why.empty()) {
     std::fprintf(stderr, "kolvane: cannot read the command list '%s': %s\n", list.c_str(), why.c_str());
     return kUsage;
   }
@@ -87,7 +87,7 @@ int ListPorts() {
   return Print(kolvane::app::PortTable(ports));
 }
 
-int Tell(const kolvane::DecodeResult& result) {
+int Report(const kolvane::DecodeResult& result) {
   if (!result.Problem.empty()) std::fprintf(stderr, "kolvane: %s\n", result.Problem.c_str());
   return result.Status;
 }
@@ -108,9 +108,9 @@ int Run(const Options& options) {
     case Options::Action::kPorts:
       return ListPorts();
     case Options::Action::kDump:
-      return Tell(kolvane::DumpFile(options.words.front()));
+      return Report(kolvane::DumpFile(options.words.front()));
     case Options::Action::kDecode:
-      return Tell(kolvane::DecodeFile(options.decode));
+      return Report(kolvane::DecodeFile(options.decode));
     case Options::Action::kHelp:
       return Print(kolvane::app::HelpText());
     case Options::Action::kVersion:

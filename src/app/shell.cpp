@@ -35,7 +35,7 @@ std::vector<std::string> Candidates(const ShellHistory& history, const std::stri
     return std::ranges::any_of(
         found, [&line](const std::string& each) { return each == line || each == line + ' '; });
   };
-  for (std::string& line : history.Beginning(typed))
+  for (std::string& line : history.StartingWith(typed))
     if (!is_there(line)) found.push_back(std::move(line));
   return found;
 }

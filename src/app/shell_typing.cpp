@@ -39,7 +39,7 @@ bool HasGivenUp(std::string_view typed) {
   return false;
 }
 
-std::string CommonBegin(const std::vector<std::string>& candidates) {
+std::string CommonPrefix(const std::vector<std::string>& candidates) {
   if (candidates.empty()) return {};
   std::string_view common = candidates.front();
   for (const std::string& each : candidates) {
@@ -76,7 +76,7 @@ void ShellHistory::Add(std::string_view line) {
   if (file) (void)base::AppendWhole(file.get(), lines_.back() + '\n');
 }
 
-std::vector<std::string> ShellHistory::Beginning(std::string_view typed) const {
+std::vector<std::string> ShellHistory::StartingWith(std::string_view typed) const {
   std::vector<std::string> found;
   const auto add = [&](const std::string& text) {
     if (text.starts_with(typed) && text != typed && std::ranges::find(found, text) == found.end())

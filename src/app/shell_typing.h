@@ -11,7 +11,7 @@ namespace kolvane::app {
 bool HasGivenUp(std::string_view typed);
 
 /// The common start of `candidates`, cut at whole characters; empty if there is none.
-std::string CommonBegin(const std::vector<std::string>& candidates);
+std::string CommonPrefix(const std::vector<std::string>& candidates);
 
 /// The lines entered in `kolvane shell`, in this session and earlier ones, oldest first, in a file with one
 /// entry per line. Concurrent sessions each append their lines one at a time.
@@ -31,7 +31,7 @@ class ShellHistory {
   const std::vector<std::string>& lines() const { return lines_; }
 
   /// The lines that start with `typed`, and the first words that do, newest first, without duplicates.
-  std::vector<std::string> Beginning(std::string_view typed) const;
+  std::vector<std::string> StartingWith(std::string_view typed) const;
 
  private:
   std::string file_;

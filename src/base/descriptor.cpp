@@ -12,17 +12,17 @@ namespace {
 
 // Keeps the signals that accompany two failures of write() from ending the process. Their handlers belong to
 // the host, so they are masked for one call only.
-class QuietFailures {
+class BlockedFailureSignals {
  public:
-  QuietFailures() {
+  BlockedFailureSignals() {
     sigemptyset(&signals_);
     sigaddset(&signals_, SIGXFSZ);
     sigaddset(&signals_, SIGPIPE);
     pthread_sigmask(SIG_BLOCK, &signals_, &old_);
   }
-  ~QuietFailures() { pthread_sigmask(SIG_SETMASK, &old_, nullptr); }
-  QuietFailures(const QuietFailures&) = delete;
-  QuietFailures& operator=(const QuietFailures&) = delete;
+  ~BlockedFailureSignals() { pthread_sigmask(SIG_SETMASK, &old_, nullptr); }
+  BlockedFailureSignals(const BlockedFailureSignals&) = delete;
+  BlockedFailureSignals& operator=(const BlockedFailureSignals&) = delete;
 
   void TakePending() {
     const timespec at_once{};
@@ -38,7 +38,7 @@ class QuietFailures {
 }  // namespace
 
 int WriteAll(int descriptor, std::string_view bytes, std::size_t* written) {
-  QuietFailures quiet;
+  BlockedFailureSignals blocked;
   std::size_t done = 0;
   int error = 0;
   while (error == 0 && done < bytes.size()) {
@@ -47,7 +47,7 @@ int WriteAll(int descriptor, std::string_view bytes, std::size_t* written) {
       done += static_cast<std::size_t>(step);
     } else if (step == 0 || errno != EINTR) {
       error = step < 0 ? errno : EIO;
-      quiet.TakePending();
+      blocked.TakePending();
     }
   }
   if (written != nullptr) *written = done;
@@ -56,7 +56,7 @@ int WriteAll(int descriptor, std::string_view bytes, std::size_t* written) {
 
 namespace {
 
-void TakeBack(int descriptor, off_t size) {
+void RemoveLast(int descriptor, off_t size) {
   struct stat about {};
   const off_t end = lseek(descriptor, 0, SEEK_CUR);
   if (fstat(descriptor, &about) != 0 || !S_ISREG(about.st_mode) || about.st_size != end) return;
@@ -68,7 +68,7 @@ void TakeBack(int descriptor, off_t size) {
 int AppendWhole(int descriptor, std::string_view bytes) {
   std::size_t written = 0;
   const int error = WriteAll(descriptor, bytes, &written);
-  if (error != 0 && written > 0) TakeBack(descriptor, static_cast<off_t>(written));
+  if (error != 0 && written > 0) RemoveLast(descriptor, static_cast<off_t>(written));
   return error;
 }
 

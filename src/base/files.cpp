@@ -75,12 +75,12 @@ int FollowLinks(fs::path& path) {
   return 0;
 }
 
-// Creates a new file beside `path` and stores its name in `beside`.
-int CreateBeside(const fs::path& path, fs::path& beside) {
+// Creates a new file beside `path` and stores its name in `temporary`.
+int CreateTemporary(const fs::path& path, fs::path& temporary) {
   for (int number = 0; number < kNameTries; ++number) {
-    beside = path.parent_path() / (".kolvane-" + std::to_string(getpid()) + "-" + std::to_string(number));
+    temporary = path.parent_path() / (".kolvane-" + std::to_string(getpid()) + "-" + std::to_string(number));
     const int descriptor = Uninterrupted(
-        [&] { return open(beside.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kNewMode); });
+        [&] { return open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kNewMode); });
     if (descriptor >= 0 || errno != EEXIST) return descriptor;
   }
   return -1;
@@ -98,15 +98,15 @@ void FlushFolder(const fs::path& folder) {
   if (opened) fsync(opened.get());
 }
 
-int PutInPlace(const fs::path& beside, const fs::path& path) {
-  return rename(beside.c_str(), path.c_str()) == 0 ? 0 : errno;
+int MoveIntoPlace(const fs::path& temporary, const fs::path& path) {
+  return rename(temporary.c_str(), path.c_str()) == 0 ? 0 : errno;
 }
 
-// Like PutInPlace, but fails if `path` exists by now. Not every file system supports hard links.
-int PutWhereNoneIs(const fs::path& beside, const fs::path& path) {
-  if (link(beside.c_str(), path.c_str()) != 0)
-    return errno == EPERM || errno == EOPNOTSUPP ? PutInPlace(beside, path) : errno;
-  unlink(beside.c_str());
+// Like MoveIntoPlace, but fails if `path` exists by now. Not every file system supports hard links.
+int MoveIfAbsent(const fs::path& temporary, const fs::path& path) {
+  if (link(temporary.c_str(), path.c_str()) != 0)
+    return errno == EPERM || errno == EOPNOTSUPP ? MoveIntoPlace(temporary, path) : errno;
+  unlink(temporary.c_str());
   return 0;
 }
 
@@ -146,7 +146,7 @@ int ReadPieces(const std::string& name, const TakePiece& take, const GiveUp& giv
 }
 
 FileReplacement::~FileReplacement() {
-  if (!beside_.empty()) unlink(beside_.c_str());
+  if (!temporary_.empty()) unlink(temporary_.c_str());
 }
 
 int FileReplacement::Open(const std::string& name) {
@@ -154,13 +154,13 @@ int FileReplacement::Open(const std::string& name) {
   if (const int error = FollowLinks(path)) return error;
   path_ = path;
   struct stat old {};
-  if (stat(path_.c_str(), &old) != 0) return errno == ENOENT ? OpenBeside() : errno;
+  if (stat(path_.c_str(), &old) != 0) return errno == ENOENT ? OpenTemporary() : errno;
   if (!S_ISREG(old.st_mode)) {
     file_ = Descriptor(Uninterrupted([&] { return open(path_.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC); }));
     return file_ ? 0 : errno;
   }
   if (faccessat(AT_FDCWD, path_.c_str(), W_OK, AT_EACCESS) != 0) return errno;
-  if (const int error = OpenBeside()) return error;
+  if (const int error = OpenTemporary()) return error;
   return TakeOver(file_.get(), old) ? 0 : errno;
 }
 
@@ -169,25 +169,26 @@ int FileReplacement::OpenNew(const std::string& name) {
   if (lstat(name.c_str(), &old) == 0) return EEXIST;
   path_ = name;
   only_new_ = true;
-  return OpenBeside();
+  return OpenTemporary();
 }
 
-int FileReplacement::OpenBeside() {
-  fs::path beside;
-  file_ = Descriptor(CreateBeside(path_, beside));
+int FileReplacement::OpenTemporary() {
+  fs::path temporary;
+  file_ = Descriptor(CreateTemporary(path_, temporary));
   if (!file_) return errno;
   // A move does not allocate and cannot fail: from here on the destructor removes the file.
-  beside_ = std::move(beside);
+  temporary_ = std::move(temporary);
   return 0;
 }
 
 int FileReplacement::Write(std::string_view bytes) { return WriteAll(file_.get(), bytes); }
 
 int FileReplacement::Commit() {
-  if (beside_.empty()) return file_.Close() ? 0 : errno;
+  if (temporary_.empty()) return file_.Close() ? 0 : errno;
   if (Uninterrupted([&] { return fsync(file_.get()); }) != 0 || !file_.Close()) return errno;
-  if (const int error = only_new_ ? PutWhereNoneIs(beside_, path_) : PutInPlace(beside_, path_)) return error;
-  beside_.clear();
+  if (const int error = only_new_ ? MoveIfAbsent(temporary_, path_) : MoveIntoPlace(temporary_, path_))
+    return error;
+  temporary_.clear();
   FlushFolder(path_.parent_path());
   return 0;
 }
@@ -202,10 +203,10 @@ int CreateFile(const std::string& name, std::string_view bytes) {
   return WriteOnce(file, file.OpenNew(name), bytes);
 }
 
-FolderLock::FolderLock(const std::string& folder, std::chrono::milliseconds patience)
+FolderLock::FolderLock(const std::string& folder, std::chrono::milliseconds timeout)
     : folder_(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
   if (!folder_) return;
-  const auto end = std::chrono::steady_clock::now() + patience;
+  const auto end = std::chrono::steady_clock::now() + timeout;
   while (!(held_ = flock(folder_.get(), LOCK_EX | LOCK_NB) == 0)) {
     if (errno != EWOULDBLOCK && errno != EINTR) return;
     if (std::chrono::steady_clock::now() >= end) return;

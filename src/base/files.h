@@ -41,11 +41,11 @@ class FileReplacement {
   [[nodiscard]] int Commit();
 
  private:
-  int OpenBeside();
+  int OpenTemporary();
 
   Descriptor file_;
   std::filesystem::path path_;
-  std::filesystem::path beside_;  // empty: written to directly
+  std::filesystem::path temporary_;  // empty: written to directly
   bool only_new_ = false;
 };
 
@@ -57,15 +57,15 @@ class FileReplacement {
 [[nodiscard]] int CreateFile(const std::string& name, std::string_view bytes);
 
 /// Makes every other FolderLock on the same folder wait, in this and other processes, for as long as this one
-/// lives. Advisory, and a waiter continues after `patience`: a holder that was stopped must not stop others.
+/// lives. Advisory, and a waiter continues after `timeout`: a holder that was stopped must not stop others.
 /// Leaves no file; the system releases it when the process ends.
 class FolderLock {
  public:
-  static constexpr std::chrono::milliseconds kPatience{2000};
+  static constexpr std::chrono::milliseconds kLockTimeout{2000};
 
-  explicit FolderLock(const std::string& folder, std::chrono::milliseconds patience = kPatience);
+  explicit FolderLock(const std::string& folder, std::chrono::milliseconds timeout = kLockTimeout);
 
-  /// False if the folder cannot be opened, or another holder kept it for all of `patience`.
+  /// False if the folder cannot be opened, or another holder kept it for all of `timeout`.
   bool IsHeld() const { return held_; }
 
  private:

@@ -33,7 +33,7 @@ constexpr std::int16_t kStandardIpPort = 7;
 // A value from a host, with its source for messages.
 class HostValue {
  public:
-  HostValue(std::string place, Variant value) : place_(std::move(place)), value_(std::move(value)) {}
+  HostValue(std::string name, Variant value) : name_(std::move(name)), value_(std::move(value)) {}
 
   std::int16_t ToInt16() const { return As<std::int16_t>(&Variant::ToInt16); }
   std::int32_t ToInt32() const { return As<std::int32_t>(&Variant::ToInt32); }
@@ -51,11 +51,11 @@ class HostValue {
     try {
       return std::invoke(convert, value_);
     } catch (const base::RuntimeError& error) {
-      throw base::RuntimeError(error.kind(), texts::NotConverted(error.what(), place_, value_));
+      throw base::RuntimeError(error.kind(), texts::NotConverted(error.what(), name_, value_));
     }
   }
 
-  std::string place_;
+  std::string name_;
   Variant value_;
 };
 
@@ -67,11 +67,11 @@ std::shared_ptr<HostObject> Host(const device::DeviceState& state) {
 
 // The IO object is requested each time: the host may create a new one for each operation.
 HostValue ValueOf(device::DeviceState& state, std::int16_t number) {
-  std::string place = texts::PropertyPlace(number);
+  std::string name = texts::PropertyName(number);
   Variant value;
   const std::shared_ptr<HostObject> host = Host(state);
   host->IO().GetDeviceProperty(state.DevIdx, number, value);
-  return {std::move(place), std::move(value)};
+  return {std::move(name), std::move(value)};
 }
 
 HostParts TakeKind(const HostValue& value, device::ConnectionParameters& p) {

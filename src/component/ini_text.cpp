@@ -20,7 +20,7 @@ bool IniLines::Next(IniLine& line) {
   std::size_t end = at_;
   while (end < bytes_.size() && bytes_[end] != '\n' && bytes_[end] != '\r') ++end;
   line = {.begin = at_, .next = After(end), .section = section_, .key = {}, .value = {}};
-  Understand(Trim(bytes_.substr(at_, end - at_)), line);
+  ParseLine(Trim(bytes_.substr(at_, end - at_)), line);
   at_ = line.next;
   return true;
 }
@@ -30,7 +30,7 @@ std::size_t IniLines::After(std::size_t end) const {
   return std::min(end + 1, bytes_.size());
 }
 
-void IniLines::Understand(std::string_view text, IniLine& line) {
+void IniLines::ParseLine(std::string_view text, IniLine& line) {
   if (text.starts_with('[')) {
     text.remove_prefix(1);
     line.section = section_ = Trim(text.substr(0, text.find(']')));
@@ -61,7 +61,7 @@ struct Section {
 class Editor {
  public:
   Editor(std::string_view bytes, const IniEntries& entries) : bytes_(bytes), entries_(entries) {
-    for (const auto& [place, text] : entries) sections_[place.first].last[place.second] = kNowhere;
+    for (const auto& [path, text] : entries) sections_[path.first].last[path.second] = kNowhere;
     const std::size_t end = bytes.find('\n');
     if (end != bytes.npos && end > 0 && bytes[end - 1] == '\r') line_end_ = "\r\n";
   }
@@ -70,12 +70,12 @@ class Editor {
     IniLine line;
     for (IniLines lines(bytes_); lines.Next(line);) Note(line);
     std::map<std::string, std::string> added;
-    for (const auto& [place, text] : entries_) {
-      const std::size_t last = sections_[place.first].last[place.second];
+    for (const auto& [path, text] : entries_) {
+      const std::size_t last = sections_[path.first].last[path.second];
       if (last != kNowhere)
-        Change(edits_[last], place.second, text);
+        Change(edits_[last], path.second, text);
       else
-        added[place.first] += LineOf(place.second, text);
+        added[path.first] += LineOf(path.second, text);
     }
     return Apply(added);
   }

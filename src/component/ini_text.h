@@ -35,7 +35,7 @@ class IniLines {
 
  private:
   std::size_t After(std::size_t end) const;
-  void Understand(std::string_view text, IniLine& line);
+  void ParseLine(std::string_view text, IniLine& line);
 
   std::string_view bytes_;
   std::size_t at_;

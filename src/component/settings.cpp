@@ -107,7 +107,7 @@ struct Row {
   Scope scope;  // kConnection: not read if the host has the connection
   Use use;
   Field (*field)(SettingsTarget&);
-  bool HostParts::*said = nullptr;  // the part of a host's connection that it stores
+  bool HostParts::*part = nullptr;  // the part of a host's connection that it stores
 };
 
 const Row kRows[] = {
@@ -213,7 +213,7 @@ void LoadStoredConnection(const std::string& settings_file, device::ConnectionPa
 std::optional<SaveFailure> SaveSettings(SettingsStore& store, SettingsTarget target, const HostParts* host) {
   for (const Row& row : kRows) {
     if (row.use != kWritten) continue;
-    if (host == nullptr || row.scope == kAlways || (row.said != nullptr && host->*row.said)) {
+    if (host == nullptr || row.scope == kAlways || (row.part != nullptr && host->*row.part)) {
       store.Write(row.section, row.key, std::visit(Writer{}, row.field(target)));
     } else if (!store.Find(row.section, row.key)) {
       store.Write(row.section, row.key, row.fallback);

@@ -22,13 +22,13 @@ inline std::string NotLoaded(const std::string& section, const std::string& key,
 inline constexpr const char* kInfoKind = "GetDeviceInfo, Schnittstelle";
 inline constexpr const char* kInfoAddress = "GetDeviceInfo, Adresse";
 
-inline std::string PropertyPlace(std::int16_t number) {
+inline std::string PropertyName(std::int16_t number) {
   return "GetDeviceProperty, Eigenschaft " + std::to_string(number);
 }
 
-inline std::string NotConverted(const std::string& reason, const std::string& place, const Variant& value) {
+inline std::string NotConverted(const std::string& reason, const std::string& name, const Variant& value) {
   const std::string shown = value.empty() ? "kein Wert" : "„" + ShownIniValue(value.ToText()) + "“";
-  return reason + " (" + place + ": " + shown + ")";
+  return reason + " (" + name + ": " + shown + ")";
 }
 
 inline std::string NotSaved(const SaveFailure& failure) {

@@ -16,7 +16,7 @@ constexpr std::size_t kFieldSize = 255;
 constexpr std::size_t kRecordSize = 2 * kFieldSize;
 constexpr std::size_t kSpareSpaces = 10;
 // Far more than any computer has; limits the memory for a library that claims more.
-constexpr std::int32_t kMostSlots = 4096;
+constexpr std::int32_t kMaxSlots = 4096;
 
 // A field is padded with spaces; one ended by NUL is accepted too.
 std::string FieldText(std::string_view field) {
@@ -27,7 +27,7 @@ std::string FieldText(std::string_view field) {
 }  // namespace
 
 std::vector<UsbInstrument> FindUsb(PortLibrary& library, DeviceState& state) {
-  const std::int32_t slots = std::min(library.MaxUsbDevices(), kMostSlots);
+  const std::int32_t slots = std::min(library.MaxUsbDevices(), kMaxSlots);
   if (slots < 0) {
     state.open_step_status = slots;
     return {};

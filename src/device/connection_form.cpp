@@ -36,14 +36,14 @@ constexpr std::array<Row, 10> kRows = {{
 
 // On start-up only the settings count, not an earlier session in the same process.
 ConnectionForm StartForm(ConnectionParameters& parameters, const std::string& folder) {
-  const SerialFields usual;
+  const SerialFields defaults;
   parameters.timeout_ms = 0;
   parameters.timeout_texts = {};
   ConnectionForm form = LoadForm(parameters, folder);
-  form.serial.data_bits = usual.data_bits;
-  form.serial.stop_bits = usual.stop_bits;
-  form.serial.receive_buffer = usual.receive_buffer;
-  form.serial.dial_timeout = usual.dial_timeout;
+  form.serial.data_bits = defaults.data_bits;
+  form.serial.stop_bits = defaults.stop_bits;
+  form.serial.receive_buffer = defaults.receive_buffer;
+  form.serial.dial_timeout = defaults.dial_timeout;
   return form;
 }
 

@@ -17,7 +17,7 @@ std::int16_t Limited(std::int32_t code) {
   return static_cast<std::int16_t>(std::clamp<std::int32_t>(code, Limits::min(), Limits::max()));
 }
 
-void PutAtStart(const Bytes& received, std::size_t count, Bytes& buffer) {
+void CopyToStart(const Bytes& received, std::size_t count, Bytes& buffer) {
   if (buffer.size() < count) buffer.resize(count);
   const auto end = std::copy_n(received.begin(), std::min(received.size(), count), buffer.begin());
   std::fill(end, buffer.begin() + static_cast<std::ptrdiff_t>(count), std::uint8_t{0});
@@ -39,10 +39,10 @@ std::size_t HostPath::ReadBinary(std::string_view terminator, std::int32_t count
   const bool done = Run([&](HostObject& host) {
     Read(host, read);
     const Bytes received = read.buffer.ToBytes();
-    nothing_came_ = count == 1 && received.empty();
-    PutAtStart(received, SizeOf(count), buffer);
+    read_was_empty_ = count == 1 && received.empty();
+    CopyToStart(received, SizeOf(count), buffer);
   });
-  return done && !nothing_came_ ? SizeOf(count) : 0;
+  return done && !read_was_empty_ ? SizeOf(count) : 0;
 }
 
 DeviceError HostPath::LastError() {
@@ -53,7 +53,7 @@ DeviceError HostPath::LastError() {
     error = {device_status::kHostFailed, *failure_};
   } else {
     error.description = HostDescription();
-    if (nothing_came_ && error.code >= 0) error.code = device_status::kHostFailed;
+    if (read_was_empty_ && error.code >= 0) error.code = device_status::kHostFailed;
   }
   state_.last_result = error.code;
   return error;

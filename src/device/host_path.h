@@ -41,7 +41,7 @@ class HostPath : public Device {
   /// Runs `call` on the host's object; false if it threw or there is no object.
   template <typename Call>
   bool Run(Call call) {
-    nothing_came_ = false;
+    read_was_empty_ = false;
     failure_ = FailureOf(call);
     if (failure_) state_.last_result = device_status::kHostFailed;
     return !failure_;
@@ -68,7 +68,7 @@ class HostPath : public Device {
 
   DeviceState& state_;
   std::optional<std::string> failure_;
-  bool nothing_came_ = false;  // the one-byte read returned no byte
+  bool read_was_empty_ = false;  // the one-byte read returned no byte
 };
 
 /// Operating mode 0: one of many devices, by index, through the host object's IO(). The index is passed by

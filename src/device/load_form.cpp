@@ -28,9 +28,10 @@ bool Has(const List& list, std::int32_t index) {
 }
 
 // The selected kind's address is always shown; that of another kind only if it is in this kind's range.
-std::string Address(const ConnectionParameters& p, bool in_force, std::int16_t lowest, std::int16_t highest) {
+std::string Address(const ConnectionParameters& p, bool effective, std::int16_t lowest,
+                    std::int16_t highest) {
   const bool fits = p.address >= lowest && p.address <= highest;
-  return in_force || fits ? std::to_string(p.address) : kAddressChoices.front();
+  return effective || fits ? std::to_string(p.address) : kAddressChoices.front();
 }
 
 std::string GpibAddress(const ConnectionParameters& p) {
@@ -96,9 +97,9 @@ std::string StoredText(const List& list, std::int32_t index, const std::string& 
 std::string SecondsText(std::int32_t milliseconds) { return base::DoubleText(milliseconds / 1000.0, ","); }
 
 // If the text of the selected kind's page no longer means the time-out in use, that time-out is shown.
-void ShowTimeoutInForce(ConnectionForm& form, const ConnectionParameters& p) {
-  const auto show = [&p](std::string& text, auto meaning, const std::string& in_force) {
-    if (meaning(text) != p.timeout_ms) text = in_force;
+void ShowEffectiveTimeout(ConnectionForm& form, const ConnectionParameters& p) {
+  const auto show = [&p](std::string& text, auto meaning, const std::string& effective) {
+    if (meaning(text) != p.timeout_ms) text = effective;
   };
   switch (PageOfCode(p.port_code)) {
     case ParameterPage::kRs232:
@@ -122,7 +123,7 @@ void LoadTimeouts(ConnectionForm& form, const ConnectionParameters& p) {
       LastText(typed.gpib, StoredText(kGpibTimeoutChoices, stored.gpib_index, form.gpib.timeout));
   form.parallel.timeout =
       LastText(typed.lpt, StoredText(kLptTimeoutChoices, stored.lpt_index, form.parallel.timeout));
-  if (p.timeout_ms > 0) ShowTimeoutInForce(form, p);
+  if (p.timeout_ms > 0) ShowEffectiveTimeout(form, p);
 }
 
 }  // namespace

@@ -32,7 +32,7 @@ std::string WithoutLineEnds(std::string reply) {
   return base::FromWindows1252(base::TrimSpaces(reply));
 }
 
-bool SaysConnect(std::string_view reply) { return base::ContainsNoCase(reply, "CONNECT"); }
+bool IsConnectReply(std::string_view reply) { return base::ContainsNoCase(reply, "CONNECT"); }
 
 bool IsParallel(std::int16_t code) { return code == port_code::kLpt1 || code == port_code::kLpt2; }
 
@@ -55,8 +55,8 @@ bool IsRefusal(std::string_view word) {
                              [word](const char* refusal) { return base::ContainsNoCase(word, refusal); });
 }
 
-void ModemDialler::Tell(const std::string& command, double seconds_left) {
-  waits_.TellDialling({command, last_word_, static_cast<std::int32_t>(std::lround(seconds_left))});
+void ModemDialler::Report(const std::string& command, double seconds_left) {
+  waits_.ReportDialling({command, last_word_, static_cast<std::int32_t>(std::lround(seconds_left))});
 }
 
 // A read without a reply keeps the last word.
@@ -81,15 +81,15 @@ std::int32_t ModemDialler::Dial(const std::vector<std::string>& commands, std::i
   library_.FlushInQueue();
   for (const std::string& command : commands) {
     library_.WritePort(base::ToWindows1252(command) + '\r');
-    Tell(command, 0);
+    Report(command, 0);
     last_word_.clear();
     ReadReply();
     if (!waits_.AttendNow()) return kFailed;
   }
-  for (const double begin = clock_.Seconds(); !SaysConnect(reply_);) {
+  for (const double begin = clock_.Seconds(); !IsConnectReply(reply_);) {
     const double left = timeout_s - (clock_.Seconds() - begin);
     if (left < 0) return kFailed;
-    Tell({}, left);
+    Report({}, left);
     if (ReadReplyPaced() < 0 || !waits_.AttendNow()) return kFailed;
   }
   return kConnected;

@@ -35,7 +35,7 @@ class ModemDialler {
   const std::string& last_word() const { return last_word_; }
 
  private:
-  void Tell(const std::string& command, double seconds_left);
+  void Report(const std::string& command, double seconds_left);
   std::int32_t ReadReply();
   std::int32_t ReadReplyPaced();
 

@@ -39,7 +39,7 @@ bool PortPath::Offline() const {
 }
 
 // The end of a test answer is not a failure of the next operation.
-void PortPath::BeginTestAnswer() {
+void PortPath::StartTestAnswer() {
   test_answer_.Restart();
   state_.last_result = 0;
 }
@@ -65,7 +65,7 @@ void PortPath::Close() {
 }
 
 void PortPath::Write(std::string_view command, std::string_view terminator, std::int16_t) {
-  if (Offline()) return BeginTestAnswer();
+  if (Offline()) return StartTestAnswer();
   message_.assign(command).append(terminator);
   if (!state_.utf8 && !base::IsAscii(message_)) message_ = base::ToWindows1252(message_);
   Run([this](PortLibrary& library) { return library.WritePort(message_); });
@@ -73,7 +73,7 @@ void PortPath::Write(std::string_view command, std::string_view terminator, std:
 
 void PortPath::ReadText(std::string_view terminator, std::int32_t count, std::string& answer, Bytes& buffer) {
   if (Offline()) {
-    BeginTestAnswer();
+    StartTestAnswer();
     answer = test_answer_.Text();
     return;
   }
@@ -152,7 +152,7 @@ std::string PortPath::Words() const {
 }
 
 void PortPath::ClearLastError() {
-  if (Offline()) BeginTestAnswer();
+  if (Offline()) StartTestAnswer();
 }
 
 std::optional<std::int32_t> PortPath::FlushInput() {

@@ -44,7 +44,7 @@ class PortPath final : public Device {
   bool Offline() const;
   bool LacksNodeFunction() const;
   std::string Words() const;
-  void BeginTestAnswer();
+  void StartTestAnswer();
   template <typename Call>
   bool Run(Call call);
   std::string_view ReceiveText(std::int32_t count, std::int16_t terminator);

@@ -75,7 +75,7 @@ std::vector<PortSetting> LoadPortSettings() {
 
 std::string WithPortSetting(std::string_view text, std::string_view name, std::string_view value) {
   std::string out;
-  std::optional<std::size_t> place;  // of the key, else of the end of the section
+  std::optional<std::size_t> at;  // of the key, else of the end of the section
   bool in_section = false;
   bool found = false;
   while (!text.empty()) {
@@ -84,20 +84,20 @@ std::string WithPortSetting(std::string_view text, std::string_view name, std::s
     if (content.starts_with('[')) in_section = base::EqualsNoCase(content, kSection);
     const bool is_key = in_section && HasKey(content, name);
     if (!is_key) out += line;
-    if (is_key || (in_section && !found && !content.empty())) place = out.size();
+    if (is_key || (in_section && !found && !content.empty())) at = out.size();
     found |= is_key;
   }
   if (value.empty()) return out;
-  if (!place) {
+  if (!at) {
     EndLine(out);
     out += std::string(kSection) + "\n";
-    place = out.size();
+    at = out.size();
   }
-  if (*place == out.size()) {
+  if (*at == out.size()) {
     EndLine(out);
-    place = out.size();
+    at = out.size();
   }
-  return out.insert(*place, std::string(name) + "=" + std::string(value) + "\n");
+  return out.insert(*at, std::string(name) + "=" + std::string(value) + "\n");
 }
 
 int SavePortSettings(const std::vector<PortSetting>& settings) {

@@ -18,40 +18,40 @@ Waits::Waits(PortLibrarySource& source, const base::Clock& clock, WaitListener& 
 
 Waits::~Waits() { source_.SetWaitHandler({}); }
 
-void Waits::Begin() {
+void Waits::StartOperation() {
   timed_ = false;
-  told_ = false;
+  reported_ = false;
   given_up_ = false;
 }
 
 void Waits::End() {
-  if (told_) listener_.WaitOver();
+  if (reported_) listener_.WaitEnded();
 }
 
 // Start the clock only once something takes long: an immediate answer costs nothing.
 void Waits::StartAt(double seconds) {
   if (timed_) return;
   timed_ = true;
-  start_ = last_told_ = seconds;
+  start_ = last_reported_ = seconds;
 }
 
 bool Waits::Attend() {
   const double now = clock_.Seconds();
   StartAt(now);
-  return now - last_told_ < kPace ? !given_up_ : Tell(now);
+  return now - last_reported_ < kPace ? !given_up_ : Report(now);
 }
 
 bool Waits::AttendNow() {
   const double now = clock_.Seconds();
   StartAt(now);
-  return Tell(now);
+  return Report(now);
 }
 
-bool Waits::Tell(double now) {
+bool Waits::Report(double now) {
   if (attending_ || given_up_) return !given_up_;
   attending_ = true;
-  told_ = depth_ > 0;
-  last_told_ = now;
+  reported_ = depth_ > 0;
+  last_reported_ = now;
   try {
     given_up_ = !listener_.Waiting(operation_, now - start_);
   } catch (const std::bad_alloc&) {
@@ -64,9 +64,9 @@ bool Waits::Tell(double now) {
 std::int32_t Waits::Handle(void* context, std::int32_t waited_ms) {
   auto& waits = *static_cast<Waits*>(context);
   const double now = waits.clock_.Seconds();
-  if (waits.depth_ == 0) waits.Begin();
+  if (waits.depth_ == 0) waits.StartOperation();
   waits.StartAt(now - waited_ms / 1000.0);
-  return waits.Tell(now) ? 0 : 1;
+  return waits.Report(now) ? 0 : 1;
 }
 
 std::int32_t Waits::Delay(std::int32_t milliseconds) {

@@ -30,7 +30,7 @@ class WaitListener {
   /// gives up everything until that scope ends.
   virtual bool Waiting(Operation /*operation*/, double /*seconds*/) { return true; }
   /// When the outermost scope ends, if Waiting was called in it.
-  virtual void WaitOver() {}
+  virtual void WaitEnded() {}
   /// Before each dialling step that may take long. False gives up as above.
   virtual bool Dialling(const DialProgress& /*progress*/) { return true; }
 };
@@ -50,7 +50,7 @@ class Waits {
    public:
     Scope(Waits& waits, Operation operation) : waits_(waits), outer_(waits.operation_) {
       waits_.operation_ = operation;
-      if (waits_.depth_++ == 0) waits_.Begin();
+      if (waits_.depth_++ == 0) waits_.StartOperation();
     }
     ~Scope() {
       waits_.operation_ = outer_;
@@ -79,7 +79,7 @@ class Waits {
   /// Whether an operation is running.
   bool IsUnderWay() const { return depth_ > 0; }
   /// To be called before the next dialling step.
-  void TellDialling(const DialProgress& progress) {
+  void ReportDialling(const DialProgress& progress) {
     if (!listener_.Dialling(progress)) given_up_ = true;
   }
 
@@ -88,20 +88,20 @@ class Waits {
 
  private:
   static std::int32_t Handle(void* context, std::int32_t waited_ms);
-  void Begin();
+  void StartOperation();
   void End();
   void StartAt(double seconds);
-  bool Tell(double now);
+  bool Report(double now);
 
   PortLibrarySource& source_;
   const base::Clock& clock_;
   WaitListener& listener_;
   Operation operation_ = Operation::kNone;
   int depth_ = 0;
-  bool timed_ = false;  // start_ and last_told_ are set
+  bool timed_ = false;  // start_ and last_reported_ are set
   double start_ = 0;    // seconds
-  double last_told_ = 0;
-  bool told_ = false;
+  double last_reported_ = 0;
+  bool reported_ = false;
   bool attending_ = false;
   bool given_up_ = false;
 };

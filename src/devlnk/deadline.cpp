@@ -71,10 +71,10 @@ void Deadline::Attend() {
 
 bool Deadline::Continue() {
   Attend();
-  return !IsOver();
+  return !HasExpired();
 }
 
-bool Deadline::IsOver() { return started_ || given_up() ? RemainingMs() == 0 : total_ms_ == 0; }
+bool Deadline::HasExpired() { return started_ || given_up() ? RemainingMs() == 0 : total_ms_ == 0; }
 
 bool WaitFor(int fd, short events, Deadline& deadline) {
   pollfd entry{fd, events, 0};
@@ -86,8 +86,8 @@ bool WaitFor(int fd, short events, Deadline& deadline) {
   return false;
 }
 
-void SleepUntilOver(Deadline& deadline) {
-  while (!deadline.IsOver()) {
+void SleepUntilExpired(Deadline& deadline) {
+  while (!deadline.HasExpired()) {
     const std::int32_t slice = deadline.SliceMs();
     const timespec time{slice / 1000, slice % 1000 * 1'000'000L};
     clock_nanosleep(CLOCK_MONOTONIC, 0, &time, nullptr);
@@ -97,7 +97,7 @@ void SleepUntilOver(Deadline& deadline) {
 
 void SleepMs(std::int32_t milliseconds) {
   Deadline deadline(milliseconds);
-  SleepUntilOver(deadline);
+  SleepUntilExpired(deadline);
 }
 
 }  // namespace kolvane::devlnk

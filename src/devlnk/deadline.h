@@ -67,7 +67,7 @@ class Deadline {
   /// Calls the wait handler between the steps of a long operation, even before any wait.
   void Attend();
   /// Does not start it.
-  bool IsOver();
+  bool HasExpired();
 
  private:
   std::int32_t total_ms_;
@@ -84,7 +84,7 @@ bool WaitFor(int fd, short events, Deadline& deadline);
 std::int64_t MonotonicNs();
 
 /// Sleeps until the deadline is over, regardless of signals.
-void SleepUntilOver(Deadline& deadline);
+void SleepUntilExpired(Deadline& deadline);
 /// Sleeps for the whole time.
 void SleepMs(std::int32_t milliseconds);
 

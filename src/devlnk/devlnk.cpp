@@ -155,7 +155,7 @@ std::int32_t QDX_Delay(std::int32_t milliseconds) {
   return Operate([&] {
     Waiting waiting(Session().wait_handler());
     Deadline deadline(milliseconds, &waiting);
-    SleepUntilOver(deadline);
+    SleepUntilExpired(deadline);
     return waiting.given_up() ? Status::kGivenUp : Status::kOk;
   });
 }

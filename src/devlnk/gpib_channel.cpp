@@ -56,7 +56,7 @@ class GpibDevice {
   void SetTimeoutCode(int code) const { library_->ibtmo(handle_, code); }
 
  private:
-  Transfer OutcomeOf(int status, std::size_t most) const;
+  Transfer OutcomeOf(int status, std::size_t max_bytes) const;
 
   std::shared_ptr<const GpibLibrary> library_;
   int handle_;
@@ -85,14 +85,14 @@ Status FailureOfTransfer(const GpibLibrary& library) {
   return status == Status::kNoSuchNode ? Status::kConnectionLost : status;
 }
 
-GpibDevice::Transfer GpibDevice::OutcomeOf(int status, std::size_t most) const {
+GpibDevice::Transfer GpibDevice::OutcomeOf(int status, std::size_t max_bytes) const {
   const bool error = (status & kError) != 0;
   const bool timed_out = (status & kTimedOut) != 0 || (error && library_->ThreadIberr() == kAborted);
   const bool failed = error && !timed_out;
   // After a system error the count is its errno.
   const bool counts = !failed || library_->ThreadIberr() != kSystemError;
   const long count = counts ? library_->ThreadIbcntl() : 0;
-  const std::size_t moved = count <= 0 ? 0 : std::min(static_cast<std::size_t>(count), most);
+  const std::size_t moved = count <= 0 ? 0 : std::min(static_cast<std::size_t>(count), max_bytes);
   const bool ends = !error && (status & kEnd) != 0;
   return {{moved, failed ? FailureOfTransfer(*library_) : Status::kOk, ends}, timed_out};
 }
@@ -192,7 +192,7 @@ Status GpibChannel::ReadStatusByte(std::uint8_t& status_byte, Deadline& deadline
 // wait.
 Received GpibChannel::Read(std::span<char> room, Deadline& deadline) {
   if (device_ == nullptr) return {0, Status::kNotOpen};
-  while (!deadline.IsOver() && thread_.AwaitIdle(deadline)) {
+  while (!deadline.HasExpired() && thread_.AwaitIdle(deadline)) {
     SetTimeout(deadline);
     const auto timed_out = std::make_shared<bool>(false);
     const Received received =
@@ -219,7 +219,7 @@ Status GpibChannel::Write(std::string_view bytes, Deadline& deadline) {
     if (transfer->moved.status != Status::kOk) return transfer->moved.status;
     bytes.remove_prefix(transfer->moved.bytes);
     if (transfer->moved.bytes == 0 && !transfer->timed_out) return Status::kIoError;
-    if (!bytes.empty() && deadline.IsOver()) return Status::kWriteTimeout;
+    if (!bytes.empty() && deadline.HasExpired()) return Status::kWriteTimeout;
   }
   return Status::kOk;
 }

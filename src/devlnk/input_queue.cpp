@@ -76,12 +76,12 @@ std::optional<Message> InputQueue::FindTerminator(std::string_view terminator, s
 std::optional<Message> InputQueue::FindMessage(const MessageRule& rule) {
   const bool ended = rule.own_end && !ends_.empty();
   const std::size_t whole = ended ? static_cast<std::size_t>(ends_.front() - consumed_) : size();
-  const std::size_t held = std::min(whole, rule.most);
+  const std::size_t held = std::min(whole, rule.max_bytes);
   if (!rule.terminator.empty()) {
     if (const auto found = FindTerminator(rule.terminator, held)) return found;
   }
-  if (ended && whole <= rule.most) return Message{whole, MessageEnd::kOwnEnd};
-  if (held == rule.most) return Message{held, MessageEnd::kMost};
+  if (ended && whole <= rule.max_bytes) return Message{whole, MessageEnd::kOwnEnd};
+  if (held == rule.max_bytes) return Message{held, MessageEnd::kFull};
   return std::nullopt;
 }
 

@@ -18,18 +18,18 @@ struct Answer {
 
 /// What ends a message, whichever comes first.
 struct MessageRule {
-  std::size_t most;             ///< bytes, at most InputQueue::kLimit
+  std::size_t max_bytes;        ///< bytes, at most InputQueue::kLimit
   std::string_view terminator;  ///< ends the message and is part of it; empty: none
   bool own_end = true;          ///< the end marked by the instrument (USB, GPIB) counts
   std::int32_t gap_ms = -1;     ///< silence of this length after the first byte; negative: none
 };
 
 /// What ended a message.
-enum class MessageEnd { kMost, kTerminator, kOwnEnd, kGap };
+enum class MessageEnd { kFull, kTerminator, kOwnEnd, kGap };
 
 struct Message {
   std::size_t bytes = 0;
-  MessageEnd end = MessageEnd::kMost;
+  MessageEnd end = MessageEnd::kFull;
 };
 
 /// Received, unread bytes, and the rules that divide them into answers.

@@ -12,7 +12,7 @@ namespace kolvane::devlnk {
 namespace {
 
 // The driver only signals interrupts, which many instruments do not raise, so the port is polled as well.
-constexpr std::int32_t kAskAgainMs = 5;
+constexpr std::int32_t kPollIntervalMs = 5;
 
 struct ModeRow {
   ParallelMode mode;
@@ -98,7 +98,7 @@ bool ParallelChannel::Turn(Direction direction) {
 }
 
 void ParallelChannel::Pause(Deadline& deadline) {
-  Deadline pace(std::min(kAskAgainMs, deadline.RemainingMs()));
+  Deadline pace(std::min(kPollIntervalMs, deadline.RemainingMs()));
   node_->Wait(pace);
   deadline.Attend();
   // Reads and clears the interrupt count, which would otherwise end the next wait at once.
@@ -111,7 +111,7 @@ Received ParallelChannel::Read(std::span<char> room, Deadline& deadline) {
     const ssize_t got = node_->Read(room);
     if (got > 0) return {static_cast<std::size_t>(got)};
     if (got < 0 && !IsTransient(errno)) return {0, FailureOfNode(errno)};
-    if (deadline.IsOver()) return {};
+    if (deadline.HasExpired()) return {};
     Pause(deadline);
   }
 }
@@ -125,7 +125,7 @@ Status ParallelChannel::Write(std::string_view bytes, Deadline& deadline) {
       continue;
     }
     if (sent < 0 && !IsTransient(errno)) return FailureOfNode(errno);
-    if (deadline.IsOver()) return Status::kWriteTimeout;
+    if (deadline.HasExpired()) return Status::kWriteTimeout;
     Pause(deadline);
   }
   return Status::kOk;

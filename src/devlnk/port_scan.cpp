@@ -95,7 +95,7 @@ bool IsSerialPort(const fs::path& entry) {
 void AddSerial(Ports& ports, const std::string& root, Deadline& deadline) {
   std::vector<std::string> recorded;
   for (const fs::path& entry : sysfs::EntriesOf(fs::path(root) / "class/tty", "")) {
-    if (deadline.IsOver()) return;
+    if (deadline.HasExpired()) return;
     recorded.push_back(sysfs::NodeOf(entry));
     if (!IsSerialPort(entry)) continue;
     const fs::path device = sysfs::UsbDeviceOf(entry, root);
@@ -152,7 +152,7 @@ std::vector<UsbDevice> ScanUsb(const std::string& root, Deadline& deadline) {
   deadline.Start();
   for (const NodeClass& kind : kClasses) {
     for (const fs::path& entry : sysfs::EntriesOf(fs::path(root) / kind.folder, kind.prefix)) {
-      if (deadline.IsOver()) return devices;
+      if (deadline.HasExpired()) return devices;
       const fs::path device = sysfs::UsbDeviceOf(entry, root);
       const std::string serial = device.empty() ? std::string() : sysfs::Attribute(device / "serial");
       if (serial.empty() || Holds(devices, serial)) continue;

@@ -139,7 +139,7 @@ Status PortSession::Await(Deadline& deadline, Find find) {
     if (deadline.given_up()) return Status::kGivenUp;
     if (!more) return Status::kReadTimeout;
     const auto room = queue_.Room();
-    const bool over = deadline.IsOver();
+    const bool expired = deadline.HasExpired();
     const Received received = channel_->Read(room, deadline);
     queue_.Commit(received.bytes);
     if (received.ends_message) queue_.MarkEnd();
@@ -147,7 +147,7 @@ Status PortSession::Await(Deadline& deadline, Find find) {
     input_ended_ = EndsConnection(received.status);
     if (received.status != Status::kOk && !input_ended_) return received.status;
     // Once the time is over only bytes already there count; a read that did not fill the room took them all.
-    more = received.bytes == room.size() || (received.bytes > 0 && !over);
+    more = received.bytes == room.size() || (received.bytes > 0 && !expired);
   }
 }
 
@@ -179,7 +179,7 @@ Status PortSession::AwaitMessage(Deadline& deadline, const MessageRule& rule, Me
   std::size_t before = 0;
   const auto moved = [&] { return complete() || queue_.size() > before; };
   Status status = Await(deadline, moved);
-  while (status == Status::kOk && !complete() && !deadline.IsOver()) {
+  while (status == Status::kOk && !complete() && !deadline.HasExpired()) {
     before = queue_.size();
     Deadline gap = deadline.Part(std::min(rule.gap_ms, deadline.RemainingMs()));
     status = Await(gap, moved);

@@ -58,7 +58,7 @@ std::optional<Parity> ParityFrom(std::string_view text) {
 }
 
 constexpr std::int32_t kLongestFinishMs = 10'000;
-constexpr std::int32_t kLongestStandstillMs = 1000;
+constexpr std::int32_t kMaxStallMs = 1000;
 constexpr std::int32_t kShortestStepMs = 50;
 
 // Does not wait for a carrier, and does not become the process's controlling terminal.
@@ -93,7 +93,7 @@ class LineOutput final : public OutputQueue {
 std::int32_t TimeToSend(int bytes, std::uint32_t baud) {
   constexpr std::int64_t kBitsOfCharacter = 12;
   const std::int64_t needed = bytes * kBitsOfCharacter * 1000 / baud + 10;
-  return static_cast<std::int32_t>(std::min<std::int64_t>(needed, kLongestStandstillMs));
+  return static_cast<std::int32_t>(std::min<std::int64_t>(needed, kMaxStallMs));
 }
 
 class SerialChannel final : public StreamChannel {
@@ -145,7 +145,7 @@ Opened Open(const std::string& node, const SerialParameters& parameters, Wiring 
   return {Status::kOk, std::make_unique<SerialChannel>(std::move(line))};
 }
 
-Opened OpenAsAsked(const PortRequest& request, Wiring wiring) {
+Opened OpenRequested(const PortRequest& request, Wiring wiring) {
   const auto parameters = SerialParametersFrom(request);
   if (!parameters) return {Status::kInvalidArgument, nullptr};
   return Open(NodeOf(request), *parameters, wiring);
@@ -193,15 +193,15 @@ bool RateMatches(std::uint32_t wanted, std::uint32_t reported) {
 
 void FinishOutput(OutputQueue& queue, std::uint32_t baud) {
   std::int32_t waited = 0;
-  std::int32_t stood_still = 0;
+  std::int32_t stalled_ms = 0;
   int before = queue.Bytes();
   std::int32_t step = TimeToSend(before, baud);
   while (before > 0) {
-    if (stood_still >= kLongestStandstillMs || waited >= kLongestFinishMs) return queue.Drop();
+    if (stalled_ms >= kMaxStallMs || waited >= kLongestFinishMs) return queue.Drop();
     queue.Wait(step);
     const int left = queue.Bytes();
     waited += step;
-    stood_still = left < before ? 0 : stood_still + step;
+    stalled_ms = left < before ? 0 : stalled_ms + step;
     before = left;
     step = std::max(TimeToSend(left, baud), kShortestStepMs);
   }
@@ -265,9 +265,9 @@ void SerialLine::RaiseModemLines() {
 
 void SerialLine::DiscardInput() { ioctl(prompt_.get(), TCFLSH, TCIFLUSH); }
 
-Opened OpenSerial(const PortRequest& request, Deadline&) { return OpenAsAsked(request, Wiring::kRs232); }
+Opened OpenSerial(const PortRequest& request, Deadline&) { return OpenRequested(request, Wiring::kRs232); }
 
-Opened OpenRs485(const PortRequest& request, Deadline&) { return OpenAsAsked(request, Wiring::kRs485); }
+Opened OpenRs485(const PortRequest& request, Deadline&) { return OpenRequested(request, Wiring::kRs485); }
 
 Opened OpenSerialNode(const std::string& node, const SerialParameters& parameters) {
   return Open(node, parameters, Wiring::kRs232);

@@ -31,7 +31,7 @@ Received StreamChannel::Read(std::span<char> room, Deadline& deadline) {
     if (got == 0) return {0, EndOfInput()};
     if (!IsTransient(errno)) return {0, Failure(errno)};
     // A descriptor may report ready again and again without delivering a byte.
-    if (deadline.IsOver()) break;
+    if (deadline.HasExpired()) break;
   }
   return {};
 }

@@ -92,7 +92,7 @@ void UsbChannel::SetTimeout(Deadline& deadline) {
 // An instrument asked for more than it has to say may report an error, so nothing is asked if there is no
 // time to wait.
 Received UsbChannel::Read(std::span<char> room, Deadline& deadline) {
-  while (!deadline.IsOver() && thread_.AwaitIdle(deadline)) {
+  while (!deadline.HasExpired() && thread_.AwaitIdle(deadline)) {
     SetTimeout(deadline);
     // An empty message ends the read like any other.
     const auto timed_out = std::make_shared<bool>(false);
@@ -128,7 +128,7 @@ Status UsbChannel::Write(std::string_view bytes, Deadline& deadline) {
     if (!done || (outcome->sent < 0 && outcome->error == ETIMEDOUT)) return Status::kWriteTimeout;
     if (outcome->sent < 0 && outcome->error != EINTR) return FailureOfTransfer(outcome->error);
     if (outcome->sent > 0) bytes.remove_prefix(static_cast<std::size_t>(outcome->sent));
-    if (!bytes.empty() && deadline.IsOver()) return Status::kWriteTimeout;
+    if (!bytes.empty() && deadline.HasExpired()) return Status::kWriteTimeout;
   }
   return Status::kOk;
 }

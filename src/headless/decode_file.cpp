@@ -159,7 +159,7 @@ class Printer {
   Printer(const DecodeOptions& options, const inspect::Template& parsed, Out& out)
       : options_(options), parsed_(parsed), table_(parsed), out_(out) {}
 
-  void Begin() {
+  void Start() {
     if (options_.Format == AnswerFormat::kCsv) table_.AppendCsvHeader(out_.text());
   }
 
@@ -211,7 +211,7 @@ class Printer {
 
 DecodeResult PrintRecords(const DecodeOptions& options, const inspect::Template& parsed, In& in, Out& out) {
   Printer printer(options, parsed, out);
-  printer.Begin();
+  printer.Start();
   const std::size_t length = *parsed.RecordLength();
   std::uint64_t done = 0;
   bool more = true;
@@ -237,7 +237,7 @@ DecodeResult Decode(const DecodeOptions& options, int out_descriptor, int err) {
   if (const int error = base::ReadFile(options.Template, file))
     return {2, "cannot read the template '" + options.Template + "': " + Reason(error)};
   const inspect::Template parsed = inspect::ParseTemplate(file);
-  [[maybe_unused]] const int unheard = base::WriteAll(err, ProblemLines(options.Template, parsed));
+  [[maybe_unused]] const int ignored = base::WriteAll(err, ProblemLines(options.Template, parsed));
   if (parsed.Fields().empty()) return {2, "'" + options.Template + "' has no fields"};
   if (!parsed.RecordLength())
     return {2, "'" + options.Template + "' has no line BYTECOUNT= with a number above 0"};

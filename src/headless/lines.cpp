@@ -15,7 +15,7 @@ using terminal::kCrLf;
 namespace {
 
 constexpr double kSharedWriteSeconds = 0.001;
-constexpr std::size_t kMostUnwritten = 1 << 16;
+constexpr std::size_t kMaxUnwritten = 1 << 16;
 
 constexpr std::string_view kPlain = "\x1B[0m";
 
@@ -42,7 +42,7 @@ LinePane::LinePane(int descriptor, Messages& messages, LineChoice choice)
 
 void LinePane::AppendLine(LineKind kind, std::string_view line) {
   EndLine();
-  if (kind == LineKind::kNotice) return messages_.Tell(line);
+  if (kind == LineKind::kNotice) return messages_.Report(line);
   if (!choice_.shown) return;
   if (kind == LineKind::kError && !choice_.errors && messages_.host() == nullptr) return;
   Append(kind, line);
@@ -58,26 +58,26 @@ void LinePane::AppendText(LineKind kind, std::string_view text, int /*back*/) {
 
 // A remark follows the line that it belongs to.
 void LinePane::Remark(LineKind kind, std::string_view text) {
-  if (!line_begun_) return messages_.Remark(kind, text);
+  if (!line_started_) return messages_.Remark(kind, text);
   remark_ = text;
   remark_kind_ = kind;
 }
 
 void LinePane::EndLine() {
-  if (!line_begun_) return;
+  if (!line_started_) return;
   WriteLine();
   line_.clear();
-  line_begun_ = false;
+  line_started_ = false;
   if (const std::string remark = std::exchange(remark_, {}); !remark.empty())
     messages_.Remark(remark_kind_, remark);
 }
 
 void LinePane::Append(LineKind kind, std::string_view text) {
-  if (!line_begun_) {
+  if (!line_started_) {
     kind_ = kind;
     if (choice_.times && messages_.host() == nullptr) line_ = base::TimeStamp() + ' ';
   }
-  line_begun_ = true;
+  line_started_ = true;
   for (std::size_t at; (at = text.find(kCrLf)) != std::string_view::npos;) {
     line_.append(text.substr(0, at)).append(1, '\n');
     text.remove_prefix(at + kCrLf.size());
@@ -87,13 +87,13 @@ void LinePane::Append(LineKind kind, std::string_view text) {
 
 void LinePane::WriteLine() {
   if (line_.ends_with('\n')) line_.pop_back();
-  if (messages_.host() != nullptr) return messages_.host()->Hand(kind_, line_);
+  if (messages_.host() != nullptr) return messages_.host()->Deliver(kind_, line_);
   line_ += '\n';
   Write(line_, choice_.colors ? ColorOf(kind_) : std::string_view());
 }
 
 void LinePane::WriteRecord(std::string_view record) {
-  if (messages_.host() != nullptr) return messages_.host()->Hand(LineKind::kAnswer, std::string(record));
+  if (messages_.host() != nullptr) return messages_.host()->Deliver(LineKind::kAnswer, std::string(record));
   Write(std::string(record) + '\n');
 }
 
@@ -106,7 +106,7 @@ void LinePane::Write(std::string_view line, std::string_view color) {
 }
 
 bool LinePane::IsDue() const {
-  return choice_.clock == nullptr || unwritten_.size() >= kMostUnwritten ||
+  return choice_.clock == nullptr || unwritten_.size() >= kMaxUnwritten ||
          choice_.clock->Seconds() - written_ >= kSharedWriteSeconds;
 }
 

@@ -62,7 +62,7 @@ class LinePane final : public pane::Pane {
   LineChoice choice_;
   LineKind kind_ = LineKind::kAnswer;
   std::string line_;
-  bool line_begun_ = false;
+  bool line_started_ = false;
   std::string unwritten_;  ///< complete lines
   double written_ = -1;    ///< time of the last write on the choice's clock
   std::string remark_;     ///< belongs to the current line

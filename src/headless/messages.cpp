@@ -51,7 +51,7 @@ std::string WithVisibleControls(std::string_view text) {
   return visible;
 }
 
-void HostLines::Hand(LineKind kind, const std::string& line) {
+void HostLines::Deliver(LineKind kind, const std::string& line) {
   if (failed()) return;
   try {
     handler_(kind, line);
@@ -72,7 +72,7 @@ void Messages::ShowFailure(std::string_view text, std::string_view words) {
 }
 
 void Messages::Show(LineKind kind, std::string_view text) {
-  if (host_ != nullptr) return host_->Hand(kind, OneLine(text));
+  if (host_ != nullptr) return host_->Deliver(kind, OneLine(text));
   if (before_) before_();
   const std::string line = "kolvane: " + OneLine(text) + "\n";
   // A failure to write to standard error has nowhere to be reported.

@@ -24,7 +24,7 @@ class HostLines {
   explicit HostLines(const Handler& handler) : handler_(handler) {}
 
   bool wanted() const { return handler_ != nullptr; }
-  void Hand(LineKind kind, const std::string& line);
+  void Deliver(LineKind kind, const std::string& line);
 
   bool failed() const { return thrown_ != nullptr; }
   /// Throws the exception of the function, if any.
@@ -45,12 +45,12 @@ class Messages final : public base::Prompt {
   void ShowFailure(std::string_view text, std::string_view words) override;
   void ShowMessage(std::string_view text) override { ShowError(text); }
   /// A remark on a line of standard output. Skipped for a host, which has received that line; a notice is
-  /// also skipped if Tell shows it anyway.
+  /// also skipped if Report shows it anyway.
   void Remark(LineKind kind, std::string_view text) {
     if (host_ == nullptr && !(kind == LineKind::kNotice && verbose_)) ShowError(text);
   }
   /// Only shown if the user asked for verbose output.
-  void Tell(std::string_view text) {
+  void Report(std::string_view text) {
     if (verbose_) Show(LineKind::kNotice, text);
   }
 

@@ -44,7 +44,7 @@ std::string NameOf(const AttachedPort& port) {
 }
 
 // A node or a serial number may contain text that parses as a different name.
-bool LeadsThere(const std::string& name, const AttachedPort& port) {
+bool OpensPort(const std::string& name, const AttachedPort& port) {
   if (port.kind == Kind::kGpib || port.kind == Kind::kParallel) return true;
   const auto result = device::ParseResourceName(name);
   const auto* resource = std::get_if<device::Resource>(&result);
@@ -90,7 +90,7 @@ std::vector<AttachedPort> PortsOf(const std::string& library_folder) {
 
 Port PortEntry(const AttachedPort& port) {
   const std::string name = NameOf(port);
-  const bool usable = !name.empty() && LeadsThere(name, port);
+  const bool usable = !name.empty() && OpensPort(name, port);
   return {usable ? name : "", port.node, DescriptionOf(port) + (usable ? "" : Advice(port))};
 }
 

@@ -55,7 +55,7 @@ RecordWriter::RecordWriter(const CommandRunOptions& options, const device::Devic
       pane_(pane),
       numbers_(values::kCommaForm, static_cast<std::size_t>(options.Fields.value_or(0))) {}
 
-void RecordWriter::Begin() {
+void RecordWriter::Start() {
   if (options_.Format != AnswerFormat::kCsv) return;
   std::string header;
   if (options_.Fields) {

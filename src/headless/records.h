@@ -22,7 +22,7 @@ class RecordWriter final : public terminal::ExchangeListener {
                const terminal::LastAnswer& answer, const base::Clock& clock, LinePane& pane);
 
   /// Writes the header before the first record.
-  void Begin();
+  void Start();
   void ExchangeEnded(std::string_view command, const terminal::ExchangeResult& result) override;
 
  private:

@@ -22,7 +22,7 @@ std::string Reason(const script::FileResult& result) {
   return std::generic_category().message(result.error);
 }
 
-std::string CannotRead(const std::string& file, const script::FileResult& result) {
+std::string ReadFailure(const std::string& file, const script::FileResult& result) {
   return "cannot read the command list '" + file + "': " + Reason(result);
 }
 
@@ -38,7 +38,7 @@ bool List::Load(const std::string& file) {
   const script::FileResult result = script::LoadCommandFile(core_.list, file, stop_due);
   if (terminal_.stopped()) return false;
   if (!result.ok()) {
-    terminal_.messages().ShowError(CannotRead(file, result));
+    terminal_.messages().ShowError(ReadFailure(file, result));
   } else if (core_.list.left_out() > 0) {
     terminal_.messages().ShowError("'" + file + "' is longer than " + std::to_string(script::kListRows) +
                                    " lines, left out: " + std::to_string(core_.list.left_out()));
@@ -113,7 +113,7 @@ CommandRunStatus List::PlayRows(const std::vector<std::string>& rows) {
 
 CommandRunStatus List::Status() {
   const script::RunOutcome& outcome = core_.runner.outcome();
-  if (terminal_.ConnectionGone()) return CommandRunStatus::kNotConnected;
+  if (terminal_.IsConnectionLost()) return CommandRunStatus::kNotConnected;
   if (outcome.list_error || terminal_.stopped()) return CommandRunStatus::kStopped;
   return outcome.exchange_failed ? CommandRunStatus::kAnswerFailed : CommandRunStatus::kDone;
 }
@@ -121,7 +121,7 @@ CommandRunStatus List::Status() {
 void List::Yield() {
   terminal_.pane().EndLine();
   terminal_.pane().FlushDue();
-  if (terminal_.StopDue() || terminal_.ConnectionGone() || terminal_.GivenUp()) core_.runner.Abort();
+  if (terminal_.StopDue() || terminal_.IsConnectionLost() || terminal_.GivenUp()) core_.runner.Abort();
 }
 
 void List::ShowError(std::string_view text) {
@@ -150,12 +150,12 @@ class CommandSender {
     if (terminal_.StopDue() || !IsSendable(command)) return false;
     all_done_ &= !terminal_.core().exchange.Run(command, terminal::Sender::kList).Failed();
     terminal_.pane().EndLine();
-    return !terminal_.ConnectionGone();
+    return !terminal_.IsConnectionLost();
   }
 
   CommandRunStatus Status() {
     terminal_.EndLines();
-    if (terminal_.ConnectionGone()) return CommandRunStatus::kNotConnected;
+    if (terminal_.IsConnectionLost()) return CommandRunStatus::kNotConnected;
     if (refused_ || terminal_.StopDue()) return CommandRunStatus::kStopped;
     return all_done_ ? CommandRunStatus::kDone : CommandRunStatus::kAnswerFailed;
   }
@@ -215,7 +215,7 @@ ListFinding Public(const script::checker::Finding& finding) {
           finding.replacement, finding.other_row};
 }
 
-ListFinding LeftOut(std::size_t lines) {
+ListFinding LinesLeftOut(std::size_t lines) {
   constexpr int kFirst = script::kListRows + 1;
   const int last = script::kListRows + static_cast<int>(lines);
   return {kFirst, false, script::checker::texts::BeyondTheList(kFirst, last), {}, 0};
@@ -226,12 +226,12 @@ CheckedCommandList CheckFile(const std::string& file) {
   script::CommandList list;
   const script::FileResult result = script::LoadCommandFile(list, file);
   if (!result.ok()) {
-    checked.Problem = CannotRead(file, result);
+    checked.Problem = ReadFailure(file, result);
     return checked;
   }
   for (const script::checker::Finding& finding : script::checker::CheckList(list))
     checked.Findings.push_back(Public(finding));
-  if (list.left_out() > 0) checked.Findings.push_back(LeftOut(list.left_out()));
+  if (list.left_out() > 0) checked.Findings.push_back(LinesLeftOut(list.left_out()));
   return checked;
 }
 

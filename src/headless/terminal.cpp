@@ -118,11 +118,11 @@ bool Terminal::Connect() {
   core_.connect.Press();
   if (!state_.device.connected) {
     if (options_.Connect.empty() && !StopRequested())
-      messages_.ShowError(texts::StoredTried(PortOf(state_.connection)));
+      messages_.ShowError(texts::StoredConnectionTried(PortOf(state_.connection)));
     return false;
   }
   if (options_.Format != AnswerFormat::kText) {
-    records_.Begin();
+    records_.Start();
     core_.exchange.Listen(&records_);
   }
   if (!options_.LogFile.empty()) {
@@ -163,7 +163,7 @@ bool Terminal::AcceptsConnection() {
   const std::int32_t status = state_.device.open_step_status;
   messages_.ShowError(terminal::texts::Failure(terminal::texts::kConnectFailed,
                                                {static_cast<std::int16_t>(status), std::to_string(status)}) +
-                      (modem_word_.empty() ? "" : texts::ModemSaid(modem_word_)));
+                      (modem_word_.empty() ? "" : texts::ModemReplied(modem_word_)));
   return false;
 }
 
@@ -177,7 +177,7 @@ bool Terminal::Dialling(const device::DialProgress& progress) {
   if (progress.reply != modem_word_ && device::IsRefusal(progress.reply))
     messages_.ShowError(texts::ModemRefused(progress.reply));
   modem_word_ = progress.reply;
-  messages_.Tell(terminal::texts::Dialling(progress));
+  messages_.Report(terminal::texts::Dialling(progress));
   return !StopRequested() && !GivenUp();
 }
 

@@ -65,7 +65,7 @@ class Terminal final : private terminal::ConnectionView, private terminal::Recei
   /// Whether the run ends after the current exchange; if so, the user has been told why.
   bool StopDue();
   /// Whether reconnecting after a loss has failed.
-  bool ConnectionGone() const { return core_.connect.lost() && !state_.device.connected; }
+  bool IsConnectionLost() const { return core_.connect.lost() && !state_.device.connected; }
 
   /// Whether the user has given up since Resume.
   bool GivenUp();

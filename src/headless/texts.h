@@ -9,12 +9,12 @@ namespace kolvane::headless::texts {
 inline constexpr const char* kRunStopped = "Der Ablauf wurde abgebrochen.";
 
 /// Appended to the failure to connect.
-inline std::string ModemSaid(const std::string& word) {
+inline std::string ModemReplied(const std::string& word) {
   return ", letzte Antwort des Modems: „" + word + "“";
 }
 
 /// Appended to the failure to connect if there was no --connect.
-inline std::string StoredTried(const std::string& port) {
+inline std::string StoredConnectionTried(const std::string& port) {
   return "Versucht wurde die gespeicherte Verbindung: " + port + ". --connect nennt eine andere.";
 }
 

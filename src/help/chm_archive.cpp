@@ -21,7 +21,7 @@ namespace {
 // The file's header.
 constexpr std::size_t kHeaderSize = 0x60;
 constexpr std::size_t kSecondIdentifier = 0x28;
-constexpr std::size_t kDirectoryPlace = 0x48;
+constexpr std::size_t kDirectoryOffset = 0x48;
 constexpr char kSecondIdentifierStart = '\x11';
 
 // The directory's header, from its start.
@@ -30,19 +30,19 @@ constexpr std::size_t kFirstChunk = 0x20;
 constexpr std::size_t kLastChunk = 0x24;
 constexpr std::size_t kChunkCount = 0x2C;
 
-void SetNumber(std::string& bytes, std::size_t place, std::uint32_t number) {
-  for (std::size_t i = 0; i < 4; ++i) bytes[place + i] = static_cast<char>(number >> 8 * i & 0xFF);
+void SetNumber(std::string& bytes, std::size_t offset, std::uint32_t number) {
+  for (std::size_t i = 0; i < 4; ++i) bytes[offset + i] = static_cast<char>(number >> 8 * i & 0xFF);
 }
 
 }  // namespace
 
-void MendHeaders(std::string& bytes) {
+void RepairHeaders(std::string& bytes) {
   if (bytes.size() < kHeaderSize) return;
   // The two identifiers of the format differ in their first byte; the compiler writes the first one twice.
   bytes[kSecondIdentifier] = kSecondIdentifierStart;
   // It also gives the last chunk of a larger directory as the first one. All chunks are named instead; those
   // of the index among them are skipped.
-  const std::size_t directory = NumberAt(bytes, kDirectoryPlace);
+  const std::size_t directory = NumberAt(bytes, kDirectoryOffset);
   if (directory > bytes.size() || bytes.size() - directory < kChunkCount + 4) return;
   if (bytes.compare(directory, kDirectorySignature.size(), kDirectorySignature) != 0) return;
   const std::uint32_t chunks = NumberAt(bytes, directory + kChunkCount);
@@ -141,7 +141,7 @@ struct ChmArchive::Decoder {
     MSPACK_SYS_SELFTEST(ready);
     if (ready != MSPACK_ERR_OK || !bytes.starts_with(kSignature)) return false;
     memory.input = std::move(bytes);
-    MendHeaders(memory.input);
+    RepairHeaders(memory.input);
     chm = mspack_create_chm_decompressor(&memory.system);
     header = chm == nullptr ? nullptr : chm->open(chm, "help");
     return header != nullptr && ListObjects();

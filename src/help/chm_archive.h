@@ -11,16 +11,16 @@
 
 namespace kolvane::help {
 
-/// The 32-bit number at `place`, low byte first; all four bytes must be within `bytes`.
-inline std::uint32_t NumberAt(std::string_view bytes, std::size_t place) {
+/// The 32-bit number at `offset`, low byte first; all four bytes must be within `bytes`.
+inline std::uint32_t NumberAt(std::string_view bytes, std::size_t offset) {
   std::uint32_t number = 0;
-  for (std::size_t i = 4; i-- > 0;) number = number << 8 | static_cast<unsigned char>(bytes[place + i]);
+  for (std::size_t i = 4; i-- > 0;) number = number << 8 | static_cast<unsigned char>(bytes[offset + i]);
   return number;
 }
 
 /// Corrects header values of a help file that its compiler writes contrary to the format, and that the
 /// decoder would reject. The caller has checked that it is a help file.
-void MendHeaders(std::string& bytes);
+void RepairHeaders(std::string& bytes);
 
 /// What the decoder reads from and writes to: the help file's bytes and one output, both in memory. The empty
 /// name is the output, every other name the help file.

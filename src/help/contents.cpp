@@ -115,9 +115,9 @@ std::map<std::uint32_t, std::string> ReadTopicTable(std::string_view ivb, std::s
   ivb.remove_prefix(std::min(kHeader, ivb.size()));
   ivb = ivb.substr(0, kMaxPairs * kPair);
   for (; ivb.size() >= kPair; ivb.remove_prefix(kPair)) {
-    const std::size_t place = NumberAt(ivb, 4);
-    if (place >= strings.size()) continue;
-    const std::string_view rest = strings.substr(place, kLongestPath + 1);
+    const std::size_t offset = NumberAt(ivb, 4);
+    if (offset >= strings.size()) continue;
+    const std::string_view rest = strings.substr(offset, kLongestPath + 1);
     const std::size_t end = rest.find('\0');
     if (end == std::string_view::npos) continue;
     const std::string_view page = rest.substr(0, std::min(end, rest.find('#')));

@@ -69,13 +69,13 @@ class RtfReader {
   using Kind = RtfToken::Kind;
 
   Group& Current() { return groups_.back(); }
-  bool Begins();
+  bool StartsWithRtf();
   void Handle(const RtfToken& token);
   void Open();
   void Close();
   void Stop(RtfFault fault);
   void Note(RtfFault fault);
-  bool TakenAsFallback();
+  bool SkipFallbackCharacter();
   void HandleText(std::string_view bytes);
   void HandleByte(const RtfToken& token);
   void HandleWord(const RtfWord& word, const RtfToken& token);
@@ -100,14 +100,14 @@ class RtfReader {
 };
 
 RtfResult RtfReader::Run() {
-  if (!Begins()) return {.document = {}, .fault = RtfFault::kNotRichText};
+  if (!StartsWithRtf()) return {.document = {}, .fault = RtfFault::kNotRichText};
   while (!stopped_) Handle(tokens_.Next());
   AddText({});
   if (!paragraph_.runs.empty()) result_.document.paragraphs.push_back(std::move(paragraph_));
   return std::move(result_);
 }
 
-bool RtfReader::Begins() {
+bool RtfReader::StartsWithRtf() {
   if (tokens_.Next().kind != Kind::kOpen) return false;
   groups_.emplace_back();
   const RtfToken word = tokens_.Next();
@@ -131,7 +131,7 @@ void RtfReader::Handle(const RtfToken& token) {
     case Kind::kBadByte:
       return Note(RtfFault::kBadByte);
     case Kind::kBinary:
-      TakenAsFallback();
+      SkipFallbackCharacter();
       return;
     case Kind::kEnd:
     case Kind::kTruncated:
@@ -141,7 +141,7 @@ void RtfReader::Handle(const RtfToken& token) {
 
 void RtfReader::Open() {
   fallback_left_ = 0;
-  if (groups_.size() == kRtfDeepest) return Stop(RtfFault::kTooDeep);
+  if (groups_.size() == kRtfMaxDepth) return Stop(RtfFault::kTooDeep);
   groups_.push_back(groups_.back());
 }
 
@@ -166,7 +166,7 @@ void RtfReader::Note(RtfFault fault) {
   if (result_.fault == RtfFault::kNone) result_.fault = fault;
 }
 
-bool RtfReader::TakenAsFallback() {
+bool RtfReader::SkipFallbackCharacter() {
   if (fallback_left_ == 0) return false;
   --fallback_left_;
   return true;
@@ -182,11 +182,11 @@ void RtfReader::HandleText(std::string_view bytes) {
 void RtfReader::HandleByte(const RtfToken& token) {
   const char byte = static_cast<char>(token.parameter.value_or(0));
   const bool control = static_cast<unsigned char>(byte) < 0x20 && byte != '\t';
-  if (!TakenAsFallback() && !control) AddText(base::FromWindows1252({&byte, 1}));
+  if (!SkipFallbackCharacter() && !control) AddText(base::FromWindows1252({&byte, 1}));
 }
 
 void RtfReader::HandleWord(const RtfWord& word, const RtfToken& token) {
-  if (TakenAsFallback() || Current().destination == Destination::kSkipped) return;
+  if (SkipFallbackCharacter() || Current().destination == Destination::kSkipped) return;
   if (const auto destination = DestinationOf(word.meaning)) {
     Current().destination = *destination;
     return;
@@ -273,7 +273,7 @@ void RtfReader::FinishParagraph() {
 
 // Counts one more run or paragraph; returns false if the limit is reached.
 bool RtfReader::CountPiece() {
-  if (pieces_ == kRtfMostPieces) {
+  if (pieces_ == kRtfMaxPieces) {
     Stop(RtfFault::kTooLarge);
     return false;
   }

@@ -16,8 +16,8 @@ enum class RtfFault {
   kTruncated,     ///< it ends within a group, an escape or binary data
   kBadByte,       ///< \' is not followed by two hexadecimal digits; it was left out
   kTextAfterEnd,  ///< something follows the last closing brace; it was left out
-  kTooDeep,       ///< more than kRtfDeepest nested groups; read up to there
-  kTooLarge,      ///< more than kRtfMostPieces runs and paragraphs; read up to there
+  kTooDeep,       ///< more than kRtfMaxDepth nested groups; read up to there
+  kTooLarge,      ///< more than kRtfMaxPieces runs and paragraphs; read up to there
 };
 
 /// The format of a run of characters, as far as the pane can show it.
@@ -47,8 +47,8 @@ struct RtfDocument {
 /// The fault in German, UTF-8, to be put after "<file>: "; empty for kNone.
 std::string_view FaultText(RtfFault fault);
 
-inline constexpr std::size_t kRtfDeepest = 256;
-inline constexpr std::size_t kRtfMostPieces = 200'000;
+inline constexpr std::size_t kRtfMaxDepth = 256;
+inline constexpr std::size_t kRtfMaxPieces = 200'000;
 
 struct [[nodiscard]] RtfResult {
   RtfDocument document;  ///< what could be read, even with a fault

@@ -31,7 +31,7 @@ void RtfColorTable::SetComponent(unsigned shift, std::int32_t value) {
 
 void RtfColorTable::AddText(std::string_view text) {
   const auto ends = static_cast<std::size_t>(std::ranges::count(text, ';'));
-  for (std::size_t i = 0; i < std::min(ends, kMost - colors_.size()); ++i)
+  for (std::size_t i = 0; i < std::min(ends, kMaxEntries - colors_.size()); ++i)
     colors_.push_back(std::exchange(entry_, std::nullopt));
 }
 

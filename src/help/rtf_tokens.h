@@ -25,10 +25,11 @@ enum class RtfMeaning {
   kBlue,
 };
 
-/// Collects the colour table, at most kMost entries. An entry without components is the pane's own colour.
+/// Collects the colour table, at most kMaxEntries entries. An entry without components is the pane's own
+/// colour.
 class RtfColorTable {
  public:
-  static constexpr std::size_t kMost = 256;
+  static constexpr std::size_t kMaxEntries = 256;
 
   /// Components are clamped to 0 to 255.
   void Apply(RtfMeaning meaning, std::int32_t parameter);

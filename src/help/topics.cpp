@@ -298,7 +298,7 @@ std::vector<std::uint32_t> AllWidgetTopics() {
   return topics;
 }
 
-HelpPlace PlaceOfNames(std::span<const std::string> names) {
+HelpTarget TargetOfNames(std::span<const std::string> names) {
   for (const std::string& name : names) {
     if (const auto topic = WidgetTopic(name)) return {*topic, name};
   }
@@ -314,15 +314,15 @@ int StatusIn(std::string_view text) {
   return result.ec == std::errc() && result.ptr == end ? status : 0;
 }
 
-std::optional<HelpPlace> MessagePlace(std::string_view text) {
-  if (IsOfTheReference(text)) return HelpPlace{kFiles, "d8"};
+std::optional<HelpTarget> MessageTarget(std::string_view text) {
+  if (IsOfTheReference(text)) return HelpTarget{kFiles, "d8"};
   const auto* row = std::ranges::find_if(kMessageRows, [text](const MessageRow& each) {
     return text.starts_with(each.begin) && text.find(each.part) != std::string_view::npos;
   });
   if (row == std::end(kMessageRows)) return std::nullopt;
   const int status = row->begin.starts_with("Fehler beim Verbindungs") ? StatusIn(text) : 0;
-  if (IsExplained(status)) return HelpPlace{kStatuses, "s" + std::to_string(status)};
-  return HelpPlace{row->topic, std::string(row->anchor)};
+  if (IsExplained(status)) return HelpTarget{kStatuses, "s" + std::to_string(status)};
+  return HelpTarget{row->topic, std::string(row->anchor)};
 }
 
 std::span<const int> ExplainedStatuses() { return kExplained; }

@@ -20,23 +20,23 @@ std::optional<std::uint32_t> WidgetTopic(std::string_view object_name);
 std::vector<std::uint32_t> AllWidgetTopics();
 
 /// Where the help explains something: an anchor on a topic's page, which need not exist.
-struct HelpPlace {
+struct HelpTarget {
   std::uint32_t topic = kStartTopic;
   std::string anchor;
 
-  bool operator==(const HelpPlace&) const = default;
+  bool operator==(const HelpTarget&) const = default;
 };
 
 /// The topic of the first name that has one, and that name as the anchor; kStartTopic if none has. `names`
 /// are those of a widget and its parents, from inside out.
-HelpPlace PlaceOfNames(std::span<const std::string> names);
+HelpTarget TargetOfNames(std::span<const std::string> names);
 
 /// The number, without its sign, in the brackets at the end of a failure, "… (-22)"; 0 if there is none.
 int StatusIn(std::string_view text);
 
 /// Where the help explains the message of a box; no value for a text that is not one of the terminal's. A
 /// failed connect or disconnect that ends in a status of the port library leads to that status.
-std::optional<HelpPlace> MessagePlace(std::string_view text);
+std::optional<HelpTarget> MessageTarget(std::string_view text);
 
 /// The statuses, without their sign, that have an anchor on the page of statuses: "s22" for 22.
 std::span<const int> ExplainedStatuses();

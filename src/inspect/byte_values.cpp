@@ -15,21 +15,21 @@
 namespace kolvane::inspect {
 namespace {
 
-char CharacterAt(const DumpView& view, Position place) {
-  return place < view.Length() ? view.text[static_cast<std::size_t>(place)] : '\0';
+char CharacterAt(const DumpView& view, Position position) {
+  return position < view.Length() ? view.text[static_cast<std::size_t>(position)] : '\0';
 }
 
-std::uint8_t ShownByteAt(const DumpView& view, Position place) {
-  return HexPair(CharacterAt(view, place), CharacterAt(view, place + 1));
+std::uint8_t ShownByteAt(const DumpView& view, Position position) {
+  return HexPair(CharacterAt(view, position), CharacterAt(view, position + 1));
 }
 
-// The position of the byte after the one at `place`.
-Position NextByte(Position place) {
-  place += 2;
-  const Position column = ColumnOf(place);
-  if (column < kOffsetWidth - 1) return place + kFirstByte - column;
-  if (column >= kHexEnd) return place + (kLineLength - column) + kFirstByte;
-  return IsByteColumn(column) ? place : place + 1;
+// The position of the byte after the one at `position`.
+Position NextByte(Position position) {
+  position += 2;
+  const Position column = ColumnOf(position);
+  if (column < kOffsetWidth - 1) return position + kFirstByte - column;
+  if (column >= kHexEnd) return position + (kLineLength - column) + kFirstByte;
+  return IsByteColumn(column) ? position : position + 1;
 }
 
 constexpr std::size_t kCharactersShown = 8;

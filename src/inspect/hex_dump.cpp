@@ -20,7 +20,7 @@ class DumpWriter {
  public:
   explicit DumpWriter(std::size_t digits) {
     dump_.reserve((digits / (2 * kBytesPerLine) + 1) * kLineLength);
-    BeginLine();
+    StartLine();
   }
 
   /// Takes a digit; the last one ends its line, wherever it is.
@@ -38,7 +38,7 @@ class DumpWriter {
   std::string Take() { return std::move(dump_); }
 
  private:
-  void BeginLine() {
+  void StartLine() {
     line_.fill(' ');
     line_[kLineText] = '\r';
     line_[kLineText + 1] = '\n';
@@ -65,7 +65,7 @@ class DumpWriter {
     }
     dump_.append(line_.data(), line_.size());
     ++lines_;
-    BeginLine();
+    StartLine();
   }
 
   std::string dump_;
@@ -79,8 +79,8 @@ bool IsBracket(char c) { return c == '<' || c == '>'; }
 
 // Limited to what fits into the permitted lines, because a whole pane may be selected.
 std::size_t DigitsToReserve(std::string_view marked) {
-  constexpr std::size_t kMostDigits = 2 * (std::numeric_limits<std::int16_t>::max() + 1);
-  return std::min(marked.size() / 2, kMostDigits);
+  constexpr std::size_t kMaxDigits = 2 * (std::numeric_limits<std::int16_t>::max() + 1);
+  return std::min(marked.size() / 2, kMaxDigits);
 }
 
 }  // namespace
@@ -138,11 +138,11 @@ std::string BytesOf(std::string_view dump) {
   return bytes;
 }
 
-std::size_t ByteAtPlace(Position place) {
-  const Position column = ColumnOf(place);
+std::size_t ByteAtPosition(Position position) {
+  const Position column = ColumnOf(position);
   Position byte = 0;
   while (byte + 1 < kBytesPerLine && ByteColumn(byte + 1) <= column) ++byte;
-  return static_cast<std::size_t>(place / kLineLength * kBytesPerLine + byte);
+  return static_cast<std::size_t>(position / kLineLength * kBytesPerLine + byte);
 }
 
 BoxPositions::BoxPositions(std::string_view dump) {
@@ -150,24 +150,24 @@ BoxPositions::BoxPositions(std::string_view dump) {
     line_feeds_.push_back(static_cast<Position>(at + 1));
 }
 
-Position BoxPositions::ToBox(Position place) const {
-  const auto next = std::lower_bound(line_feeds_.begin(), line_feeds_.end(), place);
-  return place - (next - line_feeds_.begin());
+Position BoxPositions::ToBox(Position position) const {
+  const auto next = std::lower_bound(line_feeds_.begin(), line_feeds_.end(), position);
+  return position - (next - line_feeds_.begin());
 }
 
-Position BoxPositions::FromBox(Position place) const {
+Position BoxPositions::FromBox(Position position) const {
   // A line feed shares its position in the box with the character after it: its own minus those before it.
   Position before = 0;
   Position after = static_cast<Position>(line_feeds_.size());
   while (before < after) {
     const Position middle = before + (after - before) / 2;
-    if (line_feeds_[static_cast<std::size_t>(middle)] - middle <= place) {
+    if (line_feeds_[static_cast<std::size_t>(middle)] - middle <= position) {
       before = middle + 1;
     } else {
       after = middle;
     }
   }
-  return place + before;
+  return position + before;
 }
 
 void EnsureValidCaretPos(DumpView& view) {

@@ -48,8 +48,8 @@ struct DumpView {
   Position Length() const { return static_cast<Position>(text.size()); }
 
   /// Also removes the selection.
-  void MoveTo(Position place) {
-    caret = std::clamp<Position>(place, 0, Length());
+  void MoveTo(Position position) {
+    caret = std::clamp<Position>(position, 0, Length());
     selected = 0;
   }
 
@@ -82,9 +82,9 @@ constexpr std::uint8_t HexPair(char first, char second) {
 std::string BuildDump(std::string_view marked);
 
 /// The most bytes that a dump holds.
-inline constexpr std::size_t kMostDumpBytes = 2047 * 16;
+inline constexpr std::size_t kMaxDumpBytes = 2047 * 16;
 
-/// The dump of bytes, at most kMostDumpBytes, as BuildDump lays them out.
+/// The dump of bytes, at most kMaxDumpBytes, as BuildDump lays them out.
 std::string DumpOfBytes(std::string_view bytes);
 
 /// Appends the line of at most sixteen bytes, without its line end; `offset` is that of the first byte. From
@@ -95,13 +95,13 @@ void AppendDumpLine(std::uint64_t offset, std::string_view bytes, std::string& o
 std::string BytesOf(std::string_view dump);
 
 /// The position of a byte's first digit.
-constexpr Position PlaceOfByte(std::size_t byte) {
+constexpr Position PositionOfByte(std::size_t byte) {
   const auto at = static_cast<Position>(byte);
   return at / kBytesPerLine * kLineLength + ByteColumn(at % kBytesPerLine);
 }
 
-/// The byte whose digits are at `place`, otherwise the one before; 0 before the first.
-std::size_t ByteAtPlace(Position place);
+/// The byte whose digits are at `position`, otherwise the one before; 0 before the first.
+std::size_t ByteAtPosition(Position position);
 
 /// Converts between positions in the dump, where CR LF counts as two, and those of a text box that counts it
 /// as one.
@@ -111,8 +111,8 @@ class BoxPositions {
   explicit BoxPositions(std::string_view dump);
 
   /// A position inside CR LF becomes the start of the next line.
-  Position ToBox(Position place) const;
-  Position FromBox(Position place) const;
+  Position ToBox(Position position) const;
+  Position FromBox(Position position) const;
 
  private:
   std::vector<Position> line_feeds_;  // those after a CR, as positions in the dump

@@ -71,7 +71,7 @@ BitRange BitsFromTo(std::int16_t first, std::int16_t last) {
 
 std::optional<FieldLine> SplitFieldLine(std::string_view stripped) {
   FieldLine line;
-  while (line.count < FieldLine::kMostFields) {
+  while (line.count < FieldLine::kMaxFields) {
     const std::size_t end = stripped.find(';');
     line.fields[line.count++] = stripped.substr(0, end);
     if (end == std::string_view::npos) break;
@@ -163,21 +163,21 @@ class Parser {
       field.type = FieldType::kString;
       field.length = string_length_;
     } else {
-      return Complain(Kind::kType, line.type());
+      return AddProblem(Kind::kType, line.type());
     }
     Check(line, field);
     template_.steps.emplace_back(std::move(field));
   }
 
   void Check(const FieldLine& line, const TemplateField& field) {
-    if (Complained()) return;
+    if (HasProblem()) return;
     const auto end = std::int64_t{field.offset} + field.length;
     if (field.offset < 0 || field.length < 0 || end > static_cast<std::int64_t>(ByteBuffer{}.size())) {
-      Complain(Kind::kOutside, line.Field(2).value_or(line.type()));
+      AddProblem(Kind::kOutside, line.Field(2).value_or(line.type()));
     } else if (field.bits && field.bits->divisor == 0) {
-      Complain(Kind::kBits, *line.Field(3));
+      AddProblem(Kind::kBits, *line.Field(3));
     } else if (field.bits && std::max(first_, last_) > kHighestBit) {
-      Complain(Kind::kHighBits, line.Field(4).value_or(*line.Field(3)));
+      AddProblem(Kind::kHighBits, line.Field(4).value_or(*line.Field(3)));
     }
   }
 
@@ -185,13 +185,13 @@ class Parser {
   template <typename Number>
   void Assign(Number& target, const std::optional<Number>& value, Kind kind, std::string_view text) {
     if (value) target = *value;
-    if (!value || !HoldsNumber(text)) Complain(kind, text);
+    if (!value || !HoldsNumber(text)) AddProblem(kind, text);
   }
 
-  void Complain(Kind kind, std::string_view text) {
+  void AddProblem(Kind kind, std::string_view text) {
     template_.problems.push_back({line_, kind, std::string(text)});
   }
-  bool Complained() const { return !template_.problems.empty() && template_.problems.back().line == line_; }
+  bool HasProblem() const { return !template_.problems.empty() && template_.problems.back().line == line_; }
 
   Template template_;
   int line_ = 0;

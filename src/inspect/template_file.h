@@ -21,9 +21,9 @@ BitRange BitsFromTo(std::int16_t first, std::int16_t last);
 
 /// A line that describes a field, split at ";". Fields beyond the fifth are left out.
 struct FieldLine {
-  static constexpr std::size_t kMostFields = 5;
+  static constexpr std::size_t kMaxFields = 5;
 
-  std::array<std::string_view, kMostFields> fields;
+  std::array<std::string_view, kMaxFields> fields;
   std::size_t count = 0;
 
   std::string_view name() const { return fields[0]; }

@@ -10,7 +10,7 @@
 /// The texts of the inspector.
 namespace kolvane::inspect::texts {
 
-inline constexpr std::string_view kNothingMarked =
+inline constexpr std::string_view kNothingSelected =
     "Bitte markieren Sie einen Binärdatenblock, den Sie analysieren möchten.";
 
 // rows and columns of the panel of values
@@ -69,7 +69,7 @@ inline std::string Bytes(std::uint64_t count) {
 }
 
 /// `marked` bytes from `offset` on, in a block of `length` bytes.
-inline std::string Place(std::uint64_t offset, std::uint64_t marked, std::uint64_t length) {
+inline std::string PositionText(std::uint64_t offset, std::uint64_t marked, std::uint64_t length) {
   return "Position " + std::to_string(offset) + " (" + HexNumber(offset) + "), " + Bytes(marked) +
          " markiert, Block " + Bytes(length);
 }
@@ -96,24 +96,24 @@ inline std::string NotWritten(std::string_view name, int error) {
 inline std::string Problem(int line, TemplateProblem::Kind kind, std::string_view text) {
   using Kind = TemplateProblem::Kind;
   const std::string quoted = "„" + std::string(text) + "“";
-  const std::string place = "Zeile " + std::to_string(line) + ": ";
+  const std::string prefix = "Zeile " + std::to_string(line) + ": ";
   switch (kind) {
     case Kind::kType:
-      return place + "Typ " + quoted + " unbekannt";
+      return prefix + "Typ " + quoted + " unbekannt";
     case Kind::kByteCount:
-      return place + "Zahl der Bytes " + quoted + " ist keine Zahl";
+      return prefix + "Zahl der Bytes " + quoted + " ist keine Zahl";
     case Kind::kOffset:
-      return place + "Offset " + quoted + " ist keine Zahl";
+      return prefix + "Offset " + quoted + " ist keine Zahl";
     case Kind::kOutside:
-      return place + "Offset " + quoted + " führt über die 257 gelesenen Bytes hinaus";
+      return prefix + "Offset " + quoted + " führt über die 257 gelesenen Bytes hinaus";
     case Kind::kBits:
-      return place + "Bitbereich ab " + quoted + " enthält kein Bit";
+      return prefix + "Bitbereich ab " + quoted + " enthält kein Bit";
     case Kind::kHighBits:
-      return place + "Bits ab 15 zählen nicht (" + quoted + ")";
+      return prefix + "Bits ab 15 zählen nicht (" + quoted + ")";
     case Kind::kLength:
-      return place + "Länge " + quoted + " ist keine Zahl";
+      return prefix + "Länge " + quoted + " ist keine Zahl";
   }
-  return place;
+  return prefix;
 }
 
 }  // namespace kolvane::inspect::texts

@@ -43,8 +43,8 @@ std::int32_t AwaitHead(PortSession& session, base::BlockHead& head) {
 std::int32_t ReadPieces(PortSession& session, std::size_t count, std::string& data, bool& ended) {
   data.reserve(count);
   while (data.size() < count) {
-    const Status come = session.AwaitQueued(1);
-    if (come != Status::kOk) return Code(come);
+    const Status queued = session.AwaitQueued(1);
+    if (queued != Status::kOk) return Code(queued);
     devlnk::MessageEnd end{};
     const std::size_t piece = std::min(session.queued(), count - data.size());
     const Status status = session.ReadMessage({piece, {}}, data, end);
@@ -59,9 +59,9 @@ void DropTermination(PortSession& session, std::string_view termination) {
   session.SetTimeout(kGapMs);
   for (std::size_t count = 1; count <= termination.size(); ++count) {
     if (session.AwaitQueued(count) != Status::kOk) return;
-    const std::string_view came = session.queued_bytes().substr(0, count);
-    if (termination == kLineEnd && came == "\n") return session.Drop(1);
-    if (came != termination.substr(0, count)) return;
+    const std::string_view received = session.queued_bytes().substr(0, count);
+    if (termination == kLineEnd && received == "\n") return session.Drop(1);
+    if (received != termination.substr(0, count)) return;
   }
   session.Drop(termination.size());
 }
@@ -81,11 +81,11 @@ double ValueOf(std::string_view text) {
 
 std::int32_t ReadAnswer(PortSession& session, std::string_view termination, std::string& answer) {
   const devlnk::MessageRule rule = RuleFor(termination);
-  for (auto end = devlnk::MessageEnd::kMost; end == devlnk::MessageEnd::kMost;) {
+  for (auto end = devlnk::MessageEnd::kFull; end == devlnk::MessageEnd::kFull;) {
     const Status status = session.ReadMessage(rule, answer, end);
     if (status != Status::kOk) return Code(status);
     // The termination may be split across two pieces.
-    if (end == devlnk::MessageEnd::kMost && !termination.empty() && answer.ends_with(termination)) break;
+    if (end == devlnk::MessageEnd::kFull && !termination.empty() && answer.ends_with(termination)) break;
   }
   Strip(termination, answer);
   return 0;

@@ -21,7 +21,7 @@ namespace port_code = device::port_code;
 using devlnk::PortSession;
 using devlnk::Status;
 
-constexpr std::int32_t kUsualBaud = 9600;
+constexpr std::int32_t kDefaultBaud = 9600;
 constexpr std::int32_t kFirstParallelMode = 1;
 
 void Require(bool good, const char* what) {
@@ -74,9 +74,9 @@ void SetLine(const InstrumentOptions& options, std::int32_t usual_baud, devlnk::
   request.stop_bits = options.StopBits.value_or(1);
 }
 
-std::int32_t UsualBaud(const device::Resource& resource) {
+std::int32_t DefaultBaud(const device::Resource& resource) {
   const auto configured = resource.node.empty() ? device::ConfiguredRate(resource.port_code) : std::nullopt;
-  return configured.value_or(kUsualBaud);
+  return configured.value_or(kDefaultBaud);
 }
 
 Status Open(PortSession& session, const device::Resource& resource, const InstrumentOptions& options) {
@@ -84,7 +84,7 @@ Status Open(PortSession& session, const device::Resource& resource, const Instru
   const std::string text = base::ToWindows1252(tcp ? resource.host : resource.serial_number);
   devlnk::PortRequest request{.name = {}, .baud = kFirstParallelMode, .text = text, .node = resource.node};
   if (tcp) request.data_bits = resource.ip_port;
-  if (IsSerial(resource.port_code)) SetLine(options, UsualBaud(resource), request);
+  if (IsSerial(resource.port_code)) SetLine(options, DefaultBaud(resource), request);
   const Status status = session.OpenPort(resource.port_code, request);
   if (status != Status::kOk || device::IsPointToPoint(resource.port_code)) return status;
   return session.Select(resource.address);
@@ -92,7 +92,8 @@ Status Open(PortSession& session, const device::Resource& resource, const Instru
 
 // All code that accesses instruments is in the port library; it is never unloaded.
 std::unique_ptr<PortSession> MakeSession(const std::string& resource) {
-  const std::string path = device::FolderOfCode(reinterpret_cast<const void*>(&UsualBaud)) + "/libdevlnk.so";
+  const std::string path =
+      device::FolderOfCode(reinterpret_cast<const void*>(&DefaultBaud)) + "/libdevlnk.so";
   void* library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
   const char* reason = library == nullptr ? dlerror() : nullptr;
   void* function = library == nullptr ? nullptr : dlsym(library, devlnk::kNewPortSession);
@@ -134,7 +135,7 @@ void Connection::SetLine(const InstrumentOptions& options, SerialFlow flow) {
   Check(options);
   Run([&](PortSession& session, const Settings&) {
     devlnk::PortRequest request;
-    instrument::SetLine(options, kUsualBaud, request);
+    instrument::SetLine(options, kDefaultBaud, request);
     request.flow = FlowOf(flow);
     return Code(session.SetLine(request));
   });

@@ -21,7 +21,7 @@ std::int32_t Send(PortSession& session, const Settings& settings, std::string_vi
 
 MessageEnd EndOf(devlnk::MessageEnd end) {
   switch (end) {
-    case devlnk::MessageEnd::kMost:
+    case devlnk::MessageEnd::kFull:
       return MessageEnd::kCount;
     case devlnk::MessageEnd::kTerminator:
       return MessageEnd::kTermination;

@@ -97,7 +97,7 @@ std::size_t ClusterEnd(std::string_view text, std::size_t at) {
   return at;
 }
 
-std::size_t ClusterBegin(std::string_view text, std::size_t end) {
+std::size_t ClusterStart(std::string_view text, std::size_t end) {
   std::size_t begin = end;
   while (begin > 0) {
     begin = PreviousPoint(text, begin);
@@ -126,18 +126,18 @@ std::size_t EndOfKind(std::string_view line, std::size_t at, Kind kind) {
   return at;
 }
 
-std::size_t BeginOfKind(std::string_view line, std::size_t at, Kind kind) {
+std::size_t StartOfKind(std::string_view line, std::size_t at, Kind kind) {
   while (at > 0 && KindAt(line, at - 1) == kind) --at;
   return at;
 }
 
-struct Place {
+struct LinePosition {
   std::size_t start;
   std::string_view line;
   std::size_t column;
 };
 
-Place PlaceOf(const PaneStore& store, std::size_t offset) {
+LinePosition PositionOf(const PaneStore& store, std::size_t offset) {
   const std::size_t line = store.LineAt(offset);
   const std::size_t start = store.LineStart(line);
   return {start, store.Line(line), offset - start};
@@ -146,43 +146,44 @@ Place PlaceOf(const PaneStore& store, std::size_t offset) {
 }  // namespace
 
 std::size_t NextCharacter(const PaneStore& store, std::size_t offset) {
-  const Place place = PlaceOf(store, offset);
-  if (place.column == place.line.size()) return std::min(offset + 1, store.Length());
-  return place.start + ClusterEnd(place.line, place.column);
+  const LinePosition position = PositionOf(store, offset);
+  if (position.column == position.line.size()) return std::min(offset + 1, store.Length());
+  return position.start + ClusterEnd(position.line, position.column);
 }
 
 std::size_t PreviousCharacter(const PaneStore& store, std::size_t offset) {
-  const Place place = PlaceOf(store, offset);
-  if (place.column == 0) return offset > 0 ? offset - 1 : 0;
-  return place.start + ClusterBegin(place.line, place.column);
+  const LinePosition position = PositionOf(store, offset);
+  if (position.column == 0) return offset > 0 ? offset - 1 : 0;
+  return position.start + ClusterStart(position.line, position.column);
 }
 
 std::size_t NextWord(const PaneStore& store, std::size_t offset) {
-  const Place place = PlaceOf(store, offset);
-  if (place.column == place.line.size()) return std::min(offset + 1, store.Length());
-  const std::size_t end = EndOfKind(place.line, place.column, KindAt(place.line, place.column));
-  return place.start + EndOfKind(place.line, end, Kind::kSpace);
+  const LinePosition position = PositionOf(store, offset);
+  if (position.column == position.line.size()) return std::min(offset + 1, store.Length());
+  const std::size_t end = EndOfKind(position.line, position.column, KindAt(position.line, position.column));
+  return position.start + EndOfKind(position.line, end, Kind::kSpace);
 }
 
 std::size_t PreviousWord(const PaneStore& store, std::size_t offset) {
-  const Place place = PlaceOf(store, offset);
-  if (place.column == 0) return offset > 0 ? offset - 1 : 0;
-  const std::size_t end = BeginOfKind(place.line, place.column, Kind::kSpace);
-  if (end == 0) return place.start;
-  return place.start + BeginOfKind(place.line, end, KindAt(place.line, end - 1));
+  const LinePosition position = PositionOf(store, offset);
+  if (position.column == 0) return offset > 0 ? offset - 1 : 0;
+  const std::size_t end = StartOfKind(position.line, position.column, Kind::kSpace);
+  if (end == 0) return position.start;
+  return position.start + StartOfKind(position.line, end, KindAt(position.line, end - 1));
 }
 
 PaneRange WordAround(const PaneStore& store, std::size_t offset) {
-  const Place place = PlaceOf(store, offset);
-  if (place.line.empty()) return {offset, offset};
-  const std::size_t at = std::min(place.column, place.line.size() - 1);
-  const Kind kind = KindAt(place.line, at);
-  return {place.start + BeginOfKind(place.line, at, kind), place.start + EndOfKind(place.line, at, kind)};
+  const LinePosition position = PositionOf(store, offset);
+  if (position.line.empty()) return {offset, offset};
+  const std::size_t at = std::min(position.column, position.line.size() - 1);
+  const Kind kind = KindAt(position.line, at);
+  return {position.start + StartOfKind(position.line, at, kind),
+          position.start + EndOfKind(position.line, at, kind)};
 }
 
 PaneRange LineAround(const PaneStore& store, std::size_t offset) {
-  const Place place = PlaceOf(store, offset);
-  return {place.start, std::min(place.start + place.line.size() + 1, store.Length())};
+  const LinePosition position = PositionOf(store, offset);
+  return {position.start, std::min(position.start + position.line.size() + 1, store.Length())};
 }
 
 }  // namespace kolvane::pane

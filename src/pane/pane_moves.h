@@ -26,7 +26,7 @@ std::size_t ByteOfUnit(std::string_view text, std::size_t units);
 /// End of the cluster that starts at `at`, and start of the one that ends at `end`: a character together with
 /// the combining marks after it. The caret stands only between clusters.
 std::size_t ClusterEnd(std::string_view text, std::size_t at);
-std::size_t ClusterBegin(std::string_view text, std::size_t end);
+std::size_t ClusterStart(std::string_view text, std::size_t end);
 
 /// The caret position after or before `offset`; at either end of the text it stays.
 std::size_t NextCharacter(const PaneStore& store, std::size_t offset);

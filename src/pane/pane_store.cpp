@@ -245,7 +245,7 @@ std::size_t EndWithin(const PaneChunk& chunk, std::size_t at, Color color) {
 }
 
 // Where `color`, which reaches up to `at`, starts within the chunk.
-std::size_t BeginWithin(const PaneChunk& chunk, std::size_t at, Color color) {
+std::size_t StartWithin(const PaneChunk& chunk, std::size_t at, Color color) {
   if (at == 0) return 0;
   const ColorRuns& colors = chunk.colors();
   const auto run = colors.FirstAfter(at - 1);
@@ -260,10 +260,10 @@ std::size_t BeginWithin(const PaneChunk& chunk, std::size_t at, Color color) {
 ColorStretch StretchAt(const PaneStore& store, std::size_t offset) {
   const Color color = store.ColorAt(offset);
   std::size_t chunk = store.ChunkOfOffset(offset);
-  std::size_t begin = BeginWithin(store.Chunk(chunk), offset - store.ChunkStart(chunk).bytes, color);
+  std::size_t begin = StartWithin(store.Chunk(chunk), offset - store.ChunkStart(chunk).bytes, color);
   while (begin == 0 && chunk > 0) {
     const PaneChunk& before = store.Chunk(chunk - 1);
-    const std::size_t reach = BeginWithin(before, before.extent().bytes, color);
+    const std::size_t reach = StartWithin(before, before.extent().bytes, color);
     if (reach == before.extent().bytes) break;
     begin = reach;
     --chunk;

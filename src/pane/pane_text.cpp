@@ -12,7 +12,7 @@ bool PaneUndo::Continues(const PaneEdit& edit) const {
 }
 
 void PaneUndo::Note(PaneEdit edit, bool typed) {
-  if (edit.removed.text.size() > kMostRemoved) return Forget();
+  if (edit.removed.text.size() > kMaxRemoved) return Forget();
   if (typed && Continues(edit)) {
     edits_.back().inserted += edit.inserted;
     return;
@@ -20,7 +20,7 @@ void PaneUndo::Note(PaneEdit edit, bool typed) {
   typing_ = typed;
   removed_ += edit.removed.text.size();
   edits_.push_back(std::move(edit));
-  while (removed_ > kMostRemoved || edits_.size() > kMostEdits) {
+  while (removed_ > kMaxRemoved || edits_.size() > kMaxEdits) {
     removed_ -= edits_.front().removed.text.size();
     edits_.pop_front();
   }

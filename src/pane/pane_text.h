@@ -25,8 +25,8 @@ struct PaneEdit {
 class PaneUndo {
  public:
   /// Limit of the removed text that is kept, in bytes: an edit that removes more clears the record.
-  static constexpr std::size_t kMostRemoved = 16 * 1024 * 1024;
-  static constexpr std::size_t kMostEdits = 1000;
+  static constexpr std::size_t kMaxRemoved = 16 * 1024 * 1024;
+  static constexpr std::size_t kMaxEdits = 1000;
 
   /// A character typed right after that of the previous call is undone together with it.
   void Note(PaneEdit edit, bool typed);

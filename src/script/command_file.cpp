@@ -133,16 +133,16 @@ void CommandFileMenu::Save() {
   std::optional<std::string> name = list_.file_name();
   if (name->empty()) name = dialogs_.AskSaveName({});
   if (!name) return;
-  const bool lacks = TellWhatTheFileLacks();
+  const bool lacks = ReportLostCharacters();
   if (!Succeeded(WriteCommandFile(list_, *name), prompt_)) return;
   list_.MarkSaved();
   if (lacks) list_.MarkModified();
 }
 
-bool CommandFileMenu::TellWhatTheFileLacks() {
+bool CommandFileMenu::ReportLostCharacters() {
   const std::vector<int> rows = RowsOutsideCodePage(list_);
   if (rows.empty()) return false;
-  prompt_.ShowError(texts::NotInFile(rows, base::OutsideWindows1252(list_.Text(rows.front()))));
+  prompt_.ShowError(texts::CharactersNotInFile(rows, base::OutsideWindows1252(list_.Text(rows.front()))));
   return true;
 }
 

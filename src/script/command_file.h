@@ -77,12 +77,12 @@ FileResult WriteCommandFile(const CommandList& list, const std::string& name);
 FileResult WriteEmptyFile(const std::string& name);
 
 /// The file dialogs of the command list; no value if the user cancelled. They start in the folder of
-/// `in_hand`, the list's own file, which may be empty; the save dialog proposes its name.
+/// `current_file`, the list's own file, which may be empty; the save dialog proposes its name.
 class CommandFileDialogs {
  public:
   virtual ~CommandFileDialogs() = default;
-  virtual std::optional<std::string> AskOpenName(const std::string& in_hand) = 0;
-  virtual std::optional<std::string> AskSaveName(const std::string& in_hand) = 0;
+  virtual std::optional<std::string> AskOpenName(const std::string& current_file) = 0;
+  virtual std::optional<std::string> AskSaveName(const std::string& current_file) = 0;
 };
 
 /// The file commands of menu and toolbar. A failure is shown by the prompt and changes nothing.
@@ -103,7 +103,7 @@ class CommandFileMenu {
   void SaveAs();
 
  private:
-  bool TellWhatTheFileLacks();
+  bool ReportLostCharacters();
 
   CommandList& list_;
   CommandFileDialogs& dialogs_;

@@ -83,7 +83,7 @@ void CommandList::Show(ListFile file, std::vector<std::string> rows, bool modifi
   SetCurrentRow(1);
   file_ = std::move(file);
   modified_ = modified;
-  TellFile();
+  NotifyFile();
 }
 
 void CommandList::Fill(std::vector<std::string> rows) {
@@ -95,13 +95,13 @@ void CommandList::Fill(std::vector<std::string> rows) {
     target.breakpoint = false;
     target.color = ColorOf(target.text);
   }
-  TellRows(1, kListRows);
+  NotifyRows(1, kListRows);
 }
 
 void CommandList::SyntaxColorLine(int row) {
   if (!IsRow(row)) return;
   Used(row).color = ColorOf(Used(row).text);
-  TellRows(row, row);
+  NotifyRows(row, row);
 }
 
 void CommandList::ClearLineSelection(int row) {
@@ -114,13 +114,13 @@ void CommandList::HighlightLine(int row, Color back, Color fore, bool bold) {
   if (!IsRow(row)) return;
   Used(row).highlighted = true;
   Used(row).highlight = {back, fore, bold};
-  TellRows(row, row);
+  NotifyRows(row, row);
 }
 
 void CommandList::ToggleBreakpoint(int row) {
   if (!IsRow(row)) return;
   Used(row).breakpoint = !Used(row).breakpoint;
-  TellRows(row, row);
+  NotifyRows(row, row);
 }
 
 void CommandList::NoteError(int row, std::string_view error) {
@@ -136,7 +136,7 @@ std::string_view CommandList::ErrorOf(int row) const {
 void CommandList::SetDefaultTextColor(Color color) {
   default_color_ = color;
   for (Row& row : rows_) row.color = ColorOf(row.text);
-  TellRows(1, kListRows);
+  NotifyRows(1, kListRows);
 }
 
 void CommandList::SetCurrentRow(int row) {
@@ -151,7 +151,7 @@ void CommandList::SetFileName(std::string name) {
   modified_ = LastUsedRow() > 0;
   done_.MarkModified();
   undone_.MarkModified();
-  TellFile();
+  NotifyFile();
 }
 
 void CommandList::MarkSaved() {
@@ -159,7 +159,7 @@ void CommandList::MarkSaved() {
   modified_ = false;
   done_.MarkModified();
   undone_.MarkModified();
-  TellFile();
+  NotifyFile();
 }
 
 void CommandList::MarkModified() { SetModified(true); }
@@ -187,11 +187,11 @@ void CommandList::Replace(int first, const std::vector<std::string>& texts) {
     if (!InUse()) target.highlighted = false;
   }
   ++revision_;
-  TellRows(first, row - 1);
+  NotifyRows(first, row - 1);
 }
 
 void CommandList::SetModified(bool modified) {
-  if (std::exchange(modified_, modified) != modified) TellFile();
+  if (std::exchange(modified_, modified) != modified) NotifyFile();
 }
 
 }  // namespace kolvane::script

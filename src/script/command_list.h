@@ -183,10 +183,10 @@ class CommandList {
   void Replace(int first, const std::vector<std::string>& texts);
   void Fill(std::vector<std::string> rows);
   void SetModified(bool modified);
-  void TellRows(int first, int last) {
+  void NotifyRows(int first, int last) {
     if (observer_ != nullptr) observer_->RowsChanged(first, last);
   }
-  void TellFile() {
+  void NotifyFile() {
     ++revision_;
     if (observer_ != nullptr) observer_->FileChanged();
   }

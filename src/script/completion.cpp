@@ -55,8 +55,8 @@ std::vector<std::string> Arguments(const SpecialWord& word, const CommandList& l
   }
 }
 
-bool BeginsWith(std::string_view text, std::string_view begin) {
-  return base::UpperCase(text).starts_with(base::UpperCase(begin));
+bool StartsWithNoCase(std::string_view text, std::string_view prefix) {
+  return base::UpperCase(text).starts_with(base::UpperCase(prefix));
 }
 
 }  // namespace
@@ -68,15 +68,15 @@ std::vector<Completion> Completions(std::string_view typed, const CommandList& l
   if (space == typed.npos) {
     for (const SpecialWord& word : kSpecialWords) {
       const std::string name(word.word);
-      if (BeginsWith(name, typed))
+      if (StartsWithNoCase(name, typed))
         found.push_back({name + (word.argument == ArgumentKind::kNone ? "" : " "),
                          name + std::string(ArgumentName(word))});
     }
   } else if (const SpecialWord* word = FindSpecialWord(base::UpperCase(typed.substr(0, space)))) {
-    const std::string begin(typed.substr(0, space + 1));
+    const std::string prefix(typed.substr(0, space + 1));
     for (const std::string& argument : Arguments(*word, list))
-      if (BeginsWith(argument, typed.substr(space + 1)))
-        found.push_back({begin + argument, begin + argument});
+      if (StartsWithNoCase(argument, typed.substr(space + 1)))
+        found.push_back({prefix + argument, prefix + argument});
   }
   const auto complete = [typed](const Completion& each) {
     return base::EqualsNoCase(base::TrimSpacesRight(each.row), typed);

@@ -33,7 +33,7 @@ class Interpreter {
   bool RunSpecialCommand(std::string_view line);
 
   /// Whether every character can be sent.
-  bool SpeaksUtf8() const { return links_.device.utf8; }
+  bool UsesUtf8() const { return links_.device.utf8; }
 
   /// Resets what rows have set for the rest of their run.
   void EndOfRun() { links_.terminal.answers_of_run.reset(); }

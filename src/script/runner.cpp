@@ -28,9 +28,9 @@ class ScopeExit {
 
 }  // namespace
 
-int Runner::stands_at() const {
-  const auto* mark = list_.HighlightOf(broken_at_ != 0 ? broken_at_ : stands_at_);
-  return mark != nullptr && *mark == kRunningRow ? stands_at_ : 0;
+int Runner::stopped_before() const {
+  const auto* mark = list_.HighlightOf(broken_at_ != 0 ? broken_at_ : stopped_before_);
+  return mark != nullptr && *mark == kRunningRow ? stopped_before_ : 0;
 }
 
 void Runner::Play() {
@@ -41,7 +41,7 @@ void Runner::Play() {
 void Runner::PlayFromHere() {
   if (!running()) stop_before_ = 0;
   const int row = list_.current_row();
-  PlayFrom(broken_at_ == row && stands_at() != 0 ? row + 1 : row);
+  PlayFrom(broken_at_ == row && stopped_before() != 0 ? row + 1 : row);
 }
 
 void Runner::PlayFrom(int first) {
@@ -60,8 +60,8 @@ void Runner::PlayFrom(int first) {
 
 void Runner::Stop() {
   links_.state.run.StopRequested = true;
-  list_.ClearLineSelection(stands_at_);
-  stands_at_ = 0;
+  list_.ClearLineSelection(stopped_before_);
+  stopped_before_ = 0;
   list_.ClearLineSelection(list_.current_row());
 }
 
@@ -80,18 +80,18 @@ void Runner::Run(std::int16_t single_step, int first) {
 
 void Runner::RunToEnd(int first) {
   InterpreterState& state = links_.state.interpreter;
-  list_.ClearLineSelection(stands_at_);
+  list_.ClearLineSelection(stopped_before_);
   list_.ClearLineSelection(list_.current_row());
-  stands_at_ = 0;
+  stopped_before_ = 0;
   broken_at_ = 0;
   list_.SetCurrentRow(first - 1);
-  for (bool begins = first > 1; !EndRequested(); begins = false) {
+  for (bool is_start = first > 1; !EndRequested(); is_start = false) {
     list_.ClearLineSelection(list_.current_row());
     list_.SetCurrentRow(list_.current_row() + 1);
     if (list_.current_row() > kListRows) break;
     Highlight(list_.current_row());
-    if (!begins && StopsBefore(list_.current_row())) {
-      stands_at_ = list_.current_row();
+    if (!is_start && StopsBefore(list_.current_row())) {
+      stopped_before_ = list_.current_row();
       return;
     }
     links_.host.RowStarts();
@@ -101,7 +101,7 @@ void Runner::RunToEnd(int first) {
   }
   if (!links_.state.run.BreakRequested || links_.state.run.StopRequested || outcome_.list_error) return;
   broken_at_ = list_.current_row();
-  stands_at_ = broken_at_ < kListRows ? broken_at_ + 1 : 0;
+  stopped_before_ = broken_at_ < kListRows ? broken_at_ + 1 : 0;
 }
 
 // Rows of a failed condition are skipped.
@@ -112,7 +112,7 @@ bool Runner::StopsBefore(int row) const {
 void Runner::Step() {
   const int row = list_.current_row();
   broken_at_ = 0;
-  if (stands_at_ != row) list_.ClearLineSelection(stands_at_);
+  if (stopped_before_ != row) list_.ClearLineSelection(stopped_before_);
   if (ExecuteRow()) {
     list_.ClearLineSelection(row);
     list_.ClearLineSelection(list_.current_row());
@@ -121,11 +121,11 @@ void Runner::Step() {
   StepOverFailedCondition();
   list_.SetCurrentRow(list_.current_row() + 1);
   Highlight(list_.current_row());
-  stands_at_ = list_.current_row();
+  stopped_before_ = list_.current_row();
 }
 
 void Runner::EndStepping() {
-  stands_at_ = 0;
+  stopped_before_ = 0;
   InterpreterState& state = links_.state.interpreter;
   state.IfDepth = 0;
   state.RepeatLevel = 0;
@@ -169,7 +169,7 @@ bool Runner::ExecuteLine() {
 // The device would receive another command: "MEAS:RES 5 Ω" would arrive as a query.
 bool Runner::SendLine() {
   const std::string_view outside =
-      interpreter_.SpeaksUtf8() ? std::string_view() : base::OutsideWindows1252(line_);
+      interpreter_.UsesUtf8() ? std::string_view() : base::OutsideWindows1252(line_);
   if (outside.empty()) {
     outcome_.exchange_failed |= links_.exchange.Run(line_, terminal::Sender::kList).Failed();
   } else {

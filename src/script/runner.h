@@ -27,12 +27,12 @@ class Runner {
   /// Plays from the current row on, ignoring a breakpoint on it. After Break it continues after the row at
   /// which the run ended, if that is still current. Loops and conditions stay as they are.
   void PlayFromHere();
-  /// Makes the next PlayOn, which plays from stands_at() or from row 1, stop before `row`.
+  /// Makes the next PlayOn, which plays from stopped_before() or from row 1, stop before `row`.
   void StopBefore(int row) { stop_before_ = row; }
-  void PlayOn() { PlayFrom(stands_at() != 0 ? stands_at() : 1); }
+  void PlayOn() { PlayFrom(stopped_before() != 0 ? stopped_before() : 1); }
   /// The row before which a step, Break, a breakpoint or PlayOn has stopped a run; 0 if there is none or the
   /// row highlighted then no longer is.
-  int stands_at() const;
+  int stopped_before() const;
   /// TB_SINGLESTEP: executes the current row, then highlights the row that the next step executes. Past the
   /// last row, or after Stop, it ends loops and conditions and moves on by one row instead; past the last row
   /// it moves to row 1.
@@ -83,7 +83,7 @@ class Runner {
   RunOutcome outcome_;
   std::string line_;  ///< the current row, trimmed; a copy, since a message box lets the user edit the list
   int last_row_ = 0;
-  int stands_at_ = 0;
+  int stopped_before_ = 0;
   int broken_at_ = 0;  // the current row when Break ended a run
   int stop_before_ = 0;
   bool aborted_ = false;

@@ -12,7 +12,8 @@ std::string ListStatus(std::string_view file_name, std::size_t left_out) {
   return text;
 }
 
-std::string LeftList(std::string_view file_name, std::string_view when, std::size_t rows, std::size_t more) {
+std::string AbandonedList(std::string_view file_name, std::string_view when, std::size_t rows,
+                          std::size_t more) {
   file_name.remove_prefix(file_name.rfind('/') + 1);
   std::string text = "Nicht gespeicherte Befehlsliste";
   if (!file_name.empty()) text += " „" + std::string(file_name) + "“";
@@ -22,7 +23,7 @@ std::string LeftList(std::string_view file_name, std::string_view when, std::siz
   return text;
 }
 
-std::string NotInFile(const std::vector<int>& rows, std::string_view character) {
+std::string CharactersNotInFile(const std::vector<int>& rows, std::string_view character) {
   std::string text = "Das Zeichen „" + std::string(character) + "“ in Zeile " + std::to_string(rows.front()) +
                      " kann nicht gespeichert werden. In der Datei steht dafür „?“.";
   if (rows.size() == 2) text += " Ebenso in einer weiteren Zeile.";

@@ -44,14 +44,15 @@ inline std::string NotInCodePage(std::string_view character) {
 
 /// Before a list is saved: the rows, at least one, with characters that a command file cannot hold;
 /// `character` is the first of them.
-std::string NotInFile(const std::vector<int>& rows, std::string_view character);
+std::string CharactersNotInFile(const std::vector<int>& rows, std::string_view character);
 
 /// For the second status bar; an empty name means a new list.
 std::string ListStatus(std::string_view file_name, std::size_t left_out);
 
 /// Offers a list that a window has left unsaved: the name of its file, which may be empty, the time of the
 /// copy, how many rows it has and how many such lists follow.
-std::string LeftList(std::string_view file_name, std::string_view when, std::size_t rows, std::size_t more);
+std::string AbandonedList(std::string_view file_name, std::string_view when, std::size_t rows,
+                          std::size_t more);
 inline constexpr std::string_view kRestore = "Wiederherstellen";
 inline constexpr std::string_view kDiscard = "Verwerfen";
 

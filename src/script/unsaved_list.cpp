@@ -51,7 +51,7 @@ std::optional<std::string> ReadText(const std::string& file, std::time_t& saved_
   return bytes;
 }
 
-std::optional<LeftCopy> ReadCopy(CopyFolder folder) {
+std::optional<AbandonedCopy> ReadCopy(CopyFolder folder) {
   std::time_t saved_at = 0;
   const std::optional<std::string> text = ReadText(folder.File(), saved_at);
   if (!text) return std::nullopt;
@@ -63,7 +63,7 @@ std::optional<LeftCopy> ReadCopy(CopyFolder folder) {
   std::string name = std::move(lines.front());
   lines.erase(lines.begin());
   lines.resize(std::min<std::size_t>(lines.size(), kListRows));
-  return LeftCopy(std::move(folder), std::move(name), std::move(lines), saved_at);
+  return AbandonedCopy(std::move(folder), std::move(name), std::move(lines), saved_at);
 }
 
 std::optional<CopyFolder> Claim(const fs::path& path) {
@@ -100,25 +100,25 @@ bool UnsavedCopy::Write(const CommandList& list) {
   return error == 0;
 }
 
-bool LeftCopy::Restore(CommandList& list) const {
+bool AbandonedCopy::Restore(CommandList& list) const {
   if (!list.ShowFile(name_, rows_, 0)) return false;
   list.MarkModified();
   return true;
 }
 
-std::vector<LeftCopy> LeftCopies(const std::string& folder) {
-  std::vector<LeftCopy> copies;
+std::vector<AbandonedCopy> AbandonedCopies(const std::string& folder) {
+  std::vector<AbandonedCopy> copies;
   const base::FolderLock around(folder);
   if (folder.empty() || !around.IsHeld()) return copies;
   std::error_code failure;
   for (const auto& entry : fs::directory_iterator(folder, failure)) {
     std::optional<CopyFolder> left = Claim(entry.path());
-    std::optional<LeftCopy> copy = left ? ReadCopy(*std::move(left)) : std::nullopt;
+    std::optional<AbandonedCopy> copy = left ? ReadCopy(*std::move(left)) : std::nullopt;
     if (copy) copies.push_back(*std::move(copy));
   }
-  std::ranges::stable_sort(copies, std::greater(), &LeftCopy::saved_at);
-  for (std::size_t old = kLeftCopiesKept; old < copies.size(); ++old) copies[old].Remove();
-  if (copies.size() > kLeftCopiesKept) copies.erase(copies.begin() + kLeftCopiesKept, copies.end());
+  std::ranges::stable_sort(copies, std::greater(), &AbandonedCopy::saved_at);
+  for (std::size_t old = kMaxAbandonedCopies; old < copies.size(); ++old) copies[old].Remove();
+  if (copies.size() > kMaxAbandonedCopies) copies.erase(copies.begin() + kMaxAbandonedCopies, copies.end());
   return copies;
 }
 

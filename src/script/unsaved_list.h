@@ -43,9 +43,9 @@ class UnsavedCopy {
 };
 
 /// A copy whose window no longer exists. While this object exists, no other window is offered the copy.
-class LeftCopy {
+class AbandonedCopy {
  public:
-  LeftCopy(CopyFolder folder, std::string name, std::vector<std::string> rows, std::time_t saved_at)
+  AbandonedCopy(CopyFolder folder, std::string name, std::vector<std::string> rows, std::time_t saved_at)
       : folder_(std::move(folder)), name_(std::move(name)), rows_(std::move(rows)), saved_at_(saved_at) {}
 
   const std::string& name() const { return name_; }  ///< of the list's file; empty: it had none
@@ -63,9 +63,9 @@ class LeftCopy {
   std::time_t saved_at_;
 };
 
-inline constexpr std::size_t kLeftCopiesKept = 5;
+inline constexpr std::size_t kMaxAbandonedCopies = 5;
 
 /// The copies that other windows have left in `folder`, newest first; those beyond the limit are removed.
-std::vector<LeftCopy> LeftCopies(const std::string& folder);
+std::vector<AbandonedCopy> AbandonedCopies(const std::string& folder);
 
 }  // namespace kolvane::script

@@ -69,7 +69,7 @@ std::string Count(std::int32_t count, std::string_view one, std::string_view mor
 
 }  // namespace
 
-std::string LeftOver(const InterpreterState& state, bool silent, bool recording) {
+std::string StillOpen(const InterpreterState& state, bool silent, bool recording) {
   std::string text;
   const auto add = [&text](const std::string& part) {
     text += (text.empty() ? "Noch offen: " : ", ") + part;
@@ -103,20 +103,20 @@ std::string RunProgress::Text(const CommandList& list, const InterpreterState& s
       "Zeile " + std::to_string(list.current_row()) + " von " + std::to_string(list.LastUsedRow());
   if (state.RepeatLevel >= 1 && state.RepeatLevel < kLevels)
     text += ", Schleife " + PassOf(list, state, static_cast<std::size_t>(state.RepeatLevel));
-  return text + ", " + Minutes(seconds) + ToGo(list, state, seconds);
+  return text + ", " + Minutes(seconds) + TimeLeft(list, state, seconds);
 }
 
-std::string RunProgress::ToGo(const CommandList& list, const InterpreterState& state, double seconds) {
+std::string RunProgress::TimeLeft(const CommandList& list, const InterpreterState& state, double seconds) {
   const bool in_loop = state.RepeatLevel >= 1 && state.RepeatLevel < kLevels;
   const double share = in_loop ? ShareDone(list, state) : 0;
-  if (const int row = in_loop ? state.RepeatRow[1] : 0; row != loop_row_ || share < share_then_) {
+  if (const int row = in_loop ? state.RepeatRow[1] : 0; row != loop_row_ || share < share_at_start_) {
     loop_row_ = row;
     loop_start_ = seconds;
-    share_then_ = share;
+    share_at_start_ = share;
   }
   const double elapsed = seconds - loop_start_;
-  if (elapsed < 1 || share <= share_then_) return {};
-  return ", noch etwa " + Minutes(elapsed * (1 - share) / (share - share_then_));
+  if (elapsed < 1 || share <= share_at_start_) return {};
+  return ", noch etwa " + Minutes(elapsed * (1 - share) / (share - share_at_start_));
 }
 
 }  // namespace kolvane::script

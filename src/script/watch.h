@@ -30,7 +30,7 @@ std::vector<WatchItem> WatchItems(const CommandList& list, const InterpreterStat
 
 /// What an earlier run has left open and the next one starts with; empty if that is nothing. `recording`:
 /// $AUTOLOG has switched the log's recording on.
-std::string LeftOver(const InterpreterState& state, bool silent, bool recording);
+std::string StillOpen(const InterpreterState& state, bool silent, bool recording);
 
 /// Progress of a run. After one second in its outermost loop, and while the passes of all open loops are
 /// known, this includes an estimate of the loop's remaining time.
@@ -40,11 +40,11 @@ class RunProgress {
   std::string Text(const CommandList& list, const InterpreterState& state, double seconds);
 
  private:
-  std::string ToGo(const CommandList& list, const InterpreterState& state, double seconds);
+  std::string TimeLeft(const CommandList& list, const InterpreterState& state, double seconds);
 
-  int loop_row_ = 0;       // of the outermost loop; 0: none is open
-  double loop_start_ = 0;  // seconds
-  double share_then_ = 0;  // done of the loop when first seen
+  int loop_row_ = 0;           // of the outermost loop; 0: none is open
+  double loop_start_ = 0;      // seconds
+  double share_at_start_ = 0;  // done of the loop when first seen
 };
 
 }  // namespace kolvane::script

@@ -18,7 +18,7 @@ BlockReader::Result BlockReader::Read(std::string& block) {
   base::BlockHead head;
   while (!head.IsWhole()) {
     if (block_.size() == head.bytes() && !Take(1)) return block_.empty() ? Result::kNothing : Result::kFailed;
-    if (!head.Take(block_[head.bytes()])) return GiveBack();
+    if (!head.Take(block_[head.bytes()])) return PutBack();
   }
   const Result result = head.IsCounted() ? TakeCounted(head) : TakeToTerminator();
   if (result == Result::kBlock) block = std::move(block_);
@@ -43,10 +43,10 @@ BlockReader::Result BlockReader::TakeCounted(const base::BlockHead& head) {
   const std::size_t length = head.length();
   if (length > base::kBlockLimit) return Result::kTooLong;
   const std::size_t end = head.bytes() + length;
-  for (std::size_t told = 0; block_.size() < end;) {
+  for (std::size_t reported = 0; block_.size() < end;) {
     if (!Take(Piece(end - block_.size()))) return Result::kFailed;
     const std::size_t percent = 100 * (block_.size() - (end - length)) / length;
-    if (percent != std::exchange(told, percent)) progress_(static_cast<int>(percent), length);
+    if (percent != std::exchange(reported, percent)) progress_(static_cast<int>(percent), length);
   }
   DropTerminator();
   return Result::kBlock;
@@ -59,7 +59,7 @@ BlockReader::Result BlockReader::TakeToTerminator() {
     if (block_.size() > base::kBlockLimit) return Result::kTooLong;
     if (Take(Piece(kLargestPiece), terminator_)) continue;
     if (!terminator_.empty()) return Result::kFailed;
-    ForgetError();
+    ClearError();
     return Result::kBlock;
   } while (terminator_.empty() || !block_.ends_with(terminator_));
   block_.resize(block_.size() - terminator_.size());
@@ -84,20 +84,20 @@ void BlockReader::DropTerminator() {
   }
   if (matched < expected.size()) state_.put_back = block_.substr(end);
   block_.resize(end);
-  ForgetError();
+  ClearError();
 }
 
 // The gap that ends a block is not a failure of the exchange.
-void BlockReader::ForgetError() {
+void BlockReader::ClearError() {
   device_.ClearLastError();
   state_.last_result = 0;
 }
 
 // A UTF-8 character is put back whole, so that it is decoded as one.
-BlockReader::Result BlockReader::GiveBack() {
+BlockReader::Result BlockReader::PutBack() {
   const char lead = block_.back();
-  const bool begun = state_.utf8 && !base::IsAscii({&lead, 1}) && !base::IsUtf8Continuation(lead);
-  if (begun) Take(base::Utf8Length(lead) - 1);
+  const bool lead_only = state_.utf8 && !base::IsAscii({&lead, 1}) && !base::IsUtf8Continuation(lead);
+  if (lead_only) Take(base::Utf8Length(lead) - 1);
   state_.put_back = std::move(block_);
   return Result::kNoBlock;
 }

@@ -43,8 +43,8 @@ class BlockReader {
   Result TakeToTerminator();
   std::size_t Piece(std::size_t left);
   void DropTerminator();
-  void ForgetError();
-  Result GiveBack();
+  void ClearError();
+  Result PutBack();
 
   device::Device& device_;
   device::DeviceState& state_;

@@ -93,7 +93,7 @@ bool ConnectCommands::Probe() {
   return false;
 }
 
-void ConnectCommands::LookForLoss() {
+void ConnectCommands::CheckForLoss() {
   const int descriptor = device_.WaitDescriptor();
   if (descriptor >= 0 && base::IsReadable(descriptor) && device_.BytesWaiting() <= 0) Probe();
 }

@@ -75,7 +75,7 @@ class ConnectCommands {
   /// change.
   bool Probe();
   /// Does the same, but only if the port's descriptor is ready; otherwise does nothing.
-  void LookForLoss();
+  void CheckForLoss();
 
   /// The connection has ended by itself. Nothing else changes until the next connect.
   void NoteLoss();

@@ -18,7 +18,7 @@ Exchange::Exchange(Session& session, device::Waits& waits, const Options& option
 
 ExchangeResult Exchange::Run(std::string_view command, Sender sender) {
   const device::Waits::Scope scope(waits_, device::Operation::kAnswer);
-  return Ended(command, Carry(command, sender));
+  return Ended(command, Perform(command, sender));
 }
 
 ExchangeResult Exchange::Read(Sender sender) {
@@ -39,7 +39,7 @@ ExchangeResult Exchange::Ended(std::string_view command, const ExchangeResult& r
   return result;
 }
 
-ExchangeResult Exchange::Carry(std::string_view command, Sender sender) {
+ExchangeResult Exchange::Perform(std::string_view command, Sender sender) {
   ExchangeResult result;
   const double start = Start(sender);
   result.sent = session_.SendCommand(command);
@@ -52,7 +52,7 @@ ExchangeResult Exchange::Carry(std::string_view command, Sender sender) {
       output_.AddLine(LineKind::kNotice, rule.message);
       output_.Remark(LineKind::kNotice, rule.message);
     }
-    session_.TellBytesWaiting();
+    session_.ReportBytesWaiting();
     return result;
   }
   GetAnswer(result, start, sender);
@@ -62,7 +62,7 @@ ExchangeResult Exchange::Carry(std::string_view command, Sender sender) {
 void Exchange::GetAnswer(ExchangeResult& result, double start, Sender sender) {
   result.answered = session_.GetAnswer();
   if (options_.show_response_times) ShowTime(start, sender);
-  session_.TellBytesWaiting();
+  session_.ReportBytesWaiting();
 }
 
 // For the user, one option decides whether the start is taken, another whether a time is shown: with only the

@@ -59,7 +59,7 @@ class Exchange {
 
  private:
   ExchangeResult Ended(std::string_view command, const ExchangeResult& result);
-  ExchangeResult Carry(std::string_view command, Sender sender);
+  ExchangeResult Perform(std::string_view command, Sender sender);
   void GetAnswer(ExchangeResult& result, double start, Sender sender);
   double Start(Sender sender) const;
   double Milliseconds(Sender sender) const;

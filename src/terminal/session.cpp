@@ -33,8 +33,8 @@ struct WordBits {
     for (const DeviceWord& each : kDeviceWords) {
       starts |= bit;
       for (const char c : each.word) {
-        for (std::size_t any = 0; any < having.size(); ++any)
-          if (base::UpperAscii(static_cast<char>(any)) == c) having[any] |= bit;
+        for (std::size_t any = 0; any < counts.size(); ++any)
+          if (base::UpperAscii(static_cast<char>(any)) == c) counts[any] |= bit;
         bit <<= 1;
       }
       ends |= bit >> 1;
@@ -43,7 +43,7 @@ struct WordBits {
 
   unsigned starts = 0;
   unsigned ends = 0;
-  std::array<unsigned, 256> having{};  // by character
+  std::array<unsigned, 256> counts{};  // by character
 };
 constexpr WordBits kBits;
 
@@ -55,7 +55,7 @@ PostSendRule RuleFor(std::string_view command) {
   unsigned matched = 0;
   unsigned found = 0;
   for (const char c : command) {
-    matched = (matched << 1 | kBits.starts) & kBits.having[static_cast<unsigned char>(c)];
+    matched = (matched << 1 | kBits.starts) & kBits.counts[static_cast<unsigned char>(c)];
     found |= matched & kBits.ends;
   }
   unsigned end = 0;
@@ -102,7 +102,7 @@ void AppendDisplayForm(std::string_view bytes, bool binary, std::string& text, b
 }
 
 bool Session::EnsureConnected() {
-  if (state_.extras.reconnect && device_state_.connected) connect_.LookForLoss();
+  if (state_.extras.reconnect && device_state_.connected) connect_.CheckForLoss();
   if (connect_.lost() && state_.extras.reconnect) {
     connect_.Reconnect();
   } else if (!device_state_.connected) {
@@ -142,7 +142,7 @@ bool Session::GetAnswer() {
   return received;
 }
 
-void Session::TellBytesWaiting() {
+void Session::ReportBytesWaiting() {
   if (!output_.ShowsState()) return;
   output_.ShowState(StateKind::kBytes, texts::BytesWaiting(device_.BytesWaiting()));
 }

@@ -60,7 +60,7 @@ class Session {
   bool EnsureConnected();
 
   /// Reports how many received bytes no answer has read; does not ask the device if no view is set.
-  void TellBytesWaiting();
+  void ReportBytesWaiting();
 
   /// Discards the bytes received so far and says so.
   void Flush() { FlushInput(device_, output_); }

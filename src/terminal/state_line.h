@@ -9,14 +9,14 @@ namespace kolvane::terminal {
 
 /// What is shown about the session besides the connection, most urgent first.
 enum class StateKind {
-  kWait,      ///< what is waited for
-  kBlock,     ///< how much of a block has been received
-  kRun,       ///< how far the command list has run
-  kLost,      ///< the connection is lost
-  kModem,     ///< the modem's last word after failed dialling
-  kBytes,     ///< bytes received but not read
-  kWords,     ///< what the last failure means
-  kLeftOver,  ///< left open by an earlier run: loops, conditions, silence, recording
+  kWait,       ///< what is waited for
+  kBlock,      ///< how much of a block has been received
+  kRun,        ///< how far the command list has run
+  kLost,       ///< the connection is lost
+  kModem,      ///< the modem's last word after failed dialling
+  kBytes,      ///< bytes received but not read
+  kWords,      ///< what the last failure means
+  kStillOpen,  ///< left open by an earlier run: loops, conditions, silence, recording
 };
 
 /// Shows the state.
@@ -27,7 +27,7 @@ class StateView {
   virtual void ShowState(StateKind kind, std::string_view text) = 0;
 };
 
-/// Holds one text of each kind. The most urgent one is shown; kWords and kLeftOver are shown together. The
+/// Holds one text of each kind. The most urgent one is shown; kWords and kStillOpen are shown together. The
 /// text of kRun starts with its row, followed by a comma. Texts are UTF-8; an empty text is not shown.
 class StateLine {
  public:
@@ -50,14 +50,14 @@ class StateLine {
       if (const std::string& text = Of(kind); !text.empty()) return text;
     }
     const std::string& words = Of(StateKind::kWords);
-    const std::string& left_over = Of(StateKind::kLeftOver);
-    return words + (words.empty() || left_over.empty() ? "" : "; ") + left_over;
+    const std::string& still_open = Of(StateKind::kStillOpen);
+    return words + (words.empty() || still_open.empty() ? "" : "; ") + still_open;
   }
 
  private:
   const std::string& Of(StateKind kind) const { return texts_[static_cast<std::size_t>(kind)]; }
 
-  std::array<std::string, static_cast<std::size_t>(StateKind::kLeftOver) + 1> texts_;
+  std::array<std::string, static_cast<std::size_t>(StateKind::kStillOpen) + 1> texts_;
 };
 
 }  // namespace kolvane::terminal

@@ -16,7 +16,7 @@ bool Unasked::Take() {
     output_.ShowState(StateKind::kBytes, texts::BytesWaiting(waiting));
     return false;
   }
-  const auto count = std::min(static_cast<std::size_t>(waiting), kMostAtOnce);
+  const auto count = std::min(static_cast<std::size_t>(waiting), kMaxAtOnce);
   std::string bytes = std::exchange(device_state_.put_back, {});
   const std::size_t left = count - std::min(count, bytes.size());
   if (left > 0) {
@@ -37,7 +37,7 @@ bool Unasked::Probe() {
   const int descriptor = device_.WaitDescriptor();
   if (descriptor >= 0 && !base::IsReadable(descriptor)) return true;
   if (connect_.Probe()) return true;
-  ShowRest();
+  ShowPartialLine();
   return false;
 }
 
@@ -46,23 +46,23 @@ void Unasked::ShowLines(std::string_view bytes) {
   const std::string& terminator = state_.receive.receive_terminator;
   const char last = terminator.empty() ? '\n' : terminator.back();
   for (std::size_t end; (end = bytes.find(last)) != std::string_view::npos; bytes.remove_prefix(end + 1)) {
-    rest_ += bytes.substr(0, end);
+    partial_line_ += bytes.substr(0, end);
     ShowLine();
   }
-  rest_ += bytes;
+  partial_line_ += bytes;
   // A line without an end is shown in parts.
-  if (rest_.size() >= kMostAtOnce) ShowRest();
+  if (partial_line_.size() >= kMaxAtOnce) ShowPartialLine();
 }
 
-void Unasked::ShowRest() {
-  if (HasRest()) ShowLine();
+void Unasked::ShowPartialLine() {
+  if (HasPartialLine()) ShowLine();
 }
 
 void Unasked::ShowLine() {
-  if (rest_.ends_with('\r')) rest_.pop_back();
+  if (partial_line_.ends_with('\r')) partial_line_.pop_back();
   std::string line;
-  AppendDisplayForm(rest_, state_.receive.ShowsBytes(), line, device_state_.utf8);
-  rest_.clear();
+  AppendDisplayForm(partial_line_, state_.receive.ShowsBytes(), line, device_state_.utf8);
+  partial_line_.clear();
   output_.AddLine(LineKind::kAnswer, line);
 }
 

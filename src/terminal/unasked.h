@@ -16,7 +16,7 @@ namespace kolvane::terminal {
 class Unasked {
  public:
   /// The most taken in one call, bytes.
-  static constexpr std::size_t kMostAtOnce = 256u << 10;
+  static constexpr std::size_t kMaxAtOnce = 256u << 10;
 
   Unasked(device::Device& device, device::DeviceState& device_state, const TerminalState& state,
           Output& output, ConnectCommands& connect)
@@ -27,8 +27,8 @@ class Unasked {
   bool Take();
 
   /// Shows the unfinished line when no more bytes are expected.
-  void ShowRest();
-  bool HasRest() const { return !rest_.empty(); }
+  void ShowPartialLine();
+  bool HasPartialLine() const { return !partial_line_.empty(); }
 
  private:
   bool Probe();
@@ -40,7 +40,7 @@ class Unasked {
   const TerminalState& state_;
   Output& output_;
   ConnectCommands& connect_;
-  std::string rest_;  // the unfinished line
+  std::string partial_line_;  // the unfinished line
   Bytes buffer_;
 };
 

@@ -48,7 +48,8 @@ void Column::Append(double value) {
   if (size() % kLeaf != 0) return;
   CloseLeaf();
   std::size_t width = kLeaf;
-  for (std::size_t level = 1; size() % (width * kFan) == 0; ++level, width *= kFan) CloseNode(level, width);
+  for (std::size_t level = 1; size() % (width * kFanOut) == 0; ++level, width *= kFanOut)
+    CloseNode(level, width);
 }
 
 void Column::CloseLeaf() {
@@ -61,7 +62,7 @@ void Column::CloseLeaf() {
 void Column::CloseNode(std::size_t level, std::size_t width_below) {
   const Chunks<Node>& below = levels_[level - 1];
   Summary node;
-  for (std::size_t i = below.size() - kFan; i < below.size(); ++i)
+  for (std::size_t i = below.size() - kFanOut; i < below.size(); ++i)
     node.Merge(SummaryOf(below[i], width_below));
   if (levels_.size() == level) levels_.emplace_back();
   levels_[level].Append({node.minimum, node.maximum, node.mean, node.deviations});
@@ -72,7 +73,7 @@ void Column::Truncate(std::size_t size) {
   std::size_t width = kLeaf;
   for (Chunks<Node>& level : levels_) {
     level.Truncate(size / width);
-    width *= kFan;
+    width *= kFanOut;
   }
 }
 
@@ -88,8 +89,8 @@ void Column::Walk(std::size_t first, std::size_t last, UseNode use_node, UseValu
       continue;
     }
     std::size_t level = 0;
-    while (first % (width * kFan) == 0 && first + width * kFan <= last) {
-      width *= kFan;
+    while (first % (width * kFanOut) == 0 && first + width * kFanOut <= last) {
+      width *= kFanOut;
       ++level;
     }
     use_node(levels_[level][first / width], width);

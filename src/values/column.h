@@ -63,10 +63,10 @@ class Chunks {
   }
 
  private:
-  static constexpr std::size_t kLeastGrowth = 16;
+  static constexpr std::size_t kMinGrowth = 16;
 
   // Growing by a quarter keeps the unused memory small.
-  std::size_t Growth() const { return std::max(kLeastGrowth, size_ / 4); }
+  std::size_t Growth() const { return std::max(kMinGrowth, size_ / 4); }
 
   std::vector<std::vector<T>> chunks_;
   std::size_t size_ = 0;
@@ -101,11 +101,11 @@ struct Extent {
 };
 
 /// Values in order of arrival, with a pyramid of statistics: a node for each kLeaf values, and one for each
-/// kFan nodes below. The statistics of a range take O(log n) steps.
+/// kFanOut nodes below. The statistics of a range take O(log n) steps.
 class Column {
  public:
   static constexpr std::size_t kLeaf = 64;
-  static constexpr std::size_t kFan = 16;
+  static constexpr std::size_t kFanOut = 16;
 
   std::size_t size() const { return values_.size(); }
   double operator[](std::size_t at) const { return values_[at]; }

@@ -116,8 +116,8 @@ constexpr float kNowhere = 1e9f;  // far outside any picture
 struct Whole {
   std::vector<int> first;
   std::vector<int> last;
-  int least = 0;
-  int most = 0;
+  int minimum = 0;
+  int maximum = 0;
 };
 
 Whole WholeRowsOf(const CurveBars& bars, int height) {
@@ -129,8 +129,8 @@ Whole WholeRowsOf(const CurveBars& bars, int height) {
     whole.first.push_back(none ? 0 : static_cast<int>(std::ceil(top)));
     whole.last.push_back(none ? 0 : static_cast<int>(std::floor(bottom)));
     if (none || whole.first.back() >= whole.last.back()) continue;
-    whole.least = std::min(whole.least, whole.first.back());
-    whole.most = std::max(whole.most, whole.last.back());
+    whole.minimum = std::min(whole.minimum, whole.first.back());
+    whole.maximum = std::max(whole.maximum, whole.last.back());
   }
   return whole;
 }
@@ -143,12 +143,12 @@ void PaintRow(std::uint32_t* line, int y, int width, const Whole& whole, std::ui
     line[column] = y >= first[column] && y < last[column] ? color : line[column];
 }
 
-std::uint32_t Mixed(std::uint32_t under, std::uint32_t over, double share) {
+std::uint32_t Mixed(std::uint32_t lower, std::uint32_t upper, double share) {
   const auto part = static_cast<std::uint32_t>(share * 256);
   std::uint32_t mixed = 0xff000000;
   for (const unsigned shift : {0u, 8u, 16u}) {
-    const std::uint32_t a = under >> shift & 0xff;
-    const std::uint32_t b = over >> shift & 0xff;
+    const std::uint32_t a = lower >> shift & 0xff;
+    const std::uint32_t b = upper >> shift & 0xff;
     mixed |= (a * (256 - part) + b * part) / 256 << shift;
   }
   return mixed;
@@ -186,10 +186,10 @@ CurveBars::CurveBars(const Curve& curve, const Span& x, const Span& y, int width
       top_(static_cast<std::size_t>(width), kNowhere),
       bottom_(static_cast<std::size_t>(width), -kNowhere) {
   for (const CurvePoint& point : curve.points) {
-    const Place place = PlaceOf(point);
-    CoverLine(&point == curve.points.data() ? place : PlaceOf((&point)[-1]), place);
+    const Pixel pixel = PixelOf(point);
+    CoverLine(&point == curve.points.data() ? pixel : PixelOf((&point)[-1]), pixel);
   }
-  for (const CurveLine& line : curve.lines) CoverLine(PlaceOf(line.from), PlaceOf(line.to));
+  for (const CurveLine& line : curve.lines) CoverLine(PixelOf(line.from), PixelOf(line.to));
   for (const CurveColumn& column : curve.columns) {
     Cover(column.column, YOf(column.extent.minimum));
     Cover(column.column, YOf(column.extent.maximum));
@@ -201,7 +201,7 @@ double CurveBars::YOf(double y) const {
   return std::clamp((1 - y_.FractionOf(y)) * height_, -kLimit, kLimit);
 }
 
-CurveBars::Place CurveBars::PlaceOf(const CurvePoint& point) const {
+CurveBars::Pixel CurveBars::PixelOf(const CurvePoint& point) const {
   return {x_.FractionOf(point.x) * width(), YOf(point.y)};
 }
 
@@ -210,7 +210,7 @@ void CurveBars::Cover(int column, double y) {
   bottom_[At(column)] = std::max(bottom_[At(column)], static_cast<float>(y));
 }
 
-void CurveBars::CoverLine(const Place& from, const Place& to) {
+void CurveBars::CoverLine(const Pixel& from, const Pixel& to) {
   const double first = std::max(from.x, 0.0);
   const double last = std::min(to.x, 1.0 * width());
   if (first > last) return;
@@ -243,7 +243,7 @@ void PaintBars(std::span<const ColoredBars> curves, const Pixels& pixels) {
   for (const ColoredBars& curve : curves) wholes.push_back(WholeRowsOf(curve.bars, pixels.height));
   for (int y = 0; y < pixels.height; ++y) {
     for (std::size_t i = 0; i < curves.size(); ++i) {
-      if (y >= wholes[i].least && y < wholes[i].most)
+      if (y >= wholes[i].minimum && y < wholes[i].maximum)
         PaintRow(pixels.first + y * pixels.stride, y, pixels.width, wholes[i], curves[i].color);
     }
   }

@@ -108,16 +108,16 @@ class CurveBars {
   int width() const { return static_cast<int>(top_.size()); }
 
  private:
-  struct Place {
+  struct Pixel {
     double x;
     double y;
   };
 
   static std::size_t At(int column) { return static_cast<std::size_t>(column); }
-  Place PlaceOf(const CurvePoint& point) const;
+  Pixel PixelOf(const CurvePoint& point) const;
   double YOf(double y) const;
   void Cover(int column, double y);
-  void CoverLine(const Place& from, const Place& to);
+  void CoverLine(const Pixel& from, const Pixel& to);
 
   Span x_;
   Span y_;

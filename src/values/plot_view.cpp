@@ -14,12 +14,12 @@ namespace {
 
 constexpr double kMarginX = 0.01;
 constexpr double kMarginY = 0.05;
-constexpr double kLargest = 1e300;    // differences of such numbers are still finite
-constexpr double kLeastWidth = 1e-6;  // of the x axis
+constexpr double kLargest = 1e300;  // differences of such numbers are still finite
+constexpr double kMinWidth = 1e-6;  // of the x axis
 constexpr double kLargestFactor = 1000;
-constexpr double kNearlyAll = 1 - 1e-9;
-constexpr double kLeastHeight = 1e-300;
-constexpr double kLeastShare = 1e-12;  // of the span's numbers: the limit of their precision
+constexpr double kAlmostAll = 1 - 1e-9;
+constexpr double kMinHeight = 1e-300;
+constexpr double kMinShare = 1e-12;  // of the span's numbers: the limit of their precision
 
 Span Widened(const Span& span, double margin) {
   const double by = span.width() * margin;
@@ -27,8 +27,8 @@ Span Widened(const Span& span, double margin) {
 }
 
 // The span, widened if its numbers could not be told apart.
-Span Separable(const Span& span, double least) {
-  const double needed = std::max(least, std::max(std::abs(span.from), std::abs(span.to)) * kLeastShare);
+Span Separable(const Span& span, double minimum) {
+  const double needed = std::max(minimum, std::max(std::abs(span.from), std::abs(span.to)) * kMinShare);
   if (span.width() >= needed) return span;
   const double middle = span.from + span.width() / 2;
   return {middle - needed / 2, middle + needed / 2};
@@ -48,7 +48,7 @@ void PlotView::SetData(const Span& data) {
   if (mode_ == Mode::kFollow) x_ = {data_.to - x_.width(), data_.to};
 }
 
-void PlotView::SuitY(const Extent& extent) {
+void PlotView::FitY(const Extent& extent) {
   if (!auto_y_ || extent.empty()) return;
   const double low = std::clamp(extent.minimum, -kLargest, kLargest);
   const double high = std::clamp(extent.maximum, -kLargest, kLargest);
@@ -84,7 +84,7 @@ void PlotView::ZoomX(double factor, double at) {
     return;
   }
   const Span x = Zoomed(x_, factor, at);
-  if (x.width() >= data_.width() * kNearlyAll) {
+  if (x.width() >= data_.width() * kAlmostAll) {
     mode_ = Mode::kAll;
     x_ = data_;
     return;
@@ -112,13 +112,13 @@ void PlotView::PanY(double part) {
 // No wider than everything, and never so far away that nothing is left to see.
 void PlotView::PlaceX(Span x) {
   const double width = std::min(x.width(), data_.width());
-  x = Separable({x.from, x.from + width}, kLeastWidth);
+  x = Separable({x.from, x.from + width}, kMinWidth);
   const double from = std::clamp(x.from, data_.from, std::max(data_.from, data_.to - x.width()));
   x_ = {from, from + x.width()};
 }
 
 void PlotView::PlaceY(Span y) {
-  y = Separable(y, kLeastHeight);
+  y = Separable(y, kMinHeight);
   y_ = {std::clamp(y.from, -2 * kLargest, kLargest), std::clamp(y.to, -kLargest, 2 * kLargest)};
 }
 
@@ -126,8 +126,8 @@ namespace {
 
 constexpr double kMinute = 60;
 constexpr double kHour = 3600;
-constexpr int kMostDecimals = 12;
-constexpr int kMostDigits = 16;        // after the point of a number with an exponent
+constexpr int kMaxDecimals = 12;
+constexpr int kMaxDigits = 16;         // after the point of a number with an exponent
 constexpr double kLargestPlain = 1e7;  // larger numbers are written with an exponent
 constexpr double kSmallestPlainStep = 1e-6;
 constexpr std::array kTimeSteps = {1.,     2.,     5.,     10.,    15.,     30.,     60.,
@@ -146,17 +146,17 @@ std::string Formatted(double value, std::chars_format format, int precision) {
   return {text.data(), end};
 }
 
-// The smallest of 1, 2, 5, 10, 20, ... and their fractions that is not below `least`.
-double RoundStep(double least) {
-  const double power = std::pow(10, std::floor(std::log10(least)));
+// The smallest of 1, 2, 5, 10, 20, ... and their fractions that is not below `minimum`.
+double RoundStep(double minimum) {
+  const double power = std::pow(10, std::floor(std::log10(minimum)));
   for (const double factor : {1.0, 2.0, 5.0}) {
-    if (factor * power >= least * (1 - 1e-9)) return factor * power;
+    if (factor * power >= minimum * (1 - 1e-9)) return factor * power;
   }
   return 10 * power;
 }
 
 int DecimalsOf(double step) {
-  return std::clamp(static_cast<int>(-std::floor(std::log10(step) + 1e-9)), 0, kMostDecimals);
+  return std::clamp(static_cast<int>(-std::floor(std::log10(step) + 1e-9)), 0, kMaxDecimals);
 }
 
 template <typename Label>
@@ -171,21 +171,21 @@ std::vector<Tick> TicksAt(double step, const Span& span, Label label) {
   return ticks;
 }
 
-double TimeStep(double least) {
-  if (least <= kTimeSteps.front() / 2) return RoundStep(least);
+double TimeStep(double minimum) {
+  if (minimum <= kTimeSteps.front() / 2) return RoundStep(minimum);
   for (const double step : kTimeSteps) {
-    if (step >= least) return step;
+    if (step >= minimum) return step;
   }
   constexpr double kDay = 86400;
-  return RoundStep(least / kDay) * kDay;
+  return RoundStep(minimum / kDay) * kDay;
 }
 
 std::string TwoDigits(std::int64_t number) { return (number < 10 ? "0" : "") + std::to_string(number); }
 
 }  // namespace
 
-std::vector<Tick> NumberTicks(const Span& span, int most, const std::string& decimal_sign) {
-  const double step = RoundStep(span.width() / std::max(1, most));
+std::vector<Tick> NumberTicks(const Span& span, int maximum, const std::string& decimal_sign) {
+  const double step = RoundStep(span.width() / std::max(1, maximum));
   const double largest = std::max(std::abs(span.from), std::abs(span.to));
   if (largest < kLargestPlain && step >= kSmallestPlainStep) {
     const int decimals = DecimalsOf(step);
@@ -195,7 +195,7 @@ std::vector<Tick> NumberTicks(const Span& span, int most, const std::string& dec
   }
   const int digits = static_cast<int>(std::floor(std::log10(largest)) - std::floor(std::log10(step)));
   return TicksAt(step, span, [&](double value) {
-    return WithSign(Formatted(value, std::chars_format::scientific, std::clamp(digits, 0, kMostDigits)),
+    return WithSign(Formatted(value, std::chars_format::scientific, std::clamp(digits, 0, kMaxDigits)),
                     decimal_sign);
   });
 }
@@ -206,8 +206,8 @@ TimeForm TimeFormOf(const Span& span) {
   return largest >= 2 * kMinute ? TimeForm::kMinutes : TimeForm::kSeconds;
 }
 
-std::vector<Tick> TimeTicks(const Span& span, int most, const std::string& decimal_sign) {
-  const double step = TimeStep(span.width() / std::max(1, most));
+std::vector<Tick> TimeTicks(const Span& span, int maximum, const std::string& decimal_sign) {
+  const double step = TimeStep(span.width() / std::max(1, maximum));
   const TimeForm form = TimeFormOf(span);
   return TicksAt(step, span,
                  [&](double value) { return DurationText(value, form, DecimalsOf(step), decimal_sign); });

@@ -35,7 +35,7 @@ class PlotView {
   /// Sets the current range of the values on the x axis.
   void SetData(const Span& data);
   /// Scales the y axis to the values shown, if it scales itself.
-  void SuitY(const Extent& extent);
+  void FitY(const Extent& extent);
 
   void ShowAll();
   void Follow(bool follow);
@@ -72,12 +72,12 @@ struct Tick {
 /// The format of TimeTicks' labels.
 enum class TimeForm { kSeconds, kMinutes, kHours };
 
-/// At most `most` ticks (but aiming for at least two) at round numbers within `span`; `decimal_sign` is one
-/// character.
-std::vector<Tick> NumberTicks(const Span& span, int most, const std::string& decimal_sign);
+/// At most `maximum` ticks (but aiming for at least two) at round numbers within `span`; `decimal_sign` is
+/// one character.
+std::vector<Tick> NumberTicks(const Span& span, int maximum, const std::string& decimal_sign);
 
 /// As NumberTicks for seconds, at round times: "12,5", from two minutes "3:30", from an hour "1:03:30".
-std::vector<Tick> TimeTicks(const Span& span, int most, const std::string& decimal_sign);
+std::vector<Tick> TimeTicks(const Span& span, int maximum, const std::string& decimal_sign);
 TimeForm TimeFormOf(const Span& span);
 
 /// Seconds in the format of TimeTicks, with this number of decimals.

@@ -52,15 +52,15 @@ std::size_t Series::RowOf(std::size_t index) const {
 }
 
 void Store::Add(const Row& row) {
-  constexpr std::size_t kMostRows = std::numeric_limits<std::uint32_t>::max();
-  if (rows() == kMostRows) throw std::bad_alloc();
+  constexpr std::size_t kMaxRows = std::numeric_limits<std::uint32_t>::max();
+  if (rows() == kMaxRows) throw std::bad_alloc();
   const std::uint32_t number = NumberOf(row.command);
   Command& command = commands_[number];
   const std::size_t before = command.rows.size();
   try {
     Append(row, command, number);
   } catch (...) {
-    TakeBack(before, command);
+    RemoveLast(before, command);
     throw;
   }
   values_ += row.fields.size();
@@ -97,7 +97,7 @@ void Store::Append(const Row& row, Command& command, std::uint32_t number) {
   command_of_row_.Append(number);
 }
 
-void Store::TakeBack(std::size_t rows_of_command, Command& command) {
+void Store::RemoveLast(std::size_t rows_of_command, Command& command) {
   for (const std::size_t number : command.series) series_[number].Truncate(rows_of_command);
   command.rows.Truncate(rows_of_command);
   times_.Truncate(rows());

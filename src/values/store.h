@@ -121,7 +121,7 @@ class Store {
 
   std::uint32_t NumberOf(std::string_view command);
   void Append(const Row& row, Command& command, std::uint32_t number);
-  void TakeBack(std::size_t rows_of_command, Command& command);
+  void RemoveLast(std::size_t rows_of_command, Command& command);
 
   TimeColumn times_;
   Chunks<std::uint32_t> command_of_row_;

@@ -39,13 +39,13 @@ void ValuesCommand::ExchangeEnded(std::string_view command, const terminal::Exch
   }
 }
 
-void InspectMarked(const pane::OutputPane& pane, inspect::InspectorState& state,
-                   const TemplateFolders& folders, MessagePrompt& prompt, QWidget* window) {
-  const std::string marked = base::ToWindows1252(pane.text().SelectedText("\r\n"));
-  if (marked.empty()) return prompt.ShowMessage(inspect::texts::kNothingMarked);
+void InspectSelection(const pane::OutputPane& pane, inspect::InspectorState& state,
+                      const TemplateFolders& folders, MessagePrompt& prompt, QWidget* window) {
+  const std::string selected = base::ToWindows1252(pane.text().SelectedText("\r\n"));
+  if (selected.empty()) return prompt.ShowMessage(inspect::texts::kNothingSelected);
   inspect::BinInspectDialog dialog(
       {state, folders.component, base::SystemDecimalSign(), folders.user, &prompt}, window);
-  dialog.Initialize(marked);
+  dialog.Initialize(selected);
   dialog.exec();
 }
 

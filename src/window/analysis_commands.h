@@ -51,7 +51,7 @@ struct TemplateFolders {
 
 /// "Binärdaten analysieren": opens the inspector on the pane's selection, or asks the user to select
 /// something. Throws RuntimeError kOverflow if too much is selected.
-void InspectMarked(const pane::OutputPane& pane, inspect::InspectorState& state,
-                   const TemplateFolders& folders, MessagePrompt& prompt, QWidget* window);
+void InspectSelection(const pane::OutputPane& pane, inspect::InspectorState& state,
+                      const TemplateFolders& folders, MessagePrompt& prompt, QWidget* window);
 
 }  // namespace kolvane::window

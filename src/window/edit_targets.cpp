@@ -50,7 +50,8 @@ void GridTarget::Print() {
   const auto [first, last] = grid_->SelectedRows();
   const ListLines all(list, 1, list.LastUsedRow());
   const ListLines selected(list, first, last);
-  const PrintStyle style{CaptionWithoutMark(*window_), grid_->font(), base::ToQColor(look_.font_color)};
+  const PrintStyle style{CaptionWithoutPlaceholder(*window_), grid_->font(),
+                         base::ToQColor(look_.font_color)};
   // A single selected row is only the list's current row.
   PrintLines(window_, prompt_, style, all, last > first ? &selected : nullptr);
 }
@@ -101,7 +102,7 @@ void PaneTarget::Load(const std::string& name) {
 }
 
 void PaneTarget::Print() {
-  const PrintStyle style{CaptionWithoutMark(*window_), base::FontOf(look_), pane_->textColor()};
+  const PrintStyle style{CaptionWithoutPlaceholder(*window_), base::FontOf(look_), pane_->textColor()};
   const pane::PaneStore& store = pane_->text().store();
   const pane::PaneRange selection = pane_->text().Selection();
   const PaneLines all(store, {0, store.Length()});

@@ -11,7 +11,7 @@
 namespace kolvane::window {
 namespace {
 
-constexpr char kUsualTip[] = "usualToolTip";
+constexpr char kOriginalTip[] = "usualToolTip";
 
 // As red as possible while the text stays readable, on a light and on a dark background.
 QColor Reddened(const QColor& background) {
@@ -24,9 +24,9 @@ QColor Reddened(const QColor& background) {
 }  // namespace
 
 void MarkField(QLineEdit* field, const QString& fault) {
-  if (!field->property(kUsualTip).isValid()) field->setProperty(kUsualTip, field->toolTip());
+  if (!field->property(kOriginalTip).isValid()) field->setProperty(kOriginalTip, field->toolTip());
   field->setAccessibleDescription(fault);
-  field->setToolTip(fault.isEmpty() ? field->property(kUsualTip).toString() : fault);
+  field->setToolTip(fault.isEmpty() ? field->property(kOriginalTip).toString() : fault);
   field->setPalette(QPalette());
   if (fault.isEmpty()) return;
   QPalette marked = field->palette();

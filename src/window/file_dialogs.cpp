@@ -114,12 +114,12 @@ std::optional<std::string> AskSaveName(QWidget* parent, SaveMode mode, const std
   return Ask(dialog, kSave[static_cast<std::size_t>(mode)], beside);
 }
 
-std::optional<std::string> CommandDialogs::AskOpenName(const std::string& in_hand) {
-  return window::AskOpenName(parent_, OpenMode::kCommandList, in_hand);
+std::optional<std::string> CommandDialogs::AskOpenName(const std::string& current_file) {
+  return window::AskOpenName(parent_, OpenMode::kCommandList, current_file);
 }
 
-std::optional<std::string> CommandDialogs::AskSaveName(const std::string& in_hand) {
-  return window::AskSaveName(parent_, SaveMode::kCommandList, in_hand);
+std::optional<std::string> CommandDialogs::AskSaveName(const std::string& current_file) {
+  return window::AskSaveName(parent_, SaveMode::kCommandList, current_file);
 }
 
 }  // namespace kolvane::window

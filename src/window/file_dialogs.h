@@ -35,8 +35,8 @@ std::optional<std::string> AskSaveName(QWidget* parent, SaveMode mode, const std
 class CommandDialogs final : public script::CommandFileDialogs {
  public:
   explicit CommandDialogs(QWidget* parent) : parent_(parent) {}
-  std::optional<std::string> AskOpenName(const std::string& in_hand) override;
-  std::optional<std::string> AskSaveName(const std::string& in_hand) override;
+  std::optional<std::string> AskOpenName(const std::string& current_file) override;
+  std::optional<std::string> AskSaveName(const std::string& current_file) override;
 
  private:
   QWidget* parent_;

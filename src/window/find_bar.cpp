@@ -49,11 +49,11 @@ Widget* FindBar::Add(Widget* widget, const char* name, const char* tip) {
 }
 
 void FindBar::AddFinding() {
-  layout()->addWidget(place_ = new QLabel);
+  layout()->addWidget(label_ = new QLabel);
   text_ = Add(new QLineEdit, "FindText", "Gesuchter Text; Eingabetaste sucht weiter, mit Umschalt zurück");
   text_->setAccessibleName(QStringLiteral("Suchen"));
   text_->setMinimumWidth(Columns(this, kTextColumns));
-  place_->setBuddy(text_);
+  label_->setBuddy(text_);
   match_case_ = Add(new QCheckBox(QStringLiteral("Groß/klein")), "FindCase",
                     "Unterscheidet große und kleine Buchstaben");
   regex_ = Add(new QCheckBox(QStringLiteral("Ausdruck")), "FindRegex",
@@ -64,7 +64,7 @@ void FindBar::AddFinding() {
   count_ = Add(new QLabel, "FindCount", "");
   count_->setMinimumWidth(Columns(this, kCountColumns));
   // The row's texts are centred beside the fields, not at its top.
-  place_->setMinimumHeight(text_->sizeHint().height());
+  label_->setMinimumHeight(text_->sizeHint().height());
   count_->setMinimumHeight(text_->sizeHint().height());
   count_->setTextInteractionFlags(Qt::TextSelectableByMouse);
   connect(text_, &QLineEdit::textChanged, this, &FindBar::Search);
@@ -104,18 +104,18 @@ void FindBar::AddReplacing() {
       Qt::QueuedConnection);
 }
 
-void FindBar::Open(pane::FindTarget* target, const QString& place) {
+void FindBar::Open(pane::FindTarget* target, const QString& caption) {
   if (target_ != target) {
     if (target_ != nullptr) target_->Search(nullptr);
     if (target_ != nullptr) target_->disconnect(this);
     target_ = target;
     connect(target, &pane::FindTarget::StateChanged, this, &FindBar::ShowState);
   }
-  place_->setText(place);
+  label_->setText(caption);
   replacing_->setVisible(target->Replaces());
   ShowReplaceable();
-  const QString marked = target->Marked();
-  if (!marked.isEmpty()) text_->setText(marked);
+  const QString selected = target->SelectedText();
+  if (!selected.isEmpty()) text_->setText(selected);
   show();
   Q_EMIT OpenedOrClosed();
   text_->setFocus(Qt::ShortcutFocusReason);

@@ -18,8 +18,8 @@ class FindBar final : public QWidget {
  public:
   explicit FindBar(QWidget* parent);
 
-  /// Opens the bar for `target`, named by `place`, and searches for what is selected there.
-  void Open(pane::FindTarget* target, const QString& place);
+  /// Opens the bar for `target`, named by `rect`, and searches for what is selected there.
+  void Open(pane::FindTarget* target, const QString& caption);
   bool IsOpen() const { return target_ != nullptr; }
   pane::FindTarget* target() const { return target_; }
   /// Ends the search; the searched widget gets the keyboard focus.
@@ -46,7 +46,7 @@ class FindBar final : public QWidget {
   void ReplaceAll();
 
   QPointer<pane::FindTarget> target_;
-  QLabel* place_;
+  QLabel* label_;
   QLineEdit* text_;
   QCheckBox* match_case_;
   QCheckBox* regex_;

@@ -36,7 +36,7 @@ void FlowLayout::setGeometry(const QRect& rect) {
   Arrange(rect, true);
 }
 
-int FlowLayout::Arrange(const QRect& rect, bool place) const {
+int FlowLayout::Arrange(const QRect& rect, bool apply) const {
   const QRect inner = rect.marginsRemoved(contentsMargins());
   int x = inner.x();
   int y = inner.y();
@@ -49,7 +49,7 @@ int FlowLayout::Arrange(const QRect& rect, bool place) const {
       y += row_height + vertical_gap_;
       row_height = 0;
     }
-    if (place) item->setGeometry(QRect(QPoint(x, y), size));
+    if (apply) item->setGeometry(QRect(QPoint(x, y), size));
     x += size.width() + horizontal_gap_;
     row_height = std::max(row_height, size.height());
   }

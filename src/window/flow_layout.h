@@ -23,8 +23,8 @@ class FlowLayout final : public QLayout {
   void setGeometry(const QRect& rect) override;
 
  private:
-  /// Places the visible items within `rect`, or only measures (`place` false). Returns their total height.
-  int Arrange(const QRect& rect, bool place) const;
+  /// Places the visible items within `rect`, or only measures (`apply` false). Returns their total height.
+  int Arrange(const QRect& rect, bool apply) const;
 
   QList<QLayoutItem*> items_;
   int horizontal_gap_;

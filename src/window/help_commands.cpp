@@ -15,10 +15,10 @@ HelpCommands::HelpCommands(QWidget* window, std::vector<std::string> folders, ba
     : window_(window),
       folders_(std::move(folders)),
       prompt_(prompt),
-      key_(window, [this](const help::HelpPlace& place) { ShowPlace(DefaultFile(), place); }) {}
+      key_(window, [this](const help::HelpTarget& target) { ShowTarget(DefaultFile(), target); }) {}
 
 void HelpCommands::ShowHelp(std::int32_t number, const std::string& path) {
-  ShowPlace(path.empty() ? DefaultFile() : path, {static_cast<std::uint32_t>(number), {}});
+  ShowTarget(path.empty() ? DefaultFile() : path, {static_cast<std::uint32_t>(number), {}});
 }
 
 void HelpCommands::Close() {
@@ -29,8 +29,8 @@ std::string HelpCommands::DefaultFile() const {
   return device::FirstFolderFile(folders_, help::kHelpFileName);
 }
 
-void HelpCommands::ShowPlace(const std::string& path, const help::HelpPlace& place) {
-  if (const auto file = files_.Get(path)) Window().ShowPlace(file, place);
+void HelpCommands::ShowTarget(const std::string& path, const help::HelpTarget& target) {
+  if (const auto file = files_.Get(path)) Window().ShowTarget(file, target);
 }
 
 help::HelpWindow& HelpCommands::Window() {

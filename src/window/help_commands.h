@@ -29,7 +29,7 @@ class HelpCommands {
 
  private:
   std::string DefaultFile() const;
-  void ShowPlace(const std::string& path, const help::HelpPlace& place);
+  void ShowTarget(const std::string& path, const help::HelpTarget& target);
   help::HelpWindow& Window();
 
   QWidget* window_;

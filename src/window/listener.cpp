@@ -6,7 +6,7 @@ namespace kolvane::window {
 namespace {
 
 // A line without an end is shown as it is after this time.
-constexpr int kRestMs = 200;
+constexpr int kPartialLineMs = 200;
 
 }  // namespace
 
@@ -16,9 +16,9 @@ Listener::Listener(device::Device& device, const terminal::TerminalSlices& slice
       unasked_(device, slices.device, slices.terminal, output, connect),
       is_busy_(std::move(is_busy)) {
   again_.setSingleShot(true);
-  rest_.setSingleShot(true);
+  partial_line_timer_.setSingleShot(true);
   QObject::connect(&again_, &QTimer::timeout, this, &Listener::Take);
-  QObject::connect(&rest_, &QTimer::timeout, this, [this] { unasked_.ShowRest(); });
+  QObject::connect(&partial_line_timer_, &QTimer::timeout, this, [this] { unasked_.ShowPartialLine(); });
 }
 
 void Listener::Renew() {
@@ -39,12 +39,12 @@ void Listener::Take() {
   if (notifier_ == nullptr) return;
   // During a command the port belongs to it; Look follows.
   if (is_busy_()) return notifier_->setEnabled(false);
-  const bool goes_on = unasked_.Take();
+  const bool more = unasked_.Take();
   // The connection may have ended in the meantime.
   if (notifier_ == nullptr) return;
-  notifier_->setEnabled(goes_on);
-  if (goes_on && device_.BytesWaiting() > 0) again_.start(0);
-  if (unasked_.HasRest()) rest_.start(kRestMs);
+  notifier_->setEnabled(more);
+  if (more && device_.BytesWaiting() > 0) again_.start(0);
+  if (unasked_.HasPartialLine()) partial_line_timer_.start(kPartialLineMs);
 }
 
 }  // namespace kolvane::window

@@ -36,7 +36,7 @@ class Listener final : public QObject {
   std::function<bool()> is_busy_;
   std::unique_ptr<QSocketNotifier> notifier_;
   QTimer again_;
-  QTimer rest_;
+  QTimer partial_line_timer_;
 };
 
 }  // namespace kolvane::window

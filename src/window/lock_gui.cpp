@@ -24,12 +24,12 @@ void SetLocked(const QWidget& window, bool flag) {
 }  // namespace
 
 void GuiLock::LockGUI(bool flag) {
-  if (flag) had_keyboard_ = window_.focusWidget();
+  if (flag) had_focus_ = window_.focusWidget();
   SetLocked(window_, flag);
   if (flag) {
-    has_it_instead_ = window_.focusWidget();
-  } else if (had_keyboard_ != nullptr && window_.focusWidget() == has_it_instead_) {
-    had_keyboard_->setFocus();
+    focused_instead_ = window_.focusWidget();
+  } else if (had_focus_ != nullptr && window_.focusWidget() == focused_instead_) {
+    had_focus_->setFocus();
   }
 }
 

@@ -17,8 +17,8 @@ class GuiLock {
 
  private:
   QWidget& window_;
-  QPointer<QWidget> had_keyboard_;
-  QPointer<QWidget> has_it_instead_;
+  QPointer<QWidget> had_focus_;
+  QPointer<QWidget> focused_instead_;
 };
 
 }  // namespace kolvane::window

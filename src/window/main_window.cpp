@@ -55,7 +55,7 @@ MainWindow::MainWindow(WindowContext context)
                [this](const std::string& text) {
                  area_->status_bars().ShowState(terminal::StateKind::kRun, text);
                },
-               [this] { ShowLeftOver(); }},
+               [this] { ShowStillOpen(); }},
               area_->script_bar(), this),
       reference_(*pane_, HelpFolders(), prompt_),
       grid_target_(script_.grid(), script_.files(), context_.settings.command_list, prompt_, this),
@@ -126,10 +126,10 @@ void MainWindow::ShowCaption() {
   setWindowModified(list.modified());
 }
 
-void MainWindow::ShowHowToBegin() {
+void MainWindow::ShowGettingStarted() {
   const bool choosable = core_.connect.Menu().configure;
   pane_->setPlaceholderText(
-      base::ToQt(texts::HowToBegin(choosable ? Chosen(context_.slices.connection) : "")));
+      base::ToQt(texts::GettingStarted(choosable ? Chosen(context_.slices.connection) : "")));
 }
 
 void MainWindow::Load() {
@@ -151,14 +151,15 @@ bool MainWindow::IsBusy() const {
 
 bool MainWindow::Waiting(device::Operation operation, double seconds) {
   if (script_.IsRunning()) script_.ShowProgress();
-  return wait_.Waiting(operation, seconds) && GoesOn();
+  return wait_.Waiting(operation, seconds) && MayContinue();
 }
 
-void MainWindow::ShowLeftOver() {
+void MainWindow::ShowStillOpen() {
   const terminal::OutputFlags& output = context_.slices.terminal.output;
   const bool recording = output.log_recording && log_.control().IsOpen() && log_.control().button().tag == 0;
-  area_->status_bars().ShowState(terminal::StateKind::kLeftOver,
-                                 script::LeftOver(context_.script.interpreter, output.SilentMode, recording));
+  area_->status_bars().ShowState(
+      terminal::StateKind::kStillOpen,
+      script::StillOpen(context_.script.interpreter, output.SilentMode, recording));
 }
 
 void MainWindow::ShowTimeStamps() { pane_->setTimeStamps(context_.slices.terminal.extras.time_stamps); }
@@ -199,7 +200,7 @@ void MainWindow::ConnectionChanged() {
   OpenConnectionMenu();
   ShowConfigureButton();
   ShowCaption();
-  ShowHowToBegin();
+  ShowGettingStarted();
 }
 
 // In the other modes the connection is the host's, whether it is open or not.
@@ -216,14 +217,14 @@ bool MainWindow::Dialling(const device::DialProgress& progress) {
   area_->status_bars().ShowConnection(terminal::texts::Dialling(progress));
   if (device::IsRefusal(progress.reply))
     area_->status_bars().ShowState(terminal::StateKind::kModem, progress.reply);
-  return wait_.Serve() && GoesOn();
+  return wait_.Serve() && MayContinue();
 }
 
 void MainWindow::ConfigureConnection() {
   device::ConnectionDialog(
       {context_.slices.connection, context_.slices.device, context_.library, prompt_, context_.folder}, this)
       .exec();
-  ShowHowToBegin();
+  ShowGettingStarted();
 }
 
 // If requested during a command, closing waits until that has been given up.

@@ -87,7 +87,7 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   bool Dialling(const device::DialProgress& progress) override;
   void BeforeUnattended() override { wait_.PaintNow(); }
   bool Waiting(device::Operation operation, double seconds) override;
-  void WaitOver() override { wait_.WaitOver(); }
+  void WaitEnded() override { wait_.WaitEnded(); }
 
   std::vector<std::string> HelpFolders() const { return {context_.folder, context_.own_folder}; }
   void BuildArea();
@@ -102,17 +102,17 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   void ConnectSending();
   void ConnectWaiting();
   void CloseWhenIdle();
-  bool GoesOn() const { return !close_when_idle_ && !prompt_.Unattended(); }
+  bool MayContinue() const { return !close_when_idle_ && !prompt_.Unattended(); }
   void Send();
   void OpenConnectionMenu();
   void ConfigureConnection();
   void Lock(bool flag);
   void ShowTimeStamps();
-  void ShowLeftOver();
+  void ShowStillOpen();
   QString MeaningOf(const QString& line);
   void ShowCaption();
   void ShowConfigureButton();
-  void ShowHowToBegin();
+  void ShowGettingStarted();
   /// Makes each of the menu items and buttons with these names carry out `event`.
   void On(std::initializer_list<const char*> names, const std::function<void()>& event);
 

@@ -31,11 +31,11 @@ void MainWindow::ConnectFiles() {
   On({"mnuOpenLog", "TB_OPENLOG"}, [this] { log_.Open(); });
   On({"mnuCloseLog", "TB_CLOSELOG"}, [this] {
     log_.control().CloseLog();
-    ShowLeftOver();
+    ShowStillOpen();
   });
   On({"TB_RECORDLOG"}, [this] {
     log_.control().PressRecord();
-    ShowLeftOver();
+    ShowStillOpen();
   });
   On({"mnuExit"}, [this] { close(); });
 }
@@ -55,7 +55,7 @@ void MainWindow::ConnectPane() {
   On({"mnuOpenTextFile"}, [this] { pane_target_.Open(); });
   On({"mnuPrintTermWindow", "TB_PRINT"}, [this] { pane_target_.Print(); });
   On({"mnuBinInspect", "TB_INSPECT"}, [this] {
-    InspectMarked(*pane_, inspector_, {context_.folder, context_.user_folder}, prompt_, this);
+    InspectSelection(*pane_, inspector_, {context_.folder, context_.user_folder}, prompt_, this);
   });
   On({"mnuInsertComment"}, [this] { pane_target_.InsertComment(); });
   On({"TB_SPECIALCOMMANDS"}, [this] { reference_.Press(); });
@@ -100,7 +100,7 @@ void MainWindow::ConnectExtras() {
   extras_.On("mnuCopyWithTimes",
              [this] { QApplication::clipboard()->setText(pane_->SelectedTextWithTimes()); });
   ShowTimeStamps();
-  ShowLeftOver();
+  ShowStillOpen();
   pane_->SetFailureHelp([this](const QString& line) { return MeaningOf(line); });
   const bool own = context_.slices.device.OperMode == device::operating_mode::kPortLibrary;
   for (const char* name : {"mnuListen", "mnuReconnect", "mnuUtf8"}) extras_.SetAllowed(name, own);
@@ -163,7 +163,7 @@ void MainWindow::ConnectWaiting() {
   prompt_.SetLinks({.is_waiting = [this] { return wait_.IsServing(); },
                     .is_running = [this] { return script_.IsRunning(); },
                     .stop = [this] { script_.Stop(); },
-                    .before_message = [this] { wait_.WaitOver(); },
+                    .before_message = [this] { wait_.WaitEnded(); },
                     .after_event =
                         [this] {
                           listener_.Look();

@@ -34,10 +34,10 @@ PrintPages::PrintPages(QPagedPaintDevice& device, const QString& caption)
       caption_(caption),
       date_(QDateTime::currentDateTime().toString(QStringLiteral("dd.MM.yyyy HH:mm"))),
       failed_(!painter_.isActive()) {
-  if (!failed_) Begin();
+  if (!failed_) Start();
 }
 
-void PrintPages::Begin() {
+void PrintPages::Start() {
   ++page_;
   const QPageRanges ranges = device_.pageRanges();
   printed_ = ranges.isEmpty() || ranges.contains(page_);
@@ -70,7 +70,7 @@ qreal PrintPages::PlaceRow(qreal height) {
   const qreal end = device_.height() - metrics_.lineSpacing() * (1 + kGapLines);
   const bool empty = y_ <= metrics_.lineSpacing() * (1 + kGapLines);
   // A row higher than a page gets a page to itself.
-  if (y_ + height > end && !empty) Begin();
+  if (y_ + height > end && !empty) Start();
   const qreal y = y_;
   y_ += height;
   return y;

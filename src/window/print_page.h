@@ -63,7 +63,7 @@ class PrintPages {
   bool Finish() { return painter_.end(); }
 
  private:
-  void Begin();
+  void Start();
   void PaintHead();
   void PaintFoot();
 

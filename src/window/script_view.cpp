@@ -12,39 +12,37 @@ namespace kolvane::window {
 namespace {
 
 // If rows take less, checking for events after each would cost more than the rows.
-constexpr int kEventsEachMs = 4;
+constexpr int kEventIntervalMs = 4;
 constexpr int kProgressMs = 200;
 constexpr int kFrameMs = 16;
 
-script::ScriptLinks LinksOf(const ScriptParts& parts, const ScriptSurroundings& around,
-                            script::RunHost& host) {
+script::ScriptLinks LinksOf(const ScriptParts& parts, const ScriptContext& context, script::RunHost& host) {
   return {.state = parts.state,
           .terminal = parts.slices.terminal,
           .device = parts.slices.device,
           .exchange = parts.core.exchange,
-          .pane = around.pane,
+          .pane = context.pane,
           .waits = parts.core.waits,
-          .prompt = around.prompt,
+          .prompt = context.prompt,
           .log = parts.log,
           .host = host};
 }
 
 }  // namespace
 
-ScriptView::ScriptView(ScriptParts parts, ScriptSurroundings surroundings, ScriptToolbar* toolbar,
-                       QObject* parent)
+ScriptView::ScriptView(ScriptParts parts, ScriptContext context, ScriptToolbar* toolbar, QObject* parent)
     : QObject(parent),
-      around_(std::move(surroundings)),
-      core_(LinksOf(parts, around_, *this)),
+      context_(std::move(context)),
+      core_(LinksOf(parts, context_, *this)),
       state_(parts.state),
       terminal_(parts.slices.terminal),
       device_(parts.slices.device),
       log_(parts.log),
-      files_(core_.list, around_.dialogs, around_.prompt),
+      files_(core_.list, context_.dialogs, context_.prompt),
       toolbar_(toolbar),
       panel_(new QWidget),
       grid_(new script::CommandGrid(core_.list)),
-      unsaved_(new UnsavedView(grid_, around_.unsaved, around_.prompt, panel_)) {
+      unsaved_(new UnsavedView(grid_, context_.unsaved, context_.prompt, panel_)) {
   auto* column = new QVBoxLayout(panel_);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);
@@ -64,7 +62,7 @@ ScriptView::ScriptView(ScriptParts parts, ScriptSurroundings surroundings, Scrip
   });
   ConnectButtons();
   connect(grid_, &script::CommandGrid::ListFull, this,
-          [this](const std::string& message) { around_.prompt.ShowError(message); });
+          [this](const std::string& message) { context_.prompt.ShowError(message); });
   // Queued, so that the source of the drag need not wait for the file.
   connect(
       grid_, &script::CommandGrid::FileDropped, this, [this](const QString& name) { OpenFile(name); },
@@ -86,17 +84,17 @@ void ScriptView::KeepUnsaved() {
 }
 
 void ScriptView::Yield() {
-  if (since_events_.elapsed() < kEventsEachMs) return;
+  if (since_events_.elapsed() < kEventIntervalMs) return;
   QCoreApplication::processEvents();
   ShowProgress();
-  if (around_.prompt.Unattended()) core_.runner.Abort();
+  if (context_.prompt.Unattended()) core_.runner.Abort();
   since_events_.start();
 }
 
 void ScriptView::ConnectButtons() {
   using While = MessagePrompt::While;
   const auto on = [this](const char* key, std::function<void()> event, While when = While::kIdle) {
-    around_.prompt.OnTrigger(toolbar_->Button(key), std::move(event), when);
+    context_.prompt.OnTrigger(toolbar_->Button(key), std::move(event), when);
   };
   on("TB_PLAY", [this] { Play(); });
   on("TB_SINGLESTEP", [this] { SingleStep(); });
@@ -117,7 +115,7 @@ void ScriptView::OnFiles(void (script::CommandFileMenu::*command)()) {
 
 void ScriptView::OpenFile(const QString& name) {
   grid_->FinishEdit();
-  around_.prompt.Guard([this, &name] { files_.OpenFile(base::FromQt(name)); });
+  context_.prompt.Guard([this, &name] { files_.OpenFile(base::FromQt(name)); });
 }
 
 void ScriptView::Play() { Run(&script::Runner::Play); }
@@ -126,7 +124,7 @@ void ScriptView::SingleStep() { Run(&script::Runner::SingleStep); }
 
 void ScriptView::RowStarts() {
   if (since_painted_.elapsed() < kFrameMs) return;
-  around_.paint();
+  context_.paint();
   since_painted_.start();
 }
 
@@ -145,8 +143,8 @@ void ScriptView::Run(void (script::Runner::*command)()) {
 void ScriptView::AfterRun() {
   if (core_.runner.running()) return;
   grid_->ShowRunEnd(core_.runner.last_row());
-  around_.progress({});
-  around_.run_ended();
+  context_.progress({});
+  context_.run_ended();
   ShowWatch();
   check_->CheckAgain();
 }
@@ -163,7 +161,7 @@ void ScriptView::PlayToHere() {
 }
 
 void ScriptView::ShowWatch() {
-  const int row = core_.runner.stands_at();
+  const int row = core_.runner.stopped_before();
   watching_ |= core_.list.HasBreakpoint(row);
   watch_->setVisible(watching_ && row != 0);
   if (!watch_->isVisibleTo(panel_)) return;
@@ -182,7 +180,7 @@ void ScriptView::ShowWatch() {
 void ScriptView::ShowProgress() {
   if (since_progress_.elapsed() < kProgressMs) return;
   since_progress_.start();
-  around_.progress(
+  context_.progress(
       run_progress_.Text(core_.list, state_.interpreter, static_cast<double>(since_start_.elapsed()) / 1000));
 }
 
@@ -199,7 +197,7 @@ void AddListCommands(ExtrasMenu& extras, ScriptView& script) {
   script::CommandGrid* grid = script.grid();
   extras.On("mnuCheckList", [grid, &script] {
     grid->FinishEdit();
-    script.check().Begin();
+    script.check().Start();
   });
   extras.On("mnuBreakpoint", [grid] { grid->toggleBreakpoint(); });
   extras.On("mnuPlayFromRow", [&script] { script.PlayFromHere(); });

@@ -31,7 +31,7 @@ struct ScriptParts {
 };
 
 /// What it needs of the rest of the window.
-struct ScriptSurroundings {
+struct ScriptContext {
   MessagePrompt& prompt;
   pane::OutputPane& pane;
   script::CommandFileDialogs& dialogs;
@@ -48,7 +48,7 @@ class ScriptView final : public QObject, private script::RunHost {
   Q_OBJECT
 
  public:
-  ScriptView(ScriptParts parts, ScriptSurroundings surroundings, ScriptToolbar* toolbar, QObject* parent);
+  ScriptView(ScriptParts parts, ScriptContext context, ScriptToolbar* toolbar, QObject* parent);
   /// Also deletes the panel, whose grid shows this object's list.
   ~ScriptView() override;
 
@@ -84,7 +84,7 @@ class ScriptView final : public QObject, private script::RunHost {
   void Flush() { grid_->Flush(); }
 
  private:
-  void LockGUI(bool flag) override { around_.lock_gui(flag); }
+  void LockGUI(bool flag) override { context_.lock_gui(flag); }
   void RowStarts() override;
   void Yield() override;
 
@@ -97,7 +97,7 @@ class ScriptView final : public QObject, private script::RunHost {
   void ToggleRecording();
   void ShowRecording();
 
-  ScriptSurroundings around_;
+  ScriptContext context_;
   script::ScriptCore core_;
   const script::ScriptState& state_;
   const terminal::TerminalState& terminal_;

@@ -26,7 +26,7 @@ QString Caption(std::string_view command_file, std::string_view connection, bool
   return caption;
 }
 
-QString CaptionWithoutMark(const QWidget& window) {
+QString CaptionWithoutPlaceholder(const QWidget& window) {
   QStringList parts = window.windowTitle().split(kNoMark);
   for (QString& part : parts) part.remove(kMark);
   return parts.join(kMark);

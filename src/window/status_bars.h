@@ -15,7 +15,7 @@ namespace kolvane::window {
 QString Caption(std::string_view command_file, std::string_view connection, bool modified = false);
 
 /// A window's caption without that placeholder, for print-outs.
-QString CaptionWithoutMark(const QWidget& window);
+QString CaptionWithoutPlaceholder(const QWidget& window);
 
 /// A panel of a status bar. A text that is too long is shown without its middle, so that a path's file name
 /// is visible; the text itself, the tool tip and a selection stay whole.

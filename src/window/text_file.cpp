@@ -17,7 +17,7 @@ namespace kolvane::window {
 namespace {
 
 constexpr int kSteps = 1000;
-constexpr int kShownEachMs = 30;
+constexpr int kDisplayIntervalMs = 30;
 
 }  // namespace
 
@@ -37,7 +37,7 @@ Progress::Progress(QWidget* parent, const QString& label, int appears_after_ms) 
 }
 
 bool Progress::Advance(std::size_t done, std::size_t whole) {
-  if (since_shown_.elapsed() < kShownEachMs) return !dialog_.wasCanceled();
+  if (since_shown_.elapsed() < kDisplayIntervalMs) return !dialog_.wasCanceled();
   since_shown_.start();
   const double part = whole == 0 ? 0 : static_cast<double>(done) / static_cast<double>(whole);
   dialog_.setValue(static_cast<int>(part * kSteps));
@@ -58,7 +58,7 @@ std::size_t Incomplete(std::string_view text) {
 }  // namespace
 
 std::string TextDecoder::Decode(std::string_view bytes) {
-  if (!std::exchange(begun_, true)) {
+  if (!std::exchange(started_, true)) {
     utf8_ = bytes.starts_with(base::kUtf8Mark);
     if (utf8_) bytes.remove_prefix(base::kUtf8Mark.size());
   }

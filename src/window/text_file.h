@@ -43,7 +43,7 @@ class TextDecoder {
   std::size_t Complete() const;
 
   std::string pending_;
-  bool begun_ = false;
+  bool started_ = false;
   bool utf8_ = false;
 };
 

@@ -22,7 +22,7 @@ inline constexpr std::string_view kFindInPane = "Suchen in der Ausgabe:";
 inline constexpr std::string_view kFindInList = "Suchen in der Befehlsliste:";
 
 /// The text of the empty pane; `connection` describes the one that can still be chosen, empty if none can.
-inline std::string HowToBegin(std::string_view connection) {
+inline std::string GettingStarted(std::string_view connection) {
   const std::string choose =
       "Menü „Verbindung“, „Verbindung konfigurieren...“: Hier wählen Sie die "
       "Schnittstelle. Eingestellt ist „" +

@@ -22,7 +22,7 @@ UnsavedView::UnsavedView(script::CommandGrid* grid, const std::string& folder, M
       grid_(grid),
       prompt_(prompt),
       copy_(folder),
-      left_(script::LeftCopies(folder)),
+      left_(script::AbandonedCopies(folder)),
       text_(new StatusPanel) {
   setObjectName(QStringLiteral("UnsavedBar"));
   setBackgroundRole(QPalette::ToolTipBase);
@@ -63,7 +63,7 @@ void UnsavedView::Keep() {
 
 // A run changes the look of rows many times a second, but nothing that is saved.
 void UnsavedView::NoteChange() {
-  if (std::exchange(noted_, grid_->list().revision()) == grid_->list().revision()) return;
+  if (std::exchange(last_revision_, grid_->list().revision()) == grid_->list().revision()) return;
   if (!write_.isActive()) write_.start();
 }
 
@@ -86,9 +86,9 @@ void UnsavedView::Discard() {
 void UnsavedView::ShowNext() {
   setHidden(left_.empty());
   if (left_.empty()) return;
-  const script::LeftCopy& next = left_.front();
-  text_->setText(base::ToQt(script::texts::LeftList(next.name(), base::DateTimeText(next.saved_at()),
-                                                    next.size(), left_.size() - 1)));
+  const script::AbandonedCopy& next = left_.front();
+  text_->setText(base::ToQt(script::texts::AbandonedList(next.name(), base::DateTimeText(next.saved_at()),
+                                                         next.size(), left_.size() - 1)));
   text_->setToolTip(text_->text());
   setAccessibleName(text_->text());
   Announce();
@@ -100,8 +100,8 @@ void UnsavedView::showEvent(QShowEvent* event) {
 }
 
 void UnsavedView::Announce() {
-  QAccessibleEvent told(this, QAccessible::Alert);
-  QAccessible::updateAccessibility(&told);
+  QAccessibleEvent alert(this, QAccessible::Alert);
+  QAccessible::updateAccessibility(&alert);
 }
 
 }  // namespace kolvane::window

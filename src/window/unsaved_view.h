@@ -41,8 +41,8 @@ class UnsavedView final : public QFrame {
   script::CommandGrid* grid_;
   MessagePrompt& prompt_;
   script::UnsavedCopy copy_;
-  std::vector<script::LeftCopy> left_;
-  std::uint64_t noted_ = 0;  ///< the list's revision
+  std::vector<script::AbandonedCopy> left_;
+  std::uint64_t last_revision_ = 0;  ///< the list's revision
   QTimer write_{this};
   QLabel* text_;
 };

@@ -99,7 +99,7 @@ bool WaitView::Waiting(device::Operation operation, double seconds) {
 }
 
 // Keys and clicks since the last call are dropped too.
-void WaitView::WaitOver() {
+void WaitView::WaitEnded() {
   if (!std::exchange(waiting_, false)) return;
   if (shown_) {
     QApplication::restoreOverrideCursor();

@@ -37,7 +37,7 @@ class WaitView final : public QObject {
   /// For device::WaitListener.
   void PaintNow();
   bool Waiting(device::Operation operation, double seconds);
-  void WaitOver();
+  void WaitEnded();
   /// Serves events as during a wait; returns false once GiveUp was called.
   bool Serve();
 

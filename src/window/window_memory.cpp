@@ -40,26 +40,26 @@ bool IsDialog(const QWidget& widget) {
          qobject_cast<const QProgressDialog*>(&widget) == nullptr;
 }
 
-// `place` if it is within `screen`, otherwise a similar one that is and leaves room for a frame.
-QRect Fitted(QRect place, const QRect& screen) {
+// `rect` if it is within `screen`, otherwise a similar one that is and leaves room for a frame.
+QRect Fitted(QRect rect, const QRect& screen) {
   constexpr double kShare = 0.9;
-  if (screen.contains(place)) return place;
-  place.setSize(place.size().boundedTo(screen.size() * kShare));
-  place.moveRight(std::min(place.right(), screen.right()));
-  place.moveBottom(std::min(place.bottom(), screen.bottom()));
-  place.moveLeft(std::max(place.left(), screen.left()));
-  place.moveTop(std::max(place.top(), screen.top()));
-  return place;
+  if (screen.contains(rect)) return rect;
+  rect.setSize(rect.size().boundedTo(screen.size() * kShare));
+  rect.moveRight(std::min(rect.right(), screen.right()));
+  rect.moveBottom(std::min(rect.bottom(), screen.bottom()));
+  rect.moveLeft(std::max(rect.left(), screen.left()));
+  rect.moveTop(std::max(rect.top(), screen.top()));
+  return rect;
 }
 
 // Keeps the centre.
 void Resize(QWidget& dialog, QSize size) {
-  QRect place(QPoint(), size);
-  place.moveCenter(dialog.geometry().center());
-  dialog.setGeometry(Fitted(place, dialog.screen()->availableGeometry()));
+  QRect rect(QPoint(), size);
+  rect.moveCenter(dialog.geometry().center());
+  dialog.setGeometry(Fitted(rect, dialog.screen()->availableGeometry()));
 }
 
-constexpr int kMostLists = 10;
+constexpr int kMaxLists = 10;
 constexpr char kRecent[] = "RECENT";
 
 std::string KeyOf(qsizetype index) { return "List" + std::to_string(index + 1); }
@@ -68,7 +68,7 @@ std::string KeyOf(qsizetype index) { return "List" + std::to_string(index + 1); 
 
 WindowMemory::WindowMemory(QMainWindow* window, QSplitter* splitter, StateStore& store)
     : QObject(window), window_(window), splitter_(splitter), store_(store) {
-  RestorePlace();
+  RestorePosition();
   RestoreSplitter();
   connect(splitter_, &QSplitter::splitterMoved, this, [this] { splitter_moved_ = true; });
   window_->installEventFilter(this);
@@ -81,13 +81,13 @@ WindowMemory* WindowMemory::Of(const QWidget* widget) {
   return nullptr;
 }
 
-void WindowMemory::RestorePlace() {
+void WindowMemory::RestorePosition() {
   const std::string text = store_.Read(kWindow, kGeometry);
   if (!window_->restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(text)))) return;
   if (window_->windowState() != Qt::WindowNoState) return;
-  const QRect place = window_->geometry();
-  const QRect fitted = Fitted(place, window_->screen()->availableGeometry());
-  if (fitted != place) window_->setGeometry(fitted);
+  const QRect rect = window_->geometry();
+  const QRect fitted = Fitted(rect, window_->screen()->availableGeometry());
+  if (fitted != rect) window_->setGeometry(fitted);
 }
 
 void WindowMemory::RestoreSplitter() {
@@ -141,7 +141,7 @@ void WindowMemory::HideDialog(const QWidget& dialog) {
 
 RecentLists::RecentLists(QMenu* menu, StateStore* store, Open open)
     : QObject(menu), menu_(menu), store_(store), open_(std::move(open)) {
-  for (int i = 0; store_ != nullptr && i < kMostLists; ++i) {
+  for (int i = 0; store_ != nullptr && i < kMaxLists; ++i) {
     const QString name = base::ToQt(store_->Read(kRecent, KeyOf(i)));
     if (!name.isEmpty()) names_ << name;
   }
@@ -154,7 +154,7 @@ void RecentLists::Note(const std::string& file) {
   if (!names_.isEmpty() && names_.front() == name) return;
   names_.removeAll(name);
   names_.prepend(name);
-  if (names_.size() > kMostLists) names_.removeLast();
+  if (names_.size() > kMaxLists) names_.removeLast();
   for (qsizetype i = 0; store_ != nullptr && i < names_.size(); ++i)
     store_->Write(kRecent, KeyOf(i), base::FromQt(names_[i]));
   Fill();
@@ -167,7 +167,7 @@ void RecentLists::Fill() {
   for (qsizetype i = 0; i < names_.size(); ++i) {
     QString caption = names_[i];
     caption.replace(QLatin1Char('&'), QLatin1String("&&"));
-    QAction* item = menu_->addAction(QStringLiteral("&%1 %2").arg((i + 1) % kMostLists).arg(caption));
+    QAction* item = menu_->addAction(QStringLiteral("&%1 %2").arg((i + 1) % kMaxLists).arg(caption));
     // Queued, because the menu that contains the item is filled again.
     connect(
         item, &QAction::triggered, this, [this, name = names_[i]] { open_(name); }, Qt::QueuedConnection);

@@ -37,7 +37,7 @@ class WindowMemory final : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  void RestorePlace();
+  void RestorePosition();
   void RestoreSplitter();
   void ShowDialog(QWidget& dialog);
   void HideDialog(const QWidget& dialog);

@@ -37,7 +37,7 @@ class FakeStream final : public Stream {
     std::ranges::copy(packet, space.begin());
     return {Transfer::Kind::kMoved, packet.size()};
   }
-  Transfer ReceivePatiently(std::span<char> space) override { return Receive(space); }
+  Transfer ReceiveWithTimeout(std::span<char> space) override { return Receive(space); }
   Transfer Send(std::string_view bytes) override {
     if (peer_.broken) return {Transfer::Kind::kEnded, 0};
     const std::size_t count = std::min(bytes.size(), peer_.room);

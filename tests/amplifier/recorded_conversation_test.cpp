@@ -31,10 +31,10 @@ TEST(ReadTranscript, AConversationBeginsWithItsConnection) {
 {"way":"in","bytes":"QUI="})");
   ASSERT_EQ(read.size(), 2u);
   EXPECT_EQ(read[0].seconds, 0.5);
-  EXPECT_EQ(read[0].utterances,
-            (std::vector<Utterance>{{true, "A\n", 0.75, 2}, {false, std::string("\0\xFF", 2), 1.0, 3}}));
+  EXPECT_EQ(read[0].messages,
+            (std::vector<Message>{{true, "A\n", 0.75, 2}, {false, std::string("\0\xFF", 2), 1.0, 3}}));
   EXPECT_EQ(read[1].seconds, std::nullopt);
-  EXPECT_EQ(read[1].utterances, (std::vector<Utterance>{{false, "AB", std::nullopt, 7}}));
+  EXPECT_EQ(read[1].messages, (std::vector<Message>{{false, "AB", std::nullopt, 7}}));
 }
 
 TEST(ReadTranscript, TheInstrumentMayEndAConnection) {
@@ -49,7 +49,7 @@ TEST(ReadTranscript, TheInstrumentMayEndAConnection) {
   ASSERT_TRUE(read[0].hang_up && read[1].hang_up);
   EXPECT_EQ(read[0].hang_up->seconds, 2.5);
   EXPECT_EQ(read[1].hang_up->seconds, std::nullopt);
-  EXPECT_TRUE(read[1].utterances.empty());
+  EXPECT_TRUE(read[1].messages.empty());
 }
 
 TEST(ReadTranscript, ConnectionsWithoutTransfersAreLeftOut) {

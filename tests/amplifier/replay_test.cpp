@@ -18,15 +18,15 @@ const Conversation kConversation{
 TEST(Replay, AnswersAtOnceAsRecorded) {
   Replay replay(kConversation, false, kStart);
   EXPECT_FALSE(replay.Due());
-  EXPECT_EQ(replay.Say(After(5)), "");
+  EXPECT_EQ(replay.TakeDue(After(5)), "");
   replay.Take("A", After(10));
-  EXPECT_EQ(replay.Say(After(10)), "");
+  EXPECT_EQ(replay.TakeDue(After(10)), "");
   replay.Take("\n", After(20));
   EXPECT_EQ(replay.Due(), After(20));
-  EXPECT_EQ(replay.Say(After(20)), "a\r\nb\r\n");
-  EXPECT_FALSE(replay.over());
+  EXPECT_EQ(replay.TakeDue(After(20)), "a\r\nb\r\n");
+  EXPECT_FALSE(replay.finished());
   replay.Take("C\n", After(30));
-  EXPECT_TRUE(replay.over());
+  EXPECT_TRUE(replay.finished());
   replay.End();
   EXPECT_EQ(replay.difference(), "");
 }
@@ -35,10 +35,10 @@ TEST(Replay, AnswersAfterTheRecordedTimes) {
   Replay replay(kConversation, true, kStart);
   replay.Take("A\n", After(50));
   EXPECT_EQ(replay.Due(), After(300));
-  EXPECT_EQ(replay.Say(After(299)), "");
-  EXPECT_EQ(replay.Say(After(310)), "a\r\n");
+  EXPECT_EQ(replay.TakeDue(After(299)), "");
+  EXPECT_EQ(replay.TakeDue(After(310)), "a\r\n");
   EXPECT_EQ(replay.Due(), After(1050)) << "a late answer does not delay others";
-  EXPECT_EQ(replay.Say(After(1050)), "b\r\n");
+  EXPECT_EQ(replay.TakeDue(After(1050)), "b\r\n");
   EXPECT_FALSE(replay.Due());
 }
 
@@ -46,7 +46,7 @@ TEST(Replay, WithoutTimesNothingWaits) {
   const Conversation conversation{{}, {{true, "A", {}, 1}, {false, "a", {}, 2}, {false, "b", 7.0, 3}}};
   Replay replay(conversation, true, kStart);
   replay.Take("A", After(1));
-  EXPECT_EQ(replay.Say(After(1)), "ab");
+  EXPECT_EQ(replay.TakeDue(After(1)), "ab");
 }
 
 TEST(Replay, TimesThatRunBackwardsAreIgnored) {
@@ -59,17 +59,17 @@ TEST(Replay, TheInstrumentMaySendFirst) {
   const Conversation conversation{0.0, {{false, "hello\r\n", 0.5, 2}}};
   Replay replay(conversation, true, kStart);
   EXPECT_EQ(replay.Due(), After(500));
-  EXPECT_EQ(replay.Say(After(500)), "hello\r\n");
-  EXPECT_TRUE(replay.over());
-  EXPECT_FALSE(replay.begun());
+  EXPECT_EQ(replay.TakeDue(After(500)), "hello\r\n");
+  EXPECT_TRUE(replay.finished());
+  EXPECT_FALSE(replay.started());
 }
 
 TEST(Replay, ACommandThatComesEarlyIsComparedInItsTurn) {
   Replay replay(kConversation, true, kStart);
   replay.Take("A\nC\n", After(0));
-  EXPECT_FALSE(replay.over());
-  EXPECT_EQ(replay.Say(After(1000)), "a\r\nb\r\n");
-  EXPECT_TRUE(replay.over());
+  EXPECT_FALSE(replay.finished());
+  EXPECT_EQ(replay.TakeDue(After(1000)), "a\r\nb\r\n");
+  EXPECT_TRUE(replay.finished());
   EXPECT_EQ(replay.difference(), "");
 }
 
@@ -77,7 +77,7 @@ TEST(Replay, NamesTheFirstCommandThatDiffers) {
   Replay replay(kConversation, false, kStart);
   replay.Take("A\nX\xFF\x01\nY\n", kStart);
   EXPECT_EQ(replay.difference(), "") << "its turn has not come";
-  EXPECT_EQ(replay.Say(kStart), "a\r\nb\r\n");
+  EXPECT_EQ(replay.TakeDue(kStart), "a\r\nb\r\n");
   EXPECT_EQ(replay.difference(), R"(5: expected "C\n", got "X\xFF\x01\n")");
   EXPECT_FALSE(replay.Due());
 }
@@ -119,11 +119,11 @@ const Conversation kHungUp{0.0, {{true, "A\n", 1.0, 2}, {false, "a", 1.5, 3}}, H
 TEST(Replay, HangsUpWhenTheInstrumentDid) {
   Replay replay(kHungUp, true, kStart);
   replay.Take("A\n", After(0));
-  EXPECT_EQ(replay.Say(After(500)), "a");
+  EXPECT_EQ(replay.TakeDue(After(500)), "a");
   EXPECT_EQ(replay.Due(), After(2000));
-  EXPECT_EQ(replay.Say(After(1999)), "");
+  EXPECT_EQ(replay.TakeDue(After(1999)), "");
   EXPECT_FALSE(replay.hung_up());
-  EXPECT_EQ(replay.Say(After(2000)), "");
+  EXPECT_EQ(replay.TakeDue(After(2000)), "");
   EXPECT_TRUE(replay.hung_up());
   EXPECT_FALSE(replay.Due());
   EXPECT_EQ(replay.difference(), "");
@@ -132,7 +132,7 @@ TEST(Replay, HangsUpWhenTheInstrumentDid) {
 TEST(Replay, ACommandDuringTheHangUpIsNotADifference) {
   Replay replay(kHungUp, true, kStart);
   replay.Take("A\nB\n", kStart);
-  EXPECT_EQ(replay.Say(After(5000)), "a");
+  EXPECT_EQ(replay.TakeDue(After(5000)), "a");
   EXPECT_TRUE(replay.hung_up());
   replay.End();
   EXPECT_EQ(replay.difference(), "");
@@ -140,7 +140,7 @@ TEST(Replay, ACommandDuringTheHangUpIsNotADifference) {
 
 TEST(Replay, AfterAMissedTurnThereIsNoHangUp) {
   Replay replay(kHungUp, false, kStart);
-  EXPECT_EQ(replay.Say(After(5000)), "");
+  EXPECT_EQ(replay.TakeDue(After(5000)), "");
   EXPECT_FALSE(replay.hung_up());
   EXPECT_FALSE(replay.Due());
 }

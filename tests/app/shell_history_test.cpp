@@ -97,9 +97,9 @@ TEST_F(ShellHistoryTest, APipeInsteadOfTheFileBlocksNobody) {
 TEST_F(ShellHistoryTest, CompletesLinesAndTheirFirstWordsNewestFirst) {
   ShellHistory history("");
   for (const char* line : {"MSV? 1", "NAME 1,x", "MSV? 2", "MSV? 1", "MSV?"}) history.Add(line);
-  EXPECT_EQ(history.Beginning("MS"), (Lines{"MSV?", "MSV? 1", "MSV? 2"}));
-  EXPECT_EQ(history.Beginning("MSV?"), (Lines{"MSV? 1", "MSV? 2"}));
-  EXPECT_EQ(history.Beginning("ms"), Lines{});
+  EXPECT_EQ(history.StartingWith("MS"), (Lines{"MSV?", "MSV? 1", "MSV? 2"}));
+  EXPECT_EQ(history.StartingWith("MSV?"), (Lines{"MSV? 1", "MSV? 2"}));
+  EXPECT_EQ(history.StartingWith("ms"), Lines{});
 }
 
 TEST(HasGivenUp, IsEscOrCtrlC) {
@@ -115,12 +115,12 @@ TEST(HasGivenUp, IsEscOrCtrlC) {
     EXPECT_FALSE(HasGivenUp(key)) << key;
 }
 
-TEST(CommonBegin, IsCutAtWholeCharacters) {
-  EXPECT_EQ(CommonBegin({}), "");
-  EXPECT_EQ(CommonBegin({"MSV? 1"}), "MSV? 1");
-  EXPECT_EQ(CommonBegin({"MSV? 1", "MSV? 2", "MSX"}), "MS");
-  EXPECT_EQ(CommonBegin({"aä", "aö"}), "a");
-  EXPECT_EQ(CommonBegin({"a", ""}), "");
+TEST(CommonPrefix, IsCutAtWholeCharacters) {
+  EXPECT_EQ(CommonPrefix({}), "");
+  EXPECT_EQ(CommonPrefix({"MSV? 1"}), "MSV? 1");
+  EXPECT_EQ(CommonPrefix({"MSV? 1", "MSV? 2", "MSX"}), "MS");
+  EXPECT_EQ(CommonPrefix({"aä", "aö"}), "a");
+  EXPECT_EQ(CommonPrefix({"a", ""}), "");
 }
 
 }  // namespace

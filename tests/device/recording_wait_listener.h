@@ -22,7 +22,7 @@ class RecordingWaitListener final : public WaitListener {
     waited.push_back({operation, seconds});
     return steps.size() < max_steps;
   }
-  void WaitOver() override { ++ended_waits; }
+  void WaitEnded() override { ++ended_waits; }
   void BeforeUnattended() override { ++unattended; }
 
   struct Wait {

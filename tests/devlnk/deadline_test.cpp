@@ -23,17 +23,17 @@ namespace {
 
 TEST(Deadline, StartsWhenTheRestIsFirstAskedFor) {
   Deadline deadline(INT32_MAX);
-  EXPECT_FALSE(deadline.IsOver());
+  EXPECT_FALSE(deadline.HasExpired());
   EXPECT_FALSE(deadline.started());
   EXPECT_EQ(deadline.RemainingMs(), INT32_MAX);
   EXPECT_TRUE(deadline.started());
   EXPECT_GT(deadline.RemainingMs(), 0);
-  EXPECT_FALSE(deadline.IsOver());
+  EXPECT_FALSE(deadline.HasExpired());
 }
 
 TEST(Deadline, OfZeroIsOverAtOnce) {
   Deadline deadline(0);
-  EXPECT_TRUE(deadline.IsOver());
+  EXPECT_TRUE(deadline.HasExpired());
   EXPECT_EQ(deadline.RemainingMs(), 0);
 }
 
@@ -41,7 +41,7 @@ TEST(Deadline, PassesAndStaysOver) {
   Deadline deadline(2);
   deadline.Start();
   SleepMs(2);
-  EXPECT_TRUE(deadline.IsOver());
+  EXPECT_TRUE(deadline.HasExpired());
   deadline.Start();
   EXPECT_EQ(deadline.RemainingMs(), 0);
 }

@@ -216,7 +216,7 @@ TEST(Messages, AreOneLineEach) {
   Messages messages(err.fd(), false);
   messages.ShowError("a\r\nb\n\nc\r\n");
   messages.ShowMessage("Grüße");
-  messages.Tell("nothing");
+  messages.Report("nothing");
   EXPECT_EQ(err.text(), "kolvane: a b c\nkolvane: Grüße\n");
 }
 

@@ -31,7 +31,7 @@ class RecordsTest : public testing::Test {
     options.Format = format;
     options.Fields = fields;
     RecordWriter writer(options, device, answer, clock, pane);
-    writer.Begin();
+    writer.Start();
     for (const Exchange& each : exchanges) {
       answer.text = each.answer;
       answer.bytes = each.bytes;

@@ -27,7 +27,7 @@ class HelpWindowTest : public testing::Test {
     terminal_.show();
   }
 
-  void Show(std::uint32_t topic, const std::string& anchor = {}) { help_.ShowPlace(file_, {topic, anchor}); }
+  void Show(std::uint32_t topic, const std::string& anchor = {}) { help_.ShowTarget(file_, {topic, anchor}); }
   HelpPage* Page() { return help_.findChild<HelpPage*>(QStringLiteral("HelpPage")); }
   ContentsTree* Contents() { return help_.findChild<ContentsTree*>(QStringLiteral("HelpContents")); }
   QListWidget* Results() { return help_.findChild<QListWidget*>(QStringLiteral("HelpResults")); }
@@ -415,7 +415,7 @@ TEST_F(HelpWindowTest, ThePageKeepsMostOfANarrowWindow) {
 TEST_F(HelpWindowTest, StartsANewHistoryWithAnotherFile) {
   Show(1);
   Show(300);
-  help_.ShowPlace(HelpFile::Open(KOLVANE_TEST_HELP), {300, {}});
+  help_.ShowTarget(HelpFile::Open(KOLVANE_TEST_HELP), {300, {}});
   EXPECT_EQ(Path(), "verbindung.html");
   EXPECT_TRUE(Page()->toPlainText().contains(QStringLiteral("Schnittstelle")));
   EXPECT_FALSE(Action("HelpBack")->isEnabled());
@@ -427,7 +427,7 @@ TEST_F(HelpWindowTest, SearchesAnotherFileForTheSameWords) {
   ASSERT_GT(Results()->count(), 0);
   const std::shared_ptr<const HelpFile> without_pages = HelpFile::FromBytes(HelpWithoutPages());
   ASSERT_NE(without_pages, nullptr);
-  help_.ShowPlace(without_pages, {});
+  help_.ShowTarget(without_pages, {});
   EXPECT_EQ(Results()->count(), 0);
   Show(1);
   EXPECT_GT(Results()->count(), 0);

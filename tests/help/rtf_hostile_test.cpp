@@ -60,22 +60,22 @@ TEST(RtfFaults, GroupsHaveALargestDepth) {
   const auto nested = [](std::size_t depth) {
     return "{\\rtf1 a" + Repeated("{", depth - 1) + "b" + Repeated("}", depth - 1) + "c}";
   };
-  EXPECT_EQ(FaultOf(nested(kRtfDeepest)), RtfFault::kNone);
-  EXPECT_EQ(TextOf(nested(kRtfDeepest)), "abc\n");
-  EXPECT_EQ(FaultOf(nested(kRtfDeepest + 1)), RtfFault::kTooDeep);
-  EXPECT_EQ(TextOf(nested(kRtfDeepest + 1)), "a\n");
+  EXPECT_EQ(FaultOf(nested(kRtfMaxDepth)), RtfFault::kNone);
+  EXPECT_EQ(TextOf(nested(kRtfMaxDepth)), "abc\n");
+  EXPECT_EQ(FaultOf(nested(kRtfMaxDepth + 1)), RtfFault::kTooDeep);
+  EXPECT_EQ(TextOf(nested(kRtfMaxDepth + 1)), "a\n");
 }
 
 TEST(RtfFaults, PiecesHaveALargestNumber) {
-  const RtfResult most = ReadRtf("{\\rtf1" + Repeated("\\par", kRtfMostPieces) + "}");
+  const RtfResult most = ReadRtf("{\\rtf1" + Repeated("\\par", kRtfMaxPieces) + "}");
   EXPECT_EQ(most.fault, RtfFault::kNone);
-  EXPECT_EQ(most.document.paragraphs.size(), kRtfMostPieces);
-  const RtfResult more = ReadRtf("{\\rtf1" + Repeated("\\par", kRtfMostPieces + 1) + "}");
+  EXPECT_EQ(most.document.paragraphs.size(), kRtfMaxPieces);
+  const RtfResult more = ReadRtf("{\\rtf1" + Repeated("\\par", kRtfMaxPieces + 1) + "}");
   EXPECT_EQ(more.fault, RtfFault::kTooLarge);
-  EXPECT_EQ(more.document.paragraphs.size(), kRtfMostPieces);
-  const RtfResult runs = ReadRtf("{\\rtf1" + Repeated("\\b a\\b0 a", kRtfMostPieces) + "}");
+  EXPECT_EQ(more.document.paragraphs.size(), kRtfMaxPieces);
+  const RtfResult runs = ReadRtf("{\\rtf1" + Repeated("\\b a\\b0 a", kRtfMaxPieces) + "}");
   EXPECT_EQ(runs.fault, RtfFault::kTooLarge);
-  EXPECT_EQ(runs.document.paragraphs.at(0).runs.size(), kRtfMostPieces);
+  EXPECT_EQ(runs.document.paragraphs.at(0).runs.size(), kRtfMaxPieces);
 }
 
 TEST(RtfFaults, HaveAGermanTextEach) {
@@ -134,7 +134,7 @@ TEST_P(RtfMebibytes, AreReadWithinBounds) {
   EXPECT_NE(result.fault, RtfFault::kNone);
   std::size_t runs = 0;
   for (const RtfParagraph& paragraph : result.document.paragraphs) runs += paragraph.runs.size();
-  EXPECT_LE(runs, kRtfMostPieces);
+  EXPECT_LE(runs, kRtfMaxPieces);
   EXPECT_LE(result.document.PlainText().size(), 2 * bytes.size());
 }
 

@@ -154,12 +154,12 @@ TEST(WidgetTopics, AreMissingForNamesThatNoWindowHas) {
 }
 
 TEST(WidgetTopics, AreThoseOfTheInnermostNameThatHasOne) {
-  const auto place = [](std::vector<std::string> names) { return PlaceOfNames(names); };
-  EXPECT_EQ(place({}), (HelpPlace{kStartTopic, ""}));
-  EXPECT_EQ(place({"", "x"}), (HelpPlace{kStartTopic, ""}));
-  EXPECT_EQ(place({"", "x", "Baud", "U_Port"}), (HelpPlace{301, "Baud"}));
-  EXPECT_EQ(place({"optFormat_3", "Frame1"}), (HelpPlace{502, "optFormat_3"}));
-  EXPECT_EQ(place({"optFormat_5", "Frame1"}), (HelpPlace{505, "optFormat_5"}));
+  const auto target = [](std::vector<std::string> names) { return TargetOfNames(names); };
+  EXPECT_EQ(target({}), (HelpTarget{kStartTopic, ""}));
+  EXPECT_EQ(target({"", "x"}), (HelpTarget{kStartTopic, ""}));
+  EXPECT_EQ(target({"", "x", "Baud", "U_Port"}), (HelpTarget{301, "Baud"}));
+  EXPECT_EQ(target({"optFormat_3", "Frame1"}), (HelpTarget{502, "optFormat_3"}));
+  EXPECT_EQ(target({"optFormat_5", "Frame1"}), (HelpTarget{505, "optFormat_5"}));
 }
 
 // Words that a user searches for who does not know those of the page.

@@ -109,7 +109,7 @@ TEST(DumpOfBytes, IsTheDumpOfTheSameBytesSelected) {
     EXPECT_EQ(dump, DumpOf(bytes)) << length;
     EXPECT_EQ(BytesOf(dump), bytes) << length;
   }
-  const std::string most(kMostDumpBytes, 'x');
+  const std::string most(kMaxDumpBytes, 'x');
   EXPECT_EQ(DumpOfBytes(most), DumpOf(most));
 }
 
@@ -118,14 +118,14 @@ TEST(BytesOf, TakesASingleDigitForAByte) {
   EXPECT_EQ(BytesOf(BuildDump("<41><  ><42>")), std::string("A\0B", 3));
 }
 
-TEST(ByteAtPlace, IsThatOfTheDigitsOrTheOneBefore) {
+TEST(ByteAtPosition, IsThatOfTheDigitsOrTheOneBefore) {
   for (std::size_t byte = 0; byte < 40; ++byte) {
-    EXPECT_EQ(ByteAtPlace(PlaceOfByte(byte)), byte);
-    EXPECT_EQ(ByteAtPlace(PlaceOfByte(byte) + 1), byte);
+    EXPECT_EQ(ByteAtPosition(PositionOfByte(byte)), byte);
+    EXPECT_EQ(ByteAtPosition(PositionOfByte(byte) + 1), byte);
   }
-  EXPECT_EQ(ByteAtPlace(0), 0u);
-  EXPECT_EQ(ByteAtPlace(PlaceOfByte(3) + 2), 3u);
-  EXPECT_EQ(ByteAtPlace(kCharacters), 15u);
+  EXPECT_EQ(ByteAtPosition(0), 0u);
+  EXPECT_EQ(ByteAtPosition(PositionOfByte(3) + 2), 3u);
+  EXPECT_EQ(ByteAtPosition(kCharacters), 15u);
 }
 
 TEST(AppendDumpLine, ContinuesPastTheOffsetsOfTheInspector) {

@@ -35,7 +35,7 @@ class InspectToolsTest : public BinInspectDialogTest {
     edit->setText(text);
     QTest::keyClick(edit, Qt::Key_Return);
   }
-  std::size_t Caret() { return ByteAtPlace(Dump()->View().caret); }
+  std::size_t Caret() { return ByteAtPosition(Dump()->View().caret); }
   QPoint PointOf(Position position, double share) {
     QTextCursor cursor(Dump()->document());
     cursor.setPosition(static_cast<int>(BoxPositions(Dump()->View().text).ToBox(position)));
@@ -91,7 +91,7 @@ TEST_F(InspectToolsTest, AClickMeansTheByteUnderThePointer) {
   Open(Ramp(64));
   for (const std::size_t byte : {0u, 3u, 4u, 15u, 16u, 37u}) {
     for (const double share : {0.1, 0.6, 1.1, 1.7}) {
-      QTest::mouseClick(Dump()->viewport(), Qt::LeftButton, {}, PointOf(PlaceOfByte(byte), share));
+      QTest::mouseClick(Dump()->viewport(), Qt::LeftButton, {}, PointOf(PositionOfByte(byte), share));
       EXPECT_EQ(Caret(), byte) << byte << ' ' << share;
       EXPECT_EQ(Value(), QString::number(byte));
     }
@@ -148,9 +148,9 @@ TEST_F(InspectToolsTest, CopiesTheWholeBlockOrTheSelection) {
   ClickAt(5);
   EXPECT_EQ(Copied("CopyAsHex"), "41 42 43 44 45 46");
   EXPECT_EQ(Copied("CopyAsBase64"), "QUJDREVG");
-  QTest::mousePress(Dump()->viewport(), Qt::LeftButton, {}, PointOf(PlaceOfByte(1), 0.5));
-  QTest::mouseMove(Dump()->viewport(), PointOf(PlaceOfByte(3), 1.5));
-  QTest::mouseRelease(Dump()->viewport(), Qt::LeftButton, {}, PointOf(PlaceOfByte(3), 1.5));
+  QTest::mousePress(Dump()->viewport(), Qt::LeftButton, {}, PointOf(PositionOfByte(1), 0.5));
+  QTest::mouseMove(Dump()->viewport(), PointOf(PositionOfByte(3), 1.5));
+  QTest::mouseRelease(Dump()->viewport(), Qt::LeftButton, {}, PointOf(PositionOfByte(3), 1.5));
   EXPECT_EQ(Copied("CopyAsText"), "BCD");
   EXPECT_EQ(Caret(), 1u);
   EXPECT_EQ(SelectedText(), "4243");
@@ -191,7 +191,7 @@ TEST_F(InspectToolsTest, FieldsAreColoredAndALineShowsItsBytes) {
             Dump()->extraSelections().at(2).format.background().color());
   QTest::mouseClick(Lines()->viewport(), Qt::LeftButton, {},
                     Lines()->visualItemRect(Lines()->item(1)).center());
-  EXPECT_EQ(Dump()->mark(), (ByteRange{2, 2}));
+  EXPECT_EQ(Dump()->highlight(), (ByteRange{2, 2}));
   EXPECT_EQ(Caret(), 0u);
   EXPECT_EQ(Copied("CopyAsText"), "CD");
   Option(0)->click();
@@ -243,13 +243,13 @@ TEST_F(InspectToolsTest, LinesThatFailedAreReported) {
 }
 
 TEST_F(InspectToolsTest, AFileIsLoadedPageByPage) {
-  const std::string bytes = Ramp(kMostDumpBytes) + "second page";
+  const std::string bytes = Ramp(kMaxDumpBytes) + "second page";
   base::WriteBytes(folder_.Path("data"), bytes);
   Open("A");
   EXPECT_FALSE(Find<QPushButton>("cmdNextPage")->isVisible());
   Answer("OpenDialog", folder_.Path("data"));
   Click("cmdLoadFile");
-  EXPECT_EQ(BytesOf(Dump()->View().text), Ramp(kMostDumpBytes));
+  EXPECT_EQ(BytesOf(Dump()->View().text), Ramp(kMaxDumpBytes));
   EXPECT_EQ(Value(), "0");
   EXPECT_FALSE(Find<QPushButton>("cmdPreviousPage")->isEnabled());
   Click("cmdNextPage");
@@ -269,9 +269,9 @@ TEST_F(InspectToolsTest, AnotherBlockHasNothingSelected) {
   base::WriteBytes(folder_.Path("data"), "UVWXYZ");
   Open("ABCDEF");
   Option(1)->click();
-  QTest::mousePress(Dump()->viewport(), Qt::LeftButton, {}, PointOf(PlaceOfByte(1), 0.5));
-  QTest::mouseMove(Dump()->viewport(), PointOf(PlaceOfByte(3), 1.5));
-  QTest::mouseRelease(Dump()->viewport(), Qt::LeftButton, {}, PointOf(PlaceOfByte(3), 1.5));
+  QTest::mousePress(Dump()->viewport(), Qt::LeftButton, {}, PointOf(PositionOfByte(1), 0.5));
+  QTest::mouseMove(Dump()->viewport(), PointOf(PositionOfByte(3), 1.5));
+  QTest::mouseRelease(Dump()->viewport(), Qt::LeftButton, {}, PointOf(PositionOfByte(3), 1.5));
   ASSERT_EQ(Copied("CopyAsText"), "BCD");
   Drop(folder_.Path("data"));
   EXPECT_EQ(Copied("CopyAsText"), "UVWXYZ");

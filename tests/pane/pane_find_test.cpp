@@ -123,9 +123,9 @@ TEST_F(PaneFindTest, HighlightsHitsInViewAndScrollBar) {
 TEST_F(PaneFindTest, OffersASelectionWithinOneLine) {
   SetText("one\ntwo");
   pane_.Select(0, 3);
-  EXPECT_EQ(find_->Marked(), "one");
+  EXPECT_EQ(find_->SelectedText(), "one");
   pane_.Select(0, 5);
-  EXPECT_EQ(find_->Marked(), "");
+  EXPECT_EQ(find_->SelectedText(), "");
 }
 
 }  // namespace

@@ -130,24 +130,24 @@ TEST_F(Undoing, SeveralChunksAreRestored) {
 // One edit more than are kept.
 TEST(PaneUndoLimits, TheOldestEditsAreDropped) {
   PaneUndo undo;
-  for (std::size_t i = 0; i <= PaneUndo::kMostEdits; ++i) undo.Note({i, 1, {}, base::kNoColor}, false);
+  for (std::size_t i = 0; i <= PaneUndo::kMaxEdits; ++i) undo.Note({i, 1, {}, base::kNoColor}, false);
   std::size_t count = 0;
   std::size_t oldest = 0;
   for (; undo.Newest() != nullptr; ++count) oldest = undo.Take().begin;
-  EXPECT_EQ(count, PaneUndo::kMostEdits);
+  EXPECT_EQ(count, PaneUndo::kMaxEdits);
   EXPECT_EQ(oldest, 1u);
 }
 
 TEST(PaneUndoLimits, WhatWasRemovedIsBounded) {
   PaneUndo undo;
   undo.Note({0, 1, {}, base::kNoColor}, false);
-  undo.Note({1, 0, {std::string(PaneUndo::kMostRemoved, 'x'), {}}, base::kNoColor}, false);
+  undo.Note({1, 0, {std::string(PaneUndo::kMaxRemoved, 'x'), {}}, base::kNoColor}, false);
   EXPECT_EQ(undo.Newest()->begin, 1u);
   undo.Note({2, 0, {"y", {}}, base::kNoColor}, false);
   EXPECT_EQ(undo.Take().begin, 2u);
   EXPECT_EQ(undo.Newest(), nullptr) << "older than what was dropped";
   undo.Note({3, 1, {}, base::kNoColor}, false);
-  undo.Note({4, 0, {std::string(PaneUndo::kMostRemoved + 1, 'x'), {}}, base::kNoColor}, false);
+  undo.Note({4, 0, {std::string(PaneUndo::kMaxRemoved + 1, 'x'), {}}, base::kNoColor}, false);
   EXPECT_EQ(undo.Newest(), nullptr);
 }
 

@@ -56,16 +56,16 @@ TEST(PaneUtf8, KeepsMarksWithTheirCharacter) {
   EXPECT_EQ(ClusterEnd(kText, 0), 1u);
   EXPECT_EQ(ClusterEnd(kText, 1), 4u);
   EXPECT_EQ(ClusterEnd(kText, 5), 5u);
-  EXPECT_EQ(ClusterBegin(kText, 5), 4u);
-  EXPECT_EQ(ClusterBegin(kText, 4), 1u);
-  EXPECT_EQ(ClusterBegin(kText, 1), 0u);
+  EXPECT_EQ(ClusterStart(kText, 5), 4u);
+  EXPECT_EQ(ClusterStart(kText, 4), 1u);
+  EXPECT_EQ(ClusterStart(kText, 1), 0u);
 }
 
 TEST(PaneUtf8, KeepsJoinedEmojiTogether) {
   constexpr auto kFamily = "x\U0001F468\u200D\U0001F469\u200D\U0001F467y"sv;
   EXPECT_EQ(ClusterEnd(kFamily, 1), kFamily.size() - 1);
-  EXPECT_EQ(ClusterBegin(kFamily, kFamily.size() - 1), 1u);
-  EXPECT_EQ(ClusterBegin(kFamily, 1), 0u);
+  EXPECT_EQ(ClusterStart(kFamily, kFamily.size() - 1), 1u);
+  EXPECT_EQ(ClusterStart(kFamily, 1), 0u);
 }
 
 }  // namespace

@@ -25,7 +25,7 @@ TEST_F(DebugTest, ARunStopsBeforeABreakpoint) {
   runner.Play();
   EXPECT_EQ(Sent(), "A");
   EXPECT_EQ(Rows(), "A|>*B|C") << "the row is marked as the next one";
-  EXPECT_EQ(runner.stands_at(), 2);
+  EXPECT_EQ(runner.stopped_before(), 2);
   EXPECT_FALSE(runner.running());
   EXPECT_EQ(host.locks, (std::vector<bool>{true, false}));
 }
@@ -36,7 +36,7 @@ TEST_F(DebugTest, ItContinuesAfterABreakpoint) {
   runner.Play();
   runner.PlayFromHere();
   EXPECT_EQ(Sent(), "A|B|C");
-  EXPECT_EQ(runner.stands_at(), 0);
+  EXPECT_EQ(runner.stopped_before(), 0);
 }
 
 TEST_F(DebugTest, ABreakpointInALoopStopsInEachPass) {
@@ -46,7 +46,7 @@ TEST_F(DebugTest, ABreakpointInALoopStopsInEachPass) {
   EXPECT_EQ(Sent(), "");
   runner.PlayFromHere();
   EXPECT_EQ(Sent(), "A");
-  EXPECT_EQ(runner.stands_at(), 2);
+  EXPECT_EQ(runner.stopped_before(), 2);
   list.ToggleBreakpoint(2);
   runner.PlayFromHere();
   EXPECT_EQ(Sent(), "A|A|A|B") << "the counters were kept";
@@ -80,7 +80,7 @@ TEST_F(DebugTest, AfterBreakAndStopTheCurrentRowIsTheFirst) {
   runner.Play();
   host.at_yield = nullptr;
   runner.Stop();
-  EXPECT_EQ(runner.stands_at(), 0);
+  EXPECT_EQ(runner.stopped_before(), 0);
   runner.PlayFromHere();
   EXPECT_EQ(Sent(), "A|B|B|C");
 }
@@ -129,7 +129,7 @@ TEST_F(DebugTest, AnotherListHasNoInterruptedRun) {
   FillList(list, "A|B|C");
   PlayTo(3);
   FillList(list, "D|E|F");
-  EXPECT_EQ(runner.stands_at(), 0);
+  EXPECT_EQ(runner.stopped_before(), 0);
   PlayTo(2);
   EXPECT_EQ(Sent(), "A|B|D");
 }
@@ -138,7 +138,7 @@ TEST_F(DebugTest, AnErrorLeavesNothingToContinue) {
   FillList(list, "A|$NIX|B");
   list.ToggleBreakpoint(3);
   runner.Play();
-  EXPECT_EQ(runner.stands_at(), 0);
+  EXPECT_EQ(runner.stopped_before(), 0);
   EXPECT_EQ(list.ErrorOf(2), "Unbekannter $ Befehl");
   EXPECT_EQ(list.ErrorOf(1), "");
   list.ClearLineSelection(2);
@@ -176,18 +176,19 @@ TEST_F(DebugTest, TheWatchShowsTheStateOfARun) {
 }
 
 TEST_F(DebugTest, WhatARunLeavesOpenIsNamed) {
-  EXPECT_EQ(LeftOver(script.interpreter, false, false), "");
+  EXPECT_EQ(StillOpen(script.interpreter, false, false), "");
   FillList(list, "$REPEAT 9|$REPEAT 9|$IFERR|A|$ENDIF|$ENDREPEAT|$ENDREPEAT");
   host.at_yield = [&] {
     if (list.current_row() == 3) runner.Break();
   };
   runner.Play();
-  EXPECT_EQ(LeftOver(script.interpreter, true, true),
+  EXPECT_EQ(StillOpen(script.interpreter, true, true),
             "Noch offen: 2 Schleifen, 1 Bedingung, Zeilen werden übergangen, $SILENT ON, $AUTOLOG ON");
   script.interpreter = {};
   script.interpreter.RepeatLevel = -1;
   script.interpreter.IfDepth = -2;
-  EXPECT_EQ(LeftOver(script.interpreter, false, false), "Noch offen: 1 $ENDREPEAT zu viel, 2 $ENDIF zu viel");
+  EXPECT_EQ(StillOpen(script.interpreter, false, false),
+            "Noch offen: 1 $ENDREPEAT zu viel, 2 $ENDIF zu viel");
 }
 
 TEST_F(DebugTest, TheProgressNamesRowLoopAndTime) {

@@ -54,16 +54,16 @@ TEST(ScriptTextsTest, FailuresOfFiles) {
 }
 
 TEST(ScriptTextsTest, SayWhichCharactersAFileCannotHold) {
-  EXPECT_EQ(texts::NotInFile({7}, "Ω"),
+  EXPECT_EQ(texts::CharactersNotInFile({7}, "Ω"),
             "Das Zeichen „Ω“ in Zeile 7 kann nicht gespeichert werden. In der Datei steht dafür „?“.");
-  EXPECT_TRUE(texts::NotInFile({7, 9}, "Ω").ends_with("„?“. Ebenso in einer weiteren Zeile."));
-  EXPECT_TRUE(texts::NotInFile({7, 9, 12}, "Ω").ends_with("„?“. Ebenso in 2 weiteren Zeilen."));
+  EXPECT_TRUE(texts::CharactersNotInFile({7, 9}, "Ω").ends_with("„?“. Ebenso in einer weiteren Zeile."));
+  EXPECT_TRUE(texts::CharactersNotInFile({7, 9, 12}, "Ω").ends_with("„?“. Ebenso in 2 weiteren Zeilen."));
 }
 
 TEST(ScriptTextsTest, OfferAnUnsavedList) {
-  EXPECT_EQ(texts::LeftList("", "21.11.2026 15:01:04", 12, 0),
+  EXPECT_EQ(texts::AbandonedList("", "21.11.2026 15:01:04", 12, 0),
             "Nicht gespeicherte Befehlsliste vom 21.11.2026 15:01:04, 12 Zeilen");
-  EXPECT_EQ(texts::LeftList("/x/a.CMD", "21.11.2026 15:01:04", 1, 2),
+  EXPECT_EQ(texts::AbandonedList("/x/a.CMD", "21.11.2026 15:01:04", 1, 2),
             "Nicht gespeicherte Befehlsliste „a.CMD“ vom 21.11.2026 15:01:04, 1 Zeile (danach 2 weitere)");
 }
 

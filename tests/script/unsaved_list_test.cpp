@@ -25,7 +25,7 @@ class UnsavedListTest : public testing::Test {
   /// The names and rows of the lists offered, newest first.
   Names Offered() const {
     Names offered;
-    for (const LeftCopy& copy : LeftCopies(folder_)) {
+    for (const AbandonedCopy& copy : AbandonedCopies(folder_)) {
       CommandList list;
       EXPECT_TRUE(copy.Restore(list));
       EXPECT_EQ(list.left_out(), 0u);
@@ -101,9 +101,9 @@ TEST_F(UnsavedListTest, AListOfAnOpenWindowIsNotOffered) {
 
 TEST_F(UnsavedListTest, WhatIsOfferedToOneWindowIsNotOfferedToAnother) {
   AbandonList("A");
-  const std::vector<LeftCopy> first = LeftCopies(folder_);
+  const std::vector<AbandonedCopy> first = AbandonedCopies(folder_);
   EXPECT_EQ(first.size(), 1u);
-  EXPECT_EQ(LeftCopies(folder_).size(), 0u);
+  EXPECT_EQ(AbandonedCopies(folder_).size(), 0u);
 }
 
 TEST_F(UnsavedListTest, AKilledProgramLeavesItsList) {
@@ -143,7 +143,7 @@ TEST_F(UnsavedListTest, AnEmptyListNeedsNoCopy) {
 
 TEST_F(UnsavedListTest, WhatIsDiscardedIsNotOfferedAgain) {
   AbandonList("A");
-  LeftCopies(folder_).front().Remove();
+  AbandonedCopies(folder_).front().Remove();
   EXPECT_EQ(Offered(), Names{});
   EXPECT_EQ(Folders(), 0u);
 }
@@ -156,7 +156,7 @@ TEST_F(UnsavedListTest, TheNewestFiveAreKept) {
 
 TEST_F(UnsavedListTest, ReportsTimeAndNumberOfRows) {
   AbandonList("A", 3600);
-  const std::vector<LeftCopy> left = LeftCopies(folder_);
+  const std::vector<AbandonedCopy> left = AbandonedCopies(folder_);
   ASSERT_EQ(left.size(), 1u);
   EXPECT_NEAR(static_cast<double>(left.front().saved_at()), static_cast<double>(std::time(nullptr) - 3600),
               5);
@@ -169,7 +169,7 @@ TEST_F(UnsavedListTest, ARunKeepsItsList) {
   RunFlags run;
   CommandList list(&run);
   run.ScriptRunning = 1;
-  EXPECT_FALSE(LeftCopies(folder_).front().Restore(list));
+  EXPECT_FALSE(AbandonedCopies(folder_).front().Restore(list));
   EXPECT_EQ(ListText(list), "");
 }
 
@@ -184,7 +184,7 @@ TEST_F(UnsavedListTest, ARelativeNameIsKeptWithItsFolder) {
   list_.ShowFile("a.CMD", {"A"}, 0);
   list_.SetText(1, "B");
   EXPECT_TRUE(UnsavedCopy(folder_).Update(list_));
-  EXPECT_EQ(LeftCopies(folder_).front().name(), fs::absolute("a.CMD").string());
+  EXPECT_EQ(AbandonedCopies(folder_).front().name(), fs::absolute("a.CMD").string());
 }
 
 TEST_F(UnsavedListTest, WhatIsNotACopyIsSkipped) {
@@ -204,7 +204,7 @@ TEST_F(UnsavedListTest, ALongFileFillsTheRowsOfTheList) {
   for (int row = 1; row <= 1100; ++row) bytes += std::to_string(row) + "\r\n";
   fs::create_directories(folder_ + "/list-long");
   base::WriteBytes(folder_ + "/list-long/list", bytes);
-  const std::vector<LeftCopy> left = LeftCopies(folder_);
+  const std::vector<AbandonedCopy> left = AbandonedCopies(folder_);
   ASSERT_EQ(left.size(), 1u);
   EXPECT_TRUE(left.front().Restore(list_));
   EXPECT_EQ(list_.Text(1024), "1024");
@@ -213,9 +213,9 @@ TEST_F(UnsavedListTest, ALongFileFillsTheRowsOfTheList) {
 TEST_F(UnsavedListTest, WithoutAFolderThereIsNoCopy) {
   list_.SetText(1, "A");
   EXPECT_TRUE(UnsavedCopy("").Update(list_));
-  EXPECT_EQ(LeftCopies("").size(), 0u);
+  EXPECT_EQ(AbandonedCopies("").size(), 0u);
   EXPECT_FALSE(UnsavedCopy("/proc/none").Update(list_));
-  EXPECT_EQ(LeftCopies("/proc/none").size(), 0u);
+  EXPECT_EQ(AbandonedCopies("/proc/none").size(), 0u);
 }
 
 TEST_F(UnsavedListTest, ARemovedFolderIsMadeAgain) {

@@ -20,7 +20,7 @@ class FakeConnectionView final : public ConnectionView {
     waited_for.push_back(operation);
     return !gives_up;
   }
-  void WaitOver() override { ++ended_waits; }
+  void WaitEnded() override { ++ended_waits; }
 
   int changes = 0;
   bool gives_up = false;

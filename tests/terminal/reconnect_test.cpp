@@ -131,7 +131,7 @@ TEST_F(ReconnectTest, TheStatesTextStaysUntilAnAnswerIsReceived) {
 
 TEST_F(ReconnectTest, UnreadBytesAreReported) {
   device.waiting = [] { return 12; };
-  session.TellBytesWaiting();
+  session.ReportBytesWaiting();
   EXPECT_EQ(shown_.line.Text(), "12 Bytes warten");
   device.flushed = 12;
   session.Flush();

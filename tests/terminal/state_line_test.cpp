@@ -8,7 +8,7 @@ namespace {
 TEST(StateLine, ShowsTheMostUrgent) {
   StateLine line;
   EXPECT_EQ(line.Text(), "");
-  EXPECT_TRUE(line.Set(StateKind::kLeftOver, "left"));
+  EXPECT_TRUE(line.Set(StateKind::kStillOpen, "left"));
   EXPECT_TRUE(line.Set(StateKind::kBytes, "bytes"));
   EXPECT_TRUE(line.Set(StateKind::kModem, "modem"));
   EXPECT_TRUE(line.Set(StateKind::kLost, "lost"));
@@ -34,7 +34,7 @@ TEST(StateLine, ShowsTogetherWhatAFailureMeansAndWhatWasLeftOver) {
   StateLine line;
   line.Set(StateKind::kWords, "-60: abgebrochen");
   EXPECT_EQ(line.Text(), "-60: abgebrochen");
-  line.Set(StateKind::kLeftOver, "Noch offen: 1 Schleife");
+  line.Set(StateKind::kStillOpen, "Noch offen: 1 Schleife");
   EXPECT_EQ(line.Text(), "-60: abgebrochen; Noch offen: 1 Schleife");
 }
 

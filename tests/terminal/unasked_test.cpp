@@ -25,17 +25,17 @@ TEST_F(UnaskedTest, LinesAreShownAsTheyArrive) {
   device.incoming = "a\r\n\r\nb\r\nc";
   EXPECT_TRUE(unasked_.Take());
   EXPECT_EQ(pane.lines, (Lines{"a", "", "b"}));
-  EXPECT_TRUE(unasked_.HasRest());
+  EXPECT_TRUE(unasked_.HasPartialLine());
   device.incoming = "d\r\n";
   EXPECT_TRUE(unasked_.Take());
   EXPECT_EQ(pane.lines.back(), "cd");
-  EXPECT_FALSE(unasked_.HasRest());
+  EXPECT_FALSE(unasked_.HasPartialLine());
 }
 
 TEST_F(UnaskedTest, ALineWithoutAnEndIsShownWhenNothingFollows) {
   device.incoming = "login: ";
   unasked_.Take();
-  unasked_.ShowRest();
+  unasked_.ShowPartialLine();
   EXPECT_EQ(pane.lines, Lines{"login: "});
 }
 
@@ -89,9 +89,9 @@ TEST_F(UnaskedTest, WithNothingLeftNothingIsRead) {
 }
 
 TEST_F(UnaskedTest, AFloodIsReadInPieces) {
-  device.incoming = std::string(3 * Unasked::kMostAtOnce, 'x');
+  device.incoming = std::string(3 * Unasked::kMaxAtOnce, 'x');
   EXPECT_TRUE(unasked_.Take());
-  EXPECT_EQ(device.incoming.size(), 2 * Unasked::kMostAtOnce);
+  EXPECT_EQ(device.incoming.size(), 2 * Unasked::kMaxAtOnce);
 }
 
 }  // namespace

@@ -73,7 +73,7 @@ TEST(Column, SummarizesEveryRangeAroundALeaf) {
 }
 
 TEST(Column, SummarizesRangesOverAllLevels) {
-  const std::vector<double> values = Noise(Column::kLeaf * Column::kFan * Column::kFan * 4 + 777);
+  const std::vector<double> values = Noise(Column::kLeaf * Column::kFanOut * Column::kFanOut * 4 + 777);
   const Column column = ColumnOf(values);
   ExpectSame(column, values, 0, values.size());
   std::mt19937 generator(2);
@@ -86,7 +86,7 @@ TEST(Column, SummarizesRangesOverAllLevels) {
 }
 
 TEST(Column, ContinuesAfterItWasTruncated) {
-  const std::vector<double> values = Noise(Column::kLeaf * Column::kFan * 5);
+  const std::vector<double> values = Noise(Column::kLeaf * Column::kFanOut * 5);
   for (const std::size_t size : {std::size_t{0}, std::size_t{1}, std::size_t{1023}, std::size_t{1024},
                                  std::size_t{4096}, values.size()}) {
     Column column = ColumnOf(values);

@@ -32,27 +32,27 @@ TEST(PlotView, LeavesSpaceOnBothSidesOfOnePoint) { ExpectNear(ViewOf(5, 5).x(), 
 
 TEST(PlotView, FitsTheYAxisToTheValues) {
   PlotView view;
-  view.SuitY({10, 20});
+  view.FitY({10, 20});
   ExpectNear(view.y(), 9.5, 20.5);
-  view.SuitY({});
+  view.FitY({});
   ExpectNear(view.y(), 9.5, 20.5);
   view.SetAutoY(false);
-  view.SuitY({0, 1});
+  view.FitY({0, 1});
   ExpectNear(view.y(), 9.5, 20.5);
 }
 
 TEST(PlotView, LeavesSpaceAboveAndBelowEqualValues) {
   PlotView view;
-  view.SuitY({4, 4});
+  view.FitY({4, 4});
   EXPECT_LT(view.y().from, 4);
   EXPECT_GT(view.y().to, 4);
-  view.SuitY({0, 0});
+  view.FitY({0, 0});
   ExpectNear(view.y(), -1.1, 1.1);
 }
 
 TEST(PlotView, StaysFiniteWithTheLargestNumbers) {
   PlotView view;
-  view.SuitY({-1.7e308, 1.7e308});
+  view.FitY({-1.7e308, 1.7e308});
   EXPECT_TRUE(std::isfinite(view.y().width()));
   view.ZoomY(1e300, 0.5);
   EXPECT_TRUE(std::isfinite(view.y().width()));

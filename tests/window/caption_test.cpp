@@ -21,10 +21,10 @@ TEST(Caption, HasThePlaceholderOfTheMarkAfterAModifiedList) {
 TEST(Caption, IsPrintedWithoutTheMark) {
   QWidget window;
   window.setWindowTitle(Caption("a.CMD", "COM1", true));
-  EXPECT_EQ(CaptionWithoutMark(window), "Kolvane Terminal - a.CMD - COM1");
+  EXPECT_EQ(CaptionWithoutPlaceholder(window), "Kolvane Terminal - a.CMD - COM1");
   window.setWindowTitle(Caption("a[*].CMD", "", true));
   EXPECT_EQ(window.windowTitle(), "Kolvane Terminal - a[*][*].CMD[*]");
-  EXPECT_EQ(CaptionWithoutMark(window), "Kolvane Terminal - a[*].CMD");
+  EXPECT_EQ(CaptionWithoutPlaceholder(window), "Kolvane Terminal - a[*].CMD");
 }
 
 }  // namespace

@@ -310,8 +310,8 @@ TEST_F(Help, KnowsEachNamedFieldOfTheConnectionDialog) {
   OnDialog<device::ConnectionDialog>([](QDialog& dialog) {
     for (const QWidget* field : dialog.findChildren<QWidget*>()) {
       if (field->objectName().isEmpty() || field->objectName().startsWith(QLatin1String("qt_"))) continue;
-      EXPECT_NE(help::HelpKey::PlaceOf(field).topic, 10u) << field->objectName().toStdString();
-      EXPECT_NE(help::HelpKey::PlaceOf(field).topic, help::kStartTopic) << field->objectName().toStdString();
+      EXPECT_NE(help::HelpKey::TargetOf(field).topic, 10u) << field->objectName().toStdString();
+      EXPECT_NE(help::HelpKey::TargetOf(field).topic, help::kStartTopic) << field->objectName().toStdString();
     }
     dialog.reject();
   });
@@ -325,7 +325,7 @@ TEST(HelpAfterTheTerminal, F1IsTheHostsAgain) {
   QWidget terminal;
   int shown = 0;
   {
-    const help::HelpKey key(&terminal, [&shown](const help::HelpPlace&) { ++shown; });
+    const help::HelpKey key(&terminal, [&shown](const help::HelpTarget&) { ++shown; });
     QTest::keyClick(&terminal, Qt::Key_F1);
   }
   QTest::keyClick(&terminal, Qt::Key_F1);

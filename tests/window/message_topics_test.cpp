@@ -18,8 +18,8 @@
 namespace kolvane::window {
 namespace {
 
-using help::HelpPlace;
-using help::MessagePlace;
+using help::HelpTarget;
+using help::MessageTarget;
 
 std::string PageOf(std::uint32_t number) {
   static const std::vector<help::TopicLine> topics = Pages().Topics();
@@ -30,15 +30,15 @@ std::string PageOf(std::uint32_t number) {
 }
 
 // The message's place in the help, which must exist.
-HelpPlace Place(std::string_view text) {
-  const auto place = MessagePlace(text);
-  if (!place) {
+HelpTarget Target(std::string_view text) {
+  const auto target = MessageTarget(text);
+  if (!target) {
     ADD_FAILURE() << "not explained in the help: " << text;
     return {};
   }
-  EXPECT_TRUE(help::HelpPages::HasAnchor(PageOf(place->topic), place->anchor))
-      << text << ": " << place->anchor;
-  return *place;
+  EXPECT_TRUE(help::HelpPages::HasAnchor(PageOf(target->topic), target->anchor))
+      << text << ": " << target->anchor;
+  return *target;
 }
 
 std::string Connecting(const std::string& description, int code) {
@@ -49,11 +49,11 @@ std::string Connecting(const std::string& description, int code) {
 TEST(MessageTopics, AStatusLeadsToItsRow) {
   for (const int status : help::ExplainedStatuses()) {
     const std::string code = std::to_string(-status);
-    EXPECT_EQ(Place(Connecting(code, -status)), (HelpPlace{602, "s" + std::to_string(status)}));
+    EXPECT_EQ(Target(Connecting(code, -status)), (HelpTarget{602, "s" + std::to_string(status)}));
   }
-  EXPECT_EQ(Place(terminal::texts::Failure(terminal::texts::kDisconnectFailed, {-13, "-13"})),
-            (HelpPlace{602, "s13"}));
-  EXPECT_EQ(Place(Connecting("Gerät belegt", -7)), (HelpPlace{601, "aufbau"})) << "a host's own text";
+  EXPECT_EQ(Target(terminal::texts::Failure(terminal::texts::kDisconnectFailed, {-13, "-13"})),
+            (HelpTarget{602, "s13"}));
+  EXPECT_EQ(Target(Connecting("Gerät belegt", -7)), (HelpTarget{601, "aufbau"})) << "a host's own text";
 }
 
 TEST(MessageTopics, EveryStatusOfThePageIsKnown) {
@@ -67,26 +67,26 @@ TEST(MessageTopics, EveryStatusOfThePageIsKnown) {
 
 TEST(MessageTopics, OfTheConnection) {
   EXPECT_EQ(
-      Place(Connecting("Die Portbibliothek „x“ kann nicht benutzt werden: Datei nicht gefunden.", -902)),
-      (HelpPlace{601, "bibliothek"}));
-  EXPECT_EQ(Place(device::kInvalidAddress), (HelpPlace{601, "adresse"}));
-  EXPECT_EQ(Place(RuntimeError::Description(RuntimeError::Kind::kNoObject)), (HelpPlace{601, "host"}));
+      Target(Connecting("Die Portbibliothek „x“ kann nicht benutzt werden: Datei nicht gefunden.", -902)),
+      (HelpTarget{601, "bibliothek"}));
+  EXPECT_EQ(Target(device::kInvalidAddress), (HelpTarget{601, "adresse"}));
+  EXPECT_EQ(Target(RuntimeError::Description(RuntimeError::Kind::kNoObject)), (HelpTarget{601, "host"}));
 }
 
 TEST(MessageTopics, OfARunningList) {
   namespace list = script::texts;
-  const auto in_row = [](std::string_view error) { return Place(list::ErrorInRow(3, error)); };
+  const auto in_row = [](std::string_view error) { return Target(list::ErrorInRow(3, error)); };
   const std::pair<std::string_view, const char*> errors[] = {
       {list::kUnknownCommand, "m1"},    {list::kNoJumpTarget, "m2"},
       {list::kLogAlreadyOpen, "m3"},    {list::kNoLogOpen, "m4"},
       {list::kNoSuchParameter, "m5"},   {"Index außerhalb des gültigen Bereichs", "m6"},
       {"Timeout (ms): Überlauf", "m7"}, {"Typen unverträglich", "m8"}};
-  for (const auto& [error, anchor] : errors) EXPECT_EQ(in_row(error), (HelpPlace{603, anchor})) << error;
-  EXPECT_EQ(in_row(terminal::texts::NotSendable("Ω")), (HelpPlace{603, "m9"}));
-  EXPECT_EQ(MessagePlace(list::ErrorInRow(3, "etwas anderes")), (HelpPlace{603, ""}));
+  for (const auto& [error, anchor] : errors) EXPECT_EQ(in_row(error), (HelpTarget{603, anchor})) << error;
+  EXPECT_EQ(in_row(terminal::texts::NotSendable("Ω")), (HelpTarget{603, "m9"}));
+  EXPECT_EQ(MessageTarget(list::ErrorInRow(3, "etwas anderes")), (HelpTarget{603, ""}));
   for (const std::string& text :
        {std::string(list::kListFull), std::string(list::kNoRoomForARow), list::NotPasted(2)})
-    EXPECT_EQ(Place(text), (HelpPlace{603, "voll"}));
+    EXPECT_EQ(Target(text), (HelpTarget{603, "voll"}));
 }
 
 TEST(MessageTopics, OfFiles) {
@@ -96,17 +96,17 @@ TEST(MessageTopics, OfFiles) {
                                                       {Problem::kListRunning, "d3"},
                                                       {Problem::kCannotWrite, "d4"}};
   for (const auto& [problem, anchor] : problems)
-    EXPECT_EQ(Place(script::texts::FileFailure({problem, "/x/a.CMD", ENOENT})), (HelpPlace{604, anchor}));
-  EXPECT_EQ(Place(texts::NotWritten("/x/a", ENOSPC)), (HelpPlace{604, "d5"}));
-  EXPECT_EQ(Place(texts::NotRead("/x/a", ENOENT)), (HelpPlace{604, "d6"}));
-  EXPECT_EQ(Place(texts::NotRead("/x/TermCmdHelp.rtf", ENOENT)), (HelpPlace{604, "d7"}));
+    EXPECT_EQ(Target(script::texts::FileFailure({problem, "/x/a.CMD", ENOENT})), (HelpTarget{604, anchor}));
+  EXPECT_EQ(Target(texts::NotWritten("/x/a", ENOSPC)), (HelpTarget{604, "d5"}));
+  EXPECT_EQ(Target(texts::NotRead("/x/a", ENOENT)), (HelpTarget{604, "d6"}));
+  EXPECT_EQ(Target(texts::NotRead("/x/TermCmdHelp.rtf", ENOENT)), (HelpTarget{604, "d7"}));
   for (const auto fault :
        {help::RtfFault::kNotRichText, help::RtfFault::kTruncated, help::RtfFault::kTooLarge})
-    EXPECT_EQ(Place("/x/TermCmdHelp.rtf: " + std::string(help::FaultText(fault))), (HelpPlace{604, "d8"}));
-  EXPECT_EQ(Place(texts::kNotPrinted), (HelpPlace{604, "d9"}));
-  EXPECT_EQ(Place(texts::kNoMemory), (HelpPlace{604, "d10"}));
-  EXPECT_EQ(Place(terminal::texts::LogNotOpened("/x/a.LOG", EACCES)), (HelpPlace{605, "l1"}));
-  EXPECT_EQ(Place(terminal::texts::LogNotWritten("/x/a.LOG", ENOSPC)), (HelpPlace{605, "l2"}));
+    EXPECT_EQ(Target("/x/TermCmdHelp.rtf: " + std::string(help::FaultText(fault))), (HelpTarget{604, "d8"}));
+  EXPECT_EQ(Target(texts::kNotPrinted), (HelpTarget{604, "d9"}));
+  EXPECT_EQ(Target(texts::kNoMemory), (HelpTarget{604, "d10"}));
+  EXPECT_EQ(Target(terminal::texts::LogNotOpened("/x/a.LOG", EACCES)), (HelpTarget{605, "l1"}));
+  EXPECT_EQ(Target(terminal::texts::LogNotWritten("/x/a.LOG", ENOSPC)), (HelpTarget{605, "l2"}));
 }
 
 TEST(MessageTopics, OfInputsAndTheStart) {
@@ -116,31 +116,31 @@ TEST(MessageTopics, OfInputsAndTheStart) {
                                                 {Kind::kSubscript, "e3"},
                                                 {Kind::kInvalidArgument, "e4"}};
   for (const auto& [kind, anchor] : kinds)
-    EXPECT_EQ(Place(terminal::texts::InField("Anzahl", RuntimeError::Description(kind))),
-              (HelpPlace{606, anchor}));
-  EXPECT_EQ(Place(terminal::texts::NotSendable("Ω")), (HelpPlace{606, "e6"}));
+    EXPECT_EQ(Target(terminal::texts::InField("Anzahl", RuntimeError::Description(kind))),
+              (HelpTarget{606, anchor}));
+  EXPECT_EQ(Target(terminal::texts::NotSendable("Ω")), (HelpTarget{606, "e6"}));
   EXPECT_EQ(
-      Place("Fenstergrößen und Ordner können nicht in der Datei „/x/state.ini“ gespeichert werden: voll"),
-      (HelpPlace{607, "speichern"}));
+      Target("Fenstergrößen und Ordner können nicht in der Datei „/x/state.ini“ gespeichert werden: voll"),
+      (HelpTarget{607, "speichern"}));
   EXPECT_EQ(
-      Place("Die gespeicherte Einstellung [PORT] PORT=x kann nicht gelesen werden: Typen unverträglich"),
-      (HelpPlace{607, "einstellung"}));
+      Target("Die gespeicherte Einstellung [PORT] PORT=x kann nicht gelesen werden: Typen unverträglich"),
+      (HelpTarget{607, "einstellung"}));
 }
 
 TEST(MessageTopics, OfTheInspector) {
-  EXPECT_EQ(Place(inspect::texts::kNothingMarked), (HelpPlace{610, "markieren"}));
-  EXPECT_EQ(Place(RuntimeError::Description(RuntimeError::Kind::kOverflow)), (HelpPlace{610, "ueberlauf"}));
-  EXPECT_EQ(Place(inspect::texts::kNothingToSave), (HelpPlace{610, "felder"}));
+  EXPECT_EQ(Target(inspect::texts::kNothingSelected), (HelpTarget{610, "markieren"}));
+  EXPECT_EQ(Target(RuntimeError::Description(RuntimeError::Kind::kOverflow)), (HelpTarget{610, "ueberlauf"}));
+  EXPECT_EQ(Target(inspect::texts::kNothingToSave), (HelpTarget{610, "felder"}));
 }
 
 TEST(MessageTopics, OfValuesAndPorts) {
-  EXPECT_EQ(Place(values::texts::kTooManyRows), (HelpPlace{130, "zuviel"}));
-  EXPECT_EQ(Place("„abc“ ist keine Baudrate"), (HelpPlace{308, "meldungen"}));
+  EXPECT_EQ(Target(values::texts::kTooManyRows), (HelpTarget{130, "zuviel"}));
+  EXPECT_EQ(Target("„abc“ ist keine Baudrate"), (HelpTarget{308, "meldungen"}));
 }
 
 TEST(MessageTopics, OtherTextsHaveNoTopic) {
   for (const char* text : {"", "x", "a.CMD existiert bereits.\nMöchten Sie sie ersetzen?"})
-    EXPECT_EQ(MessagePlace(text), std::nullopt) << text;
+    EXPECT_EQ(MessageTarget(text), std::nullopt) << text;
 }
 
 }  // namespace

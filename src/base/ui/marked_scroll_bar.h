@@ -14,7 +14,7 @@ class MarkedScrollBar final : public QScrollBar {
   explicit MarkedScrollBar(QWidget* parent = nullptr) : QScrollBar(Qt::Vertical, parent) {}
 
   /// Positions from 0 (start) to 1 (end), in any order.
-  void SetMarks(const std::vector<double>& places);
+  void SetMarks(const std::vector<double>& positions);
   /// How many marks are distinguishable at the bar's current height.
   int MarkCount() const;
 
@@ -22,10 +22,10 @@ class MarkedScrollBar final : public QScrollBar {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  std::vector<double> places_;
+  std::vector<double> positions_;
 };
 
-/// The background of a search hit on `ground`: light on light, dark on dark.
-QColor HitBackground(const QColor& ground);
+/// The background of a search hit on `background`: light on light, dark on dark.
+QColor HitBackground(const QColor& background);
 
 }  // namespace kolvane::base

@@ -43,7 +43,7 @@ bool IsX(const QByteArray& platform) { return platform.split(':').front().toLowe
 bool NeedsServer(const QByteArray& platform) { return IsWayland(platform) || IsX(platform); }
 
 // It may still not respond: the component opens no connection except to an X server.
-bool CompositorIsThere() {
+bool HasCompositor() {
   if (qEnvironmentVariableIsSet("WAYLAND_SOCKET")) return true;
   const fs::path name = qgetenv("WAYLAND_DISPLAY").toStdString();
   std::error_code unknown;
@@ -105,7 +105,7 @@ bool IsInstalled(const QString& platform) {
 
 // A running compositor that Qt cannot use.
 bool IsUnreachableCompositor(const QByteArray& platform) {
-  return IsWayland(platform) && CompositorIsThere() && !IsInstalled(QStringLiteral("wayland"));
+  return IsWayland(platform) && HasCompositor() && !IsInstalled(QStringLiteral("wayland"));
 }
 
 constexpr const char* kNotItsThread =
@@ -160,7 +160,7 @@ bool DisplayProbe::IsUsable(const QByteArray& platform) {
   const QByteArray name = parts.front().toLower();
   if (!IsInstalled(QString::fromLatin1(name))) return false;
   if (IsX(platform)) return XServerAnswers();
-  if (IsWayland(platform)) return CompositorIsThere();
+  if (IsWayland(platform)) return HasCompositor();
   // Without a device to draw on Qt ends the process or crashes.
   if (name == "linuxfb") return HasFramebuffer(parts);
   if (name == "eglfs" || name == "minimalegl" || name == "vkkhrdisplay") return HasGraphicsCard();

@@ -23,18 +23,19 @@ CloseWatch::CloseWatch(int descriptor) : descriptor_(descriptor), messages_(STDE
   notifier_ = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
   QObject::connect(notifier_.get(), &QSocketNotifier::activated, [this] {
     notifier_->setEnabled(false);
-    came_ = true;
+    requested_ = true;
     CloseAll();
   });
 }
 
 bool CloseWatch::Made() const {
-  return came_ || (loop_ != nullptr && !loop_->isRunning()) || (descriptor_ >= 0 && IsReadable(descriptor_));
+  return requested_ || (loop_ != nullptr && !loop_->isRunning()) ||
+         (descriptor_ >= 0 && IsReadable(descriptor_));
 }
 
 void CloseWatch::SetWindow(window::MainWindow& window) {
   window_ = &window;
-  if (came_) QTimer::singleShot(0, &window, [&window] { window.close(); });
+  if (requested_) QTimer::singleShot(0, &window, [&window] { window.close(); });
 }
 
 void CloseWatch::RunEvents() {
@@ -44,7 +45,7 @@ void CloseWatch::RunEvents() {
   // The window may have been closed together with a message about the list.
   if (window_->isVisible()) loop.exec();
   loop_ = nullptr;
-  came_ = true;
+  requested_ = true;
 }
 
 // Close message boxes and dialogs above the window first: they would block it.

@@ -34,7 +34,7 @@ class CloseWatch final : public window::CloseRequest {
   std::unique_ptr<QSocketNotifier> notifier_;
   window::MainWindow* window_ = nullptr;
   QEventLoop* loop_ = nullptr;  // while it runs
-  bool came_ = false;
+  bool requested_ = false;
   headless::Messages messages_;
 };
 

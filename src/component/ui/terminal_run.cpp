@@ -77,19 +77,19 @@ class OpenMark {
 };
 
 // Makes the window's waits available to the host while this lives.
-class WaitLoan {
+class WaitsForHost {
  public:
-  WaitLoan(ComponentState& state, device::Waits& waits) : state_(state) { state_.waits = &waits; }
-  ~WaitLoan() { state_.waits = nullptr; }
-  WaitLoan(const WaitLoan&) = delete;
-  WaitLoan& operator=(const WaitLoan&) = delete;
+  WaitsForHost(ComponentState& state, device::Waits& waits) : state_(state) { state_.waits = &waits; }
+  ~WaitsForHost() { state_.waits = nullptr; }
+  WaitsForHost(const WaitsForHost&) = delete;
+  WaitsForHost& operator=(const WaitsForHost&) = delete;
 
  private:
   ComponentState& state_;
 };
 
 // Loads the settings of this run; if one cannot be read, shows a message and throws.
-void LoadOrTell(const SettingsStore& store, ComponentState& state, CloseWatch& close) {
+void LoadOrReport(const SettingsStore& store, ComponentState& state, CloseWatch& close) {
   window::MessagePrompt prompt(nullptr, &close);
   try {
     LoadSettings(store, {state.connection, state.terminal, state.window}, !IsHostMode(state.device.OperMode));
@@ -105,13 +105,13 @@ void LoadOrTell(const SettingsStore& store, ComponentState& state, CloseWatch& c
 }
 
 // The window is closing, so a failure to save is reported where nobody has to answer.
-void UnloadOrTell(ComponentState& state, window::MainWindow& window, SettingsStore& store,
-                  CloseWatch& close) {
+void UnloadOrReport(ComponentState& state, window::MainWindow& window, SettingsStore& store,
+                    CloseWatch& close) {
   const auto failure = Unload(state, window.core(), window.log(), store);
   if (failure) close.Messages().ShowError(texts::NotSaved(*failure));
 }
 
-void SaveStateOrTell(StateFile& file, CloseWatch& close) {
+void SaveStateOrReport(StateFile& file, CloseWatch& close) {
   if (const auto failure = file.Save()) close.Messages().ShowError(texts::StateNotSaved(*failure));
 }
 
@@ -121,7 +121,7 @@ std::string StateFileOf(const ComponentState& state) {
   return own ? UserStateFile() : std::string();
 }
 
-void SaveExtrasOrTell(ExtrasFile& file, const ComponentState& state, CloseWatch& close) {
+void SaveExtrasOrReport(ExtrasFile& file, const ComponentState& state, CloseWatch& close) {
   if (const auto failure = file.Save(state.terminal.extras))
     close.Messages().ShowError(texts::NotSaved(*failure));
 }
@@ -143,16 +143,16 @@ QWidget* HostWindow() {
 
 // In a host's application the terminal is placed over the host's active window. An X server without a window
 // manager would put it in the corner.
-void PlaceOver(const QWidget& host, window::MainWindow& window) {
+void CenterOver(const QWidget& host, window::MainWindow& window) {
   const QRect screen = host.screen()->availableGeometry();
   // It will get a frame like the host's.
-  QRect place({}, window.size() + host.frameSize() - host.size());
-  place.moveCenter(host.frameGeometry().center());
-  place.moveRight(std::min(place.right(), screen.right()));
-  place.moveBottom(std::min(place.bottom(), screen.bottom()));
+  QRect rect({}, window.size() + host.frameSize() - host.size());
+  rect.moveCenter(host.frameGeometry().center());
+  rect.moveRight(std::min(rect.right(), screen.right()));
+  rect.moveBottom(std::min(rect.bottom(), screen.bottom()));
   // A position restored from the last time is kept.
   if (!window.testAttribute(Qt::WA_Moved))
-    window.move(std::max(place.left(), screen.left()), std::max(place.top(), screen.top()));
+    window.move(std::max(rect.left(), screen.left()), std::max(rect.top(), screen.top()));
   // Created after the move, so that the position is that of its frame.
   window.winId();
   window.windowHandle()->setTransientParent(host.windowHandle());
@@ -171,7 +171,7 @@ void ShowModally(window::MainWindow& window, const QWidget* host, const Terminal
                  CloseWatch& close) {
   window.setWindowModality(Qt::ApplicationModal);
   window.setAttribute(Qt::WA_QuitOnClose, false);
-  if (host != nullptr) PlaceOver(*host, window);
+  if (host != nullptr) CenterOver(*host, window);
   window.show();
   if (!options.CommandList.empty()) window.OpenCommandFile(options.CommandList);
   PressAtStart(window, options, close);
@@ -209,7 +209,7 @@ void RunTerminal(ComponentState& state, std::int16_t oper_mode, std::int16_t dev
   CloseWatch close(state.options.CloseDescriptor);
   ResetForWindow(state);
   const auto store = OpenIniStore(state.options.SettingsFile);
-  LoadOrTell(*store, state, close);
+  LoadOrReport(*store, state, close);
   state.device.connected = IsHostMode(oper_mode);
   StateFile state_file(StateFileOf(state));
   ExtrasFile extras_file(ExtrasFileOf(state));
@@ -225,13 +225,13 @@ void RunTerminal(ComponentState& state, std::int16_t oper_mode, std::int16_t dev
                              base::UserDataFolder(),
                              UnsavedFolder(state),
                              &state_file});
-  const WaitLoan loan(state, window.core().waits);
+  const WaitsForHost waits_for_host(state, window.core().waits);
   if (IsHostMode(oper_mode)) window.core().connect.ShowConnected();
   window.Load();
   window.OnUnload([&] {
-    SaveStateOrTell(state_file, close);
-    SaveExtrasOrTell(extras_file, state, close);
-    UnloadOrTell(state, window, *store, close);
+    SaveStateOrReport(state_file, close);
+    SaveExtrasOrReport(extras_file, state, close);
+    UnloadOrReport(state, window, *store, close);
   });
   close.SetWindow(window);
   TerminalOptions options = state.options;

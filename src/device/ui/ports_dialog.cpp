@@ -19,7 +19,7 @@ constexpr const char* kRates[] = {"300",     "600",     "1200",    "2400",    "4
                                   "500000",  "576000",  "921600",  "1000000", "1152000", "1500000",
                                   "2000000", "2500000", "3000000", "3500000", "4000000"};
 
-constexpr std::int32_t kUsualRate = 9600;
+constexpr std::int32_t kDefaultRate = 9600;
 constexpr std::int32_t kNoRate = 1;
 constexpr std::int16_t kBuffer = 4096;  // bytes
 
@@ -134,7 +134,7 @@ QString PortsDialog::TestOne(std::int16_t code, const std::string& node, const s
   library->SetNode(code, node);
   const bool serial = code == port_code::kCom1 || code == port_code::kCom2;
   const std::int32_t baud = serial ? std::max(base::ToQt(rate).toInt(), 0) : kNoRate;
-  const std::int32_t status = library->OpenPort(code, baud == 0 ? kUsualRate : baud, "n", 8, 1, kBuffer);
+  const std::int32_t status = library->OpenPort(code, baud == 0 ? kDefaultRate : baud, "n", 8, 1, kBuffer);
   library->ClosePort();
   if (status >= 0) return QStringLiteral("in Ordnung");
   const std::string words = library->StatusText(status);

@@ -42,19 +42,19 @@ void ClosePopups() {
 
 }  // namespace
 
-HelpKey::HelpKey(QWidget* terminal, std::function<void(const HelpPlace&)> show)
+HelpKey::HelpKey(QWidget* terminal, std::function<void(const HelpTarget&)> show)
     : terminal_(terminal), show_(std::move(show)) {
   QApplication::instance()->installEventFilter(this);
 }
 
-HelpPlace HelpKey::PlaceOf(const QWidget* widget) {
+HelpTarget HelpKey::TargetOf(const QWidget* widget) {
   if (const auto* box = qobject_cast<const QMessageBox*>(widget->window())) {
-    if (auto place = MessagePlace(box->text().toStdString())) return *std::move(place);
+    if (auto help_target = MessageTarget(box->text().toStdString())) return *std::move(help_target);
   }
   std::vector<std::string> names = {NameOf(MarkedAction(widget)).toStdString()};
   for (; widget != nullptr; widget = widget->parentWidget())
     names.push_back(widget->objectName().toStdString());
-  return PlaceOfNames(names);
+  return TargetOfNames(names);
 }
 
 bool HelpKey::IsOfTerminal(const QWidget* widget) const {
@@ -71,10 +71,10 @@ bool HelpKey::eventFilter(QObject* target, QEvent* event) {
     event->accept();
     return true;
   }
-  const HelpPlace place = PlaceOf(widget);
+  const HelpTarget help_target = TargetOf(widget);
   // An open menu or list would prevent use of the help window.
   ClosePopups();
-  show_(place);
+  show_(help_target);
   return true;
 }
 

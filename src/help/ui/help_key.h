@@ -12,11 +12,11 @@ namespace kolvane::help {
 /// of the application keep their F1. Active during the object's lifetime.
 class HelpKey final : public QObject {
  public:
-  HelpKey(QWidget* terminal, std::function<void(const HelpPlace&)> show);
+  HelpKey(QWidget* terminal, std::function<void(const HelpTarget&)> show);
 
   /// Where the message of a box is explained; for any other widget the place of its active action, else its
   /// own, else that of its nearest parent.
-  static HelpPlace PlaceOf(const QWidget* widget);
+  static HelpTarget TargetOf(const QWidget* widget);
 
  protected:
   bool eventFilter(QObject* target, QEvent* event) override;
@@ -25,7 +25,7 @@ class HelpKey final : public QObject {
   bool IsOfTerminal(const QWidget* widget) const;
 
   QWidget* terminal_;
-  std::function<void(const HelpPlace&)> show_;
+  std::function<void(const HelpTarget&)> show_;
 };
 
 }  // namespace kolvane::help

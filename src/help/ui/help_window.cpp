@@ -26,7 +26,7 @@ QUrl PageUrl(const QString& path, const QString& anchor) {
 QString PathOf(const QUrl& url) { return url.scheme() == kScheme ? url.path().mid(1) : QString(); }
 
 constexpr int kContentsWidth = 280;
-constexpr int kLeastPageWidth = 300;  // below it the contents shrink
+constexpr int kMinPageWidth = 300;  // below it the contents shrink
 
 }  // namespace
 
@@ -106,7 +106,7 @@ void HelpWindow::BuildParts() {
   splitter->setObjectName(QStringLiteral("HelpSplitter"));
   splitter->addWidget(tabs_);
   splitter->addWidget(page_);
-  page_->setMinimumWidth(kLeastPageWidth);
+  page_->setMinimumWidth(kMinPageWidth);
   splitter->setStretchFactor(1, 1);
   splitter->setSizes({kContentsWidth, kFirstSize.width() - kContentsWidth});
   setCentralWidget(splitter);
@@ -162,14 +162,14 @@ void HelpWindow::BuildToolbar() {
   connect(page_, &QTextBrowser::forwardAvailable, forward, &QAction::setEnabled);
 }
 
-void HelpWindow::ShowPlace(const std::shared_ptr<const HelpFile>& file, const HelpPlace& place) {
+void HelpWindow::ShowTarget(const std::shared_ptr<const HelpFile>& file, const HelpTarget& target) {
   if (page_->file() != file.get()) {
     page_->Use(file);
     contents_->ShowEntries(file->contents());
     search_->Refresh();
   }
-  if (const std::string page = file->TopicPage(place.topic); !page.empty()) {
-    page_->ShowPage(QString::fromStdString(page), QString::fromStdString(place.anchor));
+  if (const std::string page = file->TopicPage(target.topic); !page.empty()) {
+    page_->ShowPage(QString::fromStdString(page), QString::fromStdString(target.anchor));
   } else {
     page_->ShowPage(QString::fromStdString(file->StartPage()));
   }

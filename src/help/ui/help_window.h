@@ -66,7 +66,7 @@ class HelpWindow final : public QMainWindow {
 
   /// Shows a place in this file, or its start page if it lacks the topic, and raises the window. Pages of the
   /// same file shown before stay in the history.
-  void ShowPlace(const std::shared_ptr<const HelpFile>& file, const HelpPlace& place);
+  void ShowTarget(const std::shared_ptr<const HelpFile>& file, const HelpTarget& target);
 
  protected:
   bool event(QEvent* event) override;

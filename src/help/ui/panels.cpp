@@ -45,13 +45,13 @@ void ContentsTree::ShowEntries(const std::vector<ContentsEntry>& entries) {
 }
 
 void ContentsTree::Mark(const QString& page) {
-  const auto names_it = [&page](const QTreeWidgetItem* item) {
+  const auto is_page = [&page](const QTreeWidgetItem* item) {
     return item->data(0, kPageRole).toString().compare(page, Qt::CaseInsensitive) == 0;
   };
   // Several entries may lead to a page: the one that was chosen stays selected.
-  if (currentItem() != nullptr && names_it(currentItem())) return;
+  if (currentItem() != nullptr && is_page(currentItem())) return;
   for (QTreeWidgetItemIterator item(this); *item != nullptr; ++item) {
-    if (!names_it(*item)) continue;
+    if (!is_page(*item)) continue;
     setCurrentItem(*item);
     return scrollToItem(*item);
   }

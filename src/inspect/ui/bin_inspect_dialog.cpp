@@ -24,11 +24,11 @@
 namespace kolvane::inspect {
 namespace {
 
-constexpr int kWindowFrame = 20;           // what a window manager may add beside the dialog
-constexpr int kTitleBar = 60;              // and above it
-constexpr std::size_t kMostColored = 200;  // fields; more would make a click slow
-constexpr std::size_t kMostLines = 2000;   // of all records together
-constexpr int kMostProblems = 3;
+constexpr int kWindowFrame = 20;          // what a window manager may add beside the dialog
+constexpr int kTitleBar = 60;             // and above it
+constexpr std::size_t kMaxColored = 200;  // fields; more would make a click slow
+constexpr std::size_t kMaxLines = 2000;   // of all records together
+constexpr int kMaxProblems = 3;
 
 }  // namespace
 
@@ -36,7 +36,7 @@ BinInspectDialog::BinInspectDialog(BinInspectContext context, QWidget* parent)
     : QDialog(parent),
       context_(std::move(context)),
       area_(new InspectArea),
-      bar_(new PlaceBar),
+      bar_(new PositionBar),
       values_(new ValuePanel(context_.decimal_sign)),
       position_(new QLabel),
       problems_(new QLabel),
@@ -182,7 +182,7 @@ void BinInspectDialog::InspectAtCaret() {
 
 void BinInspectDialog::Inspect() {
   DumpView view = area_->dump()->View();
-  const std::size_t caret = ByteAtPlace(view.caret);
+  const std::size_t caret = ByteAtPosition(view.caret);
   const Decoded decoded = InspectBytePattern(TemplatePath(), context_.decimal_sign, view, context_.state);
   area_->dump()->Show(view);
   if (decoded.caption) area_->SetValue(*decoded.caption);
@@ -203,7 +203,7 @@ void BinInspectDialog::ShowResult(const Decoded& decoded, std::size_t caret) {
   area_->SetLines(*decoded.lines);
   if (buttons_->repeat()->isChecked()) ShowRecords();
   std::vector<ByteRange> colored(
-      fields_.begin(), fields_.begin() + static_cast<std::ptrdiff_t>(std::min(fields_.size(), kMostColored)));
+      fields_.begin(), fields_.begin() + static_cast<std::ptrdiff_t>(std::min(fields_.size(), kMaxColored)));
   area_->dump()->SetFields(colored);
   for (std::size_t line = 0; line < colored.size(); ++line)
     area_->SetLineColor(static_cast<int>(line), area_->dump()->FieldColor(line));
@@ -216,12 +216,12 @@ void BinInspectDialog::ShowRecords() {
   const auto length = parsed ? parsed->RecordLength() : std::nullopt;
   if (!length) return;
   const std::uint64_t begin = block_->Offset();
-  const std::uint64_t end = std::min(block_->source().size(), block_->page_offset() + kMostDumpBytes);
+  const std::uint64_t end = std::min(block_->source().size(), block_->page_offset() + kMaxDumpBytes);
   const NumberForm form{context_.state.network_order, context_.decimal_sign};
   std::vector<std::string> lines;
   fields_.clear();
   std::uint64_t at = begin;
-  for (int number = 1; at < end && lines.size() < kMostLines; ++number, at += *length) {
+  for (int number = 1; at < end && lines.size() < kMaxLines; ++number, at += *length) {
     for (ResultLine& line :
          RecordLines(*parsed, form, block_->source().Read(at, std::min(*length, ByteBuffer{}.size())))) {
       lines.push_back(std::to_string(number) + ": " + std::move(line.text));
@@ -237,7 +237,7 @@ void BinInspectDialog::ShowRecords() {
 void BinInspectDialog::ShowProblems(const std::vector<TemplateProblem>& problems) {
   QStringList lines;
   for (const TemplateProblem& problem : problems) {
-    if (lines.size() == kMostProblems) break;
+    if (lines.size() == kMaxProblems) break;
     lines << base::ToQt(texts::Problem(problem.line, problem.kind, base::FromWindows1252(problem.text)));
   }
   problems_->setText(lines.join(QLatin1Char('\n')));
@@ -247,7 +247,7 @@ void BinInspectDialog::ShowProblems(const std::vector<TemplateProblem>& problems
 void BinInspectDialog::ShowField(int row) {
   const auto at = static_cast<std::size_t>(row);
   if (at >= fields_.size() || fields_[at].count == 0) return;
-  area_->dump()->ShowMark(fields_[at]);
+  area_->dump()->ShowHighlight(fields_[at]);
   block_->CaretMoved(area_->dump()->View().selected);
 }
 
@@ -283,14 +283,14 @@ std::string BinInspectDialog::CsvText() const {
 
 void BinInspectDialog::SaveCsv() {
   const std::string text = CsvText();
-  if (text.empty()) return block_->Tell(std::string(texts::kNothingToSave));
+  if (text.empty()) return block_->ShowMessage(std::string(texts::kNothingToSave));
   QFileDialog dialog(this, QString(), QString(), base::ToQt(texts::kCsvFiles));
   dialog.setObjectName(QStringLiteral("SaveDialog"));
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setDefaultSuffix(QStringLiteral("csv"));
   if (dialog.exec() != QDialog::Accepted) return;
   const std::string name = base::FromQt(dialog.selectedFiles().value(0));
-  if (const int error = base::ReplaceFile(name, text)) block_->Tell(texts::NotWritten(name, error));
+  if (const int error = base::ReplaceFile(name, text)) block_->ShowMessage(texts::NotWritten(name, error));
 }
 
 void BinInspectDialog::dragEnterEvent(QDragEnterEvent* event) {

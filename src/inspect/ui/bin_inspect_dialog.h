@@ -67,7 +67,7 @@ class BinInspectDialog final : public QDialog {
   BinInspectContext context_;
   std::vector<TemplateFile> templates_;
   InspectArea* area_;
-  PlaceBar* bar_;
+  PositionBar* bar_;
   ValuePanel* values_;
   QLabel* position_;
   QLabel* problems_;

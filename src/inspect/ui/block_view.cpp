@@ -19,8 +19,8 @@ namespace {
 constexpr int kValueColumns = 3;
 constexpr int kRowMargin = 4;
 constexpr int kCellMargin = 10;
-constexpr int kRowsWanted = 8;
-constexpr int kWidthWanted = 420;
+constexpr int kPreferredRows = 8;
+constexpr int kPreferredWidth = 420;
 
 constexpr std::size_t kLongestValue = 8;
 constexpr std::size_t kPiece = 1 << 16;
@@ -85,12 +85,12 @@ void ValuePanel::ShowBytes(std::string_view bytes) {
 }
 
 QSize ValuePanel::sizeHint() const {
-  const int rows = kRowsWanted * verticalHeader()->defaultSectionSize();
-  return {kWidthWanted, rows + horizontalHeader()->sizeHint().height() + 2 * frameWidth()};
+  const int rows = kPreferredRows * verticalHeader()->defaultSectionSize();
+  return {kPreferredWidth, rows + horizontalHeader()->sizeHint().height() + 2 * frameWidth()};
 }
 
 QSize ValuePanel::minimumSizeHint() const {
-  return {kWidthWanted / 3, 2 * verticalHeader()->defaultSectionSize()};
+  return {kPreferredWidth / 3, 2 * verticalHeader()->defaultSectionSize()};
 }
 
 bool ValuePanel::event(QEvent* event) {
@@ -103,11 +103,11 @@ bool ValuePanel::event(QEvent* event) {
 
 void ValuePanel::keyPressEvent(QKeyEvent* event) {
   if (!event->matches(QKeySequence::Copy)) return QTableWidget::keyPressEvent(event);
-  QGuiApplication::clipboard()->setText(MarkedText());
+  QGuiApplication::clipboard()->setText(SelectedText());
   event->accept();
 }
 
-QString ValuePanel::MarkedText() const {
+QString ValuePanel::SelectedText() const {
   QStringList lines;
   for (int row = 0; row < rowCount(); ++row) {
     QStringList cells;
@@ -119,7 +119,7 @@ QString ValuePanel::MarkedText() const {
   return lines.join(QLatin1Char('\n'));
 }
 
-BlockView::BlockView(DumpTextBox& dump, PlaceBar& bar, ValuePanel& values, QLabel& label,
+BlockView::BlockView(DumpTextBox& dump, PositionBar& bar, ValuePanel& values, QLabel& label,
                      base::Prompt* prompt, QWidget* window)
     : QObject(window),
       dump_(dump),
@@ -128,9 +128,9 @@ BlockView::BlockView(DumpTextBox& dump, PlaceBar& bar, ValuePanel& values, QLabe
       label_(label),
       prompt_(prompt),
       window_(window) {
-  connect(&bar, &PlaceBar::GoTo, this, [this](const QString& typed) { GoTo(base::FromQt(typed)); });
-  connect(&bar, &PlaceBar::Find, this, [this](const QString& typed) { Find(base::FromQt(typed)); });
-  connect(&bar, &PlaceBar::TurnPage, this, &BlockView::TurnPage);
+  connect(&bar, &PositionBar::GoTo, this, [this](const QString& typed) { GoTo(base::FromQt(typed)); });
+  connect(&bar, &PositionBar::Find, this, [this](const QString& typed) { Find(base::FromQt(typed)); });
+  connect(&bar, &PositionBar::TurnPage, this, &BlockView::TurnPage);
 }
 
 void BlockView::ShowDump(std::string dump) {
@@ -149,7 +149,7 @@ void BlockView::AskForFile() {
 }
 
 void BlockView::LoadFile(const std::string& name) {
-  if (const int error = source_.Open(name)) return Tell(texts::NotRead(name, error));
+  if (const int error = source_.Open(name)) return ShowMessage(texts::NotRead(name, error));
   ShowPage(0, 0, true);
 }
 
@@ -158,7 +158,7 @@ void BlockView::ShowPage(std::uint64_t page, std::size_t byte, bool replaced) {
   bytes_ = source_.Read(page_offset(), kPageBytes);
   dump_.SetDump(DumpOfBytes(bytes_));
   DumpView view = dump_.View();
-  view.MoveTo(PlaceOfByte(byte));
+  view.MoveTo(PositionOfByte(byte));
   dump_.Show(view);
   ShowPages();
   Q_EMIT CaretSet(replaced);
@@ -171,28 +171,28 @@ void BlockView::TurnPage(int by) {
   if (possible) ShowPage(by < 0 ? page_ - 1 : page_ + 1, 0, true);
 }
 
-std::uint64_t BlockView::Offset() const { return page_offset() + ByteAtPlace(dump_.View().caret); }
+std::uint64_t BlockView::Offset() const { return page_offset() + ByteAtPosition(dump_.View().caret); }
 
 void BlockView::CaretMoved(Position value) {
   value_ = value;
-  const std::size_t byte = ByteAtPlace(dump_.View().caret);
+  const std::size_t byte = ByteAtPosition(dump_.View().caret);
   values_.ShowBytes(byte < bytes_.size() ? std::string_view(bytes_).substr(byte, kLongestValue) : "");
-  const auto marked = Marked();
+  const auto selected = SelectedBytes();
   const std::size_t in_value =
-      static_cast<std::size_t>(value > 0 ? ByteAtPlace(dump_.View().caret + value - 1) - byte + 1 : 0);
-  std::string text = texts::Place(marked ? page_offset() + marked->first : Offset(),
-                                  marked ? marked->count : in_value, source_.size());
+      static_cast<std::size_t>(value > 0 ? ByteAtPosition(dump_.View().caret + value - 1) - byte + 1 : 0);
+  std::string text = texts::PositionText(selected ? page_offset() + selected->first : Offset(),
+                                         selected ? selected->count : in_value, source_.size());
   if (Pages() > 1) text += texts::Page(page_ + 1, Pages());
   label_.setText(base::ToQt(text));
 }
 
 // The selection of a decoded value does not count.
-std::optional<ByteRange> BlockView::Marked() const {
-  if (dump_.mark()) return dump_.mark();
+std::optional<ByteRange> BlockView::SelectedBytes() const {
+  if (dump_.highlight()) return dump_.highlight();
   const DumpView view = dump_.View();
   if (view.selected == 0 || view.selected == value_) return std::nullopt;
-  const std::size_t first = ByteAtPlace(view.caret);
-  const std::size_t last = std::min(ByteAtPlace(view.caret + view.selected - 1) + 1, bytes_.size());
+  const std::size_t first = ByteAtPosition(view.caret);
+  const std::size_t last = std::min(ByteAtPosition(view.caret + view.selected - 1) + 1, bytes_.size());
   if (first >= last) return std::nullopt;
   return ByteRange{first, last - first};
 }
@@ -202,7 +202,7 @@ void BlockView::MoveTo(std::uint64_t offset) {
   const auto byte = static_cast<std::size_t>(offset % kPageBytes);
   if (page != page_) return ShowPage(page, byte, false);
   DumpView view = dump_.View();
-  view.MoveTo(PlaceOfByte(byte));
+  view.MoveTo(PositionOfByte(byte));
   dump_.Show(view);
   Q_EMIT CaretSet(false);
 }
@@ -220,12 +220,12 @@ void BlockView::Find(const std::string& typed) {
   const auto found = bytes ? source_.Find(*bytes, Offset() + 1) : std::nullopt;
   if (!found) return label_.setText(base::ToQt(texts::NotFound(typed)));
   MoveTo(*found);
-  dump_.ShowMark({static_cast<std::size_t>(*found - page_offset()), bytes->size()});
+  dump_.ShowHighlight({static_cast<std::size_t>(*found - page_offset()), bytes->size()});
   CaretMoved(value_);
 }
 
 void BlockView::CopyAs(CopyForm form) {
-  const ByteRange range = Marked().value_or(ByteRange{0, bytes_.size()});
+  const ByteRange range = SelectedBytes().value_or(ByteRange{0, bytes_.size()});
   const std::string text = CopyText(form, std::string_view(bytes_).substr(range.first, range.count),
                                     static_cast<std::size_t>(page_offset()) + range.first);
   QGuiApplication::clipboard()->setText(base::ToQt(text));
@@ -237,10 +237,10 @@ void BlockView::SaveBlock() {
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   if (dialog.exec() != QDialog::Accepted) return;
   const std::string name = base::FromQt(dialog.selectedFiles().value(0));
-  if (const int error = SaveTo(name, source_)) Tell(texts::NotWritten(name, error));
+  if (const int error = SaveTo(name, source_)) ShowMessage(texts::NotWritten(name, error));
 }
 
-void BlockView::Tell(const std::string& text) {
+void BlockView::ShowMessage(const std::string& text) {
   if (prompt_ != nullptr) return prompt_->ShowError(text);
   label_.setText(base::ToQt(text));
 }

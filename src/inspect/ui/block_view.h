@@ -31,7 +31,7 @@ class ValuePanel final : public QTableWidget {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
-  QString MarkedText() const;
+  QString SelectedText() const;
 
   std::string decimal_sign_;
 };
@@ -43,7 +43,7 @@ class BlockView final : public QObject {
 
  public:
   /// The widgets must outlive this object. Without a prompt the label shows messages.
-  BlockView(DumpTextBox& dump, PlaceBar& bar, ValuePanel& values, QLabel& label, base::Prompt* prompt,
+  BlockView(DumpTextBox& dump, PositionBar& bar, ValuePanel& values, QLabel& label, base::Prompt* prompt,
             QWidget* window);
 
   /// Shows a dump that is already laid out.
@@ -65,23 +65,23 @@ class BlockView final : public QObject {
   void TurnPage(int by);
   void CopyAs(CopyForm form);
   void SaveBlock();
-  void Tell(const std::string& text);
+  void ShowMessage(const std::string& text);
 
  Q_SIGNALS:
   /// The value of the byte at the caret is to be shown; `replaced`: after loading a file or turning the page.
   void CaretSet(bool replaced);
 
  private:
-  static constexpr std::size_t kPageBytes = kMostDumpBytes;
+  static constexpr std::size_t kPageBytes = kMaxDumpBytes;
 
   void ShowPage(std::uint64_t page, std::size_t byte, bool replaced);
   void MoveTo(std::uint64_t offset);
   void ShowPages();
   std::uint64_t Pages() const { return (source_.size() + kPageBytes - 1) / kPageBytes; }
-  std::optional<ByteRange> Marked() const;
+  std::optional<ByteRange> SelectedBytes() const;
 
   DumpTextBox& dump_;
-  PlaceBar& bar_;
+  PositionBar& bar_;
   ValuePanel& values_;
   QLabel& label_;
   base::Prompt* prompt_;

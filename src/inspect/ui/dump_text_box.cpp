@@ -13,12 +13,12 @@ namespace kolvane::inspect {
 namespace {
 
 constexpr int kFontPoints = 11;
-constexpr int kLinesWanted = 20;
+constexpr int kPreferredLines = 20;
 
 // Pixels; this far left of a digit still counts as on it, because a caret's position is rounded.
 constexpr double kTolerance = 1.5;
 constexpr int kFieldColors = 6;
-constexpr int kLinesKept = 2;  // around a mark that is shown
+constexpr int kContextLines = 2;  // around a shown highlight
 
 int KeyCode(int qt_key) {
   if (qt_key == Qt::Key_Right) return key::kRight;
@@ -50,7 +50,7 @@ void DumpTextBox::SetDump(std::string dump) {
   positions_ = BoxPositions(dump_);
   caret_ = 0;
   box_caret_ = 0;
-  mark_.reset();
+  highlight_.reset();
   fields_.clear();
   setPlainText(FromBytes(dump_));
 }
@@ -80,17 +80,17 @@ void DumpTextBox::Show(const DumpView& view) {
   }
 }
 
-void DumpTextBox::ShowMark(const ByteRange& range) {
-  SetMark(range);
-  const int line = static_cast<int>(PlaceOfByte(range.first) / kLineLength);
+void DumpTextBox::ShowHighlight(const ByteRange& range) {
+  SetHighlight(range);
+  const int line = static_cast<int>(PositionOfByte(range.first) / kLineLength);
   QScrollBar* bar = verticalScrollBar();
-  if (line < bar->value()) bar->setValue(line - kLinesKept);
-  if (line >= bar->value() + bar->pageStep()) bar->setValue(line - bar->pageStep() + 1 + kLinesKept);
+  if (line < bar->value()) bar->setValue(line - kContextLines);
+  if (line >= bar->value() + bar->pageStep()) bar->setValue(line - bar->pageStep() + 1 + kContextLines);
 }
 
-void DumpTextBox::SetMark(std::optional<ByteRange> mark) {
-  if (mark == mark_) return;
-  mark_ = mark;
+void DumpTextBox::SetHighlight(std::optional<ByteRange> highlight) {
+  if (highlight == highlight_) return;
+  highlight_ = highlight;
   PaintStretches();
 }
 
@@ -121,10 +121,10 @@ void DumpTextBox::AppendStretches(const ByteRange& range, const QColor& color,
   constexpr auto kLine = static_cast<std::size_t>(kBytesPerLine);
   for (std::size_t first = range.first; first < range.first + range.count;) {
     const std::size_t last = std::min(range.first + range.count, (first / kLine + 1) * kLine) - 1;
-    const Position digits = PlaceOfByte(first);
+    const Position digits = PositionOfByte(first);
     const Position line = digits - ColumnOf(digits);
     if (line + kLineText > static_cast<Position>(dump_.size())) return;
-    stretches << Stretch(digits, PlaceOfByte(last) + 2, color);
+    stretches << Stretch(digits, PositionOfByte(last) + 2, color);
     const auto in_line = static_cast<Position>(first % kLine);
     const auto count = static_cast<Position>(last - first + 1);
     stretches << Stretch(line + kCharacters + in_line, line + kCharacters + in_line + count, color);
@@ -135,18 +135,18 @@ void DumpTextBox::AppendStretches(const ByteRange& range, const QColor& color,
 // Over colours of fields the selection is translucent.
 void DumpTextBox::PaintStretches() {
   QPalette colors = palette();
-  const QPalette usual = QApplication::palette(this);
-  QColor veil = usual.color(QPalette::Active, QPalette::Highlight);
-  if (!fields_.empty()) veil.setAlpha(60);
+  const QPalette application = QApplication::palette(this);
+  QColor overlay = application.color(QPalette::Active, QPalette::Highlight);
+  if (!fields_.empty()) overlay.setAlpha(60);
   const auto text = fields_.empty() ? QPalette::HighlightedText : QPalette::Text;
   for (const auto group : {QPalette::Active, QPalette::Inactive}) {
-    colors.setColor(group, QPalette::Highlight, veil);
-    colors.setColor(group, QPalette::HighlightedText, usual.color(QPalette::Active, text));
+    colors.setColor(group, QPalette::Highlight, overlay);
+    colors.setColor(group, QPalette::HighlightedText, application.color(QPalette::Active, text));
   }
   setPalette(colors);
   QList<QTextEdit::ExtraSelection> stretches;
   for (std::size_t i = 0; i < fields_.size(); ++i) AppendStretches(fields_[i], FieldColor(i), stretches);
-  if (mark_) AppendStretches(*mark_, QColor(255, 200, 60, 190), stretches);
+  if (highlight_) AppendStretches(*highlight_, QColor(255, 200, 60, 190), stretches);
   setExtraSelections(stretches);
 }
 
@@ -155,7 +155,7 @@ QSize DumpTextBox::sizeHint() const {
   const int frame = 2 * (frameWidth() + static_cast<int>(document()->documentMargin()));
   const int bar = verticalScrollBar()->sizeHint().width();
   return {metrics.horizontalAdvance(QString(kLineText + 1, QLatin1Char('0'))) + frame + bar,
-          metrics.lineSpacing() * kLinesWanted + frame};
+          metrics.lineSpacing() * kPreferredLines + frame};
 }
 
 bool DumpTextBox::event(QEvent* event) {
@@ -192,8 +192,8 @@ void DumpTextBox::mousePressEvent(QMouseEvent* event) {
     QTextCursor cursor = textCursor();
     cursor.clearSelection();
     setTextCursor(cursor);
-    pressed_ = ByteAtPlace(PlaceAt(event->position().toPoint()));
-    SetMark(std::nullopt);
+    pressed_ = ByteAtPosition(PositionAt(event->position().toPoint()));
+    SetHighlight(std::nullopt);
   }
   QPlainTextEdit::mousePressEvent(event);
 }
@@ -208,18 +208,19 @@ void DumpTextBox::mouseDoubleClickEvent(QMouseEvent* event) {
 void DumpTextBox::mouseReleaseEvent(QMouseEvent* event) {
   QPlainTextEdit::mouseReleaseEvent(event);
   if (event->button() != Qt::LeftButton) return;
-  const Position place = PlaceAt(event->position().toPoint());
-  const std::size_t byte = ByteAtPlace(place);
+  const Position position = PositionAt(event->position().toPoint());
+  const std::size_t byte = ByteAtPosition(position);
   DumpView view = View();
-  view.MoveTo(byte == pressed_ ? place : PlaceOfByte(std::min(byte, pressed_)));
+  view.MoveTo(byte == pressed_ ? position : PositionOfByte(std::min(byte, pressed_)));
   Show(view);
   if (byte != pressed_)
-    SetMark(ByteRange{std::min(byte, pressed_), std::max(byte, pressed_) - std::min(byte, pressed_) + 1});
+    SetHighlight(
+        ByteRange{std::min(byte, pressed_), std::max(byte, pressed_) - std::min(byte, pressed_) + 1});
   Q_EMIT Click();
 }
 
 // For a byte, the position of its first digit, whichever digit is under the pointer.
-Position DumpTextBox::PlaceAt(const QPoint& pointer) const {
+Position DumpTextBox::PositionAt(const QPoint& pointer) const {
   QTextCursor cursor = cursorForPosition(pointer);
   const int in_line = cursor.positionInBlock();
   cursor.movePosition(QTextCursor::StartOfBlock);

@@ -33,10 +33,10 @@ class DumpTextBox final : public QPlainTextEdit {
   /// Sets caret and selection; scrolls to the caret if it has moved.
   void Show(const DumpView& view);
 
-  /// The bytes that the user dragged over, or those of the last ShowMark; a click removes the mark.
-  const std::optional<ByteRange>& mark() const { return mark_; }
+  /// The bytes that the user dragged over, or those of the last ShowHighlight; a click removes the highlight.
+  const std::optional<ByteRange>& highlight() const { return highlight_; }
   /// Marks the bytes and scrolls to them; the caret stays.
-  void ShowMark(const ByteRange& range);
+  void ShowHighlight(const ByteRange& range);
   /// Colours the bytes of fields, field n in FieldColor(n).
   void SetFields(std::vector<ByteRange> fields);
   QColor FieldColor(std::size_t number) const;
@@ -56,8 +56,8 @@ class DumpTextBox final : public QPlainTextEdit {
   void mouseReleaseEvent(QMouseEvent* event) override;
 
  private:
-  Position PlaceAt(const QPoint& pointer) const;
-  void SetMark(std::optional<ByteRange> mark);
+  Position PositionAt(const QPoint& pointer) const;
+  void SetHighlight(std::optional<ByteRange> highlight);
   QTextEdit::ExtraSelection Stretch(Position from, Position to, const QColor& color) const;
   void AppendStretches(const ByteRange& range, const QColor& color,
                        QList<QTextEdit::ExtraSelection>& stretches) const;
@@ -68,7 +68,7 @@ class DumpTextBox final : public QPlainTextEdit {
   Position caret_ = 0;       // of the last Show,
   Position box_caret_ = 0;   // and its position in the box: two of the dump's may share one
   std::size_t pressed_ = 0;  // the byte on which the mouse button was pressed
-  std::optional<ByteRange> mark_;
+  std::optional<ByteRange> highlight_;
   std::vector<ByteRange> fields_;
 };
 

@@ -10,7 +10,7 @@ constexpr int kGap = (100 + kTwipsPerPixel / 2) / kTwipsPerPixel;  // above the 
 
 constexpr int kLinesFontPoints = 11;
 constexpr int kValueFontPoints = 20;
-constexpr int kLeastHeight = 60;  // of dump and of lines
+constexpr int kMinHeight = 60;  // of dump and of lines
 
 }  // namespace
 
@@ -82,10 +82,10 @@ void InspectArea::SetValue(const std::string& text) { value_->setText(QString::f
 
 QString InspectArea::TextToCopy() const {
   if (lines_->isHidden()) return value_->text();
-  const bool marked = !lines_->selectedItems().isEmpty();
+  const bool selected = !lines_->selectedItems().isEmpty();
   QStringList texts;
   for (int row = 0; row < lines_->count(); ++row) {
-    if (!marked || lines_->item(row)->isSelected()) texts << lines_->item(row)->text();
+    if (!selected || lines_->item(row)->isSelected()) texts << lines_->item(row)->text();
   }
   return texts.join(QLatin1Char('\n'));
 }
@@ -93,7 +93,7 @@ QString InspectArea::TextToCopy() const {
 QSize InspectArea::sizeHint() const { return dump_->sizeHint() + QSize(0, value_->height()); }
 
 QSize InspectArea::minimumSizeHint() const {
-  return {dump_->minimumSizeHint().width(), 2 * kLeastHeight + kGap + value_->height()};
+  return {dump_->minimumSizeHint().width(), 2 * kMinHeight + kGap + value_->height()};
 }
 
 void InspectArea::resizeEvent(QResizeEvent*) { LayOut(); }

@@ -33,7 +33,7 @@ QPushButton* MakeButton(const char* name, std::string_view caption) {
 
 }  // namespace
 
-PlaceBar::PlaceBar(QWidget* parent) : QWidget(parent) {
+PositionBar::PositionBar(QWidget* parent) : QWidget(parent) {
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(0, 0, 0, 0);
   go_to_ = AddField("GoToEdit", texts::kGoTo, texts::kGoToTip);
@@ -46,7 +46,7 @@ PlaceBar::PlaceBar(QWidget* parent) : QWidget(parent) {
   ShowPages(false, false, false);
 }
 
-QLineEdit* PlaceBar::AddField(const char* name, std::string_view caption, std::string_view tip) {
+QLineEdit* PositionBar::AddField(const char* name, std::string_view caption, std::string_view tip) {
   auto* field = new QLineEdit;
   field->setObjectName(QLatin1String(name));
   field->setToolTip(base::ToQt(tip));
@@ -58,14 +58,14 @@ QLineEdit* PlaceBar::AddField(const char* name, std::string_view caption, std::s
   return field;
 }
 
-QPushButton* PlaceBar::AddPageButton(const char* name, std::string_view caption, int by) {
+QPushButton* PositionBar::AddPageButton(const char* name, std::string_view caption, int by) {
   QPushButton* button = MakeButton(name, caption);
   layout()->addWidget(button);
   connect(button, &QPushButton::clicked, this, [this, by] { Q_EMIT TurnPage(by); });
   return button;
 }
 
-void PlaceBar::ShowPages(bool previous, bool next, bool any) {
+void PositionBar::ShowPages(bool previous, bool next, bool any) {
   previous_->setVisible(any);
   next_->setVisible(any);
   previous_->setEnabled(previous);
@@ -83,20 +83,20 @@ BlockButtons::BlockButtons(QWidget* parent) : QWidget(parent), grid_(new QGridLa
   repeat_ = new QCheckBox(base::ToQt(texts::kRepeat));
   repeat_->setObjectName(QStringLiteral("chkRepeat"));
   connect(repeat_, &QCheckBox::toggled, this, &BlockButtons::RepeatTemplate);
-  Place(repeat_);
+  AddToLayout(repeat_);
   connect(AddButton("cmdSaveCsv", texts::kSaveCsv), &QPushButton::clicked, this, &BlockButtons::SaveCsv);
   AddCopyMenu();
 }
 
 QPushButton* BlockButtons::AddButton(const char* name, std::string_view caption) {
   QPushButton* button = MakeButton(name, caption);
-  Place(button);
+  AddToLayout(button);
   return button;
 }
 
-void BlockButtons::Add(QPushButton* button) { Place(button); }
+void BlockButtons::Add(QPushButton* button) { AddToLayout(button); }
 
-void BlockButtons::Place(QWidget* widget) {
+void BlockButtons::AddToLayout(QWidget* widget) {
   const int count = grid_->count();
   grid_->addWidget(widget, count / kColumns, count % kColumns);
 }

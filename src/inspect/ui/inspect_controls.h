@@ -19,11 +19,11 @@
 namespace kolvane::inspect {
 
 /// The row above the dump: offset to go to, search, pages of a file.
-class PlaceBar final : public QWidget {
+class PositionBar final : public QWidget {
   Q_OBJECT
 
  public:
-  explicit PlaceBar(QWidget* parent = nullptr);
+  explicit PositionBar(QWidget* parent = nullptr);
 
   QLineEdit* go_to() { return go_to_; }
   QLineEdit* find() { return find_; }
@@ -68,7 +68,7 @@ class BlockButtons final : public QWidget {
  private:
   QPushButton* AddButton(const char* name, std::string_view caption);
   void AddCopyMenu();
-  void Place(QWidget* widget);
+  void AddToLayout(QWidget* widget);
 
   QGridLayout* grid_;
   QPushButton* result_list_;

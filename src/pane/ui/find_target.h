@@ -30,7 +30,7 @@ class FindTarget : public QObject {
   virtual void GoToPrevious() = 0;
   virtual FindState State() const = 0;
   /// The text selected within one line, as a proposal to search for.
-  virtual QString Marked() const = 0;
+  virtual QString SelectedText() const = 0;
   virtual QWidget* Widget() const = 0;
 
   /// Whether hits can be replaced at all, and whether they can now.

@@ -26,7 +26,7 @@ constexpr int kCaretWidth = 2;
 constexpr int kFocusWidth = 2;
 constexpr float kPlaceholderAlpha = 0.6f;
 constexpr int kPlaceholderMargin = 16;
-constexpr int kMostZoom = 16;
+constexpr int kMaxZoom = 16;
 constexpr double kZoomStep = 1.1;
 constexpr double kSmallestPoints = 4;
 
@@ -82,7 +82,7 @@ void OutputPane::AppendBy(LineKind kind, const Append& append) {
   const std::size_t caret = text_.caret();
   append(text_);
   // Keep the user's selection.
-  if (marking_ || anchor != caret) text_.Select(anchor, caret);
+  if (selecting_ || anchor != caret) text_.Select(anchor, caret);
   if (session_) append(*session_);
   Changed();
 }
@@ -122,7 +122,7 @@ void OutputPane::Flush() {
   QScrollBar& bar = *verticalScrollBar();
   bar.setPageStep(VisibleRows());
   bar.setMaximum(std::max(0, static_cast<int>(Rows().Total()) - VisibleRows()));
-  if (!marking_) {
+  if (!selecting_) {
     if (follows_) bar.setValue(bar.maximum());
     follows_ = bar.value() == bar.maximum();
   }
@@ -164,7 +164,7 @@ void OutputPane::SetBaseFont(const QFont& font) {
 }
 
 void OutputPane::SetZoom(int steps) {
-  zoom_ = std::clamp(steps, -kMostZoom, kMostZoom);
+  zoom_ = std::clamp(steps, -kMaxZoom, kMaxZoom);
   QFont zoomed = base_font_;
   if (zoom_ != 0)
     zoomed.setPointSizeF(std::max(kSmallestPoints, base_font_.pointSizeF() * std::pow(kZoomStep, zoom_)));
@@ -195,16 +195,16 @@ QRect OutputPane::CharacterRect(std::size_t offset) const {
   return QRectF(kMargin + left, y, right - left, metrics_.row_height()).toRect();
 }
 
-std::size_t OutputPane::OffsetAt(QPoint place) const {
+std::size_t OutputPane::OffsetAt(QPoint point) const {
   const int height = metrics_.row_height();
-  const int below = place.y() >= 0 ? place.y() / height : (place.y() + 1) / height - 1;
+  const int below = point.y() >= 0 ? point.y() / height : (point.y() + 1) / height - 1;
   const int last = static_cast<int>(Rows().Total()) - 1;
   const int row = std::clamp(static_cast<int>(TopRow()) + below, 0, last);
-  return PlaceInRow(rows_.RowAt(static_cast<std::size_t>(row)), place.x() - kMargin);
+  return OffsetInRow(rows_.RowAt(static_cast<std::size_t>(row)), point.x() - kMargin);
 }
 
 // The end of a row that does not end its line is the start of the next row; the last position is before it.
-std::size_t OutputPane::PlaceInRow(const PaneRow& row, qreal x) const {
+std::size_t OutputPane::OffsetInRow(const PaneRow& row, qreal x) const {
   const std::size_t offset = row.begin + metrics_.ByteAt(TextOf(row), x);
   return offset == row.end && !row.ends_line ? PreviousCharacter(text_.store(), offset) : offset;
 }
@@ -244,16 +244,16 @@ void OutputPane::ShowHits(const PaneSearch* search) {
 }
 
 void OutputPane::MarkHits() {
-  std::vector<double> places;
+  std::vector<double> positions;
   const std::size_t chunks = search_ == nullptr ? 0 : std::min(search_->ChunkCount(), Rows().ChunkCount());
   for (std::size_t chunk = 0; chunk < chunks; ++chunk) {
     if (search_->CountIn(chunk) == 0) continue;
     for (std::size_t part = 0; part < PaneSearch::kParts; ++part) {
       if (search_->PartsIn(chunk)[part])
-        places.push_back(rows_.Share(chunk, static_cast<double>(part) / PaneSearch::kParts));
+        positions.push_back(rows_.Share(chunk, static_cast<double>(part) / PaneSearch::kParts));
     }
   }
-  bar_->SetMarks(places);
+  bar_->SetMarks(positions);
   viewport()->update();
 }
 
@@ -282,18 +282,18 @@ void OutputPane::PaintPlaceholder(QPainter& painter) {
 
 // Does not blink, so that an idle window does nothing at all.
 void OutputPane::PaintCaret(QPainter& painter) {
-  const QRect place = CharacterRect(text_.caret());
-  const int left = std::min(place.left(), viewport()->width() - kCaretWidth);
+  const QRect rect = CharacterRect(text_.caret());
+  const int left = std::min(rect.left(), viewport()->width() - kCaretWidth);
   if (!preedit_.isEmpty()) {
     QFont underlined = metrics_.cluster_font();
     underlined.setUnderline(true);
     const qreal width = QFontMetricsF(underlined).horizontalAdvance(preedit_);
-    painter.fillRect(QRectF(left, place.top(), width, place.height()), palette().base());
+    painter.fillRect(QRectF(left, rect.top(), width, rect.height()), palette().base());
     painter.setFont(underlined);
     painter.setPen(textColor());
-    painter.drawText(QPointF(left, place.top() + metrics_.ascent()), preedit_);
+    painter.drawText(QPointF(left, rect.top() + metrics_.ascent()), preedit_);
   }
-  painter.fillRect(QRect(left, place.top(), kCaretWidth, place.height()), textColor());
+  painter.fillRect(QRect(left, rect.top(), kCaretWidth, rect.height()), textColor());
 }
 
 void OutputPane::resizeEvent(QResizeEvent* event) {
@@ -345,7 +345,7 @@ void OutputPane::focusInEvent(QFocusEvent* event) {
 void OutputPane::focusOutEvent(QFocusEvent* event) {
   QAbstractScrollArea::focusOutEvent(event);
   // The button may be released without this widget being notified.
-  EndMarking();
+  EndSelecting();
   update();
   viewport()->update();
 }
@@ -354,7 +354,7 @@ void OutputPane::timerEvent(QTimerEvent* event) {
   if (event->timerId() == frame_timer_.timerId()) {
     ShowFrame();
   } else if (event->timerId() == drag_timer_.timerId()) {
-    DragTo(drag_place_);
+    DragTo(drag_point_);
   } else {
     QAbstractScrollArea::timerEvent(event);
   }

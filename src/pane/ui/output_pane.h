@@ -104,7 +104,7 @@ class OutputPane : public QAbstractScrollArea, public Pane {
 
   /// The rectangle of the character at `offset` in the viewport, and the offset nearest to a point in it.
   QRect CharacterRect(std::size_t offset) const;
-  std::size_t OffsetAt(QPoint place) const;
+  std::size_t OffsetAt(QPoint point) const;
   PaneRow RowAround(std::size_t offset) const { return Rows().RowAt(rows_.RowOf(offset)); }
   void EnsureVisible(std::size_t offset);
 
@@ -182,7 +182,7 @@ class OutputPane : public QAbstractScrollArea, public Pane {
   friend class TimeMargin;
   void PaintFocus();
   void PlaceTimeMargin();
-  void ShowFailureHelp(const QPoint& place, const QPoint& global);
+  void ShowFailureHelp(const QPoint& point, const QPoint& global);
   void PaintPlaceholder(QPainter& painter);
   void PaintCaret(QPainter& painter);
   const OutputPaneRows& Rows() const;
@@ -199,13 +199,13 @@ class OutputPane : public QAbstractScrollArea, public Pane {
   bool ZoomByKey(QKeyEvent* event);
   bool SelectRememberedBlock(QKeyEvent* event);
   void MoveByRows(int rows, bool keep_anchor);
-  std::size_t RowBegin() const;
+  std::size_t RowStart() const;
   std::size_t RowEnd() const;
-  std::size_t PlaceInRow(const PaneRow& row, qreal x) const;
+  std::size_t OffsetInRow(const PaneRow& row, qreal x) const;
 
   PaneRange Around(std::size_t offset) const;
-  void DragTo(QPoint place);
-  void EndMarking();
+  void DragTo(QPoint point);
+  void EndSelecting();
 
   PaneText text_;
   std::optional<PaneText> session_;  // while another text is shown instead
@@ -229,9 +229,9 @@ class OutputPane : public QAbstractScrollArea, public Pane {
   bool updating_bar_ = false;                 // the pane itself is moving the scroll bar
   std::optional<std::size_t> appended_from_;  // start of the text not yet announced
 
-  bool marking_ = false;  // with the mouse, until its button is released
+  bool selecting_ = false;  // with the mouse, until its button is released
   QBasicTimer drag_timer_;
-  QPoint drag_place_;
+  QPoint drag_point_;
   Unit drag_unit_ = Unit::kCharacter;
   PaneRange drag_origin_{0, 0};
   QElapsedTimer since_double_click_;

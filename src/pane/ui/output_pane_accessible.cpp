@@ -19,7 +19,7 @@ void PaneAnnouncer::Appended(OutputPane& pane, std::size_t from) {
 }
 
 void PaneAnnouncer::Replaced(OutputPane& pane, const QString& before, PaneRange range) {
-  if (!heard_ || (before.isEmpty() && range.empty())) return;
+  if (!active_ || (before.isEmpty() && range.empty())) return;
   const int begin = pane.ToUnits(range.begin);
   const QString text = pane.TextBetween(range);
   if (before.isEmpty()) {
@@ -35,7 +35,7 @@ void PaneAnnouncer::Replaced(OutputPane& pane, const QString& before, PaneRange 
 }
 
 void PaneAnnouncer::CaretMoved(OutputPane& pane) {
-  if (!heard_) return;
+  if (!active_) return;
   const int caret = pane.ToUnits(pane.text().caret());
   const PaneRange selection = pane.text().Selection();
   QAccessibleTextSelectionEvent marked(&pane, pane.ToUnits(selection.begin), pane.ToUnits(selection.end));
@@ -96,7 +96,7 @@ void* OutputPaneAccessible::interface_cast(QAccessible::InterfaceType type) {
   return QAccessibleWidget::interface_cast(type);
 }
 
-std::size_t OutputPaneAccessible::Place(int offset) const {
+std::size_t OutputPaneAccessible::OffsetOf(int offset) const {
   if (offset == kAtEnd) return pane().text().Length();
   return offset == kAtCaret ? pane().text().caret() : pane().FromUnits(offset);
 }
@@ -117,17 +117,17 @@ void OutputPaneAccessible::removeSelection(int index) {
 }
 
 void OutputPaneAccessible::setSelection(int index, int begin, int end) {
-  if (index == 0) pane().Select(Place(begin), Place(end));
+  if (index == 0) pane().Select(OffsetOf(begin), OffsetOf(end));
 }
 
 int OutputPaneAccessible::cursorPosition() const { return pane().ToUnits(pane().text().caret()); }
 
 void OutputPaneAccessible::setCursorPosition(int position) {
-  pane().Select(Place(position), Place(position));
+  pane().Select(OffsetOf(position), OffsetOf(position));
 }
 
 QString OutputPaneAccessible::text(int begin, int end) const {
-  return pane().TextBetween({Place(begin), Place(end)});
+  return pane().TextBetween({OffsetOf(begin), OffsetOf(end)});
 }
 
 // A range beyond either end of the text is empty and reported as -1.
@@ -162,41 +162,41 @@ PaneRange OutputPaneAccessible::Piece(std::size_t offset, QAccessible::TextBound
 
 QString OutputPaneAccessible::textBeforeOffset(int offset, QAccessible::TextBoundaryType type, int* begin,
                                                int* end) const {
-  const std::size_t at = Piece(Place(offset), type).begin;
+  const std::size_t at = Piece(OffsetOf(offset), type).begin;
   const std::size_t before = PreviousCharacter(pane().text().store(), at);
   return Report(at == 0 ? PaneRange{0, 0} : Piece(before, type), begin, end);
 }
 
 QString OutputPaneAccessible::textAfterOffset(int offset, QAccessible::TextBoundaryType type, int* begin,
                                               int* end) const {
-  const std::size_t at = Piece(Place(offset), type).end;
+  const std::size_t at = Piece(OffsetOf(offset), type).end;
   return Report(at == pane().text().Length() ? PaneRange{at, at} : Piece(at, type), begin, end);
 }
 
 QString OutputPaneAccessible::textAtOffset(int offset, QAccessible::TextBoundaryType type, int* begin,
                                            int* end) const {
-  return Report(Piece(Place(offset), type), begin, end);
+  return Report(Piece(OffsetOf(offset), type), begin, end);
 }
 
 int OutputPaneAccessible::characterCount() const { return pane().ToUnits(pane().text().Length()); }
 
 QRect OutputPaneAccessible::characterRect(int offset) const {
-  const QRect place = pane().CharacterRect(Place(offset));
-  return {pane().viewport()->mapToGlobal(place.topLeft()), place.size()};
+  const QRect rect = pane().CharacterRect(OffsetOf(offset));
+  return {pane().viewport()->mapToGlobal(rect.topLeft()), rect.size()};
 }
 
 int OutputPaneAccessible::offsetAtPoint(const QPoint& point) const {
-  const QPoint place = pane().viewport()->mapFromGlobal(point);
-  return pane().viewport()->rect().contains(place) ? pane().ToUnits(pane().OffsetAt(place)) : -1;
+  const QPoint local = pane().viewport()->mapFromGlobal(point);
+  return pane().viewport()->rect().contains(local) ? pane().ToUnits(pane().OffsetAt(local)) : -1;
 }
 
 void OutputPaneAccessible::scrollToSubstring(int begin, int end) {
-  pane().EnsureVisible(Place(end));
-  pane().EnsureVisible(Place(begin));
+  pane().EnsureVisible(OffsetOf(end));
+  pane().EnsureVisible(OffsetOf(begin));
 }
 
 QString OutputPaneAccessible::attributes(int offset, int* begin, int* end) const {
-  const ColorStretch stretch = StretchAt(pane().text().store(), Place(offset));
+  const ColorStretch stretch = StretchAt(pane().text().store(), OffsetOf(offset));
   *begin = pane().ToUnits(stretch.begin);
   *end = pane().ToUnits(stretch.end);
   const bool own = base::WithoutBold(stretch.color) == kNoColor;
@@ -215,7 +215,7 @@ void OutputPaneAccessible::deleteText(int begin, int end) { replaceText(begin, e
 void OutputPaneAccessible::insertText(int offset, const QString& text) { replaceText(offset, offset, text); }
 
 void OutputPaneAccessible::replaceText(int begin, int end, const QString& text) {
-  pane().ReplaceRange({Place(begin), Place(end)}, text);
+  pane().ReplaceRange({OffsetOf(begin), OffsetOf(end)}, text);
 }
 
 }  // namespace kolvane::pane

@@ -18,7 +18,7 @@ class PaneAnnouncer : private QAccessible::ActivationObserver {
   PaneAnnouncer(const PaneAnnouncer&) = delete;
   PaneAnnouncer& operator=(const PaneAnnouncer&) = delete;
 
-  bool IsHeard() const { return heard_; }
+  bool IsActive() const { return active_; }
   /// The text from `from` to the end is new.
   void Appended(OutputPane& pane, std::size_t from);
   /// The text in `range` has replaced `before`.
@@ -29,9 +29,9 @@ class PaneAnnouncer : private QAccessible::ActivationObserver {
   virtual void Send(QAccessibleEvent& event) { QAccessible::updateAccessibility(&event); }
 
  private:
-  void accessibilityActiveChanged(bool active) override { heard_ = active; }
+  void accessibilityActiveChanged(bool active) override { active_ = active; }
 
-  bool heard_ = QAccessible::isActive();
+  bool active_ = QAccessible::isActive();
 };
 
 class OutputPane;
@@ -78,7 +78,7 @@ class OutputPaneAccessible : public QAccessibleWidget,
 
  private:
   OutputPane& pane() const;
-  std::size_t Place(int offset) const;
+  std::size_t OffsetOf(int offset) const;
   PaneRange Piece(std::size_t offset, QAccessible::TextBoundaryType type) const;
   QString Report(PaneRange range, int* begin, int* end) const;
 };

@@ -22,7 +22,7 @@ QString OutputPane::plainText() const { return TextBetween({0, text_.Length()});
 void OutputPane::setPlainText(const QString& text) {
   EndAside();
   Flush();
-  const QString before = announcer_->IsHeard() ? plainText() : QString();
+  const QString before = announcer_->IsActive() ? plainText() : QString();
   text_.SetText(ToUtf8(text));
   announcer_->Replaced(*this, before, {0, text_.Length()});
   CaretMoved();
@@ -47,7 +47,7 @@ void OutputPane::EndAside() {
 // Returns the text shown before.
 PaneText OutputPane::Exchange(PaneText text) {
   Flush();
-  const QString before = announcer_->IsHeard() ? plainText() : QString();
+  const QString before = announcer_->IsActive() ? plainText() : QString();
   PaneText old = std::exchange(text_, std::move(text));
   rows_.Forget();
   Q_EMIT TextExchanged();
@@ -79,8 +79,8 @@ QString OutputPane::TextBetween(PaneRange range) const {
 }
 
 int OutputPane::ToUnits(std::size_t offset) const {
-  constexpr auto kMost = static_cast<std::size_t>(std::numeric_limits<int>::max());
-  return static_cast<int>(std::min(kMost, text_.store().ToUnits(offset)));
+  constexpr auto kMaxInt = static_cast<std::size_t>(std::numeric_limits<int>::max());
+  return static_cast<int>(std::min(kMaxInt, text_.store().ToUnits(offset)));
 }
 
 std::size_t OutputPane::FromUnits(int units) const {
@@ -95,7 +95,7 @@ void OutputPane::SetSelectionColor(Color color) {
 void OutputPane::InsertComment(const QString& text) {
   Flush();
   const std::size_t begin = text_.Selection().begin;
-  const QString before = announcer_->IsHeard() ? selectedText() : QString();
+  const QString before = announcer_->IsActive() ? selectedText() : QString();
   text_.InsertComment(ToUtf8(text));
   announcer_->Replaced(*this, before, {begin, text_.caret()});
   CaretMoved();
@@ -122,7 +122,7 @@ void OutputPane::ReplaceRange(PaneRange range, const QString& text) {
   Flush();
   range.end = std::max(range.begin, range.end);
   const std::size_t rest = text_.Length() - range.end;
-  const QString before = announcer_->IsHeard() ? TextBetween(range) : QString();
+  const QString before = announcer_->IsActive() ? TextBetween(range) : QString();
   text_.Erase(range);
   if (!text.isEmpty()) text_.Insert(range.begin, ToUtf8(text));
   announcer_->Replaced(*this, before, {range.begin, text_.Length() - rest});
@@ -133,7 +133,7 @@ void OutputPane::Replace(const QString& text) {
   if (read_only_ || (text.isEmpty() && text_.Selection().empty())) return;
   Flush();
   const std::size_t begin = text_.Selection().begin;
-  const QString before = announcer_->IsHeard() ? selectedText() : QString();
+  const QString before = announcer_->IsActive() ? selectedText() : QString();
   text_.ReplaceSelection(ToUtf8(text));
   announcer_->Replaced(*this, before, {begin, text_.caret()});
   CaretMoved();
@@ -179,7 +179,7 @@ void OutputPane::undo() {
   if (read_only_ || !text_.Undoable()) return;
   Flush();
   const PaneRange range = *text_.Undoable();
-  const QString before = announcer_->IsHeard() ? TextBetween(range) : QString();
+  const QString before = announcer_->IsActive() ? TextBetween(range) : QString();
   text_.Undo();
   announcer_->Replaced(*this, before, {range.begin, text_.caret()});
   CaretMoved();

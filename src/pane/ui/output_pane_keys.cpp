@@ -159,7 +159,7 @@ bool OutputPane::MoveByKey(QKeyEvent* event) {
   } else if (either(QKeySequence::MoveToNextPage, QKeySequence::SelectNextPage)) {
     MoveByRows(page, keep);
   } else if (either(QKeySequence::MoveToStartOfLine, QKeySequence::SelectStartOfLine)) {
-    MoveCaret(RowBegin(), keep);
+    MoveCaret(RowStart(), keep);
   } else if (either(QKeySequence::MoveToEndOfLine, QKeySequence::SelectEndOfLine)) {
     MoveCaret(RowEnd(), keep);
   } else {
@@ -204,11 +204,11 @@ void OutputPane::MoveByRows(int rows, bool keep_anchor) {
   const qreal x = goal_x_ >= 0 ? goal_x_ : metrics_.X(TextOf(from), caret - from.begin);
   const int last = static_cast<int>(rows_.Total()) - 1;
   const int target = std::clamp(static_cast<int>(rows_.RowOf(caret)) + rows, 0, last);
-  MoveCaret(PlaceInRow(rows_.RowAt(static_cast<std::size_t>(target)), x), keep_anchor);
+  MoveCaret(OffsetInRow(rows_.RowAt(static_cast<std::size_t>(target)), x), keep_anchor);
   goal_x_ = x;
 }
 
-std::size_t OutputPane::RowBegin() const { return RowAround(text_.caret()).begin; }
+std::size_t OutputPane::RowStart() const { return RowAround(text_.caret()).begin; }
 
 std::size_t OutputPane::RowEnd() const {
   const PaneRow row = RowAround(text_.caret());
@@ -218,8 +218,8 @@ std::size_t OutputPane::RowEnd() const {
 void OutputPane::contextMenuEvent(QContextMenuEvent* event) {
   // With the mouse the release of the right button requests the menu, as a separate event.
   if (event->reason() == QContextMenuEvent::Keyboard) {
-    const QPoint place = CharacterRect(text_.caret()).bottomLeft();
-    Q_EMIT popupRequested(viewport()->mapToGlobal(place));
+    const QPoint point = CharacterRect(text_.caret()).bottomLeft();
+    Q_EMIT popupRequested(viewport()->mapToGlobal(point));
   }
   event->accept();
 }

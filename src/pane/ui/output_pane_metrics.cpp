@@ -10,7 +10,7 @@ namespace kolvane::pane {
 namespace {
 
 constexpr int kTabSpaces = 8;
-constexpr std::size_t kMostMeasured = 4096;
+constexpr std::size_t kMaxMeasured = 4096;
 constexpr char16_t kParagraphSign = 0xB6;
 
 QFont Unshaped(QFont font) {
@@ -73,7 +73,7 @@ qreal OutputPaneMetrics::Measured(std::string_view cluster) const {
   std::string key(cluster);
   const auto known = measured_.find(key);
   if (known != measured_.end()) return known->second;
-  if (measured_.size() >= kMostMeasured) measured_.clear();
+  if (measured_.size() >= kMaxMeasured) measured_.clear();
   const qreal advance = QFontMetricsF(cluster_font_).horizontalAdvance(Shown(cluster));
   measured_.emplace(std::move(key), advance);
   return advance;

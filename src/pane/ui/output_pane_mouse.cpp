@@ -32,15 +32,15 @@ PaneRange OutputPane::Around(std::size_t offset) const {
 void OutputPane::mousePressEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton) return;
   Flush();
-  marking_ = true;
+  selecting_ = true;
   const std::size_t offset = OffsetAt(event->pos());
   const int interval = QGuiApplication::styleHints()->mouseDoubleClickInterval();
   const bool third =
       since_double_click_.isValid() && since_double_click_.elapsed() < interval &&
-      (event->pos() - drag_place_).manhattanLength() < QGuiApplication::styleHints()->startDragDistance();
+      (event->pos() - drag_point_).manhattanLength() < QGuiApplication::styleHints()->startDragDistance();
   since_double_click_.invalidate();
   drag_unit_ = third ? Unit::kLine : Unit::kCharacter;
-  drag_place_ = event->pos();
+  drag_point_ = event->pos();
   if (event->modifiers().testFlag(Qt::ShiftModifier)) {
     drag_origin_ = {text_.anchor(), text_.anchor()};
     Select(text_.anchor(), offset);
@@ -52,9 +52,9 @@ void OutputPane::mousePressEvent(QMouseEvent* event) {
 
 void OutputPane::mouseDoubleClickEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton) return;
-  marking_ = true;
+  selecting_ = true;
   drag_unit_ = Unit::kWord;
-  drag_place_ = event->pos();
+  drag_point_ = event->pos();
   drag_origin_ = Around(OffsetAt(event->pos()));
   Select(drag_origin_.begin, drag_origin_.end);
   since_double_click_.start();
@@ -65,10 +65,10 @@ void OutputPane::mouseMoveEvent(QMouseEvent* event) {
 }
 
 // Outside the window a timer extends the selection and scrolls one row per tick, or more farther out.
-void OutputPane::DragTo(QPoint place) {
-  drag_place_ = place;
+void OutputPane::DragTo(QPoint point) {
+  drag_point_ = point;
   const int height = viewport()->height();
-  const int outside = place.y() < 0 ? place.y() : std::max(0, place.y() - height + 1);
+  const int outside = point.y() < 0 ? point.y() : std::max(0, point.y() - height + 1);
   if (outside == 0) {
     drag_timer_.stop();
   } else if (!drag_timer_.isActive()) {
@@ -77,7 +77,7 @@ void OutputPane::DragTo(QPoint place) {
   const int rows = outside / metrics_.row_height() + (outside > 0 ? 1 : outside < 0 ? -1 : 0);
   Flush();
   verticalScrollBar()->setValue(verticalScrollBar()->value() + rows);
-  const QPoint inside(place.x(), std::clamp(place.y(), 0, VisibleRows() * metrics_.row_height() - 1));
+  const QPoint inside(point.x(), std::clamp(point.y(), 0, VisibleRows() * metrics_.row_height() - 1));
   const PaneRange to = Around(OffsetAt(inside));
   if (to.begin < drag_origin_.begin) {
     Select(drag_origin_.end, to.begin);
@@ -87,15 +87,15 @@ void OutputPane::DragTo(QPoint place) {
 }
 
 // The view then follows the end again if it did before.
-void OutputPane::EndMarking() {
+void OutputPane::EndSelecting() {
   drag_timer_.stop();
-  if (std::exchange(marking_, false)) Changed();
+  if (std::exchange(selecting_, false)) Changed();
 }
 
 void OutputPane::mouseReleaseEvent(QMouseEvent* event) {
   if (event->button() == Qt::RightButton) Q_EMIT popupRequested(event->globalPosition().toPoint());
   if (event->button() != Qt::LeftButton) return;
-  EndMarking();
+  EndSelecting();
   QClipboard& clipboard = *QGuiApplication::clipboard();
   if (clipboard.supportsSelection() && !text_.Selection().empty()) {
     clipboard.setText(selectedText(), QClipboard::Selection);

@@ -79,7 +79,7 @@ std::size_t OutputPaneRows::RowsOfLine(std::size_t chunk, std::size_t index) con
   return rows;
 }
 
-bool OutputPaneRows::OneRowEach(std::size_t chunk) const {
+bool OutputPaneRows::HasOneRowPerLine(std::size_t chunk) const {
   return chunks_[chunk].rows == store_.Chunk(chunk).extent().lines;
 }
 
@@ -110,7 +110,7 @@ const std::vector<std::uint32_t>& OutputPaneRows::BreaksOf(std::size_t chunk, st
 }
 
 std::size_t OutputPaneRows::RowsBefore(std::size_t chunk, std::size_t line) const {
-  return OneRowEach(chunk) ? line : LinesOf(chunk)[line];
+  return HasOneRowPerLine(chunk) ? line : LinesOf(chunk)[line];
 }
 
 PaneRow OutputPaneRows::RowAt(std::size_t row) const {
@@ -120,7 +120,7 @@ PaneRow OutputPaneRows::RowAt(std::size_t row) const {
   const PaneChunk& text = store_.Chunk(chunk);
   const std::size_t offset = store_.ChunkStart(chunk).bytes;
   std::size_t part = row - chunks_[chunk].start;
-  if (OneRowEach(chunk)) {
+  if (HasOneRowPerLine(chunk)) {
     const std::size_t begin = offset + text.LineStart(part);
     return {begin, begin + text.Line(part).size(), true};
   }
@@ -141,7 +141,7 @@ std::size_t OutputPaneRows::RowOf(std::size_t offset) const {
   const std::size_t local = offset - store_.ChunkStart(chunk).bytes;
   const std::size_t line = text.LineAt(local);
   const std::size_t first = chunks_[chunk].start + RowsBefore(chunk, line);
-  if (OneRowEach(chunk)) return first;
+  if (HasOneRowPerLine(chunk)) return first;
   const std::vector<std::uint32_t>& breaks = BreaksOf(chunk, line);
   const auto passed = std::upper_bound(breaks.begin(), breaks.end(), local - text.LineStart(line));
   return first + static_cast<std::size_t>(passed - breaks.begin());

@@ -60,7 +60,7 @@ class OutputPaneRows {
   std::size_t CountRows(std::size_t chunk) const;
   std::size_t RowsOfLine(std::size_t chunk, std::size_t index) const;
   bool IsPrintable(std::size_t chunk, std::string_view line) const;
-  bool OneRowEach(std::size_t chunk) const;
+  bool HasOneRowPerLine(std::size_t chunk) const;
   std::size_t RowsBefore(std::size_t chunk, std::size_t line) const;
   const std::vector<std::size_t>& LinesOf(std::size_t chunk) const;
   const std::vector<std::uint32_t>& BreaksOf(std::size_t chunk, std::size_t line) const;

@@ -23,30 +23,30 @@ void PaneFind::Search(std::shared_ptr<const Matcher> matcher) {
   origin_ = std::min(origin_, pane_->text().Length());
   search_.Start(std::move(matcher), origin_);
   pane_->ShowHits(search_.IsOn() ? &search_ : nullptr);
-  if (search_.IsOn()) return GoTo(Goal::kNext, origin_);
-  goal_ = Goal::kNone;
+  if (search_.IsOn()) return GoTo(Jump::kNext, origin_);
+  jump_ = Jump::kNone;
   slices_.stop();
   ShowProgress();
 }
 
 void PaneFind::GoToNext() {
   const PaneRange selection = pane_->text().Selection();
-  GoTo(Goal::kNext, selection.end);
+  GoTo(Jump::kNext, selection.end);
 }
 
-void PaneFind::GoToPrevious() { GoTo(Goal::kPrevious, pane_->text().Selection().begin); }
+void PaneFind::GoToPrevious() { GoTo(Jump::kPrevious, pane_->text().Selection().begin); }
 
-void PaneFind::GoTo(Goal goal, std::size_t from) {
+void PaneFind::GoTo(Jump jump, std::size_t from) {
   if (!search_.IsOn()) return;
-  goal_ = goal;
-  goal_from_ = from;
+  jump_ = jump;
+  jump_from_ = from;
   slices_.start(0, this);
 }
 
 void PaneFind::TextChanged(bool exchanged) {
   if (!search_.IsOn()) return;
   search_.Sync(exchanged);
-  if (exchanged) origin_ = goal_from_ = 0;
+  if (exchanged) origin_ = jump_from_ = 0;
   // If text was only removed, nothing is left to search but the count has changed.
   if (search_.IsComplete()) return ShowProgress();
   slices_.start(0, this);
@@ -58,16 +58,16 @@ void PaneFind::timerEvent(QTimerEvent* event) {
   slice.start();
   search_.Sync();
   search_.Advance([&slice] { return slice.elapsed() >= kSliceMs; });
-  if (goal_ != Goal::kNone && ReachGoal()) goal_ = Goal::kNone;
+  if (jump_ != Jump::kNone && FinishJump()) jump_ = Jump::kNone;
   if (search_.IsComplete()) slices_.stop();
   ShowProgress();
 }
 
 /// Returns false while the text on the way to the goal has not been searched.
-bool PaneFind::ReachGoal() {
-  goal_from_ = std::min(goal_from_, pane_->text().Length());
+bool PaneFind::FinishJump() {
+  jump_from_ = std::min(jump_from_, pane_->text().Length());
   const PaneSearch::Answer answer =
-      goal_ == Goal::kNext ? search_.NextHit(goal_from_) : search_.PreviousHit(goal_from_);
+      jump_ == Jump::kNext ? search_.NextHit(jump_from_) : search_.PreviousHit(jump_from_);
   if (!answer.known) return false;
   current_ = answer.hit;
   if (current_) pane_->Select(current_->begin, current_->end);
@@ -75,13 +75,13 @@ bool PaneFind::ReachGoal() {
 }
 
 FindState PaneFind::State() const {
-  FindState state{.count = search_.Count(), .complete = search_.IsComplete() && goal_ == Goal::kNone};
+  FindState state{.count = search_.Count(), .complete = search_.IsComplete() && jump_ == Jump::kNone};
   if (current_ && current_->end <= pane_->text().Length() && state.count > 0)
     state.current = std::min(search_.CountBefore(current_->begin) + 1, state.count);
   return state;
 }
 
-QString PaneFind::Marked() const {
+QString PaneFind::SelectedText() const {
   const PaneStore& store = pane_->text().store();
   const PaneRange marked = pane_->text().Selection();
   const bool one_line = store.LineAt(marked.begin) == store.LineAt(marked.end);

@@ -20,17 +20,17 @@ class PaneFind final : public FindTarget {
   void GoToNext() override;
   void GoToPrevious() override;
   FindState State() const override;
-  QString Marked() const override;
+  QString SelectedText() const override;
   QWidget* Widget() const override { return pane_; }
 
  protected:
   void timerEvent(QTimerEvent* event) override;
 
  private:
-  enum class Goal { kNone, kNext, kPrevious };
+  enum class Jump { kNone, kNext, kPrevious };
 
-  void GoTo(Goal goal, std::size_t from);
-  bool ReachGoal();
+  void GoTo(Jump jump, std::size_t from);
+  bool FinishJump();
   void TextChanged(bool exchanged);
   void ShowProgress();
 
@@ -38,8 +38,8 @@ class PaneFind final : public FindTarget {
   PaneSearch search_;
   QBasicTimer slices_;
   std::size_t origin_ = 0;  // where the first search started
-  Goal goal_ = Goal::kNone;
-  std::size_t goal_from_ = 0;
+  Jump jump_ = Jump::kNone;
+  std::size_t jump_from_ = 0;
   std::optional<PaneRange> current_;
 };
 

@@ -83,10 +83,10 @@ QString OutputPane::SelectedTextWithTimes() const {
   return text;
 }
 
-void OutputPane::ShowFailureHelp(const QPoint& place, const QPoint& global) {
-  const std::size_t offset = OffsetAt(place);
+void OutputPane::ShowFailureHelp(const QPoint& point, const QPoint& global) {
+  const std::size_t offset = OffsetAt(point);
   const std::size_t line = text_.store().LineAt(offset);
-  const bool inside = CharacterRect(offset).adjusted(0, 0, 0, metrics_.row_height()).bottom() >= place.y();
+  const bool inside = CharacterRect(offset).adjusted(0, 0, 0, metrics_.row_height()).bottom() >= point.y();
   const bool failed = failure_help_ && inside && text_.store().Origin(line).failure();
   const std::string_view text = text_.store().Line(line);
   const QString help =

@@ -41,7 +41,7 @@ FindingKind KindOf(Refusal refusal) {
 }
 
 /// Whether $ENDREPEAT can be executed without a $REPEAT of this run.
-bool MayEndNothing(const StateSet& run) {
+bool MayHaveNoLoop(const StateSet& run) {
   if (run.HasLevel(StateSet::kLowestLevel)) return true;
   for (int level = 0; level < kLevels; ++level)
     if (run.HasLevel(level) && run.LoopAt(level) == loop_at::kEarlier) return true;
@@ -65,7 +65,7 @@ class LoopCheck {
 
   void Run() {
     for (int row = 1; row <= list_.last_row(); ++row) {
-      if (list_.Step(row).op == FlowOp::kRepeat) CheckBegin(row);
+      if (list_.Step(row).op == FlowOp::kRepeat) CheckOpening(row);
       if (list_.Step(row).op != FlowOp::kEndRepeat) continue;
       CheckEnd(row);
       CheckCrossing(row);
@@ -77,7 +77,7 @@ class LoopCheck {
     findings_.push_back({row, kind, std::move(text), {}, other_row});
   }
 
-  void CheckBegin(int row) {
+  void CheckOpening(int row) {
     const Refusal refusal = list_.flow.At(row).refusal;
     const bool always = refusal == Refusal::kAlways;
     too_deep_ |= always;
@@ -99,7 +99,7 @@ class LoopCheck {
 
   void CheckCount(int row, int loop, Refusal refusal) {
     const StateSet& states = list_.flow.At(row).executing;
-    if (MayEndNothing(states)) {
+    if (MayHaveNoLoop(states)) {
       const bool always = refusal == Refusal::kAlways;
       Add(row, KindOf(refusal),
           always ? std::string(texts::kEndWithoutLoop) : texts::PerhapsWithoutLoop(loop), loop);
@@ -140,7 +140,7 @@ class ConditionCheck {
 
   void Run() {
     for (int row = 1; row <= list_.last_row(); ++row) {
-      if (list_.Step(row).op == FlowOp::kCondition) CheckBegin(row);
+      if (list_.Step(row).op == FlowOp::kCondition) CheckOpening(row);
       if (list_.Step(row).op == FlowOp::kEndIf) CheckEnd(row);
     }
   }
@@ -150,7 +150,7 @@ class ConditionCheck {
     findings_.push_back({row, FindingKind::kHint, std::move(text), {}, other_row});
   }
 
-  void CheckBegin(int row) {
+  void CheckOpening(int row) {
     const ListFlow::Row& paths = list_.flow.At(row);
     const int outer = list_.pairs.ConditionAround(row);
     if (list_.pairs.PartnerOf(row) == 0) {

@@ -73,7 +73,7 @@ inline constexpr std::string_view kNoSplitBefore = "Vor diesem $GETPARAM steht k
 inline constexpr std::string_view kPerhapsNoSplitBefore =
     "Auf einem Weg hierher steht kein $SPLITPARAMS vor diesem $GETPARAM";
 inline constexpr std::string_view kLogClosed = "Keine Logdatei geöffnet";
-inline constexpr std::string_view kLogClosedUnlessByHand =
+inline constexpr std::string_view kLogClosedUnlessOpenedByHand =
     "Keine Logdatei geöffnet, falls nicht schon vor dem Ablauf eine offen ist";
 inline constexpr std::string_view kLogPerhapsClosed = "Auf einem Weg hierher ist keine Logdatei geöffnet";
 inline constexpr std::string_view kLogOpen = "Logdatei bereits geöffnet";

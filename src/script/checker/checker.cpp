@@ -19,7 +19,7 @@ std::string_view RefusalText(FlowOp op, const ListFlow::Row& paths) {
       return always ? texts::kLogOpen : texts::kLogPerhapsOpen;
     default:
       if (always) return texts::kLogClosed;
-      return (paths.executing.log & log::kClosed) == 0 ? texts::kLogClosedUnlessByHand
+      return (paths.executing.log & log::kClosed) == 0 ? texts::kLogClosedUnlessOpenedByHand
                                                        : texts::kLogPerhapsClosed;
   }
 }
@@ -82,7 +82,7 @@ std::vector<FlowStep> CheckRows(const std::vector<std::string_view>& rows, const
     CheckCharacters(row, rows[at], findings);
     steps.push_back(meaning.step);
   }
-  CheckTwins(steps, labels, findings);
+  CheckDuplicates(steps, labels, findings);
   return steps;
 }
 
@@ -95,16 +95,16 @@ void CheckPaths(const CheckedList& list, Findings& findings) {
 }
 
 /// An error in a row that no run can execute becomes a hint. In any other row the first error hides the rest.
-void Settle(const CheckedList& list, Findings& findings) {
+void ReduceFindings(const CheckedList& list, Findings& findings) {
   for (Finding& finding : findings)
     if (!list.IsReached(finding.row)) finding.kind = FindingKind::kHint;
   std::ranges::stable_sort(findings, [](const Finding& a, const Finding& b) {
     return a.row != b.row ? a.row < b.row : a.kind < b.kind;
   });
-  int told = 0;
+  int error_row = 0;
   std::erase_if(findings, [&](const Finding& finding) {
-    const bool hidden = finding.row == told;
-    if (finding.kind == FindingKind::kError) told = finding.row;
+    const bool hidden = finding.row == error_row;
+    if (finding.kind == FindingKind::kError) error_row = finding.row;
     return hidden;
   });
 }
@@ -119,7 +119,7 @@ std::vector<Finding> CheckList(const std::vector<std::string_view>& rows, const 
   const ListFlow flow(steps, start);
   const CheckedList list{parts, steps, pairs, flow};
   CheckPaths(list, findings);
-  Settle(list, findings);
+  ReduceFindings(list, findings);
   return findings;
 }
 

@@ -51,7 +51,7 @@ int LabelTable::FindWithSpaces(std::string_view target) const {
   return FindIn(without_spaces_, WithoutSpaces(base::UpperCase(target)));
 }
 
-int LabelTable::Twin(int row) const {
+int LabelTable::NextDuplicate(int row) const {
   for (const int other : exact_.at(base::UpperCase(Text(row))))
     if (other > row) return other;
   return 0;
@@ -118,15 +118,18 @@ int FindTarget(int row, const RowParts& parts, std::string_view label, const Lab
   return found;
 }
 
-void CheckTwins(const std::vector<FlowStep>& steps, const LabelTable& labels,
-                std::vector<Finding>& findings) {
+void CheckDuplicates(const std::vector<FlowStep>& steps, const LabelTable& labels,
+                     std::vector<Finding>& findings) {
   std::vector<bool> seen(steps.size() + 1);
   for (const FlowStep& step : steps) {
     if (step.target == 0 || seen[static_cast<std::size_t>(step.target)]) continue;
     seen[static_cast<std::size_t>(step.target)] = true;
-    if (const int twin = labels.Twin(step.target))
-      findings.push_back(
-          {twin, FindingKind::kHint, texts::LabelTwice(labels.Text(twin), step.target), {}, step.target});
+    if (const int duplicate = labels.NextDuplicate(step.target))
+      findings.push_back({duplicate,
+                          FindingKind::kHint,
+                          texts::LabelTwice(labels.Text(duplicate), step.target),
+                          {},
+                          step.target});
   }
 }
 

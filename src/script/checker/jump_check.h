@@ -22,7 +22,7 @@ class LabelTable {
   /// The row that $GOTO finds for `target`, a label and its ":"; 0 for none.
   int Find(std::string_view target) const;
   /// The next row with the text of `row`, which must be a label; 0 for none.
-  int Twin(int row) const;
+  int NextDuplicate(int row) const;
   /// The first row that equals `target` apart from spaces.
   int FindWithSpaces(std::string_view target) const;
   /// The first row that is probably a misspelled `target`.
@@ -47,7 +47,8 @@ int FindTarget(int row, const RowParts& parts, std::string_view label, const Lab
                std::vector<Finding>& findings);
 
 /// Reports labels that no jump finds because an earlier row has the same text.
-void CheckTwins(const std::vector<FlowStep>& steps, const LabelTable& labels, std::vector<Finding>& findings);
+void CheckDuplicates(const std::vector<FlowStep>& steps, const LabelTable& labels,
+                     std::vector<Finding>& findings);
 
 /// Reports jumps into a loop that is not open.
 void CheckJumpsIntoLoops(const std::vector<FlowStep>& steps, const BlockPairs& pairs, const ListFlow& flow,

@@ -7,7 +7,7 @@ namespace kolvane::script::checker {
 namespace {
 
 constexpr int kDeepest = kLevels - 1;
-constexpr std::int32_t kLeast = std::numeric_limits<std::int32_t>::min();
+constexpr std::int32_t kMinCount = std::numeric_limits<std::int32_t>::min();
 
 /// The states after the row, without those that it refuses.
 StateSet Passing(const FlowStep& step, int row, const StateSet& run) {
@@ -67,10 +67,10 @@ ListFlow::ListFlow(const std::vector<FlowStep>& steps, const RunStart& start)
     : steps_(steps), start_(start), rows_(steps.size() + 1), waiting_(steps.size() + 1) {
   for (int row = 1; row <= last_row(); ++row) {
     if (Step(row).op != FlowOp::kRepeat) continue;
-    any_overflows_ |= Step(row).count == kLeast;
+    any_overflows_ |= Step(row).count == kMinCount;
     if (Step(row).count > 0) loop_rows_.push_back(row);
   }
-  for (const std::int32_t count : start.repeat_counts) any_overflows_ |= count == kLeast;
+  for (const std::int32_t count : start.repeat_counts) any_overflows_ |= count == kMinCount;
   if (steps.empty()) return;
   Start();
   FollowPaths();
@@ -100,9 +100,9 @@ void ListFlow::FollowPaths() {
 
 void ListFlow::Visit(int row) {
   Row& here = rows_[static_cast<std::size_t>(row)];
-  if (++here.visits == kMostVisits) here.executing = here.skipping = StateSet::Any();
+  if (++here.visits == kMaxVisits) here.executing = here.skipping = StateSet::Any();
   if (Step(row).op == FlowOp::kEndIf) return ExecuteEndIf(row, here.executing, here.skipping);
-  if (!here.skipping.empty()) GoOn(row + 1, {}, here.skipping);
+  if (!here.skipping.empty()) Continue(row + 1, {}, here.skipping);
   if (!here.executing.empty()) Execute(row, here.executing);
 }
 
@@ -112,7 +112,7 @@ void ListFlow::Execute(int row, StateSet run) {
     case FlowOp::kStop:
       return;
     case FlowOp::kGoTo:
-      return GoOn(step.target == 0 ? row + 1 : step.target + 1, run, {});
+      return Continue(step.target == 0 ? row + 1 : step.target + 1, run, {});
     case FlowOp::kCondition:
       return ExecuteCondition(row, run);
     case FlowOp::kEndRepeat:
@@ -122,24 +122,24 @@ void ListFlow::Execute(int row, StateSet run) {
   }
   const StateSet next = Passing(step, row, run);
   rows_[static_cast<std::size_t>(row)].refusal = RefusalOf(MayRefuse(step, run), !next.empty());
-  GoOn(row + 1, next.empty() ? run : next, {});
+  Continue(row + 1, next.empty() ? run : next, {});
 }
 
 // Whether the condition holds depends on the device.
 void ListFlow::ExecuteCondition(int row, StateSet run) {
   rows_[static_cast<std::size_t>(row)].refusal = RefusalOf((run.AllDepths() & if_depth::kHighest) != 0, true);
   run.IncreaseDepths();
-  GoOn(row + 1, run, run);
+  Continue(row + 1, run, run);
 }
 
 // The runner closes conditions in skipped rows too.
 void ListFlow::ExecuteEndIf(int row, StateSet run, StateSet skip) {
   const std::uint32_t depths = run.AllDepths() | skip.AllDepths();
   rows_[static_cast<std::size_t>(row)].refusal = RefusalOf((depths & if_depth::kLowest) != 0, true);
-  if (Step(row).misspelled) GoOn(row + 1, {}, skip);
+  if (Step(row).misspelled) Continue(row + 1, {}, skip);
   run.DecreaseDepths();
   skip.DecreaseDepths();
-  GoOn(row + 1, run, skip);
+  Continue(row + 1, run, skip);
 }
 
 void ListFlow::ExecuteEndRepeat(int row, const StateSet& run) {
@@ -152,7 +152,7 @@ void ListFlow::ExecuteEndRepeat(int row, const StateSet& run) {
     may_refuse |= !passes || (run.LoopAt(level) == loop_at::kAny && any_overflows_);
   }
   rows_[static_cast<std::size_t>(row)].refusal = RefusalOf(may_refuse, may_pass);
-  if (!may_pass) GoOn(row + 1, run, {});
+  if (!may_pass) Continue(row + 1, run, {});
 }
 
 /// Returns false if the row is refused on this level.
@@ -161,13 +161,13 @@ bool ListFlow::PassEndRepeat(int row, const StateSet& run, int level) {
   const std::int16_t loop = run.LoopAt(level);
   if (Overflows(loop, level)) return false;
   if (Repeats(loop, level)) LoopBack(run.At(level), loop);
-  GoOn(row + 1, run.Lowered(level), {});
+  Continue(row + 1, run.Lowered(level), {});
   return true;
 }
 
 bool ListFlow::Overflows(std::int16_t loop, int level) const {
-  if (loop == loop_at::kEarlier) return start_.repeat_counts[static_cast<std::size_t>(level)] == kLeast;
-  return loop > 0 && Step(loop).count == kLeast;
+  if (loop == loop_at::kEarlier) return start_.repeat_counts[static_cast<std::size_t>(level)] == kMinCount;
+  return loop > 0 && Step(loop).count == kMinCount;
 }
 
 bool ListFlow::Repeats(std::int16_t loop, int level) const {
@@ -177,22 +177,23 @@ bool ListFlow::Repeats(std::int16_t loop, int level) const {
 
 void ListFlow::LoopBack(const StateSet& at_level, std::int16_t loop) {
   if (loop == loop_at::kAny) return LoopAnywhere(at_level);
-  if (loop > 0) return GoOn(loop + 1, at_level, {});
+  if (loop > 0) return Continue(loop + 1, at_level, {});
   for (int level = 0; level <= kDeepest; ++level) {
-    if (at_level.HasLevel(level)) GoOn(start_.repeat_rows[static_cast<std::size_t>(level)] + 1, at_level, {});
+    if (at_level.HasLevel(level))
+      Continue(start_.repeat_rows[static_cast<std::size_t>(level)] + 1, at_level, {});
   }
 }
 
 void ListFlow::LoopAnywhere(const StateSet& at_level) {
   if (!anywhere_.Join(at_level)) return;
-  if (++anywhere_visits_ == kMostVisits) anywhere_ = StateSet::Any();
-  for (const int row : loop_rows_) GoOn(row + 1, anywhere_, {});
+  if (++anywhere_visits_ == kMaxVisits) anywhere_ = StateSet::Any();
+  for (const int row : loop_rows_) Continue(row + 1, anywhere_, {});
   for (std::size_t level = 0; level < start_.repeat_rows.size(); ++level) {
-    if (start_.repeat_counts[level] > 0) GoOn(start_.repeat_rows[level] + 1, anywhere_, {});
+    if (start_.repeat_counts[level] > 0) Continue(start_.repeat_rows[level] + 1, anywhere_, {});
   }
 }
 
-void ListFlow::GoOn(int row, StateSet run, StateSet skip) {
+void ListFlow::Continue(int row, StateSet run, StateSet skip) {
   if (row > last_row()) return;
   run.Join(skip.TakeDepthZero());
   Row& there = rows_[static_cast<std::size_t>(std::max(row, 1))];

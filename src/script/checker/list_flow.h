@@ -51,7 +51,7 @@ class ListFlow {
   const Row& At(int row) const { return rows_[static_cast<std::size_t>(row)]; }
 
  private:
-  static constexpr int kMostVisits = 64;  // after that a row gets all states
+  static constexpr int kMaxVisits = 64;  // after that a row gets all states
 
   void Start();
   void FollowPaths();
@@ -63,7 +63,7 @@ class ListFlow {
   bool PassEndRepeat(int row, const StateSet& run, int level);
   void LoopBack(const StateSet& at_level, std::int16_t loop);
   void LoopAnywhere(const StateSet& at_level);
-  void GoOn(int row, StateSet run, StateSet skip);
+  void Continue(int row, StateSet run, StateSet skip);
 
   bool Overflows(std::int16_t loop, int level) const;
   bool Repeats(std::int16_t loop, int level) const;

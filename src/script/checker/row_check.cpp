@@ -88,7 +88,7 @@ class ArgumentCheck {
     findings_.push_back({row_, kind, std::move(text), std::move(replacement)});
   }
 
-  std::string Mended(std::string_view argument) const {
+  std::string Corrected(std::string_view argument) const {
     return std::string(parts_.word->word) + " " + std::string(argument);
   }
 
@@ -110,7 +110,7 @@ class ArgumentCheck {
     if (parts_.word->argument == ArgumentKind::kLabel) return;
     const bool two_spaces = !parts_.rest.empty() && !parts_.rest.starts_with(',');
     Add(RefusesEmptyArgument() ? FindingKind::kError : FindingKind::kHint, texts::EmptyArgument(two_spaces),
-        two_spaces ? Mended(parts_.rest) : std::string());
+        two_spaces ? Corrected(parts_.rest) : std::string());
   }
 
   void CheckArgument() {
@@ -168,14 +168,14 @@ class ArgumentCheck {
   void CheckQuotes() {
     const std::string_view text = parts_.argument;
     if (!text.starts_with('"') || (text.size() > 1 && text.ends_with('"')) || !parts_.rest.empty()) return;
-    Add(FindingKind::kHint, texts::MissingQuote(text), Mended(std::string(text) + '"'));
+    Add(FindingKind::kHint, texts::MissingQuote(text), Corrected(std::string(text) + '"'));
   }
 
   void CheckOnOff() {
     if (OneOf("ON", "OFF")) return;
     const std::string_view on_or_off = OneOf("EIN", "AN") ? "ON" : OneOf("AUS", "AB") ? "OFF" : "";
     Add(FindingKind::kHint, texts::NeitherOnNorOff(parts_.argument),
-        on_or_off.empty() ? std::string() : Mended(on_or_off));
+        on_or_off.empty() ? std::string() : Corrected(on_or_off));
   }
 
   bool IsDigitAfterComma() const {
@@ -183,8 +183,8 @@ class ArgumentCheck {
   }
 
   void CheckRest() {
-    const bool told = parts_.word->argument == ArgumentKind::kNumber && IsDigitAfterComma();
-    if (parts_.rest.empty() || told) return;
+    const bool is_reported = parts_.word->argument == ArgumentKind::kNumber && IsDigitAfterComma();
+    if (parts_.rest.empty() || is_reported) return;
     Add(FindingKind::kHint, texts::SurplusText(parts_.rest), OneWord());
   }
 
@@ -194,7 +194,7 @@ class ArgumentCheck {
       return {};
     std::string words(parts_.line.substr(parts_.name.size() + 1));
     std::replace(words.begin(), words.end(), ' ', '_');
-    return Mended(words);
+    return Corrected(words);
   }
 
   int row_;
@@ -213,8 +213,8 @@ RowMeaning CheckUnknown(int row, const RowParts& parts, std::vector<Finding>& fi
   findings.push_back(
       {row, FindingKind::kError, texts::UnknownCommand(parts.name, proposal.row), proposal.row});
   if (proposal.word == nullptr) return {};
-  std::vector<Finding> of_no_interest;
-  RowMeaning meaning = ArgumentCheck(row, RowParts(proposal.row), of_no_interest).Run();
+  std::vector<Finding> ignored;
+  RowMeaning meaning = ArgumentCheck(row, RowParts(proposal.row), ignored).Run();
   meaning.step.misspelled = true;
   return meaning;
 }

@@ -78,7 +78,7 @@ const SpecialWord* NearestWord(std::string_view name) {
 }
 
 /// The only word that begins with `name`; null for none or several.
-const SpecialWord* OnlyWordThatBegins(std::string_view name) {
+const SpecialWord* OnlyWordStartingWith(std::string_view name) {
   const SpecialWord* found = nullptr;
   for (const SpecialWord& special : kSpecialWords) {
     if (name.size() < 4 || !special.word.starts_with(name)) continue;
@@ -112,9 +112,9 @@ std::optional<WordProposal> WordWithTail(const RowParts& parts, std::string_view
 std::optional<WordProposal> WordAfterSpace(const RowParts& parts) {
   if (parts.name != "$") return std::nullopt;
   const std::string joined = "$" + std::string(base::TrimSpaces(parts.line.substr(1)));
-  const RowParts mended(joined);
-  if (mended.word == nullptr) return std::nullopt;
-  return WordProposal{mended.word, joined};
+  const RowParts corrected(joined);
+  if (corrected.word == nullptr) return std::nullopt;
+  return WordProposal{corrected.word, joined};
 }
 
 }  // namespace
@@ -128,7 +128,7 @@ WordProposal ProposeWord(const RowParts& parts) {
     if (auto proposal = WordWithTail(parts, name)) return *proposal;
     word = NearestWord(name);
   }
-  if (word == nullptr) word = OnlyWordThatBegins(name);
+  if (word == nullptr) word = OnlyWordStartingWith(name);
   if (word == nullptr) return {};
   return {word, WithWord(*word, parts.line.substr(parts.name.size()))};
 }

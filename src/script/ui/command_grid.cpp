@@ -83,11 +83,11 @@ void CommandGrid::Connect() {
 // An editor destroyed later would still pass its text to the list.
 CommandGrid::~CommandGrid() { reset(); }
 
-void CommandGrid::ShowLook(const QFont& font, Color text, const QColor& ground) {
+void CommandGrid::ShowLook(const QFont& font, Color text, const QColor& background) {
   list().SetDefaultTextColor(text);
   setFont(font);
   QPalette colors = palette();
-  colors.setColor(QPalette::Base, ground);
+  colors.setColor(QPalette::Base, background);
   // For the editor of a row; the rows themselves have their own colours.
   colors.setColor(QPalette::Text, base::ToQColor(text));
   setPalette(colors);
@@ -204,7 +204,7 @@ void CommandGrid::duplicateRows() {
   if (!DuplicateRows(list(), rows.first, rows.last)) {
     Q_EMIT ListFull(std::string(texts::kNoRoomForARow));
   } else {
-    MarkRows(rows.last + 1, 2 * rows.last - rows.first + 1);
+    SelectRows(rows.last + 1, 2 * rows.last - rows.first + 1);
   }
 }
 
@@ -220,7 +220,7 @@ void CommandGrid::moveRowsDown() {
 
 void CommandGrid::MoveRowsBy(RowSpan rows, int by) {
   if (!list().InUse() && MoveRows(list(), rows.first, rows.last, by))
-    MarkRows(rows.first + by, rows.last + by);
+    SelectRows(rows.first + by, rows.last + by);
 }
 
 // Dragging a section of the header moves its row in the list instead, together with all selected rows if it
@@ -246,7 +246,7 @@ void CommandGrid::toggleBreakpoint() {
   if (currentIndex().isValid()) list().ToggleBreakpoint(currentIndex().row() + 1);
 }
 
-void CommandGrid::MarkRows(int first, int last) {
+void CommandGrid::SelectRows(int first, int last) {
   setCurrentIndex(model_->IndexOf(first));
   selectionModel()->select(QItemSelection(model_->index(first - 1, 0), model_->IndexOf(last)),
                            QItemSelectionModel::ClearAndSelect);

@@ -20,7 +20,7 @@ class CommandGrid final : public QTableView {
   ~CommandGrid() override;
 
   CommandList& list() const { return model_->list(); }
-  void ShowLook(const QFont& font, Color text, const QColor& ground);
+  void ShowLook(const QFont& font, Color text, const QColor& background);
   struct RowSpan {
     int first = 1;
     int last = 0;
@@ -97,7 +97,7 @@ class CommandGrid final : public QTableView {
   void Connect();
   bool EditByKey(const QKeyEvent* event);
   void GoToChange(int row);
-  void MarkRows(int first, int last);
+  void SelectRows(int first, int last);
   bool IsPastList(int row) const;
   void ShowCurrentRow(int row);
   void MoveCursor(int row);

@@ -77,7 +77,7 @@ ListCheck::ListCheck(CommandGrid* grid, FindingsList* findings, std::function<ch
   connect(findings_, &FindingsList::Closed, this, &ListCheck::End);
 }
 
-void ListCheck::Begin() {
+void ListCheck::Start() {
   live_ = true;
   Check();
   findings_->show();

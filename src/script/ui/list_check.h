@@ -27,7 +27,7 @@ class FindingsList final : public QTreeWidget {
   void keyPressEvent(QKeyEvent* event) override;
 };
 
-/// Checks the command list and shows the findings in its grid. After Begin the list is checked again shortly
+/// Checks the command list and shows the findings in its grid. After Start the list is checked again shortly
 /// after each change, but not while it runs, until FindingsList is closed.
 class ListCheck final : public QObject {
   Q_OBJECT
@@ -37,7 +37,7 @@ class ListCheck final : public QObject {
   ListCheck(CommandGrid* grid, FindingsList* findings, std::function<checker::RunStart()> start);
 
   /// Checks, and goes to the first row with a finding.
-  void Begin();
+  void Start();
   void End();
   /// To be called after a run, which changes the state that the next one starts in.
   void CheckAgain();

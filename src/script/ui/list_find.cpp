@@ -14,12 +14,12 @@ void ListFind::Search(std::shared_ptr<const pane::Matcher> matcher) {
   if (matcher_ == nullptr) origin_ = grid_->currentIndex().row() + 1;
   matcher_ = std::move(matcher);
   current_.reset();
-  Look();
+  UpdateHits();
   if (!hits_.empty()) GoTo(FirstFrom(origin_, 0) % hits_.size());
   Q_EMIT StateChanged();
 }
 
-void ListFind::Look() {
+void ListFind::UpdateHits() {
   const CommandList& list = grid_->list();
   revision_ = list.revision();
   hits_.clear();
@@ -36,7 +36,7 @@ void ListFind::Look() {
 
 void ListFind::ListChanged() {
   if (matcher_ == nullptr || revision_ == grid_->list().revision()) return;
-  Look();
+  UpdateHits();
   Q_EMIT StateChanged();
 }
 
@@ -88,7 +88,7 @@ void ListFind::ReplaceCurrent(const QString& with) {
   const std::string& line = grid_->list().Text(hit.row);
   const std::string put = matcher_->Replacement(line, hit.range, with.toStdString());
   grid_->list().SetText(hit.row, line.substr(0, hit.range.begin) + put + line.substr(hit.range.end));
-  Look();
+  UpdateHits();
   if (!hits_.empty()) GoTo(FirstFrom(hit.row, hit.range.begin + put.size()) % hits_.size());
   Q_EMIT StateChanged();
 }
@@ -100,7 +100,7 @@ int ListFind::ReplaceAll(const QString& with) {
   std::vector<std::string> texts = grid_->list().Texts(first, hits_.back().row);
   for (std::string& text : texts) text = pane::ReplaceHits(*matcher_, text, with.toStdString());
   grid_->list().SetTexts(first, texts);
-  Look();
+  UpdateHits();
   Q_EMIT StateChanged();
   return count;
 }

@@ -20,7 +20,7 @@ class ListFind final : public pane::FindTarget {
   void GoToNext() override;
   void GoToPrevious() override;
   pane::FindState State() const override;
-  QString Marked() const override { return {}; }
+  QString SelectedText() const override { return {}; }
   QWidget* Widget() const override { return grid_; }
 
   bool Replaces() const override { return true; }
@@ -37,7 +37,7 @@ class ListFind final : public pane::FindTarget {
     bool operator==(const Hit&) const = default;
   };
 
-  void Look();
+  void UpdateHits();
   void ListChanged();
   void GoTo(std::size_t hit);
   /// The first hit at or after this position; the number of hits if there is none.

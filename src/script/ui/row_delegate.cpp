@@ -24,13 +24,13 @@ namespace {
 
 using Span = base::CharacterSpan;
 
-QString TroubleOf(const QString& text) {
+QString ProblemOf(const QString& text) {
   const std::string bytes = text.toStdString();
   const std::string_view outside = base::OutsideWindows1252(bytes);
   return outside.empty() ? QString() : QString::fromStdString(texts::NotInCodePage(outside));
 }
 
-void MarkOutside(QLineEdit* editor) { base::MarkOutside(editor, TroubleOf(editor->text())); }
+void MarkOutside(QLineEdit* editor) { base::MarkOutside(editor, ProblemOf(editor->text())); }
 
 // Text copied as a whole line includes its line end.
 bool DropLastLineEnd(QLineEdit* editor) {
@@ -55,10 +55,11 @@ void Underline(QPainter* painter, const QRect& rect, const QColor& color) {
 }
 
 // Readable on any background that the user chooses.
-QColor Between(const QColor& ground, const QColor& text) {
+QColor Between(const QColor& background, const QColor& text) {
   constexpr int kBackgroundShare = 3;
   const auto mix = [](int a, int b) { return (kBackgroundShare * a + b) / (kBackgroundShare + 1); };
-  return {mix(ground.red(), text.red()), mix(ground.green(), text.green()), mix(ground.blue(), text.blue())};
+  return {mix(background.red(), text.red()), mix(background.green(), text.green()),
+          mix(background.blue(), text.blue())};
 }
 
 bool HasFocus(const QWidget* view) {
@@ -187,7 +188,7 @@ QWidget* RowDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& 
   if (model != nullptr) AddCompletion(editor, model->list());
   // Queued, so that an input method that inserted the text sets its own formats first.
   connect(
-      editor, &QLineEdit::textChanged, editor, [this, editor] { LookAt(editor); }, Qt::QueuedConnection);
+      editor, &QLineEdit::textChanged, editor, [this, editor] { UpdateLook(editor); }, Qt::QueuedConnection);
   return editor;
 }
 
@@ -224,7 +225,7 @@ void RowDelegate::AddCompletion(QLineEdit* editor, const CommandList& list) cons
   });
 }
 
-void RowDelegate::LookAt(QLineEdit* editor) const {
+void RowDelegate::UpdateLook(QLineEdit* editor) const {
   if (DropLastLineEnd(editor)) return;
   MarkOutside(editor);
   if (HasSeveralLines(editor->text())) Q_EMIT SeveralLines();
@@ -238,7 +239,7 @@ bool RowDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QS
   const bool marked = index.column() == CommandListModel::kMarkerColumn && !text.isEmpty();
   const bool failed =
       !index.siblingAtColumn(CommandListModel::kMarkerColumn).data(Qt::ToolTipRole).toString().isEmpty();
-  const bool wanted = cut || marked || failed || !TroubleOf(index.data().toString()).isEmpty() ||
+  const bool wanted = cut || marked || failed || !ProblemOf(index.data().toString()).isEmpty() ||
                       index.data(CommandListModel::kFindingRole).toInt() != 0;
   // A command may look like a tag.
   const QString lines = text.toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>"));

@@ -44,7 +44,7 @@ class RowDelegate final : public QStyledItemDelegate {
   void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
 
  private:
-  void LookAt(QLineEdit* editor) const;
+  void UpdateLook(QLineEdit* editor) const;
   void AddCompletion(QLineEdit* editor, const CommandList& list) const;
   void PaintHits(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const;
 

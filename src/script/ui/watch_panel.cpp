@@ -6,7 +6,7 @@
 namespace kolvane::script {
 namespace {
 
-constexpr int kRowsInSight = 9;
+constexpr int kVisibleRows = 9;
 
 QTreeWidgetItem* MakeItem(const WatchItem& from) {
   auto* item = new QTreeWidgetItem({QString::fromStdString(from.name), QString::fromStdString(from.value)});
@@ -22,7 +22,7 @@ WatchPanel::WatchPanel(QWidget* parent) : QTreeWidget(parent) {
   setToolTip(QStringLiteral("Zustand des angehaltenen Ablaufs; Esc schließt ihn"));
   setHeaderLabels({QStringLiteral("Name"), QStringLiteral("Wert")});
   header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
-  setFixedHeight(header()->sizeHint().height() + kRowsInSight * (fontMetrics().height() + 4));
+  setFixedHeight(header()->sizeHint().height() + kVisibleRows * (fontMetrics().height() + 4));
   hide();
 }
 

@@ -13,7 +13,7 @@ namespace kolvane::values {
 namespace {
 
 constexpr int kCurveRowMargin = 4;
-constexpr int kRowsWanted = 5;
+constexpr int kPreferredRows = 5;
 constexpr int kCurveCellMargin = 10;
 constexpr int kNameWidth = 24;  // characters
 
@@ -83,7 +83,7 @@ void CurvesPanel::FitColumns() {
 }
 
 QSize CurvesPanel::sizeHint() const {
-  const int rows = kRowsWanted * (fontMetrics().height() + kCurveRowMargin);
+  const int rows = kPreferredRows * (fontMetrics().height() + kCurveRowMargin);
   return {600, rows + table_->horizontalHeader()->sizeHint().height() + scope_->sizeHint().height()};
 }
 

@@ -12,7 +12,7 @@ namespace {
 
 constexpr double kRadius = 4;
 constexpr double kSwatch = 8;
-constexpr std::size_t kMostLines = 12;
+constexpr std::size_t kMaxLines = 12;
 constexpr int kReadingDigits = 9;
 constexpr double kLongestName = 200;
 
@@ -110,11 +110,11 @@ void PaintMarks(QPainter& painter, const QRectF& area, const PlotScene& scene,
   painter.setRenderHint(QPainter::Antialiasing);
   for (const Reading& reading : readings) {
     if (!scene.x.Holds(reading.x) || !scene.y.Holds(reading.y)) continue;
-    const QPointF place(area.left() + scene.x.FractionOf(reading.x) * area.width(),
+    const QPointF pixel(area.left() + scene.x.FractionOf(reading.x) * area.width(),
                         area.bottom() - scene.y.FractionOf(reading.y) * area.height());
     painter.setPen(QPen(background, 1.5));
     painter.setBrush(reading.curve->color);
-    painter.drawEllipse(place, kRadius, kRadius);
+    painter.drawEllipse(pixel, kRadius, kRadius);
   }
   painter.setRenderHint(QPainter::Antialiasing, false);
 }
@@ -151,7 +151,7 @@ void PaintReadings(QPainter& painter, const QRectF& area, const PlotScene& scene
   PaintMarks(painter, area, scene, readings, style.background);
   painter.setFont(style.font);
   ReadingBox(scene, style, painter)
-      .Paint(painter, area, std::span(readings).first(std::min(kMostLines, readings.size())),
+      .Paint(painter, area, std::span(readings).first(std::min(kMaxLines, readings.size())),
              Head(scene, NearestRow(readings, x)), at);
 }
 

@@ -70,10 +70,10 @@ constexpr double kTickLength = 4;
 constexpr double kLegendSwatch = 14;
 constexpr double kLongestLegendName = 240;
 constexpr int kLegendLines = 2;
-constexpr int kMostTicks = 12;
+constexpr int kMaxTicks = 12;
 constexpr double kLineWidth = 1.5;
 constexpr double kMarkRadius = 2.5;
-constexpr double kLeastArea = 20;
+constexpr double kMinArea = 20;
 constexpr double kUnitsPerMark = 7;  // each value gets a mark if they are at least this far apart
 constexpr double kPaperColumnsPerUnit = 2;
 constexpr double kFar = 1e5;  // positions farther out make no difference
@@ -115,14 +115,14 @@ void PlotPainter::LayOutLegend() {
 void PlotPainter::LayOutAxes() {
   const double top = legend_bottom_ + kPlotGap + metrics_.height() / 2;
   const double bottom = bounds_.bottom() - kPlotGap - 2 * metrics_.lineSpacing() - kTickLength;
-  const double height = std::max(kLeastArea, bottom - top);
-  const int most_y = static_cast<int>(height / (metrics_.height() * 2.2));
-  y_ticks_ = NumberTicks(scene_.y, std::clamp(most_y, 2, kMostTicks), scene_.decimal_sign);
+  const double height = std::max(kMinArea, bottom - top);
+  const int max_y = static_cast<int>(height / (metrics_.height() * 2.2));
+  y_ticks_ = NumberTicks(scene_.y, std::clamp(max_y, 2, kMaxTicks), scene_.decimal_sign);
   // In steps, so that the area does not move with each new label.
   const double step = metrics_.horizontalAdvance(QStringLiteral("00"));
   const double labels = std::ceil(WidestLabel(y_ticks_, metrics_) / step) * step;
   const double left = std::round(bounds_.left() + 2 * kPlotGap + labels + kTickLength);
-  const double width = std::max(kLeastArea, bounds_.right() - 3 * kPlotGap - left);
+  const double width = std::max(kMinArea, bounds_.right() - 3 * kPlotGap - left);
   area_ = QRectF(left, std::round(top), std::round(width), std::round(height));
   LayOutXTicks();
 }
@@ -130,9 +130,9 @@ void PlotPainter::LayOutAxes() {
 // As many ticks as there is room for their labels.
 void PlotPainter::LayOutXTicks() {
   const bool is_time = scene_.rows.axis() == Axis::kTime;
-  for (int most = kMostTicks; most >= 2; --most) {
-    x_ticks_ = is_time ? TimeTicks(scene_.x, most, scene_.decimal_sign)
-                       : NumberTicks(scene_.x, most, scene_.decimal_sign);
+  for (int maximum = kMaxTicks; maximum >= 2; --maximum) {
+    x_ticks_ = is_time ? TimeTicks(scene_.x, maximum, scene_.decimal_sign)
+                       : NumberTicks(scene_.x, maximum, scene_.decimal_sign);
     const double needed =
         (WidestLabel(x_ticks_, metrics_) + 3 * kPlotGap) * static_cast<double>(x_ticks_.size());
     if (needed <= area_.width()) break;
@@ -270,12 +270,12 @@ void PlotPainter::PaintCurves(QPainter& painter) const {
 QPainterPath PlotPainter::PathOf(const Curve& curve) const {
   QPainterPath path;
   QPolygonF points;
-  for (const CurvePoint& point : curve.points) points << Place(point);
+  for (const CurvePoint& point : curve.points) points << PixelOf(point);
   if (points.size() == 1) points << points[0];
   path.addPolygon(points);
   for (const CurveLine& line : curve.lines) {
-    path.moveTo(Place(line.from));
-    path.lineTo(Place(line.to));
+    path.moveTo(PixelOf(line.from));
+    path.lineTo(PixelOf(line.to));
   }
   for (const CurveColumn& column : curve.columns) {
     const double x = area_.left() + (column.column + 0.5) / kPaperColumnsPerUnit;
@@ -287,11 +287,11 @@ QPainterPath PlotPainter::PathOf(const Curve& curve) const {
 
 bool PlotPainter::HasMarks() const {
   const auto [first, last] = scene_.rows.Within(scene_.x);
-  const auto most = static_cast<std::size_t>(area_.width() / kUnitsPerMark);
+  const auto maximum = static_cast<std::size_t>(area_.width() / kUnitsPerMark);
   std::size_t count = 0;
   for (const PlotCurve& curve : scene_.curves)
     count = std::max(count, curve.series->CountBefore(last) - curve.series->CountBefore(first));
-  return count <= most;
+  return count <= maximum;
 }
 
 void PlotPainter::PaintMarks(QPainter& painter) const {
@@ -306,7 +306,7 @@ void PlotPainter::PaintMarks(QPainter& painter) const {
     painter.setBrush(curve.color);
     for (const CurvePoint& point : CurveOf(*curve.series, columns).points) {
       if (scene_.x.Holds(point.x) && scene_.y.Holds(point.y))
-        painter.drawEllipse(Place(point), kMarkRadius, kMarkRadius);
+        painter.drawEllipse(PixelOf(point), kMarkRadius, kMarkRadius);
     }
   }
   painter.restore();

@@ -93,7 +93,7 @@ class PlotPainter {
   QString AxisTitle() const;
   bool HasMarks() const;
   PlotColumns ColumnsOf(int count) const { return {scene_.rows, scene_.x, count}; }
-  QPointF Place(const CurvePoint& point) const { return {XOf(point.x), YOf(point.y)}; }
+  QPointF PixelOf(const CurvePoint& point) const { return {XOf(point.x), YOf(point.y)}; }
   double XOf(double x) const { return area_.left() + scene_.x.FractionOf(x) * area_.width(); }
   double YOf(double y) const;
 

@@ -203,7 +203,7 @@ void ValuesOutput::SaveCsv(const std::string& name, CsvForm form, std::size_t ro
   auto* job = new CsvJob(store_, std::min(rows, store_.rows()), form, window_);
   connect(job, &CsvJob::Ended, this, [this, job, name](int error) {
     job->deleteLater();
-    if (error != 0 && error != ECANCELED) Tell(name, error);
+    if (error != 0 && error != ECANCELED) ReportError(name, error);
   });
   job->Start(name);
 }
@@ -212,10 +212,10 @@ void ValuesOutput::SavePicture(const std::string& name, SaveForm form) {
   const QByteArray bytes = PictureFile(plot_.Scene(false), plot_.font(), plot_.size(), PictureFormOf(form));
   const std::string_view whole(bytes.constData(), static_cast<std::size_t>(bytes.size()));
   const int error = whole.empty() ? ENOMEM : base::ReplaceFile(name, whole);
-  if (error != 0) Tell(name, error);
+  if (error != 0) ReportError(name, error);
 }
 
-void ValuesOutput::Tell(const std::string& name, int error) {
+void ValuesOutput::ReportError(const std::string& name, int error) {
   prompt_.ShowError(texts::NotWritten(name, error));
 }
 

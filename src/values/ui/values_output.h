@@ -68,7 +68,7 @@ class ValuesOutput final : public QObject {
   void SavePicture(const std::string& name, SaveForm form);
   void PrintToFile();
   void PrintOnPrinter();
-  void Tell(const std::string& name, int error);
+  void ReportError(const std::string& name, int error);
 
   const Store& store_;
   base::Prompt& prompt_;

@@ -75,13 +75,13 @@ RowRange ValuesPlot::VisibleRows() const {
 }
 
 void ValuesPlot::Changed() {
-  SuitY();
+  FitY();
   stale_ = true;
   update();
   Q_EMIT ViewChanged();
 }
 
-void ValuesPlot::SuitY() {
+void ValuesPlot::FitY() {
   if (!view_.auto_y()) return;
   const RowRange rows = VisibleRows();
   Extent extent;
@@ -90,7 +90,7 @@ void ValuesPlot::SuitY() {
     const Series& series = store_.series(number);
     extent.Merge(series.values().ExtentOf(series.CountBefore(rows.first), series.CountBefore(rows.last)));
   }
-  view_.SuitY(extent);
+  view_.FitY(extent);
 }
 
 PlotScene ValuesPlot::Scene(bool on_dark) const {

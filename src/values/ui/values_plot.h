@@ -78,23 +78,23 @@ class ValuesPlot final : public QWidget {
   };
 
   void Changed();
-  void SuitY();
+  void FitY();
   void Render();
   void PaintDrag(QPainter& painter) const;
   void PaintCursor(QPainter& painter);
 
   Tool ToolFor(const QMouseEvent& event) const;
-  QPointF FractionsAt(QPointF place);
+  QPointF FractionsAt(QPointF pixel);
   void EndDrag();
   void SelectBetween(double x1, double x2);
-  void SetReadingPlace(std::optional<double> x);
+  void SetReadingPosition(std::optional<double> x);
 
   bool MoveByKey(const QKeyEvent& event);
   bool ZoomByKey(const QKeyEvent& event);
   bool ReadByKey(const QKeyEvent& event);
   std::optional<std::size_t> RowWithValue(std::size_t from, bool forward) const;
   std::size_t RowNear(double x) const;
-  void BringIntoSight(double x);
+  void EnsureVisible(double x);
 
   const Store& store_;
   const CurveList& curves_;

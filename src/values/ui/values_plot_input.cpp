@@ -33,9 +33,9 @@ ValuesPlot::Tool ValuesPlot::ToolFor(const QMouseEvent& event) const {
 }
 
 // The position as fractions of the area, from its lower left corner.
-QPointF ValuesPlot::FractionsAt(QPointF place) {
+QPointF ValuesPlot::FractionsAt(QPointF pixel) {
   const QRectF area = Area();
-  return {(place.x() - area.left()) / area.width(), (area.bottom() - place.y()) / area.height()};
+  return {(pixel.x() - area.left()) / area.width(), (area.bottom() - pixel.y()) / area.height()};
 }
 
 void ValuesPlot::mousePressEvent(QMouseEvent* event) {
@@ -48,7 +48,7 @@ void ValuesPlot::mousePressEvent(QMouseEvent* event) {
 void ValuesPlot::mouseMoveEvent(QMouseEvent* event) {
   const QPointF at = FractionsAt(event->position());
   const bool within = at.x() >= 0 && at.x() <= 1 && at.y() >= 0 && at.y() <= 1;
-  SetReadingPlace(within ? std::optional(view_.x().At(at.x())) : std::nullopt);
+  SetReadingPosition(within ? std::optional(view_.x().At(at.x())) : std::nullopt);
   if (!drag_) return;
   drag_->to = event->position();
   if (drag_->tool != Tool::kPan) return update();
@@ -87,7 +87,7 @@ void ValuesPlot::mouseDoubleClickEvent(QMouseEvent* event) {
   if (event->button() == Qt::LeftButton) ShowAll();
 }
 
-void ValuesPlot::leaveEvent(QEvent*) { SetReadingPlace(std::nullopt); }
+void ValuesPlot::leaveEvent(QEvent*) { SetReadingPosition(std::nullopt); }
 
 // To the left of the area the wheel zooms the y axis.
 void ValuesPlot::wheelEvent(QWheelEvent* event) {
@@ -111,7 +111,7 @@ void ValuesPlot::SelectBetween(double x1, double x2) {
   Q_EMIT RowsSelected(first, std::max(first, last));
 }
 
-void ValuesPlot::SetReadingPlace(std::optional<double> x) {
+void ValuesPlot::SetReadingPosition(std::optional<double> x) {
   if (x == cursor_) return;
   cursor_ = x;
   update();
@@ -125,7 +125,7 @@ void ValuesPlot::keyPressEvent(QKeyEvent* event) {
     drag_.reset();
     anchor_.reset();
     SetTool(tool_);
-    SetReadingPlace(std::nullopt);
+    SetReadingPosition(std::nullopt);
     if (!dragged) Q_EMIT RowsSelected(0, 0);
     return ShowRows(rows_);
   }
@@ -183,8 +183,8 @@ bool ValuesPlot::ReadByKey(const QKeyEvent& event) {
   const double x = Rows().XOf(*next);
   if (!HasShift(event)) anchor_.reset();
   if (HasShift(event) && !anchor_) anchor_ = starts ? x : *cursor_;
-  BringIntoSight(x);
-  SetReadingPlace(x);
+  EnsureVisible(x);
+  SetReadingPosition(x);
   setAccessibleDescription(ReadingLines(Scene(false), x).join(QStringLiteral(", ")));
   if (anchor_) SelectBetween(*anchor_, x);
   return true;
@@ -211,7 +211,7 @@ std::optional<std::size_t> ValuesPlot::RowWithValue(std::size_t from, bool forwa
   return best;
 }
 
-void ValuesPlot::BringIntoSight(double x) {
+void ValuesPlot::EnsureVisible(double x) {
   if (view_.x().Holds(x)) return;
   view_.PanX((x - view_.x().At(0.5)) / view_.x().width());
   Changed();

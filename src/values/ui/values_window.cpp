@@ -24,7 +24,7 @@ namespace {
 constexpr int kFrameMs = 33;
 constexpr QSize kFirstSize(1040, 660);
 constexpr int kTableWidth = 380;
-constexpr std::size_t kMostRowsCopied = 1 << 20;  // as many as a spreadsheet takes
+constexpr std::size_t kMaxRowsCopied = 1 << 20;  // as many as a spreadsheet takes
 
 }  // namespace
 
@@ -173,7 +173,7 @@ void ValuesWindow::UpdateStatistics() {
 void ValuesWindow::Copy() {
   const RowRanges selected = Before(selection_, shown_);
   const RowRanges rows = selected.empty() ? Ordered({{0, shown_}}) : selected;
-  if (CountOf(rows) > kMostRowsCopied) return context_.prompt.ShowError(texts::kTooManyRows);
+  if (CountOf(rows) > kMaxRowsCopied) return context_.prompt.ShowError(texts::kTooManyRows);
   try {
     auto copied = std::make_unique<QMimeData>();
     copied->setText(model_->Text(rows));
