@@ -91,6 +91,12 @@ std::string_view TrimSpaces(std::string_view text) {
   return text.substr(std::min(text.find_first_not_of(' '), text.size()));
 }
 
+std::string_view TrimWhiteSpace(std::string_view text) {
+  constexpr std::string_view kWhiteSpace = " \t\r\n";
+  text.remove_prefix(std::min(text.find_first_not_of(kWhiteSpace), text.size()));
+  return text.substr(0, text.find_last_not_of(kWhiteSpace) + 1);
+}
+
 bool IsQuery(std::string_view command) {
   char quote = 0;
   for (const char c : command) {

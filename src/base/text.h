@@ -19,6 +19,9 @@ constexpr char UpperAscii(char c) { return c >= 'a' && c <= 'z' ? static_cast<ch
 /// `text` without the spaces (character 32 only) at both ends.
 std::string_view TrimSpaces(std::string_view text);
 
+/// `text` without the spaces, tabs, CR and LF at both ends.
+std::string_view TrimWhiteSpace(std::string_view text);
+
 /// `text` without trailing spaces; fast even for thousands of them.
 std::string_view TrimSpacesRight(std::string_view text);
 

@@ -3,24 +3,17 @@
 #include <algorithm>
 #include <functional>
 
+#include "base/text.h"
 #include "component/ini_value.h"
 
 namespace kolvane::component {
-namespace {
-
-std::string_view Trim(std::string_view text) {
-  text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
-  return text.substr(0, text.find_last_not_of(" \t") + 1);
-}
-
-}  // namespace
 
 bool IniLines::Next(IniLine& line) {
   if (at_ >= bytes_.size()) return false;
   std::size_t end = at_;
   while (end < bytes_.size() && bytes_[end] != '\n' && bytes_[end] != '\r') ++end;
   line = {.begin = at_, .next = After(end), .section = section_, .key = {}, .value = {}};
-  ParseLine(Trim(bytes_.substr(at_, end - at_)), line);
+  ParseLine(base::TrimWhiteSpace(bytes_.substr(at_, end - at_)), line);
   at_ = line.next;
   return true;
 }
@@ -33,10 +26,10 @@ std::size_t IniLines::After(std::size_t end) const {
 void IniLines::ParseLine(std::string_view text, IniLine& line) {
   if (text.starts_with('[')) {
     text.remove_prefix(1);
-    line.section = section_ = Trim(text.substr(0, text.find(']')));
+    line.section = section_ = base::TrimWhiteSpace(text.substr(0, text.find(']')));
     line.is_section = true;
   } else if (const std::size_t equals = text.find('='); !text.starts_with(';') && equals != text.npos) {
-    line.key = Trim(text.substr(0, equals));
+    line.key = base::TrimWhiteSpace(text.substr(0, equals));
     line.value = text.substr(equals + 1);
   }
 }

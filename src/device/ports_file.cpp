@@ -29,16 +29,9 @@ int ReadPorts(const fs::path& file, std::string& text) {
   return error == ENOENT ? 0 : error;
 }
 
-std::string_view Trimmed(std::string_view text) {
-  constexpr std::string_view kSpace = " \t\r\n";
-  const std::size_t begin = text.find_first_not_of(kSpace);
-  if (begin == text.npos) return {};
-  return text.substr(begin, text.find_last_not_of(kSpace) + 1 - begin);
-}
-
 bool HasKey(std::string_view line, std::string_view name) {
   const std::size_t equals = line.find('=');
-  return equals != line.npos && base::EqualsNoCase(Trimmed(line.substr(0, equals)), name);
+  return equals != line.npos && base::EqualsNoCase(base::TrimWhiteSpace(line.substr(0, equals)), name);
 }
 
 std::string_view TakeWholeLine(std::string_view& text) {
@@ -80,7 +73,7 @@ std::string WithPortSetting(std::string_view text, std::string_view name, std::s
   bool found = false;
   while (!text.empty()) {
     const std::string_view line = TakeWholeLine(text);
-    const std::string_view content = Trimmed(line);
+    const std::string_view content = base::TrimWhiteSpace(line);
     if (content.starts_with('[')) in_section = base::EqualsNoCase(content, kSection);
     const bool is_key = in_section && HasKey(content, name);
     if (!is_key) out += line;

@@ -18,13 +18,6 @@ namespace {
 
 constexpr std::size_t kReadLimit = std::size_t{64} << 10;
 
-std::string_view Trim(std::string_view text) {
-  constexpr std::string_view kSpaces = " \t";
-  const std::size_t first = text.find_first_not_of(kSpaces);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(kSpaces) - first + 1);
-}
-
 std::string_view Unquote(std::string_view value) {
   const bool quoted = value.size() >= 2 && value.front() == '"' && value.back() == '"';
   return quoted ? value.substr(1, value.size() - 2) : value;
@@ -51,12 +44,13 @@ std::string_view FindPort(std::string_view text, std::string_view key) {
   std::string_view found;
   bool in_section = false;
   while (!text.empty()) {
-    const std::string_view line = Trim(base::TakeLine(text));
+    const std::string_view line = base::TrimWhiteSpace(base::TakeLine(text));
     if (line.starts_with('[')) in_section = base::EqualsNoCase(line, "[PORTS]");
     const std::size_t sign = line.find('=');
     if (!in_section || sign == std::string_view::npos) continue;
-    const std::string_view value = Unquote(Trim(line.substr(sign + 1)));
-    if (base::EqualsNoCase(Trim(line.substr(0, sign)), key) && !HasControlCharacter(value)) found = value;
+    const std::string_view value = Unquote(base::TrimWhiteSpace(line.substr(sign + 1)));
+    if (base::EqualsNoCase(base::TrimWhiteSpace(line.substr(0, sign)), key) && !HasControlCharacter(value))
+      found = value;
   }
   return found;
 }

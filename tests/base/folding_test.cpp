@@ -27,6 +27,12 @@ TEST(Folding, TrimsOnlySpaces) {
   EXPECT_EQ(TrimSpaces(""), "");
 }
 
+TEST(Folding, TrimsWhiteSpaceWithTabsAndLineEnds) {
+  EXPECT_EQ(TrimWhiteSpace("\t \r\n a\t b \r\n\t"), "a\t b");
+  EXPECT_EQ(TrimWhiteSpace(" \t\r\n"), "");
+  EXPECT_EQ(TrimWhiteSpace(""), "");
+}
+
 TEST(Folding, TrimsLongRunsOfSpacesAtEveryOffset) {
   for (std::size_t used : {0u, 1u, 511u, 512u, 513u, 1024u, 15999u, 16000u}) {
     std::string text(16000, ' ');
