@@ -27,6 +27,10 @@ inline std::string FromDevice(std::string_view bytes, bool utf8) {
 std::optional<std::size_t> FirstOutsideWindows1252(std::string_view text);
 /// That character itself; empty if there is none.
 std::string_view OutsideWindows1252(std::string_view text);
+/// The first character that a device in UTF-8 or Windows-1252 cannot be sent; empty if there is none.
+inline std::string_view UnsendableCharacter(std::string_view text, bool utf8) {
+  return utf8 ? std::string_view() : OutsideWindows1252(text);
+}
 
 /// UTF-8 as RFC 3629 defines it: no overlong form, no surrogates, nothing past U+10FFFF.
 

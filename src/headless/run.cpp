@@ -163,10 +163,9 @@ class CommandSender {
  private:
   // The device would receive a different command; as in a list, that ends the run.
   bool IsSendable(std::string_view command) {
-    if (terminal_.options().Utf8) return true;
-    const std::string_view outside = base::OutsideWindows1252(command);
-    if (!outside.empty()) terminal_.messages().ShowError(terminal::texts::NotSendable(outside));
-    refused_ = !outside.empty();
+    const std::string_view character = base::UnsendableCharacter(command, terminal_.options().Utf8);
+    if (!character.empty()) terminal_.messages().ShowError(terminal::texts::NotSendable(character));
+    refused_ = !character.empty();
     return !refused_;
   }
 

@@ -168,14 +168,13 @@ bool Runner::ExecuteLine() {
 
 // The device would receive another command: "MEAS:RES 5 Ω" would arrive as a query.
 bool Runner::SendLine() {
-  const std::string_view outside =
-      interpreter_.UsesUtf8() ? std::string_view() : base::OutsideWindows1252(line_);
-  if (outside.empty()) {
+  const std::string_view character = base::UnsendableCharacter(line_, interpreter_.UsesUtf8());
+  if (character.empty()) {
     outcome_.exchange_failed |= links_.exchange.Run(line_, terminal::Sender::kList).Failed();
   } else {
-    errors_.Report(terminal::texts::NotSendable(outside));
+    errors_.Report(terminal::texts::NotSendable(character));
   }
-  return outside.empty();
+  return character.empty();
 }
 
 bool Runner::LineEndsCondition() const { return base::EqualsNoCase(line_, kEndIf); }

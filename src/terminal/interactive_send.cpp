@@ -47,17 +47,12 @@ class Mark {
   bool& flag_;
 };
 
-void RequireCodePage(std::string_view text) {
-  const std::string_view outside = base::OutsideWindows1252(text);
-  if (!outside.empty())
-    throw base::RuntimeError(base::RuntimeError::Kind::kInvalidArgument, texts::NotSendable(outside));
-}
-
 }  // namespace
 
 void CommandLines::Send(std::string_view text, const std::function<void()>& between) {
   if (sending_) return;
-  if (utf8_ == nullptr || !*utf8_) RequireCodePage(text);
+  if (const auto character = base::UnsendableCharacter(text, utf8_ != nullptr && *utf8_); !character.empty())
+    throw base::RuntimeError(base::RuntimeError::Kind::kInvalidArgument, texts::NotSendable(character));
   const Mark sending(sending_);
   stopped_ = false;
   while (!text.empty() && !stopped_) {

@@ -41,6 +41,12 @@ TEST(CodePage, NamesTheCharacterThatHasNoByte) {
   EXPECT_EQ(OutsideWindows1252("5 µ"), "");
 }
 
+TEST(CodePage, AnyCharacterCanBeSentInUtf8) {
+  EXPECT_EQ(UnsendableCharacter("5 Ω oder 5 →", false), "Ω");
+  EXPECT_EQ(UnsendableCharacter("5 µ", false), "");
+  EXPECT_EQ(UnsendableCharacter("5 Ω oder 5 →", true), "");
+}
+
 TEST(CodePage, EveryByteIsACharacterOfIt) {
   for (int byte = 0; byte < 256; ++byte) {
     const char c = static_cast<char>(byte);
