@@ -19,18 +19,18 @@ constexpr qsizetype kPaletteSize = 256;
 QImage WithPalette(const QImage& image) {
   const QImage plain = image.convertToFormat(QImage::Format_RGB32);
   QImage out(plain.size(), QImage::Format_Indexed8);
-  QHash<QRgb, qsizetype> places;
+  QHash<QRgb, qsizetype> indexes;
   QList<QRgb> palette;
   for (int y = 0; y < plain.height(); ++y) {
     const auto* from = reinterpret_cast<const QRgb*>(plain.constScanLine(y));
     uchar* to = out.scanLine(y);
     for (int x = 0; x < plain.width(); ++x) {
-      if (!places.contains(from[x])) {
+      if (!indexes.contains(from[x])) {
         if (palette.size() == kPaletteSize) return plain;
-        places[from[x]] = palette.size();
+        indexes[from[x]] = palette.size();
         palette.append(from[x]);
       }
-      to[x] = static_cast<uchar>(places[from[x]]);
+      to[x] = static_cast<uchar>(indexes[from[x]]);
     }
   }
   out.setColorTable(palette);

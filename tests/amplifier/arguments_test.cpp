@@ -16,7 +16,7 @@ TEST(Arguments, AreSplitAtCommasAndTrimmed) {
   EXPECT_EQ(arguments.whole(), " 1 , two words,,3 ");
 }
 
-TEST(Arguments, SpacesAloneAreNoArgument) {
+TEST(Arguments, OnlySpacesAreNoArgument) {
   EXPECT_EQ(Arguments("").size(), 0u);
   EXPECT_EQ(Arguments("   ").size(), 0u);
   EXPECT_EQ(Arguments(",").size(), 2u);

@@ -7,7 +7,7 @@
 namespace kolvane::base {
 namespace {
 
-std::filesystem::path Folder() { return UserFolder("KOLVANE_TEST_HOME", ".some/place"); }
+std::filesystem::path Folder() { return UserFolder("KOLVANE_TEST_HOME", ".some/folder"); }
 
 class UserFolderTest : public testing::Test {
  protected:
@@ -25,14 +25,14 @@ class UserFolderTest : public testing::Test {
 };
 
 TEST_F(UserFolderTest, IsInTheNamedFolderElseInTheHome) {
-  EXPECT_EQ(Folder(), "/home/anna/.some/place/Kolvane");
+  EXPECT_EQ(Folder(), "/home/anna/.some/folder/Kolvane");
   setenv("KOLVANE_TEST_HOME", "/data", 1);
   EXPECT_EQ(Folder(), "/data/Kolvane");
 }
 
 TEST_F(UserFolderTest, IsNeverRelative) {
   setenv("KOLVANE_TEST_HOME", "data", 1);
-  EXPECT_EQ(Folder(), "/home/anna/.some/place/Kolvane");
+  EXPECT_EQ(Folder(), "/home/anna/.some/folder/Kolvane");
   setenv("HOME", "anna", 1);
   EXPECT_EQ(Folder(), "");
   unsetenv("HOME");

@@ -75,8 +75,8 @@ TEST_F(CloseTest, AfterARequestFailuresGoToStandardError) {
   });
   testing::internal::CaptureStderr();
   terminal_.OpenTerminal(1, 0);
-  const std::string said = testing::internal::GetCapturedStderr();
-  EXPECT_TRUE(said.ends_with("kolvane: Fehler beim Verbindungsaufbau: Gerät aus (-901)\n")) << said;
+  const std::string err = testing::internal::GetCapturedStderr();
+  EXPECT_TRUE(err.ends_with("kolvane: Fehler beim Verbindungsaufbau: Gerät aus (-901)\n")) << err;
   EXPECT_EQ(boxes.texts(), QStringList{});
   ExpectUnloaded();
 }

@@ -130,7 +130,7 @@ TEST_F(HostParametersTest, ConvertsTheSingleDevicesAddress) {
 }
 
 TEST_F(HostParametersTest, ReportsWhichValuesTheHostGives) {
-  const auto said = [this](std::int16_t oper_mode, std::int16_t kind) {
+  const auto parts_read = [this](std::int16_t oper_mode, std::int16_t kind) {
     state_.OperMode = oper_mode;
     host_->script.properties[2] = host_->kind = kind;
     host_->address = "5";
@@ -139,17 +139,17 @@ TEST_F(HostParametersTest, ReportsWhichValuesTheHostGives) {
            (parts.parity ? "parity " : "") + (parts.address ? "address" : "") +
            (parts.ip_address ? "ip" : "") + (parts.usb_address ? "usb" : "");
   };
-  EXPECT_EQ(said(0, 1), "kind baud parity address");
+  EXPECT_EQ(parts_read(0, 1), "kind baud parity address");
   EXPECT_EQ(parameters_.port_option, 0);
-  EXPECT_EQ(said(0, 100), "kind baud parity ip");
+  EXPECT_EQ(parts_read(0, 100), "kind baud parity ip");
   EXPECT_EQ(parameters_.port_option, 8);
-  EXPECT_EQ(said(1, 200), "kind usb");
+  EXPECT_EQ(parts_read(1, 200), "kind usb");
   EXPECT_EQ(parameters_.port_option, 9);
-  EXPECT_EQ(said(1, 77), "address");
+  EXPECT_EQ(parts_read(1, 77), "address");
   EXPECT_EQ(parameters_.port_option, 9);
   host_->script.properties[3] = 115200;
-  EXPECT_EQ(said(0, 488), "kind parity address");
-  EXPECT_EQ(said(2, 488), "");
+  EXPECT_EQ(parts_read(0, 488), "kind parity address");
+  EXPECT_EQ(parts_read(2, 488), "");
 }
 
 TEST_F(HostParametersTest, AsksNothingInOtherModes) {

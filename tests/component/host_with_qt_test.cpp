@@ -333,10 +333,10 @@ TEST_F(HostTest, SettingsThatCannotBeSavedAreALineOnStandardError) {
   testing::internal::CaptureStderr();
   Open(1, [](QMainWindow&) {});
   // The platform also prints lines.
-  const std::string said = testing::internal::GetCapturedStderr();
-  EXPECT_TRUE(said.ends_with("kolvane: Die Einstellungen können nicht in der Datei „" + SettingsFile() +
-                             "“ gespeichert werden: Der Name bezeichnet einen Ordner\n"))
-      << said;
+  const std::string err = testing::internal::GetCapturedStderr();
+  EXPECT_TRUE(err.ends_with("kolvane: Die Einstellungen können nicht in der Datei „" + SettingsFile() +
+                            "“ gespeichert werden: Der Name bezeichnet einen Ordner\n"))
+      << err;
   EXPECT_TRUE(terminal_.CanUnload().ToBool());
 }
 

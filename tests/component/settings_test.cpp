@@ -122,15 +122,15 @@ TEST_F(SettingsTest, KeepsTheValuesOfAHostsConnection) {
   const auto before = store_.values;
   connection_.ip_address = "10.0.0.9";
   connection_.parity = 2;
-  HostParts said;
-  EXPECT_FALSE(SaveSettings(store_, Target(), &said));
+  HostParts parts;
+  EXPECT_FALSE(SaveSettings(store_, Target(), &parts));
   for (const auto& [key, value] : before) EXPECT_EQ(store_.values[key], value) << key;
   EXPECT_EQ(store_.values["PORT/PARITY"], "1") << "the default if nothing is stored";
   EXPECT_EQ(store_.values["PORT/IPADDRESS"], "");
   EXPECT_EQ(store_.values.size(), 31u);
-  said = {
+  parts = {
       .kind = true, .baud = true, .parity = true, .address = true, .ip_address = true, .usb_address = true};
-  EXPECT_FALSE(SaveSettings(store_, Target(), &said));
+  EXPECT_FALSE(SaveSettings(store_, Target(), &parts));
   EXPECT_EQ(store_.values["PORT/PORT"], "4");
   EXPECT_EQ(store_.values["PORT/ADDRESS"], "4");
   EXPECT_EQ(store_.values["PORT/BAUD"], "0");

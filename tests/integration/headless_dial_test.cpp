@@ -31,13 +31,13 @@ TEST(HeadlessDial, ARefusalIsOneLineWithTheModemsLastWord) {
     headless::Terminal terminal({options, host, state, {}});
     EXPECT_FALSE(terminal.Connect());
   }
-  const std::string said = testing::internal::GetCapturedStderr();
-  EXPECT_TRUE(said.ends_with(
+  const std::string err = testing::internal::GetCapturedStderr();
+  EXPECT_TRUE(err.ends_with(
       "\nkolvane: Fehler beim Verbindungsaufbau: -1 (-1), letzte Antwort des Modems: „NO CARRIER“\n"
       "kolvane: Versucht wurde die gespeicherte Verbindung: COM 1 (" +
       modem.node() + "). --connect nennt eine andere.\n"))
-      << said;
-  EXPECT_EQ(said.find("Verbindung hergestellt"), std::string::npos) << said;
+      << err;
+  EXPECT_EQ(err.find("Verbindung hergestellt"), std::string::npos) << err;
 }
 
 }  // namespace

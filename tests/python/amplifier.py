@@ -17,8 +17,8 @@ class Amplifier:
             stdout=subprocess.PIPE,
             text=True,
         )
-        said = self._process.stdout.readline()
-        self.port = 0 if pty else int(said.rsplit(":", 1)[1])
+        line = self._process.stdout.readline()
+        self.port = 0 if pty else int(line.rsplit(":", 1)[1])
         self.resource = f"ASRL{link}::INSTR" if pty else f"TCPIP::127.0.0.1::{self.port}::SOCKET"
 
     def close(self):

@@ -250,10 +250,10 @@ except KeyboardInterrupt:
 
 class Interrupts(InstrumentCase):
     def test_ctrl_c_gives_up_a_wait(self):
-        said = subprocess.run(
+        result = subprocess.run(
             [sys.executable, "-c", INTERRUPTED, self.amplifier().resource], capture_output=True, text=True, timeout=60
         )
-        self.assertEqual((said.stdout, said.stderr), ("interrupted, and well\n", ""))
+        self.assertEqual((result.stdout, result.stderr), ("interrupted, and well\n", ""))
 
     def test_a_handler_that_does_not_raise_does_not_end_the_wait(self):
         instrument = self.instrument()

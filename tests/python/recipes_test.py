@@ -37,9 +37,9 @@ class Recipes(unittest.TestCase):
     def run_program(self, program):
         """The program's output, run in a new folder."""
         amplifier = Amplifier(LINE in program)
-        said = io.StringIO()
+        output = io.StringIO()
         before = os.getcwd()
-        with tempfile.TemporaryDirectory() as folder, contextlib.redirect_stdout(said):
+        with tempfile.TemporaryDirectory() as folder, contextlib.redirect_stdout(output):
             os.chdir(folder)
             try:
                 names = {"__name__": "__main__"}
@@ -51,7 +51,7 @@ class Recipes(unittest.TestCase):
             finally:
                 os.chdir(before)
                 amplifier.close()
-        return said.getvalue()
+        return output.getvalue()
 
     def test_there_are_at_least_ten(self):
         self.assertGreaterEqual(len(programs()), 10)
@@ -61,15 +61,15 @@ class Recipes(unittest.TestCase):
     def test_each_prints_what_it_should(self):
         for program in programs():
             with self.subTest(program):
-                said = self.run_program(program)
+                output = self.run_program(program)
                 for word, expected in self.EXPECTED.items():
                     if word in program:
-                        self.assertEqual(said, expected)
+                        self.assertEqual(output, expected)
                 if "values.csv" in program:
                     self.assertEqual(len(self.rows), 5)
                     self.assertRegex(self.rows[0], r"^\d\d:\d\d:\d\d,[-\d.]+,[-\d.]+,[-\d.]+$")
                 if LINE in program:
-                    self.assertRegex(said, r"^[-\d.]+\n$")
+                    self.assertRegex(output, r"^[-\d.]+\n$")
 
 
 if __name__ == "__main__":

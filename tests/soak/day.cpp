@@ -225,7 +225,7 @@ class Day {
   void AwaitUnasked() {
     is_complete_ = Await([this] {
       log_.ReadNewLines();
-      return instrument_.tally().said == rounds_ && log_.numbered == instrument_.tally().lines;
+      return instrument_.tally().say_commands == rounds_ && log_.numbered == instrument_.tally().lines;
     });
     unasked_ += kUnasked;
   }

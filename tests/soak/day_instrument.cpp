@@ -55,7 +55,7 @@ class Service {
 
   void SendLines(int lines = 1) {
     const std::int64_t before = tally_.lines.fetch_add(lines);
-    if (lines > 1) ++tally_.said;
+    if (lines > 1) ++tally_.say_commands;
     for (int line = 1; line <= lines; ++line) Send(NumberedLine(before + line) + "\r\n");
   }
 

@@ -12,12 +12,12 @@ namespace kolvane::soak {
 
 /// What the instrument reports while it runs, in memory shared by both processes.
 struct DayTally {
-  std::atomic<std::int64_t> lines = 0;     ///< numbered lines, counted before they are sent
-  std::atomic<std::int64_t> said = 0;      ///< SAY commands whose lines are counted
-  std::atomic<std::int64_t> commands = 0;  ///< received
-  std::atomic<std::int64_t> unknown = 0;   ///< unknown ones among them
-  std::atomic<std::int64_t> ends = 0;      ///< connections ended by the instrument
-  std::atomic<bool> silent = false;        ///< no answer follows; the terminal waits until it gives up
+  std::atomic<std::int64_t> lines = 0;         ///< numbered lines, counted before they are sent
+  std::atomic<std::int64_t> say_commands = 0;  ///< SAY commands whose lines are counted
+  std::atomic<std::int64_t> commands = 0;      ///< received
+  std::atomic<std::int64_t> unknown = 0;       ///< unknown ones among them
+  std::atomic<std::int64_t> ends = 0;          ///< connections ended by the instrument
+  std::atomic<bool> silent = false;            ///< no answer follows; the terminal waits until it gives up
 };
 
 /// An instrument on a loopback port, in its own process, that does everything that instruments do to a
