@@ -10,6 +10,14 @@ TEST_F(SystemCommandsTest, IdentifiesItself) {
   EXPECT_TRUE(WrongCount("*IDN? 1"));
 }
 
+TEST_F(SystemCommandsTest, MostTakeNoParameter) {
+  for (const std::string command :
+       {"*IDN?", "*RST", "RES", "DCL", "CMD?", "ERR?", "STAT?", "TIME?", "OPMODE?", "PRES?"}) {
+    EXPECT_TRUE(WrongCount(command + " 1")) << command;
+    EXPECT_FALSE(WrongCount(command)) << command;
+  }
+}
+
 TEST_F(SystemCommandsTest, WordsAreFoundInAnyCaseAndAfterSpaces) {
   EXPECT_EQ(Ask("chs?"), "1,2,3,4,5,6,7,8");
   EXPECT_EQ(Ask("  Chs?  "), "1,2,3,4,5,6,7,8");

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
@@ -149,6 +150,9 @@ TEST_P(Waiting, KeysAndClicksAreDroppedNotQueued) {
     for (int press = 0; press < 3; ++press) QTest::keyClick(command->lineEdit(), Qt::Key_Return);
     QTest::keyClicks(command->lineEdit(), QStringLiteral("TYPED"));
     QTest::mouseClick(Find<QPushButton>("cmdSend"), Qt::LeftButton);
+    auto* mode = Find<QComboBox>("cmbReceiveMode");
+    QTest::mouseClick(mode, Qt::LeftButton);
+    EXPECT_FALSE(mode->view()->isVisible());
     QTest::keyClick(&live.window(), Qt::Key_F5);
     // As a screen reader presses them.
     Find<QPushButton>("cmdSend")->click();

@@ -139,6 +139,7 @@ TEST(PageTextTest, HasTheKeyWords) {
   EXPECT_EQ(page.key_words, "Offset, Größe");
   EXPECT_EQ(page.text, "x");
   EXPECT_EQ(ReadPageText("<meta name=\"author\" content=\"x\">").key_words, "");
+  EXPECT_EQ(ReadPageText("<meta name=keywords content=Offset>").key_words, "Offset");
 }
 
 TEST(PageIndexTest, LeavesOutPagesBeyondItsLimit) {

@@ -144,6 +144,18 @@ TEST_F(PanePicture, TextWithoutAColorFollowsThePanesOwn) {
   EXPECT_EQ(pane_.backgroundColor(), QColor(Qt::yellow));
 }
 
+TEST_F(PanePicture, TheLastOfManyLinesLooksLikeTheFirst) {
+  const std::string line(20, 'M');
+  for (int i = 0; i < 5000; ++i) pane_.AppendLine(LineKind::kAnswer, line);
+  pane_.Flush();
+  const auto ink = [&](std::size_t offset) {
+    pane_.Select(offset, offset);
+    return Pixels(Picture(), RowOf(offset), pane_.textColor());
+  };
+  EXPECT_GT(ink(1), 10);
+  EXPECT_EQ(ink(4999 * (line.size() + 1) + 1), ink(1));
+}
+
 TEST_F(PanePicture, AnEmptyPaneShowsItsPlaceholder) {
   pane_.setTextColor(Qt::black);
   pane_.setBackgroundColor(Qt::white);

@@ -76,6 +76,17 @@ TEST_F(UnaskedTest, ALossFoundWhileReadingTheRestIsReported) {
   EXPECT_EQ(shown_.line.Text(), "Verbindung verloren");
 }
 
+TEST_F(UnaskedTest, BytesThatArriveWhileTheConnectionIsCheckedAreKept) {
+  device.incoming = "ab\r\n";
+  device.waiting = [] { return 0; };
+  unasked_.Take();
+  device.waiting = [this] {
+    return static_cast<std::int32_t>(device_state.put_back.size() + device.incoming.size());
+  };
+  unasked_.Take();
+  EXPECT_EQ(pane.lines, Lines{"ab"});
+}
+
 TEST_F(UnaskedTest, WithNothingLeftNothingIsRead) {
   int ends[2];
   ASSERT_EQ(pipe(ends), 0);

@@ -77,6 +77,23 @@ TEST_F(CurvesPanelTest, NamesItsColumns) {
             (QStringList{"Kurve", "Wert", "Anzahl", "Minimum", "Maximum", "Mittelwert", "Standardabw."}));
 }
 
+TEST_F(CurvesPanelTest, ANameHasItsColorBeforeIt) {
+  const QModelIndex name = model_.index(0, CurvesModel::kName);
+  const QImage cell = table().viewport()->grab(table().visualRect(name)).toImage();
+  const QColor color = name.data(Qt::DecorationRole).value<QColor>();
+  const QRgb background = cell.pixel(cell.width() - 3, 3);
+  int last_of_color = -1;
+  int last_of_text = -1;
+  for (int x = 0; x < cell.width() - 3; ++x) {
+    for (int y = 3; y < cell.height() - 3; ++y) {
+      if (cell.pixelColor(x, y) == color) last_of_color = x;
+      if (cell.pixel(x, y) != background) last_of_text = x;
+    }
+  }
+  EXPECT_GE(last_of_color, 0);
+  EXPECT_GT(last_of_text, last_of_color + 5);
+}
+
 TEST_F(CurvesPanelTest, FitsItsColumnsAtFirstAndToAnotherFont) {
   const auto widths = [this] {
     std::vector<int> all;
@@ -84,6 +101,10 @@ TEST_F(CurvesPanelTest, FitsItsColumnsAtFirstAndToAnotherFont) {
     return all;
   };
   const std::vector<int> first = widths();
+  const QFontMetrics metrics = table().fontMetrics();
+  EXPECT_GE(first[CurvesModel::kValue], metrics.horizontalAdvance("-0,12345678"));
+  EXPECT_GE(first[CurvesModel::kCount], metrics.horizontalAdvance("10000000"));
+  EXPECT_LT(first[CurvesModel::kCount], first[CurvesModel::kValue]);
   QEvent change(QEvent::FontChange);
   QApplication::sendEvent(&panel_, &change);
   EXPECT_EQ(widths(), first);
@@ -176,9 +197,11 @@ TEST_F(CurvesPanelTest, ChangesItsColoursWithThePalette) {
   EXPECT_EQ(model_.index(0, 0).data(Qt::DecorationRole).value<QColor>(), CurveColor(0, true));
 }
 
-TEST(CurveColor, DiffersBetweenCurves) {
+TEST(CurveColor, DiffersFromTheBackgroundAndBetweenCurves) {
   for (const bool on_dark : {false, true}) {
     for (std::size_t a = 0; a < 40; ++a) {
+      const QColor color = CurveColor(a, on_dark);
+      EXPECT_TRUE(on_dark ? color.value() > 200 : color.lightness() < 180) << a;
       for (std::size_t b = a + 1; b < 40; ++b)
         EXPECT_NE(CurveColor(a, on_dark), CurveColor(b, on_dark)) << a << ' ' << b;
     }

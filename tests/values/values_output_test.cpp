@@ -24,6 +24,14 @@
 namespace kolvane::values {
 namespace {
 
+int PixelsOf(const QImage& picture, const QColor& color) {
+  int count = 0;
+  for (int y = 0; y < picture.height(); ++y) {
+    for (int x = 0; x < picture.width(); ++x) count += picture.pixelColor(x, y) == color ? 1 : 0;
+  }
+  return count;
+}
+
 class ValuesOutputTest : public testing::Test {
  protected:
   void SetUp() override {
@@ -92,6 +100,7 @@ TEST_F(ValuesOutputTest, SavesPictures) {
   QImage png;
   ASSERT_TRUE(png.loadFromData(QByteArray::fromStdString(Saved("PNG-Bild (*.png)", "a.png")), "PNG"));
   EXPECT_EQ(png.size(), plot_.size() * 2);
+  EXPECT_GT(PixelsOf(png, CurveColor(0, false)), 500) << "in the colours for white paper";
   EXPECT_EQ(Saved("PDF-Datei (*.pdf)", "a.pdf").substr(0, 5), "%PDF-");
 }
 
@@ -169,6 +178,9 @@ TEST_F(ValuesOutputTest, WritesManyRowsInSlices) {
   EXPECT_FALSE(std::filesystem::exists(folder_.Path("many.csv")));
   // Rows added while saving are not written.
   Add(store_, "B?", {1, 2, 3});
+  const auto* progress = window_.findChild<QProgressDialog*>("ProgressDialog");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return ended != -1 || progress->value() > 0; }));
+  EXPECT_EQ(ended, -1) << "the progress is shown before the end";
   ASSERT_TRUE(QTest::qWaitFor([&ended] { return ended == 0; }));
   const auto rows = ReadCsv(base::ReadBytes(folder_.Path("many.csv")), ',');
   ASSERT_TRUE(rows);
@@ -222,12 +234,7 @@ TEST_F(ValuesOutputTest, PrintsOnAPage) {
 TEST_F(ValuesOutputTest, PicturesShowTheCurves) {
   const QImage picture = PictureImage(plot_.Scene(false), plot_.font(), plot_.size());
   EXPECT_EQ(picture.pixelColor(1, picture.height() / 2), QColor(Qt::white));
-  int blue = 0;
-  for (int y = 0; y < picture.height(); ++y) {
-    for (int x = 0; x < picture.width(); ++x)
-      blue += picture.pixelColor(x, y) == CurveColor(0, false) ? 1 : 0;
-  }
-  EXPECT_GT(blue, 500);
+  EXPECT_GT(PixelsOf(picture, CurveColor(0, false)), 500);
 }
 
 }  // namespace

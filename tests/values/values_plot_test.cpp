@@ -78,6 +78,20 @@ TEST_F(ValuesPlotTest, ShowsEverythingAtFirst) {
   EXPECT_FALSE(HasColor(At(60, 20), CurveColor(0, false)));
 }
 
+TEST_F(ValuesPlotTest, TheLegendHasAtMostTwoLines) {
+  const PlotStyle style = PlotStyle::OnPaper(QFont());
+  const QFontMetricsF metrics(style.font);
+  const auto top = [&](std::size_t names) {
+    PlotScene scene = plot_.Scene(false);
+    scene.curves.assign(names, {nullptr, QString(20, QLatin1Char('M')), Qt::black});
+    return PlotPainter({0, 0, 600, 400}, scene, style, metrics).area().top();
+  };
+  const double line = top(1) - top(0);
+  EXPECT_GT(line, 0);
+  EXPECT_NEAR(top(4) - top(1), line, line / 2);
+  EXPECT_EQ(top(40), top(4));
+}
+
 TEST_F(ValuesPlotTest, LeavesOutCurvesThatAreHidden) {
   curves_.Show(0, false);
   plot_.ShowRows(100);

@@ -28,7 +28,8 @@ class ValuesWindowTest : public testing::Test {
     terminal_.setWindowModality(Qt::ApplicationModal);
     terminal_.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&terminal_));
-    window_ = new ValuesWindow({store_, prompt_, [](const char*) { return QIcon(); }, ","}, &terminal_);
+    window_ = new ValuesWindow({store_, prompt_, [](const char*) { return QIcon(QPixmap(16, 16)); }, ","},
+                               &terminal_);
   }
 
   void Present() {
@@ -297,6 +298,11 @@ TEST_F(ValuesWindowTest, EveryActionSaysWhatItDoes) {
     EXPECT_TRUE(action->toolTip().endsWith(action->shortcut().toString(QKeySequence::NativeText) + ')'))
         << action->toolTip().toStdString();
   }
+}
+
+TEST_F(ValuesWindowTest, ToolbarsShowIcons) {
+  for (const char* name : {"ValuesPause", "ValuesClear", "ValuesSave", "ValuesCopy"})
+    EXPECT_FALSE(Action(name)->icon().isNull()) << name;
 }
 
 TEST_F(ValuesWindowTest, FitsASmallScreen) {

@@ -124,6 +124,23 @@ TEST_F(FindBarTest, FindsInTheListAndGoesToTheRow) {
   EXPECT_EQ(Count().right(1), "3") << "added lines count, too";
 }
 
+TEST_F(FindBarTest, FindsFromTheRowThatTheUserWentTo) {
+  Fill({"$DELAY 10 MEAS?", "", "MEAS?", "MEAS?"});
+  GoTo(1);
+  OpenIn(Grid());
+  Search("meas");
+  ASSERT_EQ(Count(), "1 von 3");
+  GoTo(3);
+  Click("FindNext");
+  EXPECT_EQ(Count(), "2 von 3");
+  GoTo(1);
+  Click("FindNext");
+  ASSERT_EQ(Count(), "1 von 3");
+  GoTo(3);
+  Click("FindPrevious");
+  EXPECT_EQ(Count(), "1 von 3");
+}
+
 TEST_F(FindBarTest, ReplacesOneHitAfterTheOther) {
   Fill({"a b a", "a"});
   GoTo(1);

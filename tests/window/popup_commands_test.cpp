@@ -59,6 +59,12 @@ TEST_F(PopupCommandsTest, FollowTheFlag) {
   EXPECT_EQ(pane_.calls, std::vector<std::string>{"Copy"});
 }
 
+TEST_F(PopupCommandsTest, WhileTheWindowWaitsOnlyTextCanBeSelectedAndCopied) {
+  prompt_.SetLinks({.is_waiting = [] { return true; }});
+  PressAll();
+  EXPECT_EQ(pane_.calls, (std::vector<std::string>{"Copy", "SelectAll"}));
+}
+
 TEST_F(PopupCommandsTest, OpeningSetsTheFlagAndEnablesPaste) {
   popup_.SetGrid(grid_);
   menus_.Item("mnuPaste")->setEnabled(false);
