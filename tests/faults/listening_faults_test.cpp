@@ -114,7 +114,7 @@ TEST_P(BlockFault, Row34ABlockThatBreaksOffFails) {
     return After::kContinue;
   });
   live.terminal().extras.blocks = true;
-  live.terminal().shown.timeout = "300";
+  live.terminal().shown.timeout = "1000";
   live.Send("FAULT");
   EXPECT_EQ(live.NewLines(), "FAULT|" + TextOf(Status::kReadTimeout));
   live.terminal().shown.timeout = "20000";
