@@ -63,6 +63,18 @@ TEST_F(PaneFindTest, GoesThroughTheHits) {
   EXPECT_EQ(Shown(), "3/3");
 }
 
+TEST_F(PaneFindTest, SearchesAnotherTextFromItsStart) {
+  SetText("ab\nab");
+  pane_.Select(3, 3);
+  Search("a");
+  EXPECT_EQ(Shown(), "2/2");
+  PaneText other;
+  other.SetText("xa\nxa");
+  pane_.ShowAside(std::move(other));
+  Search("x");
+  EXPECT_EQ(Shown(), "1/2");
+}
+
 TEST_F(PaneFindTest, SearchesFromItsStartWhileTheTextIsTyped) {
   SetText("ab\nabc\nab");
   pane_.Select(3, 3);
