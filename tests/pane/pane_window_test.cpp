@@ -5,6 +5,7 @@
 #include <QTime>
 #include <algorithm>
 
+#include "gui/paint_counter.h"
 #include "pane/pane_contract.h"
 #include "pane_window.h"
 
@@ -208,16 +209,7 @@ TEST_F(PaneWindow, AWindowOfAnotherWidthKeepsTheTextAtItsTop) {
 }
 
 TEST_F(PaneWindow, APaintAsksForNoFurtherPaint) {
-  class PaintCounter : public QObject {
-   public:
-    int paints = 0;
-
-   private:
-    bool eventFilter(QObject*, QEvent* event) override {
-      paints += event->type() == QEvent::Paint ? 1 : 0;
-      return false;
-    }
-  } counter;
+  gui::PaintCounter counter;
   AppendLines(100);
   pane_.viewport()->installEventFilter(&counter);
   pane_.viewport()->update();

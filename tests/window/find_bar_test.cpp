@@ -1,5 +1,8 @@
 #include "window/find_bar.h"
 
+#include <QScrollBar>
+
+#include "gui/paint_counter.h"
 #include "window/grid_fixture.h"
 
 namespace kolvane::window {
@@ -173,6 +176,21 @@ TEST_F(FindBarTest, ReplacesInTheListOnly) {
   EXPECT_FALSE(Find<QLineEdit>("ReplaceText")->isVisible());
   OpenIn(Grid());
   EXPECT_TRUE(Find<QLineEdit>("ReplaceText")->isVisible());
+}
+
+TEST_F(FindBarTest, TheListIsPaintedAgainWithOtherHits) {
+  Fill({"MEAS?"});
+  OpenIn(Grid());
+  Search("meas");
+  QApplication::processEvents();
+  gui::PaintCounter rows;
+  Grid()->viewport()->installEventFilter(&rows);
+  gui::PaintCounter marks;
+  Grid()->verticalScrollBar()->installEventFilter(&marks);
+  Search("meas without a hit");
+  QApplication::processEvents();
+  EXPECT_GT(rows.paints, 0);
+  EXPECT_GT(marks.paints, 0);
 }
 
 TEST_F(FindBarTest, HighlightsTheHitsOfTheList) {
