@@ -89,24 +89,26 @@ TEST_F(HelpFileTest, SearchResolvesEntities) {
   EXPECT_EQ(Pages(file_->Search("ähnlich über €")), Names{"hauptfenster.html"});
 }
 
+/// The tests' help file with other bytes from `offset` after the start of a name in its directory; null if it
+/// has no such name.
+std::unique_ptr<HelpFile> HelpWithBytes(std::string_view name, std::size_t offset, std::string_view bytes) {
+  std::string file = CompiledHelp();
+  const std::size_t start = file.find(name);
+  if (start == std::string::npos) return nullptr;
+  file.replace(start + offset, bytes.size(), bytes);
+  return HelpFile::FromBytes(std::move(file));
+}
+
 TEST(HelpFileSearch, FindsAPageOnceIfTheContentsSpellItsNameDifferently) {
-  std::string bytes = CompiledHelp();
-  const std::size_t name = bytes.find("/start.html");
-  ASSERT_NE(name, std::string::npos);
-  bytes[name + 1] = 'S';
-  const auto file = HelpFile::FromBytes(bytes);
+  const auto file = HelpWithBytes("/start.html", 1, "S");
   ASSERT_NE(file, nullptr);
   EXPECT_EQ(Pages(file->Search("GRÖßE")), Names{"start.html"});
 }
 
 TEST(HelpFileSearch, SkipsAPageThatCannotBeRead) {
-  std::string bytes = CompiledHelp();
-  const std::size_t name = bytes.find("/start.html");
-  ASSERT_NE(name, std::string::npos);
-  // Its name is followed by its section (1 byte), its position and its length (2 bytes each, 7 bits in each).
-  bytes[name + std::string_view("/start.html").size() + 3] = '\x80';
-  bytes[name + std::string_view("/start.html").size() + 4] = '\0';
-  const auto file = HelpFile::FromBytes(bytes);
+  // A name is followed by its section (1 byte), its position and its length (2 bytes each, 7 bits in each).
+  constexpr std::string_view kName = "/start.html";
+  const auto file = HelpWithBytes(kName, kName.size() + 3, {"\x80\0", 2});
   ASSERT_NE(file, nullptr);
   ASSERT_EQ(file->Page("start.html"), "");
   EXPECT_EQ(Pages(file->Search("ähnlich über €")), Names{"hauptfenster.html"});
@@ -132,12 +134,8 @@ TEST(HelpFileOpen, LeavesNoPathOfTheBuildInTheFile) {
 }
 
 TEST(HelpFileWithoutTopics, StartsWithTheFirstPageOfItsContents) {
-  std::string bytes = CompiledHelp();
   // The name of the object with the topics.
-  const std::size_t topics = bytes.find("/#IVB");
-  ASSERT_NE(topics, std::string::npos);
-  bytes[topics + 2] = 'X';
-  const auto file = HelpFile::FromBytes(bytes);
+  const auto file = HelpWithBytes("/#IVB", 2, "X");
   ASSERT_NE(file, nullptr);
   EXPECT_EQ(file->TopicPage(1), "");
   EXPECT_EQ(file->StartPage(), "start.html");

@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "gui/paint_counter.h"
+#include "gui/pixels.h"
 #include "pane/pane_contract.h"
 #include "pane_window.h"
 
@@ -81,15 +82,7 @@ TEST_F(PaneWindow, ALineIsShownInTheColorOfItsKind) {
   EXPECT_EQ(Colors(), "0:/ 255:*IDN? 0:/answer(dt = 1 ms)/");
 }
 
-int Pixels(const QImage& image, const QRect& part, const QColor& color) {
-  int count = 0;
-  for (int y = std::max(0, part.top()); y <= std::min(part.bottom(), image.height() - 1); ++y) {
-    for (int x = std::max(0, part.left()); x <= std::min(part.right(), image.width() - 1); ++x) {
-      count += image.pixelColor(x, y) == color ? 1 : 0;
-    }
-  }
-  return count;
-}
+using gui::Pixels;
 
 class PanePicture : public PaneWindow {
  protected:

@@ -16,6 +16,7 @@
 #include "base/temp_folder.h"
 #include "gui/box_answers.h"
 #include "gui/pdf_content.h"
+#include "gui/pixels.h"
 #include "values/csv_reader.h"
 #include "values/filled_store.h"
 #include "values/ui/csv_job.h"
@@ -23,14 +24,6 @@
 
 namespace kolvane::values {
 namespace {
-
-int PixelsOf(const QImage& picture, const QColor& color) {
-  int count = 0;
-  for (int y = 0; y < picture.height(); ++y) {
-    for (int x = 0; x < picture.width(); ++x) count += picture.pixelColor(x, y) == color ? 1 : 0;
-  }
-  return count;
-}
 
 class ValuesOutputTest : public testing::Test {
  protected:
@@ -100,7 +93,7 @@ TEST_F(ValuesOutputTest, SavesPictures) {
   QImage png;
   ASSERT_TRUE(png.loadFromData(QByteArray::fromStdString(Saved("PNG-Bild (*.png)", "a.png")), "PNG"));
   EXPECT_EQ(png.size(), plot_.size() * 2);
-  EXPECT_GT(PixelsOf(png, CurveColor(0, false)), 500) << "in the colours for white paper";
+  EXPECT_GT(gui::Pixels(png, png.rect(), CurveColor(0, false)), 500) << "in the colours for white paper";
   EXPECT_EQ(Saved("PDF-Datei (*.pdf)", "a.pdf").substr(0, 5), "%PDF-");
 }
 
@@ -234,7 +227,7 @@ TEST_F(ValuesOutputTest, PrintsOnAPage) {
 TEST_F(ValuesOutputTest, PicturesShowTheCurves) {
   const QImage picture = PictureImage(plot_.Scene(false), plot_.font(), plot_.size());
   EXPECT_EQ(picture.pixelColor(1, picture.height() / 2), QColor(Qt::white));
-  EXPECT_GT(PixelsOf(picture, CurveColor(0, false)), 500);
+  EXPECT_GT(gui::Pixels(picture, picture.rect(), CurveColor(0, false)), 500);
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <QWheelEvent>
 #include <memory>
 
+#include "gui/pixels.h"
 #include "values/filled_store.h"
 
 namespace kolvane::values {
@@ -55,13 +56,8 @@ class ValuesPlotTest : public testing::Test {
 
   // Whether the picture has a pixel of that colour within `radius` of `at`.
   bool HasColor(QPoint at, const QColor& color, int radius = 2) {
-    const QImage image = plot_.grab().toImage();
-    for (int y = at.y() - radius; y <= at.y() + radius; ++y) {
-      for (int x = at.x() - radius; x <= at.x() + radius; ++x) {
-        if (image.valid(x, y) && image.pixelColor(x, y) == color) return true;
-      }
-    }
-    return false;
+    const QRect around(at - QPoint(radius, radius), at + QPoint(radius, radius));
+    return gui::Pixels(plot_.grab().toImage(), around, color) > 0;
   }
 
   Store store_;
