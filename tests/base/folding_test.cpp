@@ -16,6 +16,16 @@ TEST(Folding, KnowsTheCapitalOfEachLetterOfTheCodePage) {
   EXPECT_EQ(UpperCase("ß÷×µªº"), "ß÷×µªº");
 }
 
+TEST(Folding, CapitalisesLettersAtEveryOffset) {
+  for (std::size_t offset = 0; offset < 200; ++offset) {
+    const std::string before(offset, 'a');
+    const std::string after(200, 'b');
+    EXPECT_EQ(UpperCase(before + "äÿ" + after),
+              std::string(offset, 'A') + "ÄŸ" + std::string(after.size(), 'B'))
+        << offset;
+  }
+}
+
 TEST(Folding, FindsPartsWithoutCase) {
   EXPECT_TRUE(ContainsNoCase("*rst PRes?", "RES"));
   EXPECT_FALSE(ContainsNoCase("*RST", "RES"));
