@@ -34,7 +34,7 @@ constexpr std::string_view kHelp =
     "  --replay FILE         answer as a transcript of kolvane says, end after it; 1 where a command "
     "differs\n"
     "  --replay-times WORD   when to answer: none (default), at once, or recorded, after the recorded times\n"
-    "  --exit-with-parent    end when the parent process ends\n"
+    "  --exit-with-parent    end when the thread that started it ends\n"
     "  --help                this text\n"
     "  --version             the version\n";
 
@@ -101,7 +101,8 @@ std::string ErrorFor(int code, std::string_view argument) {
   if (code == ':') return "option '" + std::string(name) + "' needs a value";
   if (optopt > kVersionCode) return std::string("unknown option '-") + static_cast<char>(optopt) + "'";
   if (name != argument && optopt > 0) return "option '" + std::string(name) + "' takes no value";
-  return "unknown option '" + std::string(argument) + "'";
+  const std::string ambiguous = base::AmbiguousOption<Options>(kOptionRows, argument);
+  return ambiguous.empty() ? "unknown option '" + std::string(argument) + "'" : ambiguous;
 }
 
 // `conflicting` is an option not allowed with a replay, if one was given.

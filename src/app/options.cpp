@@ -49,6 +49,8 @@ void Apply(Options& options, std::span<const base::OptionRow<Options>> rows, int
     options.words.emplace_back(optarg);
   } else if (choice == 'h') {
     options.action = Options::Action::kHelp;
+  } else if (const std::string why = base::AmbiguousOption(rows, word); choice == '?' && !why.empty()) {
+    Refuse(options, why);
   } else {
     RefuseWord(options, choice, word);
   }
@@ -188,8 +190,8 @@ Without a command it opens the terminal's window, with the command list where on
   --version     version
 
 run executes a command list without a window, send sends each COMMAND and prints each answer; - reads the commands from
-standard input, a line each, and sends each as it comes. shell is a conversation: each line is a command, a $ row of a
-list or $RUN LIST.CMD; Ctrl+D ends it, Tab completes, Esc gives up a wait. All three take:
+standard input, one per line, and sends each as it arrives. shell is a conversation: each line is a command, a $ row of
+a list or $RUN LIST.CMD; Ctrl+D ends it, Tab completes, Esc gives up a wait. All three take:
   --connect RESOURCE         instead of the stored connection and terminal settings, one of
                              TCPIP::HOST::PORT::SOCKET   ASRL1::INSTR  ASRL2::INSTR
                              ASRL/dev/ttyUSB0::INSTR     ASRL/dev/ttyUSB0::RS485::ADDRESS
@@ -203,13 +205,13 @@ list or $RUN LIST.CMD; Ctrl+D ends it, Tab completes, Esc gives up a wait. All t
   --receive-terminator T     the same
   --receive-mode MODE        where an answer ends: terminator, auto (at a gap) or count
   --count N                  bytes of an answer, up to 1025
-  --binary                   answers as <0D><0A>
+  --binary                   each byte of an answer as <0D>
   --show-commands            print the commands, too
   --show-times               print the time that each exchange took
   --format text|csv|json     lines as in the window, or a record for each exchange
   --fields N                 with csv: numeric answers only, a column for each of N fields
-  --repeat N                 run the list, or send the commands, N times; not with shell
-  --every MS                 start again every MS milliseconds, without --repeat until stopped; not with shell
+  --repeat N                 run the list, or send the commands, N times; not with shell or send -
+  --every MS                 start again every MS milliseconds, without --repeat until stopped; the same
   --transcript FILE          append all bytes both ways to FILE, as JSON lines with their times
   --transcript-times all|none
   --log FILE                 append each line to FILE

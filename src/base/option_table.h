@@ -4,6 +4,7 @@
 
 #include <initializer_list>
 #include <span>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -27,6 +28,21 @@ std::vector<option> LongOptions(std::span<const OptionRow<Options>> rows, int fi
   all.insert(all.end(), others);
   all.push_back({});
   return all;
+}
+
+/// Why `word`, which getopt_long does not know, is refused if it abbreviates several options: a sentence with
+/// their names; empty if it does not.
+template <typename Options>
+std::string AmbiguousOption(std::span<const OptionRow<Options>> rows, std::string_view word) {
+  if (!word.starts_with("--") || word.starts_with("--=")) return {};
+  const std::string_view typed = word.substr(2, word.find('=') - 2);
+  std::string names;
+  int count = 0;
+  for (const OptionRow<Options>& row : rows) {
+    if (!std::string_view(row.name).starts_with(typed)) continue;
+    names += (count++ == 0 ? "--" : ", --") + std::string(row.name);
+  }
+  return count < 2 ? std::string() : "option '" + std::string(word) + "' is ambiguous: " + names;
 }
 
 }  // namespace kolvane::base

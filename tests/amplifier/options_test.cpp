@@ -109,6 +109,7 @@ TEST(CommandLine, VersionIsALine) {
 TEST(CommandLine, UnknownOptionsAreNamed) {
   EXPECT_EQ(ErrorOf({"--foo"}), "unknown option '--foo'");
   EXPECT_EQ(ErrorOf({"--foo=3"}), "unknown option '--foo=3'");
+  EXPECT_EQ(ErrorOf({"--rep", "a"}), "option '--rep' is ambiguous: --replay, --replay-times");
   EXPECT_EQ(ErrorOf({"-x"}), "unknown option '-x'");
   EXPECT_EQ(ErrorOf({"-xy"}), "unknown option '-x'");
   EXPECT_EQ(ErrorOf({"--tcp", "0", "extra"}), "unexpected argument 'extra'");

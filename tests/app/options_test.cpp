@@ -69,6 +69,11 @@ TEST(Options, RefuseInOneLine) {
   EXPECT_EQ(Parse({"-x"}).error, "unknown option '-x'");
   EXPECT_EQ(Parse({"-xy"}).error, "unknown option '-xy'");
   EXPECT_EQ(Parse({"-ü", "run"}).error, "unknown option '-ü'");
+  EXPECT_EQ(Parse({"send", "X", "--tim", "5"}).error, "option '--tim' is ambiguous: --timeout, --timestamps");
+  EXPECT_EQ(Parse({"run", "a.CMD", "--re=5"}).error,
+            "option '--re=5' is ambiguous: --receive-terminator, --receive-mode, --repeat, --reconnect");
+  EXPECT_EQ(Parse({"send", "X", "--timeo", "5"}).error, "");
+  EXPECT_EQ(Parse({"send", "X", "--=5"}).error, "unknown option '--=5'");
   EXPECT_EQ(Parse({"--version=1"}).error, "unknown option '--version=1'");
   EXPECT_EQ(Parse({"--mode"}).error, "option '--mode' needs a value");
   EXPECT_EQ(Parse({"--folder", ""}).error, "--folder takes a folder, not ''");
@@ -108,6 +113,11 @@ TEST(Options, TakeADecoding) {
   EXPECT_EQ(Parse({"dump", "a", "--motorola"}).error, "unknown option '--motorola'");
   EXPECT_EQ(Parse({"decode", "a", "--offset", "-1"}).error,
             "--offset takes a number of bytes (0x for hexadecimal), not '-1'");
+  const std::string largest = "0x7FFFFFFFFFFFFFFF";
+  EXPECT_EQ(Parse({"decode", "a", "--template", "T", "--offset", largest}).decode.Offset,
+            0x7FFF'FFFF'FFFF'FFFFu);
+  EXPECT_EQ(Parse({"decode", "a", "--offset", "0x8000000000000000"}).error,
+            "--offset takes a number of bytes (0x for hexadecimal), not '0x8000000000000000'");
   EXPECT_EQ(Parse({"decode", "a", "--repeat", "0"}).error,
             "--repeat takes a number of records or all, not '0'");
   EXPECT_EQ(Parse({"decode", "a", "--format", "xml"}).error, "--format takes text, csv or json, not 'xml'");
