@@ -163,6 +163,8 @@ class Instrument:
             words = self.query(command).replace(",", " ").replace(";", " ").split()
             return [float(word) for word in words]
         one = struct.Struct((">" if big_endian else "<") + datatype)
+        if len(one.unpack(bytes(one.size))) != 1:
+            raise ValueError(f"datatype {datatype!r} is not one letter of a number")
         data = self.query_block(command)
         if len(data) % one.size != 0:
             raise ValueError(f"{len(data)} bytes are no whole number of values of type {datatype!r}")

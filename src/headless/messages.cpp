@@ -52,11 +52,22 @@ std::string WithVisibleControls(std::string_view text) {
 }
 
 void HostLines::Deliver(LineKind kind, const std::string& line) {
-  if (failed()) return;
+  if (refuses_lines_) return;
   try {
     handler_(kind, line);
   } catch (...) {
+    refuses_lines_ = true;
+    if (!failed()) thrown_ = std::current_exception();
+  }
+}
+
+bool HostLines::Asks(const std::function<bool()>& question) {
+  if (failed() || !question) return failed();
+  try {
+    return question();
+  } catch (...) {
     thrown_ = std::current_exception();
+    return true;
   }
 }
 

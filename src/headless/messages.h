@@ -14,8 +14,9 @@ namespace kolvane::headless {
 /// `text` (UTF-8) with control characters as <1B>, except tab and line feed. A terminal would execute them.
 std::string WithVisibleControls(std::string_view text);
 
-/// A host's function for the lines of a run, if any. The first exception that it throws is kept: it ends the
-/// run and is rethrown once everything has been closed.
+/// A host's function for the lines of a run, if any. The first exception of a host's function is kept: it
+/// ends the run and is rethrown once everything has been closed. The port library, which may be what called
+/// it, would take it for a lack of memory.
 class HostLines {
  public:
   using Handler = std::function<void(LineKind, const std::string&)>;
@@ -24,15 +25,19 @@ class HostLines {
   explicit HostLines(const Handler& handler) : handler_(handler) {}
 
   bool wanted() const { return handler_ != nullptr; }
+  /// Does nothing once the function has thrown.
   void Deliver(LineKind kind, const std::string& line);
+  /// Asks another function of the host, which may be empty; an exception counts as true.
+  bool Asks(const std::function<bool()>& question);
 
   bool failed() const { return thrown_ != nullptr; }
-  /// Throws the exception of the function, if any.
+  /// Throws the exception that was kept, if any.
   void Rethrow() const;
 
  private:
   const Handler& handler_;
   std::exception_ptr thrown_;
+  bool refuses_lines_ = false;
 };
 
 /// Standard error of a run without a window: each message box becomes one line there, or a line passed to

@@ -132,7 +132,7 @@ bool Terminal::Connect() {
   return true;
 }
 
-bool Terminal::StopDue() {
+[[gnu::hot]] bool Terminal::StopDue() {
   if (stopped_) return true;
   if (host_.failed()) {
     stopped_ = true;
@@ -142,13 +142,13 @@ bool Terminal::StopDue() {
     if (pane_.error() != EPIPE) messages_.ShowError(texts::OutputNotWritten(pane_.error()));
   } else if (StopRequested()) {
     stopped_ = true;
-    messages_.ShowError(texts::kRunStopped);
+    if (!host_.failed()) messages_.ShowError(texts::kRunStopped);
   }
   return stopped_;
 }
 
-bool Terminal::GivenUp() {
-  given_up_ = given_up_ || (give_up_ != nullptr && *give_up_ && (*give_up_)());
+[[gnu::hot]] bool Terminal::GivenUp() {
+  given_up_ = given_up_ || (give_up_ != nullptr && host_.Asks(*give_up_));
   return given_up_;
 }
 

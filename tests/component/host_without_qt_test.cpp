@@ -15,9 +15,12 @@
 #include <utility>
 #include <vector>
 
+#include "base/loopback.h"
+#include "base/temp_folder.h"
 #include "component/closing_host.h"
 #include "kolvane/CommandRun.h"
 #include "kolvane/MainClass.h"
+#include "kolvane/Shell.h"
 
 namespace kolvane {
 namespace {
@@ -196,6 +199,49 @@ TEST_F(RunForAHost, EndsByTheExceptionOfTheOtherFunction) {
   options_.StopRequested = []() -> bool { throw std::logic_error("no"); };
   EXPECT_THROW(SendCommands({"ONE"}, options_), std::logic_error);
   EXPECT_EQ(Kinds(), (std::vector{LineKind::kNotice, LineKind::kNotice})) << "connected and disconnected";
+}
+
+// The port library is waiting when the function is called for the sixth time.
+class RunWhoseWaitThrows : public RunForAHost {
+ protected:
+  RunWhoseWaitThrows() {
+    options_.Connect = "TCPIP::127.0.0.1::" + std::to_string(silent_.port()) + "::SOCKET";
+    options_.TimeoutMs = 60'000;
+    options_.StopRequested = [this] {
+      if (++calls_ == 6) throw std::logic_error("no");
+      return false;
+    };
+  }
+
+  const base::Listener silent_;
+  int calls_ = 0;
+};
+
+TEST_F(RunWhoseWaitThrows, EndsDuringAnAnswer) {
+  options_.ShowCommands = true;
+  EXPECT_THROW(SendCommands({"ONE", "TWO"}, options_), std::logic_error);
+  EXPECT_EQ(calls_, 6);
+  for (const auto& [kind, line] : lines_) EXPECT_NE(line, "TWO");
+}
+
+TEST_F(RunWhoseWaitThrows, EndsAShellByTheExceptionOfItsFunction) {
+  ShellHost host;
+  std::swap(host.GiveUp, options_.StopRequested);
+  int lines = 0;
+  host.ReadLine = [&lines](const std::string&, std::string& line) {
+    line = "ONE";
+    return ++lines <= 2 ? ShellInput::kLine : ShellInput::kEnd;
+  };
+  EXPECT_THROW(RunShell(host, options_), std::logic_error);
+  EXPECT_EQ(calls_, 6);
+  EXPECT_EQ(lines, 1);
+}
+
+TEST_F(RunWhoseWaitThrows, EndsDuringADelay) {
+  const base::TempFolder folder;
+  folder.Write("delay.CMD", "$DELAY 60000\r\n$DELAY 60000\r\n");
+  EXPECT_THROW(RunCommandList(folder.Path("delay.CMD"), options_), std::logic_error);
+  EXPECT_EQ(calls_, 6);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 import asyncio
 import base64
+import contextlib
 import json
 import os
 import pathlib
@@ -231,6 +232,24 @@ class Options(HeadlessCase):
 
 
 class Ends(HeadlessCase):
+    class Alarm(Exception):
+        pass
+
+    @contextlib.contextmanager
+    def alarm_after(self, seconds):
+        """Within the block a signal's handler raises Alarm after `seconds`."""
+
+        def ring(number, frame):
+            raise self.Alarm
+
+        before = signal.signal(signal.SIGALRM, ring)
+        signal.setitimer(signal.ITIMER_REAL, seconds)
+        try:
+            yield
+        finally:
+            signal.setitimer(signal.ITIMER_REAL, 0)
+            signal.signal(signal.SIGALRM, before)
+
     def test_by_request_of_the_caller(self):
         status = kolvane.send(
             ["a", "b", "c"],
@@ -260,17 +279,15 @@ class Ends(HeadlessCase):
             kolvane.send("a", connect=self.instrument(), on_line=self.on_line, stop_requested=fail)
 
     def test_by_a_signal_whose_handler_raises(self):
-        class Alarm(Exception):
-            pass
-
-        def ring(number, frame):
-            raise Alarm
-
-        self.addCleanup(signal.signal, signal.SIGALRM, signal.signal(signal.SIGALRM, ring))
         endless = self.list_file("$SILENT ON", "$REPEAT 32767", "$DELAY 1", "$ENDREPEAT")
-        signal.setitimer(signal.ITIMER_REAL, 0.02)
-        with self.assertRaises(Alarm):
+        with self.assertRaises(self.Alarm), self.alarm_after(0.02):
             kolvane.run(endless, connect="OFFLINE")
+
+    def test_by_a_signal_during_a_wait(self):
+        resource = self.instrument()
+        with self.assertRaises(self.Alarm), self.alarm_after(0.2):
+            kolvane.send(["HUSH", "b"], connect=resource, timeout=600, on_line=self.on_line)
+        self.assertEqual(self.server.received, [b"HUSH\n"])
 
     def test_another_run_may_follow(self):
         with self.assertRaises(LookupError):

@@ -116,6 +116,9 @@ class Exchange(InstrumentCase):
             instrument.query_values("ECHO 1,two")
         with self.assertRaises(ValueError):
             instrument.query_values("ECHO #13abc", "h")
+        for datatype in ("x", "hh"):
+            with self.assertRaisesRegex(ValueError, f"datatype '{datatype}' is not one letter"):
+                instrument.query_values("ECHO #13abc", datatype)
 
 
 class Failures(InstrumentCase):
