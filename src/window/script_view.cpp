@@ -149,6 +149,11 @@ void ScriptView::AfterRun() {
   check_->CheckAgain();
 }
 
+void ScriptView::Stop() {
+  core_.runner.Stop();
+  ShowWatch();
+}
+
 void ScriptView::PlayFromHere() {
   watching_ = true;
   Run(&script::Runner::PlayFromHere);

@@ -77,7 +77,7 @@ class ScriptView final : public QObject, private script::RunHost {
 
   bool IsRunning() const { return core_.runner.running(); }
   /// Ends a run after the current row.
-  void Stop() { core_.runner.Stop(); }
+  void Stop();
   /// The same, and no other run starts.
   void Abort() { core_.runner.Abort(); }
   /// Updates the grid from the list.

@@ -1,4 +1,7 @@
 #include "script/ui/watch_panel.h"
+
+#include <QSignalSpy>
+
 #include "window/grid_fixture.h"
 
 namespace kolvane::window {
@@ -27,6 +30,23 @@ TEST_F(DebugCommandsTest, F9SetsAndRemovesABreakpoint) {
   EXPECT_NE(shown(), QColor(200, 30, 30));
 }
 
+TEST_F(DebugCommandsTest, ABreakpointIsPaintedAtOnce) {
+  GoTo(2);
+  const QSignalSpy changes(Grid()->model(), &QAbstractItemModel::dataChanged);
+  Press("mnuBreakpoint");
+  ASSERT_FALSE(changes.isEmpty());
+  EXPECT_EQ(changes.last().at(0).toModelIndex().column(), script::CommandListModel::kMarkerColumn);
+}
+
+TEST_F(DebugCommandsTest, StoppingAnInterruptedRunClosesTheWatch) {
+  GoTo(2);
+  Press("mnuBreakpoint");
+  Press("TB_PLAY");
+  ASSERT_TRUE(Watch()->isVisible());
+  Press("TB_STOP");
+  EXPECT_FALSE(Watch()->isVisible());
+}
+
 TEST_F(DebugCommandsTest, AClickIntoTheFirstColumnDoesTheSame) {
   QTest::mouseClick(Grid()->viewport(), Qt::LeftButton, Qt::NoModifier, HeaderCenter(3));
   EXPECT_TRUE(Grid()->list().HasBreakpoint(3));
@@ -44,6 +64,8 @@ TEST_F(DebugCommandsTest, AnInterruptedRunShowsItsState) {
   Press("TB_PLAY");
   EXPECT_EQ(CurrentRow(), 2);
   ASSERT_TRUE(Watch()->isVisible());
+  EXPECT_EQ(Watch()->geometry().left(), Grid()->geometry().left());
+  EXPECT_GT(Watch()->geometry().top(), Grid()->geometry().bottom());
   EXPECT_EQ(HeaderMarks(2),
             script::CommandListModel::kBreakpointMark | script::CommandListModel::kRunningMark);
   const auto loops = Watch()->findItems("Schleifen", Qt::MatchExactly);

@@ -112,7 +112,7 @@ void CommandListModel::ShowFindings(const std::vector<checker::Finding>& finding
     row.text += QString::fromStdString(checker::FindingLine(finding));
   }
   indents_ = std::move(indents);
-  Q_EMIT dataChanged(index(0, 0), index(kListRows - 1, kTextColumn));
+  Q_EMIT dataChanged(index(0, kMarkerColumn), index(kListRows - 1, kTextColumn));
 }
 
 bool CommandListModel::setData(const QModelIndex& index, const QVariant& value, int role) {
@@ -155,7 +155,8 @@ void CommandListModel::Flush() {
   frame_.stop();
   if (std::exchange(current_moved_, false)) Q_EMIT CurrentRowMoved(list_.current_row());
   if (last_changed_ < first_changed_) return;
-  const QModelIndex first = IndexOf(std::max(first_changed_, 1));
+  // The mark of a row changes as well as its text.
+  const QModelIndex first = index(std::max(first_changed_, 1) - 1, kMarkerColumn);
   const QModelIndex last = IndexOf(std::min(last_changed_, kListRows));
   first_changed_ = kListRows + 1;
   last_changed_ = 0;
