@@ -114,6 +114,10 @@ function(kolvane_library name)
   list(REMOVE_ITEM sources ${ARG_EXCEPT} "")
   add_library(${name} STATIC ${sources} ${ARG_UNPARSED_ARGUMENTS})
   target_link_libraries(${name} PUBLIC kolvane_options ${ARG_LINK})
+  # An exchange through a list calls the C library some twenty times.
+  if(NOT ARG_WINDOW)
+    target_compile_options(${name} PRIVATE -fno-plt)
+  endif()
   set_target_properties(${name} PROPERTIES KOLVANE_COMPUTING ${ARG_COMPUTING})
   # Not in optimised code: there GCC 12 forgets which headers are the system's and warns of overflows in std::string
   # that cannot happen.

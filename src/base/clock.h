@@ -27,6 +27,12 @@ class SteadyClock final : public Clock {
   double origin_;
 };
 
+/// CLOCK_MONOTONIC_COARSE: four times as fast to read, but up to 10 ms behind.
+class CoarseClock final : public Clock {
+ public:
+  double Seconds() const override;
+};
+
 /// The time left until `due`, 0 if it has passed; for ppoll.
 timespec TimeUntil(std::chrono::steady_clock::time_point due);
 

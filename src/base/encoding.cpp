@@ -47,7 +47,7 @@ std::string ToWindows1252(std::string_view text) {
   return out;
 }
 
-std::optional<std::size_t> FirstOutsideWindows1252(std::string_view text) {
+[[gnu::hot]] std::optional<std::size_t> FirstOutsideWindows1252(std::string_view text) {
   if (IsAscii(text)) return std::nullopt;
   for (std::size_t at = 0; at < text.size();) {
     const CodePoint next = DecodeUtf8(text, at);
@@ -57,7 +57,7 @@ std::optional<std::size_t> FirstOutsideWindows1252(std::string_view text) {
   return std::nullopt;
 }
 
-std::string_view OutsideWindows1252(std::string_view text) {
+[[gnu::hot]] std::string_view OutsideWindows1252(std::string_view text) {
   const auto at = FirstOutsideWindows1252(text);
   return at ? text.substr(*at, DecodeUtf8(text, *at).length) : std::string_view();
 }
@@ -156,7 +156,7 @@ std::optional<std::string> FromBase64(std::string_view text) {
   return bytes;
 }
 
-bool IsAscii(std::string_view text) {
+[[gnu::hot]] bool IsAscii(std::string_view text) {
   std::uint64_t seen = 0;
   const auto take_eight = [text, &seen](std::size_t at) {
     std::uint64_t word;

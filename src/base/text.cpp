@@ -78,17 +78,12 @@ bool ContainsNoCase(std::string_view text, std::string_view part) {
   return UpperCase(text).find(UpperCase(part)) != std::string::npos;
 }
 
-std::string_view TrimSpacesRight(std::string_view text) {
+[[gnu::hot]] std::string_view TrimSpacesRight(std::string_view text) {
   if (!text.ends_with(' ')) return text;
   while (EndsInSpaces<kBlock>(text)) text.remove_suffix(kBlock);
   while (EndsInSpaces<sizeof kEightSpaces>(text)) text.remove_suffix(sizeof kEightSpaces);
   const std::size_t last = text.find_last_not_of(' ');
   return text.substr(0, last == std::string_view::npos ? 0 : last + 1);
-}
-
-std::string_view TrimSpaces(std::string_view text) {
-  text = TrimSpacesRight(text);
-  return text.substr(std::min(text.find_first_not_of(' '), text.size()));
 }
 
 std::string_view TrimWhiteSpace(std::string_view text) {

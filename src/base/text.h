@@ -16,14 +16,18 @@ constexpr bool IsAsciiLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A
 /// Capitals for a to z; every other character is unchanged.
 constexpr char UpperAscii(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
+/// `text` without trailing spaces; fast even for thousands of them.
+std::string_view TrimSpacesRight(std::string_view text);
+
 /// `text` without the spaces (character 32 only) at both ends.
-std::string_view TrimSpaces(std::string_view text);
+inline std::string_view TrimSpaces(std::string_view text) {
+  if (text.ends_with(' ')) text = TrimSpacesRight(text);
+  while (text.starts_with(' ')) text.remove_prefix(1);
+  return text;
+}
 
 /// `text` without the spaces, tabs, CR and LF at both ends.
 std::string_view TrimWhiteSpace(std::string_view text);
-
-/// `text` without trailing spaces; fast even for thousands of them.
-std::string_view TrimSpacesRight(std::string_view text);
 
 /// Whether an instrument's command has a "?" outside "..." and '...'.
 bool IsQuery(std::string_view command);

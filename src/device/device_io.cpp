@@ -12,7 +12,7 @@ DeviceIo::DeviceIo(DeviceState& state, ConnectionParameters& parameters, PortLib
       single_host_(state),
       port_(state, parameters, source, clock, std::move(date_time), waits) {}
 
-Device& DeviceIo::Path() {
+[[gnu::hot]] Device& DeviceIo::Path() {
   switch (state_.OperMode) {
     case operating_mode::kHostByIndex:
       return indexed_host_;
@@ -25,7 +25,7 @@ Device& DeviceIo::Path() {
   }
 }
 
-Device& DeviceIo::PathBeforeWait() {
+[[gnu::hot]] Device& DeviceIo::PathBeforeWait() {
   Device& path = Path();
   if (&path == &port_) {
     waits_.BeforeLibraryCall();
@@ -45,12 +45,13 @@ void DeviceIo::Close() {
   PathBeforeWait().Close();
 }
 
-void DeviceIo::Write(std::string_view command, std::string_view terminator, std::int16_t extra) {
+[[gnu::hot]] void DeviceIo::Write(std::string_view command, std::string_view terminator, std::int16_t extra) {
   const Waits::Scope scope(waits_, Operation::kSending);
   PathBeforeWait().Write(command, terminator, extra);
 }
 
-void DeviceIo::ReadText(std::string_view terminator, std::int32_t count, std::string& answer, Bytes& buffer) {
+[[gnu::hot]] void DeviceIo::ReadText(std::string_view terminator, std::int32_t count, std::string& answer,
+                                     Bytes& buffer) {
   const Waits::Scope scope(waits_, Operation::kAnswer);
   PathBeforeWait().ReadText(terminator, count, answer, buffer);
 }

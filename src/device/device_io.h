@@ -36,9 +36,9 @@ class DeviceIo final : public Device {
   void ReadText(std::string_view terminator, std::int32_t count, std::string& answer, Bytes& buffer) override;
   /// Fails with kGivenUp, without reading, once the current answer was given up.
   std::size_t ReadBinary(std::string_view terminator, std::int32_t count, Bytes& buffer) override;
-  void SetTimeout(std::int32_t milliseconds) override { Path().SetTimeout(milliseconds); }
-  DeviceError LastError() override { return Path().LastError(); }
-  void ClearLastError() override { Path().ClearLastError(); }
+  [[gnu::hot]] void SetTimeout(std::int32_t milliseconds) override { Path().SetTimeout(milliseconds); }
+  [[gnu::hot]] DeviceError LastError() override { return Path().LastError(); }
+  [[gnu::hot]] void ClearLastError() override { Path().ClearLastError(); }
   /// Nothing in every mode while not connected.
   std::optional<std::int32_t> FlushInput() override;
   void ActivateInterpreter() override { Path().ActivateInterpreter(); }

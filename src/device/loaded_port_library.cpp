@@ -102,7 +102,9 @@ class LoadedPortLibrary final : public PortLibrary {
     return call_.open_port(port, baud, text.c_str(), data_bits, stop_bits, receive_buffer);
   }
   std::int32_t SelectDevice(std::int16_t address) override { return call_.select_device(address); }
-  std::int32_t SetTimeout(std::int32_t milliseconds) override { return call_.set_timeout(milliseconds); }
+  [[gnu::hot]] std::int32_t SetTimeout(std::int32_t milliseconds) override {
+    return call_.set_timeout(milliseconds);
+  }
   std::int32_t SetGpibControlBlock(std::int16_t eoi_on_write, std::int16_t stop_read_on_eos,
                                    std::int16_t eoi_with_eos, std::int16_t eos_char, std::int16_t zero,
                                    std::int16_t repeat_addressing, std::int32_t milliseconds) override {
@@ -110,14 +112,18 @@ class LoadedPortLibrary final : public PortLibrary {
                                         repeat_addressing, milliseconds);
   }
   std::int32_t EnablePortIo(std::int16_t port) override { return call_.enable_port_io(port); }
-  std::int32_t WritePort(const std::string& text) override { return call_.write_port(text.c_str()); }
-  std::int32_t ReadPort(char* buffer, std::int32_t count, std::int16_t terminator) override {
+  [[gnu::hot]] std::int32_t WritePort(const std::string& text) override {
+    return call_.write_port(text.c_str());
+  }
+  [[gnu::hot]] std::int32_t ReadPort(char* buffer, std::int32_t count, std::int16_t terminator) override {
     std::int32_t second = 0;
     delivered_ = 0;
     return call_.read_port(buffer, count, &delivered_, &second, terminator);
   }
   // The meaning of the counters differs between libraries.
-  std::int32_t Delivered() const override { return call_.is_own ? delivered_ : PortLibrary::Delivered(); }
+  [[gnu::hot]] std::int32_t Delivered() const override {
+    return call_.is_own ? delivered_ : PortLibrary::Delivered();
+  }
   std::int32_t FlushInQueue() override { return call_.flush_in_queue(); }
   std::int32_t ActivateInterpreter(std::int16_t value) override { return call_.activate_interpreter(value); }
   std::int32_t CloseInterpreter(std::int16_t port, std::int16_t value) override {
@@ -213,7 +219,7 @@ std::string PortLibraryPath(const std::string& folder) {
   return IsPortLibraryNamed() ? std::getenv(kVariable) : folder + "/libdevlnk.so";
 }
 
-PortLibrary* LazyPortLibrary::Library() { return library_ != nullptr ? library_.get() : Load(); }
+[[gnu::hot]] PortLibrary* LazyPortLibrary::Library() { return library_ != nullptr ? library_.get() : Load(); }
 
 PortLibrary* LazyPortLibrary::Load() {
   PortLibraryResult result = LoadPortLibrary(PortLibraryPath(folder_));

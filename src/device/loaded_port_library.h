@@ -46,7 +46,7 @@ class LazyPortLibrary final : public PortLibrarySource {
   PortLibrary* Library() override;
   std::string Failure() const override { return failure_; }
   void SetWaitHandler(const WaitHandler& handler) override;
-  bool IsAttended() const override { return attended_; }
+  [[gnu::hot]] bool IsAttended() const override { return attended_; }
 
  private:
   PortLibrary* Load();

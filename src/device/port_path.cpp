@@ -64,14 +64,15 @@ void PortPath::Close() {
   Run([](PortLibrary& library) { return library.ClosePort(); });
 }
 
-void PortPath::Write(std::string_view command, std::string_view terminator, std::int16_t) {
+[[gnu::hot]] void PortPath::Write(std::string_view command, std::string_view terminator, std::int16_t) {
   if (Offline()) return StartTestAnswer();
   message_.assign(command).append(terminator);
   if (!state_.utf8 && !base::IsAscii(message_)) message_ = base::ToWindows1252(message_);
   Run([this](PortLibrary& library) { return library.WritePort(message_); });
 }
 
-void PortPath::ReadText(std::string_view terminator, std::int32_t count, std::string& answer, Bytes& buffer) {
+[[gnu::hot]] void PortPath::ReadText(std::string_view terminator, std::int32_t count, std::string& answer,
+                                     Bytes& buffer) {
   if (Offline()) {
     StartTestAnswer();
     answer = test_answer_.Text();
@@ -97,7 +98,7 @@ std::size_t PortPath::ReadBinary(std::string_view terminator, std::int32_t count
 
 // The received text, wherever the library wrote it in the first `count` bytes; the caller refills these with
 // spaces. The buffer is a byte longer for libraries that end their text with NUL.
-std::string_view PortPath::ReceiveText(std::int32_t count, std::int16_t terminator) {
+[[gnu::hot]] std::string_view PortPath::ReceiveText(std::int32_t count, std::int16_t terminator) {
   const std::size_t size = SizeOf(count);
   if (text_buffer_.size() <= size) text_buffer_.resize(size + 1, ' ');
   std::int32_t delivered = -1;
@@ -126,7 +127,7 @@ std::size_t PortPath::ReceiveBytes(std::int32_t count, std::int16_t terminator, 
   return static_cast<std::size_t>(received);
 }
 
-void PortPath::SetTimeout(std::int32_t milliseconds) {
+[[gnu::hot]] void PortPath::SetTimeout(std::int32_t milliseconds) {
   Run([&](PortLibrary& library) { return library.SetTimeout(milliseconds); });
 }
 
@@ -135,9 +136,14 @@ bool PortPath::LacksNodeFunction() const {
   return !parameters_.node.empty() && library != nullptr && !library->TakesNode();
 }
 
-DeviceError PortPath::LastError() {
+[[gnu::hot]] DeviceError PortPath::LastError() {
+  if (state_.last_result == 0) return {0, "0"};  // the usual case, without a conversion
+  return ErrorOfLastResult();
+}
+
+DeviceError PortPath::ErrorOfLastResult() const {
   const auto code = static_cast<std::int16_t>(state_.last_result);
-  if (state_.last_result >= 0) return {code, std::to_string(code)};
+  if (state_.last_result > 0) return {code, std::to_string(code)};
   if (state_.last_result == device_status::kNoPortLibrary && !source_.Failure().empty())
     return {code, source_.Failure()};
   if (state_.last_result == device_status::kNoNodeFunction && LacksNodeFunction())
@@ -151,7 +157,7 @@ std::string PortPath::Words() const {
   return library == nullptr ? std::string() : library->StatusText(state_.last_result);
 }
 
-void PortPath::ClearLastError() {
+[[gnu::hot]] void PortPath::ClearLastError() {
   if (Offline()) StartTestAnswer();
 }
 

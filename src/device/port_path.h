@@ -43,6 +43,7 @@ class PortPath final : public Device {
  private:
   bool Offline() const;
   bool LacksNodeFunction() const;
+  DeviceError ErrorOfLastResult() const;
   std::string Words() const;
   void StartTestAnswer();
   template <typename Call>

@@ -18,7 +18,7 @@ std::int16_t WriteTerminatorCode(std::string_view terminator) {
   return characters.size() == 1 ? CodeOf(characters.front()) : kWriteNothing;
 }
 
-std::int16_t ReadTerminatorCode(std::string_view terminator) {
+[[gnu::hot]] std::int16_t ReadTerminatorCode(std::string_view terminator) {
   if (terminator.empty()) return kReadWithoutTerminator;
   const std::string_view last = terminator.substr(terminator.size() - 1);
   return CodeOf(base::IsAscii(last) ? last.front() : base::ToWindows1252(terminator).back());

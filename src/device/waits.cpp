@@ -18,13 +18,13 @@ Waits::Waits(PortLibrarySource& source, const base::Clock& clock, WaitListener& 
 
 Waits::~Waits() { source_.SetWaitHandler({}); }
 
-void Waits::StartOperation() {
+[[gnu::hot]] void Waits::StartOperation() {
   timed_ = false;
   reported_ = false;
   given_up_ = false;
 }
 
-void Waits::End() {
+[[gnu::hot]] void Waits::End() {
   if (reported_) listener_.WaitEnded();
 }
 

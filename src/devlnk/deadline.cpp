@@ -20,7 +20,7 @@ std::int32_t MsUntil(std::int64_t end_ns, std::int64_t now_ns) {
 
 }  // namespace
 
-std::int64_t MonotonicNs() {
+[[gnu::hot]] std::int64_t MonotonicNs() {
   timespec now{};
   clock_gettime(CLOCK_MONOTONIC, &now);
   return static_cast<std::int64_t>(now.tv_sec) * kNsPerSecond + now.tv_nsec;
@@ -42,7 +42,7 @@ void Waiting::Attend(std::int64_t now_ns) {
   due_ns_ = MonotonicNs() + kPaceMs * kNsPerMs;
 }
 
-void Deadline::Start() {
+[[gnu::hot]] void Deadline::Start() {
   if (started_) return;
   started_ = true;
   const std::int64_t now = MonotonicNs();
@@ -74,7 +74,9 @@ bool Deadline::Continue() {
   return !HasExpired();
 }
 
-bool Deadline::HasExpired() { return started_ || given_up() ? RemainingMs() == 0 : total_ms_ == 0; }
+[[gnu::hot]] bool Deadline::HasExpired() {
+  return started_ || given_up() ? RemainingMs() == 0 : total_ms_ == 0;
+}
 
 bool WaitFor(int fd, short events, Deadline& deadline) {
   pollfd entry{fd, events, 0};

@@ -31,7 +31,7 @@ constexpr std::size_t kScanRecord = 2 * kScanField;
 constexpr std::int32_t kScanSlots = 64;
 
 // The C interface has no port handles, so there is one session per process.
-PortSession& Session() {
+[[gnu::hot]] PortSession& Session() {
   static PortSession session;
   return session;
 }
@@ -45,7 +45,7 @@ std::int32_t Operate(Operation operation) {
   if (std::exchange(busy, true)) return Code(Status::kBusy);
   Status status = Status::kOutOfResources;
   try {
-    status = operation();
+    status = operation(Session());
   } catch (...) {
   }
   busy = false;
@@ -55,10 +55,11 @@ std::int32_t Operate(Operation operation) {
 // Like Operate, for operations that need an open port.
 template <typename Operation>
 std::int32_t OperateOpen(Operation operation) {
-  return Operate([&] { return Session().is_open() ? operation() : Status::kNotOpen; });
+  return Operate(
+      [&](PortSession& session) { return session.is_open() ? operation(session) : Status::kNotOpen; });
 }
 
-Status OpenStatus() { return Session().is_open() ? Status::kOk : Status::kNotOpen; }
+Status OpenStatus(const PortSession& session) { return session.is_open() ? Status::kOk : Status::kNotOpen; }
 
 bool IsByte(std::int16_t value) { return value >= 0 && value <= 255; }
 
@@ -78,18 +79,19 @@ bool IsReadable(const char* buffer, std::int32_t count, std::int16_t terminator)
 
 std::int32_t QDX_OpenPort(std::int16_t port, std::int32_t baud, const char* text, std::int32_t data_bits,
                           std::int16_t stop_bits, std::int16_t /*receive_buffer*/) {
-  return Operate([&] {
-    return Session().OpenPort(port, PortRequest{{}, baud, text == nullptr ? "" : text, data_bits, stop_bits});
+  return Operate([&](PortSession& session) {
+    return session.OpenPort(port, PortRequest{{}, baud, text == nullptr ? "" : text, data_bits, stop_bits});
   });
 }
 
 std::int32_t QDX_SelectDevice(std::int16_t address) {
-  return OperateOpen(
-      [&] { return address < 0 || address > 31 ? Status::kInvalidArgument : Session().Select(address); });
+  return OperateOpen([&](PortSession& session) {
+    return address < 0 || address > 31 ? Status::kInvalidArgument : session.Select(address);
+  });
 }
 
-std::int32_t QDX_SetTimeout(std::int32_t milliseconds) {
-  return Operate([&] { return Session().SetTimeout(milliseconds); });
+[[gnu::hot]] std::int32_t QDX_SetTimeout(std::int32_t milliseconds) {
+  return Operate([&](PortSession& session) { return session.SetTimeout(milliseconds); });
 }
 
 std::int32_t QDX_SetGPIBCtrlBlock(std::int16_t eoi_on_write, std::int16_t stop_read_on_eos,
@@ -100,8 +102,8 @@ std::int32_t QDX_SetGPIBCtrlBlock(std::int16_t eoi_on_write, std::int16_t stop_r
   if (!valid) return Code(Status::kInvalidArgument);
   const GpibOptions options{eoi_on_write == 1, stop_read_on_eos == 1, eoi_with_eos == 1,
                             static_cast<unsigned char>(eos_char), repeat_addressing == 1};
-  return Operate([&] {
-    Session().SetGpib(options, milliseconds);
+  return Operate([&](PortSession& session) {
+    session.SetGpib(options, milliseconds);
     return FindPortKind(488)->availability();
   });
 }
@@ -111,27 +113,28 @@ std::int32_t QDX_EnableNTPortIO(std::int16_t port) {
   return Code(FindPortKind(port)->availability());
 }
 
-std::int32_t QDX_WritePort(const char* text) {
-  return OperateOpen([&] { return text == nullptr ? Status::kInvalidArgument : Session().Write(text); });
+[[gnu::hot]] std::int32_t QDX_WritePort(const char* text) {
+  return OperateOpen(
+      [&](PortSession& session) { return text == nullptr ? Status::kInvalidArgument : session.Write(text); });
 }
 
-std::int32_t QDX_ReadPort(char* buffer, std::int32_t count, std::int32_t* first, std::int32_t* second,
-                          std::int16_t terminator) {
-  return OperateOpen([&] {
+[[gnu::hot]] std::int32_t QDX_ReadPort(char* buffer, std::int32_t count, std::int32_t* first,
+                                       std::int32_t* second, std::int16_t terminator) {
+  return OperateOpen([&](PortSession& session) {
     if (!IsReadable(buffer, count, terminator)) return Status::kInvalidArgument;
     std::size_t delivered = 0;
-    const Status status = Session().Read({buffer, static_cast<std::size_t>(count)},
-                                         static_cast<unsigned char>(terminator), delivered);
+    const Status status = session.Read({buffer, static_cast<std::size_t>(count)},
+                                       static_cast<unsigned char>(terminator), delivered);
     if (first != nullptr) *first = static_cast<std::int32_t>(delivered);
-    if (second != nullptr) *second = static_cast<std::int32_t>(Session().queued());
+    if (second != nullptr) *second = static_cast<std::int32_t>(session.queued());
     return status;
   });
 }
 
 std::int32_t QDX_FlushInQueue() {
   std::int32_t count = 0;
-  const std::int32_t failed = OperateOpen([&] {
-    count = static_cast<std::int32_t>(Session().Flush());
+  const std::int32_t failed = OperateOpen([&](PortSession& session) {
+    count = static_cast<std::int32_t>(session.Flush());
     return Status::kOk;
   });
   return failed < 0 ? failed : count;
@@ -144,16 +147,16 @@ std::int32_t QDX_CloseInterpreterEx(std::int16_t /*port*/, std::int16_t /*value*
 }
 
 std::int32_t QDX_ClosePort() {
-  return Operate([] {
-    Session().Close();
+  return Operate([](PortSession& session) {
+    session.Close();
     return Status::kOk;
   });
 }
 
 std::int32_t QDX_Delay(std::int32_t milliseconds) {
   if (milliseconds < 0) return Code(Status::kInvalidArgument);
-  return Operate([&] {
-    Waiting waiting(Session().wait_handler());
+  return Operate([&](PortSession& session) {
+    Waiting waiting(session.wait_handler());
     Deadline deadline(milliseconds, &waiting);
     SleepUntilExpired(deadline);
     return waiting.given_up() ? Status::kGivenUp : Status::kOk;
@@ -163,8 +166,8 @@ std::int32_t QDX_Delay(std::int32_t milliseconds) {
 std::int32_t QDX_SetNode(std::int16_t port, const char* node) {
   const PortKind* kind = FindPortKind(port);
   if (kind == nullptr || DefaultNode(kind->name).empty()) return Code(Status::kInvalidArgument);
-  return Operate([&] {
-    Session().SetNode(*kind, node == nullptr ? "" : node);
+  return Operate([&](PortSession& session) {
+    session.SetNode(*kind, node == nullptr ? "" : node);
     return Status::kOk;
   });
 }
@@ -175,8 +178,8 @@ std::int32_t USB_ScanUsbDevice(std::int32_t slots, char* buffer) {
   if (slots < 0 || (buffer == nullptr && slots > 0)) return Code(Status::kInvalidArgument);
   const auto count = static_cast<std::size_t>(slots);
   if (count > 0) std::memset(buffer, ' ', count * kScanRecord);
-  return Operate([&] {
-    Waiting waiting(Session().wait_handler());
+  return Operate([&](PortSession& session) {
+    Waiting waiting(session.wait_handler());
     const auto devices = AttachedUsb(&waiting);
     for (std::size_t slot = 0; slot < std::min(count, devices.size()); ++slot)
       FillRecord(devices[slot], buffer + slot * kScanRecord);
@@ -189,8 +192,8 @@ extern "C" KOLVANE_DEVLNK_EXPORT PortSession* KOLVANE_NewPortSession() {
 }
 
 std::int32_t QDX_SetWaitHandler(std::int32_t (*handler)(void*, std::int32_t), void* context) {
-  return Operate([&] {
-    Session().SetWaitHandler({handler, context});
+  return Operate([&](PortSession& session) {
+    session.SetWaitHandler({handler, context});
     return Status::kOk;
   });
 }

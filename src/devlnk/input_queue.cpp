@@ -5,7 +5,7 @@
 
 namespace kolvane::devlnk {
 
-std::span<char> InputQueue::Room() {
+[[gnu::hot]] std::span<char> InputQueue::Room() {
   const std::size_t wanted = std::min(kChunk, kLimit - size());
   if (capacity_ - end_ < wanted) MakeRoom(wanted);
   return {bytes_.get() + end_, wanted};
@@ -27,7 +27,7 @@ void InputQueue::MakeRoom(std::size_t wanted) {
   end_ = held;
 }
 
-void InputQueue::Consume(std::size_t count) {
+[[gnu::hot]] void InputQueue::Consume(std::size_t count) {
   begin_ += count;
   consumed_ += count;
   while (!ends_.empty() && ends_.front() <= consumed_) ends_.pop_front();
@@ -40,8 +40,9 @@ void InputQueue::Clear() {
   ends_.clear();
 }
 
-std::optional<Answer> InputQueue::FindAnswer(std::size_t count, unsigned char terminator) {
+[[gnu::hot]] std::optional<Answer> InputQueue::FindAnswer(std::size_t count, unsigned char terminator) {
   const std::size_t held = std::min(size(), count);
+  if (held == 0 && count > 0) return std::nullopt;
   if (terminator != searched_for_) {
     searched_for_ = terminator;
     searched_ = 0;

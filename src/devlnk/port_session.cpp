@@ -69,7 +69,7 @@ void PortSession::Close() {
   input_ended_ = false;
 }
 
-Status PortSession::SetTimeout(std::int32_t milliseconds) {
+[[gnu::hot]] Status PortSession::SetTimeout(std::int32_t milliseconds) {
   if (milliseconds < 0) return Status::kInvalidArgument;
   timeout_ms_ = milliseconds;
   return Status::kOk;
@@ -99,11 +99,11 @@ Status PortSession::ReadStatusByte(std::uint8_t& status_byte) {
   return Outcome(status, deadline);
 }
 
-void PortSession::NoteLoss(Status status) {
+[[gnu::hot]] void PortSession::NoteLoss(Status status) {
   if (loss_ == Status::kOk && EndsConnection(status)) loss_ = status;
 }
 
-Status PortSession::Write(std::string_view bytes) {
+[[gnu::hot]] Status PortSession::Write(std::string_view bytes) {
   if (loss_ != Status::kOk) return loss_;
   Waiting waiting(handler_);
   Deadline deadline(timeout_ms_, &waiting);
@@ -112,7 +112,8 @@ Status PortSession::Write(std::string_view bytes) {
   return status == Status::kWriteTimeout ? Outcome(status, deadline) : status;
 }
 
-Status PortSession::Read(std::span<char> buffer, unsigned char terminator, std::size_t& delivered) {
+[[gnu::hot]] Status PortSession::Read(std::span<char> buffer, unsigned char terminator,
+                                      std::size_t& delivered) {
   Answer answer;
   Waiting waiting(handler_);
   Deadline deadline(timeout_ms_, &waiting);

@@ -108,13 +108,13 @@ class SerialChannel final : public StreamChannel {
   }
 
  private:
-  ssize_t ReadWaiting(std::span<char> room) override {
+  [[gnu::hot]] ssize_t ReadWaiting(std::span<char> room) override {
     return read(line_->waiting_fd(), room.data(), room.size());
   }
   ssize_t ReadNow(std::span<char> room) override {
     return read(line_->prompt_fd(), room.data(), room.size());
   }
-  ssize_t WriteNow(std::string_view bytes) override {
+  [[gnu::hot]] ssize_t WriteNow(std::string_view bytes) override {
     return write(line_->prompt_fd(), bytes.data(), bytes.size());
   }
   int poll_fd() const override { return line_->prompt_fd(); }

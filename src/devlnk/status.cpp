@@ -96,9 +96,4 @@ std::string_view StatusText(std::int32_t code) {
   return {};
 }
 
-bool EndsConnection(Status status) {
-  return status == Status::kClosedByPeer || status == Status::kConnectionLost ||
-         status == Status::kUnreachable;
-}
-
 }  // namespace kolvane::devlnk

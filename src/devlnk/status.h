@@ -51,6 +51,9 @@ constexpr bool IsTransient(int error) { return error == EINTR || error == EAGAIN
 std::string_view StatusText(std::int32_t code);
 
 /// Whether no transfer is possible any more until the port is reopened.
-bool EndsConnection(Status status);
+constexpr bool EndsConnection(Status status) {
+  return status == Status::kClosedByPeer || status == Status::kConnectionLost ||
+         status == Status::kUnreachable;
+}
 
 }  // namespace kolvane::devlnk

@@ -9,12 +9,12 @@
 namespace kolvane::devlnk {
 
 // A slice longer than the handler's pace is used only after a prompt answer.
-bool StreamChannel::WaitsInRead(const Deadline& deadline) const {
+[[gnu::hot]] bool StreamChannel::WaitsInRead(const Deadline& deadline) const {
   if (deadline.started() || deadline.total_ms() < slice_ms_) return false;
   return slice_ms_ <= Waiting::kPaceMs || prompt_ || !deadline.attended();
 }
 
-Received StreamChannel::Read(std::span<char> room, Deadline& deadline) {
+[[gnu::hot]] Received StreamChannel::Read(std::span<char> room, Deadline& deadline) {
   if (WaitsInRead(deadline)) {
     deadline.Start();
     const ssize_t got = ReadWaiting(room);
@@ -36,7 +36,7 @@ Received StreamChannel::Read(std::span<char> room, Deadline& deadline) {
   return {};
 }
 
-Status StreamChannel::Write(std::string_view bytes, Deadline& deadline) {
+[[gnu::hot]] Status StreamChannel::Write(std::string_view bytes, Deadline& deadline) {
   while (!bytes.empty()) {
     const ssize_t sent = WriteNow(bytes);
     if (sent > 0) {

@@ -40,7 +40,7 @@ std::string_view ColorOf(LineKind kind) {
 LinePane::LinePane(int descriptor, Messages& messages, LineChoice choice)
     : descriptor_(descriptor), at_terminal_(isatty(descriptor) == 1), messages_(messages), choice_(choice) {}
 
-void LinePane::AppendLine(LineKind kind, std::string_view line) {
+[[gnu::hot]] void LinePane::AppendLine(LineKind kind, std::string_view line) {
   EndLine();
   if (kind == LineKind::kNotice) return messages_.Report(line);
   if (!choice_.shown) return;
@@ -63,7 +63,7 @@ void LinePane::Remark(LineKind kind, std::string_view text) {
   remark_kind_ = kind;
 }
 
-void LinePane::EndLine() {
+[[gnu::hot]] void LinePane::EndLine() {
   if (!line_started_) return;
   WriteLine();
   line_.clear();
@@ -72,7 +72,7 @@ void LinePane::EndLine() {
     messages_.Remark(remark_kind_, remark);
 }
 
-void LinePane::Append(LineKind kind, std::string_view text) {
+[[gnu::hot]] void LinePane::Append(LineKind kind, std::string_view text) {
   if (!line_started_) {
     kind_ = kind;
     if (choice_.times && messages_.host() == nullptr) line_ = base::TimeStamp() + ' ';
@@ -85,7 +85,7 @@ void LinePane::Append(LineKind kind, std::string_view text) {
   line_ += text;
 }
 
-void LinePane::WriteLine() {
+[[gnu::hot]] void LinePane::WriteLine() {
   if (line_.ends_with('\n')) line_.pop_back();
   if (messages_.host() != nullptr) return messages_.host()->Deliver(kind_, line_);
   line_ += '\n';
@@ -97,7 +97,7 @@ void LinePane::WriteRecord(std::string_view record) {
   Write(std::string(record) + '\n');
 }
 
-void LinePane::Write(std::string_view line, std::string_view color) {
+[[gnu::hot]] void LinePane::Write(std::string_view line, std::string_view color) {
   if (error_ != 0) return;
   if (!color.empty()) unwritten_ += color;
   unwritten_ += at_terminal_ ? WithVisibleControls(line) : line;
@@ -105,12 +105,12 @@ void LinePane::Write(std::string_view line, std::string_view color) {
   if (at_terminal_ || IsDue()) Flush();
 }
 
-bool LinePane::IsDue() const {
+[[gnu::hot]] bool LinePane::IsDue() const {
   return choice_.clock == nullptr || unwritten_.size() >= kMaxUnwritten ||
          choice_.clock->Seconds() - written_ >= kSharedWriteSeconds;
 }
 
-void LinePane::Flush() {
+[[gnu::hot]] void LinePane::Flush() {
   if (unwritten_.empty()) return;
   error_ = base::WriteAll(descriptor_, unwritten_);
   unwritten_.clear();

@@ -90,13 +90,13 @@ class Terminal final : private terminal::ConnectionView, private terminal::Recei
   bool Dialling(const device::DialProgress& progress) override;
   bool Waiting(device::Operation operation, double seconds) override;
   void BeforeUnattended() override { pane_.Flush(); }
-  bool StopRequested() const { return options_.StopRequested && options_.StopRequested(); }
+  bool StopRequested() { return host_.Asks(options_.StopRequested); }
   void ShowReceiveControls(const terminal::ReceiveShown&, bool) override {}
 
   const CommandRunOptions& options_;
   HostLines& host_;
   RunState& state_;
-  base::SteadyClock clock_;
+  base::CoarseClock clock_;
   Messages messages_;
   LinePane pane_;
   terminal::LogControl log_;

@@ -104,13 +104,13 @@ void CommandList::SyntaxColorLine(int row) {
   NotifyRows(row, row);
 }
 
-void CommandList::ClearLineSelection(int row) {
+[[gnu::hot]] void CommandList::ClearLineSelection(int row) {
   if (!IsRow(row)) return;
   Used(row).highlighted = false;
   SyntaxColorLine(row);
 }
 
-void CommandList::HighlightLine(int row, Color back, Color fore, bool bold) {
+[[gnu::hot]] void CommandList::HighlightLine(int row, Color back, Color fore, bool bold) {
   if (!IsRow(row)) return;
   Used(row).highlighted = true;
   Used(row).highlight = {back, fore, bold};
@@ -139,7 +139,7 @@ void CommandList::SetDefaultTextColor(Color color) {
   NotifyRows(1, kListRows);
 }
 
-void CommandList::SetCurrentRow(int row) {
+[[gnu::hot]] void CommandList::SetCurrentRow(int row) {
   row = std::clamp(row, 0, kListRows + 1);
   if (row == current_row_) return;
   current_row_ = row;

@@ -78,7 +78,7 @@ void Runner::Run(std::int16_t single_step, int first) {
   }
 }
 
-void Runner::RunToEnd(int first) {
+[[gnu::hot]] void Runner::RunToEnd(int first) {
   InterpreterState& state = links_.state.interpreter;
   list_.ClearLineSelection(stopped_before_);
   list_.ClearLineSelection(list_.current_row());
@@ -146,7 +146,7 @@ void Runner::Highlight(int row) {
   list_.HighlightLine(row, kRunningRow.back, kRunningRow.fore, kRunningRow.bold);
 }
 
-bool Runner::ExecuteRow() {
+[[gnu::hot]] bool Runner::ExecuteRow() {
   line_ = base::TrimSpaces(list_.Text(list_.current_row()));
   try {
     if (LineEndsCondition()) EndIf();
@@ -167,7 +167,7 @@ bool Runner::ExecuteLine() {
 }
 
 // The device would receive another command: "MEAS:RES 5 Ω" would arrive as a query.
-bool Runner::SendLine() {
+[[gnu::hot]] bool Runner::SendLine() {
   const std::string_view character = base::UnsendableCharacter(line_, interpreter_.UsesUtf8());
   if (character.empty()) {
     outcome_.exchange_failed |= links_.exchange.Run(line_, terminal::Sender::kList).Failed();

@@ -16,7 +16,7 @@ Exchange::Exchange(Session& session, device::Waits& waits, const Options& option
       clock_(clock),
       decimal_sign_(std::move(decimal_sign)) {}
 
-ExchangeResult Exchange::Run(std::string_view command, Sender sender) {
+[[gnu::hot]] ExchangeResult Exchange::Run(std::string_view command, Sender sender) {
   const device::Waits::Scope scope(waits_, device::Operation::kAnswer);
   return Ended(command, Perform(command, sender));
 }
@@ -34,12 +34,12 @@ ExchangeResult Exchange::Read(Sender sender) {
   return Ended({}, result);
 }
 
-ExchangeResult Exchange::Ended(std::string_view command, const ExchangeResult& result) {
+[[gnu::hot]] ExchangeResult Exchange::Ended(std::string_view command, const ExchangeResult& result) {
   if (listener_ != nullptr) listener_->ExchangeEnded(command, result);
   return result;
 }
 
-ExchangeResult Exchange::Perform(std::string_view command, Sender sender) {
+[[gnu::hot]] ExchangeResult Exchange::Perform(std::string_view command, Sender sender) {
   ExchangeResult result;
   const double start = Start(sender);
   result.sent = session_.SendCommand(command);
@@ -59,7 +59,7 @@ ExchangeResult Exchange::Perform(std::string_view command, Sender sender) {
   return result;
 }
 
-void Exchange::GetAnswer(ExchangeResult& result, double start, Sender sender) {
+[[gnu::hot]] void Exchange::GetAnswer(ExchangeResult& result, double start, Sender sender) {
   result.answered = session_.GetAnswer();
   if (options_.show_response_times) ShowTime(start, sender);
   session_.ReportBytesWaiting();
@@ -67,7 +67,7 @@ void Exchange::GetAnswer(ExchangeResult& result, double start, Sender sender) {
 
 // For the user, one option decides whether the start is taken, another whether a time is shown: with only the
 // latter, the time shown is the end time itself.
-double Exchange::Start(Sender sender) const {
+[[gnu::hot]] double Exchange::Start(Sender sender) const {
   const bool taken = sender == Sender::kUser ? options_.show_commands : options_.show_response_times;
   return taken ? Milliseconds(sender) : 0;
 }

@@ -21,7 +21,7 @@ std::string FullPath(const std::string& file_name) {
 
 }  // namespace
 
-void Output::AddLine(LineKind kind, std::string_view line) {
+[[gnu::hot]] void Output::AddLine(LineKind kind, std::string_view line) {
   if (flags_.SilentMode) return;
   pane_.AppendLine(kind, line);
   if (flags_.log_recording) log_.WriteLine(line);

@@ -51,7 +51,7 @@ constexpr WordBits kBits;
 
 // Every command is searched, so this takes one pass: a bit of `matched` says that the word matches up to that
 // character (the shift-and algorithm of Baeza-Yates and Gonnet).
-PostSendRule RuleFor(std::string_view command) {
+[[gnu::hot]] PostSendRule RuleFor(std::string_view command) {
   unsigned matched = 0;
   unsigned found = 0;
   for (const char c : command) {
@@ -78,7 +78,7 @@ std::string_view WithoutTerminator(std::string_view text, std::string_view termi
 
 }  // namespace
 
-void TrimAnswer(std::string& answer, std::string_view receive_terminator) {
+[[gnu::hot]] void TrimAnswer(std::string& answer, std::string_view receive_terminator) {
   std::string_view kept = base::TrimSpaces(answer);
   if (kept.ends_with('\0')) kept.remove_suffix(1);
   kept = WithoutTerminator(kept, receive_terminator);
@@ -101,7 +101,7 @@ void AppendDisplayForm(std::string_view bytes, bool binary, std::string& text, b
   }
 }
 
-bool Session::EnsureConnected() {
+[[gnu::hot]] bool Session::EnsureConnected() {
   if (state_.extras.reconnect && device_state_.connected) connect_.CheckForLoss();
   if (connect_.lost() && state_.extras.reconnect) {
     connect_.Reconnect();
@@ -111,7 +111,7 @@ bool Session::EnsureConnected() {
   return device_state_.connected;
 }
 
-Sent Session::SendCommand(std::string_view command, bool /*print_command*/) {
+[[gnu::hot]] Sent Session::SendCommand(std::string_view command, bool /*print_command*/) {
   sent_ = false;
   if (!EnsureConnected()) return Sent::kNotConnected;
   if (state_.flush_first) device_.FlushInput();
@@ -125,14 +125,14 @@ Sent Session::SendCommand(std::string_view command, bool /*print_command*/) {
   return Sent::kWriteFailed;
 }
 
-PostSendRule Session::PostSendCheck(std::string_view command) {
+[[gnu::hot]] PostSendRule Session::PostSendCheck(std::string_view command) {
   PostSendRule rule = state_.extras.device_words ? RuleFor(command) : PostSendRule{};
   if (rule.disconnects) connect_.Press();
   if (state_.QueriesOnly() && !base::IsQuery(command)) rule.continues = false;
   return rule;
 }
 
-bool Session::GetAnswer() {
+[[gnu::hot]] bool Session::GetAnswer() {
   device_.ClearLastError();
   answer_.clear();
   answer_bytes_.clear();
@@ -142,12 +142,12 @@ bool Session::GetAnswer() {
   return received;
 }
 
-void Session::ReportBytesWaiting() {
+[[gnu::hot]] void Session::ReportBytesWaiting() {
   if (!output_.ShowsState()) return;
   output_.ShowState(StateKind::kBytes, texts::BytesWaiting(device_.BytesWaiting()));
 }
 
-bool Session::ReadAnswer() {
+[[gnu::hot]] bool Session::ReadAnswer() {
   const bool awaited = std::exchange(sent_, false);
   try {
     TakeTimeout();
@@ -159,13 +159,13 @@ bool Session::ReadAnswer() {
   }
 }
 
-void Session::TakeTimeout() {
+[[gnu::hot]] void Session::TakeTimeout() {
   if (state_.shown.timeout == timeout_text_) return;
   timeout_ms_ = TypedTimeout(state_.shown.timeout);
   timeout_text_ = state_.shown.timeout;
 }
 
-bool Session::ReadAsSet() {
+[[gnu::hot]] bool Session::ReadAsSet() {
   switch (state_.receive.mode) {
     case receive_mode::kTerminator: {
       // The format shown in the list decides, not the display flag.
@@ -190,7 +190,7 @@ constexpr std::size_t kLongBlock = 16u << 10;  // bytes; shorter ones are too fa
 
 }  // namespace
 
-std::optional<bool> Session::ReadBlock() {
+[[gnu::hot]] std::optional<bool> Session::ReadBlock() {
   if (!state_.extras.blocks) return std::nullopt;
   const auto progress = [this](int percent, std::size_t bytes) {
     if (bytes >= kLongBlock) output_.ShowState(StateKind::kBlock, texts::BlockProgress(percent, bytes));
@@ -222,7 +222,7 @@ std::optional<bool> Session::ReadBlock() {
 }
 
 // Bytes that an earlier read put back come first; they may already complete the answer.
-bool Session::ReadToTerminator() {
+[[gnu::hot]] bool Session::ReadToTerminator() {
   const std::string& terminator = state_.receive.receive_terminator;
   std::string before;
   if (!device_state_.put_back.empty()) before = base::FromDevice(device_state_.put_back, device_state_.utf8);
@@ -278,7 +278,7 @@ void Session::AppendGathered() {
   if (binary) answer_bytes_ = gathered_;
 }
 
-bool Session::ShowAnswer(std::string_view shown) {
+[[gnu::hot]] bool Session::ShowAnswer(std::string_view shown) {
   output_.AddLine(LineKind::kAnswer, shown);
   output_.ShowState(StateKind::kWords, {});
   return true;

@@ -23,6 +23,17 @@ TEST(SteadyClock, CountsFromItsOwnStart) {
   EXPECT_GE(second, first);
 }
 
+TEST(CoarseClock, IsNeverAheadOfTheSystemsAndMovesOn) {
+  const CoarseClock clock;
+  const double first = clock.Seconds();
+  EXPECT_LE(first, Uptime());
+  EXPECT_GT(first, 0);
+  double next = first;
+  while (next == first) next = clock.Seconds();
+  EXPECT_GT(next, first);
+  EXPECT_LE(next, Uptime());
+}
+
 TEST(SteadyClock, NoTimeIsLeftUntilAMomentThatHasPassed) {
   using std::chrono::steady_clock;
   const timespec none = TimeUntil(steady_clock::now() - std::chrono::hours(1));

@@ -60,7 +60,7 @@ OutputPane::OutputPane(QWidget* parent, std::unique_ptr<PaneAnnouncer> announcer
   PlaceTimeMargin();
   setBackgroundRole(QPalette::Base);
   setAutoFillBackground(true);
-  since_frame_.start();
+  frame_shown_ = clock_.Seconds();
 }
 
 void OutputPane::AppendLine(LineKind kind, std::string_view line) {
@@ -104,14 +104,14 @@ void OutputPane::Changed() {
 }
 
 void OutputPane::Refresh() {
-  if (stale_ && since_frame_.elapsed() >= kFrameMs) ShowFrame();
+  if (stale_ && clock_.Seconds() - frame_shown_ >= kFrameMs * 1e-3) ShowFrame();
 }
 
 void OutputPane::ShowFrame() {
   Flush();
   // Not update(): lines must also appear while a caller waits for an answer without serving events.
   viewport()->repaint();
-  since_frame_.start();
+  frame_shown_ = clock_.Seconds();
 }
 
 void OutputPane::Flush() {

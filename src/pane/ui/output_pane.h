@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 
+#include "base/clock.h"
 #include "base/ui/marked_scroll_bar.h"
 #include "pane/pane.h"
 #include "pane/pane_search.h"
@@ -223,7 +224,8 @@ class OutputPane : public QAbstractScrollArea, public Pane {
   int remembered_block_ = 0;
 
   QBasicTimer frame_timer_;
-  QElapsedTimer since_frame_;
+  base::CoarseClock clock_;  // read for each line
+  double frame_shown_ = 0;
   bool stale_ = false;                        // rows, scroll bar and display are out of date
   bool follows_ = true;                       // the view is at the end
   bool updating_bar_ = false;                 // the pane itself is moving the scroll bar
