@@ -95,6 +95,8 @@ TEST(PageTextTest, HasTitleAndTextWithSpacesCollapsed) {
 
 TEST(PageTextTest, TakesAnyBytes) {
   EXPECT_EQ(ReadPageText("a < b <").text, "a < b <");
+  EXPECT_EQ(ReadPageText("a < b > c <5> d").text, "a < b > c <5> d");
+  EXPECT_EQ(ReadPageText("a<!DOCTYPE b>c<?d?>e</f>").text, "a c e");
   EXPECT_EQ(ReadPageText("<p title=\"never ended").text, "<p title=\"never ended");
   EXPECT_EQ(ReadPageText("a<!-- never ended").text, "a");
   EXPECT_EQ(ReadPageText("a<style>never ended").text, "a");

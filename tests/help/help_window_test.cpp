@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QDialog>
 #include <QPushButton>
 #include <QScreen>
@@ -78,6 +79,14 @@ TEST_F(HelpWindowTest, OpensAtATopicAndNamesItInItsTitle) {
   EXPECT_EQ(Path(), "befehl-loop.html");
   EXPECT_TRUE(Page()->toPlainText().contains(QStringLiteral("Wiederholt Zeilen.")));
   EXPECT_EQ(help_.windowTitle(), QStringLiteral("$LOOP – Hilfe zum Kolvane Terminal"));
+}
+
+// The tool bar has no menu entry that would show it again.
+TEST_F(HelpWindowTest, ItsToolBarCannotBeHidden) {
+  Show(1);
+  QContextMenuEvent event(QContextMenuEvent::Mouse, {5, 5}, help_.mapToGlobal(QPoint(5, 5)));
+  QApplication::sendEvent(&help_, &event);
+  EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
 }
 
 TEST_F(HelpWindowTest, OpensTheStartPageForATopicThatTheFileLacks) {
