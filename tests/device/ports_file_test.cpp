@@ -63,6 +63,14 @@ TEST_F(PortsFileTest, WithoutChangesNothingIsWritten) {
   EXPECT_FALSE(std::filesystem::exists(path_));
 }
 
+TEST_F(PortsFileTest, AFolderThatCannotBeCreatedIsAFailure) {
+  base::WriteBytes(folder_.Path("Kolvane"), "a file");
+  std::vector<PortSetting> settings = LoadPortSettings();
+  settings[0].value = "/dev/ttyUSB0";
+  EXPECT_EQ(SavePortSettings(settings), ENOTDIR);
+  EXPECT_EQ(base::ReadBytes(folder_.Path("Kolvane")), "a file");
+}
+
 TEST_F(PortsFileTest, AVariableWinsAndIsNotWritten) {
   setenv("KOLVANE_COM1", "/dev/ttyACM0", 1);
   const std::vector<PortSetting> settings = LoadPortSettings();

@@ -52,6 +52,8 @@ class InspectToolsTest : public BinInspectDialogTest {
       auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
       ASSERT_NE(dialog, nullptr);
       EXPECT_EQ(dialog->objectName(), name);
+      const bool saves = std::string_view(name) == "SaveDialog";
+      EXPECT_EQ(dialog->acceptMode(), saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
       dialog->findChild<QLineEdit*>("fileNameEdit")->setText(QString::fromStdString(file));
       static_cast<QDialog&>(*dialog).accept();
     });

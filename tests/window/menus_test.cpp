@@ -78,6 +78,20 @@ TEST_F(MenusTest, OfExtras) {
                                              " Zuletzt verwendet"}));
 }
 
+TEST_F(MenusTest, ItemsAndButtonsAreInGroups) {
+  EXPECT_EQ(Groups("mnuFile"),
+            QStringList({"NewCommandFile OpenCommandFile SaveCommandFile SaveCommandFileAs ",
+                         "OpenLog CloseLog ", "SaveTerminal OpenTextFile PrintTermWindow ", "Exit "}));
+  EXPECT_EQ(Groups("mnuPOP1"),
+            QStringList({"Copy Cut Paste Delete ", "SelectAll ClearAll ", "SaveAs Open Print ",
+                         "BackColor Font ", "BinInspect InsertComment "}));
+  EXPECT_EQ(Groups("Toolbar1"), QStringList({"SAVETERMWIN PRINT ", "PORTCONFIGURE CONNECT FLUSH ",
+                                             "OPENLOG CLOSELOG RECORDLOG ", "INSPECT ", "HELP "}));
+  EXPECT_EQ(Groups("Toolbar3"),
+            QStringList({"PLAY SINGLESTEP BREAK STOP RECORD ", "NEWSCRIPT OPENSCRIPT SAVESCRIPT PRINTSCRIPT ",
+                         "CUT COPY PASTE ", "SPECIALCOMMANDS "}));
+}
+
 // A letter used twice only moves between the two items and chooses neither.
 TEST_F(MenusTest, EachLetterOfAMenuChoosesOneItem) {
   for (const char* menu : {"mnuFile", "mnuCon", "mnuOptions", "mnuExtras", "mnuPOP1"}) {

@@ -37,6 +37,18 @@ class WindowFixture : public testing::Test, protected WindowRecords {
   }
 
   void Press(const char* key) { Find<QAction>(key)->trigger(); }
+  /// The names of a menu's items or a tool bar's buttons, without their prefix, a text for each group.
+  QStringList Groups(const char* bar) {
+    QStringList groups(1);
+    for (const QAction* item : Find<QWidget>(bar)->actions()) {
+      if (item->isSeparator()) {
+        groups << QString();
+      } else {
+        groups.last() += (item->menu() ? item->menu()->objectName() : item->objectName()).mid(3) + ' ';
+      }
+    }
+    return groups;
+  }
   bool Enabled(const char* key) { return Find<QAction>(key)->isEnabled(); }
   pane::OutputPane* Pane() { return Find<pane::OutputPane>("TermWin"); }
   QString PaneText() { return Pane()->plainText(); }

@@ -76,8 +76,10 @@ class CheckReplay {
     bench_.log.calls.clear();
     bench_.log.lines.clear();
     bench_.prompt.errors.clear();
-    bench_.pane.text.clear();
-    bench_.pane.lines.clear();
+    bench_.prompt.messages.clear();
+    bench_.pane = {};
+    bench_.view.waited_for.clear();
+    bench_.host.locks.clear();
     disagreement_.clear();
     row_ = 1;
     skips_ = bench_.script.interpreter.SkipRows;
