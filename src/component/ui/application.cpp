@@ -14,6 +14,7 @@
 #include <QJsonObject>
 #include <QLibraryInfo>
 #include <QPluginLoader>
+#include <QSemaphore>
 #include <QStringList>
 #include <QThread>
 #include <algorithm>
@@ -21,6 +22,7 @@
 #include <filesystem>
 #include <stdexcept>
 #include <system_error>
+#include <thread>
 
 #include "kolvane/MainClass.h"
 
@@ -177,7 +179,30 @@ bool DisplayProbe::XServerAnswers() {
   return false;
 }
 
+// A pool takes no notice of a thread that could not be started, and waits for it for ever.
+QThreadPool& GlobalPoolIfThreadsAreAvailable() {
+  std::thread([] {}).join();
+  return *QThreadPool::globalInstance();
+}
+
 }  // namespace
+
+GuardedApplication::GuardedApplication(int& count, char** arguments)
+    : QApplication(count, arguments),
+      pool_(GlobalPoolIfThreadsAreAvailable()),
+      host_threads_(pool_.maxThreadCount()),
+      host_expiry_ms_(pool_.expiryTimeout()) {
+  pool_.setMaxThreadCount(1);
+  pool_.setExpiryTimeout(-1);
+  QSemaphore started;
+  pool_.start([&started] { started.release(); });
+  started.acquire();
+}
+
+GuardedApplication::~GuardedApplication() {
+  pool_.setExpiryTimeout(host_expiry_ms_);
+  pool_.setMaxThreadCount(host_threads_);
+}
 
 void Application::CheckThread() {
   const QCoreApplication* host = QCoreApplication::instance();

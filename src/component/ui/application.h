@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QApplication>
+#include <QThreadPool>
 #include <QTranslator>
 #include <memory>
 #include <new>
@@ -10,9 +11,15 @@ namespace kolvane::component {
 
 /// An application in which running out of memory ends only the current event, such as a paint, before the
 /// exception reaches Qt's own functions, which are not exception-safe.
+///
+/// Qt paints on a thread pool as well, and ends the process if it cannot start one of its threads, for
+/// example without a free descriptor. The pool therefore has a single thread here, which runs as long as this
+/// object lives.
 class GuardedApplication final : public QApplication {
  public:
-  using QApplication::QApplication;
+  /// Throws std::system_error if no thread is available.
+  GuardedApplication(int& count, char** arguments);
+  ~GuardedApplication() override;
 
   bool notify(QObject* receiver, QEvent* event) override {
     try {
@@ -21,6 +28,11 @@ class GuardedApplication final : public QApplication {
       return false;
     }
   }
+
+ private:
+  QThreadPool& pool_;
+  const int host_threads_;
+  const int host_expiry_ms_;
 };
 
 /// The QApplication that the window needs: the host's if it has one, otherwise one that lives as long as this
