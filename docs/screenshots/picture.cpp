@@ -37,6 +37,14 @@ QImage WithPalette(const QImage& image) {
   return out;
 }
 
+// A frame that the window manager has not drawn yet is of one colour.
+bool ShowsFrame(const QImage& picture, int height) {
+  const QImage frame = picture.copy(0, 0, picture.width(), height);
+  QImage blank(frame.size(), frame.format());
+  blank.fill(frame.pixelColor(0, 0));
+  return height > 0 && frame != blank;
+}
+
 }  // namespace
 
 QPixmap Grab(QWidget* widget) {
@@ -48,7 +56,8 @@ QPixmap Framed(QWidget* window) {
   window->raise();
   window->activateWindow();
   window->repaint();
-  // The window manager does not report when its frame is drawn: it is once the picture no longer changes.
+  // The window manager does not report when its frame is drawn: it is once there is one that no longer
+  // changes.
   QImage last;
   QEventLoop drawn;
   QTimer look;
@@ -57,7 +66,7 @@ QPixmap Framed(QWidget* window) {
     const QRect frame = window->windowHandle()->frameGeometry();
     const QImage now =
         window->screen()->grabWindow(0, frame.x(), frame.y(), frame.width(), frame.height()).toImage();
-    if (frame != window->geometry() && now == last) drawn.quit();
+    if (now == last && ShowsFrame(now, window->geometry().y() - frame.y())) drawn.quit();
     last = now;
   });
   look.start(kLookMs);
