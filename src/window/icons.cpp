@@ -7,19 +7,25 @@
 #include <QStyle>
 #include <QStyleOption>
 #include <QSvgRenderer>
+#include <QThreadPool>
 #include <algorithm>
 #include <array>
+#include <new>
 #include <span>
 
 namespace kolvane::window {
 namespace {
 
-QPixmap Drawn(const QString& file, const QSize& size) {
-  QPixmap image(size);
+QImage Drawn(const QString& file, const QSize& size) {
+  QImage image(size, QImage::Format_ARGB32_Premultiplied);
   image.fill(Qt::transparent);
   QPainter painter(&image);
   QSvgRenderer(file).render(&painter);
   return image;
+}
+
+QString CacheKey(const QString& file, const QSize& size, QIcon::Mode mode) {
+  return QStringLiteral("kolvane-svg %1 %2x%3 %4").arg(file).arg(size.width()).arg(size.height()).arg(mode);
 }
 
 // Grey and nearly transparent: the style's own disabled icons stand out only on a bright bar.
@@ -55,11 +61,11 @@ void SvgIconEngine::paint(QPainter* painter, const QRect& rect, QIcon::Mode mode
 
 QPixmap SvgIconEngine::pixmap(const QSize& size, QIcon::Mode mode, QIcon::State /*state*/) {
   if (size.isEmpty()) return {};
-  const QString name =
-      QStringLiteral("kolvane-svg %1 %2x%3 %4").arg(file_).arg(size.width()).arg(size.height()).arg(mode);
+  const QString name = CacheKey(file_, size, mode);
   QPixmap image;
   if (QPixmapCache::find(name, &image)) return image;
-  image = mode == QIcon::Normal ? Drawn(file_, size) : InMode(mode, pixmap(size, QIcon::Normal, {}));
+  image = mode == QIcon::Normal ? QPixmap::fromImage(Drawn(file_, size))
+                                : InMode(mode, pixmap(size, QIcon::Normal, {}));
   QPixmapCache::insert(name, image);
   return image;
 }
@@ -92,11 +98,42 @@ constexpr std::array<std::string_view, 28> kImageList = {
     "log-record-on", "clear",      "scan",
     "log-record-off"};
 
+QString FileOf(std::string_view name) {
+  return QStringLiteral(":/icons/%1.svg")
+      .arg(QLatin1String(name.data(), static_cast<qsizetype>(name.size())));
+}
+
 }  // namespace
 
 QIcon Icon(const char* name) {
   NeedIcons();
-  return QIcon(new SvgIconEngine(QStringLiteral(":/icons/%1.svg").arg(QLatin1String(name))));
+  return QIcon(new SvgIconEngine(FileOf(name)));
+}
+
+ImageListAhead::ImageListAhead(const QSize& size) : size_(size) {
+  NeedIcons();
+  setAutoDelete(false);
+  QThreadPool::globalInstance()->start(this);
+}
+
+ImageListAhead::~ImageListAhead() {
+  if (!QThreadPool::globalInstance()->tryTake(this)) done_.acquire();
+}
+
+void ImageListAhead::run() {
+  try {
+    for (const std::string_view name : kImageList) Draw(FileOf(name));
+  } catch (const std::bad_alloc&) {  // then they are drawn when painted
+  }
+  done_.release();
+}
+
+// Pixmaps belong to the main thread.
+void ImageListAhead::Draw(const QString& file) const {
+  QMetaObject::invokeMethod(QCoreApplication::instance(),
+                            [key = CacheKey(file, size_, QIcon::Normal), image = Drawn(file, size_)] {
+                              QPixmapCache::insert(key, QPixmap::fromImage(image));
+                            });
 }
 
 QIcon ImageIcon(int number) {

@@ -2,6 +2,9 @@
 
 #include <QIcon>
 #include <QIconEngine>
+#include <QRunnable>
+#include <QSemaphore>
+#include <QSize>
 #include <QString>
 #include <string_view>
 
@@ -30,5 +33,27 @@ QIcon ImageIcon(int number);
 
 /// The number of an icon in the image list.
 int ImageNumber(std::string_view name);
+
+/// The size of the toolbars' images, where there is room.
+constexpr QSize kToolbarImage(22, 22);
+
+/// Draws the toolbars' image list on another thread while the window is being built, so that it is painted
+/// sooner.
+class ImageListAhead final : private QRunnable {
+ public:
+  /// `size` is in device pixels.
+  explicit ImageListAhead(const QSize& size);
+  /// Waits until no image is being drawn.
+  ~ImageListAhead() override;
+  ImageListAhead(const ImageListAhead&) = delete;
+  ImageListAhead& operator=(const ImageListAhead&) = delete;
+
+ private:
+  void run() override;
+  void Draw(const QString& file) const;
+
+  QSize size_;
+  QSemaphore done_;
+};
 
 }  // namespace kolvane::window

@@ -20,7 +20,7 @@ KeyToolbar::KeyToolbar(const char* name, const char* title, std::span<const Butt
   setWindowTitle(base::ToQt(title));
   setMovable(false);
   setContextMenuPolicy(Qt::PreventContextMenu);
-  setIconSize(QSize(22, 22));
+  setIconSize(kToolbarImage);
   for (const ButtonRow& row : buttons) {
     AddButton(row);
     if (row.ends_group) addSeparator();
@@ -154,7 +154,6 @@ constexpr ButtonRow kScriptButtons[] = {
     {"TB_SPECIALCOMMANDS", "special-commands", "Hilfe zu den $-Befehlen", true, false},
 };
 
-constexpr QSize kLarge(22, 22);
 constexpr QSize kSmall(16, 16);
 constexpr QSize kSmallestIcon(12, 12);
 constexpr int kRunControls = 4;  // the first buttons
@@ -183,8 +182,8 @@ void ScriptToolbar::ShowRecording(int tag, int image) {
 QList<QAction*> ScriptToolbar::RunControls() const { return actions().first(kRunControls); }
 
 void ScriptToolbar::FitInto(int height) {
-  if (iconSize() == kLarge) whole_height_ = sizeHint().height();
-  if (height >= whole_height_) return setIconSize(kLarge);
+  if (iconSize() == kToolbarImage) whole_height_ = sizeHint().height();
+  if (height >= whole_height_) return setIconSize(kToolbarImage);
   setIconSize(height >= RunControlHeight(kSmall) ? kSmall : kSmallestIcon);
 }
 

@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QPalette>
 #include <QPixmapCache>
+#include <QThreadPool>
 #include <cmath>
 
 #include "window/icons.h"
@@ -26,6 +27,36 @@ TEST(SvgIconEngineTest, AnIconIsDrawnInTheRequestedSize) {
     EXPECT_EQ(image.size(), QSize(side, side));
     EXPECT_FALSE(IsEmpty(image)) << side;
   }
+}
+
+TEST(ImageListAheadTest, ImagesAreCachedAsIconsDrawThem) {
+  QPixmapCache::clear();
+  const QImage drawn = Icon("connect").pixmap(QSize(44, 44), 1.0).toImage();
+  const QString key = QStringLiteral("kolvane-svg :/icons/connect.svg 44x44 0");
+  ASSERT_TRUE(QPixmapCache::find(key, nullptr));
+  QPixmapCache::clear();
+  {
+    const ImageListAhead ahead(QSize(44, 44));
+    QThreadPool::globalInstance()->waitForDone();
+  }
+  QCoreApplication::processEvents();
+  QPixmap cached;
+  ASSERT_TRUE(QPixmapCache::find(key, &cached));
+  EXPECT_EQ(cached.toImage(), drawn);
+}
+
+TEST(ImageListAheadTest, ItEndsWithoutWaitingForItsTurn) {
+  QThreadPool& pool = *QThreadPool::globalInstance();
+  const int threads = pool.maxThreadCount();
+  pool.setMaxThreadCount(1);
+  QSemaphore busy;
+  pool.start([&busy] { busy.acquire(); });
+  { const ImageListAhead ahead(QSize(33, 33)); }
+  busy.release();
+  pool.waitForDone();
+  QCoreApplication::processEvents();
+  EXPECT_FALSE(QPixmapCache::find(QStringLiteral("kolvane-svg :/icons/connect.svg 33x33 0"), nullptr));
+  pool.setMaxThreadCount(threads);
 }
 
 TEST(SvgIconEngineTest, ADisabledIconLooksDifferent) {

@@ -90,15 +90,23 @@ bool Offers(const QPluginLoader& plugin, const QString& platform) {
   });
 }
 
+// The plug-ins of a folder. Those of Qt are named after their platform, so these come first.
+QStringList Plugins(const QDir& folder, const QString& platform) {
+  QStringList names = folder.entryList({QStringLiteral("*.so")}, QDir::Files);
+  std::stable_partition(names.begin(), names.end(),
+                        [&](const auto& name) { return name.contains(platform); });
+  return names;
+}
+
 // Loading the plug-in tests its dependencies; Qt loads the same one next. If no folder exists, the host may
 // have its plug-ins elsewhere.
 bool IsInstalled(const QString& platform) {
   bool any_folder = false;
-  for (const QString& folder : PlatformFolders()) {
-    const QDir plugins(folder);
-    any_folder |= plugins.exists();
-    for (const QString& name : plugins.entryList({QStringLiteral("*.so")}, QDir::Files)) {
-      QPluginLoader plugin(plugins.filePath(name));
+  for (const QString& name : PlatformFolders()) {
+    const QDir folder(name);
+    any_folder |= folder.exists();
+    for (const QString& file : Plugins(folder, platform)) {
+      QPluginLoader plugin(folder.filePath(file));
       if (Offers(plugin, platform)) return plugin.load();
     }
   }

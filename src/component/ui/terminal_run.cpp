@@ -22,6 +22,7 @@
 #include "device/connection_texts.h"
 #include "device/device_state.h"
 #include "device/loaded_port_library.h"
+#include "window/icons.h"
 #include "window/main_window.h"
 
 namespace kolvane::component {
@@ -205,6 +206,7 @@ void RunTerminal(ComponentState& state, std::int16_t oper_mode, std::int16_t dev
   const HostParts parts = ReadHostParameters(state.device, state.connection);
   state.host_parts = IsHostMode(oper_mode) ? std::optional(parts) : std::nullopt;
   const Application application;
+  const window::ImageListAhead images(window::kToolbarImage * qApp->devicePixelRatio());
   const QPointer<QWidget> host_window = HostWindow();
   CloseWatch close(state.options.CloseDescriptor);
   ResetForWindow(state);

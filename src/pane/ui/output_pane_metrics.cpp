@@ -37,6 +37,9 @@ std::uint8_t IsOdd(std::uint8_t byte) {
                                    static_cast<unsigned>(byte > 0xC3));
 }
 
+// Shown as U+FFFD, which few fonts have: another one would be loaded only to measure it.
+bool IsC1(std::size_t value) { return value > 0x7F && value < 0xA0; }
+
 bool MayBreakAfter(char c) { return c == ' ' || c == '\t' || c == ',' || c == ';' || c == '>'; }
 
 }  // namespace
@@ -49,6 +52,7 @@ OutputPaneMetrics::OutputPaneMetrics(const QFont& font)
       row_height_(static_cast<int>(std::ceil(metrics_.height()))),
       ascent_(std::ceil(metrics_.ascent())) {
   for (std::size_t value = 0; value < narrow_.size(); ++value) {
+    if (IsC1(value)) continue;
     const QString shown = Shown(QString(QChar(static_cast<char16_t>(value))).toStdString());
     narrow_[value] = metrics_.horizontalAdvance(shown);
     if (value >= ' ' && value != 0x7F) widest_ = std::max(widest_, narrow_[value]);
@@ -65,8 +69,9 @@ qreal OutputPaneMetrics::Advance(std::string_view cluster, qreal x) const {
     return (std::floor(x / stop) + 1) * stop - x;
   }
   if (cluster.size() == 1) return narrow_[lead];
-  if (cluster.size() == 2 && lead <= 0xC3) return narrow_[DecodeAt(cluster, 0).value];
-  return Measured(cluster);
+  const bool latin1 = cluster.size() == 2 && lead <= 0xC3;
+  const char32_t value = latin1 ? DecodeAt(cluster, 0).value : 0;
+  return latin1 && !IsC1(value) ? narrow_[value] : Measured(cluster);
 }
 
 qreal OutputPaneMetrics::Measured(std::string_view cluster) const {
@@ -131,6 +136,7 @@ std::size_t OutputPaneMetrics::NextFixedRow(std::string_view line, std::size_t r
   return full;
 }
 
+// U+FFFD, which is not measured, takes the place of two bytes, so it may be twice as wide.
 std::size_t OutputPaneMetrics::SurelyFitting(qreal width) const {
   return width > 0 && widest_ > 0 ? static_cast<std::size_t>(width / widest_) : 0;
 }
@@ -162,7 +168,7 @@ QString OutputPaneMetrics::Shown(std::string_view cluster) {
   const char32_t value = DecodeAt(cluster, 0).value;
   // As terminals do: ^@ for NUL, ^[ for ESC, ^? for DEL. Most fonts lack pictures of control characters.
   if (value < ' ' || value == 0x7F) return QString(u'^') + QChar(static_cast<char16_t>(value ^ 0x40));
-  if (value > 0x7F && value < 0xA0) return QChar(QChar::ReplacementCharacter);
+  if (IsC1(value)) return QChar(QChar::ReplacementCharacter);
   if (value == 0x2028 || value == 0x2029) return QChar(kParagraphSign);
   return QString::fromUtf8(cluster.data(), static_cast<qsizetype>(cluster.size()));
 }

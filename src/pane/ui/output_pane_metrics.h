@@ -60,10 +60,10 @@ class OutputPaneMetrics {
   QFontMetricsF metrics_;
   int row_height_;
   qreal ascent_;
-  std::array<qreal, 256> narrow_{};
+  std::array<qreal, 256> narrow_{};  // not of control characters from U+0080
   qreal widest_ = 0;
   qreal fixed_ = 0;  // the width of every printable ASCII character; 0 if they differ
-  // Filled on demand with clusters outside Latin-1.
+  // Filled on demand with clusters outside Latin-1, and with its control characters from U+0080.
   mutable std::unordered_map<std::string, qreal> measured_;
 };
 

@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
-#include <QHeaderView>
 #include <QMimeData>
 #include <QPainter>
 #include <QScopedValueRollback>
@@ -15,6 +14,7 @@
 #include "pane/ui/output_pane_paint.h"
 #include "script/list_editing.h"
 #include "script/texts.h"
+#include "script/ui/plain_header.h"
 
 namespace kolvane::script {
 namespace {
@@ -41,6 +41,8 @@ CommandGrid::CommandGrid(CommandList& list, QWidget* parent)
       bar_(new base::MarkedScrollBar) {
   setObjectName(QStringLiteral("CommandScript"));
   setAccessibleName(QStringLiteral("Befehlsliste"));
+  setVerticalHeader(new PlainHeader(Qt::Vertical, this));
+  setHorizontalHeader(new PlainHeader(Qt::Horizontal, this));
   setModel(model_);
   setItemDelegate(delegate_);
   setAcceptDrops(true);
@@ -56,7 +58,6 @@ CommandGrid::CommandGrid(CommandList& list, QWidget* parent)
 }
 
 void CommandGrid::SetUpHeaders() {
-  verticalHeader()->setHighlightSections(false);
   verticalHeader()->setDefaultAlignment(Qt::AlignRight | Qt::AlignVCenter);
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   verticalHeader()->setSectionsMovable(true);
@@ -64,7 +65,6 @@ void CommandGrid::SetUpHeaders() {
   horizontalHeader()->setSectionResizeMode(CommandListModel::kMarkerColumn, QHeaderView::Fixed);
   horizontalHeader()->setSectionResizeMode(CommandListModel::kTextColumn, QHeaderView::Stretch);
   horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-  horizontalHeader()->setHighlightSections(false);
   setColumnWidth(CommandListModel::kMarkerColumn, 18);
   FitRows();
 }

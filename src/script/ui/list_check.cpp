@@ -33,9 +33,7 @@ FindingsList::FindingsList(QWidget* parent) : QTreeWidget(parent) {
   setUniformRowHeights(true);
   setColumnCount(3);
   header()->setStretchLastSection(true);
-  header()->setSectionResizeMode(kRow, QHeaderView::ResizeToContents);
-  header()->setSectionResizeMode(kKind, QHeaderView::ResizeToContents);
-  setFixedHeight(header()->sizeHint().height() + kShownRows * (fontMetrics().height() + 4));
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   connect(this, &QTreeWidget::currentItemChanged, this, [this](const QTreeWidgetItem* item) {
     if (item != nullptr) Q_EMIT RowChosen(item->data(kRow, Qt::DisplayRole).toInt());
   });
@@ -45,10 +43,17 @@ FindingsList::FindingsList(QWidget* parent) : QTreeWidget(parent) {
   hide();
 }
 
+QSize FindingsList::sizeHint() const {
+  return {QTreeWidget::sizeHint().width(),
+          header()->sizeHint().height() + kShownRows * (fontMetrics().height() + 4)};
+}
+
 void FindingsList::Show(const std::vector<checker::Finding>& findings) {
   const QSignalBlocker quiet(this);
   const int chosen = currentItem() == nullptr ? 0 : currentItem()->data(kRow, Qt::DisplayRole).toInt();
   clear();
+  header()->setSectionResizeMode(kRow, QHeaderView::ResizeToContents);
+  header()->setSectionResizeMode(kKind, QHeaderView::ResizeToContents);
   setHeaderLabels({QStringLiteral("Zeile"), QStringLiteral("Art"), Counted(findings)});
   for (const checker::Finding& finding : findings) {
     auto* item = new QTreeWidgetItem(this);

@@ -18,6 +18,7 @@ class FindingsList final : public QTreeWidget {
   explicit FindingsList(QWidget* parent = nullptr);
 
   void Show(const std::vector<checker::Finding>& findings);
+  QSize sizeHint() const override;
 
  Q_SIGNALS:
   void RowChosen(int row);

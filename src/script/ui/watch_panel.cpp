@@ -21,12 +21,17 @@ WatchPanel::WatchPanel(QWidget* parent) : QTreeWidget(parent) {
   setAccessibleName(QStringLiteral("Zustand des Ablaufs"));
   setToolTip(QStringLiteral("Zustand des angehaltenen Ablaufs; Esc schließt ihn"));
   setHeaderLabels({QStringLiteral("Name"), QStringLiteral("Wert")});
-  header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
-  setFixedHeight(header()->sizeHint().height() + kVisibleRows * (fontMetrics().height() + 4));
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   hide();
 }
 
+QSize WatchPanel::sizeHint() const {
+  return {QTreeWidget::sizeHint().width(),
+          header()->sizeHint().height() + kVisibleRows * (fontMetrics().height() + 4)};
+}
+
 void WatchPanel::Show(const std::vector<WatchItem>& items) {
+  header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
   QStringList open;
   for (int i = 0; i < topLevelItemCount(); ++i) {
     if (topLevelItem(i)->isExpanded()) open << topLevelItem(i)->text(0);

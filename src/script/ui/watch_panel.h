@@ -17,6 +17,7 @@ class WatchPanel final : public QTreeWidget {
 
   /// Shows `items`; expanded branches stay expanded.
   void Show(const std::vector<WatchItem>& items);
+  QSize sizeHint() const override;
 
  Q_SIGNALS:
   void Closed();
