@@ -99,6 +99,9 @@ TEST(PaneRows, ShowsControlCharactersAsTerminalsDo) {
   EXPECT_EQ(OutputPaneMetrics::Shown("\x7F"), QStringLiteral("^?"));
   EXPECT_EQ(OutputPaneMetrics::Shown("\xC2\x81"), QString(QChar(QChar::ReplacementCharacter)));
   EXPECT_EQ(OutputPaneMetrics::Shown("ä"), QStringLiteral("ä"));
+  const OutputPaneMetrics metrics(Proportional());
+  for (const char* const control : {"\xC2\x80", "\xC2\x9F"})
+    EXPECT_EQ(metrics.X(control, 2), metrics.X("\uFFFD", 3));
 }
 
 TEST(PaneRows, CountsStayRightThroughEditsInManyChunks) {

@@ -99,6 +99,8 @@ TEST_F(ListCommandsTest, TheCheckStartsWithTheStateOfEarlierRuns) {
 TEST_F(ListCommandsTest, RowsAreNumbered) {
   EXPECT_TRUE(Grid()->verticalHeader()->isVisible());
   EXPECT_EQ(Grid()->model()->headerData(11, Qt::Vertical), 12);
+  EXPECT_GT(Grid()->verticalHeader()->width(),
+            Grid()->fontMetrics().horizontalAdvance(QStringLiteral("1024")));
 }
 
 TEST_F(ListCommandsTest, TheSelectedRowsAreDuplicatedAndMoved) {
