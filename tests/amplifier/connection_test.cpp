@@ -4,6 +4,7 @@
 #include <poll.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <deque>
 #include <string>
 #include <vector>
@@ -84,6 +85,20 @@ class ConnectionTest : public testing::Test {
   FakePeer peer_;
   Handler handler_;
 };
+
+TEST(TransferOf, OnlyAnInterruptionIsTriedAgain) {
+  EXPECT_EQ(Transfer::Of(1).kind, Transfer::Kind::kMoved);
+  EXPECT_EQ(Transfer::Of(1).count, 1u);
+  EXPECT_EQ(Transfer::Of(0).kind, Transfer::Kind::kEnded);
+  for (const int error : {EAGAIN, EINTR}) {
+    errno = error;
+    EXPECT_EQ(Transfer::Of(-1).kind, Transfer::Kind::kLater) << error;
+  }
+  for (const int error : {ECONNRESET, EIO, EPIPE}) {
+    errno = error;
+    EXPECT_EQ(Transfer::Of(-1).kind, Transfer::Kind::kEnded) << error;
+  }
+}
 
 TEST_F(ConnectionTest, AnAnswerLeavesInOneSend) {
   Connection connection = Connect();

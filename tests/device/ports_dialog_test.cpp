@@ -51,6 +51,7 @@ class PortsDialogTest : public testing::Test {
 
 TEST_F(PortsDialogTest, EmptyFieldsShowTheDefaultsAndWriteNothing) {
   Open();
+  EXPECT_EQ(dialog_->objectName(), "PortsDialog");
   for (const char* name :
        {"COM1_Node", "COM1_Baud", "COM2_Node", "COM2_Baud", "LPT1_Node", "LPT2_Node", "GPIB_Board"}) {
     EXPECT_EQ(Field(name)->currentText(), "") << name;

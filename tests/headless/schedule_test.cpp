@@ -42,6 +42,12 @@ TEST(Schedule, DelaysDoNotAddUp) {
     ASSERT_EQ(Next(schedule, pass == 0 ? 0 : pass * 100 - 3), pass * 100);
 }
 
+TEST(Schedule, APassWithoutDurationIsNotRepeatedAtOnce) {
+  Schedule schedule(2, 100, kStart);
+  EXPECT_EQ(Next(schedule, 0), 0);
+  EXPECT_EQ(Next(schedule, 0), 100);
+}
+
 TEST(Schedule, MissedStartsAreSkipped) {
   Schedule schedule(4, 100, kStart);
   EXPECT_EQ(Next(schedule, 0), 0);
