@@ -25,7 +25,11 @@ TEST(Utf8, AppendsEachLength) {
 TEST(Utf8, RecognizesAsciiAtEveryLength) {
   for (std::size_t length = 1; length < 20; ++length) {
     EXPECT_TRUE(IsAscii(std::string(length, 'a')));
-    EXPECT_FALSE(IsAscii(std::string(length - 1, 'a') + '\x80'));
+    for (std::size_t at = 0; at < length; ++at) {
+      std::string text(length, 'a');
+      text[at] = '\x80';
+      EXPECT_FALSE(IsAscii(text)) << length << ' ' << at;
+    }
   }
 }
 
