@@ -267,6 +267,16 @@ TEST_F(InspectToolsTest, AFileIsLoadedPageByPage) {
   EXPECT_EQ(base::ReadBytes(folder_.Path("copy")), bytes);
 }
 
+TEST_F(InspectToolsTest, APositionOnAnotherPageRunsTheTemplate) {
+  AddTemplate("a.BNS", "BYTECOUNT=1\r\na;BYTE;0");
+  base::WriteBytes(folder_.Path("data"), std::string(kMaxDumpBytes, 'A') + "BC");
+  Open("D");
+  Drop(folder_.Path("data"));
+  EXPECT_EQ(LineTexts(), QStringList()) << "a new block";
+  Type("GoToEdit", QString::number(kMaxDumpBytes + 1));
+  EXPECT_EQ(LineTexts(), QStringList{"a=67"});
+}
+
 TEST_F(InspectToolsTest, AnotherBlockHasNothingSelected) {
   base::WriteBytes(folder_.Path("data"), "UVWXYZ");
   Open("ABCDEF");
