@@ -154,6 +154,7 @@ TEST_F(PaneTargetTest, AFailedPrintIsReported) {
 
 TEST_F(PaneTargetTest, AFontIsShownAndKept) {
   OnDialog<QFontDialog>([](QFontDialog& dialog) {
+    EXPECT_EQ(dialog.objectName(), "FontDialog");
     EXPECT_EQ(dialog.windowTitle(), "Schriftart");
     EXPECT_EQ(dialog.currentFont().pointSize(), 10);
     QFont font("DejaVu Sans Mono", 14);

@@ -85,6 +85,7 @@ class WindowFixture : public testing::Test, protected WindowRecords {
   QString MessageDuring(const std::function<void()>& step) {
     QString text;
     OnDialog<QMessageBox>([&text](QMessageBox& box) {
+      EXPECT_EQ(box.objectName(), "MessageBox");
       text = box.text();
       box.accept();
     });
