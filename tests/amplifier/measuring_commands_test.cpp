@@ -122,6 +122,7 @@ TEST_F(MeasuringCommandsTest, BufferBlockIsThePartAskedFor) {
   EXPECT_TRUE(BadParameter("BUFB? 1,1,INT8"));
   EXPECT_TRUE(BadParameter("BUFB? 1,1,INT16,PDP"));
   EXPECT_TRUE(WrongCount("BUFB? 1"));
+  EXPECT_TRUE(WrongCount("BUFB? 1,1,INT16,INTEL,1"));
 }
 
 TEST_F(MeasuringCommandsTest, BufferBlockHasALargestCount) {

@@ -52,11 +52,12 @@ TEST(TypedOffset, TakesDecimalHexadecimalAndRelativeNumbers) {
   EXPECT_EQ(TypedOffset("+4", 5), 9);
   EXPECT_EQ(TypedOffset("-4", 5), 1);
   EXPECT_EQ(TypedOffset("-&H10", 5), -11);
+  EXPECT_EQ(TypedOffset("&H1000000000000000", 5), std::int64_t{1} << 60);
 }
 
 TEST(TypedOffset, RefusesInvalidOffsets) {
-  for (const char* typed :
-       {"", "+", "&H", "0x", "abc", "1 2", "12x", "--4", "+-4", "1.5", "99999999999999999999"})
+  for (const char* typed : {"", "+", "&H", "0x", "abc", "1 2", "12x", "--4", "+-4", "1.5",
+                            "&H1000000000000001", "99999999999999999999"})
     EXPECT_EQ(TypedOffset(typed, 0), std::nullopt) << typed;
 }
 

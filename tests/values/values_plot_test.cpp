@@ -245,6 +245,24 @@ TEST_F(ValuesPlotTest, ReadsTheValuesUnderThePointer) {
   EXPECT_EQ(plot_.cursor(), std::nullopt);
 }
 
+TEST_F(ValuesPlotTest, TheBoxIsBesideTheLineWhereThereIsMoreRoom) {
+  const QImage without = plot_.grab().toImage();
+  const int row = static_cast<int>(plot_.Area().top()) + 15;  // above all marks
+  for (const int x : {30, 70}) {
+    QTest::mouseMove(&plot_, At(x, 50));
+    const QImage with = plot_.grab().toImage();
+    int left = 0;
+    int right = 0;
+    for (int column = 0; column < with.width(); ++column) {
+      const bool painted = with.pixel(column, row) != without.pixel(column, row);
+      left += static_cast<int>(painted && column < At(x, 50).x() - 2);
+      right += static_cast<int>(painted && column > At(x, 50).x() + 2);
+    }
+    EXPECT_EQ(left > 0, x == 70) << x;
+    EXPECT_EQ(right > 0, x == 30) << x;
+  }
+}
+
 TEST_F(ValuesPlotTest, ReadsByKeysFromValueToValue) {
   curves_.Show(0, false);
   plot_.ShowRows(100);
