@@ -59,7 +59,10 @@ class FakeNode final : public DeviceNode {
     script_.calls.push_back("write " + std::string(bytes));
     return Result(Next(script_.writes, {std::string(bytes)}));
   }
-  void Wait(Deadline&) override { script_.calls.push_back("wait"); }
+  void Wait(Deadline& deadline) override {
+    script_.calls.push_back("wait");
+    script_.wait_ms = deadline.total_ms();
+  }
 
  private:
   static int Fail(int error) {

@@ -25,6 +25,7 @@ struct NodeScript {
   std::map<std::string, int> failing;            ///< name of a request to the errno it fails with
   std::map<std::string, std::uint32_t> answers;  ///< name of a request to the number it returns
   int silence_error = 11;                        ///< EAGAIN
+  std::int32_t wait_ms = 0;                      ///< the time-out of the latest wait
 };
 
 /// Requests are recorded by name, and with their number if they take one.

@@ -104,6 +104,7 @@ TEST_F(ParallelPort, AsksAgainUntilBytesArrive) {
   EXPECT_EQ(ReadText(), "x");
   EXPECT_EQ(script_.calls, (Calls{"read", "wait", "PPCLRIRQ", "read", "wait", "PPCLRIRQ", "read", "wait",
                                   "PPCLRIRQ", "read"}));
+  EXPECT_EQ(script_.wait_ms, 5) << "without interrupts only asking shows that there are bytes";
 }
 
 TEST_F(ParallelPort, AsksOnceIfThereIsNoTimeToWait) {

@@ -267,6 +267,16 @@ TEST_F(HelpWindowTest, FindsUmlautsThatAreSpelledOut) {
   EXPECT_EQ(Page()->textCursor().selectedText().toLower(), QStringLiteral("größe"));
 }
 
+TEST_F(HelpWindowTest, F3StaysOnThePageIfNothingIsFound) {
+  Show(1);
+  const std::string page = Path();
+  SearchField()->setText(QStringLiteral("steht nirgends xyzzy"));
+  ASSERT_EQ(Results()->count(), 0);
+  Action("HelpFindNext")->trigger();
+  Action("HelpFindPrevious")->trigger();
+  EXPECT_EQ(Path(), page);
+}
+
 TEST_F(HelpWindowTest, WithoutASearchF3OpensTheSearch) {
   Show(1);
   Action("HelpFindNext")->trigger();

@@ -58,6 +58,8 @@ TEST_F(BinInspectDialogTest, OpensOnTheFirstByteAsAByte) {
   EXPECT_EQ(SelectedText(), "41");
   EXPECT_EQ(Dump()->View().caret, 5);
   EXPECT_TRUE(Dump()->hasFocus());
+  auto* value = Find<QLabel>("NumDisplay");
+  EXPECT_EQ(value->grab().toImage().pixelColor(value->rect().center() / 2), value->palette().base().color());
 }
 
 TEST_F(BinInspectDialogTest, AClickDecodesTheByteUnderIt) {

@@ -290,6 +290,9 @@ TEST_F(PaneWindow, TheMarginShowsTheTimeOfEachLine) {
   EXPECT_EQ(pane_.lineTime(7), "");
   pane_.selectAll();
   EXPECT_EQ(pane_.SelectedTextWithTimes().section(u'\n', 1, 1), time + " a");
+  const QImage shown = pane_.grab().toImage();
+  const QRect below(2, pane_.viewport()->y() + 2 * pane_.fontMetrics().height(), 40, 40);
+  EXPECT_EQ(gui::Pixels(shown, below, shown.pixelColor(below.center())), 40 * 40) << "no time without a line";
   pane_.setProperty("timeStamps", false);
   EXPECT_EQ(pane_.viewport()->width(), width);
 }

@@ -81,5 +81,13 @@ TEST_F(ExtrasInTheWindow, CheckMarksAreThoseOfTheState) {
   EXPECT_FALSE(terminal_.extras.device_words);
 }
 
+TEST_F(ExtrasInTheWindow, TimeStampsAreShownAtOnce) {
+  EXPECT_FALSE(Pane()->timeStamps());
+  Press("mnuTimeStamps");
+  EXPECT_TRUE(Pane()->timeStamps());
+  Press("mnuTimeStamps");
+  EXPECT_FALSE(Pane()->timeStamps());
+}
+
 }  // namespace
 }  // namespace kolvane::window
