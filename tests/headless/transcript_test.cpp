@@ -142,6 +142,12 @@ TEST_F(RecordedPortTest, AnEmptyAnswerIsItsTerminator) {
   EXPECT_EQ(Recorded(), "|<DQ==");
 }
 
+TEST_F(RecordedPortTest, AnEmptyLineKeepsBothItsCharacters) {
+  library.replies = {{"\r\n"}};
+  EXPECT_EQ(Read(3, '\n'), "\r\n");
+  EXPECT_EQ(Recorded(), "|<DQo=");
+}
+
 TEST_F(RecordedPortTest, FailedTransfersAreNotRecorded) {
   EXPECT_EQ(Read(20, '\n'), "");
   library.mode = device::FakePortLibrary::Mode::kFail;

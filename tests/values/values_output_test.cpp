@@ -230,5 +230,15 @@ TEST_F(ValuesOutputTest, PicturesShowTheCurves) {
   EXPECT_GT(gui::Pixels(picture, picture.rect(), CurveColor(0, false)), 500);
 }
 
+TEST_F(ValuesOutputTest, PicturesShowASingleValue) {
+  store_.Clear();
+  Add(store_, "MSV? 1", {7});
+  curves_.Refresh();
+  plot_.ShowRows(1);
+  const QImage picture = PictureImage(plot_.Scene(false), plot_.font(), plot_.size());
+  const QRect below_legend = picture.rect().adjusted(0, picture.height() / 4, 0, 0);
+  EXPECT_GT(gui::Pixels(picture, below_legend, CurveColor(0, false)), 0);
+}
+
 }  // namespace
 }  // namespace kolvane::values
