@@ -232,6 +232,8 @@ TEST_P(WindowFault, Row17AnInstrumentThatNoLongerReads) {
   const std::string endless(std::size_t{16} << 20, 'x');
   EXPECT_EQ(live.window().core().session.SendCommand(endless), terminal::Sent::kWriteFailed);
   EXPECT_EQ(live.NewLines(), "Write error: " + TextOf(Status::kWriteTimeout));
+  live.connection().timeout_ms = 5000;
+  live.instrument().AwaitFault();
   live.instrument().EndFault();
   ExpectReconnects(live);
 }
