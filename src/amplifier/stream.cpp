@@ -11,7 +11,7 @@ namespace kolvane::amplifier {
 
 Transfer Transfer::Of(ssize_t returned) {
   if (returned > 0) return {Kind::kMoved, static_cast<std::size_t>(returned)};
-  if (returned < 0 && (errno == EAGAIN || errno == EINTR)) return {};
+  if (returned < 0 && base::IsTransient(errno)) return {};
   return {Kind::kEnded, 0};
 }
 namespace {

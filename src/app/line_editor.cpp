@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "app/shell_typing.h"
+#include "base/descriptor.h"
 #include "base/encoding.h"
 
 namespace kolvane::app {
@@ -137,7 +138,7 @@ bool LineEditor::Receive() {
   std::array<char, 4096> piece;
   const ssize_t got = read(STDIN_FILENO, piece.data(), piece.size());
   if (got > 0) typed_.append(piece.data(), static_cast<std::size_t>(got));
-  return got > 0 || (got < 0 && (errno == EINTR || errno == EAGAIN));
+  return got > 0 || (got < 0 && base::IsTransient(errno));
 }
 
 bool LineEditor::ReadByte(char& byte) {

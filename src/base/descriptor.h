@@ -22,6 +22,9 @@ auto Uninterrupted(Call call) {
   return result;
 }
 
+/// Whether a system call that failed with this errno may succeed if repeated.
+constexpr bool IsTransient(int error) { return error == EINTR || error == EAGAIN; }
+
 /// Whether a read would return at once; does not wait.
 inline bool IsReadable(int descriptor) {
   pollfd entry{descriptor, POLLIN, 0};

@@ -141,7 +141,7 @@ int ReadPieces(const std::string& name, const TakePiece& take, const GiveUp& giv
     const ssize_t count = read(file.get(), piece.data(), piece.size());
     if (count == 0) return 0;
     if (count > 0 && !take({piece.data(), static_cast<std::size_t>(count)})) return 0;
-    if (count < 0 && errno != EINTR && errno != EAGAIN) return errno;
+    if (count < 0 && !IsTransient(errno)) return errno;
   }
 }
 
@@ -208,7 +208,7 @@ FolderLock::FolderLock(const std::string& folder, std::chrono::milliseconds time
   if (!folder_) return;
   const auto end = std::chrono::steady_clock::now() + timeout;
   while (!(held_ = flock(folder_.get(), LOCK_EX | LOCK_NB) == 0)) {
-    if (errno != EWOULDBLOCK && errno != EINTR) return;
+    if (!IsTransient(errno)) return;
     if (std::chrono::steady_clock::now() >= end) return;
     std::this_thread::sleep_for(kPause);
   }

@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <cerrno>
 
+#include "base/descriptor.h"
+
 namespace kolvane::devlnk {
 namespace {
 
@@ -110,7 +112,7 @@ Received ParallelChannel::Read(std::span<char> room, Deadline& deadline) {
   for (;;) {
     const ssize_t got = node_->Read(room);
     if (got > 0) return {static_cast<std::size_t>(got)};
-    if (got < 0 && !IsTransient(errno)) return {0, FailureOfNode(errno)};
+    if (got < 0 && !base::IsTransient(errno)) return {0, FailureOfNode(errno)};
     if (deadline.HasExpired()) return {};
     Pause(deadline);
   }
@@ -124,7 +126,7 @@ Status ParallelChannel::Write(std::string_view bytes, Deadline& deadline) {
       bytes.remove_prefix(static_cast<std::size_t>(sent));
       continue;
     }
-    if (sent < 0 && !IsTransient(errno)) return FailureOfNode(errno);
+    if (sent < 0 && !base::IsTransient(errno)) return FailureOfNode(errno);
     if (deadline.HasExpired()) return Status::kWriteTimeout;
     Pause(deadline);
   }

@@ -43,8 +43,6 @@ constexpr std::int32_t Code(Status status) { return static_cast<std::int32_t>(st
 
 /// The only translation of errno, so that the same failure has the same code on every port kind.
 Status StatusFromErrno(int error);
-/// Whether the call may succeed if repeated.
-constexpr bool IsTransient(int error) { return error == EINTR || error == EAGAIN; }
 
 /// The meaning of a status, German, UTF-8 ("Verbindung abgelehnt"); empty if it is not a failure of this
 /// library.

@@ -6,6 +6,8 @@
 
 #include <cerrno>
 
+#include "base/descriptor.h"
+
 namespace kolvane::devlnk {
 
 // A slice longer than the handler's pace is used only after a prompt answer.
@@ -19,7 +21,7 @@ namespace kolvane::devlnk {
     deadline.Start();
     const ssize_t got = ReadWaiting(room);
     if (got > 0) return {static_cast<std::size_t>(got)};
-    if (got < 0 && !IsTransient(errno)) return {0, Failure(errno)};
+    if (got < 0 && !base::IsTransient(errno)) return {0, Failure(errno)};
   }
   prompt_ = false;
   while (WaitFor(poll_fd(), POLLIN, deadline)) {
@@ -29,7 +31,7 @@ namespace kolvane::devlnk {
       return {static_cast<std::size_t>(got)};
     }
     if (got == 0) return {0, EndOfInput()};
-    if (!IsTransient(errno)) return {0, Failure(errno)};
+    if (!base::IsTransient(errno)) return {0, Failure(errno)};
     // A descriptor may report ready again and again without delivering a byte.
     if (deadline.HasExpired()) break;
   }
@@ -44,7 +46,7 @@ namespace kolvane::devlnk {
       if (!bytes.empty()) deadline.Attend();
       continue;
     }
-    if (sent < 0 && !IsTransient(errno)) return Failure(errno);
+    if (sent < 0 && !base::IsTransient(errno)) return Failure(errno);
     if (!deadline.Continue() || !WaitFor(poll_fd(), POLLOUT, deadline)) return Status::kWriteTimeout;
   }
   return Status::kOk;

@@ -8,6 +8,8 @@
 #include <cerrno>
 #include <ctime>
 
+#include "base/descriptor.h"
+
 namespace kolvane::headless {
 namespace {
 
@@ -70,7 +72,7 @@ bool LineInput::Read() {
   const ssize_t got = read(descriptor_, piece.data(), piece.size());
   if (got > 0) bytes_.append(piece.data(), static_cast<std::size_t>(got));
   if (got >= 0) return got > 0;
-  if (errno == EINTR || errno == EAGAIN) return true;
+  if (base::IsTransient(errno)) return true;
   error_ = errno;
   return false;
 }

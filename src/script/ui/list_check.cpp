@@ -52,6 +52,7 @@ void FindingsList::Show(const std::vector<checker::Finding>& findings) {
   const QSignalBlocker quiet(this);
   const int chosen = currentItem() == nullptr ? 0 : currentItem()->data(kRow, Qt::DisplayRole).toInt();
   clear();
+  // Not before: a hidden header, too, measures its sections, in bold.
   header()->setSectionResizeMode(kRow, QHeaderView::ResizeToContents);
   header()->setSectionResizeMode(kKind, QHeaderView::ResizeToContents);
   setHeaderLabels({QStringLiteral("Zeile"), QStringLiteral("Art"), Counted(findings)});

@@ -31,6 +31,7 @@ QSize WatchPanel::sizeHint() const {
 }
 
 void WatchPanel::Show(const std::vector<WatchItem>& items) {
+  // Not before: a hidden header, too, measures its sections, in bold.
   header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
   QStringList open;
   for (int i = 0; i < topLevelItemCount(); ++i) {
