@@ -4,8 +4,6 @@
 
 #include <QApplication>
 
-#include <unistd.h>
-
 #include <clocale>
 #include <cstdlib>
 #include <memory>
@@ -29,10 +27,11 @@ class HostWithoutQtTest : public testing::Test {
  protected:
   HostWithoutQtTest() {
     TerminalOptions options;
-    options.SettingsFile = testing::TempDir() + "host_without_qt_" + std::to_string(getpid()) + ".ini";
+    options.SettingsFile = folder_.Path("kolvane.ini");
     terminal_.SetOptions(options);
   }
 
+  base::TempFolder folder_;
   MainClass terminal_;
 };
 
