@@ -1,7 +1,5 @@
 #include "script/ui/list_check.h"
 
-#include <QHeaderView>
-#include <QKeyEvent>
 #include <QLayout>
 #include <algorithm>
 #include <utility>
@@ -25,36 +23,26 @@ QString Counted(const std::vector<checker::Finding>& findings) {
 
 }  // namespace
 
-FindingsList::FindingsList(QWidget* parent) : QTreeWidget(parent) {
-  setObjectName(QStringLiteral("FindingsList"));
+FindingsList::FindingsList(QWidget* parent) : InfoList(QStringLiteral("FindingsList"), kShownRows, parent) {
   setAccessibleName(QStringLiteral("Ergebnis der Prüfung"));
   setToolTip(QStringLiteral("Was die Prüfung gefunden hat; Esc beendet sie"));
   setRootIsDecorated(false);
   setUniformRowHeights(true);
   setColumnCount(3);
   header()->setStretchLastSection(true);
-  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   connect(this, &QTreeWidget::currentItemChanged, this, [this](const QTreeWidgetItem* item) {
     if (item != nullptr) Q_EMIT RowChosen(item->data(kRow, Qt::DisplayRole).toInt());
   });
   connect(this, &QTreeWidget::itemClicked, this, [this](const QTreeWidgetItem* item) {
     Q_EMIT RowChosen(item->data(kRow, Qt::DisplayRole).toInt());
   });
-  hide();
-}
-
-QSize FindingsList::sizeHint() const {
-  return {QTreeWidget::sizeHint().width(),
-          header()->sizeHint().height() + kShownRows * (fontMetrics().height() + 4)};
 }
 
 void FindingsList::Show(const std::vector<checker::Finding>& findings) {
   const QSignalBlocker quiet(this);
   const int chosen = currentItem() == nullptr ? 0 : currentItem()->data(kRow, Qt::DisplayRole).toInt();
   clear();
-  // Not before: a hidden header, too, measures its sections, in bold.
-  header()->setSectionResizeMode(kRow, QHeaderView::ResizeToContents);
-  header()->setSectionResizeMode(kKind, QHeaderView::ResizeToContents);
+  FitColumns({kRow, kKind});
   setHeaderLabels({QStringLiteral("Zeile"), QStringLiteral("Art"), Counted(findings)});
   for (const checker::Finding& finding : findings) {
     auto* item = new QTreeWidgetItem(this);
@@ -64,11 +52,6 @@ void FindingsList::Show(const std::vector<checker::Finding>& findings) {
     item->setToolTip(kText, item->text(kText).toHtmlEscaped());
     if (finding.row == chosen) setCurrentItem(item);
   }
-}
-
-void FindingsList::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_Escape) return Q_EMIT Closed();
-  QTreeWidget::keyPressEvent(event);
 }
 
 ListCheck::ListCheck(CommandGrid* grid, FindingsList* findings, std::function<checker::RunStart()> start)

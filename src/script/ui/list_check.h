@@ -1,31 +1,26 @@
 #pragma once
 
 #include <QTimer>
-#include <QTreeWidget>
 #include <functional>
 #include <vector>
 
 #include "script/checker/checker.h"
 #include "script/ui/command_grid.h"
+#include "script/ui/info_list.h"
 
 namespace kolvane::script {
 
-/// The findings of the checker, `FindingsList`: row, kind, text. Hidden until a check is requested.
-class FindingsList final : public QTreeWidget {
+/// The findings of the checker, `FindingsList`: row, kind, text.
+class FindingsList final : public InfoList {
   Q_OBJECT
 
  public:
   explicit FindingsList(QWidget* parent = nullptr);
 
   void Show(const std::vector<checker::Finding>& findings);
-  QSize sizeHint() const override;
 
  Q_SIGNALS:
   void RowChosen(int row);
-  void Closed();
-
- protected:
-  void keyPressEvent(QKeyEvent* event) override;
 };
 
 /// Checks the command list and shows the findings in its grid. After Start the list is checked again shortly

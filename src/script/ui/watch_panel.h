@@ -1,15 +1,15 @@
 #pragma once
 
-#include <QTreeWidget>
 #include <vector>
 
+#include "script/ui/info_list.h"
 #include "script/watch.h"
 
 namespace kolvane::script {
 
-/// The state of a stopped run, `WatchPanel`: name and value. Hidden until a breakpoint, or running up to a
-/// row, has stopped a run.
-class WatchPanel final : public QTreeWidget {
+/// The state of a stopped run, `WatchPanel`: name and value. Shown when a breakpoint, or running up to a row,
+/// has stopped a run.
+class WatchPanel final : public InfoList {
   Q_OBJECT
 
  public:
@@ -17,13 +17,6 @@ class WatchPanel final : public QTreeWidget {
 
   /// Shows `items`; expanded branches stay expanded.
   void Show(const std::vector<WatchItem>& items);
-  QSize sizeHint() const override;
-
- Q_SIGNALS:
-  void Closed();
-
- protected:
-  void keyPressEvent(QKeyEvent* event) override;
 };
 
 }  // namespace kolvane::script
