@@ -297,6 +297,20 @@ TEST_F(PaneWindow, TheMarginShowsTheTimeOfEachLine) {
   EXPECT_EQ(pane_.viewport()->width(), width);
 }
 
+TEST_F(PaneWindow, AWrappedLineHasItsTimeOnlyBesideItsFirstRow) {
+  pane_.setTimeStamps(true);
+  pane_.AppendLine(LineKind::kAnswer, std::string(200, 'x'));
+  const QImage shown = pane_.grab().toImage();
+  const int row_height = pane_.CharacterRect(150).height();
+  const int first_row = pane_.viewport()->y() + pane_.CharacterRect(1).top();
+  const QRect margin(2, first_row, pane_.viewport()->x() - 4, row_height);
+  const auto has_text = [&](const QRect& part) {
+    return gui::Pixels(shown, part, pane_.palette().color(QPalette::Base)) < part.width() * part.height();
+  };
+  EXPECT_TRUE(has_text(margin));
+  EXPECT_FALSE(has_text(margin.translated(0, row_height)));
+}
+
 class WindowCase {
  public:
   Pane& pane() { return pane_; }
