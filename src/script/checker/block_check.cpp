@@ -107,7 +107,8 @@ class LoopCheck {
       Add(row, KindOf(refusal), std::string(texts::kTooDeep), loop);
     } else if (refusal != Refusal::kNever) {
       const int innermost = InnermostLoop(states);
-      Add(row, KindOf(refusal), texts::CountOverflows(innermost == 0 ? loop : innermost), loop);
+      const int counting = innermost == 0 ? loop : innermost;
+      Add(row, KindOf(refusal), texts::CountOverflows(counting), counting);
     }
   }
 

@@ -161,6 +161,16 @@ TEST(RowCheck, FindsTheCountThatCannotBeLowered) {
             "Fehler 2: Der Zähler der Schleife aus Zeile 1 läuft über (1)");
 }
 
+// The loop that is open, not the one whose $ENDREPEAT this is.
+TEST(RowCheck, NamesTheLoopWhoseCountCannotBeLowered) {
+  EXPECT_EQ(Check("$REPEAT -2147483648|$GOTO in|$REPEAT 2|in:|$ENDREPEAT"),
+            "Hinweis 1: Der Zähler läuft bei $ENDREPEAT über, verwenden Sie 0 für einen Durchgang\n"
+            "Hinweis 1: Zu diesem $REPEAT fehlt $ENDREPEAT, der Block läuft nur einmal\n"
+            "Hinweis 2: Sprung in die Schleife aus Zeile 3, ohne dass ihr $REPEAT ausgeführt ist (3)\n"
+            "Hinweis 3: Die Zeile wird nie erreicht\n"
+            "Fehler 5: Der Zähler der Schleife aus Zeile 1 läuft über (1)");
+}
+
 TEST(RowCheck, FindsPositionsThatDoNotExist) {
   const auto position = [](std::string_view text) {
     return Check("$SPLITPARAMS|$GETPARAM " + std::string(text));
