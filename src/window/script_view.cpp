@@ -176,8 +176,6 @@ void ScriptView::ShowWatch() {
                                    .silent = terminal_.output.SilentMode,
                                    .log_open = log_.IsOpen(),
                                    .log_recording = terminal_.output.log_recording}));
-  // The grid has less room now.
-  panel_->layout()->activate();
   grid_->scrollTo(grid_->currentIndex());
 }
 

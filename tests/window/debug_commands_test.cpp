@@ -64,6 +64,7 @@ TEST_F(DebugCommandsTest, AnInterruptedRunShowsItsState) {
   Press("TB_PLAY");
   EXPECT_EQ(CurrentRow(), 2);
   ASSERT_TRUE(Watch()->isVisible());
+  QApplication::processEvents();
   EXPECT_EQ(Watch()->geometry().left(), Grid()->geometry().left());
   EXPECT_GT(Watch()->geometry().top(), Grid()->geometry().bottom());
   EXPECT_EQ(HeaderMarks(2),

@@ -87,6 +87,17 @@ TEST_F(ListCommandsTest, EscEndsTheCheck) {
   EXPECT_EQ(Finding(1), 0);
 }
 
+TEST_F(ListCommandsTest, TheFindingsLeaveTheCurrentRowInView) {
+  Fill(QStringList(100, "A"));
+  GoTo(1);
+  const int rows_in_view = Grid()->viewport()->height() / Grid()->rowHeight(0);
+  GoTo(rows_in_view);
+  Press("mnuCheckList");
+  QApplication::processEvents();
+  EXPECT_LT(Grid()->viewport()->height() / Grid()->rowHeight(0), rows_in_view);
+  EXPECT_TRUE(Grid()->viewport()->rect().contains(Grid()->visualRect(Grid()->currentIndex())));
+}
+
 TEST_F(ListCommandsTest, TheCheckStartsWithTheStateOfEarlierRuns) {
   Fill({"$GETPARAM 1"});
   Press("mnuCheckList");

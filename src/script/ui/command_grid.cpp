@@ -329,6 +329,12 @@ void CommandGrid::mousePressEvent(QMouseEvent* event) {
   if (!list().InUse() && currentIndex().isValid()) list().SetCurrentRow(currentIndex().row() + 1);
 }
 
+void CommandGrid::resizeEvent(QResizeEvent* event) {
+  const bool was_in_view = QRect(QPoint(), event->oldSize()).intersects(visualRect(currentIndex()));
+  QTableView::resizeEvent(event);
+  if (was_in_view) scrollTo(currentIndex());
+}
+
 void CommandGrid::dragEnterEvent(QDragEnterEvent* event) { AnswerDrag(event); }
 
 void CommandGrid::dragMoveEvent(QDragMoveEvent* event) { AnswerDrag(event); }

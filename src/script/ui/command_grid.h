@@ -89,6 +89,8 @@ class CommandGrid final : public QTableView {
   void focusOutEvent(QFocusEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
+  /// A current row that was in view stays there.
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   void MoveRowsBy(RowSpan rows, int by);

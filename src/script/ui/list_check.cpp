@@ -1,6 +1,5 @@
 #include "script/ui/list_check.h"
 
-#include <QLayout>
 #include <algorithm>
 #include <utility>
 
@@ -70,8 +69,6 @@ void ListCheck::Start() {
   live_ = true;
   Check();
   findings_->show();
-  // Activate the layout first, so that the selected row comes into view.
-  if (findings_->parentWidget()->layout() != nullptr) findings_->parentWidget()->layout()->activate();
   if (findings_->topLevelItemCount() > 0) findings_->setCurrentItem(findings_->topLevelItem(0));
 }
 
