@@ -258,7 +258,8 @@ bool Session::ReadToGap() {
 bool Session::ReadCounted() {
   const std::size_t count = TypedCount(state_.shown.count);
   gathered_.clear();
-  if (count > device_state_.put_back.size()) {
+  // Only bytes put back can make a read unnecessary, not a count of 0.
+  if (count > device_state_.put_back.size() || device_state_.put_back.empty()) {
     buffer_.assign(kCountedAnswerLimit, 0);
     const std::size_t left = count - device_state_.put_back.size();
     const std::size_t received =

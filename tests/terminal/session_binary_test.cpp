@@ -176,12 +176,13 @@ TEST_F(SessionCountTest, NothingOfAnOlderAnswerIsReturned) {
   EXPECT_EQ(state.last_answer.text, "\0\0"s);
 }
 
-TEST_F(SessionCountTest, ZeroReadsNothingAndIsAnEmptyAnswer) {
+TEST_F(SessionCountTest, ZeroTakesNothingAndIsAnEmptyAnswer) {
   state.last_answer.text = "old";
   state.shown.count = "0";
   device.incoming = "x";
   EXPECT_TRUE(session.GetAnswer());
-  EXPECT_EQ(device.CountCalls("ReadBinary"), 0u);
+  EXPECT_EQ(device.calls, (Lines{"ClearLastError", "SetTimeout 3000", "ReadBinary 0", "LastError"}));
+  EXPECT_EQ(device.incoming, "x");
   EXPECT_EQ(pane.text, "\r\n");
   EXPECT_EQ(state.last_answer.text, "");
 }
