@@ -13,16 +13,16 @@ std::vector<std::string> LastAnswer::Fields() const {
   return fields;
 }
 
-void Options::Toggle(int index) {
+void Options::Set(int index, bool checked) {
   switch (index) {
     case 0:
-      show_commands = !show_commands;
+      show_commands = checked;
       break;
     case 1:
-      show_response_times = !show_response_times;
+      show_response_times = checked;
       break;
     case 2:
-      line_breaks = !line_breaks;
+      line_breaks = checked;
       break;
     default:
       break;

@@ -61,8 +61,8 @@ struct Options {
   bool show_commands = true;
   bool show_response_times = false;
   bool line_breaks = false;
-  /// Toggles the check mark of item `index`; any other index is ignored.
-  void Toggle(int index);
+  /// Sets the check mark of item `index`; any other index is ignored.
+  void Set(int index, bool checked);
 };
 
 /// The session's part of the process-wide record.

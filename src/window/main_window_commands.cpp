@@ -73,8 +73,9 @@ void MainWindow::ConnectConnection() {
 
 void MainWindow::ConnectOptions() {
   for (int index = 0; index < 3; ++index) {
-    On({("mnuOption_" + std::to_string(index)).c_str()},
-       [this, index] { context_.slices.terminal.options.Toggle(index); });
+    const QAction* item = menus_.Item(("mnuOption_" + std::to_string(index)).c_str());
+    connect(item, &QAction::toggled, this,
+            [this, index](bool checked) { context_.slices.terminal.options.Set(index, checked); });
   }
 }
 

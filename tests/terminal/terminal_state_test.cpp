@@ -34,22 +34,22 @@ TEST(LastAnswer, IsSplitAtEveryComma) {
   EXPECT_EQ((LastAnswer{"Größe,µm", {}}).Fields(), (Fields{"Größe", "µm"}));
 }
 
-TEST(Options, ToggleOneMarkEach) {
+TEST(Options, SetOneMarkEach) {
   Options options;
-  options.Toggle(0);
-  options.Toggle(1);
-  options.Toggle(2);
+  options.Set(0, false);
+  options.Set(1, true);
+  options.Set(2, true);
   EXPECT_FALSE(options.show_commands);
   EXPECT_TRUE(options.show_response_times);
   EXPECT_TRUE(options.line_breaks);
-  options.Toggle(1);
+  options.Set(1, false);
   EXPECT_FALSE(options.show_response_times);
 }
 
 TEST(Options, IgnoreAnyOtherIndex) {
   Options options;
-  options.Toggle(-1);
-  options.Toggle(3);
+  options.Set(-1, true);
+  options.Set(3, true);
   EXPECT_TRUE(options.show_commands);
   EXPECT_FALSE(options.show_response_times);
   EXPECT_FALSE(options.line_breaks);

@@ -131,6 +131,16 @@ TEST_F(MenusTest, EachOptionTogglesItsSetting) {
   EXPECT_TRUE(options.show_commands && !options.show_response_times && !options.line_breaks);
 }
 
+TEST_F(MenusTest, ASettingFollowsItsCheckMarkHoweverThatChanges) {
+  const terminal::Options& options = terminal_.options;
+  Find<QAction>("mnuOption_0")->setChecked(false);
+  EXPECT_FALSE(options.show_commands);
+  Find<QAction>("mnuOption_1")->setChecked(true);
+  EXPECT_TRUE(options.show_response_times);
+  Find<QAction>("mnuOption_0")->setChecked(true);
+  EXPECT_TRUE(options.show_commands);
+}
+
 TEST_F(MenusTest, TheToolbarsButtonsStartWithTheirToolTips) {
   QStringList buttons;
   for (const QAction* button : Find<QToolBar>("Toolbar1")->actions()) {
