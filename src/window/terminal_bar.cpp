@@ -220,16 +220,16 @@ void ReceiveView::Fill() {
 
 void ReceiveView::Connect(MessagePrompt& prompt) {
   const auto on_pick = [&](QComboBox* list, void (terminal::ReceiveControls::*pick)(int)) {
-    const auto run = [this, &prompt, pick](int index) {
+    const auto run = [this, list, &prompt, pick](int index) {
       if (showing_) return;
-      picked_ = true;
+      changed_ = list;
       prompt.Guard([&] { (controls_.*pick)(index); });
     };
     connect(list, &QComboBox::currentIndexChanged, this, run);
     // Picking the item that is already shown changes no index but counts as a pick.
-    connect(list, &QComboBox::activated, this, [this, run](int index) {
-      if (!std::exchange(picked_, false)) run(index);
-      picked_ = false;
+    connect(list, &QComboBox::activated, this, [this, list, run](int index) {
+      if (std::exchange(changed_, nullptr) != list) run(index);
+      changed_ = nullptr;
     });
   };
   const auto on_edit = [&](auto* field, auto signal,

@@ -113,7 +113,7 @@ class ReceiveView final : public QObject, private terminal::ReceiveControlsView 
   TerminalBar* bar_;
   terminal::ReceiveControls controls_;
   bool showing_ = false;
-  bool picked_ = false;
+  const QComboBox* changed_ = nullptr;  // by the pick that is being reported
 };
 
 }  // namespace kolvane::window

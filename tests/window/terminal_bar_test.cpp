@@ -89,6 +89,19 @@ TEST_F(TerminalBarTest, PickingByKeyKeepsTheFocus) {
   EXPECT_EQ(window_.focusWidget(), list);
 }
 
+TEST_F(TerminalBarTest, APickOfTheItemShownCountsAfterAChangeOfTheOtherList) {
+  Activate();
+  // A change that does not come from the user's pick.
+  Find<QComboBox>("cmbReceiveFormat")->setCurrentIndex(1);
+  Find<QComboBox>("cmbReceiveFormat")->setCurrentIndex(0);
+  auto* list = Find<QComboBox>("cmbReceiveMode");
+  ASSERT_EQ(list->currentText(), "Auto");
+  ASSERT_EQ(terminal_.receive.mode, terminal::receive_mode::kTerminator);
+  PickWithMouse(list, 1);
+  EXPECT_EQ(terminal_.receive.mode, terminal::receive_mode::kAuto);
+  EXPECT_EQ(Find<QComboBox>("RcvTermChar")->currentText(), "Kein");
+}
+
 TEST_F(TerminalBarTest, EachFieldSaysWhatItIs) {
   for (const char* name : {"cmbCommand", "cmdSend", "cmbReceiveMode", "cmbReceiveFormat", "RcvTermChar",
                            "SendTermChar", "ReceiveTimo", "BinChars"})
