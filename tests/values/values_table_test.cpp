@@ -8,6 +8,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include "gui/paint_counter.h"
 #include "values/filled_store.h"
 #include "values/ui/values_model.h"
 
@@ -268,6 +269,16 @@ TEST_F(ValuesTableTest, PaintsNumbersBesideItsRows) {
   const QImage before = table_.grab().toImage();
   bar().setValue(0);
   EXPECT_NE(table_.grab().toImage(), before);
+}
+
+TEST_F(ValuesTableTest, RowsArePaintedAgainWhenTheyAreSelected) {
+  Fill(3);
+  QApplication::processEvents();
+  gui::PaintCounter counter;
+  table_.viewport()->installEventFilter(&counter);
+  table_.selectionModel()->select(model_.index(0, 0),
+                                  QItemSelectionModel::Select | QItemSelectionModel::Rows);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return counter.paints > 0; }));
 }
 
 }  // namespace
