@@ -13,7 +13,7 @@ namespace {
 class BareHost final : public RunHost {
  public:
   void LockGUI(bool) override {}
-  void Yield() override { ++rows; }
+  void Yield(bool /*command*/) override { ++rows; }
   std::int64_t rows = 0;
 };
 

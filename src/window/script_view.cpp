@@ -11,7 +11,7 @@
 namespace kolvane::window {
 namespace {
 
-// If rows take less, checking for events after each would cost more than the rows.
+// After rows that send nothing. Checking for events after each of them would cost more than the rows.
 constexpr int kEventIntervalMs = 4;
 constexpr int kProgressMs = 200;
 constexpr int kFrameMs = 16;
@@ -83,8 +83,8 @@ void ScriptView::KeepUnsaved() {
   unsaved_->Keep();
 }
 
-void ScriptView::Yield() {
-  if (since_events_.elapsed() < kEventIntervalMs) return;
+void ScriptView::Yield(bool command) {
+  if (!command && since_events_.elapsed() < kEventIntervalMs) return;
   QCoreApplication::processEvents();
   ShowProgress();
   if (context_.prompt.Unattended()) core_.runner.Abort();

@@ -86,7 +86,7 @@ class ScriptView final : public QObject, private script::RunHost {
  private:
   void LockGUI(bool flag) override { context_.lock_gui(flag); }
   void RowStarts() override;
-  void Yield() override;
+  void Yield(bool command) override;
 
   void ConnectButtons();
   void Play();

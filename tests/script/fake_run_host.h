@@ -16,7 +16,8 @@ class FakeRunHost final : public RunHost {
     if (flag && lock_fails) throw std::bad_alloc();
   }
   void RowStarts() override { ++row_starts; }
-  void Yield() override {
+  void Yield(bool command) override {
+    if (command) yields_after_commands.push_back(yields);
     ++yields;
     if (at_yield) at_yield();
   }
@@ -25,6 +26,7 @@ class FakeRunHost final : public RunHost {
   bool lock_fails = false;
   int row_starts = 0;
   int yields = 0;
+  std::vector<int> yields_after_commands;  // counted from 0
   std::function<void()> at_yield;
 };
 

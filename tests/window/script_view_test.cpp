@@ -8,6 +8,9 @@
 #include <QTest>
 #include <QTimer>
 #include <algorithm>
+#include <functional>
+#include <string>
+#include <utility>
 
 #include "window/grid_fixture.h"
 
@@ -255,6 +258,31 @@ TEST_F(ScriptViewTest, StopEndsAnEndlessListAndEnablesTheControls) {
   EXPECT_EQ(script_.run.ScriptRunning, 0);
   EXPECT_TRUE(Find<QToolBar>("Toolbar1")->isEnabled());
   EXPECT_TRUE(Enabled("TB_OPENSCRIPT"));
+}
+
+// Calls a function from the event loop after the exchange of one command.
+class AfterCommand final : public terminal::ExchangeListener {
+ public:
+  AfterCommand(std::string command, std::function<void()> event)
+      : command_(std::move(command)), event_(std::move(event)) {}
+
+  void ExchangeEnded(std::string_view command, const terminal::ExchangeResult&) override {
+    if (command == command_) QTimer::singleShot(0, qApp, event_);
+  }
+
+ private:
+  std::string command_;
+  std::function<void()> event_;
+};
+
+TEST_F(ScriptViewTest, BreakEndsARunAfterACommandHoweverShortItIs) {
+  Fill({"STP 1", "STP 2", "STP 3", "STP 4"});
+  AfterCommand listener("STP 3", [this] { Press("TB_BREAK"); });
+  window_.core().exchange.Listen(&listener);
+  Press("TB_PLAY");
+  window_.core().exchange.Listen(nullptr);
+  EXPECT_EQ(library_.calls.back(), "WritePort(\"STP 3\n\")");
+  EXPECT_EQ(Grid()->list().current_row(), 3);
 }
 
 TEST_F(ScriptViewTest, ACommandTypedDuringARunIsSentBetweenTwoRows) {
