@@ -37,6 +37,8 @@ DeviceIo::DeviceIo(DeviceState& state, ConnectionParameters& parameters, PortLib
 
 void DeviceIo::Open() {
   const Waits::Scope scope(waits_, Operation::kConnecting);
+  state_.put_back.clear();
+  state_.modem_word.reset();
   PathBeforeWait().Open();
 }
 
@@ -67,7 +69,10 @@ std::size_t DeviceIo::ReadBinary(std::string_view terminator, std::int32_t count
 }
 
 std::optional<std::int32_t> DeviceIo::FlushInput() {
-  return state_.connected ? Path().FlushInput() : std::nullopt;
+  if (!state_.connected) return std::nullopt;
+  const std::optional<std::int32_t> discarded = Path().FlushInput();
+  state_.put_back.clear();
+  return discarded;
 }
 
 }  // namespace kolvane::device

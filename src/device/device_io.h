@@ -30,6 +30,7 @@ class DeviceIo final : public Device {
   DeviceIo(DeviceState& state, ConnectionParameters& parameters, PortLibrarySource& source,
            const base::Clock& clock, Waits& waits, DateTimeSource date_time = base::CurrentDateTimeText);
 
+  /// Forgets what the last connection left in the state: bytes put back, the modem's word.
   void Open() override;
   void Close() override;
   void Write(std::string_view command, std::string_view terminator, std::int16_t extra) override;
@@ -39,7 +40,7 @@ class DeviceIo final : public Device {
   [[gnu::hot]] void SetTimeout(std::int32_t milliseconds) override { Path().SetTimeout(milliseconds); }
   [[gnu::hot]] DeviceError LastError() override { return Path().LastError(); }
   [[gnu::hot]] void ClearLastError() override { Path().ClearLastError(); }
-  /// Nothing in every mode while not connected.
+  /// Nothing in every mode while not connected. Also discards DeviceState::put_back.
   std::optional<std::int32_t> FlushInput() override;
   void ActivateInterpreter() override { Path().ActivateInterpreter(); }
   std::int32_t BytesWaiting() override { return state_.connected ? Path().BytesWaiting() : 0; }

@@ -101,7 +101,6 @@ bool WasClosedAgain(const DeviceState& state, const ConnectionParameters& parame
 
 std::int32_t OpenSequence::Run() {
   state_.test_mode = 0;
-  state_.modem_word.reset();
   if (parameters_.port_code == port_code::kOffline) {
     state_.test_mode = parameters_.port_code;
     return 0;

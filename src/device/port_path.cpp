@@ -55,7 +55,6 @@ bool PortPath::Run(Call call) {
 
 void PortPath::Open() {
   test_answer_.Restart();
-  state_.put_back.clear();
   state_.last_result = OpenSequence(state_, parameters_, source_, clock_, waits_).Run();
 }
 
@@ -164,7 +163,6 @@ std::string PortPath::Words() const {
 std::optional<std::int32_t> PortPath::FlushInput() {
   if (Offline()) return std::nullopt;
   const auto put_back = static_cast<std::int32_t>(state_.put_back.size());
-  state_.put_back.clear();
   if (Run([](PortLibrary& library) { return library.FlushInQueue(); })) return state_.last_result + put_back;
   return state_.last_result;
 }

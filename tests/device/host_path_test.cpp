@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <optional>
 #include <stdexcept>
+#include <vector>
 
 #include "device/device_state.h"
 #include "device_rig.h"
@@ -20,6 +22,27 @@ class SingleHost : public testing::Test, public DeviceRig {
   SingleHost() : DeviceRig(operating_mode::kHost) {}
   Calls& calls = host->script.calls;
 };
+
+TEST(EveryPath, OpeningForgetsWhatTheLastConnectionLeft) {
+  for (const std::int16_t mode : std::vector<std::int16_t>{0, 1, 2, 3}) {
+    DeviceRig rig(mode);
+    rig.state.put_back = "x";
+    rig.state.modem_word = "BUSY";
+    rig.io.Open();
+    EXPECT_EQ(rig.state.put_back, "") << mode;
+    EXPECT_EQ(rig.state.modem_word, std::nullopt) << mode;
+  }
+}
+
+TEST(EveryPath, FlushingDiscardsBytesThatWerePutBack) {
+  for (const std::int16_t mode : std::vector<std::int16_t>{0, 1, 2}) {
+    DeviceRig rig(mode);
+    rig.state.connected = true;
+    rig.state.put_back = "x";
+    rig.io.FlushInput();
+    EXPECT_EQ(rig.state.put_back, "") << mode;
+  }
+}
 
 TEST_F(IndexedHost, GoesThroughIoWithTheIndex) {
   state.connected = true;
