@@ -6,7 +6,8 @@
 namespace kolvane::terminal {
 
 void ApplyExtras(const TerminalSlices& slices) {
-  slices.device.utf8 = slices.terminal.extras.utf8;
+  const bool own = slices.device.OperMode == device::operating_mode::kPortLibrary;
+  slices.device.utf8 = own && slices.terminal.extras.utf8;
   slices.terminal.output.log_time_stamps = slices.terminal.extras.log_time_stamps;
 }
 

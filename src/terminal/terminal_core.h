@@ -23,7 +23,8 @@ struct TerminalSlices {
   TerminalState& terminal;
 };
 
-/// Passes the additions on to where they take effect; call it when they have changed.
+/// Passes the additions on to where they take effect; call it when they have changed. UTF-8 is for the
+/// terminal's own connection; a host's bytes are always Windows-1252.
 void ApplyExtras(const TerminalSlices& slices);
 
 /// What a front end provides, whether the window or the command line.

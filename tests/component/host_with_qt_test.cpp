@@ -424,6 +424,20 @@ TEST_F(StateTest, TheAdditionsOfAWindowAreKeptOnceOneIsChanged) {
        [](QMainWindow& window) { EXPECT_TRUE(window.findChild<QAction*>("mnuQueriesOnly")->isChecked()); });
 }
 
+// The item is not selectable for a host's device.
+TEST_F(StateTest, AHostsBytesAreInTheCodePageWhateverTheOwnInstrumentSpeaks) {
+  terminal_.SetOptions({});
+  ASSERT_TRUE(QDir(dir_.path()).mkpath("Kolvane"));
+  base::WriteBytes(dir_.path().toStdString() + "/Kolvane/Extras.ini", "[EXTRAS]\nUtf8=1\n");
+  base::WriteBytes(dir_.path().toStdString() + "/Kolvane/Kolvane.ini", "[TERMINAL]\nRCVMODE=2\n");
+  host_->script.read = [](Variant&, Variant& buffer) { buffer = Bytes{0xC3, 0xA4}; };
+  Open(1, [](QMainWindow& window) {
+    window.findChild<QLineEdit*>("BinChars")->setText("2");
+    gui::TypeCommand(window, "NAME?");
+    EXPECT_TRUE(PaneText(window).endsWith("\nÃ¤")) << PaneText(window).toStdString();
+  });
+}
+
 TEST_F(StateTest, StateThatCannotBeKeptIsReportedAndTheTerminalCloses) {
   terminal_.SetOptions({});
   ASSERT_TRUE(QDir(dir_.path()).mkpath("Kolvane/Extras.ini"));
