@@ -81,6 +81,27 @@ TEST_F(CloseTest, AfterARequestFailuresGoToStandardError) {
   ExpectUnloaded();
 }
 
+TEST_F(CloseTest, AfterAHostHasEndedItsEventLoopsFailuresGoToStandardError) {
+  terminal_.InitTerminal(host_);
+  gui::BoxAnswers boxes;
+  std::string err;
+  QTimer::singleShot(0, qApp, [&] {
+    QTimer::singleShot(0, qApp, [&] {
+      KeepOpen(*gui::ShownTerminal());
+      host_->script.on_call["OpenDevice"] = [] { throw std::runtime_error("Gerät aus"); };
+      boxes.Start();
+      QCoreApplication::exit(0);
+    });
+    testing::internal::CaptureStderr();
+    terminal_.OpenTerminal(1, 0);
+    err = testing::internal::GetCapturedStderr();
+  });
+  QApplication::exec();
+  EXPECT_TRUE(err.ends_with("kolvane: Fehler beim Verbindungsaufbau: Gerät aus (-901)\n")) << err;
+  EXPECT_EQ(boxes.texts(), QStringList{});
+  ExpectUnloaded();
+}
+
 TEST_F(CloseTest, AUserWhoClosesTheWindowIsShownTheFailure) {
   gui::BoxAnswers boxes;
   Open(1, [&](QMainWindow& window) {

@@ -49,6 +49,12 @@ TEST_F(FlowLayoutTest, GivesNoItemMoreThanTheWholeWidth) {
   EXPECT_EQ(wide->width(), 200);
 }
 
+TEST_F(FlowLayoutTest, TakesNoItemThatItDoesNotHave) {
+  EXPECT_EQ(layout_->takeAt(-1), nullptr);
+  EXPECT_EQ(layout_->takeAt(3), nullptr);
+  EXPECT_EQ(layout_->count(), 3);
+}
+
 TEST_F(FlowLayoutTest, LeavesNoGapForAHiddenItem) {
   boxes_[1]->setVisible(false);
   EXPECT_EQ(layout_->heightForWidth(210), 20);
