@@ -77,11 +77,11 @@ QPushButton* AddStopButton(QMessageBox& box) {
 
 }  // namespace
 
-void MessagePrompt::Show(int icon, std::string_view text, std::string_view words) {
+void MessagePrompt::Show(Kind kind, std::string_view text, std::string_view words) {
   if (dismissed_) return;
   links_.before_message();
-  QMessageBox box(static_cast<QMessageBox::Icon>(icon), base::ToQt(texts::kProgram), base::ToQt(text),
-                  QMessageBox::Ok, parent_);
+  QMessageBox box(kind == Kind::kMessage ? QMessageBox::NoIcon : QMessageBox::Critical,
+                  base::ToQt(texts::kProgram), base::ToQt(text), QMessageBox::Ok, parent_);
   box.setObjectName(QStringLiteral("MessageBox"));
   box.setTextFormat(Qt::PlainText);
   box.setInformativeText(base::ToQt(words));
@@ -89,7 +89,7 @@ void MessagePrompt::Show(int icon, std::string_view text, std::string_view words
   // In a host without a visible window it would be the last one, at whose end Qt ends the host.
   box.setAttribute(Qt::WA_QuitOnClose, false);
   if (parent_ != nullptr && help::StatusIn(text) != 0) AddHelpButton(box);
-  const QPushButton* stop = links_.is_running() ? AddStopButton(box) : nullptr;
+  const QPushButton* stop = kind == Kind::kError && links_.is_running() ? AddStopButton(box) : nullptr;
   KeepOkOnEsc(box);
   box.exec();
   if (stop != nullptr && box.clickedButton() == stop) links_.stop();
@@ -97,17 +97,22 @@ void MessagePrompt::Show(int icon, std::string_view text, std::string_view words
 
 void MessagePrompt::ShowError(std::string_view text) {
   if (Unattended()) return close_->Messages().ShowError(text);
-  Show(QMessageBox::Critical, text);
+  Show(Kind::kError, text);
 }
 
 void MessagePrompt::ShowFailure(std::string_view text, std::string_view words) {
   if (Unattended()) return close_->Messages().ShowFailure(text, words);
-  Show(QMessageBox::Critical, text, words);
+  Show(Kind::kError, text, words);
+}
+
+void MessagePrompt::ShowListError(std::string_view text) {
+  if (Unattended()) return close_->Messages().ShowListError(text);
+  Show(Kind::kListError, text);
 }
 
 void MessagePrompt::ShowMessage(std::string_view text) {
   if (Unattended()) return close_->Messages().ShowMessage(text);
-  Show(QMessageBox::NoIcon, text);
+  Show(Kind::kMessage, text);
 }
 
 void MessagePrompt::Guard(const std::function<void()>& event) {

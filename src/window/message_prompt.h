@@ -29,6 +29,7 @@ class MessagePrompt final : public base::Prompt {
 
   void ShowError(std::string_view text) override;
   void ShowFailure(std::string_view text, std::string_view words) override;
+  void ShowListError(std::string_view text) override;
   void ShowMessage(std::string_view text) override;
 
   /// Runs a window event; shows a run-time error in it as a message box with its description.
@@ -42,7 +43,7 @@ class MessagePrompt final : public base::Prompt {
   /// How the messages and events of a window depend on what is in progress in it.
   struct Links {
     std::function<bool()> is_waiting = [] { return false; };  ///< events of While::kIdle do nothing then
-    std::function<bool()> is_running = [] { return false; };  ///< messages offer to end the run then
+    std::function<bool()> is_running = [] { return false; };  ///< errors offer to end the run then
     std::function<void()> stop = [] {};                       ///< ends the run
     std::function<void()> before_message = [] {};
     std::function<void()> after_event = [] {};
@@ -53,7 +54,9 @@ class MessagePrompt final : public base::Prompt {
   void Dismiss(bool dismissed) { dismissed_ = dismissed; }
 
  private:
-  void Show(int icon, std::string_view text, std::string_view words = {});
+  /// A run can be ended from within the box of an error that does not end it.
+  enum class Kind { kMessage, kListError, kError };
+  void Show(Kind kind, std::string_view text, std::string_view words = {});
 
   QWidget* parent_;
   CloseRequest* close_;

@@ -103,6 +103,37 @@ TEST_F(ScriptViewTest, ARunWithoutItsDeviceEndsFromWithinAMessage) {
   Press("mnuConnect");
 }
 
+TEST_F(ScriptViewTest, AnErrorOfARowCanOnlyBeConfirmed) {
+  Fill({"$FALSCH"});
+  const auto check = [](QMessageBox& box) {
+    EXPECT_EQ(box.text(), "Fehler in Befehlsliste (Zeile 1): Unbekannter $ Befehl");
+    EXPECT_EQ(box.buttons(), QList<QAbstractButton*>{box.button(QMessageBox::Ok)});
+    box.accept();
+  };
+  OnDialog<QMessageBox>(check);
+  Press("TB_PLAY");
+  GoTo(2);
+  GoTo(1);
+  OnDialog<QMessageBox>(check);
+  Press("TB_SINGLESTEP");
+  EXPECT_EQ(dialogs_, 2);
+}
+
+TEST_F(ScriptViewTest, AMessageThatConcernsNoRowOfARunCanOnlyBeConfirmed) {
+  FillLongList();
+  QTimer::singleShot(20, &window_, [&] {
+    OnDialog<QMessageBox>([](QMessageBox& box) {
+      EXPECT_EQ(box.buttons(), QList<QAbstractButton*>{box.button(QMessageBox::Ok)});
+      box.accept();
+    });
+    Press("mnuBinInspect");
+    Press("TB_BREAK");
+  });
+  Press("TB_PLAY");
+  EXPECT_EQ(dialogs_, 1);
+  EXPECT_TRUE(WasEndedEarly());
+}
+
 TEST_F(ScriptViewTest, TheViewDoesNotFollowARunPastTheEndOfTheList) {
   Fill({"' eins", "' zwei"});
   Press("TB_PLAY");
