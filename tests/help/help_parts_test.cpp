@@ -144,6 +144,12 @@ TEST(PageTextTest, HasTheKeyWords) {
   EXPECT_EQ(ReadPageText("<meta name=keywords content=Offset>").key_words, "Offset");
 }
 
+TEST(AttributeTest, IsNotSearchedInOtherValues) {
+  EXPECT_EQ(Attribute("title=\"a href=x b\" href='y z'", "href"), "y z");
+  EXPECT_EQ(Attribute("title=href=x href=y", "href"), "y");
+  EXPECT_EQ(Attribute("title=\"href=x", "href"), "") << "a value that never ends";
+}
+
 TEST(PageIndexTest, LeavesOutPagesBeyondItsLimit) {
   PageIndex index;
   index.Add({"A", "a"}, std::string(PageIndex::kMaxText - 5, 'x'));

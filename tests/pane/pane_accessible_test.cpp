@@ -79,6 +79,9 @@ TEST_F(PaneAccessible, SetsCaretAndSelection) {
   EXPECT_EQ(text_->selectionCount(), 1);
   EXPECT_EQ(begin, 1);
   EXPECT_EQ(end, 4);
+  text_->selection(1, &begin, &end);
+  EXPECT_EQ(begin, 0) << "there is only one";
+  EXPECT_EQ(end, 0);
   text_->setSelection(0, 2, 3);
   EXPECT_EQ(State(), "ab[c|]def");
   text_->removeSelection(0);

@@ -278,6 +278,10 @@ TEST_F(PaneWindow, AddedLinesKeepWhatIsSelected) {
   EXPECT_EQ(pane_.text().caret(), pane_.text().Length()) << "without a selection the caret goes to the end";
 }
 
+TEST_F(PaneWindow, ThePointerOverItIsThatOfText) {
+  EXPECT_EQ(pane_.viewport()->cursor().shape(), Qt::IBeamCursor);
+}
+
 TEST_F(PaneWindow, TheMarginShowsTheTimeOfEachLine) {
   const int width = pane_.viewport()->width();
   pane_.AppendLine(LineKind::kAnswer, "a");
