@@ -31,6 +31,7 @@ TEST(SearchBytes, TakesHexTextAndQuotedText) {
   EXPECT_EQ(SearchBytes("0D0a"), "\r\n");
   EXPECT_EQ(SearchBytes(" 0D 0A "), "\r\n");
   EXPECT_EQ(SearchBytes("\"0D0A\""), "0D0A");
+  EXPECT_EQ(SearchBytes("\"\""), "\"\"") << "there is nothing between them";
   EXPECT_EQ(SearchBytes("0D0"), "0D0");
   EXPECT_EQ(SearchBytes("RIFF"), "RIFF");
   EXPECT_EQ(SearchBytes("5 A"), "5 A");

@@ -226,6 +226,17 @@ TEST_F(InspectToolsTest, ATemplateIsRepeatedAndSavedAsCsv) {
   EXPECT_EQ(base::ReadBytes(folder_.Path("all.csv")), "a,b\n65,66\n67,68\n69,\n");
 }
 
+TEST_F(InspectToolsTest, ATemplateIsRepeatedWithinThePage) {
+  AddTemplate("a.BNS", "BYTECOUNT=200\r\na;BYTE;0");
+  base::WriteBytes(folder_.Path("data"), std::string(kMaxDumpBytes + 400, 'A'));
+  Open("A");
+  Answer("OpenDialog", folder_.Path("data"));
+  Click("cmdLoadFile");
+  Click("cmdResultList");
+  Find<QCheckBox>("chkRepeat")->click();
+  EXPECT_EQ(LineTexts().size(), 164) << "as many as begin in it";
+}
+
 TEST_F(InspectToolsTest, AnEditedTemplateRunsAgain) {
   AddTemplate("a.BNS", "BYTECOUNT=1\r\na;BYTE;0");
   Open("AB");
