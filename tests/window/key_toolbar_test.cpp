@@ -97,6 +97,16 @@ TEST_F(KeyToolbarTest, AButtonDisabledByItsPressKeepsTheFocusOnItsBar) {
   EXPECT_EQ(window_.focusWidget()->parentWidget()->objectName(), "Toolbar1");
 }
 
+TEST_F(KeyToolbarTest, AButtonDisabledWhileTheFocusIsElsewhereDoesNotTakeIt) {
+  ButtonOf("TB_FLUSH")->setFocus();
+  PressKey(ButtonOf("TB_FLUSH"), Qt::Key_Right);
+  ASSERT_EQ(Focused(), "TB_OPENLOG");
+  auto* pane = Find<QWidget>("TermWin");
+  pane->setFocus();
+  Find<QAction>("TB_OPENLOG")->setEnabled(false);
+  EXPECT_EQ(window_.focusWidget(), pane);
+}
+
 TEST_F(KeyToolbarTest, EnterAndTheSpaceBarPress) {
   ButtonOf("TB_RECORD")->setFocus();
   PressKey(ButtonOf("TB_RECORD"), Qt::Key_Return);
