@@ -104,6 +104,15 @@ TEST_F(ReplayServerTest, OnASerialLineAllConnectionsAreOne) {
   EXPECT_EQ(result.get(), "");
 }
 
+TEST_F(ReplayServerTest, ASerialLineThatNobodyHasUsedIsNoDifference) {
+  Options options = OptionsFor(kTwoConnections);
+  options.tcp_port.reset();
+  options.pty_link = folder.Path("line");
+  ReplayServer server(options);
+  eventfd_write(stop.get(), 1);
+  EXPECT_EQ(Run(server).get(), "");
+}
+
 constexpr char kHungUp[] =
     R"({"way":"open","bytes":""}
 {"way":"out","bytes":"QQo="}

@@ -112,6 +112,7 @@ TEST_F(ListCommandsTest, RowsAreNumbered) {
   EXPECT_EQ(Grid()->model()->headerData(11, Qt::Vertical), 12);
   EXPECT_GT(Grid()->verticalHeader()->width(),
             Grid()->fontMetrics().horizontalAdvance(QStringLiteral("1024")));
+  EXPECT_EQ(Grid()->verticalHeader()->defaultAlignment(), Qt::AlignRight | Qt::AlignVCenter);
 }
 
 TEST_F(ListCommandsTest, TheSelectedRowsAreDuplicatedAndMoved) {
