@@ -116,10 +116,9 @@ void SaveStateOrReport(StateFile& file, CloseWatch& close) {
   if (const auto failure = file.Save()) close.Messages().ShowError(texts::StateNotSaved(*failure));
 }
 
-// Only the user's own terminal restores its windows, not one with separate settings.
-std::string StateFileOf(const ComponentState& state) {
-  const bool own = state.device.OperMode == mode::kPortLibrary && state.options.SettingsFile.empty();
-  return own ? UserStateFile() : std::string();
+// Only the user's own terminal restores its windows and offers unsaved lists, not one with separate settings.
+bool IsUsersOwn(const ComponentState& state) {
+  return state.device.OperMode == mode::kPortLibrary && state.options.SettingsFile.empty();
 }
 
 void SaveExtrasOrReport(ExtrasFile& file, const ComponentState& state, CloseWatch& close) {
@@ -189,11 +188,30 @@ void ResetForWindow(ComponentState& state) {
   state.script.record = {};
 }
 
-// Only the user's own terminal keeps and offers unsaved lists, not one with separate settings.
-std::string UnsavedFolder(const ComponentState& state) {
-  if (state.device.OperMode != mode::kPortLibrary || !state.options.SettingsFile.empty()) return {};
+std::string UnsavedFolder() {
   const auto folder = base::UserFolder("XDG_STATE_HOME", ".local/state");
   return folder.empty() ? std::string() : (folder / "Unsaved").string();
+}
+
+window::WindowContext ContextOf(ComponentState& state, device::PortLibrarySource& library, CloseWatch& close,
+                                StateFile& state_file) {
+  return {.slices = {state.device, state.connection, state.terminal},
+          .script = state.script,
+          .settings = state.window,
+          .library = library,
+          .folder = ComponentFolder(state.options.Folder),
+          .close = &close,
+          .own_folder = OwnFolder(),
+          .user_folder = base::UserDataFolder(),
+          .unsaved = IsUsersOwn(state) ? UnsavedFolder() : std::string(),
+          .state = &state_file};
+}
+
+void SelectDevice(ComponentState& state, std::int16_t oper_mode, std::int16_t dev_idx) {
+  state.device.DevIdx = dev_idx;
+  state.device.OperMode = oper_mode;
+  const HostParts parts = ReadHostParameters(state.device, state.connection);
+  state.host_parts = IsHostMode(oper_mode) ? std::optional(parts) : std::nullopt;
 }
 
 }  // namespace
@@ -201,10 +219,7 @@ std::string UnsavedFolder(const ComponentState& state) {
 void RunTerminal(ComponentState& state, std::int16_t oper_mode, std::int16_t dev_idx) {
   Application::CheckThread();
   const OpenMark mark(state.window_open);
-  state.device.DevIdx = dev_idx;
-  state.device.OperMode = oper_mode;
-  const HostParts parts = ReadHostParameters(state.device, state.connection);
-  state.host_parts = IsHostMode(oper_mode) ? std::optional(parts) : std::nullopt;
+  SelectDevice(state, oper_mode, dev_idx);
   const Application application;
   const window::ImageListAhead images(window::kToolbarImage * qApp->devicePixelRatio());
   const QPointer<QWidget> host_window = HostWindow();
@@ -213,20 +228,11 @@ void RunTerminal(ComponentState& state, std::int16_t oper_mode, std::int16_t dev
   const auto store = OpenIniStore(state.options.SettingsFile);
   LoadOrReport(*store, state, close);
   state.device.connected = IsHostMode(oper_mode);
-  StateFile state_file(StateFileOf(state));
+  StateFile state_file(IsUsersOwn(state) ? UserStateFile() : std::string());
   ExtrasFile extras_file(ExtrasFileOf(state));
   state.terminal.extras = extras_file.Load();
   device::LazyPortLibrary library(OwnFolder());
-  window::MainWindow window({{state.device, state.connection, state.terminal},
-                             state.script,
-                             state.window,
-                             library,
-                             ComponentFolder(state.options.Folder),
-                             &close,
-                             OwnFolder(),
-                             base::UserDataFolder(),
-                             UnsavedFolder(state),
-                             &state_file});
+  window::MainWindow window(ContextOf(state, library, close, state_file));
   const WaitsForHost waits_for_host(state, window.core().waits);
   if (IsHostMode(oper_mode)) window.core().connect.ShowConnected();
   window.Load();
