@@ -4,6 +4,7 @@
 
 #include "base/encoding.h"
 #include "base/runtime_error.h"
+#include "base/scope_exit.h"
 #include "base/text.h"
 #include "script/special_line.h"
 #include "terminal/texts.h"
@@ -12,19 +13,6 @@ namespace kolvane::script {
 namespace {
 
 constexpr std::string_view kEndIf = "$ENDIF";
-
-/// Calls `action` at the end of the scope, however it is left.
-template <typename Action>
-class ScopeExit {
- public:
-  explicit ScopeExit(Action action) : action_(action) {}
-  ~ScopeExit() { action_(); }
-  ScopeExit(const ScopeExit&) = delete;
-  ScopeExit& operator=(const ScopeExit&) = delete;
-
- private:
-  Action action_;
-};
 
 }  // namespace
 
@@ -47,11 +35,11 @@ void Runner::PlayFromHere() {
 void Runner::PlayFrom(int first) {
   if (running() || aborted_) return;
   // Locking may fail half-way if memory runs out.
-  const ScopeExit unlock([this] { links_.host.LockGUI(false); });
+  const base::ScopeExit unlock([this] { links_.host.LockGUI(false); });
   links_.host.LockGUI(true);
   links_.state.run.StopRequested = false;
   links_.state.run.BreakRequested = false;
-  const ScopeExit reset([this] { stop_before_ = 0; });
+  const base::ScopeExit reset([this] { stop_before_ = 0; });
   // Continuing later belongs to the same run.
   if (first == 1) interpreter_.EndOfRun();
   Run(0, first);
@@ -68,7 +56,7 @@ void Runner::Stop() {
 void Runner::Run(std::int16_t single_step, int first) {
   if (running() || aborted_) return;
   links_.state.run.ScriptRunning = 1;
-  const ScopeExit ended([this] { links_.state.run.ScriptRunning = 0; });
+  const base::ScopeExit ended([this] { links_.state.run.ScriptRunning = 0; });
   outcome_ = {};
   last_row_ = 0;
   if (single_step == 0) {

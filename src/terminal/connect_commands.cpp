@@ -5,25 +5,11 @@
 #include <utility>
 
 #include "base/descriptor.h"
+#include "base/scope_exit.h"
 #include "device/device_state.h"
 #include "terminal/output.h"
 
 namespace kolvane::terminal {
-namespace {
-
-// Sets a flag during its lifetime.
-class Flagged {
- public:
-  explicit Flagged(bool& flag) : flag_(flag) { flag_ = true; }
-  ~Flagged() { flag_ = false; }
-  Flagged(const Flagged&) = delete;
-  Flagged& operator=(const Flagged&) = delete;
-
- private:
-  bool& flag_;
-};
-
-}  // namespace
 
 ConnectCommands::ConnectCommands(device::Device& device, device::DeviceState& state, Output& output,
                                  base::Prompt& prompt, ConnectionView& view, ConnectionTexts texts)
@@ -46,7 +32,8 @@ void ConnectCommands::Disconnect() {
 }
 
 device::DeviceError ConnectCommands::Open() {
-  const Flagged attempt(connecting_);
+  connecting_ = true;
+  const base::ScopeExit ended([this] { connecting_ = false; });
   view_.ConnectionEnding();
   device_.ClearLastError();
   device_.Open();

@@ -5,6 +5,7 @@
 
 #include "base/encoding.h"
 #include "base/runtime_error.h"
+#include "base/scope_exit.h"
 #include "base/text.h"
 #include "terminal/texts.h"
 
@@ -33,27 +34,12 @@ bool InteractiveSend::Send(std::string_view command) {
   return sent;
 }
 
-namespace {
-
-// Sets a flag during its lifetime.
-class Mark {
- public:
-  explicit Mark(bool& flag) : flag_(flag) { flag_ = true; }
-  ~Mark() { flag_ = false; }
-  Mark(const Mark&) = delete;
-  Mark& operator=(const Mark&) = delete;
-
- private:
-  bool& flag_;
-};
-
-}  // namespace
-
 void CommandLines::Send(std::string_view text, const std::function<void()>& between) {
   if (sending_) return;
   if (const auto character = base::UnsendableCharacter(text, utf8_ != nullptr && *utf8_); !character.empty())
     throw base::RuntimeError(base::RuntimeError::Kind::kInvalidArgument, texts::NotSendable(character));
-  const Mark sending(sending_);
+  sending_ = true;
+  const base::ScopeExit ended([this] { sending_ = false; });
   stopped_ = false;
   while (!text.empty() && !stopped_) {
     const std::string_view line = base::TakeLine(text);

@@ -10,6 +10,7 @@
 #include <optional>
 
 #include "base/runtime_error.h"
+#include "base/scope_exit.h"
 #include "base/system.h"
 #include "component/folder.h"
 #include "component/host_parameters.h"
@@ -61,33 +62,6 @@ namespace mode = device::operating_mode;
 bool IsHostMode(std::int16_t oper_mode) {
   return oper_mode == mode::kHostByIndex || oper_mode == mode::kHost;
 }
-
-// Marks the window as open while this lives: a host's event handler could open a second one.
-class OpenMark {
- public:
-  explicit OpenMark(bool& open) : open_(open) {
-    if (open_) throw base::RuntimeError(base::RuntimeError::Kind::kOther, texts::kAlreadyOpen);
-    open_ = true;
-  }
-  ~OpenMark() { open_ = false; }
-  OpenMark(const OpenMark&) = delete;
-  OpenMark& operator=(const OpenMark&) = delete;
-
- private:
-  bool& open_;
-};
-
-// Makes the window's waits available to the host while this lives.
-class WaitsForHost {
- public:
-  WaitsForHost(ComponentState& state, device::Waits& waits) : state_(state) { state_.waits = &waits; }
-  ~WaitsForHost() { state_.waits = nullptr; }
-  WaitsForHost(const WaitsForHost&) = delete;
-  WaitsForHost& operator=(const WaitsForHost&) = delete;
-
- private:
-  ComponentState& state_;
-};
 
 // Loads the settings of this run; if one cannot be read, shows a message and throws.
 void LoadOrReport(const SettingsStore& store, ComponentState& state, CloseWatch& close) {
@@ -218,7 +192,10 @@ void SelectDevice(ComponentState& state, std::int16_t oper_mode, std::int16_t de
 
 void RunTerminal(ComponentState& state, std::int16_t oper_mode, std::int16_t dev_idx) {
   Application::CheckThread();
-  const OpenMark mark(state.window_open);
+  // A host's event handler could open a second window.
+  if (state.window_open) throw base::RuntimeError(base::RuntimeError::Kind::kOther, texts::kAlreadyOpen);
+  state.window_open = true;
+  const base::ScopeExit no_window([&state] { state.window_open = false; });
   SelectDevice(state, oper_mode, dev_idx);
   const Application application;
   const window::ImageListAhead images(window::kToolbarImage * qApp->devicePixelRatio());
@@ -233,7 +210,8 @@ void RunTerminal(ComponentState& state, std::int16_t oper_mode, std::int16_t dev
   state.terminal.extras = extras_file.Load();
   device::LazyPortLibrary library(OwnFolder());
   window::MainWindow window(ContextOf(state, library, close, state_file));
-  const WaitsForHost waits_for_host(state, window.core().waits);
+  state.waits = &window.core().waits;
+  const base::ScopeExit no_waits([&state] { state.waits = nullptr; });
   if (IsHostMode(oper_mode)) window.core().connect.ShowConnected();
   window.Load();
   window.OnUnload([&] {
