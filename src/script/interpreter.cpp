@@ -194,7 +194,7 @@ std::string_view Interpreter::Flush(const SpecialLine& /*line*/) {
 }
 
 std::string_view Interpreter::Read(const SpecialLine& /*line*/) {
-  links_.state.interpreter.ReadFailed |= links_.exchange.Read(terminal::Sender::kList).Failed();
+  read_failed_ |= links_.exchange.Read(terminal::Sender::kList).Failed();
   return kDone;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string_view>
+#include <utility>
 
 #include "base/prompt.h"
 #include "script/command_list.h"
@@ -31,6 +32,9 @@ class Interpreter {
   /// Executes `line`, the current row. Returns false if it ended in an error, which has been reported then;
   /// changes made before the error stay.
   bool RunSpecialCommand(std::string_view line);
+
+  /// Whether a $READ has got no answer since the last call.
+  bool TakeReadFailed() { return std::exchange(read_failed_, false); }
 
   /// Whether every character can be sent.
   bool UsesUtf8() const { return links_.device.utf8; }
@@ -75,6 +79,7 @@ class Interpreter {
   CommandList& list_;
   ListErrors& errors_;
   ScriptLinks links_;
+  bool read_failed_ = false;
 };
 
 }  // namespace kolvane::script

@@ -1,7 +1,5 @@
 #include "script/runner.h"
 
-#include <utility>
-
 #include "base/encoding.h"
 #include "base/runtime_error.h"
 #include "base/scope_exit.h"
@@ -150,7 +148,7 @@ void Runner::Highlight(int row) {
 bool Runner::ExecuteLine() {
   last_row_ = list_.current_row();
   const bool done = line_.front() == '$' ? interpreter_.RunSpecialCommand(line_) : SendLine();
-  outcome_.exchange_failed |= std::exchange(links_.state.interpreter.ReadFailed, false);
+  outcome_.exchange_failed |= interpreter_.TakeReadFailed();
   outcome_.list_error |= !done;
   return done;
 }

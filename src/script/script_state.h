@@ -18,7 +18,6 @@ struct InterpreterState {
   bool SkipRows = false;                            ///< the rows of a failed condition are skipped
   std::vector<std::string> ParamList;               ///< empty only before the first $SPLITPARAMS
   std::string ParamValue;                           ///< what $GETPARAM selected
-  bool ReadFailed = false;                          ///< a $READ in the current row got no answer
 };
 
 /// What the buttons request of a run, and whether one is in progress.
