@@ -40,7 +40,7 @@ class Interpreter {
   bool UsesUtf8() const { return links_.device.utf8; }
 
   /// Resets what rows have set for the rest of their run.
-  void EndOfRun() { links_.terminal.answers_of_run.reset(); }
+  void ForgetRunSettings() { links_.terminal.answers_of_run.reset(); }
 
  private:
   /// Returns the error's text, empty if there is none.

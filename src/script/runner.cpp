@@ -39,9 +39,9 @@ void Runner::PlayFrom(int first) {
   links_.state.run.BreakRequested = false;
   const base::ScopeExit reset([this] { stop_before_ = 0; });
   // Continuing later belongs to the same run.
-  if (first == 1) interpreter_.EndOfRun();
+  if (first == 1) interpreter_.ForgetRunSettings();
   Run(0, first);
-  if (list_.current_row() > kListRows || links_.state.run.StopRequested) interpreter_.EndOfRun();
+  if (list_.current_row() > kListRows || links_.state.run.StopRequested) interpreter_.ForgetRunSettings();
 }
 
 void Runner::Stop() {
@@ -117,7 +117,7 @@ void Runner::EndStepping() {
   state.IfDepth = 0;
   state.RepeatLevel = 0;
   state.SkipRows = false;
-  interpreter_.EndOfRun();
+  interpreter_.ForgetRunSettings();
   const int row = list_.current_row();
   list_.SetCurrentRow(row > kListRows ? 1 : row + 1);
 }

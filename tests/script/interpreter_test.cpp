@@ -46,7 +46,7 @@ TEST_F(InterpreterTest, AnswersAppliesToTheRestOfTheRun) {
   EXPECT_FALSE(terminal.QueriesOnly());
   EXPECT_EQ(ErrorOf("$ANSWERS NEVER"), "Unbekannter $ Befehl");
   terminal.extras.queries_only = true;
-  interpreter.EndOfRun();
+  interpreter.ForgetRunSettings();
   EXPECT_TRUE(terminal.QueriesOnly());
 }
 
