@@ -21,7 +21,7 @@ std::string_view WithoutLastCharacter(std::string_view text) {
 SpecialLine::SpecialLine(std::string_view line) {
   const std::string_view field = line.substr(0, line.find(','));
   const std::size_t space = std::min(field.find(' '), field.size());
-  if (space <= kLongest) {
+  if (space <= kLongestWord) {
     std::transform(field.begin(), field.begin() + space, command_, base::UpperAscii);
     command_size_ = space;
   }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <string_view>
@@ -76,6 +77,12 @@ inline constexpr SpecialWord kSpecialWords[] = {
     {"$ANSWERS", SpecialCommand::kAnswers, ArgumentKind::kWhichAnswers},
 };
 
+inline constexpr std::size_t kLongestWord = [] {
+  std::size_t longest = 0;
+  for (const SpecialWord& special : kSpecialWords) longest = std::max(longest, special.word.size());
+  return longest;
+}();
+
 /// The command for `word`, which is in upper case; null if there is none.
 constexpr const SpecialWord* FindSpecialWord(std::string_view word) {
   for (const SpecialWord& special : kSpecialWords) {
@@ -122,9 +129,7 @@ class SpecialLine {
   std::string_view Unquoted() const;
 
  private:
-  static constexpr std::size_t kLongest = 12;  ///< $SPLITPARAMS
-
-  char command_[kLongest];
+  char command_[kLongestWord];
   std::size_t command_size_ = 0;
   bool has_argument_ = false;
   std::string_view argument_;
