@@ -111,7 +111,7 @@ void AppendDisplayForm(std::string_view bytes, bool binary, std::string& text, b
   return device_state_.connected;
 }
 
-[[gnu::hot]] Sent Session::SendCommand(std::string_view command, bool /*print_command*/) {
+[[gnu::hot]] Sent Session::SendCommand(std::string_view command) {
   sent_ = false;
   if (!EnsureConnected()) return Sent::kNotConnected;
   if (state_.flush_first) device_.FlushInput();

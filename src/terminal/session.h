@@ -52,8 +52,8 @@ class Session {
       : device_(device), device_state_(device_state), state_(state), output_(output), connect_(connect) {}
 
   /// Writes `command` and the send terminator; if not connected, first presses the connect button once.
-  /// Echoing is left to the caller; `print_command` has no effect.
-  Sent SendCommand(std::string_view command, bool print_command = false);
+  /// Echoing is left to the caller.
+  Sent SendCommand(std::string_view command);
 
   /// Connects if not connected, and after a loss if reconnecting is on. Returns whether there is a
   /// connection.

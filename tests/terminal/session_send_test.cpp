@@ -22,8 +22,8 @@ TEST_F(SessionSendTest, PassesTheCurrentSendTerminator) {
   EXPECT_EQ(device.calls[4], "Write Größe?|ENDE\\r\\n|0");
 }
 
-TEST_F(SessionSendTest, DoesNotEchoEvenWithTheOption) {
-  session.SendCommand("IDN?", true);
+TEST_F(SessionSendTest, DoesNotEcho) {
+  session.SendCommand("IDN?");
   EXPECT_EQ(pane.text, "");
 }
 
