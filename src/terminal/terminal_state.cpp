@@ -13,20 +13,4 @@ std::vector<std::string> LastAnswer::Fields() const {
   return fields;
 }
 
-void Options::Set(int index, bool checked) {
-  switch (index) {
-    case 0:
-      show_commands = checked;
-      break;
-    case 1:
-      show_response_times = checked;
-      break;
-    case 2:
-      line_breaks = checked;
-      break;
-    default:
-      break;
-  }
-}
-
 }  // namespace kolvane::terminal

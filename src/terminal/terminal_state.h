@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -56,14 +57,16 @@ struct LastAnswer {
   std::vector<std::string> Fields() const;
 };
 
-/// Check marks of the menu array mnuOption, in its order.
+/// Check marks of the menu array mnuOption.
 struct Options {
   bool show_commands = true;
   bool show_response_times = false;
   bool line_breaks = false;
-  /// Sets the check mark of item `index`; any other index is ignored.
-  void Set(int index, bool checked);
 };
+
+/// The options by their index in mnuOption.
+inline constexpr std::array<bool Options::*, 3> kOptionItems = {
+    &Options::show_commands, &Options::show_response_times, &Options::line_breaks};
 
 /// The session's part of the process-wide record.
 struct TerminalState {

@@ -135,9 +135,8 @@ void MainWindow::ShowGettingStarted() {
 void MainWindow::Load() {
   receive_.controls().Load(core_.output);
   const terminal::Options& options = context_.slices.terminal.options;
-  menus_.Item("mnuOption_0")->setChecked(options.show_commands);
-  menus_.Item("mnuOption_1")->setChecked(options.show_response_times);
-  menus_.Item("mnuOption_2")->setChecked(options.line_breaks);
+  for (std::size_t index = 0; index < terminal::kOptionItems.size(); ++index)
+    menus_.Option(index)->setChecked(options.*terminal::kOptionItems[index]);
   ConnectionChanged();
 }
 

@@ -72,10 +72,9 @@ void MainWindow::ConnectConnection() {
 }
 
 void MainWindow::ConnectOptions() {
-  for (int index = 0; index < 3; ++index) {
-    const QAction* item = menus_.Item(("mnuOption_" + std::to_string(index)).c_str());
-    connect(item, &QAction::toggled, this,
-            [this, index](bool checked) { context_.slices.terminal.options.Set(index, checked); });
+  for (std::size_t index = 0; index < terminal::kOptionItems.size(); ++index) {
+    bool& option = context_.slices.terminal.options.*terminal::kOptionItems[index];
+    connect(menus_.Option(index), &QAction::toggled, this, [&option](bool checked) { option = checked; });
   }
 }
 

@@ -18,6 +18,8 @@ struct Menus {
 
   /// The item of that control name.
   QAction* Item(const char* name) const;
+  /// The item of the array mnuOption at that index.
+  QAction* Option(std::size_t index) const { return options->actions()[static_cast<qsizetype>(index)]; }
 
   QMenu* file;
   QMenu* connection;

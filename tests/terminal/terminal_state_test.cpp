@@ -34,25 +34,13 @@ TEST(LastAnswer, IsSplitAtEveryComma) {
   EXPECT_EQ((LastAnswer{"Größe,µm", {}}).Fields(), (Fields{"Größe", "µm"}));
 }
 
-TEST(Options, SetOneMarkEach) {
-  Options options;
-  options.Set(0, false);
-  options.Set(1, true);
-  options.Set(2, true);
-  EXPECT_FALSE(options.show_commands);
+TEST(Options, AreInTheOrderOfTheMenu) {
+  Options options{.show_commands = false};
+  EXPECT_FALSE(options.*kOptionItems[0]);
+  options.*kOptionItems[1] = true;
   EXPECT_TRUE(options.show_response_times);
+  options.*kOptionItems[2] = true;
   EXPECT_TRUE(options.line_breaks);
-  options.Set(1, false);
-  EXPECT_FALSE(options.show_response_times);
-}
-
-TEST(Options, IgnoreAnyOtherIndex) {
-  Options options;
-  options.Set(-1, true);
-  options.Set(3, true);
-  EXPECT_TRUE(options.show_commands);
-  EXPECT_FALSE(options.show_response_times);
-  EXPECT_FALSE(options.line_breaks);
 }
 
 }  // namespace
