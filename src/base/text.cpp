@@ -78,6 +78,10 @@ bool ContainsNoCase(std::string_view text, std::string_view part) {
   return UpperCase(text).find(UpperCase(part)) != std::string::npos;
 }
 
+bool StartsWithNoCase(std::string_view text, std::string_view prefix) {
+  return EqualsNoCase(text.substr(0, prefix.size()), prefix);
+}
+
 [[gnu::hot]] std::string_view TrimSpacesRight(std::string_view text) {
   if (!text.ends_with(' ')) return text;
   while (EndsInSpaces<kBlock>(text)) text.remove_suffix(kBlock);

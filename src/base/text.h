@@ -9,6 +9,7 @@ namespace kolvane::base {
 /// These ignore case, for the letters of Windows-1252 (umlauts included), on UTF-8 texts.
 bool EqualsNoCase(std::string_view a, std::string_view b);
 bool ContainsNoCase(std::string_view text, std::string_view part);
+bool StartsWithNoCase(std::string_view text, std::string_view prefix);
 std::string UpperCase(std::string_view text);
 
 constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }

@@ -158,10 +158,6 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view kRun = "$RUN ";
 
-bool StartsWithNoCase(std::string_view text, std::string_view prefix) {
-  return text.size() >= prefix.size() && base::EqualsNoCase(text.substr(0, prefix.size()), prefix);
-}
-
 // Folders end with "/"; hidden files are offered only if the typed name starts with ".".
 std::vector<std::string> Files(std::string_view typed) {
   const std::size_t slash = typed.rfind('/');
@@ -185,16 +181,16 @@ std::vector<std::string> Files(std::string_view typed) {
 std::vector<std::string> CompleteShellLine(std::string_view typed) {
   std::vector<std::string> found;
   for (const std::string_view with_file : {kRun, std::string_view("$OPENLOG ")}) {
-    if (!StartsWithNoCase(typed, with_file)) continue;
+    if (!base::StartsWithNoCase(typed, with_file)) continue;
     const std::string word(typed.substr(0, with_file.size()));
     for (const std::string& file : Files(typed.substr(word.size()))) found.push_back(word + file);
     return found;
   }
   const script::CommandList none;
   for (const script::Completion& each : script::Completions(typed, none)) found.push_back(each.row);
-  if (typed.starts_with('$') && StartsWithNoCase(kRun, typed)) found.emplace_back(kRun);
+  if (typed.starts_with('$') && base::StartsWithNoCase(kRun, typed)) found.emplace_back(kRun);
   for (const std::string_view word : {"DCL", "RES", "STP", "*RST"})
-    if (!typed.empty() && StartsWithNoCase(word, typed)) found.emplace_back(word);
+    if (!typed.empty() && base::StartsWithNoCase(word, typed)) found.emplace_back(word);
   return found;
 }
 

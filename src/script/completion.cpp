@@ -55,10 +55,6 @@ std::vector<std::string> Arguments(const SpecialWord& word, const CommandList& l
   }
 }
 
-bool StartsWithNoCase(std::string_view text, std::string_view prefix) {
-  return base::UpperCase(text).starts_with(base::UpperCase(prefix));
-}
-
 }  // namespace
 
 std::vector<Completion> Completions(std::string_view typed, const CommandList& list) {
@@ -68,14 +64,14 @@ std::vector<Completion> Completions(std::string_view typed, const CommandList& l
   if (space == typed.npos) {
     for (const SpecialWord& word : kSpecialWords) {
       const std::string name(word.word);
-      if (StartsWithNoCase(name, typed))
+      if (base::StartsWithNoCase(name, typed))
         found.push_back({name + (word.argument == ArgumentKind::kNone ? "" : " "),
                          name + std::string(ArgumentName(word))});
     }
   } else if (const SpecialWord* word = FindSpecialWord(base::UpperCase(typed.substr(0, space)))) {
     const std::string prefix(typed.substr(0, space + 1));
     for (const std::string& argument : Arguments(*word, list))
-      if (StartsWithNoCase(argument, typed.substr(space + 1)))
+      if (base::StartsWithNoCase(argument, typed.substr(space + 1)))
         found.push_back({prefix + argument, prefix + argument});
   }
   const auto complete = [typed](const Completion& each) {

@@ -29,6 +29,9 @@ TEST(Folding, CapitalisesLettersAtEveryOffset) {
 TEST(Folding, FindsPartsWithoutCase) {
   EXPECT_TRUE(ContainsNoCase("*rst PRes?", "RES"));
   EXPECT_FALSE(ContainsNoCase("*RST", "RES"));
+  EXPECT_TRUE(StartsWithNoCase("größe?", "GRÖ"));
+  EXPECT_TRUE(StartsWithNoCase("RES", ""));
+  EXPECT_FALSE(StartsWithNoCase("RE", "RES"));
 }
 
 TEST(Folding, TrimsOnlySpaces) {
