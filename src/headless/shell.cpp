@@ -134,7 +134,7 @@ std::string ConnectionName(const device::ConnectionParameters& connection) {
     case code::kTcpIp: {
       const bool brackets = connection.ip_address.find(':') != std::string::npos;
       const std::string host = brackets ? "[" + connection.ip_address + "]" : connection.ip_address;
-      return host + ":" + std::to_string(static_cast<std::uint16_t>(connection.ip_port));
+      return host + ":" + device::IpPortText(connection.ip_port);
     }
     case code::kUsb:
       return "USB " + connection.usb_address;
