@@ -26,12 +26,6 @@ class EditTarget {
   virtual void ChooseBackColor() = 0;
 };
 
-/// Values of the edit-target flag.
-namespace edit_target {
-inline constexpr int kPane = 0;
-inline constexpr int kGrid = 1;
-}  // namespace edit_target
-
 /// The commands of popup menu and toolbar on the command list's grid.
 class GridTarget final : public EditTarget {
  public:

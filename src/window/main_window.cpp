@@ -111,11 +111,10 @@ void MainWindow::BuildScript() {
     recent_->Note(script_.grid()->list().file_name());
   };
   connect(script_.grid(), &script::CommandGrid::FileShownAgain, this, show_file);
-  popup_.SetGrid(grid_target_);
   connect(script_.grid(), &script::CommandGrid::Touched, this,
-          [this] { popup_.SetEditTarget(edit_target::kGrid); });
+          [this] { popup_.SetEditTarget(grid_target_); });
   connect(script_.grid(), &script::CommandGrid::popupRequested, this,
-          [this](const QPoint& where) { popup_.OpenPopup(edit_target::kGrid, where); });
+          [this](const QPoint& where) { popup_.OpenPopup(grid_target_, where); });
   show_file();
 }
 

@@ -42,9 +42,9 @@ void MainWindow::ConnectFiles() {
 
 // TB_SAVETERMWIN does nothing.
 void MainWindow::ConnectPane() {
-  connect(pane_, &pane::OutputPane::Touched, this, [this] { popup_.SetEditTarget(edit_target::kPane); });
+  connect(pane_, &pane::OutputPane::Touched, this, [this] { popup_.SetEditTarget(pane_target_); });
   connect(pane_, &pane::OutputPane::popupRequested, &popup_,
-          [this](const QPoint& where) { popup_.OpenPopup(edit_target::kPane, where); });
+          [this](const QPoint& where) { popup_.OpenPopup(pane_target_, where); });
   // Queued, so that the source of the drag need not wait for the file.
   connect(
       pane_, &pane::OutputPane::fileDropped, this,

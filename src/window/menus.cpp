@@ -119,8 +119,8 @@ QAction* Menus::Item(const char* name) const {
   return nullptr;
 }
 
-PopupCommands::PopupCommands(Menus& menus, MessagePrompt& prompt, EditTarget& pane, QObject* parent)
-    : QObject(parent), menus_(menus), prompt_(prompt), targets_{&pane, &pane} {
+PopupCommands::PopupCommands(Menus& menus, MessagePrompt& prompt, EditTarget& target, QObject* parent)
+    : QObject(parent), menus_(menus), prompt_(prompt), target_(&target) {
   Connect("mnuCopy", &EditTarget::Copy);
   Connect("mnuCut", &EditTarget::Cut);
   Connect("mnuPaste", &EditTarget::Paste);
@@ -137,12 +137,12 @@ void PopupCommands::Connect(const char* item, void (EditTarget::*command)()) {
   // These two change nothing.
   const bool reads = command == &EditTarget::Copy || command == &EditTarget::SelectAll;
   prompt_.OnTrigger(
-      menus_.Item(item), [this, command] { (targets_.at(static_cast<std::size_t>(flag_))->*command)(); },
+      menus_.Item(item), [this, command] { (target_->*command)(); },
       reads ? MessagePrompt::While::kAlways : MessagePrompt::While::kIdle);
 }
 
-void PopupCommands::OpenPopup(int flag, const QPoint& where) {
-  SetEditTarget(flag);
+void PopupCommands::OpenPopup(EditTarget& target, const QPoint& where) {
+  SetEditTarget(target);
   menus_.Item("mnuPaste")->setEnabled(true);
   menus_.popup->popup(where);
 }

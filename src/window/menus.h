@@ -5,7 +5,6 @@
 #include <QMenu>
 #include <QObject>
 #include <QPoint>
-#include <array>
 
 #include "window/edit_targets.h"
 #include "window/message_prompt.h"
@@ -27,28 +26,24 @@ struct Menus {
   QMenu* popup;
 };
 
-/// The popup menu shared by pane and grid. Its commands go to the control named by the edit-target flag.
+/// The commands of the popup menu shared by pane and grid. They go to the edit target, the control used last.
 class PopupCommands final : public QObject {
   Q_OBJECT
 
  public:
-  PopupCommands(Menus& menus, MessagePrompt& prompt, EditTarget& pane, QObject* parent);
+  /// `target` is the first edit target. Targets must outlive this object.
+  PopupCommands(Menus& menus, MessagePrompt& prompt, EditTarget& target, QObject* parent);
 
-  /// Sets the target of the flag's value 1; without it that is also the pane.
-  void SetGrid(EditTarget& grid) { targets_[edit_target::kGrid] = &grid; }
-
-  /// `flag` is edit_target::kPane or kGrid.
-  void SetEditTarget(int flag) { flag_ = flag; }
-  /// Opens the menu for that control at this screen position.
-  void OpenPopup(int flag, const QPoint& where);
+  void SetEditTarget(EditTarget& target) { target_ = &target; }
+  /// Opens the menu for `target` at this screen position.
+  void OpenPopup(EditTarget& target, const QPoint& where);
 
  private:
   void Connect(const char* item, void (EditTarget::*command)());
 
   Menus& menus_;
   MessagePrompt& prompt_;
-  std::array<EditTarget*, 2> targets_;
-  int flag_ = edit_target::kPane;
+  EditTarget* target_;
 };
 
 }  // namespace kolvane::window

@@ -41,20 +41,18 @@ class PopupCommandsTest : public testing::Test {
   PopupCommands popup_{menus_, prompt_, pane_, &window_};
 };
 
-TEST_F(PopupCommandsTest, ActOnThePaneAtFirst) {
-  popup_.SetGrid(grid_);
+TEST_F(PopupCommandsTest, ActOnTheFirstTargetUntilAnotherIsSet) {
   PressAll();
   EXPECT_EQ(pane_.calls, all_);
   EXPECT_TRUE(grid_.calls.empty());
 }
 
-TEST_F(PopupCommandsTest, FollowTheFlag) {
-  popup_.SetGrid(grid_);
-  popup_.SetEditTarget(edit_target::kGrid);
+TEST_F(PopupCommandsTest, FollowTheEditTarget) {
+  popup_.SetEditTarget(grid_);
   PressAll();
   EXPECT_EQ(grid_.calls, all_);
   EXPECT_TRUE(pane_.calls.empty());
-  popup_.SetEditTarget(edit_target::kPane);
+  popup_.SetEditTarget(pane_);
   menus_.Item("mnuCopy")->trigger();
   EXPECT_EQ(pane_.calls, std::vector<std::string>{"Copy"});
 }
@@ -65,10 +63,9 @@ TEST_F(PopupCommandsTest, WhileTheWindowWaitsOnlyTextCanBeSelectedAndCopied) {
   EXPECT_EQ(pane_.calls, (std::vector<std::string>{"Copy", "SelectAll"}));
 }
 
-TEST_F(PopupCommandsTest, OpeningSetsTheFlagAndEnablesPaste) {
-  popup_.SetGrid(grid_);
+TEST_F(PopupCommandsTest, OpeningSetsTheEditTargetAndEnablesPaste) {
   menus_.Item("mnuPaste")->setEnabled(false);
-  popup_.OpenPopup(edit_target::kGrid, {10, 10});
+  popup_.OpenPopup(grid_, {10, 10});
   EXPECT_TRUE(menus_.popup->isVisible());
   EXPECT_TRUE(menus_.Item("mnuPaste")->isEnabled());
   menus_.Item("mnuPaste")->trigger();
