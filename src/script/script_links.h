@@ -15,8 +15,8 @@ namespace kolvane::script {
 class RunHost {
  public:
   virtual ~RunHost() = default;
-  /// Locks (true) or unlocks the controls that would disturb a run.
-  virtual void LockGUI(bool flag) = 0;
+  /// Locks or unlocks the controls that would disturb a run.
+  virtual void LockGUI(bool locked) = 0;
   /// Called when the run has reached a row, before executing it.
   virtual void RowStarts() {}
   /// Called after each row of a run, to process events or to check for a stop request; `command`: the row was

@@ -111,8 +111,8 @@ void ExtrasMenu::SetAllowed(const char* name, bool allowed) {
   ShowEnabled(item);
 }
 
-void ExtrasMenu::Lock(bool flag) {
-  locked_ = flag;
+void ExtrasMenu::Lock(bool locked) {
+  locked_ = locked;
   for (QAction* item : menu_->actions()) {
     if (!item->isSeparator()) ShowEnabled(item);
   }

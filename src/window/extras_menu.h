@@ -31,8 +31,8 @@ class ExtrasMenu final : public QObject {
 
   /// With `allowed` false an item is disabled, whether a list runs or not.
   void SetAllowed(const char* name, bool allowed);
-  /// While a list runs, only the items that cannot disturb it are enabled.
-  void Lock(bool flag);
+  /// While `locked`, because a list runs, only the items that cannot disturb it are enabled.
+  void Lock(bool locked);
 
  private:
   void Insert(int row, QAction* item);

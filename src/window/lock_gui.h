@@ -10,10 +10,10 @@ class GuiLock {
  public:
   explicit GuiLock(QWidget& window) : window_(window) {}
 
-  /// Disables (true) or enables, by the names of the controls: sending, the connection, files, options and
-  /// the receive settings. What the user needs to view, type and end the run stays enabled. A control that
-  /// loses the keyboard focus this way gets it back, unless the user has moved elsewhere.
-  void LockGUI(bool flag);
+  /// Disables if `locked`, else enables, by the names of the controls: sending, the connection, files,
+  /// options and the receive settings. What the user needs to view, type and end the run stays enabled. A
+  /// control that loses the keyboard focus this way gets it back, unless the user has moved elsewhere.
+  void LockGUI(bool locked);
 
  private:
   QWidget& window_;

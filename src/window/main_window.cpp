@@ -170,9 +170,9 @@ QString MainWindow::MeaningOf(const QString& line) {
   return library == nullptr ? QString() : base::ToQt(library->StatusText(status));
 }
 
-void MainWindow::Lock(bool flag) {
-  lock_.LockGUI(flag);
-  extras_.Lock(flag);
+void MainWindow::Lock(bool locked) {
+  lock_.LockGUI(locked);
+  extras_.Lock(locked);
   area_->find_bar()->ShowReplaceable();
 }
 

@@ -106,7 +106,7 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   void Send();
   void OpenConnectionMenu();
   void ConfigureConnection();
-  void Lock(bool flag);
+  void Lock(bool locked);
   void ShowTimeStamps();
   void ShowStillOpen();
   QString MeaningOf(const QString& line);

@@ -35,7 +35,7 @@ struct ScriptContext {
   MessagePrompt& prompt;
   pane::OutputPane& pane;
   script::CommandFileDialogs& dialogs;
-  std::function<void(bool)> lock_gui;
+  std::function<void(bool locked)> lock_gui;
   std::function<void()> paint;  ///< shows changes at once
   std::string unsaved;          ///< where copies of unsaved lists are kept; empty: none are
   std::function<void(const std::string&)> progress = [](const std::string&) {
@@ -84,7 +84,7 @@ class ScriptView final : public QObject, private script::RunHost {
   void Flush() { grid_->Flush(); }
 
  private:
-  void LockGUI(bool flag) override { context_.lock_gui(flag); }
+  void LockGUI(bool locked) override { context_.lock_gui(locked); }
   void RowStarts() override;
   void Yield(bool command) override;
 
