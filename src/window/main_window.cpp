@@ -50,12 +50,17 @@ MainWindow::MainWindow(WindowContext context)
       dialogs_(this),
       lock_(*this),
       script_({context_.script, context_.slices, core_, log_.control()},
-              {prompt_, *pane_, dialogs_, [this](bool flag) { Lock(flag); }, [this] { wait_.PaintNow(); },
-               context_.unsaved,
-               [this](const std::string& text) {
-                 area_->status_bars().ShowState(terminal::StateKind::kRun, text);
-               },
-               [this] { ShowStillOpen(); }},
+              {.prompt = prompt_,
+               .pane = *pane_,
+               .dialogs = dialogs_,
+               .lock_gui = [this](bool locked) { Lock(locked); },
+               .paint = [this] { wait_.PaintNow(); },
+               .unsaved = context_.unsaved,
+               .progress =
+                   [this](const std::string& text) {
+                     area_->status_bars().ShowState(terminal::StateKind::kRun, text);
+                   },
+               .run_ended = [this] { ShowStillOpen(); }},
               area_->script_bar(), this),
       reference_(*pane_, HelpFolders(), prompt_),
       grid_target_(script_.grid(), script_.files(), context_.settings.command_list, prompt_, this),
