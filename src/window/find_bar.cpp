@@ -2,7 +2,6 @@
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
-#include <memory>
 
 #include "base/ui/qt_text.h"
 #include "pane/ui/regex_matcher.h"
@@ -142,19 +141,20 @@ void FindBar::GoToPrevious() {
   if (target_ != nullptr) target_->GoToPrevious();
 }
 
+std::shared_ptr<const pane::Matcher> FindBar::MakeMatcher(QString& fault) const {
+  const QString text = text_->text();
+  const bool match_case = match_case_->isChecked();
+  if (text.isEmpty()) return nullptr;
+  if (!regex_->isChecked()) return std::make_shared<pane::PlainMatcher>(base::FromQt(text), match_case);
+  auto regex = std::make_shared<pane::RegexMatcher>(text, match_case);
+  fault = regex->Fault();
+  return fault.isEmpty() ? regex : nullptr;
+}
+
 void FindBar::Search() {
   if (target_ == nullptr) return;
-  std::shared_ptr<const pane::Matcher> matcher;
   QString fault;
-  if (text_->text().isEmpty()) {
-    matcher = nullptr;
-  } else if (regex_->isChecked()) {
-    auto regex = std::make_shared<pane::RegexMatcher>(text_->text(), match_case_->isChecked());
-    fault = regex->Fault();
-    if (fault.isEmpty()) matcher = std::move(regex);
-  } else {
-    matcher = std::make_shared<pane::PlainMatcher>(base::FromQt(text_->text()), match_case_->isChecked());
-  }
+  const std::shared_ptr<const pane::Matcher> matcher = MakeMatcher(fault);
   MarkField(text_, fault);
   target_->Search(matcher);
   if (matcher == nullptr)

@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QWidget>
+#include <memory>
 
 #include "pane/ui/find_target.h"
 
@@ -18,7 +19,7 @@ class FindBar final : public QWidget {
  public:
   explicit FindBar(QWidget* parent);
 
-  /// Opens the bar for `target`, named by `rect`, and searches for what is selected there.
+  /// Opens the bar for `target`, named by `caption`, and searches for what is selected there.
   void Open(pane::FindTarget* target, const QString& caption);
   bool IsOpen() const { return target_ != nullptr; }
   pane::FindTarget* target() const { return target_; }
@@ -41,6 +42,8 @@ class FindBar final : public QWidget {
   Widget* Add(Widget* widget, const char* name, const char* tip);
   void AddFinding();
   void AddReplacing();
+  /// The matcher for the typed text; null if there is none, or with `fault` set if the text is no expression.
+  std::shared_ptr<const pane::Matcher> MakeMatcher(QString& fault) const;
   void Search();
   void ShowState();
   void ReplaceAll();
