@@ -206,9 +206,9 @@ void CommandBoxView::ShowHistory(const terminal::CommandHistory& history, termin
 
 ReceiveView::ReceiveView(TerminalBar* bar, terminal::TerminalState& state, device::Device& device,
                          MessagePrompt& prompt, QObject* parent)
-    : QObject(parent), bar_(bar), controls_(state.receive, state.shown, device, *this) {
+    : QObject(parent), bar_(bar), prompt_(prompt), controls_(state.receive, state.shown, device, *this) {
   Fill();
-  Connect(prompt);
+  Connect();
 }
 
 void ReceiveView::Fill() {
@@ -218,40 +218,43 @@ void ReceiveView::Fill() {
   AddWords(bar_->send_terminator(), terminal::kSendTerminatorWords);
 }
 
-void ReceiveView::Connect(MessagePrompt& prompt) {
-  const auto on_pick = [&](QComboBox* list, void (terminal::ReceiveControls::*pick)(int)) {
-    const auto run = [this, list, &prompt, pick](int index) {
-      if (showing_) return;
-      changed_ = list;
-      prompt.Guard([&] { (controls_.*pick)(index); });
-    };
-    connect(list, &QComboBox::currentIndexChanged, this, run);
-    // Picking the item that is already shown changes no index but counts as a pick.
-    connect(list, &QComboBox::activated, this, [this, list, run](int index) {
-      if (std::exchange(changed_, nullptr) != list) run(index);
-      changed_ = nullptr;
-    });
+void ReceiveView::Connect() {
+  using Controls = terminal::ReceiveControls;
+  OnPick(bar_->receive_mode(), &Controls::PickMode);
+  OnPick(bar_->receive_format(), &Controls::PickFormat);
+  OnEdit(bar_->receive_terminator(), &QComboBox::currentTextChanged, &Controls::EditReceiveTerminator);
+  OnEdit(bar_->send_terminator(), &QComboBox::currentTextChanged, &Controls::EditSendTerminator);
+  MarkFaults(bar_->receive_timeout(), &terminal::TimeoutFault);
+  MarkFaults(bar_->count(), &terminal::CountFault);
+  OnEdit(bar_->receive_timeout(), &QLineEdit::textChanged, &Controls::EditTimeout);
+  OnEdit(bar_->count(), &QLineEdit::textChanged, &Controls::EditCount);
+}
+
+void ReceiveView::OnPick(QComboBox* list, void (terminal::ReceiveControls::*pick)(int)) {
+  const auto run = [this, list, pick](int index) {
+    if (showing_) return;
+    changed_ = list;
+    prompt_.Guard([&] { (controls_.*pick)(index); });
   };
-  const auto on_edit = [&](auto* field, auto signal,
-                           void (terminal::ReceiveControls::*edit)(std::string_view)) {
-    connect(field, signal, this, [this, &prompt, edit](const QString& text) {
-      if (!showing_) prompt.Guard([&] { (controls_.*edit)(base::FromQt(text)); });
-    });
-  };
-  on_pick(bar_->receive_mode(), &terminal::ReceiveControls::PickMode);
-  on_pick(bar_->receive_format(), &terminal::ReceiveControls::PickFormat);
-  on_edit(bar_->receive_terminator(), &QComboBox::currentTextChanged,
-          &terminal::ReceiveControls::EditReceiveTerminator);
-  on_edit(bar_->send_terminator(), &QComboBox::currentTextChanged,
-          &terminal::ReceiveControls::EditSendTerminator);
-  const auto mark = [this](QLineEdit* field, std::string (*fault)(std::string_view)) {
-    connect(field, &QLineEdit::textChanged, this,
-            [field, fault](const QString& text) { MarkField(field, base::ToQt(fault(base::FromQt(text)))); });
-  };
-  mark(bar_->receive_timeout(), &terminal::TimeoutFault);
-  mark(bar_->count(), &terminal::CountFault);
-  on_edit(bar_->receive_timeout(), &QLineEdit::textChanged, &terminal::ReceiveControls::EditTimeout);
-  on_edit(bar_->count(), &QLineEdit::textChanged, &terminal::ReceiveControls::EditCount);
+  connect(list, &QComboBox::currentIndexChanged, this, run);
+  // Picking the item that is already shown changes no index but counts as a pick.
+  connect(list, &QComboBox::activated, this, [this, list, run](int index) {
+    if (std::exchange(changed_, nullptr) != list) run(index);
+    changed_ = nullptr;
+  });
+}
+
+template <typename Field, typename Signal>
+void ReceiveView::OnEdit(Field* field, Signal changed,
+                         void (terminal::ReceiveControls::*edit)(std::string_view)) {
+  connect(field, changed, this, [this, edit](const QString& text) {
+    if (!showing_) prompt_.Guard([&] { (controls_.*edit)(base::FromQt(text)); });
+  });
+}
+
+void ReceiveView::MarkFaults(QLineEdit* field, std::string (*fault)(std::string_view)) {
+  connect(field, &QLineEdit::textChanged, this,
+          [field, fault](const QString& text) { MarkField(field, base::ToQt(fault(base::FromQt(text)))); });
 }
 
 void ReceiveView::ShowReceiveControls(const terminal::ReceiveShown& shown, bool count_visible) {

@@ -108,9 +108,15 @@ class ReceiveView final : public QObject, private terminal::ReceiveControlsView 
  private:
   void ShowReceiveControls(const terminal::ReceiveShown& shown, bool count_visible) override;
   void Fill();
-  void Connect(MessagePrompt& prompt);
+  void Connect();
+  void OnPick(QComboBox* list, void (terminal::ReceiveControls::*pick)(int));
+  template <typename Field, typename Signal>
+  void OnEdit(Field* field, Signal changed, void (terminal::ReceiveControls::*edit)(std::string_view));
+  /// Marks the field while `fault` says something about its text.
+  void MarkFaults(QLineEdit* field, std::string (*fault)(std::string_view));
 
   TerminalBar* bar_;
+  MessagePrompt& prompt_;
   terminal::ReceiveControls controls_;
   bool showing_ = false;
   const QComboBox* changed_ = nullptr;  // by the pick that is being reported
