@@ -32,7 +32,7 @@ QVariant CommandListModel::data(const QModelIndex& index, int role) const {
   if (role == Qt::AccessibleDescriptionRole) return StateOf(row);
   if (index.column() == kMarkerColumn) return MarkOf(row, role);
   if (index.column() != kTextColumn) return {};
-  if (role == kFindingRole) return FindingOf(row);
+  if (role == kFindingRole) return WorstOf(row);
   if (role == kIndentRole)
     return row <= static_cast<int>(indents_.size()) ? indents_[static_cast<std::size_t>(row - 1)] : 0;
   if (role == Qt::DisplayRole || role == Qt::EditRole) return QString::fromStdString(list_.Text(row));
@@ -98,9 +98,10 @@ QString CommandListModel::ToolTipOf(int row) const {
   return QString::fromStdString(text + trouble) + findings + error;
 }
 
-int CommandListModel::FindingOf(int row) const {
+CommandListModel::Worst CommandListModel::WorstOf(int row) const {
   const auto found = findings_.find(row);
-  return found == findings_.end() ? 0 : found->second.error ? 2 : 1;
+  if (found == findings_.end()) return kNoFinding;
+  return found->second.error ? kErrorFound : kHintFound;
 }
 
 void CommandListModel::ShowFindings(const std::vector<checker::Finding>& findings, std::vector<int> indents) {

@@ -21,10 +21,10 @@ class CommandListModel final : public QAbstractTableModel, private CommandListOb
   static constexpr int kMarkerColumn = 0;
   static constexpr int kTextColumn = 1;
 
-  /// The row's worst finding: 0 none, 1 a hint, 2 an error; and the number of steps by which the row is
-  /// indented.
+  /// The row's worst finding, a Worst, and the number of steps by which the row is indented.
   static constexpr int kFindingRole = Qt::UserRole + 1;
   static constexpr int kIndentRole = Qt::UserRole + 2;
+  enum Worst : int { kNoFinding, kHintFound, kErrorFound };
   /// For the marker column: a combination of Mark.
   static constexpr int kMarkRole = Qt::UserRole + 3;
   enum Mark : int { kBreakpointMark = 1, kRunningMark = 2, kErrorMark = 4 };
@@ -71,7 +71,7 @@ class CommandListModel final : public QAbstractTableModel, private CommandListOb
   QString StateOf(int row) const;
   QString ErrorOf(int row) const;
   QString ToolTipOf(int row) const;
-  int FindingOf(int row) const;
+  Worst WorstOf(int row) const;
 
   struct RowFindings {
     bool error = false;

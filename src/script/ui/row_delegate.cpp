@@ -75,7 +75,6 @@ QRect TextRect(const QStyleOptionViewItem& option) {
 }
 
 constexpr int kIndentSpaces = 2;
-constexpr int kError = 2;  // of CommandListModel::kFindingRole
 constexpr QColor kHintColor(200, 120, 0);
 
 /// The spaces shown before a row that are not part of it.
@@ -157,11 +156,9 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     Underline(painter, SpanRect(shown, span), highlighted ? own : QColor(Qt::red));
   const int finding = index.data(CommandListModel::kFindingRole).toInt();
   const qsizetype indent = Indentation(index).size();
-  if (finding != 0)
-    Underline(painter, SpanRect(shown, {indent, shown.text.size() - indent}),
-              highlighted         ? own
-              : finding == kError ? QColor(Qt::red)
-                                  : kHintColor);
+  const QColor color = finding == CommandListModel::kErrorFound ? QColor(Qt::red) : kHintColor;
+  if (finding != CommandListModel::kNoFinding)
+    Underline(painter, SpanRect(shown, {indent, shown.text.size() - indent}), highlighted ? own : color);
   painter->restore();
 }
 
@@ -240,7 +237,7 @@ bool RowDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QS
   const bool failed =
       !index.siblingAtColumn(CommandListModel::kMarkerColumn).data(Qt::ToolTipRole).toString().isEmpty();
   const bool wanted = cut || marked || failed || !ProblemOf(index.data().toString()).isEmpty() ||
-                      index.data(CommandListModel::kFindingRole).toInt() != 0;
+                      index.data(CommandListModel::kFindingRole).toInt() != CommandListModel::kNoFinding;
   // A command may look like a tag.
   const QString lines = text.toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>"));
   const QString shown = QStringLiteral("<qt>%1</qt>").arg(lines);
