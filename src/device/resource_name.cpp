@@ -7,6 +7,7 @@
 #include "base/number.h"
 #include "base/text.h"
 #include "device/connection_form.h"
+#include "device/connection_texts.h"
 #include "device/port_table.h"
 
 namespace kolvane::device {
@@ -42,7 +43,7 @@ Fields Split(std::string_view name) {
 }
 
 std::optional<std::int16_t> BusAddress(std::string_view text) {
-  const auto address = base::NumberValue(text, 0, 31);
+  const auto address = base::NumberValue<int>(text, 0, kLastAddress);
   return address ? std::optional(static_cast<std::int16_t>(*address)) : std::nullopt;
 }
 
