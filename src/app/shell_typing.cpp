@@ -1,7 +1,5 @@
 #include "app/shell_typing.h"
 
-#include <fcntl.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <system_error>
@@ -71,8 +69,7 @@ void ShellHistory::Add(std::string_view line) {
   if (file_.empty()) return;
   std::error_code ignored;
   std::filesystem::create_directories(std::filesystem::path(file_).parent_path(), ignored);
-  const base::Descriptor file(base::Uninterrupted(
-      [this] { return open(file_.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_NONBLOCK | O_CLOEXEC, kMode); }));
+  const base::Descriptor file = base::OpenForAppending(file_, kMode);
   if (file) (void)base::AppendWhole(file.get(), lines_.back() + '\n');
 }
 

@@ -37,6 +37,11 @@ class BlockedFailureSignals {
 
 }  // namespace
 
+Descriptor OpenForAppending(const std::string& path, mode_t mode) {
+  return Descriptor(Uninterrupted(
+      [&] { return open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_NONBLOCK | O_CLOEXEC, mode); }));
+}
+
 int WriteAll(int descriptor, std::string_view bytes, std::size_t* written) {
   BlockedFailureSignals blocked;
   std::size_t done = 0;

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/types.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -58,6 +59,11 @@ class Descriptor {
 inline Descriptor OpenDescriptor(const std::string& path, int flags) {
   return Descriptor(Uninterrupted([&] { return open(path.c_str(), flags); }));
 }
+
+/// Opens a file for appending; creates it with `mode` if needed. Empty, with errno set, if that fails.
+/// Nothing waits for the reader of a pipe: without one this fails with ENXIO, and a write to a full one with
+/// EAGAIN.
+Descriptor OpenForAppending(const std::string& path, mode_t mode = 0666);
 
 /// Writes all of `bytes` to an open descriptor. Returns 0 or an errno. A file that may not grow further
 /// (EFBIG) and a pipe without a reader (EPIPE) are reported this way too, not as signals. Bytes written

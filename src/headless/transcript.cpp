@@ -1,7 +1,5 @@
 #include "headless/transcript.h"
 
-#include <fcntl.h>
-
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -45,8 +43,7 @@ constexpr std::int16_t kNoTerminator = 0;
 int Transcript::Open(const std::string& file, bool times) {
   name_ = file;
   times_ = times;
-  file_ = base::Descriptor(base::Uninterrupted(
-      [&] { return open(file.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_NONBLOCK | O_CLOEXEC, 0666); }));
+  file_ = base::OpenForAppending(file);
   return file_ ? 0 : errno;
 }
 

@@ -1,7 +1,5 @@
 #include "terminal/output.h"
 
-#include <fcntl.h>
-
 #include <cerrno>
 #include <filesystem>
 #include <system_error>
@@ -38,9 +36,7 @@ void FlushInput(device::Device& device, Output& output) {
 int LogFile::Open(const std::string& path) {
   Close();
   if (path.find('\0') != path.npos) return EINVAL;
-  // A pipe whose reader is slow or missing must not block the terminal.
-  file_ = base::Descriptor(base::Uninterrupted(
-      [&] { return open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_NONBLOCK | O_CLOEXEC, 0666); }));
+  file_ = base::OpenForAppending(path);
   return IsOpen() ? 0 : errno;
 }
 
