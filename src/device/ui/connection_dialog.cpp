@@ -7,6 +7,7 @@
 #include <QScreen>
 #include <QVBoxLayout>
 
+#include "base/ui/qt_text.h"
 #include "device/attached_ports.h"
 #include "device/histories.h"
 #include "device/port_table.h"
@@ -22,7 +23,7 @@ QString PortTip(std::int16_t code) {
   const std::string node = PortNode(code);
   if (node.empty()) return {};
   return (code == port_code::kGpib ? QStringLiteral("GPIB-Karte ") : QStringLiteral("Gerätedatei ")) +
-         Utf8(node);
+         base::ToQt(node);
 }
 
 }  // namespace
@@ -50,7 +51,7 @@ QWidget* ConnectionDialog::BuildPorts() {
   auto* frame = new QGroupBox(QStringLiteral("Schnittstelle"));
   ports_grid_ = new QGridLayout(frame);
   for (const PortKind& kind : kPortKinds) {
-    auto* port = new QRadioButton(Utf8(kind.caption));
+    auto* port = new QRadioButton(base::ToQt(kind.caption));
     port->setObjectName(QStringLiteral("Port_%1").arg(kind.option));
     port->setToolTip(PortTip(kind.code));
     port->setChecked(kind.option == form_.port);
@@ -174,7 +175,8 @@ void ConnectionDialog::Scan() {
   PortLibrary* library = context_.library.Library();
   if (library == nullptr) return context_.prompt.ShowError(context_.library.Failure());
   QApplication::setOverrideCursor(Qt::WaitCursor);
-  for (const std::string& device : ScanUsb(*library, context_.state)) usb_->found()->addItem(Utf8(device));
+  for (const std::string& device : ScanUsb(*library, context_.state))
+    usb_->found()->addItem(base::ToQt(device));
   QApplication::restoreOverrideCursor();
 }
 

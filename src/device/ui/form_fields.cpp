@@ -1,6 +1,7 @@
 #include "device/ui/form_fields.h"
 
 #include "base/ui/fields.h"
+#include "base/ui/qt_text.h"
 
 namespace kolvane::device {
 namespace {
@@ -18,9 +19,9 @@ FormColumn::FormColumn() {
 
 void FormColumn::Add(const FieldRow& row, QWidget* field) {
   field->setObjectName(QLatin1String(row.name));
-  field->setToolTip(Utf8(row.tool_tip));
-  field->setAccessibleName(Utf8(row.label).remove(QLatin1Char('&')).trimmed());
-  addRow(Utf8(row.label), field);
+  field->setToolTip(base::ToQt(row.tool_tip));
+  field->setAccessibleName(base::ToQt(row.label).remove(QLatin1Char('&')).trimmed());
+  addRow(base::ToQt(row.label), field);
 }
 
 QLineEdit* FormColumn::AddText(const FieldRow& row) {
@@ -32,7 +33,7 @@ QLineEdit* FormColumn::AddText(const FieldRow& row) {
 
 QComboBox* FormColumn::AddChoice(const FieldRow& row, std::span<const char* const> choices) {
   auto* box = new QComboBox;
-  for (const char* choice : choices) box->addItem(Utf8(choice));
+  for (const char* choice : choices) box->addItem(base::ToQt(choice));
   box->setMinimumWidth(kFieldWidth);
   base::GuardWheel(box);
   Add(row, box);
@@ -48,29 +49,29 @@ QComboBox* FormColumn::AddTypedChoice(const FieldRow& row, std::span<const char*
 }
 
 QCheckBox* FormColumn::AddCheck(const FieldRow& row) {
-  auto* check = new QCheckBox(Utf8(row.label));
+  auto* check = new QCheckBox(base::ToQt(row.label));
   check->setObjectName(QLatin1String(row.name));
-  check->setToolTip(Utf8(row.tool_tip));
+  check->setToolTip(base::ToQt(row.tool_tip));
   addRow(check);
   return check;
 }
 
 void ShowText(QComboBox* box, const std::string& text) {
-  const QString shown = Utf8(text);
+  const QString shown = base::ToQt(text);
   const auto find = [&] { return box->findText(shown, Qt::MatchExactly | Qt::MatchCaseSensitive); };
   if (!box->isEditable() && find() < 0) box->addItem(shown);
   box->setCurrentIndex(find());
   if (box->currentText() != shown) box->setEditText(shown);
 }
 
-void ShowText(QLineEdit* line, const std::string& text) { line->setText(Utf8(text)); }
+void ShowText(QLineEdit* line, const std::string& text) { line->setText(base::ToQt(text)); }
 
 void ShowHistory(QComboBox* box, const std::vector<std::string>& history) {
-  for (const std::string& entry : history) box->addItem(Utf8(entry));
+  for (const std::string& entry : history) box->addItem(base::ToQt(entry));
 }
 
-std::string TextOf(const QComboBox* box) { return box->currentText().toStdString(); }
+std::string TextOf(const QComboBox* box) { return base::FromQt(box->currentText()); }
 
-std::string TextOf(const QLineEdit* line) { return line->text().toStdString(); }
+std::string TextOf(const QLineEdit* line) { return base::FromQt(line->text()); }
 
 }  // namespace kolvane::device

@@ -4,17 +4,11 @@
 #include <QComboBox>
 #include <QFormLayout>
 #include <QLineEdit>
-#include <QString>
 #include <span>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace kolvane::device {
-
-inline QString Utf8(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 /// Common to all fields of a page: control name, label ("&" marks its mnemonic) and tool tip.
 struct FieldRow {

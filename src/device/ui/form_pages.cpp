@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include "base/ui/qt_text.h"
 #include "device/connection_texts.h"
 #include "device/ui/form_fields.h"
 
@@ -66,12 +67,12 @@ FormColumn* SerialPage::BuildBeyond() {
   modem_script_->setMinimumSize(kScriptSize);
   const FieldRow script = {"txtModemScript", "&Modem Script (AT Befehle)",
                            "Ein Befehl je Zeile, gilt für COM 1 und COM 2; leer: kein Modem"};
-  auto* label = new QLabel(Utf8(script.label));
+  auto* label = new QLabel(base::ToQt(script.label));
   label->setBuddy(modem_script_);
   column->addRow(label);
   modem_script_->setObjectName(QLatin1String(script.name));
-  modem_script_->setToolTip(Utf8(script.tool_tip));
-  modem_script_->setAccessibleName(Utf8(script.label).remove(QLatin1Char('&')));
+  modem_script_->setToolTip(base::ToQt(script.tool_tip));
+  modem_script_->setAccessibleName(base::ToQt(script.label).remove(QLatin1Char('&')));
   column->addRow(modem_script_);
   return column;
 }
@@ -90,7 +91,7 @@ void SerialPage::Show(const SerialFields& fields) {
   ShowText(receive_buffer_, fields.receive_buffer);
   ShowText(rs485_address_, fields.rs485_address);
   ShowText(dial_timeout_, fields.dial_timeout);
-  modem_script_->setPlainText(Utf8(fields.modem_script));
+  modem_script_->setPlainText(base::ToQt(fields.modem_script));
 }
 
 SerialFields SerialPage::Fields() const {
@@ -103,7 +104,7 @@ SerialFields SerialPage::Fields() const {
           .rs485_address = TextOf(rs485_address_),
           .dial_timeout = TextOf(dial_timeout_),
           .modem_script =
-              modem_script_->toPlainText().replace(QLatin1Char('\n'), QStringLiteral("\r\n")).toStdString()};
+              base::FromQt(modem_script_->toPlainText().replace(QLatin1Char('\n'), QStringLiteral("\r\n")))};
 }
 
 ExtendedPage::ExtendedPage() {

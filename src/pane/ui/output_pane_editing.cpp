@@ -6,16 +6,13 @@
 #include <limits>
 #include <utility>
 
+#include "base/ui/qt_text.h"
+#include "pane/pane_moves.h"
 #include "pane/ui/output_pane.h"
 
 // The text as others read and change it: properties, selection, clipboard, input methods.
 
 namespace kolvane::pane {
-namespace {
-
-std::string ToUtf8(const QString& text) { return text.toStdString(); }
-
-}  // namespace
 
 QString OutputPane::plainText() const { return TextBetween({0, text_.Length()}); }
 
@@ -23,7 +20,7 @@ void OutputPane::setPlainText(const QString& text) {
   EndAside();
   Flush();
   const QString before = announcer_->IsActive() ? plainText() : QString();
-  text_.SetText(ToUtf8(text));
+  text_.SetText(base::FromQt(text));
   announcer_->Replaced(*this, before, {0, text_.Length()});
   CaretMoved();
 }
@@ -96,7 +93,7 @@ void OutputPane::InsertComment(const QString& text) {
   Flush();
   const std::size_t begin = text_.Selection().begin;
   const QString before = announcer_->IsActive() ? selectedText() : QString();
-  text_.InsertComment(ToUtf8(text));
+  text_.InsertComment(base::FromQt(text));
   announcer_->Replaced(*this, before, {begin, text_.caret()});
   CaretMoved();
 }
@@ -124,7 +121,7 @@ void OutputPane::ReplaceRange(PaneRange range, const QString& text) {
   const std::size_t rest = text_.Length() - range.end;
   const QString before = announcer_->IsActive() ? TextBetween(range) : QString();
   text_.Erase(range);
-  if (!text.isEmpty()) text_.Insert(range.begin, ToUtf8(text));
+  if (!text.isEmpty()) text_.Insert(range.begin, base::FromQt(text));
   announcer_->Replaced(*this, before, {range.begin, text_.Length() - rest});
   Changed();
 }
@@ -134,7 +131,7 @@ void OutputPane::Replace(const QString& text) {
   Flush();
   const std::size_t begin = text_.Selection().begin;
   const QString before = announcer_->IsActive() ? selectedText() : QString();
-  text_.ReplaceSelection(ToUtf8(text));
+  text_.ReplaceSelection(base::FromQt(text));
   announcer_->Replaced(*this, before, {begin, text_.caret()});
   CaretMoved();
 }

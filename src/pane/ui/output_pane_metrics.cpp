@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdint>
 
+#include "base/ui/qt_text.h"
 #include "pane/pane_moves.h"
 
 namespace kolvane::pane {
@@ -53,7 +54,7 @@ OutputPaneMetrics::OutputPaneMetrics(const QFont& font)
       ascent_(std::ceil(metrics_.ascent())) {
   for (std::size_t value = 0; value < narrow_.size(); ++value) {
     if (IsC1(value)) continue;
-    const QString shown = Shown(QString(QChar(static_cast<char16_t>(value))).toStdString());
+    const QString shown = Shown(base::FromQt(QChar(static_cast<char16_t>(value))));
     narrow_[value] = metrics_.horizontalAdvance(shown);
     if (value >= ' ' && value != 0x7F) widest_ = std::max(widest_, narrow_[value]);
   }
@@ -170,7 +171,7 @@ QString OutputPaneMetrics::Shown(std::string_view cluster) {
   if (value < ' ' || value == 0x7F) return QString(u'^') + QChar(static_cast<char16_t>(value ^ 0x40));
   if (IsC1(value)) return QChar(QChar::ReplacementCharacter);
   if (value == 0x2028 || value == 0x2029) return QChar(kParagraphSign);
-  return QString::fromUtf8(cluster.data(), static_cast<qsizetype>(cluster.size()));
+  return base::ToQt(cluster);
 }
 
 }  // namespace kolvane::pane

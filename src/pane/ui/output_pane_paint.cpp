@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/ui/qt_look.h"
+#include "base/ui/qt_text.h"
 #include "pane/pane_moves.h"
 
 namespace kolvane::pane {
@@ -94,7 +95,7 @@ qreal OutputPanePainter::PaintText(std::string_view text, QPointF base, qreal x,
 void OutputPanePainter::PaintPlain(std::string_view text, QPointF at) {
   if (text.find_first_not_of(' ') == text.npos) return;
   painter_.setFont(metrics_.plain_font());
-  painter_.drawText(at, QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
+  painter_.drawText(at, base::ToQt(text));
 }
 
 void OutputPanePainter::PaintCluster(std::string_view cluster, QPointF at, bool bold) {

@@ -1,5 +1,6 @@
 #include "pane/ui/regex_matcher.h"
 
+#include "base/ui/qt_text.h"
 #include "pane/pane_moves.h"
 
 namespace kolvane::pane {
@@ -10,10 +11,6 @@ using Options = QRegularExpression::PatternOptions;
 Options OptionsOf(bool match_case) {
   const Options options = QRegularExpression::MultilineOption;
   return match_case ? options : options | QRegularExpression::CaseInsensitiveOption;
-}
-
-QString ToQString(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
 /// Converts positions in UTF-16 units, each not before the last one, into bytes.
@@ -53,7 +50,7 @@ QString RegexMatcher::Fault() const {
 Hits RegexMatcher::FindIn(std::string_view lines) const {
   Hits hits;
   if (!expression_.isValid()) return hits;
-  const QString text = ToQString(lines);
+  const QString text = base::ToQt(lines);
   ByteCounter bytes(lines, text.size());
   // For ASCII, Unicode properties make no difference, but looking them up takes most of the time.
   const QRegularExpression& expression =
@@ -94,12 +91,12 @@ void RegexMatcher::FindLineByLine(const QString& text, qsizetype from, const Add
 }
 
 std::string RegexMatcher::Replacement(std::string_view line, PaneRange hit, std::string_view with) const {
-  const QString text = ToQString(line);
+  const QString text = base::ToQt(line);
   const auto start = static_cast<qsizetype>(Utf16Length(line.substr(0, hit.begin)));
   const QRegularExpressionMatch match = expression_.match(text, start);
   QString out;
   bool escaped = false;
-  for (const QChar c : ToQString(with)) {
+  for (const QChar c : base::ToQt(with)) {
     const bool begins = !escaped && c == QLatin1Char('\\');
     const bool group = escaped && c >= QLatin1Char('0') && c <= QLatin1Char('9');
     if (group)
@@ -108,7 +105,7 @@ std::string RegexMatcher::Replacement(std::string_view line, PaneRange hit, std:
       out += c;
     escaped = begins;
   }
-  return out.toStdString();
+  return base::FromQt(out);
 }
 
 }  // namespace kolvane::pane

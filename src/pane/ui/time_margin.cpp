@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/ui/qt_text.h"
 #include "pane/ui/output_pane.h"
 
 namespace kolvane::pane {
@@ -89,8 +90,7 @@ void OutputPane::ShowFailureHelp(const QPoint& point, const QPoint& global) {
   const bool inside = CharacterRect(offset).adjusted(0, 0, 0, metrics_.row_height()).bottom() >= point.y();
   const bool failed = failure_help_ && inside && text_.store().Origin(line).failure();
   const std::string_view text = text_.store().Line(line);
-  const QString help =
-      failed ? failure_help_(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()))) : QString();
+  const QString help = failed ? failure_help_(base::ToQt(text)) : QString();
   help.isEmpty() ? QToolTip::hideText() : QToolTip::showText(global, help, viewport());
 }
 

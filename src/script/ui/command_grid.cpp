@@ -11,7 +11,7 @@
 #include <utility>
 
 #include "base/ui/qt_look.h"
-#include "pane/ui/output_pane_paint.h"
+#include "base/ui/qt_text.h"
 #include "script/list_editing.h"
 #include "script/texts.h"
 #include "script/ui/plain_header.h"
@@ -131,7 +131,7 @@ void CommandGrid::MoveCursor(int row) {
 // So that a screen reader, too, reports how far a run is and where it failed.
 void CommandGrid::DescribeState() {
   const QString state = currentIndex().data(Qt::AccessibleDescriptionRole).toString();
-  const QString row = QString::fromStdString(texts::RowName(currentIndex().row() + 1));
+  const QString row = base::ToQt(texts::RowName(currentIndex().row() + 1));
   const QString description = state.isEmpty() ? QString() : row + QStringLiteral(": ") + state;
   if (description != accessibleDescription()) setAccessibleDescription(description);
 }
@@ -157,19 +157,19 @@ CommandGrid::RowSpan CommandGrid::SelectedRows() const {
 void CommandGrid::copy() const {
   const RowSpan rows = SelectedRows();
   if (rows.last > 0)
-    QGuiApplication::clipboard()->setText(QString::fromStdString(CopyRows(list(), rows.first, rows.last)));
+    QGuiApplication::clipboard()->setText(base::ToQt(CopyRows(list(), rows.first, rows.last)));
 }
 
 void CommandGrid::cut() {
   const RowSpan rows = SelectedRows();
   if (rows.last > 0)
-    QGuiApplication::clipboard()->setText(QString::fromStdString(CutRows(list(), rows.first, rows.last)));
+    QGuiApplication::clipboard()->setText(base::ToQt(CutRows(list(), rows.first, rows.last)));
 }
 
 void CommandGrid::paste() {
   const QString text = QGuiApplication::clipboard()->text();
   if (text.isEmpty() || !currentIndex().isValid()) return;
-  const int left_out = PasteRows(list(), currentIndex().row() + 1, text.toStdString());
+  const int left_out = PasteRows(list(), currentIndex().row() + 1, base::FromQt(text));
   if (left_out > 0) Q_EMIT ListFull(texts::NotPasted(left_out));
 }
 
@@ -194,7 +194,7 @@ void CommandGrid::insertRow() {
 void CommandGrid::insertPaste() {
   const QString text = QGuiApplication::clipboard()->text();
   if (text.isEmpty() || !currentIndex().isValid() || list().InUse()) return;
-  if (!InsertLines(list(), currentIndex().row() + 1, text.toStdString()))
+  if (!InsertLines(list(), currentIndex().row() + 1, base::FromQt(text)))
     Q_EMIT ListFull(std::string(texts::kNoRoomForARow));
 }
 

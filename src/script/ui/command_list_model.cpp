@@ -8,7 +8,7 @@
 
 #include "base/encoding.h"
 #include "base/ui/qt_look.h"
-#include "pane/ui/output_pane_paint.h"
+#include "base/ui/qt_text.h"
 #include "script/list_editing.h"
 #include "script/texts.h"
 
@@ -35,7 +35,7 @@ QVariant CommandListModel::data(const QModelIndex& index, int role) const {
   if (role == kFindingRole) return WorstOf(row);
   if (role == kIndentRole)
     return row <= static_cast<int>(indents_.size()) ? indents_[static_cast<std::size_t>(row - 1)] : 0;
-  if (role == Qt::DisplayRole || role == Qt::EditRole) return QString::fromStdString(list_.Text(row));
+  if (role == Qt::DisplayRole || role == Qt::EditRole) return base::ToQt(list_.Text(row));
   return LookOf(row, role);
 }
 
@@ -76,16 +76,16 @@ QString CommandListModel::StateOf(int row) const {
   QStringList states;
   if (const Highlight* highlight = list_.HighlightOf(row)) {
     const bool error = *highlight == kErrorRow;
-    states << QString::fromUtf8((error ? texts::kErrorRow : texts::kRunningRow).data());
+    states << base::ToQt(error ? texts::kErrorRow : texts::kRunningRow);
   }
-  if (list_.HasBreakpoint(row)) states << QString::fromUtf8(texts::kBreakpoint.data());
+  if (list_.HasBreakpoint(row)) states << base::ToQt(texts::kBreakpoint);
   if (const auto found = findings_.find(row); found != findings_.end()) states << found->second.text;
   return states.join(QStringLiteral(", "));
 }
 
 QString CommandListModel::ErrorOf(int row) const {
   const std::string_view error = list_.ErrorOf(row);
-  return QString::fromUtf8(error.data(), static_cast<qsizetype>(error.size()));
+  return base::ToQt(error);
 }
 
 QString CommandListModel::ToolTipOf(int row) const {
@@ -95,7 +95,7 @@ QString CommandListModel::ToolTipOf(int row) const {
   const auto found = findings_.find(row);
   const QString findings = found == findings_.end() ? QString() : QLatin1Char('\n') + found->second.text;
   const QString error = list_.ErrorOf(row).empty() ? QString() : QLatin1Char('\n') + ErrorOf(row);
-  return QString::fromStdString(text + trouble) + findings + error;
+  return base::ToQt(text + trouble) + findings + error;
 }
 
 CommandListModel::Worst CommandListModel::WorstOf(int row) const {
@@ -110,7 +110,7 @@ void CommandListModel::ShowFindings(const std::vector<checker::Finding>& finding
     RowFindings& row = findings_[finding.row];
     row.error |= finding.kind == checker::FindingKind::kError;
     if (!row.text.isEmpty()) row.text += QLatin1Char('\n');
-    row.text += QString::fromStdString(checker::FindingLine(finding));
+    row.text += base::ToQt(checker::FindingLine(finding));
   }
   indents_ = std::move(indents);
   Q_EMIT dataChanged(index(0, kMarkerColumn), index(kListRows - 1, kTextColumn));
@@ -118,7 +118,7 @@ void CommandListModel::ShowFindings(const std::vector<checker::Finding>& finding
 
 bool CommandListModel::setData(const QModelIndex& index, const QVariant& value, int role) {
   if (role != Qt::EditRole || index.column() != kTextColumn) return false;
-  const PastedRows edited = ReplaceRow(list_, index.row() + 1, value.toString().toStdString());
+  const PastedRows edited = ReplaceRow(list_, index.row() + 1, base::FromQt(value.toString()));
   last_edited_row_ = edited.last;
   Flush();
   if (edited.left_out > 0) Q_EMIT LinesLeftOut(edited.left_out);

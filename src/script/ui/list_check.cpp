@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/ui/qt_text.h"
+
 namespace kolvane::script {
 namespace {
 
@@ -47,7 +49,7 @@ void FindingsList::Show(const std::vector<checker::Finding>& findings) {
     auto* item = new QTreeWidgetItem(this);
     item->setData(kRow, Qt::DisplayRole, finding.row);
     item->setText(kKind, KindName(finding.kind));
-    item->setText(kText, QString::fromStdString(finding.text));
+    item->setText(kText, base::ToQt(finding.text));
     item->setToolTip(kText, item->text(kText).toHtmlEscaped());
     if (finding.row == chosen) setCurrentItem(item);
   }

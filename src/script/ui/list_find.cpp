@@ -4,6 +4,8 @@
 #include <tuple>
 #include <utility>
 
+#include "base/ui/qt_text.h"
+
 namespace kolvane::script {
 
 ListFind::ListFind(CommandGrid* grid) : FindTarget(grid), grid_(grid) {
@@ -86,7 +88,7 @@ void ListFind::ReplaceCurrent(const QString& with) {
   if (!current_ || !CanReplace()) return;
   const Hit hit = *current_;
   const std::string& line = grid_->list().Text(hit.row);
-  const std::string put = matcher_->Replacement(line, hit.range, with.toStdString());
+  const std::string put = matcher_->Replacement(line, hit.range, base::FromQt(with));
   grid_->list().SetText(hit.row, line.substr(0, hit.range.begin) + put + line.substr(hit.range.end));
   UpdateHits();
   if (!hits_.empty()) GoTo(FirstFrom(hit.row, hit.range.begin + put.size()) % hits_.size());
@@ -98,7 +100,7 @@ int ListFind::ReplaceAll(const QString& with) {
   const int count = static_cast<int>(hits_.size());
   const int first = hits_.front().row;
   std::vector<std::string> texts = grid_->list().Texts(first, hits_.back().row);
-  for (std::string& text : texts) text = pane::ReplaceHits(*matcher_, text, with.toStdString());
+  for (std::string& text : texts) text = pane::ReplaceHits(*matcher_, text, base::FromQt(with));
   grid_->list().SetTexts(first, texts);
   UpdateHits();
   Q_EMIT StateChanged();

@@ -15,6 +15,7 @@
 
 #include "base/encoding.h"
 #include "base/ui/fields.h"
+#include "base/ui/qt_text.h"
 #include "script/completion.h"
 #include "script/texts.h"
 #include "script/ui/command_list_model.h"
@@ -25,9 +26,9 @@ namespace {
 using Span = base::CharacterSpan;
 
 QString ProblemOf(const QString& text) {
-  const std::string bytes = text.toStdString();
+  const std::string bytes = base::FromQt(text);
   const std::string_view outside = base::OutsideWindows1252(bytes);
-  return outside.empty() ? QString() : QString::fromStdString(texts::NotInCodePage(outside));
+  return outside.empty() ? QString() : base::ToQt(texts::NotInCodePage(outside));
 }
 
 void MarkOutside(QLineEdit* editor) { base::MarkOutside(editor, ProblemOf(editor->text())); }
@@ -180,7 +181,7 @@ QWidget* RowDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& 
   QWidget* widget = QStyledItemDelegate::createEditor(parent, option, index);
   auto* editor = qobject_cast<QLineEdit*>(widget);
   if (editor == nullptr) return widget;
-  editor->setAccessibleName(QString::fromStdString(texts::RowName(index.row() + 1)));
+  editor->setAccessibleName(base::ToQt(texts::RowName(index.row() + 1)));
   const auto* model = qobject_cast<const CommandListModel*>(index.model());
   if (model != nullptr) AddCompletion(editor, model->list());
   // Queued, so that an input method that inserted the text sets its own formats first.
@@ -197,9 +198,9 @@ void RowDelegate::AddCompletion(QLineEdit* editor, const CommandList& list) cons
   const auto offer = [editor, completer, &list] {
     auto* model = static_cast<QStandardItemModel*>(completer->model());
     model->clear();
-    for (const Completion& each : Completions(editor->text().toStdString(), list)) {
-      auto* item = new QStandardItem(QString::fromStdString(each.shown));
-      item->setData(QString::fromStdString(each.row), Qt::UserRole);
+    for (const Completion& each : Completions(base::FromQt(editor->text()), list)) {
+      auto* item = new QStandardItem(base::ToQt(each.shown));
+      item->setData(base::ToQt(each.row), Qt::UserRole);
       model->appendRow(item);
     }
     if (model->rowCount() == 0) return completer->popup()->hide();

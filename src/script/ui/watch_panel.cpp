@@ -1,12 +1,14 @@
 #include "script/ui/watch_panel.h"
 
+#include "base/ui/qt_text.h"
+
 namespace kolvane::script {
 namespace {
 
 constexpr int kShownRows = 9;
 
 QTreeWidgetItem* MakeItem(const WatchItem& from) {
-  auto* item = new QTreeWidgetItem({QString::fromStdString(from.name), QString::fromStdString(from.value)});
+  auto* item = new QTreeWidgetItem({base::ToQt(from.name), base::ToQt(from.value)});
   for (const WatchItem& child : from.children) item->addChild(MakeItem(child));
   return item;
 }
