@@ -9,7 +9,6 @@
 #include <cerrno>
 #include <clocale>
 #include <cstdio>
-#include <cstdlib>
 #include <utility>
 
 #include "app/shell_typing.h"

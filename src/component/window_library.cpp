@@ -3,7 +3,6 @@
 #include <dlfcn.h>
 
 #include <stdexcept>
-#include <string>
 
 #include "component/folder.h"
 

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <utility>
 
 #include "base/number.h"
 #include "device/connection_form.h"

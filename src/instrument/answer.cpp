@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <charconv>
 #include <stdexcept>
-#include <utility>
 
 #include "base/block_head.h"
 #include "kolvane/Instrument.h"

@@ -4,7 +4,6 @@
 
 #include <new>
 #include <stdexcept>
-#include <utility>
 #include <variant>
 
 #include "base/encoding.h"

@@ -1,6 +1,8 @@
 #include "pane/pane_search.h"
 
 #include <algorithm>
+#include <iterator>
+#include <limits>
 #include <utility>
 
 #include "base/text.h"

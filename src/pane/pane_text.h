@@ -7,7 +7,6 @@
 #include <string_view>
 
 #include "pane/pane.h"
-#include "pane/pane_moves.h"
 #include "pane/pane_store.h"
 
 namespace kolvane::pane {

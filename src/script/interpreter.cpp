@@ -3,7 +3,6 @@
 #include "base/number.h"
 #include "base/runtime_error.h"
 #include "base/text.h"
-#include "device/device_state.h"
 #include "script/special_line.h"
 #include "script/texts.h"
 

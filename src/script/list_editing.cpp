@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "base/text.h"
-#include "script/command_file.h"
 
 namespace kolvane::script {
 namespace {

@@ -11,7 +11,6 @@
 #include "base/encoding.h"
 #include "base/files.h"
 #include "base/text.h"
-#include "script/command_file.h"
 
 namespace kolvane::script {
 namespace {

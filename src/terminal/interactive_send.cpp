@@ -1,7 +1,6 @@
 #include "terminal/interactive_send.h"
 
 #include <exception>
-#include <string>
 
 #include "base/encoding.h"
 #include "base/runtime_error.h"

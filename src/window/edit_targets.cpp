@@ -7,7 +7,6 @@
 #include "base/files.h"
 #include "base/ui/qt_look.h"
 #include "base/ui/qt_text.h"
-#include "pane/ui/output_pane_paint.h"
 #include "window/file_dialogs.h"
 #include "window/print_page.h"
 #include "window/printing.h"

@@ -2,10 +2,10 @@
 
 #include <QWidget>
 
+#include "base/look.h"
 #include "pane/ui/output_pane.h"
 #include "script/command_file.h"
 #include "script/ui/command_grid.h"
-#include "terminal/terminal_state.h"
 #include "window/message_prompt.h"
 
 namespace kolvane::window {

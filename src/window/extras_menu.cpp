@@ -2,7 +2,6 @@
 
 #include <QMenuBar>
 #include <cstring>
-#include <iterator>
 #include <utility>
 
 #include "base/ui/qt_text.h"

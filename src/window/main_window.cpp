@@ -11,7 +11,6 @@
 #include "device/open_sequence.h"
 #include "device/port_table.h"
 #include "device/ui/connection_dialog.h"
-#include "help/topics.h"
 #include "window/icons.h"
 #include "window/status_bars.h"
 #include "window/texts.h"

@@ -6,6 +6,7 @@
 #include "base/ui/qt_text.h"
 #include "device/device_state.h"
 #include "device/ui/ports_dialog.h"
+#include "help/topics.h"
 #include "window/analysis_commands.h"
 #include "window/field_mark.h"
 #include "window/main_window.h"

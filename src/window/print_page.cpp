@@ -8,7 +8,6 @@
 #include "base/ui/qt_text.h"
 #include "pane/pane_moves.h"
 #include "pane/ui/output_pane_metrics.h"
-#include "pane/ui/output_pane_paint.h"
 
 namespace kolvane::window {
 namespace {

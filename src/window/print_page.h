@@ -9,7 +9,6 @@
 #include <cstddef>
 #include <vector>
 
-#include "pane/pane_moves.h"
 #include "pane/pane_store.h"
 
 namespace kolvane::window {

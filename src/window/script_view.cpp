@@ -4,7 +4,6 @@
 #include <QVBoxLayout>
 #include <utility>
 
-#include "base/number.h"
 #include "base/ui/qt_text.h"
 #include "script/texts.h"
 

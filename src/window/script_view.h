@@ -4,7 +4,6 @@
 #include <QObject>
 #include <functional>
 #include <string>
-#include <vector>
 
 #include "pane/ui/output_pane.h"
 #include "script/command_file.h"

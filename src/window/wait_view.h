@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QCursor>
 #include <QEvent>
 #include <QList>
 #include <QObject>

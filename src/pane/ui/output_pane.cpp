@@ -12,7 +12,7 @@
 #include <cmath>
 #include <utility>
 
-#include "base/ui/qt_look.h"
+#include "pane/pane_moves.h"
 #include "pane/ui/output_pane_accessible.h"
 #include "pane/ui/output_pane_paint.h"
 #include "pane/ui/time_margin.h"

@@ -3,9 +3,8 @@
 #include <algorithm>
 
 #include "base/ui/qt_look.h"
-#include "pane/pane_store.h"
+#include "pane/pane_moves.h"
 #include "pane/ui/output_pane.h"
-#include "pane/ui/output_pane_paint.h"
 
 namespace kolvane::pane {
 

@@ -4,7 +4,7 @@
 #include <QAccessibleWidget>
 #include <QString>
 
-#include "pane/pane_moves.h"
+#include "pane/pane_store.h"
 
 namespace kolvane::pane {
 

@@ -6,6 +6,7 @@
 #include <optional>
 #include <utility>
 
+#include "pane/pane_moves.h"
 #include "pane/ui/output_pane.h"
 
 namespace kolvane::pane {

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "pane/pane_moves.h"
 #include "pane/ui/output_pane.h"
 
 namespace kolvane::pane {

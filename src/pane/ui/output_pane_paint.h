@@ -3,7 +3,6 @@
 #include <QColor>
 #include <QPainter>
 
-#include "pane/pane_moves.h"
 #include "pane/pane_search.h"
 #include "pane/pane_store.h"
 #include "pane/ui/output_pane_metrics.h"

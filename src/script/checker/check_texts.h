@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "script/checker/row_words.h"
+#include "script/special_line.h"
 
 /// Every text of the command list checker. Words quoted from the list are shortened, and their control
 /// characters replaced.

@@ -5,7 +5,7 @@
 #include <functional>
 #include <vector>
 
-#include "pane/pane_search.h"
+#include "pane/pane_store.h"
 #include "script/command_list.h"
 
 namespace kolvane::script {
