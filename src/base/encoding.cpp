@@ -174,9 +174,6 @@ std::optional<std::string> FromBase64(std::string_view text) {
   return (seen & 0x8080808080808080u) == 0;
 }
 
-}  // namespace kolvane::base
-
-namespace kolvane::base {
 namespace {
 
 // Latin-1 of the non-ASCII character of `size` bytes at the start of `text`; '?' if there is none.
@@ -192,7 +189,7 @@ std::string EightBitText(std::string_view utf8) {
   std::string text;
   while (!utf8.empty()) {
     const bool ascii = static_cast<unsigned char>(utf8[0]) < 0x80;
-    const auto* next = std::find_if_not(utf8.begin() + 1, utf8.end(), base::IsUtf8Continuation);
+    const auto* next = std::find_if_not(utf8.begin() + 1, utf8.end(), IsUtf8Continuation);
     const std::size_t size = ascii ? 1 : static_cast<std::size_t>(next - utf8.begin());
     text += ascii ? utf8[0] : CharacterOf(utf8, size);
     utf8.remove_prefix(size);

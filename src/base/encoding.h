@@ -76,10 +76,6 @@ std::optional<std::string> FromBase64(std::string_view text);
 /// Whether every byte is below 128, so that its encoding does not matter.
 bool IsAscii(std::string_view text);
 
-}  // namespace kolvane::base
-
-namespace kolvane::base {
-
 /// Converts UTF-8 to the 8-bit text of the C interface: one byte per character, '?' for characters above
 /// U+00FF and for malformed UTF-8.
 std::string EightBitText(std::string_view utf8);

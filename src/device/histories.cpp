@@ -79,8 +79,6 @@ void CreateLines(const std::string& path, const std::vector<std::string>& lines)
 
 namespace {
 
-namespace fs = std::filesystem;
-
 bool IsWritable(const std::string& folder) {
   return !folder.empty() && faccessat(AT_FDCWD, folder.c_str(), W_OK | X_OK, AT_EACCESS) == 0;
 }

@@ -34,8 +34,6 @@ class PaneAnnouncer : private QAccessible::ActivationObserver {
   bool active_ = QAccessible::isActive();
 };
 
-class OutputPane;
-
 /// Makes every OutputPane readable through the accessibility interfaces; further calls do nothing.
 void InstallPaneAccessibility();
 
