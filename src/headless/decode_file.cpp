@@ -232,12 +232,13 @@ DecodeResult PrintRecords(const DecodeOptions& options, const inspect::Template&
 
 }  // namespace
 
-DecodeResult Decode(const DecodeOptions& options, int out_descriptor, int err) {
+DecodeResult Decode(const DecodeOptions& options, int out_descriptor, int error_descriptor) {
   std::string file;
   if (const int error = base::ReadFile(options.Template, file))
     return {2, "cannot read the template '" + options.Template + "': " + Reason(error)};
   const inspect::Template parsed = inspect::ParseTemplate(file);
-  [[maybe_unused]] const int ignored = base::WriteAll(err, ProblemLines(options.Template, parsed));
+  [[maybe_unused]] const int ignored =
+      base::WriteAll(error_descriptor, ProblemLines(options.Template, parsed));
   if (parsed.Fields().empty()) return {2, "'" + options.Template + "' has no fields"};
   if (!parsed.RecordLength())
     return {2, "'" + options.Template + "' has no line BYTECOUNT= with a number above 0"};
