@@ -4,15 +4,15 @@
 #include <sys/signalfd.h>
 #include <unistd.h>
 
-#include <initializer_list>
-
 namespace kolvane::app {
 namespace {
+
+constexpr int kSignals[] = {SIGINT, SIGTERM, SIGHUP};
 
 sigset_t EndSet() {
   sigset_t set;
   sigemptyset(&set);
-  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&set, signal);
+  for (const int number : kSignals) sigaddset(&set, number);
   return set;
 }
 
@@ -36,8 +36,6 @@ EndSignals::~EndSignals() {
 }
 
 namespace {
-
-constexpr int kSignals[] = {SIGINT, SIGTERM, SIGHUP};
 
 // A signal handler cannot access anything else.
 volatile sig_atomic_t raised = 0;
