@@ -5,6 +5,7 @@
 #include <sched.h>
 #include <signal.h>
 #include <stdlib.h>
+#include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <termios.h>
@@ -66,6 +67,8 @@ EchoInstrument::EchoInstrument(Kind kind) {
   kind == Kind::kTcp ? ListenTcp() : OpenPty();
   child_ = Checked(fork(), "fork");
   if (child_ != 0) return;
+  // Where the benchmark is ended from outside, no destructor ends this process.
+  prctl(PR_SET_PDEATHSIG, SIGKILL);
   if (kind == Kind::kTcp) ServeTcp(fd_);
   Echo(fd_);
   _exit(0);
