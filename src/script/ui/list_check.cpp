@@ -9,7 +9,7 @@ namespace kolvane::script {
 namespace {
 
 constexpr int kDelayMs = 300;
-constexpr int kShownRows = 6;
+constexpr int kFindingRows = 6;
 enum Column : int { kRow, kKind, kText };
 
 QString KindName(checker::FindingKind kind) {
@@ -24,7 +24,7 @@ QString Counted(const std::vector<checker::Finding>& findings) {
 
 }  // namespace
 
-FindingsList::FindingsList(QWidget* parent) : InfoList(QStringLiteral("FindingsList"), kShownRows, parent) {
+FindingsList::FindingsList(QWidget* parent) : InfoList(QStringLiteral("FindingsList"), kFindingRows, parent) {
   setAccessibleName(QStringLiteral("Ergebnis der Prüfung"));
   setToolTip(QStringLiteral("Was die Prüfung gefunden hat; Esc beendet sie"));
   setRootIsDecorated(false);

@@ -5,7 +5,7 @@
 namespace kolvane::script {
 namespace {
 
-constexpr int kShownRows = 9;
+constexpr int kWatchRows = 9;
 
 QTreeWidgetItem* MakeItem(const WatchItem& from) {
   auto* item = new QTreeWidgetItem({base::ToQt(from.name), base::ToQt(from.value)});
@@ -15,7 +15,7 @@ QTreeWidgetItem* MakeItem(const WatchItem& from) {
 
 }  // namespace
 
-WatchPanel::WatchPanel(QWidget* parent) : InfoList(QStringLiteral("WatchPanel"), kShownRows, parent) {
+WatchPanel::WatchPanel(QWidget* parent) : InfoList(QStringLiteral("WatchPanel"), kWatchRows, parent) {
   setAccessibleName(QStringLiteral("Zustand des Ablaufs"));
   setToolTip(QStringLiteral("Zustand des angehaltenen Ablaufs; Esc schließt ihn"));
   setHeaderLabels({QStringLiteral("Name"), QStringLiteral("Wert")});
