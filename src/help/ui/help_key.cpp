@@ -9,6 +9,7 @@
 #include <QToolButton>
 #include <utility>
 
+#include "base/ui/qt_text.h"
 #include "help/topics.h"
 
 namespace kolvane::help {
@@ -49,11 +50,11 @@ HelpKey::HelpKey(QWidget* terminal, std::function<void(const HelpTarget&)> show)
 
 HelpTarget HelpKey::TargetOf(const QWidget* widget) {
   if (const auto* box = qobject_cast<const QMessageBox*>(widget->window())) {
-    if (auto help_target = MessageTarget(box->text().toStdString())) return *std::move(help_target);
+    if (auto help_target = MessageTarget(base::FromQt(box->text()))) return *std::move(help_target);
   }
-  std::vector<std::string> names = {NameOf(MarkedAction(widget)).toStdString()};
+  std::vector<std::string> names = {base::FromQt(NameOf(MarkedAction(widget)))};
   for (; widget != nullptr; widget = widget->parentWidget())
-    names.push_back(widget->objectName().toStdString());
+    names.push_back(base::FromQt(widget->objectName()));
   return TargetOfNames(names);
 }
 

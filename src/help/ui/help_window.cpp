@@ -8,6 +8,7 @@
 #include <QWindow>
 #include <utility>
 
+#include "base/ui/qt_text.h"
 #include "help/ui/help_texts.h"
 
 namespace kolvane::help {
@@ -32,7 +33,7 @@ constexpr int kMinPageWidth = 300;  // below it the contents shrink
 
 HelpPage::HelpPage(QWidget* parent) : QTextBrowser(parent), normal_points_(font().pointSize()) {
   setObjectName(QStringLiteral("HelpPage"));
-  setAccessibleName(QString::fromUtf8(texts::kPage));
+  setAccessibleName(base::ToQt(texts::kPage));
   setOpenLinks(false);
   connect(this, &QTextBrowser::anchorClicked, this, &HelpPage::FollowLink);
 }
@@ -66,13 +67,13 @@ QVariant HelpPage::loadResource(int type, const QUrl& url) {
   const QString path = PathOf(url.isRelative() ? page.resolved(url) : url);
   // Empty, but not null: Qt would look for a local file of that name otherwise.
   if (file_ == nullptr || path.isEmpty()) return QByteArray("");
-  const std::string name = path.toStdString();
+  const std::string name = base::FromQt(path);
   if (type == QTextDocument::ImageResource) return QByteArray::fromStdString(file_->Bytes(name));
-  return QString::fromStdString(file_->Page(name));
+  return base::ToQt(file_->Page(name));
 }
 
 void HelpPage::doSetSource(const QUrl& url, QTextDocument::ResourceType type) {
-  const bool known = file_ != nullptr && file_->Has(PathOf(url).toStdString());
+  const bool known = file_ != nullptr && file_->Has(base::FromQt(PathOf(url)));
   if (!known && !url.isEmpty()) return;
   loading_ = url;
   QTextBrowser::doSetSource(url, type);
@@ -86,7 +87,7 @@ HelpWindow::HelpWindow(HelpWindowServices services, QWidget* parent)
       contents_(new ContentsTree),
       search_(new SearchPanel([this](const QString& words) {
         const HelpFile* file = page_->file();
-        return file == nullptr ? std::vector<SearchHit>() : file->Search(words.toStdString());
+        return file == nullptr ? std::vector<SearchHit>() : file->Search(base::FromQt(words));
       })),
       tabs_(new QTabWidget) {
   setObjectName(QStringLiteral("HelpWindow"));
@@ -100,8 +101,8 @@ HelpWindow::HelpWindow(HelpWindowServices services, QWidget* parent)
 
 void HelpWindow::BuildParts() {
   tabs_->setObjectName(QStringLiteral("HelpTabs"));
-  tabs_->addTab(contents_, QString::fromUtf8(texts::kContents));
-  tabs_->addTab(search_, QString::fromUtf8(texts::kSearch));
+  tabs_->addTab(contents_, base::ToQt(texts::kContents));
+  tabs_->addTab(search_, base::ToQt(texts::kSearch));
   auto* splitter = new QSplitter(Qt::Horizontal);
   splitter->setObjectName(QStringLiteral("HelpSplitter"));
   splitter->addWidget(tabs_);
@@ -120,7 +121,7 @@ void HelpWindow::BuildParts() {
 
 QAction* HelpWindow::AddAction(const char* name, const char* text, const char* icon,
                                const QList<QKeySequence>& keys, const std::function<void()>& action) {
-  auto* item = new QAction(QString::fromUtf8(text), this);
+  auto* item = new QAction(base::ToQt(text), this);
   item->setObjectName(QLatin1String(name));
   if (icon != nullptr) item->setIcon(services_.icon(icon));
   item->setShortcuts(keys);
@@ -130,7 +131,7 @@ QAction* HelpWindow::AddAction(const char* name, const char* text, const char* i
 }
 
 void HelpWindow::BuildToolbar() {
-  auto* bar = addToolBar(QString::fromUtf8(texts::kToolbar));
+  auto* bar = addToolBar(base::ToQt(texts::kToolbar));
   bar->setObjectName(QStringLiteral("HelpToolbar"));
   bar->setMovable(false);
   bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
@@ -140,7 +141,7 @@ void HelpWindow::BuildToolbar() {
                                {QKeySequence(Qt::ALT | Qt::Key_Right)}, [this] { page_->forward(); });
   QAction* home =
       AddAction("HelpHome", texts::kHome, "contents", {QKeySequence(Qt::ALT | Qt::Key_Home)}, [this] {
-        if (page_->file() != nullptr) page_->ShowPage(QString::fromStdString(page_->file()->StartPage()));
+        if (page_->file() != nullptr) page_->ShowPage(base::ToQt(page_->file()->StartPage()));
       });
   QAction* print = AddAction("HelpPrint", texts::kPrint, "print", {QKeySequence(Qt::CTRL | Qt::Key_P)},
                              [this] { services_.print(*page_->document(), windowTitle(), this); });
@@ -169,9 +170,9 @@ void HelpWindow::ShowTarget(const std::shared_ptr<const HelpFile>& file, const H
     search_->Refresh();
   }
   if (const std::string page = file->TopicPage(target.topic); !page.empty()) {
-    page_->ShowPage(QString::fromStdString(page), QString::fromStdString(target.anchor));
+    page_->ShowPage(base::ToQt(page), base::ToQt(target.anchor));
   } else {
-    page_->ShowPage(QString::fromStdString(file->StartPage()));
+    page_->ShowPage(base::ToQt(file->StartPage()));
   }
   if (isMinimized()) showNormal();
   show();
@@ -183,7 +184,7 @@ void HelpWindow::ShowTarget(const std::shared_ptr<const HelpFile>& file, const H
 void HelpWindow::PageChanged() {
   const QString path = page_->Path();
   if (path.isEmpty() || page_->file() == nullptr) return;
-  setWindowTitle(texts::WindowTitle(QString::fromStdString(page_->file()->Title(path.toStdString()))));
+  setWindowTitle(texts::WindowTitle(base::ToQt(page_->file()->Title(base::FromQt(path)))));
   contents_->Mark(path);
   statusBar()->clearMessage();
 }

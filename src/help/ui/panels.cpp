@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/ui/qt_text.h"
 #include "help/ui/help_texts.h"
 
 namespace kolvane::help {
@@ -18,7 +19,7 @@ constexpr int kRowGap = 6;
 
 ContentsTree::ContentsTree(QWidget* parent) : QTreeWidget(parent) {
   setObjectName(QStringLiteral("HelpContents"));
-  setAccessibleName(QString::fromUtf8(texts::kContents));
+  setAccessibleName(base::ToQt(texts::kContents));
   setHeaderHidden(true);
   setUniformRowHeights(true);
   const auto choose = [this](const QTreeWidgetItem* item) {
@@ -35,11 +36,11 @@ void ContentsTree::ShowEntries(const std::vector<ContentsEntry>& entries) {
   for (const ContentsEntry& entry : entries) {
     path.resize(std::min<qsizetype>(entry.level, path.size()));
     auto* item = path.isEmpty() ? new QTreeWidgetItem(this) : new QTreeWidgetItem(path.last());
-    item->setText(0, QString::fromStdString(entry.title));
+    item->setText(0, base::ToQt(entry.title));
     item->setToolTip(0, item->text(0));
     item->setSizeHint(0, QSize(0, fontMetrics().height() + kRowGap));
-    item->setData(0, kPageRole, QString::fromStdString(entry.page));
-    item->setData(0, kAnchorRole, QString::fromStdString(entry.anchor));
+    item->setData(0, kPageRole, base::ToQt(entry.page));
+    item->setData(0, kAnchorRole, base::ToQt(entry.anchor));
     path.append(item);
   }
 }
@@ -70,7 +71,7 @@ QString PatternOf(const QString& word) {
   for (auto match = kSpelled.globalMatch(word); match.hasNext();) {
     const QRegularExpressionMatch letter = match.next();
     pattern += QRegularExpression::escape(word.mid(end, letter.capturedStart() - end));
-    pattern += QString::fromUtf8(kBoth[letter.lastCapturedIndex() - 1]);
+    pattern += base::ToQt(kBoth[letter.lastCapturedIndex() - 1]);
     end = letter.capturedEnd();
   }
   return pattern + QRegularExpression::escape(word.mid(end));
@@ -85,11 +86,11 @@ SearchPanel::SearchPanel(SearchFunction search, QWidget* parent)
       results_(new QListWidget),
       count_(new QLabel) {
   words_->setObjectName(QStringLiteral("HelpSearch"));
-  words_->setAccessibleName(QString::fromUtf8(texts::kSearch));
-  words_->setPlaceholderText(QString::fromUtf8(texts::kSearchHint));
+  words_->setAccessibleName(base::ToQt(texts::kSearch));
+  words_->setPlaceholderText(base::ToQt(texts::kSearchHint));
   words_->setClearButtonEnabled(true);
   results_->setObjectName(QStringLiteral("HelpResults"));
-  results_->setAccessibleName(QString::fromUtf8(texts::kResults));
+  results_->setAccessibleName(base::ToQt(texts::kResults));
   results_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   count_->setObjectName(QStringLiteral("HelpHits"));
   auto* column = new QVBoxLayout(this);
@@ -113,9 +114,9 @@ void SearchPanel::Refresh() {
   count_->clear();
   if (words_->text().trimmed().isEmpty()) return;
   for (const SearchHit& hit : search_(words_->text())) {
-    auto* item = new QListWidgetItem(QString::fromStdString(hit.title), results_);
+    auto* item = new QListWidgetItem(base::ToQt(hit.title), results_);
     item->setToolTip(item->text());
-    item->setData(kPageRole, QString::fromStdString(hit.page));
+    item->setData(kPageRole, base::ToQt(hit.page));
   }
   count_->setText(texts::Hits(results_->count()));
 }

@@ -5,11 +5,12 @@
 #include <string_view>
 
 #include "base/encoding.h"
+#include "base/ui/qt_text.h"
 
 namespace kolvane::inspect {
 
 inline QString FromBytes(std::string_view windows1252) {
-  return QString::fromStdString(base::FromWindows1252(windows1252));
+  return base::ToQt(base::FromWindows1252(windows1252));
 }
 
 /// The font for everything that shows bytes; without Courier New another fixed-pitch font.

@@ -1,5 +1,6 @@
 #include "inspect/ui/inspect_area.h"
 
+#include "base/ui/qt_text.h"
 #include "inspect/ui/byte_text.h"
 
 namespace kolvane::inspect {
@@ -78,7 +79,7 @@ void InspectArea::SetLineColor(int row, const QColor& color) {
   if (QListWidgetItem* line = lines_->item(row)) line->setBackground(color);
 }
 
-void InspectArea::SetValue(const std::string& text) { value_->setText(QString::fromStdString(text)); }
+void InspectArea::SetValue(const std::string& text) { value_->setText(base::ToQt(text)); }
 
 QString InspectArea::TextToCopy() const {
   if (lines_->isHidden()) return value_->text();

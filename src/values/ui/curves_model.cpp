@@ -142,7 +142,7 @@ bool CurvesModel::setData(const QModelIndex& index, const QVariant& value, int r
   if (role == Qt::CheckStateRole) {
     curves_.Show(curve, value.toInt() == Qt::Checked);
   } else if (role == Qt::EditRole) {
-    const std::string name = value.toString().simplified().toStdString();
+    const std::string name = base::FromQt(value.toString().simplified());
     // The default name, left as it is, is not a choice of the user's.
     if (name != curves_.Name(curve)) curves_.SetName(curve, name);
   } else {

@@ -191,11 +191,11 @@ void ValuesOutput::Save(std::size_t rows) {
 void ValuesOutput::SaveAs(const QString& name, SaveForm form, std::size_t rows) {
   switch (form) {
     case SaveForm::kCommaCsv:
-      return SaveCsv(name.toStdString(), kCommaForm, rows);
+      return SaveCsv(base::FromQt(name), kCommaForm, rows);
     case SaveForm::kSemicolonCsv:
-      return SaveCsv(name.toStdString(), kSemicolonForm, rows);
+      return SaveCsv(base::FromQt(name), kSemicolonForm, rows);
     default:
-      return SavePicture(name.toStdString(), form);
+      return SavePicture(base::FromQt(name), form);
   }
 }
 
@@ -231,7 +231,7 @@ void ValuesOutput::PrintToFile() {
   dialog->setWindowTitle(base::ToQt(texts::kPrintTitle));
   dialog->setAttribute(Qt::WA_DeleteOnClose);
   connect(dialog, &QFileDialog::accepted, this,
-          [this, dialog] { SavePicture(dialog->FileName().toStdString(), SaveForm::kPdf); });
+          [this, dialog] { SavePicture(base::FromQt(dialog->FileName()), SaveForm::kPdf); });
   dialog->open();
 }
 
