@@ -2,6 +2,7 @@
 
 #include <new>
 
+#include "base/scope_exit.h"
 #include "device/device_state.h"
 
 namespace kolvane::device {
@@ -50,6 +51,7 @@ bool Waits::AttendNow() {
 bool Waits::Report(double now) {
   if (attending_ || given_up_) return !given_up_;
   attending_ = true;
+  const base::ScopeExit ended([this] { attending_ = false; });
   reported_ = depth_ > 0;
   last_reported_ = now;
   try {
@@ -57,7 +59,6 @@ bool Waits::Report(double now) {
   } catch (const std::bad_alloc&) {
     given_up_ = true;
   }
-  attending_ = false;
   return !given_up_;
 }
 

@@ -8,6 +8,7 @@
 #include <QScrollBar>
 #include <algorithm>
 
+#include "base/scope_exit.h"
 #include "terminal/texts.h"
 
 namespace kolvane::window {
@@ -115,9 +116,11 @@ bool WaitView::Serve() {
   serving_ = true;
   modal_ = QApplication::activeModalWidget();
   qApp->installEventFilter(this);
+  const base::ScopeExit served([this] {
+    qApp->removeEventFilter(this);
+    serving_ = false;
+  });
   QCoreApplication::processEvents();
-  qApp->removeEventFilter(this);
-  serving_ = false;
   return !std::exchange(given_up_, false);
 }
 
