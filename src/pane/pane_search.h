@@ -71,6 +71,7 @@ class PaneSearch {
     bool known = true;  ///< false: the text on the way has not been searched yet
     std::optional<PaneRange> hit = {};
   };
+  // These two only while IsOn().
   /// The first hit that starts at `from` or later; after the last hit comes the first again.
   Answer NextHit(std::size_t from) const;
   /// The last hit that starts before `before`; before the first hit comes the last again.

@@ -11,9 +11,9 @@ namespace kolvane::script {
 /// A front end that records the locks and calls a test's function after each row.
 class FakeRunHost final : public RunHost {
  public:
-  void LockGUI(bool flag) override {
-    locks.push_back(flag);
-    if (flag && lock_fails) throw std::bad_alloc();
+  void LockGUI(bool locked) override {
+    locks.push_back(locked);
+    if (locked && lock_fails) throw std::bad_alloc();
   }
   void RowStarts() override { ++row_starts; }
   void Yield(bool command) override {
