@@ -49,6 +49,7 @@ TEST_F(BinInspectDialogTest, HasExactTexts) {
                                    "Formatvorlage aus Datei"}));
   EXPECT_EQ(Find<QLabel>("NumDisplay")->font().family(), "Courier New");
   EXPECT_EQ(Templates()->font().family(), "Tahoma");
+  EXPECT_EQ(Templates()->accessibleName(), "Formatvorlage");
 }
 
 TEST_F(BinInspectDialogTest, OpensOnTheFirstByteAsAByte) {

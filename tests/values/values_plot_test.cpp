@@ -276,6 +276,14 @@ TEST_F(ValuesPlotTest, ReadsByKeysFromValueToValue) {
   EXPECT_EQ(plot_.accessibleDescription().mid(12), ", Zeile 50, B?: 50");
 }
 
+TEST_F(ValuesPlotTest, ReadsByKeysFromBehindTheLastValueOn) {
+  const QPoint behind = At(99.8, 50);
+  QTest::mouseMove(&plot_, behind);
+  ASSERT_GT(*plot_.cursor(), 99);
+  Key(Qt::Key_Left, Qt::ControlModifier);
+  EXPECT_EQ(plot_.cursor(), 98);
+}
+
 TEST_F(ValuesPlotTest, SelectsByKeys) {
   QSignalSpy selected(&plot_, &ValuesPlot::RowsSelected);
   Key(Qt::Key_Right, Qt::ControlModifier);

@@ -155,6 +155,22 @@ TEST_F(ValuesTableTest, SelectsFromARowThatHasLeftTheView) {
   EXPECT_EQ(table_.SelectedRows(), (RowRanges{{100, 105}}));
 }
 
+TEST_F(ValuesTableTest, WithoutACurrentRowKeysStartWithTheFirstInView) {
+  Fill(1000);
+  bar().setValue(100);
+  table_.setFocus();
+  Key(Qt::Key_Down);
+  EXPECT_EQ(table_.SelectedRows(), (RowRanges{{100, 101}}));
+}
+
+TEST_F(ValuesTableTest, TheEndKeyNeedsNoCurrentRow) {
+  Fill(1000);
+  bar().setValue(100);
+  table_.setFocus();
+  Key(Qt::Key_End);
+  EXPECT_EQ(table_.SelectedRows(), (RowRanges{{999, 1000}}));
+}
+
 TEST_F(ValuesTableTest, SelectsRowsByKeys) {
   Fill(1000);
   table_.setFocus();

@@ -8,6 +8,7 @@
 #include <QMimeData>
 #include <QPushButton>
 #include <QScreen>
+#include <QSplitter>
 #include <QTableView>
 #include <QTest>
 #include <QToolBar>
@@ -73,6 +74,12 @@ TEST_F(ValuesWindowTest, HasItsPartsByName) {
 }
 
 // Input is sent as a window system does, which withholds it from blocked windows.
+TEST_F(ValuesWindowTest, OnlyTheTableCanBeDraggedAway) {
+  const auto* splitter = Find<QSplitter>("ValuesSplitter");
+  EXPECT_TRUE(splitter->isCollapsible(0));
+  EXPECT_FALSE(splitter->isCollapsible(1));
+}
+
 TEST_F(ValuesWindowTest, AcceptsInputBesideTheModalTerminal) {
   Present();
   QPushButton other("other");

@@ -34,10 +34,20 @@ TEST(Progress, ShortWorkShowsNothing) {
   EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }
 
-TEST(Progress, ATotalOfZeroIsNotAnError) {
-  Progress progress(nullptr, "Arbeit", 1000000);
-  EXPECT_TRUE(progress.Advance(0, 0));
-  EXPECT_TRUE(progress.Advance(5, 1));
+TEST(Progress, OfAnUnknownTotalNothingIsDone) {
+  QWidget window;
+  Progress progress(&window, "Arbeit", 1000000);
+  const auto* dialog = window.findChild<QProgressDialog*>();
+  // The display follows only at intervals.
+  const auto shows = [&](std::size_t done, std::size_t whole, auto expected) {
+    for (int step = 0; step < 100000000; ++step) {
+      EXPECT_TRUE(progress.Advance(done, whole));
+      if (expected(dialog->value())) return true;
+    }
+    return false;
+  };
+  EXPECT_TRUE(shows(1, 2, [](int value) { return value > 0; }));
+  EXPECT_TRUE(shows(5, 0, [](int value) { return value == 0; }));
 }
 
 }  // namespace

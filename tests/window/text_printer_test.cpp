@@ -105,5 +105,21 @@ TEST_F(TextPrinterTest, ADeviceThatDoesNotStartIsAFailure) {
             PrintResult::kFailed);
 }
 
+class OnePageWriter final : public QPdfWriter {
+ public:
+  using QPdfWriter::QPdfWriter;
+  bool newPage() override { return false; }
+};
+
+TEST_F(TextPrinterTest, ADeviceThatTakesNoFurtherPageIsAFailure) {
+  QBuffer buffer(&bytes_);
+  buffer.open(QIODevice::WriteOnly);
+  OnePageWriter pages(&buffer);
+  AddLines(1000);
+  EXPECT_EQ(PrintText(pages, {"", QFont(), Qt::black}, lines_, [](auto, auto) { return true; }),
+            PrintResult::kFailed);
+  EXPECT_LT(lines_.asked, 1000u) << "the rest is not printed";
+}
+
 }  // namespace
 }  // namespace kolvane::window
