@@ -52,6 +52,7 @@ TEST_F(ListCommandsTest, TheCheckMarksRowsAndListsWhatItFinds) {
   Press("mnuCheckList");
   EXPECT_TRUE(Findings()->isVisible());
   EXPECT_EQ(Shown(), QStringList({"2 Fehler", "3 Hinweis", "5 Hinweis"}));
+  EXPECT_EQ(Findings()->columnCount(), 3);
   EXPECT_EQ(CurrentRow(), 2) << "the first finding";
   EXPECT_EQ(Finding(1), 0);
   EXPECT_EQ(Finding(2), 2);

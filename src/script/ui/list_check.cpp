@@ -29,7 +29,6 @@ FindingsList::FindingsList(QWidget* parent) : InfoList(QStringLiteral("FindingsL
   setToolTip(QStringLiteral("Was die Prüfung gefunden hat; Esc beendet sie"));
   setRootIsDecorated(false);
   setUniformRowHeights(true);
-  setColumnCount(3);
   header()->setStretchLastSection(true);
   connect(this, &QTreeWidget::currentItemChanged, this, [this](const QTreeWidgetItem* item) {
     if (item != nullptr) Q_EMIT RowChosen(item->data(kRow, Qt::DisplayRole).toInt());
@@ -43,8 +42,8 @@ void FindingsList::Show(const std::vector<checker::Finding>& findings) {
   const QSignalBlocker quiet(this);
   const int chosen = currentItem() == nullptr ? 0 : currentItem()->data(kRow, Qt::DisplayRole).toInt();
   clear();
-  FitColumns({kRow, kKind});
   setHeaderLabels({QStringLiteral("Zeile"), QStringLiteral("Art"), Counted(findings)});
+  FitColumns({kRow, kKind});
   for (const checker::Finding& finding : findings) {
     auto* item = new QTreeWidgetItem(this);
     item->setData(kRow, Qt::DisplayRole, finding.row);
