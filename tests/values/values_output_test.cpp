@@ -97,6 +97,14 @@ TEST_F(ValuesOutputTest, SavesPictures) {
   EXPECT_EQ(Saved("PDF-Datei (*.pdf)", "a.pdf").substr(0, 5), "%PDF-");
 }
 
+TEST_F(ValuesOutputTest, ASingleValueIsADot) {
+  Add(store_, "ONE?", {1});
+  curves_.Refresh();
+  plot_.ShowRows(101);
+  const std::string vectors = Saved("SVG-Bild (*.svg)", "a.svg");
+  EXPECT_EQ(std::count(vectors.begin(), vectors.end(), 'L'), 2 * 99 + 1) << "a line without length";
+}
+
 TEST_F(ValuesOutputTest, FontsOnPaperDoNotFollowTheScreen) {
   QFont small;
   small.setPixelSize(7);
