@@ -81,6 +81,11 @@ TEST_F(HelpWindowTest, OpensAtATopicAndNamesItInItsTitle) {
   EXPECT_EQ(help_.windowTitle(), QStringLiteral("$LOOP – Hilfe zum Kolvane Terminal"));
 }
 
+TEST_F(HelpWindowTest, FitsTheScreenAtFirst) {
+  Show(1);
+  EXPECT_EQ(help_.size(), QSize(1000, 680).boundedTo(help_.screen()->availableSize() * 0.9));
+}
+
 // The tool bar has no menu entry that would show it again.
 TEST_F(HelpWindowTest, ItsToolBarCannotBeHidden) {
   Show(1);

@@ -165,6 +165,16 @@ TEST_F(InspectToolsTest, CopiesTheWholeBlockOrTheSelection) {
   EXPECT_EQ(Copied("CopyAsText"), "BCD");
 }
 
+TEST_F(InspectToolsTest, TheValuePanelCopiesWhatIsSelectedInIt) {
+  Open("AB");
+  auto* panel = Find<QTableWidget>("ValuePanel");
+  panel->setFocus();
+  panel->setCurrentCell(2, 2);
+  QTest::keyClick(panel, Qt::Key_C, Qt::ControlModifier);
+  EXPECT_TRUE(QGuiApplication::clipboard()->text().contains(panel->item(2, 2)->text()));
+  EXPECT_NE(QGuiApplication::clipboard()->text(), Value());
+}
+
 TEST_F(InspectToolsTest, ThirdTemplatesAreReadOnDemand) {
   for (const char* name : {"a.BNS", "b.BNS", "c.BNS"})
     AddTemplate(name, "BYTECOUNT=2\r\n" + std::string(name, 1) + ";BYTE;1");

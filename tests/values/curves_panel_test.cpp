@@ -56,7 +56,11 @@ TEST_F(CurvesPanelTest, ShowsStatistics) {
   EXPECT_EQ(Row(0), "A? [1] |  | 4 | 1 | 4 | 2,5 | 1,29099445");
   EXPECT_EQ(Row(1), "A? [2] |  | 4 | 10 | 40 | 25 | 12,9099445");
   EXPECT_EQ(Row(2), "B? |  | 1 | 7 | 7 | 7 | ");
+  const QSignalSpy changes(&model_, &QAbstractItemModel::dataChanged);
   model_.SetRanges({{1, 2}, {3, 4}});
+  ASSERT_EQ(changes.size(), 1);
+  EXPECT_EQ(changes[0][0].toModelIndex(), model_.index(0, CurvesModel::kCount));
+  EXPECT_EQ(changes[0][1].toModelIndex(), model_.index(2, CurvesModel::kDeviation));
   EXPECT_EQ(Row(0), "A? [1] |  | 2 | 2 | 4 | 3 | 1,41421356");
   EXPECT_EQ(Row(2), "B? |  | 0 |  |  |  | ");
 }

@@ -213,6 +213,7 @@ TEST_F(ValuesOutputTest, PrintsToAPdfFileWithoutAPrinter) {
   EXPECT_EQ(Dialog()->nameFilters(), QStringList{"PDF-Datei (*.pdf)"});
   Answer("PDF-Datei (*.pdf)", folder_.Path("print.pdf"));
   EXPECT_EQ(base::ReadBytes(folder_.Path("print.pdf")).substr(0, 5), "%PDF-");
+  EXPECT_EQ(Dialog(), nullptr);
 }
 
 TEST_F(ValuesOutputTest, PrintsOnAPage) {
