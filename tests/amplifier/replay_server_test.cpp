@@ -32,6 +32,12 @@ struct ReplayServerTest : testing::Test {
     options.replay = folder.Path("t");
     return options;
   }
+  Options SerialOptionsFor(const std::string& transcript) {
+    Options options = OptionsFor(transcript);
+    options.tcp_port.reset();
+    options.pty_link = folder.Path("line");
+    return options;
+  }
   std::future<std::string> Run(ReplayServer& server) {
     return std::async(std::launch::async, [&server, this] { return server.Run(stop.get()); });
   }
@@ -92,9 +98,7 @@ TEST_F(ReplayServerTest, AStopInTheMiddleIsADifference) {
 }
 
 TEST_F(ReplayServerTest, OnASerialLineAllConnectionsAreOne) {
-  Options options = OptionsFor(kTwoConnections);
-  options.tcp_port.reset();
-  options.pty_link = folder.Path("line");
+  const Options options = SerialOptionsFor(kTwoConnections);
   ReplayServer server(options);
   EXPECT_EQ(server.Port(), 0);
   auto result = Run(server);
@@ -105,10 +109,7 @@ TEST_F(ReplayServerTest, OnASerialLineAllConnectionsAreOne) {
 }
 
 TEST_F(ReplayServerTest, ASerialLineThatNobodyHasUsedIsNoDifference) {
-  Options options = OptionsFor(kTwoConnections);
-  options.tcp_port.reset();
-  options.pty_link = folder.Path("line");
-  ReplayServer server(options);
+  ReplayServer server(SerialOptionsFor(kTwoConnections));
   eventfd_write(stop.get(), 1);
   EXPECT_EQ(Run(server).get(), "");
 }
@@ -137,9 +138,7 @@ TEST_F(ReplayServerTest, ClosesWhenTheInstrumentHasClosed) {
 }
 
 TEST_F(ReplayServerTest, OnASerialLineItHangsUpAndTheLinkNamesTheNextLine) {
-  Options options = OptionsFor(kHungUp);
-  options.tcp_port.reset();
-  options.pty_link = folder.Path("line");
+  const Options options = SerialOptionsFor(kHungUp);
   ReplayServer server(options);
   auto result = Run(server);
   {
