@@ -13,7 +13,7 @@ namespace {
 class BareHost final : public RunHost {
  public:
   void LockGUI(bool) override {}
-  void Yield(bool /*command*/) override { ++rows; }
+  void Yield() override { ++rows; }
   std::int64_t rows = 0;
 };
 

@@ -118,7 +118,7 @@ CommandRunStatus List::Status() {
   return outcome.exchange_failed ? CommandRunStatus::kAnswerFailed : CommandRunStatus::kDone;
 }
 
-[[gnu::hot]] void List::Yield(bool /*command*/) {
+[[gnu::hot]] void List::Yield() {
   terminal_.pane().EndLine();
   terminal_.pane().FlushDue();
   if (terminal_.StopDue() || terminal_.IsConnectionLost() || terminal_.GivenUp()) core_.runner.Abort();

@@ -56,7 +56,7 @@ class List final : private script::RunHost, private base::Prompt {
 
  private:
   void LockGUI(bool) override {}
-  void Yield(bool command) override;
+  void Yield() override;
   void ShowError(std::string_view text) override;
   void ShowMessage(std::string_view text) override { ShowError(text); }
   CommandRunStatus Status();

@@ -81,10 +81,9 @@ void Runner::Run(std::int16_t single_step, int first) {
       return;
     }
     links_.host.RowStarts();
-    sent_ = false;
     ExecuteRow();
     if (state.IfDepth == 0) state.SkipRows = false;
-    links_.host.Yield(sent_);
+    links_.host.Yield();
   }
   if (!links_.state.run.BreakRequested || links_.state.run.StopRequested || outcome_.list_error) return;
   broken_at_ = list_.current_row();
@@ -157,7 +156,6 @@ bool Runner::ExecuteLine() {
 [[gnu::hot]] bool Runner::SendLine() {
   const std::string_view character = base::UnsendableCharacter(line_, interpreter_.UsesUtf8());
   if (character.empty()) {
-    sent_ = true;
     outcome_.exchange_failed |= links_.exchange.Run(line_, terminal::Sender::kList).Failed();
   } else {
     errors_.Report(terminal::texts::NotSendable(character));

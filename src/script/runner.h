@@ -81,8 +81,7 @@ class Runner {
   ListErrors& errors_;
   ScriptLinks links_;
   RunOutcome outcome_;
-  std::string line_;   ///< the current row, trimmed; a copy, since a message box lets the user edit the list
-  bool sent_ = false;  // the row in hand was sent to the device
+  std::string line_;  ///< the current row, trimmed; a copy, since a message box lets the user edit the list
   int last_row_ = 0;
   int stopped_before_ = 0;
   int broken_at_ = 0;  // the current row when Break ended a run

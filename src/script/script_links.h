@@ -19,9 +19,9 @@ class RunHost {
   virtual void LockGUI(bool locked) = 0;
   /// Called when the run has reached a row, before executing it.
   virtual void RowStarts() {}
-  /// Called after each row of a run, to process events or to check for a stop request; `command`: the row was
-  /// sent to the device. After other rows the implementation decides how often to do so.
-  virtual void Yield(bool command) = 0;
+  /// Called after each row of a run, to process events or to check for a stop request. The implementation
+  /// decides how often to do so.
+  virtual void Yield() = 0;
 };
 
 /// What a command list uses while it runs. All of it must outlive the list.

@@ -35,6 +35,7 @@ ExchangeResult Exchange::Read(Sender sender) {
 }
 
 [[gnu::hot]] ExchangeResult Exchange::Ended(std::string_view command, const ExchangeResult& result) {
+  ++ended_;
   if (listener_ != nullptr) listener_->ExchangeEnded(command, result);
   return result;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -54,6 +55,9 @@ class Exchange {
   /// Discards the bytes received so far and says so.
   void Flush() { session_.Flush(); }
 
+  /// How many exchanges have ended.
+  std::uint64_t ended() const { return ended_; }
+
   /// One listener at a time; it must outlive this object or be removed with null.
   void Listen(ExchangeListener* listener) { listener_ = listener; }
 
@@ -72,6 +76,7 @@ class Exchange {
   const base::Clock& clock_;
   std::string decimal_sign_;
   ExchangeListener* listener_ = nullptr;
+  std::uint64_t ended_ = 0;
 };
 
 }  // namespace kolvane::terminal

@@ -10,7 +10,7 @@
 namespace kolvane::window {
 namespace {
 
-// After rows that send nothing. Checking for events after each of them would cost more than the rows.
+// After rows without an exchange. Checking for events after each of them would cost more than the rows.
 constexpr int kEventIntervalMs = 4;
 constexpr int kProgressMs = 200;
 constexpr int kFrameMs = 16;
@@ -36,6 +36,7 @@ ScriptView::ScriptView(ScriptParts parts, ScriptContext context, ScriptToolbar* 
       state_(parts.state),
       terminal_(parts.slices.terminal),
       device_(parts.slices.device),
+      exchange_(parts.core.exchange),
       log_(parts.log),
       files_(core_.list, context_.dialogs, context_.prompt),
       toolbar_(toolbar),
@@ -82,8 +83,9 @@ void ScriptView::KeepUnsaved() {
   unsaved_->Keep();
 }
 
-void ScriptView::Yield(bool command) {
-  if (!command && since_events_.elapsed() < kEventIntervalMs) return;
+void ScriptView::Yield() {
+  const bool exchanged = std::exchange(exchanges_, exchange_.ended()) != exchange_.ended();
+  if (!exchanged && since_events_.elapsed() < kEventIntervalMs) return;
   QCoreApplication::processEvents();
   ShowProgress();
   if (context_.prompt.Unattended()) core_.runner.Abort();

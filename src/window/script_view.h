@@ -85,7 +85,7 @@ class ScriptView final : public QObject, private script::RunHost {
  private:
   void LockGUI(bool locked) override { context_.lock_gui(locked); }
   void RowStarts() override;
-  void Yield(bool command) override;
+  void Yield() override;
 
   void ConnectButtons();
   void Play();
@@ -101,6 +101,7 @@ class ScriptView final : public QObject, private script::RunHost {
   const script::ScriptState& state_;
   const terminal::TerminalState& terminal_;
   const device::DeviceState& device_;
+  const terminal::Exchange& exchange_;
   const terminal::Log& log_;
   script::CommandFileMenu files_;
   ScriptToolbar* toolbar_;
@@ -114,6 +115,7 @@ class ScriptView final : public QObject, private script::RunHost {
   QElapsedTimer since_progress_;
   script::RunProgress run_progress_;
   QElapsedTimer since_events_;
+  std::uint64_t exchanges_ = 0;  // that had ended at the last Yield
   QElapsedTimer since_painted_;
 };
 

@@ -16,8 +16,7 @@ class FakeRunHost final : public RunHost {
     if (locked && lock_fails) throw std::bad_alloc();
   }
   void RowStarts() override { ++row_starts; }
-  void Yield(bool command) override {
-    if (command) yields_after_commands.push_back(yields);
+  void Yield() override {
     ++yields;
     if (at_yield) at_yield();
   }
@@ -26,7 +25,6 @@ class FakeRunHost final : public RunHost {
   bool lock_fails = false;
   int row_starts = 0;
   int yields = 0;
-  std::vector<int> yields_after_commands;  // counted from 0
   std::function<void()> at_yield;
 };
 

@@ -41,11 +41,6 @@ TEST_F(RunnerTest, ReportsTheStartAndTheEndOfEachRow) {
   EXPECT_EQ(host.row_starts, host.yields);
 }
 
-TEST_F(RunnerTest, ReportsWhichRowsWereSent) {
-  Play("'x|A|$SILENT OFF|B");
-  EXPECT_EQ(host.yields_after_commands, (std::vector{1, 3}));
-}
-
 TEST_F(RunnerTest, ShowsNoCommandsWithoutTheOption) {
   state.options.show_commands = false;
   device.text_answers = {"1\r\n"};
