@@ -129,7 +129,9 @@ Result Parse(std::string_view name) {
   if (Is(fields[0], "USB") || Is(fields[0], "USB0")) return Usb(fields);
   if (Is(fields[0], "GPIB") || Is(fields[0], "GPIB0")) return Gpib(fields);
   if (Is(fields[0].substr(0, 4), "ASRL")) return Serial(fields);
-  return Problem("it begins with none of TCPIP, ASRL, USB, GPIB, LPT1, LPT2 and OFFLINE");
+  return Problem(
+      "it is neither HOST:PORT nor /dev/NODE, and starts with none of TCPIP, ASRL, USB, GPIB, LPT1, LPT2 and "
+      "OFFLINE");
 }
 
 std::string Printable(std::string_view name) {

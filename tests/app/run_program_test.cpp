@@ -169,9 +169,10 @@ TEST_F(RunProgramTest, WrongUsageIsOneLine) {
   EXPECT_EQ(option.err, "kolvane: unknown option '--bogus' (see kolvane --help)\n");
   const Outcome resource = RunProgram({"send", "X", "--connect", "LPT3"});
   EXPECT_EQ(resource.status, 2);
-  EXPECT_EQ(resource.err,
-            "kolvane: bad RESOURCE 'LPT3': it begins with none of TCPIP, ASRL, USB, GPIB, LPT1, LPT2 and "
-            "OFFLINE\n");
+  EXPECT_EQ(
+      resource.err,
+      "kolvane: bad RESOURCE 'LPT3': it is neither HOST:PORT nor /dev/NODE, and starts with none of TCPIP, "
+      "ASRL, USB, GPIB, LPT1, LPT2 and OFFLINE\n");
 }
 
 TEST_F(RunProgramTest, NoConnectionIsOneLineAndNothingIsSent) {

@@ -105,8 +105,10 @@ TEST(ResourceName, NamesParallelPortsAndTheTestMode) {
 }
 
 TEST(ResourceName, RefusesInOnePrintableLine) {
-  EXPECT_EQ(Refusal(""),
-            "bad RESOURCE '': it begins with none of TCPIP, ASRL, USB, GPIB, LPT1, LPT2 and OFFLINE");
+  EXPECT_EQ(
+      Refusal("192.168.1.7"),
+      "bad RESOURCE '192.168.1.7': it is neither HOST:PORT nor /dev/NODE, and starts with none of TCPIP, "
+      "ASRL, USB, GPIB, LPT1, LPT2 and OFFLINE");
   EXPECT_EQ(Refusal("ASRL/dev/x\n::INSTR"),
             "bad RESOURCE 'ASRL/dev/x?::INSTR': it contains a control character");
   EXPECT_EQ(Refusal(std::string("LPT1\0", 5)), "bad RESOURCE 'LPT1?': it contains a control character");
