@@ -181,9 +181,9 @@ std::string HelpText() {
        kolvane help
 The command terminal for measurement amplifiers and other line-oriented ASCII instruments.
 
-Without a command it opens the terminal's window, with the command list where one is named:
+Without a command it opens the terminal's window, with the command list if one is given:
   --mode N      operating mode: 2 own connection (default); 0 and 1, a host's device, are for hosts only;
-                any other opens the window on no device
+                any other opens the window without a device
   --demo        terminal connected to a simulated amplifier; the user's settings stay untouched
   --folder DIR  folder of histories, templates and help files; without a window as well
   -h, --help    this text, as does help
@@ -197,6 +197,7 @@ a list or $RUN LIST.CMD; Ctrl+D ends it, Tab completes, Esc gives up a wait. All
                              ASRL/dev/ttyUSB0::INSTR     ASRL/dev/ttyUSB0::RS485::ADDRESS
                              USB::SERIALNUMBER::INSTR    USB0::0xVVVV::0xPPPP::SERIALNUMBER::INSTR
                              GPIB0::ADDRESS::INSTR       LPT1  LPT2  OFFLINE
+                             or, in short, HOST:PORT     /dev/ttyUSB0
   --baud RATE                serial lines; 9600 without it
   --parity none|even|odd     even without it
   --data-bits 7|8, --stop-bits 1|2
@@ -211,19 +212,19 @@ a list or $RUN LIST.CMD; Ctrl+D ends it, Tab completes, Esc gives up a wait. All
   --format text|csv|json     lines as in the window, or a record for each exchange
   --fields N                 with csv: numeric answers only, a column for each of N fields
   --repeat N                 run the list, or send the commands, N times; not with shell or send -
-  --every MS                 start again every MS milliseconds, without --repeat until stopped; the same
+  --every MS                 start again every MS milliseconds, without --repeat until stopped; not with shell or send -
   --transcript FILE          append all bytes both ways to FILE, as JSON lines with their times
   --transcript-times all|none
   --log FILE                 append each line to FILE
   --verbose                  report connecting and disconnecting on standard error
   --answers always|queries   queries: a command without "?" is not followed by a read
-  --flush                    discard what has come before each command
-  --blocks                   read answers that begin with # and a digit as blocks
+  --flush                    discard received bytes before each command
+  --blocks                   read answers that start with # and a digit as blocks
   --no-device-words          DCL, RES and STP end no exchange
   --reconnect                after a lost connection the next command connects first
-  --utf8                     the instrument speaks UTF-8
+  --utf8                     the instrument's bytes are UTF-8
   --no-errors                failed answers on standard error only
-  --timestamps               begin each line with its time
+  --timestamps               start each line with its time
 
 check reports what is wrong in command lists without running them, one line each: FILE:ROW: Fehler: TEXT where a run
 is refused when it gets there, FILE:ROW: Hinweis: TEXT for what is odd. Exit status: 0 no Fehler, 1 at least one,
@@ -235,10 +236,10 @@ dump prints a hex dump of a file, or of standard input, as the binary inspector 
 
 decode prints the fields of a format template, a line each:
   --template T.BNS           the template
-  --offset N                 begin at byte N (0x for hexadecimal)
+  --offset N                 start at byte N (0x for hexadecimal)
   --motorola                 high byte first
-  --repeat N|all             so many records, one after the other; one without it
-  --format text|csv|json     lines, a row a record, or an object a record
+  --repeat N|all             N consecutive records, or all; 1 without it
+  --format text|csv|json     lines, one row per record, or one object per record
 
 Exit status otherwise: 0 done, 1 stopped (an error in the list, a signal; the window could not be opened), 2 usage,
 3 no connection, 4 done but at least one answer failed.
