@@ -18,12 +18,12 @@ class Reader {
  public:
   /// Returns what is wrong with the line, empty if nothing.
   std::string Take(const Json& event, int line) {
-    if (!event.is_object()) return "no JSON object";
+    if (!event.is_object()) return "not a JSON object";
     const auto way = event.find("way");
     if (way == event.end() || !way->is_string()) return "no \"way\"";
     std::optional<double> seconds;
     if (const auto t = event.find("t"); t != event.end()) {
-      if (!t->is_number() || !std::isfinite(t->get<double>())) return "\"t\" is no number of seconds";
+      if (!t->is_number() || !std::isfinite(t->get<double>())) return "\"t\" is not a number of seconds";
       seconds = t->get<double>();
     }
     return Take(way->get_ref<const std::string&>(), seconds, event, line);
@@ -42,12 +42,12 @@ class Reader {
       StartConversation(seconds);
       return {};
     }
-    if (way != "out" && way != "in") return "\"way\" is none of open, out, in and close";
+    if (way != "out" && way != "in") return "\"way\" is not open, out, in or close";
     const auto text = event.find("bytes");
     auto bytes = text != event.end() && text->is_string()
                      ? base::FromBase64(text->get_ref<const std::string&>())
                      : std::nullopt;
-    if (!bytes) return "\"bytes\" is no Base64";
+    if (!bytes) return "\"bytes\" is not Base64";
     if (!bytes->empty())
       conversations_.back().messages.push_back({way == "out", std::move(*bytes), seconds, line});
     return {};
@@ -56,7 +56,7 @@ class Reader {
   // If the terminal closed the connection, the replay waits for it to do so again.
   std::string Close(std::optional<double> seconds, const Json& event) {
     if (const auto status = event.find("status"); status != event.end()) {
-      if (!status->is_number_integer()) return "\"status\" is no whole number";
+      if (!status->is_number_integer()) return "\"status\" is not a whole number";
       if (*status != 0) conversations_.back().hang_up = HangUp{seconds};
     }
     StartConversation(seconds);
@@ -85,7 +85,7 @@ std::variant<std::vector<Conversation>, TranscriptProblem> ReadTranscript(std::s
     const std::string_view row = base::TakeLine(text);
     if (row.find_first_not_of(" \t") == std::string_view::npos) continue;
     const Json event = Json::parse(row, nullptr, false);
-    const std::string problem = event.is_discarded() ? "no JSON" : reader.Take(event, line);
+    const std::string problem = event.is_discarded() ? "not JSON" : reader.Take(event, line);
     if (!problem.empty()) return TranscriptProblem{line, problem};
   }
   return reader.Finish();

@@ -24,7 +24,7 @@ std::vector<Conversation> ReadConversations(const std::string& file) {
   auto read = ReadTranscript(text);
   if (const auto* problem = std::get_if<TranscriptProblem>(&read))
     throw std::runtime_error(file + ":" + std::to_string(problem->line) +
-                             ": no line of a transcript: " + problem->text);
+                             ": not a line of a transcript: " + problem->text);
   auto& conversations = std::get<std::vector<Conversation>>(read);
   if (conversations.empty()) throw std::runtime_error(file + ": nothing was said in this transcript");
   return std::move(conversations);

@@ -130,17 +130,17 @@ std::string Wording(inspect::TemplateProblem::Kind kind) {
     case Kind::kType:
       return "unknown type";
     case Kind::kByteCount:
-      return "byte count is no number";
+      return "byte count is not a number";
     case Kind::kOffset:
-      return "offset is no number";
+      return "offset is not a number";
     case Kind::kOutside:
-      return "field lies beyond the 257 bytes of a record, at offset";
+      return "field extends beyond the 257 bytes of a record, offset";
     case Kind::kBits:
-      return "no bit is left from bit";
+      return "bit range without bits, starting at bit";
     case Kind::kHighBits:
-      return "bits from 15 on do not count";
+      return "bits from 15 on are ignored";
     case Kind::kLength:
-      return "length is no number";
+      return "length is not a number";
   }
   return {};
 }

@@ -58,17 +58,17 @@ TEST(ReadTranscript, ConnectionsWithoutTransfersAreLeftOut) {
 }
 
 TEST(ReadTranscript, ALineThatIsInvalidIsNamed) {
-  EXPECT_EQ(Problem("{\"way\":\"open\"}\nA\n"), "2: no JSON");
-  EXPECT_EQ(Problem("[]"), "1: no JSON object");
+  EXPECT_EQ(Problem("{\"way\":\"open\"}\nA\n"), "2: not JSON");
+  EXPECT_EQ(Problem("[]"), "1: not a JSON object");
   EXPECT_EQ(Problem("{}"), "1: no \"way\"");
   EXPECT_EQ(Problem("{\"way\":7}"), "1: no \"way\"");
-  EXPECT_EQ(Problem("{\"way\":\"up\"}"), "1: \"way\" is none of open, out, in and close");
-  EXPECT_EQ(Problem("{\"way\":\"in\"}"), "1: \"bytes\" is no Base64");
-  EXPECT_EQ(Problem("{\"way\":\"in\",\"bytes\":\"Q\"}"), "1: \"bytes\" is no Base64");
-  EXPECT_EQ(Problem("{\"way\":\"close\",\"status\":\"-40\"}"), "1: \"status\" is no whole number");
+  EXPECT_EQ(Problem("{\"way\":\"up\"}"), "1: \"way\" is not open, out, in or close");
+  EXPECT_EQ(Problem("{\"way\":\"in\"}"), "1: \"bytes\" is not Base64");
+  EXPECT_EQ(Problem("{\"way\":\"in\",\"bytes\":\"Q\"}"), "1: \"bytes\" is not Base64");
+  EXPECT_EQ(Problem("{\"way\":\"close\",\"status\":\"-40\"}"), "1: \"status\" is not a whole number");
   for (const char* seconds : {"\"1\"", "null", "[1]"})
     EXPECT_EQ(Problem(std::string("{\"t\":") + seconds + ",\"way\":\"open\"}"),
-              "1: \"t\" is no number of seconds")
+              "1: \"t\" is not a number of seconds")
         << seconds;
 }
 

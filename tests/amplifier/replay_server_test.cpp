@@ -208,7 +208,7 @@ TEST_F(ReplayServerTest, WithoutATranscriptThereIsNoServer) {
     return std::string();
   };
   const std::string file = folder.Path("t");
-  EXPECT_EQ(failure(OptionsFor("no")), file + ":1: no line of a transcript: no JSON");
+  EXPECT_EQ(failure(OptionsFor("no")), file + ":1: not a line of a transcript: not JSON");
   EXPECT_EQ(failure(OptionsFor("")), file + ": nothing was said in this transcript");
   Options options = OptionsFor("");
   options.replay = folder.Path("none");

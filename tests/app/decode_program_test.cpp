@@ -63,11 +63,11 @@ TEST_F(DecodeProgramTest, EachLineThatCannotBeUsedIsNamed) {
   EXPECT_EQ(outcome.status, 0);
   EXPECT_TRUE(outcome.out.ends_with("G=98\n")) << outcome.out;
   const std::string name = folder_.Path("a.BNS");
-  EXPECT_EQ(outcome.err, name + ":2: unknown type: 'FOO'\n" + name + ":3: offset is no number: 'x'\n" + name +
-                             ":4: field lies beyond the 257 bytes of a record, at offset: '300'\n" + name +
-                             ":5: no bit is left from bit: '5'\n" + name +
-                             ":6: bits from 15 on do not count: '17'\n" + name +
-                             ":7: length is no number: 'x'\n");
+  EXPECT_EQ(outcome.err, name + ":2: unknown type: 'FOO'\n" + name + ":3: offset is not a number: 'x'\n" +
+                             name + ":4: field extends beyond the 257 bytes of a record, offset: '300'\n" +
+                             name + ":5: bit range without bits, starting at bit: '5'\n" + name +
+                             ":6: bits from 15 on are ignored: '17'\n" + name +
+                             ":7: length is not a number: 'x'\n");
 }
 
 TEST_F(DecodeProgramTest, ABitmap) {

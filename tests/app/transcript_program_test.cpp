@@ -199,7 +199,7 @@ TEST_F(TranscriptTest, AnInvalidTranscriptIsWrongUsage) {
   base::WriteBytes(File(), "A\r\n");
   const Outcome outcome = RunProgram({"--tcp", "0", "--replay", File()}, {.program = KOLVANE_AMPLIFIER});
   EXPECT_EQ(outcome.status, 2);
-  EXPECT_EQ(outcome.err, "kolvane-amplifier: " + File() + ":1: no line of a transcript: no JSON\n");
+  EXPECT_EQ(outcome.err, "kolvane-amplifier: " + File() + ":1: not a line of a transcript: not JSON\n");
 }
 
 }  // namespace
