@@ -190,7 +190,7 @@ Without a command it opens the terminal's window, with the command list if one i
   --version     version
 
 run executes a command list without a window, send sends each COMMAND and prints each answer; - reads the commands from
-standard input, one per line, and sends each as it arrives. shell is a conversation: each line is a command, a $ row of
+standard input, one per line, and sends each as it arrives. shell is interactive: each line is a command, a $ row of
 a list or $RUN LIST.CMD; Ctrl+D ends it, Tab completes, Esc gives up a wait. All three take:
   --connect RESOURCE         instead of the stored connection and terminal settings, one of
                              TCPIP::HOST::PORT::SOCKET   ASRL1::INSTR  ASRL2::INSTR
