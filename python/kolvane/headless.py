@@ -223,6 +223,12 @@ def _by_number(on_line: Optional[LineHandler]) -> Optional[Callable[[int, str], 
     return lambda number, line: take(_LINE_KINDS[number], line)
 
 
+def _changed(options: RunOptions, changes: Dict[str, Any]) -> RunOptions:
+    if not isinstance(options, RunOptions):
+        raise TypeError(f"options must be RunOptions, not {options!r}; several commands are a list")
+    return dataclasses.replace(options, **changes)
+
+
 def _run(
     start: Callable[..., int],
     what: Any,
@@ -254,7 +260,7 @@ def run(
     and is raised here; so does Ctrl+C. Needs no display and works on any thread; other
     threads continue to run. Raises Error if another run is in progress.
     """
-    options = dataclasses.replace(options, **changes)
+    options = _changed(options, changes)
     return _run(_kolvane.run_list, os.fsencode(command_list), options, on_line, stop_requested)
 
 
@@ -271,7 +277,7 @@ def send(
     The other arguments are those of run. For an empty command only the terminator is
     sent. Returns STOPPED at a character missing in the instrument's encoding.
     """
-    options = dataclasses.replace(options, **changes)
+    options = _changed(options, changes)
     lines = [commands] if isinstance(commands, str) else list(commands)
     encoded = [line.encode("utf-8", "replace") for line in lines]
     return _run(_kolvane.send_commands, encoded, options, on_line, stop_requested)

@@ -64,8 +64,9 @@ class Instrument:
 
     Several threads may share an instrument: their calls run one after the other, and a
     query is one call. Other threads continue while a call waits; Ctrl+C gives it up.
-    Raises ValueError for an invalid argument, InstrumentError if a connection or a
-    transfer fails. Bytes received before a failure stay for the next read.
+    Raises ValueError for an invalid argument, LookupError for an unknown encoding,
+    InstrumentError if a connection or a transfer fails. Bytes received before a failure
+    stay for the next read.
     """
 
     def __init__(

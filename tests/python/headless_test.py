@@ -217,6 +217,12 @@ class Options(HeadlessCase):
         with self.assertRaisesRegex(TypeError, "bauds"):
             kolvane.send("a", bauds=9600)
 
+    def test_several_commands_are_a_list(self):
+        with self.assertRaisesRegex(TypeError, "options must be RunOptions, not 'b'; several commands are a list"):
+            kolvane.send("a", "b")
+        with self.assertRaisesRegex(TypeError, "options must be RunOptions"):
+            kolvane.run("a.CMD", RunOptions)
+
     def test_a_list_that_cannot_be_read(self):
         self.assertIs(kolvane.run(self.folder / "none.CMD", connect="OFFLINE", on_line=self.on_line), RunStatus.USAGE)
         self.assertRegex(self.lines[0][1], "none.CMD")
