@@ -111,6 +111,8 @@ std::variant<Options, Information, UsageError> Finish(Options options, std::stri
   if (optind < argc) return UsageError{"unexpected argument '" + std::string(argv[optind]) + "'"};
   if (!options.tcp_port && options.pty_link.empty())
     return UsageError{"neither --tcp PORT nor --pty LINK is given"};
+  if (options.recorded_times && options.replay.empty())
+    return UsageError{"--replay-times recorded needs --replay FILE"};
   if (!options.replay.empty() && !conflicting.empty())
     return UsageError{"--replay takes no --" + std::string(conflicting)};
   if (!options.replay.empty() && options.tcp_port && !options.pty_link.empty())

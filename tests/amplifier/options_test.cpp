@@ -156,6 +156,8 @@ TEST(CommandLine, AReplayTakesNoOptionsOfTheAmplifier) {
   EXPECT_EQ(ErrorOf({"--tcp", "0", "--pty", "b", "--replay", "a"}), "--replay takes one of --tcp and --pty");
   EXPECT_EQ(ErrorOf({"--tcp", "0", "--replay", "a", "--replay-times", "all"}),
             "option '--replay-times': 'all' is not none or recorded");
+  EXPECT_EQ(ErrorOf({"--tcp", "0", "--replay-times", "recorded"}),
+            "--replay-times recorded needs --replay FILE");
 }
 
 }  // namespace
