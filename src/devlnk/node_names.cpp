@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstdlib>
 
 #include "base/descriptor.h"
@@ -62,8 +61,8 @@ std::string ReadPortsFile() {
   std::string text(kReadLimit, '\0');
   std::size_t size = 0;
   while (size < kReadLimit) {
-    const ssize_t got = read(file.get(), text.data() + size, kReadLimit - size);
-    if (got < 0 && errno == EINTR) continue;
+    const ssize_t got =
+        base::Uninterrupted([&] { return read(file.get(), text.data() + size, kReadLimit - size); });
     if (got <= 0) break;
     size += static_cast<std::size_t>(got);
   }
