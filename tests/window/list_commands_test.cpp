@@ -3,7 +3,9 @@
 #include <QAbstractItemView>
 #include <QCompleter>
 #include <QHeaderView>
+#include <QTimer>
 
+#include "script/ui/list_check.h"
 #include "window/grid_fixture.h"
 
 namespace kolvane::window {
@@ -78,6 +80,8 @@ TEST_F(ListCommandsTest, TheCheckFollowsChanges) {
   WaitForTheCheck({"2 Fehler"});
   Grid()->list().SetText(2, "B");
   WaitForTheCheck({});
+  for (const auto* check : Grid()->findChildren<script::ListCheck*>())
+    EXPECT_FALSE(check->findChild<QTimer*>()->isActive()) << "nothing runs while the list does not change";
 }
 
 TEST_F(ListCommandsTest, EscEndsTheCheck) {

@@ -44,7 +44,7 @@ class ListCheck final : public QObject {
   CommandGrid* grid_;
   FindingsList* findings_;
   std::function<checker::RunStart()> start_;
-  QTimer delay_;
+  QTimer delay_{this};
   bool live_ = false;
   std::uint64_t revision_ = 0;
 };
