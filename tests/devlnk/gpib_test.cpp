@@ -120,6 +120,13 @@ TEST_F(Gpib, SetsTheDriversTimeoutWhenTheCodeOfTheRestChanges) {
   EXPECT_EQ(script_->calls, (Calls{"tmo 75 9", "rd 75", "rd 75"}));
 }
 
+TEST_F(Gpib, SetsTheDriversTimeoutBeforeACommand) {
+  OpenDevice();
+  ASSERT_EQ(QDX_SetTimeout(50), 0);
+  EXPECT_EQ(QDX_WritePort("a"), 0);
+  EXPECT_EQ(script_->calls, (Calls{"tmo 75 9", "wrt 75 a"}));
+}
+
 TEST_F(Gpib, DeliversBytesFromBeforeTheDriversTimeout) {
   OpenDevice();
   script_->reads = {{"12\n", kError | kTimedOut, kAborted}};

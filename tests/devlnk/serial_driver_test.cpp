@@ -1,5 +1,5 @@
-// A pseudo terminal does not support RS485: the driver's two requests are answered here, all others by the
-// system.
+// A pseudo terminal supports neither RS485 nor modem lines: their requests are answered here, all others by
+// the system.
 
 #include <gtest/gtest.h>
 #include <sys/syscall.h>
@@ -17,6 +17,9 @@ namespace {
 // The settings of the line in the RS485 driver; none while there is no such driver.
 std::optional<serial_rs485> driver;
 
+// The modem lines that were raised.
+int raised = 0;
+
 // The errno with which the driver refuses all settings of a line; 0: it takes them.
 int refusal = 0;
 
@@ -29,6 +32,7 @@ extern "C" int ioctl(int fd, unsigned long request, ...) noexcept {
   va_end(arguments);
   if (driver && request == TIOCGRS485) return std::memcpy(argument, &*driver, sizeof *driver), 0;
   if (driver && request == TIOCSRS485) return std::memcpy(&*driver, argument, sizeof *driver), 0;
+  if (request == TIOCMBIS) return raised = *static_cast<const int*>(argument), 0;
   if (refusal != 0 && request == TCSETS2) return errno = refusal, -1;
   return static_cast<int>(syscall(SYS_ioctl, fd, request, argument));
 }
@@ -51,6 +55,17 @@ TEST(Rs485Line, HasTheBusSettingsWhileItIsOpen) {
   }
   EXPECT_EQ(driver->flags, std::uint32_t{SER_RS485_RTS_AFTER_SEND}) << "as before";
   driver.reset();
+}
+
+TEST(SerialLine, RaisesTheModemLinesUnlessItIsABus) {
+  const base::Pty pty;
+  const PortRequest request{.name = "COM1", .baud = 9600, .text = "", .node = pty.node()};
+  Deadline deadline(0);
+  raised = 0;
+  EXPECT_EQ(OpenRs485(request, deadline).status, Status::kOk);
+  EXPECT_EQ(raised, 0) << "RTS would switch the bus driver on";
+  EXPECT_EQ(OpenSerial(request, deadline).status, Status::kOk);
+  EXPECT_EQ(raised, TIOCM_DTR | TIOCM_RTS);
 }
 
 TEST(SerialLine, SettingsThatTheDriverRefusesAreInvalidArguments) {

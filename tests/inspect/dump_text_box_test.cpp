@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -138,6 +139,18 @@ TEST_F(DumpTextBoxTest, ADoubleClickSelectsNoWord) {
   QTest::mouseDClick(box_.viewport(), Qt::LeftButton, {}, position);
   EXPECT_EQ(Caret(), 9);
   EXPECT_FALSE(box_.textCursor().hasSelection());
+}
+
+TEST_F(DumpTextBoxTest, AHighlightIsShownWithTwoLinesAroundIt) {
+  box_.SetDump(DumpOf(std::string(100 * 16, 'A')));
+  QScrollBar* bar = box_.verticalScrollBar();
+  ASSERT_LT(bar->pageStep(), 40);
+  box_.ShowHighlight({50 * 16, 1});
+  EXPECT_EQ(bar->value() + bar->pageStep() - 1, 52);
+  box_.ShowHighlight({20 * 16, 1});
+  EXPECT_EQ(bar->value(), 18);
+  box_.ShowHighlight({20 * 16 + 1, 1});
+  EXPECT_EQ(bar->value(), 18) << "already in view";
 }
 
 TEST_F(DumpTextBoxTest, TextInsideTheDumpKeepsItsPositions) {

@@ -231,6 +231,9 @@ TEST_F(InspectToolsTest, ATemplateIsRepeatedAndSavedAsCsv) {
   EXPECT_EQ(base::ReadBytes(folder_.Path("one.csv")), "a,b\n65,66\n");
   Find<QCheckBox>("chkRepeat")->click();
   EXPECT_EQ(LineTexts(), (QStringList{"1: a=65", "1: b=66", "2: a=67", "2: b=68", "3: a=69"}));
+  QTest::mouseClick(Lines()->viewport(), Qt::LeftButton, {},
+                    Lines()->visualItemRect(Lines()->item(3)).center());
+  EXPECT_EQ(Dump()->highlight(), (ByteRange{3, 1})) << "field b of the second record";
   Answer("SaveDialog", folder_.Path("all.csv"));
   Click("cmdSaveCsv");
   EXPECT_EQ(base::ReadBytes(folder_.Path("all.csv")), "a,b\n65,66\n67,68\n69,\n");

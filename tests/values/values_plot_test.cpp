@@ -8,6 +8,7 @@
 #include <QWheelEvent>
 #include <memory>
 
+#include "gui/paint_counter.h"
 #include "gui/pixels.h"
 #include "values/filled_store.h"
 
@@ -243,6 +244,14 @@ TEST_F(ValuesPlotTest, ReadsTheValuesUnderThePointer) {
   QEvent leave(QEvent::Leave);
   QApplication::sendEvent(&plot_, &leave);
   EXPECT_EQ(plot_.cursor(), std::nullopt);
+}
+
+TEST_F(ValuesPlotTest, PaintsAgainWhenThePointerMoves) {
+  QApplication::processEvents();
+  gui::PaintCounter counter;
+  plot_.installEventFilter(&counter);
+  QTest::mouseMove(&plot_, At(42, 50));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return counter.paints > 0; }));
 }
 
 TEST_F(ValuesPlotTest, TheBoxIsBesideTheLineWhereThereIsMoreRoom) {
