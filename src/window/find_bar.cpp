@@ -74,8 +74,8 @@ void FindBar::AddFinding() {
 }
 
 void FindBar::AddReplacing() {
-  replacing_ = new QWidget;
-  auto* row = new QHBoxLayout(replacing_);
+  auto* field = new QWidget;
+  auto* row = new QHBoxLayout(field);
   row->setContentsMargins(0, 0, 0, 0);
   row->setSpacing(kFieldGap);
   auto* caption = new QLabel(QStringLiteral("Ersetzen durch:"));
@@ -86,16 +86,14 @@ void FindBar::AddReplacing() {
       QStringLiteral("Ersatz; bei einem Ausdruck steht \\1 für seine erste Klammer, \\0 für den Treffer"));
   replacement_->setMinimumWidth(Columns(this, kTextColumns));
   caption->setBuddy(replacement_);
-  auto* one = new QPushButton(QStringLiteral("Ersetzen"));
-  one->setObjectName(QStringLiteral("ReplaceNext"));
-  one->setToolTip(QStringLiteral("Ersetzt den Treffer und geht zum nächsten"));
-  auto* all = new QPushButton(QStringLiteral("Alle ersetzen"));
-  all->setObjectName(QStringLiteral("ReplaceAll"));
-  all->setToolTip(QStringLiteral("Ersetzt alle Treffer; Strg+Z nimmt es auf einmal zurück"));
-  for (QWidget* widget : {static_cast<QWidget*>(caption), static_cast<QWidget*>(replacement_),
-                          static_cast<QWidget*>(one), static_cast<QWidget*>(all)})
-    row->addWidget(widget);
-  layout()->addWidget(replacing_);
+  row->addWidget(caption);
+  row->addWidget(replacement_);
+  layout()->addWidget(field);
+  auto* one = Add(new QPushButton(QStringLiteral("Ersetzen")), "ReplaceNext",
+                  "Ersetzt den Treffer und geht zum nächsten");
+  auto* all = Add(new QPushButton(QStringLiteral("Alle ersetzen")), "ReplaceAll",
+                  "Ersetzt alle Treffer; Strg+Z nimmt es auf einmal zurück");
+  replacing_ = {field, one, all};
   connect(one, &QPushButton::clicked, this, [this] { target_->ReplaceCurrent(replacement_->text()); });
   connect(all, &QPushButton::clicked, this, &FindBar::ReplaceAll);
   connect(
@@ -111,7 +109,7 @@ void FindBar::Open(pane::FindTarget* target, const QString& caption) {
     connect(target, &pane::FindTarget::StateChanged, this, &FindBar::ShowState);
   }
   label_->setText(caption);
-  replacing_->setVisible(target->Replaces());
+  for (QWidget* part : replacing_) part->setVisible(target->Replaces());
   ShowReplaceable();
   const QString selected = target->SelectedText();
   if (!selected.isEmpty()) text_->setText(selected);
@@ -166,7 +164,10 @@ void FindBar::ShowState() {
   count_->setText(CountText(target_->State()));
 }
 
-void FindBar::ShowReplaceable() { replacing_->setEnabled(target_ != nullptr && target_->CanReplace()); }
+void FindBar::ShowReplaceable() {
+  const bool possible = target_ != nullptr && target_->CanReplace();
+  for (QWidget* part : replacing_) part->setEnabled(possible);
+}
 
 void FindBar::ReplaceAll() {
   const int count = target_->ReplaceAll(replacement_->text());

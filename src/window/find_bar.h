@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QWidget>
 #include <memory>
+#include <vector>
 
 #include "pane/ui/find_target.h"
 
@@ -54,7 +55,7 @@ class FindBar final : public QWidget {
   QCheckBox* match_case_;
   QCheckBox* regex_;
   QLabel* count_;
-  QWidget* replacing_;
+  std::vector<QWidget*> replacing_;
   QLineEdit* replacement_ = nullptr;
 };
 

@@ -35,6 +35,12 @@ namespace {
 constexpr int kLeft = 6;
 constexpr int kTop = 6;
 constexpr QSize kSmallest(300, 320);
+// The find bar leaves pane and list at least this height, or covers what is below them.
+constexpr int kSmallestSplit = 60;
+
+bool LeavesRoom(const WindowLayout& layout) {
+  return layout.applies && layout.split_height >= kSmallestSplit;
+}
 
 }  // namespace
 
@@ -73,6 +79,8 @@ void WindowArea::LayOutParts() {
                     .status2_height = second->sizeHint().height(),
                     .command_left = kLeft,
                     .send_width = terminal_bar_->send()->sizeHint().width()};
+  const bool covers = find_height > 0 && !LeavesRoom(LayOut(input));
+  if (covers) input.inner_height = height();
   if (!LayOut(input).applies) return;
   // Its width depends on the height that it gets.
   script_bar_->FitInto(LayOut(input).split_height);
@@ -86,7 +94,10 @@ void WindowArea::LayOutParts() {
   top -= first->sizeHint().height();
   first->setGeometry(0, top, width(), first->sizeHint().height());
   terminal_bar_->setGeometry(0, top - bar_height, width(), bar_height);
-  find_bar_->setGeometry(kLeft, top - bar_height - find_height, width() - 2 * kLeft, find_height);
+  const int find_bottom = covers ? height() : top - bar_height;
+  find_bar_->setAutoFillBackground(covers);
+  find_bar_->raise();
+  find_bar_->setGeometry(kLeft, find_bottom - find_height, width() - 2 * kLeft, find_height);
   terminal_bar_->PlaceCommandLine(kLeft, layout.command_width, layout.send_left);
 }
 

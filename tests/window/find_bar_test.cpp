@@ -48,6 +48,24 @@ TEST_F(FindBarTest, IsHiddenAndTakesNoSpaceUntilOpened) {
   EXPECT_EQ(Find<QWidget>("SplitContainer")->height(), height);
 }
 
+TEST_F(FindBarTest, IsSeenInTheSmallestWindow) {
+  for (const int width : {400, 700}) {
+    window_.resize(width, 0);
+    for (QWidget* widget : {static_cast<QWidget*>(Pane()), static_cast<QWidget*>(Grid())}) {
+      OpenIn(widget);
+      EXPECT_EQ(Bar()->height(), Bar()->layout()->heightForWidth(Bar()->width())) << width;
+      EXPECT_TRUE(Bar()->parentWidget()->rect().contains(Bar()->geometry())) << width;
+      EXPECT_GE(Find<QWidget>("SplitContainer")->height(), 60) << width;
+      for (const QWidget* part : Bar()->findChildren<QWidget*>()) {
+        if (!part->isVisible()) continue;
+        const QRect place(part->mapTo(Bar(), QPoint()), part->size());
+        EXPECT_TRUE(Bar()->rect().contains(place)) << width << ' ' << part->objectName().toStdString();
+      }
+      Click("FindClose");
+    }
+  }
+}
+
 TEST_F(FindBarTest, FindsInThePane) {
   for (const char* line : {"Messwert 1", "fehler", "messwert 2"}) AddLine(line);
   Pane()->Select(0, 0);
