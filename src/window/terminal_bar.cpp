@@ -3,6 +3,7 @@
 #include <QAbstractItemView>
 #include <QDropEvent>
 #include <QEvent>
+#include <QFocusEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMimeData>
@@ -100,6 +101,7 @@ void TerminalBar::BuildCommandLine() {
   command_->setToolTip(QStringLiteral("Befehl an das Gerät; Pfeil auf und Pfeil ab holen frühere Befehle"));
   command_->lineEdit()->setAccessibleName(command_->accessibleName());
   command_->lineEdit()->installEventFilter(this);
+  command_->installEventFilter(this);
   base::GuardWheel(command_);
   command_->lineEdit()->setPlaceholderText(QStringLiteral("Befehl eingeben, Eingabetaste sendet"));
   send_ = new QPushButton(Icon("send"), QStringLiteral("&Senden"), command_row_);
@@ -168,8 +170,9 @@ void TerminalBar::AddGroup(const char* label, const char* tip, QWidget* field) {
   settings_row_->layout()->addWidget(group);
 }
 
-// A file dropped on the command line would insert its address as a command.
 bool TerminalBar::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == command_) KeepSelection(event);
+  // A file dropped on the command line would insert its address as a command.
   const bool drag = event->type() == QEvent::DragEnter || event->type() == QEvent::DragMove ||
                     event->type() == QEvent::Drop;
   if (drag && BringsFiles(*static_cast<QDropEvent*>(event)->mimeData())) {
@@ -177,6 +180,18 @@ bool TerminalBar::eventFilter(QObject* watched, QEvent* event) {
     return true;
   }
   return QToolBar::eventFilter(watched, event);
+}
+
+// A line edit drops its selection when a menu or a list takes the focus. The next thing typed would then be
+// added to the command sent last instead of replacing it.
+void TerminalBar::KeepSelection(const QEvent* event) {
+  QLineEdit* line = command_->lineEdit();
+  if (event->type() == QEvent::FocusOut) {
+    all_selected_ = line->hasSelectedText() && line->selectedText() == line->text();
+  } else if (event->type() == QEvent::FocusIn && all_selected_ &&
+             static_cast<const QFocusEvent*>(event)->reason() != Qt::MouseFocusReason) {
+    line->selectAll();
+  }
 }
 
 void TerminalBar::ShowCount(bool visible) {

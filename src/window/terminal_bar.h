@@ -66,11 +66,13 @@ class TerminalBar final : public QToolBar {
   QComboBox* AddList(const char* label, const char* name, const char* tip, bool editable);
   QLineEdit* AddField(const char* label, const char* name, const char* tip, int digits);
   void AddGroup(const char* label, const char* tip, QWidget* field);
+  void KeepSelection(const QEvent* event);
 
   QWidget* command_row_;
   QWidget* settings_row_;
   QWidget* body_;
   QComboBox* command_ = nullptr;
+  bool all_selected_ = false;  // of the command line, when it lost the focus
   QPushButton* send_ = nullptr;
   QComboBox* receive_mode_ = nullptr;
   QComboBox* receive_format_ = nullptr;

@@ -2,6 +2,7 @@
 
 #include <QAbstractItemView>
 #include <QInputDialog>
+#include <QMenuBar>
 #include <QMimeData>
 #include <QTest>
 #include <QUrl>
@@ -73,6 +74,24 @@ TEST_F(TerminalBarTest, PickingWithTheMouseReturnsTheFocusToTheCommandLine) {
     EXPECT_EQ(list->currentIndex(), 1) << name;
     EXPECT_EQ(window_.focusWidget(), Find<QComboBox>("cmbCommand")) << name;
   }
+}
+
+TEST_F(TerminalBarTest, ASelectedCommandStaysSelectedOverAMenuAndAList) {
+  Activate();
+  auto* line = Find<QComboBox>("cmbCommand")->lineEdit();
+  line->setText("MSV? 1");
+  for (const bool selected : {true, false}) {
+    line->parentWidget()->setFocus();
+    line->setSelection(0, selected ? 6 : 3);
+    window_.menuBar()->setFocus(Qt::MenuBarFocusReason);
+    line->parentWidget()->setFocus(Qt::MenuBarFocusReason);
+    EXPECT_EQ(line->selectedText(), selected ? "MSV? 1" : "");
+  }
+  line->selectAll();
+  auto* list = Find<QComboBox>("cmbReceiveMode");
+  list->setFocus(Qt::MouseFocusReason);
+  PickWithMouse(list, 1);
+  EXPECT_EQ(line->selectedText(), "MSV? 1");
 }
 
 TEST_F(TerminalBarTest, PickingByKeyKeepsTheFocus) {
