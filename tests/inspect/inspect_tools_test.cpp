@@ -165,6 +165,18 @@ TEST_F(InspectToolsTest, CopiesTheWholeBlockOrTheSelection) {
   EXPECT_EQ(Copied("CopyAsText"), "BCD");
 }
 
+TEST_F(InspectToolsTest, TheValuePanelHasRoomForItsLongestNumbers) {
+  Open(std::string(8, '\x80') + "\xff\xff\xff\xff\xff\xff\xff\xff");
+  auto* panel = Find<QTableWidget>("ValuePanel");
+  panel->resize(panel->sizeHint());
+  for (int row = 0; row < panel->rowCount(); ++row) {
+    for (int column = 0; column < panel->columnCount(); ++column) {
+      const QModelIndex cell = panel->model()->index(row, column);
+      EXPECT_LE(panel->sizeHintForIndex(cell).width(), panel->columnWidth(column)) << row << ' ' << column;
+    }
+  }
+}
+
 TEST_F(InspectToolsTest, TheValuePanelCopiesWhatIsSelectedInIt) {
   Open("AB");
   auto* panel = Find<QTableWidget>("ValuePanel");

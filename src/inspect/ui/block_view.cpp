@@ -20,7 +20,9 @@ constexpr int kValueColumns = 3;
 constexpr int kRowMargin = 4;
 constexpr int kCellMargin = 10;
 constexpr int kPreferredRows = 8;
-constexpr int kPreferredWidth = 420;
+constexpr int kSmallestWidth = 140;
+// As long as the numbers of 64 bits get.
+constexpr auto kWidestValue = "-9223372036854775808";
 
 constexpr std::size_t kLongestValue = 8;
 constexpr std::size_t kPiece = 1 << 16;
@@ -86,11 +88,13 @@ void ValuePanel::ShowBytes(std::string_view bytes) {
 
 QSize ValuePanel::sizeHint() const {
   const int rows = kPreferredRows * verticalHeader()->defaultSectionSize();
-  return {kPreferredWidth, rows + horizontalHeader()->sizeHint().height() + 2 * frameWidth()};
+  const int value = fontMetrics().horizontalAdvance(QLatin1String(kWidestValue)) + kCellMargin;
+  return {columnWidth(0) + (kValueColumns - 1) * value + 2 * frameWidth(),
+          rows + horizontalHeader()->sizeHint().height() + 2 * frameWidth()};
 }
 
 QSize ValuePanel::minimumSizeHint() const {
-  return {kPreferredWidth / 3, 2 * verticalHeader()->defaultSectionSize()};
+  return {kSmallestWidth, 2 * verticalHeader()->defaultSectionSize()};
 }
 
 bool ValuePanel::event(QEvent* event) {
