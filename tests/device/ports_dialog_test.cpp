@@ -66,6 +66,22 @@ TEST_F(PortsDialogTest, EmptyFieldsShowTheDefaultsAndWriteNothing) {
   EXPECT_EQ(File(), "");
 }
 
+TEST_F(PortsDialogTest, EachFieldHasAKeyAndRoomForItsDefault) {
+  Open();
+  QStringList keys;
+  for (const auto* label : dialog_->findChildren<QLabel*>()) {
+    if (label->buddy() == nullptr) continue;
+    const QString key = QKeySequence::mnemonic(label->text()).toString();
+    EXPECT_FALSE(key.isEmpty() || keys.contains(key)) << label->text().toStdString();
+    keys << key;
+  }
+  EXPECT_FALSE(keys.contains(QKeySequence::mnemonic(Button("cmdTest")->text()).toString()));
+  for (const char* name : {"COM1_Node", "COM1_Baud", "COM2_Baud"}) {
+    const QLineEdit* line = Field(name)->lineEdit();
+    EXPECT_LE(line->fontMetrics().horizontalAdvance(line->placeholderText()), line->width() - 8) << name;
+  }
+}
+
 TEST_F(PortsDialogTest, OkWritesChangesAndKeepsTheRest) {
   std::filesystem::create_directories(folder_.Path("Kolvane"));
   base::WriteBytes(path_, "; mine\n[PORTS]\nCOM1=/dev/a\nX=1\n");

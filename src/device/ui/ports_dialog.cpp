@@ -30,13 +30,13 @@ struct PortFieldRow {
 };
 
 // In the order of kPortSettings.
-constexpr PortFieldRow kFields[] = {{"COM1_Node", "COM1, Gerätedatei", port_code::kCom1},
-                                    {"COM1_Baud", "COM1, Baudrate", 0},
-                                    {"COM2_Node", "COM2, Gerätedatei", port_code::kCom2},
-                                    {"COM2_Baud", "COM2, Baudrate", 0},
-                                    {"LPT1_Node", "LPT1, Gerätedatei", port_code::kLpt1},
-                                    {"LPT2_Node", "LPT2, Gerätedatei", port_code::kLpt2},
-                                    {"GPIB_Board", "GPIB, Nummer der Karte", port_code::kGpib}};
+constexpr PortFieldRow kFields[] = {{"COM1_Node", "COM&1, Gerätedatei", port_code::kCom1},
+                                    {"COM1_Baud", "COM1, &Baudrate", 0},
+                                    {"COM2_Node", "COM&2, Gerätedatei", port_code::kCom2},
+                                    {"COM2_Baud", "COM2, Baud&rate", 0},
+                                    {"LPT1_Node", "&LPT1, Gerätedatei", port_code::kLpt1},
+                                    {"LPT2_Node", "LP&T2, Gerätedatei", port_code::kLpt2},
+                                    {"GPIB_Board", "&GPIB, Nummer der Karte", port_code::kGpib}};
 
 bool Offers(const PortSetting& setting, const AttachedPort& port) {
   if (setting.name == "GPIB") return port.kind == AttachedPort::Kind::kGpib;
@@ -95,7 +95,7 @@ QComboBox* PortsDialog::AddField(QFormLayout* form, const PortSetting& setting,
   field->setEditable(true);
   field->addItems(Choices(setting, ports));
   field->setCurrentText(base::ToQt(setting.value));
-  field->setMinimumContentsLength(24);
+  field->setMinimumContentsLength(30);
   field->lineEdit()->setPlaceholderText(setting.name.ends_with("_BAUD")
                                             ? QStringLiteral("wie in „Verbindung konfigurieren“")
                                             : base::ToQt(DefaultNode(setting.name)));
