@@ -34,7 +34,7 @@ FindBar::FindBar(QWidget* parent) : QWidget(parent) {
   new FlowLayout(this, kFieldGap, kRowGap);
   AddFinding();
   AddReplacing();
-  auto* close = Add(new QPushButton(QStringLiteral("Schließen")), "FindClose", "Schließt die Suche (Esc)");
+  auto* close = Add(new QPushButton(QStringLiteral("Sc&hließen")), "FindClose", "Schließt die Suche (Esc)");
   connect(close, &QPushButton::clicked, this, &FindBar::Close);
   hide();
 }
@@ -53,13 +53,13 @@ void FindBar::AddFinding() {
   text_->setAccessibleName(QStringLiteral("Suchen"));
   text_->setMinimumWidth(Columns(this, kTextColumns));
   label_->setBuddy(text_);
-  match_case_ = Add(new QCheckBox(QStringLiteral("Groß/klein")), "FindCase",
+  match_case_ = Add(new QCheckBox(QStringLiteral("Groß/kle&in")), "FindCase",
                     "Unterscheidet große und kleine Buchstaben");
-  regex_ = Add(new QCheckBox(QStringLiteral("Ausdruck")), "FindRegex",
+  regex_ = Add(new QCheckBox(QStringLiteral("&Ausdruck")), "FindRegex",
                "Der Text ist ein regulärer Ausdruck; er gilt für jede Zeile einzeln");
   auto* previous =
-      Add(new QPushButton(QStringLiteral("Zurück")), "FindPrevious", "Zum vorigen Treffer (Umschalt+F3)");
-  auto* next = Add(new QPushButton(QStringLiteral("Weiter")), "FindNext", "Zum nächsten Treffer (F3)");
+      Add(new QPushButton(QStringLiteral("Zurüc&k")), "FindPrevious", "Zum vorigen Treffer (Umschalt+F3)");
+  auto* next = Add(new QPushButton(QStringLiteral("&Weiter")), "FindNext", "Zum nächsten Treffer (F3)");
   count_ = Add(new QLabel, "FindCount", "");
   count_->setMinimumWidth(Columns(this, kCountColumns));
   // The row's texts are centred beside the fields, not at its top.
@@ -78,7 +78,7 @@ void FindBar::AddReplacing() {
   auto* row = new QHBoxLayout(field);
   row->setContentsMargins(0, 0, 0, 0);
   row->setSpacing(kFieldGap);
-  auto* caption = new QLabel(QStringLiteral("Ersetzen durch:"));
+  auto* caption = new QLabel(QStringLiteral("Ersetzen d&urch:"));
   replacement_ = new QLineEdit;
   replacement_->setObjectName(QStringLiteral("ReplaceText"));
   replacement_->setAccessibleName(QStringLiteral("Ersetzen durch"));
@@ -89,9 +89,9 @@ void FindBar::AddReplacing() {
   row->addWidget(caption);
   row->addWidget(replacement_);
   layout()->addWidget(field);
-  auto* one = Add(new QPushButton(QStringLiteral("Ersetzen")), "ReplaceNext",
+  auto* one = Add(new QPushButton(QStringLiteral("E&rsetzen")), "ReplaceNext",
                   "Ersetzt den Treffer und geht zum nächsten");
-  auto* all = Add(new QPushButton(QStringLiteral("Alle ersetzen")), "ReplaceAll",
+  auto* all = Add(new QPushButton(QStringLiteral("A&lle ersetzen")), "ReplaceAll",
                   "Ersetzt alle Treffer; Strg+Z nimmt es auf einmal zurück");
   replacing_ = {field, one, all};
   connect(one, &QPushButton::clicked, this, [this] { target_->ReplaceCurrent(replacement_->text()); });

@@ -1,5 +1,6 @@
 #include "window/find_bar.h"
 
+#include <QMenuBar>
 #include <QScrollBar>
 
 #include "gui/paint_counter.h"
@@ -63,6 +64,22 @@ TEST_F(FindBarTest, IsSeenInTheSmallestWindow) {
       }
       Click("FindClose");
     }
+  }
+}
+
+TEST_F(FindBarTest, EachPartHasAKeyOfItsOwnInTheWindow) {
+  QStringList keys;
+  const auto add = [&keys](const QString& text) {
+    const QString key = QKeySequence::mnemonic(text).toString();
+    EXPECT_FALSE(key.isEmpty() || keys.contains(key)) << text.toStdString();
+    keys << key;
+  };
+  for (const QAction* menu : window_.menuBar()->actions()) add(menu->text());
+  for (const auto* label : Find<QWidget>("Toolbar2")->findChildren<QLabel*>()) add(label->text());
+  add(Find<QPushButton>("cmdSend")->text());
+  for (const auto* button : Bar()->findChildren<QAbstractButton*>()) add(button->text());
+  for (const auto* label : Bar()->findChildren<QLabel*>()) {
+    if (label->buddy() == Find<QLineEdit>("ReplaceText")) add(label->text());
   }
 }
 
