@@ -32,6 +32,8 @@ std::string CopyRows(const CommandList& list, int first, int last) {
     if (row > first) lines += '\n';
     lines += list.Text(row);
   }
+  // Without a line end an empty row is no line.
+  if (first <= last && list.Text(last).empty()) lines += '\n';
   return lines;
 }
 
@@ -84,8 +86,9 @@ void RemoveRows(CommandList& list, int first, int last) {
   list.SetTexts(first, texts);
 }
 
-bool InsertLines(CommandList& list, int row, std::string_view text) {
-  Texts lines = base::LinesOf(text);
+namespace {
+
+bool InsertTexts(CommandList& list, int row, Texts lines) {
   const int used = std::max(list.LastUsedRow(), row - 1);
   if (row < 1 || static_cast<int>(lines.size()) > kListRows - used) return false;
   const Texts after = list.Texts(row, used);
@@ -94,9 +97,15 @@ bool InsertLines(CommandList& list, int row, std::string_view text) {
   return true;
 }
 
+}  // namespace
+
+bool InsertLines(CommandList& list, int row, std::string_view text) {
+  return InsertTexts(list, row, base::LinesOf(text));
+}
+
 bool DuplicateRows(CommandList& list, int first, int last) {
   Clip(first, last);
-  return first <= last && InsertLines(list, last + 1, CopyRows(list, first, last) + '\n');
+  return first <= last && InsertTexts(list, last + 1, list.Texts(first, last));
 }
 
 bool MoveRows(CommandList& list, int first, int last, int by) {

@@ -9,7 +9,7 @@
 /// outside the list are skipped.
 namespace kolvane::script {
 
-/// For the clipboard: the rows as lines, separated by LF.
+/// For the clipboard: the rows as lines, separated by LF. An empty last row ends in LF, too.
 std::string CopyRows(const CommandList& list, int first, int last);
 /// Copies the rows and empties them; the rows after them do not move.
 std::string CutRows(CommandList& list, int first, int last);

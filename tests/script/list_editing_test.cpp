@@ -16,10 +16,20 @@ class ListEditingTest : public testing::Test {
 TEST_F(ListEditingTest, CopiesRowsAsLines) {
   EXPECT_EQ(CopyRows(list, 2, 2), "B");
   EXPECT_EQ(CopyRows(list, 2, 3), "B\nC");
-  EXPECT_EQ(CopyRows(list, 4, 5), "D\n");
+  EXPECT_EQ(CopyRows(list, 4, 5), "D\n\n");
   EXPECT_EQ(CopyRows(list, 0, 1), "A");
-  EXPECT_EQ(CopyRows(list, 1024, 2000), "");
+  EXPECT_EQ(CopyRows(list, 1024, 2000), "\n");
   EXPECT_EQ(CopyRows(list, 3, 2), "");
+}
+
+TEST_F(ListEditingTest, CopiedEmptyRowsArePastedAsSuch) {
+  FillList(list, "A||C|D");
+  const std::string one = CopyRows(list, 2, 2);
+  const std::string two = CopyRows(list, 1, 2);
+  PasteRows(list, 3, one);
+  EXPECT_EQ(ListText(list), ">A|||D");
+  InsertLines(list, 1, two);
+  EXPECT_EQ(ListText(list), ">A||A|||D");
 }
 
 TEST_F(ListEditingTest, CutsRowsAndLeavesTheRestInPlace) {
