@@ -7,6 +7,8 @@ namespace {
 
 // A line without an end is shown as it is after this time.
 constexpr int kPartialLineMs = 200;
+// Bytes that are not taken would report themselves without end. They are counted again after this time.
+constexpr int kCountMs = 500;
 
 }  // namespace
 
@@ -43,7 +45,7 @@ void Listener::Take() {
   // The connection may have ended in the meantime.
   if (notifier_ == nullptr) return;
   notifier_->setEnabled(more);
-  if (more && device_.BytesWaiting() > 0) again_.start(0);
+  if (device_.BytesWaiting() > 0) again_.start(more ? 0 : kCountMs);
   if (unasked_.HasPartialLine()) partial_line_timer_.start(kPartialLineMs);
 }
 

@@ -66,5 +66,16 @@ TEST_F(ListenerTest, DoesNotReadDuringACommand) {
   EXPECT_TRUE(Shown("ALARM 1"));
 }
 
+TEST_F(ListenerTest, CountsBytesThatGoOnComingUnread) {
+  terminal::RecordedState shown;
+  output.SetStateView(&shown);
+  state.extras.listen = false;
+  for (const char* text : {"9 Bytes warten", "18 Bytes warten", "27 Bytes warten"}) {
+    Deliver("ALARM 1\r\n");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return shown.line.Text() == text; })) << text;
+  }
+  EXPECT_LT(asked_, 10) << "it does not ask without end";
+}
+
 }  // namespace
 }  // namespace kolvane::window
