@@ -166,13 +166,15 @@ TEST_F(InspectToolsTest, CopiesTheWholeBlockOrTheSelection) {
 }
 
 TEST_F(InspectToolsTest, TheValuePanelHasRoomForItsLongestNumbers) {
-  Open(std::string(8, '\x80') + "\xff\xff\xff\xff\xff\xff\xff\xff");
-  auto* panel = Find<QTableWidget>("ValuePanel");
-  panel->resize(panel->sizeHint());
-  for (int row = 0; row < panel->rowCount(); ++row) {
-    for (int column = 0; column < panel->columnCount(); ++column) {
-      const QModelIndex cell = panel->model()->index(row, column);
-      EXPECT_LE(panel->sizeHintForIndex(cell).width(), panel->columnWidth(column)) << row << ' ' << column;
+  for (const std::string& bytes : {std::string(8, '\x81'), std::string(8, '\xff')}) {
+    Open(bytes);
+    auto* panel = Find<QTableWidget>("ValuePanel");
+    panel->resize(panel->sizeHint());
+    for (int row = 0; row < panel->rowCount(); ++row) {
+      for (int column = 0; column < panel->columnCount(); ++column) {
+        const QModelIndex cell = panel->model()->index(row, column);
+        EXPECT_LE(panel->sizeHintForIndex(cell).width(), panel->columnWidth(column)) << row << ' ' << column;
+      }
     }
   }
 }

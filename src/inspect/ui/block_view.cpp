@@ -21,8 +21,8 @@ constexpr int kRowMargin = 4;
 constexpr int kCellMargin = 10;
 constexpr int kPreferredRows = 8;
 constexpr int kSmallestWidth = 140;
-// As long as the numbers of 64 bits get.
-constexpr auto kWidestValue = "-9223372036854775808";
+// As long as doubles get; the integers are shorter.
+constexpr auto kWidestValue = "-8.88888888888888E-308";
 
 constexpr std::size_t kLongestValue = 8;
 constexpr std::size_t kPiece = 1 << 16;
