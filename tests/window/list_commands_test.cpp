@@ -48,6 +48,19 @@ TEST_F(ListCommandsTest, NothingIsCheckedUntilRequested) {
   EXPECT_EQ(Indent(3), 0);
 }
 
+TEST_F(ListCommandsTest, LongFindingsAreShownInSeveralLines) {
+  Fill({"$REPEAT", "$ELSE"});
+  Press("mnuCheckList");
+  const auto height = [this](int at) {
+    QApplication::processEvents();
+    return Findings()->visualItemRect(Findings()->topLevelItem(at)).height();
+  };
+  window_.resize(3000, 600);
+  EXPECT_EQ(height(1), height(0));
+  window_.resize(700, 600);
+  EXPECT_GT(height(1), height(0)) << "narrower than its text";
+}
+
 TEST_F(ListCommandsTest, TheCheckMarksRowsAndListsWhatItFinds) {
   Fill({"A", "$NIX", "$REPEAT 2", "B", "$STOP now"});
   GoTo(1);

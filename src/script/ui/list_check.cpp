@@ -1,5 +1,6 @@
 #include "script/ui/list_check.h"
 
+#include <QStyledItemDelegate>
 #include <algorithm>
 #include <utility>
 
@@ -22,14 +23,32 @@ QString Counted(const std::vector<checker::Finding>& findings) {
   return QStringLiteral("Meldung (Fehler: %1, Hinweise: %2)").arg(errors).arg(hints);
 }
 
+/// A tree measures its items without the width of their column, so that none would wrap.
+class WrappingDelegate final : public QStyledItemDelegate {
+ public:
+  explicit WrappingDelegate(QTreeWidget* tree) : QStyledItemDelegate(tree), tree_(tree) {}
+
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    QStyleOptionViewItem within = option;
+    within.rect.setSize({tree_->columnWidth(index.column()), 1});
+    return QStyledItemDelegate::sizeHint(within, index);
+  }
+
+ private:
+  const QTreeWidget* tree_;
+};
+
 }  // namespace
 
 FindingsList::FindingsList(QWidget* parent) : InfoList(QStringLiteral("FindingsList"), kFindingRows, parent) {
   setAccessibleName(QStringLiteral("Ergebnis der Prüfung"));
   setToolTip(QStringLiteral("Was die Prüfung gefunden hat; Esc beendet sie"));
   setRootIsDecorated(false);
-  setUniformRowHeights(true);
+  setWordWrap(true);
+  setItemDelegateForColumn(kText, new WrappingDelegate(this));
   header()->setStretchLastSection(true);
+  // Another width may need other heights.
+  connect(header(), &QHeaderView::sectionResized, this, [this] { scheduleDelayedItemsLayout(); });
   connect(this, &QTreeWidget::currentItemChanged, this, [this](const QTreeWidgetItem* item) {
     if (item != nullptr) Q_EMIT RowChosen(item->data(kRow, Qt::DisplayRole).toInt());
   });
