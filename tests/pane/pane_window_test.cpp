@@ -217,6 +217,16 @@ TEST_F(PaneWindow, APaintAsksForNoFurtherPaint) {
   EXPECT_LE(counter.paints, 10 + since.elapsed() / 10);
 }
 
+TEST_F(PaneWindow, FlushedLinesArePaintedAlsoWhereNothingScrolls) {
+  gui::PaintCounter counter;
+  QCoreApplication::processEvents();
+  pane_.viewport()->installEventFilter(&counter);
+  pane_.AppendLine(LineKind::kAnswer, "line");
+  pane_.Flush();
+  QTest::qWait(100);
+  EXPECT_GT(counter.paints, 0);
+}
+
 TEST_F(PaneWindow, AnotherFontWrapsDifferently) {
   AppendLines(100);
   const int before = bar().pageStep();

@@ -127,6 +127,8 @@ void OutputPane::Flush() {
     follows_ = bar.value() == bar.maximum();
   }
   updating_bar_ = false;
+  // The bar stays as it is while all lines fit.
+  viewport()->update();
   if (appended_from_) announcer_->Appended(*this, *std::exchange(appended_from_, std::nullopt));
   Q_EMIT TextShown();
 }
