@@ -40,8 +40,10 @@ class PortPath final : public Device {
   int WaitDescriptor() override;
   void Pause(std::int32_t milliseconds) override;
 
- private:
+  /// Whether the test mode answers, without the library.
   bool Offline() const;
+
+ private:
   bool LacksNodeFunction() const;
   DeviceError ErrorOfLastResult() const;
   std::string Words() const;

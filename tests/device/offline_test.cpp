@@ -46,6 +46,17 @@ TEST_F(Offline, NothingReachesTheLibrary) {
   EXPECT_EQ(io.LastError().code, 0);
 }
 
+TEST_F(Offline, NothingIsPreparedForAWait) {
+  listener.unattended = 0;
+  io.Write("A", "\n", 0);
+  io.ReadText("\n", 16000, answer, buffer);
+  io.ReadBinary("", 3, buffer);
+  EXPECT_EQ(listener.unattended, 0);
+  parameters.port_code = port_code::kTcpIp;
+  io.Open();
+  EXPECT_EQ(listener.unattended, 1) << "another connection after the test mode";
+}
+
 TEST_F(Offline, AnswersWithDateAndTime) {
   io.ReadText("\r\n", 16000, answer, buffer);
   EXPECT_EQ(answer, kAnswer);
