@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <chrono>
 #include <future>
 #include <thread>
 
@@ -122,6 +123,20 @@ TEST_F(DriverThreadTest, TheNextCallWaitsForOneThatWasGivenUp) {
   Driver second;
   second.release.set_value();
   EXPECT_EQ(Read(second, "cd"), "cd");
+}
+
+TEST_F(DriverThreadTest, ItsIdleThreadEndsWithIt) {
+  auto ended = std::make_shared<std::promise<void>>();
+  auto has_ended = ended->get_future();
+  {
+    int calls = 0;
+    DriverThread thread;
+    Waiting waiting({KeepWaiting, &calls});
+    Deadline deadline(20'000, &waiting);
+    EXPECT_TRUE(thread.Run(deadline, [ended] { ended->set_value_at_thread_exit(); }));
+    EXPECT_TRUE(thread.AwaitIdle(deadline));
+  }
+  EXPECT_EQ(has_ended.wait_for(std::chrono::seconds(20)), std::future_status::ready);
 }
 
 TEST_F(DriverThreadTest, ACallMayOutliveIt) {
