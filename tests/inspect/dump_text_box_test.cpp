@@ -36,6 +36,11 @@ TEST_F(DumpTextBoxTest, ShowsTheDumpWithItsLines) {
   EXPECT_EQ(box_.font().family(), "Courier New");
 }
 
+TEST_F(DumpTextBoxTest, ItsSelectionLooksTheSameWithoutTheFocus) {
+  for (const auto role : {QPalette::Highlight, QPalette::HighlightedText})
+    EXPECT_EQ(box_.palette().color(QPalette::Inactive, role), box_.palette().color(QPalette::Active, role));
+}
+
 TEST_F(DumpTextBoxTest, CountsALineEndAsTwoPositions) {
   SetCaret(2 * 62 + 5);
   EXPECT_EQ(box_.textCursor().position(), 2 * 61 + 5);

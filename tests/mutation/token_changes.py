@@ -119,6 +119,7 @@ def _statement_changes(tokens: list[_Token], index: int) -> list[Change]:
         semicolon = _statement_end(tokens, index)
         value = tokens[index + 1 : semicolon]
         plain = len(value) == 1 and (value[0].kind == "number" or value[0].text in ("true", "false", "nullptr"))
+        plain = plain or [token.text for token in value] == ["std", "::", "nullopt"]  # the same as {}
         if semicolon < 0 or not value or plain or value[0].text == "{" and len(value) == 2:
             return []
         return [Change(value[0].start, value[-1].end, "{}")]

@@ -42,6 +42,7 @@ class TokenChangesTest(unittest.TestCase):
         self.assertEqual(changed("return 3;"), ["return 4;"])
         self.assertEqual(changed("return;"), [])
         self.assertEqual(changed("return nullptr;"), [])
+        self.assertEqual(changed("return std::nullopt;"), [])
 
     def test_loops(self):
         self.assertEqual(changed("while (x) break;"), ["while (x) continue;"])

@@ -272,6 +272,18 @@ TEST_F(ValuesPlotTest, TheBoxIsBesideTheLineWhereThereIsMoreRoom) {
   }
 }
 
+TEST_F(ValuesPlotTest, TheBoxHasALineForEachCurveBelowItsHead) {
+  QTest::mouseMove(&plot_, At(30, 50));
+  const QImage picture = plot_.grab().toImage();
+  const double line = QFontMetricsF(plot_.font()).lineSpacing();
+  const QPointF head(At(30, 50).x() + 4, plot_.Area().top() + 1.5 * kPlotGap);
+  for (const int curve : {0, 1}) {
+    const QRectF row(head + QPointF(0, line * (curve + 1)), QSizeF(40, line));
+    EXPECT_GT(gui::Pixels(picture, row.toRect(), CurveColor(static_cast<std::size_t>(curve), false)), 15)
+        << curve;
+  }
+}
+
 TEST_F(ValuesPlotTest, ReadsByKeysFromValueToValue) {
   curves_.Show(0, false);
   plot_.ShowRows(100);
