@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
@@ -37,8 +38,15 @@ TEST_F(DumpTextBoxTest, ShowsTheDumpWithItsLines) {
 }
 
 TEST_F(DumpTextBoxTest, ItsSelectionLooksTheSameWithoutTheFocus) {
+  const QPalette usual = QApplication::palette();
+  QPalette pale = usual;
   for (const auto role : {QPalette::Highlight, QPalette::HighlightedText})
-    EXPECT_EQ(box_.palette().color(QPalette::Inactive, role), box_.palette().color(QPalette::Active, role));
+    pale.setColor(QPalette::Inactive, role, Qt::gray);
+  QApplication::setPalette(pale);
+  const DumpTextBox box;
+  QApplication::setPalette(usual);
+  for (const auto role : {QPalette::Highlight, QPalette::HighlightedText})
+    EXPECT_EQ(box.palette().color(QPalette::Inactive, role), usual.color(QPalette::Active, role));
 }
 
 TEST_F(DumpTextBoxTest, CountsALineEndAsTwoPositions) {
