@@ -34,10 +34,6 @@ PortPath::PortPath(DeviceState& state, ConnectionParameters& parameters, PortLib
       waits_(waits),
       test_answer_(std::move(date_time)) {}
 
-bool PortPath::Offline() const {
-  return state_.test_mode != 0 || parameters_.port_code == port_code::kOffline;
-}
-
 // The end of a test answer is not a failure of the next operation.
 void PortPath::StartTestAnswer() {
   test_answer_.Restart();
