@@ -54,6 +54,7 @@ TEST(RunOptions, ASingleDashIsStandardInput) {
 TEST(RunOptions, TakeRepetitions) {
   EXPECT_FALSE(ParseRun({}).Repeat || ParseRun({}).EveryMs);
   EXPECT_EQ(ParseRun({"--repeat", "3"}).Repeat, 3);
+  EXPECT_EQ(ParseRun({"--repeat", "1"}).Repeat, 1);
   EXPECT_EQ(ParseRun({"--every", "2147483647"}).EveryMs, 2147483647);
   EXPECT_EQ(Refusal({"--repeat", "0"}), "--repeat takes a number of times from 1, not '0'");
   EXPECT_EQ(Refusal({"--every", "0"}), "--every takes a number of milliseconds from 1, not '0'");

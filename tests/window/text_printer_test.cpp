@@ -7,6 +7,8 @@
 #include <QPainter>
 #include <QPdfWriter>
 
+#include "window/print_page.h"
+
 namespace kolvane::window {
 namespace {
 
@@ -66,6 +68,25 @@ TEST_F(TextPrinterTest, ContinuesOnFurtherPages) {
   EXPECT_EQ(Print(), PrintResult::kDone);
   EXPECT_GE(Pages(), 3);
   EXPECT_LE(Pages(), 5);
+}
+
+TEST_F(TextPrinterTest, RowsAreBetweenHeadAndFoot) {
+  QBuffer buffer(&bytes_);
+  buffer.open(QIODevice::WriteOnly);
+  QPdfWriter writer(&buffer);
+  PrintPages pages(writer, "Kolvane Terminal");
+  QFont small;
+  small.setPointSize(8);
+  const qreal head = QFontMetricsF(small, &writer).lineSpacing();
+  const qreal first = pages.PlaceRow(100);
+  EXPECT_GT(first, head);
+  qreal last = first;
+  for (qreal row = pages.PlaceRow(100); row > last; row = pages.PlaceRow(100)) {
+    EXPECT_EQ(row, last + 100);
+    last = row;
+  }
+  EXPECT_LT(last + 100, writer.height() - head);
+  EXPECT_GT(last + 200, writer.height() - 2 * head);
 }
 
 TEST_F(TextPrinterTest, WrapsLongLines) {
