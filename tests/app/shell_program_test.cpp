@@ -241,9 +241,10 @@ TEST_F(ShellTest, TabCompletes) {
   Terminal terminal = Start();
   terminal.Await(Prompt());
   terminal.Type("$SIL\t");
-  terminal.Await("ENT ");
+  std::string shown = terminal.Await("ENT ");
   terminal.Type("O\t");
-  terminal.Await("$SILENT OFF\r\n");
+  shown += terminal.Await("$SILENT OFF\r\n");
+  EXPECT_EQ(shown.find('\a'), shown.npos) << "it beeps only if there is nothing to complete";
   terminal.Type("N\nMSV? 1\nMS\t\n\x04");
   EXPECT_EQ(terminal.program().Wait().status, 0);
   EXPECT_EQ(instrument.lines(), (std::vector<std::string>{"MSV? 1", "MSV?"}));

@@ -129,8 +129,9 @@ TEST_F(Gpib, SetsTheDriversTimeoutBeforeACommand) {
 
 TEST_F(Gpib, DeliversBytesFromBeforeTheDriversTimeout) {
   OpenDevice();
-  script_->reads = {{"12\n", kError | kTimedOut, kAborted}};
+  script_->reads = {{"12\n", kError | kTimedOut, kAborted}, {"3", kError | kTimedOut, kAborted}, {"4\n"}};
   EXPECT_EQ(Answer(), "12");
+  EXPECT_EQ(Answer(), "34");
 }
 
 TEST_F(Gpib, WithoutTimeToWaitItAsksNothing) {

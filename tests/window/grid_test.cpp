@@ -80,6 +80,14 @@ TEST_F(GridTest, TheMarkerColumnIsNeverCurrent) {
   EXPECT_EQ(Grid()->currentIndex().column(), 1);
 }
 
+TEST_F(GridTest, AClickSelectsTheWholeRow) {
+  Fill({"A", "B"});
+  QTest::mouseClick(Grid()->viewport(), Qt::LeftButton, {},
+                    Grid()->visualRect(Grid()->model()->index(0, 1)).center());
+  EXPECT_TRUE(Grid()->selectionModel()->isRowSelected(0));
+  EXPECT_EQ(Grid()->selectionModel()->selectedRows().size(), 1);
+}
+
 TEST_F(GridTest, AHighlightHasItsOwnBoldness) {
   QFont font = Grid()->font();
   font.setBold(true);

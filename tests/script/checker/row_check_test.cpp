@@ -70,6 +70,10 @@ TEST(RowCheck, HasNoErrorForAMisspelledEndThatIsOnlySkipped) {
   EXPECT_EQ(Check("$IFERR|$STOP|$ENDFI|Y?"),
             "Hinweis 3: Unbekannter $ Befehl „$ENDFI“, gemeint ist wohl „$ENDIF“ => $ENDIF\n"
             "Hinweis 3: Die Zeile wird nie erreicht");
+  EXPECT_EQ(Check("$IFERR|$STOP|$ENDFI|$ENDIF|Y?"),
+            "Hinweis 3: Unbekannter $ Befehl „$ENDFI“, gemeint ist wohl „$ENDIF“ => $ENDIF\n"
+            "Hinweis 3: Die Zeile wird nie erreicht\n"
+            "Hinweis 4: Auf einem Weg ist hier keine Bedingung offen, die folgenden wirken dann nicht mehr");
 }
 
 TEST(RowCheck, LooksForThePartnerOfAMisspelledWordThatIsNeverReached) {
