@@ -69,6 +69,8 @@ QAction* MakeItem(int row, QObject* parent) {
 ExtrasMenu::ExtrasMenu(QMainWindow* window, MessagePrompt& prompt)
     : QObject(window), menu_(window->menuBar()->addMenu(QStringLiteral("E&xtras"))), prompt_(prompt) {
   menu_->setObjectName(QStringLiteral("mnuExtras"));
+  // On a low screen a second column would leave the screen.
+  menu_->setStyleSheet(QStringLiteral("QMenu { menu-scrollable: 1; }"));
 }
 
 QAction* ExtrasMenu::On(const char* name, std::function<void()> event) {

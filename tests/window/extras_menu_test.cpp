@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QMessageBox>
+#include <QStyle>
 
 #include "base/runtime_error.h"
 #include "window/window_fixture.h"
@@ -56,6 +57,11 @@ TEST_F(ExtrasMenuTest, WhileAListRunsOnlyHarmlessItemsAreEnabled) {
   menu_.Lock(false);
   EXPECT_TRUE(menu_.Item("mnuReadAnswer")->isEnabled());
   EXPECT_FALSE(menu_.Item("mnuListen")->isEnabled()) << "refused for another reason";
+}
+
+TEST_F(ExtrasMenuTest, ScrollsOnALowScreen) {
+  const auto* menu = window_.findChild<QMenu*>("mnuExtras");
+  EXPECT_NE(menu->style()->styleHint(QStyle::SH_Menu_Scrollable, nullptr, menu), 0);
 }
 
 TEST_F(ExtrasMenuTest, AnItemThatIsNotInTheMenuIsNotFound) { EXPECT_EQ(menu_.Item("mnuFind"), nullptr); }
