@@ -8,6 +8,7 @@
 #include <QUrl>
 #include <QWheelEvent>
 
+#include "base/ui/fields.h"
 #include "window/window_fixture.h"
 
 namespace kolvane::window {
@@ -159,6 +160,23 @@ TEST_F(TerminalBarTest, TheCommentBoxIsWideEnoughForALine) {
   });
   Press("mnuInsertComment");
   EXPECT_EQ(dialogs_, 1);
+}
+
+TEST_F(TerminalBarTest, HintsInEmptyFieldsStandOut) {
+  const auto hint = [] { return QLineEdit().palette().color(QPalette::PlaceholderText); };
+  const QPalette usual = QApplication::palette();
+  const QColor before = hint();
+  base::EnsureReadableHints();
+  EXPECT_EQ(hint(), before);
+  QPalette dark = usual;
+  dark.setColor(QPalette::Base, Qt::black);
+  dark.setColor(QPalette::Text, Qt::white);
+  dark.setColor(QPalette::PlaceholderText, QColor(0, 0, 0, 128));
+  QApplication::setPalette(dark);
+  base::EnsureReadableHints();
+  EXPECT_EQ(hint(), QColor(255, 255, 255, 128));
+  EXPECT_EQ(QApplication::palette().color(QPalette::Base), QColor(Qt::black));
+  QApplication::setPalette(usual);
 }
 
 }  // namespace

@@ -58,4 +58,16 @@ void GuardWheel(QComboBox* list) {
   new WheelGuard(list);
 }
 
+void EnsureReadableHints() {
+  QPalette palette = QApplication::palette();
+  const auto is_lighter = [back = palette.color(QPalette::Base).lightness()](const QColor& color) {
+    return color.lightness() > back;
+  };
+  QColor hint = palette.color(QPalette::Text);
+  if (is_lighter(hint) == is_lighter(palette.color(QPalette::PlaceholderText))) return;
+  hint.setAlpha(128);
+  palette.setColor(QPalette::PlaceholderText, hint);
+  QApplication::setPalette(palette);
+}
+
 }  // namespace kolvane::base

@@ -24,4 +24,8 @@ void MarkOutside(QLineEdit* field, const QString& fault, QTextCharFormat format 
 /// wheel step goes to the parent widget.
 void GuardWheel(QComboBox* list);
 
+/// Changes the application's colour of the hints in empty fields if it does not stand out from the
+/// background: Qt's palette for KDE has none of its own, so that they are black on dark desktops, too.
+void EnsureReadableHints();
+
 }  // namespace kolvane::base

@@ -24,6 +24,7 @@
 #include <system_error>
 #include <thread>
 
+#include "base/ui/fields.h"
 #include "kolvane/MainClass.h"
 
 namespace kolvane::component {
@@ -251,6 +252,7 @@ void Application::MakeOwn() {
   QApplication::setDesktopFileName(QStringLiteral("kolvane"));
   // A blinking caret would wake the processor twice a second for as long as the window is open.
   QApplication::setCursorFlashTime(0);
+  base::EnsureReadableHints();
 }
 
 }  // namespace kolvane::component
