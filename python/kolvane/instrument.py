@@ -113,7 +113,7 @@ class Instrument:
         return f"<kolvane.Instrument {self._resource}{'' if self.is_open else ' (closed)'}>"
 
     def _termination(self, termination: Termination) -> bytes:
-        return termination if isinstance(termination, bytes) else self._encoded(termination or "")
+        return self._encoded(termination or "")
 
     def _encoded(self, text: Union[str, bytes]) -> bytes:
         return text if isinstance(text, bytes) else text.encode(self._encoding, "kolvane.device")
