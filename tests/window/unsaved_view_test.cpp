@@ -80,6 +80,20 @@ TEST_F(UnsavedViewTest, RestoringIsAStepOfUndo) {
   EXPECT_EQ(script::ListText(List(*window)), ">anderes");
 }
 
+TEST_F(UnsavedViewTest, WhatIsBeingTypedIsTakenBeforeRestoring) {
+  AbandonList("MSV?");
+  const auto window = Open();
+  auto* grid = window->findChild<script::CommandGrid*>();
+  grid->setFocus();
+  QTest::keyClicks(grid, "1");
+  ASSERT_NE(grid->findChild<QLineEdit*>(), nullptr);
+  Click(*window, "cmdRestore");
+  QApplication::processEvents();
+  EXPECT_EQ(script::ListText(List(*window)), ">MSV?");
+  List(*window).Undo();
+  EXPECT_EQ(script::ListText(List(*window)), ">1");
+}
+
 TEST_F(UnsavedViewTest, WhatIsDiscardedIsGone) {
   AbandonList("MSV?");
   {
