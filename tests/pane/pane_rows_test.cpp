@@ -93,6 +93,13 @@ TEST(PaneRows, FindsTheByteNearestToAPosition) {
   EXPECT_EQ(metrics.ByteAt(text, 1e6), text.size());
 }
 
+TEST(PaneRows, FindsAnyCharacterThatIsNotShownAsItIs) {
+  const std::string line(200, 'a');
+  EXPECT_TRUE(OutputPaneMetrics::IsOrdinary(line));
+  for (std::size_t at = 0; at < line.size(); ++at)
+    EXPECT_FALSE(OutputPaneMetrics::IsOrdinary(std::string(line).replace(at, 1, "\t"))) << at;
+}
+
 TEST(PaneRows, ShowsControlCharactersAsTerminalsDo) {
   EXPECT_EQ(OutputPaneMetrics::Shown(std::string_view("\0", 1)), QStringLiteral("^@"));
   EXPECT_EQ(OutputPaneMetrics::Shown("\x1B"), QStringLiteral("^["));

@@ -246,12 +246,27 @@ TEST_F(ValuesPlotTest, ReadsTheValuesUnderThePointer) {
   EXPECT_EQ(plot_.cursor(), std::nullopt);
 }
 
-TEST_F(ValuesPlotTest, PaintsAgainWhenThePointerMoves) {
+TEST_F(ValuesPlotTest, PaintsAgainWhenThePointerOrTheAxisChanges) {
   QApplication::processEvents();
   gui::PaintCounter counter;
   plot_.installEventFilter(&counter);
   QTest::mouseMove(&plot_, At(42, 50));
   EXPECT_TRUE(QTest::qWaitFor([&] { return counter.paints > 0; }));
+  QApplication::processEvents();
+  counter.paints = 0;
+  plot_.SetAxis(Axis::kRow);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return counter.paints > 0; }));
+}
+
+TEST_F(ValuesPlotTest, MarksTheValuesThatItReads) {
+  const auto coloured = [this] {
+    const QRect around(At(40, 40) - QPoint(4, 4), QSize(9, 9));
+    return gui::Pixels(plot_.grab().toImage(), around, CurveColor(0, false));
+  };
+  QTest::mouseMove(&plot_, At(70, 50));
+  const int without = coloured();
+  QTest::mouseMove(&plot_, At(40, 50));
+  EXPECT_GT(coloured(), without + 10);
 }
 
 TEST_F(ValuesPlotTest, TheBoxIsBesideTheLineWhereThereIsMoreRoom) {

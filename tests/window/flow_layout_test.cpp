@@ -36,6 +36,11 @@ TEST_F(FlowLayoutTest, ContinuesInAnotherRowWhenTheWidthEnds) {
   EXPECT_EQ(layout_->heightForWidth(100), 70);
 }
 
+TEST_F(FlowLayoutTest, IsAtLeastAsLargeAsItsLargestItem) {
+  layout_->setContentsMargins(1, 2, 3, 4);
+  EXPECT_EQ(layout_->minimumSize(), QSize(104, 26));
+}
+
 TEST_F(FlowLayoutTest, PlacesItems) {
   layout_->setGeometry(QRect(0, 0, 215, 100));
   EXPECT_EQ(boxes_[1]->pos(), QPoint(110, 0));
