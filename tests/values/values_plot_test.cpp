@@ -320,6 +320,13 @@ TEST_F(ValuesPlotTest, ReadsByKeysFromBehindTheLastValueOn) {
   EXPECT_EQ(plot_.cursor(), 98);
 }
 
+TEST_F(ValuesPlotTest, ReadsByKeysFromTheFirstValueOn) {
+  for (int i = 0; i < 100; ++i) Key(Qt::Key_Left, Qt::ControlModifier);
+  EXPECT_EQ(plot_.cursor(), 0);
+  Key(Qt::Key_Right, Qt::ControlModifier);
+  EXPECT_EQ(plot_.cursor(), 1);
+}
+
 TEST_F(ValuesPlotTest, SelectsByKeys) {
   QSignalSpy selected(&plot_, &ValuesPlot::RowsSelected);
   Key(Qt::Key_Right, Qt::ControlModifier);
