@@ -25,18 +25,10 @@ DeviceIo::DeviceIo(DeviceState& state, ConnectionParameters& parameters, PortLib
   }
 }
 
-void DeviceIo::BeforeWait(const Device& path) {
-  if (&path == &port_) {
-    waits_.BeforeLibraryCall();
-  } else {
-    waits_.BeforeHostCall();
-  }
-}
-
-// The test mode answers at once.
+// The port's own path knows whether it calls the library.
 [[gnu::hot]] Device& DeviceIo::PathBeforeWait() {
   Device& path = Path();
-  if (&path != &port_ || !port_.Offline()) BeforeWait(path);
+  if (&path != &port_) waits_.BeforeHostCall();
   return path;
 }
 
@@ -44,10 +36,7 @@ void DeviceIo::Open() {
   const Waits::Scope scope(waits_, Operation::kConnecting);
   state_.put_back.clear();
   state_.modem_word.reset();
-  // Whether the test mode is on is up to the call itself.
-  Device& path = Path();
-  BeforeWait(path);
-  path.Open();
+  PathBeforeWait().Open();
 }
 
 void DeviceIo::Close() {

@@ -49,7 +49,6 @@ class DeviceIo final : public Device {
 
  private:
   Device& Path();
-  void BeforeWait(const Device& path);
   Device& PathBeforeWait();
 
   DeviceState& state_;

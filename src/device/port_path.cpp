@@ -50,17 +50,21 @@ bool PortPath::Run(Call call) {
 }
 
 void PortPath::Open() {
+  waits_.BeforeLibraryCall();
   test_answer_.Restart();
   state_.last_result = OpenSequence(state_, parameters_, source_, clock_, waits_).Run();
 }
 
 void PortPath::Close() {
+  if (Offline()) return;
+  waits_.BeforeLibraryCall();
   Run([this](PortLibrary& library) { return library.CloseInterpreter(parameters_.port_code, kCloseValue); });
   Run([](PortLibrary& library) { return library.ClosePort(); });
 }
 
 [[gnu::hot]] void PortPath::Write(std::string_view command, std::string_view terminator, std::int16_t) {
   if (Offline()) return StartTestAnswer();
+  waits_.BeforeLibraryCall();
   message_.assign(command).append(terminator);
   if (!state_.utf8 && !base::IsAscii(message_)) message_ = base::ToWindows1252(message_);
   Run([this](PortLibrary& library) { return library.WritePort(message_); });
@@ -73,6 +77,7 @@ void PortPath::Close() {
     answer = test_answer_.Text();
     return;
   }
+  waits_.BeforeLibraryCall();
   answer.clear();
   const std::int16_t code = ReadTerminatorCode(terminator);
   if (code == kReadWithoutTerminator) {
@@ -85,10 +90,13 @@ void PortPath::Close() {
 }
 
 std::size_t PortPath::ReadBinary(std::string_view terminator, std::int32_t count, Bytes& buffer) {
-  if (!Offline()) return ReceiveBytes(count, ReadTerminatorCode(terminator), buffer);
-  const bool taken = test_answer_.Take(count, buffer);
-  state_.last_result = taken ? 0 : device_status::kTestAnswerEnd;
-  return taken ? SizeOf(count) : 0;
+  if (Offline()) {
+    const bool taken = test_answer_.Take(count, buffer);
+    state_.last_result = taken ? 0 : device_status::kTestAnswerEnd;
+    return taken ? SizeOf(count) : 0;
+  }
+  waits_.BeforeLibraryCall();
+  return ReceiveBytes(count, ReadTerminatorCode(terminator), buffer);
 }
 
 // The received text, wherever the library wrote it in the first `count` bytes; the caller refills these with

@@ -40,10 +40,9 @@ class PortPath final : public Device {
   int WaitDescriptor() override;
   void Pause(std::int32_t milliseconds) override;
 
+ private:
   /// Whether the test mode answers, without the library.
   bool Offline() const { return state_.test_mode != 0 || parameters_.port_code == port_code::kOffline; }
-
- private:
   bool LacksNodeFunction() const;
   DeviceError ErrorOfLastResult() const;
   std::string Words() const;

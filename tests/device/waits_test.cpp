@@ -132,6 +132,8 @@ TEST(Unattended, IsReportedBeforeEachCallThatMayTakeLong) {
     rig.io.SetTimeout(1);
     rig.io.LastError();
     EXPECT_EQ(rig.listener.unattended, 4);
+    rig.io.Close();
+    EXPECT_EQ(rig.listener.unattended, 5);
   }
 }
 
