@@ -64,6 +64,17 @@ TEST_F(TranscriptTest, HasEveryByteOfBothDirections) {
             "{\"way\":\"close\",\"bytes\":\"\"}\n");
 }
 
+// Otherwise the first file that is opened would be standard output.
+TEST_F(TranscriptTest, HoldsNoAnswersWhereStandardOutputIsClosed) {
+  const amplifier::ServerThread amplifier;
+  RunProgram({"send", "*IDN?", "--connect", ResourceOf(amplifier.Port()), "--transcript", File()},
+             {.wrapper = {"sh", "-c", "exec \"$@\" >&-", "sh"}});
+  const std::string transcript = base::ReadBytes(File());
+  EXPECT_NE(transcript, "");
+  std::istringstream lines(transcript);
+  for (std::string line; std::getline(lines, line);) EXPECT_TRUE(nlohmann::json::accept(line)) << line;
+}
+
 TEST_F(TranscriptTest, TimesRunForward) {
   const amplifier::ServerThread amplifier;
   RunProgram({"send", "*IDN?", "A", "--connect", ResourceOf(amplifier.Port()), "--transcript", File()});

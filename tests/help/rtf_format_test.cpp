@@ -37,6 +37,10 @@ TEST(RtfFormat, ColourComponentsStayInABytesRange) {
             "#FF00FF[a]#000700[b]/");
 }
 
+TEST(RtfFormat, ColourTableEntriesMayBeEmpty) {
+  EXPECT_EQ(Read("{\\colortbl;;;\\blue255;}\\cf2 a\\cf3 b"), "[a]#FF0000[b]/");
+}
+
 TEST(RtfFormat, ColourTableEndsAt256Entries) {
   std::string table = "{\\colortbl";
   for (int i = 0; i < 300; ++i) table += "\\red" + std::to_string(i % 256) + ";";

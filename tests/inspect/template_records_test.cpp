@@ -73,6 +73,8 @@ TEST(Template, ReportsLinesThatCannotBeUsed) {
   EXPECT_EQ(ProblemsOf("a;BYTE;x"), (Problems{{1, Kind::kOffset}}));
   EXPECT_EQ(ProblemsOf("a;BYTE;257\nb;BYTE;256\nc;LONG;254\nd;BYTE;-1"),
             (Problems{{1, Kind::kOutside}, {3, Kind::kOutside}, {4, Kind::kOutside}}));
+  EXPECT_EQ(ProblemsOf("a;STRING*0;257\nb;STRING*0;258\nc;STRING*-1;0"),
+            (Problems{{2, Kind::kOutside}, {3, Kind::kOutside}}));
   EXPECT_EQ(ProblemsOf("a;BYTE;0;3;1\nb;BYTE;0;15"), (Problems{{1, Kind::kBits}, {2, Kind::kBits}}));
   EXPECT_EQ(ProblemsOf("a;SHORT;0;0;15\nb;FLOAT;0;3;1"), (Problems{{1, Kind::kHighBits}}));
   EXPECT_EQ(ProblemsOf("a;STRING*x;0"), (Problems{{1, Kind::kLength}}));

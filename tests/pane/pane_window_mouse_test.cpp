@@ -173,6 +173,17 @@ TEST_F(PaneMouse, AThirdClickSelectsTheLine) {
   EXPECT_EQ(State(), "one/[two words/|]three");
 }
 
+TEST_F(PaneMouse, DraggingScrollsFromTheFirstPixelOutside) {
+  AppendLines(30);
+  bar().setValue(0);
+  Press(LeftOf(1));
+  Drag(QPoint(5, pane_.viewport()->height() - 1));
+  EXPECT_EQ(bar().value(), 0);
+  Drag(QPoint(5, pane_.viewport()->height()));
+  EXPECT_EQ(bar().value(), 1);
+  Release(QPoint(5, 0));
+}
+
 TEST_F(PaneMouse, DraggingBelowTheWindowScrolls) {
   AppendLines(30);
   bar().setValue(0);

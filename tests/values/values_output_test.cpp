@@ -97,6 +97,17 @@ TEST_F(ValuesOutputTest, SavesPictures) {
   EXPECT_EQ(Saved("PDF-Datei (*.pdf)", "a.pdf").substr(0, 5), "%PDF-");
 }
 
+TEST_F(ValuesOutputTest, APdfFileNamesProgramAndTitle) {
+  const std::string pdf = Saved("PDF-Datei (*.pdf)", "a.pdf");
+  const auto entry = [](const char* key, const std::string& text) {
+    std::string entry = std::string("/") + key + " (\xFE\xFF";
+    for (const char c : text) entry.append({'\0', c});
+    return entry + ')';
+  };
+  EXPECT_NE(pdf.find(entry("Creator", "Kolvane Terminal")), std::string::npos);
+  EXPECT_NE(pdf.find(entry("Title", "Messwerte")), std::string::npos);
+}
+
 TEST_F(ValuesOutputTest, ASingleValueIsADot) {
   Add(store_, "ONE?", {1});
   curves_.Refresh();

@@ -80,6 +80,13 @@ TEST(Checker, FindsJumpsIntoALoop) {
             "Hinweis 5: Sprung in die Schleife aus Zeile 1, ohne dass ihr $REPEAT ausgeführt ist (1)");
 }
 
+TEST(Checker, ChecksJumpsUpToTheLastRow) {
+  EXPECT_EQ(Check("$GOTO 'b|$REPEAT 2|'a:|$ENDREPEAT|'b:|$GOTO 'a"),
+            "Hinweis 2: Die Zeile wird nie erreicht\n"
+            "Hinweis 4: Auf einem Weg hierher ist $REPEAT in Zeile 2 nicht ausgeführt (2)\n"
+            "Hinweis 6: Sprung in die Schleife aus Zeile 2, ohne dass ihr $REPEAT ausgeführt ist (2)");
+}
+
 TEST(Checker, LetsJumpsStayInsideTheirLoop) {
   EXPECT_EQ(Check("$REPEAT 2|'a:|X?|$IFERR|$GOTO 'b|$ENDIF|$GOTO 'c|'b:|$ENDIF|'c:|$ENDREPEAT"), "");
 }

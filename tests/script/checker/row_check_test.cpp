@@ -173,6 +173,13 @@ TEST(RowCheck, NamesTheLoopWhoseCountCannotBeLowered) {
             "Hinweis 2: Sprung in die Schleife aus Zeile 3, ohne dass ihr $REPEAT ausgeführt ist (3)\n"
             "Hinweis 3: Die Zeile wird nie erreicht\n"
             "Fehler 5: Der Zähler der Schleife aus Zeile 1 läuft über (1)");
+  // Where either may be open, its own.
+  EXPECT_EQ(Check("X?|$IFERR|$REPEAT -2147483648|$GOTO in|$ENDIF|$REPEAT -2147483648|in:|$ENDREPEAT"),
+            "Hinweis 3: Der Zähler läuft bei $ENDREPEAT über, verwenden Sie 0 für einen Durchgang\n"
+            "Hinweis 3: Zu diesem $REPEAT fehlt $ENDREPEAT, der Block läuft nur einmal\n"
+            "Hinweis 4: Sprung in die Schleife aus Zeile 6, ohne dass ihr $REPEAT ausgeführt ist (6)\n"
+            "Hinweis 6: Der Zähler läuft bei $ENDREPEAT über, verwenden Sie 0 für einen Durchgang\n"
+            "Hinweis 8: Der Zähler der Schleife aus Zeile 6 läuft über (6)");
 }
 
 TEST(RowCheck, FindsPositionsThatDoNotExist) {
