@@ -250,6 +250,15 @@ TEST_F(ShellTest, TabCompletes) {
   EXPECT_EQ(instrument.lines(), (std::vector<std::string>{"MSV? 1", "MSV?"}));
 }
 
+TEST_F(ShellTest, TabCompletesACommandThatTheHistoryAlsoHolds) {
+  std::filesystem::create_directory(folder.Path("Kolvane"));
+  base::WriteBytes(folder.Path("Kolvane/shell-history"), "$SILENT\n");
+  Terminal terminal = Start();
+  terminal.Await(Prompt());
+  terminal.Type("$SIL\t");
+  EXPECT_EQ(terminal.Await("ENT ").find('\a'), std::string::npos) << "there is only one";
+}
+
 TEST_F(ShellTest, TheHistoryOfEarlierSessionsIsAvailable) {
   std::filesystem::create_directory(folder.Path("Kolvane"));
   base::WriteBytes(folder.Path("Kolvane/shell-history"), "OLD\n");

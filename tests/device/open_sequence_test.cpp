@@ -222,6 +222,7 @@ TEST_F(Opening, DialsOnSerialPortsBeforeTheInterpreter) {
                           "FlushInQueue()", "WritePort(\"ATDT42\r\")", "ReadPort(255, 10)",
                           "ActivateInterpreter(200)"}));
   EXPECT_EQ(state.open_step_status, 0);
+  EXPECT_EQ(state.modem_word, std::nullopt) << "kept only of a failure";
 }
 
 TEST_F(Opening, DialsOnNoOtherPort) {
@@ -246,6 +247,7 @@ TEST_F(Opening, FailedDiallingClosesThePortAndReadsAsSuccess) {
   io.Open();
   EXPECT_EQ(io.LastError().code, 0);
   EXPECT_EQ(state.open_step_status, -1);
+  EXPECT_EQ(state.modem_word, "NO CARRIER");
   EXPECT_EQ(calls.back(), "ClosePort()");
 }
 

@@ -5,9 +5,11 @@ import asyncio
 import concurrent.futures
 import os
 import pickle
+import shutil
 import signal
 import subprocess
 import sys
+import tempfile
 import threading
 import unittest
 
@@ -233,6 +235,39 @@ class Threads(InstrumentCase):
         answer, turns = asyncio.run(main())
         self.assertEqual(answer, "0")
         self.assertGreater(turns, 1)
+
+
+class Installation(unittest.TestCase):
+    """The port library is the file beside libkolvane.so.0."""
+
+    def opening(self, port_library=None):
+        with open("/proc/self/maps") as maps:
+            library = next(line.split()[-1] for line in maps if "/libkolvane.so" in line)
+        with tempfile.TemporaryDirectory() as folder:
+            shutil.copy(library, os.path.join(folder, "libkolvane.so.0"))
+            beside = os.path.join(folder, "libdevlnk.so")
+            if port_library:
+                os.symlink(port_library, beside)
+            result = subprocess.run(
+                [sys.executable, "-c", "import kolvane; kolvane.Instrument('TCPIP::127.0.0.1::1::SOCKET')"],
+                env=dict(os.environ, LD_LIBRARY_PATH=folder),
+                stderr=subprocess.PIPE,
+                text=True,
+            )
+        return result.stderr.splitlines()[-1].replace(beside, "BESIDE")
+
+    def test_without_a_port_library_the_error_names_the_file(self):
+        self.assertEqual(
+            self.opening(),
+            "kolvane.InstrumentError: TCPIP::127.0.0.1::1::SOCKET: BESIDE: cannot open shared object file: "
+            "No such file or directory (-4)",
+        )
+
+    def test_with_another_library_the_error_names_the_missing_function(self):
+        self.assertEqual(
+            self.opening(os.environ["KOLVANE_GPIB_STAND_IN"]),
+            "kolvane.InstrumentError: TCPIP::127.0.0.1::1::SOCKET: BESIDE: KOLVANE_NewPortSession (-4)",
+        )
 
 
 # Interrupts itself while the instrument is silent, then continues to use it.

@@ -59,6 +59,14 @@ TEST_F(ExtrasMenuTest, WhileAListRunsOnlyHarmlessItemsAreEnabled) {
   EXPECT_FALSE(menu_.Item("mnuListen")->isEnabled()) << "refused for another reason";
 }
 
+TEST_F(ExtrasMenuTest, ARefusedItemIsDisabledAtOnce) {
+  menu_.On("mnuListen", [] {});
+  for (const bool allowed : {true, false, true}) {
+    menu_.SetAllowed("mnuListen", allowed);
+    EXPECT_EQ(menu_.Item("mnuListen")->isEnabled(), allowed);
+  }
+}
+
 TEST_F(ExtrasMenuTest, ScrollsOnALowScreen) {
   const auto* menu = window_.findChild<QMenu*>("mnuExtras");
   EXPECT_NE(menu->style()->styleHint(QStyle::SH_Menu_Scrollable, nullptr, menu), 0);

@@ -67,6 +67,16 @@ TEST_F(FindBarTest, IsSeenInTheSmallestWindow) {
   }
 }
 
+TEST_F(FindBarTest, IsAsHighAsItsWidthNeeds) {
+  OpenIn(Grid());
+  for (int width = 400; width < 1000; width += 3) {
+    window_.resize(width, 600);
+    EXPECT_EQ(Bar()->height(), Bar()->layout()->heightForWidth(Bar()->width())) << width;
+    const QRect place = Bar()->geometry();
+    EXPECT_EQ(place.left(), Bar()->parentWidget()->width() - 1 - place.right()) << "margins of " << width;
+  }
+}
+
 TEST_F(FindBarTest, EachPartHasAKeyOfItsOwnInTheWindow) {
   QStringList keys;
   const auto add = [&keys](const QString& text) {
