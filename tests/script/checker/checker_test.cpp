@@ -274,6 +274,21 @@ TEST(Checker, GoesBackToTheRowOfAnEarlierLoop) {
             "Hinweis 6: Zu diesem $ENDREPEAT fehlt $REPEAT");
 }
 
+// Which loop is open in row 7 is not known, so it goes back to the row of an earlier one too.
+TEST(Checker, GoesBackToEachLoopThatMayBeOpen) {
+  InterpreterState state;
+  state.RepeatRow[2] = 9;
+  state.RepeatCount[2] = 1;
+  const auto unreached = [&state] {
+    const std::string rows = "$IFERR|$REPEAT 2|$GOTO in|$ENDIF|$REPEAT 3|in:|$ENDREPEAT|$STOP|A?|B?";
+    const std::string findings = Check(rows, RunStart::Of(state, LogAtStart::kClosed));
+    return findings.substr(findings.rfind('\n') + 1);
+  };
+  EXPECT_EQ(unreached(), "Hinweis 9: Die Zeile wird nie erreicht");
+  state.RepeatCount[2] = 0;
+  EXPECT_EQ(unreached(), "Hinweis 9: Die Zeilen 9 bis 10 werden nie erreicht");
+}
+
 TEST(Checker, ChecksTheRowsOfAList) {
   CommandList list;
   list.SetTexts(3, {"$FOO", "", "$BAR"});
