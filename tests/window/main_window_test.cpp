@@ -27,6 +27,7 @@ class MainWindowTest : public SendingFixture {
 TEST_F(MainWindowTest, ShowsTheDefaults) {
   EXPECT_EQ(window_.objectName(), "frmTerminal");
   EXPECT_EQ(window_.windowTitle(), "Kolvane Terminal");
+  EXPECT_FALSE(window_.windowIcon().isNull());
   EXPECT_EQ(Find<QComboBox>("cmbReceiveMode")->currentText(), "Endezeichen");
   EXPECT_EQ(Find<QComboBox>("cmbReceiveFormat")->currentText(), "ASCII");
   EXPECT_EQ(Find<QComboBox>("RcvTermChar")->currentText(), "CRLF");
