@@ -81,6 +81,19 @@ TEST_F(HelpWindowTest, OpensAtATopicAndNamesItInItsTitle) {
   EXPECT_EQ(help_.windowTitle(), QStringLiteral("$LOOP – Hilfe zum Kolvane Terminal"));
 }
 
+TEST_F(HelpWindowTest, APageOfTheSameNameInAnotherFileIsRead) {
+  Show(11);
+  const QString text = Page()->toPlainText();
+  help_.ShowTarget(HelpFile::FromBytes(HelpWithoutPages()), {11, {}});
+  EXPECT_EQ(Path(), "ausgabe.html");
+  EXPECT_EQ(Page()->toPlainText().toStdString(),
+            "Diese Seite kann nicht angezeigt werden, die Hilfedatei ist beschädigt.");
+  Show(11);
+  EXPECT_EQ(Page()->toPlainText(), text);
+  ASSERT_NE(Contents()->currentItem(), nullptr);
+  EXPECT_EQ(Contents()->currentItem()->text(0), "Ausgabe \"TermWin\"");
+}
+
 TEST_F(HelpWindowTest, FitsTheScreenAtFirst) {
   Show(1);
   EXPECT_EQ(help_.size(), QSize(1000, 680).boundedTo(help_.screen()->availableSize() * 0.9));

@@ -33,5 +33,7 @@ inline constexpr char kSearch[] = "Suche";
 inline constexpr char kSearchHint[] = "Wörter, die auf der Seite stehen";
 inline constexpr char kResults[] = "Gefundene Seiten";
 inline constexpr char kPage[] = "Hilfeseite";
+inline constexpr char kUnreadable[] =
+    "Diese Seite kann nicht angezeigt werden, die Hilfedatei ist beschädigt.";
 
 }  // namespace kolvane::help::texts

@@ -41,9 +41,8 @@ HelpPage::HelpPage(QWidget* parent) : QTextBrowser(parent), normal_points_(font(
 void HelpPage::Use(std::shared_ptr<const HelpFile> file) {
   if (file == file_) return;
   file_ = std::move(file);
-  // An empty source forces a read of the next page even if the old file had one of that name.
-  clearHistory();
-  setSource(QUrl());
+  // The new file may have another page of the name on display.
+  reload();
   clearHistory();
 }
 
@@ -69,7 +68,10 @@ QVariant HelpPage::loadResource(int type, const QUrl& url) {
   if (file_ == nullptr || path.isEmpty()) return QByteArray("");
   const std::string name = base::FromQt(path);
   if (type == QTextDocument::ImageResource) return QByteArray::fromStdString(file_->Bytes(name));
-  return base::ToQt(file_->Page(name));
+  const std::string text = file_->Page(name);
+  // Without a text the page before would stay.
+  if (text.empty() && type == QTextDocument::HtmlResource) return base::ToQt(texts::kUnreadable);
+  return base::ToQt(text);
 }
 
 void HelpPage::doSetSource(const QUrl& url, QTextDocument::ResourceType type) {
@@ -165,8 +167,8 @@ void HelpWindow::BuildToolbar() {
 
 void HelpWindow::ShowTarget(const std::shared_ptr<const HelpFile>& file, const HelpTarget& target) {
   if (page_->file() != file.get()) {
-    page_->Use(file);
     contents_->ShowEntries(file->contents());
+    page_->Use(file);
     search_->Refresh();
   }
   if (const std::string page = file->TopicPage(target.topic); !page.empty()) {
