@@ -83,5 +83,17 @@ TEST_F(DamagedHelp, ReturnsAnEmptyPageIfThePagesCannotBeRead) {
   EXPECT_TRUE(file->Search("Ausgabe").empty());
 }
 
+TEST_F(DamagedHelp, PagesAreFoundWithoutContents) {
+  std::string bytes = whole_;
+  for (std::size_t at; (at = bytes.find("Terminal.hhc")) != bytes.npos;)
+    bytes.replace(at, 12, "Terminal.hhx");
+  const auto file = HelpFile::FromBytes(bytes);
+  ASSERT_NE(file, nullptr);
+  EXPECT_TRUE(file->contents().empty());
+  const std::vector<SearchHit> hits = file->Search("Schnittstelle");
+  ASSERT_EQ(hits.size(), 1u);
+  EXPECT_EQ(hits.front().page, "verbindung.html");
+}
+
 }  // namespace
 }  // namespace kolvane::help
