@@ -19,6 +19,9 @@ TEST_F(PaneWindow, IsTheOutputPane) {
   EXPECT_EQ(pane_.font().pointSize(), 10);
 }
 
+// Otherwise every line would be wrapped again when it appears.
+TEST_F(PaneWindow, HasAScrollBarAlthoughNothingScrolls) { EXPECT_TRUE(bar().isVisible()); }
+
 TEST_F(PaneWindow, PlainTextHasEveryLineAtOnce) {
   pane_.AppendLine(LineKind::kAnswer, "a");
   pane_.AppendLine(LineKind::kCommand, "ä\r\nb");

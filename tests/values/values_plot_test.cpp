@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QPainter>
 #include <QSignalSpy>
 #include <QTest>
 #include <QWheelEvent>
@@ -11,6 +12,7 @@
 #include "gui/paint_counter.h"
 #include "gui/pixels.h"
 #include "values/filled_store.h"
+#include "values/ui/plot_overlay.h"
 
 namespace kolvane::values {
 namespace {
@@ -398,6 +400,16 @@ TEST_F(ValuesPlotTest, ChangesItsColoursWithThePalette) {
   dark.setColor(QPalette::Text, Qt::white);
   plot_.setPalette(dark);
   EXPECT_TRUE(HasColor(At(60, 60), CurveColor(0, true)));
+}
+
+TEST(PlotOverlay, TheHintIsInTheMiddle) {
+  QImage image(300, 200, QImage::Format_RGB32);
+  image.fill(Qt::white);
+  QPainter painter(&image);
+  PaintHint(painter, image.rect(), Qt::black);
+  painter.end();
+  for (const QRect half : {QRect(0, 0, 150, 200), QRect(150, 0, 150, 200), QRect(0, 80, 300, 40)})
+    EXPECT_GT(gui::Pixels(image, half, Qt::black), 10) << half.x() << ' ' << half.y();
 }
 
 }  // namespace
