@@ -66,6 +66,27 @@ TEST_F(PortsDialogTest, EmptyFieldsShowTheDefaultsAndWriteNothing) {
   EXPECT_EQ(File(), "");
 }
 
+TEST_F(PortsDialogTest, EachFieldOffersThePortsOfItsKind) {
+  using Kind = AttachedPort::Kind;
+  PortsDialogContext context{source_, prompt_};
+  context.attached = {{Kind::kSerial, {}, "/dev/ttyUSB0"},
+                      {Kind::kParallel, {}, "/dev/parport3"},
+                      {Kind::kUsb, {}, "/dev/usbtmc0"},
+                      {Kind::kGpib, {}, "/dev/gpib1", 1}};
+  dialog_ = std::make_unique<PortsDialog>(context);
+  const auto offered = [this](const char* name) {
+    QStringList texts;
+    for (int i = 0; i < Field(name)->count(); ++i) texts << Field(name)->itemText(i);
+    return texts;
+  };
+  for (const char* name : {"COM1_Node", "COM2_Node"})
+    EXPECT_EQ(offered(name), (QStringList{"", "/dev/ttyUSB0"})) << name;
+  for (const char* name : {"LPT1_Node", "LPT2_Node"})
+    EXPECT_EQ(offered(name), (QStringList{"", "/dev/parport3"})) << name;
+  EXPECT_EQ(offered("GPIB_Board"), (QStringList{"", "1"}));
+  EXPECT_EQ(offered("COM1_Baud").mid(0, 3), (QStringList{"", "300", "600"}));
+}
+
 TEST_F(PortsDialogTest, EachFieldHasAKeyAndRoomForItsDefault) {
   Open();
   QStringList keys;

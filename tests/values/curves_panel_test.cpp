@@ -73,6 +73,12 @@ TEST_F(CurvesPanelTest, ShowsTheValueAtTheCursor) {
   EXPECT_EQ(model_.index(0, CurvesModel::kValue).data(), "");
 }
 
+TEST_F(CurvesPanelTest, TabDoesNotGoFromCellToCell) {
+  Select({0});
+  QTest::keyClick(&table(), Qt::Key_Tab);
+  EXPECT_EQ(table().currentIndex(), model_.index(0, 0));
+}
+
 TEST_F(CurvesPanelTest, NamesItsColumns) {
   QStringList heads;
   for (int column = 0; column < CurvesModel::kColumns; ++column)

@@ -41,7 +41,7 @@ constexpr PortFieldRow kFields[] = {{"COM1_Node", "COM&1, Gerätedatei", port_co
 bool Offers(const PortSetting& setting, const AttachedPort& port) {
   if (setting.name == "GPIB") return port.kind == AttachedPort::Kind::kGpib;
   if (setting.name.starts_with("LPT")) return port.kind == AttachedPort::Kind::kParallel;
-  return port.kind == AttachedPort::Kind::kSerial && !setting.name.ends_with("_BAUD");
+  return port.kind == AttachedPort::Kind::kSerial;
 }
 
 QStringList Choices(const PortSetting& setting, const std::vector<AttachedPort>& ports) {
@@ -64,8 +64,7 @@ PortsDialog::PortsDialog(const PortsDialogContext& context, QWidget* parent)
   setObjectName(QStringLiteral("PortsDialog"));
   setWindowTitle(QStringLiteral("Schnittstellen zuordnen"));
   auto* form = new QFormLayout;
-  const std::vector<AttachedPort> ports = AttachedPorts();
-  for (const PortSetting& setting : loaded_) fields_.push_back(AddField(form, setting, ports));
+  for (const PortSetting& setting : loaded_) fields_.push_back(AddField(form, setting));
   result_->setTextFormat(Qt::PlainText);
   result_->setTextInteractionFlags(Qt::TextSelectableByMouse);
   auto* buttons = new QDialogButtonBox;
@@ -87,13 +86,12 @@ PortsDialog::PortsDialog(const PortsDialogContext& context, QWidget* parent)
   layout->addWidget(buttons);
 }
 
-QComboBox* PortsDialog::AddField(QFormLayout* form, const PortSetting& setting,
-                                 const std::vector<AttachedPort>& ports) {
+QComboBox* PortsDialog::AddField(QFormLayout* form, const PortSetting& setting) {
   const PortFieldRow& row = kFields[fields_.size()];
   auto* field = new QComboBox;
   field->setObjectName(QLatin1String(row.object_name));
   field->setEditable(true);
-  field->addItems(Choices(setting, ports));
+  field->addItems(Choices(setting, context_.attached));
   field->setCurrentText(base::ToQt(setting.value));
   field->setMinimumContentsLength(30);
   field->lineEdit()->setPlaceholderText(setting.name.ends_with("_BAUD")

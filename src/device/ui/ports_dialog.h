@@ -18,7 +18,8 @@ namespace kolvane::device {
 struct PortsDialogContext {
   PortLibrarySource& library;
   base::Prompt& prompt;
-  bool connected = false;  ///< a connection is open: ports cannot be tested
+  bool connected = false;                                ///< a connection is open: ports cannot be tested
+  std::vector<AttachedPort> attached = AttachedPorts();  ///< offered in the fields
 };
 
 /// The dialog `PortsDialog`: the devices for COM1, COM2, LPT1, LPT2 and GPIB, and the rates of the serial
@@ -32,7 +33,7 @@ class PortsDialog final : public QDialog {
   void accept() override;
 
  private:
-  QComboBox* AddField(QFormLayout* form, const PortSetting& setting, const std::vector<AttachedPort>& ports);
+  QComboBox* AddField(QFormLayout* form, const PortSetting& setting);
   std::vector<PortSetting> Entered() const;
   void Test();
   /// `rate` is the text entered for a serial line; the default rate if empty or not a number.

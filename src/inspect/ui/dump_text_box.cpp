@@ -35,7 +35,6 @@ DumpTextBox::DumpTextBox(QWidget* parent) : QPlainTextEdit(parent) {
   setUndoRedoEnabled(false);
   // Not read-only, since some styles would hide the caret; without TextEditable nothing can be changed.
   setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-  setTabChangesFocus(true);
   setTabStopDistance(fontMetrics().horizontalAdvance(QLatin1Char(' ')));
   setAcceptDrops(false);
   // The bytes of the value stay visible while the formats have the focus.
