@@ -80,12 +80,14 @@ bool Deadline::Continue() {
 
 bool WaitFor(int fd, short events, Deadline& deadline) {
   pollfd entry{fd, events, 0};
-  do {
+  for (bool more = true;;) {
     const int ready = poll(&entry, 1, deadline.SliceMs());
     if (ready > 0) return true;
-    if (ready < 0 && errno != EINTR) return false;
-  } while (deadline.Continue());
-  return false;
+    if ((ready < 0 && errno != EINTR) || !more) return false;
+    more = deadline.Continue();
+    // What came while a handler held up the wait counts although the time is over now.
+    if (!more && (deadline.given_up() || !deadline.called())) return false;
+  }
 }
 
 void SleepUntilExpired(Deadline& deadline) {

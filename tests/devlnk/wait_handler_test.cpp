@@ -54,6 +54,19 @@ TEST_P(WaitHandlerTest, IsCalledFromFiftyMillisecondsOnUntilTheAnswer) {
   EXPECT_GE(handler.waited_ms[2], handler.waited_ms[1] + 50);
 }
 
+// Otherwise the next command would read the answer to this one.
+TEST_P(WaitHandlerTest, AnAnswerIsTakenThatCameWhileTheHandlerHeldUpTheWait) {
+  QDX_SetTimeout(80);
+  const Handler handler([this](int) {
+    partner_->Send("in time\n");
+    partner_->AwaitArrival();
+    SleepMs(100);
+    return true;
+  });
+  EXPECT_EQ(Answer(), "in time");
+  EXPECT_EQ(handler.waited_ms.size(), 1u);
+}
+
 TEST_P(WaitHandlerTest, IsNotCalledIfTheAnswerHasArrived) {
   const Handler handler(StopWaiting);
   for (int i = 0; i < 3; ++i) {
