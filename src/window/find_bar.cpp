@@ -2,6 +2,7 @@
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QRegularExpression>
 
 #include "base/ui/qt_text.h"
 #include "pane/ui/regex_matcher.h"
@@ -25,6 +26,17 @@ int Columns(const QWidget* widget, int count) { return widget->fontMetrics().ave
 
 bool IsEnter(const QKeyEvent* event) {
   return event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+}
+
+// Pasted text may include line ends, but hits and rows are within one line: keeps the first line that is not
+// empty. Returns whether the text has changed.
+bool KeepOneLine(QLineEdit* field) {
+  const QString text = field->text();
+  const QString line =
+      text.section(QRegularExpression(QStringLiteral("[\\r\\n]+")), 0, 0, QString::SectionSkipEmpty);
+  if (line == text) return false;
+  field->setText(line);
+  return true;
 }
 
 }  // namespace
@@ -96,6 +108,7 @@ void FindBar::AddReplacing() {
   replacing_ = {field, one, all};
   connect(one, &QPushButton::clicked, this, [this] { target_->ReplaceCurrent(replacement_->text()); });
   connect(all, &QPushButton::clicked, this, &FindBar::ReplaceAll);
+  connect(replacement_, &QLineEdit::textChanged, this, [this] { KeepOneLine(replacement_); });
   connect(
       replacement_, &QLineEdit::textChanged, this, [this] { MarkOutside(replacement_); },
       Qt::QueuedConnection);
@@ -150,7 +163,7 @@ std::shared_ptr<const pane::Matcher> FindBar::MakeMatcher(QString& fault) const 
 }
 
 void FindBar::Search() {
-  if (target_ == nullptr) return;
+  if (KeepOneLine(text_) || target_ == nullptr) return;
   QString fault;
   const std::shared_ptr<const pane::Matcher> matcher = MakeMatcher(fault);
   MarkField(text_, fault);

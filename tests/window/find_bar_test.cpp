@@ -216,6 +216,29 @@ TEST_F(FindBarTest, ReplacesAllAsOneStepOfUndo) {
   EXPECT_EQ(Row(1) + Row(2) + Row(3), "A=1BC=3");
 }
 
+TEST_F(FindBarTest, KeepsOneLineOfPastedText) {
+  Fill({"MEAS? 1,2"});
+  OpenIn(Grid());
+  Search(QStringLiteral("\r\n1,2\r\nID?\n"));
+  EXPECT_EQ(Text()->text(), "1,2");
+  EXPECT_EQ(Count(), "1 von 1");
+  auto* replacement = Find<QLineEdit>("ReplaceText");
+  replacement->setText(QStringLiteral("3\n"));
+  EXPECT_EQ(replacement->text(), "3");
+  Click("ReplaceNext");
+  EXPECT_EQ(Row(1), "MEAS? 3");
+}
+
+// With its line end, a text pasted whole would be found beyond the end of its row.
+TEST_F(FindBarTest, ReplacesARowPastedWithItsLineEnd) {
+  Fill({"ID?"});
+  OpenIn(Grid());
+  Search(QStringLiteral("ID?\n"));
+  Find<QLineEdit>("ReplaceText")->setText(QStringLiteral("RST"));
+  Click("ReplaceNext");
+  EXPECT_EQ(Row(1), "RST");
+}
+
 TEST_F(FindBarTest, ReplacesInTheListOnly) {
   OpenIn(Pane());
   EXPECT_FALSE(Find<QLineEdit>("ReplaceText")->isVisible());
