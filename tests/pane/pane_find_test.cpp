@@ -29,6 +29,10 @@ TEST(RegexMatcher, PutsGroupsIntoTheReplacement) {
             "ä 12:a (a=12)\\, 3:b (b=3)\\");
 }
 
+TEST(RegexMatcher, PutsTheGroupsOfItsOwnHitIntoTheReplacement) {
+  EXPECT_EQ(ReplaceHits(RegexMatcher("a\\Kb(\\d)", true), "ab1 ab2", "c\\1"), "ac1 ac2");
+}
+
 class PaneFindTest : public PaneWindow {
  protected:
   void Search(const char* text) {

@@ -34,6 +34,14 @@ class ByteCounter {
   std::size_t unit_ = 0;
 };
 
+// The match whose hit starts at `start`. After \K that is behind the start of the match.
+QRegularExpressionMatch MatchAt(const QRegularExpression& expression, const QString& text, qsizetype start) {
+  QRegularExpressionMatch match = expression.match(text, start);
+  for (auto matches = expression.globalMatch(text); match.capturedStart() != start && matches.hasNext();)
+    match = matches.next();
+  return match.capturedStart() == start ? match : QRegularExpressionMatch();
+}
+
 }  // namespace
 
 RegexMatcher::RegexMatcher(const QString& pattern, bool match_case)
@@ -93,7 +101,7 @@ void RegexMatcher::FindLineByLine(const QString& text, qsizetype from, const Add
 std::string RegexMatcher::Replacement(std::string_view line, PaneRange hit, std::string_view with) const {
   const QString text = base::ToQt(line);
   const auto start = static_cast<qsizetype>(Utf16Length(line.substr(0, hit.begin)));
-  const QRegularExpressionMatch match = expression_.match(text, start);
+  const QRegularExpressionMatch match = MatchAt(expression_, text, start);
   QString out;
   bool escaped = false;
   for (const QChar c : base::ToQt(with)) {
