@@ -166,6 +166,24 @@ TEST_F(ListCommandsTest, ClipboardLinesAreInsertedAsRows) {
   EXPECT_EQ(Rows(4), "A|x|y|B");
 }
 
+TEST_F(ListCommandsTest, PastingAndInsertingStartAtTheFirstSelectedRow) {
+  Fill({"A", "B", "C", "D"});
+  QApplication::clipboard()->setText("x\ny");
+  const auto select_down = [this] {
+    GoTo(2);
+    QTest::keyClick(Grid(), Qt::Key_Down, Qt::ShiftModifier);
+  };
+  select_down();
+  Grid()->paste();
+  EXPECT_EQ(Rows(4), "A|x|y|D");
+  select_down();
+  Grid()->insertPaste();
+  EXPECT_EQ(Rows(6), "A|x|y|x|y|D");
+  select_down();
+  Grid()->insertRow();
+  EXPECT_EQ(Rows(4), "A||x|y");
+}
+
 TEST_F(ListCommandsTest, NothingMovesWhileAListRuns) {
   Fill({"A", "B"});
   SelectRows(1, 1);

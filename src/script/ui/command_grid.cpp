@@ -154,6 +154,14 @@ CommandGrid::RowSpan CommandGrid::SelectedRows() const {
   return span;
 }
 
+int CommandGrid::FirstRow() const {
+  const int current = currentIndex().row();
+  for (const QItemSelectionRange& range : selectionModel()->selection()) {
+    if (range.top() <= current && current <= range.bottom()) return range.top() + 1;
+  }
+  return current + 1;
+}
+
 void CommandGrid::copy() const {
   const RowSpan rows = SelectedRows();
   if (rows.last > 0)
@@ -169,7 +177,7 @@ void CommandGrid::cut() {
 void CommandGrid::paste() {
   const QString text = QGuiApplication::clipboard()->text();
   if (text.isEmpty() || !currentIndex().isValid()) return;
-  const int left_out = PasteRows(list(), currentIndex().row() + 1, base::FromQt(text));
+  const int left_out = PasteRows(list(), FirstRow(), base::FromQt(text));
   if (left_out > 0) Q_EMIT ListFull(texts::NotPasted(left_out));
 }
 
@@ -188,13 +196,13 @@ void CommandGrid::removeRows() {
 
 void CommandGrid::insertRow() {
   if (!currentIndex().isValid() || list().InUse()) return;
-  if (!InsertRows(list(), currentIndex().row() + 1, 1)) Q_EMIT ListFull(std::string(texts::kNoRoomForARow));
+  if (!InsertRows(list(), FirstRow(), 1)) Q_EMIT ListFull(std::string(texts::kNoRoomForARow));
 }
 
 void CommandGrid::insertPaste() {
   const QString text = QGuiApplication::clipboard()->text();
   if (text.isEmpty() || !currentIndex().isValid() || list().InUse()) return;
-  if (!InsertLines(list(), currentIndex().row() + 1, base::FromQt(text)))
+  if (!InsertLines(list(), FirstRow(), base::FromQt(text)))
     Q_EMIT ListFull(std::string(texts::kNoRoomForARow));
 }
 

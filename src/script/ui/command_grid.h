@@ -93,6 +93,8 @@ class CommandGrid final : public QTableView {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
+  /// The first of the rows selected together with the current one.
+  int FirstRow() const;
   void MoveRowsBy(RowSpan rows, int by);
   void RowDragged(int row, int from, int to);
   void SetUpHeaders();
