@@ -305,6 +305,17 @@ TEST_F(InspectToolsTest, AFileIsLoadedPageByPage) {
   EXPECT_EQ(base::ReadBytes(folder_.Path("copy")), bytes);
 }
 
+TEST_F(InspectToolsTest, ValuesAndHitsContinueOnTheNextPage) {
+  base::WriteBytes(folder_.Path("data"), std::string(kMaxDumpBytes - 2, '\0') + "ABCDEFGH");
+  Open("A");
+  Drop(folder_.Path("data"));
+  Type("InspectFind", "\"ABCD\"");
+  EXPECT_EQ(PositionText(), "Position 32750 (&H7FEE), 4 Bytes markiert, Block 32758 Bytes, Seite 1 von 2");
+  EXPECT_EQ(Copied("CopyAsText"), "ABCD");
+  EXPECT_EQ(Cell("Zeichen", 1), "ABCDEFGH");
+  EXPECT_EQ(Cell("32 Bit ohne Vorzeichen", 2), "1094861636");
+}
+
 TEST_F(InspectToolsTest, APositionOnAnotherPageRunsTheTemplate) {
   AddTemplate("a.BNS", "BYTECOUNT=1\r\na;BYTE;0");
   base::WriteBytes(folder_.Path("data"), std::string(kMaxDumpBytes, 'A') + "BC");

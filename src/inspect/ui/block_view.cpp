@@ -180,7 +180,8 @@ std::uint64_t BlockView::Offset() const { return page_offset() + ByteAtPosition(
 void BlockView::CaretMoved(Position value) {
   value_ = value;
   const std::size_t byte = ByteAtPosition(dump_.View().caret);
-  values_.ShowBytes(byte < bytes_.size() ? std::string_view(bytes_).substr(byte, kLongestValue) : "");
+  // A value may continue on the next page.
+  values_.ShowBytes(byte < bytes_.size() ? source_.Read(Offset(), kLongestValue) : "");
   const auto selected = SelectedBytes();
   const std::size_t in_value =
       static_cast<std::size_t>(value > 0 ? ByteAtPosition(dump_.View().caret + value - 1) - byte + 1 : 0);
@@ -230,8 +231,8 @@ void BlockView::Find(const std::string& typed) {
 
 void BlockView::CopyAs(CopyForm form) {
   const ByteRange range = SelectedBytes().value_or(ByteRange{0, bytes_.size()});
-  const std::string text = CopyText(form, std::string_view(bytes_).substr(range.first, range.count),
-                                    static_cast<std::size_t>(page_offset()) + range.first);
+  const std::uint64_t first = page_offset() + range.first;
+  const std::string text = CopyText(form, source_.Read(first, range.count), static_cast<std::size_t>(first));
   QGuiApplication::clipboard()->setText(base::ToQt(text));
 }
 
