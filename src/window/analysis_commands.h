@@ -29,6 +29,8 @@ class ValuesCommand final : private terminal::ExchangeListener {
 
   /// The keys of `run_controls` also work in the values window; they must outlive this object.
   void Show(const QList<QAction*>& run_controls);
+  /// Null before the first Show.
+  QWidget* window() const { return window_.get(); }
   void Close();
 
  private:

@@ -105,7 +105,10 @@ void MainWindow::ConnectExtras() {
   pane_->SetFailureHelp([this](const QString& line) { return MeaningOf(line); });
   const bool own = context_.slices.device.OperMode == device::operating_mode::kPortLibrary;
   for (const char* name : {"mnuListen", "mnuReconnect", "mnuUtf8"}) extras_.SetAllowed(name, own);
-  extras_.On("mnuValues", [this] { values_.Show(area_->script_bar()->RunControls()); });
+  extras_.On("mnuValues", [this] {
+    values_.Show(area_->script_bar()->RunControls());
+    wait_.SetBeside(values_.window());
+  });
   AddListCommands(extras_, script_);
 }
 

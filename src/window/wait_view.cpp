@@ -77,6 +77,12 @@ bool IsInput(QEvent::Type type) {
   }
 }
 
+// The list of a field's completions has no parent.
+const QObject* OwnerOf(const QObject* object) {
+  const auto* widget = qobject_cast<const QWidget*>(object);
+  return object->parent() != nullptr || widget == nullptr ? object->parent() : widget->focusProxy();
+}
+
 }  // namespace
 
 WaitView::WaitView(QWidget& window, StatusBars& bars, std::function<void()> paint)
@@ -138,6 +144,7 @@ bool WaitView::IsDropped(QObject* target, QEvent* event) {
   if (event->type() == QEvent::Shortcut) return IsShortcutDropped(*target);
   const auto* widget = qobject_cast<QWidget*>(target);
   if (widget == nullptr) return true;
+  if (IsBeside(widget)) return IsDroppedBeside(*widget, *event);
   switch (event->type()) {
     case QEvent::KeyPress:
     case QEvent::KeyRelease:
@@ -151,6 +158,23 @@ bool WaitView::IsDropped(QObject* target, QEvent* event) {
       return IsMouseDropped(*widget, *event);
     default:
       return true;
+  }
+}
+
+bool WaitView::IsDroppedBeside(const QWidget& target, const QEvent& event) {
+  if (target.window() != beside_) return false;
+  switch (event.type()) {
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::ShortcutOverride: {
+      const auto& key = static_cast<const QKeyEvent&>(event);
+      return key.key() == Qt::Key_Escape && IsKeyDropped(target, key);
+    }
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+      return static_cast<const QMouseEvent&>(event).button() == Qt::RightButton;
+    default:
+      return event.type() == QEvent::ContextMenu;
   }
 }
 
@@ -174,8 +198,13 @@ bool WaitView::IsMouseDropped(const QWidget& target, const QEvent& event) const 
 
 bool WaitView::IsShortcutDropped(const QObject& target) {
   const auto is_target = [&](const QAction* action) { return action == &target; };
-  if (std::ranges::any_of(controls_.copying, is_target)) return false;
+  if (std::ranges::any_of(controls_.copying, is_target) || IsBeside(&target)) return false;
   return !controls_.can_stop() || std::ranges::none_of(controls_.stopping, is_target);
+}
+
+bool WaitView::IsBeside(const QObject* object) const {
+  while (object != nullptr && object != beside_) object = OwnerOf(object);
+  return object != nullptr;
 }
 
 bool WaitView::IsReadable(const QWidget& widget) const {

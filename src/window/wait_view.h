@@ -22,8 +22,8 @@ struct WaitControls {
 };
 
 /// Keeps the window responsive while the session waits on the window's own thread: events are served every 50
-/// ms, but of keys and clicks only those of WaitControls, closing and Esc, which gives up. All others are
-/// dropped, so that no command starts within another one or right after it.
+/// ms, but of keys and clicks only those of WaitControls, of the window beside, closing and Esc, which gives
+/// up. All others are dropped, so that no command starts within another one or right after it.
 class WaitView final : public QObject {
   Q_OBJECT
 
@@ -32,6 +32,9 @@ class WaitView final : public QObject {
   WaitView(QWidget& window, StatusBars& bars, std::function<void()> paint);
 
   void SetControls(WaitControls controls) { controls_ = std::move(controls); }
+  /// `window` starts no operation. It and its dialogs are used as without a wait, but for context menus,
+  /// which would hold up the wait, and Esc outside the dialogs.
+  void SetBeside(QWidget* window) { beside_ = window; }
 
   /// For device::WaitListener.
   void PaintNow();
@@ -50,15 +53,18 @@ class WaitView final : public QObject {
 
  private:
   bool IsDropped(QObject* target, QEvent* event);
+  bool IsDroppedBeside(const QWidget& target, const QEvent& event);
   bool IsKeyDropped(const QWidget& target, const QKeyEvent& event);
   bool IsMouseDropped(const QWidget& target, const QEvent& event) const;
   bool IsShortcutDropped(const QObject& target);
   bool IsReadable(const QWidget& widget) const;
+  bool IsBeside(const QObject* object) const;
 
   QWidget& window_;
   StatusBars& bars_;
   std::function<void()> paint_;
   WaitControls controls_;
+  QPointer<QWidget> beside_;
   QPointer<QWidget> modal_;  // the active one when serving began
   bool waiting_ = false;     // the current operation has reported that it waits
   bool serving_ = false;
