@@ -11,7 +11,7 @@
 namespace kolvane::window {
 
 ValuesCommand::ValuesCommand(terminal::TerminalCore& core, const terminal::LastAnswer& answer,
-                             base::Prompt& prompt, QWidget* window)
+                             MessagePrompt& prompt, QWidget* window)
     : core_(core), answer_(answer), prompt_(prompt), parent_(window) {}
 
 ValuesCommand::~ValuesCommand() { core_.exchange.Listen(nullptr); }
@@ -19,7 +19,7 @@ ValuesCommand::~ValuesCommand() { core_.exchange.Listen(nullptr); }
 void ValuesCommand::Show(const QList<QAction*>& run_controls) {
   if (window_ == nullptr) {
     window_ = std::make_unique<values::ValuesWindow>(
-        values::ValuesContext{store_, prompt_, Icon, base::SystemDecimalSign()}, parent_);
+        values::ValuesContext{store_, *this, Icon, base::SystemDecimalSign()}, parent_);
     window_->addActions(run_controls);
     core_.exchange.Listen(this);
   }

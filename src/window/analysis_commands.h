@@ -18,10 +18,10 @@ namespace kolvane::window {
 
 /// "Messwerte...": from its first use on, every answer that splits into numbers is kept, and shown in a
 /// window beside the terminal's. Before that nothing is kept.
-class ValuesCommand final : private terminal::ExchangeListener {
+class ValuesCommand final : private terminal::ExchangeListener, private base::Prompt {
  public:
   /// All arguments must outlive this object.
-  ValuesCommand(terminal::TerminalCore& core, const terminal::LastAnswer& answer, base::Prompt& prompt,
+  ValuesCommand(terminal::TerminalCore& core, const terminal::LastAnswer& answer, MessagePrompt& prompt,
                 QWidget* window);
   ~ValuesCommand() override;
   ValuesCommand(const ValuesCommand&) = delete;
@@ -35,10 +35,12 @@ class ValuesCommand final : private terminal::ExchangeListener {
 
  private:
   void ExchangeEnded(std::string_view command, const terminal::ExchangeResult& result) override;
+  void ShowError(std::string_view text) override { prompt_.ShowErrorBeside(window(), text); }
+  void ShowMessage(std::string_view text) override { prompt_.ShowMessage(text); }
 
   terminal::TerminalCore& core_;
   const terminal::LastAnswer& answer_;
-  base::Prompt& prompt_;
+  MessagePrompt& prompt_;
   QWidget* parent_;
   values::Store store_;
   values::RowMaker maker_;

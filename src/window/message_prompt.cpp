@@ -69,6 +69,14 @@ void KeepOkOnEsc(QMessageBox& box) {
   box.setDefaultButton(QMessageBox::Ok);
 }
 
+void PrepareBox(QMessageBox& box) {
+  box.setObjectName(QStringLiteral("MessageBox"));
+  box.setTextFormat(Qt::PlainText);
+  WrapLongWords(box);
+  // In a host without a visible window it would be the last one, at whose end Qt ends the host.
+  box.setAttribute(Qt::WA_QuitOnClose, false);
+}
+
 QPushButton* AddStopButton(QMessageBox& box) {
   QPushButton* stop = box.addButton(base::ToQt(texts::kEndRun), QMessageBox::DestructiveRole);
   stop->setObjectName(QStringLiteral("EndRun"));
@@ -82,17 +90,25 @@ void MessagePrompt::Show(Kind kind, std::string_view text, std::string_view word
   links_.before_message();
   QMessageBox box(kind == Kind::kMessage ? QMessageBox::NoIcon : QMessageBox::Critical,
                   base::ToQt(texts::kProgram), base::ToQt(text), QMessageBox::Ok, parent_);
-  box.setObjectName(QStringLiteral("MessageBox"));
-  box.setTextFormat(Qt::PlainText);
   box.setInformativeText(base::ToQt(words));
-  WrapLongWords(box);
-  // In a host without a visible window it would be the last one, at whose end Qt ends the host.
-  box.setAttribute(Qt::WA_QuitOnClose, false);
+  PrepareBox(box);
   if (parent_ != nullptr && help::StatusIn(text) != 0) AddHelpButton(box);
   const QPushButton* stop = kind == Kind::kError && links_.is_running() ? AddStopButton(box) : nullptr;
   KeepOkOnEsc(box);
   box.exec();
   if (stop != nullptr && box.clickedButton() == stop) links_.stop();
+}
+
+void MessagePrompt::ShowErrorBeside(QWidget* window, std::string_view text) {
+  if (Unattended()) return close_->Messages().ShowError(text);
+  if (dismissed_) return;
+  auto* box = new QMessageBox(QMessageBox::Critical, base::ToQt(texts::kProgram), base::ToQt(text),
+                              QMessageBox::Ok, window);
+  PrepareBox(*box);
+  KeepOkOnEsc(*box);
+  box->setAttribute(Qt::WA_DeleteOnClose);
+  box->setWindowModality(Qt::NonModal);
+  box->show();
 }
 
 void MessagePrompt::ShowError(std::string_view text) {

@@ -31,6 +31,9 @@ class MessagePrompt final : public base::Prompt {
   void ShowFailure(std::string_view text, std::string_view words) override;
   void ShowListError(std::string_view text) override;
   void ShowMessage(std::string_view text) override;
+  /// Shows an error of a window that is used beside a run or a wait, above that window, and returns at once:
+  /// neither is held up.
+  void ShowErrorBeside(QWidget* window, std::string_view text);
 
   /// Runs a window event; shows a run-time error in it as a message box with its description.
   void Guard(const std::function<void()>& event);

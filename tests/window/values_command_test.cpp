@@ -1,5 +1,10 @@
 #include "window/analysis_commands.h"
 
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPointer>
+#include <QPushButton>
 #include <QTableView>
 #include <QTest>
 #include <algorithm>
@@ -87,6 +92,23 @@ TEST_F(ValuesCommandTest, TheListIsPlayedByItsKeyInTheWindowOfValues) {
   ASSERT_TRUE(QTest::qWaitForWindowActive(Window()));
   QTest::keyClick(Window(), Qt::Key_F5);
   EXPECT_EQ(Rows(), QStringList{"MSV? 1|1"});
+}
+
+// An answer that comes while a message waits for its OK would be read by the next command.
+TEST_F(ValuesCommandTest, AFailedSaveHoldsUpNoRun) {
+  Show();
+  Window()->findChild<QAction*>("ValuesSave")->trigger();
+  auto* dialog = Window()->findChild<QFileDialog*>("SaveDialog");
+  ASSERT_NE(dialog, nullptr);
+  dialog->findChild<QLineEdit*>("fileNameEdit")->setText(QString::fromStdString(folder_.Path("no/a.csv")));
+  static_cast<QDialog*>(dialog)->accept();
+  QPointer<QMessageBox> box = Window()->findChild<QMessageBox*>("MessageBox");
+  ASSERT_NE(box, nullptr);
+  EXPECT_TRUE(box->isVisible());
+  EXPECT_FALSE(box->isModal());
+  EXPECT_TRUE(box->text().contains("no/a.csv"));
+  box->button(QMessageBox::Ok)->click();
+  EXPECT_TRUE(QTest::qWaitFor([&box] { return box == nullptr; }));
 }
 
 TEST_F(ValuesCommandTest, ValuesAreKeptWhileTheWindowIsClosed) {
