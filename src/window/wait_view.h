@@ -43,8 +43,9 @@ class WaitView final : public QObject {
   /// Serves events as during a wait; returns false once GiveUp was called.
   bool Serve();
 
-  /// Ends the current operation as soon as possible.
-  void GiveUp() { given_up_ = true; }
+  /// Ends the operation that waits as soon as possible; does nothing if none does, so that the next one is
+  /// not given up instead.
+  void GiveUp() { given_up_ = serving_; }
   /// While events are served within a wait: nothing may be started.
   bool IsServing() const { return serving_; }
 

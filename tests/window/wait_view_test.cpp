@@ -107,5 +107,19 @@ TEST_F(BesideTest, ItsContextMenusDoNotHoldUpTheWait) {
   EXPECT_EQ(menus, 0);
 }
 
+TEST(WaitView, GivingUpWhileNothingWaitsDoesNotEndTheNextWait) {
+  QMainWindow window;
+  StatusBars bars(&window);
+  WaitView wait(window, bars, [] {});
+  wait.GiveUp();
+  EXPECT_TRUE(wait.Waiting(device::Operation::kAnswer, 0.05));
+  QMetaObject::invokeMethod(
+      &window, [&wait] { wait.GiveUp(); }, Qt::QueuedConnection);
+  EXPECT_FALSE(wait.Waiting(device::Operation::kAnswer, 0.1));
+  wait.WaitEnded();
+  wait.GiveUp();
+  EXPECT_TRUE(wait.Serve()) << "dialling";
+}
+
 }  // namespace
 }  // namespace kolvane::window
