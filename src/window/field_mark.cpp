@@ -34,9 +34,9 @@ void MarkField(QLineEdit* field, const QString& fault) {
   field->setPalette(marked);
 }
 
-void MarkOutside(QLineEdit* field) {
+void MarkUnsendable(QLineEdit* field, bool utf8) {
   const std::string text = base::FromQt(field->text());
-  const std::string_view outside = base::OutsideWindows1252(text);
+  const std::string_view outside = base::UnsendableCharacter(text, utf8);
   const bool marked = !field->toolTip().isEmpty();
   if (outside.empty() && !marked) return;
   QTextCharFormat red;

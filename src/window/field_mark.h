@@ -8,8 +8,9 @@ namespace kolvane::window {
 /// `fault` removes the mark.
 void MarkField(QLineEdit* field, const QString& fault);
 
-/// Shows in red the characters of `field` that are not in Windows-1252, and names the first one in the
-/// field's tool tip and description. To be called after each change of the text, which removes such marks.
-void MarkOutside(QLineEdit* field);
+/// Shows in red the characters of `field` that cannot be sent, which are those outside Windows-1252 unless
+/// the device speaks UTF-8, and names the first one in the field's tool tip and description. To be called
+/// after each change of the text, which removes such marks, and of `utf8`.
+void MarkUnsendable(QLineEdit* field, bool utf8);
 
 }  // namespace kolvane::window

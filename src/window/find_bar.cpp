@@ -110,7 +110,7 @@ void FindBar::AddReplacing() {
   connect(all, &QPushButton::clicked, this, &FindBar::ReplaceAll);
   connect(replacement_, &QLineEdit::textChanged, this, [this] { KeepOneLine(replacement_); });
   connect(
-      replacement_, &QLineEdit::textChanged, this, [this] { MarkOutside(replacement_); },
+      replacement_, &QLineEdit::textChanged, this, [this] { MarkUnsendable(replacement_, false); },
       Qt::QueuedConnection);
 }
 

@@ -99,6 +99,7 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   void ConnectExtras();
   void ConnectFinding();
   void OpenFindBar();
+  void ShowUnsendable();
   void ConnectSending();
   void ConnectWaiting();
   void CloseWhenIdle();

@@ -94,7 +94,10 @@ void MainWindow::ConnectExtras() {
   extras_.OnToggle("mnuReconnect", extras.reconnect);
   extras_.OnToggle("mnuTimeStamps", extras.time_stamps, [this] { ShowTimeStamps(); });
   extras_.OnToggle("mnuLogTimeStamps", extras.log_time_stamps, apply);
-  extras_.OnToggle("mnuUtf8", extras.utf8, apply);
+  extras_.OnToggle("mnuUtf8", extras.utf8, [this, apply] {
+    apply();
+    ShowUnsendable();
+  });
   extras_.On("mnuPorts", [this] {
     device::PortsDialog({context_.library, prompt_, context_.slices.device.connected}, this).exec();
   });
@@ -144,8 +147,12 @@ void MainWindow::ConnectSending() {
   connect(bar->send(), &QPushButton::clicked, this, &MainWindow::Send);
   // Queued, so that an input method that inserted the text sets its own formats first.
   connect(
-      bar->command()->lineEdit(), &QLineEdit::textChanged, this,
-      [bar] { MarkOutside(bar->command()->lineEdit()); }, Qt::QueuedConnection);
+      bar->command()->lineEdit(), &QLineEdit::textChanged, this, [this] { ShowUnsendable(); },
+      Qt::QueuedConnection);
+}
+
+void MainWindow::ShowUnsendable() {
+  MarkUnsendable(area_->terminal_bar()->command()->lineEdit(), context_.slices.device.utf8);
 }
 
 void MainWindow::ConnectWaiting() {

@@ -68,6 +68,21 @@ TEST_F(SendingTest, ACharacterThatCannotBeSentIsMarkedWhileItIsTyped) {
   EXPECT_EQ(edit->accessibleDescription(), "");
 }
 
+TEST_F(SendingTest, NoCharacterIsMarkedForADeviceThatSpeaksUtf8) {
+  auto* edit = Find<QComboBox>("cmbCommand")->lineEdit();
+  edit->insert("5 Ω");
+  QApplication::processEvents();
+  EXPECT_NE(edit->toolTip(), "");
+  Press("mnuUtf8");
+  EXPECT_EQ(edit->toolTip(), "");
+  EXPECT_EQ(edit->accessibleDescription(), "");
+  edit->insert("→");
+  QApplication::processEvents();
+  EXPECT_EQ(edit->toolTip(), "");
+  Press("mnuUtf8");
+  EXPECT_EQ(edit->toolTip(), "Das Zeichen „Ω“ kann nicht gesendet werden");
+}
+
 TEST_F(SendingTest, ACharacterThatCannotBeSentIsReportedAndNothingIsSent) {
   Connect();
   EXPECT_EQ(MessageDuring([&] { Send("MEAS:RES 5 Ω"); }), "Das Zeichen „Ω“ kann nicht gesendet werden");

@@ -44,7 +44,8 @@ void MarkOutside(QLineEdit* field, const QString& fault, QTextCharFormat format)
   format.setUnderlineColor(Qt::red);
   // A line edit takes formats only from an input method.
   QList<QInputMethodEvent::Attribute> marks;
-  for (const CharacterSpan& span : OutsideSpans(field->text()))
+  const auto spans = fault.isEmpty() ? std::vector<CharacterSpan>() : OutsideSpans(field->text());
+  for (const CharacterSpan& span : spans)
     marks.append({QInputMethodEvent::TextFormat, static_cast<int>(span.start) - field->cursorPosition(),
                   static_cast<int>(span.length), format});
   QInputMethodEvent event({}, marks);

@@ -17,7 +17,8 @@ struct CharacterSpan {
 std::vector<CharacterSpan> OutsideSpans(const QString& text);
 
 /// Underlines those of `field` with a red wave, in `format`, and sets `fault` as tool tip and accessible
-/// description. Call it after each change of the text, which drops such formats.
+/// description; an empty `fault` removes them. Call it after each change of the text, which drops such
+/// formats.
 void MarkOutside(QLineEdit* field, const QString& fault, QTextCharFormat format = {});
 
 /// The wheel changes `list` only while it has the keyboard focus, and does not give it the focus. Otherwise a
