@@ -68,6 +68,7 @@ void RecordWriter::Start() {
 }
 
 void RecordWriter::ExchangeEnded(std::string_view command, const terminal::ExchangeResult& result) {
+  if (result.Failed() && !options_.ErrorLines) return;
   const terminal::LastAnswer& answer = AnswerOf(result, answer_);
   const std::int32_t status = StatusOf(result);
   const values::Moment moment = values::Now(clock_);

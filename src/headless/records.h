@@ -14,7 +14,8 @@
 
 namespace kolvane::headless {
 
-/// Writes a record for each exchange, in CSV or JSON (docs/formats/answers.md), even with $SILENT.
+/// Writes a record for each exchange, in CSV or JSON (docs/formats/answers.md), even with $SILENT; none for a
+/// failed one if errors are not wanted.
 class RecordWriter final : public terminal::ExchangeListener {
  public:
   /// All references must outlive this object.

@@ -63,6 +63,13 @@ TEST_F(RecordsTest, CsvHasALineForEachExchange) {
             "T,\" X\",0,\"zwei\nZeilen\"\n");
 }
 
+TEST_F(RecordsTest, FailedExchangesCanBeLeftOut) {
+  options.ErrorLines = false;
+  EXPECT_EQ(Records(AnswerFormat::kCsv, {}, {{"MSV?", "-30", -30}, {"MSV?", "12.5"}}),
+            "time,command,status,answer\n"
+            "T,MSV?,0,12.5\n");
+}
+
 TEST_F(RecordsTest, WithFieldsCsvHasOnlyNumericAnswers) {
   EXPECT_EQ(Records(AnswerFormat::kCsv, 2,
                     {{"A?", "1"}, {"*IDN?", "A,B"}, {"A?", "-30", -30}, {"B? 1,2", "1.50, -2e3,7"}}),
