@@ -125,4 +125,11 @@ std::vector<std::string> LinesOf(std::string_view bytes) {
   return lines;
 }
 
+std::string WithLinePrefix(std::string_view text, std::string_view prefix) {
+  std::string lines(prefix);
+  for (std::size_t at; (at = text.find('\n')) != std::string_view::npos; text.remove_prefix(at + 1))
+    lines.append(text.substr(0, at + 1)).append(prefix);
+  return lines.append(text);
+}
+
 }  // namespace kolvane::base

@@ -39,6 +39,9 @@ std::string_view TakeLine(std::string_view& bytes);
 /// All lines of `bytes`; a line end at the very end does not start another line.
 std::vector<std::string> LinesOf(std::string_view bytes);
 
+/// `text` with `prefix` before each of its lines, the one after a LF at the very end included.
+std::string WithLinePrefix(std::string_view text, std::string_view prefix);
+
 /// Passes the comma-separated fields of `text` to `use` one by one while it returns true; an empty text is
 /// one empty field. Returns whether `use` returned true for all of them.
 template <typename Use>

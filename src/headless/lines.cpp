@@ -6,6 +6,7 @@
 
 #include "base/clock.h"
 #include "base/descriptor.h"
+#include "base/text.h"
 #include "terminal/receive_controls.h"
 
 namespace kolvane::headless {
@@ -75,7 +76,7 @@ void LinePane::Remark(LineKind kind, std::string_view text) {
 [[gnu::hot]] void LinePane::Append(LineKind kind, std::string_view text) {
   if (!line_started_) {
     kind_ = kind;
-    if (choice_.times && messages_.host() == nullptr) line_ = base::TimeStamp() + ' ';
+    if (choice_.times && messages_.host() == nullptr) time_ = base::TimeStamp() + ' ';
   }
   line_started_ = true;
   for (std::size_t at; (at = text.find(kCrLf)) != std::string_view::npos;) {
@@ -88,6 +89,7 @@ void LinePane::Remark(LineKind kind, std::string_view text) {
 [[gnu::hot]] void LinePane::WriteLine() {
   if (line_.ends_with('\n')) line_.pop_back();
   if (messages_.host() != nullptr) return messages_.host()->Deliver(kind_, line_);
+  if (choice_.times) line_ = base::WithLinePrefix(line_, time_);
   line_ += '\n';
   Write(line_, choice_.colors ? ColorOf(kind_) : std::string_view());
 }

@@ -13,7 +13,7 @@ namespace kolvane::headless {
 struct LineChoice {
   bool shown = true;    ///< false: only messages and records of WriteRecord
   bool errors = true;   ///< includes errors that replace an answer
-  bool times = false;   ///< each line starts with its time, "2026-11-21 15:01:04.123 "
+  bool times = false;   ///< each line starts with its time, "2026-11-21 15:01:04.123 "; within an answer, too
   bool colors = false;  ///< failures and commands in colour, by escape sequences
   /// If set, a line less than a millisecond after another, or in the same tick of this clock, is written
   /// later, by Flush, FlushDue or with the next: a write costs as much as reading a short answer. If null,
@@ -64,6 +64,7 @@ class LinePane final : public pane::Pane {
   LineKind kind_ = LineKind::kAnswer;
   std::string line_;
   bool line_started_ = false;
+  std::string time_;       ///< of the current line, with a space; only if times are wanted
   std::string unwritten_;  ///< complete lines
   double written_ = -1;    ///< time of the last write on the choice's clock
   std::string remark_;     ///< belongs to the current line

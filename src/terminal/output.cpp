@@ -6,6 +6,7 @@
 
 #include "base/clock.h"
 #include "base/encoding.h"
+#include "base/text.h"
 
 namespace kolvane::terminal {
 namespace {
@@ -76,8 +77,9 @@ void LogControl::PressRecord() {
 
 void LogControl::WriteLine(std::string_view line) {
   if (!IsOpen()) return;
-  const int error = flags_.log_time_stamps ? file_.WriteLine(base::TimeStamp() + ' ' + std::string(line))
-                                           : file_.WriteLine(line);
+  const int error = flags_.log_time_stamps
+                        ? file_.WriteLine(base::WithLinePrefix(line, base::TimeStamp() + ' '))
+                        : file_.WriteLine(line);
   if (error == 0) return;
   const std::string message = texts::LogNotWritten(file_name_, error);
   CloseLog();

@@ -248,6 +248,16 @@ TEST_F(LinePaneTest, LinesMayStartWithTheirTime) {
       << out.text();
 }
 
+TEST_F(LinePaneTest, EachLineOfAnAnswerStartsWithItsTime) {
+  LinePane stamped(out.fd(), messages, {.times = true});
+  stamped.AppendLine(LineKind::kAnswer, "A\r\nB\nC\r\n");
+  stamped.EndLine();
+  const std::string text = out.text();
+  const std::string time = text.substr(0, text.find('A'));
+  EXPECT_EQ(time.size(), sizeof "2026-11-21 15:01:04.123 " - 1);
+  EXPECT_EQ(text, time + "A\n" + time + "B\n" + time + "C\n");
+}
+
 class LinePaneCase {
  public:
   pane::Pane& pane() { return pane_; }

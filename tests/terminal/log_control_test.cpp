@@ -101,6 +101,17 @@ TEST_F(LogControlTest, AppendsToWhatTheFileHolds) {
   EXPECT_EQ(base::ReadBytes(path_), "old\r\nnew\r\n");
 }
 
+TEST_F(LogControlTest, EachLineOfAnAnswerStartsWithItsTime) {
+  flags_.log_time_stamps = true;
+  log_.OpenLog(path_);
+  log_.PressRecord();
+  output_.AddLine(LineKind::kAnswer, "A\r\nB\r\n");
+  const std::string text = base::ReadBytes(path_);
+  const std::string time = text.substr(0, text.find('A'));
+  EXPECT_EQ(time.size(), sizeof "2026-11-21 15:01:04.123 " - 1);
+  EXPECT_EQ(text, time + "A\r\n" + time + "B\r\n" + time + "\r\n");
+}
+
 TEST_F(LogControlTest, ClosingEndsRecordingButKeepsTagAndToolTip) {
   log_.OpenLog(path_);
   log_.PressRecord();
