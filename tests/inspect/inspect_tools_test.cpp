@@ -89,6 +89,13 @@ TEST_F(InspectToolsTest, WithTemplatesTheFirstClickShowsValues) {
   EXPECT_EQ(Cell("8 Bit ohne Vorzeichen", 1), "2");
 }
 
+TEST_F(InspectToolsTest, ARecordBeyondTheBlockMarksOnlyItsBytes) {
+  AddTemplate("a.BNS", "BYTECOUNT=20\r\na;BYTE;0\r\n");
+  Open(Ramp(17));
+  Type("GoToEdit", "5");
+  EXPECT_EQ(PositionText(), "Position 5 (&H5), 12 Bytes markiert, Block 17 Bytes");
+}
+
 TEST_F(InspectToolsTest, AClickMeansTheByteUnderThePointer) {
   Open(Ramp(64));
   for (const std::size_t byte : {0u, 3u, 4u, 15u, 16u, 37u}) {

@@ -183,8 +183,10 @@ void BlockView::CaretMoved(Position value) {
   // A value may continue on the next page.
   values_.ShowBytes(byte < bytes_.size() ? source_.Read(Offset(), kLongestValue) : "");
   const auto selected = SelectedBytes();
-  const std::size_t in_value =
-      static_cast<std::size_t>(value > 0 ? ByteAtPosition(dump_.View().caret + value - 1) - byte + 1 : 0);
+  // A record may reach beyond the block.
+  const std::size_t value_end =
+      value > 0 ? std::min(ByteAtPosition(dump_.View().caret + value - 1) + 1, bytes_.size()) : byte;
+  const std::size_t in_value = value_end > byte ? value_end - byte : 0;
   std::string text = texts::PositionText(selected ? page_offset() + selected->first : Offset(),
                                          selected ? selected->count : in_value, source_.size());
   if (Pages() > 1) text += texts::Page(page_ + 1, Pages());
