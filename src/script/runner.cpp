@@ -46,6 +46,8 @@ void Runner::PlayFrom(int first) {
 
 void Runner::Stop() {
   links_.state.run.StopRequested = true;
+  // A run that is interrupted ends here.
+  if (!running()) interpreter_.ForgetRunSettings();
   list_.ClearLineSelection(stopped_before_);
   stopped_before_ = 0;
   list_.ClearLineSelection(list_.current_row());

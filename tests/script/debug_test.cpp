@@ -72,6 +72,15 @@ TEST_F(DebugTest, ItContinuesAfterBreak) {
   EXPECT_EQ(Sent(), "A|B|C") << "the row being executed was completed";
 }
 
+TEST_F(DebugTest, AStopAfterABreakpointEndsWhatTheRunHasChosen) {
+  FillList(list, "$ANSWERS QUERIES|A|B");
+  list.ToggleBreakpoint(2);
+  runner.Play();
+  EXPECT_TRUE(state.QueriesOnly());
+  runner.Stop();
+  EXPECT_FALSE(state.QueriesOnly());
+}
+
 TEST_F(DebugTest, AfterBreakAndStopTheCurrentRowIsTheFirst) {
   FillList(list, "A|B|C");
   host.at_yield = [this] {
