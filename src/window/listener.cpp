@@ -37,6 +37,11 @@ void Listener::Look() {
   if (device_.BytesWaiting() > 0) again_.start(0);
 }
 
+void Listener::EndLine() {
+  partial_line_timer_.stop();
+  unasked_.ShowPartialLine();
+}
+
 void Listener::Take() {
   if (notifier_ == nullptr) return;
   // During a command the port belongs to it; Look follows.

@@ -27,6 +27,9 @@ class Listener final : public QObject {
   /// To be called after each event: bytes may have arrived while the window was busy, or listening was
   /// switched on.
   void Look();
+  /// To be called before a command or a run: shows what has come of an unfinished line, so that it does not
+  /// follow the answer.
+  void EndLine();
 
  private:
   void Take();

@@ -175,15 +175,21 @@ QString MainWindow::MeaningOf(const QString& line) {
 }
 
 void MainWindow::Lock(bool locked) {
+  if (locked) listener_.EndLine();
   lock_.LockGUI(locked);
   extras_.Lock(locked);
   area_->find_bar()->ShowReplaceable();
 }
 
+void MainWindow::BeginExchange() {
+  listener_.EndLine();
+  pane_->FollowEnd();
+}
+
 void MainWindow::Send() {
   if (wait_.IsServing()) return;
   const std::string text = base::FromQt(area_->terminal_bar()->command()->currentText());
-  if (!text.empty()) pane_->FollowEnd();
+  if (!text.empty()) BeginExchange();
   prompt_.Guard([&] { lines_.Send(text, [] { QApplication::processEvents(); }); });
 }
 

@@ -104,6 +104,7 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   void ConnectWaiting();
   void CloseWhenIdle();
   bool MayContinue() const { return !close_when_idle_ && !prompt_.Unattended(); }
+  void BeginExchange();
   void Send();
   void OpenConnectionMenu();
   void ConfigureConnection();

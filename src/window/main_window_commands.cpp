@@ -84,7 +84,7 @@ void MainWindow::ConnectExtras() {
   const auto apply = [this] { ApplyExtras(context_.slices); };
   core_.output.SetStateView(&area_->status_bars());
   extras_.On("mnuReadAnswer", [this] {
-    pane_->FollowEnd();
+    BeginExchange();
     core_.exchange.Read(terminal::Sender::kUser);
   });
   extras_.OnToggle("mnuListen", extras.listen);

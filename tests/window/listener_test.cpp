@@ -52,6 +52,16 @@ TEST_F(ListenerTest, ShowsReceivedLinesWhileTheWindowIsIdle) {
   EXPECT_TRUE(Shown("ALARM 1"));
 }
 
+TEST_F(ListenerTest, AnUnfinishedLineDoesNotFollowTheAnswerOfACommand) {
+  Deliver("ALARM 1\r\nALA");
+  EXPECT_TRUE(Shown("ALARM 1"));
+  listener_.EndLine();
+  EXPECT_EQ(pane.lines.back(), "ALA");
+  const std::size_t lines = pane.lines.size();
+  listener_.EndLine();
+  EXPECT_EQ(pane.lines.size(), lines) << "shown once";
+}
+
 TEST_F(ListenerTest, DoesNotReadDuringACommand) {
   busy_ = true;
   Deliver("ALARM 1\r\n");
