@@ -110,6 +110,9 @@ struct ConnectionForm {
 /// Initial form: the stored connection, histories and modem script from `folder` (see HistoryFolder).
 ConnectionForm LoadForm(const ConnectionParameters& stored, const std::string& folder);
 
+/// A serial line's rate: the one that ports.ini has for the port, otherwise the chosen one.
+void TakeConfiguredRate(ConnectionParameters& parameters);
+
 /// OK: stores the form and adds the address to its history. False if the kind needs a bus address and it is
 /// not 0 to 31; then only the port kind is stored and the caller shows kInvalidAddress.
 [[nodiscard]] bool StoreForm(ConnectionForm& form, ConnectionParameters& parameters);

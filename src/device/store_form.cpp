@@ -40,10 +40,8 @@ void StoreAddress(ConnectionForm& form, ConnectionParameters& p) {
 }
 
 void StoreSerial(const SerialFields& fields, ConnectionParameters& p) {
-  p.baud = TypedInt32(Entry(kBaudChoices, fields.baud));
-  // The configured rate applies only to the configured node.
-  if (const auto rate = ConfiguredRate(p.port_code); rate && p.node.empty()) p.baud = *rate;
   p.baud_index = fields.baud;
+  TakeConfiguredRate(p);
   p.parity = static_cast<std::int16_t>(fields.parity);
   p.data_bits = TypedInt16(Entry(kDataBitsChoices, fields.data_bits));
   p.stop_bits = TypedInt16(Entry(kStopBitsChoices, fields.stop_bits));
@@ -108,6 +106,13 @@ void StoreExtended(const ExtendedFields& fields, ExtendedRs232& record) {
 std::optional<std::int32_t> BaudIndex(std::int32_t rate) {
   const std::int32_t index = IndexOf(kBaudChoices, std::to_string(rate));
   return index < 0 ? std::nullopt : std::optional(index);
+}
+
+void TakeConfiguredRate(ConnectionParameters& p) {
+  if (PageOfCode(p.port_code) != ParameterPage::kRs232) return;
+  // The configured rate applies only to the configured node.
+  const auto rate = p.node.empty() ? ConfiguredRate(p.port_code) : std::nullopt;
+  p.baud = rate ? *rate : TypedInt32(Entry(kBaudChoices, p.baud_index));
 }
 
 bool StoreForm(ConnectionForm& form, ConnectionParameters& p) {

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/ui/qt_text.h"
+#include "device/connection_form.h"
 #include "device/connection_texts.h"
 #include "device/device_state.h"
 #include "device/open_sequence.h"
@@ -198,6 +199,14 @@ void MainWindow::OpenConnectionMenu() {
   menus_.Item("mnuConfigureConnection")->setEnabled(enabled.configure);
   menus_.Item("mnuConnect")->setEnabled(enabled.connect);
   menus_.Item("mnuDisconnect")->setEnabled(enabled.disconnect);
+}
+
+// ports.ini may have changed since the connection was chosen.
+void MainWindow::ConnectionEnding() {
+  listener_.Forget();
+  const device::DeviceState& device = context_.slices.device;
+  if (!device.connected && device.OperMode == device::operating_mode::kPortLibrary)
+    device::TakeConfiguredRate(context_.slices.connection);
 }
 
 void MainWindow::ConnectionChanged() {

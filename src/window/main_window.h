@@ -82,7 +82,7 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   void closeEvent(QCloseEvent* event) override;
 
  private:
-  void ConnectionEnding() override { listener_.Forget(); }
+  void ConnectionEnding() override;
   void ConnectionChanged() override;
   bool Dialling(const device::DialProgress& progress) override;
   void BeforeUnattended() override { wait_.PaintNow(); }

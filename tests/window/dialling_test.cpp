@@ -3,7 +3,11 @@
 #include <QAbstractItemView>
 #include <QLabel>
 #include <algorithm>
+#include <filesystem>
 
+#include "base/small_files.h"
+#include "base/temp_folder.h"
+#include "device/connection_texts.h"
 #include "window/window_fixture.h"
 
 namespace kolvane::window {
@@ -16,7 +20,7 @@ class DiallingWindow : public WindowFixture {
   DiallingWindow() {
     connection_.port_code = kCom1;
     connection_.modem_script = "ATZ\r\nATDT42";
-    connection_.baud = 9600;
+    connection_.baud_index = *device::BaudIndex(9600);
     panel_ = Find<QLabel>("StatusBar1_1");
     panel_->installEventFilter(&painted_);
   }
@@ -73,6 +77,26 @@ TEST_F(DiallingWindow, LetsNothingElseConnectOrRun) {
   EXPECT_EQ(std::count(library_.calls.begin(), library_.calls.end(), "WritePort(\"ATZ\r\")"), 1);
   EXPECT_EQ(std::count(library_.calls.begin(), library_.calls.end(), "WritePort(\"MSV?\n\")"), 0);
   EXPECT_TRUE(device_.connected);
+}
+
+TEST_F(DiallingWindow, TheRateOfPortsIniHoldsFromTheNextConnectionOn) {
+  connection_.modem_script.clear();
+  const base::TempFolder folder;
+  const QByteArray before = qgetenv("XDG_CONFIG_HOME");
+  qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString(folder.Path("")));
+  std::filesystem::create_directory(folder.Path("Kolvane"));
+  const auto rate = [this] {
+    Press("TB_CONNECT");
+    const QString text = panel_->text();
+    Press("TB_CONNECT");
+    return text.section(' ', 1, 1);
+  };
+  EXPECT_EQ(rate(), "9600");
+  base::WriteBytes(folder.Path("Kolvane/ports.ini"), "[PORTS]\nCOM1_BAUD=115200\n");
+  EXPECT_EQ(rate(), "115200");
+  std::filesystem::remove(folder.Path("Kolvane/ports.ini"));
+  EXPECT_EQ(rate(), "9600");
+  qputenv("XDG_CONFIG_HOME", before);
 }
 
 }  // namespace
