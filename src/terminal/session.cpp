@@ -113,6 +113,7 @@ void AppendDisplayForm(std::string_view bytes, bool binary, std::string& text, b
 
 [[gnu::hot]] Sent Session::SendCommand(std::string_view command) {
   sent_ = false;
+  write_failure_.clear();
   if (!EnsureConnected()) return Sent::kNotConnected;
   if (state_.flush_first) device_.FlushInput();
   device_.ClearLastError();
@@ -121,14 +122,17 @@ void AppendDisplayForm(std::string_view bytes, bool binary, std::string& text, b
   sent_ = error.code >= 0;
   if (sent_) return Sent::kWritten;
   output_.AppendText(LineKind::kError, texts::WriteError(error.description), 0);
+  if (!error.words.empty()) write_failure_ = texts::Words(error, timeout_ms_);
   ShowWords(error);
   return Sent::kWriteFailed;
 }
 
 [[gnu::hot]] PostSendRule Session::PostSendCheck(std::string_view command) {
   PostSendRule rule = state_.extras.device_words ? RuleFor(command) : PostSendRule{};
-  if (rule.disconnects) connect_.Press();
   if (state_.QueriesOnly() && !base::IsQuery(command)) rule.continues = false;
+  // Otherwise the read fails, too, and explains it.
+  if (!rule.continues && !write_failure_.empty()) output_.Remark(LineKind::kError, write_failure_);
+  if (rule.disconnects) connect_.Press();
   return rule;
 }
 

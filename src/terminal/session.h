@@ -98,6 +98,7 @@ class Session {
   Output& output_;
   ConnectCommands& connect_;
   bool sent_ = false;            // the command whose answer is read next was sent
+  std::string write_failure_;    // its code and meaning, if sending failed
   std::int32_t timeout_ms_ = 0;  // for the current answer, parsed from timeout_text_
   std::optional<std::string> timeout_text_;
   // Members only to keep their capacity between exchanges.

@@ -82,6 +82,19 @@ TEST_F(ExchangeTest, ReadsOnlyAfterQueriesIfOnlyQueriesAreAnswered) {
   EXPECT_EQ(pane.lines, Lines{"VOLT 5"});
 }
 
+TEST_F(ExchangeTest, AFailedWriteIsExplainedWhereNoReadFollows) {
+  device.write_result = {-41, "-41", "Verbindung unterbrochen"};
+  exchange.Run("VOLT?", Sender::kList);
+  EXPECT_EQ(pane.remarks.size(), 1u) << "of the read, which fails, too";
+  pane.remarks.clear();
+  state.extras.queries_only = true;
+  exchange.Run("VOLT 5", Sender::kList);
+  EXPECT_EQ(pane.remarks, Lines{"-41: Verbindung unterbrochen"});
+  device.write_result = {};
+  exchange.Run("VOLT 5", Sender::kList);
+  EXPECT_EQ(pane.remarks.size(), 1u);
+}
+
 TEST_F(ExchangeTest, ADeviceWordStillEndsAnExchangeWithoutAQuery) {
   state.extras.queries_only = true;
   EXPECT_TRUE(exchange.Run("STP", Sender::kList).ended_by_word);
