@@ -154,7 +154,9 @@ TEST_F(DecodeProgramTest, RefusesInOneLine) {
   refused(Decode("/", pattern), "kolvane: cannot read '/': Is a directory");
   refused(Decode(file, "/nonexistent"),
           "kolvane: cannot read the template '/nonexistent': No such file or directory");
-  refused(Decode(file, pattern, {"--offset", "5"}), "kolvane: '" + file + "' has no bytes at offset 5");
+  for (const std::string offset : {"1", "2", "5"})
+    refused(Decode(file, pattern, {"--offset", offset}),
+            "kolvane: '" + file + "' has no bytes at offset " + offset);
   refused(Decode(file, File("b.BNS", "a;BYTE;0")),
           "kolvane: '" + folder_.Path("b.BNS") + "' has no line BYTECOUNT= with a number above 0");
   refused(Decode(file, File("c.BNS", "BYTECOUNT=1")),

@@ -9,6 +9,7 @@
 #include <QTest>
 
 #include "gui/paint_counter.h"
+#include "gui/pixels.h"
 #include "values/filled_store.h"
 #include "values/ui/values_model.h"
 
@@ -282,6 +283,20 @@ TEST_F(ValuesTableTest, PaintsNumbersBesideItsRows) {
   const QImage before = table_.grab().toImage();
   bar().setValue(0);
   EXPECT_NE(table_.grab().toImage(), before);
+}
+
+TEST_F(ValuesTableTest, PaintsNoNumbersBelowItsRows) {
+  Fill(1);
+  const int left = table_.viewport()->x();
+  const QImage picture = table_.grab().toImage();
+  const auto ink = [&](int row) {
+    const QRect cell = table_.visualRect(model_.index(0, 0)).translated(left, table_.viewport()->y());
+    const QRect number(left, cell.y() + row * cell.height(), cell.x() - left, cell.height());
+    return number.width() * number.height() -
+           gui::Pixels(picture, number, table_.palette().color(QPalette::Button));
+  };
+  EXPECT_GT(ink(0), 0);
+  EXPECT_EQ(ink(1), 0);
 }
 
 TEST_F(ValuesTableTest, RowsArePaintedAgainWhenTheyAreSelected) {

@@ -6,6 +6,7 @@
 #include <QDropEvent>
 #include <QHelpEvent>
 #include <QMimeData>
+#include <QSignalSpy>
 #include <QToolTip>
 #include <QUrl>
 
@@ -67,6 +68,15 @@ TEST_F(GridTest, TypingOverARowAndEnterMovesDown) {
   EXPECT_EQ(Row(3), "$DELAY 5");
   EXPECT_EQ(CurrentRow(), 4);
   EXPECT_EQ(CellData(3, Qt::ForegroundRole).value<QColor>(), QColor(0, 0, 255));
+}
+
+TEST_F(GridTest, AnEditIsReportedAtOnceDuringARunToo) {
+  const QSignalSpy changes(Grid()->model(), &QAbstractItemModel::dataChanged);
+  script_.run.ScriptRunning = 1;
+  Grid()->model()->setData(Grid()->model()->index(1, 1), "A");
+  script_.run.ScriptRunning = 0;
+  ASSERT_EQ(changes.size(), 1);
+  EXPECT_EQ(changes[0][0].toModelIndex().row(), 1);
 }
 
 TEST_F(GridTest, TheMarkerColumnIsNeverCurrent) {

@@ -90,6 +90,16 @@ TEST_F(BesideTest, ItsShortcutsAreCarriedOut) {
   EXPECT_EQ(triggered_, 1);
 }
 
+TEST_F(BesideTest, ShortcutsOfTheWindowAreDropped) {
+  QAction connects(&window_);
+  connects.setShortcut(Qt::Key_F9);
+  int connected = 0;
+  QObject::connect(&connects, &QAction::triggered, [&connected] { ++connected; });
+  QCoreApplication::postEvent(&connects, new QShortcutEvent(connects.shortcut(), 0));
+  EXPECT_TRUE(Wait());
+  EXPECT_EQ(connected, 0);
+}
+
 TEST_F(BesideTest, EscGivesUpTheWaitButClosesADialog) {
   Post(answer_, Qt::Key_Escape);
   EXPECT_TRUE(Wait());
