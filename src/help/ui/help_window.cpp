@@ -42,7 +42,7 @@ void HelpPage::Use(std::shared_ptr<const HelpFile> file) {
   if (file == file_) return;
   file_ = std::move(file);
   // The new file may have another page of the name on display.
-  reload();
+  if (!source().isEmpty()) reload();
   clearHistory();
 }
 
