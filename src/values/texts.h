@@ -34,7 +34,6 @@ inline constexpr std::string_view kSvg = "SVG-Bild (*.svg)";
 inline constexpr std::string_view kPng = "PNG-Bild (*.png)";
 inline constexpr std::string_view kPdf = "PDF-Datei (*.pdf)";
 inline constexpr std::string_view kSaving = "Messwerte werden gespeichert …";
-inline constexpr std::string_view kCancel = "Abbrechen";
 inline constexpr std::string_view kPrintTitle = "Als PDF-Datei drucken";
 inline constexpr std::string_view kNotPrinted = "Der Drucker nimmt den Auftrag nicht an";
 inline constexpr std::string_view kNoMemory = "Nicht genügend Speicher";

@@ -147,11 +147,10 @@ TEST_F(ValuesOutputTest, RemembersFormAndFolder) {
 }
 
 TEST_F(ValuesOutputTest, ReportsWhatCannotBeWritten) {
-  const std::string name = folder_.Path("missing/a.csv");
-  auto* job = new CsvJob(store_, 100, kCommaForm, &window_);
+  auto* job = NewCsvJob(store_, 100, kCommaForm, folder_.Path("missing/a.csv"), &window_);
   int ended = -1;
-  QObject::connect(job, &CsvJob::Ended, [&ended](int error) { ended = error; });
-  job->Start(name);
+  QObject::connect(job, &base::SlicedJob::Ended, [&ended](int error) { ended = error; });
+  job->Start();
   EXPECT_EQ(ended, ENOENT);
   gui::BoxAnswers overwrite;
   overwrite.Start();
@@ -182,10 +181,10 @@ TEST_F(ValuesOutputTest, AFullDiskLeavesTheExistingFile) {
 
 TEST_F(ValuesOutputTest, WritesManyRowsInSlices) {
   while (store_.rows() < 200000) Add(store_, "A?", {1.0});
-  auto* job = new CsvJob(store_, 200000, kCommaForm, &window_);
+  auto* job = NewCsvJob(store_, 200000, kCommaForm, folder_.Path("many.csv"), &window_);
   int ended = -1;
-  QObject::connect(job, &CsvJob::Ended, [&ended](int error) { ended = error; });
-  job->Start(folder_.Path("many.csv"));
+  QObject::connect(job, &base::SlicedJob::Ended, [&ended](int error) { ended = error; });
+  job->Start();
   EXPECT_EQ(ended, -1);
   EXPECT_FALSE(std::filesystem::exists(folder_.Path("many.csv")));
   // Rows added while saving are not written.
@@ -202,13 +201,13 @@ TEST_F(ValuesOutputTest, WritesManyRowsInSlices) {
 TEST_F(ValuesOutputTest, LeavesNoFileIfCancelledOrTheStoreIsCleared) {
   while (store_.rows() < 200000) Add(store_, "A?", {1.0});
   const auto run = [this](const std::function<void()>& interrupt) {
-    auto* job = new CsvJob(store_, store_.rows(), kCommaForm, &window_);
+    QPointer<base::SlicedJob> job =
+        NewCsvJob(store_, store_.rows(), kCommaForm, folder_.Path("many.csv"), &window_);
     int ended = -1;
-    QObject::connect(job, &CsvJob::Ended, [&ended](int error) { ended = error; });
-    job->Start(folder_.Path("many.csv"));
+    QObject::connect(job, &base::SlicedJob::Ended, [&ended](int error) { ended = error; });
+    job->Start();
     interrupt();
-    EXPECT_TRUE(QTest::qWaitFor([&ended] { return ended >= 0; }));
-    delete job;
+    EXPECT_TRUE(QTest::qWaitFor([&] { return ended >= 0 && job == nullptr; }));
     return ended;
   };
   EXPECT_EQ(run([this] { window_.findChild<QProgressDialog*>("ProgressDialog")->cancel(); }), ECANCELED);

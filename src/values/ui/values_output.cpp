@@ -12,6 +12,7 @@
 #include <array>
 #include <cerrno>
 
+#include "base/files.h"
 #include "base/ui/qt_text.h"
 #include "values/texts.h"
 #include "values/ui/csv_job.h"
@@ -200,12 +201,11 @@ void ValuesOutput::SaveAs(const QString& name, SaveForm form, std::size_t rows) 
 }
 
 void ValuesOutput::SaveCsv(const std::string& name, CsvForm form, std::size_t rows) {
-  auto* job = new CsvJob(store_, std::min(rows, store_.rows()), form, window_);
-  connect(job, &CsvJob::Ended, this, [this, job, name](int error) {
-    job->deleteLater();
+  auto* job = NewCsvJob(store_, std::min(rows, store_.rows()), form, name, window_);
+  connect(job, &base::SlicedJob::Ended, this, [this, name](int error) {
     if (error != 0 && error != ECANCELED) ReportError(name, error);
   });
-  job->Start(name);
+  job->Start();
 }
 
 void ValuesOutput::SavePicture(const std::string& name, SaveForm form) {

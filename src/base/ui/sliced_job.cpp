@@ -1,0 +1,58 @@
+#include "base/ui/sliced_job.h"
+
+#include <QElapsedTimer>
+#include <QTimerEvent>
+#include <cerrno>
+#include <utility>
+
+namespace kolvane::base {
+namespace {
+
+constexpr int kSliceMs = 15;
+constexpr int kProgressAfterMs = 400;
+constexpr int kSteps = 1000;
+
+}  // namespace
+
+SlicedJob::SlicedJob(const Texts& texts, std::function<Reached()> piece, QWidget* window)
+    : QObject(window),
+      piece_(std::move(piece)),
+      progress_(texts.what, QStringLiteral("Abbrechen"), 0, kSteps, window) {
+  progress_.setObjectName(QStringLiteral("ProgressDialog"));
+  progress_.setWindowTitle(texts.title);
+  progress_.setWindowModality(Qt::WindowModal);
+  progress_.setMinimumDuration(kProgressAfterMs);
+  progress_.setAutoReset(false);
+  progress_.setAutoClose(false);
+}
+
+void SlicedJob::Start() { WorkSlice(); }
+
+void SlicedJob::WorkSlice() {
+  next_.stop();
+  if (progress_.wasCanceled()) return End(ECANCELED);
+  QElapsedTimer slice;
+  slice.start();
+  Reached reached{0, 0};
+  while (reached.share < 1 && slice.elapsed() < kSliceMs) {
+    reached = piece_();
+    if (reached.error != 0) return End(reached.error);
+  }
+  if (reached.share >= 1) return End(0);
+  // This serves events.
+  progress_.setValue(static_cast<int>(reached.share * kSteps));
+  next_.start(0, this);
+}
+
+void SlicedJob::End(int error) {
+  next_.stop();
+  progress_.close();
+  deleteLater();
+  Q_EMIT Ended(error);
+}
+
+void SlicedJob::timerEvent(QTimerEvent* event) {
+  if (event->timerId() == next_.timerId()) WorkSlice();
+}
+
+}  // namespace kolvane::base
