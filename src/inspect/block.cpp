@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
+#include <utility>
 
 #include "base/encoding.h"
 #include "base/text.h"
@@ -105,40 +106,67 @@ std::string BlockSource::Read(std::uint64_t offset, std::size_t count) const {
   return bytes;
 }
 
-std::optional<std::uint64_t> BlockSource::Find(std::string_view bytes, std::uint64_t from) const {
-  if (const auto found = FindBetween(bytes, from, size_)) return found;
-  return FindBetween(bytes, 0, std::min(from + bytes.size() - 1, size_));
-}
+BlockSearch::BlockSearch(std::shared_ptr<const BlockSource> source, std::string bytes, std::uint64_t from)
+    : source_(std::move(source)),
+      bytes_(std::move(bytes)),
+      from_(std::min(from, source_->size())),
+      at_(from_),
+      end_(source_->size()) {}
 
-// Pieces overlap, so that a hit across their border is found.
-std::optional<std::uint64_t> BlockSource::FindBetween(std::string_view bytes, std::uint64_t from,
-                                                      std::uint64_t end) const {
-  for (std::uint64_t at = from; at + bytes.size() <= end; at += kPiece) {
-    const auto wanted = std::min<std::uint64_t>(kPiece + bytes.size() - 1, end - at);
-    const std::string piece = Read(at, static_cast<std::size_t>(wanted));
-    if (const std::size_t hit = piece.find(bytes); hit != std::string::npos) return at + hit;
+// Pieces overlap, so that a place across their border is found.
+double BlockSearch::Step() {
+  if (at_ + bytes_.size() <= end_) {
+    const auto wanted = std::min<std::uint64_t>(kPiece + bytes_.size() - 1, end_ - at_);
+    const std::string piece = source_->Read(at_, static_cast<std::size_t>(wanted));
+    if (const std::size_t hit = piece.find(bytes_); hit != std::string::npos) {
+      found_ = at_ + hit;
+      return 1;
+    }
+    at_ += kPiece;
+  } else if (from_start_) {
+    return 1;
+  } else {
+    from_start_ = true;
+    at_ = 0;
+    end_ = std::min(from_ + bytes_.size() - 1, source_->size());
   }
-  return std::nullopt;
+  const std::uint64_t reached = std::min(at_, end_);
+  const std::uint64_t searched = from_start_ ? source_->size() - from_ + reached : reached - from_;
+  return std::min(0.999, static_cast<double>(searched) / static_cast<double>(source_->size() + 1));
 }
 
-std::string CopyText(CopyForm form, std::string_view bytes, std::size_t offset) {
-  switch (form) {
+void CopyText::Append(std::string_view piece) {
+  const bool first = done_ == 0;
+  const bool last = done_ + piece.size() == size_;
+  switch (form_) {
     case CopyForm::kHex:
-      return Lines({"", " ", "", "\n", ""}, bytes);
+      text_ += Lines({"", " ", "", "\n", last ? "" : "\n"}, piece);
+      break;
     case CopyForm::kC:
-      return "const unsigned char data[" + std::to_string(bytes.size()) + "] = {\n" +
-             Lines({"0x", ", ", "    ", ",\n", "\n"}, bytes) + "};";
+      if (first) text_ += "const unsigned char data[" + std::to_string(size_) + "] = {\n";
+      text_ += Lines({"0x", ", ", "    ", ",\n", last ? "\n" : ",\n"}, piece);
+      if (last) text_ += "};";
+      break;
     case CopyForm::kPython:
-      if (bytes.size() <= kLine) return "b\"" + Lines({"\\x", "", "", "", ""}, bytes) + '"';
-      return "(\n" + Lines({"\\x", "", "    b\"", "\"\n", "\"\n"}, bytes) + ")";
+      if (size_ <= kLine) {
+        text_ = "b\"" + Lines({"\\x", "", "", "", ""}, piece) + '"';
+        break;
+      }
+      if (first) text_ += "(\n";
+      text_ += Lines({"\\x", "", "    b\"", "\"\n", "\"\n"}, piece);
+      if (last) text_ += ")";
+      break;
     case CopyForm::kBase64:
-      return base::Base64(bytes);
+      text_ += base::Base64(piece);
+      break;
     case CopyForm::kDump:
-      return DumpText(bytes, offset);
+      text_ += DumpText(piece, static_cast<std::size_t>(offset_ + done_)) + (last ? "" : "\n");
+      break;
     case CopyForm::kText:
-      return base::FromWindows1252(bytes);
+      text_ += base::FromWindows1252(piece);
+      break;
   }
-  return {};
+  done_ += piece.size();
 }
 
 std::optional<std::string> SearchBytes(std::string_view typed) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -19,24 +20,57 @@ class BlockSource {
   std::uint64_t size() const { return size_; }
   /// Up to `count` bytes from `offset` on, as many as exist and can be read.
   std::string Read(std::uint64_t offset, std::size_t count) const;
-  /// Where `bytes`, at least one, occur next: from `from` to the end, then from the beginning.
-  std::optional<std::uint64_t> Find(std::string_view bytes, std::uint64_t from) const;
 
  private:
-  std::optional<std::uint64_t> FindBetween(std::string_view bytes, std::uint64_t from,
-                                           std::uint64_t end) const;
-
   std::string bytes_;
   base::Descriptor file_;
   std::uint64_t size_ = 0;
 };
 
+/// The search for the next place of some bytes: from a position to the end, then from the beginning.
+class BlockSearch {
+ public:
+  /// `bytes` is at least one.
+  BlockSearch(std::shared_ptr<const BlockSource> source, std::string bytes, std::uint64_t from);
+
+  /// Searches the next mebibyte. Returns the share searched so far, 1 at the end.
+  double Step();
+  /// Where they are; no value before the end, and if they are nowhere.
+  std::optional<std::uint64_t> found() const { return found_; }
+
+ private:
+  std::shared_ptr<const BlockSource> source_;
+  std::string bytes_;
+  std::uint64_t from_;
+  std::uint64_t at_;
+  std::uint64_t end_;
+  bool from_start_ = false;
+  std::optional<std::uint64_t> found_;
+};
+
 /// The formats in which bytes are copied.
 enum class CopyForm { kHex, kC, kPython, kBase64, kDump, kText };
 
-/// The bytes in that format, UTF-8; lines end in LF, except the last. `offset` is that of the first byte in
-/// the dump.
-std::string CopyText(CopyForm form, std::string_view bytes, std::size_t offset);
+/// Bytes in such a format, UTF-8; lines end in LF, except the last.
+class CopyText {
+ public:
+  /// The size of each piece but the last.
+  static constexpr std::size_t kPieceBytes = 48 * 1024;
+
+  /// `offset` is that of the first byte in the dump, `size` the number of all bytes.
+  CopyText(CopyForm form, std::uint64_t offset, std::uint64_t size)
+      : form_(form), offset_(offset), size_(size) {}
+
+  void Append(std::string_view piece);
+  const std::string& text() const { return text_; }
+
+ private:
+  CopyForm form_;
+  std::uint64_t offset_;
+  std::uint64_t size_;
+  std::uint64_t done_ = 0;
+  std::string text_;
+};
 
 /// The bytes to search for, as typed: text in quotation marks is encoded as Windows-1252, pairs of
 /// hexadecimal digits (spaces between them) are bytes, anything else is text. No value if nothing was typed,

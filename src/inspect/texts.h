@@ -52,6 +52,12 @@ inline constexpr std::string_view kNextPage = "Seite &vor";
 inline constexpr std::string_view kAllFiles = "Alle Dateien (*)";
 inline constexpr std::string_view kCsvFiles = "CSV-Dateien (*.csv)";
 inline constexpr std::string_view kMoreRecords = "… weitere Sätze: „CSV speichern...“ nimmt alle";
+inline constexpr std::string_view kTitle = "Binärdaten analysieren";
+inline constexpr std::string_view kSearching = "Bytes werden gesucht …";
+inline constexpr std::string_view kSaving = "Bytes werden gespeichert …";
+inline constexpr std::string_view kCopying = "Bytes werden kopiert …";
+inline constexpr std::string_view kTooLongToCopy =
+    "Der Block ist zu lang zum Kopieren, möglich sind 16 MB. „Block speichern...“ schreibt ihn ganz.";
 inline constexpr std::string_view kNothingToSave =
     "Die Formatvorlage ergibt hier keine Felder. Bitte wählen Sie eine Formatvorlage aus.";
 
@@ -86,6 +92,9 @@ inline std::string NotFound(std::string_view typed) { return "„" + std::string
 /// `error` is an errno.
 inline std::string NotRead(std::string_view name, int error) {
   return "Die Datei „" + std::string(name) + "“ kann nicht gelesen werden: " + base::SystemErrorText(error);
+}
+inline std::string NotCopied(int error) {
+  return "Der Block kann nicht kopiert werden: " + base::SystemErrorText(error);
 }
 inline std::string NotWritten(std::string_view name, int error) {
   return "Die Datei „" + std::string(name) +

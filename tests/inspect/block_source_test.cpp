@@ -26,22 +26,33 @@ TEST(BlockSource, TakesRegularFilesOnly) {
   EXPECT_EQ(source.Read(8, 10), "89");
 }
 
-TEST(BlockSource, SearchesFromAPositionOnAndThenFromTheStart) {
-  BlockSource source;
-  source.SetBytes("abcab");
-  EXPECT_EQ(source.Find("ab", 0), 0u);
-  EXPECT_EQ(source.Find("ab", 1), 3u);
-  EXPECT_EQ(source.Find("ab", 4), 0u);
-  EXPECT_EQ(source.Find("ac", 0), std::nullopt);
+std::optional<std::uint64_t> Found(const std::string& text, const std::string& bytes, std::uint64_t from) {
+  auto source = std::make_shared<BlockSource>();
+  source->SetBytes(text);
+  BlockSearch search(source, bytes, from);
+  double share = 0;
+  while (share < 1) {
+    const double next = search.Step();
+    EXPECT_GE(next, share);
+    share = next;
+  }
+  return search.found();
 }
 
-TEST(BlockSource, FindsBytesFarFromTheStart) {
-  BlockSource source;
+TEST(BlockSearch, GoesFromAPositionOnAndThenFromTheStart) {
+  EXPECT_EQ(Found("abcab", "ab", 0), 0u);
+  EXPECT_EQ(Found("abcab", "ab", 1), 3u);
+  EXPECT_EQ(Found("abcab", "ab", 4), 0u);
+  EXPECT_EQ(Found("abcab", "ac", 0), std::nullopt);
+  EXPECT_EQ(Found("", "a", 1), std::nullopt);
+}
+
+TEST(BlockSearch, FindsBytesFarFromTheStart) {
   for (std::size_t size = 1 << 10; size <= 4 << 20; size *= 2) {
-    source.SetBytes(std::string(size - 1, '.') + "abc" + std::string(size, '.'));
-    EXPECT_EQ(source.Find("abc", 0), size - 1);
-    EXPECT_EQ(source.Find("abc", 2 * size), size - 1) << "from the start again";
-    EXPECT_EQ(source.Find("abd", 0), std::nullopt);
+    const std::string text = std::string(size - 1, '.') + "abc" + std::string(size, '.');
+    EXPECT_EQ(Found(text, "abc", 0), size - 1);
+    EXPECT_EQ(Found(text, "abc", 2 * size), size - 1) << "from the start again";
+    EXPECT_EQ(Found(text, "abd", 0), std::nullopt);
   }
 }
 

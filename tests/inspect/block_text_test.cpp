@@ -7,24 +7,51 @@ namespace {
 
 constexpr std::string_view kBytes("A\0\xE4", 3);
 
+std::string Copied(CopyForm form, std::string_view bytes, std::size_t offset) {
+  CopyText copy(form, offset, bytes.size());
+  std::string_view rest = bytes;
+  do {
+    copy.Append(rest.substr(0, CopyText::kPieceBytes));
+    rest.remove_prefix(std::min(rest.size(), CopyText::kPieceBytes));
+  } while (!rest.empty());
+  return copy.text();
+}
+
 TEST(CopyText, HasEachForm) {
-  EXPECT_EQ(CopyText(CopyForm::kHex, kBytes, 0), "41 00 e4");
-  EXPECT_EQ(CopyText(CopyForm::kC, kBytes, 0), "const unsigned char data[3] = {\n    0x41, 0x00, 0xe4\n};");
-  EXPECT_EQ(CopyText(CopyForm::kPython, kBytes, 0), "b\"\\x41\\x00\\xe4\"");
-  EXPECT_EQ(CopyText(CopyForm::kBase64, kBytes, 0), "QQDk");
-  EXPECT_EQ(CopyText(CopyForm::kDump, kBytes, 32),
+  EXPECT_EQ(Copied(CopyForm::kHex, kBytes, 0), "41 00 e4");
+  EXPECT_EQ(Copied(CopyForm::kC, kBytes, 0), "const unsigned char data[3] = {\n    0x41, 0x00, 0xe4\n};");
+  EXPECT_EQ(Copied(CopyForm::kPython, kBytes, 0), "b\"\\x41\\x00\\xe4\"");
+  EXPECT_EQ(Copied(CopyForm::kBase64, kBytes, 0), "QQDk");
+  EXPECT_EQ(Copied(CopyForm::kDump, kBytes, 32),
             "0032 4100E4                                 A...............");
-  EXPECT_EQ(CopyText(CopyForm::kText, "A\xE4", 0), "Aä");
+  EXPECT_EQ(Copied(CopyForm::kText, "A\xE4", 0), "Aä");
 }
 
 TEST(CopyText, HasSixteenBytesPerLine) {
   const std::string bytes(17, 'B');
-  EXPECT_EQ(CopyText(CopyForm::kHex, bytes, 0), "42 42 42 42 42 42 42 42 42 42 42 42 42 42 42 42\n42");
-  const std::string c = CopyText(CopyForm::kC, bytes, 0);
+  EXPECT_EQ(Copied(CopyForm::kHex, bytes, 0), "42 42 42 42 42 42 42 42 42 42 42 42 42 42 42 42\n42");
+  const std::string c = Copied(CopyForm::kC, bytes, 0);
   EXPECT_EQ(c.substr(c.size() - 18), " 0x42,\n    0x42\n};");
-  const std::string python = CopyText(CopyForm::kPython, bytes, 0);
+  const std::string python = Copied(CopyForm::kPython, bytes, 0);
   EXPECT_TRUE(python.starts_with("(\n    b\"\\x42")) << python;
   EXPECT_TRUE(python.ends_with("\\x42\"\n    b\"\\x42\"\n)")) << python;
+}
+
+TEST(CopyText, IsTheSameInPieces) {
+  std::string bytes;
+  for (std::size_t i = 0; i < 2 * CopyText::kPieceBytes + 5; ++i) bytes += static_cast<char>(i * 7 + i / 256);
+  for (const CopyForm form : {CopyForm::kHex, CopyForm::kC, CopyForm::kPython, CopyForm::kBase64,
+                              CopyForm::kDump, CopyForm::kText}) {
+    CopyText whole(form, 16, bytes.size());
+    whole.Append(bytes);
+    EXPECT_EQ(Copied(form, bytes, 16), whole.text());
+  }
+}
+
+TEST(CopyText, OfNothingIsWellFormed) {
+  EXPECT_EQ(Copied(CopyForm::kHex, "", 0), "");
+  EXPECT_EQ(Copied(CopyForm::kC, "", 0), "const unsigned char data[0] = {\n};");
+  EXPECT_EQ(Copied(CopyForm::kPython, "", 0), "b\"\"");
 }
 
 TEST(SearchBytes, TakesHexTextAndQuotedText) {

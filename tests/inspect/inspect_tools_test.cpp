@@ -6,6 +6,7 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QProgressDialog>
 #include <QScrollBar>
 #include <QTableWidget>
 #include <QTimer>
@@ -321,6 +322,90 @@ TEST_F(InspectToolsTest, ValuesAndHitsContinueOnTheNextPage) {
   EXPECT_EQ(Copied("CopyAsText"), "ABCD");
   EXPECT_EQ(Cell("Zeichen", 1), "ABCDEFGH");
   EXPECT_EQ(Cell("32 Bit ohne Vorzeichen", 2), "1094861636");
+}
+
+TEST_F(InspectToolsTest, CopyingWithoutAMarkTakesAllPages) {
+  const std::string bytes = std::string(kMaxDumpBytes, 'A') + "BC";
+  base::WriteBytes(folder_.Path("data"), bytes);
+  Open("D");
+  Drop(folder_.Path("data"));
+  EXPECT_EQ(Copied("CopyAsText").toStdString(), bytes);
+  Type("GoToEdit", std::to_string(kMaxDumpBytes).c_str());
+  EXPECT_EQ(Copied("CopyAsText").toStdString(), bytes);
+}
+
+TEST_F(InspectToolsTest, CopyingTakesAtMostSixteenMegabytes) {
+  constexpr std::uintmax_t kMost = 16u << 20;
+  QApplication::clipboard()->setText("before");
+  base::WriteBytes(folder_.Path("data"), "");
+  std::filesystem::resize_file(folder_.Path("data"), kMost + 1);
+  Open("D");
+  Drop(folder_.Path("data"));
+  EXPECT_EQ(Copied("CopyAsBase64"), "before");
+  EXPECT_EQ(
+      PositionText(),
+      "Der Block ist zu lang zum Kopieren, möglich sind 16 MB. „Block speichern...“ schreibt ihn ganz.");
+  std::filesystem::resize_file(folder_.Path("data"), kMost);
+  Drop(folder_.Path("data"));
+  Find<QAction>("CopyAsBase64")->trigger();
+  EXPECT_TRUE(QTest::qWaitFor([] { return QApplication::clipboard()->text() != "before"; }));
+  EXPECT_EQ(QApplication::clipboard()->text().size(), (kMost + 2) / 3 * 4);
+}
+
+/// A file of a gigabyte of zeros, for work that takes several slices.
+class LongInspectTest : public InspectToolsTest {
+ protected:
+  LongInspectTest() {
+    base::WriteBytes(folder_.Path("data"), "");
+    std::filesystem::resize_file(folder_.Path("data"), std::uintmax_t{1} << 30);
+  }
+  QProgressDialog* Progress() { return dialog_->findChild<QProgressDialog*>("ProgressDialog"); }
+  bool Ended() {
+    return QTest::qWaitFor([this] { return Progress() == nullptr; }, 60'000);
+  }
+};
+
+TEST_F(LongInspectTest, ASearchCanBeCancelled) {
+  Open("A");
+  Drop(folder_.Path("data"));
+  const QString before = PositionText();
+  Type("InspectFind", "X");
+  ASSERT_NE(Progress(), nullptr);
+  EXPECT_EQ(Progress()->labelText(), "Bytes werden gesucht …");
+  Progress()->cancel();
+  EXPECT_TRUE(Ended());
+  EXPECT_EQ(PositionText(), before);
+}
+
+TEST_F(LongInspectTest, ASearchEndsWithAnotherOneOrAnotherFile) {
+  base::WriteBytes(folder_.Path("short"), "AX");
+  Open("A");
+  Drop(folder_.Path("data"));
+  Type("InspectFind", "X");
+  Type("InspectFind", "Y");
+  EXPECT_EQ(dialog_->findChildren<QProgressDialog*>().size(), 1);
+  Drop(folder_.Path("short"));
+  const QString before = PositionText();
+  Progress()->cancel();
+  EXPECT_TRUE(Ended());
+  EXPECT_EQ(PositionText(), before);
+  Type("InspectFind", "X");
+  EXPECT_EQ(Caret(), 1u);
+}
+
+TEST_F(LongInspectTest, ACancelledFileIsNotWritten) {
+  AddTemplate("a.BNS", "BYTECOUNT=1\r\na;BYTE;0");
+  Open("A");
+  Drop(folder_.Path("data"));
+  Find<QCheckBox>("chkRepeat")->setChecked(true);
+  for (const char* button : {"cmdSaveBlock", "cmdSaveCsv"}) {
+    Answer("SaveDialog", folder_.Path("copy.csv"));
+    Click(button);
+    ASSERT_NE(Progress(), nullptr) << button;
+    Progress()->cancel();
+    EXPECT_TRUE(Ended());
+    EXPECT_FALSE(std::filesystem::exists(folder_.Path("copy.csv"))) << button;
+  }
 }
 
 TEST_F(InspectToolsTest, APositionOnAnotherPageRunsTheTemplate) {

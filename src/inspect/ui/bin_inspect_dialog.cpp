@@ -11,6 +11,7 @@
 #include <QUrl>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <memory>
 #include <utility>
 
 #include "base/encoding.h"
@@ -44,7 +45,7 @@ BinInspectDialog::BinInspectDialog(BinInspectContext context, QWidget* parent)
       formats_(new FormatFrame),
       network_order_(new QCheckBox(QStringLiteral("Daten sind in Network Byte Order (Motorola)"))) {
   setObjectName(QStringLiteral("frmBinInspect"));
-  setWindowTitle(QStringLiteral("Binärdaten analysieren"));
+  setWindowTitle(base::ToQt(texts::kTitle));
   setSizeGripEnabled(true);
   network_order_->setObjectName(QStringLiteral("chkMotorola"));
   network_order_->setChecked(context_.state.network_order);
@@ -216,14 +217,14 @@ void BinInspectDialog::ShowRecords() {
   const auto length = parsed ? parsed->RecordLength() : std::nullopt;
   if (!length) return;
   const std::uint64_t begin = block_->Offset();
-  const std::uint64_t end = std::min(block_->source().size(), block_->page_offset() + kMaxDumpBytes);
+  const std::uint64_t end = std::min(block_->source()->size(), block_->page_offset() + kMaxDumpBytes);
   const NumberForm form{context_.state.network_order, context_.decimal_sign};
   std::vector<std::string> lines;
   fields_.clear();
   std::uint64_t at = begin;
   for (int number = 1; at < end && lines.size() < kMaxLines; ++number, at += *length) {
     for (ResultLine& line :
-         RecordLines(*parsed, form, block_->source().Read(at, std::min(*length, ByteBuffer{}.size())))) {
+         RecordLines(*parsed, form, block_->source()->Read(at, std::min(*length, ByteBuffer{}.size())))) {
       lines.push_back(std::to_string(number) + ": " + std::move(line.text));
       fields_.push_back(
           {static_cast<std::size_t>(at - block_->page_offset()) + static_cast<std::size_t>(line.offset),
@@ -263,34 +264,72 @@ void BinInspectDialog::TemplateChanged() {
   if (context_.state.format_code >= format::kTemplate && template_ran_) Inspect();
 }
 
-std::string BinInspectDialog::CsvText() const {
-  const auto parsed = LoadTemplate(TemplatePath());
-  if (!parsed || parsed->Fields().empty() || !parsed->RecordLength()) return {};
-  const std::size_t length = *parsed->RecordLength();
-  const RecordTable table(*parsed);
-  std::string text;
-  table.AppendCsvHeader(text);
-  const bool all = buttons_->repeat()->isChecked();
-  std::uint64_t at = block_->Offset();
-  do {
-    const std::string record = block_->source().Read(at, std::min(length, ByteBuffer{}.size()));
-    if (record.empty()) break;
-    table.AppendCsvRecord(record, context_.state.network_order, text);
-    at += length;
-  } while (all);
-  return text;
-}
+namespace {
+
+constexpr std::size_t kCsvPiece = 1 << 16;
+
+struct RecordChoice {
+  std::uint64_t offset = 0;  // of the first record
+  bool all = false;          // that follow it
+  bool network_order = false;
+};
+
+/// Writes records as lines of CSV.
+class RecordFile {
+ public:
+  RecordFile(std::shared_ptr<const BlockSource> source, const Template& parsed, const RecordChoice& choice,
+             const std::string& name)
+      : source_(std::move(source)),
+        length_(*parsed.RecordLength()),
+        table_(parsed),
+        choice_(choice),
+        open_error_(file_.Open(name)) {
+    table_.AppendCsvHeader(text_);
+  }
+
+  base::SlicedJob::Reached WritePiece() {
+    if (open_error_ != 0) return {0, open_error_};
+    bool more = true;
+    while (more && text_.size() < kCsvPiece) more = TakeRecord() && choice_.all;
+    const int error = file_.Write(std::exchange(text_, {}));
+    if (error != 0) return {0, error};
+    if (!more) return {1, file_.Commit()};
+    return {static_cast<double>(choice_.offset) / static_cast<double>(source_->size() + length_ + 1)};
+  }
+
+ private:
+  bool TakeRecord() {
+    const std::string record = source_->Read(choice_.offset, std::min(length_, ByteBuffer{}.size()));
+    if (record.empty()) return false;
+    table_.AppendCsvRecord(record, choice_.network_order, text_);
+    choice_.offset += length_;
+    return true;
+  }
+
+  std::shared_ptr<const BlockSource> source_;
+  std::size_t length_;
+  RecordTable table_;
+  RecordChoice choice_;
+  std::string text_;
+  base::FileReplacement file_;
+  int open_error_;
+};
+
+}  // namespace
 
 void BinInspectDialog::SaveCsv() {
-  const std::string text = CsvText();
-  if (text.empty()) return block_->ShowMessage(std::string(texts::kNothingToSave));
+  const auto parsed = LoadTemplate(TemplatePath());
+  if (!parsed || parsed->Fields().empty() || !parsed->RecordLength())
+    return block_->ShowMessage(std::string(texts::kNothingToSave));
+  const RecordChoice choice{block_->Offset(), buttons_->repeat()->isChecked(), context_.state.network_order};
   QFileDialog dialog(this, QString(), QString(), base::ToQt(texts::kCsvFiles));
   dialog.setObjectName(QStringLiteral("SaveDialog"));
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setDefaultSuffix(QStringLiteral("csv"));
   if (dialog.exec() != QDialog::Accepted) return;
   const std::string name = base::FromQt(dialog.selectedFiles().value(0));
-  if (const int error = base::ReplaceFile(name, text)) block_->ShowMessage(texts::NotWritten(name, error));
+  const auto file = std::make_shared<RecordFile>(block_->source(), *parsed, choice, name);
+  block_->StartSaving(name, [file] { return file->WritePiece(); });
 }
 
 void BinInspectDialog::dragEnterEvent(QDragEnterEvent* event) {

@@ -58,7 +58,6 @@ class BinInspectDialog final : public QDialog {
   void ShowProblems(const std::vector<TemplateProblem>& problems);
   void ShowField(int row);
   void SaveCsv();
-  std::string CsvText() const;
   void Watch();
   void TemplateChanged();
   std::string TemplatePath() const;

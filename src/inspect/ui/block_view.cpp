@@ -6,6 +6,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <algorithm>
+#include <cerrno>
 #include <utility>
 
 #include "base/files.h"
@@ -27,16 +28,33 @@ constexpr auto kWidestValue = "-8.88888888888888E-308";
 constexpr std::size_t kLongestValue = 8;
 constexpr std::size_t kPiece = 1 << 16;
 
-int SaveTo(const std::string& name, const BlockSource& source) {
-  base::FileReplacement file;
-  if (const int error = file.Open(name)) return error;
-  for (std::uint64_t at = 0; at < source.size();) {
-    const std::string piece = source.Read(at, kPiece);
-    if (piece.empty()) return EIO;
-    if (const int error = file.Write(piece)) return error;
-    at += piece.size();
+// Beyond it a copy takes too much memory.
+constexpr std::uint64_t kMostCopied = 16u << 20;
+
+class BlockFile {
+ public:
+  BlockFile(std::shared_ptr<const BlockSource> source, const std::string& name)
+      : source_(std::move(source)), open_error_(file_.Open(name)) {}
+
+  base::SlicedJob::Reached WritePiece() {
+    if (open_error_ != 0) return {0, open_error_};
+    if (at_ == source_->size()) return {1, file_.Commit()};
+    const std::string piece = source_->Read(at_, kPiece);
+    if (piece.empty()) return {0, EIO};
+    at_ += piece.size();
+    // The last call commits.
+    return {0.999 * static_cast<double>(at_) / static_cast<double>(source_->size()), file_.Write(piece)};
   }
-  return file.Commit();
+
+ private:
+  std::shared_ptr<const BlockSource> source_;
+  base::FileReplacement file_;
+  int open_error_;
+  std::uint64_t at_ = 0;
+};
+
+base::SlicedJob::Texts JobTexts(std::string_view what) {
+  return {base::ToQt(texts::kTitle), base::ToQt(what)};
 }
 
 }  // namespace
@@ -139,7 +157,9 @@ BlockView::BlockView(DumpTextBox& dump, PositionBar& bar, ValuePanel& values, QL
 
 void BlockView::ShowDump(std::string dump) {
   bytes_ = BytesOf(dump);
-  source_.SetBytes(bytes_);
+  auto block = std::make_shared<BlockSource>();
+  block->SetBytes(bytes_);
+  source_ = std::move(block);
   page_ = 0;
   dump_.SetDump(std::move(dump));
   ShowPages();
@@ -153,13 +173,15 @@ void BlockView::AskForFile() {
 }
 
 void BlockView::LoadFile(const std::string& name) {
-  if (const int error = source_.Open(name)) return ShowMessage(texts::NotRead(name, error));
+  auto file = std::make_shared<BlockSource>();
+  if (const int error = file->Open(name)) return ShowMessage(texts::NotRead(name, error));
+  source_ = std::move(file);
   ShowPage(0, 0, true);
 }
 
 void BlockView::ShowPage(std::uint64_t page, std::size_t byte, bool replaced) {
   page_ = page;
-  bytes_ = source_.Read(page_offset(), kPageBytes);
+  bytes_ = source_->Read(page_offset(), kPageBytes);
   dump_.SetDump(DumpOfBytes(bytes_));
   DumpView view = dump_.View();
   view.MoveTo(PositionOfByte(byte));
@@ -181,14 +203,14 @@ void BlockView::CaretMoved(Position value) {
   value_ = value;
   const std::size_t byte = ByteAtPosition(dump_.View().caret);
   // A value may continue on the next page.
-  values_.ShowBytes(byte < bytes_.size() ? source_.Read(Offset(), kLongestValue) : "");
+  values_.ShowBytes(byte < bytes_.size() ? source_->Read(Offset(), kLongestValue) : "");
   const auto selected = SelectedBytes();
   // A record may reach beyond the block.
   const std::size_t value_end =
       value > 0 ? std::min(ByteAtPosition(dump_.View().caret + value - 1) + 1, bytes_.size()) : byte;
   const std::size_t in_value = value_end > byte ? value_end - byte : 0;
   std::string text = texts::PositionText(selected ? page_offset() + selected->first : Offset(),
-                                         selected ? selected->count : in_value, source_.size());
+                                         selected ? selected->count : in_value, source_->size());
   if (Pages() > 1) text += texts::Page(page_ + 1, Pages());
   label_.setText(base::ToQt(text));
 }
@@ -217,25 +239,55 @@ void BlockView::MoveTo(std::uint64_t offset) {
 void BlockView::GoTo(const std::string& typed) {
   const auto offset = TypedOffset(typed, static_cast<std::int64_t>(Offset()));
   if (!offset) return label_.setText(base::ToQt(texts::NoOffset(typed)));
-  if (*offset < 0 || static_cast<std::uint64_t>(*offset) >= source_.size())
-    return label_.setText(base::ToQt(texts::OutsideBlock(*offset, source_.size())));
+  if (*offset < 0 || static_cast<std::uint64_t>(*offset) >= source_->size())
+    return label_.setText(base::ToQt(texts::OutsideBlock(*offset, source_->size())));
   MoveTo(static_cast<std::uint64_t>(*offset));
 }
 
 void BlockView::Find(const std::string& typed) {
   const auto bytes = SearchBytes(typed);
-  const auto found = bytes ? source_.Find(*bytes, Offset() + 1) : std::nullopt;
+  if (!bytes) return label_.setText(base::ToQt(texts::NotFound(typed)));
+  delete search_;
+  const auto search = std::make_shared<BlockSearch>(source_, *bytes, Offset() + 1);
+  search_ = new base::SlicedJob(
+      JobTexts(texts::kSearching), [search] { return base::SlicedJob::Reached{search->Step()}; }, window_);
+  connect(search_, &base::SlicedJob::Ended, this,
+          [this, search, typed, count = bytes->size(), source = source_](int error) {
+            if (error == 0 && source == source_) ShowFound(*search, typed, count);
+          });
+  search_->Start();
+}
+
+void BlockView::ShowFound(const BlockSearch& search, const std::string& typed, std::size_t count) {
+  const auto found = search.found();
   if (!found) return label_.setText(base::ToQt(texts::NotFound(typed)));
   MoveTo(*found);
-  dump_.ShowHighlight({static_cast<std::size_t>(*found - page_offset()), bytes->size()});
+  dump_.ShowHighlight({static_cast<std::size_t>(*found - page_offset()), count});
   CaretMoved(value_);
 }
 
 void BlockView::CopyAs(CopyForm form) {
-  const ByteRange range = SelectedBytes().value_or(ByteRange{0, bytes_.size()});
-  const std::uint64_t first = page_offset() + range.first;
-  const std::string text = CopyText(form, source_.Read(first, range.count), static_cast<std::size_t>(first));
-  QGuiApplication::clipboard()->setText(base::ToQt(text));
+  const auto selected = SelectedBytes();
+  const std::uint64_t first = selected ? page_offset() + selected->first : 0;
+  const std::uint64_t end = selected ? first + selected->count : source_->size();
+  if (end - first > kMostCopied) return ShowMessage(std::string(texts::kTooLongToCopy));
+  const auto copy = std::make_shared<CopyText>(form, first, end - first);
+  auto* job = new base::SlicedJob(
+      JobTexts(texts::kCopying),
+      [copy, source = source_, at = first, end]() mutable -> base::SlicedJob::Reached {
+        const auto wanted = std::min<std::uint64_t>(end - at, CopyText::kPieceBytes);
+        const std::string piece = source->Read(at, static_cast<std::size_t>(wanted));
+        if (piece.size() < wanted) return {0, EIO};
+        copy->Append(piece);
+        at += wanted;
+        return {at == end ? 1 : static_cast<double>(at) / static_cast<double>(end + 1)};
+      },
+      window_);
+  connect(job, &base::SlicedJob::Ended, this, [this, copy](int error) {
+    if (error == 0) return QGuiApplication::clipboard()->setText(base::ToQt(copy->text()));
+    if (error != ECANCELED) ShowMessage(texts::NotCopied(error));
+  });
+  job->Start();
 }
 
 void BlockView::SaveBlock() {
@@ -244,7 +296,16 @@ void BlockView::SaveBlock() {
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   if (dialog.exec() != QDialog::Accepted) return;
   const std::string name = base::FromQt(dialog.selectedFiles().value(0));
-  if (const int error = SaveTo(name, source_)) ShowMessage(texts::NotWritten(name, error));
+  const auto file = std::make_shared<BlockFile>(source_, name);
+  StartSaving(name, [file] { return file->WritePiece(); });
+}
+
+void BlockView::StartSaving(const std::string& name, std::function<base::SlicedJob::Reached()> piece) {
+  auto* job = new base::SlicedJob(JobTexts(texts::kSaving), std::move(piece), window_);
+  connect(job, &base::SlicedJob::Ended, this, [this, name](int error) {
+    if (error != 0 && error != ECANCELED) ShowMessage(texts::NotWritten(name, error));
+  });
+  job->Start();
 }
 
 void BlockView::ShowMessage(const std::string& text) {

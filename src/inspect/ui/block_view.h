@@ -2,12 +2,16 @@
 
 #include <QLabel>
 #include <QObject>
+#include <QPointer>
 #include <QTableWidget>
+#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 
 #include "base/prompt.h"
+#include "base/ui/sliced_job.h"
 #include "inspect/block.h"
 #include "inspect/ui/dump_text_box.h"
 #include "inspect/ui/inspect_controls.h"
@@ -56,7 +60,7 @@ class BlockView final : public QObject {
   void CaretMoved(Position value);
   /// The caret's offset in the whole block.
   std::uint64_t Offset() const;
-  const BlockSource& source() const { return source_; }
+  std::shared_ptr<const BlockSource> source() const { return source_; }
   /// The offset of the page's first byte in the whole block.
   std::uint64_t page_offset() const { return page_ * kPageBytes; }
 
@@ -65,6 +69,8 @@ class BlockView final : public QObject {
   void TurnPage(int by);
   void CopyAs(CopyForm form);
   void SaveBlock();
+  /// Starts to write a file with `piece`; reports a failure.
+  void StartSaving(const std::string& name, std::function<base::SlicedJob::Reached()> piece);
   void ShowMessage(const std::string& text);
 
  Q_SIGNALS:
@@ -77,7 +83,8 @@ class BlockView final : public QObject {
   void ShowPage(std::uint64_t page, std::size_t byte, bool replaced);
   void MoveTo(std::uint64_t offset);
   void ShowPages();
-  std::uint64_t Pages() const { return (source_.size() + kPageBytes - 1) / kPageBytes; }
+  std::uint64_t Pages() const { return (source_->size() + kPageBytes - 1) / kPageBytes; }
+  void ShowFound(const BlockSearch& search, const std::string& typed, std::size_t count);
   std::optional<ByteRange> SelectedBytes() const;
 
   DumpTextBox& dump_;
@@ -86,7 +93,8 @@ class BlockView final : public QObject {
   QLabel& label_;
   base::Prompt* prompt_;
   QWidget* window_;
-  BlockSource source_;
+  std::shared_ptr<const BlockSource> source_ = std::make_shared<BlockSource>();
+  QPointer<base::SlicedJob> search_;
   std::string bytes_;  // of the page
   std::uint64_t page_ = 0;
   Position value_ = 0;
