@@ -27,9 +27,9 @@ int ReadBytes(const std::string& path, std::string& bytes) {
 }
 
 // The folder of the file itself, even if the path is a link to it.
-std::string FolderOf(const std::string& path) {
-  std::error_code error;
-  return fs::weakly_canonical(fs::absolute(path), error).parent_path();
+std::string FolderOf(const std::string& path, std::error_code& error) {
+  const fs::path full = fs::absolute(path, error);
+  return error ? std::string() : fs::weakly_canonical(full, error).parent_path().string();
 }
 
 class IniStore final : public SettingsStore {
@@ -66,10 +66,11 @@ class IniStore final : public SettingsStore {
   int MergeIntoFile() const {
     if (path_.empty()) return ENOENT;
     std::error_code error;
-    fs::create_directories(FolderOf(path_), error);
+    const std::string folder = FolderOf(path_, error);
+    if (!error) fs::create_directories(folder, error);
     if (error) return error.value();
     // Without the lock the file would be intact too, but keys just added by another process could be lost.
-    const base::FolderLock lock(FolderOf(path_));
+    const base::FolderLock lock(folder);
     std::string bytes;
     if (const int unread = ReadBytes(path_, bytes)) return unread;
     const std::string merged = WithIniEntries(bytes, written_);

@@ -141,6 +141,15 @@ TEST_F(IniStoreTest, ReportsWhyItCannotSave) {
   EXPECT_EQ(Save(dir_.Path("loop.ini"), "A", "B", "1"), ELOOP);
 }
 
+TEST_F(IniStoreTest, ReportsThatTheCurrentFolderIsGone) {
+  const fs::path before = fs::current_path();
+  fs::create_directory(dir_.Path("gone"));
+  fs::current_path(dir_.Path("gone"));
+  fs::remove(dir_.Path("gone"));
+  EXPECT_EQ(Save("a.ini", "A", "B", "1"), ENOENT);
+  fs::current_path(before);
+}
+
 TEST_F(IniStoreTest, AFileThatCannotBeReadIsNeverOverwritten) {
   Give("[A]\nB=1\n");
   fs::permissions(dir_.Path(""), fs::perms::all);
