@@ -40,6 +40,9 @@ double ShareDone(const CommandList& list, const InterpreterState& state) {
   return share;
 }
 
+/// An estimate beyond a year says nothing, and nested loops can have more passes than any integer counts.
+constexpr double kLongestEstimate = 365.0 * 24 * 60 * 60;
+
 /// "1:05" for 65 seconds.
 std::string Minutes(double seconds) {
   const auto whole = static_cast<long>(seconds);
@@ -116,7 +119,8 @@ std::string RunProgress::TimeLeft(const CommandList& list, const InterpreterStat
   }
   const double elapsed = seconds - loop_start_;
   if (elapsed < 1 || share <= share_at_start_) return {};
-  return ", noch etwa " + Minutes(elapsed * (1 - share) / (share - share_at_start_));
+  const double left = elapsed * (1 - share) / (share - share_at_start_);
+  return left > kLongestEstimate ? std::string() : ", noch etwa " + Minutes(left);
 }
 
 }  // namespace kolvane::script

@@ -33,7 +33,7 @@ std::vector<WatchItem> WatchItems(const CommandList& list, const InterpreterStat
 std::string StillOpen(const InterpreterState& state, bool silent, bool recording);
 
 /// Progress of a run. After one second in its outermost loop, and while the passes of all open loops are
-/// known, this includes an estimate of the loop's remaining time.
+/// known, this includes an estimate of the loop's remaining time, if that is at most a year.
 class RunProgress {
  public:
   /// "Zeile 12 von 240, Schleife 3 von 10, 0:42, noch etwa 1:38"; `seconds` since the start of the run.

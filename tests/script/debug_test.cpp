@@ -251,5 +251,18 @@ TEST_F(DebugTest, TheProgressOfKnownLoopsShowsTheTimeRemaining) {
   EXPECT_EQ(at_b[2], "Zeile 7 von 8, Schleife 3 von 4, 5:20, noch etwa 0:20");
 }
 
+TEST_F(DebugTest, TheProgressOfEndlessLoopsShowsNoTimeRemaining) {
+  FillList(list, "$REPEAT 2147483646|$REPEAT 2147483646|$REPEAT 2147483646|A");
+  script.interpreter.RepeatLevel = 3;
+  for (std::size_t level = 1; level <= 3; ++level) {
+    script.interpreter.RepeatRow[level] = static_cast<std::int16_t>(level);
+    script.interpreter.RepeatCount[level] = 2147483646;
+  }
+  RunProgress progress;
+  EXPECT_EQ(progress.Text(list, script.interpreter, 0), "Zeile 1 von 4, Schleife 1 von 2147483647, 0:00");
+  script.interpreter.RepeatCount[3] -= 5;
+  EXPECT_EQ(progress.Text(list, script.interpreter, 10), "Zeile 1 von 4, Schleife 6 von 2147483647, 0:10");
+}
+
 }  // namespace
 }  // namespace kolvane::script
