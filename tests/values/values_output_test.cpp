@@ -9,7 +9,9 @@
 #include <QRegularExpression>
 #include <QSvgRenderer>
 #include <QTest>
+#include <cerrno>
 #include <filesystem>
+#include <new>
 
 #include "base/fake_prompt.h"
 #include "base/small_files.h"
@@ -196,6 +198,15 @@ TEST_F(ValuesOutputTest, WritesManyRowsInSlices) {
   const auto rows = ReadCsv(base::ReadBytes(folder_.Path("many.csv")), ',');
   ASSERT_TRUE(rows);
   EXPECT_EQ(rows->size(), 200001u);
+}
+
+TEST_F(ValuesOutputTest, WorkInSlicesEndsIfMemoryRunsOut) {
+  const auto piece = []() -> base::SlicedJob::Reached { throw std::bad_alloc(); };
+  auto* job = new base::SlicedJob({"", ""}, piece, &window_);
+  int ended = -1;
+  QObject::connect(job, &base::SlicedJob::Ended, [&ended](int error) { ended = error; });
+  job->Start();
+  EXPECT_EQ(ended, ENOMEM);
 }
 
 TEST_F(ValuesOutputTest, LeavesNoFileIfCancelledOrTheStoreIsCleared) {

@@ -3,6 +3,7 @@
 #include <QElapsedTimer>
 #include <QTimerEvent>
 #include <cerrno>
+#include <new>
 #include <utility>
 
 namespace kolvane::base {
@@ -28,6 +29,14 @@ SlicedJob::SlicedJob(const Texts& texts, std::function<Reached()> piece, QWidget
 
 void SlicedJob::Start() { WorkSlice(); }
 
+SlicedJob::Reached SlicedJob::WorkPiece() {
+  try {
+    return piece_();
+  } catch (const std::bad_alloc&) {
+    return {0, ENOMEM};
+  }
+}
+
 void SlicedJob::WorkSlice() {
   next_.stop();
   if (progress_.wasCanceled()) return End(ECANCELED);
@@ -35,7 +44,7 @@ void SlicedJob::WorkSlice() {
   slice.start();
   Reached reached{0, 0};
   while (reached.share < 1 && slice.elapsed() < kSliceMs) {
-    reached = piece_();
+    reached = WorkPiece();
     if (reached.error != 0) return End(reached.error);
   }
   if (reached.share >= 1) return End(0);

@@ -23,7 +23,7 @@ class SlicedJob final : public QObject {
     QString what;  ///< "... werden gespeichert …"
   };
 
-  /// `piece` takes at most a few milliseconds.
+  /// `piece` takes at most a few milliseconds. If memory runs out in it, the work ends with ENOMEM.
   SlicedJob(const Texts& texts, std::function<Reached()> piece, QWidget* window);
 
   /// Starts the work; a little work also ends in this call.
@@ -38,6 +38,7 @@ class SlicedJob final : public QObject {
   void timerEvent(QTimerEvent* event) override;
 
  private:
+  Reached WorkPiece();
   void WorkSlice();
   void End(int error);
 
