@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <condition_variable>
+#include <exception>
 #include <mutex>
 #include <thread>
 #include <utility>
@@ -15,6 +16,7 @@ struct DriverThread::Shared {
   std::mutex mutex;
   std::condition_variable changed;
   std::function<void()> call;
+  std::exception_ptr thrown;  // by the last call
   bool busy = false;
   bool ended = false;
 
@@ -25,8 +27,14 @@ struct DriverThread::Shared {
       if (!busy) return;
       const std::function<void()> own = std::exchange(call, nullptr);
       lock.unlock();
-      own();
+      std::exception_ptr failure;
+      try {
+        own();
+      } catch (...) {
+        failure = std::current_exception();
+      }
       lock.lock();
+      thrown = std::move(failure);
       busy = false;
       changed.notify_all();
     }
@@ -83,6 +91,7 @@ bool DriverThread::Run(Deadline& deadline, std::function<void()> call) {
     if (deadline.given_up()) return false;
     lock.lock();
   }
+  if (shared_->thrown) std::rethrow_exception(std::exchange(shared_->thrown, nullptr));
   return true;
 }
 

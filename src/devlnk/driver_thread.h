@@ -21,7 +21,7 @@ class DriverThread {
   ~DriverThread();
 
   /// `call` must own all that it uses. False if it was given up, or if an earlier one has not ended by the
-  /// deadline.
+  /// deadline. Throws what `call` throws, unless it was given up.
   [[nodiscard]] bool Run(Deadline& deadline, std::function<void()> call);
 
   /// `read` fills the room passed to it. Empty if it was given up.

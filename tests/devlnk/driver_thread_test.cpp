@@ -5,6 +5,7 @@
 #include <array>
 #include <chrono>
 #include <future>
+#include <new>
 #include <thread>
 
 namespace kolvane::devlnk {
@@ -123,6 +124,29 @@ TEST_F(DriverThreadTest, TheNextCallWaitsForOneThatWasGivenUp) {
   Driver second;
   second.release.set_value();
   EXPECT_EQ(Read(second, "cd"), "cd");
+}
+
+TEST_F(DriverThreadTest, WhatTheCallThrowsReachesTheCaller) {
+  int calls = 0;
+  Waiting waiting({KeepWaiting, &calls});
+  Deadline attended(20'000, &waiting);
+  EXPECT_THROW((void)thread_.Run(attended, [] { throw std::bad_alloc(); }), std::bad_alloc);
+  EXPECT_TRUE(thread_.Run(attended, [] {}));
+}
+
+TEST_F(DriverThreadTest, WhatACallThrowsAfterItWasGivenUpIsDropped) {
+  Driver driver;
+  Waiting waiting({GiveUp, nullptr});
+  Deadline given_up(20'000, &waiting);
+  EXPECT_FALSE(thread_.Run(given_up, [released = driver.released] {
+    released.wait();
+    throw std::bad_alloc();
+  }));
+  driver.release.set_value();
+  int calls = 0;
+  Waiting attending({KeepWaiting, &calls});
+  Deadline attended(20'000, &attending);
+  EXPECT_TRUE(thread_.Run(attended, [] {}));
 }
 
 TEST_F(DriverThreadTest, ItsIdleThreadEndsWithIt) {
