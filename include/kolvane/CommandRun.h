@@ -57,7 +57,8 @@ struct CommandRunOptions {
   /// How many times the list is run or the commands are sent, on one connection. Default: once, or with
   /// EveryMs until the run is stopped.
   std::optional<std::int32_t> Repeat;
-  /// From the start of one pass to the start of the next; starts missed during a long pass are skipped.
+  /// Milliseconds from the start of one pass to the start of the next, at least 1. Starts missed during a
+  /// long pass are skipped.
   std::optional<std::int32_t> EveryMs;
   std::string Transcript;       ///< receives all bytes in both directions (docs/formats/transcript.md);
                                 ///< empty: none

@@ -49,7 +49,7 @@ bool List::Load(const std::string& file) {
 Schedule::Schedule(std::optional<std::int32_t> passes, std::optional<std::int32_t> period_ms,
                    Clock::time_point start)
     : left_(passes ? *passes : (period_ms ? kUnlimited : 1)), due_(start) {
-  if (period_ms) period_ = std::chrono::milliseconds(*period_ms);
+  if (period_ms) period_ = std::chrono::milliseconds(std::max(*period_ms, 1));
 }
 
 std::optional<Schedule::Clock::time_point> Schedule::Next(Clock::time_point now) {

@@ -48,6 +48,13 @@ TEST(Schedule, APassWithoutDurationIsNotRepeatedAtOnce) {
   EXPECT_EQ(Next(schedule, 0), 100);
 }
 
+TEST(Schedule, TheShortestPeriodIsAMillisecond) {
+  Schedule schedule({}, 0, kStart);
+  EXPECT_EQ(Next(schedule, 0), 0);
+  EXPECT_EQ(Next(schedule, 0), 1);
+  EXPECT_EQ(Next(schedule, 7), 7);
+}
+
 TEST(Schedule, MissedStartsAreSkipped) {
   Schedule schedule(4, 100, kStart);
   EXPECT_EQ(Next(schedule, 0), 0);
