@@ -12,6 +12,7 @@
 #include "device/port_table.h"
 #include "headless/line_input.h"
 #include "headless/run.h"
+#include "script/checker/row_check.h"
 #include "script/command_list.h"
 #include "script/completion.h"
 
@@ -24,9 +25,11 @@ constexpr const char* kContinuationPrompt = "... ";
 std::string WordOf(std::string_view row) { return base::UpperCase(row.substr(0, row.find_first_of(" ,"))); }
 
 // How a row changes the number of open loops and conditions.
-int DepthOf(const std::string& word) {
-  if (word == "$REPEAT" || word.starts_with("$IF")) return 1;
-  return word == "$ENDREPEAT" || word == "$ENDIF" ? -1 : 0;
+int DepthOf(std::string_view row) {
+  using script::checker::FlowOp;
+  const FlowOp op = script::checker::FlowOpOf(script::checker::RowParts(row));
+  if (op == FlowOp::kRepeat || op == FlowOp::kCondition) return 1;
+  return op == FlowOp::kEndRepeat || op == FlowOp::kEndIf ? -1 : 0;
 }
 
 std::string WithoutQuotes(std::string_view text) {
@@ -115,7 +118,7 @@ std::vector<std::string> ShellRows::Take(std::string_view row) {
   row = base::TrimSpaces(row);
   if (row.empty()) return {};
   rows_.emplace_back(row);
-  depth_ += DepthOf(WordOf(row));
+  depth_ += DepthOf(row);
   // A list has no room for more rows.
   if (depth_ > 0 && rows_.size() <= script::kListRows) return {};
   return Finish();

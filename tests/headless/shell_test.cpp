@@ -36,6 +36,12 @@ TEST(ShellRows, AnExtraEndIsASeparateRow) {
   EXPECT_EQ(rows.Take("$IFERR"), Rows{}) << "it does not count against the next one";
 }
 
+TEST(ShellRows, AnUnknownConditionRunsAtOnce) {
+  ShellRows rows;
+  EXPECT_EQ(rows.Take("$IFEQUALS 1"), Rows{"$IFEQUALS 1"});
+  EXPECT_FALSE(rows.open());
+}
+
 TEST(ShellRows, RowsThatAreGivenUpAreDiscarded) {
   ShellRows rows;
   rows.Take("$REPEAT 2");
