@@ -110,8 +110,9 @@ std::vector<AbandonedCopy> AbandonedCopies(const std::string& folder) {
   const base::FolderLock around(folder);
   if (folder.empty() || !around.IsHeld()) return copies;
   std::error_code failure;
-  for (const auto& entry : fs::directory_iterator(folder, failure)) {
-    std::optional<CopyFolder> left = Claim(entry.path());
+  for (fs::directory_iterator entry(folder, failure); !failure && entry != fs::directory_iterator();
+       entry.increment(failure)) {
+    std::optional<CopyFolder> left = Claim(entry->path());
     std::optional<AbandonedCopy> copy = left ? ReadCopy(*std::move(left)) : std::nullopt;
     if (copy) copies.push_back(*std::move(copy));
   }
