@@ -15,6 +15,7 @@
 #include "script/checker/row_check.h"
 #include "script/command_list.h"
 #include "script/completion.h"
+#include "terminal/session.h"
 
 namespace kolvane::headless {
 namespace {
@@ -192,7 +193,7 @@ std::vector<std::string> CompleteShellLine(std::string_view typed) {
   const script::CommandList none;
   for (const script::Completion& each : script::Completions(typed, none)) found.push_back(each.row);
   if (typed.starts_with('$') && base::StartsWithNoCase(kRun, typed)) found.emplace_back(kRun);
-  for (const std::string_view word : {"DCL", "RES", "STP", "*RST"})
+  for (const std::string_view word : terminal::DeviceWords())
     if (!typed.empty() && base::StartsWithNoCase(word, typed)) found.emplace_back(word);
   return found;
 }

@@ -66,6 +66,12 @@ constexpr WordBits kBits;
   return {};
 }
 
+std::vector<std::string_view> DeviceWords() {
+  std::vector<std::string_view> words;
+  for (const DeviceWord& each : kDeviceWords) words.push_back(each.word);
+  return words;
+}
+
 namespace {
 
 std::string_view WithoutTerminator(std::string_view text, std::string_view terminator) {

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "device/device.h"
 #include "device/device_state.h"
@@ -24,6 +25,9 @@ struct PostSendRule {
 /// The rule for `command`: "DCL", "RES" (or "*RST") and "STP" are searched for in this order, anywhere and in
 /// any case; the first match wins, even within a longer word.
 PostSendRule RuleFor(std::string_view command);
+
+/// Those words, for completion.
+std::vector<std::string_view> DeviceWords();
 
 /// Strips from a text answer the spaces around it, then one NUL, then the terminator (CR LF in any case; part
 /// of it if the device left only that).
