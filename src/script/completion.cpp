@@ -8,7 +8,7 @@
 namespace kolvane::script {
 namespace {
 
-std::string_view ArgumentName(const SpecialWord& word) {
+std::string ArgumentName(const SpecialWord& word) {
   switch (word.argument) {
     case ArgumentKind::kNumber:
       return word.command == SpecialCommand::kDelay ? " ms" : " n";
@@ -21,14 +21,13 @@ std::string_view ArgumentName(const SpecialWord& word) {
       return " datei";
     case ArgumentKind::kLabel:
       return " marke";
-    case ArgumentKind::kOnOff:
-      return " ON|OFF";
-    case ArgumentKind::kWhichAnswers:
-      return " ALWAYS|QUERIES";
-    case ArgumentKind::kNone:
+    default:
       break;
   }
-  return {};
+  std::string words;
+  for (const std::string_view each : ArgumentWords(word.argument))
+    words.append(words.empty() ? " " : "|").append(each);
+  return words;
 }
 
 std::vector<std::string> Labels(const CommandList& list) {
@@ -43,16 +42,9 @@ std::vector<std::string> Labels(const CommandList& list) {
 }
 
 std::vector<std::string> Arguments(const SpecialWord& word, const CommandList& list) {
-  switch (word.argument) {
-    case ArgumentKind::kLabel:
-      return Labels(list);
-    case ArgumentKind::kOnOff:
-      return {"ON", "OFF"};
-    case ArgumentKind::kWhichAnswers:
-      return {"ALWAYS", "QUERIES"};
-    default:
-      return {};
-  }
+  if (word.argument == ArgumentKind::kLabel) return Labels(list);
+  const auto words = ArgumentWords(word.argument);
+  return {words.begin(), words.end()};
 }
 
 }  // namespace
@@ -65,8 +57,8 @@ std::vector<Completion> Completions(std::string_view typed, const CommandList& l
     for (const SpecialWord& word : kSpecialWords) {
       const std::string name(word.word);
       if (base::StartsWithNoCase(name, typed))
-        found.push_back({name + (word.argument == ArgumentKind::kNone ? "" : " "),
-                         name + std::string(ArgumentName(word))});
+        found.push_back(
+            {name + (word.argument == ArgumentKind::kNone ? "" : " "), name + ArgumentName(word)});
     }
   } else if (const SpecialWord* word = FindSpecialWord(base::UpperCase(typed.substr(0, space)))) {
     const std::string prefix(typed.substr(0, space + 1));

@@ -13,8 +13,8 @@ constexpr std::string_view kDone;
 
 /// Applies ON or OFF in any case; any other word changes nothing.
 void Switch(bool& flag, std::string_view word) {
-  if (base::EqualsNoCase(word, "ON")) flag = true;
-  if (base::EqualsNoCase(word, "OFF")) flag = false;
+  if (base::EqualsNoCase(word, kOn)) flag = true;
+  if (base::EqualsNoCase(word, kOff)) flag = false;
 }
 
 }  // namespace
@@ -198,8 +198,8 @@ std::string_view Interpreter::Read(const SpecialLine& /*line*/) {
 }
 
 std::string_view Interpreter::Answers(const SpecialLine& line) {
-  const bool queries = base::EqualsNoCase(line.Argument(), "QUERIES");
-  if (!queries && !base::EqualsNoCase(line.Argument(), "ALWAYS")) return texts::kUnknownCommand;
+  const bool queries = base::EqualsNoCase(line.Argument(), kQueries);
+  if (!queries && !base::EqualsNoCase(line.Argument(), kAlways)) return texts::kUnknownCommand;
   links_.terminal.answers_of_run = queries;
   return kDone;
 }

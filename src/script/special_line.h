@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <span>
 #include <string_view>
 
 #include "base/runtime_error.h"
@@ -76,6 +77,20 @@ inline constexpr SpecialWord kSpecialWords[] = {
     {"$READ", SpecialCommand::kRead, ArgumentKind::kNone},
     {"$ANSWERS", SpecialCommand::kAnswers, ArgumentKind::kWhichAnswers},
 };
+
+inline constexpr std::string_view kOn = "ON";
+inline constexpr std::string_view kOff = "OFF";
+inline constexpr std::string_view kAlways = "ALWAYS";
+inline constexpr std::string_view kQueries = "QUERIES";
+inline constexpr std::string_view kOnOff[] = {kOn, kOff};
+inline constexpr std::string_view kWhichAnswers[] = {kAlways, kQueries};
+
+/// The words from which an argument of `kind` is chosen; empty if it is not chosen from a list.
+constexpr std::span<const std::string_view> ArgumentWords(ArgumentKind kind) {
+  if (kind == ArgumentKind::kOnOff) return kOnOff;
+  if (kind == ArgumentKind::kWhichAnswers) return kWhichAnswers;
+  return {};
+}
 
 inline constexpr std::size_t kLongestWord = [] {
   std::size_t longest = 0;

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 #include <optional>
+#include <span>
 #include <string>
 #include <utility>
 
@@ -125,7 +126,7 @@ class ArgumentCheck {
       case ArgumentKind::kOnOff:
         return CheckOnOff();
       case ArgumentKind::kWhichAnswers:
-        if (!OneOf("ALWAYS", "QUERIES"))
+        if (!IsOneOf(kWhichAnswers))
           Add(FindingKind::kError, texts::NeitherAlwaysNorQueries(parts_.argument));
         return;
       default:
@@ -133,8 +134,9 @@ class ArgumentCheck {
     }
   }
 
-  bool OneOf(std::string_view a, std::string_view b) const {
-    return base::EqualsNoCase(parts_.argument, a) || base::EqualsNoCase(parts_.argument, b);
+  bool IsOneOf(std::span<const std::string_view> words) const {
+    return std::ranges::any_of(
+        words, [this](std::string_view word) { return base::EqualsNoCase(parts_.argument, word); });
   }
 
   void CheckNumber() {
@@ -172,8 +174,10 @@ class ArgumentCheck {
   }
 
   void CheckOnOff() {
-    if (OneOf("ON", "OFF")) return;
-    const std::string_view on_or_off = OneOf("EIN", "AN") ? "ON" : OneOf("AUS", "AB") ? "OFF" : "";
+    if (IsOneOf(kOnOff)) return;
+    constexpr std::string_view kGermanOn[] = {"EIN", "AN"};
+    constexpr std::string_view kGermanOff[] = {"AUS", "AB"};
+    const std::string_view on_or_off = IsOneOf(kGermanOn) ? kOn : IsOneOf(kGermanOff) ? kOff : "";
     Add(FindingKind::kHint, texts::NeitherOnNorOff(parts_.argument),
         on_or_off.empty() ? std::string() : Corrected(on_or_off));
   }
@@ -244,34 +248,23 @@ RowMeaning CheckRow(int row, const RowParts& parts, std::vector<Finding>& findin
 
 namespace {
 
-/// The first character that is not in the code page; empty if none.
-std::string_view ForeignCharacter(std::string_view text) {
-  for (std::size_t at = 0; at < text.size();) {
-    const std::string_view character = text.substr(at, base::DecodeUtf8(text, at).length);
-    if (character != "?" && base::ToWindows1252(character) == "?") return character;
-    at += character.size();
-  }
-  return {};
-}
-
 /// The original of a UTF-8 row that was read as Windows-1252; no value for any other row, `text` itself if
 /// part of the original is not in the code page.
 std::optional<std::string> ReadAsUtf8(std::string_view text, std::string bytes) {
   if (!base::IsUtf8(bytes)) return std::nullopt;
   if (bytes.starts_with(base::kUtf8Mark)) bytes.erase(0, base::kUtf8Mark.size());
-  return ForeignCharacter(bytes).empty() ? bytes : std::string(text);
+  return base::OutsideWindows1252(bytes).empty() ? bytes : std::string(text);
 }
 
 }  // namespace
 
 void CheckCharacters(int row, std::string_view text, std::vector<Finding>& findings) {
   if (base::IsAscii(text)) return;
-  std::string bytes = base::ToWindows1252(text);
-  if (std::ranges::count(bytes, '?') != std::ranges::count(text, '?')) {
-    findings.push_back({row, FindingKind::kHint, texts::OutsideCodePage(ForeignCharacter(text))});
+  if (const std::string_view foreign = base::OutsideWindows1252(text); !foreign.empty()) {
+    findings.push_back({row, FindingKind::kHint, texts::OutsideCodePage(foreign)});
     return;
   }
-  const auto meant = ReadAsUtf8(text, std::move(bytes));
+  const auto meant = ReadAsUtf8(text, base::ToWindows1252(text));
   if (!meant) return;
   findings.push_back(
       {row, FindingKind::kHint, std::string(texts::kSavedAsUtf8), *meant == text ? std::string() : *meant});
