@@ -23,6 +23,10 @@ std::string Rows(int first, int last) {
   return first == last ? Row(first) : "Zeilen " + std::to_string(first) + " bis " + std::to_string(last);
 }
 
+std::string Unknown(std::string_view name) {
+  return std::string(script::texts::kUnknownCommand) + " " + Quoted(name);
+}
+
 std::string_view NameOf(ArgumentKind kind) {
   switch (kind) {
     case ArgumentKind::kNumber:
@@ -49,12 +53,12 @@ std::string_view NameOf(ArgumentKind kind) {
 }  // namespace
 
 std::string UnknownCommand(std::string_view name, std::string_view proposal) {
-  const std::string text = "Unbekannter $ Befehl " + Quoted(name);
+  const std::string text = Unknown(name);
   return proposal.empty() ? text : text + ", gemeint ist wohl " + Quoted(proposal);
 }
 
 std::string NoElse(std::string_view name) {
-  return "Unbekannter $ Befehl " + Quoted(name) +
+  return Unknown(name) +
          ": Einen Sonst-Zweig gibt es nicht, schreiben Sie hinter $ENDIF eine zweite Bedingung";
 }
 
@@ -107,7 +111,8 @@ std::string NeitherOnNorOff(std::string_view argument) {
 }
 
 std::string NeitherAlwaysNorQueries(std::string_view argument) {
-  return "Unbekannter $ Befehl: hinter $ANSWERS steht ALWAYS oder QUERIES, nicht " + Quoted(argument);
+  return std::string(script::texts::kUnknownCommand) + ": hinter $ANSWERS steht ALWAYS oder QUERIES, nicht " +
+         Quoted(argument);
 }
 
 std::string OutsideCodePage(std::string_view character) {

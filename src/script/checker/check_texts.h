@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "script/special_line.h"
+#include "script/texts.h"
 
 /// Every text of the command list checker. Words quoted from the list are shortened, and their control
 /// characters replaced.
@@ -72,11 +73,11 @@ std::string NestedCondition(int outer);
 inline constexpr std::string_view kNoSplitBefore = "Vor diesem $GETPARAM steht kein $SPLITPARAMS";
 inline constexpr std::string_view kPerhapsNoSplitBefore =
     "Auf einem Weg hierher steht kein $SPLITPARAMS vor diesem $GETPARAM";
-inline constexpr std::string_view kLogClosed = "Keine Logdatei geöffnet";
+inline constexpr std::string_view kLogClosed = script::texts::kNoLogOpen;
 inline constexpr std::string_view kLogClosedUnlessOpenedByHand =
     "Keine Logdatei geöffnet, falls nicht schon vor dem Ablauf eine offen ist";
 inline constexpr std::string_view kLogPerhapsClosed = "Auf einem Weg hierher ist keine Logdatei geöffnet";
-inline constexpr std::string_view kLogOpen = "Logdatei bereits geöffnet";
+inline constexpr std::string_view kLogOpen = script::texts::kLogAlreadyOpen;
 inline constexpr std::string_view kLogPerhapsOpen = "Auf einem Weg hierher ist die Logdatei bereits geöffnet";
 
 // Rows

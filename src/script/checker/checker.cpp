@@ -123,9 +123,7 @@ std::vector<Finding> CheckList(const std::vector<std::string_view>& rows, const 
   return findings;
 }
 
-std::string FindingLine(const Finding& finding) {
-  return (finding.kind == FindingKind::kError ? "Fehler: " : "Hinweis: ") + finding.text;
-}
+std::string FindingLine(const Finding& finding) { return NameOf(finding.kind) + (": " + finding.text); }
 
 std::vector<int> Indents(const CommandList& list) {
   std::vector<int> indents;

@@ -12,9 +12,12 @@
 namespace kolvane::script::checker {
 
 enum class FindingKind {
-  kError,  ///< "Fehler": every run that gets there is refused and ends
-  kHint    ///< "Hinweis": odd, or refused on some paths only
+  kError,  ///< every run that gets there is refused and ends
+  kHint    ///< odd, or refused on some paths only
 };
+
+/// "Fehler" or "Hinweis".
+constexpr const char* NameOf(FindingKind kind) { return kind == FindingKind::kError ? "Fehler" : "Hinweis"; }
 
 /// What is wrong with a row of a command list. Texts are German, UTF-8, one line.
 struct Finding {

@@ -13,10 +13,6 @@ constexpr int kDelayMs = 300;
 constexpr int kFindingRows = 6;
 enum Column : int { kRow, kKind, kText };
 
-QString KindName(checker::FindingKind kind) {
-  return kind == checker::FindingKind::kError ? QStringLiteral("Fehler") : QStringLiteral("Hinweis");
-}
-
 QString Counted(const std::vector<checker::Finding>& findings) {
   const auto errors = std::ranges::count(findings, checker::FindingKind::kError, &checker::Finding::kind);
   const auto hints = static_cast<std::ptrdiff_t>(findings.size()) - errors;
@@ -66,7 +62,7 @@ void FindingsList::Show(const std::vector<checker::Finding>& findings) {
   for (const checker::Finding& finding : findings) {
     auto* item = new QTreeWidgetItem(this);
     item->setData(kRow, Qt::DisplayRole, finding.row);
-    item->setText(kKind, KindName(finding.kind));
+    item->setText(kKind, QString::fromUtf8(checker::NameOf(finding.kind)));
     item->setText(kText, base::ToQt(finding.text));
     item->setToolTip(kText, item->text(kText).toHtmlEscaped());
     if (finding.row == chosen) setCurrentItem(item);
