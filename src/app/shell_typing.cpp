@@ -59,7 +59,7 @@ ShellHistory::ShellHistory(std::string file) : file_(std::move(file)) {
 }
 
 std::string ShellHistory::UserFile() {
-  const std::filesystem::path folder = base::UserFolder("XDG_STATE_HOME", ".local/state");
+  const std::filesystem::path folder = base::UserStateFolder();
   return folder.empty() ? std::string() : (folder / "shell-history").string();
 }
 

@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 
 // Empty if the user has no configuration folder.
 fs::path UserFile() {
-  const fs::path folder = base::UserFolder("XDG_CONFIG_HOME", ".config");
+  const fs::path folder = base::UserConfigFolder();
   return folder.empty() ? fs::path() : folder / "Kolvane.ini";
 }
 
@@ -107,7 +107,7 @@ std::optional<SaveFailure> StateFile::Save() {
 }
 
 std::string UserStateFile() {
-  const auto folder = base::UserFolder("XDG_STATE_HOME", ".local/state");
+  const auto folder = base::UserStateFolder();
   return folder.empty() ? std::string() : (folder / "state.ini").string();
 }
 

@@ -225,7 +225,7 @@ std::optional<SaveFailure> SaveSettings(SettingsStore& store, SettingsTarget tar
 }
 
 std::string UserExtrasFile() {
-  const auto folder = base::UserFolder("XDG_CONFIG_HOME", ".config");
+  const auto folder = base::UserConfigFolder();
   return folder.empty() ? std::string() : (folder / "Extras.ini").string();
 }
 

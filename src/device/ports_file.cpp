@@ -20,7 +20,7 @@ namespace fs = std::filesystem;
 constexpr std::string_view kSection = "[PORTS]";
 
 fs::path PortsFile() {
-  const fs::path folder = base::UserFolder("XDG_CONFIG_HOME", ".config");
+  const fs::path folder = base::UserConfigFolder();
   return folder.empty() ? fs::path() : folder / "ports.ini";
 }
 

@@ -27,7 +27,7 @@ bool HasControlCharacter(std::string_view text) {
 }
 
 std::string PortsFilePath() {
-  const std::filesystem::path folder = base::UserFolder("XDG_CONFIG_HOME", ".config");
+  const std::filesystem::path folder = base::UserConfigFolder();
   return folder.empty() ? std::string() : (folder / "ports.ini").string();
 }
 

@@ -163,7 +163,7 @@ void ResetForWindow(ComponentState& state) {
 }
 
 std::string UnsavedFolder() {
-  const auto folder = base::UserFolder("XDG_STATE_HOME", ".local/state");
+  const auto folder = base::UserStateFolder();
   return folder.empty() ? std::string() : (folder / "Unsaved").string();
 }
 
