@@ -2,13 +2,16 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <string_view>
+
+#include "base/texts.h"
 
 namespace kolvane::base {
 namespace {
 
 struct Row {
   int error;
-  const char* text;
+  std::string_view text;
 };
 
 constexpr Row kTexts[] = {
@@ -34,14 +37,14 @@ constexpr Row kTexts[] = {
     {ETXTBSY, "Die Datei wird gerade ausgeführt"},
     {EMFILE, "Zu viele offene Dateien"},
     {ENFILE, "Zu viele offene Dateien"},
-    {ENOMEM, "Nicht genügend Speicher"},
+    {ENOMEM, texts::kNoMemory},
 };
 
 }  // namespace
 
 std::string SystemErrorText(int error) {
   for (const Row& row : kTexts) {
-    if (row.error == error) return row.text;
+    if (row.error == error) return std::string(row.text);
   }
   return "Systemfehler " + std::to_string(error);
 }

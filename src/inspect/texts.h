@@ -5,10 +5,14 @@
 
 #include "base/system.h"
 #include "base/text.h"
+#include "base/texts.h"
 #include "inspect/template_file.h"
 
 /// The texts of the inspector.
 namespace kolvane::inspect::texts {
+
+using base::texts::NotRead;
+using base::texts::NotWritten;
 
 inline constexpr std::string_view kNothingSelected =
     "Bitte markieren Sie einen Binärdatenblock, den Sie analysieren möchten.";
@@ -90,15 +94,8 @@ inline std::string OutsideBlock(std::int64_t offset, std::uint64_t length) {
 }
 inline std::string NotFound(std::string_view typed) { return "„" + std::string(typed) + "“ nicht gefunden"; }
 /// `error` is an errno.
-inline std::string NotRead(std::string_view name, int error) {
-  return "Die Datei „" + std::string(name) + "“ kann nicht gelesen werden: " + base::SystemErrorText(error);
-}
 inline std::string NotCopied(int error) {
   return "Der Block kann nicht kopiert werden: " + base::SystemErrorText(error);
-}
-inline std::string NotWritten(std::string_view name, int error) {
-  return "Die Datei „" + std::string(name) +
-         "“ kann nicht geschrieben werden: " + base::SystemErrorText(error);
 }
 
 /// What is wrong with a line of a template; `text` is UTF-8.

@@ -4,14 +4,18 @@
 #include <string>
 #include <string_view>
 
-#include "base/system.h"
+#include "base/texts.h"
 #include "values/plot_view.h"
 
 /// The texts of the values window.
 namespace kolvane::values::texts {
 
+using base::texts::kNoMemory;
+using base::texts::kNotPrinted;
+using base::texts::kProgram;
+using base::texts::NotWritten;
+
 inline constexpr std::string_view kNoCommand = "(ohne Befehl)";
-inline constexpr std::string_view kProgram = "Kolvane Terminal";
 inline constexpr std::string_view kTitle = "Messwerte";
 inline constexpr std::string_view kPausedTitle = "Messwerte (angehalten)";
 inline constexpr std::string_view kTable = "Messwerte";
@@ -35,8 +39,6 @@ inline constexpr std::string_view kPng = "PNG-Bild (*.png)";
 inline constexpr std::string_view kPdf = "PDF-Datei (*.pdf)";
 inline constexpr std::string_view kSaving = "Messwerte werden gespeichert …";
 inline constexpr std::string_view kPrintTitle = "Als PDF-Datei drucken";
-inline constexpr std::string_view kNotPrinted = "Der Drucker nimmt den Auftrag nicht an";
-inline constexpr std::string_view kNoMemory = "Nicht genügend Speicher";
 inline constexpr std::string_view kTooManyRows =
     "So viele Zeilen passen nicht in die Zwischenablage. Bitte wählen Sie weniger aus, oder speichern Sie "
     "eine CSV-Datei.";
@@ -99,12 +101,6 @@ inline std::string VisibleRows(std::size_t first, std::size_t last) {
 inline std::string TimeAxis(TimeForm form) {
   constexpr std::string_view units[] = {"s", "min:s", "h:min:s"};
   return "Zeit seit Beginn (" + std::string(units[static_cast<std::size_t>(form)]) + ")";
-}
-
-/// `error` is an errno.
-inline std::string NotWritten(std::string_view file_name, int error) {
-  return "Die Datei „" + std::string(file_name) +
-         "“ kann nicht geschrieben werden: " + base::SystemErrorText(error);
 }
 
 inline std::string ReadingHead(std::string_view time, std::size_t row) {

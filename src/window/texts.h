@@ -3,20 +3,23 @@
 #include <string>
 #include <string_view>
 
-#include "base/system.h"
+#include "base/texts.h"
 
-/// The window's own texts. `error` is an errno.
+/// The window's own texts.
 namespace kolvane::window::texts {
 
-inline constexpr std::string_view kProgram = "Kolvane Terminal";
+using base::texts::kNoMemory;
+using base::texts::kNotPrinted;
+using base::texts::kProgram;
+using base::texts::NotRead;
+using base::texts::NotWritten;
+
 inline constexpr std::string_view kConfigureTip = "Verbindung konfigurieren";
 inline constexpr std::string_view kConfigureTipConnected =
     "Verbindung konfigurieren: nur möglich, solange keine Verbindung besteht";
 inline constexpr std::string_view kLoading = "Textdatei wird geladen …";
 inline constexpr std::string_view kPrinting = "Text wird gedruckt …";
-inline constexpr std::string_view kNoMemory = "Nicht genügend Speicher";
 inline constexpr std::string_view kEndRun = "Befehlsliste beenden";
-inline constexpr std::string_view kNotPrinted = "Der Drucker nimmt den Auftrag nicht an";
 
 inline constexpr std::string_view kFindInPane = "Suchen in der Ausgabe:";
 inline constexpr std::string_view kFindInList = "Suchen in der Befehlsliste:";
@@ -31,16 +34,6 @@ inline std::string GettingStarted(std::string_view connection) {
                            (connection.empty() ? "sendet ihn" : "verbindet und sendet ihn") +
                            ", die Antwort erscheint hier.\n\n";
   return (connection.empty() ? "" : choose) + send + "F1 zeigt zu jedem Feld die Hilfe.";
-}
-
-inline std::string NotWritten(std::string_view file_name, int error) {
-  return "Die Datei „" + std::string(file_name) +
-         "“ kann nicht geschrieben werden: " + base::SystemErrorText(error);
-}
-
-inline std::string NotRead(std::string_view file_name, int error) {
-  return "Die Datei „" + std::string(file_name) +
-         "“ kann nicht gelesen werden: " + base::SystemErrorText(error);
 }
 
 }  // namespace kolvane::window::texts
