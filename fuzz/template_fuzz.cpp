@@ -2,7 +2,7 @@
 #include "fuzz/input.h"
 #include "fuzz/require.h"
 #include "inspect/hex_dump.h"
-#include "inspect/template_run.h"
+#include "inspect/template_texts.h"
 
 namespace kolvane::fuzz {
 namespace {
@@ -37,7 +37,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   inspect::DumpView view{fuzz::Dump()};
   view.MoveTo(view.Length() * input.Byte() / 255);
   inspect::ByteBuffer buffer{};
-  const auto lines = inspect::RunTemplate(input.Rest(), {network_order, ","}, view, buffer);
+  const auto lines = inspect::TemplateTexts(input.Rest(), {network_order, ","}, view, buffer);
   fuzz::Require(lines.size() <= fuzz::LinesOf(input.Rest()));
   for (const std::string& line : lines) {
     fuzz::Require(line.find('=') != std::string::npos);

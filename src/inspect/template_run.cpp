@@ -131,14 +131,6 @@ std::vector<ResultLine> RunTemplate(const Template& parsed, const NumberForm& fo
   return run.TakeLines();
 }
 
-std::vector<std::string> RunTemplate(std::string_view file, const NumberForm& form, DumpView& view,
-                                     ByteBuffer& buffer) {
-  std::vector<std::string> texts;
-  for (ResultLine& line : RunTemplate(ParseTemplate(file), form, view, buffer))
-    texts.push_back(std::move(line.text));
-  return texts;
-}
-
 bool IsWithin(const TemplateField& field, std::size_t size) {
   const auto end = std::int64_t{field.offset} + field.length;
   return field.offset >= 0 && field.length >= 0 && end <= static_cast<std::int64_t>(size);

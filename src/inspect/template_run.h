@@ -27,10 +27,6 @@ struct ResultLine {
 std::vector<ResultLine> RunTemplate(const Template& parsed, const NumberForm& form, DumpView& view,
                                     ByteBuffer& buffer);
 
-/// The same with the bytes of the template's file, for callers that want only the texts.
-std::vector<std::string> RunTemplate(std::string_view file, const NumberForm& form, DumpView& view,
-                                     ByteBuffer& buffer);
-
 /// Whether all its bytes are within the first `size`.
 bool IsWithin(const TemplateField& field, std::size_t size);
 
@@ -44,7 +40,6 @@ class RecordTable {
  public:
   explicit RecordTable(const Template& parsed);
 
-  bool empty() const { return fields_.empty(); }
   const std::vector<std::string>& names() const { return names_; }
   /// The values of a record, one per field; texts are UTF-8. A field that is not entirely within `bytes` has
   /// no value.

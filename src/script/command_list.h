@@ -136,7 +136,6 @@ class CommandList {
   void HighlightLine(int row, Color back, Color fore, bool bold);
   /// FONTCOLOR, the colour of rows without a colour of their kind.
   void SetDefaultTextColor(Color color);
-  Color default_text_color() const { return default_color_; }
 
   /// 0 before a run's first row, kListRows + 1 past the end; SetCurrentRow clamps to this range.
   int current_row() const { return current_row_; }

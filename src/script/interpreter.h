@@ -36,9 +36,6 @@ class Interpreter {
   /// Whether a $READ has got no answer since the last call.
   bool TakeReadFailed() { return std::exchange(read_failed_, false); }
 
-  /// Whether every character can be sent.
-  bool UsesUtf8() const { return links_.device.utf8; }
-
   /// Resets what rows have set for the rest of their run.
   void ForgetRunSettings() { links_.terminal.answers_of_run.reset(); }
 

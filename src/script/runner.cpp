@@ -156,7 +156,7 @@ bool Runner::ExecuteLine() {
 
 // The device would receive another command: "MEAS:RES 5 Ω" would arrive as a query.
 [[gnu::hot]] bool Runner::SendLine() {
-  const std::string_view character = base::UnsendableCharacter(line_, interpreter_.UsesUtf8());
+  const std::string_view character = base::UnsendableCharacter(line_, links_.device.utf8);
   if (character.empty()) {
     outcome_.exchange_failed |= links_.exchange.Run(line_, terminal::Sender::kList).Failed();
   } else {

@@ -123,7 +123,7 @@ TEST(Examples, OfTemplatesGiveOneLinePerField) {
         std::ranges::count_if(lines, [](const std::string& line) { return line.find(';') != line.npos; });
     inspect::DumpView view{dump, 5, 0};
     inspect::ByteBuffer buffer{};
-    const auto result = inspect::RunTemplate(text, {false, ","}, view, buffer);
+    const auto result = inspect::RunTemplate(inspect::ParseTemplate(text), {false, ","}, view, buffer);
     EXPECT_EQ(std::ssize(result), fields) << where;
     EXPECT_EQ(result.empty(), where == "vorlage-bemerkung.html" || where == "vorlage-bytecount.html")
         << where;

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "inspect/marked_bytes.h"
-#include "inspect/template_run.h"
+#include "inspect/template_texts.h"
 
 namespace kolvane::inspect {
 
@@ -23,7 +23,7 @@ class TemplateBench : public testing::Test {
   /// The lines of the template whose lines are separated by "|" here.
   Lines Run(std::string text) {
     for (std::size_t at = 0; (at = text.find('|', at)) != std::string::npos;) text.replace(at, 1, "\r\n");
-    return RunTemplate(text, form_, view_, buffer_);
+    return TemplateTexts(text, form_, view_, buffer_);
   }
 
   std::string dump_ = DumpOf("");

@@ -101,13 +101,13 @@ TEST_F(TemplateLimitsTest, ALengthThatIsNotA32BitNumberKeepsTheOneBefore) {
 
 TEST_F(TemplateLimitsTest, EmptyAndMeaninglessFilesGiveNoLines) {
   EXPECT_EQ(Run(""), Lines{});
-  EXPECT_EQ(RunTemplate("\0\0\x1A\xFF\r\r\n\n"s, form_, view_, buffer_), Lines{});
+  EXPECT_EQ(TemplateTexts("\0\0\x1A\xFF\r\r\n\n"s, form_, view_, buffer_), Lines{});
   EXPECT_EQ(Run(";"), Lines{});
   EXPECT_EQ(Run(";;;;;;;;"), Lines{});
 }
 
 TEST_F(TemplateLimitsTest, NulIsACharacterLikeOthers) {
-  EXPECT_EQ(RunTemplate("a\0b;BYTE;0\0"s, form_, view_, buffer_), (Lines{"a\0b=0"s}));
+  EXPECT_EQ(TemplateTexts("a\0b;BYTE;0\0"s, form_, view_, buffer_), (Lines{"a\0b=0"s}));
 }
 
 TEST_F(TemplateLimitsTest, LinesMayBeOfAnyLength) {

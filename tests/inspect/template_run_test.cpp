@@ -166,7 +166,8 @@ TEST_F(TemplateRunTest, AByteOrderMarkMakesItUtf8) {
 }
 
 TEST_F(TemplateRunTest, LinesMayHaveLineEndsOfOtherSystems) {
-  EXPECT_EQ(RunTemplate("a;BYTE;0\nb;BYTE;0\rc;BYTE;0", form_, view_, buffer_), (Lines{"a=0", "b=0", "c=0"}));
+  EXPECT_EQ(TemplateTexts("a;BYTE;0\nb;BYTE;0\rc;BYTE;0", form_, view_, buffer_),
+            (Lines{"a=0", "b=0", "c=0"}));
 }
 
 }  // namespace

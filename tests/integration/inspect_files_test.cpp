@@ -8,7 +8,7 @@
 #include "base/encoding.h"
 #include "base/temp_folder.h"
 #include "inspect/hex_dump.h"
-#include "inspect/template_run.h"
+#include "inspect/template_texts.h"
 #include "integration/live_terminal.h"
 
 namespace kolvane::integration {
@@ -42,7 +42,7 @@ class InspectFilesTest : public testing::Test {
   Lines Run(const std::string& file, const std::string& dump, bool network_order = false) {
     inspect::DumpView view{dump, inspect::kFirstByte, 0};
     inspect::ByteBuffer buffer{};
-    Lines lines = RunTemplate(base::ReadBytes(file), {network_order, ","}, view, buffer);
+    Lines lines = TemplateTexts(base::ReadBytes(file), {network_order, ","}, view, buffer);
     for (std::string& line : lines) line = base::FromWindows1252(line);
     return lines;
   }

@@ -165,7 +165,7 @@ TEST(CommandListTest, UndoesEditsFromTheNewestOn) {
   list.AddToScript("E");
   EXPECT_EQ(list.Undo(), 4);
   EXPECT_EQ(list.Undo(), 2);
-  EXPECT_EQ(list.TextColor(3), list.default_text_color());
+  EXPECT_EQ(list.TextColor(3), 0);
   EXPECT_EQ(list.Undo(), 1);
   EXPECT_EQ(ListText(list), "A");
   EXPECT_EQ(list.Undo(), 1);

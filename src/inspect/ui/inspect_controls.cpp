@@ -36,13 +36,13 @@ QPushButton* MakeButton(const char* name, std::string_view caption) {
 PositionBar::PositionBar(QWidget* parent) : QWidget(parent) {
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(0, 0, 0, 0);
-  go_to_ = AddField("GoToEdit", texts::kGoTo, texts::kGoToTip);
-  find_ = AddField("InspectFind", texts::kFind, texts::kFindTip);
+  const auto* go_to = AddField("GoToEdit", texts::kGoTo, texts::kGoToTip);
+  const auto* find = AddField("InspectFind", texts::kFind, texts::kFindTip);
   row->addStretch();
   previous_ = AddPageButton("cmdPreviousPage", texts::kPreviousPage, -1);
   next_ = AddPageButton("cmdNextPage", texts::kNextPage, 1);
-  connect(go_to_, &QLineEdit::returnPressed, this, [this] { Q_EMIT GoTo(go_to_->text()); });
-  connect(find_, &QLineEdit::returnPressed, this, [this] { Q_EMIT Find(find_->text()); });
+  connect(go_to, &QLineEdit::returnPressed, this, [this, go_to] { Q_EMIT GoTo(go_to->text()); });
+  connect(find, &QLineEdit::returnPressed, this, [this, find] { Q_EMIT Find(find->text()); });
   ShowPages(false, false, false);
 }
 

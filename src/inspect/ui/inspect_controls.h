@@ -25,8 +25,6 @@ class PositionBar final : public QWidget {
  public:
   explicit PositionBar(QWidget* parent = nullptr);
 
-  QLineEdit* go_to() { return go_to_; }
-  QLineEdit* find() { return find_; }
   /// Both buttons are shown only if there is more than one page (`any`).
   void ShowPages(bool previous, bool next, bool any);
 
@@ -39,8 +37,6 @@ class PositionBar final : public QWidget {
   QLineEdit* AddField(const char* name, std::string_view caption, std::string_view tip);
   QPushButton* AddPageButton(const char* name, std::string_view caption, int by);
 
-  QLineEdit* go_to_;
-  QLineEdit* find_;
   QPushButton* previous_;
   QPushButton* next_;
 };

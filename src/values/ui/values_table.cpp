@@ -1,5 +1,6 @@
 #include "values/ui/values_table.h"
 
+#include <QAccessibleWidget>
 #include <QEvent>
 #include <QPainter>
 #include <QScrollBar>
@@ -38,17 +39,12 @@ QAccessibleInterface* Create(const QString&, QObject* object) {
   return table != nullptr ? new TableAccessible(table) : nullptr;
 }
 
-}  // namespace
-
-void InstallTableAccessibility() { QAccessible::installFactory(Create); }
-
+// To assistive programs.
 void AnnounceCurrentRow(ValuesTable* table) {
   if (!QAccessible::isActive()) return;
   QAccessibleValueChangeEvent event(table, CurrentRowText(*table));
   QAccessible::updateAccessibility(&event);
 }
-
-namespace {
 
 constexpr int kRowMargin = 2;
 constexpr int kCellMargin = 6;
@@ -57,7 +53,7 @@ constexpr int kCellMargin = 6;
 
 ValuesTable::ValuesTable(QWidget* parent)
     : QAbstractItemView(parent), header_(new QHeaderView(Qt::Horizontal, this)) {
-  InstallTableAccessibility();
+  QAccessible::installFactory(Create);  // further calls do nothing
   setObjectName(QStringLiteral("ValuesTable"));
   setAccessibleName(base::ToQt(texts::kTable));
   setSelectionBehavior(SelectRows);

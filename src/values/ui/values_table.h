@@ -1,21 +1,11 @@
 #pragma once
 
 #include <QAbstractItemView>
-#include <QAccessibleWidget>
 #include <QHeaderView>
 
 #include "values/store.h"
 
 namespace kolvane::values {
-
-class ValuesTable;
-
-/// Makes every ValuesTable readable through the accessibility interfaces: a table whose value is the text of
-/// its current row. Further calls do nothing.
-void InstallTableAccessibility();
-
-/// Reports to assistive programs that the current row has changed.
-void AnnounceCurrentRow(ValuesTable* table);
 
 /// The table `ValuesTable`: rows of equal height, with their numbers on the left. Unlike Qt's own tables it
 /// stores nothing per row, so that rows can be added to millions of others thirty times a second. New rows
