@@ -32,7 +32,7 @@ inline std::string_view UnsendableCharacter(std::string_view text, bool utf8) {
   return utf8 ? std::string_view() : OutsideWindows1252(text);
 }
 
-/// UTF-8 as RFC 3629 defines it: no overlong form, no surrogates, nothing past U+10FFFF.
+// UTF-8 is what RFC 3629 defines: no overlong form, no surrogates, nothing past U+10FFFF.
 
 /// Byte order mark that a UTF-8 file may start with.
 inline constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";

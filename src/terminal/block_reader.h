@@ -23,7 +23,7 @@ class BlockReader {
     kNoBlock,  ///< the answer starts differently; what was read of it is in DeviceState::put_back
     kNothing,  ///< no byte was received; the device's last error says why
     kFailed,   ///< reading failed within a block; the part read is dropped
-    kTooLong   ///< longer than base::kBlockLimit; only the head was read
+    kTooLong   ///< longer than base::kBlockLimit; with a length in its head, only that was read
   };
 
   /// How much of the block has been received, 0 to 100; called when that changes.

@@ -22,7 +22,7 @@ class SerialPage;
 class TcpIpPage;
 class UsbPage;
 
-/// What the dialog works on; must outlive the dialog.
+/// What the dialog works on; the references must outlive the dialog.
 struct ConnectionDialogContext {
   ConnectionParameters& parameters;
   DeviceState& state;

@@ -170,6 +170,8 @@ class OutputPane : public QAbstractScrollArea, public Pane {
   bool viewportEvent(QEvent* event) override;
 
  private:
+  friend class TimeMargin;
+
   enum class Unit { kCharacter, kWord, kLine };
   static constexpr int kFrameMargin = 1;  // for the frame that shows the focus
 
@@ -180,7 +182,6 @@ class OutputPane : public QAbstractScrollArea, public Pane {
   void Changed();
   void ShowFrame();
   void Relayout();
-  friend class TimeMargin;
   void PaintFocus();
   void PlaceTimeMargin();
   void ShowFailureHelp(const QPoint& point, const QPoint& global);
