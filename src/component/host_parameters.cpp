@@ -91,7 +91,7 @@ HostParts ReadByIndex(device::DeviceState& state, device::ConnectionParameters& 
   p.parity = property(kParity).ToInt16();
   given.baud = device::BaudIndex(p.baud).has_value();
   given.parity = true;
-  if (p.port_code == code::kLpt1 || p.port_code == code::kLpt2) p.lpt_mode = p.parity;
+  if (device::IsParallel(p.port_code)) p.lpt_mode = p.parity;
   p.data_bits = property(kDataBits).ToInt16();
   p.stop_bits = property(kStopBits).ToInt16();
   if (given.ip_address) {

@@ -7,6 +7,7 @@
 #include "base/encoding.h"
 #include "base/text.h"
 #include "device/connection_parameters.h"
+#include "device/port_table.h"
 #include "devlnk/port_scan.h"
 
 namespace kolvane::device {
@@ -71,14 +72,10 @@ Kind KindOf(Found::Kind kind) {
 }
 
 std::optional<std::int16_t> CodeOf(const Found& port) {
-  constexpr std::pair<std::string_view, std::int16_t> kCodes[] = {{"COM1", port_code::kCom1},
-                                                                  {"COM2", port_code::kCom2},
-                                                                  {"LPT1", port_code::kLpt1},
-                                                                  {"LPT2", port_code::kLpt2},
-                                                                  {"GPIB", port_code::kGpib}};
-  if (port.kind == Found::Kind::kUsb) return port_code::kUsb;
-  for (const auto& [name, code] : kCodes) {
-    if (name == port.name) return code;
+  using namespace port_code;
+  if (port.kind == Found::Kind::kUsb) return kUsb;
+  for (const std::int16_t code : {kCom1, kCom2, kLpt1, kLpt2, kGpib}) {
+    if (NodeName(code) == port.name) return code;
   }
   return std::nullopt;
 }

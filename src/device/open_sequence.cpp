@@ -34,10 +34,6 @@ std::string WithoutLineEnds(std::string reply) {
 
 bool IsConnectReply(std::string_view reply) { return base::ContainsNoCase(reply, "CONNECT"); }
 
-bool IsParallel(std::int16_t code) { return code == port_code::kLpt1 || code == port_code::kLpt2; }
-
-bool IsSerial(std::int16_t code) { return code == port_code::kCom1 || code == port_code::kCom2; }
-
 }  // namespace
 
 std::vector<std::string> ModemCommands(const std::string& script) {

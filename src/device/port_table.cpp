@@ -28,9 +28,6 @@ ParameterPage PageOfCode(std::int16_t code) {
   return kind == nullptr ? ParameterPage::kRs232 : kind->page;
 }
 
-namespace {
-
-// Empty for the kinds without a node.
 std::string_view NodeName(std::int16_t code) {
   switch (code) {
     case port_code::kCom1:
@@ -49,8 +46,6 @@ std::string_view NodeName(std::int16_t code) {
       return {};
   }
 }
-
-}  // namespace
 
 std::string DefaultNode(std::string_view name) { return std::string(devlnk::DefaultNode(name)); }
 

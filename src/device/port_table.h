@@ -39,6 +39,11 @@ inline constexpr std::array<PortKind, 10> kPortKinds = {{
 const PortKind* PortKindOfOption(std::int16_t option);
 const PortKind* PortKindOfCode(std::int16_t code);
 
+constexpr bool IsParallel(std::int16_t code) { return code == port_code::kLpt1 || code == port_code::kLpt2; }
+
+/// A serial line with one device.
+constexpr bool IsSerial(std::int16_t code) { return code == port_code::kCom1 || code == port_code::kCom2; }
+
 /// Several devices on one serial line, distinguished by their address.
 constexpr bool IsRs485(std::int16_t code) {
   return code == port_code::kCom1Rs485 || code == port_code::kCom2Rs485;
@@ -51,6 +56,10 @@ constexpr bool IsPointToPoint(std::int16_t code) {
 
 /// The RS232 page for an unknown code.
 ParameterPage PageOfCode(std::int16_t code);
+
+/// The name of a port code in ports.ini, "COM1", "COM2", "LPT1", "LPT2" or "GPIB"; empty for the kinds
+/// without a node.
+std::string_view NodeName(std::int16_t code);
 
 /// What a port code refers to on this computer, for the user: the device node of COM and LPT, the board
 /// number of GPIB; empty for the other kinds.

@@ -55,7 +55,7 @@ std::vector<PortSetting> LoadPortSettings() {
   for (const std::string_view name : kPortSettings) {
     PortSetting setting{.name = std::string(name)};
     const char* variable = std::getenv(("KOLVANE_" + setting.name).c_str());
-    setting.fixed = !name.ends_with("_BAUD") && variable != nullptr && *variable != '\0';
+    setting.fixed = !setting.IsRate() && variable != nullptr && *variable != '\0';
     if (setting.fixed) {
       setting.value = variable;
     } else if (readable) {

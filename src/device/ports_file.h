@@ -16,6 +16,9 @@ struct PortSetting {
   std::string name;
   std::string value = {};  ///< empty: the default
   bool fixed = false;      ///< given by an environment variable
+
+  /// The rate of a serial line; else a node or board number.
+  bool IsRate() const { return name.ends_with("_BAUD"); }
 };
 
 /// The settings, in the order of kPortSettings.

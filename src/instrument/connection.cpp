@@ -45,10 +45,6 @@ device::Resource Named(const std::string& name) {
   return resource;
 }
 
-bool IsSerial(std::int16_t code) {
-  return code == port_code::kCom1 || code == port_code::kCom2 || device::IsRs485(code);
-}
-
 std::string_view ParityText(SerialParity parity) {
   constexpr std::string_view kLetters[] = {"n", "e", "o"};
   return kLetters[static_cast<std::size_t>(parity)];
@@ -83,7 +79,8 @@ Status Open(PortSession& session, const device::Resource& resource, const Instru
   const std::string text = base::ToWindows1252(tcp ? resource.host : resource.serial_number);
   devlnk::PortRequest request{.name = {}, .baud = kFirstParallelMode, .text = text, .node = resource.node};
   if (tcp) request.data_bits = resource.ip_port;
-  if (IsSerial(resource.port_code)) SetLine(options, DefaultBaud(resource), request);
+  if (device::IsSerial(resource.port_code) || device::IsRs485(resource.port_code))
+    SetLine(options, DefaultBaud(resource), request);
   const Status status = session.OpenPort(resource.port_code, request);
   if (status != Status::kOk || device::IsPointToPoint(resource.port_code)) return status;
   return session.Select(resource.address);

@@ -99,7 +99,9 @@ void MainWindow::ConnectExtras() {
     ShowUnsendable();
   });
   extras_.On("mnuPorts", [this] {
-    device::PortsDialog({context_.library, prompt_, context_.slices.device.connected}, this).exec();
+    device::PortsDialog(
+        {context_.library, prompt_, context_.slices.device.connected, device::AttachedPorts()}, this)
+        .exec();
   });
   extras_.On("mnuCopyWithTimes",
              [this] { QApplication::clipboard()->setText(pane_->SelectedTextWithTimes()); });

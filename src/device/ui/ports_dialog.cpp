@@ -5,6 +5,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <iterator>
 
 #include "base/system.h"
 #include "base/ui/qt_text.h"
@@ -37,6 +38,7 @@ constexpr PortFieldRow kFields[] = {{"COM1_Node", "COM&1, Gerätedatei", port_co
                                     {"LPT1_Node", "&LPT1, Gerätedatei", port_code::kLpt1},
                                     {"LPT2_Node", "LP&T2, Gerätedatei", port_code::kLpt2},
                                     {"GPIB_Board", "&GPIB, Nummer der Karte", port_code::kGpib}};
+static_assert(std::size(kFields) == kPortSettings.size());
 
 bool Offers(const PortSetting& setting, const AttachedPort& port) {
   if (setting.name == "GPIB") return port.kind == AttachedPort::Kind::kGpib;
@@ -46,7 +48,7 @@ bool Offers(const PortSetting& setting, const AttachedPort& port) {
 
 QStringList Choices(const PortSetting& setting, const std::vector<AttachedPort>& ports) {
   QStringList choices(QString{});
-  if (setting.name.ends_with("_BAUD")) {
+  if (setting.IsRate()) {
     for (const char* rate : kRates) choices << QLatin1String(rate);
     return choices;
   }
@@ -94,9 +96,8 @@ QComboBox* PortsDialog::AddField(QFormLayout* form, const PortSetting& setting) 
   field->addItems(Choices(setting, context_.attached));
   field->setCurrentText(base::ToQt(setting.value));
   field->setMinimumContentsLength(30);
-  field->lineEdit()->setPlaceholderText(setting.name.ends_with("_BAUD")
-                                            ? QStringLiteral("wie in „Verbindung konfigurieren“")
-                                            : base::ToQt(DefaultNode(setting.name)));
+  field->lineEdit()->setPlaceholderText(setting.IsRate() ? QStringLiteral("wie in „Verbindung konfigurieren“")
+                                                         : base::ToQt(DefaultNode(setting.name)));
   field->setEnabled(!setting.fixed);
   if (setting.fixed)
     field->setToolTip(base::ToQt("Die Umgebungsvariable KOLVANE_" + setting.name + " gibt dies vor"));
@@ -117,7 +118,7 @@ void PortsDialog::Test() {
   for (std::size_t at = 0; at < settings.size(); ++at) {
     const PortSetting& setting = settings[at];
     if (kFields[at].code == 0 || setting.value.empty()) continue;
-    const bool has_rate = at + 1 < settings.size() && settings[at + 1].name == setting.name + "_BAUD";
+    const bool has_rate = at + 1 < settings.size() && settings[at + 1].IsRate();
     const QString result = TestOne(kFields[at].code, setting.value, has_rate ? settings[at + 1].value : "");
     results << base::ToQt(setting.name) + QLatin1String(": ") + result;
   }
@@ -130,8 +131,7 @@ QString PortsDialog::TestOne(std::int16_t code, const std::string& node, const s
   if (library == nullptr) return base::ToQt(context_.library.Failure());
   if (!library->TakesNode()) return QStringLiteral("lässt sich mit dieser Portbibliothek nicht prüfen");
   library->SetNode(code, node);
-  const bool serial = code == port_code::kCom1 || code == port_code::kCom2;
-  const std::int32_t baud = serial ? std::max(base::ToQt(rate).toInt(), 0) : kNoRate;
+  const std::int32_t baud = IsSerial(code) ? std::max(base::ToQt(rate).toInt(), 0) : kNoRate;
   const std::int32_t status = library->OpenPort(code, baud == 0 ? kDefaultRate : baud, "n", 8, 1, kBuffer);
   library->ClosePort();
   if (status >= 0) return QStringLiteral("in Ordnung");
@@ -144,7 +144,7 @@ void PortsDialog::accept() {
   for (const PortSetting& setting : settings) {
     bool number = false;
     const int rate = base::ToQt(setting.value).toInt(&number);
-    if (!setting.name.ends_with("_BAUD") || setting.value.empty() || (number && rate > 0)) continue;
+    if (!setting.IsRate() || setting.value.empty() || (number && rate > 0)) continue;
     return context_.prompt.ShowError("„" + setting.value + "“ ist keine Baudrate");
   }
   if (const int error = SavePortSettings(settings))

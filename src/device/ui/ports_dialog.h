@@ -14,12 +14,12 @@
 
 namespace kolvane::device {
 
-/// What the dialog works on; must outlive the dialog.
+/// What the dialog works on; both references must outlive the dialog.
 struct PortsDialogContext {
   PortLibrarySource& library;
   base::Prompt& prompt;
-  bool connected = false;                                ///< a connection is open: ports cannot be tested
-  std::vector<AttachedPort> attached = AttachedPorts();  ///< offered in the fields
+  bool connected = false;              ///< a connection is open: ports cannot be tested
+  std::vector<AttachedPort> attached;  ///< offered in the fields
 };
 
 /// The dialog `PortsDialog`: the devices for COM1, COM2, LPT1, LPT2 and GPIB, and the rates of the serial
