@@ -3,7 +3,6 @@
 #include <QBuffer>
 #include <QPdfWriter>
 #include <QPrintDialog>
-#include <QPrinter>
 #include <QPrinterInfo>
 #include <QTextLayout>
 
@@ -103,6 +102,12 @@ PrintResult PrintText(QPagedPaintDevice& device, const PrintStyle& style, const 
   return !pages.Failed() && pages.Finish() ? PrintResult::kDone : PrintResult::kFailed;
 }
 
+// QTextDocument reports no failure itself.
+bool PrintFormatted(QPrinter& printer, const QTextDocument& document) {
+  document.print(&printer);
+  return printer.printerState() != QPrinter::Error;
+}
+
 namespace {
 
 constexpr QMarginsF kMargins(15, 15, 15, 15);
@@ -184,7 +189,8 @@ void PrintDocument(QWidget* window, base::Prompt& prompt, const QString& title,
   SetUp(printer);
   QPrintDialog dialog(&printer, window);
   dialog.setObjectName(QStringLiteral("PrintDialog"));
-  if (dialog.exec() == QDialog::Accepted) document.print(&printer);
+  if (dialog.exec() == QDialog::Accepted && !PrintFormatted(printer, document))
+    prompt.ShowError(texts::kNotPrinted);
 }
 
 }  // namespace kolvane::window

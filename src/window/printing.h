@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPagedPaintDevice>
+#include <QPrinter>
 #include <QTextDocument>
 #include <QWidget>
 
@@ -17,6 +18,9 @@ enum class PrintResult { kDone, kCancelled, kFailed };
 /// page's size and margins are the device's.
 PrintResult PrintText(QPagedPaintDevice& device, const PrintStyle& style, const PrintSource& lines,
                       const ProgressStep& step);
+
+/// Prints a formatted text. False if the printer does not accept it.
+[[nodiscard]] bool PrintFormatted(QPrinter& printer, const QTextDocument& document);
 
 /// Asks for the printer, then prints `lines`, or `selection` if the user wants that; `selection` may be null.
 /// Without a printer it asks for the name of a PDF file, which is written whole or not at all. A failure is

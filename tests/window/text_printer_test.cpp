@@ -6,7 +6,9 @@
 #include <QPageRanges>
 #include <QPainter>
 #include <QPdfWriter>
+#include <QTextDocument>
 
+#include "base/temp_folder.h"
 #include "window/print_page.h"
 
 namespace kolvane::window {
@@ -140,6 +142,20 @@ TEST_F(TextPrinterTest, ADeviceThatTakesNoFurtherPageIsAFailure) {
   EXPECT_EQ(PrintText(pages, {"", QFont(), Qt::black}, lines_, [](auto, auto) { return true; }),
             PrintResult::kFailed);
   EXPECT_LT(lines_.asked, 1000u) << "the rest is not printed";
+}
+
+TEST_F(TextPrinterTest, APrinterThatDoesNotStartIsAFailureOfAFormattedText) {
+  const base::TempFolder folder;
+  QTextDocument document;
+  document.setHtml("<b>text</b>");
+  const auto print = [&](const std::string& name) {
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(QString::fromStdString(folder.Path(name)));
+    return PrintFormatted(printer, document);
+  };
+  EXPECT_TRUE(print("a.pdf"));
+  EXPECT_FALSE(print("missing/a.pdf"));
 }
 
 }  // namespace
