@@ -35,7 +35,7 @@ bool InteractiveSend::Send(std::string_view command) {
 
 void CommandLines::Send(std::string_view text, const std::function<void()>& between) {
   if (sending_) return;
-  if (const auto character = base::UnsendableCharacter(text, utf8_ != nullptr && *utf8_); !character.empty())
+  if (const auto character = base::UnsendableCharacter(text, utf8_); !character.empty())
     throw base::RuntimeError(base::RuntimeError::Kind::kInvalidArgument, texts::NotSendable(character));
   sending_ = true;
   const base::ScopeExit ended([this] { sending_ = false; });

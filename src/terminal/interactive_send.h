@@ -70,9 +70,8 @@ class InteractiveSend {
 /// Sends the text of the command box; pasted text may hold several commands, one per line.
 class CommandLines {
  public:
-  /// `utf8`: every character can be sent.
-  explicit CommandLines(InteractiveSend& interactive, const bool* utf8 = nullptr)
-      : interactive_(interactive), utf8_(utf8) {}
+  /// While `utf8` is set, every character can be sent. Both must outlive this object.
+  CommandLines(InteractiveSend& interactive, const bool& utf8) : interactive_(interactive), utf8_(utf8) {}
 
   /// Sends the lines of `text` one after the other, skipping empty ones. Between two lines it calls
   /// `between`, to serve events; calling Send from there does nothing. Stop(), or a command that is not sent,
@@ -86,7 +85,7 @@ class CommandLines {
 
  private:
   InteractiveSend& interactive_;
-  const bool* utf8_;
+  const bool& utf8_;
   bool sending_ = false;
   bool stopped_ = false;
 };

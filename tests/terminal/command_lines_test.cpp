@@ -49,7 +49,7 @@ class CommandLinesTest : public testing::Test, protected SessionBench {
   NoBox box;
   Exchange exchange{session, waits, state.options, output, clock, ","};
   InteractiveSend interactive{exchange, recorder, box};
-  CommandLines lines{interactive};
+  CommandLines lines{interactive, device_state.utf8};
   std::function<void()> on_between_lines;
   int between_lines = 0;
 };
