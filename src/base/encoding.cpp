@@ -72,6 +72,14 @@ bool IsForbidden(char32_t point, std::size_t length) {
 
 }  // namespace
 
+std::size_t UnfinishedUtf8(std::string_view text) {
+  for (std::size_t back = 1; back <= std::min<std::size_t>(3, text.size()); ++back) {
+    const char c = text[text.size() - back];
+    if (!IsUtf8Continuation(c)) return Utf8Length(c) > back ? back : 0;
+  }
+  return 0;
+}
+
 CodePoint DecodeUtf8(std::string_view text, std::size_t at) {
   const auto lead = static_cast<std::uint8_t>(text[at]);
   if (lead < 0x80) return {lead, 1};

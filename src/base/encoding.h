@@ -46,6 +46,9 @@ constexpr std::size_t Utf8Length(char lead) {
   return byte < 0x80 ? 1 : byte >= 0xF0 ? 4 : byte >= 0xE0 ? 3 : 2;
 }
 
+/// Number of bytes, 0 to 3, at the end of `text` that start a character but do not complete it.
+std::size_t UnfinishedUtf8(std::string_view text);
+
 /// A code point and its length in bytes.
 struct CodePoint {
   char32_t value;

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "base/encoding.h"
 #include "terminal/terminal_state.h"
 
 namespace kolvane::terminal {
@@ -93,11 +92,7 @@ void BlockReader::ClearError() {
   state_.last_result = 0;
 }
 
-// A UTF-8 character is put back whole, so that it is decoded as one.
 BlockReader::Result BlockReader::PutBack() {
-  const char lead = block_.back();
-  const bool lead_only = state_.utf8 && !base::IsAscii({&lead, 1}) && !base::IsUtf8Continuation(lead);
-  if (lead_only) Take(base::Utf8Length(lead) - 1);
   state_.put_back = std::move(block_);
   return Result::kNoBlock;
 }

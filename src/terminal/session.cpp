@@ -1,5 +1,6 @@
 #include "terminal/session.h"
 
+#include <algorithm>
 #include <array>
 #include <string>
 #include <utility>
@@ -231,11 +232,26 @@ constexpr std::size_t kLongBlock = 16u << 10;  // bytes; shorter ones are too fa
   return ShowFailure(device_.LastError());
 }
 
+// A UTF-8 character that was put back in part is decoded as one. If its rest does not arrive, the next read
+// reports why.
+void Session::CompletePutBack() {
+  std::string& bytes = device_state_.put_back;
+  const std::size_t part = device_state_.utf8 ? base::UnfinishedUtf8(bytes) : 0;
+  if (part == 0) return;
+  const std::size_t rest = base::Utf8Length(bytes[bytes.size() - part]) - part;
+  const std::size_t received = device_.ReadBinary({}, static_cast<std::int32_t>(rest), buffer_);
+  if (device_.LastError().code < 0) return;
+  bytes.append(reinterpret_cast<const char*>(buffer_.data()), std::min(received, rest));
+}
+
 // Bytes that an earlier read put back come first; they may already complete the answer.
 [[gnu::hot]] bool Session::ReadToTerminator() {
   const std::string& terminator = state_.receive.receive_terminator;
   std::string before;
-  if (!device_state_.put_back.empty()) before = base::FromDevice(device_state_.put_back, device_state_.utf8);
+  if (!device_state_.put_back.empty()) {
+    CompletePutBack();
+    before = base::FromDevice(device_state_.put_back, device_state_.utf8);
+  }
   if (before.empty() || terminator.empty() || !before.ends_with(terminator.back())) {
     device_.ReadText(terminator, kTextAnswerLimit, answer_, buffer_);
     if (const device::DeviceError error = device_.LastError(); error.code < 0) return ShowFailure(error);

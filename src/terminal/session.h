@@ -86,6 +86,7 @@ class Session {
   bool ReadAsSet();
   /// No value if the answer is not a block.
   std::optional<bool> ReadBlock();
+  void CompletePutBack();
   bool ReadToTerminator();
   bool ReadToGap();
   bool ReadCounted();

@@ -44,19 +44,6 @@ bool Progress::Advance(std::size_t done, std::size_t whole) {
   return !dialog_.wasCanceled();
 }
 
-namespace {
-
-// The number of bytes at the end of `text` that start a sequence but do not complete it.
-std::size_t Incomplete(std::string_view text) {
-  for (std::size_t back = 1; back <= std::min<std::size_t>(3, text.size()); ++back) {
-    const char c = text[text.size() - back];
-    if (!base::IsUtf8Continuation(c)) return base::Utf8Length(c) > back ? back : 0;
-  }
-  return 0;
-}
-
-}  // namespace
-
 std::string TextDecoder::Decode(std::string_view bytes) {
   if (!std::exchange(started_, true)) {
     utf8_ = bytes.starts_with(base::kUtf8Mark);
@@ -75,7 +62,7 @@ std::string TextDecoder::Finish() {
 }
 
 std::size_t TextDecoder::Complete() const {
-  const std::size_t held_back = utf8_ ? Incomplete(pending_) : 0;
+  const std::size_t held_back = utf8_ ? base::UnfinishedUtf8(pending_) : 0;
   return pending_.size() - (pending_.ends_with('\r') ? 1 : held_back);
 }
 

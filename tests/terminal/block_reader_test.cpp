@@ -148,6 +148,23 @@ TEST_F(SessionBlocksTest, AnAnswerThatIsNotABlockIsComplete) {
   EXPECT_EQ(device_state.put_back, "");
 }
 
+TEST_F(SessionBlocksTest, AUtf8CharacterThatWasPutBackInPartIsDecodedAsOne) {
+  device_state.utf8 = true;
+  device.incoming = "\xCE\xA9";
+  device.text_answers = {"m\r\n", "V\r\n", "F\r\n"};
+  EXPECT_TRUE(session.GetAnswer());
+  EXPECT_EQ(state.last_answer.text, "Ωm");
+  device_state.put_back = "\xC2";
+  device.incoming = "\xB5";
+  EXPECT_TRUE(session.GetAnswer());
+  EXPECT_EQ(state.last_answer.text, "µV");
+  state.extras.blocks = false;
+  device_state.put_back = "1\xE2\x82";
+  device.incoming = "\xAC";
+  EXPECT_TRUE(session.GetAnswer());
+  EXPECT_EQ(state.last_answer.text, "1€F");
+}
+
 TEST_F(SessionBlocksTest, AnEmptyLineIsAnEmptyAnswer) {
   state.receive.receive_terminator = "\n";
   device.incoming = "\n";
