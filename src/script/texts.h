@@ -7,7 +7,7 @@
 
 #include "script/command_file.h"
 
-/// Every text that the command list shows.
+/// The messages of the command list, and other texts that several files show.
 namespace kolvane::script::texts {
 
 inline constexpr std::string_view kUnknownCommand = "Unbekannter $ Befehl";
