@@ -34,7 +34,8 @@ class Device {
   virtual void Write(std::string_view command, std::string_view terminator, std::int16_t extra) = 0;
 
   /// Reads a text answer, up to `terminator` or `count` characters. `answer` is returned without trailing
-  /// spaces; with an empty terminator in port-library mode `count` bytes go to `buffer` instead.
+  /// spaces; with an empty terminator in port-library mode `count` bytes go to `buffer` instead. A UTF-8
+  /// character that `count` cuts is kept in DeviceState::put_back.
   virtual void ReadText(std::string_view terminator, std::int32_t count, std::string& answer,
                         Bytes& buffer) = 0;
 

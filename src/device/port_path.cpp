@@ -85,7 +85,11 @@ void PortPath::Close() {
     return;
   }
   const std::string_view received = ReceiveText(count, code);
-  AssignDecoded(received, state_.utf8, answer);
+  // A character that the count cuts belongs to the next answer.
+  const bool full = state_.utf8 && received.size() == SizeOf(count);
+  const std::size_t whole = received.size() - (full ? base::UnfinishedUtf8(received) : 0);
+  AssignDecoded(received.substr(0, whole), state_.utf8, answer);
+  if (full) state_.put_back.append(received.substr(whole));
   std::memset(text_buffer_.data(), ' ', received.size());
 }
 

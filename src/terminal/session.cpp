@@ -247,16 +247,20 @@ void Session::CompletePutBack() {
 // Bytes that an earlier read put back come first; they may already complete the answer.
 [[gnu::hot]] bool Session::ReadToTerminator() {
   const std::string& terminator = state_.receive.receive_terminator;
+  std::string put_back;
   std::string before;
   if (!device_state_.put_back.empty()) {
     CompletePutBack();
-    before = base::FromDevice(device_state_.put_back, device_state_.utf8);
+    put_back = std::exchange(device_state_.put_back, {});
+    before = base::FromDevice(put_back, device_state_.utf8);
   }
   if (before.empty() || terminator.empty() || !before.ends_with(terminator.back())) {
     device_.ReadText(terminator, kTextAnswerLimit, answer_, buffer_);
-    if (const device::DeviceError error = device_.LastError(); error.code < 0) return ShowFailure(error);
+    if (const device::DeviceError error = device_.LastError(); error.code < 0) {
+      device_state_.put_back = std::move(put_back);
+      return ShowFailure(error);
+    }
   }
-  device_state_.put_back.clear();
   if (!before.empty()) answer_.insert(0, before);
   TrimAnswer(answer_, terminator);
   return ShowAnswer(base::TrimSpaces(answer_));

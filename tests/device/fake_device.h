@@ -54,6 +54,7 @@ class FakeDevice final : public Device {
     if (!has_answer) return;
     answer = text_answers.front();
     text_answers.pop_front();
+    on_text();
   }
 
   std::size_t ReadBinary(std::string_view terminator, std::int32_t count, Bytes& buffer) override {
@@ -103,6 +104,7 @@ class FakeDevice final : public Device {
 
   std::vector<std::string> calls;
   std::function<void()> on_open = [] {};
+  std::function<void()> on_text = [] {};
   DeviceError open_result;
   DeviceError close_result;
   DeviceError write_result;

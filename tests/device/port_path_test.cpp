@@ -305,5 +305,15 @@ TEST_F(OverPortLibrary, AnInstrumentMayUseUtf8) {
   EXPECT_EQ(Read(), "5 Ω ü\n");
 }
 
+TEST_F(OverPortLibrary, AUtf8CharacterCutByTheCountIsReadWithTheNextAnswer) {
+  state.utf8 = true;
+  library.replies = {{"12Ω"}, {"12Ω"}};
+  EXPECT_EQ(Read(3), "12");
+  EXPECT_EQ(state.put_back, "\xCE");
+  state.put_back.clear();
+  EXPECT_EQ(Read(4), "12Ω");
+  EXPECT_EQ(state.put_back, "");
+}
+
 }  // namespace
 }  // namespace kolvane::device

@@ -165,6 +165,16 @@ TEST_F(SessionBlocksTest, AUtf8CharacterThatWasPutBackInPartIsDecodedAsOne) {
   EXPECT_EQ(state.last_answer.text, "1€F");
 }
 
+TEST_F(SessionBlocksTest, WhatAReadPutsBackIsKeptForTheNextOne) {
+  state.extras.blocks = false;
+  device_state.put_back = "1";
+  device.text_answers = {"2.5\r\n"};
+  device.on_text = [this] { device_state.put_back = "3"; };
+  EXPECT_TRUE(session.GetAnswer());
+  EXPECT_EQ(state.last_answer.text, "12.5");
+  EXPECT_EQ(device_state.put_back, "3");
+}
+
 TEST_F(SessionBlocksTest, AnEmptyLineIsAnEmptyAnswer) {
   state.receive.receive_terminator = "\n";
   device.incoming = "\n";
