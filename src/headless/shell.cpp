@@ -87,6 +87,7 @@ class Shell {
   }
 
   void Take(std::string_view line) {
+    line = base::TrimSpaces(line);
     terminal_.Resume();
     List list(terminal_, state_);
     if (!rows_.open() && WordOf(line) == "$RUN") {

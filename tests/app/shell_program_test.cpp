@@ -119,6 +119,13 @@ TEST_F(ShellTest, ErrorsDoNotEndTheShell) {
   EXPECT_EQ(outcome.status, 4);
 }
 
+TEST_F(ShellTest, SpacesBeforeRunAreIgnoredAsBeforeAnyRow) {
+  base::WriteBytes(folder.Path("a.CMD"), "A\r\n");
+  const Outcome outcome = Pipe("  $RUN a.CMD\n", Words());
+  EXPECT_EQ(outcome.out, "A\n");
+  EXPECT_EQ(outcome.err, "");
+}
+
 TEST_F(ShellTest, OpenLoopsRunAtTheEndOfAPipe) { EXPECT_EQ(Pipe("$REPEAT 1\nA\n", Words()).out, "A\n"); }
 
 TEST_F(ShellTest, MoreRowsThanAListHoldsAreRefused) {
