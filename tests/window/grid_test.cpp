@@ -297,6 +297,27 @@ TEST_F(GridTest, ARowLongerThanItsColumnHasAToolTip) {
   EXPECT_EQ(ToolTipOfRow(2), "<qt>" + row.toHtmlEscaped() + "</qt>");
 }
 
+TEST_F(GridTest, AVeryLongRowIsPaintedLikeALongOne) {
+  const auto picture = [this](int times) {
+    Fill({QStringLiteral("Ω 5 ").repeated(times), "", "Ende"});
+    QApplication::processEvents();
+    return Grid()->viewport()->grab().toImage();
+  };
+  const QImage lengthy = picture(300);
+  // With the work for each mark growing with its position, this would take minutes.
+  EXPECT_EQ(picture(200'000), lengthy);
+  EXPECT_EQ(ToolTipOfRow(1), "<qt>" + QStringLiteral("Ω 5 ").repeated(500) +
+                                 "…<br>Das Zeichen „Ω“ kann weder gesendet noch gespeichert werden</qt>");
+}
+
+TEST_F(GridTest, AHitFarBeyondTheColumnIsNotPainted) {
+  Fill({QString(300, 'x') + QString(3000, ' ') + "y"});
+  Grid()->ShowHits([](int) { return script::RowHits{{{3300, 3301}, true}}; }, {});
+  const QImage with_hit = Grid()->viewport()->grab().toImage();
+  Grid()->ShowHits({}, {});
+  EXPECT_EQ(with_hit, Grid()->viewport()->grab().toImage());
+}
+
 TEST_F(GridTest, ACommandFileDroppedOnTheListOpens) {
   base::WriteBytes(folder_.Path("a.cmd"), "eins\r\n");
   base::WriteBytes(folder_.Path("a.txt"), "zwei\r\n");

@@ -16,6 +16,7 @@ namespace kolvane::script {
 namespace {
 
 constexpr int kFrameMs = 33;
+constexpr qsizetype kMaxInToolTip = 2000;  // characters of the row; a tool tip cannot be scrolled
 
 }  // namespace
 
@@ -91,11 +92,13 @@ QString CommandListModel::ErrorOf(int row) const {
 QString CommandListModel::ToolTipOf(int row) const {
   const std::string& text = list_.Text(row);
   const std::string_view outside = base::OutsideWindows1252(text);
-  const std::string trouble = outside.empty() ? "" : "\n" + texts::NotInCodePage(outside);
+  const QString trouble = outside.empty() ? QString() : base::ToQt("\n" + texts::NotInCodePage(outside));
   const auto found = findings_.find(row);
   const QString findings = found == findings_.end() ? QString() : QLatin1Char('\n') + found->second.text;
   const QString error = list_.ErrorOf(row).empty() ? QString() : QLatin1Char('\n') + ErrorOf(row);
-  return base::ToQt(text + trouble) + findings + error;
+  QString shown = base::ToQt(text);
+  if (shown.size() > kMaxInToolTip) shown = shown.left(kMaxInToolTip) + QStringLiteral("…");
+  return shown + trouble + findings + error;
 }
 
 CommandListModel::Worst CommandListModel::WorstOf(int row) const {

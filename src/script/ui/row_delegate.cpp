@@ -76,6 +76,8 @@ QRect TextRect(const QStyleOptionViewItem& option) {
 }
 
 constexpr int kIndentSpaces = 2;
+/// Characters of a row in a cell; no screen has room for more.
+constexpr qsizetype kMaxShown = 2000;
 constexpr QColor kHintColor(200, 120, 0);
 
 /// The spaces shown before a row that are not part of it.
@@ -83,10 +85,11 @@ QString Indentation(const QModelIndex& index) {
   return QString(kIndentSpaces * index.data(CommandListModel::kIndentRole).toInt(), QLatin1Char(' '));
 }
 
-/// The rectangle of `span` in the cell's text as shown.
+/// The rectangle of `span` in the cell's text as shown; null if the cell ends before it.
 QRect SpanRect(const QStyleOptionViewItem& option, const Span& span) {
   const QRect text = TextRect(option);
   const int left = text.left() + option.fontMetrics.horizontalAdvance(option.text.left(span.start));
+  if (left > text.right()) return {};
   const int width = option.fontMetrics.horizontalAdvance(option.text.mid(span.start, span.length));
   return {left, text.top(), width, text.height()};
 }
@@ -120,10 +123,11 @@ void PaintMarks(QPainter* painter, const QRect& cell, int marks) {
   painter->restore();
 }
 
+/// Where bytes `range` of the UTF-8 text are in `text`, which may have only the first of them.
 Span SpanOf(const QString& text, pane::PaneRange range) {
   const QByteArray bytes = text.toUtf8();
   const auto units = [&bytes](std::size_t to) {
-    return QString::fromUtf8(bytes.first(static_cast<qsizetype>(to))).size();
+    return QString::fromUtf8(bytes.first(std::min(static_cast<qsizetype>(to), bytes.size()))).size();
   };
   return {units(range.begin), units(range.end) - units(range.begin)};
 }
@@ -132,7 +136,7 @@ Span SpanOf(const QString& text, pane::PaneRange range) {
 
 void RowDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
   QStyledItemDelegate::initStyleOption(option, index);
-  if (!option->text.isEmpty()) option->text.prepend(Indentation(index));
+  if (!option->text.isEmpty()) option->text = Indentation(index) + option->text.left(kMaxShown);
   if (index.data(Qt::BackgroundRole).isValid()) option->state &= ~QStyle::State_Selected;
   if (HasFocus(option->widget)) return;
   const QColor text = option->palette.color(QPalette::Text);
@@ -153,8 +157,11 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   if (hits_) PaintHits(painter, shown, index);
   const bool highlighted = index.data(Qt::BackgroundRole).isValid();
   const QColor own = shown.palette.color(QPalette::Text);
-  for (const Span& span : base::OutsideSpans(shown.text))
-    Underline(painter, SpanRect(shown, span), highlighted ? own : QColor(Qt::red));
+  for (const Span& span : base::OutsideSpans(shown.text)) {
+    const QRect rect = SpanRect(shown, span);
+    if (rect.isNull()) break;
+    Underline(painter, rect, highlighted ? own : QColor(Qt::red));
+  }
   const int finding = index.data(CommandListModel::kFindingRole).toInt();
   const qsizetype indent = Indentation(index).size();
   const QColor color = finding == CommandListModel::kErrorFound ? QColor(Qt::red) : kHintColor;
@@ -172,7 +179,9 @@ void RowDelegate::PaintHits(QPainter* painter, const QStyleOptionViewItem& optio
   for (const RowHit& hit : hits_(index.row() + 1)) {
     Span span = SpanOf(option.text.mid(indent.size()), hit.range);
     span.start += indent.size();
-    painter->fillRect(SpanRect(option, span), hit.current ? kCurrent : kHit);
+    const QRect rect = SpanRect(option, span);
+    if (rect.isNull()) break;
+    painter->fillRect(rect, hit.current ? kCurrent : kHit);
   }
 }
 
