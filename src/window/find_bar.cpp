@@ -139,6 +139,8 @@ void FindBar::Close() {
   target_->Search(nullptr);
   QWidget* back = target_->Widget();
   target_.clear();
+  // A button pressed by its key clicks a moment later.
+  ShowReplaceable();
   hide();
   Q_EMIT OpenedOrClosed();
   back->setFocus(Qt::OtherFocusReason);

@@ -84,6 +84,8 @@ void UnsavedView::Discard() {
 }
 
 void UnsavedView::ShowNext() {
+  // A button pressed by its key clicks a moment later, hidden or not.
+  setDisabled(left_.empty());
   setHidden(left_.empty());
   if (left_.empty()) return;
   const script::AbandonedCopy& next = left_.front();

@@ -137,6 +137,19 @@ TEST_F(FindBarTest, EscClosesAndReturnsTheFocus) {
   EXPECT_EQ(window_.focusWidget(), Grid());
 }
 
+TEST_F(FindBarTest, AButtonPressedJustBeforeItWasClosedDoesNothing) {
+  Fill({"MSV? 1"});
+  OpenIn(Grid());
+  Search("MSV");
+  Bar()->Close();
+  // As a button does 0.1 s after its key was pressed.
+  for (auto* button : Bar()->findChildren<QPushButton*>()) button->click();
+  EXPECT_EQ(Row(1), "MSV? 1");
+  OpenIn(Grid());
+  Click("ReplaceAll");
+  EXPECT_EQ(Row(1), "? 1");
+}
+
 TEST_F(FindBarTest, SearchesForTheSelection) {
   AddLine("one two");
   AddLine("two");
