@@ -132,6 +132,21 @@ TEST_F(PortsDialogTest, AnInvalidRateIsRefused) {
   EXPECT_EQ(File(), "");
 }
 
+TEST_F(PortsDialogTest, AnInvalidBoardIsRefused) {
+  for (const char* board : {"x", "-1", "16", "/dev/gpib0"}) {
+    Open();
+    Field("GPIB_Board")->setCurrentText(QString::fromUtf8(board));
+    Button("cmdOK")->click();
+    EXPECT_TRUE(dialog_->isVisible());
+    EXPECT_EQ(prompt_.errors.back(),
+              "„" + std::string(board) + "“ ist keine Nummer einer GPIB-Karte (0 bis 15)");
+  }
+  EXPECT_EQ(File(), "");
+  Field("GPIB_Board")->setCurrentText("15");
+  Button("cmdOK")->click();
+  EXPECT_FALSE(dialog_->isVisible());
+}
+
 TEST_F(PortsDialogTest, ATestOpensAndClosesEachPort) {
   library_.results["OpenPort"] = {0, -10};
   library_.status_text = "Gerät nicht gefunden";

@@ -23,6 +23,7 @@ constexpr const char* kRates[] = {"300",     "600",     "1200",    "2400",    "4
 constexpr std::int32_t kDefaultRate = 9600;
 constexpr std::int32_t kNoRate = 1;
 constexpr std::int16_t kBuffer = 4096;  // bytes
+constexpr int kLastBoard = 15;
 
 struct PortFieldRow {
   const char* object_name;
@@ -44,6 +45,19 @@ bool Offers(const PortSetting& setting, const AttachedPort& port) {
   if (setting.name == "GPIB") return port.kind == AttachedPort::Kind::kGpib;
   if (setting.name.starts_with("LPT")) return port.kind == AttachedPort::Kind::kParallel;
   return port.kind == AttachedPort::Kind::kSerial;
+}
+
+// Device files cannot be judged: an adapter may be attached later.
+std::string FaultOf(const PortSetting& setting) {
+  if (setting.value.empty()) return {};
+  bool is_number = false;
+  const int number = base::ToQt(setting.value).toInt(&is_number);
+  if (setting.IsRate() && (!is_number || number <= 0))
+    return "„" + setting.value + "“ ist keine Baudrate";
+  if (setting.name == "GPIB" && (!is_number || number < 0 || number > kLastBoard))
+    return "„" + setting.value + "“ ist keine Nummer einer GPIB-Karte (0 bis " + std::to_string(kLastBoard) +
+           ")";
+  return {};
 }
 
 QStringList Choices(const PortSetting& setting, const std::vector<AttachedPort>& ports) {
@@ -142,10 +156,7 @@ QString PortsDialog::TestOne(std::int16_t code, const std::string& node, const s
 void PortsDialog::accept() {
   const std::vector<PortSetting> settings = Entered();
   for (const PortSetting& setting : settings) {
-    bool number = false;
-    const int rate = base::ToQt(setting.value).toInt(&number);
-    if (!setting.IsRate() || setting.value.empty() || (number && rate > 0)) continue;
-    return context_.prompt.ShowError("„" + setting.value + "“ ist keine Baudrate");
+    if (const std::string fault = FaultOf(setting); !fault.empty()) return context_.prompt.ShowError(fault);
   }
   if (const int error = SavePortSettings(settings))
     return context_.prompt.ShowError("Die Datei „ports.ini“ kann nicht geschrieben werden: " +
