@@ -9,17 +9,22 @@
 
 #include <QAbstractButton>
 #include <QAbstractPrintDialog>
+#include <QAccessible>
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QDropEvent>
 #include <QEventLoop>
 #include <QFileDialog>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QTimer>
+#include <QUrl>
 #include <QWheelEvent>
 #include <QWindow>
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstdlib>
@@ -110,6 +115,7 @@ class RandomUse : private window::WindowRecords {
     connection_.port_code = device::port_code::kTcpIp;
     connection_.ip_address = "127.0.0.1";
     connection_.timeout_ms = 100;
+    QAccessible::setActive(whims_.OneIn(2));
     MakeFiles();
   }
 
@@ -180,8 +186,11 @@ class RandomUse : private window::WindowRecords {
     if (kind < 88) return Trigger();
     if (kind < 90) return Resize();
     if (kind < 92) return Copy();
-    if (kind < 94) return Wheel();
-    if (kind < 95) return OpenList();
+    if (kind < 93) return Wheel();
+    if (kind < 94) return Drop();
+    if (kind < 95) return ReadAloud();
+    if (kind < 96) return OpenList();
+    if (kind < 97 && whims_.OneIn(5)) return ChangeDesktop();
     if (kind < 98) return Connect();
     CloseSomething();
   }
@@ -308,6 +317,62 @@ class RandomUse : private window::WindowRecords {
     QWheelEvent wheel(at, part.mapToGlobal(at), {}, turn, Qt::NoButton, whims_.Of(kModifiers),
                       Qt::NoScrollPhase, false);
     QApplication::sendEvent(&part, &wheel);
+  }
+
+  void Drop() {
+    QWidget* const top = Reachable();
+    if (top == nullptr || top->size().isEmpty()) return;
+    QWidget& part = PartOf(*top);
+    QMimeData data;
+    if (whims_.OneIn(2))
+      data.setUrls({QUrl::fromLocalFile(QString::fromStdString(folder_.Path(whims_.Of(kFiles))))});
+    else
+      data.setText(whims_.Of(texts_));
+    Say("drop on " + NameOf(part));
+    const QPointF at(part.rect().center());
+    QDragEnterEvent enter(at.toPoint(), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    const QPointer<QWidget> target(&part);
+    QApplication::sendEvent(target, &enter);
+    if (!enter.isAccepted() || !target) return;
+    QDropEvent drop(at, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(target, &drop);
+  }
+
+  // As a screen reader does.
+  void ReadAloud() {
+    QWidget* const top = Reachable();
+    QAccessibleInterface* part =
+        top == nullptr ? nullptr : QAccessible::queryAccessibleInterface(&PartOf(*top));
+    while (part != nullptr && part->isValid()) {
+      const QString name = part->text(QAccessible::Name) + part->text(QAccessible::Value);
+      Say("read " + name.left(40));
+      if (QAccessibleTextInterface* const text = part->textInterface()) ReadText(*text);
+      part->rect();
+      part->state();
+      part = part->childCount() == 0 ? nullptr : part->child(whims_.Below(part->childCount()));
+    }
+  }
+
+  void ReadText(QAccessibleTextInterface& text) {
+    const int count = text.characterCount();
+    if (count == 0) return;
+    int start = 0;
+    int end = 0;
+    const int at = whims_.Below(count);
+    // Qt 6.4 never returns from asking a QLineEdit for the word at the end of its text.
+    text.textAtOffset(at, QAccessible::LineBoundary, &start, &end);
+    text.characterRect(at);
+    text.text(at, std::min(count, at + 100));
+    if (whims_.OneIn(4)) text.setCursorPosition(at);
+  }
+
+  void ChangeDesktop() {
+    Say("change the desktop");
+    const bool dark = whims_.OneIn(2);
+    QApplication::setPalette(QPalette(dark ? QColor(40, 40, 40) : QColor(240, 240, 240)));
+    QFont font = QApplication::font();
+    font.setPointSize(7 + whims_.Below(12));
+    QApplication::setFont(font);
   }
 
   void OpenList() {
