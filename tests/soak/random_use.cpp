@@ -192,6 +192,7 @@ class RandomUse : private window::WindowRecords {
     if (kind < 96) return OpenList();
     if (kind < 97 && whims_.OneIn(5)) return ChangeDesktop();
     if (kind < 98) return Connect();
+    if (kind < 99) return OpenDialog();
     CloseSomething();
   }
 
@@ -263,6 +264,7 @@ class RandomUse : private window::WindowRecords {
     const auto key = whims_.OneIn(3)
                          ? static_cast<Qt::Key>(Qt::Key_0 + whims_.Below(Qt::Key_Z - Qt::Key_0 + 1))
                          : whims_.Of(kKeys);
+    if (EndsDialog(key)) return;
     Say(QStringLiteral("key %1 %2 in %3")
             .arg(key, 0, 16)
             .arg(modifiers.toInt(), 0, 16)
@@ -276,7 +278,8 @@ class RandomUse : private window::WindowRecords {
     for (const QChar c : text)
       if (QWindow* const window = FocusWindow()) Hands::Key(*window, Qt::Key_unknown, Qt::NoModifier, c);
     QWindow* const window = FocusWindow();
-    if (window != nullptr && !whims_.OneIn(4)) Hands::Key(*window, Qt::Key_Return, Qt::NoModifier, "\r");
+    if (window != nullptr && !whims_.OneIn(4) && !EndsDialog(Qt::Key_Return))
+      Hands::Key(*window, Qt::Key_Return, Qt::NoModifier, "\r");
   }
 
   void Trigger() {
@@ -385,6 +388,25 @@ class RandomUse : private window::WindowRecords {
     if (QApplication::activeModalWidget() != nullptr || window_->IsBusy() || device_.connected) return;
     Say("connect");
     window_->PressConnect();
+  }
+
+  // Those that need preparation.
+  void OpenDialog() {
+    if (QApplication::activeModalWidget() != nullptr || window_->IsBusy()) return;
+    const bool inspect = whims_.OneIn(2);
+    Say(inspect ? "inspect all" : "configure the connection");
+    if (inspect) window_->findChild<pane::OutputPane*>()->selectAll();
+    if (!inspect && device_.connected) window_->PressConnect();
+    const char* const name = inspect ? "mnuBinInspect" : "mnuConfigureConnection";
+    window_->findChild<QAction*>(QLatin1String(name))->trigger();
+  }
+
+  // In a dialog not always, so that it stays for a while.
+  bool EndsDialog(int key) {
+    const auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    const bool ends = key == Qt::Key_Escape || key == Qt::Key_Return || key == Qt::Key_Enter;
+    return ends && dialog != nullptr && qobject_cast<const QMessageBox*>(dialog) == nullptr &&
+           !whims_.OneIn(4);
   }
 
   bool AnswerFileDialog(QWidget& dialog) {
