@@ -95,6 +95,7 @@ void CommandList::Fill(std::vector<std::string> rows) {
     target.breakpoint = false;
     target.color = ColorOf(target.text);
   }
+  ++revision_;
   NotifyRows(1, kListRows);
 }
 

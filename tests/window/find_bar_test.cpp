@@ -229,6 +229,21 @@ TEST_F(FindBarTest, ReplacesAllAsOneStepOfUndo) {
   EXPECT_EQ(Row(1) + Row(2) + Row(3), "A=1BC=3");
 }
 
+TEST_F(FindBarTest, FindsInAListThatWasOpenedMeanwhile) {
+  Fill({"ein langer Befehl MSV"});
+  OpenIn(Grid());
+  Search("MSV");
+  EXPECT_EQ(Count(), "1 von 1");
+  Grid()->list().ShowFile("", {"IDN?", "MSV? 1", "MSV? 2"}, 0);
+  EXPECT_EQ(Count(), "0 von 2");
+  Click("ReplaceNext");
+  EXPECT_EQ(Row(1), "IDN?");
+  Click("FindNext");
+  EXPECT_EQ(CurrentRow(), 2);
+  Click("ReplaceNext");
+  EXPECT_EQ(Row(2), "? 1");
+}
+
 TEST_F(FindBarTest, KeepsOneLineOfPastedText) {
   Fill({"MEAS? 1,2"});
   OpenIn(Grid());
