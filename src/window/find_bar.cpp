@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QRegularExpression>
 
+#include "base/ui/fields.h"
 #include "base/ui/qt_text.h"
 #include "pane/ui/regex_matcher.h"
 #include "window/field_mark.h"
@@ -47,7 +48,7 @@ FindBar::FindBar(QWidget* parent) : QWidget(parent) {
   AddFinding();
   AddReplacing();
   auto* close = Add(new QPushButton(QStringLiteral("Sc&hließen")), "FindClose", "Schließt die Suche (Esc)");
-  connect(close, &QPushButton::clicked, this, &FindBar::Close);
+  base::OnClick(close, [this] { Close(); });
   hide();
 }
 
@@ -81,8 +82,8 @@ void FindBar::AddFinding() {
   connect(text_, &QLineEdit::textChanged, this, &FindBar::Search);
   connect(match_case_, &QCheckBox::toggled, this, &FindBar::Search);
   connect(regex_, &QCheckBox::toggled, this, &FindBar::Search);
-  connect(previous, &QPushButton::clicked, this, &FindBar::GoToPrevious);
-  connect(next, &QPushButton::clicked, this, &FindBar::GoToNext);
+  base::OnClick(previous, [this] { GoToPrevious(); });
+  base::OnClick(next, [this] { GoToNext(); });
 }
 
 void FindBar::AddReplacing() {
@@ -106,8 +107,8 @@ void FindBar::AddReplacing() {
   auto* all = Add(new QPushButton(QStringLiteral("A&lle ersetzen")), "ReplaceAll",
                   "Ersetzt alle Treffer; Strg+Z nimmt es auf einmal zurück");
   replacing_ = {field, one, all};
-  connect(one, &QPushButton::clicked, this, [this] { target_->ReplaceCurrent(replacement_->text()); });
-  connect(all, &QPushButton::clicked, this, &FindBar::ReplaceAll);
+  base::OnClick(one, [this] { target_->ReplaceCurrent(replacement_->text()); });
+  base::OnClick(all, [this] { ReplaceAll(); });
   connect(replacement_, &QLineEdit::textChanged, this, [this] { KeepOneLine(replacement_); });
   connect(
       replacement_, &QLineEdit::textChanged, this, [this] { MarkUnsendable(replacement_, false); },
@@ -139,7 +140,6 @@ void FindBar::Close() {
   target_->Search(nullptr);
   QWidget* back = target_->Widget();
   target_.clear();
-  // A button pressed by its key clicks a moment later.
   ShowReplaceable();
   hide();
   Q_EMIT OpenedOrClosed();

@@ -3,6 +3,7 @@
 #include <QClipboard>
 #include <QLineEdit>
 
+#include "base/ui/fields.h"
 #include "base/ui/qt_text.h"
 #include "device/device_state.h"
 #include "device/ui/ports_dialog.h"
@@ -146,7 +147,7 @@ void MainWindow::OpenFindBar() {
 void MainWindow::ConnectSending() {
   TerminalBar* bar = area_->terminal_bar();
   connect(bar->command()->lineEdit(), &QLineEdit::returnPressed, this, &MainWindow::Send);
-  connect(bar->send(), &QPushButton::clicked, this, &MainWindow::Send);
+  base::OnClick(bar->send(), [this] { Send(); });
   // Queued, so that an input method that inserted the text sets its own formats first.
   connect(
       bar->command()->lineEdit(), &QLineEdit::textChanged, this, [this] { ShowUnsendable(); },

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "base/clock.h"
+#include "base/ui/fields.h"
 #include "base/ui/qt_text.h"
 #include "script/texts.h"
 #include "window/flow_layout.h"
@@ -51,8 +52,7 @@ QPushButton* UnsavedView::AddButton(const char* name, std::string_view text, voi
   auto* button = new QPushButton(base::ToQt(text), this);
   button->setObjectName(QLatin1String(name));
   button->setAutoDefault(false);
-  connect(button, &QPushButton::clicked, this,
-          [this, command] { prompt_.Guard([this, command] { (this->*command)(); }); });
+  base::OnClick(button, [this, command] { prompt_.Guard([this, command] { (this->*command)(); }); });
   return button;
 }
 
@@ -84,7 +84,7 @@ void UnsavedView::Discard() {
 }
 
 void UnsavedView::ShowNext() {
-  // A button pressed by its key clicks a moment later, hidden or not.
+  // A hidden button could still be clicked.
   setDisabled(left_.empty());
   setHidden(left_.empty());
   if (left_.empty()) return;

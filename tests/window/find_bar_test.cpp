@@ -2,6 +2,7 @@
 
 #include <QMenuBar>
 #include <QScrollBar>
+#include <QSignalSpy>
 
 #include "gui/paint_counter.h"
 #include "window/grid_fixture.h"
@@ -141,11 +142,16 @@ TEST_F(FindBarTest, AButtonPressedJustBeforeItWasClosedDoesNothing) {
   Fill({"MSV? 1"});
   OpenIn(Grid());
   Search("MSV");
-  Bar()->Close();
-  // As a button does 0.1 s after its key was pressed.
-  for (auto* button : Bar()->findChildren<QPushButton*>()) button->click();
-  EXPECT_EQ(Row(1), "MSV? 1");
-  OpenIn(Grid());
+  for (const char* name : {"ReplaceAll", "ReplaceNext"}) {
+    auto* button = Find<QPushButton>(name);
+    QSignalSpy clicked(button, &QPushButton::clicked);
+    // As its key does.
+    button->animateClick();
+    Bar()->Close();
+    EXPECT_TRUE(clicked.wait()) << name;
+    EXPECT_EQ(Row(1), "MSV? 1") << name;
+    OpenIn(Grid());
+  }
   Click("ReplaceAll");
   EXPECT_EQ(Row(1), "? 1");
 }

@@ -59,6 +59,12 @@ void GuardWheel(QComboBox* list) {
   new WheelGuard(list);
 }
 
+void OnClick(QAbstractButton* button, std::function<void()> command) {
+  QObject::connect(button, &QAbstractButton::clicked, button, [button, command = std::move(command)] {
+    if (button->isEnabled()) command();
+  });
+}
+
 void EnsureReadableHints() {
   QPalette palette = QApplication::palette();
   const auto is_lighter = [back = palette.color(QPalette::Base).lightness()](const QColor& color) {

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <QAbstractButton>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QTextCharFormat>
+#include <functional>
 #include <vector>
 
 namespace kolvane::base {
@@ -24,6 +26,10 @@ void MarkOutside(QLineEdit* field, const QString& fault, QTextCharFormat format 
 /// The wheel changes `list` only while it has the keyboard focus, and does not give it the focus. Otherwise a
 /// wheel step goes to the parent widget.
 void GuardWheel(QComboBox* list);
+
+/// Carries out `command` when `button` is clicked, as long as `button` exists. Qt clicks a button 0.1 s after
+/// its key, even if it has been disabled since; that click is ignored.
+void OnClick(QAbstractButton* button, std::function<void()> command);
 
 /// Changes the application's colour of the hints in empty fields if it does not stand out from the
 /// background: Qt's palette for KDE has none of its own, so that they are black on dark desktops, too.

@@ -8,6 +8,7 @@
 #include <iterator>
 
 #include "base/system.h"
+#include "base/ui/fields.h"
 #include "base/ui/qt_text.h"
 #include "device/connection_parameters.h"
 #include "device/port_table.h"
@@ -93,7 +94,7 @@ PortsDialog::PortsDialog(const PortsDialogContext& context, QWidget* parent)
   ok->setDefault(true);
   buttons->addButton(QStringLiteral("Abbrechen"), QDialogButtonBox::RejectRole)
       ->setObjectName(QStringLiteral("cmdCancel"));
-  connect(test, &QPushButton::clicked, this, &PortsDialog::Test);
+  base::OnClick(test, [this] { Test(); });
   connect(buttons, &QDialogButtonBox::accepted, this, &PortsDialog::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &PortsDialog::reject);
   auto* layout = new QVBoxLayout(this);

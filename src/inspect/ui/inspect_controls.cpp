@@ -6,6 +6,7 @@
 #include <QMenu>
 #include <QSignalBlocker>
 
+#include "base/ui/fields.h"
 #include "base/ui/qt_text.h"
 #include "inspect/texts.h"
 
@@ -61,7 +62,7 @@ QLineEdit* PositionBar::AddField(const char* name, std::string_view caption, std
 QPushButton* PositionBar::AddPageButton(const char* name, std::string_view caption, int by) {
   QPushButton* button = MakeButton(name, caption);
   layout()->addWidget(button);
-  connect(button, &QPushButton::clicked, this, [this, by] { Q_EMIT TurnPage(by); });
+  base::OnClick(button, [this, by] { Q_EMIT TurnPage(by); });
   return button;
 }
 
@@ -74,9 +75,8 @@ void PositionBar::ShowPages(bool previous, bool next, bool any) {
 
 BlockButtons::BlockButtons(QWidget* parent) : QWidget(parent), grid_(new QGridLayout(this)) {
   grid_->setContentsMargins(0, 0, 0, 0);
-  connect(AddButton("cmdLoadFile", texts::kLoadFile), &QPushButton::clicked, this, &BlockButtons::LoadFile);
-  connect(AddButton("cmdSaveBlock", texts::kSaveBlock), &QPushButton::clicked, this,
-          &BlockButtons::SaveBlock);
+  base::OnClick(AddButton("cmdLoadFile", texts::kLoadFile), [this] { Q_EMIT LoadFile(); });
+  base::OnClick(AddButton("cmdSaveBlock", texts::kSaveBlock), [this] { Q_EMIT SaveBlock(); });
   result_list_ = AddButton("cmdResultList", texts::kResultList);
   result_list_->setCheckable(true);
   connect(result_list_, &QPushButton::clicked, this, &BlockButtons::ShowResultList);
@@ -84,7 +84,7 @@ BlockButtons::BlockButtons(QWidget* parent) : QWidget(parent), grid_(new QGridLa
   repeat_->setObjectName(QStringLiteral("chkRepeat"));
   connect(repeat_, &QCheckBox::toggled, this, &BlockButtons::RepeatTemplate);
   AddToLayout(repeat_);
-  connect(AddButton("cmdSaveCsv", texts::kSaveCsv), &QPushButton::clicked, this, &BlockButtons::SaveCsv);
+  base::OnClick(AddButton("cmdSaveCsv", texts::kSaveCsv), [this] { Q_EMIT SaveCsv(); });
   AddCopyMenu();
 }
 
