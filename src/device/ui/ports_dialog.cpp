@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "base/system.h"
+#include "base/texts.h"
 #include "base/ui/fields.h"
 #include "base/ui/qt_text.h"
 #include "device/connection_parameters.h"
@@ -53,8 +53,7 @@ std::string FaultOf(const PortSetting& setting) {
   if (setting.value.empty()) return {};
   bool is_number = false;
   const int number = base::ToQt(setting.value).toInt(&is_number);
-  if (setting.IsRate() && (!is_number || number <= 0))
-    return "„" + setting.value + "“ ist keine Baudrate";
+  if (setting.IsRate() && (!is_number || number <= 0)) return "„" + setting.value + "“ ist keine Baudrate";
   if (setting.name == "GPIB" && (!is_number || number < 0 || number > kLastBoard))
     return "„" + setting.value + "“ ist keine Nummer einer GPIB-Karte (0 bis " + std::to_string(kLastBoard) +
            ")";
@@ -160,8 +159,7 @@ void PortsDialog::accept() {
     if (const std::string fault = FaultOf(setting); !fault.empty()) return context_.prompt.ShowError(fault);
   }
   if (const int error = SavePortSettings(settings))
-    return context_.prompt.ShowError("Die Datei „ports.ini“ kann nicht geschrieben werden: " +
-                                     base::SystemErrorText(error));
+    return context_.prompt.ShowError(base::texts::NotWritten("ports.ini", error));
   QDialog::accept();
 }
 
