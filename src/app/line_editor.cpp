@@ -2,6 +2,7 @@
 
 #include <histedit.h>
 #include <poll.h>
+#include <signal.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -24,11 +25,27 @@ constexpr int kHistorySize = 2 * static_cast<int>(ShellHistory::kKept);
 constexpr std::size_t kMaxListed = 100;
 // Further input stays in the terminal's buffer, which limits a paste.
 constexpr std::size_t kMaxTyped = 1 << 20;
+// Makes the library call Redraw; no key in UTF-8 has this code by itself.
+constexpr wchar_t kRedrawKey = 0x9D;
+constexpr const char* kRedrawKeyName = "\\235";
 
 // Characters are UTF-8, whatever locale numbers and dates use.
 void UseUtf8() {
   std::setlocale(LC_CTYPE, "");
   if (MB_CUR_MAX == 1) std::setlocale(LC_CTYPE, "C.UTF-8");
+}
+
+int CharactersIn(std::string_view text) {
+  return static_cast<int>(std::ranges::count_if(text, [](char c) { return !base::IsUtf8Continuation(c); }));
+}
+
+// Ctrl+\ ends the program at once, with the terminal as it was.
+termios mode_at_quit;
+
+void Quit(int number) {
+  tcsetattr(STDIN_FILENO, TCSANOW, &mode_at_quit);
+  signal(number, SIG_DFL);
+  raise(number);
 }
 
 LineEditor& SelfOf(EditLine* line) {
@@ -48,13 +65,14 @@ struct LineEditor::Editor {
     for (const std::string& each : self.history_.lines()) ::history(history, &event, H_ENTER, each.c_str());
     el_set(line, EL_CLIENTDATA, &self);
     el_set(line, EL_EDITOR, "emacs");
-    el_set(line, EL_SIGNAL, 1);
     el_set(line, EL_HIST, ::history, history);
     el_set(line, EL_GETCFN, &Editor::Read);
     el_set(line, EL_PROMPT_ESC, &Editor::Prompt, kNoWidth);
     el_set(line, EL_SETTY, "-d", "intr=", nullptr);
     el_set(line, EL_ADDFN, "give-up", "Give up the line", &Editor::GiveUp);
     el_set(line, EL_ADDFN, "complete-line", "Complete the line", &Editor::Complete);
+    el_set(line, EL_ADDFN, "redraw-line", "Draw the line for another size", &Editor::Redraw);
+    el_set(line, EL_BIND, kRedrawKeyName, "redraw-line", nullptr);
     el_set(line, EL_BIND, "^C", "give-up", nullptr);
     el_set(line, EL_BIND, "^I", "complete-line", nullptr);
     el_set(line, EL_BIND, "^R", "em-inc-search-prev", nullptr);
@@ -75,6 +93,7 @@ struct LineEditor::Editor {
     return CC_NEWLINE;
   }
   static unsigned char Complete(EditLine* line, int /*key*/) { return SelfOf(line).CompleteLine(); }
+  static unsigned char Redraw(EditLine* line, int /*key*/) { return SelfOf(line).Redraw(); }
 
   EditLine* line;
   History* history;
@@ -84,6 +103,8 @@ LineEditor::LineEditor(int end, ShellHistory& history, CompleteFunction complete
     : end_(end), history_(history), complete_(std::move(complete)), colors_(colors) {
   UseUtf8();
   tcgetattr(STDIN_FILENO, &at_start_);
+  mode_at_quit = at_start_;
+  if (signal(SIGQUIT, Quit) == SIG_IGN) signal(SIGQUIT, SIG_IGN);
   editor_ = std::make_unique<Editor>(*this);
   ShowNothing();
 }
@@ -91,6 +112,7 @@ LineEditor::LineEditor(int end, ShellHistory& history, CompleteFunction complete
 LineEditor::~LineEditor() {
   editor_.reset();
   tcsetattr(STDIN_FILENO, TCSADRAIN, &at_start_);
+  if (signal(SIGQUIT, SIG_DFL) == SIG_IGN) signal(SIGQUIT, SIG_IGN);
 }
 
 void LineEditor::ShowNothing() {
@@ -102,14 +124,37 @@ void LineEditor::ShowNothing() {
   tcsetattr(STDIN_FILENO, TCSADRAIN, &mode);
 }
 
+void LineEditor::TakeSignals() {
+  const TerminalSignals::Received received = signals_.Take();
+  resized_ |= received.resized;
+  if (!received.stop && !received.continued) return;
+  if (editing_) el_set(editor_->line, EL_PREP_TERM, 0);
+  if (received.stop) {
+    tcsetattr(STDIN_FILENO, TCSADRAIN, &at_start_);
+    TerminalSignals::Stop();
+    signals_.Take();
+  }
+  // The user's shell has its own mode, and the size may have changed unnoticed.
+  ShowNothing();
+  resized_ = true;
+  if (!editing_) return;
+  el_set(editor_->line, EL_PREP_TERM, 1);
+  el_set(editor_->line, EL_REFRESH);
+}
+
 ShellInput LineEditor::ReadLine(const std::string& prompt, std::string& line) {
   prompt_ = prompt;
   // The library loses a part without width at the very end.
   if (colors_ && !prompt.empty())
     prompt_ = "\x01\x1B[1m\x01" + prompt.substr(0, prompt.size() - 1) + "\x01\x1B[0m\x01" + prompt.back();
   cancelled_ = false;
+  TakeSignals();
+  resized_ = false;
+  el_resize(editor_->line);
+  editing_ = true;
   int count = 0;
   const char* text = el_gets(editor_->line, &count);
+  editing_ = false;
   ShowNothing();
   if (cancelled_) return ShellInput::kCancelled;
   if (text == nullptr || count <= 0) {
@@ -126,17 +171,18 @@ ShellInput LineEditor::ReadLine(const std::string& prompt, std::string& line) {
 }
 
 bool LineEditor::GiveUp() {
+  TakeSignals();
   for (pollfd entry{STDIN_FILENO, POLLIN, 0}; poll(&entry, 1, 0) == 1 && typed_.size() < kMaxTyped;)
     if (!Receive()) break;
-  if (!HasGivenUp(typed_)) return false;
-  typed_.clear();
+  if (!typed_.HasGivenUp()) return false;
+  typed_.Clear();
   return true;
 }
 
 bool LineEditor::Receive() {
   std::array<char, 4096> piece;
   const ssize_t got = read(STDIN_FILENO, piece.data(), piece.size());
-  if (got > 0) typed_.append(piece.data(), static_cast<std::size_t>(got));
+  if (got > 0) typed_.Append({piece.data(), static_cast<std::size_t>(got)});
   return got > 0 || (got < 0 && base::IsTransient(errno));
 }
 
@@ -146,14 +192,26 @@ bool LineEditor::ReadByte(char& byte) {
     if (poll(watched.data(), watched.size(), -1) < 0) continue;
     if (watched[1].revents != 0 || !Receive()) return false;
   }
-  byte = typed_.front();
-  typed_.erase(0, 1);
+  byte = typed_.Take();
   return true;
 }
 
 int LineEditor::ReadCharacter(wchar_t& character) {
-  std::string bytes(1, '\0');
-  if (!ReadByte(bytes[0])) return 0;
+  while (typed_.empty() && !resized_ && !cleared_) {
+    std::array<pollfd, 3> watched{
+        {{STDIN_FILENO, POLLIN, 0}, {end_, POLLIN, 0}, {signals_.descriptor(), POLLIN, 0}}};
+    if (poll(watched.data(), watched.size(), -1) < 0) continue;
+    if (watched[2].revents != 0) {
+      TakeSignals();
+    } else if (watched[1].revents != 0 || !Receive()) {
+      return 0;
+    }
+  }
+  if (resized_ || cleared_) {
+    character = kRedrawKey;
+    return 1;
+  }
+  std::string bytes(1, typed_.Take());
   while (bytes.size() < base::Utf8Length(bytes[0])) {
     char next = '\0';
     if (!ReadByte(next)) return 0;
@@ -163,6 +221,29 @@ int LineEditor::ReadCharacter(wchar_t& character) {
   const char32_t point = base::DecodeUtf8(bytes, 0).value;
   character = point == base::kMalformed ? L'?' : static_cast<wchar_t>(point);
   return 1;
+}
+
+// The library must know the new size only when the cursor is in the first row: with fewer rows it would
+// otherwise write beyond its copy of the screen.
+unsigned char LineEditor::Redraw() {
+  EditLine* line = editor_->line;
+  if (!cleared_) {
+    const LineInfo* info = el_line(line);
+    kept_line_.assign(info->buffer, info->lastchar);
+    behind_cursor_ = CharactersIn({info->cursor, info->lastchar});
+    el_cursor(line, behind_cursor_);
+    el_deletestr(line, CharactersIn(kept_line_));
+    kept_prompt_ = std::exchange(prompt_, {});
+    resized_ = false;
+    cleared_ = true;
+    return CC_REDISPLAY;
+  }
+  el_resize(line);
+  prompt_ = std::move(kept_prompt_);
+  el_insertstr(line, kept_line_.c_str());
+  el_cursor(line, -behind_cursor_);
+  cleared_ = false;
+  return CC_REDISPLAY;
 }
 
 unsigned char LineEditor::CompleteLine() {
@@ -175,8 +256,7 @@ unsigned char LineEditor::CompleteLine() {
     List(candidates);
     return CC_REDISPLAY;
   }
-  const auto characters = std::ranges::count_if(typed, [](char c) { return !base::IsUtf8Continuation(c); });
-  el_deletestr(editor_->line, static_cast<int>(characters));
+  el_deletestr(editor_->line, CharactersIn(typed));
   return el_insertstr(editor_->line, common.c_str()) == 0 ? CC_REFRESH : CC_REFRESH_BEEP;
 }
 

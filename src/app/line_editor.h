@@ -8,12 +8,14 @@
 #include <vector>
 
 #include "app/shell_typing.h"
+#include "app/signals.h"
 #include "kolvane/Shell.h"
 
 namespace kolvane::app {
 
 /// The user's line on a terminal (standard input and output): editing, history, completion. While no line is
 /// edited, typed characters are not shown but kept for the next line, and Esc or Ctrl+C gives up the wait.
+/// The process can be suspended and the terminal resized at any time.
 class LineEditor {
  public:
   using CompleteFunction = std::function<std::vector<std::string>(const std::string& typed)>;
@@ -34,12 +36,16 @@ class LineEditor {
   struct Editor;
 
   void ShowNothing();
+  /// Suspends the process if the user wants it, and sets up the terminal again afterwards.
+  void TakeSignals();
   /// Reads typed bytes; false at the end of all input.
   bool Receive();
   bool ReadByte(char& byte);
   /// Stores the line's next character in `character`; returns 0 at the end, else 1.
   int ReadCharacter(wchar_t& character);
   unsigned char CompleteLine();
+  /// Draws the line for the terminal's new size, in two calls.
+  unsigned char Redraw();
   void List(const std::vector<std::string>& candidates);
 
   int end_;
@@ -47,9 +53,17 @@ class LineEditor {
   CompleteFunction complete_;
   bool colors_;
   termios at_start_ = {};
-  std::string typed_;  // not read yet
+  TypeAhead typed_;
+  TerminalSignals signals_;
   std::string prompt_;
   bool cancelled_ = false;
+  bool editing_ = false;
+  bool resized_ = false;
+  // The line while it is being redrawn.
+  bool cleared_ = false;
+  std::string kept_prompt_;
+  std::string kept_line_;
+  int behind_cursor_ = 0;
   std::unique_ptr<Editor> editor_;
 };
 

@@ -37,6 +37,29 @@ bool HasGivenUp(std::string_view typed) {
   return false;
 }
 
+void TypeAhead::Append(std::string_view bytes) {
+  if (begin_ > bytes_.size() / 2) {
+    bytes_.erase(0, begin_);
+    searched_ -= std::min(searched_, begin_);
+    begin_ = 0;
+  }
+  bytes_ += bytes;
+}
+
+char TypeAhead::Take() { return bytes_[begin_++]; }
+
+bool TypeAhead::HasGivenUp() {
+  const std::size_t from = std::max(begin_, searched_);
+  searched_ = bytes_.size();
+  return app::HasGivenUp(std::string_view(bytes_).substr(from));
+}
+
+void TypeAhead::Clear() {
+  bytes_.clear();
+  begin_ = 0;
+  searched_ = 0;
+}
+
 std::string CommonPrefix(const std::vector<std::string>& candidates) {
   if (candidates.empty()) return {};
   std::string_view common = candidates.front();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -9,6 +10,24 @@ namespace kolvane::app {
 /// Whether the input typed at a terminal contains Esc or Ctrl+C; an Esc that starts another key's code does
 /// not count.
 bool HasGivenUp(std::string_view typed);
+
+/// Bytes typed at a terminal and not used yet. Large pastes cost no more per byte than small ones.
+class TypeAhead {
+ public:
+  bool empty() const { return begin_ == bytes_.size(); }
+  std::size_t size() const { return bytes_.size() - begin_; }
+  void Append(std::string_view bytes);
+  /// Removes the first byte and returns it; there must be one.
+  char Take();
+  /// Whether the user has given up since the last call, with bytes that are still here.
+  bool HasGivenUp();
+  void Clear();
+
+ private:
+  std::string bytes_;
+  std::size_t begin_ = 0;     // of the bytes not used yet
+  std::size_t searched_ = 0;  // by HasGivenUp
+};
 
 /// The common start of `candidates`, cut at whole characters; empty if there is none.
 std::string CommonPrefix(const std::vector<std::string>& candidates);

@@ -4,25 +4,31 @@
 #include <sys/signalfd.h>
 #include <unistd.h>
 
+#include <span>
+
 namespace kolvane::app {
 namespace {
 
 constexpr int kSignals[] = {SIGINT, SIGTERM, SIGHUP};
 
-sigset_t EndSet() {
+sigset_t SetOf(std::span<const int> numbers) {
   sigset_t set;
   sigemptyset(&set);
-  for (const int number : kSignals) sigaddset(&set, number);
+  for (const int number : numbers) sigaddset(&set, number);
   return set;
+}
+
+// Blocks the signals, whose descriptor it returns, if there is one.
+int OpenFor(std::span<const int> numbers) {
+  const sigset_t set = SetOf(numbers);
+  const int descriptor = signalfd(-1, &set, SFD_CLOEXEC | SFD_NONBLOCK);
+  if (descriptor >= 0) sigprocmask(SIG_BLOCK, &set, nullptr);
+  return descriptor;
 }
 
 }  // namespace
 
-EndSignals::EndSignals() {
-  const sigset_t set = EndSet();
-  descriptor_ = signalfd(-1, &set, SFD_CLOEXEC | SFD_NONBLOCK);
-  if (descriptor_ >= 0) sigprocmask(SIG_BLOCK, &set, nullptr);
-}
+EndSignals::EndSignals() : descriptor_(OpenFor(kSignals)) {}
 
 EndSignals::~EndSignals() {
   if (descriptor_ < 0) return;
@@ -31,8 +37,44 @@ EndSignals::~EndSignals() {
   while (read(descriptor_, &taken, sizeof taken) > 0) {
   }
   close(descriptor_);
-  const sigset_t set = EndSet();
+  const sigset_t set = SetOf(kSignals);
   sigprocmask(SIG_UNBLOCK, &set, nullptr);
+}
+
+namespace {
+
+constexpr int kTerminalSignals[] = {SIGTSTP, SIGCONT, SIGWINCH};
+
+}  // namespace
+
+TerminalSignals::TerminalSignals() : descriptor_(OpenFor(kTerminalSignals)) {}
+
+TerminalSignals::~TerminalSignals() {
+  if (descriptor_ < 0) return;
+  Take();
+  close(descriptor_);
+  const sigset_t set = SetOf(kTerminalSignals);
+  sigprocmask(SIG_UNBLOCK, &set, nullptr);
+}
+
+TerminalSignals::Received TerminalSignals::Take() {
+  Received received;
+  signalfd_siginfo taken;
+  while (read(descriptor_, &taken, sizeof taken) > 0) {
+    received.stop |= taken.ssi_signo == SIGTSTP;
+    received.continued |= taken.ssi_signo == SIGCONT;
+    received.resized |= taken.ssi_signo == SIGWINCH;
+  }
+  return received;
+}
+
+void TerminalSignals::Stop() {
+  const int number[] = {SIGTSTP};
+  const sigset_t set = SetOf(number);
+  raise(SIGTSTP);
+  // It is delivered here.
+  sigprocmask(SIG_UNBLOCK, &set, nullptr);
+  sigprocmask(SIG_BLOCK, &set, nullptr);
 }
 
 namespace {

@@ -6,6 +6,7 @@
 
 #include "base/encoding.h"
 #include "headless/line_input.h"
+#include "headless/texts.h"
 #include "script/checker/check_texts.h"
 #include "script/checker/checker.h"
 #include "script/command_file.h"
@@ -34,10 +35,12 @@ List::List(Terminal& terminal, RunState& state)
              terminal.core().waits, *this, terminal.log(), *this}) {}
 
 bool List::Load(const std::string& file) {
-  const auto stop_due = [this](int /*waited_ms*/) { return terminal_.StopDue(); };
+  const auto stop_due = [this](int /*waited_ms*/) { return terminal_.StopDue() || terminal_.GivenUp(); };
   const script::FileResult result = script::LoadCommandFile(core_.list, file, stop_due);
   if (terminal_.stopped()) return false;
-  if (!result.ok()) {
+  if (!result.ok() && terminal_.GivenUp()) {
+    terminal_.messages().ShowError(texts::kRunStopped);
+  } else if (!result.ok()) {
     terminal_.messages().ShowError(ReadFailure(file, result));
   } else if (core_.list.left_out() > 0) {
     terminal_.messages().ShowError("'" + file + "' is longer than " + std::to_string(script::kListRows) +

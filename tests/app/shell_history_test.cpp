@@ -123,5 +123,36 @@ TEST(CommonPrefix, IsCutAtWholeCharacters) {
   EXPECT_EQ(CommonPrefix({"a", ""}), "");
 }
 
+TEST(TypeAhead, ReturnsTheBytesInOrder) {
+  TypeAhead typed;
+  std::string all;
+  std::string taken;
+  for (int i = 0; i < 1000; ++i) {
+    const std::string piece = std::to_string(i) + ',';
+    typed.Append(piece);
+    all += piece;
+    for (int n = 0; n < 2; ++n) taken += typed.Take();
+    if (i % 2 == 0 && !typed.empty()) EXPECT_FALSE(typed.HasGivenUp());
+  }
+  EXPECT_EQ(typed.size(), all.size() - taken.size());
+  while (!typed.empty()) taken += typed.Take();
+  EXPECT_EQ(taken, all);
+}
+
+TEST(TypeAhead, KnowsWhetherTheUserHasGivenUp) {
+  TypeAhead typed;
+  EXPECT_FALSE(typed.HasGivenUp());
+  typed.Append("A\x03");
+  typed.Take();
+  EXPECT_TRUE(typed.HasGivenUp());
+  EXPECT_FALSE(typed.HasGivenUp()) << "once";
+  typed.Clear();
+  typed.Append("\x03");
+  typed.Take();
+  EXPECT_FALSE(typed.HasGivenUp()) << "it ended a line";
+  typed.Append("\x1B");
+  EXPECT_TRUE(typed.HasGivenUp());
+}
+
 }  // namespace
 }  // namespace kolvane::app

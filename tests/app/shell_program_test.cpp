@@ -6,6 +6,8 @@
 #include <pty.h>
 #include <sched.h>
 #include <signal.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -58,6 +60,20 @@ class Terminal {
   bool Echoes() const {
     termios mode{};
     return tcgetattr(slave_.get(), &mode) == 0 && (mode.c_lflag & ECHO) != 0;
+  }
+  void Resize(const winsize& size) {
+    EXPECT_EQ(ioctl(master_.get(), TIOCSWINSZ, &size), 0);
+    program_->Signal(SIGWINCH);
+  }
+  /// What the user's shell does around a suspended program.
+  void SuspendAndContinue() {
+    termios mode{};
+    EXPECT_EQ(tcgetattr(slave_.get(), &mode), 0);
+    mode.c_lflag |= ICANON | ECHO;
+    mode.c_cc[VINTR] = '\x03';
+    EXPECT_EQ(tcsetattr(slave_.get(), TCSADRAIN, &mode), 0);
+    program_->Signal(SIGCONT);
+    while (Echoes()) sched_yield();
   }
 
  private:
@@ -281,6 +297,78 @@ TEST_F(ShellTest, ColoursAreOnlyForTerminalsThatHaveThem) {
   EXPECT_EQ(plain.Await(Prompt()).find('\x1B'), std::string::npos);
   Terminal colored = Start({}, "xterm");
   colored.Await("\x1B[1m" + Prompt().substr(0, Prompt().size() - 1) + "\x1B[0m ");
+}
+
+TEST_F(ShellTest, ALineIsDrawnAgainForANewSize) {
+  Terminal terminal = Start();
+  terminal.Await(Prompt());
+  terminal.Type("Größe");
+  terminal.Await("Größe");
+  for (const winsize& size : {winsize{10, 90, 0, 0}, winsize{10, 120, 0, 0}, winsize{10, 100, 0, 0}}) {
+    terminal.Resize(size);
+    terminal.Await(Prompt() + "Größe");
+  }
+  terminal.Type("?\n");
+  terminal.Await("Größe?\r\n" + Prompt());
+  EXPECT_EQ(instrument.lines(), std::vector<std::string>{"Gr\xF6\xDF"
+                                                         "e?"});
+}
+
+// Text and cursor may lie in rows that no longer exist.
+TEST_F(ShellTest, ALongLineSurvivesATinyTerminal) {
+  Terminal terminal = Start({}, "xterm");
+  terminal.Await(std::to_string(instrument.port()) + ">\x1B[0m ");
+  const std::string part(300, 'A');
+  for (int round = 0; round < 20; ++round) {
+    terminal.Type(part);
+    terminal.Resize({static_cast<unsigned short>(round % 2 == 0 ? 1 : 60),
+                     static_cast<unsigned short>(round % 3 == 0 ? 3 : 200)});
+  }
+  terminal.Type("\x03");
+  terminal.Await("^C\r");
+  terminal.Type("B\n\x04");
+  EXPECT_EQ(terminal.program().Wait().status, 0);
+  EXPECT_EQ(instrument.lines(), std::vector<std::string>{"B"});
+}
+
+TEST_F(ShellTest, ALineCanBeSuspendedSeveralTimes) {
+  Terminal terminal = Start();
+  terminal.Await(Prompt());
+  for (const char* typed : {"A", "B"}) {
+    terminal.Type(typed);
+    terminal.Await(typed);
+    terminal.SuspendAndContinue();
+    terminal.Await(Prompt());
+  }
+  terminal.Type("C\n");
+  terminal.Await("ABC\r\n" + Prompt());
+}
+
+TEST_F(ShellTest, CtrlCStillGivesUpAWaitThatWasSuspended) {
+  Terminal terminal = Start();
+  terminal.Await(Prompt());
+  terminal.Type("WAIT\n");
+  instrument.AwaitLines(1);
+  terminal.SuspendAndContinue();
+  terminal.Type("\x03");
+  terminal.Await("-60\r\n");
+  terminal.Await(Prompt());
+  answered.count_down();
+}
+
+TEST_F(ShellTest, CtrlCGivesUpReadingAListFromAPipe) {
+  ASSERT_EQ(mkfifo(folder.Path("a.CMD").c_str(), 0600), 0);
+  const base::Descriptor writer = base::OpenDescriptor(folder.Path("a.CMD"), O_RDWR | O_CLOEXEC);
+  Terminal terminal = Start();
+  terminal.Await(Prompt());
+  terminal.Type("$RUN " + folder.Path("a.CMD") + "\n");
+  terminal.Await("a.CMD\r\n");
+  terminal.Type("\x03");
+  terminal.Await(Prompt());
+  terminal.Type("\x04");
+  const Outcome outcome = terminal.program().Wait();
+  EXPECT_EQ(outcome.err, "kolvane: Der Ablauf wurde abgebrochen.\n");
+  EXPECT_EQ(outcome.status, 4);
 }
 
 TEST_F(ShellTest, ASignalEndsIt) {
