@@ -68,7 +68,9 @@ int RunWithoutWindow(const Options& options) {
 }
 
 int Print(const std::string& text) {
-  return std::fputs(text.c_str(), stdout) >= 0 && std::fflush(stdout) == 0 ? kDone : kFailed;
+  if (std::fputs(text.c_str(), stdout) >= 0 && std::fflush(stdout) == 0) return kDone;
+  std::fprintf(stderr, "kolvane: cannot write: %s\n", std::generic_category().message(errno).c_str());
+  return kFailed;
 }
 
 int CheckLists(const Options& options) {

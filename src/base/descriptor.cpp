@@ -59,6 +59,15 @@ int WriteAll(int descriptor, std::string_view bytes, std::size_t* written) {
   return error;
 }
 
+int WriteAllWaiting(int descriptor, std::string_view bytes) {
+  std::size_t written = 0;
+  for (int error = 0; (error = WriteAll(descriptor, bytes, &written)) != 0; bytes.remove_prefix(written)) {
+    if (error != EAGAIN) return error;
+    Await(descriptor, POLLOUT);
+  }
+  return 0;
+}
+
 namespace {
 
 void RemoveLast(int descriptor, off_t size) {

@@ -32,6 +32,12 @@ inline bool IsReadable(int descriptor) {
   return Uninterrupted([&entry] { return poll(&entry, 1, 0); }) > 0;
 }
 
+/// Waits until an event of poll(2), or an error, is there.
+inline void Await(int descriptor, short event) {
+  pollfd entry{descriptor, event, 0};
+  Uninterrupted([&entry] { return poll(&entry, 1, -1); });
+}
+
 /// Owns a file descriptor; a negative one means none.
 class Descriptor {
  public:
@@ -69,6 +75,10 @@ Descriptor OpenForAppending(const std::string& path, mode_t mode = 0666);
 /// (EFBIG) and a pipe without a reader (EPIPE) are reported this way too, not as signals. Bytes written
 /// before a failure stay; `written`, if given, receives their number.
 [[nodiscard]] int WriteAll(int descriptor, std::string_view bytes, std::size_t* written = nullptr);
+
+/// Like WriteAll, but waits where the descriptor does not: terminals and pipes are shared with programs that
+/// make them non-blocking.
+[[nodiscard]] int WriteAllWaiting(int descriptor, std::string_view bytes);
 
 /// Like WriteAll, to a file open for appending. After a failure the bytes already written are removed again,
 /// so that the file ends as before, except from a pipe or if another program has written after them.

@@ -32,7 +32,7 @@ class Out {
 
   std::string& text() { return text_; }
   void Flush() {
-    if (error_ == 0) error_ = base::WriteAll(descriptor_, text_);
+    if (error_ == 0) error_ = base::WriteAllWaiting(descriptor_, text_);
     text_.clear();
   }
   void FlushLarge() {
@@ -106,8 +106,13 @@ class In {
     buffer_.erase(0, std::exchange(begin_, 0));
     const std::size_t before = buffer_.size();
     buffer_.resize(before + std::max(size - before, kPiece));
-    const ssize_t got = base::Uninterrupted(
-        [&] { return read(descriptor_, buffer_.data() + before, buffer_.size() - before); });
+    const ssize_t got = base::Uninterrupted([&] {
+      const ssize_t result = read(descriptor_, buffer_.data() + before, buffer_.size() - before);
+      if (result >= 0 || errno != EAGAIN) return result;
+      base::Await(descriptor_, POLLIN);
+      errno = EINTR;
+      return result;
+    });
     if (got < 0) error_ = errno;
     buffer_.resize(before + static_cast<std::size_t>(std::max<ssize_t>(got, 0)));
     return got > 0;
@@ -238,7 +243,7 @@ DecodeResult Decode(const DecodeOptions& options, int out_descriptor, int error_
     return {2, "cannot read the template '" + options.Template + "': " + Reason(error)};
   const inspect::Template parsed = inspect::ParseTemplate(file);
   [[maybe_unused]] const int ignored =
-      base::WriteAll(error_descriptor, ProblemLines(options.Template, parsed));
+      base::WriteAllWaiting(error_descriptor, ProblemLines(options.Template, parsed));
   if (parsed.Fields().empty()) return {2, "'" + options.Template + "' has no fields"};
   if (!parsed.RecordLength())
     return {2, "'" + options.Template + "' has no line BYTECOUNT= with a number above 0"};

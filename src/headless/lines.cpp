@@ -114,7 +114,7 @@ void LinePane::WriteRecord(std::string_view record) {
 
 [[gnu::hot]] void LinePane::Flush() {
   if (unwritten_.empty()) return;
-  error_ = base::WriteAll(descriptor_, unwritten_);
+  error_ = base::WriteAllWaiting(descriptor_, unwritten_);
   unwritten_.clear();
   if (choice_.clock != nullptr) written_ = choice_.clock->Seconds();
 }

@@ -87,7 +87,7 @@ void Messages::Show(LineKind kind, std::string_view text) {
   if (before_) before_();
   const std::string line = "kolvane: " + OneLine(text) + "\n";
   // A failure to write to standard error has nowhere to be reported.
-  (void)base::WriteAll(descriptor_, at_terminal_ ? WithVisibleControls(line) : line);
+  (void)base::WriteAllWaiting(descriptor_, at_terminal_ ? WithVisibleControls(line) : line);
 }
 
 }  // namespace kolvane::headless

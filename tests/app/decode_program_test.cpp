@@ -4,12 +4,15 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <thread>
 
 #include "app/program.h"
+#include "base/descriptor.h"
 #include "base/temp_folder.h"
 
 namespace kolvane::app {
@@ -140,6 +143,22 @@ TEST_F(DecodeProgramTest, AFullDiskIsReported) {
   close(full);
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.err, "kolvane: cannot write: No space left on device\n");
+}
+
+TEST_F(DecodeProgramTest, WaitsForANonBlockingInput) {
+  int ends[2];
+  ASSERT_EQ(pipe2(ends, O_NONBLOCK | O_CLOEXEC), 0);
+  const base::Descriptor input(ends[0]);
+  base::Descriptor writer(ends[1]);
+  std::thread late([&writer] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    EXPECT_EQ(base::WriteAll(writer.get(), "ABC"), 0);
+    EXPECT_TRUE(writer.Close());
+  });
+  const Outcome outcome = RunProgram({"dump", "-"}, {.input = input.get()});
+  late.join();
+  EXPECT_EQ(outcome.err, "");
+  EXPECT_EQ(outcome.out.substr(0, 11), "0000 414243");
 }
 
 TEST_F(DecodeProgramTest, RefusesInOneLine) {

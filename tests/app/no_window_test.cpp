@@ -80,7 +80,9 @@ TEST(NoWindow, TheModesOfHostsNeedAHostsDevice) {
 TEST(NoWindow, HelpOrVersionThatCannotBeWrittenIsAFailure) {
   for (const char* option : {"--help", "--version"}) {
     const int full = open("/dev/full", O_WRONLY);
-    EXPECT_EQ(RunProgram({option}, {.output = full}).status, 1) << option;
+    const Outcome outcome = RunProgram({option}, {.output = full});
+    EXPECT_EQ(outcome.status, 1) << option;
+    EXPECT_EQ(outcome.err, "kolvane: cannot write: No space left on device\n") << option;
     close(full);
     EXPECT_EQ(RunProgram({option}).status, 0) << option;
   }

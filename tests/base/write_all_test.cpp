@@ -6,6 +6,8 @@
 
 #include <cerrno>
 #include <csignal>
+#include <string>
+#include <thread>
 
 #include "base/small_files.h"
 #include "base/temp_folder.h"
@@ -41,6 +43,29 @@ TEST_F(WriteAllTest, APipeWithoutReaderIsAFailureAndNoSignal) {
   ASSERT_EQ(pipe(ends), 0);
   close(ends[0]);
   EXPECT_EQ(WriteAll(ends[1], "x"), EPIPE);
+  close(ends[1]);
+}
+
+TEST(WriteAllWaiting, WaitsForTheReaderOfANonBlockingPipe) {
+  int ends[2];
+  ASSERT_EQ(pipe2(ends, O_NONBLOCK | O_CLOEXEC), 0);
+  const std::string bytes(1'000'000, 'x');
+  EXPECT_EQ(WriteAll(ends[1], bytes), EAGAIN);
+  std::size_t left = bytes.size();
+  char piece[4096];
+  while (read(ends[0], piece, sizeof piece) > 0) {
+  }
+  std::thread reader([&] {
+    while (left > 0) {
+      Await(ends[0], POLLIN);
+      const ssize_t got = read(ends[0], piece, sizeof piece);
+      if (got > 0) left -= static_cast<std::size_t>(got);
+    }
+  });
+  EXPECT_EQ(WriteAllWaiting(ends[1], bytes), 0);
+  reader.join();
+  close(ends[0]);
+  EXPECT_EQ(WriteAllWaiting(ends[1], "x"), EPIPE);
   close(ends[1]);
 }
 

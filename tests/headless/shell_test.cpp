@@ -105,6 +105,8 @@ TEST(CompleteShellLine, KnowsFiles) {
   EXPECT_EQ(CompleteShellLine("$RUN " + path).size(), 4u) << "nothing hidden";
   EXPECT_EQ(CompleteShellLine("$RUN " + path + "."), Rows{"$RUN " + path + ".hidden"});
   EXPECT_EQ(CompleteShellLine("$RUN /nonexistent/"), Rows{});
+  for (const char* name : {"c\nd.CMD", "c\x1B[2J.CMD"}) base::WriteBytes(folder.Path(name), "");
+  EXPECT_EQ(CompleteShellLine("$RUN " + path + "c"), Rows{}) << "no control characters";
 }
 
 }  // namespace
