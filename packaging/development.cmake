@@ -20,7 +20,7 @@ foreach(variable CMAKE_INSTALL_LIBDIR CMAKE_INSTALL_INCLUDEDIR PROJECT_DESCRIPTI
 endforeach()
 install(CODE "
   ${pc_values}
-  set(RUNPATH \" -Wl,-rpath,\\\${libdir}\")
+  set(RUNPATH \" -Wl,-rpath,'\\\${libdir}'\")
   if(CMAKE_INSTALL_PREFIX STREQUAL \"/usr\")
     set(RUNPATH)
   endif()

@@ -33,6 +33,8 @@ grep -q 'Kein Gerät mit dem Index 7' "$scratch/log"
 # A host through pkg-config, which finds the component by its soname; the component finds its own folder.
 module=$(dirname "$(find "$prefix" -name kolvane.pc)")
 export PKG_CONFIG_PATH=$module
+# A blank in the prefix stays part of each path.
+[[ "$(pkg-config --define-variable='prefix=/a b' --cflags --libs kolvane)" == *'-I/a\ b/include'*'-L/a\ b/'*'-rpath,/a\ b/'* ]]
 # shellcheck disable=SC2046
 run_quietly "${CXX:-c++}" -std=c++20 "$here/headless_host.cpp" -o "$scratch/headless" $(pkg-config --cflags --libs kolvane)
 status=0
