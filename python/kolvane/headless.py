@@ -2,6 +2,7 @@
 
 import dataclasses
 import enum
+import operator
 import os
 import threading
 from typing import Any, Callable, Dict, Iterable, List, NamedTuple, Optional, Tuple, Union
@@ -137,6 +138,10 @@ class RunOptions:
         self._check_choice("receive_mode", _RECEIVE_MODES)
         if self.format not in _FORMATS:
             raise ValueError(f"format must be one of {', '.join(_FORMATS)}, not {self.format!r}")
+        if not isinstance(self.connect, str):
+            raise TypeError(f"connect must be a str, not {self.connect!r}")
+        for name in ("baud", "data_bits", "stop_bits", "count", "fields", "repeat"):
+            self._check_whole(name)
         self._check_range("baud", 1, 2**31 - 1)
         self._check_range("data_bits", 7, 8)
         self._check_range("stop_bits", 1, 2)
@@ -160,6 +165,14 @@ class RunOptions:
         if value is not None and value not in words:
             raise ValueError(f"{name} must be one of {', '.join(words)}, not {value!r}")
 
+    def _check_whole(self, name: str) -> None:
+        value = getattr(self, name)
+        try:
+            if value is not None:
+                operator.index(value)
+        except TypeError:
+            raise TypeError(f"{name} must be a whole number, not {value!r}") from None
+
     def _check_range(self, name: str, smallest: float, largest: float) -> None:
         value = getattr(self, name)
         if value is not None and not smallest <= value <= largest:
@@ -167,7 +180,24 @@ class RunOptions:
 
 
 def _bytes(terminator: Optional[Terminator]) -> Optional[bytes]:
-    return terminator.encode("cp1252") if isinstance(terminator, str) else terminator
+    if terminator is None or isinstance(terminator, bytes):
+        return terminator
+    if not isinstance(terminator, str):
+        raise TypeError(f"a terminator must be a str or bytes, not {terminator!r}")
+    return terminator.encode("cp1252")
+
+
+def _path(path: Path) -> bytes:
+    encoded = os.fsencode(path)
+    if b"\0" in encoded:
+        raise ValueError(f"embedded null byte in the path {path!r}")
+    return encoded
+
+
+def _command(command: str) -> bytes:
+    if not isinstance(command, str):
+        raise TypeError(f"a command must be a str, not {command!r}")
+    return command.encode("utf-8", "replace")
 
 
 def _number(word: Optional[str], words: Tuple[str, ...]) -> Optional[int]:
@@ -182,10 +212,10 @@ def _values(options: RunOptions) -> Dict[str, Any]:
     """The fields in the form used by the compiled part."""
     receive_mode = options.receive_mode if options.count is None else "count"
     return {
-        "Connect": options.connect,
-        "SettingsFile": os.fsencode(options.settings_file),
-        "Folder": os.fsencode(options.folder),
-        "LogFile": os.fsencode(options.log),
+        "Connect": options.connect.encode("utf-8", "replace"),
+        "SettingsFile": _path(options.settings_file),
+        "Folder": _path(options.folder),
+        "LogFile": _path(options.log),
         "Baud": options.baud,
         "Parity": _number(options.parity, _PARITIES),
         "DataBits": options.data_bits,
@@ -195,24 +225,24 @@ def _values(options: RunOptions) -> Dict[str, Any]:
         "Count": options.count,
         "SendTerminator": _bytes(options.send_terminator),
         "ReceiveTerminator": _bytes(options.receive_terminator),
-        "Binary": options.binary,
-        "ShowCommands": options.show_commands,
-        "ShowTimes": options.show_times,
-        "Verbose": options.verbose,
+        "Binary": bool(options.binary),
+        "ShowCommands": bool(options.show_commands),
+        "ShowTimes": bool(options.show_times),
+        "Verbose": bool(options.verbose),
         "Format": _number(options.format, _FORMATS),
         "Fields": options.fields,
-        "Flush": options.flush,
-        "QueriesOnly": options.queries_only,
-        "Blocks": options.blocks,
-        "DeviceWords": options.device_words,
-        "Reconnect": options.reconnect,
-        "Utf8": options.utf8,
-        "ErrorLines": options.error_lines,
-        "TimeStamps": options.timestamps,
+        "Flush": bool(options.flush),
+        "QueriesOnly": bool(options.queries_only),
+        "Blocks": bool(options.blocks),
+        "DeviceWords": bool(options.device_words),
+        "Reconnect": bool(options.reconnect),
+        "Utf8": bool(options.utf8),
+        "ErrorLines": bool(options.error_lines),
+        "TimeStamps": bool(options.timestamps),
         "Repeat": options.repeat,
         "EveryMs": _milliseconds(options.every),
-        "Transcript": os.fsencode(options.transcript),
-        "TranscriptTimes": options.transcript_times,
+        "Transcript": _path(options.transcript),
+        "TranscriptTimes": bool(options.transcript_times),
     }
 
 
@@ -261,7 +291,7 @@ def run(
     threads continue to run. Raises Error if another run is in progress.
     """
     options = _changed(options, changes)
-    return _run(_kolvane.run_list, os.fsencode(command_list), options, on_line, stop_requested)
+    return _run(_kolvane.run_list, _path(command_list), options, on_line, stop_requested)
 
 
 def send(
@@ -278,8 +308,8 @@ def send(
     sent. Returns STOPPED at a character missing in the instrument's encoding.
     """
     options = _changed(options, changes)
-    lines = [commands] if isinstance(commands, str) else list(commands)
-    encoded = [line.encode("utf-8", "replace") for line in lines]
+    lines = [commands] if isinstance(commands, (str, bytes)) else list(commands)
+    encoded = [_command(line) for line in lines]
     return _run(_kolvane.send_commands, encoded, options, on_line, stop_requested)
 
 

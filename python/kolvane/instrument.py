@@ -2,6 +2,7 @@
 
 import codecs
 import math
+import operator
 import struct
 from types import TracebackType
 from typing import List, Optional, Tuple, Type, Union
@@ -10,9 +11,11 @@ from . import _kolvane
 
 Termination = Union[str, bytes, None]
 
+_LARGEST_COUNT = 2**63 - 1
 _PARITIES = ("none", "even", "odd")
 _FLOWS = ("none", "xon_xoff", "rts_cts")
-_LONGEST_MS = 2**31 - 1
+_LARGEST_INT = 2**31 - 1
+_LONGEST_MS = _LARGEST_INT
 _WITHOUT_CHARACTER = "\x81\x8d\x8f\x90\x9d"  # undefined in Windows-1252
 
 
@@ -41,10 +44,30 @@ def _milliseconds(timeout: Optional[float]) -> int:
     return math.ceil(round(timeout * 1000, 6))
 
 
+def _check_whole(name: str, value: Optional[int], smallest: int, largest: int) -> None:
+    if value is not None and not smallest <= operator.index(value) <= largest:
+        raise ValueError(f"{name} must be {smallest} to {largest}, not {value!r}")
+
+
+def _check_line(baud: Optional[int], data_bits: Optional[int], stop_bits: Optional[int]) -> None:
+    _check_whole("baud", baud, 1, _LARGEST_INT)
+    _check_whole("data_bits", data_bits, 7, 8)
+    _check_whole("stop_bits", stop_bits, 1, 2)
+
+
 def _index(word: str, words: Tuple[str, ...], name: str) -> int:
     if word not in words:
         raise ValueError(f"{name} must be one of {', '.join(words)}, not {word!r}")
     return words.index(word)
+
+
+def _as_bytes(data: Union[bytes, bytearray, memoryview]) -> bytes:
+    if isinstance(data, bytes):
+        return data
+    try:
+        return bytes(memoryview(data))  # bytes(5) would be five zeros
+    except TypeError:
+        raise TypeError(f"a str or a bytes-like object is required, not {data!r}") from None
 
 
 class Instrument:
@@ -82,10 +105,13 @@ class Instrument:
         data_bits: Optional[int] = None,
         stop_bits: Optional[int] = None,
     ) -> None:
+        if not isinstance(resource, str):
+            raise TypeError(f"resource must be a str, not {resource!r}")
+        _check_line(baud, data_bits, stop_bits)
         self._resource = resource
         self._encoding = codecs.lookup(encoding).name
         self._connection = _kolvane.Connection(
-            resource,
+            resource.encode("utf-8", "replace").decode(),
             _milliseconds(timeout),
             self._termination(read_termination),
             self._termination(write_termination),
@@ -113,10 +139,10 @@ class Instrument:
         return f"<kolvane.Instrument {self._resource}{'' if self.is_open else ' (closed)'}>"
 
     def _termination(self, termination: Termination) -> bytes:
-        return self._encoded(termination or "")
+        return self._encoded("" if termination is None else termination)
 
     def _encoded(self, text: Union[str, bytes]) -> bytes:
-        return text if isinstance(text, bytes) else text.encode(self._encoding, "kolvane.device")
+        return text.encode(self._encoding, "kolvane.device") if isinstance(text, str) else _as_bytes(text)
 
     def write(self, command: Union[str, bytes]) -> None:
         """Sends a command and its termination.
@@ -131,16 +157,15 @@ class Instrument:
 
     def query(self, command: Union[str, bytes]) -> str:
         """Sends a command and receives its answer."""
-        if isinstance(command, str):
-            command = command.encode(self._encoding, "kolvane.device")
-        return self._connection.query(command).decode(self._encoding, "kolvane.device")
+        return self._connection.query(self._encoded(command)).decode(self._encoding, "kolvane.device")
 
     def write_bytes(self, data: Union[bytes, bytearray, memoryview]) -> None:
         """Sends the bytes as they are."""
-        self._connection.write_bytes(bytes(data))
+        self._connection.write_bytes(_as_bytes(data))
 
     def read_bytes(self, count: int) -> bytes:
         """Receives exactly `count` bytes."""
+        _check_whole("count", count, 0, _LARGEST_COUNT)
         return self._connection.read_bytes(count)
 
     def query_block(self, command: Union[str, bytes]) -> bytes:
@@ -195,6 +220,7 @@ class Instrument:
 
         flow: flow control, "none", "xon_xoff" or "rts_cts".
         """
+        _check_line(baud, data_bits, stop_bits)
         self._connection.set_line(
             baud, _index(parity, _PARITIES, "parity"), data_bits, stop_bits, _index(flow, _FLOWS, "flow")
         )

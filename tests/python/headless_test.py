@@ -217,6 +217,32 @@ class Options(HeadlessCase):
         with self.assertRaisesRegex(TypeError, "bauds"):
             kolvane.send("a", bauds=9600)
 
+    def test_a_value_of_a_wrong_type_is_named(self):
+        for name, value in (("baud", 9600.5), ("count", 1.5), ("repeat", "2"), ("connect", None)):
+            with self.assertRaisesRegex(TypeError, f"{name} must be a"):
+                kolvane.send("a", on_line=self.on_line, **{"connect": "OFFLINE", name: value})
+        with self.assertRaisesRegex(TypeError, "a terminator must be a str or bytes, not 5"):
+            kolvane.send("a", connect="OFFLINE", on_line=self.on_line, send_terminator=5)
+        for command in (b"a", 5, None):
+            with self.assertRaisesRegex(TypeError, "a command must be a str"):
+                kolvane.send(["b", command], connect="OFFLINE", on_line=self.on_line)
+        self.assertEqual(self.lines, [])
+
+    def test_a_path_with_a_null_byte_is_refused(self):
+        for call in (
+            lambda: kolvane.run("a\0b", connect="OFFLINE"),
+            lambda: kolvane.send("a", connect="OFFLINE", transcript=self.folder / "a\0b"),
+            lambda: kolvane.send("a", connect="OFFLINE", log=self.folder / "a\0b"),
+        ):
+            with self.assertRaisesRegex(ValueError, "embedded null byte in the path"):
+                call()
+        self.assertEqual(list(self.folder.iterdir()), [])
+
+    def test_any_true_value_requests_a_stop(self):
+        for value, status in ((["reason"], RunStatus.STOPPED), ([], RunStatus.DONE), (None, RunStatus.DONE)):
+            stopped = kolvane.send("a", connect="OFFLINE", on_line=self.on_line, stop_requested=lambda v=value: v)
+            self.assertIs(stopped, status)
+
     def test_several_commands_are_a_list(self):
         with self.assertRaisesRegex(TypeError, "options must be RunOptions, not 'b'; several commands are a list"):
             kolvane.send("a", "b")

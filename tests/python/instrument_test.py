@@ -150,11 +150,28 @@ class Failures(InstrumentCase):
             {"resource": "ASRL1::INSTR", "parity": "mark"},
             {"resource": "ASRL1::INSTR", "baud": 0},
             {"resource": "ASRL1::INSTR", "data_bits": 9},
+            {"resource": "ASRL1::INSTR", "data_bits": 70000},
+            {"resource": "ASRL1::INSTR", "baud": 2**40},
         ):
             with self.subTest(arguments), self.assertRaises(ValueError):
                 Instrument(**arguments)
         with self.assertRaises(TypeError):
             Instrument("ASRL1::INSTR", rate=9600)
+        with self.assertRaisesRegex(TypeError, "resource must be a str, not None"):
+            Instrument(None)
+
+    def test_only_texts_and_bytes_are_sent(self):
+        instrument = self.instrument()
+        self.assertEqual(instrument.query(bytearray(b"ECHO one")), "one")
+        instrument.write_bytes(memoryview(b"ECHO two\n"))
+        self.assertEqual(instrument.read(), "two")
+        for call in (instrument.write, instrument.write_bytes, instrument.query):
+            with self.assertRaisesRegex(TypeError, "bytes-like object is required, not 5"):
+                call(5)
+        for count in (-1, 2**70):
+            with self.assertRaisesRegex(ValueError, "count must be 0 to"):
+                instrument.read_bytes(count)
+        self.assertEqual(instrument.bytes_waiting, 0)
 
     def test_a_lost_connection(self):
         instrument = self.instrument(False, "--close-after", "1")
