@@ -1,16 +1,19 @@
 #include <sys/prctl.h>
 #include <sys/signalfd.h>
 
+#include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <exception>
 #include <optional>
 #include <string>
+#include <system_error>
 #include <variant>
 
 #include "amplifier/options.h"
 #include "amplifier/replay_server.h"
 #include "amplifier/server.h"
+#include "amplifier/whole_file.h"
 #include "base/descriptor.h"
 
 namespace {
@@ -45,7 +48,7 @@ void Announce(const Options& options, unsigned port) {
 int ServeReplay(const Options& options, int stop) {
   std::optional<ReplayServer> server;
   try {
-    server.emplace(options);
+    server.emplace(options, stop);
   } catch (const std::exception& error) {
     return PrintError(error.what(), kWrongUsage);
   }
@@ -59,9 +62,11 @@ int Serve(const Options& options) {
   if (options.exit_with_parent) prctl(PR_SET_PDEATHSIG, SIGTERM);
   try {
     if (!options.replay.empty()) return ServeReplay(options, stop.get());
-    Server server(options);
+    Server server(options, stop.get());
     Announce(options, server.Port());
     server.Run(stop.get());
+    return 0;
+  } catch (const ReadingStopped&) {
     return 0;
   } catch (const std::exception& error) {
     return PrintError(error.what(), kFailure);
@@ -71,12 +76,13 @@ int Serve(const Options& options) {
 }  // namespace
 
 int main(int argc, char* argv[]) {
+  kolvane::base::FillStandardDescriptors();
   const auto parsed = ParseOptions(argc, argv);
   if (const auto* error = std::get_if<UsageError>(&parsed))
     return PrintError(error->text.c_str(), kWrongUsage);
   if (const auto* information = std::get_if<Information>(&parsed)) {
-    std::fputs(information->text.c_str(), stdout);
-    return 0;
+    if (std::fputs(information->text.c_str(), stdout) >= 0 && std::fflush(stdout) == 0) return 0;
+    return PrintError(("cannot write: " + std::generic_category().message(errno)).c_str(), kFailure);
   }
   return Serve(std::get<Options>(parsed));
 }

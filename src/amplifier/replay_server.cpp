@@ -10,18 +10,14 @@
 #include <utility>
 
 #include "amplifier/pty.h"
+#include "amplifier/whole_file.h"
 #include "base/clock.h"
-#include "base/files.h"
 
 namespace kolvane::amplifier {
 namespace {
 
-std::vector<Conversation> ReadConversations(const std::string& file) {
-  std::string text;
-  const auto take = [&text](std::string_view piece) { return text.append(piece), true; };
-  if (const int error = base::ReadPieces(file, take, [](int /*waited_ms*/) { return false; }))
-    throw std::runtime_error("cannot read " + file + ": " + std::generic_category().message(error));
-  auto read = ReadTranscript(text);
+std::vector<Conversation> ReadConversations(const std::string& file, int stop) {
+  auto read = ReadTranscript(ReadWholeFile(file, stop));
   if (const auto* problem = std::get_if<TranscriptProblem>(&read))
     throw std::runtime_error(file + ":" + std::to_string(problem->line) +
                              ": not a line of a transcript: " + problem->text);
@@ -46,10 +42,10 @@ std::vector<Conversation> JoinUpToHangUps(std::vector<Conversation> conversation
 
 }  // namespace
 
-ReplayServer::ReplayServer(const Options& options)
+ReplayServer::ReplayServer(const Options& options, int stop)
     : file_(options.replay),
       recorded_times_(options.recorded_times),
-      conversations_(ReadConversations(options.replay)),
+      conversations_(ReadConversations(options.replay, stop)),
       pty_link_(options.pty_link) {
   if (OnLine()) {
     conversations_ = JoinUpToHangUps(std::move(conversations_));

@@ -20,7 +20,8 @@ class ReplayServer {
  public:
   /// Throws std::system_error if the port or the pty cannot be opened, std::runtime_error with a one-line
   /// English text if the file cannot be read or is not a transcript.
-  explicit ReplayServer(const Options& options);
+  /// ReadingStopped as Server.
+  explicit ReplayServer(const Options& options, int stop = -1);
 
   /// The port listened on; 0 without TCP.
   std::uint16_t Port() const { return listener_ ? listener_->Port() : std::uint16_t{0}; }

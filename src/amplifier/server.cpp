@@ -4,14 +4,13 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <fstream>
-#include <iterator>
 #include <system_error>
 #include <utility>
 
 #include "amplifier/instrument.h"
 #include "amplifier/line_commands.h"
 #include "amplifier/pty.h"
+#include "amplifier/whole_file.h"
 #include "base/clock.h"
 
 namespace kolvane::amplifier {
@@ -21,22 +20,17 @@ constexpr std::size_t kMaxConnections = 64;
 // Exchanges with one busy connection before the others are checked.
 constexpr int kExchangesInARow = 256;
 
-std::string ReadFile(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  if (!file) throw std::system_error(errno, std::generic_category(), "cannot read " + path);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
-std::unique_ptr<LineHandler> NewHandler(const Options& options, const base::Clock& clock) {
+std::unique_ptr<LineHandler> NewHandler(const Options& options, const base::Clock& clock, int stop) {
   if (options.echo) return std::make_unique<Echo>(options.transmission);
   Instrument::Setup setup{options.seed, options.transmission, {}};
-  for (const std::string& path : options.files) setup.files.push_back(ReadFile(path));
+  for (const std::string& path : options.files) setup.files.push_back(ReadWholeFile(path, stop));
   return std::make_unique<Instrument>(clock, std::move(setup));
 }
 
 }  // namespace
 
-Server::Server(const Options& options) : options_(options), handler_(NewHandler(options, clock_)) {
+Server::Server(const Options& options, int stop)
+    : options_(options), handler_(NewHandler(options, clock_, stop)) {
   if (options.tcp_port) listener_.emplace(*options.tcp_port);
   if (!options.pty_link.empty()) OpenPty();
 }

@@ -20,8 +20,9 @@ namespace kolvane::amplifier {
 /// One instrument with all its connections. The constructor starts listening, Run() starts answering.
 class Server {
  public:
-  /// Throws std::system_error if the port, the pty or a file cannot be opened.
-  explicit Server(const Options& options);
+  /// Throws std::system_error if the port, the pty or a file cannot be opened, ReadingStopped if `stop`
+  /// becomes readable while a file that is a pipe is read.
+  explicit Server(const Options& options, int stop = -1);
 
   /// The port listened on; 0 without TCP.
   std::uint16_t Port() const { return listener_ ? listener_->Port() : std::uint16_t{0}; }

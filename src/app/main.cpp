@@ -1,6 +1,5 @@
 // The stand-alone program: a host like any other, using only the public headers.
 
-#include <fcntl.h>
 #include <signal.h>
 #include <unistd.h>
 
@@ -17,6 +16,7 @@
 #include "app/options.h"
 #include "app/shell.h"
 #include "app/signals.h"
+#include "base/descriptor.h"
 #include "kolvane/CommandRun.h"
 #include "kolvane/Decode.h"
 #include "kolvane/ListCheck.h"
@@ -124,17 +124,10 @@ int Run(const Options& options) {
   return kUsage;
 }
 
-// If one of the three standard descriptors were closed, the next one opened would take its place.
-void FillStandardDescriptors() {
-  int descriptor = 0;
-  while (descriptor >= 0 && descriptor <= STDERR_FILENO) descriptor = open("/dev/null", O_RDWR);
-  if (descriptor > STDERR_FILENO) close(descriptor);
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
-  FillStandardDescriptors();
+  kolvane::base::FillStandardDescriptors();
   // A file at its size limit is a write error, not the end of the program.
   signal(SIGXFSZ, SIG_IGN);
   try {

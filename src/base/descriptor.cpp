@@ -37,6 +37,12 @@ class BlockedFailureSignals {
 
 }  // namespace
 
+void FillStandardDescriptors() {
+  int descriptor = 0;
+  while (descriptor >= 0 && descriptor <= STDERR_FILENO) descriptor = open("/dev/null", O_RDWR);
+  if (descriptor > STDERR_FILENO) close(descriptor);
+}
+
 Descriptor OpenForAppending(const std::string& path, mode_t mode) {
   return Descriptor(Uninterrupted(
       [&] { return open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_NONBLOCK | O_CLOEXEC, mode); }));

@@ -61,6 +61,10 @@ class Descriptor {
   int number_ = -1;
 };
 
+/// Opens /dev/null in place of each standard descriptor that is closed: otherwise the next file opened would
+/// become it. For the start of a program.
+void FillStandardDescriptors();
+
 /// open(2), repeated if a signal interrupts it; empty, with errno set, if it fails.
 inline Descriptor OpenDescriptor(const std::string& path, int flags) {
   return Descriptor(Uninterrupted([&] { return open(path.c_str(), flags); }));

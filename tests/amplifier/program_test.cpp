@@ -1,5 +1,7 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <poll.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -148,6 +150,25 @@ TEST(Program, ReportsFailureInOneLine) {
   Program program({"--tcp", "0", "--file", "/nonexistent"});
   EXPECT_EQ(program.Errors(), "kolvane-amplifier: cannot read /nonexistent: No such file or directory\n");
   EXPECT_EQ(program.Output(), "");
+  EXPECT_EQ(program.Wait(), 1);
+}
+
+TEST(Program, ASignalEndsReadingAPipe) {
+  const base::TempFolder folder;
+  const std::string pipe = folder.Path("pipe");
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  for (const char* option : {"--file", "--replay"}) {
+    Program program({"--tcp", "0", option, pipe});
+    const base::Descriptor writer(open(pipe.c_str(), O_WRONLY | O_CLOEXEC));
+    program.Signal(SIGTERM);
+    EXPECT_EQ(program.Errors(), "") << option;
+    EXPECT_EQ(program.Wait(), 0) << option;
+  }
+}
+
+TEST(Program, NamesAFolderGivenAsFile) {
+  Program program({"--tcp", "0", "--file", "/"});
+  EXPECT_EQ(program.Errors(), "kolvane-amplifier: cannot read /: Is a directory\n");
   EXPECT_EQ(program.Wait(), 1);
 }
 
