@@ -14,6 +14,7 @@
 #include "base/encoding.h"
 #include "base/files.h"
 #include "base/number.h"
+#include "headless/messages.h"
 #include "inspect/hex_dump.h"
 #include "inspect/template_run.h"
 
@@ -25,14 +26,19 @@ constexpr std::size_t kLine = static_cast<std::size_t>(inspect::kBytesPerLine);
 
 std::string Reason(int error) { return std::generic_category().message(error); }
 
+// A terminal would act on control characters of the data or of a template.
+std::string ShownAt(bool terminal, std::string_view text) {
+  return terminal ? WithVisibleControls(text) : std::string(text);
+}
+
 /// Buffered standard output.
 class Out {
  public:
-  explicit Out(int descriptor) : descriptor_(descriptor) {}
+  explicit Out(int descriptor) : descriptor_(descriptor), at_terminal_(isatty(descriptor) == 1) {}
 
   std::string& text() { return text_; }
   void Flush() {
-    if (error_ == 0) error_ = base::WriteAllWaiting(descriptor_, text_);
+    if (error_ == 0) error_ = base::WriteAllWaiting(descriptor_, ShownAt(at_terminal_, text_));
     text_.clear();
   }
   void FlushLarge() {
@@ -49,6 +55,7 @@ class Out {
 
  private:
   int descriptor_;
+  bool at_terminal_;
   std::string text_;
   int error_ = 0;
 };
@@ -242,8 +249,8 @@ DecodeResult Decode(const DecodeOptions& options, int out_descriptor, int error_
   if (const int error = base::ReadFile(options.Template, file))
     return {2, "cannot read the template '" + options.Template + "': " + Reason(error)};
   const inspect::Template parsed = inspect::ParseTemplate(file);
-  [[maybe_unused]] const int ignored =
-      base::WriteAllWaiting(error_descriptor, ProblemLines(options.Template, parsed));
+  [[maybe_unused]] const int ignored = base::WriteAllWaiting(
+      error_descriptor, ShownAt(isatty(error_descriptor) == 1, ProblemLines(options.Template, parsed)));
   if (parsed.Fields().empty()) return {2, "'" + options.Template + "' has no fields"};
   if (!parsed.RecordLength())
     return {2, "'" + options.Template + "' has no line BYTECOUNT= with a number above 0"};

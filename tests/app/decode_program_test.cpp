@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <pty.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -143,6 +144,22 @@ TEST_F(DecodeProgramTest, AFullDiskIsReported) {
   close(full);
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.err, "kolvane: cannot write: No space left on device\n");
+}
+
+TEST_F(DecodeProgramTest, ATerminalGetsNoControlCharacters) {
+  const std::string pattern = File("a.BNS", "BYTECOUNT=4\nA\x1B[1m;STRING*4;0\n");
+  const std::string data = File("data", "\x1B[2J");
+  int master = -1;
+  int slave = -1;
+  ASSERT_EQ(openpty(&master, &slave, nullptr, nullptr, nullptr), 0);
+  const base::Descriptor reader(master);
+  const base::Descriptor terminal(slave);
+  EXPECT_EQ(RunProgram({"decode", data, "--template", pattern}, {.output = slave}).status, 0);
+  char shown[100];
+  const ssize_t got = read(master, shown, sizeof shown);
+  ASSERT_GT(got, 0);
+  EXPECT_EQ(std::string(shown, static_cast<std::size_t>(got)), "A<1B>[1m=\"<1B>[2J\"\r\n");
+  EXPECT_EQ(Decode(data, pattern).out, "A\x1B[1m=\"\x1B[2J\"\n");
 }
 
 TEST_F(DecodeProgramTest, WaitsForANonBlockingInput) {
