@@ -221,6 +221,13 @@ class Printer {
   bool first_ = true;
 };
 
+// A template may be a pipe. What is longer is none.
+int ReadTemplate(const std::string& name, std::string& bytes) {
+  constexpr std::size_t kMaxTemplate = std::size_t{64} << 20;
+  const auto take = [&bytes](std::string_view piece) { return bytes.append(piece).size() < kMaxTemplate; };
+  return base::ReadPieces(name, take, [](int /*waited_ms*/) { return false; });
+}
+
 DecodeResult PrintRecords(const DecodeOptions& options, const inspect::Template& parsed, In& in, Out& out) {
   Printer printer(options, parsed, out);
   printer.Start();
@@ -246,7 +253,7 @@ DecodeResult PrintRecords(const DecodeOptions& options, const inspect::Template&
 
 DecodeResult Decode(const DecodeOptions& options, int out_descriptor, int error_descriptor) {
   std::string file;
-  if (const int error = base::ReadFile(options.Template, file))
+  if (const int error = ReadTemplate(options.Template, file))
     return {2, "cannot read the template '" + options.Template + "': " + Reason(error)};
   const inspect::Template parsed = inspect::ParseTemplate(file);
   [[maybe_unused]] const int ignored = base::WriteAllWaiting(

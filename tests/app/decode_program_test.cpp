@@ -146,6 +146,15 @@ TEST_F(DecodeProgramTest, AFullDiskIsReported) {
   EXPECT_EQ(outcome.err, "kolvane: cannot write: No space left on device\n");
 }
 
+TEST_F(DecodeProgramTest, ATemplateMayBeAPipe) {
+  const std::string pattern = File("a.BNS", "BYTECOUNT=1\na;BYTE;0\n");
+  const Outcome outcome = RunProgram({"-c", "cat '" + pattern + "' | " + KOLVANE_PROGRAM + " decode '" +
+                                                File("data", "A") + "' --template /dev/stdin"},
+                                     {.program = "/bin/sh"});
+  EXPECT_EQ(outcome.err, "");
+  EXPECT_EQ(outcome.out, "a=65\n");
+}
+
 TEST_F(DecodeProgramTest, ATerminalGetsNoControlCharacters) {
   const std::string pattern = File("a.BNS", "BYTECOUNT=4\nA\x1B[1m;STRING*4;0\n");
   const std::string data = File("data", "\x1B[2J");
