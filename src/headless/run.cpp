@@ -166,7 +166,10 @@ class CommandSender {
  private:
   // The device would receive a different command; as in a list, that ends the run.
   bool IsSendable(std::string_view command) {
-    const std::string_view character = base::UnsendableCharacter(command, terminal_.options().Utf8);
+    // The port library ends a text at a NUL: the rest and the terminator would be missing.
+    const std::string_view character = command.find('\0') != command.npos
+                                           ? "<00>"
+                                           : base::UnsendableCharacter(command, terminal_.options().Utf8);
     if (!character.empty()) terminal_.messages().ShowError(terminal::texts::NotSendable(character));
     refused_ = !character.empty();
     return !refused_;

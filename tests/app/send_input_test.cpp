@@ -48,6 +48,14 @@ struct SendInputTest : testing::Test {
   Pipe input;
 };
 
+TEST_F(SendInputTest, ANulEndsTheRunBeforeItsCommand) {
+  const Outcome outcome = Send(std::string_view("A\nB\0C\nD\n", 8));
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.out, "A\n");
+  EXPECT_EQ(outcome.err, "kolvane: Das Zeichen „<00>“ kann nicht gesendet werden\n");
+  EXPECT_EQ(instrument.lines(), std::vector<std::string>{"A"});
+}
+
 TEST_F(SendInputTest, SendsEachLine) {
   const Outcome outcome = Send("A\r\nBrücke\n\n- \n$FLUSH");
   EXPECT_EQ(outcome.status, 0);
