@@ -69,6 +69,8 @@ struct LineEditor::Editor {
     el_set(line, EL_GETCFN, &Editor::Read);
     el_set(line, EL_PROMPT_ESC, &Editor::Prompt, kNoWidth);
     el_set(line, EL_SETTY, "-d", "intr=", nullptr);
+    // Between two lines, too: keys typed until ShowNothing would be shown, and Ctrl+C and Ctrl+D lost.
+    el_set(line, EL_SETTY, "-x", "-icanon", "-echo", "intr=", nullptr);
     el_set(line, EL_ADDFN, "give-up", "Give up the line", &Editor::GiveUp);
     el_set(line, EL_ADDFN, "complete-line", "Complete the line", &Editor::Complete);
     el_set(line, EL_ADDFN, "redraw-line", "Draw the line for another size", &Editor::Redraw);

@@ -35,20 +35,25 @@ class Terminal {
     EXPECT_EQ(openpty(&master, &slave, nullptr, nullptr, &size), 0);
     master_ = base::Descriptor(master);
     slave_ = base::Descriptor(slave);
+    EXPECT_EQ(fcntl(master, F_SETFL, O_NONBLOCK), 0);
     program_.emplace(
         std::move(arguments),
         LaunchOptions{.environment = std::move(environment), .output = slave_.get(), .input = slave_.get()});
   }
 
-  void Type(std::string_view keys) { EXPECT_EQ(base::WriteAll(master_.get(), keys), 0); }
+  /// Takes output meanwhile: the program reads no keys while it cannot write.
+  void Type(std::string_view keys) {
+    for (pollfd entry{master_.get(), POLLIN | POLLOUT, 0}; !keys.empty() && poll(&entry, 1, 20'000) == 1;) {
+      if ((entry.revents & POLLIN) != 0 && !Receive()) break;
+      const ssize_t typed = write(master_.get(), keys.data(), keys.size());
+      if (typed > 0) keys.remove_prefix(static_cast<std::size_t>(typed));
+    }
+    EXPECT_EQ(keys, "");
+  }
   /// Waits for output that contains `text`; returns and discards all output so far.
   std::string Await(std::string_view text) {
     pollfd entry{master_.get(), POLLIN, 0};
-    while (seen_.find(text) == seen_.npos && poll(&entry, 1, 20'000) == 1) {
-      char piece[4096];
-      const ssize_t got = read(master_.get(), piece, sizeof piece);
-      if (got <= 0) break;
-      seen_.append(piece, static_cast<std::size_t>(got));
+    while (seen_.find(text) == seen_.npos && poll(&entry, 1, 20'000) == 1 && Receive()) {
     }
     EXPECT_NE(seen_.find(text), seen_.npos) << "for '" << text << "' in '" << seen_ << "'";
     const std::size_t end = std::min(seen_.find(text), seen_.size() - text.size()) + text.size();
@@ -77,6 +82,14 @@ class Terminal {
   }
 
  private:
+  // False at the end of the output.
+  bool Receive() {
+    char piece[4096];
+    const ssize_t got = read(master_.get(), piece, sizeof piece);
+    if (got > 0) seen_.append(piece, static_cast<std::size_t>(got));
+    return got > 0;
+  }
+
   base::Descriptor master_;
   base::Descriptor slave_;
   std::string seen_;
