@@ -19,7 +19,7 @@ class PortsDialogTest : public testing::Test {
  protected:
   PortsDialogTest() { setenv("XDG_CONFIG_HOME", folder_.path().c_str(), 1); }
   ~PortsDialogTest() override {
-    unsetenv("KOLVANE_COM2");
+    for (const char* name : {"KOLVANE_COM2", "KOLVANE_GPIB"}) unsetenv(name);
     unsetenv("XDG_CONFIG_HOME");
   }
 
@@ -145,6 +145,15 @@ TEST_F(PortsDialogTest, AnInvalidBoardIsRefused) {
   Field("GPIB_Board")->setCurrentText("15");
   Button("cmdOK")->click();
   EXPECT_FALSE(dialog_->isVisible());
+}
+
+TEST_F(PortsDialogTest, AnInvalidBoardOfTheEnvironmentDoesNotBlockTheDialog) {
+  setenv("KOLVANE_GPIB", "x", 1);
+  Open();
+  EXPECT_FALSE(Field("GPIB_Board")->isEnabled());
+  Button("cmdOK")->click();
+  EXPECT_FALSE(dialog_->isVisible());
+  EXPECT_TRUE(prompt_.errors.empty());
 }
 
 TEST_F(PortsDialogTest, ATestOpensAndClosesEachPort) {

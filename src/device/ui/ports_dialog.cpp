@@ -48,9 +48,9 @@ bool Offers(const PortSetting& setting, const AttachedPort& port) {
   return port.kind == AttachedPort::Kind::kSerial;
 }
 
-// Device files cannot be judged: an adapter may be attached later.
+// Device files cannot be judged: an adapter may be attached later. What the environment gives is not saved.
 std::string FaultOf(const PortSetting& setting) {
-  if (setting.value.empty()) return {};
+  if (setting.value.empty() || setting.fixed) return {};
   bool is_number = false;
   const int number = base::ToQt(setting.value).toInt(&is_number);
   if (setting.IsRate() && (!is_number || number <= 0)) return "„" + setting.value + "“ ist keine Baudrate";
