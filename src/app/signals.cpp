@@ -4,8 +4,6 @@
 #include <sys/signalfd.h>
 #include <unistd.h>
 
-#include <span>
-
 namespace kolvane::app {
 namespace {
 
@@ -18,28 +16,30 @@ sigset_t SetOf(std::span<const int> numbers) {
   return set;
 }
 
-// Blocks the signals, whose descriptor it returns, if there is one.
-int OpenFor(std::span<const int> numbers) {
-  const sigset_t set = SetOf(numbers);
-  const int descriptor = signalfd(-1, &set, SFD_CLOEXEC | SFD_NONBLOCK);
-  if (descriptor >= 0) sigprocmask(SIG_BLOCK, &set, nullptr);
-  return descriptor;
-}
-
 }  // namespace
 
-EndSignals::EndSignals() : descriptor_(OpenFor(kSignals)) {}
+SignalDescriptor::SignalDescriptor(std::span<const int> numbers) : numbers_(numbers) {
+  const sigset_t set = SetOf(numbers_);
+  descriptor_ = signalfd(-1, &set, SFD_CLOEXEC | SFD_NONBLOCK);
+  if (descriptor_ >= 0) sigprocmask(SIG_BLOCK, &set, nullptr);
+}
 
-EndSignals::~EndSignals() {
+SignalDescriptor::~SignalDescriptor() {
   if (descriptor_ < 0) return;
-  // Consume received signals; still pending, they would end the process during its shutdown.
-  signalfd_siginfo taken;
-  while (read(descriptor_, &taken, sizeof taken) > 0) {
+  // Those still pending would take effect now.
+  while (Take() != 0) {
   }
   close(descriptor_);
-  const sigset_t set = SetOf(kSignals);
+  const sigset_t set = SetOf(numbers_);
   sigprocmask(SIG_UNBLOCK, &set, nullptr);
 }
+
+int SignalDescriptor::Take() {
+  signalfd_siginfo taken;
+  return read(descriptor_, &taken, sizeof taken) > 0 ? static_cast<int>(taken.ssi_signo) : 0;
+}
+
+EndSignals::EndSignals() : signals_(kSignals) {}
 
 namespace {
 
@@ -47,23 +47,14 @@ constexpr int kTerminalSignals[] = {SIGTSTP, SIGCONT, SIGWINCH};
 
 }  // namespace
 
-TerminalSignals::TerminalSignals() : descriptor_(OpenFor(kTerminalSignals)) {}
-
-TerminalSignals::~TerminalSignals() {
-  if (descriptor_ < 0) return;
-  Take();
-  close(descriptor_);
-  const sigset_t set = SetOf(kTerminalSignals);
-  sigprocmask(SIG_UNBLOCK, &set, nullptr);
-}
+TerminalSignals::TerminalSignals() : signals_(kTerminalSignals) {}
 
 TerminalSignals::Received TerminalSignals::Take() {
   Received received;
-  signalfd_siginfo taken;
-  while (read(descriptor_, &taken, sizeof taken) > 0) {
-    received.stop |= taken.ssi_signo == SIGTSTP;
-    received.continued |= taken.ssi_signo == SIGCONT;
-    received.resized |= taken.ssi_signo == SIGWINCH;
+  while (const int number = signals_.Take()) {
+    received.stop |= number == SIGTSTP;
+    received.continued |= number == SIGCONT;
+    received.resized |= number == SIGWINCH;
   }
   return received;
 }

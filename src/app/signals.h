@@ -1,34 +1,44 @@
 #pragma once
 
+#include <span>
+
 namespace kolvane::app {
 
-/// While this lives, SIGINT, SIGTERM and SIGHUP do not end the process but make a descriptor readable; the
+/// While this lives, some signals make a descriptor readable instead of taking effect at any moment; the
 /// destructor discards those received.
+class SignalDescriptor {
+ public:
+  /// `numbers` must outlive this object.
+  explicit SignalDescriptor(std::span<const int> numbers);
+  ~SignalDescriptor();
+  SignalDescriptor(const SignalDescriptor&) = delete;
+  SignalDescriptor& operator=(const SignalDescriptor&) = delete;
+
+  /// -1 if the system has none left; the signals then act as usual.
+  int get() const { return descriptor_; }
+  /// The number of the next signal received; 0 if there is none.
+  int Take();
+
+ private:
+  std::span<const int> numbers_;
+  int descriptor_;
+};
+
+/// A descriptor for SIGINT, SIGTERM and SIGHUP, which do not end the process meanwhile.
 class EndSignals {
  public:
   EndSignals();
-  ~EndSignals();
-  EndSignals(const EndSignals&) = delete;
-  EndSignals& operator=(const EndSignals&) = delete;
-
-  /// -1 if the system has none left; the signals then end the process as usual.
-  int descriptor() const { return descriptor_; }
+  int descriptor() const { return signals_.get(); }
 
  private:
-  int descriptor_ = -1;
+  SignalDescriptor signals_;
 };
 
-/// While this lives, SIGTSTP (Ctrl+Z), SIGCONT and SIGWINCH make a descriptor readable instead of taking
-/// effect at any moment; a stopped process still continues.
+/// A descriptor for SIGTSTP (Ctrl+Z), SIGCONT and SIGWINCH; a stopped process still continues.
 class TerminalSignals {
  public:
   TerminalSignals();
-  ~TerminalSignals();
-  TerminalSignals(const TerminalSignals&) = delete;
-  TerminalSignals& operator=(const TerminalSignals&) = delete;
-
-  /// -1 if the system has none left; the signals then act as usual.
-  int descriptor() const { return descriptor_; }
+  int descriptor() const { return signals_.get(); }
 
   struct Received {
     bool stop = false;
@@ -41,7 +51,7 @@ class TerminalSignals {
   static void Stop();
 
  private:
-  int descriptor_ = -1;
+  SignalDescriptor signals_;
 };
 
 /// While this lives, the first SIGINT, SIGTERM or SIGHUP only sets a flag; the next one ends the process as
