@@ -62,19 +62,13 @@ CommandRunOptions OptionsOf(const py::dict& values) {
   return options;
 }
 
-bool IsTrue(const py::object& value) {
-  const int truth = PyObject_IsTrue(value.ptr());
-  if (truth < 0) throw py::error_already_set();
-  return truth != 0;
-}
-
 // A run calls both on its own thread, which has released the lock.
 void SetFunctions(CommandRunOptions& options, const py::object& on_line, const py::object& stop_requested) {
   options.StopRequested = [&stop_requested] {
     const py::gil_scoped_acquire lock;
     // Ctrl+C ends a run too.
     if (PyErr_CheckSignals() != 0) throw py::error_already_set();
-    return !stop_requested.is_none() && IsTrue(stop_requested());
+    return !stop_requested.is_none() && py::bool_(stop_requested());
   };
   if (on_line.is_none()) return;
   options.OnLine = [&on_line](LineKind kind, const std::string& line) {
