@@ -58,7 +58,8 @@ constexpr const char* kTexts =
     "MSV? 1|IDN?|DCL|*IDN?;MSV? 2|| |$|$REPEAT 3|$REPEAT|$ENDREPEAT|$DELAY 20|$DELAY -1|$STOP|$IFERR|"
     "$IFEQUAL 1.5|$IFGREATER -2000|$IFLESS abc|$ENDIF|$GOTO :A|:A|$OPENLOG \"a.log\"|$OPENLOG|"
     "$WRITELOG \"x%1\"|$CLOSELOG|$SPLITPARAMS|$GETPARAM 2|$GETPARAM 99|$CLEAR|$SILENT ON|$SILENT OFF|"
-    "$AUTOLOG ON|$FLUSH|$READ|$ANSWERS NONE|$ANSWERS ALL|'Kommentar|<0D><0A>|<FF>|ÄÖÜ ß € Δ|0|1|-1|32767|"
+    "$AUTOLOG ON|$FLUSH|$READ|$ANSWERS QUERIES|$ANSWERS ALWAYS|'Kommentar|<0D><0A>|<FF>|ÄÖÜ ß € "
+    "Δ|0|1|-1|32767|"
     "32768|65536|99999999999999999999|1e308|0x1F|1,5|1.5|[a-z]+|(|\\K|\\1|a*|^$|BYTE 4\tName|WORD|REAL4 x|"
     "STRING 8|127.0.0.1|a.CMD|/|..|%1|&&|\t";
 
@@ -82,9 +83,10 @@ constexpr Qt::KeyboardModifiers kModifiers[] = {Qt::NoModifier,
 constexpr const char* kFiles[] = {"a.CMD", "b.CMD",   "a.csv",   "a.txt", "a.fmt",
                                   "a.pdf", "ä ö.bin", "fehlt.x", "a.log"};
 
-// Says where the program is; a sanitized one knows the names of its functions.
-void ReportStuck(int /*signal*/) {
-  std::fputs("a step has taken a minute:\n", stderr);
+// Says where the program was stuck (SIGALRM) or failed (SIGABRT); a sanitized one knows the names of its
+// functions.
+void ReportPlace(int number) {
+  std::fputs(number == SIGALRM ? "a step has taken a minute:\n" : "aborted:\n", stderr);
 #ifdef KOLVANE_SANITIZED
   __sanitizer_print_stack_trace();
 #else
@@ -484,7 +486,7 @@ int main(int argc, char** argv) {
     setenv(name, home.path().c_str(), 1);
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   QApplication application(argc, argv);
-  signal(SIGALRM, soak::ReportStuck);
+  for (const int number : {SIGALRM, SIGABRT}) signal(number, soak::ReportPlace);
   soak::RandomUse(static_cast<std::uint32_t>(std::strtoul(argv[1], nullptr, 10)),
                   std::strtol(argv[2], nullptr, 10), argc > 3 && std::strcmp(argv[3], "--verbose") == 0)
       .Run();
