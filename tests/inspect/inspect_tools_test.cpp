@@ -13,6 +13,7 @@
 #include <QUrl>
 #include <filesystem>
 
+#include "base/small_files.h"
 #include "gui/mnemonics.h"
 #include "inspect/dialog_fixture.h"
 
@@ -404,6 +405,22 @@ TEST_F(LongInspectTest, ACancelledFileIsNotWritten) {
     ASSERT_NE(Progress(), nullptr) << button;
     Progress()->cancel();
     EXPECT_TRUE(Ended());
+    EXPECT_FALSE(std::filesystem::exists(folder_.Path("copy.csv"))) << button;
+  }
+}
+
+TEST_F(LongInspectTest, AFullDiskLeavesNoFile) {
+  AddTemplate("a.BNS", "BYTECOUNT=1\r\na;BYTE;0");
+  Open("A");
+  Drop(folder_.Path("data"));
+  Find<QCheckBox>("chkRepeat")->setChecked(true);
+  const base::SmallFiles small(1 << 20);
+  for (const char* button : {"cmdSaveBlock", "cmdSaveCsv"}) {
+    Answer("SaveDialog", folder_.Path("copy.csv"));
+    Click(button);
+    EXPECT_TRUE(Ended());
+    EXPECT_EQ(PositionText(), "Die Datei „" + QString::fromStdString(folder_.Path("copy.csv")) +
+                                  "“ kann nicht geschrieben werden: Die Datei würde zu groß");
     EXPECT_FALSE(std::filesystem::exists(folder_.Path("copy.csv"))) << button;
   }
 }
