@@ -1,6 +1,7 @@
 #include "integration/modem.h"
 
 #include <poll.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -10,6 +11,11 @@ namespace kolvane::integration {
 
 Modem::Modem(Answers answers, bool echoes) : answers_(std::move(answers)), echoes_(echoes) {
   if (pipe(wake_) != 0) std::abort();
+  // A line that the program has closed would otherwise echo what is sent.
+  termios mode{};
+  if (tcgetattr(line_.slave(), &mode) != 0) std::abort();
+  cfmakeraw(&mode);
+  if (tcsetattr(line_.slave(), TCSANOW, &mode) != 0) std::abort();
   thread_ = std::thread([this] { Serve(); });
 }
 
