@@ -349,7 +349,7 @@ TEST_F(InspectToolsTest, CopyingTakesAtMostSixteenMegabytes) {
   std::filesystem::resize_file(folder_.Path("data"), kMost);
   Drop(folder_.Path("data"));
   Find<QAction>("CopyAsBase64")->trigger();
-  EXPECT_TRUE(QTest::qWaitFor([] { return QApplication::clipboard()->text() != "before"; }));
+  EXPECT_TRUE(QTest::qWaitFor([] { return QApplication::clipboard()->text() != "before"; }, 60'000));
   EXPECT_EQ(QApplication::clipboard()->text().size(), (kMost + 2) / 3 * 4);
 }
 
