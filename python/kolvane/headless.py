@@ -2,12 +2,12 @@
 
 import dataclasses
 import enum
-import operator
 import os
 import threading
 from typing import Any, Callable, Dict, Iterable, List, NamedTuple, Optional, Tuple, Union
 
 from . import _kolvane
+from .arguments import LARGEST_INT, PARITIES, check_line, check_range, check_whole, index_of, optional_index_of
 from .errors import Error
 
 Path = Union[str, bytes, "os.PathLike[str]", "os.PathLike[bytes]"]
@@ -57,7 +57,6 @@ class Port(NamedTuple):
 LineHandler = Callable[[LineKind, str], object]
 
 _LINE_KINDS = tuple(LineKind)
-_PARITIES = ("none", "even", "odd")
 _RECEIVE_MODES = ("terminator", "auto", "count")
 _FORMATS = ("text", "csv", "json")
 # The port library has only one connection.
@@ -134,22 +133,17 @@ class RunOptions:
     transcript_times: bool = True
 
     def __post_init__(self) -> None:
-        self._check_choice("parity", _PARITIES)
-        self._check_choice("receive_mode", _RECEIVE_MODES)
-        if self.format not in _FORMATS:
-            raise ValueError(f"format must be one of {', '.join(_FORMATS)}, not {self.format!r}")
+        optional_index_of("parity", self.parity, PARITIES)
+        optional_index_of("receive_mode", self.receive_mode, _RECEIVE_MODES)
+        index_of("format", self.format, _FORMATS)
         if not isinstance(self.connect, str):
             raise TypeError(f"connect must be a str, not {self.connect!r}")
-        for name in ("baud", "data_bits", "stop_bits", "count", "fields", "repeat"):
-            self._check_whole(name)
-        self._check_range("baud", 1, 2**31 - 1)
-        self._check_range("data_bits", 7, 8)
-        self._check_range("stop_bits", 1, 2)
-        self._check_range("timeout", 0, (2**31 - 1) / 1000)
-        self._check_range("count", 0, _kolvane.largest_count)
-        self._check_range("fields", 1, _kolvane.most_fields)
-        self._check_range("repeat", 1, 2**31 - 1)
-        self._check_range("every", 0.001, (2**31 - 1) / 1000)
+        check_line(self.baud, self.data_bits, self.stop_bits)
+        check_range("timeout", self.timeout, 0, LARGEST_INT / 1000)
+        check_whole("count", self.count, 0, _kolvane.largest_count)
+        check_whole("fields", self.fields, 1, _kolvane.most_fields)
+        check_whole("repeat", self.repeat, 1, LARGEST_INT)
+        check_range("every", self.every, 0.001, LARGEST_INT / 1000)
         terminator = _bytes(self.receive_terminator) or b""
         if len(terminator) > 1 and terminator != b"\r\n":
             raise ValueError("receive_terminator must be empty, one character or CR LF")
@@ -159,24 +153,6 @@ class RunOptions:
             raise ValueError("count needs receive_mode count")
         if self.fields is not None and self.format != "csv":
             raise ValueError("fields needs format csv")
-
-    def _check_choice(self, name: str, words: Tuple[str, ...]) -> None:
-        value = getattr(self, name)
-        if value is not None and value not in words:
-            raise ValueError(f"{name} must be one of {', '.join(words)}, not {value!r}")
-
-    def _check_whole(self, name: str) -> None:
-        value = getattr(self, name)
-        try:
-            if value is not None:
-                operator.index(value)
-        except TypeError:
-            raise TypeError(f"{name} must be a whole number, not {value!r}") from None
-
-    def _check_range(self, name: str, smallest: float, largest: float) -> None:
-        value = getattr(self, name)
-        if value is not None and not smallest <= value <= largest:
-            raise ValueError(f"{name} must be {smallest} to {largest}, not {value!r}")
 
 
 def _bytes(terminator: Optional[Terminator]) -> Optional[bytes]:
@@ -200,10 +176,6 @@ def _command(command: str) -> bytes:
     return command.encode("utf-8", "replace")
 
 
-def _number(word: Optional[str], words: Tuple[str, ...]) -> Optional[int]:
-    return None if word is None else words.index(word)
-
-
 def _milliseconds(seconds: Optional[float]) -> Optional[int]:
     return None if seconds is None else round(seconds * 1000)
 
@@ -217,11 +189,11 @@ def _values(options: RunOptions) -> Dict[str, Any]:
         "Folder": _path(options.folder),
         "LogFile": _path(options.log),
         "Baud": options.baud,
-        "Parity": _number(options.parity, _PARITIES),
+        "Parity": optional_index_of("parity", options.parity, PARITIES),
         "DataBits": options.data_bits,
         "StopBits": options.stop_bits,
         "TimeoutMs": _milliseconds(options.timeout),
-        "ReceiveMode": _number(receive_mode, _RECEIVE_MODES),
+        "ReceiveMode": optional_index_of("receive_mode", receive_mode, _RECEIVE_MODES),
         "Count": options.count,
         "SendTerminator": _bytes(options.send_terminator),
         "ReceiveTerminator": _bytes(options.receive_terminator),
@@ -229,7 +201,7 @@ def _values(options: RunOptions) -> Dict[str, Any]:
         "ShowCommands": bool(options.show_commands),
         "ShowTimes": bool(options.show_times),
         "Verbose": bool(options.verbose),
-        "Format": _number(options.format, _FORMATS),
+        "Format": index_of("format", options.format, _FORMATS),
         "Fields": options.fields,
         "Flush": bool(options.flush),
         "QueriesOnly": bool(options.queries_only),

@@ -2,20 +2,18 @@
 
 import codecs
 import math
-import operator
 import struct
 from types import TracebackType
 from typing import List, Optional, Tuple, Type, Union
 
 from . import _kolvane
+from .arguments import LARGEST_INT, PARITIES, check_line, check_whole, index_of, optional_index_of
 
 Termination = Union[str, bytes, None]
 
 _LARGEST_COUNT = 2**63 - 1
-_PARITIES = ("none", "even", "odd")
 _FLOWS = ("none", "xon_xoff", "rts_cts")
-_LARGEST_INT = 2**31 - 1
-_LONGEST_MS = _LARGEST_INT
+_LONGEST_MS = LARGEST_INT
 _WITHOUT_CHARACTER = "\x81\x8d\x8f\x90\x9d"  # undefined in Windows-1252
 
 
@@ -42,23 +40,6 @@ def _milliseconds(timeout: Optional[float]) -> int:
     if not 0 <= timeout <= _LONGEST_MS / 1000:
         raise ValueError(f"timeout must be 0 to {_LONGEST_MS // 1000} seconds or None, not {timeout!r}")
     return math.ceil(round(timeout * 1000, 6))
-
-
-def _check_whole(name: str, value: Optional[int], smallest: int, largest: int) -> None:
-    if value is not None and not smallest <= operator.index(value) <= largest:
-        raise ValueError(f"{name} must be {smallest} to {largest}, not {value!r}")
-
-
-def _check_line(baud: Optional[int], data_bits: Optional[int], stop_bits: Optional[int]) -> None:
-    _check_whole("baud", baud, 1, _LARGEST_INT)
-    _check_whole("data_bits", data_bits, 7, 8)
-    _check_whole("stop_bits", stop_bits, 1, 2)
-
-
-def _index(word: str, words: Tuple[str, ...], name: str) -> int:
-    if word not in words:
-        raise ValueError(f"{name} must be one of {', '.join(words)}, not {word!r}")
-    return words.index(word)
 
 
 def _as_bytes(data: Union[bytes, bytearray, memoryview]) -> bytes:
@@ -107,7 +88,7 @@ class Instrument:
     ) -> None:
         if not isinstance(resource, str):
             raise TypeError(f"resource must be a str, not {resource!r}")
-        _check_line(baud, data_bits, stop_bits)
+        check_line(baud, data_bits, stop_bits)
         self._resource = resource
         self._encoding = codecs.lookup(encoding).name
         self._connection = _kolvane.Connection(
@@ -116,7 +97,7 @@ class Instrument:
             self._termination(read_termination),
             self._termination(write_termination),
             baud,
-            None if parity is None else _index(parity, _PARITIES, "parity"),
+            optional_index_of("parity", parity, PARITIES),
             data_bits,
             stop_bits,
         )
@@ -165,7 +146,7 @@ class Instrument:
 
     def read_bytes(self, count: int) -> bytes:
         """Receives exactly `count` bytes."""
-        _check_whole("count", count, 0, _LARGEST_COUNT)
+        check_whole("count", count, 0, _LARGEST_COUNT)
         return self._connection.read_bytes(count)
 
     def query_block(self, command: Union[str, bytes]) -> bytes:
@@ -220,9 +201,9 @@ class Instrument:
 
         flow: flow control, "none", "xon_xoff" or "rts_cts".
         """
-        _check_line(baud, data_bits, stop_bits)
+        check_line(baud, data_bits, stop_bits)
         self._connection.set_line(
-            baud, _index(parity, _PARITIES, "parity"), data_bits, stop_bits, _index(flow, _FLOWS, "flow")
+            baud, index_of("parity", parity, PARITIES), data_bits, stop_bits, index_of("flow", flow, _FLOWS)
         )
 
     @property

@@ -159,6 +159,12 @@ class Failures(InstrumentCase):
             Instrument("ASRL1::INSTR", rate=9600)
         with self.assertRaisesRegex(TypeError, "resource must be a str, not None"):
             Instrument(None)
+        with self.assertRaisesRegex(TypeError, "baud must be a whole number, not '9600'"):
+            Instrument("ASRL1::INSTR", baud="9600")
+        instrument = self.instrument(True)
+        for arguments in ({"baud": 0}, {"data_bits": 6}, {"stop_bits": 3}, {"parity": "mark"}, {"flow": "dtr"}):
+            with self.subTest(arguments), self.assertRaisesRegex(ValueError, f"{next(iter(arguments))} must be"):
+                instrument.set_line(**arguments)
 
     def test_only_texts_and_bytes_are_sent(self):
         instrument = self.instrument()
