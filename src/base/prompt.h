@@ -13,8 +13,8 @@ class Prompt {
   virtual void ShowError(std::string_view text) = 0;
   /// Like ShowError, with further information about the failure; `words` may be empty.
   virtual void ShowFailure(std::string_view text, std::string_view /*words*/) { ShowError(text); }
-  /// Like ShowError, for an error that itself ends the running list.
-  virtual void ShowListError(std::string_view text) { ShowError(text); }
+  /// Like ShowError, for an error that itself ends the running list: `text` names the row, `error` does not.
+  virtual void ShowListError(std::string_view text, std::string_view /*error*/) { ShowError(text); }
   /// Shows `text` without an icon.
   virtual void ShowMessage(std::string_view text) = 0;
 };

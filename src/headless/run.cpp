@@ -10,7 +10,6 @@
 #include "script/checker/check_texts.h"
 #include "script/checker/checker.h"
 #include "script/command_file.h"
-#include "script/texts.h"
 #include "terminal/texts.h"
 
 namespace kolvane::headless {
@@ -127,10 +126,10 @@ CommandRunStatus List::Status() {
   if (terminal_.StopDue() || terminal_.IsConnectionLost() || terminal_.GivenUp()) core_.runner.Abort();
 }
 
-void List::ShowError(std::string_view text) {
-  const std::string where = script::texts::ErrorInRow(core_.list.current_row(), {});
-  if (single_row_ && text.starts_with(where)) text.remove_prefix(where.size());
-  terminal_.messages().ShowError(text);
+void List::ShowError(std::string_view text) { terminal_.messages().ShowError(text); }
+
+void List::ShowListError(std::string_view text, std::string_view error) {
+  ShowError(single_row_ ? error : text);
 }
 
 CommandRunStatus RunList(const RunSetup& setup, const std::string& file) {

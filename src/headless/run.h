@@ -58,6 +58,7 @@ class List final : private script::RunHost, private base::Prompt {
   void LockGUI(bool) override {}
   void Yield() override;
   void ShowError(std::string_view text) override;
+  void ShowListError(std::string_view text, std::string_view error) override;
   void ShowMessage(std::string_view text) override { ShowError(text); }
   CommandRunStatus Status();
 

@@ -22,7 +22,7 @@ void Switch(bool& flag, std::string_view word) {
 void ListErrors::Report(std::string_view error) {
   const int row = list_.current_row();
   list_.NoteError(row, error);
-  prompt_.ShowListError(texts::ErrorInRow(row, error));
+  prompt_.ShowListError(texts::ErrorInRow(row, error), error);
   list_.HighlightLine(row, kErrorRow.back, kErrorRow.fore, kErrorRow.bold);
   list_.SetCurrentRow(kListRows);
 }

@@ -121,8 +121,8 @@ void MessagePrompt::ShowFailure(std::string_view text, std::string_view words) {
   Show(Kind::kError, text, words);
 }
 
-void MessagePrompt::ShowListError(std::string_view text) {
-  if (Unattended()) return close_->Messages().ShowListError(text);
+void MessagePrompt::ShowListError(std::string_view text, std::string_view error) {
+  if (Unattended()) return close_->Messages().ShowListError(text, error);
   Show(Kind::kListError, text);
 }
 

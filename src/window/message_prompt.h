@@ -29,7 +29,7 @@ class MessagePrompt final : public base::Prompt {
 
   void ShowError(std::string_view text) override;
   void ShowFailure(std::string_view text, std::string_view words) override;
-  void ShowListError(std::string_view text) override;
+  void ShowListError(std::string_view text, std::string_view error) override;
   void ShowMessage(std::string_view text) override;
   /// Shows an error of a window that is used beside a run or a wait, above that window, and returns at once:
   /// neither is held up.
