@@ -3,11 +3,14 @@
 #include <QAction>
 #include <QClipboard>
 #include <QDropEvent>
+#include <QFile>
 #include <QFileDialog>
+#include <QFileSystemWatcher>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QProgressDialog>
 #include <QScrollBar>
+#include <QSignalSpy>
 #include <QTableWidget>
 #include <QTimer>
 #include <QUrl>
@@ -277,6 +280,22 @@ TEST_F(InspectToolsTest, AnEditedTemplateRunsAgain) {
   AddTemplate("a.BNS", "BYTECOUNT=1\r\na;BYTE;0");
   Open("AB");
   Click("cmdResultList");
+  EXPECT_EQ(LineTexts(), QStringList{"a=65"});
+  AddTemplate("a.BNS", "BYTECOUNT=1\r\nnew;BYTE;0");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return LineTexts() == QStringList{"new=65"}; }));
+}
+
+// As editors do that keep the old file under another name.
+TEST_F(InspectToolsTest, ATemplateThatIsGoneForAWhileRunsAgain) {
+  AddTemplate("a.BNS", "BYTECOUNT=1\r\na;BYTE;0");
+  Open("AB");
+  Click("cmdResultList");
+  const QString file = QString::fromStdString(folder_.Path("a.BNS"));
+  QFileSystemWatcher watcher({file});
+  QSignalSpy gone(&watcher, &QFileSystemWatcher::fileChanged);
+  ASSERT_TRUE(QFile::rename(file, file + '~'));
+  ASSERT_TRUE(gone.wait());
+  QCoreApplication::processEvents();
   EXPECT_EQ(LineTexts(), QStringList{"a=65"});
   AddTemplate("a.BNS", "BYTECOUNT=1\r\nnew;BYTE;0");
   EXPECT_TRUE(QTest::qWaitFor([&] { return LineTexts() == QStringList{"new=65"}; }));

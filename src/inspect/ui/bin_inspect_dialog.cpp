@@ -4,6 +4,7 @@
 #include <QClipboard>
 #include <QDropEvent>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QMimeData>
 #include <QPushButton>
@@ -97,11 +98,14 @@ void BinInspectDialog::ConnectBlock() {
     area_->ShowLines(shown);
     if (shown) Inspect();
   });
-  connect(buttons_, &BlockButtons::RepeatTemplate, this, &BinInspectDialog::TemplateChanged);
+  connect(buttons_, &BlockButtons::RepeatTemplate, this, &BinInspectDialog::RunTemplateAgain);
   connect(buttons_, &BlockButtons::SaveCsv, this, &BinInspectDialog::SaveCsv);
   connect(area_, &InspectArea::LinesShown, buttons_->result_list(), &QPushButton::setChecked);
   connect(area_, &InspectArea::LineClicked, this, &BinInspectDialog::ShowField);
   connect(&watcher_, &QFileSystemWatcher::fileChanged, this, &BinInspectDialog::TemplateChanged);
+  connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, [this] {
+    if (watcher_.files().isEmpty()) TemplateChanged();
+  });
 }
 
 // With a large font the buttons do not fit beside the formats.
@@ -252,15 +256,20 @@ void BinInspectDialog::ShowField(int row) {
   block_->CaretMoved(area_->dump()->View().selected);
 }
 
-// An editor may have replaced the file by another, which is not watched yet.
+// Some editors replace the file by another, which is not watched yet, and some remove it first: then the
+// folder tells when the new one is there.
 void BinInspectDialog::Watch() {
   const QString path = base::ToQt(TemplatePath());
   if (path.isEmpty() || watcher_.files() == QStringList{path}) return;
   if (!watcher_.files().isEmpty()) watcher_.removePaths(watcher_.files());
-  watcher_.addPath(path);
+  watcher_.addPaths({path, QFileInfo(path).path()});
 }
 
 void BinInspectDialog::TemplateChanged() {
+  if (QFileInfo::exists(base::ToQt(TemplatePath()))) RunTemplateAgain();
+}
+
+void BinInspectDialog::RunTemplateAgain() {
   if (context_.state.format_code >= format::kTemplate && template_ran_) Inspect();
 }
 

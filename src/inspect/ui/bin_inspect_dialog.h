@@ -60,6 +60,7 @@ class BinInspectDialog final : public QDialog {
   void SaveCsv();
   void Watch();
   void TemplateChanged();
+  void RunTemplateAgain();
   std::string TemplatePath() const;
   void Copy() const;
 
