@@ -97,6 +97,8 @@ PrintResult PrintText(QPagedPaintDevice& device, const PrintStyle& style, const 
     if (pages.Failed()) return PrintResult::kFailed;
     if (pages.IsPastLast()) break;
     if (!step(line, lines.LineCount())) return PrintResult::kCancelled;
+    // A step serves events, which may have removed lines.
+    if (line >= lines.LineCount()) break;
     printer.Print(lines.Line(line));
   }
   return !pages.Failed() && pages.Finish() ? PrintResult::kDone : PrintResult::kFailed;

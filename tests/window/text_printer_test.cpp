@@ -119,6 +119,19 @@ TEST_F(TextPrinterTest, CanBeCancelled) {
   EXPECT_EQ(lines_.asked, 4u);
 }
 
+TEST_F(TextPrinterTest, LinesRemovedMeanwhileAreLeftOut) {
+  AddLines(10);
+  QBuffer buffer(&bytes_);
+  buffer.open(QIODevice::WriteOnly);
+  QPdfWriter pages(&buffer);
+  const auto remove_at_fourth = [this](std::size_t done, std::size_t) {
+    if (done == 3) lines_.lines.resize(3);
+    return true;
+  };
+  EXPECT_EQ(PrintText(pages, {"", QFont(), Qt::black}, lines_, remove_at_fourth), PrintResult::kDone);
+  EXPECT_EQ(lines_.asked, 3u);
+}
+
 TEST_F(TextPrinterTest, ADeviceThatDoesNotStartIsAFailure) {
   QBuffer buffer(&bytes_);
   buffer.open(QIODevice::WriteOnly);
