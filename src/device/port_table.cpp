@@ -51,10 +51,6 @@ std::string DefaultNode(std::string_view name) { return std::string(devlnk::Defa
 
 std::string PortNode(std::int16_t code) { return devlnk::NodeFor(NodeName(code)); }
 
-std::string FindPortSetting(std::string_view text, std::string_view key) {
-  return std::string(devlnk::FindPort(text, key));
-}
-
 std::optional<std::int32_t> ConfiguredRate(std::int16_t code) {
   const std::string_view name = NodeName(code);
   if (!name.starts_with("COM")) return std::nullopt;

@@ -68,9 +68,6 @@ std::string PortNode(std::int16_t code);
 /// The default device node or board number of a port in ports.ini ("COM1", "GPIB"); empty for any other name.
 std::string DefaultNode(std::string_view name);
 
-/// The value of `key` in the text of a ports.ini; empty if there is none.
-std::string FindPortSetting(std::string_view text, std::string_view key);
-
 /// The rate in ports.ini for the line of a port code, "COM1_BAUD=115200"; nothing if there is none.
 std::optional<std::int32_t> ConfiguredRate(std::int16_t code);
 

@@ -2,27 +2,18 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdlib>
 #include <filesystem>
 #include <optional>
 #include <system_error>
 
 #include "base/files.h"
-#include "base/system.h"
 #include "base/text.h"
-#include "device/port_table.h"
+#include "devlnk/node_names.h"
 
 namespace kolvane::device {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr std::string_view kSection = "[PORTS]";
-
-fs::path PortsFile() {
-  const fs::path folder = base::UserConfigFolder();
-  return folder.empty() ? fs::path() : folder / "ports.ini";
-}
 
 int ReadPorts(const fs::path& file, std::string& text) {
   const int error = base::ReadFile(file.string(), text);
@@ -50,17 +41,12 @@ void EndLine(std::string& text) {
 
 std::vector<PortSetting> LoadPortSettings() {
   std::string text;
-  const bool readable = ReadPorts(PortsFile(), text) == 0;
+  const bool readable = ReadPorts(devlnk::PortsFile(), text) == 0;
   std::vector<PortSetting> settings;
   for (const std::string_view name : kPortSettings) {
-    PortSetting setting{.name = std::string(name)};
-    const char* variable = std::getenv(("KOLVANE_" + setting.name).c_str());
-    setting.fixed = !setting.IsRate() && variable != nullptr && *variable != '\0';
-    if (setting.fixed) {
-      setting.value = variable;
-    } else if (readable) {
-      setting.value = FindPortSetting(text, name);
-    }
+    PortSetting setting{std::string(name), devlnk::FixedNode(name)};
+    setting.fixed = !setting.value.empty();
+    if (!setting.fixed && readable) setting.value = devlnk::FindPort(text, name);
     settings.push_back(std::move(setting));
   }
   return settings;
@@ -74,7 +60,7 @@ std::string WithPortSetting(std::string_view text, std::string_view name, std::s
   while (!text.empty()) {
     const std::string_view line = TakeWholeLine(text);
     const std::string_view content = base::TrimWhiteSpace(line);
-    if (content.starts_with('[')) in_section = base::EqualsNoCase(content, kSection);
+    if (content.starts_with('[')) in_section = base::EqualsNoCase(content, devlnk::kPortsSection);
     const bool is_key = in_section && HasKey(content, name);
     if (!is_key) out += line;
     if (is_key || (in_section && !found && !content.empty())) at = out.size();
@@ -83,7 +69,7 @@ std::string WithPortSetting(std::string_view text, std::string_view name, std::s
   if (value.empty()) return out;
   if (!at) {
     EndLine(out);
-    out += std::string(kSection) + "\n";
+    out += std::string(devlnk::kPortsSection) + "\n";
     at = out.size();
   }
   if (*at == out.size()) {
@@ -94,7 +80,7 @@ std::string WithPortSetting(std::string_view text, std::string_view name, std::s
 }
 
 int SavePortSettings(const std::vector<PortSetting>& settings) {
-  const fs::path file = PortsFile();
+  const fs::path file = devlnk::PortsFile();
   if (file.empty()) return ENOENT;
   std::error_code failure;
   fs::create_directories(file.parent_path(), failure);
@@ -104,7 +90,7 @@ int SavePortSettings(const std::vector<PortSetting>& settings) {
   if (const int error = ReadPorts(file, before)) return error;
   std::string text = before;
   for (const PortSetting& setting : settings) {
-    if (!setting.fixed && FindPortSetting(text, setting.name) != setting.value)
+    if (!setting.fixed && devlnk::FindPort(text, setting.name) != setting.value)
       text = WithPortSetting(text, setting.name, setting.value);
   }
   return text == before ? 0 : base::ReplaceFile(file.string(), text);

@@ -26,11 +26,6 @@ bool HasControlCharacter(std::string_view text) {
   return std::any_of(text.begin(), text.end(), [](char c) { return (c >= 0 && c < ' ') || c == '\x7F'; });
 }
 
-std::string PortsFilePath() {
-  const std::filesystem::path folder = base::UserConfigFolder();
-  return folder.empty() ? std::string() : (folder / "ports.ini").string();
-}
-
 bool IsRegularFile(int fd) {
   struct stat status {};
   return fstat(fd, &status) == 0 && S_ISREG(status.st_mode);
@@ -38,13 +33,18 @@ bool IsRegularFile(int fd) {
 
 }  // namespace
 
+std::filesystem::path PortsFile() {
+  const std::filesystem::path folder = base::UserConfigFolder();
+  return folder.empty() ? folder : folder / "ports.ini";
+}
+
 std::string_view FindPort(std::string_view text, std::string_view key) {
   if (text.starts_with(base::kUtf8Mark)) text.remove_prefix(base::kUtf8Mark.size());
   std::string_view found;
   bool in_section = false;
   while (!text.empty()) {
     const std::string_view line = base::TrimWhiteSpace(base::TakeLine(text));
-    if (line.starts_with('[')) in_section = base::EqualsNoCase(line, "[PORTS]");
+    if (line.starts_with('[')) in_section = base::EqualsNoCase(line, kPortsSection);
     const std::size_t sign = line.find('=');
     if (!in_section || sign == std::string_view::npos) continue;
     const std::string_view value = Unquote(base::TrimWhiteSpace(line.substr(sign + 1)));
@@ -56,7 +56,7 @@ std::string_view FindPort(std::string_view text, std::string_view key) {
 
 std::string ReadPortsFile() {
   // O_NONBLOCK: do not wait for a writer if the path names a pipe.
-  const base::Descriptor file(open(PortsFilePath().c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  const base::Descriptor file(open(PortsFile().c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
   if (!file || !IsRegularFile(file.get())) return {};
   std::string text(kReadLimit, '\0');
   std::size_t size = 0;
@@ -94,15 +94,25 @@ const Row* FindRow(std::string_view name) {
   return nullptr;
 }
 
-std::string NodeOf(const Row& row) {
+std::string FixedNodeOf(const Row& row) {
   const char* value = std::getenv(row.variable);
-  if (value != nullptr && value[0] != '\0') return value;
+  return value == nullptr ? std::string() : value;
+}
+
+std::string NodeOf(const Row& row) {
+  std::string fixed = FixedNodeOf(row);
+  if (!fixed.empty()) return fixed;
   const std::string file = ReadPortsFile();
   const std::string_view node = FindPort(file, row.name);
   return std::string(node.empty() ? row.node : node);
 }
 
 }  // namespace
+
+std::string FixedNode(std::string_view name) {
+  const Row* row = FindRow(name);
+  return row == nullptr ? std::string() : FixedNodeOf(*row);
+}
 
 std::string NodeFor(std::string_view name) {
   const Row* row = FindRow(name);
