@@ -4,12 +4,13 @@
 
 namespace kolvane::script::texts {
 
-std::string ListStatus(std::string_view file_name, std::size_t left_out) {
-  std::string text = "Befehlsliste: ";
-  text += file_name.empty() ? "Unbenannt" : file_name;
-  if (left_out == 1) text += " (1 Zeile nicht geladen)";
-  if (left_out > 1) text += " (" + std::to_string(left_out) + " Zeilen nicht geladen)";
-  return text;
+std::string ListStatus(std::string_view file_name) {
+  return "Befehlsliste: " + std::string(file_name.empty() ? "Unbenannt" : file_name);
+}
+
+std::string LinesLeftOut(std::size_t count) {
+  if (count == 0) return {};
+  return count == 1 ? "1 Zeile nicht geladen" : std::to_string(count) + " Zeilen nicht geladen";
 }
 
 std::string AbandonedList(std::string_view file_name, std::string_view when, std::size_t rows,

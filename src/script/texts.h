@@ -47,7 +47,9 @@ inline std::string NotInCodePage(std::string_view character) {
 std::string CharactersNotInFile(const std::vector<int>& rows, std::string_view character);
 
 /// For the second status bar; an empty name means a new list.
-std::string ListStatus(std::string_view file_name, std::size_t left_out);
+std::string ListStatus(std::string_view file_name);
+/// The lines of the file beyond the last row; empty if there are none.
+std::string LinesLeftOut(std::size_t count);
 
 /// Offers a list that a window has left unsaved: the name of its file, which may be empty, the time of the
 /// copy, how many rows it has and how many such lists follow.

@@ -111,7 +111,7 @@ void MainWindow::BuildArea() {
 
 void MainWindow::BuildScript() {
   const auto show_file = [this] {
-    area_->status_bars().ShowCommandList(script_.FileStatus());
+    area_->status_bars().ShowCommandList(script_.FileStatus(), script_.LinesLeftOut());
     ShowCaption();
     recent_->Note(script_.grid()->list().file_name());
   };

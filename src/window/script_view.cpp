@@ -74,9 +74,9 @@ ScriptView::ScriptView(ScriptParts parts, ScriptContext context, ScriptToolbar* 
 
 ScriptView::~ScriptView() { delete panel_; }
 
-std::string ScriptView::FileStatus() const {
-  return script::texts::ListStatus(core_.list.file_name(), core_.list.left_out());
-}
+std::string ScriptView::FileStatus() const { return script::texts::ListStatus(core_.list.file_name()); }
+
+std::string ScriptView::LinesLeftOut() const { return script::texts::LinesLeftOut(core_.list.left_out()); }
 
 void ScriptView::KeepUnsaved() {
   grid_->FinishEdit();

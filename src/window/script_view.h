@@ -68,6 +68,7 @@ class ScriptView final : public QObject, private script::RunHost {
   QWidget* panel() const { return panel_; }
   /// For the second status bar.
   std::string FileStatus() const;
+  std::string LinesLeftOut() const;
   /// During a run shows its progress, at most every 200 ms.
   void ShowProgress();
 

@@ -77,7 +77,12 @@ StatusBars::StatusBars(QWidget* parent)
       connection_(AddPanel(first_, "StatusBar1_1", "Verbindung")),
       state_(AddPanel(first_, "StatusBar1_2", "Zustand")),
       log_file_(AddPanel(second_, "StatusBar2_1", "Logdatei")),
-      command_list_(AddPanel(second_, "StatusBar2_2", "Befehlsliste")) {}
+      command_list_(AddPanel(second_, "StatusBar2_2", "Befehlsliste")),
+      left_out_(AddPanel(second_, "StatusBar2_3", "Nicht geladen")) {
+  // It is short, and never cut.
+  left_out_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
+  left_out_->hide();
+}
 
 void StatusBars::ShowConnection(std::string_view text) { ShowIn(connection_, text); }
 
@@ -87,6 +92,10 @@ void StatusBars::ShowState(terminal::StateKind kind, std::string_view text) {
 
 void StatusBars::ShowLogFile(std::string_view text) { ShowIn(log_file_, text); }
 
-void StatusBars::ShowCommandList(std::string_view text) { ShowIn(command_list_, text); }
+void StatusBars::ShowCommandList(std::string_view text, std::string_view left_out) {
+  ShowIn(command_list_, text);
+  ShowIn(left_out_, left_out);
+  left_out_->setVisible(!left_out.empty());
+}
 
 }  // namespace kolvane::window

@@ -39,7 +39,8 @@ class StatusBars : public terminal::StateView {
   /// Shown unless something is more urgent; an empty text removes the last one of that kind.
   void ShowState(terminal::StateKind kind, std::string_view text) override;
   void ShowLogFile(std::string_view text);
-  void ShowCommandList(std::string_view text);
+  /// `left_out` says what of the list's file was not loaded; empty if that is nothing.
+  void ShowCommandList(std::string_view text, std::string_view left_out);
 
  private:
   QStatusBar* first_;
@@ -48,6 +49,7 @@ class StatusBars : public terminal::StateView {
   QLabel* state_;
   QLabel* log_file_;
   QLabel* command_list_;
+  QLabel* left_out_;
   terminal::StateLine state_line_;
 };
 

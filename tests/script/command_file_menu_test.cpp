@@ -30,7 +30,7 @@ class FakeDialogs final : public CommandFileDialogs {
 
 class CommandFileMenuTest : public testing::Test {
  protected:
-  std::string Status() const { return texts::ListStatus(list.file_name(), list.left_out()); }
+  std::string Status() const { return texts::ListStatus(list.file_name()); }
 
   base::TempFolder folder;
   std::string file = folder.Path("a.CMD");
@@ -178,12 +178,13 @@ TEST_F(CommandFileMenuTest, DuringARunOnlySaveActs) {
   EXPECT_EQ(base::ReadBytes(file).size(), 1024 * 2 + 1u);
 }
 
-TEST_F(CommandFileMenuTest, TheStatusReportsWhatWasLeftOutUntilTheFileIsSaved) {
+TEST_F(CommandFileMenuTest, CountsWhatWasLeftOutUntilTheFileIsSaved) {
   base::WriteBytes(file, std::string(1026, '\n'));
   menu.OpenFile(file);
-  EXPECT_EQ(Status(), "Befehlsliste: " + file + " (2 Zeilen nicht geladen)");
-  menu.Save();
+  EXPECT_EQ(list.left_out(), 2u);
   EXPECT_EQ(Status(), "Befehlsliste: " + file);
+  menu.Save();
+  EXPECT_EQ(list.left_out(), 0u);
 }
 
 }  // namespace

@@ -22,10 +22,11 @@ TEST(ScriptTextsTest, ErrorsOfTheCommands) {
 }
 
 TEST(ScriptTextsTest, Status) {
-  EXPECT_EQ(ListStatus("", 0), "Befehlsliste: Unbenannt");
-  EXPECT_EQ(ListStatus("C:\\x.CMD", 0), "Befehlsliste: C:\\x.CMD");
-  EXPECT_EQ(ListStatus("x", 1), "Befehlsliste: x (1 Zeile nicht geladen)");
-  EXPECT_EQ(ListStatus("x", 2), "Befehlsliste: x (2 Zeilen nicht geladen)");
+  EXPECT_EQ(ListStatus(""), "Befehlsliste: Unbenannt");
+  EXPECT_EQ(ListStatus("C:\\x.CMD"), "Befehlsliste: C:\\x.CMD");
+  EXPECT_EQ(LinesLeftOut(0), "");
+  EXPECT_EQ(LinesLeftOut(1), "1 Zeile nicht geladen");
+  EXPECT_EQ(LinesLeftOut(2), "2 Zeilen nicht geladen");
 }
 
 TEST(ScriptTextsTest, FailuresOfFiles) {

@@ -182,6 +182,19 @@ TEST_F(GridTest, RedoRevertsUndo) {
   EXPECT_EQ(Row(1), "zwei");
 }
 
+TEST_F(GridTest, TheStatusBarCountsTheLinesOfAFileThatWereLeftOut) {
+  const std::string file = folder_.Path("a.CMD");
+  base::WriteBytes(file, std::string(1025, '\n') + "B\n");
+  const auto* left_out = Find<QLabel>("StatusBar2_3");
+  EXPECT_TRUE(left_out->isHidden());
+  window_.OpenCommandFile(file);
+  EXPECT_EQ(Find<QLabel>("StatusBar2_2")->text().toStdString(), "Befehlsliste: " + file);
+  EXPECT_EQ(left_out->text(), "2 Zeilen nicht geladen");
+  EXPECT_FALSE(left_out->isHidden());
+  Press("mnuNewCommandFile");
+  EXPECT_TRUE(left_out->isHidden());
+}
+
 TEST_F(GridTest, UndoBringsBackTheListThatWasCleared) {
   const std::string file = folder_.Path("a.CMD");
   base::WriteBytes(file, "eins\r\n");
