@@ -59,6 +59,23 @@ void PaneText::Select(std::size_t anchor, std::size_t caret) {
   anchor_ = std::min(anchor, Length());
   caret_ = std::min(caret, Length());
   insertion_color_ = ColorBeside(caret_);
+  left_caret_.reset();
+}
+
+// Unlike Select, keeps the insertion colour.
+void PaneText::PutCaret(std::size_t offset) {
+  caret_ = anchor_ = offset;
+  left_caret_.reset();
+}
+
+void PaneText::Reselect(std::size_t anchor, std::size_t caret) {
+  const std::size_t left = caret_;
+  Select(anchor, caret);
+  left_caret_ = left;
+}
+
+void PaneText::LeaveReselected() {
+  if (left_caret_) MoveTo(*left_caret_);
 }
 
 void PaneText::AppendLine(std::string_view line, Color color) {
@@ -70,7 +87,7 @@ void PaneText::AppendLine(std::string_view line, Color color) {
     AppendCleaned(line, shown);
   }
   store_.SetOrigin({});
-  caret_ = anchor_ = Length();
+  PutCaret(Length());
   insertion_color_ = end_color_;
 }
 
@@ -111,7 +128,7 @@ void PaneText::ReplaceSelection(std::string_view text) {
   const std::size_t begin = Selection().begin;
   const std::string inserted = ToPaneText(text);
   Exchange(Selection(), inserted, insertion_color_);
-  caret_ = anchor_ = begin + inserted.size();
+  PutCaret(begin + inserted.size());
 }
 
 void PaneText::Erase(PaneRange range) {
@@ -131,7 +148,7 @@ void PaneText::InsertComment(std::string_view text) {
   std::string lines = "\n" + ToPaneText(text) + "\n";
   const PaneRange selection = Selection();
   Exchange(selection, lines, base::kCommentColor);
-  caret_ = anchor_ = selection.begin + lines.size();
+  PutCaret(selection.begin + lines.size());
   SetSelectionColor(base::kCommentColor);
 }
 

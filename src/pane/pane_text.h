@@ -59,6 +59,11 @@ class PaneText {
   /// Moves the caret; the selection is removed, or extended to the new position if `keep_anchor`.
   void MoveTo(std::size_t offset, bool keep_anchor = false);
   void Select(std::size_t anchor, std::size_t caret);
+  /// Selects again what was selected before lines were appended, for copying and deleting. Text inserted next
+  /// must not replace it, see LeaveReselected.
+  void Reselect(std::size_t anchor, std::size_t caret);
+  /// If the selection is from Reselect, it ends and the caret is where the lines left it.
+  void LeaveReselected();
 
   /// The origin of the lines that AppendLine and AppendText insert from now on; the user's lines have none.
   void SetOrigin(LineOrigin origin) { origin_ = origin; }
@@ -99,6 +104,7 @@ class PaneText {
   void SelectForward(int length);
 
  private:
+  void PutCaret(std::size_t offset);
   void AppendCleaned(std::string_view line, Color color);
   Color ColorBeside(std::size_t offset) const;
   void Exchange(PaneRange range, std::string_view text, Color color);
@@ -107,6 +113,7 @@ class PaneText {
   PaneUndo undo_;
   std::size_t caret_ = 0;
   std::size_t anchor_ = 0;
+  std::optional<std::size_t> left_caret_;  // where appended lines left the caret before Reselect
   Color insertion_color_ = kNoColor;
   Color end_color_ = kNoColor;
   LineOrigin origin_;

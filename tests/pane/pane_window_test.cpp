@@ -290,6 +290,50 @@ TEST_F(PaneWindow, AddedLinesKeepWhatIsSelected) {
   EXPECT_EQ(pane_.text().caret(), pane_.text().Length()) << "without a selection the caret goes to the end";
 }
 
+TEST_F(PaneWindow, TextInsertedAfterAddedLinesReplacesNothing) {
+  const auto add_line = [this] {
+    pane_.setPlainText(QStringLiteral("old block"));
+    pane_.Select(0, 3);
+    pane_.AppendLine(LineKind::kAnswer, "new");
+  };
+  add_line();
+  pane_.InsertComment(QStringLiteral("comment"));
+  EXPECT_EQ(State(), "old block/new/comment/|");
+  add_line();
+  QGuiApplication::clipboard()->setText(QStringLiteral("pasted"));
+  pane_.paste();
+  EXPECT_EQ(State(), "old block/newpasted|");
+  add_line();
+  QTest::keyClicks(&pane_, QStringLiteral("x"));
+  EXPECT_EQ(State(), "old block/newx|");
+  add_line();
+  pane_.AppendText(LineKind::kTime, "(dt = 1 ms)\r\n", 1);
+  QTest::keyClicks(&pane_, QStringLiteral("x"));
+  EXPECT_EQ(State(), "old block/new(dt = 1 ms)x|/");
+}
+
+TEST_F(PaneWindow, TheRememberedBlockIsThatOfTheAddedLines) {
+  SetText("old block");
+  pane_.Select(0, 3);
+  pane_.AppendLine(LineKind::kAnswer, "new");
+  pane_.SetRememberedBlockLength(3);
+  QTest::keyClick(&pane_, Qt::Key_Right);
+  EXPECT_EQ(pane_.selectedText(), "new");
+}
+
+TEST_F(PaneWindow, WhatStaysSelectedCanBeDeletedAndReplacedOnceItIsSelectedAgain) {
+  SetText("old block");
+  pane_.Select(0, 3);
+  pane_.AppendLine(LineKind::kAnswer, "new");
+  pane_.deleteSelection();
+  EXPECT_EQ(State(), "| block/new");
+  pane_.Select(1, 6);
+  pane_.AppendLine(LineKind::kAnswer, "newer");
+  pane_.Select(1, 6);
+  QTest::keyClicks(&pane_, QStringLiteral("x"));
+  EXPECT_EQ(State(), " x|/new/newer");
+}
+
 TEST_F(PaneWindow, ThePointerOverItIsThatOfText) {
   EXPECT_EQ(pane_.viewport()->cursor().shape(), Qt::IBeamCursor);
 }

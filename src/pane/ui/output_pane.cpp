@@ -81,8 +81,7 @@ void OutputPane::AppendBy(LineKind kind, const Append& append) {
   const std::size_t anchor = text_.anchor();
   const std::size_t caret = text_.caret();
   append(text_);
-  // Keep the user's selection.
-  if (selecting_ || anchor != caret) text_.Select(anchor, caret);
+  if (selecting_ || anchor != caret) text_.Reselect(anchor, caret);
   if (session_) append(*session_);
   Changed();
 }

@@ -91,6 +91,7 @@ void OutputPane::SetSelectionColor(Color color) {
 
 void OutputPane::InsertComment(const QString& text) {
   Flush();
+  text_.LeaveReselected();
   const std::size_t begin = text_.Selection().begin;
   const QString before = announcer_->IsActive() ? selectedText() : QString();
   text_.InsertComment(base::FromQt(text));
@@ -129,6 +130,7 @@ void OutputPane::ReplaceRange(PaneRange range, const QString& text) {
 void OutputPane::Replace(const QString& text) {
   if (read_only_ || (text.isEmpty() && text_.Selection().empty())) return;
   Flush();
+  if (!text.isEmpty()) text_.LeaveReselected();
   const std::size_t begin = text_.Selection().begin;
   const QString before = announcer_->IsActive() ? selectedText() : QString();
   text_.ReplaceSelection(base::FromQt(text));

@@ -120,6 +120,7 @@ bool OutputPane::SelectRememberedBlock(QKeyEvent* event) {
     return true;
   }
   Flush();
+  text_.LeaveReselected();
   if (right) text_.MoveBack(remembered_block_);
   text_.SelectForward(std::exchange(remembered_block_, 0));
   CaretMoved();
