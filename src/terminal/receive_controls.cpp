@@ -78,16 +78,22 @@ std::int32_t TypedTimeout(std::string_view text) {
 std::size_t TypedCount(std::string_view text) {
   return InField(texts::kCountLabel, [text] {
     const std::int16_t typed = base::TextToInt16(text);
-    const auto count = static_cast<std::size_t>(typed);
-    if (typed < 0 || count > kCountedAnswerLimit)
-      throw base::RuntimeError(base::RuntimeError::Kind::kSubscript);
-    return count;
+    if (typed < 0) throw base::RuntimeError(base::RuntimeError::Kind::kSubscript);
+    return static_cast<std::size_t>(typed);
+  });
+}
+
+void CheckCount(std::size_t count) {
+  InField(texts::kCountLabel, [count] {
+    if (count > kCountedAnswerLimit) throw base::RuntimeError(base::RuntimeError::Kind::kSubscript);
   });
 }
 
 std::string TimeoutFault(std::string_view text) { return FaultOf(text, TypedTimeout); }
 
-std::string CountFault(std::string_view text) { return FaultOf(text, TypedCount); }
+std::string CountFault(std::string_view text) {
+  return FaultOf(text, [](std::string_view typed) { CheckCount(TypedCount(typed)); });
+}
 
 void ReceiveControls::Load(Output& output) {
   if (!IsMode(settings_.mode) || !IsFormat(settings_.binary_display))

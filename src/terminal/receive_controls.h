@@ -40,10 +40,12 @@ inline constexpr std::size_t kCountedAnswerLimit = 1025;  ///< bytes of an answe
 
 /// ReceiveTimo, milliseconds as a 32-bit number.
 std::int32_t TypedTimeout(std::string_view text);
-/// BinChars, a 16-bit number; kSubscript outside 0 to kCountedAnswerLimit.
+/// BinChars, a 16-bit number; kSubscript for a negative one.
 std::size_t TypedCount(std::string_view text);
+/// kSubscript for a count above kCountedAnswerLimit, once so many bytes have been read.
+void CheckCount(std::size_t count);
 
-/// Why the function above would throw for `text`; empty if it would not.
+/// Why the functions above would throw for `text`; empty if they would not.
 std::string TimeoutFault(std::string_view text);
 std::string CountFault(std::string_view text);
 

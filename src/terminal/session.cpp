@@ -7,6 +7,7 @@
 
 #include "base/encoding.h"
 #include "base/runtime_error.h"
+#include "base/scope_exit.h"
 #include "base/text.h"
 #include "terminal/block_reader.h"
 #include "terminal/receive_controls.h"
@@ -159,13 +160,13 @@ void AppendDisplayForm(std::string_view bytes, bool binary, std::string& text, b
 }
 
 [[gnu::hot]] bool Session::ReadAnswer() {
-  const bool awaited = std::exchange(sent_, false);
+  const base::ScopeExit read([this] { sent_ = false; });
   try {
     TakeTimeout();
     device_.SetTimeout(timeout_ms_);
     return ReadAsSet();
   } catch (const base::RuntimeError& error) {
-    if (!awaited) throw;
+    if (!sent_) throw;
     throw base::RuntimeError(error.kind(), texts::AnswerToCome(error.what()));
   }
 }
@@ -299,6 +300,8 @@ bool Session::ReadCounted() {
   }
   gathered_.insert(0, device_state_.put_back, 0, count);
   device_state_.put_back.erase(0, count);
+  sent_ = false;  // the answer has been read, even if it is dropped
+  CheckCount(count);
   AppendGathered();
   return ShowAnswer(answer_);
 }

@@ -75,8 +75,9 @@ class Session {
 
   /// Reads one answer according to the receive settings, shows and stores it. Returns whether one was
   /// received; otherwise the error's description is shown and stored (mode 1: an empty answer). Throws
-  /// RuntimeError if the text of ReceiveTimo or BinChars is not a number or the count is outside 0 to
-  /// kCountedAnswerLimit; nothing has been read then and the last answer is unchanged.
+  /// RuntimeError if the text of ReceiveTimo or BinChars is not a number or the count is negative, before
+  /// anything is read, and for a count above kCountedAnswerLimit once so many bytes have been read and
+  /// dropped. The last answer is unchanged then.
   bool GetAnswer();
 
  private:

@@ -150,10 +150,47 @@ TEST_F(SessionCountTest, FillsTheWholeBuffer) {
   EXPECT_EQ(state.last_answer.text, std::string(1025, 'x'));
 }
 
-TEST_F(SessionCountTest, CountsOutsideTheBufferThrowBeforeAnythingIsRead) {
+TEST_F(SessionCountTest, CountsAboveTheBufferThrowOnceSoManyBytesAreRead) {
+  state.last_answer.text = "old";
+  for (const int count : {1026, 32767}) {
+    device.incoming = std::string(static_cast<std::size_t>(count), 'x') + "next";
+    state.shown.count = std::to_string(count);
+    EXPECT_EQ(ThrownBy([&] { session.GetAnswer(); }), Kind::kSubscript) << count;
+    EXPECT_EQ(device.incoming, "next");
+  }
+  EXPECT_EQ(pane.text, "");
+  EXPECT_EQ(state.last_answer.text, "old");
+}
+
+TEST_F(SessionCountTest, AFailedReadComesBeforeACountAboveTheBuffer) {
+  state.shown.count = "1026";
+  device.incoming = std::string(1025, 'x');
+  EXPECT_FALSE(session.GetAnswer());
+  EXPECT_EQ(state.last_answer.text, "Zeitüberschreitung");
+}
+
+TEST_F(SessionCountTest, TheMessageSaysThatTheAnswerIsToComeOnlyIfItWasNotRead) {
+  const auto message_for = [this](const char* count) -> std::string {
+    state.shown.count = count;
+    session.SendCommand("B?");
+    device.incoming = std::string(1026, 'x');
+    try {
+      session.GetAnswer();
+    } catch (const base::RuntimeError& error) {
+      return error.what();
+    }
+    return {};
+  };
+  EXPECT_EQ(message_for("1026"), "Anzahl: Index außerhalb des gültigen Bereichs");
+  EXPECT_EQ(message_for("-1"),
+            "Anzahl: Index außerhalb des gültigen Bereichs. Die Antwort auf den Befehl steht noch aus, "
+            "„Eingangspuffer flushen“ verwirft sie.");
+}
+
+TEST_F(SessionCountTest, CountsThatAreNoneThrowBeforeAnythingIsRead) {
   state.last_answer.text = "old";
   device.incoming = std::string(1026, 'x');
-  for (const char* text : {"1026", "-1", "32767", "-32768"}) {
+  for (const char* text : {"-1", "-32768"}) {
     state.shown.count = text;
     EXPECT_EQ(ThrownBy([&] { session.GetAnswer(); }), Kind::kSubscript) << text;
   }

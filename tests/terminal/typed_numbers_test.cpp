@@ -38,7 +38,9 @@ TEST(TypedNumbers, ReportWhatIsWrongWithoutThrowing) {
 TEST(TypedNumbers, ACountIsWithinItsLimit) {
   EXPECT_EQ(TypedCount("0"), 0u);
   EXPECT_EQ(TypedCount("1025"), 1025u);
-  EXPECT_EQ(ErrorOf([] { TypedCount("1026"); }), "Anzahl: Index außerhalb des gültigen Bereichs");
+  EXPECT_EQ(TypedCount("1026"), 1026u);
+  CheckCount(1025);
+  EXPECT_EQ(ErrorOf([] { CheckCount(1026); }), "Anzahl: Index außerhalb des gültigen Bereichs");
   EXPECT_EQ(ErrorOf([] { TypedCount("-1"); }), "Anzahl: Index außerhalb des gültigen Bereichs");
   EXPECT_EQ(ErrorOf([] { TypedCount("32768"); }), "Anzahl: Überlauf");
   EXPECT_EQ(ErrorOf([] { TypedCount("vier"); }), "Anzahl: Typen unverträglich");
