@@ -5,6 +5,7 @@
 #include <QEvent>
 #include <QFocusEvent>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMimeData>
 #include <QScopedValueRollback>
@@ -46,6 +47,12 @@ void ShowText(QLineEdit* field, const std::string& text) {
 }
 
 QString WithoutMnemonic(const char* label) { return base::ToQt(label).remove(QLatin1Char('&')); }
+
+bool IsEnterPress(const QEvent& event) {
+  if (event.type() != QEvent::KeyPress) return false;
+  const int key = static_cast<const QKeyEvent&>(event).key();
+  return key == Qt::Key_Return || key == Qt::Key_Enter;
+}
 
 bool BringsFiles(const QMimeData& data) {
   const QList<QUrl> urls = data.urls();
@@ -172,6 +179,12 @@ void TerminalBar::AddGroup(const char* label, const char* tip, QWidget* field) {
 
 bool TerminalBar::eventFilter(QObject* watched, QEvent* event) {
   if (watched == command_) KeepSelection(event);
+  // A line edit does not accept Enter; the list would pass it to the line edit again.
+  if (watched == command_->lineEdit() && IsEnterPress(*event)) {
+    watched->event(event);
+    event->accept();
+    return true;
+  }
   // A file dropped on the command line would insert its address as a command.
   const bool drag = event->type() == QEvent::DragEnter || event->type() == QEvent::DragMove ||
                     event->type() == QEvent::Drop;

@@ -21,6 +21,19 @@ TEST_F(SendingTest, WithoutACommandNoAnswerIsAwaited) {
   EXPECT_EQ(boxes_.texts().last(), "Timeout (ms): Typen unverträglich");
 }
 
+TEST_F(SendingTest, EnterSendsOnceWhereverItArrives) {
+  auto* box = Find<QComboBox>("cmbCommand");
+  Connect();
+  for (QWidget* receiver : {static_cast<QWidget*>(box), static_cast<QWidget*>(box->lineEdit())}) {
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+      library_.calls.clear();
+      box->setCurrentText("MSV?");
+      QTest::keyClick(receiver, key);
+      EXPECT_EQ(Count("WritePort(\"MSV?\n\")"), 1) << receiver->metaObject()->className();
+    }
+  }
+}
+
 TEST_F(SendingTest, AFieldIsMarkedWhileItDoesNotHoldANumber) {
   for (const char* name : {"ReceiveTimo", "BinChars"}) {
     auto* field = Find<QLineEdit>(name);
