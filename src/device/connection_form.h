@@ -110,7 +110,8 @@ struct ConnectionForm {
 /// Initial form: the stored connection, histories and modem script from `folder` (see HistoryFolder).
 ConnectionForm LoadForm(const ConnectionParameters& stored, const std::string& folder);
 
-/// A serial line's rate: the one that ports.ini has for the port, otherwise the chosen one.
+/// Renews a serial line's rate: the one that ports.ini has for the port, or the chosen one if it had one
+/// before. Any other rate stays as it is.
 void TakeConfiguredRate(ConnectionParameters& parameters);
 
 /// OK: stores the form and adds the address to its history. False if the kind needs a bus address and it is

@@ -70,12 +70,13 @@ struct ConnectionParameters {
   std::int16_t port_option = 4;  ///< option button, 0 to 9
   std::int16_t address = 4;      ///< bus address, 0 to 31
   std::string ip_address;
-  std::int16_t ip_port = 7;     ///< ports above 32767 are stored as the same 16 bits with a sign
-  std::string usb_address;      ///< serial number
-  std::string node;             ///< replaces the configured device node of COM or RS485; empty: as configured
-  std::int32_t baud = 0;        ///< rate; LPT: mode list index + 1, 95 for the fifth mode
-  std::int32_t baud_index = 0;  ///< index in the list of rates
-  std::int16_t parity = 1;      ///< 0 none, 1 even, 2 odd
+  std::int16_t ip_port = 7;  ///< ports above 32767 are stored as the same 16 bits with a sign
+  std::string usb_address;   ///< serial number
+  std::string node;          ///< replaces the configured device node of COM or RS485; empty: as configured
+  std::int32_t baud = 0;     ///< rate; LPT: mode list index + 1, 95 for the fifth mode
+  bool baud_configured = false;  ///< the rate is that of ports.ini, not the list's
+  std::int32_t baud_index = 0;   ///< index in the list of rates
+  std::int16_t parity = 1;       ///< 0 none, 1 even, 2 odd
   std::int16_t data_bits = 1;
   std::int16_t stop_bits = 1;
   std::int32_t receive_buffer = 512;  ///< bytes, never below 512

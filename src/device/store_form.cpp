@@ -39,8 +39,16 @@ void StoreAddress(ConnectionForm& form, ConnectionParameters& p) {
   }
 }
 
+// The settings may hold any index, and an invalid address leaves it in the record.
+std::int32_t ChosenRate(const ConnectionParameters& p) {
+  constexpr auto kLast = static_cast<std::int32_t>(kBaudChoices.size()) - 1;
+  return TypedInt32(Entry(kBaudChoices, std::clamp(p.baud_index, 0, kLast)));
+}
+
 void StoreSerial(const SerialFields& fields, ConnectionParameters& p) {
   p.baud_index = fields.baud;
+  p.baud = ChosenRate(p);
+  p.baud_configured = false;
   TakeConfiguredRate(p);
   p.parity = static_cast<std::int16_t>(fields.parity);
   p.data_bits = TypedInt16(Entry(kDataBitsChoices, fields.data_bits));
@@ -69,6 +77,7 @@ void StorePage(const ConnectionForm& form, ConnectionParameters& p) {
       return;
     case ParameterPage::kParallel:
       p.baud = BaudOfLptMode(form.parallel.mode);
+      p.baud_configured = false;
       p.timeout_ms = ParallelTimeout(form.parallel.timeout);
       return;
   }
@@ -112,7 +121,9 @@ void TakeConfiguredRate(ConnectionParameters& p) {
   if (PageOfCode(p.port_code) != ParameterPage::kRs232) return;
   // The configured rate applies only to the configured node.
   const auto rate = p.node.empty() ? ConfiguredRate(p.port_code) : std::nullopt;
-  p.baud = rate ? *rate : TypedInt32(Entry(kBaudChoices, p.baud_index));
+  if (!rate && !p.baud_configured) return;
+  p.baud = rate ? *rate : ChosenRate(p);
+  p.baud_configured = rate.has_value();
 }
 
 bool StoreForm(ConnectionForm& form, ConnectionParameters& p) {

@@ -214,6 +214,18 @@ TEST_F(StoreFormTest, AnInvalidAddressChangesOnlyTheKind) {
   EXPECT_EQ(p_.modem_script, "");
 }
 
+TEST_F(StoreFormTest, TheNextConnectionKeepsTheRateOfAnInvalidAddress) {
+  form_.serial.rs485_address = "40";
+  for (const std::int32_t index : {-1, 0, 3, 100000}) {
+    p_ = {};
+    p_.baud_index = index;
+    EXPECT_TRUE(Store(4));
+    EXPECT_FALSE(Store(2));
+    TakeConfiguredRate(p_);
+    EXPECT_EQ(p_.baud, 1) << "the mode of the parallel port";
+  }
+}
+
 TEST_F(StoreFormTest, AStoredAddressOutOfRangeIsRefusedIfItWouldBeSelected) {
   p_.address = 32;
   form_.serial.baud = 2;

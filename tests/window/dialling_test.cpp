@@ -20,7 +20,8 @@ class DiallingWindow : public WindowFixture {
   DiallingWindow() {
     connection_.port_code = kCom1;
     connection_.modem_script = "ATZ\r\nATDT42";
-    connection_.baud_index = *device::BaudIndex(9600);
+    connection_.baud = 9600;
+    connection_.baud_index = *device::BaudIndex(connection_.baud);
     panel_ = Find<QLabel>("StatusBar1_1");
     panel_->installEventFilter(&painted_);
   }
