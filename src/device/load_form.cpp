@@ -95,29 +95,39 @@ std::string StoredText(const List& list, std::int32_t index, const std::string& 
 
 std::string SecondsText(std::int32_t milliseconds) { return base::DoubleText(milliseconds / 1000.0, ","); }
 
-// If the text of the selected kind's page no longer means the time-out in use, that time-out is shown.
+// Stored seconds are whole: a fraction is shown as it was typed, and any other text as the stored number.
+std::string LastSeconds(const std::string& typed, std::int32_t seconds) {
+  const std::string stored = std::to_string(seconds);
+  return TcpIpTimeout(typed) == TcpIpTimeout(stored) ? stored : LastText(typed, stored);
+}
+
+// If the selected kind's page says 0, or its list has no entry for a typed text, the time-out in use is
+// shown.
 void ShowEffectiveTimeout(ConnectionForm& form, const ConnectionParameters& p) {
-  const auto show = [&p](std::string& text, auto meaning, const std::string& effective) {
-    if (meaning(text) != p.timeout_ms) text = effective;
+  const auto show = [&p](std::string& text, auto meaning, const std::string& effective, bool stored = true) {
+    if (meaning(text) == 0 || (!stored && meaning(text) != p.timeout_ms)) text = effective;
   };
+  const TimeoutEntries& entries = p.timeout_entries;
   switch (PageOfCode(p.port_code)) {
     case ParameterPage::kRs232:
       return show(form.serial.timeout, Rs232Timeout, SecondsText(p.timeout_ms));
     case ParameterPage::kTcpIp:
       return show(form.tcpip.timeout, TcpIpTimeout, SecondsText(p.timeout_ms));
     case ParameterPage::kGpib:
-      return show(form.gpib.timeout, GpibTimeout, std::to_string(p.timeout_ms) + " msec");
+      return show(form.gpib.timeout, GpibTimeout, std::to_string(p.timeout_ms) + " msec",
+                  Has(kGpibTimeoutChoices, entries.gpib_index));
     case ParameterPage::kParallel:
-      return show(form.parallel.timeout, ParallelTimeout, SecondsText(p.timeout_ms) + " s");
+      return show(form.parallel.timeout, ParallelTimeout, SecondsText(p.timeout_ms) + " s",
+                  Has(kLptTimeoutChoices, entries.lpt_index));
   }
 }
 
 void LoadTimeouts(ConnectionForm& form, const ConnectionParameters& p) {
   const TimeoutEntries& stored = p.timeout_entries;
   const TimeoutTexts& typed = p.timeout_texts;
-  form.serial.timeout = LastText(typed.rs232, std::to_string(stored.rs232_seconds));
-  form.tcpip.timeout = LastText(typed.tcpip, std::to_string(stored.tcpip_seconds));
-  form.usb.timeout = LastText(typed.usb, std::to_string(stored.usb_seconds));
+  form.serial.timeout = LastSeconds(typed.rs232, stored.rs232_seconds);
+  form.tcpip.timeout = LastSeconds(typed.tcpip, stored.tcpip_seconds);
+  form.usb.timeout = LastSeconds(typed.usb, stored.usb_seconds);
   form.gpib.timeout =
       LastText(typed.gpib, StoredText(kGpibTimeoutChoices, stored.gpib_index, form.gpib.timeout));
   form.parallel.timeout =

@@ -272,6 +272,27 @@ TEST_F(StoreFormTest, ShowsATimeoutAgainAsItWasTyped) {
   EXPECT_EQ(form_.parallel.timeout, "2,5");
 }
 
+TEST_F(StoreFormTest, ShowsTheStoredSecondsOfATypedText) {
+  form_.serial.timeout = "x";
+  form_.tcpip.timeout = " 007 s";
+  form_.usb.timeout = "-3,0";
+  EXPECT_TRUE(Store(7));
+  form_ = LoadForm(p_, "/nowhere");
+  EXPECT_EQ(form_.serial.timeout, "0");
+  EXPECT_EQ(form_.tcpip.timeout, "7");
+  EXPECT_EQ(form_.usb.timeout, "-3");
+}
+
+TEST_F(StoreFormTest, TheTimeoutInUseIsNotThatOfAnInvalidAddress) {
+  form_.parallel.timeout = "30 s";
+  EXPECT_TRUE(StoreForm(form_, p_));
+  form_.serial.timeout = "2";
+  form_.serial.rs485_address = "40";
+  EXPECT_FALSE(Store(2));
+  EXPECT_EQ(p_.timeout_ms, 30000);
+  EXPECT_EQ(LoadForm(p_, "/nowhere").serial.timeout, "5");
+}
+
 TEST_F(StoreFormTest, ShowsTheTimeoutThatOpeningSetInsteadOfZero) {
   for (const std::int16_t option : std::initializer_list<std::int16_t>{0, 9, 8, 6, 4}) {
     form_.ClickPort(option, p_);
