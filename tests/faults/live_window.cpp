@@ -6,7 +6,6 @@
 #include <cstdlib>
 
 #include "base/temp_folder.h"
-#include "device/connection_texts.h"
 #include "pane/ui/output_pane.h"
 
 namespace kolvane::faults {
@@ -46,7 +45,7 @@ device::ConnectionParameters LiveWindow::ParametersOf(const FaultyInstrument& in
   parameters.ip_address = "127.0.0.1";
   parameters.ip_port = static_cast<std::int16_t>(instrument.ip_port());
   parameters.usb_address = "A50285BI";
-  parameters.baud_index = *device::BaudIndex(38400);
+  parameters.baud = 38400;
   parameters.parity = 0;
   parameters.data_bits = 8;
   parameters.stop_bits = 1;
