@@ -44,6 +44,8 @@ void StatusPanel::paintEvent(QPaintEvent* event) {
 
 namespace {
 
+constexpr int kIndent = 4;
+
 QStatusBar* MakeBar(QWidget* parent, const char* name) {
   auto* bar = new QStatusBar(parent);
   bar->setObjectName(QLatin1String(name));
@@ -59,7 +61,7 @@ QLabel* AddPanel(QStatusBar* bar, const char* name, const char* accessible_name)
   panel->setTextInteractionFlags(Qt::TextSelectableByMouse);
   // A long path must not keep the window from being made narrow.
   panel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-  panel->setIndent(4);
+  panel->setIndent(kIndent);
   bar->addWidget(panel, 1);
   return panel;
 }
@@ -79,8 +81,10 @@ StatusBars::StatusBars(QWidget* parent)
       log_file_(AddPanel(second_, "StatusBar2_1", "Logdatei")),
       command_list_(AddPanel(second_, "StatusBar2_2", "Befehlsliste")),
       left_out_(AddPanel(second_, "StatusBar2_3", "Nicht geladen")) {
-  // It is short, and never cut.
+  // It is short, and never cut: unlike an indent, margins at both ends are part of its size hint.
   left_out_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
+  left_out_->setIndent(0);
+  left_out_->setContentsMargins(kIndent, 0, kIndent, 0);
   left_out_->hide();
 }
 
