@@ -133,7 +133,8 @@ bool WaitView::Serve() {
 bool WaitView::eventFilter(QObject* target, QEvent* event) {
   // Native windows pass their events on to widgets.
   if (!IsInput(event->type()) || target->isWindowType() || !IsDropped(target, event)) return false;
-  if (event->type() == QEvent::DragEnter || event->type() == QEvent::DragMove) event->ignore();
+  // One within a widget that took the drag before the wait is accepted beforehand.
+  if (event->type() == QEvent::DragMove) event->ignore();
   return true;
 }
 

@@ -60,7 +60,7 @@ TEST_F(ValuesTableTest, HasAColumnForEachField) {
   Add(store_, "C?", {1, 2, 3});
   model_.ShowRows(3);
   EXPECT_EQ(model_.columnCount(), 5);
-  EXPECT_GT(table_.header()->sectionSize(4), 20);
+  EXPECT_EQ(table_.header()->sectionSize(4), table_.header()->sectionSize(3));
 }
 
 TEST_F(ValuesTableTest, ShowsTimeCommandAndNumbers) {

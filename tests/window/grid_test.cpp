@@ -195,6 +195,19 @@ TEST_F(GridTest, TheStatusBarCountsTheLinesOfAFileThatWereLeftOut) {
   EXPECT_TRUE(left_out->isHidden());
 }
 
+TEST_F(GridTest, AListThatWasOpenedCanBeOpenedAgainFromTheMenu) {
+  const std::string file = folder_.Path("a.CMD");
+  base::WriteBytes(file, "eins\r\n");
+  window_.OpenCommandFile(file);
+  Press("mnuNewCommandFile");
+  EXPECT_EQ(Row(1), "");
+  const QList<QAction*> recent = Find<QMenu>("mnuRecent")->actions();
+  ASSERT_EQ(recent.size(), 1);
+  recent.front()->trigger();
+  QApplication::processEvents();
+  EXPECT_EQ(Row(1), "eins");
+}
+
 TEST_F(GridTest, UndoBringsBackTheListThatWasCleared) {
   const std::string file = folder_.Path("a.CMD");
   base::WriteBytes(file, "eins\r\n");

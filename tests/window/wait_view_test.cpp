@@ -7,9 +7,12 @@
 #include <QApplication>
 #include <QCompleter>
 #include <QDialog>
+#include <QDragEnterEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMainWindow>
+#include <QMimeData>
+#include <QTimer>
 
 namespace kolvane::window {
 namespace {
@@ -31,6 +34,29 @@ TEST(WaitView, KeysPressedAfterItsLastCallAreDroppedToo) {
   type();
   QApplication::processEvents();
   EXPECT_EQ(field.text(), "a");
+}
+
+TEST(WaitView, DragsAreRefused) {
+  QMainWindow window;
+  StatusBars bars(&window);
+  QLineEdit field(&window);
+  window.show();
+  WaitView wait(window, bars, [] {});
+  QMimeData data;
+  data.setText(QStringLiteral("a"));
+  QDragEnterEvent enter({1, 1}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QDragMoveEvent move({1, 1}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&field, &enter);
+  ASSERT_TRUE(enter.isAccepted());
+  move.accept();
+  QTimer::singleShot(0, &window, [&] {
+    enter.ignore();
+    QApplication::sendEvent(&field, &enter);
+    QApplication::sendEvent(&field, &move);
+  });
+  EXPECT_TRUE(wait.Waiting(device::Operation::kAnswer, 0.05));
+  EXPECT_FALSE(enter.isAccepted());
+  EXPECT_FALSE(move.isAccepted());
 }
 
 class BesideTest : public testing::Test {
