@@ -166,6 +166,20 @@ TEST_F(DumpTextBoxTest, AHighlightIsShownWithTwoLinesAroundIt) {
   EXPECT_EQ(bar->value(), 18) << "already in view";
 }
 
+TEST_F(DumpTextBoxTest, NeighbouringFieldsHaveDifferentColours) {
+  for (const QColor base : {Qt::white, Qt::black}) {
+    QPalette palette(base);
+    palette.setColor(QPalette::Base, base);
+    palette.setColor(QPalette::Text, base == Qt::white ? Qt::black : Qt::white);
+    box_.setPalette(palette);
+    for (std::size_t number = 0; number < 12; ++number) {
+      EXPECT_TRUE(box_.FieldColor(number).isValid()) << number;
+      EXPECT_NE(box_.FieldColor(number), box_.FieldColor(number + 1)) << number;
+    }
+    EXPECT_EQ(box_.FieldColor(0).lightness() > 128, base == Qt::white) << "the text stays readable";
+  }
+}
+
 TEST_F(DumpTextBoxTest, TextInsideTheDumpKeepsItsPositions) {
   box_.SetDump(BuildDump("<41>\r\n<42>\r<43>\n<44>"));
   DumpView view = box_.View();
