@@ -54,7 +54,7 @@ namespace kolvane::devlnk {
 
 std::size_t StreamChannel::Waiting() const {
   int count = 0;
-  return ioctl(poll_fd(), FIONREAD, &count) == 0 && count > 0 ? static_cast<std::size_t>(count) : 0;
+  return ioctl(poll_fd(), FIONREAD, &count) == 0 ? static_cast<std::size_t>(count) : 0;
 }
 
 void MakeBlocking(int fd) { fcntl(fd, F_SETFL, fcntl(fd, F_GETFL) & ~O_NONBLOCK); }

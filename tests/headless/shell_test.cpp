@@ -107,6 +107,8 @@ TEST(CompleteShellLine, KnowsFiles) {
   EXPECT_EQ(CompleteShellLine("$RUN /nonexistent/"), Rows{});
   for (const char* name : {"c\nd.CMD", "c\x1B[2J.CMD"}) base::WriteBytes(folder.Path(name), "");
   EXPECT_EQ(CompleteShellLine("$RUN " + path + "c"), Rows{}) << "no control characters";
+  for (int i = 0; i < 50; ++i) base::WriteBytes(folder.Path("\t" + std::to_string(i)), "");
+  EXPECT_EQ(CompleteShellLine("$RUN " + path).size(), 4u) << "all others, whatever their order";
 }
 
 }  // namespace

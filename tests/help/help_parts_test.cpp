@@ -93,6 +93,10 @@ TEST(PageTextTest, HasTitleAndTextWithSpacesCollapsed) {
   EXPECT_EQ(page.text, "Eins zwei drei vier");
 }
 
+TEST(PageTextTest, ATagEndsAfterItsQuotedValues) {
+  EXPECT_EQ(ReadPageText("<body><a title=\"a>b\" name='c>\"d'>text</a></body>").text, "text");
+}
+
 TEST(PageTextTest, TakesAnyBytes) {
   EXPECT_EQ(ReadPageText("a < b <").text, "a < b <");
   EXPECT_EQ(ReadPageText("a < b > c <5> d").text, "a < b > c <5> d");

@@ -109,6 +109,7 @@ TEST(PaneRows, ShowsControlCharactersAsTerminalsDo) {
   const OutputPaneMetrics metrics(Proportional());
   for (const char* const control : {"\xC2\x80", "\xC2\x9F"})
     EXPECT_EQ(metrics.X(control, 2), metrics.X("\uFFFD", 3));
+  EXPECT_EQ(metrics.X("\x7F", 1), metrics.X("^?", 2));
 }
 
 TEST(PaneRows, CountsStayRightThroughEditsInManyChunks) {
