@@ -154,6 +154,11 @@ TEST(AttributeTest, IsNotSearchedInOtherValues) {
   EXPECT_EQ(Attribute("title=\"href=x", "href"), "") << "a value that never ends";
 }
 
+TEST(AttributeTest, FollowsAnyOtherValue) {
+  for (const char* other : {"x=\"\" ", "x=\"1\" ", "x=\"1\"", "x='1'", "x=1 "})
+    EXPECT_EQ(Attribute("a " + std::string(other) + "name=2", "name"), "2") << other;
+}
+
 TEST(PageIndexTest, LeavesOutPagesBeyondItsLimit) {
   PageIndex index;
   index.Add({"A", "a"}, std::string(PageIndex::kMaxText - 5, 'x'));
