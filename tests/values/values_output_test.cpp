@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QImage>
 #include <QMainWindow>
+#include <QPainter>
 #include <QProgressDialog>
 #include <QRegularExpression>
 #include <QSvgRenderer>
@@ -97,6 +98,19 @@ TEST_F(ValuesOutputTest, SavesPictures) {
   EXPECT_EQ(png.size(), plot_.size() * 2);
   EXPECT_GT(gui::Pixels(png, png.rect(), CurveColor(0, false)), 500) << "in the colours for white paper";
   EXPECT_EQ(Saved("PDF-Datei (*.pdf)", "a.pdf").substr(0, 5), "%PDF-");
+}
+
+TEST_F(ValuesOutputTest, APictureOfManyValuesShowsTheirRange) {
+  for (int i = 0; i < 20000; ++i) Add(store_, "MSV? 1,2", {i % 2 == 0 ? 100.0 : -100.0, 0.0});
+  plot_.ShowRows(store_.rows());
+  const std::string vectors = Saved("SVG-Bild (*.svg)", "a.svg");
+  QSvgRenderer svg(QByteArray::fromStdString(vectors));
+  QImage picture(plot_.size(), QImage::Format_RGB32);
+  picture.fill(Qt::white);
+  QPainter painter(&picture);
+  svg.render(&painter);
+  painter.end();
+  EXPECT_GT(gui::Pixels(picture, picture.rect(), CurveColor(0, false)), 600 * 400 / 2);
 }
 
 TEST_F(ValuesOutputTest, APdfFileNamesProgramAndTitle) {
