@@ -47,8 +47,11 @@ int LogFile::WriteLine(std::string_view line) {
 
 void LogControl::OpenLog(const std::string& file_name) {
   CloseLog();
-  if (const int error = file_.Open(file_name))
-    return prompt_.ShowError(texts::LogNotOpened(file_name, error));
+  if (const int error = file_.Open(file_name)) {
+    flags_.log_recording = false;
+    prompt_.ShowError(texts::LogNotOpened(file_name, error));
+    return;
+  }
   file_name_ = FullPath(file_name);
   Changed();
 }
