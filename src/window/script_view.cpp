@@ -157,6 +157,7 @@ void ScriptView::Stop() {
 
 void ScriptView::PlayFromHere() {
   watching_ = true;
+  grid_->ChooseCursorRow();
   Run(&script::Runner::PlayFromHere);
 }
 

@@ -125,5 +125,35 @@ TEST_F(DebugCommandsTest, TheRowThatFailedShowsWhy) {
   EXPECT_TRUE(CellData(2, Qt::ToolTipRole).toString().endsWith("Unbekannter $ Befehl"));
 }
 
+// A run that has ended leaves its position behind the list, the cursor in the row executed last.
+TEST_F(DebugCommandsTest, AfterARunTheRowUnderTheCursorIsPlayedFrom) {
+  Fill({"' Kopf", "$SPLITPARAMS", "$STOP", "' Ende"});
+  Press("TB_PLAY");
+  ASSERT_EQ(CurrentRow(), 3);
+  script_.interpreter.ParamList.clear();
+  Grid()->list().SetText(3, "$SPLITPARAMS");
+  Press("mnuPlayFromRow");
+  EXPECT_FALSE(script_.interpreter.ParamList.empty());
+}
+
+TEST_F(DebugCommandsTest, TheRowWhereTheCursorAlreadyIsCanBeChosenForAStep) {
+  const auto highlighted = [this](int row) { return Grid()->list().HighlightOf(row) != nullptr; };
+  const auto run_first_row_only = [this] {
+    Fill({"$STOP", "' Ende"});
+    Press("TB_PLAY");
+    ASSERT_EQ(CurrentRow(), 1);
+  };
+  run_first_row_only();
+  Grid()->list().SetText(1, "' Kopf");
+  GoTo(1);
+  Press("TB_SINGLESTEP");
+  EXPECT_TRUE(highlighted(2)) << "chosen by a search or a program";
+  run_first_row_only();
+  Grid()->list().SetText(1, "' Kopf");
+  QTest::keyClick(Grid(), Qt::Key_Home, Qt::ControlModifier);
+  Press("TB_SINGLESTEP");
+  EXPECT_TRUE(highlighted(2)) << "chosen by a key";
+}
+
 }  // namespace
 }  // namespace kolvane::window

@@ -14,6 +14,7 @@
 #include "base/ui/qt_text.h"
 #include "script/list_editing.h"
 #include "script/texts.h"
+#include "script/ui/cursor_model.h"
 #include "script/ui/plain_header.h"
 
 namespace kolvane::script {
@@ -44,6 +45,9 @@ CommandGrid::CommandGrid(CommandList& list, QWidget* parent)
   setVerticalHeader(new PlainHeader(Qt::Vertical, this));
   setHorizontalHeader(new PlainHeader(Qt::Horizontal, this));
   setModel(model_);
+  const QItemSelectionModel* unused = selectionModel();
+  setSelectionModel(new CursorModel(model_, this, [this] { ChooseCursorRow(); }));
+  delete unused;
   setItemDelegate(delegate_);
   setAcceptDrops(true);
   setTabKeyNavigation(false);
@@ -136,9 +140,14 @@ void CommandGrid::DescribeState() {
   if (description != accessibleDescription()) setAccessibleDescription(description);
 }
 
+void CommandGrid::ChooseCursorRow() {
+  if (!showing_current_ && !list().InUse() && currentIndex().isValid())
+    list().SetCurrentRow(currentIndex().row() + 1);
+}
+
 void CommandGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
   QTableView::currentChanged(current, previous);
-  if (!showing_current_ && !list().InUse() && current.isValid()) list().SetCurrentRow(current.row() + 1);
+  ChooseCursorRow();
   // Typing and F2 edit the text, whichever column of the row is current.
   if (current.column() == CommandListModel::kMarkerColumn)
     selectionModel()->setCurrentIndex(model_->IndexOf(current.row() + 1), QItemSelectionModel::NoUpdate);
@@ -333,8 +342,13 @@ void CommandGrid::mousePressEvent(QMouseEvent* event) {
   const bool marker = clicked.isValid() && clicked.column() == CommandListModel::kMarkerColumn;
   if (marker && event->button() == Qt::LeftButton && event->modifiers() == Qt::NoModifier && !list().InUse())
     list().ToggleBreakpoint(clicked.row() + 1);
-  // The cursor may already have been there while the list's current row was another.
-  if (!list().InUse() && currentIndex().isValid()) list().SetCurrentRow(currentIndex().row() + 1);
+  ChooseCursorRow();
+}
+
+QModelIndex CommandGrid::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+  const QModelIndex target = QTableView::moveCursor(action, modifiers);
+  if (target == currentIndex()) ChooseCursorRow();
+  return target;
 }
 
 void CommandGrid::resizeEvent(QResizeEvent* event) {

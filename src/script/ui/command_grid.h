@@ -29,6 +29,9 @@ class CommandGrid final : public QTableView {
   RowSpan SelectedRows() const;
   /// Moves the cursor to the row and scrolls it into view.
   void GoToRow(int row) { setCurrentIndex(model_->IndexOf(row)); }
+  /// Makes the cursor's row the list's current one, unless a run is in progress. After a run that has passed
+  /// the last used row they differ until the user chooses a row, even the one where the cursor is.
+  void ChooseCursorRow();
   /// Highlights search hits, in the rows and at `marks` in the scroll bar.
   void ShowHits(RowHitsOf hits, const std::vector<double>& marks);
   /// Marks the checker's findings and indents the rows inside loops and conditions.
@@ -89,6 +92,7 @@ class CommandGrid final : public QTableView {
   void focusOutEvent(QFocusEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
+  QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
   /// A current row that was in view stays there.
   void resizeEvent(QResizeEvent* event) override;
 

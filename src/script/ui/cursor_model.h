@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QItemSelectionModel>
+#include <functional>
+#include <utility>
+
+namespace kolvane::script {
+
+/// Also tells when the cell that is made current already was, which the view does not notice.
+class CursorModel final : public QItemSelectionModel {
+ public:
+  CursorModel(QAbstractItemModel* model, QObject* parent, std::function<void()> placed)
+      : QItemSelectionModel(model, parent), placed_(std::move(placed)) {}
+
+  void setCurrentIndex(const QModelIndex& index, SelectionFlags command) override {
+    QItemSelectionModel::setCurrentIndex(index, command);
+    placed_();
+  }
+
+ private:
+  std::function<void()> placed_;
+};
+
+}  // namespace kolvane::script
