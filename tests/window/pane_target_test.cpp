@@ -3,10 +3,12 @@
 #include <QColorDialog>
 #include <QDialogButtonBox>
 #include <QFontDialog>
+#include <QLibraryInfo>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QRegularExpression>
 #include <QTest>
+#include <QTranslator>
 
 #include "device/ui/connection_dialog.h"
 #include "gui/pdf_content.h"
@@ -225,6 +227,33 @@ TEST_F(PaneTargetTest, AnotherFontDoesNotChangeTheText) {
   Press("mnuFont");
   EXPECT_EQ(PaneText(), "\ntext");
   EXPECT_EQ(settings_.pane.font_name, "Courier New");
+}
+
+// Qt's own words for a style, "Fett", are not those of the font.
+TEST_F(PaneTargetTest, AConfirmedFontStaysAsBoldAsItWas) {
+  QTranslator german;
+  ASSERT_TRUE(german.load("qtbase_de", QLibraryInfo::path(QLibraryInfo::TranslationsPath)));
+  QApplication::installTranslator(&german);
+  const auto confirm = [this](bool bold) {
+    OnDialog<QFontDialog>([bold](QFontDialog& dialog) {
+      EXPECT_EQ(dialog.currentFont().bold(), bold);
+      EXPECT_FALSE(QFontInfo(dialog.currentFont()).italic());
+      dialog.accept();
+    });
+    Press("mnuFont");
+  };
+  confirm(false);
+  EXPECT_FALSE(settings_.pane.font_bold);
+  OnDialog<QFontDialog>([](QFontDialog& dialog) {
+    QFont font = dialog.currentFont();
+    font.setStyleName("Bold");
+    dialog.setCurrentFont(font);
+    dialog.accept();
+  });
+  Press("mnuFont");
+  ASSERT_TRUE(settings_.pane.font_bold);
+  confirm(true);
+  EXPECT_TRUE(settings_.pane.font_bold);
 }
 
 TEST_F(PaneTargetTest, TheEmptyPaneSaysHowToStart) {

@@ -37,9 +37,12 @@ void AddColorButton(QFontDialog& dialog, QColor& color) {
   });
 }
 
-// The dialog lists installed families only, and would select an arbitrary one for any other.
+// The dialog lists installed families and their styles only, and would select arbitrary ones for any others.
+// A font without a style has the translated word for it, "Fett", which is none of its family's.
 QFont InstalledFont(QFont font) {
-  font.setFamily(QFontInfo(font).family());
+  const QFontInfo installed(font);
+  font.setFamily(installed.family());
+  font.setStyleName(installed.styleName());
   return font;
 }
 
