@@ -171,6 +171,8 @@ TEST_F(PaneMouse, AThirdClickSelectsTheLine) {
   DoubleClick(5);
   Click(5);
   EXPECT_EQ(State(), "one/[two words/|]three");
+  Click(5);
+  EXPECT_EQ(pane_.selectedText(), "") << "a fourth click starts again";
 }
 
 TEST_F(PaneMouse, DraggingScrollsFromTheFirstPixelOutside) {
