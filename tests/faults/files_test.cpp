@@ -257,6 +257,10 @@ class Saving : public testing::TestWithParam<const char*> {
       EXPECT_TRUE(now == original_file || now == changed_file) << now;
       const bool killed = failing.kind == "kill" || failing.kind == "torn";
       EXPECT_EQ(status == -SIGKILL, killed && hit);
+      // The first fsync is that of the file, before it takes the place of the old one.
+      if (failing.call == std::string("fsync") && nth == 1) {
+        EXPECT_EQ(now, original_file);
+      }
       // A refused save leaves no temporary file.
       EXPECT_TRUE(killed || !HasTemporaryFile());
       if (HasFailure()) return;
