@@ -25,10 +25,6 @@ QString CountText(const pane::FindState& state) {
 
 int Columns(const QWidget* widget, int count) { return widget->fontMetrics().averageCharWidth() * count; }
 
-bool IsEnter(const QKeyEvent* event) {
-  return event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-}
-
 // Pasted text may include line ends, but hits and rows are within one line: keeps the first line that is not
 // empty. Returns whether the text has changed.
 bool KeepOneLine(QLineEdit* field) {
@@ -191,7 +187,7 @@ void FindBar::ReplaceAll() {
 
 void FindBar::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Escape) return Close();
-  if (!IsEnter(event)) return QWidget::keyPressEvent(event);
+  if (!base::IsEnter(*event)) return QWidget::keyPressEvent(event);
   if (text_->hasFocus())
     event->modifiers().testFlag(Qt::ShiftModifier) ? GoToPrevious() : GoToNext();
   else if (auto* button = qobject_cast<QPushButton*>(focusWidget()))

@@ -5,7 +5,6 @@
 #include <QEvent>
 #include <QFocusEvent>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QMimeData>
 #include <QScopedValueRollback>
@@ -49,9 +48,7 @@ void ShowText(QLineEdit* field, const std::string& text) {
 QString WithoutMnemonic(const char* label) { return base::ToQt(label).remove(QLatin1Char('&')); }
 
 bool IsEnterPress(const QEvent& event) {
-  if (event.type() != QEvent::KeyPress) return false;
-  const int key = static_cast<const QKeyEvent&>(event).key();
-  return key == Qt::Key_Return || key == Qt::Key_Enter;
+  return event.type() == QEvent::KeyPress && base::IsEnter(static_cast<const QKeyEvent&>(event));
 }
 
 bool BringsFiles(const QMimeData& data) {

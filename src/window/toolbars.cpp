@@ -6,6 +6,7 @@
 #include <QStyle>
 #include <algorithm>
 
+#include "base/ui/fields.h"
 #include "base/ui/qt_text.h"
 #include "terminal/texts.h"
 #include "window/icons.h"
@@ -85,9 +86,9 @@ QToolButton* KeyToolbar::EnabledFrom(const QAction* start) const {
 bool KeyToolbar::eventFilter(QObject* target, QEvent* event) {
   auto* button = qobject_cast<QToolButton*>(target);
   if (button == nullptr || event->type() != QEvent::KeyPress) return QToolBar::eventFilter(target, event);
-  const int key = static_cast<QKeyEvent*>(event)->key();
-  if (key == Qt::Key_Return || key == Qt::Key_Enter) return button->click(), true;
-  return MoveByKey(button, key) || QToolBar::eventFilter(target, event);
+  const auto& key = *static_cast<QKeyEvent*>(event);
+  if (base::IsEnter(key)) return button->click(), true;
+  return MoveByKey(button, key.key()) || QToolBar::eventFilter(target, event);
 }
 
 bool KeyToolbar::MoveByKey(QToolButton* from, int key) {

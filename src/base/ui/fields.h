@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QComboBox>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QTextCharFormat>
 #include <functional>
@@ -26,6 +27,11 @@ void MarkOutside(QLineEdit* field, const QString& fault, QTextCharFormat format 
 /// The wheel changes `list` only while it has the keyboard focus, and does not give it the focus. Otherwise a
 /// wheel step goes to the parent widget.
 void GuardWheel(QComboBox* list);
+
+/// Whether the key is Enter, of the main block or of the keypad.
+inline bool IsEnter(const QKeyEvent& event) {
+  return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+}
 
 /// Carries out `command` when `button` is clicked, as long as `button` exists. Qt clicks a button 0.1 s after
 /// its key, even if it has been disabled since; that click is ignored.

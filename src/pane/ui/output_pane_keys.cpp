@@ -6,6 +6,7 @@
 #include <optional>
 #include <utility>
 
+#include "base/ui/fields.h"
 #include "pane/pane_moves.h"
 #include "pane/ui/output_pane.h"
 
@@ -41,8 +42,6 @@ bool IsTyped(const QKeyEvent& event) {
 bool IsBackspace(const QKeyEvent& event) {
   return event.key() == Qt::Key_Backspace && (event.modifiers() & ~Qt::ShiftModifier) == Qt::NoModifier;
 }
-
-bool IsEnter(const QKeyEvent& event) { return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter; }
 
 constexpr std::array kEditKeys = {QKeySequence::Copy,
                                   QKeySequence::Cut,
@@ -189,7 +188,7 @@ bool OutputPane::EditByKey(QKeyEvent* event) {
     EraseTowards(NextWord);
   } else if (event->matches(QKeySequence::DeleteStartOfWord)) {
     EraseTowards(PreviousWord);
-  } else if (IsEnter(*event)) {
+  } else if (base::IsEnter(*event)) {
     Replace(QStringLiteral("\n"));
   } else if (IsTyped(*event)) {
     Replace(event->text());

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/ui/fields.h"
 #include "base/ui/qt_look.h"
 #include "base/ui/qt_text.h"
 #include "script/list_editing.h"
@@ -147,7 +148,6 @@ void CommandGrid::ChooseCursorRow() {
 
 void CommandGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
   QTableView::currentChanged(current, previous);
-  ChooseCursorRow();
   // Typing and F2 edit the text, whichever column of the row is current.
   if (current.column() == CommandListModel::kMarkerColumn)
     selectionModel()->setCurrentIndex(model_->IndexOf(current.row() + 1), QItemSelectionModel::NoUpdate);
@@ -292,8 +292,7 @@ bool CommandGrid::EditByKey(const QKeyEvent* event) {
 
 void CommandGrid::keyPressEvent(QKeyEvent* event) {
   if (EditByKey(event)) return event->accept();
-  const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-  if (enter && state() != EditingState) {
+  if (base::IsEnter(*event) && state() != EditingState) {
     setCurrentIndex(model_->IndexOf(std::min(currentIndex().row() + 2, kListRows)));
     return event->accept();
   }
@@ -342,7 +341,6 @@ void CommandGrid::mousePressEvent(QMouseEvent* event) {
   const bool marker = clicked.isValid() && clicked.column() == CommandListModel::kMarkerColumn;
   if (marker && event->button() == Qt::LeftButton && event->modifiers() == Qt::NoModifier && !list().InUse())
     list().ToggleBreakpoint(clicked.row() + 1);
-  ChooseCursorRow();
 }
 
 QModelIndex CommandGrid::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {

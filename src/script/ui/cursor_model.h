@@ -6,7 +6,7 @@
 
 namespace kolvane::script {
 
-/// Also tells when the cell that is made current already was, which the view does not notice.
+/// Calls `placed` whenever a cell is made current, even if it already was, which the view does not notice.
 class CursorModel final : public QItemSelectionModel {
  public:
   CursorModel(QAbstractItemModel* model, QObject* parent, std::function<void()> placed)
