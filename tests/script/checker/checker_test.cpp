@@ -163,6 +163,11 @@ TEST(Checker, FindsJumpsThatLeaveAConditionOpen) {
             "Hinweis 3: Der Sprung lässt die Bedingung aus Zeile 2 offen, $ENDIF in Zeile 8 schließt dann "
             "nicht mehr (8)");
   EXPECT_EQ(Check("X?|$IFERR|$GOTO 'a|$ENDIF|Y?|$STOP|'a:|$ENDIF|$IFLESS 3|Y?|$ENDIF|Z?"), "");
+  // The second jump's condition is closed in the last row.
+  EXPECT_EQ(
+      Check("X?|$IFERR|$GOTO 'a|$ENDIF|'a:|$IFLESS 3|Y?|$ENDIF|$IFERR|$GOTO 'z|$ENDIF|$STOP|'z:|$ENDIF"),
+      "Hinweis 3: Der Sprung lässt die Bedingung aus Zeile 2 offen, $ENDIF in Zeile 8 schließt dann "
+      "nicht mehr (8)");
 }
 
 TEST(Checker, FindsConditionsThatAddUp) {
