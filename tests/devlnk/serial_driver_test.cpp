@@ -2,9 +2,11 @@
 // the system.
 
 #include <gtest/gtest.h>
+#include <sys/ioctl.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdarg>
 #include <cstring>
 #include <optional>
