@@ -1,4 +1,5 @@
 // What the window shows, and when.
+#include <QClipboard>
 #include <QElapsedTimer>
 #include <QImage>
 #include <QSignalSpy>

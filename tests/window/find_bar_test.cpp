@@ -1,5 +1,6 @@
 #include "window/find_bar.h"
 
+#include <QLayout>
 #include <QMenuBar>
 #include <QScrollBar>
 #include <QSignalSpy>
