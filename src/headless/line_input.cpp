@@ -36,17 +36,19 @@ WaitEnd WaitFor(int descriptor, std::optional<std::chrono::steady_clock::time_po
 
 LineInput::Result LineInput::Next(std::string& line, const std::function<bool()>& give_up) {
   while (!TakeLine(line)) {
-    if (bytes_.size() - begin_ > kLongestLine) {
-      error_ = EMSGSIZE;
-      return Result::kFailed;
-    }
+    if (bytes_.size() - begin_ > kLongestLine + 1) return TooLong();  // the last one may be a CR
     if (WaitFor(descriptor_, std::nullopt, give_up) == WaitEnd::kGivenUp) return Result::kGivenUp;
     if (Read()) continue;
     if (error_ != 0) return Result::kFailed;
     if (bytes_.size() == begin_) return Result::kEnd;
     bytes_ += '\n';
   }
-  return Result::kLine;
+  return line.size() > kLongestLine ? TooLong() : Result::kLine;
+}
+
+LineInput::Result LineInput::TooLong() {
+  error_ = EMSGSIZE;
+  return Result::kFailed;
 }
 
 bool LineInput::HasLine() {

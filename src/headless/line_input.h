@@ -17,7 +17,7 @@ WaitEnd WaitFor(int descriptor, std::optional<std::chrono::steady_clock::time_po
 /// Reads lines from a descriptor as they arrive. LF ends a line, a CR before it is part of the line end.
 class LineInput {
  public:
-  static constexpr std::size_t kLongestLine = 1 << 20;
+  static constexpr std::size_t kLongestLine = 1 << 20;  // bytes without the line end
 
   enum class Result { kLine, kEnd, kGivenUp, kFailed };
 
@@ -35,6 +35,7 @@ class LineInput {
 
  private:
   bool TakeLine(std::string& line);
+  Result TooLong();
   /// False at the end, or if reading fails.
   bool Read();
 

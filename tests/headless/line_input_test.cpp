@@ -93,6 +93,19 @@ TEST_F(LineInputTest, ALineWithoutEndFails) {
   feeder.join();
 }
 
+TEST_F(LineInputTest, TheLimitOfALineDoesNotDependOnItsEndOrItsPieces) {
+  const std::string longest(LineInput::kLongestLine, 'x');
+  for (const std::string end : {"\n", "\r\n", ""}) {
+    for (const bool too_long : {false, true}) {
+      const base::Descriptor file = base::OpenDescriptor("/tmp", O_RDWR | O_TMPFILE | O_CLOEXEC);
+      ASSERT_EQ(base::WriteAll(file.get(), longest + (too_long ? "x" : "") + end), 0);
+      ASSERT_EQ(lseek(file.get(), 0, SEEK_SET), 0);
+      LineInput input(file.get());
+      EXPECT_EQ(Next(input), too_long ? Result::kFailed : Result::kLine) << end.size();
+    }
+  }
+}
+
 TEST_F(LineInputTest, InputThatCannotBeReadFails) {
   const base::Descriptor folder = base::OpenDescriptor("/", O_RDONLY | O_CLOEXEC);
   LineInput input(folder.get());
