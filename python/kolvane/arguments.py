@@ -20,8 +20,12 @@ def optional_index_of(name: str, word: Optional[str], words: Tuple[str, ...]) ->
 
 
 def check_range(name: str, value: Optional[float], smallest: float, largest: float) -> None:
-    """ValueError unless value is smallest to largest."""
-    if value is not None and not smallest <= value <= largest:
+    """TypeError unless value is a number, ValueError unless it is smallest to largest."""
+    try:
+        within = value is None or smallest <= value <= largest
+    except TypeError:
+        raise TypeError(f"{name} must be a number, not {value!r}") from None
+    if not within:
         raise ValueError(f"{name} must be {smallest} to {largest}, not {value!r}")
 
 

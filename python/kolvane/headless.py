@@ -144,7 +144,7 @@ class RunOptions:
         check_whole("fields", self.fields, 1, _kolvane.most_fields)
         check_whole("repeat", self.repeat, 1, LARGEST_INT)
         check_range("every", self.every, 0.001, LARGEST_INT / 1000)
-        terminator = _bytes(self.receive_terminator) or b""
+        terminator = _bytes("receive_terminator", self.receive_terminator) or b""
         if len(terminator) > 1 and terminator != b"\r\n":
             raise ValueError("receive_terminator must be empty, one character or CR LF")
         if self.binary and self.receive_mode == "terminator":
@@ -155,18 +155,21 @@ class RunOptions:
             raise ValueError("fields needs format csv")
 
 
-def _bytes(terminator: Optional[Terminator]) -> Optional[bytes]:
+def _bytes(name: str, terminator: Optional[Terminator]) -> Optional[bytes]:
     if terminator is None or isinstance(terminator, bytes):
         return terminator
     if not isinstance(terminator, str):
-        raise TypeError(f"a terminator must be a str or bytes, not {terminator!r}")
+        raise TypeError(f"{name} must be a str or bytes, not {terminator!r}")
     return terminator.encode("cp1252")
 
 
-def _path(path: Path) -> bytes:
-    encoded = os.fsencode(path)
+def _path(name: str, path: Path) -> bytes:
+    try:
+        encoded = os.fsencode(path)
+    except TypeError:
+        raise TypeError(f"{name} must be a path, not {path!r}") from None
     if b"\0" in encoded:
-        raise ValueError(f"embedded null byte in the path {path!r}")
+        raise ValueError(f"{name}: embedded null byte in the path {path!r}")
     return encoded
 
 
@@ -185,9 +188,9 @@ def _values(options: RunOptions) -> Dict[str, Any]:
     receive_mode = options.receive_mode if options.count is None else "count"
     return {
         "Connect": options.connect.encode("utf-8", "replace"),
-        "SettingsFile": _path(options.settings_file),
-        "Folder": _path(options.folder),
-        "LogFile": _path(options.log),
+        "SettingsFile": _path("settings_file", options.settings_file),
+        "Folder": _path("folder", options.folder),
+        "LogFile": _path("log", options.log),
         "Baud": options.baud,
         "Parity": optional_index_of("parity", options.parity, PARITIES),
         "DataBits": options.data_bits,
@@ -195,8 +198,8 @@ def _values(options: RunOptions) -> Dict[str, Any]:
         "TimeoutMs": _milliseconds(options.timeout),
         "ReceiveMode": optional_index_of("receive_mode", receive_mode, _RECEIVE_MODES),
         "Count": options.count,
-        "SendTerminator": _bytes(options.send_terminator),
-        "ReceiveTerminator": _bytes(options.receive_terminator),
+        "SendTerminator": _bytes("send_terminator", options.send_terminator),
+        "ReceiveTerminator": _bytes("receive_terminator", options.receive_terminator),
         "Binary": bool(options.binary),
         "ShowCommands": bool(options.show_commands),
         "ShowTimes": bool(options.show_times),
@@ -213,7 +216,7 @@ def _values(options: RunOptions) -> Dict[str, Any]:
         "TimeStamps": bool(options.timestamps),
         "Repeat": options.repeat,
         "EveryMs": _milliseconds(options.every),
-        "Transcript": _path(options.transcript),
+        "Transcript": _path("transcript", options.transcript),
         "TranscriptTimes": bool(options.transcript_times),
     }
 
@@ -263,7 +266,7 @@ def run(
     threads continue to run. Raises Error if another run is in progress.
     """
     options = _changed(options, changes)
-    return _run(_kolvane.run_list, _path(command_list), options, on_line, stop_requested)
+    return _run(_kolvane.run_list, _path("command_list", command_list), options, on_line, stop_requested)
 
 
 def send(

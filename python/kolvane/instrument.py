@@ -7,7 +7,7 @@ from types import TracebackType
 from typing import List, Optional, Tuple, Type, Union
 
 from . import _kolvane
-from .arguments import LARGEST_INT, PARITIES, check_line, check_whole, index_of, optional_index_of
+from .arguments import LARGEST_INT, PARITIES, check_line, check_range, check_whole, index_of, optional_index_of
 
 Termination = Union[str, bytes, None]
 
@@ -37,9 +37,19 @@ codecs.register_error("kolvane.device", _keep_undecodable)
 def _milliseconds(timeout: Optional[float]) -> int:
     if timeout is None:
         return _LONGEST_MS
-    if not 0 <= timeout <= _LONGEST_MS / 1000:
-        raise ValueError(f"timeout must be 0 to {_LONGEST_MS // 1000} seconds or None, not {timeout!r}")
+    check_range("timeout", timeout, 0, _LONGEST_MS / 1000)
     return math.ceil(round(timeout * 1000, 6))
+
+
+def _number(order: str, datatype: str) -> struct.Struct:
+    try:
+        one = struct.Struct(order + datatype)
+        single = len(one.unpack(bytes(one.size))) == 1
+    except struct.error:
+        single = False
+    if not single:
+        raise ValueError(f"datatype {datatype!r} is not one letter of a number")
+    return one
 
 
 def _as_bytes(data: Union[bytes, bytearray, memoryview]) -> bytes:
@@ -169,9 +179,7 @@ class Instrument:
         if datatype is None:
             words = self.query(command).replace(",", " ").replace(";", " ").split()
             return [float(word) for word in words]
-        one = struct.Struct((">" if big_endian else "<") + datatype)
-        if len(one.unpack(bytes(one.size))) != 1:
-            raise ValueError(f"datatype {datatype!r} is not one letter of a number")
+        one = _number(">" if big_endian else "<", datatype)
         data = self.query_block(command)
         if len(data) % one.size != 0:
             raise ValueError(f"{len(data)} bytes are no whole number of values of type {datatype!r}")

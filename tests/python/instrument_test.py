@@ -118,7 +118,7 @@ class Exchange(InstrumentCase):
             instrument.query_values("ECHO 1,two")
         with self.assertRaises(ValueError):
             instrument.query_values("ECHO #13abc", "h")
-        for datatype in ("x", "hh"):
+        for datatype in ("x", "hh", "z"):
             with self.assertRaisesRegex(ValueError, f"datatype '{datatype}' is not one letter"):
                 instrument.query_values("ECHO #13abc", datatype)
 
@@ -161,6 +161,8 @@ class Failures(InstrumentCase):
             Instrument(None)
         with self.assertRaisesRegex(TypeError, "baud must be a whole number, not '9600'"):
             Instrument("ASRL1::INSTR", baud="9600")
+        with self.assertRaisesRegex(TypeError, "timeout must be a number, not '3'"):
+            Instrument("ASRL1::INSTR", timeout="3")
         instrument = self.instrument(True)
         for arguments in ({"baud": 0}, {"data_bits": 6}, {"stop_bits": 3}, {"parity": "mark"}, {"flow": "dtr"}):
             with self.subTest(arguments), self.assertRaisesRegex(ValueError, f"{next(iter(arguments))} must be"):
