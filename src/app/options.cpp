@@ -214,13 +214,13 @@ a list or $RUN LIST.CMD; Ctrl+D ends it, Tab completes, Esc gives up a wait. All
   --repeat N                 run the list, or send the commands, N times; not with shell or send -
   --every MS                 start again every MS milliseconds, without --repeat until stopped; not with shell or send -
   --transcript FILE          append all bytes both ways to FILE, as JSON lines with their times
-  --transcript-times all|none
+  --transcript-times WORD    all, or none: lines without times, for diff
   --log FILE                 append each line to FILE
   --verbose                  report connecting and disconnecting on standard error
   --answers always|queries   queries: a command without "?" is not followed by a read
   --flush                    discard received bytes before each command
   --blocks                   read answers that start with # and a digit as blocks
-  --no-device-words          DCL, RES and STP end no exchange
+  --no-device-words          DCL, RES, *RST and STP end no exchange
   --reconnect                after a lost connection the next command connects first
   --utf8                     the instrument's bytes are UTF-8
   --no-errors                failed answers on standard error only
