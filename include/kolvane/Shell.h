@@ -24,7 +24,8 @@ struct ShellHost {
 /// Connects and executes each line that the user enters: commands, "$" rows, "$RUN FILE" for a command file.
 /// Rows from a "$REPEAT" or "$IF..." to its end are executed together. Failures are reported and the shell
 /// continues; after a lost connection the next command reconnects. Ends with the input, or once StopRequested
-/// returns true; kAnswerFailed if anything failed. Otherwise like RunCommandList.
+/// returns true; kAnswerFailed if anything failed, kStopped if standard input cannot be read. Otherwise like
+/// RunCommandList.
 KOLVANE_EXPORT CommandRunStatus RunShell(const ShellHost& Host, const CommandRunOptions& Options);
 
 /// Possible completions of the line `Typed`, as whole lines: "$" words and their arguments, file names, and

@@ -47,13 +47,16 @@ class PlainInput {
   ShellInput Read(std::string& line) {
     if (!lines_.HasLine()) terminal_.EndLines();
     const auto result = lines_.Next(line, [this] { return terminal_.StopDue(); });
-    if (result == LineInput::Result::kFailed) terminal_.messages().ShowError(CannotReadInput(lines_.error()));
+    failed_ = result == LineInput::Result::kFailed;
+    if (failed_) terminal_.messages().ShowError(CannotReadInput(lines_.error()));
     return result == LineInput::Result::kLine ? ShellInput::kLine : ShellInput::kEnd;
   }
+  bool failed() const { return failed_; }
 
  private:
   Terminal& terminal_;
   LineInput lines_{STDIN_FILENO};
+  bool failed_ = false;
 };
 
 class Shell {
@@ -75,7 +78,7 @@ class Shell {
     // Like a list that ends with an open loop or condition.
     if (!host_.ReadLine && rows_.open() && !terminal_.StopDue())
       Note(List(terminal_, state_).PlayRows(rows_.Finish()));
-    if (terminal_.StopDue()) return CommandRunStatus::kStopped;
+    if (terminal_.StopDue() || plain_.failed()) return CommandRunStatus::kStopped;
     return all_done_ ? CommandRunStatus::kDone : CommandRunStatus::kAnswerFailed;
   }
 

@@ -157,6 +157,13 @@ TEST_F(ShellTest, SpacesBeforeRunAreIgnoredAsBeforeAnyRow) {
 
 TEST_F(ShellTest, OpenLoopsRunAtTheEndOfAPipe) { EXPECT_EQ(Pipe("$REPEAT 1\nA\n", Words()).out, "A\n"); }
 
+TEST_F(ShellTest, InputThatCannotBeReadStops) {
+  const base::Descriptor root = base::OpenDescriptor("/", O_RDONLY | O_CLOEXEC);
+  const Outcome outcome = RunProgram(Words(), {.folder = folder.path(), .input = root.get()});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.err, "kolvane: cannot read standard input: Is a directory\n");
+}
+
 TEST_F(ShellTest, MoreRowsThanAListHoldsAreRefused) {
   std::string rows = "$REPEAT 1\n";
   for (int row = 0; row < 1024; ++row) rows += "A\n";
