@@ -66,9 +66,9 @@ function(install_documents component folder)
   endforeach()
 endfunction()
 install_documents(runtime kolvane amplifier.md command-line.md port-library.md status-codes.md)
-install_documents(runtime kolvane/formats formats/answers.md formats/command-file.md formats/decode.md formats/histories.md
-                  formats/log-file.md formats/ports-ini.md formats/settings.md formats/template.md formats/transcript.md
-                  formats/values-csv.md)
+install_documents(runtime kolvane/formats formats/answers.md formats/command-file.md formats/decode.md formats/extras.md
+                  formats/histories.md formats/log-file.md formats/ports-ini.md formats/settings.md formats/state.md
+                  formats/template.md formats/transcript.md formats/unsaved-list.md formats/values-csv.md)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/formats/examples
         DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/kolvane/formats COMPONENT runtime)
 install_documents(development kolvane-dev embedding.md)
