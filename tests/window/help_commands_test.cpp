@@ -4,6 +4,7 @@
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTextBlock>
 
 #include "base/fake_prompt.h"
 #include "device/ui/connection_dialog.h"
@@ -52,6 +53,25 @@ TEST_F(Help, NoPageIsWiderThanItsWindowAsItFirstOpens) {
       wide += QString::fromStdString(entry.page) + QStringLiteral(" by %1\n").arg(over);
   }
   EXPECT_EQ(wide.toStdString(), "");
+}
+
+// Returns the first text whose size does not follow the page's font.
+QString TextOfItsOwnSize(const QTextDocument& page) {
+  for (QTextBlock block = page.begin(); block.isValid(); block = block.next()) {
+    for (auto part = block.begin(); !part.atEnd(); ++part) {
+      if (part.fragment().charFormat().hasProperty(QTextFormat::FontPointSize)) return part.fragment().text();
+    }
+  }
+  return {};
+}
+
+TEST_F(Help, TheKeysForTheFontSizeChangeAllTextOfAPage) {
+  Press("TB_HELP");
+  auto* page = Viewer()->findChild<help::HelpPage*>();
+  for (const help::ContentsEntry& entry : page->file()->contents()) {
+    page->ShowPage(QString::fromStdString(entry.page));
+    EXPECT_EQ(TextOfItsOwnSize(*page->document()), QString()) << entry.page;
+  }
 }
 
 TEST_F(Help, MissingFileShowsNothing) {

@@ -27,11 +27,14 @@ QUrl PageUrl(const QString& path, const QString& anchor) {
 QString PathOf(const QUrl& url) { return url.scheme() == kScheme ? url.path().mid(1) : QString(); }
 
 constexpr int kContentsWidth = 280;
-constexpr int kMinPageWidth = 300;  // below it the contents shrink
+constexpr int kMinPageWidth = 300;      // below it the contents shrink
+constexpr int kLargerThanControls = 1;  // points: running text is read, not glanced at
 
 }  // namespace
 
-HelpPage::HelpPage(QWidget* parent) : QTextBrowser(parent), normal_points_(font().pointSize()) {
+HelpPage::HelpPage(QWidget* parent)
+    : QTextBrowser(parent), normal_points_(fontInfo().pointSize() + kLargerThanControls) {
+  ResetZoom();
   setObjectName(QStringLiteral("HelpPage"));
   setAccessibleName(base::ToQt(texts::kPage));
   setOpenLinks(false);
