@@ -261,7 +261,10 @@ constexpr MessageRow kMessageRows[] = {
     {"Bitte markieren Sie einen Binärdatenblock", "", kBinary, "markieren"},
     {"Die Formatvorlage ergibt hier keine Felder", "", kBinary, "felder"},
     {"So viele Zeilen passen nicht in die Zwischenablage", "", kValues, "zuviel"},
+    {"Der Block ist zu lang zum Kopieren", "", kBinary, "kopieren"},
+    {"Der Block kann nicht kopiert werden: ", "", kBinary, "kopieren"},
     {"„", "“ ist keine Baudrate", kPorts, "meldungen"},
+    {"„", "“ ist keine Nummer einer GPIB-Karte", kPorts, "meldungen"},
     // Without the name of a field before it, only the inspector reports an overflow.
     {"Überlauf", "", kBinary, "ueberlauf"},
     {"", "Typen unverträglich", kInput, "e1"},

@@ -5,6 +5,7 @@
 #include <cerrno>
 
 #include "device/connection_form.h"
+#include "device/resource_name.h"
 #include "help/rtf_reader.h"
 #include "inspect/texts.h"
 #include "kolvane/RuntimeError.h"
@@ -131,11 +132,26 @@ TEST(MessageTopics, OfTheInspector) {
   EXPECT_EQ(Target(inspect::texts::kNothingSelected), (HelpTarget{610, "markieren"}));
   EXPECT_EQ(Target(RuntimeError::Description(RuntimeError::Kind::kOverflow)), (HelpTarget{610, "ueberlauf"}));
   EXPECT_EQ(Target(inspect::texts::kNothingToSave), (HelpTarget{610, "felder"}));
+  EXPECT_EQ(Target(inspect::texts::kTooLongToCopy), (HelpTarget{610, "kopieren"}));
+  EXPECT_EQ(Target(inspect::texts::NotCopied(EIO)), (HelpTarget{610, "kopieren"}));
 }
 
 TEST(MessageTopics, OfValuesAndPorts) {
   EXPECT_EQ(Target(values::texts::kTooManyRows), (HelpTarget{130, "zuviel"}));
   EXPECT_EQ(Target("„abc“ ist keine Baudrate"), (HelpTarget{308, "meldungen"}));
+  EXPECT_EQ(Target("„abc“ ist keine Nummer einer GPIB-Karte (0 bis 15)"), (HelpTarget{308, "meldungen"}));
+}
+
+TEST(MessageTopics, ThePageOfTheCommandLineQuotesWhatIsWrongWithAResource) {
+  const std::string page = PageOf(609);
+  for (const char* name : {"LPT3", "TCPIP::h", "TCPIP::::5::SOCKET", "h:0", "ASRL3::INSTR", "ASRL1",
+                           "ASRL1::RS485::44", "USB::x", "USB::::INSTR", "GPIB0::44::INSTR", "h\n:5"}) {
+    const auto parsed = device::ParseResourceName(name);
+    const auto* problem = std::get_if<device::ResourceProblem>(&parsed);
+    ASSERT_NE(problem, nullptr) << name;
+    const std::string reason = problem->text.substr(problem->text.find("': ") + 3);
+    EXPECT_NE(page.find(reason), std::string::npos) << reason;
+  }
 }
 
 TEST(MessageTopics, OtherTextsHaveNoTopic) {
