@@ -175,7 +175,21 @@ TEST(HelpSearch, FindsSynonyms) {
                                                        {"Ueberlauf", "meldungen-eingaben.html"},
                                                        {"groesser", "befehl-ifgreater.html"},
                                                        {"schleife", "befehl-repeat.html"},
-                                                       {"baudrate", "seite-rs232.html"}};
+                                                       {"baudrate", "seite-rs232.html"},
+                                                       {"57600", "schnittstellen-zuordnen.html"},
+                                                       {"Geschwindigkeit", "seite-rs232.html"},
+                                                       {"Hostname", "port-tcpip.html"},
+                                                       {"Permission denied", "port-com.html"},
+                                                       {"Enter", "befehlszeile.html"},
+                                                       {"Line Feed", "endezeichen-empfang.html"},
+                                                       {"Reset", "sonderbefehle.html"},
+                                                       {"Zoom", "ausgabefenster.html"},
+                                                       {"Schrift vergrößern", "hilfefenster.html"},
+                                                       {"rückgängig", "ausgabefenster.html"},
+                                                       {"Clipboard", "kontextmenue.html"},
+                                                       {"Vervollständigung", "befehlsliste-bearbeiten.html"},
+                                                       {"periodisch", "befehl-repeat.html"},
+                                                       {"Standardwert", "einstellungen.html"}};
   constexpr std::size_t kInSight = 4;
   for (const auto& [word, page] : words) {
     std::vector<SearchHit> hits = file->Search(word);
