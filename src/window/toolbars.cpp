@@ -26,6 +26,7 @@ KeyToolbar::KeyToolbar(const char* name, const char* title, std::span<const Butt
     AddButton(row);
     if (row.ends_group) addSeparator();
   }
+  base::LabelExtension(this);
 }
 
 void KeyToolbar::AddButton(const ButtonRow& row) {
@@ -164,6 +165,7 @@ constexpr int kRunControls = 4;  // the first buttons
 ScriptToolbar::ScriptToolbar(QWidget* parent)
     : KeyToolbar("Toolbar3", "Befehlsliste", kScriptButtons, parent) {
   setOrientation(Qt::Vertical);
+  base::LabelExtension(this);
   Button("TB_PLAY")->setShortcut(Qt::Key_F5);
   Button("TB_STOP")->setShortcut(Qt::SHIFT | Qt::Key_F5);
   Button("TB_SINGLESTEP")->setShortcut(Qt::Key_F10);

@@ -3,6 +3,7 @@
 
 #include <QToolButton>
 
+#include "base/scope_exit.h"
 #include "window/grid_fixture.h"
 
 namespace kolvane::window {
@@ -178,6 +179,28 @@ TEST_F(KeyToolbarTest, StopAndBreakStayInViewInTheSmallestWindow) {
   QApplication::processEvents();
   EXPECT_TRUE(in_view("TB_SPECIALCOMMANDS"));
   EXPECT_EQ(Find<QToolBar>("Toolbar3")->iconSize(), QSize(22, 22));
+}
+
+TEST_F(KeyToolbarTest, WhatIsHiddenIsBehindAnArrowThatCanBeSeenOnADarkBar) {
+  const QPalette usual = QApplication::palette();
+  const base::ScopeExit restore([&usual] { QApplication::setPalette(usual); });
+  QPalette dark = usual;
+  dark.setColor(QPalette::Window, QColor(0x2B, 0x2B, 0x2B));
+  dark.setColor(QPalette::Button, QColor(0x2B, 0x2B, 0x2B));
+  dark.setColor(QPalette::ButtonText, Qt::white);
+  dark.setColor(QPalette::WindowText, Qt::white);
+  QApplication::setPalette(dark);
+  window_.resize(700, 430);
+  QApplication::processEvents();
+  auto* more = Find<QToolBar>("Toolbar3")->findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"));
+  ASSERT_TRUE(more->isVisible());
+  EXPECT_EQ(more->accessibleName(), QStringLiteral("Weitere Schaltflächen"));
+  const QImage image = more->grab().toImage();
+  int lightest = 0;
+  for (int y = 0; y < image.height(); ++y) {
+    for (int x = 0; x < image.width(); ++x) lightest = std::max(lightest, image.pixelColor(x, y).lightness());
+  }
+  EXPECT_GT(lightest, 0x80);
 }
 
 }  // namespace

@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QEvent>
 #include <QInputMethodEvent>
+#include <QToolBar>
+#include <QToolButton>
 
 #include "base/encoding.h"
 #include "base/ui/qt_text.h"
@@ -75,6 +77,14 @@ void EnsureReadableHints() {
   hint.setAlpha(128);
   palette.setColor(QPalette::PlaceholderText, hint);
   QApplication::setPalette(palette);
+}
+
+void LabelExtension(QToolBar* bar) {
+  auto* button = bar->findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"));
+  if (button == nullptr) return;
+  button->setArrowType(bar->orientation() == Qt::Vertical ? Qt::DownArrow : Qt::RightArrow);
+  button->setToolTip(QStringLiteral("Weitere Schaltflächen"));
+  button->setAccessibleName(button->toolTip());
 }
 
 }  // namespace kolvane::base

@@ -8,6 +8,8 @@
 #include <functional>
 #include <vector>
 
+class QToolBar;
+
 namespace kolvane::base {
 
 /// A range of characters of a QString.
@@ -40,5 +42,9 @@ void OnClick(QAbstractButton* button, std::function<void()> command);
 /// Changes the application's colour of the hints in empty fields if it does not stand out from the
 /// background: Qt's palette for KDE has none of its own, so that they are black on dark desktops, too.
 void EnsureReadableHints();
+
+/// Gives the button behind which `bar` hides what does not fit a name, and an arrow in the colour of texts:
+/// Qt's own is black, on dark desktops, too.
+void LabelExtension(QToolBar* bar);
 
 }  // namespace kolvane::base

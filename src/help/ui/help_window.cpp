@@ -8,6 +8,7 @@
 #include <QWindow>
 #include <utility>
 
+#include "base/ui/fields.h"
 #include "base/ui/qt_text.h"
 #include "help/ui/help_texts.h"
 
@@ -140,6 +141,7 @@ void HelpWindow::BuildToolbar() {
   bar->setObjectName(QStringLiteral("HelpToolbar"));
   bar->setMovable(false);
   bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+  base::LabelExtension(bar);
   QAction* back = AddAction("HelpBack", texts::kBack, "back", {QKeySequence(Qt::ALT | Qt::Key_Left)},
                             [this] { page_->backward(); });
   QAction* forward = AddAction("HelpForward", texts::kForward, "forward",

@@ -15,6 +15,7 @@
 #include <new>
 #include <utility>
 
+#include "base/ui/fields.h"
 #include "base/ui/qt_text.h"
 #include "values/texts.h"
 
@@ -200,6 +201,7 @@ QToolBar* AddBar(QMainWindow& window, const char* name, std::string_view title) 
   bar->setObjectName(QLatin1String(name));
   bar->setMovable(false);
   bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+  base::LabelExtension(bar);
   return bar;
 }
 
