@@ -37,6 +37,7 @@ constexpr int kMaxProblems = 3;
 BinInspectDialog::BinInspectDialog(BinInspectContext context, QWidget* parent)
     : QDialog(parent),
       context_(std::move(context)),
+      parts_(new QSplitter),
       area_(new InspectArea),
       bar_(new PositionBar),
       values_(new ValuePanel(context_.decimal_sign)),
@@ -65,15 +66,22 @@ BinInspectDialog::BinInspectDialog(BinInspectContext context, QWidget* parent)
   area_->dump()->setFocus();
   const QSize room = screen()->availableSize() - QSize(kWindowFrame, kTitleBar);
   resize(sizeHint().boundedTo(room));
+  ShareWidth(width() - all->contentsMargins().left() - all->contentsMargins().right());
+}
+
+// On a screen too narrow for both, the dump has its width if the values still have room for 32 bits.
+void BinInspectDialog::ShareWidth(int width) {
+  const int both = width - parts_->handleWidth();
+  const int values = std::max(both - area_->sizeHint().width(), values_->WidthFor32Bits());
+  parts_->setSizes({both - values, values});
 }
 
 void BinInspectDialog::BuildBlock(QVBoxLayout* all) {
-  auto* parts = new QSplitter;
-  parts->setObjectName(QStringLiteral("InspectSplitter"));
-  parts->addWidget(area_);
-  parts->addWidget(values_);
-  parts->setStretchFactor(0, 1);
-  parts->setCollapsible(0, false);
+  parts_->setObjectName(QStringLiteral("InspectSplitter"));
+  parts_->addWidget(area_);
+  parts_->addWidget(values_);
+  parts_->setStretchFactor(0, 1);
+  parts_->setCollapsible(0, false);
   position_->setObjectName(QStringLiteral("PositionLabel"));
   position_->setTextInteractionFlags(Qt::TextSelectableByMouse);
   position_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
@@ -82,7 +90,7 @@ void BinInspectDialog::BuildBlock(QVBoxLayout* all) {
   problems_->setTextFormat(Qt::PlainText);
   problems_->hide();
   all->addWidget(bar_);
-  all->addWidget(parts, 1);
+  all->addWidget(parts_, 1);
   all->addWidget(problems_);
   all->addWidget(position_);
   block_ = new BlockView(*area_->dump(), *bar_, *values_, *position_, context_.prompt, this);

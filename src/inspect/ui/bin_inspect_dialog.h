@@ -43,6 +43,7 @@ class BinInspectDialog final : public QDialog {
   void dropEvent(QDropEvent* event) override;
 
  private:
+  void ShareWidth(int width);
   void BuildBlock(QVBoxLayout* all);
   void ConnectBlock();
   void BuildTemplateList();
@@ -66,6 +67,7 @@ class BinInspectDialog final : public QDialog {
 
   BinInspectContext context_;
   std::vector<TemplateFile> templates_;
+  QSplitter* parts_;
   InspectArea* area_;
   PositionBar* bar_;
   ValuePanel* values_;

@@ -5,6 +5,7 @@
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QScrollBar>
 #include <algorithm>
 #include <cerrno>
 #include <utility>
@@ -24,6 +25,7 @@ constexpr int kPreferredRows = 8;
 constexpr int kSmallestWidth = 140;
 // As long as doubles get; the integers are shorter.
 constexpr auto kWidestValue = "-8.88888888888888E-308";
+constexpr auto kWidest32Bits = "-8888888888";
 
 constexpr std::size_t kLongestValue = 8;
 constexpr std::size_t kPiece = 1 << 16;
@@ -104,11 +106,18 @@ void ValuePanel::ShowBytes(std::string_view bytes) {
   }
 }
 
+int ValuePanel::WidthFor(const char* widest) const {
+  const int value = fontMetrics().horizontalAdvance(QLatin1String(widest)) + kCellMargin;
+  return columnWidth(0) + (kValueColumns - 1) * value + 2 * frameWidth();
+}
+
+int ValuePanel::WidthFor32Bits() const {
+  return WidthFor(kWidest32Bits) + verticalScrollBar()->sizeHint().width();
+}
+
 QSize ValuePanel::sizeHint() const {
   const int rows = kPreferredRows * verticalHeader()->defaultSectionSize();
-  const int value = fontMetrics().horizontalAdvance(QLatin1String(kWidestValue)) + kCellMargin;
-  return {columnWidth(0) + (kValueColumns - 1) * value + 2 * frameWidth(),
-          rows + horizontalHeader()->sizeHint().height() + 2 * frameWidth()};
+  return {WidthFor(kWidestValue), rows + horizontalHeader()->sizeHint().height() + 2 * frameWidth()};
 }
 
 QSize ValuePanel::minimumSizeHint() const {

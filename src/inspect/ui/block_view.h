@@ -27,6 +27,9 @@ class ValuePanel final : public QTableWidget {
 
   void ShowBytes(std::string_view bytes);
 
+  /// The width at which numbers of up to 32 bits are shown in full, even beside a scroll bar.
+  int WidthFor32Bits() const;
+
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
 
@@ -35,6 +38,8 @@ class ValuePanel final : public QTableWidget {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
+  /// The width with value columns that have room for that text.
+  int WidthFor(const char* widest) const;
   QString SelectedText() const;
 
   std::string decimal_sign_;
