@@ -90,8 +90,16 @@ TEST_F(CommandReference, ExampleRowsHaveTheGridsColours) {
 // Both say the same, so a warning on a page must not be missing here.
 TEST_F(CommandReference, HasTheWarningsOfThePages) {
   const std::string text = document_.PlainText();
-  for (const char* warning : {"$IFERR trifft dort also immer zu", "Status der letzten Übertragung neu"})
+  for (const char* warning : {"$IFERR trifft dort also auch ohne Fehler zu",
+                              "Status der letzten Übertragung neu", "Wie $DELAY setzt der Befehl den Status"})
     EXPECT_NE(text.find(warning), std::string::npos) << warning;
+}
+
+TEST_F(CommandReference, NamesTheButtonsOfARunAsThePagesDo) {
+  const std::string text = document_.PlainText();
+  for (const char* name : {"Anhalten (F6)", "Beenden (Umschalt+F5)"})
+    EXPECT_NE(text.find(name), std::string::npos) << name;
+  for (const char* name : {"Unterbrechen", "Stopp "}) EXPECT_EQ(text.find(name), std::string::npos) << name;
 }
 
 // The log is written ("mitschreiben"); recorded ("aufzeichnen") are commands into the list, and measured
