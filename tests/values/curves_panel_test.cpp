@@ -53,16 +53,27 @@ class CurvesPanelTest : public testing::Test {
 
 TEST_F(CurvesPanelTest, ShowsStatistics) {
   ASSERT_EQ(model_.rowCount(), 3);
-  EXPECT_EQ(Row(0), "A? [1] |  | 4 | 1 | 4 | 2,5 | 1,29099445");
-  EXPECT_EQ(Row(1), "A? [2] |  | 4 | 10 | 40 | 25 | 12,9099445");
+  EXPECT_EQ(Row(0), "A? [1] |  | 4 | 1 | 4 | 2,5 | 1,291");
+  EXPECT_EQ(Row(1), "A? [2] |  | 4 | 10 | 40 | 25 | 12,91");
   EXPECT_EQ(Row(2), "B? |  | 1 | 7 | 7 | 7 | ");
   const QSignalSpy changes(&model_, &QAbstractItemModel::dataChanged);
   model_.SetRanges({{1, 2}, {3, 4}});
   ASSERT_EQ(changes.size(), 1);
   EXPECT_EQ(changes[0][0].toModelIndex(), model_.index(0, CurvesModel::kCount));
   EXPECT_EQ(changes[0][1].toModelIndex(), model_.index(2, CurvesModel::kDeviation));
-  EXPECT_EQ(Row(0), "A? [1] |  | 2 | 2 | 4 | 3 | 1,41421356");
+  EXPECT_EQ(Row(0), "A? [1] |  | 2 | 2 | 4 | 3 | 1,4142");
   EXPECT_EQ(Row(2), "B? |  | 0 |  |  |  | ");
+}
+
+TEST_F(CurvesPanelTest, ASmallDeviationFitsItsColumnAndIsWholeInTheToolTip) {
+  store_.Clear();
+  for (int i = 0; i < 4; ++i) Add(store_, "A?", {5 + i * 0.0001234});
+  model_.Refresh();
+  model_.SetRanges({{0, 4}});
+  const QModelIndex cell = model_.index(0, CurvesModel::kDeviation);
+  EXPECT_EQ(cell.data(), "0,00015931");
+  EXPECT_EQ(cell.data(Qt::ToolTipRole), "0,000159308715");
+  EXPECT_LE(table().sizeHintForIndex(cell).width(), table().columnWidth(CurvesModel::kDeviation));
 }
 
 TEST_F(CurvesPanelTest, ShowsTheValueAtTheCursor) {

@@ -11,6 +11,7 @@ namespace kolvane::values {
 namespace {
 
 constexpr int kDigits = 9;
+constexpr int kDeviationDigits = 5;  // a column has no room for more of a small number
 
 }  // namespace
 
@@ -85,7 +86,8 @@ QVariant CurvesModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid() || index.row() >= rows_ || generation_ != store_.generation()) return {};
   const auto curve = static_cast<std::size_t>(index.row());
   if (index.column() == kName) return NameData(curve, role);
-  if (role == Qt::DisplayRole) return NumberText(curve, index.column());
+  if (role == Qt::DisplayRole) return NumberText(curve, index.column(), kDeviationDigits);
+  if (role == Qt::ToolTipRole) return NumberText(curve, index.column(), kDigits);
   return role == Qt::TextAlignmentRole ? QVariant(Qt::AlignRight | Qt::AlignVCenter) : QVariant();
 }
 
@@ -106,21 +108,21 @@ QVariant CurvesModel::NameData(std::size_t curve, int role) const {
   }
 }
 
-QString CurvesModel::NumberText(std::size_t curve, int column) const {
+QString CurvesModel::NumberText(std::size_t curve, int column, int deviation_digits) const {
   if (column == kValue) return ValueText(curve);
   const Summary summary = Summarize(store_.series(curve), ranges_);
   if (column == kCount) return base::ToQt(texts::Grouped(summary.count));
   if (summary.count == 0) return {};
   switch (column) {
     case kMinimum:
-      return ShownText(summary.minimum);
+      return ShownText(summary.minimum, kDigits);
     case kMaximum:
-      return ShownText(summary.maximum);
+      return ShownText(summary.maximum, kDigits);
     case kMean:
-      return ShownText(summary.mean);
+      return ShownText(summary.mean, kDigits);
     default: {
       const auto deviation = summary.StandardDeviation();
-      return deviation ? ShownText(*deviation) : QString();
+      return deviation ? ShownText(*deviation, deviation_digits) : QString();
     }
   }
 }
@@ -129,11 +131,11 @@ QString CurvesModel::ValueText(std::size_t curve) const {
   if (!cursor_ || !curves_.IsShown(curve)) return {};
   const Series& series = store_.series(curve);
   const auto nearest = NearestValue(series, *cursor_rows_, *cursor_);
-  return nearest ? ShownText(series.values()[*nearest]) : QString();
+  return nearest ? ShownText(series.values()[*nearest], kDigits) : QString();
 }
 
-QString CurvesModel::ShownText(double value) const {
-  return base::ToQt(values::NumberText(value, kDigits, decimal_sign_));
+QString CurvesModel::ShownText(double value, int digits) const {
+  return base::ToQt(values::NumberText(value, digits, decimal_sign_));
 }
 
 bool CurvesModel::setData(const QModelIndex& index, const QVariant& value, int role) {

@@ -45,9 +45,9 @@ class CurvesModel final : public QAbstractTableModel {
 
  private:
   QVariant NameData(std::size_t curve, int role) const;
-  QString NumberText(std::size_t curve, int column) const;
+  QString NumberText(std::size_t curve, int column, int deviation_digits) const;
   QString ValueText(std::size_t curve) const;
-  QString ShownText(double value) const;
+  QString ShownText(double value, int digits) const;
   void ColumnsChanged(int first, int last);
   void Apply();
 
