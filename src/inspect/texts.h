@@ -107,11 +107,11 @@ inline std::string Problem(int line, TemplateProblem::Kind kind, std::string_vie
     case Kind::kType:
       return prefix + "Typ " + quoted + " unbekannt";
     case Kind::kByteCount:
-      return prefix + "Zahl der Bytes " + quoted + " ist keine Zahl";
+      return prefix + "Länge " + quoted + " hinter BYTECOUNT= ist keine Zahl";
     case Kind::kOffset:
-      return prefix + "Offset " + quoted + " ist keine Zahl";
+      return prefix + "Position " + quoted + " ist keine Zahl";
     case Kind::kOutside:
-      return prefix + "Offset " + quoted + " führt über die 257 gelesenen Bytes hinaus";
+      return prefix + "Position " + quoted + " führt über die 257 gelesenen Bytes hinaus";
     case Kind::kBits:
       return prefix + "Bitbereich ab " + quoted + " enthält kein Bit";
     case Kind::kHighBits:

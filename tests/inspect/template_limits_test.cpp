@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "inspect/template_bench.h"
+#include "inspect/texts.h"
 
 namespace kolvane::inspect {
 namespace {
@@ -122,6 +123,15 @@ TEST_F(TemplateLimitsTest, LinesMayBeOfAnyLength) {
   EXPECT_EQ(Run("a;BYTE;0;0;1;" + mebibyte), (Lines{"a=1"}));
   EXPECT_EQ(Run("a;BYTE;" + digits + "|b;STRING*" + digits + ";0|BYTECOUNT=" + digits),
             (Lines{"a=65", "b=\"\""}));
+}
+
+// The word of the help and of the dialog.
+TEST(TemplateProblemText, NamesThePosition) {
+  using Kind = TemplateProblem::Kind;
+  EXPECT_EQ(texts::Problem(3, Kind::kOffset, "x"), "Zeile 3: Position „x“ ist keine Zahl");
+  EXPECT_EQ(texts::Problem(3, Kind::kOutside, "300"),
+            "Zeile 3: Position „300“ führt über die 257 gelesenen Bytes hinaus");
+  EXPECT_EQ(texts::Problem(1, Kind::kByteCount, "x"), "Zeile 1: Länge „x“ hinter BYTECOUNT= ist keine Zahl");
 }
 
 }  // namespace
