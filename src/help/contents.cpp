@@ -82,6 +82,19 @@ bool HoldsAll(const std::string& text, const std::vector<std::string>& words) {
                              [&text](const std::string& word) { return text.find(word) != text.npos; });
 }
 
+bool IsWordCharacter(char c) { return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9'); }
+
+bool StartsAWord(const std::string& text, const std::string& word) {
+  for (std::size_t at = 0; (at = text.find(word, at)) != std::string::npos; ++at) {
+    if (at == 0 || !IsWordCharacter(text[at - 1])) return true;
+  }
+  return false;
+}
+
+bool AllStartAWord(const std::string& text, const std::vector<std::string>& words) {
+  return std::ranges::all_of(words, [&text](const std::string& word) { return StartsAWord(text, word); });
+}
+
 std::size_t CountOf(const std::string& text, const std::vector<std::string>& words) {
   std::size_t count = 0;
   for (const std::string& word : words) {
@@ -140,13 +153,16 @@ std::vector<SearchHit> PageIndex::Find(std::string_view words) const {
   if (wanted.empty()) return {};
   struct Found {
     const SearchHit* hit;
-    int where;  // 0 in the title, 1 among the key words, 2 in the text
+    int where;  // words start in the title 0, among the key words 1, are a part there 2, in the text 3
     std::size_t count;
   };
   std::vector<Found> found;
   for (const Entry& entry : entries_) {
     if (!HoldsAll(entry.whole, wanted)) continue;
-    const int where = HoldsAll(entry.title, wanted) ? 0 : HoldsAll(entry.subject, wanted) ? 1 : 2;
+    const int where = AllStartAWord(entry.title, wanted)     ? 0
+                      : AllStartAWord(entry.subject, wanted) ? 1
+                      : HoldsAll(entry.subject, wanted)      ? 2
+                                                             : 3;
     found.push_back({&entry.hit, where, CountOf(entry.whole, wanted)});
   }
   std::ranges::stable_sort(found, [](const Found& a, const Found& b) {

@@ -45,9 +45,10 @@ class PageIndex {
   /// `key_words` are additional words for the page's subject.
   void Add(SearchHit hit, std::string_view text, std::string_view key_words = {});
 
-  /// The pages that contain every word, also as part of a word: first those with all words in the title, then
-  /// those with all in title and key words; within a group the page with the most hits first, equal ones in
-  /// the order of Add. Empty if there is no word.
+  /// The pages that contain every word, also as part of a word: first those with words of the title that
+  /// start so, then those with words of title and key words that do, then those with parts of such words;
+  /// within a group the page with the most hits first, equal ones in the order of Add. Empty if there is no
+  /// word.
   std::vector<SearchHit> Find(std::string_view words) const;
 
  private:

@@ -168,5 +168,14 @@ TEST(PageIndexTest, LeavesOutPagesBeyondItsLimit) {
   EXPECT_EQ(index.Find("fünf"), (std::vector<SearchHit>{{"C", "c"}}));
 }
 
+TEST(PageIndexTest, PutsWordsThatStartSoBeforePartsOfWords) {
+  PageIndex index;
+  index.Add({"Was geschieht", "a"}, "Esc Esc Esc");
+  index.Add({"Warten", "b"}, "", "abbrechen, Esc");
+  index.Add({"Esc-Taste", "c"}, "");
+  EXPECT_EQ(index.Find("esc"),
+            (std::vector<SearchHit>{{"Esc-Taste", "c"}, {"Warten", "b"}, {"Was geschieht", "a"}}));
+}
+
 }  // namespace
 }  // namespace kolvane::help

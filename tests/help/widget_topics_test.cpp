@@ -189,7 +189,12 @@ TEST(HelpSearch, FindsSynonyms) {
                                                        {"Clipboard", "kontextmenue.html"},
                                                        {"Vervollständigung", "befehlsliste-bearbeiten.html"},
                                                        {"periodisch", "befehl-repeat.html"},
-                                                       {"Standardwert", "einstellungen.html"}};
+                                                       {"Standardwert", "einstellungen.html"},
+                                                       {"Esc", "warten.html"},
+                                                       {"LF", "endezeichen-empfang.html"},
+                                                       {"RTS", "seite-rs232-erweitert.html"},
+                                                       {"RES", "sonderbefehle.html"},
+                                                       {"if", "befehl-iferr.html"}};
   constexpr std::size_t kInSight = 4;
   for (const auto& [word, page] : words) {
     std::vector<SearchHit> hits = file->Search(word);
