@@ -21,9 +21,12 @@ start_display() {
   export QT_QPA_PLATFORM=xcb
 }
 
+# Returns once it frames windows.
 start_window_manager() {
-  openbox >/dev/null 2>&1 &
+  mkfifo "$scratch/managed"
+  openbox --startup "sh -c 'echo >$scratch/managed'" >/dev/null 2>&1 &
   window_manager_pid=$!
+  read -r _ <"$scratch/managed"
 }
 
 stop_display() {
