@@ -9,6 +9,7 @@
 #include <QKeyEvent>
 #include <QPushButton>
 
+#include "base/ui/fields.h"
 #include "base/ui/qt_text.h"
 #include "window/window_memory.h"
 
@@ -89,6 +90,7 @@ std::optional<std::string> Ask(QFileDialog& dialog, const DialogRow& row, const 
   dialog.setFileMode(row.must_exist ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
   dialog.setDefaultSuffix(base::ToQt(row.suffix));
   ShowEveryFileForStars(dialog);
+  base::FitFileColumns(dialog);
   if (row.help_button) AddHelpButton(dialog);
   WindowMemory* memory = WindowMemory::Of(dialog.parentWidget());
   StartIn(dialog, QFileInfo(base::ToQt(beside)), memory == nullptr ? QString() : memory->Folder(row.kind));

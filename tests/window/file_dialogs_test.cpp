@@ -2,7 +2,10 @@
 
 #include <QComboBox>
 #include <QFileSystemModel>
+#include <QHeaderView>
 #include <QSignalSpy>
+#include <QTest>
+#include <QTreeView>
 
 #include "window/window_fixture.h"
 
@@ -70,6 +73,23 @@ TEST_F(FileDialogsTest, ModesOfSaving) {
   EXPECT_EQ(list.filters, (QStringList{"Terminal Befehls-Dateien (*.CMD)", "Alle Dateien (*.*)"}));
   EXPECT_EQ(list.suffix, "CMD");
   EXPECT_EQ(Capture(SaveMode::kPdf).suffix, "PDF");
+}
+
+TEST_F(FileDialogsTest, NeitherTypeNorDateOfAFileIsCut) {
+  base::WriteBytes(folder_.Path("liste.CMD"), "");
+  OnDialog<QFileDialog>([&](QFileDialog& dialog) {
+    auto* files = dialog.findChild<QTreeView*>("treeView");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return files->model()->rowCount(files->rootIndex()) == 1; }));
+    for (int column = 1; column < files->header()->count(); ++column) {
+      const auto fits = [files, column] {
+        const QModelIndex cell = files->model()->index(0, column, files->rootIndex());
+        return files->columnWidth(column) > files->fontMetrics().horizontalAdvance(cell.data().toString());
+      };
+      EXPECT_TRUE(QTest::qWaitFor(fits)) << column;
+    }
+    dialog.reject();
+  });
+  EXPECT_EQ(AskOpenName(&window_, OpenMode::kCommandList, folder_.Path("liste.CMD")), std::nullopt);
 }
 
 TEST_F(FileDialogsTest, StartInTheFolderOfTheCurrentFile) {

@@ -8,6 +8,7 @@
 #include <functional>
 #include <vector>
 
+class QFileDialog;
 class QToolBar;
 
 namespace kolvane::base {
@@ -46,5 +47,9 @@ void EnsureReadableHints();
 /// Gives the button behind which `bar` hides what does not fit a name, and an arrow in the colour of texts:
 /// Qt's own is black, on dark desktops, too.
 void LabelExtension(QToolBar* bar);
+
+/// Lets size, type and date of the files in `dialog` have the width that they need; Qt's own dialog cuts
+/// them. Does nothing if the desktop provides the dialog.
+void FitFileColumns(QFileDialog& dialog);
 
 }  // namespace kolvane::base

@@ -17,6 +17,7 @@
 
 #include "base/encoding.h"
 #include "base/files.h"
+#include "base/ui/fields.h"
 #include "base/ui/qt_text.h"
 #include "inspect/decode.h"
 #include "inspect/hex_dump.h"
@@ -342,6 +343,7 @@ void BinInspectDialog::SaveCsv() {
   QFileDialog dialog(this, QString(), QString(), base::ToQt(texts::kCsvFiles));
   dialog.setObjectName(QStringLiteral("SaveDialog"));
   dialog.setAcceptMode(QFileDialog::AcceptSave);
+  base::FitFileColumns(dialog);
   dialog.setDefaultSuffix(QStringLiteral("csv"));
   if (dialog.exec() != QDialog::Accepted) return;
   const std::string name = base::FromQt(dialog.selectedFiles().value(0));

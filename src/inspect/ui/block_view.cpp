@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "base/files.h"
+#include "base/ui/fields.h"
 #include "base/ui/qt_text.h"
 #include "inspect/byte_values.h"
 #include "inspect/texts.h"
@@ -178,6 +179,7 @@ void BlockView::AskForFile() {
   QFileDialog dialog(window_, QString(), QString(), base::ToQt(texts::kAllFiles));
   dialog.setObjectName(QStringLiteral("OpenDialog"));
   dialog.setFileMode(QFileDialog::ExistingFile);
+  base::FitFileColumns(dialog);
   if (dialog.exec() == QDialog::Accepted) LoadFile(base::FromQt(dialog.selectedFiles().value(0)));
 }
 
@@ -303,6 +305,7 @@ void BlockView::SaveBlock() {
   QFileDialog dialog(window_, QString(), QString(), base::ToQt(texts::kAllFiles));
   dialog.setObjectName(QStringLiteral("SaveDialog"));
   dialog.setAcceptMode(QFileDialog::AcceptSave);
+  base::FitFileColumns(dialog);
   if (dialog.exec() != QDialog::Accepted) return;
   const std::string name = base::FromQt(dialog.selectedFiles().value(0));
   const auto file = std::make_shared<BlockFile>(source_, name);

@@ -13,6 +13,7 @@
 #include <cerrno>
 
 #include "base/files.h"
+#include "base/ui/fields.h"
 #include "base/ui/qt_text.h"
 #include "values/texts.h"
 #include "values/ui/csv_job.h"
@@ -140,6 +141,7 @@ SaveDialog::SaveDialog(QWidget* parent, const QString& folder, SaveForm chosen)
   setNameFilters(filters);
   selectNameFilter(base::ToQt(RowOf(chosen).filter));
   setDefaultSuffix(QLatin1String(RowOf(chosen).suffix));
+  base::FitFileColumns(*this);
   connect(this, &QFileDialog::filterSelected, this,
           [this](const QString& filter) { setDefaultSuffix(QLatin1String(RowOfFilter(filter).suffix)); });
 }
