@@ -110,7 +110,7 @@ Terminal::~Terminal() {
       messages_.ShowError(rest);
   });
   Attempt([this] {
-    if (state_.device.connected) core_.connect.Press();
+    if (state_.device.connected) core_.connect.Toggle();
   });
 }
 

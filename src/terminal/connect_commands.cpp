@@ -141,8 +141,12 @@ void ConnectCommands::TryDisconnect() {
 }
 
 void ConnectCommands::Press() {
+  const bool restores = lost_ && reconnect_.wanted != nullptr && *reconnect_.wanted;
+  restores ? Reconnect() : Toggle();
+}
+
+void ConnectCommands::Toggle() {
   if (connecting_) return;
-  if (lost_ && reconnect_.wanted != nullptr && *reconnect_.wanted) return Reconnect();
   const bool connect = button_.tag == 0;
   connect ? TryConnect() : TryDisconnect();
   if (state_.connected == connect) {

@@ -63,9 +63,11 @@ class ConnectCommands {
   /// While an attempt to connect is on the stack.
   bool connecting() const { return connecting_; }
 
-  /// TB_CONNECT: connects or disconnects, as its tag says. On success the button changes state and a line in
-  /// the pane says so.
+  /// TB_CONNECT: restores a lost connection if that is wanted, otherwise as Toggle.
   void Press();
+  /// Connects or disconnects, as the button's tag says. On success the button changes state and a line in the
+  /// pane says so.
+  void Toggle();
 
   /// TB_FLUSH.
   void Flush();

@@ -140,7 +140,7 @@ void AppendDisplayForm(std::string_view bytes, bool binary, std::string& text, b
   if (state_.QueriesOnly() && !base::IsQuery(command)) rule.continues = false;
   // Otherwise the read fails, too, and explains it.
   if (!rule.continues && !write_failure_.empty()) output_.Remark(LineKind::kError, write_failure_);
-  if (rule.disconnects) connect_.Press();
+  if (rule.disconnects) connect_.Toggle();
   return rule;
 }
 

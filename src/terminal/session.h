@@ -17,7 +17,7 @@ namespace kolvane::terminal {
 
 /// The effect of a sent command on the session.
 struct PostSendRule {
-  bool disconnects = false;  ///< the connect button is pressed
+  bool disconnects = false;  ///< as a press of the connect button does
   bool continues = true;     ///< an answer follows
   std::string_view message;  ///< shown instead of the answer; may be empty
 };
@@ -69,7 +69,7 @@ class Session {
   /// Discards the bytes received so far and says so.
   void Flush() { FlushInput(device_, output_); }
 
-  /// Presses the connect button if the rule for `command` says so, and returns the rule. Without device words
+  /// Toggles the connection if the rule for `command` says so, and returns the rule. Without device words
   /// no rule ends an exchange; if only queries are answered, the rule of any other command does not continue.
   PostSendRule PostSendCheck(std::string_view command);
 

@@ -199,6 +199,22 @@ TEST_F(RunProgramTest, AnInstrumentThatDisappearsIsAFailedAnswer) {
   EXPECT_TRUE(left.out.starts_with("a\n-")) << left.out;
 }
 
+TEST_F(RunProgramTest, AConnectionLostAtTheEndIsNotRestored) {
+  amplifier::Options options;
+  options.behaviour.close_mid_answer = 1;
+  const amplifier::ServerThread leaving(options);
+  const Outcome left =
+      RunProgram({"send", "ECHO a", "--connect", "127.0.0.1:" + std::to_string(leaving.Port()), "--reconnect",
+                  "--verbose"});
+  EXPECT_EQ(left.status, 4);
+  EXPECT_TRUE(base::Pattern("kolvane: .* Verbindung hergestellt mit .*\n"
+                            "kolvane: -40: Verbindung vom Gerät geschlossen\n"
+                            "kolvane: 1 Byte wartet\n"
+                            "kolvane: .* Verbindung getrennt von .*\n")
+                  .Matches(left.err))
+      << left.err;
+}
+
 TEST_F(RunProgramTest, TheTestModeNeedsNoInstrument) {
   const Outcome outcome = RunProgram({"send", "X", "--connect", "offline"});
   EXPECT_EQ(outcome.status, 0);

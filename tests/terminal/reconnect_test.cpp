@@ -88,6 +88,16 @@ TEST_F(ReconnectTest, ThePlugOffersToConnectAfterAFailure) {
   EXPECT_EQ(Button(), "0 21 Verbindung aufbauen");
 }
 
+TEST_F(ReconnectTest, AWordThatDisconnectsDoesNotConnect) {
+  connect.Press();
+  device.write_result = {-41, "-41", "Verbindung abgerissen"};
+  session.SendCommand("DCL");
+  session.PostSendCheck("DCL");
+  EXPECT_EQ(device.CountCalls("Open"), 1u);
+  EXPECT_FALSE(device_state.connected);
+  EXPECT_EQ(Button(), "0 21 Verbindung aufbauen");
+}
+
 TEST_F(ReconnectTest, TriesAgainAfterPausesThatDouble) {
   LoseConnection();
   int attempts = 0;
