@@ -122,7 +122,7 @@ TEST_F(PortsDialogTest, CancelWritesNothing) {
 }
 
 TEST_F(PortsDialogTest, AnInvalidRateIsRefused) {
-  for (const char* rate : {"schnell", "0", "-1", "9600,5"}) {
+  for (const char* rate : {"schnell", "0", "-1", "+9600", "9600,5"}) {
     Open();
     Field("COM2_Baud")->setCurrentText(QString::fromUtf8(rate));
     Button("cmdOK")->click();
@@ -133,7 +133,7 @@ TEST_F(PortsDialogTest, AnInvalidRateIsRefused) {
 }
 
 TEST_F(PortsDialogTest, AnInvalidBoardIsRefused) {
-  for (const char* board : {"x", "-1", "16", "/dev/gpib0"}) {
+  for (const char* board : {"x", "-1", "+1", "16", "/dev/gpib0"}) {
     Open();
     Field("GPIB_Board")->setCurrentText(QString::fromUtf8(board));
     Button("cmdOK")->click();

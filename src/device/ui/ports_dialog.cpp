@@ -4,9 +4,12 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
-#include <algorithm>
 #include <iterator>
+#include <limits>
+#include <optional>
+#include <string_view>
 
+#include "base/number.h"
 #include "base/texts.h"
 #include "base/ui/fields.h"
 #include "base/ui/qt_text.h"
@@ -48,13 +51,15 @@ bool Offers(const PortSetting& setting, const AttachedPort& port) {
   return port.kind == AttachedPort::Kind::kSerial;
 }
 
+std::optional<std::int32_t> RateFrom(std::string_view text) {
+  return base::NumberValue(text, 1, std::numeric_limits<std::int32_t>::max());
+}
+
 // Device files cannot be judged: an adapter may be attached later. What the environment gives is not saved.
 std::string FaultOf(const PortSetting& setting) {
   if (setting.value.empty() || setting.fixed) return {};
-  bool is_number = false;
-  const int number = base::ToQt(setting.value).toInt(&is_number);
-  if (setting.IsRate() && (!is_number || number <= 0)) return "„" + setting.value + "“ ist keine Baudrate";
-  if (setting.name == "GPIB" && (!is_number || number < 0 || number > kLastBoard))
+  if (setting.IsRate() && !RateFrom(setting.value)) return "„" + setting.value + "“ ist keine Baudrate";
+  if (setting.name == "GPIB" && !base::NumberValue(setting.value, 0, kLastBoard))
     return "„" + setting.value + "“ ist keine Nummer einer GPIB-Karte (0 bis " + std::to_string(kLastBoard) +
            ")";
   return {};
@@ -145,8 +150,8 @@ QString PortsDialog::TestOne(std::int16_t code, const std::string& node, const s
   if (library == nullptr) return base::ToQt(context_.library.Failure());
   if (!library->TakesNode()) return QStringLiteral("lässt sich mit dieser Portbibliothek nicht prüfen");
   library->SetNode(code, node);
-  const std::int32_t baud = IsSerial(code) ? std::max(base::ToQt(rate).toInt(), 0) : kNoRate;
-  const std::int32_t status = library->OpenPort(code, baud == 0 ? kDefaultRate : baud, "n", 8, 1, kBuffer);
+  const std::int32_t baud = IsSerial(code) ? RateFrom(rate).value_or(kDefaultRate) : kNoRate;
+  const std::int32_t status = library->OpenPort(code, baud, "n", 8, 1, kBuffer);
   library->ClosePort();
   if (status >= 0) return QStringLiteral("in Ordnung");
   const std::string words = library->StatusText(status);
