@@ -9,29 +9,29 @@ namespace {
 
 constexpr int kSignals[] = {SIGINT, SIGTERM, SIGHUP};
 
-sigset_t SetOf(std::span<const int> numbers) {
-  sigset_t set;
-  sigemptyset(&set);
-  for (const int number : numbers) sigaddset(&set, number);
-  return set;
+bool IsIgnored(int number) {
+  struct sigaction action {};
+  return sigaction(number, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
 }
 
 }  // namespace
 
-SignalDescriptor::SignalDescriptor(std::span<const int> numbers) : numbers_(numbers) {
-  const sigset_t set = SetOf(numbers_);
-  descriptor_ = signalfd(-1, &set, SFD_CLOEXEC | SFD_NONBLOCK);
-  if (descriptor_ >= 0) sigprocmask(SIG_BLOCK, &set, nullptr);
+SignalDescriptor::SignalDescriptor(std::span<const int> numbers) {
+  sigemptyset(&signals_);
+  for (const int number : numbers) {
+    if (!IsIgnored(number)) sigaddset(&signals_, number);
+  }
+  descriptor_ = signalfd(-1, &signals_, SFD_CLOEXEC | SFD_NONBLOCK);
+  if (descriptor_ >= 0) sigprocmask(SIG_BLOCK, &signals_, nullptr);
 }
 
 SignalDescriptor::~SignalDescriptor() {
   if (descriptor_ < 0) return;
-  // Those still pending would take effect now.
+  // Unblocking delivers the signals still pending.
   while (Take() != 0) {
   }
   close(descriptor_);
-  const sigset_t set = SetOf(numbers_);
-  sigprocmask(SIG_UNBLOCK, &set, nullptr);
+  sigprocmask(SIG_UNBLOCK, &signals_, nullptr);
 }
 
 int SignalDescriptor::Take() {
@@ -60,12 +60,13 @@ TerminalSignals::Received TerminalSignals::Take() {
 }
 
 void TerminalSignals::Stop() {
-  const int number[] = {SIGTSTP};
-  const sigset_t set = SetOf(number);
+  sigset_t stop;
+  sigemptyset(&stop);
+  sigaddset(&stop, SIGTSTP);
   raise(SIGTSTP);
-  // It is delivered here.
-  sigprocmask(SIG_UNBLOCK, &set, nullptr);
-  sigprocmask(SIG_BLOCK, &set, nullptr);
+  // Unblocking delivers it, which stops the process.
+  sigprocmask(SIG_UNBLOCK, &stop, nullptr);
+  sigprocmask(SIG_BLOCK, &stop, nullptr);
 }
 
 namespace {
@@ -75,9 +76,8 @@ volatile sig_atomic_t raised = 0;
 
 void Handle(void (*handler)(int)) {
   for (const int number : kSignals) {
+    if (IsIgnored(number)) continue;
     struct sigaction action {};
-    if (sigaction(number, nullptr, &action) != 0 || action.sa_handler == SIG_IGN) continue;
-    action = {};
     action.sa_handler = handler;
     action.sa_flags = SA_RESTART;
     sigaction(number, &action, nullptr);

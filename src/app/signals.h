@@ -1,14 +1,15 @@
 #pragma once
 
+#include <signal.h>
+
 #include <span>
 
 namespace kolvane::app {
 
 /// While this lives, some signals make a descriptor readable instead of taking effect at any moment; the
-/// destructor discards those received.
+/// destructor discards those received. Signals that are ignored, as nohup does it, stay ignored.
 class SignalDescriptor {
  public:
-  /// `numbers` must outlive this object.
   explicit SignalDescriptor(std::span<const int> numbers);
   ~SignalDescriptor();
   SignalDescriptor(const SignalDescriptor&) = delete;
@@ -20,7 +21,7 @@ class SignalDescriptor {
   int Take();
 
  private:
-  std::span<const int> numbers_;
+  sigset_t signals_;
   int descriptor_;
 };
 

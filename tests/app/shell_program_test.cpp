@@ -28,7 +28,8 @@ namespace {
 /// The program at its own terminal.
 class Terminal {
  public:
-  Terminal(std::vector<std::string> arguments, std::map<std::string, std::string> environment) {
+  Terminal(std::vector<std::string> arguments, std::map<std::string, std::string> environment,
+           std::vector<std::string> wrapper = {}) {
     int master = -1;
     int slave = -1;
     const winsize size{50, 200, 0, 0};
@@ -36,9 +37,10 @@ class Terminal {
     master_ = base::Descriptor(master);
     slave_ = base::Descriptor(slave);
     EXPECT_EQ(fcntl(master, F_SETFL, O_NONBLOCK), 0);
-    program_.emplace(
-        std::move(arguments),
-        LaunchOptions{.environment = std::move(environment), .output = slave_.get(), .input = slave_.get()});
+    program_.emplace(std::move(arguments), LaunchOptions{.environment = std::move(environment),
+                                                         .output = slave_.get(),
+                                                         .input = slave_.get(),
+                                                         .wrapper = std::move(wrapper)});
   }
 
   /// Takes output meanwhile: the program reads no keys while it cannot write.
@@ -403,6 +405,17 @@ TEST_F(ShellTest, ASignalEndsIt) {
     EXPECT_TRUE(terminal.Echoes());
   }
   answered.count_down();
+}
+
+TEST_F(ShellTest, AnIgnoredSignalStaysIgnored) {
+  Terminal terminal(Words(), {{"XDG_STATE_HOME", folder.path()}, {"TERM", "dumb"}},
+                    {"sh", "-c", "trap '' HUP; exec \"$0\" \"$@\""});
+  terminal.Await(Prompt());
+  terminal.program().Signal(SIGHUP);
+  terminal.Type("A\n");
+  terminal.Await("A\r\n" + Prompt());
+  terminal.Type("\x04");
+  EXPECT_EQ(terminal.program().Wait().status, 0);
 }
 
 }  // namespace
