@@ -76,7 +76,7 @@ enum class CommandRunStatus : int {
                ///< created; nothing was done
   kNotConnected = 3,  ///< could not connect at the start, so nothing was sent, or could not reconnect after a
                       ///< loss
-  kStopped = 1,       ///< an error in the list, a requested stop, or unusable standard output
+  kStopped = 1,       ///< an error in the list, a requested stop, or unusable standard input or output
   kAnswerFailed = 4,  ///< at least one command or answer failed
   kDone = 0
 };

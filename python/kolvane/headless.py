@@ -33,7 +33,7 @@ class LineKind(str, enum.Enum):
 class RunStatus(enum.IntEnum):
     """How a run ended: the exit statuses of the program.
 
-    STOPPED: an error in the list, a requested stop or unusable output. USAGE: not a
+    STOPPED: an error in the list, a requested stop, unusable input or output. USAGE: not a
     resource, list or settings cannot be read, or the transcript cannot be created;
     nothing was done. NOT_CONNECTED: could not connect at the start, so nothing was
     sent, or could not reconnect. ANSWER_FAILED: at least one command or answer failed.

@@ -51,6 +51,8 @@ class PlainInput {
     if (failed_) terminal_.messages().ShowError(CannotReadInput(lines_.error()));
     return result == LineInput::Result::kLine ? ShellInput::kLine : ShellInput::kEnd;
   }
+
+  /// Whether the last Read failed; the user has been told why.
   bool failed() const { return failed_; }
 
  private:
@@ -75,10 +77,11 @@ class Shell {
         Take(line);
       }
     }
+    if (plain_.failed()) return CommandRunStatus::kStopped;
     // Like a list that ends with an open loop or condition.
     if (!host_.ReadLine && rows_.open() && !terminal_.StopDue())
       Note(List(terminal_, state_).PlayRows(rows_.Finish()));
-    if (terminal_.StopDue() || plain_.failed()) return CommandRunStatus::kStopped;
+    if (terminal_.StopDue()) return CommandRunStatus::kStopped;
     return all_done_ ? CommandRunStatus::kDone : CommandRunStatus::kAnswerFailed;
   }
 
