@@ -14,8 +14,7 @@ namespace kolvane {
 //
 // Who calls, when. Only the terminal calls, and only inside OpenTerminal.
 //   1. Before the window is shown, once: the connection data, through GetDeviceProperty or GetDeviceInfo.
-//   From
-//      then on the device counts as open, because the host opened it.
+//      After that the device counts as open, because the host opened it.
 //   2. While the window is prepared, and whenever the user selects another receive mode or time-out:
 //      SetIOTimeout; FlushInQ after the first.
 //   3. For each command: SetLastError(0), WriteCommand, LastError, LastErrorDescription; then for its answer
@@ -23,6 +22,7 @@ namespace kolvane {
 //      read byte by byte: Read of one byte and the two error calls each time, and after the first byte
 //      SetIOTimeout(50).
 //   4. On connect and disconnect: SetLastError(0), InitializeDevice or OpenDevice (CloseDevice), LastError,
+//      LastErrorDescription. When the user flushes the input: FlushInQ.
 //   5. While the window closes: if the user left the device disconnected, it is opened again as in 4, so
 //      that the host gets it back open. Then the reference to the object is released.
 // A reference is held during each call, so an object that is released in the middle of a call (the window
