@@ -46,11 +46,11 @@ struct InstrumentOptions {
   /// instruments mark, otherwise the first 50 ms of silence.
   std::string ReadTermination = "\r\n";
   std::string WriteTermination = "\n";  ///< follows each command
-  std::optional<std::int32_t> Baud =
-      {};  ///< this and the next three: serial lines only; COM1_BAUD, else 9600
-  std::optional<SerialParity> Parity = {};    ///< none
-  std::optional<std::int16_t> DataBits = {};  ///< 7 or 8; 8
-  std::optional<std::int16_t> StopBits = {};  ///< 1 or 2; 1
+  // The next four are for serial lines only.
+  std::optional<std::int32_t> Baud = {};      ///< default: COM1_BAUD or COM2_BAUD of ports.ini, else 9600
+  std::optional<SerialParity> Parity = {};    ///< default: none
+  std::optional<std::int16_t> DataBits = {};  ///< 7 or 8; default: 8
+  std::optional<std::int16_t> StopBits = {};  ///< 1 or 2; default: 1
   /// Called about every 50 ms by a call that waits, on its thread; true gives up that call (kGivenUp). It
   /// must not use the instrument. An exception it throws leaves the call.
   std::function<bool()> GiveUp = {};

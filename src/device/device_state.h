@@ -16,15 +16,16 @@ inline constexpr std::int16_t kHost = 1;
 inline constexpr std::int16_t kPortLibrary = 2;
 }  // namespace operating_mode
 
-/// Last results set by this layer itself, besides those of host and port library.
+/// Last results with a meaning for the terminal; any other is only shown.
 namespace device_status {
-/// The port library's codes that the terminal evaluates.
+// Of the port library.
 inline constexpr std::int16_t kUnreachable = -23;
 inline constexpr std::int16_t kReadTimeout = -30;
 inline constexpr std::int16_t kClosedByPeer = -40;
 inline constexpr std::int16_t kConnectionLost = -41;
 inline constexpr std::int16_t kGivenUp = -60;
-inline constexpr std::int16_t kBlockTooLong = -61;     ///< set by this layer, in the library's range
+// Of this component.
+inline constexpr std::int16_t kBlockTooLong = -61;     ///< in the port library's range
 inline constexpr std::int16_t kHostFailed = -901;      ///< the host's object threw an exception
 inline constexpr std::int16_t kNoPortLibrary = -902;   ///< the port library cannot be loaded
 inline constexpr std::int16_t kTestAnswerEnd = -903;   ///< offline: the test answer has been read completely
@@ -45,8 +46,8 @@ struct DeviceState {
   bool connected = false;
   std::int16_t test_mode = 0;    ///< 0, or the port code -1 while connected offline
   std::int32_t last_result = 0;  ///< of the last port-library call or host operation; negative = failure
-  std::int32_t open_step_status =
-      0;  ///< of control block, port enable, time-out, dialling, scan; -1: cancelled
+  /// Of control block, port enable, time-out, dialling or scan; -1: cancelled.
+  std::int32_t open_step_status = 0;
   std::optional<std::string> modem_word;  ///< the modem's last one if the last opening failed while dialling
   bool utf8 = false;                      ///< the device's bytes are UTF-8, in port-library mode
   std::string put_back;                   ///< bytes already read that belong to the next answer
