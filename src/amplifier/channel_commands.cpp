@@ -2,6 +2,7 @@
 
 #include "amplifier/command.h"
 #include "amplifier/measurement.h"
+#include "base/text.h"
 
 namespace kolvane::amplifier {
 namespace {
@@ -35,9 +36,7 @@ Refusal AskMember(State& state, const Arguments& arguments, Reply& reply) {
 }
 
 bool IsPlainText(std::string_view text, std::size_t maximum) {
-  return !text.empty() && text.size() <= maximum && std::ranges::all_of(text, [](char c) {
-    return static_cast<unsigned char>(c) >= 0x20 && c != '\x7F';
-  });
+  return !text.empty() && text.size() <= maximum && std::ranges::none_of(text, base::IsAsciiControl);
 }
 
 Refusal ListChannels(State&, const Arguments&, Reply& reply) {

@@ -2,6 +2,8 @@
 
 #include <cstddef>
 
+#include "base/text.h"
+
 namespace kolvane::base {
 
 /// The longest block that is read, without its head, and the message for a longer one.
@@ -14,8 +16,7 @@ class BlockHead {
  public:
   /// Takes the next byte; false, and nothing changed, if it cannot be part of a head.
   [[nodiscard]] bool Take(char byte) {
-    const bool digit = byte >= '0' && byte <= '9';
-    if (bytes_ == 0 ? byte != '#' : !digit) return false;
+    if (bytes_ == 0 ? byte != '#' : !IsDigit(byte)) return false;
     const auto value = static_cast<std::size_t>(byte - '0');
     if (bytes_ == 1) digits_ = value;
     if (bytes_ > 1) length_ = 10 * length_ + value;

@@ -11,6 +11,7 @@
 #include <limits>
 
 #include "base/runtime_error.h"
+#include "base/text.h"
 
 namespace kolvane::base {
 namespace {
@@ -59,8 +60,7 @@ class Scanner {
 
   std::size_t Digits() {
     std::size_t count = 0;
-    for (SkipSpaces(false); Peek() >= '0' && Peek() <= '9'; SkipSpaces(false), ++count)
-      scan_.digits += text_[at_++];
+    for (SkipSpaces(false); IsDigit(Peek()); SkipSpaces(false), ++count) scan_.digits += text_[at_++];
     return count;
   }
 

@@ -13,6 +13,8 @@ bool StartsWithNoCase(std::string_view text, std::string_view prefix);
 std::string UpperCase(std::string_view text);
 
 constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+/// Whether the byte is below 32, or 127.
+constexpr bool IsAsciiControl(char c) { return (c >= 0 && c < ' ') || c == '\x7F'; }
 constexpr bool IsAsciiLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
 /// Capitals for a to z; every other character is unchanged.
 constexpr char UpperAscii(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }

@@ -23,8 +23,6 @@ Result Problem(std::string text) { return ResourceProblem{std::move(text)}; }
 
 bool Is(std::string_view field, std::string_view word) { return base::EqualsNoCase(field, word); }
 
-bool IsControl(char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }
-
 // The length of `text`'s first field; an IPv6 address in brackets contains colons.
 std::size_t FieldSize(std::string_view text) {
   const std::size_t bracket = text.starts_with('[') ? text.find(']') : 0;
@@ -118,7 +116,7 @@ std::optional<std::string> InFull(std::string_view name) {
 
 Result Parse(std::string_view name) {
   if (name.size() > kLongestName) return Problem("it is too long");
-  if (std::ranges::any_of(name, IsControl)) return Problem("it contains a control character");
+  if (std::ranges::any_of(name, base::IsAsciiControl)) return Problem("it contains a control character");
   if (Is(name, "OFFLINE")) return Resource{};
   if (Is(name, "LPT1")) return Resource{.port_code = port_code::kLpt1};
   if (Is(name, "LPT2")) return Resource{.port_code = port_code::kLpt2};
@@ -137,7 +135,7 @@ Result Parse(std::string_view name) {
 std::string Printable(std::string_view name) {
   constexpr std::size_t kShown = 200;
   std::string shown(name.substr(0, kShown));
-  std::ranges::replace_if(shown, IsControl, '?');
+  std::ranges::replace_if(shown, base::IsAsciiControl, '?');
   return name.size() > kShown ? shown + "..." : shown;
 }
 

@@ -22,10 +22,6 @@ std::string_view Unquote(std::string_view value) {
   return quoted ? value.substr(1, value.size() - 2) : value;
 }
 
-bool HasControlCharacter(std::string_view text) {
-  return std::any_of(text.begin(), text.end(), [](char c) { return (c >= 0 && c < ' ') || c == '\x7F'; });
-}
-
 bool IsRegularFile(int fd) {
   struct stat status {};
   return fstat(fd, &status) == 0 && S_ISREG(status.st_mode);
@@ -48,7 +44,8 @@ std::string_view FindPort(std::string_view text, std::string_view key) {
     const std::size_t sign = line.find('=');
     if (!in_section || sign == std::string_view::npos) continue;
     const std::string_view value = Unquote(base::TrimWhiteSpace(line.substr(sign + 1)));
-    if (base::EqualsNoCase(base::TrimWhiteSpace(line.substr(0, sign)), key) && !HasControlCharacter(value))
+    if (base::EqualsNoCase(base::TrimWhiteSpace(line.substr(0, sign)), key) &&
+        std::ranges::none_of(value, base::IsAsciiControl))
       found = value;
   }
   return found;

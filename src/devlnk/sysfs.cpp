@@ -5,6 +5,8 @@
 #include <fstream>
 #include <system_error>
 
+#include "base/text.h"
+
 namespace kolvane::devlnk::sysfs {
 namespace {
 
@@ -57,11 +59,8 @@ std::vector<fs::path> EntriesOf(const fs::path& folder, std::string_view prefix)
 std::string Attribute(const fs::path& path) {
   std::string text = FileStart(path);
   text.erase(std::min(text.find('\n'), text.size()));
-  std::replace_if(
-      text.begin(), text.end(), [](char c) { return (c >= 0 && c < ' ') || c == '\x7F'; }, ' ');
-  text.erase(text.find_last_not_of(' ') + 1);
-  text.erase(0, std::min(text.find_first_not_of(' '), text.size()));
-  return text;
+  std::ranges::replace_if(text, base::IsAsciiControl, ' ');
+  return std::string(base::TrimSpaces(text));
 }
 
 std::string NodeOf(const fs::path& entry) {

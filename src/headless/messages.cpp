@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include "base/descriptor.h"
+#include "base/text.h"
 #include "terminal/session.h"
 
 namespace kolvane::headless {
@@ -24,10 +25,7 @@ std::string OneLine(std::string_view text) {
   return line;
 }
 
-bool IsControl(char c) {
-  const auto byte = static_cast<unsigned char>(c);
-  return byte == 0x7F || (byte < 0x20 && c != '\t' && c != '\n');
-}
+bool IsShown(char c) { return !base::IsAsciiControl(c) || c == '\t' || c == '\n'; }
 
 // The range from U+0080 to U+009F: C2 80 to C2 9F.
 bool IsSecondControl(std::string_view text) {
@@ -41,7 +39,7 @@ std::string WithVisibleControls(std::string_view text) {
   while (!text.empty()) {
     const std::size_t size = IsSecondControl(text) ? 2 : 1;
     const std::string_view last = text.substr(size - 1, 1);
-    if (size == 2 || IsControl(last[0])) {
+    if (size == 2 || !IsShown(last[0])) {
       terminal::AppendDisplayForm(last, true, visible);
     } else {
       visible += last;

@@ -169,8 +169,6 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view kRun = "$RUN ";
 
-bool IsControlByte(unsigned char c) { return c < ' ' || c == 0x7F; }
-
 // Folders end with "/"; hidden files are offered only if the typed name starts with ".". Names with control
 // characters, which would act on the terminal, are not.
 std::vector<std::string> Files(std::string_view typed) {
@@ -183,7 +181,7 @@ std::vector<std::string> Files(std::string_view typed) {
        !error && entry != end; entry.increment(error)) {
     const std::string name = entry->path().filename().string();
     if (!name.starts_with(prefix) || (prefix.empty() && name.starts_with('.'))) continue;
-    if (std::ranges::any_of(name, IsControlByte)) continue;
+    if (std::ranges::any_of(name, base::IsAsciiControl)) continue;
     std::error_code ignored;
     found.push_back(std::string(folder) + name + (entry->is_directory(ignored) ? "/" : ""));
   }
