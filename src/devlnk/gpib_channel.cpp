@@ -1,10 +1,9 @@
 #include "devlnk/gpib_channel.h"
 
 #include <algorithm>
-#include <charconv>
-#include <optional>
 #include <string>
 
+#include "base/number.h"
 #include "devlnk/driver_thread.h"
 #include "devlnk/gpib_library.h"
 
@@ -224,14 +223,6 @@ Status GpibChannel::Write(std::string_view bytes, Deadline& deadline) {
   return Status::kOk;
 }
 
-std::optional<int> BoardFrom(std::string_view text) {
-  int board = -1;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), board);
-  const bool whole = error == std::errc() && end == text.data() + text.size();
-  if (!whole || board < 0 || board > kLastBoard) return std::nullopt;
-  return board;
-}
-
 }  // namespace
 
 int GpibTimeoutCode(std::int32_t milliseconds) {
@@ -255,7 +246,7 @@ int GpibEosWord(const GpibOptions& options) {
 }
 
 Opened OpenGpib(const PortRequest& request, Deadline&) {
-  const auto board = BoardFrom(NodeOf(request));
+  const auto board = base::NumberValue(NodeOf(request), 0, kLastBoard);
   if (!board) return {Status::kInvalidArgument, nullptr};
   auto library = LoadGpibLibrary();
   if (library == nullptr) return {Status::kNotAvailable, nullptr};

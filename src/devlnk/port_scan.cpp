@@ -3,9 +3,11 @@
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <charconv>
+#include <limits>
 #include <optional>
+#include <string_view>
 
+#include "base/number.h"
 #include "devlnk/background_work.h"
 #include "devlnk/gpib_library.h"
 #include "devlnk/node_names.h"
@@ -110,30 +112,24 @@ void AddUsb(Ports& ports, const std::string& root, Deadline& deadline) {
     ports.push_back({Kind::kUsb, {}, device.node, 0, device.serial, device.description});
 }
 
-void AddBoard(Ports& ports, int board, const std::string& node, const char* description) {
-  const bool chosen = NodeFor("GPIB") == std::to_string(board);
-  ports.push_back({Kind::kGpib, chosen ? "GPIB" : "", node, board, {}, description});
+std::optional<int> BoardFrom(std::string_view text) {
+  return base::NumberValue(text, 0, std::numeric_limits<int>::max());
 }
 
-int NumberOf(std::string_view text) {
-  int number = -1;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  return error == std::errc() && end == text.data() + text.size() ? number : -1;
-}
-
-// The driver's own table does not show which boards exist, and another driver may have no table: then the
-// configured board is listed.
+// The driver's own table does not show which boards exist, and another driver may have no table: then only
+// the configured board is listed.
 void AddGpib(Ports& ports, const std::string& root) {
-  const auto entries = sysfs::EntriesOf(fs::path(root) / "class/gpib_common", "gpib");
-  const bool is_table = entries.size() == kGpibTable;
+  constexpr std::string_view kPrefix = "gpib";
+  const auto configured = BoardFrom(NodeFor("GPIB"));
+  const auto entries = sysfs::EntriesOf(fs::path(root) / "class/gpib_common", kPrefix);
   for (const fs::path& entry : entries) {
-    const int board = NumberOf(entry.filename().string().substr(4));
-    const bool chosen = NodeFor("GPIB") == std::to_string(board);
-    if (board >= 0 && (chosen || !is_table)) AddBoard(ports, board, sysfs::NodeOf(entry), "GPIB board");
+    const auto board = BoardFrom(entry.filename().string().substr(kPrefix.size()));
+    const bool chosen = board == configured;
+    if (board && (chosen || entries.size() != kGpibTable))
+      ports.push_back({Kind::kGpib, chosen ? "GPIB" : "", sysfs::NodeOf(entry), *board, {}, "GPIB board"});
   }
-  const int configured = NumberOf(NodeFor("GPIB"));
-  if (entries.empty() && configured >= 0 && GpibAvailability() == Status::kOk)
-    AddBoard(ports, configured, {}, "GPIB driver");
+  if (entries.empty() && configured && GpibAvailability() == Status::kOk)
+    ports.push_back({Kind::kGpib, "GPIB", {}, *configured, {}, "GPIB driver"});
 }
 
 void AddParallel(Ports& ports, const std::string& root) {
