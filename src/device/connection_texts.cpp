@@ -1,5 +1,7 @@
 #include "device/connection_texts.h"
 
+#include <algorithm>
+
 namespace kolvane::device {
 namespace {
 
@@ -12,6 +14,12 @@ std::string WordAt(const std::array<const char*, kSize>& words, std::int16_t ind
 }
 
 }  // namespace
+
+std::optional<std::int32_t> BaudIndex(std::int32_t rate) {
+  const auto at = std::ranges::find(kBaudChoices, std::to_string(rate));
+  if (at == kBaudChoices.end()) return std::nullopt;
+  return static_cast<std::int32_t>(at - kBaudChoices.begin());
+}
 
 std::string ParityWord(std::int16_t parity) { return WordAt(kParityWords, parity); }
 

@@ -112,11 +112,6 @@ void StoreExtended(const ExtendedFields& fields, ExtendedRs232& record) {
 
 }  // namespace
 
-std::optional<std::int32_t> BaudIndex(std::int32_t rate) {
-  const std::int32_t index = IndexOf(kBaudChoices, std::to_string(rate));
-  return index < 0 ? std::nullopt : std::optional(index);
-}
-
 void TakeConfiguredRate(ConnectionParameters& p) {
   if (PageOfCode(p.port_code) != ParameterPage::kRs232) return;
   // The configured rate applies only to the configured node.
