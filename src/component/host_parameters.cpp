@@ -79,7 +79,7 @@ HostParts TakeKind(const HostValue& value, device::ConnectionParameters& p) {
   const device::PortKind* kind = device::PortKindOfCode(p.port_code);
   if (kind != nullptr) p.port_option = kind->option;
   return {.kind = kind != nullptr,
-          .address = p.port_code != code::kTcpIp && p.port_code != code::kUsb,
+          .address = !device::IsPointToPoint(p.port_code),
           .ip_address = p.port_code == code::kTcpIp,
           .usb_address = p.port_code == code::kUsb};
 }
