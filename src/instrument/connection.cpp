@@ -90,13 +90,14 @@ Status Open(PortSession& session, const device::Resource& resource, const Instru
 std::unique_ptr<PortSession> MakeSession(const std::string& resource) {
   const std::string path =
       device::FolderOfCode(reinterpret_cast<const void*>(&DefaultBaud)) + "/libdevlnk.so";
+  const auto not_available = [&resource](std::string_view why) {
+    constexpr std::int32_t kStatus = InstrumentError::kNotAvailable;
+    return InstrumentError(kStatus, FailureText(resource, why, kStatus));
+  };
   void* library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
-  const char* reason = library == nullptr ? dlerror() : nullptr;
-  void* function = library == nullptr ? nullptr : dlsym(library, devlnk::kNewPortSession);
-  if (function == nullptr) {
-    const std::string why = reason == nullptr ? path + ": " + devlnk::kNewPortSession : reason;
-    throw InstrumentError(Code(Status::kNotAvailable), resource + ": " + why + " (-4)");
-  }
+  if (library == nullptr) throw not_available(dlerror());
+  void* function = dlsym(library, devlnk::kNewPortSession);
+  if (function == nullptr) throw not_available(path + ": " + devlnk::kNewPortSession);
   std::unique_ptr<PortSession> session(reinterpret_cast<devlnk::NewPortSession*>(function)());
   if (session == nullptr) throw std::bad_alloc();
   return session;
@@ -143,7 +144,7 @@ std::size_t Connection::BytesWaiting() {
 }
 
 void Connection::Fail(std::int32_t status) const {
-  throw InstrumentError(status, FailureText(resource_, status));
+  throw InstrumentError(status, FailureText(resource_, ReasonText(status), status));
 }
 
 std::int32_t Connection::AskGiveUp(void* self, std::int32_t /*waited_ms*/) {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "base/block_head.h"
 #include "devlnk/status.h"
@@ -17,8 +18,8 @@ inline std::string_view ReasonText(std::int32_t status) {
 }
 
 /// "TCPIP::amp::7::SOCKET: Verbindung abgelehnt (-22)"
-inline std::string FailureText(const std::string& resource, std::int32_t status) {
-  return resource + ": " + std::string(ReasonText(status)) + " (" + std::to_string(status) + ")";
+inline std::string FailureText(const std::string& resource, std::string_view reason, std::int32_t status) {
+  return resource + ": " + std::string(reason) + " (" + std::to_string(status) + ")";
 }
 
 }  // namespace kolvane::instrument
