@@ -1,16 +1,14 @@
 #include "app/command_options.h"
 
-#include <strings.h>
-
 #include <algorithm>
 #include <cstdint>
 #include <limits>
 #include <span>
-#include <utility>
 #include <vector>
 
 #include "base/number.h"
 #include "base/option_table.h"
+#include "base/text.h"
 
 namespace kolvane::app {
 namespace {
@@ -26,7 +24,7 @@ struct Word {
 template <typename Value, std::size_t size>
 std::optional<Value> Find(const Word<Value> (&words)[size], std::string_view text) {
   for (const Word<Value>& word : words) {
-    if (strcasecmp(word.word, std::string(text).c_str()) == 0) return word.value;
+    if (base::EqualsNoCase(word.word, text)) return word.value;
   }
   return std::nullopt;
 }
@@ -45,31 +43,36 @@ constexpr Word<AnswerFormat> kFormats[] = {
 constexpr std::uint64_t kLargestOffset = std::numeric_limits<std::int64_t>::max();
 using Value = std::string_view;
 
+// Stores `value` if there is one; returns whether there is.
+template <typename Field, typename Parsed>
+bool Take(Field& field, const std::optional<Parsed>& value) {
+  if (value) field = *value;
+  return value.has_value();
+}
+
+bool TakeText(std::string& field, Value value) {
+  field = value;
+  return !field.empty();
+}
+
 bool TakeOffset(Options& options, Value value) {
   const bool hex = value.starts_with("0x") || value.starts_with("0X");
-  const auto offset =
-      base::NumberValue<std::uint64_t>(hex ? value.substr(2) : value, 0, kLargestOffset, hex ? 16 : 10);
-  options.decode.Offset = offset.value_or(0);
-  return offset.has_value();
+  return Take(options.decode.Offset,
+              NumberValue<std::uint64_t>(hex ? value.substr(2) : value, 0, kLargestOffset, hex ? 16 : 10));
 }
 
 bool TakeRepeat(Options& options, Value value) {
-  options.decode.Repeat = base::NumberValue<std::uint64_t>(value, 1, kLargestOffset);
+  options.decode.Repeat = NumberValue<std::uint64_t>(value, 1, kLargestOffset);
   return options.decode.Repeat || value == "all";
 }
 
-bool TakeFormat(Options& options, Value value) {
-  const auto format = FormatValue(value);
-  options.decode.Format = format.value_or(AnswerFormat::kText);
-  return format.has_value();
-}
-
 constexpr base::OptionRow<Options> kDecodeOptions[] = {
-    {"template", "a file", [](Options& o, Value v) { return !(o.decode.Template = v).empty(); }},
+    {"template", "a file", [](Options& o, Value v) { return TakeText(o.decode.Template, v); }},
     {"offset", "a number of bytes (0x for hexadecimal)", TakeOffset},
     {"motorola", nullptr, [](Options& o, Value) { return o.decode.Motorola = true; }},
     {"repeat", "a number of records or all", TakeRepeat},
-    {"format", "text, csv or json", TakeFormat},
+    {"format", "text, csv or json",
+     [](Options& o, Value v) { return Take(o.decode.Format, FormatValue(v)); }},
 };
 
 // `decode` and `dump` take exactly one file.
@@ -102,19 +105,7 @@ constexpr Word<bool> kQueriesOnly[] = {{"always", false}, {"queries", true}};
 
 constexpr std::int32_t kLargestNumber = std::numeric_limits<std::int32_t>::max();
 
-template <typename Value>
-bool Take(std::optional<Value>& field, std::optional<Value> value) {
-  field = std::move(value);
-  return field.has_value();
-}
-
-bool TakeText(std::string& field, std::string_view value) {
-  field = value;
-  return !field.empty();
-}
-
 constexpr const char* kTerminatorForm = "LF, CR, CRLF, NONE or a character code from 0 to 255";
-using Value = std::string_view;
 
 constexpr base::OptionRow<Options> kRunOptions[] = {
     {"connect", "a RESOURCE", [](Options& o, Value v) { return TakeText(o.run.Connect, v); }},
@@ -140,12 +131,7 @@ constexpr base::OptionRow<Options> kRunOptions[] = {
      [](Options& o, Value v) {
        return Take(o.run.Count, NumberValue<std::int32_t>(v, 0, CommandRunOptions::kLargestCount));
      }},
-    {"format", "text, csv or json",
-     [](Options& o, Value v) {
-       const auto format = FormatValue(v);
-       if (format) o.run.Format = *format;
-       return format.has_value();
-     }},
+    {"format", "text, csv or json", [](Options& o, Value v) { return Take(o.run.Format, FormatValue(v)); }},
     {"fields", "a number of columns from 1 to 8192",
      [](Options& o, Value v) {
        return Take(o.run.Fields, NumberValue<std::int32_t>(v, 1, CommandRunOptions::kMostFields));
@@ -158,22 +144,14 @@ constexpr base::OptionRow<Options> kRunOptions[] = {
      }},
     {"transcript", "a file", [](Options& o, Value v) { return TakeText(o.run.Transcript, v); }},
     {"transcript-times", "all or none",
-     [](Options& o, Value v) {
-       const auto times = Find(kTranscriptTimes, v);
-       o.run.TranscriptTimes = times.value_or(true);
-       return times.has_value();
-     }},
+     [](Options& o, Value v) { return Take(o.run.TranscriptTimes, Find(kTranscriptTimes, v)); }},
     {"log", "a file", [](Options& o, Value v) { return TakeText(o.run.LogFile, v); }},
     {"binary", nullptr, [](Options& o, Value) { return o.run.Binary = true; }},
     {"show-commands", nullptr, [](Options& o, Value) { return o.run.ShowCommands = true; }},
     {"show-times", nullptr, [](Options& o, Value) { return o.run.ShowTimes = true; }},
     {"verbose", nullptr, [](Options& o, Value) { return o.run.Verbose = true; }},
     {"answers", "always or queries",
-     [](Options& o, Value v) {
-       const auto queries_only = Find(kQueriesOnly, v);
-       o.run.QueriesOnly = queries_only.value_or(false);
-       return queries_only.has_value();
-     }},
+     [](Options& o, Value v) { return Take(o.run.QueriesOnly, Find(kQueriesOnly, v)); }},
     {"flush", nullptr, [](Options& o, Value) { return o.run.Flush = true; }},
     {"blocks", nullptr, [](Options& o, Value) { return o.run.Blocks = true; }},
     {"no-device-words", nullptr, [](Options& o, Value) { return !(o.run.DeviceWords = false); }},

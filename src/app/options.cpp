@@ -1,7 +1,6 @@
 #include "app/options.h"
 
 #include <getopt.h>
-#include <strings.h>
 
 #include <algorithm>
 #include <limits>
@@ -9,6 +8,7 @@
 
 #include "app/command_options.h"
 #include "base/number.h"
+#include "base/text.h"
 
 namespace kolvane::app {
 namespace {
@@ -87,9 +87,10 @@ void ParseCheck(int argc, char** argv, Options& options) {
 
 // Recognizes a command file by its ending or a folder in its name; commands have neither.
 bool IsListName(std::string_view word) {
-  constexpr std::size_t kEnding = sizeof ".CMD" - 1;
-  const bool ending = word.size() > kEnding && strcasecmp(word.data() + word.size() - kEnding, ".CMD") == 0;
-  return ending || word.find('/') != word.npos;
+  constexpr std::string_view kEnding = ".CMD";
+  const bool ends =
+      word.size() > kEnding.size() && base::EqualsNoCase(word.substr(word.size() - kEnding.size()), kEnding);
+  return ends || word.find('/') != word.npos;
 }
 
 void ParseList(int argc, char** argv, Options& options) {
