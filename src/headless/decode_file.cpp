@@ -113,16 +113,20 @@ class In {
     buffer_.erase(0, std::exchange(begin_, 0));
     const std::size_t before = buffer_.size();
     buffer_.resize(before + std::max(size - before, kPiece));
-    const ssize_t got = base::Uninterrupted([&] {
-      const ssize_t result = read(descriptor_, buffer_.data() + before, buffer_.size() - before);
-      if (result >= 0 || errno != EAGAIN) return result;
-      base::Await(descriptor_, POLLIN);
-      errno = EINTR;
-      return result;
-    });
+    const ssize_t got = Read(buffer_.data() + before, buffer_.size() - before);
     if (got < 0) error_ = errno;
     buffer_.resize(before + static_cast<std::size_t>(std::max<ssize_t>(got, 0)));
     return got > 0;
+  }
+
+  // Like read(2), but waits where the descriptor does not: a terminal or pipe is shared with programs that
+  // make it non-blocking.
+  ssize_t Read(char* to, std::size_t size) {
+    for (;;) {
+      const ssize_t got = read(descriptor_, to, size);
+      if (got >= 0 || !base::IsTransient(errno)) return got;
+      base::Await(descriptor_, POLLIN);
+    }
   }
 
   std::string name_;
@@ -221,7 +225,7 @@ class Printer {
   bool first_ = true;
 };
 
-// A template may be a pipe. What is longer is none.
+// A template may be a pipe; one of this size is not read to its end.
 int ReadTemplate(const std::string& name, std::string& bytes) {
   constexpr std::size_t kMaxTemplate = std::size_t{64} << 20;
   const auto take = [&bytes](std::string_view piece) { return bytes.append(piece).size() < kMaxTemplate; };
