@@ -54,15 +54,18 @@ BlockReader::Result BlockReader::TakeCounted(const base::BlockHead& head) {
 // A piece ends at the terminator's last byte, which may also occur within the block.
 BlockReader::Result BlockReader::TakeToTerminator() {
   if (terminator_.empty()) device_.SetTimeout(kGapMs);
-  do {
-    if (block_.size() > base::kBlockLimit) return Result::kTooLong;
-    if (Take(Piece(kLargestPiece), terminator_)) continue;
-    if (!terminator_.empty()) return Result::kFailed;
-    ClearError();
-    return Result::kBlock;
-  } while (terminator_.empty() || !block_.ends_with(terminator_));
-  block_.resize(block_.size() - terminator_.size());
-  return Result::kBlock;
+  while (block_.size() <= base::kBlockLimit) {
+    if (!Take(Piece(kLargestPiece), terminator_)) {
+      if (!terminator_.empty()) return Result::kFailed;
+      ClearError();
+      return Result::kBlock;
+    }
+    if (!terminator_.empty() && block_.ends_with(terminator_)) {
+      block_.resize(block_.size() - terminator_.size());
+      return Result::kBlock;
+    }
+  }
+  return Result::kTooLong;
 }
 
 // Drops the terminator if it follows within the gap; if none is set, a line end counts as one.
