@@ -232,8 +232,8 @@ unsigned char LineEditor::Redraw() {
   if (!cleared_) {
     const LineInfo* info = el_line(line);
     kept_line_.assign(info->buffer, info->lastchar);
-    behind_cursor_ = CharactersIn({info->cursor, info->lastchar});
-    el_cursor(line, behind_cursor_);
+    after_cursor_ = CharactersIn({info->cursor, info->lastchar});
+    el_cursor(line, after_cursor_);
     el_deletestr(line, CharactersIn(kept_line_));
     kept_prompt_ = std::exchange(prompt_, {});
     resized_ = false;
@@ -243,7 +243,7 @@ unsigned char LineEditor::Redraw() {
   el_resize(line);
   prompt_ = std::move(kept_prompt_);
   el_insertstr(line, kept_line_.c_str());
-  el_cursor(line, -behind_cursor_);
+  el_cursor(line, -after_cursor_);
   cleared_ = false;
   return CC_REDISPLAY;
 }
@@ -263,14 +263,10 @@ unsigned char LineEditor::CompleteLine() {
 }
 
 void LineEditor::List(const std::vector<std::string>& candidates) {
+  const std::size_t listed = std::min(candidates.size(), kMaxListed);
   std::string text = "\n";
-  for (const std::string& each : candidates) {
-    if (&each == candidates.data() + kMaxListed) {
-      text += "...\n";
-      break;
-    }
-    text.append(each).append(1, '\n');
-  }
+  for (std::size_t i = 0; i < listed; ++i) text.append(candidates[i]).append(1, '\n');
+  if (listed < candidates.size()) text += "...\n";
   std::fputs(text.c_str(), stdout);
   std::fflush(stdout);
 }

@@ -20,8 +20,8 @@ class LineEditor {
  public:
   using CompleteFunction = std::function<std::vector<std::string>(const std::string& typed)>;
 
-  /// `end`: a descriptor that becomes readable when input should end; negative: none. All must outlive this
-  /// object.
+  /// `end`: a descriptor that becomes readable when input should end; negative: none. It and `history` must
+  /// outlive this object.
   LineEditor(int end, ShellHistory& history, CompleteFunction complete, bool colors);
   ~LineEditor();
   LineEditor(const LineEditor&) = delete;
@@ -35,6 +35,7 @@ class LineEditor {
  private:
   struct Editor;
 
+  /// Sets the terminal's mode for the time while no line is edited.
   void ShowNothing();
   /// Suspends the process if the user wants it, and sets up the terminal again afterwards.
   void TakeSignals();
@@ -63,7 +64,7 @@ class LineEditor {
   bool cleared_ = false;
   std::string kept_prompt_;
   std::string kept_line_;
-  int behind_cursor_ = 0;
+  int after_cursor_ = 0;  // characters
   std::unique_ptr<Editor> editor_;
 };
 
