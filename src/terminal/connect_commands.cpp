@@ -117,10 +117,10 @@ void ConnectCommands::Reconnect() {
   if (error.code >= 0 && view_.AcceptsConnection()) {
     state_.connected = true;
     ClearState();
-    TurnButton(1, ConnectButtonState::kConnectedImage, texts::kDisconnectTip);
+    TurnButton(true);
     AddLine(texts::kConnectedWith);
   } else {
-    TurnButton(0, ConnectButtonState::kDisconnectedImage, texts::kConnectTip);
+    TurnButton(false);
     if (error.code < 0) ShowFailure(texts::kConnectFailed, error);
   }
   view_.ConnectionChanged();
@@ -150,8 +150,7 @@ void ConnectCommands::Toggle() {
   const bool connect = button_.tag == 0;
   connect ? TryConnect() : TryDisconnect();
   if (state_.connected == connect) {
-    connect ? TurnButton(1, ConnectButtonState::kConnectedImage, texts::kDisconnectTip)
-            : TurnButton(0, ConnectButtonState::kDisconnectedImage, texts::kConnectTip);
+    TurnButton(connect);
     AddLine(connect ? texts::kConnectedWith : texts::kDisconnectedFrom);
   }
   view_.ConnectionChanged();
@@ -160,7 +159,8 @@ void ConnectCommands::Toggle() {
 void ConnectCommands::Flush() { FlushInput(device_, output_); }
 
 void ConnectCommands::ShowConnected() {
-  TurnButton(0, ConnectButtonState::kConnectedImage, texts::kDisconnectTip);
+  TurnButton(true);
+  button_.tag = 0;
   view_.ConnectionChanged();
 }
 
@@ -174,10 +174,10 @@ std::string ConnectCommands::StatusText() const {
   return state_.connected ? texts_.description() : std::string(texts::kNotConnected);
 }
 
-void ConnectCommands::TurnButton(int tag, int image, std::string_view tool_tip) {
-  button_.tag = tag;
-  button_.image = image;
-  button_.tool_tip = tool_tip;
+void ConnectCommands::TurnButton(bool connected) {
+  button_ = connected ? ConnectButtonState{1, ConnectButtonState::kConnectedImage,
+                                           std::string(texts::kDisconnectTip)}
+                      : ConnectButtonState{};
 }
 
 void ConnectCommands::AddLine(std::string_view what) {

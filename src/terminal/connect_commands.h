@@ -76,7 +76,7 @@ class ConnectCommands {
   /// put back and true returned; an end of the connection is noted. The status of the last operation does not
   /// change.
   bool Probe();
-  /// Does the same, but only if the port's descriptor is ready; otherwise does nothing.
+  /// Probes only if the port's descriptor is ready and no byte is counted.
   void CheckForLoss();
 
   /// The connection has ended by itself. Nothing else changes until the next connect.
@@ -107,7 +107,7 @@ class ConnectCommands {
   device::DeviceError OpenAgain();
   void ShowFailure(std::string_view what, const device::DeviceError& error);
   void ClearState();
-  void TurnButton(int tag, int image, std::string_view tool_tip);
+  void TurnButton(bool connected);
   void AddLine(std::string_view what);
 
   device::Device& device_;
