@@ -85,7 +85,7 @@ bool WaitFor(int fd, short events, Deadline& deadline) {
     if (ready > 0) return true;
     if ((ready < 0 && errno != EINTR) || !more) return false;
     more = deadline.Continue();
-    // What came while a handler held up the wait counts although the time is over now.
+    // A handler may have taken until the deadline: what arrived meanwhile still counts.
     if (!more && (deadline.given_up() || !deadline.called())) return false;
   }
 }

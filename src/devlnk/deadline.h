@@ -44,7 +44,7 @@ class Deadline {
   explicit Deadline(std::int32_t total_ms, Waiting* waiting = nullptr)
       : total_ms_(total_ms), waiting_(waiting) {}
 
-  /// A shorter deadline for one of several attempts; it starts now.
+  /// A shorter deadline for one of several attempts, which starts with its own first wait.
   Deadline Part(std::int32_t total_ms) const { return Deadline(total_ms, waiting_); }
 
   std::int32_t total_ms() const { return total_ms_; }

@@ -228,7 +228,7 @@ SerialLine::SerialLine(base::Descriptor prompt, base::Descriptor waiting, const 
   ioctl(prompt_.get(), TIOCEXCL);
 }
 
-// Restoring the settings and closing would wait for blocked output.
+// Otherwise restoring the settings and closing would wait for output that the other side blocks.
 SerialLine::~SerialLine() {
   LineOutput output(prompt_.get());
   if (baud_ != 0) FinishOutput(output, baud_);

@@ -225,7 +225,7 @@ class Printer {
   bool first_ = true;
 };
 
-// A template may be a pipe; one of this size is not read to its end.
+// A template may be a pipe; what follows this size is not read.
 int ReadTemplate(const std::string& name, std::string& bytes) {
   constexpr std::size_t kMaxTemplate = std::size_t{64} << 20;
   const auto take = [&bytes](std::string_view piece) { return bytes.append(piece).size() < kMaxTemplate; };

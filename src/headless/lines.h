@@ -15,9 +15,9 @@ struct LineChoice {
   bool errors = true;   ///< includes errors that replace an answer
   bool times = false;   ///< each line starts with its time, "2026-11-21 15:01:04.123 "; within an answer, too
   bool colors = false;  ///< failures and commands in colour, by escape sequences
-  /// If set, a line less than a millisecond after another, or in the same tick of this clock, is written
-  /// later, by Flush, FlushDue or with the next: a write costs as much as reading a short answer. If null,
-  /// and on a terminal: each at once.
+  /// If set, a line less than a millisecond after a write, or in the same tick of this clock, is kept and
+  /// written by the next line, Flush or FlushDue: a write costs as much as reading a short answer. If null,
+  /// and on a terminal, each line is written at once.
   const base::Clock* clock = nullptr;
 };
 

@@ -15,8 +15,8 @@ namespace kolvane::headless {
 std::string WithVisibleControls(std::string_view text);
 
 /// A host's function for the lines of a run, if any. The first exception of a host's function is kept: it
-/// ends the run and is rethrown once everything has been closed. The port library, which may be what called
-/// it, would take it for a lack of memory.
+/// ends the run and is rethrown once everything has been closed. It must not pass through the port library,
+/// which may have called the function and would take it for a lack of memory.
 class HostLines {
  public:
   using Handler = std::function<void(LineKind, const std::string&)>;

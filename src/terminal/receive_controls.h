@@ -42,7 +42,7 @@ inline constexpr std::size_t kCountedAnswerLimit = 1025;  ///< bytes of an answe
 std::int32_t TypedTimeout(std::string_view text);
 /// BinChars, a 16-bit number; kSubscript for a negative one.
 std::size_t TypedCount(std::string_view text);
-/// kSubscript for a count above kCountedAnswerLimit, once so many bytes have been read.
+/// kSubscript for a count above kCountedAnswerLimit; to be called once so many bytes have been read.
 void CheckCount(std::size_t count);
 
 /// Why the functions above would throw for `text`; empty if they would not.

@@ -85,7 +85,7 @@ struct TerminalState {
 
 /// What the window shows and the settings store besides connection and reception.
 struct WindowSettings {
-  std::int16_t com_log = 0;
+  std::int16_t com_log = 0;  ///< only kept as stored
   base::Look pane;
   base::Look command_list;
 };

@@ -40,7 +40,7 @@ class Unasked {
   const TerminalState& state_;
   Output& output_;
   ConnectCommands& connect_;
-  std::string partial_line_;  // the unfinished line
+  std::string partial_line_;
   Bytes buffer_;
 };
 

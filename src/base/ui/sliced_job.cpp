@@ -48,7 +48,7 @@ void SlicedJob::WorkSlice() {
     if (reached.error != 0) return End(reached.error);
   }
   if (reached.share >= 1) return End(0);
-  // This serves events.
+  // setValue serves events, so the next slice is started only after it.
   progress_.setValue(static_cast<int>(reached.share * kSteps));
   next_.start(0, this);
 }

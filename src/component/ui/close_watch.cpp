@@ -11,6 +11,7 @@
 namespace kolvane::component {
 namespace {
 
+// Other than base::IsReadable, false for a descriptor that the host has closed.
 bool IsReadable(int descriptor) {
   pollfd event{descriptor, POLLIN, 0};
   return base::Uninterrupted([&] { return poll(&event, 1, 0); }) > 0 && (event.revents & POLLNVAL) == 0;

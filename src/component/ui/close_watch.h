@@ -23,8 +23,8 @@ class CloseWatch final : public window::CloseRequest {
   /// Sets the window to close; closes it at once if the request has already been made.
   void SetWindow(window::MainWindow& window);
 
-  /// Runs events until the window has closed, or the thread's event loops are ended; later calls treat that
-  /// as a request.
+  /// Runs events until the window has closed or the thread's event loops are ended. After that Made() is
+  /// true.
   void RunEvents();
 
  private:
