@@ -7,7 +7,7 @@
 #include <span>
 #include <string_view>
 
-#include "amplifier/line_commands.h"
+#include "amplifier/line_handler.h"
 #include "amplifier/state.h"
 
 namespace kolvane::amplifier {

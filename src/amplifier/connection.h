@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "amplifier/line_commands.h"
+#include "amplifier/line_handler.h"
 #include "amplifier/options.h"
 #include "amplifier/stream.h"
 

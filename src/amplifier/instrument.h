@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "amplifier/command.h"
-#include "amplifier/line_commands.h"
+#include "amplifier/line_handler.h"
 #include "amplifier/state.h"
 #include "base/clock.h"
 

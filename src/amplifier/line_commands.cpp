@@ -1,5 +1,3 @@
-#include "amplifier/line_commands.h"
-
 #include "amplifier/command.h"
 
 // Commands that test the line and the reader instead of measuring.

@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "amplifier/instrument.h"
-#include "amplifier/line_commands.h"
+#include "amplifier/line_handler.h"
 #include "amplifier/pty.h"
 #include "amplifier/whole_file.h"
 #include "base/clock.h"

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "amplifier/connection.h"
-#include "amplifier/line_commands.h"
+#include "amplifier/line_handler.h"
 #include "amplifier/options.h"
 #include "amplifier/tcp.h"
 #include "base/clock.h"

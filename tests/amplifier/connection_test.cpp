@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "amplifier/line_commands.h"
+#include "amplifier/line_handler.h"
 
 namespace kolvane::amplifier {
 namespace {
