@@ -9,6 +9,7 @@ namespace {
 
 constexpr std::int64_t kMaxRecording = 100'000;
 constexpr std::int64_t kMaxBufferValues = 500;
+// By SampleType and ByteOrder.
 constexpr std::string_view kTypes[] = {"INT16", "INT32", "FLOAT32"};
 constexpr std::string_view kOrders[] = {"INTEL", "MOTOROLA"};
 

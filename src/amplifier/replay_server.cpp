@@ -22,7 +22,7 @@ std::vector<Conversation> ReadConversations(const std::string& file, int stop) {
     throw std::runtime_error(file + ":" + std::to_string(problem->line) +
                              ": not a line of a transcript: " + problem->text);
   auto& conversations = std::get<std::vector<Conversation>>(read);
-  if (conversations.empty()) throw std::runtime_error(file + ": nothing was said in this transcript");
+  if (conversations.empty()) throw std::runtime_error(file + ": the transcript has no transfers");
   return std::move(conversations);
 }
 
@@ -47,7 +47,7 @@ ReplayServer::ReplayServer(const Options& options, int stop)
       recorded_times_(options.recorded_times),
       conversations_(ReadConversations(options.replay, stop)),
       pty_link_(options.pty_link) {
-  if (OnLine()) {
+  if (IsPty()) {
     conversations_ = JoinUpToHangUps(std::move(conversations_));
     StartConversation(std::make_unique<PtyStream>(pty_link_));
   } else {
@@ -132,18 +132,22 @@ void ReplayServer::EndConnection() {
   if (replay_->difference().empty()) replay_.reset();
 }
 
-// A pty ends after its last utterance, a connection when the instrument hangs up, but not before the terminal
-// has read everything.
+// Without a hang-up the terminal closes the connection; on a pty that goes unnoticed.
+bool ReplayServer::IsInstrumentDone() const {
+  if (replay_->HangsUp()) return replay_->hung_up();
+  return IsPty() && replay_->finished();
+}
+
+// Not before the terminal has read everything.
 void ReplayServer::EndByItself() {
-  if (!stream_ || !replay_ || !out_.empty()) return;
-  if (replay_->HangsUp() ? !replay_->hung_up() : !OnLine() || !replay_->finished()) return;
+  if (!stream_ || !replay_ || !out_.empty() || !IsInstrumentDone()) return;
   if (!stream_->EndOrderly()) {
     retry_ = Clock::now() + kEndRetry;
     return;
   }
   retry_.reset();
   replay_.reset();
-  if (!OnLine()) {
+  if (!IsPty()) {
     stream_.reset();
   } else if (!Played()) {
     StartConversation(std::make_unique<PtyStream>(pty_link_));

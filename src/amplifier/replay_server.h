@@ -19,8 +19,7 @@ namespace kolvane::amplifier {
 class ReplayServer {
  public:
   /// Throws std::system_error if the port or the pty cannot be opened, std::runtime_error with a one-line
-  /// English text if the file cannot be read or is not a transcript.
-  /// ReadingStopped as Server.
+  /// English text if the file cannot be read or is not a transcript, ReadingStopped as Server does.
   explicit ReplayServer(const Options& options, int stop = -1);
 
   /// The port listened on; 0 without TCP.
@@ -34,7 +33,7 @@ class ReplayServer {
  private:
   using Clock = Replay::Clock;
 
-  bool OnLine() const { return !pty_link_.empty(); }
+  bool IsPty() const { return !pty_link_.empty(); }
   bool Played() const { return next_ == conversations_.size() && !replay_; }
   void StartConversation(std::unique_ptr<Stream> stream);
   std::optional<Clock::time_point> Due() const;
@@ -42,6 +41,7 @@ class ReplayServer {
   void Receive();
   void Send();
   void EndConnection();
+  bool IsInstrumentDone() const;
   void EndByItself();
 
   std::string file_;

@@ -14,6 +14,7 @@ Transfer Transfer::Of(ssize_t returned) {
   if (returned < 0 && base::IsTransient(errno)) return {};
   return {Kind::kEnded, 0};
 }
+
 namespace {
 
 constexpr std::string_view kWords[] = {"CRLF", "CR", "LF", "NONE"};

@@ -209,7 +209,7 @@ TEST_F(ReplayServerTest, WithoutATranscriptThereIsNoServer) {
   };
   const std::string file = folder.Path("t");
   EXPECT_EQ(failure(OptionsFor("no")), file + ":1: not a line of a transcript: not JSON");
-  EXPECT_EQ(failure(OptionsFor("")), file + ": nothing was said in this transcript");
+  EXPECT_EQ(failure(OptionsFor("")), file + ": the transcript has no transfers");
   Options options = OptionsFor("");
   options.replay = folder.Path("none");
   EXPECT_EQ(failure(options), "cannot read " + folder.Path("none") + ": No such file or directory");
