@@ -13,7 +13,7 @@
 #include "component/settings.h"
 #include "row.h"
 #include "script/command_file.h"
-#include "terminal/output.h"
+#include "terminal/log_control.h"
 
 namespace kolvane::bench {
 namespace {

@@ -13,7 +13,7 @@
 #include "headless/transcript.h"
 #include "kolvane/CommandRun.h"
 #include "script/script_state.h"
-#include "terminal/output.h"
+#include "terminal/log_control.h"
 #include "terminal/receive_controls.h"
 #include "terminal/terminal_core.h"
 

@@ -2,7 +2,7 @@
 
 #include <QObject>
 
-#include "terminal/output.h"
+#include "terminal/log_control.h"
 #include "window/menus.h"
 #include "window/message_prompt.h"
 #include "window/status_bars.h"

@@ -10,7 +10,7 @@
 #include "device/fake_port_library.h"
 #include "device/recording_host.h"
 #include "pane/fake_pane.h"
-#include "terminal/output.h"
+#include "terminal/log_control.h"
 
 namespace kolvane::component {
 namespace {

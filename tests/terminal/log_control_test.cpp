@@ -1,4 +1,4 @@
-#include "terminal/output.h"
+#include "terminal/log_control.h"
 
 #include <gtest/gtest.h>
 
