@@ -38,11 +38,6 @@ const ModeRow& RowOf(ParallelMode mode) {
                        [&](const ModeRow& row) { return row.mode == mode; });
 }
 
-Status FailureOfNode(int error) {
-  const bool gone = error == EIO || error == ENXIO || error == ENODEV;
-  return gone ? Status::kConnectionLost : StatusFromErrno(error);
-}
-
 class ParallelChannel final : public Channel {
  public:
   ParallelChannel(std::unique_ptr<DeviceNode> node, const ModeRow& row) : node_(std::move(node)), row_(row) {}
@@ -108,25 +103,25 @@ void ParallelChannel::Pause(Deadline& deadline) {
 }
 
 Received ParallelChannel::Read(std::span<char> room, Deadline& deadline) {
-  if (!Turn(Direction::kFromInstrument)) return {0, FailureOfNode(errno)};
+  if (!Turn(Direction::kFromInstrument)) return {0, StatusOfTransfer(errno)};
   for (;;) {
     const ssize_t got = node_->Read(room);
     if (got > 0) return {static_cast<std::size_t>(got)};
-    if (got < 0 && !base::IsTransient(errno)) return {0, FailureOfNode(errno)};
+    if (got < 0 && !base::IsTransient(errno)) return {0, StatusOfTransfer(errno)};
     if (deadline.HasExpired()) return {};
     Pause(deadline);
   }
 }
 
 Status ParallelChannel::Write(std::string_view bytes, Deadline& deadline) {
-  if (!Turn(Direction::kToInstrument)) return FailureOfNode(errno);
+  if (!Turn(Direction::kToInstrument)) return StatusOfTransfer(errno);
   while (!bytes.empty()) {
     const ssize_t sent = node_->Write(bytes);
     if (sent > 0) {
       bytes.remove_prefix(static_cast<std::size_t>(sent));
       continue;
     }
-    if (sent < 0 && !base::IsTransient(errno)) return FailureOfNode(errno);
+    if (sent < 0 && !base::IsTransient(errno)) return StatusOfTransfer(errno);
     if (deadline.HasExpired()) return Status::kWriteTimeout;
     Pause(deadline);
   }

@@ -121,10 +121,7 @@ class SerialChannel final : public StreamChannel {
 
   // A line ends only with a hang-up: the adapter was unplugged, or the other end of a pty was closed.
   Status EndOfInput() const override { return Status::kConnectionLost; }
-  Status Failure(int error) const override {
-    const bool gone = error == EIO || error == ENXIO || error == ENODEV;
-    return gone ? Status::kConnectionLost : StatusFromErrno(error);
-  }
+  Status Failure(int error) const override { return StatusOfTransfer(error); }
 
   std::unique_ptr<SerialLine> line_;
 };

@@ -48,6 +48,11 @@ Status StatusFromErrno(int error) {
   }
 }
 
+Status StatusOfTransfer(int error) {
+  const bool gone = error == EIO || error == ENXIO || error == ENODEV;
+  return gone ? Status::kConnectionLost : StatusFromErrno(error);
+}
+
 std::string_view StatusText(std::int32_t code) {
   switch (static_cast<Status>(code)) {
     case Status::kOk:

@@ -41,8 +41,10 @@ enum class Status : std::int32_t {
 
 constexpr std::int32_t Code(Status status) { return static_cast<std::int32_t>(status); }
 
-/// The only translation of errno, so that the same failure has the same code on every port kind.
+/// The only translations of errno, so that the same failure has the same code on every port kind.
 Status StatusFromErrno(int error);
+/// For a transfer on an open device node: one whose device has gone is a lost connection.
+Status StatusOfTransfer(int error);
 
 /// The meaning of a status, German, UTF-8 ("Verbindung abgelehnt"); empty if it is not a failure of this
 /// library.

@@ -21,16 +21,13 @@ constexpr std::uint32_t kShortestTimeoutMs = 100;  // the driver refuses shorter
 // that the instrument has gone.
 Status FailureOfTransfer(int error) {
   switch (error) {
-    case ENODEV:
-    case ENXIO:
-    case EIO:
     case EPROTO:
     case EILSEQ:
       return Status::kConnectionLost;
     case EPIPE:
       return Status::kIoError;
     default:
-      return StatusFromErrno(error);
+      return StatusOfTransfer(error);
   }
 }
 
