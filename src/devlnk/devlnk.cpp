@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/encoding.h"
+#include "devlnk/gpib_library.h"
 #include "devlnk/port_scan.h"
 #include "devlnk/port_session.h"
 
@@ -17,6 +18,7 @@ using kolvane::devlnk::Code;
 using kolvane::devlnk::Deadline;
 using kolvane::devlnk::DefaultNode;
 using kolvane::devlnk::FindPortKind;
+using kolvane::devlnk::GpibAvailability;
 using kolvane::devlnk::GpibOptions;
 using kolvane::devlnk::InputQueue;
 using kolvane::devlnk::PortKind;
@@ -104,7 +106,7 @@ std::int32_t QDX_SetGPIBCtrlBlock(std::int16_t eoi_on_write, std::int16_t stop_r
                             static_cast<unsigned char>(eos_char), repeat_addressing == 1};
   return Operate([&](PortSession& session) {
     session.SetGpib(options, milliseconds);
-    return FindPortKind(488)->availability();
+    return GpibAvailability();
   });
 }
 

@@ -22,8 +22,7 @@ bool FindAll(void* handle, GpibLibrary& library) {
   return Find(handle, "ibdev", library.ibdev) && Find(handle, "ibwrt", library.ibwrt) &&
          Find(handle, "ibrd", library.ibrd) && Find(handle, "ibtmo", library.ibtmo) &&
          Find(handle, "ibclr", library.ibclr) && Find(handle, "ibonl", library.ibonl) &&
-         Find(handle, "ibconfig", library.ibconfig) && Find(handle, "ThreadIbsta", library.ThreadIbsta) &&
-         Find(handle, "ThreadIberr", library.ThreadIberr) &&
+         Find(handle, "ibconfig", library.ibconfig) && Find(handle, "ThreadIberr", library.ThreadIberr) &&
          Find(handle, "ThreadIbcntl", library.ThreadIbcntl);
 }
 

@@ -26,7 +26,6 @@ struct GpibLibrary {
   int (*ibrsp)(int device, char* status_byte) = nullptr;  ///< null in a library that lacks it
   int (*ibonl)(int device, int online) = nullptr;
   int (*ibconfig)(int device, int option, int value) = nullptr;
-  int (*ThreadIbsta)() = nullptr;
   int (*ThreadIberr)() = nullptr;
   long (*ThreadIbcntl)() = nullptr;
 };

@@ -88,6 +88,5 @@ EXPORTED int ibconfig(int device, int option, int value) {
   Record("config", device, option, value);
   return FinishPlain(-1);
 }
-EXPORTED int ThreadIbsta() { return last_status; }
 EXPORTED int ThreadIberr() { return last_error; }
 EXPORTED long ThreadIbcntl() { return last_count; }
