@@ -30,8 +30,7 @@ std::string FirstLine(int fd) {
   std::string line;
   char c = 0;
   for (;;) {
-    const ssize_t got = read(fd, &c, 1);
-    if (got < 0 && errno == EINTR) continue;
+    const ssize_t got = base::Uninterrupted([&] { return read(fd, &c, 1); });
     if (got <= 0 || c == '\n') return line;
     line += c;
   }
@@ -49,7 +48,7 @@ std::uint16_t PortIn(std::string_view line) {
 
 AmplifierProcess::AmplifierProcess(const std::string& program) {
   Start(program);
-  port_ = PortIn(FirstLine(output_));
+  port_ = PortIn(FirstLine(output_.get()));
   if (port_ != 0) return;
   Stop();
   throw std::runtime_error("the simulated amplifier did not start: " + program);
@@ -60,9 +59,11 @@ AmplifierProcess::~AmplifierProcess() { Stop(); }
 void AmplifierProcess::Start(const std::string& program) {
   int ends[2];
   if (pipe2(ends, O_CLOEXEC) != 0) throw std::runtime_error(std::string("pipe: ") + std::strerror(errno));
+  output_ = base::Descriptor(ends[0]);
+  const base::Descriptor input(ends[1]);
   posix_spawn_file_actions_t actions;
   posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
+  posix_spawn_file_actions_adddup2(&actions, input.get(), STDOUT_FILENO);
   posix_spawnattr_t attributes;
   posix_spawnattr_init(&attributes);
   sigset_t none;
@@ -77,19 +78,14 @@ void AmplifierProcess::Start(const std::string& program) {
   const int failure = posix_spawn(&child_, program.c_str(), &actions, &attributes, arguments, environ);
   posix_spawn_file_actions_destroy(&actions);
   posix_spawnattr_destroy(&attributes);
-  close(ends[1]);
-  output_ = ends[0];
-  if (failure == 0) return;
-  close(output_);
-  throw std::runtime_error("the simulated amplifier cannot be started: " + program + ": " +
-                           std::strerror(failure));
+  if (failure != 0)
+    throw std::runtime_error("the simulated amplifier cannot be started: " + program + ": " +
+                             std::strerror(failure));
 }
 
 void AmplifierProcess::Stop() {
   kill(child_, SIGTERM);
-  while (waitpid(child_, nullptr, 0) < 0 && errno == EINTR) {
-  }
-  close(output_);
+  base::Uninterrupted([this] { return waitpid(child_, nullptr, 0); });
 }
 
 namespace {

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string>
 
+#include "base/descriptor.h"
+
 namespace kolvane::app {
 
 /// A simulated amplifier process that listens on a free loopback port for as long as this object lives.
@@ -23,7 +25,7 @@ class AmplifierProcess {
   void Stop();
 
   pid_t child_ = -1;
-  int output_ = -1;
+  base::Descriptor output_;
   std::uint16_t port_ = 0;
 };
 
