@@ -14,7 +14,7 @@ using namespace form_page;
 
 struct Row {
   int front;
-  std::array<int, 3> disabled;  // besides the USB page; repeats the front page if fewer
+  std::array<int, 3> disabled;  // besides the USB page; unused places repeat the front page, which is enabled
 };
 
 constexpr Row kSerialRow = {kRs232, {kRs232, kRs232, kRs232}};

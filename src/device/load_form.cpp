@@ -101,11 +101,13 @@ std::string LastSeconds(const std::string& typed, std::int32_t seconds) {
   return TcpIpTimeout(typed) == TcpIpTimeout(stored) ? stored : LastText(typed, stored);
 }
 
-// If the selected kind's page says 0, or its list has no entry for a typed text, the time-out in use is
-// shown.
+// The time-out in use is shown where the selected kind's page says 0, or where its list has no entry for the
+// stored text and another one is shown.
 void ShowEffectiveTimeout(ConnectionForm& form, const ConnectionParameters& p) {
-  const auto show = [&p](std::string& text, auto meaning, const std::string& effective, bool stored = true) {
-    if (meaning(text) == 0 || (!stored && meaning(text) != p.timeout_ms)) text = effective;
+  const auto show = [&p](std::string& text, auto meaning, const std::string& effective,
+                         bool is_entry = true) {
+    const std::int32_t shown = meaning(text);
+    if (shown == 0 || (!is_entry && shown != p.timeout_ms)) text = effective;
   };
   const TimeoutEntries& entries = p.timeout_entries;
   switch (PageOfCode(p.port_code)) {
