@@ -185,7 +185,8 @@ Status PortSession::AwaitMessage(Deadline& deadline, const MessageRule& rule, Me
     Deadline gap = deadline.Part(std::min(rule.gap_ms, deadline.RemainingMs()));
     status = Await(gap, moved);
   }
-  if (status == Status::kGivenUp || queue_.size() == 0 || complete()) return status;
+  const bool silent = status == Status::kOk || status == Status::kReadTimeout || EndsConnection(status);
+  if (!silent || queue_.size() == 0 || complete()) return status;
   message = {queue_.size(), MessageEnd::kGap};
   return Status::kOk;
 }

@@ -60,7 +60,7 @@ class PortSession {
   /// bytes stay queued. See QDX_ReadPort.
   Status Read(std::span<char> buffer, unsigned char terminator, std::size_t& delivered);
   /// Appends the next message to `message`; a failure leaves it unchanged, and the bytes stay queued. If the
-  /// rule has a gap, a connection loss after the first byte ends the message too.
+  /// rule has a gap, the time-out or a connection loss after the first byte ends the message too.
   virtual Status ReadMessage(const MessageRule& rule, std::string& message, MessageEnd& end);
   /// Waits until `count` bytes, at most InputQueue::kLimit, are queued, without consuming them.
   virtual Status AwaitQueued(std::size_t count);

@@ -153,5 +153,19 @@ TEST_F(PortSessionTest, RefusesNegativeTimeouts) {
   EXPECT_EQ(session_.SetTimeout(INT32_MAX), Status::kOk);
 }
 
+TEST_F(PortSessionTest, OnlySilenceAndALossEndAMessageAtAGap) {
+  const MessageRule rule{.max_bytes = 100, .terminator = {}, .gap_ms = 50};
+  std::string message;
+  MessageEnd end{};
+  script.reads = {{3}, {0, Status::kIoError}};
+  EXPECT_EQ(session_.ReadMessage(rule, message, end), Status::kIoError);
+  EXPECT_EQ(message, "");
+  EXPECT_EQ(session_.queued(), 3u);
+  script.reads = {{0, Status::kConnectionLost}};
+  EXPECT_EQ(session_.ReadMessage(rule, message, end), Status::kOk);
+  EXPECT_EQ(message, "xxx");
+  EXPECT_EQ(end, MessageEnd::kGap);
+}
+
 }  // namespace
 }  // namespace kolvane::devlnk
