@@ -70,12 +70,18 @@ bool IsForbidden(char32_t point, std::size_t length) {
          (point >= 0xD800 && point <= 0xDFFF) || point > 0x10FFFF;
 }
 
+// Whether a character of several bytes can start with this one.
+bool IsUtf8Lead(char c) {
+  const auto byte = static_cast<std::uint8_t>(c);
+  return byte >= 0xC2 && byte <= 0xF4;
+}
+
 }  // namespace
 
 std::size_t UnfinishedUtf8(std::string_view text) {
   for (std::size_t back = 1; back <= std::min<std::size_t>(3, text.size()); ++back) {
     const char c = text[text.size() - back];
-    if (!IsUtf8Continuation(c)) return Utf8Length(c) > back ? back : 0;
+    if (!IsUtf8Continuation(c)) return IsUtf8Lead(c) && Utf8Length(c) > back ? back : 0;
   }
   return 0;
 }
@@ -84,7 +90,7 @@ CodePoint DecodeUtf8(std::string_view text, std::size_t at) {
   const auto lead = static_cast<std::uint8_t>(text[at]);
   if (lead < 0x80) return {lead, 1};
   const std::size_t length = Utf8Length(text[at]);
-  if (lead < 0xC2 || lead > 0xF4 || at + length > text.size()) return {kMalformed, 1};
+  if (!IsUtf8Lead(text[at]) || at + length > text.size()) return {kMalformed, 1};
   char32_t point = lead & (0x7Fu >> length);
   for (std::size_t i = 1; i < length; ++i) {
     if (!IsUtf8Continuation(text[at + i])) return {kMalformed, i};

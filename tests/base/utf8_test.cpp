@@ -68,5 +68,14 @@ TEST(Utf8Prefix, EndsWithAWholeCharacter) {
   EXPECT_EQ(Utf8Prefix("aä€", 0), "");
 }
 
+TEST(Utf8, OnlyTheStartOfACharacterIsUnfinished) {
+  for (const char* whole : {"", "a", "ä", "€", "a😀"}) EXPECT_EQ(UnfinishedUtf8(whole), 0u) << whole;
+  EXPECT_EQ(UnfinishedUtf8("a\xC3"), 1u);
+  EXPECT_EQ(UnfinishedUtf8("a\xE2\x82"), 2u);
+  EXPECT_EQ(UnfinishedUtf8("\xF0\x9F\x98"), 3u);
+  for (const char* never : {"\xFF", "\xC0", "\xF5\x80", "\x80\x80\x80\x80"})
+    EXPECT_EQ(UnfinishedUtf8(never), 0u);
+}
+
 }  // namespace
 }  // namespace kolvane::base
