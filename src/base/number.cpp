@@ -24,17 +24,20 @@ struct Scan {
   std::size_t taken = 0;
 };
 
+enum class DecimalSigns { kPoint, kPointAndComma };
+enum class InnerSpaces { kSkipped, kEndNumber };
+
 class Scanner {
  public:
-  Scanner(std::string_view text, bool comma, bool skip_inner_spaces)
-      : text_(text), comma_(comma), skip_spaces_(skip_inner_spaces) {}
+  Scanner(std::string_view text, DecimalSigns signs, InnerSpaces spaces)
+      : text_(text), signs_(signs), spaces_(spaces) {}
 
   Scan Run() {
-    SkipSpaces(true);
+    SkipSpaces();
     if (Peek() == '-' || Peek() == '+') Sign();
     const std::size_t whole = Digits();
     std::size_t fraction = 0;
-    if (Peek() == '.' || (comma_ && Peek() == ',')) {
+    if (Peek() == '.' || (signs_ == DecimalSigns::kPointAndComma && Peek() == ',')) {
       ++at_;
       scan_.digits += '.';
       fraction = Digits();
@@ -48,19 +51,23 @@ class Scanner {
  private:
   char Peek() const { return at_ < text_.size() ? text_[at_] : '\0'; }
 
-  void SkipSpaces(bool always) {
-    while ((always || skip_spaces_) && at_ < text_.size() && IsSpace(text_[at_])) ++at_;
+  void SkipSpaces() {
+    while (at_ < text_.size() && IsSpace(text_[at_])) ++at_;
+  }
+
+  void SkipInnerSpaces() {
+    if (spaces_ == InnerSpaces::kSkipped) SkipSpaces();
   }
 
   void Sign() {
     if (Peek() == '-') scan_.digits += '-';
     ++at_;
-    SkipSpaces(false);
+    SkipInnerSpaces();
   }
 
   std::size_t Digits() {
     std::size_t count = 0;
-    for (SkipSpaces(false); IsDigit(Peek()); SkipSpaces(false), ++count) scan_.digits += text_[at_++];
+    for (SkipInnerSpaces(); IsDigit(Peek()); SkipInnerSpaces(), ++count) scan_.digits += text_[at_++];
     return count;
   }
 
@@ -78,8 +85,8 @@ class Scanner {
   }
 
   std::string_view text_;
-  bool comma_;
-  bool skip_spaces_;
+  DecimalSigns signs_;
+  InnerSpaces spaces_;
   std::size_t at_ = 0;
   Scan scan_;
 };
@@ -118,9 +125,9 @@ std::optional<double> HexPrefix(std::string_view text) {
   return static_cast<std::int32_t>(value);
 }
 
-double Leading(std::string_view text, bool comma) {
+double Leading(std::string_view text, DecimalSigns signs) {
   if (const auto hex = HexPrefix(text)) return *hex;
-  return ValueOf(Scanner(text, comma, true).Run());
+  return ValueOf(Scanner(text, signs, InnerSpaces::kSkipped).Run());
 }
 
 template <typename Int>
@@ -159,12 +166,12 @@ std::string General(double value, int digits, std::string_view decimal_sign) {
 
 }  // namespace
 
-double LeadingNumber(std::string_view text) { return Leading(text, false); }
+double LeadingNumber(std::string_view text) { return Leading(text, DecimalSigns::kPoint); }
 
-double LeadingTypedNumber(std::string_view text) { return Leading(text, true); }
+double LeadingTypedNumber(std::string_view text) { return Leading(text, DecimalSigns::kPointAndComma); }
 
 std::optional<double> WholeTextNumber(std::string_view text) {
-  const Scan scan = Scanner(text, true, false).Run();
+  const Scan scan = Scanner(text, DecimalSigns::kPointAndComma, InnerSpaces::kEndNumber).Run();
   if (scan.taken == 0) return std::nullopt;
   for (const char c : text.substr(scan.taken)) {
     if (!IsSpace(c)) return std::nullopt;
