@@ -40,7 +40,7 @@ std::string WithVisibleControls(std::string_view text) {
     const std::size_t size = IsSecondControl(text) ? 2 : 1;
     const std::string_view last = text.substr(size - 1, 1);
     if (size == 2 || !IsShown(last[0])) {
-      terminal::AppendDisplayForm(last, true, visible);
+      terminal::AppendByteForm(last, visible);
     } else {
       visible += last;
     }

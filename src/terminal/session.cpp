@@ -95,17 +95,21 @@ std::string_view WithoutTerminator(std::string_view text, std::string_view termi
   answer.erase(0, start);
 }
 
-void AppendDisplayForm(std::string_view bytes, bool binary, std::string& text, bool utf8) {
-  if (!binary) {
-    text += base::FromDevice(bytes, utf8);
-    return;
-  }
+void AppendByteForm(std::string_view bytes, std::string& text) {
   constexpr std::string_view kDigits = "0123456789ABCDEF";
   text.reserve(text.size() + 4 * bytes.size());
   for (const char c : bytes) {
     const auto byte = static_cast<unsigned char>(c);
     const char form[] = {'<', kDigits[byte >> 4], kDigits[byte & 15], '>'};
     text.append(form, sizeof form);
+  }
+}
+
+void AppendDisplayForm(std::string_view bytes, bool binary, std::string& text, bool utf8) {
+  if (binary) {
+    AppendByteForm(bytes, text);
+  } else {
+    text += base::FromDevice(bytes, utf8);
   }
 }
 

@@ -33,8 +33,11 @@ std::vector<std::string_view> DeviceWords();
 /// of it if the device left only that).
 void TrimAnswer(std::string& answer, std::string_view receive_terminator);
 
+/// Appends each byte as <0D>.
+void AppendByteForm(std::string_view bytes, std::string& text);
+
 /// Appends received bytes in their display form: decoded as Windows-1252 (as UTF-8 with `utf8`) or, with
-/// `binary`, as <0D> each.
+/// `binary`, by AppendByteForm.
 void AppendDisplayForm(std::string_view bytes, bool binary, std::string& text, bool utf8 = false);
 
 inline constexpr std::int32_t kTextAnswerLimit = 16000;  ///< characters, mode 0
