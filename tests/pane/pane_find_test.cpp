@@ -115,6 +115,26 @@ TEST_F(PaneFindTest, FindsNothingInAnotherText) {
   EXPECT_EQ(Shown(), "0/0");
 }
 
+TEST_F(PaneFindTest, CountsNoHitAsCurrentThatIsNoLongerOne) {
+  SetText("one\none");
+  Search("one");
+  EXPECT_EQ(Shown(), "1/2");
+  PaneText other;
+  other.SetText("no hit here\none");
+  pane_.SetText(std::move(other));
+  Finish();
+  EXPECT_EQ(Shown(), "0/1");
+  find_->GoToNext();
+  Finish();
+  EXPECT_EQ(Shown(), "1/1");
+  pane_.Clear();
+  AppendLines(2);
+  pane_.AppendLine(LineKind::kAnswer, "one");
+  pane_.Flush();
+  Finish();
+  EXPECT_EQ(Shown(), "0/1");
+}
+
 TEST_F(PaneFindTest, HighlightsHitsInViewAndScrollBar) {
   AppendLines(300);
   auto* marks = static_cast<base::MarkedScrollBar*>(&bar());

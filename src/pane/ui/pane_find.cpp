@@ -29,10 +29,7 @@ void PaneFind::Search(std::shared_ptr<const Matcher> matcher) {
   ShowProgress();
 }
 
-void PaneFind::GoToNext() {
-  const PaneRange selection = pane_->text().Selection();
-  GoTo(Jump::kNext, selection.end);
-}
+void PaneFind::GoToNext() { GoTo(Jump::kNext, pane_->text().Selection().end); }
 
 void PaneFind::GoToPrevious() { GoTo(Jump::kPrevious, pane_->text().Selection().begin); }
 
@@ -76,9 +73,15 @@ bool PaneFind::FinishJump() {
 
 FindState PaneFind::State() const {
   FindState state{.count = search_.Count(), .complete = search_.IsComplete() && jump_ == Jump::kNone};
-  if (current_ && current_->end <= pane_->text().Length() && state.count > 0)
-    state.current = std::min(search_.CountBefore(current_->begin) + 1, state.count);
+  if (IsCurrentAHit()) state.current = std::min(search_.CountBefore(current_->begin) + 1, state.count);
   return state;
+}
+
+// Whether the hit last gone to is still one, or may be, because its part of the text is being searched again.
+bool PaneFind::IsCurrentAHit() const {
+  if (!current_ || current_->end > pane_->text().Length() || search_.Count() == 0) return false;
+  const PaneSearch::Answer there = search_.NextHit(current_->begin);
+  return !there.known || there.hit == current_;
 }
 
 QString PaneFind::SelectedText() const {

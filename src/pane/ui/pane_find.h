@@ -31,6 +31,7 @@ class PaneFind final : public FindTarget {
 
   void GoTo(Jump jump, std::size_t from);
   bool FinishJump();
+  bool IsCurrentAHit() const;
   void TextChanged(bool exchanged);
   void ShowProgress();
 
