@@ -10,6 +10,7 @@
 #include "window/file_dialogs.h"
 #include "window/print_page.h"
 #include "window/printing.h"
+#include "window/progress.h"
 #include "window/status_bars.h"
 #include "window/text_file.h"
 #include "window/texts.h"

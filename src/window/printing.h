@@ -7,7 +7,7 @@
 
 #include "base/prompt.h"
 #include "window/print_page.h"
-#include "window/text_file.h"
+#include "window/progress.h"
 
 namespace kolvane::window {
 

@@ -1,4 +1,4 @@
-#include "window/text_file.h"
+#include "window/progress.h"
 
 #include <gtest/gtest.h>
 
