@@ -24,6 +24,7 @@
 #include "window/log_commands.h"
 #include "window/menus.h"
 #include "window/message_prompt.h"
+#include "window/recent_lists.h"
 #include "window/script_view.h"
 #include "window/terminal_bar.h"
 #include "window/toolbars.h"

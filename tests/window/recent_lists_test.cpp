@@ -1,4 +1,4 @@
-#include "window/window_memory.h"
+#include "window/recent_lists.h"
 
 #include <gtest/gtest.h>
 
