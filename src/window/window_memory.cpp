@@ -122,9 +122,11 @@ bool WindowMemory::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void WindowMemory::ShowDialog(QWidget& dialog) {
-  const auto size = PairOf(store_.Read(kSizes, base::FromQt(dialog.objectName())));
-  if (size && !shown_.contains(&dialog)) Resize(dialog, {size->first, size->second});
-  connect(&dialog, &QObject::destroyed, this, [this](const QObject* gone) { shown_.remove(gone); });
+  if (!shown_.contains(&dialog)) {
+    if (const auto size = PairOf(store_.Read(kSizes, base::FromQt(dialog.objectName()))))
+      Resize(dialog, {size->first, size->second});
+    connect(&dialog, &QObject::destroyed, this, [this](const QObject* gone) { shown_.remove(gone); });
+  }
   shown_[&dialog] = dialog.size();
 }
 

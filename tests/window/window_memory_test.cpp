@@ -165,6 +165,23 @@ TEST_F(WindowMemoryTest, ADialogStaysOnTheScreen) {
   });
 }
 
+class CountingDialog final : public QDialog {
+ public:
+  using QDialog::QDialog;
+  int destroyed_receivers() const { return receivers(SIGNAL(destroyed(QObject*))); }
+};
+
+TEST_F(WindowMemoryTest, ADialogIsObservedOnceHoweverOftenItIsShown) {
+  CountingDialog dialog(&Start());
+  dialog.setObjectName(QStringLiteral("CommentDialog"));
+  dialog.show();
+  dialog.hide();
+  const int receivers = dialog.destroyed_receivers();
+  dialog.show();
+  dialog.hide();
+  EXPECT_EQ(dialog.destroyed_receivers(), receivers);
+}
+
 TEST_F(WindowMemoryTest, MessagesHaveTheSizeOfTheirText) {
   Start();
   InDialog<QMessageBox>([this] { MessagePrompt(window_.get()).ShowError("x"); },
