@@ -1,32 +1,16 @@
 #include "window/file_dialogs.h"
 
-#include <QApplication>
-#include <QDialogButtonBox>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFileSystemModel>
-#include <QKeyEvent>
-#include <QPushButton>
 
 #include "base/ui/fields.h"
 #include "base/ui/qt_text.h"
+#include "help/ui/help_key.h"
 #include "window/window_memory.h"
 
 namespace kolvane::window {
-
-void AddHelpButton(QDialog& dialog) {
-  auto* buttons = dialog.findChild<QDialogButtonBox*>();
-  if (buttons == nullptr) return;
-  auto* help = buttons->addButton(QStringLiteral("&Hilfe"), QDialogButtonBox::HelpRole);
-  help->setObjectName(QStringLiteral("HelpButton"));
-  // A message box treats each of its buttons as an answer.
-  help->disconnect();
-  QObject::connect(help, &QPushButton::clicked, &dialog, [&dialog] {
-    QKeyEvent key(QEvent::KeyPress, Qt::Key_F1, Qt::NoModifier);
-    QApplication::sendEvent(&dialog, &key);
-  });
-}
 
 namespace {
 
@@ -91,7 +75,7 @@ std::optional<std::string> Ask(QFileDialog& dialog, const DialogRow& row, const 
   dialog.setDefaultSuffix(base::ToQt(row.suffix));
   ShowEveryFileForStars(dialog);
   base::FitFileColumns(dialog);
-  if (row.help_button) AddHelpButton(dialog);
+  if (row.help_button) help::AddHelpButton(dialog);
   WindowMemory* memory = WindowMemory::Of(dialog.parentWidget());
   StartIn(dialog, QFileInfo(base::ToQt(beside)), memory == nullptr ? QString() : memory->Folder(row.kind));
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QDialog>
 #include <QWidget>
 #include <optional>
 #include <string>
@@ -8,10 +7,6 @@
 #include "script/command_file.h"
 
 namespace kolvane::window {
-
-/// Adds "Hilfe" to the buttons of `dialog`: it acts like F1, and the dialog stays open. A native dialog has
-/// no buttons to add it to.
-void AddHelpButton(QDialog& dialog);
 
 /// What an open-file dialog asks for.
 enum class OpenMode {

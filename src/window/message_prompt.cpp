@@ -13,7 +13,7 @@
 #include "base/runtime_error.h"
 #include "base/ui/qt_text.h"
 #include "help/topics.h"
-#include "window/file_dialogs.h"
+#include "help/ui/help_key.h"
 #include "window/texts.h"
 
 namespace kolvane::window {
@@ -92,7 +92,7 @@ void MessagePrompt::Show(Kind kind, std::string_view text, std::string_view word
                   base::ToQt(texts::kProgram), base::ToQt(text), QMessageBox::Ok, parent_);
   box.setInformativeText(base::ToQt(words));
   PrepareBox(box);
-  if (parent_ != nullptr && help::StatusIn(text) != 0) AddHelpButton(box);
+  if (parent_ != nullptr && help::StatusIn(text) != 0) help::AddHelpButton(box);
   const QPushButton* stop = kind == Kind::kError && links_.is_running() ? AddStopButton(box) : nullptr;
   KeepOkOnEsc(box);
   box.exec();

@@ -2,10 +2,12 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QToolButton>
 #include <utility>
 
@@ -77,6 +79,19 @@ bool HelpKey::eventFilter(QObject* target, QEvent* event) {
   ClosePopups();
   show_(help_target);
   return true;
+}
+
+void AddHelpButton(QDialog& dialog) {
+  auto* buttons = dialog.findChild<QDialogButtonBox*>();
+  if (buttons == nullptr) return;
+  auto* help = buttons->addButton(QStringLiteral("&Hilfe"), QDialogButtonBox::HelpRole);
+  help->setObjectName(QStringLiteral("HelpButton"));
+  // A message box treats each of its buttons as an answer.
+  help->disconnect();
+  QObject::connect(help, &QPushButton::clicked, &dialog, [&dialog] {
+    QKeyEvent key(QEvent::KeyPress, Qt::Key_F1, Qt::NoModifier);
+    QApplication::sendEvent(&dialog, &key);
+  });
 }
 
 }  // namespace kolvane::help

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDialog>
 #include <QObject>
 #include <QWidget>
 #include <functional>
@@ -27,5 +28,9 @@ class HelpKey final : public QObject {
   QWidget* terminal_;
   std::function<void(const HelpTarget&)> show_;
 };
+
+/// Adds "Hilfe" to the buttons of `dialog`: it acts like F1, and the dialog stays open. A native dialog has
+/// no buttons to add it to.
+void AddHelpButton(QDialog& dialog);
 
 }  // namespace kolvane::help
