@@ -20,8 +20,8 @@ struct DialogRow {
   const char* kind;  // each remembers its own folder
   const char* title;
   const char* filters;  // descriptions and patterns alternating
-  bool must_exist;
-  const char* suffix;
+  const char* suffix = "";
+  bool must_exist = false;
   bool help_button = false;
 };
 
@@ -29,17 +29,31 @@ constexpr auto kCommandList = "CommandList";
 constexpr auto kListFilters = "Terminal Befehls-Dateien (*.CMD)|*.CMD|Alle Dateien (*.*)|*.*";
 
 constexpr DialogRow kOpen[] = {
-    {kCommandList, "Befehlsliste öffnen", kListFilters, true, "", true},
-    {"Log", "Logdatei öffnen", "Terminal Log-Dateien (*.LOG)|*.LOG|Alle Dateien (*.*)|*.*", false, "", true},
-    {"Text", "Textdatei öffnen", "Textdateien (*.TXT)|*.TXT|Log-Dateien (*.LOG)|*.LOG|Alle Dateien (*.*)|*.*",
-     true, ""},
+    {.kind = kCommandList,
+     .title = "Befehlsliste öffnen",
+     .filters = kListFilters,
+     .must_exist = true,
+     .help_button = true},
+    {.kind = "Log",
+     .title = "Logdatei öffnen",
+     .filters = "Terminal Log-Dateien (*.LOG)|*.LOG|Alle Dateien (*.*)|*.*",
+     .help_button = true},
+    {.kind = "Text",
+     .title = "Textdatei öffnen",
+     .filters = "Textdateien (*.TXT)|*.TXT|Log-Dateien (*.LOG)|*.LOG|Alle Dateien (*.*)|*.*",
+     .must_exist = true},
 };
 
 constexpr DialogRow kSave[] = {
-    {"Terminal", "Terminal Inhalt speichern", "Terminal Dateien (*.LOG)|*.LOG|Alle Dateien (*.*)|*.*", false,
-     ".LOG"},
-    {kCommandList, "Befehlsliste speichern", kListFilters, false, ".CMD"},
-    {"Pdf", "Als PDF-Datei drucken", "PDF-Dateien (*.PDF)|*.PDF|Alle Dateien (*.*)|*.*", false, ".PDF"},
+    {.kind = "Terminal",
+     .title = "Terminal Inhalt speichern",
+     .filters = "Terminal Dateien (*.LOG)|*.LOG|Alle Dateien (*.*)|*.*",
+     .suffix = ".LOG"},
+    {.kind = kCommandList, .title = "Befehlsliste speichern", .filters = kListFilters, .suffix = ".CMD"},
+    {.kind = "Pdf",
+     .title = "Als PDF-Datei drucken",
+     .filters = "PDF-Dateien (*.PDF)|*.PDF|Alle Dateien (*.*)|*.*",
+     .suffix = ".PDF"},
 };
 
 // Each description already contains its patterns, as Qt requires.

@@ -14,79 +14,66 @@ struct MenuRow {
   const char* caption;
   const char* icon = nullptr;
   const char* shortcut = nullptr;
-  bool enabled = false;
+  bool enabled = true;
   bool ends_group = false;
 };
 
 constexpr MenuRow kFile[] = {
-    {.name = "mnuNewCommandFile",
-     .caption = "&Neue Befehlsliste",
-     .icon = "list-new",
-     .shortcut = "Ctrl+N",
-     .enabled = true},
+    {.name = "mnuNewCommandFile", .caption = "&Neue Befehlsliste", .icon = "list-new", .shortcut = "Ctrl+N"},
     {.name = "mnuOpenCommandFile",
      .caption = "Befehlsliste ö&ffnen...",
      .icon = "list-open",
-     .shortcut = "Ctrl+O",
-     .enabled = true},
+     .shortcut = "Ctrl+O"},
     {.name = "mnuSaveCommandFile",
      .caption = "Befehlsliste &speichern",
      .icon = "list-save",
-     .shortcut = "Ctrl+S",
-     .enabled = true},
-    {.name = "mnuSaveCommandFileAs",
-     .caption = "Befehlsliste speichern &als...",
-     .enabled = true,
+     .shortcut = "Ctrl+S"},
+    {.name = "mnuSaveCommandFileAs", .caption = "Befehlsliste speichern &als...", .ends_group = true},
+    {.name = "mnuOpenLog", .caption = "&Logdatei öffnen...", .icon = "log-open", .enabled = false},
+    {.name = "mnuCloseLog",
+     .caption = "Logdatei s&chließen",
+     .icon = "log-close",
+     .enabled = false,
      .ends_group = true},
-    {.name = "mnuOpenLog", .caption = "&Logdatei öffnen...", .icon = "log-open"},
-    {.name = "mnuCloseLog", .caption = "Logdatei s&chließen", .icon = "log-close", .ends_group = true},
-    {.name = "mnuSaveTerminal", .caption = "&Terminalfenster speichern...", .icon = "save", .enabled = true},
-    {.name = "mnuOpenTextFile", .caption = "Te&xtdatei laden...", .icon = "open-text", .enabled = true},
+    {.name = "mnuSaveTerminal", .caption = "&Terminalfenster speichern...", .icon = "save"},
+    {.name = "mnuOpenTextFile", .caption = "Te&xtdatei laden...", .icon = "open-text"},
     {.name = "mnuPrintTermWindow",
      .caption = "Terminalfenster d&rucken",
      .icon = "print",
-     .enabled = true,
      .ends_group = true},
-    {.name = "mnuExit",
-     .caption = "Terminal &beenden",
-     .icon = "exit",
-     .shortcut = "Ctrl+Q",
-     .enabled = true},
+    {.name = "mnuExit", .caption = "Terminal &beenden", .icon = "exit", .shortcut = "Ctrl+Q"},
 };
 
 constexpr MenuRow kConnection[] = {
     {.name = "mnuConfigureConnection",
      .caption = "Verbindung &konfigurieren...",
      .icon = "configure-connection",
+     .enabled = false,
      .ends_group = true},
-    {.name = "mnuConnect", .caption = "&Verbinden", .icon = "connect", .enabled = true},
-    {.name = "mnuDisconnect", .caption = "Verbindung &trennen", .icon = "disconnect"},
+    {.name = "mnuConnect", .caption = "&Verbinden", .icon = "connect"},
+    {.name = "mnuDisconnect", .caption = "Verbindung &trennen", .icon = "disconnect", .enabled = false},
 };
 
 constexpr MenuRow kOptions[] = {
-    {.name = "mnuOption_0", .caption = "&Befehle anzeigen", .enabled = true},
-    {.name = "mnuOption_1", .caption = "&Antwortzeiten anzeigen", .enabled = true},
-    {.name = "mnuOption_2", .caption = "&Zeilenumbrüche in Antwort", .enabled = true},
+    {.name = "mnuOption_0", .caption = "&Befehle anzeigen"},
+    {.name = "mnuOption_1", .caption = "&Antwortzeiten anzeigen"},
+    {.name = "mnuOption_2", .caption = "&Zeilenumbrüche in Antwort"},
 };
 
 constexpr MenuRow kPopup[] = {
-    {.name = "mnuCopy", .caption = "&Kopieren", .icon = "copy", .enabled = true},
-    {.name = "mnuCut", .caption = "&Ausschneiden", .icon = "cut", .enabled = true},
-    {.name = "mnuPaste", .caption = "&Einfügen", .icon = "paste", .enabled = true},
-    {.name = "mnuDelete", .caption = "&Löschen", .icon = "delete", .enabled = true, .ends_group = true},
-    {.name = "mnuSelectAll", .caption = "Alles &markieren", .icon = "select-all", .enabled = true},
-    {.name = "mnuClearAll",
-     .caption = "Alles l&öschen",
-     .icon = "clear",
-     .enabled = true,
-     .ends_group = true},
-    {.name = "mnuSaveAs", .caption = "&Speichern", .icon = "save", .enabled = true},
-    {.name = "mnuOpen", .caption = "Ö&ffnen...", .icon = "open-text", .enabled = true},
-    {.name = "mnuPrint", .caption = "&Drucken", .icon = "print", .enabled = true, .ends_group = true},
-    {.name = "mnuBackColor", .caption = "&Hintergrundfarbe...", .icon = "color", .enabled = true},
-    {.name = "mnuFont", .caption = "Sch&riftart...", .icon = "font", .enabled = true, .ends_group = true},
-    {.name = "mnuBinInspect", .caption = "&Binärdaten analysieren...", .icon = "inspect", .enabled = true},
-    {.name = "mnuInsertComment", .caption = "Kommen&tar einfügen", .icon = "comment", .enabled = true},
+    {.name = "mnuCopy", .caption = "&Kopieren", .icon = "copy"},
+    {.name = "mnuCut", .caption = "&Ausschneiden", .icon = "cut"},
+    {.name = "mnuPaste", .caption = "&Einfügen", .icon = "paste"},
+    {.name = "mnuDelete", .caption = "&Löschen", .icon = "delete", .ends_group = true},
+    {.name = "mnuSelectAll", .caption = "Alles &markieren", .icon = "select-all"},
+    {.name = "mnuClearAll", .caption = "Alles l&öschen", .icon = "clear", .ends_group = true},
+    {.name = "mnuSaveAs", .caption = "&Speichern", .icon = "save"},
+    {.name = "mnuOpen", .caption = "Ö&ffnen...", .icon = "open-text"},
+    {.name = "mnuPrint", .caption = "&Drucken", .icon = "print", .ends_group = true},
+    {.name = "mnuBackColor", .caption = "&Hintergrundfarbe...", .icon = "color"},
+    {.name = "mnuFont", .caption = "Sch&riftart...", .icon = "font", .ends_group = true},
+    {.name = "mnuBinInspect", .caption = "&Binärdaten analysieren...", .icon = "inspect"},
+    {.name = "mnuInsertComment", .caption = "Kommen&tar einfügen", .icon = "comment"},
 };
 
 QMenu* Fill(QMenu* menu, const char* name, std::span<const MenuRow> rows) {

@@ -122,16 +122,23 @@ bool KeyToolbar::MoveByKey(QToolButton* from, int key) {
 namespace {
 
 constexpr ButtonRow kMainButtons[] = {
-    {"TB_SAVETERMWIN", "save", "Save terminal window to file", true, false},
-    {"TB_PRINT", "print", "Print terminal window", true, true},
-    {"TB_PORTCONFIGURE", "configure-connection", texts::kConfigureTip, false, false},
-    {"TB_CONNECT", "connect", terminal::texts::kConnectTip, true, false},
-    {"TB_FLUSH", "flush", "Eingangspuffer flushen", true, true},
-    {"TB_OPENLOG", "log-open", "Logdatei öffnen", false, false},
-    {"TB_CLOSELOG", "log-close", "Logdatei schließen", false, false},
-    {"TB_RECORDLOG", "log-record-off", terminal::texts::kStartRecordingTip, false, true},
-    {"TB_INSPECT", "inspect", "Binärdaten analysieren", true, true},
-    {"TB_HELP", "help", "Hilfe anzeigen", true, false},
+    {.key = "TB_SAVETERMWIN", .icon = "save", .tool_tip = "Save terminal window to file"},
+    {.key = "TB_PRINT", .icon = "print", .tool_tip = "Print terminal window", .ends_group = true},
+    {.key = "TB_PORTCONFIGURE",
+     .icon = "configure-connection",
+     .tool_tip = texts::kConfigureTip,
+     .enabled = false},
+    {.key = "TB_CONNECT", .icon = "connect", .tool_tip = terminal::texts::kConnectTip},
+    {.key = "TB_FLUSH", .icon = "flush", .tool_tip = "Eingangspuffer flushen", .ends_group = true},
+    {.key = "TB_OPENLOG", .icon = "log-open", .tool_tip = "Logdatei öffnen", .enabled = false},
+    {.key = "TB_CLOSELOG", .icon = "log-close", .tool_tip = "Logdatei schließen", .enabled = false},
+    {.key = "TB_RECORDLOG",
+     .icon = "log-record-off",
+     .tool_tip = terminal::texts::kStartRecordingTip,
+     .enabled = false,
+     .ends_group = true},
+    {.key = "TB_INSPECT", .icon = "inspect", .tool_tip = "Binärdaten analysieren", .ends_group = true},
+    {.key = "TB_HELP", .icon = "help", .tool_tip = "Hilfe anzeigen"},
 };
 
 }  // namespace
@@ -141,19 +148,22 @@ MainToolbar::MainToolbar(QWidget* parent) : KeyToolbar("Toolbar1", "Terminal", k
 namespace {
 
 constexpr ButtonRow kScriptButtons[] = {
-    {"TB_PLAY", "play", "Befehlsliste abspielen (F5)", true, false},
-    {"TB_SINGLESTEP", "single-step", "Einzelschritt (F10)", true, false},
-    {"TB_BREAK", "break", "Nach der laufenden Zeile anhalten", true, false},
-    {"TB_STOP", "stop", "Befehlsliste beenden (Umschalt+F5)", true, false},
-    {"TB_RECORD", "record-off", "Gesendete Befehle aufzeichnen", true, true},
-    {"TB_NEWSCRIPT", "list-new", "Neue Befehlsliste", true, false},
-    {"TB_OPENSCRIPT", "list-open", "Befehlsliste öffnen", true, false},
-    {"TB_SAVESCRIPT", "list-save", "Befehlsliste speichern", true, false},
-    {"TB_PRINTSCRIPT", "list-print", "Befehlsliste drucken", true, true},
-    {"TB_CUT", "cut", "Ausschneiden", true, false},
-    {"TB_COPY", "copy", "Kopieren", true, false},
-    {"TB_PASTE", "paste", "Einfügen", true, true},
-    {"TB_SPECIALCOMMANDS", "special-commands", "Hilfe zu den $-Befehlen", true, false},
+    {.key = "TB_PLAY", .icon = "play", .tool_tip = "Befehlsliste abspielen (F5)"},
+    {.key = "TB_SINGLESTEP", .icon = "single-step", .tool_tip = "Einzelschritt (F10)"},
+    {.key = "TB_BREAK", .icon = "break", .tool_tip = "Nach der laufenden Zeile anhalten"},
+    {.key = "TB_STOP", .icon = "stop", .tool_tip = "Befehlsliste beenden (Umschalt+F5)"},
+    {.key = "TB_RECORD",
+     .icon = "record-off",
+     .tool_tip = "Gesendete Befehle aufzeichnen",
+     .ends_group = true},
+    {.key = "TB_NEWSCRIPT", .icon = "list-new", .tool_tip = "Neue Befehlsliste"},
+    {.key = "TB_OPENSCRIPT", .icon = "list-open", .tool_tip = "Befehlsliste öffnen"},
+    {.key = "TB_SAVESCRIPT", .icon = "list-save", .tool_tip = "Befehlsliste speichern"},
+    {.key = "TB_PRINTSCRIPT", .icon = "list-print", .tool_tip = "Befehlsliste drucken", .ends_group = true},
+    {.key = "TB_CUT", .icon = "cut", .tool_tip = "Ausschneiden"},
+    {.key = "TB_COPY", .icon = "copy", .tool_tip = "Kopieren"},
+    {.key = "TB_PASTE", .icon = "paste", .tool_tip = "Einfügen", .ends_group = true},
+    {.key = "TB_SPECIALCOMMANDS", .icon = "special-commands", .tool_tip = "Hilfe zu den $-Befehlen"},
 };
 
 constexpr QSize kSmall(16, 16);

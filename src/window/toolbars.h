@@ -14,8 +14,8 @@ struct ButtonRow {
   const char* key;
   const char* icon;
   std::string_view tool_tip;
-  bool enabled;
-  bool ends_group;
+  bool enabled = true;
+  bool ends_group = false;
 };
 
 /// A toolbar whose buttons are actions with their key as objectName; their state is in the properties Tag
