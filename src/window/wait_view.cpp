@@ -7,6 +7,7 @@
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <algorithm>
+#include <utility>
 
 #include "base/scope_exit.h"
 #include "terminal/texts.h"
@@ -191,8 +192,8 @@ bool WaitView::IsMouseDropped(const QWidget& target, const QEvent& event) const 
   const bool in_list = qobject_cast<const QAbstractItemView*>(target.parentWidget()) != nullptr;
   if (event.type() == QEvent::MouseButtonDblClick && in_list) return true;
   const auto& mouse = static_cast<const QMouseEvent&>(event);
-  const bool left = (mouse.buttons() | mouse.button()) == Qt::LeftButton || mouse.buttons() == Qt::NoButton;
-  if (!left || mouse.button() == Qt::RightButton || mouse.button() == Qt::MiddleButton) return true;
+  const Qt::MouseButtons used = mouse.buttons() | mouse.button();
+  if (used != Qt::NoButton && used != Qt::LeftButton) return true;
   if (controls_.can_stop() && controls_.stop_buttons.contains(&target)) return false;
   return !IsReadable(target);
 }
