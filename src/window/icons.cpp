@@ -42,8 +42,8 @@ QPixmap Disabled(const QPixmap& image) {
   return QPixmap::fromImage(faded);
 }
 
+// `mode` is not Normal.
 QPixmap InMode(QIcon::Mode mode, const QPixmap& image) {
-  if (mode == QIcon::Normal) return image;
   if (mode == QIcon::Disabled) return Disabled(image);
   QStyleOption option;
   option.palette = QGuiApplication::palette();
