@@ -97,8 +97,8 @@ void ScriptView::ConnectButtons() {
   const auto on = [this](const char* key, std::function<void()> event, While when = While::kIdle) {
     context_.prompt.OnTrigger(toolbar_->Button(key), std::move(event), when);
   };
-  on("TB_PLAY", [this] { Play(); });
-  on("TB_SINGLESTEP", [this] { SingleStep(); });
+  on("TB_PLAY", [this] { Run(&script::Runner::Play); });
+  on("TB_SINGLESTEP", [this] { Run(&script::Runner::SingleStep); });
   on(
       "TB_STOP", [this] { Stop(); }, While::kAlways);
   on(
@@ -118,10 +118,6 @@ void ScriptView::OpenFile(const QString& name) {
   grid_->FinishEdit();
   context_.prompt.Guard([this, &name] { files_.OpenFile(base::FromQt(name)); });
 }
-
-void ScriptView::Play() { Run(&script::Runner::Play); }
-
-void ScriptView::SingleStep() { Run(&script::Runner::SingleStep); }
 
 void ScriptView::RowStarts() {
   if (since_painted_.elapsed() < kFrameMs) return;

@@ -37,9 +37,8 @@ struct ScriptContext {
   std::function<void(bool locked)> lock_gui;
   std::function<void()> paint;  ///< shows changes at once
   std::string unsaved;          ///< where copies of unsaved lists are kept; empty: none are
-  std::function<void(const std::string&)> progress = [](const std::string&) {
-  };                                        ///< of a run; empty: no run is in progress
-  std::function<void()> run_ended = [] {};  ///< or a step
+  std::function<void(const std::string& text)> progress;  ///< of a run; empty: no run is in progress
+  std::function<void()> run_ended;                        ///< or a step
 };
 
 /// Connects grid and Toolbar3 with the command list, its files and its runner.
@@ -89,8 +88,6 @@ class ScriptView final : public QObject, private script::RunHost {
   void Yield() override;
 
   void ConnectButtons();
-  void Play();
-  void SingleStep();
   void Run(void (script::Runner::*command)());
   void AfterRun();
   void ShowWatch();
