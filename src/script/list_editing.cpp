@@ -67,16 +67,6 @@ PastedRows ReplaceRow(CommandList& list, int row, std::string_view text) {
   return pasted;
 }
 
-bool InsertRows(CommandList& list, int row, int count) {
-  const int used = list.LastUsedRow();
-  if (row < 1 || count < 1 || row > used) return true;
-  if (count > kListRows - used) return false;
-  Texts texts = list.Texts(row, used);
-  texts.insert(texts.begin(), static_cast<std::size_t>(count), {});
-  list.SetTexts(row, texts);
-  return true;
-}
-
 void RemoveRows(CommandList& list, int first, int last) {
   const int used = list.LastUsedRow();
   Clip(first, last);
@@ -98,6 +88,11 @@ bool InsertTexts(CommandList& list, int row, Texts lines) {
 }
 
 }  // namespace
+
+bool InsertRows(CommandList& list, int row, int count) {
+  if (row < 1 || count < 1 || row > list.LastUsedRow()) return true;
+  return count <= kListRows && InsertTexts(list, row, Texts(static_cast<std::size_t>(count)));
+}
 
 bool InsertLines(CommandList& list, int row, std::string_view text) {
   return InsertTexts(list, row, base::LinesOf(text));
