@@ -19,15 +19,18 @@ int Runner::stopped_before() const {
   return mark != nullptr && *mark == kRunningRow ? stopped_before_ : 0;
 }
 
-void Runner::Play() {
-  if (!running()) stop_before_ = 0;
-  PlayFrom(1);
-}
+void Runner::Play() { PlayFrom(1); }
 
 void Runner::PlayFromHere() {
-  if (!running()) stop_before_ = 0;
   const int row = list_.current_row();
   PlayFrom(broken_at_ == row && stopped_before() != 0 ? row + 1 : row);
+}
+
+void Runner::PlayTo(int row) {
+  if (running()) return;
+  play_to_ = row;
+  const base::ScopeExit reset([this] { play_to_ = 0; });
+  PlayFrom(stopped_before() != 0 ? stopped_before() : 1);
 }
 
 void Runner::PlayFrom(int first) {
@@ -37,7 +40,6 @@ void Runner::PlayFrom(int first) {
   links_.host.LockGUI(true);
   links_.state.run.StopRequested = false;
   links_.state.run.BreakRequested = false;
-  const base::ScopeExit reset([this] { stop_before_ = 0; });
   // Continuing later belongs to the same run.
   if (first == 1) interpreter_.ForgetRunSettings();
   Run(0, first);
@@ -78,7 +80,7 @@ void Runner::Run(std::int16_t single_step, int first) {
     list_.SetCurrentRow(list_.current_row() + 1);
     if (list_.current_row() > kListRows) break;
     Highlight(list_.current_row());
-    if (!is_start && StopsBefore(list_.current_row())) {
+    if (!is_start && IsStopRow(list_.current_row())) {
       stopped_before_ = list_.current_row();
       return;
     }
@@ -93,8 +95,8 @@ void Runner::Run(std::int16_t single_step, int first) {
 }
 
 // Rows of a failed condition are skipped.
-bool Runner::StopsBefore(int row) const {
-  return !links_.state.interpreter.SkipRows && (row == stop_before_ || list_.HasBreakpoint(row));
+bool Runner::IsStopRow(int row) const {
+  return !links_.state.interpreter.SkipRows && (row == play_to_ || list_.HasBreakpoint(row));
 }
 
 void Runner::Step() {

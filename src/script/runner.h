@@ -27,10 +27,9 @@ class Runner {
   /// Plays from the current row on, ignoring a breakpoint on it. After Break it continues after the row at
   /// which the run ended, if that is still current. Loops and conditions stay as they are.
   void PlayFromHere();
-  /// Makes the next PlayOn, which plays from stopped_before() or from row 1, stop before `row`.
-  void StopBefore(int row) { stop_before_ = row; }
-  void PlayOn() { PlayFrom(stopped_before() != 0 ? stopped_before() : 1); }
-  /// The row before which a step, Break, a breakpoint or PlayOn has stopped a run; 0 if there is none or the
+  /// Plays from stopped_before() or from row 1, and stops before `row`.
+  void PlayTo(int row);
+  /// The row before which a step, Break, a breakpoint or PlayTo has stopped a run; 0 if there is none or the
   /// row highlighted then no longer is.
   int stopped_before() const;
   /// TB_SINGLESTEP: executes the current row, then highlights the row that the next step executes. Past the
@@ -58,7 +57,7 @@ class Runner {
   void PlayFrom(int first);
   void Run(std::int16_t single_step, int first);
   void RunToEnd(int first);
-  bool StopsBefore(int row) const;
+  bool IsStopRow(int row) const;
   void Step();
   bool EndRequested() const {
     return links_.state.run.StopRequested || links_.state.run.BreakRequested || aborted_;
@@ -85,7 +84,7 @@ class Runner {
   int last_row_ = 0;
   int stopped_before_ = 0;
   int broken_at_ = 0;  // the current row when Break ended a run
-  int stop_before_ = 0;
+  int play_to_ = 0;    // the row that PlayTo is to stop before
   bool aborted_ = false;
 };
 

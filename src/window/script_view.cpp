@@ -125,14 +125,14 @@ void ScriptView::RowStarts() {
   since_painted_.start();
 }
 
-void ScriptView::Run(void (script::Runner::*command)()) {
+void ScriptView::Run(const std::function<void(script::Runner&)>& command) {
   grid_->FinishEdit();
   if (!core_.runner.running()) {
     since_start_.start();
     run_progress_ = {};
     since_progress_.start();
   }
-  (core_.runner.*command)();
+  command(core_.runner);
   AfterRun();
 }
 
@@ -159,8 +159,8 @@ void ScriptView::PlayFromHere() {
 
 void ScriptView::PlayToHere() {
   watching_ = true;
-  core_.runner.StopBefore(grid_->currentIndex().row() + 1);
-  Run(&script::Runner::PlayOn);
+  const int row = grid_->currentIndex().row() + 1;
+  Run([row](script::Runner& runner) { runner.PlayTo(row); });
 }
 
 void ScriptView::ShowWatch() {

@@ -88,7 +88,7 @@ class ScriptView final : public QObject, private script::RunHost {
   void Yield() override;
 
   void ConnectButtons();
-  void Run(void (script::Runner::*command)());
+  void Run(const std::function<void(script::Runner&)>& command);
   void AfterRun();
   void ShowWatch();
   void ToggleRecording();

@@ -9,10 +9,7 @@ namespace {
 
 class DebugTest : public testing::Test, protected RunBench {
  protected:
-  void PlayTo(int row) {
-    runner.StopBefore(row);
-    runner.PlayOn();
-  }
+  void PlayTo(int row) { runner.PlayTo(row); }
   std::string Rows() const { return ListText(list); }
 
   CommandList& list = core.list;
