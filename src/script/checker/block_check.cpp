@@ -36,10 +36,6 @@ void BlockPairs::Nest(const std::vector<FlowStep>& steps, FlowOp begin, FlowOp e
 
 namespace {
 
-FindingKind KindOf(Refusal refusal) {
-  return refusal == Refusal::kAlways ? FindingKind::kError : FindingKind::kHint;
-}
-
 /// Whether $ENDREPEAT can be executed without a $REPEAT of this run.
 bool MayHaveNoLoop(const StateSet& run) {
   if (run.HasLevel(StateSet::kLowestLevel)) return true;

@@ -41,8 +41,7 @@ void CheckParametersAndLog(const CheckedList& list, std::vector<Finding>& findin
     const ListFlow::Row& paths = list.flow.At(row);
     const FlowOp op = list.Step(row).op;
     if (!IsOfParametersOrLog(op) || paths.refusal == Refusal::kNever) continue;
-    findings.push_back({row, paths.refusal == Refusal::kAlways ? FindingKind::kError : FindingKind::kHint,
-                        std::string(RefusalText(op, paths))});
+    findings.push_back({row, KindOf(paths.refusal), std::string(RefusalText(op, paths))});
   }
 }
 
@@ -90,7 +89,7 @@ void CheckPaths(const CheckedList& list, Findings& findings) {
   CheckLoops(list, findings);
   CheckConditions(list, findings);
   CheckParametersAndLog(list, findings);
-  CheckJumpsIntoLoops(list.steps, list.pairs, list.flow, findings);
+  CheckJumpsIntoLoops(list, findings);
   CheckReached(list, findings);
 }
 

@@ -133,12 +133,11 @@ void CheckDuplicates(const std::vector<FlowStep>& steps, const LabelTable& label
   }
 }
 
-void CheckJumpsIntoLoops(const std::vector<FlowStep>& steps, const BlockPairs& pairs, const ListFlow& flow,
-                         std::vector<Finding>& findings) {
-  for (int row = 1; row <= static_cast<int>(steps.size()); ++row) {
-    const FlowStep& step = steps[static_cast<std::size_t>(row - 1)];
-    const int loop = step.target == 0 ? 0 : LoopEntered(row, step.target, pairs);
-    if (loop == 0 || IsInside(loop, flow.At(row).executing)) continue;
+void CheckJumpsIntoLoops(const CheckedList& list, std::vector<Finding>& findings) {
+  for (int row = 1; row <= list.last_row(); ++row) {
+    const int target = list.Step(row).target;
+    const int loop = target == 0 ? 0 : LoopEntered(row, target, list.pairs);
+    if (loop == 0 || IsInside(loop, list.flow.At(row).executing)) continue;
     findings.push_back({row, FindingKind::kHint, texts::JumpIntoLoop(loop), {}, loop});
   }
 }

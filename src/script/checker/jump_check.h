@@ -51,7 +51,6 @@ void CheckDuplicates(const std::vector<FlowStep>& steps, const LabelTable& label
                      std::vector<Finding>& findings);
 
 /// Reports jumps into a loop that is not open.
-void CheckJumpsIntoLoops(const std::vector<FlowStep>& steps, const BlockPairs& pairs, const ListFlow& flow,
-                         std::vector<Finding>& findings);
+void CheckJumpsIntoLoops(const CheckedList& list, std::vector<Finding>& findings);
 
 }  // namespace kolvane::script::checker

@@ -195,12 +195,13 @@ void ListFlow::LoopAnywhere(const StateSet& at_level) {
 
 void ListFlow::Continue(int row, StateSet run, StateSet skip) {
   if (row > last_row()) return;
+  row = std::max(row, 1);
   run.Join(skip.TakeDepthZero());
-  Row& there = rows_[static_cast<std::size_t>(std::max(row, 1))];
+  Row& there = rows_[static_cast<std::size_t>(row)];
   const bool changed = there.executing.Join(run);
   if (!there.skipping.Join(skip) && !changed) return;
-  waiting_[static_cast<std::size_t>(std::max(row, 1))] = true;
-  next_ = std::min(next_, std::max(row, 1));
+  waiting_[static_cast<std::size_t>(row)] = true;
+  next_ = std::min(next_, row);
 }
 
 }  // namespace kolvane::script::checker

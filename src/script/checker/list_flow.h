@@ -33,6 +33,11 @@ struct FlowStep {
 
 enum class Refusal { kNever, kSometimes, kAlways };
 
+/// How a refusal is reported, unless it never happens.
+constexpr FindingKind KindOf(Refusal refusal) {
+  return refusal == Refusal::kAlways ? FindingKind::kError : FindingKind::kHint;
+}
+
 /// Every path that a run can take through a list, whatever the device answers. Per row it holds at least the
 /// states that a run can be in there, so "never" and "always" hold for every run and "sometimes" may be too
 /// cautious. If all states are refused, the path continues as if the row were not there.
