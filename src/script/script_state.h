@@ -1,9 +1,12 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
+
+#include "base/runtime_error.h"
 
 namespace kolvane::script {
 
@@ -42,5 +45,23 @@ struct ScriptState {
   RunFlags run;
   RecordButton record;
 };
+
+/// Adds `step` to one of these counters; if its type is too small, throws RuntimeError kOverflow and leaves
+/// the counter unchanged.
+template <typename Counter>
+void AddChecked(Counter& counter, Counter step) {
+  Counter sum;
+  if (__builtin_add_overflow(counter, step, &sum))
+    throw base::RuntimeError(base::RuntimeError::Kind::kOverflow);
+  counter = sum;
+}
+
+/// The element of a level; throws RuntimeError kSubscript if there is none.
+template <typename Element, std::size_t size>
+Element& At(std::array<Element, size>& array, int index) {
+  if (index < 0 || static_cast<std::size_t>(index) >= size)
+    throw base::RuntimeError(base::RuntimeError::Kind::kSubscript);
+  return array[static_cast<std::size_t>(index)];
+}
 
 }  // namespace kolvane::script

@@ -1,12 +1,9 @@
 #pragma once
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <span>
 #include <string_view>
-
-#include "base/runtime_error.h"
 
 namespace kolvane::script {
 
@@ -104,24 +101,6 @@ constexpr const SpecialWord* FindSpecialWord(std::string_view word) {
     if (special.word == word) return &special;
   }
   return nullptr;
-}
-
-/// Adds `step` to a counter; if its type is too small, throws RuntimeError kOverflow and leaves the counter
-/// unchanged.
-template <typename Counter>
-void AddChecked(Counter& counter, Counter step) {
-  Counter sum;
-  if (__builtin_add_overflow(counter, step, &sum))
-    throw base::RuntimeError(base::RuntimeError::Kind::kOverflow);
-  counter = sum;
-}
-
-/// The element at `index`; throws RuntimeError kSubscript if there is none.
-template <typename Element, std::size_t size>
-Element& At(std::array<Element, size>& array, int index) {
-  if (index < 0 || static_cast<std::size_t>(index) >= size)
-    throw base::RuntimeError(base::RuntimeError::Kind::kSubscript);
-  return array[static_cast<std::size_t>(index)];
 }
 
 /// A row that begins with "$", split into words: the line is cut at each comma and its first piece at each
