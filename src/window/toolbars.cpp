@@ -88,7 +88,10 @@ bool KeyToolbar::eventFilter(QObject* target, QEvent* event) {
   auto* button = qobject_cast<QToolButton*>(target);
   if (button == nullptr || event->type() != QEvent::KeyPress) return QToolBar::eventFilter(target, event);
   const auto& key = *static_cast<QKeyEvent*>(event);
-  if (base::IsEnter(key)) return button->click(), true;
+  if (base::IsEnter(key)) {
+    button->click();
+    return true;
+  }
   return MoveByKey(button, key.key()) || QToolBar::eventFilter(target, event);
 }
 

@@ -278,16 +278,26 @@ void CommandGrid::GoToChange(int row) {
 }
 
 bool CommandGrid::EditByKey(const QKeyEvent* event) {
-  if (event->matches(QKeySequence::Copy)) return copy(), true;
-  if (event->matches(QKeySequence::Cut)) return cut(), true;
-  if (event->matches(QKeySequence::Paste)) return paste(), true;
-  if (event->matches(QKeySequence::Undo)) return undo(), true;
-  if (event->matches(QKeySequence::Redo) || IsControlY(event)) return redo(), true;
-  if (event->matches(QKeySequence::Delete)) return deleteSelection(), true;
-  if (event->key() == Qt::Key_V && event->modifiers() == (Qt::ControlModifier | Qt::ShiftModifier))
-    return insertPaste(), true;
-  if (event->key() == Qt::Key_Insert && event->modifiers() == Qt::NoModifier) return insertRow(), true;
-  return false;
+  if (event->matches(QKeySequence::Copy)) {
+    copy();
+  } else if (event->matches(QKeySequence::Cut)) {
+    cut();
+  } else if (event->matches(QKeySequence::Paste)) {
+    paste();
+  } else if (event->matches(QKeySequence::Undo)) {
+    undo();
+  } else if (event->matches(QKeySequence::Redo) || IsControlY(event)) {
+    redo();
+  } else if (event->matches(QKeySequence::Delete)) {
+    deleteSelection();
+  } else if (event->key() == Qt::Key_V && event->modifiers() == (Qt::ControlModifier | Qt::ShiftModifier)) {
+    insertPaste();
+  } else if (event->key() == Qt::Key_Insert && event->modifiers() == Qt::NoModifier) {
+    insertRow();
+  } else {
+    return false;
+  }
+  return true;
 }
 
 void CommandGrid::keyPressEvent(QKeyEvent* event) {

@@ -75,7 +75,11 @@ void ValuesPlot::EndDrag() {
   const auto [left, right] = std::minmax({std::clamp(from.x(), 0.0, 1.0), std::clamp(to.x(), 0.0, 1.0)});
   const Span x{view_.x().At(left), view_.x().At(right)};
   if (drag_->tool == Tool::kSelect) {
-    moved ? SelectBetween(x.from, x.to) : Q_EMIT RowsSelected(0, 0);
+    if (moved) {
+      SelectBetween(x.from, x.to);
+    } else {
+      Q_EMIT RowsSelected(0, 0);
+    }
   } else if (drag_->tool == Tool::kZoom && moved) {
     const auto [low, high] = std::minmax({std::clamp(from.y(), 0.0, 1.0), std::clamp(to.y(), 0.0, 1.0)});
     view_.Show(x, {view_.y().At(low), view_.y().At(high)});
@@ -138,35 +142,48 @@ bool ValuesPlot::MoveByKey(const QKeyEvent& event) {
   if (HasControl(event) || HasShift(event)) return false;
   switch (event.key()) {
     case Qt::Key_Left:
-      return view_.PanX(-kPanPerKey), true;
+      view_.PanX(-kPanPerKey);
+      break;
     case Qt::Key_Right:
-      return view_.PanX(kPanPerKey), true;
+      view_.PanX(kPanPerKey);
+      break;
     case Qt::Key_PageUp:
-      return view_.PanX(-kPagePerKey), true;
+      view_.PanX(-kPagePerKey);
+      break;
     case Qt::Key_PageDown:
-      return view_.PanX(kPagePerKey), true;
+      view_.PanX(kPagePerKey);
+      break;
     case Qt::Key_Up:
-      return view_.PanY(kPanPerKey), true;
+      view_.PanY(kPanPerKey);
+      break;
     case Qt::Key_Down:
-      return view_.PanY(-kPanPerKey), true;
+      view_.PanY(-kPanPerKey);
+      break;
     case Qt::Key_Home: {
       const Span reach = Rows().Reach();
-      return view_.ShowX({reach.from, reach.from + view_.x().width()}), true;
+      view_.ShowX({reach.from, reach.from + view_.x().width()});
+      break;
     }
     case Qt::Key_End:
-      return view_.Follow(true), true;
+      view_.Follow(true);
+      break;
     default:
       return false;
   }
+  return true;
 }
 
 bool ValuesPlot::ZoomByKey(const QKeyEvent& event) {
   const bool in = event.key() == Qt::Key_Plus;
   if (!in && event.key() != Qt::Key_Minus) return false;
   const double factor = in ? kZoomPerStep : 1 / kZoomPerStep;
-  if (HasControl(event)) return view_.ZoomY(factor, 0.5), true;
   const bool at_cursor = cursor_ && view_.x().Holds(*cursor_);
-  return view_.ZoomX(factor, at_cursor ? view_.x().FractionOf(*cursor_) : 0.5), true;
+  if (HasControl(event)) {
+    view_.ZoomY(factor, 0.5);
+  } else {
+    view_.ZoomX(factor, at_cursor ? view_.x().FractionOf(*cursor_) : 0.5);
+  }
+  return true;
 }
 
 // Moves from one value to the next; with Shift the rows in between are selected.
