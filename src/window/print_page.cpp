@@ -46,8 +46,11 @@ void PrintPages::Start() {
     PaintHead();
     PaintFoot();
   }
-  y_ = metrics_.lineSpacing() * (1 + kGapLines);
+  y_ = HeadHeight();
 }
+
+// The foot has the same.
+qreal PrintPages::HeadHeight() const { return metrics_.lineSpacing() * (1 + kGapLines); }
 
 void PrintPages::PaintHead() {
   painter_.setFont(font_);
@@ -66,8 +69,8 @@ void PrintPages::PaintFoot() {
 }
 
 qreal PrintPages::PlaceRow(qreal height) {
-  const qreal end = device_.height() - metrics_.lineSpacing() * (1 + kGapLines);
-  const bool empty = y_ <= metrics_.lineSpacing() * (1 + kGapLines);
+  const qreal end = device_.height() - HeadHeight();
+  const bool empty = y_ <= HeadHeight();
   // A row higher than a page gets a page to itself.
   if (y_ + height > end && !empty) Start();
   const qreal y = y_;

@@ -63,6 +63,7 @@ class PrintPages {
 
  private:
   void Start();
+  qreal HeadHeight() const;
   void PaintHead();
   void PaintFoot();
 
