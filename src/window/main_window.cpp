@@ -21,8 +21,8 @@ namespace {
 
 constexpr QSize kFirstSize(1160, 740);
 
-// Some kinds of port have no description.
-std::string Chosen(const device::ConnectionParameters& connection) {
+// The connection's description, or its kind of port, because some kinds have no description.
+std::string DescriptionOrKind(const device::ConnectionParameters& connection) {
   const std::string description = ConnectionDescription(connection);
   const device::PortKind* kind = device::PortKindOfCode(connection.port_code);
   return description.empty() && kind != nullptr ? kind->caption : description;
@@ -133,7 +133,7 @@ void MainWindow::ShowCaption() {
 void MainWindow::ShowGettingStarted() {
   const bool choosable = core_.connect.Menu().configure;
   pane_->setPlaceholderText(
-      base::ToQt(texts::GettingStarted(choosable ? Chosen(context_.slices.connection) : "")));
+      base::ToQt(texts::GettingStarted(choosable ? DescriptionOrKind(context_.slices.connection) : "")));
 }
 
 void MainWindow::Load() {
