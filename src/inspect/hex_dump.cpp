@@ -78,17 +78,17 @@ class DumpWriter {
 bool IsBracket(char c) { return c == '<' || c == '>'; }
 
 // Limited to what fits into the permitted lines, because a whole pane may be selected.
-std::size_t DigitsToReserve(std::string_view marked) {
+std::size_t DigitsToReserve(std::string_view selected) {
   constexpr std::size_t kMaxDigits = 2 * (std::numeric_limits<std::int16_t>::max() + 1);
-  return std::min(marked.size() / 2, kMaxDigits);
+  return std::min(selected.size() / 2, kMaxDigits);
 }
 
 }  // namespace
 
-std::string BuildDump(std::string_view marked) {
-  DumpWriter writer(DigitsToReserve(marked));
-  for (std::size_t i = 0; i + 1 < marked.size(); ++i) {
-    if (!IsBracket(marked[i])) writer.Put(marked[i], i + 2 == marked.size());
+std::string BuildDump(std::string_view selected) {
+  DumpWriter writer(DigitsToReserve(selected));
+  for (std::size_t i = 0; i + 1 < selected.size(); ++i) {
+    if (!IsBracket(selected[i])) writer.Put(selected[i], i + 2 == selected.size());
   }
   return writer.Take();
 }

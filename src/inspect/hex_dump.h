@@ -79,7 +79,7 @@ constexpr std::uint8_t HexPair(char first, char second) {
 /// Lays out what is selected in the output pane, bytes as "<41>", as a hex dump. Every character except the
 /// brackets counts as a digit. The last character is ignored: an incomplete line is lost unless a digit comes
 /// right before it. Both texts are Windows-1252. Throws RuntimeError kOverflow beyond 2047 lines.
-std::string BuildDump(std::string_view marked);
+std::string BuildDump(std::string_view selected);
 
 /// The most bytes that a dump holds.
 inline constexpr std::size_t kMaxDumpBytes = 2047 * 16;

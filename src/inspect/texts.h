@@ -78,9 +78,9 @@ inline std::string Bytes(std::uint64_t count) {
   return std::to_string(count) + (count == 1 ? " Byte" : " Bytes");
 }
 
-/// `marked` bytes from `offset` on, in a block of `length` bytes.
-inline std::string PositionText(std::uint64_t offset, std::uint64_t marked, std::uint64_t length) {
-  return "Position " + std::to_string(offset) + " (" + HexNumber(offset) + "), " + Bytes(marked) +
+/// `selected` bytes from `offset` on, in a block of `length` bytes.
+inline std::string PositionText(std::uint64_t offset, std::uint64_t selected, std::uint64_t length) {
+  return "Position " + std::to_string(offset) + " (" + HexNumber(offset) + "), " + Bytes(selected) +
          " markiert, Block " + Bytes(length);
 }
 inline std::string Page(std::uint64_t number, std::uint64_t count) {

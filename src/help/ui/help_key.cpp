@@ -18,7 +18,7 @@ namespace kolvane::help {
 namespace {
 
 // The active action of a widget that shows actions.
-const QAction* MarkedAction(const QWidget* widget) {
+const QAction* ActiveAction(const QWidget* widget) {
   if (const auto* menu = qobject_cast<const QMenu*>(widget)) return menu->activeAction();
   if (const auto* bar = qobject_cast<const QMenuBar*>(widget)) return bar->activeAction();
   if (const auto* button = qobject_cast<const QToolButton*>(widget)) return button->defaultAction();
@@ -54,7 +54,7 @@ HelpTarget HelpKey::TargetOf(const QWidget* widget) {
   if (const auto* box = qobject_cast<const QMessageBox*>(widget->window())) {
     if (auto help_target = MessageTarget(base::FromQt(box->text()))) return *std::move(help_target);
   }
-  std::vector<std::string> names = {base::FromQt(NameOf(MarkedAction(widget)))};
+  std::vector<std::string> names = {base::FromQt(NameOf(ActiveAction(widget)))};
   for (; widget != nullptr; widget = widget->parentWidget())
     names.push_back(base::FromQt(widget->objectName()));
   return TargetOfNames(names);

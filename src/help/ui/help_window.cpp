@@ -192,7 +192,7 @@ void HelpWindow::PageChanged() {
   const QString path = page_->Path();
   if (path.isEmpty() || page_->file() == nullptr) return;
   setWindowTitle(texts::WindowTitle(base::ToQt(page_->file()->Title(base::FromQt(path)))));
-  contents_->Mark(path);
+  contents_->SelectPage(path);
   statusBar()->clearMessage();
 }
 

@@ -45,7 +45,7 @@ void ContentsTree::ShowEntries(const std::vector<ContentsEntry>& entries) {
   }
 }
 
-void ContentsTree::Mark(const QString& page) {
+void ContentsTree::SelectPage(const QString& page) {
   const auto is_page = [&page](const QTreeWidgetItem* item) {
     return item->data(0, kPageRole).toString().compare(page, Qt::CaseInsensitive) == 0;
   };

@@ -23,7 +23,7 @@ class ContentsTree final : public QTreeWidget {
 
   void ShowEntries(const std::vector<ContentsEntry>& entries);
   /// Selects the entry of a page; none if the contents lack it.
-  void Mark(const QString& page);
+  void SelectPage(const QString& page);
 
  Q_SIGNALS:
   void PageChosen(const QString& page, const QString& anchor);

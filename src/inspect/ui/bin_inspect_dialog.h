@@ -36,7 +36,7 @@ class BinInspectDialog final : public QDialog {
 
   /// Shows the dump of the output pane's selection (Windows-1252), with the caret on its first byte. Throws
   /// RuntimeError kOverflow if it is too long.
-  void Initialize(std::string_view marked);
+  void Initialize(std::string_view selected);
 
  protected:
   void dragEnterEvent(QDragEnterEvent* event) override;

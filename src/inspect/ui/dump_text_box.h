@@ -19,8 +19,8 @@ struct ByteRange {
 
 /// The text box `txtBinData`: shows a dump, reports each click and each released key. Right and Left move the
 /// caret, the page keys the view; keys that leave the box or the dialog are passed on, any other does
-/// nothing. A click means the byte under the pointer; dragging marks bytes, apart from the selection, which
-/// is the decoded value's.
+/// nothing. A click means the byte under the pointer; dragging highlights bytes, apart from the selection,
+/// which is the decoded value's.
 class DumpTextBox final : public QPlainTextEdit {
   Q_OBJECT
 
@@ -35,7 +35,7 @@ class DumpTextBox final : public QPlainTextEdit {
 
   /// The bytes that the user dragged over, or those of the last ShowHighlight; a click removes the highlight.
   const std::optional<ByteRange>& highlight() const { return highlight_; }
-  /// Marks the bytes and scrolls to them; the caret stays.
+  /// Highlights the bytes and scrolls to them; the caret stays.
   void ShowHighlight(const ByteRange& range);
   /// Colours the bytes of fields, field n in FieldColor(n).
   void SetFields(std::vector<ByteRange> fields);

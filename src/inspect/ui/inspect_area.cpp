@@ -50,9 +50,9 @@ void InspectArea::BuildValue() {
 }
 
 void InspectArea::AddToMenus(QAction* copy) {
-  auto* copy_marks = new QAction(QStringLiteral("&Markierung kopieren"), this);
-  connect(copy_marks, &QAction::triggered, dump_, &QPlainTextEdit::copy);
-  dump_->addAction(copy_marks);
+  auto* copy_selection = new QAction(QStringLiteral("&Markierung kopieren"), this);
+  connect(copy_selection, &QAction::triggered, dump_, &QPlainTextEdit::copy);
+  dump_->addAction(copy_selection);
   for (QWidget* widget :
        {static_cast<QWidget*>(dump_), static_cast<QWidget*>(lines_), static_cast<QWidget*>(value_)}) {
     widget->addAction(copy);

@@ -37,9 +37,9 @@ void PaneAnnouncer::CaretMoved(OutputPane& pane) {
   if (!active_) return;
   const int caret = pane.ToUnits(pane.text().caret());
   const PaneRange selection = pane.text().Selection();
-  QAccessibleTextSelectionEvent marked(&pane, pane.ToUnits(selection.begin), pane.ToUnits(selection.end));
-  marked.setCursorPosition(caret);
-  Send(marked);
+  QAccessibleTextSelectionEvent selected(&pane, pane.ToUnits(selection.begin), pane.ToUnits(selection.end));
+  selected.setCursorPosition(caret);
+  Send(selected);
   QAccessibleTextCursorEvent moved(&pane, caret);
   Send(moved);
 }

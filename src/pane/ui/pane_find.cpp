@@ -86,8 +86,8 @@ bool PaneFind::IsCurrentAHit() const {
 
 QString PaneFind::SelectedText() const {
   const PaneStore& store = pane_->text().store();
-  const PaneRange marked = pane_->text().Selection();
-  const bool one_line = store.LineAt(marked.begin) == store.LineAt(marked.end);
+  const PaneRange selection = pane_->text().Selection();
+  const bool one_line = store.LineAt(selection.begin) == store.LineAt(selection.end);
   return one_line ? pane_->selectedText() : QString();
 }
 
