@@ -83,8 +83,8 @@ class Store {
   Store(const Store&) = delete;
   Store& operator=(const Store&) = delete;
 
-  /// Adds a row with at least one field. If memory runs out, throws std::bad_alloc and leaves the store
-  /// unchanged.
+  /// Adds a row with at least one field. If memory runs out, throws std::bad_alloc and adds no value,
+  /// although the row's command and series may have been added.
   void Add(const Row& row);
   void Clear();
   /// One observer at most; null removes it.
