@@ -113,7 +113,7 @@ BlockSearch::BlockSearch(std::shared_ptr<const BlockSource> source, std::string 
       at_(from_),
       end_(source_->size()) {}
 
-// Pieces overlap, so that a place across their border is found.
+// Pieces overlap, so that an occurrence across their border is found.
 double BlockSearch::Step() {
   if (at_ + bytes_.size() <= end_) {
     const auto wanted = std::min<std::uint64_t>(kPiece + bytes_.size() - 1, end_ - at_);

@@ -27,7 +27,7 @@ class BlockSource {
   std::uint64_t size_ = 0;
 };
 
-/// The search for the next place of some bytes: from a position to the end, then from the beginning.
+/// Searches for the next occurrence of some bytes: from a position to the end, then from the start.
 class BlockSearch {
  public:
   /// `bytes` is at least one.
@@ -35,7 +35,7 @@ class BlockSearch {
 
   /// Searches the next mebibyte. Returns the share searched so far, 1 at the end.
   double Step();
-  /// Where they are; no value before the end, and if they are nowhere.
+  /// The offset of the occurrence; no value before the search has ended, and if there is none.
   std::optional<std::uint64_t> found() const { return found_; }
 
  private:

@@ -10,6 +10,7 @@ namespace kolvane::pane {
 namespace {
 
 constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
+constexpr char32_t kJoiner = 0x200D;
 
 std::uint8_t ByteAt(std::string_view text, std::size_t at) { return static_cast<std::uint8_t>(text[at]); }
 
@@ -17,11 +18,9 @@ bool InRange(char32_t value, char32_t first, char32_t last) { return value >= fi
 
 bool JoinsToPrevious(char32_t value) {
   return InRange(value, 0x300, 0x36F) || InRange(value, 0x1AB0, 0x1AFF) || InRange(value, 0x1DC0, 0x1DFF) ||
-         value == 0x200D || InRange(value, 0x20D0, 0x20FF) || InRange(value, 0xFE00, 0xFE0F) ||
+         value == kJoiner || InRange(value, 0x20D0, 0x20FF) || InRange(value, 0xFE00, 0xFE0F) ||
          InRange(value, 0xFE20, 0xFE2F) || InRange(value, 0x1F3FB, 0x1F3FF);
 }
-
-constexpr char32_t kJoiner = 0x200D;
 
 std::size_t PreviousPoint(std::string_view text, std::size_t end) {
   std::size_t at = end - 1;

@@ -7,7 +7,8 @@ namespace {
 
 // A line without an end is shown as it is after this time.
 constexpr int kPartialLineMs = 200;
-// Bytes that are not taken would report themselves without end. They are counted again after this time.
+// Bytes that are not taken would activate the notifier again and again, so it is disabled; they are counted
+// again after this time.
 constexpr int kCountMs = 500;
 
 }  // namespace

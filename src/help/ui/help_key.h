@@ -15,7 +15,7 @@ class HelpKey final : public QObject {
  public:
   HelpKey(QWidget* terminal, std::function<void(const HelpTarget&)> show);
 
-  /// Where the message of a box is explained; for any other widget the place of its active action, else its
+  /// Where the message of a box is explained; for any other widget the target of its active action, else its
   /// own, else that of its nearest parent.
   static HelpTarget TargetOf(const QWidget* widget);
 

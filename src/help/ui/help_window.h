@@ -64,8 +64,8 @@ class HelpWindow final : public QMainWindow {
 
   HelpWindow(HelpWindowServices services, QWidget* parent);
 
-  /// Shows a place in this file, or its start page if it lacks the topic, and raises the window. Pages of the
-  /// same file shown before stay in the history.
+  /// Shows the target in this file, or the start page if the file lacks the topic, and raises the window.
+  /// Pages of the same file shown before stay in the history.
   void ShowTarget(const std::shared_ptr<const HelpFile>& file, const HelpTarget& target);
 
  protected:

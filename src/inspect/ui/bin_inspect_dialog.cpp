@@ -163,8 +163,8 @@ void BinInspectDialog::BuildTemplateList() {
   formats_->Check(context_.state.format_code);
 }
 
-void BinInspectDialog::Initialize(std::string_view marked) {
-  block_->ShowDump(BuildDump(marked));
+void BinInspectDialog::Initialize(std::string_view selected) {
+  block_->ShowDump(BuildDump(selected));
   DumpView view = area_->dump()->View();
   view.MoveTo(kFirstByte);
   area_->dump()->Show(view);
@@ -265,8 +265,8 @@ void BinInspectDialog::ShowField(int row) {
   block_->CaretMoved(area_->dump()->View().selected);
 }
 
-// Some editors replace the file by another, which is not watched yet, and some remove it first: then the
-// folder tells when the new one is there.
+// Some editors replace the file by another, which is not watched yet; some remove it first, so the folder is
+// watched for the new one.
 void BinInspectDialog::Watch() {
   const QString path = base::ToQt(TemplatePath());
   if (path.isEmpty() || watcher_.files() == QStringList{path}) return;

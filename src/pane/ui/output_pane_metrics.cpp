@@ -38,7 +38,7 @@ std::uint8_t IsOdd(std::uint8_t byte) {
                                    static_cast<unsigned>(byte > 0xC3));
 }
 
-// Shown as U+FFFD, which few fonts have: another one would be loaded only to measure it.
+// Shown as U+FFFD, which few fonts have: another font would be loaded only to measure it.
 bool IsC1(std::size_t value) { return value > 0x7F && value < 0xA0; }
 
 bool MayBreakAfter(char c) { return c == ' ' || c == '\t' || c == ',' || c == ';' || c == '>'; }
@@ -137,7 +137,8 @@ std::size_t OutputPaneMetrics::NextFixedRow(std::string_view line, std::size_t r
   return full;
 }
 
-// U+FFFD, which is not measured, takes the place of two bytes, so it may be twice as wide.
+// U+FFFD is not measured. What it is shown for has two bytes, so it fits even if it is twice as wide as any
+// other.
 std::size_t OutputPaneMetrics::SurelyFitting(qreal width) const {
   return width > 0 && widest_ > 0 ? static_cast<std::size_t>(width / widest_) : 0;
 }

@@ -34,7 +34,7 @@ class ByteCounter {
   std::size_t unit_ = 0;
 };
 
-// The match whose hit starts at `start`. After \K that is behind the start of the match.
+// The match whose hit starts at `start`; with \K the match itself starts before its hit.
 QRegularExpressionMatch MatchAt(const QRegularExpression& expression, const QString& text, qsizetype start) {
   QRegularExpressionMatch match = expression.match(text, start);
   for (auto matches = expression.globalMatch(text); match.capturedStart() != start && matches.hasNext();)

@@ -39,7 +39,7 @@ QAccessibleInterface* Create(const QString&, QObject* object) {
   return table != nullptr ? new TableAccessible(table) : nullptr;
 }
 
-// To assistive programs.
+// Reports the current row to assistive programs.
 void AnnounceCurrentRow(ValuesTable* table) {
   if (!QAccessible::isActive()) return;
   QAccessibleValueChangeEvent event(table, CurrentRowText(*table));
