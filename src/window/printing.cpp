@@ -114,8 +114,9 @@ namespace {
 
 constexpr QMarginsF kMargins(15, 15, 15, 15);
 
-// Calls `cancelled` before the print-out is ended.
-void PrintOn(QPagedPaintDevice& device, QWidget* window, base::Prompt& prompt, const PrintStyle& style,
+// Returns whether everything was printed; a failure is shown. Calls `cancelled` before the print-out is
+// ended.
+bool PrintOn(QPagedPaintDevice& device, QWidget* window, base::Prompt& prompt, const PrintStyle& style,
              const PrintSource& lines, const std::function<void()>& cancelled) {
   Progress progress(window, base::ToQt(texts::kPrinting));
   const PrintResult result = PrintText(device, style, lines, [&](std::size_t done, std::size_t whole) {
@@ -124,6 +125,7 @@ void PrintOn(QPagedPaintDevice& device, QWidget* window, base::Prompt& prompt, c
     return false;
   });
   if (result == PrintResult::kFailed) prompt.ShowError(texts::kNotPrinted);
+  return result == PrintResult::kDone;
 }
 
 // Makes a PDF file of what `print` puts on its pages; no file if that returns false.
@@ -169,11 +171,8 @@ void PrintOnPrinter(QWidget* window, base::Prompt& prompt, const PrintStyle& sty
 void PrintLines(QWidget* window, base::Prompt& prompt, const PrintStyle& style, const PrintSource& lines,
                 const PrintSource* selection) {
   if (QPrinterInfo::availablePrinterNames().isEmpty()) {
-    PrintToFile(window, prompt, style.caption, [&](QPdfWriter& pages) {
-      bool cancelled = false;
-      PrintOn(pages, window, prompt, style, lines, [&cancelled] { cancelled = true; });
-      return !cancelled;
-    });
+    PrintToFile(window, prompt, style.caption,
+                [&](QPdfWriter& pages) { return PrintOn(pages, window, prompt, style, lines, [] {}); });
   } else {
     PrintOnPrinter(window, prompt, style, lines, selection);
   }
