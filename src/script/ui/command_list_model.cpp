@@ -84,21 +84,18 @@ QString CommandListModel::StateOf(int row) const {
   return states.join(QStringLiteral(", "));
 }
 
-QString CommandListModel::ErrorOf(int row) const {
-  const std::string_view error = list_.ErrorOf(row);
-  return base::ToQt(error);
-}
+QString CommandListModel::ErrorOf(int row) const { return base::ToQt(list_.ErrorOf(row)); }
 
 QString CommandListModel::ToolTipOf(int row) const {
   const std::string& text = list_.Text(row);
-  const std::string_view outside = base::OutsideWindows1252(text);
-  const QString trouble = outside.empty() ? QString() : base::ToQt("\n" + texts::NotInCodePage(outside));
-  const auto found = findings_.find(row);
-  const QString findings = found == findings_.end() ? QString() : QLatin1Char('\n') + found->second.text;
-  const QString error = list_.ErrorOf(row).empty() ? QString() : QLatin1Char('\n') + ErrorOf(row);
   QString shown = base::ToQt(text);
   if (shown.size() > kMaxInToolTip) shown = shown.left(kMaxInToolTip) + QStringLiteral("…");
-  return shown + trouble + findings + error;
+  QStringList lines = {shown};
+  const std::string_view outside = base::OutsideWindows1252(text);
+  if (!outside.empty()) lines << base::ToQt(texts::NotInCodePage(outside));
+  if (const auto found = findings_.find(row); found != findings_.end()) lines << found->second.text;
+  if (const QString error = ErrorOf(row); !error.isEmpty()) lines << error;
+  return lines.join(QLatin1Char('\n'));
 }
 
 CommandListModel::Worst CommandListModel::WorstOf(int row) const {
