@@ -18,7 +18,7 @@
 #include "picture.h"
 #include "pictures.h"
 #include "values/ui/values_window.h"
-#include "window/text_file.h"
+#include "window/progress.h"
 #include "window/texts.h"
 
 namespace kolvane::screenshots {
