@@ -31,8 +31,8 @@ struct AttachedPort {
   std::optional<std::int16_t> code;  ///< none if no configured name refers to it
   std::string node;                  ///< device node, may be empty for GPIB
   int board = 0;                     ///< GPIB
-  std::string serial_number;         ///< USB
-  std::string description;           ///< English
+  std::string serial_number = {};    ///< USB
+  std::string description = {};      ///< English
   bool operator==(const AttachedPort&) const = default;
 };
 

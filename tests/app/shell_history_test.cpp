@@ -132,7 +132,9 @@ TEST(TypeAhead, ReturnsTheBytesInOrder) {
     typed.Append(piece);
     all += piece;
     for (int n = 0; n < 2; ++n) taken += typed.Take();
-    if (i % 2 == 0 && !typed.empty()) EXPECT_FALSE(typed.HasGivenUp());
+    if (i % 2 == 0 && !typed.empty()) {
+      EXPECT_FALSE(typed.HasGivenUp());
+    }
   }
   EXPECT_EQ(typed.size(), all.size() - taken.size());
   while (!typed.empty()) taken += typed.Take();

@@ -345,7 +345,7 @@ TEST_F(ShellTest, ALongLineSurvivesATinyTerminal) {
   for (int round = 0; round < 20; ++round) {
     terminal.Type(part);
     terminal.Resize({static_cast<unsigned short>(round % 2 == 0 ? 1 : 60),
-                     static_cast<unsigned short>(round % 3 == 0 ? 3 : 200)});
+                     static_cast<unsigned short>(round % 3 == 0 ? 3 : 200), 0, 0});
   }
   terminal.Type("\x03");
   terminal.Await("^C\r");

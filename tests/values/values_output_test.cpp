@@ -116,9 +116,9 @@ TEST_F(ValuesOutputTest, APictureOfManyValuesShowsTheirRange) {
 TEST_F(ValuesOutputTest, APdfFileNamesProgramAndTitle) {
   const std::string pdf = Saved("PDF-Datei (*.pdf)", "a.pdf");
   const auto entry = [](const char* key, const std::string& text) {
-    std::string entry = std::string("/") + key + " (\xFE\xFF";
-    for (const char c : text) entry.append({'\0', c});
-    return entry + ')';
+    std::string bytes = std::string("/") + key + " (\xFE\xFF";
+    for (const char c : text) bytes.append({'\0', c});
+    return bytes + ')';
   };
   EXPECT_NE(pdf.find(entry("Creator", "Kolvane Terminal")), std::string::npos);
   EXPECT_NE(pdf.find(entry("Title", "Messwerte")), std::string::npos);

@@ -18,8 +18,8 @@ namespace kolvane::device {
 struct PortsDialogContext {
   PortLibrarySource& library;
   base::Prompt& prompt;
-  bool connected = false;              ///< a connection is open: ports cannot be tested
-  std::vector<AttachedPort> attached;  ///< offered in the fields
+  bool connected = false;                   ///< a connection is open: ports cannot be tested
+  std::vector<AttachedPort> attached = {};  ///< offered in the fields
 };
 
 /// The dialog `PortsDialog`: the devices for COM1, COM2, LPT1, LPT2 and GPIB, and the rates of the serial
