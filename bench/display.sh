@@ -21,14 +21,6 @@ start_display() {
   export QT_QPA_PLATFORM=xcb
 }
 
-# Returns once it frames windows.
-start_window_manager() {
-  mkfifo "$scratch/managed"
-  openbox --startup "sh -c 'echo >$scratch/managed'" >/dev/null 2>&1 &
-  window_manager_pid=$!
-  read -r _ <"$scratch/managed"
-}
-
 stop_display() {
   [ -z "$window_manager_pid" ] || kill "$window_manager_pid" 2>/dev/null || true
   kill "$display_pid" 2>/dev/null || true

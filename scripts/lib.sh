@@ -104,3 +104,13 @@ build() {
   fi
   rm -f "$log"
 }
+
+# start_window_manager FOLDER: frames the windows of DISPLAY; window_manager_pid is its process. Returns once it does: a
+# window that is shown before may never get its frame. FOLDER is for temporary files.
+start_window_manager() {
+  mkfifo "$1/managed"
+  openbox --startup "sh -c 'echo >$1/managed'" >/dev/null 2>&1 &
+  # shellcheck disable=SC2034
+  window_manager_pid=$!
+  read -r _ <"$1/managed"
+}

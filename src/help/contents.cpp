@@ -82,7 +82,7 @@ bool HoldsAll(const std::string& text, const std::vector<std::string>& words) {
                              [&text](const std::string& word) { return text.find(word) != text.npos; });
 }
 
-bool IsWordCharacter(char c) { return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9'); }
+bool IsWordCharacter(char c) { return base::IsAsciiLetter(c) || base::IsDigit(c); }
 
 bool StartsAWord(const std::string& text, const std::string& word) {
   for (std::size_t at = 0; (at = text.find(word, at)) != std::string::npos; ++at) {

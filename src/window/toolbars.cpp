@@ -178,7 +178,6 @@ constexpr int kRunControls = 4;  // the first buttons
 ScriptToolbar::ScriptToolbar(QWidget* parent)
     : KeyToolbar("Toolbar3", "Befehlsliste", kScriptButtons, parent) {
   setOrientation(Qt::Vertical);
-  base::LabelExtension(this);
   Button("TB_PLAY")->setShortcut(Qt::Key_F5);
   Button("TB_STOP")->setShortcut(Qt::SHIFT | Qt::Key_F5);
   Button("TB_SINGLESTEP")->setShortcut(Qt::Key_F10);

@@ -89,7 +89,11 @@ void EnsureReadableHints() {
 void LabelExtension(QToolBar* bar) {
   auto* button = bar->findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"));
   if (button == nullptr) return;
-  button->setArrowType(bar->orientation() == Qt::Vertical ? Qt::DownArrow : Qt::RightArrow);
+  const auto point = [button](Qt::Orientation orientation) {
+    button->setArrowType(orientation == Qt::Vertical ? Qt::DownArrow : Qt::RightArrow);
+  };
+  QObject::connect(bar, &QToolBar::orientationChanged, button, point);
+  point(bar->orientation());
   button->setToolTip(QStringLiteral("Weitere Schaltflächen"));
   button->setAccessibleName(button->toolTip());
 }
