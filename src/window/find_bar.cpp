@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QRegularExpression>
 
+#include "base/ui/buttons.h"
 #include "base/ui/fields.h"
 #include "base/ui/qt_text.h"
 #include "pane/ui/regex_matcher.h"

@@ -3,7 +3,7 @@
 #include <QClipboard>
 #include <QLineEdit>
 
-#include "base/ui/fields.h"
+#include "base/ui/buttons.h"
 #include "base/ui/qt_text.h"
 #include "device/device_state.h"
 #include "device/ui/ports_dialog.h"

@@ -6,6 +6,7 @@
 #include <QStyle>
 #include <algorithm>
 
+#include "base/ui/buttons.h"
 #include "base/ui/fields.h"
 #include "base/ui/qt_text.h"
 #include "terminal/texts.h"

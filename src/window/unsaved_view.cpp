@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "base/clock.h"
-#include "base/ui/fields.h"
+#include "base/ui/buttons.h"
 #include "base/ui/qt_text.h"
 #include "script/texts.h"
 #include "window/flow_layout.h"

@@ -8,7 +8,7 @@
 #include <QUrl>
 #include <QWheelEvent>
 
-#include "base/ui/fields.h"
+#include "base/ui/qt_look.h"
 #include "window/window_fixture.h"
 
 namespace kolvane::window {

@@ -6,8 +6,6 @@
 #include <QFileSystemModel>
 #include <QHeaderView>
 #include <QInputMethodEvent>
-#include <QToolBar>
-#include <QToolButton>
 #include <QTreeView>
 #include <algorithm>
 
@@ -66,36 +64,6 @@ void MarkOutside(QLineEdit* field, const QString& fault, QTextCharFormat format)
 void GuardWheel(QComboBox* list) {
   list->setFocusPolicy(Qt::StrongFocus);
   new WheelGuard(list);
-}
-
-void OnClick(QAbstractButton* button, std::function<void()> command) {
-  QObject::connect(button, &QAbstractButton::clicked, button, [button, command = std::move(command)] {
-    if (button->isEnabled()) command();
-  });
-}
-
-void EnsureReadableHints() {
-  QPalette palette = QApplication::palette();
-  const auto is_lighter = [back = palette.color(QPalette::Base).lightness()](const QColor& color) {
-    return color.lightness() > back;
-  };
-  QColor hint = palette.color(QPalette::Text);
-  if (is_lighter(hint) == is_lighter(palette.color(QPalette::PlaceholderText))) return;
-  hint.setAlpha(128);
-  palette.setColor(QPalette::PlaceholderText, hint);
-  QApplication::setPalette(palette);
-}
-
-void LabelExtension(QToolBar* bar) {
-  auto* button = bar->findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"));
-  if (button == nullptr) return;
-  const auto point = [button](Qt::Orientation orientation) {
-    button->setArrowType(orientation == Qt::Vertical ? Qt::DownArrow : Qt::RightArrow);
-  };
-  QObject::connect(bar, &QToolBar::orientationChanged, button, point);
-  point(bar->orientation());
-  button->setToolTip(QStringLiteral("Weitere Schaltflächen"));
-  button->setAccessibleName(button->toolTip());
 }
 
 void FitFileColumns(QFileDialog& dialog) {

@@ -1,15 +1,12 @@
 #pragma once
 
-#include <QAbstractButton>
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QTextCharFormat>
-#include <functional>
 #include <vector>
 
 class QFileDialog;
-class QToolBar;
 
 namespace kolvane::base {
 
@@ -35,18 +32,6 @@ void GuardWheel(QComboBox* list);
 inline bool IsEnter(const QKeyEvent& event) {
   return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
 }
-
-/// Carries out `command` when `button` is clicked, as long as `button` exists. Qt clicks a button 0.1 s after
-/// its key, even if it has been disabled since; that click is ignored.
-void OnClick(QAbstractButton* button, std::function<void()> command);
-
-/// Changes the application's colour of the hints in empty fields if it does not stand out from the
-/// background: Qt's palette for KDE has none of its own, so that they are black on dark desktops, too.
-void EnsureReadableHints();
-
-/// Gives the button behind which `bar` hides what does not fit a name, and an arrow in the colour of texts:
-/// Qt's own is black, on dark desktops, too.
-void LabelExtension(QToolBar* bar);
 
 /// Lets size, type and date of the files in `dialog` have the width that they need; Qt's own dialog cuts
 /// them. Does nothing if the desktop provides the dialog.

@@ -1,9 +1,11 @@
 #include "base/ui/qt_look.h"
 
+#include <QApplication>
 #include <QColorDialog>
 #include <QDialogButtonBox>
 #include <QFontDialog>
 #include <QFontInfo>
+#include <QPalette>
 #include <QPushButton>
 
 #include "base/ui/qt_text.h"
@@ -82,6 +84,18 @@ bool ChooseBackColor(QWidget* parent, Look& look) {
   if (!ChooseColor(parent, QStringLiteral("Hintergrundfarbe"), color)) return false;
   look.back_color = FromQt(color);
   return true;
+}
+
+void EnsureReadableHints() {
+  QPalette palette = QApplication::palette();
+  const auto is_lighter = [back = palette.color(QPalette::Base).lightness()](const QColor& color) {
+    return color.lightness() > back;
+  };
+  QColor hint = palette.color(QPalette::Text);
+  if (is_lighter(hint) == is_lighter(palette.color(QPalette::PlaceholderText))) return;
+  hint.setAlpha(128);
+  palette.setColor(QPalette::PlaceholderText, hint);
+  QApplication::setPalette(palette);
 }
 
 }  // namespace kolvane::base

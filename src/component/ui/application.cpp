@@ -10,7 +10,7 @@
 #include <stdexcept>
 #include <thread>
 
-#include "base/ui/fields.h"
+#include "base/ui/qt_look.h"
 #include "component/ui/display_probe.h"
 
 namespace kolvane::component {

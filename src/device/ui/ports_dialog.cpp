@@ -11,7 +11,7 @@
 
 #include "base/number.h"
 #include "base/texts.h"
-#include "base/ui/fields.h"
+#include "base/ui/buttons.h"
 #include "base/ui/qt_text.h"
 #include "device/connection_parameters.h"
 #include "device/port_table.h"

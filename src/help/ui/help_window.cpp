@@ -8,7 +8,7 @@
 #include <QWindow>
 #include <utility>
 
-#include "base/ui/fields.h"
+#include "base/ui/buttons.h"
 #include "base/ui/qt_text.h"
 #include "help/ui/help_texts.h"
 

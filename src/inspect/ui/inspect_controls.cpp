@@ -6,7 +6,7 @@
 #include <QMenu>
 #include <QSignalBlocker>
 
-#include "base/ui/fields.h"
+#include "base/ui/buttons.h"
 #include "base/ui/qt_text.h"
 #include "inspect/texts.h"
 

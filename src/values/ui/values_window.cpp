@@ -15,7 +15,7 @@
 #include <new>
 #include <utility>
 
-#include "base/ui/fields.h"
+#include "base/ui/buttons.h"
 #include "base/ui/qt_text.h"
 #include "values/texts.h"
 
