@@ -5,10 +5,9 @@
 #include <QFileInfo>
 #include <QFileSystemModel>
 
-#include "base/ui/fields.h"
+#include "base/ui/file_dialog.h"
 #include "base/ui/qt_text.h"
 #include "help/ui/help_key.h"
-#include "window/window_memory.h"
 
 namespace kolvane::window {
 
@@ -72,12 +71,8 @@ void ShowEveryFileForStars(QFileDialog& dialog) {
   });
 }
 
-// Beside the given file, or where the user worked last.
-void StartIn(QFileDialog& dialog, const QFileInfo& file, const QString& last_folder) {
-  if (file.fileName().isEmpty() || !file.absoluteDir().exists()) {
-    if (!last_folder.isEmpty()) dialog.setDirectory(last_folder);
-    return;
-  }
+void StartBeside(QFileDialog& dialog, const QFileInfo& file) {
+  if (file.fileName().isEmpty() || !file.absoluteDir().exists()) return;
   dialog.setDirectory(file.absoluteDir());
   if (dialog.acceptMode() == QFileDialog::AcceptSave) dialog.selectFile(file.fileName());
 }
@@ -88,14 +83,11 @@ std::optional<std::string> Ask(QFileDialog& dialog, const DialogRow& row, const 
   dialog.setFileMode(row.must_exist ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
   dialog.setDefaultSuffix(base::ToQt(row.suffix));
   ShowEveryFileForStars(dialog);
-  base::FitFileColumns(dialog);
+  base::PrepareFileDialog(dialog, row.kind);
+  StartBeside(dialog, QFileInfo(base::ToQt(beside)));
   if (row.help_button) help::AddHelpButton(dialog);
-  WindowMemory* memory = WindowMemory::Of(dialog.parentWidget());
-  StartIn(dialog, QFileInfo(base::ToQt(beside)), memory == nullptr ? QString() : memory->Folder(row.kind));
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
-  const QString file = dialog.selectedFiles().constFirst();
-  if (memory != nullptr) memory->NoteFile(row.kind, file);
-  return base::FromQt(file);
+  return base::FromQt(dialog.selectedFiles().constFirst());
 }
 
 }  // namespace

@@ -62,18 +62,11 @@ void Resize(QWidget& dialog, QSize size) {
 }  // namespace
 
 WindowMemory::WindowMemory(QMainWindow* window, QSplitter* splitter, StateStore& store)
-    : QObject(window), window_(window), splitter_(splitter), store_(store) {
+    : FolderMemory(window), window_(window), splitter_(splitter), store_(store) {
   RestorePosition();
   RestoreSplitter();
   connect(splitter_, &QSplitter::splitterMoved, this, [this] { splitter_moved_ = true; });
   window_->installEventFilter(this);
-}
-
-WindowMemory* WindowMemory::Of(const QWidget* widget) {
-  for (; widget != nullptr; widget = widget->parentWidget()) {
-    if (auto* memory = widget->findChild<WindowMemory*>(QString(), Qt::FindDirectChildrenOnly)) return memory;
-  }
-  return nullptr;
 }
 
 void WindowMemory::RestorePosition() {
@@ -108,13 +101,16 @@ void WindowMemory::Note() {
 }
 
 bool WindowMemory::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == window_) {
+  auto* widget = qobject_cast<QWidget*>(watched);
+  if (widget == nullptr) return false;
+  // A dialog may show one of its own.
+  if (event->type() == QEvent::ChildAdded && widget->isWindow())
+    static_cast<QChildEvent*>(event)->child()->installEventFilter(this);
+  if (widget == window_) {
     // By now the window manager has positioned it.
     if (event->type() == QEvent::Paint && first_geometry_.isEmpty())
       first_geometry_ = window_->saveGeometry();
-    if (event->type() == QEvent::ChildAdded)
-      static_cast<QChildEvent*>(event)->child()->installEventFilter(this);
-  } else if (auto* widget = qobject_cast<QWidget*>(watched); widget != nullptr && !event->spontaneous()) {
+  } else if (!event->spontaneous()) {
     if (event->type() == QEvent::Show && IsDialog(*widget)) ShowDialog(*widget);
     if (event->type() == QEvent::Hide) HideDialog(*widget);
   }

@@ -2,17 +2,17 @@
 
 #include <QHash>
 #include <QMainWindow>
-#include <QObject>
 #include <QSize>
 #include <QSplitter>
 
+#include "base/ui/file_dialog.h"
 #include "window/state_store.h"
 
 namespace kolvane::window {
 
 /// What the terminal window restores at the next start: its position and size, the splitter, the sizes of its
 /// dialogs, the folders of its file dialogs. Only what the user has changed is saved.
-class WindowMemory final : public QObject {
+class WindowMemory final : public base::FolderMemory {
   Q_OBJECT
 
  public:
@@ -20,12 +20,8 @@ class WindowMemory final : public QObject {
   /// must outlive this object.
   WindowMemory(QMainWindow* window, QSplitter* splitter, StateStore& store);
 
-  /// The memory of the terminal that `widget` belongs to; null if there is none.
-  static WindowMemory* Of(const QWidget* widget);
-
-  /// Where the user last chose a file of that kind; empty if that is unknown or no longer a folder.
-  QString Folder(const char* kind) const;
-  void NoteFile(const char* kind, const QString& path);
+  QString Folder(const char* kind) const override;
+  void NoteFile(const char* kind, const QString& path) override;
 
   /// To be called before the window closes.
   void Note();

@@ -17,6 +17,7 @@
 #include "base/fake_prompt.h"
 #include "base/small_files.h"
 #include "base/temp_folder.h"
+#include "base/ui/file_dialog.h"
 #include "gui/box_answers.h"
 #include "gui/pdf_content.h"
 #include "gui/pixels.h"
@@ -27,6 +28,20 @@
 
 namespace kolvane::values {
 namespace {
+
+class OneFolder final : public base::FolderMemory {
+ public:
+  using FolderMemory::FolderMemory;
+  QString Folder(const char* kind) const override {
+    return kind == std::string_view("Values") ? folder : QString();
+  }
+  void NoteFile(const char* kind, const QString& path) override {
+    EXPECT_STREQ(kind, "Values");
+    folder = QFileInfo(path).absolutePath();
+  }
+
+  QString folder;
+};
 
 class ValuesOutputTest : public testing::Test {
  protected:
@@ -160,6 +175,17 @@ TEST_F(ValuesOutputTest, RemembersFormAndFolder) {
   EXPECT_EQ(Dialog()->selectedNameFilter(), "PNG-Bild (*.png)");
   EXPECT_EQ(Dialog()->directory().canonicalPath(),
             QDir(QString::fromStdString(folder_.Path(""))).canonicalPath());
+}
+
+TEST_F(ValuesOutputTest, StartsInTheFolderOfTheWindowsMemory) {
+  OneFolder memory(&window_);
+  std::filesystem::create_directory(folder_.Path("a"));
+  std::filesystem::create_directory(folder_.Path("b"));
+  memory.folder = QString::fromStdString(folder_.Path("a"));
+  output_.Save(100);
+  EXPECT_EQ(Dialog()->directory().path(), memory.folder);
+  Answer("CSV, Komma und Dezimalpunkt (*.csv)", folder_.Path("b/x.csv"));
+  EXPECT_EQ(memory.folder.toStdString(), folder_.Path("b"));
 }
 
 TEST_F(ValuesOutputTest, ReportsWhatCannotBeWritten) {

@@ -73,6 +73,29 @@ class WindowMemoryTest : public testing::Test, protected WindowRecords {
         [this] { window_->findChild<QAction*>(QStringLiteral("mnuInsertComment"))->trigger(); }, use);
   }
 
+  /// Picks the file in the next file dialog and calls `seen` with the dialog before.
+  void ChooseFile(const std::string& name, const std::function<void(QFileDialog&)>& seen = {}) {
+    QTimer::singleShot(0, window_.get(), [name, seen] {
+      auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+      ASSERT_NE(dialog, nullptr);
+      if (seen) seen(*dialog);
+      dialog->findChild<QLineEdit*>("fileNameEdit")->setText(QString::fromStdString(name));
+      static_cast<QDialog*>(dialog)->accept();
+    });
+  }
+
+  /// Saves the inspector's block, one byte, under that name.
+  void SaveBlock(const std::string& name, const std::function<void(QFileDialog&)>& seen) {
+    window_->core().output.AddLine(LineKind::kAnswer, "<41>");
+    auto* pane = window_->findChild<pane::OutputPane*>(QStringLiteral("TermWin"));
+    pane->Select(pane->text().Length() - 4, pane->text().Length());
+    InDialog<QDialog>([&] { window_->findChild<QAction*>(QStringLiteral("mnuBinInspect"))->trigger(); },
+                      [&](QDialog& inspector) {
+                        ChooseFile(name, seen);
+                        inspector.findChild<QPushButton*>(QStringLiteral("cmdSaveBlock"))->click();
+                      });
+  }
+
   std::string FolderShownBy(OpenMode mode, const std::string& current_file = {}) {
     std::string folder;
     InDialog<QFileDialog>([&] { AskOpenName(window_.get(), mode, current_file); },
@@ -196,12 +219,7 @@ TEST_F(WindowMemoryTest, FileDialogsStartInTheFolderOfTheLastFileOfTheirKind) {
   Start();
   for (const auto& [mode, name] : {std::pair{OpenMode::kLog, folder_.Path("logs/a.LOG")},
                                    {OpenMode::kTextFile, folder_.Path("texts/a.TXT")}}) {
-    QTimer::singleShot(0, window_.get(), [name = name] {
-      auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-      ASSERT_NE(dialog, nullptr);
-      dialog->findChild<QLineEdit*>("fileNameEdit")->setText(QString::fromStdString(name));
-      static_cast<QDialog*>(dialog)->accept();
-    });
+    ChooseFile(name);
     EXPECT_EQ(AskOpenName(window_.get(), mode), name);
   }
   End();
@@ -214,10 +232,28 @@ TEST_F(WindowMemoryTest, FileDialogsStartInTheFolderOfTheLastFileOfTheirKind) {
   EXPECT_NE(FolderShownBy(OpenMode::kLog), folder_.Path("logs")) << "the folder no longer exists";
 }
 
+TEST_F(WindowMemoryTest, FileDialogsOfADialogKeepTheirFolderAndSize) {
+  for (const char* kind : {"blocks", "other"}) std::filesystem::create_directory(folder_.Path(kind));
+  Start();
+  QSize size;
+  SaveBlock(folder_.Path("blocks/a.bin"), [&](QFileDialog& dialog) {
+    size = dialog.size() + QSize(0, 40);
+    dialog.resize(size);
+  });
+  EXPECT_EQ(base::ReadBytes(folder_.Path("blocks/a.bin")), "A");
+  End();
+  Start();
+  SaveBlock(folder_.Path("other/b.bin"), [&](QFileDialog& dialog) {
+    EXPECT_EQ(dialog.directory().path().toStdString(), folder_.Path("blocks"));
+    EXPECT_EQ(dialog.size(), size);
+  });
+  EXPECT_EQ(store_.texts["FOLDERS/Block"], folder_.Path("other"));
+}
+
 TEST_F(WindowMemoryTest, WithoutAStoreNothingIsRemembered) {
   MainWindow window(ContextWith(source_, folder_.path()));
-  EXPECT_EQ(WindowMemory::Of(&window), nullptr);
-  EXPECT_EQ(WindowMemory::Of(nullptr), nullptr);
+  EXPECT_EQ(base::FolderMemory::Of(&window), nullptr);
+  EXPECT_EQ(base::FolderMemory::Of(nullptr), nullptr);
 }
 
 }  // namespace

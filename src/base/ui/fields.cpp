@@ -2,20 +2,13 @@
 
 #include <QApplication>
 #include <QEvent>
-#include <QFileDialog>
-#include <QFileSystemModel>
-#include <QHeaderView>
 #include <QInputMethodEvent>
-#include <QTreeView>
-#include <algorithm>
 
 #include "base/encoding.h"
 #include "base/ui/qt_text.h"
 
 namespace kolvane::base {
 namespace {
-
-constexpr int kFileNameLength = 20;  // in characters; shown at least
 
 class WheelGuard final : public QObject {
  public:
@@ -64,21 +57,6 @@ void MarkOutside(QLineEdit* field, const QString& fault, QTextCharFormat format)
 void GuardWheel(QComboBox* list) {
   list->setFocusPolicy(Qt::StrongFocus);
   new WheelGuard(list);
-}
-
-void FitFileColumns(QFileDialog& dialog) {
-  auto* files = dialog.findChild<QTreeView*>(QStringLiteral("treeView"));
-  auto* model = dialog.findChild<QFileSystemModel*>();
-  if (files == nullptr || model == nullptr) return;
-  // Not by the header's resize mode, which the dialog would store for every Qt program.
-  QObject::connect(model, &QFileSystemModel::directoryLoaded, files, [files] {
-    int name = files->viewport()->width();
-    for (int column = 1; column < files->header()->count(); ++column) {
-      files->resizeColumnToContents(column);
-      name -= files->columnWidth(column);
-    }
-    files->setColumnWidth(0, std::max(name, kFileNameLength * files->fontMetrics().averageCharWidth()));
-  });
 }
 
 }  // namespace kolvane::base

@@ -6,8 +6,6 @@
 #include <QTextCharFormat>
 #include <vector>
 
-class QFileDialog;
-
 namespace kolvane::base {
 
 /// A range of characters of a QString.
@@ -32,9 +30,5 @@ void GuardWheel(QComboBox* list);
 inline bool IsEnter(const QKeyEvent& event) {
   return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
 }
-
-/// Lets size, type and date of the files in `dialog` have the width that they need; Qt's own dialog cuts
-/// them. Does nothing if the desktop provides the dialog.
-void FitFileColumns(QFileDialog& dialog);
 
 }  // namespace kolvane::base

@@ -17,7 +17,7 @@
 
 #include "base/encoding.h"
 #include "base/files.h"
-#include "base/ui/fields.h"
+#include "base/ui/file_dialog.h"
 #include "base/ui/qt_text.h"
 #include "inspect/decode.h"
 #include "inspect/hex_dump.h"
@@ -32,6 +32,7 @@ constexpr int kTitleBar = 60;             // and above it
 constexpr std::size_t kMaxColored = 200;  // fields; more would make a click slow
 constexpr std::size_t kMaxLines = 2000;   // of all records together
 constexpr int kMaxProblems = 3;
+constexpr auto kRecordFiles = "Records";
 
 }  // namespace
 
@@ -343,7 +344,7 @@ void BinInspectDialog::SaveCsv() {
   QFileDialog dialog(this, QString(), QString(), base::ToQt(texts::kCsvFiles));
   dialog.setObjectName(QStringLiteral("SaveDialog"));
   dialog.setAcceptMode(QFileDialog::AcceptSave);
-  base::FitFileColumns(dialog);
+  base::PrepareFileDialog(dialog, kRecordFiles);
   dialog.setDefaultSuffix(QStringLiteral("csv"));
   if (dialog.exec() != QDialog::Accepted) return;
   const std::string name = base::FromQt(dialog.selectedFiles().value(0));

@@ -11,7 +11,7 @@
 #include <utility>
 
 #include "base/files.h"
-#include "base/ui/fields.h"
+#include "base/ui/file_dialog.h"
 #include "base/ui/qt_text.h"
 #include "inspect/byte_values.h"
 #include "inspect/texts.h"
@@ -27,6 +27,8 @@ constexpr int kSmallestWidth = 140;
 // As long as doubles get; the integers are shorter.
 constexpr auto kWidestValue = "-8.88888888888888E-308";
 constexpr auto kWidest32Bits = "-8888888888";
+
+constexpr auto kBlockFiles = "Block";
 
 constexpr std::size_t kLongestValue = 8;
 constexpr std::size_t kPiece = 1 << 16;
@@ -179,7 +181,7 @@ void BlockView::AskForFile() {
   QFileDialog dialog(window_, QString(), QString(), base::ToQt(texts::kAllFiles));
   dialog.setObjectName(QStringLiteral("OpenDialog"));
   dialog.setFileMode(QFileDialog::ExistingFile);
-  base::FitFileColumns(dialog);
+  base::PrepareFileDialog(dialog, kBlockFiles);
   if (dialog.exec() == QDialog::Accepted) LoadFile(base::FromQt(dialog.selectedFiles().value(0)));
 }
 
@@ -305,7 +307,7 @@ void BlockView::SaveBlock() {
   QFileDialog dialog(window_, QString(), QString(), base::ToQt(texts::kAllFiles));
   dialog.setObjectName(QStringLiteral("SaveDialog"));
   dialog.setAcceptMode(QFileDialog::AcceptSave);
-  base::FitFileColumns(dialog);
+  base::PrepareFileDialog(dialog, kBlockFiles);
   if (dialog.exec() != QDialog::Accepted) return;
   const std::string name = base::FromQt(dialog.selectedFiles().value(0));
   const auto file = std::make_shared<BlockFile>(source_, name);

@@ -13,7 +13,7 @@
 #include <cerrno>
 
 #include "base/files.h"
-#include "base/ui/fields.h"
+#include "base/ui/file_dialog.h"
 #include "base/ui/qt_text.h"
 #include "values/texts.h"
 #include "values/ui/csv_job.h"
@@ -109,6 +109,8 @@ bool PrintPicture(QPagedPaintDevice& device, const PlotScene& scene, const QFont
 
 namespace {
 
+constexpr auto kFolderKind = "Values";
+
 struct FormRow {
   SaveForm form;
   std::string_view filter;
@@ -131,8 +133,8 @@ const FormRow& RowOfFilter(const QString& filter) {
 
 }  // namespace
 
-SaveDialog::SaveDialog(QWidget* parent, const QString& folder, SaveForm chosen)
-    : QFileDialog(parent, base::ToQt(texts::kSaveTitle), folder) {
+SaveDialog::SaveDialog(QWidget* parent, SaveForm chosen)
+    : QFileDialog(parent, base::ToQt(texts::kSaveTitle)) {
   setObjectName(QStringLiteral("SaveDialog"));
   setAcceptMode(AcceptSave);
   setFileMode(AnyFile);
@@ -141,7 +143,7 @@ SaveDialog::SaveDialog(QWidget* parent, const QString& folder, SaveForm chosen)
   setNameFilters(filters);
   selectNameFilter(base::ToQt(RowOf(chosen).filter));
   setDefaultSuffix(QLatin1String(RowOf(chosen).suffix));
-  base::FitFileColumns(*this);
+  base::PrepareFileDialog(*this, kFolderKind);
   connect(this, &QFileDialog::filterSelected, this,
           [this](const QString& filter) { setDefaultSuffix(QLatin1String(RowOfFilter(filter).suffix)); });
 }
@@ -181,11 +183,10 @@ ValuesOutput::ValuesOutput(const Store& store, base::Prompt& prompt, const Value
     : QObject(window), store_(store), prompt_(prompt), plot_(plot), window_(window) {}
 
 void ValuesOutput::Save(std::size_t rows) {
-  auto* dialog = new SaveDialog(window_, folder_, form_);
+  auto* dialog = new SaveDialog(window_, form_);
   dialog->setAttribute(Qt::WA_DeleteOnClose);
   connect(dialog, &QFileDialog::accepted, this, [this, dialog, rows] {
     form_ = dialog->Form();
-    folder_ = QFileInfo(dialog->FileName()).path();
     SaveAs(dialog->FileName(), form_, rows);
   });
   dialog->open();
@@ -228,7 +229,7 @@ void ValuesOutput::Print() {
 }
 
 void ValuesOutput::PrintToFile() {
-  auto* dialog = new SaveDialog(window_, folder_, SaveForm::kPdf);
+  auto* dialog = new SaveDialog(window_, SaveForm::kPdf);
   dialog->OfferOnly(SaveForm::kPdf);
   dialog->setWindowTitle(base::ToQt(texts::kPrintTitle));
   dialog->setAttribute(Qt::WA_DeleteOnClose);

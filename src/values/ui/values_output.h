@@ -37,7 +37,7 @@ class SaveDialog final : public QFileDialog {
 
  public:
   /// Offers all formats, with `chosen` selected; OfferOnly limits them to one.
-  SaveDialog(QWidget* parent, const QString& folder, SaveForm chosen);
+  SaveDialog(QWidget* parent, SaveForm chosen);
 
   void OfferOnly(SaveForm form);
   SaveForm Form() const;
@@ -74,7 +74,6 @@ class ValuesOutput final : public QObject {
   base::Prompt& prompt_;
   const ValuesPlot& plot_;
   QWidget* window_;
-  QString folder_;
   SaveForm form_ = SaveForm::kCommaCsv;
   std::unique_ptr<QPrinter> printer_;
 };
