@@ -257,6 +257,7 @@ constexpr MessageRow kMessageRows[] = {
     {"Die gespeicherte Einstellung ", "", kStart, "einstellung"},
     {"Die Einstellungen können nicht ", "", kStart, "speichern"},
     {"Fenstergrößen und Ordner können nicht ", "", kStart, "speichern"},
+    {"Die geänderte Befehlsliste kann nicht ", "", kStart, "speichern"},
     {"Das Terminal ist bereits geöffnet", "", kStart, "offen"},
     {"Bitte markieren Sie einen Binärdatenblock", "", kBinary, "markieren"},
     {"Die Formatvorlage ergibt hier keine Felder", "", kBinary, "felder"},

@@ -24,6 +24,11 @@ std::string AbandonedList(std::string_view file_name, std::string_view when, std
   return text;
 }
 
+std::string ListNotKept(int error) {
+  return "Die geänderte Befehlsliste kann nicht für den nächsten Start aufbewahrt werden: " +
+         base::SystemErrorText(error);
+}
+
 std::string CharactersNotInFile(const std::vector<int>& rows, std::string_view character) {
   std::string text = "Das Zeichen „" + std::string(character) + "“ in Zeile " + std::to_string(rows.front()) +
                      " kann nicht gespeichert werden. In der Datei steht dafür „?“.";

@@ -55,6 +55,8 @@ std::string LinesLeftOut(std::size_t count);
 /// copy, how many rows it has and how many such lists follow.
 std::string AbandonedList(std::string_view file_name, std::string_view when, std::size_t rows,
                           std::size_t more);
+/// The copy of a modified list could not be written.
+std::string ListNotKept(int error);
 inline constexpr std::string_view kRestore = "Wiederherstellen";
 inline constexpr std::string_view kDiscard = "Verwerfen";
 

@@ -20,16 +20,19 @@ namespace fs = std::filesystem;
 constexpr char kPrefix[] = "list-";
 constexpr std::chrono::milliseconds kAtOnce{0};
 
-// A folder found before its owner has locked it would look abandoned, so it is created and locked under the
-// lock of its parent folder.
-std::optional<CopyFolder> MakeFolder(const std::string& folder) {
+// Returns 0 or an errno. A folder found before its owner has locked it would look abandoned, so it is created
+// and locked under the lock of its parent folder.
+int MakeFolder(const std::string& folder, std::optional<CopyFolder>& made) {
   std::error_code failure;
   fs::create_directories(folder, failure);
+  if (failure) return failure.value();
   const base::FolderLock around(folder);
-  CopyFolder made{folder + "/" + kPrefix + "XXXXXX", nullptr};
-  if (!around.IsHeld() || mkdtemp(made.path.data()) == nullptr) return std::nullopt;
-  made.lock = std::make_unique<base::FolderLock>(made.path, kAtOnce);
-  return made;
+  if (!around.IsHeld()) return EBUSY;
+  CopyFolder own{folder + "/" + kPrefix + "XXXXXX", nullptr};
+  if (mkdtemp(own.path.data()) == nullptr) return errno;
+  own.lock = std::make_unique<base::FolderLock>(own.path, kAtOnce);
+  made = std::move(own);
+  return 0;
 }
 
 // The full path; empty if it contains a line break, because the copy holds it in one line.
@@ -79,24 +82,26 @@ void CopyFolder::Remove() const {
   fs::remove_all(path, ignored);
 }
 
-bool UnsavedCopy::Update(const CommandList& list) {
-  if (folder_.empty() || list.revision() == written_) return true;
+int UnsavedCopy::Update(const CommandList& list) {
+  if (folder_.empty() || list.revision() == written_) return 0;
   if (list.modified() && list.LastUsedRow() > 0) return Write(list);
   if (own_) own_->Remove();
   own_.reset();
   written_ = list.revision();
-  return true;
+  return 0;
 }
 
-bool UnsavedCopy::Write(const CommandList& list) {
-  if (!own_) own_ = MakeFolder(folder_);
-  if (!own_) return false;
+int UnsavedCopy::Write(const CommandList& list) {
+  std::error_code failure;
+  if (own_ && !fs::exists(own_->path, failure)) own_.reset();
+  if (!own_) {
+    if (const int error = MakeFolder(folder_, own_)) return error;
+  }
   std::string bytes = FullName(list.file_name()) + '\n';
   for (int row = 1; row <= list.LastUsedRow(); ++row) bytes += list.Text(row) + '\n';
   const int error = base::ReplaceFile(own_->File(), bytes);
   if (error == 0) written_ = list.revision();
-  if (error == ENOENT) own_.reset();  // the folder was removed: the next copy creates another
-  return error == 0;
+  return error;
 }
 
 bool AbandonedCopy::Restore(CommandList& list) const {

@@ -31,11 +31,11 @@ class UnsavedCopy {
   /// `folder` holds the copies of all windows and is created when needed; empty: no copy is kept.
   explicit UnsavedCopy(std::string folder) : folder_(std::move(folder)) {}
 
-  /// Writes a modified list, removes the copy of any other; returns false if writing failed.
-  bool Update(const CommandList& list);
+  /// Writes a modified list, removes the copy of any other; returns 0, or the errno of a failed write.
+  int Update(const CommandList& list);
 
  private:
-  bool Write(const CommandList& list);
+  int Write(const CommandList& list);
 
   std::string folder_;
   std::optional<CopyFolder> own_;

@@ -12,6 +12,7 @@
 #include "device/open_sequence.h"
 #include "device/port_table.h"
 #include "device/ui/connection_dialog.h"
+#include "script/texts.h"
 #include "window/icons.h"
 #include "window/status_bars.h"
 #include "window/texts.h"
@@ -253,7 +254,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     script_.Abort();
     return event->ignore();
   }
-  script_.KeepUnsaved();
+  KeepUnsaved();
   if (memory_ != nullptr) memory_->Note();
   listener_.Forget();
   // The steps may show message boxes, during which the window could be closed again.
@@ -262,6 +263,13 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   values_.Close();
   event->accept();
   Q_EMIT Closed();
+}
+
+// Reported where nobody has to answer: closing shows no message.
+void MainWindow::KeepUnsaved() {
+  const int error = script_.KeepUnsaved();
+  if (error != 0 && context_.close != nullptr)
+    context_.close->Messages().ShowError(script::texts::ListNotKept(error));
 }
 
 void MainWindow::CloseWhenIdle() {

@@ -103,6 +103,7 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   void ShowUnsendable();
   void ConnectSending();
   void ConnectWaiting();
+  void KeepUnsaved();
   void CloseWhenIdle();
   bool MayContinue() const { return !close_when_idle_ && !prompt_.Unattended(); }
   void BeginExchange();

@@ -78,9 +78,9 @@ std::string ScriptView::FileStatus() const { return script::texts::ListStatus(co
 
 std::string ScriptView::LinesLeftOut() const { return script::texts::LinesLeftOut(core_.list.left_out()); }
 
-void ScriptView::KeepUnsaved() {
+int ScriptView::KeepUnsaved() {
   grid_->FinishEdit();
-  unsaved_->Keep();
+  return unsaved_->Keep();
 }
 
 void ScriptView::Yield() {

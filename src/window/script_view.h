@@ -71,8 +71,8 @@ class ScriptView final : public QObject, private script::RunHost {
   /// During a run shows its progress, at most every 200 ms.
   void ShowProgress();
 
-  /// Called when the window closes: the copy of a modified list is kept.
-  void KeepUnsaved();
+  /// Called when the window closes: the copy of a modified list is kept. Returns 0 or an errno.
+  int KeepUnsaved();
 
   bool IsRunning() const { return core_.runner.running(); }
   /// Ends a run after the current row.

@@ -56,9 +56,9 @@ QPushButton* UnsavedView::AddButton(const char* name, std::string_view text, voi
   return button;
 }
 
-void UnsavedView::Keep() {
+int UnsavedView::Keep() {
   write_.stop();
-  copy_.Update(grid_->list());
+  return copy_.Update(grid_->list());
 }
 
 // A run changes the look of rows many times a second, but nothing that is saved.
@@ -72,7 +72,7 @@ void UnsavedView::Restore() {
   if (!left_.front().Restore(grid_->list())) return;
   grid_->setFocus();
   // The other window's copy is removed once this window has its own.
-  if (copy_.Update(grid_->list())) left_.front().Remove();
+  if (copy_.Update(grid_->list()) == 0) left_.front().Remove();
   left_.erase(left_.begin());
   ShowNext();
 }

@@ -24,8 +24,9 @@ class UnsavedView final : public QFrame {
   /// `folder` holds the copies of all windows; empty: none is kept or offered.
   UnsavedView(script::CommandGrid* grid, const std::string& folder, MessagePrompt& prompt, QWidget* parent);
 
-  /// Updates the copy at once. If the list is modified, the copy outlives this object.
-  void Keep();
+  /// Updates the copy at once. If the list is modified, the copy outlives this object. Returns 0, or an errno
+  /// with the copy as it was.
+  int Keep();
 
  protected:
   void showEvent(QShowEvent* event) override;

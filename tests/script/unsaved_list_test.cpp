@@ -44,7 +44,7 @@ class UnsavedListTest : public testing::Test {
     CommandList list;
     list.SetText(1, row);
     const Names before = Paths();
-    EXPECT_TRUE(UnsavedCopy(folder_).Update(list));
+    EXPECT_EQ(UnsavedCopy(folder_).Update(list), 0);
     for (const std::string& path : Paths()) {
       if (std::ranges::find(before, path) != before.end()) continue;
       const utimbuf times{std::time(nullptr) - age, std::time(nullptr) - age};
@@ -65,9 +65,9 @@ class UnsavedListTest : public testing::Test {
 
 TEST_F(UnsavedListTest, NothingIsWrittenForAListWithoutChanges) {
   UnsavedCopy copy(folder_);
-  EXPECT_TRUE(copy.Update(list_));
+  EXPECT_EQ(copy.Update(list_), 0);
   list_.ShowFile("/x/a.CMD", {"A"}, 0);
-  EXPECT_TRUE(copy.Update(list_));
+  EXPECT_EQ(copy.Update(list_), 0);
   EXPECT_FALSE(fs::exists(folder_));
   EXPECT_EQ(Offered(), Names{});
   EXPECT_FALSE(fs::exists(folder_));
@@ -78,9 +78,9 @@ TEST_F(UnsavedListTest, AListLeftByAWindowIsOfferedToTheNext) {
     list_.ShowFile("/x/a.CMD", {"A"}, 0);
     list_.SetText(3, "MEAS:RES 5 Ω");
     UnsavedCopy copy(folder_);
-    EXPECT_TRUE(copy.Update(list_));
+    EXPECT_EQ(copy.Update(list_), 0);
     list_.SetText(4, "'");
-    EXPECT_TRUE(copy.Update(list_));
+    EXPECT_EQ(copy.Update(list_), 0);
   }
   EXPECT_EQ(Offered(), Names{"/x/a.CMD >A||MEAS:RES 5 Ω|'"});
 }
@@ -88,13 +88,13 @@ TEST_F(UnsavedListTest, AListLeftByAWindowIsOfferedToTheNext) {
 TEST_F(UnsavedListTest, AListOfAnOpenWindowIsNotOffered) {
   UnsavedCopy first(folder_);
   list_.SetText(1, "A");
-  EXPECT_TRUE(first.Update(list_));
+  EXPECT_EQ(first.Update(list_), 0);
   EXPECT_EQ(Offered(), Names{});
 
   UnsavedCopy second(folder_);
   CommandList other;
   other.SetText(1, "B");
-  EXPECT_TRUE(second.Update(other));
+  EXPECT_EQ(second.Update(other), 0);
   EXPECT_EQ(Folders(), 2u);
   EXPECT_EQ(Offered(), Names{});
 }
@@ -122,22 +122,22 @@ TEST_F(UnsavedListTest, AKilledProgramLeavesItsList) {
 TEST_F(UnsavedListTest, SavingRemovesTheCopy) {
   UnsavedCopy copy(folder_);
   list_.SetText(1, "A");
-  EXPECT_TRUE(copy.Update(list_));
+  EXPECT_EQ(copy.Update(list_), 0);
   EXPECT_EQ(Folders(), 1u);
   list_.MarkSaved();
-  EXPECT_TRUE(copy.Update(list_));
+  EXPECT_EQ(copy.Update(list_), 0);
   EXPECT_EQ(Folders(), 0u);
   list_.SetText(1, "B");
-  EXPECT_TRUE(copy.Update(list_));
+  EXPECT_EQ(copy.Update(list_), 0);
   EXPECT_EQ(Folders(), 1u);
 }
 
 TEST_F(UnsavedListTest, AnEmptyListNeedsNoCopy) {
   UnsavedCopy copy(folder_);
   list_.SetText(1, "A");
-  EXPECT_TRUE(copy.Update(list_));
+  EXPECT_EQ(copy.Update(list_), 0);
   list_.SetText(1, "");
-  EXPECT_TRUE(copy.Update(list_));
+  EXPECT_EQ(copy.Update(list_), 0);
   EXPECT_EQ(Folders(), 0u);
 }
 
@@ -183,7 +183,7 @@ TEST_F(UnsavedListTest, OnlyTheUserMayReadTheCopy) {
 TEST_F(UnsavedListTest, ARelativeNameIsKeptWithItsFolder) {
   list_.ShowFile("a.CMD", {"A"}, 0);
   list_.SetText(1, "B");
-  EXPECT_TRUE(UnsavedCopy(folder_).Update(list_));
+  EXPECT_EQ(UnsavedCopy(folder_).Update(list_), 0);
   EXPECT_EQ(AbandonedCopies(folder_).front().name(), fs::absolute("a.CMD").string());
 }
 
@@ -212,20 +212,19 @@ TEST_F(UnsavedListTest, ALongFileFillsTheRowsOfTheList) {
 
 TEST_F(UnsavedListTest, WithoutAFolderThereIsNoCopy) {
   list_.SetText(1, "A");
-  EXPECT_TRUE(UnsavedCopy("").Update(list_));
+  EXPECT_EQ(UnsavedCopy("").Update(list_), 0);
   EXPECT_EQ(AbandonedCopies("").size(), 0u);
-  EXPECT_FALSE(UnsavedCopy("/proc/none").Update(list_));
+  EXPECT_EQ(UnsavedCopy("/proc/none").Update(list_), ENOENT);
   EXPECT_EQ(AbandonedCopies("/proc/none").size(), 0u);
 }
 
 TEST_F(UnsavedListTest, ARemovedFolderIsMadeAgain) {
   UnsavedCopy copy(folder_);
   list_.SetText(1, "A");
-  EXPECT_TRUE(copy.Update(list_));
+  EXPECT_EQ(copy.Update(list_), 0);
   fs::remove_all(folder_);
   list_.SetText(1, "B");
-  EXPECT_FALSE(copy.Update(list_));
-  EXPECT_TRUE(copy.Update(list_));
+  EXPECT_EQ(copy.Update(list_), 0);
   EXPECT_EQ(Folders(), 1u);
 }
 

@@ -80,6 +80,15 @@ TEST_F(UnsavedViewTest, RestoringIsAStepOfUndo) {
   EXPECT_EQ(script::ListText(List(*window)), ">anderes");
 }
 
+TEST_F(UnsavedViewTest, AListThatCannotBeKeptIsReportedWhenTheWindowCloses) {
+  base::WriteBytes(temp_.Path("Unsaved"), "");
+  AbandonList("MSV?");
+  ASSERT_EQ(close_.messages.errors.size(), 1u);
+  EXPECT_EQ(close_.messages.errors[0],
+            "Die geänderte Befehlsliste kann nicht für den nächsten Start aufbewahrt werden: "
+            "Ein Teil des Pfades ist kein Ordner");
+}
+
 TEST_F(UnsavedViewTest, WhatIsBeingTypedIsTakenBeforeRestoring) {
   AbandonList("MSV?");
   const auto window = Open();
