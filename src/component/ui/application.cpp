@@ -6,7 +6,6 @@
 #include <QLibraryInfo>
 #include <QSemaphore>
 #include <QThread>
-#include <clocale>
 #include <stdexcept>
 #include <thread>
 
@@ -65,24 +64,15 @@ Application::Application() {
     QCoreApplication::installTranslator(&german_);
 }
 
-Application::~Application() {
-  QCoreApplication::removeTranslator(&german_);
-  if (!own_) return;
-  own_.reset();
-  RestoreLocale();
-}
-
-void Application::RestoreLocale() const { std::setlocale(LC_ALL, host_locale_.c_str()); }
-
 void Application::MakeOwn() {
   const DisplayProbe display;
   static int count = 1;
   static char name[] = "kolvane";
   static char* arguments[] = {name, nullptr};
-  host_locale_ = std::setlocale(LC_ALL, nullptr);
+  host_locale_.emplace();
   own_ = std::make_unique<GuardedApplication>(count, arguments);
-  // Qt has set the user's locale; the host's code runs during the call and converts numbers.
-  RestoreLocale();
+  // The host's code runs during the call and converts numbers.
+  host_locale_->Restore();
   QApplication::setApplicationName(QStringLiteral("Kolvane"));
   QApplication::setDesktopFileName(QStringLiteral("kolvane"));
   // A blinking caret would wake the processor twice a second for as long as the window is open.

@@ -3,8 +3,10 @@
 #include <QApplication>
 #include <QThreadPool>
 #include <QTranslator>
+#include <clocale>
 #include <memory>
 #include <new>
+#include <optional>
 #include <string>
 
 namespace kolvane::component {
@@ -35,6 +37,20 @@ class GuardedApplication final : public QApplication {
   const int host_expiry_ms_;
 };
 
+/// The locale at its creation, which it restores at the end.
+class HostLocale {
+ public:
+  HostLocale() : name_(std::setlocale(LC_ALL, nullptr)) {}
+  ~HostLocale() { Restore(); }
+  HostLocale(const HostLocale&) = delete;
+  HostLocale& operator=(const HostLocale&) = delete;
+
+  void Restore() const { std::setlocale(LC_ALL, name_.c_str()); }
+
+ private:
+  std::string name_;
+};
+
 /// The QApplication that the window needs: the host's if it has one, otherwise one that lives as long as this
 /// object. German texts for Qt's own buttons and dialogs are installed for the same time.
 class Application {
@@ -45,15 +61,13 @@ class Application {
 
   /// Throws NoDisplay, or std::runtime_error if the host's application supports no windows.
   Application();
-  ~Application();
   Application(const Application&) = delete;
   Application& operator=(const Application&) = delete;
 
  private:
   void MakeOwn();
-  void RestoreLocale() const;
 
-  std::string host_locale_;
+  std::optional<HostLocale> host_locale_;  // of an application of its own, for which Qt sets the user's
   std::unique_ptr<QApplication> own_;
   QTranslator german_;
 };
