@@ -10,22 +10,11 @@ namespace kolvane::base {
 namespace {
 
 constexpr int kSliceMs = 15;
-constexpr int kProgressAfterMs = 400;
-constexpr int kSteps = 1000;
 
 }  // namespace
 
 SlicedJob::SlicedJob(const Texts& texts, std::function<Reached()> piece, QWidget* window)
-    : QObject(window),
-      piece_(std::move(piece)),
-      progress_(texts.what, QStringLiteral("Abbrechen"), 0, kSteps, window) {
-  progress_.setObjectName(QStringLiteral("ProgressDialog"));
-  progress_.setWindowTitle(texts.title);
-  progress_.setWindowModality(Qt::WindowModal);
-  progress_.setMinimumDuration(kProgressAfterMs);
-  progress_.setAutoReset(false);
-  progress_.setAutoClose(false);
-}
+    : QObject(window), piece_(std::move(piece)), progress_(window, texts.title, texts.what) {}
 
 void SlicedJob::Start() { WorkSlice(); }
 
@@ -48,8 +37,8 @@ void SlicedJob::WorkSlice() {
     if (reached.error != 0) return End(reached.error);
   }
   if (reached.share >= 1) return End(0);
-  // setValue serves events, so the next slice is started only after it.
-  progress_.setValue(static_cast<int>(reached.share * kSteps));
+  // Serves events, so the next slice is started only after it.
+  progress_.ShowShare(reached.share);
   next_.start(0, this);
 }
 

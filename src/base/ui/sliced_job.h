@@ -2,8 +2,9 @@
 
 #include <QBasicTimer>
 #include <QObject>
-#include <QProgressDialog>
 #include <functional>
+
+#include "base/ui/progress_dialog.h"
 
 namespace kolvane::base {
 
@@ -43,7 +44,7 @@ class SlicedJob final : public QObject {
   void End(int error);
 
   std::function<Reached()> piece_;
-  QProgressDialog progress_;
+  ProgressDialog progress_;
   QBasicTimer next_;
 };
 
