@@ -16,10 +16,11 @@ std::string LinesLeftOut(std::size_t count) {
 std::string AbandonedList(std::string_view file_name, std::string_view when, std::size_t rows,
                           std::size_t more) {
   file_name.remove_prefix(file_name.rfind('/') + 1);
-  std::string text = "Nicht gespeicherte Befehlsliste";
-  if (!file_name.empty()) text += " „" + std::string(file_name) + "“";
-  text += " vom " + std::string(when) + ", ";
-  text += rows == 1 ? "1 Zeile" : std::to_string(rows) + " Zeilen";
+  // What a narrow window leaves of it is the start and the end.
+  std::string text = file_name.empty() ? std::string("Nicht gespeicherte Befehlsliste")
+                                       : "„" + std::string(file_name) + "“ nicht gespeichert";
+  text += rows == 1 ? ": 1 Zeile" : ": " + std::to_string(rows) + " Zeilen";
+  text += " vom " + std::string(when);
   if (more > 0) text += " (danach " + std::to_string(more) + " weitere)";
   return text;
 }

@@ -63,9 +63,9 @@ TEST(ScriptTextsTest, SayWhichCharactersAFileCannotHold) {
 
 TEST(ScriptTextsTest, OfferAnUnsavedList) {
   EXPECT_EQ(texts::AbandonedList("", "21.11.2026 15:01:04", 12, 0),
-            "Nicht gespeicherte Befehlsliste vom 21.11.2026 15:01:04, 12 Zeilen");
+            "Nicht gespeicherte Befehlsliste: 12 Zeilen vom 21.11.2026 15:01:04");
   EXPECT_EQ(texts::AbandonedList("/x/a.CMD", "21.11.2026 15:01:04", 1, 2),
-            "Nicht gespeicherte Befehlsliste „a.CMD“ vom 21.11.2026 15:01:04, 1 Zeile (danach 2 weitere)");
+            "„a.CMD“ nicht gespeichert: 1 Zeile vom 21.11.2026 15:01:04 (danach 2 weitere)");
 }
 
 }  // namespace

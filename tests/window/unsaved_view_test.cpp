@@ -51,9 +51,8 @@ TEST_F(UnsavedViewTest, WithNothingLeftThereIsNoBar) {
 TEST_F(UnsavedViewTest, TheNextWindowOffersAnUnsavedListAndRestoresIt) {
   AbandonList("MSV?");
   const auto window = Open();
-  EXPECT_TRUE(Offer(*window).startsWith("Nicht gespeicherte Befehlsliste vom "))
+  EXPECT_TRUE(Offer(*window).startsWith("Nicht gespeicherte Befehlsliste: 1 Zeile vom "))
       << Offer(*window).toStdString();
-  EXPECT_TRUE(Offer(*window).endsWith(", 1 Zeile"));
   EXPECT_EQ(script::ListText(List(*window)), "") << "nothing is restored without a click";
   Click(*window, "cmdRestore");
   EXPECT_EQ(script::ListText(List(*window)), ">MSV?");
@@ -128,7 +127,7 @@ TEST_F(UnsavedViewTest, SeveralAreOfferedOneAfterTheOther) {
   const auto window = Open();
   EXPECT_TRUE(Offer(*window).endsWith("(danach 1 weitere)"));
   Click(*window, "cmdDiscard");
-  EXPECT_TRUE(Offer(*window).endsWith(", 1 Zeile"));
+  EXPECT_FALSE(Offer(*window).contains("danach")) << Offer(*window).toStdString();
   Click(*window, "cmdRestore");
   EXPECT_FALSE(Bar(*window)->isVisible());
 }
