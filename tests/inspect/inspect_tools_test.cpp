@@ -17,6 +17,7 @@
 #include <filesystem>
 
 #include "base/small_files.h"
+#include "gui/fake_folder_memory.h"
 #include "gui/mnemonics.h"
 #include "inspect/dialog_fixture.h"
 
@@ -170,11 +171,13 @@ TEST_F(InspectToolsTest, CopiesTheWholeBlockOrTheSelection) {
   EXPECT_EQ(SelectedText(), "4243");
   EXPECT_EQ(PositionText(), "Position 1 (&H1), 3 Bytes markiert, Block 6 Bytes");
   ClickAt(5);
-  QTextCursor cursor = Dump()->textCursor();
-  cursor.setPosition(7);
-  cursor.setPosition(13, QTextCursor::KeepAnchor);
-  Dump()->setTextCursor(cursor);
-  EXPECT_EQ(Copied("CopyAsText"), "BCD");
+  for (const int end : {12, 13}) {
+    QTextCursor cursor = Dump()->textCursor();
+    cursor.setPosition(7);
+    cursor.setPosition(end, QTextCursor::KeepAnchor);
+    Dump()->setTextCursor(cursor);
+    EXPECT_EQ(Copied("CopyAsText"), "BCD") << "one digit of a byte selects it";
+  }
 }
 
 TEST_F(InspectToolsTest, TheValuePanelHasRoomForItsLongestNumbers) {
@@ -263,6 +266,23 @@ TEST_F(InspectToolsTest, ATemplateIsRepeatedAndSavedAsCsv) {
   Answer("SaveDialog", folder_.Path("all.csv"));
   Click("cmdSaveCsv");
   EXPECT_EQ(base::ReadBytes(folder_.Path("all.csv")), "a,b\n65,66\n67,68\n69,\n");
+}
+
+TEST_F(InspectToolsTest, FileDialogsStartInTheFoldersUsedLast) {
+  AddTemplate("a.BNS", "BYTECOUNT=2\r\na;BYTE;0\r\nb;BYTE;1");
+  for (const char* kind : {"blocks", "records"}) std::filesystem::create_directory(folder_.Path(kind));
+  Open("AB");
+  gui::FakeFolderMemory memory(dialog_.get());
+  Answer("SaveDialog", folder_.Path("blocks/a.bin"));
+  Click("cmdSaveBlock");
+  EXPECT_EQ(memory.folders["Block"], folder_.Path("blocks"));
+  Answer("SaveDialog", folder_.Path("records/a.csv"));
+  Click("cmdSaveCsv");
+  EXPECT_EQ(memory.folders["Records"], folder_.Path("records"));
+  base::WriteBytes(folder_.Path("blocks/a.bin"), "ABCDE");
+  Answer("OpenDialog", "a.bin");
+  Click("cmdLoadFile");
+  EXPECT_TRUE(PositionText().endsWith("Block 5 Bytes")) << PositionText().toStdString();
 }
 
 TEST_F(InspectToolsTest, ATemplateIsRepeatedWithinThePage) {

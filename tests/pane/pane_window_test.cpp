@@ -111,6 +111,20 @@ TEST_F(PanePicture, EachLineIsPaintedInItsColor) {
   EXPECT_GT(Pixels(image, RowOf(6), pane_.textColor()), 10);
 }
 
+TEST_F(PanePicture, AColorWithinALineStartsAtItsCharacterInLongTextsToo) {
+  PaneText text;
+  for (int i = 0; i < 5000; ++i) text.AppendLine("MMMM", base::kNoColor);
+  const std::size_t end = text.Length();
+  text.Select(end - 2, end);
+  text.SetSelectionColor(base::kCommandColor);
+  text.MoveTo(end);
+  pane_.SetText(std::move(text));
+  const QImage image = Picture();
+  EXPECT_EQ(Pixels(image, pane_.CharacterRect(end - 3), Qt::red), 0);
+  EXPECT_GT(Pixels(image, pane_.CharacterRect(end - 2), Qt::red), 10);
+  EXPECT_GT(Pixels(image, pane_.CharacterRect(end - 1), Qt::red), 10);
+}
+
 TEST_F(PanePicture, BoldTextIsHeavierInTheSamePosition) {
   pane_.setFont(QFont(QStringLiteral("Courier New"), 20));
   PaneText text;

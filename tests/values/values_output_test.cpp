@@ -17,8 +17,8 @@
 #include "base/fake_prompt.h"
 #include "base/small_files.h"
 #include "base/temp_folder.h"
-#include "base/ui/file_dialog.h"
 #include "gui/box_answers.h"
+#include "gui/fake_folder_memory.h"
 #include "gui/pdf_content.h"
 #include "gui/pixels.h"
 #include "values/csv_reader.h"
@@ -28,20 +28,6 @@
 
 namespace kolvane::values {
 namespace {
-
-class OneFolder final : public base::FolderMemory {
- public:
-  using FolderMemory::FolderMemory;
-  QString Folder(const char* kind) const override {
-    return kind == std::string_view("Values") ? folder : QString();
-  }
-  void NoteFile(const char* kind, const QString& path) override {
-    EXPECT_STREQ(kind, "Values");
-    folder = QFileInfo(path).absolutePath();
-  }
-
-  QString folder;
-};
 
 class ValuesOutputTest : public testing::Test {
  protected:
@@ -178,14 +164,14 @@ TEST_F(ValuesOutputTest, RemembersFormAndFolder) {
 }
 
 TEST_F(ValuesOutputTest, StartsInTheFolderOfTheWindowsMemory) {
-  OneFolder memory(&window_);
+  gui::FakeFolderMemory memory(&window_);
   std::filesystem::create_directory(folder_.Path("a"));
   std::filesystem::create_directory(folder_.Path("b"));
-  memory.folder = QString::fromStdString(folder_.Path("a"));
+  memory.folders["Values"] = folder_.Path("a");
   output_.Save(100);
-  EXPECT_EQ(Dialog()->directory().path(), memory.folder);
+  EXPECT_EQ(Dialog()->directory().path().toStdString(), folder_.Path("a"));
   Answer("CSV, Komma und Dezimalpunkt (*.csv)", folder_.Path("b/x.csv"));
-  EXPECT_EQ(memory.folder.toStdString(), folder_.Path("b"));
+  EXPECT_EQ(memory.folders["Values"], folder_.Path("b"));
 }
 
 TEST_F(ValuesOutputTest, ReportsWhatCannotBeWritten) {

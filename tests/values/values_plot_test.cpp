@@ -198,6 +198,13 @@ TEST_F(ValuesPlotTest, ShadesSelectedRows) {
   EXPECT_EQ(plot_.grab().toImage().pixelColor(At(45, 83)), background);
 }
 
+TEST_F(ValuesPlotTest, ShadesSelectedRowsBesideThoseOutOfView) {
+  Drag(At(20, 10), At(60, 90), Qt::ControlModifier);
+  const QColor background = plot_.grab().toImage().pixelColor(At(45, 83));
+  plot_.SetSelection({{0, 10}, {40, 50}});
+  EXPECT_NE(plot_.grab().toImage().pixelColor(At(45, 83)), background);
+}
+
 TEST_F(ValuesPlotTest, ShowsEverythingAtADoubleClick) {
   Drag(At(20, 10), At(60, 70), Qt::ControlModifier);
   QTest::mouseDClick(&plot_, Qt::LeftButton, {}, At(40, 40));
