@@ -14,7 +14,6 @@ struct MenuRow {
   const char* caption;
   const char* icon = nullptr;
   const char* shortcut = nullptr;
-  bool enabled = true;
   bool ends_group = false;
 };
 
@@ -29,12 +28,8 @@ constexpr MenuRow kFile[] = {
      .icon = "list-save",
      .shortcut = "Ctrl+S"},
     {.name = "mnuSaveCommandFileAs", .caption = "Befehlsliste speichern &als...", .ends_group = true},
-    {.name = "mnuOpenLog", .caption = "&Logdatei öffnen...", .icon = "log-open", .enabled = false},
-    {.name = "mnuCloseLog",
-     .caption = "Logdatei s&chließen",
-     .icon = "log-close",
-     .enabled = false,
-     .ends_group = true},
+    {.name = "mnuOpenLog", .caption = "&Logdatei öffnen...", .icon = "log-open"},
+    {.name = "mnuCloseLog", .caption = "Logdatei s&chließen", .icon = "log-close", .ends_group = true},
     {.name = "mnuSaveTerminal", .caption = "&Terminalfenster speichern...", .icon = "save"},
     {.name = "mnuOpenTextFile", .caption = "Te&xtdatei laden...", .icon = "open-text"},
     {.name = "mnuPrintTermWindow",
@@ -48,10 +43,9 @@ constexpr MenuRow kConnection[] = {
     {.name = "mnuConfigureConnection",
      .caption = "Verbindung &konfigurieren...",
      .icon = "configure-connection",
-     .enabled = false,
      .ends_group = true},
     {.name = "mnuConnect", .caption = "&Verbinden", .icon = "connect"},
-    {.name = "mnuDisconnect", .caption = "Verbindung &trennen", .icon = "disconnect", .enabled = false},
+    {.name = "mnuDisconnect", .caption = "Verbindung &trennen", .icon = "disconnect"},
 };
 
 constexpr MenuRow kOptions[] = {
@@ -83,7 +77,6 @@ QMenu* Fill(QMenu* menu, const char* name, std::span<const MenuRow> rows) {
     item->setObjectName(QLatin1String(row.name));
     if (row.icon != nullptr) item->setIcon(Icon(row.icon));
     if (row.shortcut != nullptr) item->setShortcut(QKeySequence(QLatin1String(row.shortcut)));
-    item->setEnabled(row.enabled);
     if (row.ends_group) menu->addSeparator();
   }
   return menu;

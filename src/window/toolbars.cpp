@@ -33,7 +33,6 @@ KeyToolbar::KeyToolbar(const char* name, const char* title, std::span<const Butt
 void KeyToolbar::AddButton(const ButtonRow& row) {
   QAction* action = addAction(QString());
   action->setObjectName(QLatin1String(row.key));
-  action->setEnabled(row.enabled);
   ShowState(row.key, 0, ImageNumber(row.icon), base::ToQt(row.tool_tip));
 }
 
@@ -128,18 +127,14 @@ namespace {
 constexpr ButtonRow kMainButtons[] = {
     {.key = "TB_SAVETERMWIN", .icon = "save", .tool_tip = "Save terminal window to file"},
     {.key = "TB_PRINT", .icon = "print", .tool_tip = "Print terminal window", .ends_group = true},
-    {.key = "TB_PORTCONFIGURE",
-     .icon = "configure-connection",
-     .tool_tip = texts::kConfigureTip,
-     .enabled = false},
+    {.key = "TB_PORTCONFIGURE", .icon = "configure-connection", .tool_tip = texts::kConfigureTip},
     {.key = "TB_CONNECT", .icon = "connect", .tool_tip = terminal::texts::kConnectTip},
     {.key = "TB_FLUSH", .icon = "flush", .tool_tip = "Eingangspuffer flushen", .ends_group = true},
-    {.key = "TB_OPENLOG", .icon = "log-open", .tool_tip = "Logdatei öffnen", .enabled = false},
-    {.key = "TB_CLOSELOG", .icon = "log-close", .tool_tip = "Logdatei schließen", .enabled = false},
+    {.key = "TB_OPENLOG", .icon = "log-open", .tool_tip = "Logdatei öffnen"},
+    {.key = "TB_CLOSELOG", .icon = "log-close", .tool_tip = "Logdatei schließen"},
     {.key = "TB_RECORDLOG",
      .icon = "log-record-off",
      .tool_tip = terminal::texts::kStartRecordingTip,
-     .enabled = false,
      .ends_group = true},
     {.key = "TB_INSPECT", .icon = "inspect", .tool_tip = "Binärdaten analysieren", .ends_group = true},
     {.key = "TB_HELP", .icon = "help", .tool_tip = "Hilfe anzeigen"},

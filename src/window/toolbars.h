@@ -14,7 +14,6 @@ struct ButtonRow {
   const char* key;
   const char* icon;
   std::string_view tool_tip;
-  bool enabled = true;
   bool ends_group = false;
 };
 
