@@ -40,6 +40,7 @@ _kolvane_values() {
     --send-terminator | --receive-terminator) _kolvane_words LF CR CRLF NONE ;;
     --receive-mode) _kolvane_words terminator auto count ;;
     --format) _kolvane_words text csv json ;;
+    --answers) _kolvane_words always queries ;;
     --transcript-times) _kolvane_words all none ;;
     --log | --template | --transcript) _kolvane_files '' ;;
     --repeat) [[ $command != decode ]] || _kolvane_words all ;;

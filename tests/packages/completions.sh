@@ -63,6 +63,8 @@ bash_completes './kolvane send --connect -'
 bash_completes './kolvane send --log b' bild.png
 bash_completes './kolvane send --transcript b' bild.png
 bash_completes './kolvane send --transcript-times ' all none
+bash_completes './kolvane send --answers ' always queries
+bash_completes './kolvane run --answers=q' queries
 bash_completes './kolvane ports --' ''
 
 # fish_completes LINE WORD...: the same for fish, without the descriptions
@@ -79,6 +81,7 @@ fish_completes 'kolvane --d' --demo
 fish_completes 'kolvane run nacht.CMD --par' --parity
 fish_completes 'kolvane run --parity ' even none odd
 fish_completes 'kolvane run na' nacht.CMD
+fish_completes 'kolvane run --answers ' always queries
 fish_completes 'kolvane check na' nacht.CMD
 fish_completes 'kolvane send --connect ASRL/' ASRL/dev/ttyUSB7::INSTR
 fish_completes 'kolvane send --connect ASRL1' ASRL1::INSTR
