@@ -4,6 +4,7 @@ install(FILES ${KOLVANE_COMPONENT_FILES} DESTINATION ${KOLVANE_INSTALL_COMPONENT
 install(FILES ${CMAKE_LIBRARY_OUTPUT_DIRECTORY}/Terminal.chm DESTINATION ${KOLVANE_INSTALL_COMPONENTDIR})
 
 install(FILES kolvane.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+install(FILES kolvane.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)
 configure_file(org.kolvane.Kolvane.metainfo.xml.in org.kolvane.Kolvane.metainfo.xml @ONLY)
 configure_file(changelog.in changelog @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/org.kolvane.Kolvane.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)

@@ -29,5 +29,13 @@ done
 # Without its plug-in Qt shows no window in a Wayland session.
 [[ $(dpkg-deb -f "$1"/../kolvane_*.deb Recommends) == *qt6-wayland* ]] || { echo "qt6-wayland is not recommended" && exit 1; }
 
+# File managers open command lists, in whatever case their names are written.
+update-mime-database -n "$share/mime"
+type=$(sed -n 's/^[0-9]*:\(.*\):\*\.cmd$/\1/p' "$share/mime/globs2")
+[ -n "$type" ] || { echo "no file type of *.CMD" && exit 1; }
+grep -qF "MimeType=$type;" "$share/applications/kolvane.desktop" || { echo "no program for $type" && exit 1; }
+grep -qx 'Exec=kolvane %f' "$share/applications/kolvane.desktop" || { echo "the program opens no file" && exit 1; }
+grep -qF "<mediatype>$type</mediatype>" "$share/metainfo/org.kolvane.Kolvane.metainfo.xml"
+
 icon=$(sed -n 's/^Icon=//p' "$share/applications/kolvane.desktop")
 [ -s "$share/icons/hicolor/scalable/apps/$icon.svg" ]
