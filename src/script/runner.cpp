@@ -19,21 +19,22 @@ int Runner::stopped_before() const {
   return mark != nullptr && *mark == kRunningRow ? stopped_before_ : 0;
 }
 
-void Runner::Play() { PlayFrom(1); }
+void Runner::Play() { PlayFrom(1, false); }
 
 void Runner::PlayFromHere() {
   const int row = list_.current_row();
-  PlayFrom(broken_at_ == row && stopped_before() != 0 ? row + 1 : row);
+  PlayFrom(broken_at_ == row && stopped_before() != 0 ? row + 1 : row, true);
 }
 
 void Runner::PlayTo(int row) {
   if (running()) return;
   play_to_ = row;
   const base::ScopeExit reset([this] { play_to_ = 0; });
-  PlayFrom(stopped_before() != 0 ? stopped_before() : 1);
+  const int stopped = stopped_before();
+  PlayFrom(stopped != 0 ? stopped : 1, stopped != 0);
 }
 
-void Runner::PlayFrom(int first) {
+void Runner::PlayFrom(int first, bool passes_first) {
   if (running() || aborted_) return;
   // Locking may fail half-way if memory runs out.
   const base::ScopeExit unlock([this] { links_.host.LockGUI(false); });
@@ -42,7 +43,7 @@ void Runner::PlayFrom(int first) {
   links_.state.run.BreakRequested = false;
   // Continuing later belongs to the same run.
   if (first == 1) interpreter_.ForgetRunSettings();
-  Run(0, first);
+  Run(0, first, passes_first);
   if (list_.current_row() > kListRows || links_.state.run.StopRequested) interpreter_.ForgetRunSettings();
 }
 
@@ -55,32 +56,32 @@ void Runner::Stop() {
   list_.ClearLineSelection(list_.current_row());
 }
 
-void Runner::Run(std::int16_t single_step, int first) {
+void Runner::Run(std::int16_t single_step, int first, bool passes_first) {
   if (running() || aborted_) return;
   links_.state.run.ScriptRunning = 1;
   const base::ScopeExit ended([this] { links_.state.run.ScriptRunning = 0; });
   outcome_ = {};
   last_row_ = 0;
   if (single_step == 0) {
-    RunToEnd(first);
+    RunToEnd(first, passes_first);
   } else {
     Step();
   }
 }
 
-[[gnu::hot]] void Runner::RunToEnd(int first) {
+[[gnu::hot]] void Runner::RunToEnd(int first, bool passes_first) {
   InterpreterState& state = links_.state.interpreter;
   list_.ClearLineSelection(stopped_before_);
   list_.ClearLineSelection(list_.current_row());
   stopped_before_ = 0;
   broken_at_ = 0;
   list_.SetCurrentRow(first - 1);
-  for (bool is_start = first > 1; !EndRequested(); is_start = false) {
+  for (bool passes = passes_first; !EndRequested(); passes = false) {
     list_.ClearLineSelection(list_.current_row());
     list_.SetCurrentRow(list_.current_row() + 1);
     if (list_.current_row() > kListRows) break;
     Highlight(list_.current_row());
-    if (!is_start && IsStopRow(list_.current_row())) {
+    if (!passes && IsStopRow(list_.current_row())) {
       stopped_before_ = list_.current_row();
       return;
     }

@@ -44,7 +44,7 @@ class Runner {
   void Abort() { aborted_ = true; }
 
   /// Runs the list as Play does, without its preparation and cleanup (0), or as SingleStep (any other value).
-  void RunCommandList(std::int16_t single_step) { Run(single_step, 1); }
+  void RunCommandList(std::int16_t single_step) { Run(single_step, 1, false); }
 
   bool running() const { return links_.state.run.ScriptRunning != 0; }
   /// Of the current or last run or step.
@@ -53,10 +53,10 @@ class Runner {
   int last_row() const { return last_row_; }
 
  private:
-  /// Runs from `first` on, with Play's preparation and cleanup.
-  void PlayFrom(int first);
-  void Run(std::int16_t single_step, int first);
-  void RunToEnd(int first);
+  /// Runs from `first` on, with Play's preparation and cleanup. `passes_first`: does not stop before `first`.
+  void PlayFrom(int first, bool passes_first);
+  void Run(std::int16_t single_step, int first, bool passes_first);
+  void RunToEnd(int first, bool passes_first);
   bool IsStopRow(int row) const;
   void Step();
   bool EndRequested() const {

@@ -36,6 +36,26 @@ TEST_F(DebugTest, ItContinuesAfterABreakpoint) {
   EXPECT_EQ(runner.stopped_before(), 0);
 }
 
+TEST_F(DebugTest, ItContinuesAfterABreakpointInTheFirstRow) {
+  FillList(list, "A|B|C");
+  list.ToggleBreakpoint(1);
+  runner.Play();
+  EXPECT_EQ(Sent(), "");
+  EXPECT_EQ(runner.stopped_before(), 1);
+  runner.PlayFromHere();
+  EXPECT_EQ(Sent(), "A|B|C");
+}
+
+TEST_F(DebugTest, RunningToARowContinuesAfterABreakpointInTheFirstRow) {
+  FillList(list, "A|B|C");
+  list.ToggleBreakpoint(1);
+  runner.PlayTo(3);
+  EXPECT_EQ(Sent(), "") << "a run from the start stops there";
+  runner.PlayTo(3);
+  EXPECT_EQ(Sent(), "A|B");
+  EXPECT_EQ(runner.stopped_before(), 3);
+}
+
 TEST_F(DebugTest, ABreakpointInALoopStopsInEachPass) {
   FillList(list, "$REPEAT 2|A|$ENDREPEAT|B");
   list.ToggleBreakpoint(2);
