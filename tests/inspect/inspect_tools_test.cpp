@@ -142,6 +142,17 @@ TEST_F(InspectToolsTest, SearchesBytesAndTextsAcrossTheEnd) {
   EXPECT_EQ(Caret(), 8u);
 }
 
+TEST_F(InspectToolsTest, MovingTheCaretEndsTheMarkOfWhatWasFound) {
+  Open("RIFF....WAVE"s);
+  Type("InspectFind", "WAVE");
+  Type("GoToEdit", "2");
+  EXPECT_EQ(PositionText(), "Position 2 (&H2), 1 Byte markiert, Block 12 Bytes");
+  EXPECT_EQ(Copied("CopyAsText"), "RIFF....WAVE");
+  Type("InspectFind", "WAVE");
+  QTest::keyClick(Dump(), Qt::Key_Right);
+  EXPECT_EQ(PositionText(), "Position 9 (&H9), 1 Byte markiert, Block 12 Bytes");
+}
+
 TEST_F(InspectToolsTest, PageKeysMoveTheViewAndNotTheCaret) {
   Open(Ramp(2000));
   dialog_->resize(900, 500);

@@ -73,6 +73,7 @@ void DumpTextBox::Show(const DumpView& view) {
   cursor.setPosition(static_cast<int>(box_caret_), QTextCursor::KeepAnchor);
   setTextCursor(cursor);
   if (moved) {
+    SetHighlight(std::nullopt);
     ensureCursorVisible();
   } else {
     verticalScrollBar()->setValue(top);

@@ -30,7 +30,7 @@ class DumpTextBox final : public QPlainTextEdit {
   void SetDump(std::string dump);
   /// The dump with the current caret and selection; valid until the next SetDump.
   DumpView View() const;
-  /// Sets caret and selection; scrolls to the caret if it has moved.
+  /// Sets caret and selection; if the caret has moved, removes the highlight and scrolls to the caret.
   void Show(const DumpView& view);
 
   /// The bytes that the user dragged over, or those of the last ShowHighlight; a click removes the highlight.
