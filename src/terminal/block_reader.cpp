@@ -19,7 +19,7 @@ BlockReader::Result BlockReader::Read(std::string& block) {
     if (block_.size() == head.bytes() && !Take(1)) return block_.empty() ? Result::kNothing : Result::kFailed;
     if (!head.Take(block_[head.bytes()])) return PutBack();
   }
-  const Result result = head.IsCounted() ? TakeCounted(head) : TakeToTerminator();
+  const Result result = head.IsCounted() ? TakeCounted(head) : TakeToTerminator(head.bytes());
   if (result == Result::kBlock) block = std::move(block_);
   return result;
 }
@@ -51,11 +51,14 @@ BlockReader::Result BlockReader::TakeCounted(const base::BlockHead& head) {
   return Result::kBlock;
 }
 
-// A piece ends at the terminator's last byte, which may also occur within the block.
-BlockReader::Result BlockReader::TakeToTerminator() {
+// A piece ends at the terminator's last byte, which may also occur within the block. Beyond the limit only
+// the terminator may follow.
+BlockReader::Result BlockReader::TakeToTerminator(std::size_t head) {
   if (terminator_.empty()) device_.SetTimeout(kGapMs);
-  while (block_.size() <= base::kBlockLimit) {
-    if (!Take(Piece(kLargestPiece), terminator_)) {
+  const std::size_t longest = head + base::kBlockLimit;
+  const std::size_t most = longest + std::max<std::size_t>(terminator_.size(), 1);
+  do {
+    if (!Take(Piece(std::min(most - block_.size(), kLargestPiece)), terminator_)) {
       if (!terminator_.empty()) return Result::kFailed;
       ClearError();
       return Result::kBlock;
@@ -64,7 +67,7 @@ BlockReader::Result BlockReader::TakeToTerminator() {
       block_.resize(block_.size() - terminator_.size());
       return Result::kBlock;
     }
-  }
+  } while (block_.size() <= longest || terminator_.starts_with(std::string_view(block_).substr(longest)));
   return Result::kTooLong;
 }
 

@@ -40,7 +40,7 @@ class BlockReader {
  private:
   bool Take(std::size_t count, std::string_view terminator = {});
   Result TakeCounted(const base::BlockHead& head);
-  Result TakeToTerminator();
+  Result TakeToTerminator(std::size_t head);
   std::size_t Piece(std::size_t left);
   void DropTerminator();
   void ClearError();

@@ -92,6 +92,20 @@ TEST_F(BlockReaderTest, ATooLargeLengthIsRefused) {
   EXPECT_EQ(Read("yz"), Result::kTooLong) << "a block without a length is too long, too";
 }
 
+TEST_F(BlockReaderTest, TheLimitOfABlockWithoutALengthIsThatOfAnyOther) {
+  device.waiting = [this] { return static_cast<std::int32_t>(device.incoming.size()); };
+  const std::string rest = "#0" + std::string(base::kBlockLimit - 1, 'x');
+  device_state.put_back = rest;
+  EXPECT_EQ(Read("y\r\n"), Result::kBlock);
+  EXPECT_EQ(block_.size(), 2 + base::kBlockLimit);
+  device_state.put_back = rest;
+  EXPECT_EQ(Read("yz\r\n"), Result::kTooLong);
+  device_state.put_back = rest;
+  EXPECT_EQ(Read("y", ""), Result::kBlock);
+  device_state.put_back = rest;
+  EXPECT_EQ(Read("yz", ""), Result::kTooLong);
+}
+
 class SessionBlocksTest : public testing::Test, protected SessionBench {
  protected:
   SessionBlocksTest() { state.extras.blocks = true; }
