@@ -32,6 +32,12 @@ inline bool IsReadable(int descriptor) {
   return Uninterrupted([&entry] { return poll(&entry, 1, 0); }) > 0;
 }
 
+/// Whether the other side has ended the connection, even if received bytes are still unread.
+inline bool HasHungUp(int descriptor) {
+  pollfd entry{descriptor, POLLRDHUP, 0};
+  return Uninterrupted([&entry] { return poll(&entry, 1, 0); }) > 0;
+}
+
 /// Waits until an event of poll(2), or an error, is there.
 inline void Await(int descriptor, short event) {
   pollfd entry{descriptor, event, 0};

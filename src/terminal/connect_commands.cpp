@@ -85,6 +85,11 @@ void ConnectCommands::CheckForLoss() {
   if (descriptor >= 0 && base::IsReadable(descriptor) && device_.BytesWaiting() <= 0) Probe();
 }
 
+void ConnectCommands::CheckForHangUp() {
+  const int descriptor = device_.WaitDescriptor();
+  if (descriptor >= 0 && base::HasHungUp(descriptor)) NoteLoss();
+}
+
 void ConnectCommands::NoteLoss() {
   if (!state_.connected || lost_) return;
   lost_ = true;

@@ -78,6 +78,8 @@ class ConnectCommands {
   bool Probe();
   /// Probes only if the port's descriptor is ready and no byte is counted.
   void CheckForLoss();
+  /// Notes an end of the connection even if there are unread bytes, which stay unread.
+  void CheckForHangUp();
 
   /// The connection has ended by itself. Nothing else changes until the next connect.
   void NoteLoss();

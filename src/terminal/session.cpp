@@ -113,10 +113,15 @@ void AppendDisplayForm(std::string_view bytes, bool binary, std::string& text, b
   }
 }
 
-[[gnu::hot]] bool Session::EnsureConnected() {
+bool Session::EnsureConnected() {
   if (state_.extras.reconnect && device_state_.connected) connect_.CheckForLoss();
+  return Connect(device_.BytesWaiting() <= 0);
+}
+
+// `restores`: a lost connection is restored, if that is wanted at all.
+[[gnu::hot]] bool Session::Connect(bool restores) {
   if (connect_.lost() && state_.extras.reconnect) {
-    connect_.Reconnect();
+    if (restores) connect_.Reconnect();
   } else if (!device_state_.connected) {
     connect_.Press();
   }
@@ -126,7 +131,11 @@ void AppendDisplayForm(std::string_view bytes, bool binary, std::string& text, b
 [[gnu::hot]] Sent Session::SendCommand(std::string_view command) {
   sent_ = false;
   write_failure_.clear();
-  if (!EnsureConnected()) return Sent::kNotConnected;
+  if (state_.extras.reconnect && device_state_.connected) {
+    connect_.CheckForLoss();
+    connect_.CheckForHangUp();
+  }
+  if (!Connect(true)) return Sent::kNotConnected;
   if (state_.flush_first) device_.FlushInput();
   device_.ClearLastError();
   device_.Write(command, state_.receive.send_terminator, 0);

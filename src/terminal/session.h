@@ -62,8 +62,8 @@ class Session {
   /// Echoing is left to the caller.
   Sent SendCommand(std::string_view command);
 
-  /// Connects if not connected, and after a loss if reconnecting is on. Returns whether there is a
-  /// connection.
+  /// For a read without a command: connects if not connected, and after a loss if reconnecting is on and
+  /// everything received before has been read. Returns whether there is a connection.
   bool EnsureConnected();
 
   /// Reports how many received bytes no answer has read; does not ask the device if no view is set.
@@ -84,6 +84,7 @@ class Session {
   bool GetAnswer();
 
  private:
+  bool Connect(bool restores);
   bool ReadAnswer();
   /// Parses the text only if it has changed.
   void TakeTimeout();

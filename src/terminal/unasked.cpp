@@ -14,6 +14,7 @@ bool Unasked::Take() {
   if (waiting <= 0) return Probe();
   if (!state_.extras.listen) {
     output_.ShowState(StateKind::kBytes, texts::BytesWaiting(waiting));
+    connect_.CheckForHangUp();
     return false;
   }
   const auto count = std::min(static_cast<std::size_t>(waiting), kMaxAtOnce);

@@ -71,6 +71,34 @@ TEST_F(ReconnectTest, AConnectionThatHasEndedIsDetected) {
   close(ends[0]);
 }
 
+TEST_F(ReconnectTest, UnreadBytesDoNotHideThatItHasEnded) {
+  connect.Press();
+  int ends[2];
+  ASSERT_EQ(pipe(ends), 0);
+  device.wait_descriptor = ends[0];
+  device.waiting = [] { return 5; };
+  device.on_open = [&] { device.wait_descriptor = -1; };
+  EXPECT_EQ(session.SendCommand("A?"), Sent::kWritten);
+  EXPECT_EQ(device.CountCalls("Open"), 1u) << "the connection still stands";
+  close(ends[1]);
+  EXPECT_TRUE(session.EnsureConnected());
+  EXPECT_EQ(device.CountCalls("Open"), 1u) << "a read without a command takes them first";
+  EXPECT_EQ(session.SendCommand("B?"), Sent::kWritten);
+  EXPECT_EQ(device.CountCalls("Open"), 2u);
+  close(ends[0]);
+}
+
+TEST_F(ReconnectTest, AReadTakesWhatCameBeforeTheLoss) {
+  connect.Press();
+  device.waiting = [] { return 5; };
+  connect.NoteLoss();
+  EXPECT_TRUE(session.EnsureConnected());
+  EXPECT_EQ(device.CountCalls("Open"), 1u);
+  device.waiting = [] { return 0; };
+  EXPECT_TRUE(session.EnsureConnected());
+  EXPECT_EQ(device.CountCalls("Open"), 2u);
+}
+
 TEST_F(ReconnectTest, OnePressOfThePlugConnects) {
   connect.Press();
   LoseConnection();

@@ -58,6 +58,19 @@ TEST_F(UnaskedTest, TheEndOfTheConnectionIsReportedAtOnce) {
   EXPECT_EQ(device_state.last_result, 3);
 }
 
+TEST_F(UnaskedTest, BytesThatWaitDoNotHideTheEndOfTheConnection) {
+  state.extras.listen = false;
+  device.incoming = "rest\r\n";
+  int ends[2];
+  ASSERT_EQ(pipe(ends), 0);
+  device.wait_descriptor = ends[0];
+  close(ends[1]);
+  unasked_.Take();
+  close(ends[0]);
+  EXPECT_EQ(shown_.line.Text(), "Verbindung verloren");
+  EXPECT_EQ(device.incoming, "rest\r\n");
+}
+
 TEST_F(UnaskedTest, WhatAReadHasPutBackIsKeptIfTheNextReadFails) {
   device_state.put_back = "ab";
   device.waiting = [] { return 6; };
