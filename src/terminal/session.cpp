@@ -228,10 +228,7 @@ constexpr std::size_t kLongBlock = 16u << 10;  // bytes; shorter ones are too fa
       return std::nullopt;
     case BlockReader::Result::kNothing:
       // In mode 1 this is an empty answer.
-      if (state_.receive.mode == receive_mode::kAuto) {
-        NoteFailure(device_.LastError());
-        return !ShowAnswer({});
-      }
+      if (state_.receive.mode == receive_mode::kAuto) return ShowNothing(device_.LastError());
       break;
     case BlockReader::Result::kFailed:
       break;
@@ -293,10 +290,9 @@ bool Session::ReadToGap() {
     gathered_ += static_cast<char>(buffer_.front());
     if (gathered_.size() == 1) device_.SetTimeout(kGapMs);
   }
+  if (gathered_.empty()) return ShowNothing(error);
   AppendGathered();
-  ShowAnswer(answer_);
-  if (gathered_.empty()) NoteFailure(error);
-  return !gathered_.empty();
+  return ShowAnswer(answer_);
 }
 
 bool Session::ReadCounted() {
@@ -337,6 +333,14 @@ bool Session::ShowFailure(const device::DeviceError& error) {
   output_.AddLine(LineKind::kError, state_.receive.mode == receive_mode::kTerminator
                                         ? base::TrimSpaces(answer_)
                                         : std::string_view(answer_));
+  NoteFailure(error);
+  return false;
+}
+
+// Mode 1: the error ends the answer and is not the answer, which is empty.
+bool Session::ShowNothing(const device::DeviceError& error) {
+  output_.AddLine(LineKind::kError, {});
+  output_.ShowState(StateKind::kWords, {});
   NoteFailure(error);
   return false;
 }

@@ -99,6 +99,7 @@ class Session {
   void AppendGathered();
   bool ShowAnswer(std::string_view shown);
   bool ShowFailure(const device::DeviceError& error);
+  bool ShowNothing(const device::DeviceError& error);
   void NoteFailure(const device::DeviceError& error);
   void ShowWords(const device::DeviceError& error);
 

@@ -37,6 +37,17 @@ TEST_F(SessionAutoTest, DoesNotShowTheErrorThatEndsIt) {
   EXPECT_EQ(state.last_answer.text, "");
 }
 
+TEST_F(SessionAutoTest, TheEmptyLineOfAnAnswerThatDidNotArriveIsNoAnswer) {
+  for (const bool blocks : {false, true}) {
+    state.extras.blocks = blocks;
+    session.GetAnswer();
+    EXPECT_EQ(pane.kinds.back(), LineKind::kError) << blocks;
+    device.incoming = "a";
+    session.GetAnswer();
+    EXPECT_EQ(pane.kinds.back(), LineKind::kAnswer) << blocks;
+  }
+}
+
 TEST_F(SessionAutoTest, KeepsSpacesAndTerminators) {
   device.incoming = " 1,2 \r\n\0"s;
   session.GetAnswer();
