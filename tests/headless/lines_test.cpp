@@ -70,6 +70,19 @@ TEST_F(LinePaneTest, AnEmptyAnswerIsAnEmptyLine) {
   EXPECT_EQ(out.text(), "\n");
 }
 
+TEST_F(LinePaneTest, EachKindHasItsColor) {
+  LinePane colored(out.fd(), messages, {.colors = true});
+  colored.AppendLine(LineKind::kCommand, "MSV?");
+  colored.AppendLine(LineKind::kAnswer, "1.5");
+  colored.AppendText(LineKind::kTime, texts::ResponseTime("0,5"), 0);
+  colored.AppendLine(LineKind::kError, "-30");
+  colored.EndLine();
+  colored.AppendText(LineKind::kTime, texts::ResponseTime("0,5"), 0);
+  colored.EndLine();
+  EXPECT_EQ(out.text(),
+            "\x1B[36mMSV?\x1B[0m\n1.5(dt = 0,5 ms)\n\x1B[31m-30\x1B[0m\n\x1B[2m(dt = 0,5 ms)\x1B[0m\n");
+}
+
 TEST_F(LinePaneTest, LineBreaksInAnAnswerAreLineFeeds) {
   pane.AppendLine(LineKind::kAnswer, "a\r\nb\r\n\r\nc\r\n");
   pane.EndLine();

@@ -39,6 +39,10 @@ TEST(PaneMoves, StepsOverWords) {
             "a1  +2/  c| a1  +2/  |c a1  +2/|  c a1  +2|/  c a1  +|2/  c a1  |+2/  c |a1  +2/  c");
 }
 
+TEST(PaneMoves, WordsConsistOfLettersDigitsAndUnderscores) {
+  EXPECT_EQ(Stops("azAZ09_ü@[`{/:", NextWord, 0), "|azAZ09_ü@[`{/: azAZ09_ü|@[`{/: azAZ09_ü@[`{/:|");
+}
+
 std::string Around(std::string_view text, std::size_t at,
                    PaneRange (*around)(const PaneStore&, std::size_t)) {
   PaneText pane;

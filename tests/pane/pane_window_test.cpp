@@ -383,6 +383,7 @@ TEST_F(PaneWindow, AWrappedLineHasItsTimeOnlyBesideItsFirstRow) {
     return gui::Pixels(shown, part, pane_.palette().color(QPalette::Base)) < part.width() * part.height();
   };
   EXPECT_TRUE(has_text(margin));
+  EXPECT_EQ(gui::Pixels(shown, margin, pane_.textColor()), 0) << "paler than the text";
   EXPECT_FALSE(has_text(margin.translated(0, row_height)));
 }
 

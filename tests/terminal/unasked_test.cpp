@@ -112,6 +112,16 @@ TEST_F(UnaskedTest, WithNothingLeftNothingIsRead) {
   close(ends[0]);
 }
 
+TEST_F(UnaskedTest, ALongLineWithoutAnEndIsShownInParts) {
+  const std::string half(Unasked::kMaxAtOnce / 2, 'x');
+  device.incoming = half + half.substr(1);
+  EXPECT_TRUE(unasked_.Take());
+  EXPECT_TRUE(pane.lines.empty());
+  device.incoming = "x";
+  EXPECT_TRUE(unasked_.Take());
+  EXPECT_EQ(pane.lines, Lines{half + half});
+}
+
 TEST_F(UnaskedTest, AFloodIsReadInPieces) {
   device.incoming = std::string(3 * Unasked::kMaxAtOnce, 'x');
   EXPECT_TRUE(unasked_.Take());
