@@ -18,6 +18,35 @@ TEST_F(SystemCommandsTest, MostTakeNoParameter) {
   }
 }
 
+struct ParameterCount {
+  const char* word;
+  int least;
+  int most;
+};
+
+constexpr ParameterCount kParameterCounts[] = {
+    {"OPMODE", 1, 1}, {"SAVE", 1, 1},   {"LOAD", 1, 1},   {"CHS?", 0, 0},  {"NAME", 2, 2},
+    {"NAME?", 0, 1},  {"UNIT", 2, 2},   {"UNIT?", 0, 1},  {"SENS", 2, 2},  {"SENS?", 0, 1},
+    {"RANGE", 2, 2},  {"RANGE?", 0, 1}, {"FILT", 2, 2},   {"FILT?", 0, 1}, {"ZERO", 1, 2},
+    {"ZERO?", 0, 1},  {"TARE", 1, 2},   {"TARE?", 0, 1},  {"LIM", 3, 3},   {"LIM?", 0, 1},
+    {"LIMS?", 0, 1},  {"MSV?", 0, 1},   {"GRO?", 0, 1},   {"LONG?", 1, 1}, {"RAMP?", 1, 1},
+    {"HEX?", 1, 1},   {"WAIT?", 1, 1},  {"FILES?", 0, 0}, {"FILE?", 1, 1}, {"FILESIZE?", 1, 1},
+    {"DELAY", 1, 1},  {"DELAY?", 0, 0}, {"DRIP", 1, 1},   {"DRIP?", 0, 0}, {"TERM", 1, 1},
+    {"TERM?", 0, 0},  {"MUTE", 1, 1},   {"RATE", 1, 1},   {"RATE?", 0, 0}, {"STA", 1, 2},
+    {"STP", 0, 0},    {"BUF?", 0, 0},   {"BUFV?", 2, 3},  {"BUFB?", 2, 4}, {"BIN?", 1, 4},
+};
+
+TEST_F(SystemCommandsTest, EachHasItsNumbersOfParameters) {
+  for (const auto& [word, least, most] : kParameterCounts) {
+    std::string line(word);
+    for (int count = 0; count <= most + 1; ++count) {
+      const bool takes = count >= least && count <= most;
+      EXPECT_EQ(bool{WrongCount(line)}, !takes) << line;
+      line += count == 0 ? " x" : ",x";
+    }
+  }
+}
+
 TEST_F(SystemCommandsTest, WordsAreFoundInAnyCaseAndAfterSpaces) {
   EXPECT_EQ(Ask("chs?"), "1,2,3,4,5,6,7,8");
   EXPECT_EQ(Ask("  Chs?  "), "1,2,3,4,5,6,7,8");
