@@ -80,6 +80,21 @@ TEST_F(PaneWindow, DeletingEverythingCanBeUndoneUntilATextIsSet) {
   EXPECT_EQ(State(), "|");
 }
 
+TEST_F(PaneWindow, HowATextThatIsSetWasMadeCannotBeUndone) {
+  const auto edited = [] {
+    PaneText text;
+    text.SetText("a");
+    text.Insert(1, "b");
+    return text;
+  };
+  pane_.SetText(edited());
+  pane_.undo();
+  EXPECT_EQ(pane_.text().Text("/"), "ab");
+  pane_.ShowAside(edited());
+  pane_.undo();
+  EXPECT_EQ(pane_.text().Text("/"), "ab");
+}
+
 TEST_F(PaneWindow, AReadOnlyPaneUndoesNothing) {
   Type("abc");
   pane_.setReadOnly(true);
