@@ -27,7 +27,7 @@ class StateView {
   virtual void ShowState(StateKind kind, std::string_view text) = 0;
 };
 
-/// Holds one text of each kind. The most urgent one is shown; kWords and kStillOpen are shown together. The
+/// Holds one text of each kind. The most urgent one is shown; kStillOpen also follows kBytes and kWords. The
 /// text of kRun starts with its row, followed by a comma. Texts are UTF-8; an empty text is not shown.
 class StateLine {
  public:
@@ -46,12 +46,12 @@ class StateLine {
     const std::string& run = Of(StateKind::kRun);
     if (!wait.empty() && !run.empty()) return run.substr(0, run.find(',')) + ": " + wait;
     if (!wait.empty()) return wait;
-    for (StateKind kind : {StateKind::kRun, StateKind::kLost, StateKind::kModem, StateKind::kBytes}) {
+    for (StateKind kind : {StateKind::kRun, StateKind::kLost, StateKind::kModem}) {
       if (const std::string& text = Of(kind); !text.empty()) return text;
     }
-    const std::string& words = Of(StateKind::kWords);
+    const std::string& device = Of(Of(StateKind::kBytes).empty() ? StateKind::kWords : StateKind::kBytes);
     const std::string& still_open = Of(StateKind::kStillOpen);
-    return words + (words.empty() || still_open.empty() ? "" : "; ") + still_open;
+    return device + (device.empty() || still_open.empty() ? "" : "; ") + still_open;
   }
 
  private:

@@ -30,12 +30,16 @@ TEST(StateLine, ShowsTheRowBeforeWhatARunWaitsFor) {
   EXPECT_EQ(line.Text(), "wartet auf Antwort (1,2 s, Esc bricht ab)");
 }
 
-TEST(StateLine, ShowsTogetherWhatAFailureMeansAndWhatWasLeftOver) {
+TEST(StateLine, ShowsWhatWasLeftOverBehindTheNumberOfBytesOrWhatAFailureMeans) {
   StateLine line;
   line.Set(StateKind::kWords, "-60: abgebrochen");
   EXPECT_EQ(line.Text(), "-60: abgebrochen");
   line.Set(StateKind::kStillOpen, "Noch offen: 1 Schleife");
   EXPECT_EQ(line.Text(), "-60: abgebrochen; Noch offen: 1 Schleife");
+  line.Set(StateKind::kBytes, "3 Bytes warten");
+  EXPECT_EQ(line.Text(), "3 Bytes warten; Noch offen: 1 Schleife");
+  line.Set(StateKind::kStillOpen, "");
+  EXPECT_EQ(line.Text(), "3 Bytes warten");
 }
 
 TEST(StateLine, ABlocksProgressFollowsWhatIsWaitedFor) {
