@@ -110,6 +110,7 @@ TEST_F(DecodeProgramTest, RecordsUpToTheEndIncludingATruncatedOne) {
   const std::string skip_one = " decode - --offset 1 --template " + File("b.BNS", "BYTECOUNT=1\na;BYTE;0\n");
   EXPECT_EQ(RunProgram({"-c", "printf '\\7\\10' | " KOLVANE_PROGRAM + skip_one}, {.program = "/bin/sh"}).out,
             "a=8\n");
+  EXPECT_EQ(Decode(File("one", "A"), folder_.Path("b.BNS")).out, "a=65\n");
 }
 
 TEST_F(DecodeProgramTest, JsonHasNullForValuesThatAreNotANumber) {
