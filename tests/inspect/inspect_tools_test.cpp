@@ -444,6 +444,21 @@ TEST_F(LongInspectTest, ASearchEndsWithAnotherOneOrAnotherFile) {
   EXPECT_EQ(Caret(), 1u);
 }
 
+TEST_F(LongInspectTest, AllRecordsOfALongBlockAreSaved) {
+  constexpr int kRecords = 100'000;
+  AddTemplate("a.BNS", "BYTECOUNT=2\r\na;BYTE;0");
+  std::filesystem::resize_file(folder_.Path("data"), 2 * kRecords);
+  Open("A");
+  Drop(folder_.Path("data"));
+  Find<QCheckBox>("chkRepeat")->setChecked(true);
+  Answer("SaveDialog", folder_.Path("all.csv"));
+  Click("cmdSaveCsv");
+  EXPECT_TRUE(Ended());
+  std::string expected = "a\n";
+  for (int record = 0; record < kRecords; ++record) expected += "0\n";
+  EXPECT_EQ(base::ReadBytes(folder_.Path("all.csv")), expected);
+}
+
 TEST_F(LongInspectTest, ACancelledFileIsNotWritten) {
   AddTemplate("a.BNS", "BYTECOUNT=1\r\na;BYTE;0");
   Open("A");
