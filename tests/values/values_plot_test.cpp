@@ -243,6 +243,16 @@ TEST_F(ValuesPlotTest, ObeysTheKeys) {
   EXPECT_NEAR(view().x().width(), 101, 1);
 }
 
+TEST_F(ValuesPlotTest, FollowingTheEndIsShownAtOnce) {
+  Drag(At(20, 10), At(60, 90), Qt::ControlModifier);
+  const QImage before = plot_.grab().toImage();
+  QSignalSpy changed(&plot_, &ValuesPlot::ViewChanged);
+  plot_.Follow(true);
+  EXPECT_EQ(changed.size(), 1);
+  ExpectX(59, 99, 2);
+  EXPECT_NE(plot_.grab().toImage(), before);
+}
+
 TEST_F(ValuesPlotTest, ReadsTheValuesUnderThePointer) {
   QSignalSpy moved(&plot_, &ValuesPlot::CursorMoved);
   QTest::mouseMove(&plot_, At(42, 50));
@@ -259,7 +269,8 @@ TEST_F(ValuesPlotTest, PaintsAgainWhenThePointerOrTheAxisChanges) {
   QApplication::processEvents();
   gui::PaintCounter counter;
   plot_.installEventFilter(&counter);
-  QTest::mouseMove(&plot_, At(42, 50));
+  // Not where a test before has left the pointer.
+  QTest::mouseMove(&plot_, At(17, 50));
   EXPECT_TRUE(QTest::qWaitFor([&] { return counter.paints > 0; }));
   QApplication::processEvents();
   counter.paints = 0;
