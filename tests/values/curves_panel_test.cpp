@@ -56,6 +56,8 @@ TEST_F(CurvesPanelTest, ShowsStatistics) {
   EXPECT_EQ(Row(0), "A? [1] |  | 4 | 1 | 4 | 2,5 | 1,291");
   EXPECT_EQ(Row(1), "A? [2] |  | 4 | 10 | 40 | 25 | 12,91");
   EXPECT_EQ(Row(2), "B? |  | 1 | 7 | 7 | 7 | ");
+  EXPECT_EQ(model_.index(0, CurvesModel::kCount).data(Qt::TextAlignmentRole),
+            QVariant(Qt::AlignRight | Qt::AlignVCenter));
   const QSignalSpy changes(&model_, &QAbstractItemModel::dataChanged);
   model_.SetRanges({{1, 2}, {3, 4}});
   ASSERT_EQ(changes.size(), 1);

@@ -51,6 +51,13 @@ TEST_F(FindBarTest, IsHiddenAndTakesNoSpaceUntilOpened) {
   EXPECT_EQ(Find<QWidget>("SplitContainer")->height(), height);
 }
 
+TEST_F(FindBarTest, ItsFieldsHaveRoomForAWord) {
+  OpenIn(Grid());
+  for (const char* field : {"FindText", "ReplaceText"})
+    EXPECT_GE(Find<QLineEdit>(field)->width(), 20 * Text()->fontMetrics().averageCharWidth()) << field;
+  EXPECT_GE(Find<QLabel>("FindCount")->width(), Text()->fontMetrics().horizontalAdvance("Nichts gefunden"));
+}
+
 TEST_F(FindBarTest, IsSeenInTheSmallestWindow) {
   for (const int width : {400, 700}) {
     window_.resize(width, 0);

@@ -325,6 +325,13 @@ TEST_F(MainWindowTest, AWindowTooSmallIsNotLaidOut) {
   EXPECT_EQ(Find<QWidget>("SplitContainer")->size(), before);
 }
 
+TEST_F(MainWindowTest, TheUserCannotMakeItSmallerThanItsParts) {
+  window_.resize(1, 1);
+  QApplication::processEvents();
+  EXPECT_GE(window_.centralWidget()->width(), 300);
+  EXPECT_GE(window_.centralWidget()->height(), 320);
+}
+
 TEST_F(MainWindowTest, ACommentIsInsertedInGreenAtTheCaret) {
   Connect();
   QTimer::singleShot(0, &window_, [] {
