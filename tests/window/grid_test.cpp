@@ -31,9 +31,9 @@ class GridTest : public GridFixture {
     for (int row = 1; row <= count; ++row) rows << Row(row);
     return rows;
   }
-  QString ToolTipOfRow(int row) {
+  QString ToolTipOfRow(int row, int column = 1) {
     QToolTip::hideText();
-    const QPoint at = Grid()->visualRect(Grid()->model()->index(row - 1, 1)).center();
+    const QPoint at = Grid()->visualRect(Grid()->model()->index(row - 1, column)).center();
     QHelpEvent hover(QEvent::ToolTip, at, Grid()->viewport()->mapToGlobal(at));
     QApplication::sendEvent(Grid()->viewport(), &hover);
     return QToolTip::text();
@@ -321,6 +321,13 @@ TEST_F(GridTest, ARowLongerThanItsColumnHasAToolTip) {
   Fill({"kurz", row});
   EXPECT_EQ(ToolTipOfRow(1), "");
   EXPECT_EQ(ToolTipOfRow(2), "<qt>" + row.toHtmlEscaped() + "</qt>");
+}
+
+TEST_F(GridTest, AMarkHasAToolTip) {
+  Fill({"A", "B"});
+  Grid()->list().ToggleBreakpoint(2);
+  EXPECT_EQ(ToolTipOfRow(1, 0), "");
+  EXPECT_EQ(ToolTipOfRow(2, 0), "<qt>Haltepunkt</qt>");
 }
 
 TEST_F(GridTest, AVeryLongRowIsPaintedLikeALongOne) {
