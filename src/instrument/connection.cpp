@@ -1,6 +1,7 @@
 #include "instrument/connection.h"
 
 #include <dlfcn.h>
+#include <unistd.h>
 
 #include <new>
 #include <stdexcept>
@@ -106,7 +107,8 @@ std::unique_ptr<PortSession> MakeSession(const std::string& resource) {
 }  // namespace
 
 Connection::Connection(const std::string& resource, const InstrumentOptions& options)
-    : resource_(resource),
+    : process_(getpid()),
+      resource_(resource),
       give_up_(options.GiveUp),
       settings_{options.TimeoutMs, options.ReadTermination, options.WriteTermination} {
   Check(options);
@@ -117,8 +119,18 @@ Connection::Connection(const std::string& resource, const InstrumentOptions& opt
   Run([&](PortSession& session, const Settings&) { return Code(Open(session, named, options)); });
 }
 
+// A copy is abandoned: shutting down the socket, restoring the line or waiting for a thread that only the
+// other process has would disturb the original, or never end.
+Connection::~Connection() {
+  Close();
+  if (IsForkedCopy()) static_cast<void>(session_.release());
+}
+
+bool Connection::IsForkedCopy() const { return getpid() != process_; }
+
 void Connection::Close() {
   open_ = false;
+  if (IsForkedCopy()) return;
   const std::lock_guard lock(mutex_);
   if (session_ != nullptr) session_->Close();
 }

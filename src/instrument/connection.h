@@ -1,5 +1,7 @@
 #pragma once
 
+#include <sys/types.h>
+
 #include <atomic>
 #include <exception>
 #include <memory>
@@ -25,12 +27,13 @@ class Connection {
 
   /// Connects; std::invalid_argument for an invalid resource or option.
   Connection(const std::string& resource, const InstrumentOptions& options);
-  ~Connection() { Close(); }
+  ~Connection();
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
 
   const std::string& resource() const { return resource_; }
   bool is_open() const { return open_; }
+  /// In a forked process only the copy counts as closed.
   void Close();
 
   Settings settings() const;
@@ -63,6 +66,10 @@ class Connection {
   static std::int32_t AskGiveUp(void* self, std::int32_t waited_ms);
   [[noreturn]] void Fail(std::int32_t status) const;
 
+  /// A forked process has a copy of the object, whose descriptors lead to the same connection.
+  bool IsForkedCopy() const;
+
+  const pid_t process_;  ///< that connected
   std::string resource_;
   std::function<bool()> give_up_;
   std::mutex mutex_;  ///< held during operations, so calls that must be prompt do not take it

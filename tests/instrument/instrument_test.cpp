@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <atomic>
+#include <memory>
 #include <thread>
 
 #include "amplifier/server.h"
@@ -64,6 +67,23 @@ TEST(Instrument, SendsCommandsAndBytes) {
   EXPECT_EQ(partner.Receive(6), std::string("A\r\nB\0\xFF", 6));
   EXPECT_EQ(instrument.WriteTermination(), "");
   EXPECT_EQ(instrument.ReadTermination(), "\r\n");
+}
+
+TEST(Instrument, StaysConnectedWhenAForkedProcessDropsItsCopy) {
+  const amplifier::ServerThread amplifier({.echo = true});
+  Instrument closed(ResourceOf(amplifier));
+  auto dropped = std::make_unique<Instrument>(ResourceOf(amplifier));
+  const pid_t child = fork();
+  if (child == 0) {
+    dropped.reset();
+    closed.Close();
+    _exit(closed.IsOpen() ? 1 : 0);
+  }
+  int status = -1;
+  ASSERT_EQ(waitpid(child, &status, 0), child);
+  EXPECT_EQ(status, 0);
+  EXPECT_EQ(dropped->Query("still"), "still");
+  EXPECT_EQ(closed.Query("here"), "here");
 }
 
 TEST(Instrument, FlushesReceivedBytes) {
