@@ -71,6 +71,9 @@ struct LineEditor::Editor {
     el_set(line, EL_SETTY, "-d", "intr=", nullptr);
     // Between two lines, too: keys typed until ShowNothing would be shown, and Ctrl+C and Ctrl+D lost.
     el_set(line, EL_SETTY, "-x", "-icanon", "-echo", "intr=", nullptr);
+    // Characters that are switched off have the code 0, and the library binds one of them: a Ctrl+Space would
+    // insert the next key, Ctrl+D included.
+    el_set(line, EL_BIND, "^@", "em-set-mark", nullptr);
     el_set(line, EL_ADDFN, "give-up", "Give up the line", &Editor::GiveUp);
     el_set(line, EL_ADDFN, "complete-line", "Complete the line", &Editor::Complete);
     el_set(line, EL_ADDFN, "redraw-line", "Draw the line for another size", &Editor::Redraw);

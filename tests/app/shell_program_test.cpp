@@ -211,6 +211,14 @@ TEST_F(ShellTest, ATerminalShowsConnectionAndAnswers) {
   EXPECT_EQ(base::ReadBytes(folder.Path("Kolvane/shell-history")), "Größe?\nDCL\n");
 }
 
+// The terminal itself turns a Ctrl+D that it gets before the shell does into this character.
+TEST_F(ShellTest, CtrlSpaceLeavesTheNextKeyItsMeaning) {
+  Terminal terminal = Start();
+  terminal.Await(Prompt());
+  terminal.Type(std::string("\0\x04", 2));
+  EXPECT_EQ(terminal.program().Wait().status, 0);
+}
+
 class ShellKeyTest : public ShellTest, public testing::WithParamInterface<const char*> {};
 
 TEST_P(ShellKeyTest, GivesUpAWait) {
