@@ -32,9 +32,15 @@ std::string_view TakeWholeLine(std::string_view& text) {
   return line;
 }
 
+// New lines end like the first one.
+std::string_view LineEndOf(std::string_view text) {
+  const std::size_t end = text.find('\n');
+  return end != text.npos && text.substr(0, end).ends_with('\r') ? "\r\n" : "\n";
+}
+
 // Lets another line follow.
-void EndLine(std::string& text) {
-  if (!text.empty() && text.back() != '\n') text += '\n';
+void EndLine(std::string& text, std::string_view line_end) {
+  if (!text.empty() && text.back() != '\n') text += line_end;
 }
 
 }  // namespace
@@ -53,6 +59,7 @@ std::vector<PortSetting> LoadPortSettings() {
 }
 
 std::string WithPortSetting(std::string_view text, std::string_view name, std::string_view value) {
+  const std::string line_end(LineEndOf(text));
   std::string out;
   std::optional<std::size_t> at;  // of the key, else of the end of the section
   bool in_section = false;
@@ -68,15 +75,15 @@ std::string WithPortSetting(std::string_view text, std::string_view name, std::s
   }
   if (value.empty()) return out;
   if (!at) {
-    EndLine(out);
-    out += std::string(devlnk::kPortsSection) + "\n";
+    EndLine(out, line_end);
+    out += std::string(devlnk::kPortsSection) + line_end;
     at = out.size();
   }
   if (*at == out.size()) {
-    EndLine(out);
+    EndLine(out, line_end);
     at = out.size();
   }
-  return out.insert(*at, std::string(name) + "=" + std::string(value) + "\n");
+  return out.insert(*at, std::string(name) + "=" + std::string(value) + line_end);
 }
 
 int SavePortSettings(const std::vector<PortSetting>& settings) {

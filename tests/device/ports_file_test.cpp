@@ -30,6 +30,13 @@ TEST(PortsFileText, AnEmptyValueRemovesTheKey) {
   EXPECT_EQ(WithPortSetting("[PORTS]\n", "COM1", ""), "[PORTS]\n");
 }
 
+TEST(PortsFileText, NewLinesEndLikeTheFirstOne) {
+  const std::string dos = "[PORTS]\r\nCOM1=/a\r\n; mine";
+  EXPECT_EQ(WithPortSetting(dos, "COM1", "/b"), "[PORTS]\r\nCOM1=/b\r\n; mine");
+  EXPECT_EQ(WithPortSetting(dos, "COM2", "/b"), "[PORTS]\r\nCOM1=/a\r\n; mine\r\nCOM2=/b\r\n");
+  EXPECT_EQ(WithPortSetting("; mine\r\n", "COM1", "/b"), "; mine\r\n[PORTS]\r\nCOM1=/b\r\n");
+}
+
 /// Tests with their own configuration folder.
 class PortsFileTest : public testing::Test {
  protected:
