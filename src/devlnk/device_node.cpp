@@ -16,6 +16,10 @@ namespace {
 class SystemNode final : public DeviceNode {
  public:
   explicit SystemNode(base::Descriptor descriptor) : descriptor_(std::move(descriptor)) {}
+  // Closing does not suffice while a forked process has the descriptor.
+  ~SystemNode() override { flock(descriptor_.get(), LOCK_UN); }
+  SystemNode(const SystemNode&) = delete;
+  SystemNode& operator=(const SystemNode&) = delete;
 
   int Control(unsigned long request, void* argument) override {
     return ioctl(descriptor_.get(), request, argument);

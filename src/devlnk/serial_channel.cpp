@@ -232,6 +232,7 @@ SerialLine::~SerialLine() {
   ioctl(prompt_.get(), TCSETSW2, &before_);
   if (rs485_before_) ioctl(prompt_.get(), TIOCSRS485, &*rs485_before_);
   if (!exclusive_before_) ioctl(prompt_.get(), TIOCNXCL);
+  flock(prompt_.get(), LOCK_UN);  // closing does not suffice while a forked process has the descriptor
 }
 
 Status SerialLine::Apply(const SerialParameters& parameters) {

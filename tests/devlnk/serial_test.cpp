@@ -1,8 +1,10 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <signal.h>
 #include <sys/file.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -136,6 +138,19 @@ TEST_F(Serial, TheLineIsHeldExclusivelyUntilItIsClosed) {
   EXPECT_EQ(flock(pty_.slave(), LOCK_EX | LOCK_NB), 0);
   ASSERT_EQ(ioctl(pty_.slave(), TIOCGEXCL, &exclusive), 0);
   EXPECT_EQ(exclusive, 0);
+}
+
+TEST_F(Serial, AClosedLineIsFreeEvenIfAForkedProcessHasItsDescriptors) {
+  ASSERT_EQ(Open(), 0);
+  const pid_t child = fork();
+  if (child == 0) {
+    pause();
+    _exit(0);
+  }
+  QDX_ClosePort();
+  EXPECT_EQ(flock(pty_.slave(), LOCK_EX | LOCK_NB), 0);
+  kill(child, SIGKILL);
+  waitpid(child, nullptr, 0);
 }
 
 TEST_F(Serial, ALineThatAnotherProgramLocksIsBusy) {
