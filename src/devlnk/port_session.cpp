@@ -1,5 +1,7 @@
 #include "devlnk/port_session.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstring>
 #include <utility>
@@ -50,10 +52,18 @@ Status PortSession::Open(const PortKind& kind, PortRequest request) {
   if (!chosen.empty()) request.node = chosen.mapped();
   Opened opened = kind.open(request, deadline);
   channel_ = std::move(opened.channel);
+  process_ = getpid();
   return Outcome(opened.status, deadline);
 }
 
-PortSession::~PortSession() = default;
+PortSession::~PortSession() { DropChannel(); }
+
+// A forked process has a copy of the channel, which is abandoned: shutting down the socket, restoring the
+// line or waiting for a thread that only the other process has would disturb the original, or never end.
+void PortSession::DropChannel() {
+  if (channel_ != nullptr && process_ != getpid()) static_cast<void>(channel_.release());
+  channel_.reset();
+}
 
 Status PortSession::OpenPort(std::int16_t code, PortRequest request) {
   const PortKind* kind = FindPortKind(code);
@@ -63,7 +73,7 @@ Status PortSession::OpenPort(std::int16_t code, PortRequest request) {
 }
 
 void PortSession::Close() {
-  channel_.reset();
+  DropChannel();
   queue_.Clear();
   loss_ = Status::kOk;
   input_ended_ = false;

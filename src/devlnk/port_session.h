@@ -1,5 +1,7 @@
 #pragma once
 
+#include <sys/types.h>
+
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -80,8 +82,10 @@ class PortSession {
   Status Await(Deadline& deadline, Find find);
   Status AwaitMessage(Deadline& deadline, const MessageRule& rule, Message& message);
   void NoteLoss(Status status);
+  void DropChannel();
 
   std::unique_ptr<Channel> channel_;
+  pid_t process_ = 0;  ///< that opened the channel
   InputQueue queue_;
   GpibOptions gpib_;
   std::map<std::int16_t, std::string> nodes_;  ///< for the next opening, by port code

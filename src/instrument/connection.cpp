@@ -119,18 +119,10 @@ Connection::Connection(const std::string& resource, const InstrumentOptions& opt
   Run([&](PortSession& session, const Settings&) { return Code(Open(session, named, options)); });
 }
 
-// A copy is abandoned: shutting down the socket, restoring the line or waiting for a thread that only the
-// other process has would disturb the original, or never end.
-Connection::~Connection() {
-  Close();
-  if (IsForkedCopy()) static_cast<void>(session_.release());
-}
-
-bool Connection::IsForkedCopy() const { return getpid() != process_; }
-
 void Connection::Close() {
   open_ = false;
-  if (IsForkedCopy()) return;
+  // In a forked process nobody unlocks the mutex if a thread of the original held it.
+  if (getpid() != process_) return;
   const std::lock_guard lock(mutex_);
   if (session_ != nullptr) session_->Close();
 }

@@ -27,7 +27,7 @@ class Connection {
 
   /// Connects; std::invalid_argument for an invalid resource or option.
   Connection(const std::string& resource, const InstrumentOptions& options);
-  ~Connection();
+  ~Connection() { Close(); }
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
 
@@ -65,9 +65,6 @@ class Connection {
  private:
   static std::int32_t AskGiveUp(void* self, std::int32_t waited_ms);
   [[noreturn]] void Fail(std::int32_t status) const;
-
-  /// A forked process has a copy of the object, whose descriptors lead to the same connection.
-  bool IsForkedCopy() const;
 
   const pid_t process_;  ///< that connected
   std::string resource_;

@@ -3,6 +3,7 @@
 #include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <sys/socket.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <vector>
@@ -42,6 +43,21 @@ TEST_F(Tcp, PortsAbove32767MayComeAsTheNegativeNumber) {
   const base::Listener listener(AF_INET);
   ASSERT_GT(listener.port(), 32'767) << "the system's ephemeral ports are expected to be high";
   EXPECT_EQ(Open("127.0.0.1", listener.port() - 65'536), 0);
+}
+
+TEST_F(Tcp, AForkedProcessLeavesTheConnectionOpen) {
+  const base::Listener listener(AF_INET);
+  ASSERT_EQ(Open("127.0.0.1", listener.port()), 0);
+  const base::Descriptor peer(listener.Accept());
+  const pid_t child = fork();
+  if (child == 0) {
+    QDX_ClosePort();
+    _exit(0);
+  }
+  ASSERT_EQ(waitpid(child, nullptr, 0), child);
+  char byte = 0;
+  EXPECT_EQ(recv(peer.get(), &byte, 1, MSG_DONTWAIT), -1) << "no end of stream";
+  EXPECT_EQ(QDX_WritePort("A"), 0);
 }
 
 TEST_F(Tcp, PortsOutOfRangeAreInvalid) {
