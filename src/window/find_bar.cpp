@@ -60,6 +60,7 @@ Widget* FindBar::Add(Widget* widget, const char* name, const char* tip) {
 void FindBar::AddFinding() {
   layout()->addWidget(label_ = new QLabel);
   text_ = Add(new QLineEdit, "FindText", "Gesuchter Text; Eingabetaste sucht weiter, mit Umschalt zurück");
+  base::TakeAnyLength(text_);
   text_->setAccessibleName(QStringLiteral("Suchen"));
   text_->setMinimumWidth(Columns(this, kTextColumns));
   label_->setBuddy(text_);
@@ -90,6 +91,7 @@ void FindBar::AddReplacing() {
   row->setSpacing(kFieldGap);
   auto* caption = new QLabel(QStringLiteral("Ersetzen d&urch:"));
   replacement_ = new QLineEdit;
+  base::TakeAnyLength(replacement_);
   replacement_->setObjectName(QStringLiteral("ReplaceText"));
   replacement_->setAccessibleName(QStringLiteral("Ersetzen durch"));
   replacement_->setToolTip(

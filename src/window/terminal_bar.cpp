@@ -106,6 +106,7 @@ void TerminalBar::BuildCommandLine() {
   command_->lineEdit()->setAccessibleName(command_->accessibleName());
   command_->lineEdit()->installEventFilter(this);
   command_->installEventFilter(this);
+  base::TakeAnyLength(command_->lineEdit());
   base::GuardWheel(command_);
   command_->lineEdit()->setPlaceholderText(QStringLiteral("Befehl eingeben, Eingabetaste sendet"));
   send_ = new QPushButton(Icon("send"), QStringLiteral("&Senden"), command_row_);

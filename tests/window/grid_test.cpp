@@ -409,6 +409,21 @@ TEST_F(GridTest, RowsAreDraggedByTheirNumbers) {
   EXPECT_EQ(Row(1) + Row(2) + Row(3) + Row(4), "BCAD");
 }
 
+TEST_F(GridTest, ALongRowIsEditedWhole) {
+  constexpr int kLength = 100'000;
+  Fill({QString(kLength, 'x')});
+  QTest::keyClick(Edit(1), Qt::Key_Return);
+  QApplication::processEvents();
+  EXPECT_EQ(Row(1).size(), kLength);
+}
+
+TEST_F(GridTest, ManyLinesPastedIntoAnOpenRowAllArrive) {
+  const QStringList lines(1000, QString(100, 'y'));
+  PasteInto(Edit(1), lines.join('\n'));
+  QApplication::processEvents();
+  EXPECT_EQ(Rows(1000), lines);
+}
+
 TEST_F(GridTest, TheFailedRowIsReportedToScreenReaders) {
   Fill({"$SILENT OFF", "$FALSCH"});
   EXPECT_EQ(Grid()->accessibleDescription(), "");

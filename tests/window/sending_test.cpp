@@ -119,6 +119,18 @@ TEST_F(SendingTest, PastedLinesAreSeparateCommands) {
   EXPECT_EQ(Find<QComboBox>("cmbCommand")->itemText(1), "A?");
 }
 
+TEST_F(SendingTest, ALongCommandIsPastedWhole) {
+  Connect();
+  const QString command = "DATA " + QString(100'000, '1');
+  QApplication::clipboard()->setText(command);
+  QLineEdit* field = Find<QComboBox>("cmbCommand")->lineEdit();
+  field->selectAll();
+  field->paste();
+  QTest::keyClick(field, Qt::Key_Return);
+  EXPECT_EQ(Count("WritePort(\"" + command.toStdString() + "\n\")"), 1);
+  EXPECT_EQ(Find<QComboBox>("cmbCommand")->itemText(0), command);
+}
+
 TEST_F(SendingTest, StopEndsPastedLines) {
   Connect();
   library_.replies = {{"1\r\n"}, {"2\r\n"}};

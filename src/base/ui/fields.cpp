@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QInputMethodEvent>
+#include <limits>
 
 #include "base/encoding.h"
 #include "base/ui/qt_text.h"
@@ -53,6 +54,8 @@ void MarkOutside(QLineEdit* field, const QString& fault, QTextCharFormat format)
   field->setToolTip(fault);
   field->setAccessibleDescription(fault);
 }
+
+void TakeAnyLength(QLineEdit* field) { field->setMaxLength(std::numeric_limits<int>::max()); }
 
 void GuardWheel(QComboBox* list) {
   list->setFocusPolicy(Qt::StrongFocus);

@@ -22,6 +22,9 @@ std::vector<CharacterSpan> OutsideSpans(const QString& text);
 /// formats.
 void MarkOutside(QLineEdit* field, const QString& fault, QTextCharFormat format = {});
 
+/// Qt cuts longer texts off without a word, pasted ones too; `field` takes them.
+void TakeAnyLength(QLineEdit* field);
+
 /// The wheel changes `list` only while it has the keyboard focus, and does not give it the focus. Otherwise a
 /// wheel step goes to the parent widget.
 void GuardWheel(QComboBox* list);

@@ -190,6 +190,7 @@ QWidget* RowDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& 
   QWidget* widget = QStyledItemDelegate::createEditor(parent, option, index);
   auto* editor = qobject_cast<QLineEdit*>(widget);
   if (editor == nullptr) return widget;
+  base::TakeAnyLength(editor);
   editor->setAccessibleName(base::ToQt(texts::RowName(index.row() + 1)));
   const auto* model = qobject_cast<const CommandListModel*>(index.model());
   if (model != nullptr) AddCompletion(editor, model->list());
