@@ -409,6 +409,26 @@ TEST_F(GridTest, RowsAreDraggedByTheirNumbers) {
   EXPECT_EQ(Row(1) + Row(2) + Row(3) + Row(4), "BCAD");
 }
 
+TEST_F(GridTest, TheMouseDragsAllSelectedRows) {
+  Fill({"A", "B", "C", "D", "E"});
+  GoTo(1);
+  QTest::keyClick(Grid(), Qt::Key_Down, Qt::ShiftModifier);
+  QHeaderView* numbers = Grid()->verticalHeader();
+  const auto center = [numbers](int row) {
+    return QPoint(5, numbers->sectionViewportPosition(row - 1) + numbers->sectionSize(row - 1) / 2);
+  };
+  QTest::mousePress(numbers->viewport(), Qt::LeftButton, {}, center(2));
+  QTest::mouseMove(numbers->viewport(), center(3));
+  QTest::mouseMove(numbers->viewport(), center(4) + QPoint(0, 4));
+  QTest::mouseRelease(numbers->viewport(), Qt::LeftButton, {}, center(4) + QPoint(0, 4));
+  EXPECT_EQ(Rows(5).join(""), "CDABE");
+  EXPECT_EQ(Grid()->selectionModel()->selectedRows().size(), 2);
+  // A click selects its row alone, as outside the selection.
+  QTest::mouseClick(numbers->viewport(), Qt::LeftButton, {}, center(4));
+  EXPECT_EQ(Grid()->selectionModel()->selectedRows().size(), 1);
+  EXPECT_EQ(CurrentRow(), 4);
+}
+
 TEST_F(GridTest, ALongRowIsEditedWhole) {
   constexpr int kLength = 100'000;
   Fill({QString(kLength, 'x')});
