@@ -13,6 +13,19 @@ TEST(RegexMatcher, SearchesEachLineSeparately) {
   EXPECT_TRUE(RegexMatcher("y*", true).FindIn("abc\n").empty()) << "an empty hit does not count";
 }
 
+TEST(RegexMatcher, SeesNothingBeyondTheLine) {
+  const auto find = [](const char* pattern) { return RegexMatcher(pattern, true).FindIn("ab\nab\n"); };
+  const Hits as{{0, 1}, {3, 4}};
+  const Hits bs{{1, 2}, {4, 5}};
+  for (const char* pattern : {"\\Aa", "\\Ga", "(?<!\\s)a", "(?-m)^a", "(?<!.)a"})
+    EXPECT_EQ(find(pattern), as) << pattern;
+  for (const char* pattern : {"b\\z", "b\\Z", "b(?!\\s)", "b(?=$)", "(?<x>b)(?!\\n)"})
+    EXPECT_EQ(find(pattern), bs) << pattern;
+  for (const char* pattern : {"b(?=\\s)", "(?<=\\n)a", "b(?=\\W)"})
+    EXPECT_TRUE(find(pattern).empty()) << pattern;
+  EXPECT_EQ(ReplaceHits(RegexMatcher("b(?=\\s)", true), "ab", "c"), "ab");
+}
+
 TEST(RegexMatcher, CountsBytes) {
   EXPECT_EQ(RegexMatcher("e", true).FindIn("äe\n€e😀e\n"), (Hits{{2, 3}, {7, 8}, {12, 13}}));
   EXPECT_EQ(RegexMatcher("Ä\\w", false).FindIn("xäöx\n"), (Hits{{1, 5}}));

@@ -34,6 +34,13 @@ class ByteCounter {
   std::size_t unit_ = 0;
 };
 
+// Whether `pattern` may tell a line within a text from one that stands alone without matching a line end:
+// \A, \G, \Z, \z, verbs, or a group that is neither plain, named, (?:…) nor (?i…), such as a lookahead.
+bool SeesLineEnds(const QString& pattern) {
+  static const QRegularExpression kSuch(QStringLiteral(R"(\\[AGZz]|\(\*|\(\?(?!:|[imsx]+[:)]|P?<\w|'\w))"));
+  return pattern.contains(kSuch);
+}
+
 // The match whose hit starts at `start`; with \K the match itself starts before its hit.
 QRegularExpressionMatch MatchAt(const QRegularExpression& expression, const QString& text, qsizetype start) {
   QRegularExpressionMatch match = expression.match(text, start);
@@ -45,7 +52,8 @@ QRegularExpressionMatch MatchAt(const QRegularExpression& expression, const QStr
 }  // namespace
 
 RegexMatcher::RegexMatcher(const QString& pattern, bool match_case)
-    : expression_(pattern, OptionsOf(match_case) | QRegularExpression::UseUnicodePropertiesOption),
+    : sees_line_ends_(SeesLineEnds(pattern)),
+      expression_(pattern, OptionsOf(match_case) | QRegularExpression::UseUnicodePropertiesOption),
       ascii_(pattern, OptionsOf(match_case)) {}
 
 QString RegexMatcher::Fault() const {
@@ -68,13 +76,17 @@ Hits RegexMatcher::FindIn(std::string_view lines) const {
     const std::size_t first = bytes.At(begin);
     hits.push_back({first, bytes.At(end)});
   };
+  if (sees_line_ends_) {
+    FindLineByLine(expression, text, 0, add);
+    return hits;
+  }
   // All lines at once, because each start costs more than the search.
   qsizetype done = 0;
   for (auto matches = expression.globalMatch(text); matches.hasNext();) {
     const QRegularExpressionMatch match = matches.next();
     const qsizetype line_end = text.indexOf(QLatin1Char('\n'), match.capturedStart());
     if (match.capturedEnd() > line_end) {
-      FindLineByLine(text, done, add);
+      FindLineByLine(expression, text, done, add);
       break;
     }
     add(match.capturedStart(), match.capturedEnd());
@@ -83,14 +95,15 @@ Hits RegexMatcher::FindIn(std::string_view lines) const {
   return hits;
 }
 
-// For an expression that would match across line ends.
+// For an expression that would match across line ends, or look beyond them.
 template <typename Add>
-void RegexMatcher::FindLineByLine(const QString& text, qsizetype from, const Add& add) const {
+void RegexMatcher::FindLineByLine(const QRegularExpression& expression, const QString& text, qsizetype from,
+                                  const Add& add) {
   qsizetype begin = from == 0 ? 0 : text.lastIndexOf(QLatin1Char('\n'), from - 1) + 1;
   for (; begin < text.size(); from = begin) {
     const qsizetype end = text.indexOf(QLatin1Char('\n'), begin);
     const QString line = text.sliced(begin, end - begin);
-    for (auto matches = expression_.globalMatch(line, from - begin); matches.hasNext();) {
+    for (auto matches = expression.globalMatch(line, from - begin); matches.hasNext();) {
       const QRegularExpressionMatch match = matches.next();
       add(begin + match.capturedStart(), begin + match.capturedEnd());
     }

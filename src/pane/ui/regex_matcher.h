@@ -21,8 +21,10 @@ class RegexMatcher final : public Matcher {
 
  private:
   template <typename Add>
-  void FindLineByLine(const QString& text, qsizetype from, const Add& add) const;
+  static void FindLineByLine(const QRegularExpression& expression, const QString& text, qsizetype from,
+                             const Add& add);
 
+  bool sees_line_ends_;
   QRegularExpression expression_;
   QRegularExpression ascii_;  // for text that is all ASCII
 };
