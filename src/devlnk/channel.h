@@ -31,6 +31,10 @@ class Channel {
  public:
   virtual ~Channel() = default;
 
+  /// For a copy in a forked process: true if from now on the destructor only closes descriptors, false if it
+  /// would disturb the original in any case.
+  virtual bool Abandon() { return false; }
+
   /// Sets the bus address, 0 to 31, for the following transfers. Port kinds without addresses ignore it.
   virtual Status Select(std::int16_t /*address*/, Deadline& /*deadline*/) { return Status::kOk; }
 

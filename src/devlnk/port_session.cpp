@@ -58,10 +58,11 @@ Status PortSession::Open(const PortKind& kind, PortRequest request) {
 
 PortSession::~PortSession() { DropChannel(); }
 
-// A forked process has a copy of the channel, which is abandoned: shutting down the socket, restoring the
-// line or waiting for a thread that only the other process has would disturb the original, or never end.
+// Shutting down the socket, restoring the line or waiting for a thread that a forked process does not have
+// would disturb the original, or never end.
 void PortSession::DropChannel() {
-  if (channel_ != nullptr && process_ != getpid()) static_cast<void>(channel_.release());
+  const bool forked = channel_ != nullptr && process_ != getpid();
+  if (forked && !channel_->Abandon()) static_cast<void>(channel_.release());
   channel_.reset();
 }
 

@@ -101,6 +101,10 @@ class SerialChannel final : public StreamChannel {
   explicit SerialChannel(std::unique_ptr<SerialLine> line)
       : StreamChannel(kSerialSliceMs), line_(std::move(line)) {}
 
+  bool Abandon() override {
+    line_->Abandon();
+    return true;
+  }
   void DiscardInput(Deadline&) override { line_->DiscardInput(); }
   Status SetLine(const PortRequest& request) override {
     const auto parameters = SerialParametersFrom(request);
@@ -227,6 +231,7 @@ SerialLine::SerialLine(base::Descriptor prompt, base::Descriptor waiting, const 
 
 // Otherwise restoring the settings and closing would wait for output that the other side blocks.
 SerialLine::~SerialLine() {
+  if (abandoned_) return;
   LineOutput output(prompt_.get());
   if (baud_ != 0) FinishOutput(output, baud_);
   ioctl(prompt_.get(), TCSETSW2, &before_);

@@ -65,6 +65,8 @@ class SerialLine {
   SerialLine(const SerialLine&) = delete;
   SerialLine& operator=(const SerialLine&) = delete;
   ~SerialLine();
+  /// The destructor then only closes the descriptors.
+  void Abandon() { abandoned_ = true; }
 
   /// kInvalidArgument if the driver does not support the rate. A repeated call runs FinishOutput first.
   Status Apply(const SerialParameters& parameters);
@@ -85,6 +87,7 @@ class SerialLine {
   termios2 before_;
   std::uint32_t baud_ = 0;
   bool exclusive_before_ = false;
+  bool abandoned_ = false;
   std::optional<serial_rs485> rs485_before_;
 };
 

@@ -64,8 +64,14 @@ class TcpChannel final : public StreamChannel {
 
   // Closing with unread input would reset the connection, and the peer might lose the last command.
   ~TcpChannel() override {
+    if (abandoned_) return;
     shutdown(socket_.get(), SHUT_WR);
     recv(socket_.get(), nullptr, InputQueue::kLimit, MSG_DONTWAIT | MSG_TRUNC);
+  }
+
+  bool Abandon() override {
+    abandoned_ = true;
+    return true;
   }
 
  private:
@@ -82,6 +88,7 @@ class TcpChannel final : public StreamChannel {
   Status EndOfInput() const override { return Status::kClosedByPeer; }
 
   base::Descriptor socket_;
+  bool abandoned_ = false;
 };
 
 template <typename Value>

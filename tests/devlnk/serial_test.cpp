@@ -153,6 +153,20 @@ TEST_F(Serial, AClosedLineIsFreeEvenIfAForkedProcessHasItsDescriptors) {
   waitpid(child, nullptr, 0);
 }
 
+TEST_F(Serial, AForkedProcessLeavesTheLineAsItIs) {
+  ASSERT_EQ(Open(38'400), 0);
+  const termios before = Settings();
+  const pid_t child = fork();
+  if (child == 0) {
+    QDX_ClosePort();
+    _exit(0);
+  }
+  ASSERT_EQ(waitpid(child, nullptr, 0), child);
+  const termios after = Settings();
+  EXPECT_EQ(cfgetospeed(&after), cfgetospeed(&before));
+  EXPECT_EQ(flock(pty_.slave(), LOCK_EX | LOCK_NB), -1);
+}
+
 TEST_F(Serial, ALineThatAnotherProgramLocksIsBusy) {
   ASSERT_EQ(flock(pty_.slave(), LOCK_EX | LOCK_NB), 0);
   EXPECT_EQ(Open(), Code(Status::kBusy));
