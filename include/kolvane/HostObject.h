@@ -115,7 +115,8 @@ class KOLVANE_EXPORT HostObject {
   virtual void GetDeviceInfo(Variant& Kind, Variant& Address);
 
   /// How the last operation ended: any negative number is a failure. Called after operations in both modes. A
-  /// number beyond 16 bits is clamped; anything that is not a number, including nothing, is a failure.
+  /// number beyond 16 bits is clamped; one beyond 32 bits, and anything that is not a number, including
+  /// nothing, is a failure.
   virtual Variant LastError();
   /// Called with 0 before an operation whose result is checked.
   virtual void SetLastError(std::int16_t Code);
