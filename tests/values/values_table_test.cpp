@@ -285,6 +285,16 @@ TEST_F(ValuesTableTest, PaintsNumbersBesideItsRows) {
   EXPECT_NE(table_.grab().toImage(), before);
 }
 
+TEST_F(ValuesTableTest, PaintsEachCell) {
+  Fill(1);
+  const QImage picture = table_.viewport()->grab().toImage();
+  for (int column = 0; column < model_.columnCount(); ++column) {
+    const QRect cell = table_.visualRect(model_.index(0, column)) & picture.rect();
+    const int blank = gui::Pixels(picture, cell, table_.palette().color(QPalette::Base));
+    EXPECT_LT(blank, cell.width() * cell.height()) << column;
+  }
+}
+
 TEST_F(ValuesTableTest, PaintsNoNumbersBelowItsRows) {
   Fill(1);
   const int left = table_.viewport()->x();
