@@ -246,6 +246,8 @@ TEST_F(InspectToolsTest, FieldsAreColoredAndALineShowsItsBytes) {
   EXPECT_EQ(Dump()->highlight(), (ByteRange{2, 2}));
   EXPECT_EQ(Caret(), 0u);
   EXPECT_EQ(Copied("CopyAsText"), "CD");
+  QTest::keyClick(Lines(), Qt::Key_Up);
+  EXPECT_EQ(Dump()->highlight(), (ByteRange{0, 1}));
   Option(0)->click();
   ClickAt(5);
   EXPECT_TRUE(Dump()->extraSelections().isEmpty());

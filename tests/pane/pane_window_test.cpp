@@ -272,14 +272,16 @@ TEST_F(PaneWindow, ZoomsByKeysAndWheel) {
   EXPECT_EQ(pane_.zoom(), 1);
   Key(Qt::Key_0, Qt::ControlModifier);
   EXPECT_EQ(pane_.font().pointSizeF(), points);
-  const auto turn = [this](int angle, Qt::KeyboardModifiers modifiers) {
-    QWheelEvent event(QPointF(5, 5), pane_.mapToGlobal(QPointF(5, 5)), {}, {0, angle}, Qt::NoButton,
+  const auto turn = [this](int angle, Qt::KeyboardModifiers modifiers, int sideways = 0) {
+    QWheelEvent event(QPointF(5, 5), pane_.mapToGlobal(QPointF(5, 5)), {}, {sideways, angle}, Qt::NoButton,
                       modifiers, Qt::NoScrollPhase, false);
     QApplication::sendEvent(pane_.viewport(), &event);
   };
   turn(120, Qt::ControlModifier);
   EXPECT_EQ(pane_.zoom(), 1);
   turn(120, Qt::NoModifier);
+  EXPECT_EQ(pane_.zoom(), 1);
+  turn(0, Qt::ControlModifier, 120);
   EXPECT_EQ(pane_.zoom(), 1);
   turn(-120, Qt::ControlModifier);
   EXPECT_EQ(pane_.font().pointSizeF(), points);
