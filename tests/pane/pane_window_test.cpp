@@ -1,10 +1,12 @@
 // What the window shows, and when.
 #include <QClipboard>
 #include <QElapsedTimer>
+#include <QFontMetricsF>
 #include <QImage>
 #include <QSignalSpy>
 #include <QTime>
 #include <algorithm>
+#include <cstring>
 
 #include "gui/paint_counter.h"
 #include "gui/pixels.h"
@@ -260,6 +262,16 @@ TEST_F(PaneWindow, AMebibyteInOneLineIsWrappedAndShown) {
   EXPECT_FALSE(pane_.viewport()->grab().isNull());
   pane_.EnsureVisible(500000);
   EXPECT_TRUE(pane_.viewport()->rect().contains(PointOf(500000)));
+}
+
+TEST_F(PaneWindow, EachCharacterHasItsWidth) {
+  pane_.setFont(QFont(QStringLiteral("DejaVu Sans"), 20));
+  for (const char* character : {"i", "W", "ü", "¼", "Ω", "Щ", "€", "漢"}) {
+    SetText((std::string(character) + "x").c_str());
+    const int width = pane_.CharacterRect(std::strlen(character)).left() - pane_.CharacterRect(0).left();
+    const qreal expected = QFontMetricsF(pane_.font()).horizontalAdvance(QString::fromUtf8(character));
+    EXPECT_NEAR(width, expected, 1) << character;
+  }
 }
 
 TEST_F(PaneWindow, ZoomsByKeysAndWheel) {
