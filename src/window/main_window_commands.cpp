@@ -104,8 +104,10 @@ void MainWindow::ConnectExtras() {
         {context_.library, prompt_, context_.slices.device.connected, device::AttachedPorts()}, this)
         .exec();
   });
-  extras_.On("mnuCopyWithTimes",
-             [this] { QApplication::clipboard()->setText(pane_->SelectedTextWithTimes()); });
+  extras_.On("mnuCopyWithTimes", [this] {
+    const QString text = pane_->SelectedTextWithTimes();
+    if (!text.isEmpty()) QApplication::clipboard()->setText(text);
+  });
   ShowTimeStamps();
   ShowStillOpen();
   pane_->SetFailureHelp([this](const QString& line) { return MeaningOf(line); });

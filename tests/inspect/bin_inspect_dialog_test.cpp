@@ -203,6 +203,23 @@ TEST_F(BinInspectDialogTest, TheValueIsCopied) {
   EXPECT_EQ(QApplication::clipboard()->text(), "65");
 }
 
+TEST_F(BinInspectDialogTest, WithoutAValueTheClipboardKeepsWhatItHolds) {
+  AddTemplate("a.BNS", "x;BYTE;0");
+  Open("A");
+  ASSERT_EQ(Value(), "");
+  QApplication::clipboard()->setText("kept");
+  QTest::keyClick(Dump(), Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(QApplication::clipboard()->text(), "kept");
+}
+
+TEST_F(BinInspectDialogTest, ALongTextIsSearchedWhole) {
+  Open("ABC");
+  QApplication::clipboard()->setText(QString(40'000, 'A'));
+  auto* field = Find<QLineEdit>("InspectFind");
+  field->paste();
+  EXPECT_EQ(field->text().size(), 40'000);
+}
+
 TEST_F(BinInspectDialogTest, TheSelectedDigitsAreCopiedByMenu) {
   Open("AB");
   Option(1)->click();

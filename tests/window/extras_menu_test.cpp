@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QClipboard>
 #include <QMessageBox>
 #include <QStyle>
 
@@ -93,6 +94,16 @@ TEST_F(ExtrasInTheWindow, CheckMarksAreThoseOfTheState) {
   Press("mnuDeviceWords");
   EXPECT_TRUE(terminal_.extras.queries_only);
   EXPECT_FALSE(terminal_.extras.device_words);
+}
+
+TEST_F(ExtrasInTheWindow, WithoutASelectionTheClipboardKeepsWhatItHolds) {
+  QApplication::clipboard()->setText("kept");
+  Press("mnuCopyWithTimes");
+  EXPECT_EQ(QApplication::clipboard()->text(), "kept");
+  Pane()->AppendLine(LineKind::kAnswer, "12.5");
+  Pane()->selectAll();
+  Press("mnuCopyWithTimes");
+  EXPECT_TRUE(QApplication::clipboard()->text().endsWith(" 12.5\n"));
 }
 
 TEST_F(ExtrasInTheWindow, TimeStampsAreShownAtOnce) {

@@ -368,6 +368,8 @@ std::string BinInspectDialog::TemplatePath() const {
   return index < templates_.size() ? templates_[index].path : std::string();
 }
 
-void BinInspectDialog::Copy() const { QGuiApplication::clipboard()->setText(area_->TextToCopy()); }
+void BinInspectDialog::Copy() const {
+  if (const QString text = area_->TextToCopy(); !text.isEmpty()) QGuiApplication::clipboard()->setText(text);
+}
 
 }  // namespace kolvane::inspect

@@ -7,6 +7,7 @@
 #include <QSignalBlocker>
 
 #include "base/ui/buttons.h"
+#include "base/ui/fields.h"
 #include "base/ui/qt_text.h"
 #include "inspect/texts.h"
 
@@ -50,6 +51,7 @@ PositionBar::PositionBar(QWidget* parent) : QWidget(parent) {
 QLineEdit* PositionBar::AddField(const char* name, std::string_view caption, std::string_view tip) {
   auto* field = new QLineEdit;
   field->setObjectName(QLatin1String(name));
+  base::TakeAnyLength(field);
   field->setToolTip(base::ToQt(tip));
   field->setMinimumWidth(fontMetrics().averageCharWidth() * kFieldWidth);
   auto* label = new QLabel(base::ToQt(caption));
