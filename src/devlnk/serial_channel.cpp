@@ -229,10 +229,10 @@ SerialLine::SerialLine(base::Descriptor prompt, base::Descriptor waiting, const 
   ioctl(prompt_.get(), TIOCEXCL);
 }
 
-// Otherwise restoring the settings and closing would wait for output that the other side blocks.
 SerialLine::~SerialLine() {
   if (abandoned_) return;
   LineOutput output(prompt_.get());
+  // Otherwise restoring the settings and closing would wait for output that the other side blocks.
   if (baud_ != 0) FinishOutput(output, baud_);
   ioctl(prompt_.get(), TCSETSW2, &before_);
   if (rs485_before_) ioctl(prompt_.get(), TIOCSRS485, &*rs485_before_);

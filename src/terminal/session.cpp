@@ -115,7 +115,7 @@ void AppendDisplayForm(std::string_view bytes, bool binary, std::string& text, b
 
 bool Session::EnsureConnected() {
   if (state_.extras.reconnect && device_state_.connected) connect_.CheckForLoss();
-  return Connect(device_.BytesWaiting() <= 0);
+  return Connect(!connect_.lost() || device_.BytesWaiting() <= 0);
 }
 
 // `restores`: a lost connection is restored, if that is wanted at all.
