@@ -42,6 +42,10 @@ TEST(RegexMatcher, PutsGroupsIntoTheReplacement) {
             "ä 12:a (a=12)\\, 3:b (b=3)\\");
 }
 
+TEST(RegexMatcher, KeepsABackslashThatEscapesNothing) {
+  EXPECT_EQ(ReplaceHits(RegexMatcher("a", true), "a", "C:\\neu\\"), "C:\\neu\\");
+}
+
 TEST(RegexMatcher, PutsTheGroupsOfItsOwnHitIntoTheReplacement) {
   EXPECT_EQ(ReplaceHits(RegexMatcher("a\\Kb(\\d)", true), "ab1 ab2", "c\\1"), "ac1 ac2");
 }

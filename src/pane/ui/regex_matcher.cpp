@@ -115,16 +115,17 @@ std::string RegexMatcher::Replacement(std::string_view line, PaneRange hit, std:
   const QString text = base::ToQt(line);
   const auto start = static_cast<qsizetype>(Utf16Length(line.substr(0, hit.begin)));
   const QRegularExpressionMatch match = MatchAt(expression_, text, start);
+  constexpr QLatin1Char kEscape('\\');
+  const QString put = base::ToQt(with);
   QString out;
-  bool escaped = false;
-  for (const QChar c : base::ToQt(with)) {
-    const bool begins = !escaped && c == QLatin1Char('\\');
-    const bool group = escaped && c >= QLatin1Char('0') && c <= QLatin1Char('9');
-    if (group)
-      out += match.captured(c.digitValue());
-    else if (!begins)
-      out += c;
-    escaped = begins;
+  for (qsizetype i = 0; i < put.size(); ++i) {
+    const QChar next = put[i] == kEscape && i + 1 < put.size() ? put[i + 1] : QChar();
+    const bool is_group = next >= QLatin1Char('0') && next <= QLatin1Char('9');
+    if (is_group)
+      out += match.captured(next.digitValue());
+    else
+      out += put[i];
+    if (is_group || next == kEscape) ++i;
   }
   return base::FromQt(out);
 }
