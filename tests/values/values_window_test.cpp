@@ -283,6 +283,13 @@ TEST_F(ValuesWindowTest, CopiesSelectedRowsAndThePicture) {
   EXPECT_EQ(QApplication::clipboard()->text(), "");
 }
 
+TEST_F(ValuesWindowTest, KeepsTheClipboardIfThereAreNoRows) {
+  Present();
+  QApplication::clipboard()->setText("kept");
+  Action("ValuesCopy")->trigger();
+  EXPECT_EQ(QApplication::clipboard()->text(), "kept");
+}
+
 TEST_F(ValuesWindowTest, RefusesToCopyMoreThanASpreadsheetTakes) {
   Fill((1 << 20) + 1);
   Present();

@@ -174,6 +174,7 @@ void ValuesWindow::UpdateStatistics() {
 void ValuesWindow::Copy() {
   const RowRanges selected = Before(selection_, shown_);
   const RowRanges rows = selected.empty() ? Ordered({{0, shown_}}) : selected;
+  if (rows.empty()) return;
   if (CountOf(rows) > kMaxRowsCopied) return context_.prompt.ShowError(texts::kTooManyRows);
   try {
     auto copied = std::make_unique<QMimeData>();
