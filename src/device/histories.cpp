@@ -137,9 +137,9 @@ void SaveUsbHistory(const std::string& folder, const AddressHistory& history) {
 }
 
 std::string LoadModemScript(const std::string& folder) {
-  std::string script;
   const auto lines = ReadLines(FolderFile(folder, kModemScriptFile));
-  if (!lines) return script;
+  if (!lines) return {};
+  std::string script;
   for (const std::string& line : *lines) {
     if (line.empty()) continue;
     if (!script.empty()) script += "\r\n";

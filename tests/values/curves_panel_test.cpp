@@ -204,9 +204,11 @@ TEST_F(CurvesPanelTest, AsksForAColourWithoutBlocking) {
 }
 
 TEST_F(CurvesPanelTest, ForgetsTheCurvesOfAStoreThatWasCleared) {
+  QSignalSpy reset(&model_, &QAbstractItemModel::modelReset);
   store_.Clear();
   Add(store_, "C?", {1});
   model_.Refresh();
+  EXPECT_EQ(reset.count(), 1);
   EXPECT_EQ(model_.rowCount(), 1);
   EXPECT_EQ(model_.index(0, 0).data(), "C?");
 }

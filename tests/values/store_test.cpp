@@ -37,6 +37,7 @@ TEST(Store, IsEmptyAtFirst) {
   EXPECT_EQ(store.rows(), 0u);
   EXPECT_EQ(store.values(), 0u);
   EXPECT_EQ(store.fields(), 0u);
+  EXPECT_EQ(store.commands(), 0u);
   EXPECT_EQ(store.series_count(), 0u);
   EXPECT_EQ(Rows(store), "");
 }
@@ -118,6 +119,7 @@ TEST(Store, IsEmptyAfterClear) {
   EXPECT_EQ(store.rows(), 0u);
   EXPECT_EQ(store.values(), 0u);
   EXPECT_EQ(store.fields(), 0u);
+  EXPECT_EQ(store.commands(), 0u);
   EXPECT_EQ(store.series_count(), 0u);
   AddAt(store, 1000, "B?", {3});
   EXPECT_EQ(Rows(store), "0 B? 3");
