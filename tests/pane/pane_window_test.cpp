@@ -170,6 +170,15 @@ TEST_F(PanePicture, TheLastOfManyLinesLooksLikeTheFirst) {
   EXPECT_EQ(ink(4999 * (line.size() + 1) + 1), ink(1));
 }
 
+TEST_F(PanePicture, ControlCharactersArePaintedAsTerminalsDo) {
+  const auto painted = [this](const char* text) {
+    SetText(text);
+    pane_.Select(0, 0);
+    return Picture();
+  };
+  EXPECT_EQ(painted("a\x01z\x1F\x7F"), painted("a^Az^_^?"));
+}
+
 TEST_F(PanePicture, AnEmptyPaneShowsItsPlaceholder) {
   pane_.setTextColor(Qt::black);
   pane_.setBackgroundColor(Qt::white);
