@@ -16,6 +16,7 @@ std::string_view RefusalText(FlowOp op, const ListFlow::Row& paths) {
     case FlowOp::kGetParam:
       return always ? texts::kNoSplitBefore : texts::kPerhapsNoSplitBefore;
     case FlowOp::kOpenLog:
+    case FlowOp::kOpenNoLog:
       return always ? texts::kLogOpen : texts::kLogPerhapsOpen;
     default:
       if (always) return texts::kLogClosed;
@@ -25,7 +26,8 @@ std::string_view RefusalText(FlowOp op, const ListFlow::Row& paths) {
 }
 
 bool IsOfParametersOrLog(FlowOp op) {
-  return op == FlowOp::kGetParam || op == FlowOp::kOpenLog || op == FlowOp::kWriteLog;
+  return op == FlowOp::kGetParam || op == FlowOp::kOpenLog || op == FlowOp::kOpenNoLog ||
+         op == FlowOp::kWriteLog;
 }
 
 /// Marks the rows that a jump goes to.

@@ -22,6 +22,10 @@ StateSet Passing(const FlowStep& step, int row, const StateSet& run) {
       if (run.log == log::kOpen) return {};
       next.log = log::kOpen;
       break;
+    case FlowOp::kOpenNoLog:
+      if (run.log == log::kOpen) return {};
+      next.log = log::kClosed;
+      break;
     case FlowOp::kWriteLog:
       if (run.log == log::kClosed) return {};
       next.log = log::kOpen;
@@ -47,6 +51,7 @@ bool MayRefuse(const FlowStep& step, const StateSet& run) {
     case FlowOp::kRepeat:
       return run.HasLevel(kDeepest) || run.HasLevel(StateSet::kHighestLevel);
     case FlowOp::kOpenLog:
+    case FlowOp::kOpenNoLog:
       return (run.log & log::kOpen) != 0;
     case FlowOp::kWriteLog:
       return run.log != log::kOpen;

@@ -17,6 +17,7 @@ enum class FlowOp : std::uint8_t {
   kGoTo,
   kStop,
   kOpenLog,
+  kOpenNoLog,  ///< $OPENLOG with an empty name, for which no log is ever opened
   kWriteLog,
   kCloseLog,
   kSplitParams,

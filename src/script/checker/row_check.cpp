@@ -81,6 +81,7 @@ class ArgumentCheck {
       CheckArgument();
       CheckRest();
     }
+    if (step_.op == FlowOp::kOpenLog && OpensNothing()) step_.op = FlowOp::kOpenNoLog;
     return {step_, std::string(parts_.argument)};
   }
 
@@ -106,6 +107,9 @@ class ArgumentCheck {
     return parts_.word->argument == ArgumentKind::kPosition ||
            parts_.word->argument == ArgumentKind::kWhichAnswers;
   }
+
+  // A row without a name is refused: it counts as one that opens a log.
+  bool OpensNothing() const { return parts_.has_argument && SpecialLine(parts_.line).Unquoted().empty(); }
 
   void CheckEmptyArgument() {
     if (parts_.word->argument == ArgumentKind::kLabel) return;

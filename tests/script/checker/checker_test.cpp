@@ -205,6 +205,13 @@ TEST(Checker, FindsASecondLog) {
             "Hinweis 4: Auf einem Weg hierher ist die Logdatei bereits geöffnet");
 }
 
+TEST(Checker, OpensNoLogWithoutAName) {
+  EXPECT_EQ(Check("$OPENLOG \"\"|$WRITELOG x"), "Fehler 2: Keine Logdatei geöffnet");
+  EXPECT_NE(Check("$OPENLOG  a|$WRITELOG x").find("Fehler 2: Keine Logdatei geöffnet"), std::string::npos);
+  EXPECT_EQ(Check("$OPENLOG \"\"|$OPENLOG a|$WRITELOG x"), "");
+  EXPECT_EQ(Check("$OPENLOG a|$OPENLOG \"\""), "Fehler 2: Logdatei bereits geöffnet");
+}
+
 TEST(Checker, StartsWithTheLogAsTheRunFindsIt) {
   const RunStart open = StartWithLog(LogAtStart::kOpen);
   EXPECT_EQ(Check("$WRITELOG x|$CLOSELOG|$OPENLOG a", open), "");

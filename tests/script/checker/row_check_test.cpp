@@ -124,7 +124,7 @@ TEST(RowCheck, FindsQuotesThatAreNotClosed) {
   EXPECT_EQ(Check("$OPENLOG a|$WRITELOG \"x"),
             "Hinweis 2: Das schließende Anführungszeichen fehlt, vom Text „\"x“ fällt das letzte Zeichen weg"
             " => $WRITELOG \"x\"");
-  EXPECT_EQ(Check("$OPENLOG \"|$WRITELOG \"x\"|$WRITELOG x\""),
+  EXPECT_EQ(Check("$OPENLOG \"|$OPENLOG a|$WRITELOG \"x\"|$WRITELOG x\""),
             "Hinweis 1: Das schließende Anführungszeichen fehlt, vom Text „\"“ fällt das letzte Zeichen weg"
             " => $OPENLOG \"\"");
 }
