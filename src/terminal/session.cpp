@@ -266,7 +266,8 @@ void Session::CompletePutBack() {
     before = base::FromDevice(put_back, device_state_.utf8);
   }
   if (before.empty() || terminator.empty() || !before.ends_with(terminator.back())) {
-    device_.ReadText(terminator, kTextAnswerLimit, answer_, buffer_);
+    const auto left = kTextAnswerLimit - static_cast<std::int32_t>(put_back.size());
+    device_.ReadText(terminator, left, answer_, buffer_);
     if (const device::DeviceError error = device_.LastError(); error.code < 0) {
       device_state_.put_back = std::move(put_back);
       return ShowFailure(error);

@@ -160,6 +160,7 @@ TEST_F(SessionBlocksTest, AnAnswerThatIsNotABlockIsComplete) {
   EXPECT_TRUE(session.GetAnswer());
   EXPECT_EQ(state.last_answer.text, "12.5");
   EXPECT_EQ(device_state.put_back, "");
+  EXPECT_EQ(device.CountCalls("ReadText \\r\\n 15999"), 1u);
 }
 
 TEST_F(SessionBlocksTest, AUtf8CharacterThatWasPutBackInPartIsDecodedAsOne) {
