@@ -4,7 +4,7 @@
 #include <cerrno>
 #include <system_error>
 
-#include "base/encoding.h"
+#include "device/sendable.h"
 #include "headless/line_input.h"
 #include "headless/texts.h"
 #include "script/checker/check_texts.h"
@@ -165,10 +165,7 @@ class CommandSender {
  private:
   // The device would receive a different command; as in a list, that ends the run.
   bool IsSendable(std::string_view command) {
-    // The port library ends a text at a NUL: the rest and the terminator would be missing.
-    const std::string_view character = command.find('\0') != command.npos
-                                           ? "<00>"
-                                           : base::UnsendableCharacter(command, terminal_.options().Utf8);
+    const std::string_view character = device::UnsendableCharacter(terminal_.device(), command);
     if (!character.empty()) terminal_.messages().ShowError(terminal::texts::NotSendable(character));
     refused_ = !character.empty();
     return !refused_;

@@ -78,6 +78,7 @@ class Terminal final : private terminal::ConnectionView, private terminal::Recei
   void EndLines();
 
   const CommandRunOptions& options() const { return options_; }
+  const device::DeviceState& device() const { return state_.device; }
   Messages& messages() { return messages_; }
   LinePane& pane() { return pane_; }
   terminal::LogControl& log() { return log_; }

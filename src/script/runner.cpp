@@ -4,6 +4,7 @@
 #include "base/runtime_error.h"
 #include "base/scope_exit.h"
 #include "base/text.h"
+#include "device/sendable.h"
 #include "script/special_line.h"
 #include "terminal/texts.h"
 
@@ -159,7 +160,7 @@ bool Runner::ExecuteLine() {
 
 // The device would receive another command: "MEAS:RES 5 Ω" would arrive as a query.
 [[gnu::hot]] bool Runner::SendLine() {
-  const std::string_view character = base::UnsendableCharacter(line_, links_.device.utf8);
+  const std::string_view character = device::UnsendableCharacter(links_.device, line_);
   if (character.empty()) {
     outcome_.exchange_failed |= links_.exchange.Run(line_, terminal::Sender::kList).Failed();
   } else {

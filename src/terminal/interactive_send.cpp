@@ -6,6 +6,7 @@
 #include "base/runtime_error.h"
 #include "base/scope_exit.h"
 #include "base/text.h"
+#include "device/sendable.h"
 #include "terminal/texts.h"
 
 namespace kolvane::terminal {
@@ -35,7 +36,7 @@ bool InteractiveSend::Send(std::string_view command) {
 
 void CommandLines::Send(std::string_view text, const std::function<void()>& between) {
   if (sending_) return;
-  if (const auto character = base::UnsendableCharacter(text, utf8_); !character.empty())
+  if (const auto character = device::UnsendableCharacter(device_, text); !character.empty())
     throw base::RuntimeError(base::RuntimeError::Kind::kInvalidArgument, texts::NotSendable(character));
   sending_ = true;
   const base::ScopeExit ended([this] { sending_ = false; });

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "device/device_state.h"
 #include "terminal/exchange.h"
 
 namespace kolvane::terminal {
@@ -70,12 +71,13 @@ class InteractiveSend {
 /// Sends the text of the command box; pasted text may hold several commands, one per line.
 class CommandLines {
  public:
-  /// While `utf8` is set, every character can be sent. Both must outlive this object.
-  CommandLines(InteractiveSend& interactive, const bool& utf8) : interactive_(interactive), utf8_(utf8) {}
+  /// `device` decides which characters can be sent. Both must outlive this object.
+  CommandLines(InteractiveSend& interactive, const device::DeviceState& device)
+      : interactive_(interactive), device_(device) {}
 
   /// Sends the lines of `text` one after the other, skipping empty ones. Between two lines it calls
   /// `between`, to serve events; calling Send from there does nothing. Stop(), or a command that is not sent,
-  /// ends it. Throws RuntimeError, before anything is sent, for a character not in Windows-1252, and what
+  /// ends it. Throws RuntimeError, before anything is sent, for a character that cannot be sent, and what
   /// InteractiveSend::Send throws.
   void Send(std::string_view text, const std::function<void()>& between);
 
@@ -85,7 +87,7 @@ class CommandLines {
 
  private:
   InteractiveSend& interactive_;
-  const bool& utf8_;
+  const device::DeviceState& device_;
   bool sending_ = false;
   bool stopped_ = false;
 };

@@ -67,7 +67,7 @@ MainWindow::MainWindow(WindowContext context)
       grid_target_(script_.grid(), script_.files(), context_.settings.command_list, prompt_, this),
       box_(area_->terminal_bar()->command()),
       interactive_(core_.exchange, script_.recorder(), box_),
-      lines_(interactive_, context_.slices.device.utf8),
+      lines_(interactive_, context_.slices.device),
       listener_(core_.device, context_.slices, core_.output, core_.connect, [this] { return IsBusy(); }),
       receive_(area_->terminal_bar(), context_.slices.terminal, core_.device, prompt_, this),
       help_(this, HelpFolders(), prompt_),

@@ -236,6 +236,19 @@ TEST_F(RunnerTest, ARowThatTheDeviceWouldMisunderstandIsAnError) {
   EXPECT_TRUE(core.runner.outcome().list_error);
 }
 
+TEST_F(RunnerTest, ANulIsAnErrorOnlyForThePortLibrary) {
+  using namespace std::string_view_literals;
+  Play("A|B\0C|D"sv);
+  EXPECT_EQ(Sent(), "A|B\0C|D"sv);
+  EXPECT_EQ(prompt.errors, Lines{});
+  device.calls.clear();
+  device_state.OperMode = device::operating_mode::kPortLibrary;
+  Play("A|B\0C|D"sv);
+  EXPECT_EQ(Sent(), "A");
+  EXPECT_EQ(prompt.errors,
+            Lines{"Fehler in Befehlsliste (Zeile 2): Das Zeichen „<00>“ kann nicht gesendet werden"});
+}
+
 TEST_F(RunnerTest, CommentsMayHoldAnyCharacter) {
   Play("' 5 Ω|A µ");
   EXPECT_EQ(Sent(), "A µ");

@@ -49,7 +49,7 @@ class CommandLinesTest : public testing::Test, protected SessionBench {
   NoBox box;
   Exchange exchange{session, waits, state.options, output, clock, ","};
   InteractiveSend interactive{exchange, recorder, box};
-  CommandLines lines{interactive, device_state.utf8};
+  CommandLines lines{interactive, device_state};
   std::function<void()> on_between_lines;
   int between_lines = 0;
 };
@@ -112,6 +112,12 @@ TEST_F(CommandLinesTest, ACharacterThatCannotBeSentIsReportedBeforeAnythingIsSen
   EXPECT_EQ(pane.text, "");
   Send("MEAS:RES 5 µ€ß?");
   EXPECT_EQ(Sent(), Lines{"MEAS:RES 5 µ€ß?"});
+}
+
+TEST_F(CommandLinesTest, ANulIsReportedForThePortLibrary) {
+  device_state.OperMode = device::operating_mode::kPortLibrary;
+  EXPECT_EQ(ErrorOf([this] { Send({"A?\nB\0C", 6}); }), "Das Zeichen „<00>“ kann nicht gesendet werden");
+  EXPECT_EQ(Sent(), Lines{});
 }
 
 }  // namespace

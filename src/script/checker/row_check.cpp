@@ -13,6 +13,7 @@
 #include "base/text.h"
 #include "script/checker/check_texts.h"
 #include "script/checker/row_words.h"
+#include "terminal/texts.h"
 
 namespace kolvane::script::checker {
 namespace {
@@ -247,6 +248,9 @@ RowMeaning CheckRow(int row, const RowParts& parts, std::vector<Finding>& findin
     return parts.word == nullptr ? CheckUnknown(row, parts, findings)
                                  : ArgumentCheck(row, parts, findings).Run();
   CheckTab(row, parts, findings);
+  // A host's device is sent it.
+  if (parts.IsExecutable() && parts.line.find('\0') != parts.line.npos)
+    findings.push_back({row, FindingKind::kHint, terminal::texts::NotSendable("<00>")});
   return {};
 }
 

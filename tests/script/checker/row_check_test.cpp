@@ -223,6 +223,11 @@ TEST(RowCheck, FindsCharactersOutsideTheCodePage) {
   EXPECT_EQ(Check("x \xC2\x81 y"), "");
 }
 
+TEST(RowCheck, FindsNulInCommands) {
+  using namespace std::string_view_literals;
+  EXPECT_EQ(Check("A|B\0C|' \0"sv), "Hinweis 2: Das Zeichen „<00>“ kann nicht gesendet werden");
+}
+
 TEST(RowCheck, FindsRowsOfAFileInUtf8) {
   const std::string why = "Hinweis 1: Die Zeile ist in UTF-8 gespeichert, Befehlsdateien sind Windows-1252";
   EXPECT_EQ(Check("' GrÃ¶ÃŸe"), why + " => ' Größe");
