@@ -95,6 +95,8 @@ class Shell {
   void Take(std::string_view line) {
     line = base::TrimSpaces(line);
     terminal_.Resume();
+    // An error, a $STOP or a list without its ends must not decide whether later rows are sent.
+    state_.script.interpreter.CloseBlocks();
     List list(terminal_, state_);
     if (!rows_.open() && WordOf(line) == "$RUN") {
       Play(list, WithoutQuotes(line.substr(std::string_view("$RUN").size())));

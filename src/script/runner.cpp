@@ -118,10 +118,7 @@ void Runner::Step() {
 
 void Runner::EndStepping() {
   stopped_before_ = 0;
-  InterpreterState& state = links_.state.interpreter;
-  state.IfDepth = 0;
-  state.RepeatLevel = 0;
-  state.SkipRows = false;
+  links_.state.interpreter.CloseBlocks();
   interpreter_.ForgetRunSettings();
   const int row = list_.current_row();
   list_.SetCurrentRow(row > kListRows ? 1 : row + 1);

@@ -21,6 +21,13 @@ struct InterpreterState {
   bool SkipRows = false;                            ///< the rows of a failed condition are skipped
   std::vector<std::string> ParamList;               ///< empty only before the first $SPLITPARAMS
   std::string ParamValue;                           ///< what $GETPARAM selected
+
+  /// Forgets the loops and conditions that are open.
+  void CloseBlocks() {
+    RepeatLevel = 0;
+    IfDepth = 0;
+    SkipRows = false;
+  }
 };
 
 /// What the buttons request of a run, and whether one is in progress.

@@ -157,6 +157,15 @@ TEST_F(ShellTest, ErrorsDoNotEndTheShell) {
   EXPECT_EQ(outcome.status, 4);
 }
 
+TEST_F(ShellTest, WhatIsLeftOpenDoesNotDecideAboutLaterRows) {
+  base::WriteBytes(folder.Path("open.CMD"), "$IFEQUAL x\r\nA\r\n");
+  EXPECT_EQ(Pipe("$RUN open.CMD\nB\n", Words()).out, "B\n");
+  EXPECT_EQ(Pipe("$ENDIF\n$IFEQUAL x\nA\n$ENDIF\nB\n", Words()).out, "B\n");
+  std::string errors;
+  for (int time = 0; time < 17; ++time) errors += "$REPEAT 1\n$NEIN\n$ENDREPEAT\n";
+  EXPECT_EQ(Pipe(errors + "$REPEAT 1\nA\n$ENDREPEAT\n", Words()).out, "A\nA\n");
+}
+
 TEST_F(ShellTest, SpacesBeforeRunAreIgnoredAsBeforeAnyRow) {
   base::WriteBytes(folder.Path("a.CMD"), "A\r\n");
   const Outcome outcome = Pipe("  $RUN a.CMD\n", Words());
