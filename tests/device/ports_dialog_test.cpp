@@ -2,13 +2,17 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
+#include <QDialogButtonBox>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTest>
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
 
 #include "base/fake_prompt.h"
+#include "base/scope_exit.h"
 #include "base/temp_folder.h"
 #include "fake_port_library.h"
 
@@ -64,6 +68,20 @@ TEST_F(PortsDialogTest, EmptyFieldsShowTheDefaultsAndWriteNothing) {
   Button("cmdOK")->click();
   EXPECT_EQ(dialog_->result(), QDialog::Accepted);
   EXPECT_EQ(File(), "");
+}
+
+TEST_F(PortsDialogTest, EnterInAFieldConfirmsOnEveryDesktop) {
+  const base::ScopeExit restore([] { qApp->setStyleSheet(QString()); });
+  // As on KDE, where "Prüfen" comes first.
+  qApp->setStyleSheet(
+      QStringLiteral("QDialogButtonBox { button-layout: %1 }").arg(QDialogButtonBox::KdeLayout));
+  for (const bool connected : {false, true}) {
+    Open(connected);
+    QTest::keyClick(Field("COM1_Node"), Qt::Key_Return);
+    EXPECT_EQ(dialog_->result(), QDialog::Accepted) << connected;
+    EXPECT_FALSE(dialog_->isVisible()) << connected;
+    EXPECT_EQ(Result(), "") << connected;
+  }
 }
 
 TEST_F(PortsDialogTest, EachFieldOffersThePortsOfItsKind) {

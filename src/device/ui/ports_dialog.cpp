@@ -88,7 +88,8 @@ PortsDialog::PortsDialog(const PortsDialogContext& context, QWidget* parent)
   for (const PortSetting& setting : loaded_) fields_.push_back(AddField(form, setting));
   result_->setTextFormat(Qt::PlainText);
   result_->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  auto* buttons = new QDialogButtonBox;
+  // With its parent from the start, so that the dialog learns which button is the default one.
+  auto* buttons = new QDialogButtonBox(this);
   auto* test = buttons->addButton(QStringLiteral("&Prüfen"), QDialogButtonBox::ActionRole);
   test->setObjectName(QStringLiteral("cmdTest"));
   test->setEnabled(!context.connected);
