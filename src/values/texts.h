@@ -84,11 +84,12 @@ inline std::string Grouped(std::size_t number) {
   for (std::size_t at = text.size(); at > 3; text.insert(at, 1, '.')) at -= 3;
   return text;
 }
+inline std::string Rows(std::size_t count) { return Grouped(count) + (count == 1 ? " Zeile" : " Zeilen"); }
 inline std::string RowsAndValues(std::size_t rows, std::size_t values) {
-  return Grouped(rows) + " Zeilen, " + Grouped(values) + " Messwerte";
+  return Rows(rows) + ", " + Grouped(values) + (values == 1 ? " Messwert" : " Messwerte");
 }
 inline std::string PausedAt(std::size_t rows, std::size_t more) {
-  return "Angehalten bei " + Grouped(rows) + " Zeilen, " + Grouped(more) + " weitere";
+  return "Angehalten bei " + Rows(rows) + ", " + Grouped(more) + " weitere";
 }
 inline std::string SelectedRows(std::size_t count) {
   return "Statistik: ausgewählte Zeilen (" + Grouped(count) + ')';

@@ -18,6 +18,7 @@
 
 #include "base/fake_prompt.h"
 #include "values/filled_store.h"
+#include "values/texts.h"
 
 namespace kolvane::values {
 namespace {
@@ -101,6 +102,8 @@ TEST_F(ValuesWindowTest, AcceptsInputBesideTheModalTerminal) {
 TEST_F(ValuesWindowTest, ShowsRowsAsTheyAreAdded) {
   Present();
   EXPECT_EQ(Text("ValuesStatus"), "0 Zeilen, 0 Messwerte");
+  EXPECT_EQ(texts::RowsAndValues(1, 1), "1 Zeile, 1 Messwert");
+  EXPECT_EQ(texts::PausedAt(1, 1), "Angehalten bei 1 Zeile, 1 weitere");
   Fill(1000);
   EXPECT_TRUE(QTest::qWaitFor([&] { return Rows() == 1000; }));
   EXPECT_EQ(Text("ValuesStatus"), "1.000 Zeilen, 2.000 Messwerte");
