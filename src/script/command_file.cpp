@@ -131,11 +131,12 @@ void CommandFileMenu::OpenFile(const std::string& name) {
 
 void CommandFileMenu::Save() {
   std::optional<std::string> name = list_.file_name();
-  if (name->empty()) name = dialogs_.AskSaveName({});
+  const bool unnamed = name->empty();
+  if (unnamed) name = dialogs_.AskSaveName({});
   if (!name) return;
   const bool lacks = ReportLostCharacters();
   if (!Succeeded(WriteCommandFile(list_, *name), prompt_)) return;
-  list_.MarkSaved();
+  list_.MarkSaved(unnamed ? *name : std::string());
   if (lacks) list_.MarkModified();
 }
 

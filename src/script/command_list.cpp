@@ -155,8 +155,9 @@ void CommandList::SetFileName(std::string name) {
   NotifyFile();
 }
 
-void CommandList::MarkSaved() {
+void CommandList::MarkSaved(std::string copy) {
   file_.left_out = 0;
+  file_.copy = std::move(copy);
   modified_ = false;
   done_.MarkModified();
   undone_.MarkModified();

@@ -37,6 +37,7 @@ inline constexpr Color kColon = 0x0000FF;  ///< with ":"; a label, which ends in
 struct ListFile {
   std::string name;          ///< as the user gave it; empty: none yet
   std::size_t left_out = 0;  ///< lines of the file beyond the last row
+  std::string copy = {};     ///< what a list without a name was last saved to
 };
 
 /// What an edit or a newly loaded list has replaced.
@@ -142,14 +143,16 @@ class CommandList {
   void SetCurrentRow(int row);
 
   const std::string& file_name() const { return file_.name; }
+  /// The file of the list, or what it was last saved to if it has no name.
+  const std::string& last_file() const { return file_.name.empty() ? file_.copy : file_.name; }
   std::size_t left_out() const { return file_.left_out; }
   bool modified() const { return modified_; }
   /// Incremented by each change of rows, file name or modified flag.
   std::uint64_t revision() const { return revision_; }
   /// Sets the name of a file that is still empty.
   void SetFileName(std::string name);
-  /// The file now holds what the list holds.
-  void MarkSaved();
+  /// The file now holds what the list holds; `copy` is the file of a list without a name.
+  void MarkSaved(std::string copy = {});
   /// No file holds what the list holds.
   void MarkModified();
 

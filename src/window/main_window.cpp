@@ -114,7 +114,7 @@ void MainWindow::BuildScript() {
   const auto show_file = [this] {
     area_->status_bars().ShowCommandList(script_.FileStatus(), script_.LinesLeftOut());
     ShowCaption();
-    recent_->Note(script_.grid()->list().file_name());
+    recent_->Note(script_.grid()->list().last_file());
   };
   connect(script_.grid(), &script::CommandGrid::FileShownAgain, this, show_file);
   connect(script_.grid(), &script::CommandGrid::Touched, this,

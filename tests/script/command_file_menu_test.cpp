@@ -82,9 +82,12 @@ TEST_F(CommandFileMenuTest, SavesANewListUnderANameForThisTimeOnly) {
   menu.Save();
   EXPECT_EQ(base::ReadBytes(file).size(), 1024 * 2 + 1u);
   EXPECT_EQ(Status(), "Befehlsliste: Unbenannt");
+  EXPECT_EQ(list.last_file(), file);
   EXPECT_FALSE(list.modified());
   menu.Save();
   EXPECT_EQ(dialogs.calls, (Calls{"save", "save", "save"}));
+  menu.New();
+  EXPECT_EQ(list.last_file(), "");
 }
 
 TEST_F(CommandFileMenuTest, SaveAsEmptiesTheFileAndTakesItsName) {

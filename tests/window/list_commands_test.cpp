@@ -41,6 +41,19 @@ class ListCommandsTest : public GridFixture {
   }
 };
 
+TEST_F(ListCommandsTest, ANewListThatWasSavedCanBeOpenedFromTheMenu) {
+  Fill({"eins"});
+  ChooseFile(folder_.Path("a.CMD"));
+  Press("mnuSaveCommandFile");
+  Press("mnuNewCommandFile");
+  EXPECT_EQ(Row(1), "");
+  const QList<QAction*> recent = Find<QMenu>("mnuRecent")->actions();
+  ASSERT_EQ(recent.size(), 1);
+  recent.front()->trigger();
+  QApplication::processEvents();
+  EXPECT_EQ(Row(1), "eins");
+}
+
 TEST_F(ListCommandsTest, NothingIsCheckedUntilRequested) {
   Fill({"$NIX", "$REPEAT 2", "A", "$ENDREPEAT"});
   EXPECT_FALSE(Findings()->isVisible());
