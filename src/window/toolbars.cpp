@@ -27,7 +27,7 @@ KeyToolbar::KeyToolbar(const char* name, const char* title, std::span<const Butt
     AddButton(row);
     if (row.ends_group) addSeparator();
   }
-  base::LabelExtension(this);
+  if (QToolButton* extension = base::LabelExtension(this)) extension->installEventFilter(this);
 }
 
 void KeyToolbar::AddButton(const ButtonRow& row) {
@@ -52,6 +52,9 @@ QList<QToolButton*> KeyToolbar::Stops() const {
   for (QToolButton* button : findChildren<QToolButton*>(QString(), Qt::FindDirectChildrenOnly)) {
     if (button->isEnabledTo(this) && button->isVisibleTo(this)) stops.append(button);
   }
+  // The extension, the only button without an action, is the bar's first child but stands at its end.
+  std::ranges::stable_partition(stops,
+                                [](const QToolButton* stop) { return stop->defaultAction() != nullptr; });
   return stops;
 }
 
@@ -79,13 +82,18 @@ QToolButton* KeyToolbar::EnabledFrom(const QAction* start) const {
   QList<QAction*> all = actions();
   const auto first = std::ranges::find(all, start);
   if (first != all.end()) std::rotate(all.begin(), first, all.end());
-  const auto enabled = std::ranges::find_if(
-      all, [](const QAction* action) { return action->isEnabled() && !action->isSeparator(); });
+  const auto enabled = std::ranges::find_if(all, [this](QAction* action) {
+    if (!action->isEnabled() || action->isSeparator()) return false;
+    return !isVisible() || widgetForAction(action)->isVisibleTo(this);
+  });
   return enabled == all.end() ? nullptr : qobject_cast<QToolButton*>(widgetForAction(*enabled));
 }
 
 bool KeyToolbar::eventFilter(QObject* target, QEvent* event) {
   auto* button = qobject_cast<QToolButton*>(target);
+  // A stop that no longer fits into the bar, or an extension that is no longer needed.
+  if (button != nullptr && button == tab_stop_ && event->type() == QEvent::HideToParent)
+    SetTabStop(EnabledFrom(button->defaultAction()));
   if (button == nullptr || event->type() != QEvent::KeyPress) return QToolBar::eventFilter(target, event);
   const auto& key = *static_cast<QKeyEvent*>(event);
   if (base::IsEnter(key)) {

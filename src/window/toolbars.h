@@ -35,7 +35,8 @@ class KeyToolbar : public QToolBar {
   void AddButton(const ButtonRow& row);
   /// The buttons that can get the focus, in order.
   QList<QToolButton*> Stops() const;
-  /// The first enabled button from `start` on, or from the first one, wrapping around.
+  /// The first enabled button from `start` on, or from the first one, wrapping around; in a visible bar only
+  /// one that fits into it.
   QToolButton* EnabledFrom(const QAction* start) const;
   void SetTabStop(QToolButton* button);
   bool MoveByKey(QToolButton* from, int key);

@@ -29,6 +29,10 @@ class KeyToolbarTest : public GridFixture {
     return button == nullptr || button->defaultAction() == nullptr ? QString()
                                                                    : button->defaultAction()->objectName();
   }
+  /// The arrow behind which the list's bar hides what does not fit.
+  QToolButton* Extension() {
+    return Find<QToolBar>("Toolbar3")->findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"));
+  }
   /// The Tab order, from the command line on: names of widgets, keys of buttons.
   QStringList TabOrder() {
     QStringList order;
@@ -116,6 +120,50 @@ TEST_F(KeyToolbarTest, EnterAndTheSpaceBarPress) {
   EXPECT_EQ(script_.record.tag, 0);
 }
 
+TEST_F(KeyToolbarTest, TheArrowOfHiddenButtonsIsTheLastStop) {
+  window_.resize(700, 430);
+  QApplication::processEvents();
+  QToolButton* more = Extension();
+  ASSERT_TRUE(more->isVisible());
+  ButtonOf("TB_PLAY")->setFocus();
+  PressKey(ButtonOf("TB_PLAY"), Qt::Key_Up);
+  EXPECT_EQ(Focused(), "TB_PLAY");
+  PressKey(ButtonOf("TB_PLAY"), Qt::Key_End);
+  ASSERT_EQ(QApplication::focusWidget(), more);
+  bool opened = false;
+  QTimer::singleShot(0, &window_, [&opened] {
+    QWidget* menu = QApplication::activePopupWidget();
+    opened = menu != nullptr && menu->close();
+  });
+  PressKey(more, Qt::Key_Return);
+  EXPECT_TRUE(opened);
+  PressKey(more, Qt::Key_Up);
+  const auto* stop = qobject_cast<QToolButton*>(window_.focusWidget());
+  ASSERT_NE(stop, nullptr);
+  EXPECT_EQ(stop->parentWidget(), Find<QToolBar>("Toolbar3"));
+  EXPECT_NE(stop, more);
+  for (QAction* action : Find<QToolBar>("Toolbar3")->actions()) {
+    const QWidget* button = Find<QToolBar>("Toolbar3")->widgetForAction(action);
+    EXPECT_LE(button->isVisible() ? button->y() : 0, stop->y()) << action->text().toStdString();
+  }
+}
+
+TEST_F(KeyToolbarTest, ABarStaysInTheTabOrderWhenItsStopIsHidden) {
+  const auto stop_of_list_bar = [this] { return TabOrder().back(); };
+  ButtonOf("TB_SPECIALCOMMANDS")->setFocus();
+  PressKey(ButtonOf("TB_SPECIALCOMMANDS"), Qt::Key_End);
+  ASSERT_EQ(stop_of_list_bar(), "TB_SPECIALCOMMANDS");
+  window_.resize(700, 430);
+  QApplication::processEvents();
+  EXPECT_EQ(stop_of_list_bar(), "TB_PLAY");
+  ButtonOf("TB_PLAY")->setFocus();
+  PressKey(ButtonOf("TB_PLAY"), Qt::Key_End);
+  ASSERT_EQ(QApplication::focusWidget(), Extension());
+  window_.resize(1160, 740);
+  QApplication::processEvents();
+  EXPECT_EQ(stop_of_list_bar(), "TB_PLAY");
+}
+
 TEST_F(KeyToolbarTest, EachCommandOfTheListHasItsOwnKey) {
   // Ctrl+X, C and V are keys of the grid itself.
   const std::pair<const char*, QKeySequence> keys[] = {{"TB_PLAY", Qt::Key_F5},
@@ -192,7 +240,7 @@ TEST_F(KeyToolbarTest, WhatIsHiddenIsBehindAnArrowThatCanBeSeenOnADarkBar) {
   QApplication::setPalette(dark);
   window_.resize(700, 430);
   QApplication::processEvents();
-  auto* more = Find<QToolBar>("Toolbar3")->findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"));
+  QToolButton* more = Extension();
   ASSERT_TRUE(more->isVisible());
   EXPECT_EQ(more->accessibleName(), QStringLiteral("Weitere Schaltflächen"));
   const QImage image = more->grab().toImage();

@@ -12,9 +12,9 @@ void OnClick(QAbstractButton* button, std::function<void()> command) {
   });
 }
 
-void LabelExtension(QToolBar* bar) {
+QToolButton* LabelExtension(QToolBar* bar) {
   auto* button = bar->findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"));
-  if (button == nullptr) return;
+  if (button == nullptr) return nullptr;
   const auto point = [button](Qt::Orientation orientation) {
     button->setArrowType(orientation == Qt::Vertical ? Qt::DownArrow : Qt::RightArrow);
   };
@@ -22,6 +22,7 @@ void LabelExtension(QToolBar* bar) {
   point(bar->orientation());
   button->setToolTip(QStringLiteral("Weitere Schaltflächen"));
   button->setAccessibleName(button->toolTip());
+  return button;
 }
 
 }  // namespace kolvane::base

@@ -4,6 +4,7 @@
 #include <functional>
 
 class QToolBar;
+class QToolButton;
 
 namespace kolvane::base {
 
@@ -12,7 +13,7 @@ namespace kolvane::base {
 void OnClick(QAbstractButton* button, std::function<void()> command);
 
 /// Gives the button behind which `bar` hides what does not fit a name, and an arrow in the colour of texts:
-/// Qt's own is black, on dark desktops, too.
-void LabelExtension(QToolBar* bar);
+/// Qt's own is black, on dark desktops, too. Returns the button.
+QToolButton* LabelExtension(QToolBar* bar);
 
 }  // namespace kolvane::base
