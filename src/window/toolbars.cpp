@@ -206,6 +206,8 @@ void ScriptToolbar::FitInto(int height) {
   setIconSize(height >= RunControlHeight(kSmall) ? kSmall : kSmallestIcon);
 }
 
+int ScriptToolbar::SmallestHeight() const { return RunControlHeight(kSmallestIcon); }
+
 int ScriptToolbar::RunControlHeight(QSize icons) const {
   const int padding = widgetForAction(Button("TB_STOP"))->sizeHint().height() - iconSize().height();
   const QMargins margins = layout()->contentsMargins();

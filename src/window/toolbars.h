@@ -60,6 +60,8 @@ class ScriptToolbar final : public KeyToolbar {
   /// Makes the buttons small if not all fit into `height`, so that the run controls stay visible in the
   /// smallest window.
   void FitInto(int height);
+  /// With the run controls alone, made as small as they get.
+  int SmallestHeight() const;
   /// Play, single step, break and stop.
   QList<QAction*> RunControls() const;
 

@@ -35,13 +35,6 @@ namespace {
 constexpr int kLeft = 6;
 constexpr int kTop = 6;
 constexpr QSize kSmallest(300, 320);
-// The find bar leaves pane and list at least this height, or covers what is below them.
-constexpr int kSmallestSplit = 60;
-
-bool LeavesRoom(const WindowLayout& layout) {
-  return layout.applies && layout.split_height >= kSmallestSplit;
-}
-
 }  // namespace
 
 WindowArea::WindowArea(QWidget* parent)
@@ -79,7 +72,10 @@ void WindowArea::LayOutParts() {
                     .status2_height = second->sizeHint().height(),
                     .command_left = kLeft,
                     .send_width = terminal_bar_->send()->sizeHint().width()};
-  const bool covers = find_height > 0 && !LeavesRoom(LayOut(input));
+  // The find bar leaves the run controls their height, or covers what is below pane and list.
+  const WindowLayout above = LayOut(input);
+  const bool leaves_room = above.applies && above.split_height >= script_bar_->SmallestHeight();
+  const bool covers = find_height > 0 && !leaves_room;
   if (covers) input.inner_height = height();
   if (!LayOut(input).applies) return;
   // Its width depends on the height that it gets.

@@ -229,6 +229,21 @@ TEST_F(KeyToolbarTest, StopAndBreakStayInViewInTheSmallestWindow) {
   EXPECT_EQ(Find<QToolBar>("Toolbar3")->iconSize(), QSize(22, 22));
 }
 
+TEST_F(KeyToolbarTest, StopStaysInViewBesideTheFindBar) {
+  const QFont usual = QApplication::font();
+  const base::ScopeExit restore([&usual] { QApplication::setFont(usual); });
+  QFont large = usual;
+  large.setPointSize(14);
+  QApplication::setFont(large);
+  for (int height = 380; height < 600; height += 10) {
+    window_.resize(700, height);
+    Press("mnuFind");
+    QApplication::processEvents();
+    const QToolButton* stop = ButtonOf("TB_STOP");
+    EXPECT_TRUE(stop->isVisible() && Find<QToolBar>("Toolbar3")->rect().contains(stop->geometry())) << height;
+  }
+}
+
 TEST_F(KeyToolbarTest, WhatIsHiddenIsBehindAnArrowThatCanBeSeenOnADarkBar) {
   const QPalette usual = QApplication::palette();
   const base::ScopeExit restore([&usual] { QApplication::setPalette(usual); });
