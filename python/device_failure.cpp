@@ -45,7 +45,7 @@ void DeviceFailure::Log(const char* operation) const {
            py::arg("exc_info") = py::make_tuple(exception_.type(), exception_.value(), traceback));
 }
 
-void LogMismatch(const char* operation, const RuntimeError& error) {
+void LogMismatch(const char* operation, const std::exception& error) {
   const py::gil_scoped_acquire lock;
   LogError("%s failed: %s", operation, ToStr(error.what()));
 }

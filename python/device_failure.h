@@ -2,10 +2,9 @@
 
 #include <pybind11/pybind11.h>
 
+#include <exception>
 #include <stdexcept>
 #include <utility>
-
-#include "kolvane/RuntimeError.h"
 
 namespace kolvane::python {
 
@@ -25,7 +24,7 @@ class DeviceFailure : public std::runtime_error {
   pybind11::error_already_set exception_;
 };
 
-/// Logs a result that cannot be converted.
-void LogMismatch(const char* operation, const RuntimeError& error);
+/// Logs a result that cannot be converted or has another form.
+void LogMismatch(const char* operation, const std::exception& error);
 
 }  // namespace kolvane::python

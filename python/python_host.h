@@ -39,7 +39,7 @@ class LateBound {
     } catch (const DeviceFailure& failure) {
       failure.Log(operation);
       throw;
-    } catch (const RuntimeError& error) {
+    } catch (const std::exception& error) {
       LogMismatch(operation, error);
       throw;
     }

@@ -130,6 +130,19 @@ class DuringTheSession(TerminalCase):
             self.use(device, 1, script)
         self.assertEqual(log.output, ["ERROR:kolvane:FlushInQ failed: Typen unverträglich"])
 
+    def test_a_result_of_another_form_goes_to_the_log(self):
+        device = Single()
+        text = "Read must return a tuple of two values"
+
+        def script():
+            device.Read = lambda *arguments: "12.5"
+            type_command("MSV?")
+            self.assertEqual(pane_text().split("\n")[-1], text)
+
+        with self.assertLogs("kolvane", "ERROR") as log:
+            self.use(device, 1, script)
+        self.assertEqual(log.output, ["ERROR:kolvane:Read failed: " + text])
+
     def test_a_log_that_fails_changes_nothing(self):
         class Broken(logging.Filter):
             def filter(self, record):
