@@ -1,6 +1,7 @@
 #include "window/help_commands.h"
 
 #include <QMenu>
+#include <QMenuBar>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
@@ -163,6 +164,20 @@ TEST_F(Help, F1InAMenuOpensThePageOfTheActiveItemAndClosesTheMenu) {
   PressF1(menu);
   EXPECT_FALSE(menu->isVisible());
   EXPECT_EQ(Page(), PageOf(122));
+}
+
+TEST_F(Help, AfterF1InAMenuOpenedByKeyboardTheFocusIsWhereItWas) {
+  window_.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
+  Pane()->setFocus();
+  QTest::keyClick(Pane(), Qt::Key_V, Qt::AltModifier);
+  QWidget* menu = QApplication::activePopupWidget();
+  ASSERT_EQ(menu, Find<QMenu>("mnuCon"));
+  ASSERT_EQ(window_.focusWidget(), window_.menuBar());
+  PressF1(menu);
+  EXPECT_TRUE(IsOpen());
+  Viewer()->close();
+  EXPECT_EQ(window_.focusWidget(), Pane());
 }
 
 TEST_F(Help, F1InAMenuWithoutAnActiveItemOpensThePageOfTheMenu) {

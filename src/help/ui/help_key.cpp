@@ -41,6 +41,11 @@ void ClosePopups() {
   while (QWidget* popup = QApplication::activePopupWidget()) {
     if (!popup->close()) return;
   }
+  // A menu bar used by keyboard returns the focus while its window is still the active one, or never.
+  QWidget* focused = QApplication::focusWidget();
+  if (qobject_cast<QMenuBar*>(focused) == nullptr) return;
+  QKeyEvent leave(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+  QApplication::sendEvent(focused, &leave);
 }
 
 }  // namespace
