@@ -151,6 +151,20 @@ TEST_F(Help, F1OpensThePageOfWhatHasTheFocus) {
   EXPECT_EQ(Page(), PageOf(210));
 }
 
+TEST_F(Help, F1InAListOfCompletionsOpensThePageOfItsField) {
+  auto* grid = Find<QAbstractItemView>("CommandScript");
+  PressF1(grid);
+  const std::string page = Page();
+  Viewer()->close();
+  grid->edit(grid->model()->index(0, 1));
+  QTest::keyClicks(grid->findChild<QLineEdit*>(), QStringLiteral("$RE"));
+  QWidget* completions = QApplication::activePopupWidget();
+  ASSERT_NE(completions, nullptr);
+  PressF1(completions);
+  EXPECT_EQ(Page(), page);
+  EXPECT_FALSE(completions->isVisible());
+}
+
 TEST_F(Help, F1OnAToolbarButtonOpensThePageOfThatButton) {
   auto* bar = Find<QToolBar>("Toolbar1");
   PressF1(bar->widgetForAction(Find<QAction>("TB_CONNECT")));

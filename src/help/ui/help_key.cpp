@@ -73,6 +73,9 @@ bool HelpKey::IsOfTerminal(const QWidget* widget) const {
 bool HelpKey::eventFilter(QObject* target, QEvent* event) {
   if (!IsHelpKey(event)) return false;
   const auto* widget = qobject_cast<const QWidget*>(target);
+  // A list of completions has no parent, only the field that it completes.
+  if (widget != nullptr && widget->isWindow() && widget->focusProxy() != nullptr)
+    widget = widget->focusProxy();
   if (widget == nullptr || !IsOfTerminal(widget)) return false;
   if (event->type() == QEvent::ShortcutOverride) {
     // So that the key arrives, even if the host has made it a shortcut.
