@@ -2,6 +2,7 @@
 #include <QAbstractButton>
 #include <QFile>
 #include <QFileSystemWatcher>
+#include <QHeaderView>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTableWidget>
@@ -142,6 +143,25 @@ TEST_F(InspectToolsTest, TheValuePanelHasRoomForItsLongestNumbers) {
         EXPECT_LE(panel->sizeHintForIndex(cell).width(), panel->columnWidth(column)) << row << ' ' << column;
       }
     }
+  }
+}
+
+TEST_F(InspectToolsTest, CaptionsOfANarrowValuePanelShowTheirStart) {
+  Open("AB");
+  auto* panel = Find<QTableWidget>("ValuePanel");
+  auto* header = panel->horizontalHeader();
+  const int caption_width = header->fontMetrics().horizontalAdvance(panel->horizontalHeaderItem(2)->text());
+  panel->resize(panel->columnWidth(0) + 3 * caption_width / 2, panel->height());
+  for (int column = 1; column < panel->columnCount(); ++column) {
+    const QString caption = panel->horizontalHeaderItem(column)->text();
+    EXPECT_EQ(panel->horizontalHeaderItem(column)->toolTip(), caption);
+    ASSERT_LT(header->sectionSize(column), header->fontMetrics().horizontalAdvance(caption));
+    const auto start = [header, column, panel](const QString& text) {
+      panel->horizontalHeaderItem(column)->setText(text);
+      const int left = header->sectionViewportPosition(column);
+      return header->grab(QRect(left, 0, header->sectionSize(column) / 2, header->height())).toImage();
+    };
+    EXPECT_EQ(start(caption), start(caption.left(caption.size() - 1)));
   }
 }
 

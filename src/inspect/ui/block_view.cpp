@@ -77,10 +77,14 @@ ValuePanel::ValuePanel(std::string decimal_sign, QWidget* parent)
   setColumnCount(kValueColumns);
   setHorizontalHeaderLabels(
       {base::ToQt(texts::kType), base::ToQt(texts::kLittleEndian), base::ToQt(texts::kBigEndian)});
+  for (int column = 0; column < kValueColumns; ++column)
+    horizontalHeaderItem(column)->setToolTip(horizontalHeaderItem(column)->text());
   verticalHeader()->hide();
   verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kRowMargin);
   horizontalHeader()->setHighlightSections(false);
   horizontalHeader()->setTextElideMode(Qt::ElideRight);
+  // Qt elides to the width of the whole header; what still does not fit is cut at the end, not at both ends.
+  horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
   horizontalHeader()->setSectionResizeMode(0, QHeaderView::Interactive);
   setColumnWidth(0, fontMetrics().horizontalAdvance(base::ToQt(texts::kUnsigned16)) + kCellMargin);
