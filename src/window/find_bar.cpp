@@ -121,6 +121,8 @@ void FindBar::Open(pane::FindTarget* target, const QString& caption) {
     target_ = target;
     connect(target, &pane::FindTarget::StateChanged, this, &FindBar::ShowState);
   }
+  QWidget* focused = window()->focusWidget();
+  if (!isAncestorOf(focused)) focused_before_ = focused;
   label_->setText(caption);
   for (QWidget* part : replacing_) part->setVisible(target->Replaces());
   ShowReplaceable();
@@ -138,6 +140,7 @@ void FindBar::Close() {
   target_->disconnect(this);
   target_->Search(nullptr);
   QWidget* back = target_->Widget();
+  if (focused_before_ != nullptr && focused_before_->isEnabled()) back = focused_before_;
   target_.clear();
   ShowReplaceable();
   hide();

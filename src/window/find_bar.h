@@ -24,7 +24,7 @@ class FindBar final : public QWidget {
   void Open(pane::FindTarget* target, const QString& caption);
   bool IsOpen() const { return target_ != nullptr; }
   pane::FindTarget* target() const { return target_; }
-  /// Ends the search; the searched widget gets the keyboard focus.
+  /// Ends the search; the keyboard focus returns to where it was before.
   void Close();
   void GoToNext();
   void GoToPrevious();
@@ -50,6 +50,7 @@ class FindBar final : public QWidget {
   void ReplaceAll();
 
   QPointer<pane::FindTarget> target_;
+  QPointer<QWidget> focused_before_;
   QLabel* label_;
   QLineEdit* text_;
   QCheckBox* match_case_;

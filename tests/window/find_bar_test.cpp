@@ -144,6 +144,15 @@ TEST_F(FindBarTest, EscClosesAndReturnsTheFocus) {
   OpenIn(Grid());
   QTest::keyClick(Text(), Qt::Key_Escape);
   EXPECT_EQ(window_.focusWidget(), Grid());
+  auto* command = Find<QComboBox>("cmbCommand");
+  OpenIn(command);
+  OpenIn(Text());
+  QTest::keyClick(Text(), Qt::Key_Escape);
+  EXPECT_EQ(window_.focusWidget(), command);
+  OpenIn(command);
+  command->setEnabled(false);
+  QTest::keyClick(Text(), Qt::Key_Escape);
+  EXPECT_EQ(window_.focusWidget(), Pane());
 }
 
 TEST_F(FindBarTest, AButtonPressedJustBeforeItWasClosedDoesNothing) {
