@@ -81,6 +81,9 @@ TEST_F(ListCommandsTest, TheCheckMarksRowsAndListsWhatItFinds) {
   EXPECT_TRUE(Findings()->isVisible());
   EXPECT_EQ(Shown(), QStringList({"2 Fehler", "3 Hinweis", "5 Hinweis"}));
   EXPECT_EQ(Findings()->columnCount(), 3);
+  const QTreeWidgetItem* header = Findings()->headerItem();
+  EXPECT_EQ(header->text(2), QStringLiteral("Meldung (Fehler: 1, Hinweise: 2)"));
+  EXPECT_EQ(header->toolTip(2), header->text(2)) << "a narrow list cuts it";
   EXPECT_EQ(CurrentRow(), 2) << "the first finding";
   EXPECT_EQ(Finding(1), 0);
   EXPECT_EQ(Finding(2), 2);

@@ -58,6 +58,7 @@ void FindingsList::Show(const std::vector<checker::Finding>& findings) {
   const int chosen = currentItem() == nullptr ? 0 : currentItem()->data(kRow, Qt::DisplayRole).toInt();
   clear();
   setHeaderLabels({QStringLiteral("Zeile"), QStringLiteral("Art"), Counted(findings)});
+  headerItem()->setToolTip(kText, headerItem()->text(kText));
   FitColumns({kRow, kKind});
   for (const checker::Finding& finding : findings) {
     auto* item = new QTreeWidgetItem(this);
