@@ -84,6 +84,19 @@ TEST_F(PortsDialogTest, EnterInAFieldConfirmsOnEveryDesktop) {
   }
 }
 
+TEST_F(PortsDialogTest, TabGoesThroughTheFieldsToTheButtons) {
+  Open();
+  dialog_->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(dialog_.get()));
+  EXPECT_EQ(dialog_->focusWidget(), Field("COM1_Node"));
+  for (const char* next : {"COM1_Baud", "COM2_Node", "COM2_Baud", "LPT1_Node", "LPT2_Node", "GPIB_Board"}) {
+    QTest::keyClick(dialog_->focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(dialog_->focusWidget(), Field(next));
+  }
+  QTest::keyClick(dialog_->focusWidget(), Qt::Key_Tab);
+  EXPECT_NE(qobject_cast<QPushButton*>(dialog_->focusWidget()), nullptr);
+}
+
 TEST_F(PortsDialogTest, EachFieldOffersThePortsOfItsKind) {
   using Kind = AttachedPort::Kind;
   PortsDialogContext context{source_, prompt_};

@@ -84,12 +84,16 @@ PortsDialog::PortsDialog(const PortsDialogContext& context, QWidget* parent)
     : QDialog(parent), context_(context), loaded_(LoadPortSettings()), result_(new QLabel) {
   setObjectName(QStringLiteral("PortsDialog"));
   setWindowTitle(QStringLiteral("Schnittstellen zuordnen"));
+  auto* layout = new QVBoxLayout(this);
   auto* form = new QFormLayout;
+  layout->addLayout(form);
   for (const PortSetting& setting : loaded_) fields_.push_back(AddField(form, setting));
   result_->setTextFormat(Qt::PlainText);
   result_->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  // With its parent from the start, so that the dialog learns which button is the default one.
-  auto* buttons = new QDialogButtonBox(this);
+  layout->addWidget(result_);
+  // In the dialog before it has buttons, so that the dialog learns which one is the default.
+  auto* buttons = new QDialogButtonBox;
+  layout->addWidget(buttons);
   auto* test = buttons->addButton(QStringLiteral("&Prüfen"), QDialogButtonBox::ActionRole);
   test->setObjectName(QStringLiteral("cmdTest"));
   test->setEnabled(!context.connected);
@@ -102,10 +106,6 @@ PortsDialog::PortsDialog(const PortsDialogContext& context, QWidget* parent)
   base::OnClick(test, [this] { Test(); });
   connect(buttons, &QDialogButtonBox::accepted, this, &PortsDialog::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &PortsDialog::reject);
-  auto* layout = new QVBoxLayout(this);
-  layout->addLayout(form);
-  layout->addWidget(result_);
-  layout->addWidget(buttons);
 }
 
 QComboBox* PortsDialog::AddField(QFormLayout* form, const PortSetting& setting) {
