@@ -177,12 +177,15 @@ TEST_F(PaneMouse, AThirdClickSelectsTheLine) {
 
 TEST_F(PaneMouse, DraggingScrollsFromTheFirstPixelOutside) {
   AppendLines(30);
-  bar().setValue(0);
-  Press(LeftOf(1));
+  bar().setValue(3);
+  Press(QPoint(5, 5));
+  Drag(QPoint(5, 0));
   Drag(QPoint(5, pane_.viewport()->height() - 1));
-  EXPECT_EQ(bar().value(), 0);
+  EXPECT_EQ(bar().value(), 3);
   Drag(QPoint(5, pane_.viewport()->height()));
-  EXPECT_EQ(bar().value(), 1);
+  EXPECT_EQ(bar().value(), 4);
+  Drag(QPoint(5, -1));
+  EXPECT_EQ(bar().value(), 3);
   Release(QPoint(5, 0));
 }
 
