@@ -34,7 +34,7 @@ QString CaptionWithoutPlaceholder(const QWidget& window) {
 
 void StatusPanel::paintEvent(QPaintEvent* event) {
   const QRect area = contentsRect().adjusted(indent(), 0, -indent(), 0);
-  const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, area.width());
+  const QString shown = fontMetrics().elidedText(text(), elide_, area.width());
   // A selection refers to the whole text.
   if (shown == text() || hasSelectedText()) return QLabel::paintEvent(event);
   QPainter painter(this);
@@ -53,7 +53,7 @@ QStatusBar* MakeBar(QWidget* parent, const char* name) {
   return bar;
 }
 
-QLabel* AddPanel(QStatusBar* bar, const char* name, const char* accessible_name) {
+StatusPanel* AddPanel(QStatusBar* bar, const char* name, const char* accessible_name) {
   auto* panel = new StatusPanel(bar);
   panel->setObjectName(QLatin1String(name));
   panel->setAccessibleName(base::ToQt(accessible_name));
@@ -81,6 +81,8 @@ StatusBars::StatusBars(QWidget* parent)
       log_file_(AddPanel(second_, "StatusBar2_1", "Logdatei")),
       command_list_(AddPanel(second_, "StatusBar2_2", "Befehlsliste")),
       left_out_(AddPanel(second_, "StatusBar2_3", "Nicht geladen")) {
+  // What is waited for comes first.
+  state_->ElideEnd();
   // It is short, and never cut: unlike an indent, margins at both ends are part of its size hint.
   left_out_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
   left_out_->setIndent(0);

@@ -18,13 +18,17 @@ QString Caption(std::string_view command_file, std::string_view connection, bool
 QString CaptionWithoutPlaceholder(const QWidget& window);
 
 /// A panel of a status bar. A text that is too long is shown without its middle, so that a path's file name
-/// is visible; the text itself, the tool tip and a selection stay whole.
+/// is visible, or without its end; the text itself, the tool tip and a selection stay whole.
 class StatusPanel final : public QLabel {
  public:
   using QLabel::QLabel;
+  void ElideEnd() { elide_ = Qt::ElideRight; }
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+
+ private:
+  Qt::TextElideMode elide_ = Qt::ElideMiddle;
 };
 
 /// The two status bars: connection and state in the first; log file and command list in the second.
@@ -46,7 +50,7 @@ class StatusBars : public terminal::StateView {
   QStatusBar* first_;
   QStatusBar* second_;
   QLabel* connection_;
-  QLabel* state_;
+  StatusPanel* state_;
   QLabel* log_file_;
   QLabel* command_list_;
   QLabel* left_out_;

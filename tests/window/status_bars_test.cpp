@@ -34,6 +34,18 @@ TEST_F(StatusBarsTest, TheFileNameOfALongPathIsVisible) {
   EXPECT_EQ(Picture(folders_ + folders_ + "eins.LOG"), Picture(folders_ + "y" + folders_ + "eins.LOG"));
 }
 
+TEST_F(StatusBarsTest, TheStartOfALongStateIsVisible) {
+  bars_.first()->resize(600, 24);
+  bars_.first()->show();
+  const auto picture = [this](const std::string& text) {
+    bars_.ShowState(terminal::StateKind::kWait, text);
+    return bars_.first()->findChild<QLabel*>(QStringLiteral("StatusBar1_2"))->grab().toImage();
+  };
+  const std::string tail(200, 'x');
+  EXPECT_NE(picture("wartet auf Antwort (2,1 s" + tail), picture("wartet auf Antwort (2,2 s" + tail));
+  EXPECT_EQ(picture("wartet" + tail + "a"), picture("wartet" + tail + "b"));
+}
+
 TEST_F(StatusBarsTest, TheTextOfALongPathStaysComplete) {
   bars_.ShowLogFile(folders_ + "eins.LOG");
   EXPECT_EQ(Panel()->text().toStdString(), folders_ + "eins.LOG");
