@@ -13,7 +13,7 @@ struct ItemRow {
   const char* name;
   const char* caption;
   const char* shortcut = nullptr;
-  bool while_running = false;  // also enabled while a list runs
+  bool while_running = false;  // also enabled while a list runs, and carried out while the window waits
   bool ends_group = false;
 };
 
@@ -77,7 +77,8 @@ QAction* ExtrasMenu::On(const char* name, std::function<void()> event) {
   const int row = RowOf(name);
   QAction* item = MakeItem(row, menu_);
   Insert(row, item);
-  prompt_.OnTrigger(item, std::move(event));
+  prompt_.OnTrigger(item, std::move(event),
+                    kItems[row].while_running ? MessagePrompt::While::kAlways : MessagePrompt::While::kIdle);
   return item;
 }
 

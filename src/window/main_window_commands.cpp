@@ -171,8 +171,11 @@ void MainWindow::ConnectWaiting() {
   prompt_.OnTrigger(
       stopping.front(), [this] { lines_.Stop(); }, MessagePrompt::While::kAlways);
   const auto is_running = [this] { return script_.IsRunning() || lines_.IsSending(); };
+  QList<QAction*> anytime = {menus_.Item("mnuCopy"), menus_.Item("mnuSelectAll"), bar->Button("TB_COPY")};
+  for (const char* name : {"mnuFind", "mnuFindNext", "mnuFindPrevious"}) anytime.append(extras_.Item(name));
   wait_.SetControls({.readable = {pane_, script_.grid()},
-                     .copying = {menus_.Item("mnuCopy"), menus_.Item("mnuSelectAll"), bar->Button("TB_COPY")},
+                     .usable = {area_->find_bar()},
+                     .anytime = anytime,
                      .stopping = stopping,
                      .stop_buttons = buttons,
                      .can_stop = is_running});

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "base/scope_exit.h"
+#include "pane/ui/output_pane.h"
 #include "terminal/texts.h"
 
 namespace kolvane::window {
@@ -47,7 +48,8 @@ constexpr QKeySequence::StandardKey kReadingKeys[] = {
 };
 
 bool IsReadingKey(const QKeyEvent& event) {
-  return std::ranges::any_of(kReadingKeys, [&](auto key) { return event.matches(key); });
+  return pane::ZoomOf(event) ||
+         std::ranges::any_of(kReadingKeys, [&](auto key) { return event.matches(key); });
 }
 
 bool IsInput(QEvent::Type type) {
@@ -146,7 +148,7 @@ bool WaitView::IsDropped(QObject* target, QEvent* event) {
   if (event->type() == QEvent::Shortcut) return IsShortcutDropped(*target);
   const auto* widget = qobject_cast<QWidget*>(target);
   if (widget == nullptr) return true;
-  if (IsBeside(widget)) return IsDroppedBeside(*widget, *event);
+  if (IsUsable(widget)) return IsDroppedInUsable(*widget, *event);
   switch (event->type()) {
     case QEvent::KeyPress:
     case QEvent::KeyRelease:
@@ -163,14 +165,15 @@ bool WaitView::IsDropped(QObject* target, QEvent* event) {
   }
 }
 
-bool WaitView::IsDroppedBeside(const QWidget& target, const QEvent& event) {
-  if (target.window() != beside_) return false;
+bool WaitView::IsDroppedInUsable(const QWidget& target, const QEvent& event) {
+  const bool in_dialog = target.window() != beside_ && target.window() != &window_;
+  if (in_dialog) return false;
   switch (event.type()) {
     case QEvent::KeyPress:
     case QEvent::KeyRelease:
     case QEvent::ShortcutOverride: {
       const auto& key = static_cast<const QKeyEvent&>(event);
-      return key.key() == Qt::Key_Escape && IsKeyDropped(target, key);
+      return key.key() == Qt::Key_Escape && target.window() == beside_ && IsKeyDropped(target, key);
     }
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonRelease:
@@ -200,12 +203,14 @@ bool WaitView::IsMouseDropped(const QWidget& target, const QEvent& event) const 
 
 bool WaitView::IsShortcutDropped(const QObject& target) {
   const auto is_target = [&](const QAction* action) { return action == &target; };
-  if (std::ranges::any_of(controls_.copying, is_target) || IsBeside(&target)) return false;
+  if (std::ranges::any_of(controls_.anytime, is_target) || IsUsable(&target)) return false;
   return !controls_.can_stop() || std::ranges::none_of(controls_.stopping, is_target);
 }
 
-bool WaitView::IsBeside(const QObject* object) const {
-  while (object != nullptr && object != beside_) object = OwnerOf(object);
+bool WaitView::IsUsable(const QObject* object) const {
+  const auto is_object = [&](const QWidget* usable) { return usable == object; };
+  while (object != nullptr && object != beside_ && std::ranges::none_of(controls_.usable, is_object))
+    object = OwnerOf(object);
   return object != nullptr;
 }
 

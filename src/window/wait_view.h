@@ -15,7 +15,8 @@ namespace kolvane::window {
 /// What the user can do with a window while it waits.
 struct WaitControls {
   QList<QWidget*> readable = {};  ///< text can be selected and scrolled in these and their children
-  QList<QAction*> copying = {};   ///< carried out at any time
+  QList<QWidget*> usable = {};    ///< used with their children as without a wait, but for context menus
+  QList<QAction*> anytime = {};   ///< carried out at any time
   QList<QAction*> stopping = {};  ///< carried out while `can_stop`; they also give up what is waited for
   QList<QWidget*> stop_buttons = {};
   std::function<bool()> can_stop = [] { return false; };
@@ -54,12 +55,12 @@ class WaitView final : public QObject {
 
  private:
   bool IsDropped(QObject* target, QEvent* event);
-  bool IsDroppedBeside(const QWidget& target, const QEvent& event);
+  bool IsDroppedInUsable(const QWidget& target, const QEvent& event);
   bool IsKeyDropped(const QWidget& target, const QKeyEvent& event);
   bool IsMouseDropped(const QWidget& target, const QEvent& event) const;
   bool IsShortcutDropped(const QObject& target);
   bool IsReadable(const QWidget& widget) const;
-  bool IsBeside(const QObject* object) const;
+  bool IsUsable(const QObject* object) const;
 
   QWidget& window_;
   StatusBars& bars_;

@@ -211,6 +211,40 @@ TEST_P(WaitingOnTcp, TextCanBeSelectedCopiedAndScrolled) {
   ExpectUsable();
 }
 
+TEST_P(WaitingOnTcp, TextCanBeSearchedAndZoomed) {
+  LiveWindow& live = Open(SendNothing);
+  live.window().activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&live.window()));
+  auto* pane = Find<pane::OutputPane>("TermWin");
+  auto* text = Find<QLineEdit>("FindText");
+  const std::pair<std::function<void()>, const char*> steps[] = {
+      {[&] { QTest::keyClick(&live.window(), Qt::Key_F, Qt::ControlModifier); }, ""},
+      {[&] { QTest::keyClicks(text, QStringLiteral("f")); }, "1 von 3"},
+      {[&] { QTest::keyClick(&live.window(), Qt::Key_F3); }, "2 von 3"},
+      {[&] { QTest::keyClick(text, Qt::Key_Return, Qt::ShiftModifier); }, "1 von 3"},
+      {[&] { QTest::mouseClick(Find<QPushButton>("FindNext"), Qt::LeftButton); }, "2 von 3"}};
+  std::size_t done = 0;
+  WhileWaiting([&] {
+    if (live.instrument().lines().back() != "FAULT") return false;
+    if (done > 0 && Find<QLabel>("FindCount")->text() != steps[done - 1].second) return false;
+    if (done < std::size(steps)) {
+      steps[done++].first();
+      return false;
+    }
+    EXPECT_EQ(pane->selectedText(), "F");
+    QTest::keyClick(text, Qt::Key_Escape);
+    EXPECT_FALSE(Find<QWidget>("FindBar")->isVisible());
+    EXPECT_TRUE(live.window().property("busy").toBool()) << "Esc has only closed the bar";
+    QTest::keyClick(pane, Qt::Key_Plus, Qt::ControlModifier);
+    EXPECT_EQ(pane->zoom(), 1);
+    Escape();
+    return true;
+  });
+  live.Send("FAULT");
+  EXPECT_EQ(live.NewLines(), "FAULT|" + kGivenUp);
+  ExpectUsable();
+}
+
 TEST_P(WaitingOnTcp, ClosingGivesUpAndDoesTheLastSteps) {
   LiveWindow& live = Open(SendNothing);
   bool unloaded = false;

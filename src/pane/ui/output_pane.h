@@ -20,6 +20,9 @@ namespace kolvane::pane {
 
 class TimeMargin;
 
+/// The zoom steps that the key requests of the pane, 0 for the base size; no value for any other key.
+std::optional<int> ZoomOf(const QKeyEvent& event);
+
 /// The output pane `TermWin`: shows a PaneText, lets the user select, copy and edit it, and accepts lines at
 /// any rate. The text is always up to date; rows, scroll bar and display are updated at most about thirty
 /// times a second. Lines wrap at the window's edge. New text scrolls the view only if it was at the end, and

@@ -11,6 +11,21 @@
 #include "pane/ui/output_pane.h"
 
 namespace kolvane::pane {
+
+std::optional<int> ZoomOf(const QKeyEvent& event) {
+  if ((event.modifiers() & ~(Qt::KeypadModifier | Qt::ShiftModifier)) != Qt::ControlModifier) return {};
+  switch (event.key()) {
+    case Qt::Key_Plus:
+      return 1;
+    case Qt::Key_Minus:
+      return -1;
+    case Qt::Key_0:
+      return event.modifiers().testFlag(Qt::ShiftModifier) ? std::optional<int>() : 0;
+    default:
+      return {};
+  }
+}
+
 namespace {
 
 struct KeyMove {
@@ -51,21 +66,6 @@ constexpr std::array kEditKeys = {QKeySequence::Copy,
                                   QKeySequence::Delete,
                                   QKeySequence::DeleteStartOfWord,
                                   QKeySequence::DeleteEndOfWord};
-
-// The zoom steps that the key requests, 0 for the base size; no value for any other key.
-std::optional<int> ZoomOf(const QKeyEvent& event) {
-  if ((event.modifiers() & ~(Qt::KeypadModifier | Qt::ShiftModifier)) != Qt::ControlModifier) return {};
-  switch (event.key()) {
-    case Qt::Key_Plus:
-      return 1;
-    case Qt::Key_Minus:
-      return -1;
-    case Qt::Key_0:
-      return event.modifiers().testFlag(Qt::ShiftModifier) ? std::optional<int>() : 0;
-    default:
-      return {};
-  }
-}
 
 bool IsOwnKey(QKeyEvent& event) {
   const auto matches = [&event](QKeySequence::StandardKey key) { return event.matches(key); };
