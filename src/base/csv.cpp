@@ -2,11 +2,14 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 
 namespace kolvane::base {
 
 void AppendCsvNumber(double value, char decimal_sign, std::string& out) {
   char text[32];
+  // The sign of a NaN has no meaning.
+  if (std::isnan(value)) value = std::abs(value);
   char* const end = std::to_chars(text, text + sizeof text, value).ptr;
   std::replace(text, end, '.', decimal_sign);
   out.append(text, end);

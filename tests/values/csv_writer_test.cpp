@@ -82,6 +82,8 @@ TEST_F(CsvWriterTest, WritesTheShortestNumberThatReadsBack) {
   EXPECT_EQ(Number(1e22), "1e+22");
   EXPECT_EQ(Number(1.5e-7), "1.5e-07");
   EXPECT_EQ(Number(std::numeric_limits<double>::max()), "1.7976931348623157e+308");
+  EXPECT_EQ(Number(-std::numeric_limits<double>::quiet_NaN()), "nan");
+  EXPECT_EQ(Number(-std::numeric_limits<double>::infinity()), "-inf");
 }
 
 TEST_F(CsvWriterTest, WritesLocalTimes) {
