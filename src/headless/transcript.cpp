@@ -93,7 +93,7 @@ std::int32_t RecordedPort::ReadPort(char* buffer, std::int32_t count, std::int16
   const std::size_t found = terminator == kNoTerminator ? size : std::min(buffer_.find(last), size);
   const bool pair = last == '\n' && found > 0 && found < size && buffer_[found - 1] == '\r';
   std::copy_n(buffer_.begin(), pair ? found + 1 : found, buffer);
-  received_.append(buffer_, 0, std::min(found + 1, size));
+  Receive(std::min(found + 1, size));
   // An answer read byte by byte becomes one line.
   if (count != 1 || library_.BytesWaiting() <= 0) WriteReceived();
   return status;
@@ -127,14 +127,20 @@ std::int32_t RecordedPort::Drain() {
   if (count <= 0) return 0;
   buffer_.assign(static_cast<std::size_t>(count) + 1, '\0');
   if (library_.ReadPort(buffer_.data(), count, kNoTerminator) < 0) return 0;
-  received_.append(buffer_, 0, static_cast<std::size_t>(count));
+  Receive(static_cast<std::size_t>(count));
   WriteReceived();
   return count;
 }
 
+// A line has the time of its first bytes.
+void RecordedPort::Receive(std::size_t count) {
+  if (received_.empty()) received_at_ = transcript_.Now();
+  received_.append(buffer_, 0, count);
+}
+
 void RecordedPort::WriteReceived() {
   if (const std::string received = std::exchange(received_, {}); !received.empty())
-    Write(Transcript::Way::kIn, received, transcript_.Now());
+    Write(Transcript::Way::kIn, received, received_at_);
 }
 
 void RecordedPort::Write(Transcript::Way way, std::string_view bytes, const Transcript::Moment& moment,

@@ -90,6 +90,8 @@ class RecordedPort final : public device::PortLibrary {
  private:
   /// Reads all waiting bytes and returns their number.
   std::int32_t Drain();
+  /// Takes the first `count` bytes of the buffer.
+  void Receive(std::size_t count);
   void WriteReceived();
   void Write(Transcript::Way way, std::string_view bytes, const Transcript::Moment& moment,
              std::int32_t status = 0);
@@ -103,6 +105,7 @@ class RecordedPort final : public device::PortLibrary {
   bool open_ = false;
   std::string buffer_;
   std::string received_;  // bytes received one by one and not yet written
+  Transcript::Moment received_at_;
 };
 
 /// Wraps the libraries of another source for recording.

@@ -166,6 +166,26 @@ TEST_F(RecordedPortTest, BytesThatComeOneByOneAreOneLine) {
   EXPECT_EQ(Recorded(), "|<QUJD");
 }
 
+TEST_F(RecordedPortTest, BytesHaveTheTimeAtWhichTheyWereRead) {
+  Transcript timed;
+  ASSERT_EQ(timed.Open(folder.Path("timed"), true), 0);
+  RecordedPort port(library, timed, prompt);
+  port.OpenPort(1, 9600, "", 8, 1, 512);
+  library.replies = {{"A"}};
+  library.bytes_waiting = 1;
+  char byte = 0;
+  port.ReadPort(&byte, 1, 0);
+  const double read = timed.Now().seconds + 1e-6;  // times are rounded
+  while (timed.Now().seconds <= read + 1e-6) {
+  }
+  port.WritePort("B\n");
+  std::istringstream lines(base::ReadBytes(folder.Path("timed")));
+  std::string in;
+  while (std::getline(lines, in) && nlohmann::json::parse(in)["way"] != "in") {
+  }
+  EXPECT_LE(nlohmann::json::parse(in)["t"].get<double>(), read);
+}
+
 TEST_F(RecordedPortTest, FlushedBytesAreReadBefore) {
   library.replies = {{"ABC"}, {"DEF"}};
   library.bytes_waiting = 3;
