@@ -65,6 +65,7 @@ int Transcript::Write(Way way, std::string_view bytes, const Moment& moment, std
 std::int32_t RecordedPort::OpenPort(std::int16_t port, std::int32_t baud, const std::string& text,
                                     std::int32_t data_bits, std::int16_t stop_bits,
                                     std::int16_t receive_buffer) {
+  NoteClosed();
   const std::int32_t status = library_.OpenPort(port, baud, text, data_bits, stop_bits, receive_buffer);
   open_ = status >= 0;
   if (open_) Write(Transcript::Way::kOpen, {}, transcript_.Now());
@@ -96,29 +97,37 @@ std::int32_t RecordedPort::ReadPort(char* buffer, std::int32_t count, std::int16
   Receive(std::min(found + 1, size));
   // An answer read byte by byte becomes one line.
   if (count != 1 || library_.BytesWaiting() <= 0) WriteReceived();
+  NoteLoss();
   return status;
 }
 
 std::int32_t RecordedPort::FlushInQueue() {
   const std::int32_t drained = Drain();
   const std::int32_t status = library_.FlushInQueue();
+  NoteLoss();
   return status < 0 ? Checked(status) : status + drained;
 }
 
 std::int32_t RecordedPort::ClosePort() {
-  NoteClosed(0);
+  NoteClosed();
   return library_.ClosePort();
 }
 
 std::int32_t RecordedPort::Checked(std::int32_t status) {
-  if (device::EndsConnection(status)) NoteClosed(status);
+  if (open_ && lost_ == 0 && device::EndsConnection(status)) lost_ = status;
+  NoteLoss();
   return status;
 }
 
-void RecordedPort::NoteClosed(std::int32_t status) {
+// Bytes that came before are still to be read.
+void RecordedPort::NoteLoss() {
+  if (lost_ != 0 && library_.BytesWaiting() <= 0) NoteClosed();
+}
+
+void RecordedPort::NoteClosed() {
   if (!open_) return;
   Drain();
-  Write(Transcript::Way::kClose, {}, transcript_.Now(), status);
+  Write(Transcript::Way::kClose, {}, transcript_.Now(), std::exchange(lost_, 0));
   open_ = false;
 }
 

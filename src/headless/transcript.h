@@ -97,12 +97,14 @@ class RecordedPort final : public device::PortLibrary {
              std::int32_t status = 0);
   /// Returns the status of a transfer; if the connection is lost, records the end.
   std::int32_t Checked(std::int32_t status);
-  void NoteClosed(std::int32_t status);
+  void NoteLoss();
+  void NoteClosed();
 
   device::PortLibrary& library_;
   Transcript& transcript_;
   base::Prompt& prompt_;
   bool open_ = false;
+  std::int32_t lost_ = 0;  // status of the transfer that found the connection lost, until the end is recorded
   std::string buffer_;
   std::string received_;  // bytes received one by one and not yet written
   Transcript::Moment received_at_;

@@ -215,7 +215,22 @@ TEST_F(RecordedPortTest, BytesBeforeTheEndOfTheConnectionAreRecorded) {
   library.replies = {{"", device::device_status::kConnectionLost}, {"AB"}};
   library.bytes_waiting = 2;
   Read(20, '\n');
+  EXPECT_EQ(Recorded(), "|");
+  Library().ClosePort();
   EXPECT_EQ(Recorded(), "|<QUI=|");
+}
+
+TEST_F(RecordedPortTest, AnswersBeforeTheEndOfTheConnectionAreStillRead) {
+  library.results["WritePort"] = {device::device_status::kConnectionLost};
+  library.replies = {{"A"}, {"B"}};
+  library.bytes_waiting = 2;
+  Library().WritePort("C\n");
+  EXPECT_EQ(Library().BytesWaiting(), 2);
+  EXPECT_EQ(Read(20, '\n'), "A");
+  EXPECT_EQ(Recorded(), "|<QQo=");
+  library.bytes_waiting = 0;
+  EXPECT_EQ(Read(20, '\n'), "B");
+  EXPECT_EQ(Recorded(), "|<QQo=<Qgo=|");
 }
 
 TEST_F(RecordedPortTest, AWriteMayFindTheEndToo) {
