@@ -54,27 +54,27 @@ BlockReader::Result BlockReader::TakeCounted(const base::BlockHead& head) {
 // A piece ends at the terminator's last byte, which may also occur within the block. Beyond the limit only
 // the terminator may follow.
 BlockReader::Result BlockReader::TakeToTerminator(std::size_t head) {
-  if (terminator_.empty()) device_.SetTimeout(kGapMs);
+  if (ending_.empty()) device_.SetTimeout(kGapMs);
   const std::size_t longest = head + base::kBlockLimit;
-  const std::size_t most = longest + std::max<std::size_t>(terminator_.size(), 1);
+  const std::size_t most = longest + std::max<std::size_t>(ending_.size(), 1);
   do {
     if (!Take(Piece(std::min(most - block_.size(), kLargestPiece)), terminator_)) {
-      if (!terminator_.empty()) return Result::kFailed;
+      if (!ending_.empty()) return Result::kFailed;
       ClearError();
       return Result::kBlock;
     }
-    if (!terminator_.empty() && block_.ends_with(terminator_)) {
-      block_.resize(block_.size() - terminator_.size());
+    if (!ending_.empty() && block_.ends_with(ending_)) {
+      block_.resize(block_.size() - ending_.size());
       return Result::kBlock;
     }
-  } while (block_.size() <= longest || terminator_.starts_with(std::string_view(block_).substr(longest)));
+  } while (block_.size() <= longest || ending_.starts_with(std::string_view(block_).substr(longest)));
   return Result::kTooLong;
 }
 
 // Drops the terminator if it follows within the gap; if none is set, a line end counts as one.
 void BlockReader::DropTerminator() {
   const std::size_t end = block_.size();
-  const std::string_view expected = terminator_.empty() ? std::string_view("\r\n") : terminator_;
+  const std::string_view expected = ending_.empty() ? std::string_view("\r\n") : ending_;
   device_.SetTimeout(kGapMs);
   std::size_t matched = 0;
   while (matched < expected.size() && Take(1)) {

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "base/block_head.h"
+#include "base/encoding.h"
 #include "device/device.h"
 #include "device/device_state.h"
 
@@ -33,7 +34,11 @@ class BlockReader {
   BlockReader(
       device::Device& device, device::DeviceState& state, std::string_view terminator,
       Progress progress = [](int, std::size_t) {})
-      : device_(device), state_(state), terminator_(terminator), progress_(std::move(progress)) {}
+      : device_(device),
+        state_(state),
+        terminator_(terminator),
+        ending_(base::ToWindows1252(terminator)),
+        progress_(std::move(progress)) {}
 
   Result Read(std::string& block);
 
@@ -49,6 +54,7 @@ class BlockReader {
   device::Device& device_;
   device::DeviceState& state_;
   std::string_view terminator_;
+  std::string ending_;  // its bytes
   Progress progress_;
   std::string block_;
   Bytes buffer_;

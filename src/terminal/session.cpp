@@ -84,6 +84,11 @@ std::string_view WithoutTerminator(std::string_view text, std::string_view termi
   return text.ends_with(terminator) ? text.substr(0, text.size() - terminator.size()) : text;
 }
 
+// Whether the terminator's last byte, at which a read ends, is the last one.
+bool EndsAt(std::string_view bytes, std::string_view terminator) {
+  return !terminator.empty() && bytes.ends_with(terminator.back());
+}
+
 }  // namespace
 
 [[gnu::hot]] void TrimAnswer(std::string& answer, std::string_view receive_terminator) {
@@ -243,16 +248,26 @@ constexpr std::size_t kLongBlock = 16u << 10;  // bytes; shorter ones are too fa
   return ShowFailure(device_.LastError());
 }
 
-// A UTF-8 character that was put back in part is decoded as one. If its rest does not arrive, the next read
-// reports why.
-void Session::CompletePutBack() {
+namespace {
+
+// A part of a UTF-8 character is decoded with its rest; a CR may be that of a CR LF.
+bool NeedsNextByte(std::string_view bytes, std::string_view terminator, bool utf8) {
+  if (bytes.ends_with('\r') && terminator.ends_with('\n')) return true;
+  return utf8 && base::UnfinishedUtf8(bytes) > 0 && !EndsAt(bytes, terminator);
+}
+
+}  // namespace
+
+// Read byte by byte, because the terminator may follow. False if reading fails.
+bool Session::CompletePutBack(std::string_view terminator) {
   std::string& bytes = device_state_.put_back;
-  const std::size_t part = device_state_.utf8 ? base::UnfinishedUtf8(bytes) : 0;
-  if (part == 0) return;
-  const std::size_t rest = base::Utf8Length(bytes[bytes.size() - part]) - part;
-  const std::size_t received = device_.ReadBinary({}, static_cast<std::int32_t>(rest), buffer_);
-  if (device_.LastError().code < 0) return;
-  bytes.append(reinterpret_cast<const char*>(buffer_.data()), std::min(received, rest));
+  while (NeedsNextByte(bytes, terminator, device_state_.utf8)) {
+    const std::size_t received = device_.ReadBinary({}, 1, buffer_);
+    if (device_.LastError().code < 0) return false;
+    if (received == 0) break;
+    bytes += static_cast<char>(buffer_.front());
+  }
+  return true;
 }
 
 // Bytes that an earlier read put back come first; they may already complete the answer.
@@ -260,12 +275,15 @@ void Session::CompletePutBack() {
   const std::string& terminator = state_.receive.receive_terminator;
   std::string put_back;
   std::string before;
+  bool ended = false;
   if (!device_state_.put_back.empty()) {
-    CompletePutBack();
+    const std::string bytes = base::ToWindows1252(terminator);
+    if (!CompletePutBack(bytes)) return ShowFailure(device_.LastError());
     put_back = std::exchange(device_state_.put_back, {});
     before = base::FromDevice(put_back, device_state_.utf8);
+    ended = EndsAt(put_back, bytes);
   }
-  if (before.empty() || terminator.empty() || !before.ends_with(terminator.back())) {
+  if (!ended) {
     const auto left = kTextAnswerLimit - static_cast<std::int32_t>(put_back.size());
     device_.ReadText(terminator, left, answer_, buffer_);
     if (const device::DeviceError error = device_.LastError(); error.code < 0) {

@@ -91,7 +91,7 @@ class Session {
   bool ReadAsSet();
   /// No value if the answer is not a block.
   std::optional<bool> ReadBlock();
-  void CompletePutBack();
+  bool CompletePutBack(std::string_view terminator);
   bool ReadToTerminator();
   bool ReadToGap();
   bool ReadCounted();

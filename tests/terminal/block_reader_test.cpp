@@ -45,6 +45,14 @@ TEST_F(BlockReaderTest, ABlockWithoutALengthEndsAtTheTerminator) {
   EXPECT_EQ(block_, "#0abc");
 }
 
+TEST_F(BlockReaderTest, ATerminatorBeyondAsciiIsOneByte) {
+  EXPECT_EQ(Read("#0abc\xA4rest", "\u00A4"), Result::kBlock);
+  EXPECT_EQ(block_, "#0abc");
+  EXPECT_EQ(device.incoming, "rest");
+  EXPECT_EQ(Read("#12ab\xA4xy", "\u00A4"), Result::kBlock);
+  EXPECT_EQ(device_state.put_back + device.incoming, "xy");
+}
+
 TEST_F(BlockReaderTest, OnlyATerminatorIsStrippedAfterIt) {
   EXPECT_EQ(Read("#12abxy"), Result::kBlock);
   EXPECT_EQ(block_, "#12ab");
@@ -180,6 +188,15 @@ TEST_F(SessionBlocksTest, AUtf8CharacterThatWasPutBackInPartIsDecodedAsOne) {
   EXPECT_EQ(state.last_answer.text, "1€F");
 }
 
+TEST_F(SessionBlocksTest, AnAnswerMayEndBeforeAUtf8CharacterIsComplete) {
+  device_state.utf8 = true;
+  state.receive.receive_terminator = "\n";
+  device.incoming = "\xF0\n5\n";
+  EXPECT_TRUE(session.GetAnswer());
+  EXPECT_EQ(state.last_answer.text, "ð");
+  EXPECT_EQ(device.incoming, "5\n");
+}
+
 TEST_F(SessionBlocksTest, WhatAReadPutsBackIsKeptForTheNextOne) {
   state.extras.blocks = false;
   device_state.put_back = "1";
@@ -192,9 +209,11 @@ TEST_F(SessionBlocksTest, WhatAReadPutsBackIsKeptForTheNextOne) {
 
 TEST_F(SessionBlocksTest, AnEmptyLineIsAnEmptyAnswer) {
   state.receive.receive_terminator = "\n";
-  device.incoming = "\n";
-  EXPECT_TRUE(session.GetAnswer());
-  EXPECT_EQ(state.last_answer.text, "");
+  for (const char* line : {"\n", "\r\n"}) {
+    device.incoming = line;
+    EXPECT_TRUE(session.GetAnswer());
+    EXPECT_EQ(state.last_answer.text, "");
+  }
   EXPECT_EQ(device.CountCalls("ReadText"), 0u);
 }
 
