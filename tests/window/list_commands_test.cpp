@@ -5,6 +5,8 @@
 #include <QHeaderView>
 #include <QTimer>
 
+#include "base/files.h"
+#include "gui/pdf_content.h"
 #include "script/ui/list_check.h"
 #include "window/grid_fixture.h"
 
@@ -52,6 +54,27 @@ TEST_F(ListCommandsTest, ANewListThatWasSavedCanBeOpenedFromTheMenu) {
   recent.front()->trigger();
   QApplication::processEvents();
   EXPECT_EQ(Row(1), "eins");
+}
+
+TEST_F(ListCommandsTest, ThePrintOfTheListHasItsRows) {
+  const auto characters = [this](const char* name) {
+    ChooseFile(folder_.Path(name));
+    Press("TB_PRINTSCRIPT");
+    return gui::PdfContent(base::ReadBytes(folder_.Path(name))).count("Tj");
+  };
+  Fill({"eins"});
+  const auto of_one = characters("one.PDF");
+  Fill({"eins", "zwei", "drei"});
+  EXPECT_EQ(characters("three.PDF"), of_one + 8);
+}
+
+TEST_F(ListCommandsTest, RowsHaveTheHeightOfTheirFont) {
+  const int height = Grid()->rowHeight(0);
+  QFont large = Grid()->font();
+  large.setPointSize(2 * large.pointSize());
+  Grid()->setFont(large);
+  EXPECT_GE(Grid()->rowHeight(0), QFontMetrics(large).height());
+  EXPECT_GT(Grid()->rowHeight(0), height);
 }
 
 TEST_F(ListCommandsTest, NothingIsCheckedUntilRequested) {
