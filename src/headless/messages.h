@@ -50,13 +50,17 @@ class Messages final : public base::Prompt {
   void ShowFailure(std::string_view text, std::string_view words) override;
   void ShowMessage(std::string_view text) override { ShowError(text); }
   /// A remark on a line of standard output. Skipped for a host, which has received that line; a notice is
-  /// also skipped if Report shows it anyway.
+  /// also skipped if Report has just shown it.
   void Remark(LineKind kind, std::string_view text) {
-    if (host_ == nullptr && !(kind == LineKind::kNotice && verbose_)) ShowError(text);
+    const bool shown = kind == LineKind::kNotice && reported_ == text;
+    reported_.clear();
+    if (host_ == nullptr && !shown) ShowError(text);
   }
   /// Only shown if the user asked for verbose output.
   void Report(std::string_view text) {
-    if (verbose_) Show(LineKind::kNotice, text);
+    if (!verbose_) return;
+    Show(LineKind::kNotice, text);
+    reported_ = text;
   }
 
   /// `step` is called before each line, to write pending output first.
@@ -72,6 +76,7 @@ class Messages final : public base::Prompt {
   bool verbose_;
   bool at_terminal_;
   HostLines* host_;
+  std::string reported_;  // the last line of Report, until the next remark
   std::function<void()> before_;
 };
 

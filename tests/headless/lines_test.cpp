@@ -243,6 +243,14 @@ TEST_F(LinePaneTest, ARemarkFollowsItsLine) {
   EXPECT_EQ(err.text(), "kolvane: -30: keine Antwort\n");
 }
 
+TEST_F(LinePaneTest, ANoticeIsShownOnceWhetherOrNotThePaneShowsIt) {
+  pane.AppendLine(LineKind::kNotice, "beendet");
+  pane.Remark(LineKind::kNotice, "beendet");
+  EXPECT_EQ(err.text(), "kolvane: beendet\n");
+  pane.Remark(LineKind::kNotice, "beendet");
+  EXPECT_EQ(err.text(), "kolvane: beendet\nkolvane: beendet\n") << "the pane is silent";
+}
+
 TEST_F(LinePaneTest, FailedAnswersMayStayOffStandardOutput) {
   LinePane without(out.fd(), messages, {.errors = false});
   without.AppendLine(LineKind::kError, "-30");
