@@ -84,7 +84,8 @@ void RecordWriter::ExchangeEnded(std::string_view command, const terminal::Excha
 
 std::int32_t RecordWriter::StatusOf(const terminal::ExchangeResult& result) const {
   if (!result.Failed()) return 0;
-  return device_.last_result < 0 ? device_.last_result : kNoStatus;
+  if (device_.last_result < 0) return device_.last_result;
+  return result.write_status < 0 ? result.write_status : kNoStatus;
 }
 
 std::string RecordWriter::NumbersRecord(const values::Row& row) {

@@ -44,6 +44,7 @@ ExchangeResult Exchange::Read(Sender sender) {
   ExchangeResult result;
   const double start = Start(sender);
   result.sent = session_.SendCommand(command);
+  result.write_status = session_.write_status();
   if (options_.show_commands) output_.AddLine(LineKind::kCommand, command);
   const PostSendRule rule = session_.PostSendCheck(command);
   if (!rule.continues) {

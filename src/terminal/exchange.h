@@ -21,8 +21,9 @@ enum class Sender {
 /// The outcome of one exchange.
 struct ExchangeResult {
   Sent sent = Sent::kWritten;
-  bool ended_by_word = false;  ///< a word in the command ended the exchange
-  bool answer_due = true;      ///< false then, and for a command without "?" if only queries are answered
+  std::int32_t write_status = 0;  ///< negative if writing failed
+  bool ended_by_word = false;     ///< a word in the command ended the exchange
+  bool answer_due = true;         ///< false then, and for a command without "?" if only queries are answered
   bool answered = false;
 
   bool Failed() const { return sent != Sent::kWritten || (answer_due && !answered); }

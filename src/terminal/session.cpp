@@ -136,6 +136,7 @@ bool Session::EnsureConnected() {
 [[gnu::hot]] Sent Session::SendCommand(std::string_view command) {
   sent_ = false;
   write_failure_.clear();
+  write_status_ = 0;
   if (state_.extras.reconnect && device_state_.connected) {
     connect_.CheckForLoss();
     connect_.CheckForHangUp();
@@ -147,6 +148,7 @@ bool Session::EnsureConnected() {
   const device::DeviceError error = device_.LastError();
   sent_ = error.code >= 0;
   if (sent_) return Sent::kWritten;
+  write_status_ = error.code;
   output_.AppendText(LineKind::kError, texts::WriteError(error.description), 0);
   if (!error.words.empty()) write_failure_ = texts::Words(error, timeout_ms_);
   ShowWords(error);

@@ -61,6 +61,8 @@ class Session {
   /// Writes `command` and the send terminator; if not connected, first presses the connect button once.
   /// Echoing is left to the caller.
   Sent SendCommand(std::string_view command);
+  /// Of the last command; negative if writing failed.
+  std::int32_t write_status() const { return write_status_; }
 
   /// For a read without a command: connects if not connected, and after a loss if reconnecting is on and
   /// everything received before has been read. Returns whether there is a connection.
@@ -108,8 +110,9 @@ class Session {
   TerminalState& state_;
   Output& output_;
   ConnectCommands& connect_;
-  bool sent_ = false;            // the command whose answer is read next was sent
-  std::string write_failure_;    // its code and meaning, if sending failed
+  bool sent_ = false;          // the command whose answer is read next was sent
+  std::string write_failure_;  // its code and meaning, if sending failed
+  std::int32_t write_status_ = 0;
   std::int32_t timeout_ms_ = 0;  // for the current answer, parsed from timeout_text_
   std::optional<std::string> timeout_text_;
   // Members only to keep their capacity between exchanges.

@@ -109,6 +109,16 @@ TEST_F(RecordsTest, AFailureWithoutAStatusIsMinusOne) {
   EXPECT_NE(out.text().find(",A?,-1,"), std::string::npos);
 }
 
+TEST_F(RecordsTest, AFailedWriteKeepsItsStatusWhenTheWordDisconnects) {
+  options.Format = AnswerFormat::kCsv;
+  RecordWriter(options, device, answer, clock, pane)
+      .ExchangeEnded("DCL", {.sent = terminal::Sent::kWriteFailed,
+                             .write_status = -40,
+                             .ended_by_word = true,
+                             .answer_due = false});
+  EXPECT_NE(out.text().find(",DCL,-40,"), std::string::npos) << out.text();
+}
+
 TEST_F(RecordsTest, AnExchangeEndedByAWordHasNoAnswer) {
   options.Format = AnswerFormat::kJson;
   answer.text = "of the command before";

@@ -95,6 +95,13 @@ TEST_F(ExchangeTest, AFailedWriteIsExplainedWhereNoReadFollows) {
   EXPECT_EQ(pane.remarks.size(), 1u);
 }
 
+TEST_F(ExchangeTest, ReportsTheStatusOfAFailedWrite) {
+  device.write_result = {-41, "-41", {}};
+  EXPECT_EQ(exchange.Run("DCL", Sender::kList).write_status, -41);
+  device.write_result = {};
+  EXPECT_EQ(exchange.Run("VOLT?", Sender::kList).write_status, 0);
+}
+
 TEST_F(ExchangeTest, ADeviceWordStillEndsAnExchangeWithoutAQuery) {
   state.extras.queries_only = true;
   EXPECT_TRUE(exchange.Run("STP", Sender::kList).ended_by_word);
