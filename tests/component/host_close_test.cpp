@@ -126,5 +126,12 @@ TEST_F(CloseTest, AnEarlierRequestKeepsAMessageFromBeingShown) {
   EXPECT_EQ(boxes.texts(), QStringList{});
 }
 
+TEST_F(CloseTest, AHostThatRunsNoEventLoopMayEndThemAndOpenAgain) {
+  host_->script.on_call["WriteCommand"] = [] { QCoreApplication::exit(0); };
+  Open(1, [](QMainWindow& window) { PlayList(window, {"*IDN?"}); });
+  host_->script.on_call.clear();
+  Open(1, [](QMainWindow&) {});
+}
+
 }  // namespace
 }  // namespace kolvane

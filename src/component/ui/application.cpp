@@ -22,6 +22,21 @@ constexpr const char* kNotTheMainThread =
 
 bool IsMainThread() { return getpid() == gettid(); }
 
+// exec is protected.
+class Loops final : public QThread {
+ public:
+  using QThread::exec;
+};
+
+// If a host ends its event loops (QCoreApplication::exit) while it runs none, Qt remembers that, and every
+// loop ends as soon as it starts, until the next QThread::exec. After QThread::exit that one returns at once.
+void ForgetEndOfLoops() {
+  QThread* thread = QThread::currentThread();
+  if (thread->loopLevel() > 0) return;
+  thread->exit();
+  (thread->*&Loops::exec)();
+}
+
 // A pool takes no notice of a thread that could not be started, and waits for it for ever.
 QThreadPool& GlobalPoolIfThreadsAreAvailable() {
   std::thread([] {}).join();
@@ -59,6 +74,8 @@ Application::Application() {
     MakeOwn();
   } else if (qobject_cast<QApplication*>(host) == nullptr) {
     throw std::runtime_error("the host's application object is no QApplication: no window can be shown");
+  } else {
+    ForgetEndOfLoops();
   }
   if (german_.load(QStringLiteral("qtbase_de"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
     QCoreApplication::installTranslator(&german_);
