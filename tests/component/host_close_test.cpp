@@ -1,5 +1,6 @@
 // Terminals that end although nobody closes their window.
 
+#include <QDialog>
 #include <QMessageBox>
 #include <stdexcept>
 
@@ -131,6 +132,22 @@ TEST_F(CloseTest, AHostThatRunsNoEventLoopMayEndThemAndOpenAgain) {
   Open(1, [](QMainWindow& window) { PlayList(window, {"*IDN?"}); });
   host_->script.on_call.clear();
   Open(1, [](QMainWindow&) {});
+}
+
+TEST_F(CloseTest, ARequestLeavesTheHostsDialogBelowOpen) {
+  const PipeEnds close;
+  options_.CloseDescriptor = close.reader();
+  terminal_.SetOptions(options_);
+  base::WriteBytes(SettingsFile(), "[TERMINAL]\nFONTSIZE=gross\n");
+  QDialog dialog;
+  dialog.setModal(true);
+  dialog.show();
+  QTimer::singleShot(0, qApp, [&] {
+    EXPECT_NE(qobject_cast<QMessageBox*>(QApplication::activeModalWidget()), nullptr);
+    close.Request();
+  });
+  EXPECT_THROW(terminal_.OpenTerminal(2, 0), RuntimeError);
+  EXPECT_TRUE(dialog.isVisible());
 }
 
 }  // namespace

@@ -19,7 +19,10 @@ bool IsReadable(int descriptor) {
 
 }  // namespace
 
-CloseWatch::CloseWatch(int descriptor) : descriptor_(descriptor), messages_(STDERR_FILENO, false) {
+CloseWatch::CloseWatch(int descriptor)
+    : descriptor_(descriptor),
+      host_modal_(QApplication::activeModalWidget()),
+      messages_(STDERR_FILENO, false) {
   if (descriptor < 0) return;
   notifier_ = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
   QObject::connect(notifier_.get(), &QSocketNotifier::activated, [this] {
@@ -51,8 +54,8 @@ void CloseWatch::RunEvents() {
 
 // Close message boxes and dialogs above the window first: they would block it.
 void CloseWatch::CloseAll() {
-  for (QWidget* top = QApplication::activeModalWidget(); top != nullptr && top != window_;
-       top = QApplication::activeModalWidget()) {
+  for (QWidget* top = QApplication::activeModalWidget();
+       top != nullptr && top != window_ && top != host_modal_; top = QApplication::activeModalWidget()) {
     if (!top->close()) break;
   }
   if (window_ != nullptr) window_->close();

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QEventLoop>
+#include <QPointer>
 #include <QSocketNotifier>
+#include <QWidget>
 #include <memory>
 
 #include "headless/messages.h"
@@ -31,6 +33,7 @@ class CloseWatch final : public window::CloseRequest {
   void CloseAll();
 
   int descriptor_;
+  QPointer<QWidget> host_modal_;  // above which the terminal opens
   std::unique_ptr<QSocketNotifier> notifier_;
   window::MainWindow* window_ = nullptr;
   QEventLoop* loop_ = nullptr;  // while it runs
