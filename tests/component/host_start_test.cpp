@@ -136,6 +136,22 @@ TEST_F(HostTest, AHostReleasedInItsOwnCallLivesToItsEnd) {
   }
 }
 
+TEST_F(HostTest, OptionsThatItSetsInACallApplyToTheNextTerminal) {
+  TerminalOptions next = options_;
+  next.CommandList = dir_.path().toStdString() + "/next.CMD";
+  base::WriteBytes(next.CommandList, "*IDN?\r\n");
+  const auto first_row = [](QMainWindow& window) {
+    auto* model = window.findChild<QAbstractItemView*>("CommandScript")->model();
+    return model->index(0, 1).data().toString();
+  };
+  for (const char* call : {"GetDeviceInfo", "FlushInQ"}) {
+    terminal_.SetOptions(options_);
+    host_->script.on_call = {{call, [&] { terminal_.SetOptions(next); }}};
+    Open(1, [&](QMainWindow& window) { EXPECT_EQ(first_row(window), "") << call; });
+    Open(1, [&](QMainWindow& window) { EXPECT_EQ(first_row(window), "*IDN?") << call; });
+  }
+}
+
 /// A terminal with its own connection, which connects and plays as soon as it is shown.
 class StartTest : public HostTest {
  protected:

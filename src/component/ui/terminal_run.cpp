@@ -64,7 +64,8 @@ bool IsHostMode(std::int16_t oper_mode) {
 }
 
 // Loads the settings of this run; if one cannot be read, shows a message and throws.
-void LoadOrReport(const SettingsStore& store, ComponentState& state, CloseWatch& close) {
+void LoadOrReport(const SettingsStore& store, ComponentState& state, const TerminalOptions& options,
+                  CloseWatch& close) {
   window::MessagePrompt prompt(nullptr, &close);
   try {
     LoadSettings(store, {state.connection, state.terminal, state.window}, !IsHostMode(state.device.OperMode));
@@ -73,7 +74,7 @@ void LoadOrReport(const SettingsStore& store, ComponentState& state, CloseWatch&
     throw;
   }
   if (state.device.OperMode == mode::kPortLibrary) {
-    device::ConfirmStoredConnection(state.connection, ComponentFolder(state.options.Folder), prompt);
+    device::ConfirmStoredConnection(state.connection, ComponentFolder(options.Folder), prompt);
   } else if (!IsHostMode(state.device.OperMode)) {
     device::DeriveFromStored(state.connection);
   }
@@ -91,8 +92,8 @@ void SaveStateOrReport(StateFile& file, CloseWatch& close) {
 }
 
 // Only the user's own terminal restores its windows and offers unsaved lists, not one with separate settings.
-bool IsUsersOwn(const ComponentState& state) {
-  return state.device.OperMode == mode::kPortLibrary && state.options.SettingsFile.empty();
+bool IsUsersOwn(const ComponentState& state, const TerminalOptions& options) {
+  return state.device.OperMode == mode::kPortLibrary && options.SettingsFile.empty();
 }
 
 void SaveExtrasOrReport(ExtrasFile& file, const ComponentState& state, CloseWatch& close) {
@@ -101,8 +102,8 @@ void SaveExtrasOrReport(ExtrasFile& file, const ComponentState& state, CloseWatc
 }
 
 // With a separate settings file, the user's extras are neither used nor changed.
-std::string ExtrasFileOf(const ComponentState& state) {
-  return state.options.SettingsFile.empty() ? UserExtrasFile() : std::string();
+std::string ExtrasFileOf(const TerminalOptions& options) {
+  return options.SettingsFile.empty() ? UserExtrasFile() : std::string();
 }
 
 // Without a window manager there may be no active window.
@@ -167,17 +168,18 @@ std::string UnsavedFolder() {
   return folder.empty() ? std::string() : (folder / "Unsaved").string();
 }
 
-window::WindowContext ContextOf(ComponentState& state, device::PortLibrarySource& library, CloseWatch& close,
+window::WindowContext ContextOf(ComponentState& state, const TerminalOptions& options,
+                                device::PortLibrarySource& library, CloseWatch& close,
                                 StateFile& state_file) {
   return {.slices = {state.device, state.connection, state.terminal},
           .script = state.script,
           .settings = state.window,
           .library = library,
-          .folder = ComponentFolder(state.options.Folder),
+          .folder = ComponentFolder(options.Folder),
           .close = &close,
           .own_folder = OwnFolder(),
           .user_folder = base::UserDataFolder(),
-          .unsaved = IsUsersOwn(state) ? UnsavedFolder() : std::string(),
+          .unsaved = IsUsersOwn(state, options) ? UnsavedFolder() : std::string(),
           .state = &state_file};
 }
 
@@ -196,20 +198,23 @@ void RunTerminal(ComponentState& state, std::int16_t oper_mode, std::int16_t dev
   if (state.window_open) throw base::RuntimeError(base::RuntimeError::Kind::kOther, texts::kAlreadyOpen);
   state.window_open = true;
   const base::ScopeExit no_window([&state] { state.window_open = false; });
+  // The host may set others for the next terminal in any call.
+  TerminalOptions options = state.options;
+  options.ConnectAtStart &= oper_mode == mode::kPortLibrary;
   SelectDevice(state, oper_mode, dev_idx);
   const Application application;
   const window::ImageListAhead images(window::kToolbarImage * qApp->devicePixelRatio());
   const QPointer<QWidget> host_window = HostWindow();
-  CloseWatch close(state.options.CloseDescriptor);
+  CloseWatch close(options.CloseDescriptor);
   ResetForWindow(state);
-  const auto store = OpenIniStore(state.options.SettingsFile);
-  LoadOrReport(*store, state, close);
+  const auto store = OpenIniStore(options.SettingsFile);
+  LoadOrReport(*store, state, options, close);
   state.device.connected = IsHostMode(oper_mode);
-  StateFile state_file(IsUsersOwn(state) ? UserStateFile() : std::string());
-  ExtrasFile extras_file(ExtrasFileOf(state));
+  StateFile state_file(IsUsersOwn(state, options) ? UserStateFile() : std::string());
+  ExtrasFile extras_file(ExtrasFileOf(options));
   state.terminal.extras = extras_file.Load();
   device::LazyPortLibrary library(OwnFolder());
-  window::MainWindow window(ContextOf(state, library, close, state_file));
+  window::MainWindow window(ContextOf(state, options, library, close, state_file));
   state.waits = &window.core().waits;
   const base::ScopeExit no_waits([&state] { state.waits = nullptr; });
   if (IsHostMode(oper_mode)) window.core().connect.ShowConnected();
@@ -220,8 +225,6 @@ void RunTerminal(ComponentState& state, std::int16_t oper_mode, std::int16_t dev
     UnloadOrReport(state, window, *store, close);
   });
   close.SetWindow(window);
-  TerminalOptions options = state.options;
-  options.ConnectAtStart &= oper_mode == mode::kPortLibrary;
   state.can_unload = false;
   ShowModally(window, host_window, options, close);
   // The event loop was ended while the window was open.
