@@ -67,7 +67,8 @@ std::size_t DeviceIo::ReadBinary(std::string_view terminator, std::int32_t count
 
 std::optional<std::int32_t> DeviceIo::FlushInput() {
   if (!state_.connected) return std::nullopt;
-  const std::optional<std::int32_t> discarded = Path().FlushInput();
+  const Waits::Scope scope(waits_);
+  const std::optional<std::int32_t> discarded = PathBeforeWait().FlushInput();
   state_.put_back.clear();
   return discarded;
 }

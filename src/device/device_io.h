@@ -37,9 +37,18 @@ class DeviceIo final : public Device {
   void ReadText(std::string_view terminator, std::int32_t count, std::string& answer, Bytes& buffer) override;
   /// Fails with kGivenUp, without reading, once the current answer was given up.
   std::size_t ReadBinary(std::string_view terminator, std::int32_t count, Bytes& buffer) override;
-  [[gnu::hot]] void SetTimeout(std::int32_t milliseconds) override { Path().SetTimeout(milliseconds); }
-  [[gnu::hot]] DeviceError LastError() override { return Path().LastError(); }
-  [[gnu::hot]] void ClearLastError() override { Path().ClearLastError(); }
+  [[gnu::hot]] void SetTimeout(std::int32_t milliseconds) override {
+    const Waits::Scope scope(waits_);
+    Path().SetTimeout(milliseconds);
+  }
+  [[gnu::hot]] DeviceError LastError() override {
+    const Waits::Scope scope(waits_);
+    return Path().LastError();
+  }
+  [[gnu::hot]] void ClearLastError() override {
+    const Waits::Scope scope(waits_);
+    Path().ClearLastError();
+  }
   /// Nothing in every mode while not connected. Also discards DeviceState::put_back.
   std::optional<std::int32_t> FlushInput() override;
   void ActivateInterpreter() override { Path().ActivateInterpreter(); }

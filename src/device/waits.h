@@ -52,6 +52,8 @@ class Waits {
       waits_.operation_ = operation;
       if (waits_.depth_++ == 0) waits_.StartOperation();
     }
+    /// A step of the operation that is running, or a single call outside one.
+    explicit Scope(Waits& waits) : Scope(waits, waits.operation_) {}
     ~Scope() {
       waits_.operation_ = outer_;
       if (--waits_.depth_ == 0) waits_.End();

@@ -68,6 +68,26 @@ TEST_F(HostWaitTest, ARequestToCloseEndsTheWait) {
   EXPECT_TRUE(terminal_.CanUnload().ToBool());
 }
 
+TEST_F(HostWaitTest, EscEndsTheWaitOfAFlush) {
+  for (const std::int16_t mode : {std::int16_t{0}, std::int16_t{1}}) {
+    bool served = false;
+    Open(mode, [&](QMainWindow& window) {
+      host_->script.on_call[mode == 0 ? "IO.FlushInQ" : "FlushInQ"] = [&] {
+        QTimer::singleShot(0, qApp, [&] {
+          served = true;
+          EXPECT_TRUE(window.property("busy").toBool());
+          QTest::keyClick(&window, Qt::Key_Escape);
+        });
+        for (int i = 0; i < 1000 && terminal_.Wait(); ++i) poll(nullptr, 0, 1);
+      };
+      window.findChild<QAction*>("TB_FLUSH")->trigger();
+      EXPECT_TRUE(served);
+      EXPECT_FALSE(window.property("busy").toBool());
+    });
+    host_->script.on_call.clear();
+  }
+}
+
 TEST_F(HostWaitTest, OutsideACallOfTheDevicesItIsOver) {
   EXPECT_TRUE(terminal_.Wait());
   Open(1, [&](QMainWindow&) { EXPECT_TRUE(terminal_.Wait()); });

@@ -215,10 +215,10 @@ void RunTerminal(ComponentState& state, std::int16_t oper_mode, std::int16_t dev
   state.terminal.extras = extras_file.Load();
   device::LazyPortLibrary library(OwnFolder());
   window::MainWindow window(ContextOf(state, options, library, close, state_file));
-  state.waits = &window.core().waits;
-  const base::ScopeExit no_waits([&state] { state.waits = nullptr; });
   if (IsHostMode(oper_mode)) window.core().connect.ShowConnected();
   window.Load();
+  state.waits = &window.core().waits;
+  const base::ScopeExit no_waits([&state] { state.waits = nullptr; });
   window.OnUnload([&] {
     SaveStateOrReport(state_file, close);
     SaveExtrasOrReport(extras_file, state, close);
