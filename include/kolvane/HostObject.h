@@ -30,7 +30,8 @@ namespace kolvane {
 //
 // On which thread. Always that of OpenTerminal, from the event loop that runs there. A call that waits blocks
 // the window for as long; it should not wait longer than the time-out it was given. It may process the host's
-// own events but must not open a second terminal; no new attempt to connect starts before it has returned.
+// own events but must not open a second terminal; no command and no attempt to connect starts before it has
+// returned.
 // The process's locale is the host's.
 //
 // With which values. Texts are UTF-8 for the host; when a text is converted to bytes, a character outside

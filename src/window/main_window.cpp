@@ -189,7 +189,7 @@ void MainWindow::BeginExchange() {
 }
 
 void MainWindow::Send() {
-  if (wait_.IsServing()) return;
+  if (IsWaiting()) return;
   const std::string text = base::FromQt(area_->terminal_bar()->command()->currentText());
   if (!text.empty()) BeginExchange();
   prompt_.Guard([&] { lines_.Send(text, [] { QApplication::processEvents(); }); });

@@ -106,6 +106,8 @@ class MainWindow final : public QMainWindow, private terminal::ConnectionView {
   void KeepUnsaved();
   void CloseWhenIdle();
   bool MayContinue() const { return !close_when_idle_ && !prompt_.Unattended(); }
+  /// While a call of the device is on the stack: a wait serves events, or the host in a call of its own.
+  bool IsWaiting() const { return wait_.IsServing() || core_.waits.IsUnderWay(); }
   void BeginExchange();
   void Send();
   void OpenConnectionMenu();

@@ -179,7 +179,7 @@ void MainWindow::ConnectWaiting() {
                      .stopping = stopping,
                      .stop_buttons = buttons,
                      .can_stop = is_running});
-  prompt_.SetLinks({.is_waiting = [this] { return wait_.IsServing(); },
+  prompt_.SetLinks({.is_waiting = [this] { return IsWaiting(); },
                     .is_running = [this] { return script_.IsRunning(); },
                     .stop = [this] { script_.Stop(); },
                     .before_message = [this] { wait_.WaitEnded(); },

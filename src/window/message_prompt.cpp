@@ -143,8 +143,10 @@ void MessagePrompt::Guard(const std::function<void()>& event) {
 }
 
 void MessagePrompt::OnTrigger(QAction* action, std::function<void()> event, While when) {
-  QObject::connect(action, &QAction::triggered, action, [this, event = std::move(event), when] {
-    if (when == While::kAlways || !links_.is_waiting()) Guard(event);
+  QObject::connect(action, &QAction::triggered, action, [this, action, event = std::move(event), when] {
+    if (when == While::kAlways || !links_.is_waiting()) return Guard(event);
+    // It has been pressed already.
+    if (action->isCheckable()) action->toggle();
   });
 }
 

@@ -88,6 +88,34 @@ TEST_F(HostWaitTest, EscEndsTheWaitOfAFlush) {
   }
 }
 
+TEST_F(HostWaitTest, ACallThatServesEventsItselfIsNotFollowedByAnother) {
+  bool served = false;
+  host_->script.read = [&](Variant& answer, Variant&) {
+    QTimer::singleShot(0, qApp, [&] {
+      served = true;
+      QMainWindow& window = *gui::ShownTerminal();
+      Send(window, "NEVER");
+      for (const char* action : {"mnuReadAnswer", "TB_CONNECT", "TB_FLUSH", "TB_PLAY", "TB_RECORD"})
+        window.findChild<QAction*>(action)->trigger();
+      EXPECT_FALSE(window.findChild<QAction*>("TB_RECORD")->isChecked());
+    });
+    while (!served) QApplication::processEvents();
+    answer = "1\r\n";
+  };
+  Open(1, [&](QMainWindow& window) {
+    host_->script.calls.clear();
+    Send(window, "*IDN?");
+    const QString text = PaneText(window);
+    EXPECT_TRUE(text.endsWith("*IDN?\n1")) << text.toStdString();
+    EXPECT_EQ(host_->script.calls,
+              (std::vector<std::string>{"SetLastError(0)", "WriteCommand(\"*IDN?\n\")", "LastError()",
+                                        "LastErrorDescription()", "SetLastError(0)",
+                                        "Read(0, 10, 16000, 16000 spaces, 0 bytes)", "LastError()",
+                                        "LastErrorDescription()"}));
+  });
+  EXPECT_TRUE(served);
+}
+
 TEST_F(HostWaitTest, OutsideACallOfTheDevicesItIsOver) {
   EXPECT_TRUE(terminal_.Wait());
   Open(1, [&](QMainWindow&) { EXPECT_TRUE(terminal_.Wait()); });
