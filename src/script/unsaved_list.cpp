@@ -35,11 +35,11 @@ int MakeFolder(const std::string& folder, std::optional<CopyFolder>& made) {
   return 0;
 }
 
-// The full path; empty if it contains a line break, because the copy holds it in one line.
+// The full path; empty if the copy, which is UTF-8 and holds it in one line, cannot hold it.
 std::string FullName(const std::string& name) {
   std::error_code failure;
-  const fs::path full = name.empty() ? fs::path() : fs::absolute(name, failure);
-  return full.string().find_first_of("\r\n") == std::string::npos ? full.string() : std::string();
+  const std::string full = name.empty() ? name : fs::absolute(name, failure).string();
+  return full.find_first_of("\r\n") == full.npos && base::IsUtf8(full) ? full : std::string();
 }
 
 // No value if the file cannot be read, an empty text if it does not exist.

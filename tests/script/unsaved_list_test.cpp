@@ -187,6 +187,16 @@ TEST_F(UnsavedListTest, ARelativeNameIsKeptWithItsFolder) {
   EXPECT_EQ(AbandonedCopies(folder_).front().name(), fs::absolute("a.CMD").string());
 }
 
+TEST_F(UnsavedListTest, ANameThatTheCopyCannotHoldIsLeftOut) {
+  for (const char* name : {"/x/a\nb.CMD", "/x/M\xFCller.CMD"}) {
+    list_.ShowFile(name, {"A"}, 0);
+    list_.SetText(1, "B");
+    EXPECT_EQ(UnsavedCopy(folder_).Update(list_), 0);
+    EXPECT_EQ(Offered(), Names{" >B"});
+    for (const AbandonedCopy& copy : AbandonedCopies(folder_)) copy.Remove();
+  }
+}
+
 TEST_F(UnsavedListTest, WhatIsNotACopyIsSkipped) {
   fs::create_directories(folder_ + "/list-empty");
   fs::create_directories(folder_ + "/list-binary");
