@@ -86,9 +86,11 @@ int CreateTemporary(const fs::path& path, fs::path& temporary) {
   return -1;
 }
 
-// Sets the owner first, because changing it clears mode bits; not every user may do that.
+// Sets owner and group first, because changing them clears mode bits. Only root may change the owner; others
+// may set a group that they belong to, so that its members keep their rights.
 bool TakeOver(int descriptor, const struct stat& old) {
-  [[maybe_unused]] const int owned = fchown(descriptor, old.st_uid, old.st_gid);
+  [[maybe_unused]] const bool owned = fchown(descriptor, old.st_uid, old.st_gid) == 0 ||
+                                      fchown(descriptor, static_cast<uid_t>(-1), old.st_gid) == 0;
   return fchmod(descriptor, old.st_mode & 07777) == 0;
 }
 

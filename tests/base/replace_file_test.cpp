@@ -1,7 +1,9 @@
 #include "base/files.h"
 
+#include <grp.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -9,6 +11,7 @@
 #include <cerrno>
 #include <thread>
 
+#include "base/in_child.h"
 #include "base/small_files.h"
 #include "base/temp_folder.h"
 #include "base/unprivileged_user.h"
@@ -125,6 +128,28 @@ TEST_F(ReplaceFileTest, AFileThatMayNotBeWrittenIsNotReplaced) {
   const UnprivilegedUser user;
   EXPECT_EQ(ReplaceFile(file, "new"), EACCES);
   EXPECT_EQ(ReadBytes(file), "old");
+}
+
+TEST_F(ReplaceFileTest, AFileOfSomebodyElseKeepsItsGroup) {
+  if (geteuid() != 0) GTEST_SKIP() << "only root can give files away";
+  constexpr gid_t kShared = 60001;
+  WriteBytes(file, "old");
+  ASSERT_EQ(chown(folder.path().c_str(), 60002, kShared), 0);
+  ASSERT_EQ(chmod(folder.path().c_str(), 0770), 0);
+  ASSERT_EQ(chown(file.c_str(), 60002, kShared), 0);
+  ASSERT_EQ(chmod(file.c_str(), 0664), 0);
+  const pid_t child = InChild([&] {
+    const bool member = setgroups(1, &kShared) == 0 && setgid(60003) == 0 && setuid(60003) == 0;
+    _exit(member && ReplaceFile(file, "new") == 0 ? 0 : 1);
+  });
+  int status = -1;
+  ASSERT_EQ(waitpid(child, &status, 0), child);
+  ASSERT_EQ(status, 0);
+  struct stat about {};
+  ASSERT_EQ(stat(file.c_str(), &about), 0);
+  EXPECT_EQ(about.st_gid, kShared);
+  EXPECT_EQ(ModeOf(file), 0664u);
+  EXPECT_EQ(ReadBytes(file), "new");
 }
 
 TEST_F(ReplaceFileTest, CreatesOnlyAFileThatDoesNotExist) {
