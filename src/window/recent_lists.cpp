@@ -25,8 +25,10 @@ RecentLists::RecentLists(QMenu* menu, StateStore* store, Open open)
 }
 
 void RecentLists::Note(const std::string& file) {
-  if (file.empty()) return;
-  const QString name = QFileInfo(base::ToQt(file)).absoluteFilePath();
+  const QString shown = base::ToQt(file);
+  // Qt cannot open a file whose name is not UTF-8.
+  if (file.empty() || base::FromQt(shown) != file) return;
+  const QString name = QFileInfo(shown).absoluteFilePath();
   if (!names_.isEmpty() && names_.front() == name) return;
   names_.removeAll(name);
   names_.prepend(name);

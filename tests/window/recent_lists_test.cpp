@@ -48,6 +48,12 @@ TEST_F(RecentListsTest, TheNewestIsFirstAndEachAppearsOnce) {
   EXPECT_TRUE(menu_.isEnabled());
 }
 
+TEST_F(RecentListsTest, ANameThatQtCannotOpenIsLeftOut) {
+  lists_.Note("/a.CMD");
+  lists_.Note("/M\xFCller.CMD");
+  EXPECT_EQ(Captions(), QStringList{"&1 /a.CMD"});
+}
+
 TEST_F(RecentListsTest, TenAreKeptFromOneWindowToTheNext) {
   for (int i = 1; i <= 12; ++i) lists_.Note("/" + std::to_string(i) + ".CMD");
   QMenu menu;
