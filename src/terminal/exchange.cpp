@@ -24,7 +24,9 @@ Exchange::Exchange(Session& session, device::Waits& waits, const Options& option
 ExchangeResult Exchange::Read(Sender sender) {
   const device::Waits::Scope scope(waits_, device::Operation::kAnswer);
   ExchangeResult result;
-  const double start = Start(sender);
+  // A $ row has no response time.
+  std::optional<double> start;
+  if (sender == Sender::kUser) start = Start(sender);
   result.answer_due = session_.EnsureConnected();
   if (result.answer_due) {
     GetAnswer(result, start, sender);
@@ -61,9 +63,9 @@ ExchangeResult Exchange::Read(Sender sender) {
   return result;
 }
 
-[[gnu::hot]] void Exchange::GetAnswer(ExchangeResult& result, double start, Sender sender) {
+[[gnu::hot]] void Exchange::GetAnswer(ExchangeResult& result, std::optional<double> start, Sender sender) {
   result.answered = session_.GetAnswer();
-  if (options_.show_response_times) ShowTime(start, sender);
+  if (start && options_.show_response_times) ShowTime(*start, sender);
   session_.ReportBytesWaiting();
 }
 

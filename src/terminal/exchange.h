@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -50,7 +51,8 @@ class Exchange {
   /// Throws what Session::GetAnswer throws, but only after the command has been sent and echoed.
   ExchangeResult Run(std::string_view command, Sender sender);
 
-  /// Reads one answer without sending anything; connects first, as a command does.
+  /// Reads one answer without sending anything; connects first, as a command does. Shows a response time
+  /// only to the user, not in a list.
   ExchangeResult Read(Sender sender);
 
   /// Discards the bytes received so far and says so.
@@ -65,7 +67,7 @@ class Exchange {
  private:
   ExchangeResult Ended(std::string_view command, const ExchangeResult& result);
   ExchangeResult Perform(std::string_view command, Sender sender);
-  void GetAnswer(ExchangeResult& result, double start, Sender sender);
+  void GetAnswer(ExchangeResult& result, std::optional<double> start, Sender sender);
   double Start(Sender sender) const;
   double Milliseconds(Sender sender) const;
   void ShowTime(double start, Sender sender);

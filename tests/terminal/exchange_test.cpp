@@ -151,6 +151,15 @@ TEST_F(ExchangeTest, ReportsAnAnswerThatIsReadWithoutACommand) {
   EXPECT_EQ(listener.reports, (std::vector<std::string>{" 1,2", " failed 1,2"}));
 }
 
+TEST_F(ExchangeTest, OnlyTheUserIsShownTheTimeOfAnAnswerThatIsReadWithoutACommand) {
+  state.options.show_response_times = true;
+  device.text_answers = {"1\r\n", "2\r\n"};
+  exchange.Read(Sender::kList);
+  EXPECT_EQ(pane.text_kinds.size(), 0u);
+  exchange.Read(Sender::kUser);
+  EXPECT_EQ(pane.text_kinds, std::vector{LineKind::kTime});
+}
+
 TEST_F(ExchangeTest, AnAnswerThatIsReadWithoutACommandIsOneOperation) {
   device_state.connected = false;
   bool is_under_way = false;
