@@ -248,6 +248,17 @@ TEST_F(PaneAnnouncements, EditsAreAnnouncedAfterTheLinesBefore) {
                                                        "=1:ab>x", "|2:", "-0:/xc", "|0:"}));
 }
 
+TEST_F(PaneAnnouncements, ATextShownAsideIsAnnouncedAsAWhole) {
+  pane_.AppendLine(LineKind::kAnswer, "ab");
+  pane_.Flush();
+  announcer_.sent.clear();
+  PaneText aside;
+  aside.SetText("x");
+  pane_.ShowAside(std::move(aside));
+  pane_.EndAside();
+  EXPECT_EQ(announcer_.sent, (std::vector<std::string>{"=0:/ab>x", "|0:", "=0:x>/ab", "|3:"}));
+}
+
 TEST_F(PaneAnnouncements, NothingIsAnnouncedWithoutAListener) {
   QAccessible::setActive(false);
   pane_.AppendLine(LineKind::kAnswer, "a");

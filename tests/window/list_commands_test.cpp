@@ -68,6 +68,16 @@ TEST_F(ListCommandsTest, ThePrintOfTheListHasItsRows) {
   EXPECT_EQ(characters("three.PDF"), of_one + 8);
 }
 
+TEST_F(ListCommandsTest, UndoGoesToTheFirstRowThatItChanges) {
+  Fill({"eins"});
+  GoTo(5);
+  Grid()->undo();
+  EXPECT_EQ(CurrentRow(), 1);
+  GoTo(5);
+  Grid()->redo();
+  EXPECT_EQ(CurrentRow(), 1);
+}
+
 TEST_F(ListCommandsTest, RowsHaveTheHeightOfTheirFont) {
   const int height = Grid()->rowHeight(0);
   QFont large = Grid()->font();
