@@ -53,8 +53,8 @@ QList<QToolButton*> KeyToolbar::Stops() const {
     if (button->isEnabledTo(this) && button->isVisibleTo(this)) stops.append(button);
   }
   // The extension, the only button without an action, is the bar's first child but stands at its end.
-  std::ranges::stable_partition(stops,
-                                [](const QToolButton* stop) { return stop->defaultAction() != nullptr; });
+  std::stable_partition(stops.begin(), stops.end(),
+                        [](const QToolButton* stop) { return stop->defaultAction() != nullptr; });
   return stops;
 }
 

@@ -4,6 +4,7 @@
 #include <QClipboard>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QTest>
 
 #include "window/window_fixture.h"
@@ -34,6 +35,16 @@ class GridFixture : public WindowFixture {
   void FillLongList() { Fill({"$REPEAT 20000000", "$ENDREPEAT"}); }
   /// Whether a run of that list was ended early.
   bool WasEndedEarly() { return script_.interpreter.RepeatLevel == 1; }
+
+  /// Replaces the list by a new one, and that by the only one of the menu of recent lists.
+  void OpenOnlyRecentList() {
+    Press("mnuNewCommandFile");
+    EXPECT_EQ(Row(1), "");
+    const QList<QAction*> recent = Find<QMenu>("mnuRecent")->actions();
+    ASSERT_EQ(recent.size(), 1);
+    recent.front()->trigger();
+    QApplication::processEvents();
+  }
 
   // Starts typing into the cell of the current row.
   QLineEdit* StartTyping(const QString& text) {
