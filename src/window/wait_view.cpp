@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "base/scope_exit.h"
+#include "base/ui/fields.h"
 #include "pane/ui/output_pane.h"
 #include "terminal/texts.h"
 
@@ -78,12 +79,6 @@ bool IsInput(QEvent::Type type) {
     default:
       return false;
   }
-}
-
-// The list of a field's completions has no parent.
-const QObject* OwnerOf(const QObject* object) {
-  const auto* widget = qobject_cast<const QWidget*>(object);
-  return object->parent() != nullptr || widget == nullptr ? object->parent() : widget->focusProxy();
 }
 
 }  // namespace
@@ -210,7 +205,7 @@ bool WaitView::IsShortcutDropped(const QObject& target) {
 bool WaitView::IsUsable(const QObject* object) const {
   const auto is_object = [&](const QWidget* usable) { return usable == object; };
   while (object != nullptr && object != beside_ && std::ranges::none_of(controls_.usable, is_object))
-    object = OwnerOf(object);
+    object = base::OwnerOf(object);
   return object != nullptr;
 }
 

@@ -55,6 +55,11 @@ void MarkOutside(QLineEdit* field, const QString& fault, QTextCharFormat format)
   field->setAccessibleDescription(fault);
 }
 
+const QObject* OwnerOf(const QObject* object) {
+  const auto* widget = qobject_cast<const QWidget*>(object);
+  return object->parent() != nullptr || widget == nullptr ? object->parent() : widget->focusProxy();
+}
+
 void TakeAnyLength(QLineEdit* field) { field->setMaxLength(std::numeric_limits<int>::max()); }
 
 void GuardWheel(QComboBox* list) {

@@ -22,6 +22,9 @@ std::vector<CharacterSpan> OutsideSpans(const QString& text);
 /// formats.
 void MarkOutside(QLineEdit* field, const QString& fault, QTextCharFormat format = {});
 
+/// The parent of `object`; of the list of a field's completions, which has none, the field.
+const QObject* OwnerOf(const QObject* object);
+
 /// Qt cuts longer texts off without a word, pasted ones too; `field` takes them.
 void TakeAnyLength(QLineEdit* field);
 

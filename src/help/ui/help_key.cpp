@@ -11,6 +11,7 @@
 #include <QToolButton>
 #include <utility>
 
+#include "base/ui/fields.h"
 #include "base/ui/qt_text.h"
 #include "help/topics.h"
 
@@ -60,22 +61,20 @@ HelpTarget HelpKey::TargetOf(const QWidget* widget) {
     if (auto help_target = MessageTarget(base::FromQt(box->text()))) return *std::move(help_target);
   }
   std::vector<std::string> names = {base::FromQt(NameOf(ActiveAction(widget)))};
-  for (; widget != nullptr; widget = widget->parentWidget())
-    names.push_back(base::FromQt(widget->objectName()));
+  for (const QObject* object = widget; object != nullptr; object = base::OwnerOf(object))
+    names.push_back(base::FromQt(object->objectName()));
   return TargetOfNames(names);
 }
 
 bool HelpKey::IsOfTerminal(const QWidget* widget) const {
-  while (widget != nullptr && widget != terminal_) widget = widget->parentWidget();
-  return widget != nullptr;
+  const QObject* object = widget;
+  while (object != nullptr && object != terminal_) object = base::OwnerOf(object);
+  return object != nullptr;
 }
 
 bool HelpKey::eventFilter(QObject* target, QEvent* event) {
   if (!IsHelpKey(event)) return false;
   const auto* widget = qobject_cast<const QWidget*>(target);
-  // A list of completions has no parent, only the field that it completes.
-  if (widget != nullptr && widget->isWindow() && widget->focusProxy() != nullptr)
-    widget = widget->focusProxy();
   if (widget == nullptr || !IsOfTerminal(widget)) return false;
   if (event->type() == QEvent::ShortcutOverride) {
     // So that the key arrives, even if the host has made it a shortcut.

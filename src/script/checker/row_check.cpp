@@ -11,6 +11,7 @@
 #include "base/encoding.h"
 #include "base/number.h"
 #include "base/text.h"
+#include "device/sendable.h"
 #include "script/checker/check_texts.h"
 #include "script/checker/row_words.h"
 #include "terminal/texts.h"
@@ -250,7 +251,7 @@ RowMeaning CheckRow(int row, const RowParts& parts, std::vector<Finding>& findin
   CheckTab(row, parts, findings);
   // A host's device is sent it.
   if (parts.IsExecutable() && parts.line.find('\0') != parts.line.npos)
-    findings.push_back({row, FindingKind::kHint, terminal::texts::NotSendable("<00>")});
+    findings.push_back({row, FindingKind::kHint, terminal::texts::NotSendable(device::kShownNul)});
   return {};
 }
 
